@@ -1,0 +1,23 @@
+// The screen number and the flags by which windows steer the screen loop. The loop in app owns the
+// one record and reads it; windows write it. Main thread only.
+#pragma once
+
+#include <string>
+
+namespace app_state {
+
+enum class Screen { openScene = 0, newScene = 1, branchEditor = 2, zoneEditor = 3 };
+
+struct ScreenState {
+    Screen screen = Screen::openScene;
+    bool quit = false;
+    bool newSceneRequest = false;
+    /// Never cleared once set: a later New Scene window that is left by Back leads to the branch
+    /// editor. Intended.
+    bool sceneCreated = false;
+    bool zoneEditRequest = false;
+    /// The video that the zone editor opens; UTF-8 path.
+    std::string zoneEditVideo;
+};
+
+} // namespace app_state

@@ -1,0 +1,22 @@
+// Holders of the long-lived shared objects, so that windows can take a copy of the pointer without
+// their module depending on the one that creates them. Main thread only.
+#pragma once
+
+#include <memory>
+
+namespace core {
+class Translations;
+}
+namespace scene {
+class SceneManager;
+}
+
+namespace app_state {
+
+/// Filled at start-up, emptied at shutdown (the scene manager first).
+struct SharedServices {
+    std::shared_ptr<core::Translations> translations;
+    std::shared_ptr<scene::SceneManager> sceneManager;
+};
+
+} // namespace app_state

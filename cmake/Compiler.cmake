@@ -1,0 +1,26 @@
+# Language level, warnings and sanitizers, the same for every target of ours.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_C_COMPILER_LAUNCHER "${CCACHE}")
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+endif()
+
+add_library(quorvel_options INTERFACE)
+target_compile_options(quorvel_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+  $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
+target_include_directories(quorvel_options INTERFACE "${CMAKE_SOURCE_DIR}")
+
+if(QUORVEL_SANITIZE)
+  add_compile_options(-fsanitize=${QUORVEL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${QUORVEL_SANITIZE})
+endif()
+if(QUORVEL_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -1,0 +1,44 @@
+// Writes a file so that a crash at any moment leaves the old or the new contents whole: a temporary
+// beside it is written and brought to the disk, then takes its place in one step.
+//
+//   SafeSave save;
+//   if (!save.open(path, "wt")) return false;      // the destination cannot be written
+//   bool good = writeEverything(save.file());
+//   good = good && save.prepare() && save.commit();
+//
+// Without commit the destination stays as it was and the temporary is removed. UI thread only.
+#pragma once
+
+#include "core/File.h"
+
+#include <string>
+
+namespace core {
+
+class SafeSave {
+public:
+    SafeSave() = default;
+    ~SafeSave();
+    SafeSave(const SafeSave&) = delete;
+    SafeSave& operator=(const SafeSave&) = delete;
+
+    /// False when the destination, or a symbolic link's end, exists and may not be written, or the
+    /// temporary cannot be made. `mode` as for File::open, "wb" or "wt".
+    [[nodiscard]] bool open(const std::string& path, const std::string& mode);
+    [[nodiscard]] File& file() { return m_file; }
+    /// Flushes the temporary to the disk and closes it.
+    [[nodiscard]] bool prepare();
+    /// Replaces the destination, keeping its access rights. After a successful prepare only.
+    [[nodiscard]] bool commit();
+    /// Why the last step failed, in the system's words; empty after success.
+    [[nodiscard]] const std::string& failure() const { return m_failure; }
+
+private:
+    File m_file;
+    std::string m_destination;
+    std::string m_temporary;
+    std::string m_failure;
+    bool m_prepared = false;
+};
+
+} // namespace core

@@ -1,0 +1,65 @@
+// What a control tells assistive technology. The toolkit implements it; a back end hands it to the
+// system's accessibility interface. UI thread only.
+#pragma once
+
+#include "platform/Geometry.h"
+
+#include <string>
+
+namespace platform {
+
+enum class AccessibleRole {
+    window,
+    dialog,
+    group,
+    label,
+    button,
+    checkBox,
+    radioButton,
+    comboBox,
+    edit,
+    list,
+    listItem,
+    picture,
+};
+
+struct AccessibleState {
+    bool enabled = true;
+    bool visible = true;
+    bool focusable = false;
+    bool focused = false;
+    bool checkable = false;
+    bool checked = false;
+    bool selectable = false;
+    bool selected = false;
+    bool expandable = false;
+    bool expanded = false;
+    bool readOnly = false;
+};
+
+/// A node of a window's accessibility tree. Not owned by the back end, which asks anew each time
+/// and is told through Window events when the tree goes away.
+class Accessible {
+public:
+    virtual ~Accessible() = default;
+    [[nodiscard]] virtual AccessibleRole accessibleRole() const = 0;
+    /// The visible text, or the label that names the control.
+    [[nodiscard]] virtual std::u16string accessibleName() const = 0;
+    /// The control's own name in the layout.
+    [[nodiscard]] virtual std::u16string accessibleId() const = 0;
+    /// The text of an edit, the chosen text of a combo; else empty.
+    [[nodiscard]] virtual std::u16string accessibleValue() const = 0;
+    [[nodiscard]] virtual AccessibleState accessibleState() const = 0;
+    /// In window pixels.
+    [[nodiscard]] virtual Rect accessibleRect() const = 0;
+    [[nodiscard]] virtual Accessible* accessibleParent() const = 0;
+    [[nodiscard]] virtual int accessibleChildCount() const = 0;
+    [[nodiscard]] virtual Accessible* accessibleChild(int index) const = 0;
+    /// Presses, toggles, opens or selects, as a click would.
+    virtual void accessiblePress() = 0;
+    virtual void accessibleFocus() = 0;
+    /// Caret position in code units for an edit; -1 for everything else.
+    [[nodiscard]] virtual int accessibleCaret() const = 0;
+};
+
+} // namespace platform

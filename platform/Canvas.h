@@ -1,0 +1,55 @@
+// What a window, a control or a zone draws on. Coordinates are window pixels; everything is cut to
+// the current clip rectangle. Nothing is smoothed except text, so pixels are the same everywhere.
+#pragma once
+
+#include "platform/Bitmap.h"
+#include "platform/Color.h"
+#include "platform/FontSet.h"
+#include "platform/FrameBuffer.h"
+#include "platform/Geometry.h"
+
+#include <string_view>
+
+namespace platform {
+
+enum class TextAlign { left, center, right };
+
+/// UI thread only; valid during the paint call that handed it out.
+class Canvas {
+public:
+    virtual ~Canvas() = default;
+
+    [[nodiscard]] virtual Rect clip() const = 0;
+    /// Narrows the clip to `rect`; each push needs one pop. ClipScope pairs them.
+    virtual void pushClip(const Rect& rect) = 0;
+    virtual void popClip() = 0;
+
+    /// Fills with `color`, blended by its alpha.
+    virtual void fillRect(const Rect& rect, Color color) = 0;
+    /// Stretches `source` of the bitmap onto `target`, nearest pixel centre, blended by alpha.
+    virtual void drawBitmap(const Bitmap& bitmap, const Rect& source, const Rect& target) = 0;
+    /// Stretches the whole frame buffer onto `target`: target column x shows source column
+    /// ((2x + 1) * sourceWidth) / (2 * targetWidth), rows alike.
+    virtual void drawFrame(const FrameBuffer& frame, const Rect& target) = 0;
+    /// A line one pixel wide; `from` is drawn, `to` is not.
+    virtual void drawLine(Point from, Point to, Color color) = 0;
+    /// An ellipse that fills `box` (right and bottom edges excluded), outline one pixel wide.
+    virtual void drawEllipse(const Rect& box, Color outline, Color fill) = 0;
+    /// One line of text, centred from top to bottom in `box` and clipped to it.
+    virtual void drawText(std::u16string_view text, const Rect& box, FontHandle font, Color color,
+                          TextAlign align) = 0;
+};
+
+/// Narrows a canvas's clip for its own lifetime.
+class ClipScope {
+public:
+    ClipScope(Canvas& canvas, const Rect& rect) : m_canvas(canvas) { canvas.pushClip(rect); }
+    ~ClipScope() { m_canvas.popClip(); }
+    ClipScope(const ClipScope&) = delete;
+    ClipScope& operator=(const ClipScope&) = delete;
+
+private:
+    Canvas& m_canvas;
+};
+
+} // namespace platform

@@ -1,0 +1,77 @@
+// Input and life-cycle events that a native window sends up to its owner.
+#pragma once
+
+#include "platform/Geometry.h"
+
+#include <string>
+
+namespace platform {
+
+enum class EventKind {
+    mouseMove,
+    mouseDown,
+    mouseUp,
+    mouseDoubleClick, ///< the second press of a pair; a mouseUp follows
+    mouseWheel,
+    mouseLeave,
+    keyDown,
+    keyUp,
+    textInput,   ///< committed text, from the keyboard, a dead key or an input method
+    textPreedit, ///< the input method's uncommitted text; empty text ends it
+    activated,   ///< the window took the keyboard
+    deactivated, ///< another window took it
+    captureLost, ///< the system took the mouse capture away
+    timer,
+    closeRequest, ///< close box, Alt+F4 or the window manager
+    destroyed,    ///< the native window is gone; the last event
+};
+
+enum class MouseButton { none, left, middle, right };
+
+/// Keys that the editor reacts to; all others arrive as `other` and, if they type, as textInput.
+enum class Key {
+    other,
+    left,
+    right,
+    up,
+    down,
+    home,
+    end,
+    pageUp,
+    pageDown,
+    tab,
+    enter,
+    escape,
+    space,
+    backspace,
+    del,
+    insert,
+    f4,
+    a,
+    c,
+    v,
+    x,
+    y,
+    z,
+};
+
+struct Modifiers {
+    bool shift = false;
+    bool control = false;
+    bool alt = false;
+    bool operator==(const Modifiers&) const = default;
+};
+
+struct Event {
+    EventKind kind = EventKind::timer;
+    Point position;                         ///< mouse events: window pixels, may lie outside
+    MouseButton button = MouseButton::none; ///< mouseDown, mouseUp, mouseDoubleClick
+    int wheelDelta = 0;                     ///< 120 a notch, positive away from the user
+    Key key = Key::other;
+    bool repeat = false; ///< keyDown: the key is held
+    Modifiers modifiers; ///< at the time of the event
+    std::u16string text; ///< textInput, textPreedit
+    unsigned timerId = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,33 @@
+// The system's dialog for choosing files to open.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+class NativeWindow;
+
+struct OpenFilesRequest {
+    NativeWindow* owner = nullptr; ///< not owned; takes no input meanwhile
+    std::string title;             ///< UTF-8
+    std::string filterName;        ///< "Theora Video Files"
+    std::string filterPatterns;    ///< separated by ";", compared without case: "*.ogg;*.ogv"
+    std::string initialFolder;
+};
+
+struct OpenFilesResult {
+    std::string folder;             ///< the folder of all chosen files, ending in a separator
+    std::vector<std::string> names; ///< file names in it, at least one
+};
+
+class FileDialog {
+public:
+    virtual ~FileDialog() = default;
+    /// Empty when cancelled. The current directory may differ afterwards: callers restore it.
+    [[nodiscard]] virtual std::optional<OpenFilesResult>
+    openFiles(const OpenFilesRequest& request) = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,98 @@
+// Native windows. A window draws and thinks nothing itself: it sends events and paint requests to
+// the WindowEvents it was made with, and obeys its owner's calls.
+#pragma once
+
+#include "platform/Bitmap.h"
+#include "platform/Canvas.h"
+#include "platform/Event.h"
+#include "platform/FrameBuffer.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace platform {
+
+class Accessible;
+
+/// Receives what a native window reports. All calls come on the UI thread; none may throw. The
+/// object must outlive its native window's `destroyed` event.
+class WindowEvents {
+public:
+    virtual ~WindowEvents() = default;
+    /// True when the event was handled; false leaves it to the system's own handling.
+    virtual bool onEvent(const Event& event) = 0;
+    /// Draw everything that touches `dirty`; the canvas is already clipped to it.
+    virtual void onPaint(Canvas& canvas, const Rect& dirty) = 0;
+    /// The root of the window's accessibility tree, or null when it offers none. Not owned.
+    virtual Accessible* accessibleRoot() { return nullptr; }
+};
+
+enum class WindowKind {
+    normal, ///< a screen or dialog; frameless whatever its style bits say
+    popup,  ///< drop list or tool tip: above its owner, never takes the keyboard
+};
+
+class NativeWindow;
+
+struct WindowOptions {
+    std::u16string className;
+    std::u16string title;
+    WindowKind kind = WindowKind::normal;
+    std::uint32_t style = 0;         ///< Win32 style bits; other systems take what they can
+    std::uint32_t extendedStyle = 0; ///< Win32 extended style bits
+    Size size{1, 1};                 ///< client size in layout pixels
+    NativeWindow* owner = nullptr;   ///< stays above it; not owned
+};
+
+/// UI thread only. Destroying the object destroys the native window (`destroyed` is sent first).
+class NativeWindow {
+public:
+    virtual ~NativeWindow() = default;
+
+    virtual void show(bool visible) = 0;
+    /// Centred on the owner, else on the primary monitor's work area.
+    virtual void center() = 0;
+    /// Position and size in screen pixels.
+    virtual void setGeometry(const Rect& screenRect) = 0;
+    [[nodiscard]] virtual Rect geometry() const = 0;
+    virtual void setTitle(const std::u16string& title) = 0;
+    /// A disabled window takes no mouse or keyboard input.
+    virtual void setEnabled(bool enabled) = 0;
+    virtual void activate() = 0;
+    /// Ends the native window soon: `destroyed` is sent, from the event loop or inside this call.
+    virtual void close() = 0;
+
+    virtual void invalidate(const Rect& dirty) = 0;
+    /// Paints whatever is invalid before it returns.
+    virtual void repaintNow() = 0;
+    virtual void setCapture() = 0;
+    virtual void releaseCapture() = 0;
+    /// Sends timer events with `id` every `intervalMs`; starting a running id restarts it.
+    virtual bool startTimer(unsigned id, int intervalMs) = 0;
+    virtual bool stopTimer(unsigned id) = 0;
+    /// Hands the following mouse movement to the system as a move of the window (caption drag).
+    virtual void beginMove() = 0;
+    /// Whether an edit has the focus, and its caret rectangle for the input method's window.
+    virtual void setTextInput(bool enabled, const Rect& caret) = 0;
+    /// A back buffer that suits this window.
+    [[nodiscard]] virtual FrameBufferResult createFrameBuffer(Size size) = 0;
+};
+
+class WindowHost {
+public:
+    virtual ~WindowHost() = default;
+    /// An invisible window, or empty when the system refuses. `events` is not owned.
+    [[nodiscard]] virtual std::unique_ptr<NativeWindow> createWindow(const WindowOptions& options,
+                                                                     WindowEvents& events) = 0;
+    /// Height of the primary monitor in layout pixels.
+    [[nodiscard]] virtual int primaryScreenHeight() const = 0;
+    /// The work area of the monitor that holds `point`, in screen pixels.
+    [[nodiscard]] virtual Rect workArea(Point point) const = 0;
+    /// Shift, control and alt as they are right now.
+    [[nodiscard]] virtual Modifiers keyboardModifiers() const = 0;
+    [[nodiscard]] virtual std::u16string clipboardText() const = 0;
+    virtual void setClipboardText(const std::u16string& text) = 0;
+};
+
+} // namespace platform
