@@ -1,0 +1,37 @@
+# Shared by ./run, ./test and the scripts of tools/: sourced, never run. Sets `root` and goes there.
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$root"
+
+# Compiler results are shared between clones of this tree: paths below it are hashed as relative
+# ones. The store itself is the user's own (ccache's default folder), so a fresh clone starts warm.
+export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
+export CMAKE_COLOR_DIAGNOSTICS=OFF
+
+started=$SECONDS
+# One line for each long step, with the time since the start.
+say() { printf '[%3d:%02d] %s\n' $(((SECONDS - started) / 60)) $(((SECONDS - started) % 60)) "$*"; }
+fail() {
+  say "$*" >&2
+  exit 1
+}
+
+jobs() { nproc 2>/dev/null || echo 2; }
+
+# build PRESET [OPTION...] -- [TARGET...]: configures and builds one preset, with visible progress.
+build() {
+  local preset=$1 options=()
+  shift
+  while [ $# -gt 0 ] && [ "$1" != -- ]; do
+    options+=("$1")
+    shift
+  done
+  [ $# -eq 0 ] || shift
+  say "configure $preset"
+  mkdir -p "build/$preset"
+  if ! cmake --preset "$preset" "${options[@]}" >"build/$preset/configure.log" 2>&1; then
+    cat "build/$preset/configure.log"
+    return 1
+  fi
+  say "build $preset${*:+ ($*)}"
+  cmake --build --preset "$preset" --parallel "$(jobs)" ${*:+--target "$@"}
+}
