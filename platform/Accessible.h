@@ -4,6 +4,7 @@
 
 #include "platform/Geometry.h"
 
+#include <memory>
 #include <string>
 
 namespace platform {
@@ -37,11 +38,32 @@ struct AccessibleState {
     bool readOnly = false;
 };
 
+/// What assistive technology should look at again (NativeWindow::accessibleChanged).
+enum class AccessibleChange {
+    focus,    ///< the node took the keyboard focus
+    name,     ///< its visible text
+    value,    ///< its text or choice
+    state,    ///< any of AccessibleState but the focus
+    children, ///< nodes below it came or went
+};
+
 /// A node of a window's accessibility tree. Not owned by the back end, which asks anew each time
-/// and is told through Window events when the tree goes away.
+/// and watches accessibleLife() to forget nodes that are gone.
 class Accessible {
 public:
+    Accessible() = default;
+    Accessible(const Accessible&) = delete;
+    Accessible& operator=(const Accessible&) = delete;
     virtual ~Accessible() = default;
+
+    /// Expires when this object is destroyed.
+    [[nodiscard]] std::weak_ptr<const void> accessibleLife() const {
+        if (!m_life) {
+            m_life = std::make_shared<char>();
+        }
+        return m_life;
+    }
+
     [[nodiscard]] virtual AccessibleRole accessibleRole() const = 0;
     /// The visible text, or the label that names the control.
     [[nodiscard]] virtual std::u16string accessibleName() const = 0;
@@ -60,6 +82,11 @@ public:
     virtual void accessibleFocus() = 0;
     /// Caret position in code units for an edit; -1 for everything else.
     [[nodiscard]] virtual int accessibleCaret() const = 0;
+    /// Replaces the text of an edit as if typed; nothing happens on everything else.
+    virtual void accessibleSetValue(const std::u16string& /*text*/) {}
+
+private:
+    mutable std::shared_ptr<const void> m_life; ///< made when first asked for
 };
 
 } // namespace platform

@@ -30,6 +30,9 @@ public:
     virtual FontSet& fonts() = 0;
     virtual FileDialog& fileDialog() = 0;
     virtual ComponentLibrary& components() = 0;
+    /// True once the system asked the program to end (SIGTERM, SIGINT, end of the session): running
+    /// loops end, new ones return at once, and the program should leave as by its own Exit.
+    [[nodiscard]] virtual bool isEnding() const = 0;
 };
 
 /// One Gui in a process, made on the UI thread; empty when there is no display.

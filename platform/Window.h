@@ -2,6 +2,7 @@
 // the WindowEvents it was made with, and obeys its owner's calls.
 #pragma once
 
+#include "platform/Accessible.h"
 #include "platform/Bitmap.h"
 #include "platform/Canvas.h"
 #include "platform/Event.h"
@@ -13,14 +14,14 @@
 
 namespace platform {
 
-class Accessible;
-
-/// Receives what a native window reports. All calls come on the UI thread; none may throw. The
-/// object must outlive its native window's `destroyed` event.
+/// Receives what a native window reports. All calls come on the UI thread; what they throw ends at
+/// the back end's border with a line on stderr. The object must outlive its native window's
+/// `destroyed` event.
 class WindowEvents {
 public:
     virtual ~WindowEvents() = default;
-    /// True when the event was handled; false leaves it to the system's own handling.
+    /// True when the event was handled; false leaves it to the system's own handling: an unhandled
+    /// closeRequest closes the window.
     virtual bool onEvent(const Event& event) = 0;
     /// Draw everything that touches `dirty`; the canvas is already clipped to it.
     virtual void onPaint(Canvas& canvas, const Rect& dirty) = 0;
@@ -60,12 +61,17 @@ public:
     /// A disabled window takes no mouse or keyboard input.
     virtual void setEnabled(bool enabled) = 0;
     virtual void activate() = 0;
-    /// Ends the native window soon: `destroyed` is sent, from the event loop or inside this call.
+    /// Hides the window and ends it soon: `destroyed` is sent from the event loop, once, after the
+    /// handler that called this has returned; nothing else is sent any more.
     virtual void close() = 0;
 
     virtual void invalidate(const Rect& dirty) = 0;
     /// Paints whatever is invalid before it returns.
     virtual void repaintNow() = 0;
+    /// Paints the whole window and hands out the picture, shown or not.
+    [[nodiscard]] virtual Bitmap snapshot() = 0;
+    /// All mouse events go to this window until releaseCapture or a captureLost event; positions
+    /// may lie outside.
     virtual void setCapture() = 0;
     virtual void releaseCapture() = 0;
     /// Sends timer events with `id` every `intervalMs`; starting a running id restarts it.
@@ -77,6 +83,8 @@ public:
     virtual void setTextInput(bool enabled, const Rect& caret) = 0;
     /// A back buffer that suits this window.
     [[nodiscard]] virtual FrameBufferResult createFrameBuffer(Size size) = 0;
+    /// Tells assistive technology, if any listens, that something about `node` changed.
+    virtual void accessibleChanged(Accessible& node, AccessibleChange change) = 0;
 };
 
 class WindowHost {

@@ -1,0 +1,69 @@
+#include "platform/raster/FrameScaler.h"
+
+#include <bit>
+#include <cstring>
+
+namespace platform::raster {
+
+namespace {
+
+constexpr int kBytesPerPixel = 3;
+
+std::uint32_t readPixel(const std::uint8_t* bytes) {
+    return 0xFF000000U | static_cast<std::uint32_t>(bytes[2]) << 16U |
+           static_cast<std::uint32_t>(bytes[1]) << 8U | bytes[0];
+}
+
+/// As readPixel, by one load that also reads the byte after the pixel.
+std::uint32_t readPixelFast(const std::uint8_t* bytes) {
+    if constexpr (std::endian::native == std::endian::little) {
+        std::uint32_t word = 0;
+        std::memcpy(&word, bytes, sizeof word);
+        return word | 0xFF000000U;
+    } else {
+        return readPixel(bytes);
+    }
+}
+
+/// Byte offsets into a source row, one for each visible target column.
+std::vector<int> columnOffsets(int sourceWidth, const Rect& target, const Rect& visible) {
+    std::vector<int> offsets;
+    offsets.reserve(static_cast<std::size_t>(visible.width()));
+    for (int x = visible.left; x < visible.right; ++x) {
+        offsets.push_back(kBytesPerPixel *
+                          nearestIndex(x - target.left, sourceWidth, target.width()));
+    }
+    return offsets;
+}
+
+} // namespace
+
+void scaleFrame(const FrameBuffer& frame, Bitmap& bitmap, const Rect& target, const Rect& clip) {
+    const Size source = frame.size();
+    const Rect visible = target.intersected(clip);
+    if (visible.isEmpty() || source.width < 1 || source.height < 1) {
+        return;
+    }
+    const std::vector<int> offsets = columnOffsets(source.width, target, visible);
+    // The last pixel of a row may be the last of the memory: it must not be read by a longer load.
+    const int lastOffset = kBytesPerPixel * (source.width - 1);
+    std::size_t fastCount = offsets.size();
+    while (fastCount > 0 && offsets[fastCount - 1] == lastOffset) {
+        --fastCount;
+    }
+    const std::size_t rowBytes = static_cast<std::size_t>(frame.rowBytes());
+    for (int y = visible.top; y < visible.bottom; ++y) {
+        const int fromTop = nearestIndex(y - target.top, source.height, target.height());
+        const std::uint8_t* from =
+            frame.bits() + static_cast<std::size_t>(source.height - 1 - fromTop) * rowBytes;
+        std::uint32_t* to = bitmap.row(y) + visible.left;
+        for (std::size_t i = 0; i < fastCount; ++i) {
+            to[i] = readPixelFast(from + offsets[i]);
+        }
+        for (std::size_t i = fastCount; i < offsets.size(); ++i) {
+            to[i] = readPixel(from + lastOffset);
+        }
+    }
+}
+
+} // namespace platform::raster

@@ -1,0 +1,41 @@
+// A canvas that draws into a bitmap by itself; only text comes from the back end. Used for window
+// contents and snapshots wherever the system has no drawing of its own by the rules of Canvas.
+#pragma once
+
+#include "platform/Bitmap.h"
+#include "platform/Canvas.h"
+#include "platform/raster/TextPainter.h"
+
+#include <vector>
+
+namespace platform::raster {
+
+/// UI thread only. The bitmap and the text painter are not owned and must outlive the canvas.
+class RasterCanvas final : public Canvas {
+public:
+    /// Draws on `target`, inside `clip` only.
+    RasterCanvas(Bitmap& target, TextPainter& textPainter, const Rect& clip);
+
+    [[nodiscard]] Rect clip() const override { return m_clips.back(); }
+    void pushClip(const Rect& rect) override;
+    /// A pop without its push does nothing.
+    void popClip() override;
+    void fillRect(const Rect& rect, Color color) override;
+    /// Parts of `source` outside the bitmap leave the target as it is.
+    void drawBitmap(const Bitmap& bitmap, const Rect& source, const Rect& target) override;
+    void drawFrame(const FrameBuffer& frame, const Rect& target) override;
+    void drawLine(Point from, Point to, Color color) override;
+    /// A box with a side above 32767 draws nothing.
+    void drawEllipse(const Rect& box, Color outline, Color fill) override;
+    void drawText(std::u16string_view text, const Rect& box, FontHandle font, Color color,
+                  TextAlign align) override;
+
+private:
+    void fillSpan(int left, int right, int y, Color color);
+
+    Bitmap& m_target;
+    TextPainter& m_textPainter;
+    std::vector<Rect> m_clips; ///< never empty; each lies inside the one before
+};
+
+} // namespace platform::raster

@@ -1,0 +1,21 @@
+// How a RasterCanvas gets its text: the back end draws it with the system's own fonts.
+#pragma once
+
+#include "platform/Bitmap.h"
+#include "platform/Canvas.h"
+
+#include <string_view>
+
+namespace platform::raster {
+
+/// UI thread only.
+class TextPainter {
+public:
+    virtual ~TextPainter() = default;
+    /// One line of text on `target`, centred from top to bottom in `box`; pixels outside `clip`
+    /// (which lies inside both the bitmap and `box`) stay as they are.
+    virtual void drawText(Bitmap& target, const Rect& clip, std::u16string_view text,
+                          const Rect& box, FontHandle font, Color color, TextAlign align) = 0;
+};
+
+} // namespace platform::raster
