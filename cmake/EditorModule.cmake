@@ -29,3 +29,26 @@ function(editor_test name)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
     WORKING_DIRECTORY "${CMAKE_BINARY_DIR}" PROPERTIES ${properties})
 endfunction()
+
+# editor_fuzz(NAME SOURCES ... DEPS ...)
+#
+# One libFuzzer target, fuzz_NAME, with the corpus tests/fuzz/corpus/NAME. Without libFuzzer the same
+# source is linked to a main that feeds it the corpus, and is a test: every kept input stays mended.
+# DEFINITIONS are for this target alone.
+function(editor_fuzz name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPS;DEFINITIONS" ${ARGN})
+  set(target fuzz_${name})
+  add_executable(${target} ${arg_SOURCES})
+  target_compile_definitions(${target} PRIVATE ${arg_DEFINITIONS})
+  target_link_libraries(${target} PRIVATE ${arg_DEPS} platform quorvel_options)
+  if(QUORVEL_FUZZ)
+    target_link_options(${target} PRIVATE -fsanitize=fuzzer)
+    add_dependencies(fuzz_targets ${target})
+  else()
+    target_sources(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests/fuzz/ReplayMain.cpp")
+    add_test(NAME fuzz.${name}
+      COMMAND ${target} "${CMAKE_SOURCE_DIR}/tests/fuzz/corpus/${name}"
+      WORKING_DIRECTORY "${CMAKE_BINARY_DIR}")
+    set_tests_properties(fuzz.${name} PROPERTIES TIMEOUT 300 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+  endif()
+endfunction()
