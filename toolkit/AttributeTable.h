@@ -1,0 +1,45 @@
+// The attributes of one control kind as a table from name to setter. A kind looks into its own
+// table first and asks its base for the rest.
+#pragma once
+
+#include "toolkit/AttributeText.h"
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+namespace toolkit {
+
+template <class Control>
+class AttributeTable {
+public:
+    using Setter = void (*)(Control&, std::u16string_view value);
+
+    AttributeTable(std::initializer_list<std::pair<const std::u16string_view, Setter>> entries)
+        : m_setters(entries) {}
+
+    /// False when the kind has no attribute `name`.
+    bool apply(Control& control, std::u16string_view name, std::u16string_view value) const {
+        const auto found = m_setters.find(name);
+        if (found == m_setters.end()) {
+            return false;
+        }
+        found->second(control, value);
+        return true;
+    }
+
+private:
+    std::unordered_map<std::u16string_view, Setter> m_setters;
+};
+
+/// Stores a parsed value; text that is no value leaves `target` alone.
+template <class Target, class Value>
+void assignIf(Target& target, const std::optional<Value>& value) {
+    if (value) {
+        target = *value;
+    }
+}
+
+} // namespace toolkit

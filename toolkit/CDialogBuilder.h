@@ -1,0 +1,54 @@
+// Reads a layout and builds a window's controls from it. docs/skin.md describes the vocabulary.
+#pragma once
+
+#include "platform/Geometry.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace toolkit {
+
+class CControlUI;
+class CContainerUI;
+class CPaintManagerUI;
+class IDialogBuilderCallback;
+
+class CDialogBuilder {
+public:
+    static constexpr std::size_t kMaxLayoutBytes = std::size_t{4} << 20U;
+    static constexpr int kMaxControls = 20000;
+    static constexpr int kMaxWindowSide = 8192;
+
+    CDialogBuilder();
+    ~CDialogBuilder();
+
+    /// Parses a layout. False when it is no well-formed XML with a Window at its root, or has no
+    /// size; problem() says what is wrong. Builds nothing.
+    [[nodiscard]] bool Load(std::span<const std::uint8_t> xml);
+    [[nodiscard]] const std::string& problem() const { return m_problem; }
+    /// The window's client size in pixels, 1 to kMaxWindowSide a side; after Load.
+    [[nodiscard]] platform::Size windowSize() const { return m_size; }
+
+    /// Makes fonts, defaults and controls and hands them to `manager`. Elements that neither the
+    /// toolkit nor `callback` (may be null) knows are skipped with what they hold. False when there
+    /// are more than kMaxControls.
+    [[nodiscard]] bool Build(CPaintManagerUI& manager, IDialogBuilderCallback* callback);
+    /// Elements and attributes of the last Build that mean nothing, one line of text each.
+    [[nodiscard]] const std::vector<std::string>& remarks() const { return m_remarks; }
+
+private:
+    struct Document;
+    struct Building;
+
+    bool readWindow();
+
+    std::unique_ptr<Document> m_document;
+    std::string m_problem;
+    std::vector<std::string> m_remarks;
+    platform::Size m_size;
+};
+
+} // namespace toolkit

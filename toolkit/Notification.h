@@ -1,0 +1,31 @@
+// What a control tells its window: the type, the sender and two numbers. Delivered synchronously,
+// in the call that causes it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace toolkit {
+
+class CControlUI;
+
+/// A button or option was pressed and released inside itself, or by Space or Enter.
+inline constexpr std::u16string_view kClick = u"click";
+/// A combo or list selected an item: any pick of the user, also of the item already shown, and a
+/// program's SelectItem that changes the index to a valid one. Never for "nothing selected".
+inline constexpr std::u16string_view kItemSelect = u"itemselect";
+/// The user changed an option's state; sent before its "click". A program's change is silent.
+inline constexpr std::u16string_view kSelectChanged = u"selectchanged";
+/// An edit lost the keyboard. Its handler has run before the control that takes over hears of it.
+inline constexpr std::u16string_view kKillFocus = u"killfocus";
+/// The user changed an edit's text.
+inline constexpr std::u16string_view kTextChanged = u"textchanged";
+
+struct TNotifyUI {
+    std::u16string sType;
+    CControlUI* pSender = nullptr; ///< not owned; valid for the whole delivery, even when removed
+    int wParam = 0;                ///< itemselect: the index
+    int lParam = 0;
+};
+
+} // namespace toolkit

@@ -1,0 +1,16 @@
+// Where drop lists and tool tips stand, so that they stay on their monitor. Screen pixels.
+#pragma once
+
+#include "platform/Geometry.h"
+
+namespace toolkit {
+
+/// Below `anchor`, or above it when only there is room, or where there is more; never outside
+/// `workArea` (its height is cut before it would be).
+[[nodiscard]] platform::Rect placeDropList(const platform::Rect& anchor, platform::Size size,
+                                           const platform::Rect& workArea);
+/// `distance` below the pointer, above it where that does not fit, moved left at the right edge.
+[[nodiscard]] platform::Rect placeToolTip(platform::Point pointer, int distance,
+                                          platform::Size size, const platform::Rect& workArea);
+
+} // namespace toolkit

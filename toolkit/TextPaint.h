@@ -1,0 +1,27 @@
+// Drawing a line of text that may be too long for its box.
+#pragma once
+
+#include "platform/Canvas.h"
+#include "platform/FontSet.h"
+
+#include <string>
+#include <string_view>
+
+namespace toolkit {
+
+/// `text`, or as much of its beginning as fits into `width` pixels followed by U+2026. Whole
+/// characters only; empty when not even the ellipsis fits.
+[[nodiscard]] std::u16string fittedText(std::u16string_view text, int width,
+                                        platform::FontHandle font, const platform::FontSet& fonts);
+
+struct TextLook {
+    platform::FontHandle font = 0;
+    platform::Color color = 0xFF000000;
+    platform::TextAlign align = platform::TextAlign::left;
+    bool endEllipsis = true;
+};
+
+void paintTextLine(platform::Canvas& canvas, const platform::FontSet& fonts,
+                   std::u16string_view text, const platform::Rect& box, const TextLook& look);
+
+} // namespace toolkit
