@@ -25,7 +25,8 @@ public:
     [[nodiscard]] bool sync();
 
     [[nodiscard]] bool read(void* buffer, std::size_t count);
-    /// Allocates `count` bytes when `buffer` is empty (it stays empty when that fails), then reads.
+    /// Allocates `count` bytes when `buffer` is empty (it stays empty when that fails, as it does
+    /// when more than 16 MB and more than the whole file is asked for), then reads.
     [[nodiscard]] bool readAlloc(std::unique_ptr<std::uint8_t[]>& buffer, std::size_t count);
     [[nodiscard]] bool write(const void* buffer, std::size_t count);
     /// Little-endian.
@@ -34,6 +35,8 @@ public:
     [[nodiscard]] bool writeString(const std::string& text);
     /// -1 when unknown, 0 (and a log line) when nothing is open. Leaves the position alone.
     [[nodiscard]] std::int64_t size();
+    /// The system's code of the first call that failed since open; 0 when none has.
+    [[nodiscard]] int lastError() const;
 
     bool writeTerminators = false;
 
@@ -42,6 +45,7 @@ private:
 
     std::unique_ptr<platform::FileStream> m_stream;
     bool m_textMode = false;
+    int m_error = 0;
 };
 
 } // namespace core

@@ -6,7 +6,8 @@
 //   bool good = writeEverything(save.file());
 //   good = good && save.prepare() && save.commit();
 //
-// Without commit the destination stays as it was and the temporary is removed. UI thread only.
+// Without commit the destination stays as it was and the temporary is removed; when a step failed,
+// the reason goes to stderr. UI thread only.
 #pragma once
 
 #include "core/File.h"
@@ -30,15 +31,20 @@ public:
     [[nodiscard]] bool prepare();
     /// Replaces the destination, keeping its access rights. After a successful prepare only.
     [[nodiscard]] bool commit();
-    /// Why the last step failed, in the system's words; empty after success.
-    [[nodiscard]] const std::string& failure() const { return m_failure; }
+    /// Why the first step that failed did so, a write included, in the system's words and with the
+    /// file's path; empty when none has.
+    [[nodiscard]] std::string failure() const;
 
 private:
+    bool fail(int error);
+    void removeTemporary();
+
     File m_file;
     std::string m_destination;
     std::string m_temporary;
     std::string m_failure;
     bool m_prepared = false;
+    bool m_temporaryExists = false;
 };
 
 } // namespace core

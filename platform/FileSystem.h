@@ -29,6 +29,8 @@ public:
     [[nodiscard]] virtual bool sync() = 0;
     /// Flushes and closes; false when something was lost. Later calls fail.
     [[nodiscard]] virtual bool close() = 0;
+    /// The system's code of the first call that failed; 0 when none has.
+    [[nodiscard]] virtual int lastError() const = 0;
 };
 
 enum class OpenMode {
@@ -76,7 +78,8 @@ public:
     /// Absolute form of `path`, by text alone: need not exist. Empty on failure, and on systems
     /// with such a limit when longer than 259 characters.
     [[nodiscard]] virtual std::string fullPath(const std::string& path) = 0;
-    /// The file that a chain of symbolic links ends at; `path` itself when it is none.
+    /// The file, existing or not, that a chain of symbolic links ends at; `path` itself when it is
+    /// none; empty when the chain never ends.
     [[nodiscard]] virtual std::string resolveLink(const std::string& path) = 0;
     /// The system's words for an error code, UTF-8, without a line end.
     [[nodiscard]] virtual std::string errorText(int error) = 0;

@@ -1,0 +1,114 @@
+#include "core/Paths.h"
+
+#include <cstddef>
+#include <string_view>
+
+#include "core/Services.h"
+#include "core/Text.h"
+
+namespace core {
+namespace {
+
+std::size_t nameStart(const std::string& path) {
+    const std::size_t separator = path.find_last_of("/\\");
+    return separator == std::string::npos ? 0 : separator + 1;
+}
+
+char separatorOf(const std::string& path) {
+    return path.find('\\') == std::string::npos ? '/' : '\\';
+}
+
+/// Start of the UTF-8 sequence after the one at `at`.
+std::size_t nextCharacter(std::string_view text, std::size_t at) {
+    ++at;
+    while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80)
+        ++at;
+    return at;
+}
+
+/// "*" stands for any run of characters, "?" for one. Both texts are in lower case.
+bool matches(std::string_view name, std::string_view pattern) {
+    std::size_t n = 0;
+    std::size_t p = 0;
+    std::size_t star = std::string_view::npos;
+    std::size_t resume = 0; // where the last star's run ends so far
+    while (n < name.size()) {
+        if (p < pattern.size() && pattern[p] == '*') {
+            star = p++;
+            resume = n;
+        } else if (p < pattern.size() && pattern[p] == '?') {
+            ++p;
+            n = nextCharacter(name, n);
+        } else if (p < pattern.size() && pattern[p] == name[n]) {
+            ++p;
+            ++n;
+        } else if (star != std::string_view::npos) {
+            p = star + 1;
+            n = ++resume;
+        } else {
+            return false;
+        }
+    }
+    return pattern.find_first_not_of('*', p) == std::string_view::npos;
+}
+
+bool listMatches(const std::string& pattern, bool folders, std::vector<std::string>& names) {
+    names.clear();
+    std::vector<platform::FolderEntry> entries;
+    const bool complete = services().fileSystem->list(folderOf(pattern), entries);
+    // "*.*" has always meant every name, those without a dot too.
+    const std::string wanted = fileName(pattern) == "*.*" ? "*" : lowerCase(fileName(pattern));
+    for (const platform::FolderEntry& entry : entries) {
+        if (entry.isFolder == folders && matches(lowerCase(entry.name), wanted))
+            names.push_back(entry.name);
+    }
+    return complete;
+}
+
+} // namespace
+
+std::string fileTitle(const std::string& path) {
+    const std::string name = fileName(path);
+    return name.substr(0, name.rfind('.'));
+}
+
+std::string fileName(const std::string& path) {
+    return path.substr(nameStart(path));
+}
+
+std::string folderOf(const std::string& path) {
+    return path.substr(0, nameStart(path));
+}
+
+std::string withoutExtension(const std::string& path) {
+    return folderOf(path) + fileTitle(path);
+}
+
+std::string withSeparator(const std::string& folder) {
+    const bool complete = folder.empty() || folder.back() == '/' || folder.back() == '\\';
+    return complete ? folder : folder + separatorOf(folder);
+}
+
+std::string currentDirectory() {
+    return withSeparator(services().fileSystem->currentFolder());
+}
+
+bool listFiles(const std::string& pattern, std::vector<std::string>& names) {
+    return listMatches(pattern, false, names);
+}
+
+bool listFolders(const std::string& folder, std::vector<std::string>& names) {
+    return listMatches(withSeparator(folder) + "*.*", true, names);
+}
+
+bool isFile(const std::string& path) {
+    const auto info = services().fileSystem->info(path);
+    return info && !info->isFolder;
+}
+
+bool isFolder(const std::string& path) {
+    const auto info = services().fileSystem->info(path);
+    return info && info->isFolder;
+}
+
+} // namespace core

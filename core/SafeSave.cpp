@@ -1,0 +1,102 @@
+#include "core/SafeSave.h"
+
+#include <exception>
+
+#include "core/Paths.h"
+#include "core/Services.h"
+#include "core/StandardError.h"
+
+namespace core {
+namespace {
+
+/// The destination's extension keeps the two files of a pair apart. Not made from its name: that
+/// may be as long as the system allows already.
+std::string temporaryFor(const std::string& destination) {
+    const std::string name = fileName(destination);
+    const std::size_t dot = name.rfind('.');
+    const std::string extension = dot == std::string::npos ? std::string() : name.substr(dot);
+    return folderOf(destination) + ".quorvel-saving" + extension;
+}
+
+} // namespace
+
+SafeSave::~SafeSave() {
+    try {
+        const std::string reason = failure();
+        if (!reason.empty())
+            tellStandardError("Not saved: " + reason);
+        removeTemporary();
+    } catch (const std::exception&) {
+        tellStandardError("Not saved: out of memory");
+    }
+}
+
+bool SafeSave::open(const std::string& path, const std::string& mode) {
+    removeTemporary();
+    platform::FileSystem& files = *services().fileSystem;
+    m_failure.clear();
+    m_prepared = false;
+    m_destination = path;
+    int error = 0;
+    const std::string end = files.resolveLink(path);
+    if (end.empty()) {
+        m_failure = path + ": too many symbolic links";
+        return false;
+    }
+    m_destination = end;
+    m_temporary = temporaryFor(m_destination);
+    if (files.info(m_destination) &&
+        !files.open(m_destination, platform::OpenMode::writeInPlace, error))
+        return fail(error);
+    // A left-over of a killed program, or a link somewhere else: never written through.
+    files.removeFile(m_temporary, error);
+    if (!m_file.open(m_temporary, mode))
+        return fail(m_file.lastError());
+    m_temporaryExists = true;
+    return true;
+}
+
+bool SafeSave::prepare() {
+    const bool written = m_file.lastError() == 0 && m_file.sync();
+    const bool closed = m_file.close();
+    m_prepared = written && closed;
+    return m_prepared || fail(m_file.lastError());
+}
+
+bool SafeSave::commit() {
+    if (!m_prepared)
+        return false;
+    m_prepared = false;
+    platform::FileSystem& files = *services().fileSystem;
+    files.copyAccess(m_destination, m_temporary);
+    int error = 0;
+    if (!files.replaceFile(m_temporary, m_destination, error))
+        return fail(error);
+    m_temporaryExists = false;
+    // The new file is in its place; without this only a power failure could bring the old one back.
+    files.syncFolder(folderOf(m_destination));
+    return true;
+}
+
+std::string SafeSave::failure() const {
+    if (!m_failure.empty() || m_file.lastError() == 0)
+        return m_failure;
+    return m_destination + ": " + services().fileSystem->errorText(m_file.lastError());
+}
+
+bool SafeSave::fail(int error) {
+    if (m_failure.empty())
+        m_failure = m_destination + ": " +
+                    (error == 0 ? "cannot be written" : services().fileSystem->errorText(error));
+    return false;
+}
+
+void SafeSave::removeTemporary() {
+    m_file.close();
+    int error = 0;
+    if (m_temporaryExists)
+        services().fileSystem->removeFile(m_temporary, error);
+    m_temporaryExists = false;
+}
+
+} // namespace core

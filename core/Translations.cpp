@@ -1,0 +1,82 @@
+#include "core/Translations.h"
+
+#include <algorithm>
+#include <new>
+#include <string_view>
+#include <vector>
+
+#include "core/IniLines.h"
+#include "core/Paths.h"
+#include "core/Services.h"
+#include "core/StandardError.h"
+#include "core/Text.h"
+#include "core/WholeFile.h"
+
+namespace core {
+namespace {
+
+constexpr const char* kFallbackLanguage = "English";
+constexpr std::string_view kSectionPrefix = "language:"; // in lower case
+constexpr std::size_t kMaxFileBytes = std::size_t{16} * 1024 * 1024;
+
+std::string lookupKey(std::string_view language, std::string_view key) {
+    return lowerCase(language) + "." + lowerCase(key);
+}
+
+} // namespace
+
+std::shared_ptr<Translations> Translations::create(const std::string& path,
+                                                   const std::string& language) {
+    try {
+        auto translations = std::make_shared<Translations>(language);
+        return translations->load(path) ? translations : nullptr;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+Translations::Translations(const std::string& language) : m_language(language) {}
+
+bool Translations::load(const std::string& path) {
+    if (!isFolder(path))
+        return loadFile(path);
+    const std::string folder = withSeparator(path);
+    std::vector<std::string> names;
+    listFiles(folder + "*.ini", names);
+    return std::all_of(names.begin(), names.end(),
+                       [&](const std::string& name) { return loadFile(folder + name); });
+}
+
+bool Translations::loadFile(const std::string& path) {
+    const std::optional<std::string> text = readWholeFile(path, kMaxFileBytes);
+    if (!text) {
+        tellStandardError("Translations cannot be read: \"" + path + "\", looked for as \"" +
+                          services().fileSystem->fullPath(path) + "\"");
+        return false;
+    }
+    readIniText(*text, path,
+                [this](std::string_view section, std::string_view key, std::string_view value) {
+                    if (lowerCase(section.substr(0, kSectionPrefix.size())) != kSectionPrefix)
+                        return;
+                    const std::string_view language = section.substr(kSectionPrefix.size());
+                    m_languages.emplace(language);
+                    m_texts.emplace(lookupKey(language, key), value);
+                });
+    return true;
+}
+
+const std::string* Translations::find(const std::string& language, const std::string& key) const {
+    const auto found = m_texts.find(lookupKey(language, key));
+    return found == m_texts.end() ? nullptr : &found->second;
+}
+
+std::string Translations::translate(const std::string& key) const {
+    if (key.empty() || (key.front() >= '0' && key.front() <= '9'))
+        return key;
+    const std::string* text = find(m_language, key);
+    if (text == nullptr && m_language != kFallbackLanguage)
+        text = find(kFallbackLanguage, key);
+    return text == nullptr ? key : *text;
+}
+
+} // namespace core

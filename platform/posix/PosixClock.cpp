@@ -1,0 +1,35 @@
+#include "platform/Clock.h"
+
+#include <array>
+#include <cstdio>
+#include <ctime>
+
+#include "platform/Immortal.h"
+
+namespace platform {
+namespace {
+
+class PosixClock final : public Clock {
+public:
+    std::string localTimeText() override {
+        const std::time_t now = std::time(nullptr);
+        std::tm local{};
+        if (::localtime_r(&now, &local) == nullptr)
+            return "12:00:00 AM";
+        // Not strftime: many languages have no text for %p.
+        const int hour = local.tm_hour % 12 == 0 ? 12 : local.tm_hour % 12;
+        std::array<char, 64> text{};
+        std::snprintf(text.data(), text.size(), "%02d:%02d:%02d %s", hour, local.tm_min,
+                      local.tm_sec, local.tm_hour < 12 ? "AM" : "PM");
+        return text.data();
+    }
+};
+
+} // namespace
+
+Clock& nativeClock() {
+    static Immortal<PosixClock> clock;
+    return clock.value;
+}
+
+} // namespace platform
