@@ -33,5 +33,6 @@ build() {
     return 1
   fi
   say "build $preset${*:+ ($*)}"
-  cmake --build --preset "$preset" --parallel "$(jobs)" ${*:+--target "$@"}
+  cmake --build --preset "$preset" --parallel "$(jobs)" ${*:+--target "$@"} |
+    awk -f tools/quiet_ninja.awk
 }

@@ -2,8 +2,9 @@
 # wine-keep.sh start|stop: makes the tests' Wine prefix and holds Wine's services up, so that a test
 # costs hundredths of a second. Without it a test whose process starts the services hands them its
 # output pipe, and ctest waits seconds until they end.
-export WINEPREFIX="${WINEPREFIX:-$HOME/.cache/quorvel/wine}" LC_ALL=C.UTF-8
-run=$(dirname "$0")/wine-run.sh
+here=$(cd "$(dirname "$0")/.." && pwd)
+export WINEPREFIX="${WINEPREFIX:-$here/build/wine}" LC_ALL=C.UTF-8
+run=$here/tools/wine-run.sh
 mkdir -p "$WINEPREFIX"
 pidfile=$WINEPREFIX/keep.pid
 case ${1:-} in

@@ -1,6 +1,9 @@
 #!/bin/sh
-# Runs one Windows program under Wine, quietly, in a prefix of the tests' own.
-export WINEPREFIX="${WINEPREFIX:-$HOME/.cache/quorvel/wine}"
+# Runs one Windows program under Wine, quietly, in a prefix of this tree's own, so that two clones
+# never end each other's services.
+here=$(cd "$(dirname "$0")/.." && pwd)
+export WINEPREFIX="${WINEPREFIX:-$here/build/wine}"
+mkdir -p "$WINEPREFIX"
 export LC_ALL=C.UTF-8 # in the C locale Wine refuses file names outside ASCII
 export WINEARCH=win64 WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}" # no questions about Mono and Gecko
