@@ -1,0 +1,304 @@
+#!/usr/bin/env python3
+"""Draws every image of the default skin into data/UI from the descriptions below.
+
+  tools/make_skin.py           writes data/UI/*.png
+  tools/make_skin.py --check   compares them with what it would draw; exit 1 when one differs
+  tools/make_skin.py --sheet F all images on one sheet, four times enlarged, for a look
+
+Needs Python 3 alone. The pixels are the same on every machine, so the images are kept beside this
+script and a build never draws them.
+"""
+
+import pathlib
+import sys
+
+import skin_icons
+from vector import path, png
+from vector.canvas import Image
+
+FOLDER = pathlib.Path(__file__).resolve().parent.parent / "data" / "UI"
+
+INK, MUTED, WINDOW, BAND, SURFACE = "#1C2733", "#465362", "#F3F5F8", "#E6EBF1", "#FFFFFF"
+LINE, EDGE = "#D3DAE2", "#7C8A9A"
+ACCENT, ACCENT_HOVER, ACCENT_PRESSED = "#1D63AD", "#185493", "#124274"
+SELECTED, HOT, OFF = "#C1E3FF", "#E9F5FF", "#98A4B1"
+DANGER, DANGER_HOVER, DANGER_PRESSED = "#A8221B", "#FCECEA", "#F6D5D2"
+QUESTION, TIP, CHECK_OFF, CHEVRON_OFF = "#33475B", "#2B3947", "#C9D1DA", "#B9C3CE"
+ROW_LINE, ROW_SELECTED_LINE, HEADER_TICK, THUMB_HOVER = "#E8ECF1", "#A6D2F7", "#C3CCD6", "#596675"
+
+# State: (fill, edge, icon) for each kind of button.
+SECONDARY = {
+    "Normal": (SURFACE, EDGE, MUTED),
+    "Hover": (HOT, ACCENT, ACCENT_PRESSED),
+    "Click": (SELECTED, ACCENT_PRESSED, ACCENT_PRESSED),
+    "Inactive": (WINDOW, LINE, OFF),
+}
+PRIMARY = {
+    "Normal": (ACCENT, ACCENT, SURFACE),
+    "Hover": (ACCENT_HOVER, ACCENT_HOVER, SURFACE),
+    "Click": (ACCENT_PRESSED, ACCENT_PRESSED, SURFACE),
+    "Inactive": ("#E1E6EC", LINE, OFF),
+}
+DANGEROUS = {
+    "Normal": (SURFACE, EDGE, DANGER),
+    "Hover": (DANGER_HOVER, DANGER, DANGER),
+    "Click": (DANGER_PRESSED, DANGER, DANGER),
+    "Inactive": SECONDARY["Inactive"],
+}
+FIELD = {
+    "Normal": (SURFACE, EDGE),
+    "Hover": (SURFACE, ACCENT),
+    "Click": (SURFACE, ACCENT),
+    "Inactive": (WINDOW, LINE),
+}
+BOX = {  # fill, edge, tick
+    "Normal": (SURFACE, EDGE, None),
+    "Hover": (HOT, ACCENT, None),
+    "Inactive": (WINDOW, LINE, None),
+    "Click": (ACCENT, ACCENT, SURFACE),
+    "ClickHover": (ACCENT_HOVER, ACCENT_HOVER, SURFACE),
+    "ClickInactive": (CHECK_OFF, CHECK_OFF, SURFACE),
+}
+THUMB = {"Normal": EDGE, "Hover": THUMB_HOVER, "Click": ACCENT_PRESSED}
+
+
+def framed(image, x, y, width, height, fill, edge, radius=3):
+    """A box with an edge of one pixel."""
+    image.fill(path.rounded(x, y, width, height, radius), edge)
+    if fill != edge:
+        image.fill(path.rounded(x + 1, y + 1, width - 2, height - 2, radius - 1), fill)
+
+
+def flat(colour, width=3, height=3):
+    image = Image(width, height)
+    image.fill(path.rounded(0, 0, width, height, 0), colour)
+    return image
+
+
+def button(width, height, look, icon=None, place=(0, 0)):
+    fill, edge, colour = look
+    image = Image(width, height)
+    framed(image, 0, 0, width, height, fill, edge)
+    if icon:
+        skin_icons.draw(image, icon, place[0], place[1], colour)
+    return image
+
+
+def combo(state):
+    """48 x 25 for corners 5,4,28,4: the chevron stands in the right 28."""
+    fill, edge = FIELD[state]
+    image = Image(48, 25)
+    framed(image, 0, 0, 48, 25, fill, edge)
+    grip = {"Hover": (HOT, SELECTED), "Click": (SELECTED, ACCENT)}.get(state)
+    if grip:
+        image.fill(path.rounded(40, 1, 7, 23, 2), grip[0])
+        image.fill(path.rounded(20, 1, 24, 23, 0), grip[0])
+        image.fill(path.rounded(4, 1, 16, 23, 0), fill)
+        image.fill(path.rounded(20, 1, 1, 23, 0), grip[1])
+    skin_icons.draw(image, "Chevron", 34, 13, CHEVRON_OFF if state == "Inactive" else MUTED)
+    return image
+
+
+def box(image, x, y, state):
+    fill, edge, tick = BOX[state]
+    framed(image, x, y, 18, 18, fill, edge)
+    if tick:
+        skin_icons.draw(image, "Tick", x + 1, y + 1, tick)
+    return image
+
+
+def flag_check(state):
+    image = box(Image(64, 25), 0, 4, state)
+    colour = OFF if "Inactive" in state else ACCENT if "Click" in state else MUTED
+    skin_icons.draw(image, "First", 24, 5, colour)
+    return image
+
+
+def ring(width, height, colour, thick=2, radius=3):
+    image = Image(width, height)
+    outer = path.rounded(0, 0, width, height, radius)
+    inner = path.rounded(thick, thick, width - 2 * thick, height - 2 * thick, max(0, radius - thick))
+    image.fill(outer + inner, colour, even_odd=True)
+    return image
+
+
+def primary_ring():
+    """2 px dark, then a white line: seen on the accent fill."""
+    image = ring(12, 12, ACCENT_PRESSED)
+    image.fill(path.rounded(2, 2, 8, 8, 1) + path.rounded(3, 3, 6, 6, 0), SURFACE, even_odd=True)
+    return image
+
+
+def check_ring():
+    """Around an 18 px box: 1 px white, then 2 px accent, 24 x 24 in all."""
+    image = ring(24, 24, ACCENT, 2, 6)
+    image.fill(path.rounded(2, 2, 20, 20, 4) + path.rounded(3, 3, 18, 18, 3), SURFACE, even_odd=True)
+    return image
+
+
+def thumb(colour):
+    image = Image(8, 12)
+    image.fill(path.rounded(0, 0, 8, 12, 4), colour)
+    return image
+
+
+def row(fill, line):
+    """One row of the action list with its separator below."""
+    image = flat(fill, 3, 4)
+    image.fill(path.rounded(0, 3, 3, 1, 0), line)
+    return image
+
+
+def track():
+    image = flat(WINDOW, 14, 3)
+    image.fill(path.rounded(0, 0, 1, 3, 0), LINE)
+    return image
+
+
+def header(divider):
+    """A header cell 30 high: the line below, and a divider of 15 at its left edge."""
+    image = flat(BAND, 4, 30)
+    image.fill(path.rounded(0, 29, 4, 1, 0), LINE)
+    if divider:
+        image.fill(path.rounded(0, 7, 1, 15, 0), HEADER_TICK)
+    return image
+
+
+def icon(name, size, colour, scale=1.0):
+    image = Image(size, size)
+    skin_icons.draw(image, name, 0, 0, colour, scale)
+    return image
+
+
+def buttons():
+    for kind, looks, icons in (("Button", SECONDARY, ("Add", "Exit", "Close", "Zone")),
+                               ("Primary", PRIMARY, ("Save", "Open")),
+                               ("Danger", DANGEROUS, ("Remove",))):
+        for state, look in looks.items():
+            if kind != "Danger":
+                yield kind + state, button(16, 25, look)
+            for name in icons:
+                yield kind + name + state, button(48, 25, look, name, (14, 5))
+    for name, looks in (("Add", SECONDARY), ("Remove", DANGEROUS)):
+        for state, look in looks.items():
+            yield "Icon" + name + state, button(28, 25, look, name, (6, 5))
+
+
+def tiles():
+    chosen = (SELECTED, ACCENT, ACCENT_PRESSED)
+    for name in ("Move", "AddPoint", "AddMultiPoint", "DeletePoint"):
+        for state, look in [*SECONDARY.items(), ("Chosen", chosen)]:
+            yield "Tool" + name + state, button(64, 60, look, name, (20, 10))
+    for name in ("Previous10", "Previous", "Next", "Next10"):
+        for state, look in SECONDARY.items():
+            yield "Step" + name + state, button(40, 60, look, name, (12, 14))
+
+
+def fields():
+    for state in FIELD:
+        yield "Combo" + state, combo(state)
+        fill, edge = FIELD[state]
+        if state != "Click":
+            yield "Edit" + state, button(16, 25, (fill, edge, None))
+    for state, colour in (("Normal", SURFACE), ("Selected", SELECTED), ("Hover", HOT)):
+        yield "ComboItem" + state, flat(colour)
+    for state in BOX:
+        yield "Option" + state, box(Image(18, 18), 0, 0, state)
+        yield "Check" + state, box(Image(44, 25), 0, 4, state)
+        yield "CheckFirst" + state, flag_check(state)
+
+
+def parts():
+    yield "FocusRing", ring(12, 12, ACCENT)
+    yield "FocusRingPrimary", primary_ring()
+    yield "FocusRingCheck", check_ring()
+    for state, colour in THUMB.items():
+        yield "ScrollThumb" + state, thumb(colour)
+    yield "ScrollTrack", track()
+    yield "RowNormal", row(SURFACE, ROW_LINE)
+    yield "RowHover", row(HOT, ROW_LINE)
+    yield "RowSelected", row(SELECTED, ROW_SELECTED_LINE)
+    yield "HeaderCell", header(True)
+    yield "HeaderFirst", header(False)
+    card = Image(12, 12)
+    framed(card, 0, 0, 12, 12, SURFACE, LINE, 4)
+    yield "Card", card
+    tip = Image(12, 12)
+    tip.fill(path.rounded(0, 0, 12, 12, 3), TIP)
+    yield "ToolTip", tip
+    yield "Mark", icon("Mark", 16, ACCENT)
+    yield "Question", icon("Question", 32, QUESTION)
+    yield "EmptyScenes", icon("Open", 32, OFF, 2.0)
+
+
+def images():
+    """Every image as (file name, Image)."""
+    for group in (buttons, tiles, fields, parts):
+        for name, image in group():
+            yield name + ".png", image
+
+
+def check():
+    wrong = []
+    wanted = set()
+    for name, image in images():
+        wanted.add(name)
+        file = FOLDER / name
+        try:
+            stored = png.decode(file.read_bytes())
+        except (OSError, ValueError) as error:
+            wrong.append(f"{name}: {error}")
+            continue
+        if stored != (image.width, image.height, image.rgba()):
+            wrong.append(f"{name}: differs from its description")
+    wrong += [f"{file.name}: not drawn by this script" for file in sorted(FOLDER.glob("*.png"))
+              if file.name not in wanted]
+    print("\n".join(wrong) if wrong else f"{len(wanted)} images are as described")
+    return 1 if wrong else 0
+
+
+def sheet(target, zoom=4):
+    """All images in rows on the window's grey."""
+    x = y = 8
+    line = 0
+    placed = []
+    for name, image in images():
+        if x + image.width > 300:
+            x, y, line = 8, y + line + 6, 0
+        placed.append((x, y, image))
+        x, line = x + image.width + 6, max(line, image.height)
+    width, height = 308, y + line + 8
+    canvas = [[243, 245, 248] for _ in range(width * height)]
+    for left, top, image in placed:
+        data = image.rgba()
+        for i in range(image.width * image.height):
+            pixel, alpha = data[i * 4:i * 4 + 4], data[i * 4 + 3] / 255
+            place = (top + i // image.width) * width + left + i % image.width
+            canvas[place] = [int(new * alpha + old * (1 - alpha) + 0.5) for new, old in zip(pixel, canvas[place])]
+    out = bytearray()
+    for row_y in range(height * zoom):
+        for column in range(width * zoom):
+            out += bytes(canvas[row_y // zoom * width + column // zoom]) + b"\xff"
+    pathlib.Path(target).write_bytes(png.encode(width * zoom, height * zoom, bytes(out)))
+    return 0
+
+
+def main(arguments):
+    if arguments[:1] == ["--check"]:
+        return check()
+    if arguments[:1] == ["--sheet"] and len(arguments) == 2:
+        return sheet(arguments[1])
+    if arguments:
+        print(__doc__)
+        return 2
+    FOLDER.mkdir(parents=True, exist_ok=True)
+    count = 0
+    for name, image in images():
+        (FOLDER / name).write_bytes(png.encode(image.width, image.height, image.rgba()))
+        count += 1
+    print(f"{count} images in {FOLDER}")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
