@@ -1,0 +1,75 @@
+#include "scene/Action.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <string_view>
+
+#include <tinyxml2.h>
+
+#include "core/File.h"
+#include "core/Text.h"
+#include "scene/SceneXml.h"
+
+namespace scene {
+namespace {
+
+constexpr std::array<const char*, 4> kTypeNames{"DefaultAction", "KeypressAction", "ZoneAction",
+                                                "RandomAction"};
+
+} // namespace
+
+std::string Action::typeName(int type) {
+    const bool known = type >= 0 && static_cast<std::size_t>(type) < kTypeNames.size();
+    return kTypeNames[known ? static_cast<std::size_t>(type) : 0];
+}
+
+int Action::typeNumber(const std::string& name) {
+    const auto found = std::find(kTypeNames.begin(), kTypeNames.end(), name);
+    return found == kTypeNames.end() ? kDefaultAction
+                                     : static_cast<int>(found - kTypeNames.begin());
+}
+
+std::shared_ptr<Action> Action::create() {
+    try {
+        return std::make_shared<Action>();
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+std::shared_ptr<Action> Action::create(const tinyxml2::XMLElement& element) {
+    std::shared_ptr<Action> action = create();
+    return action && action->Load(element) ? action : nullptr;
+}
+
+bool Action::Write(core::File& file) const {
+    return writeLines(
+        file, {"\t\t<Action>\n", "\t\t\t<Type>" + typeName(m_type) + "</Type>\n",
+               m_parameter.empty() ? "" : "\t\t\t<Parameter>" + m_parameter + "</Parameter>\n",
+               m_immediate ? "\t\t\t<Immediate>true</Immediate>\n" : "",
+               "\t\t\t<BranchID>" + m_branchID + "</BranchID>\n", "\t\t</Action>\n"});
+}
+
+bool Action::Load(const tinyxml2::XMLElement& element) {
+    std::string type;
+    for (const auto* child = element.FirstChildElement(); child;
+         child = child->NextSiblingElement()) {
+        const std::string_view name = child->Name();
+        const std::string text = elementText(*child);
+        if (name == "Type")
+            type = text;
+        else if (name == "Parameter")
+            m_parameter = text;
+        else if (name == "Immediate")
+            m_immediate = text.empty() ? m_immediate : core::toBool(text);
+        else if (name == "BranchID")
+            m_branchID = text;
+        else
+            reportUnknownNode(*child);
+    }
+    m_type = typeNumber(type);
+    return true;
+}
+
+} // namespace scene

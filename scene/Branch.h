@@ -1,0 +1,50 @@
+// One node of a scenario: a video and the ordered actions that choose what follows it. Owned by the
+// BranchManager. Main thread only.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "scene/Action.h"
+
+namespace scene {
+
+class Branch {
+public:
+    /// Empty only when there is no memory.
+    [[nodiscard]] static std::shared_ptr<Branch> create();
+    /// Empty when an action cannot be created; that is logged.
+    [[nodiscard]] static std::shared_ptr<Branch> Load(const tinyxml2::XMLElement& element);
+
+    /// The name that actions refer to; unique within the scenario by convention only.
+    [[nodiscard]] const std::string& ID() const { return m_id; }
+    void SetID(const std::string& id) { m_id = id; }
+    /// The video's name inside the scenario's folder.
+    [[nodiscard]] const std::string& Filename() const { return m_filename; }
+    void SetFilename(const std::string& filename) { m_filename = filename; }
+
+    [[nodiscard]] const std::vector<std::shared_ptr<Action>>& actions() const { return m_actions; }
+    [[nodiscard]] int actionCount() const { return static_cast<int>(m_actions.size()); }
+    /// Empty for an index out of range.
+    [[nodiscard]] std::shared_ptr<Action> action(int index) const;
+    /// Appends; an empty pointer is not taken.
+    void addAction(const std::shared_ptr<Action>& action);
+    /// Later actions move up. Nothing happens for an index out of range.
+    void removeAction(int index);
+    /// Takes the action at `from` out and puts it in so that it stands at `to`. Nothing happens for
+    /// an index out of range.
+    void moveAction(int from, int to);
+
+    /// Writes the "Branch" element, texts unescaped. False at the first write that fails.
+    [[nodiscard]] bool Write(core::File& file) const;
+
+private:
+    [[nodiscard]] bool loadChildren(const tinyxml2::XMLElement& element);
+
+    std::string m_id;
+    std::string m_filename;
+    std::vector<std::shared_ptr<Action>> m_actions;
+};
+
+} // namespace scene

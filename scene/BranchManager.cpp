@@ -1,0 +1,118 @@
+#include "scene/BranchManager.h"
+
+#include <algorithm>
+#include <new>
+
+#include "core/File.h"
+#include "core/Log.h"
+
+namespace scene {
+namespace {
+
+// Support looks messages up by these places; they do not follow this file's lines.
+constexpr const char* kSource = "..\\BranchManager.cpp";
+constexpr int kBranchIDLine = 337;
+constexpr int kSetBranchIDLine = 344;
+constexpr int kBranchFilenameLine = 351;
+constexpr int kSetBranchFilenameLine = 358;
+constexpr int kBranchActionsLine = 365;
+constexpr int kAddActionLine = 372;
+constexpr int kRemoveActionLine = 379;
+constexpr int kActionLine = 386;
+
+void reportInvalidIndex(int line) {
+    core::Log::get()->Error("%s:%d Invalid branch index", kSource, line);
+}
+
+} // namespace
+
+std::shared_ptr<BranchManager> BranchManager::create() {
+    try {
+        return std::make_shared<BranchManager>();
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+bool BranchManager::AddBranch() {
+    const std::shared_ptr<Branch> branch = Branch::create();
+    if (!branch)
+        return false;
+    ++m_newBranchCounter;
+    branch->SetID("New Branch " + std::to_string(m_newBranchCounter + 1));
+    m_branches.push_back(branch);
+    return true;
+}
+
+void BranchManager::append(const std::shared_ptr<Branch>& branch) {
+    if (branch)
+        m_branches.push_back(branch);
+}
+
+void BranchManager::branchIDs(std::vector<std::string>& ids) const {
+    for (const std::shared_ptr<Branch>& branch : m_branches)
+        ids.push_back(branch->ID());
+}
+
+std::shared_ptr<Branch> BranchManager::checkedBranch(int index, int line) const {
+    if (index >= 0 && index < branchCount())
+        return m_branches[static_cast<std::size_t>(index)];
+    reportInvalidIndex(line);
+    return nullptr;
+}
+
+std::shared_ptr<Branch> BranchManager::checkedBranch(int index, int actionIndex, int line) const {
+    const std::shared_ptr<Branch> branch = checkedBranch(index, line);
+    if (!branch || (actionIndex >= 0 && actionIndex < branch->actionCount()))
+        return branch;
+    reportInvalidIndex(line);
+    return nullptr;
+}
+
+std::string BranchManager::branchID(int index) const {
+    const std::shared_ptr<Branch> branch = checkedBranch(index, kBranchIDLine);
+    return branch ? branch->ID() : std::string();
+}
+
+void BranchManager::setBranchID(int index, const std::string& id) {
+    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kSetBranchIDLine))
+        branch->SetID(id);
+}
+
+std::string BranchManager::branchFilename(int index) const {
+    const std::shared_ptr<Branch> branch = checkedBranch(index, kBranchFilenameLine);
+    return branch ? branch->Filename() : std::string();
+}
+
+void BranchManager::setBranchFilename(int index, const std::string& filename) {
+    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kSetBranchFilenameLine))
+        branch->SetFilename(filename);
+}
+
+void BranchManager::branchActions(int index, std::vector<std::shared_ptr<Action>>& actions) const {
+    actions.clear();
+    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kBranchActionsLine))
+        actions = branch->actions();
+}
+
+void BranchManager::addAction(int index, const std::shared_ptr<Action>& action) {
+    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kAddActionLine))
+        branch->addAction(action);
+}
+
+void BranchManager::removeAction(int index, int actionIndex) {
+    if (const auto branch = checkedBranch(index, actionIndex, kRemoveActionLine))
+        branch->removeAction(actionIndex);
+}
+
+std::shared_ptr<Action> BranchManager::action(int index, int actionIndex) const {
+    const auto branch = checkedBranch(index, actionIndex, kActionLine);
+    return branch ? branch->action(actionIndex) : nullptr;
+}
+
+bool BranchManager::Write(core::File& file) const {
+    return std::all_of(m_branches.begin(), m_branches.end(),
+                       [&](const std::shared_ptr<Branch>& branch) { return branch->Write(file); });
+}
+
+} // namespace scene

@@ -1,0 +1,105 @@
+#include <string_view>
+
+#include <tinyxml2.h>
+
+#include "core/Log.h"
+#include "core/Paths.h"
+#include "core/SafeSave.h"
+#include "core/Services.h"
+#include "core/WholeFile.h"
+#include "scene/SceneManager.h"
+#include "scene/SceneXml.h"
+
+namespace scene {
+namespace {
+
+constexpr const char* kSource = "..\\SceneManager.cpp"; // as in SceneManager.cpp
+constexpr int kSaveLine = 305;
+constexpr const char* kScenesFolder = "Scenes";
+constexpr const char* kFileName = "Scene.xml";
+/// A thousand times a large scene; the parser needs several times the file's size.
+constexpr std::size_t kMaxFileBytes = std::size_t{64} * 1024 * 1024;
+
+bool failLoad(const char* reason) {
+    core::Log::get()->Error("%s", reason);
+    return false;
+}
+
+bool parse(const std::string& path, tinyxml2::XMLDocument& document) {
+    // From memory: the library itself opens files by a name that is not UTF-8 everywhere.
+    const std::optional<std::string> text = core::readWholeFile(path, kMaxFileBytes);
+    return text && document.Parse(text->data(), text->size()) == tinyxml2::XML_SUCCESS;
+}
+
+} // namespace
+
+bool SceneManager::Load(const std::string& name) {
+    if (!name.empty())
+        m_name = name;
+    return loadFolder(core::withSeparator(std::string(kScenesFolder) + "/" + m_name));
+}
+
+bool SceneManager::loadFolder(const std::string& folder) {
+    m_branchManager = BranchManager::create();
+    if (!m_branchManager)
+        return failLoad("Unable to create branch manager");
+    tinyxml2::XMLDocument document;
+    if (!parse(folder + kFileName, document))
+        return failLoad("Unable to load scene");
+    const tinyxml2::XMLNode* first = document.FirstChild();
+    if (!first)
+        return failLoad("Scene file is corrupt");
+    // A declaration or a comment at the start has no child either, and is refused with this text.
+    if (first->NoChildren() || !first->ToElement())
+        return failLoad("Scene file has extraneous xml header");
+    return loadRoot(*first->ToElement());
+}
+
+bool SceneManager::loadRoot(const tinyxml2::XMLElement& root) {
+    for (const auto* child = root.FirstChildElement(); child; child = child->NextSiblingElement()) {
+        const std::string_view name = child->Name();
+        if (name == "Name") {
+            m_name = elementText(*child);
+        } else if (name == "FirstBranch") {
+            m_firstBranch = elementText(*child);
+        } else if (name == "Branch") {
+            const std::shared_ptr<Branch> branch = Branch::Load(*child);
+            if (!branch)
+                return failLoad("Unable to load branch");
+            m_branchManager->append(branch);
+        } else {
+            reportUnknownNode(*child);
+        }
+    }
+    return true;
+}
+
+bool SceneManager::Save(const std::string& folder) {
+    int error = 0; // both may exist; whatever else fails shows when the file is opened
+    core::services().fileSystem->createFolder(kScenesFolder, error);
+    core::services().fileSystem->createFolder(folder, error);
+    return saveInto(folder);
+}
+
+bool SceneManager::saveInto(const std::string& folder) {
+    if (!m_branchManager) {
+        core::Log::get()->Error("%s:%d Branch Manager is invalid", kSource, kSaveLine);
+        m_saveFailure = "there is no scene";
+        return false; // the scene on the disk is worth more than an empty one
+    }
+    if (m_firstBranch.empty())
+        m_firstBranch = m_branchManager->branchID(0);
+    core::SafeSave save;
+    const bool good = save.open(folder + kFileName, "wt") && write(save.file()) && save.prepare() &&
+                      save.commit();
+    m_saveFailure = good ? std::string() : save.failure();
+    return good;
+}
+
+bool SceneManager::write(core::File& file) const {
+    return writeLines(file, {"<Scene>\n", "\t<Name>" + m_name + "</Name>\n",
+                             "\t<FirstBranch>" + m_firstBranch + "</FirstBranch>\n"}) &&
+           m_branchManager->Write(file) && file.writeString("</Scene>\n");
+}
+
+} // namespace scene

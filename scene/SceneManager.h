@@ -1,0 +1,75 @@
+// The open scenario: its name, the branch that plays first and its branches. Loads and saves
+// "Scene.xml" in the scenario's folder under "Scenes". One for the whole run, shared by all
+// windows. Main thread only.
+//
+// The forwarding operations log "..\SceneManager.cpp:LINE Branch Manager is invalid" and do nothing
+// when there is no branch manager; an index out of range is the BranchManager's matter.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "scene/BranchManager.h"
+
+namespace scene {
+
+class SceneManager {
+public:
+    /// With an empty branch manager. Empty when there is no memory.
+    [[nodiscard]] static std::shared_ptr<SceneManager> create();
+    explicit SceneManager(std::shared_ptr<BranchManager> branchManager);
+
+    /// Also the scenario's folder name.
+    [[nodiscard]] const std::string& Name() const { return m_name; }
+    void SetName(const std::string& name) { m_name = name; }
+    /// The ID of the branch that plays first.
+    [[nodiscard]] const std::string& FirstBranch() const { return m_firstBranch; }
+    void SetFirstBranch(const std::string& id) { m_firstBranch = id; }
+
+    /// Starts an empty scenario. False, with everything as it was, when there is no memory.
+    bool newScene(const std::string& name);
+    /// Loads the scenario `name`, or the one already named when it is empty. The previous one is
+    /// dropped first and not restored: after a failure (false, logged) the branches read so far
+    /// stay. A "Name" in the file takes the place of the folder's name. Intended.
+    bool Load(const std::string& name);
+    /// The same for a folder anywhere, which ends in a separator; the name held stays unless the
+    /// file has one.
+    bool loadFolder(const std::string& folder);
+    /// Writes into `folder`, which ends in a separator and is made when missing. False when the
+    /// file did not reach the disk; the old one is whole then.
+    bool Save(const std::string& folder);
+    /// The same into a folder that exists; makes none.
+    bool saveInto(const std::string& folder);
+    /// Why the last save did not reach the disk, for people; empty after a good one.
+    [[nodiscard]] const std::string& saveFailure() const { return m_saveFailure; }
+
+    /// The first branch of a scenario becomes its FirstBranch.
+    bool AddBranch();
+    /// Appends every branch's ID, in list order.
+    void branchIDs(std::vector<std::string>& ids) const;
+    [[nodiscard]] int branchCount() const;
+    [[nodiscard]] std::string branchID(int index) const;
+    /// FirstBranch follows; the BranchID of actions does not. Intended.
+    void renameBranch(int index, const std::string& id);
+    [[nodiscard]] std::string branchFilename(int index) const;
+    void setBranchFilename(int index, const std::string& filename);
+    /// Replaces what `actions` held.
+    void branchActions(int index, std::vector<std::shared_ptr<Action>>& actions) const;
+    void addAction(int index, const std::shared_ptr<Action>& action);
+    void removeAction(int index, int actionIndex);
+    [[nodiscard]] std::shared_ptr<Action> action(int index, int actionIndex) const;
+
+private:
+    /// Empty, after a log line with `line`, when there is none.
+    [[nodiscard]] BranchManager* checkedManager(int line) const;
+    [[nodiscard]] bool loadRoot(const tinyxml2::XMLElement& root);
+    [[nodiscard]] bool write(core::File& file) const;
+
+    std::shared_ptr<BranchManager> m_branchManager;
+    std::string m_name;
+    std::string m_firstBranch;
+    std::string m_saveFailure;
+};
+
+} // namespace scene
