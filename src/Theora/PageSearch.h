@@ -1,0 +1,54 @@
+// Finds the place in a file to decode a frame from, by probing pages: interpolation first,
+// bisection where that does not shrink the interval, and a short walk at the end.
+#pragma once
+
+#include <cstdint>
+
+#include "src/Theora/PacketReader.h"
+
+namespace theora {
+
+/// Where to start so that a wanted frame can be decoded.
+struct DecodeStart {
+    PagePlace place;           ///< reading from here passes the keyframe
+    std::int64_t keyframe = 0; ///< the first frame to decode; packets before it are passed over
+    bool isKeyframe = false;   ///< false: the file has none before the frame, decoding starts blank
+};
+
+/// One thread. Reads through readers of its own, so a decoder's place is left alone.
+class PageSearch {
+public:
+    /// All references outlive the search.
+    PageSearch(SharedSource& source, const StopCheck& stop, const StreamLayout& layout,
+               const GranuleFormat& format);
+
+    /// The last page whose granule position says a frame below `frame`; the start when there is
+    /// none. When stopped the answer is some page before `frame`.
+    [[nodiscard]] PagePlace lastPageBefore(std::int64_t frame);
+    /// The last keyframe at or before `frame`. When stopped the answer means nothing.
+    [[nodiscard]] DecodeStart startFor(std::int64_t frame);
+    /// Probes of all searches so far.
+    [[nodiscard]] int probeCount() const { return m_probes; }
+
+private:
+    struct Interval {
+        PagePlace low;
+        std::int64_t high = 0;
+        std::int64_t highFrame = 0;
+    };
+
+    void narrow(Interval& interval, std::int64_t frame);
+    [[nodiscard]] std::int64_t guess(const Interval& interval, std::int64_t frame,
+                                     bool bisect) const;
+    [[nodiscard]] bool nextNumberedPage(PagePlace& place, std::int64_t limit);
+    [[nodiscard]] DecodeStart lastKeyframeBetween(const PagePlace& place, std::int64_t frame);
+    [[nodiscard]] DecodeStart searchBackwards(std::int64_t frame);
+
+    const StreamLayout& m_layout;
+    const GranuleFormat& m_format;
+    PageReader m_pages;
+    PacketReader m_packets;
+    int m_probes = 0;
+};
+
+} // namespace theora

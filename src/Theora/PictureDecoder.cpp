@@ -1,0 +1,97 @@
+#include "src/Theora/PictureDecoder.h"
+
+#include "src/TheoraException.h"
+
+namespace theora {
+namespace {
+
+constexpr int kDecoderLine = 203;
+// This far ahead decoding on is taken for shorter than a keyframe in between, without looking.
+constexpr std::int64_t kDecodeOn = 4;
+
+} // namespace
+
+PictureDecoder::PictureDecoder(SharedSource& source, const StopCheck& stop,
+                               const TheoraHeaders& headers, const StreamLayout& layout,
+                               const GranuleFormat& format)
+    : m_headers(headers), m_layout(layout), m_search(source, stop, layout, format),
+      m_packets(source, stop, layout, format) {
+    makeDecoder();
+}
+
+void PictureDecoder::makeDecoder() {
+    m_decoder.reset(th_decode_alloc(m_headers.info.get(), m_headers.setup.get()));
+    if (!m_decoder)
+        throw TheoraGenericException("Error parsing Theora stream headers.",
+                                     "src\\Theora\\TheoraVideoClip_Theora", kDecoderLine);
+    m_position = -1;
+}
+
+void PictureDecoder::feed(const FramePacket& packet) {
+    // A damaged packet counts as a frame that shows the picture before; so does an empty one.
+    ogg_packet copy = packet.packet;
+    th_decode_packetin(m_decoder.get(), &copy, nullptr);
+    m_position = packet.number;
+    m_packets.drop();
+}
+
+bool PictureDecoder::reposition(std::int64_t frame) {
+    const DecodeStart start = m_search.startFor(frame);
+    if (m_packets.stopped())
+        return false;
+    if (m_position >= start.keyframe && m_position <= frame)
+        return true; // in the same group already
+    // Before the first keyframe pictures build on a blank one, which only a new decoder has.
+    if (!start.isKeyframe)
+        makeDecoder();
+    m_position = -1;
+    m_packets.start(start.place);
+    for (const FramePacket* packet = m_packets.peek();
+         packet != nullptr && packet->number < start.keyframe; packet = m_packets.peek())
+        m_packets.drop();
+    return true;
+}
+
+DecodeResult PictureDecoder::decodeTo(std::int64_t frame, const PictureSink& sink) {
+    if (m_position == frame)
+        return DecodeResult::reached;
+    const bool near = m_position >= 0 && m_position < frame && frame - m_position <= kDecodeOn;
+    if (!near && !reposition(frame))
+        return DecodeResult::stopped;
+    while (m_position < frame) {
+        const FramePacket* packet = m_packets.peek();
+        if (m_packets.stopped())
+            return DecodeResult::stopped;
+        if (packet == nullptr)
+            return DecodeResult::endOfStream;
+        if (packet->number > frame && m_position >= 0)
+            return DecodeResult::reached; // no frame of that number: the one before stands for it
+        feed(*packet);
+        sink(m_position);
+    }
+    return DecodeResult::reached;
+}
+
+DecodeResult PictureDecoder::decodeNext(const PictureSink& sink) {
+    const FramePacket* packet = m_packets.peek();
+    if (packet == nullptr)
+        return m_packets.stopped() ? DecodeResult::stopped : DecodeResult::endOfStream;
+    feed(*packet);
+    sink(m_position);
+    return DecodeResult::reached;
+}
+
+TheoraPicture PictureDecoder::picture() {
+    th_ycbcr_buffer planes;
+    TheoraPicture picture;
+    if (th_decode_ycbcr_out(m_decoder.get(), planes) != 0)
+        return picture;
+    for (std::size_t i = 0; i < picture.planes.size(); ++i)
+        picture.planes[i] = {planes[i].data, planes[i].stride, planes[i].width, planes[i].height};
+    const th_pixel_fmt format = m_headers.info->pixel_fmt;
+    picture.chromaShiftX = format == TH_PF_444 ? 0 : 1;
+    picture.chromaShiftY = format == TH_PF_420 ? 1 : 0;
+    return picture;
+}
+
+} // namespace theora

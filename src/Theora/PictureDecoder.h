@@ -1,0 +1,54 @@
+// Decodes the Theora stream to any frame: on from where it stands when that is shorter, else from
+// the keyframe before.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "src/Theora/PageSearch.h"
+#include "src/Theora/StreamHeaders.h"
+#include "src/TheoraPicture.h"
+
+namespace theora {
+
+enum class DecodeResult {
+    reached,     ///< the picture is the wanted one
+    endOfStream, ///< the data ended before; the picture is the last one, if any
+    stopped      ///< the stop check ended it; decoding goes on from there the next time
+};
+
+/// One thread.
+class PictureDecoder {
+public:
+    /// Receives every picture on the way, the wanted one included, with its frame number.
+    using PictureSink = std::function<void(std::int64_t number)>;
+
+    /// All references outlive the decoder. Throws TheoraGenericException when libtheora refuses.
+    PictureDecoder(SharedSource& source, const StopCheck& stop, const TheoraHeaders& headers,
+                   const StreamLayout& layout, const GranuleFormat& format);
+
+    /// Decodes until the picture is that of `frame`: where the file has no such frame, the last one
+    /// before it, or the first one of all.
+    [[nodiscard]] DecodeResult decodeTo(std::int64_t frame, const PictureSink& sink);
+    /// Decodes the next frame in file order, whatever its number.
+    [[nodiscard]] DecodeResult decodeNext(const PictureSink& sink);
+    /// Number of the current picture; -1 when there is none.
+    [[nodiscard]] std::int64_t position() const { return m_position; }
+    /// The current picture, valid until the next decode.
+    [[nodiscard]] TheoraPicture picture();
+    [[nodiscard]] const PageSearch& search() const { return m_search; }
+
+private:
+    void makeDecoder();
+    void feed(const FramePacket& packet);
+    [[nodiscard]] bool reposition(std::int64_t frame);
+
+    const TheoraHeaders& m_headers;
+    const StreamLayout& m_layout;
+    PageSearch m_search;
+    PacketReader m_packets;
+    TheoraDecoder m_decoder;
+    std::int64_t m_position = -1;
+};
+
+} // namespace theora

@@ -1,0 +1,30 @@
+// One data source for several readers, each at a place of its own: every read names its offset.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "src/TheoraDataSource.h"
+#include "src/TheoraMutex.h"
+
+namespace theora {
+
+/// Any thread.
+class SharedSource {
+public:
+    /// source: outlives this object; nobody else uses it meanwhile.
+    explicit SharedSource(TheoraDataSource& source) : m_source(source), m_size(source.size()) {}
+
+    /// Bytes read at `offset`; 0 at the end and on an error.
+    [[nodiscard]] std::size_t readAt(std::int64_t offset, void* buffer, std::size_t count)
+        EXCLUDES(m_mutex);
+    [[nodiscard]] std::int64_t size() const { return m_size; }
+
+private:
+    TheoraMutex m_mutex;
+    TheoraDataSource& m_source GUARDED_BY(m_mutex);
+    std::int64_t m_position GUARDED_BY(m_mutex) = -1; ///< of the source; -1 = not known
+    const std::int64_t m_size;
+};
+
+} // namespace theora

@@ -1,0 +1,43 @@
+// The headers of an Ogg file: which streams carry picture and sound, and what the decoders need to
+// know. The first Theora stream and the first Vorbis stream count; every other stream is skipped.
+#pragma once
+
+#include <cstdint>
+
+#include "src/Theora/OggHandles.h"
+#include "src/Theora/PageReader.h"
+
+namespace theora {
+
+struct TheoraHeaders {
+    TheoraInfo info;
+    TheoraComment comment;
+    TheoraSetup setup; ///< kept: every new decoder needs it
+    int serial = 0;
+};
+
+struct VorbisHeaders {
+    VorbisInfo info;
+    VorbisComment comment;
+    int serial = 0;
+    bool present = false;
+};
+
+struct StreamHeaders {
+    TheoraHeaders theora;
+    VorbisHeaders vorbis;
+    /// Offset of the page that ends the Theora headers; decoding from the start begins here,
+    /// skipping packets that are headers.
+    std::int64_t dataStart = 0;
+};
+
+/// Reads from the start of the file. Throws TheoraGenericException with one of
+/// "Error parsing Theora stream headers.", "invalid theora stream",
+/// "Error parsing vorbis stream headers", "invalid stream", "End of file found prematurely".
+void readStreamHeaders(SharedSource& source, StreamHeaders& headers);
+
+[[nodiscard]] inline bool isHeaderPacket(const ogg_packet& packet) {
+    return packet.bytes > 0 && (packet.packet[0] & 0x80U) != 0;
+}
+
+} // namespace theora

@@ -1,0 +1,67 @@
+#include "src/Theora/StreamScan.h"
+
+#include <algorithm>
+
+#include "src/Theora/StreamHeaders.h"
+
+namespace theora {
+namespace {
+
+constexpr std::int64_t kBackOff = 4096;
+constexpr std::int64_t kLongestBackOff = 204800;
+constexpr std::int64_t kFirstFrameLimit = std::int64_t{16} << 20U; // a page holds 64 kB at most
+
+int countFrames(ogg_stream_state* stream, ogg_page& page) {
+    ogg_stream_pagein(stream, &page);
+    int count = 0;
+    ogg_packet packet;
+    for (int got = 0; (got = ogg_stream_packetout(stream, &packet)) != 0;)
+        if (got > 0 && !isHeaderPacket(packet))
+            ++count;
+    return count;
+}
+
+} // namespace
+
+std::int64_t findFirstFrame(SharedSource& source, int serial, std::int64_t dataStart,
+                            const GranuleFormat& format) {
+    const StopCheck never;
+    PageReader pages(source, never);
+    OggStream stream(serial);
+    pages.seek(dataStart);
+    std::int64_t frames = 0;
+    ogg_page page;
+    while (pages.next(page, dataStart + kFirstFrameLimit)) {
+        if (ogg_page_serialno(&page) != serial)
+            continue;
+        const int onPage = countFrames(stream.get(), page);
+        frames += onPage;
+        const std::int64_t granule = ogg_page_granulepos(&page);
+        if (granule >= 0 && onPage > 0)
+            return format.frameOf(granule) - frames + 1;
+    }
+    return 0;
+}
+
+std::int64_t findFrameCount(SharedSource& source, int serial, const GranuleFormat& format) {
+    const StopCheck never;
+    PageReader pages(source, never);
+    std::int64_t count = -1;
+    for (std::int64_t backOff = kBackOff; backOff <= kLongestBackOff && count <= 0;
+         backOff += kBackOff) {
+        pages.seek(std::max<std::int64_t>(source.size() - backOff, 0));
+        ogg_page page;
+        while (pages.next(page)) {
+            if (ogg_page_serialno(&page) != serial)
+                continue;
+            const std::int64_t granule = ogg_page_granulepos(&page);
+            if (granule >= 0)
+                count = format.frameOf(granule) + 1;
+            else if (count >= 1)
+                ++count;
+        }
+    }
+    return count > 0 ? count : -1;
+}
+
+} // namespace theora

@@ -1,0 +1,49 @@
+// A clip in an Ogg file: Theora pictures, and Vorbis sound when somebody listens.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "src/Theora/GranuleFormat.h"
+#include "src/Theora/PictureDecoder.h"
+#include "src/Theora/SharedSource.h"
+#include "src/Theora/StreamHeaders.h"
+#include "src/TheoraAudioInterface.h"
+#include "src/TheoraVideoClip.h"
+
+namespace theora {
+
+class TheoraVideoClip_Theora : public TheoraVideoClip {
+public:
+    /// signal, audioFactory (null = silent): outlive the clip.
+    TheoraVideoClip_Theora(std::unique_ptr<TheoraDataSource> source, TheoraOutputMode mode,
+                           int precacheCount, bool powerOfTwoStride, TheoraWorkSignal& signal,
+                           TheoraAudioInterfaceFactory* audioFactory);
+    ~TheoraVideoClip_Theora() override;
+
+    void load() override;
+    void decodedAudioCheck() override;
+    [[nodiscard]] bool hasAudio() const override { return m_headers.vorbis.present; }
+
+protected:
+    bool seekTo(int frame) override REQUIRES(m_access);
+    bool decodeNextFrame() override REQUIRES(m_access);
+    void continueFrom(int frame) override REQUIRES(m_access);
+
+private:
+    [[nodiscard]] bool deliverPicture(std::int64_t number) REQUIRES(m_access);
+    [[nodiscard]] bool reachedEnd() REQUIRES(m_access);
+
+    TheoraAudioInterfaceFactory* const m_audioFactory;
+    StopCheck m_stop;
+    std::unique_ptr<SharedSource> m_source;
+    StreamHeaders m_headers;
+    StreamLayout m_layout;
+    std::optional<GranuleFormat> m_format;
+    std::unique_ptr<PictureDecoder> m_decoder GUARDED_BY(m_access);
+    int m_workingOn GUARDED_BY(m_access) = -1;         ///< the seek in progress
+    std::int64_t m_nextFrame GUARDED_BY(m_access) = 0; ///< the next to be handed out
+};
+
+} // namespace theora

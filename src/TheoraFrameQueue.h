@@ -1,0 +1,79 @@
+// The frames of one clip, circulating between the worker that fills them and the display that shows
+// them. Frames are made by setSize and never freed during playback. Every operation takes the
+// queue's own lock for its whole duration.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <list>
+#include <memory>
+#include <optional>
+
+#include "src/TheoraMutex.h"
+#include "src/TheoraVideoFrame.h"
+
+namespace theora {
+
+class TheoraFrameQueue {
+public:
+    /// Makes a frame; may throw std::bad_alloc.
+    using FrameFactory = std::function<std::unique_ptr<TheoraVideoFrame>()>;
+
+    explicit TheoraFrameQueue(FrameFactory factory);
+
+    /// Deletes every frame, then makes `count` new ones. When memory runs out it logs that, keeps
+    /// the frames made and returns normally. All frame pointers die. Not while a worker holds a
+    /// frame.
+    void setSize(int count) EXCLUDES(m_mutex);
+    /// Frames in the queue, whatever their state.
+    [[nodiscard]] int getSize() const EXCLUDES(m_mutex);
+    /// Frames that are decoded and wait for the display.
+    [[nodiscard]] int getReadyCount() const EXCLUDES(m_mutex);
+    [[nodiscard]] bool isFull() const EXCLUDES(m_mutex);
+
+    // Worker side.
+    /// The first free frame, now the caller's; null when there is none. Ends in markReady or
+    /// giveBack.
+    [[nodiscard]] TheoraVideoFrame* requestEmptyFrame() EXCLUDES(m_mutex);
+    void markReady(const TheoraVideoFrame* frame) EXCLUDES(m_mutex);
+    void giveBack(const TheoraVideoFrame* frame) EXCLUDES(m_mutex);
+    /// Discards every decoded frame. The frame that the display holds stays untouched until it lets
+    /// go of it, and is no longer counted.
+    void clear() EXCLUDES(m_mutex);
+    /// When a ready frame has this number: discards the frames before it and returns true. Else the
+    /// queue stays as it is.
+    [[nodiscard]] bool advanceTo(int frameNumber) EXCLUDES(m_mutex);
+    /// The number of the first ready frame that the display does not hold; -1 when there is none.
+    [[nodiscard]] int firstWaitingNumber() const EXCLUDES(m_mutex);
+
+    // Display side.
+    /// The first frame if it is ready, else null. The frame stays valid and untouched until pop(),
+    /// the next front() or setSize(), even when a seek discards it meanwhile.
+    [[nodiscard]] TheoraVideoFrame* front() EXCLUDES(m_mutex);
+    /// The display time of the first frame if it is ready.
+    [[nodiscard]] std::optional<float> frontTime() const EXCLUDES(m_mutex);
+    /// Frees the first frame for reuse.
+    void pop() EXCLUDES(m_mutex);
+    /// Calls `visit` with the front frame while it is ready and until `visit` returns false.
+    /// visit: true = keep looking after popping the frame, false = leave it and stop.
+    void popWhile(const std::function<bool(TheoraVideoFrame&)>& visit) EXCLUDES(m_mutex);
+
+private:
+    struct Slot {
+        std::unique_ptr<TheoraVideoFrame> frame;
+        bool ready = false; ///< decoded and waiting
+        bool inUse = false; ///< taken by the worker or waiting
+        bool held = false;  ///< the display reads it
+        bool stale = false; ///< discarded while held
+    };
+
+    void moveFrontToBack() REQUIRES(m_mutex);
+    void letGo() REQUIRES(m_mutex);
+    [[nodiscard]] int readyCountLocked() const REQUIRES(m_mutex);
+
+    const FrameFactory m_factory;
+    mutable TheoraMutex m_mutex;
+    std::list<Slot> m_slots GUARDED_BY(m_mutex);
+};
+
+} // namespace theora

@@ -1,0 +1,35 @@
+#include "src/TheoraLog.h"
+
+#include <utility>
+
+#include "src/TheoraMutex.h"
+
+namespace theora {
+namespace {
+
+struct LogTarget {
+    TheoraMutex mutex;
+    TheoraLogHook hook GUARDED_BY(mutex);
+};
+
+LogTarget& target() {
+    static LogTarget instance;
+    return instance;
+}
+
+} // namespace
+
+void setLogHook(TheoraLogHook hook) {
+    LogTarget& to = target();
+    const TheoraLock lock(to.mutex);
+    to.hook = std::move(hook);
+}
+
+void writeLog(const std::string& line) {
+    LogTarget& to = target();
+    const TheoraLock lock(to.mutex);
+    if (to.hook)
+        to.hook(line);
+}
+
+} // namespace theora

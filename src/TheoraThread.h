@@ -1,0 +1,34 @@
+// One thread with a running flag. The creator sets the flag before the thread starts, so that a
+// stop that comes at once is never overwritten by the thread itself.
+#pragma once
+
+#include <atomic>
+#include <thread>
+
+namespace theora {
+
+/// start, stop and join belong to the thread that owns the object. A derived class must stop and
+/// join in its own destructor: execute() is gone afterwards.
+class TheoraThread {
+public:
+    TheoraThread() = default;
+    virtual ~TheoraThread();
+    TheoraThread(const TheoraThread&) = delete;
+    TheoraThread& operator=(const TheoraThread&) = delete;
+
+    void start();
+    /// Only asks: execute() returns when it next looks at isRunning().
+    void stop() { m_running.store(false); }
+    void join();
+    [[nodiscard]] bool isRunning() const { return m_running.load(); }
+
+protected:
+    /// The thread's work. Must not throw.
+    virtual void execute() = 0;
+
+private:
+    std::atomic<bool> m_running{false};
+    std::thread m_thread;
+};
+
+} // namespace theora

@@ -1,0 +1,82 @@
+// Owner of the clips and of the worker threads that decode them ahead of display. Entry point of
+// the library: make a manager, create a clip, then call updateClips, peekReadyFrame and
+// releaseShownFrame from the display's timer.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/FileSystem.h"
+#include "src/TheoraAudioInterface.h"
+#include "src/TheoraDataSource.h"
+#include "src/TheoraMutex.h"
+#include "src/TheoraOutputMode.h"
+#include "src/TheoraVideoClip.h"
+#include "src/TheoraWorkSignal.h"
+#include "src/TheoraWorkerThread.h"
+
+namespace theora {
+
+/// Everything but requestWork, workDone and workSignal belongs to one thread (the user
+/// interface's).
+class TheoraVideoManager {
+public:
+    /// Writes the banner to the library's log and starts the workers. files: outlives the manager.
+    explicit TheoraVideoManager(int workerCount,
+                                platform::FileSystem& files = platform::nativeFileSystem());
+    /// Stops and joins the workers, then deletes the clips. Interrupts decoding between two
+    /// packets.
+    virtual ~TheoraVideoManager();
+    TheoraVideoManager(const TheoraVideoManager&) = delete;
+    TheoraVideoManager& operator=(const TheoraVideoManager&) = delete;
+
+    /// The most recently made manager that still exists; null when there is none.
+    [[nodiscard]] static TheoraVideoManager* getInstance();
+
+    /// Loads the file at `path` (UTF-8). precacheCount: frames in the clip's queue, 0 = the
+    /// default. The manager owns the clip, which decodes at once. Throws TheoraGenericException.
+    TheoraVideoClip* createClip(const std::string& path, TheoraOutputMode mode,
+                                int precacheCount = 0, bool powerOfTwoStride = false);
+    TheoraVideoClip* createClip(std::unique_ptr<TheoraDataSource> source, TheoraOutputMode mode,
+                                int precacheCount = 0, bool powerOfTwoStride = false);
+    /// Advances every clip by timeStep seconds and hands on its decoded sound. Never decodes or
+    /// seeks.
+    void updateClips(float timeStep);
+
+    /// Called on a worker each time a frame has become ready, with no lock of the
+    /// library held but the callback's own; must not throw and must not call the manager. An empty
+    /// function ends the calls: none runs after this returns.
+    void setFrameReadyCallback(std::function<void()> callback) EXCLUDES(m_callbackMutex);
+    /// For clips created later. factory: outlives the manager; null (initially) = silence.
+    void setAudioInterfaceFactory(TheoraAudioInterfaceFactory* factory) {
+        m_audioFactory = factory;
+    }
+    /// Queue length of clips that are created with a count of 0; initially 8.
+    void setDefaultNumPrecachedFrames(int count) { m_defaultPrecacheCount = count; }
+    [[nodiscard]] int getDefaultNumPrecachedFrames() const { return m_defaultPrecacheCount; }
+
+    // For the workers.
+    /// A clip with something to do, now assigned to `worker`; null when there is none.
+    [[nodiscard]] TheoraVideoClip* requestWork(TheoraWorkerThread* worker) EXCLUDES(m_workMutex);
+    /// Ends the assignment that requestWork made.
+    void workDone(TheoraVideoClip& clip) EXCLUDES(m_workMutex);
+    void notifyFrameReady() EXCLUDES(m_callbackMutex);
+    [[nodiscard]] TheoraWorkSignal& workSignal() { return m_workSignal; }
+
+private:
+    [[nodiscard]] TheoraVideoClip* mostUrgentClip(bool pausedToo) const REQUIRES(m_workMutex);
+
+    platform::FileSystem& m_files;
+    TheoraAudioInterfaceFactory* m_audioFactory = nullptr;
+    int m_defaultPrecacheCount;
+    TheoraWorkSignal m_workSignal;
+    TheoraMutex m_workMutex;
+    std::vector<std::unique_ptr<TheoraVideoClip>> m_clips GUARDED_BY(m_workMutex);
+    TheoraMutex m_callbackMutex;
+    std::function<void()> m_frameReady GUARDED_BY(m_callbackMutex);
+    std::vector<std::unique_ptr<TheoraWorkerThread>> m_workers; ///< last: they use all of the above
+};
+
+} // namespace theora
