@@ -13,7 +13,7 @@ endif()
 
 add_library(quorvel_options INTERFACE)
 target_compile_options(quorvel_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Werror
   $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
 target_include_directories(quorvel_options INTERFACE "${CMAKE_SOURCE_DIR}")
 

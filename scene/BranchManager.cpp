@@ -62,7 +62,7 @@ std::shared_ptr<Branch> BranchManager::checkedBranch(int index, int line) const 
 }
 
 std::shared_ptr<Branch> BranchManager::checkedBranch(int index, int actionIndex, int line) const {
-    const std::shared_ptr<Branch> branch = checkedBranch(index, line);
+    std::shared_ptr<Branch> branch = checkedBranch(index, line);
     if (!branch || (actionIndex >= 0 && actionIndex < branch->actionCount()))
         return branch;
     reportInvalidIndex(line);
