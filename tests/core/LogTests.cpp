@@ -1,0 +1,145 @@
+#include "core/Log.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "core/File.h"
+#include "core/Services.h"
+#include "tests/support/FaultyFileSystem.h"
+#include "tests/support/FixedClock.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/TempFolder.h"
+
+namespace {
+
+const std::string kHeader =
+    "<HTML><HEAD><TITLE>Log Output</TITLE></HEAD><BODY BGCOLOR=#00001F>"
+    "<FONT COLOR=#FFFFFF>[03:07:41 PM]</FONT> <FONT COLOR=#00FF00>Logging started</FONT><BR>";
+const std::string kFooter =
+    "<FONT COLOR=#FFFFFF>[03:07:41 PM]</FONT> <FONT COLOR=#00FF00>Logging ended</FONT><BR>"
+    "</BODY></HTML>\r\n";
+
+std::string errorEntry(const std::string& message) {
+    return "<FONT COLOR=#FFFFFF>[03:07:41 PM]</FONT> <FONT COLOR=#FF0000>Error: " + message +
+           "</FONT><BR>";
+}
+
+/// The process-wide log, starting afresh in a folder of its own at a fixed time of day.
+class LogTest : public support::TempFolderTest {
+protected:
+    ~LogTest() override { core::Log::exchange(m_previous); }
+
+    support::FixedClock m_clock;
+    support::FaultyFileSystem m_files{platform::nativeFileSystem()};
+    core::ServicesOverride m_services{{&m_files, &m_clock, &platform::nativeProcess()}};
+    std::shared_ptr<core::Log> m_previous = core::Log::exchange(nullptr);
+};
+
+TEST_F(LogTest, WritesThePageByteForByteWhenTheLastReferenceGoes) {
+    support::writeBytes("Log.html", "an old log");
+    testing::internal::CaptureStderr();
+    core::Log::get()->Error("%s:%d Invalid branch index", "..\\BranchManager.cpp", 337);
+    EXPECT_FALSE(support::exists("Log.html")) << "the old page goes at the first use";
+    core::Log::get()->Error("Unknown node type: %s", "<b>&\n");
+    core::Log::get()->Write(core::Log::Level::warning, "low on %s", "disk");
+    std::shared_ptr<core::Log> held = core::Log::get();
+    core::Log::release();
+    EXPECT_FALSE(support::exists("Log.html")) << "a caller still holds it";
+    held.reset();
+
+    EXPECT_EQ(support::readBytes("Log.html"),
+              kHeader + errorEntry("..\\BranchManager.cpp:337 Invalid branch index") +
+                  errorEntry("Unknown node type: <b>&\r\n") +
+                  "<FONT COLOR=#FFFFFF>[03:07:41 PM]</FONT> <FONT COLOR=#FFFF00>Warning: low on "
+                  "disk</FONT><BR>" +
+                  kFooter);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Error: ..\\BranchManager.cpp:337 Invalid branch index\n"
+              "Error: Unknown node type: <b>&\n\n");
+}
+
+TEST_F(LogTest, ARunWithoutErrorsWritesThePageToo) {
+    core::Log::get();
+    core::Log::release();
+    EXPECT_EQ(support::readBytes("Log.html"), kHeader + kFooter);
+}
+
+TEST_F(LogTest, WritesWhereTheProgramStartedThoughTheCurrentFolderChanged) {
+    core::Log::get();
+    support::makeFolder("elsewhere");
+    ASSERT_TRUE(m_files.setCurrentFolder("elsewhere"));
+    core::Log::release();
+    EXPECT_EQ(support::filesBelow(m_folder.path()), std::vector<std::string>{"Log.html"});
+}
+
+TEST_F(LogTest, MessagesAfterTheEndGoToStandardErrorAlone) {
+    core::Log::get();
+    core::Log::release();
+    const std::string page = support::readBytes("Log.html");
+    testing::internal::CaptureStderr();
+    core::Log::get()->Error("too late");
+    core::Log::release();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error: too late\n");
+    EXPECT_EQ(support::readBytes("Log.html"), page);
+}
+
+TEST_F(LogTest, APageThatCannotBeWrittenIsLostSilently) {
+    core::Log::get()->Error("lost");
+    for (const char* operation : {"open", "write", "close"}) {
+        core::Log::exchange(nullptr);
+        core::Log::get();
+        m_files.failOn(operation, EACCES);
+        testing::internal::CaptureStderr();
+        core::Log::release();
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << operation;
+        m_files.heal();
+    }
+}
+
+TEST_F(LogTest, ReportingFromInsideTheLastMomentsDoesNotRecurse) {
+    // Every write to the page reports an error itself, as a broken stream handle would.
+    core::Log::get();
+    int reports = 0;
+    m_files.setRule(
+        [&](const support::Call& call) {
+            if (call.operation == "write" && ++reports == 1)
+                core::Log::get()->Error("while ending");
+            return support::Fault::none;
+        },
+        0);
+    testing::internal::CaptureStderr();
+    core::Log::release();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error: while ending\n");
+    EXPECT_EQ(support::readBytes("Log.html"), kHeader + kFooter);
+}
+
+struct LongMessage {
+    const char* name;
+    std::string text;
+    std::string kept;
+};
+
+TEST(LogMessages, AnOverlongMessageIsCutBetweenCharacters) {
+    const std::string x(8189, 'x');
+    const LongMessage cases[] = {
+        {"fits exactly", x + "ab", x + "ab"},
+        {"one byte too long", x + "abc", x + "ab"},
+        {"two bytes of a euro sign fit", x + "\xE2\x82\xAC", x},
+        {"the euro sign ends at the limit", x.substr(1) + "\xE2\x82\xAC",
+         x.substr(1) + "\xE2\x82\xAC"},
+        {"the euro sign begins after the limit", x + "ab\xE2\x82\xAC", x + "ab"},
+        {"no UTF-8 at all", std::string(9000, '\x80'), std::string(8191, '\x80')},
+        {"far too long", std::string(100000, 'y'), std::string(8191, 'y')},
+    };
+    for (const LongMessage& c : cases) {
+        const support::LogCapture log;
+        testing::internal::CaptureStderr();
+        core::Log::get()->Error("%s", c.text.c_str());
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error: " + c.kept + "\n") << c.name;
+        ASSERT_EQ(log.errors().size(), 1U) << c.name;
+        EXPECT_EQ(log.errors()[0], c.kept) << c.name;
+    }
+}
+
+} // namespace

@@ -1,0 +1,95 @@
+#include "core/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <utf8.h>
+
+#include "tests/support/LogCapture.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+TEST(Text, DecimalTextBecomesAnIntegerOrZeroWithALogLine) {
+    const std::string noDigits = "convertStringToInt: Error invalid stoi argument";
+    const std::string outOfRange = "convertStringToInt: Error stoi argument out of range";
+    struct Case {
+        std::string text;
+        int value;
+        std::string error;
+    };
+    const Case cases[] = {
+        {"", 0, ""},
+        {"42", 42, ""},
+        {" \t\r\n\v\f-7", -7, ""},
+        {"+5", 5, ""},
+        {"12abc", 12, ""},
+        {"0x10", 0, ""},
+        {"007", 7, ""},
+        {"2147483647", 2147483647, ""},
+        {"-2147483648", -2147483647 - 1, ""},
+        {"2147483648", 0, outOfRange},
+        {"-2147483649", 0, outOfRange},
+        {"99999999999", 0, outOfRange},
+        {"abc", 0, noDigits},
+        {" ", 0, noDigits},
+        {"-", 0, noDigits},
+        {"+", 0, noDigits},
+        {"+-5", 0, noDigits},
+        {"- 5", 0, noDigits},
+    };
+    for (const Case& c : cases) {
+        const support::LogCapture log;
+        EXPECT_EQ(core::convertStringToInt(c.text), c.value) << c.text;
+        EXPECT_EQ(core::convertStringToInt(std::u16string(c.text.begin(), c.text.end())), c.value)
+            << c.text;
+        const auto expected =
+            c.error.empty() ? std::vector<std::string>{} : std::vector<std::string>(2, c.error);
+        EXPECT_EQ(log.errors(), expected) << c.text;
+    }
+    const support::LogCapture log;
+    EXPECT_EQ(core::convertStringToInt(u"1\u0660"), 1) << "a digit of another script ends it";
+    EXPECT_EQ(core::convertStringToInt(u"\u3000"
+                                       u"1"),
+              0);
+}
+
+TEST(Text, ConvertsBothWaysAndTheStrictFormsThrow) {
+    const std::string narrow = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80";
+    const std::u16string wide = u"a\u00E9\u20AC\U0001F600";
+    EXPECT_EQ(core::narrowToWide(narrow), wide);
+    EXPECT_EQ(core::wideToNarrow(wide), narrow);
+    EXPECT_EQ(core::displayText(narrow), wide);
+    EXPECT_EQ(core::storedText(wide), narrow);
+    for (const char* bad : {"\x80", "\xC3", "\xC0\x80", "\xED\xA0\x80", "a\xFF"})
+        EXPECT_THROW((void)core::narrowToWide(bad), utf8::exception) << bad;
+    EXPECT_THROW((void)core::wideToNarrow(std::u16string(1, u'\xD800')), utf8::exception);
+}
+
+TEST(Text, BadSequencesAreShownAsReplacementCharacters) {
+    struct Case {
+        std::string narrow;
+        std::u16string shown;
+    };
+    const Case cases[] = {
+        {"a\x80z", u"a\uFFFDz"},       {"a\xC3", u"a\uFFFD"},
+        {"\xE2\x82z", u"\uFFFDz"},     {"\xFF\xFE", u"\uFFFD\uFFFD"},
+        {"\xED\xA0\x80z", u"\uFFFDz"}, {"\xF4\x90\x80\x80", u"\uFFFD"},
+        {"caf\xE9 1", u"caf\uFFFD 1"}, {"a\0b"s, u"a\0b"s},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(core::displayText(c.narrow), c.shown);
+        EXPECT_EQ(core::validUtf8(c.narrow), core::wideToNarrow(c.shown));
+    }
+    const std::u16string lone{u'a', u'\xDC00', u'\xD83D', u'z', u'\xD83D'};
+    EXPECT_EQ(core::storedText(lone), "a\xEF\xBF\xBD\xEF\xBF\xBDz\xEF\xBF\xBD");
+}
+
+TEST(Text, OnlyAsciiLettersChangeCase) {
+    EXPECT_EQ(core::lowerCase("ABC[\xC3\x89]xyz"), "abc[\xC3\x89]xyz");
+    EXPECT_TRUE(core::toBool("true") && core::toBool("TRUE") && core::toBool("True"));
+    for (const char* text : {"", "1", "yes", " true", "true "})
+        EXPECT_FALSE(core::toBool(text)) << text;
+}
+
+} // namespace

@@ -1,0 +1,135 @@
+#include "core/Translations.h"
+
+#include <gtest/gtest.h>
+
+#include "core/Settings.h"
+#include "tests/support/TempFolder.h"
+
+namespace {
+
+class TranslationsTest : public support::TempFolderTest {
+protected:
+    /// The translation of `key` with `text` as the one file.
+    static std::string translated(const std::string& text, const std::string& language,
+                                  const std::string& key) {
+        support::writeBytes("T.ini", text);
+        const auto translations = core::Translations::create("T.ini", language);
+        return translations ? translations->translate(key) : "(nothing)";
+    }
+};
+
+TEST_F(TranslationsTest, LooksInTheLanguageThenInEnglishThenGivesTheKey) {
+    const std::string file = "[Language:English]\nkeypress = Key Press\nZone=Zone\n2 = two\n"
+                             "[Other]\nRandom=never\n"
+                             "[LANGUAGE:French]\nKEYPRESS=Touche\nEmpty =\n";
+    struct Case {
+        const char* language;
+        const char* key;
+        const char* text;
+    };
+    const Case cases[] = {
+        {"French", "Keypress", "Touche"},
+        {"FRENCH", "keyPRESS", "Touche"},
+        {"French", "Zone", "Zone"},
+        {"French", "Random", "Random"},
+        {"French", "Empty", ""},
+        {"English", "Empty", "Empty"},
+        {"English", "Keypress", "Key Press"},
+        {"english", "keypress", "Key Press"},
+        {"Klingon", "keypress", "Key Press"},
+        {"", "keypress", "Key Press"},
+        {"English", "2", "2"},
+        {"English", "", ""},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(translated(file, c.language, c.key), c.text) << c.language << " " << c.key;
+}
+
+TEST_F(TranslationsTest, BadLinesAreSkippedAndTheFirstOfTwoTextsStands) {
+    const std::string file = "\xEF\xBB\xBF[Language:English]\r\nfirst line is no INI\r\n"
+                             "Zone = A ; a comment\r\nZone = B\r\n# remark\r\n[broken\r\n"
+                             "Random = R;no comment\r\n";
+    EXPECT_EQ(translated(file, "English", "Zone"), "A");
+    EXPECT_EQ(translated(file, "English", "Random"), "R;no comment");
+    EXPECT_EQ(translated("", "French", "Default"), "Default") << "an empty file is usable";
+}
+
+TEST_F(TranslationsTest, AnOverlongLineIsCutBetweenCharactersAndReported) {
+    // The parser's lines hold 198 bytes; "Zone=" takes five of them.
+    const std::string euro = "\xE2\x82\xAC";
+    std::string text;
+    for (int i = 0; i < 100; ++i)
+        text += euro;
+    std::string kept = text.substr(0, 64 * 3);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(
+        translated("[Language:English]\nZone=" + text + "Random=taken for a line\nKeypress=K\n",
+                   "English", "Zone"),
+        kept);
+    const std::string report = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(report.rfind("T.ini:2: line is longer than ", 0), 0U) << report;
+    testing::internal::CaptureStderr();
+    const std::string file =
+        "[Language:English]\nZone=" + std::string(193, 'x') + "Random=no\nKeypress=K\n";
+    EXPECT_EQ(translated(file, "English", "Random"), "Random");
+    EXPECT_EQ(translated(file, "English", "Keypress"), "K");
+    testing::internal::GetCapturedStderr();
+}
+
+TEST_F(TranslationsTest, AFolderGivesAllItsFilesAndTheFirstWins) {
+    support::writeBytes("texts/b.ini", "[Language:English]\nZone=from b\nRandom=b\n");
+    support::writeBytes("texts/A.INI",
+                        "[Language:english]\nZone=from A\n[Language:Dutch]\nZone=Z\n");
+    support::writeBytes("texts/c.txt", "[Language:English]\nDefault=no\n");
+    const auto translations = core::Translations::create("texts", "English");
+    ASSERT_TRUE(translations);
+    EXPECT_EQ(translations->translate("Zone"), "from A");
+    EXPECT_EQ(translations->translate("Random"), "b");
+    EXPECT_EQ(translations->translate("Default"), "Default");
+    EXPECT_EQ(translations->languages(), (std::set<std::string>{"Dutch", "English", "english"}));
+    support::makeFolder("none");
+    EXPECT_TRUE(core::Translations::create("none", "English"));
+}
+
+TEST_F(TranslationsTest, AMissingFileYieldsNothingAndStandardErrorTellsWhereItWasLookedFor) {
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(core::Translations::create("Translations.ini", "English"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Translations cannot be read: \"Translations.ini\", looked for as \"" +
+                  m_folder.path() + "Translations.ini\"\n");
+}
+
+class SettingsTest : public support::TempFolderTest {
+protected:
+    /// The language that the program takes from a settings file with this text.
+    static std::string language(const std::string& text) {
+        support::writeBytes("S.ini", text);
+        const auto settings = core::Settings::create("S.ini");
+        return settings ? settings->getString("", "language", "English") : "(nothing)";
+    }
+};
+
+TEST_F(SettingsTest, ReadsTheUnnamedSectionAndYieldsNothingForABadFile) {
+    struct Case {
+        const char* text;
+        const char* language;
+    };
+    const Case cases[] = {
+        {"language=French\n", "French"},
+        {"\xEF\xBB\xBFLANGUAGE = Fran\xC3\xA7"
+         "ais\r\n[x]\r\nlanguage=no\r\n",
+         "Fran\xC3\xA7"
+         "ais"},
+        {"[x]\nlanguage=French\n", "English"},
+        {"", "English"},
+        {"language=\n", ""},
+        {"language=French\nno equals sign here\n", "(nothing)"},
+        {"[open\n", "(nothing)"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(language(c.text), c.language) << c.text;
+    EXPECT_FALSE(core::Settings::create("missing.ini"));
+    EXPECT_FALSE(core::Settings::create(m_folder.path()));
+}
+
+} // namespace

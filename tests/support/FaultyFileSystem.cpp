@@ -1,0 +1,168 @@
+#include "tests/support/FaultyFileSystem.h"
+
+#include <cerrno>
+#include <utility>
+
+namespace support {
+namespace {
+
+class FaultyStream final : public platform::FileStream {
+public:
+    FaultyStream(FaultyFileSystem& owner, std::string path,
+                 std::unique_ptr<platform::FileStream> real)
+        : m_owner(owner), m_path(std::move(path)), m_real(std::move(real)) {}
+
+    std::size_t read(void* buffer, std::size_t count) override {
+        return m_real->read(buffer, allowed("read", count));
+    }
+    std::size_t write(const void* buffer, std::size_t count) override {
+        return m_real->write(buffer, allowed("write", count));
+    }
+    bool seek(std::int64_t position) override { return works("seek") && m_real->seek(position); }
+    std::int64_t tell() const override { return m_real->tell(); }
+    std::int64_t size() const override { return m_real->size(); }
+    bool sync() override { return works("sync") && m_real->sync(); }
+    bool close() override {
+        const bool good = works("close");
+        return m_real->close() && good; // a failing close gives the handle back all the same
+    }
+    int lastError() const override { return m_error != 0 ? m_error : m_real->lastError(); }
+
+private:
+    bool works(const char* operation) { return allowed(operation, 1) == 1; }
+
+    std::size_t allowed(const char* operation, std::size_t count) {
+        const Fault fault = m_owner.note(operation, m_path);
+        if (fault == Fault::none)
+            return count;
+        m_error = m_owner.error();
+        return fault == Fault::shorten ? count / 2 : 0;
+    }
+
+    FaultyFileSystem& m_owner;
+    std::string m_path;
+    std::unique_ptr<platform::FileStream> m_real;
+    int m_error = 0;
+};
+
+} // namespace
+
+void FaultyFileSystem::setRule(Rule rule, int error) {
+    m_rule = std::move(rule);
+    m_error = error;
+    m_stopped = false;
+}
+
+void FaultyFileSystem::failAt(int number) {
+    setRule([=](const Call& call) { return call.number == number ? Fault::fail : Fault::none; },
+            EIO);
+}
+
+void FaultyFileSystem::shortenAt(int number) {
+    setRule([=](const Call& call) { return call.number == number ? Fault::shorten : Fault::none; },
+            ENOSPC);
+}
+
+void FaultyFileSystem::stopAt(int number) {
+    setRule([=](const Call& call) { return call.number == number ? Fault::stop : Fault::none; },
+            EIO);
+}
+
+void FaultyFileSystem::failOn(const std::string& operation, int error) {
+    setRule(
+        [=](const Call& call) { return call.operation == operation ? Fault::fail : Fault::none; },
+        error);
+}
+
+void FaultyFileSystem::heal() {
+    setRule(nullptr, 0);
+}
+
+std::vector<std::string> FaultyFileSystem::callTexts() const {
+    std::vector<std::string> texts;
+    for (const Call& call : m_calls)
+        texts.push_back(call.operation + " " + call.path);
+    return texts;
+}
+
+Fault FaultyFileSystem::note(const std::string& operation, const std::string& path) {
+    m_calls.push_back({static_cast<int>(m_calls.size()) + 1, operation, path});
+    if (m_stopped)
+        return Fault::fail;
+    const Fault fault = m_rule ? m_rule(m_calls.back()) : Fault::none;
+    m_stopped = fault == Fault::stop;
+    return fault;
+}
+
+bool FaultyFileSystem::broken(const std::string& operation, const std::string& path, int& error) {
+    if (note(operation, path) == Fault::none)
+        return false;
+    error = m_error;
+    return true;
+}
+
+std::unique_ptr<platform::FileStream> FaultyFileSystem::open(const std::string& path,
+                                                             platform::OpenMode mode, int& error) {
+    if (broken("open", path, error))
+        return nullptr;
+    std::unique_ptr<platform::FileStream> stream = m_real.open(path, mode, error);
+    return stream ? std::make_unique<FaultyStream>(*this, path, std::move(stream)) : nullptr;
+}
+
+std::optional<platform::FileInfo> FaultyFileSystem::info(const std::string& path) {
+    return m_real.info(path);
+}
+
+bool FaultyFileSystem::createFolder(const std::string& path, int& error) {
+    return !broken("createFolder", path, error) && m_real.createFolder(path, error);
+}
+
+bool FaultyFileSystem::removeFile(const std::string& path, int& error) {
+    return !broken("removeFile", path, error) && m_real.removeFile(path, error);
+}
+
+bool FaultyFileSystem::replaceFile(const std::string& from, const std::string& to, int& error) {
+    return !broken("replaceFile", to, error) && m_real.replaceFile(from, to, error);
+}
+
+void FaultyFileSystem::copyAccess(const std::string& from, const std::string& to) {
+    int error = 0;
+    if (!broken("copyAccess", to, error))
+        m_real.copyAccess(from, to);
+}
+
+bool FaultyFileSystem::syncFolder(const std::string& folder) {
+    int error = 0;
+    return !broken("syncFolder", folder, error) && m_real.syncFolder(folder);
+}
+
+bool FaultyFileSystem::list(const std::string& folder,
+                            std::vector<platform::FolderEntry>& entries) {
+    int error = 0;
+    entries.clear();
+    return !broken("list", folder, error) && m_real.list(folder, entries);
+}
+
+std::string FaultyFileSystem::currentFolder() {
+    int error = 0;
+    return broken("currentFolder", "", error) ? std::string() : m_real.currentFolder();
+}
+
+bool FaultyFileSystem::setCurrentFolder(const std::string& folder) {
+    int error = 0;
+    return !broken("setCurrentFolder", folder, error) && m_real.setCurrentFolder(folder);
+}
+
+std::string FaultyFileSystem::fullPath(const std::string& path) {
+    return m_real.fullPath(path);
+}
+
+std::string FaultyFileSystem::resolveLink(const std::string& path) {
+    return m_real.resolveLink(path);
+}
+
+std::string FaultyFileSystem::errorText(int error) {
+    return m_real.errorText(error);
+}
+
+} // namespace support

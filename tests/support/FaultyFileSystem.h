@@ -1,0 +1,81 @@
+// The real file system with faults: any call can fail, take only a part of its bytes, or be the
+// last one that reaches the disk. Used by the tests of everything that saves.
+//
+//   FaultyFileSystem files(platform::nativeFileSystem());
+//   files.stopAt(4);                       // as when the machine stops at the fourth call
+//   files.failOn("sync", EIO);             // every sync fails
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace support {
+
+/// What happens to one call.
+enum class Fault {
+    none,
+    fail,    ///< nothing happens and the call reports failure
+    shorten, ///< a read or a write stops half-way; any other call fails
+    stop     ///< this call and all later ones fail: nothing reaches the disk any more
+};
+
+struct Call {
+    int number;            ///< from 1, streams' calls included
+    std::string operation; ///< "open", "createFolder", "read", "write", "sync", "close" ...
+    std::string path;      ///< for a stream's calls the path it was opened with
+};
+
+/// `real` must outlive it. Streams that it opened may not outlive it. One thread at a time.
+class FaultyFileSystem final : public platform::FileSystem {
+public:
+    using Rule = std::function<Fault(const Call&)>;
+
+    explicit FaultyFileSystem(platform::FileSystem& real) : m_real(real) {}
+
+    /// `error` is the code that faulty calls report.
+    void setRule(Rule rule, int error);
+    void failAt(int number);
+    void shortenAt(int number);
+    void stopAt(int number);
+    void failOn(const std::string& operation, int error);
+    void heal();
+
+    [[nodiscard]] const std::vector<Call>& calls() const { return m_calls; }
+    /// The calls as "operation path", for comparing orders.
+    [[nodiscard]] std::vector<std::string> callTexts() const;
+    void forgetCalls() { m_calls.clear(); }
+
+    /// Notes a call and tells its fate; the streams ask here too.
+    [[nodiscard]] Fault note(const std::string& operation, const std::string& path);
+    [[nodiscard]] int error() const { return m_error; }
+
+    [[nodiscard]] std::unique_ptr<platform::FileStream>
+    open(const std::string& path, platform::OpenMode mode, int& error) override;
+    [[nodiscard]] std::optional<platform::FileInfo> info(const std::string& path) override;
+    bool createFolder(const std::string& path, int& error) override;
+    bool removeFile(const std::string& path, int& error) override;
+    bool replaceFile(const std::string& from, const std::string& to, int& error) override;
+    void copyAccess(const std::string& from, const std::string& to) override;
+    bool syncFolder(const std::string& folder) override;
+    [[nodiscard]] bool list(const std::string& folder,
+                            std::vector<platform::FolderEntry>& entries) override;
+    [[nodiscard]] std::string currentFolder() override;
+    bool setCurrentFolder(const std::string& folder) override;
+    [[nodiscard]] std::string fullPath(const std::string& path) override;
+    [[nodiscard]] std::string resolveLink(const std::string& path) override;
+    [[nodiscard]] std::string errorText(int error) override;
+
+private:
+    [[nodiscard]] bool broken(const std::string& operation, const std::string& path, int& error);
+
+    platform::FileSystem& m_real;
+    Rule m_rule;
+    int m_error = 0;
+    bool m_stopped = false;
+    std::vector<Call> m_calls;
+};
+
+} // namespace support

@@ -1,0 +1,17 @@
+// A clock that stands still, so that log pages can be compared byte for byte.
+#pragma once
+
+#include "platform/Clock.h"
+
+#include <string>
+
+namespace support {
+
+class FixedClock final : public platform::Clock {
+public:
+    [[nodiscard]] std::string localTimeText() override { return text; }
+
+    std::string text = "03:07:41 PM";
+};
+
+} // namespace support

@@ -1,0 +1,25 @@
+#include "tests/support/LogCapture.h"
+
+namespace support {
+
+LogCapture::LogCapture()
+    : m_log(std::make_shared<core::Log>("")), m_previous(core::Log::exchange(m_log)) {}
+
+LogCapture::~LogCapture() {
+    core::Log::exchange(m_previous);
+}
+
+std::vector<std::string> LogCapture::errors() const {
+    const std::string opening = "<FONT COLOR=#FF0000>Error: ";
+    const std::string closing = "</FONT><BR>";
+    std::vector<std::string> messages;
+    const std::string text = page();
+    for (std::size_t at = text.find(opening); at != std::string::npos;
+         at = text.find(opening, at)) {
+        at += opening.size();
+        messages.push_back(text.substr(at, text.find(closing, at) - at));
+    }
+    return messages;
+}
+
+} // namespace support

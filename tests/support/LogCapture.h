@@ -1,0 +1,28 @@
+// Takes the log's place for one test, without a file, and gives the error lines.
+#pragma once
+
+#include "core/Log.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace support {
+
+class LogCapture {
+public:
+    LogCapture();
+    ~LogCapture();
+    LogCapture(const LogCapture&) = delete;
+    LogCapture& operator=(const LogCapture&) = delete;
+
+    /// The messages at error level since the beginning, as they were given.
+    [[nodiscard]] std::vector<std::string> errors() const;
+    [[nodiscard]] std::string page() const { return m_log->page(); }
+
+private:
+    std::shared_ptr<core::Log> m_log;
+    std::shared_ptr<core::Log> m_previous;
+};
+
+} // namespace support

@@ -1,0 +1,22 @@
+// Starts nothing: notes what was asked for, and answers as told.
+#pragma once
+
+#include "platform/Process.h"
+
+#include <string>
+#include <vector>
+
+namespace support {
+
+class RecordingProcess final : public platform::Process {
+public:
+    [[nodiscard]] bool launch(const platform::LaunchRequest& request) override {
+        requests.push_back(request);
+        return succeeds;
+    }
+
+    bool succeeds = true;
+    std::vector<platform::LaunchRequest> requests;
+};
+
+} // namespace support

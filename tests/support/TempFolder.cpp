@@ -1,0 +1,79 @@
+#include "tests/support/TempFolder.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <stdexcept>
+
+#include "platform/FileSystem.h"
+
+namespace fs = std::filesystem;
+
+namespace support {
+namespace {
+
+fs::path toPath(const std::string& text) {
+    return fs::path(std::u8string(text.begin(), text.end()));
+}
+
+std::string toText(const fs::path& path) {
+    const std::u8string text = path.generic_u8string();
+    return {text.begin(), text.end()};
+}
+
+} // namespace
+
+TempFolder::TempFolder() : m_previous(platform::nativeFileSystem().currentFolder()) {
+    std::random_device random;
+    fs::path folder;
+    do {
+        folder = fs::temp_directory_path() / ("quorvel-test-" + std::to_string(random()));
+    } while (!fs::create_directories(folder));
+    m_path = toText(fs::canonical(folder)) + "/";
+    if (!platform::nativeFileSystem().setCurrentFolder(m_path))
+        throw std::runtime_error("cannot enter " + m_path);
+}
+
+TempFolder::~TempFolder() {
+    platform::nativeFileSystem().setCurrentFolder(m_previous);
+    std::error_code ignored;
+    fs::remove_all(toPath(m_path), ignored);
+}
+
+void writeBytes(const std::string& path, const std::string& bytes) {
+    const fs::path target = toPath(path);
+    if (target.has_parent_path())
+        fs::create_directories(target.parent_path());
+    std::ofstream stream(target, std::ios::binary);
+    if (!stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush())
+        throw std::runtime_error("cannot write " + path);
+}
+
+std::string readBytes(const std::string& path) {
+    std::ifstream stream(toPath(path), std::ios::binary);
+    if (!stream)
+        throw std::runtime_error("cannot read " + path);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+bool exists(const std::string& path) {
+    return fs::exists(toPath(path));
+}
+
+std::vector<std::string> filesBelow(const std::string& folder) {
+    std::vector<std::string> files;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(toPath(folder))) {
+        if (!fs::is_directory(entry.symlink_status()))
+            files.push_back(toText(entry.path().lexically_relative(toPath(folder))));
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+void makeFolder(const std::string& path) {
+    fs::create_directories(toPath(path));
+}
+
+} // namespace support

@@ -1,0 +1,42 @@
+// A folder of its own for one test, which is the current one while the test runs.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace support {
+
+/// Made empty under the system's folder for such things and removed with all it holds.
+class TempFolder {
+public:
+    TempFolder();
+    ~TempFolder();
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+
+    /// Absolute, UTF-8, ends in a separator.
+    [[nodiscard]] const std::string& path() const { return m_path; }
+
+private:
+    std::string m_path;
+    std::string m_previous;
+};
+
+/// The base of fixtures that read and write files by relative names.
+class TempFolderTest : public ::testing::Test {
+protected:
+    TempFolder m_folder;
+};
+
+/// Makes the folders on the way. Bytes as given. Throws when that fails.
+void writeBytes(const std::string& path, const std::string& bytes);
+/// Throws when the file cannot be read.
+[[nodiscard]] std::string readBytes(const std::string& path);
+[[nodiscard]] bool exists(const std::string& path);
+/// Every file below `folder`, as sorted relative paths with "/".
+[[nodiscard]] std::vector<std::string> filesBelow(const std::string& folder);
+void makeFolder(const std::string& path);
+
+} // namespace support
