@@ -4,6 +4,7 @@ zone files.
 
   demo/make_demo.py                 everything
   demo/make_demo.py --files         scene and zone files only, the clips stay
+  demo/make_demo.py --check         compares scene and zone files with what it would write
   demo/make_demo.py --picture CLIP FRAME FILE.png   one frame, for a look
 
 Needs Python 3 and, for the clips, ffmpeg with libtheora and libvorbis (Debian: ffmpeg). The
@@ -130,14 +131,21 @@ def zones():
                      ("Extinguisher", shapes(bin_clip, office.bottle_zone))]
 
 
-def write_files():
+def scene_and_zone_files():
+    """(path, bytes) of every file that is not a clip."""
     for name, branches in (("Fire Drill Level 1", FIRE_DRILL), ("Forklift Safety", FORKLIFT)):
-        (SCENES / name).mkdir(parents=True, exist_ok=True)
-        (SCENES / name / "Scene.xml").write_bytes(scene_files.scene_xml(name, branches[0][0], branches))
+        yield SCENES / name / "Scene.xml", scene_files.scene_xml(name, branches[0][0], branches)
     for clip, shapes in zones():
         base = str(clip.path.with_suffix("")) + "-ZoneInfo"
-        pathlib.Path(base + ".xml").write_bytes(scene_files.zone_info_xml([name for name, _ in shapes]))
-        pathlib.Path(base + ".bin").write_bytes(scene_files.zone_info_bin(shapes))
+        yield pathlib.Path(base + ".xml"), scene_files.zone_info_xml([name for name, _ in shapes])
+        yield pathlib.Path(base + ".bin"), scene_files.zone_info_bin(shapes)
+
+
+def check():
+    wrong = [file for file, data in scene_and_zone_files() if not file.is_file() or file.read_bytes() != data]
+    for file in wrong:
+        print(f"{file}: differs from what this script writes")
+    return 1 if wrong else 0
 
 
 def picture(name, number, target):
@@ -153,8 +161,12 @@ def picture(name, number, target):
 def main(arguments):
     if arguments[:1] == ["--picture"] and len(arguments) == 4:
         picture(*arguments[1:])
+    elif arguments == ["--check"]:
+        return check()
     elif arguments in ([], ["--files"]):
-        write_files()
+        for file, data in scene_and_zone_files():
+            file.parent.mkdir(parents=True, exist_ok=True)
+            file.write_bytes(data)
         for clip in CLIPS if not arguments else []:
             clip.encode()
         size = sum(file.stat().st_size for file in SCENES.rglob("*") if file.is_file())

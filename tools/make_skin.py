@@ -18,13 +18,13 @@ from vector.canvas import Image
 
 FOLDER = pathlib.Path(__file__).resolve().parent.parent / "data" / "UI"
 
-INK, MUTED, WINDOW, BAND, SURFACE = "#1C2733", "#465362", "#F3F5F8", "#E6EBF1", "#FFFFFF"
+MUTED, WINDOW, SURFACE = "#465362", "#F3F5F8", "#FFFFFF"
 LINE, EDGE = "#D3DAE2", "#7C8A9A"
 ACCENT, ACCENT_HOVER, ACCENT_PRESSED = "#1D63AD", "#185493", "#124274"
 SELECTED, HOT, OFF = "#C1E3FF", "#E9F5FF", "#98A4B1"
 DANGER, DANGER_HOVER, DANGER_PRESSED = "#A8221B", "#FCECEA", "#F6D5D2"
-QUESTION, TIP, CHECK_OFF, CHEVRON_OFF = "#33475B", "#2B3947", "#C9D1DA", "#B9C3CE"
-ROW_LINE, ROW_SELECTED_LINE, HEADER_TICK, THUMB_HOVER = "#E8ECF1", "#A6D2F7", "#C3CCD6", "#596675"
+QUESTION, CHECK_OFF, CHEVRON_OFF = "#33475B", "#C9D1DA", "#B9C3CE"
+THUMB_HOVER = "#596675"
 
 # State: (fill, edge, icon) for each kind of button.
 SECONDARY = {
@@ -142,28 +142,6 @@ def thumb(colour):
     return image
 
 
-def row(fill, line):
-    """One row of the action list with its separator below."""
-    image = flat(fill, 3, 4)
-    image.fill(path.rounded(0, 3, 3, 1, 0), line)
-    return image
-
-
-def track():
-    image = flat(WINDOW, 14, 3)
-    image.fill(path.rounded(0, 0, 1, 3, 0), LINE)
-    return image
-
-
-def header(divider):
-    """A header cell 30 high: the line below, and a divider of 15 at its left edge."""
-    image = flat(BAND, 4, 30)
-    image.fill(path.rounded(0, 29, 4, 1, 0), LINE)
-    if divider:
-        image.fill(path.rounded(0, 7, 1, 15, 0), HEADER_TICK)
-    return image
-
-
 def icon(name, size, colour, scale=1.0):
     image = Image(size, size)
     skin_icons.draw(image, name, 0, 0, colour, scale)
@@ -214,18 +192,9 @@ def parts():
     yield "FocusRingCheck", check_ring()
     for state, colour in THUMB.items():
         yield "ScrollThumb" + state, thumb(colour)
-    yield "ScrollTrack", track()
-    yield "RowNormal", row(SURFACE, ROW_LINE)
-    yield "RowHover", row(HOT, ROW_LINE)
-    yield "RowSelected", row(SELECTED, ROW_SELECTED_LINE)
-    yield "HeaderCell", header(True)
-    yield "HeaderFirst", header(False)
     card = Image(12, 12)
     framed(card, 0, 0, 12, 12, SURFACE, LINE, 4)
     yield "Card", card
-    tip = Image(12, 12)
-    tip.fill(path.rounded(0, 0, 12, 12, 3), TIP)
-    yield "ToolTip", tip
     yield "Mark", icon("Mark", 16, ACCENT)
     yield "Question", icon("Question", 32, QUESTION)
     yield "EmptyScenes", icon("Open", 32, OFF, 2.0)

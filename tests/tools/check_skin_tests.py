@@ -1,0 +1,81 @@
+"""check_skin on damaged copies of the skin: each row plants one fault and names the finding."""
+
+import os
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+SKIN = os.path.join(ROOT, "data", "UI")
+TABLE = os.path.join(ROOT, "tests", "data", "skin", "layout.tsv")
+
+
+def run_on(folder, *more):
+    return subprocess.run([sys.executable, os.path.join(ROOT, "tools", "check_skin"), "--skin", folder, *more],
+                          stdout=subprocess.PIPE, text=True, check=False)
+
+
+class SkinTest(unittest.TestCase):
+    def setUp(self):
+        self.place = tempfile.TemporaryDirectory()
+        self.folder = os.path.join(self.place.name, "UI")
+        shutil.copytree(SKIN, self.folder)
+
+    def tearDown(self):
+        self.place.cleanup()
+
+    def edit(self, name, pattern, replacement):
+        file = os.path.join(self.folder, name)
+        with open(file, encoding="utf-8") as stream:
+            text = stream.read()
+        changed = re.sub(pattern, replacement, text, count=1)
+        self.assertNotEqual(text, changed, pattern)
+        with open(file, "w", encoding="utf-8") as stream:
+            stream.write(changed)
+
+    def test_every_fault_in_a_layout_is_named(self):
+        cases = [
+            ("NewScene.xml", 'name="ButtonBack"', 'name="Buttonback"', "ButtonBack: missing"),
+            ("NewScene.xml", 'Edit name="EditSceneName"', 'Label name="EditSceneName"', "must be a Edit"),
+            ("NewScene.xml", 'name="LabelHint2"', 'name="LabelHint1"', "the name stands twice"),
+            ("OpenScene.xml", r'<Font size="12" />\s*<Font', "<Font", "font 4 is none of the layout's 4 fonts"),
+            ("ZoneEdit.xml", '<Font size="12"', '<Font family="Arial" size="12"', "names a family"),
+            ("ZoneEdit.xml", "ToolMoveHover.png", "ToolMoveHower.png", "ToolMoveHower.png"),
+            ("BranchList.xml", "corner='5,4,28,4'", "corner='45,4,28,4'", "the corners are larger"),
+            ("BranchList.xml", 'textcolor="#FF465362"', 'textcolor="grey"', '"grey" is no colour'),
+            ("BranchList.xml", 'text="Branch" textcolor="#FF465362"', 'text="Branch" textcolor="#FFA0A8B0"',
+             "Branch: normal: contrast 2.4"),
+            ("ZoneEditSmall.xml", 'label="Zone name"', "", "EditZone: no label"),
+            ("Confirmation.xml", 'tooltip="Go ahead"', "", "ButtonYes: no tool tip"),
+            ("Confirmation.xml", 'pos="228,121', 'pos="428,121', "is not inside the window"),
+            ("ZoneEdit.xml", "<Label pos", "<Label><Label pos", "mismatched tag"),
+        ]
+        for name, pattern, replacement, finding in cases:
+            with self.subTest(finding=finding):
+                shutil.copy(os.path.join(SKIN, name), self.folder)
+                self.edit(name, pattern, replacement)
+                result = run_on(self.folder)
+                self.assertEqual(result.returncode, 1)
+                self.assertIn(finding, result.stdout)
+                self.assertIn(name, result.stdout)
+                shutil.copy(os.path.join(SKIN, name), self.folder)
+
+    def test_images_without_a_use_and_uses_without_an_image_are_named(self):
+        os.remove(os.path.join(self.folder, "OptionHover.png"))
+        shutil.copy(os.path.join(SKIN, "Mark.png"), os.path.join(self.folder, "Extra.png"))
+        self.assertIn("OptionHover.png: missing", run_on(self.folder).stdout)
+        shutil.copy(os.path.join(SKIN, "OptionHover.png"), self.folder)
+        self.assertIn("Extra.png: no layout uses it", run_on(self.folder).stdout)
+
+    def test_a_moved_control_differs_from_the_table(self):
+        self.edit("BranchList.xml", 'pos="728,105,124,25"', 'pos="728,106,124,25"')
+        result = run_on(self.folder, "--table", TABLE)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("ButtonEditZones: place is (728, 106, 124, 25), must be (728, 105, 124, 25)", result.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
