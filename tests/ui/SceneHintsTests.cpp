@@ -1,0 +1,62 @@
+// The one line that tells the author about the state of a scene.
+#include "scene/SceneManager.h"
+#include "ui/SceneHints.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+std::shared_ptr<scene::SceneManager> sceneWithTwoBranches() {
+    auto scene = scene::SceneManager::create();
+    scene->newScene("Plain & simple");
+    scene->AddBranch();
+    scene->AddBranch();
+    scene->addAction(1, scene::Action::create());
+    return scene;
+}
+
+TEST(SceneHints, NamesThatKeepASceneFromLoadingAreFound) {
+    EXPECT_EQ(ui::unreadableName(*sceneWithTwoBranches()), "");
+    const struct {
+        const char* where;
+        std::function<void(scene::SceneManager&)> spoil;
+    } cases[] = {
+        {"scene", [](auto& scene) { scene.SetName("a<b"); }},
+        {"first branch", [](auto& scene) { scene.SetFirstBranch("a<b"); }},
+        {"branch", [](auto& scene) { scene.renameBranch(1, "a<b"); }},
+        {"video", [](auto& scene) { scene.setBranchFilename(1, "a<b"); }},
+        {"parameter", [](auto& scene) { scene.action(1, 0)->SetParameter("a<b"); }},
+        {"target", [](auto& scene) { scene.action(1, 0)->SetBranchID("a<b"); }},
+    };
+    for (const auto& test : cases) {
+        const auto scene = sceneWithTwoBranches();
+        test.spoil(*scene);
+        EXPECT_EQ(ui::unreadableName(*scene), "a<b") << test.where;
+    }
+}
+
+TEST(SceneHints, TextsOfTheStrip) {
+    EXPECT_EQ(ui::notSavedText(""), u"");
+    EXPECT_EQ(ui::notSavedText("Permission denied"), u"Not saved: Permission denied");
+    EXPECT_EQ(ui::unreadableHint(""), u"");
+    EXPECT_EQ(ui::unreadableHint("a<b"),
+              u"The name \"a<b\" holds a \"<\": a scene saved with it will not load again.");
+}
+
+TEST(SceneHints, TextsOfACopyUnderWay) {
+    ui::CopyStatus status{"clip.ogv", 1, 1, 0, 0};
+    EXPECT_EQ(ui::copyText(status), u"Copying clip.ogv. Esc cancels.");
+    status.totalBytes = 3;
+    EXPECT_EQ(ui::copyText(status), u"Copying clip.ogv: 0 %. Esc cancels.");
+    status.copiedBytes = 2;
+    EXPECT_EQ(ui::copyText(status), u"Copying clip.ogv: 66 %. Esc cancels.");
+    status.copiedBytes = 4; // the file grew meanwhile
+    EXPECT_EQ(ui::copyText(status), u"Copying clip.ogv: 100 %. Esc cancels.");
+    status = {"b.ogv", 2, 3, 5'000'000'000ULL, 10'000'000'000ULL};
+    EXPECT_EQ(ui::copyText(status), u"Copying b.ogv (2 of 3): 50 %. Esc cancels.");
+}
+
+} // namespace

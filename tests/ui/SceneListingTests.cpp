@@ -1,0 +1,50 @@
+// Which scenes are offered, and where a scene's folder lies.
+#include "tests/support/TempFolder.h"
+#include "ui/SceneListing.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+using support::writeBytes;
+using Names = std::vector<std::string>;
+
+class SceneListing : public support::TempFolderTest {};
+
+TEST_F(SceneListing, OffersFoldersWithASceneFileThatNothingReplaces) {
+    EXPECT_EQ(ui::listScenes(), Names()) << "no folder \"Scenes\"";
+    writeBytes("Scenes/Fire drill/Scene.xml", "");
+    writeBytes("Scenes/forklift/Scene.xml", "");
+    writeBytes("Scenes/\xC3\x9C"
+               "bung & %s/Scene.xml",
+               "");
+    writeBytes("Scenes/Empty/clip.ogv", "");
+    writeBytes("Scenes/Old/Scene.xml", "");
+    writeBytes("Scenes/Old/Replaced", "");
+    writeBytes("Scenes/Kept/Scene.xml", "");
+    support::makeFolder("Scenes/Kept/Replaced");
+    support::makeFolder("Scenes/Odd/Scene.xml");
+    writeBytes("Scenes/Scene.xml", "");
+    EXPECT_EQ(ui::listScenes(), (Names{"Fire drill", "forklift", "Kept",
+                                       "\xC3\x9C"
+                                       "bung & %s"}));
+}
+
+TEST_F(SceneListing, KeepsNamesAsStored) {
+    writeBytes("Scenes/b\xFF"
+               "d/Scene.xml",
+               "");
+    EXPECT_EQ(ui::listScenes(), Names{"b\xFF"
+                                      "d"});
+}
+
+TEST_F(SceneListing, AFolderPathEndsInABackslash) {
+    EXPECT_EQ(ui::sceneFolderPath("Fire drill"), m_folder.path() + "Scenes/Fire drill\\");
+    EXPECT_EQ(ui::sceneFolderPath(""), m_folder.path() + "Scenes/\\");
+}
+
+} // namespace

@@ -1,0 +1,51 @@
+// Runs one video import at a time on a thread of its own, so that the window stays alive, and
+// reports back on the UI thread. Used by the branch editor. UI thread only.
+#pragma once
+
+#include "platform/EventLoop.h"
+#include "platform/FileSystem.h"
+#include "ui/VideoImport.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+
+namespace ui {
+
+class BackgroundImport {
+public:
+    /// Both outlive the object.
+    BackgroundImport(platform::EventLoop& loop, platform::FileSystem& files);
+    /// Cancels a running import and waits for its end; nothing is reported any more.
+    ~BackgroundImport();
+    BackgroundImport(const BackgroundImport&) = delete;
+    BackgroundImport& operator=(const BackgroundImport&) = delete;
+
+    /// Called on the UI thread; `onProgress` now and then, `onDone` once, when isRunning() is false
+    /// again. Not while an import is running.
+    void start(const std::string& source, const std::string& destination,
+               std::function<void()> onProgress, std::function<void(ImportResult)> onDone);
+    void cancel();
+    [[nodiscard]] bool isRunning() const { return m_run != nullptr; }
+    [[nodiscard]] std::uint64_t copiedBytes() const;
+    [[nodiscard]] std::uint64_t totalBytes() const;
+
+private:
+    /// Shared with the thread and the tasks it posts.
+    struct Run {
+        ImportProgress progress;
+        std::atomic<bool> progressPosted{false};
+        std::function<void()> onProgress;         ///< UI thread only, empty once abandoned
+        std::function<void(ImportResult)> onDone; ///< UI thread only, empty once abandoned
+    };
+
+    void finish();
+
+    platform::EventLoop& m_loop;
+    platform::FileSystem& m_files;
+    std::shared_ptr<Run> m_run;
+    std::thread m_thread;
+};
+
+} // namespace ui

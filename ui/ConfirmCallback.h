@@ -1,0 +1,35 @@
+// The side of a window that asks yes/no questions: the confirmation dialog writes its answer here.
+// Used by the branch editor and the zone editor. UI thread only.
+#pragma once
+
+#include <cstdint>
+
+namespace platform {
+class NativeWindow;
+}
+
+namespace ui {
+
+class ConfirmCallback {
+public:
+    static constexpr std::uint8_t kNo = 0;
+    static constexpr std::uint8_t kYes = 1;
+
+    virtual ~ConfirmCallback() = default;
+    /// kYes or kNo. Written by the dialog only when a button is pressed: the asker sets the answer
+    /// that a dismissal shall mean before it asks.
+    virtual void SetAnswer(std::uint8_t answer) { m_answer = answer; }
+    /// The dialog's owner; null when the asking window is gone. Not owned.
+    [[nodiscard]] virtual platform::NativeWindow* GetParentWindow() = 0;
+
+    [[nodiscard]] std::uint8_t answer() const { return m_answer; }
+    /// True while a question is on the screen: the asking window must not be closed under it.
+    [[nodiscard]] bool isAsking() const { return m_asking; }
+    void setAsking(bool asking) { m_asking = asking; }
+
+private:
+    std::uint8_t m_answer = kNo;
+    bool m_asking = false;
+};
+
+} // namespace ui

@@ -1,0 +1,92 @@
+#include "ui/Confirmation.h"
+
+#include "core/Log.h"
+#include "core/Text.h"
+#include "toolkit/CButtonUI.h"
+
+#include <memory>
+
+namespace ui {
+
+namespace {
+
+constexpr std::u16string_view kTitle = u"Title";
+constexpr std::u16string_view kLabel = u"ConfirmationLabel";
+constexpr std::u16string_view kYesButton = u"ButtonYes";
+constexpr std::u16string_view kNoButton = u"ButtonNo";
+
+} // namespace
+
+Confirmation::Confirmation(const WindowContext& context, ConfirmCallback& asker,
+                           const std::string& title, const std::string& message)
+    : EditorWindow(context), m_asker(asker), m_title(title), m_message(message) {}
+
+void Confirmation::ask(const WindowContext& context, ConfirmCallback& asker,
+                       const std::string& title, const std::string& message) {
+    const auto dialog = std::make_shared<Confirmation>(context, asker, title, message);
+    dialog->run();
+}
+
+void Confirmation::run() {
+    platform::NativeWindow* owner = m_asker.GetParentWindow();
+    if (!Create(owner, core::displayText(m_title), kDialogStyle, kDialogExtendedStyle)) {
+        core::Log::get()->Error("Unable to show the question \"%s\"", m_message.c_str());
+        return;
+    }
+    m_asker.setAsking(true);
+    enableOwner(false);
+    CenterWindow();
+    ShowModal();
+    enableOwner(true);
+    m_asker.setAsking(false);
+}
+
+void Confirmation::enableOwner(bool enabled) {
+    if (platform::NativeWindow* owner = m_asker.GetParentWindow()) {
+        owner->setEnabled(enabled);
+    }
+}
+
+void Confirmation::InitWindow() {
+    setTextOf(kTitle, core::displayText(m_title));
+    setTextOf(kLabel, core::displayText(m_message));
+    // A silent dismissal would mean yes for some questions: the keyboard starts on No.
+    if (toolkit::CControlUI* no = findControl(kNoButton)) {
+        GetPaintManager().SetFocus(no);
+    }
+}
+
+void Confirmation::OnClick(toolkit::TNotifyUI& message) {
+    const std::u16string& name = message.pSender->GetName();
+    if (name == kYesButton) {
+        answerAndClose(ConfirmCallback::kYes);
+    } else if (name == kNoButton) {
+        answerAndClose(ConfirmCallback::kNo);
+    }
+}
+
+void Confirmation::answerAndClose(std::uint8_t answer) {
+    m_asker.SetAnswer(answer);
+    // Before the dialog goes, so that the keyboard returns to the owner and to no other program.
+    enableOwner(true);
+    Close(1);
+}
+
+bool Confirmation::MessageHandler(const platform::Event& event) {
+    if (event.kind == platform::EventKind::keyDown && event.key == platform::Key::escape) {
+        if (auto* no = find<toolkit::CButtonUI>(kNoButton)) {
+            no->Activate();
+        }
+        return true;
+    }
+    return EditorWindow::MessageHandler(event);
+}
+
+bool Confirmation::HandleMessage(const platform::Event& event) {
+    if (event.kind == platform::EventKind::closeRequest) {
+        enableOwner(true);
+    }
+    return EditorWindow::HandleMessage(event);
+}
+
+} // namespace ui

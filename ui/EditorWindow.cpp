@@ -1,0 +1,45 @@
+#include "ui/EditorWindow.h"
+
+namespace ui {
+
+EditorWindow::EditorWindow(const WindowContext& context)
+    : WindowImplBase(context.gui), m_context(context) {}
+
+bool EditorWindow::runScreen(std::u16string_view title) {
+    if (!Create(nullptr, std::u16string(title), kScreenStyle, kScreenExtendedStyle)) {
+        return false;
+    }
+    CenterWindow();
+    ShowModal();
+    return true;
+}
+
+toolkit::CControlUI* EditorWindow::findControl(std::u16string_view name) {
+    return GetPaintManager().FindControl(name);
+}
+
+void EditorWindow::setTextOf(std::u16string_view name, std::u16string_view text) {
+    if (toolkit::CControlUI* control = findControl(name)) {
+        control->SetText(text);
+    }
+}
+
+void EditorWindow::setEnabledOf(std::u16string_view name, bool enabled) {
+    if (toolkit::CControlUI* control = findControl(name)) {
+        control->SetEnabled(enabled);
+    }
+}
+
+void EditorWindow::setVisibleOf(std::u16string_view name, bool visible) {
+    if (toolkit::CControlUI* control = findControl(name)) {
+        control->SetVisible(visible);
+    }
+}
+
+void EditorWindow::setToolTipOf(std::u16string_view name, std::u16string_view text) {
+    if (toolkit::CControlUI* control = findControl(name)) {
+        control->SetToolTip(text);
+    }
+}
+
+} // namespace ui

@@ -1,0 +1,72 @@
+// What all windows of the editor share: their skin folder, how they end the message loop that runs
+// them, and finding controls. Base of the four screens and the confirmation dialog. UI thread only.
+#pragma once
+
+#include "toolkit/WindowImplBase.h"
+#include "ui/WindowContext.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace ui {
+
+/// Style bits of the screens: pop-up, visible, clip siblings and children, caption, system menu;
+/// application window, static edge.
+inline constexpr std::uint32_t kScreenStyle = 0x96C80000;
+inline constexpr std::uint32_t kScreenExtendedStyle = 0x00060000;
+/// Style bits of dialogs: pop-up; static edge.
+inline constexpr std::uint32_t kDialogStyle = 0x80000000;
+inline constexpr std::uint32_t kDialogExtendedStyle = 0x00020000;
+
+class EditorWindow : public toolkit::WindowImplBase {
+public:
+    /// Everything in `context` outlives the window.
+    explicit EditorWindow(const WindowContext& context);
+
+    /// Creates the native window with its layout, centres and shows it, and runs a message loop
+    /// until it is closed. The outcome stands in shared flags by then. False, and nothing was
+    /// shown, when the window or its layout cannot be made (the log names the layout).
+    [[nodiscard]] bool runScreen(std::u16string_view title);
+
+    [[nodiscard]] std::string GetSkinFolder() const override { return "UI/"; }
+    /// The owner's shared pointer releases the window, not the end of its native window.
+    void OnFinalMessage() override {}
+
+protected:
+    [[nodiscard]] const WindowContext& context() const { return m_context; }
+
+    /// The control `name` as a T; null when it is missing or of another kind. Not owned.
+    template <class T>
+    [[nodiscard]] T* find(std::u16string_view name) {
+        return toolkit::controlCast<T>(findControl(name));
+    }
+    [[nodiscard]] toolkit::CControlUI* findControl(std::u16string_view name);
+    /// These do nothing when the control is missing.
+    void setTextOf(std::u16string_view name, std::u16string_view text);
+    void setEnabledOf(std::u16string_view name, bool enabled);
+    void setVisibleOf(std::u16string_view name, bool visible);
+    void setToolTipOf(std::u16string_view name, std::u16string_view text);
+
+private:
+    WindowContext m_context;
+};
+
+/// One entry of a window's dispatch: which control's notification goes to which handler. Entries
+/// are compared in order; a name that matches none is ignored.
+template <class Window>
+struct ControlHandler {
+    std::u16string_view name;
+    void (Window::*handle)(toolkit::CControlUI& sender);
+};
+
+template <class Window, class Table>
+void dispatch(Window& window, const Table& table, const toolkit::TNotifyUI& message) {
+    for (const ControlHandler<Window>& entry : table) {
+        if (message.pSender->GetName() == entry.name) {
+            (window.*entry.handle)(*message.pSender);
+            return;
+        }
+    }
+}
+
+} // namespace ui

@@ -1,0 +1,73 @@
+#include "ui/NewScene.h"
+
+#include "core/Text.h"
+#include "scene/SceneManager.h"
+#include "toolkit/CEditUI.h"
+#include "ui/SceneHints.h"
+
+namespace ui {
+
+namespace {
+
+constexpr std::u16string_view kNameEdit = u"EditSceneName";
+constexpr std::u16string_view kHint = u"LabelHint";
+
+} // namespace
+
+std::shared_ptr<NewScene> NewScene::create(const WindowContext& context) {
+    auto window = std::make_shared<NewScene>(context);
+    return window->m_components.initialized() ? window : nullptr;
+}
+
+NewScene::NewScene(const WindowContext& context)
+    : EditorWindow(context), m_components(context.gui.components()) {}
+
+void NewScene::InitWindow() {
+    if (const toolkit::CControlUI* hint = findControl(kHint)) {
+        m_usualHint = hint->GetText();
+    }
+    if (toolkit::CControlUI* edit = findControl(kNameEdit)) {
+        GetPaintManager().SetFocus(edit);
+    }
+}
+
+void NewScene::Notify(toolkit::TNotifyUI& message) {
+    // Typing changes nothing but the hint below the edit.
+    if (message.sType == toolkit::kTextChanged) {
+        showHint();
+    }
+    EditorWindow::Notify(message);
+}
+
+void NewScene::showHint() {
+    if (const toolkit::CControlUI* edit = findControl(kNameEdit)) {
+        const bool readsBack = !breaksSceneFile(core::storedText(edit->GetText()));
+        setTextOf(kHint, readsBack ? m_usualHint : std::u16string(kUnreadableSceneHint));
+    }
+}
+
+void NewScene::OnClick(toolkit::TNotifyUI& message) {
+    static constexpr ControlHandler<NewScene> kHandlers[] = {
+        {u"ButtonCreate", &NewScene::createScene},
+        {u"ButtonBack", &NewScene::goBack},
+    };
+    dispatch(*this, kHandlers, message);
+}
+
+void NewScene::createScene(toolkit::CControlUI& /*sender*/) {
+    const auto* edit = find<toolkit::CEditUI>(kNameEdit);
+    const auto& manager = context().services.sceneManager;
+    if (edit == nullptr || !manager) {
+        return;
+    }
+    // Any name goes: empty, with path characters, or of an existing scene, which Save replaces.
+    manager->newScene(core::storedText(edit->GetText()));
+    context().state.sceneCreated = true;
+    Close(1);
+}
+
+void NewScene::goBack(toolkit::CControlUI& /*sender*/) {
+    Close(1);
+}
+
+} // namespace ui

@@ -1,0 +1,33 @@
+// The screen where the author names a new scene.
+#pragma once
+
+#include "ui/ComponentScope.h"
+#include "ui/EditorWindow.h"
+
+#include <memory>
+#include <string>
+
+namespace ui {
+
+class NewScene final : public EditorWindow {
+public:
+    /// Empty when the system's components cannot be initialised.
+    [[nodiscard]] static std::shared_ptr<NewScene> create(const WindowContext& context);
+    explicit NewScene(const WindowContext& context);
+
+    [[nodiscard]] std::u16string GetWindowClassName() const override { return u"NewSceneWindow"; }
+    [[nodiscard]] std::string GetSkinFile() const override { return "NewScene.xml"; }
+    void InitWindow() override;
+    void Notify(toolkit::TNotifyUI& message) override;
+    void OnClick(toolkit::TNotifyUI& message) override;
+
+private:
+    void createScene(toolkit::CControlUI& sender);
+    void goBack(toolkit::CControlUI& sender);
+    void showHint();
+
+    ComponentScope m_components;
+    std::u16string m_usualHint;
+};
+
+} // namespace ui

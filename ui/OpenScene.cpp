@@ -1,0 +1,110 @@
+#include "ui/OpenScene.h"
+
+#include "core/Text.h"
+#include "scene/SceneManager.h"
+#include "toolkit/CHorizontalLayoutUI.h"
+#include "toolkit/CListContainerElementUI.h"
+#include "toolkit/CListUI.h"
+#include "toolkit/CTextUI.h"
+#include "ui/SceneListing.h"
+
+#include <cstddef>
+#include <utility>
+
+namespace ui {
+
+namespace {
+
+constexpr std::u16string_view kSceneList = u"SceneList";
+constexpr std::u16string_view kLoadButton = u"ButtonLoadScene";
+constexpr std::u16string_view kEmptyIcon = u"EmptyIcon";
+constexpr std::u16string_view kEmptyHeading = u"EmptyHeading";
+constexpr std::u16string_view kEmptyLine = u"EmptyLine";
+constexpr int kRowHeight = 16;
+constexpr int kListFont = 2;
+
+} // namespace
+
+std::shared_ptr<OpenScene> OpenScene::create(const WindowContext& context) {
+    auto window = std::make_shared<OpenScene>(context);
+    return window->m_components.initialized() ? window : nullptr;
+}
+
+OpenScene::OpenScene(const WindowContext& context)
+    : EditorWindow(context), m_components(context.gui.components()), m_scenes(listScenes()) {}
+
+void OpenScene::InitWindow() {
+    fillList();
+    const bool empty = m_scenes.empty();
+    setEnabledOf(kLoadButton, !empty);
+    if (!empty) {
+        GetPaintManager().SetFocus(findControl(kSceneList));
+    }
+    for (const std::u16string_view name : {kEmptyIcon, kEmptyHeading, kEmptyLine}) {
+        setVisibleOf(name, empty);
+    }
+}
+
+void OpenScene::fillList() {
+    auto* list = find<toolkit::CListUI>(kSceneList);
+    if (list == nullptr) {
+        return;
+    }
+    list->RemoveAll();
+    for (const std::string& name : m_scenes) {
+        addRow(*list, name);
+    }
+    if (list->GetCount() > 0) {
+        list->SelectItem(0);
+    }
+}
+
+void OpenScene::addRow(toolkit::CContainerUI& list, const std::string& name) {
+    auto text = std::make_unique<toolkit::CTextUI>();
+    text->SetName(u"ListItem");
+    text->SetFont(kListFont);
+    text->SetText(core::displayText(name));
+    text->SetToolTip(core::displayText("Open " + name + " scenario"));
+    auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
+    layout->Add(std::move(text));
+    auto row = std::make_unique<toolkit::CListContainerElementUI>();
+    row->SetName(u"Row");
+    row->SetFixedHeight(kRowHeight);
+    row->Add(std::move(layout));
+    list.Add(std::move(row));
+}
+
+void OpenScene::OnClick(toolkit::TNotifyUI& message) {
+    static constexpr ControlHandler<OpenScene> kHandlers[] = {
+        {kLoadButton, &OpenScene::loadScene},
+        {u"ButtonNewScene", &OpenScene::newScene},
+        {u"ButtonExit", &OpenScene::exitProgram},
+    };
+    dispatch(*this, kHandlers, message);
+}
+
+void OpenScene::loadScene(toolkit::CControlUI& /*sender*/) {
+    const auto* list = find<toolkit::CListUI>(kSceneList);
+    const auto& manager = context().services.sceneManager;
+    if (list == nullptr || !manager) {
+        return;
+    }
+    const int index = list->GetCurSel();
+    if (index < 0 || static_cast<std::size_t>(index) >= m_scenes.size()) {
+        return;
+    }
+    manager->SetName(m_scenes[static_cast<std::size_t>(index)]);
+    Close(1);
+}
+
+void OpenScene::newScene(toolkit::CControlUI& /*sender*/) {
+    context().state.newSceneRequest = true;
+    Close(1);
+}
+
+void OpenScene::exitProgram(toolkit::CControlUI& /*sender*/) {
+    context().state.quit = true;
+    Close(1);
+}
+
+} // namespace ui

@@ -1,0 +1,36 @@
+// The first screen: lists the scenes and lets the author open one, start a new one or leave.
+#pragma once
+
+#include "ui/ComponentScope.h"
+#include "ui/EditorWindow.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ui {
+
+class OpenScene final : public EditorWindow {
+public:
+    /// Collects the scenes. Empty when the system's components cannot be initialised.
+    [[nodiscard]] static std::shared_ptr<OpenScene> create(const WindowContext& context);
+    explicit OpenScene(const WindowContext& context);
+
+    [[nodiscard]] std::u16string GetWindowClassName() const override { return u"OpenSceneWindow"; }
+    [[nodiscard]] std::string GetSkinFile() const override { return "OpenScene.xml"; }
+    void InitWindow() override;
+    void OnClick(toolkit::TNotifyUI& message) override;
+
+private:
+    void fillList();
+    void addRow(toolkit::CContainerUI& list, const std::string& name);
+    void loadScene(toolkit::CControlUI& sender);
+    void newScene(toolkit::CControlUI& sender);
+    void exitProgram(toolkit::CControlUI& sender);
+
+    ComponentScope m_components;
+    /// As stored, in the order of the rows.
+    std::vector<std::string> m_scenes;
+};
+
+} // namespace ui

@@ -1,0 +1,75 @@
+#include "ui/SceneHints.h"
+
+#include "core/Text.h"
+#include "scene/SceneManager.h"
+
+#include <memory>
+#include <vector>
+
+namespace ui {
+
+namespace {
+
+std::string unreadableIn(const scene::SceneManager& scene, int branch) {
+    std::vector<std::string> texts{scene.branchID(branch), scene.branchFilename(branch)};
+    std::vector<std::shared_ptr<scene::Action>> actions;
+    scene.branchActions(branch, actions);
+    for (const auto& action : actions) {
+        texts.push_back(action->Parameter());
+        texts.push_back(action->BranchID());
+    }
+    for (const std::string& text : texts) {
+        if (breaksSceneFile(text)) {
+            return text;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+bool breaksSceneFile(std::string_view text) {
+    return text.find('<') != std::string_view::npos;
+}
+
+std::string unreadableName(const scene::SceneManager& scene) {
+    if (breaksSceneFile(scene.Name())) {
+        return scene.Name();
+    }
+    if (breaksSceneFile(scene.FirstBranch())) {
+        return scene.FirstBranch();
+    }
+    for (int branch = 0; branch < scene.branchCount(); ++branch) {
+        std::string found = unreadableIn(scene, branch);
+        if (!found.empty()) {
+            return found;
+        }
+    }
+    return {};
+}
+
+std::u16string copyText(const CopyStatus& status) {
+    std::string text = "Copying " + status.name;
+    if (status.count > 1) {
+        text += " (" + std::to_string(status.number) + " of " + std::to_string(status.count) + ")";
+    }
+    if (status.totalBytes > 0) {
+        const auto percent = static_cast<int>(static_cast<double>(status.copiedBytes) * 100.0 /
+                                              static_cast<double>(status.totalBytes));
+        text += ": " + std::to_string(percent < 100 ? percent : 100) + " %";
+    }
+    return core::displayText(text + ". Esc cancels.");
+}
+
+std::u16string notSavedText(const std::string& reason) {
+    return reason.empty() ? std::u16string() : core::displayText("Not saved: " + reason);
+}
+
+std::u16string unreadableHint(const std::string& unreadable) {
+    return unreadable.empty()
+               ? std::u16string()
+               : core::displayText("The name \"" + unreadable +
+                                   "\" holds a \"<\": a scene saved with it will not load again.");
+}
+
+} // namespace ui

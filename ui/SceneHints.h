@@ -1,0 +1,43 @@
+// What the windows tell the author about the state of a scene, in one quiet line: names that make
+// its file unreadable, a save that failed, a copy under way. Used by the branch editor and the new
+// scene window.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace scene {
+class SceneManager;
+}
+
+namespace ui {
+
+/// The new scene window's second hint while the name holds a "<".
+inline constexpr std::u16string_view kUnreadableSceneHint =
+    u"A scene with \"<\" in its name will not load again.";
+
+/// True for a text that, written into a scene file as it is, keeps the file from being read again.
+[[nodiscard]] bool breaksSceneFile(std::string_view text);
+
+/// The first name of the scene that breaks its file: its own, the first branch's, a branch's, a
+/// video's, a parameter or a target. Empty when the scene reads back.
+[[nodiscard]] std::string unreadableName(const scene::SceneManager& scene);
+
+/// One video being copied, as the strip shows it.
+struct CopyStatus {
+    std::string name;
+    int number = 0; ///< 1 for the first of `count` files; 0: nothing is being copied
+    int count = 0;
+    std::uint64_t copiedBytes = 0;
+    std::uint64_t totalBytes = 0;
+};
+[[nodiscard]] std::u16string copyText(const CopyStatus& status);
+
+/// "Not saved: " and the reason; empty for an empty reason.
+[[nodiscard]] std::u16string notSavedText(const std::string& reason);
+
+/// A hint about `unreadable`, as unreadableName gives it; empty for an empty name.
+[[nodiscard]] std::u16string unreadableHint(const std::string& unreadable);
+
+} // namespace ui

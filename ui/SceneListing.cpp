@@ -1,0 +1,39 @@
+#include "ui/SceneListing.h"
+
+#include "core/Paths.h"
+
+#include <utility>
+
+namespace ui {
+
+namespace {
+
+constexpr const char* kScenesFolder = "Scenes/";
+
+bool isOffered(const std::string& name) {
+    const std::string folder = std::string(kScenesFolder) + "/" + name;
+    return !core::isFile(folder + "/Replaced") && core::isFile(folder + "/Scene.xml");
+}
+
+} // namespace
+
+std::vector<std::string> listScenes() {
+    std::vector<std::string> folders;
+    if (!core::listFolders(kScenesFolder, folders)) {
+        return {};
+    }
+    std::vector<std::string> scenes;
+    for (std::string& name : folders) {
+        if (isOffered(name)) {
+            scenes.push_back(std::move(name));
+        }
+    }
+    return scenes;
+}
+
+std::string sceneFolderPath(const std::string& name) {
+    const std::string current = core::currentDirectory();
+    return current.empty() ? std::string() : current + kScenesFolder + name + "\\";
+}
+
+} // namespace ui

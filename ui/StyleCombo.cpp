@@ -1,0 +1,42 @@
+#include "ui/StyleCombo.h"
+
+#include "toolkit/CComboUI.h"
+
+#include <string_view>
+#include <utility>
+
+namespace ui {
+
+namespace {
+
+constexpr std::pair<std::u16string_view, std::u16string_view> kComboLook[] = {
+    {u"itembkimage", u"file='ComboItemNormal.png' corner='1,1,1,1'"},
+    {u"itemselectedimage", u"file='ComboItemSelected.png' corner='1,1,1,1'"},
+    {u"itemhotimage", u"file='ComboItemHover.png' corner='1,1,1,1'"},
+    {u"normalimage", u"file='ComboNormal.png' corner='5,4,28,4'"},
+    {u"hotimage", u"file='ComboHover.png' corner='5,4,28,4'"},
+    {u"pushedimage", u"file='ComboClick.png' corner='5,4,28,4'"},
+    {u"disabledimage", u"file='ComboInactive.png' corner='5,4,28,4'"},
+    {u"itemtextcolor", u"0xFF000000"},
+    {u"itemselectedtextcolor", u"0xFF000000"},
+    {u"itemselectedbkcolor", u"0xFFC1E3FF"},
+    {u"itemhottextcolor", u"0xFF000000"},
+    {u"itemhotbkcolor", u"0xFFE9F5FF"},
+    {u"itemdisabledtextcolor", u"0xFFCCCCCC"},
+    {u"itemdisabledbkcolor", u"0xFFFFFFFF"},
+    {u"itemtextpadding", u"5,1,5,1"},
+    {u"itemfont", u"0"},
+};
+
+} // namespace
+
+void StyleCombo(toolkit::CComboUI& combo, int dropHeight) {
+    for (const auto& [name, value] : kComboLook) {
+        combo.SetAttribute(name, value);
+    }
+    combo.SetFixedWidth(200);
+    combo.SetDropBoxSize({0, dropHeight});
+    combo.SetPadding({5, 1, 5, 1});
+}
+
+} // namespace ui

@@ -1,0 +1,142 @@
+#include "ui/VideoImport.h"
+
+#include "core/Paths.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace ui {
+
+namespace {
+
+constexpr std::size_t kBlockBytes = std::size_t{1} << 20U;
+
+using platform::FileInfo;
+using platform::FileStream;
+using platform::FileSystem;
+using platform::OpenMode;
+
+bool isSameFile(FileSystem& files, const std::string& a, const FileInfo& infoA,
+                const std::string& b, const FileInfo& infoB) {
+    const bool known = infoA.volume != 0 || infoA.file != 0;
+    if (known) {
+        return infoA.volume == infoB.volume && infoA.file == infoB.file;
+    }
+    const std::string fullA = files.fullPath(a);
+    return !fullA.empty() && fullA == files.fullPath(b);
+}
+
+/// Makes the folder and all above it; what exists already is skipped, failures show in the copy.
+void createFolders(FileSystem& files, const std::string& folder) {
+    for (std::size_t end = folder.find_first_of("/\\", 1); end != std::string::npos;
+         end = folder.find_first_of("/\\", end + 1)) {
+        const std::string part = folder.substr(0, end);
+        if (!files.info(part)) {
+            int error = 0;
+            files.createFolder(part, error);
+        }
+    }
+}
+
+/// Removes the temporary unless it was moved to its place.
+class TemporaryGuard {
+public:
+    TemporaryGuard(FileSystem& files, std::string path) : m_files(files), m_path(std::move(path)) {}
+    ~TemporaryGuard() {
+        if (!m_path.empty()) {
+            int error = 0;
+            m_files.removeFile(m_path, error);
+        }
+    }
+    TemporaryGuard(const TemporaryGuard&) = delete;
+    TemporaryGuard& operator=(const TemporaryGuard&) = delete;
+    void release() { m_path.clear(); }
+
+private:
+    FileSystem& m_files;
+    std::string m_path;
+};
+
+ImportResult copyBlocks(FileStream& from, FileStream& to, ImportProgress& progress,
+                        const std::function<void()>& onBlock) {
+    std::vector<std::byte> block(kBlockBytes);
+    while (!progress.cancelled) {
+        const std::size_t count = from.read(block.data(), block.size());
+        if (to.write(block.data(), count) != count) {
+            return ImportResult::failed;
+        }
+        progress.copiedBytes += count;
+        if (count < block.size()) {
+            // A source that ends before its announced size broke off while being read.
+            const bool whole = progress.copiedBytes >= progress.totalBytes;
+            return whole ? ImportResult::copied : ImportResult::failed;
+        }
+        onBlock();
+    }
+    return ImportResult::cancelled;
+}
+
+ImportResult copyToTemporary(FileSystem& files, const std::string& source,
+                             const std::string& temporary, ImportProgress& progress,
+                             const std::function<void()>& onBlock) {
+    int error = 0;
+    const std::unique_ptr<FileStream> from = files.open(source, OpenMode::read, error);
+    if (!from) {
+        return ImportResult::failed;
+    }
+    const std::unique_ptr<FileStream> to = files.open(temporary, OpenMode::write, error);
+    if (!to) {
+        return ImportResult::failed;
+    }
+    const ImportResult result = copyBlocks(*from, *to, progress, onBlock);
+    if (result != ImportResult::copied) {
+        return result;
+    }
+    const bool synced = to->sync();
+    return to->close() && synced ? ImportResult::copied : ImportResult::failed;
+}
+
+} // namespace
+
+ImportResult importVideo(FileSystem& files, const std::string& source,
+                         const std::string& destination, ImportProgress& progress,
+                         const std::function<void()>& onBlock) {
+    if (source == destination) {
+        return ImportResult::sameFile;
+    }
+    const auto sourceInfo = files.info(source);
+    if (!sourceInfo || sourceInfo->isFolder) {
+        return ImportResult::failed;
+    }
+    if (const auto existing = files.info(destination)) {
+        if (isSameFile(files, source, *sourceInfo, destination, *existing)) {
+            return ImportResult::sameFile;
+        }
+        if (existing->isFolder) {
+            return ImportResult::failed;
+        }
+    }
+    const std::string folder = core::folderOf(destination);
+    createFolders(files, folder);
+    progress.copiedBytes = 0;
+    progress.totalBytes = sourceInfo->size;
+    const std::string temporary = folder + kImportTemporary;
+    TemporaryGuard guard(files, temporary);
+    const ImportResult result = copyToTemporary(files, source, temporary, progress, onBlock);
+    if (result != ImportResult::copied) {
+        return result;
+    }
+    int error = 0;
+    if (progress.cancelled) {
+        return ImportResult::cancelled;
+    }
+    if (!files.replaceFile(temporary, destination, error)) {
+        return ImportResult::failed;
+    }
+    guard.release();
+    files.syncFolder(folder);
+    return ImportResult::copied;
+}
+
+} // namespace ui
