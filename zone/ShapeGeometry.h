@@ -1,0 +1,40 @@
+// The rules of a shape's handles, on bare points: shared by ZoneShape and the compact store of
+// Zone. This module's sources only.
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+#include "platform/Geometry.h"
+
+namespace zone {
+
+/// Handles are squares of this half side, right and bottom edges excluded.
+inline constexpr int kHandleReach = 8;
+/// With fewer points a shape has no closing line and no centre handle.
+inline constexpr int kMinimumOutline = 3;
+
+/// A sum that wraps instead of overflowing: files hold any 32-bit coordinate.
+[[nodiscard]] constexpr int wrappedSum(int a, int b) {
+    return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
+}
+[[nodiscard]] constexpr int wrappedDifference(int a, int b) {
+    return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
+}
+
+/// Logs "Invalid point index".
+void reportPointIndex();
+/// (x, y) inside the current zone manager's area. Without a manager, or with a side that is not
+/// positive, only negative values are raised to 0.
+[[nodiscard]] platform::Point clampedToArea(int x, int y);
+/// Where a point behind `afterIndex` goes among `count`; -1 when `afterIndex` is no point or there
+/// is no room for one more.
+[[nodiscard]] int insertPosition(int afterIndex, std::size_t count);
+void shiftPoints(std::span<platform::Point> points, platform::Point delta);
+/// The lowest index of a point whose handle is at `at`; -1 for none.
+[[nodiscard]] int hitPoint(std::span<const platform::Point> points, platform::Point at);
+/// As hitPoint; then the point count for the centre handle of an outline.
+[[nodiscard]] int hitHandle(std::span<const platform::Point> points, platform::Point center,
+                            platform::Point at);
+
+} // namespace zone

@@ -1,0 +1,112 @@
+#include "zone/ZoneManager.h"
+
+#include <utility>
+
+#include "core/Log.h"
+
+namespace zone {
+namespace {
+
+// Support looks messages up by these places; they do not follow this file's lines.
+constexpr const char* kSource = "..\\ZoneManager.cpp";
+constexpr const char* kZoneIndexIsInvalid = "Zone index is invalid";
+constexpr const char* kInvalidZoneIndex = "Invalid zone index";
+constexpr int kIsActiveLine = 70;
+constexpr int kSetActiveLine = 78;
+constexpr int kRemoveZoneLine = 119;
+constexpr int kGetZoneNameLine = 127;
+constexpr int kSetZoneNameLine = 135;
+constexpr int kHitTestLine = 142;
+constexpr int kEndMoveLine = 149; // no message is fixed for it
+constexpr int kMoveSelectedPointLine = 157;
+constexpr int kAddPointLine = 164;
+constexpr int kDeletePointLine = 171;
+
+std::shared_ptr<ZoneManager>& current() {
+    static std::shared_ptr<ZoneManager> manager;
+    return manager;
+}
+
+} // namespace
+
+std::shared_ptr<ZoneManager> currentZoneManager() {
+    return current();
+}
+
+void setCurrentZoneManager(std::shared_ptr<ZoneManager> manager) {
+    current() = std::move(manager);
+}
+
+std::shared_ptr<Zone> ZoneManager::zone(int index) const {
+    return index >= 0 && index < zoneCount() ? m_zones[static_cast<std::size_t>(index)] : nullptr;
+}
+
+void ZoneManager::addZone(const std::shared_ptr<Zone>& zone) {
+    if (zone)
+        m_zones.push_back(zone);
+}
+
+Zone* ZoneManager::checkedZone(int index, const char* message, int line) const {
+    Zone* found = zone(index).get();
+    if (!found)
+        core::Log::get()->Error("%s:%d %s", kSource, line, message);
+    return found;
+}
+
+void ZoneManager::removeZone(int zone) {
+    if (checkedZone(zone, kInvalidZoneIndex, kRemoveZoneLine))
+        m_zones.erase(m_zones.begin() + zone);
+}
+
+std::string ZoneManager::getZoneName(int zone) const {
+    const Zone* found = checkedZone(zone, kInvalidZoneIndex, kGetZoneNameLine);
+    return found ? found->name() : std::string();
+}
+
+void ZoneManager::setZoneName(int zone, const std::string& name) {
+    if (Zone* found = checkedZone(zone, kInvalidZoneIndex, kSetZoneNameLine))
+        found->setName(name);
+}
+
+bool ZoneManager::isActive(int zone, int frame) const {
+    const Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kIsActiveLine);
+    return found && found->isActive(frame);
+}
+
+void ZoneManager::setActive(int zone, int frame, bool active) {
+    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kSetActiveLine))
+        found->setActive(frame, active);
+}
+
+bool ZoneManager::hitTest(int zone, int frame, int x, int y) {
+    Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kHitTestLine);
+    return found && found->hitTest(frame, x, y);
+}
+
+void ZoneManager::endMove(int zone, int frame, int x, int y) {
+    if (const Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kEndMoveLine))
+        found->endMove(frame, x, y);
+}
+
+void ZoneManager::moveSelectedPoint(int zone, int frame, int x, int y) {
+    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kMoveSelectedPointLine))
+        found->moveSelectedPoint(frame, x, y);
+}
+
+void ZoneManager::addPoint(int zone, int frame, int x, int y) {
+    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kAddPointLine))
+        found->addPoint(frame, x, y);
+}
+
+void ZoneManager::deletePoint(int zone, int frame, int x, int y) {
+    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kDeletePointLine))
+        found->deletePoint(frame, x, y);
+}
+
+void ZoneManager::draw(int zone, int frame, platform::Canvas& canvas, int originX, int originY) {
+    const std::shared_ptr<Zone> found = this->zone(zone);
+    if (found && frame >= 0 && frame < found->frameCount())
+        found->draw(frame, canvas, originX, originY);
+}
+
+} // namespace zone

@@ -1,0 +1,97 @@
+// The zones of one video, what the zone editor and the picture share about them, and the two files
+// they are kept in: BASE-ZoneInfo.xml with the names and BASE-ZoneInfo.bin with the shapes, where
+// BASE is the video's path without its extension. Main thread only.
+//
+// An operation given a zone that is not there logs "..\ZoneManager.cpp:LINE Zone index is invalid"
+// ("Invalid zone index" for removal and names) and does nothing, with false or "" as its result.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "core/File.h"
+#include "core/SafeSave.h"
+#include "platform/Canvas.h"
+#include "zone/Zone.h"
+
+namespace zone {
+
+/// The first word of a zone's record.
+inline constexpr std::uint32_t kZoneTag = 0x5A4F4E45;
+
+class ZoneManager {
+public:
+    /// No zones. Empty only when there is no memory.
+    [[nodiscard]] static std::shared_ptr<ZoneManager> createEmpty();
+    /// Loads the zones of the video at `basePath` (see above); with `loadBinary` their shapes as
+    /// well, each zone brought to `frameCount` frames or left as stored for kStoredFrameCount.
+    /// Empty, and all but an empty path logged, when a file that is needed cannot be used. A
+    /// missing information file is none of these: a video without zones is normal.
+    [[nodiscard]] static std::shared_ptr<ZoneManager> create(const std::string& basePath,
+                                                             int frameCount, bool loadBinary);
+
+    [[nodiscard]] int zoneCount() const { return static_cast<int>(m_zones.size()); }
+    /// Empty for an index out of range. Logs nothing.
+    [[nodiscard]] std::shared_ptr<Zone> zone(int index) const;
+    /// Appends; an empty pointer is not taken.
+    void addZone(const std::shared_ptr<Zone>& zone);
+    /// Later zones move down; currentZone stays as it is.
+    void removeZone(int zone);
+    [[nodiscard]] std::string getZoneName(int zone) const;
+    /// Names are cut as Zone::setName says.
+    void setZoneName(int zone, const std::string& name);
+
+    // The zone's operations of the same names.
+    [[nodiscard]] bool isActive(int zone, int frame) const;
+    void setActive(int zone, int frame, bool active);
+    bool hitTest(int zone, int frame, int x, int y);
+    void endMove(int zone, int frame, int x, int y);
+    void moveSelectedPoint(int zone, int frame, int x, int y);
+    void addPoint(int zone, int frame, int x, int y);
+    void deletePoint(int zone, int frame, int x, int y);
+    /// Called for every repaint, so a zone or frame that is not there draws and logs nothing.
+    void draw(int zone, int frame, platform::Canvas& canvas, int originX, int originY);
+
+    /// Writes both files of the video at `videoPath`. False, logged, when the information file
+    /// cannot be written or the binary file cannot be opened. A binary file that could be opened
+    /// but not written whole gives true. Intended: ask lastSaveFailure().
+    bool save(const std::string& videoPath);
+    /// The same for a path that has no extension to take away.
+    bool saveAs(const std::string& basePath);
+    /// Why the last save did not bring both files to the disk, for people; empty when it did. The
+    /// old file is whole then.
+    [[nodiscard]] const std::string& lastSaveFailure() const { return m_lastSaveFailure; }
+
+    /// The zone that is edited and drawn, -1 for none. After loading, the last one in the file.
+    int currentZone = -1;
+    /// The picture area in display pixels, as laid out: what points are clamped to.
+    int videoWidth = 0;
+    int videoHeight = 0;
+    int frameCount = 0;
+    /// Whether changes of points and of the active flag reach all later frames.
+    bool progressChanges = true;
+
+private:
+    [[nodiscard]] Zone* checkedZone(int index, const char* message, int line) const;
+    [[nodiscard]] bool loadInfo(const std::string& basePath);
+    [[nodiscard]] bool loadBinary(const std::string& basePath);
+    /// False when `image` is too short for one chunk.
+    [[nodiscard]] bool parse(std::span<const std::uint8_t> image);
+    Zone& nextZone();
+    [[nodiscard]] bool writeInfo(core::File& file) const;
+    [[nodiscard]] bool writeZones(core::File& file) const;
+    bool failSave(const char* message, const std::string& reason);
+
+    std::vector<std::shared_ptr<Zone>> m_zones; ///< no entry is empty
+    std::string m_lastSaveFailure;
+};
+
+/// The manager of the video that is edited; empty when there is none.
+[[nodiscard]] std::shared_ptr<ZoneManager> currentZoneManager();
+/// Replaces it; an empty pointer drops it.
+void setCurrentZoneManager(std::shared_ptr<ZoneManager> manager);
+
+} // namespace zone
