@@ -34,6 +34,7 @@ struct StreamLayout {
     int serial = 0;
     std::int64_t dataStart = 0;
     std::int64_t firstFrame = 0; ///< number of the first frame in the file
+    std::int64_t firstPage = 0;  ///< offset of the first page that a frame ends on
     std::int64_t frameCount = -1;
 };
 

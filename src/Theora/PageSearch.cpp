@@ -23,10 +23,8 @@ bool PageSearch::nextNumberedPage(PagePlace& place, std::int64_t limit) {
     while (m_pages.next(page, limit)) {
         const std::int64_t granule = ogg_page_granulepos(&page);
         if (ogg_page_serialno(&page) != m_layout.serial || granule < 0 ||
-            m_pages.pageOffset() < m_layout.dataStart)
+            m_pages.pageOffset() < m_layout.firstPage)
             continue;
-        if (m_format.frameOf(granule) < m_layout.firstFrame)
-            continue; // a header page
         place = {m_pages.pageOffset(), m_format.frameOf(granule), m_format.keyframeOf(granule),
                  false};
         return true;

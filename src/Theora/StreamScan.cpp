@@ -23,24 +23,30 @@ int countFrames(ogg_stream_state* stream, ogg_page& page) {
 
 } // namespace
 
-std::int64_t findFirstFrame(SharedSource& source, int serial, std::int64_t dataStart,
-                            const GranuleFormat& format) {
+void findFirstFrame(SharedSource& source, const GranuleFormat& format, StreamLayout& layout) {
     const StopCheck never;
     PageReader pages(source, never);
-    OggStream stream(serial);
-    pages.seek(dataStart);
+    OggStream stream(layout.serial);
+    pages.seek(layout.dataStart);
+    layout.firstFrame = 0;
+    layout.firstPage = layout.dataStart;
     std::int64_t frames = 0;
     ogg_page page;
-    while (pages.next(page, dataStart + kFirstFrameLimit)) {
-        if (ogg_page_serialno(&page) != serial)
+    while (pages.next(page, layout.dataStart + kFirstFrameLimit)) {
+        if (ogg_page_serialno(&page) != layout.serial)
             continue;
         const int onPage = countFrames(stream.get(), page);
+        if (onPage == 0)
+            continue;
+        if (frames == 0)
+            layout.firstPage = pages.pageOffset();
         frames += onPage;
         const std::int64_t granule = ogg_page_granulepos(&page);
-        if (granule >= 0 && onPage > 0)
-            return format.frameOf(granule) - frames + 1;
+        if (granule >= 0) {
+            layout.firstFrame = format.frameOf(granule) - frames + 1;
+            return;
+        }
     }
-    return 0;
 }
 
 std::int64_t findFrameCount(SharedSource& source, int serial, const GranuleFormat& format) {

@@ -7,10 +7,10 @@
 
 namespace theora {
 
-/// Number of the first frame, from the first page that says one. Negative in streams that were
-/// numbered from 0 although their version counts from 1. 0 when no page says.
-[[nodiscard]] std::int64_t findFirstFrame(SharedSource& source, int serial, std::int64_t dataStart,
-                                          const GranuleFormat& format);
+/// Sets firstFrame and firstPage, the others being known. The number comes from the first page that
+/// says one, and is 0 when none does; negative in streams that were numbered from 0 although their
+/// version counts from 1.
+void findFirstFrame(SharedSource& source, const GranuleFormat& format, StreamLayout& layout);
 
 /// Frames of the stream as the pages at the file's end say; -1 when none of them does. A page
 /// without a granule position behind a counted one adds a frame, whether it completes one or not:

@@ -25,7 +25,7 @@ void TheoraVideoClip_Theora::load() {
     m_format.emplace(info);
     m_layout.serial = m_headers.theora.serial;
     m_layout.dataStart = m_headers.dataStart;
-    m_layout.firstFrame = findFirstFrame(*m_source, m_layout.serial, m_layout.dataStart, *m_format);
+    findFirstFrame(*m_source, *m_format, m_layout);
     if (m_layout.firstFrame < 0) {
         m_format->shiftNumbers(-m_layout.firstFrame);
         m_layout.firstFrame = 0;

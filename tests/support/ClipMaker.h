@@ -1,0 +1,54 @@
+// Makes tiny Ogg Theora clips through libtheora's encoder, with layouts that the usual encoders
+// never write. Every frame carries its number in its luma, so that a test can tell which frame it
+// was shown.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "tests/support/OggPager.h"
+
+namespace support {
+
+enum class Chroma { yuv420, yuv422, yuv444 };
+enum class Sound { none, before, after }; ///< order of the streams in the file
+
+struct ClipSpec {
+    int width = 64; ///< of the frame, multiples of 16, at least 64 x 32
+    int height = 48;
+    int pictureWidth = 0; ///< of the visible picture inside it; 0 = all
+    int pictureHeight = 0;
+    int pictureX = 0;
+    int pictureY = 0;
+    int frames = 30;
+    int fpsNumerator = 25;
+    int fpsDenominator = 1;
+    Chroma chroma = Chroma::yuv420;
+    int keyframeDistance = 8;
+    int granuleShift = -1;   ///< -1 = the smallest that fits the distance
+    int quality = 40;        ///< 0 to 63
+    bool version320 = false; ///< version 3.2.0, whose granule positions count from 0
+    PageLayout pages;
+    /// Frames that are stored as an empty packet: they repeat the picture before. Null = none.
+    std::function<bool(int frame)> isEmpty;
+    Sound sound = Sound::none;
+    bool skeleton = false;     ///< a metadata stream in front
+    bool secondTheora = false; ///< a further Theora stream behind the first
+    bool emptyLastPage = false;
+    std::int64_t lastPageGranule = -1; ///< of that page
+    std::int64_t firstNumber = 0;      ///< of the first frame, as in a file cut from a longer one
+    int dropFrames = 0;                ///< frames missing at the start of the data (cut streams)
+};
+
+inline constexpr int kClipSoundRate = 8000;
+
+/// The whole file.
+[[nodiscard]] Bytes makeClip(const ClipSpec& spec);
+void writeBytes(const std::string& path, const Bytes& bytes);
+
+/// The number that a frame carries, from R, G, B bytes, rows packed, top row first. -1 when the
+/// picture carries none. An empty frame shows the number of the frame that it repeats.
+[[nodiscard]] int readFrameNumber(const std::uint8_t* rgb, int width, int height);
+
+} // namespace support
