@@ -180,8 +180,9 @@ def fields():
             yield "Edit" + state, button(16, 25, (fill, edge, None))
     for state, colour in (("Normal", SURFACE), ("Selected", SELECTED), ("Hover", HOT)):
         yield "ComboItem" + state, flat(colour)
-    for state in BOX:
+    for state in ("Normal", "Hover", "Click", "Inactive"):
         yield "Option" + state, box(Image(18, 18), 0, 0, state)
+    for state in BOX:
         yield "Check" + state, box(Image(44, 25), 0, 4, state)
         yield "CheckFirst" + state, flag_check(state)
 

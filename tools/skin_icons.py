@@ -1,5 +1,5 @@
 """The icons of the skin as path data. Each piece is (kind, path text): "line" is an outline with
-round ends, "butt" one with square ends and 2 px, "full" an area with its outline, "dot" an area
+round ends, "thin" one of 1.25 px, "butt" one with square ends and 2 px, "full" an area with its outline, "dot" an area
 without, "hole" a white area with an outline. 16 px icons take a 1.5 px outline, larger ones 2 px."""
 
 from vector import path
@@ -27,7 +27,7 @@ _SMALL = {
              ("full", _circle(3.5, 8, 2.25)), ("full", _circle(12.25, 3.75, 2)),
              ("hole", _circle(12.25, 12.25, 1.75))],
     "Tick": [("line", "M3.5 8.5l3 3 6-7")],
-    "Chevron": [("line", "M-3.25 -1.75L0 1.5l3.25 -3.25")],
+    "Chevron": [("thin", "M-3.75 -1.75L0 2l3.75 -3.75")],
 }
 _TOOLS = {
     "Move": [("full", _circle(12, 12, 2.75)), ("line", "M12 7V2.2M12 21.8V17M7 12H2.2M21.8 12H17"),
@@ -61,7 +61,7 @@ def draw(image, name, x, y, colour, scale=1.0):
         if kind == "butt":
             shapes.append(path.moved(path.stroke(shape, 2.0, "butt"), x, y, scale))
         elif kind != "dot":
-            shapes.append(path.moved(path.stroke(shape, width), x, y, scale))
+            shapes.append(path.moved(path.stroke(shape, 1.25 if kind == "thin" else width), x, y, scale))
     for hole in holes:
         image.fill(hole, "#FFFFFF")
     image.fill(path.union(*shapes), colour)
