@@ -1,6 +1,7 @@
 """The icons of the skin as path data. Each piece is (kind, path text): "line" is an outline with
-round ends, "thin" one of 1.25 px, "butt" one with square ends and 2 px, "full" an area with its outline, "dot" an area
-without, "hole" a white area with an outline. 16 px icons take a 1.5 px outline, larger ones 2 px."""
+round ends, "thin" one of 1.25 px, "butt" one with square ends and 2 px, "full" an area with its
+outline, "dot" an area without, "hole" a white area with an outline. 16 px icons take an outline of
+1.5 px, larger ones of 2 px."""
 
 from vector import path
 

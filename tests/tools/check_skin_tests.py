@@ -40,7 +40,7 @@ class SkinTest(unittest.TestCase):
         cases = [
             ("NewScene.xml", 'name="ButtonBack"', 'name="Buttonback"', "ButtonBack: missing"),
             ("NewScene.xml", 'Edit name="EditSceneName"', 'Label name="EditSceneName"', "must be a Edit"),
-            ("NewScene.xml", 'name="LabelHint2"', 'name="LabelHint1"', "the name stands twice"),
+            ("NewScene.xml", 'name="ButtonBack"', 'name="ButtonCreate"', "the name stands twice"),
             ("OpenScene.xml", r'<Font size="12" />\s*<Font', "<Font", "font 4 is none of the layout's 4 fonts"),
             ("ZoneEdit.xml", '<Font size="12"', '<Font family="Arial" size="12"', "names a family"),
             ("ZoneEdit.xml", "ToolMoveHover.png", "ToolMoveHower.png", "ToolMoveHower.png"),
