@@ -1,0 +1,21 @@
+// The tokens of the command line. Main thread only.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace app {
+
+/// Bits of the command-line flags.
+constexpr std::uint32_t kTestModeFlag = 0x1;         // recorded, changes nothing
+constexpr std::uint32_t kLauncherFlag = 0x2;         // the menu program is started again at the end
+constexpr std::uint32_t kSecondaryMonitorFlag = 0x8; // recorded, changes nothing
+
+/// The flags of the blank-separated tokens "Launcher", "SecondaryMonitor" and "TestMode", whose
+/// case counts. Any other token is ignored.
+[[nodiscard]] std::uint32_t parseCommandLine(const std::string& commandLine);
+
+/// The program's arguments, without its own name, as one command line.
+[[nodiscard]] std::string joinArguments(int count, const char* const* arguments);
+
+} // namespace app

@@ -1,0 +1,63 @@
+#include "app/services/Launcher.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <memory>
+
+#include "core/File.h"
+#include "core/Paths.h"
+#include "core/Services.h"
+
+namespace app {
+namespace {
+
+constexpr std::array<const char*, 3> kSettingsFiles{
+    "../../../Settings/Launcher.ini", "../../Settings/Launcher.ini", "../Settings/Launcher.ini"};
+constexpr const char* kMenuProgram = "../../Vemora.exe";
+constexpr const char* kOtherMenuProgram = "../../Brimwick/Vemora.exe";
+constexpr std::int64_t kMaxSettingsBytes = 64 * 1024; // twice the longest path of any system
+
+/// The text of the first settings file there is, up to a zero byte and without blanks at its end;
+/// empty when there is none or it cannot be read. The files after the first are not looked at.
+std::string configuredProgram() {
+    const auto* const path = std::find_if(kSettingsFiles.begin(), kSettingsFiles.end(),
+                                          [](const char* file) { return core::isFile(file); });
+    core::File file;
+    if (path == kSettingsFiles.end() || !file.open(*path, "rt"))
+        return {};
+    const std::int64_t size = file.size();
+    if (size < 1 || size > kMaxSettingsBytes)
+        return {};
+    std::string text(static_cast<std::size_t>(size), '\0');
+    if (!file.read(text.data(), text.size()))
+        return {};
+    text.resize(std::min(text.find('\0'), text.size()));
+    text.resize(text.find_last_not_of("\r\n \t") + 1);
+    return text;
+}
+
+} // namespace
+
+bool launch(const std::string& program, const std::string& arguments,
+            const std::string& workingFolder) {
+    if (program.empty())
+        return false;
+    const std::string fullPath = core::services().fileSystem->fullPath(program);
+    if (fullPath.empty())
+        return false;
+    const std::string folder = workingFolder.empty() ? core::folderOf(fullPath) : workingFolder;
+    return core::services().process->launch({fullPath, arguments, folder});
+}
+
+void handOffToLauncher() {
+    if (launch(configuredProgram(), "", ""))
+        return;
+    // A menu program that is there but does not start does not lead to the other place. Intended.
+    if (core::isFile(kMenuProgram))
+        (void)launch(kMenuProgram, "", "");
+    else if (core::isFile(kOtherMenuProgram))
+        (void)launch(kOtherMenuProgram, "", "");
+}
+
+} // namespace app

@@ -1,0 +1,42 @@
+#include "app/services/Startup.h"
+
+#include <utility>
+
+#include "core/Log.h"
+#include "core/Settings.h"
+#include "core/Translations.h"
+#include "scene/SceneManager.h"
+
+namespace app {
+namespace {
+
+constexpr const char* kSettingsFile = "../../Settings/Settings.ini";
+constexpr const char* kTranslationsFile = "Translations.ini";
+constexpr const char* kDefaultLanguage = "English";
+
+} // namespace
+
+std::string readLanguage() {
+    const std::shared_ptr<core::Settings> settings = core::Settings::create(kSettingsFile);
+    return settings ? settings->getString("", "language", kDefaultLanguage) : kDefaultLanguage;
+}
+
+bool createServices(app_state::SharedServices& services, app_state::ScreenState& state) {
+    services.translations = core::Translations::create(kTranslationsFile, readLanguage());
+    if (services.translations)
+        services.sceneManager = scene::SceneManager::create();
+    if (!services.translations || !services.sceneManager) {
+        core::Log::get()->Error("Unable to initialize editor interfaces.");
+        return false;
+    }
+    state.quit = false;
+    state.newSceneRequest = false;
+    return true;
+}
+
+void dropServices(app_state::SharedServices& services) {
+    std::exchange(services.sceneManager, nullptr).reset();
+    std::exchange(services.translations, nullptr).reset();
+}
+
+} // namespace app

@@ -1,0 +1,115 @@
+#include "app/services/Launcher.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "core/Services.h"
+#include "tests/support/FaultyFileSystem.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/RecordingProcess.h"
+#include "tests/support/TempFolder.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+/// The working folder is product/bin/editor, three levels below a temporary folder.
+class LauncherTest : public support::TempFolderTest {
+protected:
+    LauncherTest() {
+        support::makeFolder("product/bin/editor");
+        (void)m_files.setCurrentFolder("product/bin/editor");
+    }
+
+    /// The programs that a hand-off tried to start, relative to the temporary folder.
+    std::vector<std::string> handOff() {
+        m_process.requests.clear();
+        app::handOffToLauncher();
+        std::vector<std::string> programs;
+        for (const platform::LaunchRequest& request : m_process.requests) {
+            EXPECT_EQ(request.program.rfind(m_folder.path(), 0), 0U) << request.program;
+            EXPECT_EQ(request.workingFolder + request.program.substr(request.workingFolder.size()),
+                      request.program);
+            EXPECT_EQ(request.workingFolder.back(), '/');
+            EXPECT_EQ(request.program.find('/', request.workingFolder.size()), std::string::npos);
+            EXPECT_EQ(request.arguments, "");
+            programs.push_back(request.program.substr(m_folder.path().size()));
+        }
+        return programs;
+    }
+
+    support::FaultyFileSystem m_files{platform::nativeFileSystem()};
+    support::RecordingProcess m_process;
+    core::ServicesOverride m_services{{&m_files, &platform::nativeClock(), &m_process}};
+    support::LogCapture m_log;
+};
+
+using Programs = std::vector<std::string>;
+
+TEST_F(LauncherTest, TheFirstExistingSettingsFileIsTheOnlyOneRead) {
+    EXPECT_EQ(handOff(), Programs{});
+    support::writeBytes("../Settings/Launcher.ini", "../near.exe");
+    EXPECT_EQ(handOff(), Programs{"product/bin/near.exe"});
+    support::writeBytes("../../Settings/Launcher.ini", "../../middle.exe");
+    EXPECT_EQ(handOff(), Programs{"product/middle.exe"});
+    support::makeFolder("../../../Settings/Launcher.ini");
+    EXPECT_EQ(handOff(), Programs{"product/middle.exe"}) << "a folder of that name is skipped";
+    support::writeBytes("../../Settings/Launcher.ini", "");
+    EXPECT_EQ(handOff(), Programs{}) << "an empty file does not lead to the next";
+    m_files.failOn("open", EACCES);
+    support::writeBytes("../../Settings/Launcher.ini", "../../middle.exe");
+    EXPECT_EQ(handOff(), Programs{}) << "nor does one that cannot be opened";
+}
+
+TEST_F(LauncherTest, TheTextIsThePathUpToAZeroByteAndWithoutBlanksAtItsEnd) {
+    struct Case {
+        std::string text;
+        Programs programs;
+    };
+    const Case cases[] = {
+        {"a b/menu.exe", {"product/bin/editor/a b/menu.exe"}},
+        {"menu.exe\r\n", {"product/bin/editor/menu.exe"}},
+        {"menu.exe \t\n\r\n", {"product/bin/editor/menu.exe"}},
+        {"menu.exe\0other"s, {"product/bin/editor/menu.exe"}},
+        {"..\\..\\x\\.\\menu.exe", {"product/x/menu.exe"}},
+        {" menu.exe", {"product/bin/editor/ menu.exe"}},
+        {"line\nmenu.exe", {"product/bin/editor/line\nmenu.exe"}},
+        {"m\xC3\xA9nu.exe", {"product/bin/editor/m\xC3\xA9nu.exe"}},
+        {"\0menu.exe"s, {}},
+        {"\r\n", {}},
+        {std::string(65537, 'x'), {}},
+    };
+    for (const Case& c : cases) {
+        support::writeBytes("../Settings/Launcher.ini", c.text);
+        EXPECT_EQ(handOff(), c.programs) << c.text.substr(0, 40);
+    }
+}
+
+TEST_F(LauncherTest, OnlyAFailedLaunchFallsBackToTheFixedPlaces) {
+    support::writeBytes("../Settings/Launcher.ini", "menu.exe");
+    support::writeBytes("../../Vemora.exe", "");
+    support::writeBytes("../../Brimwick/Vemora.exe", "");
+    EXPECT_EQ(handOff(), Programs{"product/bin/editor/menu.exe"});
+    m_process.succeeds = false;
+    EXPECT_EQ(handOff(), (Programs{"product/bin/editor/menu.exe", "product/Vemora.exe"}))
+        << "the second place is not tried when the first exists";
+    ASSERT_TRUE(support::exists("../../Vemora.exe"));
+    int error = 0;
+    m_files.removeFile("../../Vemora.exe", error);
+    support::makeFolder("../../Vemora.exe");
+    EXPECT_EQ(handOff(), (Programs{"product/bin/editor/menu.exe", "product/Brimwick/Vemora.exe"}));
+    m_files.removeFile("../Settings/Launcher.ini", error);
+    EXPECT_EQ(handOff(), Programs{"product/Brimwick/Vemora.exe"});
+    EXPECT_EQ(m_log.errors(), std::vector<std::string>{});
+}
+
+TEST_F(LauncherTest, ArgumentsAndFolderArePassedOn) {
+    EXPECT_FALSE(app::launch("", "", ""));
+    EXPECT_TRUE(app::launch("menu.exe", "a b", "elsewhere"));
+    ASSERT_EQ(m_process.requests.size(), 1U);
+    EXPECT_EQ(m_process.requests[0].arguments, "a b");
+    EXPECT_EQ(m_process.requests[0].workingFolder, "elsewhere");
+}
+
+} // namespace
