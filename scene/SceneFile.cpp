@@ -34,15 +34,23 @@ bool parse(const std::string& path, tinyxml2::XMLDocument& document) {
 } // namespace
 
 bool SceneManager::Load(const std::string& name) {
+    if (!dropBranches())
+        return false;
     if (!name.empty())
         m_name = name;
-    return loadFolder(core::withSeparator(std::string(kScenesFolder) + "/" + m_name));
+    return readFile(core::withSeparator(std::string(kScenesFolder) + "/" + m_name));
 }
 
 bool SceneManager::loadFolder(const std::string& folder) {
+    return dropBranches() && readFile(folder);
+}
+
+bool SceneManager::dropBranches() {
     m_branchManager = BranchManager::create();
-    if (!m_branchManager)
-        return failLoad("Unable to create branch manager");
+    return m_branchManager || failLoad("Unable to create branch manager");
+}
+
+bool SceneManager::readFile(const std::string& folder) {
     tinyxml2::XMLDocument document;
     if (!parse(folder + kFileName, document))
         return failLoad("Unable to load scene");

@@ -63,6 +63,8 @@ public:
 private:
     /// Empty, after a log line with `line`, when there is none.
     [[nodiscard]] BranchManager* checkedManager(int line) const;
+    [[nodiscard]] bool dropBranches();
+    [[nodiscard]] bool readFile(const std::string& folder);
     [[nodiscard]] bool loadRoot(const tinyxml2::XMLElement& root);
     [[nodiscard]] bool write(core::File& file) const;
 
