@@ -44,11 +44,11 @@ def _ground(layout, skin, control):
     """What the controls painted before `control` leave at the middle of its left edge."""
     x, y, _, height = control.rect
     y += height // 2
-    ground = (255, 255, 255, 255)
+    ground = _over(colour(layout.window.get("bkcolor", "")) or (0, 0, 0, 0), (255, 255, 255, 255))
     for other in layout.controls():
         if other is control:
             break
-        rect = other.rect if other.own.get("pos") else (0, 0, *layout.size)
+        rect = other.rect or (0, 0, 0, 0)
         inside = rect[0] <= x < rect[0] + rect[2] and rect[1] <= y < rect[1] + rect[3]
         if not inside or other.get("visible") == "false":
             continue

@@ -23,8 +23,6 @@ class Control:
         if place and len(place) == 4:
             x, y = parent.rect[:2] if parent and parent.rect else (0, 0)
             self.rect = (x + place[0], y + place[1], place[2], place[3])
-        elif parent is None:
-            self.rect = (0, 0, 0, 0)
         self.children = [Control(child, self, defaults) for child in element if isinstance(child.tag, str)]
 
     @property
