@@ -34,6 +34,9 @@ enum class WindowKind {
     popup,  ///< drop list or tool tip: above its owner, never takes the keyboard
 };
 
+/// The pointer's picture over a window.
+enum class PointerShape { arrow, text, hand, cross };
+
 class NativeWindow;
 
 struct WindowOptions {
@@ -74,6 +77,7 @@ public:
     /// may lie outside.
     virtual void setCapture() = 0;
     virtual void releaseCapture() = 0;
+    virtual void setPointer(PointerShape shape) = 0;
     /// Sends timer events with `id` every `intervalMs`; starting a running id restarts it.
     virtual bool startTimer(unsigned id, int intervalMs) = 0;
     virtual bool stopTimer(unsigned id) = 0;

@@ -15,6 +15,7 @@ public:
     [[nodiscard]] bool isEmpty() const { return m_rects.empty(); }
     /// Hands out the rectangles, none of which overlaps another, and forgets them.
     [[nodiscard]] std::vector<Rect> take();
+    void clear() { m_rects.clear(); }
 
 private:
     std::vector<Rect> m_rects;

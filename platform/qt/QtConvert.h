@@ -1,0 +1,32 @@
+// Rectangles and pictures between our types and Qt's.
+#pragma once
+
+#include "platform/Bitmap.h"
+#include "platform/Geometry.h"
+
+#include <QImage>
+#include <QPoint>
+#include <QRect>
+
+namespace platform::qt {
+
+[[nodiscard]] inline QRect toQt(const Rect& rect) {
+    return {rect.left, rect.top, rect.width(), rect.height()};
+}
+[[nodiscard]] inline Rect fromQt(const QRect& rect) {
+    return Rect::at(rect.x(), rect.y(), rect.width(), rect.height());
+}
+[[nodiscard]] inline QPoint toQt(Point point) {
+    return {point.x, point.y};
+}
+[[nodiscard]] inline Point fromQt(const QPoint& point) {
+    return {point.x(), point.y()};
+}
+
+/// An image that reads and writes the bitmap's own pixels; the bitmap must outlive it.
+[[nodiscard]] inline QImage imageOver(Bitmap& bitmap) {
+    return {reinterpret_cast<uchar*>(bitmap.row(0)), bitmap.size().width, bitmap.size().height,
+            bitmap.size().width * 4, QImage::Format_ARGB32_Premultiplied};
+}
+
+} // namespace platform::qt

@@ -1,0 +1,74 @@
+#include "platform/qt/QtEventLoop.h"
+
+#include "platform/qt/Guard.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QMetaObject>
+#include <QTimer>
+
+#include <utility>
+
+namespace platform::qt {
+
+namespace {
+
+constexpr int kLongestWaitMs = 20;
+
+} // namespace
+
+int QtEventLoop::run() {
+    if (m_ending) {
+        return 0;
+    }
+    if (m_pendingQuit) {
+        return *std::exchange(m_pendingQuit, std::nullopt);
+    }
+    QEventLoop loop;
+    m_running.push_back({++m_lastId, &loop});
+    const int code = loop.exec();
+    m_running.pop_back();
+    return code;
+}
+
+void QtEventLoop::postQuit(int code) {
+    if (m_running.empty()) {
+        m_pendingQuit = code;
+        return;
+    }
+    // The loop is named now: one that starts before the quit's turn comes is not meant.
+    const auto quit = [this, code, id = m_running.back().id] {
+        for (const Running& running : m_running) {
+            if (running.id == id) {
+                running.loop->exit(code);
+            }
+        }
+    };
+    QMetaObject::invokeMethod(&m_receiver, quit, Qt::QueuedConnection);
+}
+
+void QtEventLoop::processEvents(bool wait) {
+    if (!wait) {
+        QCoreApplication::processEvents();
+        return;
+    }
+    QTimer limit; // its end is an event, so that the wait has one
+    limit.setSingleShot(true);
+    limit.start(kLongestWaitMs);
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void QtEventLoop::post(std::function<void()> task) {
+    QMetaObject::invokeMethod(
+        &m_receiver, [work = std::move(task)] { guardedRun("posted task", work); },
+        Qt::QueuedConnection);
+}
+
+void QtEventLoop::endAll() {
+    m_ending = true;
+    for (const Running& running : m_running) {
+        running.loop->exit(0);
+    }
+}
+
+} // namespace platform::qt

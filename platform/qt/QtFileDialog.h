@@ -1,0 +1,15 @@
+// The dialog for choosing files, drawn by Qt itself, so that it is the same on every desktop and
+// works without one.
+#pragma once
+
+#include "platform/FileDialog.h"
+
+namespace platform::qt {
+
+class QtFileDialog final : public FileDialog {
+public:
+    [[nodiscard]] std::optional<OpenFilesResult>
+    openFiles(const OpenFilesRequest& request) override;
+};
+
+} // namespace platform::qt

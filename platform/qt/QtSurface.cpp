@@ -1,0 +1,26 @@
+#include "platform/qt/QtSurface.h"
+
+#include "platform/qt/Guard.h"
+#include "platform/qt/QtWindow.h"
+
+#include <QEvent>
+#include <QInputMethodEvent>
+#include <QMouseEvent>
+
+namespace platform::qt {
+
+QAccessibleInterface* QtSurface::accessibleRoot() const {
+    return QWindow::accessibleRoot();
+}
+
+bool QtSurface::event(QEvent* event) {
+    if (m_window == nullptr) {
+        return QWindow::event(event);
+    }
+    // The window may be destroyed by what the event causes; it is not touched afterwards.
+    const bool handled =
+        guarded("window event", true, [&] { return m_window->handleQtEvent(*event); });
+    return handled || QWindow::event(event);
+}
+
+} // namespace platform::qt

@@ -1,0 +1,84 @@
+#include "platform/qt/QtWindowHost.h"
+
+#include "platform/qt/Guard.h"
+#include "platform/qt/QtConvert.h"
+#include "platform/qt/QtKeys.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/QtWindow.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+#include <utility>
+
+namespace platform::qt {
+
+std::unique_ptr<NativeWindow> QtWindowHost::createWindow(const WindowOptions& options,
+                                                         WindowEvents& events) {
+    return guarded("window creation", std::unique_ptr<NativeWindow>(), [&] {
+        return std::unique_ptr<NativeWindow>(std::make_unique<QtWindow>(*this, options, events));
+    });
+}
+
+int QtWindowHost::primaryScreenHeight() const {
+    return QGuiApplication::primaryScreen()->size().height();
+}
+
+Rect QtWindowHost::workArea(Point point) const {
+    const QScreen* screen = QGuiApplication::screenAt(toQt(point));
+    return fromQt(
+        (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry());
+}
+
+Modifiers QtWindowHost::keyboardModifiers() const {
+    return modifiersFromQt(QGuiApplication::keyboardModifiers());
+}
+
+std::u16string QtWindowHost::clipboardText() const {
+    return fromQt(QGuiApplication::clipboard()->text());
+}
+
+void QtWindowHost::setClipboardText(const std::u16string& text) {
+    QGuiApplication::clipboard()->setText(toQt(text));
+}
+
+void QtWindowHost::remove(QtWindow& window) {
+    std::erase(m_windows, &window);
+    releaseCapture(window);
+}
+
+void QtWindowHost::setCapture(QtWindow& window) {
+    if (m_capture == &window) {
+        return;
+    }
+    if (m_capture != nullptr) {
+        m_capture->loseCapture();
+    }
+    m_capture = &window;
+}
+
+bool QtWindowHost::releaseCapture(const QtWindow& window) {
+    if (m_capture != &window) {
+        return false;
+    }
+    m_capture = nullptr;
+    return true;
+}
+
+QtWindow& QtWindowHost::mouseTarget(QtWindow& hit) const {
+    return m_capture != nullptr ? *m_capture : hit;
+}
+
+void QtWindowHost::activateDialogOf(const QtWindow& owner) const {
+    const auto owned = std::find_if(m_windows.rbegin(), m_windows.rend(), [&](QtWindow* window) {
+        return window->surface().transientParent() == &owner.surface() &&
+               window->surface().isVisible();
+    });
+    if (owned != m_windows.rend()) {
+        (*owned)->activate();
+    }
+}
+
+} // namespace platform::qt

@@ -1,0 +1,46 @@
+// Makes windows and answers what concerns all of them: screens, the clipboard, which window has
+// captured the mouse.
+#pragma once
+
+#include "platform/Window.h"
+#include "platform/qt/QtTextPainter.h"
+
+#include <vector>
+
+namespace platform::qt {
+
+class QtFontSet;
+class QtWindow;
+
+class QtWindowHost final : public WindowHost {
+public:
+    /// `fonts` is not owned and must outlive the host.
+    explicit QtWindowHost(const QtFontSet& fonts) : m_textPainter(fonts) {}
+
+    [[nodiscard]] std::unique_ptr<NativeWindow> createWindow(const WindowOptions& options,
+                                                             WindowEvents& events) override;
+    [[nodiscard]] int primaryScreenHeight() const override;
+    [[nodiscard]] Rect workArea(Point point) const override;
+    [[nodiscard]] Modifiers keyboardModifiers() const override;
+    [[nodiscard]] std::u16string clipboardText() const override;
+    void setClipboardText(const std::u16string& text) override;
+
+    void add(QtWindow& window) { m_windows.push_back(&window); }
+    void remove(QtWindow& window);
+    /// Takes the capture from whoever has it, who is told.
+    void setCapture(QtWindow& window);
+    /// True when `window` had the capture.
+    bool releaseCapture(const QtWindow& window);
+    /// The window that a mouse event over `hit` belongs to.
+    [[nodiscard]] QtWindow& mouseTarget(QtWindow& hit) const;
+    /// Brings up the newest visible window that `owner` owns: what a disabled window waits for.
+    void activateDialogOf(const QtWindow& owner) const;
+    [[nodiscard]] QtTextPainter& textPainter() { return m_textPainter; }
+
+private:
+    QtTextPainter m_textPainter;
+    std::vector<QtWindow*> m_windows; ///< living ones, oldest first; not owned
+    QtWindow* m_capture = nullptr;    ///< one of m_windows
+};
+
+} // namespace platform::qt

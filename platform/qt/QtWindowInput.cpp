@@ -1,0 +1,230 @@
+// Mouse, keyboard and input method of a window.
+#include "platform/qt/QtKeys.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/QtWindow.h"
+#include "platform/qt/QtWindowHost.h"
+
+#include "platform/qt/QtConvert.h"
+
+#include <QEnterEvent>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QStyleHints>
+#include <QWheelEvent>
+
+#include <utility>
+
+namespace platform::qt {
+
+namespace {
+
+Event mouseEvent(EventKind kind, QPoint position) {
+    Event event;
+    event.kind = kind;
+    event.position = fromQt(position);
+    event.modifiers = modifiersFromQt(QGuiApplication::keyboardModifiers());
+    return event;
+}
+
+/// What a key types, without control characters and without the letters of shortcuts.
+std::u16string typedText(const QKeyEvent& event) {
+    const bool control = event.modifiers().testFlag(Qt::ControlModifier);
+    const bool alt = event.modifiers().testFlag(Qt::AltModifier);
+    if (control != alt) { // both together are AltGr
+        return {};
+    }
+    const QString text = event.text();
+    for (const QChar c : text) {
+        if (c.category() == QChar::Other_Control) {
+            return {};
+        }
+    }
+    return fromQt(text);
+}
+
+} // namespace
+
+bool QtWindow::handleQtEvent(QEvent& event) {
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+        return m_host.mouseTarget(*this).handleMouse(static_cast<QMouseEvent&>(event));
+    case QEvent::MouseButtonDblClick:
+        return true; // found by ourselves: Qt sends it beside the press, not instead of it
+    case QEvent::Wheel:
+        return handleWheel(static_cast<QWheelEvent&>(event));
+    case QEvent::Enter:
+        if (m_enabled) {
+            send(mouseEvent(EventKind::mouseMove,
+                            static_cast<QEnterEvent&>(event).position().toPoint()));
+        }
+        return true;
+    case QEvent::Leave:
+        send(mouseEvent(EventKind::mouseLeave, QPoint(-1, -1)));
+        return true;
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        return handleKey(static_cast<QKeyEvent&>(event));
+    case QEvent::InputMethod:
+        return handleInputMethod(static_cast<QInputMethodEvent&>(event));
+    case QEvent::InputMethodQuery:
+        return answerInputMethod(static_cast<QInputMethodQueryEvent&>(event));
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        handleFocus(event.type() == QEvent::FocusIn);
+        return true;
+    case QEvent::Close:
+        event.ignore(); // the surface stays until its owner ends it
+        handleCloseRequest();
+        return true;
+    case QEvent::Timer:
+        return handleTimer(static_cast<QTimerEvent&>(event).timerId());
+    case QEvent::UpdateRequest:
+        paintDirty();
+        return true;
+    case QEvent::Expose:
+    case QEvent::Resize:
+        if (m_surface->isExposed()) {
+            resizeBack();
+            paintDirty();
+            present(QRect(QPoint(), m_surface->size()));
+        }
+        return false;
+    default:
+        return false;
+    }
+}
+
+bool QtWindow::completesDoubleClick(const QMouseEvent& event) {
+    const Press press{event.button(), event.globalPosition().toPoint(), event.timestamp()};
+    const std::optional<Press> last = std::exchange(m_lastPress, press);
+    const QStyleHints& hints = *QGuiApplication::styleHints();
+    const bool pair =
+        last && last->button == press.button && press.timestampMs >= last->timestampMs &&
+        press.timestampMs - last->timestampMs <
+            static_cast<unsigned long long>(hints.mouseDoubleClickInterval()) &&
+        (press.position - last->position).manhattanLength() < hints.mouseDoubleClickDistance();
+    if (pair) {
+        m_lastPress.reset(); // a third press starts anew
+    }
+    return pair;
+}
+
+bool QtWindow::followMove(const QMouseEvent& event) {
+    if (!m_moveGrip) {
+        return false;
+    }
+    if (event.type() == QEvent::MouseMove && event.buttons().testFlag(Qt::LeftButton)) {
+        m_surface->setPosition(event.globalPosition().toPoint() - *m_moveGrip);
+    } else {
+        m_moveGrip.reset();
+    }
+    return true;
+}
+
+bool QtWindow::handleMouse(const QMouseEvent& event) {
+    if (!m_enabled) {
+        if (event.type() == QEvent::MouseButtonPress) {
+            m_host.activateDialogOf(*this);
+        }
+        return true;
+    }
+    if (followMove(event)) {
+        return true;
+    }
+    const QPoint position = m_surface->mapFromGlobal(event.globalPosition()).toPoint();
+    Event ours = mouseEvent(EventKind::mouseMove, position);
+    if (event.type() != QEvent::MouseMove) {
+        ours.button = buttonFromQt(event.button());
+        if (ours.button == MouseButton::none) {
+            return true;
+        }
+        ours.kind = event.type() == QEvent::MouseButtonRelease ? EventKind::mouseUp
+                    : completesDoubleClick(event)              ? EventKind::mouseDoubleClick
+                                                               : EventKind::mouseDown;
+    }
+    send(ours);
+    return true;
+}
+
+bool QtWindow::handleWheel(const QWheelEvent& event) {
+    if (m_enabled && event.angleDelta().y() != 0) {
+        Event ours = mouseEvent(EventKind::mouseWheel, event.position().toPoint());
+        ours.wheelDelta = event.angleDelta().y();
+        send(ours);
+    }
+    return true;
+}
+
+bool QtWindow::handleKey(const QKeyEvent& event) {
+    const bool down = event.type() == QEvent::KeyPress;
+    if (!m_enabled || (!down && event.isAutoRepeat())) {
+        return true;
+    }
+    const QPointer<QtSurface> surface = m_surface.get();
+    Event ours;
+    ours.kind = down ? EventKind::keyDown : EventKind::keyUp;
+    ours.key = keyFromQt(event.key());
+    ours.repeat = event.isAutoRepeat();
+    ours.modifiers = modifiersFromQt(event.modifiers());
+    ours.text.clear();
+    const std::u16string typed = down ? typedText(event) : std::u16string();
+    const bool handled = send(ours);
+    if (surface == nullptr || surface->window() == nullptr) {
+        return true;
+    }
+    if (!handled && down && ours.key == Key::f4 && ours.modifiers.alt) {
+        handleCloseRequest(); // where no window manager does it
+        return true;
+    }
+    if (!typed.empty()) {
+        ours.kind = EventKind::textInput;
+        ours.key = Key::other;
+        ours.text = typed;
+        send(ours);
+    }
+    return true;
+}
+
+bool QtWindow::handleInputMethod(const QInputMethodEvent& event) {
+    if (!m_enabled) {
+        return true;
+    }
+    const QPointer<QtSurface> surface = m_surface.get();
+    Event ours;
+    ours.modifiers = modifiersFromQt(QGuiApplication::keyboardModifiers());
+    const std::u16string preedit = fromQt(event.preeditString());
+    const std::u16string committed = fromQt(event.commitString());
+    if (std::exchange(m_preedit, !preedit.empty()) || !preedit.empty()) {
+        ours.kind = EventKind::textPreedit;
+        ours.text = committed.empty() ? preedit : std::u16string();
+        send(ours);
+    }
+    if (!committed.empty() && surface != nullptr && surface->window() != nullptr) {
+        ours.kind = EventKind::textInput;
+        ours.text = committed;
+        send(ours);
+        if (!preedit.empty() && surface != nullptr && surface->window() != nullptr) {
+            ours.kind = EventKind::textPreedit;
+            ours.text = preedit;
+            send(ours);
+        }
+    }
+    return true;
+}
+
+bool QtWindow::answerInputMethod(QInputMethodQueryEvent& event) const {
+    if (event.queries().testFlag(Qt::ImEnabled)) {
+        event.setValue(Qt::ImEnabled, m_textInput && m_enabled);
+    }
+    if (event.queries().testFlag(Qt::ImCursorRectangle)) {
+        event.setValue(Qt::ImCursorRectangle, toQt(m_caret));
+    }
+    event.accept();
+    return true;
+}
+
+} // namespace platform::qt

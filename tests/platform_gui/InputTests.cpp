@@ -1,0 +1,232 @@
+#include "tests/support/gui/TestGui.h"
+#include "tests/support/gui/TestWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+using platform::EventKind;
+using platform::Key;
+using platform::Modifiers;
+using platform::MouseButton;
+using test::TestWindow;
+using Events = std::vector<std::string>;
+
+namespace {
+
+std::string keyEvent(const char* kind, Key key) {
+    return std::string(kind) + " " + std::to_string(static_cast<int>(key));
+}
+
+} // namespace
+
+TEST(Mouse, ReportsButtonsPositionsAndModifiersInOrder) {
+    TestWindow window;
+    window.show();
+    window.noteMoves = true;
+    auto& input = test::input();
+    input.mouse(window.native(), EventKind::mouseMove, {3, 4});
+    input.mouse(window.native(), EventKind::mouseDown, {5, 6}, MouseButton::left, {.shift = true});
+    input.mouse(window.native(), EventKind::mouseMove, {-20, 300});
+    input.mouse(window.native(), EventKind::mouseUp, {7, 8}, MouseButton::left, {.control = true});
+    input.mouse(window.native(), EventKind::mouseDown, {9, 9}, MouseButton::right);
+    input.mouse(window.native(), EventKind::mouseUp, {9, 9}, MouseButton::right);
+    input.wheel(window.native(), {1, 1}, -120);
+    test::pump();
+    Events events = window.takeEvents();
+    // The system may repeat a move at the place of a button; that says nothing new.
+    const Events repeated{"move 5,6 shift", "move 7,8 control", "move 9,9"};
+    std::erase_if(events, [&](const std::string& event) {
+        return std::count(repeated.begin(), repeated.end(), event) > 0;
+    });
+    EXPECT_EQ(events, (Events{"move 3,4", "down 1 5,6 shift", "move -20,300", "up 1 7,8 control",
+                              "down 3 9,9", "up 3 9,9", "wheel -120"}));
+}
+
+TEST(Mouse, TellsDoubleClicksFromQuickClicks) {
+    TestWindow window;
+    window.show();
+    test::doubleClick(window.native(), {10, 10});
+    EXPECT_EQ(window.takeEvents(),
+              (Events{"down 1 10,10", "up 1 10,10", "double 1 10,10", "up 1 10,10"}));
+    test::click(window.native(), {10, 10});
+    test::click(window.native(), {10, 10});
+    EXPECT_EQ(window.takeEvents(),
+              (Events{"down 1 10,10", "up 1 10,10", "down 1 10,10", "up 1 10,10"}));
+}
+
+TEST(Mouse, CapturedEventsGoToTheCapturingWindowWhereverTheyHappen) {
+    TestWindow first;
+    TestWindow second;
+    first.native().setGeometry({100, 100, 300, 200});
+    second.native().setGeometry({400, 150, 600, 250});
+    first.show();
+    second.show();
+    first.native().setCapture();
+    test::drag(second.native(), {{5, 5}, {6, 7}});
+    EXPECT_EQ(second.takeEvents(), Events());
+    EXPECT_EQ(first.takeEvents(), (Events{"down 1 305,55", "up 1 306,57"}));
+    first.native().releaseCapture();
+    test::click(second.native(), {5, 5});
+    EXPECT_EQ(first.takeEvents(), Events());
+    EXPECT_EQ(second.takeEvents(), (Events{"down 1 5,5", "up 1 5,5"}));
+}
+
+TEST(Mouse, ALostCaptureIsReportedOnceAndAReleasedOneNever) {
+    TestWindow first;
+    TestWindow second;
+    first.show();
+    second.show();
+    const struct {
+        const char* how;
+        void (*lose)(TestWindow&, TestWindow&);
+        Events expected;
+    } cases[] = {
+        {"another window captures",
+         [](TestWindow&, TestWindow& other) { other.native().setCapture(); },
+         {"captureLost"}},
+        {"disabled",
+         [](TestWindow& own, TestWindow&) { own.native().setEnabled(false); },
+         {"captureLost"}},
+        {"hidden", [](TestWindow& own, TestWindow&) { own.native().show(false); }, {"captureLost"}},
+        {"released", [](TestWindow& own, TestWindow&) { own.native().releaseCapture(); }, {}},
+        {"captured again", [](TestWindow& own, TestWindow&) { own.native().setCapture(); }, {}},
+    };
+    for (const auto& c : cases) {
+        first.native().setEnabled(true);
+        first.show();
+        first.native().setCapture();
+        c.lose(first, second);
+        test::pump();
+        EXPECT_EQ(first.takeEvents(), c.expected) << c.how;
+        first.native().releaseCapture();
+        second.native().releaseCapture();
+    }
+}
+
+TEST(Keyboard, ReportsKeysModifiersAndTextApart) {
+    const struct {
+        const char* what;
+        Key key;
+        std::u16string text;
+        Modifiers modifiers;
+        Events expected;
+    } cases[] = {
+        {"a letter", Key::a, u"a", {}, {keyEvent("keyDown", Key::a), "text 'a'"}},
+        {"an accented letter",
+         Key::other,
+         u"\u00e9",
+         {},
+         {keyEvent("keyDown", Key::other), "text '<e9>'"}},
+        {"outside the basic plane",
+         Key::other,
+         u"\U0001F600",
+         {},
+         {keyEvent("keyDown", Key::other), "text '<d83d><de00>'"}},
+        {"a shortcut types nothing",
+         Key::c,
+         u"\x03",
+         {.control = true},
+         {keyEvent("keyDown", Key::c) + " control"}},
+        {"nor does a mnemonic",
+         Key::x,
+         u"x",
+         {.alt = true},
+         {keyEvent("keyDown", Key::x) + " alt"}},
+        {"AltGr types",
+         Key::other,
+         u"@",
+         {.control = true, .alt = true},
+         {keyEvent("keyDown", Key::other) + " control alt", "text '@' control alt"}},
+        {"Enter is no text", Key::enter, u"\r", {}, {keyEvent("keyDown", Key::enter)}},
+        {"nor is Tab",
+         Key::tab,
+         u"\t",
+         {.shift = true},
+         {keyEvent("keyDown", Key::tab) + " shift"}},
+        {"nor Delete", Key::del, u"\x7f", {}, {keyEvent("keyDown", Key::del)}},
+        {"Space is", Key::space, u" ", {}, {keyEvent("keyDown", Key::space), "text ' '"}},
+        {"an arrow", Key::left, u"", {}, {keyEvent("keyDown", Key::left)}},
+    };
+    TestWindow window;
+    window.show();
+    for (const auto& c : cases) {
+        test::input().key(window.native(), EventKind::keyDown, c.key, c.text, c.modifiers);
+        test::pump();
+        EXPECT_EQ(window.takeEvents(), c.expected) << c.what;
+        test::input().key(window.native(), EventKind::keyUp, c.key, {}, {});
+        test::pump();
+        EXPECT_EQ(window.takeEvents(), (Events{keyEvent("keyUp", c.key)})) << c.what;
+    }
+}
+
+TEST(Keyboard, TellsTheModifiersOfTheLastEvent) {
+    TestWindow window;
+    window.show();
+    Modifiers seen;
+    window.answer = [&](const platform::Event&) {
+        seen = test::gui().windows().keyboardModifiers();
+        return true;
+    };
+    test::press(window.native(), Key::right, {.control = true});
+    EXPECT_EQ(seen, (Modifiers{.control = true}));
+    test::click(window.native(), {1, 1});
+    EXPECT_EQ(seen, Modifiers());
+}
+
+TEST(InputMethod, ReportsPreeditUntilItIsCommitted) {
+    TestWindow window;
+    window.show();
+    window.native().setTextInput(true, {10, 10, 12, 24});
+    test::input().preedit(window.native(), u"ni");
+    test::input().preedit(window.native(), u"ni hao");
+    test::input().commit(window.native(), u"\u4f60\u597d");
+    test::input().commit(window.native(), u"\u00ea");
+    test::pump();
+    EXPECT_EQ(window.takeEvents(), (Events{"preedit 'ni'", "preedit 'ni hao'", "preedit ''",
+                                           "text '<4f60><597d>'", "text '<ea>'"}));
+}
+
+TEST(DisabledWindow, TakesNoInput) {
+    TestWindow window;
+    window.show();
+    window.native().setEnabled(false);
+    test::click(window.native(), {5, 5});
+    test::press(window.native(), Key::enter);
+    test::type(window.native(), u"ab");
+    test::input().wheel(window.native(), {5, 5}, 120);
+    test::input().commit(window.native(), u"c");
+    test::input().requestClose(window.native());
+    test::pump();
+    EXPECT_EQ(window.takeEvents(), Events());
+    window.native().setEnabled(true);
+    test::click(window.native(), {5, 5});
+    EXPECT_EQ(window.takeEvents(), (Events{"down 1 5,5", "up 1 5,5"}));
+}
+
+TEST(Input, ThatAHandlerThrowsOnReachesTheNextEvent) {
+    TestWindow window;
+    window.show();
+    window.answer = [](const platform::Event& event) -> bool {
+        if (event.kind == EventKind::mouseDown) {
+            throw std::runtime_error("broken handler");
+        }
+        return true;
+    };
+    testing::internal::CaptureStderr();
+    test::click(window.native(), {5, 5});
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("broken handler"), std::string::npos);
+    EXPECT_EQ(window.takeEvents(), (Events{"down 1 5,5", "up 1 5,5"}));
+}
+
+TEST(Clipboard, GivesBackWhatItTook) {
+    auto& windows = test::gui().windows();
+    const std::u16string texts[] = {u"plain", u"\u00e9\u4f60\U0001F600", u""};
+    for (const auto& text : texts) {
+        windows.setClipboardText(text);
+        EXPECT_EQ(windows.clipboardText(), text);
+    }
+}

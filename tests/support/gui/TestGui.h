@@ -1,0 +1,35 @@
+// The window system of a test program: the real back end on a headless screen, made on first use
+// and ended after the last test.
+#pragma once
+
+#include "platform/Gui.h"
+#include "platform/TestInput.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace test {
+
+/// Ends the test program with a message when there is no display at all.
+[[nodiscard]] platform::Gui& gui();
+[[nodiscard]] platform::TestInput& input();
+
+/// Handles everything that is waiting, and what that causes.
+void pump();
+/// Handles events until `done` says so; false when it does not within the time limit of a test.
+[[nodiscard]] bool pumpUntil(const std::function<bool()>& done);
+
+/// Press and release of the left button.
+void click(platform::NativeWindow& window, platform::Point position,
+           platform::Modifiers modifiers = {});
+/// Two clicks that the back end takes for a double click.
+void doubleClick(platform::NativeWindow& window, platform::Point position);
+/// A drag with the left button: down at `from`, a move to every further point, up at the last one.
+void drag(platform::NativeWindow& window, const std::vector<platform::Point>& points);
+/// keyDown and keyUp of a key that types nothing.
+void press(platform::NativeWindow& window, platform::Key key, platform::Modifiers modifiers = {});
+/// Each character as a key of its own.
+void type(platform::NativeWindow& window, const std::u16string& text);
+
+} // namespace test

@@ -1,0 +1,61 @@
+// A window that writes down what it receives, for tests of the back ends.
+#pragma once
+
+#include "platform/Window.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace test {
+
+class TestWindow final : public platform::WindowEvents {
+public:
+    /// Made by test::gui(), not shown.
+    explicit TestWindow(platform::Size size = {200, 100}, platform::NativeWindow* owner = nullptr,
+                        platform::WindowKind kind = platform::WindowKind::normal);
+    ~TestWindow() override;
+    TestWindow(const TestWindow&) = delete;
+    TestWindow& operator=(const TestWindow&) = delete;
+
+    bool onEvent(const platform::Event& event) override;
+    void onPaint(platform::Canvas& canvas, const platform::Rect& dirty) override;
+    platform::Accessible* accessibleRoot() override { return accessible; }
+
+    [[nodiscard]] platform::NativeWindow& native() { return *m_native; }
+    /// Shows the window and waits until the system has painted it.
+    void show();
+    /// Ends the native window with the object.
+    void destroy() { m_native.reset(); }
+
+    /// The events of interest so far, as "kind details"; forgets them.
+    [[nodiscard]] std::vector<std::string> takeEvents();
+    /// The rectangles painted so far; forgets them.
+    [[nodiscard]] std::vector<platform::Rect> takePaints();
+    [[nodiscard]] bool isDestroyed() const { return m_destroyed; }
+
+    /// Answers events, after they are written down; the default leaves them to the system.
+    std::function<bool(const platform::Event&)> answer;
+    /// Draws, after the rectangle is written down.
+    std::function<void(platform::Canvas&)> paint;
+    platform::Accessible* accessible = nullptr;
+    /// Mouse moves, focus changes and timers are left out of the list unless asked for.
+    bool noteMoves = false;
+    bool noteFocus = false;
+    bool noteTimers = false;
+
+private:
+    [[nodiscard]] bool isOfInterest(const platform::Event& event) const;
+
+    std::unique_ptr<platform::NativeWindow> m_native;
+    std::vector<std::string> m_events;
+    std::vector<platform::Rect> m_paints;
+    bool m_painted = false;
+    bool m_destroyed = false;
+};
+
+/// An event as text: its kind, then what it carries.
+[[nodiscard]] std::string describe(const platform::Event& event);
+
+} // namespace test
