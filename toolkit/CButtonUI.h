@@ -24,7 +24,6 @@ public:
     [[nodiscard]] bool isFocusable() const override { return true; }
     void attach(CPaintManagerUI* manager, CControlUI* parent) override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
-    [[nodiscard]] std::u16string accessibleName() const override;
     void accessiblePress() override { Activate(); }
 
 protected:

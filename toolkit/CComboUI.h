@@ -89,15 +89,17 @@ protected:
 
 private:
     struct Attributes;
+    [[nodiscard]] Rect textRect() const;
     /// An item: its control once someone asked for it, else its text in the shared list.
     using Item = std::unique_ptr<CListLabelElementUI>;
     void makeOwnItems();
     void sendSelected();
+    void dropOrClose();
     bool onMouse(const TEventUI& event);
     bool onKey(const TEventUI& event);
     bool onDroppedKey(const TEventUI& event);
     bool onText(const TEventUI& event);
-    [[nodiscard]] int nextEnabled(int from, int step) const;
+    [[nodiscard]] int nextEnabled(int from, int step, int otherwise) const;
 
     std::shared_ptr<const Texts> m_texts;   ///< set: items are made from it
     mutable std::vector<Item> m_comboItems; ///< with m_texts: empty, or some of them made
@@ -106,15 +108,14 @@ private:
     std::u16string m_hotImage;
     std::u16string m_pushedImage;
     std::u16string m_disabledImage;
-    Rect m_textPadding;
     Size m_dropBoxSize{0, 150};
-    platform::Color m_textColor = 0xFF000000;
-    platform::Color m_disabledTextColor = 0xFFCCCCCC;
+    std::optional<Rect> m_textPadding;
+    std::optional<platform::Color> m_textColor;
+    std::optional<platform::Color> m_disabledTextColor;
+    std::optional<int> m_font;
     platform::Color m_dropBorderColor = 0xFF7C8A9A;
     platform::Color m_dropBackColor = 0xFFFFFFFF;
-    int m_font = -1; ///< -1: the items' font
     int m_current = -1;
-    bool m_hasTextPadding = false;
     bool m_hot = false;
 };
 

@@ -23,7 +23,7 @@ public:
     /// Makes a T and adds it. Null when the container does not take its kind.
     template <class T>
     T* AddNew() {
-        return static_cast<T*>(Add(std::make_unique<T>()));
+        return controlCast<T>(Add(std::make_unique<T>()));
     }
 
     [[nodiscard]] virtual int GetCount() const { return static_cast<int>(m_items.size()); }
@@ -57,15 +57,17 @@ protected:
     /// Places the children inside the content rectangle; part of SetPos.
     virtual void layoutChildren(const Rect& content);
     [[nodiscard]] Rect contentRect() const;
-    /// Where painting and clicks of the children end; the whole container unless a kind scrolls.
-    [[nodiscard]] virtual Rect childClip() const { return GetPos(); }
     /// Moves the child with a "pos" to it, relative to `content`; false for a child without.
     static bool placeFixed(CControlUI& child, const Rect& content);
     [[nodiscard]] const std::vector<std::unique_ptr<CControlUI>>& items() const { return m_items; }
+    /// Paints one child, grown to the whole child where its kind asks for that.
+    static void paintChild(platform::Canvas& canvas, const Rect& dirty, CControlUI& child);
     /// Hands a control that left the container to the window, which ends it when it is safe.
     void retire(std::unique_ptr<CControlUI> control);
 
 private:
+    static CControlUI* findByName(const CControlUI& parent, std::u16string_view name);
+
     std::vector<std::unique_ptr<CControlUI>> m_items;
     Rect m_inset;
 };

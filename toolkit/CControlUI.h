@@ -47,9 +47,13 @@ public:
     [[nodiscard]] bool IsEnabled() const;
     /// A disabled control that has the keyboard loses it, without a notification.
     virtual void SetEnabled(bool enabled);
+    /// Not disabled itself, whatever is around it.
+    [[nodiscard]] bool isOwnEnabled() const { return m_enabled; }
     /// True when neither the control nor anything around it is hidden.
     [[nodiscard]] bool IsVisible() const;
     virtual void SetVisible(bool visible);
+    /// Not hidden itself, whatever is around it.
+    [[nodiscard]] bool isShown() const { return m_visible; }
     [[nodiscard]] bool IsFocused() const;
 
     /// Sizes in pixels; 0 means: as large as the place allows (or as the control's kind needs).
@@ -123,6 +127,10 @@ public:
     [[nodiscard]] bool isInside(const CControlUI* ancestor) const;
     /// The topmost visible control at `point`, disabled ones included; null when outside.
     [[nodiscard]] virtual CControlUI* controlAt(Point point);
+    /// What of `rect` (around this control) shows inside everything the control stands in.
+    [[nodiscard]] Rect visibleArea(const Rect& rect) const;
+    /// Where painting and clicks of what stands inside end.
+    [[nodiscard]] virtual Rect childClip() const { return m_pos; }
     /// Scrolls whatever is needed so that `descendant` can be seen.
     virtual void reveal(CControlUI& descendant);
     /// Called by containers: joins or leaves (null, null) a window, with everything inside.
@@ -155,8 +163,6 @@ protected:
     /// still in one afterwards.
     bool notify(std::u16string_view type, int wParam = 0);
     void setParent(CControlUI* parent) { m_parent = parent; }
-    [[nodiscard]] bool ownEnabled() const { return m_enabled; }
-    [[nodiscard]] bool ownVisible() const { return m_visible; }
 
 private:
     struct Attributes;

@@ -51,6 +51,8 @@ private:
     void caretMoved();
     /// The text as shown: with what the input method has not committed yet.
     [[nodiscard]] std::u16string shownText() const;
+    /// Where each code unit of the shown text begins, and where the last ends.
+    [[nodiscard]] std::vector<int> shownPositions() const;
     [[nodiscard]] std::size_t positionAt(Point point) const;
     [[nodiscard]] Rect caretRect() const;
 

@@ -43,19 +43,20 @@ public:
     [[nodiscard]] int childCount() const override;
     [[nodiscard]] CControlUI* childAt(int index) const override;
     [[nodiscard]] CControlUI* controlAt(Point point) override;
-    void attach(CPaintManagerUI* manager, CControlUI* parent) override;
     void DoPaint(platform::Canvas& canvas, const Rect& dirty) override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
 
-protected:
-    void layoutChildren(const Rect& content) override;
     /// The rows' part of the list.
     [[nodiscard]] Rect childClip() const override { return m_rowsRect; }
+
+protected:
+    void layoutChildren(const Rect& content) override;
 
 private:
     [[nodiscard]] int rowHeight(const CControlUI& row, Size available) const;
     void markSelected(int index, bool selected);
-    void placeRows();
+    /// `tops`: where each row begins in the content, and where the last one ends.
+    void placeRows(const std::vector<int>& tops);
     void scrollBy(int pixels);
     bool onKey(const TEventUI& event);
     [[nodiscard]] int rowAtOffset(int pixels) const;
@@ -65,6 +66,7 @@ private:
     ItemStyle m_itemStyle;
     Rect m_rowsRect;
     int m_current = -1;
+    int m_reveal = -1; ///< scrolled into view by the next layout
 };
 
 } // namespace toolkit

@@ -58,6 +58,7 @@ public:
     void Init(platform::NativeWindow* window) { m_window = window; }
     /// The window is closing or gone: no input and no notifications any more.
     void stopInput() { m_closing = true; }
+    [[nodiscard]] bool takesInput() const { return !m_closing && m_window != nullptr; }
     /// The native window is gone.
     void windowDestroyed();
 
@@ -128,6 +129,8 @@ public:
     void Retire(std::unique_ptr<CControlUI> control);
     /// Drops every reference to a control that leaves the window.
     void forget(CControlUI& control);
+    /// A control was hidden or disabled: it, and what is inside, has neither keyboard nor mouse.
+    void leaveInput(CControlUI& control);
 
     /// True when the event was dealt with.
     bool MessageHandler(const platform::Event& event);
@@ -140,9 +143,9 @@ public:
 
 private:
     bool handleKey(const platform::Event& event);
-    bool bubble(CControlUI* control, EventType type, const platform::Event& event);
     void handleTimer(const platform::Event& event);
     void leaveBusy();
+    void paintFocusRing(platform::Canvas& canvas);
 
     platform::Gui& m_gui;
     platform::NativeWindow* m_window = nullptr;

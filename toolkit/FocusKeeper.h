@@ -22,6 +22,8 @@ public:
     /// For a press on `hit` (null: on none): the nearest control around it that uses keys takes the
     /// keyboard; without one, an edit still loses it.
     void press(CControlUI* hit);
+    /// Nobody has the keyboard any more, and nobody is told but the window's input method.
+    void drop();
     /// Drops a control that leaves the window, silently.
     void forget(const CControlUI& control);
     /// The keyboard goes to another window and comes back.
@@ -38,6 +40,7 @@ public:
 
 private:
     void invalidateRing() const;
+    void endTextInput() const;
 
     CPaintManagerUI& m_manager;
     CControlUI* m_focused = nullptr;

@@ -27,6 +27,8 @@ struct SkinImage {
     platform::Rect corner;
     std::optional<platform::Rect> dest;
 
+    /// The part of a control at `pos` that the image covers: all of it, or its `dest`.
+    [[nodiscard]] platform::Rect placeIn(const platform::Rect& pos) const;
     /// Draws over `rect`: corners as they are, edges stretched along, the middle stretched.
     /// Where `rect` is smaller than two corners they are cut down in proportion.
     void draw(platform::Canvas& canvas, const platform::Rect& rect) const;

@@ -1,0 +1,285 @@
+#include "toolkit/CListUI.h"
+
+#include "toolkit/CListContainerElementUI.h"
+#include "toolkit/CListLabelElementUI.h"
+#include "toolkit/CPaintManagerUI.h"
+
+#include <algorithm>
+
+namespace toolkit {
+namespace {
+
+constexpr int kWheelNotch = 120;
+constexpr int kRowsPerNotch = 3;
+
+} // namespace
+
+CListUI::CListUI() : m_scrollBar(std::make_unique<CScrollBarUI>()) {
+    m_scrollBar->setOnScroll([this] { NeedUpdate(); });
+}
+
+CListUI::~CListUI() = default;
+
+void* CListUI::GetInterface(std::u16string_view name) {
+    return name == u"List" ? this : CContainerUI::GetInterface(name);
+}
+
+CControlUI* CListUI::Add(std::unique_ptr<CControlUI> control) {
+    if (auto* header = controlCast<CListHeader>(control.get())) {
+        if (m_header != nullptr) {
+            retire(std::exchange(m_header, nullptr));
+        }
+        control.release(); // the same object, owned under its own kind from here on
+        m_header.reset(header);
+        header->attach(GetManager(), this);
+        NeedUpdate();
+        return header;
+    }
+    return AddAt(std::move(control), GetCount());
+}
+
+CControlUI* CListUI::AddAt(std::unique_ptr<CControlUI> control, int index) {
+    if (controlCast<CListLabelElementUI>(control.get()) == nullptr &&
+        controlCast<CListContainerElementUI>(control.get()) == nullptr) {
+        return nullptr;
+    }
+    CControlUI* added = CContainerUI::AddAt(std::move(control), index);
+    if (added != nullptr && m_current >= index) {
+        ++m_current;
+    }
+    return added;
+}
+
+bool CListUI::RemoveAt(int index) {
+    if (!CContainerUI::RemoveAt(index)) {
+        return false;
+    }
+    if (m_current >= index) {
+        m_current = m_current == index ? -1 : m_current - 1;
+    }
+    return true;
+}
+
+void CListUI::RemoveAll() {
+    m_current = -1;
+    m_reveal = -1;
+    CContainerUI::RemoveAll();
+    m_scrollBar->model().setOffset(0);
+}
+
+void CListUI::markSelected(int index, bool selected) {
+    CControlUI* row = GetItemAt(index);
+    if (auto* label = controlCast<CListLabelElementUI>(row)) {
+        label->setSelected(selected);
+    } else if (auto* container = controlCast<CListContainerElementUI>(row)) {
+        container->setSelected(selected);
+    }
+}
+
+bool CListUI::SelectItem(int index, bool takeFocus) {
+    const CPaintManagerUI::Busy busy(GetManager());
+    if (index < -1 || index >= GetCount()) {
+        return false;
+    }
+    const bool changed = index != m_current;
+    if (changed) {
+        markSelected(m_current, false);
+        m_current = index;
+        markSelected(index, true);
+    }
+    if (index >= 0) {
+        m_reveal = index;
+        NeedUpdate();
+    }
+    if (takeFocus && GetManager() != nullptr) {
+        GetManager()->SetFocus(this);
+    }
+    if (changed && index >= 0) {
+        notify(kItemSelect, index);
+    }
+    return true;
+}
+
+bool CListUI::pick(int index) {
+    const CPaintManagerUI::Busy busy(GetManager());
+    if (GetItemAt(index) == nullptr || !GetItemAt(index)->IsEnabled()) {
+        return false;
+    }
+    if (index != m_current) {
+        return SelectItem(index);
+    }
+    m_reveal = index;
+    NeedUpdate();
+    notify(kItemSelect, index);
+    return true;
+}
+
+bool CListUI::SetAttribute(std::u16string_view name, std::u16string_view value) {
+    if (!m_itemStyle.apply(name, value)) {
+        return CContainerUI::SetAttribute(name, value);
+    }
+    NeedUpdate();
+    return true;
+}
+
+int CListUI::rowHeight(const CControlUI& row, Size available) const {
+    const int wanted = row.EstimateSize(available).height;
+    return row.limited({0, wanted > 0 ? wanted : m_itemStyle.height}).height;
+}
+
+void CListUI::layoutChildren(const Rect& content) {
+    int top = content.top;
+    if (m_header != nullptr) {
+        const int height = m_header->EstimateSize(content.size()).height;
+        m_header->SetPos(Rect::at(content.left, top, content.width(), height));
+        top += height;
+    }
+    m_rowsRect = {content.left, top, content.right, std::max(top, content.bottom)};
+    std::vector<int> tops{0};
+    tops.reserve(items().size() + 1);
+    for (const std::unique_ptr<CControlUI>& row : items()) {
+        tops.push_back(tops.back() + (row->isShown() ? rowHeight(*row, content.size()) : 0));
+    }
+    ScrollModel& scroll = m_scrollBar->model();
+    scroll.setExtent(tops.back(), m_rowsRect.height());
+    if (scroll.isNeeded()) {
+        const int left = m_rowsRect.right - m_scrollBar->width();
+        m_scrollBar->SetPos({left, m_rowsRect.top, m_rowsRect.right, m_rowsRect.bottom});
+        m_rowsRect.right = left;
+    } else {
+        m_scrollBar->SetPos({});
+    }
+    placeRows(tops);
+}
+
+void CListUI::placeRows(const std::vector<int>& tops) {
+    ScrollModel& scroll = m_scrollBar->model();
+    if (m_reveal >= 0 && m_reveal < GetCount() && scroll.page() > 0) {
+        const auto row = static_cast<std::size_t>(m_reveal);
+        scroll.reveal(tops[row], tops[row + 1]);
+        m_reveal = -1;
+        m_scrollBar->Invalidate();
+    }
+    for (std::size_t i = 0; i < items().size(); ++i) {
+        items()[i]->SetPos({m_rowsRect.left, m_rowsRect.top + tops[i] - scroll.offset(),
+                            m_rowsRect.right, m_rowsRect.top + tops[i + 1] - scroll.offset()});
+    }
+}
+
+void CListUI::scrollBy(int pixels) {
+    ScrollModel& scroll = m_scrollBar->model();
+    if (scroll.setOffset(scroll.offset() + pixels)) {
+        NeedUpdate();
+    }
+}
+
+void CListUI::reveal(CControlUI& descendant) {
+    for (int i = 0; i < GetCount(); ++i) {
+        if (descendant.isInside(GetItemAt(i))) {
+            m_reveal = i;
+            NeedUpdate();
+        }
+    }
+    CContainerUI::reveal(descendant);
+}
+
+bool CListUI::DoEvent(const TEventUI& event) {
+    if (event.Type == EventType::wheel && m_scrollBar->model().isNeeded()) {
+        scrollBy(-event.native.wheelDelta * kRowsPerNotch * m_itemStyle.height / kWheelNotch);
+        return true;
+    }
+    if (event.Type == EventType::keyDown) {
+        return onKey(event);
+    }
+    return CContainerUI::DoEvent(event);
+}
+
+/// The row that is `pixels` above or below the selected one, inside the list.
+int CListUI::rowAtOffset(int pixels) const {
+    const CControlUI* current = GetItemAt(m_current);
+    if (current == nullptr) {
+        return 0;
+    }
+    int index = m_current;
+    const int target = current->GetPos().top + pixels;
+    const int step = pixels < 0 ? -1 : 1;
+    while (GetItemAt(index + step) != nullptr &&
+           (pixels < 0 ? GetItemAt(index + step)->GetPos().top >= target
+                       : GetItemAt(index + step)->GetPos().top <= target)) {
+        index += step;
+    }
+    return index;
+}
+
+bool CListUI::onKey(const TEventUI& event) {
+    if (event.native.modifiers.control || event.native.modifiers.alt || GetCount() == 0) {
+        return false;
+    }
+    const int last = GetCount() - 1;
+    int target = -1;
+    switch (event.native.key) {
+    case platform::Key::up:
+        target = m_current < 0 ? last : std::max(m_current - 1, 0);
+        break;
+    case platform::Key::down:
+        target = std::min(m_current + 1, last);
+        break;
+    case platform::Key::home:
+        target = 0;
+        break;
+    case platform::Key::end:
+        target = last;
+        break;
+    case platform::Key::pageUp:
+        target = rowAtOffset(-m_rowsRect.height());
+        break;
+    case platform::Key::pageDown:
+        target = rowAtOffset(m_rowsRect.height());
+        break;
+    default:
+        return false;
+    }
+    if (target != m_current) {
+        pick(target);
+    }
+    return true;
+}
+
+int CListUI::childCount() const {
+    return CContainerUI::childCount() + (m_header != nullptr ? 1 : 0) + 1;
+}
+
+CControlUI* CListUI::childAt(int index) const {
+    if (m_header != nullptr && index-- == 0) {
+        return m_header.get();
+    }
+    const int rows = CContainerUI::childCount();
+    return index == rows ? m_scrollBar.get() : CContainerUI::childAt(index);
+}
+
+CControlUI* CListUI::controlAt(Point point) {
+    CControlUI* found = CContainerUI::controlAt(point);
+    if (found != this) {
+        return found;
+    }
+    if (CControlUI* bar = m_scrollBar->controlAt(point)) {
+        return bar;
+    }
+    CControlUI* inHeader = m_header != nullptr ? m_header->controlAt(point) : nullptr;
+    return inHeader != nullptr ? inHeader : this;
+}
+
+void CListUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
+    CContainerUI::DoPaint(canvas, dirty);
+    const platform::ClipScope scope(canvas, GetPos());
+    if (m_header != nullptr) {
+        paintChild(canvas, dirty, *m_header);
+    }
+    paintChild(canvas, dirty, *m_scrollBar);
+}
+
+platform::AccessibleRole CListUI::accessibleRole() const {
+    return platform::AccessibleRole::list;
+}
+
+} // namespace toolkit

@@ -1,0 +1,155 @@
+#include "toolkit/FocusKeeper.h"
+
+#include "toolkit/CPaintManagerUI.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace toolkit {
+namespace {
+
+void collectStops(CControlUI& from, std::vector<CControlUI*>& stops) {
+    if (from.isFocusable() && from.isTabStop() && from.CanTakeFocus()) {
+        stops.push_back(&from);
+    }
+    for (int i = 0; i < from.childCount(); ++i) {
+        collectStops(*from.childAt(i), stops);
+    }
+}
+
+TEventUI focusEvent(EventType type, CControlUI* control) {
+    TEventUI event;
+    event.Type = type;
+    event.pSender = control;
+    return event;
+}
+
+} // namespace
+
+void FocusKeeper::set(CControlUI* control) {
+    const CPaintManagerUI::Busy busy(&m_manager);
+    if (control != nullptr && !control->CanTakeFocus()) {
+        control = nullptr;
+    }
+    if (control == m_focused) {
+        return;
+    }
+    m_next = control;
+    if (CControlUI* old = m_focused) {
+        invalidateRing();
+        m_origin = old;
+        m_focused = nullptr;
+        old->DoEvent(focusEvent(EventType::killFocus, old));
+    }
+    // The handler may have given the keyboard to someone itself, or removed the new one.
+    if (m_focused == nullptr && m_next != nullptr && m_next->CanTakeFocus()) {
+        m_focused = m_next;
+        m_next = nullptr;
+        m_focused->DoEvent(focusEvent(EventType::setFocus, m_focused));
+        if (m_focused != nullptr) {
+            m_focused->reveal(*m_focused);
+        }
+        invalidateRing();
+    }
+    endTextInput();
+}
+
+void FocusKeeper::drop() {
+    invalidateRing();
+    m_origin = m_focused;
+    m_focused = nullptr;
+    endTextInput();
+}
+
+void FocusKeeper::endTextInput() const {
+    platform::NativeWindow* window = m_manager.GetWindow();
+    if (window != nullptr && (m_focused == nullptr || !m_focused->takesText())) {
+        window->setTextInput(false, {});
+    }
+}
+
+bool FocusKeeper::move(bool backward) {
+    CContainerUI* root = m_manager.GetRoot();
+    if (root == nullptr) {
+        return false;
+    }
+    std::vector<CControlUI*> stops;
+    collectStops(*root, stops);
+    if (stops.empty()) {
+        return false;
+    }
+    const CControlUI* from = m_focused != nullptr ? m_focused : m_origin;
+    const auto at = std::find(stops.begin(), stops.end(), from);
+    const std::size_t count = stops.size();
+    std::size_t index = backward ? count - 1 : 0;
+    if (at != stops.end()) {
+        index = (static_cast<std::size_t>(at - stops.begin()) + (backward ? count - 1 : 1)) % count;
+    }
+    set(stops[index]);
+    return true;
+}
+
+void FocusKeeper::press(CControlUI* hit) {
+    setKeyboardUse(false);
+    for (CControlUI* control = hit; control != nullptr; control = control->GetParent()) {
+        if (control->CanTakeFocus()) {
+            set(control);
+            return;
+        }
+    }
+    if (m_focused != nullptr && m_focused->takesText()) {
+        set(nullptr);
+    }
+}
+
+void FocusKeeper::forget(const CControlUI& control) {
+    for (CControlUI** kept : {&m_focused, &m_next, &m_origin, &m_restore}) {
+        if (*kept == &control) {
+            *kept = nullptr;
+        }
+    }
+}
+
+void FocusKeeper::windowDeactivated() {
+    CControlUI* focused = m_focused;
+    set(nullptr);
+    m_restore = focused != nullptr && focused->GetManager() == &m_manager ? focused : nullptr;
+}
+
+void FocusKeeper::windowActivated() {
+    if (m_focused == nullptr && m_restore != nullptr) {
+        set(m_restore);
+    }
+    m_restore = nullptr;
+}
+
+void FocusKeeper::clear() {
+    m_focused = m_next = m_origin = m_restore = nullptr;
+}
+
+void FocusKeeper::setKeyboardUse(bool used) {
+    if (m_keyboardUse != used) {
+        m_keyboardUse = used;
+        invalidateRing();
+    }
+}
+
+bool FocusKeeper::showsRing() const {
+    return m_focused != nullptr && (m_keyboardUse || m_focused->takesText());
+}
+
+platform::Rect FocusKeeper::ringRect() const {
+    if (m_focused == nullptr) {
+        return {};
+    }
+    const SkinImage* image = m_manager.GetImage(m_manager.focusedImageFor(*m_focused));
+    return image != nullptr ? image->placeIn(m_focused->GetPos()) : platform::Rect{};
+}
+
+void FocusKeeper::invalidateRing() const {
+    if (m_focused != nullptr) {
+        m_manager.Invalidate(ringRect().united(m_focused->GetPos()));
+    }
+}
+
+} // namespace toolkit

@@ -1,0 +1,45 @@
+#include "toolkit/TextPaint.h"
+
+#include <algorithm>
+
+namespace toolkit {
+
+std::u16string fittedText(std::u16string_view text, int width, platform::FontHandle font,
+                          const platform::FontSet& fonts) {
+    if (fonts.measure(text, font).width <= width) {
+        return std::u16string(text);
+    }
+    static constexpr std::u16string_view kEllipsis = u"\u2026";
+    const int room = width - fonts.measure(kEllipsis, font).width;
+    if (room < 0) {
+        return {};
+    }
+    // No more than this many units can fit; a very long text need not be measured whole.
+    const std::u16string_view head = text.substr(0, static_cast<std::size_t>(width) * 2 + 2);
+    const std::vector<int> positions = fonts.caretPositions(head, font);
+    std::size_t count = 0;
+    while (count < head.size() && count + 1 < positions.size() && positions[count + 1] <= room) {
+        ++count;
+    }
+    // Both halves of a pair share a position, so a cut between them shows as a high half at the
+    // end.
+    if (count > 0 && count < text.size() && (text[count - 1] & 0xFC00) == 0xD800) {
+        --count;
+    }
+    return std::u16string(text.substr(0, count)).append(kEllipsis);
+}
+
+void paintTextLine(platform::Canvas& canvas, const platform::FontSet& fonts,
+                   std::u16string_view text, const platform::Rect& box, const TextLook& look) {
+    if (text.empty() || box.isEmpty() || box.intersected(canvas.clip()).isEmpty()) {
+        return;
+    }
+    if (look.endEllipsis) {
+        canvas.drawText(fittedText(text, box.width(), look.font, fonts), box, look.font, look.color,
+                        look.align);
+    } else {
+        canvas.drawText(text, box, look.font, look.color, look.align);
+    }
+}
+
+} // namespace toolkit

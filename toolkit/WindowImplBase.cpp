@@ -1,0 +1,91 @@
+#include "toolkit/WindowImplBase.h"
+
+#include "core/Log.h"
+#include "toolkit/CDialogBuilder.h"
+#include "toolkit/Skin.h"
+
+namespace toolkit {
+
+WindowImplBase::WindowImplBase(platform::Gui& gui) : CWindowWnd(gui), m_manager(gui) {
+    m_manager.AddNotifier(this);
+    m_manager.AddMessageFilter(this);
+}
+
+WindowImplBase::~WindowImplBase() {
+    m_manager.windowDestroyed();
+    destroyNative();
+}
+
+bool WindowImplBase::Create(platform::NativeWindow* owner, const std::u16string& title,
+                            std::uint32_t style, std::uint32_t exStyle) {
+    const std::shared_ptr<const Skin> skin = Skin::open(GetSkinFolder());
+    const std::string path = skin->describe(GetSkinFile());
+    const auto layout = skin->read(GetSkinFile());
+    if (!layout) {
+        core::Log::get()->Error("Unable to read layout %s", path.c_str());
+        return false;
+    }
+    CDialogBuilder builder;
+    if (!builder.Load(*layout)) {
+        core::Log::get()->Error("Layout %s is malformed: %s", path.c_str(),
+                                builder.problem().c_str());
+        return false;
+    }
+    platform::WindowOptions options;
+    options.className = GetWindowClassName();
+    options.title = title;
+    options.style = style;
+    options.extendedStyle = exStyle;
+    options.size = builder.windowSize();
+    options.owner = owner;
+    if (!createNative(options)) {
+        return false;
+    }
+    const CPaintManagerUI::Busy busy(&m_manager);
+    m_manager.Init(GetNative());
+    m_manager.SetSkin(skin);
+    m_manager.SetWindowSize(builder.windowSize());
+    if (!builder.Build(m_manager, this)) {
+        core::Log::get()->Error("Layout %s is malformed: %s", path.c_str(),
+                                builder.problem().c_str());
+        m_manager.windowDestroyed();
+        destroyNative();
+        return false;
+    }
+    for (const std::string& remark : builder.remarks()) {
+        core::Log::get()->Write(core::Log::Level::warning, "Layout %s: %s", path.c_str(),
+                                remark.c_str());
+    }
+    m_manager.UpdateLayout();
+    InitWindow();
+    return true;
+}
+
+void WindowImplBase::Close(int code) {
+    m_manager.stopInput();
+    CWindowWnd::Close(code);
+}
+
+bool WindowImplBase::HandleMessage(const platform::Event& event) {
+    switch (event.kind) {
+    case platform::EventKind::destroyed:
+        m_manager.windowDestroyed();
+        Gui().loop().postQuit(0);
+        return true;
+    case platform::EventKind::closeRequest:
+        Close();
+        return true;
+    default:
+        return m_manager.MessageHandler(event);
+    }
+}
+
+std::unique_ptr<CControlUI> WindowImplBase::CreateControl(std::u16string_view /*className*/) {
+    return nullptr;
+}
+
+void WindowImplBase::paint(platform::Canvas& canvas, const platform::Rect& dirty) {
+    m_manager.Paint(canvas, dirty);
+}
+
+} // namespace toolkit
