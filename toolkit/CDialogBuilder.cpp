@@ -69,13 +69,13 @@ struct CDialogBuilder::Building {
     }
 
     void addDefaults(const XMLElement& element) {
-        const char* kind = element.Attribute("name");
+        const char* kind = element.Attribute("class");
         if (kind == nullptr) {
-            remark(element, "Default without a name");
+            remark(element, "Default without a class");
             return;
         }
         for (const XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
-            if (std::string_view(a->Name()) != "name") {
+            if (std::string_view(a->Name()) != "class") {
                 manager.AddDefault(wide(kind), wide(a->Name()), wide(a->Value()));
             }
         }

@@ -86,7 +86,7 @@ bool CComboUI::IsItemEnabled(int index) const {
 
 void CComboUI::makeOwnItems() {
     for (int i = 0; m_texts != nullptr && i < GetCount(); ++i) {
-        GetItemAt(i);
+        static_cast<void>(GetItemAt(i)); // makes it
     }
     m_texts = nullptr;
 }

@@ -15,7 +15,7 @@ constexpr int kMaxWidth = 800;
 
 } // namespace
 
-/// The attributes of `<Default name="ToolTip">`.
+/// The attributes of `<Default class="ToolTip">`.
 struct ToolTipWindow::Look {
     platform::Color backColor = 0xFF2B3947;
     platform::Color textColor = 0xFFFFFFFF;
