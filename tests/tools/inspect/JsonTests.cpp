@@ -1,0 +1,69 @@
+#include "tools/inspect/Json.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <locale>
+#include <sstream>
+
+namespace {
+
+TEST(Json, WritesNestedValuesOnOneLine) {
+    std::ostringstream out;
+    inspect::Json json(out);
+    json.beginObject();
+    json.key("empty").beginArray().endArray();
+    json.key("list")
+        .beginArray()
+        .value(1)
+        .value(-2)
+        .beginObject()
+        .endObject()
+        .value(true)
+        .endArray();
+    json.key("text").value("a");
+    json.key("no").value(false);
+    json.endObject();
+    EXPECT_EQ(out.str(), R"({"empty":[],"list":[1,-2,{},true],"text":"a","no":false})");
+}
+
+TEST(Json, EscapesTextAndShowsWhatIsNoUtf8) {
+    struct Case {
+        std::string text;
+        const char* json;
+    };
+    const Case cases[] = {
+        {"", R"("")"},
+        {"a\"b\\c/", R"("a\"b\\c/")"},
+        {"\r\n\t\x01\x1F\x7F", R"("\r\n\t\u0001\u001f\u007f")"},
+        {std::string("\0", 1), R"("\u0000")"},
+        {"\xC3\x9C\xF0\x9F\x98\x80", "\"\xC3\x9C\xF0\x9F\x98\x80\""},
+        {"a\xFF\xC3", "\"a\xEF\xBF\xBD\xEF\xBF\xBD\""},
+    };
+    for (const Case& c : cases) {
+        std::ostringstream out;
+        inspect::Json(out).value(c.text);
+        EXPECT_EQ(out.str(), c.json);
+    }
+}
+
+TEST(Json, NumbersReadBackAsTheSameWhateverTheStreamsLocale) {
+    struct Grouping : std::numpunct<char> {
+        char do_thousands_sep() const override { return '.'; }
+        char do_decimal_point() const override { return ','; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    std::ostringstream out;
+    out.imbue(std::locale(std::locale::classic(), new Grouping)); // the locale owns it
+    inspect::Json json(out);
+    json.beginArray();
+    for (const double number :
+         {0.1, 29.97, 25.0, 1e300, -0.5, std::numeric_limits<double>::infinity(),
+          std::numeric_limits<double>::quiet_NaN()})
+        json.value(number);
+    json.value(std::numeric_limits<std::int64_t>::min());
+    json.endArray();
+    EXPECT_EQ(out.str(), "[0.1,29.97,25,1e+300,-0.5,null,null,-9223372036854775808]");
+}
+
+} // namespace

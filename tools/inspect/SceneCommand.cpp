@@ -1,0 +1,75 @@
+#include "core/Paths.h"
+#include "core/Services.h"
+#include "core/StandardError.h"
+#include "scene/SceneManager.h"
+#include "tools/inspect/Command.h"
+#include "tools/inspect/Json.h"
+
+namespace inspect {
+namespace {
+
+void printAction(Json& json, const scene::Action& action) {
+    json.beginObject();
+    json.key("type").value(scene::Action::typeName(action.Type()));
+    json.key("parameter").value(action.Parameter());
+    json.key("immediate").value(action.Immediate());
+    json.key("branchID").value(action.BranchID());
+    json.endObject();
+}
+
+void printBranch(Json& json, const scene::SceneManager& manager, int index) {
+    json.beginObject();
+    json.key("id").value(manager.branchID(index));
+    json.key("filename").value(manager.branchFilename(index));
+    json.key("actions").beginArray();
+    std::vector<std::shared_ptr<scene::Action>> actions;
+    manager.branchActions(index, actions);
+    for (const std::shared_ptr<scene::Action>& action : actions)
+        printAction(json, *action);
+    json.endArray();
+    json.endObject();
+}
+
+void printScene(Json& json, const scene::SceneManager& manager) {
+    json.beginObject();
+    json.key("name").value(manager.Name());
+    json.key("firstBranch").value(manager.FirstBranch());
+    json.key("branches").beginArray();
+    for (int index = 0; index < manager.branchCount(); ++index)
+        printBranch(json, manager, index);
+    json.endArray();
+    json.endObject();
+}
+
+/// The name that a scene without one in its file has: that of its folder.
+std::string folderName(const std::string& folder) {
+    return core::fileName(folder.substr(0, folder.find_last_not_of("/\\") + 1));
+}
+
+bool rewrite(scene::SceneManager& manager, const std::string& folder) {
+    int error = 0; // it may exist; whatever else fails shows when the file is opened
+    core::services().fileSystem->createFolder(folder, error);
+    return manager.saveInto(core::withSeparator(folder));
+}
+
+} // namespace
+
+int runScene(const Arguments& given, std::ostream& out) {
+    Arguments arguments = given;
+    std::string rewriteFolder;
+    if (!takeOption(arguments, "--rewrite", rewriteFolder) || arguments.size() != 1 ||
+        arguments.front().empty())
+        return badUsage("scene", "one folder is needed");
+    const std::shared_ptr<scene::SceneManager> manager = scene::SceneManager::create();
+    if (!manager)
+        return kUnreadable;
+    manager->SetName(folderName(arguments.front()));
+    if (!manager->loadFolder(core::withSeparator(arguments.front())))
+        return kUnreadable;
+    Json json(out);
+    printScene(json, *manager);
+    out << '\n';
+    return rewriteFolder.empty() || rewrite(*manager, rewriteFolder) ? kGood : kUnreadable;
+}
+
+} // namespace inspect
