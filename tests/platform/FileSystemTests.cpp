@@ -1,0 +1,158 @@
+#include "platform/FileSystem.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <filesystem>
+
+#include "tests/support/TempFolder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using platform::OpenMode;
+using Names = std::vector<std::string>;
+
+class FileSystemTest : public support::TempFolderTest {
+protected:
+    Names names(const std::string& folder) {
+        std::vector<platform::FolderEntry> entries;
+        if (!m_files.list(folder, entries))
+            return {"(unreadable)"};
+        Names result;
+        for (const platform::FolderEntry& entry : entries)
+            result.push_back(entry.name + (entry.isFolder ? "/" : ""));
+        return result;
+    }
+
+    bool write(const std::string& path, const std::string& text) {
+        const auto stream = m_files.open(path, OpenMode::write, m_error);
+        return stream && stream->write(text.data(), text.size()) == text.size() && stream->close();
+    }
+
+    platform::FileSystem& m_files = platform::nativeFileSystem();
+    int m_error = 0;
+};
+
+TEST_F(FileSystemTest, AStreamWritesReadsAndSeeks) {
+    auto stream = m_files.open("f", OpenMode::write, m_error);
+    ASSERT_TRUE(stream);
+    EXPECT_EQ(stream->write("0123456789", 10), 10U);
+    EXPECT_TRUE(stream->seek(2));
+    EXPECT_EQ(stream->write("\r\n", 2), 2U);
+    EXPECT_EQ(stream->tell(), 4);
+    EXPECT_EQ(stream->size(), 10);
+    EXPECT_EQ(stream->tell(), 4) << "asking for the size moves nothing";
+    EXPECT_TRUE(stream->sync());
+    EXPECT_TRUE(stream->close());
+    EXPECT_FALSE(stream->close() || stream->sync() || stream->seek(0));
+    EXPECT_EQ(stream->write("x", 1), 0U);
+    EXPECT_EQ(stream->tell(), -1);
+    EXPECT_EQ(support::readBytes("f"), "01\r\n456789");
+
+    stream = m_files.open("f", OpenMode::read, m_error);
+    ASSERT_TRUE(stream);
+    std::array<char, 16> buffer{};
+    EXPECT_EQ(stream->read(buffer.data(), buffer.size()), 10U);
+    EXPECT_TRUE(stream->seek(9));
+    EXPECT_EQ(stream->read(buffer.data(), 1), 1U);
+    EXPECT_EQ(buffer[0], '9');
+    EXPECT_FALSE(stream->seek(-1));
+    EXPECT_EQ(stream->lastError(), 0);
+}
+
+TEST_F(FileSystemTest, EachModeOpensWhatItMay) {
+    support::writeBytes("f", "old");
+    support::makeFolder("folder");
+    struct Case {
+        const char* path;
+        OpenMode mode;
+        bool opens;
+    };
+    const Case cases[] = {
+        {"f", OpenMode::read, true},
+        {"missing", OpenMode::read, false},
+        {"folder", OpenMode::read, false},
+        {"folder", OpenMode::write, false},
+        {"no/f", OpenMode::write, false},
+        {"f", OpenMode::writeInPlace, true},
+        {"missing", OpenMode::writeInPlace, false},
+        {"folder", OpenMode::writeInPlace, false},
+        {"", OpenMode::read, false},
+        {"f/f", OpenMode::read, false},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(m_files.open(c.path, c.mode, m_error) != nullptr, c.opens) << c.path;
+        EXPECT_EQ(m_error == 0, c.opens) << c.path;
+        EXPECT_EQ(m_files.errorText(m_error).empty(), false);
+    }
+    EXPECT_EQ(support::readBytes("f"), "old");
+    EXPECT_FALSE(support::exists("missing"));
+    EXPECT_TRUE(write("f", ""));
+    EXPECT_EQ(support::readBytes("f"), "");
+}
+
+TEST_F(FileSystemTest, BothSeparatorsLeadToTheSameFile) {
+    EXPECT_TRUE(m_files.createFolder("A", m_error));
+    EXPECT_TRUE(m_files.createFolder("A\\B\\", m_error));
+    EXPECT_FALSE(m_files.createFolder("A/B", m_error));
+    EXPECT_NE(m_error, 0);
+    EXPECT_TRUE(write("A\\B\\f", "x"));
+    EXPECT_TRUE(m_files.replaceFile("A\\B\\f", "A\\g", m_error));
+    EXPECT_EQ(support::filesBelow("."), Names{"A/g"});
+    EXPECT_EQ(names("A\\"), (Names{"B/", "g"}));
+    EXPECT_TRUE(m_files.info("A\\g").has_value());
+    EXPECT_TRUE(m_files.syncFolder("A\\B"));
+    EXPECT_EQ(m_files.resolveLink("A\\g"), "A\\g");
+    EXPECT_TRUE(m_files.removeFile("A\\g", m_error));
+    EXPECT_FALSE(m_files.removeFile("A\\g", m_error));
+    EXPECT_TRUE(m_files.setCurrentFolder("A\\B"));
+    EXPECT_EQ(m_files.currentFolder(), m_folder.path() + "A/B");
+}
+
+TEST_F(FileSystemTest, ListsByNameWithoutCase) {
+    for (const char* name : {"b", "_", "Z", "a", "B2", "\xC3\x84", "zz", ".hidden", "a.ini", "A"})
+        support::writeBytes(std::string("in/") + name, "");
+    support::makeFolder("in/Folder");
+    EXPECT_EQ(names("in"), (Names{".hidden", "A", "a", "a.ini", "b", "B2", "Folder/", "Z", "zz",
+                                  "_", "\xC3\x84"}));
+    EXPECT_EQ(names("missing"), Names{"(unreadable)"});
+    EXPECT_EQ(names("in/a"), Names{"(unreadable)"});
+    EXPECT_EQ(names(""), Names{"in/"}) << "an empty name is the current folder";
+}
+
+TEST_F(FileSystemTest, InfoTellsTheSameFileByAnyPath) {
+    support::writeBytes("f", "12345");
+    support::writeBytes("g", "");
+    support::makeFolder("sub");
+    const auto f = m_files.info("f");
+    const auto same = m_files.info("sub/../f");
+    const auto g = m_files.info("g");
+    ASSERT_TRUE(f && same && g);
+    EXPECT_EQ(f->size, 5U);
+    EXPECT_FALSE(f->isFolder);
+    EXPECT_TRUE(m_files.info("sub")->isFolder);
+    EXPECT_TRUE(f->volume == same->volume && f->file == same->file);
+    EXPECT_FALSE(f->volume == g->volume && f->file == g->file);
+    EXPECT_FALSE(m_files.info("missing") || m_files.info(""));
+}
+
+TEST_F(FileSystemTest, FullPathsAreMadeByTextAlone) {
+    const std::string here = m_folder.path();
+    struct Case {
+        const char* path;
+        std::string full;
+    };
+    const Case cases[] = {
+        {"a", here + "a"},
+        {"a/../b", here + "b"},
+        {"./a//b/.", here + "a/b"},
+        {"..\\x.exe", here.substr(0, here.rfind('/', here.size() - 2)) + "/x.exe"},
+        {"a b/c", here + "a b/c"},
+        {"", ""},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(m_files.fullPath(c.path), c.full) << c.path;
+}
+
+} // namespace
