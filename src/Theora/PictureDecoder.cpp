@@ -14,7 +14,7 @@ constexpr std::int64_t kDecodeOn = 4;
 PictureDecoder::PictureDecoder(SharedSource& source, const StopCheck& stop,
                                const TheoraHeaders& headers, const StreamLayout& layout,
                                const GranuleFormat& format)
-    : m_headers(headers), m_layout(layout), m_search(source, stop, layout, format),
+    : m_headers(headers), m_search(source, stop, layout, format),
       m_packets(source, stop, layout, format) {
     makeDecoder();
 }

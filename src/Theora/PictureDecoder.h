@@ -44,7 +44,6 @@ private:
     [[nodiscard]] bool reposition(std::int64_t frame);
 
     const TheoraHeaders& m_headers;
-    const StreamLayout& m_layout;
     PageSearch m_search;
     PacketReader m_packets;
     TheoraDecoder m_decoder;
