@@ -26,7 +26,7 @@ function(editor_test name)
     list(APPEND properties ENVIRONMENT
       "QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/screens.json")
   endif()
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES
     WORKING_DIRECTORY "${CMAKE_BINARY_DIR}" PROPERTIES ${properties})
 endfunction()
 

@@ -124,7 +124,7 @@ protected:
     /// end. frame -1: work that is no seek.
     [[nodiscard]] bool interrupted(int frame) const;
     /// Sets size, stride, rate and count, then makes the queue.
-    void setGeometry(int width, int height, float fps) EXCLUDES(m_access);
+    void setGeometry(int width, int height, float fps);
     void setFrameCount(int frameCount);
     /// Display time of a frame; the one expression that seeks and frames share.
     [[nodiscard]] float timeOfFrame(int frame) const { return static_cast<float>(frame) / m_fps; }

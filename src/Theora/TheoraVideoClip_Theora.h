@@ -35,7 +35,7 @@ private:
     [[nodiscard]] bool deliverPicture(std::int64_t number) REQUIRES(m_access);
     [[nodiscard]] bool reachedEnd() REQUIRES(m_access);
 
-    TheoraAudioInterfaceFactory* const m_audioFactory;
+    [[maybe_unused]] TheoraAudioInterfaceFactory* const m_audioFactory;
     StopCheck m_stop;
     std::unique_ptr<SharedSource> m_source;
     StreamHeaders m_headers;
