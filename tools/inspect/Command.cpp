@@ -10,7 +10,9 @@ namespace inspect {
 namespace {
 
 constexpr std::array kCommands{
+    Command{"frames", "FILE [--sequential] [N | A-B | random:SEED:COUNT]...", runFrames},
     Command{"scene", "DIR [--rewrite DIR2]", runScene},
+    Command{"video", "FILE", runVideo},
 };
 
 std::string usage(const Command& command) {

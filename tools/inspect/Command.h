@@ -25,8 +25,12 @@ struct Command {
     CommandFunction run;
 };
 
+/// frames FILE [--sequential] [N | A-B | random:SEED:COUNT]...
+[[nodiscard]] int runFrames(const Arguments& arguments, std::ostream& out);
 /// scene DIR [--rewrite DIR2]
 [[nodiscard]] int runScene(const Arguments& arguments, std::ostream& out);
+/// video FILE
+[[nodiscard]] int runVideo(const Arguments& arguments, std::ostream& out);
 
 /// Finds the command that the first argument names and runs it. Never throws: what goes wrong is
 /// told on stderr and gives kUnreadable.
