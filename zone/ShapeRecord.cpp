@@ -1,7 +1,6 @@
 #include "zone/ShapeRecord.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstring>
 #include <limits>
@@ -15,8 +14,6 @@ static_assert(std::endian::native == std::endian::little, "words are copied as t
 static_assert(sizeof(Point) == kPointSize);
 
 constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
-constexpr std::size_t kPointsAtOnce = 64;
-
 /// `value` * `factor`, rounded as the files always were: one half up, then toward zero. Written
 /// without branches so that compilers turn loops over it into vector code.
 int scaled(int value, float factor) {
@@ -28,43 +25,24 @@ int scaled(int value, float factor) {
     return result >= kAbove ? std::numeric_limits<int>::max() : whole;
 }
 
-void scalePoints(const Point* from, Point* to, std::size_t count, Scale scale) {
-    for (std::size_t i = 0; i < count; ++i) {
-        to[i].x = scaled(from[i].x, scale.x);
-        to[i].y = scaled(from[i].y, scale.y);
-    }
+int loadInt(const std::uint8_t* from) {
+    int value = 0;
+    std::memcpy(&value, from, sizeof value);
+    return value;
+}
+
+void storeInt(int value, std::uint8_t* to) {
+    std::memcpy(to, &value, sizeof value);
 }
 
 } // namespace
 
-std::uint32_t loadU32(const std::uint8_t* bytes) {
-    std::uint32_t value = 0;
-    std::memcpy(&value, bytes, sizeof value);
-    return value;
-}
-
-std::optional<ShapeRecord> findShapeRecord(std::span<const std::uint8_t> bytes) {
-    if (bytes.size() < kShapeHeaderSize)
-        return std::nullopt;
-    const std::size_t stated = loadU32(bytes.data());
-    const bool active = loadU32(bytes.data() + 4) == 1;
-    if (stated < kShapeHeaderSize)
-        return ShapeRecord{kShapeHeaderSize, active, {}};
-    if (stated > bytes.size())
-        return std::nullopt;
-    const std::size_t count = (stated - kShapeHeaderSize) / kPointSize;
-    return ShapeRecord{stated, active, bytes.subspan(kShapeHeaderSize, count * kPointSize)};
-}
-
-void appendPoints(const ShapeRecord& record, Scale scale, std::vector<Point>& points) {
-    std::array<Point, kPointsAtOnce> piece;
+void convertPoints(const ShapeRecord& record, Scale scale, Point* to) {
+    const std::uint8_t* from = record.points.data();
     const std::size_t count = record.pointCount();
-    for (std::size_t done = 0; done < count;) {
-        const std::size_t now = std::min(count - done, piece.size());
-        std::memcpy(piece.data(), record.points.data() + done * kPointSize, now * kPointSize);
-        scalePoints(piece.data(), piece.data(), now, scale);
-        points.insert(points.end(), piece.data(), piece.data() + now);
-        done += now;
+    for (std::size_t i = 0; i < count; ++i) {
+        to[i].x = scaled(loadInt(from + i * kPointSize), scale.x);
+        to[i].y = scaled(loadInt(from + i * kPointSize + 4), scale.y);
     }
 }
 
@@ -83,19 +61,25 @@ void RecordWriter::bytes(std::span<const std::uint8_t> data) {
 }
 
 void RecordWriter::u32(std::uint32_t value) {
-    std::array<std::uint8_t, sizeof value> raw;
-    std::memcpy(raw.data(), &value, sizeof value);
-    bytes(raw);
+    if (room() < sizeof value)
+        flush();
+    std::memcpy(m_buffer.data() + m_used, &value, sizeof value);
+    m_used += sizeof value;
 }
 
 void RecordWriter::shape(bool active, std::span<const Point> points) {
     u32(static_cast<std::uint32_t>(kShapeHeaderSize + kPointSize * points.size()));
     u32(active ? 1 : 0);
-    std::array<Point, kPointsAtOnce> piece;
     while (!points.empty()) {
-        const std::size_t now = std::min(points.size(), piece.size());
-        scalePoints(points.data(), piece.data(), now, m_inverse);
-        bytes({reinterpret_cast<const std::uint8_t*>(piece.data()), now * kPointSize});
+        if (room() < kPointSize)
+            flush();
+        const std::size_t now = std::min(points.size(), room() / kPointSize);
+        std::uint8_t* to = m_buffer.data() + m_used;
+        for (std::size_t i = 0; i < now; ++i) {
+            storeInt(scaled(points[i].x, m_inverse.x), to + i * kPointSize);
+            storeInt(scaled(points[i].y, m_inverse.y), to + i * kPointSize + 4);
+        }
+        m_used += now * kPointSize;
         points = points.subspan(now);
     }
 }

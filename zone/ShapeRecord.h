@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <span>
 #include <vector>
@@ -19,7 +20,11 @@ inline constexpr std::size_t kPointSize = 8;
 /// What the 32-bit record size has room for.
 inline constexpr std::size_t kMaxPoints = 0x1FFFFFFF - 1;
 
-[[nodiscard]] std::uint32_t loadU32(const std::uint8_t* bytes);
+[[nodiscard]] inline std::uint32_t loadU32(const std::uint8_t* bytes) {
+    std::uint32_t value = 0;
+    std::memcpy(&value, bytes, sizeof value);
+    return value;
+}
 
 /// A record as it lies in a file; points into the bytes it was found in.
 struct ShapeRecord {
@@ -31,10 +36,22 @@ struct ShapeRecord {
 };
 /// The record at the start of `bytes`; none when it does not fit into them. A stated size below 8
 /// is a shape without points in 8 bytes, as early versions wrote it.
-[[nodiscard]] std::optional<ShapeRecord> findShapeRecord(std::span<const std::uint8_t> bytes);
-/// Appends the record's points to `points` in display pixels, truncated toward zero after adding
-/// one half. Results beyond 32 bits become the nearest 32-bit value.
-void appendPoints(const ShapeRecord& record, Scale scale, std::vector<platform::Point>& points);
+[[nodiscard]] inline std::optional<ShapeRecord>
+findShapeRecord(std::span<const std::uint8_t> bytes) {
+    if (bytes.size() < kShapeHeaderSize)
+        return std::nullopt;
+    const std::size_t stated = loadU32(bytes.data());
+    const bool active = loadU32(bytes.data() + 4) == 1;
+    if (stated < kShapeHeaderSize)
+        return ShapeRecord{kShapeHeaderSize, active, {}};
+    if (stated > bytes.size())
+        return std::nullopt;
+    const std::size_t count = (stated - kShapeHeaderSize) / kPointSize;
+    return ShapeRecord{stated, active, bytes.subspan(kShapeHeaderSize, count * kPointSize)};
+}
+/// Stores the record's points at `to`, which has room for them, in display pixels, truncated
+/// toward zero after adding one half. Results beyond 32 bits become the nearest 32-bit value.
+void convertPoints(const ShapeRecord& record, Scale scale, platform::Point* to);
 
 /// Writes through a buffer of its own, so that a file of many small records costs few calls.
 class RecordWriter {

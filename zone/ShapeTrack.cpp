@@ -29,13 +29,11 @@ std::size_t ShapeTrack::splitAt(int frame) {
     if (m_runs[index].firstFrame == frame)
         return index;
     ShapeRun second = m_runs[index];
-    m_points.reserve(m_points.size() + second.pointCount > m_points.capacity()
-                         ? m_points.capacity() + m_points.capacity() / 2 + second.pointCount
-                         : 0);
-    const std::span<const Point> shared = points(index);
     second.offset = m_points.size();
     second.firstFrame = frame;
-    m_points.insert(m_points.end(), shared.begin(), shared.end());
+    m_points.resize(second.offset + second.pointCount);
+    const std::span<const Point> shared = points(index);
+    std::copy(shared.begin(), shared.end(), m_points.data() + second.offset);
     m_runs.insert(m_runs.begin() + static_cast<std::ptrdiff_t>(index) + 1, second);
     return index + 1;
 }
@@ -80,7 +78,8 @@ void ShapeTrack::append(const ShapeRecord& record, Scale scale) {
     run.active = record.active ? 1 : 0;
     run.edited = 1;
     m_runs.push_back(run);
-    appendPoints(record, scale, m_points);
+    m_points.resize(run.offset + record.pointCount());
+    convertPoints(record, scale, m_points.data() + run.offset);
 }
 
 void ShapeTrack::trim() {
@@ -91,7 +90,7 @@ void ShapeTrack::trim() {
 }
 
 void ShapeTrack::insertPointEverywhere(int afterIndex, Point point) {
-    std::vector<Point> grown;
+    Points grown;
     std::size_t total = kSplitRoom;
     for (const ShapeRun& run : m_runs)
         total += run.pointCount + std::size_t{1};
@@ -110,6 +109,19 @@ void ShapeTrack::insertPointEverywhere(int afterIndex, Point point) {
         run.edited = 1;
     }
     m_points = std::move(grown);
+}
+
+void ShapeTrack::shift(std::size_t first, std::size_t end, Point delta) {
+    while (first < end) {
+        // Mostly one run's points follow the other's: then they are one stretch of memory.
+        const std::size_t from = m_runs[first].offset;
+        std::size_t to = from;
+        for (; first < end && m_runs[first].offset == to; ++first) {
+            makePresent(first);
+            to += m_runs[first].pointCount;
+        }
+        shiftPoints({m_points.data() + from, to - from}, delta);
+    }
 }
 
 void ShapeTrack::removePoint(std::size_t index, std::size_t point) {

@@ -6,8 +6,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "platform/Geometry.h"
@@ -25,6 +26,17 @@ struct ShapeRun {
     std::uint32_t edited : 1 = 0; ///< 0: created empty, record size still 0
 
     void setPointCount(std::size_t count) { pointCount = count & 0x1FFFFFFF; }
+};
+
+/// Leaves new elements as the memory is: an array this large is not worth setting to 0 first.
+template <typename T>
+struct UnsetAllocator : std::allocator<T> {
+    template <typename U>
+    struct rebind {
+        using other = UnsetAllocator<U>;
+    };
+    template <typename U>
+    void construct(U*) noexcept {}
 };
 
 class ShapeTrack {
@@ -60,15 +72,22 @@ public:
     void trim();
 
     /// Gives a frame without a shape an empty one.
-    void makePresent(std::size_t index) { m_runs[index].present = 1; }
+    void makePresent(std::size_t index) {
+        if (!m_runs[index].present)
+            m_runs[index].present = 1;
+    }
     void setActive(std::size_t index, bool active) { m_runs[index].active = active ? 1 : 0; }
     /// Calls insertPoint's rule with `afterIndex` on every run; creates missing shapes.
     void insertPointEverywhere(int afterIndex, platform::Point point);
+    /// Runs from `first` up to `end`.
+    void shift(std::size_t first, std::size_t end, platform::Point delta);
     void removePoint(std::size_t index, std::size_t point);
 
 private:
+    using Points = std::vector<platform::Point, UnsetAllocator<platform::Point>>;
+
     std::vector<ShapeRun> m_runs; ///< by firstFrame, from 0; none when there is no frame
-    std::vector<platform::Point> m_points;
+    Points m_points;
     int m_frameCount = 0;
 };
 

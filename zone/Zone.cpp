@@ -127,10 +127,7 @@ void Zone::moveSelectedPoint(int frame, int x, int y) {
     }
     const Point center = centerOf(frame);
     const Point delta{wrappedDifference(x, center.x), wrappedDifference(y, center.y)};
-    for (std::size_t run = range.first; run < range.end; ++run) {
-        m_track.makePresent(run);
-        shiftPoints(m_track.points(run), delta);
-    }
+    m_track.shift(range.first, range.end, delta);
 }
 
 void Zone::moveHandle(RunRange range, Point to) {

@@ -11,7 +11,7 @@
 #include "core/StandardError.h"
 #include "core/Text.h"
 #include "core/WholeFile.h"
-#include "zone/ShapeRecord.h"
+#include "zone/ChunkReader.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneXml.h"
 
@@ -20,7 +20,6 @@ namespace {
 
 constexpr const char* kInfoEnding = "-ZoneInfo.xml";
 constexpr const char* kBinaryEnding = "-ZoneInfo.bin";
-constexpr std::size_t kChunkHeaderSize = 8;
 /// A hundred thousand zones; the parser needs many times the file's size.
 constexpr std::size_t kMaxInfoBytes = std::size_t{16} * 1024 * 1024;
 
@@ -86,33 +85,26 @@ bool ZoneManager::loadInfo(const std::string& basePath) {
 }
 
 bool ZoneManager::loadBinary(const std::string& basePath) {
-    constexpr const char* kUnloadable = "Unable to load zone binary";
     core::File file;
-    if (!file.open(basePath + kBinaryEnding, "rb"))
-        return failLoad(kUnloadable);
-    const std::int64_t size = file.size();
-    std::unique_ptr<std::uint8_t[]> image;
-    if (size <= 0 || !file.readAlloc(image, static_cast<std::size_t>(size)))
-        return failLoad(kUnloadable);
-    file.close();
-    return parse({image.get(), static_cast<std::size_t>(size)}) ||
+    const std::int64_t size =
+        file.open(basePath + kBinaryEnding, "rb") ? file.size() : std::int64_t{0};
+    ChunkReader reader(file, static_cast<std::uint64_t>(std::max<std::int64_t>(size, 0)));
+    if (size <= 0 || !readChunks(reader))
+        return failLoad("Unable to load zone binary");
+    return size >= static_cast<std::int64_t>(ChunkReader::kHeaderSize) ||
            failLoad("Unable to read zone binary");
 }
 
-bool ZoneManager::parse(std::span<const std::uint8_t> image) {
-    std::size_t at = 0;
-    while (image.size() - at >= kChunkHeaderSize) {
-        const std::uint32_t tag = loadU32(image.data() + at);
-        const std::size_t size = loadU32(image.data() + at + 4);
-        at += kChunkHeaderSize;
-        const std::size_t held = std::min(size, image.size() - at);
-        std::size_t advance = size;
-        if (tag == kZoneTag &&
-            nextZone().read(image.subspan(at, held), size, frameCount).endsOneEarly)
-            --advance;
-        at += std::min(advance, image.size() - at);
+bool ZoneManager::readChunks(ChunkReader& reader) {
+    while (reader.next()) {
+        if (reader.tag() != kZoneTag) {
+            reader.skip();
+        } else if (reader.readBody() &&
+                   nextZone().read(reader.body(), reader.statedSize(), frameCount).endsOneEarly) {
+            reader.giveBackLast();
+        }
     }
-    return at > 0;
+    return reader.good();
 }
 
 Zone& ZoneManager::nextZone() {

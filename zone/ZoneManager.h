@@ -8,7 +8,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -21,6 +20,8 @@ namespace zone {
 
 /// The first word of a zone's record.
 inline constexpr std::uint32_t kZoneTag = 0x5A4F4E45;
+
+class ChunkReader;
 
 class ZoneManager {
 public:
@@ -78,8 +79,8 @@ private:
     [[nodiscard]] Zone* checkedZone(int index, const char* message, int line) const;
     [[nodiscard]] bool loadInfo(const std::string& basePath);
     [[nodiscard]] bool loadBinary(const std::string& basePath);
-    /// False when `image` is too short for one chunk.
-    [[nodiscard]] bool parse(std::span<const std::uint8_t> image);
+    /// False when the file could not be read to its end.
+    [[nodiscard]] bool readChunks(ChunkReader& reader);
     Zone& nextZone();
     [[nodiscard]] bool writeInfo(core::File& file) const;
     [[nodiscard]] bool writeZones(core::File& file) const;

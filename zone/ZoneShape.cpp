@@ -78,11 +78,9 @@ bool ZoneShape::read(std::span<const std::uint8_t> bytes, std::size_t& consumed)
         return false;
     const std::optional<Scale> scale = currentScale();
     active = record->active;
-    points.clear();
+    points.assign(record->pointCount(), {});
     if (scale)
-        appendPoints(*record, *scale, points);
-    else
-        points.resize(record->pointCount());
+        convertPoints(*record, *scale, points.data());
     updateRecordSize();
     return scale.has_value();
 }

@@ -1,0 +1,295 @@
+// Zones of an hour-long video: 10 zones x 108,000 frames x 8 points, a different shape on every
+// frame. Each operation stands beside a floor, the least that any program has to do for it.
+// Targets: save and load at most 1.3 x their floor, memory after loading at most 1.5 x the bare
+// coordinates, a spread move at most 1 ms, a point added to all frames at most 5 ms.
+//
+// The files lie in the current folder while it runs. Floors do what the module does for safety as
+// well: the save's brings its bytes to the disk.
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/File.h"
+#include "core/Services.h"
+#include "zone/ZoneManager.h"
+#include "zone/ZoneView.h"
+
+namespace {
+
+constexpr std::size_t kZones = 10;
+constexpr int kFrames = 108'000;
+constexpr std::size_t kPoints = 8;
+constexpr std::size_t kShapeBytes = 8 + 8 * kPoints;
+constexpr std::size_t kHeadBytes = 8 + 4 + 6 + 4;
+constexpr std::size_t kZoneBytes = kHeadBytes + kShapeBytes * kFrames;
+constexpr std::size_t kCoordinateBytes = kZones * kFrames * kPoints * 8;
+constexpr const char* kBase = "zone_bench";
+constexpr const char* kBinary = "zone_bench-ZoneInfo.bin";
+constexpr const char* kFloorFile = "zone_bench-floor.bin";
+constexpr float kScale = 1280.0F / 1920.0F;
+
+/// One zone as the floor keeps it.
+struct BareZone {
+    std::unique_ptr<std::int32_t[]> coordinates =
+        std::make_unique_for_overwrite<std::int32_t[]>(2 * kPoints * kFrames);
+    std::unique_ptr<std::uint8_t[]> active =
+        std::make_unique_for_overwrite<std::uint8_t[]>(kFrames);
+};
+using BareModel = std::vector<BareZone>;
+
+BareModel makeBareModel() {
+    BareModel model(kZones);
+    for (BareZone& zone : model)
+        for (std::size_t frame = 0; frame < kFrames; ++frame) {
+            zone.active[frame] = 1;
+            for (std::size_t i = 0; i < 2 * kPoints; ++i)
+                zone.coordinates[2 * kPoints * frame + i] =
+                    static_cast<std::int32_t>((frame + i * 37) % 700);
+        }
+    return model;
+}
+
+std::unique_ptr<std::uint8_t[]> buildImage(const BareModel& model) {
+    constexpr float kInverse = 1.0F / kScale;
+    auto image = std::make_unique_for_overwrite<std::uint8_t[]>(kZones * kZoneBytes);
+    std::uint8_t* to = image.get();
+    for (const BareZone& zone : model) {
+        const std::uint32_t head[3] = {zone::kZoneTag, kZoneBytes - 8, 6};
+        const std::uint32_t count = kFrames;
+        std::memcpy(to, head, 12);
+        std::memcpy(to + 12, "Zone1", 6);
+        std::memcpy(to + 18, &count, 4);
+        to += kHeadBytes;
+        const std::int32_t* from = zone.coordinates.get();
+        for (std::size_t frame = 0; frame < kFrames; ++frame) {
+            const std::uint32_t shape[2] = {kShapeBytes, zone.active[frame]};
+            std::int32_t points[2 * kPoints];
+            for (std::size_t i = 0; i < 2 * kPoints; ++i)
+                points[i] =
+                    static_cast<std::int32_t>(static_cast<float>(from[i]) * kInverse + 0.5F);
+            std::memcpy(to, shape, 8);
+            std::memcpy(to + 8, points, sizeof points);
+            to += kShapeBytes;
+            from += 2 * kPoints;
+        }
+    }
+    return image;
+}
+
+BareModel parseImage(const std::uint8_t* from) {
+    BareModel model(kZones);
+    for (BareZone& zone : model) {
+        from += kHeadBytes;
+        std::int32_t* to = zone.coordinates.get();
+        for (std::size_t frame = 0; frame < kFrames; ++frame) {
+            std::uint32_t shape[2];
+            std::int32_t points[2 * kPoints];
+            std::memcpy(shape, from, 8);
+            std::memcpy(points, from + 8, sizeof points);
+            zone.active[frame] = shape[1] == 1;
+            for (std::size_t i = 0; i < (shape[0] - 8) / 4; ++i)
+                to[i] = static_cast<std::int32_t>(static_cast<float>(points[i]) * kScale + 0.5F);
+            from += kShapeBytes;
+            to += 2 * kPoints;
+        }
+    }
+    return model;
+}
+
+bool writeFile(const char* path, const std::uint8_t* bytes, bool sync) {
+    core::File file;
+    return file.open(path, "wb") && file.write(bytes, kZones * kZoneBytes) &&
+           (!sync || file.sync()) && file.close();
+}
+
+std::unique_ptr<std::uint8_t[]> readFile(const char* path) {
+    core::File file;
+    std::unique_ptr<std::uint8_t[]> bytes;
+    if (!file.open(path, "rb") || !file.readAlloc(bytes, kZones * kZoneBytes))
+        return nullptr;
+    return bytes;
+}
+
+double residentBytes() {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;)
+        if (word == "VmRSS:") {
+            double kilobytes = 0;
+            status >> kilobytes;
+            return kilobytes * 1024;
+        }
+    return 0;
+}
+
+/// The zones all benchmarks of the module work on, loaded from a file of the floor's making.
+std::shared_ptr<zone::ZoneManager> loadManager() {
+    auto manager = zone::ZoneManager::create(kBase, kFrames, true);
+    zone::setCurrentZoneManager(manager);
+    return manager;
+}
+
+void saveFloor(benchmark::State& state, bool sync) {
+    const BareModel model = makeBareModel();
+    for (auto _ : state) {
+        const auto image = buildImage(model);
+        if (!writeFile(kFloorFile, image.get(), sync))
+            state.SkipWithError("cannot write");
+    }
+}
+
+void save(benchmark::State& state) {
+    const auto manager = loadManager();
+    for (auto _ : state)
+        if (!manager || !manager->saveAs(kBase) || !manager->lastSaveFailure().empty())
+            state.SkipWithError("cannot save");
+}
+
+void loadFloor(benchmark::State& state) {
+    for (auto _ : state) {
+        const auto image = readFile(kBinary);
+        if (!image)
+            state.SkipWithError("cannot read");
+        else
+            benchmark::DoNotOptimize(parseImage(image.get()));
+    }
+}
+
+void load(benchmark::State& state) {
+    for (auto _ : state) {
+        zone::setCurrentZoneManager(nullptr);
+        if (!loadManager())
+            state.SkipWithError("cannot load");
+    }
+}
+
+void memoryAfterLoad(benchmark::State& state) {
+    zone::setCurrentZoneManager(nullptr);
+    const double before = residentBytes();
+    for (auto _ : state)
+        loadManager();
+    const double used = residentBytes() - before;
+    state.counters["resident_MB"] = used / 1e6;
+    state.counters["bare_MB"] = static_cast<double>(kCoordinateBytes) / 1e6;
+    state.counters["ratio"] = used / static_cast<double>(kCoordinateBytes);
+}
+
+void moveOnePoint(benchmark::State& state) {
+    const auto manager = loadManager();
+    manager->hitTest(0, 0, static_cast<int>(manager->zone(0)->shape(0)->points[2].x),
+                     static_cast<int>(manager->zone(0)->shape(0)->points[2].y));
+    int x = 0;
+    for (auto _ : state)
+        manager->moveSelectedPoint(0, 0, x = (x + 7) % 1280, 40);
+}
+
+void moveWholeShape(benchmark::State& state) {
+    const auto manager = loadManager();
+    manager->zone(0)->setSelectedPoint(kPoints);
+    int x = 0;
+    for (auto _ : state)
+        manager->moveSelectedPoint(0, 0, x = 1 - x, 1);
+}
+
+void addPoint(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        const auto manager = loadManager();
+        manager->zone(0)->setSelectedPoint(3);
+        state.ResumeTiming();
+        manager->addPoint(0, 5, 300, 200);
+    }
+}
+
+void deletePoint(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        const auto manager = loadManager();
+        manager->zone(0)->setSelectedPoint(-1);
+        manager->addPoint(0, 0, 1200, 700); // where no frame has a point
+        state.ResumeTiming();
+        manager->deletePoint(0, 0, 1200, 700);
+    }
+}
+
+void spreadFloor(benchmark::State& state) {
+    BareModel model = makeBareModel();
+    std::int32_t x = 0;
+    for (auto _ : state) {
+        std::int32_t* at = model[0].coordinates.get() + 4;
+        x = (x + 7) % 1280;
+        for (std::size_t frame = 0; frame < kFrames; ++frame, at += 2 * kPoints) {
+            at[0] = x;
+            at[1] = 40;
+        }
+        benchmark::ClobberMemory();
+    }
+}
+
+void addFloor(benchmark::State& state) {
+    const BareModel model = makeBareModel();
+    for (auto _ : state) {
+        auto grown = std::make_unique_for_overwrite<std::int32_t[]>(2 * (kPoints + 1) * kFrames);
+        const std::int32_t* from = model[0].coordinates.get();
+        std::int32_t* to = grown.get();
+        for (std::size_t frame = 0; frame < kFrames; ++frame) {
+            std::memcpy(to, from, 32);
+            to[8] = 300;
+            to[9] = 200;
+            std::memcpy(to + 10, from + 8, 32);
+            from += 2 * kPoints;
+            to += 2 * (kPoints + 1);
+        }
+        benchmark::DoNotOptimize(grown.get());
+    }
+}
+
+void registerAll() {
+    constexpr int kRounds = 9;
+    const auto add = [](const char* name, auto function, int iterations) {
+        benchmark::RegisterBenchmark(name, function)
+            ->Unit(benchmark::kMillisecond)
+            ->Iterations(iterations)
+            ->Repetitions(kRounds)
+            ->ReportAggregatesOnly();
+    };
+    benchmark::RegisterBenchmark("memory after load", memoryAfterLoad)->Iterations(1);
+    add("load, floor", loadFloor, 1);
+    add("load", load, 1);
+    add(
+        "save, floor", [](benchmark::State& state) { saveFloor(state, true); }, 1);
+    add("save", save, 1);
+    add(
+        "save, floor without reaching the disk",
+        [](benchmark::State& state) { saveFloor(state, false); }, 1);
+    add("spread a moved point, floor", spreadFloor, 20);
+    add("spread a moved point", moveOnePoint, 20);
+    add("spread a moved shape", moveWholeShape, 20);
+    add("add a point to all frames, floor", addFloor, 1);
+    add("add a point to all frames", addPoint, 1);
+    add("delete a point from all frames", deletePoint, 1);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    zone::setZoneView({{1280, 720}, {1920, 1080}});
+    {
+        const auto image = buildImage(makeBareModel());
+        if (!writeFile(kBinary, image.get(), false))
+            return 1;
+    }
+    registerAll();
+    benchmark::RunSpecifiedBenchmarks();
+    int error = 0;
+    for (const char* path : {kBinary, kFloorFile, "zone_bench-ZoneInfo.xml"})
+        core::services().fileSystem->removeFile(path, error);
+    return 0;
+}
