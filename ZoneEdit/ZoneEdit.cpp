@@ -1,0 +1,191 @@
+#include "ZoneEdit/ZoneEdit.h"
+
+#include "ZoneEdit/ZoneEditControls.h"
+#include "core/Log.h"
+#include "core/Paths.h"
+#include "core/Text.h"
+#include "platform/Window.h"
+#include "toolkit/COptionUI.h"
+#include "video/CVideoUI.h"
+#include "zone/ZoneManager.h"
+#include "zone/ZoneView.h"
+
+namespace zoneedit {
+
+namespace {
+
+constexpr int kFullScreenHeight = 860;
+constexpr platform::Size kFullSize{1280, 720};
+constexpr platform::Size kSmallSize{1024, 600};
+constexpr int kNumberFont = 3;
+
+} // namespace
+
+std::shared_ptr<ZoneEdit> ZoneEdit::create(const ui::WindowContext& context) {
+    return std::make_shared<ZoneEdit>(context);
+}
+
+ZoneEdit::ZoneEdit(const ui::WindowContext& context)
+    : EditorWindow(context),
+      m_displaySize(context.gui.windows().primaryScreenHeight() >= kFullScreenHeight ? kFullSize
+                                                                                     : kSmallSize),
+      m_self(std::make_shared<ZoneEdit*>(this)) {}
+
+ZoneEdit::~ZoneEdit() {
+    *m_self = nullptr;
+    zone::clearZoneView();
+}
+
+bool ZoneEdit::run() {
+    return runScreen(u"Zone Edit");
+}
+
+std::string ZoneEdit::GetSkinFile() const {
+    return m_displaySize == kFullSize ? "ZoneEdit.xml" : "ZoneEditSmall.xml";
+}
+
+std::unique_ptr<toolkit::CControlUI> ZoneEdit::CreateControl(std::u16string_view className) {
+    if (className != kVideo) {
+        return EditorWindow::CreateControl(className);
+    }
+    auto control = std::make_unique<video::CVideoUI>(context().gui.loop());
+    m_video = control.get();
+    const std::string& path = context().state.zoneEditVideo;
+    if (!path.empty()) {
+        m_loaded = loadVideo();
+        if (!m_loaded) {
+            core::Log::get()->Error("Unable to load video %s", path.c_str());
+            postClose();
+        }
+    }
+    return control;
+}
+
+bool ZoneEdit::loadVideo() {
+    return m_video->LoadVideo(context().state.zoneEditVideo) && makeZoneManager();
+}
+
+bool ZoneEdit::makeZoneManager() {
+    installZoneView();
+    const std::string base = core::withoutExtension(context().state.zoneEditVideo);
+    m_zones = zone::ZoneManager::create(base, loadedVideo()->frameCount, true);
+    if (!m_zones) {
+        m_zones = zone::ZoneManager::createEmpty();
+    }
+    if (!m_zones) {
+        core::Log::get()->Error("Unable to create zone manager interface");
+        return false;
+    }
+    zone::setCurrentZoneManager(m_zones);
+    return true;
+}
+
+void ZoneEdit::installZoneView() {
+    const video::Video& video = *loadedVideo();
+    zone::setZoneView({m_displaySize,
+                       {video.width, video.height},
+                       GetPaintManager().GetFont(kNumberFont),
+                       &context().gui.fonts()});
+}
+
+void ZoneEdit::postClose() {
+    // The layout is still being built: the window goes once its loop runs.
+    context().gui.loop().post([self = m_self] {
+        if (*self != nullptr) {
+            (*self)->Close(1);
+        }
+    });
+}
+
+video::CVideoUI* ZoneEdit::checkedVideo(int line) const {
+    if (m_video == nullptr) {
+        core::Log::get()->Error("%s:%d VideoUI is invalid", "..\\ZoneEdit\\ZoneEdit.cpp", line);
+    }
+    return m_video;
+}
+
+video::Video* ZoneEdit::loadedVideo() const {
+    return m_video != nullptr ? m_video->video().get() : nullptr;
+}
+
+int ZoneEdit::currentFrame() const {
+    const video::Video* video = loadedVideo();
+    return video != nullptr ? video->currentFrame : 0;
+}
+
+void ZoneEdit::repaintVideo() {
+    if (m_video != nullptr) {
+        m_video->Invalidate();
+    }
+}
+
+void ZoneEdit::repaintVideoNow() {
+    repaintVideo();
+    if (platform::NativeWindow* window = GetNative()) {
+        window->repaintNow();
+    }
+}
+
+void ZoneEdit::InitWindow() {
+    showCaption();
+    const video::Video* video = loadedVideo();
+    const int last = video != nullptr ? video->frameCount - 1 : 0;
+    setTextOf(kTotalEdit, core::displayText(std::to_string(last < 0 ? 0 : last)));
+    if (m_zones) {
+        fillZones(m_zones->currentZone);
+        if (auto* progress = find<toolkit::COptionUI>(kProgressOption)) {
+            progress->Selected(m_zones->progressChanges);
+        }
+    }
+    selectTool(Tool::movePoint);
+    showFrame();
+    updateEnabled();
+}
+
+void ZoneEdit::OnClick(toolkit::TNotifyUI& message) {
+    static constexpr ui::ControlHandler<ZoneEdit> kHandlers[] = {
+        {u"ButtonSave", &ZoneEdit::saveZones},         {u"ButtonClose", &ZoneEdit::closeEditor},
+        {u"ButtonAddZone", &ZoneEdit::addZone},        {kRemoveZoneButton, &ZoneEdit::removeZone},
+        {u"ButtonPrevious10", &ZoneEdit::stepBackTen}, {u"ButtonPrevious", &ZoneEdit::stepBack},
+        {u"ButtonNext", &ZoneEdit::stepForward},       {u"ButtonNext10", &ZoneEdit::stepForwardTen},
+    };
+    ui::dispatch(*this, kHandlers, message);
+}
+
+void ZoneEdit::OnItemSelect(toolkit::TNotifyUI& message) {
+    static constexpr ui::ControlHandler<ZoneEdit> kHandlers[] = {
+        {kZoneCombo, &ZoneEdit::chooseZone},
+    };
+    ui::dispatch(*this, kHandlers, message);
+}
+
+void ZoneEdit::OnSelectChanged(toolkit::TNotifyUI& message) {
+    static constexpr ui::ControlHandler<ZoneEdit> kHandlers[] = {
+        {kToolOptions[0], &ZoneEdit::chooseTool}, {kToolOptions[1], &ZoneEdit::chooseTool},
+        {kToolOptions[2], &ZoneEdit::chooseTool}, {kToolOptions[3], &ZoneEdit::chooseTool},
+        {kActiveOption, &ZoneEdit::changeActive}, {kProgressOption, &ZoneEdit::changeProgress},
+    };
+    ui::dispatch(*this, kHandlers, message);
+}
+
+void ZoneEdit::OnKillFocus(toolkit::TNotifyUI& message) {
+    static constexpr ui::ControlHandler<ZoneEdit> kHandlers[] = {
+        {kZoneEdit, &ZoneEdit::renameZone},
+        {kFrameEdit, &ZoneEdit::goToTypedFrame},
+    };
+    ui::dispatch(*this, kHandlers, message);
+}
+
+bool ZoneEdit::MessageHandler(const platform::Event& event) {
+    return handleKey(event) || handleMouse(event) || EditorWindow::MessageHandler(event);
+}
+
+bool ZoneEdit::HandleMessage(const platform::Event& event) {
+    // A question's loop runs inside this window's: the question has to end first.
+    if (event.kind == platform::EventKind::closeRequest && isAsking()) {
+        return true;
+    }
+    return EditorWindow::HandleMessage(event);
+}
+
+} // namespace zoneedit

@@ -1,0 +1,116 @@
+// The zone editor: shows one video frame by frame and lets the author draw its zones with the
+// mouse. Works on the current zone manager, which it makes for the video, and on the video path of
+// the screen state. UI thread only.
+//
+// Its code is split by subject: ZoneEdit.cpp (window, video), ZoneEditFrames.cpp (stepping),
+// ZoneEditZones.cpp (the list of zones, saving), ZoneEditMouse.cpp (the point tools).
+#pragma once
+
+#include "ui/ConfirmCallback.h"
+#include "ui/EditorWindow.h"
+#include "ui/NameList.h"
+
+#include <memory>
+#include <string>
+
+namespace video {
+class CVideoUI;
+class Video;
+} // namespace video
+namespace zone {
+class ZoneManager;
+}
+
+namespace zoneedit {
+
+class ZoneEdit final : public ui::ConfirmCallback, public ui::EditorWindow {
+public:
+    /// Never empty; the form of all window factories.
+    [[nodiscard]] static std::shared_ptr<ZoneEdit> create(const ui::WindowContext& context);
+    explicit ZoneEdit(const ui::WindowContext& context);
+    ~ZoneEdit() override;
+
+    /// Shows the window until it is closed. True when there was one, also when its video could not
+    /// be loaded and it closed by itself. False when no window could be made.
+    [[nodiscard]] bool run();
+
+    [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return GetNative(); }
+    [[nodiscard]] std::u16string GetWindowClassName() const override { return u"ZoneEditWindow"; }
+    [[nodiscard]] std::string GetSkinFile() const override;
+    void InitWindow() override;
+    std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override;
+    void OnClick(toolkit::TNotifyUI& message) override;
+    void OnItemSelect(toolkit::TNotifyUI& message) override;
+    void OnSelectChanged(toolkit::TNotifyUI& message) override;
+    void OnKillFocus(toolkit::TNotifyUI& message) override;
+    bool MessageHandler(const platform::Event& event) override;
+    bool HandleMessage(const platform::Event& event) override;
+
+private:
+    using Control = toolkit::CControlUI;
+    enum class Tool { movePoint = 0, addPoint = 1, addMultiPoint = 2, deletePoint = 3 };
+
+    // The video.
+    [[nodiscard]] bool loadVideo();
+    [[nodiscard]] bool makeZoneManager();
+    void installZoneView();
+    void postClose();
+    /// The control, or null after a log line with `line`.
+    [[nodiscard]] video::CVideoUI* checkedVideo(int line) const;
+    /// The loaded video; null when there is none.
+    [[nodiscard]] video::Video* loadedVideo() const;
+    /// The frame on show, 0 without a video, -1 for one without frames.
+    [[nodiscard]] int currentFrame() const;
+    void repaintVideo();
+    /// Before it returns: the next move must hit the centre handle where it is drawn.
+    void repaintVideoNow();
+
+    // Frames.
+    void stepBack(Control& sender);
+    void stepBackTen(Control& sender);
+    void stepForward(Control& sender);
+    void stepForwardTen(Control& sender);
+    void step(void (video::CVideoUI::*move)());
+    bool handleKey(const platform::Event& event);
+    void goToTypedFrame(Control& sender);
+    void showFrame();
+    void showActive();
+    void changeActive(Control& sender);
+    void changeProgress(Control& sender);
+
+    // Zones.
+    [[nodiscard]] int selectedZone() const;
+    void fillZones(int select);
+    void chooseZone(Control& sender);
+    void showZone();
+    void renameZone(Control& sender);
+    void addZone(Control& sender);
+    void removeZone(Control& sender);
+    void saveZones(Control& sender);
+    void closeEditor(Control& sender);
+    void showCaption();
+    void updateEnabled();
+
+    // Point tools.
+    void chooseTool(Control& sender);
+    void selectTool(Tool tool);
+    bool handleMouse(const platform::Event& event);
+    bool mouseDown(platform::Point position);
+    bool mouseMove(platform::Point position);
+    bool mouseUp(platform::Point position);
+    void applyTool(int zone, int frame, platform::Point at);
+    void capture();
+
+    platform::Size m_displaySize;       ///< of the picture area, fixed for the window's life
+    video::CVideoUI* m_video = nullptr; ///< owned by the layout
+    std::shared_ptr<zone::ZoneManager> m_zones;
+    Tool m_tool = Tool::movePoint;
+    bool m_captured = false;
+    bool m_loaded = false;
+    int m_zoneCounter = 0;      ///< never decreases: names repeat only in another window
+    std::u16string m_shownName; ///< what the program last put into the name edit
+    ui::NameList m_zoneNames;
+    std::shared_ptr<ZoneEdit*> m_self; ///< for tasks that may run after the window is gone
+};
+
+} // namespace zoneedit

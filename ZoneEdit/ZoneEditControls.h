@@ -1,0 +1,29 @@
+// The names of the zone editor's controls, and the fixed places that its log lines name.
+#pragma once
+
+#include <string_view>
+
+namespace zoneedit {
+
+inline constexpr std::u16string_view kVideo = u"Video";
+inline constexpr std::u16string_view kZoneCombo = u"ComboZone";
+inline constexpr std::u16string_view kZoneEdit = u"EditZone";
+inline constexpr std::u16string_view kRemoveZoneButton = u"ButtonRemoveZone";
+inline constexpr std::u16string_view kActiveOption = u"OptionToggleActive";
+inline constexpr std::u16string_view kProgressOption = u"OptionProgressChanges";
+inline constexpr std::u16string_view kFrameEdit = u"EditCurrentFrame";
+inline constexpr std::u16string_view kTotalEdit = u"EditTotalFrames";
+inline constexpr std::u16string_view kVideoLabel = u"LabelVideo";
+/// The index is the tool's number.
+inline constexpr std::u16string_view kToolOptions[] = {
+    u"OptionMovePoint", u"OptionAddPoint", u"OptionAddMultiPoint", u"OptionDeletePoint"};
+
+/// Places of "VideoUI is invalid" in the log.
+inline constexpr int kStepLine = 214;
+inline constexpr int kTypedFrameLine = 236;
+inline constexpr int kAddZoneLine = 305;
+inline constexpr int kMouseDownLine = 402;
+inline constexpr int kMouseMoveLine = 447;
+inline constexpr int kMouseUpLine = 471;
+
+} // namespace zoneedit

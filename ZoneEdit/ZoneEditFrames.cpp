@@ -1,0 +1,111 @@
+#include "ZoneEdit/ZoneEdit.h"
+
+#include "ZoneEdit/ZoneEditControls.h"
+#include "core/Text.h"
+#include "toolkit/COptionUI.h"
+#include "video/CVideoUI.h"
+#include "zone/ZoneManager.h"
+
+#include <algorithm>
+
+namespace zoneedit {
+
+using video::CVideoUI;
+
+void ZoneEdit::stepBack(Control& /*sender*/) {
+    step(&CVideoUI::PrevFrame);
+}
+
+void ZoneEdit::stepBackTen(Control& /*sender*/) {
+    step(&CVideoUI::PrevTenFrames);
+}
+
+void ZoneEdit::stepForward(Control& /*sender*/) {
+    step(&CVideoUI::NextFrame);
+}
+
+void ZoneEdit::stepForwardTen(Control& /*sender*/) {
+    step(&CVideoUI::NextTenFrames);
+}
+
+void ZoneEdit::step(void (CVideoUI::*move)()) {
+    if (CVideoUI* control = checkedVideo(kStepLine)) {
+        (control->*move)();
+        showFrame();
+    }
+}
+
+bool ZoneEdit::handleKey(const platform::Event& event) {
+    const bool left = event.key == platform::Key::left;
+    if (event.kind != platform::EventKind::keyDown ||
+        !(left || event.key == platform::Key::right)) {
+        return false;
+    }
+    const Control* focus = GetPaintManager().GetFocus();
+    if (focus != nullptr && focus->takesText()) {
+        return false;
+    }
+    if (left) {
+        step(event.modifiers.shift ? &CVideoUI::PrevTenFrames : &CVideoUI::PrevFrame);
+    } else {
+        step(event.modifiers.shift ? &CVideoUI::NextTenFrames : &CVideoUI::NextFrame);
+    }
+    return true;
+}
+
+void ZoneEdit::goToTypedFrame(Control& sender) {
+    CVideoUI* control = checkedVideo(kTypedFrameLine);
+    const video::Video* video = loadedVideo();
+    if (control == nullptr || video == nullptr || video->frameCount < 1) {
+        return;
+    }
+    const int typed = core::convertStringToInt(sender.GetText());
+    const int target = std::clamp(typed, 0, video->frameCount - 1);
+    if (target != video->currentFrame) {
+        control->GoToFrame(target);
+    }
+    showFrame();
+}
+
+void ZoneEdit::showFrame() {
+    setTextOf(kFrameEdit, core::displayText(std::to_string(std::max(currentFrame(), 0))));
+    showActive();
+}
+
+void ZoneEdit::showActive() {
+    auto* option = find<toolkit::COptionUI>(kActiveOption);
+    if (option == nullptr) {
+        return;
+    }
+    const int zone = selectedZone();
+    const int frame = currentFrame();
+    option->Selected(zone >= 0 && frame >= 0 && m_zones->isActive(zone, frame));
+    option->Invalidate();
+}
+
+void ZoneEdit::changeActive(Control& sender) {
+    const auto* option = toolkit::controlCast<toolkit::COptionUI>(&sender);
+    const int zone = selectedZone();
+    const int frame = currentFrame();
+    if (option == nullptr) {
+        return;
+    }
+    if (zone < 0 || frame < 0) {
+        showActive();
+        return;
+    }
+    // Setting what is set already would still spread over all later frames.
+    if (m_zones->isActive(zone, frame) != option->IsSelected()) {
+        m_zones->setActive(zone, frame, option->IsSelected());
+        repaintVideo();
+    }
+}
+
+void ZoneEdit::changeProgress(Control& sender) {
+    const auto* option = toolkit::controlCast<toolkit::COptionUI>(&sender);
+    if (option != nullptr && m_zones) {
+        m_zones->progressChanges = option->IsSelected();
+    }
+}
+
+} // namespace zoneedit

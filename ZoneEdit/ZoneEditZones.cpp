@@ -1,0 +1,132 @@
+#include "ZoneEdit/ZoneEdit.h"
+
+#include "ZoneEdit/ZoneEditControls.h"
+#include "core/Paths.h"
+#include "core/Text.h"
+#include "toolkit/CComboUI.h"
+#include "ui/Confirmation.h"
+#include "ui/SceneHints.h"
+#include "video/CVideoUI.h"
+#include "zone/Zone.h"
+#include "zone/ZoneManager.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace zoneedit {
+
+int ZoneEdit::selectedZone() const {
+    const auto* combo = FindControl<toolkit::CComboUI>(kZoneCombo);
+    return combo != nullptr && m_zones ? combo->GetCurSel() : -1;
+}
+
+void ZoneEdit::fillZones(int select) {
+    auto* combo = find<toolkit::CComboUI>(kZoneCombo);
+    if (combo == nullptr || !m_zones) {
+        return;
+    }
+    std::vector<std::string> names;
+    for (int zone = 0; zone < m_zones->zoneCount(); ++zone) {
+        names.push_back(m_zones->getZoneName(zone));
+    }
+    m_zoneNames = ui::NameList(std::move(names));
+    combo->SetItemTexts(m_zoneNames.shown);
+    // A valid index tells chooseZone by a notification; "none" is silent.
+    if (!combo->SelectItem(std::min(select, combo->GetCount() - 1)) || combo->GetCurSel() < 0) {
+        m_zones->currentZone = -1;
+        showZone();
+    }
+    updateEnabled();
+}
+
+void ZoneEdit::chooseZone(Control& /*sender*/) {
+    if (m_zones) {
+        m_zones->currentZone = selectedZone();
+    }
+    showZone();
+}
+
+void ZoneEdit::showZone() {
+    const int zone = selectedZone();
+    if (Control* edit = findControl(kZoneEdit)) {
+        edit->SetText(zone >= 0 ? core::displayText(m_zones->getZoneName(zone)) : std::u16string());
+        m_shownName = edit->GetText();
+    }
+    showActive();
+    repaintVideo();
+}
+
+void ZoneEdit::renameZone(Control& sender) {
+    const int zone = selectedZone();
+    // An edit cannot hold every name that a file can: a text nobody touched is no new name.
+    if (zone < 0 || sender.GetText() == m_shownName) {
+        return;
+    }
+    m_zones->setZoneName(zone, core::storedText(sender.GetText()));
+    fillZones(zone);
+}
+
+void ZoneEdit::addZone(Control& /*sender*/) {
+    if (checkedVideo(kAddZoneLine) == nullptr) {
+        return;
+    }
+    const video::Video* video = loadedVideo();
+    if (video == nullptr || video->frameCount < 1 || !m_zones) {
+        return;
+    }
+    auto zone = zone::Zone::create(video->frameCount);
+    if (!zone) {
+        return;
+    }
+    zone->setName("Zone " + std::to_string(++m_zoneCounter));
+    m_zones->addZone(std::move(zone));
+    fillZones(m_zones->zoneCount() - 1);
+}
+
+void ZoneEdit::removeZone(Control& /*sender*/) {
+    if (selectedZone() < 0) {
+        return;
+    }
+    SetAnswer(kNo);
+    ui::Confirmation::ask(context(), *this, "Remove Zone?",
+                          "Are you sure you want to remove the zone?");
+    const int zone = selectedZone();
+    if (answer() == kYes && zone >= 0) {
+        m_zones->removeZone(zone);
+        fillZones(zone);
+    }
+}
+
+void ZoneEdit::saveZones(Control& /*sender*/) {
+    if (m_zones && m_loaded) {
+        m_zones->save(context().state.zoneEditVideo);
+        showCaption();
+    }
+}
+
+void ZoneEdit::closeEditor(Control& /*sender*/) {
+    // A dismissed question counts as yes. Intended.
+    SetAnswer(kYes);
+    ui::Confirmation::ask(context(), *this, "Close?", "Are you sure you want to close Zone Edit?");
+    if (answer() == kYes) {
+        Close(1);
+    }
+}
+
+void ZoneEdit::showCaption() {
+    std::u16string text = core::displayText(core::fileName(context().state.zoneEditVideo));
+    if (m_zones && !m_zones->lastSaveFailure().empty()) {
+        text += u"    " + ui::notSavedText(m_zones->lastSaveFailure());
+    }
+    setTextOf(kVideoLabel, text);
+}
+
+void ZoneEdit::updateEnabled() {
+    const bool hasZones = m_zones && m_zones->zoneCount() > 0;
+    for (const std::u16string_view name : {kZoneCombo, kZoneEdit, kRemoveZoneButton}) {
+        setEnabledOf(name, hasZones);
+    }
+}
+
+} // namespace zoneedit

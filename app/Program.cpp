@@ -1,0 +1,50 @@
+#include "app/Program.h"
+
+#include "app/EditorScreens.h"
+#include "app/ScreenLoop.h"
+#include "app/services/CommandLine.h"
+#include "app/services/Launcher.h"
+#include "app/services/Startup.h"
+#include "zone/ZoneManager.h"
+
+#include <cstdint>
+#include <iostream>
+
+namespace app {
+
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr int kFailure = 1;
+
+int runScreens(app_state::ScreenState& state, app_state::SharedServices& services,
+               const GuiFactory& createGui) {
+    const std::unique_ptr<platform::Gui> gui = createGui();
+    if (!gui) {
+        std::cerr << "Quorvel: no display to show windows on.\n";
+        return kFailure;
+    }
+    EditorScreens screens({*gui, state, services});
+    const bool ended = ScreenLoop(state, gui->components(), screens).run();
+    return ended ? kSuccess : kFailure;
+}
+
+} // namespace
+
+int runProgram(const std::string& commandLine, const GuiFactory& createGui) {
+    const std::uint32_t flags = parseCommandLine(commandLine);
+    app_state::ScreenState state;
+    app_state::SharedServices services;
+    if (!createServices(services, state)) {
+        return kFailure;
+    }
+    const int exitCode = runScreens(state, services, createGui);
+    zone::setCurrentZoneManager(nullptr);
+    dropServices(services);
+    if ((flags & kLauncherFlag) != 0) {
+        handOffToLauncher();
+    }
+    return exitCode;
+}
+
+} // namespace app

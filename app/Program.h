@@ -1,0 +1,20 @@
+// The whole run of the program: start-up, screens, shutdown, hand-off to the launcher.
+#pragma once
+
+#include "platform/Gui.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace app {
+
+/// Makes the window system; empty when there is no display.
+using GuiFactory = std::function<std::unique_ptr<platform::Gui>()>;
+
+/// Runs the editor in the current directory with the blank-separated tokens of `commandLine`.
+/// Returns the process's exit code: 0 after a normal end, 1 when the start-up failed or the
+/// system's components could not be initialised. The log stays open: its owner ends it.
+[[nodiscard]] int runProgram(const std::string& commandLine, const GuiFactory& createGui);
+
+} // namespace app

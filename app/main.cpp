@@ -1,0 +1,12 @@
+// The program's entry point. Returns what app::runProgram returns.
+#include "app/Program.h"
+#include "app/services/CommandLine.h"
+#include "core/Log.h"
+
+int main(int argc, char** argv) {
+    // Made first thing, so that every run leaves its own log page.
+    core::Log::get();
+    const int exitCode = app::runProgram(app::joinArguments(argc, argv), platform::createGui);
+    core::Log::release();
+    return exitCode;
+}

@@ -1,0 +1,250 @@
+#include "ui/BranchList.h"
+
+#include "core/Services.h"
+#include "core/Text.h"
+#include "core/Translations.h"
+#include "scene/SceneManager.h"
+#include "toolkit/CComboUI.h"
+#include "toolkit/CEditUI.h"
+#include "toolkit/COptionUI.h"
+#include "ui/ActionRow.h"
+#include "ui/BranchListControls.h"
+#include "ui/Confirmation.h"
+#include "ui/SceneListing.h"
+#include "zone/ZoneManager.h"
+
+#include <cstddef>
+
+namespace ui {
+
+using namespace branch_list;
+
+namespace {
+
+std::vector<std::string> conditionNames(const app_state::SharedServices& services) {
+    std::vector<std::string> names;
+    for (const char* key : kConditionKeys) {
+        names.push_back(services.translations ? services.translations->translate(key) : key);
+    }
+    return names;
+}
+
+} // namespace
+
+std::shared_ptr<BranchList> BranchList::create(const WindowContext& context) {
+    auto window = std::make_shared<BranchList>(context);
+    return window->m_components.initialized() ? window : nullptr;
+}
+
+BranchList::BranchList(const WindowContext& context)
+    : EditorWindow(context), m_components(context.gui.components()),
+      m_conditions(conditionNames(context.services)), m_letters(keyLetters()),
+      m_import(context.gui.loop(), *core::services().fileSystem) {}
+
+BranchList::~BranchList() = default;
+
+scene::SceneManager* BranchList::scene() const {
+    return context().services.sceneManager.get();
+}
+
+int BranchList::selectedBranch() {
+    const auto* combo = find<toolkit::CComboUI>(kBranchCombo);
+    const scene::SceneManager* model = scene();
+    if (combo == nullptr || model == nullptr) {
+        return -1;
+    }
+    const int index = combo->GetCurSel();
+    return index < model->branchCount() ? index : -1;
+}
+
+void BranchList::InitWindow() {
+    if (scene() == nullptr) {
+        return;
+    }
+    m_folder = sceneFolderPath(scene()->Name());
+    setTextOf(kSceneLabel, core::displayText(scene()->Name()));
+    if (const Control* status = findControl(kStatus)) {
+        m_usualStatus = status->GetText();
+    }
+    if (!context().state.newSceneRequest) {
+        listSceneVideos();
+    }
+    fillBranchNames();
+    refreshTargets();
+    auto* combo = find<toolkit::CComboUI>(kBranchCombo);
+    if (combo != nullptr && combo->GetCount() > 0) {
+        combo->SelectItem(0);
+    }
+    updateState();
+}
+
+void BranchList::Notify(toolkit::TNotifyUI& message) {
+    EditorWindow::Notify(message);
+    if (!IsClosing()) {
+        updateState();
+    }
+}
+
+void BranchList::OnClick(toolkit::TNotifyUI& message) {
+    static constexpr ControlHandler<BranchList> kHandlers[] = {
+        {kExitButton, &BranchList::exitProgram},
+        {kSaveButton, &BranchList::saveScene},
+        {kAddBranchButton, &BranchList::addBranch},
+        {kAddVideoButton, &BranchList::addVideos},
+        {kEditZonesButton, &BranchList::editZones},
+        {kAddActionButton, &BranchList::addAction},
+        {kRemoveActionButton, &BranchList::removeAction},
+    };
+    dispatch(*this, kHandlers, message);
+}
+
+void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
+    static constexpr ControlHandler<BranchList> kHandlers[] = {
+        {kBranchCombo, &BranchList::selectBranch},       {kVideoCombo, &BranchList::chooseVideo},
+        {kConditionCombo, &BranchList::chooseCondition}, {kTargetCombo, &BranchList::chooseTarget},
+        {kParameterCombo, &BranchList::chooseParameter},
+    };
+    dispatch(*this, kHandlers, message);
+}
+
+void BranchList::OnSelectChanged(toolkit::TNotifyUI& message) {
+    static constexpr ControlHandler<BranchList> kHandlers[] = {
+        {kImmediateCheck, &BranchList::changeImmediate},
+        {kFirstCheck, &BranchList::chooseFirstBranch},
+    };
+    dispatch(*this, kHandlers, message);
+}
+
+void BranchList::OnKillFocus(toolkit::TNotifyUI& message) {
+    static constexpr ControlHandler<BranchList> kHandlers[] = {
+        {kNameEdit, &BranchList::renameBranch},
+    };
+    dispatch(*this, kHandlers, message);
+}
+
+bool BranchList::MessageHandler(const platform::Event& event) {
+    if (isImporting() && event.kind == platform::EventKind::keyDown &&
+        event.key == platform::Key::escape) {
+        cancelImport();
+        return true;
+    }
+    return EditorWindow::MessageHandler(event);
+}
+
+bool BranchList::HandleMessage(const platform::Event& event) {
+    // A question's loop runs inside this window's: the question has to end first.
+    if (event.kind == platform::EventKind::closeRequest && isAsking()) {
+        return true;
+    }
+    return EditorWindow::HandleMessage(event);
+}
+
+void BranchList::fillBranchNames() {
+    auto* combo = find<toolkit::CComboUI>(kBranchCombo);
+    if (combo == nullptr || scene() == nullptr) {
+        return;
+    }
+    std::vector<std::string> ids;
+    scene()->branchIDs(ids);
+    m_branches = NameList(std::move(ids));
+    combo->SetItemTexts(m_branches.shown);
+}
+
+void BranchList::selectBranch(Control& sender) {
+    if (Control* edit = findControl(kNameEdit)) {
+        edit->SetText(sender.GetText());
+        m_shownName = edit->GetText();
+    }
+    showFirstBranch();
+    showBranch(selectedBranch());
+}
+
+void BranchList::showBranch(int branch) {
+    auto* videos = find<toolkit::CComboUI>(kVideoCombo);
+    if (videos != nullptr && branch >= 0) {
+        const std::string name = scene()->branchFilename(branch);
+        if (!name.empty()) {
+            videos->SelectItem(indexOfText(m_videos, name));
+        }
+    }
+    rebuildActions();
+}
+
+void BranchList::showFirstBranch() {
+    auto* check = find<toolkit::COptionUI>(kFirstCheck);
+    if (check == nullptr) {
+        return;
+    }
+    const int branch = selectedBranch();
+    check->Selected(branch >= 0 && scene()->branchID(branch) == scene()->FirstBranch());
+    check->Invalidate();
+}
+
+void BranchList::renameBranch(Control& sender) {
+    auto* combo = find<toolkit::CComboUI>(kBranchCombo);
+    if (combo == nullptr || sender.GetText() == m_shownName) {
+        // An edit cannot hold every name that a file can: a text nobody touched is no new name.
+        return;
+    }
+    const int branch = selectedBranch();
+    const std::u16string name = sender.GetText();
+    if (combo->FindItemText(name) >= 0) {
+        sender.SetText(branch >= 0 ? core::displayText(scene()->branchID(branch))
+                                   : std::u16string());
+        return;
+    }
+    const int index = combo->GetCurSel();
+    if (branch >= 0) {
+        scene()->renameBranch(branch, core::storedText(name));
+    }
+    fillBranchNames();
+    refreshTargets();
+    combo->SelectItem(index);
+}
+
+void BranchList::chooseFirstBranch(Control& sender) {
+    auto* check = toolkit::controlCast<toolkit::COptionUI>(&sender);
+    if (check == nullptr) {
+        return;
+    }
+    const int branch = selectedBranch();
+    if (check->IsSelected() && branch >= 0) {
+        scene()->SetFirstBranch(scene()->branchID(branch));
+        return;
+    }
+    // Unchecking never clears the first branch: another one has to be checked instead. Intended.
+    check->Selected(false);
+    check->Invalidate();
+}
+
+void BranchList::addBranch(Control& /*sender*/) {
+    auto* combo = find<toolkit::CComboUI>(kBranchCombo);
+    if (combo == nullptr || scene() == nullptr) {
+        return;
+    }
+    scene()->AddBranch();
+    if (Control* videos = findControl(kVideoCombo)) {
+        videos->Invalidate();
+    }
+    fillBranchNames();
+    refreshTargets();
+    combo->SelectItem(combo->GetCount() - 1);
+}
+
+void BranchList::saveScene(Control& /*sender*/) {
+    if (scene() != nullptr && !m_folder.empty() && scene()->branchCount() > 0) {
+        scene()->Save(m_folder);
+    }
+}
+
+void BranchList::exitProgram(Control& /*sender*/) {
+    // A dismissed question counts as yes. Intended.
+    SetAnswer(kYes);
+    Confirmation::ask(context(), *this, "Exit?", "Are you sure you want to exit?");
+    if (answer() == kYes) {
+        context().state.quit = true;
+        Close(1);
+    }
+}
+
+} // namespace ui

@@ -1,0 +1,128 @@
+// The branch editor, the main screen: one scene with its branches, the chosen branch's name, video
+// and actions. Edits the scene model in place; Save writes it. UI thread only.
+//
+// Its code is split by subject: BranchList.cpp (window, branches), BranchListVideos.cpp (videos,
+// zones), BranchListActions.cpp (the action list), BranchListState.cpp (what is enabled, hints).
+#pragma once
+
+#include "ui/BackgroundImport.h"
+#include "ui/ComponentScope.h"
+#include "ui/ConfirmCallback.h"
+#include "ui/EditorWindow.h"
+#include "ui/NameList.h"
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace scene {
+class Action;
+class SceneManager;
+} // namespace scene
+namespace toolkit {
+class CComboUI;
+class CListUI;
+class COptionUI;
+} // namespace toolkit
+namespace zone {
+class ZoneManager;
+}
+
+namespace ui {
+
+class BranchList final : public ConfirmCallback, public EditorWindow {
+public:
+    /// Empty when the system's components cannot be initialised.
+    [[nodiscard]] static std::shared_ptr<BranchList> create(const WindowContext& context);
+    explicit BranchList(const WindowContext& context);
+    ~BranchList() override;
+
+    [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return GetNative(); }
+    [[nodiscard]] std::u16string GetWindowClassName() const override { return u"QuorvelWindow"; }
+    [[nodiscard]] std::string GetSkinFile() const override { return "BranchList.xml"; }
+    void InitWindow() override;
+    void Notify(toolkit::TNotifyUI& message) override;
+    void OnClick(toolkit::TNotifyUI& message) override;
+    void OnItemSelect(toolkit::TNotifyUI& message) override;
+    void OnSelectChanged(toolkit::TNotifyUI& message) override;
+    void OnKillFocus(toolkit::TNotifyUI& message) override;
+    bool MessageHandler(const platform::Event& event) override;
+    bool HandleMessage(const platform::Event& event) override;
+
+private:
+    using Control = toolkit::CControlUI;
+
+    // Branches.
+    [[nodiscard]] scene::SceneManager* scene() const;
+    /// The selected branch of the model, -1 when there is none.
+    [[nodiscard]] int selectedBranch();
+    void fillBranchNames();
+    void selectBranch(Control& sender);
+    void showBranch(int branch);
+    void showFirstBranch();
+    void renameBranch(Control& sender);
+    void chooseFirstBranch(Control& sender);
+    void addBranch(Control& sender);
+    void saveScene(Control& sender);
+    void exitProgram(Control& sender);
+
+    // Videos and zones.
+    void listSceneVideos();
+    void addVideoItem(const std::string& name);
+    void chooseVideo(Control& sender);
+    void addVideos(Control& sender);
+    void importNextVideo();
+    void videoImported(const std::string& name, ImportResult result);
+    void removeVideoItem(const std::string& name);
+    void cancelImport();
+    [[nodiscard]] bool isImporting() const;
+    void editZones(Control& sender);
+    void readShownZones();
+
+    // The action list.
+    void rebuildActions();
+    [[nodiscard]] std::unique_ptr<Control> makeRow(int number, const scene::Action& action);
+    [[nodiscard]] std::unique_ptr<Control> makeConditions(const scene::Action& action) const;
+    [[nodiscard]] std::unique_ptr<Control> makeParameters(const scene::Action& action);
+    [[nodiscard]] std::unique_ptr<Control> makeTargets(const scene::Action& action) const;
+    void fillParameters(toolkit::CComboUI& combo, int condition);
+    /// What a parameter combo lists for a condition.
+    [[nodiscard]] const NameList& parametersOf(int condition);
+    /// The action that the row of `control` shows; empty when there is none.
+    [[nodiscard]] std::shared_ptr<scene::Action> actionOf(const Control& control);
+    void refreshTargets();
+    void refreshZoneParameters();
+    void chooseCondition(Control& sender);
+    void chooseParameter(Control& sender);
+    void chooseTarget(Control& sender);
+    void changeImmediate(Control& sender);
+    void addAction(Control& sender);
+    void removeAction(Control& sender);
+
+    // State and hints.
+    void updateState();
+    void updateEnabled();
+    void updateEmptyText();
+    void updateStatus();
+
+    ComponentScope m_components;
+    /// Ends in "\"; empty when the working directory is unknown.
+    std::string m_folder;
+    std::map<std::string, std::shared_ptr<zone::ZoneManager>> m_zones; ///< by stored video name
+    std::vector<std::string> m_videos; ///< stored names, in the order of the video list
+    NameList m_branches;
+    NameList m_conditions;
+    NameList m_letters;
+    NameList m_shownZones;      ///< of the video on show; none when they were never loaded
+    std::u16string m_shownName; ///< what the program last put into the name edit
+    std::u16string m_usualStatus;
+
+    BackgroundImport m_import;
+    std::deque<std::string> m_importNames; ///< still to come, the one under way in front
+    std::string m_importFolder;
+    int m_importCount = 0;
+};
+
+} // namespace ui

@@ -1,0 +1,33 @@
+// The names of the branch editor's controls, as its layout gives them and its rows use them.
+#pragma once
+
+#include <string_view>
+
+namespace ui::branch_list {
+
+inline constexpr std::u16string_view kExitButton = u"ButtonExit";
+inline constexpr std::u16string_view kSaveButton = u"ButtonSave";
+inline constexpr std::u16string_view kAddBranchButton = u"ButtonAddBranch";
+inline constexpr std::u16string_view kAddVideoButton = u"ButtonAddVideo";
+inline constexpr std::u16string_view kEditZonesButton = u"ButtonEditZones";
+inline constexpr std::u16string_view kAddActionButton = u"ButtonAddAction";
+inline constexpr std::u16string_view kRemoveActionButton = u"ButtonRemoveAction";
+inline constexpr std::u16string_view kBranchCombo = u"ComboBranchName";
+inline constexpr std::u16string_view kVideoCombo = u"ComboVideoName";
+inline constexpr std::u16string_view kNameEdit = u"EditBranchName";
+inline constexpr std::u16string_view kFirstCheck = u"CheckFirst";
+inline constexpr std::u16string_view kActionList = u"BranchList";
+
+inline constexpr std::u16string_view kSceneLabel = u"LabelScene";
+inline constexpr std::u16string_view kStatus = u"LabelStatus";
+inline constexpr std::u16string_view kEmptyHeading = u"EmptyHeading";
+inline constexpr std::u16string_view kEmptyLine = u"EmptyLine";
+
+inline constexpr std::u16string_view kRow = u"ListContainer";
+inline constexpr std::u16string_view kRowItem = u"ListItem";
+inline constexpr std::u16string_view kConditionCombo = u"ComboConditions";
+inline constexpr std::u16string_view kParameterCombo = u"ComboParameter";
+inline constexpr std::u16string_view kTargetCombo = u"ComboBranches";
+inline constexpr std::u16string_view kImmediateCheck = u"CheckImmediate";
+
+} // namespace ui::branch_list

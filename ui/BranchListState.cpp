@@ -1,0 +1,83 @@
+#include "ui/BranchList.h"
+
+#include "scene/SceneManager.h"
+#include "toolkit/CComboUI.h"
+#include "toolkit/CListUI.h"
+#include "ui/BranchListControls.h"
+#include "ui/SceneHints.h"
+#include "zone/ZoneManager.h"
+
+namespace ui {
+
+using namespace branch_list;
+
+namespace {
+
+int selectionOf(const toolkit::CComboUI* combo) {
+    return combo != nullptr ? combo->GetCurSel() : -1;
+}
+
+} // namespace
+
+void BranchList::updateState() {
+    updateEnabled();
+    updateEmptyText();
+    updateStatus();
+}
+
+void BranchList::updateEnabled() {
+    // While a video is being copied nothing may change under the copy; Esc ends it.
+    const bool free = !isImporting();
+    for (const std::u16string_view name :
+         {kSaveButton, kExitButton, kAddBranchButton, kAddVideoButton, kActionList}) {
+        setEnabledOf(name, free);
+    }
+    const int branch = selectionOf(find<toolkit::CComboUI>(kBranchCombo));
+    const bool hasBranches = scene() != nullptr && scene()->branchCount() > 0;
+    for (const std::u16string_view name :
+         {kBranchCombo, kNameEdit, kFirstCheck, kVideoCombo, kAddActionButton}) {
+        setEnabledOf(name, free && hasBranches);
+    }
+    const int video = selectionOf(find<toolkit::CComboUI>(kVideoCombo));
+    setEnabledOf(kEditZonesButton, free && branch >= 0 && video >= 0);
+    const auto* list = find<toolkit::CListUI>(kActionList);
+    setEnabledOf(kRemoveActionButton, free && list != nullptr && list->GetCurSel() >= 0);
+}
+
+void BranchList::updateEmptyText() {
+    const auto* list = find<toolkit::CListUI>(kActionList);
+    const bool hasBranches = scene() != nullptr && scene()->branchCount() > 0;
+    const bool empty = list != nullptr && list->GetCount() == 0;
+    if (empty) {
+        setTextOf(kEmptyHeading, hasBranches ? u"No actions yet" : u"No branches yet");
+        setTextOf(kEmptyLine, hasBranches ? u"Press Add Action to say which branch plays next."
+                                          : u"Press Add Branch to start the scene.");
+    }
+    setVisibleOf(kEmptyHeading, empty);
+    setVisibleOf(kEmptyLine, empty);
+}
+
+void BranchList::updateStatus() {
+    if (scene() == nullptr) {
+        return;
+    }
+    std::u16string text;
+    if (isImporting()) {
+        CopyStatus status;
+        status.name = m_importNames.front();
+        status.count = m_importCount;
+        status.number = m_importCount - static_cast<int>(m_importNames.size()) + 1;
+        status.copiedBytes = m_import.copiedBytes();
+        status.totalBytes = m_import.totalBytes();
+        text = copyText(status);
+    }
+    if (text.empty()) {
+        text = notSavedText(scene()->saveFailure());
+    }
+    if (text.empty()) {
+        text = unreadableHint(unreadableName(*scene()));
+    }
+    setTextOf(kStatus, text.empty() ? m_usualStatus : text);
+}
+
+} // namespace ui

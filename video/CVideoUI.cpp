@@ -1,0 +1,189 @@
+#include "video/CVideoUI.h"
+
+#include "core/Log.h"
+#include "platform/Window.h"
+#include "toolkit/CPaintManagerUI.h"
+#include "zone/ZoneManager.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
+namespace video {
+
+namespace {
+
+constexpr unsigned kRepaintTimer = 1824;
+constexpr int kRepaintMs = 33;
+
+} // namespace
+
+CVideoUI::CVideoUI(platform::EventLoop& loop)
+    : m_loop(loop), m_news(std::make_shared<FrameNews>()) {
+    m_news->control = this;
+}
+
+CVideoUI::~CVideoUI() {
+    m_news->control = nullptr;
+    ReleaseBackBuffer();
+    if (m_video) {
+        m_video->setFrameReadyCallback({});
+    }
+}
+
+void* CVideoUI::GetInterface(std::u16string_view name) {
+    return name == u"Video" ? this : CContainerUI::GetInterface(name);
+}
+
+bool CVideoUI::LoadVideo(const std::string& path) {
+    if (m_video) {
+        m_video->setFrameReadyCallback({});
+    }
+    m_video = std::make_shared<Video>();
+    listenForFrames();
+    return m_video->Load(path);
+}
+
+void CVideoUI::listenForFrames() {
+    // One task at a time is under way, however many frames the decoder delivers meanwhile.
+    m_video->setFrameReadyCallback([news = m_news, &loop = m_loop] {
+        if (!news->posted.exchange(true)) {
+            loop.post([news] {
+                news->posted = false;
+                if (news->control != nullptr) {
+                    news->control->onFrameReady();
+                }
+            });
+        }
+    });
+}
+
+void CVideoUI::onFrameReady() {
+    if (m_video && GetManager() != nullptr && m_video->hasDueFrame()) {
+        Invalidate();
+        if (platform::NativeWindow* window = GetManager()->GetWindow()) {
+            window->repaintNow();
+        }
+    }
+}
+
+void CVideoUI::stepBack(int count) {
+    m_video->seekTo(std::max(m_video->currentFrame - count, 0));
+}
+
+void CVideoUI::PrevFrame() {
+    if (m_video) {
+        stepBack(1);
+        Invalidate();
+    }
+}
+
+void CVideoUI::PrevTenFrames() {
+    if (m_video) {
+        stepBack(10);
+        NeedUpdate();
+    }
+}
+
+void CVideoUI::stepForward(int count) {
+    if (!m_video) {
+        return;
+    }
+    const int target = std::min(m_video->currentFrame + count, m_video->frameCount - 1);
+    if (m_video->seekTo(target)) {
+        NeedUpdate();
+    } else {
+        Invalidate();
+    }
+}
+
+void CVideoUI::NextFrame() {
+    stepForward(1);
+}
+
+void CVideoUI::NextTenFrames() {
+    stepForward(10);
+}
+
+void CVideoUI::GoToFrame(int frame) {
+    if (m_video && m_video->frameCount > 0) {
+        m_video->seekTo(std::clamp(frame, 0, m_video->frameCount - 1));
+        NeedUpdate();
+    }
+}
+
+void CVideoUI::SetPos(const Rect& pos) {
+    CContainerUI::SetPos(pos);
+    if (m_ready) {
+        return;
+    }
+    m_ready = CreateBackBuffer();
+    if (const auto manager = zone::currentZoneManager()) {
+        manager->videoWidth = GetPos().width();
+        manager->videoHeight = GetPos().height();
+    }
+}
+
+bool CVideoUI::CreateBackBuffer() {
+    platform::NativeWindow* window = GetManager() != nullptr ? GetManager()->GetWindow() : nullptr;
+    if (!m_video || window == nullptr) {
+        return false;
+    }
+    platform::FrameBufferResult made = window->createFrameBuffer({m_video->width, m_video->height});
+    const auto log = core::Log::get();
+    if (made.windowContextFailed) {
+        log->Error("Unable to get window DC (%08X)", made.windowContextError);
+    }
+    if (made.memoryContextFailed) {
+        log->Error("Unable to create compatible DC (%08X)", made.memoryContextError);
+        return false;
+    }
+    if (made.bitmapFailed || !made.buffer) {
+        log->Error("Unable to create back buffer bitmap (%08X)", made.bitmapError);
+        return false;
+    }
+    m_backBuffer = std::move(made.buffer);
+    // Two thirds of the picture's bytes; the rest is as the system made it. Intended.
+    const std::size_t pixels =
+        static_cast<std::size_t>(m_video->width) * static_cast<std::size_t>(m_video->height);
+    std::memset(m_backBuffer->bits(), 0, std::min(pixels * 2, m_backBuffer->byteCount()));
+    GetManager()->SetTimer(*this, kRepaintTimer, kRepaintMs);
+    return true;
+}
+
+bool CVideoUI::ReleaseBackBuffer() {
+    m_backBuffer.reset();
+    return GetManager() != nullptr && GetManager()->KillTimer(*this, kRepaintTimer);
+}
+
+bool CVideoUI::DoEvent(const toolkit::TEventUI& event) {
+    if (event.Type == toolkit::UIEVENT_TIMER) {
+        NeedUpdate();
+    }
+    return true;
+}
+
+void CVideoUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
+    const Rect paint = dirty.intersected(GetPos());
+    if (paint.isEmpty()) {
+        return;
+    }
+    if (m_video) {
+        m_video->RenderFrame(m_backBuffer.get());
+        if (m_backBuffer) {
+            canvas.drawFrame(*m_backBuffer, paint);
+        }
+    }
+    drawCurrentZone(canvas, paint.topLeft());
+}
+
+void CVideoUI::drawCurrentZone(platform::Canvas& canvas, platform::Point origin) const {
+    const auto manager = zone::currentZoneManager();
+    if (!manager || manager->currentZone == -1) {
+        return;
+    }
+    const int frame = m_video ? m_video->currentFrame : 0;
+    manager->draw(manager->currentZone, frame, canvas, origin.x, origin.y);
+}
+
+} // namespace video

@@ -1,0 +1,76 @@
+// The control that shows one video frame by frame, with the zone that is being edited drawn over
+// it. The picture is stretched onto the control's rectangle. It repaints 30 times a second and
+// whenever a frame arrives from the decoder. UI thread only.
+#pragma once
+
+#include "platform/EventLoop.h"
+#include "platform/FrameBuffer.h"
+#include "toolkit/CContainerUI.h"
+#include "video/Video.h"
+
+#include <atomic>
+#include <memory>
+#include <string>
+
+namespace video {
+
+class CVideoUI final : public toolkit::CContainerUI {
+public:
+    /// `loop` brings the news of decoded frames to the UI thread; it outlives the control.
+    explicit CVideoUI(platform::EventLoop& loop);
+    ~CVideoUI() override;
+
+    /// Replaces the video. False when it cannot be loaded (the log says so): the control then holds
+    /// an empty one. The back buffer keeps the size of the first video. Intended.
+    [[nodiscard]] bool LoadVideo(const std::string& path);
+    /// Empty before LoadVideo.
+    [[nodiscard]] const std::shared_ptr<Video>& video() const { return m_video; }
+
+    /// Steps stop at the first and the last frame. Nothing happens without a video.
+    void PrevFrame();
+    void PrevTenFrames();
+    void NextFrame();
+    void NextTenFrames();
+    /// To frame `frame`, cut to the video.
+    void GoToFrame(int frame);
+
+    [[nodiscard]] std::u16string GetClass() const override { return u"Video"; }
+    [[nodiscard]] void* GetInterface(std::u16string_view name) override;
+    /// The first layout with a video makes the back buffer, starts the repaint timer and tells the
+    /// current zone manager the size of the picture; a failed one is tried again by the next.
+    void SetPos(const toolkit::CControlUI::Rect& pos) override;
+    /// Takes every event and acts on the repaint timer alone: the window handles the mouse.
+    bool DoEvent(const toolkit::TEventUI& event) override;
+    void DoPaint(platform::Canvas& canvas, const Rect& dirty) override;
+    /// A partial paint would squeeze the whole picture into the part.
+    [[nodiscard]] bool PaintsWhole() const override { return true; }
+    [[nodiscard]] platform::AccessibleRole accessibleRole() const override {
+        return platform::AccessibleRole::picture;
+    }
+
+    /// The size of the first loaded video; empty until the first layout.
+    [[nodiscard]] const platform::FrameBuffer* backBuffer() const { return m_backBuffer.get(); }
+
+private:
+    /// Shared with the decoder's thread, which may hold it longer than the control lives.
+    struct FrameNews {
+        std::atomic<bool> posted{false};
+        CVideoUI* control = nullptr; ///< UI thread only; null once the control is gone
+    };
+
+    bool CreateBackBuffer();
+    bool ReleaseBackBuffer();
+    void listenForFrames();
+    void onFrameReady();
+    void stepBack(int count);
+    void stepForward(int count);
+    void drawCurrentZone(platform::Canvas& canvas, platform::Point origin) const;
+
+    platform::EventLoop& m_loop;
+    std::shared_ptr<Video> m_video;
+    std::shared_ptr<FrameNews> m_news;
+    std::unique_ptr<platform::FrameBuffer> m_backBuffer;
+    bool m_ready = false;
+};
+
+} // namespace video

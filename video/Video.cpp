@@ -1,0 +1,109 @@
+#include "video/Video.h"
+
+#include "core/Log.h"
+#include "src/TheoraException.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace video {
+
+namespace {
+
+constexpr int kWorkers = 1;
+constexpr std::size_t kBytesPerPixel = 3;
+
+void copyPixels(const std::uint8_t* source, std::uint8_t* target, std::size_t pixels) {
+    for (std::size_t i = 0; i < pixels * kBytesPerPixel; i += kBytesPerPixel) {
+        target[i] = source[i + 2];
+        target[i + 1] = source[i + 1];
+        target[i + 2] = source[i];
+    }
+}
+
+} // namespace
+
+void copyBottomUp(const std::uint8_t* source, int width, int height, std::uint8_t* target,
+                  std::size_t targetBytes) {
+    if (width < 1 || height < 1) {
+        return;
+    }
+    const std::size_t rowPixels = static_cast<std::size_t>(width);
+    const std::size_t rowBytes = rowPixels * kBytesPerPixel;
+    for (std::size_t row = static_cast<std::size_t>(height); row-- > 0; source += rowBytes) {
+        const std::size_t offset = row * rowBytes;
+        if (offset < targetBytes) {
+            const std::size_t room = (targetBytes - offset) / kBytesPerPixel;
+            copyPixels(source, target + offset, std::min(rowPixels, room));
+        }
+    }
+}
+
+Video::Video() : m_manager(std::make_unique<theora::TheoraVideoManager>(kWorkers)) {}
+
+bool Video::Load(const std::string& path) {
+    try {
+        m_clip = m_manager->createClip(path, theora::TheoraOutputMode::TH_RGB);
+        if (m_clip != nullptr) {
+            m_clip->setOutputMode(theora::TheoraOutputMode::TH_RGB);
+        }
+    } catch (const theora::TheoraGenericException&) {
+        m_clip = nullptr;
+    }
+    if (m_clip == nullptr) {
+        core::Log::get()->Error("Unable to load Theora video");
+        return false;
+    }
+    m_clip->setRestartAtEnd(false);
+    m_clip->getTimer().pause();
+    frameCount = m_clip->getNumFrames();
+    width = m_clip->getWidth();
+    height = m_clip->getHeight();
+    if (frameCount > 0) {
+        seekTo(0);
+    }
+    return true;
+}
+
+bool Video::seekTo(int target) {
+    if (target < 0 || target >= frameCount) {
+        return false;
+    }
+    currentFrame = target;
+    if (m_clip != nullptr) {
+        m_clip->requestSeek(target);
+    }
+    return true;
+}
+
+theora::TheoraVideoFrame* Video::dueFrame() {
+    m_manager->updateClips(0.0F);
+    if (m_clip == nullptr) {
+        return nullptr;
+    }
+    m_clip->advanceToDueFrame();
+    return m_clip->peekReadyFrame();
+}
+
+bool Video::hasDueFrame() {
+    return dueFrame() != nullptr;
+}
+
+bool Video::RenderFrame(platform::FrameBuffer* target) {
+    const theora::TheoraVideoFrame* frame = dueFrame();
+    if (frame == nullptr) {
+        return false;
+    }
+    if (target != nullptr) {
+        copyBottomUp(frame->getBuffer(), width, height, target->bits(), target->byteCount());
+    }
+    m_clip->releaseShownFrame();
+    return true;
+}
+
+void Video::setFrameReadyCallback(std::function<void()> callback) {
+    m_manager->setFrameReadyCallback(std::move(callback));
+}
+
+} // namespace video
