@@ -1,0 +1,211 @@
+// Which frame is due, which is dropped, and what happens at the end: on a clip without a decoder.
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "src/TheoraException.h"
+#include "src/TheoraLog.h"
+#include "src/TheoraVideoClip.h"
+#include "tests/src/MemorySource.h"
+
+namespace {
+
+using theora::TheoraOutputMode;
+
+constexpr float kFps = 10.0F;
+
+/// 100 frames of 8 x 2 pixels at 10 a second; the test plays the worker.
+class StubClip : public theora::TheoraVideoClip {
+public:
+    explicit StubClip(theora::TheoraWorkSignal& signal, bool powerOfTwo = false)
+        : TheoraVideoClip(std::make_unique<MemorySource>(support::Bytes{}),
+                          TheoraOutputMode::TH_RGB, 4, powerOfTwo, signal) {
+        load();
+    }
+    void load() override {
+        setGeometry(24, 2, kFps);
+        setFrameCount(100);
+    }
+    void decodedAudioCheck() override {}
+    [[nodiscard]] bool hasAudio() const override { return false; }
+
+    void produce(int number) {
+        theora::TheoraVideoFrame* frame = m_frameQueue->requestEmptyFrame();
+        ASSERT_NE(frame, nullptr);
+        deliver(*frame, number);
+    }
+    void wrapRound() { m_restartPending.store(true); }
+    [[nodiscard]] bool restartPending() const { return m_restartPending.load(); }
+    int continuedFrom = -1;
+
+protected:
+    bool seekTo(int) override { return true; }
+    bool decodeNextFrame() override { return false; }
+    void continueFrom(int frame) override { continuedFrom = frame; }
+};
+
+class ClipRules : public testing::Test {
+protected:
+    int shown() {
+        const theora::TheoraVideoFrame* frame = clip.peekReadyFrame();
+        return frame == nullptr ? -1 : frame->getFrameNumber();
+    }
+
+    theora::TheoraWorkSignal signal;
+    StubClip clip{signal};
+};
+
+TEST_F(ClipRules, AFrameIsShownFromItsTimeOn) {
+    clip.produce(0);
+    clip.produce(1);
+    EXPECT_EQ(shown(), 0);
+    clip.releaseShownFrame();
+    EXPECT_EQ(shown(), -1);
+    clip.update(0.1F);
+    EXPECT_EQ(shown(), 1);
+    EXPECT_EQ(clip.getNumDisplayedFrames(), 1U);
+}
+
+TEST_F(ClipRules, LateFramesAreDroppedDownToTheLast) {
+    for (int i = 0; i < 4; ++i)
+        clip.produce(i);
+    clip.update(0.25F);
+    EXPECT_EQ(shown(), 2);
+    EXPECT_EQ(clip.getNumDroppedFrames(), 2U);
+    EXPECT_EQ(clip.getNumDisplayedFrames(), 2U);
+    clip.update(5.0F);
+    EXPECT_EQ(shown(), 3); // late as well, but better than nothing
+    EXPECT_EQ(clip.getNumReadyFrames(), 1);
+}
+
+TEST_F(ClipRules, APendingSeekHidesReadyFrames) {
+    clip.produce(0);
+    clip.requestSeek(5);
+    EXPECT_EQ(shown(), -1);
+    EXPECT_EQ(clip.getNumReadyFrames(), 0);
+    EXPECT_FALSE(clip.endOfFile.load());
+    ASSERT_TRUE(clip.decodeOnWorker()); // the seek itself: the stub accepts any
+    EXPECT_EQ(clip.pendingSeekFrame.load(), -1);
+    EXPECT_FLOAT_EQ(clip.getTimer().getTime(), 0.5F);
+}
+
+TEST_F(ClipRules, AdvancingJumpsToTheFrontFrameUnlessPaused) {
+    clip.produce(7);
+    clip.getTimer().pause();
+    clip.advanceToDueFrame();
+    EXPECT_EQ(shown(), -1);
+    EXPECT_EQ(clip.getTimer().getTime(), 0.0F);
+    clip.getTimer().play();
+    clip.advanceToDueFrame();
+    EXPECT_EQ(shown(), 7);
+}
+
+TEST_F(ClipRules, ARestartCarriesTheOvershootOverAndDropsOldFrames) {
+    std::vector<std::string> lines;
+    theora::setLogHook([&](const std::string& line) { lines.push_back(line); });
+    clip.setRestartAtEnd(true);
+    clip.produce(97);
+    clip.produce(98);
+    clip.produce(99);
+    clip.wrapRound();
+    clip.produce(0);
+    clip.getTimer().seek(9.9F);
+    clip.update(0.3F);
+    theora::setLogHook({});
+    EXPECT_FALSE(clip.restartPending());
+    EXPECT_NEAR(clip.getTimer().getTime(), 0.2F, 1e-5F);
+    EXPECT_EQ(lines, std::vector<std::string>{"dropped 1 end frames"});
+    const theora::TheoraVideoFrame* first = clip.peekReadyFrame();
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->getFrameNumber(), 97); // the first old frame bridges to the new pass
+    EXPECT_NEAR(first->getTimeToDisplay(), 0.2F, 1e-5F);
+    EXPECT_EQ(first->getIteration(), 1);
+}
+
+TEST_F(ClipRules, WithoutRestartTheTimeRunsOn) {
+    clip.wrapRound();
+    clip.getTimer().seek(9.9F);
+    clip.update(0.3F);
+    EXPECT_NEAR(clip.getTimer().getTime(), 10.2F, 1e-5F);
+    EXPECT_TRUE(clip.restartPending());
+}
+
+TEST_F(ClipRules, FramesOfTheNextPassWaitForTheTimer) {
+    clip.setRestartAtEnd(true);
+    clip.wrapRound();
+    clip.produce(0);
+    clip.produce(1);
+    clip.getTimer().seek(9.95F);
+    EXPECT_EQ(shown(), -1);
+    EXPECT_EQ(clip.getNumDroppedFrames(), 0U);
+}
+
+TEST_F(ClipRules, AModeChangeRebuildsTheQueueAndDecodesTheLostFramesAgain) {
+    clip.produce(4);
+    clip.produce(5);
+    clip.setOutputMode(TheoraOutputMode::TH_RGB); // the same: nothing happens
+    EXPECT_EQ(clip.getNumReadyFrames(), 2);
+    clip.setOutputMode(TheoraOutputMode::TH_RGBA);
+    EXPECT_EQ(clip.getNumReadyFrames(), 0);
+    EXPECT_EQ(clip.getNumPrecachedFrames(), 4);
+    EXPECT_EQ(clip.continuedFrom, 4);
+    EXPECT_TRUE(clip.usesAlpha());
+    EXPECT_EQ(clip.getWidth(), 12);
+    clip.produce(0);
+    EXPECT_EQ(clip.peekReadyFrame()->getBufferSize(), 24U * 2 * 4);
+    EXPECT_EQ(clip.peekReadyFrame()->getRowBytes(), 12 * 4);
+}
+
+TEST_F(ClipRules, AnInvalidModeIsRefusedAndChangesNothing) {
+    try {
+        clip.setOutputMode(TheoraOutputMode::TH_UNDEFINED);
+        FAIL();
+    } catch (const theora::TheoraGenericException& error) {
+        EXPECT_EQ(error.getMessage(), "Invalid output mode: TH_UNDEFINED for video: memory clip");
+        EXPECT_EQ(error.getErrorText(), "[TheoraGenericException: src\\TheoraVideoClip.cpp:241] - "
+                                        "Invalid output mode: TH_UNDEFINED for video: memory clip");
+    }
+    EXPECT_EQ(clip.getOutputMode(), TheoraOutputMode::TH_RGB);
+}
+
+TEST_F(ClipRules, APowerOfTwoStrideIsTheNextPower) {
+    StubClip wide(signal, true);
+    EXPECT_EQ(wide.getStride(), 32);
+    EXPECT_EQ(clip.getStride(), 24);
+}
+
+TEST_F(ClipRules, WorkIsWantedOnlyWhereAWorkerCanDoSomething) {
+    EXPECT_TRUE(clip.wantsWork());
+    clip.endOfFile.store(true);
+    EXPECT_FALSE(clip.wantsWork());
+    clip.requestSeek(3);
+    EXPECT_TRUE(clip.wantsWork());
+    ASSERT_TRUE(clip.decodeOnWorker());
+    for (int i = 0; i < 4; ++i)
+        clip.produce(i);
+    EXPECT_FALSE(clip.wantsWork());
+    clip.requestSeek(3); // a full queue does not hold up a seek
+    EXPECT_TRUE(clip.wantsWork());
+}
+
+TEST(Timer, SpeedAndPauseDecideHowTimePasses) {
+    theora::TheoraTimer timer;
+    timer.update(1.5F);
+    EXPECT_FLOAT_EQ(timer.getTime(), 1.5F);
+    timer.setSpeed(2.0F);
+    timer.update(1.0F);
+    EXPECT_FLOAT_EQ(timer.getTime(), 3.5F);
+    timer.pause();
+    timer.update(1.0F);
+    EXPECT_FLOAT_EQ(timer.getTime(), 3.5F);
+    timer.seek(9.0F);
+    EXPECT_FLOAT_EQ(timer.getTime(), 9.0F);
+    timer.stop();
+    timer.play();
+    timer.update(-1.0F);
+    EXPECT_FLOAT_EQ(timer.getTime(), 7.0F);
+}
+
+} // namespace
