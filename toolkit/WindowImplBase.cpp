@@ -4,7 +4,21 @@
 #include "toolkit/CDialogBuilder.h"
 #include "toolkit/Skin.h"
 
+#include <vector>
+
 namespace toolkit {
+namespace {
+
+std::vector<WindowImplBase*>& openWindows() {
+    static std::vector<WindowImplBase*> windows;
+    return windows;
+}
+
+} // namespace
+
+const std::vector<WindowImplBase*>& WindowImplBase::OpenWindows() {
+    return openWindows();
+}
 
 WindowImplBase::WindowImplBase(platform::Gui& gui) : CWindowWnd(gui), m_manager(gui) {
     m_manager.AddNotifier(this);
@@ -12,6 +26,7 @@ WindowImplBase::WindowImplBase(platform::Gui& gui) : CWindowWnd(gui), m_manager(
 }
 
 WindowImplBase::~WindowImplBase() {
+    std::erase(openWindows(), this);
     m_manager.windowDestroyed();
     destroyNative();
 }
@@ -57,6 +72,7 @@ bool WindowImplBase::Create(platform::NativeWindow* owner, const std::u16string&
                                 remark.c_str());
     }
     m_manager.UpdateLayout();
+    openWindows().push_back(this);
     InitWindow();
     return true;
 }
@@ -69,6 +85,7 @@ void WindowImplBase::Close(int code) {
 bool WindowImplBase::HandleMessage(const platform::Event& event) {
     switch (event.kind) {
     case platform::EventKind::destroyed:
+        std::erase(openWindows(), this);
         m_manager.windowDestroyed();
         Gui().loop().postQuit(0);
         return true;

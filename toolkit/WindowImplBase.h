@@ -18,6 +18,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace toolkit {
 
@@ -47,6 +48,10 @@ public:
     bool Create(platform::NativeWindow* owner, const std::u16string& title, std::uint32_t style,
                 std::uint32_t exStyle);
     void Close(int code = 0) override;
+
+    /// The windows of this program that are open, in the order they were created: the dialog
+    /// that waits for an answer is the last.
+    [[nodiscard]] static const std::vector<WindowImplBase*>& OpenWindows();
 
     [[nodiscard]] CPaintManagerUI& GetPaintManager() { return m_manager; }
     [[nodiscard]] const CPaintManagerUI& GetPaintManager() const { return m_manager; }

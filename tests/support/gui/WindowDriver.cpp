@@ -1,0 +1,182 @@
+#include "tests/support/gui/WindowDriver.h"
+
+#include "core/Text.h"
+#include "toolkit/DropListWindow.h"
+
+#include <string>
+
+namespace test {
+
+using platform::EventKind;
+using platform::Key;
+using platform::MouseButton;
+using platform::Point;
+using toolkit::CControlUI;
+
+namespace {
+
+[[noreturn]] void fail(const std::string& what) {
+    throw std::runtime_error(what);
+}
+
+constexpr int kNotch = 120;
+
+} // namespace
+
+toolkit::WindowImplBase& topWindow() {
+    const auto& windows = toolkit::WindowImplBase::OpenWindows();
+    if (windows.empty()) {
+        fail("no window is open");
+    }
+    return *windows.back();
+}
+
+platform::NativeWindow& WindowDriver::native() const {
+    if (m_window.GetNative() == nullptr) {
+        fail("the window is gone");
+    }
+    return *m_window.GetNative();
+}
+
+void WindowDriver::show() {
+    m_window.CenterWindow();
+    m_window.ShowWindow();
+    native().activate();
+    pump();
+}
+
+CControlUI& WindowDriver::control(std::u16string_view name) const {
+    manager().UpdateLayout();
+    CControlUI* found = manager().FindControl(name);
+    if (found == nullptr) {
+        fail("no control " + core::storedText(name));
+    }
+    return *found;
+}
+
+CControlUI& WindowDriver::controlIn(CControlUI& parent, std::u16string_view name) {
+    const auto* container = toolkit::controlCast<toolkit::CContainerUI>(&parent);
+    CControlUI* found = container != nullptr ? container->FindSubControl(name) : nullptr;
+    if (found == nullptr) {
+        fail("no control " + core::storedText(name) + " inside another");
+    }
+    return *found;
+}
+
+Point WindowDriver::middleOf(const CControlUI& control) {
+    const platform::Rect& pos = control.GetPos();
+    return {(pos.left + pos.right) / 2, (pos.top + pos.bottom) / 2};
+}
+
+void WindowDriver::click(std::u16string_view name, platform::Modifiers modifiers) {
+    click(control(name), modifiers);
+}
+
+void WindowDriver::click(CControlUI& control, platform::Modifiers modifiers) {
+    manager().UpdateLayout();
+    click(middleOf(control), modifiers);
+}
+
+void WindowDriver::click(Point at, platform::Modifiers modifiers) {
+    test::click(native(), at, modifiers);
+}
+
+void WindowDriver::doubleClick(Point at) {
+    test::doubleClick(native(), at);
+}
+
+void WindowDriver::clickThen(std::u16string_view name, std::function<void()> then) {
+    const Point at = middleOf(control(name));
+    input().mouse(native(), EventKind::mouseMove, at, MouseButton::none);
+    input().mouse(native(), EventKind::mouseDown, at);
+    input().mouse(native(), EventKind::mouseUp, at);
+    gui().loop().post(std::move(then));
+    pump();
+}
+
+void WindowDriver::hover(std::u16string_view name) {
+    hover(middleOf(control(name)));
+}
+
+void WindowDriver::hover(Point at) {
+    input().mouse(native(), EventKind::mouseMove, at, MouseButton::none);
+    pump();
+}
+
+void WindowDriver::drag(const std::vector<Point>& points) {
+    test::drag(native(), points);
+}
+
+void WindowDriver::wheel(Point at, int notches) {
+    input().wheel(native(), at, notches * kNotch);
+    pump();
+}
+
+void WindowDriver::press(Key key, platform::Modifiers modifiers) {
+    // A person's key types its blank as well.
+    const bool types = key == Key::space && modifiers == platform::Modifiers{};
+    input().key(native(), EventKind::keyDown, key, types ? u" " : u"", modifiers);
+    input().key(native(), EventKind::keyUp, key, {}, modifiers);
+    pump();
+}
+
+void WindowDriver::type(const std::u16string& text) {
+    test::type(native(), text);
+}
+
+void WindowDriver::enter(std::u16string_view edit, const std::u16string& text) {
+    platform::Modifiers control;
+    control.control = true;
+    click(edit);
+    press(Key::a, control);
+    press(Key::del);
+    type(text);
+    press(Key::enter);
+}
+
+void WindowDriver::openDropList(toolkit::CComboUI& combo) {
+    click(combo);
+    if (!combo.IsDropped()) {
+        fail("a drop list does not open");
+    }
+}
+
+void WindowDriver::clickDropList(Point at) {
+    platform::NativeWindow* popup = manager().dropList().native();
+    if (popup == nullptr) {
+        fail("no drop list is open");
+    }
+    test::click(*popup, at);
+}
+
+void WindowDriver::pick(std::u16string_view combo, int index) {
+    pick(get<toolkit::CComboUI>(combo), index);
+}
+
+void WindowDriver::pick(toolkit::CComboUI& combo, int index) {
+    openDropList(combo);
+    toolkit::DropListWindow& list = manager().dropList();
+    const int height = list.geometry().height();
+    // The wheel scrolls until the item is inside; each notch moves, or the item is in reach.
+    for (int left = combo.GetCount(); left > 0; --left) {
+        const platform::Rect item = list.itemRect(index);
+        if (item.top >= 0 && item.bottom <= height) {
+            break;
+        }
+        input().wheel(*list.native(), {5, 5}, item.top < 0 ? kNotch : -kNotch);
+        pump();
+    }
+    const platform::Rect item = list.itemRect(index);
+    clickDropList({item.left + 5, (item.top + item.bottom) / 2});
+}
+
+platform::Bitmap WindowDriver::picture() const {
+    return native().snapshot();
+}
+
+std::u16string WindowDriver::focusName() const {
+    const CControlUI* focused = manager().GetFocus();
+    return focused != nullptr ? focused->GetName() : std::u16string();
+}
+
+} // namespace test

@@ -1,0 +1,98 @@
+// Works a real window as a person would: finds its controls by name, sends mouse and key events to
+// the place where they stand, and reads pixels back. Everything goes through the window system.
+//
+//   WindowDriver driver(window);                 // the window was created
+//   driver.show();
+//   driver.click(u"ButtonAddBranch");
+//   driver.pick(u"ComboVideoName", 1);
+//   driver.clickThen(u"ButtonExit", [] { WindowDriver(topWindow()).click(u"ButtonNo"); });
+#pragma once
+
+#include "tests/support/gui/TestGui.h"
+#include "toolkit/CComboUI.h"
+#include "toolkit/WindowImplBase.h"
+
+#include <cstdint>
+#include <functional>
+#include <stdexcept>
+#include <string_view>
+
+namespace test {
+
+/// The window that opened last and is still open. Throws std::runtime_error when there is none.
+[[nodiscard]] toolkit::WindowImplBase& topWindow();
+
+class WindowDriver {
+public:
+    /// `window` has been created and outlives the driver. Every function that needs the native
+    /// window throws std::runtime_error once it is gone.
+    explicit WindowDriver(toolkit::WindowImplBase& window) : m_window(window) {}
+
+    /// Centres, shows and activates the window and waits until the system has done so.
+    void show();
+    [[nodiscard]] platform::NativeWindow& native() const;
+    [[nodiscard]] toolkit::CPaintManagerUI& manager() const { return m_window.GetPaintManager(); }
+
+    /// Throws std::runtime_error, with the name, when there is no such control of that kind.
+    template <class T = toolkit::CControlUI>
+    [[nodiscard]] T& get(std::u16string_view name) const {
+        return as<T>(control(name));
+    }
+    /// The control `name` inside the container `parent` (a row, for one).
+    template <class T = toolkit::CControlUI>
+    [[nodiscard]] T& getIn(toolkit::CControlUI& parent, std::u16string_view name) const {
+        return as<T>(controlIn(parent, name));
+    }
+
+    void click(std::u16string_view name, platform::Modifiers modifiers = {});
+    /// In the control's middle.
+    void click(toolkit::CControlUI& control, platform::Modifiers modifiers = {});
+    void click(platform::Point at, platform::Modifiers modifiers = {});
+    void doubleClick(platform::Point at);
+    /// Clicks, and runs `then` in whatever loop the click starts (a dialog's), or after it.
+    void clickThen(std::u16string_view name, std::function<void()> then);
+    /// Moves the pointer without a button.
+    void hover(std::u16string_view name);
+    void hover(platform::Point at);
+    /// Presses at the first point, moves over the others, releases at the last.
+    void drag(const std::vector<platform::Point>& points);
+    /// Positive: away from the user.
+    void wheel(platform::Point at, int notches);
+
+    void press(platform::Key key, platform::Modifiers modifiers = {});
+    /// Each character as a key.
+    void type(const std::u16string& text);
+    /// Clicks the edit, replaces its text by typing, and leaves it by Enter.
+    void enter(std::u16string_view edit, const std::u16string& text);
+
+    /// Opens the list by a click, scrolls to item `index` and clicks it.
+    void pick(std::u16string_view combo, int index);
+    void pick(toolkit::CComboUI& combo, int index);
+    void openDropList(toolkit::CComboUI& combo);
+    /// A click into the open drop list, in its own pixels.
+    void clickDropList(platform::Point at);
+
+    /// The middle of a control, in window pixels.
+    [[nodiscard]] static platform::Point middleOf(const toolkit::CControlUI& control);
+    /// What the window shows, painted anew; 0xAARRGGBB.
+    [[nodiscard]] platform::Bitmap picture() const;
+    [[nodiscard]] std::uint32_t pixel(platform::Point at) const { return picture().at(at.x, at.y); }
+    [[nodiscard]] std::u16string focusName() const;
+
+private:
+    template <class T>
+    static T& as(toolkit::CControlUI& found) {
+        auto* control = toolkit::controlCast<T>(&found);
+        if (control == nullptr) {
+            throw std::runtime_error("a control is of another kind");
+        }
+        return *control;
+    }
+    [[nodiscard]] toolkit::CControlUI& control(std::u16string_view name) const;
+    [[nodiscard]] static toolkit::CControlUI& controlIn(toolkit::CControlUI& parent,
+                                                        std::u16string_view name);
+
+    toolkit::WindowImplBase& m_window;
+};
+
+} // namespace test
