@@ -1,0 +1,58 @@
+// Any bytes as the command line, as arguments, and as the launcher's settings file.
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "app/services/CommandLine.h"
+#include "app/services/Launcher.h"
+#include "core/Log.h"
+#include "core/Services.h"
+#include "tests/support/FixedClock.h"
+#include "tests/support/MemoryFileSystem.h"
+#include "tests/support/RecordingProcess.h"
+
+namespace {
+
+void require(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+/// The flags by a search of its own: a token stands between blanks or the ends.
+std::uint32_t searchedFlags(const std::string& line) {
+    const std::string padded = " " + line + " ";
+    std::uint32_t flags = 0;
+    flags |= padded.find(" TestMode ") != std::string::npos ? app::kTestModeFlag : 0;
+    flags |= padded.find(" Launcher ") != std::string::npos ? app::kLauncherFlag : 0;
+    flags |=
+        padded.find(" SecondaryMonitor ") != std::string::npos ? app::kSecondaryMonitorFlag : 0;
+    return flags;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(data, data + size);
+    require(app::parseCommandLine(text) == searchedFlags(text));
+    std::vector<const char*> arguments;
+    for (std::size_t at = 0; at < text.size(); at = text.find('\0', at) + 1) {
+        arguments.push_back(text.c_str() + at);
+        if (text.find('\0', at) == std::string::npos)
+            break;
+    }
+    (void)app::joinArguments(static_cast<int>(arguments.size()), arguments.data());
+
+    support::MemoryFileSystem files;
+    support::FixedClock clock;
+    support::RecordingProcess process;
+    const core::ServicesOverride services({&files, &clock, &process});
+    files.folders.insert("/Settings");
+    files.files["/Settings/Launcher.ini"] = text;
+    app::handOffToLauncher();
+    for (const platform::LaunchRequest& request : process.requests) {
+        require(request.program.rfind(request.workingFolder, 0) == 0);
+        require(request.program.find('\0') == std::string::npos);
+    }
+    return 0;
+}

@@ -1,0 +1,56 @@
+// Any bytes as a translation file, as a folder of two, and as a settings file. A text comes from
+// one line of the file, whatever the others hold.
+#include <cstdint>
+#include <cstdlib>
+
+#include "core/IniLines.h"
+#include "core/Log.h"
+#include "core/Services.h"
+#include "core/Settings.h"
+#include "core/Translations.h"
+#include "tests/support/FixedClock.h"
+#include "tests/support/MemoryFileSystem.h"
+
+namespace {
+
+void require(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+void readEveryWay(support::MemoryFileSystem& files, const std::string& text) {
+    files.files["/work/T.ini"] = text;
+    files.folders.insert("/work/many");
+    files.files["/work/many/a.ini"] = text.substr(0, text.size() / 2);
+    files.files["/work/many/b.INI"] = text.substr(text.size() / 2);
+    for (const char* path : {"T.ini", "many"}) {
+        const auto translations = core::Translations::create(path, "French");
+        require(translations != nullptr);
+        require(translations->translate("7 up") == "7 up");
+        require(translations->translate("").empty());
+        const std::string found = translations->translate("Zone");
+        require(found == "Zone" || found == translations->translate("zONE"));
+    }
+    const auto settings = core::Settings::create("T.ini");
+    if (settings)
+        (void)settings->getString("", "language", "English");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    support::MemoryFileSystem files;
+    support::FixedClock clock;
+    const core::ServicesOverride services({&files, &clock, &platform::nativeProcess()});
+    core::Log::exchange(std::make_shared<core::Log>(""));
+    const std::string text(data, data + size);
+    readEveryWay(files, text);
+    core::readIniText(text, "T.ini",
+                      [&](std::string_view section, std::string_view key, std::string_view value) {
+                          for (const std::string_view piece : {section, key, value}) {
+                              require(piece.find('\n') == std::string_view::npos);
+                              require(text.find(piece) != std::string::npos);
+                          }
+                      });
+    return 0;
+}

@@ -1,0 +1,167 @@
+#include "tests/support/MemoryFileSystem.h"
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <utility>
+
+namespace support {
+namespace {
+
+class MemoryStream final : public platform::FileStream {
+public:
+    explicit MemoryStream(std::string& bytes) : m_bytes(bytes) {}
+
+    std::size_t read(void* buffer, std::size_t count) override {
+        const std::size_t held =
+            m_open && m_position < m_bytes.size() ? m_bytes.size() - m_position : 0;
+        const std::size_t done = std::min(count, held);
+        if (done > 0)
+            std::memcpy(buffer, m_bytes.data() + m_position, done);
+        m_position += done;
+        return done;
+    }
+    std::size_t write(const void* buffer, std::size_t count) override {
+        if (!m_open || count == 0)
+            return 0;
+        m_bytes.resize(std::max(m_bytes.size(), m_position + count));
+        std::memcpy(m_bytes.data() + m_position, buffer, count);
+        m_position += count;
+        return count;
+    }
+    bool seek(std::int64_t position) override {
+        if (m_open && position >= 0)
+            m_position = static_cast<std::size_t>(position);
+        return m_open && position >= 0;
+    }
+    std::int64_t tell() const override {
+        return m_open ? static_cast<std::int64_t>(m_position) : -1;
+    }
+    std::int64_t size() const override {
+        return m_open ? static_cast<std::int64_t>(m_bytes.size()) : -1;
+    }
+    bool sync() override { return m_open; }
+    bool close() override { return std::exchange(m_open, false); }
+    int lastError() const override { return 0; }
+
+private:
+    std::string& m_bytes;
+    std::size_t m_position = 0;
+    bool m_open = true;
+};
+
+std::string parentOf(const std::string& path) {
+    return path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
+}
+
+} // namespace
+
+std::string MemoryFileSystem::fullPath(const std::string& path) {
+    std::string text = path;
+    std::replace(text.begin(), text.end(), '\\', '/');
+    if (text.empty() || text.front() != '/')
+        text = m_current + "/" + text;
+    std::string result;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('/', start), text.size());
+        const std::string piece = text.substr(start, end - start);
+        if (piece == "..")
+            result.resize(result.empty() ? 0 : result.rfind('/'));
+        else if (!piece.empty() && piece != ".")
+            result += "/" + piece;
+        start = end + 1;
+    }
+    return result.empty() ? "/" : result;
+}
+
+std::unique_ptr<platform::FileStream> MemoryFileSystem::open(const std::string& path,
+                                                             platform::OpenMode mode, int& error) {
+    const std::string full = fullPath(path);
+    const bool creates = mode == platform::OpenMode::write;
+    error = 0;
+    if (folders.count(full) != 0)
+        error = kIsFolder;
+    else if (folders.count(parentOf(full)) == 0 || (!creates && files.count(full) == 0))
+        error = kNotFound;
+    if (error != 0)
+        return nullptr;
+    std::string& bytes = files[full];
+    if (creates)
+        bytes.clear();
+    return std::make_unique<MemoryStream>(bytes);
+}
+
+std::optional<platform::FileInfo> MemoryFileSystem::info(const std::string& path) {
+    const std::string full = fullPath(path);
+    platform::FileInfo result;
+    result.file = std::hash<std::string>{}(full);
+    result.isFolder = folders.count(full) != 0;
+    const auto file = files.find(full);
+    if (!result.isFolder && file == files.end())
+        return std::nullopt;
+    result.size = result.isFolder ? 0 : file->second.size();
+    return result;
+}
+
+bool MemoryFileSystem::createFolder(const std::string& path, int& error) {
+    const std::string full = fullPath(path);
+    const bool taken = folders.count(full) != 0 || files.count(full) != 0;
+    error = taken ? kExists : folders.count(parentOf(full)) == 0 ? kNotFound : 0;
+    if (error == 0)
+        folders.insert(full);
+    return error == 0;
+}
+
+bool MemoryFileSystem::removeFile(const std::string& path, int& error) {
+    const bool removed = files.erase(fullPath(path)) == 1;
+    error = removed ? 0 : kNotFound;
+    return removed;
+}
+
+bool MemoryFileSystem::replaceFile(const std::string& from, const std::string& to, int& error) {
+    const auto source = files.find(fullPath(from));
+    const std::string target = fullPath(to);
+    error = source == files.end() ? kNotFound : folders.count(target) != 0 ? kIsFolder : 0;
+    if (error != 0)
+        return false;
+    std::string bytes = std::move(source->second);
+    files.erase(source);
+    files[target] = std::move(bytes);
+    return true;
+}
+
+bool MemoryFileSystem::list(const std::string& folder,
+                            std::vector<platform::FolderEntry>& entries) {
+    entries.clear();
+    const std::string full = fullPath(folder);
+    if (folders.count(full) == 0)
+        return false;
+    const auto inside = [&](const std::string& path) {
+        return path != "/" && parentOf(path) == full;
+    };
+    for (const std::string& path : folders) {
+        if (inside(path))
+            entries.push_back({path.substr(path.rfind('/') + 1), true});
+    }
+    for (const auto& [path, bytes] : files) {
+        if (inside(path))
+            entries.push_back({path.substr(path.rfind('/') + 1), false});
+    }
+    std::sort(entries.begin(), entries.end(),
+              [](const auto& a, const auto& b) { return a.name < b.name; });
+    return true;
+}
+
+bool MemoryFileSystem::setCurrentFolder(const std::string& folder) {
+    const std::string full = fullPath(folder);
+    if (folders.count(full) == 0)
+        return false;
+    m_current = full;
+    return true;
+}
+
+std::string MemoryFileSystem::errorText(int error) {
+    return "error " + std::to_string(error);
+}
+
+} // namespace support

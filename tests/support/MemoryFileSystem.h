@@ -1,0 +1,44 @@
+// Files that live in memory: fast, the same on every system, gone afterwards. For fuzz targets and
+// for tests that want no disk.
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <map>
+#include <set>
+#include <string>
+
+namespace support {
+
+/// Streams may not outlive it. One thread at a time. There are no links, rights or disk to sync.
+class MemoryFileSystem final : public platform::FileSystem {
+public:
+    static constexpr int kNotFound = 2;
+    static constexpr int kExists = 17;
+    static constexpr int kIsFolder = 21;
+
+    /// The bytes under their absolute path with "/"; "/work" is the current folder at first.
+    std::map<std::string, std::string> files;
+    std::set<std::string> folders{"/", "/work"};
+
+    [[nodiscard]] std::unique_ptr<platform::FileStream>
+    open(const std::string& path, platform::OpenMode mode, int& error) override;
+    [[nodiscard]] std::optional<platform::FileInfo> info(const std::string& path) override;
+    bool createFolder(const std::string& path, int& error) override;
+    bool removeFile(const std::string& path, int& error) override;
+    bool replaceFile(const std::string& from, const std::string& to, int& error) override;
+    void copyAccess(const std::string&, const std::string&) override {}
+    bool syncFolder(const std::string&) override { return true; }
+    [[nodiscard]] bool list(const std::string& folder,
+                            std::vector<platform::FolderEntry>& entries) override;
+    [[nodiscard]] std::string currentFolder() override { return m_current; }
+    bool setCurrentFolder(const std::string& folder) override;
+    [[nodiscard]] std::string fullPath(const std::string& path) override;
+    [[nodiscard]] std::string resolveLink(const std::string& path) override { return path; }
+    [[nodiscard]] std::string errorText(int error) override;
+
+private:
+    std::string m_current = "/work";
+};
+
+} // namespace support
