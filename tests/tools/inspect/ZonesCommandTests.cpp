@@ -1,0 +1,83 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "core/Log.h"
+#include "tests/support/TempFolder.h"
+#include "tests/zone/ZoneFixture.h"
+#include "tools/inspect/Command.h"
+
+namespace {
+
+using zone_tests::shapeBytes;
+
+class ZonesCommandTest : public support::TempFolderTest {
+protected:
+    ZonesCommandTest() : m_previous(core::Log::exchange(nullptr)) {
+        core::Log::useStandardErrorOnly();
+        support::writeBytes("A/clip-ZoneInfo.xml", kInfo);
+        support::writeBytes("A/clip-ZoneInfo.bin", m_binary);
+    }
+    ~ZonesCommandTest() override { core::Log::exchange(m_previous); }
+
+    int run(const inspect::Arguments& arguments) {
+        std::ostringstream out;
+        testing::internal::CaptureStderr();
+        const int code = inspect::runCommand(arguments, out);
+        m_errors = testing::internal::GetCapturedStderr();
+        m_output = out.str();
+        return code;
+    }
+
+    const std::string kInfo = "<ZoneInfo>\r\n\t<VideoWidth>1280</VideoWidth>\r\n"
+                              "\t<VideoHeight>720</VideoHeight>\r\n\t<Zone>\r\n"
+                              "\t\t<Name>Door</Name>\r\n\t</Zone>\r\n</ZoneInfo>\r\n";
+    const std::string m_binary =
+        zone_tests::zoneBytes("Door", {shapeBytes({{150, 300}, {30, 60}}), shapeBytes({}, 0)});
+    std::shared_ptr<core::Log> m_previous;
+    std::string m_output;
+    std::string m_errors;
+};
+
+TEST_F(ZonesCommandTest, PrintsThePairAndRewritesTheSameBytes) {
+    const std::string start = R"({"videoWidth":1280,"videoHeight":720,"zones":[{"name":"Door",)";
+    EXPECT_EQ(run({"zones", "A/clip", "--rewrite", "A/copy"}), inspect::kGood);
+    EXPECT_EQ(m_output, start + R"("frames":[{"active":true,"points":[[150,300],[30,60]]},)"
+                                R"({"active":false,"points":[]}]}]})"
+                                "\n");
+    EXPECT_EQ(m_errors, "");
+    EXPECT_EQ(support::readBytes("A/copy-ZoneInfo.xml"), kInfo);
+    EXPECT_EQ(support::readBytes("A/copy-ZoneInfo.bin"), m_binary);
+    EXPECT_EQ(run({"zones", "A/clip", "--frames", "1", "--display", "1280x720", "--video",
+                   "1920x1080", "--rewrite", "A/clip"}),
+              inspect::kGood);
+    EXPECT_EQ(m_output, start + R"("frames":[{"active":true,"points":[[100,200],[20,40]]}]}]})"
+                                "\n");
+    EXPECT_EQ(support::readBytes("A/clip-ZoneInfo.bin"),
+              zone_tests::zoneBytes("Door", {shapeBytes({{150, 300}, {30, 60}})}));
+}
+
+TEST_F(ZonesCommandTest, WhatCannotBeReadOrWrittenIsToldOnStderr) {
+    struct Case {
+        inspect::Arguments arguments;
+        const char* error;
+    };
+    const Case cases[]{
+        {{"zones"}, "one base path is needed"},
+        {{"zones", "A/clip", "B"}, "one base path is needed"},
+        {{"zones", "A/clip", "--frames"}, "one base path is needed"},
+        {{"zones", "A/clip", "--frames", "-1"}, "0 or more"},
+        {{"zones", "A/clip", "--frames", "2x"}, "0 or more"},
+        {{"zones", "A/clip", "--video", "1x1"}, "go together"},
+        {{"zones", "A/clip", "--video", "0x1", "--display", "1x1"}, "WIDTHxHEIGHT"},
+        {{"zones", "A/clip", "--video", "12", "--display", "1x1"}, "WIDTHxHEIGHT"},
+        {{"zones", "A/none"}, "Unable to load zone binary"},
+        {{"zones", "A/clip", "--rewrite", "missing/clip"}, "Unable to save zone info file"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(run(c.arguments), inspect::kUnreadable) << c.error;
+        EXPECT_NE(m_errors.find(c.error), std::string::npos) << m_errors;
+    }
+}
+
+} // namespace

@@ -1,0 +1,110 @@
+#include <charconv>
+#include <optional>
+
+#include "core/StandardError.h"
+#include "tools/inspect/Command.h"
+#include "tools/inspect/Json.h"
+#include "zone/ZoneManager.h"
+#include "zone/ZoneView.h"
+
+namespace inspect {
+namespace {
+
+/// The command's own scale between files and display; none stays behind.
+class ViewScope {
+public:
+    explicit ViewScope(const zone::ZoneView& view) { zone::setZoneView(view); }
+    ~ViewScope() { zone::clearZoneView(); }
+    ViewScope(const ViewScope&) = delete;
+    ViewScope& operator=(const ViewScope&) = delete;
+};
+
+std::optional<int> wholeNumber(const std::string& text) {
+    int number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [parsed, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && parsed == end && number >= 0 ? std::optional(number)
+                                                                : std::nullopt;
+}
+
+/// "WxH", both above 0.
+std::optional<platform::Size> sizeFrom(const std::string& text) {
+    const std::size_t cross = text.find('x');
+    if (cross == std::string::npos)
+        return std::nullopt;
+    const std::optional<int> width = wholeNumber(text.substr(0, cross));
+    const std::optional<int> height = wholeNumber(text.substr(cross + 1));
+    return width.value_or(0) > 0 && height.value_or(0) > 0
+               ? std::optional(platform::Size{*width, *height})
+               : std::nullopt;
+}
+
+void printFrame(Json& json, const zone::Zone& zone, int frame) {
+    const std::shared_ptr<zone::ZoneShape> shape = zone.shape(frame);
+    json.beginObject();
+    json.key("active").value(!shape || shape->active);
+    json.key("points").beginArray();
+    if (shape)
+        for (const platform::Point& point : shape->points)
+            json.beginArray().value(point.x).value(point.y).endArray();
+    json.endArray();
+    json.endObject();
+}
+
+void printZones(Json& json, const zone::ZoneManager& manager) {
+    json.beginObject();
+    json.key("videoWidth").value(manager.videoWidth);
+    json.key("videoHeight").value(manager.videoHeight);
+    json.key("zones").beginArray();
+    for (int index = 0; index < manager.zoneCount(); ++index) {
+        const zone::Zone& zone = *manager.zone(index);
+        json.beginObject();
+        json.key("name").value(zone.name());
+        json.key("frames").beginArray();
+        for (int frame = 0; frame < zone.frameCount(); ++frame)
+            printFrame(json, zone, frame);
+        json.endArray();
+        json.endObject();
+    }
+    json.endArray();
+    json.endObject();
+}
+
+} // namespace
+
+int runZones(const Arguments& given, std::ostream& out) {
+    Arguments arguments = given;
+    std::string display;
+    std::string video;
+    std::string frames;
+    std::string rewriteBase;
+    if (!takeOption(arguments, "--display", display) || !takeOption(arguments, "--video", video) ||
+        !takeOption(arguments, "--frames", frames) ||
+        !takeOption(arguments, "--rewrite", rewriteBase) || arguments.size() != 1 ||
+        arguments.front().empty())
+        return badUsage("zones", "one base path is needed");
+    if (display.empty() != video.empty())
+        return badUsage("zones", "--display and --video go together");
+    // Without sizes any two equal ones will do.
+    const std::optional<platform::Size> displaySize = sizeFrom(display.empty() ? "1x1" : display);
+    const std::optional<platform::Size> videoSize = sizeFrom(video.empty() ? "1x1" : video);
+    if (!displaySize || !videoSize)
+        return badUsage("zones", "a size is written as WIDTHxHEIGHT");
+    const std::optional<int> frameCount =
+        frames.empty() ? zone::kStoredFrameCount : wholeNumber(frames);
+    if (!frameCount)
+        return badUsage("zones", "the number of frames is 0 or more");
+
+    const ViewScope view({*displaySize, *videoSize});
+    const auto manager = zone::ZoneManager::create(arguments.front(), *frameCount, true);
+    if (!manager)
+        return kUnreadable;
+    Json json(out);
+    printZones(json, *manager);
+    out << '\n';
+    const bool good =
+        rewriteBase.empty() || (manager->saveAs(rewriteBase) && manager->lastSaveFailure().empty());
+    return good ? kGood : kUnreadable;
+}
+
+} // namespace inspect
