@@ -1,6 +1,7 @@
 #include "platform/qt/QtGui.h"
 
 #include "platform/qt/Guard.h"
+#include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtDisplay.h"
 
 #include <QSessionManager>
@@ -35,6 +36,7 @@ QtGui::QtGui()
     : m_application(argumentCount, arguments), m_windows(m_fonts), m_signals([this] { end(); }) {
     // The application took the user's number format; our files have points in their numbers.
     std::setlocale(LC_NUMERIC, "C");
+    QtAccessibleNodes::install();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setDesktopFileName(QStringLiteral("quorvel"));
     QObject::connect(&m_application, &QGuiApplication::commitDataRequest, &m_application,
@@ -45,6 +47,7 @@ QtGui::QtGui()
 }
 
 QtGui::~QtGui() {
+    QtAccessibleNodes::forgetAll();
     // Surfaces whose windows are gone must not outlive the application.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }

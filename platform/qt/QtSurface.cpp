@@ -1,6 +1,7 @@
 #include "platform/qt/QtSurface.h"
 
 #include "platform/qt/Guard.h"
+#include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtWindow.h"
 
 #include <QEvent>
@@ -10,7 +11,7 @@
 namespace platform::qt {
 
 QAccessibleInterface* QtSurface::accessibleRoot() const {
-    return QWindow::accessibleRoot();
+    return QtAccessibleNodes::root(*this);
 }
 
 bool QtSurface::event(QEvent* event) {

@@ -1,6 +1,7 @@
 #include "platform/qt/QtWindow.h"
 
 #include "platform/qt/Guard.h"
+#include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtFrameBuffer.h"
 #include "platform/qt/QtText.h"
@@ -266,6 +267,8 @@ FrameBufferResult QtWindow::createFrameBuffer(Size size) {
     return makeFrameBuffer(size);
 }
 
-void QtWindow::accessibleChanged(Accessible& /*node*/, AccessibleChange /*change*/) {}
+void QtWindow::accessibleChanged(Accessible& node, AccessibleChange change) {
+    guardedRun("accessible change", [&] { QtAccessibleNodes::changed(*m_surface, node, change); });
+}
 
 } // namespace platform::qt

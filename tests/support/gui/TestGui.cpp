@@ -24,10 +24,7 @@ std::unique_ptr<platform::TestInput> theInput;
 /// Ends the window system while the program still stands: not among the static destructors.
 class GuiEnd final : public testing::Environment {
 public:
-    void TearDown() override {
-        theInput.reset();
-        theGui.reset();
-    }
+    void TearDown() override { endGui(); }
 };
 [[maybe_unused]] const testing::Environment* const kGuiEnd =
     testing::AddGlobalTestEnvironment(std::make_unique<GuiEnd>().release());
@@ -70,6 +67,11 @@ platform::Gui& gui() {
 platform::TestInput& input() {
     static_cast<void>(gui());
     return *theInput;
+}
+
+void endGui() {
+    theInput.reset();
+    theGui.reset();
 }
 
 void pump() {

@@ -14,6 +14,8 @@ namespace test {
 /// Ends the test program with a message when there is no display at all.
 [[nodiscard]] platform::Gui& gui();
 [[nodiscard]] platform::TestInput& input();
+/// Ends the window system; done by itself after the last test.
+void endGui();
 
 /// Handles everything that is waiting, and what that causes.
 void pump();
