@@ -35,8 +35,7 @@ void Confirmation::run() {
     }
     m_asker.setAsking(true);
     enableOwner(false);
-    CenterWindow();
-    ShowModal();
+    runLoop();
     enableOwner(true);
     m_asker.setAsking(false);
 }

@@ -9,9 +9,16 @@ bool EditorWindow::runScreen(std::u16string_view title) {
     if (!Create(nullptr, std::u16string(title), kScreenStyle, kScreenExtendedStyle)) {
         return false;
     }
+    runLoop();
+    return true;
+}
+
+void EditorWindow::runLoop() {
     CenterWindow();
     ShowModal();
-    return true;
+    if (m_context.gui.isEnding()) {
+        m_context.state.quit = true;
+    }
 }
 
 toolkit::CControlUI* EditorWindow::findControl(std::u16string_view name) {

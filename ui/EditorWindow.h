@@ -33,6 +33,9 @@ public:
     void OnFinalMessage() override {}
 
 protected:
+    /// Centres and shows the created window and runs its message loop. When the system ends the
+    /// program meanwhile, the quit flag is set: every screen is left as by Exit then.
+    void runLoop();
     [[nodiscard]] const WindowContext& context() const { return m_context; }
 
     /// The control `name` as a T; null when it is missing or of another kind. Not owned.

@@ -1,0 +1,46 @@
+#include "tests/support/windows/EditorTest.h"
+
+#include "zone/ZoneManager.h"
+
+#include <filesystem>
+
+namespace test {
+
+std::vector<std::u16string> itemsOf(const toolkit::CComboUI& combo) {
+    std::vector<std::u16string> texts;
+    for (int index = 0; index < combo.GetCount(); ++index) {
+        texts.push_back(combo.GetItemText(index));
+    }
+    return texts;
+}
+
+bool isChecked(const WindowDriver& driver, std::u16string_view name) {
+    return driver.get<toolkit::COptionUI>(name).IsSelected();
+}
+
+void typeInto(WindowDriver& driver, std::u16string_view edit, const std::u16string& text) {
+    platform::Modifiers control;
+    control.control = true;
+    driver.click(edit);
+    driver.press(platform::Key::a, control);
+    driver.press(platform::Key::del);
+    driver.type(text);
+}
+
+EditorTest::EditorTest() {
+    const std::filesystem::path data(QUORVEL_DATA_FOLDER);
+    std::filesystem::copy(data / "UI", "UI", std::filesystem::copy_options::recursive);
+    std::filesystem::copy(data / "Translations.ini", "Translations.ini");
+    m_services.translations = core::Translations::create("Translations.ini", "English");
+    m_services.sceneManager = scene::SceneManager::create();
+}
+
+EditorTest::~EditorTest() {
+    zone::setCurrentZoneManager(nullptr);
+    // A window that closed outside of any loop has asked the next one to end: this one.
+    test::pump();
+    test::gui().loop().postQuit(0);
+    test::gui().loop().run();
+}
+
+} // namespace test

@@ -1,0 +1,73 @@
+// The base of window tests: a folder of its own with skin and texts as the program's working
+// directory, the shared services, and the editor's windows on a headless screen.
+#pragma once
+
+#include "app/state/ScreenState.h"
+#include "app/state/SharedServices.h"
+#include "core/Translations.h"
+#include "scene/SceneManager.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/gui/WindowDriver.h"
+#include "tests/support/windows/Answering.h"
+#include "tests/support/windows/ScriptedGui.h"
+#include "toolkit/CListUI.h"
+#include "toolkit/COptionUI.h"
+#include "ui/EditorWindow.h"
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace test {
+
+/// What a combo lists.
+[[nodiscard]] std::vector<std::u16string> itemsOf(const toolkit::CComboUI& combo);
+/// Whether the option `name` is checked.
+[[nodiscard]] bool isChecked(const WindowDriver& driver, std::u16string_view name);
+/// The control `name` in row `row` of the list `list`.
+template <class T = toolkit::CControlUI>
+[[nodiscard]] T& inRow(const WindowDriver& driver, std::u16string_view list, int row,
+                       std::u16string_view name) {
+    return driver.getIn<T>(*driver.get<toolkit::CListUI>(list).GetItemAt(row), name);
+}
+/// Replaces an edit's text by typing and leaves the keyboard in the edit.
+void typeInto(WindowDriver& driver, std::u16string_view edit, const std::u16string& text);
+
+class EditorTest : public support::TempFolderTest {
+protected:
+    EditorTest();
+    ~EditorTest() override;
+
+    [[nodiscard]] ui::WindowContext context() { return {m_gui, m_state, m_services}; }
+    [[nodiscard]] scene::SceneManager& scene() { return *m_services.sceneManager; }
+    /// Makes and shows a window; its loop is the test's own pumping.
+    template <class Window>
+    std::shared_ptr<Window> open(std::u16string_view title = u"Test") {
+        auto window = Window::create(context());
+        if (!window || !window->Create(nullptr, std::u16string(title), ui::kScreenStyle,
+                                       ui::kScreenExtendedStyle)) {
+            throw std::runtime_error("no window");
+        }
+        window->ShowWindow(true);
+        test::pump();
+        return window;
+    }
+    /// Whether the window has closed itself.
+    [[nodiscard]] static bool isClosed(const ui::EditorWindow& window) {
+        return window.GetNative() == nullptr || window.IsClosing();
+    }
+    /// The folder of a scene below the test's folder, as the editor spells it.
+    [[nodiscard]] std::string sceneFolder(const std::string& name) {
+        return m_folder.path() + "Scenes/" + name + "\\";
+    }
+
+    support::LogCapture m_log;
+    ScriptedGui m_gui{test::gui()};
+    app_state::ScreenState m_state;
+    app_state::SharedServices m_services;
+};
+
+} // namespace test

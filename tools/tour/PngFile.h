@@ -1,0 +1,15 @@
+// Writes a picture of a window as a PNG file, for people to look at.
+// Format: https://www.w3.org/TR/png/
+#pragma once
+
+#include "platform/Bitmap.h"
+
+#include <string>
+
+namespace tour {
+
+/// 8 bits red, green and blue; alpha is dropped. Throws std::runtime_error when the file cannot be
+/// written.
+void writePng(const platform::Bitmap& picture, const std::string& path);
+
+} // namespace tour

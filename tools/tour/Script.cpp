@@ -1,0 +1,192 @@
+#include "tools/tour/Script.h"
+
+#include "core/Text.h"
+#include "toolkit/CListUI.h"
+#include "toolkit/DropListWindow.h"
+#include "tools/tour/PngFile.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace tour {
+
+namespace {
+
+using platform::EventKind;
+using platform::MouseButton;
+using platform::Point;
+
+constexpr auto kTick = std::chrono::milliseconds(20);
+constexpr auto kLongestStep = std::chrono::seconds(20);
+
+Point middleOf(const platform::Rect& rect) {
+    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+}
+
+/// Copies `top` onto `ground` at `at`, cut to it.
+void lay(const platform::Bitmap& top, Point at, platform::Bitmap& ground) {
+    const platform::Rect all{0, 0, ground.size().width, ground.size().height};
+    for (int y = 0; y < top.size().height; ++y) {
+        for (int x = 0; x < top.size().width; ++x) {
+            if (all.contains({at.x + x, at.y + y})) {
+                ground.row(at.y + y)[at.x + x] = top.at(x, y);
+            }
+        }
+    }
+}
+
+} // namespace
+
+Script::Script(std::string folder) : m_folder(std::move(folder)) {}
+
+Script::~Script() {
+    stop();
+}
+
+void Script::stop() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_stopped = true;
+    }
+    m_stop.notify_all();
+    if (m_ticker.joinable()) {
+        m_ticker.join();
+    }
+    m_input.reset();
+}
+
+void Script::on(std::u16string window, std::function<void()> action) {
+    m_steps.push_back({std::move(window), [] { return true; }, std::move(action)});
+}
+
+void Script::waitUntil(std::u16string window, std::function<bool()> condition) {
+    m_steps.push_back({std::move(window), std::move(condition), [] {}});
+}
+
+void Script::wait(std::chrono::milliseconds time) {
+    const auto ready = [this, time] {
+        return std::chrono::steady_clock::now() - m_stepBegan >= time;
+    };
+    m_steps.push_back({{}, ready, [] {}});
+}
+
+void Script::play(platform::Gui& gui) {
+    m_gui = &gui;
+    m_input = platform::createTestInput(gui);
+    m_stepBegan = std::chrono::steady_clock::now();
+    m_ticker = std::thread([this] {
+        std::unique_lock lock(m_mutex);
+        while (!m_stop.wait_for(lock, kTick, [this] { return m_stopped; })) {
+            m_gui->loop().post([this] { tick(); });
+        }
+    });
+}
+
+void Script::tick() {
+    if (isFinished()) {
+        return;
+    }
+    try {
+        const Step& step = m_steps[m_next];
+        const auto& windows = toolkit::WindowImplBase::OpenWindows();
+        const bool here =
+            step.window.empty() || (!windows.empty() && top().GetNative() != nullptr &&
+                                    top().GetWindowClassName() == step.window);
+        if (here && step.ready()) {
+            ++m_next;
+            m_stepBegan = std::chrono::steady_clock::now();
+            step.action();
+        } else if (std::chrono::steady_clock::now() - m_stepBegan > kLongestStep) {
+            fail("step " + std::to_string(m_next) + " waits in vain for " +
+                 core::storedText(step.window));
+        }
+    } catch (const std::exception& exception) {
+        fail(exception.what());
+    }
+}
+
+void Script::fail(const std::string& problem) {
+    m_problem = problem;
+    m_next = m_steps.size();
+    m_gui->loop().postQuit(1);
+}
+
+toolkit::WindowImplBase& Script::top() const {
+    const auto& windows = toolkit::WindowImplBase::OpenWindows();
+    if (windows.empty()) {
+        throw std::runtime_error("no window is open");
+    }
+    return *windows.back();
+}
+
+platform::NativeWindow& Script::native() const {
+    if (top().GetNative() == nullptr) {
+        throw std::runtime_error("the window is gone");
+    }
+    return *top().GetNative();
+}
+
+void Script::click(std::u16string_view name) {
+    clickAt(middleOf(get<toolkit::CControlUI>(name).GetPos()));
+}
+
+void Script::clickAt(Point at) {
+    drag({at});
+}
+
+void Script::drag(const std::vector<Point>& points) {
+    m_input->mouse(native(), EventKind::mouseMove, points.front(), MouseButton::none);
+    m_input->mouse(native(), EventKind::mouseDown, points.front());
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        m_input->mouse(native(), EventKind::mouseMove, points[i]);
+    }
+    m_input->mouse(native(), EventKind::mouseUp, points.back());
+}
+
+void Script::type(const std::u16string& text) {
+    for (const char16_t c : text) {
+        const std::u16string one(1, c);
+        m_input->key(native(), EventKind::keyDown, platform::Key::other, one);
+        m_input->key(native(), EventKind::keyUp, platform::Key::other);
+    }
+}
+
+void Script::press(platform::Key key, platform::Modifiers modifiers) {
+    m_input->key(native(), EventKind::keyDown, key, {}, modifiers);
+    m_input->key(native(), EventKind::keyUp, key, {}, modifiers);
+}
+
+void Script::pickItem(int index) {
+    toolkit::DropListWindow& list = top().GetPaintManager().dropList();
+    if (list.native() == nullptr || list.combo() == nullptr) {
+        throw std::runtime_error("no list is open");
+    }
+    const Point at = middleOf(list.itemRect(index));
+    m_input->mouse(*list.native(), EventKind::mouseMove, at, MouseButton::none);
+    m_input->mouse(*list.native(), EventKind::mouseDown, at);
+    m_input->mouse(*list.native(), EventKind::mouseUp, at);
+}
+
+void Script::clickInRow(int row, std::u16string_view name) {
+    const auto* item = toolkit::controlCast<toolkit::CContainerUI>(
+        get<toolkit::CListUI>(u"BranchList").GetItemAt(row));
+    const toolkit::CControlUI* control = item != nullptr ? item->FindSubControl(name) : nullptr;
+    if (control == nullptr) {
+        throw std::runtime_error("no such row");
+    }
+    clickAt(middleOf(control->GetPos()));
+}
+
+void Script::picture(const std::string& name) {
+    native().repaintNow();
+    platform::Bitmap picture = native().snapshot();
+    toolkit::DropListWindow& list = top().GetPaintManager().dropList();
+    if (list.combo() != nullptr && list.native() != nullptr) {
+        const Point window = native().geometry().topLeft();
+        const Point popup = list.geometry().topLeft();
+        lay(list.native()->snapshot(), {popup.x - window.x, popup.y - window.y}, picture);
+    }
+    writePng(picture, m_folder + name + ".png");
+}
+
+} // namespace tour

@@ -1,0 +1,89 @@
+// Plays a list of steps while the program runs its own message loops: each step waits until the
+// window it names is on top, then acts on it with real input events. UI thread only.
+#pragma once
+
+#include "platform/Gui.h"
+#include "platform/TestInput.h"
+#include "toolkit/CComboUI.h"
+#include "toolkit/WindowImplBase.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+namespace tour {
+
+class Script {
+public:
+    /// Pictures go into `folder`, which exists.
+    explicit Script(std::string folder);
+    ~Script();
+    Script(const Script&) = delete;
+    Script& operator=(const Script&) = delete;
+
+    // Building. Steps stay in the order of the calls; `window` is a window class name.
+    void on(std::u16string window, std::function<void()> action);
+    void waitUntil(std::u16string window, std::function<bool()> condition);
+    void wait(std::chrono::milliseconds time);
+
+    // Acting, inside a step.
+    void click(std::u16string_view name);
+    void clickAt(platform::Point at);
+    void drag(const std::vector<platform::Point>& points);
+    void type(const std::u16string& text);
+    void press(platform::Key key, platform::Modifiers modifiers = {});
+    void openCombo(std::u16string_view name) { click(name); }
+    /// In the open list of the combo that was clicked last.
+    void pickItem(int index);
+    /// The combo or check box `name` in row `row` of the action list.
+    void clickInRow(int row, std::u16string_view name);
+    void picture(const std::string& name);
+    template <class T>
+    [[nodiscard]] T& get(std::u16string_view name) {
+        auto* control = top().FindControl<T>(name);
+        if (control == nullptr) {
+            throw std::runtime_error("no control " + std::string(name.begin(), name.end()));
+        }
+        return *control;
+    }
+
+    /// Starts playing in the loops of `gui`.
+    void play(platform::Gui& gui);
+    /// Ends playing, before the gui goes.
+    void stop();
+    [[nodiscard]] bool isFinished() const { return m_next == m_steps.size(); }
+    /// What went wrong; empty when nothing did.
+    [[nodiscard]] const std::string& problem() const { return m_problem; }
+
+private:
+    struct Step {
+        std::u16string window;
+        std::function<bool()> ready;
+        std::function<void()> action;
+    };
+
+    void tick();
+    void fail(const std::string& problem);
+    [[nodiscard]] toolkit::WindowImplBase& top() const;
+    [[nodiscard]] platform::NativeWindow& native() const;
+
+    std::string m_folder;
+    std::vector<Step> m_steps;
+    std::size_t m_next = 0;
+    std::string m_problem;
+    std::chrono::steady_clock::time_point m_stepBegan;
+    platform::Gui* m_gui = nullptr;
+    std::unique_ptr<platform::TestInput> m_input;
+    std::mutex m_mutex;
+    std::condition_variable m_stop;
+    bool m_stopped = false;
+    std::thread m_ticker;
+};
+
+} // namespace tour
