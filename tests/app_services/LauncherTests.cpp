@@ -60,6 +60,12 @@ TEST_F(LauncherTest, TheFirstExistingSettingsFileIsTheOnlyOneRead) {
     m_files.failOn("open", EACCES);
     support::writeBytes("../../Settings/Launcher.ini", "../../middle.exe");
     EXPECT_EQ(handOff(), Programs{}) << "nor does one that cannot be opened";
+    m_files.setRule(
+        [](const support::Call& call) {
+            return call.operation == "read" ? support::Fault::shorten : support::Fault::none;
+        },
+        EIO);
+    EXPECT_EQ(handOff(), Programs{}) << "or not be read whole";
 }
 
 TEST_F(LauncherTest, TheTextIsThePathUpToAZeroByteAndWithoutBlanksAtItsEnd) {

@@ -3,13 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <filesystem>
 
 #include "tests/support/TempFolder.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using platform::OpenMode;
 using Names = std::vector<std::string>;
 

@@ -33,7 +33,7 @@ protected:
     /// The error lines since the last call.
     Lines newErrors() {
         const Lines all = m_log.errors();
-        const Lines fresh(all.begin() + static_cast<std::ptrdiff_t>(m_seen), all.end());
+        Lines fresh(all.begin() + static_cast<std::ptrdiff_t>(m_seen), all.end());
         m_seen = all.size();
         return fresh;
     }

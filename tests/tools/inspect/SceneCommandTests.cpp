@@ -96,6 +96,16 @@ TEST_F(SceneCommandTest, WhatCannotBeReadOrWrittenGivesTwo) {
     EXPECT_EQ(support::filesBelow("."), std::vector<std::string>{"in/Scene.xml"});
 }
 
+TEST_F(SceneCommandTest, AnOutputThatCannotBeWrittenGivesTwo) {
+    support::writeBytes("in/Scene.xml", kScene);
+    std::ostringstream full;
+    full.setstate(std::ios::badbit);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(inspect::runCommand({"scene", "in"}, full), inspect::kUnreadable);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "quorvel-inspect: the output cannot be written\n");
+}
+
 TEST_F(SceneCommandTest, BadUsageIsToldWithTheRightOne) {
     const std::vector<inspect::Arguments> cases = {{},
                                                    {"unknown"},
