@@ -19,6 +19,8 @@ namespace {
 
 constexpr const char* kPageName = "Log.html";
 constexpr std::size_t kMaxMessageBytes = 8191;
+/// A hostile file can bring a message for every few of its bytes.
+constexpr std::size_t kMaxPageBytes = std::size_t{64} * 1024 * 1024;
 
 std::string formatMessage(const char* format, std::va_list arguments) {
     // One byte more than a message may have: it tells whether the cut would split a sequence.
@@ -139,12 +141,11 @@ void Log::Write(Level level, const char* format, ...) {
 void Log::append(Level level, const std::string& message) {
     if (level == Level::error)
         tellStandardError("Error: " + message);
-    if (!m_keepsPage)
+    if (!m_keepsPage || (m_pageBytes > kMaxPageBytes && level != Level::information))
         return;
-    m_pieces.push_back("<FONT COLOR=#FFFFFF>[" + services().clock->localTimeText() + "]</FONT> ");
-    m_pieces.emplace_back(opening(level));
-    m_pieces.push_back(message);
-    m_pieces.emplace_back("</FONT><BR>");
+    m_pieces.push_back("<FONT COLOR=#FFFFFF>[" + services().clock->localTimeText() + "]</FONT> " +
+                       opening(level) + message + "</FONT><BR>");
+    m_pageBytes += m_pieces.back().size();
 }
 
 std::string Log::page() const {

@@ -3,13 +3,14 @@
 // happen. Main thread only.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace core {
 
-/// Pieces of the page are kept for the whole run; see page().
+/// The page is kept for the whole run. Past 64 MB only information entries are added to it.
 class Log {
 public:
     enum class Level { information = 0, warning = 1, error = 2 };
@@ -55,6 +56,7 @@ private:
     bool m_keepsPage = true;
     std::string m_pagePath;
     std::vector<std::string> m_pieces;
+    std::size_t m_pageBytes = 0;
 };
 
 } // namespace core

@@ -17,7 +17,7 @@ namespace {
 
 constexpr const char* kFallbackLanguage = "English";
 constexpr std::string_view kSectionPrefix = "language:"; // in lower case
-constexpr std::size_t kMaxFileBytes = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t kMaxFileBytes = std::size_t{4} * 1024 * 1024;
 
 std::string lookupKey(std::string_view language, std::string_view key) {
     return lowerCase(language) + "." + lowerCase(key);

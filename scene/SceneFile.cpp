@@ -17,8 +17,8 @@ constexpr const char* kSource = "..\\SceneManager.cpp"; // as in SceneManager.cp
 constexpr int kSaveLine = 305;
 constexpr const char* kScenesFolder = "Scenes";
 constexpr const char* kFileName = "Scene.xml";
-/// A thousand times a large scene; the parser needs several times the file's size.
-constexpr std::size_t kMaxFileBytes = std::size_t{64} * 1024 * 1024;
+/// Some 25,000 actions; the parser needs many times the file's size.
+constexpr std::size_t kMaxFileBytes = std::size_t{8} * 1024 * 1024;
 
 bool failLoad(const char* reason) {
     core::Log::get()->Error("%s", reason);

@@ -114,6 +114,18 @@ TEST_F(LogTest, ReportingFromInsideTheLastMomentsDoesNotRecurse) {
     EXPECT_EQ(support::readBytes("Log.html"), kHeader + kFooter);
 }
 
+TEST(LogMessages, APageThatGrowsWithoutEndStopsAtItsLimitAndIsStillClosed) {
+    const support::LogCapture log;
+    const std::string message(8000, 'm');
+    for (int i = 0; i < 10000; ++i)
+        core::Log::get()->Write(core::Log::Level::warning, "%s", message.c_str());
+    core::Log::get()->Write(core::Log::Level::information, "the last words");
+    const std::string page = log.page();
+    EXPECT_GT(page.size(), std::size_t{64} * 1024 * 1024);
+    EXPECT_LT(page.size(), std::size_t{65} * 1024 * 1024);
+    EXPECT_NE(page.find("the last words"), std::string::npos);
+}
+
 struct LongMessage {
     const char* name;
     std::string text;

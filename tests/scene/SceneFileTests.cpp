@@ -101,6 +101,7 @@ TEST_F(SceneFileTest, AFileThatIsNoSceneIsRefusedWithItsReason) {
         {kStory.substr(0, kStory.size() - 10), unreadable},
         {"<Scene><Name>a < b</Name></Scene>", unreadable},
         {deep, unreadable},
+        {"<Scene><Name>" + std::string(8 << 20, 'x') + "</Name></Scene>", unreadable},
         {"<?xml version=\"1.0\"?>\n" + kStory, header},
         {"<!-- note -->" + kStory, header},
         {"<!DOCTYPE Scene>" + kStory, header},
