@@ -68,6 +68,8 @@ class Layout:
     def styled(self):
         """(description, kind, attributes) of every element that may name images or fonts."""
         yield "Window", "Window", dict(self.window.attrib)
+        for font in self.fonts:
+            yield "Font", "Font", dict(font.attrib)
         for kind, values in self.defaults.items():
             yield f"Default of {kind}", kind, values
         for control in self.controls():

@@ -51,6 +51,8 @@ class SkinTest(unittest.TestCase):
             ("ZoneEditSmall.xml", 'label="Zone name"', "", "EditZone: no label"),
             ("Confirmation.xml", 'tooltip="Go ahead"', "", "ButtonYes: no tool tip"),
             ("Confirmation.xml", 'pos="228,121', 'pos="428,121', "is not inside the window"),
+            ("ZoneEdit.xml", 'readonly="true"', 'readonlyy="true"', "has no attribute readonlyy"),
+            ("ZoneEdit.xml", '<Control pos', '<Contrl pos', "<Contrl> is no element"),
             ("ZoneEdit.xml", "<Label pos", "<Label><Label pos", "mismatched tag"),
         ]
         for name, pattern, replacement, finding in cases:
