@@ -1,5 +1,6 @@
 #include "toolkit/CListUI.h"
 
+#include "toolkit/AttributeText.h"
 #include "toolkit/CListContainerElementUI.h"
 #include "toolkit/CListLabelElementUI.h"
 #include "toolkit/CPaintManagerUI.h"
@@ -42,6 +43,10 @@ CControlUI* CListUI::AddAt(std::unique_ptr<CControlUI> control, int index) {
     if (controlCast<CListLabelElementUI>(control.get()) == nullptr &&
         controlCast<CListContainerElementUI>(control.get()) == nullptr) {
         return nullptr;
+    }
+    if (auto* row = controlCast<CListContainerElementUI>(control.get());
+        row != nullptr && row->GetInset() == Rect{}) {
+        row->SetInset(m_rowInset);
     }
     CControlUI* added = CContainerUI::AddAt(std::move(control), index);
     if (added != nullptr && m_current >= index) {
@@ -115,6 +120,10 @@ bool CListUI::pick(int index) {
 }
 
 bool CListUI::SetAttribute(std::u16string_view name, std::u16string_view value) {
+    if (name == u"rowinset") {
+        m_rowInset = parseRect(value).value_or(Rect{});
+        return true;
+    }
     if (!m_itemStyle.apply(name, value)) {
         return CContainerUI::SetAttribute(name, value);
     }

@@ -65,6 +65,7 @@ private:
     std::unique_ptr<CScrollBarUI> m_scrollBar;
     ItemStyle m_itemStyle;
     Rect m_rowsRect;
+    Rect m_rowInset; ///< of container rows that come without an inset of their own
     int m_current = -1;
     int m_reveal = -1; ///< scrolled into view by the next layout
 };

@@ -244,7 +244,10 @@ void DropListWindow::onPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
         const ItemState state{m_combo->IsItemEnabled(i), i == m_combo->GetCurSel(),
                               i == m_highlighted};
         style.paintBackground(canvas, m_manager, itemRect(i), state);
-        style.paintText(canvas, m_manager, itemRect(i), m_combo->GetItemText(i), state);
+        // The texts stand below the box's own: the border is no part of their distance.
+        const Rect rect = itemRect(i);
+        style.paintText(canvas, m_manager, {rect.left - kBorder, rect.top, rect.right, rect.bottom},
+                        m_combo->GetItemText(i), state);
     }
 }
 

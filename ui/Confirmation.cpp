@@ -52,6 +52,8 @@ void Confirmation::InitWindow() {
     // A silent dismissal would mean yes for some questions: the keyboard starts on No.
     if (toolkit::CControlUI* no = findControl(kNoButton)) {
         GetPaintManager().SetFocus(no);
+        // Shown from the start, however the question came up: Enter and Space answer it.
+        GetPaintManager().focusKeeper().setKeyboardUse(true);
     }
 }
 

@@ -1,0 +1,193 @@
+// Pictures of every window for the documents.
+//
+//   screenshots FOLDER [small]
+//
+// Runs in a folder with UI/, Translations.ini and the demo scenes, as the editor does. "small" is
+// for a screen less than 860 pixels high: the small zone editor alone.
+
+#include "ZoneEdit/ZoneEdit.h"
+#include "app/services/Startup.h"
+#include "core/Log.h"
+#include "core/Text.h"
+#include "scene/SceneManager.h"
+#include "tests/screenshots/PngFile.h"
+#include "tests/screenshots/Shots.h"
+#include "tests/support/gui/TestGui.h"
+#include "toolkit/CComboUI.h"
+#include "toolkit/CListUI.h"
+#include "ui/BranchList.h"
+#include "ui/Confirmation.h"
+#include "ui/NewScene.h"
+#include "ui/OpenScene.h"
+#include "zone/ZoneManager.h"
+
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace screenshots {
+
+namespace {
+
+constexpr const char* kScene = "Fire Drill Level 1";
+constexpr const char* kVideo = "alarm-corridor.ogv";
+const std::u16string kFrame = u"62";
+
+class Photographer {
+public:
+    explicit Photographer(std::filesystem::path folder) : m_folder(std::move(folder)) {
+        std::filesystem::create_directories(m_folder);
+        m_good = app::createServices(m_services, m_state);
+    }
+
+    bool takeAll() {
+        openScene();
+        newScene();
+        branchEditor();
+        emptyStates();
+        return zoneEditor("ZoneEdit");
+    }
+
+    bool zoneEditor(const std::string& name) {
+        m_state.zoneEditVideo =
+            (std::filesystem::current_path() / "Scenes" / kScene / kVideo).string();
+        const auto window = zoneedit::ZoneEdit::create(context());
+        open(*window);
+        // The zone whose shape is large in this frame, and one of its points.
+        window->FindControl<toolkit::CComboUI>(u"ComboZone")->SelectItem(0);
+        click(*window, u"EditCurrentFrame");
+        test::press(*window->GetNative(), platform::Key::a, {.control = true});
+        test::type(*window->GetNative(), kFrame);
+        test::press(*window->GetNative(), platform::Key::enter);
+        settle(*window);
+        selectPoint(*window, 1);
+        save(name, pictureOf(*window));
+        zone::setCurrentZoneManager(nullptr);
+        return m_good;
+    }
+
+private:
+    [[nodiscard]] ui::WindowContext context() { return {test::gui(), m_state, m_services}; }
+
+    void open(toolkit::WindowImplBase& window, platform::NativeWindow* owner = nullptr) {
+        m_good =
+            window.Create(owner, u"Quorvel", ui::kScreenStyle, ui::kScreenExtendedStyle) && m_good;
+        show(window);
+    }
+
+    void save(const std::string& name, const platform::Bitmap& picture) {
+        m_good = writePng((m_folder / (name + ".png")).string(), picture) && m_good;
+        std::cout << name << " " << picture.size().width << "x" << picture.size().height << "\n";
+    }
+
+    /// Clicks a corner of the zone on show; the pointer stays over the picture.
+    void selectPoint(toolkit::WindowImplBase& window, std::size_t point) {
+        const auto zones = zone::currentZoneManager();
+        const auto shape =
+            zones ? zones->zone(0)->shape(core::convertStringToInt(kFrame)) : nullptr;
+        const toolkit::CControlUI* video = window.GetPaintManager().FindControl(u"Video");
+        if (shape && point < shape->points.size() && video != nullptr) {
+            const platform::Point at = shape->points[point];
+            test::click(*window.GetNative(),
+                        {video->GetPos().left + at.x, video->GetPos().top + at.y});
+        }
+    }
+
+    void openScene() {
+        const auto window = ui::OpenScene::create(context());
+        open(*window);
+        save("OpenScene", pictureOf(*window));
+    }
+
+    void newScene() {
+        const auto window = ui::NewScene::create(context());
+        open(*window);
+        click(*window, u"EditSceneName");
+        test::type(*window->GetNative(), u"Ladder Inspection");
+        save("NewScene", pictureOf(*window));
+    }
+
+    void branchEditor() {
+        m_good = m_services.sceneManager->Load(kScene) && m_good;
+        const auto window = ui::BranchList::create(context());
+        open(*window);
+        auto* actions = window->FindControl<toolkit::CListUI>(u"BranchList");
+        actions->SelectItem(0);
+        save("BranchList", pictureOf(*window));
+
+        auto* target = toolkit::controlCast<toolkit::CComboUI>(
+            toolkit::controlCast<toolkit::CContainerUI>(actions->GetItemAt(1))
+                ->FindSubControl(u"ComboBranches"));
+        target->Drop();
+        save("BranchList-combo", pictureOf(*window));
+        target->CloseDrop();
+
+        question(*window);
+        tabTo(*window, u"ButtonEditZones");
+        save("BranchList-focus", pictureOf(*window));
+    }
+
+    void question(ui::BranchList& asker) {
+        ui::Confirmation dialog(context(), asker, "Exit?", "Are you sure you want to exit?");
+        platform::Bitmap picture = pictureOf(asker);
+        open(dialog, asker.GetNative());
+        drawOver(picture, *asker.GetNative(), *dialog.GetNative());
+        save("Confirmation", picture);
+    }
+
+    /// In a folder without scenes, with a new scene.
+    void emptyStates() {
+        const std::filesystem::path here = std::filesystem::current_path();
+        const std::filesystem::path bare = here / "no-scenes";
+        std::filesystem::create_directories(bare);
+        std::filesystem::copy(here / "UI", bare / "UI",
+                              std::filesystem::copy_options::recursive |
+                                  std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::current_path(bare);
+        {
+            const auto window = ui::OpenScene::create(context());
+            open(*window);
+            save("OpenScene-empty", pictureOf(*window));
+        }
+        std::filesystem::current_path(here);
+        m_services.sceneManager = scene::SceneManager::create();
+        m_services.sceneManager->SetName("Ladder Inspection");
+        const auto window = ui::BranchList::create(context());
+        open(*window);
+        save("BranchList-empty", pictureOf(*window));
+    }
+
+    std::filesystem::path m_folder;
+    app_state::ScreenState m_state;
+    app_state::SharedServices m_services;
+    bool m_good = false;
+};
+
+int run(int argc, char** argv) {
+    if (argc < 2 || argc > 3 || (argc == 3 && std::string_view(argv[2]) != "small")) {
+        std::cerr << "usage: screenshots FOLDER [small]\n";
+        return 2;
+    }
+    Photographer photographer(std::filesystem::absolute(argv[1]));
+    const bool good = argc == 3 ? photographer.zoneEditor("ZoneEditSmall") : photographer.takeAll();
+    return good ? 0 : 1;
+}
+
+} // namespace
+
+} // namespace screenshots
+
+int main(int argc, char** argv) {
+    try {
+        const int code = screenshots::run(argc, argv);
+        test::endGui();
+        core::Log::release();
+        return code;
+    } catch (const std::exception& error) {
+        std::cerr << "screenshots: " << error.what() << "\n";
+        return 1;
+    }
+}

@@ -1,0 +1,97 @@
+#include "tests/screenshots/Shots.h"
+
+#include "tests/support/gui/TestGui.h"
+#include "toolkit/CControlUI.h"
+#include "toolkit/CPaintManagerUI.h"
+#include "toolkit/DropListWindow.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace screenshots {
+
+namespace {
+
+constexpr int kStablePictures = 12;
+constexpr int kMostPictures = 200;
+constexpr std::chrono::milliseconds kPause{25};
+
+bool same(const platform::Bitmap& a, const platform::Bitmap& b) {
+    if (a.size() != b.size()) {
+        return false;
+    }
+    for (int y = 0; y < a.size().height; ++y) {
+        if (!std::equal(a.row(y), a.row(y) + a.size().width, b.row(y))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+void show(toolkit::WindowImplBase& window) {
+    window.CenterWindow();
+    window.ShowWindow(true);
+    settle(window);
+}
+
+void settle(toolkit::WindowImplBase& window) {
+    platform::Bitmap last;
+    int stable = 0;
+    for (int i = 0; i < kMostPictures && stable < kStablePictures; ++i) {
+        test::pump();
+        platform::Bitmap picture = window.GetNative()->snapshot();
+        stable = same(picture, last) ? stable + 1 : 0;
+        last = std::move(picture);
+        std::this_thread::sleep_for(kPause);
+    }
+}
+
+void drawOver(platform::Bitmap& below, platform::NativeWindow& belowWindow,
+              platform::NativeWindow& above) {
+    const platform::Bitmap picture = above.snapshot();
+    const platform::Rect from = belowWindow.geometry();
+    const platform::Rect to = above.geometry();
+    const platform::Size size = below.size();
+    for (int y = 0; y < picture.size().height; ++y) {
+        const int row = to.top - from.top + y;
+        for (int x = 0; x < picture.size().width; ++x) {
+            const int column = to.left - from.left + x;
+            if (row >= 0 && row < size.height && column >= 0 && column < size.width) {
+                below.row(row)[column] = picture.at(x, y);
+            }
+        }
+    }
+}
+
+platform::Bitmap pictureOf(toolkit::WindowImplBase& window) {
+    test::pump();
+    platform::Bitmap picture = window.GetNative()->snapshot();
+    toolkit::DropListWindow& list = window.GetPaintManager().dropList();
+    if (list.combo() != nullptr && list.native() != nullptr) {
+        drawOver(picture, *window.GetNative(), *list.native());
+    }
+    return picture;
+}
+
+void click(toolkit::WindowImplBase& window, std::u16string_view name) {
+    if (const toolkit::CControlUI* control = window.GetPaintManager().FindControl(name)) {
+        const platform::Rect& pos = control->GetPos();
+        test::click(*window.GetNative(), {(pos.left + pos.right) / 2, (pos.top + pos.bottom) / 2});
+    }
+}
+
+void tabTo(toolkit::WindowImplBase& window, std::u16string_view name) {
+    constexpr int kMostControls = 200;
+    for (int i = 0; i < kMostControls; ++i) {
+        const toolkit::CControlUI* focus = window.GetPaintManager().GetFocus();
+        if (focus != nullptr && focus->GetName() == name) {
+            return;
+        }
+        test::press(*window.GetNative(), platform::Key::tab);
+    }
+}
+
+} // namespace screenshots
