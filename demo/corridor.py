@@ -112,7 +112,7 @@ class Corridor:
         bright = 0.5 + 0.5 * math.cos(number * 2 * math.pi / 20)
         x, y = camera(1.55, 2.35, END)
         size = camera.focus / camera.depth(END)
-        figures.soft(frame, x, y, (0.35 + 0.45 * bright) * size, "#FF4A30", 0.2 + 0.5 * bright, 8)
+        figures.soft(frame, x, y, (0.35 + 0.45 * bright) * size, "#FF4A30", 0.2 + 0.5 * bright, 14)
         frame.fill(path.circle(x, y, 0.12 * size), "#FFB9A6" if bright > 0.5 else "#C43A28")
 
     def _door(self, frame, camera, side, z0, z1, colours):

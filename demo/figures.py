@@ -167,7 +167,7 @@ def smoke(frame, x, y, time, scale, count=14, colour="#4A4F55", rise=1.0, drift=
         age = (time * 0.33 + puff / count) % 1.0
         sway = math.sin(puff * 2.4 + age * 4) * 0.25
         soft(frame, x + (sway + drift * age * 2) * scale * (0.4 + age), y - rise * age * 2.1 * scale,
-             (0.14 + 0.5 * age) * scale, colour, opacity * math.sin(math.pi * age) ** 0.8, 7)
+             (0.14 + 0.5 * age) * scale, colour, opacity * math.sin(math.pi * age) ** 0.8, 9)
 
 
 def exit_sign(frame, left, top, width, height):

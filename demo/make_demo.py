@@ -97,8 +97,8 @@ class Clip:
 CLIPS = [
     Clip("Fire Drill Level 1", "alarm-corridor.ogv", (1280, 720), corridor.FRAMES, corridor.Corridor, 8, tone=True),
     Clip("Fire Drill Level 1", "take-extinguisher.ogv", (1024, 576), 75, rooms.Office, 8),
-    Clip("Fire Drill Level 1", "smoke-at-lift.ogv", (768, 432), 75, rooms.Lift, 8),
-    Clip("Fire Drill Level 1", "way-out.ogv", (768, 432), 75, rooms.Exit, 8),
+    Clip("Fire Drill Level 1", "smoke-at-lift.ogv", (1024, 576), 75, rooms.Lift, 8),
+    Clip("Fire Drill Level 1", "way-out.ogv", (1024, 576), 75, rooms.Exit, 7),
     Clip("Forklift Safety", "forklift-aisle.ogv", (768, 432), 75, warehouse.Warehouse, 8),
 ]
 

@@ -89,9 +89,9 @@ class Office(Room):
         fire = self.place(self.BIN, 0.02)
         figures.smoke(frame, fire.x, fire.y - 0.75 * fire.scale, time + 2, fire.scale * 0.8, 14, "#3E4246", 1.0, -0.18, 0.26)
         self.shadow(frame, self.BIN, 0.3, 0.02)
-        burning = Place(fire.x, fire.y - 0.4 * fire.scale, fire.scale)
-        figures.soft(frame, burning.x, burning.y - 0.3 * fire.scale, 0.9 * fire.scale * size, "#FFB347", 0.32, 8)
-        figures.flame(frame, burning, time, 1.15 * size)
+        burning = Place(fire.x, fire.y - 0.46 * fire.scale, fire.scale)
+        figures.soft(frame, burning.x, burning.y - 0.3 * fire.scale, 0.9 * fire.scale * size, "#FFB347", 0.34, 16)
+        figures.flame(frame, burning, time, 1.1 * size)
         area(frame, fire, [(-0.2, 0), (0.2, 0), (0.26, 0.46), (-0.26, 0.46)], "#5B656B")
         for left in (-0.14, -0.03, 0.08):
             area(frame, fire, [(left, 0.03), (left + 0.05, 0.03), (left * 1.25 + 0.055, 0.42), (left * 1.25, 0.42)], "#495258")
@@ -118,8 +118,8 @@ class Office(Room):
     def fire_zone(self, number):
         time, _, _, _, size = self._state(number)
         fire = self.place(self.BIN, 0.02)
-        left, right, top = figures.flame(Frame(1, 1), Place(0, 0, 1), time, 1.15 * size)
-        up = lambda x, y: fire(x, 0.4 + y)
+        left, right, top = figures.flame(Frame(1, 1), Place(0, 0, 1), time, 1.1 * size)
+        up = lambda x, y: fire(x, 0.46 + y)
         return [up(left - 0.06, 0.1), up(left * 0.6, top * 0.7), up(0, top + 0.08), up(right * 0.6, top * 0.7), up(right + 0.06, 0.1)]
 
     def bottle_zone(self, number):
@@ -154,7 +154,7 @@ class Lift(Room):
         gap = 0.62 * ease(time, 0.7, 2.2)
         inside = self.place(2.75, 0)
         self.block(frame, 1.87, 0, 3.63, 2.3, "#3A3430")
-        figures.soft(frame, inside.x, inside.y - 0.7 * self.scale, 1.0 * self.scale, "#F08A3A", 0.15 + 0.5 * gap, 8)
+        figures.soft(frame, inside.x, inside.y - 0.7 * self.scale, 1.0 * self.scale, "#F08A3A", 0.15 + 0.5 * gap, 16)
         figures.smoke(frame, inside.x, inside.y - 0.2 * self.scale, time + 1, self.scale, 16, "#23272A", 1.0, 0.1, 0.4)
         for side in (-1, 1):
             edge = 2.75 + side * gap

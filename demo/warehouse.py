@@ -66,7 +66,7 @@ class Warehouse(Room):
                      radius * 0.08, "#4A5359")
         bright = 0.5 + 0.5 * math.cos(number * 2 * math.pi / 15)
         px, py = place(0.1, 1.98)
-        figures.soft(frame, px, py, (0.18 + 0.3 * bright) * self.scale, "#FFB02E", 0.2 + 0.6 * bright, 6)
+        figures.soft(frame, px, py, (0.18 + 0.3 * bright) * self.scale, "#FFB02E", 0.2 + 0.6 * bright, 12)
         area(frame, place, [(0.04, 1.88), (0.16, 1.88), (0.14, 2.02), (0.06, 2.02)], "#F08A1C")
 
     def _driver(self, frame, place):
