@@ -2,52 +2,12 @@
 
 #include <algorithm>
 
+#include "src/TheoraUtil/ColorRows.h"
 #include "src/TheoraUtil/ColorTables.h"
 #include "src/TheoraUtil/PixelLayout.h"
 
 namespace theora {
 namespace {
-
-struct Row {
-    const std::uint8_t* y;
-    const std::uint8_t* u;
-    const std::uint8_t* v;
-    int chromaShift;
-};
-
-void convertRow(const Row& row, const PixelLayout& layout, std::uint8_t* out, int width) {
-    const ColorTables& tables = kColorTables;
-    for (int x = 0; x < width; ++x, out += layout.bytes) {
-        const std::uint8_t luma = row.y[x];
-        const std::uint8_t u = row.u[x >> row.chromaShift];
-        const std::uint8_t v = row.v[x >> row.chromaShift];
-        std::uint8_t* colors[3] = {out + layout.colors[0], out + layout.colors[1],
-                                   out + layout.colors[2]};
-        switch (layout.kind) {
-        case ColorKind::rgb:
-            *colors[0] = colorByte(tables.y[luma] + tables.rv[v]);
-            *colors[1] = colorByte(tables.y[luma] - (tables.gu[u] + tables.gv[v]));
-            *colors[2] = colorByte(tables.y[luma] + tables.bu[u]);
-            break;
-        case ColorKind::grey:
-            *colors[0] = *colors[1] = *colors[2] = luma;
-            break;
-        case ColorKind::yuv:
-            *colors[0] = luma;
-            *colors[1] = u;
-            *colors[2] = v;
-            break;
-        }
-        if (layout.extra >= 0)
-            out[layout.extra] = 255;
-    }
-}
-
-void writeAlpha(const std::uint8_t* luma, const PixelLayout& layout, std::uint8_t* out, int width) {
-    out += layout.extra;
-    for (int x = 0; x < width; ++x, out += layout.bytes)
-        *out = alphaByte(luma[x]);
-}
 
 // Columns of the output that every plane has samples for.
 int coveredWidth(const TheoraPicture& picture, int width) {
@@ -60,25 +20,52 @@ int coveredHeight(const TheoraPicture& picture, int height) {
     return std::min({height, picture.planes[0].height, chroma << picture.chromaShiftY});
 }
 
+ColorRowFunction rowFunction(const PixelLayout& layout, ColorPath path) {
+    const ColorRowFunction fast =
+        path == ColorPath::fastest ? avx2ColorRows(layout) : ColorRowFunction{};
+    return fast != nullptr ? fast : portableColorRows(layout);
+}
+
+// A picture too narrow for its alpha half: the alpha that there is.
+void writeShortAlpha(const std::uint8_t* luma, const PixelLayout& layout, std::uint8_t* out,
+                     int count) {
+    for (int x = 0; x < count; ++x)
+        out[x * layout.bytes + layout.extra] = alphaByte(luma[x]);
+}
+
 } // namespace
 
 void convertPicture(const TheoraPicture& picture, TheoraOutputMode mode, std::uint8_t* out,
-                    int width, int height) {
+                    int width, int height, ColorPath path) {
     if (bytesPerPixel(mode) == 0)
         return;
     const PixelLayout layout = pixelLayout(mode);
+    const ColorRowFunction convert = rowFunction(layout, path);
     const auto& [luma, u, v] = picture.planes;
-    const int columns = coveredWidth(picture, width);
-    const int alphaColumns = std::min(width, luma.width - width);
-    const int rows = coveredHeight(picture, height);
+    const int alphaColumns = layout.alpha ? std::clamp(luma.width - width, 0, width) : 0;
+    const bool fullAlpha = layout.alpha && alphaColumns == width;
     const std::ptrdiff_t rowBytes = std::ptrdiff_t{width} * layout.bytes;
-    for (int y = 0; y < rows; ++y) {
-        const std::ptrdiff_t chromaRow = y >> picture.chromaShiftY;
-        const Row row{luma.data + y * luma.rowBytes, u.data + chromaRow * u.rowBytes,
-                      v.data + chromaRow * v.rowBytes, picture.chromaShiftX};
-        convertRow(row, layout, out + y * rowBytes, columns);
-        if (layout.alpha)
-            writeAlpha(row.y + width, layout, out + y * rowBytes, alphaColumns);
+    const int rowCount = coveredHeight(picture, height);
+    const int step = 1 << picture.chromaShiftY;
+    ColorRows rows;
+    rows.width = coveredWidth(picture, width);
+    rows.chromaShiftX = picture.chromaShiftX;
+    for (int top = 0; top < rowCount; top += step) {
+        const std::ptrdiff_t chromaRow = top >> picture.chromaShiftY;
+        rows.u = u.data + chromaRow * u.rowBytes;
+        rows.v = v.data + chromaRow * v.rowBytes;
+        rows.rowCount = std::min(step, rowCount - top);
+        for (int row = 0; row < rows.rowCount; ++row) {
+            const auto at = static_cast<std::size_t>(row);
+            rows.luma[at] = luma.data + (top + row) * luma.rowBytes;
+            rows.alpha[at] = fullAlpha ? rows.luma[at] + width : nullptr;
+            rows.out[at] = out + (top + row) * rowBytes;
+        }
+        convert(rows);
+        for (int row = 0; !fullAlpha && alphaColumns > 0 && row < rows.rowCount; ++row) {
+            const auto at = static_cast<std::size_t>(row);
+            writeShortAlpha(rows.luma[at] + width, layout, rows.out[at], alphaColumns);
+        }
     }
 }
 
