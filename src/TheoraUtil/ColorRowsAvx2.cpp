@@ -24,7 +24,7 @@ constexpr short kLowMask = (1 << kColorShift) - 1;
 
 struct Factor {
     short whole;    ///< K
-    short fraction; ///< (K - k) * 65536, read as unsigned
+    short fraction; ///< (K - k) * 65536; every K - k is below one half
 };
 
 constexpr Factor makeFactor(double factor) {
@@ -47,14 +47,12 @@ struct Terms {
 
 QUORVEL_AVX2 inline Terms termsOf(__m256i difference, Factor factor) {
     const __m256i whole = _mm256_set1_epi16(factor.whole);
-    const __m256i above =
-        _mm256_mulhi_epu16(_mm256_abs_epi16(difference), _mm256_set1_epi16(factor.fraction));
-    const __m256i excess =
-        _mm256_sign_epi16(_mm256_add_epi16(above, _mm256_set1_epi16(1)), difference);
+    const __m256i below = _mm256_mulhi_epi16(difference, _mm256_set1_epi16(factor.fraction));
+    const __m256i minusOne = _mm256_cmpgt_epi16(difference, _mm256_setzero_si256());
     const __m256i low =
         _mm256_and_si256(_mm256_mullo_epi16(difference, whole), _mm256_set1_epi16(kLowMask));
     return {_mm256_mulhi_epi16(_mm256_slli_epi16(difference, 3), whole),
-            _mm256_sub_epi16(low, excess)};
+            _mm256_sub_epi16(_mm256_add_epi16(low, minusOne), below)};
 }
 
 QUORVEL_AVX2 inline __m256i sumOf(const Terms& a, const Terms& b) {
@@ -151,31 +149,37 @@ QUORVEL_AVX2 inline __m256i alphaBytes(const std::uint8_t* luma) {
     return _mm256_or_si256(_mm256_and_si256(bytes, visible), opaque);
 }
 
-QUORVEL_AVX2 inline void store16(std::uint8_t* out, __m128i bytes) {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
+QUORVEL_AVX2 inline __m256i inBothHalves(__m128i bytes) {
+    return _mm256_broadcastsi128_si256(bytes);
 }
 
-/// 16 pixels of 3 bytes: each colour goes to every third byte of three vectors.
-QUORVEL_AVX2 inline void store48(std::uint8_t* out, __m128i a, __m128i b, __m128i c) {
-    // Bytes gathered by residue first: then each output vector needs only blends.
-    const __m128i spreadA = _mm_setr_epi8(0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10, 5);
-    const __m128i spreadB = _mm_setr_epi8(5, 0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10);
-    const __m128i spreadC = _mm_setr_epi8(10, 5, 0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15);
-    const __m128i pa = _mm_shuffle_epi8(a, spreadA);
-    const __m128i pb = _mm_shuffle_epi8(b, spreadB);
-    const __m128i pc = _mm_shuffle_epi8(c, spreadC);
-    const __m128i second = _mm_setr_epi8(0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0);
-    const __m128i third = _mm_setr_epi8(0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0);
-    store16(out, _mm_blendv_epi8(_mm_blendv_epi8(pa, pb, second), pc, third));
-    store16(out + 16, _mm_blendv_epi8(_mm_blendv_epi8(pb, pc, second), pa, third));
-    store16(out + 32, _mm_blendv_epi8(_mm_blendv_epi8(pc, pa, second), pb, third));
+QUORVEL_AVX2 inline void storeHalves(std::uint8_t* out, __m256i bytes) {
+    constexpr int kHalfBlock = 48;
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm256_castsi256_si128(bytes));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out + kHalfBlock),
+                     _mm256_extracti128_si256(bytes, 1));
 }
 
+/// 32 pixels of 3 bytes, 16 from each half. Each colour is spread to the places that it takes in
+/// the three output vectors together; then every vector needs only blends.
 QUORVEL_AVX2 inline void store96(std::uint8_t* out, const Colors& colors) {
-    store48(out, _mm256_castsi256_si128(colors.a), _mm256_castsi256_si128(colors.b),
-            _mm256_castsi256_si128(colors.c));
-    store48(out + 48, _mm256_extracti128_si256(colors.a, 1), _mm256_extracti128_si256(colors.b, 1),
-            _mm256_extracti128_si256(colors.c, 1));
+    const __m256i spreadA =
+        inBothHalves(_mm_setr_epi8(0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10, 5));
+    const __m256i spreadB =
+        inBothHalves(_mm_setr_epi8(5, 0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10));
+    const __m256i spreadC =
+        inBothHalves(_mm_setr_epi8(10, 5, 0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15));
+    const __m256i second =
+        inBothHalves(_mm_setr_epi8(0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0));
+    const __m256i third =
+        inBothHalves(_mm_setr_epi8(0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, -1, 0));
+    const __m256i a = _mm256_shuffle_epi8(colors.a, spreadA);
+    const __m256i b = _mm256_shuffle_epi8(colors.b, spreadB);
+    const __m256i c = _mm256_shuffle_epi8(colors.c, spreadC);
+    constexpr int kVector = 16;
+    storeHalves(out, _mm256_blendv_epi8(_mm256_blendv_epi8(a, b, second), c, third));
+    storeHalves(out + kVector, _mm256_blendv_epi8(_mm256_blendv_epi8(b, c, second), a, third));
+    storeHalves(out + 2 * kVector, _mm256_blendv_epi8(_mm256_blendv_epi8(c, a, second), b, third));
 }
 
 /// 32 pixels of 4 bytes.

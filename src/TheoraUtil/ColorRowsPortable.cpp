@@ -5,6 +5,7 @@
 // (a + b) >> 13 = (a >> 13) + (b >> 13) + (((a & 8191) + (b & 8191)) >> 13), and every part of that
 // fits 16 bits.
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 #include "src/TheoraUtil/ColorRows.h"
@@ -14,134 +15,254 @@ namespace theora {
 namespace {
 
 constexpr int kBlock = 256; // columns at a time: all work arrays stay in the first-level cache
+constexpr int kHalf = kBlock / 2;
 constexpr int kLowMask = (1 << kColorShift) - 1;
 
-struct Split {
-    std::int16_t high;
-    std::int16_t low;
-};
-using SplitTable = std::array<Split, 256>;
-
-constexpr Split split(std::int32_t value) {
-    return {static_cast<std::int16_t>(value >> kColorShift),
-            static_cast<std::int16_t>(value & kLowMask)};
-}
-
-constexpr SplitTable splitTable(const std::array<std::int32_t, 256>& table) {
-    SplitTable result{};
-    for (std::size_t i = 0; i < table.size(); ++i)
-        result[i] = split(table[i]);
-    return result;
-}
-
-constexpr SplitTable kLuma = splitTable(kColorTables.y);
-constexpr SplitTable kRed = splitTable(kColorTables.rv);
-constexpr SplitTable kBlue = splitTable(kColorTables.bu);
-constexpr SplitTable kGreenU = splitTable(kColorTables.gu);
-constexpr SplitTable kGreenV = splitTable(kColorTables.gv);
-
 using Lane = std::array<std::int16_t, kBlock>;
-using Channel = std::array<std::uint8_t, kBlock>;
+using Bytes = std::array<std::uint8_t, kBlock>;
+
+/// Table entries of a block: high * 8192 + low; low may leave 0 to 8191.
+struct Terms {
+    Lane high;
+    Lane low;
+};
+
+/// The same of half a block.
+struct HalfTerms {
+    std::array<std::int16_t, kHalf> high;
+    std::array<std::int16_t, kHalf> low;
+};
+
+constexpr std::int16_t lane(int value) {
+    return static_cast<std::int16_t>(value);
+}
+
+struct Factor {
+    std::int16_t whole;    ///< K
+    std::int16_t fraction; ///< (K - factor) * 65536; every K - factor is below one half
+    std::int16_t zero;
+};
+
+constexpr Factor makeFactor(double factor, int zero) {
+    const int whole = static_cast<int>(factor) + 1;
+    const auto fraction = static_cast<int>((whole - factor) * 65536 + 0.5);
+    return {lane(whole), lane(fraction), lane(zero)};
+}
+
+// Volatile: compilers multiply whole vectors of 16-bit numbers only by what they do not know. Known
+// factors they turn into chains of shifts, four times slower.
+const volatile Factor kLuma = makeFactor(kYFactor, kLumaZero);
+const volatile Factor kRed = makeFactor(kRvFactor, kChromaZero);
+const volatile Factor kGreenU = makeFactor(kGuFactor, kChromaZero);
+const volatile Factor kGreenV = makeFactor(kGvFactor, kChromaZero);
+const volatile Factor kBlue = makeFactor(kBuFactor, kChromaZero);
+
+/// trunc(d * factor) of every sample less `zero`. With K the next integer above the factor that is
+/// d * K - c, where c = d * (K - factor) rounded away from 0. The products' fractions are multiples
+/// of 1/250 and never 0 for the d that occur, so c is the product rounded down, plus 1 for positive
+/// d.
+/// samples: kHalf of them.
+void findTerms(const std::uint8_t* samples, const volatile Factor& factor, std::int16_t* high,
+               std::int16_t* low) {
+    const std::int16_t whole = factor.whole;
+    const std::int16_t fraction = factor.fraction;
+    const std::int16_t zero = factor.zero;
+    for (int x = 0; x < kHalf; ++x) {
+        const std::int16_t d = lane(samples[x] - zero);
+        const std::int16_t below = lane((d * fraction) >> 16);
+        const std::int16_t above = d > 0 ? std::int16_t{1} : std::int16_t{0};
+        const std::int16_t remainder = lane(lane(d * whole) & kLowMask);
+        high[x] = lane((lane(d * 8) * whole) >> 16);
+        low[x] = lane(remainder - below - above);
+    }
+}
 
 /// What the chroma of a block of columns adds to each colour.
 struct ChromaTerms {
-    Lane redHigh, redLow, greenHigh, greenLow, blueHigh, blueLow;
+    Terms red, green, blue;
 };
 
-void chromaTerms(const ColorRows& rows, int from, int count, ChromaTerms& terms) {
-    const int step = 1 << rows.chromaShiftX;
-    for (int x = 0; x < count; x += step) {
-        const std::uint8_t u = rows.u[(from + x) >> rows.chromaShiftX];
-        const std::uint8_t v = rows.v[(from + x) >> rows.chromaShiftX];
-        const Split green = split(-(kColorTables.gu[u] + kColorTables.gv[v]));
-        for (int copy = 0; copy < step; ++copy) {
-            const auto at = static_cast<std::size_t>(x + copy);
-            terms.redHigh[at] = kRed[v].high;
-            terms.redLow[at] = kRed[v].low;
-            terms.greenHigh[at] = green.high;
-            terms.greenLow[at] = green.low;
-            terms.blueHigh[at] = kBlue[u].high;
-            terms.blueLow[at] = kBlue[u].low;
-        }
+/// One value a pixel, whatever the chroma format.
+void spreadChroma(const std::uint8_t* from, int shift, int count, Bytes& to) {
+    if (shift == 0) {
+        std::copy_n(from, count, to.begin());
+        return;
+    }
+    const int pairs = (count + 1) / 2;
+    for (int x = 0; x < pairs; ++x)
+        to[static_cast<std::size_t>(2 * x)] = to[static_cast<std::size_t>(2 * x + 1)] = from[x];
+}
+
+/// Two pixels for each value.
+void spreadTerms(const HalfTerms& half, Terms& terms) {
+    for (std::size_t x = 0; x < kHalf; ++x) {
+        terms.high[2 * x] = half.high[x];
+        terms.high[2 * x + 1] = half.high[x];
+    }
+    for (std::size_t x = 0; x < kHalf; ++x) {
+        terms.low[2 * x] = half.low[x];
+        terms.low[2 * x + 1] = half.low[x];
     }
 }
 
-void addTerms(const Lane& lumaHigh, const Lane& lumaLow, const Lane& high, const Lane& low,
-              Channel& result) {
+struct HalfChroma {
+    HalfTerms red, green, blue;
+};
+
+/// u, v: kHalf samples.
+void findChromaTerms(const std::uint8_t* u, const std::uint8_t* v, HalfChroma& terms) {
+    HalfTerms greenU;
+    HalfTerms greenV;
+    findTerms(v, kRed, terms.red.high.data(), terms.red.low.data());
+    findTerms(u, kBlue, terms.blue.high.data(), terms.blue.low.data());
+    findTerms(u, kGreenU, greenU.high.data(), greenU.low.data());
+    findTerms(v, kGreenV, greenV.high.data(), greenV.low.data());
+    for (std::size_t x = 0; x < kHalf; ++x) {
+        terms.green.high[x] = lane(-(greenU.high[x] + greenV.high[x]));
+        terms.green.low[x] = lane(-(greenU.low[x] + greenV.low[x]));
+    }
+}
+
+void putHalf(const HalfTerms& half, int at, Terms& terms) {
+    std::copy(half.high.begin(), half.high.end(), terms.high.begin() + at);
+    std::copy(half.low.begin(), half.low.end(), terms.low.begin() + at);
+}
+
+/// u, v: chroma samples from the block's first column on, in arrays with room for kBlock of them.
+void findChromaTerms(const Bytes& u, const Bytes& v, int shift, ChromaTerms& terms) {
+    HalfChroma half;
+    findChromaTerms(u.data(), v.data(), half);
+    if (shift == 1) {
+        spreadTerms(half.red, terms.red);
+        spreadTerms(half.green, terms.green);
+        spreadTerms(half.blue, terms.blue);
+        return;
+    }
+    for (const int at : {0, kHalf}) {
+        findChromaTerms(u.data() + at, v.data() + at, half);
+        putHalf(half.red, at, terms.red);
+        putHalf(half.green, at, terms.green);
+        putHalf(half.blue, at, terms.blue);
+    }
+}
+
+void addTerms(const Terms& luma, const Terms& chroma, Bytes& result) {
     for (std::size_t x = 0; x < kBlock; ++x) {
-        const auto carry = static_cast<std::int16_t>((lumaLow[x] + low[x]) >> kColorShift);
-        const auto sum = static_cast<std::int16_t>(lumaHigh[x] + high[x] + carry);
-        result[x] = static_cast<std::uint8_t>(
-            std::clamp<std::int16_t>(sum, std::int16_t{0}, std::int16_t{255}));
+        const std::int16_t carry = lane(lane(luma.low[x] + chroma.low[x]) >> kColorShift);
+        std::int16_t sum = lane(luma.high[x] + chroma.high[x] + carry);
+        sum = sum < 0 ? std::int16_t{0} : sum;
+        sum = sum > 255 ? std::int16_t{255} : sum;
+        result[x] = static_cast<std::uint8_t>(sum);
     }
 }
 
-template <PixelOrder order>
-void interleave(const Channel& a, const Channel& b, const Channel& c, const std::uint8_t* alpha,
-                std::uint8_t* out, int count) {
-    constexpr int kBytes = order == PixelOrder::plain ? 3 : 4;
-    constexpr int kFirst = order == PixelOrder::extraInFront ? 1 : 0;
-    constexpr int kExtra = order == PixelOrder::extraInFront ? 0 : 3;
-    for (int x = 0; x < count; ++x) {
-        const auto at = static_cast<std::size_t>(x);
-        std::uint8_t* pixel = out + kBytes * x;
-        pixel[kFirst] = a[at];
-        pixel[kFirst + 1] = b[at];
-        pixel[kFirst + 2] = c[at];
-        if constexpr (order != PixelOrder::plain)
-            pixel[kExtra] = alpha == nullptr ? std::uint8_t{255} : alphaByte(alpha[x]);
+using Pixels = std::array<std::uint8_t, std::size_t{4} * kBlock>;
+
+void interleave(const Bytes& a, const Bytes& b, const Bytes& c, const Bytes& d, Pixels& pixels) {
+    for (std::size_t x = 0; x < kBlock; ++x) {
+        pixels[4 * x] = a[x];
+        pixels[4 * x + 1] = b[x];
+        pixels[4 * x + 2] = c[x];
+        pixels[4 * x + 3] = d[x];
     }
 }
 
+std::uint64_t loadPixel(const std::uint8_t* from) {
+    std::uint32_t pixel = 0;
+    std::memcpy(&pixel, from, sizeof pixel);
+    return pixel;
+}
+
+/// Drops every fourth byte, which is 0. Two pixels at a time; the last two bytes stored are
+/// overwritten by the next two pixels, so the last pixels of a row go alone.
+void storePlain(const Pixels& pixels, int count, std::uint8_t* out) {
+    constexpr int kStep = 4;
+    constexpr unsigned kPixelBits = 24;
+    const std::uint8_t* from = pixels.data();
+    int x = 0;
+    if constexpr (std::endian::native == std::endian::little)
+        for (; x + kStep < count; x += kStep, from += 4 * kStep, out += 3 * kStep) {
+            const std::uint64_t first = loadPixel(from) | loadPixel(from + 4) << kPixelBits;
+            const std::uint64_t second = loadPixel(from + 8) | loadPixel(from + 12) << kPixelBits;
+            std::memcpy(out, &first, sizeof first);
+            std::memcpy(out + 6, &second, sizeof second);
+        }
+    for (; x < count; ++x, from += 4, out += 3)
+        std::memcpy(out, from, 3);
+}
+
+/// What is read beyond a short block's columns starts as 0; the rest is written before it is read.
 struct BlockWork {
-    ChromaTerms terms;
-    Lane lumaHigh, lumaLow;
-    Channel channels[3];
+    Bytes u{}, v{};
+    ChromaTerms chroma;
+    Bytes luma{};
+    Terms lumaTerms;
+    std::array<Bytes, 3> colors;
+    Bytes extra{};
+    Pixels pixels;
 };
 
-void rgbChannels(const std::uint8_t* luma, int count, BlockWork& work) {
-    for (int x = 0; x < count; ++x) {
-        const Split y = kLuma[luma[x]];
-        work.lumaHigh[static_cast<std::size_t>(x)] = y.high;
-        work.lumaLow[static_cast<std::size_t>(x)] = y.low;
-    }
-    const ChromaTerms& terms = work.terms;
-    addTerms(work.lumaHigh, work.lumaLow, terms.redHigh, terms.redLow, work.channels[0]);
-    addTerms(work.lumaHigh, work.lumaLow, terms.greenHigh, terms.greenLow, work.channels[1]);
-    addTerms(work.lumaHigh, work.lumaLow, terms.blueHigh, terms.blueLow, work.channels[2]);
-}
-
-void yuvChannels(const ColorRows& rows, int row, int from, int count, BlockWork& work) {
-    for (int x = 0; x < count; ++x) {
-        const auto at = static_cast<std::size_t>(x);
-        work.channels[0][at] = rows.luma[static_cast<std::size_t>(row)][from + x];
-        work.channels[1][at] = rows.u[(from + x) >> rows.chromaShiftX];
-        work.channels[2][at] = rows.v[(from + x) >> rows.chromaShiftX];
-    }
+void findAlpha(const std::uint8_t* alpha, int count, Bytes& extra) {
+    if (alpha == nullptr)
+        extra.fill(255);
+    else
+        std::transform(alpha, alpha + count, extra.begin(), alphaByte);
 }
 
 template <ColorKind kind, bool reversed, PixelOrder order>
 struct PortableRows {
+    static constexpr int kBytes = order == PixelOrder::plain ? 3 : 4;
+
+    /// `count` columns from column `from` of one row; the block's chroma is known.
+    static void convert(const ColorRows& rows, std::size_t row, int from, int count,
+                        BlockWork& work) {
+        std::copy_n(rows.luma[row] + from, count, work.luma.begin());
+        const Bytes* a = &work.luma;
+        const Bytes* b = kind == ColorKind::yuv ? &work.u : &work.luma;
+        const Bytes* c = kind == ColorKind::yuv ? &work.v : &work.luma;
+        if constexpr (kind == ColorKind::rgb) {
+            for (const int at : {0, kHalf})
+                findTerms(work.luma.data() + at, kLuma, work.lumaTerms.high.data() + at,
+                          work.lumaTerms.low.data() + at);
+            addTerms(work.lumaTerms, work.chroma.red, work.colors[0]);
+            addTerms(work.lumaTerms, work.chroma.green, work.colors[1]);
+            addTerms(work.lumaTerms, work.chroma.blue, work.colors[2]);
+            a = &work.colors[reversed ? 2 : 0];
+            b = &work.colors[1];
+            c = &work.colors[reversed ? 0 : 2];
+        }
+        std::uint8_t* out = rows.out[row] + from * kBytes;
+        if constexpr (order == PixelOrder::plain) {
+            interleave(*a, *b, *c, work.extra, work.pixels);
+            storePlain(work.pixels, count, out);
+            return;
+        }
+        findAlpha(rows.alpha[row] == nullptr ? nullptr : rows.alpha[row] + from, count, work.extra);
+        if constexpr (order == PixelOrder::extraInFront)
+            interleave(work.extra, *a, *b, *c, work.pixels);
+        else
+            interleave(*a, *b, *c, work.extra, work.pixels);
+        std::copy_n(work.pixels.begin(), count * kBytes, out);
+    }
+
     static void run(const ColorRows& rows) {
-        static constexpr int kBytes = order == PixelOrder::plain ? 3 : 4;
-        BlockWork work{};
+        BlockWork work;
         for (int from = 0; from < rows.width; from += kBlock) {
             const int count = std::min(kBlock, rows.width - from);
-            if constexpr (kind == ColorKind::rgb)
-                chromaTerms(rows, from, count, work.terms);
-            for (int row = 0; row < rows.rowCount; ++row) {
-                const auto at = static_cast<std::size_t>(row);
-                if constexpr (kind == ColorKind::rgb)
-                    rgbChannels(rows.luma[at] + from, count, work);
-                else
-                    yuvChannels(rows, row, from, count, work);
-                constexpr std::size_t kA = kind == ColorKind::rgb && reversed ? 2 : 0;
-                constexpr std::size_t kB = kind == ColorKind::grey ? 0 : 1;
-                constexpr std::size_t kC = kind == ColorKind::grey ? 0 : 2 - kA;
-                interleave<order>(work.channels[kA], work.channels[kB], work.channels[kC],
-                                  rows.alpha[at] == nullptr ? nullptr : rows.alpha[at] + from,
-                                  rows.out[at] + from * kBytes, count);
+            if constexpr (kind == ColorKind::yuv) {
+                spreadChroma(rows.u + (from >> rows.chromaShiftX), rows.chromaShiftX, count,
+                             work.u);
+                spreadChroma(rows.v + (from >> rows.chromaShiftX), rows.chromaShiftX, count,
+                             work.v);
             }
+            if constexpr (kind == ColorKind::rgb) {
+                const int samples = (count + rows.chromaShiftX) >> rows.chromaShiftX;
+                std::copy_n(rows.u + (from >> rows.chromaShiftX), samples, work.u.begin());
+                std::copy_n(rows.v + (from >> rows.chromaShiftX), samples, work.v.begin());
+                findChromaTerms(work.u, work.v, rows.chromaShiftX, work.chroma);
+            }
+            for (std::size_t row = 0; row < static_cast<std::size_t>(rows.rowCount); ++row)
+                convert(rows, row, from, count, work);
         }
     }
 };
