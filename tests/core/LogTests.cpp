@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 
 #include "core/File.h"
 #include "core/Services.h"
@@ -82,6 +85,25 @@ TEST_F(LogTest, MessagesAfterTheEndGoToStandardErrorAlone) {
     core::Log::release();
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error: too late\n");
     EXPECT_EQ(support::readBytes("Log.html"), page);
+}
+
+TEST_F(LogTest, TheNormalEndOfTheProgramWritesThePageAndLaterMessagesDoNotHurt) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // a process of its own, without other tests
+    const auto run = [] {
+        // Registered before the log's own end, so it runs after it.
+        std::atexit([] {
+            core::Log::get()->Error("from the very end");
+            std::fputs(support::readBytes("Log.html").c_str(), stderr);
+            const std::filesystem::path own = std::filesystem::current_path();
+            std::filesystem::current_path(own.parent_path());
+            std::filesystem::remove_all(own); // the fixture is not destroyed in that process
+        });
+        core::Log::get()->Error("a real error");
+        std::exit(0);
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0),
+                "Error: a real error\nError: from the very end\n<HTML>.*Error: a real error<.*"
+                "Logging ended</FONT><BR></BODY></HTML>");
 }
 
 TEST_F(LogTest, APageThatCannotBeWrittenIsLostSilently) {
