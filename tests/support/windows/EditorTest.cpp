@@ -37,7 +37,10 @@ EditorTest::EditorTest() {
 
 EditorTest::~EditorTest() {
     zone::setCurrentZoneManager(nullptr);
-    // A window that closed outside of any loop has asked the next one to end: this one.
+    forgetQuit();
+}
+
+void EditorTest::forgetQuit() {
     test::pump();
     test::gui().loop().postQuit(0);
     test::gui().loop().run();

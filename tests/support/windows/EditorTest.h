@@ -46,6 +46,7 @@ protected:
     /// Makes and shows a window; its loop is the test's own pumping.
     template <class Window>
     std::shared_ptr<Window> open(std::u16string_view title = u"Test") {
+        forgetQuit();
         auto window = Window::create(context());
         if (!window || !window->Create(nullptr, std::u16string(title), ui::kScreenStyle,
                                        ui::kScreenExtendedStyle)) {
@@ -59,6 +60,8 @@ protected:
     [[nodiscard]] static bool isClosed(const ui::EditorWindow& window) {
         return window.GetNative() == nullptr || window.IsClosing();
     }
+    /// A window that closed outside of any loop has asked the next one to end; this one ends.
+    static void forgetQuit();
     /// The folder of a scene below the test's folder, as the editor spells it.
     [[nodiscard]] std::string sceneFolder(const std::string& name) {
         return m_folder.path() + "Scenes/" + name + "\\";
