@@ -1,0 +1,289 @@
+// The open scene and new scene windows and the confirmation dialog.
+#include "core/Text.h"
+#include "tests/support/windows/EditorTest.h"
+#include "ui/Confirmation.h"
+#include "ui/NewScene.h"
+#include "ui/OpenScene.h"
+#include "ui/StyleCombo.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using support::writeBytes;
+using test::Answer;
+using test::answering;
+using test::WindowDriver;
+
+class OpenSceneWindow : public test::EditorTest {
+protected:
+    WindowDriver& show() {
+        m_driver.reset();
+        m_window = open<ui::OpenScene>();
+        m_driver = std::make_unique<WindowDriver>(*m_window);
+        return *m_driver;
+    }
+    std::vector<std::u16string> names() {
+        std::vector<std::u16string> texts;
+        const auto& list = m_driver->get<toolkit::CListUI>(u"SceneList");
+        for (int row = 0; row < list.GetCount(); ++row) {
+            texts.push_back(test::inRow(*m_driver, u"SceneList", row, u"ListItem").GetText());
+        }
+        return texts;
+    }
+
+    std::shared_ptr<ui::OpenScene> m_window;
+    std::unique_ptr<WindowDriver> m_driver;
+};
+
+TEST_F(OpenSceneWindow, ListsTheScenesAndChoosesTheFirst) {
+    writeBytes("Scenes/Fire %s/Scene.xml", "");
+    writeBytes("Scenes/b\xFF"
+               "d/Scene.xml",
+               "");
+    WindowDriver& driver = show();
+    EXPECT_EQ(names(), (std::vector<std::u16string>{u"b\uFFFDd", u"Fire %s"}));
+    EXPECT_EQ(driver.get<toolkit::CListUI>(u"SceneList").GetCurSel(), 0);
+    const auto& row = *driver.get<toolkit::CListUI>(u"SceneList").GetItemAt(1);
+    EXPECT_EQ(row.GetName(), u"Row");
+    EXPECT_EQ(row.GetPos().height(), 16);
+    EXPECT_EQ(test::inRow(driver, u"SceneList", 1, u"ListItem").GetToolTip(),
+              u"Open Fire %s scenario");
+    EXPECT_FALSE(driver.get(u"EmptyHeading").IsVisible());
+}
+
+TEST_F(OpenSceneWindow, OpensTheChosenSceneUnderItsStoredName) {
+    writeBytes("Scenes/b\xFF"
+               "d/Scene.xml",
+               "");
+    writeBytes("Scenes/Fire/Scene.xml", "");
+    WindowDriver& driver = show();
+    driver.click(u"ButtonLoadScene");
+    EXPECT_EQ(scene().Name(), "b\xFF"
+                              "d");
+    EXPECT_TRUE(isClosed(*m_window));
+    EXPECT_FALSE(m_state.quit);
+    EXPECT_FALSE(m_state.newSceneRequest);
+
+    show();
+    m_driver->click(test::inRow(*m_driver, u"SceneList", 1, u"ListItem"));
+    m_driver->click(u"ButtonLoadScene");
+    EXPECT_EQ(scene().Name(), "Fire");
+}
+
+TEST_F(OpenSceneWindow, TheArrowKeysChooseFromTheStart) {
+    writeBytes("Scenes/A/Scene.xml", "");
+    writeBytes("Scenes/B/Scene.xml", "");
+    show();
+    m_driver->press(platform::Key::down);
+    m_driver->click(u"ButtonLoadScene");
+    EXPECT_EQ(scene().Name(), "B");
+}
+
+TEST_F(OpenSceneWindow, WithoutScenesItSaysWhatToDo) {
+    scene().SetName("kept");
+    WindowDriver& driver = show();
+    for (const auto* name : {u"EmptyIcon", u"EmptyHeading", u"EmptyLine"}) {
+        EXPECT_TRUE(driver.get(name).IsVisible());
+    }
+    EXPECT_EQ(driver.get(u"EmptyHeading").GetText(), u"No scenes yet");
+    EXPECT_FALSE(driver.get(u"ButtonLoadScene").IsEnabled());
+    driver.click(u"ButtonLoadScene");
+    EXPECT_FALSE(isClosed(*m_window));
+    EXPECT_EQ(scene().Name(), "kept");
+}
+
+TEST_F(OpenSceneWindow, NothingChosenOpensNothing) {
+    writeBytes("Scenes/A/Scene.xml", "");
+    show();
+    m_driver->get<toolkit::CListUI>(u"SceneList").SelectItem(-1);
+    m_driver->click(u"ButtonLoadScene");
+    EXPECT_FALSE(isClosed(*m_window));
+}
+
+TEST_F(OpenSceneWindow, TheOtherButtonsSetTheirFlag) {
+    show();
+    m_driver->click(u"ButtonNewScene");
+    EXPECT_TRUE(m_state.newSceneRequest);
+    EXPECT_FALSE(m_state.quit);
+    EXPECT_TRUE(isClosed(*m_window));
+    m_state = {};
+    show();
+    m_driver->click(u"ButtonExit");
+    EXPECT_TRUE(m_state.quit);
+    EXPECT_FALSE(m_state.newSceneRequest);
+    EXPECT_TRUE(isClosed(*m_window));
+}
+
+TEST_F(OpenSceneWindow, HoldsManyScenes) {
+    for (int i = 0; i < 500; ++i) {
+        writeBytes("Scenes/Scene " + std::to_string(1000 + i) + "/Scene.xml", "");
+    }
+    show();
+    EXPECT_EQ(m_driver->get<toolkit::CListUI>(u"SceneList").GetCount(), 500);
+    m_driver->press(platform::Key::end);
+    m_driver->click(u"ButtonLoadScene");
+    EXPECT_EQ(scene().Name(), "Scene 1499");
+}
+
+class NewSceneWindow : public test::EditorTest {
+protected:
+    NewSceneWindow() { scene().SetName("before"); }
+    WindowDriver& show() {
+        m_driver.reset();
+        m_window = open<ui::NewScene>();
+        m_driver = std::make_unique<WindowDriver>(*m_window);
+        return *m_driver;
+    }
+
+    std::shared_ptr<ui::NewScene> m_window;
+    std::unique_ptr<WindowDriver> m_driver;
+};
+
+TEST_F(NewSceneWindow, TakesAnyName) {
+    const std::pair<std::u16string, std::string> names[] = {
+        {u"Ladder Inspection", "Ladder Inspection"},
+        {u"", ""},
+        {u"..", ".."},
+        {u"a/b\\c", "a/b\\c"},
+        {u"Übung \"%s\" & <x>", "\xC3\x9C"
+                                "bung \"%s\" & <x>"},
+    };
+    for (const auto& [typed, stored] : names) {
+        m_state = {};
+        scene().AddBranch();
+        WindowDriver& driver = show();
+        // The keyboard stands in the edit from the start.
+        driver.type(typed);
+        driver.click(u"ButtonCreate");
+        EXPECT_EQ(scene().Name(), stored);
+        EXPECT_EQ(scene().branchCount(), 0) << "a new scene is empty";
+        EXPECT_EQ(scene().FirstBranch(), "");
+        EXPECT_TRUE(m_state.sceneCreated);
+        EXPECT_TRUE(isClosed(*m_window));
+    }
+}
+
+TEST_F(NewSceneWindow, BackChangesNothing) {
+    scene().AddBranch();
+    WindowDriver& driver = show();
+    driver.type(u"Other");
+    driver.click(u"ButtonBack");
+    EXPECT_EQ(scene().Name(), "before");
+    EXPECT_EQ(scene().branchCount(), 1);
+    EXPECT_FALSE(m_state.sceneCreated);
+    EXPECT_TRUE(isClosed(*m_window));
+}
+
+TEST_F(NewSceneWindow, WarnsQuietlyOfANameThatWillNotLoadAgain) {
+    WindowDriver& driver = show();
+    const std::u16string usual = driver.get(u"LabelHint").GetText();
+    driver.type(u"a&b");
+    EXPECT_EQ(driver.get(u"LabelHint").GetText(), usual);
+    driver.type(u"<");
+    EXPECT_EQ(driver.get(u"LabelHint").GetText(),
+              u"A scene with \"<\" in its name will not load again.");
+    driver.press(platform::Key::backspace);
+    EXPECT_EQ(driver.get(u"LabelHint").GetText(), usual);
+}
+
+TEST_F(NewSceneWindow, EnterInTheEditCreatesNothing) {
+    WindowDriver& driver = show();
+    driver.enter(u"EditSceneName", u"Name");
+    EXPECT_FALSE(isClosed(*m_window));
+    EXPECT_EQ(scene().Name(), "before");
+}
+
+TEST_F(NewSceneWindow, WindowsNeedTheSystemsComponents) {
+    m_gui.library.fails = true;
+    EXPECT_EQ(ui::NewScene::create(context()), nullptr);
+    EXPECT_EQ(ui::OpenScene::create(context()), nullptr);
+    EXPECT_EQ(m_gui.library.uses, 0);
+}
+
+/// Asks from an open scene window, which has no questions of its own.
+class Question : public test::EditorTest {
+protected:
+    class Asker final : public ui::ConfirmCallback {
+    public:
+        platform::NativeWindow* GetParentWindow() override { return owner; }
+        platform::NativeWindow* owner = nullptr;
+    };
+
+    Question() : m_owner(open<ui::OpenScene>()) { m_asker.owner = m_owner->GetNative(); }
+    void ask(const std::string& title, const std::string& message, std::function<void()> answer) {
+        test::gui().loop().post(std::move(answer));
+        ui::Confirmation::ask(context(), m_asker, title, message);
+    }
+
+    std::shared_ptr<ui::OpenScene> m_owner;
+    Asker m_asker;
+};
+
+TEST_F(Question, ShowsItsTextsAndHandsBackTheAnswer) {
+    for (const auto& [answer, expected] : {std::pair{Answer::yes, ui::ConfirmCallback::kYes},
+                                           std::pair{Answer::no, ui::ConfirmCallback::kNo},
+                                           std::pair{Answer::escape, ui::ConfirmCallback::kNo}}) {
+        m_asker.SetAnswer(7);
+        std::string asked;
+        ask("Gehen \xE2\x80\x94 50 %s?", "\xC3\x84?", answering(answer, &asked));
+        EXPECT_EQ(asked, "Gehen \xE2\x80\x94 50 %s?|\xC3\x84?");
+        EXPECT_EQ(m_asker.answer(), expected);
+    }
+}
+
+TEST_F(Question, ADismissalLeavesThePresetAnswer) {
+    for (const std::uint8_t preset : {ui::ConfirmCallback::kNo, ui::ConfirmCallback::kYes}) {
+        m_asker.SetAnswer(preset);
+        ask("?", "?", answering(Answer::close));
+        EXPECT_EQ(m_asker.answer(), preset);
+    }
+}
+
+TEST_F(Question, TheKeyboardStartsOnNo) {
+    for (const platform::Key key : {platform::Key::enter, platform::Key::space}) {
+        m_asker.SetAnswer(ui::ConfirmCallback::kYes);
+        ask("?", "?", [key] { WindowDriver(test::topWindow()).press(key); });
+        EXPECT_EQ(m_asker.answer(), ui::ConfirmCallback::kNo);
+    }
+}
+
+TEST_F(Question, OnlyItsOwnLoopEnds) {
+    bool afterwards = false;
+    test::gui().loop().post([&] {
+        ask("?", "?", answering(Answer::yes));
+        afterwards = true;
+        test::gui().loop().post([] { test::gui().loop().postQuit(3); });
+    });
+    EXPECT_EQ(test::gui().loop().run(), 3);
+    EXPECT_TRUE(afterwards);
+    EXPECT_FALSE(isClosed(*m_owner));
+}
+
+TEST(StyleCombo, SetsTheLookOfCombosMadeInCode) {
+    toolkit::CComboUI combo;
+    ui::StyleCombo(combo, 120);
+    EXPECT_EQ(combo.GetFixedWidth(), 200);
+    EXPECT_EQ(combo.GetDropBoxSize(), (platform::Size{0, 120}));
+    EXPECT_EQ(combo.GetPadding(), (platform::Rect{5, 1, 5, 1}));
+    const toolkit::ItemStyle& style = combo.itemStyle();
+    EXPECT_EQ(style.backImage, u"file='ComboItemNormal.png' corner='1,1,1,1'");
+    EXPECT_EQ(style.selectedImage, u"file='ComboItemSelected.png' corner='1,1,1,1'");
+    EXPECT_EQ(style.hotImage, u"file='ComboItemHover.png' corner='1,1,1,1'");
+    EXPECT_EQ(style.textColor, 0xFF000000U);
+    EXPECT_EQ(style.selectedTextColor, 0xFF000000U);
+    EXPECT_EQ(style.selectedBackColor, 0xFFC1E3FFU);
+    EXPECT_EQ(style.hotTextColor, 0xFF000000U);
+    EXPECT_EQ(style.hotBackColor, 0xFFE9F5FFU);
+    EXPECT_EQ(style.disabledTextColor, 0xFFCCCCCCU);
+    EXPECT_EQ(style.disabledBackColor, 0xFFFFFFFFU);
+    EXPECT_EQ(style.textPadding, (platform::Rect{5, 1, 5, 1}));
+    EXPECT_EQ(style.font, 0);
+}
+
+} // namespace
