@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <filesystem>
 
 #include "tests/support/TempFolder.h"
 
@@ -10,6 +12,13 @@ namespace {
 
 using platform::OpenMode;
 using Names = std::vector<std::string>;
+
+/// `path` with the system's own separators.
+std::string native(std::string path) {
+    std::replace(path.begin(), path.end(), '/',
+                 static_cast<char>(std::filesystem::path::preferred_separator));
+    return path;
+}
 
 class FileSystemTest : public support::TempFolderTest {
 protected:
@@ -105,15 +114,20 @@ TEST_F(FileSystemTest, BothSeparatorsLeadToTheSameFile) {
     EXPECT_TRUE(m_files.removeFile("A\\g", m_error));
     EXPECT_FALSE(m_files.removeFile("A\\g", m_error));
     EXPECT_TRUE(m_files.setCurrentFolder("A\\B"));
-    EXPECT_EQ(m_files.currentFolder(), m_folder.path() + "A/B");
+    EXPECT_EQ(m_files.currentFolder(), native(m_folder.path() + "A/B"));
 }
 
 TEST_F(FileSystemTest, ListsByNameWithoutCase) {
-    for (const char* name : {"b", "_", "Z", "a", "B2", "\xC3\x84", "zz", ".hidden", "a.ini", "A"})
+    for (const char* name : {"b", "_", "Z", "a", "B2", "\xC3\x84", "zz", ".hidden", "a.ini"})
         support::writeBytes(std::string("in/") + name, "");
+    const bool caseMatters = !support::exists("in/B");
+    if (caseMatters)
+        support::writeBytes("in/A", "");
     support::makeFolder("in/Folder");
-    EXPECT_EQ(names("in"), (Names{".hidden", "A", "a", "a.ini", "b", "B2", "Folder/", "Z", "zz",
-                                  "_", "\xC3\x84"}));
+    Names expected{".hidden", "a", "a.ini", "b", "B2", "Folder/", "Z", "zz", "_", "\xC3\x84"};
+    if (caseMatters)
+        expected.insert(expected.begin() + 1, "A");
+    EXPECT_EQ(names("in"), expected);
     EXPECT_EQ(names("missing"), Names{"(unreadable)"});
     EXPECT_EQ(names("in/a"), Names{"(unreadable)"});
     EXPECT_EQ(names(""), Names{"in/"}) << "an empty name is the current folder";
@@ -137,20 +151,18 @@ TEST_F(FileSystemTest, InfoTellsTheSameFileByAnyPath) {
 
 TEST_F(FileSystemTest, FullPathsAreMadeByTextAlone) {
     const std::string here = m_folder.path();
+    const std::string above = std::filesystem::path(here).parent_path().parent_path().string();
     struct Case {
         const char* path;
         std::string full;
     };
     const Case cases[] = {
-        {"a", here + "a"},
-        {"a/../b", here + "b"},
-        {"./a//b/.", here + "a/b"},
-        {"..\\x.exe", here.substr(0, here.rfind('/', here.size() - 2)) + "/x.exe"},
-        {"a b/c", here + "a b/c"},
-        {"", ""},
+        {"a", here + "a"},          {"a/../b", here + "b"},
+        {"./a//b/.", here + "a/b"}, {"..\\x.exe", above + "/x.exe"},
+        {"a b/c", here + "a b/c"},  {"", ""},
     };
     for (const Case& c : cases)
-        EXPECT_EQ(m_files.fullPath(c.path), c.full) << c.path;
+        EXPECT_EQ(m_files.fullPath(c.path), native(c.full)) << c.path;
 }
 
 } // namespace

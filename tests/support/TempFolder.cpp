@@ -31,7 +31,10 @@ TempFolder::TempFolder() : m_previous(platform::nativeFileSystem().currentFolder
     do {
         folder = fs::temp_directory_path() / ("quorvel-test-" + std::to_string(random()));
     } while (!fs::create_directories(folder));
-    m_path = toText(fs::canonical(folder)) + "/";
+    // As the system writes it: what it answers about the current folder is compared with this.
+    const std::u8string native = fs::canonical(folder).u8string();
+    m_path = std::string(native.begin(), native.end()) +
+             static_cast<char>(fs::path::preferred_separator);
     if (!platform::nativeFileSystem().setCurrentFolder(m_path))
         throw std::runtime_error("cannot enter " + m_path);
 }

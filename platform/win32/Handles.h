@@ -1,0 +1,72 @@
+// One owner type for each kind of native handle, with its own invalid value and its own way to
+// close. Included by sources of this folder only.
+#pragma once
+
+#include <utility>
+
+#include <windows.h>
+
+namespace platform::win32 {
+
+/// Move-only owner of a handle; `Traits` says what no handle looks like and how one is closed.
+template <typename Traits>
+class Unique {
+public:
+    using Type = typename Traits::Type;
+
+    explicit Unique(Type handle = Traits::none()) : m_handle(handle) {}
+    Unique(Unique&& other) noexcept : m_handle(other.release()) {}
+    Unique& operator=(Unique&& other) noexcept {
+        reset(other.release());
+        return *this;
+    }
+    Unique(const Unique&) = delete;
+    Unique& operator=(const Unique&) = delete;
+    ~Unique() { reset(); }
+
+    [[nodiscard]] Type get() const { return m_handle; }
+    explicit operator bool() const { return m_handle != Traits::none(); }
+    Type release() { return std::exchange(m_handle, Traits::none()); }
+    void reset(Type handle = Traits::none()) {
+        const Type former = std::exchange(m_handle, handle);
+        if (former != Traits::none() && former != handle) {
+            Traits::close(former);
+        }
+    }
+
+private:
+    Type m_handle;
+};
+
+struct FileTraits {
+    using Type = HANDLE;
+    static Type none() { return INVALID_HANDLE_VALUE; }
+    static void close(Type handle) { CloseHandle(handle); }
+};
+/// From CreateFile.
+using UniqueFile = Unique<FileTraits>;
+
+struct KernelTraits {
+    using Type = HANDLE;
+    static Type none() { return nullptr; }
+    static void close(Type handle) { CloseHandle(handle); }
+};
+/// A process, a thread, an event.
+using UniqueKernelObject = Unique<KernelTraits>;
+
+struct FindTraits {
+    using Type = HANDLE;
+    static Type none() { return INVALID_HANDLE_VALUE; }
+    static void close(Type handle) { FindClose(handle); }
+};
+using UniqueFind = Unique<FindTraits>;
+
+struct LocalMemoryTraits {
+    using Type = HLOCAL;
+    static Type none() { return nullptr; }
+    static void close(Type handle) { LocalFree(handle); }
+};
+/// Text that the system allocated.
+using UniqueLocalMemory = Unique<LocalMemoryTraits>;
+
+} // namespace platform::win32

@@ -1,0 +1,30 @@
+// Paths for the system's calls: wide, with "\" between the parts.
+#pragma once
+
+#include <algorithm>
+#include <string>
+
+#include "platform/win32/WideText.h"
+
+namespace platform::win32 {
+
+/// Empty for a path with a zero byte, which would otherwise lead to another file.
+[[nodiscard]] inline std::wstring widePath(const std::string& path) {
+    std::wstring result = wide(path);
+    if (result.find(L'\0') != std::wstring::npos) {
+        return {};
+    }
+    std::replace(result.begin(), result.end(), L'/', L'\\');
+    return result;
+}
+
+/// Without a final separator, unless that is all there is to a root.
+[[nodiscard]] inline std::wstring withoutFinalSeparator(std::wstring path) {
+    const bool root = path.size() == 3 && path[1] == L':';
+    if (path.size() > 1 && path.back() == L'\\' && !root) {
+        path.pop_back();
+    }
+    return path;
+}
+
+} // namespace platform::win32
