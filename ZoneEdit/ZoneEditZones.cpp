@@ -116,8 +116,10 @@ void ZoneEdit::closeEditor(Control& /*sender*/) {
 
 void ZoneEdit::showCaption() {
     std::u16string text = core::displayText(core::fileName(context().state.zoneEditVideo));
-    if (m_zones && !m_zones->lastSaveFailure().empty()) {
-        text += u"    " + ui::notSavedText(m_zones->lastSaveFailure());
+    const std::u16string problem =
+        m_zones ? ui::notSavedText(m_zones->lastSaveFailure()) : std::u16string();
+    if (!showProblem(problem, u"") && !problem.empty()) {
+        text += u"    " + problem;
     }
     setTextOf(kVideoLabel, text);
 }

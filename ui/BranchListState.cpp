@@ -71,13 +71,16 @@ void BranchList::updateStatus() {
         status.totalBytes = m_import.totalBytes();
         text = copyText(status);
     }
+    std::u16string problem;
     if (text.empty()) {
-        text = notSavedText(scene()->saveFailure());
+        problem = notSavedText(scene()->saveFailure());
+        text = problem;
     }
     if (text.empty()) {
         text = unreadableHint(unreadableName(*scene()));
     }
     setTextOf(kStatus, text.empty() ? m_usualStatus : text);
+    showProblem(problem, kStatus);
 }
 
 } // namespace ui

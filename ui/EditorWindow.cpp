@@ -49,4 +49,17 @@ void EditorWindow::setToolTipOf(std::u16string_view name, std::u16string_view te
     }
 }
 
+bool EditorWindow::showProblem(std::u16string_view text, std::u16string_view usual) {
+    toolkit::CControlUI* problem = findControl(u"LabelProblem");
+    if (problem == nullptr) {
+        return false;
+    }
+    problem->SetText(text);
+    problem->SetVisible(!text.empty());
+    if (!usual.empty()) {
+        setVisibleOf(usual, text.empty());
+    }
+    return true;
+}
+
 } // namespace ui

@@ -10,11 +10,11 @@
 #include "core/Log.h"
 #include "core/Text.h"
 #include "scene/SceneManager.h"
-#include "tests/screenshots/PngFile.h"
 #include "tests/screenshots/Shots.h"
 #include "tests/support/gui/TestGui.h"
 #include "toolkit/CComboUI.h"
 #include "toolkit/CListUI.h"
+#include "tools/tour/PngFile.h"
 #include "ui/BranchList.h"
 #include "ui/Confirmation.h"
 #include "ui/NewScene.h"
@@ -79,7 +79,7 @@ private:
     }
 
     void save(const std::string& name, const platform::Bitmap& picture) {
-        m_good = writePng((m_folder / (name + ".png")).string(), picture) && m_good;
+        tour::writePng(picture, (m_folder / (name + ".png")).string());
         std::cout << name << " " << picture.size().width << "x" << picture.size().height << "\n";
     }
 
