@@ -26,19 +26,23 @@ std::vector<int> shareLength(const std::vector<BoxPart>& parts, int available, i
             ++open;
         }
     }
-    // A share that meets a limit changes the others' share: settle those first.
-    for (bool settled = true; settled && open > 0;) {
-        settled = false;
+    // A share that meets a limit changes the others' share: settle those first, the lowest sizes
+    // before the highest, because they leave less for all.
+    const auto settle = [&](bool lowest) {
         const int share = std::max(left, 0) / open;
-        for (std::size_t i = 0; i < parts.size() && open > 0; ++i) {
-            const int limitedShare = limit(parts[i], share);
-            if (lengths[i] < 0 && limitedShare != share) {
-                lengths[i] = limitedShare;
-                left -= limitedShare;
+        bool settled = false;
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            const int limited = limit(parts[i], share);
+            if (lengths[i] < 0 && (lowest ? limited > share : limited < share)) {
+                lengths[i] = limited;
+                left -= limited;
                 --open;
                 settled = true;
             }
         }
+        return settled;
+    };
+    while (open > 0 && (settle(true) || settle(false))) {
     }
     for (int& length : lengths) {
         if (length < 0) {

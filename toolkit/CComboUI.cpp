@@ -52,6 +52,7 @@ bool CComboUI::SelectItem(int index, bool takeFocus) {
     const bool changed = index != m_current;
     m_current = index;
     Invalidate();
+    accessibleChanged(platform::AccessibleChange::value);
     if (takeFocus && GetManager() != nullptr) {
         GetManager()->SetFocus(this);
     }
@@ -68,6 +69,7 @@ bool CComboUI::pick(int index) {
     }
     m_current = index;
     Invalidate();
+    accessibleChanged(platform::AccessibleChange::value);
     notify(kItemSelect, index);
     return true;
 }

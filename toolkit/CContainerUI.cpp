@@ -26,6 +26,7 @@ CControlUI* CContainerUI::AddAt(std::unique_ptr<CControlUI> control, int index) 
     m_items.insert(m_items.begin() + index, std::move(control));
     added->attach(GetManager(), this);
     NeedUpdate();
+    accessibleChanged(platform::AccessibleChange::children);
     return added;
 }
 
@@ -49,6 +50,7 @@ bool CContainerUI::RemoveAt(int index) {
     m_items.erase(m_items.begin() + index);
     NeedUpdate();
     retire(std::move(control));
+    accessibleChanged(platform::AccessibleChange::children);
     return true;
 }
 
@@ -59,6 +61,7 @@ void CContainerUI::RemoveAll() {
     for (std::unique_ptr<CControlUI>& control : controls) {
         retire(std::move(control));
     }
+    accessibleChanged(platform::AccessibleChange::children);
 }
 
 void CContainerUI::retire(std::unique_ptr<CControlUI> control) {

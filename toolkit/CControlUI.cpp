@@ -61,6 +61,7 @@ void CControlUI::SetText(std::u16string_view text) {
     if (m_text != text) {
         m_text = text;
         Invalidate();
+        accessibleChanged(platform::AccessibleChange::name);
     }
 }
 
@@ -77,6 +78,7 @@ void CControlUI::SetEnabled(bool enabled) {
         m_manager->leaveInput(*this);
     }
     Invalidate();
+    accessibleChanged(platform::AccessibleChange::state);
 }
 
 bool CControlUI::IsVisible() const {
@@ -93,6 +95,7 @@ void CControlUI::SetVisible(bool visible) {
         m_manager->leaveInput(*this);
     }
     NeedUpdate();
+    accessibleChanged(platform::AccessibleChange::state);
 }
 
 bool CControlUI::IsFocused() const {
@@ -269,6 +272,12 @@ bool CControlUI::notify(std::u16string_view type, int wParam) {
         m_manager->SendNotify(*this, type, wParam);
     }
     return m_manager != nullptr;
+}
+
+void CControlUI::accessibleChanged(platform::AccessibleChange change) {
+    if (m_manager != nullptr && m_manager->GetWindow() != nullptr) {
+        m_manager->GetWindow()->accessibleChanged(*this, change);
+    }
 }
 
 platform::AccessibleRole CControlUI::accessibleRole() const {

@@ -5,6 +5,7 @@
 #include "platform/Accessible.h"
 #include "platform/Canvas.h"
 #include "platform/Geometry.h"
+#include "platform/Window.h"
 #include "toolkit/TEventUI.h"
 
 #include <memory>
@@ -114,6 +115,10 @@ public:
     /// True for a kind that types: it shows the focus ring always and loses the keyboard to any
     /// press elsewhere.
     [[nodiscard]] virtual bool takesText() const { return false; }
+    /// The pointer's picture over it.
+    [[nodiscard]] virtual platform::PointerShape pointerShape() const {
+        return platform::PointerShape::arrow;
+    }
     /// Told before a press reaches the control or anything inside it.
     virtual void notePress() {}
     /// What a tool tip over `point` says; the tool tip text unless a kind knows better.
@@ -162,7 +167,8 @@ protected:
     /// Sends a notification from this control, unless it is in no window. True when the control is
     /// still in one afterwards.
     bool notify(std::u16string_view type, int wParam = 0);
-    void setParent(CControlUI* parent) { m_parent = parent; }
+    /// Tells assistive technology, if any listens.
+    void accessibleChanged(platform::AccessibleChange change);
 
 private:
     struct Attributes;

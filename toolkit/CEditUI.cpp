@@ -51,6 +51,7 @@ void CEditUI::SetText(std::u16string_view text) {
     m_preedit.clear();
     m_scroll = 0;
     caretMoved();
+    accessibleChanged(platform::AccessibleChange::value);
 }
 
 void CEditUI::SetReadOnly(bool readOnly) {

@@ -34,6 +34,10 @@ public:
     [[nodiscard]] std::u16string accessibleValue() const override { return GetText(); }
     [[nodiscard]] platform::AccessibleState accessibleState() const override;
     [[nodiscard]] int accessibleCaret() const override;
+    void accessibleSetValue(const std::u16string& text) override;
+    [[nodiscard]] platform::PointerShape pointerShape() const override {
+        return platform::PointerShape::text;
+    }
 
 protected:
     void paintStatus(platform::Canvas& canvas) override;

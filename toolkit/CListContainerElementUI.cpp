@@ -13,6 +13,7 @@ void CListContainerElementUI::setSelected(bool selected) {
     if (m_selected != selected) {
         m_selected = selected;
         Invalidate();
+        accessibleChanged(platform::AccessibleChange::state);
     }
 }
 

@@ -14,6 +14,7 @@ void CListLabelElementUI::setSelected(bool selected) {
     if (m_selected != selected) {
         m_selected = selected;
         Invalidate();
+        accessibleChanged(platform::AccessibleChange::state);
     }
 }
 

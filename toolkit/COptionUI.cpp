@@ -59,6 +59,7 @@ void COptionUI::clearOthers() {
         if (other != this && other->m_selected) {
             other->m_selected = false;
             other->Invalidate();
+            other->accessibleChanged(platform::AccessibleChange::state);
         }
     }
 }
@@ -67,6 +68,7 @@ void COptionUI::Selected(bool selected) {
     if (m_selected != selected) {
         m_selected = selected;
         Invalidate();
+        accessibleChanged(platform::AccessibleChange::state);
     }
     if (selected) {
         clearOthers();

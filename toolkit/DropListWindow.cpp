@@ -48,9 +48,11 @@ bool DropListWindow::open(CComboUI& combo) {
     m_rowHeight = std::max(combo.itemStyle().height, 1);
     const Rect& pos = combo.GetPos();
     const platform::Size box = combo.GetDropBoxSize();
-    const int content = combo.GetCount() * m_rowHeight + 2 * kBorder;
+    // Whole rows only.
+    const int rows =
+        std::min(combo.GetCount(), std::max((box.height - 2 * kBorder) / m_rowHeight, 1));
     const platform::Size wanted{box.width > 0 ? box.width : pos.width(),
-                                std::min(content, std::max(box.height, m_rowHeight))};
+                                rows * m_rowHeight + 2 * kBorder};
     const Point corner = m_manager.toScreen(pos.topLeft());
     const Rect anchor = Rect::at(corner.x, corner.y, pos.width(), pos.height());
     const Rect place = placeDropList(anchor, wanted, m_manager.Gui().windows().workArea(corner));

@@ -162,6 +162,17 @@ bool CEditUI::onShortcut(const platform::Event& event) {
     return true;
 }
 
+void CEditUI::accessibleSetValue(const std::u16string& text) {
+    const CPaintManagerUI::Busy busy(GetManager());
+    if (m_readOnly || !IsEnabled() || GetManager() == nullptr) {
+        return;
+    }
+    m_model.selectAll();
+    if (text.empty() ? m_model.eraseSelection() : m_model.insert(text)) {
+        changed();
+    }
+}
+
 void CEditUI::copySelection() {
     if (m_model.hasSelection()) {
         GetManager()->Gui().windows().setClipboardText(std::u16string(m_model.selectedText()));
@@ -170,6 +181,7 @@ void CEditUI::copySelection() {
 
 void CEditUI::changed() {
     caretMoved();
+    accessibleChanged(platform::AccessibleChange::value);
     notify(kTextChanged);
 }
 

@@ -48,6 +48,9 @@ void FocusKeeper::set(CControlUI* control) {
         m_focused->DoEvent(focusEvent(EventType::setFocus, m_focused));
         if (m_focused != nullptr) {
             m_focused->reveal(*m_focused);
+            if (platform::NativeWindow* window = m_manager.GetWindow()) {
+                window->accessibleChanged(*m_focused, platform::AccessibleChange::focus);
+            }
         }
         invalidateRing();
     }

@@ -170,6 +170,11 @@ void MouseInput::setHot(CControlUI* control, const platform::Event& event) {
     const auto holds = [](const std::vector<CControlUI*>& list, CControlUI* c) {
         return std::find(list.begin(), list.end(), c) != list.end();
     };
+    if (platform::NativeWindow* window = m_manager.GetWindow()) {
+        window->setPointer(control != nullptr && control->IsEnabled()
+                               ? control->pointerShape()
+                               : platform::PointerShape::arrow);
+    }
     for (CControlUI* c : old) {
         if (!holds(chain, c)) {
             c->DoEvent(controlEvent(EventType::mouseLeave, c, event));

@@ -21,12 +21,18 @@ std::u16string fittedText(std::u16string_view text, int width, platform::FontHan
     while (count < head.size() && count + 1 < positions.size() && positions[count + 1] <= room) {
         ++count;
     }
-    // Both halves of a pair share a position, so a cut between them shows as a high half at the
-    // end.
-    if (count > 0 && count < text.size() && (text[count - 1] & 0xFC00) == 0xD800) {
-        --count;
+    const auto isHighHalf = [](char16_t c) { return (c & 0xFC00) == 0xD800; };
+    for (;; --count) {
+        // Both halves of a pair share a position, so a cut between them leaves a high half.
+        if (count > 0 && count < text.size() && isHighHalf(text[count - 1])) {
+            --count;
+        }
+        std::u16string fitted = std::u16string(text.substr(0, count)).append(kEllipsis);
+        // Together they may be a little wider than apart: letters kern, and widths are rounded.
+        if (count == 0 || fonts.measure(fitted, font).width <= width) {
+            return fitted;
+        }
     }
-    return std::u16string(text.substr(0, count)).append(kEllipsis);
 }
 
 void paintTextLine(platform::Canvas& canvas, const platform::FontSet& fonts,

@@ -99,6 +99,8 @@ void WindowDriver::hover(std::u16string_view name) {
 }
 
 void WindowDriver::hover(Point at) {
+    // The window system drops a move to where its pointer already is, perhaps in another window.
+    input().mouse(native(), EventKind::mouseMove, {at.x, at.y + 1}, MouseButton::none);
     input().mouse(native(), EventKind::mouseMove, at, MouseButton::none);
     pump();
 }

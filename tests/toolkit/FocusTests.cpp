@@ -1,0 +1,166 @@
+// Who has the keyboard, how Tab moves it, and what a window sees before its controls.
+#include "tests/toolkit/ToolkitTest.h"
+
+#include "toolkit/CButtonUI.h"
+#include "toolkit/CEditUI.h"
+#include "toolkit/CListUI.h"
+
+using namespace toolkit_test;
+using platform::EventKind;
+using platform::Key;
+
+namespace {
+
+class Focus : public ToolkitTest {
+protected:
+    std::u16string focus() { return driver().focusName(); }
+};
+
+constexpr const char* kOrder = R"(
+    <Label text="Name" pos="0,0,40,20"/>
+    <Button name="Last" pos="0,200,80,25" tabstop="false"/>
+    <Edit name="A" pos="0,30,80,25"/>
+    <Button name="Off" pos="0,60,80,25" enabled="false"/>
+    <Container pos="100,0,200,100">
+        <Option name="B" pos="0,0,80,25"/>
+        <Button name="Hidden" pos="0,30,80,25" visible="false"/>
+        <Combo name="C" pos="0,60,80,25"/>
+    </Container>
+    <Container pos="100,100,200,100" enabled="false"><Button name="Inside" pos="0,0,80,25"/></Container>
+    <List name="D" pos="0,100,80,80"/>)";
+
+} // namespace
+
+TEST_F(Focus, TabFollowsTheLayoutAndSkipsWhatCannotTakeIt) {
+    open(kOrder);
+    std::vector<std::u16string> forward;
+    std::vector<std::u16string> backward;
+    for (int i = 0; i < 5; ++i) {
+        driver().press(Key::tab);
+        forward.push_back(focus());
+    }
+    for (int i = 0; i < 5; ++i) {
+        driver().press(Key::tab, kShift);
+        backward.push_back(focus());
+    }
+    EXPECT_TRUE(forward == (std::vector<std::u16string>{u"A", u"B", u"C", u"D", u"A"}));
+    EXPECT_TRUE(backward == (std::vector<std::u16string>{u"D", u"C", u"B", u"A", u"D"}));
+}
+
+TEST_F(Focus, TabGoesOnFromWhereTheKeyboardWas) {
+    open(kOrder);
+    driver().click(u"A");
+    driver().press(Key::enter);
+    EXPECT_EQ(focus(), u"");
+    driver().press(Key::tab);
+    EXPECT_EQ(focus(), u"B");
+}
+
+TEST_F(Focus, LeavesWhatIsHiddenDisabledOrRemoved) {
+    open(kOrder);
+    auto& manager = window().GetPaintManager();
+    auto& a = get<toolkit::CEditUI>(u"A");
+    manager.SetFocus(&a);
+    a.SetEnabled(false);
+    EXPECT_EQ(manager.GetFocus(), nullptr);
+    manager.SetFocus(&a);
+    EXPECT_EQ(manager.GetFocus(), nullptr) << "a disabled control takes no keyboard";
+    auto& b = driver().get(u"B");
+    manager.SetFocus(&b);
+    b.GetParent()->SetVisible(false);
+    EXPECT_EQ(manager.GetFocus(), nullptr);
+    auto& d = driver().get(u"D");
+    manager.SetFocus(&d);
+    manager.GetRoot()->RemoveAll();
+    EXPECT_EQ(manager.GetFocus(), nullptr);
+    EXPECT_TRUE(window().take().empty());
+}
+
+TEST_F(Focus, AKillFocusHandlerMayMoveTheKeyboardItself) {
+    open(kOrder);
+    window().reactions["killfocus A"] = [&](auto&) {
+        window().GetPaintManager().SetFocus(&driver().get(u"C"));
+    };
+    driver().click(u"A");
+    driver().press(Key::tab);
+    EXPECT_EQ(focus(), u"C");
+}
+
+TEST_F(Focus, TheFilterSeesAPressAfterTheKilledFocusAndBeforeTheControl) {
+    open(R"(<Edit name="A" pos="0,0,80,25"/><Button name="Go" pos="0,40,80,25"/>)", "",
+         [](RecordingWindow& w) {
+             w.filter = [&w](const platform::Event& event) {
+                 if (event.kind == EventKind::mouseDown || event.kind == EventKind::mouseUp) {
+                     w.notes.emplace_back("filter");
+                 }
+                 return false;
+             };
+         });
+    driver().click(u"A");
+    static_cast<void>(window().take());
+    driver().click(u"Go");
+    EXPECT_EQ(window().take(), (Notes{"killfocus A", "filter", "filter", "click Go"}));
+}
+
+TEST_F(Focus, WhatTheFilterTakesNoControlSees) {
+    open(R"(<Button name="Go" pos="0,40,80,25"/>
+            <Combo name="Combo" pos="0,80,80,25">
+                <ListLabelElement text="a"/><ListLabelElement text="b"/></Combo>)");
+    window().filter = [](const platform::Event& event) {
+        return event.kind == EventKind::mouseDown || event.key == Key::left ||
+               event.key == Key::down;
+    };
+    driver().click(u"Go");
+    driver().get<toolkit::CComboUI>(u"Combo").SelectItem(0, true);
+    static_cast<void>(window().take());
+    driver().press(Key::down);
+    EXPECT_TRUE(window().take().empty());
+    driver().press(Key::space);
+    driver().press(Key::down);
+    driver().press(Key::enter);
+    EXPECT_EQ(window().take(), (Notes{"itemselect Combo 1"})) << "an open drop list keeps its keys";
+}
+
+TEST_F(Focus, TheRingShowsAfterKeysAndAlwaysInEdits) {
+    support::writeBytes("UI/Ring.bmp", bmp(1, 1, 0xFFFF0000));
+    const std::string ring =
+        "focusedimage=\"file='Ring.bmp' dest='-3,0,0,20'\" bkcolor=\"#FFFFFFFF\"";
+    open("<Default class=\"Option\" focusedimage=\"file='Ring.bmp' dest='-8,0,-5,20'\"/>"
+         "<Button name=\"Go\" pos=\"20,0,80,25\"/><Edit name=\"A\" pos=\"20,40,80,25\"/>"
+         "<Option name=\"Check\" pos=\"20,80,80,25\"/>",
+         ring);
+    const auto ringAt = [&](int x, int y) { return driver().pixel({x, y}) == 0xFFFF0000; };
+    driver().click(u"Go");
+    EXPECT_EQ(focus(), u"Go");
+    EXPECT_FALSE(ringAt(18, 10));
+    driver().click(u"A");
+    EXPECT_TRUE(ringAt(18, 50)) << "an edit";
+    driver().press(Key::tab);
+    EXPECT_FALSE(ringAt(18, 50));
+    EXPECT_TRUE(ringAt(13, 90)) << "the ring of its kind";
+    EXPECT_FALSE(ringAt(18, 90));
+    driver().press(Key::tab);
+    EXPECT_TRUE(ringAt(18, 10));
+    driver().click(u"Go");
+    EXPECT_FALSE(ringAt(18, 10)) << "the mouse puts it away again";
+}
+
+TEST_F(Focus, ScrollsToTheRowThatTakesIt) {
+    open(R"(<List name="List" pos="0,0,200,100">
+        <ListContainerElement height="60"><Button name="A" pos="0,0,80,25"/></ListContainerElement>
+        <ListContainerElement height="60"><Button name="B" pos="0,0,80,25"/></ListContainerElement>
+        <ListContainerElement height="60"><Button name="C" pos="0,0,80,25"/></ListContainerElement>
+        </List>)");
+    const auto inView = [&](std::u16string_view name) {
+        const platform::Rect& pos = driver().get(name).GetPos();
+        return pos.top >= 0 && pos.bottom <= 100;
+    };
+    EXPECT_FALSE(inView(u"C"));
+    driver().press(Key::tab, kShift);
+    EXPECT_EQ(focus(), u"C");
+    EXPECT_TRUE(inView(u"C"));
+    driver().press(Key::tab);
+    driver().press(Key::tab);
+    EXPECT_EQ(focus(), u"A");
+    EXPECT_TRUE(inView(u"A"));
+}

@@ -1,0 +1,152 @@
+// Image attributes, decoding, and the nine parts on the screen.
+#include "tests/toolkit/ToolkitTest.h"
+
+#include "toolkit/ImageDecoder.h"
+#include "toolkit/SkinImage.h"
+
+#include <span>
+
+using namespace toolkit_test;
+using platform::Rect;
+using toolkit::decodeImage;
+using toolkit::ImageAttribute;
+
+namespace {
+
+std::optional<platform::Bitmap> decode(const std::string& bytes) {
+    return decodeImage(
+        std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()));
+}
+
+std::string dataFile(const std::string& name) {
+    return support::readBytes(std::string(QUORVEL_SOURCE_DIR) + "/tests/data/toolkit/" + name);
+}
+
+class Images : public ToolkitTest {};
+
+} // namespace
+
+TEST(ImageAttribute, ToleratesBlanksOrderAndUnknownKeys) {
+    const struct {
+        std::u16string_view text;
+        std::u16string_view file;
+        Rect corner;
+        std::optional<Rect> dest;
+    } cases[] = {
+        {u"file='a.png' corner='1,2,3,4'", u"a.png", {1, 2, 3, 4}, std::nullopt},
+        {u"  corner = '1, 2 ,3,4'  file =\t'a b.png' ", u"a b.png", {1, 2, 3, 4}, std::nullopt},
+        {u"file=\"a.png\" fade='7' dest='-3,-3,21,21'", u"a.png", {}, Rect{-3, -3, 21, 21}},
+        {u"plain.png", u"plain.png", {}, std::nullopt},
+        {u"", u"", {}, std::nullopt},
+        {u"file='a.png' corner='1,2,3'", u"a.png", {}, std::nullopt},
+        {u"file='a.png' corner='-1,2,-3,4'", u"a.png", {0, 2, 0, 4}, std::nullopt},
+        {u"file='a.png", u"", {}, std::nullopt},
+        {u"file=a.png", u"", {}, std::nullopt},
+        {u"=''='' file='a.png'", u"a.png", {}, std::nullopt},
+        {u"file='a.png'corner='1,1,1,1'", u"a.png", {1, 1, 1, 1}, std::nullopt},
+    };
+    for (const auto& c : cases) {
+        const ImageAttribute parsed = ImageAttribute::parse(c.text);
+        EXPECT_TRUE(parsed.file == c.file);
+        EXPECT_EQ(parsed.corner, c.corner);
+        EXPECT_EQ(parsed.dest, c.dest);
+    }
+}
+
+TEST(ImageDecoder, ReadsTheFourFormats) {
+    // 2 x 2: red, green / blue, white.
+    for (const char* name : {"four.png", "four.bmp", "four.gif"}) {
+        const auto image = decode(dataFile(name));
+        ASSERT_TRUE(image) << name;
+        EXPECT_EQ(image->size(), (platform::Size{2, 2}));
+        EXPECT_EQ(image->at(0, 0), 0xFFFF0000) << name;
+        EXPECT_EQ(image->at(1, 0), 0xFF00FF00) << name;
+        EXPECT_EQ(image->at(0, 1), 0xFF0000FF) << name;
+        EXPECT_EQ(image->at(1, 1), 0xFFFFFFFF) << name;
+    }
+    const auto jpeg = decode(dataFile("grey.jpg"));
+    ASSERT_TRUE(jpeg);
+    EXPECT_EQ(jpeg->size(), (platform::Size{8, 8}));
+    EXPECT_NEAR(static_cast<int>(jpeg->at(3, 3) & 0xFFU), 128, 3);
+    const auto clip = decode(dataFile("two-frames.gif"));
+    ASSERT_TRUE(clip);
+    EXPECT_EQ(clip->at(0, 0), 0xFFFF0000) << "the first frame";
+}
+
+TEST(ImageDecoder, MultipliesByAlpha) {
+    const auto image = decode(bmp(2, 1, {0x80FF8000, 0x00FFFFFF}));
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->at(0, 0), 0x80804000U);
+    EXPECT_EQ(image->at(1, 0), 0U);
+}
+
+TEST(ImageDecoder, RefusesWhatIsNoImageDamagedOrTooLarge) {
+    EXPECT_FALSE(decode(""));
+    EXPECT_FALSE(decode("no image at all"));
+    const std::string png = dataFile("four.png");
+    for (const std::size_t size : {8U, 20U, 33U, 45U}) {
+        EXPECT_FALSE(decode(png.substr(0, size))) << size;
+    }
+    for (const auto& [width, height] :
+         {std::pair{8193, 1}, {1, 8193}, {8192, 8192}, {0x7FFFFFFF, 2}}) {
+        std::string huge = bmp(1, 1, 0);
+        for (int i = 0; i < 4; ++i) {
+            huge[static_cast<std::size_t>(18 + i)] = static_cast<char>(width >> (8 * i));
+            huge[static_cast<std::size_t>(22 + i)] = static_cast<char>(height >> (8 * i));
+        }
+        EXPECT_FALSE(decode(huge)) << width << " x " << height;
+    }
+}
+
+TEST_F(Images, StretchInNineParts) {
+    // Corners red, edges green, middle blue; 5 x 5 with corners of 2.
+    std::vector<std::uint32_t> pixels;
+    for (int y = 0; y < 5; ++y) {
+        for (int x = 0; x < 5; ++x) {
+            const bool edgeX = x != 2;
+            const bool edgeY = y != 2;
+            pixels.push_back(edgeX && edgeY   ? 0xFFFF0000
+                             : edgeX || edgeY ? 0xFF00FF00
+                                              : 0xFF0000FF);
+        }
+    }
+    support::writeBytes("UI/Nine.bmp", bmp(5, 5, pixels));
+    open(R"(<Control pos="10,20,100,50" bkimage="file='Nine.bmp' corner='2,2,2,2'"/>
+            <Control pos="10,100,20,20" bkimage="file='Nine.bmp' corner='2,2,2,2' dest='5,5,30,10'"/>
+            <Control pos="10,200,3,3" bkimage="file='Nine.bmp' corner='2,2,2,2'"/>
+            <Control pos="60,200,20,20" bkimage="file='Nine.bmp' corner='200,1,200,1'"/>)");
+    const platform::Bitmap picture = driver().picture();
+    const struct {
+        int x, y;
+        std::uint32_t color;
+    } points[] = {
+        {10, 20, 0xFFFF0000},  {11, 21, 0xFFFF0000}, {12, 21, 0xFF00FF00},  {107, 20, 0xFF00FF00},
+        {108, 20, 0xFFFF0000}, {12, 22, 0xFF0000FF}, {107, 67, 0xFF0000FF}, {107, 68, 0xFF00FF00},
+        {109, 69, 0xFFFF0000}, {11, 40, 0xFF00FF00}, {15, 105, 0xFFFF0000}, {20, 107, 0xFF0000FF},
+    };
+    for (const auto& p : points) {
+        EXPECT_EQ(picture.at(p.x, p.y), p.color) << p.x << "," << p.y;
+    }
+    EXPECT_EQ(picture.at(10, 200), 0xFFFF0000) << "smaller than its corners: cut down";
+    EXPECT_EQ(picture.at(12, 202), 0xFFFF0000);
+    EXPECT_NE(picture.at(35, 107), 0xFF00FF00) << "cut off at the control";
+}
+
+TEST_F(Images, ThatAreMissingOrBadDrawNothingAndAreLoggedOnce) {
+    support::writeBytes("UI/Bad.png", "no image");
+    open(R"(<Control pos="0,0,50,50" bkcolor="#FF123456" bkimage="file='Missing.png'"/>
+            <Control pos="50,0,50,50" bkcolor="#FF123456" bkimage="file='Bad.png'"/>
+            <Control pos="100,0,50,50" bkcolor="#FF123456" bkimage="file='../secret.png'"/>)");
+    for (int round = 0; round < 3; ++round) {
+        const platform::Bitmap picture = driver().picture();
+        EXPECT_EQ(picture.at(10, 10), 0xFF123456U);
+        EXPECT_EQ(picture.at(60, 10), 0xFF123456U);
+        EXPECT_EQ(picture.at(110, 10), 0xFF123456U);
+    }
+    const std::string page = m_log.page();
+    for (const char* name : {"UI/Missing.png", "UI/Bad.png"}) {
+        const std::size_t first = page.find(name);
+        ASSERT_NE(first, std::string::npos) << name;
+        EXPECT_EQ(page.find(name, first + 1), std::string::npos) << name;
+    }
+}

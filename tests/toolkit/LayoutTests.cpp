@@ -1,0 +1,117 @@
+// Where controls stand.
+#include "tests/toolkit/ToolkitTest.h"
+
+#include "toolkit/CComboUI.h"
+#include "toolkit/CHorizontalLayoutUI.h"
+#include "toolkit/CListContainerElementUI.h"
+#include "toolkit/CListUI.h"
+#include "toolkit/COptionUI.h"
+
+using namespace toolkit_test;
+using platform::Rect;
+
+class Layout : public ToolkitTest {};
+
+TEST_F(Layout, PlacesByPosByFillingAndInRowsAndColumns) {
+    open(R"(<Container name="Fill" inset="10,20,30,40">
+              <Label name="Placed" pos="5,6,70,8"/>
+              <Label name="Filling" padding="1,2,3,4"/>
+              <Label name="Sized" width="50" height="20"/>
+            </Container>
+            <HorizontalLayout name="Row" pos="0,100,300,40" childpadding="10" inset="5,0,5,0">
+              <Label name="R1" width="50"/><Label name="R2" padding="2,3,4,5"/>
+              <Label name="Gone" visible="false" width="100"/>
+              <Label name="R3" width="30" height="20"/><Label name="Out" pos="1,1,2,2"/>
+            </HorizontalLayout>
+            <VerticalLayout name="Column" pos="0,150,100,100">
+              <Label name="C1" height="30" padding="1,2,3,4"/><Label name="C2" minheight="70"/>
+              <Label name="C3" width="20" maxheight="10"/>
+            </VerticalLayout>)");
+    const std::pair<std::u16string_view, Rect> places[] = {
+        {u"Fill", {0, 0, 400, 300}},      {u"Placed", Rect::at(15, 26, 70, 8)},
+        {u"Filling", {11, 22, 367, 256}}, {u"Sized", Rect::at(10, 20, 50, 20)},
+        {u"R1", {5, 100, 55, 140}},       {u"R2", {67, 103, 251, 135}},
+        {u"R3", {265, 110, 295, 130}},    {u"Out", Rect::at(6, 101, 2, 2)},
+        {u"C1", {1, 152, 97, 182}},       {u"C2", {0, 186, 100, 256}},
+        {u"C3", {0, 256, 20, 256}},
+    };
+    for (const auto& [name, place] : places) {
+        EXPECT_EQ(driver().get(name).GetPos(), place) << std::string(name.begin(), name.end());
+    }
+}
+
+TEST_F(Layout, PutsARowsComboAndBoxWhereTheListsColumnsAre) {
+    support::writeBytes("UI/Combo.bmp", bmp(40, 25, 0xFFFFFFFF));
+    open(R"(<List name="List" pos="0,0,400,100"/>)");
+    auto row = std::make_unique<toolkit::CListContainerElementUI>();
+    row->SetFixedHeight(33);
+    auto item = std::make_unique<toolkit::CHorizontalLayoutUI>();
+    auto combo = std::make_unique<toolkit::CComboUI>();
+    combo->SetName(u"Combo");
+    combo->SetAttribute(u"normalimage", u"file='Combo.bmp' corner='5,4,28,4'");
+    combo->SetFixedWidth(200);
+    combo->SetPadding({5, 1, 5, 1});
+    auto box = std::make_unique<toolkit::COptionUI>();
+    box->SetName(u"Box");
+    box->SetPadding({94, 8, 0, 0});
+    box->SetFixedWidth(18);
+    box->SetFixedHeight(18);
+    item->Add(std::move(combo));
+    item->Add(std::move(box));
+    row->Add(std::move(item));
+    get<toolkit::CListUI>(u"List").Add(std::move(row));
+    EXPECT_EQ(driver().get(u"Combo").GetPos(), Rect::at(5, 4, 200, 25));
+    EXPECT_EQ(driver().get(u"Box").GetPos(), Rect::at(304, 8, 18, 18));
+}
+
+TEST_F(Layout, ComesAnewWhenTheProgramChangesIt) {
+    open(
+        R"(<HorizontalLayout name="Row" pos="0,0,300,40"><Label name="A"/><Label name="B"/></HorizontalLayout>)");
+    auto& a = driver().get(u"A");
+    const auto widthOfB = [&] { return driver().get(u"B").GetPos().width(); };
+    EXPECT_EQ(widthOfB(), 150);
+    a.SetFixedWidth(100);
+    EXPECT_EQ(widthOfB(), 200);
+    a.SetVisible(false);
+    EXPECT_EQ(widthOfB(), 300);
+    a.SetVisible(true);
+    a.SetMinWidth(250);
+    EXPECT_EQ(widthOfB(), 50);
+    get<toolkit::CContainerUI>(u"Row").SetInset({0, 0, 10, 0});
+    EXPECT_EQ(widthOfB(), 40);
+}
+
+TEST_F(Layout, FindsTheTopmostVisibleControlInsideItsContainer) {
+    open(
+        R"(<Container name="Box" pos="100,100,50,50"><Label name="Over" pos="-20,0,40,20"/></Container>
+            <Label name="A" pos="0,0,50,50"/><Label name="B" pos="20,20,50,50"/>
+            <Label name="Hidden" pos="0,0,400,300" visible="false"/>)");
+    const auto nameAt = [&](int x, int y) {
+        const auto* control = window().GetPaintManager().FindControl(platform::Point{x, y});
+        return control != nullptr ? control->GetName() : u"none";
+    };
+    EXPECT_EQ(nameAt(10, 10), u"A");
+    EXPECT_EQ(nameAt(30, 30), u"B");
+    EXPECT_EQ(nameAt(105, 110), u"Over");
+    EXPECT_EQ(nameAt(90, 110), u"") << "cut off at its container: the window itself";
+    EXPECT_EQ(nameAt(400, 10), u"none");
+}
+
+TEST_F(Layout, ControlsTheToolkitDoesNotKnowComeFromTheWindow) {
+    class Picture : public toolkit::CContainerUI {
+    public:
+        [[nodiscard]] std::u16string GetClass() const override { return u"Video"; }
+    };
+    open(R"(<Default class="Video" tooltip="from the default"/>
+            <Video name="Video" pos="1,2,3,4"><Label name="Inside"/></Video>)",
+         "", [](RecordingWindow& w) {
+             w.makeControl = [](std::u16string_view kind) -> std::unique_ptr<toolkit::CControlUI> {
+                 return kind == u"Video" ? std::make_unique<Picture>() : nullptr;
+             };
+         });
+    EXPECT_EQ(driver().get<Picture>(u"Video").GetPos(), Rect::at(1, 2, 3, 4));
+    EXPECT_EQ(driver().get(u"Video").GetToolTip(), u"from the default");
+    EXPECT_NE(window().FindControl<toolkit::CControlUI>(u"Inside"), nullptr);
+    EXPECT_EQ(window().FindControl<toolkit::CComboUI>(u"Video"), nullptr) << "of another kind";
+    EXPECT_EQ(window().FindControl<toolkit::CControlUI>(u"Absent"), nullptr);
+}

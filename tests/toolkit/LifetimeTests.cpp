@@ -1,0 +1,232 @@
+// Controls and windows that end inside their own handlers, and windows that cannot be made.
+#include "tests/toolkit/ToolkitTest.h"
+
+#include "toolkit/CButtonUI.h"
+#include "toolkit/CEditUI.h"
+#include "toolkit/CHorizontalLayoutUI.h"
+#include "toolkit/CListContainerElementUI.h"
+#include "toolkit/CListUI.h"
+#include "toolkit/COptionUI.h"
+
+#include <memory>
+
+using namespace toolkit_test;
+using platform::Key;
+using toolkit::CListUI;
+
+namespace {
+
+/// Adds a row with a combo, an edit, a check box and a button, as a program builds rows.
+void addRow(CListUI& list) {
+    auto row = std::make_unique<toolkit::CListContainerElementUI>();
+    row->SetFixedHeight(30);
+    auto inside = std::make_unique<toolkit::CHorizontalLayoutUI>();
+    auto combo = std::make_unique<toolkit::CComboUI>();
+    combo->SetName(u"Combo");
+    for (const char16_t* text : {u"a", u"b", u"c"}) {
+        combo->AddNew<toolkit::CListLabelElementUI>()->SetText(text);
+    }
+    combo->SelectItem(0);
+    inside->Add(std::move(combo));
+    inside->AddNew<toolkit::CEditUI>()->SetName(u"Edit");
+    inside->AddNew<toolkit::COptionUI>()->SetName(u"Check");
+    inside->AddNew<toolkit::CButtonUI>()->SetName(u"Go");
+    row->Add(std::move(inside));
+    list.Add(std::move(row));
+}
+
+class Lifetime : public ToolkitTest {
+protected:
+    CListUI& openList() {
+        open(R"(<List name="List" pos="0,0,400,200"/><Button name="Out" pos="0,250,80,25"/>)");
+        auto& list = get<CListUI>(u"List");
+        for (int i = 0; i < 4; ++i) {
+            addRow(list);
+        }
+        window().GetPaintManager().UpdateLayout();
+        return list;
+    }
+};
+
+} // namespace
+
+TEST_F(Lifetime, RowsMayGoInsideTheHandlersOfWhatTheyHold) {
+    const std::vector<std::pair<std::string, std::function<void(test::WindowDriver&, CListUI&)>>>
+        cases{
+            {"click Go", [](auto& d, auto& l) { d.click(d.getIn(*l.GetItemAt(1), u"Go")); }},
+            {"selectchanged Check",
+             [](auto& d, auto& l) { d.click(d.getIn(*l.GetItemAt(1), u"Check")); }},
+            {"itemselect Combo 2",
+             [](auto& d, auto& l) {
+                 d.pick(d.template getIn<toolkit::CComboUI>(*l.GetItemAt(1), u"Combo"), 2);
+             }},
+            {"itemselect Combo 1",
+             [](auto& d, auto& l) {
+                 d.manager().SetFocus(&d.getIn(*l.GetItemAt(1), u"Combo"));
+                 d.press(Key::down);
+             }},
+            {"itemselect List 1",
+             [](auto& d, auto& l) { d.click(d.getIn(*l.GetItemAt(1), u"Combo")); }},
+            {"textchanged Edit",
+             [](auto& d, auto& l) {
+                 d.click(d.getIn(*l.GetItemAt(1), u"Edit"));
+                 d.type(u"x");
+             }},
+            {"killfocus Edit",
+             [](auto& d, auto& l) {
+                 d.click(d.getIn(*l.GetItemAt(1), u"Edit"));
+                 d.click(u"Out");
+             }},
+            {"killfocus Edit",
+             [](auto& d, auto& l) {
+                 d.manager().SetFocus(&d.getIn(*l.GetItemAt(1), u"Edit"));
+                 d.click(d.getIn(*l.GetItemAt(2), u"Combo"));
+             }},
+        };
+    for (const auto& [note, act] : cases) {
+        SCOPED_TRACE(note);
+        CListUI& list = openList();
+        int removed = 0;
+        window().reactions[note] = [&](toolkit::CControlUI& sender) {
+            list.RemoveAll();
+            ++removed;
+            EXPECT_NE(sender.GetName(), u"") << "the sender lives until its event is over";
+            addRow(list);
+        };
+        test::WindowDriver d = driver();
+        act(d, list);
+        EXPECT_EQ(removed, 1);
+        EXPECT_EQ(list.GetCount(), 1);
+        EXPECT_EQ(list.GetCurSel(), -1);
+        d.click(d.getIn(*list.GetItemAt(0), u"Go"));
+        EXPECT_EQ(window().notes.back(), "click Go");
+    }
+}
+
+TEST_F(Lifetime, AWindowMayCloseInsideEveryHandler) {
+    const auto closeIn = [&](const std::string& note, const std::function<void()>& act) {
+        SCOPED_TRACE(note);
+        openList();
+        window().reactions[note] = [&](auto&) { window().Close(1); };
+        test::gui().loop().post(act);
+        window().ShowModal();
+        EXPECT_EQ(window().GetNative(), nullptr);
+        EXPECT_TRUE(toolkit::WindowImplBase::OpenWindows().empty());
+    };
+    closeIn("click Out", [&] { driver().click(u"Out"); });
+    closeIn("itemselect Combo 1", [&] {
+        driver().pick(
+            driver().getIn<toolkit::CComboUI>(*get<CListUI>(u"List").GetItemAt(0), u"Combo"), 1);
+    });
+    closeIn("itemselect List 2", [&] { driver().click(*get<CListUI>(u"List").GetItemAt(2)); });
+}
+
+TEST_F(Lifetime, NothingReachesAWindowThatIsClosing) {
+    open(R"(<Button name="First" pos="0,0,80,25"/><Button name="Second" pos="100,0,80,25"/>)");
+    window().reactions["click First"] = [&](auto&) {
+        window().Close(1);
+        window().Close(1);
+    };
+    platform::NativeWindow& native = driver().native();
+    for (const platform::Point at : {platform::Point{10, 10}, platform::Point{110, 10}}) {
+        test::input().mouse(native, platform::EventKind::mouseDown, at);
+        test::input().mouse(native, platform::EventKind::mouseUp, at);
+    }
+    test::gui().loop().run();
+    EXPECT_EQ(window().take(), (Notes{"click First"}));
+}
+
+TEST_F(Lifetime, ADialogEndsOnlyItsOwnLoop) {
+    open(R"(<Button name="Ask" pos="0,0,80,25"/><Button name="End" pos="100,0,80,25"/>)");
+    std::vector<std::string> steps;
+    window().reactions["click Ask"] = [&](toolkit::CControlUI&) {
+        auto dialog = std::make_shared<RecordingWindow>(test::gui());
+        dialog->reactions["click Ask"] = [&dialog](auto&) { dialog->Close(1); };
+        ASSERT_TRUE(dialog->Create(window().GetNative(), u"Dialog", 0, 0));
+        window().GetNative()->setEnabled(false);
+        dialog->ShowModal();
+        window().GetNative()->setEnabled(true);
+        steps.push_back("dialog over");
+    };
+    test::gui().loop().post([&] {
+        driver().clickThen(u"Ask", [&] {
+            driver().click(u"End"); // disabled: takes no input
+            test::WindowDriver(test::topWindow()).click(u"Ask");
+        });
+        driver().click(u"End");
+        steps.push_back("after");
+        window().Close(1);
+    });
+    window().ShowModal();
+    steps.push_back("window over");
+    EXPECT_EQ(steps, (std::vector<std::string>{"dialog over", "after", "window over"}));
+    EXPECT_EQ(window().take(), (Notes{"click Ask", "click End"}));
+}
+
+TEST_F(Lifetime, TheCloseRequestEndsAWindow) {
+    open("");
+    test::gui().loop().post([&] { test::input().requestClose(driver().native()); });
+    window().ShowModal();
+    EXPECT_EQ(window().GetNative(), nullptr);
+}
+
+TEST_F(Lifetime, AWindowMayBeReleasedWithoutBeingClosed) {
+    open(R"(<Edit name="Edit" pos="0,0,80,25"/>)");
+    driver().click(u"Edit");
+    m_window.reset();
+    test::pump();
+    int turns = 0;
+    test::gui().loop().post([&] {
+        ++turns;
+        test::gui().loop().postQuit(7);
+    });
+    EXPECT_EQ(test::gui().loop().run(), 7) << "a released window posts no quit";
+    EXPECT_EQ(turns, 1);
+}
+
+TEST_F(Lifetime, ABadLayoutKeepsTheWindowFromOpeningAndIsNamedInTheLog) {
+    const std::pair<const char*, std::string> layouts[] = {
+        {"missing", ""},
+        {"no XML", "this is no layout"},
+        {"cut", "<Window size=\"10,10\"><Button"},
+        {"another root", "<Frame size=\"10,10\"/>"},
+        {"no size", "<Window/>"},
+        {"an empty size", "<Window size=\"0,10\"/>"},
+        {"a huge size", "<Window size=\"100000,10\"/>"},
+        {"too deep",
+         [] {
+             std::string deep = "<Window size=\"10,10\">";
+             for (int i = 0; i < 2000; ++i) {
+                 deep += "<Container>";
+             }
+             return deep;
+         }()},
+    };
+    for (const auto& [what, layout] : layouts) {
+        SCOPED_TRACE(what);
+        support::makeFolder("UI");
+        if (!layout.empty()) {
+            support::writeBytes("UI/Test.xml", layout);
+        }
+        RecordingWindow window(test::gui());
+        const std::size_t before = m_log.errors().size();
+        EXPECT_FALSE(window.Create(nullptr, u"Test", 0, 0));
+        ASSERT_EQ(m_log.errors().size(), before + 1);
+        EXPECT_NE(m_log.errors().back().find("UI/Test.xml"), std::string::npos);
+        EXPECT_EQ(window.GetNative(), nullptr);
+    }
+}
+
+TEST_F(Lifetime, WhatALayoutGetsWrongIsSkippedAndTheRestStands) {
+    open(R"(<Button name="Go" pos="0,0,80,25" colour="red" font="abc" pos2="1"/>
+            <Gadget><Button name="Inside"/></Gadget>
+            <Combo name="Combo"><Button name="Wrong"/><ListLabelElement text="x"/></Combo>
+            <List name="List"><Label/></List>)");
+    EXPECT_EQ(window().GetPaintManager().FindControl(u"Inside"), nullptr);
+    EXPECT_EQ(get<toolkit::CComboUI>(u"Combo").GetCount(), 1);
+    EXPECT_EQ(get<CListUI>(u"List").GetCount(), 0);
+    for (const char* remark : {"Gadget", "colour", "pos2", "Button cannot stand here"}) {
+        EXPECT_NE(m_log.page().find(remark), std::string::npos) << remark;
+    }
+    EXPECT_TRUE(m_log.errors().empty());
+}

@@ -1,0 +1,181 @@
+// What is painted, how much of it, and what the state of a control does to it.
+#include "tests/toolkit/ToolkitTest.h"
+
+#include "toolkit/CButtonUI.h"
+#include "toolkit/CLabelUI.h"
+#include "toolkit/CListUI.h"
+#include "toolkit/COptionUI.h"
+#include "toolkit/TextPaint.h"
+
+using namespace toolkit_test;
+using platform::Rect;
+
+namespace {
+
+/// Notes the dirty rectangle of each paint.
+class Canary : public toolkit::CControlUI {
+public:
+    void DoPaint(platform::Canvas& canvas, const Rect& dirty) override {
+        paints.push_back(dirty);
+        canvas.fillRect(GetPos(), 0xFF00FF00);
+    }
+    [[nodiscard]] bool PaintsWhole() const override { return whole; }
+    std::vector<Rect> paints;
+    bool whole = false;
+};
+
+class Paint : public ToolkitTest {
+protected:
+    Canary& addCanary(const Rect& place) {
+        auto* canary = window().GetPaintManager().GetRoot()->AddNew<Canary>();
+        canary->SetPlace(place);
+        static_cast<void>(driver().picture());
+        canary->paints.clear();
+        return *canary;
+    }
+    void repaint() {
+        driver().native().repaintNow();
+        test::pump();
+    }
+};
+
+} // namespace
+
+TEST_F(Paint, ReachesOnlyWhatChanged) {
+    open(R"(<Button name="Go" pos="0,0,80,25"/>)");
+    Canary& far = addCanary({200, 200, 250, 250});
+    Canary& near = addCanary({70, 0, 120, 50});
+    repaint();
+    far.paints.clear();
+    near.paints.clear();
+    get<toolkit::CButtonUI>(u"Go").SetText(u"new");
+    repaint();
+    EXPECT_TRUE(far.paints.empty());
+    ASSERT_EQ(near.paints.size(), 1U);
+    EXPECT_EQ(near.paints[0].intersected(near.GetPos()), (Rect{70, 0, 80, 25}));
+    near.Invalidate();
+    near.Invalidate();
+    repaint();
+    EXPECT_EQ(near.paints.size(), 2U) << "two requests, one paint";
+}
+
+TEST_F(Paint, GrowsTheDirtyPartForAControlThatPaintsWhole) {
+    open(R"(<Button name="Go" pos="0,0,80,25"/>)");
+    Canary& canary = addCanary({70, 0, 120, 50});
+    canary.whole = true;
+    repaint();
+    canary.paints.clear();
+    get<toolkit::CButtonUI>(u"Go").SetText(u"new");
+    repaint();
+    ASSERT_FALSE(canary.paints.empty());
+    EXPECT_EQ(canary.paints.front(), canary.GetPos());
+}
+
+TEST_F(Paint, LeavesHiddenControlsAndWhatTheyCoverAlone) {
+    open(R"(<Control pos="0,0,50,50" bkcolor="#FF0000FF"/>
+            <Control name="Cover" pos="0,0,50,50" bkcolor="#FFFF0000"/>)");
+    EXPECT_EQ(driver().pixel({10, 10}), 0xFFFF0000);
+    driver().get(u"Cover").SetVisible(false);
+    EXPECT_EQ(driver().pixel({10, 10}), 0xFF0000FF);
+}
+
+TEST_F(Paint, DrawsBordersInsideAndTheWindowsFrameBelowItsControls) {
+    open(
+        R"(<Control pos="10,10,20,20" bkcolor="#FF0000FF" bordercolor="#FFFF0000" bordersize="1,2,3,4"/>
+            <Control pos="0,100,400,20" bkcolor="#FF00FF00"/>)",
+        "bkcolor=\"#FFFFFFFF\" bordercolor=\"#FF8A97A5\" bordersize=\"1\"");
+    const platform::Bitmap picture = driver().picture();
+    const struct {
+        int x, y;
+        std::uint32_t color;
+    } points[] = {{10, 20, 0xFFFF0000},  {11, 20, 0xFF0000FF},  {20, 11, 0xFFFF0000},
+                  {20, 12, 0xFF0000FF},  {27, 20, 0xFFFF0000},  {26, 20, 0xFF0000FF},
+                  {20, 26, 0xFFFF0000},  {20, 25, 0xFF0000FF},  {0, 50, 0xFF8A97A5},
+                  {399, 50, 0xFF8A97A5}, {50, 299, 0xFF8A97A5}, {1, 1, 0xFFFFFFFF},
+                  {0, 110, 0xFF00FF00}};
+    for (const auto& p : points) {
+        EXPECT_EQ(picture.at(p.x, p.y), p.color) << p.x << "," << p.y;
+    }
+}
+
+TEST_F(Paint, ShowsTheStateOfButtonsAndOptions) {
+    const std::pair<const char*, std::uint32_t> images[] = {
+        {"Normal", 0xFF000010}, {"Hot", 0xFF000020},    {"Pushed", 0xFF000030},
+        {"Off", 0xFF000040},    {"Chosen", 0xFF000050}, {"ChosenHot", 0xFF000060}};
+    for (const auto& [name, color] : images) {
+        support::writeBytes("UI/" + std::string(name) + ".bmp", bmp(2, 2, color));
+    }
+    const std::string look = R"(normalimage="Normal.bmp" hotimage="Hot.bmp" pushedimage="Pushed.bmp"
+        disabledimage="Off.bmp" )";
+    open("<Button name=\"Go\" pos=\"0,0,80,25\" " + look +
+         "/><Option name=\"Check\" pos=\"0,50,80,25\" " + look +
+         "selectedimage=\"Chosen.bmp\" selectedhotimage=\"ChosenHot.bmp\"/>");
+    const auto go = [&] { return driver().pixel({5, 5}); };
+    const auto check = [&] { return driver().pixel({5, 55}); };
+    EXPECT_EQ(go(), 0xFF000010);
+    driver().hover(u"Go");
+    EXPECT_EQ(go(), 0xFF000020);
+    test::input().mouse(driver().native(), platform::EventKind::mouseDown, {40, 12});
+    test::pump();
+    EXPECT_EQ(go(), 0xFF000030);
+    test::input().mouse(driver().native(), platform::EventKind::mouseMove, {40, 120});
+    test::pump();
+    EXPECT_NE(go(), 0xFF000030) << "pressed, but the pointer is outside";
+    test::input().mouse(driver().native(), platform::EventKind::mouseUp, {40, 120});
+    test::pump();
+    EXPECT_EQ(go(), 0xFF000010);
+    get<toolkit::CButtonUI>(u"Go").SetEnabled(false);
+    EXPECT_EQ(go(), 0xFF000040);
+    get<toolkit::COptionUI>(u"Check").Selected(true);
+    EXPECT_EQ(check(), 0xFF000050);
+    driver().hover(u"Check");
+    EXPECT_EQ(check(), 0xFF000060);
+    get<toolkit::COptionUI>(u"Check").SetEnabled(false);
+    EXPECT_EQ(check(), 0xFF000040);
+}
+
+TEST_F(Paint, ShowsSelectedAndHotRows) {
+    open(R"(<List name="List" pos="0,0,100,100" itemheight="20" itembkcolor="#FF000001"
+        itemhotbkcolor="#FF000002" itemselectedbkcolor="#FF000003" itemlinecolor="#FF000004"
+        itemselectedlinecolor="#FF000005">
+        <ListContainerElement name="A" height="20"><Label pos="0,0,50,10"/></ListContainerElement>
+        <ListContainerElement name="B" height="20"/><ListLabelElement/></List>)");
+    const auto pixels = [&] {
+        const platform::Bitmap p = driver().picture();
+        return std::vector<std::uint32_t>{p.at(90, 5), p.at(90, 19), p.at(90, 25), p.at(90, 45)};
+    };
+    EXPECT_EQ(pixels(),
+              (std::vector<std::uint32_t>{0xFF000001, 0xFF000004, 0xFF000001, 0xFF000001}));
+    driver().hover(platform::Point{5, 5});
+    EXPECT_EQ(pixels()[0], 0xFF000002) << "also while the pointer is on a control of the row";
+    driver().click(u"A");
+    driver().hover(platform::Point{50, 45});
+    EXPECT_EQ(pixels(),
+              (std::vector<std::uint32_t>{0xFF000003, 0xFF000005, 0xFF000001, 0xFF000002}));
+}
+
+TEST(FittedText, EndsInAnEllipsisBetweenWholeCharacters) {
+    const platform::FontSet& fonts = test::gui().fonts();
+    const std::u16string text = u"Branch \U0001F600\U0001F600\U0001F600 and more";
+    for (int width = 0; width < 300; ++width) {
+        const std::u16string fitted = toolkit::fittedText(text, width, 0, fonts);
+        ASSERT_LE(fonts.measure(fitted, 0).width, width);
+        if (fitted == text || fitted.empty()) {
+            continue;
+        }
+        ASSERT_EQ(fitted.back(), u'\u2026');
+        ASSERT_TRUE(text.starts_with(fitted.substr(0, fitted.size() - 1)));
+        ASSERT_TRUE(fitted.size() < 2 || (fitted[fitted.size() - 2] & 0xFC00) != 0xD800);
+    }
+    EXPECT_EQ(toolkit::fittedText(u"", 0, 0, fonts), u"");
+    EXPECT_LT(toolkit::fittedText(std::u16string(2'000'000, u'W'), 100, 0, fonts).size(), 100U);
+}
+
+TEST_F(Paint, UnknownFontsAreTheDefaultFont) {
+    open(R"(<Font size="40"/><Label name="A" pos="0,0,200,50" text="H"/>)");
+    auto& manager = window().GetPaintManager();
+    EXPECT_NE(manager.GetFont(0), 0);
+    for (const int id : {-1, 1, 1000}) {
+        EXPECT_EQ(manager.GetFont(id), 0);
+    }
+}

@@ -1,0 +1,122 @@
+// Where drop lists and tool tips stand, and what tool tips say.
+#include "tests/toolkit/ToolkitTest.h"
+
+#include "toolkit/CEditUI.h"
+#include "toolkit/PopupPlacement.h"
+#include "toolkit/ToolTipWindow.h"
+
+using namespace toolkit_test;
+using platform::Rect;
+using toolkit::placeDropList;
+using toolkit::placeToolTip;
+
+namespace {
+
+constexpr Rect kScreen{0, 0, 1000, 800};
+
+class ToolTips : public ToolkitTest {
+protected:
+    /// Rests on the control until the tip is there; empty when none comes.
+    std::u16string tipOver(std::u16string_view name) {
+        driver().hover(platform::Point{399, 299});
+        driver().hover(name);
+        toolkit::ToolTipWindow& tip = window().GetPaintManager().toolTip();
+        tip.timeOver(); // the half second is over
+        return tip.shownText();
+    }
+};
+
+} // namespace
+
+TEST(DropListPlace, FlipsAndStaysOnTheMonitor) {
+    const struct {
+        const char* what;
+        Rect anchor;
+        platform::Size size;
+        Rect place;
+    } cases[] = {
+        {"below", {100, 100, 300, 125}, {200, 300}, Rect::at(100, 125, 200, 300)},
+        {"above where below is too little",
+         {100, 700, 300, 725},
+         {200, 300},
+         Rect::at(100, 400, 200, 300)},
+        {"cut below where above is less",
+         {100, 300, 300, 325},
+         {200, 600},
+         Rect::at(100, 325, 200, 475)},
+        {"cut above", {100, 500, 300, 525}, {200, 600}, Rect::at(100, 0, 200, 500)},
+        {"moved from the right edge",
+         {900, 100, 990, 125},
+         {200, 100},
+         Rect::at(800, 125, 200, 100)},
+        {"moved from the left edge", {-50, 100, 50, 125}, {200, 100}, Rect::at(0, 125, 200, 100)},
+        {"wider than the monitor", {0, 100, 50, 125}, {3000, 100}, Rect::at(0, 125, 1000, 100)},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(placeDropList(c.anchor, c.size, kScreen), c.place) << c.what;
+    }
+}
+
+TEST(ToolTipPlace, StandsBelowThePointerAndStaysOnTheMonitor) {
+    EXPECT_EQ(placeToolTip({100, 100}, 20, {80, 24}, kScreen), Rect::at(100, 120, 80, 24));
+    EXPECT_EQ(placeToolTip({990, 100}, 20, {80, 24}, kScreen), Rect::at(920, 120, 80, 24));
+    EXPECT_EQ(placeToolTip({100, 790}, 20, {80, 24}, kScreen), Rect::at(100, 756, 80, 24));
+    EXPECT_EQ(placeToolTip({5, 5}, 20, {3000, 24}, kScreen).left, 0);
+}
+
+TEST_F(ToolTips, SayWhatTheControlSaysOrWhatItCuts) {
+    open(R"(<Button name="Go" pos="0,0,80,25" tooltip="Go on"/>
+            <Button name="Silent" pos="0,30,80,25" text="x"/>
+            <Label name="Cut" pos="0,60,40,20" text="a text that does not fit"/>
+            <Label name="Fits" pos="0,90,200,20" text="fits"/>
+            <Combo name="Combo" pos="0,120,60,25" tooltip="Choose">
+                <ListLabelElement text="a very long name of a zone"/><ListLabelElement text="b"/></Combo>
+            <Edit name="Edit" pos="0,150,40,25" text="long text in a short edit"/>
+            <Button name="Off" pos="0,180,80,25" tooltip="Not now" enabled="false"/>)");
+    EXPECT_EQ(tipOver(u"Go"), u"Go on");
+    EXPECT_EQ(tipOver(u"Silent"), u"");
+    EXPECT_EQ(tipOver(u"Cut"), u"a text that does not fit");
+    EXPECT_EQ(tipOver(u"Fits"), u"");
+    EXPECT_EQ(tipOver(u"Combo"), u"Choose");
+    EXPECT_TRUE(get<toolkit::CComboUI>(u"Combo").SelectItem(0));
+    EXPECT_EQ(tipOver(u"Combo"), u"a very long name of a zone");
+    EXPECT_EQ(tipOver(u"Edit"), u"long text in a short edit");
+    EXPECT_EQ(tipOver(u"Off"), u"Not now") << "a disabled control still explains itself";
+}
+
+TEST_F(ToolTips, GoWithPressKeyPointerAndControl) {
+    open(R"(<Button name="Go" pos="0,0,80,25" tooltip="Go on"/>)");
+    auto& tip = window().GetPaintManager().toolTip();
+    const std::vector<std::function<void()>> ends{
+        [&] { driver().click(u"Go"); },
+        [&] { driver().press(platform::Key::tab); },
+        [&] {
+            driver().hover(platform::Point{300, 200});
+        },
+        [&] {
+            driver().wheel({10, 10}, 1);
+        },
+        [&] {
+            test::input().mouse(driver().native(), platform::EventKind::mouseLeave, {});
+            test::pump();
+        },
+        [&] { window().GetPaintManager().GetRoot()->RemoveAll(); },
+    };
+    for (const auto& end : ends) {
+        ASSERT_EQ(tipOver(u"Go"), u"Go on");
+        end();
+        EXPECT_EQ(tip.shownText(), u"");
+    }
+}
+
+TEST_F(ToolTips, AppearByThemselvesWhenThePointerRests) {
+    open(R"(<Default class="ToolTip" bkcolor="#FF112233" textcolor="#FFFFFFFF" height="30"/>
+            <Button name="Go" pos="0,0,80,25" tooltip="Go on"/>)");
+    driver().hover(u"Go");
+    auto& tip = window().GetPaintManager().toolTip();
+    EXPECT_EQ(tip.shownText(), u"") << "not at once";
+    ASSERT_TRUE(test::pumpUntil([&] { return !tip.shownText().empty(); }));
+    EXPECT_EQ(tip.native()->geometry().height(), 30);
+    EXPECT_EQ(tip.native()->snapshot().at(1, 1), 0xFF112233U);
+    EXPECT_EQ(tip.native()->geometry().top, driver().native().geometry().top + 12 + 20);
+}

@@ -1,0 +1,80 @@
+// The base of tests on real toolkit windows: a skin folder of its own, a window that writes down
+// its notifications, and a driver for it.
+#pragma once
+
+#include "tests/support/LogCapture.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/gui/WindowDriver.h"
+#include "toolkit/WindowImplBase.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace toolkit_test {
+
+using Notes = std::vector<std::string>;
+
+/// Writes each notification as "type name" (itemselect: and the index), then does what the test
+/// wants done in that handler.
+class RecordingWindow : public toolkit::WindowImplBase {
+public:
+    explicit RecordingWindow(platform::Gui& gui) : WindowImplBase(gui) {}
+
+    [[nodiscard]] std::u16string GetWindowClassName() const override { return u"TestWindow"; }
+    [[nodiscard]] std::string GetSkinFile() const override { return "Test.xml"; }
+    void Notify(toolkit::TNotifyUI& message) override;
+    bool MessageHandler(const platform::Event& event) override { return filter && filter(event); }
+    std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override {
+        return makeControl ? makeControl(className) : nullptr;
+    }
+    void InitWindow() override {
+        if (init) {
+            init(*this);
+        }
+    }
+
+    /// The notifications so far; forgets them.
+    [[nodiscard]] Notes take() { return std::exchange(notes, {}); }
+
+    Notes notes;
+    /// By note.
+    std::map<std::string, std::function<void(toolkit::CControlUI& sender)>> reactions;
+    std::function<bool(const platform::Event&)> filter;
+    std::function<std::unique_ptr<toolkit::CControlUI>(std::u16string_view)> makeControl;
+    std::function<void(RecordingWindow&)> init;
+};
+
+class ToolkitTest : public support::TempFolderTest {
+protected:
+    /// Writes the layout and opens a window of 400 x 300 with `controls` in it.
+    RecordingWindow& open(const std::string& controls, const std::string& windowAttributes = {});
+    /// As open; `prepare` sees the window before it is created.
+    RecordingWindow& open(const std::string& controls, const std::string& windowAttributes,
+                          const std::function<void(RecordingWindow&)>& prepare);
+    [[nodiscard]] test::WindowDriver driver() { return test::WindowDriver(*m_window); }
+    [[nodiscard]] RecordingWindow& window() { return *m_window; }
+    template <class T>
+    [[nodiscard]] T& get(std::u16string_view name) {
+        return driver().get<T>(name);
+    }
+
+    support::LogCapture m_log;
+    std::shared_ptr<RecordingWindow> m_window;
+};
+
+/// A BMP file of `width` x `height` pixels 0xAARRGGBB, given row by row from the top.
+[[nodiscard]] std::string bmp(int width, int height, const std::vector<std::uint32_t>& pixels);
+/// One colour.
+[[nodiscard]] std::string bmp(int width, int height, std::uint32_t pixel);
+
+inline constexpr platform::Modifiers kShift{true, false, false};
+inline constexpr platform::Modifiers kControl{false, true, false};
+inline constexpr platform::Modifiers kAlt{false, false, true};
+
+} // namespace toolkit_test
