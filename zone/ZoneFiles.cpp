@@ -20,8 +20,8 @@ namespace {
 
 constexpr const char* kInfoEnding = "-ZoneInfo.xml";
 constexpr const char* kBinaryEnding = "-ZoneInfo.bin";
-/// A hundred thousand zones; the parser needs many times the file's size.
-constexpr std::size_t kMaxInfoBytes = std::size_t{16} * 1024 * 1024;
+/// Tens of thousands of zones; the parser needs fifty times the size of a file of empty elements.
+constexpr std::size_t kMaxInfoBytes = std::size_t{4} * 1024 * 1024;
 
 bool failLoad(const char* reason) {
     core::Log::get()->Error("%s", reason);

@@ -194,6 +194,13 @@ TEST_F(ZoneFilesTest, TheInformationFileIsReadByElementNames) {
     }
 }
 
+TEST_F(ZoneFilesTest, AnInformationFileWithoutATopLevelNodeIsCorrupt) {
+    writeBytes(kXml, "</ZoneInfo>");
+    writeBytes(kBin, zoneBytes("Z", {shapeBytes(kOne)}));
+    EXPECT_FALSE(zone::ZoneManager::create("clip", 1, true));
+    EXPECT_EQ(m_log.errors(), Lines{"Zone info file is corrupt"});
+}
+
 TEST_F(ZoneFilesTest, ChunksAreWalkedByTheirStatedSizes) {
     const std::string first = zoneBytes("A", {shapeBytes(kOne), shapeBytes(kTwo)});
     const std::string second = zoneBytes("B", {shapeBytes(kTwo), shapeBytes(kOne)});
