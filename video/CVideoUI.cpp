@@ -126,7 +126,7 @@ void CVideoUI::SetPos(const Rect& pos) {
 
 bool CVideoUI::CreateBackBuffer() {
     platform::NativeWindow* window = GetManager() != nullptr ? GetManager()->GetWindow() : nullptr;
-    if (!m_video || window == nullptr) {
+    if (!m_video || m_video->width < 1 || m_video->height < 1 || window == nullptr) {
         return false;
     }
     platform::FrameBufferResult made = window->createFrameBuffer({m_video->width, m_video->height});

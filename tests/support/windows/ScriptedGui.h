@@ -1,10 +1,13 @@
-// The real window system with two parts that a test plays: the file dialog and the components.
+// The real window system with parts that a test plays: the screen's height, the file
+// dialog and the components.
 #pragma once
 
 #include "platform/Gui.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace test {
@@ -39,18 +42,49 @@ public:
     int uses = 0;
 };
 
+/// The real windows on a screen of another height.
+class ScriptedHost final : public platform::WindowHost {
+public:
+    explicit ScriptedHost(platform::Gui& real) : m_real(real) {}
+
+    std::unique_ptr<platform::NativeWindow> createWindow(const platform::WindowOptions& options,
+                                                         platform::WindowEvents& events) override {
+        return fails ? nullptr : m_real.windows().createWindow(options, events);
+    }
+    int primaryScreenHeight() const override {
+        return screenHeight.value_or(m_real.windows().primaryScreenHeight());
+    }
+    platform::Rect workArea(platform::Point point) const override {
+        return m_real.windows().workArea(point);
+    }
+    platform::Modifiers keyboardModifiers() const override {
+        return m_real.windows().keyboardModifiers();
+    }
+    std::u16string clipboardText() const override { return m_real.windows().clipboardText(); }
+    void setClipboardText(const std::u16string& text) override {
+        m_real.windows().setClipboardText(text);
+    }
+
+    std::optional<int> screenHeight;
+    bool fails = false;
+
+private:
+    platform::Gui& m_real;
+};
+
 class ScriptedGui final : public platform::Gui {
 public:
     /// `real` outlives it.
-    explicit ScriptedGui(platform::Gui& real) : m_real(real) {}
+    explicit ScriptedGui(platform::Gui& real) : host(real), m_real(real) {}
 
-    platform::WindowHost& windows() override { return m_real.windows(); }
+    platform::WindowHost& windows() override { return host; }
     platform::EventLoop& loop() override { return m_real.loop(); }
     platform::FontSet& fonts() override { return m_real.fonts(); }
     platform::FileDialog& fileDialog() override { return dialog; }
     platform::ComponentLibrary& components() override { return library; }
     bool isEnding() const override { return m_real.isEnding(); }
 
+    ScriptedHost host;
     ScriptedFileDialog dialog;
     CountedComponents library;
 

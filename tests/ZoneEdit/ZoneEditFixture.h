@@ -1,0 +1,48 @@
+// The zone editor on a clip whose frames carry their numbers, so that a test can read from the
+// screen which frame is shown.
+#pragma once
+
+#include "ZoneEdit/ZoneEdit.h"
+#include "tests/support/ClipMaker.h"
+#include "tests/support/windows/EditorTest.h"
+#include "zone/ZoneManager.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace test {
+
+class ZoneEditTest : public EditorTest {
+protected:
+    ~ZoneEditTest() override;
+
+    /// Makes "Scenes/Fire/clip.ogv" with this many frames and tells the editor to open it.
+    void makeClip(int frames);
+    void makeClip(const support::ClipSpec& spec);
+    WindowDriver& show();
+    /// Adds a zone by its button.
+    void addZone() { m_driver->click(u"ButtonAddZone"); }
+    /// A point of the picture area in window pixels.
+    [[nodiscard]] platform::Point at(int x, int y);
+    /// Clicks into the picture area.
+    void clickPicture(int x, int y) { m_driver->click(at(x, y)); }
+    void chooseTool(std::u16string_view option) { m_driver->click(option); }
+
+    [[nodiscard]] zone::ZoneManager& zones() { return *zone::currentZoneManager(); }
+    /// The points of a zone on a frame, in display pixels; empty without a shape.
+    [[nodiscard]] std::vector<platform::Point> points(int zone, int frame);
+    [[nodiscard]] std::u16string frameText() {
+        return m_driver->get(u"EditCurrentFrame").GetText();
+    }
+    /// The number that the picture on the screen carries; -1 when it carries none.
+    [[nodiscard]] int shownFrame();
+    /// Waits until the screen shows the frame. False when it does not come.
+    [[nodiscard]] bool waitForFrame(int frame);
+
+    std::shared_ptr<zoneedit::ZoneEdit> m_window;
+    std::unique_ptr<WindowDriver> m_driver;
+    platform::Size m_clipSize;
+};
+
+} // namespace test
