@@ -62,7 +62,13 @@ std::u16string copyText(const CopyStatus& status) {
 }
 
 std::u16string notSavedText(const std::string& reason) {
-    return reason.empty() ? std::u16string() : core::displayText("Not saved: " + reason);
+    // The folders of "FILE: REASON" would push the reason out of a narrow label.
+    const std::size_t colon = reason.rfind(": ");
+    const std::size_t folder = reason.find_last_of("/\\", colon);
+    const bool hasFolder = colon != std::string::npos && folder != std::string::npos;
+    return reason.empty() ? std::u16string()
+                          : core::displayText("Not saved: " +
+                                              (hasFolder ? reason.substr(folder + 1) : reason));
 }
 
 std::u16string unreadableHint(const std::string& unreadable) {

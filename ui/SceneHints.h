@@ -34,7 +34,8 @@ struct CopyStatus {
 };
 [[nodiscard]] std::u16string copyText(const CopyStatus& status);
 
-/// "Not saved: " and the reason; empty for an empty reason.
+/// "Not saved: " and the reason, without the folders of a file it begins with; empty for an empty
+/// reason.
 [[nodiscard]] std::u16string notSavedText(const std::string& reason);
 
 /// A hint about `unreadable`, as unreadableName gives it; empty for an empty name.

@@ -6,7 +6,10 @@
 #include "tests/support/gui/TestGui.h"
 #include "toolkit/CDialogBuilder.h"
 #include "toolkit/CLabelUI.h"
+#include "toolkit/CListContainerElementUI.h"
+#include "toolkit/CListUI.h"
 #include "toolkit/CPaintManagerUI.h"
+#include "toolkit/CTextUI.h"
 #include "toolkit/IDialogBuilderCallback.h"
 #include "toolkit/ImageDecoder.h"
 #include "toolkit/Skin.h"
@@ -154,6 +157,23 @@ TEST(SkinLayout, TabGoesInReadingOrder) {
         ASSERT_TRUE(layout.manager.focusKeeper().move(false));
         EXPECT_EQ(layout.manager.GetFocus()->GetName(), wanted.front());
     }
+}
+
+TEST(SkinLayout, RowsThatTheProgramMakesAreSetIn) {
+    LoadedLayout layout("OpenScene.xml");
+    ASSERT_TRUE(layout.isLoaded);
+    auto* list = toolkit::FindControl<toolkit::CListUI>(layout.manager, u"SceneList");
+    ASSERT_NE(list, nullptr);
+    auto* row = list->AddNew<toolkit::CListContainerElementUI>();
+    auto* text = row->AddNew<toolkit::CTextUI>();
+    auto* plain = list->AddNew<toolkit::CListContainerElementUI>();
+    plain->SetInset({2, 0, 2, 0});
+    layout.manager.NeedUpdate();
+    layout.manager.UpdateLayout();
+    // The list's edge is one pixel wide.
+    EXPECT_EQ(describe(row->GetPos()), "17,77 526x16");
+    EXPECT_EQ(describe(text->GetPos()), "25,77 510x16");
+    EXPECT_EQ(plain->GetInset(), (platform::Rect{2, 0, 2, 0}));
 }
 
 } // namespace

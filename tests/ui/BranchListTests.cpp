@@ -259,6 +259,10 @@ TEST_F(BranchEditor, AFailedSaveIsShownUntilTheNextGoodOne) {
     const std::u16string shown = driver.get(u"LabelStatus").GetText();
     EXPECT_EQ(shown.substr(0, 11), u"Not saved: ");
     EXPECT_GT(shown.size(), 11U);
+    // In a label of its own, which stands out.
+    EXPECT_EQ(driver.get(u"LabelProblem").GetText(), shown);
+    EXPECT_TRUE(driver.get(u"LabelProblem").IsVisible());
+    EXPECT_FALSE(driver.get(u"LabelStatus").IsVisible());
     // Another window of the same scene still tells.
     m_driver.reset();
     m_window.reset();
@@ -267,6 +271,8 @@ TEST_F(BranchEditor, AFailedSaveIsShownUntilTheNextGoodOne) {
     std::filesystem::remove("Scenes/Fire drill/Scene.xml");
     m_driver->click(u"ButtonSave");
     EXPECT_EQ(m_driver->get(u"LabelStatus").GetText(), usual);
+    EXPECT_FALSE(m_driver->get(u"LabelProblem").IsVisible());
+    EXPECT_TRUE(m_driver->get(u"LabelStatus").IsVisible());
 }
 
 struct Leaving {

@@ -39,8 +39,17 @@ TEST(SceneHints, NamesThatKeepASceneFromLoadingAreFound) {
 }
 
 TEST(SceneHints, TextsOfTheStrip) {
-    EXPECT_EQ(ui::notSavedText(""), u"");
-    EXPECT_EQ(ui::notSavedText("Permission denied"), u"Not saved: Permission denied");
+    const std::pair<const char*, const char16_t*> failures[] = {
+        {"", u""},
+        {"Permission denied", u"Not saved: Permission denied"},
+        {"/home/a/Scenes/A: B\\Scene.xml: No space left on device",
+         u"Not saved: Scene.xml: No space left on device"},
+        {"clip-ZoneInfo.bin: Input/output error",
+         u"Not saved: clip-ZoneInfo.bin: Input/output error"},
+    };
+    for (const auto& [reason, shown] : failures) {
+        EXPECT_EQ(ui::notSavedText(reason), shown);
+    }
     EXPECT_EQ(ui::unreadableHint(""), u"");
     EXPECT_EQ(ui::unreadableHint("a<b"),
               u"The name \"a<b\" holds a \"<\": a scene saved with it will not load again.");
