@@ -81,8 +81,10 @@ void TheoraVideoClip::setOutputMode(TheoraOutputMode mode) {
         if (m_frameQueue) {
             const int firstLost = m_frameQueue->firstWaitingNumber();
             m_frameQueue->setSize(m_frameQueue->getSize());
-            if (firstLost >= 0)
+            if (firstLost >= 0) {
                 continueFrom(firstLost);
+                endOfFile.store(false);
+            }
         }
     }
     m_yieldRequests.fetch_sub(1);

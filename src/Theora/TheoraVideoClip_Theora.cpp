@@ -8,6 +8,11 @@
 #include "src/TheoraLog.h"
 
 namespace theora {
+namespace {
+
+constexpr std::size_t kCacheBytes = std::size_t{128} << 20U;
+
+} // namespace
 
 TheoraVideoClip_Theora::TheoraVideoClip_Theora(std::unique_ptr<TheoraDataSource> source,
                                                TheoraOutputMode mode, int precacheCount,
@@ -31,74 +36,125 @@ void TheoraVideoClip_Theora::load() {
         m_layout.firstFrame = 0;
     }
     m_layout.frameCount = findFrameCount(*m_source, m_layout.serial, *m_format);
-    const TheoraLock lock(m_access);
-    m_stop = [this]() NO_THREAD_SAFETY_ANALYSIS { return interrupted(m_workingOn); };
-    m_decoder =
-        std::make_unique<PictureDecoder>(*m_source, m_stop, m_headers.theora, m_layout, *m_format);
-    setGeometry(static_cast<int>(info.frame_width), static_cast<int>(info.frame_height),
-                static_cast<float>(info.fps_numerator) / static_cast<float>(info.fps_denominator));
     if (m_layout.frameCount < 0)
         writeLog("unable to determine file duration!");
-    else
+    makeDecoders();
+    setGeometry(static_cast<int>(info.frame_width), static_cast<int>(info.frame_height),
+                static_cast<float>(info.fps_numerator) / static_cast<float>(info.fps_denominator));
+    if (m_layout.frameCount >= 0)
         setFrameCount(static_cast<int>(std::min<std::int64_t>(m_layout.frameCount, INT_MAX)));
+}
+
+void TheoraVideoClip_Theora::makeDecoders() {
+    const th_info& info = *m_headers.theora.info.get();
+    const TheoraLock lock(m_access);
+    // Both are called by the decoder only, which runs under the access lock.
+    m_stop = [this]() NO_THREAD_SAFETY_ANALYSIS { return interrupted(m_workingOn); };
+    m_keep = [this](std::int64_t number) NO_THREAD_SAFETY_ANALYSIS { keepPicture(number); };
+    m_decoder =
+        std::make_unique<PictureDecoder>(*m_source, m_stop, m_headers.theora, m_layout, *m_format);
+    m_cache = std::make_unique<PlaneCache>(
+        kCacheBytes, static_cast<int>(info.frame_width), static_cast<int>(info.frame_height),
+        info.pixel_fmt == TH_PF_444 ? 0 : 1, info.pixel_fmt == TH_PF_420 ? 1 : 0);
+    m_stepBack = std::make_unique<StepBackDecoder>(*m_source, m_headers.theora, m_layout, *m_format,
+                                                   *m_cache);
 }
 
 void TheoraVideoClip_Theora::decodedAudioCheck() {}
 
-bool TheoraVideoClip_Theora::deliverPicture(std::int64_t number) {
+bool TheoraVideoClip_Theora::deliverPicture(const TheoraPicture& picture, std::int64_t number) {
     TheoraVideoFrame* frame = m_frameQueue->requestEmptyFrame();
     if (frame == nullptr)
         return false;
-    frame->decode(m_decoder->picture());
+    frame->decode(picture);
     deliver(*frame, static_cast<int>(std::min<std::int64_t>(number, INT_MAX)));
     return true;
 }
 
+bool TheoraVideoClip_Theora::deliverCached(std::int64_t number, bool realOnly) {
+    const auto cached = m_cache->find(number);
+    return cached && (cached->isFrame || !realOnly) && deliverPicture(cached->picture, number);
+}
+
+void TheoraVideoClip_Theora::keepPicture(std::int64_t number) {
+    if (m_cache->wants(number))
+        m_cache->store(number, m_decoder->picture());
+}
+
 bool TheoraVideoClip_Theora::seekTo(int frame) {
     m_workingOn = frame;
+    m_centre = frame;
+    m_cache->setCentre(frame);
+    m_stepBack->moveTo(frame);
     if (m_frameQueue->advanceTo(frame))
         return true;
     m_frameQueue->clear();
-    m_nextFrame = frame;
-    const DecodeResult result = m_decoder->decodeTo(frame, [](std::int64_t) {});
+    m_nextFrame = std::int64_t{frame} + 1;
+    if (deliverCached(frame, false))
+        return true;
+    const DecodeResult result = m_decoder->decodeTo(frame, m_keep);
     if (result == DecodeResult::stopped)
         return false;
     if (result == DecodeResult::endOfStream) {
         writeLog(getName() + " [seek]: fineseeking failed, _readData failed!");
         endOfFile.store(true);
     }
-    m_nextFrame = std::int64_t{frame} + 1;
-    if (m_decoder->position() >= 0 && !deliverPicture(frame))
-        writeLog(getName() + " [seek]: no frame in the queue");
-    return true;
+    return m_decoder->position() < 0 || deliverPicture(m_decoder->picture(), frame);
+}
+
+DecodeResult TheoraVideoClip_Theora::decodeNextPicture() {
+    const std::int64_t position = m_decoder->position();
+    if (position != m_nextFrame && position != m_nextFrame - 1) {
+        const DecodeResult result = m_decoder->decodeTo(m_nextFrame, m_keep);
+        if (result != DecodeResult::reached)
+            return result;
+    }
+    // A frame that the file does not have is passed over.
+    return m_decoder->position() < m_nextFrame ? m_decoder->decodeNext(m_keep)
+                                               : DecodeResult::reached;
 }
 
 bool TheoraVideoClip_Theora::decodeNextFrame() {
     m_workingOn = -1;
     if (m_frameQueue->isFull())
         return false;
-    const auto ignore = [](std::int64_t) {};
-    DecodeResult result = DecodeResult::reached;
-    if (m_decoder->position() != m_nextFrame - 1 && m_decoder->position() != m_nextFrame)
-        result = m_decoder->decodeTo(m_nextFrame, ignore);
-    if (result == DecodeResult::reached && m_decoder->position() < m_nextFrame)
-        result = m_decoder->decodeNext(ignore);
-    if (result == DecodeResult::stopped)
-        return false;
-    if (result == DecodeResult::endOfStream)
-        return reachedEnd();
-    m_nextFrame = m_decoder->position() + 1;
-    return deliverPicture(m_decoder->position());
+    m_centre = std::max(m_centre, m_nextFrame - m_frameQueue->getSize());
+    m_cache->setCentre(m_centre);
+    if (deliverCached(m_nextFrame, true)) {
+        ++m_nextFrame;
+    } else {
+        const DecodeResult result = decodeNextPicture();
+        if (result == DecodeResult::stopped)
+            return false;
+        if (result == DecodeResult::endOfStream)
+            return reachedEnd();
+        m_nextFrame = m_decoder->position() + 1;
+        if (!deliverPicture(m_decoder->picture(), m_decoder->position()))
+            return false;
+    }
+    if (m_frameQueue->isFull())
+        prepareStepBack();
+    return true;
 }
 
 bool TheoraVideoClip_Theora::reachedEnd() {
     if (m_restartAtEnd.load() && m_nextFrame > 0) {
         m_restartPending.store(true);
         m_nextFrame = 0;
+        m_centre = 0;
     } else {
         endOfFile.store(true);
+        prepareStepBack();
     }
     return false;
+}
+
+// Only a clip that stands still is stepped through.
+void TheoraVideoClip_Theora::prepareStepBack() {
+    if (!getTimer().isPaused())
+        return;
+    const std::int64_t count = m_layout.frameCount;
+    m_stepBack->prepare(count > 0 ? std::min(m_centre, count) : m_centre);
 }
 
 void TheoraVideoClip_Theora::continueFrom(int frame) {

@@ -7,7 +7,9 @@
 
 #include "src/Theora/GranuleFormat.h"
 #include "src/Theora/PictureDecoder.h"
+#include "src/Theora/PlaneCache.h"
 #include "src/Theora/SharedSource.h"
+#include "src/Theora/StepBackDecoder.h"
 #include "src/Theora/StreamHeaders.h"
 #include "src/TheoraAudioInterface.h"
 #include "src/TheoraVideoClip.h"
@@ -32,8 +34,14 @@ protected:
     void continueFrom(int frame) override REQUIRES(m_access);
 
 private:
-    [[nodiscard]] bool deliverPicture(std::int64_t number) REQUIRES(m_access);
+    void makeDecoders();
+    [[nodiscard]] bool deliverPicture(const TheoraPicture& picture, std::int64_t number)
+        REQUIRES(m_access);
+    [[nodiscard]] bool deliverCached(std::int64_t number, bool realOnly) REQUIRES(m_access);
+    [[nodiscard]] DecodeResult decodeNextPicture() REQUIRES(m_access);
+    void keepPicture(std::int64_t number) REQUIRES(m_access);
     [[nodiscard]] bool reachedEnd() REQUIRES(m_access);
+    void prepareStepBack() REQUIRES(m_access);
 
     [[maybe_unused]] TheoraAudioInterfaceFactory* const m_audioFactory;
     StopCheck m_stop;
@@ -42,8 +50,12 @@ private:
     StreamLayout m_layout;
     std::optional<GranuleFormat> m_format;
     std::unique_ptr<PictureDecoder> m_decoder GUARDED_BY(m_access);
+    std::unique_ptr<PlaneCache> m_cache;
+    PictureDecoder::PictureSink m_keep;                ///< puts each decoded picture into the cache
     int m_workingOn GUARDED_BY(m_access) = -1;         ///< the seek in progress
     std::int64_t m_nextFrame GUARDED_BY(m_access) = 0; ///< the next to be handed out
+    std::int64_t m_centre GUARDED_BY(m_access) = 0;    ///< the frame that is looked at
+    std::unique_ptr<StepBackDecoder> m_stepBack;       ///< last: its thread uses all of the above
 };
 
 } // namespace theora

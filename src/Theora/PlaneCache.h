@@ -1,0 +1,77 @@
+// Decoded pictures around the frame that is being looked at, so that stepping back needs no
+// decoding. Filled by the clip's decoder and by the one that works ahead of stepping back; bounded
+// in memory.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "src/TheoraMutex.h"
+#include "src/TheoraPicture.h"
+
+namespace theora {
+
+struct CachedPicture {
+    TheoraPicture picture; ///< points into `samples`
+    std::vector<std::uint8_t> samples;
+    bool isFrame = true; ///< false: the file has no frame of that number, this one stands for it
+};
+
+/// Any thread.
+class PlaneCache {
+public:
+    /// width, height: of the luma plane. The pictures kept never take more than limitBytes, but for
+    /// those that somebody still holds.
+    PlaneCache(std::size_t limitBytes, int width, int height, int chromaShiftX, int chromaShiftY);
+
+    /// The frame that is looked at. Pictures far from it go first.
+    void setCentre(std::int64_t frame) EXCLUDES(m_mutex);
+    /// Whether store() would keep a picture of this number.
+    [[nodiscard]] bool wants(std::int64_t frame) const EXCLUDES(m_mutex);
+    /// Copies the picture, if it is wanted. picture: of the size given at construction.
+    void store(std::int64_t frame, const TheoraPicture& picture, bool isFrame = true)
+        EXCLUDES(m_mutex);
+    /// Null when the picture is not here. Stays valid as long as it is held.
+    [[nodiscard]] std::shared_ptr<const CachedPicture> find(std::int64_t frame) const
+        EXCLUDES(m_mutex);
+    /// The highest number below `frame` and not below `lowest` whose picture is missing; lowest - 1
+    /// when none is.
+    [[nodiscard]] std::int64_t firstMissingBelow(std::int64_t frame, std::int64_t lowest) const
+        EXCLUDES(m_mutex);
+
+    /// Pictures that fit.
+    [[nodiscard]] int capacity() const { return m_behind + m_ahead + 1; }
+    /// Pictures before the centre that are always wanted.
+    [[nodiscard]] int behind() const { return m_behind; }
+
+private:
+    using Entry = std::shared_ptr<CachedPicture>;
+
+    /// Buffers for reuse: fresh memory is slow. A picture comes back when its last holder lets go.
+    struct Pool {
+        TheoraMutex mutex;
+        std::vector<std::unique_ptr<CachedPicture>> spare GUARDED_BY(mutex);
+    };
+
+    [[nodiscard]] std::int64_t distance(std::int64_t frame) const REQUIRES(m_mutex);
+    [[nodiscard]] bool wantsLocked(std::int64_t frame) const REQUIRES(m_mutex);
+    [[nodiscard]] Entry takeBuffer() EXCLUDES(m_mutex);
+    [[nodiscard]] std::unique_ptr<CachedPicture> makeBuffer() const;
+    void makeRoom() REQUIRES(m_mutex);
+
+    const int m_width;
+    const int m_height;
+    const int m_chromaShiftX;
+    const int m_chromaShiftY;
+    int m_behind = 0; ///< constant after construction, as is m_ahead
+    int m_ahead = 0;
+    const std::shared_ptr<Pool> m_pool = std::make_shared<Pool>();
+    mutable TheoraMutex m_mutex;
+    std::int64_t m_centre GUARDED_BY(m_mutex) = 0;
+    std::map<std::int64_t, Entry> m_entries GUARDED_BY(m_mutex);
+};
+
+} // namespace theora

@@ -1,0 +1,158 @@
+// Stepping through a clip: what the queue and the plane cache hold is served from there, and a
+// second decoder works ahead of stepping back; every picture stays exact.
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "src/Theora/PlaneCache.h"
+#include "tests/src/PlaybackSession.h"
+#include "tests/src/ReferenceDecoder.h"
+#include "tests/support/ClipMaker.h"
+
+namespace {
+
+using theora::PlaneCache;
+using theora::TheoraPicture;
+
+constexpr int kSide = 16;
+constexpr std::size_t kPictureBytes = kSide * kSide * 3 / 2;
+
+/// A picture whose samples are all `value`.
+class FlatPicture {
+public:
+    explicit FlatPicture(std::uint8_t value) : m_samples(kSide * kSide, value) {
+        picture.planes = {{{m_samples.data(), kSide, kSide, kSide},
+                           {m_samples.data(), kSide, kSide / 2, kSide / 2},
+                           {m_samples.data(), kSide, kSide / 2, kSide / 2}}};
+    }
+    TheoraPicture picture;
+
+private:
+    std::vector<std::uint8_t> m_samples;
+};
+
+int valueOf(const PlaneCache& cache, int frame) {
+    const auto found = cache.find(frame);
+    return found ? found->picture.planes[2].data[kSide / 2 * kSide / 2 - 1] : -1;
+}
+
+TEST(PlaneCache, KeepsTheWindowAroundTheCentreWithinItsMemory) {
+    PlaneCache cache(kPictureBytes * 21, kSide, kSide, 1, 1);
+    EXPECT_EQ(cache.capacity(), 20);
+    for (int frame = 0; frame < 200; ++frame) {
+        cache.setCentre(frame);
+        cache.store(frame, FlatPicture(static_cast<std::uint8_t>(frame)).picture);
+    }
+    int kept = 0;
+    for (int frame = 0; frame < 200; ++frame)
+        if (cache.find(frame)) {
+            ++kept;
+            EXPECT_EQ(valueOf(cache, frame), frame);
+        }
+    EXPECT_EQ(kept, 20);
+    EXPECT_EQ(valueOf(cache, 199 - cache.behind()), 199 - cache.behind());
+    EXPECT_EQ(cache.firstMissingBelow(200, 0), 179);
+    EXPECT_EQ(cache.firstMissingBelow(200, 190), 189); // none missing down to the limit
+    EXPECT_EQ(cache.firstMissingBelow(100, 0), 99);
+}
+
+TEST(PlaneCache, APictureThatIsHeldIsNotOverwritten) {
+    PlaneCache cache(kPictureBytes * 5, kSide, kSide, 1, 1);
+    cache.store(0, FlatPicture(77).picture);
+    const auto held = cache.find(0);
+    ASSERT_TRUE(held);
+    for (int frame = 1000; frame < 1020; ++frame) {
+        cache.setCentre(frame);
+        cache.store(frame, FlatPicture(5).picture);
+    }
+    EXPECT_FALSE(cache.find(0));
+    EXPECT_EQ(held->picture.planes[0].data[0], 77);
+}
+
+TEST(PlaneCache, WhatIsFarFromTheCentreIsNotTaken) {
+    PlaneCache cache(kPictureBytes * 9, kSide, kSide, 1, 1);
+    cache.setCentre(100);
+    EXPECT_TRUE(cache.wants(100));
+    EXPECT_FALSE(cache.wants(100 - cache.behind() - 1));
+    EXPECT_FALSE(cache.wants(110));
+    cache.store(5, FlatPicture(1).picture);
+    EXPECT_FALSE(cache.find(5));
+}
+
+support::Bytes steppingClip() {
+    support::ClipSpec spec;
+    spec.width = 96;
+    spec.height = 64;
+    spec.frames = 150;
+    spec.keyframeDistance = 32;
+    return support::makeClip(spec);
+}
+
+TEST(Stepping, EveryWalkShowsTheFramesOfASequentialDecode) {
+    const auto file = steppingClip();
+    const auto expected = reference::decode(file);
+    PlaybackSession session(file);
+    std::mt19937 random(21);
+    int at = 70;
+    for (int step = 0; step < 1200; ++step) {
+        // Runs of single and ten-fold steps in either direction, and a jump now and then.
+        const int run = step / 40 % 6;
+        const int moves[] = {-1, 1, -10, 10, -1, 1};
+        at = step % 173 == 172 ? static_cast<int>(random() % 150)
+                               : std::clamp(at + moves[run], 0, 149);
+        const auto shown = session.seek(at);
+        ASSERT_TRUE(shown) << "step " << step;
+        ASSERT_EQ(shown->number, at);
+        ASSERT_EQ(shown->hash, expected.hashes[static_cast<std::size_t>(at)])
+            << "step " << step << " frame " << at;
+    }
+}
+
+TEST(Stepping, PlayingOnAfterSteppingBackIsExact) {
+    const auto file = steppingClip();
+    const auto expected = reference::decode(file);
+    PlaybackSession session(file);
+    for (const int from : {149, 148, 100, 99, 98, 40, 41, 42, 3}) {
+        const auto shown = session.seek(from);
+        ASSERT_TRUE(shown);
+        const auto played = session.playToEnd();
+        ASSERT_EQ(played.size(), static_cast<std::size_t>(149 - from)) << from;
+        for (std::size_t i = 0; i < played.size(); ++i) {
+            ASSERT_EQ(played[i].number, from + 1 + static_cast<int>(i));
+            ASSERT_EQ(played[i].hash, expected.hashes[static_cast<std::size_t>(played[i].number)]);
+        }
+    }
+}
+
+TEST(Stepping, RestartAtTheEndGoesRoundExactly) {
+    support::ClipSpec spec;
+    spec.frames = 20;
+    const auto file = support::makeClip(spec);
+    const auto expected = reference::decode(file);
+    PlaybackSession session(file);
+    session.clip().setRestartAtEnd(true);
+    ASSERT_TRUE(session.seek(0));
+    session.clip().getTimer().play();
+    for (int i = 1; i < 70; ++i) {
+        const auto shown = session.nextShown();
+        ASSERT_TRUE(shown) << i;
+        ASSERT_EQ(shown->number, i % 20);
+        ASSERT_EQ(shown->hash, expected.hashes[static_cast<std::size_t>(i % 20)]);
+    }
+}
+
+TEST(Stepping, AModeChangeWhilePlayingLosesNoFrame) {
+    support::ClipSpec spec;
+    spec.frames = 40;
+    PlaybackSession session(support::makeClip(spec));
+    session.clip().getTimer().play();
+    for (int i = 0; i < 40; ++i) {
+        const auto shown = session.nextShown();
+        ASSERT_TRUE(shown) << i;
+        EXPECT_EQ(shown->number, i);
+        session.clip().setOutputMode(i % 2 == 0 ? theora::TheoraOutputMode::TH_BGRX
+                                                : theora::TheoraOutputMode::TH_RGB);
+    }
+}
+
+} // namespace
