@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Draws every image of the default skin into data/UI from the descriptions below.
+"""Draws every image of the default skin into data/UI from the descriptions below, and the program's
+icon into data/icon.
 
-  tools/make_skin.py           writes data/UI/*.png
+  tools/make_skin.py           writes data/UI/*.png, data/icon/*
   tools/make_skin.py --check   compares them with what it would draw; exit 1 when one differs
   tools/make_skin.py --sheet F all images on one sheet, four times enlarged, for a look
 
@@ -10,6 +11,7 @@ script and a build never draws them.
 """
 
 import pathlib
+import struct
 import sys
 
 import skin_icons
@@ -17,6 +19,8 @@ from vector import path, png
 from vector.canvas import Image
 
 FOLDER = pathlib.Path(__file__).resolve().parent.parent / "data" / "UI"
+ICON_FOLDER = FOLDER.parent / "icon"
+ICON_SIZES = (16, 24, 32, 48, 64, 128, 256)
 
 MUTED, WINDOW, SURFACE = "#465362", "#F3F5F8", "#FFFFFF"
 LINE, EDGE = "#D3DAE2", "#7C8A9A"
@@ -208,8 +212,35 @@ def images():
             yield name + ".png", image
 
 
+def program_icon(size):
+    """The product mark in white on the accent."""
+    image = Image(size, size)
+    edge = size / 32 if size > 32 else 0
+    image.fill(path.rounded(edge, edge, size - 2 * edge, size - 2 * edge, size * 0.2), ACCENT)
+    scale = size * 0.74 / 16
+    offset = (size - 16 * scale) / 2
+    skin_icons.draw(image, "Mark", offset, offset, SURFACE, scale, ACCENT)
+    return image
+
+
+def icon_files():
+    """(file name, bytes): a PNG for each size, and all of them in one .ico
+    (https://learn.microsoft.com/windows/win32/menurc/newheader; entries are PNG files)."""
+    files = []
+    for size in ICON_SIZES:
+        image = program_icon(size)
+        files.append((size, png.encode(size, size, image.rgba())))
+    entries, place = b"", 6 + 16 * len(files)
+    for size, data in files:
+        entries += struct.pack("<BBBBHHII", size % 256, size % 256, 0, 0, 1, 32, len(data), place)
+        place += len(data)
+    yield from ((f"quorvel-{size}.png", data) for size, data in files)
+    yield "quorvel.ico", struct.pack("<HHH", 0, 1, len(files)) + entries + b"".join(data for _, data in files)
+
+
 def check():
-    wrong = []
+    wrong = [f"{name}: differs from its description" for size in ICON_SIZES for name in (f"quorvel-{size}.png",)
+             if png.decode((ICON_FOLDER / name).read_bytes())[2] != program_icon(size).rgba()]
     wanted = set()
     for name, image in images():
         wanted.add(name)
@@ -266,7 +297,10 @@ def main(arguments):
     for name, image in images():
         (FOLDER / name).write_bytes(png.encode(image.width, image.height, image.rgba()))
         count += 1
-    print(f"{count} images in {FOLDER}")
+    ICON_FOLDER.mkdir(parents=True, exist_ok=True)
+    for name, data in icon_files():
+        (ICON_FOLDER / name).write_bytes(data)
+    print(f"{count} images in {FOLDER}, the icon in {ICON_FOLDER}")
     return 0
 
 

@@ -1,6 +1,6 @@
 """The icons of the skin as path data. Each piece is (kind, path text): "line" is an outline with
 round ends, "thin" one of 1.25 px, "butt" one with square ends and 2 px, "full" an area with its
-outline, "dot" an area without, "hole" a white area with an outline. 16 px icons take an outline of
+outline, "dot" an area without, "hole" an outline round the ground. 16 px icons take an outline of
 1.5 px, larger ones of 2 px."""
 
 from vector import path
@@ -47,22 +47,28 @@ _LARGE = {
 }
 
 
-def draw(image, name, x, y, colour, scale=1.0):
-    """Draws an icon with its top left corner at x, y; overlapping pieces are one area."""
+def draw(image, name, x, y, colour, scale=1.0, ground="#FFFFFF"):
+    """Draws an icon with its top left corner at x, y; overlapping pieces are one area, holes show
+    `ground`."""
     pieces, width = (_SMALL[name], 1.5) if name in _SMALL else \
         (_TOOLS[name], 2.0) if name in _TOOLS else (_LARGE[name], 2.0)
     shapes = []
     holes = []
+    outlines = []
     for kind, text in pieces:
         shape = path.parse(text)
         if kind in ("full", "dot"):
             shapes.append(path.moved(shape, x, y, scale))
         if kind == "hole":
             holes.append(path.moved(shape, x, y, scale))
+            outlines.append(path.moved(path.stroke(shape, width), x, y, scale))
+            continue
         if kind == "butt":
             shapes.append(path.moved(path.stroke(shape, 2.0, "butt"), x, y, scale))
         elif kind != "dot":
-            shapes.append(path.moved(path.stroke(shape, 1.25 if kind == "thin" else width), x, y, scale))
-    for hole in holes:
-        image.fill(hole, "#FFFFFF")
+            line = path.stroke(shape, 1.25 if kind == "thin" else width)
+            shapes.append(path.moved(line, x, y, scale))
     image.fill(path.union(*shapes), colour)
+    for hole in holes:
+        image.fill(hole, ground)
+    image.fill(path.union(*outlines), colour)
