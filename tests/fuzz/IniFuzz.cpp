@@ -19,10 +19,10 @@ void require(bool condition) {
 }
 
 void readEveryWay(support::MemoryFileSystem& files, const std::string& text) {
-    files.files["/work/T.ini"] = text;
-    files.folders.insert("/work/many");
-    files.files["/work/many/a.ini"] = text.substr(0, text.size() / 2);
-    files.files["/work/many/b.INI"] = text.substr(text.size() / 2);
+    files.files["/home/T.ini"] = text;
+    files.folders.insert("/home/many");
+    files.files["/home/many/a.ini"] = text.substr(0, text.size() / 2);
+    files.files["/home/many/b.INI"] = text.substr(text.size() / 2);
     for (const char* path : {"T.ini", "many"}) {
         const auto translations = core::Translations::create(path, "French");
         require(translations != nullptr);

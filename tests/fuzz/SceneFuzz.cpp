@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr const char* kPath = "/work/Scenes/A/Scene.xml";
+constexpr const char* kPath = "/home/Scenes/A/Scene.xml";
 
 /// True when `text` reads back as it is: no mark-up, no line end, not only blanks.
 bool isPlain(const std::string& text) {
@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     support::FixedClock clock;
     const core::ServicesOverride services({&files, &clock, &platform::nativeProcess()});
     core::Log::exchange(std::make_shared<core::Log>(""));
-    files.folders.insert({"/work/Scenes", "/work/Scenes/A"});
+    files.folders.insert({"/home/Scenes", "/home/Scenes/A"});
     files.files[kPath].assign(data, data + size);
     const auto manager = scene::SceneManager::create();
     if (!manager->Load("A"))

@@ -16,8 +16,8 @@
 
 namespace {
 
-constexpr const char* kInfo = "/work/clip-ZoneInfo.xml";
-constexpr const char* kBinary = "/work/clip-ZoneInfo.bin";
+constexpr const char* kInfo = "/home/clip-ZoneInfo.xml";
+constexpr const char* kBinary = "/home/clip-ZoneInfo.bin";
 constexpr int kDrawnZones = 8; // a few hundred empty ones show nothing new
 
 void require(bool condition) {

@@ -86,7 +86,7 @@ TEST_F(ClipRules, APendingSeekHidesReadyFrames) {
     EXPECT_EQ(shown(), -1);
     EXPECT_EQ(clip.getNumReadyFrames(), 0);
     EXPECT_FALSE(clip.endOfFile.load());
-    ASSERT_TRUE(clip.decodeOnWorker()); // the seek itself: the stub accepts any
+    ASSERT_TRUE(clip.decodeOnWorker()); // the seek itself: the stand-in accepts any
     EXPECT_EQ(clip.pendingSeekFrame.load(), -1);
     EXPECT_FLOAT_EQ(clip.getTimer().getTime(), 0.5F);
 }

@@ -17,9 +17,9 @@ public:
     static constexpr int kExists = 17;
     static constexpr int kIsFolder = 21;
 
-    /// The bytes under their absolute path with "/"; "/work" is the current folder at first.
+    /// The bytes under their absolute path with "/"; "/home" is the current folder at first.
     std::map<std::string, std::string> files;
-    std::set<std::string> folders{"/", "/work"};
+    std::set<std::string> folders{"/", "/home"};
 
     [[nodiscard]] std::unique_ptr<platform::FileStream>
     open(const std::string& path, platform::OpenMode mode, int& error) override;
@@ -38,7 +38,7 @@ public:
     [[nodiscard]] std::string errorText(int error) override;
 
 private:
-    std::string m_current = "/work";
+    std::string m_current = "/home";
 };
 
 } // namespace support

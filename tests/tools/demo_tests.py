@@ -30,7 +30,7 @@ def pages(data):
 
 
 class Clip:
-    """Theora I specification, 6.2: the identification header and the granule position."""
+    """Theora I format, section 6.2: the identification header and the granule position."""
 
     def __init__(self, data):
         self.audio = False

@@ -13,7 +13,7 @@ protected:
     static constexpr int kFrames = 4;
 
     std::shared_ptr<zone::ZoneManager> load(const std::string& binary, int frameCount) {
-        m_files.files["/work/clip-ZoneInfo.bin"] = binary;
+        m_files.files["/home/clip-ZoneInfo.bin"] = binary;
         return zone::ZoneManager::create("clip", frameCount, true);
     }
 
@@ -144,7 +144,7 @@ TEST_F(ZoneDamageTest, NestedNonsenseInTheInformationFileGivesNoZones) {
         nested += "<Zone>";
     for (const std::string& text : {nested, std::string("<a><![CDATA["), std::string(100, '\0'),
                                     std::string("\xEF\xBB\xBF"), std::string("<!--")}) {
-        m_files.files["/work/clip-ZoneInfo.xml"] = text;
+        m_files.files["/home/clip-ZoneInfo.xml"] = text;
         const auto manager = zone::ZoneManager::create("clip", kFrames, false);
         ASSERT_TRUE(manager);
         EXPECT_EQ(manager->zoneCount(), 0);

@@ -242,7 +242,7 @@ TEST_F(ZonePropertyTest, RandomCallsLeaveAZoneAsAPlainModelOfItsRules) {
         core::File file;
         ASSERT_TRUE(file.open("zone.bin", "wb"));
         ASSERT_TRUE(zone->write(file) && file.close());
-        ASSERT_EQ(m_files.files["/work/zone.bin"], recordOf(plain)) << round;
+        ASSERT_EQ(m_files.files["/home/zone.bin"], recordOf(plain)) << round;
     }
 }
 
