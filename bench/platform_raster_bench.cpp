@@ -30,9 +30,9 @@ private:
 
 class NoText final : public platform::raster::TextPainter {
 public:
-    void drawText(Bitmap& /*target*/, const Rect& /*clip*/, std::u16string_view /*text*/,
-                  const Rect& /*box*/, platform::FontHandle /*font*/, platform::Color /*color*/,
-                  platform::TextAlign /*align*/) override {}
+    void drawText(platform::raster::PixelView /*target*/, const Rect& /*clip*/,
+                  std::u16string_view /*text*/, const Rect& /*box*/, platform::FontHandle /*font*/,
+                  platform::Color /*color*/, platform::TextAlign /*align*/) override {}
 };
 
 struct Fixture {

@@ -1,8 +1,8 @@
 // Rectangles and pictures between our types and Qt's.
 #pragma once
 
-#include "platform/Bitmap.h"
 #include "platform/Geometry.h"
+#include "platform/raster/PixelView.h"
 
 #include <QImage>
 #include <QPoint>
@@ -23,10 +23,10 @@ namespace platform::qt {
     return {point.x(), point.y()};
 }
 
-/// An image that reads and writes the bitmap's own pixels; the bitmap must outlive it.
-[[nodiscard]] inline QImage imageOver(Bitmap& bitmap) {
-    return {reinterpret_cast<uchar*>(bitmap.row(0)), bitmap.size().width, bitmap.size().height,
-            bitmap.size().width * 4, QImage::Format_ARGB32_Premultiplied};
+/// An image that reads and writes the pixels themselves, which must outlive it.
+[[nodiscard]] inline QImage imageOver(raster::PixelView pixels) {
+    return {reinterpret_cast<uchar*>(pixels.row(0)), pixels.size().width, pixels.size().height,
+            pixels.size().width * 4, QImage::Format_ARGB32_Premultiplied};
 }
 
 } // namespace platform::qt

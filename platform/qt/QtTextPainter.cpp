@@ -27,7 +27,7 @@ int leftOf(const Rect& box, int width, TextAlign align) {
 
 } // namespace
 
-void QtTextPainter::drawText(Bitmap& target, const Rect& clip, std::u16string_view text,
+void QtTextPainter::drawText(raster::PixelView target, const Rect& clip, std::u16string_view text,
                              const Rect& box, FontHandle font, Color color, TextAlign align) {
     const Size size = m_fonts.measure(text, font);
     const QFont& face = m_fonts.font(font);

@@ -12,8 +12,8 @@ public:
     /// `fonts` is not owned and must outlive the painter.
     explicit QtTextPainter(const QtFontSet& fonts) : m_fonts(fonts) {}
 
-    void drawText(Bitmap& target, const Rect& clip, std::u16string_view text, const Rect& box,
-                  FontHandle font, Color color, TextAlign align) override;
+    void drawText(raster::PixelView target, const Rect& clip, std::u16string_view text,
+                  const Rect& box, FontHandle font, Color color, TextAlign align) override;
 
 private:
     const QtFontSet& m_fonts;

@@ -38,7 +38,7 @@ std::vector<int> columnOffsets(int sourceWidth, const Rect& target, const Rect& 
 
 } // namespace
 
-void scaleFrame(const FrameBuffer& frame, Bitmap& bitmap, const Rect& target, const Rect& clip) {
+void scaleFrame(const FrameBuffer& frame, PixelView pixels, const Rect& target, const Rect& clip) {
     const Size source = frame.size();
     const Rect visible = target.intersected(clip);
     if (visible.isEmpty() || source.width < 1 || source.height < 1) {
@@ -56,7 +56,7 @@ void scaleFrame(const FrameBuffer& frame, Bitmap& bitmap, const Rect& target, co
         const int fromTop = nearestIndex(y - target.top, source.height, target.height());
         const std::uint8_t* from =
             frame.bits() + static_cast<std::size_t>(source.height - 1 - fromTop) * rowBytes;
-        std::uint32_t* to = bitmap.row(y) + visible.left;
+        std::uint32_t* to = pixels.row(y) + visible.left;
         for (std::size_t i = 0; i < fastCount; ++i) {
             to[i] = readPixelFast(from + offsets[i]);
         }

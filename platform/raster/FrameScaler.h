@@ -2,8 +2,8 @@
 // picks them in its COLORONCOLOR mode, so pictures are the same on every system.
 #pragma once
 
-#include "platform/Bitmap.h"
 #include "platform/FrameBuffer.h"
+#include "platform/raster/PixelView.h"
 
 #include <cstdint>
 #include <vector>
@@ -17,8 +17,8 @@ constexpr int nearestIndex(int index, int sourceCount, int targetCount) {
                             (2 * static_cast<std::int64_t>(targetCount)));
 }
 
-/// Stretches the whole of `frame` onto `target` of `bitmap` and draws what lies in `clip`, which
-/// lies inside the bitmap. Pixels become opaque. Draws nothing for an empty frame or target.
-void scaleFrame(const FrameBuffer& frame, Bitmap& bitmap, const Rect& target, const Rect& clip);
+/// Stretches the whole of `frame` onto `target` of `pixels` and draws what lies in `clip`, which
+/// lies inside them. Pixels become opaque. Draws nothing for an empty frame or target.
+void scaleFrame(const FrameBuffer& frame, PixelView pixels, const Rect& target, const Rect& clip);
 
 } // namespace platform::raster

@@ -14,8 +14,8 @@ namespace {
 constexpr int kMaxEllipseSide = 32767;
 constexpr int kOutsideBitmap = -1;
 
-Rect boundsOf(const Bitmap& bitmap) {
-    return {0, 0, bitmap.size().width, bitmap.size().height};
+Rect boundsOf(PixelView pixels) {
+    return {0, 0, pixels.size().width, pixels.size().height};
 }
 
 /// An empty intersection may be inside out; clips are kept in order so that loops stay simple.
@@ -44,7 +44,7 @@ std::vector<int> sourceCoordinates(int sourceFrom, int sourceTo, int limit, int 
 
 } // namespace
 
-RasterCanvas::RasterCanvas(Bitmap& target, TextPainter& textPainter, const Rect& clip)
+RasterCanvas::RasterCanvas(PixelView target, TextPainter& textPainter, const Rect& clip)
     : m_target(target),
       m_textPainter(textPainter), m_clips{orderly(clip.intersected(boundsOf(target)))} {}
 

@@ -1,20 +1,20 @@
-// A canvas that draws into a bitmap by itself; only text comes from the back end. Used for window
+// A canvas that draws into memory by itself; only text comes from the back end. Used for window
 // contents and snapshots wherever the system has no drawing of its own by the rules of Canvas.
 #pragma once
 
-#include "platform/Bitmap.h"
 #include "platform/Canvas.h"
+#include "platform/raster/PixelView.h"
 #include "platform/raster/TextPainter.h"
 
 #include <vector>
 
 namespace platform::raster {
 
-/// UI thread only. The bitmap and the text painter are not owned and must outlive the canvas.
-class RasterCanvas final : public Canvas {
+/// UI thread only. The pixels and the text painter are not owned and must outlive the canvas.
+class RasterCanvas : public Canvas {
 public:
     /// Draws on `target`, inside `clip` only.
-    RasterCanvas(Bitmap& target, TextPainter& textPainter, const Rect& clip);
+    RasterCanvas(PixelView target, TextPainter& textPainter, const Rect& clip);
 
     [[nodiscard]] Rect clip() const override { return m_clips.back(); }
     void pushClip(const Rect& rect) override;
@@ -33,7 +33,7 @@ public:
 private:
     void fillSpan(int left, int right, int y, Color color);
 
-    Bitmap& m_target;
+    PixelView m_target;
     TextPainter& m_textPainter;
     std::vector<Rect> m_clips; ///< never empty; each lies inside the one before
 };

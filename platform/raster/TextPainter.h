@@ -1,8 +1,8 @@
 // How a RasterCanvas gets its text: the back end draws it with the system's own fonts.
 #pragma once
 
-#include "platform/Bitmap.h"
 #include "platform/Canvas.h"
+#include "platform/raster/PixelView.h"
 
 #include <string_view>
 
@@ -13,8 +13,8 @@ class TextPainter {
 public:
     virtual ~TextPainter() = default;
     /// One line of text on `target`, centred from top to bottom in `box`; pixels outside `clip`
-    /// (which lies inside both the bitmap and `box`) stay as they are.
-    virtual void drawText(Bitmap& target, const Rect& clip, std::u16string_view text,
+    /// (which lies inside both `target` and `box`) stay as they are.
+    virtual void drawText(PixelView target, const Rect& clip, std::u16string_view text,
                           const Rect& box, FontHandle font, Color color, TextAlign align) = 0;
 };
 

@@ -69,4 +69,61 @@ struct LocalMemoryTraits {
 /// Text that the system allocated.
 using UniqueLocalMemory = Unique<LocalMemoryTraits>;
 
+struct WindowTraits {
+    using Type = HWND;
+    static Type none() { return nullptr; }
+    static void close(Type handle) { DestroyWindow(handle); }
+};
+using UniqueWindow = Unique<WindowTraits>;
+
+struct MemoryContextTraits {
+    using Type = HDC;
+    static Type none() { return nullptr; }
+    static void close(Type handle) { DeleteDC(handle); }
+};
+/// From CreateCompatibleDC. Objects selected into it must be selected out before it ends.
+using UniqueMemoryContext = Unique<MemoryContextTraits>;
+
+template <typename Object>
+struct ObjectTraits {
+    using Type = Object;
+    static Type none() { return nullptr; }
+    static void close(Type handle) { DeleteObject(handle); }
+};
+using UniqueBitmap = Unique<ObjectTraits<HBITMAP>>;
+using UniqueFont = Unique<ObjectTraits<HFONT>>;
+
+/// A window's device context for one scope.
+class WindowContext {
+public:
+    explicit WindowContext(HWND window) : m_window(window), m_context(GetDC(window)) {}
+    ~WindowContext() {
+        if (m_context != nullptr) {
+            ReleaseDC(m_window, m_context);
+        }
+    }
+    WindowContext(const WindowContext&) = delete;
+    WindowContext& operator=(const WindowContext&) = delete;
+    /// Null when the system had none to give.
+    [[nodiscard]] HDC get() const { return m_context; }
+
+private:
+    HWND m_window;
+    HDC m_context;
+};
+
+/// Selects an object into a context and the former one back at the end of the scope.
+class Selection {
+public:
+    Selection(HDC context, HGDIOBJ object)
+        : m_context(context), m_former(SelectObject(context, object)) {}
+    ~Selection() { SelectObject(m_context, m_former); }
+    Selection(const Selection&) = delete;
+    Selection& operator=(const Selection&) = delete;
+
+private:
+    HDC m_context;
+    HGDIOBJ m_former;
+};
+
 } // namespace platform::win32

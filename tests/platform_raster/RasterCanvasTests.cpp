@@ -19,8 +19,9 @@ namespace {
 /// Notes what it was asked to draw.
 class TextLog final : public platform::raster::TextPainter {
 public:
-    void drawText(Bitmap& /*target*/, const Rect& clip, std::u16string_view text, const Rect& box,
-                  FontHandle /*font*/, Color /*color*/, TextAlign /*align*/) override {
+    void drawText(platform::raster::PixelView /*target*/, const Rect& clip,
+                  std::u16string_view text, const Rect& box, FontHandle /*font*/, Color /*color*/,
+                  TextAlign /*align*/) override {
         clips.push_back(clip);
         boxes.push_back(box);
         texts.emplace_back(text);

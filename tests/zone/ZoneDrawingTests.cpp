@@ -29,7 +29,7 @@ public:
 
 /// Numbers are left out, so that only geometry shows.
 class NoText final : public platform::raster::TextPainter {
-    void drawText(platform::Bitmap&, const platform::Rect&, std::u16string_view,
+    void drawText(platform::raster::PixelView, const platform::Rect&, std::u16string_view,
                   const platform::Rect&, platform::FontHandle, Color,
                   platform::TextAlign) override {}
 };

@@ -1,0 +1,30 @@
+// The border between the system's callbacks and our code: no exception may cross it.
+#pragma once
+
+#include <cstdio>
+#include <exception>
+
+namespace platform::win32 {
+
+/// Runs `work` and gives its result, or `fallback` and a line on stderr when it throws.
+template <typename Work, typename Result>
+Result guarded(const char* where, Result fallback, Work&& work) noexcept {
+    try {
+        return work();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s: %s\n", where, error.what());
+    } catch (...) {
+        std::fprintf(stderr, "%s: unknown exception\n", where);
+    }
+    return fallback;
+}
+
+template <typename Work>
+void guardedRun(const char* where, Work&& work) noexcept {
+    guarded(where, true, [&] {
+        work();
+        return true;
+    });
+}
+
+} // namespace platform::win32

@@ -1,0 +1,100 @@
+#include "platform/win32/Win32Canvas.h"
+
+#include "platform/win32/WideText.h"
+#include "platform/win32/Win32FrameBuffer.h"
+
+namespace platform::win32 {
+
+namespace {
+
+COLORREF toGdi(Color color) {
+    return RGB(redOf(color), greenOf(color), blueOf(color));
+}
+
+RECT toGdi(const Rect& rect) {
+    return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+void clipTo(HDC context, const Rect& rect) {
+    SelectClipRgn(context, nullptr);
+    IntersectClipRect(context, rect.left, rect.top, rect.right, rect.bottom);
+}
+
+UINT flagsOf(TextAlign align) {
+    // Text is drawn as it stands: "&" is a letter.
+    const UINT common = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
+    switch (align) {
+    case TextAlign::center:
+        return common | DT_CENTER;
+    case TextAlign::right:
+        return common | DT_RIGHT;
+    case TextAlign::left:
+        break;
+    }
+    return common | DT_LEFT;
+}
+
+} // namespace
+
+void Win32TextPainter::drawText(raster::PixelView /*target*/, const Rect& clip,
+                                std::u16string_view text, const Rect& box, FontHandle font,
+                                Color color, TextAlign align) {
+    const Selection selection(m_context, m_fonts.font(font));
+    clipTo(m_context, clip);
+    SetBkMode(m_context, TRANSPARENT);
+    SetTextColor(m_context, toGdi(color));
+    const std::wstring wideText = toWide(text);
+    RECT place = toGdi(box);
+    DrawTextW(m_context, wideText.c_str(), static_cast<int>(wideText.size()), &place,
+              flagsOf(align));
+}
+
+Win32Canvas::Win32Canvas(const Win32BackBuffer& target, Win32TextPainter& text, const Rect& clip)
+    : RasterCanvas(target.pixels(), text, clip), m_context(target.context()) {}
+
+void Win32Canvas::applyClip() const {
+    clipTo(m_context, clip());
+}
+
+void Win32Canvas::fillRect(const Rect& rect, Color color) {
+    GdiFlush();
+    RasterCanvas::fillRect(rect, color);
+}
+
+void Win32Canvas::drawBitmap(const Bitmap& bitmap, const Rect& source, const Rect& target) {
+    GdiFlush();
+    RasterCanvas::drawBitmap(bitmap, source, target);
+}
+
+void Win32Canvas::drawFrame(const FrameBuffer& frame, const Rect& target) {
+    const auto* native = dynamic_cast<const Win32FrameBuffer*>(&frame);
+    if (native == nullptr) { // a picture from elsewhere
+        GdiFlush();
+        RasterCanvas::drawFrame(frame, target);
+        return;
+    }
+    applyClip();
+    // Without this mode a reduced picture is darkened by the pixels that are left out.
+    SetStretchBltMode(m_context, COLORONCOLOR);
+    StretchBlt(m_context, target.left, target.top, target.width(), target.height(),
+               native->context(), 0, 0, frame.size().width, frame.size().height, SRCCOPY);
+}
+
+void Win32Canvas::drawLine(Point from, Point to, Color color) {
+    applyClip();
+    const Selection pen(m_context, GetStockObject(DC_PEN));
+    SetDCPenColor(m_context, toGdi(color));
+    MoveToEx(m_context, from.x, from.y, nullptr);
+    LineTo(m_context, to.x, to.y);
+}
+
+void Win32Canvas::drawEllipse(const Rect& box, Color outline, Color fill) {
+    applyClip();
+    const Selection pen(m_context, GetStockObject(DC_PEN));
+    const Selection brush(m_context, GetStockObject(DC_BRUSH));
+    SetDCPenColor(m_context, toGdi(outline));
+    SetDCBrushColor(m_context, toGdi(fill));
+    Ellipse(m_context, box.left, box.top, box.right, box.bottom);
+}
+
+} // namespace platform::win32

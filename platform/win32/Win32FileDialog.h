@@ -1,0 +1,14 @@
+// The common dialog for choosing files.
+#pragma once
+
+#include "platform/FileDialog.h"
+
+namespace platform::win32 {
+
+class Win32FileDialog final : public FileDialog {
+public:
+    [[nodiscard]] std::optional<OpenFilesResult>
+    openFiles(const OpenFilesRequest& request) override;
+};
+
+} // namespace platform::win32

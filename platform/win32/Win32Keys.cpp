@@ -1,0 +1,182 @@
+// Keyboard of a window: keys, typed text and the input method.
+#include "platform/win32/Win32Keys.h"
+
+#include "platform/win32/WideText.h"
+#include "platform/win32/Win32Window.h"
+
+#include <imm.h>
+
+#include <utility>
+
+namespace platform::win32 {
+
+namespace {
+
+struct KeyPair {
+    WPARAM native;
+    Key ours;
+};
+
+constexpr KeyPair kKeys[] = {
+    {VK_LEFT, Key::left},
+    {VK_RIGHT, Key::right},
+    {VK_UP, Key::up},
+    {VK_DOWN, Key::down},
+    {VK_HOME, Key::home},
+    {VK_END, Key::end},
+    {VK_PRIOR, Key::pageUp},
+    {VK_NEXT, Key::pageDown},
+    {VK_TAB, Key::tab},
+    {VK_RETURN, Key::enter},
+    {VK_ESCAPE, Key::escape},
+    {VK_SPACE, Key::space},
+    {VK_BACK, Key::backspace},
+    {VK_DELETE, Key::del},
+    {VK_INSERT, Key::insert},
+    {VK_F4, Key::f4},
+    {'A', Key::a},
+    {'C', Key::c},
+    {'V', Key::v},
+    {'X', Key::x},
+    {'Y', Key::y},
+    {'Z', Key::z},
+};
+
+constexpr LPARAM kHeldBefore = LPARAM{1} << 30;
+
+bool isDown(int virtualKey) {
+    return (static_cast<unsigned short>(GetKeyState(virtualKey)) & 0x8000U) != 0;
+}
+
+/// The input method's context of a window for one scope.
+class InputContext {
+public:
+    explicit InputContext(HWND window) : m_window(window), m_context(ImmGetContext(window)) {}
+    ~InputContext() {
+        if (m_context != nullptr) {
+            ImmReleaseContext(m_window, m_context);
+        }
+    }
+    InputContext(const InputContext&) = delete;
+    InputContext& operator=(const InputContext&) = delete;
+
+    [[nodiscard]] HIMC get() const { return m_context; }
+    [[nodiscard]] std::u16string text(DWORD which) const {
+        const LONG bytes = ImmGetCompositionStringW(m_context, which, nullptr, 0);
+        if (bytes <= 0) {
+            return {};
+        }
+        std::wstring result(static_cast<std::size_t>(bytes) / sizeof(wchar_t), L'\0');
+        ImmGetCompositionStringW(m_context, which, result.data(), static_cast<DWORD>(bytes));
+        return fromWide(result);
+    }
+
+private:
+    HWND m_window;
+    HIMC m_context;
+};
+
+} // namespace
+
+Key keyFromNative(WPARAM virtualKey) {
+    for (const KeyPair& pair : kKeys) {
+        if (pair.native == virtualKey) {
+            return pair.ours;
+        }
+    }
+    return Key::other;
+}
+
+WPARAM keyToNative(Key key) {
+    for (const KeyPair& pair : kKeys) {
+        if (pair.ours == key) {
+            return pair.native;
+        }
+    }
+    return 0;
+}
+
+Modifiers currentModifiers() {
+    return {isDown(VK_SHIFT), isDown(VK_CONTROL), isDown(VK_MENU)};
+}
+
+bool Win32Window::handleKey(UINT message, WPARAM virtualKey, LPARAM details) {
+    if (!m_enabled) {
+        return true;
+    }
+    Event event;
+    const bool down = message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
+    event.kind = down ? EventKind::keyDown : EventKind::keyUp;
+    event.key = keyFromNative(virtualKey);
+    event.repeat = down && (details & kHeldBefore) != 0;
+    event.modifiers = currentModifiers();
+    const bool handled = send(event);
+    // The system's own keys: Alt+F4 among them.
+    const bool system = message == WM_SYSKEYDOWN || message == WM_SYSKEYUP;
+    return handled || !system;
+}
+
+bool Win32Window::handleCharacter(wchar_t unit) {
+    const bool control = unit < 0x20 || unit == 0x7F;
+    if (!m_enabled || control) {
+        return true;
+    }
+    const auto code = static_cast<char16_t>(unit);
+    if ((code & 0xFC00U) == 0xD800U) { // the second half comes with the next message
+        m_highSurrogate = code;
+        return true;
+    }
+    Event event;
+    event.kind = EventKind::textInput;
+    event.modifiers = currentModifiers();
+    const char16_t high = std::exchange(m_highSurrogate, u'\0');
+    if (high != u'\0' && (code & 0xFC00U) == 0xDC00U) {
+        event.text += high;
+    }
+    event.text += code;
+    send(event);
+    return true;
+}
+
+void Win32Window::compose(const std::u16string& preedit, const std::u16string& committed) {
+    if (!m_enabled) {
+        return;
+    }
+    const HWND window = m_handle.get();
+    Event event;
+    event.modifiers = currentModifiers();
+    if (std::exchange(m_preedit, !preedit.empty()) || !preedit.empty()) {
+        event.kind = EventKind::textPreedit;
+        event.text = committed.empty() ? preedit : std::u16string();
+        send(event);
+    }
+    if (!committed.empty() && fromHandle(window) != nullptr) {
+        event.kind = EventKind::textInput;
+        event.text = committed;
+        send(event);
+    }
+}
+
+bool Win32Window::handleComposition(LPARAM flags) {
+    const InputContext context(m_handle.get());
+    const std::u16string committed =
+        (flags & GCS_RESULTSTR) != 0 ? context.text(GCS_RESULTSTR) : std::u16string();
+    const std::u16string preedit =
+        (flags & GCS_COMPSTR) != 0 ? context.text(GCS_COMPSTR) : std::u16string();
+    compose(preedit, committed);
+    return true; // else the system would send the text again as characters
+}
+
+void Win32Window::setTextInput(bool enabled, const Rect& caret) {
+    ImmAssociateContextEx(m_handle.get(), nullptr, enabled ? IACE_DEFAULT : 0);
+    const InputContext context(m_handle.get());
+    if (context.get() == nullptr) {
+        return;
+    }
+    COMPOSITIONFORM place{};
+    place.dwStyle = CFS_POINT;
+    place.ptCurrentPos = {caret.left, caret.top};
+    ImmSetCompositionWindow(context.get(), &place);
+}
+
+} // namespace platform::win32

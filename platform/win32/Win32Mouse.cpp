@@ -1,0 +1,161 @@
+// Mouse of a window: buttons, moves, the wheel, the capture and the pointer's picture.
+#include "platform/win32/Win32Keys.h"
+#include "platform/win32/Win32Window.h"
+
+#include <windowsx.h>
+
+namespace platform::win32 {
+
+namespace {
+
+const wchar_t* cursorOf(PointerShape shape) {
+    switch (shape) {
+    case PointerShape::text:
+        return IDC_IBEAM;
+    case PointerShape::hand:
+        return IDC_HAND;
+    case PointerShape::cross:
+        return IDC_CROSS;
+    case PointerShape::arrow:
+        break;
+    }
+    return IDC_ARROW;
+}
+
+Event eventOf(UINT message) {
+    Event event;
+    event.modifiers = currentModifiers();
+    event.kind = EventKind::mouseMove;
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_LBUTTONDBLCLK:
+        event.button = MouseButton::left;
+        break;
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONUP:
+    case WM_RBUTTONDBLCLK:
+        event.button = MouseButton::right;
+        break;
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONUP:
+    case WM_MBUTTONDBLCLK:
+        event.button = MouseButton::middle;
+        break;
+    default:
+        return event;
+    }
+    const bool down =
+        message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN;
+    const bool up = message == WM_LBUTTONUP || message == WM_RBUTTONUP || message == WM_MBUTTONUP;
+    event.kind = down ? EventKind::mouseDown
+                 : up ? EventKind::mouseUp
+                      : EventKind::mouseDoubleClick;
+    return event;
+}
+
+} // namespace
+
+void Win32Window::handleMouse(UINT message, WPARAM /*wide*/, LPARAM wideLong) {
+    if (!m_enabled) {
+        return;
+    }
+    if (!m_tracksLeave) {
+        TRACKMOUSEEVENT request{};
+        request.cbSize = sizeof request;
+        request.dwFlags = TME_LEAVE;
+        request.hwndTrack = m_handle.get();
+        m_tracksLeave = TrackMouseEvent(&request) != 0;
+    }
+    Event event = eventOf(message);
+    event.position = {GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)};
+    send(event);
+}
+
+bool Win32Window::handleWheel(WPARAM wide, LPARAM wideLong) {
+    POINT point{GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)};
+    // The system may send it to the window with the keyboard; it belongs to the one under it.
+    Win32Window* target = this;
+    if (!geometry().contains({point.x, point.y})) {
+        Win32Window* below = fromHandle(WindowFromPoint(point));
+        target = below != nullptr ? below : this;
+    }
+    if (!target->m_enabled) {
+        return true;
+    }
+    ScreenToClient(target->m_handle.get(), &point);
+    Event event;
+    event.kind = EventKind::mouseWheel;
+    event.position = {point.x, point.y};
+    event.wheelDelta = GET_WHEEL_DELTA_WPARAM(wide);
+    event.modifiers = currentModifiers();
+    target->send(event);
+    return true;
+}
+
+void Win32Window::handleLeave() {
+    m_tracksLeave = false;
+    Event event;
+    event.kind = EventKind::mouseLeave;
+    event.position = {-1, -1};
+    send(event);
+}
+
+void Win32Window::setCapture() {
+    if (m_captured) {
+        return;
+    }
+    SetCapture(m_handle.get());
+    m_captured = true;
+}
+
+void Win32Window::releaseCapture() {
+    if (m_captured) {
+        m_captured = false; // first: the system reports the end of the capture at once
+        ReleaseCapture();
+    }
+}
+
+void Win32Window::loseCapture() {
+    if (!m_captured) {
+        return;
+    }
+    m_captured = false;
+    if (GetCapture() == m_handle.get()) {
+        ReleaseCapture();
+    }
+    sendSimple(EventKind::captureLost);
+}
+
+void Win32Window::setPointer(PointerShape shape) {
+    if (m_pointer == shape) {
+        return;
+    }
+    m_pointer = shape;
+    POINT point{};
+    if (GetCursorPos(&point) != 0 && WindowFromPoint(point) == m_handle.get()) {
+        SetCursor(LoadCursorW(nullptr, cursorOf(shape)));
+    }
+}
+
+bool Win32Window::handleSetCursor(LPARAM details) const {
+    if (LOWORD(details) != HTCLIENT) {
+        return false;
+    }
+    SetCursor(LoadCursorW(nullptr, cursorOf(m_pointer)));
+    return true;
+}
+
+void Win32Window::beginMove() {
+    const HWND window = m_handle.get();
+    loseCapture();
+    if (fromHandle(window) != this) {
+        return;
+    }
+    POINT point{};
+    GetCursorPos(&point);
+    // As if the caption were held: the system moves the window until the button comes up.
+    SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(point.x, point.y));
+}
+
+} // namespace platform::win32

@@ -1,0 +1,239 @@
+#include "platform/win32/Win32Window.h"
+
+#include "platform/win32/Guard.h"
+#include "platform/win32/WideText.h"
+#include "platform/win32/Win32FrameBuffer.h"
+
+#include <algorithm>
+
+namespace platform::win32 {
+
+namespace {
+
+/// The system knows no timer 0.
+constexpr UINT_PTR kFirstTimer = 1;
+
+DWORD styleOf(const WindowOptions& options) {
+    if (options.kind == WindowKind::popup || options.style == 0) {
+        return WS_POPUP | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
+    }
+    // Shown once it is centred and painted, not when it is made.
+    return options.style & ~static_cast<DWORD>(WS_VISIBLE);
+}
+
+DWORD extendedStyleOf(const WindowOptions& options) {
+    if (options.kind == WindowKind::popup) {
+        return WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_NOACTIVATE;
+    }
+    return options.extendedStyle;
+}
+
+Rect fromNative(const RECT& rect) {
+    return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+Rect rectOf(HWND window) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    return fromNative(rect);
+}
+
+Rect primaryWorkArea() {
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    return fromNative(area);
+}
+
+} // namespace
+
+Win32Window::Win32Window(const WindowServices& services, const WindowOptions& options,
+                         WindowEvents& events)
+    : m_services(services), m_events(events), m_kind(options.kind) {
+    if (const auto* owner = static_cast<const Win32Window*>(options.owner)) {
+        m_owner = owner->handle();
+    }
+    const wchar_t* windowClass =
+        registerClass(options.className.empty() ? L"QuorvelWindow" : toWide(options.className));
+    m_handle.reset(CreateWindowExW(extendedStyleOf(options), windowClass,
+                                   toWide(options.title).c_str(), styleOf(options), CW_USEDEFAULT,
+                                   CW_USEDEFAULT, options.size.width, options.size.height, m_owner,
+                                   nullptr, GetModuleHandleW(nullptr), this));
+    if (!m_handle) {
+        m_destroyedSent = true; // there was nothing to destroy
+        return;
+    }
+    // Whatever the style bits said about a frame: ask anew, now that the answer is ours.
+    SetWindowPos(m_handle.get(), nullptr, 0, 0, options.size.width, options.size.height,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    setTextInput(false, {});
+}
+
+Win32Window::~Win32Window() {
+    if (m_handle) {
+        releaseCapture();
+        SetWindowLongPtrW(m_handle.get(), GWLP_USERDATA, 0);
+    }
+    finish();
+}
+
+Win32Window* Win32Window::fromHandle(HWND handle) {
+    if (handle == nullptr || IsWindow(handle) == 0 ||
+        reinterpret_cast<WNDPROC>(GetWindowLongPtrW(handle, GWLP_WNDPROC)) != &receive) {
+        return nullptr;
+    }
+    return reinterpret_cast<Win32Window*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
+}
+
+bool Win32Window::send(const Event& event) {
+    if (m_closing) {
+        return true;
+    }
+    WindowEvents& events = m_events;
+    return guarded("window event", true, [&] { return events.onEvent(event); });
+}
+
+void Win32Window::sendSimple(EventKind kind) {
+    Event event;
+    event.kind = kind;
+    event.modifiers = {};
+    send(event);
+}
+
+void Win32Window::show(bool visible) {
+    if (m_closing) {
+        return;
+    }
+    if (!visible) {
+        ShowWindow(m_handle.get(), SW_HIDE);
+        loseCapture();
+        return;
+    }
+    ShowWindow(m_handle.get(), m_kind == WindowKind::popup ? SW_SHOWNOACTIVATE : SW_SHOW);
+    UpdateWindow(m_handle.get());
+}
+
+void Win32Window::center() {
+    const Rect around = m_owner != nullptr ? rectOf(m_owner) : primaryWorkArea();
+    const Size size = geometry().size();
+    SetWindowPos(m_handle.get(), nullptr, around.left + (around.width() - size.width) / 2,
+                 around.top + (around.height() - size.height) / 2, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Win32Window::setGeometry(const Rect& screenRect) {
+    SetWindowPos(m_handle.get(), nullptr, screenRect.left, screenRect.top, screenRect.width(),
+                 screenRect.height(), SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+Rect Win32Window::geometry() const {
+    return rectOf(m_handle.get());
+}
+
+void Win32Window::setTitle(const std::u16string& title) {
+    SetWindowTextW(m_handle.get(), toWide(title).c_str());
+}
+
+void Win32Window::setEnabled(bool enabled) {
+    m_enabled = enabled;
+    EnableWindow(m_handle.get(), enabled ? TRUE : FALSE);
+    if (!enabled) {
+        loseCapture();
+    }
+}
+
+void Win32Window::activate() {
+    SetForegroundWindow(m_handle.get());
+    SetActiveWindow(m_handle.get());
+}
+
+void Win32Window::close() {
+    if (m_closing) {
+        return;
+    }
+    releaseCapture();
+    m_closing = true;
+    for (const unsigned id : m_timers) {
+        KillTimer(m_handle.get(), id + kFirstTimer);
+    }
+    m_timers.clear();
+    // Before the window goes, or the system would choose another one in between.
+    if (m_kind == WindowKind::normal && m_owner != nullptr && IsWindowVisible(m_owner) != 0) {
+        SetActiveWindow(m_owner);
+    }
+    ShowWindow(m_handle.get(), SW_HIDE);
+    PostMessageW(m_handle.get(), kFinishMessage, 0, 0);
+}
+
+void Win32Window::finish() {
+    if (m_destroyedSent) {
+        return;
+    }
+    m_destroyedSent = true;
+    Event last;
+    last.kind = EventKind::destroyed;
+    WindowEvents& events = m_events;
+    guardedRun("destroyed event", [&] { events.onEvent(last); });
+}
+
+void Win32Window::handleCloseRequest() {
+    // A disabled window waits for its dialog.
+    if (!m_enabled || m_closing) {
+        return;
+    }
+    const HWND window = m_handle.get();
+    Event request;
+    request.kind = EventKind::closeRequest;
+    const bool handled = send(request);
+    if (!handled && fromHandle(window) == this) {
+        close();
+    }
+}
+
+void Win32Window::handleActivation(bool active) {
+    const HWND window = m_handle.get();
+    if (!active) {
+        loseCapture();
+        if (fromHandle(window) != this) {
+            return;
+        }
+    }
+    sendSimple(active ? EventKind::activated : EventKind::deactivated);
+}
+
+bool Win32Window::startTimer(unsigned id, int intervalMs) {
+    if (m_closing || intervalMs < 0) {
+        return false;
+    }
+    if (SetTimer(m_handle.get(), id + kFirstTimer, static_cast<UINT>(intervalMs), nullptr) == 0) {
+        return false;
+    }
+    m_timers.insert(id);
+    return true;
+}
+
+bool Win32Window::stopTimer(unsigned id) {
+    if (m_timers.erase(id) == 0) {
+        return false;
+    }
+    KillTimer(m_handle.get(), id + kFirstTimer);
+    return true;
+}
+
+void Win32Window::handleTimer(WPARAM id) {
+    const auto ours = static_cast<unsigned>(id - kFirstTimer);
+    if (m_timers.count(ours) == 0) {
+        return; // stopped while its message was waiting
+    }
+    Event event;
+    event.kind = EventKind::timer;
+    event.timerId = ours;
+    send(event);
+}
+
+FrameBufferResult Win32Window::createFrameBuffer(Size size) {
+    return makeFrameBuffer(m_handle.get(), size);
+}
+
+void Win32Window::accessibleChanged(Accessible& /*node*/, AccessibleChange /*change*/) {}
+
+} // namespace platform::win32

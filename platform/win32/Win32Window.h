@@ -1,0 +1,113 @@
+// A native window. The parts stand in files by subject: life and geometry (Win32Window.cpp), the
+// window procedure (Win32WindowProc.cpp), mouse (Win32Mouse.cpp), keyboard (Win32Keys.cpp) and
+// painting (Win32Paint.cpp).
+#pragma once
+
+#include "platform/Window.h"
+#include "platform/raster/DirtyRegion.h"
+#include "platform/win32/Win32BackBuffer.h"
+
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+
+namespace platform::win32 {
+
+class Win32FontSet;
+
+/// What windows share with the rest of the back end. Not owned by them.
+struct WindowServices {
+    const Win32FontSet* fonts = nullptr;
+    std::function<void()> endProgram; ///< the session ends
+};
+
+class Win32Window final : public NativeWindow {
+public:
+    /// `services` and `events` must outlive the window. Without a handle() the system refused.
+    Win32Window(const WindowServices& services, const WindowOptions& options, WindowEvents& events);
+    ~Win32Window() override;
+    Win32Window(const Win32Window&) = delete;
+    Win32Window& operator=(const Win32Window&) = delete;
+
+    void show(bool visible) override;
+    void center() override;
+    void setGeometry(const Rect& screenRect) override;
+    [[nodiscard]] Rect geometry() const override;
+    void setTitle(const std::u16string& title) override;
+    void setEnabled(bool enabled) override;
+    void activate() override;
+    void close() override;
+    void invalidate(const Rect& dirty) override;
+    void repaintNow() override;
+    [[nodiscard]] Bitmap snapshot() override;
+    void setCapture() override;
+    void releaseCapture() override;
+    void setPointer(PointerShape shape) override;
+    bool startTimer(unsigned id, int intervalMs) override;
+    bool stopTimer(unsigned id) override;
+    void beginMove() override;
+    void setTextInput(bool enabled, const Rect& caret) override;
+    [[nodiscard]] FrameBufferResult createFrameBuffer(Size size) override;
+    void accessibleChanged(Accessible& node, AccessibleChange change) override;
+
+    [[nodiscard]] HWND handle() const { return m_handle.get(); }
+    /// The living window of a handle; null for foreign handles and windows that are gone.
+    [[nodiscard]] static Win32Window* fromHandle(HWND handle);
+    /// What an input method reports: text that is not committed yet, and text that is.
+    void compose(const std::u16string& preedit, const std::u16string& committed);
+    [[nodiscard]] bool isEnabled() const { return m_enabled; }
+
+private:
+    /// Sent by close() to its own window: the time has come.
+    static constexpr UINT kFinishMessage = WM_APP + 2;
+
+    static LRESULT CALLBACK receive(HWND handle, UINT message, WPARAM wide, LPARAM wideLong);
+    static const wchar_t* registerClass(const std::wstring& name);
+
+    /// Empty: the system handles the message as well. May destroy this object.
+    std::optional<LRESULT> handleMessage(UINT message, WPARAM wide, LPARAM wideLong);
+    std::optional<LRESULT> handleFrame(UINT message, WPARAM wide, LPARAM wideLong);
+    std::optional<LRESULT> handleInput(UINT message, WPARAM wide, LPARAM wideLong);
+    void handleMouse(UINT message, WPARAM wide, LPARAM wideLong);
+    bool handleWheel(WPARAM wide, LPARAM wideLong);
+    void handleLeave();
+    void loseCapture();
+    bool handleKey(UINT message, WPARAM virtualKey, LPARAM details);
+    bool handleCharacter(wchar_t unit);
+    bool handleComposition(LPARAM flags);
+    void handleCloseRequest();
+    void handleActivation(bool active);
+    void handleTimer(WPARAM id);
+    bool handleSetCursor(LPARAM details) const;
+
+    bool send(const Event& event);
+    void sendSimple(EventKind kind);
+    void finish();
+
+    void paint();
+    void paintDirty();
+    [[nodiscard]] Rect clientRect() const;
+    bool resizeBack();
+
+    const WindowServices& m_services;
+    WindowEvents& m_events;
+    UniqueWindow m_handle;
+    HWND m_owner = nullptr;
+    WindowKind m_kind;
+    bool m_enabled = true;
+    bool m_closing = false;
+    bool m_destroyedSent = false;
+
+    Win32BackBuffer m_back;
+    raster::DirtyRegion m_dirty;
+
+    std::set<unsigned> m_timers;
+    PointerShape m_pointer = PointerShape::arrow;
+    bool m_captured = false;
+    bool m_tracksLeave = false;
+    char16_t m_highSurrogate = u'\0';
+    bool m_preedit = false;
+};
+
+} // namespace platform::win32

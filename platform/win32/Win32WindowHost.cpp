@@ -1,0 +1,115 @@
+#include "platform/win32/Win32WindowHost.h"
+
+#include "platform/win32/Guard.h"
+#include "platform/win32/WideText.h"
+#include "platform/win32/Win32Keys.h"
+
+#include <cstring>
+
+namespace platform::win32 {
+
+namespace {
+
+/// The clipboard, open for one scope.
+class Clipboard {
+public:
+    Clipboard() : m_open(OpenClipboard(nullptr) != 0) {}
+    ~Clipboard() {
+        if (m_open) {
+            CloseClipboard();
+        }
+    }
+    Clipboard(const Clipboard&) = delete;
+    Clipboard& operator=(const Clipboard&) = delete;
+    explicit operator bool() const { return m_open; }
+
+private:
+    bool m_open;
+};
+
+struct GlobalTraits {
+    using Type = HGLOBAL;
+    static Type none() { return nullptr; }
+    static void close(Type handle) { GlobalFree(handle); }
+};
+using UniqueGlobal = Unique<GlobalTraits>;
+
+/// Memory of the clipboard's kind, reachable for one scope.
+class GlobalPointer {
+public:
+    explicit GlobalPointer(HGLOBAL memory) : m_memory(memory), m_pointer(GlobalLock(memory)) {}
+    ~GlobalPointer() {
+        if (m_pointer != nullptr) {
+            GlobalUnlock(m_memory);
+        }
+    }
+    GlobalPointer(const GlobalPointer&) = delete;
+    GlobalPointer& operator=(const GlobalPointer&) = delete;
+    [[nodiscard]] void* get() const { return m_pointer; }
+
+private:
+    HGLOBAL m_memory;
+    void* m_pointer;
+};
+
+} // namespace
+
+std::unique_ptr<NativeWindow> Win32WindowHost::createWindow(const WindowOptions& options,
+                                                            WindowEvents& events) {
+    return guarded("window creation", std::unique_ptr<NativeWindow>(),
+                   [&]() -> std::unique_ptr<NativeWindow> {
+                       auto window = std::make_unique<Win32Window>(m_services, options, events);
+                       if (window->handle() == nullptr) {
+                           return nullptr;
+                       }
+                       return window;
+                   });
+}
+
+int Win32WindowHost::primaryScreenHeight() const {
+    return GetSystemMetrics(SM_CYSCREEN);
+}
+
+Rect Win32WindowHost::workArea(Point point) const {
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    GetMonitorInfoW(MonitorFromPoint({point.x, point.y}, MONITOR_DEFAULTTONEAREST), &info);
+    return {info.rcWork.left, info.rcWork.top, info.rcWork.right, info.rcWork.bottom};
+}
+
+Modifiers Win32WindowHost::keyboardModifiers() const {
+    return currentModifiers();
+}
+
+std::u16string Win32WindowHost::clipboardText() const {
+    const Clipboard clipboard;
+    const HANDLE memory = clipboard ? GetClipboardData(CF_UNICODETEXT) : nullptr;
+    if (memory == nullptr) {
+        return {};
+    }
+    const GlobalPointer pointer(memory);
+    const auto* text = static_cast<const wchar_t*>(pointer.get());
+    if (text == nullptr) {
+        return {};
+    }
+    // Others' memory: it need not end in a zero.
+    return fromWide({text, wcsnlen(text, GlobalSize(memory) / sizeof(wchar_t))});
+}
+
+void Win32WindowHost::setClipboardText(const std::u16string& text) {
+    UniqueGlobal memory(GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t)));
+    if (!memory) {
+        return;
+    }
+    {
+        const GlobalPointer pointer(memory.get());
+        std::memcpy(pointer.get(), text.c_str(), (text.size() + 1) * sizeof(wchar_t));
+    }
+    const Clipboard clipboard;
+    if (clipboard && EmptyClipboard() != 0 &&
+        SetClipboardData(CF_UNICODETEXT, memory.get()) != nullptr) {
+        memory.release(); // the clipboard's from here on
+    }
+}
+
+} // namespace platform::win32

@@ -1,0 +1,24 @@
+// Makes windows and answers what concerns all of them.
+#pragma once
+
+#include "platform/win32/Win32Window.h"
+
+namespace platform::win32 {
+
+class Win32WindowHost final : public WindowHost {
+public:
+    explicit Win32WindowHost(WindowServices services) : m_services(std::move(services)) {}
+
+    [[nodiscard]] std::unique_ptr<NativeWindow> createWindow(const WindowOptions& options,
+                                                             WindowEvents& events) override;
+    [[nodiscard]] int primaryScreenHeight() const override;
+    [[nodiscard]] Rect workArea(Point point) const override;
+    [[nodiscard]] Modifiers keyboardModifiers() const override;
+    [[nodiscard]] std::u16string clipboardText() const override;
+    void setClipboardText(const std::u16string& text) override;
+
+private:
+    WindowServices m_services;
+};
+
+} // namespace platform::win32

@@ -1,0 +1,139 @@
+// The window procedure: sorts messages by subject.
+#include "platform/win32/Guard.h"
+#include "platform/win32/Win32Window.h"
+
+#include <imm.h>
+
+namespace platform::win32 {
+
+const wchar_t* Win32Window::registerClass(const std::wstring& name) {
+    // Names live as long as the classes: the program.
+    static std::set<std::wstring> known;
+    const auto [place, isNew] = known.insert(name);
+    if (isNew) {
+        WNDCLASSEXW description{};
+        description.cbSize = sizeof description;
+        description.style = CS_DBLCLKS;
+        description.lpfnWndProc = receive;
+        description.hInstance = GetModuleHandleW(nullptr);
+        description.hIcon = LoadIconW(description.hInstance, MAKEINTRESOURCEW(1));
+        description.lpszClassName = place->c_str();
+        RegisterClassExW(&description);
+    }
+    return place->c_str();
+}
+
+LRESULT CALLBACK Win32Window::receive(HWND handle, UINT message, WPARAM wide, LPARAM wideLong) {
+    if (message == WM_NCCREATE) {
+        const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(wideLong);
+        SetWindowLongPtrW(handle, GWLP_USERDATA,
+                          reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+    }
+    auto* self = reinterpret_cast<Win32Window*>(GetWindowLongPtrW(handle, GWLP_USERDATA));
+    if (self != nullptr && self->m_handle) { // not before the constructor knows the handle
+        // The object may be gone afterwards; it is not touched again.
+        const std::optional<LRESULT> result =
+            guarded("window message", std::optional<LRESULT>(),
+                    [&] { return self->handleMessage(message, wide, wideLong); });
+        if (result) {
+            return *result;
+        }
+    } else if (message == WM_NCCALCSIZE) {
+        return 0;
+    }
+    return DefWindowProcW(handle, message, wide, wideLong);
+}
+
+std::optional<LRESULT> Win32Window::handleFrame(UINT message, WPARAM wide, LPARAM /*wideLong*/) {
+    switch (message) {
+    case WM_NCCALCSIZE: // the whole window is ours to paint
+    case WM_NCPAINT:
+        return 0;
+    case WM_NCACTIVATE: // -1: change the state, paint no frame
+        return DefWindowProcW(m_handle.get(), message, wide, -1);
+    case WM_ERASEBKGND:
+        return 1;
+    case WM_MOUSEACTIVATE:
+        return m_kind == WindowKind::popup ? std::optional<LRESULT>(MA_NOACTIVATE) : std::nullopt;
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<LRESULT> Win32Window::handleInput(UINT message, WPARAM wide, LPARAM wideLong) {
+    switch (message) {
+    case WM_MOUSEWHEEL:
+        return handleWheel(wide, wideLong) ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_MOUSELEAVE:
+        handleLeave();
+        return 0;
+    case WM_CAPTURECHANGED:
+        loseCapture();
+        return 0;
+    case WM_KEYDOWN:
+    case WM_KEYUP:
+    case WM_SYSKEYDOWN:
+    case WM_SYSKEYUP:
+        return handleKey(message, wide, wideLong) ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_CHAR:
+        handleCharacter(static_cast<wchar_t>(wide));
+        return 0;
+    case WM_SYSCHAR: // a beep for every Alt and letter
+        return 0;
+    case WM_IME_STARTCOMPOSITION: // the edit shows the text itself
+        return 0;
+    case WM_IME_COMPOSITION:
+        handleComposition(wideLong);
+        return 0;
+    case WM_IME_ENDCOMPOSITION:
+        compose({}, {});
+        return 0;
+    default:
+        break;
+    }
+    if (message >= WM_MOUSEFIRST && message <= WM_MBUTTONDBLCLK) {
+        handleMouse(message, wide, wideLong);
+        return 0;
+    }
+    return std::nullopt;
+}
+
+std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPARAM wideLong) {
+    switch (message) {
+    case WM_PAINT:
+        paint();
+        return 0;
+    case WM_SIZE:
+        invalidate(clientRect());
+        return 0;
+    case WM_TIMER:
+        handleTimer(wide);
+        return 0;
+    case WM_ACTIVATE:
+        handleActivation(LOWORD(wide) != WA_INACTIVE);
+        return 0;
+    case WM_CLOSE:
+        handleCloseRequest();
+        return 0;
+    case WM_SETCURSOR:
+        return handleSetCursor(wideLong) ? std::optional<LRESULT>(TRUE) : std::nullopt;
+    case WM_SYSCOMMAND: // Alt alone would open a menu that a frameless window does not have
+        return (wide & 0xFFF0U) == SC_KEYMENU ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_QUERYENDSESSION:
+        return TRUE;
+    case WM_ENDSESSION:
+        if (wide != 0) {
+            m_services.endProgram();
+        }
+        return 0;
+    case kFinishMessage:
+        finish();
+        return 0;
+    default:
+        break;
+    }
+    const std::optional<LRESULT> frame = handleFrame(message, wide, wideLong);
+    return frame ? frame : handleInput(message, wide, wideLong);
+}
+
+} // namespace platform::win32
