@@ -77,13 +77,22 @@ void Script::play(platform::Gui& gui) {
     m_ticker = std::thread([this] {
         std::unique_lock lock(m_mutex);
         while (!m_stop.wait_for(lock, kTick, [this] { return m_stopped; })) {
-            m_gui->loop().post([this] { tick(); });
+            // One at a time: a busy loop must not find several and play them without its events.
+            if (!m_tickPosted.exchange(true)) {
+                m_gui->loop().post([this] { tick(); });
+            }
         }
     });
 }
 
 void Script::tick() {
-    if (isFinished()) {
+    m_tickPosted = false;
+    if (!m_problem.empty()) {
+        m_gui->loop().postQuit(1);
+        return;
+    }
+    // Input that a step queued is handled by the round of the loop that follows the step.
+    if (isFinished() || std::exchange(m_settling, false)) {
         return;
     }
     try {
@@ -95,20 +104,20 @@ void Script::tick() {
         if (here && step.ready()) {
             ++m_next;
             m_stepBegan = std::chrono::steady_clock::now();
+            m_settling = true;
             step.action();
         } else if (std::chrono::steady_clock::now() - m_stepBegan > kLongestStep) {
             fail("step " + std::to_string(m_next) + " waits in vain for " +
                  core::storedText(step.window));
         }
     } catch (const std::exception& exception) {
-        fail(exception.what());
+        fail("step " + std::to_string(m_next) + ": " + exception.what());
     }
 }
 
 void Script::fail(const std::string& problem) {
     m_problem = problem;
     m_next = m_steps.size();
-    m_gui->loop().postQuit(1);
 }
 
 toolkit::WindowImplBase& Script::top() const {

@@ -7,6 +7,7 @@
 #include "toolkit/CComboUI.h"
 #include "toolkit/WindowImplBase.h"
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
@@ -58,7 +59,8 @@ public:
     /// Ends playing, before the gui goes.
     void stop();
     [[nodiscard]] bool isFinished() const { return m_next == m_steps.size(); }
-    /// What went wrong; empty when nothing did.
+    /// What went wrong; empty when nothing did. The running loops end then; the program's own gui
+    /// should tell that it is ending, so that no other begins.
     [[nodiscard]] const std::string& problem() const { return m_problem; }
 
 private:
@@ -77,6 +79,8 @@ private:
     std::vector<Step> m_steps;
     std::size_t m_next = 0;
     std::string m_problem;
+    bool m_settling = false;
+    std::atomic<bool> m_tickPosted{false};
     std::chrono::steady_clock::time_point m_stepBegan;
     platform::Gui* m_gui = nullptr;
     std::unique_ptr<platform::TestInput> m_input;

@@ -37,7 +37,7 @@ public:
     platform::FontSet& fonts() override { return m_real->fonts(); }
     platform::FileDialog& fileDialog() override { return m_real->fileDialog(); }
     platform::ComponentLibrary& components() override { return m_real->components(); }
-    bool isEnding() const override { return m_real->isEnding(); }
+    bool isEnding() const override { return m_real->isEnding() || !m_script.problem().empty(); }
 
 private:
     std::unique_ptr<platform::Gui> m_real;
