@@ -84,6 +84,9 @@ bool CComboUI::Drop() {
     }
     const CPaintManagerUI::Busy busy(GetManager());
     GetManager()->SetFocus(this);
+    if (!IsFocused() || GetCount() == 0) {
+        return false; // whoever lost the keyboard changed things in its handler
+    }
     Invalidate();
     return GetManager()->dropList().open(*this);
 }

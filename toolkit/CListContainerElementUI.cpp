@@ -36,7 +36,7 @@ void CListContainerElementUI::paintBackground(platform::Canvas& canvas) {
 
 void CListContainerElementUI::notePress() {
     if (auto* list = controlCast<CListUI>(GetParent())) {
-        list->pick(list->GetItemIndex(this));
+        list->pick(list->GetItemIndex(this), false);
     }
 }
 

@@ -40,7 +40,7 @@ void CListLabelElementUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
 
 void CListLabelElementUI::notePress() {
     if (auto* list = controlCast<CListUI>(GetParent())) {
-        list->pick(list->GetItemIndex(this));
+        list->pick(list->GetItemIndex(this), false);
     }
 }
 

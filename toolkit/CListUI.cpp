@@ -81,21 +81,25 @@ void CListUI::markSelected(int index, bool selected) {
     }
 }
 
+void CListUI::setCurrent(int index, bool reveals) {
+    if (index != m_current) {
+        markSelected(m_current, false);
+        m_current = index;
+        markSelected(index, true);
+    }
+    if (index >= 0 && reveals) {
+        m_reveal = index;
+        NeedUpdate();
+    }
+}
+
 bool CListUI::SelectItem(int index, bool takeFocus) {
     const CPaintManagerUI::Busy busy(GetManager());
     if (index < -1 || index >= GetCount()) {
         return false;
     }
     const bool changed = index != m_current;
-    if (changed) {
-        markSelected(m_current, false);
-        m_current = index;
-        markSelected(index, true);
-    }
-    if (index >= 0) {
-        m_reveal = index;
-        NeedUpdate();
-    }
+    setCurrent(index, true);
     if (takeFocus && GetManager() != nullptr) {
         GetManager()->SetFocus(this);
     }
@@ -105,16 +109,12 @@ bool CListUI::SelectItem(int index, bool takeFocus) {
     return true;
 }
 
-bool CListUI::pick(int index) {
+bool CListUI::pick(int index, bool reveals) {
     const CPaintManagerUI::Busy busy(GetManager());
     if (GetItemAt(index) == nullptr || !GetItemAt(index)->IsEnabled()) {
         return false;
     }
-    if (index != m_current) {
-        return SelectItem(index);
-    }
-    m_reveal = index;
-    NeedUpdate();
+    setCurrent(index, reveals);
     notify(kItemSelect, index);
     return true;
 }
@@ -249,7 +249,7 @@ bool CListUI::onKey(const TEventUI& event) {
         return false;
     }
     if (target != m_current) {
-        pick(target);
+        pick(target, true);
     }
     return true;
 }

@@ -29,8 +29,9 @@ public:
     /// Selects row `index`, scrolls it into view and, when the index changed to a valid one, sends
     /// "itemselect". -1 selects nothing, silently. False for any other index outside the list.
     bool SelectItem(int index, bool takeFocus = false);
-    /// What a press or an arrow key of the user does: sends "itemselect" in any case.
-    bool pick(int index);
+    /// What a press or an arrow key of the user does: sends "itemselect" in any case. `reveals` as
+    /// for the focus: a key scrolls, a press does not move what it is on.
+    bool pick(int index, bool reveals);
 
     [[nodiscard]] const ItemStyle& itemStyle() const { return m_itemStyle; }
     [[nodiscard]] CListHeader* GetHeader() const { return m_header.get(); }
@@ -54,6 +55,7 @@ protected:
 
 private:
     [[nodiscard]] int rowHeight(const CControlUI& row, Size available) const;
+    void setCurrent(int index, bool reveals);
     void markSelected(int index, bool selected);
     /// `tops`: where each row begins in the content, and where the last one ends.
     void placeRows(const std::vector<int>& tops);

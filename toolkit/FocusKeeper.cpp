@@ -26,7 +26,7 @@ TEventUI focusEvent(EventType type, CControlUI* control) {
 
 } // namespace
 
-void FocusKeeper::set(CControlUI* control) {
+void FocusKeeper::set(CControlUI* control, bool reveals) {
     const CPaintManagerUI::Busy busy(&m_manager);
     if (control != nullptr && !control->CanTakeFocus()) {
         control = nullptr;
@@ -47,7 +47,9 @@ void FocusKeeper::set(CControlUI* control) {
         m_next = nullptr;
         m_focused->DoEvent(focusEvent(EventType::setFocus, m_focused));
         if (m_focused != nullptr) {
-            m_focused->reveal(*m_focused);
+            if (reveals) {
+                m_focused->reveal(*m_focused);
+            }
             if (platform::NativeWindow* window = m_manager.GetWindow()) {
                 window->accessibleChanged(*m_focused, platform::AccessibleChange::focus);
             }
@@ -96,7 +98,7 @@ void FocusKeeper::press(CControlUI* hit) {
     setKeyboardUse(false);
     for (CControlUI* control = hit; control != nullptr; control = control->GetParent()) {
         if (control->CanTakeFocus()) {
-            set(control);
+            set(control, false);
             return;
         }
     }

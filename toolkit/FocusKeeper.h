@@ -16,7 +16,8 @@ public:
     [[nodiscard]] CControlUI* focused() const { return m_focused; }
     /// Null, or a control that cannot take it, leaves nobody with the keyboard. The one that loses
     /// it has heard of that, and its window too, before the new one gets it.
-    void set(CControlUI* control);
+    /// `reveals`: scrolls it into view; not for a press, which must not move what it is on.
+    void set(CControlUI* control, bool reveals = true);
     /// The next control in layout order that the Tab key reaches; round at the ends.
     bool move(bool backward);
     /// For a press on `hit` (null: on none): the nearest control around it that uses keys takes the

@@ -136,6 +136,14 @@ bool ZipArchive::readEntry(std::size_t& offset, std::size_t end) {
     return true;
 }
 
+std::vector<std::string> ZipArchive::names() const {
+    std::vector<std::string> names;
+    for (const auto& entry : m_entries) {
+        names.push_back(entry.first);
+    }
+    return names;
+}
+
 std::optional<Bytes> ZipArchive::read(const std::string& name) const {
     const auto found = m_entries.find(name);
     if (found == m_entries.end()) {

@@ -80,6 +80,11 @@ TEST_F(Lifetime, RowsMayGoInsideTheHandlersOfWhatTheyHold) {
             {"killfocus Edit",
              [](auto& d, auto& l) {
                  d.manager().SetFocus(&d.getIn(*l.GetItemAt(1), u"Edit"));
+                 d.template getIn<toolkit::CComboUI>(*l.GetItemAt(2), u"Combo").Drop();
+             }},
+            {"killfocus Edit",
+             [](auto& d, auto& l) {
+                 d.manager().SetFocus(&d.getIn(*l.GetItemAt(1), u"Edit"));
                  d.click(d.getIn(*l.GetItemAt(2), u"Combo"));
              }},
         };

@@ -122,6 +122,19 @@ TEST_F(Lists, APressOnAControlInARowSelectsTheRowFirst) {
     EXPECT_EQ(window().take(), (Notes{"itemselect List 1", "itemselect List 0"}));
 }
 
+TEST_F(Lists, APressDoesNotMoveTheRowItIsOn) {
+    open(R"(<List name="List" pos="0,0,300,100">
+        <ListContainerElement height="60"/>
+        <ListContainerElement height="60"><Button name="Half" pos="0,0,60,60"/></ListContainerElement>
+        </List>)");
+    driver().click(platform::Point{30, 80});
+    EXPECT_EQ(window().take(), (Notes{"itemselect List 1", "click Half"}));
+    EXPECT_EQ(driver().get(u"Half").GetPos().top, 60);
+    driver().press(Key::tab, kShift);
+    driver().press(Key::tab);
+    EXPECT_EQ(driver().get(u"Half").GetPos().bottom, 100) << "the keyboard brings it into view";
+}
+
 TEST(ScrollModel, KeepsItsOffsetInsideWhateverTheSizes) {
     const struct {
         int content, page, offset, expected;

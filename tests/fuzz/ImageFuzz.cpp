@@ -1,0 +1,22 @@
+// Any bytes as a picture: what decodes has a size within the limits and can be read whole.
+#include "toolkit/ImageDecoder.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto image = toolkit::decodeImage({data, size});
+    if (!image) {
+        return 0;
+    }
+    const platform::Size sides = image->size();
+    if (sides.width < 1 || sides.height < 1 || sides.width > toolkit::kMaxImageSide ||
+        sides.height > toolkit::kMaxImageSide) {
+        std::abort();
+    }
+    std::uint32_t sum = 0;
+    for (int y = 0; y < sides.height; ++y) {
+        sum += image->at(0, y) + image->at(sides.width - 1, y);
+    }
+    return sum == 1 ? 1 : 0;
+}

@@ -1,0 +1,19 @@
+// Any bytes as a zipped skin: every entry is read or refused within the limits.
+#include "toolkit/ZipArchive.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto zip = toolkit::ZipArchive::open({data, data + size});
+    if (!zip) {
+        return 0;
+    }
+    for (const std::string& name : zip->names()) {
+        const auto bytes = zip->read(name);
+        if (bytes && bytes->size() > toolkit::ZipArchive::kMaxEntryBytes) {
+            std::abort();
+        }
+    }
+    return 0;
+}

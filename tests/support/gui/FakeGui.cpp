@@ -1,0 +1,36 @@
+#include "tests/support/gui/FakeGui.h"
+
+namespace test {
+namespace {
+
+constexpr int kCharacterWidth = 6;
+
+} // namespace
+
+FakeWindow::~FakeWindow() {
+    platform::Event last;
+    last.kind = platform::EventKind::destroyed;
+    m_events.onEvent(last);
+}
+
+std::unique_ptr<platform::NativeWindow>
+FakeGui::createWindow(const platform::WindowOptions& options, platform::WindowEvents& events) {
+    return std::make_unique<FakeWindow>(options, events);
+}
+
+platform::Size FakeGui::measure(std::u16string_view text, platform::FontHandle font) const {
+    return {static_cast<int>(text.size()) * kCharacterWidth, lineHeight(font)};
+}
+
+std::vector<int> FakeGui::caretPositions(std::u16string_view text,
+                                         platform::FontHandle /*font*/) const {
+    std::vector<int> positions;
+    for (std::size_t i = 0; i <= text.size(); ++i) {
+        const bool inside = i > 0 && i < text.size() && (text[i] & 0xFC00) == 0xDC00 &&
+                            (text[i - 1] & 0xFC00) == 0xD800;
+        positions.push_back(inside ? positions.back() : static_cast<int>(i) * kCharacterWidth);
+    }
+    return positions;
+}
+
+} // namespace test

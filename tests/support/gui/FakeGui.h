@@ -1,0 +1,113 @@
+// A window system without a screen, for code that must run where none is and for fuzzing: windows
+// are never shown, fonts are six pixels a character, and what a window would get is given by hand.
+#pragma once
+
+#include "platform/Gui.h"
+#include "platform/raster/TextPainter.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace test {
+
+class FakeWindow final : public platform::NativeWindow {
+public:
+    FakeWindow(const platform::WindowOptions& options, platform::WindowEvents& events)
+        : m_events(events),
+          m_geometry(platform::Rect::at(100, 100, options.size.width, options.size.height)) {}
+    ~FakeWindow() override;
+
+    [[nodiscard]] platform::WindowEvents& events() const { return m_events; }
+    [[nodiscard]] bool isClosed() const { return m_closed; }
+
+    void show(bool /*visible*/) override {}
+    void center() override {}
+    void setGeometry(const platform::Rect& screenRect) override { m_geometry = screenRect; }
+    [[nodiscard]] platform::Rect geometry() const override { return m_geometry; }
+    void setTitle(const std::u16string& /*title*/) override {}
+    void setEnabled(bool /*enabled*/) override {}
+    void activate() override {}
+    void close() override { m_closed = true; }
+    void invalidate(const platform::Rect& /*dirty*/) override {}
+    void repaintNow() override {}
+    [[nodiscard]] platform::Bitmap snapshot() override { return {}; }
+    void setCapture() override {}
+    void releaseCapture() override {}
+    void setPointer(platform::PointerShape /*shape*/) override {}
+    bool startTimer(unsigned /*id*/, int /*intervalMs*/) override { return true; }
+    bool stopTimer(unsigned /*id*/) override { return true; }
+    void beginMove() override {}
+    void setTextInput(bool /*enabled*/, const platform::Rect& /*caret*/) override {}
+    [[nodiscard]] platform::FrameBufferResult createFrameBuffer(platform::Size /*size*/) override {
+        return {};
+    }
+    void accessibleChanged(platform::Accessible& /*node*/,
+                           platform::AccessibleChange /*change*/) override {}
+
+private:
+    platform::WindowEvents& m_events;
+    platform::Rect m_geometry;
+    bool m_closed = false;
+};
+
+class FakeGui final : public platform::Gui,
+                      private platform::WindowHost,
+                      private platform::EventLoop,
+                      private platform::FontSet,
+                      private platform::FileDialog,
+                      private platform::ComponentLibrary {
+public:
+    platform::WindowHost& windows() override { return *this; }
+    platform::EventLoop& loop() override { return *this; }
+    platform::FontSet& fonts() override { return *this; }
+    platform::FileDialog& fileDialog() override { return *this; }
+    platform::ComponentLibrary& components() override { return *this; }
+    [[nodiscard]] bool isEnding() const override { return false; }
+
+private:
+    std::unique_ptr<platform::NativeWindow> createWindow(const platform::WindowOptions& options,
+                                                         platform::WindowEvents& events) override;
+    [[nodiscard]] int primaryScreenHeight() const override { return 1080; }
+    [[nodiscard]] platform::Rect workArea(platform::Point /*point*/) const override {
+        return {0, 0, 1920, 1080};
+    }
+    [[nodiscard]] platform::Modifiers keyboardModifiers() const override { return {}; }
+    [[nodiscard]] std::u16string clipboardText() const override { return m_clipboard; }
+    void setClipboardText(const std::u16string& text) override { m_clipboard = text; }
+
+    int run() override { return 0; }
+    void postQuit(int /*code*/) override {}
+    void processEvents(bool /*wait*/) override {}
+    void post(std::function<void()> /*task*/) override {}
+
+    platform::FontHandle open(const platform::FontDescription& /*description*/) override {
+        return 0;
+    }
+    [[nodiscard]] int lineHeight(platform::FontHandle /*font*/) const override { return 12; }
+    [[nodiscard]] platform::Size measure(std::u16string_view text,
+                                         platform::FontHandle font) const override;
+    [[nodiscard]] std::vector<int> caretPositions(std::u16string_view text,
+                                                  platform::FontHandle font) const override;
+
+    std::optional<platform::OpenFilesResult>
+    openFiles(const platform::OpenFilesRequest& /*request*/) override {
+        return std::nullopt;
+    }
+    bool initialize(std::uint32_t& /*errorCode*/) override { return true; }
+    void uninitialize() override {}
+
+    std::u16string m_clipboard;
+};
+
+/// Draws no text.
+class NoText final : public platform::raster::TextPainter {
+public:
+    void drawText(platform::Bitmap& /*target*/, const platform::Rect& /*clip*/,
+                  std::u16string_view /*text*/, const platform::Rect& /*box*/,
+                  platform::FontHandle /*font*/, platform::Color /*color*/,
+                  platform::TextAlign /*align*/) override {}
+};
+
+} // namespace test
