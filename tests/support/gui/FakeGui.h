@@ -104,7 +104,7 @@ private:
 /// Draws no text.
 class NoText final : public platform::raster::TextPainter {
 public:
-    void drawText(platform::Bitmap& /*target*/, const platform::Rect& /*clip*/,
+    void drawText(platform::raster::PixelView /*target*/, const platform::Rect& /*clip*/,
                   std::u16string_view /*text*/, const platform::Rect& /*box*/,
                   platform::FontHandle /*font*/, platform::Color /*color*/,
                   platform::TextAlign /*align*/) override {}
