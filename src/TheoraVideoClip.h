@@ -139,7 +139,6 @@ protected:
         false}; ///< the decoder has wrapped round, the timer must follow
     std::atomic<int> m_iteration{0};
     mutable TheoraMutex m_access; ///< decoding against mode changes and destruction
-    mutable TheoraMutex m_audio;  ///< decoded sound
 
 private:
     [[nodiscard]] bool runSeek(int frame) REQUIRES(m_access);

@@ -11,6 +11,7 @@ namespace theora {
 namespace {
 
 constexpr std::size_t kCacheBytes = std::size_t{128} << 20U;
+constexpr float kSoundAhead = 0.5F; // seconds that sound is decoded ahead of the pictures
 
 } // namespace
 
@@ -43,6 +44,7 @@ void TheoraVideoClip_Theora::load() {
                 static_cast<float>(info.fps_numerator) / static_cast<float>(info.fps_denominator));
     if (m_layout.frameCount >= 0)
         setFrameCount(static_cast<int>(std::min<std::int64_t>(m_layout.frameCount, INT_MAX)));
+    makeAudio();
 }
 
 void TheoraVideoClip_Theora::makeDecoders() {
@@ -60,7 +62,25 @@ void TheoraVideoClip_Theora::makeDecoders() {
                                                    *m_cache);
 }
 
-void TheoraVideoClip_Theora::decodedAudioCheck() {}
+void TheoraVideoClip_Theora::makeAudio() {
+    if (!m_headers.vorbis.present || m_audioFactory == nullptr)
+        return;
+    const vorbis_info& info = *m_headers.vorbis.info.get();
+    auto sink = m_audioFactory->createInstance(*this, info.channels, static_cast<int>(info.rate));
+    if (sink)
+        m_audio =
+            std::make_unique<AudioTrack>(*m_source, m_stop, m_headers.vorbis, std::move(sink));
+}
+
+void TheoraVideoClip_Theora::decodedAudioCheck() {
+    if (m_audio && !getTimer().isPaused() && pendingSeekFrame.load() == -1)
+        m_audio->handOver();
+}
+
+void TheoraVideoClip_Theora::decodeSound(std::int64_t frame) {
+    if (m_audio)
+        m_audio->decodeUntil(timeOfFrame(static_cast<int>(frame)) + kSoundAhead);
+}
 
 bool TheoraVideoClip_Theora::deliverPicture(const TheoraPicture& picture, std::int64_t number) {
     TheoraVideoFrame* frame = m_frameQueue->requestEmptyFrame();
@@ -86,6 +106,8 @@ bool TheoraVideoClip_Theora::seekTo(int frame) {
     m_centre = frame;
     m_cache->setCentre(frame);
     m_stepBack->moveTo(frame);
+    if (m_audio)
+        m_audio->seek(timeOfFrame(frame));
     if (m_frameQueue->advanceTo(frame))
         return true;
     m_frameQueue->clear();
@@ -132,16 +154,21 @@ bool TheoraVideoClip_Theora::decodeNextFrame() {
         if (!deliverPicture(m_decoder->picture(), m_decoder->position()))
             return false;
     }
+    decodeSound(m_nextFrame);
     if (m_frameQueue->isFull())
         prepareStepBack();
     return true;
 }
 
 bool TheoraVideoClip_Theora::reachedEnd() {
+    if (m_audio)
+        m_audio->decodeUntil(getDuration());
     if (m_restartAtEnd.load() && m_nextFrame > 0) {
         m_restartPending.store(true);
         m_nextFrame = 0;
         m_centre = 0;
+        if (m_audio)
+            m_audio->rewind();
     } else {
         endOfFile.store(true);
         prepareStepBack();

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "src/Theora/AudioTrack.h"
 #include "src/Theora/GranuleFormat.h"
 #include "src/Theora/PictureDecoder.h"
 #include "src/Theora/PlaneCache.h"
@@ -35,6 +36,8 @@ protected:
 
 private:
     void makeDecoders();
+    void makeAudio();
+    void decodeSound(std::int64_t frame) REQUIRES(m_access);
     [[nodiscard]] bool deliverPicture(const TheoraPicture& picture, std::int64_t number)
         REQUIRES(m_access);
     [[nodiscard]] bool deliverCached(std::int64_t number, bool realOnly) REQUIRES(m_access);
@@ -50,6 +53,7 @@ private:
     StreamLayout m_layout;
     std::optional<GranuleFormat> m_format;
     std::unique_ptr<PictureDecoder> m_decoder GUARDED_BY(m_access);
+    std::unique_ptr<AudioTrack> m_audio; ///< null: nobody listens
     std::unique_ptr<PlaneCache> m_cache;
     PictureDecoder::PictureSink m_keep;                ///< puts each decoded picture into the cache
     int m_workingOn GUARDED_BY(m_access) = -1;         ///< the seek in progress

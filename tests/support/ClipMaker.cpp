@@ -234,7 +234,9 @@ private:
     void addSound() {
         const double seconds =
             static_cast<double>(m_spec.frames) * m_spec.fpsDenominator / m_spec.fpsNumerator;
-        const SoundStream sound = encodeSound(seconds, kClipSoundRate);
+        SoundStream sound = encodeSound(seconds, kClipSoundRate);
+        for (OggPacketData& packet : sound.data)
+            packet.granule += m_spec.soundDelay;
         m_starts.push_back(m_sound.pages({sound.headers[0]}, {})[0]);
         for (auto& page : m_sound.pages({sound.headers[1], sound.headers[2]}, {2, 255}))
             m_headers.push_back(std::move(page));

@@ -33,6 +33,7 @@ struct ClipSpec {
     /// Frames that are stored as an empty packet: they repeat the picture before. Null = none.
     std::function<bool(int frame)> isEmpty;
     Sound sound = Sound::none;
+    int soundDelay = 0;        ///< samples that the sound starts after the pictures
     bool skeleton = false;     ///< a metadata stream in front
     bool secondTheora = false; ///< a further Theora stream behind the first
     bool emptyLastPage = false;
