@@ -121,11 +121,16 @@ void TheoraFrameQueue::moveFrontToBack() {
 }
 
 // A frame that was discarded while the display held it stands at the front until it is let go.
-void TheoraFrameQueue::letGo() {
+void TheoraFrameQueue::letGoLocked() {
     while (!m_slots.empty() && m_slots.front().stale)
         moveFrontToBack();
     if (!m_slots.empty())
         m_slots.front().held = false;
+}
+
+void TheoraFrameQueue::letGo() {
+    const TheoraLock lock(m_mutex);
+    letGoLocked();
 }
 
 std::optional<float> TheoraFrameQueue::frontTime() const {
@@ -138,7 +143,7 @@ std::optional<float> TheoraFrameQueue::frontTime() const {
 
 TheoraVideoFrame* TheoraFrameQueue::front() {
     const TheoraLock lock(m_mutex);
-    letGo();
+    letGoLocked();
     if (m_slots.empty() || !m_slots.front().ready)
         return nullptr;
     m_slots.front().held = true;
@@ -153,7 +158,7 @@ void TheoraFrameQueue::pop() {
 
 void TheoraFrameQueue::popWhile(const std::function<bool(TheoraVideoFrame&)>& visit) {
     const TheoraLock lock(m_mutex);
-    letGo();
+    letGoLocked();
     while (!m_slots.empty() && m_slots.front().ready && visit(*m_slots.front().frame))
         moveFrontToBack();
 }

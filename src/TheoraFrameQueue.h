@@ -50,6 +50,8 @@ public:
     /// The first frame if it is ready, else null. The frame stays valid and untouched until pop(),
     /// the next front() or setSize(), even when a seek discards it meanwhile.
     [[nodiscard]] TheoraVideoFrame* front() EXCLUDES(m_mutex);
+    /// Gives up the frame that front() handed out, without taking it off the queue.
+    void letGo() EXCLUDES(m_mutex);
     /// The display time of the first frame if it is ready.
     [[nodiscard]] std::optional<float> frontTime() const EXCLUDES(m_mutex);
     /// Frees the first frame for reuse.
@@ -68,7 +70,7 @@ private:
     };
 
     void moveFrontToBack() REQUIRES(m_mutex);
-    void letGo() REQUIRES(m_mutex);
+    void letGoLocked() REQUIRES(m_mutex);
     [[nodiscard]] int readyCountLocked() const REQUIRES(m_mutex);
 
     const FrameFactory m_factory;

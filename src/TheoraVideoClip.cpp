@@ -136,8 +136,12 @@ void TheoraVideoClip::advanceToDueFrame() {
 }
 
 TheoraVideoFrame* TheoraVideoClip::peekReadyFrame() {
-    if (pendingSeekFrame.load() != -1 || !m_frameQueue)
+    if (!m_frameQueue)
         return nullptr;
+    if (pendingSeekFrame.load() != -1) {
+        m_frameQueue->letGo(); // in a short queue the seek may need this very frame
+        return nullptr;
+    }
     const float time = m_timer->getTime();
     for (;;) {
         TheoraVideoFrame* frame = m_frameQueue->front();

@@ -1,6 +1,7 @@
 // Stepping through a clip: what the queue and the plane cache hold is served from there, and a
 // second decoder works ahead of stepping back; every picture stays exact.
 #include <random>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -121,6 +122,18 @@ TEST(Stepping, PlayingOnAfterSteppingBackIsExact) {
             ASSERT_EQ(played[i].number, from + 1 + static_cast<int>(i));
             ASSERT_EQ(played[i].hash, expected.hashes[static_cast<std::size_t>(played[i].number)]);
         }
+    }
+}
+
+TEST(Stepping, AQueueOfOneFrameStepsWhileTheDisplayHoldsIt) {
+    PlaybackSession session(steppingClip(), 1);
+    ASSERT_TRUE(session.seek(60));
+    for (const int frame : {61, 62, 60, 3, 149}) {
+        session.clip().requestSeek(frame);
+        const theora::TheoraVideoFrame* shown = nullptr;
+        while ((shown = session.clip().peekReadyFrame()) == nullptr)
+            std::this_thread::yield();
+        EXPECT_EQ(shown->getFrameNumber(), frame); // and is not released
     }
 }
 
