@@ -5,7 +5,6 @@ cd "$root"
 # Compiler results are shared between clones of this tree: paths below it are hashed as relative
 # ones. The store itself is the user's own (ccache's default folder), so a fresh clone starts warm.
 export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
-export CMAKE_COLOR_DIAGNOSTICS=OFF
 
 started=$SECONDS
 # One line for each long step, with the time since the start.
