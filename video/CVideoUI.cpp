@@ -18,6 +18,22 @@ constexpr int kRepaintMs = 33;
 
 } // namespace
 
+bool reportFrameBuffer(const platform::FrameBufferResult& made) {
+    const auto log = core::Log::get();
+    if (made.windowContextFailed) {
+        log->Error("Unable to get window DC (%08X)", made.windowContextError);
+    }
+    if (made.memoryContextFailed) {
+        log->Error("Unable to create compatible DC (%08X)", made.memoryContextError);
+        return false;
+    }
+    if (made.bitmapFailed || !made.buffer) {
+        log->Error("Unable to create back buffer bitmap (%08X)", made.bitmapError);
+        return false;
+    }
+    return true;
+}
+
 CVideoUI::CVideoUI(platform::EventLoop& loop)
     : m_loop(loop), m_news(std::make_shared<FrameNews>()) {
     m_news->control = this;
@@ -130,16 +146,7 @@ bool CVideoUI::CreateBackBuffer() {
         return false;
     }
     platform::FrameBufferResult made = window->createFrameBuffer({m_video->width, m_video->height});
-    const auto log = core::Log::get();
-    if (made.windowContextFailed) {
-        log->Error("Unable to get window DC (%08X)", made.windowContextError);
-    }
-    if (made.memoryContextFailed) {
-        log->Error("Unable to create compatible DC (%08X)", made.memoryContextError);
-        return false;
-    }
-    if (made.bitmapFailed || !made.buffer) {
-        log->Error("Unable to create back buffer bitmap (%08X)", made.bitmapError);
+    if (!reportFrameBuffer(made)) {
         return false;
     }
     m_backBuffer = std::move(made.buffer);

@@ -73,4 +73,8 @@ private:
     bool m_ready = false;
 };
 
+/// Logs what failed while a back buffer was made; false when there is none. A failed window context
+/// alone does not matter.
+[[nodiscard]] bool reportFrameBuffer(const platform::FrameBufferResult& made);
+
 } // namespace video
