@@ -249,11 +249,15 @@ TEST_F(ZoneEditZones, AFailedSaveIsShownUntilTheNextGoodOne) {
     show();
     addZone();
     m_driver->click(u"ButtonSave");
-    EXPECT_EQ(m_driver->get(u"LabelVideo").GetText().substr(0, 23), u"clip.ogv    Not saved: ");
+    EXPECT_EQ(m_driver->get(u"LabelVideo").GetText(), u"clip.ogv");
+    EXPECT_TRUE(m_driver->get(u"LabelProblem").IsVisible());
+    EXPECT_EQ(m_driver->get(u"LabelProblem").GetText(),
+              u"Not saved: clip-ZoneInfo.xml: Is a directory");
     EXPECT_EQ(m_log.errors().back(), "Unable to save zone info file");
     std::filesystem::remove("Scenes/Fire/clip-ZoneInfo.xml");
     m_driver->click(u"ButtonSave");
     EXPECT_EQ(m_driver->get(u"LabelVideo").GetText(), u"clip.ogv");
+    EXPECT_FALSE(m_driver->get(u"LabelProblem").IsVisible());
 }
 
 struct Closing {
