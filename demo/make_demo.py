@@ -122,7 +122,13 @@ def zones():
     """(clip, zones) of the clips that have zone files; every frame follows its subject."""
     alarm, bin_clip = CLIPS[0], CLIPS[1]
     office = rooms.Office(*bin_clip.size)
-    shapes = lambda clip, outline: [(True, outline(number)) for number in range(clip.frames)]
+
+    def shapes(clip, outline):
+        """Corners stay inside the picture, as the editor keeps them."""
+        wide, high = clip.size[0] - 1, clip.size[1] - 1
+        return [(True, [(min(max(x, 0), wide), min(max(y, 0), high)) for x, y in outline(number)])
+                for number in range(clip.frames)]
+
     yield alarm, [("Extinguisher", shapes(alarm, lambda n: corridor.extinguisher_zone(n, *alarm.size))),
                   ("Exit", shapes(alarm, lambda n: corridor.exit_zone(n, *alarm.size)))]
     # The fire can be clicked once the worker has come close.

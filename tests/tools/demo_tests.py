@@ -115,7 +115,7 @@ class DemoTest(unittest.TestCase):
             for _, frames in found:
                 self.assertEqual(len(frames), clip.frames)
                 self.assertEqual(len({len(points) for _, points in frames}), 1)
-                self.assertTrue(all(-8 <= x < clip.width + 8 and -8 <= y < clip.height + 8
+                self.assertTrue(all(0 <= x < clip.width and 0 <= y < clip.height
                                     for _, points in frames for x, y in points))
                 steps = [abs(b[0] - a[0]) for (_, first), (_, second) in zip(frames, frames[1:])
                          for a, b in zip(first, second)]
