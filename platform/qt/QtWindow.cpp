@@ -7,7 +7,6 @@
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindowHost.h"
 
-#include <QCursor>
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QMetaObject>
@@ -250,7 +249,7 @@ bool QtWindow::handleTimer(int timerId) {
 void QtWindow::beginMove() {
     loseCapture();
     if (!m_surface->startSystemMove()) { // no window manager: the pointer is followed here
-        m_moveGrip = QCursor::pos() - m_surface->position();
+        m_moveGrip = m_pointer - m_surface->position();
     }
 }
 

@@ -102,6 +102,7 @@ private:
 
     std::map<unsigned, int> m_timers; ///< our id to Qt's
     std::optional<Press> m_lastPress;
+    QPoint m_pointer;                 ///< screen position of the last mouse event
     std::optional<QPoint> m_moveGrip; ///< pointer within the window while we move it ourselves
     bool m_textInput = false;
     Rect m_caret;

@@ -132,6 +132,7 @@ bool QtWindow::handleMouse(const QMouseEvent& event) {
         }
         return true;
     }
+    m_pointer = event.globalPosition().toPoint();
     if (followMove(event)) {
         return true;
     }

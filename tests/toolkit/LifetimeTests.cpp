@@ -168,6 +168,25 @@ TEST_F(Lifetime, ADialogEndsOnlyItsOwnLoop) {
     EXPECT_EQ(window().take(), (Notes{"click Ask", "click End"}));
 }
 
+TEST_F(Lifetime, TheCaptionDragsTheWindowExceptFromItsButtons) {
+    open(R"(<Label pos="0,0,100,30" text="Title"/><Button name="Go" pos="200,5,80,20"/>
+            <Control pos="0,30,400,200"/>)",
+         "caption=\"0,0,0,30\"");
+    const auto place = [&] { return driver().native().geometry(); };
+    const platform::Rect before = place();
+    const struct {
+        platform::Point from;
+        int moved;
+    } cases[] = {{{50, 10}, 40}, {{390, 29}, 40}, {{210, 10}, 0}, {{50, 31}, 0}};
+    int total = 0;
+    for (const auto& c : cases) {
+        // The window moves along: afterwards the pointer is where it took it.
+        driver().drag({c.from, {c.from.x + 40, c.from.y}, c.from});
+        total += c.moved;
+        EXPECT_EQ(place().left - before.left, total) << c.from.x << "," << c.from.y;
+    }
+}
+
 TEST_F(Lifetime, TheCloseRequestEndsAWindow) {
     open("");
     test::gui().loop().post([&] { test::input().requestClose(driver().native()); });
