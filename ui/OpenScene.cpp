@@ -22,7 +22,6 @@ constexpr std::u16string_view kEmptyHeading = u"EmptyHeading";
 constexpr std::u16string_view kEmptyLine = u"EmptyLine";
 constexpr int kRowHeight = 16;
 constexpr int kListFont = 2;
-constexpr int kTextInset = 8;
 
 } // namespace
 
@@ -64,7 +63,6 @@ void OpenScene::addRow(toolkit::CContainerUI& list, const std::string& name) {
     auto text = std::make_unique<toolkit::CTextUI>();
     text->SetName(u"ListItem");
     text->SetFont(kListFont);
-    text->SetTextPadding({kTextInset, 0, kTextInset, 0});
     text->SetText(core::displayText(name));
     text->SetToolTip(core::displayText("Open " + name + " scenario"));
     auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
