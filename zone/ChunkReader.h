@@ -29,7 +29,7 @@ public:
     /// Valid until the next body is read.
     [[nodiscard]] std::span<const std::uint8_t> body() const { return {m_body.get(), m_size}; }
     void skip();
-    /// The chunk ends one byte before its stated end: that byte, if there is one, starts the next.
+    /// The chunk, of at least one byte, ends before the last one read, which starts the next.
     void giveBackLast();
 
     /// False after the file could not be read.

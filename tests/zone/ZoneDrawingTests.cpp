@@ -118,7 +118,12 @@ TEST_F(ZoneDrawingTest, DrawingSetsTheCentreOfThatFrameAlone) {
 
 TEST_F(ZoneDrawingTest, LaterFramesThatShiftDoItFromTheirOwnDrawnCentre) {
     const Points outline{{100, 100}, {200, 100}, {150, 250}};
-    auto zone = makeZone({{{0, 0}, {1, 1}, {2, 2}, {3, 3}}, outline, outline, outline, outline});
+    auto zone = makeZone({{{0, 0}, {1, 1}, {2, 2}, {3, 3}},
+                          outline,
+                          outline,
+                          outline,
+                          outline,
+                          {{9, 9}, {8, 8}, {7, 7}, {6, 6}}});
     RecordingCanvas canvas;
     for (const int frame : {2, 3})
         zone->draw(frame, canvas, 0, 0);
@@ -129,6 +134,10 @@ TEST_F(ZoneDrawingTest, LaterFramesThatShiftDoItFromTheirOwnDrawnCentre) {
         EXPECT_EQ(pointsOf(*zone, frame)[0], (platform::Point{110, 120})) << frame;
     for (const int frame : {2, 3})
         EXPECT_EQ(pointsOf(*zone, frame)[0], (platform::Point{-40, -30})) << frame;
+    EXPECT_EQ(pointsOf(*zone, 5)[3], (platform::Point{10, 20})) << "behind the shifted ones";
+    ASSERT_TRUE(
+        zone->read(asBytes(zoneBody("Z", std::vector<std::string>(4, shapeBytes(outline)))), 4));
+    EXPECT_EQ(zone->shape(2)->centerX, 0) << "what is read has not been drawn";
 }
 
 TEST_F(ZoneDrawingTest, TheManagerDrawsSilentlyAndOnlyWhatIsThere) {
