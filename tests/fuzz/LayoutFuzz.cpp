@@ -91,8 +91,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     core::Log::exchange(std::make_shared<core::Log>(""));
     toolkit::ImageCache::get().clear();
     const std::uint8_t* end = std::find(data, data + size, std::uint8_t{0});
-    files.folders.insert("/work/UI");
-    files.files["/work/UI/Layout.xml"].assign(data, end);
+    const std::string folder = files.currentFolder() + "/UI";
+    files.folders.insert(folder);
+    files.files[folder + "/Layout.xml"].assign(data, end);
     test::FakeGui gui;
     Window window(gui);
     if (window.Create(nullptr, u"", 0, 0)) {
