@@ -80,6 +80,7 @@ void QtWindow::present(const QRegion& region) {
         const QImage picture = imageOver(m_back);
         QPainter painter(m_store.paintDevice());
         painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, whole);
         for (const QRect& rect : shown) {
             painter.drawImage(rect, picture, rect);
         }

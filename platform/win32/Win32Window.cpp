@@ -2,6 +2,7 @@
 
 #include "platform/win32/Guard.h"
 #include "platform/win32/WideText.h"
+#include "platform/win32/Win32Accessible.h"
 #include "platform/win32/Win32FrameBuffer.h"
 
 #include <algorithm>
@@ -234,6 +235,13 @@ FrameBufferResult Win32Window::createFrameBuffer(Size size) {
     return makeFrameBuffer(m_handle.get(), size);
 }
 
-void Win32Window::accessibleChanged(Accessible& /*node*/, AccessibleChange /*change*/) {}
+void Win32Window::accessibleChanged(Accessible& node, AccessibleChange change) {
+    guardedRun("accessible change", [&] { tellAccessibility(m_handle.get(), node, change); });
+}
+
+Accessible* Win32Window::accessibleRoot() const {
+    return guarded("accessible root", static_cast<Accessible*>(nullptr),
+                   [this] { return m_events.accessibleRoot(); });
+}
 
 } // namespace platform::win32

@@ -56,7 +56,8 @@ public:
     [[nodiscard]] static Win32Window* fromHandle(HWND handle);
     /// What an input method reports: text that is not committed yet, and text that is.
     void compose(const std::u16string& preedit, const std::u16string& committed);
-    [[nodiscard]] bool isEnabled() const { return m_enabled; }
+    /// The root of the accessibility tree that the owner offers; null without one.
+    [[nodiscard]] Accessible* accessibleRoot() const;
 
 private:
     /// Sent by close() to its own window: the time has come.

@@ -1,5 +1,6 @@
 // The window procedure: sorts messages by subject.
 #include "platform/win32/Guard.h"
+#include "platform/win32/Win32Accessible.h"
 #include "platform/win32/Win32Window.h"
 
 #include <imm.h>
@@ -119,6 +120,11 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
         return handleSetCursor(wideLong) ? std::optional<LRESULT>(TRUE) : std::nullopt;
     case WM_SYSCOMMAND: // Alt alone would open a menu that a frameless window does not have
         return (wide & 0xFFF0U) == SC_KEYMENU ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_GETOBJECT: {
+        const LRESULT answer =
+            answerAccessibility(m_handle.get(), accessibleRoot(), wide, wideLong);
+        return answer != 0 ? std::optional<LRESULT>(answer) : std::nullopt;
+    }
     case WM_QUERYENDSESSION:
         return TRUE;
     case WM_ENDSESSION:

@@ -1,0 +1,20 @@
+// A window's accessibility tree through MSAA: one COM object for each node that somebody asks for,
+// which finds its node gone by the node's life token.
+// https://learn.microsoft.com/windows/win32/api/oleacc/nn-oleacc-iaccessible
+#pragma once
+
+#include "platform/Accessible.h"
+
+#include <windows.h>
+
+namespace platform::win32 {
+
+/// The answer to WM_GETOBJECT for the client area of `window`, whose root may be null; 0 leaves the
+/// answer to the system.
+[[nodiscard]] LRESULT answerAccessibility(HWND window, Accessible* root, WPARAM wide,
+                                          LPARAM wideLong);
+
+/// Tells whoever listens that something about `node` of `window` changed.
+void tellAccessibility(HWND window, Accessible& node, AccessibleChange change);
+
+} // namespace platform::win32
