@@ -1,12 +1,20 @@
 #include "core/StandardError.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 
 namespace core {
+namespace {
 
-void tellStandardError(const std::string& line) noexcept {
+constexpr std::size_t kMaxBytes = std::size_t{1} << 20; // longer than any message of ours
+
+} // namespace
+
+void tellStandardError(std::string_view line) noexcept {
     // One call, so that lines of several threads do not mix; nothing can be done about a failure.
-    (void)std::fprintf(stderr, "%s\n", line.c_str());
+    const int length = static_cast<int>(std::min(line.size(), kMaxBytes));
+    (void)std::fprintf(stderr, "%.*s\n", length, line.data());
 }
 
 } // namespace core

@@ -1,11 +1,11 @@
 // One line to stderr, for a person at a terminal or a pipeline: beside the log, never in it.
 #pragma once
 
-#include <string>
+#include <string_view>
 
 namespace core {
 
 /// Never fails and never throws. Any thread.
-void tellStandardError(const std::string& line) noexcept;
+void tellStandardError(std::string_view line) noexcept;
 
 } // namespace core
