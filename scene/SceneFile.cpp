@@ -13,8 +13,7 @@
 namespace scene {
 namespace {
 
-constexpr const char* kSource = "..\\SceneManager.cpp"; // as in SceneManager.cpp
-constexpr int kSaveLine = 305;
+constexpr int kSaveLine = 305; // as those in SceneManager.cpp
 constexpr const char* kScenesFolder = "Scenes";
 constexpr const char* kFileName = "Scene.xml";
 /// Some 25,000 actions; the parser needs many times the file's size.
@@ -90,8 +89,7 @@ bool SceneManager::Save(const std::string& folder) {
 }
 
 bool SceneManager::saveInto(const std::string& folder) {
-    if (!m_branchManager) {
-        core::Log::get()->Error("%s:%d Branch Manager is invalid", kSource, kSaveLine);
+    if (!checkedManager(kSaveLine)) {
         m_saveFailure = "there is no scene";
         return false; // the scene on the disk is worth more than an empty one
     }

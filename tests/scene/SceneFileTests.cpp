@@ -87,6 +87,7 @@ TEST_F(SceneFileTest, TheFileIsLookedForUnderTheNameGivenOrHeld) {
 TEST_F(SceneFileTest, AFileThatIsNoSceneIsRefusedWithItsReason) {
     const std::string unreadable = "Unable to load scene";
     const std::string header = "Scene file has extraneous xml header";
+    const std::string corrupt = "Scene file is corrupt";
     std::string deep;
     for (int i = 0; i < 100000; ++i)
         deep += "<a>";
@@ -102,6 +103,7 @@ TEST_F(SceneFileTest, AFileThatIsNoSceneIsRefusedWithItsReason) {
         {"<Scene><Name>a < b</Name></Scene>", unreadable},
         {deep, unreadable},
         {"<Scene><Name>" + std::string(8 << 20, 'x') + "</Name></Scene>", unreadable},
+        {"\xEF\xBB\xBF\r\n", corrupt}, // nothing, and nothing that the parser minds
         {"<?xml version=\"1.0\"?>\n" + kStory, header},
         {"<!-- note -->" + kStory, header},
         {"<!DOCTYPE Scene>" + kStory, header},
@@ -134,6 +136,16 @@ TEST_F(SceneFileTest, OddButReadableFilesAreRead) {
     EXPECT_TRUE(load(bad));
     EXPECT_TRUE(m_scene->Save("Scenes/A\\"));
     EXPECT_EQ(support::readBytes("Scenes/A/Scene.xml"), bad) << "bytes that are no UTF-8 stay";
+}
+
+TEST_F(SceneFileTest, NewBranchesAreNumberedAfreshInALoadedScene) {
+    m_scene->AddBranch();
+    m_scene->AddBranch();
+    ASSERT_TRUE(load("<Scene><Branch><ID>New Branch 2</ID></Branch></Scene>"));
+    m_scene->AddBranch();
+    Lines ids;
+    m_scene->branchIDs(ids);
+    EXPECT_EQ(ids, (Lines{"New Branch 2", "New Branch 2"})) << "the same name twice is intended";
 }
 
 TEST_F(SceneFileTest, SavingMakesTheFoldersAndFillsTheFirstBranch) {

@@ -1,0 +1,103 @@
+// Loading when there is no memory for one of the model's objects.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+#include "scene/SceneManager.h"
+#include "tests/scene/SceneFixture.h"
+
+namespace {
+
+/// What the allocations of this executable do: the `countdown`-th one of `refusedBytes` fails.
+struct Allocations {
+    std::size_t lastBytes = 0;
+    std::size_t refusedBytes = 0;
+    int countdown = 0;
+};
+Allocations allocations;
+
+} // namespace
+
+void* operator new(std::size_t bytes) {
+    allocations.lastBytes = bytes;
+    const bool counts = allocations.countdown > 0 && bytes == allocations.refusedBytes;
+    void* memory = counts && --allocations.countdown == 0 ? nullptr : std::malloc(bytes | 1);
+    if (memory == nullptr)
+        throw std::bad_alloc();
+    return memory;
+}
+
+// Not inlined: the compiler would take free() for the wrong end of a new expression.
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+
+[[gnu::noinline]] void operator delete(void* memory, std::size_t /*bytes*/) noexcept {
+    std::free(memory);
+}
+
+namespace {
+
+using scene_tests::Lines;
+
+/// The `number`-th object that T's factory makes from now on cannot be made.
+template <typename T>
+void refuse(int number) {
+    const std::shared_ptr<T> sample = T::create();
+    allocations.refusedBytes = allocations.lastBytes;
+    allocations.countdown = number;
+}
+
+class MemoryTest : public scene_tests::SceneFixture {
+protected:
+    ~MemoryTest() override { allocations.countdown = 0; }
+
+    std::shared_ptr<scene::SceneManager> m_scene = scene::SceneManager::create();
+};
+
+TEST_F(MemoryTest, ALoadThatLacksItFailsWithItsReasonAndKeepsTheBranchesReadSoFar) {
+    struct Case {
+        void (*refuse)(int);
+        int number;
+        Lines errors;
+        int branches;
+    };
+    const Case cases[] = {
+        {refuse<scene::Branch>, 2, {"Unable to load branch"}, 1},
+        {refuse<scene::Action>, 1, {"Unable to create action", "Unable to load branch"}, 1},
+        {refuse<scene::Action>, 2, {}, 2},
+    };
+    support::writeBytes("Scenes/A/Scene.xml",
+                        "<Scene><Branch/><Branch><Action/></Branch><Name>later</Name></Scene>");
+    for (const Case& c : cases) {
+        c.refuse(c.number);
+        EXPECT_EQ(m_scene->Load("A"), c.errors.empty());
+        allocations.countdown = 0;
+        EXPECT_EQ(newErrors(), c.errors);
+        EXPECT_EQ(m_scene->branchCount(), c.branches);
+        EXPECT_EQ(m_scene->Name(), c.errors.empty() ? "later" : "A");
+    }
+    refuse<scene::BranchManager>(1);
+    EXPECT_FALSE(m_scene->Load("B"));
+    EXPECT_EQ(newErrors(), Lines{"Unable to create branch manager"});
+    EXPECT_EQ(m_scene->Name(), "later") << "nothing else was begun";
+    EXPECT_FALSE(m_scene->AddBranch());
+    EXPECT_EQ(newErrors(), Lines{"..\\SceneManager.cpp:216 Branch Manager is invalid"});
+}
+
+TEST_F(MemoryTest, WithoutItNothingNewIsMade) {
+    m_scene->AddBranch();
+    refuse<scene::Branch>(1);
+    EXPECT_FALSE(m_scene->AddBranch());
+    refuse<scene::BranchManager>(1);
+    EXPECT_FALSE(m_scene->newScene("new"));
+    EXPECT_EQ(m_scene->Name() + "|" + m_scene->FirstBranch(), "|New Branch 2");
+    EXPECT_EQ(m_scene->branchCount(), 1);
+    refuse<scene::BranchManager>(1);
+    EXPECT_FALSE(scene::SceneManager::create());
+    m_scene->AddBranch();
+    EXPECT_EQ(m_scene->branchID(1), "New Branch 3") << "the failed one took no number";
+}
+
+} // namespace
