@@ -1,15 +1,14 @@
 #include "app/EditorScreens.h"
 
+#include <string_view>
+
 #include "ZoneEdit/ZoneEdit.h"
 #include "scene/SceneManager.h"
 #include "ui/BranchList.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
 
-#include <string_view>
-
 namespace app {
-
 namespace {
 
 template <class Window>

@@ -1,10 +1,10 @@
 // The four screens as the program's real windows.
 #pragma once
 
+#include <memory>
+
 #include "app/Screens.h"
 #include "ui/WindowContext.h"
-
-#include <memory>
 
 namespace zoneedit {
 class ZoneEdit;

@@ -1,17 +1,16 @@
 #include "app/Program.h"
 
+#include <cstdint>
+
 #include "app/EditorScreens.h"
 #include "app/ScreenLoop.h"
 #include "app/services/CommandLine.h"
 #include "app/services/Launcher.h"
 #include "app/services/Startup.h"
+#include "core/StandardError.h"
 #include "zone/ZoneManager.h"
 
-#include <cstdint>
-#include <iostream>
-
 namespace app {
-
 namespace {
 
 constexpr int kSuccess = 0;
@@ -21,7 +20,7 @@ int runScreens(app_state::ScreenState& state, app_state::SharedServices& service
                const GuiFactory& createGui) {
     const std::unique_ptr<platform::Gui> gui = createGui();
     if (!gui) {
-        std::cerr << "Quorvel: no display to show windows on.\n";
+        core::tellStandardError("Quorvel: no display to show windows on.");
         return kFailure;
     }
     EditorScreens screens({*gui, state, services});

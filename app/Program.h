@@ -1,11 +1,11 @@
 // The whole run of the program: start-up, screens, shutdown, hand-off to the launcher.
 #pragma once
 
-#include "platform/Gui.h"
-
 #include <functional>
 #include <memory>
 #include <string>
+
+#include "platform/Gui.h"
 
 namespace app {
 

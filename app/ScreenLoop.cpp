@@ -1,8 +1,8 @@
 #include "app/ScreenLoop.h"
 
-#include "core/Log.h"
-
 #include <cstdint>
+
+#include "core/Log.h"
 
 namespace app {
 

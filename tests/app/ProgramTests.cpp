@@ -1,16 +1,21 @@
 // Start-up, exit codes and the hand-off around the screens.
 #include "app/Program.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "core/Services.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RecordingProcess.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
+#include "tests/support/windows/EditorTest.h"
 #include "tests/support/windows/ScriptedGui.h"
-
-#include <filesystem>
-#include <memory>
-#include <string>
-#include <vector>
+#include "toolkit/CComboUI.h"
+#include "tools/tour/Script.h"
 
 namespace {
 
@@ -27,24 +32,30 @@ protected:
         std::filesystem::current_path("Programs/Quorvel");
         std::filesystem::copy(data / "UI", "UI", std::filesystem::copy_options::recursive);
         std::filesystem::copy(data / "Translations.ini", "Translations.ini");
+        m_script->on(u"OpenSceneWindow", [this] { m_script->click(u"ButtonExit"); });
     }
     int run(const std::string& commandLine) {
-        return app::runProgram(commandLine, [this]() -> std::unique_ptr<platform::Gui> {
-            ++m_guis;
-            if (!m_hasDisplay) {
-                return nullptr;
-            }
-            auto gui = std::make_unique<test::ScriptedGui>(test::gui());
-            gui->library.fails = m_componentsFail;
-            gui->loop().post([] { test::WindowDriver(test::topWindow()).click(u"ButtonExit"); });
-            return gui;
-        });
+        m_script->play(test::gui());
+        const int exitCode =
+            app::runProgram(commandLine, [this]() -> std::unique_ptr<platform::Gui> {
+                ++m_guis;
+                if (!m_hasDisplay) {
+                    return nullptr;
+                }
+                auto gui = std::make_unique<test::ScriptedGui>(test::gui());
+                gui->library.fails = m_componentsFail;
+                gui->ends = [this] { return !m_script->problem().empty(); };
+                return gui;
+            });
+        m_script->stop();
+        return exitCode;
     }
 
     support::LogCapture m_log;
     support::RecordingProcess m_process;
     core::ServicesOverride m_override{
         {core::services().fileSystem, core::services().clock, &m_process}};
+    std::unique_ptr<tour::Script> m_script = std::make_unique<tour::Script>("./");
     bool m_hasDisplay = true;
     bool m_componentsFail = false;
     int m_guis = 0;
@@ -52,6 +63,7 @@ protected:
 
 TEST_F(Program, ExitEndsItWithSuccess) {
     EXPECT_EQ(run(""), 0);
+    EXPECT_TRUE(m_script->isFinished());
     EXPECT_EQ(m_log.errors(), Lines());
     EXPECT_TRUE(m_process.requests.empty());
 }
@@ -86,6 +98,38 @@ TEST_F(Program, WithoutALayoutItEndsNormally) {
     std::filesystem::remove("UI/OpenScene.xml");
     EXPECT_EQ(run(""), 0);
     EXPECT_EQ(m_log.errors(), Lines{"Unable to read layout UI/OpenScene.xml"});
+}
+
+TEST_F(Program, TheConditionsFollowTheLanguageOfTheSettings) {
+    using Texts = std::vector<std::u16string>;
+    const std::pair<const char*, Texts> cases[] = {
+        {"German", {u"Standard", u"Tastendruck", u"Zone", u"Zufall"}},
+        {"French", {u"Par d\u00E9faut", u"Touche", u"Zone", u"Au hasard"}},
+        {"Fran\xC3\xA7"
+         "ais",
+         {u"Default", u"Keypress", u"Zone", u"Random"}},
+    };
+    writeBytes("Scenes/\xC3\x9C"
+               "bung/Scene.xml",
+               "<Scene><Name>\xC3\x9C"
+               "bung</Name><Branch><Action/></Branch></Scene>");
+    for (const auto& [language, texts] : cases) {
+        writeBytes("../../Settings/Settings.ini", "language=" + std::string(language) + "\r\n");
+        Texts shown;
+        m_script = std::make_unique<tour::Script>("./");
+        m_script->on(u"OpenSceneWindow", [this] { m_script->click(u"ButtonLoadScene"); });
+        m_script->on(u"QuorvelWindow", [&] {
+            test::WindowDriver branches(test::topWindow());
+            shown = test::itemsOf(
+                test::inRow<toolkit::CComboUI>(branches, u"BranchList", 0, u"ComboConditions"));
+            m_script->click(u"ButtonExit");
+        });
+        m_script->on(u"ConfirmationWindow", [this] { m_script->click(u"ButtonYes"); });
+        EXPECT_EQ(run(""), 0);
+        EXPECT_EQ(m_script->problem(), "");
+        EXPECT_EQ(shown, texts) << language;
+    }
+    EXPECT_EQ(m_log.errors(), Lines());
 }
 
 } // namespace

@@ -82,11 +82,12 @@ public:
     platform::FontSet& fonts() override { return m_real.fonts(); }
     platform::FileDialog& fileDialog() override { return dialog; }
     platform::ComponentLibrary& components() override { return library; }
-    bool isEnding() const override { return m_real.isEnding(); }
+    bool isEnding() const override { return m_real.isEnding() || (ends && ends()); }
 
     ScriptedHost host;
     ScriptedFileDialog dialog;
     CountedComponents library;
+    std::function<bool()> ends; ///< true: the system asks the program to end
 
 private:
     platform::Gui& m_real;
