@@ -248,7 +248,13 @@ TEST_F(Question, ADismissalLeavesThePresetAnswer) {
 TEST_F(Question, TheKeyboardStartsOnNo) {
     for (const platform::Key key : {platform::Key::enter, platform::Key::space}) {
         m_asker.SetAnswer(ui::ConfirmCallback::kYes);
-        ask("?", "?", [key] { WindowDriver(test::topWindow()).press(key); });
+        bool isSeen = false;
+        ask("?", "?", [key, &isSeen] {
+            WindowDriver question(test::topWindow());
+            isSeen = question.manager().focusKeeper().showsRing();
+            question.press(key);
+        });
+        EXPECT_TRUE(isSeen);
         EXPECT_EQ(m_asker.answer(), ui::ConfirmCallback::kNo);
     }
 }
