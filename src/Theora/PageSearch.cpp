@@ -5,10 +5,14 @@
 namespace theora {
 namespace {
 
-constexpr int kMaxProbes = 64;                 // a damaged file may never settle
-constexpr std::int64_t kWalkBytes = 64 * 1024; // intervals below this are walked page by page
+constexpr int kMaxProbes = 64; // a damaged file may never settle
+constexpr int kTrustedProbes = 8;
+constexpr std::int64_t kWalkBytes = 96 * 1024;    // intervals below this are walked page by page
+constexpr std::int64_t kLongestWalk = 512 * 1024; // before the rate is no longer trusted
 constexpr std::int64_t kAimBefore =
-    48 * 1024; // aim short of the frame: pages behind it are useless
+    48 * 1024;                     // aim short of the frame: pages behind it are useless
+constexpr double kFarthest = 1e15; // bytes; frame numbers may be damaged
+constexpr std::size_t kMostKnown = 4096;
 constexpr std::int64_t kFirstBackwardStep = 64; // frames; doubled until a keyframe is found
 
 } // namespace
@@ -32,40 +36,93 @@ bool PageSearch::nextNumberedPage(PagePlace& place, std::int64_t limit) {
     return false;
 }
 
-std::int64_t PageSearch::guess(const Interval& interval, std::int64_t frame, bool bisect) const {
-    const std::int64_t span = interval.high - interval.low.offset;
-    std::int64_t aim = interval.low.offset + span / 2;
-    const std::int64_t lowFrame = std::max(interval.low.frame, m_layout.firstFrame - 1);
-    if (!bisect && interval.highFrame > lowFrame) {
-        const double share = static_cast<double>(frame - lowFrame) /
-                             static_cast<double>(interval.highFrame - lowFrame);
-        const auto offset =
-            static_cast<std::int64_t>(static_cast<double>(span) * std::clamp(share, 0.0, 1.0));
-        aim = interval.low.offset + offset - kAimBefore;
-    }
-    return std::clamp(aim, interval.low.offset + 1, interval.high - 1);
+double PageSearch::bytesPerFrame() const {
+    const auto frames = std::max<std::int64_t>(m_layout.frameCount - m_layout.firstFrame, 1);
+    return static_cast<double>(m_pages.sourceSize() - m_layout.dataStart) /
+           static_cast<double>(frames);
 }
 
-void PageSearch::narrow(Interval& interval, std::int64_t frame) {
-    bool bisect = false;
+// On from the nearer end of the interval by the file's average rate, short of the frame by
+// `margin`.
+std::int64_t PageSearch::guess(const Interval& interval, std::int64_t frame,
+                               std::int64_t margin) const {
+    const std::int64_t lowFrame = std::max(interval.low.frame, m_layout.firstFrame - 1);
+    const auto up = static_cast<double>(frame - lowFrame);
+    const auto down = static_cast<double>(interval.highFrame - frame);
+    const double distance = up <= down ? up * bytesPerFrame() : -down * bytesPerFrame();
+    const std::int64_t aim = (up <= down ? interval.low.offset : interval.high) - margin +
+                             static_cast<std::int64_t>(std::clamp(distance, -kFarthest, kFarthest));
+    if (interval.highFrame > lowFrame && aim > interval.low.offset && aim < interval.high)
+        return aim;
+    return interval.low.offset + (interval.high - interval.low.offset) / 2;
+}
+
+void PageSearch::startFromKnownPages(Interval& interval, std::int64_t frame) const {
+    const auto above = m_known.lower_bound(frame);
+    if (above != m_known.end() && above->second.offset < interval.high) {
+        interval.high = above->second.offset;
+        interval.highFrame = above->first;
+    }
+    if (above != m_known.begin() && std::prev(above)->second.offset < interval.high)
+        interval.low = std::prev(above)->second;
+}
+
+void PageSearch::remember(const PagePlace& place) {
+    if (place.isStart)
+        return;
+    if (m_known.size() >= kMostKnown)
+        m_known.clear();
+    m_known.insert_or_assign(place.frame, place);
+}
+
+// Whether the frame is, by the interval's average rate, within a short walk from the lower end.
+bool PageSearch::isNear(const Interval& interval, std::int64_t frame) const {
+    const std::int64_t lowFrame = std::max(interval.low.frame, m_layout.firstFrame - 1);
+    const std::int64_t frames = std::max<std::int64_t>(interval.highFrame - lowFrame, 1);
+    const double bytesPerFrame =
+        static_cast<double>(interval.high - interval.low.offset) / static_cast<double>(frames);
+    return static_cast<double>(frame - lowFrame) * bytesPerFrame <= static_cast<double>(kWalkBytes);
+}
+
+void PageSearch::narrow(Interval& interval, std::int64_t frame, bool trustRate) {
+    std::int64_t margin = kAimBefore;
     for (int round = 0; round < kMaxProbes && !m_pages.stopped(); ++round) {
         const std::int64_t before = interval.high - interval.low.offset;
-        if (before <= kWalkBytes)
+        if (before <= kWalkBytes ||
+            (trustRate && (round > 0 || !interval.low.isStart) && isNear(interval, frame)))
             return;
-        const std::int64_t at = guess(interval, frame, bisect);
+        // Rates that mislead again and again are given up for halving.
+        const std::int64_t at = round < kTrustedProbes ? guess(interval, frame, margin)
+                                                       : interval.low.offset + before / 2;
         ++m_probes;
         m_pages.seek(at);
         PagePlace found;
-        if (!nextNumberedPage(found, interval.high)) {
-            interval.high = at; // the stream has no page from here to the upper end
-        } else if (found.frame < frame) {
+        if (nextNumberedPage(found, interval.high) && found.frame < frame) {
             interval.low = found;
-        } else {
+            margin = kAimBefore;
+        } else { // too far, or inside a large frame: a longer step back the next time
             interval.high = at;
-            interval.highFrame = found.frame;
+            interval.highFrame = std::max(found.frame, frame);
+            margin *= 4;
         }
-        bisect = interval.high - interval.low.offset > before / 2;
+        remember(found);
     }
+}
+
+// Moves the lower end page by page to the last one before the frame. False when that took too long.
+bool PageSearch::walk(Interval& interval, std::int64_t frame, std::int64_t limit) {
+    m_pages.seek(interval.low.offset);
+    const std::int64_t end = interval.low.offset + limit;
+    PagePlace next;
+    while (nextNumberedPage(next, INT64_MAX)) {
+        if (next.frame >= frame)
+            return true;
+        interval.low = next;
+        remember(next);
+        if (next.offset > end)
+            return false;
+    }
+    return true;
 }
 
 PagePlace PageSearch::lastPageBefore(std::int64_t frame) {
@@ -75,13 +132,13 @@ PagePlace PageSearch::lastPageBefore(std::int64_t frame) {
         return interval.low;
     interval.high = m_pages.sourceSize();
     interval.highFrame = m_layout.frameCount;
-    narrow(interval, frame);
-    PagePlace best = interval.low;
-    PagePlace next;
-    m_pages.seek(best.offset);
-    while (nextNumberedPage(next, INT64_MAX) && next.frame < frame)
-        best = next;
-    return best;
+    startFromKnownPages(interval, frame);
+    narrow(interval, frame, true);
+    if (!walk(interval, frame, kLongestWalk)) { // the rate misled
+        narrow(interval, frame, false);
+        (void)walk(interval, frame, INT64_MAX / 2);
+    }
+    return interval.low;
 }
 
 DecodeStart PageSearch::lastKeyframeBetween(const PagePlace& place, std::int64_t frame) {

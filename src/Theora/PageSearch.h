@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 
 #include "src/Theora/PacketReader.h"
 
@@ -37,9 +38,14 @@ private:
         std::int64_t highFrame = 0;
     };
 
-    void narrow(Interval& interval, std::int64_t frame);
+    void startFromKnownPages(Interval& interval, std::int64_t frame) const;
+    void remember(const PagePlace& place);
+    [[nodiscard]] bool isNear(const Interval& interval, std::int64_t frame) const;
+    void narrow(Interval& interval, std::int64_t frame, bool trustRate);
+    [[nodiscard]] bool walk(Interval& interval, std::int64_t frame, std::int64_t limit);
+    [[nodiscard]] double bytesPerFrame() const;
     [[nodiscard]] std::int64_t guess(const Interval& interval, std::int64_t frame,
-                                     bool bisect) const;
+                                     std::int64_t margin) const;
     [[nodiscard]] bool nextNumberedPage(PagePlace& place, std::int64_t limit);
     [[nodiscard]] DecodeStart lastKeyframeBetween(const PagePlace& place, std::int64_t frame);
     [[nodiscard]] DecodeStart searchBackwards(std::int64_t frame);
@@ -48,6 +54,7 @@ private:
     const GranuleFormat& m_format;
     PageReader m_pages;
     PacketReader m_packets;
+    std::map<std::int64_t, PagePlace> m_known; ///< numbered pages seen so far, by frame
     int m_probes = 0;
 };
 
