@@ -6,6 +6,7 @@ namespace theora {
 namespace {
 
 constexpr int kDecoderLine = 203;
+constexpr std::uint8_t kBlankSample = 0x80; // as libtheora starts a stream without a keyframe
 // This far ahead decoding on is taken for shorter than a keyframe in between, without looking.
 constexpr std::int64_t kDecodeOn = 4;
 
@@ -25,22 +26,21 @@ void PictureDecoder::makeDecoder() {
         throw TheoraGenericException("Error parsing Theora stream headers.",
                                      "src\\Theora\\TheoraVideoClip_Theora", kDecoderLine);
     m_position = -1;
+    m_hasPicture = false;
 }
 
-void PictureDecoder::feed(const FramePacket& packet) {
+bool PictureDecoder::feed(const FramePacket& packet) {
     // A damaged packet counts as a frame that shows the picture before; so does an empty one.
     ogg_packet copy = packet.packet;
-    th_decode_packetin(m_decoder.get(), &copy, nullptr);
+    const int result = th_decode_packetin(m_decoder.get(), &copy, nullptr);
+    const bool decoded = result == 0 || result == TH_DUPFRAME;
+    m_hasPicture = m_hasPicture || decoded;
     m_position = packet.number;
     m_packets.drop();
+    return decoded;
 }
 
-bool PictureDecoder::reposition(std::int64_t frame) {
-    const DecodeStart start = m_search.startFor(frame);
-    if (m_packets.stopped())
-        return false;
-    if (m_position >= start.keyframe && m_position <= frame)
-        return true; // in the same group already
+void PictureDecoder::startAt(const DecodeStart& start) {
     // Before the first keyframe pictures build on a blank one, which only a new decoder has.
     if (!start.isKeyframe)
         makeDecoder();
@@ -49,15 +49,37 @@ bool PictureDecoder::reposition(std::int64_t frame) {
     for (const FramePacket* packet = m_packets.peek();
          packet != nullptr && packet->number < start.keyframe; packet = m_packets.peek())
         m_packets.drop();
-    return true;
+}
+
+bool PictureDecoder::reposition(std::int64_t frame) {
+    for (std::int64_t limit = frame;;) {
+        DecodeStart start = m_search.startFor(limit);
+        if (m_packets.stopped())
+            return false;
+        if (m_position >= start.keyframe && m_position <= frame)
+            return true; // in the same group already
+        startAt(start);
+        const FramePacket* packet = m_packets.peek();
+        if (packet == nullptr)
+            return !m_packets.stopped();
+        if (!start.isKeyframe || feed(*packet))
+            return true;
+        // A damaged keyframe: what follows builds on the group before, as it does when played.
+        limit = start.keyframe - 1;
+        m_position = -1;
+    }
 }
 
 DecodeResult PictureDecoder::decodeTo(std::int64_t frame, const PictureSink& sink) {
     if (m_position == frame)
         return DecodeResult::reached;
     const bool near = m_position >= 0 && m_position < frame && frame - m_position <= kDecodeOn;
-    if (!near && !reposition(frame))
-        return DecodeResult::stopped;
+    if (!near) {
+        if (!reposition(frame))
+            return DecodeResult::stopped;
+        if (m_position >= 0)
+            sink(m_position);
+    }
     while (m_position < frame) {
         const FramePacket* packet = m_packets.peek();
         if (m_packets.stopped())
@@ -81,13 +103,25 @@ DecodeResult PictureDecoder::decodeNext(const PictureSink& sink) {
     return DecodeResult::reached;
 }
 
+TheoraPicture PictureDecoder::blankPicture() {
+    const th_info& info = *m_headers.info.get();
+    m_blank.assign(info.frame_width, kBlankSample);
+    const int width = static_cast<int>(info.frame_width);
+    const int height = static_cast<int>(info.frame_height);
+    TheoraPicture picture;
+    picture.planes.fill({m_blank.data(), 0, width, height});
+    return picture;
+}
+
 TheoraPicture PictureDecoder::picture() {
     th_ycbcr_buffer planes;
     TheoraPicture picture;
-    if (th_decode_ycbcr_out(m_decoder.get(), planes) != 0)
-        return picture;
-    for (std::size_t i = 0; i < picture.planes.size(); ++i)
-        picture.planes[i] = {planes[i].data, planes[i].stride, planes[i].width, planes[i].height};
+    if (!m_hasPicture || th_decode_ycbcr_out(m_decoder.get(), planes) != 0)
+        picture = blankPicture();
+    else
+        for (std::size_t i = 0; i < picture.planes.size(); ++i)
+            picture.planes[i] = {planes[i].data, planes[i].stride, planes[i].width,
+                                 planes[i].height};
     const th_pixel_fmt format = m_headers.info->pixel_fmt;
     picture.chromaShiftX = format == TH_PF_444 ? 0 : 1;
     picture.chromaShiftY = format == TH_PF_420 ? 1 : 0;

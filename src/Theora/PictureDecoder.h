@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 #include "src/Theora/PageSearch.h"
 #include "src/Theora/StreamHeaders.h"
@@ -40,7 +41,9 @@ public:
 
 private:
     void makeDecoder();
-    void feed(const FramePacket& packet);
+    [[nodiscard]] TheoraPicture blankPicture();
+    bool feed(const FramePacket& packet);
+    void startAt(const DecodeStart& start);
     [[nodiscard]] bool reposition(std::int64_t frame);
 
     const TheoraHeaders& m_headers;
@@ -48,6 +51,8 @@ private:
     PacketReader m_packets;
     TheoraDecoder m_decoder;
     std::int64_t m_position = -1;
+    bool m_hasPicture = false; ///< of this decoder: before its first, libtheora gives stray memory
+    std::vector<std::uint8_t> m_blank; ///< one row of grey, shown until then
 };
 
 } // namespace theora

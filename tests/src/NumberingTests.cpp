@@ -44,6 +44,25 @@ TEST(Numbering, AStreamThatStartsInsideAGroupShowsWhatASequentialDecodeShows) {
     EXPECT_EQ(first->hash, played.front().hash);
 }
 
+TEST(Numbering, AStreamThatStartsWithEmptyOrDamagedFramesShowsGreyUntilAPictureComes) {
+    for (const bool damaged : {false, true}) {
+        ClipSpec spec;
+        spec.frames = 24;
+        spec.granuleShift = 6;
+        spec.isEmpty = [](int frame) { return frame % 8 == 1 || frame % 8 == 2; };
+        spec.dropFrames = 1;
+        spec.damagedFrame = damaged ? 0 : -1;
+        PlaybackSession session(support::makeClip(spec));
+        const auto played = session.playToEnd();
+        ASSERT_EQ(played.size(), 23U);
+        for (const int frame : {23, 1, 2, 20, 3, 1, 9}) {
+            const auto shown = session.seek(frame);
+            ASSERT_TRUE(shown);
+            EXPECT_EQ(shown->hash, played[static_cast<std::size_t>(frame - 1)].hash) << frame;
+        }
+    }
+}
+
 TEST(Numbering, AVersionMismatchDoesNotLoseTheFirstFrame) {
     ClipSpec spec;
     spec.firstNumber = -1; // a version that counts from 1 in a file that counts from 0

@@ -94,6 +94,10 @@ const NamedClip kClips[] = {
          s.frames = 3;
          s.quality = 0;
      })},
+    {"ADamagedKeyframe", clipSpec([](ClipSpec& s) {
+         s.frames = 60;
+         s.damagedFrame = 24;
+     })},
     {"OneFrame", clipSpec([](ClipSpec& s) { s.frames = 1; })},
 };
 

@@ -127,6 +127,8 @@ public:
         for (int frame = 0; frame < m_spec.frames; ++frame)
             addFrame(stream, frame);
         stream.data.erase(stream.data.begin(), stream.data.begin() + m_spec.dropFrames);
+        if (m_spec.damagedFrame >= 0) // a keyframe of a kind that does not exist
+            stream.data[static_cast<std::size_t>(m_spec.damagedFrame)].bytes = {0x3F, 0xFF, 0xFF};
         return stream;
     }
 
