@@ -1,6 +1,7 @@
 #include "ui/BackgroundImport.h"
 
 #include <exception>
+#include <system_error>
 #include <utility>
 
 namespace ui {
@@ -22,44 +23,56 @@ BackgroundImport::~BackgroundImport() {
 void BackgroundImport::start(const std::string& source, const std::string& destination,
                              std::function<void()> onProgress,
                              std::function<void(ImportResult)> onDone) {
-    auto run = std::make_shared<Run>();
-    run->onProgress = std::move(onProgress);
-    run->onDone = [this, done = std::move(onDone)](ImportResult result) {
+    m_run = std::make_shared<Run>();
+    m_run->onProgress = std::move(onProgress);
+    m_run->onDone = [this, done = std::move(onDone)](ImportResult result) {
         finish();
         done(result);
     };
-    m_run = run;
-    m_thread = std::thread([run, source, destination, &loop = m_loop, &files = m_files] {
-        const auto tellProgress = [&] {
-            if (!run->progressPosted.exchange(true)) {
-                loop.post([run] {
-                    run->progressPosted = false;
-                    if (run->onProgress) {
-                        run->onProgress();
-                    }
-                });
-            }
-        };
-        ImportResult result = ImportResult::failed;
-        try {
-            result = importVideo(files, source, destination, run->progress, tellProgress);
-        } catch (const std::exception&) {
-            // Out of memory: nothing but the temporary was touched, and that is gone again.
-            result = ImportResult::failed;
+    try {
+        m_thread = std::thread([run = m_run, source, destination, &loop = m_loop,
+                                &files = m_files] { work(run, source, destination, loop, files); });
+    } catch (const std::system_error&) {
+        m_loop.post([run = m_run] { end(*run, ImportResult::failed); });
+    }
+}
+
+void BackgroundImport::work(const std::shared_ptr<Run>& run, const std::string& source,
+                            const std::string& destination, platform::EventLoop& loop,
+                            platform::FileSystem& files) {
+    const auto tellProgress = [&run, &loop] {
+        if (!run->progressPosted.exchange(true)) {
+            loop.post([run] {
+                run->progressPosted = false;
+                if (run->onProgress) {
+                    run->onProgress();
+                }
+            });
         }
-        loop.post([run, result] {
-            // The callback may end this object and, with it, the callback's own home.
-            const auto done = std::exchange(run->onDone, nullptr);
-            run->onProgress = nullptr;
-            if (done) {
-                done(result);
-            }
-        });
-    });
+    };
+    ImportResult result = ImportResult::failed;
+    try {
+        result = importVideo(files, source, destination, run->progress, tellProgress);
+    } catch (const std::exception&) {
+        // Out of memory: nothing but the temporary was touched, and that is gone again.
+        result = ImportResult::failed;
+    }
+    loop.post([run, result] { end(*run, result); });
+}
+
+void BackgroundImport::end(Run& run, ImportResult result) {
+    // The callback may end the import's owner and, with it, the callback's own home.
+    const auto done = std::exchange(run.onDone, nullptr);
+    run.onProgress = nullptr;
+    if (done) {
+        done(result);
+    }
 }
 
 void BackgroundImport::finish() {
-    m_thread.join();
+    if (m_thread.joinable()) {
+        m_thread.join();
+    }
     m_run.reset();
 }
 

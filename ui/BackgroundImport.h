@@ -40,6 +40,12 @@ private:
         std::function<void(ImportResult)> onDone; ///< UI thread only, empty once abandoned
     };
 
+    /// The thread's work.
+    static void work(const std::shared_ptr<Run>& run, const std::string& source,
+                     const std::string& destination, platform::EventLoop& loop,
+                     platform::FileSystem& files);
+    /// On the UI thread again.
+    static void end(Run& run, ImportResult result);
     void finish();
 
     platform::EventLoop& m_loop;

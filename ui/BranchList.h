@@ -83,6 +83,9 @@ private:
 
     // The action list.
     void rebuildActions();
+    /// Scrolls to an action, the last one for a number beyond; the list is at its top after a
+    /// rebuild.
+    void revealAction(int number);
     [[nodiscard]] std::unique_ptr<Control> makeRow(int number, const scene::Action& action);
     [[nodiscard]] std::unique_ptr<Control> makeConditions(const scene::Action& action) const;
     [[nodiscard]] std::unique_ptr<Control> makeParameters(const scene::Action& action);

@@ -13,6 +13,8 @@
 #include "ui/StyleCombo.h"
 #include "zone/ZoneManager.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace ui {
@@ -25,6 +27,7 @@ constexpr int kConditionDrop = 120;
 constexpr int kLongDrop = 540;
 constexpr int kRowHeight = 33;
 constexpr int kCheckSide = 18;
+constexpr int kLastAction = std::numeric_limits<int>::max();
 
 std::unique_ptr<toolkit::CComboUI> makeCombo(std::u16string_view name, std::u16string_view toolTip,
                                              int dropHeight) {
@@ -79,6 +82,13 @@ void BranchList::rebuildActions() {
     int number = 0;
     for (const auto& action : actions) {
         list->Add(makeRow(number++, *action));
+    }
+}
+
+void BranchList::revealAction(int number) {
+    auto* list = find<toolkit::CListUI>(kActionList);
+    if (list != nullptr && list->GetCount() > 0) {
+        list->reveal(*list->GetItemAt(std::min(number, list->GetCount() - 1)));
     }
 }
 
@@ -225,6 +235,7 @@ void BranchList::addAction(Control& /*sender*/) {
     }
     scene()->addAction(branch, scene::Action::create());
     rebuildActions();
+    revealAction(kLastAction);
 }
 
 void BranchList::removeAction(Control& /*sender*/) {
@@ -238,8 +249,10 @@ void BranchList::removeAction(Control& /*sender*/) {
     Confirmation::ask(context(), *this, "Remove Action?",
                       "Are you sure you want to remove the action?");
     if (answer() == kYes) {
-        scene()->removeAction(branch, list->GetCurSel());
+        const int number = list->GetCurSel();
+        scene()->removeAction(branch, number);
         rebuildActions();
+        revealAction(number);
     }
 }
 

@@ -98,6 +98,7 @@ bool Video::RenderFrame(platform::FrameBuffer* target) {
     if (target != nullptr) {
         copyBottomUp(frame->getBuffer(), width, height, target->bits(), target->byteCount());
     }
+    shownFrame = frame->getFrameNumber();
     m_clip->releaseShownFrame();
     return true;
 }

@@ -42,6 +42,7 @@ public:
     void setFrameReadyCallback(std::function<void()> callback);
 
     int currentFrame = -1; ///< -1 until a video with at least one frame is loaded
+    int shownFrame = -1;   ///< the number of the frame that RenderFrame took last
     int frameCount = 0;
     int width = 0; ///< shown pixels: without the alpha half of an alpha clip
     int height = 0;

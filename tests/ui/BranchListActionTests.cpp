@@ -344,6 +344,25 @@ TEST_F(ActionList, ATypedNameRebuildsTheRowsUnderTheMouseSafely) {
     EXPECT_TRUE(immediate(0).IsSelected());
 }
 
+TEST_F(ActionList, StaysWhereTheWorkIsInALongList) {
+    for (int i = 0; i < 40; ++i) {
+        addAction(1, "A");
+    }
+    show();
+    const auto isInView = [this](int row) {
+        m_window->GetPaintManager().UpdateLayout();
+        const platform::Rect list = m_driver->get(kList).GetPos();
+        const platform::Rect check = immediate(row).GetPos();
+        return check.top >= list.top + 30 && check.bottom <= list.bottom;
+    };
+    m_driver->click(u"ButtonAddAction");
+    EXPECT_TRUE(isInView(40)) << "the new one can be edited at once";
+    m_driver->click(immediate(35));
+    m_driver->clickThen(u"ButtonRemoveAction", answering(Answer::yes));
+    EXPECT_TRUE(isInView(35));
+    EXPECT_EQ(rows(), 40);
+}
+
 TEST_F(ActionList, HoldsManyOfEverything) {
     for (int i = 0; i < 998; ++i) {
         scene().AddBranch();
