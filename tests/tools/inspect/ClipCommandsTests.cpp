@@ -1,0 +1,102 @@
+// video and frames on clips made here: what is printed, in which order, and how refusals end.
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/ClipMaker.h"
+#include "tests/support/TempFolder.h"
+#include "tools/inspect/Command.h"
+
+namespace {
+
+struct Outcome {
+    int code = 0;
+    std::string text;
+};
+
+Outcome run(const inspect::Arguments& arguments) {
+    std::ostringstream out;
+    const int code = inspect::runCommand(arguments, out);
+    return {code, out.str()};
+}
+
+/// "N HASH" lines.
+std::vector<std::pair<int, std::string>> lines(const std::string& text) {
+    std::vector<std::pair<int, std::string>> result;
+    std::istringstream in(text);
+    int number = 0;
+    for (std::string hash; in >> number >> hash;)
+        result.emplace_back(number, hash);
+    return result;
+}
+
+class ClipCommands : public support::TempFolderTest {
+protected:
+    void SetUp() override {
+        support::ClipSpec spec;
+        spec.frames = 30;
+        spec.sound = support::Sound::after;
+        support::writeBytes("clip.ogv", support::makeClip(spec));
+        support::writeBytes("bad.ogv", std::string("no clip at all"));
+    }
+};
+
+TEST_F(ClipCommands, VideoPrintsOneObject) {
+    const Outcome outcome = run({"video", "clip.ogv"});
+    EXPECT_EQ(outcome.code, inspect::kGood);
+    EXPECT_EQ(outcome.text, "{\"file\":\"clip.ogv\",\"width\":64,\"height\":48,\"fps\":25,"
+                            "\"frameCount\":30,\"duration\":1.2000000476837158,\"audio\":true}\n");
+}
+
+TEST_F(ClipCommands, SeeksPrintWhatPlayingPrints) {
+    const Outcome played = run({"frames", "clip.ogv", "--sequential"});
+    const Outcome sought = run({"frames", "clip.ogv"});
+    EXPECT_EQ(played.code, inspect::kGood);
+    EXPECT_EQ(sought.code, inspect::kGood);
+    EXPECT_EQ(lines(played.text).size(), 30U);
+    EXPECT_EQ(played.text, sought.text);
+    EXPECT_EQ(lines(played.text)[3].second.size(), 16U);
+}
+
+TEST_F(ClipCommands, FramesComeInTheOrderAskedFor) {
+    std::map<int, std::string> hashes;
+    for (const auto& [number, hash] : lines(run({"frames", "clip.ogv", "--sequential"}).text))
+        hashes[number] = hash;
+    const auto got = lines(run({"frames", "clip.ogv", "20", "3-5", "20", "random:7:4"}).text);
+    ASSERT_EQ(got.size(), 9U);
+    const int expected[] = {20, 3, 4, 5, 20};
+    for (std::size_t i = 0; i < 5; ++i)
+        EXPECT_EQ(got[i].first, expected[i]);
+    for (const auto& [number, hash] : got)
+        EXPECT_EQ(hash, hashes[number]) << number;
+    EXPECT_EQ(lines(run({"frames", "clip.ogv", "random:7:4"}).text),
+              std::vector(got.begin() + 5, got.end())); // the same seed, the same frames
+    EXPECT_EQ(lines(run({"frames", "clip.ogv", "--sequential", "4", "9"}).text),
+              (std::vector<std::pair<int, std::string>>{{4, hashes[4]}, {9, hashes[9]}}));
+}
+
+TEST_F(ClipCommands, WhatCannotBeReadOrUnderstoodPrintsNothing) {
+    const inspect::Arguments cases[] = {
+        {"video"},
+        {"video", "bad.ogv"},
+        {"video", "missing.ogv"},
+        {"video", "clip.ogv", "more"},
+        {"frames"},
+        {"frames", "bad.ogv"},
+        {"frames", "clip.ogv", "x"},
+        {"frames", "clip.ogv", "5-3"},
+        {"frames", "clip.ogv", "-1"},
+        {"frames", "clip.ogv", "random:1"},
+        {"frames", "clip.ogv", "0-999999999"},
+    };
+    for (const auto& arguments : cases) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.code, inspect::kUnreadable) << arguments.back();
+        EXPECT_EQ(outcome.text, "") << arguments.back();
+    }
+}
+
+} // namespace
