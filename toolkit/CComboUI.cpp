@@ -138,16 +138,12 @@ platform::Size CComboUI::EstimateSize(Size available) const {
     return size;
 }
 
-CControlUI* CComboUI::controlAt(Point point) {
-    return CControlUI::controlAt(point);
-}
-
 void CComboUI::attach(CPaintManagerUI* manager, CControlUI* parent) {
     if (manager == nullptr) {
         CloseDrop();
         m_hot = false;
     }
-    CControlUI::attach(manager, parent);
+    CContainerUI::attach(manager, parent);
 }
 
 platform::Rect CComboUI::textRect() const {
@@ -200,10 +196,6 @@ std::u16string CComboUI::toolTipAt(Point /*point*/) const {
 
 platform::AccessibleRole CComboUI::accessibleRole() const {
     return platform::AccessibleRole::comboBox;
-}
-
-std::u16string CComboUI::accessibleName() const {
-    return CControlUI::accessibleName();
 }
 
 platform::AccessibleState CComboUI::accessibleState() const {

@@ -73,10 +73,8 @@ public:
     /// The items stand in the drop list, not in the window.
     [[nodiscard]] int childCount() const override { return 0; }
     [[nodiscard]] CControlUI* childAt(int /*index*/) const override { return nullptr; }
-    [[nodiscard]] CControlUI* controlAt(Point point) override;
     void attach(CPaintManagerUI* manager, CControlUI* parent) override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
-    [[nodiscard]] std::u16string accessibleName() const override;
     [[nodiscard]] std::u16string accessibleValue() const override { return GetText(); }
     [[nodiscard]] platform::AccessibleState accessibleState() const override;
     [[nodiscard]] int accessibleChildCount() const override { return GetCount(); }

@@ -165,8 +165,8 @@ CControlUI* CContainerUI::controlAt(Point point) {
         return nullptr;
     }
     if (childClip().contains(point)) {
-        for (auto child = m_items.rbegin(); child != m_items.rend(); ++child) {
-            if (CControlUI* found = (*child)->controlAt(point)) {
+        for (std::size_t i = m_items.size(); i-- > 0;) {
+            if (CControlUI* found = m_items[i]->controlAt(point)) {
                 return found;
             }
         }

@@ -284,8 +284,12 @@ platform::AccessibleRole CControlUI::accessibleRole() const {
     return platform::AccessibleRole::picture;
 }
 
-std::u16string CControlUI::accessibleName() const {
+const std::u16string& CControlUI::givenName() const {
     return !m_label.empty() ? m_label : m_toolTip;
+}
+
+std::u16string CControlUI::accessibleName() const {
+    return givenName();
 }
 
 platform::AccessibleState CControlUI::accessibleState() const {

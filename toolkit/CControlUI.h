@@ -167,6 +167,8 @@ protected:
     /// Sends a notification from this control, unless it is in no window. True when the control is
     /// still in one afterwards.
     bool notify(std::u16string_view type, int wParam = 0);
+    /// The name for people that the layout gave: the label, else the tool tip.
+    [[nodiscard]] const std::u16string& givenName() const;
     /// Tells assistive technology, if any listens.
     void accessibleChanged(platform::AccessibleChange change);
 

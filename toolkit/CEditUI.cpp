@@ -196,7 +196,7 @@ platform::AccessibleRole CEditUI::accessibleRole() const {
 }
 
 std::u16string CEditUI::accessibleName() const {
-    return CControlUI::accessibleName();
+    return givenName();
 }
 
 platform::AccessibleState CEditUI::accessibleState() const {

@@ -93,7 +93,7 @@ platform::AccessibleRole CLabelUI::accessibleRole() const {
 
 std::u16string CLabelUI::accessibleName() const {
     std::u16string text = GetText();
-    return text.empty() ? CControlUI::accessibleName() : text;
+    return text.empty() ? givenName() : text;
 }
 
 } // namespace toolkit

@@ -30,7 +30,8 @@ CControlUI* CListUI::Add(std::unique_ptr<CControlUI> control) {
         if (m_header != nullptr) {
             retire(std::exchange(m_header, nullptr));
         }
-        control.release(); // the same object, owned under its own kind from here on
+        static_cast<void>(
+            control.release()); // the same object, owned under its own kind from here on
         m_header.reset(header);
         header->attach(GetManager(), this);
         NeedUpdate();

@@ -214,18 +214,16 @@ void CPaintManagerUI::SendNotify(CControlUI& control, std::u16string_view type, 
     }
     const Busy busy(this);
     TNotifyUI message{std::u16string(type), &control, wParam, lParam};
-    for (std::size_t i = 0; i < m_notifiers.size(); ++i) {
-        m_notifiers[i]->Notify(message);
+    const std::vector<INotifyUI*> notifiers = m_notifiers; // a handler may add one
+    for (INotifyUI* notifier : notifiers) {
+        notifier->Notify(message);
     }
 }
 
 bool CPaintManagerUI::filter(const platform::Event& event) {
-    for (std::size_t i = 0; i < m_filters.size(); ++i) {
-        if (m_filters[i]->MessageHandler(event)) {
-            return true;
-        }
-    }
-    return false;
+    const std::vector<IMessageFilterUI*> filters = m_filters; // a handler may add one
+    return std::any_of(filters.begin(), filters.end(),
+                       [&](IMessageFilterUI* filter) { return filter->MessageHandler(event); });
 }
 
 platform::Point CPaintManagerUI::toScreen(Point at) const {

@@ -18,7 +18,7 @@ CControlUI* CComboUI::AddAt(std::unique_ptr<CControlUI> control, int index) {
         return nullptr;
     }
     makeOwnItems();
-    control.release(); // the same object, owned under its own kind from here on
+    static_cast<void>(control.release()); // the same object, owned under its own kind from here on
     m_comboItems.insert(m_comboItems.begin() + index, Item(item));
     item->attach(nullptr, this);
     if (m_current >= index) {

@@ -100,7 +100,9 @@ std::map<std::string, std::set<std::string>> documentedAttributes() {
             elements.clear();
             std::istringstream names(line.substr(3));
             for (std::string name; std::getline(names >> std::ws, name, ',');) {
-                elements.push_back(name);
+                if (name.find(' ') == std::string::npos) { // else a chapter, not an element
+                    elements.push_back(name);
+                }
             }
         }
         if (!line.starts_with("| `")) {
