@@ -32,7 +32,16 @@ protected:
         std::filesystem::current_path("Programs/Quorvel");
         std::filesystem::copy(data / "UI", "UI", std::filesystem::copy_options::recursive);
         std::filesystem::copy(data / "Translations.ini", "Translations.ini");
+        writeBytes("Scenes/\xC3\x9C"
+                   "bung/Scene.xml",
+                   "<Scene><Name>\xC3\x9C"
+                   "bung</Name><Branch><Action/></Branch></Scene>");
         m_script->on(u"OpenSceneWindow", [this] { m_script->click(u"ButtonExit"); });
+    }
+    /// From here on the script opens the scene.
+    void openTheScene() {
+        m_script = std::make_unique<tour::Script>("./");
+        m_script->on(u"OpenSceneWindow", [this] { m_script->click(u"ButtonLoadScene"); });
     }
     int run(const std::string& commandLine) {
         m_script->play(test::gui());
@@ -44,7 +53,7 @@ protected:
                 }
                 auto gui = std::make_unique<test::ScriptedGui>(test::gui());
                 gui->library.fails = m_componentsFail;
-                gui->ends = [this] { return !m_script->problem().empty(); };
+                gui->ends = [this] { return m_sessionEnds || !m_script->problem().empty(); };
                 return gui;
             });
         m_script->stop();
@@ -58,6 +67,7 @@ protected:
     std::unique_ptr<tour::Script> m_script = std::make_unique<tour::Script>("./");
     bool m_hasDisplay = true;
     bool m_componentsFail = false;
+    bool m_sessionEnds = false;
     int m_guis = 0;
 };
 
@@ -94,6 +104,18 @@ TEST_F(Program, WithoutADisplayItFails) {
     EXPECT_EQ(run(""), 1);
 }
 
+TEST_F(Program, AClosedBranchEditorIsShownAgainUnlessTheSessionEnds) {
+    openTheScene();
+    m_script->on(u"QuorvelWindow", [] { test::topWindow().Close(); });
+    m_script->on(u"QuorvelWindow", [this] {
+        m_sessionEnds = true;
+        test::topWindow().Close();
+    });
+    EXPECT_EQ(run("Launcher"), 0);
+    EXPECT_TRUE(m_script->isFinished()) << m_script->problem();
+    EXPECT_EQ(m_process.requests.size(), 1U);
+}
+
 TEST_F(Program, WithoutALayoutItEndsNormally) {
     std::filesystem::remove("UI/OpenScene.xml");
     EXPECT_EQ(run(""), 0);
@@ -109,15 +131,10 @@ TEST_F(Program, TheConditionsFollowTheLanguageOfTheSettings) {
          "ais",
          {u"Default", u"Keypress", u"Zone", u"Random"}},
     };
-    writeBytes("Scenes/\xC3\x9C"
-               "bung/Scene.xml",
-               "<Scene><Name>\xC3\x9C"
-               "bung</Name><Branch><Action/></Branch></Scene>");
     for (const auto& [language, texts] : cases) {
         writeBytes("../../Settings/Settings.ini", "language=" + std::string(language) + "\r\n");
         Texts shown;
-        m_script = std::make_unique<tour::Script>("./");
-        m_script->on(u"OpenSceneWindow", [this] { m_script->click(u"ButtonLoadScene"); });
+        openTheScene();
         m_script->on(u"QuorvelWindow", [&] {
             test::WindowDriver branches(test::topWindow());
             shown = test::itemsOf(

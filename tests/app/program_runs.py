@@ -57,7 +57,7 @@ class ProgramRuns(unittest.TestCase):
             stream.write(text)
 
     def start(self, *arguments):
-        environment = dict(os.environ, XDG_RUNTIME_DIR=self.product)
+        environment = dict(os.environ, XDG_RUNTIME_DIR=self.product, LC_ALL="C.UTF-8")
         return subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, env=environment,
                                 stderr=subprocess.PIPE)
 
