@@ -28,13 +28,14 @@ protected:
         app::handOffToLauncher();
         std::vector<std::string> programs;
         for (const platform::LaunchRequest& request : m_process.requests) {
-            EXPECT_EQ(request.program.rfind(m_folder.path(), 0), 0U) << request.program;
-            EXPECT_EQ(request.workingFolder + request.program.substr(request.workingFolder.size()),
-                      request.program);
-            EXPECT_EQ(request.workingFolder.back(), '/');
-            EXPECT_EQ(request.program.find('/', request.workingFolder.size()), std::string::npos);
+            const std::string program = support::withSlashes(request.program);
+            const std::string folder = support::withSlashes(request.workingFolder);
+            EXPECT_EQ(program.rfind(support::withSlashes(m_folder.path()), 0), 0U) << program;
+            EXPECT_EQ(folder + program.substr(folder.size()), program);
+            EXPECT_EQ(folder.back(), '/');
+            EXPECT_EQ(program.find('/', folder.size()), std::string::npos);
             EXPECT_EQ(request.arguments, "");
-            programs.push_back(request.program.substr(m_folder.path().size()));
+            programs.push_back(program.substr(m_folder.path().size()));
         }
         return programs;
     }

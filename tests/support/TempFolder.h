@@ -38,5 +38,7 @@ void writeBytes(const std::string& path, const std::string& bytes);
 /// Every file below `folder`, as sorted relative paths with "/".
 [[nodiscard]] std::vector<std::string> filesBelow(const std::string& folder);
 void makeFolder(const std::string& path);
+/// A path that the system gave, with "/" wherever it writes a separator of its own.
+[[nodiscard]] std::string withSlashes(std::string path);
 
 } // namespace support
