@@ -1,6 +1,7 @@
 #include "tools/inspect/FrameList.h"
 
 #include <charconv>
+#include <cstdint>
 #include <optional>
 #include <random>
 #include <string_view>
@@ -10,8 +11,9 @@ namespace {
 
 constexpr int kMostFrames = 100'000'000; // of one item; more would only fill the memory
 
-std::optional<int> readNumber(std::string_view text) {
-    int value = 0;
+template <typename Number = int>
+std::optional<Number> readNumber(std::string_view text) {
+    Number value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (text.empty() || error != std::errc() || end != text.data() + text.size() || value < 0)
         return std::nullopt;
@@ -22,11 +24,11 @@ bool addRandom(std::string_view text, int frameCount, std::vector<int>& frames) 
     const std::size_t colon = text.find(':');
     if (colon == std::string_view::npos)
         return false;
-    const auto seed = readNumber(text.substr(0, colon));
+    const auto seed = readNumber<std::uint32_t>(text.substr(0, colon));
     const auto count = readNumber(text.substr(colon + 1));
     if (!seed || !count || *count > kMostFrames)
         return false;
-    std::mt19937 random(static_cast<std::uint32_t>(*seed));
+    std::mt19937 random(*seed);
     for (int i = 0; i < *count && frameCount > 0; ++i)
         frames.push_back(static_cast<int>(random() % static_cast<std::uint32_t>(frameCount)));
     return true;

@@ -1,7 +1,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <set>
+#include <map>
+#include <optional>
 
 #include "core/StandardError.h"
 #include "src/TheoraException.h"
@@ -20,35 +21,50 @@ std::string hexText(std::uint64_t value) {
     return std::string(kDigits - text.size(), '0') + text;
 }
 
+/// Prints one line; a frame that did not come is a finding.
+int printFrame(int number, const std::optional<std::uint64_t>& hash, std::ostream& out) {
+    out << number << ' ' << (hash ? hexText(*hash) : "-") << '\n';
+    return hash ? kGood : kFindings;
+}
+
 int seekFrames(FrameFetcher& clip, const std::vector<int>& frames, std::ostream& out) {
     int result = kGood;
     for (const int frame : frames) {
         const auto fetched = clip.fetch(frame);
-        if (fetched) {
-            out << frame << ' ' << hexText(fetched->hash) << '\n';
-        } else {
-            out << frame << " -\n";
-            result = kFindings;
-        }
+        result |= printFrame(frame, fetched ? std::optional(fetched->hash) : std::nullopt, out);
         out.flush();
     }
     return result;
 }
 
-/// wanted: empty = all.
-int playFrames(FrameFetcher& clip, const std::set<int>& wanted, std::ostream& out) {
+int playAll(FrameFetcher& clip, std::ostream& out) {
     int expected = 0;
     while (const auto frame = clip.next()) {
         expected = frame->number + 1;
-        if (wanted.empty() || wanted.count(frame->number) > 0)
-            out << frame->number << ' ' << hexText(frame->hash) << '\n';
-        if (!wanted.empty() && expected > *wanted.rbegin())
-            return kGood;
+        (void)printFrame(frame->number, frame->hash, out);
     }
-    if (clip.atEnd())
+    return clip.atEnd() ? kGood : printFrame(expected, std::nullopt, out);
+}
+
+/// Prints in the order asked for, although the frames come in their own.
+int playFrames(FrameFetcher& clip, const std::vector<int>& frames, std::ostream& out) {
+    if (frames.empty())
         return kGood;
-    out << expected << " -\n";
-    return kFindings;
+    const int last = *std::max_element(frames.begin(), frames.end());
+    std::map<int, std::uint64_t> played;
+    while (played.empty() || played.rbegin()->first < last) {
+        const auto frame = clip.next();
+        if (!frame)
+            break;
+        played.emplace(frame->number, frame->hash);
+    }
+    int result = kGood;
+    for (const int frame : frames) {
+        const auto found = played.find(frame);
+        result |= printFrame(
+            frame, found == played.end() ? std::nullopt : std::optional(found->second), out);
+    }
+    return result;
 }
 
 } // namespace
@@ -68,7 +84,7 @@ int runFrames(const Arguments& arguments, std::ostream& out) {
             if (!addFrames(item, clip.frameCount(), frames))
                 return badUsage("frames", "which frames of which file?");
         if (sequential)
-            return playFrames(clip, {frames.begin(), frames.end()}, out);
+            return items.empty() ? playAll(clip, out) : playFrames(clip, frames, out);
         if (items.empty())
             for (int frame = 0; frame < clip.frameCount(); ++frame)
                 frames.push_back(frame);

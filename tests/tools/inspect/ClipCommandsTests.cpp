@@ -74,8 +74,20 @@ TEST_F(ClipCommands, FramesComeInTheOrderAskedFor) {
         EXPECT_EQ(hash, hashes[number]) << number;
     EXPECT_EQ(lines(run({"frames", "clip.ogv", "random:7:4"}).text),
               std::vector(got.begin() + 5, got.end())); // the same seed, the same frames
-    EXPECT_EQ(lines(run({"frames", "clip.ogv", "--sequential", "4", "9"}).text),
-              (std::vector<std::pair<int, std::string>>{{4, hashes[4]}, {9, hashes[9]}}));
+    const auto played = run({"frames", "clip.ogv", "9", "--sequential", "4", "9"});
+    EXPECT_EQ(played.code, inspect::kGood);
+    EXPECT_EQ(lines(played.text), (std::vector<std::pair<int, std::string>>{
+                                      {9, hashes[9]}, {4, hashes[4]}, {9, hashes[9]}}));
+    EXPECT_EQ(lines(run({"frames", "clip.ogv", "random:4294967295:3"}).text).size(), 3U);
+}
+
+TEST_F(ClipCommands, AFrameThatPlayingDoesNotReachIsAFinding) {
+    const Outcome played = run({"frames", "clip.ogv", "--sequential", "99", "29"});
+    EXPECT_EQ(played.code, inspect::kFindings);
+    const auto got = lines(played.text);
+    ASSERT_EQ(got.size(), 2U);
+    EXPECT_EQ(got[0], std::pair(99, std::string("-")));
+    EXPECT_EQ(got[1].second.size(), 16U);
 }
 
 TEST_F(ClipCommands, WhatCannotBeReadOrUnderstoodPrintsNothing) {
