@@ -7,6 +7,7 @@
 #include <vorbis/codec.h>
 
 #include "src/Theora/TheoraVideoClip_Theora.h"
+#include "src/TheoraException.h"
 #include "src/TheoraFileDataSource.h"
 #include "src/TheoraLog.h"
 
@@ -75,7 +76,12 @@ TheoraVideoClip* TheoraVideoManager::createClip(std::unique_ptr<TheoraDataSource
     auto clip = std::make_unique<TheoraVideoClip_Theora>(
         std::move(source), mode, precacheCount > 0 ? precacheCount : m_defaultPrecacheCount,
         powerOfTwoStride, m_workSignal, m_audioFactory);
-    clip->load();
+    try {
+        clip->load();
+    } catch (const TheoraGenericException& error) {
+        writeLog(error.getErrorText()); // what the caller shows says less
+        throw;
+    }
     TheoraVideoClip* created = clip.get();
     {
         const TheoraLock lock(m_workMutex);

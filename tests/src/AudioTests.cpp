@@ -31,8 +31,8 @@ private:
     class Sink : public theora::TheoraAudioInterface {
     public:
         explicit Sink(Recorder& owner) : m_owner(owner) {}
-        void insertData(const float* samples, int count) override {
-            m_owner.samples.insert(m_owner.samples.end(), samples, samples + count);
+        void insertData(const float* data, int count) override {
+            m_owner.samples.insert(m_owner.samples.end(), data, data + count);
         }
         void flush() override {
             ++m_owner.flushes;

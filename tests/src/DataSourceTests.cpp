@@ -87,6 +87,17 @@ TEST(Manager, WritesItsBannerAndTheNameOfEachClip) {
     EXPECT_EQ(lines[4], "Creating video from data source: memory clip");
 }
 
+TEST(Manager, TellsItsLogWhyAClipWasRefused) {
+    std::vector<std::string> lines;
+    theora::setLogHook([&](const std::string& line) { lines.push_back(line); });
+    theora::TheoraVideoManager manager(0);
+    EXPECT_THROW((void)manager.createClip("missing.ogv", theora::TheoraOutputMode::TH_RGB),
+                 theora::TheoraGenericException);
+    theora::setLogHook({});
+    EXPECT_EQ(lines.back(), "[TheoraGenericException: src\\TheoraDataSource.cpp:40] - Can't open "
+                            "video file: missing.ogv");
+}
+
 /// A file on a medium that fails after some reads: by throwing, or by giving nothing.
 class FailingSource : public MemorySource {
 public:
