@@ -56,8 +56,24 @@ Event eventOf(UINT message) {
 
 } // namespace
 
+bool Win32Window::followMove(UINT message, LPARAM wideLong) {
+    if (!m_moveGrip) {
+        return false;
+    }
+    if (message != WM_MOUSEMOVE) {
+        m_moveGrip.reset();
+        ReleaseCapture();
+        return true;
+    }
+    POINT point{GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)};
+    ClientToScreen(m_handle.get(), &point);
+    SetWindowPos(m_handle.get(), nullptr, point.x - m_moveGrip->x, point.y - m_moveGrip->y, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    return true;
+}
+
 void Win32Window::handleMouse(UINT message, WPARAM /*wide*/, LPARAM wideLong) {
-    if (!m_enabled) {
+    if (!m_enabled || followMove(message, wideLong)) {
         return;
     }
     if (!m_tracksLeave) {
@@ -154,6 +170,13 @@ void Win32Window::beginMove() {
     }
     POINT point{};
     GetCursorPos(&point);
+    if (GetAsyncKeyState(VK_LBUTTON) >= 0) {
+        // No button is held as the system sees it, which would wait for its release for ever: the
+        // pointer is followed here.
+        m_moveGrip = Point{point.x - geometry().left, point.y - geometry().top};
+        SetCapture(window);
+        return;
+    }
     // As if the caption were held: the system moves the window until the button comes up.
     SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(point.x, point.y));
 }

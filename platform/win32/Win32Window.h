@@ -71,6 +71,7 @@ private:
     std::optional<LRESULT> handleFrame(UINT message, WPARAM wide, LPARAM wideLong);
     std::optional<LRESULT> handleInput(UINT message, WPARAM wide, LPARAM wideLong);
     void handleMouse(UINT message, WPARAM wide, LPARAM wideLong);
+    bool followMove(UINT message, LPARAM wideLong);
     bool handleWheel(WPARAM wide, LPARAM wideLong);
     void handleLeave();
     void loseCapture();
@@ -106,6 +107,7 @@ private:
     std::set<unsigned> m_timers;
     PointerShape m_pointer = PointerShape::arrow;
     bool m_captured = false;
+    std::optional<Point> m_moveGrip; ///< pointer within the window while we move it ourselves
     bool m_tracksLeave = false;
     char16_t m_highSurrogate = u'\0';
     bool m_preedit = false;
