@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
 #include "core/File.h"
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "core/Text.h"
 
 namespace app {
 namespace {
@@ -17,6 +19,8 @@ constexpr std::array<const char*, 3> kSettingsFiles{
 constexpr const char* kMenuProgram = "../../Vemora.exe";
 constexpr const char* kOtherMenuProgram = "../../Brimwick/Vemora.exe";
 constexpr std::int64_t kMaxSettingsBytes = 64 * 1024; // twice the longest path of any system
+/// UTF-16 units: what one system can start bounds every system, so that a product behaves alike.
+constexpr std::size_t kMaxFullPath = 259;
 
 /// The text of the first settings file there is, up to a zero byte and without blanks at its end;
 /// empty when there is none or it cannot be read. The files after the first are not looked at.
@@ -44,7 +48,7 @@ bool launch(const std::string& program, const std::string& arguments,
     if (program.empty())
         return false;
     const std::string fullPath = core::services().fileSystem->fullPath(program);
-    if (fullPath.empty())
+    if (fullPath.empty() || core::displayText(fullPath).size() > kMaxFullPath)
         return false;
     const std::string folder = workingFolder.empty() ? core::folderOf(fullPath) : workingFolder;
     return core::services().process->launch({fullPath, arguments, folder});

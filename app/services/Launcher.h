@@ -11,7 +11,8 @@ namespace app {
 void handOffToLauncher();
 
 /// Starts `program` and does not wait. `arguments` may be empty; `workingFolder` too: the program's
-/// own folder then. False when the path cannot be completed or the program does not start.
+/// own folder then. False when the path cannot be completed, is then longer than 259 characters, or
+/// the program does not start.
 [[nodiscard]] bool launch(const std::string& program, const std::string& arguments,
                           const std::string& workingFolder);
 

@@ -111,6 +111,18 @@ TEST_F(LauncherTest, OnlyAFailedLaunchFallsBackToTheFixedPlaces) {
     EXPECT_EQ(m_log.errors(), std::vector<std::string>{});
 }
 
+TEST_F(LauncherTest, AFullPathOfMoreThan259CharactersIsNotStarted) {
+    const std::size_t folder = m_files.fullPath("m").size() - 1;
+    EXPECT_TRUE(app::launch(std::string(259 - folder, 'm'), "", ""));
+    EXPECT_FALSE(app::launch(std::string(260 - folder, 'm'), "", ""));
+    std::string name;
+    for (std::size_t i = folder; i < 259; ++i)
+        name += "\xC3\xA9"; // two bytes, one character
+    EXPECT_TRUE(app::launch(name, "", ""));
+    EXPECT_FALSE(app::launch(name + "m", "", ""));
+    EXPECT_EQ(m_process.requests.size(), 2U);
+}
+
 TEST_F(LauncherTest, ArgumentsAndFolderArePassedOn) {
     EXPECT_FALSE(app::launch("", "", ""));
     EXPECT_TRUE(app::launch("menu.exe", "a b", "elsewhere"));
