@@ -36,6 +36,7 @@ TEST(PathPieces, SplitAtTheLastSeparatorOfEitherKindAndTheLastDotOfTheName) {
          "bung",
          ".ogv"},
         {"long/" + std::string(300, 'n') + ".ogv", "long/", std::string(300, 'n'), ".ogv"},
+        {std::string(300, 'f') + "\\n.ogv", std::string(300, 'f') + "\\", "n", ".ogv"},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(core::folderOf(c.path), c.folder) << c.path;
