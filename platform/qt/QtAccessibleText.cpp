@@ -1,5 +1,5 @@
 // The text of edits and combos for assistive technology. Offsets are UTF-16 code units.
-#include "platform/qt/Guard.h"
+#include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtText.h"
 

@@ -1,6 +1,6 @@
 #include "platform/qt/QtEventLoop.h"
 
-#include "platform/qt/Guard.h"
+#include "platform/Guard.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

@@ -1,6 +1,6 @@
 #include "platform/qt/QtFileDialog.h"
 
-#include "platform/qt/Guard.h"
+#include "platform/Guard.h"
 #include "platform/qt/QtWindow.h"
 
 #include <QFileDialog>

@@ -1,6 +1,6 @@
 #include "platform/qt/QtGui.h"
 
-#include "platform/qt/Guard.h"
+#include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtDisplay.h"
 
@@ -65,8 +65,8 @@ std::unique_ptr<Gui> createGui() {
     if (!qt::isDisplayAvailable()) {
         return nullptr;
     }
-    return qt::guarded("start of the window system", std::unique_ptr<Gui>(),
-                       [] { return std::unique_ptr<Gui>(std::make_unique<qt::QtGui>()); });
+    return guarded("start of the window system", std::unique_ptr<Gui>(),
+                   [] { return std::unique_ptr<Gui>(std::make_unique<qt::QtGui>()); });
 }
 
 } // namespace platform

@@ -1,6 +1,6 @@
 #include "platform/qt/QtSignals.h"
 
-#include "platform/qt/Guard.h"
+#include "platform/Guard.h"
 
 #include <atomic>
 #include <utility>

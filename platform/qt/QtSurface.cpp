@@ -1,6 +1,6 @@
 #include "platform/qt/QtSurface.h"
 
-#include "platform/qt/Guard.h"
+#include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtWindow.h"
 

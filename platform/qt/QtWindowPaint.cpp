@@ -1,6 +1,6 @@
 // Painting of a window: what changed is drawn into a picture that is kept, and the changed part of
 // the picture goes to the screen.
-#include "platform/qt/Guard.h"
+#include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtWindow.h"
 #include "platform/qt/QtWindowHost.h"

@@ -1,7 +1,7 @@
 #include "platform/win32/Win32Accessible.h"
 
+#include "platform/Guard.h"
 #include "platform/win32/AccessibleNode.h"
-#include "platform/win32/Guard.h"
 #include "platform/win32/Win32Window.h"
 
 #include <memory>

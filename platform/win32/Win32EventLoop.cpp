@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/win32/Guard.h"
+#include "platform/Guard.h"
 
 namespace platform::win32 {
 

@@ -1,6 +1,6 @@
 #include "platform/win32/Win32FileDialog.h"
 
-#include "platform/win32/Guard.h"
+#include "platform/Guard.h"
 #include "platform/win32/Win32Path.h"
 #include "platform/win32/Win32Window.h"
 

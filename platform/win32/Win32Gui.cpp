@@ -1,7 +1,7 @@
 // The Windows back end as a whole.
 #include "platform/Gui.h"
 
-#include "platform/win32/Guard.h"
+#include "platform/Guard.h"
 #include "platform/win32/Win32EventLoop.h"
 #include "platform/win32/Win32FileDialog.h"
 #include "platform/win32/Win32FontSet.h"
@@ -50,8 +50,8 @@ private:
 } // namespace win32
 
 std::unique_ptr<Gui> createGui() {
-    return win32::guarded("start of the window system", std::unique_ptr<Gui>(),
-                          [] { return std::unique_ptr<Gui>(std::make_unique<win32::Win32Gui>()); });
+    return guarded("start of the window system", std::unique_ptr<Gui>(),
+                   [] { return std::unique_ptr<Gui>(std::make_unique<win32::Win32Gui>()); });
 }
 
 } // namespace platform

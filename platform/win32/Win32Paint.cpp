@@ -1,6 +1,6 @@
 // Painting of a window: what changed is drawn into a picture that is kept, and the system's request
 // is answered from the picture.
-#include "platform/win32/Guard.h"
+#include "platform/Guard.h"
 #include "platform/win32/Win32Canvas.h"
 #include "platform/win32/Win32Window.h"
 

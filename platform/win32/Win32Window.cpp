@@ -1,6 +1,6 @@
 #include "platform/win32/Win32Window.h"
 
-#include "platform/win32/Guard.h"
+#include "platform/Guard.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Accessible.h"
 #include "platform/win32/Win32FrameBuffer.h"

@@ -1,5 +1,5 @@
 // The window procedure: sorts messages by subject.
-#include "platform/win32/Guard.h"
+#include "platform/Guard.h"
 #include "platform/win32/Win32Accessible.h"
 #include "platform/win32/Win32Window.h"
 

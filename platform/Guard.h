@@ -1,10 +1,10 @@
-// The border between Qt and our code: Qt must never see an exception.
+// The border between the system's callbacks and our code: no exception may cross it.
 #pragma once
 
 #include <cstdio>
 #include <exception>
 
-namespace platform::qt {
+namespace platform {
 
 /// Runs `work` and gives its result, or `fallback` and a line on stderr when it throws.
 template <typename Work, typename Result>
@@ -27,4 +27,4 @@ void guardedRun(const char* where, Work&& work) noexcept {
     });
 }
 
-} // namespace platform::qt
+} // namespace platform
