@@ -6,12 +6,12 @@
 // ZoneEditZones.cpp (the list of zones, saving), ZoneEditMouse.cpp (the point tools).
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
 #include "ui/NameList.h"
-
-#include <memory>
-#include <string>
 
 namespace video {
 class CVideoUI;

@@ -1,12 +1,11 @@
-#include "ZoneEdit/ZoneEdit.h"
+#include <algorithm>
 
+#include "ZoneEdit/ZoneEdit.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
 #include "toolkit/COptionUI.h"
 #include "video/CVideoUI.h"
 #include "zone/ZoneManager.h"
-
-#include <algorithm>
 
 namespace zoneedit {
 

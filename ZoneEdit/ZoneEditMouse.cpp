@@ -1,13 +1,12 @@
-#include "ZoneEdit/ZoneEdit.h"
+#include <cstddef>
 
+#include "ZoneEdit/ZoneEdit.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "platform/Window.h"
 #include "toolkit/COptionUI.h"
 #include "video/CVideoUI.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
-
-#include <cstddef>
 
 namespace zoneedit {
 

@@ -1,5 +1,8 @@
-#include "ZoneEdit/ZoneEdit.h"
+#include <algorithm>
+#include <utility>
+#include <vector>
 
+#include "ZoneEdit/ZoneEdit.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Paths.h"
 #include "core/Text.h"
@@ -9,10 +12,6 @@
 #include "video/CVideoUI.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
-
-#include <algorithm>
-#include <utility>
-#include <vector>
 
 namespace zoneedit {
 

@@ -11,15 +11,17 @@ constexpr long kChunk = 65536;
 } // namespace
 
 PlaybackFloor::PlaybackFloor(const std::string& path) : m_file(std::fopen(path.c_str(), "rb")) {
-    if (!m_file)
+    if (!m_file) {
         throw std::runtime_error("cannot open " + path);
+    }
     ogg_sync_init(&m_sync);
     th_info_init(&m_info);
     readHeaders();
     buildIndex();
     m_decoder = th_decode_alloc(&m_info, m_setup);
-    if (m_decoder == nullptr)
+    if (m_decoder == nullptr) {
         throw std::runtime_error("no decoder for " + path);
+    }
     startAt(m_dataStart);
 }
 
@@ -27,8 +29,9 @@ PlaybackFloor::~PlaybackFloor() {
     th_decode_free(m_decoder);
     th_setup_free(m_setup);
     th_info_clear(&m_info);
-    if (m_haveStream)
+    if (m_haveStream) {
         ogg_stream_clear(&m_stream);
+    }
     ogg_sync_clear(&m_sync);
 }
 
@@ -46,8 +49,9 @@ bool PlaybackFloor::readPage(ogg_page& page) {
         }
         char* buffer = ogg_sync_buffer(&m_sync, kChunk);
         const auto got = static_cast<long>(std::fread(buffer, 1, kChunk, m_file.get()));
-        if (got == 0)
+        if (got == 0) {
             return false;
+        }
         ogg_sync_wrote(&m_sync, got);
     }
 }
@@ -55,14 +59,17 @@ bool PlaybackFloor::readPage(ogg_page& page) {
 bool PlaybackFloor::readPacket(ogg_packet& packet) {
     for (;;) {
         const int got = ogg_stream_packetout(&m_stream, &packet);
-        if (got > 0 && (packet.bytes == 0 || (packet.packet[0] & 0x80) == 0))
+        if (got > 0 && (packet.bytes == 0 || (packet.packet[0] & 0x80) == 0)) {
             return true;
-        if (got != 0)
+        }
+        if (got != 0) {
             continue;
+        }
         ogg_page page;
         do {
-            if (!readPage(page))
+            if (!readPage(page)) {
                 return false;
+            }
         } while (ogg_page_serialno(&page) != m_stream.serialno);
         ogg_stream_pagein(&m_stream, &page);
     }
@@ -85,16 +92,19 @@ void PlaybackFloor::readHeaders() {
             ogg_stream_init(&m_stream, ogg_page_serialno(&page));
             m_haveStream = true;
         }
-        if (!m_haveStream || ogg_page_serialno(&page) != m_stream.serialno)
+        if (!m_haveStream || ogg_page_serialno(&page) != m_stream.serialno) {
             continue;
+        }
         ogg_stream_pagein(&m_stream, &page);
         ogg_packet packet;
-        while (headers < 3 && ogg_stream_packetout(&m_stream, &packet) > 0)
+        while (headers < 3 && ogg_stream_packetout(&m_stream, &packet) > 0) {
             headers += th_decode_headerin(&m_info, &comment, &m_setup, &packet) > 0 ? 1 : 3;
+        }
     }
     th_comment_clear(&comment);
-    if (headers != 3)
+    if (headers != 3) {
         throw std::runtime_error("no Theora headers");
+    }
     m_dataStart = m_pageStart;
 }
 
@@ -106,14 +116,16 @@ void PlaybackFloor::buildIndex() {
     Entry key;
     ogg_page page;
     while (readPage(page)) {
-        if (ogg_page_serialno(&page) != m_stream.serialno)
+        if (ogg_page_serialno(&page) != m_stream.serialno) {
             continue;
+        }
         ogg_stream_pagein(&m_stream, &page);
         ogg_packet packet;
         bool ended = false;
         while (ogg_stream_packetout(&m_stream, &packet) > 0) {
-            if (packet.bytes > 0 && (packet.packet[0] & 0x80) != 0)
+            if (packet.bytes > 0 && (packet.packet[0] & 0x80) != 0) {
                 continue;
+            }
             const int frame = frameCount();
             if (th_packet_iskeyframe(&packet) == 1) {
                 keyframe = frame;
@@ -137,25 +149,31 @@ void PlaybackFloor::seek(int frame) {
     if (entry.pageEnds > 0) { // pass over what ends on that page
         ogg_page page;
         do {
-            if (!readPage(page))
+            if (!readPage(page)) {
                 return;
+            }
         } while (ogg_page_serialno(&page) != m_stream.serialno);
         ogg_stream_pagein(&m_stream, &page);
         while (ogg_stream_packetout(&m_stream, &packet) != 0) {
         }
     }
-    for (; at < entry.keyframe; ++at)
-        if (!readPacket(packet))
+    for (; at < entry.keyframe; ++at) {
+        if (!readPacket(packet)) {
             return;
-    for (; at <= frame; ++at)
-        if (!next())
+        }
+    }
+    for (; at <= frame; ++at) {
+        if (!next()) {
             return;
+        }
+    }
 }
 
 bool PlaybackFloor::next() {
     ogg_packet packet;
-    if (!readPacket(packet))
+    if (!readPacket(packet)) {
         return false;
+    }
     th_decode_packetin(m_decoder, &packet, nullptr);
     th_ycbcr_buffer picture;
     th_decode_ycbcr_out(m_decoder, picture);

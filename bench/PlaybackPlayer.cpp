@@ -33,13 +33,15 @@ double PlaybackPlayer::seek(int frame, bool release) {
             const std::lock_guard lock(m_mutex);
             seen = m_ready;
         }
-        if (m_clip->peekReadyFrame() != nullptr)
+        if (m_clip->peekReadyFrame() != nullptr) {
             break;
+        }
         waitForChange(seen);
     }
     const double time = millisecondsSince(start);
-    if (release)
+    if (release) {
         m_clip->releaseShownFrame();
+    }
     return time;
 }
 
@@ -59,8 +61,9 @@ double PlaybackPlayer::playAll() {
             m_clip->releaseShownFrame();
             ++shown;
         } else if (m_clip->getNumReadyFrames() == 0) {
-            if (m_clip->endOfFile.load())
+            if (m_clip->endOfFile.load()) {
                 break;
+            }
             waitForChange(seen);
         }
     }
@@ -72,8 +75,9 @@ void PlaybackPlayer::settle() {
     // The second decoder tells nobody when it is done; a measurement may well wait.
     constexpr int kFullRounds = 40;
     for (int quiet = 0; quiet < kFullRounds; ++quiet) {
-        if (m_clip->wantsWork())
+        if (m_clip->wantsWork()) {
             quiet = 0;
+        }
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
 }

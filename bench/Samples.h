@@ -24,8 +24,9 @@ public:
 
 private:
     [[nodiscard]] double at(double share) const {
-        if (m_values.empty())
+        if (m_values.empty()) {
             return 0;
+        }
         std::vector<double> sorted = m_values;
         std::sort(sorted.begin(), sorted.end());
         const auto index = static_cast<std::size_t>(share * static_cast<double>(sorted.size()));

@@ -1,10 +1,10 @@
 // The parts of a 33 ms video repaint that the canvas does, on a 1920x1088 picture shown at
 // 1280x720. Budget of the whole repaint: 6 ms; of the scaler: 2 ms.
-#include "platform/raster/RasterCanvas.h"
+#include <vector>
 
 #include <benchmark/benchmark.h>
 
-#include <vector>
+#include "platform/raster/RasterCanvas.h"
 
 namespace {
 

@@ -115,8 +115,9 @@ private:
     void memory() {
         const double before = residentMegabytes();
         PlaybackPlayer player(openFile(m_path));
-        for (int i = 0; i < kSeeks / 4; ++i)
+        for (int i = 0; i < kSeeks / 4; ++i) {
             player.seek(randomFrame());
+        }
         player.seek(m_floor.frameCount() - 2);
         player.settle();
         row("memory of the clip", number(residentMegabytes() - before, "MB"), "", "<= 208 MB");
@@ -146,16 +147,18 @@ private:
         PlaybackPlayer player(openFile(m_path));
         for (int round = 0; round < kSeeks / kSeeksInARow; ++round) {
             std::vector<int> frames;
-            for (int i = 0; i < kSeeksInARow; ++i)
+            for (int i = 0; i < kSeeksInARow; ++i) {
                 frames.push_back(randomFrame());
+            }
             player.settle(); // the floor has the machine to itself
             for (const int frame : frames) {
                 const auto start = Clock::now();
                 m_floor.seek(frame);
                 floor.add(millisecondsSince(start));
             }
-            for (const int frame : frames)
+            for (const int frame : frames) {
                 ours.add(player.seek(frame));
+            }
         }
         row("random exact seek",
             spread(ours) + "; p50 " + ratio(ours.median(), floor.median()) + ", p95 " +
@@ -206,8 +209,9 @@ private:
         const int from = m_floor.frameCount() / 3;
         player.seek(from, false);
         Samples steps;
-        for (int i = 1; i <= kSteps && from + i < m_floor.frameCount(); ++i)
+        for (int i = 1; i <= kSteps && from + i < m_floor.frameCount(); ++i) {
             steps.add(player.seek(from + i, false));
+        }
         const double floor = oneFrame();
         row("step forward by 1, nothing prepared",
             spread(steps) + "; p50 " + ratio(steps.median(), floor), number(floor, "ms"),
@@ -257,9 +261,10 @@ private:
             const int frame = (i % 2) * m_floor.frameCount() / 2 + i; // never near the last one
             const auto start = Clock::now();
             player.seek(std::min(frame, m_floor.frameCount() - 1));
-            if (firstRead.load() != 0)
+            if (firstRead.load() != 0) {
                 delay.add(static_cast<double>(firstRead.load() - start.time_since_epoch().count()) /
                           1e6);
+            }
         }
         row("asked to start of decoding, idle worker", spread(delay), "", "p95 <= 1 ms");
     }
@@ -297,9 +302,11 @@ private:
         planes.u.resize(pixels / 4);
         planes.v.resize(pixels / 4);
         planes.out.resize(pixels * 3);
-        for (auto* plane : {&planes.y, &planes.u, &planes.v})
-            for (auto& sample : *plane)
+        for (auto* plane : {&planes.y, &planes.u, &planes.v}) {
+            for (auto& sample : *plane) {
                 sample = static_cast<std::uint8_t>(random());
+            }
+        }
         const int w = planes.width;
         const int h = planes.height;
         planes.picture.planes = {{{planes.y.data(), w, w, h},

@@ -1,6 +1,8 @@
 // The toolkit's own time, without a window system: building a window from its layout (budget with
 // the system's part: 150 ms until it is on the screen), an action list of 200 rows with three
 // combos of 1000 items each (budget: 100 ms), and one layout pass of it.
+#include <benchmark/benchmark.h>
+
 #include "platform/raster/RasterCanvas.h"
 #include "tests/support/gui/FakeGui.h"
 #include "toolkit/CComboUI.h"
@@ -10,8 +12,6 @@
 #include "toolkit/COptionUI.h"
 #include "toolkit/ImageCache.h"
 #include "toolkit/WindowImplBase.h"
-
-#include <benchmark/benchmark.h>
 
 namespace {
 

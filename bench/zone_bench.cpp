@@ -5,8 +5,6 @@
 //
 // The files lie in the current folder while it runs. Floors do what the module does for safety as
 // well: the save's brings its bytes to the disk.
-#include <benchmark/benchmark.h>
-
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -15,6 +13,8 @@
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <benchmark/benchmark.h>
 
 #include "core/File.h"
 #include "core/Services.h"
@@ -46,13 +46,15 @@ using BareModel = std::vector<BareZone>;
 
 BareModel makeBareModel() {
     BareModel model(kZones);
-    for (BareZone& zone : model)
+    for (BareZone& zone : model) {
         for (std::size_t frame = 0; frame < kFrames; ++frame) {
             zone.active[frame] = 1;
-            for (std::size_t i = 0; i < 2 * kPoints; ++i)
+            for (std::size_t i = 0; i < 2 * kPoints; ++i) {
                 zone.coordinates[2 * kPoints * frame + i] =
                     static_cast<std::int32_t>((frame + i * 37) % 700);
+            }
         }
+    }
     return model;
 }
 
@@ -71,9 +73,10 @@ std::unique_ptr<std::uint8_t[]> buildImage(const BareModel& model) {
         for (std::size_t frame = 0; frame < kFrames; ++frame) {
             const std::uint32_t shape[2] = {kShapeBytes, zone.active[frame]};
             std::int32_t points[2 * kPoints];
-            for (std::size_t i = 0; i < 2 * kPoints; ++i)
+            for (std::size_t i = 0; i < 2 * kPoints; ++i) {
                 points[i] =
                     static_cast<std::int32_t>(static_cast<float>(from[i]) * kInverse + 0.5F);
+            }
             std::memcpy(to, shape, 8);
             std::memcpy(to + 8, points, sizeof points);
             to += kShapeBytes;
@@ -94,8 +97,9 @@ BareModel parseImage(const std::uint8_t* from) {
             std::memcpy(shape, from, 8);
             std::memcpy(points, from + 8, sizeof points);
             zone.active[frame] = shape[1] == 1;
-            for (std::size_t i = 0; i < (shape[0] - 8) / 4; ++i)
+            for (std::size_t i = 0; i < (shape[0] - 8) / 4; ++i) {
                 to[i] = static_cast<std::int32_t>(static_cast<float>(points[i]) * kScale + 0.5F);
+            }
             from += kShapeBytes;
             to += 2 * kPoints;
         }
@@ -112,19 +116,21 @@ bool writeFile(const char* path, const std::uint8_t* bytes, bool sync) {
 std::unique_ptr<std::uint8_t[]> readFile(const char* path) {
     core::File file;
     std::unique_ptr<std::uint8_t[]> bytes;
-    if (!file.open(path, "rb") || !file.readAlloc(bytes, kZones * kZoneBytes))
+    if (!file.open(path, "rb") || !file.readAlloc(bytes, kZones * kZoneBytes)) {
         return nullptr;
+    }
     return bytes;
 }
 
 double residentBytes() {
     std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;)
+    for (std::string word; status >> word;) {
         if (word == "VmRSS:") {
             double kilobytes = 0;
             status >> kilobytes;
             return kilobytes * 1024;
         }
+    }
     return 0;
 }
 
@@ -139,41 +145,47 @@ void saveFloor(benchmark::State& state, bool sync) {
     const BareModel model = makeBareModel();
     for (auto _ : state) {
         const auto image = buildImage(model);
-        if (!writeFile(kFloorFile, image.get(), sync))
+        if (!writeFile(kFloorFile, image.get(), sync)) {
             state.SkipWithError("cannot write");
+        }
     }
 }
 
 void save(benchmark::State& state) {
     const auto manager = loadManager();
-    for (auto _ : state)
-        if (!manager || !manager->saveAs(kBase) || !manager->lastSaveFailure().empty())
+    for (auto _ : state) {
+        if (!manager || !manager->saveAs(kBase) || !manager->lastSaveFailure().empty()) {
             state.SkipWithError("cannot save");
+        }
+    }
 }
 
 void loadFloor(benchmark::State& state) {
     for (auto _ : state) {
         const auto image = readFile(kBinary);
-        if (!image)
+        if (!image) {
             state.SkipWithError("cannot read");
-        else
+        } else {
             benchmark::DoNotOptimize(parseImage(image.get()));
+        }
     }
 }
 
 void load(benchmark::State& state) {
     for (auto _ : state) {
         zone::setCurrentZoneManager(nullptr);
-        if (!loadManager())
+        if (!loadManager()) {
             state.SkipWithError("cannot load");
+        }
     }
 }
 
 void memoryAfterLoad(benchmark::State& state) {
     zone::setCurrentZoneManager(nullptr);
     const double before = residentBytes();
-    for (auto _ : state)
+    for (auto _ : state) {
         loadManager();
+    }
     const double used = residentBytes() - before;
     state.counters["resident_MB"] = used / 1e6;
     state.counters["bare_MB"] = static_cast<double>(kCoordinateBytes) / 1e6;
@@ -185,16 +197,18 @@ void moveOnePoint(benchmark::State& state) {
     manager->hitTest(0, 0, static_cast<int>(manager->zone(0)->shape(0)->points[2].x),
                      static_cast<int>(manager->zone(0)->shape(0)->points[2].y));
     int x = 0;
-    for (auto _ : state)
+    for (auto _ : state) {
         manager->moveSelectedPoint(0, 0, x = (x + 7) % 1280, 40);
+    }
 }
 
 void moveWholeShape(benchmark::State& state) {
     const auto manager = loadManager();
     manager->zone(0)->setSelectedPoint(kPoints);
     int x = 0;
-    for (auto _ : state)
+    for (auto _ : state) {
         manager->moveSelectedPoint(0, 0, x = 1 - x, 1);
+    }
 }
 
 void addPoint(benchmark::State& state) {
@@ -283,13 +297,15 @@ int main(int argc, char** argv) {
     zone::setZoneView({{1280, 720}, {1920, 1080}});
     {
         const auto image = buildImage(makeBareModel());
-        if (!writeFile(kBinary, image.get(), false))
+        if (!writeFile(kBinary, image.get(), false)) {
             return 1;
+        }
     }
     registerAll();
     benchmark::RunSpecifiedBenchmarks();
     int error = 0;
-    for (const char* path : {kBinary, kFloorFile, "zone_bench-ZoneInfo.xml"})
+    for (const char* path : {kBinary, kFloorFile, "zone_bench-ZoneInfo.xml"}) {
         core::services().fileSystem->removeFile(path, error);
+    }
     return 0;
 }

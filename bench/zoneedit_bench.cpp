@@ -5,12 +5,6 @@
 //
 // Usage: zoneedit_bench [CLIP]    in a folder with UI/, as build/release/bin; without a CLIP the
 // larger demo scene's. Needs a display: QT_QPA_PLATFORM=offscreen serves.
-#include "ZoneEdit/ZoneEdit.h"
-#include "platform/TestInput.h"
-#include "video/CVideoUI.h"
-#include "zone/Zone.h"
-#include "zone/ZoneManager.h"
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -19,6 +13,12 @@
 #include <random>
 #include <string>
 #include <vector>
+
+#include "ZoneEdit/ZoneEdit.h"
+#include "platform/TestInput.h"
+#include "video/CVideoUI.h"
+#include "zone/Zone.h"
+#include "zone/ZoneManager.h"
 
 namespace {
 

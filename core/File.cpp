@@ -18,8 +18,9 @@ std::string withCarriageReturns(const char* bytes, std::size_t count) {
     std::string result;
     result.reserve(count + 16);
     for (std::size_t i = 0; i < count; ++i) {
-        if (bytes[i] == '\n')
+        if (bytes[i] == '\n') {
             result += '\r';
+        }
         result += bytes[i];
     }
     return result;
@@ -30,8 +31,9 @@ std::string withCarriageReturns(const char* bytes, std::size_t count) {
 bool File::open(const std::string& path, const std::string& mode) {
     close();
     const bool writes = mode == "wb" || mode == "wt";
-    if (!writes && mode != "rb" && mode != "rt")
+    if (!writes && mode != "rb" && mode != "rt") {
         return false;
+    }
     m_textMode = mode == "wt";
     m_error = 0;
     m_stream = services().fileSystem->open(
@@ -40,8 +42,9 @@ bool File::open(const std::string& path, const std::string& mode) {
 }
 
 bool File::close() {
-    if (!m_stream)
+    if (!m_stream) {
         return true;
+    }
     const bool good = m_stream->close();
     m_error = m_stream->lastError();
     m_stream.reset();
@@ -53,8 +56,9 @@ bool File::sync() {
 }
 
 bool File::isOpen() const {
-    if (!m_stream)
+    if (!m_stream) {
         Log::get()->Error("FILE handle is invalid");
+    }
     return m_stream != nullptr;
 }
 
@@ -63,23 +67,27 @@ bool File::read(void* buffer, std::size_t count) {
 }
 
 bool File::readAlloc(std::unique_ptr<std::uint8_t[]>& buffer, std::size_t count) {
-    if (!isOpen())
+    if (!isOpen()) {
         return false;
+    }
     if (!buffer) {
         const std::int64_t held = m_stream->size();
         if (count > kMaxUncheckedAllocation &&
-            (held < 0 || count > static_cast<std::uint64_t>(held)))
+            (held < 0 || count > static_cast<std::uint64_t>(held))) {
             return false;
+        }
         buffer.reset(new (std::nothrow) std::uint8_t[count]);
     }
     return buffer && m_stream->read(buffer.get(), count) == count;
 }
 
 bool File::write(const void* buffer, std::size_t count) {
-    if (!isOpen())
+    if (!isOpen()) {
         return false;
-    if (!m_textMode)
+    }
+    if (!m_textMode) {
         return m_stream->write(buffer, count) == count;
+    }
     const std::string text = withCarriageReturns(static_cast<const char*>(buffer), count);
     return m_stream->write(text.data(), text.size()) == text.size();
 }
@@ -94,10 +102,12 @@ bool File::writeU32(std::uint32_t value) {
 }
 
 bool File::writeString(const std::string& text) {
-    if (!isOpen())
+    if (!isOpen()) {
         return false;
-    if (text.empty())
+    }
+    if (text.empty()) {
         return true;
+    }
     return write(text.data(), text.size()) && (!writeTerminators || write("", 1));
 }
 

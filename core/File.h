@@ -2,12 +2,12 @@
 // system, so files are the same bytes everywhere; reading is always raw. UI thread only.
 #pragma once
 
-#include "platform/FileSystem.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
+
+#include "platform/FileSystem.h"
 
 namespace core {
 

@@ -25,16 +25,18 @@ std::string_view takeLine(std::string_view& text) {
     const std::size_t end = std::min(text.find('\n'), text.size());
     std::string_view line = text.substr(0, end);
     text.remove_prefix(std::min(end + 1, text.size()));
-    if (!line.empty() && line.back() == '\r')
+    if (!line.empty() && line.back() == '\r') {
         line.remove_suffix(1);
+    }
     return line;
 }
 
 /// The parser's view of fgets: `size` bytes with the line feed and the terminating zero.
 char* feedLine(char* buffer, int size, void* user) {
     Source& source = *static_cast<Source*>(user);
-    if (source.rest.empty() || size < 3)
+    if (source.rest.empty() || size < 3) {
         return nullptr;
+    }
     ++source.line;
     const std::string_view line = takeLine(source.rest);
     const std::string_view kept = cutUtf8(line, static_cast<std::size_t>(size) - 2);
@@ -66,8 +68,9 @@ int takeEntry(void* user, const char* section, const char* name, const char* val
 } // namespace
 
 void readIniText(std::string_view text, const std::string& origin, const IniEntry& entry) {
-    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark)
+    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
         text.remove_prefix(kByteOrderMark.size());
+    }
     Source source{text, origin, entry};
     ini_parse_stream(feedLine, &source, takeEntry, &source);
 }

@@ -26,8 +26,9 @@ std::string formatMessage(const char* format, std::va_list arguments) {
     // One byte more than a message may have: it tells whether the cut would split a sequence.
     std::array<char, kMaxMessageBytes + 2> buffer{};
     const int length = std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
-    if (length < 0)
+    if (length < 0) {
         return {};
+    }
     return std::string(cutUtf8(buffer.data(), kMaxMessageBytes));
 }
 
@@ -45,11 +46,13 @@ const char* opening(Log::Level level) {
 
 void writePage(const std::string& path, const std::vector<std::string>& pieces) {
     File file;
-    if (!file.open(path, "wt"))
+    if (!file.open(path, "wt")) {
         return;
+    }
     for (const std::string& piece : pieces) {
-        if (!file.writeString(piece))
+        if (!file.writeString(piece)) {
             break;
+        }
     }
     file.close();
 }
@@ -101,8 +104,9 @@ Log::Log() : Log(currentDirectory() + kPageName) {}
 
 Log::Log(const std::string& pagePath) : m_pagePath(pagePath) {
     int error = 0;
-    if (!m_pagePath.empty())
+    if (!m_pagePath.empty()) {
         services().fileSystem->removeFile(m_pagePath, error);
+    }
     m_pieces = {"<HTML><HEAD><TITLE>", "Log Output", "</TITLE></HEAD><BODY BGCOLOR=#00001F>"};
     Write(Level::information, "Logging started");
 }
@@ -110,13 +114,15 @@ Log::Log(const std::string& pagePath) : m_pagePath(pagePath) {
 Log::Log(StandardErrorOnly) : m_keepsPage(false) {}
 
 Log::~Log() {
-    if (!m_keepsPage)
+    if (!m_keepsPage) {
         return;
+    }
     try {
         append(Level::information, "Logging ended");
         m_pieces.emplace_back("</BODY></HTML>\n");
-        if (!m_pagePath.empty())
+        if (!m_pagePath.empty()) {
             writePage(m_pagePath, m_pieces);
+        }
     } catch (const std::exception&) {
         tellStandardError("The log could not be written.");
     }
@@ -139,10 +145,12 @@ void Log::Write(Level level, const char* format, ...) {
 }
 
 void Log::append(Level level, const std::string& message) {
-    if (level == Level::error)
+    if (level == Level::error) {
         tellStandardError("Error: " + message);
-    if (!m_keepsPage || (m_pageBytes > kMaxPageBytes && level != Level::information))
+    }
+    if (!m_keepsPage || (m_pageBytes > kMaxPageBytes && level != Level::information)) {
         return;
+    }
     m_pieces.push_back("<FONT COLOR=#FFFFFF>[" + services().clock->localTimeText() + "]</FONT> " +
                        opening(level) + message + "</FONT><BR>");
     m_pageBytes += m_pieces.back().size();
@@ -150,8 +158,9 @@ void Log::append(Level level, const std::string& message) {
 
 std::string Log::page() const {
     std::string result;
-    for (const std::string& piece : m_pieces)
+    for (const std::string& piece : m_pieces) {
         result += piece;
+    }
     return result;
 }
 

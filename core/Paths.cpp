@@ -21,8 +21,9 @@ char separatorOf(const std::string& path) {
 /// Start of the UTF-8 sequence after the one at `at`.
 std::size_t nextCharacter(std::string_view text, std::size_t at) {
     ++at;
-    while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80)
+    while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) {
         ++at;
+    }
     return at;
 }
 
@@ -59,8 +60,9 @@ bool listMatches(const std::string& pattern, bool folders, std::vector<std::stri
     // "*.*" has always meant every name, those without a dot too.
     const std::string wanted = fileName(pattern) == "*.*" ? "*" : lowerCase(fileName(pattern));
     for (const platform::FolderEntry& entry : entries) {
-        if (entry.isFolder == folders && matches(lowerCase(entry.name), wanted))
+        if (entry.isFolder == folders && matches(lowerCase(entry.name), wanted)) {
             names.push_back(entry.name);
+        }
     }
     return complete;
 }

@@ -23,8 +23,9 @@ std::string temporaryFor(const std::string& destination) {
 SafeSave::~SafeSave() {
     try {
         const std::string reason = failure();
-        if (!reason.empty())
+        if (!reason.empty()) {
             tellStandardError("Not saved: " + reason);
+        }
         removeTemporary();
     } catch (const std::exception&) {
         tellStandardError("Not saved: out of memory");
@@ -46,12 +47,14 @@ bool SafeSave::open(const std::string& path, const std::string& mode) {
     m_destination = end;
     m_temporary = temporaryFor(m_destination);
     if (files.info(m_destination) &&
-        !files.open(m_destination, platform::OpenMode::writeInPlace, error))
+        !files.open(m_destination, platform::OpenMode::writeInPlace, error)) {
         return fail(error);
+    }
     // A left-over of a killed program, or a link somewhere else: never written through.
     files.removeFile(m_temporary, error);
-    if (!m_file.open(m_temporary, mode))
+    if (!m_file.open(m_temporary, mode)) {
         return fail(m_file.lastError());
+    }
     m_temporaryExists = true;
     return true;
 }
@@ -64,14 +67,16 @@ bool SafeSave::prepare() {
 }
 
 bool SafeSave::commit() {
-    if (!m_prepared)
+    if (!m_prepared) {
         return false;
+    }
     m_prepared = false;
     platform::FileSystem& files = *services().fileSystem;
     files.copyAccess(m_destination, m_temporary);
     int error = 0;
-    if (!files.replaceFile(m_temporary, m_destination, error))
+    if (!files.replaceFile(m_temporary, m_destination, error)) {
         return fail(error);
+    }
     m_temporaryExists = false;
     // The new file is in its place; without this only a power failure could bring the old one back.
     files.syncFolder(folderOf(m_destination));
@@ -79,23 +84,26 @@ bool SafeSave::commit() {
 }
 
 std::string SafeSave::failure() const {
-    if (!m_failure.empty() || m_file.lastError() == 0)
+    if (!m_failure.empty() || m_file.lastError() == 0) {
         return m_failure;
+    }
     return m_destination + ": " + services().fileSystem->errorText(m_file.lastError());
 }
 
 bool SafeSave::fail(int error) {
-    if (m_failure.empty())
+    if (m_failure.empty()) {
         m_failure = m_destination + ": " +
                     (error == 0 ? "cannot be written" : services().fileSystem->errorText(error));
+    }
     return false;
 }
 
 void SafeSave::removeTemporary() {
     m_file.close();
     int error = 0;
-    if (m_temporaryExists)
+    if (m_temporaryExists) {
         services().fileSystem->removeFile(m_temporary, error);
+    }
     m_temporaryExists = false;
 }
 

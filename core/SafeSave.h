@@ -10,9 +10,9 @@
 // the reason goes to stderr. UI thread only.
 #pragma once
 
-#include "core/File.h"
-
 #include <string>
+
+#include "core/File.h"
 
 namespace core {
 

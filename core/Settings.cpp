@@ -16,8 +16,9 @@ constexpr std::size_t kMaxBytes = std::size_t{1024} * 1024;
 std::shared_ptr<Settings> Settings::create(const std::string& path) {
     // From memory: the library itself opens files by a name that is not UTF-8 everywhere.
     const std::optional<std::string> text = readWholeFile(path, kMaxBytes);
-    if (!text)
+    if (!text) {
         return nullptr;
+    }
     auto reader = std::make_unique<INIReader>(text->data(), text->size());
     return reader->ParseError() == 0 ? std::make_shared<Settings>(std::move(reader)) : nullptr;
 }

@@ -69,45 +69,54 @@ std::string storedText(std::u16string_view text) {
 }
 
 std::string_view cutUtf8(std::string_view text, std::size_t maxBytes) {
-    if (text.size() <= maxBytes)
+    if (text.size() <= maxBytes) {
         return text;
+    }
     std::size_t end = maxBytes;
-    for (int step = 0; step < 3 && end > 0 && isTrail(text[end]); ++step)
+    for (int step = 0; step < 3 && end > 0 && isTrail(text[end]); ++step) {
         --end;
+    }
     // Four trail bytes in a row are no UTF-8: nothing to keep whole.
     return text.substr(0, isTrail(text[end]) ? maxBytes : end);
 }
 
 int convertStringToInt(const std::string& text) {
-    if (text.empty())
+    if (text.empty()) {
         return 0;
+    }
     const char* first = text.data();
     const char* const last = first + text.size();
-    while (first != last && isBlank(*first))
+    while (first != last && isBlank(*first)) {
         ++first;
-    if (last - first > 1 && *first == '+' && first[1] != '-')
+    }
+    if (last - first > 1 && *first == '+' && first[1] != '-') {
         ++first;
+    }
     int value = 0;
     const std::from_chars_result result = std::from_chars(first, last, value);
-    if (result.ec == std::errc::invalid_argument)
+    if (result.ec == std::errc::invalid_argument) {
         return conversionError(kNoDigits);
-    if (result.ec == std::errc::result_out_of_range)
+    }
+    if (result.ec == std::errc::result_out_of_range) {
         return conversionError(kOutOfRange);
+    }
     return value;
 }
 
 int convertStringToInt(const std::u16string& text) {
     std::string narrow;
-    for (const char16_t unit : text)
+    for (const char16_t unit : text) {
         narrow += unit < 0x80 ? static_cast<char>(unit) : '?'; // ends a number as any letter does
+    }
     return convertStringToInt(narrow);
 }
 
 std::string lowerCase(std::string_view text) {
     std::string result(text);
     for (char& c : result) {
-        if (c >= 'A' && c <= 'Z')
+        if (c >= 'A' && c <= 'Z') {
             c = static_cast<char>(c - 'A' + 'a');
+        }
     }
     return result;
 }

@@ -38,8 +38,9 @@ std::shared_ptr<Translations> Translations::create(const std::string& path,
 Translations::Translations(const std::string& language) : m_language(language) {}
 
 bool Translations::load(const std::string& path) {
-    if (!isFolder(path))
+    if (!isFolder(path)) {
         return loadFile(path);
+    }
     const std::string folder = withSeparator(path);
     std::vector<std::string> names;
     listFiles(folder + "*.ini", names);
@@ -56,8 +57,9 @@ bool Translations::loadFile(const std::string& path) {
     }
     readIniText(*text, path,
                 [this](std::string_view section, std::string_view key, std::string_view value) {
-                    if (lowerCase(section.substr(0, kSectionPrefix.size())) != kSectionPrefix)
+                    if (lowerCase(section.substr(0, kSectionPrefix.size())) != kSectionPrefix) {
                         return;
+                    }
                     const std::string_view language = section.substr(kSectionPrefix.size());
                     m_languages.emplace(language);
                     m_texts.emplace(lookupKey(language, key), value);
@@ -71,11 +73,13 @@ const std::string* Translations::find(const std::string& language, const std::st
 }
 
 std::string Translations::translate(const std::string& key) const {
-    if (key.empty() || (key.front() >= '0' && key.front() <= '9'))
+    if (key.empty() || (key.front() >= '0' && key.front() <= '9')) {
         return key;
+    }
     const std::string* text = find(m_language, key);
-    if (text == nullptr && m_language != kFallbackLanguage)
+    if (text == nullptr && m_language != kFallbackLanguage) {
         text = find(kFallbackLanguage, key);
+    }
     return text == nullptr ? key : *text;
 }
 

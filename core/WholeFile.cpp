@@ -8,14 +8,17 @@ namespace core {
 
 std::optional<std::string> readWholeFile(const std::string& path, std::size_t maxBytes) {
     File file;
-    if (!file.open(path, "rb"))
+    if (!file.open(path, "rb")) {
         return std::nullopt;
+    }
     const std::int64_t size = file.size();
-    if (size < 0 || static_cast<std::uint64_t>(size) > maxBytes)
+    if (size < 0 || static_cast<std::uint64_t>(size) > maxBytes) {
         return std::nullopt;
+    }
     std::string bytes(static_cast<std::size_t>(size), '\0');
-    if (!file.read(bytes.data(), bytes.size()))
+    if (!file.read(bytes.data(), bytes.size())) {
         return std::nullopt;
+    }
     return bytes;
 }
 

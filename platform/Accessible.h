@@ -2,10 +2,10 @@
 // system's accessibility interface. UI thread only.
 #pragma once
 
-#include "platform/Geometry.h"
-
 #include <memory>
 #include <string>
+
+#include "platform/Geometry.h"
 
 namespace platform {
 

@@ -2,11 +2,11 @@
 // Skin images and window contents are bitmaps.
 #pragma once
 
-#include "platform/Geometry.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <vector>
+
+#include "platform/Geometry.h"
 
 namespace platform {
 

@@ -2,13 +2,13 @@
 // the current clip rectangle. Nothing is smoothed except text, so pixels are the same everywhere.
 #pragma once
 
+#include <string_view>
+
 #include "platform/Bitmap.h"
 #include "platform/Color.h"
 #include "platform/FontSet.h"
 #include "platform/FrameBuffer.h"
 #include "platform/Geometry.h"
-
-#include <string_view>
 
 namespace platform {
 

@@ -1,9 +1,9 @@
 // Input and life-cycle events that a native window sends up to its owner.
 #pragma once
 
-#include "platform/Geometry.h"
-
 #include <string>
+
+#include "platform/Geometry.h"
 
 namespace platform {
 

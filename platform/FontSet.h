@@ -2,11 +2,11 @@
 // finds a face for each. All text is UTF-16; unpaired surrogates show as U+FFFD.
 #pragma once
 
-#include "platform/Geometry.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/Geometry.h"
 
 namespace platform {
 

@@ -2,11 +2,11 @@
 // canvas can stretch onto a window. On Windows a DIB section with its memory device context.
 #pragma once
 
-#include "platform/Geometry.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+
+#include "platform/Geometry.h"
 
 namespace platform {
 

@@ -2,13 +2,13 @@
 // Exactly one back end is built; platform/qt and platform/win32 define createGui.
 #pragma once
 
+#include <cstdint>
+#include <memory>
+
 #include "platform/EventLoop.h"
 #include "platform/FileDialog.h"
 #include "platform/FontSet.h"
 #include "platform/Window.h"
-
-#include <cstdint>
-#include <memory>
 
 namespace platform {
 

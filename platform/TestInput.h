@@ -3,11 +3,11 @@
 // arrives once the loop runs (EventLoop::processEvents or run), in the order of the calls.
 #pragma once
 
-#include "platform/Event.h"
-#include "platform/Geometry.h"
-
 #include <memory>
 #include <string>
+
+#include "platform/Event.h"
+#include "platform/Geometry.h"
 
 namespace platform {
 

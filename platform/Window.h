@@ -2,15 +2,15 @@
 // the WindowEvents it was made with, and obeys its owner's calls.
 #pragma once
 
+#include <cstdint>
+#include <memory>
+#include <string>
+
 #include "platform/Accessible.h"
 #include "platform/Bitmap.h"
 #include "platform/Canvas.h"
 #include "platform/Event.h"
 #include "platform/FrameBuffer.h"
-
-#include <cstdint>
-#include <memory>
-#include <string>
 
 namespace platform {
 

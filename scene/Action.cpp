@@ -57,16 +57,17 @@ bool Action::Load(const tinyxml2::XMLElement& element) {
          child = child->NextSiblingElement()) {
         const std::string_view name = child->Name();
         const std::string text = elementText(*child);
-        if (name == "Type")
+        if (name == "Type") {
             type = text;
-        else if (name == "Parameter")
+        } else if (name == "Parameter") {
             m_parameter = text;
-        else if (name == "Immediate")
+        } else if (name == "Immediate") {
             m_immediate = text.empty() ? m_immediate : core::toBool(text);
-        else if (name == "BranchID")
+        } else if (name == "BranchID") {
             m_branchID = text;
-        else
+        } else {
             reportUnknownNode(*child);
+        }
     }
     m_type = typeNumber(type);
     return true;

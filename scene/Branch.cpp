@@ -48,30 +48,35 @@ bool Branch::loadChildren(const tinyxml2::XMLElement& element) {
 }
 
 std::shared_ptr<Action> Branch::action(int index) const {
-    if (index < 0 || index >= actionCount())
+    if (index < 0 || index >= actionCount()) {
         return nullptr;
+    }
     return m_actions[static_cast<std::size_t>(index)];
 }
 
 void Branch::addAction(const std::shared_ptr<Action>& action) {
-    if (action)
+    if (action) {
         m_actions.push_back(action);
+    }
 }
 
 void Branch::removeAction(int index) {
-    if (index >= 0 && index < actionCount())
+    if (index >= 0 && index < actionCount()) {
         m_actions.erase(m_actions.begin() + index);
+    }
 }
 
 void Branch::moveAction(int from, int to) {
     const int count = actionCount();
-    if (from < 0 || from >= count || to < 0 || to >= count)
+    if (from < 0 || from >= count || to < 0 || to >= count) {
         return;
+    }
     const auto first = m_actions.begin();
-    if (from < to)
+    if (from < to) {
         std::rotate(first + from, first + from + 1, first + to + 1);
-    else
+    } else {
         std::rotate(first + to, first + from, first + from + 1);
+    }
 }
 
 bool Branch::Write(core::File& file) const {

@@ -36,8 +36,9 @@ std::shared_ptr<BranchManager> BranchManager::create() {
 
 bool BranchManager::AddBranch() {
     const std::shared_ptr<Branch> branch = Branch::create();
-    if (!branch)
+    if (!branch) {
         return false;
+    }
     ++m_newBranchCounter;
     branch->SetID("New Branch " + std::to_string(m_newBranchCounter + 1));
     m_branches.push_back(branch);
@@ -45,26 +46,30 @@ bool BranchManager::AddBranch() {
 }
 
 void BranchManager::append(const std::shared_ptr<Branch>& branch) {
-    if (branch)
+    if (branch) {
         m_branches.push_back(branch);
+    }
 }
 
 void BranchManager::branchIDs(std::vector<std::string>& ids) const {
-    for (const std::shared_ptr<Branch>& branch : m_branches)
+    for (const std::shared_ptr<Branch>& branch : m_branches) {
         ids.push_back(branch->ID());
+    }
 }
 
 std::shared_ptr<Branch> BranchManager::checkedBranch(int index, int line) const {
-    if (index >= 0 && index < branchCount())
+    if (index >= 0 && index < branchCount()) {
         return m_branches[static_cast<std::size_t>(index)];
+    }
     reportInvalidIndex(line);
     return nullptr;
 }
 
 std::shared_ptr<Branch> BranchManager::checkedBranch(int index, int actionIndex, int line) const {
     std::shared_ptr<Branch> branch = checkedBranch(index, line);
-    if (!branch || (actionIndex >= 0 && actionIndex < branch->actionCount()))
+    if (!branch || (actionIndex >= 0 && actionIndex < branch->actionCount())) {
         return branch;
+    }
     reportInvalidIndex(line);
     return nullptr;
 }
@@ -75,8 +80,9 @@ std::string BranchManager::branchID(int index) const {
 }
 
 void BranchManager::setBranchID(int index, const std::string& id) {
-    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kSetBranchIDLine))
+    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kSetBranchIDLine)) {
         branch->SetID(id);
+    }
 }
 
 std::string BranchManager::branchFilename(int index) const {
@@ -85,24 +91,28 @@ std::string BranchManager::branchFilename(int index) const {
 }
 
 void BranchManager::setBranchFilename(int index, const std::string& filename) {
-    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kSetBranchFilenameLine))
+    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kSetBranchFilenameLine)) {
         branch->SetFilename(filename);
+    }
 }
 
 void BranchManager::branchActions(int index, std::vector<std::shared_ptr<Action>>& actions) const {
     actions.clear();
-    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kBranchActionsLine))
+    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kBranchActionsLine)) {
         actions = branch->actions();
+    }
 }
 
 void BranchManager::addAction(int index, const std::shared_ptr<Action>& action) {
-    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kAddActionLine))
+    if (const std::shared_ptr<Branch> branch = checkedBranch(index, kAddActionLine)) {
         branch->addAction(action);
+    }
 }
 
 void BranchManager::removeAction(int index, int actionIndex) {
-    if (const auto branch = checkedBranch(index, actionIndex, kRemoveActionLine))
+    if (const auto branch = checkedBranch(index, actionIndex, kRemoveActionLine)) {
         branch->removeAction(actionIndex);
+    }
 }
 
 std::shared_ptr<Action> BranchManager::action(int index, int actionIndex) const {

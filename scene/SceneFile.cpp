@@ -33,10 +33,12 @@ bool parse(const std::string& path, tinyxml2::XMLDocument& document) {
 } // namespace
 
 bool SceneManager::Load(const std::string& name) {
-    if (!dropBranches())
+    if (!dropBranches()) {
         return false;
-    if (!name.empty())
+    }
+    if (!name.empty()) {
         m_name = name;
+    }
     return readFile(core::withSeparator(std::string(kScenesFolder) + "/" + m_name));
 }
 
@@ -51,14 +53,17 @@ bool SceneManager::dropBranches() {
 
 bool SceneManager::readFile(const std::string& folder) {
     tinyxml2::XMLDocument document;
-    if (!parse(folder + kFileName, document))
+    if (!parse(folder + kFileName, document)) {
         return failLoad("Unable to load scene");
+    }
     const tinyxml2::XMLNode* first = document.FirstChild();
-    if (!first)
+    if (!first) {
         return failLoad("Scene file is corrupt");
+    }
     // A declaration or a comment at the start has no child either, and is refused with this text.
-    if (first->NoChildren() || !first->ToElement())
+    if (first->NoChildren() || !first->ToElement()) {
         return failLoad("Scene file has extraneous xml header");
+    }
     return loadRoot(*first->ToElement());
 }
 
@@ -71,8 +76,9 @@ bool SceneManager::loadRoot(const tinyxml2::XMLElement& root) {
             m_firstBranch = elementText(*child);
         } else if (name == "Branch") {
             const std::shared_ptr<Branch> branch = Branch::Load(*child);
-            if (!branch)
+            if (!branch) {
                 return failLoad("Unable to load branch");
+            }
             m_branchManager->append(branch);
         } else {
             reportUnknownNode(*child);
@@ -93,8 +99,9 @@ bool SceneManager::saveInto(const std::string& folder) {
         m_saveFailure = "there is no scene";
         return false; // the scene on the disk is worth more than an empty one
     }
-    if (m_firstBranch.empty())
+    if (m_firstBranch.empty()) {
         m_firstBranch = m_branchManager->branchID(0);
+    }
     core::SafeSave save;
     const bool good = save.open(folder + kFileName, "wt") && write(save.file()) && save.prepare() &&
                       save.commit();

@@ -37,15 +37,17 @@ SceneManager::SceneManager(std::shared_ptr<BranchManager> branchManager)
     : m_branchManager(std::move(branchManager)) {}
 
 BranchManager* SceneManager::checkedManager(int line) const {
-    if (!m_branchManager)
+    if (!m_branchManager) {
         core::Log::get()->Error("%s:%d Branch Manager is invalid", kSource, line);
+    }
     return m_branchManager.get();
 }
 
 bool SceneManager::newScene(const std::string& name) {
     std::shared_ptr<BranchManager> branches = BranchManager::create();
-    if (!branches)
+    if (!branches) {
         return false;
+    }
     m_branchManager = std::move(branches);
     m_firstBranch.clear();
     m_name = name;
@@ -54,16 +56,19 @@ bool SceneManager::newScene(const std::string& name) {
 
 bool SceneManager::AddBranch() {
     BranchManager* branches = checkedManager(kAddBranchLine);
-    if (!branches || !branches->AddBranch())
+    if (!branches || !branches->AddBranch()) {
         return false;
-    if (branches->branchCount() == 1)
+    }
+    if (branches->branchCount() == 1) {
         m_firstBranch = branches->branchID(0);
+    }
     return true;
 }
 
 void SceneManager::branchIDs(std::vector<std::string>& ids) const {
-    if (const BranchManager* branches = checkedManager(kBranchIDsLine))
+    if (const BranchManager* branches = checkedManager(kBranchIDsLine)) {
         branches->branchIDs(ids);
+    }
 }
 
 int SceneManager::branchCount() const {
@@ -78,13 +83,15 @@ std::string SceneManager::branchID(int index) const {
 
 void SceneManager::renameBranch(int index, const std::string& id) {
     BranchManager* branches = checkedManager(kRenameBranchLine);
-    if (!branches)
+    if (!branches) {
         return;
+    }
     const std::string old = branches->branchID(index);
     branches->setBranchID(index, id);
     // A branch that is not there has no ID that an empty FirstBranch could equal.
-    if (index >= 0 && index < branches->branchCount() && m_firstBranch == old)
+    if (index >= 0 && index < branches->branchCount() && m_firstBranch == old) {
         m_firstBranch = id;
+    }
 }
 
 std::string SceneManager::branchFilename(int index) const {
@@ -93,24 +100,28 @@ std::string SceneManager::branchFilename(int index) const {
 }
 
 void SceneManager::setBranchFilename(int index, const std::string& filename) {
-    if (BranchManager* branches = checkedManager(kSetBranchFilenameLine))
+    if (BranchManager* branches = checkedManager(kSetBranchFilenameLine)) {
         branches->setBranchFilename(index, filename);
+    }
 }
 
 void SceneManager::branchActions(int index, std::vector<std::shared_ptr<Action>>& actions) const {
     actions.clear();
-    if (const BranchManager* branches = checkedManager(kBranchActionsLine))
+    if (const BranchManager* branches = checkedManager(kBranchActionsLine)) {
         branches->branchActions(index, actions);
+    }
 }
 
 void SceneManager::addAction(int index, const std::shared_ptr<Action>& action) {
-    if (BranchManager* branches = checkedManager(kAddActionLine))
+    if (BranchManager* branches = checkedManager(kAddActionLine)) {
         branches->addAction(index, action);
+    }
 }
 
 void SceneManager::removeAction(int index, int actionIndex) {
-    if (BranchManager* branches = checkedManager(kRemoveActionLine))
+    if (BranchManager* branches = checkedManager(kRemoveActionLine)) {
         branches->removeAction(index, actionIndex);
+    }
 }
 
 std::shared_ptr<Action> SceneManager::action(int index, int actionIndex) const {

@@ -11,8 +11,9 @@ namespace scene {
 
 std::string elementText(const tinyxml2::XMLElement& element) {
     for (const tinyxml2::XMLNode* node = element.FirstChild(); node; node = node->NextSibling()) {
-        if (node->ToText())
+        if (node->ToText()) {
             return node->Value();
+        }
     }
     return {};
 }

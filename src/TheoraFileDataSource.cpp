@@ -17,15 +17,18 @@ TheoraFileDataSource::TheoraFileDataSource(std::string name, platform::FileSyste
     : m_name(std::move(name)), m_files(files) {}
 
 void TheoraFileDataSource::openIfNeeded() {
-    if (m_stream)
+    if (m_stream) {
         return;
+    }
     int error = 0;
     // A folder opens on some systems and fails at the first read only.
     const auto info = m_files.info(m_name);
-    if (!info || !info->isFolder)
+    if (!info || !info->isFolder) {
         m_stream = m_files.open(m_name, platform::OpenMode::read, error);
-    if (!m_stream)
+    }
+    if (!m_stream) {
         throw TheoraGenericException("Can't open video file: " + m_name, kSource, kOpenLine);
+    }
     m_size = std::max<std::int64_t>(m_stream->size(), 0);
 }
 

@@ -18,15 +18,17 @@ void TheoraFrameQueue::setSize(int count) {
         const TheoraLock lock(m_mutex);
         m_slots.clear();
         try {
-            for (; made < count; ++made)
+            for (; made < count; ++made) {
                 m_slots.push_back(Slot{m_factory(), false, false, false, false});
+            }
         } catch (const std::bad_alloc&) {
             // Fewer frames play just as well; the line below tells.
         }
     }
-    if (made < count)
+    if (made < count) {
         writeLog("TheoraFrameQueue: unable to create " + std::to_string(count) +
                  " frames, out of memory. Created " + std::to_string(made) + " frames.");
+    }
 }
 
 int TheoraFrameQueue::getSize() const {
@@ -51,26 +53,31 @@ bool TheoraFrameQueue::isFull() const {
 
 TheoraVideoFrame* TheoraFrameQueue::requestEmptyFrame() {
     const TheoraLock lock(m_mutex);
-    for (Slot& slot : m_slots)
+    for (Slot& slot : m_slots) {
         if (!slot.inUse) {
             slot.inUse = true;
             return slot.frame.get();
         }
+    }
     return nullptr;
 }
 
 void TheoraFrameQueue::markReady(const TheoraVideoFrame* frame) {
     const TheoraLock lock(m_mutex);
-    for (Slot& slot : m_slots)
-        if (slot.frame.get() == frame)
+    for (Slot& slot : m_slots) {
+        if (slot.frame.get() == frame) {
             slot.ready = true;
+        }
+    }
 }
 
 void TheoraFrameQueue::giveBack(const TheoraVideoFrame* frame) {
     const TheoraLock lock(m_mutex);
-    for (Slot& slot : m_slots)
-        if (slot.frame.get() == frame)
+    for (Slot& slot : m_slots) {
+        if (slot.frame.get() == frame) {
             slot.inUse = false;
+        }
+    }
 }
 
 void TheoraFrameQueue::clear() {
@@ -87,8 +94,9 @@ bool TheoraFrameQueue::advanceTo(int frameNumber) {
     const auto wanted = std::find_if(m_slots.begin(), m_slots.end(), [&](const Slot& slot) {
         return slot.ready && slot.frame->getFrameNumber() == frameNumber;
     });
-    if (wanted == m_slots.end())
+    if (wanted == m_slots.end()) {
         return false;
+    }
     auto slot = m_slots.begin();
     while (slot != wanted) {
         const auto current = slot++;
@@ -97,8 +105,9 @@ bool TheoraFrameQueue::advanceTo(int frameNumber) {
             current->stale = true;
             continue;
         }
-        if (current->stale)
+        if (current->stale) {
             continue;
+        }
         current->ready = false;
         current->inUse = false;
         m_slots.splice(m_slots.end(), m_slots, current);
@@ -108,9 +117,11 @@ bool TheoraFrameQueue::advanceTo(int frameNumber) {
 
 int TheoraFrameQueue::firstWaitingNumber() const {
     const TheoraLock lock(m_mutex);
-    for (const Slot& slot : m_slots)
-        if (slot.ready && !slot.held)
+    for (const Slot& slot : m_slots) {
+        if (slot.ready && !slot.held) {
             return slot.frame->getFrameNumber();
+        }
+    }
     return -1;
 }
 
@@ -122,10 +133,12 @@ void TheoraFrameQueue::moveFrontToBack() {
 
 // A frame that was discarded while the display held it stands at the front until it is let go.
 void TheoraFrameQueue::letGoLocked() {
-    while (!m_slots.empty() && m_slots.front().stale)
+    while (!m_slots.empty() && m_slots.front().stale) {
         moveFrontToBack();
-    if (!m_slots.empty())
+    }
+    if (!m_slots.empty()) {
         m_slots.front().held = false;
+    }
 }
 
 void TheoraFrameQueue::letGo() {
@@ -135,32 +148,37 @@ void TheoraFrameQueue::letGo() {
 
 std::optional<float> TheoraFrameQueue::frontTime() const {
     const TheoraLock lock(m_mutex);
-    for (const Slot& slot : m_slots)
-        if (!slot.stale)
+    for (const Slot& slot : m_slots) {
+        if (!slot.stale) {
             return slot.ready ? std::optional(slot.frame->getTimeToDisplay()) : std::nullopt;
+        }
+    }
     return std::nullopt;
 }
 
 TheoraVideoFrame* TheoraFrameQueue::front() {
     const TheoraLock lock(m_mutex);
     letGoLocked();
-    if (m_slots.empty() || !m_slots.front().ready)
+    if (m_slots.empty() || !m_slots.front().ready) {
         return nullptr;
+    }
     m_slots.front().held = true;
     return m_slots.front().frame.get();
 }
 
 void TheoraFrameQueue::pop() {
     const TheoraLock lock(m_mutex);
-    if (!m_slots.empty() && (m_slots.front().ready || m_slots.front().stale))
+    if (!m_slots.empty() && (m_slots.front().ready || m_slots.front().stale)) {
         moveFrontToBack();
+    }
 }
 
 void TheoraFrameQueue::popWhile(const std::function<bool(TheoraVideoFrame&)>& visit) {
     const TheoraLock lock(m_mutex);
     letGoLocked();
-    while (!m_slots.empty() && m_slots.front().ready && visit(*m_slots.front().frame))
+    while (!m_slots.empty() && m_slots.front().ready && visit(*m_slots.front().frame)) {
         moveFrontToBack();
+    }
 }
 
 } // namespace theora

@@ -28,8 +28,9 @@ void setLogHook(TheoraLogHook hook) {
 void writeLog(const std::string& line) {
     LogTarget& to = target();
     const TheoraLock lock(to.mutex);
-    if (to.hook)
+    if (to.hook) {
         to.hook(line);
+    }
 }
 
 } // namespace theora

@@ -14,8 +14,9 @@ void TheoraThread::start() {
 }
 
 void TheoraThread::join() {
-    if (m_thread.joinable())
+    if (m_thread.joinable()) {
         m_thread.join();
+    }
 }
 
 } // namespace theora

@@ -3,8 +3,9 @@
 namespace theora {
 
 void TheoraTimer::update(float timeStep) {
-    if (!m_paused.load())
+    if (!m_paused.load()) {
         m_time.fetch_add(m_speed.load() * timeStep);
+    }
 }
 
 } // namespace theora

@@ -19,8 +19,9 @@ constexpr std::size_t kQueueByteLimit = std::size_t{512} << 20U;
 
 int nextPowerOfTwo(int value) {
     int power = 1;
-    while (power < value)
+    while (power < value) {
         power *= 2;
+    }
     return power;
 }
 
@@ -67,11 +68,13 @@ void TheoraVideoClip::setFrameCount(int frameCount) {
 }
 
 void TheoraVideoClip::setOutputMode(TheoraOutputMode mode) {
-    if (bytesPerPixel(mode) == 0)
+    if (bytesPerPixel(mode) == 0) {
         throw TheoraGenericException("Invalid output mode: TH_UNDEFINED for video: " + m_name,
                                      kSource, kInvalidModeLine);
-    if (mode == m_outputMode.load())
+    }
+    if (mode == m_outputMode.load()) {
         return;
+    }
     m_requestedOutputMode.store(mode);
     m_yieldRequests.fetch_add(1); // a seek in progress lets go of the lock and goes on later
     {
@@ -98,12 +101,14 @@ void TheoraVideoClip::requestSeek(int frame) {
 }
 
 void TheoraVideoClip::update(float timeStep) {
-    if (m_timer->isPaused() || m_seeking.load())
+    if (m_timer->isPaused() || m_seeking.load()) {
         return;
+    }
     m_timer->update(timeStep);
     const float time = m_timer->getTime();
-    if (m_duration >= 0 && time >= m_duration && m_restartAtEnd.load() && m_restartPending.load())
+    if (m_duration >= 0 && time >= m_duration && m_restartAtEnd.load() && m_restartPending.load()) {
         followRestart(time);
+    }
 }
 
 void TheoraVideoClip::followRestart(float time) {
@@ -113,8 +118,9 @@ void TheoraVideoClip::followRestart(float time) {
     m_restartPending.store(false);
     int handled = 0;
     m_frameQueue->popWhile([&](TheoraVideoFrame& frame) {
-        if (frame.getTimeToDisplay() <= kOldPassFrom)
+        if (frame.getTimeToDisplay() <= kOldPassFrom) {
             return false;
+        }
         if (handled++ == 0) { // shown once more, as the first picture of the new pass
             frame.setTimeToDisplay(overshoot);
             frame.setIteration(1 - frame.getIteration());
@@ -123,21 +129,25 @@ void TheoraVideoClip::followRestart(float time) {
         m_displayedFrames.fetch_add(1);
         return true;
     });
-    if (handled > 0)
+    if (handled > 0) {
         writeLog("dropped " + std::to_string(handled) + " end frames");
+    }
     m_workSignal.raise();
 }
 
 void TheoraVideoClip::advanceToDueFrame() {
-    if (!m_frameQueue)
+    if (!m_frameQueue) {
         return;
-    if (const auto due = m_frameQueue->frontTime())
+    }
+    if (const auto due = m_frameQueue->frontTime()) {
         update(*due - m_timer->getTime());
+    }
 }
 
 TheoraVideoFrame* TheoraVideoClip::peekReadyFrame() {
-    if (!m_frameQueue)
+    if (!m_frameQueue) {
         return nullptr;
+    }
     if (pendingSeekFrame.load() != -1) {
         m_frameQueue->letGo(); // in a short queue the seek may need this very frame
         return nullptr;
@@ -145,40 +155,46 @@ TheoraVideoFrame* TheoraVideoClip::peekReadyFrame() {
     const float time = m_timer->getTime();
     for (;;) {
         TheoraVideoFrame* frame = m_frameQueue->front();
-        if (frame == nullptr || frame->getTimeToDisplay() > time)
+        if (frame == nullptr || frame->getTimeToDisplay() > time) {
             return nullptr;
+        }
         const bool late = time > frame->getTimeToDisplay() + m_frameDuration;
         if (!late || m_frameQueue->getReadyCount() < 2) {
             m_lastIteration.store(frame->getIteration());
             return frame;
         }
-        if (m_restartPending.load() && frame->getTimeToDisplay() < kNewPassUntil)
+        if (m_restartPending.load() && frame->getTimeToDisplay() < kNewPassUntil) {
             return nullptr;
+        }
         m_droppedFrames.fetch_add(1);
         releaseShownFrame();
     }
 }
 
 void TheoraVideoClip::releaseShownFrame() {
-    if (!m_frameQueue)
+    if (!m_frameQueue) {
         return;
+    }
     m_displayedFrames.fetch_add(1);
     m_frameQueue->pop();
     m_workSignal.raise();
 }
 
 int TheoraVideoClip::getNumReadyFrames() const {
-    if (pendingSeekFrame.load() != -1 || !m_frameQueue)
+    if (pendingSeekFrame.load() != -1 || !m_frameQueue) {
         return 0;
+    }
     return m_frameQueue->getReadyCount();
 }
 
 bool TheoraVideoClip::wantsWork() const {
     if (m_cancelled.load() || m_yieldRequests.load() > 0 || !m_frameQueue ||
-        m_requestedOutputMode.load() != m_outputMode.load())
+        m_requestedOutputMode.load() != m_outputMode.load()) {
         return false;
-    if (pendingSeekFrame.load() != -1)
+    }
+    if (pendingSeekFrame.load() != -1) {
         return true;
+    }
     return !endOfFile.load() && !m_frameQueue->isFull();
 }
 
@@ -202,15 +218,17 @@ bool TheoraVideoClip::decodeOnWorker() {
     const TheoraLock lock(m_access);
     const int wanted = pendingSeekFrame.load();
     try {
-        if (m_cancelled.load())
+        if (m_cancelled.load()) {
             return false;
+        }
         return wanted != -1 ? runSeek(wanted) : decodeNextFrame();
     } catch (const std::exception& error) {
         writeLog(m_name + ": " + error.what());
         endOfFile.store(true);
         int expected = wanted; // a newer request stays
-        if (wanted != -1)
+        if (wanted != -1) {
             pendingSeekFrame.compare_exchange_strong(expected, -1);
+        }
         return false;
     }
 }
@@ -231,8 +249,9 @@ bool TheoraVideoClip::runSeek(int frame) {
     m_timer->seek(time); // a step that was under way when the clock was stopped
     m_seeking.store(false);
     int expected = frame; // a request made meanwhile stays
-    if (done)
+    if (done) {
         pendingSeekFrame.compare_exchange_strong(expected, -1);
+    }
     return done;
 }
 

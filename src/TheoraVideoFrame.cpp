@@ -23,9 +23,10 @@ void TheoraVideoFrame::decode(const TheoraPicture& picture) {
 
 void TheoraVideoFrame::copyConverted(const std::uint8_t* pixels, std::ptrdiff_t rowBytes) {
     const auto bytes = static_cast<std::size_t>(getRowBytes());
-    for (int row = 0; row < m_format.height; ++row)
+    for (int row = 0; row < m_format.height; ++row) {
         std::memcpy(m_buffer.get() + static_cast<std::size_t>(row) * bytes, pixels + row * rowBytes,
                     bytes);
+    }
 }
 
 } // namespace theora

@@ -44,16 +44,19 @@ TheoraVideoManager::TheoraVideoManager(int workerCount, platform::FileSystem& fi
 }
 
 TheoraVideoManager::~TheoraVideoManager() {
-    for (auto& worker : m_workers)
+    for (auto& worker : m_workers) {
         worker->stop();
+    }
     {
         const TheoraLock lock(m_workMutex);
-        for (auto& clip : m_clips)
+        for (auto& clip : m_clips) {
             clip->cancelWork();
+        }
     }
     m_workSignal.raise();
-    for (auto& worker : m_workers)
+    for (auto& worker : m_workers) {
         worker->join();
+    }
     m_workers.clear();
     {
         const TheoraLock lock(m_workMutex);
@@ -95,8 +98,9 @@ void TheoraVideoManager::updateClips(float timeStep) {
     std::vector<TheoraVideoClip*> clips; // no lock is held while clips hand on their sound
     {
         const TheoraLock lock(m_workMutex);
-        for (auto& clip : m_clips)
+        for (auto& clip : m_clips) {
             clips.push_back(clip.get());
+        }
     }
     for (TheoraVideoClip* clip : clips) {
         clip->update(timeStep);
@@ -109,8 +113,9 @@ TheoraVideoClip* TheoraVideoManager::mostUrgentClip(bool pausedToo) const {
     float bestWeight = 0.0F;
     for (const auto& clip : m_clips) {
         if (clip->assignedWorker != nullptr || (!pausedToo && clip->getTimer().isPaused()) ||
-            !clip->wantsWork())
+            !clip->wantsWork()) {
             continue;
+        }
         const float weight = clip->workWeight();
         if (best == nullptr || weight < bestWeight ||
             (weight == bestWeight && clip->workCount < best->workCount)) {
@@ -124,8 +129,9 @@ TheoraVideoClip* TheoraVideoManager::mostUrgentClip(bool pausedToo) const {
 TheoraVideoClip* TheoraVideoManager::requestWork(TheoraWorkerThread* worker) {
     const TheoraLock lock(m_workMutex);
     TheoraVideoClip* clip = mostUrgentClip(false);
-    if (clip == nullptr)
+    if (clip == nullptr) {
         clip = mostUrgentClip(true);
+    }
     if (clip != nullptr) {
         clip->assignedWorker = worker;
         ++clip->workCount;
@@ -145,8 +151,9 @@ void TheoraVideoManager::setFrameReadyCallback(std::function<void()> callback) {
 
 void TheoraVideoManager::notifyFrameReady() {
     const TheoraLock lock(m_callbackMutex);
-    if (m_frameReady)
+    if (m_frameReady) {
         m_frameReady();
+    }
 }
 
 } // namespace theora

@@ -18,9 +18,11 @@ void TheoraWorkSignal::raise() {
 void TheoraWorkSignal::wait(std::uint64_t seen, std::chrono::milliseconds limit) {
     const auto until = std::chrono::steady_clock::now() + limit;
     const TheoraLock lock(m_mutex);
-    while (m_count == seen)
-        if (m_changed.wait_until(m_mutex, until) == std::cv_status::timeout)
+    while (m_count == seen) {
+        if (m_changed.wait_until(m_mutex, until) == std::cv_status::timeout) {
             return;
+        }
+    }
 }
 
 } // namespace theora

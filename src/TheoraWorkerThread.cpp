@@ -28,16 +28,18 @@ void TheoraWorkerThread::execute() {
         const std::uint64_t seen = signal.count();
         TheoraVideoClip* clip = m_manager.requestWork(this);
         if (clip == nullptr) {
-            if (isRunning())
+            if (isRunning()) {
                 signal.wait(seen, kIdleWait);
+            }
             continue;
         }
         const bool produced = clip->decodeOnWorker();
         m_manager.workDone(*clip);
-        if (produced)
+        if (produced) {
             m_manager.notifyFrameReady();
-        else if (isRunning())
+        } else if (isRunning()) {
             signal.wait(seen, kNoFrameWait);
+        }
     }
 }
 

@@ -2,13 +2,13 @@
 // table first and asks its base for the rest.
 #pragma once
 
-#include "toolkit/AttributeText.h"
-
 #include <initializer_list>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+
+#include "toolkit/AttributeText.h"
 
 namespace toolkit {
 

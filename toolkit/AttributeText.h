@@ -2,11 +2,11 @@
 // around numbers are ignored. Anything else is no value; the attribute is left as it was.
 #pragma once
 
-#include "platform/Color.h"
-#include "platform/Geometry.h"
-
 #include <optional>
 #include <string_view>
+
+#include "platform/Color.h"
+#include "platform/Geometry.h"
 
 namespace toolkit {
 

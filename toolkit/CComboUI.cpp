@@ -1,11 +1,11 @@
 #include "toolkit/CComboUI.h"
 
+#include <algorithm>
+
 #include "toolkit/AttributeTable.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/DropListWindow.h"
 #include "toolkit/TextPaint.h"
-
-#include <algorithm>
 
 namespace toolkit {
 

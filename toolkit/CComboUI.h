@@ -5,11 +5,11 @@
 // controls are made when someone asks for one, and many combos can show the same long list.
 #pragma once
 
+#include <vector>
+
 #include "toolkit/CContainerUI.h"
 #include "toolkit/CListLabelElementUI.h"
 #include "toolkit/ItemStyle.h"
-
-#include <vector>
 
 namespace toolkit {
 

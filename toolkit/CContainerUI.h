@@ -1,9 +1,9 @@
 // A control that holds others. It owns them; they stand where their "pos" says, or fill it.
 #pragma once
 
-#include "toolkit/CControlUI.h"
-
 #include <vector>
+
+#include "toolkit/CControlUI.h"
 
 namespace toolkit {
 

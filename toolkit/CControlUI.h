@@ -2,16 +2,16 @@
 // Everything else that stands in a window derives from it. UI thread only.
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "platform/Accessible.h"
 #include "platform/Canvas.h"
 #include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "toolkit/TEventUI.h"
-
-#include <memory>
-#include <optional>
-#include <string>
-#include <string_view>
 
 namespace toolkit {
 

@@ -1,15 +1,15 @@
 #include "toolkit/CDialogBuilder.h"
 
+#include <algorithm>
+
+#include <tinyxml2.h>
+
 #include "core/Text.h"
 #include "toolkit/AttributeTable.h"
 #include "toolkit/CContainerUI.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/ControlFactory.h"
 #include "toolkit/IDialogBuilderCallback.h"
-
-#include <tinyxml2.h>
-
-#include <algorithm>
 
 namespace toolkit {
 namespace {

@@ -1,13 +1,13 @@
 // Reads a layout and builds a window's controls from it. docs/skin.md describes the vocabulary.
 #pragma once
 
-#include "platform/Geometry.h"
-
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
 #include <vector>
+
+#include "platform/Geometry.h"
 
 namespace toolkit {
 

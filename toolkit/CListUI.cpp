@@ -1,11 +1,11 @@
 #include "toolkit/CListUI.h"
 
+#include <algorithm>
+
 #include "toolkit/AttributeText.h"
 #include "toolkit/CListContainerElementUI.h"
 #include "toolkit/CListLabelElementUI.h"
 #include "toolkit/CPaintManagerUI.h"
-
-#include <algorithm>
 
 namespace toolkit {
 namespace {

@@ -1,9 +1,9 @@
 #include "toolkit/COptionUI.h"
 
+#include <vector>
+
 #include "toolkit/AttributeTable.h"
 #include "toolkit/CPaintManagerUI.h"
-
-#include <vector>
 
 namespace toolkit {
 

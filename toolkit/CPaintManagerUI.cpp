@@ -1,11 +1,11 @@
 #include "toolkit/CPaintManagerUI.h"
 
+#include <algorithm>
+
 #include "core/Text.h"
 #include "toolkit/DropListWindow.h"
 #include "toolkit/ImageCache.h"
 #include "toolkit/ToolTipWindow.h"
-
-#include <algorithm>
 
 namespace toolkit {
 

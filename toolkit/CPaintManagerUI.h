@@ -2,6 +2,14 @@
 // passes their notifications on. One for each window. UI thread only.
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
 #include "platform/Canvas.h"
 #include "platform/Gui.h"
 #include "toolkit/CContainerUI.h"
@@ -12,14 +20,6 @@
 #include "toolkit/MouseInput.h"
 #include "toolkit/Skin.h"
 #include "toolkit/SkinImage.h"
-
-#include <memory>
-#include <optional>
-#include <string>
-#include <string_view>
-#include <unordered_map>
-#include <utility>
-#include <vector>
 
 namespace toolkit {
 

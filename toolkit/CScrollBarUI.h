@@ -1,11 +1,11 @@
 // A vertical scroll bar: drag its thumb, or press above or below it for a page.
 #pragma once
 
+#include <functional>
+
 #include "toolkit/CControlUI.h"
 #include "toolkit/ScrollModel.h"
 #include "toolkit/ScrollStyle.h"
-
-#include <functional>
 
 namespace toolkit {
 

@@ -1,8 +1,8 @@
 #include "toolkit/CWindowWnd.h"
 
-#include "core/Log.h"
-
 #include <exception>
+
+#include "core/Log.h"
 
 namespace toolkit {
 

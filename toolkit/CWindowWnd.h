@@ -1,11 +1,11 @@
 // A native window and the object that owns it. UI thread only.
 #pragma once
 
-#include "platform/Gui.h"
-
 #include <cstdint>
 #include <memory>
 #include <string>
+
+#include "platform/Gui.h"
 
 namespace toolkit {
 

@@ -1,11 +1,10 @@
 // Mouse and keys of a combo, closed and open.
-#include "toolkit/CComboUI.h"
+#include <algorithm>
 
 #include "core/Text.h"
+#include "toolkit/CComboUI.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/DropListWindow.h"
-
-#include <algorithm>
 
 namespace toolkit {
 

@@ -1,10 +1,9 @@
 // The items of a combo: controls of its own, or texts of a shared list that become controls when
 // someone asks for one.
-#include "toolkit/CComboUI.h"
-
-#include "toolkit/CPaintManagerUI.h"
-
 #include <algorithm>
+
+#include "toolkit/CComboUI.h"
+#include "toolkit/CPaintManagerUI.h"
 
 namespace toolkit {
 

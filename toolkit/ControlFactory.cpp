@@ -1,5 +1,7 @@
 #include "toolkit/ControlFactory.h"
 
+#include <unordered_map>
+
 #include "toolkit/CButtonUI.h"
 #include "toolkit/CComboUI.h"
 #include "toolkit/CContainerUI.h"
@@ -14,8 +16,6 @@
 #include "toolkit/CScrollBarUI.h"
 #include "toolkit/CTextUI.h"
 #include "toolkit/CVerticalLayoutUI.h"
-
-#include <unordered_map>
 
 namespace toolkit {
 namespace {

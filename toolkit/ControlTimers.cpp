@@ -1,8 +1,8 @@
 #include "toolkit/ControlTimers.h"
 
-#include "platform/Window.h"
-
 #include <algorithm>
+
+#include "platform/Window.h"
 
 namespace toolkit {
 namespace {

@@ -1,10 +1,10 @@
 #include "toolkit/DropListWindow.h"
 
+#include <algorithm>
+
 #include "toolkit/CComboUI.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/PopupPlacement.h"
-
-#include <algorithm>
 
 namespace toolkit {
 namespace {

@@ -2,11 +2,11 @@
 // from the first opening on. It paints from the combo's items and makes no item controls.
 #pragma once
 
+#include <memory>
+
 #include "platform/Window.h"
 #include "toolkit/ScrollModel.h"
 #include "toolkit/ScrollStyle.h"
-
-#include <memory>
 
 namespace toolkit {
 

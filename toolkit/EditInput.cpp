@@ -1,6 +1,5 @@
 // Mouse and keys of an edit.
 #include "toolkit/CEditUI.h"
-
 #include "toolkit/CPaintManagerUI.h"
 
 namespace toolkit {

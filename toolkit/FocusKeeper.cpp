@@ -1,9 +1,9 @@
 #include "toolkit/FocusKeeper.h"
 
-#include "toolkit/CPaintManagerUI.h"
-
 #include <algorithm>
 #include <vector>
+
+#include "toolkit/CPaintManagerUI.h"
 
 namespace toolkit {
 namespace {

@@ -1,12 +1,12 @@
 // The skin's images, decoded once in a process and shared by all windows. UI thread only.
 #pragma once
 
-#include "platform/Bitmap.h"
-#include "toolkit/Skin.h"
-
 #include <memory>
 #include <string>
 #include <unordered_map>
+
+#include "platform/Bitmap.h"
+#include "toolkit/Skin.h"
 
 namespace toolkit {
 

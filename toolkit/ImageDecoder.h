@@ -1,12 +1,12 @@
 // PNG, JPEG, BMP and the first frame of GIF to bitmaps.
 #pragma once
 
-#include "platform/Bitmap.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
+
+#include "platform/Bitmap.h"
 
 namespace toolkit {
 

@@ -1,10 +1,10 @@
 #include "toolkit/ItemStyle.h"
 
+#include <algorithm>
+
 #include "toolkit/AttributeTable.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/TextPaint.h"
-
-#include <algorithm>
 
 namespace toolkit {
 

@@ -1,12 +1,12 @@
 // How the items of a combo or list look: the attributes whose names begin with "item".
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "platform/Canvas.h"
 #include "platform/Color.h"
 #include "platform/Geometry.h"
-
-#include <string>
-#include <string_view>
 
 namespace toolkit {
 

@@ -1,11 +1,11 @@
 #include "toolkit/MouseInput.h"
 
+#include <algorithm>
+
 #include "toolkit/CComboUI.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/DropListWindow.h"
 #include "toolkit/ToolTipWindow.h"
-
-#include <algorithm>
 
 namespace toolkit {
 namespace {

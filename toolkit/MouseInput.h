@@ -2,9 +2,9 @@
 // where the caption drags the window.
 #pragma once
 
-#include "platform/Event.h"
-
 #include <vector>
+
+#include "platform/Event.h"
 
 namespace toolkit {
 

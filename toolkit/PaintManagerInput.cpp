@@ -1,8 +1,7 @@
 // How a window's events find their way: to the tool tip, an open drop list, the message filters and
 // the controls.
-#include "toolkit/CPaintManagerUI.h"
-
 #include "toolkit/CComboUI.h"
+#include "toolkit/CPaintManagerUI.h"
 #include "toolkit/DropListWindow.h"
 #include "toolkit/ToolTipWindow.h"
 

@@ -1,12 +1,12 @@
 // How a vertical scroll bar looks, in lists and in drop lists.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "platform/Canvas.h"
 #include "platform/Color.h"
 #include "platform/Geometry.h"
-
-#include <string>
-#include <string_view>
 
 namespace toolkit {
 

@@ -1,10 +1,10 @@
 #include "toolkit/Skin.h"
 
-#include "core/Services.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <map>
+
+#include "core/Services.h"
 
 namespace toolkit {
 namespace {

@@ -2,14 +2,14 @@
 // beside it ("UI.zip"). UI thread only.
 #pragma once
 
-#include "toolkit/ZipArchive.h"
-
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "toolkit/ZipArchive.h"
 
 namespace toolkit {
 

@@ -1,9 +1,9 @@
 #include "toolkit/SkinImage.h"
 
-#include "toolkit/AttributeText.h"
-
 #include <algorithm>
 #include <array>
+
+#include "toolkit/AttributeText.h"
 
 namespace toolkit {
 namespace {

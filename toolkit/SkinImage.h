@@ -1,14 +1,14 @@
 // An image attribute and how it is drawn: file='name' corner='l,t,r,b' dest='l,t,r,b'.
 #pragma once
 
-#include "platform/Bitmap.h"
-#include "platform/Canvas.h"
-#include "platform/Geometry.h"
-
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "platform/Bitmap.h"
+#include "platform/Canvas.h"
+#include "platform/Geometry.h"
 
 namespace toolkit {
 

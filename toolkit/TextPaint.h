@@ -1,11 +1,11 @@
 // Drawing a line of text that may be too long for its box.
 #pragma once
 
-#include "platform/Canvas.h"
-#include "platform/FontSet.h"
-
 #include <string>
 #include <string_view>
+
+#include "platform/Canvas.h"
+#include "platform/FontSet.h"
 
 namespace toolkit {
 

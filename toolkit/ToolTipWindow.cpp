@@ -1,11 +1,11 @@
 #include "toolkit/ToolTipWindow.h"
 
+#include <algorithm>
+
 #include "toolkit/AttributeTable.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/PopupPlacement.h"
 #include "toolkit/TextPaint.h"
-
-#include <algorithm>
 
 namespace toolkit {
 namespace {

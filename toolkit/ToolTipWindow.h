@@ -1,10 +1,10 @@
 // The tool tip of a window: a native popup that appears when the pointer rests on a control.
 #pragma once
 
-#include "platform/Window.h"
-
 #include <memory>
 #include <string>
+
+#include "platform/Window.h"
 
 namespace toolkit {
 

@@ -1,10 +1,10 @@
 #include "toolkit/WindowImplBase.h"
 
+#include <vector>
+
 #include "core/Log.h"
 #include "toolkit/CDialogBuilder.h"
 #include "toolkit/Skin.h"
-
-#include <vector>
 
 namespace toolkit {
 namespace {

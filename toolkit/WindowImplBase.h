@@ -9,16 +9,16 @@
 //   }
 #pragma once
 
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "toolkit/CNotifyPump.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/CWindowWnd.h"
 #include "toolkit/IDialogBuilderCallback.h"
 #include "toolkit/IMessageFilterUI.h"
 #include "toolkit/INotifyUI.h"
-
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace toolkit {
 

@@ -1,9 +1,9 @@
 #include "toolkit/ZipArchive.h"
 
-#include <zlib.h>
-
 #include <algorithm>
 #include <array>
+
+#include <zlib.h>
 
 namespace toolkit {
 namespace {

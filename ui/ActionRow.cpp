@@ -1,9 +1,9 @@
 #include "ui/ActionRow.h"
 
-#include "core/Text.h"
-
 #include <algorithm>
 #include <cstddef>
+
+#include "core/Text.h"
 
 namespace ui {
 

@@ -2,14 +2,14 @@
 // reports back on the UI thread. Used by the branch editor. UI thread only.
 #pragma once
 
-#include "platform/EventLoop.h"
-#include "platform/FileSystem.h"
-#include "ui/VideoImport.h"
-
 #include <functional>
 #include <memory>
 #include <string>
 #include <thread>
+
+#include "platform/EventLoop.h"
+#include "platform/FileSystem.h"
+#include "ui/VideoImport.h"
 
 namespace ui {
 

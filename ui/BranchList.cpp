@@ -1,5 +1,7 @@
 #include "ui/BranchList.h"
 
+#include <cstddef>
+
 #include "core/Services.h"
 #include "core/Text.h"
 #include "core/Translations.h"
@@ -12,8 +14,6 @@
 #include "ui/Confirmation.h"
 #include "ui/SceneListing.h"
 #include "zone/ZoneManager.h"
-
-#include <cstddef>
 
 namespace ui {
 

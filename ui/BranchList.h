@@ -5,17 +5,17 @@
 // zones), BranchListActions.cpp (the action list), BranchListState.cpp (what is enabled, hints).
 #pragma once
 
-#include "ui/BackgroundImport.h"
-#include "ui/ComponentScope.h"
-#include "ui/ConfirmCallback.h"
-#include "ui/EditorWindow.h"
-#include "ui/NameList.h"
-
 #include <deque>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "ui/BackgroundImport.h"
+#include "ui/ComponentScope.h"
+#include "ui/ConfirmCallback.h"
+#include "ui/EditorWindow.h"
+#include "ui/NameList.h"
 
 namespace scene {
 class Action;

@@ -1,4 +1,6 @@
-#include "ui/BranchList.h"
+#include <algorithm>
+#include <limits>
+#include <utility>
 
 #include "core/Text.h"
 #include "scene/SceneManager.h"
@@ -8,14 +10,11 @@
 #include "toolkit/CListUI.h"
 #include "toolkit/COptionUI.h"
 #include "ui/ActionRow.h"
+#include "ui/BranchList.h"
 #include "ui/BranchListControls.h"
 #include "ui/Confirmation.h"
 #include "ui/StyleCombo.h"
 #include "zone/ZoneManager.h"
-
-#include <algorithm>
-#include <limits>
-#include <utility>
 
 namespace ui {
 

@@ -1,8 +1,7 @@
-#include "ui/BranchList.h"
-
 #include "scene/SceneManager.h"
 #include "toolkit/CComboUI.h"
 #include "toolkit/CListUI.h"
+#include "ui/BranchList.h"
 #include "ui/BranchListControls.h"
 #include "ui/SceneHints.h"
 #include "zone/ZoneManager.h"

@@ -1,4 +1,6 @@
-#include "ui/BranchList.h"
+#include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "core/Paths.h"
 #include "core/Services.h"
@@ -7,12 +9,9 @@
 #include "toolkit/CComboUI.h"
 #include "toolkit/CListLabelElementUI.h"
 #include "ui/ActionRow.h"
+#include "ui/BranchList.h"
 #include "ui/BranchListControls.h"
 #include "zone/ZoneManager.h"
-
-#include <algorithm>
-#include <optional>
-#include <utility>
 
 namespace ui {
 

@@ -2,9 +2,9 @@
 // given back when it goes. UI thread only.
 #pragma once
 
-#include "platform/Gui.h"
-
 #include <cstdint>
+
+#include "platform/Gui.h"
 
 namespace ui {
 

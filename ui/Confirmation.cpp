@@ -1,10 +1,10 @@
 #include "ui/Confirmation.h"
 
+#include <memory>
+
 #include "core/Log.h"
 #include "core/Text.h"
 #include "toolkit/CButtonUI.h"
-
-#include <memory>
 
 namespace ui {
 

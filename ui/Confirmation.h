@@ -2,10 +2,10 @@
 // Used by the branch editor and the zone editor. UI thread only.
 #pragma once
 
+#include <string>
+
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
-
-#include <string>
 
 namespace ui {
 

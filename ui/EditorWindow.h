@@ -2,11 +2,11 @@
 // them, and finding controls. Base of the four screens and the confirmation dialog. UI thread only.
 #pragma once
 
-#include "toolkit/WindowImplBase.h"
-#include "ui/WindowContext.h"
-
 #include <cstdint>
 #include <string_view>
+
+#include "toolkit/WindowImplBase.h"
+#include "ui/WindowContext.h"
 
 namespace ui {
 

@@ -1,8 +1,8 @@
 #include "ui/NameList.h"
 
-#include "core/Text.h"
-
 #include <utility>
+
+#include "core/Text.h"
 
 namespace ui {
 

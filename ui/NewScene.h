@@ -1,11 +1,11 @@
 // The screen where the author names a new scene.
 #pragma once
 
-#include "ui/ComponentScope.h"
-#include "ui/EditorWindow.h"
-
 #include <memory>
 #include <string>
+
+#include "ui/ComponentScope.h"
+#include "ui/EditorWindow.h"
 
 namespace ui {
 

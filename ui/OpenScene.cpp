@@ -1,5 +1,8 @@
 #include "ui/OpenScene.h"
 
+#include <cstddef>
+#include <utility>
+
 #include "core/Text.h"
 #include "scene/SceneManager.h"
 #include "toolkit/CHorizontalLayoutUI.h"
@@ -7,9 +10,6 @@
 #include "toolkit/CListUI.h"
 #include "toolkit/CTextUI.h"
 #include "ui/SceneListing.h"
-
-#include <cstddef>
-#include <utility>
 
 namespace ui {
 

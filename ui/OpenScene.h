@@ -1,12 +1,12 @@
 // The first screen: lists the scenes and lets the author open one, start a new one or leave.
 #pragma once
 
-#include "ui/ComponentScope.h"
-#include "ui/EditorWindow.h"
-
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "ui/ComponentScope.h"
+#include "ui/EditorWindow.h"
 
 namespace ui {
 

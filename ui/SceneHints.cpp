@@ -1,10 +1,10 @@
 #include "ui/SceneHints.h"
 
-#include "core/Text.h"
-#include "scene/SceneManager.h"
-
 #include <memory>
 #include <vector>
+
+#include "core/Text.h"
+#include "scene/SceneManager.h"
 
 namespace ui {
 

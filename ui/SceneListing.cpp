@@ -1,8 +1,8 @@
 #include "ui/SceneListing.h"
 
-#include "core/Paths.h"
-
 #include <utility>
+
+#include "core/Paths.h"
 
 namespace ui {
 

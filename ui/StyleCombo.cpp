@@ -1,9 +1,9 @@
 #include "ui/StyleCombo.h"
 
-#include "toolkit/CComboUI.h"
-
 #include <string_view>
 #include <utility>
+
+#include "toolkit/CComboUI.h"
 
 namespace ui {
 

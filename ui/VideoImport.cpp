@@ -1,10 +1,10 @@
 #include "ui/VideoImport.h"
 
-#include "core/Paths.h"
-
 #include <cstddef>
 #include <memory>
 #include <vector>
+
+#include "core/Paths.h"
 
 namespace ui {
 

@@ -3,12 +3,12 @@
 // editor, on a thread of its own for the sake of large files.
 #pragma once
 
-#include "platform/FileSystem.h"
-
 #include <atomic>
 #include <cstdint>
 #include <functional>
 #include <string>
+
+#include "platform/FileSystem.h"
 
 namespace ui {
 

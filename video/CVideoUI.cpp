@@ -1,13 +1,13 @@
 #include "video/CVideoUI.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
 #include "core/Log.h"
 #include "platform/Window.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "zone/ZoneManager.h"
-
-#include <algorithm>
-#include <cstddef>
-#include <cstring>
 
 namespace video {
 

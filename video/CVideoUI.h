@@ -3,14 +3,14 @@
 // whenever a frame arrives from the decoder. UI thread only.
 #pragma once
 
+#include <atomic>
+#include <memory>
+#include <string>
+
 #include "platform/EventLoop.h"
 #include "platform/FrameBuffer.h"
 #include "toolkit/CContainerUI.h"
 #include "video/Video.h"
-
-#include <atomic>
-#include <memory>
-#include <string>
 
 namespace video {
 

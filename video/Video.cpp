@@ -1,11 +1,11 @@
 #include "video/Video.h"
 
-#include "core/Log.h"
-#include "src/TheoraException.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <utility>
+
+#include "core/Log.h"
+#include "src/TheoraException.h"
 
 namespace video {
 

@@ -3,12 +3,12 @@
 // editor. UI thread only, except for the frame-ready callback.
 #pragma once
 
-#include "platform/FrameBuffer.h"
-#include "src/TheoraVideoManager.h"
-
 #include <functional>
 #include <memory>
 #include <string>
+
+#include "platform/FrameBuffer.h"
+#include "src/TheoraVideoManager.h"
 
 namespace video {
 

@@ -9,8 +9,9 @@ namespace zone {
 
 bool ChunkReader::next() {
     std::array<std::uint8_t, kHeaderSize> header;
-    if (m_left < header.size() || !read(header.data(), header.size()))
+    if (m_left < header.size() || !read(header.data(), header.size())) {
         return false;
+    }
     m_tag = loadU32(header.data());
     m_statedSize = loadU32(header.data() + 4);
     m_size = static_cast<std::size_t>(std::min<std::uint64_t>(m_statedSize, m_left));

@@ -73,8 +73,9 @@ void drawNumber(platform::Canvas& canvas, Point at, std::size_t number) {
     const platform::FontHandle font = view ? view->font : 0;
     const std::u16string text = core::displayText(std::to_string(number));
     platform::Size size{kHandleSize, kHandleSize};
-    if (view && view->fonts)
+    if (view && view->fonts) {
         size = view->fonts->measure(text, font);
+    }
     canvas.drawText(text, boxAround(at, {size.width + 1, size.height + 1}), font, kNumberColor,
                     platform::TextAlign::center);
 }
@@ -86,9 +87,10 @@ Point drawShape(platform::Canvas& canvas, std::span<const Point> points, bool ac
     const Point center = centerOf(points);
     const int count = static_cast<int>(points.size());
     const std::span<const Point> painted = points.first(std::min(points.size(), kMaxPaintedPoints));
-    for (std::size_t i = 1; i < painted.size(); ++i)
+    for (std::size_t i = 1; i < painted.size(); ++i) {
         canvas.drawLine(placed(painted[i - 1], origin), placed(painted[i], origin),
                         segmentColor(static_cast<int>(i) - 1 == selectedIndex, active));
+    }
     if (count >= kMinimumOutline) {
         canvas.drawLine(placed(points.back(), origin), placed(points.front(), origin),
                         segmentColor(selectedIndex == count - 1, active));

@@ -16,8 +16,9 @@ constexpr const char* kShapeSource = "..\\ZoneShape.cpp";
 constexpr int kPointIndexLine = 368;
 
 int clampedSide(int value, int size) {
-    if (size > 0)
+    if (size > 0) {
         value = std::min(value, size - 1);
+    }
     return std::max(value, 0);
 }
 
@@ -45,28 +46,33 @@ platform::Point clampedToArea(int x, int y) {
 
 int insertPosition(int afterIndex, std::size_t count) {
     const int end = static_cast<int>(count);
-    if (afterIndex < -1 || afterIndex >= end || count >= kMaxPoints)
+    if (afterIndex < -1 || afterIndex >= end || count >= kMaxPoints) {
         return -1;
+    }
     return end > 0 && afterIndex != -1 ? afterIndex + 1 : end;
 }
 
 void shiftPoints(std::span<platform::Point> points, platform::Point delta) {
-    for (platform::Point& point : points)
+    for (platform::Point& point : points) {
         point = {wrappedSum(point.x, delta.x), wrappedSum(point.y, delta.y)};
+    }
 }
 
 int hitPoint(std::span<const platform::Point> points, platform::Point at) {
-    for (std::size_t index = 0; index < points.size(); ++index)
-        if (handleContains(points[index], at))
+    for (std::size_t index = 0; index < points.size(); ++index) {
+        if (handleContains(points[index], at)) {
             return static_cast<int>(index);
+        }
+    }
     return -1;
 }
 
 int hitHandle(std::span<const platform::Point> points, platform::Point center, platform::Point at) {
     const int point = hitPoint(points, at);
     const int count = static_cast<int>(points.size());
-    if (point != -1 || count < kMinimumOutline)
+    if (point != -1 || count < kMinimumOutline) {
         return point;
+    }
     return handleContains(center, at) ? count : -1;
 }
 

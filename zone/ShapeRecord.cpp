@@ -51,8 +51,9 @@ RecordWriter::RecordWriter(core::File& file, Scale scale)
 
 void RecordWriter::bytes(std::span<const std::uint8_t> data) {
     while (!data.empty()) {
-        if (room() == 0)
+        if (room() == 0) {
             flush();
+        }
         const std::size_t now = std::min(room(), data.size());
         std::memcpy(m_buffer.data() + m_used, data.data(), now);
         m_used += now;
@@ -61,8 +62,9 @@ void RecordWriter::bytes(std::span<const std::uint8_t> data) {
 }
 
 void RecordWriter::u32(std::uint32_t value) {
-    if (room() < sizeof value)
+    if (room() < sizeof value) {
         flush();
+    }
     std::memcpy(m_buffer.data() + m_used, &value, sizeof value);
     m_used += sizeof value;
 }
@@ -71,8 +73,9 @@ void RecordWriter::shape(bool active, std::span<const Point> points) {
     u32(static_cast<std::uint32_t>(kShapeHeaderSize + kPointSize * points.size()));
     u32(active ? 1 : 0);
     while (!points.empty()) {
-        if (room() < kPointSize)
+        if (room() < kPointSize) {
             flush();
+        }
         const std::size_t now = std::min(points.size(), room() / kPointSize);
         std::uint8_t* to = m_buffer.data() + m_used;
         for (std::size_t i = 0; i < now; ++i) {

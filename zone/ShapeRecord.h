@@ -38,14 +38,17 @@ struct ShapeRecord {
 /// is a shape without points in 8 bytes, as early versions wrote it.
 [[nodiscard]] inline std::optional<ShapeRecord>
 findShapeRecord(std::span<const std::uint8_t> bytes) {
-    if (bytes.size() < kShapeHeaderSize)
+    if (bytes.size() < kShapeHeaderSize) {
         return std::nullopt;
+    }
     const std::size_t stated = loadU32(bytes.data());
     const bool active = loadU32(bytes.data() + 4) == 1;
-    if (stated < kShapeHeaderSize)
+    if (stated < kShapeHeaderSize) {
         return ShapeRecord{kShapeHeaderSize, active, {}};
-    if (stated > bytes.size())
+    }
+    if (stated > bytes.size()) {
         return std::nullopt;
+    }
     const std::size_t count = (stated - kShapeHeaderSize) / kPointSize;
     return ShapeRecord{stated, active, bytes.subspan(kShapeHeaderSize, count * kPointSize)};
 }

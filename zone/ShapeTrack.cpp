@@ -23,11 +23,13 @@ std::size_t ShapeTrack::indexOf(int frame) const {
 }
 
 std::size_t ShapeTrack::splitAt(int frame) {
-    if (frame >= m_frameCount)
+    if (frame >= m_frameCount) {
         return m_runs.size();
+    }
     const std::size_t index = indexOf(frame);
-    if (m_runs[index].firstFrame == frame)
+    if (m_runs[index].firstFrame == frame) {
         return index;
+    }
     ShapeRun second = m_runs[index];
     second.offset = m_points.size();
     second.firstFrame = frame;
@@ -51,16 +53,18 @@ void ShapeTrack::resize(int frameCount) {
         missing.firstFrame = m_frameCount;
         m_runs.push_back(missing);
     }
-    while (!m_runs.empty() && m_runs.back().firstFrame >= frameCount)
+    while (!m_runs.empty() && m_runs.back().firstFrame >= frameCount) {
         m_runs.pop_back();
+    }
     m_frameCount = frameCount;
 }
 
 void ShapeTrack::extendLast(int frameCount) {
-    if (m_runs.empty())
+    if (m_runs.empty()) {
         resize(frameCount);
-    else
+    } else {
         m_frameCount = std::max(m_frameCount, frameCount);
+    }
 }
 
 void ShapeTrack::reserveFor(std::size_t records, std::size_t bytes) {
@@ -83,17 +87,20 @@ void ShapeTrack::append(const ShapeRecord& record, Scale scale) {
 }
 
 void ShapeTrack::trim() {
-    if (m_runs.size() < m_runs.capacity() - m_runs.capacity() / 16)
+    if (m_runs.size() < m_runs.capacity() - m_runs.capacity() / 16) {
         m_runs.shrink_to_fit();
-    if (m_points.size() + kSplitRoom < m_points.capacity() - m_points.capacity() / 16)
+    }
+    if (m_points.size() + kSplitRoom < m_points.capacity() - m_points.capacity() / 16) {
         m_points.shrink_to_fit();
+    }
 }
 
 void ShapeTrack::insertPointEverywhere(int afterIndex, Point point) {
     Points grown;
     std::size_t total = kSplitRoom;
-    for (const ShapeRun& run : m_runs)
+    for (const ShapeRun& run : m_runs) {
         total += run.pointCount + std::size_t{1};
+    }
     grown.reserve(total);
     for (ShapeRun& run : m_runs) {
         const Point* from = m_points.data() + run.offset;
@@ -102,8 +109,9 @@ void ShapeTrack::insertPointEverywhere(int afterIndex, Point point) {
         run.present = 1;
         run.offset = grown.size();
         grown.insert(grown.end(), from, from + count);
-        if (at == -1)
+        if (at == -1) {
             continue;
+        }
         grown.insert(grown.end() - static_cast<std::ptrdiff_t>(count) + at, point);
         run.setPointCount(count + 1);
         run.edited = 1;

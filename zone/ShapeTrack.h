@@ -74,8 +74,9 @@ public:
 
     /// Gives a frame without a shape an empty one.
     void makePresent(std::size_t index) {
-        if (!m_runs[index].present)
+        if (!m_runs[index].present) {
             m_runs[index].present = 1;
+        }
     }
     void setActive(std::size_t index, bool active) { m_runs[index].active = active ? 1 : 0; }
     /// Calls insertPoint's rule with `afterIndex` on every run; creates missing shapes.

@@ -45,10 +45,11 @@ std::shared_ptr<Zone> Zone::createFromXml(const tinyxml2::XMLElement& element) {
     auto zone = std::make_shared<Zone>();
     for (const auto* child = element.FirstChildElement(); child;
          child = child->NextSiblingElement()) {
-        if (std::string_view(child->Name()) == "Name")
+        if (std::string_view(child->Name()) == "Name") {
             zone->setName(firstText(*child));
-        else
+        } else {
             core::Log::get()->Error("Unknown zone node type");
+        }
     }
     return zone;
 }
@@ -58,12 +59,14 @@ void Zone::setName(const std::string& name) {
 }
 
 std::shared_ptr<ZoneShape> Zone::shape(int frame) const {
-    if (frame < 0 || frame >= frameCount())
+    if (frame < 0 || frame >= frameCount()) {
         return nullptr;
+    }
     const std::size_t index = m_track.indexOf(frame);
     const ShapeRun& run = m_track.run(index);
-    if (!run.present)
+    if (!run.present) {
         return nullptr;
+    }
     auto shape = ZoneShape::createEmpty();
     const auto points = m_track.points(index);
     const Point center = centerOf(frame);
@@ -71,9 +74,10 @@ std::shared_ptr<ZoneShape> Zone::shape(int frame) const {
     shape->centerY = center.y;
     shape->points.assign(points.begin(), points.end());
     shape->active = run.active != 0;
-    if (run.edited)
+    if (run.edited) {
         shape->recordSize =
             static_cast<std::uint32_t>(kShapeHeaderSize + kPointSize * points.size());
+    }
     return shape;
 }
 
@@ -83,8 +87,9 @@ bool Zone::isActive(int frame) const {
 }
 
 void Zone::setActive(int frame, bool active) {
-    if (!checkFrame(frame, kSetActiveLine))
+    if (!checkFrame(frame, kSetActiveLine)) {
         return;
+    }
     const RunRange range = spreadFrom(frame);
     for (std::size_t run = range.first; run < range.end; ++run) {
         m_track.makePresent(run);
@@ -93,21 +98,25 @@ void Zone::setActive(int frame, bool active) {
 }
 
 void Zone::draw(int frame, platform::Canvas& canvas, int originX, int originY) {
-    if (!checkFrame(frame, kDrawLine))
+    if (!checkFrame(frame, kDrawLine)) {
         return;
+    }
     const std::size_t run = m_track.indexOf(frame);
-    if (!m_track.run(run).present)
+    if (!m_track.run(run).present) {
         return;
+    }
     m_centers[frame] = drawShape(canvas, m_track.points(run), m_track.run(run).active != 0,
                                  {originX, originY}, m_selectedPoint);
 }
 
 bool Zone::hitTest(int frame, int x, int y) {
-    if (!checkFrame(frame, kHitTestLine))
+    if (!checkFrame(frame, kHitTestLine)) {
         return false;
+    }
     const std::size_t run = m_track.indexOf(frame);
-    if (!m_track.run(run).present)
+    if (!m_track.run(run).present) {
         return false;
+    }
     m_selectedPoint = hitHandle(m_track.points(run), centerOf(frame), {x, y});
     return m_selectedPoint != -1;
 }
@@ -117,8 +126,9 @@ void Zone::endMove(int frame, int, int) const {
 }
 
 void Zone::moveSelectedPoint(int frame, int x, int y) {
-    if (!checkFrame(frame, kMoveSelectedPointLine) || m_selectedPoint == -1)
+    if (!checkFrame(frame, kMoveSelectedPointLine) || m_selectedPoint == -1) {
         return;
+    }
     const RunRange range = spreadFrom(frame);
     const bool shifts = m_selectedPoint == static_cast<int>(m_track.points(range.first).size());
     if (!shifts) {
@@ -169,45 +179,53 @@ int Zone::sameCenterUntil(int frame, int end) const {
     auto next = m_centers.upper_bound(frame);
     for (++frame; frame < end; ++frame) {
         const bool isDrawn = next != m_centers.end() && next->first == frame;
-        if ((isDrawn ? next->second : Point{}) != center)
+        if ((isDrawn ? next->second : Point{}) != center) {
             return frame;
-        if (isDrawn)
+        }
+        if (isDrawn) {
             ++next;
-        else // all frames up to the next drawn one are as this one
+        } else { // all frames up to the next drawn one are as this one
             frame = next == m_centers.end() ? end : std::min(end, next->first) - 1;
+        }
     }
     return end;
 }
 
 void Zone::addPoint(int frame, int x, int y) {
-    if (!checkFrame(frame, kAddPointLine))
+    if (!checkFrame(frame, kAddPointLine)) {
         return;
+    }
     const int added =
         insertPosition(m_selectedPoint, m_track.points(m_track.indexOf(frame)).size());
     m_track.insertPointEverywhere(m_selectedPoint, {x, y});
-    if (added != -1)
+    if (added != -1) {
         m_selectedPoint = added;
+    }
 }
 
 void Zone::deletePoint(int frame, int x, int y) {
-    if (!checkFrame(frame, kDeletePointLine))
+    if (!checkFrame(frame, kDeletePointLine)) {
         return;
+    }
     for (std::size_t run = 0; run < m_track.runCount(); ++run) {
         const int hit = hitPoint(m_track.points(run), {x, y});
-        if (hit != -1)
+        if (hit != -1) {
             m_track.removePoint(run, static_cast<std::size_t>(hit));
+        }
     }
 }
 
 void Zone::fillTo(int frameCount) {
-    if (frameCount > m_track.frameCount())
+    if (frameCount > m_track.frameCount()) {
         m_track.resize(frameCount);
+    }
 }
 
 bool Zone::checkFrame(int frame, int line) const {
     const bool good = frame >= 0 && frame < m_track.frameCount();
-    if (!good)
+    if (!good) {
         core::Log::get()->Error("%s:%d Frame index is invalid", kSource, line);
+    }
     return good;
 }
 

@@ -47,14 +47,17 @@ std::shared_ptr<ZoneManager> ZoneManager::create(const std::string& basePath, in
                                                  bool loadBinary) {
     try {
         std::shared_ptr<ZoneManager> manager = createEmpty();
-        if (!manager || basePath.empty())
+        if (!manager || basePath.empty()) {
             return nullptr;
+        }
         manager->frameCount = frameCount;
-        if (!manager->loadInfo(basePath) || (loadBinary && !manager->loadBinary(basePath)))
+        if (!manager->loadInfo(basePath) || (loadBinary && !manager->loadBinary(basePath))) {
             return nullptr;
+        }
         // A zone that only the information file names could not be edited without frames.
-        for (const std::shared_ptr<Zone>& zone : manager->m_zones)
+        for (const std::shared_ptr<Zone>& zone : manager->m_zones) {
             zone->fillTo(frameCount);
+        }
         return manager;
     } catch (const std::bad_alloc&) {
         failLoad("Unable to read zone binary");
@@ -66,20 +69,23 @@ bool ZoneManager::loadInfo(const std::string& basePath) {
     tinyxml2::XMLDocument document;
     const std::optional<std::string> text =
         core::readWholeFile(basePath + kInfoEnding, kMaxInfoBytes);
-    if (!text || document.Parse(text->data(), text->size()) != tinyxml2::XML_SUCCESS)
+    if (!text || document.Parse(text->data(), text->size()) != tinyxml2::XML_SUCCESS) {
         return true;
+    }
     const tinyxml2::XMLNode* root = document.FirstChild();
-    if (!root)
+    if (!root) {
         return failLoad("Zone info file is corrupt");
+    }
     for (const auto* child = root->FirstChildElement(); child;
          child = child->NextSiblingElement()) {
         const std::string_view name = child->Name();
-        if (name == "VideoWidth")
+        if (name == "VideoWidth") {
             videoWidth = core::convertStringToInt(firstText(*child));
-        else if (name == "VideoHeight")
+        } else if (name == "VideoHeight") {
             videoHeight = core::convertStringToInt(firstText(*child));
-        else if (name == "Zone")
+        } else if (name == "Zone") {
             addZone(Zone::createFromXml(*child));
+        }
     }
     return true;
 }
@@ -89,8 +95,9 @@ bool ZoneManager::loadBinary(const std::string& basePath) {
     const std::int64_t size =
         file.open(basePath + kBinaryEnding, "rb") ? file.size() : std::int64_t{0};
     ChunkReader reader(file, static_cast<std::uint64_t>(std::max<std::int64_t>(size, 0)));
-    if (size <= 0 || !readChunks(reader))
+    if (size <= 0 || !readChunks(reader)) {
         return failLoad("Unable to load zone binary");
+    }
     return size >= static_cast<std::int64_t>(ChunkReader::kHeaderSize) ||
            failLoad("Unable to read zone binary");
 }
@@ -109,8 +116,9 @@ bool ZoneManager::readChunks(ChunkReader& reader) {
 
 Zone& ZoneManager::nextZone() {
     ++currentZone;
-    if (currentZone >= zoneCount())
+    if (currentZone >= zoneCount()) {
         addZone(Zone::create(0)); // no frames: the record brings them
+    }
     return *m_zones[static_cast<std::size_t>(currentZone)];
 }
 
@@ -123,15 +131,18 @@ bool ZoneManager::saveAs(const std::string& basePath) {
     m_lastSaveFailure.clear();
     core::SafeSave info;
     core::SafeSave binary;
-    if (!info.open(basePath + kInfoEnding, "wt") || !writeInfo(info.file()) || !info.prepare())
+    if (!info.open(basePath + kInfoEnding, "wt") || !writeInfo(info.file()) || !info.prepare()) {
         return failSave(kInfoFailed, info.failure());
+    }
     const bool isOpen = binary.open(basePath + kBinaryEnding, "wb");
     const bool isWritten = isOpen && writeZones(binary.file()) && binary.prepare();
     // Both files are on the disk by now, so that the pair changes in two renames.
-    if (!info.commit())
+    if (!info.commit()) {
         return failSave(kInfoFailed, info.failure());
-    if (!isOpen)
+    }
+    if (!isOpen) {
         return failSave("Unable to save zone binary file", binary.failure());
+    }
     if (!isWritten || !binary.commit()) {
         m_lastSaveFailure = binary.failure();
         if (m_lastSaveFailure.empty()) { // no step of the file failed, so it reports nothing
@@ -155,10 +166,11 @@ bool ZoneManager::writeInfo(core::File& file) const {
     bool good = file.writeString("<ZoneInfo>\n") &&
                 file.writeString(number("VideoWidth", videoWidth)) &&
                 file.writeString(number("VideoHeight", videoHeight));
-    for (const std::shared_ptr<Zone>& zone : m_zones)
+    for (const std::shared_ptr<Zone>& zone : m_zones) {
         good = good && file.writeString("\t<Zone>\n") &&
                file.writeString("\t\t<Name>" + zone->name() + "</Name>\n") &&
                file.writeString("\t</Zone>\n");
+    }
     return good && file.writeString("</ZoneInfo>\n");
 }
 

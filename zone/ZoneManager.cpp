@@ -42,20 +42,23 @@ std::shared_ptr<Zone> ZoneManager::zone(int index) const {
 }
 
 void ZoneManager::addZone(const std::shared_ptr<Zone>& zone) {
-    if (zone)
+    if (zone) {
         m_zones.push_back(zone);
+    }
 }
 
 Zone* ZoneManager::checkedZone(int index, const char* message, int line) const {
     Zone* found = zone(index).get();
-    if (!found)
+    if (!found) {
         core::Log::get()->Error("%s:%d %s", kSource, line, message);
+    }
     return found;
 }
 
 void ZoneManager::removeZone(int zone) {
-    if (checkedZone(zone, kInvalidZoneIndex, kRemoveZoneLine))
+    if (checkedZone(zone, kInvalidZoneIndex, kRemoveZoneLine)) {
         m_zones.erase(m_zones.begin() + zone);
+    }
 }
 
 std::string ZoneManager::getZoneName(int zone) const {
@@ -64,8 +67,9 @@ std::string ZoneManager::getZoneName(int zone) const {
 }
 
 void ZoneManager::setZoneName(int zone, const std::string& name) {
-    if (Zone* found = checkedZone(zone, kInvalidZoneIndex, kSetZoneNameLine))
+    if (Zone* found = checkedZone(zone, kInvalidZoneIndex, kSetZoneNameLine)) {
         found->setName(name);
+    }
 }
 
 bool ZoneManager::isActive(int zone, int frame) const {
@@ -74,8 +78,9 @@ bool ZoneManager::isActive(int zone, int frame) const {
 }
 
 void ZoneManager::setActive(int zone, int frame, bool active) {
-    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kSetActiveLine))
+    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kSetActiveLine)) {
         found->setActive(frame, active);
+    }
 }
 
 bool ZoneManager::hitTest(int zone, int frame, int x, int y) {
@@ -84,30 +89,35 @@ bool ZoneManager::hitTest(int zone, int frame, int x, int y) {
 }
 
 void ZoneManager::endMove(int zone, int frame, int x, int y) {
-    if (const Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kEndMoveLine))
+    if (const Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kEndMoveLine)) {
         found->endMove(frame, x, y);
+    }
 }
 
 void ZoneManager::moveSelectedPoint(int zone, int frame, int x, int y) {
-    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kMoveSelectedPointLine))
+    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kMoveSelectedPointLine)) {
         found->moveSelectedPoint(frame, x, y);
+    }
 }
 
 void ZoneManager::addPoint(int zone, int frame, int x, int y) {
-    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kAddPointLine))
+    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kAddPointLine)) {
         found->addPoint(frame, x, y);
+    }
 }
 
 void ZoneManager::deletePoint(int zone, int frame, int x, int y) {
-    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kDeletePointLine))
+    if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kDeletePointLine)) {
         found->deletePoint(frame, x, y);
+    }
 }
 
 void ZoneManager::draw(int zone, int frame, platform::Canvas& canvas, int originX,
                        int originY) const {
     const std::shared_ptr<Zone> found = this->zone(zone);
-    if (found && frame >= 0 && frame < found->frameCount())
+    if (found && frame >= 0 && frame < found->frameCount()) {
         found->draw(frame, canvas, originX, originY);
+    }
 }
 
 } // namespace zone

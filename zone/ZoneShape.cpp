@@ -19,10 +19,11 @@ std::shared_ptr<ZoneShape> ZoneShape::copyFrom(const ZoneShape& source) {
 }
 
 void ZoneShape::setPoint(int index, int x, int y) {
-    if (index < -1 || index >= pointCount())
+    if (index < -1 || index >= pointCount()) {
         reportPointIndex();
-    else if (index != -1) // no point, yet not worth a message
+    } else if (index != -1) { // no point, yet not worth a message
         points[static_cast<std::size_t>(index)] = clampedToArea(x, y);
+    }
 }
 
 bool ZoneShape::movePoint(int index, int x, int y, platform::Point& delta) {
@@ -37,16 +38,18 @@ bool ZoneShape::movePoint(int index, int x, int y, platform::Point& delta) {
 
 int ZoneShape::insertPoint(int afterIndex, int x, int y) {
     const int at = insertPosition(afterIndex, points.size());
-    if (at == -1)
+    if (at == -1) {
         return -1;
+    }
     points.insert(points.begin() + at, platform::Point{x, y});
     updateRecordSize();
     return at;
 }
 
 void ZoneShape::removePoint(int index) {
-    if (index < 0 || index >= pointCount())
+    if (index < 0 || index >= pointCount()) {
         return;
+    }
     points.erase(points.begin() + index);
     updateRecordSize();
 }
@@ -64,8 +67,9 @@ void ZoneShape::draw(platform::Canvas& canvas, int originX, int originY, int sel
 
 bool ZoneShape::write(core::File& file) const {
     const std::optional<Scale> scale = currentScale();
-    if (!scale)
+    if (!scale) {
         return false;
+    }
     RecordWriter writer(file, *scale);
     writer.shape(active, points);
     return writer.finish();
@@ -74,13 +78,15 @@ bool ZoneShape::write(core::File& file) const {
 bool ZoneShape::read(std::span<const std::uint8_t> bytes, std::size_t& consumed) {
     const std::optional<ShapeRecord> record = findShapeRecord(bytes);
     consumed = record ? record->size : 0;
-    if (!record)
+    if (!record) {
         return false;
+    }
     const std::optional<Scale> scale = currentScale();
     active = record->active;
     points.assign(record->pointCount(), {});
-    if (scale)
+    if (scale) {
         convertPoints(*record, *scale, points.data());
+    }
     updateRecordSize();
     return scale.has_value();
 }

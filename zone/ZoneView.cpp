@@ -29,8 +29,9 @@ const ZoneView* zoneView() {
 
 std::optional<Scale> currentScale() {
     const ZoneView* view = zoneView();
-    if (!view || !isUsable(view->displaySize) || !isUsable(view->videoSize))
+    if (!view || !isUsable(view->displaySize) || !isUsable(view->videoSize)) {
         return std::nullopt;
+    }
     return Scale{
         static_cast<float>(view->displaySize.width) / static_cast<float>(view->videoSize.width),
         static_cast<float>(view->displaySize.height) / static_cast<float>(view->videoSize.height)};

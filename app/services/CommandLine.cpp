@@ -13,20 +13,22 @@ std::uint32_t parseCommandLine(const std::string& commandLine) {
                             boost::algorithm::token_compress_on);
     std::uint32_t flags = 0;
     for (const std::string& token : tokens) {
-        if (token == "Launcher")
+        if (token == "Launcher") {
             flags |= kLauncherFlag;
-        else if (token == "SecondaryMonitor")
+        } else if (token == "SecondaryMonitor") {
             flags |= kSecondaryMonitorFlag;
-        else if (token == "TestMode")
+        } else if (token == "TestMode") {
             flags |= kTestModeFlag;
+        }
     }
     return flags;
 }
 
 std::string joinArguments(int count, const char* const* arguments) {
     std::string line;
-    for (int i = 1; i < count; ++i)
+    for (int i = 1; i < count; ++i) {
         line += (i > 1 ? " " : "") + std::string(arguments[i]);
+    }
     return line;
 }
 

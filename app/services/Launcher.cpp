@@ -28,14 +28,17 @@ std::string configuredProgram() {
     const auto* const path = std::find_if(kSettingsFiles.begin(), kSettingsFiles.end(),
                                           [](const char* file) { return core::isFile(file); });
     core::File file;
-    if (path == kSettingsFiles.end() || !file.open(*path, "rt"))
+    if (path == kSettingsFiles.end() || !file.open(*path, "rt")) {
         return {};
+    }
     const std::int64_t size = file.size();
-    if (size < 1 || size > kMaxSettingsBytes)
+    if (size < 1 || size > kMaxSettingsBytes) {
         return {};
+    }
     std::string text(static_cast<std::size_t>(size), '\0');
-    if (!file.read(text.data(), text.size()))
+    if (!file.read(text.data(), text.size())) {
         return {};
+    }
     text.resize(std::min(text.find('\0'), text.size()));
     text.resize(text.find_last_not_of("\r\n \t") + 1);
     return text;
@@ -45,23 +48,27 @@ std::string configuredProgram() {
 
 bool launch(const std::string& program, const std::string& arguments,
             const std::string& workingFolder) {
-    if (program.empty())
+    if (program.empty()) {
         return false;
+    }
     const std::string fullPath = core::services().fileSystem->fullPath(program);
-    if (fullPath.empty() || core::displayText(fullPath).size() > kMaxFullPath)
+    if (fullPath.empty() || core::displayText(fullPath).size() > kMaxFullPath) {
         return false;
+    }
     const std::string folder = workingFolder.empty() ? core::folderOf(fullPath) : workingFolder;
     return core::services().process->launch({fullPath, arguments, folder});
 }
 
 void handOffToLauncher() {
-    if (launch(configuredProgram(), "", ""))
+    if (launch(configuredProgram(), "", "")) {
         return;
+    }
     // A menu program that is there but does not start does not lead to the other place. Intended.
-    if (core::isFile(kMenuProgram))
+    if (core::isFile(kMenuProgram)) {
         (void)launch(kMenuProgram, "", "");
-    else if (core::isFile(kOtherMenuProgram))
+    } else if (core::isFile(kOtherMenuProgram)) {
         (void)launch(kOtherMenuProgram, "", "");
+    }
 }
 
 } // namespace app

@@ -23,8 +23,9 @@ std::string readLanguage() {
 
 bool createServices(app_state::SharedServices& services, app_state::ScreenState& state) {
     services.translations = core::Translations::create(kTranslationsFile, readLanguage());
-    if (services.translations)
+    if (services.translations) {
         services.sceneManager = scene::SceneManager::create();
+    }
     if (!services.translations || !services.sceneManager) {
         core::Log::get()->Error("Unable to initialize editor interfaces.");
         return false;

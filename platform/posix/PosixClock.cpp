@@ -1,9 +1,8 @@
-#include "platform/Clock.h"
-
 #include <array>
 #include <cstdio>
 #include <ctime>
 
+#include "platform/Clock.h"
 #include "platform/Immortal.h"
 
 namespace platform {
@@ -14,8 +13,9 @@ public:
     std::string localTimeText() override {
         const std::time_t now = std::time(nullptr);
         std::tm local{};
-        if (::localtime_r(&now, &local) == nullptr)
+        if (::localtime_r(&now, &local) == nullptr) {
             return "12:00:00 AM";
+        }
         // Not strftime: many languages have no text for %p.
         const int hour = local.tm_hour % 12 == 0 ? 12 : local.tm_hour % 12;
         std::array<char, 64> text{};

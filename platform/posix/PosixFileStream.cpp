@@ -1,6 +1,7 @@
 #include "platform/posix/PosixFileStream.h"
 
 #include <cerrno>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,8 +18,9 @@ class UniqueDescriptor {
 public:
     explicit UniqueDescriptor(int descriptor) : m_descriptor(descriptor) {}
     ~UniqueDescriptor() {
-        if (m_descriptor >= 0)
+        if (m_descriptor >= 0) {
             ::close(m_descriptor);
+        }
     }
     UniqueDescriptor(const UniqueDescriptor&) = delete;
     UniqueDescriptor& operator=(const UniqueDescriptor&) = delete;
@@ -45,10 +47,12 @@ int openFlags(OpenMode mode) {
 
 /// 0, or why a file of this kind is refused.
 int refusal(const struct stat& status, OpenMode mode) {
-    if (S_ISDIR(status.st_mode))
+    if (S_ISDIR(status.st_mode)) {
         return EISDIR;
-    if (S_ISREG(status.st_mode))
+    }
+    if (S_ISREG(status.st_mode)) {
         return 0;
+    }
     // Writing to a device such as /dev/null is the user's own wish; reading one may never end.
     return mode == OpenMode::write && S_ISCHR(status.st_mode) ? 0 : EINVAL;
 }
@@ -65,8 +69,9 @@ std::unique_ptr<FileStream> PosixFileStream::open(const std::string& path, OpenM
         return nullptr;
     }
     error = refusal(status, mode);
-    if (error != 0)
+    if (error != 0) {
         return nullptr;
+    }
     const int flags = ::fcntl(descriptor.get(), F_GETFL);
     ::fcntl(descriptor.get(), F_SETFL, flags & ~O_NONBLOCK);
     std::FILE* stream = ::fdopen(descriptor.get(), mode == OpenMode::read ? "rb" : "wb");
@@ -79,22 +84,25 @@ std::unique_ptr<FileStream> PosixFileStream::open(const std::string& path, OpenM
 }
 
 bool PosixFileStream::keepError(bool good) {
-    if (!good && m_error == 0)
+    if (!good && m_error == 0) {
         m_error = errno;
+    }
     return good;
 }
 
 std::size_t PosixFileStream::read(void* buffer, std::size_t count) {
-    if (!m_stream || count == 0)
+    if (!m_stream || count == 0) {
         return 0;
+    }
     const std::size_t done = std::fread(buffer, 1, count, m_stream.get());
     keepError(std::ferror(m_stream.get()) == 0);
     return done;
 }
 
 std::size_t PosixFileStream::write(const void* buffer, std::size_t count) {
-    if (!m_stream || count == 0)
+    if (!m_stream || count == 0) {
         return 0;
+    }
     const std::size_t done = std::fwrite(buffer, 1, count, m_stream.get());
     keepError(done == count);
     return done;
@@ -111,24 +119,28 @@ std::int64_t PosixFileStream::tell() const {
 
 std::int64_t PosixFileStream::size() const {
     const std::int64_t position = tell();
-    if (position < 0 || ::fseeko(m_stream.get(), 0, SEEK_END) != 0)
+    if (position < 0 || ::fseeko(m_stream.get(), 0, SEEK_END) != 0) {
         return -1;
+    }
     const std::int64_t end = tell();
     return ::fseeko(m_stream.get(), position, SEEK_SET) == 0 ? end : -1;
 }
 
 bool PosixFileStream::sync() {
-    if (!m_stream || !keepError(std::fflush(m_stream.get()) == 0))
+    if (!m_stream || !keepError(std::fflush(m_stream.get()) == 0)) {
         return false;
-    if (::fsync(::fileno(m_stream.get())) == 0)
+    }
+    if (::fsync(::fileno(m_stream.get())) == 0) {
         return true;
+    }
     // Some file systems cannot do it at all; the bytes are with the system then.
     return errno == EINVAL || errno == ENOSYS || keepError(false);
 }
 
 bool PosixFileStream::close() {
-    if (!m_stream)
+    if (!m_stream) {
         return false;
+    }
     const bool good = std::ferror(m_stream.get()) == 0;
     return keepError(std::fclose(m_stream.release()) == 0) && good;
 }

@@ -1,11 +1,11 @@
 // An open file on top of C streams. Used by the POSIX back end's sources only.
 #pragma once
 
-#include "platform/FileSystem.h"
-
 #include <cstdio>
 #include <memory>
 #include <string>
+
+#include "platform/FileSystem.h"
 
 namespace platform {
 

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <sys/stat.h>
 #include <system_error>
+
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/Immortal.h"
@@ -27,8 +28,9 @@ std::string linkTarget(const std::string& path) {
     std::string target(256, '\0');
     for (;;) {
         const ssize_t length = ::readlink(path.c_str(), target.data(), target.size());
-        if (length < 0)
+        if (length < 0) {
             return {};
+        }
         if (static_cast<std::size_t>(length) < target.size()) {
             target.resize(static_cast<std::size_t>(length));
             return target;
@@ -46,8 +48,9 @@ std::unique_ptr<FileStream> PosixFileSystem::open(const std::string& path, OpenM
 
 std::optional<FileInfo> PosixFileSystem::info(const std::string& path) {
     struct stat status {};
-    if (::stat(systemPath(path).c_str(), &status) != 0)
+    if (::stat(systemPath(path).c_str(), &status) != 0) {
         return std::nullopt;
+    }
     FileInfo result;
     result.isFolder = S_ISDIR(status.st_mode);
     result.size = static_cast<std::uint64_t>(status.st_size);
@@ -70,15 +73,17 @@ bool PosixFileSystem::replaceFile(const std::string& from, const std::string& to
 
 void PosixFileSystem::copyAccess(const std::string& from, const std::string& to) {
     struct stat status {};
-    if (::stat(systemPath(from).c_str(), &status) == 0)
+    if (::stat(systemPath(from).c_str(), &status) == 0) {
         (void)::chmod(systemPath(to).c_str(), status.st_mode & 07777);
+    }
 }
 
 std::string PosixFileSystem::currentFolder() {
     std::string folder(256, '\0');
     while (::getcwd(folder.data(), folder.size()) == nullptr) {
-        if (errno != ERANGE)
+        if (errno != ERANGE) {
             return {};
+        }
         folder.resize(folder.size() * 2);
     }
     folder.resize(folder.find('\0'));
@@ -91,23 +96,26 @@ bool PosixFileSystem::setCurrentFolder(const std::string& folder) {
 }
 
 std::string PosixFileSystem::fullPath(const std::string& path) {
-    if (path.empty())
+    if (path.empty()) {
         return {};
+    }
     std::string joined = systemPath(path);
     if (joined.front() != '/') {
         const std::string current = currentFolder();
-        if (current.empty())
+        if (current.empty()) {
             return {};
+        }
         joined = current + "/" + joined;
     }
     std::string result;
     for (std::size_t start = 0; start < joined.size();) {
         const std::size_t end = std::min(joined.find('/', start), joined.size());
         const std::string piece = joined.substr(start, end - start);
-        if (piece == "..")
+        if (piece == "..") {
             result.resize(result.empty() ? 0 : result.rfind('/'));
-        else if (!piece.empty() && piece != ".")
+        } else if (!piece.empty() && piece != ".") {
             result += "/" + piece;
+        }
         start = end + 1;
     }
     return result.empty() ? "/" : result;
@@ -117,8 +125,9 @@ std::string PosixFileSystem::resolveLink(const std::string& path) {
     std::string current = systemPath(path);
     for (int links = 0; links < kMaxLinks; ++links) {
         const std::string target = linkTarget(current);
-        if (target.empty())
+        if (target.empty()) {
             return links == 0 ? path : current;
+        }
         const std::size_t folderEnd = current.rfind('/') + 1; // 0 when there is none
         current = target.front() == '/' ? target : current.substr(0, folderEnd) + target;
     }

@@ -1,15 +1,15 @@
-#include "platform/Process.h"
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <vector>
+
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#include <vector>
 
 #include "platform/Immortal.h"
+#include "platform/Process.h"
 #include "platform/posix/SystemPath.h"
 
 namespace platform {
@@ -20,8 +20,9 @@ class ReportPipe {
 public:
     ReportPipe() {
         m_good = ::pipe2(m_ends.data(), O_CLOEXEC) == 0;
-        for (int& end : m_ends)
+        for (int& end : m_ends) {
             m_good = m_good && moveAboveStandardStreams(end);
+        }
     }
     ~ReportPipe() {
         closeEnd(0);
@@ -39,8 +40,9 @@ private:
     /// The three lowest numbers are free when this program was started without standard streams,
     /// and are replaced in the started one.
     static bool moveAboveStandardStreams(int& end) {
-        if (end > 2)
+        if (end > 2) {
             return true;
+        }
         const int moved = ::fcntl(end, F_DUPFD_CLOEXEC, 3);
         ::close(end);
         end = moved;
@@ -48,8 +50,9 @@ private:
     }
 
     void closeEnd(std::size_t end) {
-        if (m_ends[end] >= 0)
+        if (m_ends[end] >= 0) {
             ::close(m_ends[end]);
+        }
         m_ends[end] = -1;
     }
 
@@ -62,8 +65,9 @@ std::vector<std::string> argumentList(const LaunchRequest& request) {
     const std::string& text = request.arguments;
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find(' ', start), text.size());
-        if (end > start)
+        if (end > start) {
             list.push_back(text.substr(start, end - start));
+        }
         start = end + 1;
     }
     return list;
@@ -77,11 +81,13 @@ std::vector<std::string> argumentList(const LaunchRequest& request) {
     ::sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
     const int nowhere = ::open("/dev/null", O_RDWR);
-    for (int stream = 0; nowhere >= 0 && stream <= 2; ++stream)
+    for (int stream = 0; nowhere >= 0 && stream <= 2; ++stream) {
         ::dup2(nowhere, stream);
+    }
     ::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
-    if (::chdir(folder) == 0)
+    if (::chdir(folder) == 0) {
         ::execv(arguments[0], arguments);
+    }
     const char failed = 1;
     while (::write(report, &failed, 1) < 0 && errno == EINTR) {
     }
@@ -92,8 +98,9 @@ std::vector<std::string> argumentList(const LaunchRequest& request) {
 [[noreturn]] void startInOwnSession(char* const* arguments, const char* folder, int report) {
     ::setsid();
     const pid_t program = ::fork();
-    if (program == 0)
+    if (program == 0) {
         becomeProgram(arguments, folder, report);
+    }
     ::_exit(program < 0 ? 1 : 0);
 }
 
@@ -102,18 +109,22 @@ public:
     bool launch(const LaunchRequest& request) override {
         std::vector<std::string> texts = argumentList(request);
         std::vector<char*> arguments;
-        for (std::string& text : texts)
+        for (std::string& text : texts) {
             arguments.push_back(text.data());
+        }
         arguments.push_back(nullptr);
         const std::string folder = systemFolder(request.workingFolder);
         ReportPipe pipe;
-        if (request.program.empty() || !pipe.good())
+        if (request.program.empty() || !pipe.good()) {
             return false;
+        }
         const pid_t child = ::fork();
-        if (child < 0)
+        if (child < 0) {
             return false;
-        if (child == 0)
+        }
+        if (child == 0) {
             startInOwnSession(arguments.data(), folder.c_str(), pipe.writeEnd());
+        }
         pipe.closeWriteEnd();
         return reaped(child) && silent(pipe.readEnd());
     }
@@ -122,8 +133,9 @@ private:
     static bool reaped(pid_t child) {
         int status = 0;
         while (::waitpid(child, &status, 0) < 0) {
-            if (errno != EINTR)
+            if (errno != EINTR) {
                 return false;
+            }
         }
         return WIFEXITED(status) && WEXITSTATUS(status) == 0;
     }

@@ -1,12 +1,12 @@
 #include "platform/qt/QtAccessible.h"
 
+#include <algorithm>
+
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtSurface.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
-
-#include <algorithm>
 
 namespace platform::qt {
 

@@ -2,14 +2,13 @@
 // somebody asks, which finds its node gone by the node's life token.
 #pragma once
 
-#include "platform/Accessible.h"
-
 #include <QAccessible>
 #include <QPointer>
-
 #include <map>
 #include <memory>
 #include <vector>
+
+#include "platform/Accessible.h"
 
 namespace platform::qt {
 

@@ -1,10 +1,10 @@
-#include "platform/qt/QtAccessible.h"
-#include "platform/qt/QtSurface.h"
-#include "platform/qt/QtWindow.h"
-
 #include <bit>
 #include <cstdint>
 #include <utility>
+
+#include "platform/qt/QtAccessible.h"
+#include "platform/qt/QtSurface.h"
+#include "platform/qt/QtWindow.h"
 
 namespace platform::qt {
 

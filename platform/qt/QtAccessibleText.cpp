@@ -1,9 +1,9 @@
 // The text of edits and combos for assistive technology. Offsets are UTF-16 code units.
+#include <algorithm>
+
 #include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtText.h"
-
-#include <algorithm>
 
 namespace platform::qt {
 

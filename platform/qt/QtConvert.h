@@ -1,12 +1,12 @@
 // Rectangles and pictures between our types and Qt's.
 #pragma once
 
-#include "platform/Geometry.h"
-#include "platform/raster/PixelView.h"
-
 #include <QImage>
 #include <QPoint>
 #include <QRect>
+
+#include "platform/Geometry.h"
+#include "platform/raster/PixelView.h"
 
 namespace platform::qt {
 

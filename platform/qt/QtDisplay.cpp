@@ -4,7 +4,6 @@
 #include <QLibraryInfo>
 #include <QString>
 #include <QtGlobal>
-
 #include <cstring>
 #include <string>
 

@@ -1,13 +1,12 @@
 #include "platform/qt/QtEventLoop.h"
 
-#include "platform/Guard.h"
-
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QMetaObject>
 #include <QTimer>
-
 #include <utility>
+
+#include "platform/Guard.h"
 
 namespace platform::qt {
 

@@ -1,12 +1,11 @@
 // Nested message loops on QEventLoop.
 #pragma once
 
-#include "platform/EventLoop.h"
-
 #include <QObject>
-
 #include <optional>
 #include <vector>
+
+#include "platform/EventLoop.h"
 
 class QEventLoop;
 

@@ -1,10 +1,10 @@
 #include "platform/qt/QtFileDialog.h"
 
-#include "platform/Guard.h"
-#include "platform/qt/QtWindow.h"
-
 #include <QFileDialog>
 #include <QFileInfo>
+
+#include "platform/Guard.h"
+#include "platform/qt/QtWindow.h"
 
 namespace platform::qt {
 

@@ -1,12 +1,11 @@
 #include "platform/qt/QtFontSet.h"
 
-#include "platform/qt/QtText.h"
-
 #include <QFontMetricsF>
 #include <QTextLayout>
-
 #include <algorithm>
 #include <cmath>
+
+#include "platform/qt/QtText.h"
 
 namespace platform::qt {
 

@@ -1,11 +1,10 @@
 // Fonts by handle on QFont, with metrics that do not depend on the system's hinting settings.
 #pragma once
 
-#include "platform/FontSet.h"
-
 #include <QFont>
-
 #include <vector>
+
+#include "platform/FontSet.h"
 
 namespace platform::qt {
 

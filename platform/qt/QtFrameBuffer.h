@@ -1,9 +1,9 @@
 // A video picture's back buffer in plain memory.
 #pragma once
 
-#include "platform/FrameBuffer.h"
-
 #include <vector>
+
+#include "platform/FrameBuffer.h"
 
 namespace platform::qt {
 

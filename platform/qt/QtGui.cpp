@@ -1,13 +1,12 @@
 #include "platform/qt/QtGui.h"
 
+#include <QSessionManager>
+#include <QWidget>
+#include <clocale>
+
 #include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtDisplay.h"
-
-#include <QSessionManager>
-#include <QWidget>
-
-#include <clocale>
 
 namespace platform {
 

@@ -1,14 +1,14 @@
 // The Qt back end as a whole.
 #pragma once
 
+#include <QApplication>
+
 #include "platform/Gui.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialog.h"
 #include "platform/qt/QtFontSet.h"
 #include "platform/qt/QtSignals.h"
 #include "platform/qt/QtWindowHost.h"
-
-#include <QApplication>
 
 namespace platform::qt {
 

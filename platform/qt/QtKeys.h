@@ -1,10 +1,10 @@
 // Keys and modifiers between Qt and our events.
 #pragma once
 
-#include "platform/Event.h"
-
 #include <Qt>
 #include <QtGlobal>
+
+#include "platform/Event.h"
 
 namespace platform::qt {
 

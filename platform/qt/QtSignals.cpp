@@ -1,9 +1,9 @@
 #include "platform/qt/QtSignals.h"
 
-#include "platform/Guard.h"
-
 #include <atomic>
 #include <utility>
+
+#include "platform/Guard.h"
 
 namespace platform::qt {
 

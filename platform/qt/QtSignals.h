@@ -1,12 +1,11 @@
 // SIGTERM and SIGINT as calls on the UI thread.
 #pragma once
 
-#include "platform/qt/QtPipe.h"
-
 #include <QSocketNotifier>
-
 #include <csignal>
 #include <functional>
+
+#include "platform/qt/QtPipe.h"
 
 namespace platform::qt {
 

@@ -1,12 +1,12 @@
 #include "platform/qt/QtSurface.h"
 
-#include "platform/Guard.h"
-#include "platform/qt/QtAccessible.h"
-#include "platform/qt/QtWindow.h"
-
 #include <QEvent>
 #include <QInputMethodEvent>
 #include <QMouseEvent>
+
+#include "platform/Guard.h"
+#include "platform/qt/QtAccessible.h"
+#include "platform/qt/QtWindow.h"
 
 namespace platform::qt {
 

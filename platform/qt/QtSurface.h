@@ -4,7 +4,6 @@
 
 #include <QPointer>
 #include <QWindow>
-
 #include <memory>
 
 namespace platform::qt {

@@ -1,20 +1,18 @@
 // Input events through the window system interface, as the platform plug-in would report them.
-#include "platform/TestInput.h"
-
-#include "platform/Gui.h"
-#include "platform/qt/QtConvert.h"
-#include "platform/qt/QtKeys.h"
-#include "platform/qt/QtText.h"
-#include "platform/qt/QtWindow.h"
-
 #include <QCoreApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QWheelEvent>
-
 #include <utility>
+
+#include "platform/Gui.h"
+#include "platform/TestInput.h"
+#include "platform/qt/QtConvert.h"
+#include "platform/qt/QtKeys.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/QtWindow.h"
 
 // Exported by Qt's GUI library for test programs; declared in its headers of the test library only.
 Q_GUI_EXPORT void qt_handleMouseEvent(QWindow* window, const QPointF& local, const QPointF& global,

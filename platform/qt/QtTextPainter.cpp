@@ -1,13 +1,12 @@
 #include "platform/qt/QtTextPainter.h"
 
+#include <QFontMetricsF>
+#include <QPainter>
+#include <cmath>
+
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtFontSet.h"
 #include "platform/qt/QtText.h"
-
-#include <QFontMetricsF>
-#include <QPainter>
-
-#include <cmath>
 
 namespace platform::qt {
 

@@ -1,16 +1,16 @@
 #include "platform/qt/QtWindow.h"
 
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QMetaObject>
+#include <QScreen>
+
 #include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtFrameBuffer.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindowHost.h"
-
-#include <QGuiApplication>
-#include <QInputMethod>
-#include <QMetaObject>
-#include <QScreen>
 
 namespace platform::qt {
 

@@ -2,16 +2,15 @@
 // input (QtWindowInput.cpp) and painting (QtWindowPaint.cpp).
 #pragma once
 
-#include "platform/Window.h"
-#include "platform/qt/QtSurface.h"
-#include "platform/raster/DirtyRegion.h"
-
 #include <QBackingStore>
 #include <QPoint>
-
 #include <map>
 #include <optional>
 #include <vector>
+
+#include "platform/Window.h"
+#include "platform/qt/QtSurface.h"
+#include "platform/raster/DirtyRegion.h"
 
 class QInputMethodEvent;
 class QInputMethodQueryEvent;

@@ -1,17 +1,16 @@
 #include "platform/qt/QtWindowHost.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QScreen>
+#include <algorithm>
+#include <utility>
+
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtKeys.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
-
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QScreen>
-
-#include <algorithm>
-#include <utility>
 
 namespace platform::qt {
 

@@ -2,10 +2,10 @@
 // captured the mouse.
 #pragma once
 
+#include <vector>
+
 #include "platform/Window.h"
 #include "platform/qt/QtTextPainter.h"
-
-#include <vector>
 
 namespace platform::qt {
 

@@ -1,11 +1,4 @@
 // Mouse, keyboard and input method of a window.
-#include "platform/qt/QtKeys.h"
-#include "platform/qt/QtText.h"
-#include "platform/qt/QtWindow.h"
-#include "platform/qt/QtWindowHost.h"
-
-#include "platform/qt/QtConvert.h"
-
 #include <QEnterEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
@@ -13,8 +6,13 @@
 #include <QMouseEvent>
 #include <QStyleHints>
 #include <QWheelEvent>
-
 #include <utility>
+
+#include "platform/qt/QtConvert.h"
+#include "platform/qt/QtKeys.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/QtWindow.h"
+#include "platform/qt/QtWindowHost.h"
 
 namespace platform::qt {
 

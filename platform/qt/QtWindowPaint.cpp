@@ -1,15 +1,14 @@
 // Painting of a window: what changed is drawn into a picture that is kept, and the changed part of
 // the picture goes to the screen.
+#include <QCoreApplication>
+#include <QPainter>
+#include <cmath>
+
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtWindow.h"
 #include "platform/qt/QtWindowHost.h"
 #include "platform/raster/RasterCanvas.h"
-
-#include <QCoreApplication>
-#include <QPainter>
-
-#include <cmath>
 
 namespace platform::qt {
 

@@ -1,9 +1,9 @@
 // Arithmetic on premultiplied 0xAARRGGBB pixels, for the canvas only.
 #pragma once
 
-#include "platform/Color.h"
-
 #include <cstdint>
+
+#include "platform/Color.h"
 
 namespace platform::raster {
 

@@ -2,9 +2,9 @@
 // not stay apart, so that a change in one corner never repaints the picture between two corners.
 #pragma once
 
-#include "platform/Geometry.h"
-
 #include <vector>
+
+#include "platform/Geometry.h"
 
 namespace platform::raster {
 

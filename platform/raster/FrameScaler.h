@@ -2,11 +2,11 @@
 // picks them in its COLORONCOLOR mode, so pictures are the same on every system.
 #pragma once
 
-#include "platform/FrameBuffer.h"
-#include "platform/raster/PixelView.h"
-
 #include <cstdint>
 #include <vector>
+
+#include "platform/FrameBuffer.h"
+#include "platform/raster/PixelView.h"
 
 namespace platform::raster {
 

@@ -1,10 +1,10 @@
 // The pixels that a raster canvas draws on, wherever they live: in a bitmap or in native memory.
 #pragma once
 
-#include "platform/Bitmap.h"
-
 #include <cstddef>
 #include <cstdint>
+
+#include "platform/Bitmap.h"
 
 namespace platform::raster {
 

@@ -1,11 +1,11 @@
 #include "platform/raster/RasterCanvas.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "platform/raster/Blend.h"
 #include "platform/raster/FrameScaler.h"
 #include "platform/raster/Shapes.h"
-
-#include <algorithm>
-#include <cstdint>
 
 namespace platform::raster {
 

@@ -2,11 +2,11 @@
 // contents and snapshots wherever the system has no drawing of its own by the rules of Canvas.
 #pragma once
 
+#include <vector>
+
 #include "platform/Canvas.h"
 #include "platform/raster/PixelView.h"
 #include "platform/raster/TextPainter.h"
-
-#include <vector>
 
 namespace platform::raster {
 

@@ -2,9 +2,9 @@
 // every system.
 #pragma once
 
-#include "platform/Geometry.h"
-
 #include <functional>
+
+#include "platform/Geometry.h"
 
 namespace platform::raster {
 

@@ -1,10 +1,10 @@
 // How a RasterCanvas gets its text: the back end draws it with the system's own fonts.
 #pragma once
 
+#include <string_view>
+
 #include "platform/Canvas.h"
 #include "platform/raster/PixelView.h"
-
-#include <string_view>
 
 namespace platform::raster {
 

@@ -1,10 +1,10 @@
 #include "platform/win32/AccessibleNode.h"
 
+#include <map>
+
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Window.h"
-
-#include <map>
 
 namespace platform::win32 {
 

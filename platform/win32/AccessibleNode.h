@@ -1,14 +1,14 @@
 // The COM object that stands for one node of an accessibility tree.
 #pragma once
 
-#include "platform/Accessible.h"
-
 #include <atomic>
 #include <memory>
 
 #include <windows.h>
 
 #include <oleacc.h>
+
+#include "platform/Accessible.h"
 
 namespace platform::win32 {
 

@@ -1,10 +1,10 @@
 #include "platform/win32/Win32Accessible.h"
 
+#include <memory>
+
 #include "platform/Guard.h"
 #include "platform/win32/AccessibleNode.h"
 #include "platform/win32/Win32Window.h"
-
-#include <memory>
 
 namespace platform::win32 {
 

@@ -3,9 +3,9 @@
 // https://learn.microsoft.com/windows/win32/api/oleacc/nn-oleacc-iaccessible
 #pragma once
 
-#include "platform/Accessible.h"
-
 #include <windows.h>
+
+#include "platform/Accessible.h"
 
 namespace platform::win32 {
 

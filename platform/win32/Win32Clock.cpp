@@ -1,9 +1,8 @@
-#include "platform/Clock.h"
-
 #include <array>
 
 #include <windows.h>
 
+#include "platform/Clock.h"
 #include "platform/Immortal.h"
 #include "platform/win32/WideText.h"
 

@@ -1,12 +1,14 @@
 #include "platform/win32/Win32FileDialog.h"
 
-#include "platform/Guard.h"
-#include "platform/win32/Win32Path.h"
-#include "platform/win32/Win32Window.h"
+#include <vector>
+
+#include <windows.h>
 
 #include <commdlg.h>
 
-#include <vector>
+#include "platform/Guard.h"
+#include "platform/win32/Win32Path.h"
+#include "platform/win32/Win32Window.h"
 
 namespace platform::win32 {
 

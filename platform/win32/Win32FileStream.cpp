@@ -2,9 +2,10 @@
 
 #include <cstdlib>
 
+#include <windows.h>
+
 #include <fcntl.h>
 #include <io.h>
-#include <windows.h>
 
 #include "platform/win32/Handles.h"
 #include "platform/win32/Win32Path.h"

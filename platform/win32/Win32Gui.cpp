@@ -1,13 +1,14 @@
 // The Windows back end as a whole.
-#include "platform/Gui.h"
+#include <windows.h>
+
+#include <objbase.h>
 
 #include "platform/Guard.h"
+#include "platform/Gui.h"
 #include "platform/win32/Win32EventLoop.h"
 #include "platform/win32/Win32FileDialog.h"
 #include "platform/win32/Win32FontSet.h"
 #include "platform/win32/Win32WindowHost.h"
-
-#include <objbase.h>
 
 namespace platform {
 

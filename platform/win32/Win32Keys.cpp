@@ -1,12 +1,14 @@
 // Keyboard of a window: keys, typed text and the input method.
 #include "platform/win32/Win32Keys.h"
 
-#include "platform/win32/WideText.h"
-#include "platform/win32/Win32Window.h"
+#include <utility>
+
+#include <windows.h>
 
 #include <imm.h>
 
-#include <utility>
+#include "platform/win32/WideText.h"
+#include "platform/win32/Win32Window.h"
 
 namespace platform::win32 {
 

@@ -1,9 +1,9 @@
 // Keys and modifiers between virtual key codes and our events.
 #pragma once
 
-#include "platform/Event.h"
-
 #include <windows.h>
+
+#include "platform/Event.h"
 
 namespace platform::win32 {
 

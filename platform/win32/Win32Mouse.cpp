@@ -1,8 +1,8 @@
 // Mouse of a window: buttons, moves, the wheel, the capture and the pointer's picture.
+#include <windowsx.h>
+
 #include "platform/win32/Win32Keys.h"
 #include "platform/win32/Win32Window.h"
-
-#include <windowsx.h>
 
 namespace platform::win32 {
 

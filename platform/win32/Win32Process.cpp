@@ -1,10 +1,9 @@
-#include "platform/Process.h"
-
 #include <vector>
 
 #include <windows.h>
 
 #include "platform/Immortal.h"
+#include "platform/Process.h"
 #include "platform/win32/Handles.h"
 #include "platform/win32/Win32Path.h"
 

@@ -1,14 +1,13 @@
 // Input messages for tests and guided tours, given to the window procedure as the system gives
 // them.
-#include "platform/TestInput.h"
+#include <array>
+#include <utility>
 
 #include "platform/Gui.h"
+#include "platform/TestInput.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Keys.h"
 #include "platform/win32/Win32Window.h"
-
-#include <array>
-#include <utility>
 
 namespace platform {
 

@@ -1,11 +1,11 @@
 #include "platform/win32/Win32Window.h"
 
+#include <algorithm>
+
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Accessible.h"
 #include "platform/win32/Win32FrameBuffer.h"
-
-#include <algorithm>
 
 namespace platform::win32 {
 

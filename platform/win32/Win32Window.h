@@ -3,14 +3,14 @@
 // painting (Win32Paint.cpp).
 #pragma once
 
-#include "platform/Window.h"
-#include "platform/raster/DirtyRegion.h"
-#include "platform/win32/Win32BackBuffer.h"
-
 #include <functional>
 #include <optional>
 #include <set>
 #include <string>
+
+#include "platform/Window.h"
+#include "platform/raster/DirtyRegion.h"
+#include "platform/win32/Win32BackBuffer.h"
 
 namespace platform::win32 {
 

@@ -1,10 +1,10 @@
 #include "platform/win32/Win32WindowHost.h"
 
+#include <cstring>
+
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Keys.h"
-
-#include <cstring>
 
 namespace platform::win32 {
 

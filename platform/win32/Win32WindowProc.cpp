@@ -1,9 +1,11 @@
 // The window procedure: sorts messages by subject.
+#include <windows.h>
+
+#include <imm.h>
+
 #include "platform/Guard.h"
 #include "platform/win32/Win32Accessible.h"
 #include "platform/win32/Win32Window.h"
-
-#include <imm.h>
 
 namespace platform::win32 {
 

@@ -40,13 +40,16 @@ void VorbisSynthesis::restart() {
 }
 
 void VorbisSynthesis::decode(ogg_packet& packet, std::vector<float>& samples) {
-    if (vorbis_synthesis(&m_block, &packet) == 0)
+    if (vorbis_synthesis(&m_block, &packet) == 0) {
         vorbis_synthesis_blockin(&m_state, &m_block);
+    }
     float** channels = nullptr;
     for (int count = 0; (count = vorbis_synthesis_pcmout(&m_state, &channels)) > 0;) {
-        for (int i = 0; i < count; ++i)
-            for (int channel = 0; channel < m_channels; ++channel)
+        for (int i = 0; i < count; ++i) {
+            for (int channel = 0; channel < m_channels; ++channel) {
                 samples.push_back(channels[channel][i]);
+            }
+        }
         vorbis_synthesis_read(&m_state, count);
     }
 }
@@ -83,24 +86,28 @@ std::int64_t AudioTrack::findPage(std::int64_t sample) {
     std::int64_t high = m_pages.sourceSize();
     const auto nextPage = [&](std::int64_t limit) {
         ogg_page page;
-        while (m_pages.next(page, limit))
-            if (ogg_page_serialno(&page) == m_headers.serial && ogg_page_granulepos(&page) >= 0)
+        while (m_pages.next(page, limit)) {
+            if (ogg_page_serialno(&page) == m_headers.serial && ogg_page_granulepos(&page) >= 0) {
                 return static_cast<std::int64_t>(ogg_page_granulepos(&page));
+            }
+        }
         return std::int64_t{-1};
     };
     for (int round = 0; round < kMaxProbes && high - low > kWalkBytes; ++round) {
         const std::int64_t middle = low + (high - low) / 2;
         m_pages.seek(middle);
         const std::int64_t end = nextPage(high);
-        if (end < 0 || end > sample)
+        if (end < 0 || end > sample) {
             high = middle;
-        else
+        } else {
             low = m_pages.pageOffset();
+        }
     }
     m_pages.seek(low);
     for (std::int64_t end = nextPage(INT64_MAX); end >= 0 && end <= sample;
-         end = nextPage(INT64_MAX))
+         end = nextPage(INT64_MAX)) {
         low = m_pages.pageOffset();
+    }
     return low;
 }
 
@@ -116,14 +123,17 @@ void AudioTrack::seek(float time) {
 bool AudioTrack::decodePage(std::vector<float>& samples, std::int64_t& first) {
     ogg_page page;
     do {
-        if (!m_pages.next(page))
+        if (!m_pages.next(page)) {
             return false;
+        }
     } while (ogg_page_serialno(&page) != m_headers.serial);
     ogg_stream_pagein(m_stream.get(), &page);
     ogg_packet packet;
-    for (int got = 0; (got = ogg_stream_packetout(m_stream.get(), &packet)) != 0;)
-        if (got > 0 && !isVorbisHeader(packet))
+    for (int got = 0; (got = ogg_stream_packetout(m_stream.get(), &packet)) != 0;) {
+        if (got > 0 && !isVorbisHeader(packet)) {
             m_synthesis.decode(packet, m_unplaced);
+        }
+    }
     place(page, samples, first);
     return true;
 }
@@ -131,15 +141,17 @@ bool AudioTrack::decodePage(std::vector<float>& samples, std::int64_t& first) {
 // A page says which sample its last packet ends with; that places all samples before it too.
 void AudioTrack::place(ogg_page& page, std::vector<float>& samples, std::int64_t& first) {
     const std::int64_t granule = ogg_page_granulepos(&page);
-    if (granule < 0 && m_nextSample < 0)
+    if (granule < 0 && m_nextSample < 0) {
         return;
+    }
     auto count = static_cast<std::int64_t>(m_unplaced.size() / m_channels);
-    if (m_nextSample < 0)
+    if (m_nextSample < 0) {
         m_nextSample = granule - count; // below 0: samples that only prime the start
-    else if (ogg_page_eos(&page) != 0 && granule >= 0 && granule < m_nextSample + count)
+    } else if (ogg_page_eos(&page) != 0 && granule >= 0 && granule < m_nextSample + count) {
         count = std::max<std::int64_t>(granule - m_nextSample, 0); // padding at the end
-    else if (granule >= 0)
+    } else if (granule >= 0) {
         m_nextSample = std::max(granule - count, std::int64_t{0}); // data may be missing between
+    }
     first = m_nextSample;
     m_nextSample += count;
     m_unplaced.resize(static_cast<std::size_t>(count) * m_channels);
@@ -186,11 +198,13 @@ void AudioTrack::decodeUntil(float time) {
 
 void AudioTrack::handOver() {
     const TheoraLock lock(m_mutex);
-    if (std::exchange(m_jumped, false))
+    if (std::exchange(m_jumped, false)) {
         m_sink->flush();
-    for (const Block& block : m_blocks)
+    }
+    for (const Block& block : m_blocks) {
         m_sink->insertData(block.samples.data(),
                            static_cast<int>(block.samples.size() / m_channels));
+    }
     m_blocks.clear();
 }
 

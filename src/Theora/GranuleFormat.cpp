@@ -4,8 +4,9 @@ namespace theora {
 namespace {
 
 bool countsFromOne(const th_info& info) {
-    if (info.version_major != 3)
+    if (info.version_major != 3) {
         return info.version_major > 3;
+    }
     return info.version_minor > 2 || (info.version_minor == 2 && info.version_subminor >= 1);
 }
 

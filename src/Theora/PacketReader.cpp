@@ -18,27 +18,32 @@ void PacketReader::start(const PagePlace& place) {
     m_index = 0;
     m_pages.seek(place.offset);
     m_nextNumber = m_layout.firstFrame;
-    if (place.isStart)
+    if (place.isStart) {
         return;
+    }
     // The page itself is read for the packet that may begin at its end; the rest of it is passed
     // over.
-    if (loadPage())
+    if (loadPage()) {
         m_index = m_packets.size();
+    }
     m_nextNumber = place.frame + 1;
 }
 
 const FramePacket* PacketReader::peek() {
-    while (m_index >= m_packets.size())
-        if (!loadPage())
+    while (m_index >= m_packets.size()) {
+        if (!loadPage()) {
             return nullptr;
+        }
+    }
     return &m_packets[m_index];
 }
 
 bool PacketReader::loadPage() {
     ogg_page page;
     do {
-        if (!m_pages.next(page))
+        if (!m_pages.next(page)) {
             return false;
+        }
     } while (ogg_page_serialno(&page) != m_layout.serial);
     if (ogg_page_bos(&page) != 0 && m_pages.pageOffset() > m_layout.dataStart) {
         m_pages.seek(m_pages.sourceSize()); // a further stream of the same number: not ours
@@ -54,18 +59,21 @@ void PacketReader::takePackets(ogg_page& page) {
     m_index = 0;
     FramePacket next;
     for (int got = 0; (got = ogg_stream_packetout(m_stream.get(), &next.packet)) != 0;) {
-        if (got < 0 || isHeaderPacket(next.packet))
+        if (got < 0 || isHeaderPacket(next.packet)) {
             continue; // a gap in the data, or headers before the first frame
+        }
         next.isKeyframe = th_packet_iskeyframe(&next.packet) == 1;
         m_packets.push_back(next);
     }
     const auto count = static_cast<std::int64_t>(m_packets.size());
     const std::int64_t granule = ogg_page_granulepos(&page);
     std::int64_t number = m_nextNumber;
-    if (granule >= 0 && count > 0)
+    if (granule >= 0 && count > 0) {
         number = std::max(number, m_format.frameOf(granule) - count + 1);
-    for (FramePacket& packet : m_packets)
+    }
+    for (FramePacket& packet : m_packets) {
         packet.number = number++;
+    }
     m_nextNumber = number;
 }
 

@@ -26,16 +26,19 @@ bool PageReader::next(ogg_page& page, std::int64_t limit) {
             m_offset -= skipped;
             continue;
         }
-        if (m_offset >= limit || stopped())
+        if (m_offset >= limit || stopped()) {
             return false;
+        }
         char* buffer = ogg_sync_buffer(m_sync.get(), kChunk);
-        if (buffer == nullptr)
+        if (buffer == nullptr) {
             throw std::bad_alloc();
+        }
         const std::size_t got =
             m_source.readAt(m_readOffset, buffer, static_cast<std::size_t>(kChunk));
         ogg_sync_wrote(m_sync.get(), static_cast<long>(got));
-        if (got == 0)
+        if (got == 0) {
             return false;
+        }
         m_readOffset += static_cast<std::int64_t>(got);
     }
 }

@@ -27,8 +27,9 @@ bool PageSearch::nextNumberedPage(PagePlace& place, std::int64_t limit) {
     while (m_pages.next(page, limit)) {
         const std::int64_t granule = ogg_page_granulepos(&page);
         if (ogg_page_serialno(&page) != m_layout.serial || granule < 0 ||
-            m_pages.pageOffset() < m_layout.firstPage)
+            m_pages.pageOffset() < m_layout.firstPage) {
             continue;
+        }
         place = {m_pages.pageOffset(), m_format.frameOf(granule), m_format.keyframeOf(granule),
                  false};
         return true;
@@ -52,8 +53,9 @@ std::int64_t PageSearch::guess(const Interval& interval, std::int64_t frame,
     const double distance = up <= down ? up * bytesPerFrame() : -down * bytesPerFrame();
     const std::int64_t aim = (up <= down ? interval.low.offset : interval.high) - margin +
                              static_cast<std::int64_t>(std::clamp(distance, -kFarthest, kFarthest));
-    if (interval.highFrame > lowFrame && aim > interval.low.offset && aim < interval.high)
+    if (interval.highFrame > lowFrame && aim > interval.low.offset && aim < interval.high) {
         return aim;
+    }
     return interval.low.offset + (interval.high - interval.low.offset) / 2;
 }
 
@@ -63,15 +65,18 @@ void PageSearch::startFromKnownPages(Interval& interval, std::int64_t frame) con
         interval.high = above->second.offset;
         interval.highFrame = above->first;
     }
-    if (above != m_known.begin() && std::prev(above)->second.offset < interval.high)
+    if (above != m_known.begin() && std::prev(above)->second.offset < interval.high) {
         interval.low = std::prev(above)->second;
+    }
 }
 
 void PageSearch::remember(const PagePlace& place) {
-    if (place.isStart)
+    if (place.isStart) {
         return;
-    if (m_known.size() >= kMostKnown)
+    }
+    if (m_known.size() >= kMostKnown) {
         m_known.clear();
+    }
     m_known.insert_or_assign(place.frame, place);
 }
 
@@ -89,8 +94,9 @@ void PageSearch::narrow(Interval& interval, std::int64_t frame, bool trustRate) 
     for (int round = 0; round < kMaxProbes && !m_pages.stopped(); ++round) {
         const std::int64_t before = interval.high - interval.low.offset;
         if (before <= kWalkBytes ||
-            (trustRate && (round > 0 || !interval.low.isStart) && isNear(interval, frame)))
+            (trustRate && (round > 0 || !interval.low.isStart) && isNear(interval, frame))) {
             return;
+        }
         // Rates that mislead again and again are given up for halving.
         const std::int64_t at = round < kTrustedProbes ? guess(interval, frame, margin)
                                                        : interval.low.offset + before / 2;
@@ -115,12 +121,14 @@ bool PageSearch::walk(Interval& interval, std::int64_t frame, std::int64_t limit
     const std::int64_t end = interval.low.offset + limit;
     PagePlace next;
     while (nextNumberedPage(next, INT64_MAX)) {
-        if (next.frame >= frame)
+        if (next.frame >= frame) {
             return true;
+        }
         interval.low = next;
         remember(next);
-        if (next.offset > end)
+        if (next.offset > end) {
             return false;
+        }
     }
     return true;
 }
@@ -128,8 +136,9 @@ bool PageSearch::walk(Interval& interval, std::int64_t frame, std::int64_t limit
 PagePlace PageSearch::lastPageBefore(std::int64_t frame) {
     Interval interval;
     interval.low = {m_layout.dataStart, -1, -1, true};
-    if (frame <= m_layout.firstFrame)
+    if (frame <= m_layout.firstFrame) {
         return interval.low;
+    }
     interval.high = m_pages.sourceSize();
     interval.highFrame = m_layout.frameCount;
     startFromKnownPages(interval, frame);
@@ -158,15 +167,17 @@ DecodeStart PageSearch::lastKeyframeBetween(const PagePlace& place, std::int64_t
 DecodeStart PageSearch::startFor(std::int64_t frame) {
     const PagePlace before = lastPageBefore(frame);
     DecodeStart start = lastKeyframeBetween(before, frame);
-    if (start.isKeyframe)
+    if (start.isKeyframe) {
         return start;
+    }
     // None between that page and the frame, so both depend on the same keyframe, which the page
     // names.
     if (!before.isStart && before.keyframe >= m_layout.firstFrame &&
         before.keyframe <= before.frame) {
         start = lastKeyframeBetween(lastPageBefore(before.keyframe), before.keyframe);
-        if (start.isKeyframe && start.keyframe == before.keyframe)
+        if (start.isKeyframe && start.keyframe == before.keyframe) {
             return start;
+        }
     }
     return searchBackwards(before.isStart ? frame : before.frame);
 }
@@ -176,10 +187,12 @@ DecodeStart PageSearch::searchBackwards(std::int64_t frame) {
     for (std::int64_t step = kFirstBackwardStep;; step *= 2) {
         const PagePlace place = lastPageBefore(frame - step);
         DecodeStart start = lastKeyframeBetween(place, frame);
-        if (start.isKeyframe || m_packets.stopped())
+        if (start.isKeyframe || m_packets.stopped()) {
             return start;
-        if (place.isStart)
+        }
+        if (place.isStart) {
             return {place, m_layout.firstFrame, false};
+        }
     }
 }
 

@@ -22,9 +22,10 @@ PictureDecoder::PictureDecoder(SharedSource& source, const StopCheck& stop,
 
 void PictureDecoder::makeDecoder() {
     m_decoder.reset(th_decode_alloc(m_headers.info.get(), m_headers.setup.get()));
-    if (!m_decoder)
+    if (!m_decoder) {
         throw TheoraGenericException("Error parsing Theora stream headers.",
                                      "src\\Theora\\TheoraVideoClip_Theora", kDecoderLine);
+    }
     m_position = -1;
     m_hasPicture = false;
 }
@@ -42,28 +43,34 @@ bool PictureDecoder::feed(const FramePacket& packet) {
 
 void PictureDecoder::startAt(const DecodeStart& start) {
     // Before the first keyframe pictures build on a blank one, which only a new decoder has.
-    if (!start.isKeyframe)
+    if (!start.isKeyframe) {
         makeDecoder();
+    }
     m_position = -1;
     m_packets.start(start.place);
     for (const FramePacket* packet = m_packets.peek();
-         packet != nullptr && packet->number < start.keyframe; packet = m_packets.peek())
+         packet != nullptr && packet->number < start.keyframe; packet = m_packets.peek()) {
         m_packets.drop();
+    }
 }
 
 bool PictureDecoder::reposition(std::int64_t frame) {
     for (std::int64_t limit = frame;;) {
         DecodeStart start = m_search.startFor(limit);
-        if (m_packets.stopped())
+        if (m_packets.stopped()) {
             return false;
-        if (m_position >= start.keyframe && m_position <= frame)
+        }
+        if (m_position >= start.keyframe && m_position <= frame) {
             return true; // in the same group already
+        }
         startAt(start);
         const FramePacket* packet = m_packets.peek();
-        if (packet == nullptr)
+        if (packet == nullptr) {
             return !m_packets.stopped();
-        if (!start.isKeyframe || feed(*packet))
+        }
+        if (!start.isKeyframe || feed(*packet)) {
             return true;
+        }
         // A damaged keyframe: what follows builds on the group before, as it does when played.
         limit = start.keyframe - 1;
         m_position = -1;
@@ -71,23 +78,29 @@ bool PictureDecoder::reposition(std::int64_t frame) {
 }
 
 DecodeResult PictureDecoder::decodeTo(std::int64_t frame, const PictureSink& sink) {
-    if (m_position == frame)
+    if (m_position == frame) {
         return DecodeResult::reached;
+    }
     const bool near = m_position >= 0 && m_position < frame && frame - m_position <= kDecodeOn;
     if (!near) {
-        if (!reposition(frame))
+        if (!reposition(frame)) {
             return DecodeResult::stopped;
-        if (m_position >= 0)
+        }
+        if (m_position >= 0) {
             sink(m_position);
+        }
     }
     while (m_position < frame) {
         const FramePacket* packet = m_packets.peek();
-        if (m_packets.stopped())
+        if (m_packets.stopped()) {
             return DecodeResult::stopped;
-        if (packet == nullptr)
+        }
+        if (packet == nullptr) {
             return DecodeResult::endOfStream;
-        if (packet->number > frame && m_position >= 0)
+        }
+        if (packet->number > frame && m_position >= 0) {
             return DecodeResult::reached; // no frame of that number: the one before stands for it
+        }
         feed(*packet);
         sink(m_position);
     }
@@ -96,8 +109,9 @@ DecodeResult PictureDecoder::decodeTo(std::int64_t frame, const PictureSink& sin
 
 DecodeResult PictureDecoder::decodeNext(const PictureSink& sink) {
     const FramePacket* packet = m_packets.peek();
-    if (packet == nullptr)
+    if (packet == nullptr) {
         return m_packets.stopped() ? DecodeResult::stopped : DecodeResult::endOfStream;
+    }
     feed(*packet);
     sink(m_position);
     return DecodeResult::reached;
@@ -116,12 +130,14 @@ TheoraPicture PictureDecoder::blankPicture() {
 TheoraPicture PictureDecoder::picture() {
     th_ycbcr_buffer planes;
     TheoraPicture picture;
-    if (!m_hasPicture || th_decode_ycbcr_out(m_decoder.get(), planes) != 0)
+    if (!m_hasPicture || th_decode_ycbcr_out(m_decoder.get(), planes) != 0) {
         picture = blankPicture();
-    else
-        for (std::size_t i = 0; i < picture.planes.size(); ++i)
+    } else {
+        for (std::size_t i = 0; i < picture.planes.size(); ++i) {
             picture.planes[i] = {planes[i].data, planes[i].stride, planes[i].width,
                                  planes[i].height};
+        }
+    }
     const th_pixel_fmt format = m_headers.info->pixel_fmt;
     picture.chromaShiftX = format == TH_PF_444 ? 0 : 1;
     picture.chromaShiftY = format == TH_PF_420 ? 1 : 0;

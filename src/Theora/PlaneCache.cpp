@@ -94,8 +94,9 @@ PlaneCache::Entry PlaneCache::takeBuffer() {
             m_pool->spare.pop_back();
         }
     }
-    if (!buffer)
+    if (!buffer) {
         buffer = makeBuffer();
+    }
     const auto giveBack = [pool = m_pool](CachedPicture* used) {
         std::unique_ptr<CachedPicture> owned(used);
         const TheoraLock lock(pool->mutex);
@@ -105,8 +106,9 @@ PlaneCache::Entry PlaneCache::takeBuffer() {
 }
 
 void PlaneCache::store(std::int64_t frame, const TheoraPicture& picture, bool isFrame) {
-    if (!wants(frame))
+    if (!wants(frame)) {
         return;
+    }
     const Entry entry = takeBuffer(); // this one is ours alone until it is in the map
     entry->isFrame = isFrame;
     std::uint8_t* to = entry->samples.data();
@@ -114,9 +116,11 @@ void PlaneCache::store(std::int64_t frame, const TheoraPicture& picture, bool is
         const TheoraPlane& from = picture.planes[i];
         const TheoraPlane& room = entry->picture.planes[i];
         const auto rowBytes = static_cast<std::size_t>(std::min(from.width, room.width));
-        for (int row = 0; row < room.height; ++row, to += room.rowBytes)
-            if (row < from.height)
+        for (int row = 0; row < room.height; ++row, to += room.rowBytes) {
+            if (row < from.height) {
                 std::memcpy(to, from.data + row * from.rowBytes, rowBytes);
+            }
+        }
     }
     const TheoraLock lock(m_mutex);
     makeRoom();

@@ -33,8 +33,9 @@ void StepBackDecoder::prepare(std::int64_t frame) {
         m_centre = frame;
         m_wanted = true;
     }
-    if (!isRunning())
+    if (!isRunning()) {
         start();
+    }
     m_changed.notify_all();
 }
 
@@ -42,8 +43,9 @@ void StepBackDecoder::moveTo(std::int64_t frame) {
     const TheoraLock lock(m_mutex);
     m_centre = frame;
     const bool useful = m_goal >= 0 && m_goal < frame && frame - m_goal <= m_cache.behind();
-    if (useful)
+    if (useful) {
         return;
+    }
     m_useless.store(true);
     m_wanted = false;
     m_filling = false;
@@ -58,8 +60,9 @@ std::int64_t StepBackDecoder::chooseGoal() {
         return -1;
     }
     // A group is decoded whole, so it pays only when a good part of the window is empty.
-    if (!m_filling && m_centre - missing > window / 2)
+    if (!m_filling && m_centre - missing > window / 2) {
         return -1;
+    }
     m_filling = true;
     return missing;
 }
@@ -68,8 +71,9 @@ bool StepBackDecoder::waitForGoal(std::int64_t& goal) {
     const TheoraLock lock(m_mutex);
     for (;;) {
         m_goal = -1;
-        if (!isRunning())
+        if (!isRunning()) {
             return false;
+        }
         if (m_wanted) {
             m_goal = goal = chooseGoal();
             if (goal >= 0) {
@@ -83,15 +87,18 @@ bool StepBackDecoder::waitForGoal(std::int64_t& goal) {
 }
 
 void StepBackDecoder::work(std::int64_t goal) {
-    if (!m_decoder)
+    if (!m_decoder) {
         m_decoder =
             std::make_unique<PictureDecoder>(m_source, m_stop, m_headers, m_layout, m_format);
+    }
     const DecodeResult result = m_decoder->decodeTo(goal, [this](std::int64_t number) {
-        if (m_cache.wants(number))
+        if (m_cache.wants(number)) {
             m_cache.store(number, m_decoder->picture());
+        }
     });
-    if (result == DecodeResult::stopped)
+    if (result == DecodeResult::stopped) {
         return;
+    }
     if (m_decoder->position() < 0) {
         const TheoraLock lock(m_mutex);
         m_wanted = false;

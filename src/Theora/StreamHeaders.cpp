@@ -38,19 +38,22 @@ public:
         ogg_page page;
         while (!complete() && m_pages.next(page, kHeaderSearchLimit)) {
             anyPage = true;
-            if (ogg_page_bos(&page) != 0)
+            if (ogg_page_bos(&page) != 0) {
                 beginStream(page);
-            else if (m_theora && ogg_page_serialno(&page) == m_headers.theora.serial)
+            } else if (m_theora && ogg_page_serialno(&page) == m_headers.theora.serial) {
                 feedTheora(page);
-            else if (m_vorbis && ogg_page_serialno(&page) == m_headers.vorbis.serial)
+            } else if (m_vorbis && ogg_page_serialno(&page) == m_headers.vorbis.serial) {
                 feedVorbis(page);
-            else if (!m_theora)
+            } else if (!m_theora) {
                 fail("invalid stream", kNoTheora); // data pages begin, and no stream was ours
+            }
         }
-        if (!m_theora && anyPage)
+        if (!m_theora && anyPage) {
             fail("invalid stream", kNoTheora);
-        if (!complete())
+        }
+        if (!complete()) {
             fail("End of file found prematurely", kNoData);
+        }
     }
 
 private:
@@ -63,8 +66,9 @@ private:
         OggStream probe(serial);
         ogg_packet packet;
         if (ogg_stream_pagein(probe.get(), &page) != 0 ||
-            ogg_stream_packetout(probe.get(), &packet) != 1)
+            ogg_stream_packetout(probe.get(), &packet) != 1) {
             return;
+        }
         if (!m_theora && startsWith(packet, "\x80theora")) {
             m_headers.theora.serial = serial;
             m_theora.emplace(serial);
@@ -88,20 +92,25 @@ private:
         ogg_packet packet;
         while (m_theoraCount < kHeaderCount) {
             const int got = ogg_stream_packetout(m_theora->get(), &packet);
-            if (got == 0)
+            if (got == 0) {
                 return;
-            if (got < 0)
+            }
+            if (got < 0) {
                 fail("Error parsing Theora stream headers.", kBadTheora);
-            if (!isHeaderPacket(packet))
+            }
+            if (!isHeaderPacket(packet)) {
                 fail("invalid theora stream", kDataTooEarly);
+            }
             TheoraHeaders& to = m_headers.theora;
             th_setup_info* setup = to.setup.release();
             const int result = th_decode_headerin(to.info.get(), to.comment.get(), &setup, &packet);
             to.setup.reset(setup);
-            if (result <= 0)
+            if (result <= 0) {
                 fail("Error parsing Theora stream headers.", kBadTheora);
-            if (++m_theoraCount == 1)
+            }
+            if (++m_theoraCount == 1) {
                 checkSize();
+            }
             m_headers.dataStart = m_pages.pageOffset();
         }
     }
@@ -110,8 +119,9 @@ private:
         const th_info& info = *m_headers.theora.info.get();
         if (info.frame_width > kMaxSide || info.frame_height > kMaxSide ||
             std::uint64_t{info.frame_width} * info.frame_height > kMaxPixels ||
-            info.fps_numerator == 0 || info.fps_denominator == 0)
+            info.fps_numerator == 0 || info.fps_denominator == 0) {
             fail("Error parsing Theora stream headers.", kBadTheora);
+        }
     }
 
     void feedVorbis(ogg_page& page) {
@@ -119,11 +129,14 @@ private:
         ogg_packet packet;
         while (m_vorbisCount < kHeaderCount) {
             const int got = ogg_stream_packetout(m_vorbis->get(), &packet);
-            if (got == 0)
+            if (got == 0) {
                 return;
-            if (got < 0 || vorbis_synthesis_headerin(m_headers.vorbis.info.get(),
-                                                     m_headers.vorbis.comment.get(), &packet) != 0)
+            }
+            if (got < 0 ||
+                vorbis_synthesis_headerin(m_headers.vorbis.info.get(),
+                                          m_headers.vorbis.comment.get(), &packet) != 0) {
                 fail("Error parsing vorbis stream headers", kBadVorbis);
+            }
             ++m_vorbisCount;
         }
     }
@@ -141,8 +154,9 @@ private:
 
 void readStreamHeaders(SharedSource& source, StreamHeaders& headers) {
     HeaderReader(source, headers).read();
-    if (!headers.theora.setup)
+    if (!headers.theora.setup) {
         fail("Error parsing Theora stream headers.", kBadTheora);
+    }
 }
 
 } // namespace theora

@@ -15,9 +15,11 @@ int countFrames(ogg_stream_state* stream, ogg_page& page) {
     ogg_stream_pagein(stream, &page);
     int count = 0;
     ogg_packet packet;
-    for (int got = 0; (got = ogg_stream_packetout(stream, &packet)) != 0;)
-        if (got > 0 && !isHeaderPacket(packet))
+    for (int got = 0; (got = ogg_stream_packetout(stream, &packet)) != 0;) {
+        if (got > 0 && !isHeaderPacket(packet)) {
             ++count;
+        }
+    }
     return count;
 }
 
@@ -33,13 +35,16 @@ void findFirstFrame(SharedSource& source, const GranuleFormat& format, StreamLay
     std::int64_t frames = 0;
     ogg_page page;
     while (pages.next(page, layout.dataStart + kFirstFrameLimit)) {
-        if (ogg_page_serialno(&page) != layout.serial)
+        if (ogg_page_serialno(&page) != layout.serial) {
             continue;
+        }
         const int onPage = countFrames(stream.get(), page);
-        if (onPage == 0)
+        if (onPage == 0) {
             continue;
-        if (frames == 0)
+        }
+        if (frames == 0) {
             layout.firstPage = pages.pageOffset();
+        }
         frames += onPage;
         const std::int64_t granule = ogg_page_granulepos(&page);
         if (granule >= 0) {
@@ -58,13 +63,15 @@ std::int64_t findFrameCount(SharedSource& source, int serial, const GranuleForma
         pages.seek(std::max<std::int64_t>(source.size() - backOff, 0));
         ogg_page page;
         while (pages.next(page)) {
-            if (ogg_page_serialno(&page) != serial)
+            if (ogg_page_serialno(&page) != serial) {
                 continue;
+            }
             const std::int64_t granule = ogg_page_granulepos(&page);
-            if (granule >= 0)
+            if (granule >= 0) {
                 count = format.frameOf(granule) + 1;
-            else if (count >= 1)
+            } else if (count >= 1) {
                 ++count;
+            }
         }
     }
     return count > 0 ? count : -1;

@@ -37,13 +37,15 @@ void TheoraVideoClip_Theora::load() {
         m_layout.firstFrame = 0;
     }
     m_layout.frameCount = findFrameCount(*m_source, m_layout.serial, *m_format);
-    if (m_layout.frameCount < 0)
+    if (m_layout.frameCount < 0) {
         writeLog("unable to determine file duration!");
+    }
     makeDecoders();
     setGeometry(static_cast<int>(info.frame_width), static_cast<int>(info.frame_height),
                 static_cast<float>(info.fps_numerator) / static_cast<float>(info.fps_denominator));
-    if (m_layout.frameCount >= 0)
+    if (m_layout.frameCount >= 0) {
         setFrameCount(static_cast<int>(std::min<std::int64_t>(m_layout.frameCount, INT_MAX)));
+    }
     makeAudio();
 }
 
@@ -63,29 +65,34 @@ void TheoraVideoClip_Theora::makeDecoders() {
 }
 
 void TheoraVideoClip_Theora::makeAudio() {
-    if (!m_headers.vorbis.present || m_audioFactory == nullptr)
+    if (!m_headers.vorbis.present || m_audioFactory == nullptr) {
         return;
+    }
     const vorbis_info& info = *m_headers.vorbis.info.get();
     auto sink = m_audioFactory->createInstance(*this, info.channels, static_cast<int>(info.rate));
-    if (sink)
+    if (sink) {
         m_audio =
             std::make_unique<AudioTrack>(*m_source, m_stop, m_headers.vorbis, std::move(sink));
+    }
 }
 
 void TheoraVideoClip_Theora::decodedAudioCheck() {
-    if (m_audio && !getTimer().isPaused() && pendingSeekFrame.load() == -1)
+    if (m_audio && !getTimer().isPaused() && pendingSeekFrame.load() == -1) {
         m_audio->handOver();
+    }
 }
 
 void TheoraVideoClip_Theora::decodeSound(std::int64_t frame) {
-    if (m_audio)
+    if (m_audio) {
         m_audio->decodeUntil(timeOfFrame(static_cast<int>(frame)) + kSoundAhead);
+    }
 }
 
 bool TheoraVideoClip_Theora::deliverPicture(const TheoraPicture& picture, std::int64_t number) {
     TheoraVideoFrame* frame = m_frameQueue->requestEmptyFrame();
-    if (frame == nullptr)
+    if (frame == nullptr) {
         return false;
+    }
     frame->decode(picture);
     deliver(*frame, static_cast<int>(std::min<std::int64_t>(number, INT_MAX)));
     return true;
@@ -97,8 +104,9 @@ bool TheoraVideoClip_Theora::deliverCached(std::int64_t number, bool realOnly) {
 }
 
 void TheoraVideoClip_Theora::keepPicture(std::int64_t number) {
-    if (m_cache->wants(number))
+    if (m_cache->wants(number)) {
         m_cache->store(number, m_decoder->picture());
+    }
 }
 
 bool TheoraVideoClip_Theora::seekTo(int frame) {
@@ -106,17 +114,21 @@ bool TheoraVideoClip_Theora::seekTo(int frame) {
     m_centre = frame;
     m_cache->setCentre(frame);
     m_stepBack->moveTo(frame);
-    if (m_audio)
+    if (m_audio) {
         m_audio->seek(timeOfFrame(frame));
-    if (m_frameQueue->advanceTo(frame))
+    }
+    if (m_frameQueue->advanceTo(frame)) {
         return true;
+    }
     m_frameQueue->clear();
     m_nextFrame = std::int64_t{frame} + 1;
-    if (deliverCached(frame, false))
+    if (deliverCached(frame, false)) {
         return true;
+    }
     const DecodeResult result = m_decoder->decodeTo(frame, m_keep);
-    if (result == DecodeResult::stopped)
+    if (result == DecodeResult::stopped) {
         return false;
+    }
     if (result == DecodeResult::endOfStream) {
         writeLog(getName() + " [seek]: fineseeking failed, _readData failed!");
         endOfFile.store(true);
@@ -128,8 +140,9 @@ DecodeResult TheoraVideoClip_Theora::decodeNextPicture() {
     const std::int64_t position = m_decoder->position();
     if (position != m_nextFrame && position != m_nextFrame - 1) {
         const DecodeResult result = m_decoder->decodeTo(m_nextFrame, m_keep);
-        if (result != DecodeResult::reached)
+        if (result != DecodeResult::reached) {
             return result;
+        }
     }
     // A frame that the file does not have is passed over.
     return m_decoder->position() < m_nextFrame ? m_decoder->decodeNext(m_keep)
@@ -138,37 +151,44 @@ DecodeResult TheoraVideoClip_Theora::decodeNextPicture() {
 
 bool TheoraVideoClip_Theora::decodeNextFrame() {
     m_workingOn = -1;
-    if (m_frameQueue->isFull())
+    if (m_frameQueue->isFull()) {
         return false;
+    }
     m_centre = std::max(m_centre, m_nextFrame - m_frameQueue->getSize());
     m_cache->setCentre(m_centre);
     if (deliverCached(m_nextFrame, true)) {
         ++m_nextFrame;
     } else {
         const DecodeResult result = decodeNextPicture();
-        if (result == DecodeResult::stopped)
+        if (result == DecodeResult::stopped) {
             return false;
-        if (result == DecodeResult::endOfStream)
+        }
+        if (result == DecodeResult::endOfStream) {
             return reachedEnd();
+        }
         m_nextFrame = m_decoder->position() + 1;
-        if (!deliverPicture(m_decoder->picture(), m_decoder->position()))
+        if (!deliverPicture(m_decoder->picture(), m_decoder->position())) {
             return false;
+        }
     }
     decodeSound(m_nextFrame);
-    if (m_frameQueue->isFull())
+    if (m_frameQueue->isFull()) {
         prepareStepBack();
+    }
     return true;
 }
 
 bool TheoraVideoClip_Theora::reachedEnd() {
-    if (m_audio)
+    if (m_audio) {
         m_audio->decodeUntil(getDuration());
+    }
     if (m_restartAtEnd.load() && m_nextFrame > 0) {
         m_restartPending.store(true);
         m_nextFrame = 0;
         m_centre = 0;
-        if (m_audio)
+        if (m_audio) {
             m_audio->rewind();
+        }
     } else {
         endOfFile.store(true);
         prepareStepBack();
@@ -178,8 +198,9 @@ bool TheoraVideoClip_Theora::reachedEnd() {
 
 // Only a clip that stands still is stepped through.
 void TheoraVideoClip_Theora::prepareStepBack() {
-    if (!getTimer().isPaused())
+    if (!getTimer().isPaused()) {
         return;
+    }
     const std::int64_t count = m_layout.frameCount;
     m_stepBack->prepare(count > 0 ? std::min(m_centre, count) : m_centre);
 }

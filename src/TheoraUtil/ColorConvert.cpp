@@ -29,16 +29,18 @@ ColorRowFunction rowFunction(const PixelLayout& layout, ColorPath path) {
 // A picture too narrow for its alpha half: the alpha that there is.
 void writeShortAlpha(const std::uint8_t* luma, const PixelLayout& layout, std::uint8_t* out,
                      int count) {
-    for (int x = 0; x < count; ++x)
+    for (int x = 0; x < count; ++x) {
         out[x * layout.bytes + layout.extra] = alphaByte(luma[x]);
+    }
 }
 
 } // namespace
 
 void convertPicture(const TheoraPicture& picture, TheoraOutputMode mode, std::uint8_t* out,
                     int width, int height, ColorPath path) {
-    if (bytesPerPixel(mode) == 0)
+    if (bytesPerPixel(mode) == 0) {
         return;
+    }
     const PixelLayout layout = pixelLayout(mode);
     const ColorRowFunction convert = rowFunction(layout, path);
     const auto& [luma, u, v] = picture.planes;

@@ -62,10 +62,12 @@ template <template <ColorKind, bool, PixelOrder> typename Set, ColorKind kind, b
 template <template <ColorKind, bool, PixelOrder> typename Set>
 [[nodiscard]] ColorRowFunction chooseColorRows(const PixelLayout& layout) {
     const PixelOrder order = pixelOrder(layout);
-    if (layout.kind == ColorKind::grey)
+    if (layout.kind == ColorKind::grey) {
         return chooseOrder<Set, ColorKind::grey, false>(order);
-    if (layout.kind == ColorKind::yuv)
+    }
+    if (layout.kind == ColorKind::yuv) {
         return chooseOrder<Set, ColorKind::yuv, false>(order);
+    }
     return isReversed(layout) ? chooseOrder<Set, ColorKind::rgb, true>(order)
                               : chooseOrder<Set, ColorKind::rgb, false>(order);
 }

@@ -10,6 +10,7 @@
 #if defined(__x86_64__)
 
 #include <cmath>
+
 #include <immintrin.h>
 
 #include "src/TheoraUtil/ColorTables.h"
@@ -132,15 +133,17 @@ QUORVEL_AVX2 inline Colors rgbColors(const ChromaBlock& chroma, const std::uint8
 }
 
 QUORVEL_AVX2 inline __m256i chromaBytes(const std::uint8_t* plane, int shift, int x) {
-    if (shift == 0)
+    if (shift == 0) {
         return load(plane + x);
+    }
     const __m256i half = widen16(plane + x / 2);
     return _mm256_or_si256(half, _mm256_slli_epi16(half, 8));
 }
 
 QUORVEL_AVX2 inline __m256i alphaBytes(const std::uint8_t* luma) {
-    if (luma == nullptr)
+    if (luma == nullptr) {
         return _mm256_set1_epi8(-1);
+    }
     const __m256i bytes = load(luma);
     // Snapped at both ends: saturation does the comparisons.
     const __m256i opaque =
@@ -202,12 +205,13 @@ QUORVEL_AVX2 inline void store128(std::uint8_t* out, __m256i a, __m256i b, __m25
 template <PixelOrder order>
 QUORVEL_AVX2 inline void storePixels(std::uint8_t* out, const Colors& colors,
                                      const std::uint8_t* alpha) {
-    if constexpr (order == PixelOrder::plain)
+    if constexpr (order == PixelOrder::plain) {
         store96(out, colors);
-    else if constexpr (order == PixelOrder::extraBehind)
+    } else if constexpr (order == PixelOrder::extraBehind) {
         store128(out, colors.a, colors.b, colors.c, alphaBytes(alpha));
-    else
+    } else {
         store128(out, alphaBytes(alpha), colors.a, colors.b, colors.c);
+    }
 }
 
 template <ColorKind kind, bool reversed, PixelOrder order>
@@ -217,8 +221,9 @@ struct Avx2Rows {
     QUORVEL_AVX2 static void block(const ColorRows& rows, int x) {
         ChromaBlock chroma;
         Colors colors;
-        if constexpr (kind == ColorKind::rgb)
+        if constexpr (kind == ColorKind::rgb) {
             chroma = chromaBlock(rows, x);
+        }
         if constexpr (kind == ColorKind::yuv) {
             colors.b = chromaBytes(rows.u, rows.chromaShiftX, x);
             colors.c = chromaBytes(rows.v, rows.chromaShiftX, x);
@@ -227,13 +232,15 @@ struct Avx2Rows {
             const std::uint8_t* luma = rows.luma[row] + x;
             if constexpr (kind == ColorKind::rgb) {
                 colors = rgbColors(chroma, luma);
-                if constexpr (reversed)
+                if constexpr (reversed) {
                     colors = {colors.c, colors.b, colors.a};
+                }
             } else {
                 colors.a = load(luma);
             }
-            if constexpr (kind == ColorKind::grey)
+            if constexpr (kind == ColorKind::grey) {
                 colors.b = colors.c = colors.a;
+            }
             storePixels<order>(rows.out[row] + x * kBytes, colors,
                                rows.alpha[row] == nullptr ? nullptr : rows.alpha[row] + x);
         }
@@ -241,16 +248,19 @@ struct Avx2Rows {
 
     QUORVEL_AVX2 static void run(const ColorRows& rows) {
         int x = 0;
-        for (; x + kColumns <= rows.width; x += kColumns)
+        for (; x + kColumns <= rows.width; x += kColumns) {
             block(rows, x);
-        if (x == rows.width)
+        }
+        if (x == rows.width) {
             return;
+        }
         // The last columns once more with some before them, unless that would split a chroma
         // sample.
-        if (rows.width >= kColumns && rows.width % 2 == 0)
+        if (rows.width >= kColumns && rows.width % 2 == 0) {
             block(rows, rows.width - kColumns);
-        else
+        } else {
             tail(rows, x);
+        }
     }
 
     static void tail(const ColorRows& rows, int x);
@@ -276,8 +286,9 @@ void Avx2Rows<kind, reversed, order>::tail(const ColorRows& rows, int x) {
 
 ColorRowFunction avx2ColorRows(const PixelLayout& layout) {
     static const bool supported = __builtin_cpu_supports("avx2") != 0;
-    if (!supported)
+    if (!supported) {
         return nullptr;
+    }
     return layout.bytes == 1 ? portableColorRows(layout) : chooseColorRows<Avx2Rows>(layout);
 }
 

@@ -89,8 +89,9 @@ void spreadChroma(const std::uint8_t* from, int shift, int count, Bytes& to) {
         return;
     }
     const int pairs = (count + 1) / 2;
-    for (int x = 0; x < pairs; ++x)
+    for (int x = 0; x < pairs; ++x) {
         to[static_cast<std::size_t>(2 * x)] = to[static_cast<std::size_t>(2 * x + 1)] = from[x];
+    }
 }
 
 /// Two pixels for each value.
@@ -180,15 +181,17 @@ void storePlain(const Pixels& pixels, int count, std::uint8_t* out) {
     constexpr unsigned kPixelBits = 24;
     const std::uint8_t* from = pixels.data();
     int x = 0;
-    if constexpr (std::endian::native == std::endian::little)
+    if constexpr (std::endian::native == std::endian::little) {
         for (; x + kStep < count; x += kStep, from += 4 * kStep, out += 3 * kStep) {
             const std::uint64_t first = loadPixel(from) | loadPixel(from + 4) << kPixelBits;
             const std::uint64_t second = loadPixel(from + 8) | loadPixel(from + 12) << kPixelBits;
             std::memcpy(out, &first, sizeof first);
             std::memcpy(out + 6, &second, sizeof second);
         }
-    for (; x < count; ++x, from += 4, out += 3)
+    }
+    for (; x < count; ++x, from += 4, out += 3) {
         std::memcpy(out, from, 3);
+    }
 }
 
 /// What is read beyond a short block's columns starts as 0; the rest is written before it is read.
@@ -203,10 +206,11 @@ struct BlockWork {
 };
 
 void findAlpha(const std::uint8_t* alpha, int count, Bytes& extra) {
-    if (alpha == nullptr)
+    if (alpha == nullptr) {
         extra.fill(255);
-    else
+    } else {
         std::transform(alpha, alpha + count, extra.begin(), alphaByte);
+    }
 }
 
 template <ColorKind kind, bool reversed, PixelOrder order>
@@ -221,9 +225,10 @@ struct PortableRows {
         const Bytes* b = kind == ColorKind::yuv ? &work.u : &work.luma;
         const Bytes* c = kind == ColorKind::yuv ? &work.v : &work.luma;
         if constexpr (kind == ColorKind::rgb) {
-            for (const int at : {0, kHalf})
+            for (const int at : {0, kHalf}) {
                 findTerms(work.luma.data() + at, kLuma, work.lumaTerms.high.data() + at,
                           work.lumaTerms.low.data() + at);
+            }
             addTerms(work.lumaTerms, work.chroma.red, work.colors[0]);
             addTerms(work.lumaTerms, work.chroma.green, work.colors[1]);
             addTerms(work.lumaTerms, work.chroma.blue, work.colors[2]);
@@ -238,10 +243,11 @@ struct PortableRows {
             return;
         }
         findAlpha(rows.alpha[row] == nullptr ? nullptr : rows.alpha[row] + from, count, work.extra);
-        if constexpr (order == PixelOrder::extraInFront)
+        if constexpr (order == PixelOrder::extraInFront) {
             interleave(work.extra, *a, *b, *c, work.pixels);
-        else
+        } else {
             interleave(*a, *b, *c, work.extra, work.pixels);
+        }
         std::copy_n(work.pixels.begin(), count * kBytes, out);
     }
 
@@ -261,16 +267,18 @@ struct PortableRows {
                 std::copy_n(rows.v + (from >> rows.chromaShiftX), samples, work.v.begin());
                 findChromaTerms(work.u, work.v, rows.chromaShiftX, work.chroma);
             }
-            for (std::size_t row = 0; row < static_cast<std::size_t>(rows.rowCount); ++row)
+            for (std::size_t row = 0; row < static_cast<std::size_t>(rows.rowCount); ++row) {
                 convert(rows, row, from, count, work);
+            }
         }
     }
 };
 
 void copyLuma(const ColorRows& rows) {
-    for (int row = 0; row < rows.rowCount; ++row)
+    for (int row = 0; row < rows.rowCount; ++row) {
         std::memcpy(rows.out[static_cast<std::size_t>(row)],
                     rows.luma[static_cast<std::size_t>(row)], static_cast<std::size_t>(rows.width));
+    }
 }
 
 } // namespace
@@ -283,8 +291,9 @@ ColorRows skipColumns(const ColorRows& rows, int columns, int bytesPerPixel) {
     for (std::size_t row = 0; row < static_cast<std::size_t>(rows.rowCount); ++row) {
         rest.luma[row] += columns;
         rest.out[row] += columns * bytesPerPixel;
-        if (rest.alpha[row] != nullptr)
+        if (rest.alpha[row] != nullptr) {
             rest.alpha[row] += columns;
+        }
     }
     return rest;
 }

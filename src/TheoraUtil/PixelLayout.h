@@ -21,8 +21,9 @@ struct PixelLayout {
 /// mode: not TH_UNDEFINED.
 [[nodiscard]] constexpr PixelLayout pixelLayout(TheoraOutputMode mode) {
     const int value = static_cast<int>(mode);
-    if (value == 11)
+    if (value == 11) {
         return {ColorKind::grey, 1, {0, 0, 0}, -1, false};
+    }
     // From 12 and 17 on the modes come as plain, A behind, X behind, A in front, X in front; modes
     // 1 to 5 and 6 to 10 do so too.
     const int first = value < 6 ? 1 : value < 11 ? 6 : value < 17 ? 12 : 17;

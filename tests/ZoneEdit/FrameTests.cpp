@@ -1,14 +1,13 @@
 // Stepping through the frames of a video: the number in the edit, the picture on the screen.
-#include "tests/ZoneEdit/ZoneEditFixture.h"
-
-#include "core/Text.h"
-#include "video/CVideoUI.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "core/Text.h"
+#include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "video/CVideoUI.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The four point tools, by real mouse events on the picture.
-#include "tests/ZoneEdit/ZoneEditFixture.h"
-#include "zone/Zone.h"
-
 #include <string>
 #include <vector>
+
+#include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "zone/Zone.h"
 
 namespace {
 

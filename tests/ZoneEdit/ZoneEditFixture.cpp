@@ -1,8 +1,8 @@
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 
-#include "zone/Zone.h"
-
 #include <cstdint>
+
+#include "zone/Zone.h"
 
 namespace test {
 

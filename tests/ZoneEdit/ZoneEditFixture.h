@@ -2,14 +2,14 @@
 // screen which frame is shown.
 #pragma once
 
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "ZoneEdit/ZoneEdit.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/windows/EditorTest.h"
 #include "zone/ZoneManager.h"
-
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace test {
 

@@ -1,12 +1,12 @@
 // The list of zones: adding, choosing, naming, removing, the active flag, saving and closing.
-#include "core/Text.h"
-#include "tests/ZoneEdit/ZoneEditFixture.h"
-#include "zone/Zone.h"
-
 #include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
+
+#include "core/Text.h"
+#include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "zone/Zone.h"
 
 namespace {
 

@@ -1,5 +1,13 @@
 // One whole pass of an author, from the open scene window to the files on the disk: the program
 // runs its own loops and hears nothing but mouse and keyboard.
+#include <cstdint>
+#include <filesystem>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
 #include "app/Program.h"
 #include "core/Log.h"
 #include "tests/support/ClipMaker.h"
@@ -10,14 +18,6 @@
 #include "toolkit/CEditUI.h"
 #include "toolkit/CListUI.h"
 #include "tools/tour/Script.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <filesystem>
-#include <regex>
-#include <string>
-#include <vector>
 
 namespace {
 

@@ -1,12 +1,11 @@
 // Start-up, exit codes and the hand-off around the screens.
-#include "app/Program.h"
-
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "app/Program.h"
 #include "core/Services.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RecordingProcess.h"

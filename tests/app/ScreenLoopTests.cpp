@@ -1,14 +1,14 @@
 // The order of screens and the flags that steer it, on screens that a script plays.
-#include "app/ScreenLoop.h"
-#include "tests/support/LogCapture.h"
-
-#include <gtest/gtest.h>
-
 #include <cctype>
 #include <functional>
 #include <ostream>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "app/ScreenLoop.h"
+#include "tests/support/LogCapture.h"
 
 namespace {
 

@@ -1,9 +1,8 @@
-#include "app/services/Launcher.h"
+#include <cerrno>
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
-
+#include "app/services/Launcher.h"
 #include "core/Services.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/LogCapture.h"
@@ -116,8 +115,9 @@ TEST_F(LauncherTest, AFullPathOfMoreThan259CharactersIsNotStarted) {
     EXPECT_TRUE(app::launch(std::string(259 - folder, 'm'), "", ""));
     EXPECT_FALSE(app::launch(std::string(260 - folder, 'm'), "", ""));
     std::string name;
-    for (std::size_t i = folder; i < 259; ++i)
+    for (std::size_t i = folder; i < 259; ++i) {
         name += "\xC3\xA9"; // two bytes, one character
+    }
     EXPECT_TRUE(app::launch(name, "", ""));
     EXPECT_FALSE(app::launch(name + "m", "", ""));
     EXPECT_EQ(m_process.requests.size(), 2U);

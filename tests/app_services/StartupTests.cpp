@@ -1,8 +1,7 @@
-#include "app/services/Startup.h"
-
 #include <gtest/gtest.h>
 
 #include "app/services/CommandLine.h"
+#include "app/services/Startup.h"
 #include "core/Services.h"
 #include "core/Translations.h"
 #include "scene/SceneManager.h"
@@ -27,8 +26,9 @@ TEST(CommandLine, KnownTokensSetTheirBits) {
         {"Launcher\tTestMode", 0},
         {"\"Launcher\" -TestMode Launcher2", 0},
     };
-    for (const Case& c : cases)
+    for (const Case& c : cases) {
         EXPECT_EQ(app::parseCommandLine(c.line), c.flags) << c.line;
+    }
 }
 
 TEST(CommandLine, ArgumentsAreJoinedWithOneBlank) {
@@ -109,8 +109,9 @@ TEST(ShippedTranslations, HoldTheFourConditionsInFiveLanguages) {
             core::Translations::create(QUORVEL_SOURCE_FOLDER "/data/Translations.ini", c.language);
         ASSERT_TRUE(shipped);
         std::vector<std::string> texts;
-        for (const char* key : {"Default", "Keypress", "Zone", "Random"})
+        for (const char* key : {"Default", "Keypress", "Zone", "Random"}) {
             texts.push_back(shipped->translate(key));
+        }
         EXPECT_EQ(texts, c.texts) << c.language;
         EXPECT_EQ(shipped->languages().count(c.language), 1U);
     }

@@ -1,9 +1,8 @@
-#include "core/File.h"
+#include <cerrno>
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
-
+#include "core/File.h"
 #include "core/Services.h"
 #include "core/WholeFile.h"
 #include "tests/support/FaultyFileSystem.h"
@@ -86,8 +85,9 @@ TEST_F(FileTest, OpeningClosesWhatWasOpenEvenWhenItFails) {
     EXPECT_FALSE(m_file.open("missing", "rb"));
     EXPECT_EQ(support::readBytes("f"), "kept");
     EXPECT_FALSE(m_file.writeString("x")) << "nothing is open now";
-    for (const char* mode : {"", "r", "w", "a", "r+b", "wtb"})
+    for (const char* mode : {"", "r", "w", "a", "r+b", "wtb"}) {
         EXPECT_FALSE(m_file.open("f", mode)) << mode;
+    }
     support::makeFolder("folder");
     EXPECT_FALSE(m_file.open("folder", "rb"));
     EXPECT_FALSE(m_file.open("folder", "wb"));

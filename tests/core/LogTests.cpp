@@ -1,13 +1,12 @@
-#include "core/Log.h"
-
-#include <gtest/gtest.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 
+#include <gtest/gtest.h>
+
 #include "core/File.h"
+#include "core/Log.h"
 #include "core/Services.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/FixedClock.h"
@@ -125,8 +124,9 @@ TEST_F(LogTest, ReportingFromInsideTheLastMomentsDoesNotRecurse) {
     int reports = 0;
     m_files.setRule(
         [&](const support::Call& call) {
-            if (call.operation == "write" && ++reports == 1)
+            if (call.operation == "write" && ++reports == 1) {
                 core::Log::get()->Error("while ending");
+            }
             return support::Fault::none;
         },
         0);
@@ -139,8 +139,9 @@ TEST_F(LogTest, ReportingFromInsideTheLastMomentsDoesNotRecurse) {
 TEST(LogMessages, APageThatGrowsWithoutEndStopsAtItsLimitAndIsStillClosed) {
     const support::LogCapture log;
     const std::string message(8000, 'm');
-    for (int i = 0; i < 10000; ++i)
+    for (int i = 0; i < 10000; ++i) {
         core::Log::get()->Write(core::Log::Level::warning, "%s", message.c_str());
+    }
     core::Log::get()->Write(core::Log::Level::information, "the last words");
     const std::string page = log.page();
     EXPECT_GT(page.size(), std::size_t{64} * 1024 * 1024);

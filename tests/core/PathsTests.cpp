@@ -1,9 +1,8 @@
-#include "core/Paths.h"
+#include <cerrno>
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
-
+#include "core/Paths.h"
 #include "core/Services.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/TempFolder.h"
@@ -53,8 +52,9 @@ TEST(PathPieces, ASeparatorIsAppendedInThePathsOwnKind) {
     };
     for (const Case& c : {Case{"Scenes/A", "Scenes/A/"}, Case{"C:\\work", "C:\\work\\"},
                           Case{"C:\\", "C:\\"}, Case{"/", "/"}, Case{"", ""},
-                          Case{"Scenes/A\\", "Scenes/A\\"}, Case{"a\\b/c", "a\\b/c\\"}})
+                          Case{"Scenes/A\\", "Scenes/A\\"}, Case{"a\\b/c", "a\\b/c\\"}}) {
         EXPECT_EQ(core::withSeparator(c.path), c.result);
+    }
 }
 
 class ListingTest : public support::TempFolderTest {
@@ -66,8 +66,9 @@ protected:
 };
 
 TEST_F(ListingTest, PatternsMatchWithoutCaseAndFoldersAreNoFiles) {
-    for (const char* name : {"b.ini", "A.INI", "c.ini.txt", "no dot", ".ini", "\xC3\xA9.ini"})
+    for (const char* name : {"b.ini", "A.INI", "c.ini.txt", "no dot", ".ini", "\xC3\xA9.ini"}) {
         support::writeBytes(std::string("in/") + name, "");
+    }
     support::makeFolder("in/folder.ini");
     struct Case {
         const char* pattern;
@@ -91,8 +92,9 @@ TEST_F(ListingTest, PatternsMatchWithoutCaseAndFoldersAreNoFiles) {
 }
 
 TEST_F(ListingTest, FoldersAreListedWithoutFilesAndDots) {
-    for (const char* name : {"s/b", "s/A/inner", "s/_", "s/C.old"})
+    for (const char* name : {"s/b", "s/A/inner", "s/_", "s/C.old"}) {
         support::makeFolder(name);
+    }
     support::writeBytes("s/file", "");
     for (const char* folder : {"s", "s/", "s\\"}) {
         EXPECT_TRUE(core::listFolders(folder, m_names));

@@ -1,7 +1,7 @@
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
+
+#include <gtest/gtest.h>
 
 #include "tests/core/SafeSaveFixture.h"
 

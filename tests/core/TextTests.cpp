@@ -1,9 +1,7 @@
-#include "core/Text.h"
-
 #include <gtest/gtest.h>
-
 #include <utf8.h>
 
+#include "core/Text.h"
 #include "tests/support/LogCapture.h"
 
 namespace {
@@ -61,8 +59,9 @@ TEST(Text, ConvertsBothWaysAndTheStrictFormsThrow) {
     EXPECT_EQ(core::wideToNarrow(wide), narrow);
     EXPECT_EQ(core::displayText(narrow), wide);
     EXPECT_EQ(core::storedText(wide), narrow);
-    for (const char* bad : {"\x80", "\xC3", "\xC0\x80", "\xED\xA0\x80", "a\xFF"})
+    for (const char* bad : {"\x80", "\xC3", "\xC0\x80", "\xED\xA0\x80", "a\xFF"}) {
         EXPECT_THROW((void)core::narrowToWide(bad), utf8::exception) << bad;
+    }
     EXPECT_THROW((void)core::wideToNarrow(std::u16string(1, u'\xD800')), utf8::exception);
 }
 
@@ -88,8 +87,9 @@ TEST(Text, BadSequencesAreShownAsReplacementCharacters) {
 TEST(Text, OnlyAsciiLettersChangeCase) {
     EXPECT_EQ(core::lowerCase("ABC[\xC3\x89]xyz"), "abc[\xC3\x89]xyz");
     EXPECT_TRUE(core::toBool("true") && core::toBool("TRUE") && core::toBool("True"));
-    for (const char* text : {"", "1", "yes", " true", "true "})
+    for (const char* text : {"", "1", "yes", " true", "true "}) {
         EXPECT_FALSE(core::toBool(text)) << text;
+    }
 }
 
 } // namespace

@@ -1,8 +1,7 @@
-#include "core/Translations.h"
-
 #include <gtest/gtest.h>
 
 #include "core/Settings.h"
+#include "core/Translations.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -41,8 +40,9 @@ TEST_F(TranslationsTest, LooksInTheLanguageThenInEnglishThenGivesTheKey) {
         {"English", "2", "2"},
         {"English", "", ""},
     };
-    for (const Case& c : cases)
+    for (const Case& c : cases) {
         EXPECT_EQ(translated(file, c.language, c.key), c.text) << c.language << " " << c.key;
+    }
 }
 
 TEST_F(TranslationsTest, BadLinesAreSkippedAndTheFirstOfTwoTextsStands) {
@@ -58,8 +58,9 @@ TEST_F(TranslationsTest, AnOverlongLineIsCutBetweenCharactersAndReported) {
     // The parser's lines hold 198 bytes; "Zone=" takes five of them.
     const std::string euro = "\xE2\x82\xAC";
     std::string text;
-    for (int i = 0; i < 100; ++i)
+    for (int i = 0; i < 100; ++i) {
         text += euro;
+    }
     std::string kept = text.substr(0, 64 * 3);
     testing::internal::CaptureStderr();
     EXPECT_EQ(
@@ -126,8 +127,9 @@ TEST_F(SettingsTest, ReadsTheUnnamedSectionAndYieldsNothingForABadFile) {
         {"language=French\nno equals sign here\n", "(nothing)"},
         {"[open\n", "(nothing)"},
     };
-    for (const Case& c : cases)
+    for (const Case& c : cases) {
         EXPECT_EQ(language(c.text), c.language) << c.text;
+    }
     EXPECT_FALSE(core::Settings::create("missing.ini"));
     EXPECT_FALSE(core::Settings::create(m_folder.path()));
 }

@@ -28,14 +28,16 @@ bool save(int variant, const std::string& folder) {
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (arguments.size() == 3 && arguments[0] == "once")
+    if (arguments.size() == 3 && arguments[0] == "once") {
         return save(arguments[1] == "2" ? 2 : 1, arguments[2]) ? 0 : 1;
+    }
     if (arguments.size() != 2 || arguments[0] != "forever") {
         std::fprintf(stderr, "usage: save_loop once VARIANT DIR | forever DIR\n");
         return 2;
     }
     for (int round = 0;; ++round) {
-        if (!save(round % 2 + 1, arguments[1]))
+        if (!save(round % 2 + 1, arguments[1])) {
             return 1;
+        }
     }
 }

@@ -15,8 +15,9 @@
 namespace {
 
 void require(bool condition) {
-    if (!condition)
+    if (!condition) {
         std::abort();
+    }
 }
 
 /// The flags by a search of its own: a token stands between blanks or the ends.
@@ -38,8 +39,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<const char*> arguments;
     for (std::size_t at = 0; at < text.size(); at = text.find('\0', at) + 1) {
         arguments.push_back(text.c_str() + at);
-        if (text.find('\0', at) == std::string::npos)
+        if (text.find('\0', at) == std::string::npos) {
             break;
+        }
     }
     (void)app::joinArguments(static_cast<int>(arguments.size()), arguments.data());
 

@@ -1,10 +1,10 @@
 // Any text as an image attribute, drawn at a place and a size that come from it too.
+#include <cstdint>
+
 #include "core/Text.h"
 #include "platform/raster/RasterCanvas.h"
 #include "tests/support/gui/FakeGui.h"
 #include "toolkit/SkinImage.h"
-
-#include <cstdint>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);

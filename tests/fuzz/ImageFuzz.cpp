@@ -1,8 +1,8 @@
 // Any bytes as a picture: what decodes has a size within the limits and can be read whole.
-#include "toolkit/ImageDecoder.h"
-
 #include <cstdint>
 #include <cstdlib>
+
+#include "toolkit/ImageDecoder.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto image = toolkit::decodeImage({data, size});

@@ -14,8 +14,9 @@
 namespace {
 
 void require(bool condition) {
-    if (!condition)
+    if (!condition) {
         std::abort();
+    }
 }
 
 void readEveryWay(support::MemoryFileSystem& files, const std::string& text) {
@@ -32,8 +33,9 @@ void readEveryWay(support::MemoryFileSystem& files, const std::string& text) {
         require(found == "Zone" || found == translations->translate("zONE"));
     }
     const auto settings = core::Settings::create("T.ini");
-    if (settings)
+    if (settings) {
         (void)settings->getString("", "language", "English");
+    }
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 // Any bytes as a window's layout, then any input into the window it makes: neither building, laying
 // out, painting, input nor taking down crashes. After the first zero byte of the data come events
 // of four bytes: kind and modifiers, key or button, x, y.
+#include <algorithm>
+#include <cstdint>
+
 #include "core/Log.h"
 #include "core/Services.h"
 #include "platform/raster/RasterCanvas.h"
@@ -10,9 +13,6 @@
 #include "toolkit/DropListWindow.h"
 #include "toolkit/ImageCache.h"
 #include "toolkit/WindowImplBase.h"
-
-#include <algorithm>
-#include <cstdint>
 
 namespace {
 

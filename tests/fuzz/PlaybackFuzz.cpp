@@ -15,8 +15,9 @@
 namespace {
 
 void require(bool condition) {
-    if (!condition)
+    if (!condition) {
         std::abort();
+    }
 }
 
 constexpr std::size_t kPageHeader = 27;
@@ -29,13 +30,16 @@ void mendCheckSums(support::Bytes& file) {
             continue;
         }
         const std::size_t header = kPageHeader + file[at + 26];
-        if (at + header > file.size())
+        if (at + header > file.size()) {
             return;
+        }
         std::size_t body = 0;
-        for (std::size_t i = kPageHeader; i < header; ++i)
+        for (std::size_t i = kPageHeader; i < header; ++i) {
             body += file[at + i];
-        if (at + header + body > file.size())
+        }
+        if (at + header + body > file.size()) {
             return;
+        }
         ogg_page page{file.data() + at, static_cast<long>(header), file.data() + at + header,
                       static_cast<long>(body)};
         ogg_page_checksum_set(&page);
@@ -50,12 +54,14 @@ bool isLarge(const support::Bytes& file) {
     constexpr std::ptrdiff_t kNeeded = 14;
     for (auto at = file.begin();; ++at) {
         at = std::search(at, file.end(), tag.begin(), tag.end());
-        if (file.end() - at < kNeeded)
+        if (file.end() - at < kNeeded) {
             return false;
+        }
         const unsigned columns = unsigned{at[kWidth]} << 8U | at[kWidth + 1];
         const unsigned rows = unsigned{at[kWidth + 2]} << 8U | at[kWidth + 3];
-        if (columns * rows > 256)
+        if (columns * rows > 256) {
             return true;
+        }
     }
 }
 
@@ -76,8 +82,9 @@ public:
 
 void play(theora::TheoraVideoClip& clip, int rounds) {
     for (int i = 0; i < rounds; ++i) {
-        if (clip.wantsWork())
+        if (clip.wantsWork()) {
             (void)clip.decodeOnWorker();
+        }
         clip.advanceToDueFrame();
         if (const theora::TheoraVideoFrame* frame = clip.peekReadyFrame()) {
             require(frame->getFrameNumber() >= 0);
@@ -96,13 +103,15 @@ void seek(theora::TheoraVideoClip& clip, int frame) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0)
+    if (size == 0) {
         return 0;
+    }
     const unsigned variant = data[size - 1];
     support::Bytes file(data, data + size);
     mendCheckSums(file);
-    if (isLarge(file))
+    if (isLarge(file)) {
         return 0;
+    }
     theora::TheoraWorkSignal signal;
     SilentFactory factory;
     try {
@@ -112,11 +121,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         clip.load();
         clip.setRestartAtEnd((variant & 4U) != 0);
         play(clip, 12);
-        if ((variant & 8U) != 0)
+        if ((variant & 8U) != 0) {
             clip.getTimer().pause(); // the second decoder joins in
+        }
         const int frames = std::max(clip.getNumFrames(), 1);
-        for (const int frame : {frames - 1, 0, frames / 2, 3, 2, frames})
+        for (const int frame : {frames - 1, 0, frames / 2, 3, 2, frames}) {
             seek(clip, frame);
+        }
         play(clip, 6);
         clip.setOutputMode(theora::TheoraOutputMode::TH_ABGR);
         play(clip, 6);

@@ -25,8 +25,9 @@ bool isPlain(const scene::SceneManager& manager) {
         plain = plain && isPlain(manager.branchID(index)) && isPlain(manager.branchFilename(index));
         std::vector<std::shared_ptr<scene::Action>> actions;
         manager.branchActions(index, actions);
-        for (const auto& action : actions)
+        for (const auto& action : actions) {
             plain = plain && isPlain(action->Parameter()) && isPlain(action->BranchID());
+        }
     }
     return plain;
 }
@@ -41,15 +42,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     files.folders.insert({"/home/Scenes", "/home/Scenes/A"});
     files.files[kPath].assign(data, data + size);
     const auto manager = scene::SceneManager::create();
-    if (!manager->Load("A"))
+    if (!manager->Load("A")) {
         return 0;
-    if (!manager->saveInto("Scenes/A/"))
+    }
+    if (!manager->saveInto("Scenes/A/")) {
         std::abort();
+    }
     const std::string written = files.files[kPath];
-    if (!isPlain(*manager))
+    if (!isPlain(*manager)) {
         return 0;
+    }
     const auto again = scene::SceneManager::create();
-    if (!again->Load("A") || !again->saveInto("Scenes/A/") || files.files[kPath] != written)
+    if (!again->Load("A") || !again->saveInto("Scenes/A/") || files.files[kPath] != written) {
         std::abort();
+    }
     return 0;
 }

@@ -1,8 +1,8 @@
 // Any bytes as a zipped skin: every entry is read or refused within the limits.
-#include "toolkit/ZipArchive.h"
-
 #include <cstdint>
 #include <cstdlib>
+
+#include "toolkit/ZipArchive.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto zip = toolkit::ZipArchive::open({data, data + size});

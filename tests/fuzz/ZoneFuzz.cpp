@@ -21,14 +21,17 @@ constexpr const char* kBinary = "/home/clip-ZoneInfo.bin";
 constexpr int kDrawnZones = 8; // a few hundred empty ones show nothing new
 
 void require(bool condition) {
-    if (!condition)
+    if (!condition) {
         std::abort();
+    }
 }
 
 bool allNamed(const zone::ZoneManager& manager) {
-    for (int zone = 0; zone < manager.zoneCount(); ++zone)
-        if (manager.getZoneName(zone).empty())
+    for (int zone = 0; zone < manager.zoneCount(); ++zone) {
+        if (manager.getZoneName(zone).empty()) {
             return false;
+        }
+    }
     return true;
 }
 
@@ -48,30 +51,36 @@ void edit(zone::ZoneManager& manager, int frameCount, int position) {
 void feed(support::MemoryFileSystem& files, int frameCount) {
     (void)zone::ZoneManager::create("clip", 0, false);
     const auto manager = zone::ZoneManager::create("clip", frameCount, true);
-    if (!manager)
+    if (!manager) {
         return;
-    for (int zone = 0; zone < manager->zoneCount(); ++zone)
+    }
+    for (int zone = 0; zone < manager->zoneCount(); ++zone) {
         require(manager->zone(zone)->frameCount() == frameCount);
+    }
     zone::setCurrentZoneManager(manager);
-    if (frameCount > 0)
+    if (frameCount > 0) {
         edit(*manager, frameCount, static_cast<int>(files.files[kBinary].size() % 64));
+    }
     require(manager->save("clip.ogv") && manager->lastSaveFailure().empty());
     // Without its name a zone's record can be read in two ways.
-    if (manager->zoneCount() == 0 || !allNamed(*manager))
+    if (manager->zoneCount() == 0 || !allNamed(*manager)) {
         return;
+    }
     const std::string written = files.files[kBinary];
     const auto again = zone::ZoneManager::create("clip", frameCount, true);
     require(again && again->zoneCount() >= manager->zoneCount());
-    for (int zone = 0; zone < manager->zoneCount(); ++zone)
+    for (int zone = 0; zone < manager->zoneCount(); ++zone) {
         require(again->getZoneName(zone) == manager->getZoneName(zone));
+    }
     require(again->save("clip.ogv") && files.files[kBinary].size() >= written.size());
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size < 3)
+    if (size < 3) {
         return 0;
+    }
     support::MemoryFileSystem files;
     support::FixedClock clock;
     const core::ServicesOverride services({&files, &clock, &platform::nativeProcess()});
@@ -79,8 +88,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     zone::setZoneView({{1280, 720}, {1920, 1080}});
     const std::string rest(data + 3, data + size);
     const std::size_t infoSize = std::min(std::size_t{data[1]} + 256U * data[2], rest.size());
-    if (infoSize > 0)
+    if (infoSize > 0) {
         files.files[kInfo] = rest.substr(0, infoSize);
+    }
     files.files[kBinary] = rest.substr(infoSize);
     feed(files, data[0]);
     zone::setCurrentZoneManager(nullptr);

@@ -1,11 +1,10 @@
-#include "platform/FileSystem.h"
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <array>
 #include <filesystem>
 
+#include <gtest/gtest.h>
+
+#include "platform/FileSystem.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -24,11 +23,13 @@ class FileSystemTest : public support::TempFolderTest {
 protected:
     Names names(const std::string& folder) {
         std::vector<platform::FolderEntry> entries;
-        if (!m_files.list(folder, entries))
+        if (!m_files.list(folder, entries)) {
             return {"(unreadable)"};
+        }
         Names result;
-        for (const platform::FolderEntry& entry : entries)
+        for (const platform::FolderEntry& entry : entries) {
             result.push_back(entry.name + (entry.isFolder ? "/" : ""));
+        }
         return result;
     }
 
@@ -118,15 +119,18 @@ TEST_F(FileSystemTest, BothSeparatorsLeadToTheSameFile) {
 }
 
 TEST_F(FileSystemTest, ListsByNameWithoutCase) {
-    for (const char* name : {"b", "_", "Z", "a", "B2", "\xC3\x84", "zz", ".hidden", "a.ini"})
+    for (const char* name : {"b", "_", "Z", "a", "B2", "\xC3\x84", "zz", ".hidden", "a.ini"}) {
         support::writeBytes(std::string("in/") + name, "");
+    }
     const bool caseMatters = !support::exists("in/B");
-    if (caseMatters)
+    if (caseMatters) {
         support::writeBytes("in/A", "");
+    }
     support::makeFolder("in/Folder");
     Names expected{".hidden", "a", "a.ini", "b", "B2", "Folder/", "Z", "zz", "_", "\xC3\x84"};
-    if (caseMatters)
+    if (caseMatters) {
         expected.insert(expected.begin() + 1, "A");
+    }
     EXPECT_EQ(names("in"), expected);
     EXPECT_EQ(names("missing"), Names{"(unreadable)"});
     EXPECT_EQ(names("in/a"), Names{"(unreadable)"});
@@ -161,8 +165,9 @@ TEST_F(FileSystemTest, FullPathsAreMadeByTextAlone) {
         {"./a//b/.", here + "a/b"}, {"..\\x.exe", above + "/x.exe"},
         {"a b/c", here + "a b/c"},  {"", ""},
     };
-    for (const Case& c : cases)
+    for (const Case& c : cases) {
         EXPECT_EQ(m_files.fullPath(c.path), native(c.full)) << c.path;
+    }
 }
 
 } // namespace

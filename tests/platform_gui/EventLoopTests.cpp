@@ -1,13 +1,13 @@
-#include "tests/support/gui/TestGui.h"
-#include "tests/support/gui/TestWindow.h"
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <latch>
 #include <stdexcept>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/gui/TestGui.h"
+#include "tests/support/gui/TestWindow.h"
 
 using platform::EventLoop;
 

@@ -1,9 +1,9 @@
-#include "tests/support/gui/TestGui.h"
-#include "tests/support/gui/TestWindow.h"
+#include <algorithm>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include "tests/support/gui/TestGui.h"
+#include "tests/support/gui/TestWindow.h"
 
 using platform::FontHandle;
 using platform::FontSet;

@@ -1,12 +1,12 @@
-#include "tests/support/gui/TestGui.h"
-#include "tests/support/gui/TestWindow.h"
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/gui/TestGui.h"
+#include "tests/support/gui/TestWindow.h"
 
 using platform::EventKind;
 using platform::Key;

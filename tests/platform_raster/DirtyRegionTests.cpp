@@ -1,9 +1,9 @@
-#include "platform/raster/DirtyRegion.h"
+#include <algorithm>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <tuple>
+#include "platform/raster/DirtyRegion.h"
 
 using platform::Rect;
 using platform::raster::DirtyRegion;

@@ -1,8 +1,8 @@
-#include "platform/raster/FrameScaler.h"
+#include <vector>
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include "platform/raster/FrameScaler.h"
 
 using platform::Bitmap;
 using platform::FrameBuffer;

@@ -1,9 +1,9 @@
-#include "platform/raster/RasterCanvas.h"
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
+#include "platform/raster/RasterCanvas.h"
 
 using platform::Bitmap;
 using platform::ClipScope;

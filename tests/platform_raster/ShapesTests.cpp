@@ -1,13 +1,13 @@
 // Lines and ellipses against pictures made with GDI, and lines against the rule itself.
-#include "platform/raster/Shapes.h"
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/raster/Shapes.h"
 
 using platform::Point;
 using platform::Rect;

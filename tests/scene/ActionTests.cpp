@@ -1,8 +1,7 @@
-#include "scene/Action.h"
-
 #include <gtest/gtest.h>
 
 #include "core/Services.h"
+#include "scene/Action.h"
 #include "scene/Branch.h"
 #include "tests/scene/SceneFixture.h"
 #include "tests/support/FaultyFileSystem.h"
@@ -19,10 +18,12 @@ TEST_F(ActionTest, TypeNumbersAndNamesCorrespond) {
         EXPECT_EQ(scene::Action::typeName(type), names[type]);
         EXPECT_EQ(scene::Action::typeNumber(names[type]), type);
     }
-    for (const int type : {-1, 4, 2147483647})
+    for (const int type : {-1, 4, 2147483647}) {
         EXPECT_EQ(scene::Action::typeName(type), "DefaultAction");
-    for (const char* name : {"", "zoneaction", "ZoneAction ", "Unknown"})
+    }
+    for (const char* name : {"", "zoneaction", "ZoneAction ", "Unknown"}) {
         EXPECT_EQ(scene::Action::typeNumber(name), 0) << name;
+    }
 }
 
 TEST_F(ActionTest, WritesOnlyWhatIsSet) {
@@ -125,8 +126,9 @@ class BranchTest : public scene_tests::SceneFixture {
 protected:
     static std::string parameters(const scene::Branch& branch) {
         std::string all;
-        for (const auto& action : branch.actions())
+        for (const auto& action : branch.actions()) {
             all += action->Parameter();
+        }
         return all;
     }
 };

@@ -1,9 +1,8 @@
-#include "scene/BranchManager.h"
+#include <functional>
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
+#include "scene/BranchManager.h"
 #include "tests/scene/SceneFixture.h"
 
 namespace {
@@ -90,8 +89,9 @@ TEST_F(BranchManagerTest, AnIndexOutOfRangeIsReportedOnceAndChangesNothing) {
             EXPECT_EQ(newErrors(), report) << index;
         }
         for (const int index : {-1, 1}) {
-            if (!operation.callAction)
+            if (!operation.callAction) {
                 continue;
+            }
             EXPECT_TRUE(operation.callAction(*m_branches, index)) << operation.line;
             EXPECT_EQ(newErrors(), report) << "action " << index;
         }
@@ -105,8 +105,9 @@ TEST_F(BranchManagerTest, ValidIndexesReachTheirBranch) {
     m_branches->setBranchID(1, "B");
     m_branches->setBranchFilename(1, "b.ogv");
     const Actions added{Action::create(), Action::create(), Action::create()};
-    for (const auto& action : added)
+    for (const auto& action : added) {
         m_branches->addAction(1, action);
+    }
     m_branches->addAction(1, nullptr);
     m_branches->removeAction(1, 0);
     Actions actions{nullptr};

@@ -1,8 +1,8 @@
 // Loading when there is no memory for one of the model's objects.
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <new>
+
+#include <gtest/gtest.h>
 
 #include "scene/SceneManager.h"
 #include "tests/scene/SceneFixture.h"
@@ -23,8 +23,9 @@ void* operator new(std::size_t bytes) {
     allocations.lastBytes = bytes;
     const bool counts = allocations.countdown > 0 && bytes == allocations.refusedBytes;
     void* memory = counts && --allocations.countdown == 0 ? nullptr : std::malloc(bytes | 1);
-    if (memory == nullptr)
+    if (memory == nullptr) {
         throw std::bad_alloc();
+    }
     return memory;
 }
 

@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <cerrno>
+
+#include <gtest/gtest.h>
 
 #include "core/Services.h"
 #include "scene/SceneManager.h"
@@ -89,8 +89,9 @@ TEST_F(SceneFileTest, AFileThatIsNoSceneIsRefusedWithItsReason) {
     const std::string header = "Scene file has extraneous xml header";
     const std::string corrupt = "Scene file is corrupt";
     std::string deep;
-    for (int i = 0; i < 100000; ++i)
+    for (int i = 0; i < 100000; ++i) {
         deep += "<a>";
+    }
     struct Case {
         std::string text;
         std::string error;

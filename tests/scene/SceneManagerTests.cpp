@@ -1,9 +1,8 @@
-#include "scene/SceneManager.h"
+#include <functional>
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
+#include "scene/SceneManager.h"
 #include "tests/scene/SceneFixture.h"
 
 namespace {
@@ -108,8 +107,9 @@ TEST_F(SceneManagerTest, AllForwardedOperationsReachTheirBranch) {
     m_scene->AddBranch();
     m_scene->setBranchFilename(1, "b.ogv");
     const Actions added{Action::create(), Action::create()};
-    for (const auto& action : added)
+    for (const auto& action : added) {
         m_scene->addAction(1, action);
+    }
     EXPECT_EQ(m_scene->action(1, 1), added[1]);
     m_scene->removeAction(1, 0);
     Actions actions;

@@ -5,6 +5,13 @@
 // Runs in a folder with UI/, Translations.ini and the demo scenes, as the editor does. "small" is
 // for a screen less than 860 pixels high: the small zone editor alone.
 
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <string_view>
+
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/services/Startup.h"
 #include "core/Log.h"
@@ -20,13 +27,6 @@
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
 #include "zone/ZoneManager.h"
-
-#include <exception>
-#include <filesystem>
-#include <iostream>
-#include <memory>
-#include <string>
-#include <string_view>
 
 namespace screenshots {
 

@@ -1,13 +1,13 @@
 #include "tests/screenshots/Shots.h"
 
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
 #include "tests/support/gui/TestGui.h"
 #include "toolkit/CControlUI.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/DropListWindow.h"
-
-#include <algorithm>
-#include <chrono>
-#include <thread>
 
 namespace screenshots {
 

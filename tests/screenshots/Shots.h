@@ -1,11 +1,11 @@
 // Pictures of windows as a person sees them on a screen: popups and dialogs over their window.
 #pragma once
 
+#include <string_view>
+
 #include "platform/Bitmap.h"
 #include "platform/Window.h"
 #include "toolkit/WindowImplBase.h"
-
-#include <string_view>
 
 namespace screenshots {
 

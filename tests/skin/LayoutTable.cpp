@@ -1,8 +1,8 @@
 #include "tests/skin/LayoutTable.h"
 
-#include "core/Text.h"
-
 #include <fstream>
+
+#include "core/Text.h"
 
 namespace test {
 

@@ -1,11 +1,11 @@
 // The layout table of tests/data/skin: where every named control of a window stands.
 #pragma once
 
-#include "platform/Geometry.h"
-
 #include <map>
 #include <string>
 #include <vector>
+
+#include "platform/Geometry.h"
 
 namespace test {
 

@@ -1,6 +1,13 @@
 // The skin as the toolkit reads it, on the real window system: places, texts that fit, images that
 // decode, and the order of the Tab key.
 
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
 #include "core/Text.h"
 #include "tests/skin/LayoutTable.h"
 #include "tests/support/gui/TestGui.h"
@@ -13,13 +20,6 @@
 #include "toolkit/IDialogBuilderCallback.h"
 #include "toolkit/ImageDecoder.h"
 #include "toolkit/Skin.h"
-
-#include <filesystem>
-#include <memory>
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,13 +1,5 @@
 // The default skin in real windows: every state of a control is told by its picture.
 
-#include "core/Text.h"
-#include "tests/support/gui/WindowDriver.h"
-#include "toolkit/CComboUI.h"
-#include "toolkit/CEditUI.h"
-#include "toolkit/COptionUI.h"
-#include "toolkit/DropListWindow.h"
-#include "toolkit/WindowImplBase.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -15,6 +7,14 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "core/Text.h"
+#include "tests/support/gui/WindowDriver.h"
+#include "toolkit/CComboUI.h"
+#include "toolkit/CEditUI.h"
+#include "toolkit/COptionUI.h"
+#include "toolkit/DropListWindow.h"
+#include "toolkit/WindowImplBase.h"
 
 namespace {
 

@@ -68,8 +68,9 @@ Samples decodeTrack(support::Bytes file) {
             ogg_stream_init(&stream, ogg_page_serialno(&page));
             found = true;
         }
-        if (!found || ogg_page_serialno(&page) != stream.serialno)
+        if (!found || ogg_page_serialno(&page) != stream.serialno) {
             continue;
+        }
         ogg_stream_pagein(&stream, &page);
         while (ogg_stream_packetout(&stream, &packet) > 0) {
             if (headers < 3) {
@@ -80,8 +81,9 @@ Samples decodeTrack(support::Bytes file) {
                 }
                 continue;
             }
-            if (vorbis_synthesis(&block, &packet) == 0)
+            if (vorbis_synthesis(&block, &packet) == 0) {
                 vorbis_synthesis_blockin(&state, &block);
+            }
             float** pcm = nullptr;
             for (int n = 0; (n = vorbis_synthesis_pcmout(&state, &pcm)) > 0;) {
                 result.insert(result.end(), pcm[0], pcm[0] + n);
@@ -91,8 +93,9 @@ Samples decodeTrack(support::Bytes file) {
         if (headers == 3 && !result.empty() && firstPageEnd < 0) {
             firstPageEnd = ogg_page_granulepos(&page);
             const auto early = static_cast<std::int64_t>(result.size()) - firstPageEnd;
-            if (early > 0)
+            if (early > 0) {
                 result.erase(result.begin(), result.begin() + early);
+            }
         }
     }
     vorbis_block_clear(&block);
@@ -115,8 +118,9 @@ support::ClipSpec soundingClip(support::Sound sound) {
 void expectTail(const Samples& whole, std::size_t from, const Samples& got, const char* what) {
     ASSERT_GT(got.size(), 1000U) << what;
     ASSERT_LE(from + got.size(), whole.size()) << what;
-    for (std::size_t i = 0; i < got.size(); ++i)
+    for (std::size_t i = 0; i < got.size(); ++i) {
         ASSERT_EQ(got[i], whole[from + i]) << what << " sample " << i;
+    }
 }
 
 TEST(Audio, PlayingHandsOutEverySample) {
@@ -161,8 +165,9 @@ TEST(Audio, SoundThatStartsLateIsPrecededBySilence) {
         const int at = frame * support::kClipSoundRate / 25;
         const auto silence = static_cast<std::size_t>(std::max(16000 - at, 0));
         ASSERT_GT(recorder.samples.size(), silence + 1000);
-        for (std::size_t i = 0; i < silence; ++i)
+        for (std::size_t i = 0; i < silence; ++i) {
             ASSERT_EQ(recorder.samples[i], 0.0F);
+        }
         const Samples sound(recorder.samples.begin() + static_cast<std::ptrdiff_t>(silence),
                             recorder.samples.end());
         // The delayed stream loses no sample to the start of the file.
@@ -171,8 +176,9 @@ TEST(Audio, SoundThatStartsLateIsPrecededBySilence) {
         float worst = 1.0F;
         for (std::size_t shift = 0; shift < 1200 && worst > 0; ++shift) {
             worst = 0;
-            for (std::size_t i = 0; i < 1000; ++i)
+            for (std::size_t i = 0; i < 1000; ++i) {
                 worst = std::max(worst, std::abs(sound[i + shift] - whole[early + i]));
+            }
         }
         EXPECT_EQ(worst, 0.0F) << frame;
     }

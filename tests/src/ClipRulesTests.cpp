@@ -69,8 +69,9 @@ TEST_F(ClipRules, AFrameIsShownFromItsTimeOn) {
 }
 
 TEST_F(ClipRules, LateFramesAreDroppedDownToTheLast) {
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 4; ++i) {
         clip.produce(i);
+    }
     clip.update(0.25F);
     EXPECT_EQ(shown(), 2);
     EXPECT_EQ(clip.getNumDroppedFrames(), 2U);
@@ -183,8 +184,9 @@ TEST_F(ClipRules, WorkIsWantedOnlyWhereAWorkerCanDoSomething) {
     clip.requestSeek(3);
     EXPECT_TRUE(clip.wantsWork());
     ASSERT_TRUE(clip.decodeOnWorker());
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 4; ++i) {
         clip.produce(i);
+    }
     EXPECT_FALSE(clip.wantsWork());
     clip.requestSeek(3); // a full queue does not hold up a seek
     EXPECT_TRUE(clip.wantsWork());

@@ -45,8 +45,9 @@ struct Planes {
         picture.chromaShiftY = shiftY;
     }
     void fill() { // every sample differs from its neighbours
-        for (std::size_t i = 0; i < y.size(); ++i)
+        for (std::size_t i = 0; i < y.size(); ++i) {
             y[i] = static_cast<std::uint8_t>(i * 37 + i / 7);
+        }
         for (std::size_t i = 0; i < u.size(); ++i) {
             u[i] = static_cast<std::uint8_t>(i * 53 + 11);
             v[i] = static_cast<std::uint8_t>(i * 29 + 200);
@@ -64,13 +65,14 @@ TEST(ColorConvert, EveryTripleOfSamplesHasTheDefinedColour) {
         Planes planes(256, 256, 0, 0);
         Samples out(256 * 256 * 3);
         for (int luma = 0; luma < 256; ++luma) {
-            for (int v = 0; v < 256; ++v)
+            for (int v = 0; v < 256; ++v) {
                 for (int u = 0; u < 256; ++u) {
                     const auto at = static_cast<std::size_t>(v * 256 + u);
                     planes.y[at] = static_cast<std::uint8_t>(luma);
                     planes.u[at] = static_cast<std::uint8_t>(u);
                     planes.v[at] = static_cast<std::uint8_t>(v);
                 }
+            }
             theora::convertPicture(planes.picture, TheoraOutputMode::TH_RGB, out.data(), 256, 256,
                                    path);
             std::size_t wrong = 0;
@@ -147,8 +149,8 @@ TEST(ColorConvert, EveryModeOrdersItsBytesForEveryChromaFormatAndSize) {
         int shiftY;
     } chromas[] = {{1, 1}, {1, 0}, {0, 0}};
     const int widths[] = {1, 2, 15, 16, 31, 32, 48, 64, 321, 514};
-    for (const auto& chroma : chromas)
-        for (const int width : widths)
+    for (const auto& chroma : chromas) {
+        for (const int width : widths) {
             for (int mode = 1; mode < theora::kOutputModeCount; ++mode) {
                 const auto& parts = kModes[static_cast<std::size_t>(mode)];
                 const int height = 5;
@@ -159,10 +161,13 @@ TEST(ColorConvert, EveryModeOrdersItsBytesForEveryChromaFormatAndSize) {
                 Planes planes(alpha ? width * 2 : width, height, chroma.shiftX, chroma.shiftY);
                 planes.fill();
                 Samples expected;
-                for (int y = 0; y < height; ++y)
-                    for (int x = 0; x < width; ++x)
-                        for (const Part part : parts)
+                for (int y = 0; y < height; ++y) {
+                    for (int x = 0; x < width; ++x) {
+                        for (const Part part : parts) {
                             expected.push_back(partOf(part, planes, x, y, width));
+                        }
+                    }
+                }
                 for (const ColorPath path : {ColorPath::fastest, ColorPath::portable}) {
                     Samples out(expected.size() + 64, 7);
                     theora::convertPicture(planes.picture, output, out.data(), width, height, path);
@@ -171,6 +176,8 @@ TEST(ColorConvert, EveryModeOrdersItsBytesForEveryChromaFormatAndSize) {
                     ASSERT_EQ(std::count(out.end() - 64, out.end(), 7), 64); // nothing behind
                 }
             }
+        }
+    }
 }
 
 TEST(ColorConvert, PlanesInBottomUpMemoryAreReadTheRightWayUp) {
@@ -182,9 +189,10 @@ TEST(ColorConvert, PlanesInBottomUpMemoryAreReadTheRightWayUp) {
     for (std::size_t i = 0; i < 3; ++i) {
         theora::TheoraPlane& plane = flipped.picture.planes[i];
         auto* memory = const_cast<std::uint8_t*>(plane.data);
-        for (int row = 0; row < plane.height; ++row)
+        for (int row = 0; row < plane.height; ++row) {
             std::copy_n(planes.picture.planes[i].data + row * plane.width, plane.width,
                         memory + (plane.height - 1 - row) * plane.width);
+        }
         plane.data = memory + (plane.height - 1) * plane.width;
         plane.rowBytes = -plane.width;
     }
@@ -199,8 +207,9 @@ TEST(VideoFrame, RowsArePackedWhateverTheStride) {
     EXPECT_TRUE(std::all_of(frame.getBuffer(), frame.getBuffer() + frame.getBufferSize(),
                             [](std::uint8_t byte) { return byte == 0xFF; }));
     Samples pixels(70 * 3);
-    for (std::size_t i = 0; i < pixels.size(); ++i)
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
         pixels[i] = static_cast<std::uint8_t>(i);
+    }
     frame.copyConverted(pixels.data(), 70);
     EXPECT_EQ(frame.getBuffer()[60], 70); // second row right behind the 60 bytes of the first
     EXPECT_EQ(frame.getBuffer()[179], 140 + 59);

@@ -25,15 +25,16 @@ TEST_F(FileSource, OpensAtTheFirstAccessOnly) {
     TheoraFileDataSource missing("none/clip.ogv", platform::nativeFileSystem());
     EXPECT_EQ(missing.repr(), "none/clip.ogv");
     EXPECT_EQ(missing.tell(), 0);
-    for (int access = 0; access < 3; ++access)
+    for (int access = 0; access < 3; ++access) {
         try {
             char byte = 0;
-            if (access == 0)
+            if (access == 0) {
                 (void)missing.size();
-            else if (access == 1)
+            } else if (access == 1) {
                 missing.seek(3);
-            else
+            } else {
                 (void)missing.read(&byte, 1);
+            }
             ADD_FAILURE() << access;
         } catch (const theora::TheoraGenericException& error) {
             EXPECT_EQ(error.getMessage(), "Can't open video file: none/clip.ogv");
@@ -41,6 +42,7 @@ TEST_F(FileSource, OpensAtTheFirstAccessOnly) {
                       "[TheoraGenericException: src\\TheoraDataSource.cpp:40] "
                       "- Can't open video file: none/clip.ogv");
         }
+    }
     TheoraFileDataSource folder(".", platform::nativeFileSystem());
     EXPECT_THROW((void)folder.size(), theora::TheoraGenericException);
 }
@@ -104,10 +106,12 @@ public:
     FailingSource(support::Bytes file, bool throws)
         : MemorySource(std::move(file)), m_throws(throws) {}
     std::size_t read(void* buffer, std::size_t count) override {
-        if (!failing.load())
+        if (!failing.load()) {
             return MemorySource::read(buffer, count);
-        if (m_throws)
+        }
+        if (m_throws) {
             throw theora::TheoraGenericException("gone", "src\\TheoraDataSource", 1);
+        }
         return 0;
     }
     std::atomic<bool> failing{false};
@@ -129,14 +133,16 @@ TEST(Manager, AFailingFileEndsTheSeekAndNothingElse) {
         clip->getTimer().pause();
         source.failing.store(true);
         clip->requestSeek(190);
-        while (clip->pendingSeekFrame.load() != -1)
+        while (clip->pendingSeekFrame.load() != -1) {
             std::this_thread::yield();
+        }
         EXPECT_TRUE(clip->endOfFile.load());
         source.failing.store(false); // the medium is back
         clip->requestSeek(150);
         const theora::TheoraVideoFrame* frame = nullptr;
-        while ((frame = clip->peekReadyFrame()) == nullptr)
+        while ((frame = clip->peekReadyFrame()) == nullptr) {
             std::this_thread::yield();
+        }
         EXPECT_EQ(support::readFrameNumber(frame->getBuffer(), 64, 48), 150);
     }
 }

@@ -36,8 +36,9 @@ TEST(FrameQueue, FramesComeOutInTheOrderTheyWereFilledIn) {
     int next = 0;
     int expected = 0;
     for (int round = 0; round < 10; ++round) {
-        while (!queue.isFull())
+        while (!queue.isFull()) {
             fill(queue, next++);
+        }
         EXPECT_EQ(queue.getReadyCount(), 3);
         EXPECT_EQ(queue.requestEmptyFrame(), nullptr);
         for (int i = 0; i <= round % 3; ++i) {
@@ -63,8 +64,9 @@ TEST(FrameQueue, RunningOutOfMemoryKeepsTheFramesMadeAndSaysSo) {
     theora::setLogHook([&](const std::string& line) { lines.push_back(line); });
     int left = 3;
     TheoraFrameQueue queue([&] {
-        if (left-- == 0)
+        if (left-- == 0) {
             throw std::bad_alloc();
+        }
         return makeFrame();
     });
     queue.setSize(8);
@@ -110,8 +112,9 @@ TEST(FrameQueue, AdvancingDropsOnlyWhatStandsBefore) {
     for (const bool hold : {false, true}) {
         TheoraFrameQueue queue(makeFrame);
         queue.setSize(4);
-        for (int i = 10; i < 14; ++i)
+        for (int i = 10; i < 14; ++i) {
             fill(queue, i);
+        }
         if (hold) {
             EXPECT_EQ(frontNumber(queue), 10);
         }

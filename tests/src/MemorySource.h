@@ -17,8 +17,9 @@ public:
         const auto at = static_cast<std::size_t>(
             std::clamp<std::int64_t>(m_at, 0, static_cast<std::int64_t>(m_bytes.size())));
         const std::size_t got = std::min(count, m_bytes.size() - at);
-        if (got > 0)
+        if (got > 0) {
             std::memcpy(buffer, m_bytes.data() + at, got);
+        }
         m_at += static_cast<std::int64_t>(got);
         return got;
     }

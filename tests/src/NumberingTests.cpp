@@ -95,11 +95,12 @@ TEST(Numbering, OfAGapTheFrameBeforeItIsShown) {
     auto second = support::makeClip(spec);
     constexpr char kTag[] = "OggS";
     std::size_t at = 0; // the pages behind the headers
-    for (int page = 0; page < 2; ++page)
+    for (int page = 0; page < 2; ++page) {
         at = static_cast<std::size_t>(
             std::search(second.begin() + static_cast<std::ptrdiff_t>(at) + 1, second.end(), kTag,
                         kTag + 4) -
             second.begin());
+    }
     auto file = first;
     file.insert(file.end(), second.begin() + static_cast<std::ptrdiff_t>(at), second.end());
     PlaybackSession session(file);

@@ -62,21 +62,24 @@ std::optional<ShownFrame> PlaybackSession::nextShown() {
             return shown;
         }
         if (m_clip->endOfFile.load() && m_clip->getNumReadyFrames() == 0 &&
-            m_clip->pendingSeekFrame.load() == -1)
+            m_clip->pendingSeekFrame.load() == -1) {
             return std::nullopt;
+        }
         lock.lock();
         // The end of the data calls nobody, hence the short wait.
         m_changed.wait_for(lock, std::chrono::milliseconds(20), [&] { return m_ready != seen; });
-        if (std::chrono::steady_clock::now() > until)
+        if (std::chrono::steady_clock::now() > until) {
             return std::nullopt;
+        }
     }
 }
 
 std::vector<ShownFrame> PlaybackSession::playToEnd() {
     std::vector<ShownFrame> frames;
     m_clip->getTimer().play(); // time stands still, but the clip jumps to each frame in turn
-    while (const auto frame = nextShown())
+    while (const auto frame = nextShown()) {
         frames.push_back(*frame);
+    }
     m_clip->getTimer().pause();
     return frames;
 }

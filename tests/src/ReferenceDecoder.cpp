@@ -41,7 +41,7 @@ std::vector<std::uint8_t> toRgb(const th_ycbcr_buffer planes, th_pixel_fmt forma
     const auto sample = [&](int plane, int x, int y) {
         return planes[plane].data[y * planes[plane].stride + x];
     };
-    for (int y = 0; y < planes[0].height; ++y)
+    for (int y = 0; y < planes[0].height; ++y) {
         for (int x = 0; x < planes[0].width; ++x) {
             const int luma = tables.y[sample(0, x, y)];
             const int u = sample(1, x >> shiftX, y >> shiftY);
@@ -51,6 +51,7 @@ std::vector<std::uint8_t> toRgb(const th_ycbcr_buffer planes, th_pixel_fmt forma
                 static_cast<std::uint8_t>(clampByte((luma - (tables.gu[u] + tables.gv[v])) >> 13)));
             rgb.push_back(static_cast<std::uint8_t>(clampByte((luma + tables.bu[u]) >> 13)));
         }
+    }
     return rgb;
 }
 
@@ -72,16 +73,19 @@ public:
         th_setup_free(m_setup);
         th_comment_clear(&m_comment);
         th_info_clear(&m_info);
-        if (m_haveStream)
+        if (m_haveStream) {
             ogg_stream_clear(&m_stream);
+        }
         ogg_sync_clear(&m_sync);
     }
 
     Frames run() {
         ogg_page page;
-        for (int got = 0; (got = ogg_sync_pageout(&m_sync, &page)) != 0;)
-            if (got > 0)
+        for (int got = 0; (got = ogg_sync_pageout(&m_sync, &page)) != 0;) {
+            if (got > 0) {
                 take(page);
+            }
+        }
         return std::move(m_frames);
     }
 
@@ -105,9 +109,11 @@ private:
             ogg_stream_pagein(&m_stream, &page);
         }
         ogg_packet packet;
-        for (int got = 0; (got = ogg_stream_packetout(&m_stream, &packet)) != 0;)
-            if (got > 0)
+        for (int got = 0; (got = ogg_stream_packetout(&m_stream, &packet)) != 0;) {
+            if (got > 0) {
                 take(packet);
+            }
+        }
     }
 
     void take(ogg_packet& packet) {
@@ -150,8 +156,9 @@ support::Bytes readFile(const std::string& path) {
 
 std::uint64_t hashBytes(const std::uint8_t* bytes, std::size_t count) {
     std::uint64_t hash = 14695981039346656037ULL;
-    for (std::size_t i = 0; i < count; ++i)
+    for (std::size_t i = 0; i < count; ++i) {
         hash = (hash ^ bytes[i]) * 1099511628211ULL;
+    }
     return hash;
 }
 

@@ -40,8 +40,9 @@ Bytes soundOnly() {
     Bytes file;
     std::vector<support::OggPacketData> packets = sound.headers;
     packets.insert(packets.end(), sound.data.begin(), sound.data.end());
-    for (const auto& page : pager.pages(packets, {}))
+    for (const auto& page : pager.pages(packets, {})) {
         file.insert(file.end(), page.bytes.begin(), page.bytes.end());
+    }
     return file;
 }
 
@@ -49,9 +50,11 @@ Bytes soundOnly() {
 Bytes pagesOf(const std::vector<Bytes>& packets) {
     support::OggPager pager(5);
     Bytes file;
-    for (const Bytes& packet : packets)
-        for (const auto& page : pager.pages({{packet, 0}}, {}))
+    for (const Bytes& packet : packets) {
+        for (const auto& page : pager.pages({{packet, 0}}, {})) {
             file.insert(file.end(), page.bytes.begin(), page.bytes.end());
+        }
+    }
     return file;
 }
 
@@ -59,8 +62,9 @@ Bytes pagesOf(const std::vector<Bytes>& packets) {
 Bytes identification(unsigned columns, unsigned rows) {
     Bytes packet = {0x80, 't', 'h', 'e', 'o', 'r', 'a', 3, 2, 1};
     const auto add = [&](std::uint64_t value, int bytes) {
-        for (int i = bytes - 1; i >= 0; --i)
+        for (int i = bytes - 1; i >= 0; --i) {
             packet.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+        }
     };
     add(columns, 2);
     add(rows, 2);
@@ -125,9 +129,12 @@ TEST(Refusal, EveryCutOfAFileLoadsOrIsRefused) {
     spec.sound = support::Sound::after;
     const Bytes clip = support::makeClip(spec);
     int loaded = 0;
-    for (std::size_t size = 0; size < clip.size(); size += 37)
-        if (refusal(Bytes(clip.begin(), clip.begin() + static_cast<std::ptrdiff_t>(size))).empty())
+    for (std::size_t size = 0; size < clip.size(); size += 37) {
+        if (refusal(Bytes(clip.begin(), clip.begin() + static_cast<std::ptrdiff_t>(size)))
+                .empty()) {
             ++loaded;
+        }
+    }
     EXPECT_GT(loaded, 3); // tails cut behind the headers
 }
 
@@ -152,13 +159,15 @@ TEST(Damage, EverySeekInADamagedFileEnds) {
     std::mt19937 random(11);
     for (int round = 0; round < 40; ++round) {
         Bytes damaged = clip;
-        for (int i = 0; i < 1 + round; ++i)
+        for (int i = 0; i < 1 + round; ++i) {
             damaged[5000 + random() % (damaged.size() - 5000)] =
                 static_cast<std::uint8_t>(random());
+        }
         try {
             PlaybackSession session(damaged);
-            for (const int n : {0, 59, 30, 7, 45, 1000})
+            for (const int n : {0, 59, 30, 7, 45, 1000}) {
                 EXPECT_TRUE(session.seek(n)) << "round " << round << " frame " << n;
+            }
         } catch (const theora::TheoraGenericException& error) {
             EXPECT_EQ(kMessages.count(error.getMessage()), 1U) << error.getMessage();
         }

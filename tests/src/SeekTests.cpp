@@ -118,8 +118,9 @@ TEST_P(SeekExactness, EveryFrameInAnyOrderIsThatOfASequentialDecode) {
     }
 
     std::vector<int> order(expected.hashes.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
+    for (std::size_t i = 0; i < order.size(); ++i) {
         order[i] = static_cast<int>(i);
+    }
     std::shuffle(order.begin(), order.end(), std::mt19937(7));
     order.resize(std::min<std::size_t>(order.size(), 400));
     for (const int n : order) {

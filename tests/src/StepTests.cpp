@@ -45,11 +45,12 @@ TEST(PlaneCache, KeepsTheWindowAroundTheCentreWithinItsMemory) {
         cache.store(frame, FlatPicture(static_cast<std::uint8_t>(frame)).picture);
     }
     int kept = 0;
-    for (int frame = 0; frame < 200; ++frame)
+    for (int frame = 0; frame < 200; ++frame) {
         if (cache.find(frame)) {
             ++kept;
             EXPECT_EQ(valueOf(cache, frame), frame);
         }
+    }
     EXPECT_EQ(kept, 20);
     EXPECT_EQ(valueOf(cache, 199 - cache.behind()), 199 - cache.behind());
     EXPECT_EQ(cache.firstMissingBelow(200, 0), 179);
@@ -131,8 +132,9 @@ TEST(Stepping, AQueueOfOneFrameStepsWhileTheDisplayHoldsIt) {
     for (const int frame : {61, 62, 60, 3, 149}) {
         session.clip().requestSeek(frame);
         const theora::TheoraVideoFrame* shown = nullptr;
-        while ((shown = session.clip().peekReadyFrame()) == nullptr)
+        while ((shown = session.clip().peekReadyFrame()) == nullptr) {
             std::this_thread::yield();
+        }
         EXPECT_EQ(shown->getFrameNumber(), frame); // and is not released
     }
 }

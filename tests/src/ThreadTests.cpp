@@ -27,8 +27,9 @@ support::Bytes smallClip() {
 
 /// Lets other threads run for a moment that depends on the round alone.
 void spin(std::uint_fast32_t rounds) {
-    for (std::uint_fast32_t i = 0; i < rounds; ++i)
+    for (std::uint_fast32_t i = 0; i < rounds; ++i) {
         std::this_thread::yield();
+    }
 }
 
 TEST(Threads, AManagerMayDieAtAnyMomentOfASeek) {
@@ -36,19 +37,22 @@ TEST(Threads, AManagerMayDieAtAnyMomentOfASeek) {
     std::mt19937 random(5);
     for (int round = 0; round < 1000; ++round) {
         TheoraVideoManager manager(1 + round % 2);
-        if (round % 10 == 9)
+        if (round % 10 == 9) {
             continue; // before any clip
+        }
         TheoraVideoClip* clip =
             manager.createClip(std::make_unique<MemorySource>(file), TheoraOutputMode::TH_RGB);
         clip->getTimer().pause();
         spin(random() % 40);
         clip->requestSeek(static_cast<int>(random() % 60));
         spin(random() % 40);
-        if (round % 3 == 0)
+        if (round % 3 == 0) {
             clip->requestSeek(static_cast<int>(random() % 60));
+        }
         clip->advanceToDueFrame();
-        if (clip->peekReadyFrame() != nullptr)
+        if (clip->peekReadyFrame() != nullptr) {
             clip->releaseShownFrame();
+        }
         EXPECT_EQ(TheoraVideoManager::getInstance(), &manager);
     }
     EXPECT_EQ(TheoraVideoManager::getInstance(), nullptr);
@@ -61,13 +65,14 @@ TEST(Threads, OfManySeeksFromAnotherThreadTheLastOneIsShown) {
         std::mt19937 random(6);
         for (int i = 0; i < 10000; ++i) {
             session.clip().requestSeek(static_cast<int>(random() % 60));
-            if (i % 64 == 0)
+            if (i % 64 == 0) {
                 spin(20);
+            }
         }
         session.clip().requestSeek(41);
         done.store(true);
     });
-    while (!done.load())
+    while (!done.load()) {
         if (const theora::TheoraVideoFrame* frame = session.clip().peekReadyFrame()) {
             // A held frame stays whole even when a seek discards it meanwhile.
             EXPECT_EQ(
@@ -75,6 +80,7 @@ TEST(Threads, OfManySeeksFromAnotherThreadTheLastOneIsShown) {
                 frame->getFrameNumber());
             session.clip().releaseShownFrame();
         }
+    }
     other.join();
     const auto shown = session.nextShown();
     // The loop may have shown frame 41 already; the queue then goes on behind it.
@@ -104,17 +110,19 @@ TEST(Threads, SeveralClipsShareTheWorkers) {
     const support::Bytes file = smallClip();
     TheoraVideoManager manager(2);
     std::vector<TheoraVideoClip*> clips;
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < 5; ++i) {
         clips.push_back(
             manager.createClip(std::make_unique<MemorySource>(file), TheoraOutputMode::TH_RGB));
+    }
     for (TheoraVideoClip* clip : clips) {
         clip->getTimer().pause();
         clip->requestSeek(33);
     }
     for (TheoraVideoClip* clip : clips) {
         const theora::TheoraVideoFrame* frame = nullptr;
-        while ((frame = clip->peekReadyFrame()) == nullptr)
+        while ((frame = clip->peekReadyFrame()) == nullptr) {
             std::this_thread::yield();
+        }
         EXPECT_EQ(frame->getFrameNumber(), 33);
     }
 }

@@ -42,14 +42,18 @@ public:
     }
 
     th_img_plane* draw(int number) {
-        for (int i = 0; i < 3; ++i)
-            for (int y = 0; y < m_planes[i].height; ++y)
-                for (int x = 0; x < m_planes[i].width; ++x)
+        for (int i = 0; i < 3; ++i) {
+            for (int y = 0; y < m_planes[i].height; ++y) {
+                for (int x = 0; x < m_planes[i].width; ++x) {
                     at(i, x, y) = static_cast<std::uint8_t>(
                         i == 0 ? 60 + (x * 2 + y * 3 + number * 5) % 120
                                : 90 + (x * (i + 1) + y * 2 + number * (7 - i)) % 80);
-        for (int bit = 0; bit < kNumberBits; ++bit)
+                }
+            }
+        }
+        for (int bit = 0; bit < kNumberBits; ++bit) {
             fillCell(bit, ((number >> bit) & 1) != 0 ? 220 : 30);
+        }
         return m_planes;
     }
 
@@ -61,9 +65,11 @@ private:
     void fillCell(int bit, std::uint8_t luma) {
         const int left = bit % kCellsPerRow * kCell;
         const int top = bit / kCellsPerRow * kCell;
-        for (int y = 0; y < kCell; ++y)
-            for (int x = 0; x < kCell; ++x)
+        for (int y = 0; y < kCell; ++y) {
+            for (int x = 0; x < kCell; ++x) {
                 at(0, left + x, top + y) = luma;
+            }
+        }
     }
 
     ClipSpec m_spec;
@@ -72,11 +78,13 @@ private:
 };
 
 int shiftFor(const ClipSpec& spec) {
-    if (spec.granuleShift >= 0)
+    if (spec.granuleShift >= 0) {
         return spec.granuleShift;
+    }
     int shift = 0;
-    while ((1 << shift) < spec.keyframeDistance)
+    while ((1 << shift) < spec.keyframeDistance) {
         ++shift;
+    }
     return shift;
 }
 
@@ -116,19 +124,22 @@ public:
         configure(spec, info);
         m_encoder.reset(th_encode_alloc(&info));
         th_info_clear(&info);
-        if (!m_encoder)
+        if (!m_encoder) {
             throw std::runtime_error("the encoder refuses this clip");
+        }
         setKeyframeDistance(spec.keyframeDistance);
     }
 
     TheoraStream encode() {
         TheoraStream stream;
         addHeaders(stream);
-        for (int frame = 0; frame < m_spec.frames; ++frame)
+        for (int frame = 0; frame < m_spec.frames; ++frame) {
             addFrame(stream, frame);
+        }
         stream.data.erase(stream.data.begin(), stream.data.begin() + m_spec.dropFrames);
-        if (m_spec.damagedFrame >= 0) // a keyframe of a kind that does not exist
+        if (m_spec.damagedFrame >= 0) { // a keyframe of a kind that does not exist
             stream.data[static_cast<std::size_t>(m_spec.damagedFrame)].bytes = {0x3F, 0xFF, 0xFF};
+        }
         return stream;
     }
 
@@ -143,12 +154,14 @@ private:
         th_comment comment;
         th_comment_init(&comment);
         ogg_packet packet;
-        while (th_encode_flushheader(m_encoder.get(), &comment, &packet) > 0)
+        while (th_encode_flushheader(m_encoder.get(), &comment, &packet) > 0) {
             stream.headers.push_back(copyPacket(packet));
+        }
         th_comment_clear(&comment);
         constexpr std::size_t kSubversion = 9;
-        if (m_spec.version320)
+        if (m_spec.version320) {
             stream.headers[0].bytes[kSubversion] = 0;
+        }
     }
 
     void addFrame(TheoraStream& stream, int frame) {
@@ -158,14 +171,17 @@ private:
         const bool empty = frame > 0 && !tooFar && m_spec.isEmpty && m_spec.isEmpty(frame);
         if (!empty) {
             setKeyframeDistance(tooFar ? 1 : m_spec.keyframeDistance);
-            if (th_encode_ycbcr_in(m_encoder.get(), m_picture.draw(frame)) != 0)
+            if (th_encode_ycbcr_in(m_encoder.get(), m_picture.draw(frame)) != 0) {
                 throw std::runtime_error("the encoder refuses a frame");
+            }
             ogg_packet coded;
-            if (th_encode_packetout(m_encoder.get(), 0, &coded) <= 0)
+            if (th_encode_packetout(m_encoder.get(), 0, &coded) <= 0) {
                 throw std::runtime_error("the encoder gives no packet");
+            }
             packet = copyPacket(coded);
-            if (th_packet_iskeyframe(&coded) == 1)
+            if (th_packet_iskeyframe(&coded) == 1) {
                 m_keyframe = frame;
+            }
         }
         const std::int64_t first = m_spec.firstNumber + (m_spec.version320 ? 0 : 1);
         packet.granule = ((first + m_keyframe) << shiftFor(m_spec)) + (frame - m_keyframe);
@@ -194,20 +210,24 @@ public:
 
     Bytes write() {
         const TheoraStream video = StreamEncoder(m_spec).encode();
-        if (m_spec.skeleton)
+        if (m_spec.skeleton) {
             addSkeletonStart();
-        if (m_spec.sound == Sound::before)
+        }
+        if (m_spec.sound == Sound::before) {
             addSound();
+        }
         addTheora(video, m_video);
         if (m_spec.secondTheora) {
             ClipSpec other = m_spec;
             other.frames = m_spec.frames / 2;
             addTheora(StreamEncoder(other).encode(), m_otherVideo);
         }
-        if (m_spec.sound == Sound::after)
+        if (m_spec.sound == Sound::after) {
             addSound();
-        if (m_spec.skeleton)
+        }
+        if (m_spec.skeleton) {
             m_headers.push_back(m_skeleton.lastEmptyPage(0));
+        }
         return join();
     }
 
@@ -221,27 +241,31 @@ private:
 
     void addTheora(const TheoraStream& stream, OggPager& pager) {
         m_starts.push_back(pager.pages({stream.headers[0]}, {})[0]);
-        for (auto& page : pager.pages({stream.headers[1], stream.headers[2]}, {2, 255}))
+        for (auto& page : pager.pages({stream.headers[1], stream.headers[2]}, {2, 255})) {
             m_headers.push_back(std::move(page));
+        }
         double frame = 0;
         for (auto& page : pager.pages(stream.data, m_spec.pages)) {
             frame += static_cast<double>(page.packets);
             m_data.push_back(
                 {std::move(page), frame * m_spec.fpsDenominator / m_spec.fpsNumerator});
         }
-        if (m_spec.emptyLastPage)
+        if (m_spec.emptyLastPage) {
             m_data.push_back({pager.lastEmptyPage(m_spec.lastPageGranule), 1e9});
+        }
     }
 
     void addSound() {
         const double seconds =
             static_cast<double>(m_spec.frames) * m_spec.fpsDenominator / m_spec.fpsNumerator;
         SoundStream sound = encodeSound(seconds, kClipSoundRate);
-        for (OggPacketData& packet : sound.data)
+        for (OggPacketData& packet : sound.data) {
             packet.granule += m_spec.soundDelay;
+        }
         m_starts.push_back(m_sound.pages({sound.headers[0]}, {})[0]);
-        for (auto& page : m_sound.pages({sound.headers[1], sound.headers[2]}, {2, 255}))
+        for (auto& page : m_sound.pages({sound.headers[1], sound.headers[2]}, {2, 255})) {
             m_headers.push_back(std::move(page));
+        }
         for (auto& page : m_sound.pages(sound.data, {4, 255})) {
             const double time = static_cast<double>(page.granule) / kClipSoundRate;
             m_data.push_back({std::move(page), time});
@@ -250,14 +274,17 @@ private:
 
     Bytes join() {
         Bytes file;
-        for (const auto& page : m_starts)
+        for (const auto& page : m_starts) {
             append(file, page);
-        for (const auto& page : m_headers)
+        }
+        for (const auto& page : m_headers) {
             append(file, page);
+        }
         std::stable_sort(m_data.begin(), m_data.end(),
                          [](const TimedPage& a, const TimedPage& b) { return a.time < b.time; });
-        for (const auto& timed : m_data)
+        for (const auto& timed : m_data) {
             append(file, timed.page);
+        }
         return file;
     }
 
@@ -281,22 +308,26 @@ void writeBytes(const std::string& path, const Bytes& bytes) {
     std::ofstream file(path, std::ios::binary);
     file.write(reinterpret_cast<const char*>(bytes.data()),
                static_cast<std::streamsize>(bytes.size()));
-    if (!file)
+    if (!file) {
         throw std::runtime_error("cannot write " + path);
+    }
 }
 
 int readFrameNumber(const std::uint8_t* rgb, int width, int height) {
-    if (width < kCell * kCellsPerRow || height < kCell * kNumberBits / kCellsPerRow)
+    if (width < kCell * kCellsPerRow || height < kCell * kNumberBits / kCellsPerRow) {
         return -1;
+    }
     int number = 0;
     for (int bit = 0; bit < kNumberBits; ++bit) {
         const int x = bit % kCellsPerRow * kCell + kCell / 2;
         const int y = bit / kCellsPerRow * kCell + kCell / 2;
         const int green = rgb[(y * width + x) * 3 + 1];
-        if (green > 100 && green < 150)
+        if (green > 100 && green < 150) {
             return -1;
-        if (green >= 150)
+        }
+        if (green >= 150) {
             number |= 1 << bit;
+        }
     }
     return number;
 }

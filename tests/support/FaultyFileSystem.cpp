@@ -33,8 +33,9 @@ private:
 
     std::size_t allowed(const char* operation, std::size_t count) {
         const Fault fault = m_owner.note(operation, m_path);
-        if (fault == Fault::none)
+        if (fault == Fault::none) {
             return count;
+        }
         m_error = m_owner.error();
         return fault == Fault::shorten ? count / 2 : 0;
     }
@@ -80,31 +81,35 @@ void FaultyFileSystem::heal() {
 
 std::vector<std::string> FaultyFileSystem::callTexts() const {
     std::vector<std::string> texts;
-    for (const Call& call : m_calls)
+    for (const Call& call : m_calls) {
         texts.push_back(call.operation + " " + call.path);
+    }
     return texts;
 }
 
 Fault FaultyFileSystem::note(const std::string& operation, const std::string& path) {
     m_calls.push_back({static_cast<int>(m_calls.size()) + 1, operation, path});
-    if (m_stopped)
+    if (m_stopped) {
         return Fault::fail;
+    }
     const Fault fault = m_rule ? m_rule(m_calls.back()) : Fault::none;
     m_stopped = fault == Fault::stop;
     return fault;
 }
 
 bool FaultyFileSystem::broken(const std::string& operation, const std::string& path, int& error) {
-    if (note(operation, path) == Fault::none)
+    if (note(operation, path) == Fault::none) {
         return false;
+    }
     error = m_error;
     return true;
 }
 
 std::unique_ptr<platform::FileStream> FaultyFileSystem::open(const std::string& path,
                                                              platform::OpenMode mode, int& error) {
-    if (broken("open", path, error))
+    if (broken("open", path, error)) {
         return nullptr;
+    }
     std::unique_ptr<platform::FileStream> stream = m_real.open(path, mode, error);
     return stream ? std::make_unique<FaultyStream>(*this, path, std::move(stream)) : nullptr;
 }
@@ -127,8 +132,9 @@ bool FaultyFileSystem::replaceFile(const std::string& from, const std::string& t
 
 void FaultyFileSystem::copyAccess(const std::string& from, const std::string& to) {
     int error = 0;
-    if (!broken("copyAccess", to, error))
+    if (!broken("copyAccess", to, error)) {
         m_real.copyAccess(from, to);
+    }
 }
 
 bool FaultyFileSystem::syncFolder(const std::string& folder) {

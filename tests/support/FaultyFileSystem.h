@@ -6,11 +6,11 @@
 //   files.failOn("sync", EIO);             // every sync fails
 #pragma once
 
-#include "platform/FileSystem.h"
-
 #include <functional>
 #include <string>
 #include <vector>
+
+#include "platform/FileSystem.h"
 
 namespace support {
 

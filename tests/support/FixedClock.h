@@ -1,9 +1,9 @@
 // A clock that stands still, so that log pages can be compared byte for byte.
 #pragma once
 
-#include "platform/Clock.h"
-
 #include <string>
+
+#include "platform/Clock.h"
 
 namespace support {
 

@@ -1,11 +1,11 @@
 // Takes the log's place for one test, without a file, and gives the error lines.
 #pragma once
 
-#include "core/Log.h"
-
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "core/Log.h"
 
 namespace support {
 

@@ -16,22 +16,25 @@ public:
         const std::size_t held =
             m_open && m_position < m_bytes.size() ? m_bytes.size() - m_position : 0;
         const std::size_t done = std::min(count, held);
-        if (done > 0)
+        if (done > 0) {
             std::memcpy(buffer, m_bytes.data() + m_position, done);
+        }
         m_position += done;
         return done;
     }
     std::size_t write(const void* buffer, std::size_t count) override {
-        if (!m_open || count == 0)
+        if (!m_open || count == 0) {
             return 0;
+        }
         m_bytes.resize(std::max(m_bytes.size(), m_position + count));
         std::memcpy(m_bytes.data() + m_position, buffer, count);
         m_position += count;
         return count;
     }
     bool seek(std::int64_t position) override {
-        if (m_open && position >= 0)
+        if (m_open && position >= 0) {
             m_position = static_cast<std::size_t>(position);
+        }
         return m_open && position >= 0;
     }
     std::int64_t tell() const override {
@@ -59,16 +62,18 @@ std::string parentOf(const std::string& path) {
 std::string MemoryFileSystem::fullPath(const std::string& path) {
     std::string text = path;
     std::replace(text.begin(), text.end(), '\\', '/');
-    if (text.empty() || text.front() != '/')
+    if (text.empty() || text.front() != '/') {
         text = m_current + "/" + text;
+    }
     std::string result;
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find('/', start), text.size());
         const std::string piece = text.substr(start, end - start);
-        if (piece == "..")
+        if (piece == "..") {
             result.resize(result.empty() ? 0 : result.rfind('/'));
-        else if (!piece.empty() && piece != ".")
+        } else if (!piece.empty() && piece != ".") {
             result += "/" + piece;
+        }
         start = end + 1;
     }
     return result.empty() ? "/" : result;
@@ -79,15 +84,18 @@ std::unique_ptr<platform::FileStream> MemoryFileSystem::open(const std::string& 
     const std::string full = fullPath(path);
     const bool creates = mode == platform::OpenMode::write;
     error = 0;
-    if (folders.count(full) != 0)
+    if (folders.count(full) != 0) {
         error = kIsFolder;
-    else if (folders.count(parentOf(full)) == 0 || (!creates && files.count(full) == 0))
+    } else if (folders.count(parentOf(full)) == 0 || (!creates && files.count(full) == 0)) {
         error = kNotFound;
-    if (error != 0)
+    }
+    if (error != 0) {
         return nullptr;
+    }
     std::string& bytes = files[full];
-    if (creates)
+    if (creates) {
         bytes.clear();
+    }
     return std::make_unique<MemoryStream>(bytes);
 }
 
@@ -97,8 +105,9 @@ std::optional<platform::FileInfo> MemoryFileSystem::info(const std::string& path
     result.file = std::hash<std::string>{}(full);
     result.isFolder = folders.count(full) != 0;
     const auto file = files.find(full);
-    if (!result.isFolder && file == files.end())
+    if (!result.isFolder && file == files.end()) {
         return std::nullopt;
+    }
     result.size = result.isFolder ? 0 : file->second.size();
     return result;
 }
@@ -107,8 +116,9 @@ bool MemoryFileSystem::createFolder(const std::string& path, int& error) {
     const std::string full = fullPath(path);
     const bool taken = folders.count(full) != 0 || files.count(full) != 0;
     error = taken ? kExists : folders.count(parentOf(full)) == 0 ? kNotFound : 0;
-    if (error == 0)
+    if (error == 0) {
         folders.insert(full);
+    }
     return error == 0;
 }
 
@@ -122,8 +132,9 @@ bool MemoryFileSystem::replaceFile(const std::string& from, const std::string& t
     const auto source = files.find(fullPath(from));
     const std::string target = fullPath(to);
     error = source == files.end() ? kNotFound : folders.count(target) != 0 ? kIsFolder : 0;
-    if (error != 0)
+    if (error != 0) {
         return false;
+    }
     std::string bytes = std::move(source->second);
     files.erase(source);
     files[target] = std::move(bytes);
@@ -134,18 +145,21 @@ bool MemoryFileSystem::list(const std::string& folder,
                             std::vector<platform::FolderEntry>& entries) {
     entries.clear();
     const std::string full = fullPath(folder);
-    if (folders.count(full) == 0)
+    if (folders.count(full) == 0) {
         return false;
+    }
     const auto inside = [&](const std::string& path) {
         return path != "/" && parentOf(path) == full;
     };
     for (const std::string& path : folders) {
-        if (inside(path))
+        if (inside(path)) {
             entries.push_back({path.substr(path.rfind('/') + 1), true});
+        }
     }
     for (const auto& [path, bytes] : files) {
-        if (inside(path))
+        if (inside(path)) {
             entries.push_back({path.substr(path.rfind('/') + 1), false});
+        }
     }
     std::sort(entries.begin(), entries.end(),
               [](const auto& a, const auto& b) { return a.name < b.name; });
@@ -154,8 +168,9 @@ bool MemoryFileSystem::list(const std::string& folder,
 
 bool MemoryFileSystem::setCurrentFolder(const std::string& folder) {
     const std::string full = fullPath(folder);
-    if (folders.count(full) == 0)
+    if (folders.count(full) == 0) {
         return false;
+    }
     m_current = full;
     return true;
 }

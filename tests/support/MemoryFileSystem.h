@@ -2,11 +2,11 @@
 // for tests that want no disk.
 #pragma once
 
-#include "platform/FileSystem.h"
-
 #include <map>
 #include <set>
 #include <string>
+
+#include "platform/FileSystem.h"
 
 namespace support {
 

@@ -10,8 +10,9 @@ namespace {
 constexpr std::size_t kSegment = 255;
 
 void appendLittleEndian(Bytes& to, std::uint64_t value, int bytes) {
-    for (int i = 0; i < bytes; ++i)
+    for (int i = 0; i < bytes; ++i) {
         to.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+    }
 }
 
 } // namespace
@@ -61,15 +62,18 @@ std::vector<OggPageData> OggPager::pages(const std::vector<OggPacketData>& packe
             lacing.push_back(static_cast<std::uint8_t>(piece));
             at += piece;
             ended = piece < kSegment;
-            if (!ended && lacing.size() >= layout.segmentsPerPage)
+            if (!ended && lacing.size() >= layout.segmentsPerPage) {
                 flush(true);
+            }
         }
         m_granule = packet.granule;
-        if (++m_packets >= layout.packetsPerPage || lacing.size() >= layout.segmentsPerPage)
+        if (++m_packets >= layout.packetsPerPage || lacing.size() >= layout.segmentsPerPage) {
             flush(false);
+        }
     }
-    if (!lacing.empty())
+    if (!lacing.empty()) {
         flush(false);
+    }
     return result;
 }
 

@@ -1,10 +1,10 @@
 // Starts nothing: notes what was asked for, and answers as told.
 #pragma once
 
-#include "platform/Process.h"
-
 #include <string>
 #include <vector>
+
+#include "platform/Process.h"
 
 namespace support {
 

@@ -20,8 +20,9 @@ class SoundEncoder {
 public:
     explicit SoundEncoder(int rate) : m_rate(rate) {
         vorbis_info_init(&m_info);
-        if (vorbis_encode_init_vbr(&m_info, 1, rate, kQuality) != 0)
+        if (vorbis_encode_init_vbr(&m_info, 1, rate, kQuality) != 0) {
             throw std::runtime_error("the sound encoder refuses this rate");
+        }
         vorbis_comment_init(&m_comment);
         vorbis_analysis_init(&m_state, &m_info);
         vorbis_block_init(&m_state, &m_block);
@@ -68,8 +69,9 @@ private:
             vorbis_analysis(&m_block, nullptr);
             vorbis_bitrate_addblock(&m_block);
             ogg_packet packet;
-            while (vorbis_bitrate_flushpacket(&m_state, &packet) == 1)
+            while (vorbis_bitrate_flushpacket(&m_state, &packet) == 1) {
                 stream.data.push_back(copyPacket(packet));
+            }
         }
     }
 

@@ -35,8 +35,9 @@ TempFolder::TempFolder() : m_previous(platform::nativeFileSystem().currentFolder
     const std::u8string native = fs::canonical(folder).u8string();
     m_path = std::string(native.begin(), native.end()) +
              static_cast<char>(fs::path::preferred_separator);
-    if (!platform::nativeFileSystem().setCurrentFolder(m_path))
+    if (!platform::nativeFileSystem().setCurrentFolder(m_path)) {
         throw std::runtime_error("cannot enter " + m_path);
+    }
 }
 
 TempFolder::~TempFolder() {
@@ -47,17 +48,20 @@ TempFolder::~TempFolder() {
 
 void writeBytes(const std::string& path, const std::string& bytes) {
     const fs::path target = toPath(path);
-    if (target.has_parent_path())
+    if (target.has_parent_path()) {
         fs::create_directories(target.parent_path());
+    }
     std::ofstream stream(target, std::ios::binary);
-    if (!stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush())
+    if (!stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush()) {
         throw std::runtime_error("cannot write " + path);
+    }
 }
 
 std::string readBytes(const std::string& path) {
     std::ifstream stream(toPath(path), std::ios::binary);
-    if (!stream)
+    if (!stream) {
         throw std::runtime_error("cannot read " + path);
+    }
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
@@ -68,8 +72,9 @@ bool exists(const std::string& path) {
 std::vector<std::string> filesBelow(const std::string& folder) {
     std::vector<std::string> files;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(toPath(folder))) {
-        if (!fs::is_directory(entry.symlink_status()))
+        if (!fs::is_directory(entry.symlink_status())) {
             files.push_back(toText(entry.path().lexically_relative(toPath(folder))));
+        }
     }
     std::sort(files.begin(), files.end());
     return files;

@@ -1,10 +1,10 @@
 // A folder of its own for one test, which is the current one while the test runs.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 namespace support {
 

@@ -1,6 +1,5 @@
 // What assistive technology is told of the controls.
 #include "tests/toolkit/ToolkitTest.h"
-
 #include "toolkit/CComboUI.h"
 #include "toolkit/CEditUI.h"
 #include "toolkit/CListUI.h"

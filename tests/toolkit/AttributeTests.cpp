@@ -1,4 +1,12 @@
 // The values of attributes and the names that kinds know.
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "core/Text.h"
 #include "toolkit/AttributeText.h"
 #include "toolkit/CButtonUI.h"
 #include "toolkit/CComboUI.h"
@@ -9,15 +17,6 @@
 #include "toolkit/COptionUI.h"
 #include "toolkit/CTextUI.h"
 #include "toolkit/ControlFactory.h"
-
-#include "core/Text.h"
-
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <map>
-#include <set>
-#include <sstream>
 
 using namespace toolkit;
 using platform::Rect;

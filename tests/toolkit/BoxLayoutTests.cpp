@@ -1,7 +1,7 @@
 // Sharing a length among neighbours.
-#include "toolkit/BoxLayout.h"
-
 #include <gtest/gtest.h>
+
+#include "toolkit/BoxLayout.h"
 
 using toolkit::BoxPart;
 using toolkit::centredStart;

@@ -1,6 +1,5 @@
 // Combos and their drop lists under real events.
 #include "tests/toolkit/ToolkitTest.h"
-
 #include "toolkit/CListLabelElementUI.h"
 #include "toolkit/DropListWindow.h"
 

@@ -1,10 +1,10 @@
 // Text, caret, selection and undo of an edit, without a window.
-#include "toolkit/EditModel.h"
+#include <functional>
+#include <random>
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <random>
+#include "toolkit/EditModel.h"
 
 using toolkit::EditModel;
 

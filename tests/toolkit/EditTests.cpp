@@ -1,6 +1,5 @@
 // Edits under real mouse, keys, clipboard and input methods.
 #include "tests/toolkit/ToolkitTest.h"
-
 #include "toolkit/CEditUI.h"
 
 using namespace toolkit_test;

@@ -1,6 +1,5 @@
 // Who has the keyboard, how Tab moves it, and what a window sees before its controls.
 #include "tests/toolkit/ToolkitTest.h"
-
 #include "toolkit/CButtonUI.h"
 #include "toolkit/CEditUI.h"
 #include "toolkit/CListUI.h"

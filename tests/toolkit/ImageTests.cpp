@@ -1,10 +1,9 @@
 // Image attributes, decoding, and the nine parts on the screen.
-#include "tests/toolkit/ToolkitTest.h"
+#include <span>
 
+#include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/ImageDecoder.h"
 #include "toolkit/SkinImage.h"
-
-#include <span>
 
 using namespace toolkit_test;
 using platform::Rect;

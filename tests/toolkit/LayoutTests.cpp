@@ -1,6 +1,5 @@
 // Where controls stand.
 #include "tests/toolkit/ToolkitTest.h"
-
 #include "toolkit/CComboUI.h"
 #include "toolkit/CHorizontalLayoutUI.h"
 #include "toolkit/CListContainerElementUI.h"

@@ -1,14 +1,13 @@
 // Controls and windows that end inside their own handlers, and windows that cannot be made.
-#include "tests/toolkit/ToolkitTest.h"
+#include <memory>
 
+#include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/CButtonUI.h"
 #include "toolkit/CEditUI.h"
 #include "toolkit/CHorizontalLayoutUI.h"
 #include "toolkit/CListContainerElementUI.h"
 #include "toolkit/CListUI.h"
 #include "toolkit/COptionUI.h"
-
-#include <memory>
 
 using namespace toolkit_test;
 using platform::Key;

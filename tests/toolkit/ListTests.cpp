@@ -1,6 +1,5 @@
 // Lists: rows, scrolling, selection.
 #include "tests/toolkit/ToolkitTest.h"
-
 #include "toolkit/CListContainerElementUI.h"
 #include "toolkit/CListLabelElementUI.h"
 #include "toolkit/CListUI.h"

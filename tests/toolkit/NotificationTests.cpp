@@ -1,6 +1,5 @@
 // Who tells the window what, in which order, and what is never told.
 #include "tests/toolkit/ToolkitTest.h"
-
 #include "toolkit/CEditUI.h"
 #include "toolkit/CListUI.h"
 #include "toolkit/COptionUI.h"

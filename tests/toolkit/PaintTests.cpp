@@ -1,6 +1,5 @@
 // What is painted, how much of it, and what the state of a control does to it.
 #include "tests/toolkit/ToolkitTest.h"
-
 #include "toolkit/CButtonUI.h"
 #include "toolkit/CLabelUI.h"
 #include "toolkit/CListUI.h"

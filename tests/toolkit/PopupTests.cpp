@@ -1,6 +1,5 @@
 // Where drop lists and tool tips stand, and what tool tips say.
 #include "tests/toolkit/ToolkitTest.h"
-
 #include "toolkit/CEditUI.h"
 #include "toolkit/PopupPlacement.h"
 #include "toolkit/ToolTipWindow.h"

@@ -1,7 +1,6 @@
 // A skin from a folder or from the zip beside it.
 #include "tests/toolkit/ToolkitTest.h"
 #include "tests/toolkit/ZipMaker.h"
-
 #include "toolkit/ImageCache.h"
 #include "toolkit/Skin.h"
 

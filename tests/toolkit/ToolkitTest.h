@@ -2,19 +2,19 @@
 // its notifications, and a driver for it.
 #pragma once
 
-#include "tests/support/LogCapture.h"
-#include "tests/support/TempFolder.h"
-#include "tests/support/gui/WindowDriver.h"
-#include "toolkit/WindowImplBase.h"
-
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/LogCapture.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/gui/WindowDriver.h"
+#include "toolkit/WindowImplBase.h"
 
 namespace toolkit_test {
 

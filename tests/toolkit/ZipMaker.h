@@ -1,12 +1,12 @@
 // Makes zip archives in memory, with fields that lie where a test wants it.
 #pragma once
 
-#include <zlib.h>
-
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <zlib.h>
 
 namespace toolkit_test {
 

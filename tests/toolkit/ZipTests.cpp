@@ -1,11 +1,10 @@
 // Zip archives as a skin meets them, good and hostile.
-#include "toolkit/ZipArchive.h"
-
-#include "tests/toolkit/ZipMaker.h"
+#include <random>
 
 #include <gtest/gtest.h>
 
-#include <random>
+#include "tests/toolkit/ZipMaker.h"
+#include "toolkit/ZipArchive.h"
 
 using toolkit::ZipArchive;
 using toolkit_test::ZipMaker;

@@ -1,11 +1,11 @@
 // What a row of the action list shows for an action, and the way back.
-#include "tests/support/LogCapture.h"
-#include "ui/ActionRow.h"
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
+#include "tests/support/LogCapture.h"
+#include "ui/ActionRow.h"
 
 namespace {
 

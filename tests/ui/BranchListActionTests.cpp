@@ -1,13 +1,13 @@
 // The action list of the branch editor: rows, what they offer, and how they write back.
-#include "core/Text.h"
-#include "tests/support/windows/EditorTest.h"
-#include "ui/BranchList.h"
-
 #include <filesystem>
 #include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "core/Text.h"
+#include "tests/support/windows/EditorTest.h"
+#include "ui/BranchList.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // The branch editor: branches, their names, the first branch, saving and leaving.
-#include "core/Text.h"
-#include "tests/support/windows/EditorTest.h"
-#include "ui/BranchList.h"
-
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "core/Text.h"
+#include "tests/support/windows/EditorTest.h"
+#include "ui/BranchList.h"
 
 namespace {
 

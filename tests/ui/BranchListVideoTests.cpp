@@ -1,10 +1,4 @@
 // The videos of the branch editor: which are listed, copying new ones, and the way to the zones.
-#include "core/Services.h"
-#include "core/Text.h"
-#include "tests/support/windows/EditorTest.h"
-#include "ui/BranchList.h"
-#include "ui/VideoImport.h"
-
 #include <condition_variable>
 #include <filesystem>
 #include <memory>
@@ -13,6 +7,12 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "core/Services.h"
+#include "core/Text.h"
+#include "tests/support/windows/EditorTest.h"
+#include "ui/BranchList.h"
+#include "ui/VideoImport.h"
 
 namespace {
 

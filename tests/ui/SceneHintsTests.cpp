@@ -1,11 +1,11 @@
 // The one line that tells the author about the state of a scene.
-#include "scene/SceneManager.h"
-#include "ui/SceneHints.h"
+#include <functional>
+#include <memory>
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <memory>
+#include "scene/SceneManager.h"
+#include "ui/SceneHints.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // Which scenes are offered, and where a scene's folder lies.
-#include "tests/support/TempFolder.h"
-#include "ui/SceneListing.h"
-
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/TempFolder.h"
+#include "ui/SceneListing.h"
 
 namespace {
 

@@ -1,17 +1,17 @@
 // The open scene and new scene windows and the confirmation dialog.
-#include "core/Text.h"
-#include "tests/support/windows/EditorTest.h"
-#include "ui/Confirmation.h"
-#include "ui/NewScene.h"
-#include "ui/OpenScene.h"
-#include "ui/StyleCombo.h"
-
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "core/Text.h"
+#include "tests/support/windows/EditorTest.h"
+#include "ui/Confirmation.h"
+#include "ui/NewScene.h"
+#include "ui/OpenScene.h"
+#include "ui/StyleCombo.h"
 
 namespace {
 

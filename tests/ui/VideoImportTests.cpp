@@ -1,14 +1,14 @@
 // Bringing a video into a scene's folder: whatever happens, no file is harmed.
-#include "tests/support/FaultyFileSystem.h"
-#include "tests/support/TempFolder.h"
-#include "ui/VideoImport.h"
-
-#include <gtest/gtest.h>
-
 #include <cerrno>
 #include <filesystem>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/FaultyFileSystem.h"
+#include "tests/support/TempFolder.h"
+#include "ui/VideoImport.h"
 
 namespace {
 

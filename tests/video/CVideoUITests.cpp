@@ -1,4 +1,12 @@
 // The video control in a window: when it makes its buffer, what it paints and where it steps.
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
 #include "tests/support/ClipMaker.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
@@ -6,14 +14,6 @@
 #include "video/CVideoUI.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace {
 

@@ -1,14 +1,4 @@
 // The copy into the back buffer and the frames of one video, without a window.
-#include "core/Services.h"
-#include "src/TheoraVideoManager.h"
-#include "tests/support/ClipMaker.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/TempFolder.h"
-#include "video/CVideoUI.h"
-#include "video/Video.h"
-
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -16,6 +6,16 @@
 #include <mutex>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "core/Services.h"
+#include "src/TheoraVideoManager.h"
+#include "tests/support/ClipMaker.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/TempFolder.h"
+#include "video/CVideoUI.h"
+#include "video/Video.h"
 
 namespace {
 

@@ -42,15 +42,17 @@ public:
 private:
     static std::string numbers(std::initializer_list<int> values) {
         std::string text;
-        for (const int value : values)
+        for (const int value : values) {
             text += std::to_string(value) + " ";
+        }
         return text;
     }
     static std::string hex(platform::Color color) {
         constexpr const char* kDigits = "0123456789abcdef";
         std::string text;
-        for (int shift = 20; shift >= 0; shift -= 4)
+        for (int shift = 20; shift >= 0; shift -= 4) {
             text += kDigits[color >> shift & 0xFU];
+        }
         return text;
     }
 };

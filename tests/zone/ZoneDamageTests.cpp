@@ -47,8 +47,9 @@ protected:
 
     std::vector<std::string> shapesOf(std::size_t zone) const {
         std::vector<std::string> shapes;
-        for (const Points& points : m_frames[zone])
+        for (const Points& points : m_frames[zone]) {
             shapes.push_back(shapeBytes(points));
+        }
         return shapes;
     }
     const std::string m_binary =
@@ -59,8 +60,9 @@ TEST_F(ZoneDamageTest, AFileCutAnywhereKeepsWhatStandsBeforeTheCut) {
     for (std::size_t size = 1; size <= m_binary.size(); ++size) {
         const auto manager = load(m_binary.substr(0, size), kFrames);
         ASSERT_EQ(manager != nullptr, size >= 8) << size;
-        if (!manager)
+        if (!manager) {
             continue;
+        }
         std::size_t start = 0; // of the zone's chunk
         for (std::size_t index = 0; index < m_frames.size() && start + 8 <= size; ++index) {
             const auto zone = manager->zone(static_cast<int>(index));
@@ -71,8 +73,9 @@ TEST_F(ZoneDamageTest, AFileCutAnywhereKeepsWhatStandsBeforeTheCut) {
             Points last;
             for (std::size_t frame = 0; frame < kFrames; ++frame) {
                 end += shapes[frame].size();
-                if (end <= size)
+                if (end <= size) {
                     last = m_frames[index][frame];
+                }
                 EXPECT_EQ(pointsOf(*zone, static_cast<int>(frame)), last) << size << ": " << index;
             }
             start = end;
@@ -86,12 +89,15 @@ TEST_F(ZoneDamageTest, AnyBytesLoadOrAreRefused) {
     for (int round = 0; round < 1500; ++round) {
         std::string bytes = m_binary;
         const auto flips = 1 + random() % 4;
-        for (unsigned flip = 0; flip < flips; ++flip)
+        for (unsigned flip = 0; flip < flips; ++flip) {
             bytes[random() % bytes.size()] = static_cast<char>(random());
-        if (random() % 4 == 0)
+        }
+        if (random() % 4 == 0) {
             bytes.erase(random() % bytes.size(), random() % 20);
-        if (const auto manager = load(bytes, kFrames))
+        }
+        if (const auto manager = load(bytes, kFrames)) {
             expectUsable(manager);
+        }
     }
 }
 
@@ -106,12 +112,13 @@ TEST_F(ZoneDamageTest, HugeCountsAreLimitedByTheBytesThatAreThere) {
         u32(1) + u32(0xFFFFFFFF),
         u32(1) + std::string(1, '\0') + u32(0xFFFFFFFF),
     };
-    for (const std::string& record : records)
+    for (const std::string& record : records) {
         for (const std::uint32_t size : {0U, 8U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
             const auto manager = load(chunkBytes(zone::kZoneTag, record, size), kFrames);
             ASSERT_TRUE(manager);
             expectUsable(manager);
         }
+    }
 }
 
 TEST_F(ZoneDamageTest, ALargeShapeCopiedToAllFramesIsHeldOnce) {
@@ -127,8 +134,9 @@ TEST_F(ZoneDamageTest, ALargeShapeCopiedToAllFramesIsHeldOnce) {
 
 TEST_F(ZoneDamageTest, ManyChunksAndManyEmptyRecordsAreReadAtOnce) {
     std::string chunks;
-    for (int i = 0; i < 20'000; ++i)
+    for (int i = 0; i < 20'000; ++i) {
         chunks += chunkBytes(zone::kZoneTag, "");
+    }
     const auto zones = load(chunks, kFrames);
     ASSERT_TRUE(zones);
     EXPECT_EQ(zones->zoneCount(), 20'000);
@@ -140,8 +148,9 @@ TEST_F(ZoneDamageTest, ManyChunksAndManyEmptyRecordsAreReadAtOnce) {
 
 TEST_F(ZoneDamageTest, NestedNonsenseInTheInformationFileGivesNoZones) {
     std::string nested;
-    for (int i = 0; i < 100'000; ++i)
+    for (int i = 0; i < 100'000; ++i) {
         nested += "<Zone>";
+    }
     for (const std::string& text : {nested, std::string("<a><![CDATA["), std::string(100, '\0'),
                                     std::string("\xEF\xBB\xBF"), std::string("<!--")}) {
         m_files.files["/home/clip-ZoneInfo.xml"] = text;

@@ -125,15 +125,18 @@ TEST_F(ZoneDrawingTest, LaterFramesThatShiftDoItFromTheirOwnDrawnCentre) {
                           outline,
                           {{9, 9}, {8, 8}, {7, 7}, {6, 6}}});
     RecordingCanvas canvas;
-    for (const int frame : {2, 3})
+    for (const int frame : {2, 3}) {
         zone->draw(frame, canvas, 0, 0);
+    }
     zone->setSelectedPoint(3); // a point of frame 0, the centre handle of the others
     zone->moveSelectedPoint(0, 10, 20);
     EXPECT_EQ(pointsOf(*zone, 0)[3], (platform::Point{10, 20}));
-    for (const int frame : {1, 4})
+    for (const int frame : {1, 4}) {
         EXPECT_EQ(pointsOf(*zone, frame)[0], (platform::Point{110, 120})) << frame;
-    for (const int frame : {2, 3})
+    }
+    for (const int frame : {2, 3}) {
         EXPECT_EQ(pointsOf(*zone, frame)[0], (platform::Point{-40, -30})) << frame;
+    }
     EXPECT_EQ(pointsOf(*zone, 5)[3], (platform::Point{10, 20})) << "behind the shifted ones";
     ASSERT_TRUE(
         zone->read(asBytes(zoneBody("Z", std::vector<std::string>(4, shapeBytes(outline)))), 4));
@@ -144,10 +147,12 @@ TEST_F(ZoneDrawingTest, TheManagerDrawsSilentlyAndOnlyWhatIsThere) {
     m_manager->addZone(makeZone({{{10, 10}}}));
     RecordingCanvas canvas;
     const int frames[]{-1, 1, 5};
-    for (const int frame : frames)
+    for (const int frame : frames) {
         m_manager->draw(0, frame, canvas, 0, 0);
-    for (const int zone : {-1, 1})
+    }
+    for (const int zone : {-1, 1}) {
         m_manager->draw(zone, 0, canvas, 0, 0);
+    }
     EXPECT_TRUE(canvas.calls.empty());
     m_manager->draw(0, 0, canvas, 1, 1);
     EXPECT_EQ(canvas.calls.size(), 2U);
@@ -174,8 +179,9 @@ TEST_F(ZoneDrawingTest, PixelsShowTheColoursInTheirPlaces) {
         {51, 55, rgb(0, 0, 0)},     {60, 47, rgb(250, 0, 0)},     {60, 62, rgb(250, 0, 0)},
         {60, 63, rgb(0, 0, 0)},     {22, 25, rgb(250, 0, 0)},     {21, 25, rgb(0, 0, 0)},
     };
-    for (const Case& c : cases)
+    for (const Case& c : cases) {
         EXPECT_EQ(picture.at(c.x, c.y), c.color) << c.x << ", " << c.y;
+    }
 }
 
 } // namespace

@@ -21,16 +21,18 @@ class ZoneFilesTest : public ZoneTest {
 protected:
     static Lines names(const zone::ZoneManager& manager) {
         Lines all;
-        for (int zone = 0; zone < manager.zoneCount(); ++zone)
+        for (int zone = 0; zone < manager.zoneCount(); ++zone) {
             all.push_back(manager.getZoneName(zone));
+        }
         return all;
     }
 
     static std::string infoBytes(const Lines& names) {
         std::string text = "<ZoneInfo>\r\n\t<VideoWidth>1280</VideoWidth>\r\n"
                            "\t<VideoHeight>720</VideoHeight>\r\n";
-        for (const std::string& name : names)
+        for (const std::string& name : names) {
             text += "\t<Zone>\r\n\t\t<Name>" + name + "</Name>\r\n\t</Zone>\r\n";
+        }
         return text + "</ZoneInfo>\r\n";
     }
 
@@ -85,10 +87,12 @@ TEST_F(ZoneFilesTest, WhatWasSavedIsLoadedAgain) {
     EXPECT_EQ(loaded->videoHeight, 720);
     EXPECT_EQ(loaded->frameCount, 4);
     EXPECT_TRUE(loaded->progressChanges);
-    for (int zone = 0; zone < 3; ++zone)
-        for (int frame = 0; frame < 4; ++frame)
+    for (int zone = 0; zone < 3; ++zone) {
+        for (int frame = 0; frame < 4; ++frame) {
             EXPECT_EQ(pointsOf(*loaded->zone(zone), frame),
                       pointsOf(*m_manager->zone(zone), frame));
+        }
+    }
     const auto listed = zone::ZoneManager::create("clip", 0, false);
     ASSERT_TRUE(listed);
     EXPECT_EQ(names(*listed), names(*loaded)) << "both files agree on the names";
@@ -125,8 +129,9 @@ TEST_F(ZoneFilesTest, CreationFailsWithItsMessage) {
     for (const Case& c : cases) {
         int error = 0;
         m_files.removeFile(kBin, error);
-        if (c.binary)
+        if (c.binary) {
             writeBytes(kBin, c.binary);
+        }
         const std::size_t before = m_log.errors().size();
         const auto manager = zone::ZoneManager::create(c.base, 3, c.loadBinary);
         EXPECT_EQ(manager != nullptr, c.created) << c.what;
@@ -189,8 +194,9 @@ TEST_F(ZoneFilesTest, TheInformationFileIsReadByElementNames) {
         const Lines all = m_log.errors();
         EXPECT_EQ(Lines(all.begin() + static_cast<std::ptrdiff_t>(before), all.end()), c.messages)
             << c.xml;
-        for (int zone = 0; zone < manager->zoneCount(); ++zone)
+        for (int zone = 0; zone < manager->zoneCount(); ++zone) {
             EXPECT_EQ(manager->zone(zone)->frameCount(), 4) << "named, so it can be edited";
+        }
     }
 }
 
@@ -237,8 +243,9 @@ TEST_F(ZoneFilesTest, ChunksAreWalkedByTheirStatedSizes) {
         ASSERT_TRUE(manager) << c.what;
         EXPECT_EQ(names(*manager), c.names) << c.what;
         EXPECT_EQ(manager->currentZone, manager->zoneCount() - 1) << c.what;
-        for (int zone = 0; zone < manager->zoneCount(); ++zone)
+        for (int zone = 0; zone < manager->zoneCount(); ++zone) {
             EXPECT_EQ(manager->zone(zone)->frameCount(), 2) << c.what;
+        }
         if (!c.names.empty() && c.names.back() == "B") {
             const auto last = manager->zone(manager->zoneCount() - 1);
             EXPECT_EQ(pointsOf(*last, 0), kTwo) << c.what;
@@ -272,10 +279,12 @@ TEST_F(ZoneFilesTest, BothFilesAreOnTheDiskBeforeTheFirstIsReplacedTheListFirst)
     m_files.forgetCalls();
     ASSERT_TRUE(m_manager->saveAs("clip"));
     Lines steps;
-    for (const support::Call& call : m_files.calls())
+    for (const support::Call& call : m_files.calls()) {
         if (call.operation == "sync" || call.operation == "close" ||
-            call.operation == "replaceFile" || call.operation == "syncFolder")
+            call.operation == "replaceFile" || call.operation == "syncFolder") {
             steps.push_back(call.operation + " " + call.path);
+        }
+    }
     EXPECT_EQ(steps, (Lines{"sync .quorvel-saving.xml", "close .quorvel-saving.xml",
                             "sync .quorvel-saving.bin", "close .quorvel-saving.bin",
                             "replaceFile clip-ZoneInfo.xml", "syncFolder ",
@@ -345,7 +354,7 @@ TEST_F(ZoneFilesTest, AStopAtAnyCallLeavesEachFileOldOrNew) {
     const std::string newBin = readBytes(kBin);
     const int calls = static_cast<int>(m_files.calls().size());
     for (const auto plan : {&support::FaultyFileSystem::stopAt, &support::FaultyFileSystem::failAt,
-                            &support::FaultyFileSystem::shortenAt})
+                            &support::FaultyFileSystem::shortenAt}) {
         for (int number = 1; number <= calls + 4; ++number) {
             m_files.heal();
             writeBytes(kXml, "old list");
@@ -362,6 +371,7 @@ TEST_F(ZoneFilesTest, AStopAtAnyCallLeavesEachFileOldOrNew) {
             EXPECT_TRUE(bin != newBin || xml == newXml) << "the list is replaced first: " << number;
             EXPECT_EQ(good, bin == newBin) << number;
         }
+    }
 }
 
 TEST_F(ZoneFilesTest, ShapesThatCannotBeConvertedKeepTheOldBinaryFile) {

@@ -6,16 +6,18 @@ namespace zone_tests {
 
 std::string u32(std::uint32_t value) {
     std::string bytes;
-    for (int shift = 0; shift < 32; shift += 8)
+    for (int shift = 0; shift < 32; shift += 8) {
         bytes += static_cast<char>(value >> shift & 0xFF);
+    }
     return bytes;
 }
 
 std::string shapeBytes(const Points& videoPixels, std::uint32_t active) {
     std::string bytes = u32(8 + 8 * static_cast<std::uint32_t>(videoPixels.size())) + u32(active);
-    for (const platform::Point& point : videoPixels)
+    for (const platform::Point& point : videoPixels) {
         bytes +=
             u32(std::bit_cast<std::uint32_t>(point.x)) + u32(std::bit_cast<std::uint32_t>(point.y));
+    }
     return bytes;
 }
 
@@ -30,8 +32,9 @@ std::string chunkBytes(std::uint32_t tag, const std::string& body, std::uint32_t
 std::string zoneBody(const std::string& name, const std::vector<std::string>& shapes) {
     std::string body = u32(static_cast<std::uint32_t>(name.size()) + 1) + name + '\0' +
                        u32(static_cast<std::uint32_t>(shapes.size()));
-    for (const std::string& shape : shapes)
+    for (const std::string& shape : shapes) {
         body += shape;
+    }
     return body;
 }
 
@@ -56,8 +59,9 @@ Points pointsOf(const zone::Zone& zone, int frame) {
 
 std::shared_ptr<zone::Zone> makeZone(const std::vector<Points>& frames) {
     std::vector<std::string> shapes;
-    for (const Points& points : frames)
+    for (const Points& points : frames) {
         shapes.push_back(shapeBytes(points));
+    }
     auto zone = zone::Zone::create(0);
     EXPECT_TRUE(zone->read(asBytes(zoneBody("Z", shapes)), zone::kStoredFrameCount));
     return zone;

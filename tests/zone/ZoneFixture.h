@@ -1,13 +1,13 @@
 // What the zone tests share: bytes of zone files, a view with a scale, a current manager.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <initializer_list>
 #include <span>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "platform/Geometry.h"
 #include "tests/support/LogCapture.h"

@@ -1,8 +1,7 @@
-#include "zone/ZoneManager.h"
-
 #include <functional>
 
 #include "tests/zone/ZoneFixture.h"
+#include "zone/ZoneManager.h"
 
 namespace zone_tests {
 namespace {
@@ -36,7 +35,7 @@ TEST_F(ZoneManagerTest, AZoneThatIsNotThereIsReportedWithItsPlace) {
         {"171 Zone index is invalid",
          [](zone::ZoneManager& m, int z) { m.deletePoint(z, 0, 1, 1); }},
     };
-    for (const Case& c : cases)
+    for (const Case& c : cases) {
         for (const int index : {-1, 1, 0x7FFFFFFF, -0x7FFFFFFF - 1}) {
             const std::size_t before = m_log.errors().size();
             c.call(*m_manager, index);
@@ -44,6 +43,7 @@ TEST_F(ZoneManagerTest, AZoneThatIsNotThereIsReportedWithItsPlace) {
             EXPECT_EQ(m_log.errors().back(), std::string("..\\ZoneManager.cpp:") + c.message);
             EXPECT_EQ(m_manager->zone(index), nullptr);
         }
+    }
     EXPECT_EQ(m_manager->getZoneName(0), "Z");
     EXPECT_EQ(pointsOf(*m_manager->zone(0), 0), (Points{{1, 1}}));
 }

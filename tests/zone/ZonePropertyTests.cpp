@@ -29,14 +29,17 @@ struct PlainShape {
         const auto inBox = [&](Point p) {
             return at.x >= p.x - 8 && at.x < p.x + 8 && at.y >= p.y - 8 && at.y < p.y + 8;
         };
-        for (int i = 0; i < count(); ++i)
-            if (inBox(points[static_cast<std::size_t>(i)]))
+        for (int i = 0; i < count(); ++i) {
+            if (inBox(points[static_cast<std::size_t>(i)])) {
                 return i;
+            }
+        }
         return count() >= 3 && inBox(center) ? count() : -1;
     }
     void shift(Point delta) {
-        for (Point& p : points)
+        for (Point& p : points) {
             p = {p.x + delta.x, p.y + delta.y};
+        }
     }
     /// True and `delta` for a shift of the whole. `reports` is set by an index that is no handle.
     bool move(int index, Point to, Point& delta, bool& reports) {
@@ -45,16 +48,18 @@ struct PlainShape {
             shift(delta);
             return true;
         }
-        if (index < -1 || index >= count())
+        if (index < -1 || index >= count()) {
             reports = true;
-        else if (index >= 0)
+        } else if (index >= 0) {
             points[static_cast<std::size_t>(index)] = {std::clamp(to.x, 0, 1279),
                                                        std::clamp(to.y, 0, 719)};
+        }
         return false;
     }
     int insert(int after, Point p) {
-        if (after < -1 || after >= count())
+        if (after < -1 || after >= count()) {
             return -1;
+        }
         const int at = after == -1 ? count() : after + 1;
         points.insert(points.begin() + at, p);
         edited = true;
@@ -62,8 +67,9 @@ struct PlainShape {
     }
     void drawn() {
         Point sum;
-        for (const Point& p : points)
+        for (const Point& p : points) {
             sum = {sum.x + p.x, sum.y + p.y};
+        }
         center = count() > 2 ? Point{sum.x / count(), sum.y / count()} : sum;
     }
 };
@@ -74,29 +80,33 @@ struct PlainZone {
     int reports = 0;
 
     PlainShape& at(std::size_t frame) {
-        if (!frames[frame])
+        if (!frames[frame]) {
             frames[frame].emplace();
+        }
         return *frames[frame];
     }
     [[nodiscard]] std::size_t reach(std::size_t frame, bool spreads) const {
         return spreads ? frames.size() : frame + 1;
     }
     void setActive(std::size_t frame, bool active, bool spreads) {
-        for (std::size_t i = frame; i < reach(frame, spreads); ++i)
+        for (std::size_t i = frame; i < reach(frame, spreads); ++i) {
             at(i).active = active;
+        }
     }
     void move(std::size_t frame, Point to, bool spreads) {
-        if (selected == -1)
+        if (selected == -1) {
             return;
+        }
         Point delta;
         bool complains = false;
         const bool whole = at(frame).move(selected, to, delta, complains);
         for (std::size_t i = frame + 1; i < reach(frame, spreads); ++i) {
             Point own;
-            if (whole)
+            if (whole) {
                 at(i).shift(delta);
-            else
+            } else {
                 at(i).move(selected, to, own, complains);
+            }
         }
         reports += complains ? 1 : 0; // once for all frames
     }
@@ -104,17 +114,20 @@ struct PlainZone {
         int added = -1;
         for (std::size_t i = 0; i < frames.size(); ++i) {
             const int index = at(i).insert(selected, p);
-            if (i == frame)
+            if (i == frame) {
                 added = index;
+            }
         }
-        if (added != -1)
+        if (added != -1) {
             selected = added;
+        }
     }
     void remove(Point p) {
         for (std::optional<PlainShape>& shape : frames) {
             const int index = shape ? shape->hit(p) : -1;
-            if (index == -1 || index == shape->count())
+            if (index == -1 || index == shape->count()) {
                 continue;
+            }
             shape->points.erase(shape->points.begin() + index);
             shape->edited = true;
         }
@@ -132,8 +145,9 @@ protected:
             const auto shape = zone.shape(frame);
             const auto& expected = plain.frames[static_cast<std::size_t>(frame)];
             ASSERT_EQ(shape != nullptr, expected.has_value()) << frame;
-            if (!shape)
+            if (!shape) {
                 continue;
+            }
             ASSERT_EQ(shape->points, expected->points) << frame;
             ASSERT_EQ(shape->active, expected->active) << frame;
             ASSERT_EQ((Point{shape->centerX, shape->centerY}), expected->center) << frame;
@@ -146,8 +160,9 @@ protected:
         std::vector<std::string> shapes;
         for (const std::optional<PlainShape>& shape : plain.frames) {
             Points stored = shape ? shape->points : Points{};
-            for (Point& p : stored) // one half up, then toward zero
+            for (Point& p : stored) { // one half up, then toward zero
                 p = {p.x + (p.x < 0 ? 1 : 0), p.y + (p.y < 0 ? 1 : 0)};
+            }
             shapes.push_back(shapeBytes(stored, !shape || shape->active ? 1 : 0));
         }
         return zoneBytes("Z", shapes);
@@ -164,8 +179,9 @@ protected:
         // Few positions, so that points meet and are hit; some lie outside the area.
         const Point p{below(9) * 11 - 20, below(9) * 11 - 20};
         const bool flag = below(2) == 0;
-        if (below(8) == 0)
+        if (below(8) == 0) {
             m_manager->progressChanges = !m_manager->progressChanges;
+        }
         const bool spreads = m_manager->progressChanges;
         const int call = below(12);
         RecordingCanvas canvas;
@@ -173,31 +189,36 @@ protected:
         switch (call) {
         case 0:
             zone.setActive(frame, flag);
-            if (valid)
+            if (valid) {
                 plain.setActive(index, flag, spreads);
+            }
             break;
         case 1:
         case 2:
             zone.addPoint(frame, p.x, p.y);
-            if (valid)
+            if (valid) {
                 plain.add(index, p);
+            }
             break;
         case 3:
             zone.deletePoint(frame, p.x, p.y);
-            if (valid)
+            if (valid) {
                 plain.remove(p);
+            }
             break;
         case 4:
         case 5:
             zone.draw(frame, canvas, 3, 4);
-            if (valid && plain.frames[index])
+            if (valid && plain.frames[index]) {
                 plain.frames[index]->drawn();
+            }
             break;
         case 6:
         case 7: {
             const bool hit = zone.hitTest(frame, p.x, p.y);
-            if (valid && plain.frames[index])
+            if (valid && plain.frames[index]) {
                 plain.selected = plain.frames[index]->hit(p);
+            }
             ASSERT_EQ(hit, valid && plain.frames[index] && plain.selected != -1);
             break;
         }
@@ -211,8 +232,9 @@ protected:
             break;
         default:
             zone.moveSelectedPoint(frame, p.x, p.y);
-            if (valid)
+            if (valid) {
                 plain.move(index, p, spreads);
+            }
         }
     }
 
@@ -233,8 +255,9 @@ TEST_F(ZonePropertyTest, RandomCallsLeaveAZoneAsAPlainModelOfItsRules) {
         testing::internal::CaptureStderr(); // a line for each invalid call
         for (int call = 0; call < 160 && !HasFatalFailure(); ++call) {
             step(*zone, plain);
-            if (call % 4 == 0)
+            if (call % 4 == 0) {
                 expectEqual(*zone, plain, log);
+            }
         }
         (void)testing::internal::GetCapturedStderr();
         ASSERT_FALSE(HasFatalFailure()) << round;

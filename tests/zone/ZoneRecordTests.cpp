@@ -1,7 +1,6 @@
-#include "zone/Zone.h"
-
 #include "core/File.h"
 #include "tests/zone/ZoneFixture.h"
+#include "zone/Zone.h"
 
 namespace zone_tests {
 namespace {
@@ -21,8 +20,9 @@ protected:
 
     static std::vector<Points> frames(const zone::Zone& zone) {
         std::vector<Points> all;
-        for (int frame = 0; frame < zone.frameCount(); ++frame)
+        for (int frame = 0; frame < zone.frameCount(); ++frame) {
             all.push_back(pointsOf(zone, frame));
+        }
         return all;
     }
 };
@@ -89,8 +89,9 @@ TEST_F(ZoneRecordTest, FramesAreBroughtToTheVideosCount) {
     };
     for (const Case& c : cases) {
         std::vector<std::string> shapes;
-        for (const Points& points : c.stored)
+        for (const Points& points : c.stored) {
             shapes.push_back(shapeBytes(points));
+        }
         auto zone = zone::Zone::create(7); // entries from before are no part of the result
         zone->setName("old");
         EXPECT_TRUE(zone->read(asBytes(zoneBody("new", shapes)), c.frameCount));

@@ -1,8 +1,7 @@
-#include "zone/ZoneShape.h"
-
 #include <limits>
 
 #include "tests/zone/ZoneFixture.h"
+#include "zone/ZoneShape.h"
 
 namespace zone_tests {
 namespace {
@@ -15,8 +14,9 @@ class ZoneShapeTest : public ZoneTest {
 protected:
     static zone::ZoneShape shapeOf(const Points& points) {
         zone::ZoneShape shape;
-        for (const platform::Point& point : points)
+        for (const platform::Point& point : points) {
             shape.insertPoint(-1, point.x, point.y);
+        }
         return shape;
     }
 
@@ -133,8 +133,9 @@ TEST_F(ZoneShapeTest, AHandleBoxExcludesItsRightAndBottomEdges) {
     const Case cases[]{{100, 100, 0}, {92, 92, 0},    {91, 92, -1},   {92, 91, -1},   {107, 107, 0},
                        {108, 107, 1}, {108, 108, 1},  {112, 104, -1}, {104, 112, -1}, {300, 300, 3},
                        {292, 307, 3}, {308, 300, -1}, {300, 308, -1}, {407, 392, 2}};
-    for (const Case& c : cases)
+    for (const Case& c : cases) {
         EXPECT_EQ(shape.hitTest(c.x, c.y), c.handle) << c.x << ", " << c.y;
+    }
     shape.centerX = 400;
     shape.centerY = 404;
     EXPECT_EQ(shape.hitTest(400, 404), 2) << "a point wins over the centre";

@@ -1,11 +1,10 @@
-#include "zone/Zone.h"
-
 #include <functional>
 
 #include <tinyxml2.h>
 
 #include "tests/zone/RecordingCanvas.h"
 #include "tests/zone/ZoneFixture.h"
+#include "zone/Zone.h"
 
 namespace zone_tests {
 namespace {
@@ -20,8 +19,9 @@ Lines framesOf(const zone::Zone& zone) {
     for (int frame = 0; frame < zone.frameCount(); ++frame) {
         const auto shape = zone.shape(frame);
         std::string text = shape ? (shape->active ? "on" : "off") : "none";
-        for (const platform::Point& point : pointsOf(zone, frame))
+        for (const platform::Point& point : pointsOf(zone, frame)) {
             text += " " + std::to_string(point.x) + "," + std::to_string(point.y);
+        }
         frames.push_back(text);
     }
     return frames;
@@ -47,7 +47,7 @@ TEST_F(ZoneEditTest, AFrameThatIsNotThereIsReportedWithItsPlace) {
     const auto zone = makeZone({{{1, 1}}, {{1, 1}}});
     zone->setSelectedPoint(0);
     const Lines before = framesOf(*zone);
-    for (const Case& c : cases)
+    for (const Case& c : cases) {
         for (const int frame : {-1, 2, 0x7FFFFFFF, -0x7FFFFFFF - 1}) {
             const std::size_t lines = m_log.errors().size();
             c.call(*zone, frame);
@@ -55,6 +55,7 @@ TEST_F(ZoneEditTest, AFrameThatIsNotThereIsReportedWithItsPlace) {
             EXPECT_EQ(m_log.errors().back(),
                       "..\\Zone.cpp:" + std::to_string(c.line) + " Frame index is invalid");
         }
+    }
     EXPECT_EQ(framesOf(*zone), before);
     EXPECT_TRUE(canvas.calls.empty());
 }

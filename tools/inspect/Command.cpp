@@ -31,18 +31,21 @@ const Command* findCommand(const std::string& name) {
 int badUsage(const std::string& command, const std::string& message) {
     core::tellStandardError("quorvel-inspect: " + message);
     for (const Command& known : kCommands) {
-        if (command.empty() || command == known.name)
+        if (command.empty() || command == known.name) {
             core::tellStandardError("usage: " + usage(known));
+        }
     }
     return kUnreadable;
 }
 
 bool takeOption(Arguments& arguments, const std::string& name, std::string& value) {
     const auto found = std::find(arguments.begin(), arguments.end(), name);
-    if (found == arguments.end())
+    if (found == arguments.end()) {
         return true;
-    if (found + 1 == arguments.end())
+    }
+    if (found + 1 == arguments.end()) {
         return false;
+    }
     value = *(found + 1);
     arguments.erase(found, found + 2);
     return true;
@@ -50,15 +53,18 @@ bool takeOption(Arguments& arguments, const std::string& name, std::string& valu
 
 int runCommand(const Arguments& arguments, std::ostream& out) {
     try {
-        if (arguments.empty())
+        if (arguments.empty()) {
             return badUsage("", "no command");
+        }
         const Command* command = findCommand(arguments.front());
-        if (!command)
+        if (!command) {
             return badUsage("", "unknown command \"" + arguments.front() + "\"");
+        }
         const int code = command->run({arguments.begin() + 1, arguments.end()}, out);
         out.flush();
-        if (out)
+        if (out) {
             return code;
+        }
         core::tellStandardError("quorvel-inspect: the output cannot be written");
     } catch (const std::exception& error) {
         core::tellStandardError(std::string("quorvel-inspect: ") + error.what());

@@ -12,8 +12,9 @@ std::uint64_t hashOf(const theora::TheoraVideoFrame& frame) {
     const auto bytes =
         static_cast<std::size_t>(frame.getRowBytes()) * static_cast<std::size_t>(frame.getHeight());
     std::uint64_t hash = 0xcbf29ce484222325;
-    for (std::size_t i = 0; i < bytes; ++i)
+    for (std::size_t i = 0; i < bytes; ++i) {
         hash = (hash ^ frame.getBuffer()[i]) * 0x100000001b3;
+    }
     return hash;
 }
 
@@ -51,10 +52,12 @@ std::optional<FrameHash> FrameFetcher::waitForFrame() {
             m_clip->releaseShownFrame();
             return result;
         }
-        if (atEnd())
+        if (atEnd()) {
             return std::nullopt;
-        if (!m_clip->getTimer().isPaused() && m_clip->getNumReadyFrames() > 0)
+        }
+        if (!m_clip->getTimer().isPaused() && m_clip->getNumReadyFrames() > 0) {
             continue; // the clock was an ulp short of the frame
+        }
         lock.lock();
         m_changed.wait_for(lock, kEndCheck, [&] { return m_readyCount != seen; });
     }

@@ -48,14 +48,16 @@ int playAll(FrameFetcher& clip, std::ostream& out) {
 
 /// Prints in the order asked for, although the frames come in their own.
 int playFrames(FrameFetcher& clip, const std::vector<int>& frames, std::ostream& out) {
-    if (frames.empty())
+    if (frames.empty()) {
         return kGood;
+    }
     const int last = *std::max_element(frames.begin(), frames.end());
     std::map<int, std::uint64_t> played;
     while (played.empty() || played.rbegin()->first < last) {
         const auto frame = clip.next();
-        if (!frame)
+        if (!frame) {
             break;
+        }
         played.emplace(frame->number, frame->hash);
     }
     int result = kGood;
@@ -74,20 +76,26 @@ int runFrames(const Arguments& arguments, std::ostream& out) {
     const auto options = std::remove(items.begin(), items.end(), "--sequential");
     const bool sequential = options != items.end();
     items.erase(options, items.end());
-    if (items.empty() || items.front().starts_with("--"))
+    if (items.empty() || items.front().starts_with("--")) {
         return badUsage("frames", "which frames of which file?");
+    }
     try {
         FrameFetcher clip(items.front());
         items.erase(items.begin());
         std::vector<int> frames;
-        for (const std::string& item : items)
-            if (!addFrames(item, clip.frameCount(), frames))
+        for (const std::string& item : items) {
+            if (!addFrames(item, clip.frameCount(), frames)) {
                 return badUsage("frames", "which frames of which file?");
-        if (sequential)
+            }
+        }
+        if (sequential) {
             return items.empty() ? playAll(clip, out) : playFrames(clip, frames, out);
-        if (items.empty())
-            for (int frame = 0; frame < clip.frameCount(); ++frame)
+        }
+        if (items.empty()) {
+            for (int frame = 0; frame < clip.frameCount(); ++frame) {
                 frames.push_back(frame);
+            }
+        }
         return seekFrames(clip, frames, out);
     } catch (const theora::TheoraGenericException& error) {
         core::tellStandardError(error.getMessage());

@@ -27,16 +27,18 @@ std::string escaped(char c) {
         break;
     }
     const auto code = static_cast<unsigned char>(c);
-    if (code >= 0x20 && code != 0x7F)
+    if (code >= 0x20 && code != 0x7F) {
         return {c};
+    }
     return {'\\', 'u', '0', '0', kDigits[code >> 4], kDigits[code & 0xF]};
 }
 
 } // namespace
 
 void Json::separate() {
-    if (m_needsComma)
+    if (m_needsComma) {
         m_out << ',';
+    }
     m_needsComma = true;
 }
 
@@ -55,8 +57,9 @@ Json& Json::close(char bracket) {
 
 void Json::quote(std::string_view text) {
     m_out << '"';
-    for (const char c : core::validUtf8(text))
+    for (const char c : core::validUtf8(text)) {
         m_out << escaped(c);
+    }
     m_out << '"';
 }
 
@@ -90,10 +93,11 @@ Json& Json::value(double number) {
     separate();
     std::array<char, 32> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-    if (std::isfinite(number))
+    if (std::isfinite(number)) {
         m_out << std::string_view(text.data(), static_cast<std::size_t>(end - text.data()));
-    else
+    } else {
         m_out << "null";
+    }
     return *this;
 }
 

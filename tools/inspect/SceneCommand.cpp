@@ -24,8 +24,9 @@ void printBranch(Json& json, const scene::SceneManager& manager, int index) {
     json.key("actions").beginArray();
     std::vector<std::shared_ptr<scene::Action>> actions;
     manager.branchActions(index, actions);
-    for (const std::shared_ptr<scene::Action>& action : actions)
+    for (const std::shared_ptr<scene::Action>& action : actions) {
         printAction(json, *action);
+    }
     json.endArray();
     json.endObject();
 }
@@ -35,8 +36,9 @@ void printScene(Json& json, const scene::SceneManager& manager) {
     json.key("name").value(manager.Name());
     json.key("firstBranch").value(manager.FirstBranch());
     json.key("branches").beginArray();
-    for (int index = 0; index < manager.branchCount(); ++index)
+    for (int index = 0; index < manager.branchCount(); ++index) {
         printBranch(json, manager, index);
+    }
     json.endArray();
     json.endObject();
 }
@@ -58,14 +60,17 @@ int runScene(const Arguments& given, std::ostream& out) {
     Arguments arguments = given;
     std::string rewriteFolder;
     if (!takeOption(arguments, "--rewrite", rewriteFolder) || arguments.size() != 1 ||
-        arguments.front().empty())
+        arguments.front().empty()) {
         return badUsage("scene", "one folder is needed");
+    }
     const std::shared_ptr<scene::SceneManager> manager = scene::SceneManager::create();
-    if (!manager)
+    if (!manager) {
         return kUnreadable;
+    }
     manager->SetName(folderName(arguments.front()));
-    if (!manager->loadFolder(core::withSeparator(arguments.front())))
+    if (!manager->loadFolder(core::withSeparator(arguments.front()))) {
         return kUnreadable;
+    }
     Json json(out);
     printScene(json, *manager);
     out << '\n';

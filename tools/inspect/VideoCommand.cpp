@@ -22,8 +22,9 @@ void printVideo(Json& json, const std::string& file, const theora::TheoraVideoCl
 } // namespace
 
 int runVideo(const Arguments& arguments, std::ostream& out) {
-    if (arguments.size() != 1)
+    if (arguments.size() != 1) {
         return badUsage("video", "one file, please");
+    }
     theora::TheoraVideoManager manager(0); // headers only: nothing is decoded
     try {
         const theora::TheoraVideoClip& clip =

@@ -30,8 +30,9 @@ std::optional<int> wholeNumber(const std::string& text) {
 /// "WxH", both above 0.
 std::optional<platform::Size> sizeFrom(const std::string& text) {
     const std::size_t cross = text.find('x');
-    if (cross == std::string::npos)
+    if (cross == std::string::npos) {
         return std::nullopt;
+    }
     const std::optional<int> width = wholeNumber(text.substr(0, cross));
     const std::optional<int> height = wholeNumber(text.substr(cross + 1));
     return width.value_or(0) > 0 && height.value_or(0) > 0
@@ -44,9 +45,11 @@ void printFrame(Json& json, const zone::Zone& zone, int frame) {
     json.beginObject();
     json.key("active").value(!shape || shape->active);
     json.key("points").beginArray();
-    if (shape)
-        for (const platform::Point& point : shape->points)
+    if (shape) {
+        for (const platform::Point& point : shape->points) {
             json.beginArray().value(point.x).value(point.y).endArray();
+        }
+    }
     json.endArray();
     json.endObject();
 }
@@ -61,8 +64,9 @@ void printZones(Json& json, const zone::ZoneManager& manager) {
         json.beginObject();
         json.key("name").value(zone.name());
         json.key("frames").beginArray();
-        for (int frame = 0; frame < zone.frameCount(); ++frame)
+        for (int frame = 0; frame < zone.frameCount(); ++frame) {
             printFrame(json, zone, frame);
+        }
         json.endArray();
         json.endObject();
     }
@@ -81,24 +85,29 @@ int runZones(const Arguments& given, std::ostream& out) {
     if (!takeOption(arguments, "--display", display) || !takeOption(arguments, "--video", video) ||
         !takeOption(arguments, "--frames", frames) ||
         !takeOption(arguments, "--rewrite", rewriteBase) || arguments.size() != 1 ||
-        arguments.front().empty())
+        arguments.front().empty()) {
         return badUsage("zones", "one base path is needed");
-    if (display.empty() != video.empty())
+    }
+    if (display.empty() != video.empty()) {
         return badUsage("zones", "--display and --video go together");
+    }
     // Without sizes any two equal ones will do.
     const std::optional<platform::Size> displaySize = sizeFrom(display.empty() ? "1x1" : display);
     const std::optional<platform::Size> videoSize = sizeFrom(video.empty() ? "1x1" : video);
-    if (!displaySize || !videoSize)
+    if (!displaySize || !videoSize) {
         return badUsage("zones", "a size is written as WIDTHxHEIGHT");
+    }
     const std::optional<int> frameCount =
         frames.empty() ? zone::kStoredFrameCount : wholeNumber(frames);
-    if (!frameCount)
+    if (!frameCount) {
         return badUsage("zones", "the number of frames is 0 or more");
+    }
 
     const ViewScope view({*displaySize, *videoSize});
     const auto manager = zone::ZoneManager::create(arguments.front(), *frameCount, true);
-    if (!manager)
+    if (!manager) {
         return kUnreadable;
+    }
     Json json(out);
     printZones(json, *manager);
     out << '\n';

@@ -1,12 +1,12 @@
 #include "tools/tour/PngFile.h"
 
-#include <zlib.h>
-
 #include <array>
 #include <cstdint>
 #include <fstream>
 #include <stdexcept>
 #include <vector>
+
+#include <zlib.h>
 
 namespace tour {
 

@@ -2,9 +2,9 @@
 // Format: https://www.w3.org/TR/png/
 #pragma once
 
-#include "platform/Bitmap.h"
-
 #include <string>
+
+#include "platform/Bitmap.h"
 
 namespace tour {
 

@@ -1,12 +1,12 @@
 #include "tools/tour/Script.h"
 
+#include <stdexcept>
+#include <utility>
+
 #include "core/Text.h"
 #include "toolkit/CListUI.h"
 #include "toolkit/DropListWindow.h"
 #include "tools/tour/PngFile.h"
-
-#include <stdexcept>
-#include <utility>
 
 namespace tour {
 

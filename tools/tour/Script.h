@@ -2,11 +2,6 @@
 // window it names is on top, then acts on it with real input events. UI thread only.
 #pragma once
 
-#include "platform/Gui.h"
-#include "platform/TestInput.h"
-#include "toolkit/CComboUI.h"
-#include "toolkit/WindowImplBase.h"
-
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -17,6 +12,11 @@
 #include <string_view>
 #include <thread>
 #include <vector>
+
+#include "platform/Gui.h"
+#include "platform/TestInput.h"
+#include "toolkit/CComboUI.h"
+#include "toolkit/WindowImplBase.h"
 
 namespace tour {
 

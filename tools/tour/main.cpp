@@ -5,17 +5,17 @@
 //
 // Works on a copy of that folder's contents in OUT/work, which is made anew. Exit code 0 when the
 // whole pass went through, 1 when it did not, 2 on bad usage.
-#include "app/Program.h"
-#include "core/Log.h"
-#include "tools/tour/EditingPass.h"
-#include "tools/tour/Script.h"
-
 #include <exception>
 #include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
 #include <utility>
+
+#include "app/Program.h"
+#include "core/Log.h"
+#include "tools/tour/EditingPass.h"
+#include "tools/tour/Script.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "platform/Clock.h"
-
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+
+#include <gtest/gtest.h>
+
+#include "platform/Clock.h"
 
 namespace {
 

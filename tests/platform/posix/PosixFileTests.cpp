@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <cerrno>
 #include <filesystem>
+
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -35,8 +35,9 @@ TEST_F(PosixFileTest, AFullDiskShowsAtTheLatestWhenItIsBroughtToTheDisk) {
 
 TEST_F(PosixFileTest, PipesAndDevicesAreNeverWaitedFor) {
     ASSERT_EQ(::mkfifo("pipe", 0600), 0);
-    for (const OpenMode mode : {OpenMode::read, OpenMode::write, OpenMode::writeInPlace})
+    for (const OpenMode mode : {OpenMode::read, OpenMode::write, OpenMode::writeInPlace}) {
         EXPECT_FALSE(m_files.open("pipe", mode, m_error));
+    }
     EXPECT_FALSE(m_files.open("/dev/zero", OpenMode::read, m_error));
     EXPECT_EQ(m_error, EINVAL);
     const auto nowhere = m_files.open("/dev/null", OpenMode::write, m_error);
@@ -86,9 +87,10 @@ TEST_F(PosixFileTest, LinksLeadToTheirEnd) {
 
     std::vector<platform::FolderEntry> entries;
     ASSERT_TRUE(m_files.list(".", entries));
-    for (const platform::FolderEntry& entry : entries)
+    for (const platform::FolderEntry& entry : entries) {
         EXPECT_EQ(entry.isFolder, entry.name == "deep" || entry.name == "linkedFolder")
             << entry.name;
+    }
 }
 
 TEST_F(PosixFileTest, RootAndLostFoldersHaveTheirPaths) {

@@ -1,16 +1,15 @@
-#include "platform/Process.h"
-
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cerrno>
-#include <fcntl.h>
 #include <filesystem>
 #include <sstream>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/Process.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -38,8 +37,9 @@ protected:
     std::vector<std::string> report() {
         std::istringstream text(support::readBytes("report"));
         std::vector<std::string> lines;
-        for (std::string line; std::getline(text, line);)
+        for (std::string line; std::getline(text, line);) {
             lines.push_back(line);
+        }
         return lines;
     }
 

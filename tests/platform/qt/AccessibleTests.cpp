@@ -1,15 +1,14 @@
 // What Qt, and with it every bridge, gets to see of a window's accessibility tree.
+#include <QAccessible>
+#include <memory>
+
+#include <gtest/gtest.h>
+
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtWindow.h"
 #include "tests/support/gui/TestControl.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
-
-#include <gtest/gtest.h>
-
-#include <QAccessible>
-
-#include <memory>
 
 using platform::AccessibleChange;
 using platform::qt::QtAccessibleNodes;

@@ -1,10 +1,10 @@
 // Shows a window with an accessibility tree until it is told to end. Its button changes the other
 // controls; accessible_tree.py presses it over the accessibility bus and watches.
+#include <cstdio>
+
 #include "tests/support/gui/TestControl.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
-
-#include <cstdio>
 
 using platform::AccessibleChange;
 using test::TestControl;

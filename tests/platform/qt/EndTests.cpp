@@ -1,9 +1,9 @@
 // A signal ends the program through its own loops.
-#include "tests/support/gui/TestGui.h"
+#include <csignal>
 
 #include <gtest/gtest.h>
 
-#include <csignal>
+#include "tests/support/gui/TestGui.h"
 
 TEST(EndOfProgram, ASignalEndsAllLoopsAndEveryLaterOne) {
     auto& gui = test::gui();

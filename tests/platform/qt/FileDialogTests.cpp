@@ -1,9 +1,4 @@
 // The file dialog, driven through the keyboard as a person would.
-#include "tests/support/gui/TestGui.h"
-#include "tests/support/gui/TestWindow.h"
-
-#include <gtest/gtest.h>
-
 #include <QAbstractItemModel>
 #include <QApplication>
 #include <QDir>
@@ -12,11 +7,15 @@
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTreeView>
-
 #include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/gui/TestGui.h"
+#include "tests/support/gui/TestWindow.h"
 
 using platform::OpenFilesRequest;
 using platform::OpenFilesResult;

@@ -1,16 +1,17 @@
 // A window's accessibility tree as a screen reader gets it through MSAA.
+#include <array>
+#include <memory>
+#include <string>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+#include <oleacc.h>
+
 #include "platform/win32/Win32Window.h"
 #include "tests/support/gui/TestControl.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
-
-#include <gtest/gtest.h>
-
-#include <oleacc.h>
-
-#include <array>
-#include <memory>
-#include <string>
 
 using test::TestControl;
 

@@ -1,9 +1,9 @@
 // Native handles come back: windows, pictures and fonts leave nothing behind.
+#include <gtest/gtest.h>
+
 #include "platform/win32/Win32Window.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,12 +1,11 @@
-#include "platform/Process.h"
-
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <cstdlib>
 #include <string>
 #include <thread>
 
+#include <gtest/gtest.h>
+
+#include "platform/Process.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -17,8 +16,9 @@ protected:
     static std::string waitFor(const std::string& path) {
         for (int round = 0; round < 1000; ++round) {
             // Whole once its line has ended.
-            if (support::exists(path) && support::readBytes(path).ends_with("end\r\n"))
+            if (support::exists(path) && support::readBytes(path).ends_with("end\r\n")) {
                 return support::readBytes(path);
+            }
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
         return {};

@@ -2,13 +2,13 @@
 // are never shown, fonts are six pixels a character, and what a window would get is given by hand.
 #pragma once
 
-#include "platform/Gui.h"
-#include "platform/raster/TextPainter.h"
-
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "platform/Gui.h"
+#include "platform/raster/TextPainter.h"
 
 namespace test {
 

@@ -1,13 +1,13 @@
 // A control without a toolkit, for tests of what a window tells assistive technology.
 #pragma once
 
-#include "platform/Accessible.h"
-
 #include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "platform/Accessible.h"
 
 namespace test {
 

@@ -1,11 +1,11 @@
 #include "tests/support/gui/TestGui.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+
+#include <gtest/gtest.h>
 
 namespace test {
 

@@ -2,12 +2,12 @@
 // and ended after the last test.
 #pragma once
 
-#include "platform/Gui.h"
-#include "platform/TestInput.h"
-
 #include <functional>
 #include <string>
 #include <vector>
+
+#include "platform/Gui.h"
+#include "platform/TestInput.h"
 
 namespace test {
 

@@ -1,11 +1,11 @@
 #include "tests/support/gui/TestWindow.h"
 
-#include "tests/support/gui/TestGui.h"
+#include <sstream>
+#include <utility>
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-#include <utility>
+#include "tests/support/gui/TestGui.h"
 
 namespace test {
 

@@ -1,12 +1,12 @@
 // A window that writes down what it receives, for tests of the back ends.
 #pragma once
 
-#include "platform/Window.h"
-
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "platform/Window.h"
 
 namespace test {
 

@@ -1,9 +1,9 @@
 #include "tests/support/gui/WindowDriver.h"
 
+#include <string>
+
 #include "core/Text.h"
 #include "toolkit/DropListWindow.h"
-
-#include <string>
 
 namespace test {
 

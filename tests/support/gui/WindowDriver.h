@@ -8,14 +8,14 @@
 //   driver.clickThen(u"ButtonExit", [] { WindowDriver(topWindow()).click(u"ButtonNo"); });
 #pragma once
 
-#include "tests/support/gui/TestGui.h"
-#include "toolkit/CComboUI.h"
-#include "toolkit/WindowImplBase.h"
-
 #include <cstdint>
 #include <functional>
 #include <stdexcept>
 #include <string_view>
+
+#include "tests/support/gui/TestGui.h"
+#include "toolkit/CComboUI.h"
+#include "toolkit/WindowImplBase.h"
 
 namespace test {
 

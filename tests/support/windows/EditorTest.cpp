@@ -1,8 +1,8 @@
 #include "tests/support/windows/EditorTest.h"
 
-#include "zone/ZoneManager.h"
-
 #include <filesystem>
+
+#include "zone/ZoneManager.h"
 
 namespace test {
 

@@ -2,6 +2,12 @@
 // directory, the shared services, and the editor's windows on a headless screen.
 #pragma once
 
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
 #include "core/Translations.h"
@@ -14,12 +20,6 @@
 #include "toolkit/CListUI.h"
 #include "toolkit/COptionUI.h"
 #include "ui/EditorWindow.h"
-
-#include <memory>
-#include <stdexcept>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace test {
 

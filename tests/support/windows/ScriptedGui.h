@@ -2,13 +2,13 @@
 // dialog and the components.
 #pragma once
 
-#include "platform/Gui.h"
-
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "platform/Gui.h"
 
 namespace test {
 

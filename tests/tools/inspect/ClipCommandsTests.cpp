@@ -30,8 +30,9 @@ std::vector<std::pair<int, std::string>> lines(const std::string& text) {
     std::vector<std::pair<int, std::string>> result;
     std::istringstream in(text);
     int number = 0;
-    for (std::string hash; in >> number >> hash;)
+    for (std::string hash; in >> number >> hash;) {
         result.emplace_back(number, hash);
+    }
     return result;
 }
 
@@ -69,22 +70,26 @@ TEST_F(ClipCommands, HashesAreThoseOfThePicturesInSixteenLowerCaseDigits) {
     const reference::Frames expected = reference::decode(m_clip);
     std::ostringstream text;
     text << std::hex << std::setfill('0');
-    for (std::size_t frame = 0; frame < expected.hashes.size(); ++frame)
+    for (std::size_t frame = 0; frame < expected.hashes.size(); ++frame) {
         text << std::to_string(frame) << ' ' << std::setw(16) << expected.hashes[frame] << '\n';
+    }
     EXPECT_EQ(run({"frames", "clip.ogv"}).text, text.str());
 }
 
 TEST_F(ClipCommands, FramesComeInTheOrderAskedFor) {
     std::map<int, std::string> hashes;
-    for (const auto& [number, hash] : lines(run({"frames", "clip.ogv", "--sequential"}).text))
+    for (const auto& [number, hash] : lines(run({"frames", "clip.ogv", "--sequential"}).text)) {
         hashes[number] = hash;
+    }
     const auto got = lines(run({"frames", "clip.ogv", "20", "3-5", "20", "random:7:4"}).text);
     ASSERT_EQ(got.size(), 9U);
     const int expected[] = {20, 3, 4, 5, 20};
-    for (std::size_t i = 0; i < 5; ++i)
+    for (std::size_t i = 0; i < 5; ++i) {
         EXPECT_EQ(got[i].first, expected[i]);
-    for (const auto& [number, hash] : got)
+    }
+    for (const auto& [number, hash] : got) {
         EXPECT_EQ(hash, hashes[number]) << number;
+    }
     EXPECT_EQ(lines(run({"frames", "clip.ogv", "random:7:4"}).text),
               std::vector(got.begin() + 5, got.end())); // the same seed, the same frames
     const auto played = run({"frames", "clip.ogv", "9", "--sequential", "4", "9"});

@@ -1,10 +1,10 @@
-#include "tools/inspect/Json.h"
-
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <locale>
 #include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "tools/inspect/Json.h"
 
 namespace {
 
@@ -59,8 +59,9 @@ TEST(Json, NumbersReadBackAsTheSameWhateverTheStreamsLocale) {
     json.beginArray();
     for (const double number :
          {0.1, 29.97, 25.0, 1e300, -0.5, std::numeric_limits<double>::infinity(),
-          std::numeric_limits<double>::quiet_NaN()})
+          std::numeric_limits<double>::quiet_NaN()}) {
         json.value(number);
+    }
     json.value(std::numeric_limits<std::int64_t>::min());
     json.endArray();
     EXPECT_EQ(out.str(), "[0.1,29.97,25,1e+300,-0.5,null,null,-9223372036854775808]");
