@@ -55,11 +55,11 @@ bool ZoneEdit::handleKey(const platform::Event& event) {
 void ZoneEdit::goToTypedFrame(Control& sender) {
     CVideoUI* control = checkedVideo(kTypedFrameLine);
     const video::Video* video = loadedVideo();
-    if (control == nullptr || video == nullptr || video->frameCount < 1) {
+    if (control == nullptr || video == nullptr) {
         return;
     }
     const int typed = core::convertStringToInt(sender.GetText());
-    const int target = std::clamp(typed, 0, video->frameCount - 1);
+    const int target = std::clamp(typed, 0, std::max(video->frameCount - 1, 0));
     if (target != video->currentFrame) {
         control->GoToFrame(target);
     }

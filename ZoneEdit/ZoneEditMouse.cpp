@@ -52,11 +52,12 @@ bool ZoneEdit::handleMouse(const platform::Event& event) {
 bool ZoneEdit::mouseDown(Point position) {
     const video::CVideoUI* control = checkedVideo(kMouseDownLine);
     const int zone = selectedZone();
-    if (control == nullptr || zone < 0 || !control->GetPos().contains(position)) {
+    const int frame = currentFrame();
+    if (control == nullptr || zone < 0 || frame < 0 || !control->GetPos().contains(position)) {
         return false;
     }
     const Point origin = control->GetPos().topLeft();
-    applyTool(zone, currentFrame(), {position.x - origin.x, position.y - origin.y});
+    applyTool(zone, frame, {position.x - origin.x, position.y - origin.y});
     repaintVideoNow();
     return true;
 }

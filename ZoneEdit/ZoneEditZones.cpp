@@ -74,12 +74,12 @@ void ZoneEdit::addZone(Control& /*sender*/) {
     if (video == nullptr || video->frameCount < 1 || !m_zones) {
         return;
     }
-    auto zone = zone::Zone::create(video->frameCount);
+    const auto zone = zone::Zone::create(video->frameCount);
     if (!zone) {
         return;
     }
     zone->setName("Zone " + std::to_string(++m_zoneCounter));
-    m_zones->addZone(std::move(zone));
+    m_zones->addZone(zone);
     fillZones(m_zones->zoneCount() - 1);
 }
 
@@ -99,8 +99,11 @@ void ZoneEdit::removeZone(Control& /*sender*/) {
 
 void ZoneEdit::saveZones(Control& /*sender*/) {
     if (m_zones && m_loaded) {
-        m_zones->save(context().state.zoneEditVideo);
+        const bool good = m_zones->save(context().state.zoneEditVideo);
         showCaption();
+        const bool saved = good && m_zones->lastSaveFailure().empty();
+        setTextOf(kSavedLabel, saved ? ui::savedText() : std::u16string());
+        setVisibleOf(kSavedLabel, saved);
     }
 }
 

@@ -12,6 +12,7 @@
 #include "ui/ActionRow.h"
 #include "ui/BranchListControls.h"
 #include "ui/Confirmation.h"
+#include "ui/SceneHints.h"
 #include "ui/SceneListing.h"
 #include "zone/ZoneManager.h"
 
@@ -194,12 +195,15 @@ void BranchList::renameBranch(Control& sender) {
         return;
     }
     const int index = combo->GetCurSel();
+    const int offset = actionsOffset();
     if (branch >= 0) {
         scene()->renameBranch(branch, core::storedText(name));
     }
     fillBranchNames();
     refreshTargets();
     combo->SelectItem(index);
+    // The press that ended the typing may be on its way to one of the rows on the screen.
+    scrollActions(offset);
 }
 
 void BranchList::chooseFirstBranch(Control& sender) {
@@ -233,7 +237,7 @@ void BranchList::addBranch(Control& /*sender*/) {
 
 void BranchList::saveScene(Control& /*sender*/) {
     if (scene() != nullptr && !m_folder.empty() && scene()->branchCount() > 0) {
-        scene()->Save(m_folder);
+        m_saved = scene()->Save(m_folder) ? savedText() + u" " : std::u16string();
     }
 }
 

@@ -83,8 +83,11 @@ private:
 
     // The action list.
     void rebuildActions();
-    /// Scrolls to an action, the last one for a number beyond; the list is at its top after a
-    /// rebuild.
+    /// How far the list is scrolled, in pixels. A rebuild brings it to its top; whoever works in
+    /// the middle of a long list is brought back there.
+    [[nodiscard]] int actionsOffset();
+    void scrollActions(int offset);
+    /// Scrolls to an action, the last one for a number beyond.
     void revealAction(int number);
     [[nodiscard]] std::unique_ptr<Control> makeRow(int number, const scene::Action& action);
     [[nodiscard]] std::unique_ptr<Control> makeConditions(const scene::Action& action) const;
@@ -121,6 +124,7 @@ private:
     NameList m_shownZones;      ///< of the video on show; none when they were never loaded
     std::u16string m_shownName; ///< what the program last put into the name edit
     std::u16string m_usualStatus;
+    std::u16string m_saved; ///< in front of the usual status; empty before the first good save
 
     BackgroundImport m_import;
     std::deque<std::string> m_importNames; ///< still to come, the one under way in front

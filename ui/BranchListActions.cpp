@@ -84,6 +84,18 @@ void BranchList::rebuildActions() {
     }
 }
 
+int BranchList::actionsOffset() {
+    auto* list = find<toolkit::CListUI>(kActionList);
+    return list != nullptr ? list->GetScrollBar().model().offset() : 0;
+}
+
+void BranchList::scrollActions(int offset) {
+    if (auto* list = find<toolkit::CListUI>(kActionList)) {
+        list->GetScrollBar().model().setOffset(offset);
+        list->NeedUpdate();
+    }
+}
+
 void BranchList::revealAction(int number) {
     auto* list = find<toolkit::CListUI>(kActionList);
     if (list != nullptr && list->GetCount() > 0) {
@@ -249,8 +261,10 @@ void BranchList::removeAction(Control& /*sender*/) {
                       "Are you sure you want to remove the action?");
     if (answer() == kYes) {
         const int number = list->GetCurSel();
+        const int offset = actionsOffset();
         scene()->removeAction(branch, number);
         rebuildActions();
+        scrollActions(offset);
         revealAction(number);
     }
 }

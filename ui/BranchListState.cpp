@@ -78,7 +78,7 @@ void BranchList::updateStatus() {
     if (text.empty()) {
         text = unreadableHint(unreadableName(*scene()));
     }
-    setTextOf(kStatus, text.empty() ? m_usualStatus : text);
+    setTextOf(kStatus, text.empty() ? m_saved + m_usualStatus : text);
     showProblem(problem, kStatus);
 }
 

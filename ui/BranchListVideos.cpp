@@ -126,6 +126,9 @@ bool BranchList::isImporting() const {
 }
 
 void BranchList::importNextVideo() {
+    if (find<toolkit::CComboUI>(kVideoCombo) == nullptr) {
+        m_importNames.clear();
+    }
     while (!m_importNames.empty() && !isImporting()) {
         const std::string name = m_importNames.front();
         if (indexOfText(m_videos, name) >= 0) {

@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/Services.h"
 #include "core/Text.h"
 #include "scene/SceneManager.h"
 
@@ -69,6 +70,10 @@ std::u16string notSavedText(const std::string& reason) {
     return reason.empty() ? std::u16string()
                           : core::displayText("Not saved: " +
                                               (hasFolder ? reason.substr(folder + 1) : reason));
+}
+
+std::u16string savedText() {
+    return core::displayText("Saved at " + core::services().clock->localTimeText() + ".");
 }
 
 std::u16string unreadableHint(const std::string& unreadable) {

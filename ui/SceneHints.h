@@ -38,6 +38,9 @@ struct CopyStatus {
 /// reason.
 [[nodiscard]] std::u16string notSavedText(const std::string& reason);
 
+/// What a good save tells: the time of day, so that the next one looks different.
+[[nodiscard]] std::u16string savedText();
+
 /// A hint about `unreadable`, as unreadableName gives it; empty for an empty name.
 [[nodiscard]] std::u16string unreadableHint(const std::string& unreadable);
 

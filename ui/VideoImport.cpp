@@ -122,6 +122,10 @@ ImportResult importVideo(FileSystem& files, const std::string& source,
     progress.copiedBytes = 0;
     progress.totalBytes = sourceInfo->size;
     const std::string temporary = folder + kImportTemporary;
+    const auto leftover = files.info(temporary);
+    if (leftover && isSameFile(files, source, *sourceInfo, temporary, *leftover)) {
+        return ImportResult::failed; // it would be emptied before it is read
+    }
     TemporaryGuard guard(files, temporary);
     const ImportResult result = copyToTemporary(files, source, temporary, progress, onBlock);
     if (result != ImportResult::copied) {

@@ -213,6 +213,30 @@ TEST_F(ZoneEditFrames, AMissingOrBrokenVideoClosesTheWindowAndNothingElse) {
     EXPECT_EQ(scene().branchCount(), 1);
 }
 
+TEST_F(ZoneEditFrames, AVideoWithoutFramesLeavesItsZonesAlone) {
+    makeClip(3);
+    show();
+    addZone();
+    m_driver->click(u"ButtonSave");
+    makeClip(0);
+    show();
+    ASSERT_LT(m_window->FindControl<video::CVideoUI>(u"Video")->video()->frameCount, 1);
+    EXPECT_EQ(m_driver->get<toolkit::CComboUI>(u"ComboZone").GetCount(), 1);
+    const auto before = m_log.errors();
+    for (const auto* tool : {u"OptionMovePoint", u"OptionAddPoint", u"OptionDeletePoint"}) {
+        chooseTool(tool);
+        m_driver->drag({at(100, 100), at(200, 200)});
+    }
+    m_driver->click(u"OptionToggleActive");
+    m_driver->press(Key::right);
+    m_driver->click(u"ButtonAddZone");
+    m_driver->enter(u"EditCurrentFrame", u"2");
+    EXPECT_EQ(frameText(), u"0");
+    EXPECT_EQ(m_driver->get(u"EditTotalFrames").GetText(), u"0");
+    EXPECT_EQ(m_driver->get<toolkit::CComboUI>(u"ComboZone").GetCount(), 1);
+    EXPECT_EQ(m_log.errors(), before);
+}
+
 TEST_F(ZoneEditFrames, WithoutALayoutOrAWindowItDoesNotRun) {
     makeClip(3);
     m_gui.host.fails = true;

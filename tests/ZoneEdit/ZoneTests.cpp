@@ -250,14 +250,22 @@ TEST_F(ZoneEditZones, AFailedSaveIsShownUntilTheNextGoodOne) {
     addZone();
     m_driver->click(u"ButtonSave");
     EXPECT_EQ(m_driver->get(u"LabelVideo").GetText(), u"clip.ogv");
+    EXPECT_FALSE(m_driver->get(u"LabelSaved").IsVisible());
     EXPECT_TRUE(m_driver->get(u"LabelProblem").IsVisible());
     EXPECT_EQ(m_driver->get(u"LabelProblem").GetText().substr(0, 30),
               u"Not saved: clip-ZoneInfo.xml: ");
     EXPECT_EQ(m_log.errors().back(), "Unable to save zone info file");
     std::filesystem::remove("Scenes/Fire/clip-ZoneInfo.xml");
     m_driver->click(u"ButtonSave");
-    EXPECT_EQ(m_driver->get(u"LabelVideo").GetText(), u"clip.ogv");
     EXPECT_FALSE(m_driver->get(u"LabelProblem").IsVisible());
+    EXPECT_TRUE(m_driver->get(u"LabelSaved").IsVisible());
+    EXPECT_EQ(m_driver->get(u"LabelSaved").GetText().substr(0, 9), u"Saved at ");
+    std::filesystem::remove("Scenes/Fire/clip-ZoneInfo.bin");
+    support::makeFolder("Scenes/Fire/clip-ZoneInfo.bin");
+    m_driver->click(u"ButtonSave");
+    EXPECT_FALSE(m_driver->get(u"LabelSaved").IsVisible());
+    EXPECT_EQ(m_driver->get(u"LabelProblem").GetText().substr(0, 30),
+              u"Not saved: clip-ZoneInfo.bin: ");
 }
 
 struct Closing {

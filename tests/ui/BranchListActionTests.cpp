@@ -361,6 +361,12 @@ TEST_F(ActionList, StaysWhereTheWorkIsInALongList) {
     m_driver->clickThen(u"ButtonRemoveAction", answering(Answer::yes));
     EXPECT_TRUE(isInView(35));
     EXPECT_EQ(rows(), 40);
+    // A press ends the typing of a name, which makes the rows anew, and reaches the row aimed at.
+    test::typeInto(*m_driver, u"EditBranchName", u"Smoke");
+    m_driver->click(immediate(34));
+    EXPECT_EQ(scene().branchID(0), "Smoke");
+    EXPECT_TRUE(scene().action(0, 34)->Immediate());
+    EXPECT_TRUE(isInView(34));
 }
 
 TEST_F(ActionList, HoldsManyOfEverything) {

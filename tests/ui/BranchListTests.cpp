@@ -4,7 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "core/Services.h"
 #include "core/Text.h"
+#include "tests/support/FixedClock.h"
 #include "tests/support/windows/EditorTest.h"
 #include "ui/BranchList.h"
 
@@ -42,6 +44,9 @@ protected:
     }
     toolkit::CComboUI& branches() { return m_driver->get<toolkit::CComboUI>(u"ComboBranchName"); }
 
+    support::FixedClock m_clock;
+    core::ServicesOverride m_override{
+        {core::services().fileSystem, &m_clock, core::services().process}};
     std::shared_ptr<ui::BranchList> m_window;
     std::unique_ptr<WindowDriver> m_driver;
 };
@@ -270,7 +275,7 @@ TEST_F(BranchEditor, AFailedSaveIsShownUntilTheNextGoodOne) {
     EXPECT_EQ(m_driver->get(u"LabelStatus").GetText(), shown);
     std::filesystem::remove("Scenes/Fire drill/Scene.xml");
     m_driver->click(u"ButtonSave");
-    EXPECT_EQ(m_driver->get(u"LabelStatus").GetText(), usual);
+    EXPECT_EQ(m_driver->get(u"LabelStatus").GetText(), u"Saved at 03:07:41 PM. " + usual);
     EXPECT_FALSE(m_driver->get(u"LabelProblem").IsVisible());
     EXPECT_TRUE(m_driver->get(u"LabelStatus").IsVisible());
 }

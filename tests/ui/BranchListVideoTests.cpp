@@ -199,6 +199,17 @@ TEST_F(BranchVideos, CopiesSeveralAndTakesBackTheOnesThatFail) {
     EXPECT_TRUE(m_log.errors().empty());
 }
 
+TEST_F(BranchVideos, WithoutAVideoListNothingIsCopied) {
+    std::string layout = readBytes("UI/BranchList.xml");
+    layout.replace(layout.find("ComboVideoName"), 5, "Other");
+    writeBytes("UI/BranchList.xml", layout);
+    writeBytes("from/clip.ogv", "video");
+    show();
+    choose(m_folder.path() + "from/", {"clip.ogv"});
+    addVideos();
+    EXPECT_FALSE(exists("Scenes/Fire/clip.ogv"));
+}
+
 TEST_F(BranchVideos, AListedNameIsNeitherCopiedNorOverwritten) {
     scene().setBranchFilename(0, "clip.ogv");
     writeBytes("Scenes/Fire/clip.ogv", "old");

@@ -141,6 +141,17 @@ TEST_F(VideoImport, ACancelledCopyLeavesEverythingAsItWas) {
     EXPECT_EQ(support::filesBelow("Scenes"), std::vector<std::string>{"A/clip.ogv"});
 }
 
+TEST_F(VideoImport, AFileThatLiesAtTheTemporarysPlaceIsNotCopiedOntoItself) {
+    const std::string temporary = std::string("Scenes/A/") + ui::kImportTemporary;
+    writeBytes(temporary, kOld);
+    EXPECT_EQ(import(scenePath(ui::kImportTemporary).insert(scenePath("").size(), "A/"),
+                     "Scenes/A/clip.ogv"),
+              ImportResult::failed);
+    EXPECT_EQ(readBytes(temporary), kOld);
+    EXPECT_EQ(support::filesBelow("Scenes"),
+              std::vector<std::string>{std::string("A/") + ui::kImportTemporary});
+}
+
 TEST_F(VideoImport, TakesOverALeftoverOfACrash) {
     writeBytes(std::string("Scenes/A/") + ui::kImportTemporary, "half");
     EXPECT_EQ(import("from/clip.ogv", "Scenes/A/clip.ogv"), ImportResult::copied);
