@@ -46,10 +46,13 @@ platform::Point clampedToArea(int x, int y) {
 
 int insertPosition(int afterIndex, std::size_t count) {
     const int end = static_cast<int>(count);
-    if (afterIndex < -1 || afterIndex >= end || count >= kMaxPoints) {
+    if (afterIndex >= end || count >= kMaxPoints) {
         return -1;
     }
-    return end > 0 && afterIndex != -1 ? afterIndex + 1 : end;
+    if (end == 0 || afterIndex == -1) {
+        return end;
+    }
+    return afterIndex < -1 ? -1 : afterIndex + 1;
 }
 
 void shiftPoints(std::span<platform::Point> points, platform::Point delta) {

@@ -99,24 +99,4 @@ TEST_F(BranchManagerTest, AnIndexOutOfRangeIsReportedOnceAndChangesNothing) {
     }
 }
 
-TEST_F(BranchManagerTest, ValidIndexesReachTheirBranch) {
-    m_branches->AddBranch();
-    m_branches->AddBranch();
-    m_branches->setBranchID(1, "B");
-    m_branches->setBranchFilename(1, "b.ogv");
-    const Actions added{Action::create(), Action::create(), Action::create()};
-    for (const auto& action : added) {
-        m_branches->addAction(1, action);
-    }
-    m_branches->addAction(1, nullptr);
-    m_branches->removeAction(1, 0);
-    Actions actions{nullptr};
-    m_branches->branchActions(1, actions);
-    EXPECT_EQ(actions, (Actions{added[1], added[2]}));
-    EXPECT_EQ(m_branches->action(1, 1), added[2]);
-    EXPECT_EQ(m_branches->branchID(0) + m_branches->branchID(1), "New Branch 2B");
-    EXPECT_EQ(m_branches->branchFilename(0) + m_branches->branchFilename(1), "b.ogv");
-    EXPECT_EQ(newErrors(), Lines{});
-}
-
 } // namespace

@@ -1,6 +1,7 @@
 // A folder of its own, the log's lines, and the bytes of scene files, for the scene tests.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,15 +33,16 @@ protected:
 
     /// The error lines since the last call.
     Lines newErrors() {
-        const Lines all = m_log.errors();
-        Lines fresh(all.begin() + static_cast<std::ptrdiff_t>(m_seen), all.end());
-        m_seen = all.size();
+        Lines fresh = m_log->errors();
+        if (!fresh.empty()) {
+            m_log.reset(); // puts back what this one hides
+            m_log.emplace();
+        }
         return fresh;
     }
 
 private:
-    support::LogCapture m_log;
-    std::size_t m_seen = 0;
+    std::optional<support::LogCapture> m_log{std::in_place};
     tinyxml2::XMLDocument m_document;
 };
 

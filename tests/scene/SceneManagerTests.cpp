@@ -102,24 +102,6 @@ TEST_F(SceneManagerTest, WithoutABranchManagerEveryOperationReportsAndDoesNothin
     EXPECT_EQ(support::readBytes("Scenes/A/Scene.xml"), "old");
 }
 
-TEST_F(SceneManagerTest, AllForwardedOperationsReachTheirBranch) {
-    m_scene->AddBranch();
-    m_scene->AddBranch();
-    m_scene->setBranchFilename(1, "b.ogv");
-    const Actions added{Action::create(), Action::create()};
-    for (const auto& action : added) {
-        m_scene->addAction(1, action);
-    }
-    EXPECT_EQ(m_scene->action(1, 1), added[1]);
-    m_scene->removeAction(1, 0);
-    Actions actions;
-    m_scene->branchActions(1, actions);
-    EXPECT_EQ(actions, Actions{added[1]});
-    EXPECT_EQ(m_scene->branchFilename(1), "b.ogv");
-    EXPECT_EQ(m_scene->branchID(1), "New Branch 3");
-    EXPECT_EQ(m_scene->branchCount(), 2);
-}
-
 TEST_F(SceneManagerTest, ANewSceneStartsEmpty) {
     m_scene->SetName("old");
     m_scene->AddBranch();
