@@ -1,0 +1,275 @@
+#include "tests/soak/RandomUser.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <numeric>
+#include <string_view>
+#include <utility>
+
+#include "toolkit/CContainerUI.h"
+#include "toolkit/DropListWindow.h"
+
+namespace soak {
+
+namespace {
+
+using platform::EventKind;
+using platform::Key;
+using platform::MouseButton;
+using platform::Point;
+using toolkit::CControlUI;
+
+/// Ticks until a copied video has arrived.
+constexpr int kCopyPatience = 40;
+
+/// Every visible control below `parent`, in the order of the layout.
+void collect(CControlUI& parent, std::vector<CControlUI*>& controls) {
+    if (!parent.IsVisible()) {
+        return;
+    }
+    controls.push_back(&parent);
+    if (const auto* container = toolkit::controlCast<toolkit::CContainerUI>(&parent)) {
+        for (int i = 0; i < container->GetCount(); ++i) {
+            collect(*container->GetItemAt(i), controls);
+        }
+    }
+}
+
+/// Leaving is rare, or nothing else would ever happen.
+bool leaves(const CControlUI& control) {
+    const std::u16string& name = control.GetName();
+    return name == u"ButtonExit" || name == u"ButtonClose" || name == u"closebtn";
+}
+
+} // namespace
+
+RandomUser::RandomUser(test::ScriptedGui& gui, std::uint64_t seed)
+    : m_gui(gui), m_input(platform::createTestInput(gui)), m_random(seed) {}
+
+void RandomUser::act() {
+    static constexpr std::array<Deed, 12> kDeeds{{
+        {40, &RandomUser::clickControl},
+        {8, &RandomUser::clickAnywhere},
+        {3, &RandomUser::doubleClick},
+        {2, &RandomUser::pressOnly},
+        {12, &RandomUser::drag},
+        {5, &RandomUser::turnWheel},
+        {14, &RandomUser::pressKey},
+        {7, &RandomUser::typeText},
+        {2, &RandomUser::compose},
+        {12, &RandomUser::pickFromDropList},
+        {1, &RandomUser::askToClose},
+        {1, &RandomUser::harmAFile},
+    }};
+    static const int kAll =
+        std::accumulate(kDeeds.begin(), kDeeds.end(), 0,
+                        [](int sum, const Deed& deed) { return sum + deed.weight; });
+    const auto& windows = toolkit::WindowImplBase::OpenWindows();
+    if (windows.empty() || windows.back()->GetNative() == nullptr) {
+        return;
+    }
+    m_window = windows.back();
+    m_patience = 1;
+    answerFileDialog();
+    int chosen = below(kAll);
+    const Deed* deed = kDeeds.data();
+    for (; chosen >= deed->weight; ++deed) {
+        chosen -= deed->weight;
+    }
+    note(static_cast<std::uint64_t>(deed - kDeeds.data()));
+    const std::u16string window(m_window->GetWindowClassName());
+    note(std::hash<std::u16string_view>{}(window));
+    ++m_deeds[window];
+    (this->*deed->act)();
+}
+
+int RandomUser::below(int limit) {
+    return static_cast<int>(m_random() % static_cast<std::uint64_t>(limit));
+}
+
+void RandomUser::note(std::uint64_t what) {
+    m_course = (m_course ^ what) * 0x100000001B3U;
+}
+
+Point RandomUser::anyPoint() {
+    constexpr int kOutside = 20;
+    const platform::Rect window = m_window->GetNative()->geometry();
+    return {below(window.width() + 2 * kOutside) - kOutside,
+            below(window.height() + 2 * kOutside) - kOutside};
+}
+
+platform::Modifiers RandomUser::anyModifiers() {
+    if (!oneIn(4)) {
+        return {};
+    }
+    return {oneIn(2), oneIn(2), oneIn(4)};
+}
+
+std::u16string RandomUser::anyText() {
+    static constexpr std::array<char16_t, 24> kLetters{
+        u'a', u'b', u'Z', u'0',  u'1', u'9', u' ',  u'.', u'-', u'<',      u'&',      u'>',
+        u'"', u'%', u's', u'\\', u'/', u'*', u'\t', u'ß', u'я', u'\u4E2D', u'\u0301', u'\u200F'};
+    std::u16string text;
+    for (int left = 1 + below(oneIn(20) ? 400 : 12); left > 0; --left) {
+        if (oneIn(15)) {
+            text += u"\U0001F525";
+        } else {
+            text += kLetters[static_cast<std::size_t>(below(static_cast<int>(kLetters.size())))];
+        }
+    }
+    return text;
+}
+
+void RandomUser::answerFileDialog() {
+    static const std::vector<std::vector<std::string>> kNames{{"short.ogv"},
+                                                              {"sound.ogg"},
+                                                              {"short.ogv", "cut.ogv", "sound.ogg"},
+                                                              {"gone.ogv"},
+                                                              {"..\\short.ogv"}};
+    m_gui.dialog.requests.clear();
+    const auto index = static_cast<std::size_t>(below(static_cast<int>(kNames.size()) + 1));
+    if (index == kNames.size()) {
+        m_gui.dialog.answer.reset();
+    } else {
+        m_gui.dialog.answer = platform::OpenFilesResult{"videos/", kNames[index]};
+    }
+}
+
+void RandomUser::clickControl() {
+    std::vector<CControlUI*> controls;
+    m_window->GetPaintManager().UpdateLayout();
+    if (CControlUI* root = m_window->GetPaintManager().GetRoot()) {
+        collect(*root, controls);
+    }
+    if (controls.empty()) {
+        return;
+    }
+    CControlUI* control =
+        controls[static_cast<std::size_t>(below(static_cast<int>(controls.size())))];
+    if (leaves(*control) && !oneIn(5)) {
+        return;
+    }
+    if (control->GetName() == u"ButtonAddVideo") {
+        m_patience = kCopyPatience;
+    }
+    note(std::hash<std::u16string_view>{}(control->GetName()));
+    const platform::Rect& pos = control->GetPos();
+    const Point at{pos.left + below(std::max(pos.width(), 1)),
+                   pos.top + below(std::max(pos.height(), 1))};
+    const MouseButton button = oneIn(20) ? MouseButton::right : MouseButton::left;
+    const platform::Modifiers modifiers = anyModifiers();
+    platform::NativeWindow& native = *m_window->GetNative();
+    m_input->mouse(native, EventKind::mouseMove, at, MouseButton::none, modifiers);
+    m_input->mouse(native, EventKind::mouseDown, at, button, modifiers);
+    m_input->mouse(native, EventKind::mouseUp, at, button, modifiers);
+}
+
+void RandomUser::clickAnywhere() {
+    const Point at = anyPoint();
+    m_input->mouse(*m_window->GetNative(), EventKind::mouseMove, at, MouseButton::none);
+    m_input->mouse(*m_window->GetNative(), EventKind::mouseDown, at);
+    m_input->mouse(*m_window->GetNative(), EventKind::mouseUp, at);
+}
+
+void RandomUser::doubleClick() {
+    const Point at = anyPoint();
+    clickAnywhere();
+    m_input->mouse(*m_window->GetNative(), EventKind::mouseDown, at);
+    m_input->mouse(*m_window->GetNative(), EventKind::mouseUp, at);
+    m_input->mouse(*m_window->GetNative(), EventKind::mouseDoubleClick, at);
+    m_input->mouse(*m_window->GetNative(), EventKind::mouseUp, at);
+}
+
+void RandomUser::pressOnly() {
+    const EventKind kind = oneIn(2) ? EventKind::mouseDown : EventKind::mouseUp;
+    const MouseButton button = oneIn(3) ? MouseButton::middle : MouseButton::left;
+    m_input->mouse(*m_window->GetNative(), kind, anyPoint(), button);
+}
+
+void RandomUser::drag() {
+    m_input->mouse(*m_window->GetNative(), EventKind::mouseDown, anyPoint());
+    for (int moves = 1 + below(8); moves > 0; --moves) {
+        m_input->mouse(*m_window->GetNative(), EventKind::mouseMove, anyPoint());
+    }
+    m_input->mouse(*m_window->GetNative(), EventKind::mouseUp, anyPoint());
+}
+
+void RandomUser::turnWheel() {
+    const Point at = anyPoint();
+    const int delta = (below(9) - 4) * 60;
+    m_input->wheel(*m_window->GetNative(), at, delta, anyModifiers());
+}
+
+void RandomUser::pressKey() {
+    const Key key = static_cast<Key>(below(static_cast<int>(Key::z) + 1));
+    platform::Modifiers modifiers = anyModifiers();
+    if (key == Key::f4 && modifiers.alt && !oneIn(5)) {
+        modifiers.alt = false;
+    }
+    m_input->key(*m_window->GetNative(), EventKind::keyDown, key, key == Key::space ? u" " : u"",
+                 modifiers);
+    m_input->key(*m_window->GetNative(), EventKind::keyUp, key, {}, modifiers);
+}
+
+void RandomUser::typeText() {
+    for (const char16_t letter : anyText()) {
+        m_input->key(*m_window->GetNative(), EventKind::keyDown, Key::other,
+                     std::u16string(1, letter));
+        m_input->key(*m_window->GetNative(), EventKind::keyUp, Key::other);
+    }
+}
+
+void RandomUser::compose() {
+    m_input->preedit(*m_window->GetNative(), anyText());
+    if (oneIn(2)) {
+        m_input->commit(*m_window->GetNative(), anyText());
+    }
+}
+
+void RandomUser::pickFromDropList() {
+    toolkit::DropListWindow& list = m_window->GetPaintManager().dropList();
+    if (list.native() == nullptr || list.combo() == nullptr) {
+        clickControl();
+        return;
+    }
+    const platform::Rect area = list.geometry();
+    const Point at{below(std::max(area.width(), 1)), below(std::max(area.height(), 1))};
+    if (oneIn(4)) {
+        m_input->wheel(*list.native(), at, (below(5) - 2) * 120);
+    }
+    m_input->mouse(*list.native(), EventKind::mouseMove, at, MouseButton::none);
+    m_input->mouse(*list.native(), EventKind::mouseDown, at);
+    m_input->mouse(*list.native(), EventKind::mouseUp, at);
+}
+
+void RandomUser::askToClose() {
+    if (oneIn(4)) {
+        m_input->requestClose(*m_window->GetNative());
+    }
+}
+
+void RandomUser::harmAFile() {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    std::vector<fs::path> files;
+    for (fs::recursive_directory_iterator entry("Scenes", error), end; entry != end && !error;
+         entry.increment(error)) {
+        if (entry->is_regular_file(error)) {
+            files.push_back(entry->path());
+        }
+    }
+    if (files.empty() || !oneIn(4)) {
+        return;
+    }
+    std::sort(files.begin(), files.end());
+    const fs::path& file = files[static_cast<std::size_t>(below(static_cast<int>(files.size())))];
+    if (oneIn(2)) {
+        fs::remove(file, error);
+    } else {
+        fs::resize_file(file, static_cast<std::uintmax_t>(below(200)), error);
+    }
+}
+
+} // namespace soak

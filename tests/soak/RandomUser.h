@@ -1,0 +1,68 @@
+// A person who does anything at all, by real input events on whatever window is on top. What is
+// done follows from the seed and from what the windows show, so that a seed repeats its course.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/TestInput.h"
+#include "tests/support/windows/ScriptedGui.h"
+#include "toolkit/WindowImplBase.h"
+
+namespace soak {
+
+class RandomUser {
+public:
+    /// `gui` outlives it. The file dialog answers with files of the folder "videos".
+    RandomUser(test::ScriptedGui& gui, std::uint64_t seed);
+
+    /// Queues one deed; nothing while no window is open. UI thread, inside a loop.
+    void act();
+    /// How many ticks of the loop the last deed deserves before the next.
+    [[nodiscard]] int patience() const { return m_patience; }
+    /// A number for all deeds so far and the windows they met: equal courses have equal ones.
+    [[nodiscard]] std::uint64_t course() const { return m_course; }
+    /// Deeds by the class of the window they met.
+    [[nodiscard]] const std::map<std::u16string, int>& deeds() const { return m_deeds; }
+
+private:
+    struct Deed {
+        int weight;
+        void (RandomUser::*act)();
+    };
+
+    [[nodiscard]] int below(int limit);
+    [[nodiscard]] bool oneIn(int count) { return below(count) == 0; }
+    [[nodiscard]] platform::Point anyPoint();
+    [[nodiscard]] platform::Modifiers anyModifiers();
+    [[nodiscard]] std::u16string anyText();
+    void note(std::uint64_t what);
+    void answerFileDialog();
+
+    void clickControl();
+    void clickAnywhere();
+    void doubleClick();
+    void pressOnly();
+    void drag();
+    void turnWheel();
+    void pressKey();
+    void typeText();
+    void compose();
+    void pickFromDropList();
+    void askToClose();
+    void harmAFile();
+
+    test::ScriptedGui& m_gui;
+    std::unique_ptr<platform::TestInput> m_input;
+    std::mt19937_64 m_random;
+    toolkit::WindowImplBase* m_window = nullptr; ///< on top, valid during a deed
+    int m_patience = 1;
+    std::uint64_t m_course = 0;
+    std::map<std::u16string, int> m_deeds;
+};
+
+} // namespace soak

@@ -1,0 +1,298 @@
+// Random events on the whole editor for a long time: the program runs again and again in a folder
+// of its own, a random user works its windows, and between two runs memory, threads and handles
+// must be back where they were.
+//
+//   quorvel-soak DATA FOLDER [--minutes N] [--seed S] [--from SESSION] [--events N]
+//
+// DATA is the tree's data folder, FOLDER is emptied and used. Each session prints one line; what
+// the program says goes to FOLDER/stderr.txt, anew in each session. A run that fails is repeated
+// by its seed, and by the number of its last session. Exit 0 when nothing was found.
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "app/Program.h"
+#include "core/Log.h"
+#include "core/Text.h"
+#include "tests/soak/RandomUser.h"
+#include "tests/support/ClipMaker.h"
+#include "tests/support/ProcessFigures.h"
+#include "tests/support/TempFolder.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using support::ProcessFigures;
+
+constexpr auto kTick = std::chrono::milliseconds(1);
+constexpr auto kHang = std::chrono::seconds(120);
+
+struct Options {
+    fs::path data;
+    fs::path folder;
+    double minutes = 1;
+    std::uint64_t seed = std::random_device{}();
+    int firstSession = 0;
+    int events = 3000; ///< of a session
+};
+
+/// Posts ticks into the loops of `gui`, one at a time, so that timers and paints have their turn.
+class Ticker {
+public:
+    Ticker(platform::EventLoop& loop, std::function<void()> tick)
+        : m_loop(loop), m_tick(std::move(tick)), m_thread([this] { run(); }) {}
+    ~Ticker() {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_stops = true;
+        }
+        m_wake.notify_all();
+        m_thread.join();
+        m_loop.processEvents(false); // the last tick belongs to this object
+    }
+    Ticker(const Ticker&) = delete;
+    Ticker& operator=(const Ticker&) = delete;
+
+private:
+    void run() {
+        auto posted = std::chrono::steady_clock::now();
+        std::unique_lock lock(m_mutex);
+        while (!m_wake.wait_for(lock, kTick, [this] { return m_stops; })) {
+            if (!m_waits.exchange(true)) {
+                posted = std::chrono::steady_clock::now();
+                m_loop.post([this] {
+                    m_waits = false;
+                    m_tick();
+                });
+            } else if (std::chrono::steady_clock::now() - posted > kHang) {
+                std::puts("FAILED: the program hangs");
+                (void)std::fflush(stdout);
+                std::abort(); // leaves the stacks to look at
+            }
+        }
+    }
+
+    platform::EventLoop& m_loop;
+    std::function<void()> m_tick;
+    std::atomic<bool> m_waits{false};
+    std::mutex m_mutex;
+    std::condition_variable m_wake;
+    bool m_stops = false;
+    std::thread m_thread;
+};
+
+/// The program ends its window system; the soak's own stays, and can end the program.
+class BorrowedGui final : public platform::Gui {
+public:
+    BorrowedGui(platform::Gui& gui, const bool& ends) : m_gui(gui), m_ends(ends) {}
+    platform::WindowHost& windows() override { return m_gui.windows(); }
+    platform::EventLoop& loop() override { return m_gui.loop(); }
+    platform::FontSet& fonts() override { return m_gui.fonts(); }
+    platform::FileDialog& fileDialog() override { return m_gui.fileDialog(); }
+    platform::ComponentLibrary& components() override { return m_gui.components(); }
+    bool isEnding() const override { return m_ends; }
+
+private:
+    platform::Gui& m_gui;
+    const bool& m_ends;
+};
+
+class Soak {
+public:
+    explicit Soak(const Options& options);
+    /// Whether nothing was found.
+    [[nodiscard]] bool run();
+
+private:
+    void layScenes() const;
+    void session(int number);
+    [[nodiscard]] bool judge() const;
+
+    Options m_options;
+    std::unique_ptr<platform::Gui> m_real = platform::createGui();
+    std::vector<ProcessFigures> m_figures; ///< after each session
+    std::map<std::string, int> m_deeds;    ///< by the window's class
+};
+
+Soak::Soak(const Options& options) : m_options(options) {
+    if (!m_real) {
+        throw std::runtime_error("no display");
+    }
+    fs::remove_all(options.folder);
+    // Two levels down, where settings beside the product would be its own.
+    const fs::path work = options.folder / "product" / "editor";
+    fs::create_directories(work / "videos");
+    fs::copy(options.data / "UI", work / "UI", fs::copy_options::recursive);
+    fs::copy(options.data / "Translations.ini", work / "Translations.ini");
+    fs::current_path(work);
+    support::ClipSpec clip;
+    clip.frames = 40;
+    const support::Bytes whole = support::makeClip(clip);
+    support::writeBytes("videos/short.ogv", whole);
+    support::writeBytes("videos/cut.ogv",
+                        support::Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(
+                                                                          whole.size() / 2)));
+    clip.sound = support::Sound::after;
+    clip.width = 320;
+    clip.height = 240;
+    support::writeBytes("videos/sound.ogg", support::makeClip(clip));
+}
+
+/// Two scenes as an author might have left them, one that is damaged.
+void Soak::layScenes() const {
+    fs::remove_all("Scenes");
+    for (const char* name : {"Drill", "Second", "Damaged"}) {
+        fs::create_directories(fs::path("Scenes") / name);
+    }
+    fs::copy_file("videos/short.ogv", "Scenes/Drill/door.ogv");
+    fs::copy_file("videos/sound.ogg", "Scenes/Drill/hall.ogg");
+    fs::copy_file("videos/cut.ogv", "Scenes/Second/cut.ogv");
+    support::writeBytes("Scenes/Drill/Scene.xml",
+                        "<Scene><Name>Drill</Name><FirstBranch>A</FirstBranch>"
+                        "<Branch><ID>A</ID><Filename>door.ogv</Filename>"
+                        "<Action><Type>ZoneAction</Type><Parameter>Z</Parameter></Action></Branch>"
+                        "<Branch><ID>B</ID><Filename>hall.ogg</Filename></Branch></Scene>");
+    support::writeBytes("Scenes/Second/Scene.xml", "<Scene><Name>Second</Name><Branch><ID>A</ID>"
+                                                   "<Filename>cut.ogv</Filename></Branch></Scene>");
+    support::writeBytes("Scenes/Damaged/Scene.xml", "<Scene><Name>");
+}
+
+void Soak::session(int number) {
+    const auto begin = std::chrono::steady_clock::now();
+    layScenes();
+    (void)std::freopen("../../stderr.txt", "w", stderr);
+    std::printf("session %d of seed %llu: ", number,
+                static_cast<unsigned long long>(m_options.seed));
+    (void)std::fflush(stdout);
+    core::Log::get();
+    std::seed_seq mixed{static_cast<unsigned>(m_options.seed),
+                        static_cast<unsigned>(m_options.seed >> 32), static_cast<unsigned>(number)};
+    std::vector<std::uint32_t> seed(2);
+    mixed.generate(seed.begin(), seed.end());
+    test::ScriptedGui gui(*m_real);
+    int left = m_options.events;
+    int pause = 0;
+    bool ends = false;
+    int exitCode = 0;
+    std::uint64_t course = 0;
+    {
+        soak::RandomUser user(gui, std::uint64_t{seed[0]} << 32 | seed[1]);
+        const Ticker ticker(gui.loop(), [&] {
+            if (ends) {
+                gui.loop().postQuit(0);
+            } else if (--pause < 0) {
+                user.act();
+                pause = user.patience();
+                ends = --left <= 0;
+            }
+        });
+        exitCode =
+            app::runProgram("TestMode", [&] { return std::make_unique<BorrowedGui>(gui, ends); });
+        course = user.course();
+        for (const auto& [window, deeds] : user.deeds()) {
+            m_deeds[core::storedText(window)] += deeds;
+        }
+        ends = true; // of a tick that still waits
+    }
+    core::Log::release();
+    m_figures.push_back(support::processFigures());
+    const ProcessFigures& now = m_figures.back();
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+    std::printf("%d events, course %016llx, %zu KB, %d threads, %d handles, %.1f s, exit %d\n",
+                m_options.events - left, static_cast<unsigned long long>(course),
+                now.heapBytes / 1024, now.threads, now.handles, took.count(), exitCode);
+    (void)std::fflush(stdout);
+}
+
+/// The quarter in the middle against the last one: the first sessions fill caches.
+bool Soak::judge() const {
+    const std::size_t quarter = m_figures.size() / 4;
+    if (quarter < 2) {
+        std::puts("too few sessions to compare");
+        return true;
+    }
+    const auto median = [&](std::size_t from, auto figure) {
+        std::vector<std::size_t> values;
+        for (std::size_t i = from; i < from + quarter; ++i) {
+            values.push_back(static_cast<std::size_t>(figure(m_figures[i])));
+        }
+        std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(quarter / 2),
+                         values.end());
+        return values[quarter / 2];
+    };
+    const auto grows = [&](const char* what, std::size_t allowance, auto figure) {
+        const std::size_t before = median(quarter, figure);
+        const std::size_t after = median(m_figures.size() - quarter, figure);
+        std::printf("%s: %zu, at the end %zu\n", what, before, after);
+        return after > before + allowance;
+    };
+    const bool memory = grows("bytes", support::kHeapTolerance,
+                              [](const ProcessFigures& f) { return f.heapBytes; });
+    const bool threads = grows("threads", 0, [](const ProcessFigures& f) { return f.threads; });
+    const bool handles = grows("handles", 2, [](const ProcessFigures& f) { return f.handles; });
+    return !memory && !threads && !handles;
+}
+
+bool Soak::run() {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                        std::chrono::duration<double>(m_options.minutes * 60));
+    int number = m_options.firstSession;
+    do {
+        session(number++);
+    } while (Clock::now() < end);
+    for (const auto& [window, deeds] : m_deeds) {
+        std::printf("%s: %d events\n", window.c_str(), deeds);
+    }
+    const bool good = judge();
+    std::printf("%s: %zu sessions, seed %llu\n", good ? "nothing found" : "FAILED: growth",
+                m_figures.size(), static_cast<unsigned long long>(m_options.seed));
+    return good;
+}
+
+Options parse(const std::vector<std::string>& arguments) {
+    Options options;
+    options.data = fs::absolute(arguments.at(0));
+    options.folder = fs::absolute(arguments.at(1));
+    for (std::size_t i = 2; i < arguments.size(); i += 2) {
+        const std::string& value = arguments.at(i + 1);
+        if (arguments[i] == "--minutes") {
+            options.minutes = std::stod(value);
+        } else if (arguments[i] == "--seed") {
+            options.seed = std::stoull(value);
+        } else if (arguments[i] == "--from") {
+            options.firstSession = std::stoi(value);
+        } else if (arguments[i] == "--events") {
+            options.events = std::stoi(value);
+        } else {
+            throw std::invalid_argument(arguments[i]);
+        }
+    }
+    return options;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return Soak(parse({argv + 1, argv + argc})).run() ? 0 : 1;
+    } catch (const std::exception& error) {
+        std::printf("FAILED: %s\nusage: quorvel-soak DATA FOLDER [--minutes N] [--seed S] "
+                    "[--from SESSION] [--events N]\n",
+                    error.what());
+        return 2;
+    }
+}

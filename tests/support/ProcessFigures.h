@@ -1,0 +1,18 @@
+// What this process holds at the moment: for tests that watch for growth.
+#pragma once
+
+#include <cstddef>
+
+namespace support {
+
+struct ProcessFigures {
+    std::size_t heapBytes = 0; ///< allocated and not freed; on Windows the private memory
+    int threads = 0;
+    int handles = 0; ///< open files; on Windows all kernel handles
+};
+[[nodiscard]] ProcessFigures processFigures();
+
+/// How far two equal states differ in heapBytes at most: caches, and what the system keeps.
+extern const std::size_t kHeapTolerance;
+
+} // namespace support
