@@ -110,6 +110,7 @@ private:
     int m_zoneCounter = 0;      ///< never decreases: names repeat only in another window
     std::u16string m_shownName; ///< what the program last put into the name edit
     ui::NameList m_zoneNames;
+    std::u16string m_saved; ///< tells of the last save; empty before it and when it failed
     std::shared_ptr<ZoneEdit*> m_self; ///< for tasks that may run after the window is gone
 };
 

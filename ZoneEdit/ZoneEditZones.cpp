@@ -37,6 +37,7 @@ void ZoneEdit::fillZones(int select) {
         showZone();
     }
     updateEnabled();
+    showCaption();
 }
 
 void ZoneEdit::chooseZone(Control& /*sender*/) {
@@ -99,11 +100,9 @@ void ZoneEdit::removeZone(Control& /*sender*/) {
 
 void ZoneEdit::saveZones(Control& /*sender*/) {
     if (m_zones && m_loaded) {
-        const bool good = m_zones->save(context().state.zoneEditVideo);
+        m_zones->save(context().state.zoneEditVideo);
+        m_saved = m_zones->lastSaveFailure().empty() ? ui::savedText() + u" " : std::u16string();
         showCaption();
-        const bool saved = good && m_zones->lastSaveFailure().empty();
-        setTextOf(kSavedLabel, saved ? ui::savedText() : std::u16string());
-        setVisibleOf(kSavedLabel, saved);
     }
 }
 
@@ -124,6 +123,10 @@ void ZoneEdit::showCaption() {
         text += u"    " + problem;
     }
     setTextOf(kVideoLabel, text);
+    const bool unreadable = std::any_of(m_zoneNames.stored.begin(), m_zoneNames.stored.end(),
+                                        [](const auto& name) { return ui::breaksFile(name); });
+    setTextOf(kNoteLabel, m_saved + (unreadable ? ui::kUnreadableZoneHint : u""));
+    setVisibleOf(kNoteLabel, problem.empty());
 }
 
 void ZoneEdit::updateEnabled() {

@@ -33,17 +33,20 @@ bool parse(const std::string& path, tinyxml2::XMLDocument& document) {
 } // namespace
 
 bool SceneManager::Load(const std::string& name) {
-    if (!dropBranches()) {
+    m_loadFailed = !dropBranches();
+    if (m_loadFailed) {
         return false;
     }
     if (!name.empty()) {
         m_name = name;
     }
-    return readFile(core::withSeparator(std::string(kScenesFolder) + "/" + m_name));
+    m_loadFailed = !readFile(core::withSeparator(std::string(kScenesFolder) + "/" + m_name));
+    return !m_loadFailed;
 }
 
 bool SceneManager::loadFolder(const std::string& folder) {
-    return dropBranches() && readFile(folder);
+    m_loadFailed = !dropBranches() || !readFile(folder);
+    return !m_loadFailed;
 }
 
 bool SceneManager::dropBranches() {

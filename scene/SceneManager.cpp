@@ -51,6 +51,7 @@ bool SceneManager::newScene(const std::string& name) {
     m_branchManager = std::move(branches);
     m_firstBranch.clear();
     m_name = name;
+    m_loadFailed = false;
     return true;
 }
 

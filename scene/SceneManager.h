@@ -36,6 +36,8 @@ public:
     /// The same for a folder anywhere, which ends in a separator; the name held stays unless the
     /// file has one.
     bool loadFolder(const std::string& folder);
+    /// Whether the scenario last asked for could not be loaded; false again with the next one.
+    [[nodiscard]] bool loadFailed() const { return m_loadFailed; }
     /// Writes into `folder`, which ends in a separator and is made when missing. False when the
     /// file did not reach the disk; the old one is whole then.
     bool Save(const std::string& folder);
@@ -72,6 +74,7 @@ private:
     std::string m_name;
     std::string m_firstBranch;
     std::string m_saveFailure;
+    bool m_loadFailed = false;
 };
 
 } // namespace scene

@@ -16,6 +16,7 @@
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
 #include "ui/NameList.h"
+#include "ui/SceneHints.h"
 
 namespace scene {
 class Action;
@@ -112,6 +113,7 @@ private:
     void updateEnabled();
     void updateEmptyText();
     void updateStatus();
+    [[nodiscard]] CopyStatus importStatus() const; ///< only while one is under way
 
     ComponentScope m_components;
     /// Ends in "\"; empty when the working directory is unknown.

@@ -56,29 +56,30 @@ void BranchList::updateEmptyText() {
     setVisibleOf(kEmptyLine, empty);
 }
 
+CopyStatus BranchList::importStatus() const {
+    CopyStatus status;
+    status.name = m_importNames.front();
+    status.count = m_importCount;
+    status.number = m_importCount - static_cast<int>(m_importNames.size()) + 1;
+    status.copiedBytes = m_import.copiedBytes();
+    status.totalBytes = m_import.totalBytes();
+    return status;
+}
+
 void BranchList::updateStatus() {
     if (scene() == nullptr) {
         return;
     }
+    std::u16string problem;
     std::u16string text;
     if (isImporting()) {
-        CopyStatus status;
-        status.name = m_importNames.front();
-        status.count = m_importCount;
-        status.number = m_importCount - static_cast<int>(m_importNames.size()) + 1;
-        status.copiedBytes = m_import.copiedBytes();
-        status.totalBytes = m_import.totalBytes();
-        text = copyText(status);
-    }
-    std::u16string problem;
-    if (text.empty()) {
+        text = copyText(importStatus());
+    } else {
         problem = notSavedText(scene()->saveFailure());
-        text = problem;
+        const std::u16string hint = unreadableHint(*scene());
+        text = problem.empty() ? m_saved + (hint.empty() ? m_usualStatus : hint) : problem;
     }
-    if (text.empty()) {
-        text = unreadableHint(unreadableName(*scene()));
-    }
-    setTextOf(kStatus, text.empty() ? m_saved + m_usualStatus : text);
+    setTextOf(kStatus, text);
     showProblem(problem, kStatus);
 }
 

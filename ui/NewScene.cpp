@@ -41,7 +41,7 @@ void NewScene::Notify(toolkit::TNotifyUI& message) {
 
 void NewScene::showHint() {
     if (const toolkit::CControlUI* edit = findControl(kNameEdit)) {
-        const bool readsBack = !breaksSceneFile(core::storedText(edit->GetText()));
+        const bool readsBack = !breaksFile(core::storedText(edit->GetText()));
         setTextOf(kHint, readsBack ? m_usualHint : std::u16string(kUnreadableSceneHint));
     }
 }

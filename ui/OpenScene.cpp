@@ -20,6 +20,7 @@ constexpr std::u16string_view kLoadButton = u"ButtonLoadScene";
 constexpr std::u16string_view kEmptyIcon = u"EmptyIcon";
 constexpr std::u16string_view kEmptyHeading = u"EmptyHeading";
 constexpr std::u16string_view kEmptyLine = u"EmptyLine";
+constexpr std::u16string_view kHint = u"LabelHint";
 constexpr int kRowHeight = 16;
 constexpr int kListFont = 2;
 
@@ -35,6 +36,7 @@ OpenScene::OpenScene(const WindowContext& context)
 
 void OpenScene::InitWindow() {
     fillList();
+    showFailedLoad();
     const bool empty = m_scenes.empty();
     setEnabledOf(kLoadButton, !empty);
     if (!empty) {
@@ -56,6 +58,15 @@ void OpenScene::fillList() {
     }
     if (list->GetCount() > 0) {
         list->SelectItem(0);
+    }
+}
+
+void OpenScene::showFailedLoad() {
+    const auto& manager = context().services.sceneManager;
+    if (manager && manager->loadFailed()) {
+        showProblem(core::displayText("\"" + manager->Name() + "\"") +
+                        u" cannot be opened: its Scene.xml is not readable.",
+                    kHint);
     }
 }
 

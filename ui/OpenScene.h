@@ -23,6 +23,8 @@ public:
 
 private:
     void fillList();
+    /// Why this window is back although a scene was chosen.
+    void showFailedLoad();
     void addRow(toolkit::CContainerUI& list, const std::string& name);
     void loadScene(toolkit::CControlUI& sender);
     void newScene(toolkit::CControlUI& sender);

@@ -11,34 +11,36 @@ namespace ui {
 
 namespace {
 
+std::string quoted(const std::string& text) {
+    return "\"" + text + "\"";
+}
+
 std::string unreadableIn(const scene::SceneManager& scene, int branch) {
-    std::vector<std::string> texts{scene.branchID(branch), scene.branchFilename(branch)};
+    const std::string id = scene.branchID(branch);
+    for (const std::string& text : {id, scene.branchFilename(branch)}) {
+        if (breaksFile(text)) {
+            return quoted(text);
+        }
+    }
     std::vector<std::shared_ptr<scene::Action>> actions;
     scene.branchActions(branch, actions);
     for (const auto& action : actions) {
-        texts.push_back(action->Parameter());
-        texts.push_back(action->BranchID());
-    }
-    for (const std::string& text : texts) {
-        if (breaksSceneFile(text)) {
-            return text;
+        for (const std::string& text : {action->Parameter(), action->BranchID()}) {
+            if (breaksFile(text)) {
+                // The row may show nothing: its branch or zone can be gone.
+                return quoted(text) + " in an action of " + quoted(id);
+            }
         }
     }
     return {};
 }
 
-} // namespace
-
-bool breaksSceneFile(std::string_view text) {
-    return text.find('<') != std::string_view::npos;
-}
-
+/// The first name of the scene that breaks its file, in quotes, and where it is found.
 std::string unreadableName(const scene::SceneManager& scene) {
-    if (breaksSceneFile(scene.Name())) {
-        return scene.Name();
-    }
-    if (breaksSceneFile(scene.FirstBranch())) {
-        return scene.FirstBranch();
+    for (const std::string& text : {scene.Name(), scene.FirstBranch()}) {
+        if (breaksFile(text)) {
+            return quoted(text);
+        }
     }
     for (int branch = 0; branch < scene.branchCount(); ++branch) {
         std::string found = unreadableIn(scene, branch);
@@ -47,6 +49,12 @@ std::string unreadableName(const scene::SceneManager& scene) {
         }
     }
     return {};
+}
+
+} // namespace
+
+bool breaksFile(std::string_view text) {
+    return text.find('<') != std::string_view::npos;
 }
 
 std::u16string copyText(const CopyStatus& status) {
@@ -76,11 +84,12 @@ std::u16string savedText() {
     return core::displayText("Saved at " + core::services().clock->localTimeText() + ".");
 }
 
-std::u16string unreadableHint(const std::string& unreadable) {
-    return unreadable.empty()
-               ? std::u16string()
-               : core::displayText("The name \"" + unreadable +
-                                   "\" holds a \"<\": a scene saved with it will not load again.");
+std::u16string unreadableHint(const scene::SceneManager& scene) {
+    const std::string name = unreadableName(scene);
+    return name.empty() ? std::u16string()
+                        : core::displayText("The name " + name +
+                                            " holds a \"<\": a scene saved with it will not load "
+                                            "again.");
 }
 
 } // namespace ui

@@ -17,12 +17,13 @@ namespace ui {
 inline constexpr std::u16string_view kUnreadableSceneHint =
     u"A scene with \"<\" in its name will not load again.";
 
-/// True for a text that, written into a scene file as it is, keeps the file from being read again.
-[[nodiscard]] bool breaksSceneFile(std::string_view text);
+/// The zone editor's hint while a zone's name holds one: scenes read the names from that file.
+inline constexpr const char16_t* kUnreadableZoneHint =
+    u"A name with \"<\" hides all zones of this video from the branch editor.";
 
-/// The first name of the scene that breaks its file: its own, the first branch's, a branch's, a
-/// video's, a parameter or a target. Empty when the scene reads back.
-[[nodiscard]] std::string unreadableName(const scene::SceneManager& scene);
+/// True for a text that, written into a scene or zone file as it is, keeps the file from being read
+/// again.
+[[nodiscard]] bool breaksFile(std::string_view text);
 
 /// One video being copied, as the strip shows it.
 struct CopyStatus {
@@ -41,7 +42,8 @@ struct CopyStatus {
 /// What a good save tells: the time of day, so that the next one looks different.
 [[nodiscard]] std::u16string savedText();
 
-/// A hint about `unreadable`, as unreadableName gives it; empty for an empty name.
-[[nodiscard]] std::u16string unreadableHint(const std::string& unreadable);
+/// A hint about the first name that breaks the scene's file: its own, the first branch's, a
+/// branch's, a video's, a parameter or a target. Empty when the scene reads back.
+[[nodiscard]] std::u16string unreadableHint(const scene::SceneManager& scene);
 
 } // namespace ui

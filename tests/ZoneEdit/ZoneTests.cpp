@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/Text.h"
@@ -250,7 +251,7 @@ TEST_F(ZoneEditZones, AFailedSaveIsShownUntilTheNextGoodOne) {
     addZone();
     m_driver->click(u"ButtonSave");
     EXPECT_EQ(m_driver->get(u"LabelVideo").GetText(), u"clip.ogv");
-    EXPECT_FALSE(m_driver->get(u"LabelSaved").IsVisible());
+    EXPECT_FALSE(m_driver->get(u"LabelNote").IsVisible());
     EXPECT_TRUE(m_driver->get(u"LabelProblem").IsVisible());
     EXPECT_EQ(m_driver->get(u"LabelProblem").GetText().substr(0, 30),
               u"Not saved: clip-ZoneInfo.xml: ");
@@ -258,14 +259,29 @@ TEST_F(ZoneEditZones, AFailedSaveIsShownUntilTheNextGoodOne) {
     std::filesystem::remove("Scenes/Fire/clip-ZoneInfo.xml");
     m_driver->click(u"ButtonSave");
     EXPECT_FALSE(m_driver->get(u"LabelProblem").IsVisible());
-    EXPECT_TRUE(m_driver->get(u"LabelSaved").IsVisible());
-    EXPECT_EQ(m_driver->get(u"LabelSaved").GetText().substr(0, 9), u"Saved at ");
+    EXPECT_TRUE(m_driver->get(u"LabelNote").IsVisible());
+    EXPECT_EQ(m_driver->get(u"LabelNote").GetText().substr(0, 9), u"Saved at ");
     std::filesystem::remove("Scenes/Fire/clip-ZoneInfo.bin");
     support::makeFolder("Scenes/Fire/clip-ZoneInfo.bin");
     m_driver->click(u"ButtonSave");
-    EXPECT_FALSE(m_driver->get(u"LabelSaved").IsVisible());
+    EXPECT_FALSE(m_driver->get(u"LabelNote").IsVisible());
     EXPECT_EQ(m_driver->get(u"LabelProblem").GetText().substr(0, 30),
               u"Not saved: clip-ZoneInfo.bin: ");
+}
+
+TEST_F(ZoneEditZones, ANameThatHidesTheZonesFromScenesIsHintedAt) {
+    makeClip(3);
+    show();
+    addZone();
+    const std::pair<std::u16string, std::u16string> cases[] = {
+        {u"a & b", u""},
+        {u"a<b", u"A name with \"<\" hides all zones of this video from the branch editor."},
+        {u"a", u""},
+    };
+    for (const auto& [typed, hint] : cases) {
+        m_driver->enter(u"EditZone", typed);
+        EXPECT_EQ(m_driver->get(u"LabelNote").GetText(), hint);
+    }
 }
 
 struct Closing {

@@ -203,9 +203,9 @@ TEST_F(BranchEditor, SavesTheSceneByteForByte) {
               "\t\t<Filename></Filename>\r\n"
               "\t</Branch>\r\n"
               "</Scene>\r\n");
-    EXPECT_EQ(
-        driver.get(u"LabelStatus").GetText(),
-        u"The name \"Alarm & <co>\" holds a \"<\": a scene saved with it will not load again.");
+    EXPECT_EQ(driver.get(u"LabelStatus").GetText(),
+              u"Saved at 03:07:41 PM. The name \"Alarm & <co>\" holds a \"<\": a scene saved with "
+              u"it will not load again.");
 }
 
 TEST_F(BranchEditor, ASceneWithoutBranchesIsNotSaved) {

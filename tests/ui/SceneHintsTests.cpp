@@ -19,22 +19,28 @@ std::shared_ptr<scene::SceneManager> sceneWithTwoBranches() {
 }
 
 TEST(SceneHints, NamesThatKeepASceneFromLoadingAreFound) {
-    EXPECT_EQ(ui::unreadableName(*sceneWithTwoBranches()), "");
+    EXPECT_EQ(ui::unreadableHint(*sceneWithTwoBranches()), u"");
     const struct {
         const char* where;
         std::function<void(scene::SceneManager&)> spoil;
+        const char16_t* place;
     } cases[] = {
-        {"scene", [](auto& scene) { scene.SetName("a<b"); }},
-        {"first branch", [](auto& scene) { scene.SetFirstBranch("a<b"); }},
-        {"branch", [](auto& scene) { scene.renameBranch(1, "a<b"); }},
-        {"video", [](auto& scene) { scene.setBranchFilename(1, "a<b"); }},
-        {"parameter", [](auto& scene) { scene.action(1, 0)->SetParameter("a<b"); }},
-        {"target", [](auto& scene) { scene.action(1, 0)->SetBranchID("a<b"); }},
+        {"scene", [](auto& scene) { scene.SetName("a<b"); }, u""},
+        {"first branch", [](auto& scene) { scene.SetFirstBranch("a<b"); }, u""},
+        {"branch", [](auto& scene) { scene.renameBranch(1, "a<b"); }, u""},
+        {"video", [](auto& scene) { scene.setBranchFilename(1, "a<b"); }, u""},
+        {"parameter", [](auto& scene) { scene.action(1, 0)->SetParameter("a<b"); },
+         u" in an action of \"New Branch 3\""},
+        {"target", [](auto& scene) { scene.action(1, 0)->SetBranchID("a<b"); },
+         u" in an action of \"New Branch 3\""},
     };
     for (const auto& test : cases) {
         const auto scene = sceneWithTwoBranches();
         test.spoil(*scene);
-        EXPECT_EQ(ui::unreadableName(*scene), "a<b") << test.where;
+        EXPECT_EQ(ui::unreadableHint(*scene),
+                  std::u16string(u"The name \"a<b\"") + test.place +
+                      u" holds a \"<\": a scene saved with it will not load again.")
+            << test.where;
     }
 }
 
@@ -50,9 +56,6 @@ TEST(SceneHints, TextsOfTheStrip) {
     for (const auto& [reason, shown] : failures) {
         EXPECT_EQ(ui::notSavedText(reason), shown);
     }
-    EXPECT_EQ(ui::unreadableHint(""), u"");
-    EXPECT_EQ(ui::unreadableHint("a<b"),
-              u"The name \"a<b\" holds a \"<\": a scene saved with it will not load again.");
 }
 
 TEST(SceneHints, TextsOfACopyUnderWay) {

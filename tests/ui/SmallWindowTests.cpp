@@ -98,6 +98,22 @@ TEST_F(OpenSceneWindow, WithoutScenesItSaysWhatToDo) {
     EXPECT_EQ(scene().Name(), "kept");
 }
 
+TEST_F(OpenSceneWindow, TellsWhyItIsBackAfterASceneThatDoesNotLoad) {
+    writeBytes("Scenes/A %s/Scene.xml", "no scene");
+    show();
+    EXPECT_FALSE(m_driver->get(u"LabelProblem").IsVisible());
+    EXPECT_FALSE(scene().Load("A %s"));
+    show();
+    EXPECT_EQ(m_driver->get(u"LabelProblem").GetText(),
+              u"\"A %s\" cannot be opened: its Scene.xml is not readable.");
+    EXPECT_TRUE(m_driver->get(u"LabelProblem").IsVisible());
+    EXPECT_FALSE(m_driver->get(u"LabelHint").IsVisible());
+    writeBytes("Scenes/A %s/Scene.xml", "<Scene><Name>A</Name></Scene>");
+    EXPECT_TRUE(scene().Load("A %s"));
+    show();
+    EXPECT_TRUE(m_driver->get(u"LabelHint").IsVisible());
+}
+
 TEST_F(OpenSceneWindow, NothingChosenOpensNothing) {
     writeBytes("Scenes/A/Scene.xml", "");
     show();
