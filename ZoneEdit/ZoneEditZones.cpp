@@ -9,7 +9,7 @@
 #include "toolkit/CComboUI.h"
 #include "ui/Confirmation.h"
 #include "ui/SceneHints.h"
-#include "video/CVideoUI.h"
+#include "video/Video.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 

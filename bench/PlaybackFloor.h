@@ -3,7 +3,6 @@
 // is measured against it in the same run; it shares no code with it.
 #pragma once
 
-#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>

@@ -3,6 +3,8 @@
 #include <thread>
 #include <utility>
 
+#include "bench/Samples.h"
+
 namespace bench {
 
 PlaybackPlayer::PlaybackPlayer(std::unique_ptr<theora::TheoraDataSource> source, int queueLength) {

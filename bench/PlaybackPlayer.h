@@ -4,9 +4,7 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
-#include <string>
 
-#include "bench/Samples.h"
 #include "src/TheoraVideoManager.h"
 
 namespace bench {

@@ -4,7 +4,6 @@
 // The ratio to the floor counts, not the milliseconds: run it on a quiet machine.
 #include <atomic>
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 #include <random>
 #include <string>

@@ -6,11 +6,9 @@
 // The files lie in the current folder while it runs. Floors do what the module does for safety as
 // well: the save's brings its bytes to the disk.
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 

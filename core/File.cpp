@@ -1,6 +1,5 @@
 #include "core/File.h"
 
-#include <algorithm>
 #include <array>
 #include <new>
 

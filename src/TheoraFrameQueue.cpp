@@ -1,7 +1,6 @@
 #include "src/TheoraFrameQueue.h"
 
 #include <algorithm>
-#include <iterator>
 #include <new>
 #include <string>
 #include <utility>

@@ -3,7 +3,6 @@
 // queue's own lock for its whole duration.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <list>
 #include <memory>

@@ -3,12 +3,10 @@
 #pragma once
 
 #include <initializer_list>
-#include <string>
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
-
-#include "toolkit/AttributeText.h"
 
 namespace toolkit {
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "toolkit/AttributeTable.h"
+#include "toolkit/AttributeText.h"
 #include "toolkit/CPaintManagerUI.h"
 
 namespace toolkit {

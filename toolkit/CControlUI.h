@@ -2,7 +2,6 @@
 // Everything else that stands in a window derives from it. UI thread only.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>

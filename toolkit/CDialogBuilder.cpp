@@ -6,6 +6,7 @@
 
 #include "core/Text.h"
 #include "toolkit/AttributeTable.h"
+#include "toolkit/AttributeText.h"
 #include "toolkit/CContainerUI.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/ControlFactory.h"

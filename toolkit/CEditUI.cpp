@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "toolkit/AttributeTable.h"
+#include "toolkit/AttributeText.h"
 #include "toolkit/CPaintManagerUI.h"
-#include "toolkit/TextPaint.h"
 
 namespace toolkit {
 namespace {

@@ -1,6 +1,7 @@
 #include "toolkit/CLabelUI.h"
 
 #include "toolkit/AttributeTable.h"
+#include "toolkit/AttributeText.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/TextPaint.h"
 

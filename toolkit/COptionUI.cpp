@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "toolkit/AttributeTable.h"
+#include "toolkit/AttributeText.h"
 #include "toolkit/CPaintManagerUI.h"
 
 namespace toolkit {

@@ -1,6 +1,7 @@
 #include "toolkit/CVerticalLayoutUI.h"
 
 #include "toolkit/AttributeTable.h"
+#include "toolkit/AttributeText.h"
 #include "toolkit/BoxLayout.h"
 
 namespace toolkit {

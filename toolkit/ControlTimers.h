@@ -3,7 +3,6 @@
 #pragma once
 
 #include <map>
-#include <utility>
 
 namespace platform {
 class NativeWindow;

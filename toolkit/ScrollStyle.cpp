@@ -1,6 +1,7 @@
 #include "toolkit/ScrollStyle.h"
 
 #include "toolkit/AttributeTable.h"
+#include "toolkit/AttributeText.h"
 #include "toolkit/CPaintManagerUI.h"
 
 namespace toolkit {

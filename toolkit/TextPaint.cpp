@@ -1,7 +1,5 @@
 #include "toolkit/TextPaint.h"
 
-#include <algorithm>
-
 namespace toolkit {
 
 std::u16string fittedText(std::u16string_view text, int width, platform::FontHandle font,

@@ -1,6 +1,5 @@
 #include "toolkit/ZipArchive.h"
 
-#include <algorithm>
 #include <array>
 
 #include <zlib.h>

@@ -1,7 +1,5 @@
 #include "ui/BranchList.h"
 
-#include <cstddef>
-
 #include "core/Services.h"
 #include "core/Text.h"
 #include "core/Translations.h"

@@ -4,7 +4,6 @@
 #include "ui/BranchList.h"
 #include "ui/BranchListControls.h"
 #include "ui/SceneHints.h"
-#include "zone/ZoneManager.h"
 
 namespace ui {
 

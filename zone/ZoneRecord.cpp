@@ -4,7 +4,6 @@
 #include <cstring>
 #include <limits>
 
-#include "core/Text.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 

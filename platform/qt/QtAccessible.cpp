@@ -1,7 +1,5 @@
 #include "platform/qt/QtAccessible.h"
 
-#include <algorithm>
-
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtSurface.h"

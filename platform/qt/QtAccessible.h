@@ -4,9 +4,7 @@
 
 #include <QAccessible>
 #include <QPointer>
-#include <map>
 #include <memory>
-#include <vector>
 
 #include "platform/Accessible.h"
 

@@ -6,7 +6,6 @@
 #include <QPoint>
 #include <map>
 #include <optional>
-#include <vector>
 
 #include "platform/Window.h"
 #include "platform/qt/QtSurface.h"

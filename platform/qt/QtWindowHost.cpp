@@ -4,7 +4,6 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <algorithm>
-#include <utility>
 
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "platform/FrameBuffer.h"
 #include "platform/raster/PixelView.h"

@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "platform/Guard.h"
 #include "platform/win32/AccessibleNode.h"
 #include "platform/win32/Win32Window.h"
 

@@ -1,7 +1,5 @@
 #include "platform/win32/Win32FileStream.h"
 
-#include <cstdlib>
-
 #include <windows.h>
 
 #include <fcntl.h>

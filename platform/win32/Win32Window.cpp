@@ -1,7 +1,5 @@
 #include "platform/win32/Win32Window.h"
 
-#include <algorithm>
-
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Accessible.h"

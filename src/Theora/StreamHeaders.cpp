@@ -1,8 +1,8 @@
 #include "src/Theora/StreamHeaders.h"
 
-#include <memory>
 #include <optional>
 
+#include "src/Theora/PageReader.h"
 #include "src/TheoraException.h"
 
 namespace theora {

@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "src/Theora/OggHandles.h"
-#include "src/Theora/PageReader.h"
+#include "src/Theora/SharedSource.h"
 
 namespace theora {
 

@@ -9,8 +9,6 @@
 
 #if defined(__x86_64__)
 
-#include <cmath>
-
 #include <immintrin.h>
 
 #include "src/TheoraUtil/ColorTables.h"

@@ -7,6 +7,7 @@
 
 #include "core/Text.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "tests/support/windows/Answering.h"
 #include "zone/Zone.h"
 
 namespace {

@@ -2,8 +2,8 @@
 
 #include "app/services/CommandLine.h"
 #include "app/services/Startup.h"
-#include "core/Services.h"
 #include "core/Translations.h"
+#include "platform/FileSystem.h"
 #include "scene/SceneManager.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include "core/File.h"
 #include "core/Log.h"
 #include "core/Services.h"
 #include "tests/support/FaultyFileSystem.h"

@@ -6,7 +6,6 @@
 
 #include "app/services/CommandLine.h"
 #include "app/services/Launcher.h"
-#include "core/Log.h"
 #include "core/Services.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/MemoryFileSystem.h"

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/gui/TestGui.h"
-#include "tests/support/gui/TestWindow.h"
 
 using platform::EventLoop;
 

@@ -8,7 +8,6 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
-#include <memory>
 #include <string>
 #include <string_view>
 

@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <fstream>
 #include <numeric>
 #include <string_view>
-#include <utility>
+#include <vector>
 
 #include "toolkit/CContainerUI.h"
 #include "toolkit/DropListWindow.h"

@@ -7,7 +7,6 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <vector>
 
 #include "platform/TestInput.h"
 #include "tests/support/windows/ScriptedGui.h"

@@ -1,6 +1,5 @@
 // The colours of every mode against their definition, for every value that samples can take.
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <vector>
 

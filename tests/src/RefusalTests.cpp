@@ -1,6 +1,5 @@
 // Bad files are refused with one of the library's messages; damage behind the headers is survived.
 #include <algorithm>
-#include <array>
 #include <random>
 #include <set>
 

@@ -1,7 +1,6 @@
 #include "tests/support/ClipMaker.h"
 
 #include <algorithm>
-#include <cmath>
 #include <fstream>
 #include <memory>
 #include <stdexcept>

@@ -1,7 +1,6 @@
 // Starts nothing: notes what was asked for, and answers as told.
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "platform/Process.h"

@@ -1,36 +1,21 @@
 """check_layers on small trees: each row plants one include or #if and says whether it is refused."""
 
-import os
-import subprocess
-import sys
-import tempfile
 import unittest
 
-ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-SCRIPT = os.path.join(ROOT, "tools", "check_layers")
+from planted import run_on
 
 # Files that every planted tree holds, so that includes have something to name.
-PRESENT = ["platform/Clock.h", "app/state/ScreenState.h", "core/Log.h", "src/Manager.h",
-           "scene/Branch.h", "zone/Zone.h", "toolkit/Control.h", "video/Video.h", "ui/Window.h",
-           "ZoneEdit/ZoneEdit.h", "app/Loop.h", "tests/support/Files.h"]
-
-
-def run_on(path, text):
-    with tempfile.TemporaryDirectory() as root:
-        for name, content in [(p, "#pragma once\n") for p in PRESENT] + [(path, text)]:
-            full = os.path.join(root, name)
-            os.makedirs(os.path.dirname(full), exist_ok=True)
-            with open(full, "w", encoding="utf-8") as stream:
-                stream.write(content)
-        return subprocess.run([sys.executable, SCRIPT, root], stdout=subprocess.PIPE, text=True,
-                              check=False)
+PRESENT = dict.fromkeys(
+    ("platform/Clock.h", "app/state/ScreenState.h", "core/Log.h", "src/Manager.h", "scene/Branch.h",
+     "zone/Zone.h", "toolkit/Control.h", "video/Video.h", "ui/Window.h", "ZoneEdit/ZoneEdit.h",
+     "app/Loop.h", "tests/support/Files.h"), "#pragma once\n")
 
 
 class LayersTest(unittest.TestCase):
     def check(self, cases):
         for path, line, allowed in cases:
             with self.subTest(path=path, line=line):
-                result = run_on(path, f"// first line\n{line}\n")
+                result = run_on("check_layers", {**PRESENT, path: f"// first line\n{line}\n"})
                 self.assertEqual(result.returncode, 0 if allowed else 1, result.stdout)
                 if not allowed:
                     self.assertIn(f"{path}:2: ", result.stdout)

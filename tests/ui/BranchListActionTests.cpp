@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
+#include "toolkit/COptionUI.h"
 #include "ui/BranchList.h"
 
 namespace {

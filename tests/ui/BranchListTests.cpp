@@ -7,6 +7,7 @@
 #include "core/Services.h"
 #include "core/Text.h"
 #include "tests/support/FixedClock.h"
+#include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
 #include "ui/BranchList.h"
 

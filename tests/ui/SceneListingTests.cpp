@@ -1,5 +1,4 @@
 // Which scenes are offered, and where a scene's folder lies.
-#include <filesystem>
 #include <string>
 #include <vector>
 

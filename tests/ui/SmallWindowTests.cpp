@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/Text.h"
+#include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
 #include "ui/Confirmation.h"
 #include "ui/NewScene.h"

@@ -2,14 +2,12 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "core/Services.h"
 #include "src/TheoraVideoManager.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/LogCapture.h"

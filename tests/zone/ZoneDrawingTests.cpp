@@ -1,9 +1,9 @@
-#include <algorithm>
 #include <limits>
 
 #include "platform/raster/RasterCanvas.h"
 #include "tests/zone/RecordingCanvas.h"
 #include "tests/zone/ZoneFixture.h"
+#include "zone/ZoneView.h"
 
 namespace zone_tests {
 namespace {

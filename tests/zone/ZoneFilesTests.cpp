@@ -3,6 +3,7 @@
 #include "core/Services.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/zone/ZoneFixture.h"
+#include "zone/ZoneView.h"
 
 namespace zone_tests {
 namespace {

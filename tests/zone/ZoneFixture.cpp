@@ -2,6 +2,8 @@
 
 #include <bit>
 
+#include "zone/ZoneView.h"
+
 namespace zone_tests {
 
 std::string u32(std::uint32_t value) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <span>
 #include <string>
 #include <vector>
@@ -13,7 +12,6 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
 #include "zone/ZoneManager.h"
-#include "zone/ZoneView.h"
 
 namespace zone_tests {
 

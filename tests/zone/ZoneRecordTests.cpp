@@ -1,6 +1,7 @@
 #include "core/File.h"
 #include "tests/zone/ZoneFixture.h"
 #include "zone/Zone.h"
+#include "zone/ZoneView.h"
 
 namespace zone_tests {
 namespace {

@@ -2,6 +2,7 @@
 
 #include "tests/zone/ZoneFixture.h"
 #include "zone/ZoneShape.h"
+#include "zone/ZoneView.h"
 
 namespace zone_tests {
 namespace {

@@ -1,6 +1,5 @@
 #include "core/Paths.h"
 #include "core/Services.h"
-#include "core/StandardError.h"
 #include "scene/SceneManager.h"
 #include "tools/inspect/Command.h"
 #include "tools/inspect/Json.h"

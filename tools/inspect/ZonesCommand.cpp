@@ -1,7 +1,6 @@
 #include <charconv>
 #include <optional>
 
-#include "core/StandardError.h"
 #include "tools/inspect/Command.h"
 #include "tools/inspect/Json.h"
 #include "zone/ZoneManager.h"

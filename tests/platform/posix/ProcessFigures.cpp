@@ -1,6 +1,5 @@
 #include "tests/support/ProcessFigures.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <iterator>
 #include <string>

@@ -7,7 +7,6 @@
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtWindow.h"
 #include "tests/support/gui/TestControl.h"
-#include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
 
 using platform::AccessibleChange;

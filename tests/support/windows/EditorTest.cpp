@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "toolkit/COptionUI.h"
 #include "zone/ZoneManager.h"
 
 namespace test {

@@ -15,10 +15,8 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
-#include "tests/support/windows/Answering.h"
 #include "tests/support/windows/ScriptedGui.h"
 #include "toolkit/CListUI.h"
-#include "toolkit/COptionUI.h"
 #include "ui/EditorWindow.h"
 
 namespace test {
