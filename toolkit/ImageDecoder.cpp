@@ -1,6 +1,7 @@
 #include "toolkit/ImageDecoder.h"
 
 #include <climits>
+#include <cstdlib>
 #include <memory>
 
 #if defined(__GNUC__)
@@ -18,10 +19,16 @@
 #define STBI_NO_STDIO
 #define STBI_NO_LINEAR
 #define STBI_MAX_DIMENSIONS 8192
+// Zeroed: a scan may name tables that the file never defines, and reads what lies there.
+#define STBI_MALLOC(size) std::calloc(1, size)
+#define STBI_REALLOC(memory, size) std::realloc(memory, size)
+#define STBI_FREE(memory) std::free(memory)
 #include <stb_image.h>
 #if defined(__GNUC__)
 #pragma GCC diagnostic pop
 #endif
+
+#include "toolkit/JpegTables.h"
 
 namespace toolkit {
 namespace {
@@ -41,7 +48,7 @@ std::uint32_t premultiplied(const stbi_uc* rgba) {
 } // namespace
 
 std::optional<platform::Bitmap> decodeImage(std::span<const std::uint8_t> bytes) {
-    if (bytes.empty() || bytes.size() > INT_MAX) {
+    if (bytes.empty() || bytes.size() > INT_MAX || !jpegTablesAreSound(bytes)) {
         return std::nullopt;
     }
     const int length = static_cast<int>(bytes.size());

@@ -97,6 +97,19 @@ TEST(ImageDecoder, RefusesWhatIsNoImageDamagedOrTooLarge) {
     }
 }
 
+TEST(ImageDecoder, RefusesJpegTablesWithMoreCodesThanFit) {
+    const std::string jpeg = dataFile("grey.jpg");
+    const std::size_t table = jpeg.find("\xFF\xC4");
+    ASSERT_NE(table, std::string::npos);
+    EXPECT_TRUE(decode(std::string(jpeg).insert(table, "\xFF\xFF"))) << "filled up before it";
+    std::string tooMany = jpeg;
+    tooMany.replace(table + 5, 2, "\x01\x01");
+    EXPECT_FALSE(decode(tooMany)) << "beyond the segment";
+    std::string overflowing = jpeg.substr(0, table) + std::string("\xFF\xC4\x02\x02\x00", 5);
+    overflowing += std::string(12, '\0') + "\x40\x40\x40\x41" + std::string(512 - 17 + 2, 'x');
+    EXPECT_FALSE(decode(overflowing + jpeg.substr(table))) << "257 codes";
+}
+
 TEST_F(Images, StretchInNineParts) {
     // Corners red, edges green, middle blue; 5 x 5 with corners of 2.
     std::vector<std::uint32_t> pixels;
