@@ -74,6 +74,7 @@ private:
     bool handleKey(const platform::Event& event);
     void goToTypedFrame(Control& sender);
     void showFrame();
+    void repaintDueFrame();
     void showActive();
     void changeActive(Control& sender);
     void changeProgress(Control& sender);

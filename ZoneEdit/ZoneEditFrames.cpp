@@ -31,6 +31,15 @@ void ZoneEdit::step(void (CVideoUI::*move)()) {
     if (CVideoUI* control = checkedVideo(kStepLine)) {
         (control->*move)();
         showFrame();
+        repaintDueFrame();
+    }
+}
+
+void ZoneEdit::repaintDueFrame() {
+    // One that is decoded already need not wait for the system's next paint.
+    video::Video* video = loadedVideo();
+    if (video != nullptr && video->hasDueFrame()) {
+        repaintVideoNow();
     }
 }
 
@@ -64,6 +73,7 @@ void ZoneEdit::goToTypedFrame(Control& sender) {
         control->GoToFrame(target);
     }
     showFrame();
+    repaintDueFrame();
 }
 
 void ZoneEdit::showFrame() {

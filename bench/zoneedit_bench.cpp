@@ -1,167 +1,338 @@
-// From the press of a key to the new picture on the screen, in the real zone editor on a clip of
-// 1280 x 720: step forward and back, ten frames, a jump to a random frame, and a drag of a point.
-// Targets: a step p95 below 20 ms, ten frames below 40 ms, a mouse move of a drag below 10 ms; a
-// random jump costs what the playback library needs for it.
+// The zone editor by real input: from the press of a key to the new picture on the screen, a drag
+// of a point over a short and a very long clip, and one tick of the repaint timer. The floor of a
+// step is the playback library alone, asked for the same frames in the same rhythm.
 //
-// Usage: zoneedit_bench [CLIP]    in a folder with UI/, as build/release/bin; without a CLIP the
+// Usage: zoneedit_bench [CLIP]   prints Markdown tables. Without a CLIP (1280 x 720 is wanted) the
 // larger demo scene's. Needs a display: QT_QPA_PLATFORM=offscreen serves.
-#include <algorithm>
 #include <chrono>
+#include <condition_variable>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "ZoneEdit/ZoneEdit.h"
-#include "platform/TestInput.h"
+#include "bench/MarkdownTable.h"
+#include "tests/support/ClipMaker.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/gui/WindowDriver.h"
 #include "video/CVideoUI.h"
-#include "zone/Zone.h"
-#include "zone/ZoneManager.h"
 
 namespace {
 
+using bench::Clock;
+using bench::millisecondsSince;
+using bench::Samples;
 using platform::EventKind;
 using platform::Key;
-using Clock = std::chrono::steady_clock;
+using platform::Point;
 
 constexpr int kRounds = 200;
-constexpr const char* kDemoClip = "Scenes/Fire Drill Level 1/alarm-corridor.ogv";
+constexpr int kLongFrames = 100'000;
+constexpr double kPauseMs = 50; ///< a person's, between two presses: the decoder fills its queue
+constexpr double kLongestWaitMs = 10'000;
 
-double percentile(std::vector<double> times, double share) {
-    std::sort(times.begin(), times.end());
-    return times[static_cast<std::size_t>(static_cast<double>(times.size() - 1) * share)];
-}
+struct Move {
+    int from;
+    int to;
+};
 
-void report(const char* what, const std::vector<double>& times, const char* target) {
-    std::printf("%-26s %7.2f %7.2f %7.2f   %s\n", what, percentile(times, 0.5),
-                percentile(times, 0.95), percentile(times, 1.0), target);
-}
-
-class Bench {
-public:
-    Bench(platform::Gui& gui, const std::string& clip) : m_gui(gui) {
-        m_state.zoneEditVideo = clip;
-        m_window = zoneedit::ZoneEdit::create({gui, m_state, m_services});
-        m_input = platform::createTestInput(gui);
+/// Moves by `step` from one end of the clip to the other, again and again.
+std::vector<Move> walk(int frames, int step) {
+    std::vector<Move> moves;
+    int at = step > 0 ? 0 : frames - 1;
+    for (int round = 0; round < kRounds; ++round) {
+        if (at + step < 0 || at + step >= frames) {
+            at = step > 0 ? 0 : frames - 1;
+        }
+        moves.push_back({at, at + step});
+        at += step;
     }
-    bool open() {
+    return moves;
+}
+
+std::vector<Move> jumps(int frames) {
+    std::mt19937 random(1);
+    std::vector<Move> moves;
+    int at = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        const int to = static_cast<int>(random() % static_cast<unsigned>(frames));
+        moves.push_back({at, to});
+        at = to;
+    }
+    return moves;
+}
+
+/// The playback library without any window.
+class PlaybackAlone {
+public:
+    explicit PlaybackAlone(const std::string& clip) {
+        m_video.setFrameReadyCallback([this] {
+            const std::lock_guard lock(m_mutex);
+            m_arrived.notify_all();
+        });
+        if (!m_video.Load(clip)) {
+            throw std::runtime_error("cannot open " + clip);
+        }
+        goTo(0);
+    }
+    ~PlaybackAlone() { m_video.setFrameReadyCallback({}); }
+    PlaybackAlone(const PlaybackAlone&) = delete;
+    PlaybackAlone& operator=(const PlaybackAlone&) = delete;
+
+    Samples measure(const std::vector<Move>& moves) {
+        Samples times;
+        for (const Move& move : moves) {
+            if (m_video.currentFrame != move.from) {
+                goTo(move.from);
+                pause();
+            }
+            const auto began = Clock::now();
+            goTo(move.to);
+            times.add(millisecondsSince(began));
+            pause();
+        }
+        return times;
+    }
+    [[nodiscard]] int frameCount() const { return m_video.frameCount; }
+
+private:
+    void goTo(int frame) {
+        m_video.seekTo(frame);
+        std::unique_lock lock(m_mutex);
+        while (!m_video.RenderFrame(nullptr)) {
+            m_arrived.wait_for(lock, std::chrono::milliseconds(1));
+        }
+    }
+    /// In the rhythm of the editor's timer, which drives the library too.
+    void pause() {
+        const auto began = Clock::now();
+        std::unique_lock lock(m_mutex);
+        while (millisecondsSince(began) < kPauseMs) {
+            m_arrived.wait_for(lock, std::chrono::milliseconds(10));
+            (void)m_video.hasDueFrame();
+        }
+    }
+
+    std::mutex m_mutex;
+    std::condition_variable m_arrived;
+    video::Video m_video;
+};
+
+/// The zone editor's window on a clip.
+class Editor {
+public:
+    explicit Editor(const std::string& clip) {
+        m_state.zoneEditVideo = clip;
+        m_window = zoneedit::ZoneEdit::create({test::gui(), m_state, m_services});
         if (!m_window->Create(nullptr, u"Zone Edit", ui::kScreenStyle, ui::kScreenExtendedStyle)) {
-            return false;
+            throw std::runtime_error("no window");
         }
         m_window->ShowWindow(true);
         m_control = m_window->FindControl<video::CVideoUI>(u"Video");
-        return m_control != nullptr && m_control->video() && m_control->video()->frameCount > 0 &&
-               waitForPicture();
-    }
-    void keys(const char* what, Key key, bool shift, int start, const char* target) {
-        std::vector<double> times;
-        for (int round = 0; round < kRounds; ++round) {
-            const int frame = m_control->video()->currentFrame;
-            const int last = m_control->video()->frameCount - 1;
-            if (key == Key::right ? frame + 10 > last : frame < 10) {
-                m_control->GoToFrame(start < 0 ? last : start);
-                waitForPicture();
-                idle();
-            }
-            platform::Modifiers modifiers;
-            modifiers.shift = shift;
-            times.push_back(timed([&] {
-                m_input->key(*m_window->GetNative(), EventKind::keyDown, key, {}, modifiers);
-                m_gui.loop().processEvents(false);
-            }));
-            m_input->key(*m_window->GetNative(), EventKind::keyUp, key, {}, modifiers);
-            idle();
+        if (m_control == nullptr || !m_control->video() || m_control->video()->frameCount < 1) {
+            throw std::runtime_error("cannot open " + clip);
         }
-        report(what, times, target);
+        m_driver = std::make_unique<test::WindowDriver>(*m_window);
+        waitForPicture();
     }
-    void jumps() {
-        std::mt19937 random(1);
-        std::vector<double> times;
-        for (int round = 0; round < kRounds; ++round) {
-            const int frame =
-                static_cast<int>(random() % static_cast<unsigned>(m_control->video()->frameCount));
-            times.push_back(timed([&] { m_control->GoToFrame(frame); }));
-            idle();
+
+    Samples keys(const std::vector<Move>& moves, Key key, bool shift) {
+        platform::Modifiers modifiers;
+        modifiers.shift = shift;
+        return measure(moves, [&](int /*to*/) {
+            test::input().key(m_driver->native(), EventKind::keyDown, key, {}, modifiers);
+            test::gui().loop().processEvents(false);
+        });
+    }
+    Samples jump(const std::vector<Move>& moves) {
+        return measure(moves, [this](int to) { m_control->GoToFrame(to); });
+    }
+    void drawZone() {
+        m_driver->click(u"ButtonAddZone");
+        m_driver->click(u"OptionAddMultiPoint");
+        for (const Point point : {Point{100, 100}, Point{300, 100}, Point{400, 250},
+                                  Point{300, 400}, Point{100, 400}, Point{50, 250}}) {
+            m_driver->click(at(point));
         }
-        report("random jump", times, "(playback)");
+        m_driver->click(u"OptionMovePoint");
     }
-    void drag() {
-        const auto zones = zone::currentZoneManager();
-        const int frames = m_control->video()->frameCount;
-        zones->addZone(zone::Zone::create(frames));
-        zones->currentZone = zones->zoneCount() - 1;
-        zones->addPoint(zones->currentZone, 0, 100, 100);
-        zones->addPoint(zones->currentZone, 0, 300, 100);
-        std::vector<double> times;
-        for (int round = 0; round < kRounds; ++round) {
+    /// One sample for each move of the mouse, with the repaint that it causes.
+    Samples drag() {
+        platform::NativeWindow& window = m_driver->native();
+        Samples times;
+        test::input().mouse(window, EventKind::mouseDown, at({300, 100}));
+        test::pump();
+        for (int round = 1; round <= kRounds; ++round) {
             const auto began = Clock::now();
-            zones->moveSelectedPoint(zones->currentZone, 0, 300 + round, 100);
-            m_control->Invalidate();
-            m_window->GetNative()->repaintNow();
-            times.push_back(since(began));
+            test::input().mouse(window, EventKind::mouseMove, at({300 + round, 100}),
+                                platform::MouseButton::none);
+            test::gui().loop().processEvents(false);
+            times.add(millisecondsSince(began));
         }
-        report("one move of a drag", times, "p95 < 10 ms");
+        test::input().mouse(window, EventKind::mouseUp, at({300 + kRounds, 100}));
+        test::pump();
+        return times;
+    }
+    /// What the repaint timer causes, with the same picture or with one that was just decoded.
+    Samples ticks(bool newPicture) {
+        Samples times;
+        for (int round = 0; round < kRounds; ++round) {
+            if (newPicture) {
+                m_control->video()->seekTo(round % m_control->video()->frameCount);
+                while (!m_control->video()->hasDueFrame()) {
+                }
+            }
+            const auto began = Clock::now();
+            m_control->NeedUpdate();
+            m_driver->native().repaintNow();
+            times.add(millisecondsSince(began));
+        }
+        return times;
     }
 
 private:
-    static double since(Clock::time_point began) {
-        return std::chrono::duration<double, std::milli>(Clock::now() - began).count();
+    [[nodiscard]] Point at(Point picture) const {
+        const Point origin = m_control->GetPos().topLeft();
+        return {origin.x + picture.x, origin.y + picture.y};
     }
-    bool waitForPicture() {
+    Samples measure(const std::vector<Move>& moves, const std::function<void(int)>& go) {
+        Samples times;
+        for (const Move& move : moves) {
+            if (m_control->video()->currentFrame != move.from) {
+                m_control->GoToFrame(move.from);
+                waitForPicture();
+                pause();
+            }
+            const auto began = Clock::now();
+            go(move.to);
+            waitForPicture();
+            times.add(millisecondsSince(began));
+            pause();
+        }
+        return times;
+    }
+    void waitForPicture() {
         const auto began = Clock::now();
         while (m_control->video()->shownFrame != m_control->video()->currentFrame) {
-            if (since(began) > 10'000) {
-                return false;
+            if (millisecondsSince(began) > kLongestWaitMs) {
+                throw std::runtime_error("a picture does not come");
             }
-            m_gui.loop().processEvents(true);
+            test::gui().loop().processEvents(true);
         }
-        return true;
     }
-    /// Milliseconds from the action to the picture of the frame it leads to.
-    double timed(const std::function<void()>& action) {
+    static void pause() {
         const auto began = Clock::now();
-        action();
-        waitForPicture();
-        return since(began);
-    }
-    /// A person's pause between two presses: the decoder fills its queue.
-    void idle() {
-        const auto began = Clock::now();
-        while (since(began) < 50) {
-            m_gui.loop().processEvents(true);
+        while (millisecondsSince(began) < kPauseMs) {
+            test::gui().loop().processEvents(true);
         }
     }
 
-    platform::Gui& m_gui;
     app_state::ScreenState m_state;
     app_state::SharedServices m_services;
     std::shared_ptr<zoneedit::ZoneEdit> m_window;
-    std::unique_ptr<platform::TestInput> m_input;
+    std::unique_ptr<test::WindowDriver> m_driver;
     video::CVideoUI* m_control = nullptr;
 };
+
+struct Course {
+    const char* what;
+    Key key;
+    int step;
+    const char* target;
+};
+
+constexpr Course kCourses[] = {
+    {"step forward", Key::right, 1, "p95 < 20 ms"},
+    {"step back", Key::left, -1, "p95 < 20 ms"},
+    {"ten frames forward", Key::right, 10, "p95 < 40 ms"},
+    {"ten frames back", Key::left, -10, "p95 < 40 ms"},
+};
+
+void measureSteps(const std::string& clip) {
+    std::vector<Samples> floors;
+    int frames = 0;
+    {
+        PlaybackAlone alone(clip); // one clip plays at a time
+        frames = alone.frameCount();
+        for (const Course& course : kCourses) {
+            floors.push_back(alone.measure(walk(frames, course.step)));
+        }
+        floors.push_back(alone.measure(jumps(frames)));
+    }
+    bench::tableHead("Zone editor: from the key to the picture, " +
+                     std::filesystem::path(clip).filename().string());
+    Editor editor(clip);
+    const Samples* floor = floors.data();
+    for (const Course& course : kCourses) {
+        const bool shift = course.step * course.step > 1;
+        bench::tableRow(course.what,
+                        timesText(editor.keys(walk(frames, course.step), course.key, shift)),
+                        timesText(*floor++) + " (playback alone)", course.target);
+    }
+    bench::tableRow("jump to a random frame", timesText(editor.jump(jumps(frames))),
+                    timesText(*floor) + " (playback alone)", "the playback library's");
+    editor.drawZone();
+    bench::tableRow("a mouse move of a drag, " + std::to_string(frames) + " frames",
+                    timesText(editor.drag()), "", "< 10 ms");
+}
+
+std::string madeClip(const char* name, int width, int height, int frames, int pictureEvery) {
+    support::ClipSpec spec;
+    spec.width = width;
+    spec.height = height;
+    spec.frames = frames;
+    spec.isEmpty = [pictureEvery](int frame) { return frame % pictureEvery != 0; };
+    support::writeBytes(name, support::makeClip(spec));
+    return std::filesystem::absolute(name).string();
+}
+
+void measureLongClip() {
+    bench::tableHead("Zone editor: a clip of 100,000 frames, changes carried forward");
+    const support::LogCapture log;
+    Editor editor(madeClip("long.ogv", 64, 48, kLongFrames, 50));
+    editor.drawZone();
+    const std::size_t before = log.errors().size();
+    bench::tableRow("a mouse move of a drag", timesText(editor.drag()), "", "< 10 ms");
+    bench::tableRow("lines that the drag writes to the log",
+                    std::to_string(log.errors().size() - before), "", "0");
+}
+
+void measureTick() {
+    bench::tableHead("Zone editor: one tick of the 33 ms timer, 1920 x 1088 into 1280 x 720");
+    Editor editor(madeClip("large.ogv", 1920, 1088, 16, 1));
+    editor.drawZone();
+    bench::tableRow("repaint of the same picture", timesText(editor.ticks(false)), "", "< 6 ms");
+    bench::tableRow("repaint with a new picture", timesText(editor.ticks(true)), "", "< 6 ms");
+}
+
+int run(const std::string& clip) {
+    const support::TempFolder folder;
+    std::filesystem::copy(std::filesystem::path(QUORVEL_SOURCE_DIR) / "data" / "UI", "UI",
+                          std::filesystem::copy_options::recursive);
+    try {
+        measureSteps(clip);
+        measureLongClip();
+        measureTick();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "zoneedit_bench: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::string clip = argc > 1 ? argv[1] : kDemoClip;
-    const auto gui = platform::createGui();
-    if (!gui) {
-        std::fputs("zoneedit_bench: no display\n", stderr);
-        return 1;
-    }
-    Bench bench(*gui, clip);
-    if (!bench.open()) {
-        std::fprintf(stderr, "zoneedit_bench: cannot open %s\n", clip.c_str());
-        return 1;
-    }
-    std::printf("%-26s %7s %7s %7s   target\n", "from key to picture, ms", "median", "p95", "max");
-    bench.keys("step forward", Key::right, false, 0, "p95 < 20 ms");
-    bench.keys("step back", Key::left, false, -1, "p95 < 20 ms");
-    bench.keys("ten frames forward", Key::right, true, 0, "p95 < 40 ms");
-    bench.keys("ten frames back", Key::left, true, -1, "p95 < 40 ms");
-    bench.jumps();
-    bench.drag();
-    return 0;
+    const std::string demo =
+        std::string(QUORVEL_SOURCE_DIR) + "/demo/Scenes/Fire Drill Level 1/alarm-corridor.ogv";
+    const int exitCode = run(argc > 1 ? std::filesystem::absolute(argv[1]).string() : demo);
+    test::endGui();
+    return exitCode;
 }

@@ -1,0 +1,190 @@
+// How long the open scene window and the branch editor take to answer, with 500 scenes, 1,000
+// branches, 200 actions in one branch and 300 zones: from the press to the painted answer.
+//
+// Usage: editor_bench   prints a Markdown table. Needs a display: QT_QPA_PLATFORM=offscreen serves.
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "bench/MarkdownTable.h"
+#include "core/Translations.h"
+#include "scene/SceneManager.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/windows/EditorTest.h"
+#include "ui/BranchList.h"
+#include "ui/OpenScene.h"
+
+namespace {
+
+using bench::Clock;
+using bench::millisecondsSince;
+using bench::Samples;
+using test::WindowDriver;
+using toolkit::CComboUI;
+
+constexpr int kRounds = 15;
+constexpr int kScenes = 500;
+constexpr int kBranches = 1000;
+constexpr int kActions = 200;
+constexpr int kZones = 300;
+constexpr const char16_t* kList = u"BranchList";
+
+class Desk {
+public:
+    Desk() {
+        m_services.translations = core::Translations::create("Translations.ini", "English");
+        m_services.sceneManager = scene::SceneManager::create();
+    }
+
+    template <class Window>
+    std::shared_ptr<Window> open() {
+        auto window = Window::create({test::gui(), m_state, m_services});
+        if (!window ||
+            !window->Create(nullptr, u"Bench", ui::kScreenStyle, ui::kScreenExtendedStyle)) {
+            throw std::runtime_error("no window");
+        }
+        window->ShowWindow(true);
+        test::pump();
+        return window;
+    }
+    scene::SceneManager& scene() { return *m_services.sceneManager; }
+
+private:
+    app_state::ScreenState m_state;
+    app_state::SharedServices m_services;
+};
+
+void measure(const char* what, const std::function<void(int round)>& act,
+             const char* target = "< 100 ms") {
+    Samples times;
+    for (int round = 0; round < kRounds; ++round) {
+        const auto began = Clock::now();
+        act(round);
+        if (!toolkit::WindowImplBase::OpenWindows().empty()) {
+            test::topWindow().GetNative()->repaintNow();
+        }
+        times.add(millisecondsSince(began));
+    }
+    bench::tableRow(what, timesText(times), "", target);
+}
+
+void makeFiles() {
+    const std::filesystem::path data = std::filesystem::path(QUORVEL_SOURCE_DIR) / "data";
+    std::filesystem::copy(data / "UI", "UI", std::filesystem::copy_options::recursive);
+    std::filesystem::copy(data / "Translations.ini", "Translations.ini");
+    for (int i = 0; i < kScenes; ++i) {
+        support::writeBytes("Scenes/Scene " + std::to_string(i) + "/Scene.xml", std::string("x"));
+    }
+    std::string zones = "<ZoneInfo>";
+    for (int i = 0; i < kZones; ++i) {
+        zones += "<Zone><Name>Zone " + std::to_string(i) + "</Name></Zone>";
+    }
+    support::writeBytes("Scenes/Large/clip-ZoneInfo.xml", zones + "</ZoneInfo>");
+}
+
+/// The branch with all the actions comes first.
+void fillScene(scene::SceneManager& scene) {
+    scene.newScene("Large");
+    for (int i = 0; i < kBranches; ++i) {
+        scene.AddBranch();
+        scene.setBranchFilename(i, i == 0 ? "clip.ogv" : "clip " + std::to_string(i) + ".ogv");
+    }
+    for (int i = 0; i < kActions; ++i) {
+        const auto action = scene::Action::create();
+        action->SetType(i % 4);
+        action->SetParameter("Zone " + std::to_string(i));
+        action->SetBranchID("New Branch " + std::to_string(i + 2));
+        scene.addAction(0, action);
+    }
+}
+
+void measureOpenScene(Desk& desk) {
+    measure(
+        "open scene: the window", [&](int) { desk.open<ui::OpenScene>(); }, "< 150 ms");
+    const auto window = desk.open<ui::OpenScene>();
+    WindowDriver driver(*window);
+    measure("open scene: End, Home", [&](int round) {
+        driver.press(round % 2 == 0 ? platform::Key::end : platform::Key::home);
+    });
+    measure("open scene: a click on a row", [&](int round) {
+        driver.click(platform::Point{100, 90 + 16 * round});
+    });
+}
+
+void measureBranches(WindowDriver& driver) {
+    measure("branch list: open, Esc", [&](int) {
+        driver.click(u"ComboBranchName");
+        driver.press(platform::Key::escape);
+    });
+    driver.press(platform::Key::end);
+    measure("branch with 200 actions (Home), last branch (End)", [&](int round) {
+        driver.press(round % 2 == 0 ? platform::Key::home : platform::Key::end);
+    });
+    driver.press(platform::Key::home);
+    measure("Add Branch", [&](int) { driver.click(u"ButtonAddBranch"); });
+    driver.click(u"ComboBranchName");
+    driver.press(platform::Key::home);
+    driver.press(platform::Key::enter);
+    measure("rename: Enter in the name", [&](int round) {
+        driver.click(u"EditBranchName");
+        driver.type(round % 2 == 0 ? u"x" : u"y");
+        driver.press(platform::Key::enter);
+    });
+    measure("First branch", [&](int) { driver.click(u"CheckFirst"); });
+    measure("Save", [&](int) { driver.click(u"ButtonSave"); });
+}
+
+void measureActions(WindowDriver& driver) {
+    const auto combo = [&](std::u16string_view name) -> CComboUI& {
+        return test::inRow<CComboUI>(driver, kList, 2, name);
+    };
+    measure("a condition: open, pick",
+            [&](int round) { driver.pick(combo(u"ComboConditions"), round % 2 == 0 ? 1 : 2); });
+    driver.pick(combo(u"ComboConditions"), 2);
+    measure("a zone: open, pick", [&](int round) { driver.pick(combo(u"ComboParameter"), round); });
+    measure("a target: open, pick",
+            [&](int round) { driver.pick(combo(u"ComboBranches"), round); });
+    measure("a video: open, pick", [&](int round) { driver.pick(u"ComboVideoName", round % 2); });
+    measure("Immediate",
+            [&](int) { driver.click(test::inRow(driver, kList, 2, u"CheckImmediate")); });
+    measure("three notches of the wheel", [&](int round) {
+        driver.wheel({400, 400}, round % 2 == 0 ? -3 : 3);
+    });
+    measure("Add Action", [&](int) { driver.click(u"ButtonAddAction"); });
+    measure("Remove Action, with its question", [&](int) {
+        driver.click(test::inRow(driver, kList, kActions - 1, u"CheckImmediate"));
+        driver.clickThen(u"ButtonRemoveAction", test::answering(test::Answer::yes));
+    });
+}
+
+void run() {
+    const support::TempFolder folder;
+    makeFiles();
+    Desk desk;
+    bench::tableHead("Branch editor: 500 scenes, 1,000 branches, 200 actions, 300 zones");
+    measureOpenScene(desk);
+    fillScene(desk.scene());
+    measure(
+        "branch editor: the window", [&](int) { desk.open<ui::BranchList>(); }, "< 150 ms");
+    const auto window = desk.open<ui::BranchList>();
+    WindowDriver driver(*window);
+    measureBranches(driver);
+    measureActions(driver);
+}
+
+} // namespace
+
+int main() {
+    int exitCode = 0;
+    try {
+        run();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "editor_bench: %s\n", error.what());
+        exitCode = 1;
+    }
+    test::endGui();
+    return exitCode;
+}
