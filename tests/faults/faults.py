@@ -1,0 +1,222 @@
+#!/usr/bin/env python3
+"""An editing run under real faults: killed at random moments, every call failing in turn, a full
+disk, folders and files that may not be written, files that vanish. After each, the last completed
+save of every file must be there, whole; the one that was on its way may be there instead.
+
+Usage: faults.py PROGRAM [--rounds N] [--seed S] [--runner COMMAND]
+
+PROGRAM is the built editing_run; with a runner (Wine) it kills itself, from a thread that knows
+nothing of the saves, and what needs this system's rights and limits is left out. Exit 0 when
+nothing was lost, 1 otherwise. The seed is printed; the moments differ all the same.
+"""
+
+import argparse
+import os
+import random
+import resource
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+VARIANTS = 4
+FILES = {"Scene.xml": "scene", "clip-ZoneInfo.xml": "zones", "clip-ZoneInfo.bin": "zones",
+         "clip.ogv": "video"}
+TEMPORARIES = (".quorvel-saving.xml", ".quorvel-saving.bin", "VideoCopy.part")
+NOBODY = 65534
+LIMIT = 40000  # bytes of a file: less than any variant needs
+
+
+def read(path):
+    try:
+        with open(path, "rb") as stream:
+            return stream.read()
+    except FileNotFoundError:
+        return None
+
+
+class Faults:
+    def __init__(self, options, folder):
+        self.runner = [options.runner] if options.runner else []
+        # A copy, where another user may run it too.
+        self.program = shutil.copy(options.program, folder)
+        os.chmod(folder, 0o755)
+        self.folder = os.path.join(folder, "")
+        self.random = random.Random(options.seed)
+        self.tried = self.lost = 0
+        self.run("make", self.folder)
+        self.whole = [{name: read("%swhole%d/%s" % (self.folder, variant, name)) for name in FILES}
+                      for variant in range(VARIANTS)]
+        for name in FILES:
+            if len({contents[name] for contents in self.whole}) != VARIANTS:
+                sys.exit("the variants of %s do not differ" % name)
+
+    def command(self, *arguments):
+        return [*self.runner, self.program, *arguments]
+
+    def run(self, *arguments, expected=0, **options):
+        result = subprocess.run(self.command(*arguments), capture_output=True, text=True,
+                                check=False, **options)
+        if result.returncode != expected:
+            self.lose("%s: exit %d, %s" % (arguments, result.returncode, result.stderr))
+        return result
+
+    def lose(self, text):
+        self.lost += 1
+        print("LOST: " + text)
+
+    def scene(self, name, variant=0):
+        path = os.path.join(self.folder, name, "")
+        os.makedirs(path)
+        self.run("once", self.folder, path, str(variant))
+        return path
+
+    def check(self, scene, told, before, what, following=()):
+        """What was told to be complete must be there; of the files in `following` the successor
+        may be there instead, which is the next variant after a kill and else the last one."""
+        last = dict(before)
+        for line in told.splitlines():
+            kind, _, variant = line.partition(" ")
+            if variant.isdigit():
+                last[kind] = int(variant)
+        for name, kind in FILES.items():
+            found = read(scene + name)
+            allowed = [last[kind]]
+            if name in following:
+                allowed.append((last[kind] + 1) % VARIANTS if following is FILES else VARIANTS - 1)
+            if found not in [self.whole[variant][name] for variant in allowed]:
+                self.lose("%s: %s is neither of %s (%s bytes)" %
+                          (what, name, allowed, None if found is None else len(found)))
+        self.tried += 1
+
+    def die(self, scene):
+        """One run that ends in a kill; returns what it told."""
+        if self.runner:
+            time_left = str(self.random.randrange(2000, 400000))
+            command = self.command("forever", self.folder, scene, time_left)
+            return subprocess.run(command, capture_output=True, text=True, check=False).stdout
+        with subprocess.Popen(self.command("forever", self.folder, scene), text=True,
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as process:
+            first = process.stdout.readline()  # it has begun to save
+            time.sleep(self.random.uniform(0, 0.15))
+            process.send_signal(signal.SIGKILL)
+            return first + process.stdout.read()
+
+    def kills(self, rounds):
+        # Variant 3 comes before variant 0, the first of each run.
+        scene = self.scene("killed", VARIANTS - 1)
+        inside = 0
+        for number in range(rounds):
+            self.run("once", self.folder, scene, str(VARIANTS - 1))
+            told = self.die(scene)
+            inside += any(os.path.exists(scene + name) for name in TEMPORARIES)
+            self.check(scene, told, dict.fromkeys(FILES.values(), VARIANTS - 1),
+                       "kill %d" % number, FILES)
+        self.run("once", self.folder, scene, "1")
+        self.check(scene, "", dict.fromkeys(FILES.values(), 1), "after the kills")
+        if sorted(os.listdir(scene)) != sorted(FILES):
+            self.lose("left over: %s" % os.listdir(scene))
+        print("%d kills, %d of them inside a save" % (rounds, inside))
+
+    def calls(self):
+        result = self.run("calls", self.folder, os.path.join(self.folder, "calls", ""))
+        words = result.stdout.splitlines()[-1].split()
+        self.tried += int(words[3])
+        self.lost += int(words[5])
+        print("failing, shortened and last calls: %s" % " ".join(words))
+
+    def refused(self, name, scene, **options):
+        """Saves a larger variant where that cannot work: each file is refused or complete."""
+        told = self.run("once", self.folder, scene, "3", expected=1, **options)
+        # The list of a pair is replaced before its binary file, and may have fitted.
+        self.check(scene, told.stdout, dict.fromkeys(FILES.values(), 0), name,
+                   ("clip-ZoneInfo.xml",))
+        if "Not saved: " not in told.stderr:
+            self.lose(name + ": nobody was told, " + told.stderr)
+        print("%s: %s" % (name, told.stdout.replace("\n", ", ")))
+
+    def full_disk(self):
+        scene = os.path.join(self.folder, "full", "")
+        os.makedirs(scene)
+        mount = ["mount", "-t", "tmpfs", "-o", "size=4m", "tmpfs", scene]
+        if subprocess.run(mount, stderr=subprocess.DEVNULL, check=False).returncode != 0:
+            print("full disk: no right to mount one")
+            return
+        try:
+            self.run("once", self.folder, scene, "0")
+            with open(scene + "ballast", "wb", buffering=0) as ballast:
+                try:
+                    while ballast.write(bytes(4096)) == 4096:
+                        pass
+                except OSError:
+                    pass
+            self.refused("full disk", scene)
+        finally:
+            subprocess.run(["umount", scene], check=True)
+
+    def no_rights(self):
+        # Nothing is read-only for the superuser.
+        user = {"user": NOBODY} if os.geteuid() == 0 else {}
+        scene = self.scene("read-only folder")
+        os.chmod(scene, 0o555)
+        self.refused("read-only folder", scene, **user)
+        os.chmod(scene, 0o755)
+        scene = self.scene("read-only files")
+        os.chmod(scene, 0o777)
+        for name in FILES:
+            os.chmod(scene + name, 0o444)
+        self.refused("read-only files", scene, **user)
+
+    def vanishing(self, rounds):
+        """Somebody else clears the folder all the time: nothing may end the run but the kill."""
+        scene = self.scene("vanishing")
+        for number in range(rounds):
+            with subprocess.Popen(self.command("forever", self.folder, scene), text=True,
+                                  stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as process:
+                process.stdout.readline()
+                for _ in range(100):
+                    for name in self.random.sample((*FILES, *TEMPORARIES), 3):
+                        try:
+                            os.remove(scene + name)
+                        except FileNotFoundError:
+                            pass
+                process.send_signal(signal.SIGKILL)
+            # A run that lost its temporary refuses that save and ends by itself, with 1.
+            if process.returncode not in (1, -signal.SIGKILL):
+                self.lose("vanishing %d: exit %d" % (number, process.returncode))
+            self.run("once", self.folder, scene, "2")
+            self.check(scene, "", dict.fromkeys(FILES.values(), 2), "vanishing")
+        print("%d runs with vanishing files" % rounds)
+
+
+def limit_file_size():
+    signal.signal(signal.SIGXFSZ, signal.SIG_IGN)  # the write fails then, and the program goes on
+    resource.setrlimit(resource.RLIMIT_FSIZE, (LIMIT, LIMIT))
+
+
+def main():
+    parser = argparse.ArgumentParser(description="An editing run under real faults.")
+    parser.add_argument("program")
+    parser.add_argument("--rounds", type=int, default=10)
+    parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(1 << 32))
+    parser.add_argument("--runner")
+    options = parser.parse_args()
+    print("seed %d" % options.seed)
+    with tempfile.TemporaryDirectory() as folder:
+        faults = Faults(options, folder)
+        faults.kills(options.rounds)
+        faults.calls()
+        if not options.runner:
+            faults.refused("file-size limit", faults.scene("limited"), preexec_fn=limit_file_size)
+            faults.full_disk()
+            faults.no_rights()
+            faults.vanishing(max(options.rounds // 20, 2))
+        print("%d kills and %d faults in all: %d tried, %d lost" %
+              (options.rounds, faults.tried - options.rounds, faults.tried, faults.lost))
+        return 1 if faults.lost else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
