@@ -13,6 +13,7 @@
 #include "core/Translations.h"
 #include "scene/SceneManager.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
 #include "ui/BranchList.h"
 #include "ui/OpenScene.h"
@@ -155,7 +156,8 @@ void measureActions(WindowDriver& driver) {
     });
     measure("Add Action", [&](int) { driver.click(u"ButtonAddAction"); });
     measure("Remove Action, with its question", [&](int) {
-        driver.click(test::inRow(driver, kList, kActions - 1, u"CheckImmediate"));
+        const int last = driver.get<toolkit::CListUI>(kList).GetCount() - 1;
+        driver.click(test::inRow(driver, kList, last, u"CheckImmediate"));
         driver.clickThen(u"ButtonRemoveAction", test::answering(test::Answer::yes));
     });
 }

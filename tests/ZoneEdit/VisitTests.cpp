@@ -2,6 +2,7 @@
 #include "src/TheoraVideoManager.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "tests/support/ProcessFigures.h"
+#include "tests/support/windows/Answering.h"
 
 namespace {
 
