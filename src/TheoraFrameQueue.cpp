@@ -61,6 +61,29 @@ TheoraVideoFrame* TheoraFrameQueue::requestEmptyFrame() {
     return nullptr;
 }
 
+bool TheoraFrameQueue::reusePixels(TheoraVideoFrame& frame, std::uint64_t identity) {
+    const TheoraLock lock(m_mutex);
+    for (const Slot& slot : m_slots) {
+        if (identity == 0 || slot.frame->getPictureIdentity() != identity) {
+            continue;
+        }
+        if (slot.inUse) {
+            frame.sharePixels(*slot.frame);
+        } else { // what this frame had is left where it may be found
+            frame.swapPixels(*slot.frame);
+        }
+        return true;
+    }
+    for (auto slot = m_slots.rbegin(); slot != m_slots.rend() && slot->frame.get() != &frame;
+         ++slot) {
+        if (!slot->inUse) {
+            frame.swapPixels(*slot->frame);
+            break;
+        }
+    }
+    return false;
+}
+
 void TheoraFrameQueue::markReady(const TheoraVideoFrame* frame) {
     const TheoraLock lock(m_mutex);
     for (Slot& slot : m_slots) {

@@ -3,6 +3,7 @@
 // queue's own lock for its whole duration.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <list>
 #include <memory>
@@ -34,6 +35,11 @@ public:
     /// The first free frame, now the caller's; null when there is none. Ends in markReady or
     /// giveBack.
     [[nodiscard]] TheoraVideoFrame* requestEmptyFrame() EXCLUDES(m_mutex);
+    /// True: `frame`, which the caller took, now shows the picture of this identity, which another
+    /// frame had. False: it has the memory of the free frame that would be filled last, so that
+    /// what the others still hold may be found here later.
+    [[nodiscard]] bool reusePixels(TheoraVideoFrame& frame, std::uint64_t identity)
+        EXCLUDES(m_mutex);
     void markReady(const TheoraVideoFrame* frame) EXCLUDES(m_mutex);
     void giveBack(const TheoraVideoFrame* frame) EXCLUDES(m_mutex);
     /// Discards every decoded frame. The frame that the display holds stays untouched until it lets

@@ -20,6 +20,8 @@ struct TheoraPicture {
     std::array<TheoraPlane, 3> planes;
     int chromaShiftX = 1;
     int chromaShiftY = 1;
+    /// Pictures of one clip with the same identity have the same samples; 0 = not known.
+    std::uint64_t identity = 0;
 };
 
 } // namespace theora

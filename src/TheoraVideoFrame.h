@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "src/TheoraOutputMode.h"
 #include "src/TheoraPicture.h"
@@ -34,10 +35,17 @@ public:
     virtual void decode(const TheoraPicture& picture);
     /// Takes a picture that is already in the output mode: getHeight() rows, `rowBytes` apart.
     void copyConverted(const std::uint8_t* pixels, std::ptrdiff_t rowBytes);
+    /// Shows the pixels of `other` from now on, nothing being copied: clips repeat pictures. The
+    /// next picture of either frame goes into memory of its own. other: of the same format.
+    void sharePixels(TheoraVideoFrame& other);
+    /// Exchanges the memory, and so the pictures. other: of the same format.
+    void swapPixels(TheoraVideoFrame& other) { m_pixels.swap(other.m_pixels); }
+    /// TheoraPicture::identity of what the buffer holds; 0 = not known.
+    [[nodiscard]] std::uint64_t getPictureIdentity() const { return m_pixels->identity; }
 
     /// getHeight() rows from the top, packed at getRowBytes(), bytes in the order of the mode. The
     /// memory has room for stride * height pixels.
-    [[nodiscard]] const std::uint8_t* getBuffer() const { return m_buffer.get(); }
+    [[nodiscard]] const std::uint8_t* getBuffer() const { return m_pixels->bytes.get(); }
     [[nodiscard]] std::size_t getBufferSize() const;
     [[nodiscard]] int getRowBytes() const { return m_format.width * m_bpp; }
     [[nodiscard]] int getWidth() const { return m_format.width; }
@@ -57,9 +65,19 @@ public:
     void setIteration(int iteration) { m_iteration = iteration; }
 
 private:
+    /// Held by every frame that shows them. `spares`: what those frames had before, one less than
+    /// they are, so that a frame which needs memory of its own again always finds some.
+    struct Pixels {
+        std::unique_ptr<std::uint8_t[]> bytes;
+        std::uint64_t identity = 0;
+        std::vector<std::shared_ptr<Pixels>> spares;
+    };
+
+    void ownPixels();
+
     TheoraFrameFormat m_format;
     int m_bpp;
-    std::unique_ptr<std::uint8_t[]> m_buffer;
+    std::shared_ptr<Pixels> m_pixels = std::make_shared<Pixels>();
     int m_frameNumber = 0;
     float m_timeToDisplay = 0.0F;
     int m_iteration = 0;

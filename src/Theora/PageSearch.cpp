@@ -26,8 +26,10 @@ bool PageSearch::nextNumberedPage(PagePlace& place, std::int64_t limit) {
     ogg_page page;
     while (m_pages.next(page, limit)) {
         const std::int64_t granule = ogg_page_granulepos(&page);
+        // Old encoders repeat the position of the packet before on a page that ends none. Reading
+        // from there would miss the packet in the middle of which that page stands.
         if (ogg_page_serialno(&page) != m_layout.serial || granule < 0 ||
-            m_pages.pageOffset() < m_layout.firstPage) {
+            ogg_page_packets(&page) == 0 || m_pages.pageOffset() < m_layout.firstPage) {
             continue;
         }
         place = {m_pages.pageOffset(), m_format.frameOf(granule), m_format.keyframeOf(granule),

@@ -1,5 +1,7 @@
 #include "src/Theora/PictureDecoder.h"
 
+#include <atomic>
+
 #include "src/TheoraException.h"
 
 namespace theora {
@@ -9,6 +11,11 @@ constexpr int kDecoderLine = 203;
 constexpr std::uint8_t kBlankSample = 0x80; // as libtheora starts a stream without a keyframe
 // This far ahead decoding on is taken for shorter than a keyframe in between, without looking.
 constexpr std::int64_t kDecodeOn = 4;
+
+std::uint64_t newIdentity() {
+    static std::atomic<std::uint64_t> last{0};
+    return last.fetch_add(1) + 1;
+}
 
 } // namespace
 
@@ -35,6 +42,9 @@ bool PictureDecoder::feed(const FramePacket& packet) {
     ogg_packet copy = packet.packet;
     const int result = th_decode_packetin(m_decoder.get(), &copy, nullptr);
     const bool decoded = result == 0 || result == TH_DUPFRAME;
+    if (result != TH_DUPFRAME || !m_hasPicture) {
+        m_identity = newIdentity();
+    }
     m_hasPicture = m_hasPicture || decoded;
     m_position = packet.number;
     m_packets.drop();
@@ -137,6 +147,7 @@ TheoraPicture PictureDecoder::picture() {
             picture.planes[i] = {planes[i].data, planes[i].stride, planes[i].width,
                                  planes[i].height};
         }
+        picture.identity = m_identity;
     }
     const th_pixel_fmt format = m_headers.info->pixel_fmt;
     picture.chromaShiftX = format == TH_PF_444 ? 0 : 1;

@@ -51,6 +51,7 @@ private:
     PacketReader m_packets;
     TheoraDecoder m_decoder;
     std::int64_t m_position = -1;
+    std::uint64_t m_identity = 0; ///< of the current picture
     bool m_hasPicture = false; ///< of this decoder: before its first, libtheora gives stray memory
     std::vector<std::uint8_t> m_blank; ///< one row of grey, shown until then
 };

@@ -105,12 +105,26 @@ PlaneCache::Entry PlaneCache::takeBuffer() {
     return Entry(buffer.release(), giveBack);
 }
 
+bool PlaneCache::repeatEntry(std::int64_t frame, std::uint64_t identity) {
+    const TheoraLock lock(m_mutex);
+    const auto before = m_entries.find(frame - 1);
+    if (identity == 0 || before == m_entries.end() || !before->second->isFrame ||
+        before->second->picture.identity != identity) {
+        return false;
+    }
+    const Entry entry = before->second;
+    makeRoom();
+    m_entries.insert_or_assign(frame, entry);
+    return true;
+}
+
 void PlaneCache::store(std::int64_t frame, const TheoraPicture& picture, bool isFrame) {
-    if (!wants(frame)) {
+    if (!wants(frame) || (isFrame && repeatEntry(frame, picture.identity))) {
         return;
     }
     const Entry entry = takeBuffer(); // this one is ours alone until it is in the map
     entry->isFrame = isFrame;
+    entry->picture.identity = picture.identity;
     std::uint8_t* to = entry->samples.data();
     for (std::size_t i = 0; i < picture.planes.size(); ++i) {
         const TheoraPlane& from = picture.planes[i];

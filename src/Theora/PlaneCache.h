@@ -31,7 +31,8 @@ public:
     void setCentre(std::int64_t frame) EXCLUDES(m_mutex);
     /// Whether store() would keep a picture of this number.
     [[nodiscard]] bool wants(std::int64_t frame) const EXCLUDES(m_mutex);
-    /// Copies the picture, if it is wanted. picture: of the size given at construction.
+    /// Copies the picture, if it is wanted; one that repeats the frame before is kept once.
+    /// picture: of the size given at construction.
     void store(std::int64_t frame, const TheoraPicture& picture, bool isFrame = true)
         EXCLUDES(m_mutex);
     /// Null when the picture is not here. Stays valid as long as it is held.
@@ -46,6 +47,8 @@ public:
     [[nodiscard]] int capacity() const { return m_behind + m_ahead + 1; }
     /// Pictures before the centre that are always wanted.
     [[nodiscard]] int behind() const { return m_behind; }
+    /// Pictures behind the centre that are always wanted.
+    [[nodiscard]] int ahead() const { return m_ahead; }
 
 private:
     using Entry = std::shared_ptr<CachedPicture>;
@@ -59,6 +62,7 @@ private:
     [[nodiscard]] std::int64_t distance(std::int64_t frame) const REQUIRES(m_mutex);
     [[nodiscard]] bool wantsLocked(std::int64_t frame) const REQUIRES(m_mutex);
     [[nodiscard]] Entry takeBuffer() EXCLUDES(m_mutex);
+    [[nodiscard]] bool repeatEntry(std::int64_t frame, std::uint64_t identity) EXCLUDES(m_mutex);
     [[nodiscard]] std::unique_ptr<CachedPicture> makeBuffer() const;
     void makeRoom() REQUIRES(m_mutex);
 

@@ -1,14 +1,17 @@
 #include "src/Theora/StepBackDecoder.h"
 
 #include <algorithm>
+#include <chrono>
 #include <exception>
 
+#include "platform/ThreadPriority.h"
 #include "src/TheoraLog.h"
 
 namespace theora {
 namespace {
 
 constexpr std::int64_t kMostBehind = 256; // frames; of small pictures the cache could hold far more
+constexpr std::chrono::milliseconds kPatience{1}; // between two looks whether to give up
 
 } // namespace
 
@@ -42,13 +45,28 @@ void StepBackDecoder::prepare(std::int64_t frame) {
 void StepBackDecoder::moveTo(std::int64_t frame) {
     const TheoraLock lock(m_mutex);
     m_centre = frame;
-    const bool useful = m_goal >= 0 && m_goal < frame && frame - m_goal <= m_cache.behind();
-    if (useful) {
+    const bool isBehind = m_goal >= 0 && m_goal < frame && frame - m_goal <= m_cache.behind();
+    if (isBehind || isOnTheWayTo(frame)) {
         return;
     }
     m_useless.store(true);
     m_wanted = false;
     m_filling = false;
+}
+
+bool StepBackDecoder::isOnTheWayTo(std::int64_t frame) const {
+    return m_at >= 0 && m_at < frame && frame <= m_goal && !m_useless.load();
+}
+
+bool StepBackDecoder::waitFor(std::int64_t frame, const StopCheck& giveUp) {
+    const TheoraLock lock(m_mutex);
+    if (!isOnTheWayTo(frame)) {
+        return false;
+    }
+    while (isOnTheWayTo(frame) && !giveUp()) {
+        m_progress.wait_for(m_mutex, kPatience);
+    }
+    return true;
 }
 
 std::int64_t StepBackDecoder::chooseGoal() {
@@ -70,7 +88,8 @@ std::int64_t StepBackDecoder::chooseGoal() {
 bool StepBackDecoder::waitForGoal(std::int64_t& goal) {
     const TheoraLock lock(m_mutex);
     for (;;) {
-        m_goal = -1;
+        m_goal = m_at = -1;
+        m_progress.notify_all();
         if (!isRunning()) {
             return false;
         }
@@ -91,11 +110,8 @@ void StepBackDecoder::work(std::int64_t goal) {
         m_decoder =
             std::make_unique<PictureDecoder>(m_source, m_stop, m_headers, m_layout, m_format);
     }
-    const DecodeResult result = m_decoder->decodeTo(goal, [this](std::int64_t number) {
-        if (m_cache.wants(number)) {
-            m_cache.store(number, m_decoder->picture());
-        }
-    });
+    const DecodeResult result =
+        m_decoder->decodeTo(goal, [this](std::int64_t number) { keepPicture(number); });
     if (result == DecodeResult::stopped) {
         return;
     }
@@ -107,7 +123,19 @@ void StepBackDecoder::work(std::int64_t goal) {
     }
 }
 
+void StepBackDecoder::keepPicture(std::int64_t number) {
+    if (m_cache.wants(number)) {
+        m_cache.store(number, m_decoder->picture());
+    }
+    {
+        const TheoraLock lock(m_mutex);
+        m_at = number;
+    }
+    m_progress.notify_all();
+}
+
 void StepBackDecoder::execute() {
+    platform::lowerThreadPriority(); // the display and its worker come first
     std::int64_t goal = -1;
     while (waitForGoal(goal)) {
         try {

@@ -27,6 +27,9 @@ public:
     void prepare(std::int64_t frame) EXCLUDES(m_mutex);
     /// The display went to `frame`: work that is of no use there ends, other work goes on.
     void moveTo(std::int64_t frame) EXCLUDES(m_mutex);
+    /// Waits while this decoder is on its way to `frame`, which is shorter than starting anew, and
+    /// `giveUp` says no. True when it has come past: the frame may be in the cache.
+    [[nodiscard]] bool waitFor(std::int64_t frame, const StopCheck& giveUp) EXCLUDES(m_mutex);
 
 protected:
     void execute() override;
@@ -35,6 +38,8 @@ private:
     [[nodiscard]] bool waitForGoal(std::int64_t& goal) EXCLUDES(m_mutex);
     [[nodiscard]] std::int64_t chooseGoal() REQUIRES(m_mutex);
     void work(std::int64_t goal) EXCLUDES(m_mutex);
+    void keepPicture(std::int64_t number) EXCLUDES(m_mutex);
+    [[nodiscard]] bool isOnTheWayTo(std::int64_t frame) const REQUIRES(m_mutex);
 
     SharedSource& m_source;
     const TheoraHeaders& m_headers;
@@ -47,8 +52,10 @@ private:
 
     TheoraMutex m_mutex;
     TheoraCondition m_changed;
+    TheoraCondition m_progress;
     std::int64_t m_centre GUARDED_BY(m_mutex) = 0;
     std::int64_t m_goal GUARDED_BY(m_mutex) = -1; ///< frame in work, -1 = none
+    std::int64_t m_at GUARDED_BY(m_mutex) = -1;   ///< decoded last on the way there, -1 = none yet
     bool m_wanted GUARDED_BY(m_mutex) = false;    ///< prepare() since the last idle moment
     bool m_filling GUARDED_BY(m_mutex) = false;   ///< until the window is full
 };

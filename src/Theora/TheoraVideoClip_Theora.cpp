@@ -10,8 +10,12 @@
 namespace theora {
 namespace {
 
-constexpr std::size_t kCacheBytes = std::size_t{128} << 20U;
-constexpr float kSoundAhead = 0.5F; // seconds that sound is decoded ahead of the pictures
+constexpr std::size_t kCacheBytes = 128'000'000;
+// On the way to a far frame only these before it are kept: a copy of each would cost a good part of
+// the decoding. The step-back decoder fetches the others while the frame is looked at.
+constexpr std::int64_t kKeptBefore = 12;
+constexpr std::int64_t kLookAhead = 24; // frames from the one looked at: two steps of ten, and some
+constexpr float kSoundAhead = 0.5F;     // seconds that sound is decoded ahead of the pictures
 
 } // namespace
 
@@ -93,7 +97,9 @@ bool TheoraVideoClip_Theora::deliverPicture(const TheoraPicture& picture, std::i
     if (frame == nullptr) {
         return false;
     }
-    frame->decode(picture);
+    if (!m_frameQueue->reusePixels(*frame, picture.identity)) {
+        frame->decode(picture);
+    }
     deliver(*frame, static_cast<int>(std::min<std::int64_t>(number, INT_MAX)));
     return true;
 }
@@ -103,8 +109,9 @@ bool TheoraVideoClip_Theora::deliverCached(std::int64_t number, bool realOnly) {
     return cached && (cached->isFrame || !realOnly) && deliverPicture(cached->picture, number);
 }
 
+// Only a clip that stands still is stepped through.
 void TheoraVideoClip_Theora::keepPicture(std::int64_t number) {
-    if (m_cache->wants(number)) {
+    if (getTimer().isPaused() && number >= m_centre - kKeptBefore && m_cache->wants(number)) {
         m_cache->store(number, m_decoder->picture());
     }
 }
@@ -122,7 +129,8 @@ bool TheoraVideoClip_Theora::seekTo(int frame) {
     }
     m_frameQueue->clear();
     m_nextFrame = std::int64_t{frame} + 1;
-    if (deliverCached(frame, false)) {
+    if (deliverCached(frame, false) ||
+        (m_stepBack->waitFor(frame, m_stop) && deliverCached(frame, false))) {
         return true;
     }
     const DecodeResult result = m_decoder->decodeTo(frame, m_keep);
@@ -172,10 +180,22 @@ bool TheoraVideoClip_Theora::decodeNextFrame() {
         }
     }
     decodeSound(m_nextFrame);
-    if (m_frameQueue->isFull()) {
+    if (m_frameQueue->isFull() && getTimer().isPaused()) {
         prepareStepBack();
+        lookAhead();
     }
     return true;
+}
+
+// Decodes on behind a full queue, so that steps of ten find their frame in the cache.
+void TheoraVideoClip_Theora::lookAhead() {
+    const std::int64_t last = m_centre + std::min<std::int64_t>(kLookAhead, m_cache->ahead());
+    if (m_decoder->position() < m_nextFrame - 1) {
+        return; // it stands elsewhere: the queue was filled from the cache
+    }
+    while (m_decoder->position() < last && !m_stop() &&
+           m_decoder->decodeNext(m_keep) == DecodeResult::reached) {
+    }
 }
 
 bool TheoraVideoClip_Theora::reachedEnd() {
@@ -196,7 +216,6 @@ bool TheoraVideoClip_Theora::reachedEnd() {
     return false;
 }
 
-// Only a clip that stands still is stepped through.
 void TheoraVideoClip_Theora::prepareStepBack() {
     if (!getTimer().isPaused()) {
         return;

@@ -45,6 +45,7 @@ private:
     void keepPicture(std::int64_t number) REQUIRES(m_access);
     [[nodiscard]] bool reachedEnd() REQUIRES(m_access);
     void prepareStepBack() REQUIRES(m_access);
+    void lookAhead() REQUIRES(m_access);
 
     [[maybe_unused]] TheoraAudioInterfaceFactory* const m_audioFactory;
     StopCheck m_stop;

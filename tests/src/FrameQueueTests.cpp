@@ -12,6 +12,7 @@ namespace {
 using theora::TheoraFrameFormat;
 using theora::TheoraFrameQueue;
 using theora::TheoraOutputMode;
+using theora::TheoraPicture;
 using theora::TheoraVideoFrame;
 
 std::unique_ptr<TheoraVideoFrame> makeFrame() {
@@ -129,6 +130,57 @@ TEST(FrameQueue, AdvancingDropsOnlyWhatStandsBefore) {
         EXPECT_TRUE(queue.isFull());
         for (int i = 12; i < 16; ++i) {
             EXPECT_EQ(frontNumber(queue), i);
+            queue.pop();
+        }
+    }
+}
+
+/// A picture of 4 x 2 pixels of one luma.
+TheoraPicture greyPicture(const std::uint8_t& luma, const std::uint8_t& chroma,
+                          std::uint64_t identity) {
+    TheoraPicture picture;
+    picture.planes = {{{&luma, 0, 1, 2}, {&chroma, 0, 1, 1}, {&chroma, 0, 1, 1}}};
+    picture.identity = identity;
+    return picture;
+}
+
+TEST(FrameQueue, PicturesThatComeAgainAreNotConvertedAgain) {
+    TheoraFrameQueue queue(makeFrame);
+    queue.setSize(4);
+    const std::uint8_t lumas[] = {16, 60, 100, 140, 180, 220};
+    const std::uint8_t chroma = 128;
+    int converted = 0;
+    const auto fillAll = [&](const std::vector<unsigned>& pictures) {
+        converted = 0;
+        for (const unsigned at : pictures) {
+            TheoraVideoFrame* frame = queue.requestEmptyFrame();
+            ASSERT_NE(frame, nullptr);
+            if (!queue.reusePixels(*frame, at)) {
+                frame->decode(greyPicture(lumas[at], chroma, at));
+                ++converted;
+            }
+            frame->setFrameNumber(static_cast<int>(at));
+            queue.markReady(frame);
+        }
+    };
+    const struct {
+        std::vector<unsigned> pictures;
+        int converted;
+    } rounds[] = {
+        {{1, 2, 3, 4}, 4}, {{5, 1, 2, 3}, 1}, // stepped back by one
+        {{1, 2, 3, 4}, 1},                    // and forward again
+        {{2, 2, 2, 2}, 0},                    // repeated
+        {{2, 3, 3, 5}, 2}, {{0, 0, 0, 0}, 4}, // unknown: always converted
+        {{1, 1, 4, 1}, 2}, {{4, 2, 4, 1}, 1},
+    };
+    for (const auto& round : rounds) {
+        fillAll(round.pictures);
+        EXPECT_EQ(converted, round.converted);
+        for (const unsigned at : round.pictures) {
+            ASSERT_EQ(frontNumber(queue), static_cast<int>(at));
+            TheoraVideoFrame expected({TheoraOutputMode::TH_RGB, 4, 2, 4});
+            expected.decode(greyPicture(lumas[at], chroma, at));
+            EXPECT_EQ(queue.front()->getBuffer()[0], expected.getBuffer()[0]) << at;
             queue.pop();
         }
     }

@@ -2,6 +2,9 @@
 
 #include <chrono>
 
+#include "core/StandardError.h"
+#include "src/TheoraLog.h"
+
 namespace inspect {
 namespace {
 
@@ -28,10 +31,13 @@ FrameFetcher::FrameFetcher(const std::string& file) {
     });
     m_clip = m_manager.createClip(file, theora::TheoraOutputMode::TH_RGB);
     m_clip->setRestartAtEnd(false);
+    // From here on the library's lines are about single frames, as in a seek behind the end.
+    theora::setLogHook(core::tellStandardError);
 }
 
 FrameFetcher::~FrameFetcher() {
     m_manager.setFrameReadyCallback({});
+    theora::setLogHook({});
 }
 
 bool FrameFetcher::atEnd() const {

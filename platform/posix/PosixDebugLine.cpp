@@ -1,0 +1,16 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+
+#include "platform/DebugLine.h"
+
+namespace platform {
+
+void writeDebugLine(std::string_view text) noexcept {
+    constexpr std::size_t kMostBytes = std::size_t{1} << 20U; // longer than any line of ours
+    // One call, so that lines of several threads do not mix.
+    (void)std::fprintf(stderr, "%.*s\n", static_cast<int>(std::min(text.size(), kMostBytes)),
+                       text.data());
+}
+
+} // namespace platform

@@ -1,0 +1,19 @@
+#include <exception>
+
+#include <windows.h>
+
+#include "platform/DebugLine.h"
+#include "platform/win32/WideText.h"
+
+namespace platform {
+
+void writeDebugLine(std::string_view text) noexcept {
+    try {
+        OutputDebugStringW(win32::wide(text).c_str());
+        OutputDebugStringW(L"\n");
+    } catch (const std::exception&) {
+        // Without memory for a debug line there is nobody to tell.
+    }
+}
+
+} // namespace platform
