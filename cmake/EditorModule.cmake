@@ -13,10 +13,17 @@ function(editor_module name)
     VERIFY_INTERFACE_HEADER_SETS ON)
 endfunction()
 
+# The source folder as test programs see it: under Wine this machine's root is a drive.
+set(QUORVEL_SOURCE_FOLDER "${CMAKE_SOURCE_DIR}")
+if(CMAKE_CROSSCOMPILING)
+  set(QUORVEL_SOURCE_FOLDER "Z:${CMAKE_SOURCE_DIR}")
+endif()
+
 # editor_test(NAME SOURCES ... DEPS ... [GUI])
 #
 # One test executable for a module, each case a ctest entry of its own. GUI tests run on a headless
-# screen: Qt's offscreen platform on Linux.
+# screen: on Linux Qt's offscreen platform, a screen for each test; on Windows the one display, whose
+# pointer and active window they would take from one another, so one at a time.
 function(editor_test name)
   cmake_parse_arguments(arg "GUI" "" "SOURCES;DEPS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
@@ -25,8 +32,11 @@ function(editor_test name)
   if(arg_GUI)
     list(APPEND properties ENVIRONMENT
       "QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/screens.json")
+    if(WIN32)
+      list(APPEND properties RESOURCE_LOCK display)
+    endif()
   endif()
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES
     WORKING_DIRECTORY "${CMAKE_BINARY_DIR}" PROPERTIES ${properties})
 endfunction()
 

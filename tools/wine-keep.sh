@@ -20,7 +20,8 @@ case ${1:-} in
     setsid sh -c 'exec sleep 7200 >"$0"' "$fifo" >/dev/null 2>&1 &
     echo $! >"$pidfile"
     setsid "$run" cmd /c more <"$fifo" >/dev/null 2>&1 &
-    "$run" cmd /c exit >/dev/null 2>&1 # returns when the services are up
+    # Returns when the services and the desktop are up.
+    "$run" rundll32 user32.dll,GetDesktopWindow >/dev/null 2>&1
     ;;
   stop)
     [ -e "$pidfile" ] && kill "$(cat "$pidfile")" 2>/dev/null

@@ -44,7 +44,11 @@ LPARAM packed(POINT point) {
 
 class Win32TestInput final : public TestInput {
 public:
-    explicit Win32TestInput(Gui& gui) : m_loop(gui.loop()) {}
+    explicit Win32TestInput(Gui& gui) : m_loop(gui.loop()) {
+        // The display's own pointer rests where the last program left it, maybe where this one's
+        // window comes up: out of the way.
+        SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
+    }
 
     void mouse(NativeWindow& window, EventKind kind, Point position, MouseButton button,
                Modifiers modifiers) override;

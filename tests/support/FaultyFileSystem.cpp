@@ -105,48 +105,70 @@ bool FaultyFileSystem::broken(const std::string& operation, const std::string& p
     return true;
 }
 
+void FaultyFileSystem::showAs(const std::string& seen, const std::string& onDisk) {
+    m_namesOnDisk[seen] = onDisk;
+}
+
+std::string FaultyFileSystem::toDisk(std::string path) const {
+    for (const auto& [seen, onDisk] : m_namesOnDisk) {
+        for (auto at = path.find(seen); at != std::string::npos; at = path.find(seen, at)) {
+            path.replace(at, seen.size(), onDisk);
+            at += onDisk.size();
+        }
+    }
+    return path;
+}
+
 std::unique_ptr<platform::FileStream> FaultyFileSystem::open(const std::string& path,
                                                              platform::OpenMode mode, int& error) {
     if (broken("open", path, error)) {
         return nullptr;
     }
-    std::unique_ptr<platform::FileStream> stream = m_real.open(path, mode, error);
+    std::unique_ptr<platform::FileStream> stream = m_real.open(toDisk(path), mode, error);
     return stream ? std::make_unique<FaultyStream>(*this, path, std::move(stream)) : nullptr;
 }
 
 std::optional<platform::FileInfo> FaultyFileSystem::info(const std::string& path) {
-    return m_real.info(path);
+    return m_real.info(toDisk(path));
 }
 
 bool FaultyFileSystem::createFolder(const std::string& path, int& error) {
-    return !broken("createFolder", path, error) && m_real.createFolder(path, error);
+    return !broken("createFolder", path, error) && m_real.createFolder(toDisk(path), error);
 }
 
 bool FaultyFileSystem::removeFile(const std::string& path, int& error) {
-    return !broken("removeFile", path, error) && m_real.removeFile(path, error);
+    return !broken("removeFile", path, error) && m_real.removeFile(toDisk(path), error);
 }
 
 bool FaultyFileSystem::replaceFile(const std::string& from, const std::string& to, int& error) {
-    return !broken("replaceFile", to, error) && m_real.replaceFile(from, to, error);
+    return !broken("replaceFile", to, error) && m_real.replaceFile(toDisk(from), toDisk(to), error);
 }
 
 void FaultyFileSystem::copyAccess(const std::string& from, const std::string& to) {
     int error = 0;
     if (!broken("copyAccess", to, error)) {
-        m_real.copyAccess(from, to);
+        m_real.copyAccess(toDisk(from), toDisk(to));
     }
 }
 
 bool FaultyFileSystem::syncFolder(const std::string& folder) {
     int error = 0;
-    return !broken("syncFolder", folder, error) && m_real.syncFolder(folder);
+    return !broken("syncFolder", folder, error) && m_real.syncFolder(toDisk(folder));
 }
 
 bool FaultyFileSystem::list(const std::string& folder,
                             std::vector<platform::FolderEntry>& entries) {
     int error = 0;
     entries.clear();
-    return !broken("list", folder, error) && m_real.list(folder, entries);
+    if (broken("list", folder, error) || !m_real.list(toDisk(folder), entries)) {
+        return false;
+    }
+    for (platform::FolderEntry& entry : entries) {
+        for (const auto& [seen, onDisk] : m_namesOnDisk) {
+            entry.name = entry.name == onDisk ? seen : entry.name;
+        }
+    }
+    return true;
 }
 
 std::string FaultyFileSystem::currentFolder() {

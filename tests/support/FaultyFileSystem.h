@@ -1,5 +1,6 @@
 // The real file system with faults: any call can fail, take only a part of its bytes, or be the
-// last one that reaches the disk. Used by the tests of everything that saves.
+// last one that reaches the disk. Used by the tests of everything that saves. Names can be shown
+// that the disk of this system may refuse.
 //
 //   FaultyFileSystem files(platform::nativeFileSystem());
 //   files.stopAt(4);                       // as when the machine stops at the fourth call
@@ -7,6 +8,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -48,6 +50,9 @@ public:
     [[nodiscard]] std::vector<std::string> callTexts() const;
     void forgetCalls() { m_calls.clear(); }
 
+    /// From now on the file or folder that the disk calls `onDisk` is seen as `seen` everywhere.
+    void showAs(const std::string& seen, const std::string& onDisk);
+
     /// Notes a call and tells its fate; the streams ask here too.
     [[nodiscard]] Fault note(const std::string& operation, const std::string& path);
     [[nodiscard]] int error() const { return m_error; }
@@ -70,12 +75,14 @@ public:
 
 private:
     [[nodiscard]] bool broken(const std::string& operation, const std::string& path, int& error);
+    [[nodiscard]] std::string toDisk(std::string path) const;
 
     platform::FileSystem& m_real;
     Rule m_rule;
     int m_error = 0;
     bool m_stopped = false;
     std::vector<Call> m_calls;
+    std::map<std::string, std::string> m_namesOnDisk; ///< by the name seen
 };
 
 } // namespace support

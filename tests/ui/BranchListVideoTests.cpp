@@ -168,7 +168,7 @@ TEST_F(BranchVideos, TheDialogAsksForTheoraFilesAndTheDirectoryStays) {
     EXPECT_EQ(request.filterPatterns, "*.ogg;*.ogv");
     EXPECT_EQ(request.initialFolder, m_folder.path() + "Scenes/");
     EXPECT_EQ(request.owner, m_window->GetNative());
-    EXPECT_EQ(std::filesystem::current_path().string() + "/", m_folder.path());
+    EXPECT_EQ(std::filesystem::current_path() / "", std::filesystem::path(m_folder.path()));
     EXPECT_EQ(videos().GetCount(), 1) << "cancelled";
 }
 

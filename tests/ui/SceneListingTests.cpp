@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "core/Services.h"
+#include "tests/support/FaultyFileSystem.h"
 #include "tests/support/TempFolder.h"
 #include "ui/SceneListing.h"
 
@@ -34,11 +36,14 @@ TEST_F(SceneListing, OffersFoldersWithASceneFileThatNothingReplaces) {
 }
 
 TEST_F(SceneListing, KeepsNamesAsStored) {
-    writeBytes("Scenes/b\xFF"
-               "d/Scene.xml",
-               "");
-    EXPECT_EQ(ui::listScenes(), Names{"b\xFF"
-                                      "d"});
+    const std::string odd = "b\xFF"
+                            "d"; // no text in any encoding that we know
+    support::FaultyFileSystem files(platform::nativeFileSystem());
+    files.showAs(odd, "b-d");
+    const core::ServicesOverride services(
+        {&files, core::services().clock, core::services().process});
+    writeBytes("Scenes/b-d/Scene.xml", "");
+    EXPECT_EQ(ui::listScenes(), Names{odd});
 }
 
 TEST_F(SceneListing, AFolderPathEndsInABackslash) {

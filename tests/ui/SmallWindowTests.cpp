@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/Services.h"
+#include "tests/support/FaultyFileSystem.h"
 #include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
 #include "ui/Confirmation.h"
@@ -37,15 +39,23 @@ protected:
         return texts;
     }
 
+    /// Not every system's disk holds a name that is no text.
+    void makeSceneThatIsNoText() {
+        m_files.showAs(kNoText, "b-d");
+        writeBytes("Scenes/b-d/Scene.xml", "");
+    }
+
+    static constexpr const char* kNoText = "b\xFF"
+                                           "d";
+    support::FaultyFileSystem m_files{platform::nativeFileSystem()};
+    core::ServicesOverride m_override{{&m_files, core::services().clock, core::services().process}};
     std::shared_ptr<ui::OpenScene> m_window;
     std::unique_ptr<WindowDriver> m_driver;
 };
 
 TEST_F(OpenSceneWindow, ListsTheScenesAndChoosesTheFirst) {
     writeBytes("Scenes/Fire %s/Scene.xml", "");
-    writeBytes("Scenes/b\xFF"
-               "d/Scene.xml",
-               "");
+    makeSceneThatIsNoText();
     WindowDriver& driver = show();
     EXPECT_EQ(names(), (std::vector<std::u16string>{u"b\uFFFDd", u"Fire %s"}));
     EXPECT_EQ(driver.get<toolkit::CListUI>(u"SceneList").GetCurSel(), 0);
@@ -58,14 +68,11 @@ TEST_F(OpenSceneWindow, ListsTheScenesAndChoosesTheFirst) {
 }
 
 TEST_F(OpenSceneWindow, OpensTheChosenSceneUnderItsStoredName) {
-    writeBytes("Scenes/b\xFF"
-               "d/Scene.xml",
-               "");
+    makeSceneThatIsNoText();
     writeBytes("Scenes/Fire/Scene.xml", "");
     WindowDriver& driver = show();
     driver.click(u"ButtonLoadScene");
-    EXPECT_EQ(scene().Name(), "b\xFF"
-                              "d");
+    EXPECT_EQ(scene().Name(), kNoText);
     EXPECT_TRUE(isClosed(*m_window));
     EXPECT_FALSE(m_state.quit);
     EXPECT_FALSE(m_state.newSceneRequest);

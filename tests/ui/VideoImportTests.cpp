@@ -2,6 +2,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -54,12 +55,21 @@ TEST_F(VideoImport, ReplacesAnotherFileOfThatNameOnlyOnceTheCopyIsWhole) {
 TEST_F(VideoImport, LeavesAFileThatIsItsOwnDestinationAlone) {
     writeBytes("Scenes/A/clip.ogv", kOld);
     std::filesystem::create_hard_link("Scenes/A/clip.ogv", "from/link.ogv");
-    std::filesystem::create_symlink("../Scenes/A/clip.ogv", "from/soft.ogv");
-    const std::string sources[] = {
+    std::vector<std::string> sources{
         "Scenes/A/clip.ogv",     "Scenes\\A\\clip.ogv",
         scenePath("A/clip.ogv"), scenePath("A\\..\\A/clip.ogv"),
-        "from/link.ogv",         "from/soft.ogv",
+        "from/link.ogv",
     };
+    std::error_code refused;
+    std::filesystem::create_symlink("../Scenes/A/clip.ogv", "from/soft.ogv", refused);
+    if (!refused) {
+        sources.emplace_back("from/soft.ogv");
+    } else {
+        EXPECT_EQ(refused, std::errc::function_not_supported);
+    }
+    if (support::exists("SCENES/a/Clip.OGV")) { // a system to which it is the same name
+        sources.emplace_back("SCENES/a/Clip.OGV");
+    }
     for (const std::string& source : sources) {
         m_files.forgetCalls();
         EXPECT_EQ(import(source, scenePath("A\\clip.ogv")), ImportResult::sameFile) << source;
