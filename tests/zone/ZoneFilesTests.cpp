@@ -8,7 +8,6 @@
 namespace zone_tests {
 namespace {
 
-using Lines = std::vector<std::string>;
 using support::exists;
 using support::readBytes;
 using support::writeBytes;
@@ -133,17 +132,14 @@ TEST_F(ZoneFilesTest, CreationFailsWithItsMessage) {
         if (c.binary) {
             writeBytes(kBin, c.binary);
         }
-        const std::size_t before = m_log.errors().size();
         const auto manager = zone::ZoneManager::create(c.base, 3, c.loadBinary);
         EXPECT_EQ(manager != nullptr, c.created) << c.what;
-        const Lines all = m_log.errors();
-        EXPECT_EQ(Lines(all.begin() + static_cast<std::ptrdiff_t>(before), all.end()), c.messages)
-            << c.what;
+        EXPECT_EQ(newErrors(), c.messages) << c.what;
     }
     writeBytes(kBin, zoneBytes("Z", {shapeBytes(kOne)}));
     m_files.failOn("read", EIO);
     EXPECT_FALSE(zone::ZoneManager::create("clip", 3, true));
-    EXPECT_EQ(m_log.errors().back(), "Unable to load zone binary");
+    EXPECT_EQ(newErrors(), Lines{"Unable to load zone binary"});
 }
 
 TEST_F(ZoneFilesTest, TheInformationFileIsReadByElementNames) {
@@ -186,15 +182,12 @@ TEST_F(ZoneFilesTest, TheInformationFileIsReadByElementNames) {
     };
     for (const Case& c : cases) {
         writeBytes(kXml, c.xml);
-        const std::size_t before = m_log.errors().size();
         const auto manager = zone::ZoneManager::create("clip", 4, false);
         ASSERT_TRUE(manager) << c.xml;
         EXPECT_EQ(manager->videoWidth, c.width) << c.xml;
         EXPECT_EQ(manager->videoHeight, c.height) << c.xml;
         EXPECT_EQ(names(*manager), c.names) << c.xml;
-        const Lines all = m_log.errors();
-        EXPECT_EQ(Lines(all.begin() + static_cast<std::ptrdiff_t>(before), all.end()), c.messages)
-            << c.xml;
+        EXPECT_EQ(newErrors(), c.messages) << c.xml;
         for (int zone = 0; zone < manager->zoneCount(); ++zone) {
             EXPECT_EQ(manager->zone(zone)->frameCount(), 4) << "named, so it can be edited";
         }
@@ -205,7 +198,7 @@ TEST_F(ZoneFilesTest, AnInformationFileWithoutATopLevelNodeIsCorrupt) {
     writeBytes(kXml, "</ZoneInfo>");
     writeBytes(kBin, zoneBytes("Z", {shapeBytes(kOne)}));
     EXPECT_FALSE(zone::ZoneManager::create("clip", 1, true));
-    EXPECT_EQ(m_log.errors(), Lines{"Zone info file is corrupt"});
+    EXPECT_EQ(newErrors(), Lines{"Zone info file is corrupt"});
 }
 
 TEST_F(ZoneFilesTest, ChunksAreWalkedByTheirStatedSizes) {
@@ -253,7 +246,7 @@ TEST_F(ZoneFilesTest, ChunksAreWalkedByTheirStatedSizes) {
             EXPECT_EQ(pointsOf(*last, 1), kOne) << c.what;
         }
     }
-    EXPECT_TRUE(m_log.errors().empty());
+    EXPECT_EQ(newErrors(), Lines{});
 }
 
 TEST_F(ZoneFilesTest, ZonesOfTheListTakeTheChunksInOrder) {
@@ -271,7 +264,7 @@ TEST_F(ZoneFilesTest, ZonesOfTheListTakeTheChunksInOrder) {
     EXPECT_EQ(fewer->currentZone, 0);
     EXPECT_EQ(fewer->zone(1)->frameCount(), 2);
     EXPECT_TRUE(fewer->isActive(1, 1));
-    EXPECT_TRUE(m_log.errors().empty());
+    EXPECT_EQ(newErrors(), Lines{});
 }
 
 TEST_F(ZoneFilesTest, BothFilesAreOnTheDiskBeforeTheFirstIsReplacedTheListFirst) {
@@ -329,14 +322,11 @@ TEST_F(ZoneFilesTest, ASaveThatFailsHasItsResultMessageAndFiles) {
                 return hit ? support::Fault::fail : support::Fault::none;
             },
             ENOSPC);
-        const std::size_t before = m_log.errors().size();
         testing::internal::CaptureStderr();
         EXPECT_EQ(m_manager->saveAs("clip"), c.result) << c.what;
         const std::string told = testing::internal::GetCapturedStderr();
         m_files.heal();
-        const Lines all = m_log.errors();
-        EXPECT_EQ(Lines(all.begin() + static_cast<std::ptrdiff_t>(before), all.end()), c.messages)
-            << c.what;
+        EXPECT_EQ(newErrors(), c.messages) << c.what;
         const std::string reason = m_manager->lastSaveFailure();
         EXPECT_NE(reason, "") << c.what;
         EXPECT_NE(told.find("Not saved: " + reason), std::string::npos) << c.what << ": " << told;
@@ -391,7 +381,7 @@ TEST_F(ZoneFilesTest, AFileKeepsItsPlaceBehindALinkAndAFolderIsNoFile) {
     support::makeFolder(kXml);
     EXPECT_FALSE(m_manager->saveAs("clip"));
     EXPECT_FALSE(exists(kBin));
-    EXPECT_EQ(m_log.errors(), Lines{"Unable to save zone info file"});
+    EXPECT_EQ(newErrors(), Lines{"Unable to save zone info file"});
 }
 
 } // namespace

@@ -81,6 +81,15 @@ ZoneTest::~ZoneTest() {
     zone::clearZoneView();
 }
 
+Lines ZoneTest::newErrors() {
+    Lines fresh = m_log->errors();
+    if (!fresh.empty()) {
+        m_log.reset(); // puts back what this one hides
+        m_log.emplace();
+    }
+    return fresh;
+}
+
 std::shared_ptr<zone::ZoneManager> ZoneTest::load(const std::string& binary, int frameCount) {
     support::writeBytes("clip-ZoneInfo.bin", binary);
     return zone::ZoneManager::create("clip", frameCount, true);

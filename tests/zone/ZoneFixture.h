@@ -15,6 +15,7 @@
 
 namespace zone_tests {
 
+using Lines = std::vector<std::string>;
 using Points = std::vector<platform::Point>;
 
 [[nodiscard]] std::string u32(std::uint32_t value);
@@ -46,8 +47,13 @@ protected:
     /// Loads "clip-ZoneInfo.bin" with these bytes.
     std::shared_ptr<zone::ZoneManager> load(const std::string& binary, int frameCount);
 
-    support::LogCapture m_log;
+    /// The error lines since the last call.
+    Lines newErrors();
+
     std::shared_ptr<zone::ZoneManager> m_manager = zone::ZoneManager::createEmpty();
+
+private:
+    std::optional<support::LogCapture> m_log{std::in_place};
 };
 
 } // namespace zone_tests

@@ -39,24 +39,6 @@ TEST_F(ZoneRecordTest, ARecordHasItsBytesInOrder) {
     EXPECT_EQ(written(*zone), "ENOZ" + u32(static_cast<std::uint32_t>(body.size())) + body);
 }
 
-TEST_F(ZoneRecordTest, AnEntryWithoutAShapeIsWrittenAsAnEmptyActiveOne) {
-    auto zone = zone::Zone::create(3);
-    zone->setName("Z");
-    m_manager->progressChanges = false;
-    zone->setActive(1, false);
-    const std::string empty = u32(8) + u32(1);
-    EXPECT_EQ(written(*zone), zoneBytes("Z", {empty, u32(8) + u32(0), empty}));
-    EXPECT_EQ(zone->shape(0), nullptr) << "memory stays as it was";
-    EXPECT_EQ(zone->shape(1)->recordSize, 0U);
-}
-
-TEST_F(ZoneRecordTest, AZoneWithoutANameCountsAByteThatIsNotThere) {
-    auto zone = makeZone({kOne});
-    zone->setName("");
-    const std::string bytes = written(*zone);
-    EXPECT_EQ(bytes, "ENOZ" + u32(4 + 1 + 4 + 16) + u32(1) + u32(1) + shapeBytes(kOne));
-}
-
 TEST_F(ZoneRecordTest, LargeRecordsPassTheBufferUnchanged) {
     std::vector<std::string> shapes;
     std::vector<Points> points;
@@ -182,20 +164,6 @@ TEST_F(ZoneRecordTest, ANamelessRecordIsReadWithAndWithoutItsZeroByte) {
         EXPECT_EQ(frames(*zone), std::vector<Points>(256, shape.size() > 8 ? kOne : Points{}));
         EXPECT_EQ(zone->isActive(255), shape.size() > 8);
     }
-}
-
-TEST_F(ZoneRecordTest, EqualFramesAreSharedUntilOneOfThemChanges) {
-    auto zone = makeZone(std::vector<Points>(6, kTwo));
-    m_manager->progressChanges = false;
-    zone->setSelectedPoint(1);
-    zone->moveSelectedPoint(2, 50, 60);
-    zone->moveSelectedPoint(4, 70, 80);
-    const Points third{{5, 6}, {50, 60}};
-    const Points fifth{{5, 6}, {70, 80}};
-    EXPECT_EQ(frames(*zone), (std::vector<Points>{kTwo, kTwo, third, kTwo, fifth, kTwo}));
-    m_manager->progressChanges = true;
-    zone->deletePoint(0, 50, 60);
-    EXPECT_EQ(frames(*zone), (std::vector<Points>{kTwo, kTwo, {{5, 6}}, kTwo, fifth, kTwo}));
 }
 
 TEST_F(ZoneRecordTest, WithoutAScaleFramesComeEmptyAndNothingIsWritten) {

@@ -6,45 +6,7 @@
 namespace zone_tests {
 namespace {
 
-using Lines = std::vector<std::string>;
-
 class ZoneEditTest : public ZoneTest {};
-
-/// What a zone counts as equal by: each frame as text.
-Lines framesOf(const zone::Zone& zone) {
-    Lines frames;
-    for (int frame = 0; frame < zone.frameCount(); ++frame) {
-        const auto shape = zone.shape(frame);
-        std::string text = shape ? (shape->active ? "on" : "off") : "none";
-        for (const platform::Point& point : pointsOf(zone, frame)) {
-            text += " " + std::to_string(point.x) + "," + std::to_string(point.y);
-        }
-        frames.push_back(text);
-    }
-    return frames;
-}
-
-TEST_F(ZoneEditTest, LaterFramesWithOtherCountsShiftByTheirOwnCentreOrStay) {
-    auto zone = makeZone({{{1, 1}, {2, 2}, {3, 3}}, {{5, 5}, {6, 6}}, {{7, 7}}, {{8, 8}}});
-    zone->setSelectedPoint(2);
-    zone->moveSelectedPoint(0, 40, 50);
-    EXPECT_EQ(framesOf(*zone), (Lines{"on 1,1 2,2 40,50", "on 45,55 46,56", "on 7,7", "on 8,8"}));
-    EXPECT_EQ(m_log.errors(), Lines{"..\\ZoneShape.cpp:368 Invalid point index"})
-        << "one line for all frames";
-}
-
-TEST_F(ZoneEditTest, DeletingRemovesThePointUnderThePositionOnEveryFrame) {
-    const Points here{{100, 100}, {300, 300}};
-    const Points elsewhere{{200, 200}, {300, 300}};
-    auto zone = makeZone({elsewhere, here, here, {{300, 300}, {93, 107}, {104, 104}}, {}});
-    zone->setSelectedPoint(1);
-    zone->deletePoint(4, 100, 100);
-    EXPECT_EQ(framesOf(*zone), (Lines{"on 200,200 300,300", "on 300,300", "on 300,300",
-                                      "on 300,300 104,104", "on"}));
-    EXPECT_EQ(zone->selectedPoint(), 1) << "the selection stays";
-    EXPECT_EQ(zone->shape(1)->recordSize, 16U);
-    EXPECT_EQ(zone->shape(4)->recordSize, 8U);
-}
 
 TEST_F(ZoneEditTest, TheCurrentManagersSwitchAndAreaDecide) {
     const auto other = zone::ZoneManager::createEmpty();
@@ -99,16 +61,12 @@ TEST_F(ZoneEditTest, AnElementGivesItsNameAndReportsOtherChildren) {
         {"<Other/>", "", 0},
     };
     for (const Case& c : cases) {
-        const std::size_t before = m_log.errors().size();
         tinyxml2::XMLDocument document;
         ASSERT_EQ(document.Parse(c.xml), tinyxml2::XML_SUCCESS);
         const auto zone = zone::Zone::createFromXml(*document.RootElement());
         EXPECT_EQ(zone->name(), c.name);
         EXPECT_EQ(zone->frameCount(), 0);
-        ASSERT_EQ(m_log.errors().size(), before + c.reports);
-        if (c.reports > 0) {
-            EXPECT_EQ(m_log.errors().back(), "Unknown zone node type");
-        }
+        EXPECT_EQ(newErrors(), Lines(c.reports, "Unknown zone node type"));
     }
 }
 
