@@ -18,6 +18,13 @@ std::string temporaryFor(const std::string& destination) {
     return folderOf(destination) + ".quorvel-saving" + extension;
 }
 
+/// The size as well: the identity of a file that was removed is given to the next one made.
+bool isAsWritten(const std::optional<platform::FileInfo>& written,
+                 const std::optional<platform::FileInfo>& now) {
+    return written && now && written->volume == now->volume && written->file == now->file &&
+           written->size == now->size;
+}
+
 } // namespace
 
 SafeSave::~SafeSave() {
@@ -63,6 +70,7 @@ bool SafeSave::prepare() {
     const bool written = m_file.lastError() == 0 && m_file.sync();
     const bool closed = m_file.close();
     m_prepared = written && closed;
+    m_written = services().fileSystem->info(m_temporary);
     return m_prepared || fail(m_file.lastError());
 }
 
@@ -72,14 +80,22 @@ bool SafeSave::commit() {
     }
     m_prepared = false;
     platform::FileSystem& files = *services().fileSystem;
+    if (!isAsWritten(m_written, files.info(m_temporary))) {
+        m_temporaryExists = false; // it is no longer ours to remove
+        m_failure = m_destination + ": another program is saving it";
+        return false;
+    }
     files.copyAccess(m_destination, m_temporary);
     int error = 0;
     if (!files.replaceFile(m_temporary, m_destination, error)) {
         return fail(error);
     }
     m_temporaryExists = false;
-    // The new file is in its place; without this only a power failure could bring the old one back.
-    files.syncFolder(folderOf(m_destination));
+    const std::string folder = folderOf(m_destination);
+    if (!files.syncFolder(folder.empty() ? "." : folder)) {
+        tellStandardError("Saved, but a power failure may bring the old file back: " +
+                          m_destination);
+    }
     return true;
 }
 

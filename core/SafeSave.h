@@ -10,9 +10,11 @@
 // the reason goes to stderr. UI thread only.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "core/File.h"
+#include "platform/FileSystem.h"
 
 namespace core {
 
@@ -29,7 +31,9 @@ public:
     [[nodiscard]] File& file() { return m_file; }
     /// Flushes the temporary to the disk and closes it.
     [[nodiscard]] bool prepare();
-    /// Replaces the destination, keeping its access rights. After a successful prepare only.
+    /// Replaces the destination, keeping its access rights, and its owner as far as the system
+    /// lets us. After a successful prepare only. False as well when another program has begun to
+    /// save the same file meanwhile: its temporary is not ours to put in place.
     [[nodiscard]] bool commit();
     /// Why the first step that failed did so, a write included, in the system's words and with the
     /// file's path; empty when none has.
@@ -43,6 +47,7 @@ private:
     std::string m_destination;
     std::string m_temporary;
     std::string m_failure;
+    std::optional<platform::FileInfo> m_written; ///< the temporary, as we closed it
     bool m_prepared = false;
     bool m_temporaryExists = false;
 };

@@ -64,7 +64,8 @@ public:
     virtual bool removeFile(const std::string& path, int& error) = 0;
     /// Replaces `to` if it is a file, in one step.
     virtual bool replaceFile(const std::string& from, const std::string& to, int& error) = 0;
-    /// Gives `to` the access rights of `from`; nothing happens where a system has none.
+    /// Gives `to` the access rights of `from`, and its owner and group as far as this user may;
+    /// nothing happens where a system has none.
     virtual void copyAccess(const std::string& from, const std::string& to) = 0;
     /// Brings the folder's own entries to the disk.
     virtual bool syncFolder(const std::string& folder) = 0;

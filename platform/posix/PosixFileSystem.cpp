@@ -73,9 +73,17 @@ bool PosixFileSystem::replaceFile(const std::string& from, const std::string& to
 
 void PosixFileSystem::copyAccess(const std::string& from, const std::string& to) {
     struct stat status {};
-    if (::stat(systemPath(from).c_str(), &status) == 0) {
-        (void)::chmod(systemPath(to).c_str(), status.st_mode & 07777);
+    if (::stat(systemPath(from).c_str(), &status) != 0) {
+        return;
     }
+    const std::string target = systemPath(to);
+    // Only the superuser gives files away, but everybody may keep a group of his own. The mode
+    // comes last: a change of owner takes some of its bits.
+    if (::chown(target.c_str(), status.st_uid, status.st_gid) != 0) {
+        const int grouped = ::chown(target.c_str(), static_cast<uid_t>(-1), status.st_gid);
+        static_cast<void>(grouped);
+    }
+    (void)::chmod(target.c_str(), status.st_mode & 07777);
 }
 
 std::string PosixFileSystem::currentFolder() {

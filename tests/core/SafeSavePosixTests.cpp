@@ -1,6 +1,8 @@
 #include <filesystem>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "tests/core/SafeSaveFixture.h"
 
@@ -21,6 +23,22 @@ TEST_F(SafeSaveTest, LinksAreFollowedAndAccessRightsStay) {
     EXPECT_EQ(support::readBytes("real/new.xml"), "made");
     EXPECT_EQ(fs::status("real/f.xml").permissions(),
               fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(SafeSaveTest, OwnerAndGroupStayAsFarAsTheUserMayKeepThem) {
+    // The superuser may give the file to anybody; others have it already.
+    const bool isSuperuser = ::geteuid() == 0;
+    const uid_t owner = isSuperuser ? 65534 : ::geteuid();
+    const gid_t group = isSuperuser ? 65533 : ::getegid();
+    support::writeBytes("f.xml", "old");
+    ASSERT_EQ(::chown("f.xml", owner, group), 0);
+    fs::permissions("f.xml", fs::perms::owner_all | fs::perms::set_uid);
+    EXPECT_TRUE(save("f.xml", "new"));
+    struct stat status {};
+    ASSERT_EQ(::stat("f.xml", &status), 0);
+    EXPECT_EQ(status.st_uid, owner);
+    EXPECT_EQ(status.st_gid, group);
+    EXPECT_EQ(status.st_mode & 07777, 04700U);
 }
 
 TEST_F(SafeSaveTest, ALinkInTheTemporarysPlaceIsNotWrittenThrough) {

@@ -281,8 +281,8 @@ TEST_F(ZoneFilesTest, BothFilesAreOnTheDiskBeforeTheFirstIsReplacedTheListFirst)
     }
     EXPECT_EQ(steps, (Lines{"sync .quorvel-saving.xml", "close .quorvel-saving.xml",
                             "sync .quorvel-saving.bin", "close .quorvel-saving.bin",
-                            "replaceFile clip-ZoneInfo.xml", "syncFolder ",
-                            "replaceFile clip-ZoneInfo.bin", "syncFolder "}));
+                            "replaceFile clip-ZoneInfo.xml", "syncFolder .",
+                            "replaceFile clip-ZoneInfo.bin", "syncFolder ."}));
 }
 
 TEST_F(ZoneFilesTest, ASaveThatFailsHasItsResultMessageAndFiles) {
