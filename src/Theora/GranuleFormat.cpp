@@ -1,7 +1,12 @@
 #include "src/Theora/GranuleFormat.h"
 
+#include <algorithm>
+
 namespace theora {
 namespace {
+
+// Far above any clip and far below where sums of frame numbers overflow: positions may be damaged.
+constexpr std::int64_t kHighest = std::int64_t{1} << 40U;
 
 bool countsFromOne(const th_info& info) {
     if (info.version_major != 3) {
@@ -17,11 +22,11 @@ GranuleFormat::GranuleFormat(const th_info& info)
 
 std::int64_t GranuleFormat::frameOf(std::int64_t granule) const {
     const std::int64_t keyframe = granule >> m_shift;
-    return keyframe + (granule - (keyframe << m_shift)) + m_offset;
+    return std::min(keyframe + (granule - (keyframe << m_shift)), kHighest) + m_offset;
 }
 
 std::int64_t GranuleFormat::keyframeOf(std::int64_t granule) const {
-    return (granule >> m_shift) + m_offset;
+    return std::min(granule >> m_shift, kHighest) + m_offset;
 }
 
 } // namespace theora

@@ -96,7 +96,7 @@ private:
                 return;
             }
             if (got < 0) {
-                fail("Error parsing Theora stream headers.", kBadTheora);
+                continue; // page numbers that jump; if a header is missing, the next one tells
             }
             if (!isHeaderPacket(packet)) {
                 fail("invalid theora stream", kDataTooEarly);
@@ -132,8 +132,10 @@ private:
             if (got == 0) {
                 return;
             }
-            if (got < 0 ||
-                vorbis_synthesis_headerin(m_headers.vorbis.info.get(),
+            if (got < 0) {
+                continue;
+            }
+            if (vorbis_synthesis_headerin(m_headers.vorbis.info.get(),
                                           m_headers.vorbis.comment.get(), &packet) != 0) {
                 fail("Error parsing vorbis stream headers", kBadVorbis);
             }

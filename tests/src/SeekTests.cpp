@@ -98,6 +98,7 @@ const NamedClip kClips[] = {
          s.frames = 60;
          s.damagedFrame = 24;
      })},
+    {"PageNumbersThatJump", clipSpec([](ClipSpec& s) { s.numbersJump = true; })},
     {"OneFrame", clipSpec([](ClipSpec& s) { s.frames = 1; })},
 };
 

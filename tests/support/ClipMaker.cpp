@@ -240,6 +240,7 @@ private:
 
     void addTheora(const TheoraStream& stream, OggPager& pager) {
         m_starts.push_back(pager.pages({stream.headers[0]}, {})[0]);
+        pager.skipPageNumbers(m_spec.numbersJump ? 3 : 0);
         for (auto& page : pager.pages({stream.headers[1], stream.headers[2]}, {2, 255})) {
             m_headers.push_back(std::move(page));
         }

@@ -39,6 +39,7 @@ struct ClipSpec {
     bool emptyLastPage = false;
     std::int64_t lastPageGranule = -1; ///< of that page
     std::int64_t firstNumber = 0;      ///< of the first frame, as in a file cut from a longer one
+    bool numbersJump = false;          ///< pages of the headers seem to be missing
     int damagedFrame = -1;             ///< this packet of the data makes no sense; -1 = none
     int dropFrames = 0;                ///< frames missing at the start of the data (cut streams)
 };

@@ -108,6 +108,17 @@ TEST_F(ClipCommands, AFrameThatPlayingDoesNotReachIsAFinding) {
     EXPECT_EQ(got[1].second.size(), 16U);
 }
 
+TEST_F(ClipCommands, ASeekBehindTheEndPrintsTheLastPictureAndSaysSo) {
+    testing::internal::CaptureStderr();
+    const Outcome sought = run({"frames", "clip.ogv", "29", "99"});
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "clip.ogv [seek]: fineseeking failed, _readData failed!\n");
+    EXPECT_EQ(sought.code, inspect::kGood);
+    const auto got = lines(sought.text);
+    ASSERT_EQ(got.size(), 2U);
+    EXPECT_EQ(got[1], std::pair(99, got[0].second));
+}
+
 TEST_F(ClipCommands, WhatCannotBeReadOrUnderstoodPrintsNothing) {
     const inspect::Arguments cases[] = {
         {"video"},
