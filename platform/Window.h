@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/Accessible.h"
 #include "platform/Bitmap.h"
@@ -46,6 +47,7 @@ struct WindowOptions {
     std::uint32_t style = 0;         ///< Win32 style bits; other systems take what they can
     std::uint32_t extendedStyle = 0; ///< Win32 extended style bits
     Size size{1, 1};                 ///< client size in layout pixels
+    int cornerRadius = 0;            ///< of the corners that are cut off; 0: a plain rectangle
     NativeWindow* owner = nullptr;   ///< stays above it; not owned
 };
 
@@ -105,6 +107,8 @@ public:
     [[nodiscard]] virtual Modifiers keyboardModifiers() const = 0;
     [[nodiscard]] virtual std::u16string clipboardText() const = 0;
     virtual void setClipboardText(const std::u16string& text) = 0;
+    /// `text` without the difference of capital and small letters of any script, for comparing.
+    [[nodiscard]] virtual std::u16string foldedCase(std::u16string_view text) const = 0;
 };
 
 } // namespace platform

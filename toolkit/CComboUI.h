@@ -96,6 +96,7 @@ private:
     bool onMouse(const TEventUI& event);
     bool onKey(const TEventUI& event);
     bool onDroppedKey(const TEventUI& event);
+    void moveHighlight(platform::Key key);
     bool onText(const TEventUI& event);
     [[nodiscard]] int nextEnabled(int from, int step, int otherwise) const;
 

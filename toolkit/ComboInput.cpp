@@ -1,7 +1,6 @@
 // Mouse and keys of a combo, closed and open.
 #include <algorithm>
 
-#include "core/Text.h"
 #include "toolkit/CComboUI.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/DropListWindow.h"
@@ -91,50 +90,60 @@ bool CComboUI::onKey(const TEventUI& event) {
 }
 
 bool CComboUI::onDroppedKey(const TEventUI& event) {
-    DropListWindow& list = GetManager()->dropList();
-    const bool alt = event.native.modifiers.alt;
-    const int current = list.highlighted();
+    const platform::Modifiers& modifiers = event.native.modifiers;
+    const int highlighted = GetManager()->dropList().highlighted();
     switch (event.native.key) {
     case Key::escape:
     case Key::f4:
         CloseDrop();
-        return true;
-    case Key::enter: {
+        break;
+    case Key::enter:
         CloseDrop();
-        pick(current);
-        return true;
-    }
-    case Key::tab: {
+        pick(highlighted);
+        break;
+    case Key::tab:
         CloseDrop();
         GetManager()->focusKeeper().setKeyboardUse(true);
-        GetManager()->focusKeeper().move(event.native.modifiers.shift);
-        return true;
-    }
+        GetManager()->focusKeeper().move(modifiers.shift);
+        break;
     case Key::up:
     case Key::down:
-        if (alt) {
+        if (modifiers.alt) {
             CloseDrop();
-        } else if (event.native.key == Key::up) {
-            list.highlight(nextEnabled(current < 0 ? GetCount() : current, -1, current));
-        } else {
-            list.highlight(nextEnabled(current, 1, current));
+            break;
         }
-        return true;
+        [[fallthrough]];
+    default:
+        moveHighlight(event.native.key);
+    }
+    return true; // the keyboard is the open list's alone
+}
+
+void CComboUI::moveHighlight(Key key) {
+    DropListWindow& list = GetManager()->dropList();
+    const int current = list.highlighted();
+    switch (key) {
+    case Key::up:
+        list.highlight(nextEnabled(current < 0 ? GetCount() : current, -1, current));
+        break;
+    case Key::down:
+        list.highlight(nextEnabled(current, 1, current));
+        break;
     case Key::home:
         list.highlight(nextEnabled(-1, 1, current));
-        return true;
+        break;
     case Key::end:
         list.highlight(nextEnabled(GetCount(), -1, current));
-        return true;
+        break;
     case Key::pageUp:
         list.highlight(nextEnabled(std::max(current - list.pageRows(), 0) - 1, 1, current));
-        return true;
+        break;
     case Key::pageDown:
         list.highlight(
             nextEnabled(std::min(current + list.pageRows(), GetCount() - 1) + 1, -1, current));
-        return true;
+        break;
     default:
-        return true;
+        break;
     }
 }
 
@@ -145,12 +154,13 @@ bool CComboUI::onText(const TEventUI& event) {
         return !typed.empty();
     }
     const bool dropped = IsDropped();
-    const std::string wanted = core::lowerCase(core::storedText(typed));
+    const platform::WindowHost& windows = GetManager()->Gui().windows();
+    const std::u16string wanted = windows.foldedCase(typed);
     const int from = dropped ? GetManager()->dropList().highlighted() : m_current;
     for (int step = 1; step <= GetCount(); ++step) {
         const int index = (std::max(from, -1) + step) % GetCount();
         const std::u16string head = GetItemText(index).substr(0, typed.size());
-        if (IsItemEnabled(index) && core::lowerCase(core::storedText(head)) == wanted) {
+        if (IsItemEnabled(index) && windows.foldedCase(head) == wanted) {
             if (dropped) {
                 GetManager()->dropList().highlight(index);
             } else if (index != m_current) {

@@ -24,6 +24,7 @@ struct ToolTipWindow::Look {
     int font = 0;
     int height = 24;
     int padding = 8;
+    int cornerRadius = 3;
 
     static Look of(const CPaintManagerUI& manager);
 };
@@ -37,6 +38,8 @@ ToolTipWindow::Look ToolTipWindow::Look::of(const CPaintManagerUI& manager) {
         {u"font", [](Look& l, Text v) { assignIf(l.font, parseInt(v)); }},
         {u"height", [](Look& l, Text v) { l.height = std::max(parseInt(v).value_or(24), 1); }},
         {u"textpadding", [](Look& l, Text v) { l.padding = std::max(parseInt(v).value_or(8), 0); }},
+        {u"cornerradius",
+         [](Look& l, Text v) { l.cornerRadius = std::max(parseInt(v).value_or(3), 0); }},
     };
     Look look;
     if (const auto* defaults = manager.GetDefaults(u"ToolTip")) {
@@ -55,6 +58,7 @@ bool ToolTipWindow::createNative() {
         options.className = u"ToolTip";
         options.kind = platform::WindowKind::popup;
         options.owner = m_manager.GetWindow();
+        options.cornerRadius = Look::of(m_manager).cornerRadius;
         m_native = m_manager.Gui().windows().createWindow(options, *this);
     }
     return m_native != nullptr;

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QPoint>
 #include <QRect>
+#include <QRegion>
 
 #include "platform/Geometry.h"
 #include "platform/raster/PixelView.h"
@@ -22,6 +23,10 @@ namespace platform::qt {
 [[nodiscard]] inline Point fromQt(const QPoint& point) {
     return {point.x(), point.y()};
 }
+
+/// All of a window of `size` but for what lies outside of corners rounded by `radius`: a pixel
+/// belongs to it when its centre does.
+[[nodiscard]] QRegion roundedRegion(Size size, int radius);
 
 /// An image that reads and writes the pixels themselves, which must outlive it.
 [[nodiscard]] inline QImage imageOver(raster::PixelView pixels) {

@@ -38,11 +38,16 @@ Qt::CursorShape cursorOf(PointerShape shape) {
     return Qt::ArrowCursor;
 }
 
+/// The offscreen platform has neither an order of windows nor shapes.
+bool hasWindowSystem() {
+    return QGuiApplication::platformName() != QLatin1String("offscreen");
+}
+
 } // namespace
 
 QtWindow::QtWindow(QtWindowHost& host, const WindowOptions& options, WindowEvents& events)
     : m_host(host), m_events(events), m_surface(std::make_unique<QtSurface>(*this).release()),
-      m_store(m_surface.get()), m_kind(options.kind) {
+      m_store(m_surface.get()), m_kind(options.kind), m_cornerRadius(options.cornerRadius) {
     m_surface->setSurfaceType(QSurface::RasterSurface);
     m_surface->setFlags(flagsOf(options.kind));
     m_surface->setTitle(toQt(options.title));
@@ -97,6 +102,9 @@ void QtWindow::center() {
 
 void QtWindow::setGeometry(const Rect& screenRect) {
     m_surface->setGeometry(toQt(screenRect));
+    if (m_cornerRadius > 0 && hasWindowSystem()) {
+        m_surface->setMask(roundedRegion(screenRect.size(), m_cornerRadius));
+    }
 }
 
 Rect QtWindow::geometry() const {
@@ -115,7 +123,7 @@ void QtWindow::setEnabled(bool enabled) {
 }
 
 void QtWindow::activate() {
-    if (QGuiApplication::platformName() != QLatin1String("offscreen")) { // which has no order
+    if (hasWindowSystem()) {
         m_surface->raise();
     }
     m_surface->requestActivate();

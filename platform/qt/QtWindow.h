@@ -54,6 +54,8 @@ public:
     /// Another window took the capture, or the system did.
     void loseCapture();
 
+    /// Not while a dialog of its own asks, nor when it is closing.
+    [[nodiscard]] bool takesInput() const { return m_enabled && !m_closing; }
     [[nodiscard]] QtSurface& surface() const { return *m_surface; }
     [[nodiscard]] WindowEvents& events() const { return m_events; }
 
@@ -70,6 +72,7 @@ private:
     void handleFocus(bool focused);
     void handleCloseRequest();
 
+    bool handleStateEvent(QEvent& event);
     bool handleMouse(const QMouseEvent& event);
     bool handleWheel(const QWheelEvent& event);
     bool handleKey(const QKeyEvent& event);
@@ -90,6 +93,7 @@ private:
     SurfaceOwner m_surface;
     QBackingStore m_store;
     WindowKind m_kind;
+    int m_cornerRadius;
     bool m_enabled = true;
     bool m_closing = false;
     bool m_destroyedSent = false;

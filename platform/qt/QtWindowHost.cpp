@@ -42,6 +42,10 @@ void QtWindowHost::setClipboardText(const std::u16string& text) {
     QGuiApplication::clipboard()->setText(toQt(text));
 }
 
+std::u16string QtWindowHost::foldedCase(std::u16string_view text) const {
+    return fromQt(toQt(text).toCaseFolded());
+}
+
 void QtWindowHost::remove(QtWindow& window) {
     std::erase(m_windows, &window);
     releaseCapture(window);

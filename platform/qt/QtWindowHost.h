@@ -24,6 +24,7 @@ public:
     [[nodiscard]] Modifiers keyboardModifiers() const override;
     [[nodiscard]] std::u16string clipboardText() const override;
     void setClipboardText(const std::u16string& text) override;
+    [[nodiscard]] std::u16string foldedCase(std::u16string_view text) const override;
 
     void add(QtWindow& window) { m_windows.push_back(&window); }
     void remove(QtWindow& window);

@@ -70,6 +70,15 @@ bool QtWindow::handleQtEvent(QEvent& event) {
         return handleInputMethod(static_cast<QInputMethodEvent&>(event));
     case QEvent::InputMethodQuery:
         return answerInputMethod(static_cast<QInputMethodQueryEvent&>(event));
+    case QEvent::Timer:
+        return handleTimer(static_cast<QTimerEvent&>(event).timerId());
+    default:
+        return handleStateEvent(event);
+    }
+}
+
+bool QtWindow::handleStateEvent(QEvent& event) {
+    switch (event.type()) {
     case QEvent::FocusIn:
     case QEvent::FocusOut:
         handleFocus(event.type() == QEvent::FocusIn);
@@ -78,8 +87,6 @@ bool QtWindow::handleQtEvent(QEvent& event) {
         event.ignore(); // the surface stays until its owner ends it
         handleCloseRequest();
         return true;
-    case QEvent::Timer:
-        return handleTimer(static_cast<QTimerEvent&>(event).timerId());
     case QEvent::UpdateRequest:
         paintDirty();
         return true;

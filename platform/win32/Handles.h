@@ -92,6 +92,7 @@ struct ObjectTraits {
 };
 using UniqueBitmap = Unique<ObjectTraits<HBITMAP>>;
 using UniqueFont = Unique<ObjectTraits<HFONT>>;
+using UniqueRegion = Unique<ObjectTraits<HRGN>>;
 
 /// A window's device context for one scope.
 class WindowContext {

@@ -47,7 +47,8 @@ Rect primaryWorkArea() {
 
 Win32Window::Win32Window(const WindowServices& services, const WindowOptions& options,
                          WindowEvents& events)
-    : m_services(services), m_events(events), m_kind(options.kind) {
+    : m_services(services), m_events(events), m_kind(options.kind),
+      m_cornerRadius(options.cornerRadius) {
     if (const auto* owner = static_cast<const Win32Window*>(options.owner)) {
         m_owner = owner->handle();
     }
@@ -122,6 +123,15 @@ void Win32Window::center() {
 void Win32Window::setGeometry(const Rect& screenRect) {
     SetWindowPos(m_handle.get(), nullptr, screenRect.left, screenRect.top, screenRect.width(),
                  screenRect.height(), SWP_NOZORDER | SWP_NOACTIVATE);
+    if (m_cornerRadius > 0) {
+        const int across = 2 * m_cornerRadius;
+        // Right and bottom lie outside of a region; the system owns it once a window has it.
+        UniqueRegion shape(CreateRoundRectRgn(0, 0, screenRect.width() + 1, screenRect.height() + 1,
+                                              across, across));
+        if (SetWindowRgn(m_handle.get(), shape.get(), TRUE) != 0) {
+            shape.release();
+        }
+    }
 }
 
 Rect Win32Window::geometry() const {

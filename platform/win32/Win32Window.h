@@ -97,6 +97,7 @@ private:
     UniqueWindow m_handle;
     HWND m_owner = nullptr;
     WindowKind m_kind;
+    int m_cornerRadius;
     bool m_enabled = true;
     bool m_closing = false;
     bool m_destroyedSent = false;

@@ -112,4 +112,10 @@ void Win32WindowHost::setClipboardText(const std::u16string& text) {
     }
 }
 
+std::u16string Win32WindowHost::foldedCase(std::u16string_view text) const {
+    std::wstring folded = toWide(text);
+    CharLowerBuffW(folded.data(), static_cast<DWORD>(folded.size()));
+    return fromWide(folded);
+}
+
 } // namespace platform::win32

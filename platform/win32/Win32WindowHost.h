@@ -16,6 +16,7 @@ public:
     [[nodiscard]] Modifiers keyboardModifiers() const override;
     [[nodiscard]] std::u16string clipboardText() const override;
     void setClipboardText(const std::u16string& text) override;
+    [[nodiscard]] std::u16string foldedCase(std::u16string_view text) const override;
 
 private:
     WindowServices m_services;

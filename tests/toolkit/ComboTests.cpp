@@ -135,7 +135,7 @@ TEST_F(Combos, ALetterGoesRoundTheItems) {
     auto& combo = get<CComboUI>(u"Combo");
     EXPECT_TRUE(combo.SelectItem(0, true));
     const std::pair<std::u16string, int> typed[] = {
-        {u"a", 2}, {u"a", 0}, {u"B", 1}, {u"q", 1}, {u"\u00c4", 3}};
+        {u"a", 2}, {u"a", 0}, {u"B", 1}, {u"q", 1}, {u"\u00e4", 3}, {u"a", 0}, {u"\u00c4", 3}};
     for (const auto& [letter, index] : typed) {
         driver().type(letter);
         EXPECT_EQ(combo.GetCurSel(), index);

@@ -76,6 +76,9 @@ private:
     [[nodiscard]] platform::Modifiers keyboardModifiers() const override { return {}; }
     [[nodiscard]] std::u16string clipboardText() const override { return m_clipboard; }
     void setClipboardText(const std::u16string& text) override { m_clipboard = text; }
+    [[nodiscard]] std::u16string foldedCase(std::u16string_view text) const override {
+        return std::u16string(text);
+    }
 
     int run() override { return 0; }
     void postQuit(int /*code*/) override {}

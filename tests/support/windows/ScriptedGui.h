@@ -64,6 +64,9 @@ public:
     void setClipboardText(const std::u16string& text) override {
         m_real.windows().setClipboardText(text);
     }
+    std::u16string foldedCase(std::u16string_view text) const override {
+        return m_real.windows().foldedCase(text);
+    }
 
     std::optional<int> screenHeight;
     bool fails = false;
