@@ -275,42 +275,4 @@ bool CControlUI::notify(std::u16string_view type, int wParam) {
     return m_manager != nullptr;
 }
 
-void CControlUI::accessibleChanged(platform::AccessibleChange change) {
-    if (m_manager != nullptr && m_manager->GetWindow() != nullptr) {
-        m_manager->GetWindow()->accessibleChanged(*this, change);
-    }
-}
-
-platform::AccessibleRole CControlUI::accessibleRole() const {
-    return platform::AccessibleRole::picture;
-}
-
-const std::u16string& CControlUI::givenName() const {
-    return !m_label.empty() ? m_label : m_toolTip;
-}
-
-std::u16string CControlUI::accessibleName() const {
-    return givenName();
-}
-
-platform::AccessibleState CControlUI::accessibleState() const {
-    platform::AccessibleState state;
-    state.enabled = IsEnabled();
-    state.visible = IsVisible();
-    state.focusable = isFocusable() && state.enabled;
-    state.focused = IsFocused();
-    return state;
-}
-
-platform::Accessible* CControlUI::accessibleChild(int index) const {
-    return childAt(index);
-}
-
-void CControlUI::accessibleFocus() {
-    if (m_manager != nullptr && CanTakeFocus()) {
-        const CPaintManagerUI::Busy busy(m_manager);
-        m_manager->SetFocus(this);
-    }
-}
-
 } // namespace toolkit

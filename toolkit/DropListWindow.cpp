@@ -172,14 +172,7 @@ bool DropListWindow::onEvent(const platform::Event& event) {
 bool DropListWindow::handle(const platform::Event& event) {
     switch (event.kind) {
     case EventKind::mouseMove:
-        if (m_dragging) {
-            m_scroll.setOffset(
-                m_scroll.offsetForThumb(trackRect(), event.position.y - m_grabOffset));
-            invalidate();
-        } else if (const int index = itemAt(event.position); index >= 0 && index != m_highlighted) {
-            m_highlighted = index;
-            invalidate();
-        }
+        follow(event.position);
         return true;
     case EventKind::mouseDown:
     case EventKind::mouseDoubleClick:
@@ -210,6 +203,16 @@ bool DropListWindow::handle(const platform::Event& event) {
         return m_manager.MessageHandler(event);
     default:
         return false;
+    }
+}
+
+void DropListWindow::follow(Point at) {
+    if (m_dragging) {
+        m_scroll.setOffset(m_scroll.offsetForThumb(trackRect(), at.y - m_grabOffset));
+        invalidate();
+    } else if (const int index = itemAt(at); index >= 0 && index != m_highlighted) {
+        m_highlighted = index;
+        invalidate();
     }
 }
 

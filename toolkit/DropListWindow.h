@@ -49,6 +49,7 @@ private:
 
     bool createNative();
     bool handle(const platform::Event& event);
+    void follow(platform::Point at);
     void pressTrack(platform::Point at);
     void pickHighlighted(platform::Point at);
     [[nodiscard]] int itemAt(platform::Point at) const;

@@ -76,15 +76,7 @@ bool MouseInput::press(const platform::Event& event) {
         m_manager.GetWindow()->beginMove();
         return true;
     }
-    std::vector<CControlUI*> chain;
-    for (CControlUI* control = hit; control != nullptr; control = control->GetParent()) {
-        chain.push_back(control);
-    }
-    for (CControlUI* control : chain) {
-        if (control->GetManager() == &m_manager) {
-            control->notePress();
-        }
-    }
+    notePress(hit);
     m_manager.UpdateLayout();
     hit = m_manager.FindControl(event.position);
     if (!m_manager.takesInput() || hit == nullptr || !hit->IsEnabled()) {
@@ -95,6 +87,19 @@ bool MouseInput::press(const platform::Event& event) {
     const bool second = event.kind == EventKind::mouseDoubleClick;
     hit->DoEvent(controlEvent(second ? EventType::doubleClick : EventType::buttonDown, hit, event));
     return true;
+}
+
+/// Tells the control and everything around it; each may remove the others.
+void MouseInput::notePress(CControlUI* hit) {
+    std::vector<CControlUI*> chain;
+    for (CControlUI* control = hit; control != nullptr; control = control->GetParent()) {
+        chain.push_back(control);
+    }
+    for (CControlUI* control : chain) {
+        if (control->GetManager() == &m_manager) {
+            control->notePress();
+        }
+    }
 }
 
 bool MouseInput::release(const platform::Event& event) {
