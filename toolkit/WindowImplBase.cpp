@@ -31,19 +31,44 @@ WindowImplBase::~WindowImplBase() {
     destroyNative();
 }
 
+bool WindowImplBase::readLayout(const Skin& skin, CDialogBuilder& builder) const {
+    const auto layout = skin.read(GetSkinFile());
+    if (!layout) {
+        core::Log::get()->Error("Unable to read layout %s", skin.describe(GetSkinFile()).c_str());
+        return false;
+    }
+    return builder.Load(*layout) || refuse(skin, builder);
+}
+
+bool WindowImplBase::refuse(const Skin& skin, const CDialogBuilder& builder) const {
+    core::Log::get()->Error("Layout %s is malformed: %s", skin.describe(GetSkinFile()).c_str(),
+                            builder.problem().c_str());
+    return false;
+}
+
+bool WindowImplBase::buildControls(const std::shared_ptr<const Skin>& skin, CDialogBuilder& builder,
+                                   const std::u16string& title) {
+    m_manager.Init(GetNative());
+    m_manager.SetSkin(skin);
+    m_manager.SetWindowSize(builder.windowSize());
+    if (!builder.Build(m_manager, this)) {
+        return refuse(*skin, builder);
+    }
+    for (const std::string& remark : builder.remarks()) {
+        core::Log::get()->Write(core::Log::Level::warning, "Layout %s: %s",
+                                skin->describe(GetSkinFile()).c_str(), remark.c_str());
+    }
+    if (CContainerUI& root = *m_manager.GetRoot(); root.accessibleName().empty()) {
+        root.SetAttribute(u"label", title);
+    }
+    return true;
+}
+
 bool WindowImplBase::Create(platform::NativeWindow* owner, const std::u16string& title,
                             std::uint32_t style, std::uint32_t exStyle) {
     const std::shared_ptr<const Skin> skin = Skin::open(GetSkinFolder());
-    const std::string path = skin->describe(GetSkinFile());
-    const auto layout = skin->read(GetSkinFile());
-    if (!layout) {
-        core::Log::get()->Error("Unable to read layout %s", path.c_str());
-        return false;
-    }
     CDialogBuilder builder;
-    if (!builder.Load(*layout)) {
-        core::Log::get()->Error("Layout %s is malformed: %s", path.c_str(),
-                                builder.problem().c_str());
+    if (!readLayout(*skin, builder)) {
         return false;
     }
     platform::WindowOptions options;
@@ -57,19 +82,10 @@ bool WindowImplBase::Create(platform::NativeWindow* owner, const std::u16string&
         return false;
     }
     const CPaintManagerUI::Busy busy(&m_manager);
-    m_manager.Init(GetNative());
-    m_manager.SetSkin(skin);
-    m_manager.SetWindowSize(builder.windowSize());
-    if (!builder.Build(m_manager, this)) {
-        core::Log::get()->Error("Layout %s is malformed: %s", path.c_str(),
-                                builder.problem().c_str());
+    if (!buildControls(skin, builder, title)) {
         m_manager.windowDestroyed();
         destroyNative();
         return false;
-    }
-    for (const std::string& remark : builder.remarks()) {
-        core::Log::get()->Write(core::Log::Level::warning, "Layout %s: %s", path.c_str(),
-                                remark.c_str());
     }
     m_manager.UpdateLayout();
     openWindows().push_back(this);

@@ -22,6 +22,8 @@
 
 namespace toolkit {
 
+class CDialogBuilder;
+
 class WindowImplBase : public CWindowWnd,
                        public CNotifyPump,
                        public INotifyUI,
@@ -70,6 +72,12 @@ protected:
     [[nodiscard]] platform::Accessible* accessibleTree() override { return m_manager.GetRoot(); }
 
 private:
+    bool readLayout(const Skin& skin, CDialogBuilder& builder) const;
+    /// Logs what is wrong with the layout; false.
+    bool refuse(const Skin& skin, const CDialogBuilder& builder) const;
+    bool buildControls(const std::shared_ptr<const Skin>& skin, CDialogBuilder& builder,
+                       const std::u16string& title);
+
     CPaintManagerUI m_manager;
 };
 

@@ -1,5 +1,7 @@
 #include "platform/qt/QtAccessible.h"
 
+#include <QMetaObject>
+
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtSurface.h"
@@ -260,18 +262,22 @@ QStringList QtAccessibleNode::actionNames() const {
     return names;
 }
 
+/// Done once the asker has its answer: it waits for one, and a press may show a question and come
+/// back when that is over.
 void QtAccessibleNode::doAction(const QString& actionName) {
-    if (!actionNames().contains(actionName)) {
+    if (m_node == nullptr || !actionNames().contains(actionName)) {
         return;
     }
-    Accessible* self = node();
-    guardedRun("accessible action", [&] {
-        if (actionName == pressAction()) {
-            self->accessiblePress();
-        } else {
-            self->accessibleFocus();
+    const auto act = [surface = m_surface, node = m_node, life = m_life,
+                      press = actionName == pressAction()] {
+        const QtWindow* window = surface != nullptr ? surface->window() : nullptr;
+        if (window == nullptr || !window->takesInput() || life.expired()) {
+            return;
         }
-    });
+        guardedRun("accessible action",
+                   [&] { press ? node->accessiblePress() : node->accessibleFocus(); });
+    };
+    QMetaObject::invokeMethod(m_surface.data(), act, Qt::QueuedConnection);
 }
 
 QStringList QtAccessibleNode::keyBindingsForAction(const QString& /*actionName*/) const {

@@ -22,6 +22,8 @@ protected:
             <Edit name="Edit" pos="0,100,80,20" label="Name" text="abc"/>
             <Combo name="Combo" pos="0,120,80,20" label="Kind">
                 <ListLabelElement text="one"/><ListLabelElement text="two"/></Combo>
+            <Control name="Line" pos="0,250,80,1"/>
+            <Control name="Sign" pos="0,260,32,32" label="A question"/>
             <List name="List" pos="0,140,80,100" label="Rows">
                 <ListContainerElement name="Row" height="20"><Label pos="0,0,40,20" text="cell"/>
                 </ListContainerElement></List>)");
@@ -46,6 +48,8 @@ TEST_F(Accessibility, TellsRoleNameIdAndValue) {
         {u"Combo", AccessibleRole::comboBox, u"Kind", u"two"},
         {u"List", AccessibleRole::list, u"Rows", u""},
         {u"Row", AccessibleRole::listItem, u"cell", u""},
+        {u"Line", AccessibleRole::group, u"", u""},
+        {u"Sign", AccessibleRole::picture, u"A question", u""},
     };
     EXPECT_TRUE(get<toolkit::CComboUI>(u"Combo").SelectItem(1));
     for (const auto& c : cases) {
@@ -56,7 +60,9 @@ TEST_F(Accessibility, TellsRoleNameIdAndValue) {
         EXPECT_EQ(node.accessibleValue(), c.value);
         EXPECT_EQ(node.accessibleRect(), driver().get(c.id).GetPos());
     }
-    EXPECT_EQ(window().GetPaintManager().GetRoot()->accessibleRole(), AccessibleRole::window);
+    const platform::Accessible& root = *window().GetPaintManager().GetRoot();
+    EXPECT_EQ(root.accessibleRole(), AccessibleRole::window);
+    EXPECT_EQ(root.accessibleName(), u"Test") << "the window's title";
 }
 
 TEST_F(Accessibility, TellsTheState) {
@@ -92,7 +98,7 @@ TEST_F(Accessibility, LeadsToEveryControlAndBack) {
         }
     };
     walk(*root);
-    EXPECT_EQ(nodes, 1 + 8 + 2 + 2 + 1) << "controls, combo items, row and cell, scroll bar";
+    EXPECT_EQ(nodes, 1 + 10 + 2 + 2 + 1) << "controls, combo items, row and cell, scroll bar";
     EXPECT_EQ(root->accessibleChild(99), nullptr);
     EXPECT_EQ(root->accessibleChild(-1), nullptr);
 }

@@ -1,0 +1,218 @@
+"""Works the whole program as a screen reader would: every window's tree is read and compared with
+the layout table, and all that is done is done through it.
+
+Usage: accessible_windows.py PID    with the height of the screen in SCREEN_HEIGHT
+"""
+
+import os
+import pathlib
+import sys
+import time
+
+import pyatspi
+
+TABLE = pathlib.Path(__file__).resolve().parent.parent / "data" / "skin" / "layout.tsv"
+LONGEST_WAIT = 40  # seconds until something counts as missing
+SMALL_SCREEN = 860  # below this height the zone editor takes its small layout
+
+# What kinds of controls are for a reader, by what their names begin with; the first that fits.
+ROLES = (
+    ("OptionToggle", "check box"), ("OptionProgress", "check box"), ("Option", "radio button"),
+    ("Check", "check box"), ("Button", "push button"), ("Combo", "combo box"), ("Edit", "text"),
+    ("Label", "label"), ("Title", "label"), ("ConfirmationLabel", "label"), ("SceneList", "list"),
+    ("BranchList", "list"),
+)
+
+
+def fail(text):
+    sys.exit(text)
+
+
+def expect(what, is_, must):
+    if is_ != must:
+        fail(f"{what}: expected {must!r}, not {is_!r}")
+
+
+def wait_for(what, find):
+    """The first true answer of `find`, which may meet nodes that have just gone."""
+    end = time.monotonic() + LONGEST_WAIT
+    while time.monotonic() < end:
+        try:
+            found = find()
+        except Exception:  # pylint: disable=broad-except
+            found = None
+        if found:
+            return found
+        time.sleep(0.05)
+    fail(f"{what}: waited for in vain")
+
+
+class Window:
+    """A window of the program, found by its title."""
+
+    def __init__(self, pid, title):
+        self.pid, self.title = pid, title
+        self.node = wait_for(f"window {title!r}", self.find)
+
+    def find(self):
+        for application in pyatspi.Registry.getDesktop(0):
+            if application is not None and application.get_process_id() == self.pid:
+                application.clear_cache()
+                for window in application:
+                    if window is not None and window.name == self.title and has(window, pyatspi.STATE_SHOWING):
+                        return window
+        return None
+
+    def nodes(self, below=None):
+        below = below or self.node
+        below.clear_cache()
+        for child in below:
+            if child is not None:
+                yield child
+                yield from self.nodes(child)
+
+    def control(self, name, below=None):
+        return wait_for(f"{self.title}: {name}",
+                        lambda: next((n for n in self.nodes(below) if n.description == name), None))
+
+    def press(self, name):
+        press(self.control(name))
+
+    def text(self, name):
+        return self.control(name).queryText().getText(0, -1)
+
+    def wait_gone(self):
+        wait_for(f"the end of {self.title!r}", lambda: self.find() is None)
+
+    def check(self, layout):
+        """Every named control of the layout table: role, name, place."""
+        corner = self.node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+        found = {node.description: node for node in self.nodes() if node.description}
+        rows = [line.split("\t") for line in TABLE.read_text(encoding="utf-8").splitlines()]
+        count = 0
+        for row in rows:
+            if row[0] != layout:
+                continue
+            control, place = row[1], tuple(int(value) for value in row[2:6])
+            if not control:
+                expect(layout, (corner.width, corner.height), place[2:])
+                continue
+            node = found.get(control) or fail(f"{layout}: {control} is not in the tree")
+            role = next((role for start, role in ROLES if control.startswith(start)), None)
+            if role:
+                expect(f"{layout}: {control}", node.getRoleName(), role)
+            if role not in (None, "label") and not node.name:
+                fail(f"{layout}: {control} has no name")
+            rect = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+            expect(f"{layout}: {control}", (rect.x - corner.x, rect.y - corner.y, rect.width, rect.height), place)
+            count += 1
+        print(f"{layout}: {count} controls")
+
+
+def has(node, state):
+    return node.getState().contains(state)
+
+
+def wait_state(node, state, wanted=True):
+    def look():
+        node.clear_cache()
+        return has(node, state) == wanted
+
+    wait_for(f"{node.name or node.description}: {state} {wanted}", look)
+
+
+def press(node):
+    actions = node.queryAction()
+    names = [actions.getName(i) for i in range(actions.nActions)]
+    if "Press" not in names:
+        fail(f"{node.name or node.description} offers {names}, not Press")
+    actions.doAction(names.index("Press"))
+
+
+def answer(pid, title, question, button):
+    window = Window(pid, title)
+    window.check("Confirmation.xml")
+    expect("question", window.control("ConfirmationLabel").name, question)
+    wait_state(window.control("ButtonNo"), pyatspi.STATE_FOCUSED)
+    window.press(button)
+    window.wait_gone()
+
+
+def work_scene_windows(pid):
+    window = Window(pid, "Open or Create Scene")
+    window.check("OpenScene.xml")
+    rows = [node for node in window.nodes() if node.getRoleName() == "list item"]
+    expect("scenes", [row.name for row in rows], ["Fire Drill Level 1", "Forklift Safety"])
+    press(rows[1])
+    wait_state(rows[1], pyatspi.STATE_SELECTED)
+    press(rows[0])
+    wait_state(rows[1], pyatspi.STATE_SELECTED, False)
+    window.press("ButtonNewScene")
+
+    window = Window(pid, "New Scene")
+    window.check("NewScene.xml")
+    edit = window.control("EditSceneName")
+    wait_state(edit, pyatspi.STATE_FOCUSED)
+    edit.queryEditableText().setTextContents("Caf\u00e9")
+    expect("name", window.text("EditSceneName"), "Caf\u00e9")
+    window.press("ButtonBack")
+    Window(pid, "Open or Create Scene").press("ButtonLoadScene")
+
+
+def work_branch_editor(pid):
+    window = Window(pid, "Quorvel")
+    window.check("BranchList.xml")
+    expect("scene", window.control("LabelScene").name, "Fire Drill Level 1")
+    row = next(node for node in window.nodes(window.control("BranchList")) if node.getRoleName() == "list item")
+    kinds = [(node.getRoleName(), node.name, node.description) for node in window.nodes(row)
+             if node.getRoleName() in ("combo box", "check box")]
+    expect("row", kinds, [("combo box", "Action condition", "ComboConditions"),
+                          ("combo box", "Action parameter", "ComboParameter"),
+                          ("combo box", "Branch to activate", "ComboBranches"),
+                          ("check box", "Activate immediately", "CheckImmediate")])
+    remove = window.control("ButtonRemoveAction")
+    expect("Remove Action", has(remove, pyatspi.STATE_SENSITIVE), False)
+    press(row)
+    wait_state(remove, pyatspi.STATE_SENSITIVE)
+
+    branches = window.control("ComboBranchName")
+    press(branches)
+    wait_state(branches, pyatspi.STATE_EXPANDED)
+    branches.clear_cache()
+    press(branches[1])
+    wait_for("the chosen branch", lambda: window.text("EditBranchName") == "Take extinguisher")
+    press(branches)
+    branches.clear_cache()
+    press(branches[0])
+    wait_state(window.control("CheckFirst"), pyatspi.STATE_CHECKED)
+
+    window.press("ButtonExit")
+    answer(pid, "Exit?", "Are you sure you want to exit?", "ButtonNo")
+    window.press("ButtonEditZones")
+
+
+def work_zone_editor(pid, layout):
+    window = Window(pid, "Zone Edit")
+    window.check(layout)
+    window.press("OptionAddPoint")
+    wait_state(window.control("OptionAddPoint"), pyatspi.STATE_CHECKED)
+    wait_state(window.control("OptionMovePoint"), pyatspi.STATE_CHECKED, False)
+    window.press("ButtonNext10")
+    wait_for("the eleventh frame", lambda: window.text("EditCurrentFrame") == "10")
+    window.press("ButtonAddZone")
+    wait_for("the new zone", lambda: window.text("EditZone") == "Zone 1")
+    expect("last frame", has(window.control("EditTotalFrames"), pyatspi.STATE_EDITABLE), False)
+    window.press("ButtonClose")
+    answer(pid, "Close?", "Are you sure you want to close Zone Edit?", "ButtonYes")
+
+
+def main():
+    pid = int(sys.argv[1])
+    work_scene_windows(pid)
+    work_branch_editor(pid)
+    work_zone_editor(pid, "ZoneEdit.xml" if int(os.environ["SCREEN_HEIGHT"]) >= SMALL_SCREEN else "ZoneEditSmall.xml")
+    Window(pid, "Quorvel").press("ButtonExit")
+    answer(pid, "Exit?", "Are you sure you want to exit?", "ButtonYes")
+
+
+main()
