@@ -5,6 +5,7 @@ from skin_model import colour, image_parts
 
 REQUIRED = 4.5
 INK = "#FF000000"
+TIP_INK, TIP_GROUND = "#FFFFFFFF", "#FF2B3947"
 
 # State: (image attribute, text colour attribute); the first image and colour that exist are used.
 STATES = {
@@ -62,6 +63,9 @@ def _ground(layout, skin, control):
 
 def texts(layout, skin):
     """Yields (control, state, text colour, ground colour, ratio) for all texts of a layout."""
+    tip = layout.defaults.get("ToolTip", {})
+    ink, below = colour(tip.get("textcolor", TIP_INK)), colour(tip.get("bkcolor", TIP_GROUND))
+    yield "ToolTip", "normal", ink, below, ratio(ink, below)
     for control in layout.controls():
         if control.rect is None or control.kind not in ("Label", "Text", "Button", "Option", "Edit", "Combo", "List"):
             continue
@@ -78,7 +82,9 @@ def texts(layout, skin):
             yield what, state, ink, below, ratio(ink, below)
         if control.kind in ("Combo", "List"):
             for state, (images, fills, colours) in ITEM_STATES.items():
-                ink = colour(_first(control, colours, INK))
+                # The rows that the program puts into a list hold texts.
+                rows = layout.defaults.get("Text", {}) if control.kind == "List" else {}
+                ink = colour(_first(control, colours, rows.get("textcolor", INK)))
                 image, fill = _first(control, images), _first(control, fills, "#FFFFFFFF")
                 below = skin.middle(image) if image else colour(fill)
                 yield what, state, ink, below, ratio(ink, below)

@@ -11,7 +11,8 @@ _PART = re.compile(r"(\w+)\s*=\s*'([^']*)'")
 
 
 class Control:
-    """One element of a layout. `rect` is (x, y, width, height) in the window, None without a "pos"."""
+    """One element of a layout. `rect` is (x, y, width, height) in the window: its "pos", or without one
+    the place of what it stands in, as high as its "height" says; None where nothing around it has one."""
 
     def __init__(self, element, parent, defaults):
         self.kind = element.tag
@@ -23,6 +24,9 @@ class Control:
         if place and len(place) == 4:
             x, y = parent.rect[:2] if parent and parent.rect else (0, 0)
             self.rect = (x + place[0], y + place[1], place[2], place[3])
+        elif parent and parent.rect:
+            height = numbers(self.own.get("height", ""))
+            self.rect = (*parent.rect[:3], height[0] if height else parent.rect[3])
         self.children = [Control(child, self, defaults) for child in element if isinstance(child.tag, str)]
 
     @property

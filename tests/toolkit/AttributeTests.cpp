@@ -1,6 +1,9 @@
 // The values of attributes and the names that kinds know.
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -119,14 +122,45 @@ std::map<std::string, std::set<std::string>> documentedAttributes() {
     return attributes;
 }
 
+/// The attribute names that the toolkit's sources hold, by file name: those of their tables, and
+/// those that they compare with.
+std::map<std::string, std::set<std::string>> codedAttributes() {
+    static const std::regex kName(R"re((?:\{|[=!]= )u"([a-z]+)")re");
+    std::map<std::string, std::set<std::string>> attributes;
+    const std::string folder = std::string(QUORVEL_SOURCE_DIR) + "/toolkit";
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() != ".cpp") {
+            continue;
+        }
+        std::ifstream file(entry.path());
+        const std::string text(std::istreambuf_iterator<char>(file), {});
+        for (std::sregex_iterator at(text.begin(), text.end(), kName), end; at != end; ++at) {
+            attributes[entry.path().filename().string()].insert((*at)[1]);
+        }
+    }
+    return attributes;
+}
+
+std::set<std::string> united(std::set<std::string> names, const std::set<std::string>& more) {
+    names.insert(more.begin(), more.end());
+    return names;
+}
+
 } // namespace
 
-TEST(SkinDocument, NamesEveryElementWithAttributesThatItsKindKnows) {
-    const auto attributes = documentedAttributes();
+TEST(SkinDocument, NamesForEveryElementTheAttributesThatItsKindKnowsAndNoOthers) {
+    auto documented = documentedAttributes();
+    std::set<std::string> all;
+    for (const auto& [file, names] : codedAttributes()) {
+        all = united(all, names);
+    }
+    for (const auto& [element, names] : documented) {
+        all = united(all, names);
+    }
     const std::set<std::string> notControls{"Window",  "Font",  "Default",
                                             "ToolTip", "Video", "Values"};
     int elements = 0;
-    for (const auto& [element, names] : attributes) {
+    for (const auto& [element, names] : documented) {
         if (notControls.contains(element)) {
             continue;
         }
@@ -135,10 +169,21 @@ TEST(SkinDocument, NamesEveryElementWithAttributesThatItsKindKnows) {
         ASSERT_NE(control, nullptr);
         EXPECT_EQ(core::storedText(control->GetClass()), element);
         ++elements;
-        for (const std::string& name : names) {
-            EXPECT_TRUE(control->SetAttribute(core::displayText(name), u"")) << name;
+        const std::set<std::string> known = united(names, documented["Control"]);
+        for (const std::string& name : all) {
+            EXPECT_EQ(control->SetAttribute(core::displayText(name), u""), known.contains(name))
+                << name;
         }
     }
     EXPECT_EQ(elements, 15);
     EXPECT_EQ(createControl(u"button"), nullptr);
+}
+
+TEST(SkinDocument, NamesTheAttributesOfWhatIsNoControl) {
+    auto documented = documentedAttributes();
+    auto coded = codedAttributes();
+    EXPECT_EQ(united(documented["ToolTip"], {}), coded["ToolTipWindow.cpp"]);
+    std::set<std::string> window = documented["Window"];
+    window.erase("focusedimage"); // of every control
+    EXPECT_EQ(united(documented["Font"], window), coded["CDialogBuilder.cpp"]);
 }

@@ -1,4 +1,5 @@
 // The open scene and new scene windows and the confirmation dialog.
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -65,6 +66,16 @@ TEST_F(OpenSceneWindow, ListsTheScenesAndChoosesTheFirst) {
     EXPECT_EQ(test::inRow(driver, u"SceneList", 1, u"ListItem").GetToolTip(),
               u"Open Fire %s scenario");
     EXPECT_FALSE(driver.get(u"EmptyHeading").IsVisible());
+    // The blue of the darkest pixel of a name: no less than that of the layout's ink, 1C2733.
+    std::uint32_t blue = 0xFF;
+    const platform::Bitmap picture = driver.picture();
+    for (int y = row.GetPos().top; y < row.GetPos().bottom; ++y) {
+        for (int x = row.GetPos().left; x < row.GetPos().left + 60; ++x) {
+            blue = std::min(blue, picture.at(x, y) & 0xFFU);
+        }
+    }
+    EXPECT_GE(blue, 0x33U);
+    EXPECT_LT(blue, 0x80U);
 }
 
 TEST_F(OpenSceneWindow, OpensTheChosenSceneUnderItsStoredName) {
