@@ -14,6 +14,7 @@ inline constexpr std::u16string_view kProgressOption = u"OptionProgressChanges";
 inline constexpr std::u16string_view kFrameEdit = u"EditCurrentFrame";
 inline constexpr std::u16string_view kTotalEdit = u"EditTotalFrames";
 inline constexpr std::u16string_view kVideoLabel = u"LabelVideo";
+inline constexpr std::u16string_view kEmptyLine = u"EmptyLine";
 inline constexpr std::u16string_view kNoteLabel = u"LabelNote";
 /// The index is the tool's number.
 inline constexpr std::u16string_view kToolOptions[] = {

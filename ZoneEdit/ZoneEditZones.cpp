@@ -134,6 +134,7 @@ void ZoneEdit::updateEnabled() {
     for (const std::u16string_view name : {kZoneCombo, kZoneEdit, kRemoveZoneButton}) {
         setEnabledOf(name, hasZones);
     }
+    setVisibleOf(kEmptyLine, !hasZones);
 }
 
 } // namespace zoneedit

@@ -43,6 +43,7 @@ TEST_F(ZoneEditZones, AVideoWithoutZonesStartsEmpty) {
     for (const auto* control : {u"ComboZone", u"EditZone", u"ButtonRemoveZone"}) {
         EXPECT_FALSE(m_driver->get(control).IsEnabled()) << core::storedText(control);
     }
+    EXPECT_TRUE(m_driver->get(u"EmptyLine").IsVisible()) << "says what to do";
     EXPECT_TRUE(m_driver->get(u"ButtonSave").IsEnabled());
     EXPECT_TRUE(isChecked(*m_driver, u"OptionMovePoint"));
     EXPECT_TRUE(isChecked(*m_driver, u"OptionProgressChanges"));
@@ -53,6 +54,8 @@ TEST_F(ZoneEditZones, AVideoWithoutZonesStartsEmpty) {
     m_driver->click(u"OptionToggleActive");
     EXPECT_FALSE(isChecked(*m_driver, u"OptionToggleActive"));
     EXPECT_EQ(m_log.errors(), errors);
+    m_driver->click(u"ButtonAddZone");
+    EXPECT_FALSE(m_driver->get(u"EmptyLine").IsVisible());
 }
 
 TEST_F(ZoneEditZones, NewZonesAreNumberedAndNeverReuseANumber) {
