@@ -118,7 +118,7 @@ int forever(const std::string& folder, const std::string& scene, const std::stri
     }
     for (int variant = 0; saveAll(variant, folder, scene); variant = (variant + 1) % kVariants) {
     }
-    std::quick_exit(1); // the killer may still sleep
+    std::_Exit(1); // the killer may still sleep
 }
 
 /// The files of a scene, with their bytes.
