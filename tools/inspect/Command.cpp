@@ -9,7 +9,13 @@
 namespace inspect {
 namespace {
 
+int runVersion(const Arguments& /*arguments*/, std::ostream& out) {
+    out << "quorvel-inspect " << QUORVEL_VERSION << '\n';
+    return kGood;
+}
+
 constexpr std::array kCommands{
+    Command{"--version", "", runVersion},
     Command{"frames", "FILE [--sequential] [N | A-B | random:SEED:COUNT]...", runFrames},
     Command{"scene", "DIR [--rewrite DIR2]", runScene},
     Command{"video", "FILE", runVideo},
@@ -17,7 +23,8 @@ constexpr std::array kCommands{
 };
 
 std::string usage(const Command& command) {
-    return std::string("quorvel-inspect ") + command.name + " " + command.usage;
+    const std::string line = std::string("quorvel-inspect ") + command.name;
+    return *command.usage == '\0' ? line : line + " " + command.usage;
 }
 
 const Command* findCommand(const std::string& name) {
