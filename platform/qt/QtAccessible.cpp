@@ -2,6 +2,7 @@
 
 #include <QMetaObject>
 
+#include "platform/AccessibleTree.h"
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtSurface.h"
@@ -44,33 +45,6 @@ QAccessible::Role roleOf(AccessibleRole role) {
 
 bool hasText(AccessibleRole role) {
     return role == AccessibleRole::edit || role == AccessibleRole::comboBox;
-}
-
-bool isPressable(AccessibleRole role) {
-    switch (role) {
-    case AccessibleRole::button:
-    case AccessibleRole::checkBox:
-    case AccessibleRole::radioButton:
-    case AccessibleRole::comboBox:
-    case AccessibleRole::listItem:
-        return true;
-    default:
-        return false;
-    }
-}
-
-/// The focused node at or below `node`, or null.
-Accessible* focusedIn(Accessible& node) {
-    if (node.accessibleState().focused) {
-        return &node;
-    }
-    for (int i = 0; i < node.accessibleChildCount(); ++i) {
-        Accessible* child = node.accessibleChild(i);
-        if (Accessible* found = child != nullptr ? focusedIn(*child) : nullptr) {
-            return found;
-        }
-    }
-    return nullptr;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "platform/AccessibleTree.h"
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Window.h"
@@ -74,19 +75,6 @@ long stateOf(const AccessibleState& state) {
     return result;
 }
 
-bool isPressable(AccessibleRole role) {
-    switch (role) {
-    case AccessibleRole::button:
-    case AccessibleRole::checkBox:
-    case AccessibleRole::radioButton:
-    case AccessibleRole::comboBox:
-    case AccessibleRole::listItem:
-        return true;
-    default:
-        return false;
-    }
-}
-
 /// S_FALSE and null for an empty text, as the interface wants it.
 HRESULT give(const std::u16string& text, BSTR* result) {
     *result = nullptr;
@@ -109,19 +97,6 @@ HRESULT give(IDispatch* object, VARIANT* result) {
     result->vt = VT_DISPATCH;
     result->pdispVal = object;
     return S_OK;
-}
-
-Accessible* focusedIn(Accessible& node) {
-    if (node.accessibleState().focused) {
-        return &node;
-    }
-    for (int i = 0; i < node.accessibleChildCount(); ++i) {
-        Accessible* child = node.accessibleChild(i);
-        if (Accessible* found = child != nullptr ? focusedIn(*child) : nullptr) {
-            return found;
-        }
-    }
-    return nullptr;
 }
 
 Rect onScreen(HWND window, const Accessible& node) {

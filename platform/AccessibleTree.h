@@ -1,0 +1,14 @@
+// What both window back ends ask of an accessibility tree.
+#pragma once
+
+#include "platform/Accessible.h"
+
+namespace platform {
+
+/// Whether accessiblePress() does something on a node of this role.
+[[nodiscard]] bool isPressable(AccessibleRole role);
+
+/// The focused node at or below `node`, or null. Not owned. UI thread only.
+[[nodiscard]] Accessible* focusedIn(Accessible& node);
+
+} // namespace platform
