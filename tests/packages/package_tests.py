@@ -19,7 +19,7 @@ PACKAGES, VERSION = os.path.abspath(sys.argv[1]), sys.argv[2]
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 WINE = os.path.join(ROOT, "tools", "wine-run.sh")
 WINE_KEEP = os.path.join(ROOT, "tools", "wine-keep.sh")
-LONGEST_WAIT = 90  # seconds until a step counts as hanging
+LONGEST_WAIT = 240  # seconds until a step counts as hanging
 FIRST_TITLE = "Open or Create Scene"
 SKIN_TABLE = os.path.join(ROOT, "tests", "data", "skin", "layout.tsv")
 
@@ -60,9 +60,12 @@ def find_first_window():
     return found.stdout.split()
 
 
-def exit_by_click():
+def exit_by_click(process):
     """Waits for the first window and presses its Exit button until it is gone."""
-    window = wait_for("first window", find_first_window)[-1]
+    window = wait_for("first window", lambda: find_first_window() or process.poll())
+    if process.poll():
+        raise AssertionError(f"the program ended with {process.returncode}")
+    window = window[-1]
     x, y = middle_of_exit_button()
 
     def pressed():
@@ -104,9 +107,10 @@ class Linux(PackageTest):
     """The start script gives the user a product tree; the installed one is never written to."""
 
     def environment(self):
-        home = os.path.join(self.place, "home")
-        return {"HOME": home, "PATH": os.environ["PATH"], "DISPLAY": os.environ["DISPLAY"],
-                "QT_QPA_PLATFORM": "xcb", "XDG_RUNTIME_DIR": self.place, "LC_ALL": "C.UTF-8"}
+        own = {"HOME": os.path.join(self.place, "home"), "QT_QPA_PLATFORM": "xcb",
+               "XDG_RUNTIME_DIR": self.place, "LC_ALL": "C.UTF-8"}
+        return {**own, **{name: os.environ[name] for name in ("PATH", "DISPLAY", "XAUTHORITY")
+                          if name in os.environ}}
 
     def snapshot(self, folder):
         return {os.path.join(at, name): os.stat(os.path.join(at, name)).st_mtime_ns
@@ -120,7 +124,7 @@ class Linux(PackageTest):
         for language in ("English", "German"):
             process = subprocess.Popen([os.path.join(usr, "bin", "quorvel")], env=self.environment(),
                                        cwd="/", stderr=subprocess.PIPE)
-            exit_by_click()
+            exit_by_click(process)
             self.assertEqual(process.communicate(timeout=LONGEST_WAIT)[1], b"")
             self.assertEqual(process.returncode, 0)
             self.assert_clean_log(editor)
@@ -192,7 +196,7 @@ class Windows(PackageTest):
         editor = os.path.join(self.place, f"Quorvel-{VERSION}", "Programs", "Quorvel")
         self.assert_inspects(editor)
         process = self.start("Quorvel.exe", cwd=editor)
-        exit_by_click()
+        exit_by_click(process)
         self.assertEqual(process.wait(timeout=LONGEST_WAIT), 0)
         self.assert_clean_log(editor)
 
@@ -214,8 +218,9 @@ class Windows(PackageTest):
         # By the start menu's entry: it says in which folder the program works.
         menu = self.profile("AppData", "Roaming", "Microsoft", "Windows", "Start Menu", "Programs",
                             "Quorvel")
-        self.start("start", "/unix", os.path.join(menu, "Quorvel.lnk"), cwd="/")
-        exit_by_click()
+        starter = self.start("start", "/unix", os.path.join(menu, "Quorvel.lnk"), cwd="/")
+        exit_by_click(starter)
+        self.assertEqual(starter.wait(timeout=LONGEST_WAIT), 0)
         self.assert_clean_log(editor)
         key = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvel"
         self.assertIn(VERSION, self.wine("reg", "query", key, "/v", "DisplayVersion"))
@@ -249,7 +254,7 @@ class Windows(PackageTest):
         self.assertEqual(upgrade.wait(timeout=LONGEST_WAIT), 2)
         with open(texts, encoding="utf-8") as stream:
             self.assertTrue(stream.read().startswith("; mine"))
-        exit_by_click()
+        exit_by_click(process)
         self.assertEqual(process.wait(timeout=LONGEST_WAIT), 0)
 
 
