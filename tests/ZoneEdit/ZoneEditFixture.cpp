@@ -32,6 +32,14 @@ WindowDriver& ZoneEditTest::show() {
     return *m_driver;
 }
 
+void ZoneEditTest::drawTriangle() {
+    chooseTool(u"OptionAddMultiPoint");
+    clickPicture(100, 100);
+    clickPicture(300, 100);
+    clickPicture(200, 400);
+    chooseTool(u"OptionMovePoint");
+}
+
 platform::Point ZoneEditTest::at(int x, int y) {
     const platform::Point origin = m_driver->get(u"Video").GetPos().topLeft();
     return {origin.x + x, origin.y + y};

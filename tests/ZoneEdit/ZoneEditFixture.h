@@ -27,6 +27,8 @@ protected:
     [[nodiscard]] platform::Point at(int x, int y);
     /// Clicks into the picture area.
     void clickPicture(int x, int y) { m_driver->click(at(x, y)); }
+    /// Three points on all frames of the current zone.
+    void drawTriangle();
     void chooseTool(std::u16string_view option) { m_driver->click(option); }
 
     [[nodiscard]] zone::ZoneManager& zones() { return *zone::currentZoneManager(); }

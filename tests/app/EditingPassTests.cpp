@@ -50,7 +50,6 @@ protected:
         support::ClipSpec clip;
         clip.frames = kFrames;
         support::writeBytes("from/door.ogv", support::makeClip(clip));
-        m_gui.dialog.answer = platform::OpenFilesResult{m_folder.path() + "from/", {"door.ogv"}};
     }
 
     void click(const char16_t* window, std::u16string_view control) {
@@ -83,7 +82,6 @@ protected:
     void letItLeadSomewhere();
     int run();
 
-    test::ScriptedGui m_gui{test::gui()};
     tour::Script m_script{"./"};
 };
 
@@ -132,24 +130,13 @@ void EditingPass::letItLeadSomewhere() {
 }
 
 int EditingPass::run() {
-    /// The program ends its window system; the test's own stays.
-    class Borrowed final : public platform::Gui {
-    public:
-        Borrowed(platform::Gui& gui, const tour::Script& script) : m_gui(gui), m_script(script) {}
-        platform::WindowHost& windows() override { return m_gui.windows(); }
-        platform::EventLoop& loop() override { return m_gui.loop(); }
-        platform::FontSet& fonts() override { return m_gui.fonts(); }
-        platform::FileDialog& fileDialog() override { return m_gui.fileDialog(); }
-        platform::ComponentLibrary& components() override { return m_gui.components(); }
-        bool isEnding() const override { return !m_script.problem().empty(); }
-
-    private:
-        platform::Gui& m_gui;
-        const tour::Script& m_script;
-    };
     m_script.play(test::gui());
-    const int exitCode =
-        app::runProgram("TestMode", [this] { return std::make_unique<Borrowed>(m_gui, m_script); });
+    const int exitCode = app::runProgram("TestMode", [this] {
+        auto gui = std::make_unique<test::ScriptedGui>(test::gui());
+        gui->dialog.answer = platform::OpenFilesResult{m_folder.path() + "from/", {"door.ogv"}};
+        gui->ends = [this] { return !m_script.problem().empty(); };
+        return gui;
+    });
     m_script.stop();
     return exitCode;
 }

@@ -2,6 +2,7 @@
 #include <cctype>
 #include <functional>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -74,24 +75,32 @@ private:
     std::size_t m_next = 0;
 };
 
-void quit(ScreenState& state) {
-    state.quit = true;
-}
-void askForNew(ScreenState& state) {
-    state.newSceneRequest = true;
-}
-void create(ScreenState& state) {
-    state.sceneCreated = true;
-}
-void askForZones(ScreenState& state) {
-    state.zoneEditRequest = true;
+/// What the author does on each screen, as "SCREEN" and signs: '!' quits, '?' asks for a new scene,
+/// '+' creates it, 'Z' asks for the zone editor, '-' is a screen that cannot be made.
+std::vector<ScriptedScreens::Step> stepsOf(const std::string& text) {
+    std::vector<ScriptedScreens::Step> steps;
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        const std::size_t signs = word.find_first_of("!?+-Z");
+        ScriptedScreens::Step step{word.substr(0, signs)};
+        const std::string acts = signs == std::string::npos ? "" : word.substr(signs);
+        step.exists = acts.find('-') == std::string::npos;
+        step.acts = [acts](ScreenState& state) {
+            state.quit |= acts.find('!') != std::string::npos;
+            state.newSceneRequest |= acts.find('?') != std::string::npos;
+            state.sceneCreated |= acts.find('+') != std::string::npos;
+            state.zoneEditRequest |= acts.find('Z') != std::string::npos;
+        };
+        steps.push_back(std::move(step));
+    }
+    return steps;
 }
 
 struct Course {
     const char* name;
     ScreenState before;
-    std::vector<ScriptedScreens::Step> script;
-    std::vector<std::string> shown;
+    const char* script;
+    const char* shown; ///< and what was loaded between
     Screen after;
     bool loads = true;
 };
@@ -106,10 +115,14 @@ TEST_P(ScreenLoopCourse, ShowsTheScreensInOrder) {
     const Course& course = GetParam();
     ScreenState state = course.before;
     CountingComponents components;
-    ScriptedScreens screens(state, course.script);
+    ScriptedScreens screens(state, stepsOf(course.script));
     screens.loads = course.loads;
     EXPECT_TRUE(app::ScreenLoop(state, components, screens).run());
-    EXPECT_EQ(screens.shown, course.shown);
+    std::string shown;
+    for (const std::string& screen : screens.shown) {
+        shown += (shown.empty() ? "" : " ") + screen;
+    }
+    EXPECT_EQ(shown, course.shown);
     EXPECT_EQ(state.screen, course.after);
     EXPECT_EQ(components.uses, 0);
 }
@@ -128,88 +141,51 @@ ScreenState withStaleFlags() {
     return state;
 }
 
-std::vector<Course> courses() {
-    return {
-        {"quit at once", {}, {{"open", quit}}, {"open"}, Screen::openScene},
-        {"flags left over from before are cleared",
-         withStaleFlags(),
-         {{"open"}, {"branches", quit}},
-         {"open", "load", "branches"},
-         Screen::branchEditor},
-        {"a scene that does not load shows the open screen again",
-         {},
-         {{"open"}, {"open", quit}},
-         {"open", "load", "open"},
-         Screen::openScene,
-         false},
-        {"a new scene leads to the branch editor",
-         {},
-         {{"open", askForNew}, {"new", create}, {"branches", quit}},
-         {"open", "new", "branches"},
-         Screen::branchEditor},
-        {"back without a scene leads to the open screen, whose request is fresh",
-         {},
-         {{"open", askForNew}, {"new"}, {"open"}, {"branches", quit}},
-         {"open", "new", "open", "load", "branches"},
-         Screen::branchEditor},
-        {"back after a scene was created in this run leads to the branch editor",
-         at(Screen::newScene, true),
-         {{"new"}, {"branches", quit}},
-         {"new", "branches"},
-         Screen::branchEditor},
-        {"the branch editor stays until it asks for something",
-         at(Screen::branchEditor),
-         {{"branches"}, {"branches"}, {"branches", quit}},
-         {"branches", "branches", "branches"},
-         Screen::branchEditor},
-        {"branch editor and zone editor alternate",
-         at(Screen::branchEditor),
-         {{"branches", askForZones},
-          {"zones"},
-          {"branches", askForZones},
-          {"zones"},
-          {"branches"},
-          {"branches", quit}},
-         {"branches", "zones", "branches", "zones", "branches", "branches"},
-         Screen::branchEditor},
-        {"a zone editor that cannot be made ends the program where it was",
-         at(Screen::zoneEditor),
-         {{"zones", [](ScreenState&) {}, false}},
-         {"zones"},
-         Screen::zoneEditor},
-        {"quitting inside the zone editor keeps its screen",
-         at(Screen::zoneEditor),
-         {{"zones", quit}},
-         {"zones"},
-         Screen::zoneEditor},
-        {"an open screen that cannot be made ends the program without loading",
-         {},
-         {{"open", [](ScreenState&) {}, false}},
-         {"open"},
-         Screen::openScene},
-        {"a new screen that cannot be made ends the program",
-         at(Screen::newScene, true),
-         {{"new", [](ScreenState&) {}, false}},
-         {"new"},
-         Screen::newScene},
-        {"a branch editor that cannot be made ends the program",
-         at(Screen::branchEditor),
-         {{"branches", askForZones, false}},
-         {"branches"},
-         Screen::branchEditor},
-        {"quit wins over every other request",
-         at(Screen::branchEditor),
-         {{"branches",
-           [](ScreenState& state) {
-               state.quit = true;
-               state.zoneEditRequest = true;
-           }}},
-         {"branches"},
-         Screen::branchEditor},
-    };
-}
+const Course kCourses[] = {
+    {"quit at once", {}, "open!", "open", Screen::openScene},
+    {"flags left over from before are cleared", withStaleFlags(), "open branches!",
+     "open load branches", Screen::branchEditor},
+    {"a scene that does not load shows the open screen again",
+     {},
+     "open open!",
+     "open load open",
+     Screen::openScene,
+     false},
+    {"a new scene leads to the branch editor",
+     {},
+     "open? new+ branches!",
+     "open new branches",
+     Screen::branchEditor},
+    {"back without a scene leads to the open screen, whose request is fresh",
+     {},
+     "open? new open branches!",
+     "open new open load branches",
+     Screen::branchEditor},
+    {"back after a scene was created in this run leads to the branch editor",
+     at(Screen::newScene, true), "new branches!", "new branches", Screen::branchEditor},
+    {"the branch editor stays until it asks for something", at(Screen::branchEditor),
+     "branches branches branches!", "branches branches branches", Screen::branchEditor},
+    {"branch editor and zone editor alternate", at(Screen::branchEditor),
+     "branchesZ zones branchesZ zones branches branches!",
+     "branches zones branches zones branches branches", Screen::branchEditor},
+    {"a zone editor that cannot be made ends the program where it was", at(Screen::zoneEditor),
+     "zones-", "zones", Screen::zoneEditor},
+    {"quitting inside the zone editor keeps its screen", at(Screen::zoneEditor), "zones!", "zones",
+     Screen::zoneEditor},
+    {"an open screen that cannot be made ends the program without loading",
+     {},
+     "open-",
+     "open",
+     Screen::openScene},
+    {"a new screen that cannot be made ends the program", at(Screen::newScene, true), "new-", "new",
+     Screen::newScene},
+    {"a branch editor that cannot be made ends the program", at(Screen::branchEditor), "branchesZ-",
+     "branches", Screen::branchEditor},
+    {"quit wins over every other request", at(Screen::branchEditor), "branches!Z", "branches",
+     Screen::branchEditor},
+};
 
-INSTANTIATE_TEST_SUITE_P(All, ScreenLoopCourse, ::testing::ValuesIn(courses()),
+INSTANTIATE_TEST_SUITE_P(All, ScreenLoopCourse, ::testing::ValuesIn(kCourses),
                          [](const auto& course) {
                              std::string name = course.param.name;
                              for (char& c : name) {
@@ -223,17 +199,18 @@ TEST(ScreenLoop, ClearsTheRequestsOfTheScreensItShows) {
     CountingComponents components;
     bool newRequest = true;
     bool zoneRequest = true;
-    ScriptedScreens screens(state, {{"open", askForNew},
-                                    {"new",
-                                     [&](ScreenState& now) {
-                                         newRequest = now.newSceneRequest;
-                                         now.sceneCreated = true;
-                                     }},
-                                    {"branches", askForZones},
-                                    {"zones", [&](ScreenState& now) {
-                                         zoneRequest = now.zoneEditRequest;
-                                         now.quit = true;
-                                     }}});
+    ScriptedScreens screens(state,
+                            {{"open", [](ScreenState& now) { now.newSceneRequest = true; }},
+                             {"new",
+                              [&](ScreenState& now) {
+                                  newRequest = now.newSceneRequest;
+                                  now.sceneCreated = true;
+                              }},
+                             {"branches", [](ScreenState& now) { now.zoneEditRequest = true; }},
+                             {"zones", [&](ScreenState& now) {
+                                  zoneRequest = now.zoneEditRequest;
+                                  now.quit = true;
+                              }}});
     EXPECT_TRUE(app::ScreenLoop(state, components, screens).run());
     EXPECT_FALSE(newRequest);
     EXPECT_FALSE(zoneRequest);

@@ -4,44 +4,13 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/LogCapture.h"
 #include "ui/ActionRow.h"
 
 namespace {
 
-using ui::ParameterKind;
-
-TEST(ActionRow, EachConditionHasItsParameters) {
-    const struct {
-        int condition;
-        ParameterKind kind;
-    } cases[] = {
-        {ui::kConditionDefault, ParameterKind::none},
-        {ui::kConditionKeypress, ParameterKind::letters},
-        {ui::kConditionZone, ParameterKind::zones},
-        {ui::kConditionRandom, ParameterKind::none},
-        {4, ParameterKind::unknown},
-        {-1, ParameterKind::unknown},
-    };
-    for (const auto& test : cases) {
-        EXPECT_EQ(ui::parameterKind(test.condition), test.kind) << test.condition;
-    }
-}
-
-TEST(ActionRow, KeysAreTheCapitalLetters) {
-    const std::vector<std::string>& letters = ui::keyLetters();
-    ASSERT_EQ(letters.size(), 26U);
-    EXPECT_EQ(letters.front(), "A");
-    EXPECT_EQ(letters[12], "M");
-    EXPECT_EQ(letters.back(), "Z");
-}
-
-TEST(ActionRow, ReadsItsNumberFromTheUserData) {
-    const support::LogCapture log;
+TEST(ActionRow, ARowWithoutANumberHasNoAction) {
     EXPECT_EQ(ui::actionNumber(u""), -1);
-    EXPECT_EQ(ui::actionNumber(u"0"), 0);
-    EXPECT_EQ(ui::actionNumber(u"199"), 199);
-    EXPECT_TRUE(log.errors().empty());
+    EXPECT_EQ(ui::parameterKind(4), ui::ParameterKind::unknown);
 }
 
 TEST(ActionRow, FindsTheFirstItemWithExactlyTheText) {

@@ -1,5 +1,4 @@
 // The video control in a window: when it makes its buffer, what it paints and where it steps.
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -139,30 +138,8 @@ TEST_F(VideoControl, AFailedLoadKeepsAnEmptyVideo) {
     EXPECT_EQ(m_log.errors(), std::vector<std::string>{"Unable to load Theora video"});
 }
 
-struct Step {
-    const char* what;
-    int from;
-    void (video::CVideoUI::*move)();
-    int to;
-};
-
-TEST_F(VideoControl, StepsStopAtBothEnds) {
+TEST_F(VideoControl, AFrameOutsideTheVideoIsCutToIt) {
     video::CVideoUI& control = show("clip.ogv");
-    const Step steps[] = {
-        {"back 1", 5, &video::CVideoUI::PrevFrame, 4},
-        {"back 1 on the first", 0, &video::CVideoUI::PrevFrame, 0},
-        {"back 10", 15, &video::CVideoUI::PrevTenFrames, 5},
-        {"back 10 near the first", 4, &video::CVideoUI::PrevTenFrames, 0},
-        {"forward 1", 5, &video::CVideoUI::NextFrame, 6},
-        {"forward 1 on the last", 29, &video::CVideoUI::NextFrame, 29},
-        {"forward 10", 5, &video::CVideoUI::NextTenFrames, 15},
-        {"forward 10 near the last", 27, &video::CVideoUI::NextTenFrames, 29},
-    };
-    for (const Step& step : steps) {
-        control.GoToFrame(step.from);
-        (control.*step.move)();
-        EXPECT_EQ(frameOf(control), step.to) << step.what;
-    }
     for (const auto& [asked, reached] :
          {std::pair{-7, 0}, std::pair{12, 12}, std::pair{30, 29}, std::pair{1000000, 29}}) {
         control.GoToFrame(asked);
@@ -245,39 +222,6 @@ TEST_F(VideoControl, TakesEveryEventAndActsOnTheTimerAlone) {
         EXPECT_TRUE(control.DoEvent(event));
     }
     EXPECT_EQ(frameOf(control), 0);
-}
-
-TEST_F(VideoControl, AFrameIsOnTheScreenWithoutAnyOtherEvent) {
-    video::CVideoUI& control = show("clip.ogv");
-    test::WindowDriver driver(*m_window);
-    const auto shown = [&] {
-        const platform::Bitmap picture = driver.picture();
-        std::vector<std::uint8_t> rgb;
-        for (int y = 0; y < 48; ++y) {
-            for (int x = 0; x < 64; ++x) {
-                const std::uint32_t pixel =
-                    picture.at(20 + (2 * x + 1) * 160 / 128, 10 + (2 * y + 1) * 120 / 96);
-                rgb.push_back(static_cast<std::uint8_t>(pixel >> 16U));
-                rgb.push_back(static_cast<std::uint8_t>(pixel >> 8U));
-                rgb.push_back(static_cast<std::uint8_t>(pixel));
-            }
-        }
-        return support::readFrameNumber(rgb.data(), 64, 48);
-    };
-    for (const int frame : {0, 13, 29, 1}) {
-        control.GoToFrame(frame);
-        EXPECT_TRUE(test::pumpUntil([&] { return shown() == frame; })) << frame;
-    }
-}
-
-TEST_F(VideoControl, ManyVisitsLeaveNothingBehind) {
-    for (int visit = 0; visit < 100; ++visit) {
-        show("clip.ogv").GoToFrame(visit % 30);
-        m_window.reset();
-        ASSERT_EQ(theora::TheoraVideoManager::getInstance(), nullptr);
-    }
-    test::pump();
-    EXPECT_TRUE(m_log.errors().empty());
 }
 
 } // namespace

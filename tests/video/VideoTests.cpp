@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include "src/TheoraVideoManager.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
@@ -188,15 +187,6 @@ TEST_F(VideoFrames, AFileThatIsNoVideoIsReported) {
         EXPECT_FALSE(video.hasDueFrame());
     }
     EXPECT_EQ(m_log.errors(), Lines(3, "Unable to load Theora video"));
-}
-
-TEST_F(VideoFrames, TheManagerEndsWithTheVideo) {
-    {
-        video::Video video;
-        ASSERT_TRUE(video.Load("clip.ogv"));
-        EXPECT_NE(theora::TheoraVideoManager::getInstance(), nullptr);
-    }
-    EXPECT_EQ(theora::TheoraVideoManager::getInstance(), nullptr);
 }
 
 } // namespace
