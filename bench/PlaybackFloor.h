@@ -11,6 +11,8 @@
 #include <ogg/ogg.h>
 #include <theora/theoradec.h>
 
+#include "bench/ConversionReport.h"
+
 namespace bench {
 
 class PlaybackFloor {
@@ -22,6 +24,9 @@ public:
     PlaybackFloor& operator=(const PlaybackFloor&) = delete;
 
     [[nodiscard]] int frameCount() const { return static_cast<int>(m_index.size()); }
+    [[nodiscard]] FrameSize frameSize() const {
+        return {static_cast<int>(m_info.frame_width), static_cast<int>(m_info.frame_height)};
+    }
     /// Decodes from the frame's keyframe to the frame.
     void seek(int frame);
     /// Decodes the next frame; false at the end.

@@ -73,12 +73,11 @@ double PlaybackPlayer::playAll() {
     return shown / (millisecondsSince(start) / 1000.0);
 }
 
-void PlaybackPlayer::settle() {
+void PlaybackPlayer::settle(std::chrono::milliseconds quiet) {
     // The second decoder tells nobody when it is done; a measurement may well wait.
-    constexpr int kFullRounds = 40;
-    for (int quiet = 0; quiet < kFullRounds; ++quiet) {
+    for (auto since = Clock::now(); Clock::now() - since < quiet;) {
         if (m_clip->wantsWork()) {
-            quiet = 0;
+            since = Clock::now();
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }

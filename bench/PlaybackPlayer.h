@@ -1,6 +1,7 @@
 // A clip in the hands of a very patient display: it asks for a frame and waits for it.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -22,8 +23,8 @@ public:
     double seek(int frame, bool release = true);
     /// Plays from frame 0 to the end as fast as it goes; frames a second.
     double playAll();
-    /// Waits until the clip has nothing more to do.
-    void settle();
+    /// Waits until the clip has had nothing to do for so long.
+    void settle(std::chrono::milliseconds quiet = std::chrono::milliseconds(200));
 
 private:
     void waitForChange(int seen);

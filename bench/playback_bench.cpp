@@ -9,32 +9,35 @@
 #include <string>
 #include <thread>
 
+#include "bench/ConversionReport.h"
 #include "bench/PlaybackFloor.h"
 #include "bench/PlaybackPlayer.h"
+#include "bench/ReportTable.h"
 #include "bench/Samples.h"
 #include "src/Theora/PageSearch.h"
 #include "src/Theora/StreamHeaders.h"
 #include "src/Theora/StreamScan.h"
 #include "src/TheoraFileDataSource.h"
-#include "src/TheoraUtil/ColorConvert.h"
-
-#ifdef QUORVEL_HAVE_LIBYUV
-#include <libyuv.h>
-#endif
 
 namespace {
 
 using bench::Clock;
 using bench::millisecondsSince;
+using bench::number;
 using bench::PlaybackFloor;
 using bench::PlaybackPlayer;
+using bench::ratio;
+using bench::row;
 using bench::Samples;
+using bench::spread;
 
 constexpr int kSeeks = 60;
 constexpr int kSeeksInARow = 6;
 constexpr int kSteps = 60;
 constexpr int kHeldSteps = 300;
 constexpr std::chrono::milliseconds kHeldPause{100};
+// The step-back decoder goes through a whole group, which may be 250 frames long.
+constexpr std::chrono::milliseconds kLongSettling{1000};
 
 /// A file that notes when it was first read after a request.
 class WatchedSource : public theora::TheoraFileDataSource {
@@ -63,31 +66,10 @@ double residentMegabytes() {
     return static_cast<double>(resident) * 4096 / 1e6;
 }
 
-void row(const char* what, const std::string& value, const std::string& floor, const char* target) {
-    std::printf("| %s | %s | %s | %s |\n", what, value.c_str(), floor.c_str(), target);
-    std::fflush(stdout);
-}
-
-std::string number(double value, const char* unit) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.2f %s", value, unit);
-    return text;
-}
-
-std::string ratio(double value, double floor) {
-    return number(floor > 0 ? value / floor : 0, "x floor");
-}
-
-std::string spread(const Samples& samples) {
-    char text[96];
-    std::snprintf(text, sizeof text, "p50 %.2f, p95 %.2f, max %.2f ms", samples.median(),
-                  samples.p95(), samples.most());
-    return text;
-}
-
 class ClipReport {
 public:
-    explicit ClipReport(std::string path) : m_path(std::move(path)), m_floor(m_path) {}
+    explicit ClipReport(std::string path)
+        : m_path(std::move(path)), m_floor(m_path), m_frame(m_floor.frameSize()) {}
 
     void run() {
         std::printf("\n## %s (%d frames)\n\n| what | measured | floor or peer | target |\n"
@@ -103,7 +85,7 @@ public:
         holdBack();
         startOfDecoding();
         destruction();
-        conversion();
+        bench::reportConversion(m_frame);
     }
 
 private:
@@ -200,7 +182,7 @@ private:
             m_floor.next();
             decode.add(millisecondsSince(start));
         }
-        return decode.median() + convertTime(theora::ColorPath::fastest);
+        return decode.median() + bench::conversionTime(m_frame, theora::ColorPath::fastest);
     }
 
     void stepUnprepared() {
@@ -224,7 +206,7 @@ private:
         Samples back;
         for (int round = 0; round < 6; ++round) {
             player.seek(middle + round);
-            player.settle();
+            player.settle(kLongSettling);
             for (const int move : {-1, -1, -1, -10, 1, 1, 10, -1, 1, -1}) {
                 m_at += move;
                 const double time = player.seek(middle + round + m_at);
@@ -241,7 +223,7 @@ private:
         PlaybackPlayer player(openFile(m_path));
         const int from = m_floor.frameCount() - 1;
         player.seek(from);
-        player.settle();
+        player.settle(kLongSettling);
         Samples steps;
         for (int i = 1; i <= kHeldSteps && from - i >= 0; ++i) {
             steps.add(player.seek(from - i));
@@ -281,77 +263,9 @@ private:
         row("destruction in the middle of a seek", spread(time), "", "< 300 ms");
     }
 
-    struct Planes {
-        std::vector<std::uint8_t> y, u, v, out;
-        theora::TheoraPicture picture;
-        int width, height;
-    };
-
-    [[nodiscard]] Planes makePlanes() const {
-        const auto source = openFile(m_path);
-        theora::SharedSource shared(*source);
-        theora::StreamHeaders headers;
-        theora::readStreamHeaders(shared, headers);
-        Planes planes;
-        planes.width = static_cast<int>(headers.theora.info->frame_width);
-        planes.height = static_cast<int>(headers.theora.info->frame_height);
-        const auto pixels = static_cast<std::size_t>(planes.width * planes.height);
-        std::mt19937 random(1);
-        planes.y.resize(pixels);
-        planes.u.resize(pixels / 4);
-        planes.v.resize(pixels / 4);
-        planes.out.resize(pixels * 3);
-        for (auto* plane : {&planes.y, &planes.u, &planes.v}) {
-            for (auto& sample : *plane) {
-                sample = static_cast<std::uint8_t>(random());
-            }
-        }
-        const int w = planes.width;
-        const int h = planes.height;
-        planes.picture.planes = {{{planes.y.data(), w, w, h},
-                                  {planes.u.data(), w / 2, w / 2, h / 2},
-                                  {planes.v.data(), w / 2, w / 2, h / 2}}};
-        return planes;
-    }
-
-    [[nodiscard]] double convertTime(theora::ColorPath path) const {
-        Planes planes = makePlanes();
-        Samples time;
-        for (int i = 0; i < 31; ++i) {
-            const auto start = Clock::now();
-            theora::convertPicture(planes.picture, theora::TheoraOutputMode::TH_RGB,
-                                   planes.out.data(), planes.width, planes.height, path);
-            time.add(millisecondsSince(start));
-        }
-        return time.median();
-    }
-
-    void conversion() const {
-        const double fast = convertTime(theora::ColorPath::fastest);
-        const double portable = convertTime(theora::ColorPath::portable);
-#ifdef QUORVEL_HAVE_LIBYUV
-        Planes planes = makePlanes();
-        const int w = planes.width;
-        Samples time;
-        for (int i = 0; i < 31; ++i) {
-            const auto start = Clock::now();
-            libyuv::I420ToRAW(planes.y.data(), w, planes.u.data(), w / 2, planes.v.data(), w / 2,
-                              planes.out.data(), w * 3, w, planes.height);
-            time.add(millisecondsSince(start));
-        }
-        const double peer = time.median();
-        row("conversion to RGB",
-            number(fast, "ms, ") + number(fast / peer, "x") + "; without AVX2 " +
-                number(portable, "ms, ") + number(portable / peer, "x"),
-            number(peer, "ms (libyuv)"), "<= 2.1 x; without AVX2 <= 4.5 x");
-#else
-        row("conversion to RGB", number(fast, "ms; without AVX2 ") + number(portable, "ms"),
-            "no libyuv here", "<= 2.1 x libyuv");
-#endif
-    }
-
     std::string m_path;
     PlaybackFloor m_floor;
+    bench::FrameSize m_frame;
     std::mt19937 m_random{12345};
     int m_at = 0;
 };

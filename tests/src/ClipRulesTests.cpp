@@ -39,9 +39,15 @@ public:
     void wrapRound() { m_restartPending.store(true); }
     [[nodiscard]] bool restartPending() const { return m_restartPending.load(); }
     int continuedFrom = -1;
+    int requestedMeanwhile = -1; ///< by another thread while the next seek runs
 
 protected:
-    bool seekTo(int) override { return true; }
+    bool seekTo(int) override {
+        if (requestedMeanwhile >= 0) {
+            requestSeek(requestedMeanwhile);
+        }
+        return true;
+    }
     bool decodeNextFrame() override { return false; }
     void continueFrom(int frame) override { continuedFrom = frame; }
 };
@@ -90,6 +96,15 @@ TEST_F(ClipRules, APendingSeekHidesReadyFrames) {
     ASSERT_TRUE(clip.decodeOnWorker()); // the seek itself: the stand-in accepts any
     EXPECT_EQ(clip.pendingSeekFrame.load(), -1);
     EXPECT_FLOAT_EQ(clip.getTimer().getTime(), 0.5F);
+}
+
+TEST_F(ClipRules, ARequestMadeDuringASeekStays) {
+    for (const int meanwhile : {6, 5}) {
+        clip.requestedMeanwhile = meanwhile;
+        clip.requestSeek(5);
+        ASSERT_TRUE(clip.decodeOnWorker());
+        EXPECT_EQ(clip.pendingSeekFrame.load(), meanwhile == 5 ? -1 : meanwhile);
+    }
 }
 
 TEST_F(ClipRules, AdvancingJumpsToTheFrontFrameUnlessPaused) {
