@@ -1,0 +1,140 @@
+// How long each window takes from its creation to its first picture, and what an open one costs
+// while nothing happens.
+//
+// Usage: window_bench    prints a Markdown table; in a folder with UI/, Translations.ini and the
+// demo scenes, as build/release/bin. Needs a display: QT_QPA_PLATFORM=offscreen serves.
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include "ZoneEdit/ZoneEdit.h"
+#include "app/services/Startup.h"
+#include "bench/MarkdownTable.h"
+#include "scene/SceneManager.h"
+#include "ui/BranchList.h"
+#include "ui/Confirmation.h"
+#include "ui/NewScene.h"
+#include "ui/OpenScene.h"
+#include "zone/ZoneManager.h"
+
+namespace {
+
+using bench::Clock;
+using bench::Samples;
+using Window = std::shared_ptr<ui::EditorWindow>;
+
+constexpr int kOpenings = 20;
+constexpr std::chrono::seconds kIdle{5};
+constexpr const char* kScene = "Fire Drill Level 1";
+constexpr const char* kSceneClip = "Scenes/Fire Drill Level 1/alarm-corridor.ogv";
+
+class Asker final : public ui::ConfirmCallback {
+public:
+    [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return nullptr; }
+};
+
+class Bench {
+public:
+    explicit Bench(platform::Gui& gui) : m_gui(gui) {}
+
+    bool prepare() {
+        return app::createServices(m_services, m_state) && m_services.sceneManager->Load(kScene);
+    }
+
+    void openings() {
+        opening("open scene", [this] { return ui::OpenScene::create(context()); });
+        opening("new scene", [this] { return ui::NewScene::create(context()); });
+        opening("branch editor", [this] { return ui::BranchList::create(context()); });
+        opening("question", [this] {
+            return std::make_shared<ui::Confirmation>(context(), m_asker, "Exit?", "Really?");
+        });
+        m_state.zoneEditVideo = kSceneClip;
+        opening("zone editor", [this] { return zoneedit::ZoneEdit::create(context()); });
+    }
+
+    void idleWindow() {
+        const Window window = ui::BranchList::create(context());
+        if (!show(*window)) {
+            return;
+        }
+        settle();
+        platform::EventLoop& loop = m_gui.loop();
+        const std::clock_t before = std::clock();
+        {
+            const std::jthread alarm([&loop] {
+                std::this_thread::sleep_for(kIdle);
+                loop.post([&loop] { loop.postQuit(0); });
+            });
+            loop.run();
+        }
+        const double used = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+        char text[64];
+        std::snprintf(text, sizeof text, "%.3f %% of a processor",
+                      100.0 * used / static_cast<double>(kIdle.count()));
+        bench::tableRow("branch editor while nothing happens", text, "", "0 %");
+    }
+
+private:
+    [[nodiscard]] ui::WindowContext context() { return {m_gui, m_state, m_services}; }
+
+    bool show(ui::EditorWindow& window) {
+        if (!window.Create(nullptr, u"Bench", ui::kScreenStyle, ui::kScreenExtendedStyle)) {
+            return false;
+        }
+        window.CenterWindow();
+        window.ShowWindow(true);
+        m_gui.loop().processEvents(false);
+        return window.GetNative()->snapshot().size().width > 0; // painted, whatever came before
+    }
+
+    void settle() {
+        for (int i = 0; i < 500; ++i) {
+            m_gui.loop().processEvents(false);
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+    }
+
+    void opening(const char* name, const std::function<Window()>& create) {
+        Samples times;
+        for (int i = 0; i < kOpenings; ++i) {
+            const auto began = Clock::now();
+            const Window window = create();
+            if (!window || !show(*window)) {
+                std::fprintf(stderr, "window_bench: no window for \"%s\"\n", name);
+                return;
+            }
+            times.add(bench::millisecondsSince(began));
+        }
+        bench::tableRow(std::string("creation to first picture: ") + name, bench::timesText(times),
+                        "", "< 150 ms");
+    }
+
+    platform::Gui& m_gui;
+    app_state::ScreenState m_state;
+    app_state::SharedServices m_services;
+    Asker m_asker;
+};
+
+} // namespace
+
+int main() {
+    const auto gui = platform::createGui();
+    if (!gui) {
+        std::fputs("window_bench: no display\n", stderr);
+        return 1;
+    }
+    Bench bench(*gui);
+    if (!bench.prepare()) {
+        std::fputs("window_bench: no skin, texts or demo scenes here\n", stderr);
+        return 1;
+    }
+    bench::tableHead("Windows");
+    bench.idleWindow(); // before a zone editor's decoding threads were there
+    bench.openings();
+    zone::setCurrentZoneManager(nullptr);
+    return 0;
+}
