@@ -161,6 +161,12 @@ TEST_F(Notifications, TellWhatAPersonDoes) {
          },
          {"itemselect Combo 2"}},
         {"Up on the closed combo picks", [](auto& d) { d.press(Key::up); }, {"itemselect Combo 1"}},
+        {"the wheel over the closed combo, both ways",
+         [&](auto& d) {
+             d.wheel({20, 140}, -1);
+             d.wheel({20, 140}, 1);
+         },
+         {}},
         {"Up at the first item picks nothing",
          [](auto& d) {
              d.press(Key::up);
@@ -168,11 +174,6 @@ TEST_F(Notifications, TellWhatAPersonDoes) {
          },
          {"itemselect Combo 0"}},
         {"a letter picks", [](auto& d) { d.type(u"g"); }, {"itemselect Combo 2"}},
-        {"the wheel over the closed combo",
-         [&](auto& d) {
-             d.wheel({20, 140}, -1);
-         },
-         {}},
         {"an empty combo", [](auto& d) { d.click(u"Empty"); }, {}},
         {"a press on a row", [](auto& d) { d.click(u"Row1"); }, {"itemselect List 1"}},
         {"on the same row again", [](auto& d) { d.click(u"Row1"); }, {"itemselect List 1"}},
