@@ -55,6 +55,22 @@ TEST_F(Skins, ADamagedZipHoldsNothing) {
     EXPECT_EQ(read("a.xml"), std::nullopt);
 }
 
+TEST_F(Skins, TheEntriesOfAZipAreNeverWritten) {
+    const std::string names[] = {"../evil.xml", "..\\evil.xml", "/evil.xml", "C:evil.xml",
+                                 "a/b.xml"};
+    ZipMaker maker;
+    for (const std::string& name : names) {
+        maker.add(name, "evil", true);
+    }
+    const auto bytes = maker.finish();
+    support::writeBytes("program/UI.zip", std::string(bytes.begin(), bytes.end()));
+    const auto skin = Skin::open("program/UI/");
+    for (const std::string& name : names) {
+        (void)skin->read(name);
+    }
+    EXPECT_EQ(support::filesBelow("."), std::vector<std::string>{"program/UI.zip"});
+}
+
 TEST_F(ZippedWindow, ShowsItsLayoutAndImages) {
     ZipMaker maker;
     maker.add("Test.xml", R"(<Window size="40,30"><Control bkimage="Red.bmp"/></Window>)", true);

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/Paths.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/TempFolder.h"
 #include "ui/VideoImport.h"
@@ -139,6 +140,45 @@ TEST_F(VideoImport, NeverReplacesAFolderAndNeedsAFileToCopy) {
     EXPECT_EQ(import("from", "Scenes/A/other.ogv"), ImportResult::failed);
     EXPECT_EQ(import("from/none.ogv", "Scenes/A/other.ogv"), ImportResult::failed);
     EXPECT_EQ(support::filesBelow("Scenes"), std::vector<std::string>{"A/clip.ogv/inside"});
+}
+
+TEST_F(VideoImport, NoNameLeadsOutOfTheScenesFolder) {
+    const std::string names[] = {"..",
+                                 ".",
+                                 "",
+                                 "../x.ogv",
+                                 "..\\x.ogv",
+                                 "a/../../x.ogv",
+                                 "/x.ogv",
+                                 "C:\\x.ogv",
+                                 "C:x.ogv",
+                                 "NUL",
+                                 "con.ogv",
+                                 "x.ogv.",
+                                 "x.ogv ",
+                                 "...",
+                                 " ",
+                                 "a:b.ogv",
+                                 "VideoCopy.part",
+                                 std::string(255, 'n'),
+                                 std::string(300, 'n') + ".ogv"};
+    for (const std::string& name : names) {
+        std::filesystem::remove_all("Scenes");
+        writeBytes("Scenes/A/kept.ogv", kOld);
+        const ImportResult result =
+            import("from/clip.ogv", scenePath("A\\") + core::fileName(name));
+        EXPECT_EQ(readBytes("Scenes/A/kept.ogv"), kOld) << name;
+        int copies = 0;
+        for (const std::string& path : support::filesBelow(".")) {
+            if (path == "from/clip.ogv" || path == "Scenes/A/kept.ogv") {
+                continue;
+            }
+            EXPECT_EQ(std::filesystem::path(path).parent_path(), "Scenes/A") << name;
+            EXPECT_EQ(readBytes(path), kNew) << name;
+            ++copies;
+        }
+        EXPECT_EQ(copies, result == ImportResult::copied ? 1 : 0) << name;
+    }
 }
 
 TEST_F(VideoImport, ACancelledCopyLeavesEverythingAsItWas) {

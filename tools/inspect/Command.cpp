@@ -19,7 +19,7 @@ constexpr std::array kCommands{
     Command{"frames", "FILE [--sequential] [N | A-B | random:SEED:COUNT]...", runFrames},
     Command{"scene", "DIR [--rewrite DIR2]", runScene},
     Command{"video", "FILE", runVideo},
-    Command{"zones", "BASE [--display WxH --video WxH] [--frames N] [--rewrite BASE2]", runZones},
+    Command{"zones", "BASE [--display WxH] [--video WxH] [--frames N] [--rewrite BASE2]", runZones},
 };
 
 std::string usage(const Command& command) {

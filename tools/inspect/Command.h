@@ -31,7 +31,7 @@ struct Command {
 [[nodiscard]] int runScene(const Arguments& arguments, std::ostream& out);
 /// video FILE
 [[nodiscard]] int runVideo(const Arguments& arguments, std::ostream& out);
-/// zones BASE [--display WxH --video WxH] [--frames N] [--rewrite BASE2]
+/// zones BASE [--display WxH] [--video WxH] [--frames N] [--rewrite BASE2]
 [[nodiscard]] int runZones(const Arguments& arguments, std::ostream& out);
 
 /// Finds the command that the first argument names and runs it. Never throws: what goes wrong is

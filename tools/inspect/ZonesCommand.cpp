@@ -39,6 +39,14 @@ std::optional<platform::Size> sizeFrom(const std::string& text) {
                : std::nullopt;
 }
 
+/// A display that is not given is the editor's usual picture area, and a video as large as the
+/// display: without both the scale is 1.
+std::optional<zone::ZoneView> viewFrom(const std::string& display, const std::string& video) {
+    const auto shown = sizeFrom(display.empty() ? "1280x720" : display);
+    const auto stored = video.empty() ? shown : sizeFrom(video);
+    return shown && stored ? std::optional(zone::ZoneView{*shown, *stored}) : std::nullopt;
+}
+
 void printFrame(Json& json, const zone::Zone& zone, int frame) {
     const std::shared_ptr<zone::ZoneShape> shape = zone.shape(frame);
     json.beginObject();
@@ -87,13 +95,8 @@ int runZones(const Arguments& given, std::ostream& out) {
         arguments.front().empty()) {
         return badUsage("zones", "one base path is needed");
     }
-    if (display.empty() != video.empty()) {
-        return badUsage("zones", "--display and --video go together");
-    }
-    // Without sizes any two equal ones will do.
-    const std::optional<platform::Size> displaySize = sizeFrom(display.empty() ? "1x1" : display);
-    const std::optional<platform::Size> videoSize = sizeFrom(video.empty() ? "1x1" : video);
-    if (!displaySize || !videoSize) {
+    const std::optional<zone::ZoneView> sizes = viewFrom(display, video);
+    if (!sizes) {
         return badUsage("zones", "a size is written as WIDTHxHEIGHT");
     }
     const std::optional<int> frameCount =
@@ -102,7 +105,7 @@ int runZones(const Arguments& given, std::ostream& out) {
         return badUsage("zones", "the number of frames is 0 or more");
     }
 
-    const ViewScope view({*displaySize, *videoSize});
+    const ViewScope view(*sizes);
     const auto manager = zone::ZoneManager::create(arguments.front(), *frameCount, true);
     if (!manager) {
         return kUnreadable;
