@@ -28,31 +28,20 @@ protected:
     std::shared_ptr<scene::SceneManager> m_scene = scene::SceneManager::create();
 };
 
-TEST_F(SceneManagerTest, TheFirstBranchAddedPlaysFirstAndFollowsItsName) {
-    EXPECT_TRUE(m_scene->AddBranch());
-    EXPECT_EQ(m_scene->FirstBranch(), "New Branch 2");
-    EXPECT_TRUE(m_scene->AddBranch());
-    EXPECT_EQ(m_scene->FirstBranch(), "New Branch 2");
-    m_scene->addAction(1, Action::create());
-    m_scene->action(1, 0)->SetBranchID("New Branch 2");
-    m_scene->renameBranch(1, "Other");
-    EXPECT_EQ(m_scene->FirstBranch(), "New Branch 2");
-    m_scene->renameBranch(0, "Start");
-    EXPECT_EQ(m_scene->FirstBranch(), "Start");
-    EXPECT_EQ(m_scene->action(1, 0)->BranchID(), "New Branch 2") << "actions keep the old name";
-    EXPECT_EQ(idsOf(*m_scene), (Lines{"Start", "Other"}));
-    EXPECT_EQ(newErrors(), Lines{});
-}
-
-TEST_F(SceneManagerTest, ABadIndexIsTheBranchManagersMatterAlone) {
-    m_scene->AddBranch();
-    m_scene->SetFirstBranch("");
-    m_scene->renameBranch(1, "x");
-    EXPECT_EQ(newErrors(), (Lines{"..\\BranchManager.cpp:337 Invalid branch index",
-                                  "..\\BranchManager.cpp:344 Invalid branch index"}));
-    EXPECT_EQ(m_scene->FirstBranch(), "") << "no branch was renamed";
-    EXPECT_EQ(m_scene->branchFilename(-1), "");
-    EXPECT_EQ(newErrors(), Lines{"..\\BranchManager.cpp:351 Invalid branch index"});
+TEST_F(SceneManagerTest, NewBranchesAreNumberedFromTwoWhateverElseThereIs) {
+    const auto branches = scene::BranchManager::create();
+    const auto loaded = scene::Branch::create();
+    loaded->SetID("New Branch 2");
+    branches->append(loaded);
+    branches->append(nullptr);
+    EXPECT_TRUE(branches->AddBranch() && branches->AddBranch());
+    Lines ids{"kept"};
+    branches->branchIDs(ids);
+    EXPECT_EQ(ids, (Lines{"kept", "New Branch 2", "New Branch 2", "New Branch 3"}));
+    EXPECT_EQ(branches->branchCount(), 3);
+    branches->setBranchID(2, "renamed");
+    branches->AddBranch();
+    EXPECT_EQ(branches->branchID(3), "New Branch 4");
 }
 
 /// One operation under the line number of its message; what it gives is checked on the spot.

@@ -1,5 +1,6 @@
 // Random calls, valid and invalid, on a scenario and on a plain model of the same rules.
 #include <functional>
+#include <limits>
 #include <random>
 
 #include "core/Services.h"
@@ -129,10 +130,12 @@ const Operation kOperations[] = {
 class ScenePropertyTest : public scene_tests::SceneFixture {
 protected:
     int below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
-    /// Below `count` mostly; else one of its borders.
+    /// Below `count` mostly; else beyond its borders.
     int nearly(std::size_t count) {
         const int limit = static_cast<int>(count);
-        return below(10) == 0 || limit == 0 ? below(2) * (limit + 1) - 1 : below(limit);
+        const int beyond[] = {-1, limit, std::numeric_limits<int>::min(),
+                              std::numeric_limits<int>::max()};
+        return below(10) == 0 || limit == 0 ? beyond[below(4)] : below(limit);
     }
     std::string anyText() {
         static const char* const kTexts[] = {"", "a", "New Branch 2", "b c", "R&D", "\xC3\xBC.ogv"};

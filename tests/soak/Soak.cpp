@@ -8,25 +8,21 @@
 // the program says goes to FOLDER/stderr.txt, anew in each session. A run that fails is repeated
 // by its seed, and by the number of its last session. Exit 0 when nothing was found.
 #include <algorithm>
-#include <atomic>
+#include <array>
 #include <chrono>
-#include <condition_variable>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <map>
-#include <mutex>
 #include <random>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "app/Program.h"
 #include "core/Log.h"
 #include "core/Text.h"
 #include "tests/soak/RandomUser.h"
+#include "tests/soak/Ticker.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/TempFolder.h"
@@ -37,9 +33,6 @@ namespace {
 
 using support::ProcessFigures;
 
-constexpr auto kTick = std::chrono::milliseconds(1);
-constexpr auto kHang = std::chrono::seconds(120);
-
 struct Options {
     fs::path data;
     fs::path folder;
@@ -47,51 +40,6 @@ struct Options {
     std::uint64_t seed = std::random_device{}();
     int firstSession = 0;
     int events = 3000; ///< of a session
-};
-
-/// Posts ticks into the loops of `gui`, one at a time, so that timers and paints have their turn.
-class Ticker {
-public:
-    Ticker(platform::EventLoop& loop, std::function<void()> tick)
-        : m_loop(loop), m_tick(std::move(tick)), m_thread([this] { run(); }) {}
-    ~Ticker() {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_stops = true;
-        }
-        m_wake.notify_all();
-        m_thread.join();
-        m_loop.processEvents(false); // the last tick belongs to this object
-    }
-    Ticker(const Ticker&) = delete;
-    Ticker& operator=(const Ticker&) = delete;
-
-private:
-    void run() {
-        auto posted = std::chrono::steady_clock::now();
-        std::unique_lock lock(m_mutex);
-        while (!m_wake.wait_for(lock, kTick, [this] { return m_stops; })) {
-            if (!m_waits.exchange(true)) {
-                posted = std::chrono::steady_clock::now();
-                m_loop.post([this] {
-                    m_waits = false;
-                    m_tick();
-                });
-            } else if (std::chrono::steady_clock::now() - posted > kHang) {
-                std::puts("FAILED: the program hangs");
-                (void)std::fflush(stdout);
-                std::abort(); // leaves the stacks to look at
-            }
-        }
-    }
-
-    platform::EventLoop& m_loop;
-    std::function<void()> m_tick;
-    std::atomic<bool> m_waits{false};
-    std::mutex m_mutex;
-    std::condition_variable m_wake;
-    bool m_stops = false;
-    std::thread m_thread;
 };
 
 /// The program ends its window system; the soak's own stays, and can end the program.
@@ -110,6 +58,13 @@ private:
     const bool& m_ends;
 };
 
+/// What became of one run of the program.
+struct Course {
+    int exitCode = 0;
+    int events = 0;
+    std::uint64_t number = 0;
+};
+
 class Soak {
 public:
     explicit Soak(const Options& options);
@@ -118,6 +73,8 @@ public:
 
 private:
     void layScenes() const;
+    [[nodiscard]] std::uint64_t seedOf(int session) const;
+    Course play(std::uint64_t seed);
     void session(int number);
     [[nodiscard]] bool judge() const;
 
@@ -170,6 +127,47 @@ void Soak::layScenes() const {
     support::writeBytes("Scenes/Damaged/Scene.xml", "<Scene><Name>");
 }
 
+std::uint64_t Soak::seedOf(int session) const {
+    std::seed_seq mixed{static_cast<unsigned>(m_options.seed),
+                        static_cast<unsigned>(m_options.seed >> 32),
+                        static_cast<unsigned>(session)};
+    std::array<std::uint32_t, 2> seed{};
+    mixed.generate(seed.begin(), seed.end());
+    return std::uint64_t{seed[0]} << 32 | seed[1];
+}
+
+/// One run of the program, with a random user at it.
+Course Soak::play(std::uint64_t seed) {
+    test::ScriptedGui gui(*m_real);
+    soak::RandomUser user(gui, seed);
+    Course course;
+    int pause = 0;
+    bool ends = false;
+    bool isOver = false;
+    {
+        const soak::Ticker ticker(gui.loop(), [&] {
+            if (isOver) {
+                return; // a quit now would end the next run
+            }
+            if (ends) {
+                gui.loop().postQuit(0);
+            } else if (--pause < 0) {
+                user.act();
+                pause = user.patience();
+                ends = ++course.events >= m_options.events;
+            }
+        });
+        course.exitCode =
+            app::runProgram("TestMode", [&] { return std::make_unique<BorrowedGui>(gui, ends); });
+        isOver = true;
+    }
+    for (const auto& [window, deeds] : user.deeds()) {
+        m_deeds[core::storedText(window)] += deeds;
+    }
+    course.number = user.course();
+    return course;
+}
+
 void Soak::session(int number) {
     const auto begin = std::chrono::steady_clock::now();
     layScenes();
@@ -178,42 +176,14 @@ void Soak::session(int number) {
                 static_cast<unsigned long long>(m_options.seed));
     (void)std::fflush(stdout);
     core::Log::get();
-    std::seed_seq mixed{static_cast<unsigned>(m_options.seed),
-                        static_cast<unsigned>(m_options.seed >> 32), static_cast<unsigned>(number)};
-    std::vector<std::uint32_t> seed(2);
-    mixed.generate(seed.begin(), seed.end());
-    test::ScriptedGui gui(*m_real);
-    int left = m_options.events;
-    int pause = 0;
-    bool ends = false;
-    int exitCode = 0;
-    std::uint64_t course = 0;
-    {
-        soak::RandomUser user(gui, std::uint64_t{seed[0]} << 32 | seed[1]);
-        const Ticker ticker(gui.loop(), [&] {
-            if (ends) {
-                gui.loop().postQuit(0);
-            } else if (--pause < 0) {
-                user.act();
-                pause = user.patience();
-                ends = --left <= 0;
-            }
-        });
-        exitCode =
-            app::runProgram("TestMode", [&] { return std::make_unique<BorrowedGui>(gui, ends); });
-        course = user.course();
-        for (const auto& [window, deeds] : user.deeds()) {
-            m_deeds[core::storedText(window)] += deeds;
-        }
-        ends = true; // of a tick that still waits
-    }
+    const Course course = play(seedOf(number));
     core::Log::release();
     m_figures.push_back(support::processFigures());
     const ProcessFigures& now = m_figures.back();
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
     std::printf("%d events, course %016llx, %zu KB, %d threads, %d handles, %.1f s, exit %d\n",
-                m_options.events - left, static_cast<unsigned long long>(course),
-                now.heapBytes / 1024, now.threads, now.handles, took.count(), exitCode);
+                course.events, static_cast<unsigned long long>(course.number), now.heapBytes / 1024,
+                now.threads, now.handles, took.count(), course.exitCode);
     (void)std::fflush(stdout);
 }
 
