@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "bench/ReportTable.h"
