@@ -15,6 +15,7 @@ import struct
 import sys
 
 import skin_icons
+import skin_sheet
 from vector import path, png
 from vector.canvas import Image
 
@@ -258,37 +259,12 @@ def check():
     return 1 if wrong else 0
 
 
-def sheet(target, zoom=4):
-    """All images in rows on the window's grey."""
-    x = y = 8
-    line = 0
-    placed = []
-    for name, image in images():
-        if x + image.width > 300:
-            x, y, line = 8, y + line + 6, 0
-        placed.append((x, y, image))
-        x, line = x + image.width + 6, max(line, image.height)
-    width, height = 308, y + line + 8
-    canvas = [[243, 245, 248] for _ in range(width * height)]
-    for left, top, image in placed:
-        data = image.rgba()
-        for i in range(image.width * image.height):
-            pixel, alpha = data[i * 4:i * 4 + 4], data[i * 4 + 3] / 255
-            place = (top + i // image.width) * width + left + i % image.width
-            canvas[place] = [int(new * alpha + old * (1 - alpha) + 0.5) for new, old in zip(pixel, canvas[place])]
-    out = bytearray()
-    for row_y in range(height * zoom):
-        for column in range(width * zoom):
-            out += bytes(canvas[row_y // zoom * width + column // zoom]) + b"\xff"
-    pathlib.Path(target).write_bytes(png.encode(width * zoom, height * zoom, bytes(out)))
-    return 0
-
-
 def main(arguments):
     if arguments[:1] == ["--check"]:
         return check()
     if arguments[:1] == ["--sheet"] and len(arguments) == 2:
-        return sheet(arguments[1])
+        skin_sheet.write(images(), arguments[1])
+        return 0
     if arguments:
         print(__doc__)
         return 2
