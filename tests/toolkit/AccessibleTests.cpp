@@ -7,7 +7,6 @@
 
 using namespace toolkit_test;
 using platform::AccessibleRole;
-using platform::AccessibleState;
 
 namespace {
 

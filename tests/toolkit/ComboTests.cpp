@@ -5,7 +5,6 @@
 
 using namespace toolkit_test;
 using platform::Key;
-using platform::Point;
 using toolkit::CComboUI;
 
 namespace {

@@ -18,7 +18,6 @@
 #include "tests/support/gui/TestWindow.h"
 
 using platform::OpenFilesRequest;
-using platform::OpenFilesResult;
 
 namespace {
 
