@@ -89,9 +89,9 @@ TEST(ImageDecoder, RefusesWhatIsNoImageDamagedOrTooLarge) {
     for (const auto& [width, height] :
          {std::pair{8193, 1}, {1, 8193}, {8192, 8192}, {0x7FFFFFFF, 2}}) {
         std::string huge = bmp(1, 1, 0);
-        for (int i = 0; i < 4; ++i) {
-            huge[static_cast<std::size_t>(18 + i)] = static_cast<char>(width >> (8 * i));
-            huge[static_cast<std::size_t>(22 + i)] = static_cast<char>(height >> (8 * i));
+        for (std::size_t i = 0; i < 4; ++i) {
+            huge[18 + i] = static_cast<char>(width >> (8 * i));
+            huge[22 + i] = static_cast<char>(height >> (8 * i));
         }
         EXPECT_FALSE(decode(huge)) << width << " x " << height;
     }
