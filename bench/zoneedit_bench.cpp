@@ -4,20 +4,17 @@
 //
 // Usage: zoneedit_bench [CLIP]   prints Markdown tables. Without a CLIP (1280 x 720 is wanted) the
 // larger demo scene's. Needs a display: QT_QPA_PLATFORM=offscreen serves.
-#include <chrono>
-#include <condition_variable>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <mutex>
-#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "ZoneEdit/ZoneEdit.h"
 #include "bench/MarkdownTable.h"
+#include "bench/PlaybackAlone.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
@@ -27,103 +24,20 @@
 namespace {
 
 using bench::Clock;
+using bench::jumps;
+using bench::kPauseMs;
+using bench::kRounds;
 using bench::millisecondsSince;
+using bench::Move;
+using bench::PlaybackAlone;
 using bench::Samples;
+using bench::walk;
 using platform::EventKind;
 using platform::Key;
 using platform::Point;
 
-constexpr int kRounds = 200;
 constexpr int kLongFrames = 100'000;
-constexpr double kPauseMs = 50; ///< a person's, between two presses: the decoder fills its queue
 constexpr double kLongestWaitMs = 10'000;
-
-struct Move {
-    int from;
-    int to;
-};
-
-/// Moves by `step` from one end of the clip to the other, again and again.
-std::vector<Move> walk(int frames, int step) {
-    std::vector<Move> moves;
-    int at = step > 0 ? 0 : frames - 1;
-    for (int round = 0; round < kRounds; ++round) {
-        if (at + step < 0 || at + step >= frames) {
-            at = step > 0 ? 0 : frames - 1;
-        }
-        moves.push_back({at, at + step});
-        at += step;
-    }
-    return moves;
-}
-
-std::vector<Move> jumps(int frames) {
-    std::mt19937 random(1);
-    std::vector<Move> moves;
-    int at = 0;
-    for (int round = 0; round < kRounds; ++round) {
-        const int to = static_cast<int>(random() % static_cast<unsigned>(frames));
-        moves.push_back({at, to});
-        at = to;
-    }
-    return moves;
-}
-
-/// The playback library without any window.
-class PlaybackAlone {
-public:
-    explicit PlaybackAlone(const std::string& clip) {
-        m_video.setFrameReadyCallback([this] {
-            const std::lock_guard lock(m_mutex);
-            m_arrived.notify_all();
-        });
-        if (!m_video.Load(clip)) {
-            throw std::runtime_error("cannot open " + clip);
-        }
-        goTo(0);
-    }
-    ~PlaybackAlone() { m_video.setFrameReadyCallback({}); }
-    PlaybackAlone(const PlaybackAlone&) = delete;
-    PlaybackAlone& operator=(const PlaybackAlone&) = delete;
-
-    Samples measure(const std::vector<Move>& moves) {
-        Samples times;
-        for (const Move& move : moves) {
-            if (m_video.currentFrame != move.from) {
-                goTo(move.from);
-                pause();
-            }
-            const auto began = Clock::now();
-            goTo(move.to);
-            times.add(millisecondsSince(began));
-            pause();
-        }
-        return times;
-    }
-    [[nodiscard]] int frameCount() const { return m_video.frameCount; }
-
-private:
-    void goTo(int frame) {
-        m_video.seekTo(frame);
-        std::unique_lock lock(m_mutex);
-        while (!m_video.RenderFrame(nullptr)) {
-            m_arrived.wait_for(lock, std::chrono::milliseconds(1));
-        }
-    }
-    /// In the rhythm of the editor's timer, which drives the library too.
-    void pause() {
-        const auto began = Clock::now();
-        std::unique_lock lock(m_mutex);
-        while (millisecondsSince(began) < kPauseMs) {
-            m_arrived.wait_for(lock, std::chrono::milliseconds(10));
-            (void)m_video.hasDueFrame();
-        }
-    }
-
-    std::mutex m_mutex;
-    std::condition_variable m_arrived;
-    video::Video m_video;
-};
 
 /// The zone editor's window on a clip.
 class Editor {

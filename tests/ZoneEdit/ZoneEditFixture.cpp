@@ -6,11 +6,6 @@
 
 namespace test {
 
-ZoneEditTest::~ZoneEditTest() {
-    m_driver.reset();
-    m_window.reset();
-}
-
 void ZoneEditTest::makeClip(int frames) {
     support::ClipSpec spec;
     spec.frames = frames;
@@ -22,14 +17,6 @@ void ZoneEditTest::makeClip(const support::ClipSpec& spec) {
     support::writeBytes("Scenes/Fire/clip.ogv", support::makeClip(spec));
     m_clipSize = {spec.width, spec.height};
     m_state.zoneEditVideo = sceneFolder("Fire") + "clip.ogv";
-}
-
-WindowDriver& ZoneEditTest::show() {
-    m_driver.reset();
-    m_window.reset();
-    m_window = open<zoneedit::ZoneEdit>(u"Zone Edit");
-    m_driver = std::make_unique<WindowDriver>(*m_window);
-    return *m_driver;
 }
 
 void ZoneEditTest::drawTriangle() {

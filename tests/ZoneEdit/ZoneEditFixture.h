@@ -2,7 +2,6 @@
 // screen which frame is shown.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,14 +12,11 @@
 
 namespace test {
 
-class ZoneEditTest : public EditorTest {
+class ZoneEditTest : public WindowTest<zoneedit::ZoneEdit> {
 protected:
-    ~ZoneEditTest() override;
-
     /// Makes "Scenes/Fire/clip.ogv" with this many frames and tells the editor to open it.
     void makeClip(int frames);
     void makeClip(const support::ClipSpec& spec);
-    WindowDriver& show();
     /// Adds a zone by its button.
     void addZone() { m_driver->click(u"ButtonAddZone"); }
     /// A point of the picture area in window pixels.
@@ -42,8 +38,6 @@ protected:
     /// Waits until the screen shows the frame. False when it does not come.
     [[nodiscard]] bool waitForFrame(int frame);
 
-    std::shared_ptr<zoneedit::ZoneEdit> m_window;
-    std::unique_ptr<WindowDriver> m_driver;
     platform::Size m_clipSize;
 };
 

@@ -1,7 +1,6 @@
 // The action list of the branch editor: rows, what they offer, and how they write back.
 #include <filesystem>
 #include <iterator>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -25,7 +24,7 @@ constexpr const char16_t* kList = u"BranchList";
 constexpr int kZone = 2;
 
 /// A scene of two branches; the first has the zones of "door.ogv" and one action of each type.
-class ActionList : public test::EditorTest {
+class ActionList : public test::WindowTest<ui::BranchList> {
 protected:
     ActionList() {
         scene().newScene("Fire");
@@ -55,12 +54,6 @@ protected:
         scene().addAction(0, action);
         return *action;
     }
-    WindowDriver& show() {
-        m_driver.reset();
-        m_window = open<ui::BranchList>(u"Quorvel");
-        m_driver = std::make_unique<WindowDriver>(*m_window);
-        return *m_driver;
-    }
     CComboUI& combo(int row, std::u16string_view name) {
         return inRow<CComboUI>(*m_driver, kList, row, name);
     }
@@ -68,9 +61,6 @@ protected:
         return inRow<toolkit::COptionUI>(*m_driver, kList, row, u"CheckImmediate");
     }
     int rows() { return m_driver->get<toolkit::CListUI>(kList).GetCount(); }
-
-    std::shared_ptr<ui::BranchList> m_window;
-    std::unique_ptr<WindowDriver> m_driver;
 };
 
 Texts capitals() {

@@ -1,7 +1,6 @@
 // The videos of the branch editor: which are listed, copying new ones, and the way to the zones.
 #include <condition_variable>
 #include <filesystem>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -48,7 +47,7 @@ private:
     bool m_open = true;
 };
 
-class BranchVideos : public test::EditorTest {
+class BranchVideos : public test::WindowTest<ui::BranchList> {
 protected:
     BranchVideos() {
         scene().newScene("Fire");
@@ -72,12 +71,6 @@ protected:
         scene().AddBranch();
         scene().setBranchFilename(scene().branchCount() - 1, video);
     }
-    WindowDriver& show() {
-        m_driver.reset();
-        m_window = open<ui::BranchList>(u"Quorvel");
-        m_driver = std::make_unique<WindowDriver>(*m_window);
-        return *m_driver;
-    }
     CComboUI& videos() { return m_driver->get<CComboUI>(u"ComboVideoName"); }
     bool isCopying() { return !m_driver->get(u"ButtonSave").IsEnabled(); }
     void choose(const std::string& folder, const std::vector<std::string>& names) {
@@ -92,8 +85,6 @@ protected:
     Gate m_gate;
     support::FaultyFileSystem m_files{platform::nativeFileSystem()};
     core::ServicesOverride m_override{{&m_files, core::services().clock, core::services().process}};
-    std::shared_ptr<ui::BranchList> m_window;
-    std::unique_ptr<WindowDriver> m_driver;
 };
 
 TEST_F(BranchVideos, EachVideoIsListedOnce) {

@@ -23,14 +23,8 @@ using test::Answer;
 using test::answering;
 using test::WindowDriver;
 
-class OpenSceneWindow : public test::EditorTest {
+class OpenSceneWindow : public test::WindowTest<ui::OpenScene> {
 protected:
-    WindowDriver& show() {
-        m_driver.reset();
-        m_window = open<ui::OpenScene>();
-        m_driver = std::make_unique<WindowDriver>(*m_window);
-        return *m_driver;
-    }
     std::vector<std::u16string> names() {
         std::vector<std::u16string> texts;
         const auto& list = m_driver->get<toolkit::CListUI>(u"SceneList");
@@ -50,8 +44,6 @@ protected:
                                            "d";
     support::FaultyFileSystem m_files{platform::nativeFileSystem()};
     core::ServicesOverride m_override{{&m_files, core::services().clock, core::services().process}};
-    std::shared_ptr<ui::OpenScene> m_window;
-    std::unique_ptr<WindowDriver> m_driver;
 };
 
 TEST_F(OpenSceneWindow, ListsTheScenesAndChoosesTheFirst) {
@@ -148,18 +140,9 @@ TEST_F(OpenSceneWindow, TheOtherButtonsSetTheirFlag) {
     }
 }
 
-class NewSceneWindow : public test::EditorTest {
+class NewSceneWindow : public test::WindowTest<ui::NewScene> {
 protected:
     NewSceneWindow() { scene().SetName("before"); }
-    WindowDriver& show() {
-        m_driver.reset();
-        m_window = open<ui::NewScene>();
-        m_driver = std::make_unique<WindowDriver>(*m_window);
-        return *m_driver;
-    }
-
-    std::shared_ptr<ui::NewScene> m_window;
-    std::unique_ptr<WindowDriver> m_driver;
 };
 
 TEST_F(NewSceneWindow, TakesAnyName) {

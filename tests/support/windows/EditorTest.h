@@ -71,4 +71,21 @@ protected:
     app_state::SharedServices m_services;
 };
 
+/// Tests of one kind of window.
+template <class Window>
+class WindowTest : public EditorTest {
+protected:
+    /// Another one takes the place of the one before.
+    WindowDriver& show() {
+        m_driver.reset();
+        m_window.reset();
+        m_window = open<Window>();
+        m_driver = std::make_unique<WindowDriver>(*m_window);
+        return *m_driver;
+    }
+
+    std::shared_ptr<Window> m_window;
+    std::unique_ptr<WindowDriver> m_driver;
+};
+
 } // namespace test
