@@ -63,7 +63,9 @@ std::string bmp(int width, int height, const std::vector<std::uint32_t>& pixels)
     bytes.append(52, '\0');
     for (int y = height - 1; y >= 0; --y) {
         for (int x = 0; x < width; ++x) {
-            number(pixels[static_cast<std::size_t>(y * width + x)], 4);
+            number(pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                          static_cast<std::size_t>(x)],
+                   4);
         }
     }
     return bytes;
@@ -71,7 +73,8 @@ std::string bmp(int width, int height, const std::vector<std::uint32_t>& pixels)
 
 std::string bmp(int width, int height, std::uint32_t pixel) {
     return bmp(width, height,
-               std::vector<std::uint32_t>(static_cast<std::size_t>(width * height), pixel));
+               std::vector<std::uint32_t>(
+                   static_cast<std::size_t>(width) * static_cast<std::size_t>(height), pixel));
 }
 
 } // namespace toolkit_test
