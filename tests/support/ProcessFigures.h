@@ -6,9 +6,9 @@
 namespace support {
 
 struct ProcessFigures {
-    std::size_t heapBytes = 0; ///< allocated and not freed; on Windows the private memory
+    std::size_t heapBytes = 0; ///< allocated and not freed
     int threads = 0;
-    int handles = 0; ///< open files; on Windows all kernel handles
+    int handles = 0; ///< open files; on Windows all handles, 0 where the system does not count
 };
 [[nodiscard]] ProcessFigures processFigures();
 
