@@ -16,7 +16,6 @@ using test::Answer;
 using test::answering;
 using test::inRow;
 using test::itemsOf;
-using test::WindowDriver;
 using toolkit::CComboUI;
 using Texts = std::vector<std::u16string>;
 

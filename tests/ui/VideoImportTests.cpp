@@ -14,7 +14,6 @@
 
 namespace {
 
-using support::Fault;
 using support::readBytes;
 using support::writeBytes;
 using ui::ImportProgress;
