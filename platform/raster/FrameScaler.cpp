@@ -53,7 +53,7 @@ void scaleFrame(const FrameBuffer& frame, PixelView pixels, const Rect& target, 
     }
     const std::size_t rowBytes = static_cast<std::size_t>(frame.rowBytes());
     for (int y = visible.top; y < visible.bottom; ++y) {
-        const int fromTop = nearestIndex(y - target.top, source.height, target.height());
+        const int fromTop = nearestRow(y - target.top, source.height, target.height());
         const std::uint8_t* from =
             frame.bits() + static_cast<std::size_t>(source.height - 1 - fromTop) * rowBytes;
         std::uint32_t* to = pixels.row(y) + visible.left;

@@ -9,11 +9,27 @@
 
 namespace platform::raster {
 
-/// The source index that target index `index` shows: ((2 * index + 1) * sourceCount) /
-/// (2 * targetCount), for 0 <= index < targetCount.
+/// The source column that target column `index` shows, for 0 <= index < targetCount: the one at the
+/// target pixel's middle, the left one of two; in a reduction the last one whose own middle lies in
+/// the target pixel. So GDI chooses in its mode COLORONCOLOR (measured under Wine, but for a target
+/// of one column), and a picture is the same by both.
 constexpr int nearestIndex(int index, int sourceCount, int targetCount) {
-    return static_cast<int>((2 * static_cast<std::int64_t>(index) + 1) * sourceCount /
-                            (2 * static_cast<std::int64_t>(targetCount)));
+    const std::int64_t source = sourceCount;
+    const std::int64_t target = targetCount;
+    const std::int64_t reached = targetCount < sourceCount
+                                     ? 2 * (std::int64_t{index} + 1) * source - target
+                                     : (2 * std::int64_t{index} + 1) * source - 1;
+    return static_cast<int>(reached / (2 * target));
+}
+
+/// The same for the rows of a picture that lies bottom row first: in a reduction GDI shows the
+/// first one whose middle lies in the target pixel.
+constexpr int nearestRow(int index, int sourceCount, int targetCount) {
+    if (targetCount >= sourceCount) {
+        return nearestIndex(index, sourceCount, targetCount);
+    }
+    const std::int64_t target = targetCount;
+    return static_cast<int>((2 * std::int64_t{index} * sourceCount + target) / (2 * target));
 }
 
 /// Stretches the whole of `frame` onto `target` of `pixels` and draws what lies in `clip`, which

@@ -75,6 +75,24 @@ long stateOf(const AccessibleState& state) {
     return result;
 }
 
+/// What a press does, in the words that the system's own controls use; empty when it does nothing.
+std::u16string actionOf(const Accessible& node) {
+    switch (node.accessibleRole()) {
+    case AccessibleRole::button:
+        return u"Press";
+    case AccessibleRole::checkBox:
+        return node.accessibleState().checked ? u"Uncheck" : u"Check";
+    case AccessibleRole::radioButton:
+        return u"Check";
+    case AccessibleRole::comboBox:
+        return node.accessibleState().expanded ? u"Close" : u"Open";
+    case AccessibleRole::listItem:
+        return u"Select";
+    default:
+        return {};
+    }
+}
+
 /// S_FALSE and null for an empty text, as the interface wants it.
 HRESULT give(const std::u16string& text, BSTR* result) {
     *result = nullptr;
@@ -296,7 +314,7 @@ HRESULT AccessibleNode::get_accDefaultAction(VARIANT child, BSTR* action) {
     if (meant == nullptr) {
         return E_INVALIDARG;
     }
-    return give(isPressable(meant->accessibleRole()) ? u"Press" : u"", action);
+    return give(actionOf(*meant), action);
 }
 
 HRESULT AccessibleNode::accSelect(long flags, VARIANT child) {

@@ -137,6 +137,11 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
     case kFinishMessage:
         finish();
         return 0;
+    case WM_DESTROY: // from outside, with its owner for one; our own end comes without messages
+        m_closing = true;
+        m_timers.clear();
+        finish();
+        return 0;
     default:
         break;
     }

@@ -9,6 +9,7 @@ using platform::FrameBuffer;
 using platform::Rect;
 using platform::Size;
 using platform::raster::nearestIndex;
+using platform::raster::nearestRow;
 using platform::raster::scaleFrame;
 
 namespace {
@@ -47,14 +48,22 @@ MemoryFrame coordinates(Size size) {
 
 } // namespace
 
-TEST(NearestIndex, PicksThePixelCentreAsColorOnColorDoes) {
+TEST(NearestIndex, PicksThePixelsThatColorOnColorPicks) {
     const struct {
         int source;
         int target;
         std::vector<int> expected;
     } cases[] = {
-        {8, 4, {1, 3, 5, 7}}, {4, 4, {0, 1, 2, 3}}, {2, 6, {0, 0, 0, 1, 1, 1}},    {3, 2, {0, 2}},
-        {5, 3, {0, 2, 4}},    {1, 3, {0, 0, 0}},    {3, 7, {0, 0, 1, 1, 1, 2, 2}}, {7, 1, {3}},
+        {8, 4, {1, 3, 5, 7}},
+        {4, 4, {0, 1, 2, 3}},
+        {2, 6, {0, 0, 0, 1, 1, 1}},
+        {3, 2, {1, 2}},
+        {5, 3, {1, 2, 4}},
+        {1, 3, {0, 0, 0}},
+        {3, 7, {0, 0, 1, 1, 1, 2, 2}},
+        {7, 1, {6}},
+        {5, 4, {0, 2, 3, 4}},
+        {4, 6, {0, 0, 1, 2, 2, 3}},
     };
     for (const auto& c : cases) {
         std::vector<int> picked;
@@ -77,7 +86,7 @@ TEST(ScaleFrame, ShowsEverySourcePixelByTheRuleForAllWidthsOfPadding) {
                 for (int x = 0; x < target.width; ++x) {
                     const auto expected = static_cast<std::uint32_t>(
                         nearestIndex(x, source.width, target.width) << 12 |
-                        nearestIndex(y, source.height, target.height));
+                        nearestRow(y, source.height, target.height));
                     ASSERT_EQ(bitmap.at(x + 4, y + 5), 0xFF000000U | expected)
                         << width << " wide at " << x << "," << y;
                 }

@@ -1,15 +1,17 @@
 // Pictures of every window for the documents.
 //
-//   screenshots FOLDER [small]
+//   screenshots FOLDER [small] [plain]
 //
-// Runs in a folder with UI/, Translations.ini and the demo scenes, as the editor does. "small" is
-// for a screen less than 860 pixels high: the small zone editor alone.
+// Runs in a folder with UI/, Translations.ini and the demo scenes, as the editor does. "small"
+// shows the zone editor of a low screen alone. "plain" leaves out all texts, which each system
+// draws in its own way: the rest is the same to the pixel.
 
 #include <exception>
 #include <filesystem>
 #include <iostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/services/Startup.h"
@@ -18,6 +20,7 @@
 #include "scene/SceneManager.h"
 #include "tests/screenshots/Shots.h"
 #include "tests/support/gui/TestGui.h"
+#include "tests/support/windows/ScriptedGui.h"
 #include "toolkit/CComboUI.h"
 #include "toolkit/CListUI.h"
 #include "tools/tour/PngFile.h"
@@ -34,10 +37,13 @@ namespace {
 constexpr const char* kScene = "Fire Drill Level 1";
 constexpr const char* kVideo = "alarm-corridor.ogv";
 const std::u16string kFrame = u"62";
+constexpr int kLowScreen = 800;
+constexpr int kHalfNumber = 6;
 
 class Photographer {
 public:
-    explicit Photographer(std::filesystem::path folder) : m_folder(std::move(folder)) {
+    Photographer(std::filesystem::path folder, bool plain)
+        : m_folder(std::move(folder)), m_plain(plain) {
         std::filesystem::create_directories(m_folder);
         m_good = app::createServices(m_services, m_state);
     }
@@ -48,6 +54,11 @@ public:
         branchEditor();
         emptyStates();
         return zoneEditor("ZoneEdit");
+    }
+
+    bool smallZoneEditor() {
+        m_gui.host.screenHeight = kLowScreen;
+        return zoneEditor("ZoneEditSmall");
     }
 
     bool zoneEditor(const std::string& name) {
@@ -63,18 +74,48 @@ public:
         test::press(*window->GetNative(), platform::Key::enter);
         settle(*window);
         selectPoint(*window, 1);
-        save(name, pictureOf(*window));
+        platform::Bitmap picture = plainOrNot(*window);
+        if (m_plain) {
+            hideNumbers(picture, *window);
+        }
+        save(name, picture);
         zone::setCurrentZoneManager(nullptr);
         return m_good;
     }
 
 private:
-    [[nodiscard]] ui::WindowContext context() { return {test::gui(), m_state, m_services}; }
+    [[nodiscard]] ui::WindowContext context() { return {m_gui, m_state, m_services}; }
 
     void open(toolkit::WindowImplBase& window, platform::NativeWindow* owner = nullptr) {
         m_good =
             window.Create(owner, u"Quorvel", ui::kScreenStyle, ui::kScreenExtendedStyle) && m_good;
         show(window);
+    }
+
+    [[nodiscard]] platform::Bitmap plainOrNot(toolkit::WindowImplBase& window) const {
+        if (m_plain) {
+            wipeTexts(window);
+        }
+        return pictureOf(window);
+    }
+
+    void shoot(const std::string& name, toolkit::WindowImplBase& window) {
+        save(name, plainOrNot(window));
+    }
+
+    /// Paints over the numbers of the points, within their circles.
+    static void hideNumbers(platform::Bitmap& picture, toolkit::WindowImplBase& window) {
+        const toolkit::CControlUI* video = window.GetPaintManager().FindControl(u"Video");
+        const auto shape =
+            zone::currentZoneManager()->zone(0)->shape(core::convertStringToInt(kFrame));
+        for (const platform::Point at : shape->points) {
+            const platform::Point middle{video->GetPos().left + at.x, video->GetPos().top + at.y};
+            for (int y = middle.y - kHalfNumber; y <= middle.y + kHalfNumber; ++y) {
+                for (int x = middle.x - kHalfNumber; x <= middle.x + kHalfNumber; ++x) {
+                    picture.row(y)[x] = 0xFFFFFFFF;
+                }
+            }
+        }
     }
 
     void save(const std::string& name, const platform::Bitmap& picture) {
@@ -98,7 +139,7 @@ private:
     void openScene() {
         const auto window = ui::OpenScene::create(context());
         open(*window);
-        save("OpenScene", pictureOf(*window));
+        shoot("OpenScene", *window);
     }
 
     void newScene() {
@@ -106,7 +147,7 @@ private:
         open(*window);
         click(*window, u"EditSceneName");
         test::type(*window->GetNative(), u"Ladder Inspection");
-        save("NewScene", pictureOf(*window));
+        shoot("NewScene", *window);
     }
 
     void branchEditor() {
@@ -115,24 +156,27 @@ private:
         open(*window);
         auto* actions = window->FindControl<toolkit::CListUI>(u"BranchList");
         actions->SelectItem(0);
-        save("BranchList", pictureOf(*window));
+        shoot("BranchList", *window);
 
         auto* target = toolkit::controlCast<toolkit::CComboUI>(
             toolkit::controlCast<toolkit::CContainerUI>(actions->GetItemAt(1))
                 ->FindSubControl(u"ComboBranches"));
         target->Drop();
-        save("BranchList-combo", pictureOf(*window));
+        shoot("BranchList-combo", *window);
         target->CloseDrop();
 
         question(*window);
         tabTo(*window, u"ButtonEditZones");
-        save("BranchList-focus", pictureOf(*window));
+        shoot("BranchList-focus", *window);
     }
 
     void question(ui::BranchList& asker) {
         ui::Confirmation dialog(context(), asker, "Exit?", "Are you sure you want to exit?");
         platform::Bitmap picture = pictureOf(asker);
         open(dialog, asker.GetNative());
+        if (m_plain) {
+            wipeTexts(dialog);
+        }
         drawOver(picture, *asker.GetNative(), *dialog.GetNative());
         save("Confirmation", picture);
     }
@@ -141,37 +185,46 @@ private:
     void emptyStates() {
         const std::filesystem::path here = std::filesystem::current_path();
         const std::filesystem::path bare = here / "no-scenes";
+        std::filesystem::remove_all(bare);
         std::filesystem::create_directories(bare);
-        std::filesystem::copy(here / "UI", bare / "UI",
-                              std::filesystem::copy_options::recursive |
-                                  std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::copy(here / "UI", bare / "UI", std::filesystem::copy_options::recursive);
         std::filesystem::current_path(bare);
         {
             const auto window = ui::OpenScene::create(context());
             open(*window);
-            save("OpenScene-empty", pictureOf(*window));
+            shoot("OpenScene-empty", *window);
         }
         std::filesystem::current_path(here);
         m_services.sceneManager = scene::SceneManager::create();
         m_services.sceneManager->SetName("Ladder Inspection");
         const auto window = ui::BranchList::create(context());
         open(*window);
-        save("BranchList-empty", pictureOf(*window));
+        shoot("BranchList-empty", *window);
     }
 
+    test::ScriptedGui m_gui{test::gui()};
     std::filesystem::path m_folder;
     app_state::ScreenState m_state;
     app_state::SharedServices m_services;
+    bool m_plain;
     bool m_good = false;
 };
 
-int run(int argc, char** argv) {
-    if (argc < 2 || argc > 3 || (argc == 3 && std::string_view(argv[2]) != "small")) {
-        std::cerr << "usage: screenshots FOLDER [small]\n";
+int run(const std::vector<std::string_view>& arguments) {
+    bool small = false;
+    bool plain = false;
+    bool understood = !arguments.empty();
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+        small = small || arguments[i] == "small";
+        plain = plain || arguments[i] == "plain";
+        understood = understood && (arguments[i] == "small" || arguments[i] == "plain");
+    }
+    if (!understood) {
+        std::cerr << "usage: screenshots FOLDER [small] [plain]\n";
         return 2;
     }
-    Photographer photographer(std::filesystem::absolute(argv[1]));
-    const bool good = argc == 3 ? photographer.zoneEditor("ZoneEditSmall") : photographer.takeAll();
+    Photographer photographer(std::filesystem::absolute(arguments.front()), plain);
+    const bool good = small ? photographer.smallZoneEditor() : photographer.takeAll();
     return good ? 0 : 1;
 }
 
@@ -181,7 +234,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
-        const int code = screenshots::run(argc, argv);
+        const int code = screenshots::run({argv + 1, argv + argc});
         test::endGui();
         core::Log::release();
         return code;

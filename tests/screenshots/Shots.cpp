@@ -5,7 +5,10 @@
 #include <thread>
 
 #include "tests/support/gui/TestGui.h"
-#include "toolkit/CControlUI.h"
+#include "toolkit/CContainerUI.h"
+#include "toolkit/CEditUI.h"
+#include "toolkit/CListHeader.h"
+#include "toolkit/CListUI.h"
 #include "toolkit/CPaintManagerUI.h"
 #include "toolkit/DropListWindow.h"
 
@@ -27,6 +30,20 @@ bool same(const platform::Bitmap& a, const platform::Bitmap& b) {
         }
     }
     return true;
+}
+
+void wipe(toolkit::CControlUI& control) {
+    control.SetText(u"");
+    if (auto* list = toolkit::controlCast<toolkit::CListUI>(&control)) {
+        if (list->GetHeader() != nullptr) {
+            wipe(*list->GetHeader());
+        }
+    }
+    if (auto* container = toolkit::controlCast<toolkit::CContainerUI>(&control)) {
+        for (int i = 0; i < container->GetCount(); ++i) {
+            wipe(*container->GetItemAt(i));
+        }
+    }
 }
 
 } // namespace
@@ -74,6 +91,17 @@ platform::Bitmap pictureOf(toolkit::WindowImplBase& window) {
         drawOver(picture, *window.GetNative(), *list.native());
     }
     return picture;
+}
+
+void wipeTexts(toolkit::WindowImplBase& window) {
+    toolkit::CPaintManagerUI& manager = window.GetPaintManager();
+    if (toolkit::controlCast<toolkit::CEditUI>(manager.GetFocus()) != nullptr) {
+        manager.SetFocus(nullptr);
+    }
+    wipe(*manager.GetRoot());
+    // Away from whatever it happened to rest on when the window came.
+    test::input().mouse(*window.GetNative(), platform::EventKind::mouseMove, {1, 1});
+    settle(window);
 }
 
 void click(toolkit::WindowImplBase& window, std::u16string_view name) {

@@ -23,6 +23,9 @@ void settle(toolkit::WindowImplBase& window);
 void drawOver(platform::Bitmap& below, platform::NativeWindow& belowWindow,
               platform::NativeWindow& above);
 
+/// Empties every text that the window shows and takes the blinking caret out of an edit.
+void wipeTexts(toolkit::WindowImplBase& window);
+
 /// A click in the middle of the control `name`.
 void click(toolkit::WindowImplBase& window, std::u16string_view name);
 /// Brings the keyboard to the control `name` with the Tab key.
