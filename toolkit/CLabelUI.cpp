@@ -44,11 +44,6 @@ void CLabelUI::SetFont(int font) {
     Invalidate();
 }
 
-void CLabelUI::SetTextColor(platform::Color color) {
-    m_textColor = color;
-    Invalidate();
-}
-
 void CLabelUI::SetTextPadding(const Rect& padding) {
     m_textPadding = padding;
     Invalidate();

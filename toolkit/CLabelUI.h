@@ -13,7 +13,6 @@ public:
     /// The number of a font of the layout; an unknown one means the default font.
     void SetFont(int font);
     [[nodiscard]] int GetFont() const { return m_font; }
-    void SetTextColor(platform::Color color);
     /// Space around the text inside the control: left, top, right, bottom.
     void SetTextPadding(const Rect& padding);
 

@@ -105,11 +105,6 @@ CControlUI* CPaintManagerUI::FindControl(Point at) const {
     return m_root != nullptr ? m_root->controlAt(at) : nullptr;
 }
 
-std::optional<std::vector<std::uint8_t>>
-CPaintManagerUI::GetResource(std::u16string_view file) const {
-    return m_skin != nullptr ? m_skin->read(core::storedText(file)) : std::nullopt;
-}
-
 const SkinImage* CPaintManagerUI::GetImage(const std::u16string& attribute) {
     if (attribute.empty() || m_skin == nullptr) {
         return nullptr;

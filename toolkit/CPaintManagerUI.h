@@ -79,9 +79,6 @@ public:
 
     void SetSkin(std::shared_ptr<const Skin> skin) { m_skin = std::move(skin); }
     [[nodiscard]] const Skin* GetSkin() const { return m_skin.get(); }
-    /// A file of the skin; empty when there is none.
-    [[nodiscard]] std::optional<std::vector<std::uint8_t>>
-    GetResource(std::u16string_view file) const;
     /// The image that an attribute names; null when it names none that can be read. The pointer
     /// stays valid for the manager's life.
     [[nodiscard]] const SkinImage* GetImage(const std::u16string& attribute);

@@ -43,12 +43,6 @@ void EditorWindow::setVisibleOf(std::u16string_view name, bool visible) {
     }
 }
 
-void EditorWindow::setToolTipOf(std::u16string_view name, std::u16string_view text) {
-    if (toolkit::CControlUI* control = findControl(name)) {
-        control->SetToolTip(text);
-    }
-}
-
 bool EditorWindow::showProblem(std::u16string_view text, std::u16string_view usual) {
     toolkit::CControlUI* problem = findControl(u"LabelProblem");
     if (problem == nullptr) {

@@ -48,7 +48,6 @@ protected:
     void setTextOf(std::u16string_view name, std::u16string_view text);
     void setEnabledOf(std::u16string_view name, bool enabled);
     void setVisibleOf(std::u16string_view name, bool visible);
-    void setToolTipOf(std::u16string_view name, std::u16string_view text);
     /// Shows `text` in the layout's label for problems in place of the label `usual` (which may
     /// stand elsewhere); an empty text brings that back. False when the layout has no such label.
     bool showProblem(std::u16string_view text, std::u16string_view usual);
