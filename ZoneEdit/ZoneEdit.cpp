@@ -68,7 +68,9 @@ bool ZoneEdit::loadVideo() {
 bool ZoneEdit::makeZoneManager() {
     installZoneView();
     const std::string base = core::withoutExtension(context().state.zoneEditVideo);
-    m_zones = zone::ZoneManager::create(base, loadedVideo()->frameCount, true);
+    // A video that does not tell its length must not cut what was stored for it.
+    const int frames = loadedVideo()->frameCount;
+    m_zones = zone::ZoneManager::create(base, frames < 1 ? zone::kStoredFrameCount : frames, true);
     if (!m_zones) {
         m_zones = zone::ZoneManager::createEmpty();
     }

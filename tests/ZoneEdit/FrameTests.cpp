@@ -218,6 +218,8 @@ TEST_F(ZoneEditFrames, AVideoWithoutFramesLeavesItsZonesAlone) {
     show();
     addZone();
     m_driver->click(u"ButtonSave");
+    const char* const binary = "Scenes/Fire/clip-ZoneInfo.bin";
+    const std::string saved = support::readBytes(binary);
     makeClip(0);
     show();
     ASSERT_LT(m_window->FindControl<video::CVideoUI>(u"Video")->video()->frameCount, 1);
@@ -235,6 +237,8 @@ TEST_F(ZoneEditFrames, AVideoWithoutFramesLeavesItsZonesAlone) {
     EXPECT_EQ(m_driver->get(u"EditTotalFrames").GetText(), u"0");
     EXPECT_EQ(m_driver->get<toolkit::CComboUI>(u"ComboZone").GetCount(), 1);
     EXPECT_EQ(m_log.errors(), before);
+    m_driver->click(u"ButtonSave");
+    EXPECT_EQ(support::readBytes(binary), saved);
 }
 
 TEST_F(ZoneEditFrames, WithoutALayoutOrAWindowItDoesNotRun) {
