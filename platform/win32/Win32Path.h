@@ -8,10 +8,13 @@
 
 namespace platform::win32 {
 
-/// Empty for a path with a zero byte, which would otherwise lead to another file.
+/// Empty for a path that would lead to another file: with a zero byte in it, or with a colon that
+/// ends no drive's letter and so names a hidden stream of the file before it.
 [[nodiscard]] inline std::wstring widePath(const std::string& path) {
+    constexpr std::size_t kBehindDrive = 2;
     std::wstring result = wide(path);
-    if (result.find(L'\0') != std::wstring::npos) {
+    if (result.find(L'\0') != std::wstring::npos ||
+        result.find(L':', kBehindDrive) != std::wstring::npos || result.starts_with(L':')) {
         return {};
     }
     std::replace(result.begin(), result.end(), L'/', L'\\');

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/win32/WideText.h"
+#include "platform/win32/Win32Path.h"
 
 using platform::win32::narrow;
 using platform::win32::wide;
@@ -35,5 +36,16 @@ TEST(WideText, EveryNameComesBackAsItWas) {
 TEST(WideText, WhatNoNameGaveIsMarked) {
     for (const char* bytes : {"a\xFFz", "a\xC3", "\xED\xA0", "\xED"}) {
         EXPECT_NE(wide(bytes).find(L'\uFFFD'), std::wstring::npos) << bytes;
+    }
+}
+
+TEST(WidePath, LeadsToNoOtherFile) {
+    using platform::win32::widePath;
+    EXPECT_EQ(widePath("C:/Scenes/A\\clip.ogv"), L"C:\\Scenes\\A\\clip.ogv");
+    EXPECT_EQ(widePath("C:clip.ogv"), L"C:clip.ogv");
+    for (const std::string& path :
+         {std::string("a\0b", 3), std::string("Scenes/A/C:x.ogv"), std::string("a:b.ogv"),
+          std::string(":b"), std::string("C:\\clip.ogv:hidden")}) {
+        EXPECT_EQ(widePath(path), L"") << path;
     }
 }
