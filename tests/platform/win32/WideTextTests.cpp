@@ -44,7 +44,7 @@ TEST(WidePath, LeadsToNoOtherFile) {
     EXPECT_EQ(widePath("C:/Scenes/A\\clip.ogv"), L"C:\\Scenes\\A\\clip.ogv");
     EXPECT_EQ(widePath("C:clip.ogv"), L"C:clip.ogv");
     for (const std::string& path :
-         {std::string("a\0b", 3), std::string("Scenes/A/C:x.ogv"), std::string("a:b.ogv"),
+         {std::string("a\0b", 3), std::string("Scenes/A/C:x.ogv"), std::string("A/a:b.ogv"),
           std::string(":b"), std::string("C:\\clip.ogv:hidden")}) {
         EXPECT_EQ(widePath(path), L"") << path;
     }
