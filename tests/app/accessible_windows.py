@@ -206,6 +206,15 @@ def work_zone_editor(pid, layout):
     answer(pid, "Close?", "Are you sure you want to close Zone Edit?", "ButtonYes")
 
 
+def has_ended(pid):
+    """Whether the program is gone; who started it has yet to ask for its result."""
+    try:
+        with open(f"/proc/{pid}/stat", encoding="utf-8", errors="replace") as stat:
+            return stat.read().rpartition(")")[2].split()[0] == "Z"
+    except FileNotFoundError:
+        return True
+
+
 def main():
     pid = int(sys.argv[1])
     work_scene_windows(pid)
@@ -213,6 +222,7 @@ def main():
     work_zone_editor(pid, "ZoneEdit.xml" if int(os.environ["SCREEN_HEIGHT"]) >= SMALL_SCREEN else "ZoneEditSmall.xml")
     Window(pid, "Quorvel").press("ButtonExit")
     answer(pid, "Exit?", "Are you sure you want to exit?", "ButtonYes")
+    wait_for("the program's end", lambda: has_ended(pid))
 
 
 main()
