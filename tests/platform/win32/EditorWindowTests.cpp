@@ -12,6 +12,7 @@
 #include "platform/win32/AccessibleNode.h"
 #include "platform/win32/Win32Window.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "tests/platform/win32/HandleCount.h"
 #include "toolkit/CComboUI.h"
 #include "toolkit/ToolTipWindow.h"
 #include "ui/BranchList.h"
@@ -183,14 +184,14 @@ TEST_F(EditorWindows, LeaveNoHandleBehindInAHundredVisits) {
         test::pump();
     };
     visitAll(work); // what the first ones make for good: classes, fonts
-    const DWORD gdi = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    const DWORD user = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    const test::HandleCount before;
     constexpr int kRounds = 20; // of five windows
     for (int round = 0; round < kRounds; ++round) {
         visitAll(work);
     }
-    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), gdi);
-    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), user);
+    const test::HandleCount after;
+    EXPECT_TRUE(after.isNoMoreThan(before))
+        << before.gdiRoom << " " << after.gdiRoom << " " << before.windows << " " << after.windows;
 }
 
 const std::map<AccessibleRole, long> kRoles{

@@ -2,14 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "platform/win32/Win32Window.h"
+#include "tests/platform/win32/HandleCount.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
 
 namespace {
-
-DWORD handleCount(DWORD kind) {
-    return GetGuiResources(GetCurrentProcess(), kind);
-}
 
 /// A window's whole life, as the editor's windows have it.
 void visitWindow() {
@@ -39,13 +36,13 @@ void visitWindow() {
 
 TEST(Handles, DoNotGrowOverAHundredWindowVisits) {
     visitWindow(); // what the first one makes for good: classes, fonts
-    const DWORD gdi = handleCount(GR_GDIOBJECTS);
-    const DWORD user = handleCount(GR_USEROBJECTS);
+    const test::HandleCount before;
     for (int visit = 0; visit < 100; ++visit) {
         visitWindow();
     }
-    EXPECT_LE(handleCount(GR_GDIOBJECTS), gdi);
-    EXPECT_LE(handleCount(GR_USEROBJECTS), user);
+    const test::HandleCount after;
+    EXPECT_TRUE(after.isNoMoreThan(before))
+        << before.gdiRoom << " " << after.gdiRoom << " " << before.windows << " " << after.windows;
 }
 
 TEST(Frame, GivesTheWholeWindowToTheClientWhateverTheStyle) {
