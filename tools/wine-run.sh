@@ -14,8 +14,13 @@ wine=/usr/lib/wine/wine64 # not "wine": that wrapper warns on stderr about 32-bi
 output=$(mktemp)
 errors=$(mktemp)
 trap 'rm -f "$output" "$errors"' EXIT
-status=0
-"$wine" "$@" >"$output" 2>"$errors" || status=$?
+# On a busy machine Wine now and then ends before it has started the program: without a word.
+for attempt in 1 2 3; do
+  status=0
+  "$wine" "$@" >"$output" 2>"$errors" || status=$?
+  if [ "$status" -eq 0 ] || [ -s "$output" ] || [ -s "$errors" ]; then break; fi
+  sleep "$attempt"
+done
 cat "$output"
 cat "$errors" >&2
-exit $status
+exit "$status"
