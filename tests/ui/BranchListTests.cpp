@@ -1,202 +1,244 @@
-// The branch editor: branches, their names, the first branch.
+// The branch editor: branches, their names, the first branch, and leaving it.
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "core/Text.h"
-#include "tests/support/windows/Answering.h"
 #include "tests/ui/BranchListFixture.h"
 
 namespace {
 
+using platform::Key;
 using support::readBytes;
 using test::Answer;
 using test::answering;
 using test::isChecked;
 using test::itemsOf;
-using test::typeInto;
+using test::Texts;
 using test::WindowDriver;
-using Texts = std::vector<std::u16string>;
 
 class BranchEditor : public test::BranchEditorTest {};
 
-TEST_F(BranchEditor, StartsOnTheFirstBranchOfTheList) {
-    makeScene({"Alarm", "Lift", "Way out"});
+TEST_F(BranchEditor, ShowsTheChosenBranchAndWhetherItIsTheFirst) {
+    makeScene({"Alarm", "Lift"});
     scene().SetFirstBranch("Lift");
     WindowDriver& driver = show();
-    EXPECT_EQ(driver.get(u"LabelScene").GetText(), u"Fire drill");
-    EXPECT_EQ(itemsOf(branches()), (Texts{u"Alarm", u"Lift", u"Way out"}));
-    EXPECT_EQ(branches().GetCurSel(), 0);
-    EXPECT_EQ(driver.get(u"EditBranchName").GetText(), u"Alarm");
+    EXPECT_EQ(driver.textOf(u"LabelScene"), u"Fire");
+    EXPECT_EQ(itemsOf(combo(u"ComboBranchName")), (Texts{u"Alarm", u"Lift"}));
+    EXPECT_EQ(driver.textOf(u"EditBranchName"), u"Alarm");
     EXPECT_FALSE(isChecked(driver, u"CheckFirst"));
     driver.pick(u"ComboBranchName", 1);
-    EXPECT_EQ(driver.get(u"EditBranchName").GetText(), u"Lift");
+    EXPECT_EQ(driver.textOf(u"EditBranchName"), u"Lift");
     EXPECT_TRUE(isChecked(driver, u"CheckFirst"));
+    // Unchecking does nothing: another branch has to be checked.
+    driver.click(u"CheckFirst");
+    EXPECT_FALSE(isChecked(driver, u"CheckFirst"));
+    EXPECT_EQ(scene().FirstBranch(), "Lift");
+    driver.pick(u"ComboBranchName", 0);
+    driver.click(u"CheckFirst");
+    EXPECT_EQ(scene().FirstBranch(), "Alarm");
     scene().SetFirstBranch("alarm"); // another spelling
     driver.pick(u"ComboBranchName", 0);
     EXPECT_FALSE(isChecked(driver, u"CheckFirst"));
 }
 
-struct Rename {
-    const char* what;
-    std::u16string typed;
-    std::vector<std::string> ids;
-    std::u16string shown;
-};
-
 TEST_F(BranchEditor, RenamesWhenTheEditIsLeft) {
-    const Rename cases[] = {
-        {"a new name", u"Smoke", {"Alarm", "Smoke"}, u"Smoke"},
-        {"its own name", u"Lift", {"Alarm", "Lift"}, u"Lift"},
-        {"another branch's name", u"Alarm", {"Alarm", "Lift"}, u"Lift"},
-        {"another spelling of it", u"alarm", {"Alarm", "alarm"}, u"alarm"},
-        {"no name at all", u"", {"Alarm", ""}, u""},
-        {"an odd name",
-         u"50 % \"off\" & %s ä",
-         {"Alarm", "50 % \"off\" & %s \xC3\xA4"},
-         u"50 % \"off\" & %s ä"},
-        {"a name beyond the basic plane",
-         u"\U0001F525",
-         {"Alarm", "\xF0\x9F\x94\xA5"},
-         u"\U0001F525"},
+    const struct {
+        std::u16string typed;
+        std::string id; ///< afterwards
+    } cases[] = {
+        {u"Smoke", "Smoke"},
+        {u"Lift", "Lift"},
+        {u"Alarm", "Lift"}, // another branch's
+        {u"alarm", "alarm"},
+        {u"", ""},
+        {u"50 % \"off\" & %s ä", "50 % \"off\" & %s \xC3\xA4"},
+        {u"\U0001F525", "\xF0\x9F\x94\xA5"},
     };
-    for (const Rename& test : cases) {
+    for (const auto& test : cases) {
+        SCOPED_TRACE(core::storedText(test.typed));
         makeScene({"Alarm", "Lift"});
         WindowDriver& driver = show();
         driver.pick(u"ComboBranchName", 1);
-        typeInto(driver, u"EditBranchName", test.typed);
-        driver.press(platform::Key::tab);
-        std::vector<std::string> ids;
-        scene().branchIDs(ids);
-        EXPECT_EQ(ids, test.ids) << test.what;
-        EXPECT_EQ(driver.get(u"EditBranchName").GetText(), test.shown) << test.what;
-        EXPECT_EQ(branches().GetCurSel(), 1) << test.what;
-        EXPECT_EQ(branches().GetText(), test.shown) << test.what;
+        driver.retype(u"EditBranchName", test.typed);
+        driver.press(Key::tab);
+        EXPECT_EQ(scene().branchID(0), "Alarm");
+        EXPECT_EQ(scene().branchID(1), test.id);
+        EXPECT_EQ(core::storedText(driver.textOf(u"EditBranchName")), test.id);
+        EXPECT_EQ(core::storedText(driver.textOf(u"ComboBranchName")), test.id);
+        EXPECT_EQ(combo(u"ComboBranchName").GetCurSel(), 1);
     }
-}
-
-TEST_F(BranchEditor, ANameIsTakenBeforeTheNextControlActs) {
-    makeScene({"Alarm", "Lift"});
-    WindowDriver& driver = show();
-    typeInto(driver, u"EditBranchName", u"Smoke");
-    driver.click(u"ButtonSave");
-    EXPECT_NE(readBytes("Scenes/Fire drill/Scene.xml").find("<ID>Smoke</ID>"), std::string::npos);
-    typeInto(driver, u"EditBranchName", u"Fire");
-    driver.pick(u"ComboBranchName", 1);
-    EXPECT_EQ(scene().branchID(0), "Fire");
-    EXPECT_EQ(driver.get(u"EditBranchName").GetText(), u"Lift");
 }
 
 TEST_F(BranchEditor, TheFirstBranchFollowsARenameAndTargetsDoNot) {
     makeScene({"Alarm", "Lift"});
-    addAction(1, 0, "", "Alarm");
-    addAction(0, 0, "", "Alarm");
+    const scene::Action& action = addAction(0, "", "Alarm");
     WindowDriver& driver = show();
     driver.enter(u"EditBranchName", u"Smoke");
-    EXPECT_FALSE(support::exists("Scenes/Fire drill/Scene.xml")) << "Enter saves nothing";
+    EXPECT_FALSE(support::exists("Scenes/Fire/Scene.xml")) << "Enter saves nothing";
     EXPECT_EQ(scene().FirstBranch(), "Smoke");
-    EXPECT_EQ(scene().action(1, 0)->BranchID(), "Alarm");
-    EXPECT_EQ(scene().action(0, 0)->BranchID(), "Alarm");
-    const auto& target = test::inRow<toolkit::CComboUI>(driver, u"BranchList", 0, u"ComboBranches");
-    EXPECT_EQ(target.GetText(), u"") << "the target's name is gone";
-    EXPECT_EQ(itemsOf(target), (Texts{u"Smoke", u"Lift"}));
-}
-
-TEST_F(BranchEditor, CheckingMakesTheFirstBranchAndUncheckingDoesNothing) {
-    makeScene({"Alarm", "Lift"});
-    WindowDriver& driver = show();
-    EXPECT_TRUE(isChecked(driver, u"CheckFirst"));
-    driver.click(u"CheckFirst");
-    EXPECT_FALSE(isChecked(driver, u"CheckFirst"));
-    EXPECT_EQ(scene().FirstBranch(), "Alarm");
+    EXPECT_EQ(action.BranchID(), "Alarm");
+    EXPECT_EQ(combo(0, u"ComboBranches").GetText(), u"") << "the target's name is gone";
+    EXPECT_EQ(itemsOf(combo(0, u"ComboBranches")), (Texts{u"Smoke", u"Lift"}));
+    // A name is taken before the next control acts.
+    driver.retype(u"EditBranchName", u"Fire");
+    driver.click(u"ButtonSave");
+    EXPECT_NE(readBytes("Scenes/Fire/Scene.xml").find("<ID>Fire</ID>"), std::string::npos);
+    driver.retype(u"EditBranchName", u"Hall");
     driver.pick(u"ComboBranchName", 1);
-    driver.click(u"CheckFirst");
-    EXPECT_TRUE(isChecked(driver, u"CheckFirst"));
-    EXPECT_EQ(scene().FirstBranch(), "Lift");
-    driver.pick(u"ComboBranchName", 0);
-    EXPECT_FALSE(isChecked(driver, u"CheckFirst"));
+    EXPECT_EQ(scene().branchID(0), "Hall");
+    EXPECT_EQ(driver.textOf(u"EditBranchName"), u"Lift");
 }
 
-TEST_F(BranchEditor, AddsBranchesAndSelectsThem) {
+TEST_F(BranchEditor, AddsBranchesAndOffersOnlyWhatCanBeDone) {
     makeScene({});
     WindowDriver& driver = show();
+    const auto expectEnabled = [this](const Texts& names, bool enabled) {
+        for (const std::u16string& name : names) {
+            EXPECT_EQ(isEnabled(name), enabled) << core::storedText(name);
+        }
+    };
+    const Texts ofABranch{u"ComboBranchName", u"EditBranchName", u"CheckFirst", u"ComboVideoName",
+                          u"ButtonAddAction"};
+    expectEnabled(ofABranch, false);
+    expectEnabled({u"ButtonEditZones", u"ButtonRemoveAction"}, false);
+    expectEnabled({u"ButtonExit", u"ButtonAddBranch", u"ButtonAddVideo"}, true);
+    EXPECT_EQ(driver.textOf(u"EmptyHeading"), u"No branches yet");
+    EXPECT_EQ(driver.textOf(u"EmptyLine"), u"Press Add Branch to start the scene.");
+    driver.click(u"ButtonSave");
+    EXPECT_FALSE(support::exists("Scenes")) << "a scene without branches is not saved";
+
     driver.click(u"ButtonAddBranch");
     EXPECT_EQ(scene().FirstBranch(), "New Branch 2") << "the first branch of a scene starts it";
     EXPECT_TRUE(isChecked(driver, u"CheckFirst"));
+    expectEnabled(ofABranch, true);
+    expectEnabled({u"ButtonEditZones", u"ButtonRemoveAction"}, false);
+    EXPECT_EQ(driver.textOf(u"EmptyHeading"), u"No actions yet");
+    EXPECT_EQ(driver.textOf(u"EmptyLine"), u"Press Add Action to say which branch plays next.");
+
+    driver.click(u"ButtonAddAction");
+    EXPECT_FALSE(isVisible(u"EmptyHeading") || isVisible(u"EmptyLine"));
+    EXPECT_FALSE(isEnabled(u"ButtonRemoveAction")) << "no row is chosen";
+    driver.click(immediate(0));
+    EXPECT_TRUE(isEnabled(u"ButtonRemoveAction"));
+
     driver.click(u"ButtonAddBranch");
-    EXPECT_EQ(itemsOf(branches()), (Texts{u"New Branch 2", u"New Branch 3"}));
-    EXPECT_EQ(branches().GetCurSel(), 1);
-    EXPECT_EQ(driver.get(u"EditBranchName").GetText(), u"New Branch 3");
+    EXPECT_EQ(itemsOf(combo(u"ComboBranchName")), (Texts{u"New Branch 2", u"New Branch 3"}));
+    EXPECT_EQ(driver.textOf(u"EditBranchName"), u"New Branch 3");
     EXPECT_FALSE(isChecked(driver, u"CheckFirst"));
 }
 
-TEST_F(BranchEditor, TheWindowTakesNoInputAndStaysWhileItAsks) {
+TEST_F(BranchEditor, AFailedSaveIsShownUntilTheNextGoodOne) {
+    makeScene({"Alarm"});
+    support::makeFolder("Scenes/Fire/Scene.xml");
+    const std::u16string usual = show().textOf(u"LabelStatus");
+    EXPECT_EQ(usual, u"Changes are kept in memory until you press Save.");
+    m_driver->click(u"ButtonSave");
+    const std::u16string shown = m_driver->textOf(u"LabelStatus");
+    EXPECT_EQ(shown.substr(0, 22), u"Not saved: Scene.xml: ");
+    // In a label of its own, which stands out.
+    EXPECT_EQ(m_driver->textOf(u"LabelProblem"), shown);
+    EXPECT_TRUE(isVisible(u"LabelProblem"));
+    EXPECT_FALSE(isVisible(u"LabelStatus"));
+    show();
+    EXPECT_EQ(m_driver->textOf(u"LabelStatus"), shown) << "another window still tells";
+    std::filesystem::remove("Scenes/Fire/Scene.xml");
+    m_driver->click(u"ButtonSave");
+    EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"Saved at 03:07:41 PM. " + usual);
+    EXPECT_FALSE(isVisible(u"LabelProblem"));
+    EXPECT_TRUE(isVisible(u"LabelStatus"));
+    m_driver->enter(u"EditBranchName", u"a<b");
+    EXPECT_EQ(m_driver->textOf(u"LabelStatus"),
+              u"Saved at 03:07:41 PM. The name \"a<b\" holds a \"<\": a scene saved with it will "
+              u"not load again.");
+}
+
+TEST_F(BranchEditor, ExitAsksAndADismissalMeansYes) {
+    for (const Answer answer : {Answer::no, Answer::escape, Answer::yes, Answer::close}) {
+        const bool leaves = answer == Answer::yes || answer == Answer::close;
+        makeScene({"Alarm"});
+        m_state.quit = false;
+        std::string asked;
+        show().clickThen(u"ButtonExit", answering(answer, &asked));
+        EXPECT_EQ(asked, "Exit?|Are you sure you want to exit?");
+        EXPECT_EQ(m_state.quit, leaves);
+        EXPECT_EQ(isClosed(*m_window), leaves);
+    }
+    m_state.quit = false;
+    show();
+    std::filesystem::remove("UI/Confirmation.xml");
+    m_driver->click(u"ButtonExit");
+    EXPECT_TRUE(m_state.quit) << "a question that cannot be asked means yes as well";
+    EXPECT_EQ(m_log.errors().back(),
+              "Unable to show the question \"Are you sure you want to exit?\"");
+}
+
+TEST_F(BranchEditor, TheQuestionStandsAloneAndStartsOnNo) {
     makeScene({"Alarm"});
     WindowDriver& driver = show();
-    driver.clickThen(u"ButtonExit", [&] {
-        test::click(driver.native(), WindowDriver::middleOf(driver.get(u"ButtonAddBranch")));
-        test::input().requestClose(driver.native());
-        test::pump();
-        EXPECT_EQ(scene().branchCount(), 1);
-        answering(Answer::no)();
-    });
-    EXPECT_FALSE(isClosed(*m_window));
+    for (const Key key : {Key::enter, Key::space}) {
+        test::gui().loop().post([&] {
+            driver.clickThen(u"ButtonExit", [&] {
+                test::click(driver.native(),
+                            WindowDriver::middleOf(driver.get(u"ButtonAddBranch")));
+                test::input().requestClose(driver.native());
+                test::pump();
+                EXPECT_EQ(scene().branchCount(), 1) << "the window takes no input meanwhile";
+                WindowDriver question(test::topWindow());
+                EXPECT_TRUE(question.manager().focusKeeper().showsRing());
+                question.press(key);
+            });
+            test::gui().loop().post([] { test::gui().loop().postQuit(3); });
+        });
+        EXPECT_EQ(test::gui().loop().run(), 3) << "only the question's own loop has ended";
+        EXPECT_FALSE(isClosed(*m_window));
+    }
     driver.click(u"ButtonAddBranch");
     EXPECT_EQ(scene().branchCount(), 2);
-}
-
-TEST_F(BranchEditor, ClosingTheWindowSetsNoFlag) {
-    makeScene({"Alarm"});
-    WindowDriver& driver = show();
     test::input().requestClose(driver.native());
     test::pump();
-    EXPECT_TRUE(isClosed(*m_window));
-    EXPECT_FALSE(m_state.quit);
-    EXPECT_FALSE(m_state.zoneEditRequest);
+    EXPECT_TRUE(isClosed(*m_window)) << "and the close box asks nothing and sets no flag";
+    EXPECT_FALSE(m_state.quit || m_state.zoneEditRequest);
 }
 
-TEST_F(BranchEditor, OffersOnlyWhatCanBeDone) {
-    makeScene({});
+TEST_F(BranchEditor, LookingAtEverythingAndSavingGivesTheSameBytes) {
+    // Names that no edit and no list can show as they are: bad UTF-8, TABs, equal and empty IDs;
+    // targets, parameters and videos that are not on offer; parameters where none is needed.
+    const std::string bad = "b\xFF\xC3";
+    const std::string wide(300, 'w');
+    makeScene({bad, "two\tlines", "same", "same", "", wide},
+              {"v\xFE.ogv", "a.ogv", "v\xFD.ogv", "", "A.OGV", wide});
+    writeZones("a", {"Door"});
+    addAction(2, "z\xFD", bad);
+    addAction(2, "Door", "");
+    addAction(2, "", "same");
+    addAction(1, "lower", "nowhere").SetImmediate(true);
+    addAction(1, "", wide);
+    addAction(0, "left over", "same", 1).SetImmediate(true);
+    addAction(3, "A", "two\tlines", 1);
+    addAction(3, "", "", 1);
+    ASSERT_TRUE(scene().Save(sceneFolder("Fire")));
+    const std::string bytes = readBytes("Scenes/Fire/Scene.xml");
+    ASSERT_TRUE(scene().Load("Fire"));
     WindowDriver& driver = show();
-    const auto enabled = [&](std::u16string_view name) { return driver.get(name).IsEnabled(); };
-    for (const auto* name :
-         {u"ComboBranchName", u"EditBranchName", u"CheckFirst", u"ComboVideoName",
-          u"ButtonEditZones", u"ButtonAddAction", u"ButtonRemoveAction"}) {
-        EXPECT_FALSE(enabled(name)) << core::storedText(name);
+    for (const int branch : {1, 2, 3, 4, 5, 0, 5, 4, 3, 2, 1, 0}) {
+        driver.pick(u"ComboBranchName", branch);
+        driver.click(u"EditBranchName");
+        driver.click(u"ComboVideoName");
+        driver.press(Key::escape);
+        for (int row = 0; row < actions().GetCount(); ++row) {
+            for (const auto* name : {u"ComboConditions", u"ComboParameter", u"ComboBranches"}) {
+                driver.click(combo(row, name));
+                driver.press(Key::escape);
+                driver.wheel(WindowDriver::middleOf(combo(row, name)), -1);
+            }
+        }
+        for (int stop = 0; stop < 40; ++stop) {
+            driver.press(Key::tab);
+        }
     }
-    for (const auto* name : {u"ButtonSave", u"ButtonExit", u"ButtonAddBranch", u"ButtonAddVideo"}) {
-        EXPECT_TRUE(enabled(name)) << core::storedText(name);
-    }
-    EXPECT_TRUE(driver.get(u"EmptyHeading").IsVisible());
-    EXPECT_EQ(driver.get(u"EmptyHeading").GetText(), u"No branches yet");
-    EXPECT_EQ(driver.get(u"EmptyLine").GetText(), u"Press Add Branch to start the scene.");
-
-    driver.click(u"ButtonAddBranch");
-    EXPECT_TRUE(enabled(u"ComboBranchName"));
-    EXPECT_TRUE(enabled(u"ButtonAddAction"));
-    EXPECT_FALSE(enabled(u"ButtonEditZones")) << "no video is chosen";
-    EXPECT_FALSE(enabled(u"ButtonRemoveAction"));
-    EXPECT_EQ(driver.get(u"EmptyHeading").GetText(), u"No actions yet");
-    EXPECT_EQ(driver.get(u"EmptyLine").GetText(),
-              u"Press Add Action to say which branch plays next.");
-
-    driver.click(u"ButtonAddAction");
-    EXPECT_FALSE(driver.get(u"EmptyHeading").IsVisible());
-    EXPECT_FALSE(driver.get(u"EmptyLine").IsVisible());
-    EXPECT_FALSE(enabled(u"ButtonRemoveAction")) << "no row is chosen";
-    driver.click(test::inRow(driver, u"BranchList", 0, u"CheckImmediate"));
-    EXPECT_TRUE(enabled(u"ButtonRemoveAction"));
-}
-
-TEST_F(BranchEditor, WithoutComponentsThereIsNoWindow) {
-    m_gui.library.fails = true;
-    EXPECT_EQ(ui::BranchList::create(context()), nullptr);
-    m_gui.library.fails = false;
-    makeScene({"Alarm"});
-    show();
-    EXPECT_EQ(m_gui.library.uses, 1);
-    m_driver.reset();
-    m_window.reset();
-    EXPECT_EQ(m_gui.library.uses, 0);
+    driver.click(u"ButtonSave");
+    EXPECT_EQ(readBytes("Scenes/Fire/Scene.xml"), bytes);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // The one line that tells the author about the state of a scene.
 #include <functional>
-#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -9,45 +8,35 @@
 
 namespace {
 
-std::shared_ptr<scene::SceneManager> sceneWithTwoBranches() {
-    auto scene = scene::SceneManager::create();
-    scene->newScene("Plain & simple");
-    scene->AddBranch();
-    scene->AddBranch();
-    scene->addAction(1, scene::Action::create());
-    return scene;
-}
-
 TEST(SceneHints, NamesThatKeepASceneFromLoadingAreFound) {
-    EXPECT_EQ(ui::unreadableHint(*sceneWithTwoBranches()), u"");
+    const std::u16string inAction = u" in an action of \"New Branch 3\"";
     const struct {
-        const char* where;
         std::function<void(scene::SceneManager&)> spoil;
-        const char16_t* place;
+        std::u16string place;
     } cases[] = {
-        {"scene", [](auto& scene) { scene.SetName("a<b"); }, u""},
-        {"first branch", [](auto& scene) { scene.SetFirstBranch("a<b"); }, u""},
-        {"branch", [](auto& scene) { scene.renameBranch(1, "a<b"); }, u""},
-        {"video", [](auto& scene) { scene.setBranchFilename(1, "a<b"); }, u""},
-        {"parameter", [](auto& scene) { scene.action(1, 0)->SetParameter("a<b"); },
-         u" in an action of \"New Branch 3\""},
-        {"target", [](auto& scene) { scene.action(1, 0)->SetBranchID("a<b"); },
-         u" in an action of \"New Branch 3\""},
+        {[](auto& scene) { scene.SetName("a<b"); }, u""},
+        {[](auto& scene) { scene.SetFirstBranch("a<b"); }, u""},
+        {[](auto& scene) { scene.renameBranch(1, "a<b"); }, u""},
+        {[](auto& scene) { scene.setBranchFilename(1, "a<b"); }, u""},
+        {[](auto& scene) { scene.action(1, 0)->SetParameter("a<b"); }, inAction},
+        {[](auto& scene) { scene.action(1, 0)->SetBranchID("a<b"); }, inAction},
     };
     for (const auto& test : cases) {
-        const auto scene = sceneWithTwoBranches();
+        const auto scene = scene::SceneManager::create();
+        scene->newScene("Plain & simple");
+        scene->AddBranch();
+        scene->AddBranch();
+        scene->addAction(1, scene::Action::create());
+        EXPECT_EQ(ui::unreadableHint(*scene), u"");
         test.spoil(*scene);
         EXPECT_EQ(ui::unreadableHint(*scene),
-                  std::u16string(u"The name \"a<b\"") + test.place +
-                      u" holds a \"<\": a scene saved with it will not load again.")
-            << test.where;
+                  u"The name \"a<b\"" + test.place +
+                      u" holds a \"<\": a scene saved with it will not load again.");
     }
 }
 
-TEST(SceneHints, TextsOfTheStrip) {
+TEST(SceneHints, AFailedSaveIsToldWithoutFolders) {
     const std::pair<const char*, const char16_t*> failures[] = {
-        {"", u""},
-        {"Permission denied", u"Not saved: Permission denied"},
         {"/home/a/Scenes/A: B\\Scene.xml: No space left on device",
          u"Not saved: Scene.xml: No space left on device"},
         {"clip-ZoneInfo.bin: Input/output error",
@@ -58,17 +47,18 @@ TEST(SceneHints, TextsOfTheStrip) {
     }
 }
 
-TEST(SceneHints, TextsOfACopyUnderWay) {
-    ui::CopyStatus status{"clip.ogv", 1, 1, 0, 0};
-    EXPECT_EQ(ui::copyText(status), u"Copying clip.ogv. Esc cancels.");
-    status.totalBytes = 3;
-    EXPECT_EQ(ui::copyText(status), u"Copying clip.ogv: 0 %. Esc cancels.");
-    status.copiedBytes = 2;
-    EXPECT_EQ(ui::copyText(status), u"Copying clip.ogv: 66 %. Esc cancels.");
-    status.copiedBytes = 4; // the file grew meanwhile
-    EXPECT_EQ(ui::copyText(status), u"Copying clip.ogv: 100 %. Esc cancels.");
-    status = {"b.ogv", 2, 3, 5'000'000'000ULL, 10'000'000'000ULL};
-    EXPECT_EQ(ui::copyText(status), u"Copying b.ogv (2 of 3): 50 %. Esc cancels.");
+TEST(SceneHints, ACopyUnderWayIsToldInPercent) {
+    const std::pair<ui::CopyStatus, const char16_t*> states[] = {
+        {{"a.ogv", 1, 1, 0, 0}, u"Copying a.ogv. Esc cancels."},
+        {{"a.ogv", 1, 1, 0, 3}, u"Copying a.ogv: 0 %. Esc cancels."},
+        {{"a.ogv", 1, 1, 2, 3}, u"Copying a.ogv: 66 %. Esc cancels."},
+        {{"a.ogv", 1, 1, 4, 3}, u"Copying a.ogv: 100 %. Esc cancels."}, // it grew meanwhile
+        {{"b.ogv", 2, 3, 5'000'000'000ULL, 10'000'000'000ULL},
+         u"Copying b.ogv (2 of 3): 50 %. Esc cancels."},
+    };
+    for (const auto& [state, shown] : states) {
+        EXPECT_EQ(ui::copyText(state), shown);
+    }
 }
 
 } // namespace

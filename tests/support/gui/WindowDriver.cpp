@@ -126,13 +126,17 @@ void WindowDriver::type(const std::u16string& text) {
     test::type(native(), text);
 }
 
-void WindowDriver::enter(std::u16string_view edit, const std::u16string& text) {
+void WindowDriver::retype(std::u16string_view edit, const std::u16string& text) {
     platform::Modifiers control;
     control.control = true;
     click(edit);
     press(Key::a, control);
     press(Key::del);
     type(text);
+}
+
+void WindowDriver::enter(std::u16string_view edit, const std::u16string& text) {
+    retype(edit, text);
     press(Key::enter);
 }
 

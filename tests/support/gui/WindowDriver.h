@@ -62,7 +62,9 @@ public:
     void press(platform::Key key, platform::Modifiers modifiers = {});
     /// Each character as a key.
     void type(const std::u16string& text);
-    /// Clicks the edit, replaces its text by typing, and leaves it by Enter.
+    /// Clicks the edit and replaces its text by typing; the keyboard stays there.
+    void retype(std::u16string_view edit, const std::u16string& text);
+    /// The same, and leaves the edit by Enter.
     void enter(std::u16string_view edit, const std::u16string& text);
 
     /// Opens the list by a click, scrolls to item `index` and clicks it.
@@ -72,6 +74,9 @@ public:
     /// A click into the open drop list, in its own pixels.
     void clickDropList(platform::Point at);
 
+    [[nodiscard]] std::u16string textOf(std::u16string_view name) const {
+        return control(name).GetText();
+    }
     /// The middle of a control, in window pixels.
     [[nodiscard]] static platform::Point middleOf(const toolkit::CControlUI& control);
     /// What the window shows, painted anew; 0xAARRGGBB.

@@ -19,19 +19,14 @@ bool isChecked(const WindowDriver& driver, std::u16string_view name) {
     return driver.get<toolkit::COptionUI>(name).IsSelected();
 }
 
-void typeInto(WindowDriver& driver, std::u16string_view edit, const std::u16string& text) {
-    platform::Modifiers control;
-    control.control = true;
-    driver.click(edit);
-    driver.press(platform::Key::a, control);
-    driver.press(platform::Key::del);
-    driver.type(text);
-}
-
-EditorTest::EditorTest() {
+void copySkin() {
     const std::filesystem::path data(QUORVEL_DATA_FOLDER);
     std::filesystem::copy(data / "UI", "UI", std::filesystem::copy_options::recursive);
     std::filesystem::copy(data / "Translations.ini", "Translations.ini");
+}
+
+EditorTest::EditorTest() {
+    copySkin();
     m_services.translations = core::Translations::create("Translations.ini", "English");
     m_services.sceneManager = scene::SceneManager::create();
 }

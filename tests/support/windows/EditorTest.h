@@ -31,8 +31,9 @@ template <class T = toolkit::CControlUI>
                        std::u16string_view name) {
     return driver.getIn<T>(*driver.get<toolkit::CListUI>(list).GetItemAt(row), name);
 }
-/// Replaces an edit's text by typing and leaves the keyboard in the edit.
-void typeInto(WindowDriver& driver, std::u16string_view edit, const std::u16string& text);
+
+/// Puts the skin and the texts into the working directory.
+void copySkin();
 
 class EditorTest : public support::TempFolderTest {
 protected:
