@@ -16,6 +16,7 @@ void TheoraFrameQueue::setSize(int count) {
     {
         const TheoraLock lock(m_mutex);
         m_slots.clear();
+        m_prepared.reset(); // of the old format
         try {
             for (; made < count; ++made) {
                 m_slots.push_back(Slot{m_factory(), false, false, false, false});
@@ -63,6 +64,10 @@ TheoraVideoFrame* TheoraFrameQueue::requestEmptyFrame() {
 
 bool TheoraFrameQueue::reusePixels(TheoraVideoFrame& frame, std::uint64_t identity) {
     const TheoraLock lock(m_mutex);
+    if (identity != 0 && m_prepared && m_prepared->getPictureIdentity() == identity) {
+        frame.swapPixels(*m_prepared);
+        return true;
+    }
     for (const Slot& slot : m_slots) {
         if (identity == 0 || slot.frame->getPictureIdentity() != identity) {
             continue;
@@ -82,6 +87,30 @@ bool TheoraFrameQueue::reusePixels(TheoraVideoFrame& frame, std::uint64_t identi
         }
     }
     return false;
+}
+
+bool TheoraFrameQueue::hasPicture(std::uint64_t identity) const {
+    return (m_prepared && m_prepared->getPictureIdentity() == identity) ||
+           std::any_of(m_slots.begin(), m_slots.end(), [&](const Slot& slot) {
+               return slot.frame->getPictureIdentity() == identity;
+           });
+}
+
+void TheoraFrameQueue::prepare(const TheoraPicture& picture) {
+    std::unique_ptr<TheoraVideoFrame> frame;
+    {
+        const TheoraLock lock(m_mutex);
+        if (picture.identity == 0 || hasPicture(picture.identity)) {
+            return;
+        }
+        frame = std::move(m_prepared);
+    }
+    if (!frame) {
+        frame = m_factory();
+    }
+    frame->decode(picture); // without the lock: the display reads frames meanwhile
+    const TheoraLock lock(m_mutex);
+    m_prepared = std::move(frame);
 }
 
 void TheoraFrameQueue::markReady(const TheoraVideoFrame* frame) {

@@ -36,10 +36,15 @@ public:
     /// giveBack.
     [[nodiscard]] TheoraVideoFrame* requestEmptyFrame() EXCLUDES(m_mutex);
     /// True: `frame`, which the caller took, now shows the picture of this identity, which another
-    /// frame had. False: it has the memory of the free frame that would be filled last, so that
-    /// what the others still hold may be found here later.
+    /// frame had or prepare() made. False: it has the memory of the free frame that would be filled
+    /// last, so that what the others still hold may be found here later.
     [[nodiscard]] bool reusePixels(TheoraVideoFrame& frame, std::uint64_t identity)
         EXCLUDES(m_mutex);
+    /// Converts a picture that no frame shows yet into memory of its own, where reusePixels finds
+    /// it until the next prepare(). Nothing when it is there already or its identity is not known.
+    /// A picture that is likely to be asked for then costs nothing when it is. One thread at a
+    /// time.
+    void prepare(const TheoraPicture& picture) EXCLUDES(m_mutex);
     void markReady(const TheoraVideoFrame* frame) EXCLUDES(m_mutex);
     void giveBack(const TheoraVideoFrame* frame) EXCLUDES(m_mutex);
     /// Discards every decoded frame. The frame that the display holds stays untouched until it lets
@@ -77,10 +82,13 @@ private:
     void moveFrontToBack() REQUIRES(m_mutex);
     void letGoLocked() REQUIRES(m_mutex);
     [[nodiscard]] int readyCountLocked() const REQUIRES(m_mutex);
+    [[nodiscard]] bool hasPicture(std::uint64_t identity) const REQUIRES(m_mutex);
 
     const FrameFactory m_factory;
     mutable TheoraMutex m_mutex;
     std::list<Slot> m_slots GUARDED_BY(m_mutex);
+    /// Outside the queue; made by the first prepare(), null while one is at work.
+    std::unique_ptr<TheoraVideoFrame> m_prepared GUARDED_BY(m_mutex);
 };
 
 } // namespace theora

@@ -10,7 +10,8 @@
 namespace theora {
 namespace {
 
-constexpr std::size_t kCacheBytes = 128'000'000;
+constexpr std::size_t kCacheBytes = 128'000'000; // with the picture that is converted ahead
+constexpr std::size_t kMostBytesPerPixel = 4;
 // On the way to a far frame only these before it are kept: a copy of each would cost a good part of
 // the decoding. The step-back decoder fetches the others while the frame is looked at.
 constexpr std::int64_t kKeptBefore = 12;
@@ -61,9 +62,12 @@ void TheoraVideoClip_Theora::makeDecoders() {
     m_keep = [this](std::int64_t number) NO_THREAD_SAFETY_ANALYSIS { keepPicture(number); };
     m_decoder =
         std::make_unique<PictureDecoder>(*m_source, m_stop, m_headers.theora, m_layout, *m_format);
+    const std::size_t convertedBytes =
+        kMostBytesPerPixel * std::size_t{info.frame_width} * info.frame_height;
     m_cache = std::make_unique<PlaneCache>(
-        kCacheBytes, static_cast<int>(info.frame_width), static_cast<int>(info.frame_height),
-        info.pixel_fmt == TH_PF_444 ? 0 : 1, info.pixel_fmt == TH_PF_420 ? 1 : 0);
+        kCacheBytes - std::min(convertedBytes, kCacheBytes), static_cast<int>(info.frame_width),
+        static_cast<int>(info.frame_height), info.pixel_fmt == TH_PF_444 ? 0 : 1,
+        info.pixel_fmt == TH_PF_420 ? 1 : 0);
     m_stepBack = std::make_unique<StepBackDecoder>(*m_source, m_headers.theora, m_layout, *m_format,
                                                    *m_cache);
 }
@@ -222,6 +226,11 @@ void TheoraVideoClip_Theora::prepareStepBack() {
     }
     const std::int64_t count = m_layout.frameCount;
     m_stepBack->prepare(count > 0 ? std::min(m_centre, count) : m_centre);
+    // Stepping back asks for this one next: converted now, it is there at once.
+    const auto before = m_cache->find(m_centre - 1);
+    if (before && !m_stop()) {
+        m_frameQueue->prepare(before->picture);
+    }
 }
 
 void TheoraVideoClip_Theora::continueFrom(int frame) {

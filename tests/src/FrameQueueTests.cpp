@@ -164,16 +164,20 @@ TEST(FrameQueue, PicturesThatComeAgainAreNotConvertedAgain) {
         }
     };
     const struct {
+        unsigned prepared; ///< 0 = not known: nothing is prepared
         std::vector<unsigned> pictures;
         int converted;
     } rounds[] = {
-        {{1, 2, 3, 4}, 4}, {{5, 1, 2, 3}, 1}, // stepped back by one
-        {{1, 2, 3, 4}, 1},                    // and forward again
-        {{2, 2, 2, 2}, 0},                    // repeated
-        {{2, 3, 3, 5}, 2}, {{0, 0, 0, 0}, 4}, // unknown: always converted
-        {{1, 1, 4, 1}, 2}, {{4, 2, 4, 1}, 1},
+        {0, {1, 2, 3, 4}, 4}, {0, {5, 1, 2, 3}, 1}, // stepped back by one
+        {0, {1, 2, 3, 4}, 1},                       // and forward again
+        {0, {2, 2, 2, 2}, 0},                       // repeated
+        {0, {2, 3, 3, 5}, 2}, {0, {0, 0, 0, 0}, 4}, // unknown: always converted
+        {0, {1, 1, 4, 1}, 2}, {0, {4, 2, 4, 1}, 1}, {5, {5, 4, 2, 1}, 0}, // prepared for once
+        {2, {5, 5, 2, 3}, 1},                       // prepared what is here already
+        {4, {4, 4, 1, 4}, 1}, {3, {4, 1, 5, 3}, 1}, // used later
     };
     for (const auto& round : rounds) {
+        queue.prepare(greyPicture(lumas[round.prepared], chroma, round.prepared));
         fillAll(round.pictures);
         EXPECT_EQ(converted, round.converted);
         for (const unsigned at : round.pictures) {
@@ -184,6 +188,17 @@ TEST(FrameQueue, PicturesThatComeAgainAreNotConvertedAgain) {
             queue.pop();
         }
     }
+}
+
+TEST(FrameQueue, AQueueOfANewFormatForgetsWhatWasPrepared) {
+    TheoraFrameFormat format{TheoraOutputMode::TH_RGB, 4, 2, 4};
+    TheoraFrameQueue queue([&] { return std::make_unique<TheoraVideoFrame>(format); });
+    const std::uint8_t grey = 128;
+    queue.setSize(1);
+    queue.prepare(greyPicture(grey, grey, 1));
+    format.mode = TheoraOutputMode::TH_RGBX;
+    queue.setSize(1);
+    EXPECT_FALSE(queue.reusePixels(*queue.requestEmptyFrame(), 1));
 }
 
 } // namespace
