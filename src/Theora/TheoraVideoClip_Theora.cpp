@@ -138,7 +138,7 @@ bool TheoraVideoClip_Theora::seekTo(int frame) {
         return true;
     }
     const DecodeResult result = m_decoder->decodeTo(frame, m_keep);
-    if (result == DecodeResult::stopped) {
+    if (result == DecodeResult::stopped || m_stop()) { // nobody waits for the picture any more
         return false;
     }
     if (result == DecodeResult::endOfStream) {
@@ -172,7 +172,7 @@ bool TheoraVideoClip_Theora::decodeNextFrame() {
         ++m_nextFrame;
     } else {
         const DecodeResult result = decodeNextPicture();
-        if (result == DecodeResult::stopped) {
+        if (result == DecodeResult::stopped || m_stop()) { // a seek has to wait for no conversion
             return false;
         }
         if (result == DecodeResult::endOfStream) {
