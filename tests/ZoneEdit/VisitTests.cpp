@@ -14,9 +14,9 @@ protected:
         if (zones().zoneCount() == 0) {
             addZone();
         }
-        chooseTool(u"OptionAddPoint");
+        m_driver->click(u"OptionAddPoint");
         m_driver->drag({at(100, 100), at(300, 200)});
-        chooseTool(u"OptionDeletePoint");
+        m_driver->click(u"OptionDeletePoint");
         clickPicture(300, 200);
         m_driver->enter(u"EditCurrentFrame", number % 2 == 0 ? u"17" : u"3");
         EXPECT_TRUE(waitForFrame(number % 2 == 0 ? 17 : 3));

@@ -12,6 +12,9 @@
 
 namespace test {
 
+/// What the log says of a video that has no zones yet.
+inline const std::vector<std::string> kNoZones{"Unable to load zone binary"};
+
 class ZoneEditTest : public WindowTest<zoneedit::ZoneEdit> {
 protected:
     /// Makes "Scenes/Fire/clip.ogv" with this many frames and tells the editor to open it.
@@ -25,14 +28,11 @@ protected:
     void clickPicture(int x, int y) { m_driver->click(at(x, y)); }
     /// Three points on all frames of the current zone.
     void drawTriangle();
-    void chooseTool(std::u16string_view option) { m_driver->click(option); }
 
     [[nodiscard]] zone::ZoneManager& zones() { return *zone::currentZoneManager(); }
     /// The points of a zone on a frame, in display pixels; empty without a shape.
     [[nodiscard]] std::vector<platform::Point> points(int zone, int frame);
-    [[nodiscard]] std::u16string frameText() {
-        return m_driver->get(u"EditCurrentFrame").GetText();
-    }
+    [[nodiscard]] std::u16string frameText() { return m_driver->textOf(u"EditCurrentFrame"); }
     /// The number that the picture on the screen carries; -1 when it carries none.
     [[nodiscard]] int shownFrame();
     /// Waits until the screen shows the frame. False when it does not come.
