@@ -148,6 +148,12 @@ long AccessibleNode::numberOf(Accessible& node) {
     return last;
 }
 
+Accessible* AccessibleNode::numbered(long number) {
+    const auto found = numberedNodes().find(number);
+    return found == numberedNodes().end() || found->second.life.expired() ? nullptr
+                                                                          : found->second.node;
+}
+
 Accessible* AccessibleNode::node() const {
     Win32Window* window = Win32Window::fromHandle(m_window);
     if (window == nullptr) {
@@ -165,9 +171,7 @@ Accessible* AccessibleNode::target(const VARIANT& child) const {
         return self;
     }
     if (child.lVal < 0) {
-        const auto found = numberedNodes().find(child.lVal);
-        return found == numberedNodes().end() || found->second.life.expired() ? nullptr
-                                                                              : found->second.node;
+        return numbered(child.lVal);
     }
     return child.lVal <= self->accessibleChildCount() ? self->accessibleChild(child.lVal - 1)
                                                       : nullptr;
@@ -369,13 +373,15 @@ HRESULT AccessibleNode::accHitTest(long left, long top, VARIANT* child) {
     return give(long{CHILDID_SELF}, child);
 }
 
+// Done once the asker has its answer: it waits for one, and a press may show a question and come
+// back when that is over.
 HRESULT AccessibleNode::accDoDefaultAction(VARIANT child) {
     Accessible* meant = target(child);
     if (meant == nullptr || !meant->accessibleState().enabled ||
         !isPressable(meant->accessibleRole())) {
         return DISP_E_MEMBERNOTFOUND;
     }
-    guardedRun("accessible action", [&] { meant->accessiblePress(); });
+    PostMessageW(m_window, Win32Window::kPressMessage, 0, numberOf(*meant));
     return S_OK;
 }
 

@@ -24,6 +24,8 @@ public:
     [[nodiscard]] static AccessibleNode* create(HWND window, Accessible* node);
     /// A number for `node` that get_accChild of the window's root understands; negative.
     [[nodiscard]] static long numberOf(Accessible& node);
+    /// The node of such a number while it lives; null afterwards.
+    [[nodiscard]] static Accessible* numbered(long number);
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override;

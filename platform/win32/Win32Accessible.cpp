@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "platform/Guard.h"
 #include "platform/win32/AccessibleNode.h"
 #include "platform/win32/Win32Window.h"
 
@@ -39,6 +40,12 @@ LRESULT answerAccessibility(HWND window, Accessible* root, WPARAM wide, LPARAM w
     const std::unique_ptr<AccessibleNode, NodeRelease> object(
         AccessibleNode::create(window, nullptr));
     return LresultFromObject(__uuidof(IAccessible), wide, object.get());
+}
+
+void pressAccessible(long number) {
+    if (Accessible* node = AccessibleNode::numbered(number)) {
+        guardedRun("accessible action", [node] { node->accessiblePress(); });
+    }
 }
 
 void tellAccessibility(HWND window, Accessible& node, AccessibleChange change) {

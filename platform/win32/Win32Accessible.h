@@ -14,6 +14,9 @@ namespace platform::win32 {
 [[nodiscard]] LRESULT answerAccessibility(HWND window, Accessible* root, WPARAM wide,
                                           LPARAM wideLong);
 
+/// Presses the node of a number that AccessibleNode::numberOf gave, if it still lives.
+void pressAccessible(long number);
+
 /// Tells whoever listens that something about `node` of `window` changed.
 void tellAccessibility(HWND window, Accessible& node, AccessibleChange change);
 

@@ -52,6 +52,9 @@ public:
     void accessibleChanged(Accessible& node, AccessibleChange change) override;
 
     [[nodiscard]] HWND handle() const { return m_handle.get(); }
+    /// Sent to the window itself: a screen reader presses the node whose number is the message's
+    /// second parameter.
+    static constexpr UINT kPressMessage = WM_APP + 3;
     /// The living window of a handle; null for foreign handles and windows that are gone.
     [[nodiscard]] static Win32Window* fromHandle(HWND handle);
     /// What an input method reports: text that is not committed yet, and text that is.

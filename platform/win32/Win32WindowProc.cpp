@@ -134,6 +134,11 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
             m_services.endProgram();
         }
         return 0;
+    case kPressMessage:
+        if (m_enabled && !m_closing) { // not behind a question
+            pressAccessible(static_cast<long>(wideLong));
+        }
+        return 0;
     case kFinishMessage:
         finish();
         return 0;

@@ -143,11 +143,13 @@ TEST_F(AccessibleTest, TellsPlacesStatesAndTheFocus) {
 TEST_F(AccessibleTest, ActsAsTheControlAllows) {
     EXPECT_EQ(m_client->accDoDefaultAction(childId(2)), S_OK);
     EXPECT_EQ(m_client->accSelect(SELFLAG_TAKEFOCUS, childId(2)), S_OK);
+    test::pump();
     EXPECT_EQ(control(1).presses, 1);
     EXPECT_EQ(control(1).focuses, 1);
     EXPECT_EQ(m_client->accDoDefaultAction(childId(1)), DISP_E_MEMBERNOTFOUND);
     control(1).state.enabled = false;
     EXPECT_EQ(m_client->accDoDefaultAction(childId(2)), DISP_E_MEMBERNOTFOUND);
+    test::pump();
     EXPECT_EQ(control(1).presses, 1);
 
     BSTR text = SysAllocString(L"Caf\u00e9");

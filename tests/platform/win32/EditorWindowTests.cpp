@@ -326,14 +326,24 @@ TEST_F(EditorWindows, DoWhatAScreenReaderAsks) {
             numbered(platform::win32::AccessibleNode::numberOf(*control)));
     };
     EXPECT_EQ(ask(u"ButtonAddBranch"), S_OK);
+    EXPECT_EQ(scene().branchCount(), 1) << "the asker is answered first";
+    test::pump();
     EXPECT_EQ(scene().branchCount(), 2);
     EXPECT_EQ(ask(u"CheckFirst"), S_OK);
+    test::pump();
     EXPECT_TRUE(test::isChecked(test::WindowDriver(*window), u"CheckFirst"));
     auto* combo = window->FindControl<toolkit::CComboUI>(u"ComboBranchName");
     EXPECT_EQ(ask(u"ComboBranchName"), S_OK);
+    test::pump();
     EXPECT_TRUE(combo->IsDropped());
     combo->CloseDrop();
     EXPECT_EQ(ask(u"EditBranchName"), DISP_E_MEMBERNOTFOUND);
+
+    window->GetNative()->setEnabled(false); // as behind a question
+    EXPECT_EQ(ask(u"ButtonAddBranch"), S_OK);
+    test::pump();
+    EXPECT_EQ(scene().branchCount(), 2);
+    window->GetNative()->setEnabled(true);
 }
 
 } // namespace
