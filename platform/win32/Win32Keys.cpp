@@ -144,7 +144,7 @@ void Win32Window::compose(const std::u16string& preedit, const std::u16string& c
     if (!m_enabled) {
         return;
     }
-    const HWND window = m_handle.get();
+    HWND window = m_handle.get();
     Event event;
     event.modifiers = currentModifiers();
     if (std::exchange(m_preedit, !preedit.empty()) || !preedit.empty()) {

@@ -163,7 +163,7 @@ bool Win32Window::handleSetCursor(LPARAM details) const {
 }
 
 void Win32Window::beginMove() {
-    const HWND window = m_handle.get();
+    HWND window = m_handle.get();
     loseCapture();
     if (fromHandle(window) != this) {
         return;

@@ -63,7 +63,7 @@ private:
     /// Runs `work` with the window's handle once its turn comes, if the window still lives.
     template <typename Work>
     void post(NativeWindow& window, Work work) {
-        const HWND handle = static_cast<Win32Window&>(window).handle();
+        HWND handle = static_cast<Win32Window&>(window).handle();
         m_loop.post([handle, work = std::move(work)] {
             if (Win32Window::fromHandle(handle) != nullptr) {
                 work(handle);
@@ -86,8 +86,8 @@ void Win32TestInput::mouse(NativeWindow& window, EventKind kind, Point position,
         ClientToScreen(handle, &point);
         SetCursorPos(point.x, point.y); // or the system would report that the pointer left
         // As the system does: a captured mouse belongs to the capturing window.
-        const HWND captured = GetCapture();
-        const HWND target = Win32Window::fromHandle(captured) != nullptr ? captured : handle;
+        HWND captured = GetCapture();
+        HWND target = Win32Window::fromHandle(captured) != nullptr ? captured : handle;
         ScreenToClient(target, &point);
         SendMessageW(target, message, 0, packed(point));
     });

@@ -189,7 +189,7 @@ void Win32Window::handleCloseRequest() {
     if (!m_enabled || m_closing) {
         return;
     }
-    const HWND window = m_handle.get();
+    HWND window = m_handle.get();
     Event request;
     request.kind = EventKind::closeRequest;
     const bool handled = send(request);
@@ -199,7 +199,7 @@ void Win32Window::handleCloseRequest() {
 }
 
 void Win32Window::handleActivation(bool active) {
-    const HWND window = m_handle.get();
+    HWND window = m_handle.get();
     if (!active) {
         loseCapture();
         if (fromHandle(window) != this) {

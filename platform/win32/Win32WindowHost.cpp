@@ -83,7 +83,7 @@ Modifiers Win32WindowHost::keyboardModifiers() const {
 
 std::u16string Win32WindowHost::clipboardText() const {
     const Clipboard clipboard;
-    const HANDLE memory = clipboard ? GetClipboardData(CF_UNICODETEXT) : nullptr;
+    HANDLE memory = clipboard ? GetClipboardData(CF_UNICODETEXT) : nullptr;
     if (memory == nullptr) {
         return {};
     }

@@ -81,8 +81,7 @@ std::optional<LRESULT> Win32Window::handleInput(UINT message, WPARAM wide, LPARA
     case WM_CHAR:
         handleCharacter(static_cast<wchar_t>(wide));
         return 0;
-    case WM_SYSCHAR: // a beep for every Alt and letter
-        return 0;
+    case WM_SYSCHAR:              // a beep for every Alt and letter
     case WM_IME_STARTCOMPOSITION: // the edit shows the text itself
         return 0;
     case WM_IME_COMPOSITION:
