@@ -40,4 +40,12 @@ void assignIf(Target& target, const std::optional<Value>& value) {
     }
 }
 
+/// Hands a parsed value to a setter; text that is no value calls nothing.
+template <class Control, class Base, class Argument, class Value>
+void setIf(Control& control, void (Base::*setter)(Argument), const std::optional<Value>& value) {
+    if (value) {
+        (control.*setter)(*value);
+    }
+}
+
 } // namespace toolkit

@@ -20,11 +20,12 @@ struct CEditUI::Attributes {
 const AttributeTable<CEditUI>& CEditUI::Attributes::table() {
     using Text = std::u16string_view;
     static const AttributeTable<CEditUI> attributes{
-        {u"readonly", [](CEditUI& c, Text v) { c.SetReadOnly(parseBool(v).value_or(false)); }},
+        {u"readonly", [](CEditUI& c, Text v) { setIf(c, &CEditUI::SetReadOnly, parseBool(v)); }},
         {u"maxchar",
          [](CEditUI& c, Text v) {
-             c.m_model.setMaxLength(
-                 static_cast<std::size_t>(std::max(parseInt(v).value_or(kMaxLayoutNumber), 0)));
+             if (const auto most = parseInt(v)) {
+                 c.m_model.setMaxLength(static_cast<std::size_t>(std::max(*most, 0)));
+             }
          }},
         {u"normalimage", [](CEditUI& c, Text v) { c.m_normalImage = v; }},
         {u"hotimage", [](CEditUI& c, Text v) { c.m_hotImage = v; }},

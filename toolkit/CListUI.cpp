@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "toolkit/AttributeTable.h"
 #include "toolkit/AttributeText.h"
 #include "toolkit/CListContainerElementUI.h"
 #include "toolkit/CListLabelElementUI.h"
@@ -115,7 +116,7 @@ bool CListUI::pick(int index, bool reveals) {
 
 bool CListUI::SetAttribute(std::u16string_view name, std::u16string_view value) {
     if (name == u"rowinset") {
-        m_rowInset = parseRect(value).value_or(Rect{});
+        assignIf(m_rowInset, parseRect(value));
         return true;
     }
     if (!m_itemStyle.apply(name, value)) {

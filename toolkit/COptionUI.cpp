@@ -16,7 +16,7 @@ const AttributeTable<COptionUI>& COptionUI::Attributes::table() {
     using Text = std::u16string_view;
     static const AttributeTable<COptionUI> attributes{
         {u"group", [](COptionUI& c, Text v) { c.SetGroup(v); }},
-        {u"selected", [](COptionUI& c, Text v) { c.Selected(parseBool(v).value_or(false)); }},
+        {u"selected", [](COptionUI& c, Text v) { setIf(c, &COptionUI::Selected, parseBool(v)); }},
         {u"selectedimage", [](COptionUI& c, Text v) { c.m_selectedImage = v; }},
         {u"selectedhotimage", [](COptionUI& c, Text v) { c.m_selectedHotImage = v; }},
         {u"selectedpushedimage", [](COptionUI& c, Text v) { c.m_selectedPushedImage = v; }},
