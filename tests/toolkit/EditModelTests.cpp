@@ -10,8 +10,37 @@ using toolkit::EditModel;
 
 namespace {
 
-/// Text with "|" at the caret and "[" "]" around a selection (the caret is at its other end from
-/// where it began).
+using Step = std::function<void(EditModel&)>;
+
+const Step kLeft = [](auto& m) { m.moveLeft(false, false); };
+const Step kRight = [](auto& m) { m.moveRight(false, false); };
+const Step kExtendLeft = [](auto& m) { m.moveLeft(false, true); };
+const Step kWordLeft = [](auto& m) { m.moveLeft(true, false); };
+const Step kWordRight = [](auto& m) { m.moveRight(true, false); };
+const Step kHome = [](auto& m) { m.moveHome(false); };
+const Step kBack = [](auto& m) { m.eraseBack(false); };
+const Step kBackWord = [](auto& m) { m.eraseBack(true); };
+const Step kDelete = [](auto& m) { m.eraseForward(false); };
+const Step kUndo = [](auto& m) { m.undo(); };
+const Step kRedo = [](auto& m) { m.redo(); };
+
+Step type(std::u16string_view text) {
+    return [text](auto& m) { m.insert(text); };
+}
+
+Step select(std::size_t begin, std::size_t end) {
+    return [=](auto& m) { m.select(begin, end); };
+}
+
+Step wordAt(std::size_t position) {
+    return [=](auto& m) { m.selectWordAt(position); };
+}
+
+Step limit(std::size_t units) {
+    return [=](auto& m) { m.setMaxLength(units); };
+}
+
+/// Text with "|" at the caret or "[" "]" around a selection.
 std::u16string shown(const EditModel& model) {
     std::u16string text = model.text();
     if (model.hasSelection()) {
@@ -29,242 +58,97 @@ EditModel modelOf(std::u16string_view text) {
     return model;
 }
 
-struct Case {
-    const char* what;
-    std::u16string_view text;
-    std::function<void(EditModel&)> act;
-    std::u16string expected;
-};
+void expectAfter(const char* what, std::u16string_view text, const std::vector<Step>& steps,
+                 std::u16string_view expected) {
+    EditModel model = modelOf(text);
+    for (const Step& step : steps) {
+        step(model);
+    }
+    EXPECT_TRUE(shown(model) == expected) << what;
+}
 
 } // namespace
 
-TEST(EditModel, MovesSelectsAndErases) {
-    const Case cases[] = {
-        {"starts at the end", u"abc", [](auto&) {}, u"abc|"},
-        {"typing", u"ac",
-         [](auto& m) {
-             m.moveLeft(false, false);
-             m.insert(u"b");
-         },
-         u"ab|c"},
-        {"left at the start", u"a",
-         [](auto& m) {
-             m.moveHome(false);
-             m.moveLeft(false, false);
-         },
-         u"|a"},
-        {"right at the end", u"a", [](auto& m) { m.moveRight(false, false); }, u"a|"},
-        {"extends", u"abc",
-         [](auto& m) {
-             m.moveLeft(false, true);
-             m.moveLeft(false, true);
-         },
-         u"a[bc]"},
-        {"left collapses to the begin", u"abc",
-         [](auto& m) {
-             m.select(1, 3);
-             m.moveLeft(false, false);
-         },
-         u"a|bc"},
-        {"right collapses to the end", u"abc",
-         [](auto& m) {
-             m.select(0, 2);
-             m.moveRight(false, false);
-         },
-         u"ab|c"},
-        {"home extends", u"abc", [](auto& m) { m.moveHome(true); }, u"[abc]"},
-        {"typing replaces the selection", u"abc",
-         [](auto& m) {
-             m.select(0, 2);
-             m.insert(u"x");
-         },
-         u"x|c"},
-        {"backspace", u"abc", [](auto& m) { m.eraseBack(false); }, u"ab|"},
-        {"backspace at the start", u"abc",
-         [](auto& m) {
-             m.moveHome(false);
-             m.eraseBack(false);
-         },
-         u"|abc"},
-        {"delete", u"abc",
-         [](auto& m) {
-             m.moveHome(false);
-             m.eraseForward(false);
-         },
-         u"|bc"},
-        {"delete takes the selection", u"abcd",
-         [](auto& m) {
-             m.select(3, 1);
-             m.eraseForward(false);
-         },
-         u"a|d"},
-        {"word left", u"one two, three", [](auto& m) { m.moveLeft(true, false); },
-         u"one two, |three"},
-        {"over the comma", u"one two, three",
-         [](auto& m) {
-             m.moveLeft(true, false);
-             m.moveLeft(true, false);
-         },
-         u"one two|, three"},
-        {"word right", u"one  two",
-         [](auto& m) {
-             m.moveHome(false);
-             m.moveRight(true, false);
-         },
-         u"one  |two"},
-        {"backspace takes a word", u"one two", [](auto& m) { m.eraseBack(true); }, u"one |"},
-        {"delete takes a word", u"one two",
-         [](auto& m) {
-             m.moveHome(false);
-             m.eraseForward(true);
-         },
-         u"|two"},
-        {"a word by position", u"one two three", [](auto& m) { m.selectWordAt(5); },
-         u"one [two] three"},
-        {"a word at the end", u"one two", [](auto& m) { m.selectWordAt(7); }, u"one [two]"},
-        {"no word in no text", u"", [](auto& m) { m.selectWordAt(3); }, u"|"},
-        {"positions beyond the text", u"ab", [](auto& m) { m.select(1, 99); }, u"a[b]"},
-        {"line ends and tabs are dropped", u"", [](auto& m) { m.insert(u"a\r\nb\tc\x7F\u2028"); },
-         u"abc|"},
-        {"set text is cleaned too", u"a\nb", [](auto&) {}, u"ab|"},
-        {"an unpaired half", u"", [](auto& m) { m.insert(u"a\xD83Dz"); }, u"a\uFFFDz|"},
-        {"a pair is one character to the left", u"a\U0001F600",
-         [](auto& m) { m.moveLeft(false, false); }, u"a|\U0001F600"},
-        {"and to the right", u"\U0001F600b",
-         [](auto& m) {
-             m.moveHome(false);
-             m.moveRight(false, false);
-         },
-         u"\U0001F600|b"},
-        {"backspace takes a whole pair", u"a\U0001F600", [](auto& m) { m.eraseBack(false); },
-         u"a|"},
-        {"delete takes a whole pair", u"\U0001F600b",
-         [](auto& m) {
-             m.moveHome(false);
-             m.eraseForward(false);
-         },
-         u"|b"},
-        {"no caret inside a pair", u"\U0001F600", [](auto& m) { m.setCaret(1, false); },
-         u"|\U0001F600"},
-        {"undo joins typing", u"",
-         [](auto& m) {
-             m.insert(u"a");
-             m.insert(u"b");
-             m.undo();
-         },
-         u"|"},
-        {"a moved caret parts it", u"",
-         [](auto& m) {
-             m.insert(u"a");
-             m.moveHome(false);
-             m.insert(u"b");
-             m.undo();
-         },
-         u"|a"},
-        {"undo and redo", u"",
-         [](auto& m) {
-             m.insert(u"a");
-             m.eraseBack(false);
-             m.undo();
-             m.undo();
-             m.redo();
-         },
-         u"a|"},
-        {"undo brings the selection back", u"abc",
-         [](auto& m) {
-             m.select(0, 2);
-             m.insert(u"x");
-             m.undo();
-         },
-         u"[ab]c"},
-        {"typing ends redo", u"",
-         [](auto& m) {
-             m.insert(u"a");
-             m.undo();
-             m.insert(u"b");
-             m.redo();
-         },
-         u"b|"},
-        {"a set text has no past", u"a",
-         [](auto& m) {
-             m.insert(u"b");
-             m.setText(u"c");
-             m.undo();
-         },
-         u"c|"},
-        {"the longest text", u"",
-         [](auto& m) {
-             m.setMaxLength(3);
-             m.insert(u"abcdef");
-         },
-         u"abc|"},
-        {"never ends in half a pair", u"",
-         [](auto& m) {
-             m.setMaxLength(2);
-             m.insert(u"a\U0001F600");
-         },
-         u"a|"},
-    };
-    for (const Case& c : cases) {
-        EditModel model = modelOf(c.text);
-        c.act(model);
-        EXPECT_TRUE(shown(model) == c.expected) << c.what;
-    }
+TEST(EditModel, MovesAndSelects) {
+    expectAfter("starts at the end", u"abc", {}, u"abc|");
+    expectAfter("typing", u"ac", {kLeft, type(u"b")}, u"ab|c");
+    expectAfter("left at the start", u"a", {kHome, kLeft}, u"|a");
+    expectAfter("right at the end", u"a", {kRight}, u"a|");
+    expectAfter("extends", u"abc", {kExtendLeft, kExtendLeft}, u"a[bc]");
+    expectAfter("left collapses to the begin", u"abc", {select(1, 3), kLeft}, u"a|bc");
+    expectAfter("right collapses to the end", u"abc", {select(0, 2), kRight}, u"ab|c");
+    expectAfter("word left", u"one two, three", {kWordLeft}, u"one two, |three");
+    expectAfter("over the comma", u"one two, three", {kWordLeft, kWordLeft}, u"one two|, three");
+    expectAfter("word right", u"one  two", {kHome, kWordRight}, u"one  |two");
+    expectAfter("a word by position", u"one two three", {wordAt(5)}, u"one [two] three");
+    expectAfter("a word at the end", u"one two", {wordAt(7)}, u"one [two]");
+    expectAfter("no word in no text", u"", {wordAt(3)}, u"|");
+    expectAfter("positions beyond the text", u"ab", {select(1, 99)}, u"a[b]");
+    expectAfter("a pair is one to the left", u"a\U0001F600", {kLeft}, u"a|\U0001F600");
+    expectAfter("and to the right", u"\U0001F600b", {kHome, kRight}, u"\U0001F600|b");
+}
+
+TEST(EditModel, InsertsAndErases) {
+    expectAfter("typing replaces the selection", u"abc", {select(0, 2), type(u"x")}, u"x|c");
+    expectAfter("backspace", u"abc", {kBack}, u"ab|");
+    expectAfter("backspace at the start", u"abc", {kHome, kBack}, u"|abc");
+    expectAfter("backspace takes a word", u"one two", {kBackWord}, u"one |");
+    expectAfter("delete", u"abc", {kHome, kDelete}, u"|bc");
+    expectAfter("delete takes the selection", u"abcd", {select(3, 1), kDelete}, u"a|d");
+    expectAfter("line ends and tabs", u"", {type(u"a\r\nb\tc\x7F\u2028")}, u"abc|");
+    expectAfter("set text is cleaned too", u"a\nb", {}, u"ab|");
+    expectAfter("an unpaired half", u"", {type(u"a\xD83Dz")}, u"a\uFFFDz|");
+    expectAfter("backspace takes a whole pair", u"a\U0001F600", {kBack}, u"a|");
+    expectAfter("delete takes a whole pair", u"\U0001F600b", {kHome, kDelete}, u"|b");
+    expectAfter("the longest text", u"", {limit(3), type(u"abcdef")}, u"abc|");
+    expectAfter("not half a pair", u"", {limit(2), type(u"a\U0001F600")}, u"a|");
+}
+
+TEST(EditModel, UndoesAndDoesAgain) {
+    expectAfter("undo joins typing", u"", {type(u"a"), type(u"b"), kUndo}, u"|");
+    expectAfter("a moved caret parts it", u"", {type(u"a"), kHome, type(u"b"), kUndo}, u"|a");
+    expectAfter("undo and redo", u"", {type(u"a"), kBack, kUndo, kUndo, kRedo}, u"a|");
+    expectAfter("the selection too", u"abc", {select(0, 2), type(u"x"), kUndo}, u"[ab]c");
+    expectAfter("typing ends redo", u"", {type(u"a"), kUndo, type(u"b"), kRedo}, u"b|");
+    EditModel model = modelOf(u"a");
+    model.insert(u"b");
+    model.setText(u"c");
+    EXPECT_FALSE(model.undo()) << "a set text has no past";
 }
 
 TEST(EditModel, TellsWhetherTheTextChanged) {
     EditModel model = modelOf(u"ab");
-    EXPECT_FALSE(model.eraseForward(false));
-    EXPECT_FALSE(model.insert(u"\n"));
-    EXPECT_FALSE(model.eraseSelection());
-    EXPECT_FALSE(model.undo());
-    EXPECT_FALSE(model.redo());
+    EXPECT_FALSE(model.eraseForward(false) || model.insert(u"\n") || model.eraseSelection());
+    EXPECT_FALSE(model.undo() || model.redo());
     EXPECT_TRUE(model.insert(u"c"));
     EXPECT_TRUE(model.undo());
     EXPECT_TRUE(model.redo());
     model.setMaxLength(3);
     EXPECT_FALSE(model.insert(u"d")) << "no room";
-}
-
-TEST(EditModel, IsBoundedForAHugePaste) {
-    EditModel model;
+    model.setMaxLength(8'000'000);
     EXPECT_TRUE(model.insert(std::u16string(8'000'000, u'x')));
-    EXPECT_EQ(model.text().size(), EditModel::kMaxLength);
+    EXPECT_EQ(model.text().size(), EditModel::kMaxLength) << "a huge paste";
 }
 
 /// Whatever the keys, positions stay inside the text and never inside a pair, and undoing
 /// everything leads back to the beginning.
 TEST(EditModel, HoldsTogetherUnderAnyKeys) {
+    const Step keys[] = {kLeft,           kRight,
+                         kExtendLeft,     kWordLeft,
+                         kWordRight,      kHome,
+                         kBack,           kBackWord,
+                         kDelete,         wordAt(17),
+                         type(u"a"),      type(u" "),
+                         type(u"\n"),     type(u"\U0001F600"),
+                         type(u"\u00e9"), type(u"w, ")};
     std::mt19937 random(7);
-    const std::u16string_view pieces[] = {u"a", u" ", u"\U0001F600", u"\u00e9", u"word, ", u"\n"};
     for (int round = 0; round < 50; ++round) {
         EditModel model = modelOf(u"start \U0001F600 end");
         const std::u16string first = model.text();
         for (int i = 0; i < 100; ++i) {
-            const bool word = random() % 2 == 0;
-            const bool extend = random() % 2 == 0;
-            switch (random() % 8) {
-            case 0:
-                model.moveLeft(word, extend);
-                break;
-            case 1:
-                model.moveRight(word, extend);
-                break;
-            case 2:
-                model.eraseBack(word);
-                break;
-            case 3:
-                model.eraseForward(word);
-                break;
-            case 4:
-                model.setCaret(random() % 40, extend);
-                break;
-            case 5:
-                model.selectWordAt(random() % 40);
-                break;
-            default:
-                model.insert(pieces[random() % std::size(pieces)]);
-                break;
+            keys[random() % std::size(keys)](model);
+            if (random() % 4 == 0) {
+                model.setCaret(random() % 40, random() % 2 == 0);
             }
             for (const std::size_t at : {model.selectionBegin(), model.selectionEnd()}) {
                 ASSERT_LE(at, model.text().size());

@@ -1,4 +1,5 @@
 // Edits under real mouse, keys, clipboard and input methods.
+#include "core/Text.h"
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/CEditUI.h"
 
@@ -9,21 +10,35 @@ using toolkit::CEditUI;
 
 namespace {
 
+constexpr std::u16string_view kText = u"one two three";
+
 class Edits : public ToolkitTest {
 protected:
     void SetUp() override {
         open(R"(<Edit name="Edit" pos="20,20,200,25" text="one two three"/>
-                <Edit name="Fixed" pos="20,60,200,25" text="fixed" readonly="true"/>
                 <Edit name="Other" pos="20,100,60,25"/>)",
              "bkcolor=\"#FFFFFFFF\"");
     }
     [[nodiscard]] CEditUI& edit() { return get<CEditUI>(u"Edit"); }
+    void expectText(std::u16string_view text) {
+        EXPECT_EQ(core::storedText(edit().GetText()), core::storedText(text));
+    }
     /// The x of the caret before code unit `index` of the edit "Edit".
     [[nodiscard]] Point at(int index) {
         const auto positions = test::gui().fonts().caretPositions(edit().GetText(), 0);
         return {20 + 5 + positions[static_cast<std::size_t>(index)], 32};
     }
+    void preedit(const std::u16string& text) {
+        test::input().preedit(driver().native(), text);
+        test::pump();
+    }
+    void commit(const std::u16string& text) {
+        test::input().commit(driver().native(), text);
+        test::pump();
+    }
     using Sel = std::pair<int, int>;
+
+    platform::WindowHost& m_windows = test::gui().windows();
 };
 
 } // namespace
@@ -46,115 +61,107 @@ TEST_F(Edits, PlaceTheCaretAndSelectByMouse) {
 }
 
 TEST_F(Edits, MoveAndEditByKeys) {
-    test::WindowDriver d = driver();
-    d.click(at(13));
-    d.press(Key::left, kControl);
-    d.press(Key::end, kShift);
+    driver().click(at(13));
+    driver().press(Key::left, kControl);
+    driver().press(Key::end, kShift);
     EXPECT_EQ(edit().GetSel(), (Sel{8, 13}));
-    d.type(u"4\U0001F600");
-    EXPECT_TRUE(edit().GetText() == u"one two 4\U0001F600");
-    d.press(Key::backspace);
-    d.press(Key::home);
-    d.press(Key::del, kControl);
-    EXPECT_TRUE(edit().GetText() == u"two 4");
-    d.press(Key::z, kControl);
-    EXPECT_TRUE(edit().GetText() == u"one two 4");
-    d.press(Key::y, kControl);
-    EXPECT_TRUE(edit().GetText() == u"two 4");
-    d.press(Key::space);
-    EXPECT_TRUE(edit().GetText() == u" two 4") << "a blank, and no press of anything";
+    driver().type(u"4\U0001F600");
+    expectText(u"one two 4\U0001F600");
+    driver().press(Key::backspace);
+    driver().press(Key::home);
+    driver().press(Key::del, kControl);
+    expectText(u"two 4");
+    driver().press(Key::z, kControl);
+    expectText(u"one two 4");
+    driver().press(Key::y, kControl);
+    expectText(u"two 4");
+    driver().press(Key::space);
+    expectText(u" two 4"); // a blank, and no press of anything
 }
 
 TEST_F(Edits, UseTheClipboard) {
-    test::WindowDriver d = driver();
-    platform::WindowHost& windows = test::gui().windows();
-    d.doubleClick(at(5));
-    d.press(Key::c, kControl);
-    EXPECT_TRUE(windows.clipboardText() == u"two");
-    d.press(Key::x, kControl);
-    EXPECT_TRUE(edit().GetText() == u"one  three");
-    d.press(Key::home);
-    d.press(Key::v, kControl);
-    EXPECT_TRUE(edit().GetText() == u"twoone  three");
-    d.press(Key::a, kControl);
-    windows.setClipboardText(u"a\r\nb\tc");
-    d.press(Key::insert, kShift);
-    EXPECT_TRUE(edit().GetText() == u"abc");
-    d.press(Key::c, kControl);
-    EXPECT_TRUE(windows.clipboardText() == u"a\r\nb\tc") << "nothing is selected: nothing copied";
-    d.press(Key::a, kControl);
-    d.press(Key::del, kShift);
-    EXPECT_TRUE(edit().GetText().empty());
-    EXPECT_TRUE(windows.clipboardText() == u"abc");
+    driver().doubleClick(at(5));
+    driver().press(Key::c, kControl);
+    EXPECT_TRUE(m_windows.clipboardText() == u"two");
+    driver().press(Key::x, kControl);
+    expectText(u"one  three");
+    driver().press(Key::home);
+    driver().press(Key::v, kControl);
+    expectText(u"twoone  three");
+    driver().press(Key::a, kControl);
+    m_windows.setClipboardText(u"a\r\nb\tc");
+    driver().press(Key::insert, kShift);
+    expectText(u"abc");
+    driver().press(Key::c, kControl);
+    EXPECT_TRUE(m_windows.clipboardText() == u"a\r\nb\tc") << "nothing is selected";
+    driver().press(Key::a, kControl);
+    driver().press(Key::del, kShift);
+    expectText(u"");
+    EXPECT_TRUE(m_windows.clipboardText() == u"abc");
 }
 
 TEST_F(Edits, ThatAreReadOnlyLetCopyButNotChange) {
-    test::WindowDriver d = driver();
-    d.click(u"Fixed");
-    d.press(Key::a, kControl);
-    d.press(Key::c, kControl);
-    EXPECT_TRUE(test::gui().windows().clipboardText() == u"fixed");
+    edit().SetReadOnly(true);
+    driver().click(at(3));
+    driver().press(Key::a, kControl);
+    driver().press(Key::c, kControl);
+    EXPECT_TRUE(m_windows.clipboardText() == kText);
     for (const Key key : {Key::x, Key::v, Key::z}) {
-        d.press(key, kControl);
+        driver().press(key, kControl);
     }
-    d.press(Key::del);
-    d.type(u"z");
-    test::input().commit(d.native(), u"z");
-    test::pump();
-    EXPECT_TRUE(d.get<CEditUI>(u"Fixed").GetText() == u"fixed");
+    driver().press(Key::del);
+    driver().type(u"z");
+    commit(u"z");
+    expectText(kText);
 }
 
 TEST_F(Edits, TakeTextFromInputMethods) {
-    test::WindowDriver d = driver();
-    d.click(at(3));
-    test::input().preedit(d.native(), u"\u304b\u306a");
-    test::pump();
-    EXPECT_TRUE(edit().GetText() == u"one two three") << "not committed yet";
-    EXPECT_TRUE(window().take().empty());
-    test::input().commit(d.native(), u"\u4eee\u540d");
-    test::pump();
-    EXPECT_TRUE(edit().GetText() == u"one\u4eee\u540d two three");
-    test::input().preedit(d.native(), u"x");
-    test::pump();
-    d.click(u"Other");
-    EXPECT_TRUE(edit().GetText() == u"one\u4eee\u540d two three");
+    driver().click(at(3));
+    preedit(u"\u304b\u306a");
+    expectText(kText); // not committed yet
+    expectNotes("not committed", {});
+    commit(u"\u4eee\u540d");
+    expectText(u"one\u4eee\u540d two three");
+    preedit(u"x");
+    driver().click(u"Other");
+    expectText(u"one\u4eee\u540d two three");
 }
 
 TEST_F(Edits, KeepTheCaretInViewInAnyText) {
-    test::WindowDriver d = driver();
-    auto& other = d.get<CEditUI>(u"Other");
-    d.click(u"Other");
-    d.type(u"a text much longer than its edit");
-    const platform::Bitmap end = d.picture();
-    d.press(Key::home);
-    const platform::Bitmap start = d.picture();
-    const auto caretInside = [](const platform::Bitmap& picture) {
-        for (int x = 20; x < 80; ++x) {
-            bool column = true;
+    /// The first black column of the short edit.
+    const auto caret = [&] {
+        const platform::Bitmap picture = driver().picture();
+        const auto isCaret = [&](int x) {
+            int dark = 0;
             for (int y = 108; y < 117; ++y) {
-                column = column && picture.at(x, y) == 0xFF000000;
+                dark += picture.at(x, y) == 0xFF000000 ? 1 : 0;
             }
-            if (column) {
-                return x;
-            }
+            return dark == 9;
+        };
+        int x = 20;
+        while (x < 80 && !isCaret(x)) {
+            ++x;
         }
-        return -1;
+        return x;
     };
-    EXPECT_GT(caretInside(end), 60);
-    EXPECT_EQ(caretInside(start), 25);
-    EXPECT_FALSE(other.GetText().empty());
+    driver().click(u"Other");
+    driver().type(u"a text much longer than its edit");
+    EXPECT_GT(caret(), 60);
+    EXPECT_LT(caret(), 80);
+    driver().press(Key::home);
+    EXPECT_EQ(caret(), 25);
 }
 
 TEST_F(Edits, PaintSelectionAndCaretOnlyWithTheKeyboard) {
-    test::WindowDriver d = driver();
+    constexpr std::uint32_t kSelected = 0xFFC1E3FF;
     edit().SetSel(0, 3);
-    EXPECT_NE(d.pixel({at(1).x, 27}), 0xFFC1E3FF);
-    d.manager().SetFocus(&edit());
-    const platform::Bitmap picture = d.picture();
+    EXPECT_NE(driver().pixel({at(1).x, 27}), kSelected);
+    driver().manager().SetFocus(&edit());
+    const platform::Bitmap picture = driver().picture();
     int selected = 0;
     for (int x = at(0).x; x < at(3).x; ++x) {
-        selected += picture.at(x, 27) == 0xFFC1E3FF ? 1 : 0;
+        selected += picture.at(x, 27) == kSelected ? 1 : 0;
     }
     EXPECT_GT(selected, (at(3).x - at(0).x) / 2);
-    EXPECT_NE(picture.at(at(3).x + 2, 27), 0xFFC1E3FF);
+    EXPECT_NE(picture.at(at(3).x + 2, 27), kSelected);
 }

@@ -32,18 +32,14 @@ constexpr const char* kOrder = R"(
 
 TEST_F(Focus, TabFollowsTheLayoutAndSkipsWhatCannotTakeIt) {
     open(kOrder);
-    std::vector<std::u16string> forward;
-    std::vector<std::u16string> backward;
-    for (int i = 0; i < 5; ++i) {
+    for (const char16_t* name : {u"A", u"B", u"C", u"D", u"A"}) {
         driver().press(Key::tab);
-        forward.push_back(focus());
+        EXPECT_EQ(focus(), name);
     }
-    for (int i = 0; i < 5; ++i) {
+    for (const char16_t* name : {u"D", u"C", u"B", u"A", u"D"}) {
         driver().press(Key::tab, kShift);
-        backward.push_back(focus());
+        EXPECT_EQ(focus(), name);
     }
-    EXPECT_TRUE(forward == (std::vector<std::u16string>{u"A", u"B", u"C", u"D", u"A"}));
-    EXPECT_TRUE(backward == (std::vector<std::u16string>{u"D", u"C", u"B", u"A", u"D"}));
 }
 
 TEST_F(Focus, TabGoesOnFromWhereTheKeyboardWas) {
@@ -86,19 +82,17 @@ TEST_F(Focus, AKillFocusHandlerMayMoveTheKeyboardItself) {
 }
 
 TEST_F(Focus, TheFilterSeesAPressAfterTheKilledFocusAndBeforeTheControl) {
-    open(R"(<Edit name="A" pos="0,0,80,25"/><Button name="Go" pos="0,40,80,25"/>)", "",
-         [](RecordingWindow& w) {
-             w.filter = [&w](const platform::Event& event) {
-                 if (event.kind == EventKind::mouseDown || event.kind == EventKind::mouseUp) {
-                     w.notes.emplace_back("filter");
-                 }
-                 return false;
-             };
-         });
+    open(R"(<Edit name="A" pos="0,0,80,25"/><Button name="Go" pos="0,40,80,25"/>)");
+    window().filter = [&](const platform::Event& event) {
+        if (event.kind == EventKind::mouseDown || event.kind == EventKind::mouseUp) {
+            window().notes.emplace_back("filter");
+        }
+        return false;
+    };
     driver().click(u"A");
-    static_cast<void>(window().take());
+    window().notes.clear();
     driver().click(u"Go");
-    EXPECT_EQ(window().take(), (Notes{"killfocus A", "filter", "filter", "click Go"}));
+    expectNotes("press and release", {"killfocus A", "filter", "filter", "click Go"});
 }
 
 TEST_F(Focus, WhatTheFilterTakesNoControlSees) {
@@ -106,28 +100,25 @@ TEST_F(Focus, WhatTheFilterTakesNoControlSees) {
             <Combo name="Combo" pos="0,80,80,25">
                 <ListLabelElement text="a"/><ListLabelElement text="b"/></Combo>)");
     window().filter = [](const platform::Event& event) {
-        return event.kind == EventKind::mouseDown || event.key == Key::left ||
-               event.key == Key::down;
+        return event.kind == EventKind::mouseDown || event.key == Key::down;
     };
     driver().click(u"Go");
     driver().get<toolkit::CComboUI>(u"Combo").SelectItem(0, true);
-    static_cast<void>(window().take());
+    window().notes.clear();
     driver().press(Key::down);
-    EXPECT_TRUE(window().take().empty());
+    expectNotes("a closed combo", {});
     driver().press(Key::space);
     driver().press(Key::down);
     driver().press(Key::enter);
-    EXPECT_EQ(window().take(), (Notes{"itemselect Combo 1"})) << "an open drop list keeps its keys";
+    expectNotes("an open drop list keeps its keys", {"itemselect Combo 1"});
 }
 
 TEST_F(Focus, TheRingShowsAfterKeysAndAlwaysInEdits) {
     support::writeBytes("UI/Ring.bmp", bmp(1, 1, 0xFFFF0000));
-    const std::string ring =
-        "focusedimage=\"file='Ring.bmp' dest='-3,0,0,20'\" bkcolor=\"#FFFFFFFF\"";
-    open("<Default class=\"Option\" focusedimage=\"file='Ring.bmp' dest='-8,0,-5,20'\"/>"
-         "<Button name=\"Go\" pos=\"20,0,80,25\"/><Edit name=\"A\" pos=\"20,40,80,25\"/>"
-         "<Option name=\"Check\" pos=\"20,80,80,25\"/>",
-         ring);
+    open(R"(<Default class="Option" focusedimage="file='Ring.bmp' dest='-8,0,-5,20'"/>
+            <Button name="Go" pos="20,0,80,25"/><Edit name="A" pos="20,40,80,25"/>
+            <Option name="Check" pos="20,80,80,25"/>)",
+         R"(focusedimage="file='Ring.bmp' dest='-3,0,0,20'" bkcolor="#FFFFFFFF")");
     const auto ringAt = [&](int x, int y) { return driver().pixel({x, y}) == 0xFFFF0000; };
     driver().click(u"Go");
     EXPECT_EQ(focus(), u"Go");
@@ -135,9 +126,8 @@ TEST_F(Focus, TheRingShowsAfterKeysAndAlwaysInEdits) {
     driver().click(u"A");
     EXPECT_TRUE(ringAt(18, 50)) << "an edit";
     driver().press(Key::tab);
-    EXPECT_FALSE(ringAt(18, 50));
+    EXPECT_FALSE(ringAt(18, 50) || ringAt(18, 90));
     EXPECT_TRUE(ringAt(13, 90)) << "the ring of its kind";
-    EXPECT_FALSE(ringAt(18, 90));
     driver().press(Key::tab);
     EXPECT_TRUE(ringAt(18, 10));
     driver().click(u"Go");
@@ -145,21 +135,21 @@ TEST_F(Focus, TheRingShowsAfterKeysAndAlwaysInEdits) {
 }
 
 TEST_F(Focus, ScrollsToTheRowThatTakesIt) {
-    open(R"(<List name="List" pos="0,0,200,100">
-        <ListContainerElement height="60"><Button name="A" pos="0,0,80,25"/></ListContainerElement>
-        <ListContainerElement height="60"><Button name="B" pos="0,0,80,25"/></ListContainerElement>
-        <ListContainerElement height="60"><Button name="C" pos="0,0,80,25"/></ListContainerElement>
-        </List>)");
-    const auto inView = [&](std::u16string_view name) {
-        const platform::Rect& pos = driver().get(name).GetPos();
-        return pos.top >= 0 && pos.bottom <= 100;
+    std::string rows;
+    for (const char* name : {"A", "B", "C"}) {
+        rows += "<ListContainerElement height=\"60\"><Button name=\"" + std::string(name) +
+                "\" pos=\"0,0,80,25\"/></ListContainerElement>";
+    }
+    open("<List name=\"List\" pos=\"0,0,200,100\">" + rows + "</List>");
+    const auto tops = [&] {
+        return std::pair(driver().get(u"A").GetPos().top, driver().get(u"C").GetPos().top);
     };
-    EXPECT_FALSE(inView(u"C"));
+    EXPECT_EQ(tops(), std::pair(0, 120));
     driver().press(Key::tab, kShift);
     EXPECT_EQ(focus(), u"C");
-    EXPECT_TRUE(inView(u"C"));
+    EXPECT_EQ(tops(), std::pair(-80, 40));
     driver().press(Key::tab);
     driver().press(Key::tab);
     EXPECT_EQ(focus(), u"A");
-    EXPECT_TRUE(inView(u"A"));
+    EXPECT_EQ(tops(), std::pair(0, 120));
 }

@@ -1,10 +1,6 @@
 // Where controls stand.
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/CComboUI.h"
-#include "toolkit/CHorizontalLayoutUI.h"
-#include "toolkit/CListContainerElementUI.h"
-#include "toolkit/CListUI.h"
-#include "toolkit/COptionUI.h"
 
 using namespace toolkit_test;
 using platform::Rect;
@@ -41,31 +37,18 @@ TEST_F(Layout, PlacesByPosByFillingAndInRowsAndColumns) {
 
 TEST_F(Layout, PutsARowsComboAndBoxWhereTheListsColumnsAre) {
     support::writeBytes("UI/Combo.bmp", bmp(40, 25, 0xFFFFFFFF));
-    open(R"(<List name="List" pos="0,0,400,100"/>)");
-    auto row = std::make_unique<toolkit::CListContainerElementUI>();
-    row->SetFixedHeight(33);
-    auto item = std::make_unique<toolkit::CHorizontalLayoutUI>();
-    auto combo = std::make_unique<toolkit::CComboUI>();
-    combo->SetName(u"Combo");
-    combo->SetAttribute(u"normalimage", u"file='Combo.bmp' corner='5,4,28,4'");
-    combo->SetFixedWidth(200);
-    combo->SetPadding({5, 1, 5, 1});
-    auto box = std::make_unique<toolkit::COptionUI>();
-    box->SetName(u"Box");
-    box->SetPadding({94, 8, 0, 0});
-    box->SetFixedWidth(18);
-    box->SetFixedHeight(18);
-    item->Add(std::move(combo));
-    item->Add(std::move(box));
-    row->Add(std::move(item));
-    get<toolkit::CListUI>(u"List").Add(std::move(row));
+    open(R"(<List name="List" pos="0,0,400,100"><ListContainerElement height="33"><HorizontalLayout>
+        <Combo name="Combo" width="200" padding="5,1,5,1"
+            normalimage="file='Combo.bmp' corner='5,4,28,4'"/>
+        <Option name="Box" width="18" height="18" padding="94,8,0,0"/>
+        </HorizontalLayout></ListContainerElement></List>)");
     EXPECT_EQ(driver().get(u"Combo").GetPos(), Rect::at(5, 4, 200, 25));
     EXPECT_EQ(driver().get(u"Box").GetPos(), Rect::at(304, 8, 18, 18));
 }
 
 TEST_F(Layout, ComesAnewWhenTheProgramChangesIt) {
-    open(
-        R"(<HorizontalLayout name="Row" pos="0,0,300,40"><Label name="A"/><Label name="B"/></HorizontalLayout>)");
+    open(R"(<HorizontalLayout name="Row" pos="0,0,300,40"><Label name="A"/><Label name="B"/>
+            </HorizontalLayout>)");
     auto& a = driver().get(u"A");
     const auto widthOfB = [&] { return driver().get(u"B").GetPos().width(); };
     EXPECT_EQ(widthOfB(), 150);
@@ -97,17 +80,8 @@ TEST_F(Layout, FindsTheTopmostVisibleControlInsideItsContainer) {
 }
 
 TEST_F(Layout, ControlsTheToolkitDoesNotKnowComeFromTheWindow) {
-    class Picture : public toolkit::CContainerUI {
-    public:
-        [[nodiscard]] std::u16string GetClass() const override { return u"Video"; }
-    };
-    open(R"(<Default class="Video" tooltip="from the default"/>
-            <Video name="Video" pos="1,2,3,4"><Label name="Inside"/></Video>)",
-         "", [](RecordingWindow& w) {
-             w.makeControl = [](std::u16string_view kind) -> std::unique_ptr<toolkit::CControlUI> {
-                 return kind == u"Video" ? std::make_unique<Picture>() : nullptr;
-             };
-         });
+    open(R"(<Default class="Picture" tooltip="from the default"/>
+            <Picture name="Video" pos="1,2,3,4"><Label name="Inside"/></Picture>)");
     EXPECT_EQ(driver().get<Picture>(u"Video").GetPos(), Rect::at(1, 2, 3, 4));
     EXPECT_EQ(driver().get(u"Video").GetToolTip(), u"from the default");
     EXPECT_NE(window().FindControl<toolkit::CControlUI>(u"Inside"), nullptr);

@@ -11,6 +11,7 @@
 
 using namespace toolkit_test;
 using platform::Key;
+using toolkit::CComboUI;
 using toolkit::CListUI;
 
 namespace {
@@ -20,7 +21,7 @@ void addRow(CListUI& list) {
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->SetFixedHeight(30);
     auto inside = std::make_unique<toolkit::CHorizontalLayoutUI>();
-    auto combo = std::make_unique<toolkit::CComboUI>();
+    auto combo = std::make_unique<CComboUI>();
     combo->SetName(u"Combo");
     for (const char16_t* text : {u"a", u"b", u"c"}) {
         combo->AddNew<toolkit::CListLabelElementUI>()->SetText(text);
@@ -36,79 +37,67 @@ void addRow(CListUI& list) {
 
 class Lifetime : public ToolkitTest {
 protected:
-    CListUI& openList() {
+    void openList() {
         open(R"(<List name="List" pos="0,0,400,200"/><Button name="Out" pos="0,250,80,25"/>)");
-        auto& list = get<CListUI>(u"List");
         for (int i = 0; i < 4; ++i) {
-            addRow(list);
+            addRow(list());
         }
         window().GetPaintManager().UpdateLayout();
-        return list;
     }
+    CListUI& list() { return get<CListUI>(u"List"); }
+    template <class T = toolkit::CControlUI>
+    T& inRow(int row, std::u16string_view name) {
+        return driver().getIn<T>(*list().GetItemAt(row), name);
+    }
+    CComboUI& comboIn(int row) { return inRow<CComboUI>(row, u"Combo"); }
 };
 
 } // namespace
 
 TEST_F(Lifetime, RowsMayGoInsideTheHandlersOfWhatTheyHold) {
-    const std::vector<std::pair<std::string, std::function<void(test::WindowDriver&, CListUI&)>>>
-        cases{
-            {"click Go", [](auto& d, auto& l) { d.click(d.getIn(*l.GetItemAt(1), u"Go")); }},
-            {"selectchanged Check",
-             [](auto& d, auto& l) { d.click(d.getIn(*l.GetItemAt(1), u"Check")); }},
-            {"itemselect Combo 2",
-             [](auto& d, auto& l) {
-                 d.pick(d.template getIn<toolkit::CComboUI>(*l.GetItemAt(1), u"Combo"), 2);
-             }},
-            {"itemselect Combo 1",
-             [](auto& d, auto& l) {
-                 d.manager().SetFocus(&d.getIn(*l.GetItemAt(1), u"Combo"));
-                 d.press(Key::down);
-             }},
-            {"itemselect List 1",
-             [](auto& d, auto& l) { d.click(d.getIn(*l.GetItemAt(1), u"Combo")); }},
-            {"textchanged Edit",
-             [](auto& d, auto& l) {
-                 d.click(d.getIn(*l.GetItemAt(1), u"Edit"));
-                 d.type(u"x");
-             }},
-            {"killfocus Edit",
-             [](auto& d, auto& l) {
-                 d.click(d.getIn(*l.GetItemAt(1), u"Edit"));
-                 d.click(u"Out");
-             }},
-            {"killfocus Edit",
-             [](auto& d, auto& l) {
-                 d.manager().SetFocus(&d.getIn(*l.GetItemAt(1), u"Edit"));
-                 d.template getIn<toolkit::CComboUI>(*l.GetItemAt(2), u"Combo").Drop();
-             }},
-            {"killfocus Edit",
-             [](auto& d, auto& l) {
-                 d.manager().SetFocus(&d.getIn(*l.GetItemAt(1), u"Edit"));
-                 d.click(d.getIn(*l.GetItemAt(2), u"Combo"));
-             }},
-        };
-    for (const auto& [note, act] : cases) {
+    const auto clickIn = [&](int row, const char16_t* name) { driver().click(inRow(row, name)); };
+    const struct {
+        const char* note;
+        const char16_t* focused; ///< of row 1
+        std::function<void()> act;
+    } cases[] = {
+        {"click Go", u"Go", [&] { clickIn(1, u"Go"); }},
+        {"selectchanged Check", u"Check", [&] { clickIn(1, u"Check"); }},
+        {"itemselect Combo 2", u"Edit", [&] { driver().pick(comboIn(1), 2); }},
+        {"itemselect Combo 1", u"Combo", [&] { driver().press(Key::down); }},
+        {"itemselect List 1", u"Go", [&] { clickIn(1, u"Combo"); }},
+        {"textchanged Edit", u"Edit", [&] { driver().type(u"x"); }},
+        {"killfocus Edit", u"Edit", [&] { driver().click(u"Out"); }},
+        {"killfocus Edit", u"Edit", [&] { comboIn(2).Drop(); }},
+        {"killfocus Edit", u"Edit", [&] { clickIn(2, u"Combo"); }},
+    };
+    for (const auto& [note, focused, act] : cases) {
         SCOPED_TRACE(note);
-        CListUI& list = openList();
+        openList();
         int removed = 0;
         window().reactions[note] = [&](toolkit::CControlUI& sender) {
-            list.RemoveAll();
+            list().RemoveAll();
             ++removed;
             EXPECT_NE(sender.GetName(), u"") << "the sender lives until its event is over";
-            addRow(list);
+            addRow(list());
         };
-        test::WindowDriver d = driver();
-        act(d, list);
+        window().GetPaintManager().SetFocus(&inRow(1, focused));
+        act();
         EXPECT_EQ(removed, 1);
-        EXPECT_EQ(list.GetCount(), 1);
-        EXPECT_EQ(list.GetCurSel(), -1);
-        d.click(d.getIn(*list.GetItemAt(0), u"Go"));
+        EXPECT_EQ(list().GetCount(), 1);
+        EXPECT_EQ(list().GetCurSel(), -1);
+        clickIn(0, u"Go");
         EXPECT_EQ(window().notes.back(), "click Go");
     }
 }
 
 TEST_F(Lifetime, AWindowMayCloseInsideEveryHandler) {
-    const auto closeIn = [&](const std::string& note, const std::function<void()>& act) {
+    const std::pair<const char*, std::function<void()>> cases[] = {
+        {"click Out", [&] { driver().click(u"Out"); }},
+        {"itemselect Combo 1", [&] { driver().pick(comboIn(0), 1); }},
+        {"itemselect List 2", [&] { driver().click(*list().GetItemAt(2)); }},
+    };
+    for (const auto& [note, act] : cases) {
         SCOPED_TRACE(note);
         openList();
         window().reactions[note] = [&](auto&) { window().Close(1); };
@@ -116,13 +105,7 @@ TEST_F(Lifetime, AWindowMayCloseInsideEveryHandler) {
         window().ShowModal();
         EXPECT_EQ(window().GetNative(), nullptr);
         EXPECT_TRUE(toolkit::WindowImplBase::OpenWindows().empty());
-    };
-    closeIn("click Out", [&] { driver().click(u"Out"); });
-    closeIn("itemselect Combo 1", [&] {
-        driver().pick(
-            driver().getIn<toolkit::CComboUI>(*get<CListUI>(u"List").GetItemAt(0), u"Combo"), 1);
-    });
-    closeIn("itemselect List 2", [&] { driver().click(*get<CListUI>(u"List").GetItemAt(2)); });
+    }
 }
 
 TEST_F(Lifetime, NothingReachesAWindowThatIsClosing) {
@@ -193,21 +176,20 @@ TEST_F(Lifetime, TheCloseRequestEndsAWindow) {
     EXPECT_EQ(window().GetNative(), nullptr);
 }
 
-TEST_F(Lifetime, AWindowMayBeReleasedWithoutBeingClosed) {
+TEST_F(Lifetime, AWindowThatIsReleasedWithoutBeingClosedPostsNoQuit) {
     open(R"(<Edit name="Edit" pos="0,0,80,25"/>)");
     driver().click(u"Edit");
     m_window.reset();
     test::pump();
-    int turns = 0;
-    test::gui().loop().post([&] {
-        ++turns;
-        test::gui().loop().postQuit(7);
-    });
-    EXPECT_EQ(test::gui().loop().run(), 7) << "a released window posts no quit";
-    EXPECT_EQ(turns, 1);
+    test::gui().loop().post([] { test::gui().loop().postQuit(7); });
+    EXPECT_EQ(test::gui().loop().run(), 7);
 }
 
 TEST_F(Lifetime, ABadLayoutKeepsTheWindowFromOpeningAndIsNamedInTheLog) {
+    std::string deep = "<Window size=\"10,10\">";
+    for (int i = 0; i < 2000; ++i) {
+        deep += "<Container>";
+    }
     const std::pair<const char*, std::string> layouts[] = {
         {"missing", ""},
         {"no XML", "this is no layout"},
@@ -216,14 +198,7 @@ TEST_F(Lifetime, ABadLayoutKeepsTheWindowFromOpeningAndIsNamedInTheLog) {
         {"no size", "<Window/>"},
         {"an empty size", "<Window size=\"0,10\"/>"},
         {"a huge size", "<Window size=\"100000,10\"/>"},
-        {"too deep",
-         [] {
-             std::string deep = "<Window size=\"10,10\">";
-             for (int i = 0; i < 2000; ++i) {
-                 deep += "<Container>";
-             }
-             return deep;
-         }()},
+        {"too deep", deep},
     };
     for (const auto& [what, layout] : layouts) {
         SCOPED_TRACE(what);
@@ -234,9 +209,9 @@ TEST_F(Lifetime, ABadLayoutKeepsTheWindowFromOpeningAndIsNamedInTheLog) {
         RecordingWindow window(test::gui());
         const std::size_t before = m_log.errors().size();
         EXPECT_FALSE(window.Create(nullptr, u"Test", 0, 0));
+        EXPECT_EQ(window.GetNative(), nullptr);
         ASSERT_EQ(m_log.errors().size(), before + 1);
         EXPECT_NE(m_log.errors().back().find("UI/Test.xml"), std::string::npos);
-        EXPECT_EQ(window.GetNative(), nullptr);
     }
 }
 
@@ -246,8 +221,8 @@ TEST_F(Lifetime, WhatALayoutGetsWrongIsSkippedAndTheRestStands) {
             <Combo name="Combo"><Button name="Wrong"/><ListLabelElement text="x"/></Combo>
             <List name="List"><Label/></List>)");
     EXPECT_EQ(window().GetPaintManager().FindControl(u"Inside"), nullptr);
-    EXPECT_EQ(get<toolkit::CComboUI>(u"Combo").GetCount(), 1);
-    EXPECT_EQ(get<CListUI>(u"List").GetCount(), 0);
+    EXPECT_EQ(get<CComboUI>(u"Combo").GetCount(), 1);
+    EXPECT_EQ(list().GetCount(), 0);
     for (const char* remark : {"Gadget", "colour", "pos2", "Button cannot stand here"}) {
         EXPECT_NE(m_log.page().find(remark), std::string::npos) << remark;
     }

@@ -29,202 +29,148 @@ constexpr const char* kControls = R"(
 class Notifications : public ToolkitTest {
 protected:
     void SetUp() override { open(kControls); }
-};
 
-struct Case {
-    const char* what;
-    std::function<void(test::WindowDriver&)> act;
-    Notes notes;
+    toolkit::CComboUI& combo() { return get<toolkit::CComboUI>(u"Combo"); }
 };
 
 } // namespace
 
-TEST_F(Notifications, TellWhatAPersonDoes) {
-    const auto combo = [](test::WindowDriver& d) -> toolkit::CComboUI& {
-        return d.get<toolkit::CComboUI>(u"Combo");
-    };
-    const std::vector<Case> cases{
-        {"a click on a button", [](auto& d) { d.click(u"Go"); }, {"click Go"}},
-        {"a double click is two clicks",
-         [](auto& d) {
-             d.doubleClick({20, 20});
-         },
-         {"click Go", "click Go"}},
-        {"released outside",
-         [](auto& d) {
-             d.drag({{20, 20}, {300, 20}});
-         },
-         {}},
-        {"out and in again",
-         [](auto& d) {
-             d.drag({{20, 20}, {300, 20}, {30, 20}});
-         },
-         {"click Go"}},
-        {"pressed outside, released inside",
-         [](auto& d) {
-             d.drag({{300, 20}, {20, 20}});
-         },
-         {}},
-        {"a disabled button", [](auto& d) { d.click(u"Off"); }, {}},
-        {"Space on a focused button",
-         [](auto& d) {
-             d.manager().SetFocus(&d.get(u"Go"));
-             d.press(Key::space);
-         },
-         {"click Go"}},
-        {"Enter on a focused button", [](auto& d) { d.press(Key::enter); }, {"click Go"}},
-        {"Control+Enter is no press", [](auto& d) { d.press(Key::enter, kControl); }, {}},
-        {"a check box: state, change, click",
-         [](auto& d) { d.click(u"Check"); },
-         {"selectchanged Check", "click Check"}},
-        {"Space clears it again",
-         [](auto& d) { d.press(Key::space); },
-         {"selectchanged Check", "click Check"}},
-        {"the chosen one of a group", [](auto& d) { d.click(u"One"); }, {"click One"}},
-        {"another one of the group: only it tells",
-         [](auto& d) { d.click(u"Two"); },
-         {"selectchanged Two", "click Two"}},
-        {"an arrow key moves the choice",
-         [](auto& d) { d.press(Key::left); },
-         {"selectchanged One", "click One"}},
-        {"typing",
-         [](auto& d) {
-             d.click(u"Edit");
-             d.type(u"xy");
-         },
-         {"textchanged Edit", "textchanged Edit"}},
-        {"Enter commits and presses nothing",
-         [](auto& d) { d.press(Key::enter); },
-         {"killfocus Edit"}},
-        {"keys that change nothing",
-         [](auto& d) {
-             d.click(u"Edit");
-             d.press(Key::end);
-             d.press(Key::del);
-             d.press(Key::escape);
-         },
-         {}},
-        {"the killed focus comes before the click",
-         [](auto& d) { d.click(u"Go"); },
-         {"killfocus Edit", "click Go"}},
-        {"a press on a blank area takes the focus of an edit",
-         [](auto& d) {
-             d.click(u"Edit");
-             d.click(Point{390, 290});
-         },
-         {"killfocus Edit"}},
-        {"a press on a disabled button too",
-         [](auto& d) {
-             d.click(u"Edit");
-             d.click(u"Off");
-         },
-         {"killfocus Edit"}},
-        {"Tab too",
-         [](auto& d) {
-             d.click(u"Edit");
-             d.press(Key::tab);
-         },
-         {"killfocus Edit"}},
-        {"typing into a read-only edit",
-         [](auto& d) {
-             d.click(u"Fixed");
-             d.type(u"no");
-             d.press(Key::backspace);
-             d.click(u"Edit");
-             d.press(Key::enter);
-         },
-         {"killfocus Fixed", "killfocus Edit"}},
-        {"a pick from the drop list",
-         [&](auto& d) { d.pick(combo(d), 1); },
-         {"itemselect Combo 1"}},
-        {"the item already shown picked again",
-         [&](auto& d) { d.pick(combo(d), 1); },
-         {"itemselect Combo 1"}},
-        {"Esc closes without a pick",
-         [&](auto& d) {
-             d.openDropList(combo(d));
-             d.press(Key::down);
-             d.press(Key::escape);
-         },
-         {}},
-        {"a press outside closes without a pick",
-         [&](auto& d) {
-             d.openDropList(combo(d));
-             d.click(Point{390, 290});
-         },
-         {}},
-        {"Enter picks",
-         [&](auto& d) {
-             d.openDropList(combo(d));
-             d.press(Key::down);
-             d.press(Key::enter);
-         },
-         {"itemselect Combo 2"}},
-        {"Up on the closed combo picks", [](auto& d) { d.press(Key::up); }, {"itemselect Combo 1"}},
-        {"the wheel over the closed combo, both ways",
-         [&](auto& d) {
-             d.wheel({20, 140}, -1);
-             d.wheel({20, 140}, 1);
-         },
-         {}},
-        {"Up at the first item picks nothing",
-         [](auto& d) {
-             d.press(Key::up);
-             d.press(Key::up);
-         },
-         {"itemselect Combo 0"}},
-        {"a letter picks", [](auto& d) { d.type(u"g"); }, {"itemselect Combo 2"}},
-        {"an empty combo", [](auto& d) { d.click(u"Empty"); }, {}},
-        {"a press on a row", [](auto& d) { d.click(u"Row1"); }, {"itemselect List 1"}},
-        {"on the same row again", [](auto& d) { d.click(u"Row1"); }, {"itemselect List 1"}},
-        {"Up moves it", [](auto& d) { d.press(Key::up); }, {"itemselect List 0"}},
-        {"Up at the first row", [](auto& d) { d.press(Key::up); }, {}},
-        {"a double click on a row means two presses",
-         [](auto& d) {
-             d.doubleClick({20, 180});
-         },
-         {"itemselect List 0", "itemselect List 0"}},
-    };
-    test::WindowDriver d = driver();
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        c.act(d);
-        EXPECT_EQ(window().take(), c.notes);
-    }
+TEST_F(Notifications, ButtonsTellOfAPressAndReleaseInside) {
+    driver().click(u"Go");
+    expectNotes("a click", {"click Go"});
+    driver().doubleClick({20, 20});
+    expectNotes("a double click is two clicks", {"click Go", "click Go"});
+    driver().drag({{20, 20}, {300, 20}});
+    expectNotes("released outside", {});
+    driver().drag({{20, 20}, {300, 20}, {30, 20}});
+    expectNotes("out and in again", {"click Go"});
+    driver().drag({{300, 20}, {20, 20}});
+    expectNotes("pressed outside, released inside", {});
+    driver().click(u"Off");
+    expectNotes("a disabled button", {});
+    driver().manager().SetFocus(&driver().get(u"Go"));
+    driver().press(Key::space);
+    expectNotes("Space on a focused button", {"click Go"});
+    driver().press(Key::enter);
+    expectNotes("Enter on a focused button", {"click Go"});
+    driver().press(Key::enter, kControl);
+    expectNotes("Control+Enter is no press", {});
+}
+
+TEST_F(Notifications, OptionsTellOfTheirChangeBeforeTheClick) {
+    driver().click(u"Check");
+    expectNotes("checked", {"selectchanged Check", "click Check"});
+    driver().press(Key::space);
+    expectNotes("Space clears it again", {"selectchanged Check", "click Check"});
+    driver().click(u"One");
+    expectNotes("the chosen one of a group", {"click One"});
+    driver().click(u"Two");
+    expectNotes("another one of the group: only it tells", {"selectchanged Two", "click Two"});
+    driver().press(Key::left);
+    expectNotes("an arrow key moves the choice", {"selectchanged One", "click One"});
+}
+
+TEST_F(Notifications, EditsTellOfTypingAndOfTheKilledFocus) {
+    driver().click(u"Edit");
+    driver().type(u"xy");
+    expectNotes("typing", {"textchanged Edit", "textchanged Edit"});
+    driver().press(Key::enter);
+    expectNotes("Enter commits and presses nothing", {"killfocus Edit"});
+    driver().click(u"Edit");
+    driver().press(Key::end);
+    driver().press(Key::del);
+    driver().press(Key::escape);
+    expectNotes("keys that change nothing", {});
+    driver().click(u"Go");
+    expectNotes("the killed focus comes before the click", {"killfocus Edit", "click Go"});
+    driver().click(u"Edit");
+    driver().click(Point{390, 290});
+    expectNotes("a press on a blank area", {"killfocus Edit"});
+    driver().click(u"Edit");
+    driver().click(u"Off");
+    expectNotes("a press on a disabled button", {"killfocus Edit"});
+    driver().click(u"Edit");
+    driver().press(Key::tab);
+    expectNotes("Tab", {"killfocus Edit"});
+    driver().click(u"Fixed");
+    driver().type(u"no");
+    driver().press(Key::backspace);
+    driver().click(u"Edit");
+    driver().press(Key::enter);
+    expectNotes("typing into a read-only edit", {"killfocus Fixed", "killfocus Edit"});
+}
+
+TEST_F(Notifications, CombosTellOfEveryPickOfAPerson) {
+    driver().pick(combo(), 1);
+    expectNotes("a pick", {"itemselect Combo 1"});
+    driver().pick(combo(), 1);
+    expectNotes("of the item already shown", {"itemselect Combo 1"});
+    driver().openDropList(combo());
+    driver().press(Key::down);
+    driver().press(Key::escape);
+    expectNotes("Esc closes without a pick", {});
+    driver().openDropList(combo());
+    driver().click(Point{390, 290});
+    expectNotes("a press outside closes without a pick", {});
+    driver().openDropList(combo());
+    driver().press(Key::down);
+    driver().press(Key::enter);
+    expectNotes("Enter picks", {"itemselect Combo 2"});
+    driver().press(Key::up);
+    expectNotes("Up on the closed combo", {"itemselect Combo 1"});
+    driver().wheel({20, 140}, -1);
+    driver().wheel({20, 140}, 1);
+    expectNotes("the wheel over the closed combo", {});
+    driver().press(Key::up);
+    driver().press(Key::up);
+    expectNotes("Up at the first item picks nothing", {"itemselect Combo 0"});
+    driver().type(u"g");
+    expectNotes("a letter", {"itemselect Combo 2"});
+    driver().click(u"Empty");
+    expectNotes("an empty combo", {});
+}
+
+TEST_F(Notifications, ListsTellOfEveryPressOnARow) {
+    driver().click(u"Row1");
+    expectNotes("a press", {"itemselect List 1"});
+    driver().click(u"Row1");
+    expectNotes("on the same row again", {"itemselect List 1"});
+    driver().press(Key::up);
+    expectNotes("Up moves it", {"itemselect List 0"});
+    driver().press(Key::up);
+    expectNotes("Up at the first row", {});
+    driver().doubleClick({20, 180});
+    expectNotes("a double click means two presses", {"itemselect List 0", "itemselect List 0"});
 }
 
 TEST_F(Notifications, TellOfAProgramOnlyWhatItSelects) {
-    auto& combo = get<toolkit::CComboUI>(u"Combo");
     auto& list = get<toolkit::CListUI>(u"List");
-    auto& option = get<toolkit::COptionUI>(u"Check");
-    const std::vector<std::pair<std::function<void()>, Notes>> cases{
-        {[&] { EXPECT_TRUE(combo.SelectItem(1)); }, {"itemselect Combo 1"}},
-        {[&] { EXPECT_TRUE(combo.SelectItem(1)); }, {}},
-        {[&] { EXPECT_TRUE(combo.SelectItem(-1)); }, {}},
-        {[&] { EXPECT_FALSE(combo.SelectItem(3)); }, {}},
-        {[&] { EXPECT_FALSE(combo.SelectItem(-2)); }, {}},
-        {[&] { EXPECT_TRUE(combo.SelectItem(2)); }, {"itemselect Combo 2"}},
-        {[&] { EXPECT_TRUE(combo.RemoveAt(0)); }, {}},
-        {[&] { combo.RemoveAll(); }, {}},
-        {[&] { EXPECT_TRUE(list.SelectItem(1)); }, {"itemselect List 1"}},
-        {[&] { EXPECT_TRUE(list.SelectItem(1)); }, {}},
-        {[&] { EXPECT_TRUE(list.SelectItem(-1)); }, {}},
-        {[&] { EXPECT_FALSE(list.SelectItem(2)); }, {}},
-        {[&] { list.RemoveAll(); }, {}},
-        {[&] { option.Selected(true); }, {}},
-        {[&] { get<toolkit::COptionUI>(u"Two").Selected(true); }, {}},
-        {[&] { get<toolkit::CEditUI>(u"Edit").SetText(u"new"); }, {}},
-    };
-    int number = 0;
-    for (const auto& [act, notes] : cases) {
-        SCOPED_TRACE(number++);
-        act();
-        EXPECT_EQ(window().take(), notes);
+    for (const auto& [index, notes] : {std::pair(1, Notes{"itemselect Combo 1"}),
+                                       {1, {}},
+                                       {-1, {}},
+                                       {2, {"itemselect Combo 2"}}}) {
+        EXPECT_TRUE(combo().SelectItem(index));
+        expectNotes("a combo", notes);
     }
-    EXPECT_EQ(combo.GetCurSel(), -1);
-    EXPECT_EQ(combo.GetText(), u"");
+    EXPECT_FALSE(combo().SelectItem(3) || combo().SelectItem(-2) || list.SelectItem(2));
+    EXPECT_TRUE(combo().RemoveAt(0));
+    combo().RemoveAll();
+    expectNotes("no such item, and items that go", {});
+    EXPECT_EQ(combo().GetCurSel(), -1);
+    EXPECT_EQ(combo().GetText(), u"");
+    for (const auto& [index, notes] :
+         {std::pair(1, Notes{"itemselect List 1"}), {1, {}}, {-1, {}}}) {
+        EXPECT_TRUE(list.SelectItem(index));
+        expectNotes("a list", notes);
+    }
+    EXPECT_TRUE(list.SelectItem(0));
+    list.RemoveAll();
     EXPECT_EQ(list.GetCurSel(), -1);
-    EXPECT_TRUE(option.IsSelected());
+    get<toolkit::COptionUI>(u"Check").Selected(true);
+    get<toolkit::COptionUI>(u"Two").Selected(true);
+    get<toolkit::CEditUI>(u"Edit").SetText(u"new");
+    expectNotes("nothing else", {"itemselect List 0"});
+    EXPECT_TRUE(get<toolkit::COptionUI>(u"Check").IsSelected());
     EXPECT_FALSE(get<toolkit::COptionUI>(u"One").IsSelected());
 }
 
@@ -240,12 +186,9 @@ TEST_F(Notifications, AreSilentForControlsInNoWindow) {
 }
 
 TEST_F(Notifications, AreDeliveredInTheCallThatCausesThem) {
-    auto& combo = get<toolkit::CComboUI>(u"Combo");
     std::u16string shown;
-    window().reactions["itemselect Combo 2"] = [&](toolkit::CControlUI& sender) {
-        shown = sender.GetText();
-    };
-    EXPECT_TRUE(combo.SelectItem(2));
+    window().reactions["itemselect Combo 2"] = [&](auto& sender) { shown = sender.GetText(); };
+    EXPECT_TRUE(combo().SelectItem(2));
     EXPECT_EQ(shown, u"Gamma");
     auto& check = get<toolkit::COptionUI>(u"Check");
     bool checked = false;
@@ -259,7 +202,7 @@ TEST_F(Notifications, LeavingTheWindowCommitsAnEditButClosingItDoesNot) {
     RecordingWindow other(test::gui());
     ASSERT_TRUE(other.Create(nullptr, u"Other", 0, 0));
     test::WindowDriver(other).show();
-    EXPECT_EQ(window().take(), (Notes{"killfocus Edit"}));
+    expectNotes("another window", {"killfocus Edit"});
     other.Close(1);
     driver().show();
     EXPECT_EQ(driver().focusName(), u"Edit") << "the keyboard comes back to where it was";
@@ -267,7 +210,7 @@ TEST_F(Notifications, LeavingTheWindowCommitsAnEditButClosingItDoesNot) {
     window().Close(1);
     test::pump();
     EXPECT_EQ(window().GetNative(), nullptr);
-    EXPECT_TRUE(window().take().empty());
+    expectNotes("the end", {});
     test::gui().loop().run(); // takes the quits that the closed windows posted
     test::gui().loop().processEvents(false);
 }

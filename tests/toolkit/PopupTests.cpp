@@ -1,4 +1,6 @@
 // Where drop lists and tool tips stand, and what tool tips say.
+#include <tuple>
+
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/CEditUI.h"
 #include "toolkit/PopupPlacement.h"
@@ -28,31 +30,17 @@ protected:
 } // namespace
 
 TEST(DropListPlace, FlipsAndStaysOnTheMonitor) {
-    const struct {
-        const char* what;
-        Rect anchor;
-        platform::Size size;
-        Rect place;
-    } cases[] = {
+    const std::tuple<const char*, Rect, platform::Size, Rect> cases[] = {
         {"below", {100, 100, 300, 125}, {200, 300}, Rect::at(100, 125, 200, 300)},
-        {"above where below is too little",
-         {100, 700, 300, 725},
-         {200, 300},
-         Rect::at(100, 400, 200, 300)},
-        {"cut below where above is less",
-         {100, 300, 300, 325},
-         {200, 600},
-         Rect::at(100, 325, 200, 475)},
+        {"above: more room", {100, 700, 300, 725}, {200, 300}, Rect::at(100, 400, 200, 300)},
+        {"cut below", {100, 300, 300, 325}, {200, 600}, Rect::at(100, 325, 200, 475)},
         {"cut above", {100, 500, 300, 525}, {200, 600}, Rect::at(100, 0, 200, 500)},
-        {"moved from the right edge",
-         {900, 100, 990, 125},
-         {200, 100},
-         Rect::at(800, 125, 200, 100)},
-        {"moved from the left edge", {-50, 100, 50, 125}, {200, 100}, Rect::at(0, 125, 200, 100)},
-        {"wider than the monitor", {0, 100, 50, 125}, {3000, 100}, Rect::at(0, 125, 1000, 100)},
+        {"the right edge", {900, 100, 990, 125}, {200, 100}, Rect::at(800, 125, 200, 100)},
+        {"the left edge", {-50, 100, 50, 125}, {200, 100}, Rect::at(0, 125, 200, 100)},
+        {"wider than all", {0, 100, 50, 125}, {3000, 100}, Rect::at(0, 125, 1000, 100)},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(placeDropList(c.anchor, c.size, kScreen), c.place) << c.what;
+    for (const auto& [what, anchor, size, place] : cases) {
+        EXPECT_EQ(placeDropList(anchor, size, kScreen), place) << what;
     }
 }
 
@@ -86,19 +74,13 @@ TEST_F(ToolTips, SayWhatTheControlSaysOrWhatItCuts) {
 TEST_F(ToolTips, GoWithPressKeyPointerAndControl) {
     open(R"(<Button name="Go" pos="0,0,80,25" tooltip="Go on"/>)");
     auto& tip = window().GetPaintManager().toolTip();
-    const std::vector<std::function<void()>> ends{
+    constexpr platform::Point kAway{300, 200};
+    const std::function<void()> ends[] = {
         [&] { driver().click(u"Go"); },
         [&] { driver().press(platform::Key::tab); },
-        [&] {
-            driver().hover(platform::Point{300, 200});
-        },
-        [&] {
-            driver().wheel({10, 10}, 1);
-        },
-        [&] {
-            test::input().mouse(driver().native(), platform::EventKind::mouseLeave, {});
-            test::pump();
-        },
+        [&] { driver().hover(kAway); },
+        [&] { driver().wheel(kAway, 1); },
+        [&] { driver().send(platform::EventKind::mouseLeave, {}); },
         [&] { window().GetPaintManager().GetRoot()->RemoveAll(); },
     };
     for (const auto& end : ends) {

@@ -19,15 +19,9 @@ void RecordingWindow::Notify(toolkit::TNotifyUI& message) {
 
 RecordingWindow& ToolkitTest::open(const std::string& controls,
                                    const std::string& windowAttributes) {
-    return open(controls, windowAttributes, [](RecordingWindow&) {});
-}
-
-RecordingWindow& ToolkitTest::open(const std::string& controls, const std::string& windowAttributes,
-                                   const std::function<void(RecordingWindow&)>& prepare) {
     support::writeBytes("UI/Test.xml", "<Window size=\"400,300\" " + windowAttributes + ">" +
                                            controls + "</Window>");
     m_window = std::make_shared<RecordingWindow>(test::gui());
-    prepare(*m_window);
     if (!m_window->Create(nullptr, u"Test", 0, 0)) {
         throw std::runtime_error("the window cannot be created");
     }
@@ -36,45 +30,28 @@ RecordingWindow& ToolkitTest::open(const std::string& controls, const std::strin
 }
 
 std::string bmp(int width, int height, const std::vector<std::uint32_t>& pixels) {
-    std::string bytes;
-    const auto number = [&](std::uint32_t value, int count) {
-        for (int i = 0; i < count; ++i) {
-            bytes.push_back(static_cast<char>(value >> (8 * i)));
-        }
-    };
-    const auto count = static_cast<std::uint32_t>(width * height * 4);
-    bytes += "BM";
-    number(14 + 108 + count, 4);
-    number(0, 4);
-    number(14 + 108, 4);
-    number(108, 4); // the header with channel masks, so that alpha counts
-    number(static_cast<std::uint32_t>(width), 4);
-    number(static_cast<std::uint32_t>(height), 4);
-    number(1, 2);
-    number(32, 2);
-    number(3, 4);
-    number(count, 4);
-    for (int i = 0; i < 4; ++i) {
-        number(0, 4);
+    const auto count = static_cast<std::uint32_t>(pixels.size() * 4);
+    constexpr std::uint32_t kFileHeader = 14;
+    constexpr std::uint32_t kHeader = 108; // the one with channel masks, so that alpha counts
+    std::vector<std::uint32_t> words{kFileHeader + kHeader + count, 0, kFileHeader + kHeader};
+    words.insert(words.end(), {kHeader, static_cast<std::uint32_t>(width),
+                               static_cast<std::uint32_t>(height), 32U << 16U | 1U, 3, count});
+    words.insert(words.end(), {0, 0, 0, 0, 0xFF0000, 0xFF00, 0xFF, 0xFF000000});
+    words.resize(words.size() + 13); // the colour space: none
+    for (auto end = pixels.end(); end != pixels.begin(); end -= width) {
+        words.insert(words.end(), end - width, end);
     }
-    for (const std::uint32_t mask : {0x00FF0000U, 0x0000FF00U, 0x000000FFU, 0xFF000000U}) {
-        number(mask, 4);
-    }
-    bytes.append(52, '\0');
-    for (int y = height - 1; y >= 0; --y) {
-        for (int x = 0; x < width; ++x) {
-            number(pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                          static_cast<std::size_t>(x)],
-                   4);
+    std::string bytes = "BM";
+    for (const std::uint32_t word : words) {
+        for (unsigned shift = 0; shift < 32; shift += 8) {
+            bytes.push_back(static_cast<char>(word >> shift));
         }
     }
     return bytes;
 }
 
 std::string bmp(int width, int height, std::uint32_t pixel) {
-    return bmp(width, height,
-               std::vector<std::uint32_t>(
-                   static_cast<std::size_t>(width) * static_cast<std::size_t>(height), pixel));
+    return bmp(width, height, std::vector(static_cast<std::size_t>(width * height), pixel));
 }
 
 } // namespace toolkit_test

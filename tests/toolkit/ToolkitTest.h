@@ -19,6 +19,12 @@ namespace toolkit_test {
 
 using Notes = std::vector<std::string>;
 
+/// A kind of control that the toolkit does not know: the window makes it.
+class Picture : public toolkit::CContainerUI {
+public:
+    [[nodiscard]] std::u16string GetClass() const override { return u"Picture"; }
+};
+
 /// Writes each notification as "type name" (itemselect: and the index), then does what the test
 /// wants done in that handler.
 class RecordingWindow : public toolkit::WindowImplBase {
@@ -30,12 +36,7 @@ public:
     void Notify(toolkit::TNotifyUI& message) override;
     bool MessageHandler(const platform::Event& event) override { return filter && filter(event); }
     std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override {
-        return makeControl ? makeControl(className) : nullptr;
-    }
-    void InitWindow() override {
-        if (init) {
-            init(*this);
-        }
+        return className == u"Picture" ? std::make_unique<Picture>() : nullptr;
     }
 
     /// The notifications so far; forgets them.
@@ -45,19 +46,18 @@ public:
     /// By note.
     std::map<std::string, std::function<void(toolkit::CControlUI& sender)>> reactions;
     std::function<bool(const platform::Event&)> filter;
-    std::function<std::unique_ptr<toolkit::CControlUI>(std::u16string_view)> makeControl;
-    std::function<void(RecordingWindow&)> init;
 };
 
 class ToolkitTest : public support::TempFolderTest {
 protected:
     /// Writes the layout and opens a window of 400 x 300 with `controls` in it.
     RecordingWindow& open(const std::string& controls, const std::string& windowAttributes = {});
-    /// As open; `prepare` sees the window before it is created.
-    RecordingWindow& open(const std::string& controls, const std::string& windowAttributes,
-                          const std::function<void(RecordingWindow&)>& prepare);
     [[nodiscard]] test::WindowDriver driver() { return test::WindowDriver(*m_window); }
     [[nodiscard]] RecordingWindow& window() { return *m_window; }
+    /// Compares the notifications since the last time, and forgets them.
+    void expectNotes(const char* what, const Notes& expected) {
+        EXPECT_EQ(window().take(), expected) << what;
+    }
     template <class T>
     [[nodiscard]] T& get(std::u16string_view name) {
         return driver().get<T>(name);

@@ -23,7 +23,7 @@ public:
     void add(const std::string& name, const std::string& data, bool deflated) {
         const std::string packed = deflated ? deflate(data) : data;
         const auto checksum = static_cast<std::uint32_t>(
-            crc32(0, reinterpret_cast<const Bytef*>(data.data()), static_cast<uInt>(data.size())));
+            crc32_z(0, reinterpret_cast<const Bytef*>(data.data()), data.size()));
         const auto start = static_cast<std::uint32_t>(m_files.size());
         std::string common;
         number(common, 20, 2);
@@ -63,18 +63,13 @@ private:
         }
     }
 
+    /// Without the two bytes before and the four behind that zlib's own format adds.
     static std::string deflate(const std::string& data) {
-        z_stream stream{};
-        deflateInit2(&stream, 9, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
-        std::string packed(deflateBound(&stream, static_cast<uLong>(data.size())), '\0');
-        stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
-        stream.avail_in = static_cast<uInt>(data.size());
-        stream.next_out = reinterpret_cast<Bytef*>(packed.data());
-        stream.avail_out = static_cast<uInt>(packed.size());
-        ::deflate(&stream, Z_FINISH);
-        packed.resize(stream.total_out);
-        deflateEnd(&stream);
-        return packed;
+        uLongf size = compressBound(static_cast<uLong>(data.size()));
+        std::string packed(size, '\0');
+        compress(reinterpret_cast<Bytef*>(packed.data()), &size,
+                 reinterpret_cast<const Bytef*>(data.data()), static_cast<uLong>(data.size()));
+        return packed.substr(2, size - 6);
     }
 
     std::string m_files;

@@ -1,5 +1,6 @@
 // Zip archives as a skin meets them, good and hostile.
 #include <random>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -40,12 +41,6 @@ TEST(ZipArchive, ReadsStoredAndDeflatedFiles) {
     }
 }
 
-TEST(ZipArchive, RefusesWhatIsNoArchive) {
-    EXPECT_FALSE(ZipArchive::open({}));
-    EXPECT_FALSE(ZipArchive::open(Bytes(21, 0)));
-    EXPECT_FALSE(ZipArchive::open(Bytes(1000, 0x50)));
-}
-
 /// Each case bends one field of a good archive; the file is refused, never guessed at.
 TEST(ZipArchive, RefusesHostileEntries) {
     const std::string text(5000, 'q');
@@ -72,34 +67,28 @@ TEST(ZipArchive, RefusesHostileEntries) {
     ZipMaker bomb;
     bomb.add("bomb", std::string(ZipArchive::kMaxEntryBytes + 1, '\0'), true);
     const auto zip = ZipArchive::open(bomb.finish());
-    ASSERT_TRUE(zip);
-    EXPECT_FALSE(zip->read("bomb")) << "too large once unpacked";
+    EXPECT_TRUE(zip && !zip->read("bomb")) << "too large once unpacked";
 }
 
 TEST(ZipArchive, RefusesHostileDirectories) {
     ZipMaker maker;
     maker.add("a", "text", false);
     const Bytes good = maker.finish();
-    const std::size_t end = good.size() - 22;
-    const struct {
-        const char* what;
-        std::size_t at;
-        std::uint8_t value;
-    } cases[] = {
+    const auto end = static_cast<int>(good.size()) - 22; // where the end record starts
+    const std::tuple<const char*, int, std::uint8_t> cases[] = {
         {"more entries than there are", 10, 2},
         {"far more entries", 11, 0xFF},
         {"a directory beyond the end", 19, 0x7F},
         {"a longer directory", 15, 0x7F},
         {"a second disk", 4, 1},
+        {"a longer name", 29 - 47, 0xFF},
+        {"another signature", 0, 0},
     };
-    for (const auto& c : cases) {
+    for (const auto& [what, at, value] : cases) {
         Bytes bent = good;
-        bent[end + c.at] = c.value;
-        EXPECT_FALSE(ZipArchive::open(bent)) << c.what;
+        bent[static_cast<std::size_t>(end + at)] = value;
+        EXPECT_FALSE(ZipArchive::open(bent)) << what;
     }
-    Bytes longName = good;
-    longName[good.size() - 22 - 47 + 29] = 0xFF; // the high byte of the name's length
-    EXPECT_FALSE(ZipArchive::open(longName));
 }
 
 TEST(ZipArchive, SurvivesAnyDamage) {
@@ -108,9 +97,7 @@ TEST(ZipArchive, SurvivesAnyDamage) {
     maker.add("b", "text", false);
     const Bytes good = maker.finish();
     for (std::size_t size = 0; size < good.size(); ++size) {
-        const auto zip =
-            ZipArchive::open(Bytes(good.begin(), good.begin() + static_cast<long>(size)));
-        EXPECT_FALSE(zip) << "cut at " << size;
+        EXPECT_FALSE(ZipArchive::open(Bytes(good.data(), good.data() + size))) << "cut at " << size;
     }
     std::mt19937 random(1);
     for (int round = 0; round < 3000; ++round) {

@@ -94,6 +94,11 @@ void WindowDriver::clickThen(std::u16string_view name, std::function<void()> the
     pump();
 }
 
+void WindowDriver::send(EventKind kind, Point at) {
+    input().mouse(native(), kind, at);
+    pump();
+}
+
 void WindowDriver::hover(std::u16string_view name) {
     hover(middleOf(control(name)));
 }

@@ -51,6 +51,8 @@ public:
     void doubleClick(platform::Point at);
     /// Clicks, and runs `then` in whatever loop the click starts (a dialog's), or after it.
     void clickThen(std::u16string_view name, std::function<void()> then);
+    /// One event of the mouse, with the left button.
+    void send(platform::EventKind kind, platform::Point at);
     /// Moves the pointer without a button.
     void hover(std::u16string_view name);
     void hover(platform::Point at);
