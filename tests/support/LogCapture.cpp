@@ -22,4 +22,13 @@ std::vector<std::string> LogCapture::errors() const {
     return messages;
 }
 
+std::vector<std::string> LogCapture::newErrors() {
+    std::vector<std::string> fresh = errors();
+    if (!fresh.empty()) {
+        m_log = std::make_shared<core::Log>("");
+        core::Log::exchange(m_log);
+    }
+    return fresh;
+}
+
 } // namespace support

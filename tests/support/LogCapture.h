@@ -18,6 +18,8 @@ public:
 
     /// The messages at error level since the beginning, as they were given.
     [[nodiscard]] std::vector<std::string> errors() const;
+    /// Those since the last call; forgets them.
+    [[nodiscard]] std::vector<std::string> newErrors();
     [[nodiscard]] std::string page() const { return m_log->page(); }
 
 private:

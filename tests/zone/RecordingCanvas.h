@@ -1,6 +1,7 @@
-// A canvas that draws nothing and notes every call as a line of text, in order.
+// A canvas that draws nothing and notes every line, ellipse and text, in order.
 #pragma once
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -12,48 +13,37 @@ namespace zone_tests {
 class RecordingCanvas final : public platform::Canvas {
 public:
     [[nodiscard]] platform::Rect clip() const override { return {0, 0, 1280, 720}; }
-    void pushClip(const platform::Rect&) override { calls.push_back("pushClip"); }
-    void popClip() override { calls.push_back("popClip"); }
-    void fillRect(const platform::Rect&, platform::Color) override { calls.push_back("fillRect"); }
+    void pushClip(const platform::Rect&) override {}
+    void popClip() override {}
+    void fillRect(const platform::Rect&, platform::Color) override {}
     void drawBitmap(const platform::Bitmap&, const platform::Rect&,
-                    const platform::Rect&) override {
-        calls.push_back("drawBitmap");
-    }
-    void drawFrame(const platform::FrameBuffer&, const platform::Rect&) override {
-        calls.push_back("drawFrame");
-    }
+                    const platform::Rect&) override {}
+    void drawFrame(const platform::FrameBuffer&, const platform::Rect&) override {}
     void drawLine(platform::Point from, platform::Point to, platform::Color color) override {
-        calls.push_back("line " + numbers({from.x, from.y, to.x, to.y}) + hex(color));
+        note("line", {from.x, from.y, to.x, to.y}, color);
     }
     void drawEllipse(const platform::Rect& box, platform::Color outline,
                      platform::Color fill) override {
-        calls.push_back("ellipse " + numbers({box.left, box.top, box.right, box.bottom}) +
-                        hex(outline) + " " + hex(fill));
+        note(outline == platform::rgb(250, 0, 0) ? "handle" : "ellipse",
+             {box.left, box.top, box.right, box.bottom}, fill);
     }
     void drawText(std::u16string_view text, const platform::Rect& box, platform::FontHandle font,
                   platform::Color color, platform::TextAlign align) override {
-        calls.push_back("text " + core::storedText(text) + " " +
-                        numbers({box.left, box.top, box.right, box.bottom, font}) + hex(color) +
-                        (align == platform::TextAlign::center ? " center" : ""));
+        note((align == platform::TextAlign::center ? "centred " : "text ") + core::storedText(text),
+             {box.left, box.top, box.right, box.bottom, font}, color);
     }
 
     std::vector<std::string> calls;
 
 private:
-    static std::string numbers(std::initializer_list<int> values) {
-        std::string text;
-        for (const int value : values) {
-            text += std::to_string(value) + " ";
+    void note(const std::string& what, std::initializer_list<int> numbers, platform::Color color) {
+        std::ostringstream text;
+        text << what;
+        for (const int number : numbers) {
+            text << ' ' << number;
         }
-        return text;
-    }
-    static std::string hex(platform::Color color) {
-        constexpr const char* kDigits = "0123456789abcdef";
-        std::string text;
-        for (int shift = 20; shift >= 0; shift -= 4) {
-            text += kDigits[color >> shift & 0xFU];
-        }
-        return text;
+        text << ' ' << std::hex << (color & 0xFFFFFFU);
+        calls.push_back(text.str());
     }
 };
 

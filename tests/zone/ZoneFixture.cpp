@@ -2,6 +2,7 @@
 
 #include <bit>
 
+#include "core/WholeFile.h"
 #include "zone/ZoneView.h"
 
 namespace zone_tests {
@@ -23,15 +24,11 @@ std::string shapeBytes(const Points& videoPixels, std::uint32_t active) {
     return bytes;
 }
 
-std::string chunkBytes(std::uint32_t tag, const std::string& body) {
-    return chunkBytes(tag, body, static_cast<std::uint32_t>(body.size()));
+std::string chunkBytes(std::uint32_t tag, const std::string& body, std::size_t size) {
+    return u32(tag) + u32(static_cast<std::uint32_t>(size)) + body;
 }
 
-std::string chunkBytes(std::uint32_t tag, const std::string& body, std::uint32_t size) {
-    return u32(tag) + u32(size) + body;
-}
-
-std::string zoneBody(const std::string& name, const std::vector<std::string>& shapes) {
+std::string zoneBody(const std::string& name, const Lines& shapes) {
     std::string body = u32(static_cast<std::uint32_t>(name.size()) + 1) + name + '\0' +
                        u32(static_cast<std::uint32_t>(shapes.size()));
     for (const std::string& shape : shapes) {
@@ -40,33 +37,48 @@ std::string zoneBody(const std::string& name, const std::vector<std::string>& sh
     return body;
 }
 
-std::string zoneBytes(const std::string& name, const std::vector<std::string>& shapes) {
-    return chunkBytes(zone::kZoneTag, zoneBody(name, shapes));
+std::string zoneBytes(const std::string& name, const Lines& shapes) {
+    const std::string body = zoneBody(name, shapes);
+    return chunkBytes(zone::kZoneTag, body, body.size());
 }
 
-std::string namelessBytes(const std::vector<std::string>& shapes) {
-    std::string body = zoneBody("", shapes);
-    const auto size = static_cast<std::uint32_t>(body.size());
-    return chunkBytes(zone::kZoneTag, body.erase(4, 1), size);
+std::string namelessBytes(const Lines& shapes) {
+    return zoneBytes("", shapes).erase(12, 1);
+}
+
+std::string infoBytes(const Lines& names) {
+    std::string text = "<ZoneInfo>\r\n\t<VideoWidth>1280</VideoWidth>\r\n"
+                       "\t<VideoHeight>720</VideoHeight>\r\n";
+    for (const std::string& name : names) {
+        text += "\t<Zone>\r\n\t\t<Name>" + name + "</Name>\r\n\t</Zone>\r\n";
+    }
+    return text + "</ZoneInfo>\r\n";
 }
 
 std::span<const std::uint8_t> asBytes(const std::string& text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-Points pointsOf(const zone::Zone& zone, int frame) {
-    const auto shape = zone.shape(frame);
-    return shape ? shape->points : Points{};
+std::string writtenAlone(const zone::ZoneShape& shape) {
+    core::File file;
+    const bool good = file.open("shape", "wb") && shape.write(file) && file.close();
+    return good ? core::readWholeFile("shape", 1 << 20).value_or("") : "(failed)";
 }
 
-std::shared_ptr<zone::Zone> makeZone(const std::vector<Points>& frames) {
-    std::vector<std::string> shapes;
-    for (const Points& points : frames) {
-        shapes.push_back(shapeBytes(points));
+std::string shown(const zone::ZoneShape* shape) {
+    std::string text = !shape ? "." : shape->points.empty() ? "-" : "";
+    for (const platform::Point& point : shape ? shape->points : Points{}) {
+        text += (text.empty() ? "" : ";") + std::to_string(point.x) + "," + std::to_string(point.y);
     }
-    auto zone = zone::Zone::create(0);
-    EXPECT_TRUE(zone->read(asBytes(zoneBody("Z", shapes)), zone::kStoredFrameCount));
-    return zone;
+    return text + (shape && !shape->active ? "!" : "");
+}
+
+std::string shown(const zone::Zone& zone) {
+    std::string text = zone.name() + ":";
+    for (int frame = 0; frame < zone.frameCount(); ++frame) {
+        text += " " + shown(zone.shape(frame).get());
+    }
+    return text;
 }
 
 ZoneTest::ZoneTest() {
@@ -81,17 +93,8 @@ ZoneTest::~ZoneTest() {
     zone::clearZoneView();
 }
 
-Lines ZoneTest::newErrors() {
-    Lines fresh = m_log->errors();
-    if (!fresh.empty()) {
-        m_log.reset(); // puts back what this one hides
-        m_log.emplace();
-    }
-    return fresh;
-}
-
 std::shared_ptr<zone::ZoneManager> ZoneTest::load(const std::string& binary, int frameCount) {
-    support::writeBytes("clip-ZoneInfo.bin", binary);
+    file("clip-ZoneInfo.bin") = binary;
     return zone::ZoneManager::create("clip", frameCount, true);
 }
 

@@ -8,9 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include "core/Services.h"
 #include "platform/Geometry.h"
+#include "tests/support/FaultyFileSystem.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/MemoryFileSystem.h"
 #include "zone/ZoneManager.h"
 
 namespace zone_tests {
@@ -21,39 +23,43 @@ using Points = std::vector<platform::Point>;
 [[nodiscard]] std::string u32(std::uint32_t value);
 /// One shape as it stands in a file.
 [[nodiscard]] std::string shapeBytes(const Points& videoPixels, std::uint32_t active = 1);
-/// Any chunk: tag, size, body. The size is the body's unless given.
-[[nodiscard]] std::string chunkBytes(std::uint32_t tag, const std::string& body);
-[[nodiscard]] std::string chunkBytes(std::uint32_t tag, const std::string& body,
-                                     std::uint32_t size);
+/// A chunk that says it has `size` bytes.
+[[nodiscard]] std::string chunkBytes(std::uint32_t tag, const std::string& body, std::size_t size);
 /// The body of a zone's chunk, its zero-terminated name first.
-[[nodiscard]] std::string zoneBody(const std::string& name, const std::vector<std::string>& shapes);
-[[nodiscard]] std::string zoneBytes(const std::string& name,
-                                    const std::vector<std::string>& shapes);
+[[nodiscard]] std::string zoneBody(const std::string& name, const Lines& shapes);
+[[nodiscard]] std::string zoneBytes(const std::string& name, const Lines& shapes);
 /// A zone without a name: both sizes count a byte that is not there.
-[[nodiscard]] std::string namelessBytes(const std::vector<std::string>& shapes);
+[[nodiscard]] std::string namelessBytes(const Lines& shapes);
+/// The information file of a picture area of 1280 x 720.
+[[nodiscard]] std::string infoBytes(const Lines& names);
+
 [[nodiscard]] std::span<const std::uint8_t> asBytes(const std::string& text);
+/// What the shape's own write gives.
+[[nodiscard]] std::string writtenAlone(const zone::ZoneShape& shape);
 
-/// The points of a frame's shape; none as well for a frame without a shape.
-[[nodiscard]] Points pointsOf(const zone::Zone& zone, int frame);
-/// A zone with these shapes, one for each frame, in display pixels at scale 1.
-[[nodiscard]] std::shared_ptr<zone::Zone> makeZone(const std::vector<Points>& frames);
+/// The points as "3,4;5,6", "-" for none, "." for no shape; "!" behind one that is not active.
+[[nodiscard]] std::string shown(const zone::ZoneShape* shape);
+/// The name, then the shape of each frame.
+[[nodiscard]] std::string shown(const zone::Zone& zone);
 
-/// A folder, the log's lines, a view of scale 1 and an area of 1280 x 720.
-class ZoneTest : public support::TempFolderTest {
+/// Files in memory, the log's lines, a view of scale 1 and a current manager of 1280 x 720.
+class ZoneTest : public ::testing::Test {
 protected:
     ZoneTest();
     ~ZoneTest() override;
 
+    [[nodiscard]] std::string& file(const std::string& name) {
+        return m_disk.files["/home/" + name];
+    }
     /// Loads "clip-ZoneInfo.bin" with these bytes.
     std::shared_ptr<zone::ZoneManager> load(const std::string& binary, int frameCount);
 
-    /// The error lines since the last call.
-    Lines newErrors();
-
+    support::MemoryFileSystem m_disk;
+    support::FaultyFileSystem m_files{m_disk};
+    core::ServicesOverride m_services{
+        {&m_files, &platform::nativeClock(), &platform::nativeProcess()}};
+    support::LogCapture m_log;
     std::shared_ptr<zone::ZoneManager> m_manager = zone::ZoneManager::createEmpty();
-
-private:
-    std::optional<support::LogCapture> m_log{std::in_place};
 };
 
 } // namespace zone_tests
