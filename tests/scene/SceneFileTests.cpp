@@ -1,73 +1,33 @@
-#include <cerrno>
+#include <algorithm>
 
-#include <gtest/gtest.h>
-
-#include "core/Services.h"
-#include "scene/SceneManager.h"
 #include "tests/scene/SceneFixture.h"
-#include "tests/support/FaultyFileSystem.h"
 
 namespace {
 
 using scene_tests::Lines;
+using scene_tests::SceneTest;
 
-const std::string kStory = "<Scene>\r\n"
-                           "\t<Name>Fire \xC3\x9C"
-                           "bung</Name>\r\n"
-                           "\t<FirstBranch>Start</FirstBranch>\r\n"
-                           "\t<Branch>\r\n"
-                           "\t\t<ID>Start</ID>\r\n"
-                           "\t\t<Filename>a.ogv</Filename>\r\n"
-                           "\t\t<Action>\r\n"
-                           "\t\t\t<Type>ZoneAction</Type>\r\n"
-                           "\t\t\t<Parameter>Door</Parameter>\r\n"
-                           "\t\t\t<Immediate>true</Immediate>\r\n"
-                           "\t\t\t<BranchID>End</BranchID>\r\n"
-                           "\t\t</Action>\r\n"
-                           "\t\t<Action>\r\n"
-                           "\t\t\t<Type>RandomAction</Type>\r\n"
-                           "\t\t\t<BranchID></BranchID>\r\n"
-                           "\t\t</Action>\r\n"
-                           "\t</Branch>\r\n"
-                           "\t<Branch>\r\n"
-                           "\t\t<ID>End</ID>\r\n"
-                           "\t\t<Filename></Filename>\r\n"
-                           "\t</Branch>\r\n"
-                           "</Scene>\r\n";
-
-class SceneFileTest : public scene_tests::SceneFixture {
-protected:
-    bool load(const std::string& text) {
-        support::writeBytes("Scenes/A/Scene.xml", text);
-        return m_scene->Load("A");
+/// "name|first branch", then for each branch "[id,video TYPE'parameter'target! ...]".
+std::string shown(const scene::SceneManager& scene) {
+    std::string text = scene.Name() + "|" + scene.FirstBranch();
+    for (int branch = 0; branch < scene.branchCount(); ++branch) {
+        text += " [" + scene.branchID(branch) + "," + scene.branchFilename(branch);
+        std::vector<std::shared_ptr<scene::Action>> actions;
+        scene.branchActions(branch, actions);
+        for (const auto& action : actions) {
+            text += " " + std::to_string(action->Type()) + "'" + action->Parameter() + "'" +
+                    action->BranchID() + (action->Immediate() ? "!" : "");
+        }
+        text += "]";
     }
-
-    support::FaultyFileSystem m_files{platform::nativeFileSystem()};
-    core::ServicesOverride m_services{
-        {&m_files, &platform::nativeClock(), &platform::nativeProcess()}};
-    std::shared_ptr<scene::SceneManager> m_scene = scene::SceneManager::create();
-};
-
-TEST_F(SceneFileTest, WhatWasWrittenReadsBackAndIsWrittenTheSame) {
-    ASSERT_TRUE(load(kStory));
-    EXPECT_EQ(m_scene->Name(), "Fire \xC3\x9C"
-                               "bung")
-        << "the file's name counts";
-    EXPECT_EQ(m_scene->branchCount(), 2);
-    EXPECT_EQ(m_scene->action(0, 0)->Parameter(), "Door");
-    EXPECT_TRUE(m_scene->Save("Scenes/" + m_scene->Name() + "\\"));
-    EXPECT_EQ(support::readBytes("Scenes/Fire \xC3\x9C"
-                                 "bung/Scene.xml"),
-              kStory);
-    EXPECT_EQ(newErrors(), Lines{});
-    EXPECT_EQ(m_scene->saveFailure(), "");
+    return text;
 }
+
+using SceneFileTest = SceneTest;
 
 TEST_F(SceneFileTest, TheFileIsLookedForUnderTheNameGivenOrHeld) {
     struct Case {
-        const char* held;
-        const char* given;
-        const char* path;
+        const char *held, *given, *path;
     };
     const Case cases[] = {{"A", "", "open Scenes/A/Scene.xml"},
                           {"A", "B", "open Scenes/B/Scene.xml"},
@@ -80,134 +40,143 @@ TEST_F(SceneFileTest, TheFileIsLookedForUnderTheNameGivenOrHeld) {
         EXPECT_FALSE(m_scene->Load(c.given));
         EXPECT_EQ(m_files.callTexts(), Lines{c.path});
         EXPECT_EQ(m_scene->Name(), *c.given ? c.given : c.held);
-        EXPECT_EQ(newErrors(), Lines{"Unable to load scene"});
+        EXPECT_EQ(m_log.newErrors(), Lines{"Unable to load scene"});
     }
 }
 
 TEST_F(SceneFileTest, AFileThatIsNoSceneIsRefusedWithItsReason) {
     const std::string unreadable = "Unable to load scene";
     const std::string header = "Scene file has extraneous xml header";
-    const std::string corrupt = "Scene file is corrupt";
     std::string deep;
     for (int i = 0; i < 100000; ++i) {
         deep += "<a>";
     }
     struct Case {
-        std::string text;
-        std::string error;
+        std::string text, error;
     };
     const Case cases[] = {
         {"", unreadable},
         {"no xml", unreadable},
         {"<Scene><Name>A</Name>", unreadable},
-        {kStory.substr(0, kStory.size() - 10), unreadable},
         {"<Scene><Name>a < b</Name></Scene>", unreadable},
         {deep, unreadable},
         {"<Scene><Name>" + std::string(8 << 20, 'x') + "</Name></Scene>", unreadable},
-        {"\xEF\xBB\xBF\r\n", corrupt}, // nothing, and nothing that the parser minds
-        {"<?xml version=\"1.0\"?>\n" + kStory, header},
-        {"<!-- note -->" + kStory, header},
-        {"<!DOCTYPE Scene>" + kStory, header},
-        {"<Scene/>", header},
-        {"<Scene></Scene>", header},
+        {"\xEF\xBB\xBF\r\n", "Scene file is corrupt"}, // nothing that the parser minds
+        {"<?xml version=\"1.0\"?>\n<Scene><Name>A</Name></Scene>", header},
+        {"<!-- note --><Scene><Name>A</Name></Scene>", header},
         {"<Scene>  </Scene>", header},
     };
     for (const Case& c : cases) {
         m_scene->AddBranch();
         EXPECT_FALSE(load(c.text)) << c.text.substr(0, 40);
-        EXPECT_EQ(newErrors(), Lines{c.error}) << c.text.substr(0, 40);
+        EXPECT_TRUE(m_scene->loadFailed());
+        EXPECT_EQ(m_log.newErrors(), Lines{c.error}) << c.text.substr(0, 40);
         EXPECT_EQ(m_scene->branchCount(), 0) << "the previous scene is gone";
     }
-    support::makeFolder("Scenes/Folder/Scene.xml");
-    EXPECT_FALSE(m_scene->Load("Folder"));
-    EXPECT_EQ(newErrors(), Lines{unreadable});
 }
 
-TEST_F(SceneFileTest, OddButReadableFilesAreRead) {
+TEST_F(SceneFileTest, ElementsAreReadInAnyOrderAndUnknownOnesNamed) {
+    struct Case {
+        std::string branch, shown;
+        Lines unknown;
+    };
+    const Case cases[] = {
+        {"<Action/><Extra/><ID>I</ID><!--n--><Filename/><Action><Odd/></Action>",
+         "[I, 0'' 0'']",
+         {"Extra", "Odd"}},
+        {"<ID>  </ID><Filename>a&amp;b &lt;c</Filename>", "[,a&b <c]", {}},
+        {"<Action><BranchID>B</BranchID><Parameter> Q </Parameter><Type>KeypressAction</Type>"
+         "</Action><Action><Type>ZoneAction</Type></Action>",
+         "[, 1' Q 'B 2'']",
+         {}},
+        {"<Action><Immediate>TRUE</Immediate><Type>RandomAction</Type></Action>", "[, 3''!]", {}},
+        {"<Action><Immediate>1</Immediate><Type>zoneaction</Type></Action>", "[, 0'']", {}},
+        {"<Action><Immediate>true</Immediate><Immediate/></Action>", "[, 0''!]", {}},
+        {"<Action><Immediate>true</Immediate><Immediate>no</Immediate></Action>", "[, 0'']", {}},
+        {"<Action><Type>ZoneAction</Type><Type/></Action>", "[, 0'']", {}},
+        {"<Action>text<Parameter><!--c-->a<b/>c</Parameter><type/></Action>", "[, 0'a']", {"type"}},
+        {"<Action><Parameter><b>in</b>after</Parameter></Action>", "[, 0'after']", {}},
+        {"<Action><Parameter><![CDATA[<z>]]></Parameter></Action>", "[, 0'<z>']", {}},
+    };
     m_scene->SetFirstBranch("held");
-    EXPECT_TRUE(load("\xEF\xBB\xBF<Anything><!-- c -->text<Branch/><Foo/><branch/></Anything>"));
-    EXPECT_EQ(newErrors(), (Lines{"Unknown node type: Foo", "Unknown node type: branch"}));
-    EXPECT_EQ(m_scene->Name() + "|" + m_scene->FirstBranch(), "A|held");
-    EXPECT_EQ(m_scene->branchCount(), 1);
-    EXPECT_TRUE(load("<Scene><Name/><FirstBranch>  </FirstBranch></Scene>"));
-    EXPECT_EQ(m_scene->Name() + "|" + m_scene->FirstBranch(), "|");
-    EXPECT_TRUE(load("<Scene><Name>only text</Name></Scene><Second/>"));
-    const std::string bad = "<Scene>\r\n\t<Name>caf\xE9 \xFF</Name>\r\n"
-                            "\t<FirstBranch>x</FirstBranch>\r\n</Scene>\r\n";
-    EXPECT_TRUE(load(bad));
-    EXPECT_TRUE(m_scene->Save("Scenes/A\\"));
-    EXPECT_EQ(support::readBytes("Scenes/A/Scene.xml"), bad) << "bytes that are no UTF-8 stay";
-}
-
-TEST_F(SceneFileTest, NewBranchesAreNumberedAfreshInALoadedScene) {
-    m_scene->AddBranch();
-    m_scene->AddBranch();
-    ASSERT_TRUE(load("<Scene><Branch><ID>New Branch 2</ID></Branch></Scene>"));
-    m_scene->AddBranch();
-    Lines ids;
-    m_scene->branchIDs(ids);
-    EXPECT_EQ(ids, (Lines{"New Branch 2", "New Branch 2"})) << "the same name twice is intended";
-}
-
-TEST_F(SceneFileTest, SavingMakesTheFoldersAndFillsTheFirstBranch) {
-    m_scene->newScene("N");
-    m_scene->AddBranch();
-    m_scene->AddBranch();
-    m_scene->SetFirstBranch("");
-    EXPECT_TRUE(m_scene->Save("Scenes/N\\"));
-    EXPECT_EQ(m_scene->FirstBranch(), "New Branch 2");
-    EXPECT_EQ(support::filesBelow("."), Lines{"Scenes/N/Scene.xml"});
-    EXPECT_EQ(
-        support::readBytes("Scenes/N/Scene.xml"),
-        "<Scene>\r\n\t<Name>N</Name>\r\n\t<FirstBranch>New Branch 2</FirstBranch>\r\n"
-        "\t<Branch>\r\n\t\t<ID>New Branch 2</ID>\r\n\t\t<Filename></Filename>\r\n\t</Branch>\r\n"
-        "\t<Branch>\r\n\t\t<ID>New Branch 3</ID>\r\n\t\t<Filename></Filename>\r\n\t</Branch>\r\n"
-        "</Scene>\r\n");
-}
-
-TEST_F(SceneFileTest, ASceneWithoutBranchesIsReportedAndSaved) {
-    m_scene->newScene("N");
-    EXPECT_TRUE(m_scene->Save("Scenes/N/"));
-    EXPECT_EQ(newErrors(), Lines{"..\\BranchManager.cpp:337 Invalid branch index"});
-    EXPECT_EQ(support::readBytes("Scenes/N/Scene.xml"),
-              "<Scene>\r\n\t<Name>N</Name>\r\n\t<FirstBranch></FirstBranch>\r\n</Scene>\r\n");
-}
-
-TEST_F(SceneFileTest, AFailedSaveKeepsTheOldFileAndSaysWhyUntilAGoodOne) {
-    ASSERT_TRUE(load(kStory));
-    m_scene->SetName("changed");
-    for (const char* operation : {"open", "write", "sync", "close", "replaceFile"}) {
-        m_files.failOn(operation, ENOSPC);
-        testing::internal::CaptureStderr();
-        EXPECT_FALSE(m_scene->Save("Scenes/A/")) << operation;
-        EXPECT_EQ(testing::internal::GetCapturedStderr(),
-                  "Not saved: " + m_scene->saveFailure() + "\n");
-        EXPECT_EQ(m_scene->saveFailure(), "Scenes/A/Scene.xml: " + m_files.errorText(ENOSPC));
-        EXPECT_EQ(newErrors(), Lines{}) << "told, not logged";
-        EXPECT_EQ(support::readBytes("Scenes/A/Scene.xml"), kStory);
-        EXPECT_EQ(support::filesBelow("."), Lines{"Scenes/A/Scene.xml"});
+    for (const Case& c : cases) {
+        EXPECT_TRUE(load("<Any>text<Branch>" + c.branch + "</Branch></Any>")) << c.branch;
+        EXPECT_EQ(shown(*m_scene), "A|held " + c.shown) << c.branch;
+        Lines errors;
+        for (const std::string& name : c.unknown) {
+            errors.push_back("Unknown node type: " + name);
+        }
+        EXPECT_EQ(m_log.newErrors(), errors) << c.branch;
     }
-    m_files.heal();
+    EXPECT_TRUE(load("\xEF\xBB\xBF<S><!-- c --><Name/><FirstBranch>f</FirstBranch></S><Second/>"));
+    EXPECT_EQ(shown(*m_scene), "|f") << "an empty name in the file counts";
+}
+
+TEST_F(SceneFileTest, TextsAreWrittenAsTheyAre) {
+    const std::string bad = "<Scene>\r\n\t<Name>A</Name>\r\n\t<FirstBranch>caf\xE9 \xFF";
+    ASSERT_TRUE(load(bad + "</FirstBranch></Scene>"));
+    EXPECT_TRUE(m_scene->Save("Scenes/A\\"));
+    EXPECT_EQ(file("A"), bad + "</FirstBranch>\r\n</Scene>\r\n") << "bytes that are no UTF-8 stay";
+    m_scene->SetName("a <b> & c");
+    EXPECT_TRUE(m_scene->Save("Scenes/A\\"));
+    EXPECT_NE(file("A").find("<Name>a <b> & c</Name>"), std::string::npos);
+}
+
+TEST_F(SceneFileTest, AFaultAtAnyCallOfASaveLeavesTheOldOrTheNewSceneWholeAndIsTold) {
+    const std::string old = "<Scene><Branch><Action><Immediate>true</Immediate></Action></Branch>"
+                            "<FirstBranch>B</FirstBranch></Scene>";
+    ASSERT_TRUE(load(old));
+    ASSERT_TRUE(m_scene->Save("Scenes/New/"));
+    const std::vector<support::Call> calls = m_files.calls();
+    int failures = 0;
+    for (const auto plan :
+         {&support::FaultyFileSystem::failAt, &support::FaultyFileSystem::shortenAt,
+          &support::FaultyFileSystem::stopAt}) {
+        for (int number = 1; number <= static_cast<int>(calls.size()); ++number) {
+            file("A") = old;
+            m_files.forgetCalls();
+            (m_files.*plan)(number);
+            testing::internal::CaptureStderr();
+            const bool good = m_scene->Save("Scenes/A/");
+            const std::string told = testing::internal::GetCapturedStderr();
+            m_files.heal();
+            failures += good ? 0 : 1;
+            EXPECT_EQ(file("A"), good ? file("New") : old) << number;
+            EXPECT_EQ(m_scene->saveFailure().empty(), good) << number;
+            EXPECT_EQ(told.find("Not saved: " + m_scene->saveFailure() + "\n") == 0, !good);
+            EXPECT_EQ(m_log.newErrors(), Lines{}) << "told, not logged";
+            const auto& made = m_files.calls();
+            const auto isWrite = [](const support::Call& call) {
+                return call.operation == "write";
+            };
+            EXPECT_TRUE(good || std::none_of(made.begin() + number, made.end(), isWrite)) << number;
+        }
+    }
+    EXPECT_GT(failures, 40) << "each line is a write of its own";
     EXPECT_TRUE(m_scene->Save("Scenes/A/"));
     EXPECT_EQ(m_scene->saveFailure(), "");
-    EXPECT_NE(support::readBytes("Scenes/A/Scene.xml"), kStory);
 }
 
-TEST_F(SceneFileTest, AStopAtAnyCallLeavesTheOldOrTheNewSceneWhole) {
-    ASSERT_TRUE(load(kStory));
-    m_scene->SetName("changed");
-    ASSERT_TRUE(m_scene->Save("Scenes/New/"));
-    const std::string changed = support::readBytes("Scenes/New/Scene.xml");
-    bool good = false;
-    for (int number = 1; !good; ++number) {
-        m_files.heal();
-        support::writeBytes("Scenes/A/Scene.xml", kStory);
-        m_files.forgetCalls();
-        m_files.stopAt(number);
-        testing::internal::CaptureStderr();
-        good = m_scene->Save("Scenes/A/");
-        testing::internal::GetCapturedStderr();
-        EXPECT_EQ(support::readBytes("Scenes/A/Scene.xml"), good ? changed : kStory) << number;
+TEST(BranchTest, ActionsMoveAndGoByIndex) {
+    struct Case {
+        int from, to;
+        std::string order;
+    };
+    const Case cases[] = {{0, 3, "1230"},  {3, 0, "3012"}, {1, 2, "0213"}, {2, 2, "0123"},
+                          {-1, 2, "0123"}, {4, 0, "0123"}, {0, 4, "0123"}, {0, -1, "0123"}};
+    for (const Case& c : cases) {
+        scene::Branch branch;
+        branch.addAction(nullptr);
+        for (const char* parameter : {"0", "1", "2", "3"}) {
+            branch.addAction(scene::Action::create());
+            branch.action(branch.actionCount() - 1)->SetParameter(parameter);
+        }
+        branch.moveAction(c.from, c.to);
+        std::string order;
+        for (const auto& action : branch.actions()) {
+            order += action->Parameter();
+        }
+        EXPECT_EQ(order, c.order) << c.from << " to " << c.to;
     }
 }
 

@@ -1,49 +1,40 @@
-// A folder of its own, the log's lines, and the bytes of scene files, for the scene tests.
+// A scene on files in memory that can fail, and the log's lines, for the scene tests.
 #pragma once
 
-#include <optional>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include <tinyxml2.h>
+#include <gtest/gtest.h>
 
-#include "core/File.h"
+#include "core/Services.h"
+#include "scene/SceneManager.h"
+#include "tests/support/FaultyFileSystem.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/MemoryFileSystem.h"
 
 namespace scene_tests {
 
 using Lines = std::vector<std::string>;
 
-class SceneFixture : public support::TempFolderTest {
+class SceneTest : public ::testing::Test {
 protected:
-    /// What `item` writes, in binary mode: the file's line ends are another test's matter.
-    template <typename Item>
-    std::string written(const Item& item) {
-        core::File file;
-        EXPECT_TRUE(file.open("written", "wb") && item.Write(file) && file.close());
-        return support::readBytes("written");
+    /// The file of the scene with this name.
+    [[nodiscard]] std::string& file(const std::string& name) {
+        m_disk.folders.insert({"/home/Scenes", "/home/Scenes/" + name});
+        return m_disk.files["/home/Scenes/" + name + "/Scene.xml"];
+    }
+    bool load(const std::string& text) {
+        file("A") = text;
+        return m_scene->Load("A");
     }
 
-    /// The root element of `text`; valid until the next call.
-    const tinyxml2::XMLElement& element(const std::string& text) {
-        EXPECT_EQ(m_document.Parse(text.c_str()), tinyxml2::XML_SUCCESS) << text;
-        return *m_document.RootElement();
-    }
-
-    /// The error lines since the last call.
-    Lines newErrors() {
-        Lines fresh = m_log->errors();
-        if (!fresh.empty()) {
-            m_log.reset(); // puts back what this one hides
-            m_log.emplace();
-        }
-        return fresh;
-    }
-
-private:
-    std::optional<support::LogCapture> m_log{std::in_place};
-    tinyxml2::XMLDocument m_document;
+    support::MemoryFileSystem m_disk;
+    support::FaultyFileSystem m_files{m_disk};
+    core::ServicesOverride m_services{
+        {&m_files, &platform::nativeClock(), &platform::nativeProcess()}};
+    support::LogCapture m_log;
+    std::shared_ptr<scene::SceneManager> m_scene = scene::SceneManager::create();
 };
 
 } // namespace scene_tests
