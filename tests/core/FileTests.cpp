@@ -1,104 +1,67 @@
 #include <cerrno>
 
-#include <gtest/gtest.h>
-
 #include "core/File.h"
-#include "core/Services.h"
 #include "core/WholeFile.h"
-#include "tests/support/FaultyFileSystem.h"
+#include "tests/core/CoreFixture.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/TempFolder.h"
 
 namespace {
 
 using namespace std::string_literals;
 
-class FileTest : public support::TempFolderTest {
+class FileTest : public core_tests::CoreTest {
 protected:
     support::LogCapture m_log;
     core::File m_file;
 };
 
-TEST_F(FileTest, TextModeWritesCarriageReturnsAndBinaryModeDoesNot) {
+TEST_F(FileTest, OnlyTextModeWritesCarriageReturnsAndReadingIsRaw) {
     struct Case {
-        const char* mode;
-        std::string written;
+        const char *writing, *reading;
+        std::string bytes;
     };
-    for (const Case& c : {Case{"wt", "a\r\nb\r\r\n\r\n"}, Case{"wb", "a\nb\r\n\n"}}) {
-        ASSERT_TRUE(m_file.open("f", c.mode));
-        EXPECT_TRUE(m_file.writeString("a\nb\r\n"));
-        EXPECT_TRUE(m_file.write("\n", 1));
-        EXPECT_TRUE(m_file.close());
-        EXPECT_EQ(support::readBytes("f"), c.written) << c.mode;
-    }
-}
-
-TEST_F(FileTest, ReadingIsRawInBothModes) {
-    support::writeBytes("f", "a\r\nb\x1A\n");
-    for (const char* mode : {"rt", "rb"}) {
-        ASSERT_TRUE(m_file.open("f", mode));
-        std::string bytes(6, '\0');
-        EXPECT_TRUE(m_file.read(bytes.data(), bytes.size())) << mode;
-        EXPECT_EQ(bytes, "a\r\nb\x1A\n") << mode;
+    for (const Case& c : {Case{"wt", "rt", "a\r\nb\r\r\none\r\n\x84\x03\x02\x01two\0"s},
+                          Case{"wb", "rb", "a\nb\r\none\n\x84\x03\x02\x01two\0"s}}) {
+        ASSERT_TRUE(m_file.open("f", c.writing));
+        EXPECT_TRUE(m_file.writeString("a\nb\r\n") && m_file.write("one\n", 4));
+        EXPECT_TRUE(m_file.writeU32(0x01020384));
+        m_file.writeTerminators = true;
+        EXPECT_TRUE(m_file.writeString("two") && m_file.writeString(""));
+        m_file.writeTerminators = false;
+        ASSERT_TRUE(m_file.open("f", c.reading)) << "closes what was open";
+        EXPECT_EQ(support::readBytes("f"), c.bytes) << c.writing;
+        std::string bytes(c.bytes.size(), '\0');
+        EXPECT_TRUE(m_file.read(bytes.data(), 1));
+        EXPECT_EQ(m_file.size(), static_cast<std::int64_t>(bytes.size()));
+        EXPECT_TRUE(m_file.read(bytes.data() + 1, bytes.size() - 1)) << "the position stayed";
+        EXPECT_EQ(bytes, c.bytes);
         EXPECT_FALSE(m_file.read(bytes.data(), 1)) << "at the end";
     }
 }
 
-TEST_F(FileTest, WritesTerminatorsOnlyWhenAskedAndNothingForAnEmptyText) {
-    ASSERT_TRUE(m_file.open("f", "wb"));
-    EXPECT_FALSE(m_file.writeTerminators);
-    EXPECT_TRUE(m_file.writeString("one"));
-    m_file.writeTerminators = true;
-    EXPECT_TRUE(m_file.writeString("two"));
-    EXPECT_TRUE(m_file.writeString(""));
-    EXPECT_TRUE(m_file.writeU32(0x01020384));
-    m_file.close();
-    EXPECT_EQ(support::readBytes("f"), "onetwo\0\x84\x03\x02\x01"s);
-}
-
-TEST_F(FileTest, SizeLeavesThePositionAlone) {
-    support::writeBytes("f", "0123456789");
-    ASSERT_TRUE(m_file.open("f", "rb"));
-    char byte = 0;
-    ASSERT_TRUE(m_file.read(&byte, 1));
-    EXPECT_EQ(m_file.size(), 10);
-    ASSERT_TRUE(m_file.read(&byte, 1));
-    EXPECT_EQ(byte, '1');
-}
-
 TEST_F(FileTest, EveryOperationOnAClosedFileLogsAndFails) {
-    std::unique_ptr<std::uint8_t[]> buffer;
-    char byte = 0;
-    EXPECT_FALSE(m_file.read(&byte, 1));
-    EXPECT_FALSE(m_file.readAlloc(buffer, 1));
-    EXPECT_FALSE(m_file.write("x", 1));
-    EXPECT_FALSE(m_file.writeU32(1));
-    EXPECT_FALSE(m_file.writeString(""));
-    EXPECT_EQ(m_file.size(), 0);
-    EXPECT_EQ(m_log.errors(), std::vector<std::string>(6, "FILE handle is invalid"));
-    EXPECT_EQ(buffer, nullptr);
-}
-
-TEST_F(FileTest, OpeningClosesWhatWasOpenEvenWhenItFails) {
     ASSERT_TRUE(m_file.open("f", "wb"));
-    EXPECT_TRUE(m_file.writeString("kept"));
-    EXPECT_FALSE(m_file.open("missing", "rb"));
-    EXPECT_EQ(support::readBytes("f"), "kept");
-    EXPECT_FALSE(m_file.writeString("x")) << "nothing is open now";
+    support::makeFolder("folder");
+    for (const char* path : {"missing", "folder"}) {
+        EXPECT_FALSE(m_file.open(path, "rb"));
+    }
     for (const char* mode : {"", "r", "w", "a", "r+b", "wtb"}) {
         EXPECT_FALSE(m_file.open("f", mode)) << mode;
     }
-    support::makeFolder("folder");
-    EXPECT_FALSE(m_file.open("folder", "rb"));
-    EXPECT_FALSE(m_file.open("folder", "wb"));
+    std::unique_ptr<std::uint8_t[]> buffer;
+    char byte = 0;
+    EXPECT_FALSE(m_file.read(&byte, 1) || m_file.readAlloc(buffer, 1) || m_file.sync());
+    EXPECT_FALSE(m_file.write("x", 1) || m_file.writeU32(1) || m_file.writeString(""));
+    EXPECT_EQ(m_file.size(), 0);
+    EXPECT_EQ(m_log.errors(), std::vector<std::string>(7, "FILE handle is invalid"));
+    EXPECT_EQ(buffer, nullptr);
 }
 
 TEST_F(FileTest, AllocatesForTheReaderWithoutTrustingTheCount) {
     support::writeBytes("f", "abc");
     struct Case {
         std::size_t count;
-        bool read;
-        bool allocated;
+        bool read, allocated;
     };
     for (const Case& c : {Case{3, true, true}, Case{0, true, true}, Case{4, false, true},
                           Case{std::size_t{1} << 60, false, false}}) {
@@ -116,20 +79,16 @@ TEST_F(FileTest, AllocatesForTheReaderWithoutTrustingTheCount) {
 }
 
 TEST_F(FileTest, AFullDiskFailsTheWriteOrTheCloseAndTellsWhy) {
-    support::FaultyFileSystem files(platform::nativeFileSystem());
-    const core::ServicesOverride services(
-        {&files, &platform::nativeClock(), &platform::nativeProcess()});
     for (const char* operation : {"write", "sync", "close"}) {
-        files.failOn(operation, ENOSPC);
+        m_files.failOn(operation, ENOSPC);
         ASSERT_TRUE(m_file.open("f", "wb"));
+        EXPECT_EQ(m_file.lastError(), 0) << "of this file";
         const bool wrote = m_file.writeString("text");
         const bool synced = m_file.sync();
         EXPECT_FALSE(m_file.close() && wrote && synced) << operation;
         EXPECT_EQ(m_file.lastError(), ENOSPC) << operation;
-        files.heal();
+        m_files.heal();
     }
-    ASSERT_TRUE(m_file.open("f", "wb"));
-    EXPECT_EQ(m_file.lastError(), 0);
 }
 
 TEST_F(FileTest, AWholeFileIsReadUpToItsLimitOnly) {
@@ -137,13 +96,8 @@ TEST_F(FileTest, AWholeFileIsReadUpToItsLimitOnly) {
     EXPECT_EQ(core::readWholeFile("f", 5), "a\0\r\nb"s);
     EXPECT_EQ(core::readWholeFile("f", 4), std::nullopt);
     EXPECT_EQ(core::readWholeFile("missing", 4), std::nullopt);
-    EXPECT_EQ(core::readWholeFile(m_folder.path(), 4), std::nullopt);
-    support::writeBytes("empty", "");
-    EXPECT_EQ(core::readWholeFile("empty", 0), "");
-    support::FaultyFileSystem files(platform::nativeFileSystem());
-    const core::ServicesOverride services(
-        {&files, &platform::nativeClock(), &platform::nativeProcess()});
-    files.shortenAt(2);
+    m_files.forgetCalls();
+    m_files.shortenAt(2);
     EXPECT_EQ(core::readWholeFile("f", 5), std::nullopt) << "read in half";
 }
 
