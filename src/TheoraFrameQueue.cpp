@@ -122,15 +122,6 @@ void TheoraFrameQueue::markReady(const TheoraVideoFrame* frame) {
     }
 }
 
-void TheoraFrameQueue::giveBack(const TheoraVideoFrame* frame) {
-    const TheoraLock lock(m_mutex);
-    for (Slot& slot : m_slots) {
-        if (slot.frame.get() == frame) {
-            slot.inUse = false;
-        }
-    }
-}
-
 void TheoraFrameQueue::clear() {
     const TheoraLock lock(m_mutex);
     for (Slot& slot : m_slots) {

@@ -32,8 +32,7 @@ public:
     [[nodiscard]] bool isFull() const EXCLUDES(m_mutex);
 
     // Worker side.
-    /// The first free frame, now the caller's; null when there is none. Ends in markReady or
-    /// giveBack.
+    /// The first free frame, now the caller's; null when there is none. Ends in markReady.
     [[nodiscard]] TheoraVideoFrame* requestEmptyFrame() EXCLUDES(m_mutex);
     /// True: `frame`, which the caller took, now shows the picture of this identity, which another
     /// frame had or prepare() made. False: it has the memory of the free frame that would be filled
@@ -46,7 +45,6 @@ public:
     /// time.
     void prepare(const TheoraPicture& picture) EXCLUDES(m_mutex);
     void markReady(const TheoraVideoFrame* frame) EXCLUDES(m_mutex);
-    void giveBack(const TheoraVideoFrame* frame) EXCLUDES(m_mutex);
     /// Discards every decoded frame. The frame that the display holds stays untouched until it lets
     /// go of it, and is no longer counted.
     void clear() EXCLUDES(m_mutex);

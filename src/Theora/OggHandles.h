@@ -1,6 +1,6 @@
 // Owners for the structures of libogg, libtheora and libvorbis: each is initialised when made and
 // cleared when destroyed, so that an exception leaks nothing.
-// Used by the sources of this folder only.
+// Used by the sources of this folder, and by tests that need the same libraries.
 #pragma once
 
 #include <memory>

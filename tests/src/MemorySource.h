@@ -1,8 +1,8 @@
-// A clip's bytes from memory.
+// A clip's bytes from memory, on a medium that may fail or be slow.
 #pragma once
 
 #include <algorithm>
-#include <cstring>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -11,15 +11,16 @@
 
 class MemorySource : public theora::TheoraDataSource {
 public:
-    explicit MemorySource(support::Bytes bytes) : m_bytes(std::move(bytes)) {}
+    /// beforeRead: runs before each read, on its thread; may throw; false = nothing can be read.
+    explicit MemorySource(support::Bytes bytes, std::function<bool()> beforeRead = {})
+        : m_bytes(std::move(bytes)), m_beforeRead(std::move(beforeRead)) {}
 
     std::size_t read(void* buffer, std::size_t count) override {
-        const auto at = static_cast<std::size_t>(
-            std::clamp<std::int64_t>(m_at, 0, static_cast<std::int64_t>(m_bytes.size())));
-        const std::size_t got = std::min(count, m_bytes.size() - at);
-        if (got > 0) {
-            std::memcpy(buffer, m_bytes.data() + at, got);
-        }
+        const auto at = static_cast<std::size_t>(std::clamp<std::int64_t>(m_at, 0, size()));
+        const std::size_t got =
+            m_beforeRead && !m_beforeRead() ? 0 : std::min(count, m_bytes.size() - at);
+        std::copy_n(m_bytes.begin() + static_cast<std::ptrdiff_t>(at), got,
+                    static_cast<std::uint8_t*>(buffer));
         m_at += static_cast<std::int64_t>(got);
         return got;
     }
@@ -30,5 +31,6 @@ public:
 
 private:
     support::Bytes m_bytes;
+    std::function<bool()> m_beforeRead;
     std::int64_t m_at = 0;
 };

@@ -1,6 +1,7 @@
 #include "tests/src/PlaybackSession.h"
 
 #include <chrono>
+#include <thread>
 #include <utility>
 
 #include "tests/src/MemorySource.h"
@@ -9,76 +10,76 @@
 
 namespace {
 
-constexpr std::chrono::seconds kTooLong{20};
+constexpr int kMostWaits = 1000;
+constexpr std::chrono::milliseconds kWait{20};
 
 } // namespace
 
-PlaybackSession::PlaybackSession(support::Bytes file, int precache,
+int carriedBy(const theora::TheoraVideoFrame& frame) {
+    return support::readFrameNumber(frame.getBuffer(), frame.getWidth(), frame.getHeight(),
+                                    frame.getBpp());
+}
+
+const theora::TheoraVideoFrame& waitForDue(theora::TheoraVideoClip& clip) {
+    for (;;) {
+        if (const theora::TheoraVideoFrame* frame = clip.peekReadyFrame()) {
+            return *frame;
+        }
+        std::this_thread::yield();
+    }
+}
+
+PlaybackSession::PlaybackSession(std::unique_ptr<theora::TheoraDataSource> source, int precache,
                                  theora::TheoraAudioInterfaceFactory* sound) {
-    listen();
+    m_manager.setFrameReadyCallback([this] {
+        const std::lock_guard lock(m_mutex); // not between a look at the clip and the wait
+        m_changed.notify_all();
+    });
     m_manager.setAudioInterfaceFactory(sound);
-    m_clip = m_manager.createClip(std::make_unique<MemorySource>(std::move(file)),
-                                  theora::TheoraOutputMode::TH_RGB, precache, false);
+    m_clip =
+        m_manager.createClip(std::move(source), theora::TheoraOutputMode::TH_RGB, precache, false);
     m_clip->getTimer().pause();
 }
 
-PlaybackSession::PlaybackSession(const std::string& path) {
-    listen();
-    m_clip = m_manager.createClip(path, theora::TheoraOutputMode::TH_RGB, 0, false);
-    m_clip->getTimer().pause();
-}
+PlaybackSession::PlaybackSession(const support::Bytes& file, int precache,
+                                 theora::TheoraAudioInterfaceFactory* sound)
+    : PlaybackSession(std::make_unique<MemorySource>(file), precache, sound) {}
 
 PlaybackSession::~PlaybackSession() {
     m_manager.setFrameReadyCallback({});
 }
 
-void PlaybackSession::listen() {
-    m_manager.setFrameReadyCallback([this] {
-        const std::lock_guard lock(m_mutex);
-        ++m_ready;
-        m_changed.notify_all();
-    });
-}
-
-std::optional<ShownFrame> PlaybackSession::seek(int frame) {
+ShownFrame PlaybackSession::seek(int frame) {
     m_clip->requestSeek(frame);
     return nextShown();
 }
 
-std::optional<ShownFrame> PlaybackSession::nextShown() {
-    const auto until = std::chrono::steady_clock::now() + kTooLong;
-    for (;;) {
-        std::unique_lock lock(m_mutex);
-        const int seen = m_ready;
-        lock.unlock();
+ShownFrame PlaybackSession::nextShown() {
+    std::unique_lock lock(m_mutex);
+    for (int wait = 0; wait < kMostWaits; ++wait) {
         m_manager.updateClips(0.0F);
         m_clip->advanceToDueFrame();
-        if (theora::TheoraVideoFrame* frame = m_clip->peekReadyFrame()) {
-            ShownFrame shown{frame->getFrameNumber(),
-                             reference::hashBytes(frame->getBuffer(), frame->getBufferSize()),
-                             support::readFrameNumber(frame->getBuffer(), frame->getWidth(),
-                                                      frame->getHeight())};
+        if (const theora::TheoraVideoFrame* frame = m_clip->peekReadyFrame()) {
+            const ShownFrame shown{frame->getFrameNumber(),
+                                   reference::hashBytes(frame->getBuffer(), frame->getBufferSize()),
+                                   carriedBy(*frame)};
             m_clip->releaseShownFrame();
             return shown;
         }
         if (m_clip->endOfFile.load() && m_clip->getNumReadyFrames() == 0 &&
             m_clip->pendingSeekFrame.load() == -1) {
-            return std::nullopt;
+            break;
         }
-        lock.lock();
-        // The end of the data calls nobody, hence the short wait.
-        m_changed.wait_for(lock, std::chrono::milliseconds(20), [&] { return m_ready != seen; });
-        if (std::chrono::steady_clock::now() > until) {
-            return std::nullopt;
-        }
+        m_changed.wait_for(lock, kWait); // the end of the data calls nobody
     }
+    return {};
 }
 
 std::vector<ShownFrame> PlaybackSession::playToEnd() {
     std::vector<ShownFrame> frames;
     m_clip->getTimer().play(); // time stands still, but the clip jumps to each frame in turn
-    while (const auto frame = nextShown()) {
-        frames.push_back(*frame);
+    for (ShownFrame frame = nextShown(); frame.number >= 0; frame = nextShown()) {
+        frames.push_back(frame);
     }
     m_clip->getTimer().pause();
     return frames;

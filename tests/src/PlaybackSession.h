@@ -3,46 +3,46 @@
 
 #include <condition_variable>
 #include <cstdint>
+#include <memory>
 #include <mutex>
-#include <optional>
-#include <string>
 #include <vector>
 
 #include "src/TheoraVideoManager.h"
 #include "tests/support/OggPager.h"
 
+/// The number in a frame's picture.
+[[nodiscard]] int carriedBy(const theora::TheoraVideoFrame& frame);
+/// Waits for the clip's next due frame and leaves it in place.
+const theora::TheoraVideoFrame& waitForDue(theora::TheoraVideoClip& clip);
+
 struct ShownFrame {
-    int number = -1;
+    int number = -1; ///< -1 = no frame came
     std::uint64_t hash = 0;
     int carried = -1; ///< the number in the picture
 };
 
 class PlaybackSession {
 public:
-    explicit PlaybackSession(support::Bytes file, int precache = 0,
+    explicit PlaybackSession(std::unique_ptr<theora::TheoraDataSource> source, int precache = 0,
                              theora::TheoraAudioInterfaceFactory* sound = nullptr);
-    explicit PlaybackSession(const std::string& path);
+    explicit PlaybackSession(const support::Bytes& file, int precache = 0,
+                             theora::TheoraAudioInterfaceFactory* sound = nullptr);
     PlaybackSession(const PlaybackSession&) = delete;
     PlaybackSession& operator=(const PlaybackSession&) = delete;
     ~PlaybackSession();
 
     [[nodiscard]] theora::TheoraVideoClip& clip() { return *m_clip; }
-    [[nodiscard]] theora::TheoraVideoManager& manager() { return m_manager; }
 
-    /// The frame that the clip shows after a seek; nothing when it does not come within 20 seconds.
-    [[nodiscard]] std::optional<ShownFrame> seek(int frame);
-    /// The next frame to show; nothing when none comes or the clip has ended.
-    [[nodiscard]] std::optional<ShownFrame> nextShown();
+    /// The frame that the clip shows after a seek; none when it does not come within 20 seconds.
+    ShownFrame seek(int frame);
+    /// The next frame to show; none when it does not come or the clip has ended.
+    ShownFrame nextShown();
     /// Every frame from here to the end of the data, played without seeks.
     [[nodiscard]] std::vector<ShownFrame> playToEnd();
 
 private:
-    void listen();
-    [[nodiscard]] bool waitForFrame();
-
     theora::TheoraVideoManager m_manager{1};
     theora::TheoraVideoClip* m_clip = nullptr;
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    int m_ready = 0;
 };

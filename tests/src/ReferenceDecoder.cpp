@@ -1,156 +1,94 @@
 #include "tests/src/ReferenceDecoder.h"
 
+#include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <iterator>
+#include <optional>
 
-#include <theora/theoradec.h>
+#include "src/Theora/OggHandles.h"
 
 namespace reference {
 namespace {
 
-int clampByte(int value) {
-    return value < 0 ? 0 : value > 255 ? 255 : value;
+constexpr std::size_t kHeaderCount = 3;
+
+int scaled(int sample, int zero, double factor) {
+    return static_cast<int>(std::trunc((sample - zero) * factor));
 }
 
-int truncated(double value) {
-    return static_cast<int>(std::trunc(value));
+std::uint8_t colorOf(int sum) {
+    return static_cast<std::uint8_t>(std::clamp(sum >> 13, 0, 255));
 }
 
-/// The colour tables written out as their definition says.
-struct Tables {
-    int y[256], rv[256], gu[256], gv[256], bu[256];
-    Tables() {
-        for (int i = 0; i < 256; ++i) {
-            y[i] = truncated((i - 16) * 9535.988);
-            rv[i] = truncated((i - 128) * 13074.932);
-            gu[i] = truncated((i - 128) * 3203.572);
-            gv[i] = truncated((i - 128) * 6660.596);
-            bu[i] = truncated((i - 128) * 16531.956);
-        }
-    }
-};
-
-std::vector<std::uint8_t> toRgb(const th_ycbcr_buffer planes, th_pixel_fmt format) {
-    static const Tables tables;
-    const int shiftX = format == TH_PF_444 ? 0 : 1;
-    const int shiftY = format == TH_PF_420 ? 1 : 0;
-    std::vector<std::uint8_t> rgb;
-    rgb.reserve(static_cast<std::size_t>(planes[0].width * planes[0].height * 3));
+std::uint64_t hashOf(const th_ycbcr_buffer planes) {
+    const int shiftX = planes[1].width < planes[0].width ? 1 : 0;
+    const int shiftY = planes[1].height < planes[0].height ? 1 : 0;
+    support::Bytes rgb;
     const auto sample = [&](int plane, int x, int y) {
         return planes[plane].data[y * planes[plane].stride + x];
     };
     for (int y = 0; y < planes[0].height; ++y) {
         for (int x = 0; x < planes[0].width; ++x) {
-            const int luma = tables.y[sample(0, x, y)];
+            const int luma = sample(0, x, y);
             const int u = sample(1, x >> shiftX, y >> shiftY);
             const int v = sample(2, x >> shiftX, y >> shiftY);
-            rgb.push_back(static_cast<std::uint8_t>(clampByte((luma + tables.rv[v]) >> 13)));
-            rgb.push_back(
-                static_cast<std::uint8_t>(clampByte((luma - (tables.gu[u] + tables.gv[v])) >> 13)));
-            rgb.push_back(static_cast<std::uint8_t>(clampByte((luma + tables.bu[u]) >> 13)));
+            rgb.insert(rgb.end(), {red(luma, v), green(luma, u, v), blue(luma, u)});
         }
     }
-    return rgb;
+    return hashBytes(rgb.data(), rgb.size());
 }
-
-/// Everything libogg and libtheora need for one pass over the file.
-class Pass {
-public:
-    explicit Pass(const support::Bytes& file) {
-        ogg_sync_init(&m_sync);
-        th_info_init(&m_info);
-        th_comment_init(&m_comment);
-        char* buffer = ogg_sync_buffer(&m_sync, static_cast<long>(file.size()));
-        std::copy(file.begin(), file.end(), buffer);
-        ogg_sync_wrote(&m_sync, static_cast<long>(file.size()));
-    }
-    Pass(const Pass&) = delete;
-    Pass& operator=(const Pass&) = delete;
-    ~Pass() {
-        th_decode_free(m_decoder);
-        th_setup_free(m_setup);
-        th_comment_clear(&m_comment);
-        th_info_clear(&m_info);
-        if (m_haveStream) {
-            ogg_stream_clear(&m_stream);
-        }
-        ogg_sync_clear(&m_sync);
-    }
-
-    Frames run() {
-        ogg_page page;
-        for (int got = 0; (got = ogg_sync_pageout(&m_sync, &page)) != 0;) {
-            if (got > 0) {
-                take(page);
-            }
-        }
-        return std::move(m_frames);
-    }
-
-private:
-    void take(ogg_page& page) {
-        const int serial = ogg_page_serialno(&page);
-        if (!m_haveStream) {
-            ogg_stream_init(&m_stream, serial);
-            m_haveStream = true;
-            ogg_stream_pagein(&m_stream, &page);
-            ogg_packet first;
-            const bool isTheora = ogg_stream_packetpeek(&m_stream, &first) == 1 &&
-                                  first.bytes > 7 && first.packet[0] == 0x80 &&
-                                  first.packet[1] == 't';
-            if (!isTheora) {
-                ogg_stream_clear(&m_stream);
-                m_haveStream = false;
-                return;
-            }
-        } else if (serial == m_stream.serialno) {
-            ogg_stream_pagein(&m_stream, &page);
-        }
-        ogg_packet packet;
-        for (int got = 0; (got = ogg_stream_packetout(&m_stream, &packet)) != 0;) {
-            if (got > 0) {
-                take(packet);
-            }
-        }
-    }
-
-    void take(ogg_packet& packet) {
-        if (packet.bytes > 0 && (packet.packet[0] & 0x80) != 0) {
-            th_decode_headerin(&m_info, &m_comment, &m_setup, &packet);
-            return;
-        }
-        if (m_decoder == nullptr) {
-            m_decoder = th_decode_alloc(&m_info, m_setup);
-            m_frames.width = static_cast<int>(m_info.frame_width);
-            m_frames.height = static_cast<int>(m_info.frame_height);
-        }
-        th_decode_packetin(m_decoder, &packet, nullptr);
-        th_ycbcr_buffer planes;
-        th_decode_ycbcr_out(m_decoder, planes);
-        const auto rgb = toRgb(planes, m_info.pixel_fmt);
-        m_frames.hashes.push_back(hashBytes(rgb.data(), rgb.size()));
-    }
-
-    ogg_sync_state m_sync{};
-    ogg_stream_state m_stream{};
-    bool m_haveStream = false;
-    th_info m_info{};
-    th_comment m_comment{};
-    th_setup_info* m_setup = nullptr;
-    th_dec_ctx* m_decoder = nullptr;
-    Frames m_frames;
-};
 
 } // namespace
 
-Frames decode(const support::Bytes& file) {
-    return Pass(file).run();
+std::vector<Packet> packetsOf(const support::Bytes& file, std::string_view tag) {
+    theora::OggSync sync;
+    const auto size = static_cast<long>(file.size());
+    std::copy(file.begin(), file.end(), ogg_sync_buffer(sync.get(), size));
+    ogg_sync_wrote(sync.get(), size);
+    std::optional<theora::OggStream> stream;
+    std::vector<Packet> packets;
+    ogg_page page;
+    for (int got = 0; (got = ogg_sync_pageout(sync.get(), &page)) != 0;) {
+        if (got < 0) {
+            continue;
+        }
+        const std::string_view body(reinterpret_cast<const char*>(page.body),
+                                    static_cast<std::size_t>(page.body_len));
+        if (!stream && body.starts_with(tag)) {
+            stream.emplace(ogg_page_serialno(&page));
+        }
+        if (!stream || ogg_page_serialno(&page) != stream->get()->serialno) {
+            continue;
+        }
+        ogg_stream_pagein(stream->get(), &page);
+        ogg_packet packet;
+        while ((got = ogg_stream_packetout(stream->get(), &packet)) != 0) {
+            if (got > 0) {
+                packets.push_back({{packet.packet, packet.packet + packet.bytes}, packet});
+                packets.back().packet.packet = packets.back().bytes.data();
+            }
+        }
+    }
+    return packets;
 }
 
-support::Bytes readFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+std::vector<std::uint64_t> decode(const support::Bytes& file) {
+    std::vector<Packet> packets = packetsOf(file, "\x80theora");
+    theora::TheoraInfo info;
+    theora::TheoraComment comment;
+    th_setup_info* setup = nullptr;
+    for (std::size_t i = 0; i < kHeaderCount; ++i) {
+        th_decode_headerin(info.get(), comment.get(), &setup, &packets[i].packet);
+    }
+    const theora::TheoraSetup owner(setup);
+    const theora::TheoraDecoder decoder(th_decode_alloc(info.get(), setup));
+    std::vector<std::uint64_t> hashes;
+    for (std::size_t i = kHeaderCount; i < packets.size(); ++i) {
+        th_decode_packetin(decoder.get(), &packets[i].packet, nullptr);
+        th_ycbcr_buffer planes;
+        th_decode_ycbcr_out(decoder.get(), planes);
+        hashes.push_back(hashOf(planes));
+    }
+    return hashes;
 }
 
 std::uint64_t hashBytes(const std::uint8_t* bytes, std::size_t count) {
@@ -159,6 +97,18 @@ std::uint64_t hashBytes(const std::uint8_t* bytes, std::size_t count) {
         hash = (hash ^ bytes[i]) * 1099511628211ULL;
     }
     return hash;
+}
+
+std::uint8_t red(int y, int v) {
+    return colorOf(scaled(y, 16, 9535.988) + scaled(v, 128, 13074.932));
+}
+
+std::uint8_t green(int y, int u, int v) {
+    return colorOf(scaled(y, 16, 9535.988) - (scaled(u, 128, 3203.572) + scaled(v, 128, 6660.596)));
+}
+
+std::uint8_t blue(int y, int u) {
+    return colorOf(scaled(y, 16, 9535.988) + scaled(u, 128, 16531.956));
 }
 
 } // namespace reference

@@ -2,14 +2,15 @@
 // ThreadSanitizer.
 #include <atomic>
 #include <memory>
-#include <random>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "tests/src/MemorySource.h"
 #include "tests/src/PlaybackSession.h"
 #include "tests/support/ClipMaker.h"
+#include "tests/support/Random.h"
 
 namespace {
 
@@ -17,24 +18,22 @@ using theora::TheoraOutputMode;
 using theora::TheoraVideoClip;
 using theora::TheoraVideoManager;
 
+constexpr int kFrames = 60;
+
 support::Bytes smallClip() {
-    support::ClipSpec spec;
-    spec.frames = 60;
-    spec.keyframeDistance = 16;
-    spec.quality = 10;
-    return support::makeClip(spec);
+    return support::makeClip({.frames = kFrames, .keyframeDistance = 16, .quality = 10});
 }
 
-/// Lets other threads run for a moment that depends on the round alone.
-void spin(std::uint_fast32_t rounds) {
-    for (std::uint_fast32_t i = 0; i < rounds; ++i) {
+/// Lets other threads run for a random moment.
+void spin(support::Random& random) {
+    for (int rounds = random.below(40); rounds > 0; --rounds) {
         std::this_thread::yield();
     }
 }
 
 TEST(Threads, AManagerMayDieAtAnyMomentOfASeek) {
     const support::Bytes file = smallClip();
-    std::mt19937 random(5);
+    support::Random random(5);
     for (int round = 0; round < 1000; ++round) {
         TheoraVideoManager manager(1 + round % 2);
         if (round % 10 == 9) {
@@ -43,11 +42,11 @@ TEST(Threads, AManagerMayDieAtAnyMomentOfASeek) {
         TheoraVideoClip* clip =
             manager.createClip(std::make_unique<MemorySource>(file), TheoraOutputMode::TH_RGB);
         clip->getTimer().pause();
-        spin(random() % 40);
-        clip->requestSeek(static_cast<int>(random() % 60));
-        spin(random() % 40);
+        spin(random);
+        clip->requestSeek(random.below(kFrames));
+        spin(random);
         if (round % 3 == 0) {
-            clip->requestSeek(static_cast<int>(random() % 60));
+            clip->requestSeek(random.below(kFrames));
         }
         clip->advanceToDueFrame();
         if (clip->peekReadyFrame() != nullptr) {
@@ -60,71 +59,67 @@ TEST(Threads, AManagerMayDieAtAnyMomentOfASeek) {
 
 TEST(Threads, OfManySeeksFromAnotherThreadTheLastOneIsShown) {
     PlaybackSession session(smallClip());
+    TheoraVideoClip& clip = session.clip();
     std::atomic<bool> done{false};
     std::thread other([&] {
-        std::mt19937 random(6);
+        support::Random random(6);
         for (int i = 0; i < 10000; ++i) {
-            session.clip().requestSeek(static_cast<int>(random() % 60));
+            clip.requestSeek(random.below(kFrames));
             if (i % 64 == 0) {
-                spin(20);
+                spin(random);
             }
         }
-        session.clip().requestSeek(41);
+        clip.requestSeek(41);
         done.store(true);
     });
-    while (!done.load()) {
-        if (const theora::TheoraVideoFrame* frame = session.clip().peekReadyFrame()) {
+    int last = -1;
+    const auto showNext = [&] {
+        if (const theora::TheoraVideoFrame* frame = clip.peekReadyFrame()) {
             // A held frame stays whole even when a seek discards it meanwhile.
-            EXPECT_EQ(
-                support::readFrameNumber(frame->getBuffer(), frame->getWidth(), frame->getHeight()),
-                frame->getFrameNumber());
-            session.clip().releaseShownFrame();
+            EXPECT_EQ(carriedBy(*frame), frame->getFrameNumber());
+            last = frame->getFrameNumber();
+            clip.releaseShownFrame();
         }
+    };
+    while (!done.load() || clip.pendingSeekFrame.load() != -1) {
+        showNext();
     }
     other.join();
-    const auto shown = session.nextShown();
-    // The loop may have shown frame 41 already; the queue then goes on behind it.
-    if (shown) {
-        EXPECT_EQ(shown->number, 41);
-        EXPECT_EQ(shown->carried, 41);
+    while (last != 41) {
+        showNext();
     }
-    const auto again = session.seek(41);
-    ASSERT_TRUE(again);
-    EXPECT_EQ(again->carried, 41);
+    EXPECT_EQ(session.seek(17).carried, 17);
 }
 
 TEST(Threads, AModeChangeDoesNotDisturbASeek) {
     PlaybackSession session(smallClip());
     for (int round = 0; round < 200; ++round) {
-        const int wanted = (round * 37) % 60;
+        const int wanted = round * 37 % kFrames;
         session.clip().requestSeek(wanted);
         session.clip().setOutputMode(round % 2 == 0 ? TheoraOutputMode::TH_BGRX
                                                     : TheoraOutputMode::TH_RGB);
-        const auto shown = session.nextShown();
-        ASSERT_TRUE(shown) << round;
-        EXPECT_EQ(shown->number, wanted);
+        EXPECT_EQ(session.nextShown().number, wanted);
     }
 }
 
-TEST(Threads, SeveralClipsShareTheWorkers) {
+TEST(Threads, WorkGoesToTheMostUrgentClipThatNobodyWorksOn) {
     const support::Bytes file = smallClip();
-    TheoraVideoManager manager(2);
+    TheoraVideoManager manager(0);
     std::vector<TheoraVideoClip*> clips;
-    for (int i = 0; i < 5; ++i) {
+    for (std::size_t i = 0; i < 3; ++i) {
         clips.push_back(
             manager.createClip(std::make_unique<MemorySource>(file), TheoraOutputMode::TH_RGB));
+        EXPECT_TRUE(clips[i]->decodeOnWorker());
     }
-    for (TheoraVideoClip* clip : clips) {
-        clip->getTimer().pause();
-        clip->requestSeek(33);
+    clips[0]->getTimer().pause();
+    clips[2]->setPriority(2.0F);
+    theora::TheoraWorkerThread worker(manager); // not started
+    for (const std::size_t next : {2U, 1U, 0U}) {
+        EXPECT_EQ(manager.requestWork(&worker), clips[next]);
     }
-    for (TheoraVideoClip* clip : clips) {
-        const theora::TheoraVideoFrame* frame = nullptr;
-        while ((frame = clip->peekReadyFrame()) == nullptr) {
-            std::this_thread::yield();
-        }
-        EXPECT_EQ(frame->getFrameNumber(), 33);
-    }
+    EXPECT_EQ(manager.requestWork(&worker), nullptr);
+    manager.workDone(*clips[1]);
+    EXPECT_EQ(manager.requestWork(&worker), clips[1]);
 }
 
 } // namespace

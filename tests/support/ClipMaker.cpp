@@ -1,13 +1,15 @@
 #include "tests/support/ClipMaker.h"
 
 #include <algorithm>
+#include <bit>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include <theora/theoraenc.h>
 
-#include "tests/support/SoundMaker.h"
+#include "src/Theora/OggHandles.h"
 
 namespace support {
 namespace {
@@ -20,14 +22,11 @@ constexpr int kOtherTheoraSerial = 0x5102;
 constexpr int kSoundSerial = 0x5103;
 constexpr int kSkeletonSerial = 0x5104;
 
-struct EncoderFree {
-    void operator()(th_enc_ctx* context) const { th_encode_free(context); }
-};
-using Encoder = std::unique_ptr<th_enc_ctx, EncoderFree>;
+using Encoder = std::unique_ptr<th_enc_ctx, theora::CallFree<th_encode_free>>;
 
 class Picture {
 public:
-    explicit Picture(const ClipSpec& spec) : m_spec(spec) {
+    explicit Picture(const ClipSpec& spec) {
         const int hDivide = spec.chroma == Chroma::yuv444 ? 1 : 2;
         const int vDivide = spec.chroma == Chroma::yuv420 ? 2 : 1;
         for (int i = 0; i < 3; ++i) {
@@ -35,7 +34,8 @@ public:
             plane.width = i == 0 ? spec.width : spec.width / hDivide;
             plane.height = i == 0 ? spec.height : spec.height / vDivide;
             plane.stride = plane.width;
-            m_samples[i].resize(static_cast<std::size_t>(plane.width * plane.height));
+            m_samples[i].resize(static_cast<std::size_t>(plane.width) *
+                                static_cast<std::size_t>(plane.height));
             plane.data = m_samples[i].data();
         }
     }
@@ -58,7 +58,7 @@ public:
 
 private:
     std::uint8_t& at(int plane, int x, int y) {
-        return m_samples[plane][static_cast<std::size_t>(y * m_planes[plane].width + x)];
+        return m_planes[plane].data[y * m_planes[plane].stride + x];
     }
 
     void fillCell(int bit, std::uint8_t luma) {
@@ -71,33 +71,26 @@ private:
         }
     }
 
-    ClipSpec m_spec;
-    std::vector<std::uint8_t> m_samples[3];
+    Bytes m_samples[3];
     th_ycbcr_buffer m_planes{};
 };
 
 int shiftFor(const ClipSpec& spec) {
-    if (spec.granuleShift >= 0) {
-        return spec.granuleShift;
-    }
-    int shift = 0;
-    while ((1 << shift) < spec.keyframeDistance) {
-        ++shift;
-    }
-    return shift;
+    return spec.granuleShift >= 0
+               ? spec.granuleShift
+               : static_cast<int>(std::bit_width(static_cast<unsigned>(spec.keyframeDistance - 1)));
 }
 
 void configure(const ClipSpec& spec, th_info& info) {
-    info.frame_width = static_cast<ogg_uint32_t>(spec.width);
-    info.frame_height = static_cast<ogg_uint32_t>(spec.height);
-    info.pic_width =
-        static_cast<ogg_uint32_t>(spec.pictureWidth > 0 ? spec.pictureWidth : spec.width);
-    info.pic_height =
-        static_cast<ogg_uint32_t>(spec.pictureHeight > 0 ? spec.pictureHeight : spec.height);
-    info.pic_x = static_cast<ogg_uint32_t>(spec.pictureX);
-    info.pic_y = static_cast<ogg_uint32_t>(spec.pictureY);
-    info.fps_numerator = static_cast<ogg_uint32_t>(spec.fpsNumerator);
-    info.fps_denominator = static_cast<ogg_uint32_t>(spec.fpsDenominator);
+    const auto size = [](int value) { return static_cast<ogg_uint32_t>(value); };
+    info.frame_width = size(spec.width);
+    info.frame_height = size(spec.height);
+    info.pic_width = size(spec.pictureWidth > 0 ? spec.pictureWidth : spec.width);
+    info.pic_height = size(spec.pictureHeight > 0 ? spec.pictureHeight : spec.height);
+    info.pic_x = size(spec.pictureX);
+    info.pic_y = size(spec.pictureY);
+    info.fps_numerator = kClipFramesPerSecond;
+    info.fps_denominator = 1;
     info.pixel_fmt = spec.chroma == Chroma::yuv420   ? TH_PF_420
                      : spec.chroma == Chroma::yuv422 ? TH_PF_422
                                                      : TH_PF_444;
@@ -105,32 +98,20 @@ void configure(const ClipSpec& spec, th_info& info) {
     info.keyframe_granule_shift = shiftFor(spec);
 }
 
-/// Header packets and data packets of one Theora stream.
-struct TheoraStream {
-    std::vector<OggPacketData> headers;
-    std::vector<OggPacketData> data;
-};
-
-OggPacketData copyPacket(const ogg_packet& packet) {
-    return {Bytes(packet.packet, packet.packet + packet.bytes), 0};
-}
-
 class StreamEncoder {
 public:
     explicit StreamEncoder(const ClipSpec& spec) : m_spec(spec), m_picture(spec) {
-        th_info info;
-        th_info_init(&info);
-        configure(spec, info);
-        m_encoder.reset(th_encode_alloc(&info));
-        th_info_clear(&info);
+        theora::TheoraInfo info;
+        configure(spec, *info.get());
+        m_encoder.reset(th_encode_alloc(info.get()));
         if (!m_encoder) {
             throw std::runtime_error("the encoder refuses this clip");
         }
         setKeyframeDistance(spec.keyframeDistance);
     }
 
-    TheoraStream encode() {
-        TheoraStream stream;
+    EncodedStream encode() {
+        EncodedStream stream;
         addHeaders(stream);
         for (int frame = 0; frame < m_spec.frames; ++frame) {
             addFrame(stream, frame);
@@ -149,33 +130,29 @@ private:
                       sizeof distance);
     }
 
-    void addHeaders(TheoraStream& stream) {
-        th_comment comment;
-        th_comment_init(&comment);
+    void addHeaders(EncodedStream& stream) {
+        theora::TheoraComment comment;
         ogg_packet packet;
-        while (th_encode_flushheader(m_encoder.get(), &comment, &packet) > 0) {
+        while (th_encode_flushheader(m_encoder.get(), comment.get(), &packet) > 0) {
             stream.headers.push_back(copyPacket(packet));
         }
-        th_comment_clear(&comment);
         constexpr std::size_t kSubversion = 9;
         if (m_spec.version320) {
             stream.headers[0].bytes[kSubversion] = 0;
         }
     }
 
-    void addFrame(TheoraStream& stream, int frame) {
+    void addFrame(EncodedStream& stream, int frame) {
         OggPacketData packet;
         // A granule position can count so many frames from the keyframe and no more.
         const bool tooFar = frame - m_keyframe >= 1 << shiftFor(m_spec);
         const bool empty = frame > 0 && !tooFar && m_spec.isEmpty && m_spec.isEmpty(frame);
         if (!empty) {
             setKeyframeDistance(tooFar ? 1 : m_spec.keyframeDistance);
-            if (th_encode_ycbcr_in(m_encoder.get(), m_picture.draw(frame)) != 0) {
-                throw std::runtime_error("the encoder refuses a frame");
-            }
             ogg_packet coded;
-            if (th_encode_packetout(m_encoder.get(), 0, &coded) <= 0) {
-                throw std::runtime_error("the encoder gives no packet");
+            if (th_encode_ycbcr_in(m_encoder.get(), m_picture.draw(frame)) != 0 ||
+                th_encode_packetout(m_encoder.get(), 0, &coded) <= 0) {
+                throw std::runtime_error("the encoder refuses a frame");
             }
             packet = copyPacket(coded);
             if (th_packet_iskeyframe(&coded) == 1) {
@@ -193,33 +170,25 @@ private:
     int m_keyframe = 0;
 };
 
-/// Pages of one stream in time order.
-struct TimedPage {
-    OggPageData page;
-    double time = 0;
-};
-
-void append(Bytes& to, const OggPageData& page) {
-    to.insert(to.end(), page.bytes.begin(), page.bytes.end());
-}
-
 class FileWriter {
 public:
     explicit FileWriter(const ClipSpec& spec) : m_spec(spec) {}
 
     Bytes write() {
-        const TheoraStream video = StreamEncoder(m_spec).encode();
         if (m_spec.skeleton) {
-            addSkeletonStart();
+            Bytes head(64, 0);
+            std::copy_n("fishead", 8, head.begin());
+            head[8] = 3;
+            m_starts.push_back(m_skeleton.pages({{head, 0}}, {})[0]);
         }
         if (m_spec.sound == Sound::before) {
             addSound();
         }
-        addTheora(video, m_video);
+        addVideo(m_spec, m_video);
         if (m_spec.secondTheora) {
             ClipSpec other = m_spec;
-            other.frames = m_spec.frames / 2;
-            addTheora(StreamEncoder(other).encode(), m_otherVideo);
+            other.frames /= 2;
+            addVideo(other, m_otherVideo);
         }
         if (m_spec.sound == Sound::after) {
             addSound();
@@ -231,41 +200,38 @@ public:
     }
 
 private:
-    void addSkeletonStart() {
-        Bytes head(64, 0);
-        std::copy_n("fishead", 8, head.begin());
-        head[8] = 3;
-        m_starts.push_back(m_skeleton.pages({{head, 0}}, {})[0]);
-    }
+    struct TimedPage {
+        OggPageData page;
+        double time = 0;
+    };
 
-    void addTheora(const TheoraStream& stream, OggPager& pager) {
+    void addHeaders(const EncodedStream& stream, OggPager& pager) {
         m_starts.push_back(pager.pages({stream.headers[0]}, {})[0]);
         pager.skipPageNumbers(m_spec.numbersJump ? 3 : 0);
         for (auto& page : pager.pages({stream.headers[1], stream.headers[2]}, {2, 255})) {
             m_headers.push_back(std::move(page));
         }
+    }
+
+    void addVideo(const ClipSpec& spec, OggPager& pager) {
+        const EncodedStream stream = StreamEncoder(spec).encode();
+        addHeaders(stream, pager);
         double frame = 0;
-        for (auto& page : pager.pages(stream.data, m_spec.pages)) {
+        for (auto& page : pager.pages(stream.data, spec.pages)) {
             frame += static_cast<double>(page.packets);
-            m_data.push_back(
-                {std::move(page), frame * m_spec.fpsDenominator / m_spec.fpsNumerator});
+            m_data.push_back({std::move(page), frame / kClipFramesPerSecond});
         }
-        if (m_spec.emptyLastPage) {
-            m_data.push_back({pager.lastEmptyPage(m_spec.lastPageGranule), 1e9});
+        if (spec.emptyLastPage) {
+            m_data.push_back({pager.lastEmptyPage(spec.lastPageGranule), 1e9});
         }
     }
 
     void addSound() {
-        const double seconds =
-            static_cast<double>(m_spec.frames) * m_spec.fpsDenominator / m_spec.fpsNumerator;
-        SoundStream sound = encodeSound(seconds, kClipSoundRate);
+        EncodedStream sound = encodeSound(m_spec.frames / double{kClipFramesPerSecond});
         for (OggPacketData& packet : sound.data) {
             packet.granule += m_spec.soundDelay;
         }
-        m_starts.push_back(m_sound.pages({sound.headers[0]}, {})[0]);
-        for (auto& page : m_sound.pages({sound.headers[1], sound.headers[2]}, {2, 255})) {
-            m_headers.push_back(std::move(page));
-        }
+        addHeaders(sound, m_sound);
         for (auto& page : m_sound.pages(sound.data, {4, 255})) {
             const double time = static_cast<double>(page.granule) / kClipSoundRate;
             m_data.push_back({std::move(page), time});
@@ -273,17 +239,16 @@ private:
     }
 
     Bytes join() {
-        Bytes file;
-        for (const auto& page : m_starts) {
-            append(file, page);
-        }
-        for (const auto& page : m_headers) {
-            append(file, page);
-        }
         std::stable_sort(m_data.begin(), m_data.end(),
                          [](const TimedPage& a, const TimedPage& b) { return a.time < b.time; });
-        for (const auto& timed : m_data) {
-            append(file, timed.page);
+        for (auto& timed : m_data) {
+            m_headers.push_back(std::move(timed.page));
+        }
+        Bytes file;
+        for (const auto* pages : {&m_starts, &m_headers}) {
+            for (const OggPageData& page : *pages) {
+                file.insert(file.end(), page.bytes.begin(), page.bytes.end());
+            }
         }
         return file;
     }
@@ -313,7 +278,7 @@ void writeBytes(const std::string& path, const Bytes& bytes) {
     }
 }
 
-int readFrameNumber(const std::uint8_t* rgb, int width, int height) {
+int readFrameNumber(const std::uint8_t* rgb, int width, int height, int pixelBytes) {
     if (width < kCell * kCellsPerRow || height < kCell * kNumberBits / kCellsPerRow) {
         return -1;
     }
@@ -321,7 +286,7 @@ int readFrameNumber(const std::uint8_t* rgb, int width, int height) {
     for (int bit = 0; bit < kNumberBits; ++bit) {
         const int x = bit % kCellsPerRow * kCell + kCell / 2;
         const int y = bit / kCellsPerRow * kCell + kCell / 2;
-        const int green = rgb[(y * width + x) * 3 + 1];
+        const int green = rgb[(y * width + x) * pixelBytes + 1];
         if (green > 100 && green < 150) {
             return -1;
         }

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "tests/support/OggPager.h"
+#include "tests/support/SoundMaker.h"
 
 namespace support {
 
@@ -21,17 +22,15 @@ struct ClipSpec {
     int pictureHeight = 0;
     int pictureX = 0;
     int pictureY = 0;
-    int frames = 30;
-    int fpsNumerator = 25;
-    int fpsDenominator = 1;
+    int frames = 30; ///< 25 a second
     Chroma chroma = Chroma::yuv420;
     int keyframeDistance = 8;
     int granuleShift = -1;   ///< -1 = the smallest that fits the distance
     int quality = 40;        ///< 0 to 63
     bool version320 = false; ///< version 3.2.0, whose granule positions count from 0
-    PageLayout pages;
+    PageLayout pages = {};
     /// Frames that are stored as an empty packet: they repeat the picture before. Null = none.
-    std::function<bool(int frame)> isEmpty;
+    std::function<bool(int frame)> isEmpty = {};
     Sound sound = Sound::none;
     int soundDelay = 0;        ///< samples that the sound starts after the pictures
     bool skeleton = false;     ///< a metadata stream in front
@@ -44,14 +43,16 @@ struct ClipSpec {
     int dropFrames = 0;                ///< frames missing at the start of the data (cut streams)
 };
 
-inline constexpr int kClipSoundRate = 8000;
+inline constexpr int kClipFramesPerSecond = 25;
 
 /// The whole file.
 [[nodiscard]] Bytes makeClip(const ClipSpec& spec);
 void writeBytes(const std::string& path, const Bytes& bytes);
 
-/// The number that a frame carries, from R, G, B bytes, rows packed, top row first. -1 when the
-/// picture carries none. An empty frame shows the number of the frame that it repeats.
-[[nodiscard]] int readFrameNumber(const std::uint8_t* rgb, int width, int height);
+/// The number that a frame carries, from R, G, B bytes, rows packed, top row first; any pixels will
+/// do whose second byte is G. -1 when the picture carries none. An empty frame shows the number of
+/// the frame that it repeats.
+[[nodiscard]] int readFrameNumber(const std::uint8_t* rgb, int width, int height,
+                                  int pixelBytes = 3);
 
 } // namespace support

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include <ogg/ogg.h>
-
 namespace support {
 namespace {
 
@@ -36,6 +34,7 @@ OggPageData OggPager::finish(const Bytes& lacing, const Bytes& body, bool contin
     ogg_page_checksum_set(&raw);
     page.bytes = std::move(header);
     page.bytes.insert(page.bytes.end(), content.begin(), content.end());
+    m_lastGranule = m_granule;
     m_granule = -1;
     m_packets = 0;
     return page;
@@ -48,6 +47,9 @@ std::vector<OggPageData> OggPager::pages(const std::vector<OggPacketData>& packe
     Bytes body;
     bool continued = false;
     const auto flush = [&](bool nextContinues) {
+        if (m_packets == 0 && layout.repeatsGranule) {
+            m_granule = m_lastGranule;
+        }
         result.push_back(finish(lacing, body, continued, false));
         lacing.clear();
         body.clear();

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <vector>
 
+#include <ogg/ogg.h>
+
 namespace support {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -14,6 +16,16 @@ using Bytes = std::vector<std::uint8_t>;
 struct OggPacketData {
     Bytes bytes;
     std::int64_t granule = 0; ///< position after this packet
+};
+
+[[nodiscard]] inline OggPacketData copyPacket(const ogg_packet& packet) {
+    return {Bytes(packet.packet, packet.packet + packet.bytes), packet.granulepos};
+}
+
+/// What an encoder gives.
+struct EncodedStream {
+    std::vector<OggPacketData> headers;
+    std::vector<OggPacketData> data;
 };
 
 /// One page, ready to be written, and the granule position of the last packet that ends on it.
@@ -26,6 +38,9 @@ struct OggPageData {
 struct PageLayout {
     std::size_t packetsPerPage = 1;    ///< a page ends after so many
     std::size_t segmentsPerPage = 255; ///< and at the latest after so many pieces of 255 bytes
+    /// A page that ends no packet says the position of the page before, as old encoders write it,
+    /// instead of none.
+    bool repeatsGranule = false;
 };
 
 /// Turns the packets of one stream into pages; serial numbers and page counts run on between calls.
@@ -48,6 +63,7 @@ private:
     int m_serial;
     std::uint32_t m_pageNumber = 0;
     std::int64_t m_granule = -1;
+    std::int64_t m_lastGranule = -1; ///< of the page before
     std::size_t m_packets = 0;
 };
 

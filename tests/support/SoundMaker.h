@@ -2,17 +2,14 @@
 // two places sound alike.
 #pragma once
 
-#include <vector>
-
 #include "tests/support/OggPager.h"
 
 namespace support {
 
-struct SoundStream {
-    std::vector<OggPacketData> headers; ///< three
-    std::vector<OggPacketData> data;
-};
+inline constexpr int kClipSoundRate = 8000;
 
-[[nodiscard]] SoundStream encodeSound(double seconds, int samplesPerSecond);
+/// The track before it is coded, from -0.5 to 0.5.
+[[nodiscard]] float soundAt(double seconds);
+[[nodiscard]] EncodedStream encodeSound(double seconds);
 
 } // namespace support

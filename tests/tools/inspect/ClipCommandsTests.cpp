@@ -67,11 +67,11 @@ TEST_F(ClipCommands, SeeksPrintWhatPlayingPrints) {
 }
 
 TEST_F(ClipCommands, HashesAreThoseOfThePicturesInSixteenLowerCaseDigits) {
-    const reference::Frames expected = reference::decode(m_clip);
+    const auto expected = reference::decode(m_clip);
     std::ostringstream text;
     text << std::hex << std::setfill('0');
-    for (std::size_t frame = 0; frame < expected.hashes.size(); ++frame) {
-        text << std::to_string(frame) << ' ' << std::setw(16) << expected.hashes[frame] << '\n';
+    for (std::size_t frame = 0; frame < expected.size(); ++frame) {
+        text << std::to_string(frame) << ' ' << std::setw(16) << expected[frame] << '\n';
     }
     EXPECT_EQ(run({"frames", "clip.ogv"}).text, text.str());
 }

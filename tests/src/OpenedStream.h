@@ -1,0 +1,25 @@
+// A clip's stream as the library's inner parts see it, headers and layout read.
+#pragma once
+
+#include <optional>
+#include <utility>
+
+#include "src/Theora/StreamHeaders.h"
+#include "src/Theora/StreamScan.h"
+#include "tests/src/MemorySource.h"
+
+struct OpenedStream {
+    explicit OpenedStream(MemorySource& bytes) : source(bytes) {
+        theora::readStreamHeaders(source, headers);
+        format.emplace(*headers.theora.info.get());
+        layout.serial = headers.theora.serial;
+        layout.dataStart = headers.dataStart;
+        theora::findFirstFrame(source, *format, layout);
+        layout.frameCount = theora::findFrameCount(source, layout.serial, *format);
+    }
+
+    theora::SharedSource source;
+    theora::StreamHeaders headers;
+    std::optional<theora::GranuleFormat> format;
+    theora::StreamLayout layout;
+};
