@@ -24,13 +24,9 @@ ROLES = (
 )
 
 
-def fail(text):
-    sys.exit(text)
-
-
 def expect(what, is_, must):
     if is_ != must:
-        fail(f"{what}: expected {must!r}, not {is_!r}")
+        sys.exit(f"{what}: expected {must!r}, not {is_!r}")
 
 
 def wait_for(what, find):
@@ -44,22 +40,37 @@ def wait_for(what, find):
         if found:
             return found
         time.sleep(0.05)
-    fail(f"{what}: waited for in vain")
+    sys.exit(f"{what}: waited for in vain")
+
+
+def wait_state(node, state, wanted=True):
+    def look():
+        node.clear_cache()
+        return node.getState().contains(state) == wanted
+
+    wait_for(f"{node.name or node.description}: {state} {wanted}", look)
+
+
+def press(node):
+    actions = node.queryAction()
+    names = [actions.getName(i) for i in range(actions.nActions)]
+    actions.doAction(names.index("Press"))
 
 
 class Window:
-    """A window of the program, found by its title."""
+    """A window of the program, found by its title and checked against its layout."""
 
-    def __init__(self, pid, title):
+    def __init__(self, pid, title, layout):
         self.pid, self.title = pid, title
         self.node = wait_for(f"window {title!r}", self.find)
+        self.check(layout)
 
     def find(self):
         for application in pyatspi.Registry.getDesktop(0):
             if application is not None and application.get_process_id() == self.pid:
                 application.clear_cache()
-                for window in application:
-                    if window is not None and window.name == self.title and has(window, pyatspi.STATE_SHOWING):
+                for window in filter(None, application):
+                    if window.name == self.title and window.getState().contains(pyatspi.STATE_SHOWING):
                         return window
         return None
 
@@ -71,9 +82,12 @@ class Window:
                 yield child
                 yield from self.nodes(child)
 
-    def control(self, name, below=None):
+    def control(self, name):
         return wait_for(f"{self.title}: {name}",
-                        lambda: next((n for n in self.nodes(below) if n.description == name), None))
+                        lambda: next((n for n in self.nodes() if n.description == name), None))
+
+    def rows(self, name):
+        return [node for node in self.nodes(self.control(name)) if node.getRoleName() == "list item"]
 
     def press(self, name):
         press(self.control(name))
@@ -81,100 +95,63 @@ class Window:
     def text(self, name):
         return self.control(name).queryText().getText(0, -1)
 
-    def wait_gone(self):
-        wait_for(f"the end of {self.title!r}", lambda: self.find() is None)
-
     def check(self, layout):
         """Every named control of the layout table: role, name, place."""
         corner = self.node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-        found = {node.description: node for node in self.nodes() if node.description}
         rows = [line.split("\t") for line in TABLE.read_text(encoding="utf-8").splitlines()]
-        count = 0
-        for row in rows:
-            if row[0] != layout:
-                continue
-            control, place = row[1], tuple(int(value) for value in row[2:6])
+        for _, control, *numbers, _, _ in (row for row in rows if row[0] == layout):
+            place = tuple(int(value) for value in numbers)
             if not control:
                 expect(layout, (corner.width, corner.height), place[2:])
                 continue
-            node = found.get(control) or fail(f"{layout}: {control} is not in the tree")
+            node = self.control(control)
             role = next((role for start, role in ROLES if control.startswith(start)), None)
             if role:
                 expect(f"{layout}: {control}", node.getRoleName(), role)
-            if role not in (None, "label") and not node.name:
-                fail(f"{layout}: {control} has no name")
+            expect(f"{control} has a name", bool(node.name) or role in (None, "label"), True)
             rect = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
             expect(f"{layout}: {control}", (rect.x - corner.x, rect.y - corner.y, rect.width, rect.height), place)
-            count += 1
-        print(f"{layout}: {count} controls")
-
-
-def has(node, state):
-    return node.getState().contains(state)
-
-
-def wait_state(node, state, wanted=True):
-    def look():
-        node.clear_cache()
-        return has(node, state) == wanted
-
-    wait_for(f"{node.name or node.description}: {state} {wanted}", look)
-
-
-def press(node):
-    actions = node.queryAction()
-    names = [actions.getName(i) for i in range(actions.nActions)]
-    if "Press" not in names:
-        fail(f"{node.name or node.description} offers {names}, not Press")
-    actions.doAction(names.index("Press"))
+        print(f"{layout} agrees with the table")
 
 
 def answer(pid, title, question, button):
-    window = Window(pid, title)
-    window.check("Confirmation.xml")
+    window = Window(pid, title, "Confirmation.xml")
     expect("question", window.control("ConfirmationLabel").name, question)
     wait_state(window.control("ButtonNo"), pyatspi.STATE_FOCUSED)
     window.press(button)
-    window.wait_gone()
+    wait_for(f"the end of {title!r}", lambda: window.find() is None)
 
 
 def work_scene_windows(pid):
-    window = Window(pid, "Open or Create Scene")
-    window.check("OpenScene.xml")
-    rows = [node for node in window.nodes() if node.getRoleName() == "list item"]
+    window = Window(pid, "Open or Create Scene", "OpenScene.xml")
+    rows = window.rows("SceneList")
     expect("scenes", [row.name for row in rows], ["Fire Drill Level 1", "Forklift Safety"])
     press(rows[1])
     wait_state(rows[1], pyatspi.STATE_SELECTED)
-    press(rows[0])
-    wait_state(rows[1], pyatspi.STATE_SELECTED, False)
     window.press("ButtonNewScene")
 
-    window = Window(pid, "New Scene")
-    window.check("NewScene.xml")
+    window = Window(pid, "New Scene", "NewScene.xml")
     edit = window.control("EditSceneName")
     wait_state(edit, pyatspi.STATE_FOCUSED)
     edit.queryEditableText().setTextContents("Caf\u00e9")
     expect("name", window.text("EditSceneName"), "Caf\u00e9")
     window.press("ButtonBack")
-    Window(pid, "Open or Create Scene").press("ButtonLoadScene")
+    Window(pid, "Open or Create Scene", "OpenScene.xml").press("ButtonLoadScene")
 
 
 def work_branch_editor(pid):
-    window = Window(pid, "Quorvel")
-    window.check("BranchList.xml")
+    window = Window(pid, "Quorvel", "BranchList.xml")
     expect("scene", window.control("LabelScene").name, "Fire Drill Level 1")
-    row = next(node for node in window.nodes(window.control("BranchList")) if node.getRoleName() == "list item")
+    row = window.rows("BranchList")[0]
     kinds = [(node.getRoleName(), node.name, node.description) for node in window.nodes(row)
              if node.getRoleName() in ("combo box", "check box")]
     expect("row", kinds, [("combo box", "Action condition", "ComboConditions"),
                           ("combo box", "Action parameter", "ComboParameter"),
                           ("combo box", "Branch to activate", "ComboBranches"),
                           ("check box", "Activate immediately", "CheckImmediate")])
-    remove = window.control("ButtonRemoveAction")
-    expect("Remove Action", has(remove, pyatspi.STATE_SENSITIVE), False)
+    wait_state(window.control("ButtonRemoveAction"), pyatspi.STATE_SENSITIVE, False)
     press(row)
-    wait_state(remove, pyatspi.STATE_SENSITIVE)
-
+    wait_state(window.control("ButtonRemoveAction"), pyatspi.STATE_SENSITIVE)
     branches = window.control("ComboBranchName")
     press(branches)
     wait_state(branches, pyatspi.STATE_EXPANDED)
@@ -185,15 +162,13 @@ def work_branch_editor(pid):
     branches.clear_cache()
     press(branches[0])
     wait_state(window.control("CheckFirst"), pyatspi.STATE_CHECKED)
-
     window.press("ButtonExit")
     answer(pid, "Exit?", "Are you sure you want to exit?", "ButtonNo")
     window.press("ButtonEditZones")
 
 
 def work_zone_editor(pid, layout):
-    window = Window(pid, "Zone Edit")
-    window.check(layout)
+    window = Window(pid, "Zone Edit", layout)
     window.press("OptionAddPoint")
     wait_state(window.control("OptionAddPoint"), pyatspi.STATE_CHECKED)
     wait_state(window.control("OptionMovePoint"), pyatspi.STATE_CHECKED, False)
@@ -201,18 +176,15 @@ def work_zone_editor(pid, layout):
     wait_for("the eleventh frame", lambda: window.text("EditCurrentFrame") == "10")
     window.press("ButtonAddZone")
     wait_for("the new zone", lambda: window.text("EditZone") == "Zone 1")
-    expect("last frame", has(window.control("EditTotalFrames"), pyatspi.STATE_EDITABLE), False)
+    wait_state(window.control("EditTotalFrames"), pyatspi.STATE_EDITABLE, False)
     window.press("ButtonClose")
     answer(pid, "Close?", "Are you sure you want to close Zone Edit?", "ButtonYes")
 
 
 def has_ended(pid):
     """Whether the program is gone; who started it has yet to ask for its result."""
-    try:
-        with open(f"/proc/{pid}/stat", encoding="utf-8", errors="replace") as stat:
-            return stat.read().rpartition(")")[2].split()[0] == "Z"
-    except FileNotFoundError:
-        return True
+    stat = pathlib.Path(f"/proc/{pid}/stat")
+    return not stat.exists() or stat.read_text(errors="replace").rpartition(")")[2].split()[0] == "Z"
 
 
 def main():
@@ -220,7 +192,7 @@ def main():
     work_scene_windows(pid)
     work_branch_editor(pid)
     work_zone_editor(pid, "ZoneEdit.xml" if int(os.environ["SCREEN_HEIGHT"]) >= SMALL_SCREEN else "ZoneEditSmall.xml")
-    Window(pid, "Quorvel").press("ButtonExit")
+    Window(pid, "Quorvel", "BranchList.xml").press("ButtonExit")
     answer(pid, "Exit?", "Are you sure you want to exit?", "ButtonYes")
     wait_for("the program's end", lambda: has_ended(pid))
 
