@@ -6,6 +6,8 @@
 // shows the zone editor of a low screen alone. "plain" leaves out all texts, which each system
 // draws in its own way: the rest is the same to the pixel.
 
+#include <algorithm>
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -19,7 +21,7 @@
 #include "core/Text.h"
 #include "scene/SceneManager.h"
 #include "tests/screenshots/Shots.h"
-#include "tests/support/gui/TestGui.h"
+#include "tests/support/gui/WindowDriver.h"
 #include "tests/support/windows/ScriptedGui.h"
 #include "toolkit/CComboUI.h"
 #include "toolkit/CListUI.h"
@@ -28,6 +30,7 @@
 #include "ui/Confirmation.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
+#include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
 namespace screenshots {
@@ -36,7 +39,7 @@ namespace {
 
 constexpr const char* kScene = "Fire Drill Level 1";
 constexpr const char* kVideo = "alarm-corridor.ogv";
-const std::u16string kFrame = u"62";
+constexpr int kFrame = 62;
 constexpr int kLowScreen = 800;
 constexpr int kHalfNumber = 6;
 
@@ -48,40 +51,21 @@ public:
         m_good = app::createServices(m_services, m_state);
     }
 
-    bool takeAll() {
+    void takeAll() {
         openScene();
         newScene();
         branchEditor();
         emptyStates();
-        return zoneEditor("ZoneEdit");
+        zoneEditor("ZoneEdit");
     }
 
-    bool smallZoneEditor() {
+    void smallZoneEditor() {
         m_gui.host.screenHeight = kLowScreen;
-        return zoneEditor("ZoneEditSmall");
+        zoneEditor("ZoneEditSmall");
     }
 
-    bool zoneEditor(const std::string& name) {
-        m_state.zoneEditVideo =
-            (std::filesystem::current_path() / "Scenes" / kScene / kVideo).string();
-        const auto window = zoneedit::ZoneEdit::create(context());
-        open(*window);
-        // The zone whose shape is large in this frame, and one of its points.
-        window->FindControl<toolkit::CComboUI>(u"ComboZone")->SelectItem(0);
-        click(*window, u"EditCurrentFrame");
-        test::press(*window->GetNative(), platform::Key::a, {.control = true});
-        test::type(*window->GetNative(), kFrame);
-        test::press(*window->GetNative(), platform::Key::enter);
-        settle(*window);
-        selectPoint(*window, 1);
-        platform::Bitmap picture = plainOrNot(*window);
-        if (m_plain) {
-            hideNumbers(picture, *window);
-        }
-        save(name, picture);
-        zone::setCurrentZoneManager(nullptr);
-        return m_good;
-    }
+    /// Whether every window and the demo scene could be opened.
+    [[nodiscard]] bool isGood() const { return m_good; }
 
 private:
     [[nodiscard]] ui::WindowContext context() { return {m_gui, m_state, m_services}; }
@@ -89,7 +73,8 @@ private:
     void open(toolkit::WindowImplBase& window, platform::NativeWindow* owner = nullptr) {
         m_good =
             window.Create(owner, u"Quorvel", ui::kScreenStyle, ui::kScreenExtendedStyle) && m_good;
-        show(window);
+        test::WindowDriver(window).show();
+        settle(window);
     }
 
     [[nodiscard]] platform::Bitmap plainOrNot(toolkit::WindowImplBase& window) const {
@@ -103,37 +88,41 @@ private:
         save(name, plainOrNot(window));
     }
 
-    /// Paints over the numbers of the points, within their circles.
-    static void hideNumbers(platform::Bitmap& picture, toolkit::WindowImplBase& window) {
-        const toolkit::CControlUI* video = window.GetPaintManager().FindControl(u"Video");
-        const auto shape =
-            zone::currentZoneManager()->zone(0)->shape(core::convertStringToInt(kFrame));
+    /// The zone whose shape is large in this frame, and one of its points.
+    void zoneEditor(const std::string& name) {
+        m_state.zoneEditVideo =
+            (std::filesystem::current_path() / "Scenes" / kScene / kVideo).string();
+        const auto window = zoneedit::ZoneEdit::create(context());
+        open(*window);
+        test::WindowDriver driver(*window);
+        driver.get<toolkit::CComboUI>(u"ComboZone").SelectItem(0);
+        driver.enter(u"EditCurrentFrame", core::displayText(std::to_string(kFrame)));
+        settle(*window);
+        const platform::Point corner = driver.get(u"Video").GetPos().topLeft();
+        const auto shape = zone::currentZoneManager()->zone(0)->shape(kFrame);
+        const platform::Point chosen = shape->points.at(1);
+        driver.click(platform::Point{corner.x + chosen.x, corner.y + chosen.y});
+        platform::Bitmap picture = plainOrNot(*window);
         for (const platform::Point at : shape->points) {
-            const platform::Point middle{video->GetPos().left + at.x, video->GetPos().top + at.y};
-            for (int y = middle.y - kHalfNumber; y <= middle.y + kHalfNumber; ++y) {
-                for (int x = middle.x - kHalfNumber; x <= middle.x + kHalfNumber; ++x) {
-                    picture.row(y)[x] = 0xFFFFFFFF;
-                }
+            if (m_plain) {
+                hideNumber(picture, {corner.x + at.x, corner.y + at.y});
             }
+        }
+        save(name, picture);
+        zone::setCurrentZoneManager(nullptr);
+    }
+
+    /// Paints over the number of a point, within its circle.
+    static void hideNumber(platform::Bitmap& picture, platform::Point middle) {
+        for (int y = middle.y - kHalfNumber; y <= middle.y + kHalfNumber; ++y) {
+            std::uint32_t* row = picture.row(y) + middle.x;
+            std::fill(row - kHalfNumber, row + kHalfNumber + 1, 0xFFFFFFFF);
         }
     }
 
     void save(const std::string& name, const platform::Bitmap& picture) {
         tour::writePng(picture, (m_folder / (name + ".png")).string());
         std::cout << name << " " << picture.size().width << "x" << picture.size().height << "\n";
-    }
-
-    /// Clicks a corner of the zone on show; the pointer stays over the picture.
-    void selectPoint(toolkit::WindowImplBase& window, std::size_t point) {
-        const auto zones = zone::currentZoneManager();
-        const auto shape =
-            zones ? zones->zone(0)->shape(core::convertStringToInt(kFrame)) : nullptr;
-        const toolkit::CControlUI* video = window.GetPaintManager().FindControl(u"Video");
-        if (shape && point < shape->points.size() && video != nullptr) {
-            const platform::Point at = shape->points[point];
-            test::click(*window.GetNative(),
-                        {video->GetPos().left + at.x, video->GetPos().top + at.y});
-        }
     }
 
     void openScene() {
@@ -145,8 +134,7 @@ private:
     void newScene() {
         const auto window = ui::NewScene::create(context());
         open(*window);
-        click(*window, u"EditSceneName");
-        test::type(*window->GetNative(), u"Ladder Inspection");
+        test::WindowDriver(*window).retype(u"EditSceneName", u"Ladder Inspection");
         shoot("NewScene", *window);
     }
 
@@ -154,19 +142,20 @@ private:
         m_good = m_services.sceneManager->Load(kScene) && m_good;
         const auto window = ui::BranchList::create(context());
         open(*window);
-        auto* actions = window->FindControl<toolkit::CListUI>(u"BranchList");
-        actions->SelectItem(0);
+        test::WindowDriver driver(*window);
+        auto& actions = driver.get<toolkit::CListUI>(u"BranchList");
+        actions.SelectItem(0);
         shoot("BranchList", *window);
 
-        auto* target = toolkit::controlCast<toolkit::CComboUI>(
-            toolkit::controlCast<toolkit::CContainerUI>(actions->GetItemAt(1))
-                ->FindSubControl(u"ComboBranches"));
-        target->Drop();
+        auto& target = driver.getIn<toolkit::CComboUI>(*actions.GetItemAt(1), u"ComboBranches");
+        target.Drop();
         shoot("BranchList-combo", *window);
-        target->CloseDrop();
+        target.CloseDrop();
 
         question(*window);
-        tabTo(*window, u"ButtonEditZones");
+        while (driver.focusName() != u"ButtonEditZones") {
+            driver.press(platform::Key::tab);
+        }
         shoot("BranchList-focus", *window);
     }
 
@@ -224,8 +213,8 @@ int run(const std::vector<std::string_view>& arguments) {
         return 2;
     }
     Photographer photographer(std::filesystem::absolute(arguments.front()), plain);
-    const bool good = small ? photographer.smallZoneEditor() : photographer.takeAll();
-    return good ? 0 : 1;
+    small ? photographer.smallZoneEditor() : photographer.takeAll();
+    return photographer.isGood() ? 0 : 1;
 }
 
 } // namespace

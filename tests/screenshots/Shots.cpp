@@ -21,15 +21,11 @@ constexpr int kMostPictures = 200;
 constexpr std::chrono::milliseconds kPause{25};
 
 bool same(const platform::Bitmap& a, const platform::Bitmap& b) {
-    if (a.size() != b.size()) {
-        return false;
+    bool isSame = a.size() == b.size();
+    for (int y = 0; isSame && y < a.size().height; ++y) {
+        isSame = std::equal(a.row(y), a.row(y) + a.size().width, b.row(y));
     }
-    for (int y = 0; y < a.size().height; ++y) {
-        if (!std::equal(a.row(y), a.row(y) + a.size().width, b.row(y))) {
-            return false;
-        }
-    }
-    return true;
+    return isSame;
 }
 
 void wipe(toolkit::CControlUI& control) {
@@ -47,12 +43,6 @@ void wipe(toolkit::CControlUI& control) {
 }
 
 } // namespace
-
-void show(toolkit::WindowImplBase& window) {
-    window.CenterWindow();
-    window.ShowWindow(true);
-    settle(window);
-}
 
 void settle(toolkit::WindowImplBase& window) {
     platform::Bitmap last;
@@ -102,24 +92,6 @@ void wipeTexts(toolkit::WindowImplBase& window) {
     // Away from whatever it happened to rest on when the window came.
     test::input().mouse(*window.GetNative(), platform::EventKind::mouseMove, {1, 1});
     settle(window);
-}
-
-void click(toolkit::WindowImplBase& window, std::u16string_view name) {
-    if (const toolkit::CControlUI* control = window.GetPaintManager().FindControl(name)) {
-        const platform::Rect& pos = control->GetPos();
-        test::click(*window.GetNative(), {(pos.left + pos.right) / 2, (pos.top + pos.bottom) / 2});
-    }
-}
-
-void tabTo(toolkit::WindowImplBase& window, std::u16string_view name) {
-    constexpr int kMostControls = 200;
-    for (int i = 0; i < kMostControls; ++i) {
-        const toolkit::CControlUI* focus = window.GetPaintManager().GetFocus();
-        if (focus != nullptr && focus->GetName() == name) {
-            return;
-        }
-        test::press(*window.GetNative(), platform::Key::tab);
-    }
 }
 
 } // namespace screenshots

@@ -69,11 +69,6 @@ void forEachBelow(toolkit::CControlUI& control, const Visit& visit) {
     }
 }
 
-std::string describe(const platform::Rect& rect) {
-    return std::to_string(rect.left) + "," + std::to_string(rect.top) + " " +
-           std::to_string(rect.width()) + "x" + std::to_string(rect.height());
-}
-
 TEST(SkinLayout, EveryNamedControlStandsWhereTheTableSays) {
     const auto table = test::readLayoutTable();
     ASSERT_EQ(table.size(), std::size(kLayouts));
@@ -90,7 +85,7 @@ TEST(SkinLayout, EveryNamedControlStandsWhereTheTableSays) {
             }
             const toolkit::CControlUI* control = layout.manager.FindControl(row.control);
             ASSERT_NE(control, nullptr);
-            EXPECT_EQ(describe(control->GetPos()), describe(row.place));
+            EXPECT_EQ(control->GetPos(), row.place);
             EXPECT_EQ(control->GetText(), row.text);
             EXPECT_EQ(control->GetToolTip(), row.toolTip);
         }
@@ -166,14 +161,11 @@ TEST(SkinLayout, RowsThatTheProgramMakesAreSetIn) {
     ASSERT_NE(list, nullptr);
     auto* row = list->AddNew<toolkit::CListContainerElementUI>();
     auto* text = row->AddNew<toolkit::CTextUI>();
-    auto* plain = list->AddNew<toolkit::CListContainerElementUI>();
-    plain->SetInset({2, 0, 2, 0});
     layout.manager.NeedUpdate();
     layout.manager.UpdateLayout();
     // The list's edge is one pixel wide.
-    EXPECT_EQ(describe(row->GetPos()), "17,77 526x16");
-    EXPECT_EQ(describe(text->GetPos()), "25,77 510x16");
-    EXPECT_EQ(plain->GetInset(), (platform::Rect{2, 0, 2, 0}));
+    EXPECT_EQ(row->GetPos(), platform::Rect::at(17, 77, 526, 16));
+    EXPECT_EQ(text->GetPos(), platform::Rect::at(25, 77, 510, 16));
 }
 
 } // namespace
