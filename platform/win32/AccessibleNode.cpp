@@ -4,6 +4,7 @@
 
 #include "platform/AccessibleTree.h"
 #include "platform/Guard.h"
+#include "platform/win32/MsaaTerms.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Window.h"
 
@@ -20,77 +21,6 @@ struct Numbered {
 std::map<long, Numbered>& numberedNodes() {
     static std::map<long, Numbered> nodes;
     return nodes;
-}
-
-long roleOf(AccessibleRole role) {
-    switch (role) {
-    case AccessibleRole::window:
-        return ROLE_SYSTEM_CLIENT;
-    case AccessibleRole::dialog:
-        return ROLE_SYSTEM_DIALOG;
-    case AccessibleRole::group:
-        return ROLE_SYSTEM_GROUPING;
-    case AccessibleRole::label:
-        return ROLE_SYSTEM_STATICTEXT;
-    case AccessibleRole::button:
-        return ROLE_SYSTEM_PUSHBUTTON;
-    case AccessibleRole::checkBox:
-        return ROLE_SYSTEM_CHECKBUTTON;
-    case AccessibleRole::radioButton:
-        return ROLE_SYSTEM_RADIOBUTTON;
-    case AccessibleRole::comboBox:
-        return ROLE_SYSTEM_COMBOBOX;
-    case AccessibleRole::edit:
-        return ROLE_SYSTEM_TEXT;
-    case AccessibleRole::list:
-        return ROLE_SYSTEM_LIST;
-    case AccessibleRole::listItem:
-        return ROLE_SYSTEM_LISTITEM;
-    case AccessibleRole::picture:
-        return ROLE_SYSTEM_GRAPHIC;
-    }
-    return ROLE_SYSTEM_CLIENT;
-}
-
-long stateOf(const AccessibleState& state) {
-    const struct {
-        bool set;
-        long bit;
-    } bits[] = {
-        {!state.enabled, STATE_SYSTEM_UNAVAILABLE},
-        {!state.visible, STATE_SYSTEM_INVISIBLE},
-        {state.focusable, STATE_SYSTEM_FOCUSABLE},
-        {state.focused, STATE_SYSTEM_FOCUSED},
-        {state.checkable && state.checked, STATE_SYSTEM_CHECKED},
-        {state.selectable, STATE_SYSTEM_SELECTABLE},
-        {state.selected, STATE_SYSTEM_SELECTED},
-        {state.expandable && state.expanded, STATE_SYSTEM_EXPANDED},
-        {state.expandable && !state.expanded, STATE_SYSTEM_COLLAPSED},
-        {state.readOnly, STATE_SYSTEM_READONLY},
-    };
-    long result = 0;
-    for (const auto& bit : bits) {
-        result |= bit.set ? bit.bit : 0;
-    }
-    return result;
-}
-
-/// What a press does, in the words that the system's own controls use; empty when it does nothing.
-std::u16string actionOf(const Accessible& node) {
-    switch (node.accessibleRole()) {
-    case AccessibleRole::button:
-        return u"Press";
-    case AccessibleRole::checkBox:
-        return node.accessibleState().checked ? u"Uncheck" : u"Check";
-    case AccessibleRole::radioButton:
-        return u"Check";
-    case AccessibleRole::comboBox:
-        return node.accessibleState().expanded ? u"Close" : u"Open";
-    case AccessibleRole::listItem:
-        return u"Select";
-    default:
-        return {};
-    }
 }
 
 /// S_FALSE and null for an empty text, as the interface wants it.
@@ -273,12 +203,12 @@ HRESULT AccessibleNode::get_accDescription(VARIANT child, BSTR* description) {
 
 HRESULT AccessibleNode::get_accRole(VARIANT child, VARIANT* role) {
     const Accessible* meant = target(child);
-    return meant != nullptr ? give(roleOf(meant->accessibleRole()), role) : E_INVALIDARG;
+    return meant != nullptr ? give(msaaRole(meant->accessibleRole()), role) : E_INVALIDARG;
 }
 
 HRESULT AccessibleNode::get_accState(VARIANT child, VARIANT* state) {
     const Accessible* meant = target(child);
-    return meant != nullptr ? give(stateOf(meant->accessibleState()), state) : E_INVALIDARG;
+    return meant != nullptr ? give(msaaState(meant->accessibleState()), state) : E_INVALIDARG;
 }
 
 HRESULT AccessibleNode::get_accHelp(VARIANT, BSTR* help) {
@@ -318,7 +248,7 @@ HRESULT AccessibleNode::get_accDefaultAction(VARIANT child, BSTR* action) {
     if (meant == nullptr) {
         return E_INVALIDARG;
     }
-    return give(actionOf(*meant), action);
+    return give(msaaAction(*meant), action);
 }
 
 HRESULT AccessibleNode::accSelect(long flags, VARIANT child) {
