@@ -65,6 +65,7 @@ TEST_F(TranslationsTest, AnOverlongLineIsCutBetweenCharactersAndReported) {
     EXPECT_TRUE(report.starts_with("T.ini:2: line is longer than ")) << report;
     testing::internal::CaptureStderr();
     EXPECT_EQ(translated(file, "English", "Random"), "Random") << "nothing is another line";
+    EXPECT_EQ(translated(file, "English", "Default"), std::string(190, 'x'));
     EXPECT_EQ(translated(file, "English", "Keypress"), "K");
     testing::internal::GetCapturedStderr();
 }

@@ -1,23 +1,16 @@
 // Any bytes as the command line, as arguments, and as the launcher's settings file.
 #include <cstdint>
-#include <cstdlib>
+#include <cstring>
 #include <string>
 #include <vector>
 
 #include "app/services/CommandLine.h"
 #include "app/services/Launcher.h"
-#include "core/Services.h"
-#include "tests/support/FixedClock.h"
-#include "tests/support/MemoryFileSystem.h"
-#include "tests/support/RecordingProcess.h"
+#include "tests/fuzz/FuzzServices.h"
 
 namespace {
 
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
+using fuzz::require;
 
 /// The flags by a search of its own: a token stands between blanks or the ends.
 std::uint32_t searchedFlags(const std::string& line) {
@@ -36,22 +29,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string text(data, data + size);
     require(app::parseCommandLine(text) == searchedFlags(text));
     std::vector<const char*> arguments;
-    for (std::size_t at = 0; at < text.size(); at = text.find('\0', at) + 1) {
+    for (std::size_t at = 0; at < text.size(); at += std::strlen(text.c_str() + at) + 1) {
         arguments.push_back(text.c_str() + at);
-        if (text.find('\0', at) == std::string::npos) {
-            break;
-        }
     }
     (void)app::joinArguments(static_cast<int>(arguments.size()), arguments.data());
 
-    support::MemoryFileSystem files;
-    support::FixedClock clock;
-    support::RecordingProcess process;
-    const core::ServicesOverride services({&files, &clock, &process});
-    files.folders.insert("/Settings");
-    files.files["/Settings/Launcher.ini"] = text;
+    fuzz::Services services;
+    services.files.folders.insert("/Settings");
+    services.files.files["/Settings/Launcher.ini"] = text;
     app::handOffToLauncher();
-    for (const platform::LaunchRequest& request : process.requests) {
+    for (const platform::LaunchRequest& request : services.process.requests) {
         require(request.program.rfind(request.workingFolder, 0) == 0);
         require(request.program.find('\0') == std::string::npos);
     }

@@ -1,23 +1,15 @@
 // Any bytes as a translation file, as a folder of two, and as a settings file. A text comes from
 // one line of the file, whatever the others hold.
 #include <cstdint>
-#include <cstdlib>
 
 #include "core/IniLines.h"
-#include "core/Log.h"
-#include "core/Services.h"
 #include "core/Settings.h"
 #include "core/Translations.h"
-#include "tests/support/FixedClock.h"
-#include "tests/support/MemoryFileSystem.h"
+#include "tests/fuzz/FuzzServices.h"
 
 namespace {
 
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
+using fuzz::require;
 
 void readEveryWay(support::MemoryFileSystem& files, const std::string& text) {
     files.files["/home/T.ini"] = text;
@@ -41,12 +33,9 @@ void readEveryWay(support::MemoryFileSystem& files, const std::string& text) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    support::MemoryFileSystem files;
-    support::FixedClock clock;
-    const core::ServicesOverride services({&files, &clock, &platform::nativeProcess()});
-    core::Log::exchange(std::make_shared<core::Log>(""));
+    fuzz::Services services;
     const std::string text(data, data + size);
-    readEveryWay(files, text);
+    readEveryWay(services.files, text);
     core::readIniText(text, "T.ini",
                       [&](std::string_view section, std::string_view key, std::string_view value) {
                           for (const std::string_view piece : {section, key, value}) {

@@ -4,11 +4,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "core/Log.h"
-#include "core/Services.h"
 #include "platform/raster/RasterCanvas.h"
-#include "tests/support/FixedClock.h"
-#include "tests/support/MemoryFileSystem.h"
+#include "tests/fuzz/FuzzServices.h"
 #include "tests/support/gui/FakeGui.h"
 #include "toolkit/DropListWindow.h"
 #include "toolkit/ImageCache.h"
@@ -85,10 +82,8 @@ void play(Window& window, const std::uint8_t* events, std::size_t size) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    support::MemoryFileSystem files;
-    support::FixedClock clock;
-    const core::ServicesOverride services({&files, &clock, &platform::nativeProcess()});
-    core::Log::exchange(std::make_shared<core::Log>(""));
+    fuzz::Services services;
+    support::MemoryFileSystem& files = services.files;
     toolkit::ImageCache::get().clear();
     const std::uint8_t* end = std::find(data, data + size, std::uint8_t{0});
     const std::string folder = files.currentFolder() + "/UI";

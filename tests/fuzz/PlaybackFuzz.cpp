@@ -2,63 +2,53 @@
 // that changed bytes get past libogg.
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <numeric>
 
 #include <ogg/ogg.h>
 
 #include "src/Theora/TheoraVideoClip_Theora.h"
 #include "src/TheoraException.h"
+#include "tests/fuzz/Require.h"
 #include "tests/src/MemorySource.h"
 
 namespace {
 
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
+using fuzz::require;
 
 constexpr std::size_t kPageHeader = 27;
 
 void mendCheckSums(support::Bytes& file) {
-    std::size_t at = 0;
-    while (at + kPageHeader <= file.size()) {
+    for (std::size_t at = 0; at + kPageHeader <= file.size(); ++at) {
         if (std::memcmp(file.data() + at, "OggS", 4) != 0) {
-            ++at;
             continue;
         }
         const std::size_t header = kPageHeader + file[at + 26];
-        if (at + header > file.size()) {
+        const std::size_t left = file.size() - at;
+        const std::uint8_t* const page = file.data() + at;
+        const std::size_t body =
+            header > left ? 0 : std::accumulate(page + kPageHeader, page + header, std::size_t{0});
+        if (header + body > left) {
             return;
         }
-        std::size_t body = 0;
-        for (std::size_t i = kPageHeader; i < header; ++i) {
-            body += file[at + i];
-        }
-        if (at + header + body > file.size()) {
-            return;
-        }
-        ogg_page page{file.data() + at, static_cast<long>(header), file.data() + at + header,
-                      static_cast<long>(body)};
-        ogg_page_checksum_set(&page);
-        at += header + body;
+        ogg_page raw{file.data() + at, static_cast<long>(header), file.data() + at + header,
+                     static_cast<long>(body)};
+        ogg_page_checksum_set(&raw);
+        at += header + body - 1;
     }
 }
 
 /// Large pictures only slow the search down; their refusal has tests of its own.
 bool isLarge(const support::Bytes& file) {
     const support::Bytes tag = {0x80, 't', 'h', 'e', 'o', 'r', 'a'};
-    constexpr std::ptrdiff_t kWidth = 10;
-    constexpr std::ptrdiff_t kNeeded = 14;
     for (auto at = file.begin();; ++at) {
         at = std::search(at, file.end(), tag.begin(), tag.end());
-        if (file.end() - at < kNeeded) {
+        if (file.end() - at < 14) {
             return false;
         }
-        const unsigned columns = unsigned{at[kWidth]} << 8U | at[kWidth + 1];
-        const unsigned rows = unsigned{at[kWidth + 2]} << 8U | at[kWidth + 3];
+        const unsigned columns = unsigned{at[10]} << 8U | at[11];
+        const unsigned rows = unsigned{at[12]} << 8U | at[13];
         if (columns * rows > 256) {
             return true;
         }

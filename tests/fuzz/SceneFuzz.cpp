@@ -1,15 +1,14 @@
 // Any bytes as Scene.xml: loading never crashes, and what loads saves to a file that loads again.
 // A scene that this program can have written is saved to the same bytes.
+#include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
-#include "core/Log.h"
-#include "core/Services.h"
 #include "scene/SceneManager.h"
-#include "tests/support/FixedClock.h"
-#include "tests/support/MemoryFileSystem.h"
+#include "tests/fuzz/FuzzServices.h"
 
 namespace {
+
+using fuzz::require;
 
 constexpr const char* kPath = "/home/Scenes/A/Scene.xml";
 
@@ -20,41 +19,35 @@ bool isPlain(const std::string& text) {
 }
 
 bool isPlain(const scene::SceneManager& manager) {
-    bool plain = isPlain(manager.Name()) && isPlain(manager.FirstBranch());
+    std::vector<std::string> texts{manager.Name(), manager.FirstBranch()};
     for (int index = 0; index < manager.branchCount(); ++index) {
-        plain = plain && isPlain(manager.branchID(index)) && isPlain(manager.branchFilename(index));
+        texts.insert(texts.end(), {manager.branchID(index), manager.branchFilename(index)});
         std::vector<std::shared_ptr<scene::Action>> actions;
         manager.branchActions(index, actions);
         for (const auto& action : actions) {
-            plain = plain && isPlain(action->Parameter()) && isPlain(action->BranchID());
+            texts.insert(texts.end(), {action->Parameter(), action->BranchID()});
         }
     }
-    return plain;
+    return std::all_of(texts.begin(), texts.end(),
+                       [](const std::string& text) { return isPlain(text); });
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    support::MemoryFileSystem files;
-    support::FixedClock clock;
-    const core::ServicesOverride services({&files, &clock, &platform::nativeProcess()});
-    core::Log::exchange(std::make_shared<core::Log>(""));
-    files.folders.insert({"/home/Scenes", "/home/Scenes/A"});
-    files.files[kPath].assign(data, data + size);
+    fuzz::Services services;
+    services.files.folders.insert({"/home/Scenes", "/home/Scenes/A"});
+    std::string& file = services.files.files[kPath];
+    file.assign(data, data + size);
     const auto manager = scene::SceneManager::create();
     if (!manager->Load("A")) {
         return 0;
     }
-    if (!manager->saveInto("Scenes/A/")) {
-        std::abort();
-    }
-    const std::string written = files.files[kPath];
-    if (!isPlain(*manager)) {
-        return 0;
-    }
-    const auto again = scene::SceneManager::create();
-    if (!again->Load("A") || !again->saveInto("Scenes/A/") || files.files[kPath] != written) {
-        std::abort();
+    require(manager->saveInto("Scenes/A/"));
+    const std::string written = file;
+    if (isPlain(*manager)) {
+        const auto again = scene::SceneManager::create();
+        require(again->Load("A") && again->saveInto("Scenes/A/") && file == written);
     }
     return 0;
 }

@@ -3,36 +3,28 @@
 // next two the length of the information file, the rest the binary file.
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
-#include "core/Log.h"
-#include "core/Services.h"
-#include "tests/support/FixedClock.h"
-#include "tests/support/MemoryFileSystem.h"
+#include "tests/fuzz/FuzzServices.h"
 #include "tests/zone/RecordingCanvas.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneView.h"
 
 namespace {
 
+using fuzz::require;
+using Names = std::vector<std::string>;
+
 constexpr const char* kInfo = "/home/clip-ZoneInfo.xml";
 constexpr const char* kBinary = "/home/clip-ZoneInfo.bin";
 constexpr int kDrawnZones = 8; // a few hundred empty ones show nothing new
 
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
-
-bool allNamed(const zone::ZoneManager& manager) {
+Names namesOf(const zone::ZoneManager& manager) {
+    Names names;
     for (int zone = 0; zone < manager.zoneCount(); ++zone) {
-        if (manager.getZoneName(zone).empty()) {
-            return false;
-        }
+        names.push_back(manager.getZoneName(zone));
     }
-    return true;
+    return names;
 }
 
 void edit(zone::ZoneManager& manager, int frameCount, int position) {
@@ -63,15 +55,15 @@ void feed(support::MemoryFileSystem& files, int frameCount) {
     }
     require(manager->save("clip.ogv") && manager->lastSaveFailure().empty());
     // Without its name a zone's record can be read in two ways.
-    if (manager->zoneCount() == 0 || !allNamed(*manager)) {
+    const Names names = namesOf(*manager);
+    if (names.empty() || std::count(names.begin(), names.end(), "") > 0) {
         return;
     }
     const std::string written = files.files[kBinary];
     const auto again = zone::ZoneManager::create("clip", frameCount, true);
-    require(again && again->zoneCount() >= manager->zoneCount());
-    for (int zone = 0; zone < manager->zoneCount(); ++zone) {
-        require(again->getZoneName(zone) == manager->getZoneName(zone));
-    }
+    require(again != nullptr);
+    const Names found = namesOf(*again);
+    require(found.size() >= names.size() && std::equal(names.begin(), names.end(), found.begin()));
     require(again->save("clip.ogv") && files.files[kBinary].size() >= written.size());
 }
 
@@ -81,18 +73,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 3) {
         return 0;
     }
-    support::MemoryFileSystem files;
-    support::FixedClock clock;
-    const core::ServicesOverride services({&files, &clock, &platform::nativeProcess()});
-    core::Log::exchange(std::make_shared<core::Log>(""));
+    fuzz::Services services;
+    auto& files = services.files.files;
     zone::setZoneView({{1280, 720}, {1920, 1080}});
     const std::string rest(data + 3, data + size);
     const std::size_t infoSize = std::min(std::size_t{data[1]} + 256U * data[2], rest.size());
     if (infoSize > 0) {
-        files.files[kInfo] = rest.substr(0, infoSize);
+        files[kInfo] = rest.substr(0, infoSize);
     }
-    files.files[kBinary] = rest.substr(infoSize);
-    feed(files, data[0]);
+    files[kBinary] = rest.substr(infoSize);
+    feed(services.files, data[0]);
     zone::setCurrentZoneManager(nullptr);
     return 0;
 }
