@@ -133,6 +133,7 @@ TEST(LogMessages, AnOverlongMessageIsCutBetweenCharacters) {
         {x + "ab", x + "ab"},
         {x + "abc", x + "ab"},
         {x + euro, x},
+        {x.substr(1) + "\xF0\x9F\x98\x80", x.substr(1)},
         {x.substr(1) + euro, x.substr(1) + euro},
         {x + "ab" + euro, x + "ab"},
         {std::string(9000, '\x80'), std::string(8191, '\x80')}, // no UTF-8 at all

@@ -85,12 +85,14 @@ TEST_F(SafeSaveTest, APairIsPreparedTogetherAndAbandonedSilently) {
 
 TEST_F(SafeSaveTest, OfTwoProgramsThatSaveAtOnceTheLaterOneWins) {
     support::writeBytes("f.xml", "old");
-    core::SafeSave first;
     core::SafeSave second;
-    ASSERT_TRUE(first.open("f.xml", "wt") && first.file().writeString("first") && first.prepare());
-    ASSERT_TRUE(second.open("f.xml", "wt") && second.file().writeString("sec"));
-    EXPECT_FALSE(first.commit()) << "the temporary is another's, and half written";
-    EXPECT_EQ(first.failure(), "f.xml: another program is saving it");
+    {
+        core::SafeSave first;
+        ASSERT_TRUE(first.open("f.xml", "wt") && first.file().writeString("1") && first.prepare());
+        ASSERT_TRUE(second.open("f.xml", "wt") && second.file().writeString("sec"));
+        EXPECT_FALSE(first.commit()) << "the temporary is another's, and half written";
+        EXPECT_EQ(first.failure(), "f.xml: another program is saving it");
+    }
     EXPECT_EQ(support::readBytes("f.xml"), "old");
     EXPECT_TRUE(second.file().writeString("ond") && second.prepare() && second.commit());
     EXPECT_EQ(support::readBytes("f.xml"), "second");
