@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <thread>
 
 #include "src/TheoraVideoClip.h"
 #include "src/TheoraVideoManager.h"
@@ -13,6 +14,15 @@ namespace {
 // Upper bounds only: a seek, a released frame or a stop ends either wait at once.
 constexpr std::chrono::milliseconds kIdleWait{100};
 constexpr std::chrono::milliseconds kNoFrameWait{1};
+
+// A display that waited for this frame was woken, but perhaps for this very processor, where it
+// would stand behind the frames that are decoded ahead for as long as the scheduler lets a thread
+// run.
+void letDisplayRun(const TheoraVideoClip& clip) {
+    if (clip.getNumReadyFrames() <= 1) {
+        std::this_thread::yield();
+    }
+}
 
 } // namespace
 
@@ -37,6 +47,7 @@ void TheoraWorkerThread::execute() {
         m_manager.workDone(*clip);
         if (produced) {
             m_manager.notifyFrameReady();
+            letDisplayRun(*clip);
         } else if (isRunning()) {
             signal.wait(seen, kNoFrameWait);
         }
