@@ -1,192 +1,227 @@
-// The copy into the back buffer and the frames of one video, without a window.
-#include <chrono>
-#include <condition_variable>
+// The copy into the back buffer, the frames of one video, and the control in a window without a
+// screen: when it makes its buffer, what it paints, and the news that the decoder's thread sends.
+#include <algorithm>
 #include <cstdint>
-#include <mutex>
+#include <memory>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "platform/raster/RasterCanvas.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/gui/FakeGui.h"
+#include "toolkit/WindowImplBase.h"
 #include "video/CVideoUI.h"
-#include "video/Video.h"
+#include "zone/Zone.h"
+#include "zone/ZoneManager.h"
 
 namespace {
 
+using platform::Rect;
+using platform::Size;
 using Bytes = std::vector<std::uint8_t>;
 using Lines = std::vector<std::string>;
 
-struct Copy {
-    const char* what;
-    int width;
-    int height;
-    Bytes source; ///< R, G, B, top row first
-    Bytes target; ///< the whole buffer afterwards; 0xEE where nothing was written
-};
+constexpr Rect kPlace{20, 10, 20 + 64, 10 + 48};
 
 TEST(CopyBottomUp, MirrorsRowsSwapsColoursAndStaysInsideTheBuffer) {
-    const Copy cases[] = {
-        {"one pixel", 1, 1, {1, 2, 3}, {3, 2, 1}},
-        {"rows are mirrored", 1, 2, {1, 2, 3, 4, 5, 6}, {6, 5, 4, 3, 2, 1}},
-        {"rows are packed, so an odd width shifts",
-         1,
-         2,
-         {1, 2, 3, 4, 5, 6},
-         {6, 5, 4, 3, 2, 1, 0xEE, 0xEE}},
-        {"a smaller buffer keeps what fits",
-         2,
-         2,
-         {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12},
-         {9, 8, 7, 12, 11, 10, 3, 2, 1, 0xEE, 0xEE}},
-        {"half a pixel does not fit", 1, 1, {1, 2, 3}, {0xEE, 0xEE}},
-        {"no buffer", 1, 1, {1, 2, 3}, {}},
-        {"no height", 3, 0, {}, {0xEE}},
-        {"a height below 0", 3, -4, {}, {0xEE}},
+    const struct {
+        const char* what;
+        int width;
+        int height;
+        Bytes target; ///< the whole buffer afterwards; 0xEE where nothing was written
+    } cases[] = {
+        {"packed rows, so most widths shift", 1, 2, {6, 5, 4, 3, 2, 1, 0xEE, 0xEE}},
+        {"what fits, no half pixel", 2, 2, {9, 8, 7, 12, 11, 10, 3, 2, 1, 0xEE, 0xEE}},
+        {"no buffer", 1, 1, {}},
+        {"a height below 1", 3, -4, {0xEE}},
     };
-    for (const Copy& test : cases) {
-        Bytes target(test.target.size(), 0xEE);
-        video::copyBottomUp(test.source.data(), test.width, test.height, target.data(),
-                            target.size());
-        EXPECT_EQ(target, test.target) << test.what;
+    const Bytes source = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+    for (const auto& item : cases) {
+        Bytes target(item.target.size(), 0xEE);
+        video::copyBottomUp(source.data(), item.width, item.height, target.data(), target.size());
+        EXPECT_EQ(target, item.target) << item.what;
     }
 }
 
 TEST(BackBuffer, EachFaultHasItsMessage) {
     const support::LogCapture log;
-    platform::FrameBufferResult window;
-    window.windowContextFailed = true;
-    window.windowContextError = 0x57;
-    window.bitmapError = 0xE;
-    EXPECT_FALSE(video::reportFrameBuffer(window)) << "there is no buffer either";
-    platform::FrameBufferResult memory;
-    memory.memoryContextFailed = true;
-    memory.memoryContextError = 0x80070008;
-    memory.bitmapFailed = true;
-    EXPECT_FALSE(video::reportFrameBuffer(memory));
+    EXPECT_FALSE(video::reportFrameBuffer({.windowContextFailed = true,
+                                           .windowContextError = 0x57,
+                                           .bitmapError = 0xE,
+                                           .buffer = {}}));
+    EXPECT_FALSE(video::reportFrameBuffer({.memoryContextFailed = true,
+                                           .bitmapFailed = true,
+                                           .memoryContextError = 0x80070008,
+                                           .buffer = {}}));
     EXPECT_EQ(log.errors(), (Lines{"Unable to get window DC (00000057)",
                                    "Unable to create back buffer bitmap (0000000E)",
                                    "Unable to create compatible DC (80070008)"}));
 }
 
-/// Waits for frames that the decoder announces from its own thread.
-class FrameNews {
-public:
-    void listenTo(video::Video& video) {
-        video.setFrameReadyCallback([this] {
-            {
-                const std::lock_guard lock(m_mutex);
-                ++m_count;
-            }
-            m_changed.notify_all();
-        });
-    }
-    bool waitForDueFrame(video::Video& video) {
-        std::unique_lock lock(m_mutex);
-        for (int round = 0; round < 100; ++round) {
-            if (video.hasDueFrame()) {
-                return true;
-            }
-            m_changed.wait_for(lock, std::chrono::milliseconds(100));
-        }
-        return false;
-    }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    int m_count = 0;
-};
-
-class MemoryFrame final : public platform::FrameBuffer {
-public:
-    explicit MemoryFrame(platform::Size size)
-        : m_size(size),
-          m_bytes(static_cast<std::size_t>(((size.width * 3 + 3) & ~3) * size.height)) {}
-    platform::Size size() const override { return m_size; }
-    std::uint8_t* bits() override { return m_bytes.data(); }
-    const std::uint8_t* bits() const override { return m_bytes.data(); }
-
-private:
-    platform::Size m_size;
-    Bytes m_bytes;
-};
-
-class VideoFrames : public support::TempFolderTest {
-protected:
-    VideoFrames() {
-        support::ClipSpec spec;
-        spec.frames = 25;
-        support::writeBytes("clip.ogv", support::makeClip(spec));
-    }
-    /// The number that the buffer's picture carries.
-    static int numberOf(const MemoryFrame& frame, int width, int height) {
-        Bytes rgb;
-        for (int y = height - 1; y >= 0; --y) {
-            for (int x = 0; x < width; ++x) {
-                const std::uint8_t* pixel = frame.bits() + (y * width + x) * 3;
-                rgb.insert(rgb.end(), {pixel[2], pixel[1], pixel[0]});
-            }
-        }
-        return support::readFrameNumber(rgb.data(), width, height);
-    }
-
-    support::LogCapture m_log;
-    FrameNews m_news;
-};
+class VideoFrames : public support::TempFolderTest {};
 
 TEST_F(VideoFrames, GivesTheFrameAskedForAndNoOther) {
+    support::writeBytes("clip.ogv", support::makeClip({.frames = 25}));
     video::Video video;
-    EXPECT_EQ(video.currentFrame, -1);
-    m_news.listenTo(video);
     ASSERT_TRUE(video.Load("clip.ogv"));
     EXPECT_EQ(video.currentFrame, 0);
     EXPECT_EQ(video.frameCount, 25);
-    EXPECT_EQ(video.width, 64);
-    EXPECT_EQ(video.height, 48);
-    MemoryFrame frame({64, 48});
+    test::FakeFrameBuffer small({16, 16}); // made for a smaller video
     for (const int wanted : {0, 1, 2, 24, 7, 8, 3, 3, 0}) {
         EXPECT_TRUE(video.seekTo(wanted));
-        ASSERT_TRUE(m_news.waitForDueFrame(video)) << wanted;
-        EXPECT_TRUE(video.RenderFrame(&frame));
-        EXPECT_EQ(numberOf(frame, 64, 48), wanted);
-        EXPECT_FALSE(video.RenderFrame(&frame)) << "playback never runs on by itself";
+        while (!video.hasDueFrame()) {
+            std::this_thread::yield();
+        }
+        EXPECT_TRUE(video.RenderFrame(wanted % 2 == 0 ? &small : nullptr));
+        EXPECT_EQ(video.shownFrame, wanted);
+        EXPECT_FALSE(video.RenderFrame(nullptr)) << "playback never runs on by itself";
     }
     for (const int outside : {-1, 25}) {
         EXPECT_FALSE(video.seekTo(outside));
         EXPECT_EQ(video.currentFrame, 0);
     }
-    video.setFrameReadyCallback({});
 }
 
-TEST_F(VideoFrames, AFrameCanBeTakenWithoutAPlaceForIt) {
-    video::Video video;
-    m_news.listenTo(video);
-    ASSERT_TRUE(video.Load("clip.ogv"));
-    ASSERT_TRUE(m_news.waitForDueFrame(video));
-    EXPECT_TRUE(video.RenderFrame(nullptr));
-    EXPECT_FALSE(video.RenderFrame(nullptr));
-    // A buffer made for a smaller video keeps what fits.
-    MemoryFrame small({16, 16});
-    EXPECT_TRUE(video.seekTo(5));
-    ASSERT_TRUE(m_news.waitForDueFrame(video));
-    EXPECT_TRUE(video.RenderFrame(&small));
-    video.setFrameReadyCallback({});
-}
-
-TEST_F(VideoFrames, AFileThatIsNoVideoIsReported) {
-    support::writeBytes("text.ogv", std::string("no video"));
-    for (const char* path : {"text.ogv", "missing.ogv", ""}) {
-        video::Video video;
-        EXPECT_FALSE(video.Load(path));
-        EXPECT_EQ(video.currentFrame, -1);
-        EXPECT_EQ(video.frameCount, 0);
-        EXPECT_FALSE(video.RenderFrame(nullptr));
-        EXPECT_FALSE(video.hasDueFrame());
+/// A window that holds nothing but the control.
+class VideoWindow final : public toolkit::WindowImplBase {
+public:
+    using WindowImplBase::WindowImplBase;
+    std::u16string GetWindowClassName() const override { return u"VideoWindow"; }
+    std::string GetSkinFile() const override { return "Video.xml"; }
+    std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view /*name*/) override {
+        auto made = std::make_unique<video::CVideoUI>(Gui().loop());
+        control = made.get();
+        return made;
     }
-    EXPECT_EQ(m_log.errors(), Lines(3, "Unable to load Theora video"));
+
+    video::CVideoUI* control = nullptr;
+};
+
+class VideoControl : public support::TempFolderTest {
+protected:
+    VideoControl() {
+        support::writeBytes("UI/Video.xml", "<Window size=\"200,150\"><Video/></Window>");
+        support::writeBytes("clip.ogv", support::makeClip({.frames = 20}));
+        zone::setCurrentZoneManager(m_zones);
+        EXPECT_TRUE(m_window->Create(nullptr, u"Video", 0, 0));
+    }
+    ~VideoControl() override { zone::setCurrentZoneManager(nullptr); }
+
+    video::CVideoUI& control() { return *m_window->control; }
+    /// What the window shows once the control has painted the part `dirty`.
+    platform::Bitmap painted(const Rect& dirty) {
+        platform::Bitmap picture({200, 150});
+        test::NoText noText;
+        platform::raster::RasterCanvas canvas(picture, noText, Rect{0, 0, 200, 150});
+        control().DoPaint(canvas, dirty);
+        return picture;
+    }
+    void goTo(int frame) {
+        control().GoToFrame(frame);
+        while (!control().video()->hasDueFrame()) {
+            std::this_thread::yield();
+        }
+    }
+    Size zoneSize() { return {m_zones->videoWidth, m_zones->videoHeight}; }
+
+    support::LogCapture m_log;
+    test::FakeGui m_gui;
+    std::shared_ptr<zone::ZoneManager> m_zones = zone::ZoneManager::createEmpty();
+    std::unique_ptr<VideoWindow> m_window = std::make_unique<VideoWindow>(m_gui);
+};
+
+TEST_F(VideoControl, WithoutAPictureItStepsAndPaintsNothing) {
+    EXPECT_EQ(control().GetClass(), u"Video");
+    EXPECT_EQ(control().GetInterface(u"Video"), &control());
+    EXPECT_NE(control().GetInterface(u"Container"), nullptr);
+    for (const bool loaded : {false, true}) { // a failed load leaves an empty video
+        if (loaded) {
+            EXPECT_FALSE(control().LoadVideo("missing.ogv"));
+        }
+        for (const int side : {40, 50}) { // without a buffer each layout tells the size again
+            control().SetPos({0, 0, side, side});
+            EXPECT_EQ(zoneSize(), (Size{side, side}));
+        }
+        control().NextFrame();
+        control().PrevFrame();
+        control().PrevTenFrames();
+        control().GoToFrame(3);
+        EXPECT_EQ(painted(control().GetPos()).at(25, 25), platform::Bitmap({1, 1}).at(0, 0));
+        EXPECT_EQ(control().backBuffer(), nullptr);
+    }
+    EXPECT_FALSE(control().video()->RenderFrame(nullptr));
+    EXPECT_EQ(control().video()->currentFrame, -1);
+    EXPECT_EQ(m_log.errors(), Lines{"Unable to load Theora video"});
+}
+
+TEST_F(VideoControl, TheFirstLayoutWithAVideoMakesTheBufferForGood) {
+    ASSERT_TRUE(control().LoadVideo("clip.ogv"));
+    control().SetPos(kPlace);
+    const platform::FrameBuffer* buffer = control().backBuffer();
+    ASSERT_NE(buffer, nullptr);
+    EXPECT_EQ(buffer->size(), (Size{64, 48}));
+    EXPECT_EQ(zoneSize(), kPlace.size());
+    // Two thirds are cleared, the rest is as the system made it.
+    const std::uint8_t* rest = buffer->bits() + std::ptrdiff_t{64} * 48 * 2;
+    EXPECT_EQ(std::count(buffer->bits(), rest, 0), rest - buffer->bits());
+    EXPECT_EQ(*rest, test::FakeFrameBuffer::kUnwritten);
+
+    support::writeBytes("large.ogv", support::makeClip({.width = 128, .height = 96, .frames = 2}));
+    EXPECT_TRUE(control().LoadVideo("large.ogv"));
+    control().SetPos({0, 0, 50, 50});
+    EXPECT_EQ(control().video()->width, 128);
+    EXPECT_EQ(control().backBuffer(), buffer);
+    EXPECT_EQ(zoneSize(), kPlace.size());
+}
+
+TEST_F(VideoControl, StretchesTheWholeFrameOntoWhateverPartIsPaintedUnderTheZone) {
+    ASSERT_TRUE(control().LoadVideo("clip.ogv"));
+    control().SetPos(kPlace);
+    goTo(17); // bits 0 and 4: the first and the fifth block are light
+    const platform::Bitmap whole = painted({0, 0, 1000, 1000});
+    const platform::Bitmap half = painted({kPlace.left + 32, 0, 1000, 1000});
+    for (int block = 0; block < 8; ++block) {
+        const auto blue = whole.at(kPlace.left + block * 8 + 4, kPlace.top + 4) & 0xFFU;
+        const auto squeezed = half.at(kPlace.left + 32 + block * 4 + 2, kPlace.top + 4) & 0xFFU;
+        EXPECT_EQ(blue > 128, block == 0 || block == 4) << block;
+        EXPECT_EQ(squeezed > 128, block == 0 || block == 4) << block;
+    }
+
+    const auto zone = zone::Zone::create(20);
+    m_zones->addZone(zone);
+    m_zones->addPoint(0, 17, 10, 20);
+    zone->setSelectedPoint(0);
+    m_zones->addPoint(0, 17, 50, 20);
+    const platform::Point onEdge{kPlace.left + 30, kPlace.top + 20};
+    const auto edgeChanges = [&] {
+        return painted(kPlace).at(onEdge.x, onEdge.y) != whole.at(onEdge.x, onEdge.y);
+    };
+    EXPECT_FALSE(edgeChanges()) << "no zone is chosen";
+    m_zones->currentZone = 0;
+    EXPECT_TRUE(edgeChanges());
+}
+
+TEST_F(VideoControl, AFrameRepaintsTheWindowAtOnceAndFindsNobodyOnceTheControlIsGone) {
+    ASSERT_TRUE(control().LoadVideo("clip.ogv"));
+    control().SetPos(kPlace);
+    auto& native = static_cast<test::FakeWindow&>(*m_window->GetNative());
+    while (native.repaints() == 0) {
+        m_gui.runTasks();
+    }
+    toolkit::TEventUI event;
+    for (const auto type : {toolkit::EventType::buttonDown, toolkit::UIEVENT_TIMER}) {
+        event.Type = type;
+        EXPECT_TRUE(control().DoEvent(event)); // the window handles the mouse
+    }
+    goTo(5);
+    m_window.reset();
+    m_gui.runTasks();
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "tests/support/gui/FakeGui.h"
 
+#include <utility>
+
 namespace test {
 namespace {
 
@@ -16,6 +18,22 @@ FakeWindow::~FakeWindow() {
 std::unique_ptr<platform::NativeWindow>
 FakeGui::createWindow(const platform::WindowOptions& options, platform::WindowEvents& events) {
     return std::make_unique<FakeWindow>(options, events);
+}
+
+void FakeGui::post(std::function<void()> task) {
+    const std::lock_guard lock(m_mutex);
+    m_tasks.push_back(std::move(task));
+}
+
+void FakeGui::runTasks() {
+    std::vector<std::function<void()>> tasks;
+    {
+        const std::lock_guard lock(m_mutex);
+        tasks.swap(m_tasks);
+    }
+    for (const auto& task : tasks) {
+        task();
+    }
 }
 
 platform::Size FakeGui::measure(std::u16string_view text, platform::FontHandle font) const {

@@ -2,8 +2,10 @@
 // are never shown, fonts are six pixels a character, and what a window would get is given by hand.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,22 @@
 #include "platform/raster/TextPainter.h"
 
 namespace test {
+
+/// As made, all its bytes are kUnwritten.
+class FakeFrameBuffer final : public platform::FrameBuffer {
+public:
+    static constexpr std::uint8_t kUnwritten = 0xEE;
+
+    explicit FakeFrameBuffer(platform::Size size)
+        : m_size(size), m_bytes(byteCount(), kUnwritten) {}
+    [[nodiscard]] platform::Size size() const override { return m_size; }
+    [[nodiscard]] std::uint8_t* bits() override { return m_bytes.data(); }
+    [[nodiscard]] const std::uint8_t* bits() const override { return m_bytes.data(); }
+
+private:
+    platform::Size m_size;
+    std::vector<std::uint8_t> m_bytes;
+};
 
 class FakeWindow final : public platform::NativeWindow {
 public:
@@ -21,6 +39,8 @@ public:
 
     [[nodiscard]] platform::WindowEvents& events() const { return m_events; }
     [[nodiscard]] bool isClosed() const { return m_closed; }
+    /// How often an immediate repaint was asked for.
+    [[nodiscard]] int repaints() const { return m_repaints; }
 
     void show(bool /*visible*/) override {}
     void center() override {}
@@ -31,7 +51,7 @@ public:
     void activate() override {}
     void close() override { m_closed = true; }
     void invalidate(const platform::Rect& /*dirty*/) override {}
-    void repaintNow() override {}
+    void repaintNow() override { ++m_repaints; }
     [[nodiscard]] platform::Bitmap snapshot() override { return {}; }
     void setCapture() override {}
     void releaseCapture() override {}
@@ -40,8 +60,10 @@ public:
     bool stopTimer(unsigned /*id*/) override { return true; }
     void beginMove() override {}
     void setTextInput(bool /*enabled*/, const platform::Rect& /*caret*/) override {}
-    [[nodiscard]] platform::FrameBufferResult createFrameBuffer(platform::Size /*size*/) override {
-        return {};
+    [[nodiscard]] platform::FrameBufferResult createFrameBuffer(platform::Size size) override {
+        platform::FrameBufferResult result;
+        result.buffer = std::make_unique<FakeFrameBuffer>(size);
+        return result;
     }
     void accessibleChanged(platform::Accessible& /*node*/,
                            platform::AccessibleChange /*change*/) override {}
@@ -50,6 +72,7 @@ private:
     platform::WindowEvents& m_events;
     platform::Rect m_geometry;
     bool m_closed = false;
+    int m_repaints = 0;
 };
 
 class FakeGui final : public platform::Gui,
@@ -65,6 +88,8 @@ public:
     platform::FileDialog& fileDialog() override { return *this; }
     platform::ComponentLibrary& components() override { return *this; }
     [[nodiscard]] bool isEnding() const override { return false; }
+    /// Runs what was posted so far; nothing else does.
+    void runTasks();
 
 private:
     std::unique_ptr<platform::NativeWindow> createWindow(const platform::WindowOptions& options,
@@ -83,7 +108,7 @@ private:
     int run() override { return 0; }
     void postQuit(int /*code*/) override {}
     void processEvents(bool /*wait*/) override {}
-    void post(std::function<void()> /*task*/) override {}
+    void post(std::function<void()> task) override;
 
     platform::FontHandle open(const platform::FontDescription& /*description*/) override {
         return 0;
@@ -102,6 +127,8 @@ private:
     void uninitialize() override {}
 
     std::u16string m_clipboard;
+    std::mutex m_mutex; ///< any thread may post
+    std::vector<std::function<void()>> m_tasks;
 };
 
 /// Draws no text.
