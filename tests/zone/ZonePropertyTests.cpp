@@ -19,6 +19,11 @@ using zone::ZoneManager;
 constexpr int kLowest = std::numeric_limits<int>::min();
 constexpr int kHighest = std::numeric_limits<int>::max();
 constexpr int kOperations = 12;
+/// Where each operation reports a zone and a frame that are not there. With 0 for the zone it is
+/// silent, with 0 for the frame it takes none.
+constexpr int kLines[kOperations][2] = {{70, 62},   {142, 112}, {127, 0},   {78, 75},
+                                        {149, 126}, {157, 136}, {164, 171}, {171, 203},
+                                        {135, 0},   {0, 1},     {0, 0},     {119, 0}};
 
 /// One call and what it is given.
 struct Given {
@@ -37,7 +42,7 @@ bool perform(Manager& m, const Given& g, RecordingCanvas& canvas) {
     const std::function<void()> calls[kOperations] = {
         [&] { result = m.isActive(g.zone, g.frame); },
         [&] { result = m.hitTest(g.zone, g.frame, g.at.x, g.at.y); },
-        [&] { result = m.getZoneName(g.zone) == g.name; },
+        [&] { result = m.getZoneName(g.zone) == g.name && !g.name.empty(); },
         [&] { m.setActive(g.zone, g.frame, g.handle % 2 == 0); },
         [&] { m.endMove(g.zone, g.frame, g.at.x, g.at.y); },
         [&] { m.moveSelectedPoint(g.zone, g.frame, g.at.x, g.at.y); },
@@ -107,10 +112,23 @@ void ZonePropertyTest::step() {
                   {coordinate(), coordinate()},
                   m_random.below(8) - 3,
                   m_random.oneOf<4, std::string>({"", "a", "R&D \xC3\xA4", std::string(300, 'n')})};
+    const auto [zoneLine, frameLine] = kLines[g.operation];
     RecordingCanvas plainCanvas;
-    const bool expected = perform(m_plain, g, plainCanvas);
-    Lines reports = m_log.newErrors(); // a move reports once, on however many frames
-    reports.erase(std::unique(reports.begin(), reports.end()), reports.end());
+    Lines reports;
+    bool expected = false;
+    if (g.zone < 0 || g.zone >= m_manager->zoneCount()) {
+        reports = {"..\\ZoneManager.cpp:" + std::to_string(zoneLine) +
+                   (frameLine == 0 ? " Invalid zone index" : " Zone index is invalid")};
+    } else if (frameLine > 0 && (g.frame < 0 || g.frame >= m_plain.frameCount)) {
+        reports = {"..\\Zone.cpp:" + std::to_string(frameLine) + " Frame index is invalid"};
+    } else {
+        expected = perform(m_plain, g, plainCanvas);
+        reports = m_log.newErrors(); // a move reports once, on however many frames
+        reports.erase(std::unique(reports.begin(), reports.end()), reports.end());
+    }
+    if (zoneLine == 0) {
+        reports.clear();
+    }
     RecordingCanvas canvas;
     ASSERT_EQ(perform(*m_manager, g, canvas), expected) << g.operation;
     ASSERT_EQ(m_log.newErrors(), reports) << g.operation;
@@ -137,13 +155,14 @@ void ZonePropertyTest::saveAndLoad() {
     m_manager->videoHeight = 720;
     std::string bytes;
     Lines names;
-    for (PlainZone& zone : m_plain.zones) {
+    for (int index = 0; index < m_manager->zoneCount(); ++index) {
+        PlainZone& zone = *m_plain.zone(index);
         Lines shapes;
         for (int frame = 0; frame < m_plain.frameCount; ++frame) {
-            shapes.push_back(writtenAlone(zone.shape(frame)));
-            zone.frames.begin()[frame] = zone::ZoneShape::createEmpty();
+            shapes.push_back(writtenAlone(m_plain.shape(index, frame)));
+            m_plain.held(index, frame).reset();
             std::size_t consumed = 0;
-            ASSERT_TRUE(zone.shape(frame).read(asBytes(shapes.back()), consumed));
+            ASSERT_TRUE(m_plain.shape(index, frame).read(asBytes(shapes.back()), consumed));
         }
         bytes += zone.name.empty() ? namelessBytes(shapes) : zoneBytes(zone.name, shapes);
         names.push_back(zone.name);
