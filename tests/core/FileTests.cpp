@@ -1,5 +1,3 @@
-#include <cerrno>
-
 #include "core/File.h"
 #include "core/WholeFile.h"
 #include "tests/core/CoreFixture.h"
@@ -76,19 +74,6 @@ TEST_F(FileTest, AllocatesForTheReaderWithoutTrustingTheCount) {
     EXPECT_TRUE(m_file.readAlloc(own, 3));
     EXPECT_EQ(own.get(), place);
     EXPECT_EQ(own[2], 'c');
-}
-
-TEST_F(FileTest, AFullDiskFailsTheWriteOrTheCloseAndTellsWhy) {
-    for (const char* operation : {"write", "sync", "close"}) {
-        m_files.failOn(operation, ENOSPC);
-        ASSERT_TRUE(m_file.open("f", "wb"));
-        EXPECT_EQ(m_file.lastError(), 0) << "of this file";
-        const bool wrote = m_file.writeString("text");
-        const bool synced = m_file.sync();
-        EXPECT_FALSE(m_file.close() && wrote && synced) << operation;
-        EXPECT_EQ(m_file.lastError(), ENOSPC) << operation;
-        m_files.heal();
-    }
 }
 
 TEST_F(FileTest, AWholeFileIsReadUpToItsLimitOnly) {

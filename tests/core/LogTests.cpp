@@ -61,13 +61,13 @@ TEST_F(LogTest, ARunWithoutErrorsWritesThePageWhereTheProgramStarted) {
     support::makeFolder("elsewhere");
     ASSERT_TRUE(m_files.setCurrentFolder("elsewhere"));
     core::Log::release();
-    EXPECT_EQ(support::filesBelow(m_folder.path()), Lines{"Log.html"});
     EXPECT_EQ(support::readBytes("../Log.html"), kHeader + kFooter);
     testing::internal::CaptureStderr();
     core::Log::get()->Error("too late");
     core::Log::release();
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error: too late\n");
     EXPECT_EQ(support::readBytes("../Log.html"), kHeader + kFooter);
+    EXPECT_EQ(support::filesBelow(m_folder.path()), Lines{"Log.html"});
 }
 
 TEST_F(LogTest, TheNormalEndOfTheProgramWritesThePageAndLaterMessagesDoNotHurt) {
@@ -102,6 +102,7 @@ TEST_F(LogTest, ReportingWhileThePageIsWrittenDoesNotRecurse) {
     m_files.setRule(reportOnce, 0);
     testing::internal::CaptureStderr();
     core::Log::release();
+    EXPECT_EQ(support::readBytes("Log.html"), kHeader + kFooter);
     for (const char* operation : {"open", "write", "close"}) { // a page that is lost silently
         core::Log::exchange(nullptr);
         core::Log::get();
