@@ -1,6 +1,5 @@
 // video and frames on clips made here: what is printed, in which order, and how refusals end.
 #include <iomanip>
-#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -9,25 +8,15 @@
 
 #include "tests/src/ReferenceDecoder.h"
 #include "tests/support/ClipMaker.h"
-#include "tests/support/TempFolder.h"
-#include "tools/inspect/Command.h"
+#include "tests/tools/inspect/CommandTest.h"
 
 namespace {
 
-struct Outcome {
-    int code = 0;
-    std::string text;
-};
-
-Outcome run(const inspect::Arguments& arguments) {
-    std::ostringstream out;
-    const int code = inspect::runCommand(arguments, out);
-    return {code, out.str()};
-}
+using Lines = std::vector<std::pair<int, std::string>>;
 
 /// "N HASH" lines.
-std::vector<std::pair<int, std::string>> lines(const std::string& text) {
-    std::vector<std::pair<int, std::string>> result;
+Lines lines(const std::string& text) {
+    Lines result;
     std::istringstream in(text);
     int number = 0;
     for (std::string hash; in >> number >> hash;) {
@@ -36,7 +25,7 @@ std::vector<std::pair<int, std::string>> lines(const std::string& text) {
     return result;
 }
 
-class ClipCommands : public support::TempFolderTest {
+class ClipCommands : public inspect_tests::CommandTest {
 protected:
     void SetUp() override {
         support::ClipSpec spec;
@@ -47,96 +36,80 @@ protected:
         support::writeBytes("bad.ogv", std::string("no clip at all"));
     }
 
+    /// What a command that succeeds prints.
+    std::string printed(const inspect::Arguments& arguments) {
+        EXPECT_EQ(run(arguments), inspect::kGood);
+        return m_output;
+    }
+
     support::Bytes m_clip;
 };
 
 TEST_F(ClipCommands, VideoPrintsOneObject) {
-    const Outcome outcome = run({"video", "clip.ogv"});
-    EXPECT_EQ(outcome.code, inspect::kGood);
-    EXPECT_EQ(outcome.text, "{\"file\":\"clip.ogv\",\"width\":64,\"height\":48,\"fps\":25,"
-                            "\"frameCount\":30,\"duration\":1.2000000476837158,\"audio\":true}\n");
+    EXPECT_EQ(printed({"video", "clip.ogv"}),
+              "{\"file\":\"clip.ogv\",\"width\":64,\"height\":48,\"fps\":25,"
+              "\"frameCount\":30,\"duration\":1.2000000476837158,\"audio\":true}\n");
 }
 
-TEST_F(ClipCommands, SeeksPrintWhatPlayingPrints) {
-    const Outcome played = run({"frames", "clip.ogv", "--sequential"});
-    const Outcome sought = run({"frames", "clip.ogv"});
-    EXPECT_EQ(played.code, inspect::kGood);
-    EXPECT_EQ(sought.code, inspect::kGood);
-    EXPECT_EQ(lines(played.text).size(), 30U);
-    EXPECT_EQ(played.text, sought.text);
-}
-
-TEST_F(ClipCommands, HashesAreThoseOfThePicturesInSixteenLowerCaseDigits) {
+TEST_F(ClipCommands, PlayingAndSeeksPrintTheHashesOfThePictures) {
     const auto expected = reference::decode(m_clip);
+    ASSERT_EQ(expected.size(), 30U);
     std::ostringstream text;
     text << std::hex << std::setfill('0');
     for (std::size_t frame = 0; frame < expected.size(); ++frame) {
         text << std::to_string(frame) << ' ' << std::setw(16) << expected[frame] << '\n';
     }
-    EXPECT_EQ(run({"frames", "clip.ogv"}).text, text.str());
+    EXPECT_EQ(printed({"frames", "clip.ogv"}), text.str());
+    EXPECT_EQ(printed({"frames", "clip.ogv", "--sequential"}), text.str());
 }
 
 TEST_F(ClipCommands, FramesComeInTheOrderAskedFor) {
-    std::map<int, std::string> hashes;
-    for (const auto& [number, hash] : lines(run({"frames", "clip.ogv", "--sequential"}).text)) {
-        hashes[number] = hash;
-    }
-    const auto got = lines(run({"frames", "clip.ogv", "20", "3-5", "20", "random:7:4"}).text);
+    const Lines all = lines(printed({"frames", "clip.ogv"}));
+    const Lines got = lines(printed({"frames", "clip.ogv", "20", "3-5", "20", "random:7:4"}));
     ASSERT_EQ(got.size(), 9U);
-    const int expected[] = {20, 3, 4, 5, 20};
-    for (std::size_t i = 0; i < 5; ++i) {
-        EXPECT_EQ(got[i].first, expected[i]);
+    EXPECT_EQ(Lines(got.begin(), got.begin() + 5),
+              (Lines{all[20], all[3], all[4], all[5], all[20]}));
+    for (const auto& line : got) {
+        EXPECT_EQ(line, all.at(static_cast<std::size_t>(line.first)));
     }
-    for (const auto& [number, hash] : got) {
-        EXPECT_EQ(hash, hashes[number]) << number;
-    }
-    EXPECT_EQ(lines(run({"frames", "clip.ogv", "random:7:4"}).text),
-              std::vector(got.begin() + 5, got.end())); // the same seed, the same frames
-    const auto played = run({"frames", "clip.ogv", "9", "--sequential", "4", "9"});
-    EXPECT_EQ(played.code, inspect::kGood);
-    EXPECT_EQ(lines(played.text), (std::vector<std::pair<int, std::string>>{
-                                      {9, hashes[9]}, {4, hashes[4]}, {9, hashes[9]}}));
-    EXPECT_EQ(lines(run({"frames", "clip.ogv", "random:4294967295:3"}).text).size(), 3U);
+    EXPECT_EQ(lines(printed({"frames", "clip.ogv", "random:7:4"})),
+              Lines(got.begin() + 5, got.end()))
+        << "the same seed, the same frames";
+    EXPECT_EQ(lines(printed({"frames", "clip.ogv", "9", "--sequential", "4", "9"})),
+              (Lines{all[9], all[4], all[9]}));
+    EXPECT_EQ(lines(printed({"frames", "clip.ogv", "random:4294967295:3"})).size(), 3U);
 }
 
 TEST_F(ClipCommands, AFrameThatPlayingDoesNotReachIsAFinding) {
-    const Outcome played = run({"frames", "clip.ogv", "--sequential", "99", "29"});
-    EXPECT_EQ(played.code, inspect::kFindings);
-    const auto got = lines(played.text);
+    EXPECT_EQ(run({"frames", "clip.ogv", "--sequential", "99", "29"}), inspect::kFindings);
+    const Lines got = lines(m_output);
     ASSERT_EQ(got.size(), 2U);
     EXPECT_EQ(got[0], std::pair(99, std::string("-")));
     EXPECT_EQ(got[1].second.size(), 16U);
 }
 
 TEST_F(ClipCommands, ASeekBehindTheEndPrintsTheLastPictureAndSaysSo) {
-    testing::internal::CaptureStderr();
-    const Outcome sought = run({"frames", "clip.ogv", "29", "99"});
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "clip.ogv [seek]: fineseeking failed, _readData failed!\n");
-    EXPECT_EQ(sought.code, inspect::kGood);
-    const auto got = lines(sought.text);
+    const Lines got = lines(printed({"frames", "clip.ogv", "29", "99"}));
+    EXPECT_EQ(m_errors, "clip.ogv [seek]: fineseeking failed, _readData failed!\n");
     ASSERT_EQ(got.size(), 2U);
     EXPECT_EQ(got[1], std::pair(99, got[0].second));
 }
 
 TEST_F(ClipCommands, WhatCannotBeReadOrUnderstoodPrintsNothing) {
-    const inspect::Arguments cases[] = {
-        {"video"},
-        {"video", "bad.ogv"},
-        {"video", "missing.ogv"},
-        {"video", "clip.ogv", "more"},
-        {"frames"},
-        {"frames", "bad.ogv"},
-        {"frames", "clip.ogv", "x"},
-        {"frames", "clip.ogv", "5-3"},
-        {"frames", "clip.ogv", "-1"},
-        {"frames", "clip.ogv", "random:1"},
-        {"frames", "clip.ogv", "0-999999999"},
-    };
+    const inspect::Arguments cases[] = {{"video"},
+                                        {"video", "bad.ogv"},
+                                        {"video", "missing.ogv"},
+                                        {"video", "clip.ogv", "more"},
+                                        {"frames"},
+                                        {"frames", "bad.ogv"},
+                                        {"frames", "clip.ogv", "x"},
+                                        {"frames", "clip.ogv", "5-3"},
+                                        {"frames", "clip.ogv", "-1"},
+                                        {"frames", "clip.ogv", "random:1"},
+                                        {"frames", "clip.ogv", "0-999999999"}};
     for (const auto& arguments : cases) {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(outcome.code, inspect::kUnreadable) << arguments.back();
-        EXPECT_EQ(outcome.text, "") << arguments.back();
+        EXPECT_EQ(run(arguments), inspect::kUnreadable) << arguments.back();
+        EXPECT_EQ(m_output, "") << arguments.back();
     }
 }
 

@@ -8,25 +8,6 @@
 
 namespace {
 
-TEST(Json, WritesNestedValuesOnOneLine) {
-    std::ostringstream out;
-    inspect::Json json(out);
-    json.beginObject();
-    json.key("empty").beginArray().endArray();
-    json.key("list")
-        .beginArray()
-        .value(1)
-        .value(-2)
-        .beginObject()
-        .endObject()
-        .value(true)
-        .endArray();
-    json.key("text").value("a");
-    json.key("no").value(false);
-    json.endObject();
-    EXPECT_EQ(out.str(), R"({"empty":[],"list":[1,-2,{},true],"text":"a","no":false})");
-}
-
 TEST(Json, EscapesTextAndShowsWhatIsNoUtf8) {
     struct Case {
         std::string text;

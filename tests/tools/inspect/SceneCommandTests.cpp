@@ -2,10 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/Log.h"
 #include "core/Paths.h"
-#include "tests/support/TempFolder.h"
-#include "tools/inspect/Command.h"
+#include "tests/tools/inspect/CommandTest.h"
 
 namespace {
 
@@ -30,26 +28,7 @@ const std::string kJson =
     R"(","immediate":true,"branchID":"Start"}]}]})"
     "\n";
 
-class SceneCommandTest : public support::TempFolderTest {
-protected:
-    SceneCommandTest() : m_previous(core::Log::exchange(nullptr)) {
-        core::Log::useStandardErrorOnly();
-    }
-    ~SceneCommandTest() override { core::Log::exchange(m_previous); }
-
-    int run(const inspect::Arguments& arguments) {
-        std::ostringstream out;
-        testing::internal::CaptureStderr();
-        const int code = inspect::runCommand(arguments, out);
-        m_errors = testing::internal::GetCapturedStderr();
-        m_output = out.str();
-        return code;
-    }
-
-    std::shared_ptr<core::Log> m_previous;
-    std::string m_output;
-    std::string m_errors;
-};
+using SceneCommandTest = inspect_tests::CommandTest;
 
 TEST_F(SceneCommandTest, PrintsTheSceneAndRewritesTheSameBytes) {
     support::writeBytes("in/Scene.xml", kScene);

@@ -1,32 +1,17 @@
-#include <sstream>
-
 #include <gtest/gtest.h>
 
-#include "core/Log.h"
-#include "tests/support/TempFolder.h"
+#include "tests/tools/inspect/CommandTest.h"
 #include "tests/zone/ZoneFixture.h"
-#include "tools/inspect/Command.h"
 
 namespace {
 
 using zone_tests::shapeBytes;
 
-class ZonesCommandTest : public support::TempFolderTest {
+class ZonesCommandTest : public inspect_tests::CommandTest {
 protected:
-    ZonesCommandTest() : m_previous(core::Log::exchange(nullptr)) {
-        core::Log::useStandardErrorOnly();
+    ZonesCommandTest() {
         support::writeBytes("A/clip-ZoneInfo.xml", kInfo);
         support::writeBytes("A/clip-ZoneInfo.bin", m_binary);
-    }
-    ~ZonesCommandTest() override { core::Log::exchange(m_previous); }
-
-    int run(const inspect::Arguments& arguments) {
-        std::ostringstream out;
-        testing::internal::CaptureStderr();
-        const int code = inspect::runCommand(arguments, out);
-        m_errors = testing::internal::GetCapturedStderr();
-        m_output = out.str();
-        return code;
     }
 
     const std::string kInfo = "<ZoneInfo>\r\n\t<VideoWidth>1280</VideoWidth>\r\n"
@@ -34,9 +19,6 @@ protected:
                               "\t\t<Name>Door</Name>\r\n\t</Zone>\r\n</ZoneInfo>\r\n";
     const std::string m_binary =
         zone_tests::zoneBytes("Door", {shapeBytes({{150, 300}, {30, 60}}), shapeBytes({}, 0)});
-    std::shared_ptr<core::Log> m_previous;
-    std::string m_output;
-    std::string m_errors;
 };
 
 TEST_F(ZonesCommandTest, PrintsThePairAndRewritesTheSameBytes) {
