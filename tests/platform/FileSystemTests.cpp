@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -72,12 +73,7 @@ TEST_F(FileSystemTest, AStreamWritesReadsAndSeeks) {
 TEST_F(FileSystemTest, EachModeOpensWhatItMay) {
     support::writeBytes("f", "old");
     support::makeFolder("folder");
-    struct Case {
-        const char* path;
-        OpenMode mode;
-        bool opens;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, OpenMode, bool> cases[] = {
         {"f", OpenMode::read, true},
         {"missing", OpenMode::read, false},
         {"folder", OpenMode::read, false},
@@ -89,9 +85,9 @@ TEST_F(FileSystemTest, EachModeOpensWhatItMay) {
         {"", OpenMode::read, false},
         {"f/f", OpenMode::read, false},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(m_files.open(c.path, c.mode, m_error) != nullptr, c.opens) << c.path;
-        EXPECT_EQ(m_error == 0, c.opens) << c.path;
+    for (const auto& [path, mode, opens] : cases) {
+        EXPECT_EQ(m_files.open(path, mode, m_error) != nullptr, opens) << path;
+        EXPECT_EQ(m_error == 0, opens) << path;
         EXPECT_EQ(m_files.errorText(m_error).empty(), false);
     }
     EXPECT_EQ(support::readBytes("f"), "old");
@@ -156,17 +152,13 @@ TEST_F(FileSystemTest, InfoTellsTheSameFileByAnyPath) {
 TEST_F(FileSystemTest, FullPathsAreMadeByTextAlone) {
     const std::string here = m_folder.path();
     const std::string above = std::filesystem::path(here).parent_path().parent_path().string();
-    struct Case {
-        const char* path;
-        std::string full;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, std::string> cases[] = {
         {"a", here + "a"},          {"a/../b", here + "b"},
         {"./a//b/.", here + "a/b"}, {"..\\x.exe", above + "/x.exe"},
         {"a b/c", here + "a b/c"},  {"", ""},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(m_files.fullPath(c.path), native(c.full)) << c.path;
+    for (const auto& [path, full] : cases) {
+        EXPECT_EQ(m_files.fullPath(path), native(full)) << path;
     }
 }
 

@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -14,14 +16,6 @@ using platform::Modifiers;
 using platform::MouseButton;
 using test::TestWindow;
 using Events = std::vector<std::string>;
-
-namespace {
-
-std::string keyEvent(const char* kind, Key key) {
-    return std::string(kind) + " " + std::to_string(static_cast<int>(key));
-}
-
-} // namespace
 
 TEST(Mouse, ReportsButtonsPositionsAndModifiersInOrder) {
     TestWindow window;
@@ -80,29 +74,22 @@ TEST(Mouse, ALostCaptureIsReportedOnceAndAReleasedOneNever) {
     TestWindow second;
     first.show();
     second.show();
-    const struct {
-        const char* how;
-        void (*lose)(TestWindow&, TestWindow&);
-        Events expected;
-    } cases[] = {
-        {"another window captures",
-         [](TestWindow&, TestWindow& other) { other.native().setCapture(); },
-         {"captureLost"}},
-        {"disabled",
-         [](TestWindow& own, TestWindow&) { own.native().setEnabled(false); },
-         {"captureLost"}},
-        {"hidden", [](TestWindow& own, TestWindow&) { own.native().show(false); }, {"captureLost"}},
-        {"released", [](TestWindow& own, TestWindow&) { own.native().releaseCapture(); }, {}},
-        {"captured again", [](TestWindow& own, TestWindow&) { own.native().setCapture(); }, {}},
+    platform::NativeWindow& own = first.native();
+    const std::tuple<const char*, std::function<void()>, bool> cases[] = {
+        {"another window captures", [&] { second.native().setCapture(); }, true},
+        {"disabled", [&] { own.setEnabled(false); }, true},
+        {"hidden", [&] { own.show(false); }, true},
+        {"released", [&] { own.releaseCapture(); }, false},
+        {"captured again", [&] { own.setCapture(); }, false},
     };
-    for (const auto& c : cases) {
-        first.native().setEnabled(true);
+    for (const auto& [how, lose, isLost] : cases) {
+        own.setEnabled(true);
         first.show();
-        first.native().setCapture();
-        c.lose(first, second);
+        own.setCapture();
+        lose();
         test::pump();
-        EXPECT_EQ(first.takeEvents(), c.expected) << c.how;
-        first.native().releaseCapture();
+        EXPECT_EQ(first.takeEvents(), isLost ? Events{"captureLost"} : Events{}) << how;
+        own.releaseCapture();
         second.native().releaseCapture();
     }
 }
@@ -113,53 +100,35 @@ TEST(Keyboard, ReportsKeysModifiersAndTextApart) {
         Key key;
         std::u16string text;
         Modifiers modifiers;
-        Events expected;
+        const char* noted; ///< of the modifiers
+        const char* typed; ///< empty: nothing
     } cases[] = {
-        {"a letter", Key::a, u"a", {}, {keyEvent("keyDown", Key::a), "text 'a'"}},
-        {"an accented letter",
-         Key::other,
-         u"\u00e9",
-         {},
-         {keyEvent("keyDown", Key::other), "text '<e9>'"}},
-        {"outside the basic plane",
-         Key::other,
-         u"\U0001F600",
-         {},
-         {keyEvent("keyDown", Key::other), "text '<d83d><de00>'"}},
-        {"a shortcut types nothing",
-         Key::c,
-         u"\x03",
-         {.control = true},
-         {keyEvent("keyDown", Key::c) + " control"}},
-        {"nor does a mnemonic",
-         Key::x,
-         u"x",
-         {.alt = true},
-         {keyEvent("keyDown", Key::x) + " alt"}},
-        {"AltGr types",
-         Key::other,
-         u"@",
-         {.control = true, .alt = true},
-         {keyEvent("keyDown", Key::other) + " control alt", "text '@' control alt"}},
-        {"Enter is no text", Key::enter, u"\r", {}, {keyEvent("keyDown", Key::enter)}},
-        {"nor is Tab",
-         Key::tab,
-         u"\t",
-         {.shift = true},
-         {keyEvent("keyDown", Key::tab) + " shift"}},
-        {"nor Delete", Key::del, u"\x7f", {}, {keyEvent("keyDown", Key::del)}},
-        {"Space is", Key::space, u" ", {}, {keyEvent("keyDown", Key::space), "text ' '"}},
-        {"an arrow", Key::left, u"", {}, {keyEvent("keyDown", Key::left)}},
+        {"a letter", Key::a, u"a", {}, "", "a"},
+        {"an accented letter", Key::other, u"\u00e9", {}, "", "<e9>"},
+        {"outside the basic plane", Key::other, u"\U0001F600", {}, "", "<d83d><de00>"},
+        {"a shortcut types nothing", Key::c, u"\x03", {.control = true}, " control", ""},
+        {"nor does a mnemonic", Key::x, u"x", {.alt = true}, " alt", ""},
+        {"AltGr types", Key::other, u"@", {.control = true, .alt = true}, " control alt", "@"},
+        {"Enter is no text", Key::enter, u"\r", {}, "", ""},
+        {"nor is Tab", Key::tab, u"\t", {.shift = true}, " shift", ""},
+        {"nor Delete", Key::del, u"\x7f", {}, "", ""},
+        {"Space is", Key::space, u" ", {}, "", " "},
+        {"an arrow", Key::left, u"", {}, "", ""},
     };
     TestWindow window;
     window.show();
     for (const auto& c : cases) {
+        const std::string number = std::to_string(static_cast<int>(c.key));
+        Events expected{"keyDown " + number + c.noted};
+        if (*c.typed != '\0') {
+            expected.push_back(std::string("text '") + c.typed + "'" + c.noted);
+        }
         test::input().key(window.native(), EventKind::keyDown, c.key, c.text, c.modifiers);
         test::pump();
-        EXPECT_EQ(window.takeEvents(), c.expected) << c.what;
+        EXPECT_EQ(window.takeEvents(), expected) << c.what;
         test::input().key(window.native(), EventKind::keyUp, c.key, {}, {});
         test::pump();
-        EXPECT_EQ(window.takeEvents(), (Events{keyEvent("keyUp", c.key)})) << c.what;
+        EXPECT_EQ(window.takeEvents(), Events{"keyUp " + number}) << c.what;
     }
 }
 
@@ -175,19 +144,6 @@ TEST(Keyboard, TellsTheModifiersOfTheLastEvent) {
     EXPECT_EQ(seen, (Modifiers{.control = true}));
     test::click(window.native(), {1, 1});
     EXPECT_EQ(seen, Modifiers());
-}
-
-TEST(InputMethod, ReportsPreeditUntilItIsCommitted) {
-    TestWindow window;
-    window.show();
-    window.native().setTextInput(true, {10, 10, 12, 24});
-    test::input().preedit(window.native(), u"ni");
-    test::input().preedit(window.native(), u"ni hao");
-    test::input().commit(window.native(), u"\u4f60\u597d");
-    test::input().commit(window.native(), u"\u00ea");
-    test::pump();
-    EXPECT_EQ(window.takeEvents(), (Events{"preedit 'ni'", "preedit 'ni hao'", "preedit ''",
-                                           "text '<4f60><597d>'", "text '<ea>'"}));
 }
 
 TEST(DisabledWindow, TakesNoInput) {
@@ -207,19 +163,29 @@ TEST(DisabledWindow, TakesNoInput) {
     EXPECT_EQ(window.takeEvents(), (Events{"down 1 5,5", "up 1 5,5"}));
 }
 
-TEST(Input, ThatAHandlerThrowsOnReachesTheNextEvent) {
+TEST(Input, OutlivesHandlersAndPaintersThatThrow) {
     TestWindow window;
     window.show();
-    window.answer = [](const platform::Event& event) -> bool {
-        if (event.kind == EventKind::mouseDown) {
-            throw std::runtime_error("broken handler");
+    bool throws = true;
+    window.answer = [](const platform::Event&) -> bool { throw std::runtime_error("handler"); };
+    window.paint = [&](platform::Canvas&) {
+        if (throws) {
+            throw std::runtime_error("painter");
         }
-        return true;
     };
     testing::internal::CaptureStderr();
     test::click(window.native(), {5, 5});
-    EXPECT_NE(testing::internal::GetCapturedStderr().find("broken handler"), std::string::npos);
+    window.native().invalidate({0, 0, 9, 9});
+    test::pump();
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_NE(told.find("handler"), std::string::npos);
+    EXPECT_NE(told.find("painter"), std::string::npos);
     EXPECT_EQ(window.takeEvents(), (Events{"down 1 5,5", "up 1 5,5"}));
+    throws = false;
+    window.native().invalidate({0, 0, 9, 9});
+    test::pump();
+    EXPECT_EQ(window.takePaints().size(), 2U);
+    window.answer = nullptr;
 }
 
 TEST(Clipboard, GivesBackWhatItTook) {

@@ -28,24 +28,18 @@ std::vector<Rect> regionOf(const std::vector<Rect>& rects) {
 } // namespace
 
 TEST(DirtyRegion, JoinsWhatOverlapsAndKeepsTheRestApart) {
-    const struct {
-        const char* what;
-        std::vector<Rect> added;
-        std::vector<Rect> expected;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<Rect>, std::vector<Rect>> cases[] = {
         {"empty rectangles", {{5, 5, 5, 9}, {9, 9, 1, 1}}, {}},
         {"far corners", {{0, 0, 10, 10}, {90, 90, 99, 99}}, {{0, 0, 10, 10}, {90, 90, 99, 99}}},
         {"touching edges", {{0, 0, 10, 10}, {10, 0, 20, 10}}, {{0, 0, 10, 10}, {10, 0, 20, 10}}},
         {"one inside the other", {{0, 0, 50, 50}, {10, 10, 20, 20}}, {{0, 0, 50, 50}}},
-        {"a bridge between two",
-         {{0, 0, 10, 10}, {20, 0, 30, 10}, {5, 5, 25, 8}},
-         {{0, 0, 30, 10}}},
+        {"a bridge", {{0, 0, 10, 10}, {20, 0, 30, 10}, {5, 5, 25, 8}}, {{0, 0, 30, 10}}},
         {"a join that meets a third",
          {{0, 0, 10, 10}, {12, 12, 14, 14}, {8, 8, 20, 9}, {8, 9, 9, 20}},
          {{0, 0, 20, 20}}},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(regionOf(c.added), c.expected) << c.what;
+    for (const auto& [what, added, expected] : cases) {
+        EXPECT_EQ(regionOf(added), expected) << what;
     }
 }
 

@@ -49,28 +49,22 @@ MemoryFrame coordinates(Size size) {
 } // namespace
 
 TEST(NearestIndex, PicksThePixelsThatColorOnColorPicks) {
-    const struct {
-        int source;
-        int target;
-        std::vector<int> expected;
-    } cases[] = {
-        {8, 4, {1, 3, 5, 7}},
-        {4, 4, {0, 1, 2, 3}},
-        {2, 6, {0, 0, 0, 1, 1, 1}},
-        {3, 2, {1, 2}},
-        {5, 3, {1, 2, 4}},
-        {1, 3, {0, 0, 0}},
-        {3, 7, {0, 0, 1, 1, 1, 2, 2}},
-        {7, 1, {6}},
-        {5, 4, {0, 2, 3, 4}},
-        {4, 6, {0, 0, 1, 2, 2, 3}},
-    };
-    for (const auto& c : cases) {
-        std::vector<int> picked;
-        for (int i = 0; i < c.target; ++i) {
-            picked.push_back(nearestIndex(i, c.source, c.target));
+    const std::pair<int, std::vector<int>> cases[] = {{8, {1, 3, 5, 7}},
+                                                      {4, {0, 1, 2, 3}},
+                                                      {2, {0, 0, 0, 1, 1, 1}},
+                                                      {3, {1, 2}},
+                                                      {1, {0, 0, 0}},
+                                                      {3, {0, 0, 1, 1, 1, 2, 2}},
+                                                      {7, {6}},
+                                                      {5, {0, 2, 3, 4}},
+                                                      {5, {1, 2, 4}},
+                                                      {4, {0, 0, 1, 2, 2, 3}}};
+    for (const auto& [source, expected] : cases) {
+        const int target = static_cast<int>(expected.size());
+        for (int i = 0; i < target; ++i) {
+            EXPECT_EQ(nearestIndex(i, source, target), expected[static_cast<std::size_t>(i)])
+                << source << " to " << target;
         }
-        EXPECT_EQ(picked, c.expected) << c.source << " to " << c.target;
     }
 }
 

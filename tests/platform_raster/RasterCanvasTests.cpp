@@ -1,4 +1,5 @@
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -54,12 +55,7 @@ constexpr Color kBlue = rgb(0, 0, 255);
 } // namespace
 
 TEST_F(RasterCanvasTest, FillsExactlyTheRectangleInsideEveryClip) {
-    const struct {
-        Rect outerClip;
-        Rect innerClip;
-        Rect rect;
-        int pixels;
-    } cases[] = {
+    const std::tuple<Rect, Rect, Rect, int> cases[] = {
         {{0, 0, 20, 20}, {0, 0, 20, 20}, {2, 3, 5, 7}, 12},
         {{0, 0, 20, 20}, {0, 0, 20, 20}, {-9, -9, 99, 99}, 400},
         {{4, 4, 10, 10}, {0, 0, 20, 20}, {0, 0, 20, 20}, 36},
@@ -68,38 +64,31 @@ TEST_F(RasterCanvasTest, FillsExactlyTheRectangleInsideEveryClip) {
         {{0, 0, 20, 20}, {0, 0, 20, 20}, {7, 7, 7, 9}, 0},
         {{0, 0, 20, 20}, {0, 0, 20, 20}, {9, 9, 3, 3}, 0},
     };
-    for (const auto& c : cases) {
+    for (const auto& [outerClip, innerClip, rect, pixels] : cases) {
         m_canvas.fillRect({0, 0, 20, 20}, kBlue);
         {
-            const ClipScope outer(m_canvas, c.outerClip);
-            const ClipScope inner(m_canvas, c.innerClip);
-            m_canvas.fillRect(c.rect, kRed);
+            const ClipScope outer(m_canvas, outerClip);
+            const ClipScope inner(m_canvas, innerClip);
+            m_canvas.fillRect(rect, kRed);
         }
-        EXPECT_EQ(countOf(kRed), c.pixels);
+        EXPECT_EQ(countOf(kRed), pixels);
         EXPECT_EQ(m_canvas.clip(), (Rect{0, 0, 20, 20}));
     }
-}
-
-TEST_F(RasterCanvasTest, KeepsItsOwnClipWhenPoppedTooOften) {
-    m_canvas.popClip();
+    m_canvas.popClip(); // once too often
     m_canvas.popClip();
     EXPECT_EQ(m_canvas.clip(), (Rect{0, 0, 20, 20}));
 }
 
 TEST_F(RasterCanvasTest, BlendsAFillByItsAlpha) {
-    const struct {
-        Color under;
-        Color over;
-        std::uint32_t result;
-    } cases[] = {
+    const std::tuple<Color, Color, std::uint32_t> cases[] = {
         {0xFF000000, 0x80FFFFFF, 0xFF808080}, {0xFFFFFFFF, 0x80000000, 0xFF7F7F7F},
         {0xFF102030, 0x00FFFFFF, 0xFF102030}, {0xFF0000FF, 0x40FF0000, 0xFF4000BF},
         {0xFFFFFFFF, 0xFEFFFFFF, 0xFFFFFFFF},
     };
-    for (const auto& c : cases) {
-        m_canvas.fillRect({0, 0, 1, 1}, c.under);
-        m_canvas.fillRect({0, 0, 1, 1}, c.over);
-        EXPECT_EQ(m_bitmap.at(0, 0), c.result) << std::hex << c.under << " " << c.over;
+    for (const auto& [under, over, result] : cases) {
+        m_canvas.fillRect({0, 0, 1, 1}, under);
+        m_canvas.fillRect({0, 0, 1, 1}, over);
+        EXPECT_EQ(m_bitmap.at(0, 0), result) << std::hex << under << " " << over;
     }
 }
 
@@ -121,14 +110,12 @@ TEST_F(RasterCanvasTest, StretchesABitmapPartByPixelCentresAndBlendsIt) {
 TEST_F(RasterCanvasTest, LeavesThePixelsOfASourceOutsideTheBitmapAlone) {
     Bitmap image({2, 2});
     image.row(0)[0] = image.row(0)[1] = image.row(1)[0] = image.row(1)[1] = kRed;
-    const struct {
-        Rect source;
-        int pixels;
-    } cases[] = {{{-1, -1, 1, 1}, 1}, {{1, 1, 3, 3}, 1}, {{5, 5, 7, 7}, 0}, {{2, 0, 1, 2}, 0}};
-    for (const auto& c : cases) {
+    const std::pair<Rect, int> cases[] = {
+        {{-1, -1, 1, 1}, 1}, {{1, 1, 3, 3}, 1}, {{5, 5, 7, 7}, 0}, {{2, 0, 1, 2}, 0}};
+    for (const auto& [source, pixels] : cases) {
         m_canvas.fillRect({0, 0, 20, 20}, kBlue);
-        m_canvas.drawBitmap(image, c.source, {0, 0, 2, 2});
-        EXPECT_EQ(countOf(kRed), c.pixels) << c.source.left;
+        m_canvas.drawBitmap(image, source, {0, 0, 2, 2});
+        EXPECT_EQ(countOf(kRed), pixels) << source.left;
     }
     m_canvas.drawBitmap(Bitmap(), {0, 0, 1, 1}, {0, 0, 20, 20});
     EXPECT_EQ(countOf(kBlue), 400);

@@ -103,24 +103,6 @@ TEST(EllipseRow, MatchesGdi) {
          "..##oooooooo##..\n"
          "....#oooooo#....\n"
          ".....######.....\n"},
-        {{17, 17},
-         "......#####......\n"
-         "....##ooooo##....\n"
-         "...#ooooooooo#...\n"
-         "..#ooooooooooo#..\n"
-         ".#ooooooooooooo#.\n"
-         ".#ooooooooooooo#.\n"
-         "#ooooooooooooooo#\n"
-         "#ooooooooooooooo#\n"
-         "#ooooooooooooooo#\n"
-         "#ooooooooooooooo#\n"
-         "#ooooooooooooooo#\n"
-         ".#ooooooooooooo#.\n"
-         ".#ooooooooooooo#.\n"
-         "..#ooooooooooo#..\n"
-         "...#ooooooooo#...\n"
-         "....##ooooo##....\n"
-         "......#####......\n"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(pictureOf(c.box), c.picture) << c.box.width << "x" << c.box.height;

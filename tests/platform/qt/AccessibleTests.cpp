@@ -1,6 +1,7 @@
 // What Qt, and with it every bridge, gets to see of a window's accessibility tree.
 #include <QAccessible>
 #include <memory>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -16,6 +17,8 @@ using test::TestControl;
 using test::TestWindow;
 
 namespace {
+
+constexpr const char* kValue = "Start\u00e9";
 
 class AccessibleTest : public testing::Test {
 protected:
@@ -40,40 +43,29 @@ protected:
 } // namespace
 
 TEST_F(AccessibleTest, DescribesEveryControl) {
-    const struct {
-        int index;
-        QAccessible::Role role;
-        const char* name;
-        const char* id;
-        const char* value;
-        QRect rect;
-    } cases[] = {
-        {0, QAccessible::StaticText, "Save first?", "Question", "", {105, 205, 90, 20}},
-        {1, QAccessible::Button, "Yes", "ButtonYes", "", {110, 230, 50, 20}},
-        {2,
-         QAccessible::EditableText,
-         "Branch name",
-         "EditBranchName",
-         "Start\u00e9",
-         {170, 230, 80, 20}},
-        {3, QAccessible::ComboBox, "Zone", "ComboZone", "Door", {170, 255, 80, 20}},
-        {4, QAccessible::RadioButton, "Move point", "OptionMovePoint", "", {255, 230, 40, 20}},
-        {5, QAccessible::List, "Actions", "ListAction", "", {105, 280, 190, 18}},
+    const std::tuple<QAccessible::Role, const char*, const char*, const char*, QRect> cases[] = {
+        {QAccessible::StaticText, "Save first?", "Question", "", {105, 205, 90, 20}},
+        {QAccessible::Button, "Yes", "ButtonYes", "", {110, 230, 50, 20}},
+        {QAccessible::EditableText, "Branch name", "EditBranchName", kValue, {170, 230, 80, 20}},
+        {QAccessible::ComboBox, "Zone", "ComboZone", "Door", {170, 255, 80, 20}},
+        {QAccessible::RadioButton, "Move point", "OptionMovePoint", "", {255, 230, 40, 20}},
+        {QAccessible::List, "Actions", "ListAction", "", {105, 280, 190, 18}},
     };
     EXPECT_EQ(root()->role(), QAccessible::Dialog);
     EXPECT_EQ(root()->text(QAccessible::Name), QString("Exit"));
     ASSERT_EQ(root()->childCount(), 6);
-    for (const auto& c : cases) {
-        QAccessibleInterface* child = root()->child(c.index);
+    int index = 0;
+    for (const auto& [role, name, id, value, rect] : cases) {
+        QAccessibleInterface* child = root()->child(index);
         ASSERT_NE(child, nullptr);
-        EXPECT_EQ(child->role(), c.role) << c.id;
-        EXPECT_EQ(child->text(QAccessible::Name), QString(c.name));
-        EXPECT_EQ(child->text(QAccessible::Description), QString(c.id));
-        EXPECT_EQ(child->text(QAccessible::Value), QString(c.value));
-        EXPECT_EQ(child->rect(), c.rect) << c.id;
+        EXPECT_EQ(child->role(), role) << id;
+        EXPECT_EQ(child->text(QAccessible::Name), QString(name));
+        EXPECT_EQ(child->text(QAccessible::Description), QString(id));
+        EXPECT_EQ(child->text(QAccessible::Value), QString(value));
+        EXPECT_EQ(child->rect(), rect) << id;
         EXPECT_EQ(child->parent(), root());
-        EXPECT_EQ(root()->indexOfChild(child), c.index);
-        EXPECT_EQ(root()->child(c.index), child) << "the same interface each time";
+        EXPECT_EQ(root()->indexOfChild(child), index);
+        EXPECT_EQ(root()->child(index++), child) << "the same interface each time";
     }
     EXPECT_EQ(root()->child(-1), nullptr);
     EXPECT_EQ(root()->child(6), nullptr);
@@ -128,7 +120,7 @@ TEST_F(AccessibleTest, ReadsAndReplacesTheTextOfAnEdit) {
     EXPECT_EQ(text->characterCount(), 6);
     EXPECT_EQ(text->cursorPosition(), 3);
     EXPECT_EQ(text->text(1, 3), QString("ta"));
-    EXPECT_EQ(text->text(-5, 99), QString("Start\u00e9"));
+    EXPECT_EQ(text->text(-5, 99), QString(kValue));
     EXPECT_EQ(text->text(4, 2), QString());
     QAccessibleEditableTextInterface* editable = root()->child(2)->editableTextInterface();
     ASSERT_NE(editable, nullptr);

@@ -24,6 +24,7 @@ namespace {
 class FileDialogTest : public testing::Test {
 protected:
     void SetUp() override {
+        static_cast<void>(test::gui());
         ASSERT_TRUE(m_folder.isValid());
         for (const char* name : {"a.ogv", "B.OGG", "note.txt", "c d.ogv", "\u00e9.ogg"}) {
             QFile file(m_folder.filePath(QString::fromUtf8(name)));
@@ -51,53 +52,32 @@ protected:
         });
     }
 
-    static bool typeNames(QFileDialog& dialog, const QString& names) {
-        auto* edit = dialog.findChild<QLineEdit*>("fileNameEdit");
-        edit->setText(names);
-        QMetaObject::invokeMethod(&dialog, "accept"); // what Return in the line does
-        return true;
-    }
-
     QTemporaryDir m_folder;
 };
 
 } // namespace
 
 TEST_F(FileDialogTest, GivesTheFolderAndTheNamesOfWhatWasChosen) {
-    const struct {
-        const char* typed;
-        std::vector<std::string> names;
-    } cases[] = {
+    const std::pair<const char*, std::vector<std::string>> cases[] = {
         {"a.ogv", {"a.ogv"}},
         {"\"a.ogv\" \"c d.ogv\" \"B.OGG\"", {"a.ogv", "c d.ogv", "B.OGG"}},
         {"\u00e9.ogg", {"\u00e9.ogg"}},
     };
-    static_cast<void>(test::gui());
-    for (const auto& c : cases) {
-        QString title;
-        whenOpen([&](QFileDialog& dialog) {
-            title = dialog.windowTitle();
-            return typeNames(dialog, QString::fromUtf8(c.typed));
+    for (const auto& [typed, names] : cases) {
+        whenOpen([typed = typed](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), QString("Add Video"));
+            dialog.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromUtf8(typed));
+            QMetaObject::invokeMethod(&dialog, "accept"); // what Return in the line does
+            return true;
         });
         const auto result = test::gui().fileDialog().openFiles(request());
-        ASSERT_TRUE(result.has_value()) << c.typed;
-        EXPECT_EQ(title, QString("Add Video"));
+        ASSERT_TRUE(result.has_value()) << typed;
         EXPECT_EQ(result->folder, m_folder.path().toStdString() + "/");
-        EXPECT_EQ(result->names, c.names);
+        EXPECT_EQ(result->names, names);
     }
 }
 
-TEST_F(FileDialogTest, GivesNothingWhenCancelled) {
-    static_cast<void>(test::gui());
-    whenOpen([](QFileDialog& dialog) {
-        dialog.reject();
-        return true;
-    });
-    EXPECT_EQ(test::gui().fileDialog().openFiles(request()), std::nullopt);
-}
-
 TEST_F(FileDialogTest, StartsInTheFolderAndShowsFilesByPatternWithoutCase) {
-    static_cast<void>(test::gui());
     OpenFilesRequest asked = request();
     std::replace(asked.initialFolder.begin() + 1, asked.initialFolder.end(), '/', '\\');
     QStringList shown;
@@ -120,7 +100,7 @@ TEST_F(FileDialogTest, StartsInTheFolderAndShowsFilesByPatternWithoutCase) {
     EXPECT_EQ(shown, (QStringList{"B.OGG", "a.ogv", "c d.ogv", "\u00e9.ogg"}));
 }
 
-TEST_F(FileDialogTest, KeepsInputFromItsOwner) {
+TEST_F(FileDialogTest, KeepsInputFromItsOwnerAndGivesNothingWhenCancelled) {
     test::TestWindow owner;
     owner.show();
     OpenFilesRequest asked = request();

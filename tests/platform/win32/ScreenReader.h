@@ -1,0 +1,47 @@
+// Asks for accessible objects through MSAA, as a screen reader does, and compares what it is told
+// with the tree that a window keeps.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include <windows.h>
+
+#include <oleacc.h>
+
+#include "platform/Accessible.h"
+
+namespace test {
+
+struct ReleaseObject {
+    void operator()(IUnknown* object) const { object->Release(); }
+};
+using AccessibleObject = std::unique_ptr<IAccessible, ReleaseObject>;
+
+/// The object of a window's client area; empty when Windows has none.
+[[nodiscard]] AccessibleObject clientOf(HWND window);
+[[nodiscard]] VARIANT numbered(long id);
+/// The text, which is freed; empty for null.
+[[nodiscard]] std::u16string taken(BSTR text);
+
+class TreeReader {
+public:
+    explicit TreeReader(HWND window) : m_window(window) {}
+
+    /// Compares `object` with `node`, and all below with what is below.
+    void readTree(IAccessible& object, const platform::Accessible& node);
+    /// Compares the child `id` of `object` (or itself) with `node`.
+    void read(IAccessible& object, const VARIANT& id, const platform::Accessible& node);
+    /// How many nodes of each role were read.
+    [[nodiscard]] const std::map<platform::AccessibleRole, int>& seen() const { return m_seen; }
+
+private:
+    void readPlaceAndState(IAccessible& object, const VARIANT& id,
+                           const platform::Accessible& node) const;
+
+    HWND m_window;
+    std::map<platform::AccessibleRole, int> m_seen;
+};
+
+} // namespace test
