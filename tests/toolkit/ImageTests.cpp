@@ -27,12 +27,8 @@ class Images : public ToolkitTest {};
 } // namespace
 
 TEST(ImageAttribute, ToleratesBlanksOrderAndUnknownKeys) {
-    const struct {
-        std::u16string_view text;
-        std::u16string_view file;
-        Rect corner;
-        std::optional<Rect> dest;
-    } cases[] = {
+    using Text = std::u16string_view;
+    const std::tuple<Text, Text, Rect, std::optional<Rect>> cases[] = {
         {u"file='a.png' corner='1,2,3,4'", u"a.png", {1, 2, 3, 4}, std::nullopt},
         {u"  corner = '1, 2 ,3,4'  file =\t'a b.png' ", u"a b.png", {1, 2, 3, 4}, std::nullopt},
         {u"file=\"a.png\" fade='7' dest='-3,-3,21,21'", u"a.png", {}, Rect{-3, -3, 21, 21}},
@@ -45,11 +41,11 @@ TEST(ImageAttribute, ToleratesBlanksOrderAndUnknownKeys) {
         {u"=''='' file='a.png'", u"a.png", {}, std::nullopt},
         {u"file='a.png'corner='1,1,1,1'", u"a.png", {1, 1, 1, 1}, std::nullopt},
     };
-    for (const auto& c : cases) {
-        const ImageAttribute parsed = ImageAttribute::parse(c.text);
-        EXPECT_TRUE(parsed.file == c.file);
-        EXPECT_EQ(parsed.corner, c.corner);
-        EXPECT_EQ(parsed.dest, c.dest);
+    for (const auto& [text, file, corner, dest] : cases) {
+        const ImageAttribute parsed = ImageAttribute::parse(text);
+        EXPECT_TRUE(parsed.file == file);
+        EXPECT_EQ(parsed.corner, corner);
+        EXPECT_EQ(parsed.dest, dest);
     }
 }
 

@@ -106,6 +106,7 @@ TEST_F(Paint, ShowsTheStateOfButtonsAndOptions) {
          "selectedimage=\"Chosen.bmp\" selectedhotimage=\"ChosenHot.bmp\"/>");
     const auto go = [&] { return driver().pixel({5, 5}); };
     const auto check = [&] { return driver().pixel({5, 55}); };
+    driver().hover(platform::Point{300, 200}); // wherever the pointer was
     EXPECT_EQ(go(), 0xFF000010);
     driver().hover(u"Go");
     EXPECT_EQ(go(), 0xFF000020);
