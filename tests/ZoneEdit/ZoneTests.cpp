@@ -195,8 +195,9 @@ TEST_F(ZoneEditZones, CloseAsksAndADismissalMeansYes) {
         show();
         std::string asked;
         m_driver->clickThen(u"ButtonClose", [&] {
-            test::input().requestClose(m_driver->native());
-            test::pump();
+            platform::Event close;
+            close.kind = platform::EventKind::closeRequest;
+            m_window->HandleMessage(close);
             EXPECT_FALSE(isClosed(*m_window)) << "the question has to end first";
             answering(answer, &asked)();
         });

@@ -44,8 +44,8 @@ bool leaves(const CControlUI& control) {
 
 } // namespace
 
-RandomUser::RandomUser(test::ScriptedGui& gui, std::uint64_t seed)
-    : m_gui(gui), m_input(platform::createTestInput(gui)), m_random(seed) {}
+RandomUser::RandomUser(platform::Gui& gui, test::ScriptedFileDialog& dialog, std::seed_seq& seed)
+    : m_dialog(dialog), m_input(platform::createTestInput(gui)), m_random(seed) {}
 
 void RandomUser::act() {
     static constexpr std::array<Deed, 12> kDeeds{{
@@ -99,6 +99,11 @@ Point RandomUser::anyPoint() {
             below(window.height() + 2 * kOutside) - kOutside};
 }
 
+Point RandomUser::anyPointIn(const platform::Rect& rect) {
+    const int x = rect.left + below(std::max(rect.width(), 1));
+    return {x, rect.top + below(std::max(rect.height(), 1))};
+}
+
 platform::Modifiers RandomUser::anyModifiers() {
     if (!oneIn(4)) {
         return {};
@@ -112,11 +117,7 @@ std::u16string RandomUser::anyText() {
         u'"', u'%', u's', u'\\', u'/', u'*', u'\t', u'ß', u'я', u'\u4E2D', u'\u0301', u'\u200F'};
     std::u16string text;
     for (int left = 1 + below(oneIn(20) ? 400 : 12); left > 0; --left) {
-        if (oneIn(15)) {
-            text += u"\U0001F525";
-        } else {
-            text += kLetters[static_cast<std::size_t>(below(static_cast<int>(kLetters.size())))];
-        }
+        text += oneIn(15) ? u"\U0001F525" : std::u16string(1, oneOf(kLetters));
     }
     return text;
 }
@@ -127,13 +128,22 @@ void RandomUser::answerFileDialog() {
                                                               {"short.ogv", "cut.ogv", "sound.ogg"},
                                                               {"gone.ogv"},
                                                               {"..\\short.ogv"}};
-    m_gui.dialog.requests.clear();
-    const auto index = static_cast<std::size_t>(below(static_cast<int>(kNames.size()) + 1));
-    if (index == kNames.size()) {
-        m_gui.dialog.answer.reset();
-    } else {
-        m_gui.dialog.answer = platform::OpenFilesResult{"videos/", kNames[index]};
+    m_dialog.requests.clear();
+    m_dialog.answer.reset();
+    if (!oneIn(6)) {
+        m_dialog.answer = platform::OpenFilesResult{"videos/", oneOf(kNames)};
     }
+}
+
+void RandomUser::mouse(EventKind kind, Point at, MouseButton button) {
+    m_input->mouse(*m_window->GetNative(), kind, at, button);
+}
+
+void RandomUser::click(platform::NativeWindow& native, Point at, MouseButton button,
+                       platform::Modifiers modifiers) {
+    m_input->mouse(native, EventKind::mouseMove, at, MouseButton::none, modifiers);
+    m_input->mouse(native, EventKind::mouseDown, at, button, modifiers);
+    m_input->mouse(native, EventKind::mouseUp, at, button, modifiers);
 }
 
 void RandomUser::clickControl() {
@@ -145,8 +155,7 @@ void RandomUser::clickControl() {
     if (controls.empty()) {
         return;
     }
-    CControlUI* control =
-        controls[static_cast<std::size_t>(below(static_cast<int>(controls.size())))];
+    const CControlUI* control = oneOf(controls);
     if (leaves(*control) && !oneIn(5)) {
         return;
     }
@@ -154,45 +163,33 @@ void RandomUser::clickControl() {
         m_patience = kCopyPatience;
     }
     note(std::hash<std::u16string_view>{}(control->GetName()));
-    const platform::Rect& pos = control->GetPos();
-    const Point at{pos.left + below(std::max(pos.width(), 1)),
-                   pos.top + below(std::max(pos.height(), 1))};
+    const Point at = anyPointIn(control->GetPos());
     const MouseButton button = oneIn(20) ? MouseButton::right : MouseButton::left;
-    const platform::Modifiers modifiers = anyModifiers();
-    platform::NativeWindow& native = *m_window->GetNative();
-    m_input->mouse(native, EventKind::mouseMove, at, MouseButton::none, modifiers);
-    m_input->mouse(native, EventKind::mouseDown, at, button, modifiers);
-    m_input->mouse(native, EventKind::mouseUp, at, button, modifiers);
+    click(*m_window->GetNative(), at, button, anyModifiers());
 }
 
 void RandomUser::clickAnywhere() {
-    const Point at = anyPoint();
-    m_input->mouse(*m_window->GetNative(), EventKind::mouseMove, at, MouseButton::none);
-    m_input->mouse(*m_window->GetNative(), EventKind::mouseDown, at);
-    m_input->mouse(*m_window->GetNative(), EventKind::mouseUp, at);
+    click(*m_window->GetNative(), anyPoint());
 }
 
 void RandomUser::doubleClick() {
     const Point at = anyPoint();
-    clickAnywhere();
-    m_input->mouse(*m_window->GetNative(), EventKind::mouseDown, at);
-    m_input->mouse(*m_window->GetNative(), EventKind::mouseUp, at);
-    m_input->mouse(*m_window->GetNative(), EventKind::mouseDoubleClick, at);
-    m_input->mouse(*m_window->GetNative(), EventKind::mouseUp, at);
+    click(*m_window->GetNative(), at);
+    mouse(EventKind::mouseDoubleClick, at);
+    mouse(EventKind::mouseUp, at);
 }
 
 void RandomUser::pressOnly() {
     const EventKind kind = oneIn(2) ? EventKind::mouseDown : EventKind::mouseUp;
-    const MouseButton button = oneIn(3) ? MouseButton::middle : MouseButton::left;
-    m_input->mouse(*m_window->GetNative(), kind, anyPoint(), button);
+    mouse(kind, anyPoint(), oneIn(3) ? MouseButton::middle : MouseButton::left);
 }
 
 void RandomUser::drag() {
-    m_input->mouse(*m_window->GetNative(), EventKind::mouseDown, anyPoint());
+    mouse(EventKind::mouseDown, anyPoint());
     for (int moves = 1 + below(8); moves > 0; --moves) {
-        m_input->mouse(*m_window->GetNative(), EventKind::mouseMove, anyPoint());
+        mouse(EventKind::mouseMove, anyPoint());
     }
-    m_input->mouse(*m_window->GetNative(), EventKind::mouseUp, anyPoint());
+    mouse(EventKind::mouseUp, anyPoint());
 }
 
 void RandomUser::turnWheel() {
@@ -233,14 +230,12 @@ void RandomUser::pickFromDropList() {
         clickControl();
         return;
     }
-    const platform::Rect area = list.geometry();
-    const Point at{below(std::max(area.width(), 1)), below(std::max(area.height(), 1))};
+    const platform::Size size = list.geometry().size();
+    const Point at = anyPointIn({0, 0, size.width, size.height});
     if (oneIn(4)) {
         m_input->wheel(*list.native(), at, (below(5) - 2) * 120);
     }
-    m_input->mouse(*list.native(), EventKind::mouseMove, at, MouseButton::none);
-    m_input->mouse(*list.native(), EventKind::mouseDown, at);
-    m_input->mouse(*list.native(), EventKind::mouseUp, at);
+    click(*list.native(), at);
 }
 
 void RandomUser::askToClose() {
@@ -263,7 +258,7 @@ void RandomUser::harmAFile() {
         return;
     }
     std::sort(files.begin(), files.end());
-    const fs::path& file = files[static_cast<std::size_t>(below(static_cast<int>(files.size())))];
+    const fs::path& file = oneOf(files);
     if (oneIn(2)) {
         fs::remove(file, error);
     } else {

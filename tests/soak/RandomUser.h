@@ -16,8 +16,8 @@ namespace soak {
 
 class RandomUser {
 public:
-    /// `gui` outlives it. The file dialog answers with files of the folder "videos".
-    RandomUser(test::ScriptedGui& gui, std::uint64_t seed);
+    /// `gui` outlives it, `dialog` every deed: it answers with files of the folder "videos".
+    RandomUser(platform::Gui& gui, test::ScriptedFileDialog& dialog, std::seed_seq& seed);
 
     /// Queues one deed; nothing while no window is open. UI thread, inside a loop.
     void act();
@@ -36,12 +36,23 @@ private:
 
     [[nodiscard]] int below(int limit);
     [[nodiscard]] bool oneIn(int count) { return below(count) == 0; }
+    /// Of 0 to `items.size()` - 1.
+    template <class Items>
+    [[nodiscard]] auto& oneOf(Items& items) {
+        return items[static_cast<std::size_t>(below(static_cast<int>(items.size())))];
+    }
     [[nodiscard]] platform::Point anyPoint();
+    [[nodiscard]] platform::Point anyPointIn(const platform::Rect& rect);
     [[nodiscard]] platform::Modifiers anyModifiers();
     [[nodiscard]] std::u16string anyText();
     void note(std::uint64_t what);
     void answerFileDialog();
 
+    void mouse(platform::EventKind kind, platform::Point at,
+               platform::MouseButton button = platform::MouseButton::left);
+    void click(platform::NativeWindow& native, platform::Point at,
+               platform::MouseButton button = platform::MouseButton::left,
+               platform::Modifiers modifiers = {});
     void clickControl();
     void clickAnywhere();
     void doubleClick();
@@ -55,7 +66,7 @@ private:
     void askToClose();
     void harmAFile();
 
-    test::ScriptedGui& m_gui;
+    test::ScriptedFileDialog& m_dialog;
     std::unique_ptr<platform::TestInput> m_input;
     std::mt19937_64 m_random;
     toolkit::WindowImplBase* m_window = nullptr; ///< on top, valid during a deed

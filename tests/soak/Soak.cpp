@@ -2,20 +2,21 @@
 // of its own, a random user works its windows, and between two runs memory, threads and handles
 // must be back where they were.
 //
-//   quorvel-soak DATA FOLDER [--minutes N] [--seed S] [--from SESSION] [--events N]
+//   quorvel-soak DATA FOLDER [MINUTES [SEED [SESSION]]]
 //
 // DATA is the tree's data folder, FOLDER is emptied and used. Each session prints one line; what
 // the program says goes to FOLDER/stderr.txt, anew in each session. A run that fails is repeated
 // by its seed, and by the number of its last session. Exit 0 when nothing was found.
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/Program.h"
@@ -33,29 +34,14 @@ namespace {
 
 using support::ProcessFigures;
 
+constexpr int kEvents = 3000; // of a session
+
 struct Options {
     fs::path data;
     fs::path folder;
     double minutes = 1;
     std::uint64_t seed = std::random_device{}();
     int firstSession = 0;
-    int events = 3000; ///< of a session
-};
-
-/// The program ends its window system; the soak's own stays, and can end the program.
-class BorrowedGui final : public platform::Gui {
-public:
-    BorrowedGui(platform::Gui& gui, const bool& ends) : m_gui(gui), m_ends(ends) {}
-    platform::WindowHost& windows() override { return m_gui.windows(); }
-    platform::EventLoop& loop() override { return m_gui.loop(); }
-    platform::FontSet& fonts() override { return m_gui.fonts(); }
-    platform::FileDialog& fileDialog() override { return m_gui.fileDialog(); }
-    platform::ComponentLibrary& components() override { return m_gui.components(); }
-    bool isEnding() const override { return m_ends; }
-
-private:
-    platform::Gui& m_gui;
-    const bool& m_ends;
 };
 
 /// What became of one run of the program.
@@ -73,8 +59,7 @@ public:
 
 private:
     void layScenes() const;
-    [[nodiscard]] std::uint64_t seedOf(int session) const;
-    Course play(std::uint64_t seed);
+    Course play(int session);
     void session(int number);
     [[nodiscard]] bool judge() const;
 
@@ -97,11 +82,10 @@ Soak::Soak(const Options& options) : m_options(options) {
     fs::current_path(work);
     support::ClipSpec clip;
     clip.frames = 40;
-    const support::Bytes whole = support::makeClip(clip);
-    support::writeBytes("videos/short.ogv", whole);
-    support::writeBytes("videos/cut.ogv",
-                        support::Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(
-                                                                          whole.size() / 2)));
+    support::Bytes bytes = support::makeClip(clip);
+    support::writeBytes("videos/short.ogv", bytes);
+    bytes.resize(bytes.size() / 2);
+    support::writeBytes("videos/cut.ogv", bytes);
     clip.sound = support::Sound::after;
     clip.width = 320;
     clip.height = 240;
@@ -111,12 +95,6 @@ Soak::Soak(const Options& options) : m_options(options) {
 /// Two scenes as an author might have left them, one that is damaged.
 void Soak::layScenes() const {
     fs::remove_all("Scenes");
-    for (const char* name : {"Drill", "Second", "Damaged"}) {
-        fs::create_directories(fs::path("Scenes") / name);
-    }
-    fs::copy_file("videos/short.ogv", "Scenes/Drill/door.ogv");
-    fs::copy_file("videos/sound.ogg", "Scenes/Drill/hall.ogg");
-    fs::copy_file("videos/cut.ogv", "Scenes/Second/cut.ogv");
     support::writeBytes("Scenes/Drill/Scene.xml",
                         "<Scene><Name>Drill</Name><FirstBranch>A</FirstBranch>"
                         "<Branch><ID>A</ID><Filename>door.ogv</Filename>"
@@ -125,40 +103,36 @@ void Soak::layScenes() const {
     support::writeBytes("Scenes/Second/Scene.xml", "<Scene><Name>Second</Name><Branch><ID>A</ID>"
                                                    "<Filename>cut.ogv</Filename></Branch></Scene>");
     support::writeBytes("Scenes/Damaged/Scene.xml", "<Scene><Name>");
-}
-
-std::uint64_t Soak::seedOf(int session) const {
-    std::seed_seq mixed{static_cast<unsigned>(m_options.seed),
-                        static_cast<unsigned>(m_options.seed >> 32),
-                        static_cast<unsigned>(session)};
-    std::array<std::uint32_t, 2> seed{};
-    mixed.generate(seed.begin(), seed.end());
-    return std::uint64_t{seed[0]} << 32 | seed[1];
+    fs::copy_file("videos/short.ogv", "Scenes/Drill/door.ogv");
+    fs::copy_file("videos/sound.ogg", "Scenes/Drill/hall.ogg");
+    fs::copy_file("videos/cut.ogv", "Scenes/Second/cut.ogv");
 }
 
 /// One run of the program, with a random user at it.
-Course Soak::play(std::uint64_t seed) {
-    test::ScriptedGui gui(*m_real);
-    soak::RandomUser user(gui, seed);
+Course Soak::play(int session) {
+    std::seed_seq seed{static_cast<unsigned>(m_options.seed),
+                       static_cast<unsigned>(m_options.seed >> 32), static_cast<unsigned>(session)};
+    auto gui = std::make_unique<test::ScriptedGui>(*m_real);
+    soak::RandomUser user(*m_real, gui->dialog, seed);
     Course course;
     int pause = 0;
     bool ends = false;
     bool isOver = false;
+    gui->ends = [&ends] { return ends; };
     {
-        const soak::Ticker ticker(gui.loop(), [&] {
+        const soak::Ticker ticker(m_real->loop(), [&] {
             if (isOver) {
                 return; // a quit now would end the next run
             }
             if (ends) {
-                gui.loop().postQuit(0);
+                m_real->loop().postQuit(0);
             } else if (--pause < 0) {
                 user.act();
                 pause = user.patience();
-                ends = ++course.events >= m_options.events;
+                ends = ++course.events >= kEvents;
             }
         });
-        course.exitCode =
-            app::runProgram("TestMode", [&] { return std::make_unique<BorrowedGui>(gui, ends); });
+        course.exitCode = app::runProgram("TestMode", [&gui] { return std::move(gui); });
         isOver = true;
     }
     for (const auto& [window, deeds] : user.deeds()) {
@@ -176,7 +150,7 @@ void Soak::session(int number) {
                 static_cast<unsigned long long>(m_options.seed));
     (void)std::fflush(stdout);
     core::Log::get();
-    const Course course = play(seedOf(number));
+    const Course course = play(number);
     core::Log::release();
     m_figures.push_back(support::processFigures());
     const ProcessFigures& now = m_figures.back();
@@ -237,19 +211,14 @@ Options parse(const std::vector<std::string>& arguments) {
     Options options;
     options.data = fs::absolute(arguments.at(0));
     options.folder = fs::absolute(arguments.at(1));
-    for (std::size_t i = 2; i < arguments.size(); i += 2) {
-        const std::string& value = arguments.at(i + 1);
-        if (arguments[i] == "--minutes") {
-            options.minutes = std::stod(value);
-        } else if (arguments[i] == "--seed") {
-            options.seed = std::stoull(value);
-        } else if (arguments[i] == "--from") {
-            options.firstSession = std::stoi(value);
-        } else if (arguments[i] == "--events") {
-            options.events = std::stoi(value);
-        } else {
-            throw std::invalid_argument(arguments[i]);
-        }
+    if (arguments.size() > 2) {
+        options.minutes = std::stod(arguments[2]);
+    }
+    if (arguments.size() > 3) {
+        options.seed = std::stoull(arguments[3]);
+    }
+    if (arguments.size() > 4) {
+        options.firstSession = std::stoi(arguments[4]);
     }
     return options;
 }
@@ -260,8 +229,7 @@ int main(int argc, char** argv) {
     try {
         return Soak(parse({argv + 1, argv + argc})).run() ? 0 : 1;
     } catch (const std::exception& error) {
-        std::printf("FAILED: %s\nusage: quorvel-soak DATA FOLDER [--minutes N] [--seed S] "
-                    "[--from SESSION] [--events N]\n",
+        std::printf("FAILED: %s\nusage: quorvel-soak DATA FOLDER [MINUTES [SEED [SESSION]]]\n",
                     error.what());
         return 2;
     }
