@@ -111,8 +111,9 @@ TEST_F(FrameQueue, AdvancingDropsOnlyWhatStandsBefore) {
     }
 }
 
+/// One column of one luma.
 theora::TheoraPicture greyPicture(const std::uint8_t& luma, unsigned identity) {
-    const theora::TheoraPlane plane{&luma, 0, 4, 2};
+    const theora::TheoraPlane plane{&luma, 0, 1, 2};
     return {{plane, plane, plane}, 1, 1, identity};
 }
 
