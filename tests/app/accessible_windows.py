@@ -4,12 +4,14 @@ the layout table, and all that is done is done through it.
 Usage: accessible_windows.py PID    with the height of the screen in SCREEN_HEIGHT
 """
 
+import contextlib
 import os
 import pathlib
 import sys
 import time
 
 import pyatspi
+from gi.repository import GLib
 
 TABLE = pathlib.Path(__file__).resolve().parent.parent / "data" / "skin" / "layout.tsv"
 LONGEST_WAIT = 40  # seconds until something counts as missing
@@ -23,6 +25,22 @@ ROLES = (
     ("BranchList", "list"),
 )
 
+# What listeners must be told of meanwhile: the event, the control, the event's detail.
+EVENTS = {
+    ("object:property-change:accessible-name", "LabelScene", 0),
+    ("object:state-changed:focused", "EditSceneName", 1),
+    ("object:text-changed:insert", "EditZone", 0),
+    ("object:state-changed:checked", "OptionAddPoint", 1),
+    ("object:state-changed:checked", "OptionMovePoint", 0),
+    ("object:state-changed:enabled", "ButtonRemoveAction", 1),
+}
+told = set()
+
+
+def note(event):
+    with contextlib.suppress(GLib.GError):  # a control that has gone since
+        told.add((str(event.type), event.source.description, event.detail1))
+
 
 def expect(what, is_, must):
     if is_ != must:
@@ -33,6 +51,8 @@ def wait_for(what, find):
     """The first true answer of `find`, which may meet nodes that have just gone."""
     end = time.monotonic() + LONGEST_WAIT
     while time.monotonic() < end:
+        while GLib.MainContext.default().iteration(False):
+            pass
         try:
             found = find()
         except Exception:  # pylint: disable=broad-except
@@ -189,9 +209,12 @@ def has_ended(pid):
 
 def main():
     pid = int(sys.argv[1])
+    for kind in ("property-change:accessible-name", "text-changed", "state-changed"):
+        pyatspi.Registry.registerEventListener(note, "object:" + kind)
     work_scene_windows(pid)
     work_branch_editor(pid)
     work_zone_editor(pid, "ZoneEdit.xml" if int(os.environ["SCREEN_HEIGHT"]) >= SMALL_SCREEN else "ZoneEditSmall.xml")
+    wait_for(f"all of {EVENTS} among {told}", lambda: EVENTS <= told)
     Window(pid, "Quorvel", "BranchList.xml").press("ButtonExit")
     answer(pid, "Exit?", "Are you sure you want to exit?", "ButtonYes")
     wait_for("the program's end", lambda: has_ended(pid))
