@@ -8,6 +8,7 @@
 
 #include "tests/src/PlaybackSession.h"
 #include "tests/support/ClipMaker.h"
+#include "tests/support/SoundMaker.h"
 
 namespace {
 

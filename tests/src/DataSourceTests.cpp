@@ -14,16 +14,13 @@
 #include "tests/src/MemorySource.h"
 #include "tests/src/PlaybackSession.h"
 #include "tests/support/ClipMaker.h"
-#include "tests/support/TempFolder.h"
 
 namespace {
 
 using theora::TheoraFileDataSource;
 using Lines = std::vector<std::string>;
 
-class FileSource : public support::TempFolderTest {};
-
-TEST_F(FileSource, OpensAtTheFirstAccessOnly) {
+TEST(FileSource, OpensAtTheFirstAccessOnly) {
     TheoraFileDataSource missing("none/clip.ogv", platform::nativeFileSystem());
     EXPECT_EQ(missing.repr(), "none/clip.ogv");
     EXPECT_EQ(missing.tell(), 0);
@@ -43,16 +40,6 @@ TEST_F(FileSource, OpensAtTheFirstAccessOnly) {
     }
     TheoraFileDataSource folder(".", platform::nativeFileSystem());
     EXPECT_THROW((void)folder.size(), theora::TheoraGenericException);
-}
-
-TEST_F(FileSource, ReadsFromAnyOffset) {
-    support::writeBytes("bytes", std::string("0123456789"));
-    TheoraFileDataSource source("bytes", platform::nativeFileSystem());
-    source.seek(6);
-    char text[8] = {};
-    EXPECT_EQ(source.read(text, 8), 4U);
-    EXPECT_STREQ(text, "6789");
-    EXPECT_EQ(source.tell(), 10);
 }
 
 TEST(Manager, LogsItsBannerEachClipAndWhyOneWasRefused) {

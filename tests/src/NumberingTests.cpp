@@ -1,8 +1,7 @@
 // Files whose frame numbers are not 0 to count - 1: cut from longer ones, counted wrongly, with
 // gaps.
 #include <algorithm>
-#include <initializer_list>
-#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -19,7 +18,7 @@ struct SeekCase {
     int carried; ///< the picture that stands under the number asked for
 };
 
-void expectSeeks(PlaybackSession& session, std::initializer_list<SeekCase> cases) {
+void expectSeeks(PlaybackSession& session, const std::vector<SeekCase>& cases) {
     for (const SeekCase& item : cases) {
         const ShownFrame shown = session.seek(item.asked);
         EXPECT_EQ(shown.number, item.asked);
@@ -42,12 +41,32 @@ void expectSeeksAsPlayed(const ClipSpec& spec, int firstNumber) {
     EXPECT_EQ(session.seek(0).hash, played.front().hash);
 }
 
-TEST(Numbering, AFileThatStartsLateShowsItsFirstFrameForEarlierNumbers) {
-    ClipSpec spec;
-    spec.firstNumber = 100;
-    PlaybackSession session(support::makeClip(spec));
-    EXPECT_EQ(session.clip().getNumFrames(), 130);
-    expectSeeks(session, {{0, 0}, {99, 0}, {100, 0}, {101, 1}, {117, 17}, {129, 29}, {50, 0}});
+TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
+    const struct {
+        const char* name;
+        ClipSpec spec;
+        int frames;
+        std::vector<SeekCase> seeks;
+    } cases[] = {
+        {"starts late",
+         {.firstNumber = 100},
+         130,
+         {{0, 0}, {99, 0}, {100, 0}, {101, 1}, {117, 17}, {129, 29}, {50, 0}}},
+        {"counts from 0, of a version that counts from 1",
+         {.firstNumber = -1},
+         30,
+         {{0, 0}, {1, 1}, {13, 13}, {29, 29}}},
+        {"the last page counts a frame that is not there",
+         {.emptyLastPage = true},
+         31,
+         {{30, 29}, {29, 29}, {30, 29}, {5000, 29}, {3, 3}}},
+    };
+    for (const auto& item : cases) {
+        SCOPED_TRACE(item.name);
+        PlaybackSession session(support::makeClip(item.spec));
+        EXPECT_EQ(session.clip().getNumFrames(), item.frames);
+        expectSeeks(session, item.seeks);
+    }
 }
 
 TEST(Numbering, AStreamThatStartsInsideAGroupShowsWhatPlayingShows) {
@@ -67,21 +86,6 @@ TEST(Numbering, AStreamThatStartsWithEmptyOrDamagedFramesShowsGreyUntilAPictureC
         spec.damagedFrame = damaged;
         expectSeeksAsPlayed(spec, 1);
     }
-}
-
-TEST(Numbering, AVersionMismatchDoesNotLoseTheFirstFrame) {
-    ClipSpec spec;
-    spec.firstNumber = -1; // a version that counts from 1 in a file that counts from 0
-    PlaybackSession session(support::makeClip(spec));
-    expectSeeks(session, {{0, 0}, {1, 1}, {13, 13}, {29, 29}});
-}
-
-TEST(Numbering, BehindTheEndTheLastPictureStandsUnderTheNumberAskedFor) {
-    ClipSpec spec;
-    spec.emptyLastPage = true; // counts a frame that does not exist
-    PlaybackSession session(support::makeClip(spec));
-    EXPECT_EQ(session.clip().getNumFrames(), 31);
-    expectSeeks(session, {{30, 29}, {29, 29}, {30, 29}, {5000, 29}, {3, 3}});
 }
 
 TEST(Numbering, OfAGapTheFrameBeforeItIsShown) {

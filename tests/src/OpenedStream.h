@@ -2,7 +2,6 @@
 #pragma once
 
 #include <optional>
-#include <utility>
 
 #include "src/Theora/StreamHeaders.h"
 #include "src/Theora/StreamScan.h"

@@ -1,5 +1,4 @@
 // Bad files are refused with one of the library's messages; damage behind the headers is survived.
-#include <algorithm>
 #include <random>
 #include <set>
 #include <string>
@@ -12,6 +11,7 @@
 #include "tests/src/PlaybackSession.h"
 #include "tests/src/ReferenceDecoder.h"
 #include "tests/support/ClipMaker.h"
+#include "tests/support/SoundMaker.h"
 
 namespace {
 

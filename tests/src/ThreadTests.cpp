@@ -72,23 +72,15 @@ TEST(Threads, OfManySeeksFromAnotherThreadTheLastOneIsShown) {
         clip.requestSeek(41);
         done.store(true);
     });
-    int last = -1;
-    const auto showNext = [&] {
+    for (int last = -1; !done.load() || last != 41;) {
         if (const theora::TheoraVideoFrame* frame = clip.peekReadyFrame()) {
             // A held frame stays whole even when a seek discards it meanwhile.
             EXPECT_EQ(carriedBy(*frame), frame->getFrameNumber());
             last = frame->getFrameNumber();
             clip.releaseShownFrame();
         }
-    };
-    while (!done.load() || clip.pendingSeekFrame.load() != -1) {
-        showNext();
     }
     other.join();
-    while (last != 41) {
-        showNext();
-    }
-    EXPECT_EQ(session.seek(17).carried, 17);
 }
 
 TEST(Threads, AModeChangeDoesNotDisturbASeek) {

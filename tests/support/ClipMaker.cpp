@@ -10,6 +10,7 @@
 #include <theora/theoraenc.h>
 
 #include "src/Theora/OggHandles.h"
+#include "tests/support/SoundMaker.h"
 
 namespace support {
 namespace {

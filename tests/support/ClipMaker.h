@@ -8,7 +8,6 @@
 #include <string>
 
 #include "tests/support/OggPager.h"
-#include "tests/support/SoundMaker.h"
 
 namespace support {
 
