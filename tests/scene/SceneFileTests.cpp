@@ -108,8 +108,9 @@ TEST_F(SceneFileTest, ElementsAreReadInAnyOrderAndUnknownOnesNamed) {
         }
         EXPECT_EQ(m_log.newErrors(), errors) << c.branch;
     }
-    EXPECT_TRUE(load("\xEF\xBB\xBF<S><!-- c --><Name/><FirstBranch>f</FirstBranch></S><Second/>"));
+    EXPECT_TRUE(load("\xEF\xBB\xBF<S><!-- c --><Name/><Foo/><FirstBranch>f</FirstBranch></S><B/>"));
     EXPECT_EQ(shown(*m_scene), "|f") << "an empty name in the file counts";
+    EXPECT_EQ(m_log.newErrors(), Lines{"Unknown node type: Foo"});
 }
 
 TEST_F(SceneFileTest, TextsAreWrittenAsTheyAre) {
@@ -172,6 +173,9 @@ TEST(BranchTest, ActionsMoveAndGoByIndex) {
             branch.action(branch.actionCount() - 1)->SetParameter(parameter);
         }
         branch.moveAction(c.from, c.to);
+        branch.removeAction(-1);
+        branch.removeAction(4);
+        EXPECT_FALSE(branch.action(-1) || branch.action(4));
         std::string order;
         for (const auto& action : branch.actions()) {
             order += action->Parameter();
