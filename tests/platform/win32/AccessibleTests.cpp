@@ -53,6 +53,7 @@ protected:
 
 TEST_F(AccessibleTest, DescribesEveryControlByItsNumber) {
     control(1).state.enabled = false;
+    control(3).state.expanded = true;
     test::TreeReader reader(handle());
     for (int i = 0; i < m_root->accessibleChildCount(); ++i) {
         reader.read(*m_client, numbered(i + 1), control(i));
