@@ -1,6 +1,7 @@
 // Stepping through the frames of a video: the number in the edit, the picture on the screen.
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -17,6 +18,20 @@ std::u16string number(int value) {
     return core::displayText(std::to_string(value));
 }
 
+const struct {
+    const char16_t* button; ///< null: a key
+    Key key;
+    bool shift;
+    int by;
+    int times = 1;
+} kSteps[] = {
+    {u"ButtonPrevious10", {}, false, -10}, {u"ButtonPrevious", {}, false, -1},
+    {u"ButtonNext", {}, false, 1},         {u"ButtonNext10", {}, false, 10},
+    {nullptr, Key::left, true, -10},       {nullptr, Key::left, false, -1},
+    {nullptr, Key::right, false, 1},       {nullptr, Key::right, true, 10},
+    {nullptr, Key::right, false, 1, 7}, // held down: steps that nobody waits for
+};
+
 class ZoneEditFrames : public test::ZoneEditTest {};
 
 TEST_F(ZoneEditFrames, TheScreenShowsTheCurrentFrameAfterHundredsOfSteps) {
@@ -26,34 +41,21 @@ TEST_F(ZoneEditFrames, TheScreenShowsTheCurrentFrameAfterHundredsOfSteps) {
     spec.keyframeDistance = 16;
     makeClip(spec);
     show();
-    const struct {
-        const char16_t* button; ///< null: a key
-        Key key;
-        bool shift;
-        int by;
-        int times = 1;
-    } steps[] = {
-        {u"ButtonPrevious10", {}, false, -10}, {u"ButtonPrevious", {}, false, -1},
-        {u"ButtonNext", {}, false, 1},         {u"ButtonNext10", {}, false, 10},
-        {nullptr, Key::left, true, -10},       {nullptr, Key::left, false, -1},
-        {nullptr, Key::right, false, 1},       {nullptr, Key::right, true, 10},
-        {nullptr, Key::right, false, 1, 7}, // held down: steps that nobody waits for
-    };
     std::mt19937 random(7);
     int frame = 0;
     for (int count = 0; count < 250; ++count) {
-        const std::size_t choice = random() % (std::size(steps) + 1);
-        if (choice == std::size(steps)) {
+        const std::size_t choice = random() % (std::size(kSteps) + 1);
+        if (choice == std::size(kSteps)) {
             frame = static_cast<int>(random() % kFrames);
             m_driver->enter(u"EditCurrentFrame", number(frame));
-        } else if (steps[choice].button != nullptr) {
-            m_driver->click(steps[choice].button);
-            frame += steps[choice].by;
+        } else if (kSteps[choice].button != nullptr) {
+            m_driver->click(kSteps[choice].button);
+            frame += kSteps[choice].by;
         } else {
-            for (int held = 0; held < steps[choice].times; ++held) {
+            for (int held = 0; held < kSteps[choice].times; ++held) {
                 test::input().key(m_driver->native(), platform::EventKind::keyDown,
-                                  steps[choice].key, {}, {.shift = steps[choice].shift});
-                frame += steps[choice].by;
+                                  kSteps[choice].key, {}, {.shift = kSteps[choice].shift});
+                frame += kSteps[choice].by;
             }
             test::pump();
         }
@@ -179,13 +181,12 @@ TEST_F(ZoneEditFrames, WithoutTheVideoControlEveryUseIsReported) {
     m_driver->click(u"ButtonPrevious10");
     addZone();
     m_driver->click(platform::Point{600, 300});
-    const std::vector<std::string> errors = m_log.errors();
-    ASSERT_EQ(errors.size(), 6U) << "two steps, one zone, and each press of the mouse";
-    const std::string place = "..\\ZoneEdit\\ZoneEdit.cpp:";
-    for (const std::string& error : errors) {
-        EXPECT_EQ(error.substr(0, place.size()), place);
-        EXPECT_EQ(error.substr(error.find(' ')), " VideoUI is invalid");
+    std::vector<std::string> expected; // two steps, one zone, and each press of the mouse
+    for (const char* line : {"214", "402", "214", "402", "305", "402"}) {
+        expected.push_back("..\\ZoneEdit\\ZoneEdit.cpp:" + std::string(line) +
+                           " VideoUI is invalid");
     }
+    EXPECT_EQ(m_log.errors(), expected);
 }
 
 } // namespace

@@ -145,6 +145,17 @@ std::string shape(bool active, const std::vector<platform::Point>& points) {
     return bytes;
 }
 
+/// The file of the zone; 20 x 15 display pixels stand for one of the video.
+std::string drawnZone() {
+    std::string zone = word(7) + std::string("Handle\0", 7) + word(kFrames);
+    for (int frame = 0; frame < kFrames; ++frame) {
+        const platform::Point second =
+            frame < 10 ? platform::Point{30, 10} : platform::Point{35, 12};
+        zone += shape(frame < 11, {{10, 10}, second, {20, 30}});
+    }
+    return "ENOZ" + word(static_cast<int>(zone.size())) + zone;
+}
+
 TEST_F(EditingPass, LeavesTheFilesThatAPlayerReads) {
     const support::LogCapture log;
     addABranchWithAVideo();
@@ -180,15 +191,7 @@ TEST_F(EditingPass, LeavesTheFilesThatAPlayerReads) {
                                                            "\t\t<Name>Handle</Name>\r\n"
                                                            "\t</Zone>\r\n"
                                                            "</ZoneInfo>\r\n");
-    // 20 x 15 display pixels for one of the video.
-    std::string zone = word(7) + std::string("Handle\0", 7) + word(kFrames);
-    for (int frame = 0; frame < kFrames; ++frame) {
-        const platform::Point second =
-            frame < 10 ? platform::Point{30, 10} : platform::Point{35, 12};
-        zone += shape(frame < 11, {{10, 10}, second, {20, 30}});
-    }
-    EXPECT_EQ(readBytes("Scenes/Drill/door-ZoneInfo.bin"),
-              "ENOZ" + word(static_cast<int>(zone.size())) + zone);
+    EXPECT_EQ(readBytes("Scenes/Drill/door-ZoneInfo.bin"), drawnZone());
     EXPECT_EQ(support::filesBelow("Scenes"),
               (std::vector<std::string>{"Drill/Scene.xml", "Drill/door-ZoneInfo.bin",
                                         "Drill/door-ZoneInfo.xml", "Drill/door.ogv"}));

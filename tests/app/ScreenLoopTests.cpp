@@ -58,48 +58,49 @@ ScreenState at(Screen screen, bool sceneCreated = false) {
     return state;
 }
 
+ScreenState withStaleFlags() {
+    ScreenState state;
+    state.quit = state.newSceneRequest = true;
+    return state;
+}
+
+const ScreenState kCreated = at(Screen::newScene, true);
+const ScreenState kBranches = at(Screen::branchEditor);
+const ScreenState kZones = at(Screen::zoneEditor);
+
+const struct {
+    const char* what;
+    ScreenState before;
+    const char* script;
+    const char* shown;
+    Screen after;
+    bool loads = true;
+} kCourses[] = {
+    {"flags from before are cleared", withStaleFlags(), "open branches!", "open load branches ",
+     Screen::branchEditor},
+    {"a scene that does not load", {}, "open open!", "open load open ", Screen::openScene, false},
+    {"a new scene", {}, "open? new+ branches!", "open new branches ", Screen::branchEditor},
+    {"back without a scene, with a fresh request",
+     {},
+     "open? new open branches!",
+     "open new open load branches ",
+     Screen::branchEditor},
+    {"back after a scene was created in this run", kCreated, "new branches!", "new branches ",
+     Screen::branchEditor},
+    {"the branch editor stays", kBranches, "branches branches!", "branches branches ",
+     Screen::branchEditor},
+    {"zones and back, with a fresh request", kBranches, "branchesZ zones branches branches!",
+     "branches zones branches branches ", Screen::branchEditor},
+    {"quit inside the zone editor", kZones, "zones!", "zones ", Screen::zoneEditor},
+    {"quit wins", kBranches, "branches!Z", "branches ", Screen::branchEditor},
+    {"no open screen", {}, "open-", "open ", Screen::openScene},
+    {"no new screen", kCreated, "new-", "new ", Screen::newScene},
+    {"no branch editor", kBranches, "branchesZ-", "branches ", Screen::branchEditor},
+    {"no zone editor", kZones, "zones-", "zones ", Screen::zoneEditor},
+};
+
 TEST(ScreenLoop, ShowsTheScreensInOrder) {
-    ScreenState stale;
-    stale.quit = stale.newSceneRequest = true;
-    const ScreenState created = at(Screen::newScene, true);
-    const ScreenState branches = at(Screen::branchEditor);
-    const ScreenState zones = at(Screen::zoneEditor);
-    const struct {
-        const char* what;
-        ScreenState before;
-        const char* script;
-        std::string shown;
-        Screen after;
-        bool loads = true;
-    } courses[] = {
-        {"flags from before are cleared", stale, "open branches!", "open load branches ",
-         Screen::branchEditor},
-        {"a scene that does not load",
-         {},
-         "open open!",
-         "open load open ",
-         Screen::openScene,
-         false},
-        {"a new scene", {}, "open? new+ branches!", "open new branches ", Screen::branchEditor},
-        {"back without a scene, with a fresh request",
-         {},
-         "open? new open branches!",
-         "open new open load branches ",
-         Screen::branchEditor},
-        {"back after a scene was created in this run", created, "new branches!", "new branches ",
-         Screen::branchEditor},
-        {"the branch editor stays", branches, "branches branches!", "branches branches ",
-         Screen::branchEditor},
-        {"zones and back, with a fresh request", branches, "branchesZ zones branches branches!",
-         "branches zones branches branches ", Screen::branchEditor},
-        {"quit inside the zone editor", zones, "zones!", "zones ", Screen::zoneEditor},
-        {"quit wins", branches, "branches!Z", "branches ", Screen::branchEditor},
-        {"no open screen", {}, "open-", "open ", Screen::openScene},
-        {"no new screen", created, "new-", "new ", Screen::newScene},
-        {"no branch editor", branches, "branchesZ-", "branches ", Screen::branchEditor},
-        {"no zone editor", zones, "zones-", "zones ", Screen::zoneEditor},
-    };
-    for (const auto& course : courses) {
+    for (const auto& course : kCourses) {
         SCOPED_TRACE(course.what);
         ScreenState state = course.before;
         test::CountedComponents components;
