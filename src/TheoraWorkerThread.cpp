@@ -15,15 +15,6 @@ namespace {
 constexpr std::chrono::milliseconds kIdleWait{100};
 constexpr std::chrono::milliseconds kNoFrameWait{1};
 
-// A display that waited for this frame was woken, but perhaps for this very processor, where it
-// would stand behind the frames that are decoded ahead for as long as the scheduler lets a thread
-// run.
-void letDisplayRun(const TheoraVideoClip& clip) {
-    if (clip.getNumReadyFrames() <= 1) {
-        std::this_thread::yield();
-    }
-}
-
 } // namespace
 
 TheoraWorkerThread::~TheoraWorkerThread() {
@@ -44,10 +35,16 @@ void TheoraWorkerThread::execute() {
             continue;
         }
         const bool produced = clip->decodeOnWorker();
-        m_manager.workDone(*clip);
+        const bool displayWaits = clip->getNumReadyFrames() <= 1;
+        m_manager.workDone(*clip); // from here on the clip may be gone
         if (produced) {
             m_manager.notifyFrameReady();
-            letDisplayRun(*clip);
+            // The display was woken, but perhaps for this very processor, where it would stand
+            // behind the frames that are decoded ahead for as long as the scheduler lets a thread
+            // run.
+            if (displayWaits) {
+                std::this_thread::yield();
+            }
         } else if (isRunning()) {
             signal.wait(seen, kNoFrameWait);
         }

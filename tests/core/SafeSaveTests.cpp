@@ -1,4 +1,3 @@
-#include <cerrno>
 
 #include <gtest/gtest.h>
 

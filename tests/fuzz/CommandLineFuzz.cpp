@@ -7,6 +7,7 @@
 #include "app/services/CommandLine.h"
 #include "app/services/Launcher.h"
 #include "tests/fuzz/FuzzServices.h"
+#include "tests/fuzz/Require.h"
 
 namespace {
 

@@ -5,7 +5,6 @@
 
 #include "core/Log.h"
 #include "core/Services.h"
-#include "tests/fuzz/Require.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/MemoryFileSystem.h"
 #include "tests/support/RecordingProcess.h"

@@ -6,6 +6,7 @@
 #include "core/Settings.h"
 #include "core/Translations.h"
 #include "tests/fuzz/FuzzServices.h"
+#include "tests/fuzz/Require.h"
 
 namespace {
 

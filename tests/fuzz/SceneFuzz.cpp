@@ -5,6 +5,7 @@
 
 #include "scene/SceneManager.h"
 #include "tests/fuzz/FuzzServices.h"
+#include "tests/fuzz/Require.h"
 
 namespace {
 

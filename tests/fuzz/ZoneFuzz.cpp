@@ -6,6 +6,7 @@
 #include <string>
 
 #include "tests/fuzz/FuzzServices.h"
+#include "tests/fuzz/Require.h"
 #include "tests/zone/RecordingCanvas.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneView.h"

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "tests/support/windows/Answering.h"
 #include "tests/ui/BranchListFixture.h"
 
 namespace {

@@ -6,7 +6,6 @@
 
 #include "core/Services.h"
 #include "tests/support/FixedClock.h"
-#include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
 #include "toolkit/COptionUI.h"
 #include "ui/BranchList.h"

@@ -1,9 +1,9 @@
 // The branch editor: branches, their names, the first branch, and leaving it.
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "core/Text.h"
+#include "tests/support/windows/Answering.h"
 #include "tests/ui/BranchListFixture.h"
 
 namespace {

@@ -3,8 +3,6 @@
 // operations are called as they are there.
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
