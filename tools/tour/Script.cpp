@@ -52,6 +52,7 @@ void Script::stop() {
     if (m_ticker.joinable()) {
         m_ticker.join();
     }
+    *m_self = nullptr;
     m_input.reset();
 }
 
@@ -74,12 +75,19 @@ void Script::play(platform::Gui& gui) {
     m_gui = &gui;
     m_input = platform::createTestInput(gui);
     m_stepBegan = std::chrono::steady_clock::now();
-    m_ticker = std::thread([this] {
+    m_stopped = false;
+    m_tickPosted = false;
+    m_self = std::make_shared<Script*>(this);
+    m_ticker = std::thread([this, self = m_self] {
         std::unique_lock lock(m_mutex);
         while (!m_stop.wait_for(lock, kTick, [this] { return m_stopped; })) {
             // One at a time: a busy loop must not find several and play them without its events.
             if (!m_tickPosted.exchange(true)) {
-                m_gui->loop().post([this] { tick(); });
+                m_gui->loop().post([self] {
+                    if (*self != nullptr) {
+                        (*self)->tick();
+                    }
+                });
             }
         }
     });

@@ -81,6 +81,8 @@ private:
     std::string m_problem;
     bool m_settling = false;
     std::atomic<bool> m_tickPosted{false};
+    /// For the tick that is still posted when the script ends: the loop may run it much later.
+    std::shared_ptr<Script*> m_self = std::make_shared<Script*>(this);
     std::chrono::steady_clock::time_point m_stepBegan;
     platform::Gui* m_gui = nullptr;
     std::unique_ptr<platform::TestInput> m_input;
