@@ -4,7 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "core/Services.h"
 #include "core/Text.h"
+#include "tests/support/FaultyFileSystem.h"
 #include "tests/support/windows/Answering.h"
 #include "tests/ui/BranchListFixture.h"
 
@@ -157,7 +159,12 @@ TEST_F(ActionList, EachRowWritesItsOwnAction) {
 TEST_F(ActionList, WhatIsPickedIsStoredByteForByte) {
     const std::string bad = "b\xFF\xC3";
     const std::vector<std::string> zones{"50 % %s \"x\"", "\xF0\x9F\x94\xA5", bad};
-    writeZones(bad, zones);
+    // Not every system's disk holds a name that is no text.
+    support::FaultyFileSystem files(*core::services().fileSystem);
+    files.showAs(bad, "b-d");
+    const core::ServicesOverride override{
+        {&files, core::services().clock, core::services().process}};
+    writeZones("b-d", zones);
     makeScene({"Alarm", bad}, {bad + ".ogv", "lift.ogv"});
     scene::Action& action = addAction(2);
     show();
