@@ -5,7 +5,6 @@
 #include "core/Translations.h"
 #include "platform/FileSystem.h"
 #include "scene/SceneManager.h"
-#include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -39,67 +38,47 @@ protected:
         (void)platform::nativeFileSystem().setCurrentFolder("product/editor");
     }
 
-    support::LogCapture m_log;
     app_state::SharedServices m_services;
     app_state::ScreenState m_state;
 };
 
-TEST_F(StartupTest, TheLanguageIsEnglishUnlessTheSettingsSayAnother) {
-    EXPECT_EQ(app::readLanguage(), "English");
-    support::writeBytes("../../Settings/Settings.ini", "language=\xC4\x8C"
-                                                       "esky\n");
-    EXPECT_EQ(app::readLanguage(), "\xC4\x8C"
-                                   "esky");
-    support::writeBytes("../../Settings/Settings.ini", "language=French\nbroken\n");
-    EXPECT_EQ(app::readLanguage(), "English");
-}
-
-TEST_F(StartupTest, TheServicesAreMadeAndDropped) {
-    support::writeBytes("Translations.ini", "[Language:French]\nZone=La zone\n");
-    support::writeBytes("../../Settings/Settings.ini", "language=French\n");
-    m_state.quit = m_state.newSceneRequest = m_state.sceneCreated = true;
-    ASSERT_TRUE(app::createServices(m_services, m_state));
-    EXPECT_EQ(m_services.translations->translate("zone"), "La zone");
-    EXPECT_EQ(m_services.sceneManager->branchCount(), 0);
-    EXPECT_FALSE(m_state.quit || m_state.newSceneRequest);
-    EXPECT_TRUE(m_state.sceneCreated);
-    EXPECT_EQ(m_log.errors(), std::vector<std::string>{});
-
-    const std::weak_ptr<scene::SceneManager> scenes = m_services.sceneManager;
-    app::dropServices(m_services);
-    EXPECT_TRUE(scenes.expired());
-    EXPECT_FALSE(m_services.sceneManager || m_services.translations);
-}
-
-TEST_F(StartupTest, AMissingTranslationFileFailsTheStart) {
-    m_state.quit = true;
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(app::createServices(m_services, m_state));
-    const std::string told = support::withSlashes(testing::internal::GetCapturedStderr());
-    EXPECT_NE(told.find(support::withSlashes(m_folder.path()) + "product/editor/Translations.ini"),
-              std::string::npos);
-    EXPECT_EQ(m_log.errors(), std::vector<std::string>{"Unable to initialize editor interfaces."});
-    EXPECT_TRUE(m_state.quit);
-}
-
-TEST(ShippedTranslations, HoldTheFourConditionsInFiveLanguages) {
-    const std::pair<const char*, std::string> cases[] = {
-        {"English", "Default,Keypress,Zone,Random"},
-        {"French", "Par d\xC3\xA9"
-                   "faut,Touche,Zone,Au hasard"},
-        {"German", "Standard,Tastendruck,Zone,Zufall"},
-        {"Spanish", "Por defecto,Tecla,Zona,Al azar"},
-        {"Dutch", "Standaard,Toets,Zone,Willekeurig"},
+TEST_F(StartupTest, TheServicesSpeakTheLanguageOfTheSettingsAndAreDroppedWhole) {
+    support::writeBytes("Translations.ini",
+                        "[Language:English]\nZone=Zone\n[Language:\xC4\x8C]\nZone=Z\xC3\xB3na\n");
+    const std::pair<const char*, const char*> cases[] = {
+        {nullptr, "Zone"}, // no settings at all
+        {"language=\xC4\x8C\n", "Z\xC3\xB3na"},
+        {"language=\xC4\x8C\nbroken\n", "Zone"},
     };
-    for (const auto& [language, texts] : cases) {
-        const auto shipped =
-            core::Translations::create(QUORVEL_SOURCE_FOLDER "/data/Translations.ini", language);
-        ASSERT_TRUE(shipped);
-        EXPECT_EQ(shipped->translate("Default") + "," + shipped->translate("Keypress") + "," +
-                      shipped->translate("Zone") + "," + shipped->translate("Random"),
-                  texts);
-        EXPECT_EQ(shipped->languages().count(language), 1U);
+    for (const auto& [settings, text] : cases) {
+        if (settings != nullptr) {
+            support::writeBytes("../../Settings/Settings.ini", settings);
+        }
+        m_state.quit = m_state.newSceneRequest = m_state.sceneCreated = true;
+        ASSERT_TRUE(app::createServices(m_services, m_state));
+        EXPECT_EQ(m_services.translations->translate("zone"), text);
+        EXPECT_EQ(m_services.sceneManager->branchCount(), 0);
+        EXPECT_FALSE(m_state.quit || m_state.newSceneRequest);
+        EXPECT_TRUE(m_state.sceneCreated);
+        const std::weak_ptr<scene::SceneManager> scenes = m_services.sceneManager;
+        app::dropServices(m_services);
+        EXPECT_TRUE(scenes.expired());
+        EXPECT_FALSE(m_services.sceneManager || m_services.translations);
     }
+}
+
+TEST(ShippedTranslations, HoldTheConditionsInFiveLanguages) {
+    const auto textOf = [](const std::string& language, const char* key) {
+        return core::Translations::create(QUORVEL_SOURCE_FOLDER "/data/Translations.ini", language)
+            ->translate(key);
+    };
+    for (const char* language : {"French", "German", "Spanish", "Dutch"}) {
+        for (const char* key : {"Default", "Keypress", "Random"}) {
+            EXPECT_EQ(textOf("English", key), key);
+            EXPECT_NE(textOf(language, key), key) << language << " has no text of its own";
+        }
+    }
+    EXPECT_EQ(textOf("Spanish", "Zone") + textOf("Dutch", "Zone"), "ZonaZone");
 }
 
 } // namespace
