@@ -1,6 +1,5 @@
 // Files as sources, the banner, and what happens when a file fails while a clip plays.
 #include <atomic>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,6 +17,7 @@
 namespace {
 
 using theora::TheoraFileDataSource;
+using theora::TheoraGenericException;
 using Lines = std::vector<std::string>;
 
 TEST(FileSource, OpensAtTheFirstAccessOnly) {
@@ -25,21 +25,11 @@ TEST(FileSource, OpensAtTheFirstAccessOnly) {
     EXPECT_EQ(missing.repr(), "none/clip.ogv");
     EXPECT_EQ(missing.tell(), 0);
     char byte = 0;
-    const std::function<void()> accesses[] = {
-        [&] { (void)missing.size(); },
-        [&] { missing.seek(3); },
-        [&] { (void)missing.read(&byte, 1); },
-    };
-    for (const auto& access : accesses) {
-        try {
-            access();
-            ADD_FAILURE();
-        } catch (const theora::TheoraGenericException& error) {
-            EXPECT_EQ(error.getMessage(), "Can't open video file: none/clip.ogv");
-        }
-    }
+    EXPECT_THROW((void)missing.size(), TheoraGenericException);
+    EXPECT_THROW(missing.seek(3), TheoraGenericException);
+    EXPECT_THROW((void)missing.read(&byte, 1), TheoraGenericException);
     TheoraFileDataSource folder(".", platform::nativeFileSystem());
-    EXPECT_THROW((void)folder.size(), theora::TheoraGenericException);
+    EXPECT_THROW((void)folder.size(), TheoraGenericException);
 }
 
 TEST(Manager, LogsItsBannerEachClipAndWhyOneWasRefused) {
@@ -54,7 +44,7 @@ TEST(Manager, LogsItsBannerEachClipAndWhyOneWasRefused) {
         EXPECT_EQ(clip->getFPS(), 25.0F);
         EXPECT_FLOAT_EQ(clip->getDuration(), 1.2F);
         EXPECT_THROW((void)manager.createClip("missing.ogv", theora::TheoraOutputMode::TH_RGB),
-                     theora::TheoraGenericException);
+                     TheoraGenericException);
     }
     theora::setLogHook({});
     EXPECT_EQ(lines, (Lines{"Initializing Theora Playback Library (1.0)\n",
@@ -72,7 +62,7 @@ TEST(Manager, AFailingFileEndsTheSeekAndNothingElse) {
         std::atomic<bool> failing{false};
         PlaybackSession session(std::make_unique<MemorySource>(file, [&failing, throws] {
             if (failing.load() && throws) {
-                throw theora::TheoraGenericException("gone", "src\\TheoraDataSource", 1);
+                throw TheoraGenericException("gone", "src\\TheoraDataSource", 1);
             }
             return !failing.load();
         }));

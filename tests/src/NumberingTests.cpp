@@ -18,14 +18,6 @@ struct SeekCase {
     int carried; ///< the picture that stands under the number asked for
 };
 
-void expectSeeks(PlaybackSession& session, const std::vector<SeekCase>& cases) {
-    for (const SeekCase& item : cases) {
-        const ShownFrame shown = session.seek(item.asked);
-        EXPECT_EQ(shown.number, item.asked);
-        EXPECT_EQ(shown.carried, item.carried) << item.asked;
-    }
-}
-
 /// Seeks show what playing showed.
 void expectSeeksAsPlayed(const ClipSpec& spec, int firstNumber) {
     PlaybackSession session(support::makeClip(spec));
@@ -41,78 +33,74 @@ void expectSeeksAsPlayed(const ClipSpec& spec, int firstNumber) {
     EXPECT_EQ(session.seek(0).hash, played.front().hash);
 }
 
-TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
-    const struct {
-        const char* name;
-        ClipSpec spec;
-        int frames;
-        std::vector<SeekCase> seeks;
-    } cases[] = {
-        {"starts late",
-         {.firstNumber = 100},
-         130,
-         {{0, 0}, {99, 0}, {100, 0}, {101, 1}, {117, 17}, {129, 29}, {50, 0}}},
-        {"counts from 0, of a version that counts from 1",
-         {.firstNumber = -1},
-         30,
-         {{0, 0}, {1, 1}, {13, 13}, {29, 29}}},
-        {"the last page counts a frame that is not there",
-         {.emptyLastPage = true},
-         31,
-         {{30, 29}, {29, 29}, {30, 29}, {5000, 29}, {3, 3}}},
-    };
-    for (const auto& item : cases) {
-        SCOPED_TRACE(item.name);
-        PlaybackSession session(support::makeClip(item.spec));
-        EXPECT_EQ(session.clip().getNumFrames(), item.frames);
-        expectSeeks(session, item.seeks);
-    }
-}
-
-TEST(Numbering, AStreamThatStartsInsideAGroupShowsWhatPlayingShows) {
-    ClipSpec spec;
-    spec.frames = 40;
-    spec.dropFrames = 3; // the first keyframe is missing
-    expectSeeksAsPlayed(spec, 3);
-}
-
-TEST(Numbering, AStreamThatStartsWithEmptyOrDamagedFramesShowsGreyUntilAPictureComes) {
-    for (const int damaged : {-1, 0}) {
-        ClipSpec spec;
-        spec.frames = 24;
-        spec.granuleShift = 6;
-        spec.isEmpty = [](int frame) { return frame % 8 == 1 || frame % 8 == 2; };
-        spec.dropFrames = 1;
-        spec.damagedFrame = damaged;
-        expectSeeksAsPlayed(spec, 1);
-    }
-}
-
-TEST(Numbering, OfAGapTheFrameBeforeItIsShown) {
-    // Two parts of one stream, the second numbered as if twenty frames had been lost between them.
-    ClipSpec spec;
-    Bytes file = support::makeClip(spec);
-    spec.firstNumber = 50;
-    const Bytes second = support::makeClip(spec);
+/// A clip followed by its data once more, as if twenty frames had been lost between them.
+Bytes withGap() {
+    Bytes file = support::makeClip({});
+    const Bytes second = support::makeClip({.firstNumber = 50});
     const Bytes page = {'O', 'g', 'g', 'S'};
     auto data = second.begin();
     for (int header = 0; header < 2; ++header) {
         data = std::search(data + 1, second.end(), page.begin(), page.end());
     }
     file.insert(file.end(), data, second.end());
-    PlaybackSession session(file);
-    EXPECT_EQ(session.clip().getNumFrames(), 80);
-    expectSeeks(session, {{29, 29}, {30, 29}, {49, 29}, {50, 0}, {51, 1}, {79, 29}, {40, 29}});
+    return file;
 }
 
-TEST(Numbering, AFileThatDoesNotTellItsLengthLoadsAndPlays) {
+Bytes withJunkAtTheEnd() {
     Bytes file = support::makeClip({});
     file.insert(file.end(), 300000, 0x11);
-    PlaybackSession session(file);
-    EXPECT_EQ(session.clip().getNumFrames(), -1);
-    EXPECT_EQ(session.clip().getDuration(), -1.0F);
-    EXPECT_EQ(session.playToEnd().size(), 30U);
-    expectSeeks(session, {{17, 17}});
+    return file;
+}
+
+TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
+    const struct {
+        const char* name;
+        Bytes file;
+        int frames;
+        std::vector<SeekCase> seeks;
+    } cases[] = {
+        {"starts late",
+         support::makeClip({.firstNumber = 100}),
+         130,
+         {{0, 0}, {99, 0}, {100, 0}, {101, 1}, {117, 17}, {129, 29}, {50, 0}}},
+        {"counts from 0, of a version that counts from 1",
+         support::makeClip({.firstNumber = -1}),
+         30,
+         {{0, 0}, {1, 1}, {13, 13}, {29, 29}}},
+        {"the last page counts a frame that is not there",
+         support::makeClip({.emptyLastPage = true}),
+         31,
+         {{30, 29}, {29, 29}, {30, 29}, {5000, 29}, {3, 3}}},
+        {"a gap",
+         withGap(),
+         80,
+         {{29, 29}, {30, 29}, {49, 29}, {50, 0}, {51, 1}, {79, 29}, {40, 29}}},
+        {"does not tell its length", withJunkAtTheEnd(), -1, {{17, 17}}},
+    };
+    for (const auto& item : cases) {
+        SCOPED_TRACE(item.name);
+        PlaybackSession session(item.file);
+        EXPECT_EQ(session.clip().getNumFrames(), item.frames);
+        EXPECT_EQ(session.clip().getDuration() < 0, item.frames < 0);
+        for (const SeekCase& seek : item.seeks) {
+            const ShownFrame shown = session.seek(seek.asked);
+            EXPECT_EQ(shown.number, seek.asked);
+            EXPECT_EQ(shown.carried, seek.carried) << seek.asked;
+        }
+    }
+}
+
+TEST(Numbering, AStreamThatStartsInsideAGroupShowsWhatPlayingShows) {
+    expectSeeksAsPlayed({.frames = 40, .dropFrames = 3}, 3); // the first keyframe is missing
+    // Empty or damaged frames in front: grey until a picture comes.
+    for (const int damaged : {-1, 0}) {
+        expectSeeksAsPlayed({.frames = 24,
+                             .granuleShift = 6,
+                             .isEmpty = [](int frame) { return frame % 8 == 1 || frame % 8 == 2; },
+                             .damagedFrame = damaged,
+                             .dropFrames = 1},
+                            1);
+    }
 }
 
 } // namespace

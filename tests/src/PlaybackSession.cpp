@@ -1,7 +1,6 @@
 #include "tests/src/PlaybackSession.h"
 
 #include <chrono>
-#include <thread>
 #include <utility>
 
 #include "tests/src/MemorySource.h"
@@ -18,15 +17,6 @@ constexpr std::chrono::milliseconds kWait{20};
 int carriedBy(const theora::TheoraVideoFrame& frame) {
     return support::readFrameNumber(frame.getBuffer(), frame.getWidth(), frame.getHeight(),
                                     frame.getBpp());
-}
-
-const theora::TheoraVideoFrame& waitForDue(theora::TheoraVideoClip& clip) {
-    for (;;) {
-        if (const theora::TheoraVideoFrame* frame = clip.peekReadyFrame()) {
-            return *frame;
-        }
-        std::this_thread::yield();
-    }
 }
 
 PlaybackSession::PlaybackSession(std::unique_ptr<theora::TheoraDataSource> source, int precache,

@@ -12,8 +12,6 @@
 
 /// The number in a frame's picture.
 [[nodiscard]] int carriedBy(const theora::TheoraVideoFrame& frame);
-/// Waits for the clip's next due frame and leaves it in place.
-const theora::TheoraVideoFrame& waitForDue(theora::TheoraVideoClip& clip);
 
 struct ShownFrame {
     int number = -1; ///< -1 = no frame came

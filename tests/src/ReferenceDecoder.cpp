@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <optional>
 
 #include "src/Theora/OggHandles.h"
 
 namespace reference {
 namespace {
-
-constexpr std::size_t kHeaderCount = 3;
 
 int scaled(int sample, int zero, double factor) {
     return static_cast<int>(std::trunc((sample - zero) * factor));
@@ -37,58 +36,59 @@ std::uint64_t hashOf(const th_ycbcr_buffer planes) {
     return hashBytes(rgb.data(), rgb.size());
 }
 
+/// Takes the packets of one stream in turn.
+class Decoder {
+public:
+    void take(ogg_packet& packet) {
+        if (m_headersLeft == 0) {
+            th_ycbcr_buffer planes;
+            th_decode_packetin(m_decoder.get(), &packet, nullptr);
+            th_decode_ycbcr_out(m_decoder.get(), planes);
+            frames.push_back({hashOf(planes), th_packet_iskeyframe(&packet) == 1});
+            return;
+        }
+        th_decode_headerin(m_info.get(), m_comment.get(), &m_setup, &packet);
+        if (--m_headersLeft == 0) {
+            m_decoder.reset(th_decode_alloc(m_info.get(), m_setup));
+            th_setup_free(m_setup);
+        }
+    }
+
+    std::vector<Frame> frames;
+
+private:
+    int m_headersLeft = 3;
+    theora::TheoraInfo m_info;
+    theora::TheoraComment m_comment;
+    th_setup_info* m_setup = nullptr;
+    theora::TheoraDecoder m_decoder;
+};
+
 } // namespace
 
-std::vector<Packet> packetsOf(const support::Bytes& file, std::string_view tag) {
+std::vector<Frame> decode(const support::Bytes& file) {
     theora::OggSync sync;
     const auto size = static_cast<long>(file.size());
     std::copy(file.begin(), file.end(), ogg_sync_buffer(sync.get(), size));
     ogg_sync_wrote(sync.get(), size);
     std::optional<theora::OggStream> stream;
-    std::vector<Packet> packets;
+    Decoder decoder;
     ogg_page page;
-    for (int got = 0; (got = ogg_sync_pageout(sync.get(), &page)) != 0;) {
-        if (got < 0) {
-            continue;
-        }
-        const std::string_view body(reinterpret_cast<const char*>(page.body),
-                                    static_cast<std::size_t>(page.body_len));
-        if (!stream && body.starts_with(tag)) {
+    while (ogg_sync_pageout(sync.get(), &page) == 1) {
+        if (!stream && page.body_len > 7 && std::memcmp(page.body, "\x80theora", 7) == 0) {
             stream.emplace(ogg_page_serialno(&page));
         }
-        if (!stream || ogg_page_serialno(&page) != stream->get()->serialno) {
-            continue;
-        }
-        ogg_stream_pagein(stream->get(), &page);
-        ogg_packet packet;
-        while ((got = ogg_stream_packetout(stream->get(), &packet)) != 0) {
-            if (got > 0) {
-                packets.push_back({{packet.packet, packet.packet + packet.bytes}, packet});
-                packets.back().packet.packet = packets.back().bytes.data();
+        if (stream && ogg_page_serialno(&page) == stream->get()->serialno) {
+            ogg_stream_pagein(stream->get(), &page);
+            ogg_packet packet;
+            for (int got = 0; (got = ogg_stream_packetout(stream->get(), &packet)) != 0;) {
+                if (got > 0) { // else pages are missing here
+                    decoder.take(packet);
+                }
             }
         }
     }
-    return packets;
-}
-
-std::vector<std::uint64_t> decode(const support::Bytes& file) {
-    std::vector<Packet> packets = packetsOf(file, "\x80theora");
-    theora::TheoraInfo info;
-    theora::TheoraComment comment;
-    th_setup_info* setup = nullptr;
-    for (std::size_t i = 0; i < kHeaderCount; ++i) {
-        th_decode_headerin(info.get(), comment.get(), &setup, &packets[i].packet);
-    }
-    const theora::TheoraSetup owner(setup);
-    const theora::TheoraDecoder decoder(th_decode_alloc(info.get(), setup));
-    std::vector<std::uint64_t> hashes;
-    for (std::size_t i = kHeaderCount; i < packets.size(); ++i) {
-        th_decode_packetin(decoder.get(), &packets[i].packet, nullptr);
-        th_ycbcr_buffer planes;
-        th_decode_ycbcr_out(decoder.get(), planes);
-        hashes.push_back(hashOf(planes));
-    }
-    return hashes;
+    return decoder.frames;
 }
 
 std::uint64_t hashBytes(const std::uint8_t* bytes, std::size_t count) {

@@ -83,17 +83,6 @@ TEST(Threads, OfManySeeksFromAnotherThreadTheLastOneIsShown) {
     other.join();
 }
 
-TEST(Threads, AModeChangeDoesNotDisturbASeek) {
-    PlaybackSession session(smallClip());
-    for (int round = 0; round < 200; ++round) {
-        const int wanted = round * 37 % kFrames;
-        session.clip().requestSeek(wanted);
-        session.clip().setOutputMode(round % 2 == 0 ? TheoraOutputMode::TH_BGRX
-                                                    : TheoraOutputMode::TH_RGB);
-        EXPECT_EQ(session.nextShown().number, wanted);
-    }
-}
-
 TEST(Threads, WorkGoesToTheMostUrgentClipThatNobodyWorksOn) {
     const support::Bytes file = smallClip();
     TheoraVideoManager manager(0);
