@@ -9,38 +9,24 @@ import unittest
 CHECK = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tools",
                      "check_imports")
 COMPILER = "x86_64-w64-mingw32-g++-posix"
-NARROW = '#include <windows.h>\nint main() { return DeleteFileA("x"); }\n'
-WIDE = '#include <windows.h>\nint main() { return DeleteFileW(L"x"); }\n'
+CALL = '#include <windows.h>\nint main() { return DeleteFile%s"x"); }\n'
+STREAM = "#include <iostream>\nint main() { std::cout << 1; }\n"
 
 
 class CheckImports(unittest.TestCase):
-    def check(self, name, source, *options):
-        with tempfile.TemporaryDirectory() as folder:
-            program = os.path.join(folder, name)
-            subprocess.run([COMPILER, "-x", "c++", "-", "-o", program, *options], input=source,
-                           check=True, text=True)
-            result = subprocess.run([sys.executable, CHECK, folder], stdout=subprocess.PIPE,
-                                    text=True)
-            return result.returncode, result.stdout
-
-    def test_a_program_of_wide_calls_passes(self):
-        self.assertEqual(self.check("Quorvel.exe", WIDE, "-static")[0], 0)
-
-    def test_a_narrow_call_is_named(self):
-        code, output = self.check("quorvel-x.exe", NARROW, "-static")
-        self.assertEqual(code, 1)
-        self.assertIn("calls DeleteFileA", output)
-
-    def test_a_library_beside_the_program_is_named(self):
-        code, output = self.check("x.exe", "#include <string>\n#include <iostream>\n"
-                                  "int main() { std::cout << std::string(3, 'x'); }\n")
-        self.assertEqual(code, 1)
-        self.assertIn("needs libstdc++-6.dll", output)
-
-    def test_an_empty_folder_is_no_success(self):
-        with tempfile.TemporaryDirectory() as folder:
-            self.assertEqual(subprocess.run([sys.executable, CHECK, folder],
-                                            stderr=subprocess.DEVNULL).returncode, 2)
+    def test_narrow_calls_and_libraries_beside_a_program_are_named(self):
+        for name, source, options, code, finding in [
+                ("Quorvel.exe", CALL % "W(L", ["-static"], 0, ""),
+                ("quorvel-x.exe", CALL % "A(", ["-static"], 1, "calls DeleteFileA"),
+                ("x.exe", STREAM, [], 1, "needs libstdc++-6.dll"),
+                ("x.o", STREAM, [], 2, "")]:
+            with self.subTest(name), tempfile.TemporaryDirectory() as folder:
+                subprocess.run([COMPILER, "-x", "c++", "-", "-o", os.path.join(folder, name),
+                                *options], input=source, check=True, text=True)
+                result = subprocess.run([sys.executable, CHECK, folder], stdout=subprocess.PIPE,
+                                        stderr=subprocess.DEVNULL, text=True)
+                self.assertEqual(result.returncode, code)
+                self.assertIn(finding, result.stdout)
 
 
 if __name__ == "__main__":

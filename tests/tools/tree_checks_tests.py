@@ -1,0 +1,154 @@
+"""The checks of the source tree on small trees: each row plants one file and says whether it is
+refused."""
+
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+TOOLS = os.path.join(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))),
+                     "tools")
+# Files that the trees hold besides, so that includes have something to name.
+PRESENT = {**dict.fromkeys(
+    ("platform/Clock.h", "app/state/ScreenState.h", "core/Log.h", "src/Manager.h", "scene/Branch.h",
+     "toolkit/Control.h", "video/Video.h", "ui/Window.h", "ZoneEdit/ZoneEdit.h", "app/Loop.h",
+     "tests/support/Files.h"), "#pragma once\n"),
+           ".clang-format": "BasedOnStyle: LLVM\nIndentWidth: 4\n",
+           "zone/Zone.h": """#pragma once
+#include <string>
+namespace zone {
+class Shape;
+/// Not a Ghost.
+class Zone {
+  public:
+    void rename(const std::string &name);
+    int m_width = 0;
+};
+enum class Kind { open, closed };
+constexpr int kMostPoints = 7;
+using Names = int;
+#define ZONE_MACRO 1
+} // namespace zone
+"""}
+
+
+class TreeChecks(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = folder.name
+        for path, text in PRESENT.items():
+            self.put(path, text.encode())
+
+    def put(self, path, data):
+        full = os.path.join(self.root, path)
+        os.makedirs(os.path.dirname(full), exist_ok=True)
+        with open(full, "wb") as stream:
+            stream.write(data)
+
+    def run_on_tree(self, script, *options):
+        return subprocess.run([sys.executable, os.path.join(TOOLS, script), *options, self.root],
+                              stdout=subprocess.PIPE, text=True, check=False)
+
+    def expect(self, script, path, data, refused_line, *options):
+        """refused_line: where the finding is; 0 = there is none."""
+        kept = PRESENT.get(path)
+        with self.subTest(script=script, path=path, data=data):
+            self.put(path, data)
+            result = self.run_on_tree(script, *options)
+            self.assertEqual(result.returncode, 1 if refused_line else 0, result.stdout)
+            if refused_line:
+                self.assertIn(f"{path}:{refused_line}: ", result.stdout)
+        if kept is None:
+            os.remove(os.path.join(self.root, path))
+        else:
+            self.put(path, kept.encode())
+
+    def test_layers(self):
+        for path, line, allowed in [
+                ("zone/Zone.cpp", '#include "core/Log.h"', True),
+                ("ui/Window.cpp", '#include "platform/Clock.h"', True),
+                ("ZoneEdit/ZoneEdit.cpp", '#include "src/Manager.h"', True),
+                ("tests/zone/ZoneTests.cpp", '#include "tests/support/Files.h"', True),
+                ("core/Log.cpp", '#include "zone/Zone.h"', False),
+                ("scene/Branch.cpp", '#include "zone/Zone.h"', False),
+                ("src/Manager.cpp", '#include "core/Log.h"', False),
+                ("video/Video.cpp", '#include "ui/Window.h"', False),
+                ("ui/Window.cpp", '#include "video/Video.h"', False),
+                ("app/state/Flags.h", '#include "core/Log.h"', False),
+                ("zone/Zone.cpp", '#  include "ui/Window.h"', False),
+                ("app/Loop.cpp", '#include "tests/support/Files.h"', False),
+                ("zone/Zone.cpp", '#include "Zone.h"', False),
+                ("zone/Zone.cpp", '#include "../core/Log.h"', False),
+                ("platform/qt/Window.cpp", "#include <QWindow>", True),
+                ("platform/win32/Window.cpp", "#include <windows.h>", True),
+                ("platform/linux/Files.cpp", "#include <sys/stat.h>", True),
+                ("scene/Branch.cpp", "#include <tinyxml2.h>", True),
+                ("tests/app/LoopTests.cpp", "#include <unistd.h>", True),
+                ("core/Log.cpp", "#include <cstdio>", True),
+                ("platform/Window.h", "#include <QtGui/QWindow>", False),
+                ("platform/qt/Window.cpp", "#include <Windows.h>", False),
+                ("core/File.cpp", "#include <unistd.h>", False),
+                ("platform/Files.h", "#include <sys/stat.h>", False),
+                ("ui/Window.cpp", "#include <tinyxml2.h>", False),
+                ("core/Log.cpp", "#include <gtest/gtest.h>", False),
+                ("platform/win32/Files.cpp", "#ifdef _WIN32", True),
+                ("core/Log.cpp", "#if defined(NDEBUG)", True),
+                ("tests/core/LogTests.cpp", "#if !defined(__linux__)", False),
+                ("platform/Clock.cpp", "#  elif __APPLE__", False)]:
+            self.expect("check_layers", path, f"// first line\n{line}\n".encode(),
+                        0 if allowed else 2)
+
+    def test_includes(self):
+        for include, code, needed in [
+                ('"zone/Zone.h"', "zone::Zone z;", True),
+                ('"zone/Zone.h"', "z.rename(text);", True),
+                ('"zone/Zone.h"', "f(zone::Kind::closed);", True),
+                ('"zone/Zone.h"', "int a[zone::kMostPoints];", True),
+                ('"zone/Zone.h"', "zone::Names n;", True),
+                ('"zone/Zone.h"', "#if ZONE_MACRO", True),
+                ('"zone/Zone.h"', "zone::Shape* shape; std::string text;", False),
+                ('"zone/Zone.h"', "Ghost g; // zone::Zone is drawn elsewhere", False),
+                ('"zone/Zone.h"', 'say("Zone"); /* Zone\n Zone */ int zones;', False),
+                ('"ui/Window.h"', "what it uses does not matter to a file's own header", True),
+                ("<vector>", "std::vector<int> v;", True),
+                ("<vector>", "std::string v;", False),
+                ("<cstdint>", "std::uint_fast8_t n;", True),
+                ("<cstdint>", "int n = 0x12;", False),
+                ("<chrono>", "wait(33ms);", True),
+                ("<chrono>", "wait(33);", False),
+                ("<algorithm>", "std::ranges::sort(v);", True),
+                ("<algorithm>", "int sorted;", False),
+                ("<QWindow>", "", True),
+                ("<sys/stat.h>", "", True),
+                ("<strstream>", "std::strstream s;", False)]:
+            self.expect("check_includes", "ui/Window.cpp",
+                        f"// first line\n#include {include}\n{code}\n".encode(), 0 if needed else 2)
+
+    def test_format(self):
+        for path, data, line in [
+                ("docs/a.md", b"one\ntwo \n", 2),
+                ("docs/a.md", b"one\r\n", 1),
+                ("docs/a.md", b"one", 1),
+                ("docs/a.md", b"one\n\n", 2),
+                ("tools/a.sh", b"if\n\tthen\n", 2),
+                ("docs/a.md", b"one\n\xff\n", 2),
+                ("core/a.cpp", b"int  a;\n", 1),
+                ("core/a.h", b"int f() {\n  return 1;\n}\n", 1),
+                ("tests/data/scene.xml", b"\tone \r\n", 0),
+                ("tests/data/broken.md", b"one ", 0),
+                ("demo/clip.ogv", b"\x00\xff \n\n", 0)]:
+            self.expect("check_format", path, data, line, "--root")
+
+    def test_the_mended_format_has_no_finding(self):
+        self.put("docs/a.md", b"one \r\ntwo\n\n\n")
+        self.put("core/a.cpp", b"int  a;")
+        for options in (["--fix", "--root"], ["--root"]):
+            self.assertEqual(self.run_on_tree("check_format", *options).returncode, 0)
+        with open(os.path.join(self.root, "docs/a.md"), "rb") as stream:
+            self.assertEqual(stream.read(), b"one\ntwo\n")
+
+
+if __name__ == "__main__":
+    unittest.main()
