@@ -12,7 +12,8 @@ namespace theora {
 class TheoraDataSource {
 public:
     virtual ~TheoraDataSource() = default;
-    /// Bytes read; 0 at the end.
+    /// Bytes read, fewer than `count` only at the end or after a failure; 0 when there are no more.
+    /// May throw TheoraGenericException.
     [[nodiscard]] virtual std::size_t read(void* buffer, std::size_t count) = 0;
     /// Names the source; becomes the clip's name.
     [[nodiscard]] virtual std::string repr() const = 0;

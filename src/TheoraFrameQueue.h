@@ -1,6 +1,6 @@
 // The frames of one clip, circulating between the worker that fills them and the display that shows
-// them. Frames are made by setSize and never freed during playback. Every operation takes the
-// queue's own lock for its whole duration.
+// them. Frames are made by setSize and never freed during playback. Every operation holds the
+// queue's own lock throughout, but for the conversion in prepare().
 #pragma once
 
 #include <cstdint>
@@ -29,6 +29,7 @@ public:
     [[nodiscard]] int getSize() const EXCLUDES(m_mutex);
     /// Frames that are decoded and wait for the display.
     [[nodiscard]] int getReadyCount() const EXCLUDES(m_mutex);
+    /// No frame is free.
     [[nodiscard]] bool isFull() const EXCLUDES(m_mutex);
 
     // Worker side.
@@ -44,6 +45,7 @@ public:
     /// A picture that is likely to be asked for then costs nothing when it is. One thread at a
     /// time.
     void prepare(const TheoraPicture& picture) EXCLUDES(m_mutex);
+    /// Gives a frame that requestEmptyFrame() handed out, filled by now, to the display side.
     void markReady(const TheoraVideoFrame* frame) EXCLUDES(m_mutex);
     /// Discards every decoded frame. The frame that the display holds stays untouched until it lets
     /// go of it, and is no longer counted.

@@ -16,9 +16,11 @@ public:
     TheoraThread(const TheoraThread&) = delete;
     TheoraThread& operator=(const TheoraThread&) = delete;
 
+    /// Waits for an earlier run to end, then starts anew.
     void start();
     /// Only asks: execute() returns when it next looks at isRunning().
     void stop() { m_running.store(false); }
+    /// Waits until execute() has returned; at once when it never started.
     void join();
     [[nodiscard]] bool isRunning() const { return m_running.load(); }
 

@@ -26,8 +26,7 @@ public:
     TheoraVideoClip(const TheoraVideoClip&) = delete;
     TheoraVideoClip& operator=(const TheoraVideoClip&) = delete;
 
-    // --- Display side: one thread
-    // ------------------------------------------------------------------
+    // Display side: one thread.
 
     /// Changes the pixel format; decoded frames are discarded and decoded anew, frame pointers die.
     /// The current mode changes nothing. Waits for the worker's packet in work, not for a seek.
@@ -49,12 +48,11 @@ public:
     /// Hands decoded sound to the audio interface; nothing without one or while paused.
     virtual void decodedAudioCheck() = 0;
 
-    // --- Any thread
-    // --------------------------------------------------------------------------------
+    // Any thread.
 
     /// Asks for a jump: the next frame handed out is frame `frame` exactly. Of several requests the
-    /// last one holds. Numbers outside the clip show its first or last frame under the number asked
-    /// for.
+    /// last one holds. A number below 0 counts as 0; one behind the end shows the last picture
+    /// under the number asked for.
     void requestSeek(int frame);
     /// Frame to seek to, -1 = none. Set it through requestSeek, which wakes the worker as well.
     std::atomic<int> pendingSeekFrame{-1};
@@ -85,8 +83,7 @@ public:
     /// Weight among several clips of one manager; above 1 = decoded ahead of others. Initially 1.
     void setPriority(float priority) { m_priority.store(priority); }
 
-    // --- Manager and workers
-    // -----------------------------------------------------------------------
+    // Manager and workers.
 
     /// Reads headers and makes the queue. Throws TheoraGenericException; the clip is then good for
     /// nothing but deletion. Before any worker knows the clip.
@@ -122,8 +119,9 @@ protected:
     /// Whether the work on a seek to `frame` is to be given up: a newer request, a mode change, the
     /// end. frame -1: work that is no seek.
     [[nodiscard]] bool interrupted(int frame) const;
-    /// Sets size, stride, rate and count, then makes the queue.
+    /// Sets size, stride and rate, then makes the queue. While loading.
     void setGeometry(int width, int height, float fps);
+    /// Sets count and duration; -1 = the file does not tell. After setGeometry, while loading.
     void setFrameCount(int frameCount);
     /// Display time of a frame; the one expression that seeks and frames share.
     [[nodiscard]] float timeOfFrame(int frame) const { return static_cast<float>(frame) / m_fps; }
@@ -134,10 +132,10 @@ protected:
     TheoraWorkSignal& m_workSignal;
     std::unique_ptr<TheoraFrameQueue> m_frameQueue; ///< made by load(), then never replaced
     std::atomic<bool> m_restartAtEnd{false};
-    std::atomic<bool> m_restartPending{
-        false}; ///< the decoder has wrapped round, the timer must follow
-    std::atomic<int> m_iteration{0};
-    mutable TheoraMutex m_access; ///< decoding against mode changes and destruction
+    /// The decoder has wrapped round, the timer must follow.
+    std::atomic<bool> m_restartPending{false};
+    std::atomic<int> m_iteration{0}; ///< 0 or 1: the pass that the timer is in
+    mutable TheoraMutex m_access;    ///< decoding against mode changes and destruction
 
 private:
     [[nodiscard]] bool runSeek(int frame) REQUIRES(m_access);

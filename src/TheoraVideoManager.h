@@ -19,8 +19,7 @@
 
 namespace theora {
 
-/// Everything but requestWork, workDone and workSignal belongs to one thread (the user
-/// interface's).
+/// Everything but the part for the workers belongs to one thread (the user interface's).
 class TheoraVideoManager {
 public:
     /// Writes the banner to the library's log and starts the workers. files: outlives the manager.
@@ -36,18 +35,20 @@ public:
     [[nodiscard]] static TheoraVideoManager* getInstance();
 
     /// Loads the file at `path` (UTF-8). precacheCount: frames in the clip's queue, 0 = the
-    /// default. The manager owns the clip, which decodes at once. Throws TheoraGenericException.
+    /// default. The manager owns the clip, which decodes at once. Never null; throws
+    /// TheoraGenericException, and nothing of the clip is left then.
     TheoraVideoClip* createClip(const std::string& path, TheoraOutputMode mode,
                                 int precacheCount = 0, bool powerOfTwoStride = false);
+    /// Likewise from any source, which the clip owns from now on.
     TheoraVideoClip* createClip(std::unique_ptr<TheoraDataSource> source, TheoraOutputMode mode,
                                 int precacheCount = 0, bool powerOfTwoStride = false);
     /// Advances every clip by timeStep seconds and hands on its decoded sound. Never decodes or
     /// seeks.
     void updateClips(float timeStep);
 
-    /// Called on a worker each time a frame has become ready, with no lock of the
-    /// library held but the callback's own; must not throw and must not call the manager. An empty
-    /// function ends the calls: none runs after this returns.
+    /// Called on a worker each time a frame has become ready, with no lock of the library held but
+    /// the callback's own; must not throw and must not call the manager. An empty function ends the
+    /// calls: none runs after this returns.
     void setFrameReadyCallback(std::function<void()> callback) EXCLUDES(m_callbackMutex);
     /// For clips created later. factory: outlives the manager; null (initially) = silence.
     void setAudioInterfaceFactory(TheoraAudioInterfaceFactory* factory) {
@@ -57,12 +58,14 @@ public:
     void setDefaultNumPrecachedFrames(int count) { m_defaultPrecacheCount = count; }
     [[nodiscard]] int getDefaultNumPrecachedFrames() const { return m_defaultPrecacheCount; }
 
-    // For the workers.
+    // For the workers: any thread.
     /// A clip with something to do, now assigned to `worker`; null when there is none.
     [[nodiscard]] TheoraVideoClip* requestWork(TheoraWorkerThread* worker) EXCLUDES(m_workMutex);
     /// Ends the assignment that requestWork made.
     void workDone(TheoraVideoClip& clip) EXCLUDES(m_workMutex);
+    /// Runs the callback, if there is one.
     void notifyFrameReady() EXCLUDES(m_callbackMutex);
+    /// What idle workers wait for.
     [[nodiscard]] TheoraWorkSignal& workSignal() { return m_workSignal; }
 
 private:

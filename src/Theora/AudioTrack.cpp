@@ -162,7 +162,7 @@ void AudioTrack::place(ogg_page& page, std::vector<float>& samples, std::int64_t
 void AudioTrack::queue(std::vector<float> samples) {
     m_wantedSample += static_cast<std::int64_t>(samples.size() / m_channels);
     const TheoraLock lock(m_mutex);
-    m_blocks.push_back(Block{std::move(samples)});
+    m_blocks.push_back(std::move(samples));
 }
 
 void AudioTrack::decodeUntil(float time) {
@@ -201,9 +201,8 @@ void AudioTrack::handOver() {
     if (std::exchange(m_jumped, false)) {
         m_sink->flush();
     }
-    for (const Block& block : m_blocks) {
-        m_sink->insertData(block.samples.data(),
-                           static_cast<int>(block.samples.size() / m_channels));
+    for (const std::vector<float>& samples : m_blocks) {
+        m_sink->insertData(samples.data(), static_cast<int>(samples.size() / m_channels));
     }
     m_blocks.clear();
 }

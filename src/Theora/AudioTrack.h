@@ -54,10 +54,6 @@ public:
     void handOver() EXCLUDES(m_mutex);
 
 private:
-    struct Block {
-        std::vector<float> samples; ///< interleaved
-    };
-
     [[nodiscard]] std::int64_t sampleAt(float time) const;
     void startAt(std::int64_t offset);
     [[nodiscard]] std::int64_t findPage(std::int64_t sample);
@@ -73,12 +69,12 @@ private:
     std::vector<float> m_unplaced;   ///< decoded before any page said where
     std::int64_t m_nextSample = -1;  ///< of the stream; -1 = not known yet
     std::int64_t m_wantedSample = 0; ///< the next one to be queued
-    bool m_ended = false;
+    bool m_ended = false;            ///< the data is
 
     TheoraMutex m_mutex; ///< the clip's audio lock
     const std::unique_ptr<TheoraAudioInterface> m_sink;
-    std::deque<Block> m_blocks GUARDED_BY(m_mutex);
-    bool m_jumped GUARDED_BY(m_mutex) = false;
+    std::deque<std::vector<float>> m_blocks GUARDED_BY(m_mutex); ///< interleaved, not handed over
+    bool m_jumped GUARDED_BY(m_mutex) = false;                   ///< the sink is to be flushed
 };
 
 } // namespace theora

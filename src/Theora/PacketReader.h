@@ -29,13 +29,13 @@ struct FramePacket {
     bool isKeyframe = false;
 };
 
-/// What a file's layout is; found once at load, the same for every reader of the file.
+/// Where a file keeps its frames; found once at load, the same for every reader of the file.
 struct StreamLayout {
-    int serial = 0;
-    std::int64_t dataStart = 0;
-    std::int64_t firstFrame = 0; ///< number of the first frame in the file
-    std::int64_t firstPage = 0;  ///< offset of the first page that a frame ends on
-    std::int64_t frameCount = -1;
+    int serial = 0;               ///< of the Theora stream
+    std::int64_t dataStart = 0;   ///< StreamHeaders::dataStart
+    std::int64_t firstFrame = 0;  ///< number of the first frame in the file
+    std::int64_t firstPage = 0;   ///< offset of the first page that a frame ends on
+    std::int64_t frameCount = -1; ///< -1 = the file does not tell
 };
 
 /// One thread.

@@ -21,7 +21,8 @@ enum class DecodeResult {
 /// One thread.
 class PictureDecoder {
 public:
-    /// Receives every picture on the way, the wanted one included, with its frame number.
+    /// Told the frame number of every picture on the way, the wanted one included; picture() gives
+    /// that picture meanwhile.
     using PictureSink = std::function<void(std::int64_t number)>;
 
     /// All references outlive the decoder. Throws TheoraGenericException when libtheora refuses.
@@ -37,7 +38,6 @@ public:
     [[nodiscard]] std::int64_t position() const { return m_position; }
     /// The current picture, valid until the next decode.
     [[nodiscard]] TheoraPicture picture();
-    [[nodiscard]] const PageSearch& search() const { return m_search; }
 
 private:
     void makeDecoder();

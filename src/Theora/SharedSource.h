@@ -15,7 +15,7 @@ public:
     /// source: outlives this object; nobody else uses it meanwhile.
     explicit SharedSource(TheoraDataSource& source) : m_source(source), m_size(source.size()) {}
 
-    /// Bytes read at `offset`; 0 at the end and on an error.
+    /// Bytes read at `offset`; 0 outside the source. Throws what the source throws.
     [[nodiscard]] std::size_t readAt(std::int64_t offset, void* buffer, std::size_t count)
         EXCLUDES(m_mutex);
     [[nodiscard]] std::int64_t size() const { return m_size; }

@@ -13,8 +13,8 @@
 
 namespace theora {
 
-/// prepare and moveTo: one thread at a time (the clip's worker). The thread starts with the first
-/// prepare and sleeps when there is nothing to do.
+/// prepare, moveTo and waitFor: one thread at a time (the clip's worker). The thread starts with
+/// the first prepare and sleeps when there is nothing to do.
 class StepBackDecoder : public TheoraThread {
 public:
     /// All references outlive this object.
@@ -27,8 +27,9 @@ public:
     void prepare(std::int64_t frame) EXCLUDES(m_mutex);
     /// The display went to `frame`: work that is of no use there ends, other work goes on.
     void moveTo(std::int64_t frame) EXCLUDES(m_mutex);
-    /// Waits while this decoder is on its way to `frame`, which is shorter than starting anew, and
-    /// `giveUp` says no. True when it has come past: the frame may be in the cache.
+    /// False at once when this decoder is not on its way to `frame`. Else waits, which is shorter
+    /// than decoding anew, until it has come past or `giveUp` says yes: the frame may be in the
+    /// cache then.
     [[nodiscard]] bool waitFor(std::int64_t frame, const StopCheck& giveUp) EXCLUDES(m_mutex);
 
 protected:
@@ -56,8 +57,8 @@ private:
     std::int64_t m_centre GUARDED_BY(m_mutex) = 0;
     std::int64_t m_goal GUARDED_BY(m_mutex) = -1; ///< frame in work, -1 = none
     std::int64_t m_at GUARDED_BY(m_mutex) = -1;   ///< decoded last on the way there, -1 = none yet
-    bool m_wanted GUARDED_BY(m_mutex) = false;    ///< prepare() since the last idle moment
-    bool m_filling GUARDED_BY(m_mutex) = false;   ///< until the window is full
+    bool m_wanted GUARDED_BY(m_mutex) = false;    ///< prepare() was called and still holds
+    bool m_filling GUARDED_BY(m_mutex) = false;   ///< a fill has begun; goes on to a full window
 };
 
 } // namespace theora
