@@ -122,6 +122,7 @@ void TheoraVideoClip_Theora::keepPicture(std::int64_t number) {
 
 bool TheoraVideoClip_Theora::seekTo(int frame) {
     m_workingOn = frame;
+    m_goesBack = frame < m_centre;
     m_centre = frame;
     m_cache->setCentre(frame);
     m_stepBack->moveTo(frame);
@@ -226,9 +227,12 @@ void TheoraVideoClip_Theora::prepareStepBack() {
     }
     const std::int64_t count = m_layout.frameCount;
     m_stepBack->prepare(count > 0 ? std::min(m_centre, count) : m_centre);
-    // Stepping back asks for this one next: converted now, it is there at once.
-    const auto before = m_cache->find(m_centre - 1);
-    if (before && !m_stop()) {
+    // One step back asks for the next one: converted now, it is there at once. A step forward would
+    // have to wait for that conversion.
+    if (!m_goesBack || m_stop()) {
+        return;
+    }
+    if (const auto before = m_cache->find(m_centre - 1)) {
         m_frameQueue->prepare(before->picture);
     }
 }

@@ -60,6 +60,7 @@ private:
     int m_workingOn GUARDED_BY(m_access) = -1;         ///< the seek in progress
     std::int64_t m_nextFrame GUARDED_BY(m_access) = 0; ///< the next to be handed out
     std::int64_t m_centre GUARDED_BY(m_access) = 0;    ///< the frame that is looked at
+    bool m_goesBack GUARDED_BY(m_access) = false;      ///< the last seek went to an earlier frame
     std::unique_ptr<StepBackDecoder> m_stepBack;       ///< last: its thread uses all of the above
 };
 
