@@ -149,8 +149,6 @@ TEST_F(Combos, ASharedListAnswersAsItemsOfItsOwn) {
     EXPECT_EQ(combo.GetCurSel(), -1);
     EXPECT_EQ(combo.FindItemText(u"Zone C"), 2);
     EXPECT_EQ(combo.FindItemText(u"Zone c"), -1);
-    EXPECT_TRUE(combo.SelectItem(999));
-    EXPECT_EQ(combo.GetText(), u"Zone L");
     toolkit::CControlUI* item = combo.GetItemAt(2);
     ASSERT_NE(item, nullptr);
     EXPECT_EQ(item->GetText(), u"Zone C");
@@ -165,11 +163,10 @@ TEST_F(Combos, ASharedListAnswersAsItemsOfItsOwn) {
     EXPECT_EQ(combo.GetItemText(1000), u"own");
     EXPECT_TRUE(combo.RemoveAt(0));
     EXPECT_EQ(combo.GetCurSel(), 997) << "the selection stays with its item";
-    EXPECT_EQ(combo.GetText(), u"Zone K");
-    EXPECT_EQ(texts->size(), 1000U);
     EXPECT_NE(combo.AddAt(std::make_unique<toolkit::CListLabelElementUI>(), 997), nullptr);
     EXPECT_TRUE(combo.RemoveAt(999));
     EXPECT_EQ(combo.GetText(), u"Zone K");
+    EXPECT_EQ(texts->size(), 1000U);
     EXPECT_TRUE(combo.RemoveAt(998));
     EXPECT_EQ(combo.GetCurSel(), -1);
     EXPECT_FALSE(combo.RemoveAt(combo.GetCount()) || combo.RemoveAt(-1));

@@ -1,12 +1,15 @@
 // Edits under real mouse, keys, clipboard and input methods.
 #include "core/Text.h"
+#include "tests/support/Random.h"
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/CEditUI.h"
+#include "toolkit/EditModel.h"
 
 using namespace toolkit_test;
 using platform::Key;
 using platform::Point;
 using toolkit::CEditUI;
+using toolkit::EditModel;
 
 namespace {
 
@@ -58,25 +61,78 @@ TEST_F(Edits, PlaceTheCaretAndSelectByMouse) {
     EXPECT_EQ(edit().GetSel(), (Sel{0, 3}));
     driver().click(Point{215, 22});
     EXPECT_EQ(edit().GetSel(), (Sel{13, 13})) << "beside the text";
+    edit().SetSel(8, 99);
+    EXPECT_EQ(edit().GetSel(), (Sel{8, 13}));
+    driver().doubleClick({30, 110}); // there is no word
 }
 
-TEST_F(Edits, MoveAndEditByKeys) {
-    driver().click(at(13));
-    driver().press(Key::left, kControl);
-    driver().press(Key::end, kShift);
-    EXPECT_EQ(edit().GetSel(), (Sel{8, 13}));
-    driver().type(u"4\U0001F600");
-    expectText(u"one two 4\U0001F600");
-    driver().press(Key::backspace);
-    driver().press(Key::home);
-    driver().press(Key::del, kControl);
-    expectText(u"two 4");
-    driver().press(Key::z, kControl);
-    expectText(u"one two 4");
-    driver().press(Key::y, kControl);
-    expectText(u"two 4");
-    driver().press(Key::space);
-    expectText(u" two 4"); // a blank, and no press of anything
+/// What a row of the table below types: these are keys, all else is text.
+const std::map<char16_t, std::pair<Key, platform::Modifiers>> kKeys{
+    {u'<', {Key::left, {}}},       {u'>', {Key::right, {}}},
+    {u'{', {Key::left, kShift}},   {u'}', {Key::right, kShift}},
+    {u'[', {Key::left, kControl}}, {u']', {Key::right, kControl}},
+    {u'^', {Key::home, {}}},       {u'$', {Key::end, {}}},
+    {u'-', {Key::backspace, {}}},  {u'=', {Key::backspace, kControl}},
+    {u'.', {Key::del, {}}},        {u'_', {Key::del, kControl}},
+    {u'Z', {Key::z, kControl}},    {u'Y', {Key::y, kControl}},
+    {u'A', {Key::a, kControl}},
+};
+
+TEST_F(Edits, MoveSelectAndChangeTheirTextByKeys) {
+    const struct {
+        const char* what;
+        std::u16string text;
+        std::u16string keys;
+        std::u16string shown; ///< "|" at the caret or "[" "]" around a selection
+        const char16_t* longest = u"99";
+    } cases[] = {
+        {"typing in between", u"ac", u"<b", u"ab|c"},
+        {"a blank presses nothing", u"ac", u"< ", u"a |c"},
+        {"left at the start", u"a", u"^<", u"|a"},
+        {"right at the end", u"a", u"^$>", u"a|"},
+        {"left to the begin of the selection", u"abc", u"{{<", u"a|bc"},
+        {"right to its end", u"abc", u"^}}>", u"ab|c"},
+        {"over a word", u"one two, three", u"[", u"one two, |three"},
+        {"over a comma", u"one two, three", u"[[", u"one two|, three"},
+        {"over blanks", u"one  two", u"^]", u"one  |two"},
+        {"a pair is one to the left", u"a\U0001F600", u"{", u"a[\U0001F600]"},
+        {"and to the right", u"\U0001F600b", u"^>", u"\U0001F600|b"},
+        {"typing replaces the selection", u"abc", u"^}}x", u"x|c"},
+        {"backspace takes a pair", u"ab", u"\U0001F600--", u"a|"},
+        {"backspace at the start", u"abc", u"^-", u"|abc"},
+        {"backspace takes a word", u"one two", u"=", u"one |"},
+        {"delete takes a pair", u"\U0001F600b", u"^.", u"|b"},
+        {"delete takes the selection", u"abcd", u"<{{.", u"a|d"},
+        {"delete takes a word", u"one two", u"^_", u"|two"},
+        {"undo joins typing", u"", u"abZ", u"|"},
+        {"a moved caret parts it", u"", u"a^bZ", u"|a"},
+        {"undo and redo", u"", u"a-ZZY", u"a|"},
+        {"the selection too", u"abc", u"^}}xZ", u"[ab]c"},
+        {"typing ends redo", u"", u"aZbY", u"b|"},
+        {"a set text has no past", u"a", u"Z", u"a|"},
+        {"and is cleaned", u"a\r\n\tb\x7F\u2028\xD83Dz", u"A", u"[ab\uFFFDz]"},
+        {"no longer than it may be", u"abcdefgh", u"x", u"abcdefgh|", u"8"},
+        {"nor by half a pair", u"abcdefg", u"\U0001F600", u"abcdefg|", u"8"},
+    };
+    driver().manager().SetFocus(&edit());
+    for (const auto& [what, text, keys, shown, longest] : cases) {
+        EXPECT_TRUE(edit().SetAttribute(u"maxchar", longest));
+        edit().SetText(text);
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            const auto key = kKeys.find(keys[i]);
+            if (key != kKeys.end()) {
+                driver().press(key->second.first, key->second.second);
+            } else {
+                driver().type(keys.substr(i, keys[i] >= 0xD800 ? 2 : 1));
+                i += keys[i] >= 0xD800 ? 1 : 0;
+            }
+        }
+        std::u16string found = edit().GetText();
+        const auto [begin, end] = edit().GetSel();
+        found.insert(static_cast<std::size_t>(end), begin == end ? u"|" : u"]");
+        found.insert(static_cast<std::size_t>(begin), begin == end ? u"" : u"[");
+        EXPECT_EQ(core::storedText(found), core::storedText(shown)) << what;
+    }
 }
 
 TEST_F(Edits, UseTheClipboard) {
@@ -113,6 +169,7 @@ TEST_F(Edits, ThatAreReadOnlyLetCopyButNotChange) {
     driver().type(u"z");
     commit(u"z");
     expectText(kText);
+    expectNotes("nothing changed", {});
 }
 
 TEST_F(Edits, TakeTextFromInputMethods) {
@@ -128,28 +185,14 @@ TEST_F(Edits, TakeTextFromInputMethods) {
 }
 
 TEST_F(Edits, KeepTheCaretInViewInAnyText) {
-    /// The first black column of the short edit.
-    const auto caret = [&] {
-        const platform::Bitmap picture = driver().picture();
-        const auto isCaret = [&](int x) {
-            int dark = 0;
-            for (int y = 108; y < 117; ++y) {
-                dark += picture.at(x, y) == 0xFF000000 ? 1 : 0;
-            }
-            return dark == 9;
-        };
-        int x = 20;
-        while (x < 80 && !isCaret(x)) {
-            ++x;
-        }
-        return x;
-    };
+    const auto& other = get<CEditUI>(u"Other");
     driver().click(u"Other");
     driver().type(u"a text much longer than its edit");
-    EXPECT_GT(caret(), 60);
-    EXPECT_LT(caret(), 80);
+    driver().click(Point{76, 112});
+    EXPECT_GT(other.GetSel().first, 29) << "the end is in view";
     driver().press(Key::home);
-    EXPECT_EQ(caret(), 25);
+    driver().click(Point{26, 112});
+    EXPECT_EQ(other.GetSel(), (Sel{0, 0}));
 }
 
 TEST_F(Edits, PaintSelectionAndCaretOnlyWithTheKeyboard) {
@@ -164,4 +207,40 @@ TEST_F(Edits, PaintSelectionAndCaretOnlyWithTheKeyboard) {
     }
     EXPECT_GT(selected, (at(3).x - at(0).x) / 2);
     EXPECT_NE(picture.at(at(3).x + 2, 27), kSelected);
+}
+
+/// Whatever happens, positions stay inside the text and never inside a pair, and undoing
+/// everything leads back to the beginning.
+TEST(EditModel, HoldsTogetherUnderAnyChanges) {
+    support::Random random(7);
+    const auto flag = [&] { return random.below(2) == 0; };
+    const auto place = [&] { return static_cast<std::size_t>(random.below(40)); };
+    const std::u16string_view typed[] = {u"a", u" ", u"\n", u"\U0001F600", u"w, "};
+    for (int round = 0; round < 50; ++round) {
+        EditModel model;
+        model.setText(u"start \U0001F600 end");
+        const std::u16string first = model.text();
+        const std::function<void()> changes[] = {
+            [&] { model.moveLeft(flag(), flag()); },    [&] { model.moveRight(flag(), flag()); },
+            [&] { model.setCaret(place(), flag()); },   [&] { model.selectWordAt(place()); },
+            [&] { model.eraseBack(flag()); },           [&] { model.eraseForward(flag()); },
+            [&] { model.insert(random.oneOf(typed)); },
+        };
+        for (int i = 0; i < 100; ++i) {
+            changes[random.below(static_cast<int>(std::size(changes)))]();
+            for (const std::size_t at : {model.selectionBegin(), model.selectionEnd()}) {
+                ASSERT_LE(at, model.text().size());
+                const bool inside = at > 0 && at < model.text().size() &&
+                                    (model.text()[at - 1] & 0xFC00) == 0xD800 &&
+                                    (model.text()[at] & 0xFC00) == 0xDC00;
+                ASSERT_FALSE(inside);
+            }
+        }
+        while (model.undo()) {
+        }
+        EXPECT_TRUE(model.text() == first);
+    }
+    EditModel model;
+    EXPECT_TRUE(model.insert(std::u16string(8'000'000, u'x')));
+    EXPECT_EQ(model.text().size(), EditModel::kMaxLength) << "a huge paste";
 }

@@ -1,11 +1,10 @@
-// Who has the keyboard, how Tab moves it, and what a window sees before its controls.
+// Who has the keyboard and how Tab moves it.
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/CButtonUI.h"
 #include "toolkit/CEditUI.h"
 #include "toolkit/CListUI.h"
 
 using namespace toolkit_test;
-using platform::EventKind;
 using platform::Key;
 
 namespace {
@@ -40,7 +39,11 @@ TEST_F(Focus, TabFollowsTheLayoutAndSkipsWhatCannotTakeIt) {
         driver().press(Key::tab, kShift);
         EXPECT_EQ(focus(), name);
     }
+    EXPECT_TRUE(driver().manager().focusKeeper().showsRing());
+    driver().click(u"B");
+    EXPECT_FALSE(driver().manager().focusKeeper().showsRing()) << "the mouse puts it away again";
     driver().click(u"A");
+    EXPECT_TRUE(driver().manager().focusKeeper().showsRing()) << "but never from an edit";
     driver().press(Key::enter);
     EXPECT_EQ(focus(), u"");
     driver().press(Key::tab);
@@ -75,59 +78,6 @@ TEST_F(Focus, AKillFocusHandlerMayMoveTheKeyboardItself) {
     driver().click(u"A");
     driver().press(Key::tab);
     EXPECT_EQ(focus(), u"C");
-}
-
-TEST_F(Focus, TheFilterSeesAPressAfterTheKilledFocusAndBeforeTheControl) {
-    open(R"(<Edit name="A" pos="0,0,80,25"/><Button name="Go" pos="0,40,80,25"/>)");
-    window().filter = [&](const platform::Event& event) {
-        if (event.kind == EventKind::mouseDown || event.kind == EventKind::mouseUp) {
-            window().notes.emplace_back("filter");
-        }
-        return false;
-    };
-    driver().click(u"A");
-    window().notes.clear();
-    driver().click(u"Go");
-    expectNotes("press and release", {"killfocus A", "filter", "filter", "click Go"});
-}
-
-TEST_F(Focus, WhatTheFilterTakesNoControlSees) {
-    open(R"(<Button name="Go" pos="0,40,80,25"/>
-            <Combo name="Combo" pos="0,80,80,25">
-                <ListLabelElement text="a"/><ListLabelElement text="b"/></Combo>)");
-    window().filter = [](const platform::Event& event) {
-        return event.kind == EventKind::mouseDown || event.key == Key::down;
-    };
-    driver().click(u"Go");
-    driver().get<toolkit::CComboUI>(u"Combo").SelectItem(0, true);
-    window().notes.clear();
-    driver().press(Key::down);
-    expectNotes("a closed combo", {});
-    driver().press(Key::space);
-    driver().press(Key::down);
-    driver().press(Key::enter);
-    expectNotes("an open drop list keeps its keys", {"itemselect Combo 1"});
-}
-
-TEST_F(Focus, TheRingShowsAfterKeysAndAlwaysInEdits) {
-    support::writeBytes("UI/Ring.bmp", bmp(1, 1, 0xFFFF0000));
-    open(R"(<Default class="Option" focusedimage="file='Ring.bmp' dest='-8,0,-5,20'"/>
-            <Button name="Go" pos="20,0,80,25"/><Edit name="A" pos="20,40,80,25"/>
-            <Option name="Check" pos="20,80,80,25"/>)",
-         R"(focusedimage="file='Ring.bmp' dest='-3,0,0,20'" bkcolor="#FFFFFFFF")");
-    const auto ringAt = [&](int x, int y) { return driver().pixel({x, y}) == 0xFFFF0000; };
-    driver().click(u"Go");
-    EXPECT_EQ(focus(), u"Go");
-    EXPECT_FALSE(ringAt(18, 10));
-    driver().click(u"A");
-    EXPECT_TRUE(ringAt(18, 50)) << "an edit";
-    driver().press(Key::tab);
-    EXPECT_FALSE(ringAt(18, 50) || ringAt(18, 90));
-    EXPECT_TRUE(ringAt(13, 90)) << "the ring of its kind";
-    driver().press(Key::tab);
-    EXPECT_TRUE(ringAt(18, 10));
-    driver().click(u"Go");
-    EXPECT_FALSE(ringAt(18, 10)) << "the mouse puts it away again";
 }
 
 TEST_F(Focus, ScrollsToTheRowThatTakesIt) {

@@ -1,4 +1,5 @@
 // Image attributes, decoding, and the nine parts on the screen.
+#include <array>
 #include <span>
 #include <tuple>
 
@@ -50,16 +51,14 @@ TEST(ImageAttribute, ToleratesBlanksOrderAndUnknownKeys) {
 }
 
 TEST(ImageDecoder, ReadsTheFourFormats) {
-    // 2 x 2: red, green / blue, white.
+    const std::array redGreenBlueWhite{0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0xFFFFFFFF};
     for (const char* name : {"four.png", "four.bmp", "four.gif"}) {
-        SCOPED_TRACE(name);
         const auto image = decode(dataFile(name));
-        ASSERT_TRUE(image);
-        EXPECT_EQ(image->size(), (platform::Size{2, 2}));
-        EXPECT_EQ(image->at(0, 0), 0xFFFF0000);
-        EXPECT_EQ(image->at(1, 0), 0xFF00FF00);
-        EXPECT_EQ(image->at(0, 1), 0xFF0000FF);
-        EXPECT_EQ(image->at(1, 1), 0xFFFFFFFF);
+        ASSERT_TRUE(image) << name;
+        EXPECT_EQ(image->size(), (platform::Size{2, 2})) << name;
+        EXPECT_EQ((std::array{image->at(0, 0), image->at(1, 0), image->at(0, 1), image->at(1, 1)}),
+                  redGreenBlueWhite)
+            << name;
     }
     const auto jpeg = decode(dataFile("grey.jpg"));
     ASSERT_TRUE(jpeg);

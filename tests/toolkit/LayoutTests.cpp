@@ -1,4 +1,6 @@
 // Where controls stand.
+#include <tuple>
+
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/CComboUI.h"
 
@@ -35,32 +37,34 @@ TEST_F(Layout, PlacesByPosByFillingAndInRowsAndColumns) {
     }
 }
 
-TEST_F(Layout, PutsARowsComboAndBoxWhereTheListsColumnsAre) {
-    support::writeBytes("UI/Combo.bmp", bmp(40, 25, 0xFFFFFFFF));
-    open(R"(<List name="List" pos="0,0,400,100"><ListContainerElement height="33"><HorizontalLayout>
-        <Combo name="Combo" width="200" padding="5,1,5,1"
-            normalimage="file='Combo.bmp' corner='5,4,28,4'"/>
-        <Option name="Box" width="18" height="18" padding="94,8,0,0"/>
-        </HorizontalLayout></ListContainerElement></List>)");
-    EXPECT_EQ(driver().get(u"Combo").GetPos(), Rect::at(5, 4, 200, 25));
-    EXPECT_EQ(driver().get(u"Box").GetPos(), Rect::at(304, 8, 18, 18));
-}
-
 TEST_F(Layout, ComesAnewWhenTheProgramChangesIt) {
-    open(R"(<HorizontalLayout name="Row" pos="0,0,300,40"><Label name="A"/><Label name="B"/>
-            </HorizontalLayout>)");
+    open(R"(<HorizontalLayout name="Row" pos="0,0,301,40"><Label name="A"/>
+            <Label name="B" maxwidth="250"/></HorizontalLayout>)");
     auto& a = driver().get(u"A");
-    const auto widthOfB = [&] { return driver().get(u"B").GetPos().width(); };
-    EXPECT_EQ(widthOfB(), 150);
-    a.SetFixedWidth(100);
-    EXPECT_EQ(widthOfB(), 200);
-    a.SetVisible(false);
-    EXPECT_EQ(widthOfB(), 300);
-    a.SetVisible(true);
-    a.SetMinWidth(250);
-    EXPECT_EQ(widthOfB(), 50);
-    get<toolkit::CContainerUI>(u"Row").SetInset({0, 0, 10, 0});
-    EXPECT_EQ(widthOfB(), 40);
+    auto& row = get<toolkit::CContainerUI>(u"Row");
+    const std::tuple<const char*, std::function<void()>, int, int> changes[] = {
+        {"an odd pixel goes to the first", [] {}, 151, 150},
+        {"what a fixed one leaves", [&] { a.SetFixedWidth(100); }, 100, 201},
+        {"no more than the highest", [&] { a.SetFixedWidth(20); }, 20, 250},
+        {"too much wished", [&] { a.SetFixedWidth(400); }, 400, 0},
+        {"a lowest width", [&] { a.SetMinWidth(420); }, 420, 0},
+        {"a hidden one", [&] { a.SetVisible(false); }, 420, 250},
+        {"an inset",
+         [&] {
+             row.SetInset({0, 0, 101, 0});
+         },
+         420, 200},
+        {"no room at all",
+         [&] {
+             row.SetInset({0, 0, 999, 0});
+         },
+         420, 0},
+    };
+    for (const auto& [what, change, first, second] : changes) {
+        change();
+        EXPECT_EQ(driver().get(u"B").GetPos().width(), second) << what;
+        EXPECT_EQ(a.GetPos().width(), first) << what;
+    }
 }
 
 TEST_F(Layout, FindsTheTopmostVisibleControlInsideItsContainer) {
@@ -77,14 +81,4 @@ TEST_F(Layout, FindsTheTopmostVisibleControlInsideItsContainer) {
     EXPECT_EQ(nameAt(105, 110), u"Over");
     EXPECT_EQ(nameAt(90, 110), u"") << "cut off at its container: the window itself";
     EXPECT_EQ(nameAt(400, 10), u"none");
-}
-
-TEST_F(Layout, ControlsTheToolkitDoesNotKnowComeFromTheWindow) {
-    open(R"(<Default class="Picture" tooltip="from the default"/>
-            <Picture name="Video" pos="1,2,3,4"><Label name="Inside"/></Picture>)");
-    EXPECT_EQ(driver().get<Picture>(u"Video").GetPos(), Rect::at(1, 2, 3, 4));
-    EXPECT_EQ(driver().get(u"Video").GetToolTip(), u"from the default");
-    EXPECT_NE(window().FindControl<toolkit::CControlUI>(u"Inside"), nullptr);
-    EXPECT_EQ(window().FindControl<toolkit::CComboUI>(u"Video"), nullptr) << "of another kind";
-    EXPECT_EQ(window().FindControl<toolkit::CControlUI>(u"Absent"), nullptr);
 }

@@ -123,33 +123,6 @@ TEST_F(Lifetime, NothingReachesAWindowThatIsClosing) {
     EXPECT_EQ(window().take(), (Notes{"click First"}));
 }
 
-TEST_F(Lifetime, ADialogEndsOnlyItsOwnLoop) {
-    open(R"(<Button name="Ask" pos="0,0,80,25"/><Button name="End" pos="100,0,80,25"/>)");
-    std::vector<std::string> steps;
-    window().reactions["click Ask"] = [&](toolkit::CControlUI&) {
-        auto dialog = std::make_shared<RecordingWindow>(test::gui());
-        dialog->reactions["click Ask"] = [&dialog](auto&) { dialog->Close(1); };
-        ASSERT_TRUE(dialog->Create(window().GetNative(), u"Dialog", 0, 0));
-        window().GetNative()->setEnabled(false);
-        dialog->ShowModal();
-        window().GetNative()->setEnabled(true);
-        steps.push_back("dialog over");
-    };
-    test::gui().loop().post([&] {
-        driver().clickThen(u"Ask", [&] {
-            driver().click(u"End"); // disabled: takes no input
-            test::WindowDriver(test::topWindow()).click(u"Ask");
-        });
-        driver().click(u"End");
-        steps.push_back("after");
-        window().Close(1);
-    });
-    window().ShowModal();
-    steps.push_back("window over");
-    EXPECT_EQ(steps, (std::vector<std::string>{"dialog over", "after", "window over"}));
-    EXPECT_EQ(window().take(), (Notes{"click Ask", "click End"}));
-}
-
 TEST_F(Lifetime, TheCaptionDragsTheWindowExceptFromItsButtons) {
     open(R"(<Label pos="0,0,100,30" text="Title"/><Button name="Go" pos="200,5,80,20"/>
             <Control pos="0,30,400,200"/>)",
@@ -167,13 +140,6 @@ TEST_F(Lifetime, TheCaptionDragsTheWindowExceptFromItsButtons) {
         total += c.moved;
         EXPECT_EQ(place().left - before.left, total) << c.from.x << "," << c.from.y;
     }
-}
-
-TEST_F(Lifetime, TheCloseRequestEndsAWindow) {
-    open("");
-    test::gui().loop().post([&] { test::input().requestClose(driver().native()); });
-    window().ShowModal();
-    EXPECT_EQ(window().GetNative(), nullptr);
 }
 
 TEST_F(Lifetime, AWindowThatIsReleasedWithoutBeingClosedPostsNoQuit) {

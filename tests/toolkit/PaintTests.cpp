@@ -93,37 +93,34 @@ TEST_F(Paint, DrawsBordersInsideAndTheWindowsFrameBelowItsControls) {
 }
 
 TEST_F(Paint, ShowsTheStateOfButtonsAndOptions) {
-    const std::pair<const char*, std::uint32_t> images[] = {
-        {"Normal", 0xFF000010}, {"Hot", 0xFF000020},    {"Pushed", 0xFF000030},
-        {"Off", 0xFF000040},    {"Chosen", 0xFF000050}, {"ChosenHot", 0xFF000060}};
-    for (const auto& [name, color] : images) {
-        support::writeBytes("UI/" + std::string(name) + ".bmp", bmp(2, 2, color));
+    std::string look;
+    std::uint32_t color = 0xFF000000;
+    for (const std::string state :
+         {"normal", "hot", "pushed", "disabled", "selected", "selectedhot"}) {
+        support::writeBytes("UI/" + state + ".bmp", bmp(2, 2, ++color));
+        look += state + "image=\"" + state + ".bmp\" ";
     }
-    const std::string look = R"(normalimage="Normal.bmp" hotimage="Hot.bmp" pushedimage="Pushed.bmp"
-        disabledimage="Off.bmp" )";
-    open("<Button name=\"Go\" pos=\"0,0,80,25\" " + look +
-         "/><Option name=\"Check\" pos=\"0,50,80,25\" " + look +
-         "selectedimage=\"Chosen.bmp\" selectedhotimage=\"ChosenHot.bmp\"/>");
-    const auto go = [&] { return driver().pixel({5, 5}); };
-    const auto check = [&] { return driver().pixel({5, 55}); };
-    driver().hover(platform::Point{300, 200}); // wherever the pointer was
-    EXPECT_EQ(go(), 0xFF000010);
-    driver().hover(u"Go");
-    EXPECT_EQ(go(), 0xFF000020);
-    driver().send(EventKind::mouseDown, {40, 12});
-    EXPECT_EQ(go(), 0xFF000030);
-    driver().send(EventKind::mouseMove, {40, 120});
-    EXPECT_NE(go(), 0xFF000030) << "pressed, but the pointer is outside";
-    driver().send(EventKind::mouseUp, {40, 120});
-    EXPECT_EQ(go(), 0xFF000010);
-    get<toolkit::CButtonUI>(u"Go").SetEnabled(false);
-    EXPECT_EQ(go(), 0xFF000040);
-    get<toolkit::COptionUI>(u"Check").Selected(true);
-    EXPECT_EQ(check(), 0xFF000050);
-    driver().hover(u"Check");
-    EXPECT_EQ(check(), 0xFF000060);
-    get<toolkit::COptionUI>(u"Check").SetEnabled(false);
-    EXPECT_EQ(check(), 0xFF000040);
+    open("<Option name=\"Check\" pos=\"0,0,80,25\" " + look + "/>");
+    auto& check = get<toolkit::COptionUI>(u"Check");
+    constexpr platform::Point kAway{300, 200};
+    const std::tuple<const char*, std::function<void()>, std::uint32_t> cases[] = {
+        {"normal", [&] { driver().hover(kAway); }, 1},
+        {"hot", [&] { driver().hover(u"Check"); }, 2},
+        {"pushed",
+         [&] {
+             driver().send(EventKind::mouseDown, {40, 12});
+         },
+         3},
+        {"held, the pointer outside", [&] { driver().send(EventKind::mouseMove, kAway); }, 2},
+        {"released outside", [&] { driver().send(EventKind::mouseUp, kAway); }, 1},
+        {"selected", [&] { check.Selected(true); }, 5},
+        {"selected and hot", [&] { driver().hover(u"Check"); }, 6},
+        {"disabled", [&] { check.SetEnabled(false); }, 4},
+    };
+    for (const auto& [what, act, state] : cases) {
+        act();
+        EXPECT_EQ(driver().pixel({5, 5}), 0xFF000000 + state) << what;
+    }
 }
 
 TEST_F(Paint, ShowsSelectedAndHotRows) {

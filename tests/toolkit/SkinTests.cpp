@@ -1,27 +1,78 @@
-// A skin from a folder or from the zip beside it.
+// A skin from a folder or from the zip beside it, good and hostile.
+#include <zlib.h>
+
+#include "tests/support/Random.h"
 #include "tests/toolkit/ToolkitTest.h"
-#include "tests/toolkit/ZipMaker.h"
 #include "toolkit/ImageCache.h"
 #include "toolkit/Skin.h"
+#include "toolkit/ZipArchive.h"
 
 using namespace toolkit_test;
 using toolkit::Skin;
+using toolkit::ZipArchive;
 
 namespace {
+
+struct ZipEntry {
+    std::string name;
+    std::string data;
+    bool deflated = true;
+};
+
+void putNumber(std::string& to, std::size_t value, int bytes) {
+    for (int i = 0; i < bytes; ++i) {
+        to.push_back(static_cast<char>(value >> (8 * i)));
+    }
+}
+
+/// Without the two bytes before and the four behind that zlib's own format adds.
+std::string deflated(const std::string& data) {
+    uLongf size = compressBound(static_cast<uLong>(data.size()));
+    std::string packed(size, '\0');
+    compress(reinterpret_cast<Bytef*>(packed.data()), &size,
+             reinterpret_cast<const Bytef*>(data.data()), static_cast<uLong>(data.size()));
+    return packed.substr(2, size - 6);
+}
+
+std::string zipOf(const std::vector<ZipEntry>& entries, const std::string& comment = {}) {
+    std::string files;
+    std::string directory;
+    for (const auto& [name, data, isDeflated] : entries) {
+        const std::string packed = isDeflated ? deflated(data) : data;
+        std::string common;
+        putNumber(common, 20, 4); // version, flags
+        putNumber(common, isDeflated ? 8 : 0, 2);
+        putNumber(common, 0, 4); // time and date
+        putNumber(common, crc32_z(0, reinterpret_cast<const Bytef*>(data.data()), data.size()), 4);
+        putNumber(common, packed.size(), 4);
+        putNumber(common, data.size(), 4);
+        putNumber(common, name.size(), 4); // and no extra field
+        directory += std::string("PK\x01\x02\x14\0", 6) + common + std::string(10, '\0');
+        putNumber(directory, files.size(), 4);
+        directory += name;
+        files += "PK\x03\x04" + common + name + packed;
+    }
+    std::string all = files + directory + "PK\x05\x06" + std::string(4, '\0');
+    putNumber(all, entries.size(), 2);
+    putNumber(all, entries.size(), 2);
+    putNumber(all, directory.size(), 4);
+    putNumber(all, files.size(), 4);
+    putNumber(all, comment.size(), 2);
+    return all + comment;
+}
+
+std::optional<ZipArchive> openZip(const std::string& bytes) {
+    return ZipArchive::open({bytes.begin(), bytes.end()});
+}
+
+std::optional<std::string> textOf(const std::optional<std::vector<std::uint8_t>>& bytes) {
+    return bytes ? std::optional(std::string(bytes->begin(), bytes->end())) : std::nullopt;
+}
 
 class Skins : public ToolkitTest {
 protected:
     static std::optional<std::string> read(const std::string& file) {
-        const auto bytes = Skin::open("UI/")->read(file);
-        return bytes ? std::optional(std::string(bytes->begin(), bytes->end())) : std::nullopt;
-    }
-    static void writeZip(const std::map<std::string, std::string>& files) {
-        ZipMaker maker;
-        for (const auto& [name, bytes] : files) {
-            maker.add(name, bytes, true);
-        }
-        const auto zip = maker.finish();
-        support::writeBytes("UI.zip", std::string(zip.begin(), zip.end()));
+        return textOf(Skin::open("UI/")->read(file));
     }
 };
 
@@ -31,7 +82,7 @@ TEST_F(Skins, ComeFromTheFolderAndElseFromTheZip) {
     EXPECT_EQ(read("a.xml"), std::nullopt) << "neither";
     support::writeBytes("UI.zip", "PK but no more");
     EXPECT_EQ(read("a.xml"), std::nullopt) << "a damaged zip";
-    writeZip({{"a.xml", "zipped"}});
+    support::writeBytes("UI.zip", zipOf({{"a.xml", "zipped"}}));
     EXPECT_EQ(read("a.xml"), "zipped");
     support::writeBytes("UI/a.xml", "plain");
     EXPECT_EQ(read("a.xml"), "plain");
@@ -53,8 +104,10 @@ TEST_F(Skins, NeverReadOutsideThemselves) {
 }
 
 TEST_F(Skins, ThatAreZippedShowTheirLayoutsAndImages) {
-    writeZip({{"Test.xml", R"(<Window size="40,30"><Control bkimage="Red.bmp"/></Window>)"},
-              {"Red.bmp", bmp(2, 2, 0xFFFF0000)}});
+    support::writeBytes(
+        "UI.zip",
+        zipOf({{"Test.xml", R"(<Window size="40,30"><Control bkimage="Red.bmp"/></Window>)"},
+               {"Red.bmp", bmp(2, 2, 0xFFFF0000)}}));
     m_window = std::make_shared<RecordingWindow>(test::gui());
     ASSERT_TRUE(m_window->Create(nullptr, u"Test", 0, 0));
     EXPECT_EQ(driver().pixel({20, 15}), 0xFFFF0000);
@@ -69,4 +122,84 @@ TEST_F(Skins, HaveTheirImagesDecodedOnceForAllWindows) {
     EXPECT_EQ(toolkit::ImageCache::get().load(*Skin::open("UI"), "Red.bmp"), first);
     toolkit::ImageCache::get().clear();
     EXPECT_EQ(toolkit::ImageCache::get().load(*skin, "Red.bmp")->at(0, 0), 0xFF00FF00);
+}
+
+TEST(ZipArchive, ReadsStoredAndDeflatedFiles) {
+    const std::string longText(100'000, 'x');
+    for (const std::size_t comment : {0U, 12U, 65535U}) {
+        const auto zip = openZip(zipOf({{"a.xml", "stored", false},
+                                        {"deep/b.png", longText},
+                                        {"empty", ""},
+                                        {"empty stored", "", false}},
+                                       std::string(comment, 'c')));
+        ASSERT_TRUE(zip);
+        EXPECT_EQ(textOf(zip->read("a.xml")), "stored");
+        EXPECT_EQ(textOf(zip->read("deep/b.png")), longText);
+        EXPECT_EQ(textOf(zip->read("empty")), "");
+        EXPECT_EQ(textOf(zip->read("empty stored")), "");
+        EXPECT_EQ(textOf(zip->read("A.xml")), std::nullopt);
+        EXPECT_TRUE(zip->contains("a.xml"));
+    }
+}
+
+/// Each case bends one field of a good archive; the file is refused, never guessed at.
+TEST(ZipArchive, RefusesBentFields) {
+    const std::string good = zipOf({{"a", std::string(5000, 'q')}});
+    ASSERT_TRUE(openZip(good)->read("a"));
+    constexpr int kEntry = -47; // in the directory, from the end record
+    const struct {
+        const char* what;
+        int at; ///< from the end record
+        int bytes;
+        std::uint32_t value;
+    } cases[] = {
+        {"encrypted", kEntry + 8, 2, 1},
+        {"unknown method", kEntry + 10, 2, 12},
+        {"wrong checksum", kEntry + 16, 4, 1234},
+        {"packed beyond the end", kEntry + 20, 4, 0x7FFFFFFF},
+        {"packed data cut", kEntry + 20, 4, 3},
+        {"claims more than it holds", kEntry + 24, 4, 5001},
+        {"claims less than it holds", kEntry + 24, 4, 4999},
+        {"claims nothing", kEntry + 24, 4, 0},
+        {"claims gigabytes", kEntry + 24, 4, 0xFFFFFFF0},
+        {"a longer name", kEntry + 29, 1, 0xFF},
+        {"starts beyond the end", kEntry + 42, 4, 0xFFFFFFF0},
+        {"starts inside itself", kEntry + 42, 4, 7},
+        {"another signature", 0, 1, 0},
+        {"a second disk", 4, 1, 1},
+        {"more entries than there are", 10, 1, 2},
+        {"far more entries", 11, 1, 0xFF},
+        {"a longer directory", 15, 1, 0x7F},
+        {"a directory beyond the end", 19, 1, 0x7F},
+    };
+    for (const auto& [what, at, bytes, value] : cases) {
+        std::string field;
+        putNumber(field, value, bytes);
+        const auto place = static_cast<int>(good.size()) - 22 + at;
+        const auto zip = openZip(
+            std::string(good).replace(static_cast<std::size_t>(place), field.size(), field));
+        EXPECT_TRUE(!zip || !zip->read("a")) << what;
+    }
+    const auto zip = openZip(zipOf({{"bomb", std::string(ZipArchive::kMaxEntryBytes + 1, '\0')}}));
+    EXPECT_TRUE(zip && !zip->read("bomb")) << "too large once unpacked";
+}
+
+TEST(ZipArchive, SurvivesAnyDamage) {
+    const std::string good = zipOf({{"a", std::string(3000, 'a') + "tail"}, {"b", "text", false}});
+    for (std::size_t size = 0; size < good.size(); ++size) {
+        EXPECT_FALSE(openZip(good.substr(0, size))) << "cut at " << size;
+    }
+    support::Random random(1);
+    for (int round = 0; round < 3000; ++round) {
+        std::string bent = good;
+        for (int i = 0; i < 3; ++i) {
+            bent[static_cast<std::size_t>(random.below(static_cast<int>(bent.size())))] =
+                static_cast<char>(random.below(256));
+        }
+        if (const auto zip = openZip(bent)) {
+            const auto text = textOf(zip->read("b"));
+            EXPECT_TRUE(!text || text == "text") << "damage never shows as data";
+            static_cast<void>(zip->read("a"));
+        }
+    }
 }

@@ -32,21 +32,19 @@ protected:
 TEST_F(Timers, BelongToTheirControlByItsOwnNumber) {
     Ticking& a = add();
     Ticking& b = add();
-    EXPECT_TRUE(manager().SetTimer(a, 1824, 1));
-    EXPECT_TRUE(manager().SetTimer(b, 1824, 1));
-    EXPECT_TRUE(manager().SetTimer(b, 7, 1));
+    EXPECT_TRUE(manager().SetTimer(a, 1824, 1) && manager().SetTimer(b, 1824, 1) &&
+                manager().SetTimer(b, 7, 1));
     ASSERT_TRUE(test::pumpUntil([&] { return a.ticks[1824] > 2 && b.ticks[1824] > 2; }));
     EXPECT_TRUE(manager().KillTimer(a, 1824));
     EXPECT_FALSE(manager().KillTimer(a, 1824));
     EXPECT_FALSE(manager().KillTimer(a, 7)) << "another control's";
     const auto before = a.ticks;
-    const auto other = b.ticks;
-    ASSERT_TRUE(
-        test::pumpUntil([&] { return b.ticks[1824] > other.at(1824) + 2 && b.ticks[7] > 2; }));
+    const int goal = b.ticks[1824] + 2;
+    ASSERT_TRUE(test::pumpUntil([&] { return b.ticks[1824] > goal && b.ticks[7] > 2; }));
     EXPECT_EQ(a.ticks, before);
 }
 
-TEST_F(Timers, EndWithTheirControlAlsoInsideTheirOwnTick) {
+TEST_F(Timers, EndWithTheirControlAlsoInsideTheirOwnTickAndWithTheirWindow) {
     int ticks = 0;
     Ticking& doomed = add();
     doomed.onTick = [&] {
@@ -59,12 +57,7 @@ TEST_F(Timers, EndWithTheirControlAlsoInsideTheirOwnTick) {
     EXPECT_TRUE(manager().SetTimer(next, 1, 1));
     ASSERT_TRUE(test::pumpUntil([&] { return next.ticks[1] > 3; }));
     EXPECT_EQ(ticks, 1);
-}
-
-TEST_F(Timers, NeedAWindow) {
-    Ticking& control = add();
     window().Close(1);
     test::gui().loop().run();
-    EXPECT_FALSE(manager().SetTimer(control, 1, 1));
-    EXPECT_FALSE(manager().KillTimer(control, 1));
+    EXPECT_FALSE(manager().SetTimer(next, 1, 1) || manager().KillTimer(next, 1));
 }

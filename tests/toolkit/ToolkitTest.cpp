@@ -32,12 +32,11 @@ RecordingWindow& ToolkitTest::open(const std::string& controls,
 std::string bmp(int width, int height, const std::vector<std::uint32_t>& pixels) {
     const auto count = static_cast<std::uint32_t>(pixels.size() * 4);
     constexpr std::uint32_t kFileHeader = 14;
-    constexpr std::uint32_t kHeader = 108; // the one with channel masks, so that alpha counts
+    constexpr std::uint32_t kHeader = 40;
     std::vector<std::uint32_t> words{kFileHeader + kHeader + count, 0, kFileHeader + kHeader};
     words.insert(words.end(), {kHeader, static_cast<std::uint32_t>(width),
-                               static_cast<std::uint32_t>(height), 32U << 16U | 1U, 3, count});
-    words.insert(words.end(), {0, 0, 0, 0, 0xFF0000, 0xFF00, 0xFF, 0xFF000000});
-    words.resize(words.size() + 13); // the colour space: none
+                               static_cast<std::uint32_t>(height), 32U << 16U | 1U, 0, count});
+    words.resize(words.size() + 4); // resolution and palette: none
     for (auto end = pixels.end(); end != pixels.begin(); end -= width) {
         words.insert(words.end(), end - width, end);
     }

@@ -19,12 +19,6 @@ namespace toolkit_test {
 
 using Notes = std::vector<std::string>;
 
-/// A kind of control that the toolkit does not know: the window makes it.
-class Picture : public toolkit::CContainerUI {
-public:
-    [[nodiscard]] std::u16string GetClass() const override { return u"Picture"; }
-};
-
 /// Writes each notification as "type name" (itemselect: and the index), then does what the test
 /// wants done in that handler.
 class RecordingWindow : public toolkit::WindowImplBase {
@@ -34,10 +28,6 @@ public:
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"TestWindow"; }
     [[nodiscard]] std::string GetSkinFile() const override { return "Test.xml"; }
     void Notify(toolkit::TNotifyUI& message) override;
-    bool MessageHandler(const platform::Event& event) override { return filter && filter(event); }
-    std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override {
-        return className == u"Picture" ? std::make_unique<Picture>() : nullptr;
-    }
 
     /// The notifications so far; forgets them.
     [[nodiscard]] Notes take() { return std::exchange(notes, {}); }
@@ -45,7 +35,6 @@ public:
     Notes notes;
     /// By note.
     std::map<std::string, std::function<void(toolkit::CControlUI& sender)>> reactions;
-    std::function<bool(const platform::Event&)> filter;
 };
 
 class ToolkitTest : public support::TempFolderTest {
