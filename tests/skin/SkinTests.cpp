@@ -1,9 +1,10 @@
-// The default skin in real windows: every state of a control is told by its picture.
-
+// The default skin in real windows: texts fit, the Tab key goes in reading order, and every state
+// of a control is told by its picture.
 #include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -15,6 +16,7 @@
 #include "tests/support/gui/WindowDriver.h"
 #include "toolkit/CComboUI.h"
 #include "toolkit/CEditUI.h"
+#include "toolkit/CLabelUI.h"
 #include "toolkit/COptionUI.h"
 #include "toolkit/DropListWindow.h"
 #include "toolkit/WindowImplBase.h"
@@ -60,7 +62,12 @@ int changes(const Bitmap& before, const Bitmap& after, const Rect& rect,
     return count;
 }
 
-class SkinLook : public testing::TestWithParam<const char*> {
+struct Layout {
+    std::string name;
+    std::string tabOrder; ///< names, as a reader goes
+};
+
+class SkinLook : public testing::TestWithParam<Layout> {
 protected:
     SkinLook() {
         collect(*m_driver.manager().GetRoot());
@@ -73,11 +80,12 @@ protected:
         return changes(m_rest, m_driver.picture(), control.GetPos());
     }
 
-    SkinWindow m_window{GetParam()};
+    SkinWindow m_window{GetParam().name + ".xml"};
     test::WindowDriver m_driver{m_window};
     Bitmap m_rest;
     /// What takes the keyboard, but for lists.
     std::vector<toolkit::CControlUI*> m_controls;
+    std::vector<toolkit::CLabelUI*> m_texts;
 
 private:
     void collect(toolkit::CControlUI& control) {
@@ -86,23 +94,36 @@ private:
             if (child.isFocusable() && child.GetClass() != u"List") {
                 m_controls.push_back(&child);
             }
+            if (auto* text = dynamic_cast<toolkit::CLabelUI*>(&child)) {
+                m_texts.push_back(text);
+            }
             collect(child);
         }
     }
 };
 
-TEST_P(SkinLook, TheKeyboardIsSeenOnEveryControl) {
-    ASSERT_FALSE(m_controls.empty());
-    for (std::size_t i = 0; i < m_controls.size(); ++i) {
+TEST_P(SkinLook, NoTextIsCutByItsBox) {
+    EXPECT_FALSE(m_texts.empty());
+    for (toolkit::CLabelUI* text : m_texts) {
+        // Without a tool tip of its own, a text offers itself where its box cuts it.
+        text->SetToolTip(u"");
+        EXPECT_EQ(text->toolTipAt(text->GetPos().topLeft()), u"");
+    }
+}
+
+TEST_P(SkinLook, TabGoesInReadingOrderAndTheKeyboardIsSeen) {
+    std::istringstream wanted(GetParam().tabOrder);
+    for (std::string name; wanted >> name;) {
+        SCOPED_TRACE(name);
         m_driver.press(platform::Key::tab);
-        const toolkit::CControlUI* focus = m_driver.manager().GetFocus();
-        ASSERT_NE(focus, nullptr);
-        const Rect& pos = focus->GetPos();
+        ASSERT_EQ(core::storedText(m_driver.focusName()), name);
+        const Rect& pos = m_driver.manager().GetFocus()->GetPos();
         const Rect around{pos.left - 3, pos.top - 3, pos.right + 3, pos.bottom + 3};
         // A ring round the smallest of them, the 18 pixel box, has about 170 pixels.
-        EXPECT_GT(changes(m_rest, m_driver.picture(), around, {kAccent, kDarkAccent}), 60)
-            << core::storedText(focus->GetName());
+        EXPECT_GT(changes(m_rest, m_driver.picture(), around, {kAccent, kDarkAccent}), 60);
     }
+    m_driver.press(platform::Key::tab);
+    EXPECT_TRUE(GetParam().tabOrder.starts_with(core::storedText(m_driver.focusName())));
 }
 
 TEST_P(SkinLook, EveryStateOfAControlHasItsPicture) {
@@ -131,13 +152,22 @@ TEST_P(SkinLook, EveryStateOfAControlHasItsPicture) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Layouts, SkinLook,
-                         testing::Values("Confirmation.xml", "OpenScene.xml", "NewScene.xml",
-                                         "BranchList.xml", "ZoneEdit.xml", "ZoneEditSmall.xml"),
-                         [](const auto& layout) {
-                             const std::string name = layout.param;
-                             return name.substr(0, name.find('.'));
-                         });
+const std::string kZoneEditOrder =
+    "ButtonSave ButtonClose OptionMovePoint OptionAddPoint OptionAddMultiPoint OptionDeletePoint "
+    "ComboZone ButtonAddZone ButtonRemoveZone EditZone OptionToggleActive OptionProgressChanges "
+    "ButtonPrevious10 ButtonPrevious EditCurrentFrame ButtonNext ButtonNext10";
+const Layout kLayouts[] = {
+    {"Confirmation", "ButtonYes ButtonNo"},
+    {"OpenScene", "SceneList ButtonNewScene ButtonLoadScene ButtonExit"},
+    {"NewScene", "EditSceneName ButtonCreate ButtonBack"},
+    {"BranchList", "ButtonSave ButtonExit ComboBranchName ButtonAddBranch EditBranchName "
+                   "CheckFirst ComboVideoName ButtonAddVideo ButtonEditZones ButtonAddAction "
+                   "ButtonRemoveAction BranchList"},
+    {"ZoneEdit", kZoneEditOrder},
+    {"ZoneEditSmall", kZoneEditOrder},
+};
+INSTANTIATE_TEST_SUITE_P(Layouts, SkinLook, testing::ValuesIn(kLayouts),
+                         [](const auto& layout) { return layout.param.name; });
 
 /// The first column of `rows` with a dark pixel, behind the first three columns.
 int firstInk(const Bitmap& picture, const Rect& rows) {
