@@ -1,23 +1,36 @@
-// Start-up, exit codes and the hand-off around the screens.
+// Start-up, exit codes, the hand-off around the screens, and one whole pass of an author.
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "app/Program.h"
 #include "core/Services.h"
+#include "tests/support/ClipMaker.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RecordingProcess.h"
 #include "tests/support/windows/EditorTest.h"
-#include "toolkit/CComboUI.h"
+#include "tests/zone/ZoneFixture.h"
+#include "tools/tour/EditingPass.h"
 #include "tools/tour/Script.h"
 
 namespace {
 
+using support::readBytes;
 using support::writeBytes;
 using Lines = std::vector<std::string>;
-using Texts = std::vector<std::u16string>;
+
+const std::string kFolder = "Scenes/\xC3\x9C/";
+constexpr int kFrames = 14;
+
+/// In pixels of the 64 x 48 video; 20 x 15 display pixels stand for one of it.
+std::string zoneOnAllFrames(const std::string& name, const zone_tests::Points& before,
+                            const zone_tests::Points& fromFrame11) {
+    std::vector<std::string> shapes(kFrames, zone_tests::shapeBytes(before));
+    std::fill(shapes.begin() + 11, shapes.end(), zone_tests::shapeBytes(fromFrame11));
+    return zone_tests::zoneBytes(name, shapes);
+}
 
 /// The program's working directory is two folders deep, as in the product.
 class Program : public support::TempFolderTest {
@@ -27,8 +40,7 @@ protected:
         support::makeFolder("Programs/Quorvel");
         std::filesystem::current_path("Programs/Quorvel");
         test::copySkin();
-        writeBytes("Scenes/\xC3\x9C/Scene.xml",
-                   "<Scene><Name>\xC3\x9C</Name><Branch><Action/></Branch></Scene>");
+        writeBytes(kFolder + "Scene.xml", "<Scene><Name>\xC3\x9C</Name></Scene>");
     }
     int run(const std::string& commandLine, tour::Script& script) {
         script.play(test::gui());
@@ -83,28 +95,43 @@ TEST_F(Program, AClosedBranchEditorIsShownAgainUnlessTheSessionEnds) {
     EXPECT_EQ(m_process.requests.size(), 1U);
 }
 
-TEST_F(Program, TheConditionsFollowTheLanguageOfTheSettings) {
-    const std::pair<std::string, Texts> cases[] = {
-        {"German", {u"Standard", u"Tastendruck", u"Zone", u"Zufall"}},
-        {"French", {u"Par d\u00E9faut", u"Touche", u"Zone", u"Au hasard"}},
-        {"\xC3\x9Cnknown", {u"Default", u"Keypress", u"Zone", u"Random"}},
-    };
-    for (const auto& [language, texts] : cases) {
-        writeBytes("../../Settings/Settings.ini", "language=" + language + "\r\n");
-        Texts shown;
-        tour::Script script("./");
-        script.on(u"OpenSceneWindow", [&] { script.click(u"ButtonLoadScene"); });
-        script.on(u"QuorvelWindow", [&] {
-            shown = test::itemsOf(test::inRow<toolkit::CComboUI>(
-                test::WindowDriver(test::topWindow()), u"BranchList", 0, u"ComboConditions"));
-            script.click(u"ButtonExit");
-        });
-        script.on(u"ConfirmationWindow", [&] { script.click(u"ButtonYes"); });
-        EXPECT_EQ(run("", script), 0);
-        EXPECT_EQ(shown, texts) << language;
-    }
-    EXPECT_EQ(m_log.errors(), Lines());
-    EXPECT_TRUE(m_process.requests.empty());
+/// One whole pass of an author, from the open scene window to the files on the disk: the program
+/// runs its own loops and hears nothing but mouse and keyboard.
+TEST_F(Program, LeavesTheFilesThatAPlayerReads) {
+    writeBytes(kFolder + "Scene.xml",
+               "<Scene><Name>\xC3\x9C</Name><FirstBranch>Start</FirstBranch><Branch>"
+               "<ID>Start</ID><Filename>door.ogv</Filename></Branch></Scene>");
+    support::ClipSpec clip;
+    clip.frames = kFrames;
+    writeBytes(kFolder + "door.ogv", support::makeClip(clip));
+    const std::string video = readBytes(kFolder + "door.ogv");
+    const zone_tests::Points triangle{{10, 10}, {30, 10}, {20, 30}};
+    const std::string handle = zoneOnAllFrames("Handle", triangle, triangle);
+    writeBytes(kFolder + "door-ZoneInfo.bin", handle);
+    writeBytes(kFolder + "door-ZoneInfo.xml", zone_tests::infoBytes({"Handle"}));
+    tour::Script script("./");
+    script.hurry();
+    tour::writeEditingPass(script);
+    EXPECT_EQ(run("TestMode", script), 0);
+    std::string scene = readBytes(kFolder + "Scene.xml");
+    std::erase_if(scene, [](char c) { return c == '\r' || c == '\n' || c == '\t'; });
+    EXPECT_EQ(scene,
+              "<Scene><Name>\xC3\x9C</Name><FirstBranch>Start</FirstBranch>"
+              "<Branch><ID>Start</ID><Filename>door.ogv</Filename></Branch>"
+              "<Branch><ID>Check the corridor</ID><Filename>door.ogv</Filename>"
+              "<Action><Type>ZoneAction</Type><Parameter>Handle</Parameter>"
+              "<Immediate>true</Immediate><BranchID>Start</BranchID></Action>"
+              "<Action><Type>DefaultAction</Type><BranchID>Check the corridor</BranchID></Action>"
+              "</Branch></Scene>");
+    EXPECT_EQ(readBytes(kFolder + "door-ZoneInfo.xml"),
+              zone_tests::infoBytes({"Handle", "Way out"}));
+    EXPECT_EQ(readBytes(kFolder + "door-ZoneInfo.bin"),
+              handle + zoneOnAllFrames("Way out", {{24, 15}, {36, 14}, {38, 30}, {25, 31}},
+                                       {{24, 15}, {39, 13}, {38, 30}, {25, 31}}));
+    EXPECT_EQ(support::filesBelow(kFolder),
+              (Lines{"Scene.xml", "door-ZoneInfo.bin", "door-ZoneInfo.xml", "door.ogv"}));
+    EXPECT_EQ(readBytes(kFolder + "door.ogv"), video);
+    EXPECT_EQ(m_log.errors(), Lines{});
 }
 
 } // namespace

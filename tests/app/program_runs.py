@@ -89,11 +89,6 @@ class ProgramRuns(unittest.TestCase):
         self.expect_end(self.start(), 1, 'Translations cannot be read: "Translations.ini", looked for as '
                         f'"{self.folder}/Translations.ini"\nError: {error}\n', error)
 
-    def test_without_its_first_window_it_ends_normally(self):
-        (self.folder / "UI" / "OpenScene.xml").unlink()
-        error = "Unable to read layout UI/OpenScene.xml"
-        self.expect_end(self.start(), 0, f"Error: {error}\n", error)
-
 
 if __name__ == "__main__":
     unittest.main(argv=sys.argv[:1])

@@ -60,13 +60,9 @@ void Script::on(std::u16string window, std::function<void()> action) {
     m_steps.push_back({std::move(window), [] { return true; }, std::move(action)});
 }
 
-void Script::waitUntil(std::u16string window, std::function<bool()> condition) {
-    m_steps.push_back({std::move(window), std::move(condition), [] {}});
-}
-
 void Script::wait(std::chrono::milliseconds time) {
     const auto ready = [this, time] {
-        return std::chrono::steady_clock::now() - m_stepBegan >= time;
+        return m_hurries || std::chrono::steady_clock::now() - m_stepBegan >= time;
     };
     m_steps.push_back({{}, ready, [] {}});
 }

@@ -30,8 +30,9 @@ public:
 
     // Building. Steps stay in the order of the calls; `window` is a window class name.
     void on(std::u16string window, std::function<void()> action);
-    void waitUntil(std::u16string window, std::function<bool()> condition);
     void wait(std::chrono::milliseconds time);
+    /// Waits end at once: nobody is watching.
+    void hurry() { m_hurries = true; }
 
     // Acting, inside a step.
     void click(std::u16string_view name);
@@ -39,7 +40,6 @@ public:
     void drag(const std::vector<platform::Point>& points);
     void type(const std::u16string& text);
     void press(platform::Key key, platform::Modifiers modifiers = {});
-    void openCombo(std::u16string_view name) { click(name); }
     /// In the open list of the combo that was clicked last.
     void pickItem(int index);
     /// The combo or check box `name` in row `row` of the action list.
@@ -80,6 +80,7 @@ private:
     std::size_t m_next = 0;
     std::string m_problem;
     bool m_settling = false;
+    bool m_hurries = false;
     std::atomic<bool> m_tickPosted{false};
     /// For the tick that is still posted when the script ends: the loop may run it much later.
     std::shared_ptr<Script*> m_self = std::make_shared<Script*>(this);
