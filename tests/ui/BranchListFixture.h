@@ -54,7 +54,6 @@ protected:
     }
     toolkit::CListUI& actions() { return m_driver->get<toolkit::CListUI>(u"BranchList"); }
     bool isEnabled(std::u16string_view name) { return m_driver->get(name).IsEnabled(); }
-    bool isVisible(std::u16string_view name) { return m_driver->get(name).IsVisible(); }
 
     support::FixedClock m_clock;
     core::ServicesOverride m_override{

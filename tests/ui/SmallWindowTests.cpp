@@ -20,7 +20,6 @@ using Texts = std::vector<std::u16string>;
 class OpenSceneWindow : public test::WindowTest<ui::OpenScene> {
 protected:
     toolkit::CListUI& list() { return m_driver->get<toolkit::CListUI>(u"SceneList"); }
-    bool isVisible(std::u16string_view name) { return m_driver->get(name).IsVisible(); }
     /// Not every system's disk holds a name that is no text.
     void makeSceneThatIsNoText() {
         m_files.showAs(kNoText, "b-d");
@@ -55,7 +54,7 @@ TEST_F(OpenSceneWindow, ListsFoldersWithASceneFileThatNothingReplaces) {
     EXPECT_FALSE(isVisible(u"EmptyHeading"));
     const auto& row = *list().GetItemAt(1);
     EXPECT_EQ(row.GetName(), u"Row");
-    EXPECT_EQ(row.GetPos().height(), 16);
+    EXPECT_EQ(row.GetPos(), platform::Rect::at(17, 93, 526, 16)) << "set in from the list's edge";
 }
 
 TEST_F(OpenSceneWindow, OpensTheChosenSceneUnderItsStoredName) {

@@ -106,12 +106,18 @@ TEST_F(VideoImport, EveryFaultLeavesTheOldFileOrTheWholeNewOne) {
     }
 }
 
-TEST_F(VideoImport, NeverReplacesAFolderAndNeedsAFileToCopy) {
+TEST_F(VideoImport, NeverReplacesAFolderAndNeedsAnotherFileToCopy) {
     writeBytes("Scenes/A/clip.ogv/inside", kOld);
     EXPECT_EQ(import("from/clip.ogv", "Scenes/A/clip.ogv"), ImportResult::failed);
     EXPECT_EQ(import("from", "Scenes/A/other.ogv"), ImportResult::failed);
     EXPECT_EQ(import("from/none.ogv", "Scenes/A/other.ogv"), ImportResult::failed);
     EXPECT_EQ(filesBelow("Scenes"), Names{"A/clip.ogv/inside"});
+    // Nor is what lies at the temporary's place copied onto itself.
+    const std::string temporary = std::string("Scenes/A/") + ui::kImportTemporary;
+    writeBytes(temporary, kOld);
+    EXPECT_EQ(import(m_folder.path() + temporary, "Scenes/A/other.ogv"), ImportResult::failed);
+    EXPECT_EQ(readBytes(temporary), kOld);
+    EXPECT_FALSE(support::exists("Scenes/A/other.ogv"));
 }
 
 TEST_F(VideoImport, NoNameLeadsOutOfTheScenesFolder) {
@@ -135,14 +141,6 @@ TEST_F(VideoImport, NoNameLeadsOutOfTheScenesFolder) {
         }
         EXPECT_EQ(copies, result == ImportResult::copied ? 1 : 0);
     }
-}
-
-TEST_F(VideoImport, AFileThatLiesAtTheTemporarysPlaceIsNotCopiedOntoItself) {
-    const std::string temporary = std::string("Scenes/A/") + ui::kImportTemporary;
-    writeBytes(temporary, kOld);
-    EXPECT_EQ(import(m_folder.path() + temporary, "Scenes/A/clip.ogv"), ImportResult::failed);
-    EXPECT_EQ(readBytes(temporary), kOld);
-    EXPECT_FALSE(support::exists("Scenes/A/clip.ogv"));
 }
 
 } // namespace

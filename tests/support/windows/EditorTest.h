@@ -84,6 +84,7 @@ protected:
         m_driver = std::make_unique<WindowDriver>(*m_window);
         return *m_driver;
     }
+    bool isVisible(std::u16string_view name) { return m_driver->get(name).IsVisible(); }
 
     std::shared_ptr<Window> m_window;
     std::unique_ptr<WindowDriver> m_driver;
