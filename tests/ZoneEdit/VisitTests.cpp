@@ -18,7 +18,7 @@ protected:
         m_driver->drag({at(100, 100), at(300, 200)});
         m_driver->click(u"OptionDeletePoint");
         clickPicture(300, 200);
-        m_driver->enter(u"EditCurrentFrame", number % 2 == 0 ? u"17" : u"3");
+        goTo(number % 2 == 0 ? 17 : 3);
         EXPECT_TRUE(waitForFrame(number % 2 == 0 ? 17 : 3));
         m_driver->click(u"ButtonSave");
         m_driver->clickThen(u"ButtonClose", test::answering(test::Answer::yes));

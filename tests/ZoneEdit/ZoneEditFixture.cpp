@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "core/Text.h"
 #include "zone/Zone.h"
 
 namespace test {
@@ -17,6 +18,18 @@ void ZoneEditTest::makeClip(const support::ClipSpec& spec) {
     support::writeBytes("Scenes/Fire/clip.ogv", support::makeClip(spec));
     m_clipSize = {spec.width, spec.height};
     m_state.zoneEditVideo = sceneFolder("Fire") + "clip.ogv";
+}
+
+void ZoneEditTest::show(int frames, int newZones) {
+    makeClip(frames);
+    show();
+    for (int zone = 0; zone < newZones; ++zone) {
+        addZone();
+    }
+}
+
+void ZoneEditTest::goTo(int frame) {
+    m_driver->enter(u"EditCurrentFrame", core::displayText(std::to_string(frame)));
 }
 
 void ZoneEditTest::drawTriangle() {

@@ -20,8 +20,12 @@ protected:
     /// Makes "Scenes/Fire/clip.ogv" with this many frames and tells the editor to open it.
     void makeClip(int frames);
     void makeClip(const support::ClipSpec& spec);
+    /// Shows the window on a clip with this many frames.
+    void show(int frames, int newZones = 0);
+    using WindowTest::show;
     /// Adds a zone by its button.
     void addZone() { m_driver->click(u"ButtonAddZone"); }
+    void goTo(int frame);
     /// A point of the picture area in window pixels.
     [[nodiscard]] platform::Point at(int x, int y);
     /// Clicks into the picture area.
