@@ -46,15 +46,6 @@ TEST_F(ZoneShapeTest, AMovedPointIsClampedToTheCurrentManagersArea) {
     EXPECT_EQ(m_log.newErrors(), Lines(2, "..\\ZoneShape.cpp:368 Invalid point index"));
 }
 
-TEST_F(ZoneShapeTest, TheCentreHandleShiftsTheWholeUnclamped) {
-    zone::ZoneShape shape = shapeOf({{1, 2}, {30, 40}, {kHighest, 0}}, {10, 20});
-    Point delta;
-    EXPECT_TRUE(shape.movePoint(3, 15, 10, delta));
-    EXPECT_EQ(delta, (Point{5, -10}));
-    EXPECT_EQ(shape.points, (Points{{6, -8}, {35, 30}, {kLowest + 4, -10}}));
-    EXPECT_EQ(shape.centerX, 10) << "until the next draw";
-}
-
 TEST_F(ZoneShapeTest, AHandleBoxExcludesItsRightAndBottomEdges) {
     const zone::ZoneShape shape = shapeOf({{100, 100}, {104, 104}, {9, 9}}, {104, 300});
     const int cases[][3] = {{92, 92, 0},   {91, 92, -1},   {92, 91, -1},   {107, 107, 0},
