@@ -14,11 +14,6 @@ namespace {
 using theora::TheoraFrameQueue;
 using theora::TheoraVideoFrame;
 
-std::unique_ptr<TheoraVideoFrame> makeFrame() {
-    return std::make_unique<TheoraVideoFrame>(
-        theora::TheoraFrameFormat{theora::TheoraOutputMode::TH_GREY, 4, 2, 4});
-}
-
 class FrameQueue : public testing::Test {
 protected:
     void fill(const std::vector<int>& numbers) {
@@ -43,7 +38,11 @@ protected:
         return numbers;
     }
 
-    TheoraFrameQueue queue{makeFrame};
+    theora::TheoraFrameFormat format{theora::TheoraOutputMode::TH_GREY, 4, 2, 4};
+    int memory = 100; ///< of so many frames
+    TheoraFrameQueue queue{[this] {
+        return memory-- > 0 ? std::make_unique<TheoraVideoFrame>(format) : throw std::bad_alloc();
+    }};
 };
 
 TEST_F(FrameQueue, AFrameThatIsBeingFilledIsNotHandedOut) {
@@ -59,16 +58,10 @@ TEST_F(FrameQueue, AFrameThatIsBeingFilledIsNotHandedOut) {
 TEST_F(FrameQueue, RunningOutOfMemoryKeepsTheFramesMadeAndSaysSo) {
     std::vector<std::string> lines;
     theora::setLogHook([&](const std::string& line) { lines.push_back(line); });
-    int left = 3;
-    TheoraFrameQueue poor([&] {
-        if (left-- == 0) {
-            throw std::bad_alloc();
-        }
-        return makeFrame();
-    });
-    poor.setSize(8);
+    memory = 3;
+    queue.setSize(8);
     theora::setLogHook({});
-    EXPECT_EQ(poor.getSize(), 3);
+    EXPECT_EQ(queue.getSize(), 3);
     EXPECT_EQ(lines, std::vector<std::string>{"TheoraFrameQueue: unable to create 8 frames, out of "
                                               "memory. Created 3 frames."});
 }
@@ -154,14 +147,12 @@ TEST_F(FrameQueue, PicturesThatComeAgainAreNotConvertedAgain) {
 }
 
 TEST_F(FrameQueue, AQueueOfANewFormatForgetsWhatWasPrepared) {
-    theora::TheoraFrameFormat format{theora::TheoraOutputMode::TH_GREY, 4, 2, 4};
-    TheoraFrameQueue changing([&] { return std::make_unique<TheoraVideoFrame>(format); });
     const std::uint8_t luma = 128;
-    changing.setSize(1);
-    changing.prepare(greyPicture(luma, 1));
+    queue.setSize(1);
+    queue.prepare(greyPicture(luma, 1));
     format.mode = theora::TheoraOutputMode::TH_RGBX;
-    changing.setSize(1);
-    EXPECT_FALSE(changing.reusePixels(*changing.requestEmptyFrame(), 1));
+    queue.setSize(1);
+    EXPECT_FALSE(queue.reusePixels(*queue.requestEmptyFrame(), 1));
 }
 
 } // namespace

@@ -1,8 +1,9 @@
-// Every seek shows exactly the frame that a plain sequential decode gives, whatever the file's
-// layout.
+// Every seek and every step shows exactly the frame that a plain sequential decode gives, whatever
+// the file's layout, and whether the queue, the plane cache or a decoder serves it.
 #include <algorithm>
 #include <numeric>
 #include <random>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -12,8 +13,21 @@
 
 namespace {
 
-using support::Bytes;
 using support::Sound;
+
+/// A clip, its pictures by a plain decode, and a session on it.
+struct ExactClip {
+    explicit ExactClip(const support::ClipSpec& spec) : file(support::makeClip(spec)) {}
+
+    void expect(const ShownFrame& shown, int number) const {
+        ASSERT_EQ(shown.number, number);
+        ASSERT_EQ(shown.hash, expected.at(static_cast<std::size_t>(number)).hash) << number;
+    }
+
+    support::Bytes file;
+    std::vector<reference::Frame> expected = reference::decode(file);
+    PlaybackSession session{file};
+};
 
 struct NamedClip {
     const char* name;
@@ -56,31 +70,90 @@ const NamedClip kClips[] = {
 class SeekExactness : public testing::TestWithParam<NamedClip> {};
 
 TEST_P(SeekExactness, EveryFrameInAnyOrderIsThatOfASequentialDecode) {
-    const Bytes file = support::makeClip(GetParam().spec);
-    const auto expected = reference::decode(file);
-    ASSERT_EQ(std::ssize(expected), GetParam().spec.frames);
-    PlaybackSession session(file);
-    ASSERT_EQ(session.clip().getNumFrames(), GetParam().spec.frames);
-
-    const auto played = session.playToEnd();
-    ASSERT_EQ(played.size(), expected.size());
-    for (std::size_t i = 0; i < played.size(); ++i) {
-        ASSERT_EQ(played[i].number, static_cast<int>(i));
-        ASSERT_EQ(played[i].hash, expected[i].hash) << "played frame " << i;
+    const int frames = GetParam().spec.frames;
+    ExactClip clip(GetParam().spec);
+    ASSERT_EQ(std::ssize(clip.expected), frames);
+    ASSERT_EQ(clip.session.clip().getNumFrames(), frames);
+    int next = 0;
+    for (const ShownFrame& shown : clip.session.playToEnd()) {
+        ASSERT_NO_FATAL_FAILURE(clip.expect(shown, next++)) << "played";
     }
-
-    std::vector<int> order(expected.size());
+    ASSERT_EQ(next, frames);
+    std::vector<int> order(clip.expected.size());
     std::iota(order.begin(), order.end(), 0);
     std::shuffle(order.begin(), order.end(), std::mt19937(7));
     order.resize(std::min<std::size_t>(order.size(), 400));
-    for (const int n : order) {
-        const ShownFrame shown = session.seek(n);
-        ASSERT_EQ(shown.number, n);
-        ASSERT_EQ(shown.hash, expected[static_cast<std::size_t>(n)].hash) << "frame " << n;
+    for (const int frame : order) {
+        ASSERT_NO_FATAL_FAILURE(clip.expect(clip.session.seek(frame), frame));
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Layouts, SeekExactness, testing::ValuesIn(kClips),
                          [](const auto& test) { return std::string(test.param.name); });
+
+constexpr int kFrames = 150;
+
+class Stepping : public testing::Test {
+protected:
+    ExactClip m_clip{{.width = 96, .height = 64, .frames = kFrames, .keyframeDistance = 32}};
+    PlaybackSession& m_session = m_clip.session;
+};
+
+TEST_F(Stepping, EveryWalkShowsTheFramesOfASequentialDecode) {
+    std::mt19937 random(21);
+    int at = 70;
+    for (int step = 0; step < 1200; ++step) {
+        // Runs of single and ten-fold steps in either direction, and a jump now and then.
+        const int moves[] = {-1, 1, -10, 10, -1, 1};
+        at = step % 173 == 172 ? static_cast<int>(random() % kFrames)
+                               : std::clamp(at + moves[step / 40 % 6], 0, kFrames - 1);
+        ASSERT_NO_FATAL_FAILURE(m_clip.expect(m_session.seek(at), at)) << "step " << step;
+    }
+}
+
+TEST_F(Stepping, PlayingOnAfterSteppingBackIsExact) {
+    for (const int from : {149, 148, 100, 99, 98, 40, 41, 42, 3}) {
+        ASSERT_NO_FATAL_FAILURE(m_clip.expect(m_session.seek(from), from));
+        int next = from + 1;
+        for (const ShownFrame& shown : m_session.playToEnd()) {
+            ASSERT_NO_FATAL_FAILURE(m_clip.expect(shown, next++)) << "played from " << from;
+        }
+        EXPECT_EQ(next, kFrames);
+    }
+}
+
+TEST_F(Stepping, RestartAtTheEndGoesRoundExactly) {
+    m_session.clip().setRestartAtEnd(true);
+    ASSERT_NO_FATAL_FAILURE(m_clip.expect(m_session.seek(kFrames - 20), kFrames - 20));
+    m_session.clip().getTimer().play();
+    for (int number = kFrames - 19; number < 2 * kFrames + 20; ++number) {
+        ASSERT_NO_FATAL_FAILURE(m_clip.expect(m_session.nextShown(), number % kFrames));
+    }
+}
+
+TEST_F(Stepping, AModeChangeDisturbsNeitherASeekNorPlayingOn) {
+    theora::TheoraVideoClip& clip = m_session.clip();
+    clip.getTimer().play();
+    for (int round = 0; round < 200; ++round) {
+        const int wanted = round * 37 % (kFrames - 1);
+        clip.requestSeek(wanted);
+        clip.setOutputMode(theora::TheoraOutputMode::TH_BGRX);
+        EXPECT_EQ(m_session.nextShown().carried, wanted);
+        clip.setOutputMode(theora::TheoraOutputMode::TH_RGB);
+        EXPECT_EQ(m_session.nextShown().carried, wanted + 1);
+    }
+}
+
+TEST_F(Stepping, AQueueOfOneFrameStepsWhileTheDisplayHoldsIt) {
+    PlaybackSession session(m_clip.file, 1);
+    for (const int frame : {60, 61, 62, 60, 3, 149}) {
+        session.clip().requestSeek(frame);
+        const theora::TheoraVideoFrame* held = nullptr;
+        while ((held = session.clip().peekReadyFrame()) == nullptr) {
+            std::this_thread::yield();
+        }
+        EXPECT_EQ(held->getFrameNumber(), frame);
+    }
+}
 
 } // namespace

@@ -11,9 +11,8 @@ TOOLS = os.path.join(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abs
                      "tools")
 # Files that the trees hold besides, so that includes have something to name.
 PRESENT = {**dict.fromkeys(
-    ("platform/Clock.h", "app/state/ScreenState.h", "core/Log.h", "src/Manager.h", "scene/Branch.h",
-     "toolkit/Control.h", "video/Video.h", "ui/Window.h", "ZoneEdit/ZoneEdit.h", "app/Loop.h",
-     "tests/support/Files.h"), "#pragma once\n"),
+    ("platform/Clock.h", "core/Log.h", "video/Video.h", "ui/Window.h", "tests/support/Files.h"),
+    "#pragma once\n"),
            ".clang-format": "BasedOnStyle: LLVM\nIndentWidth: 4\n",
            "zone/Zone.h": """#pragma once
 #include <string>
@@ -69,10 +68,8 @@ class TreeChecks(unittest.TestCase):
         for path, line, allowed in [
                 ("zone/Zone.cpp", '#include "core/Log.h"', True),
                 ("ui/Window.cpp", '#include "platform/Clock.h"', True),
-                ("ZoneEdit/ZoneEdit.cpp", '#include "src/Manager.h"', True),
                 ("tests/zone/ZoneTests.cpp", '#include "tests/support/Files.h"', True),
                 ("core/Log.cpp", '#include "zone/Zone.h"', False),
-                ("scene/Branch.cpp", '#include "zone/Zone.h"', False),
                 ("src/Manager.cpp", '#include "core/Log.h"', False),
                 ("video/Video.cpp", '#include "ui/Window.h"', False),
                 ("ui/Window.cpp", '#include "video/Video.h"', False),
@@ -83,13 +80,10 @@ class TreeChecks(unittest.TestCase):
                 ("zone/Zone.cpp", '#include "../core/Log.h"', False),
                 ("platform/qt/Window.cpp", "#include <QWindow>", True),
                 ("platform/win32/Window.cpp", "#include <windows.h>", True),
-                ("platform/linux/Files.cpp", "#include <sys/stat.h>", True),
                 ("scene/Branch.cpp", "#include <tinyxml2.h>", True),
                 ("tests/app/LoopTests.cpp", "#include <unistd.h>", True),
-                ("core/Log.cpp", "#include <cstdio>", True),
                 ("platform/Window.h", "#include <QtGui/QWindow>", False),
                 ("platform/qt/Window.cpp", "#include <Windows.h>", False),
-                ("core/File.cpp", "#include <unistd.h>", False),
                 ("platform/Files.h", "#include <sys/stat.h>", False),
                 ("ui/Window.cpp", "#include <tinyxml2.h>", False),
                 ("core/Log.cpp", "#include <gtest/gtest.h>", False),
@@ -106,7 +100,6 @@ class TreeChecks(unittest.TestCase):
                 ('"zone/Zone.h"', "z.rename(text);", True),
                 ('"zone/Zone.h"', "f(zone::Kind::closed);", True),
                 ('"zone/Zone.h"', "int a[zone::kMostPoints];", True),
-                ('"zone/Zone.h"', "zone::Names n;", True),
                 ('"zone/Zone.h"', "#if ZONE_MACRO", True),
                 ('"zone/Zone.h"', "zone::Shape* shape; std::string text;", False),
                 ('"zone/Zone.h"', "Ghost g; // zone::Zone is drawn elsewhere", False),
@@ -114,10 +107,6 @@ class TreeChecks(unittest.TestCase):
                 ('"ui/Window.h"', "what it uses does not matter to a file's own header", True),
                 ("<vector>", "std::vector<int> v;", True),
                 ("<vector>", "std::string v;", False),
-                ("<cstdint>", "std::uint_fast8_t n;", True),
-                ("<cstdint>", "int n = 0x12;", False),
-                ("<chrono>", "wait(33ms);", True),
-                ("<chrono>", "wait(33);", False),
                 ("<algorithm>", "std::ranges::sort(v);", True),
                 ("<algorithm>", "int sorted;", False),
                 ("<QWindow>", "", True),
