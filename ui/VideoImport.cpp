@@ -85,6 +85,8 @@ ImportResult copyToTemporary(FileSystem& files, const std::string& source,
     if (!from) {
         return ImportResult::failed;
     }
+    // A left-over of a killed program, or a link somewhere else: never written through.
+    files.removeFile(temporary, error);
     const std::unique_ptr<FileStream> to = files.open(temporary, OpenMode::write, error);
     if (!to) {
         return ImportResult::failed;
@@ -113,8 +115,9 @@ ImportResult importVideo(FileSystem& files, const std::string& source,
         if (isSameFile(files, source, *sourceInfo, destination, *existing)) {
             return ImportResult::sameFile;
         }
-        if (existing->isFolder) {
-            return ImportResult::failed;
+        int error = 0;
+        if (existing->isFolder || !files.open(destination, OpenMode::writeInPlace, error)) {
+            return ImportResult::failed; // a file that is protected against writing stays, too
         }
     }
     const std::string folder = core::folderOf(destination);

@@ -120,6 +120,21 @@ TEST_F(VideoImport, NeverReplacesAFolderAndNeedsAnotherFileToCopy) {
     EXPECT_FALSE(support::exists("Scenes/A/other.ogv"));
 }
 
+TEST_F(VideoImport, WritesThroughNoLinkThatLiesInTheFolder) {
+    writeBytes("elsewhere", kOld);
+    std::filesystem::create_directories("Scenes/A");
+    for (const char* name : {ui::kImportTemporary, "clip.ogv"}) {
+        std::error_code refused;
+        std::filesystem::create_symlink("../../elsewhere", std::string("Scenes/A/") + name,
+                                        refused);
+        EXPECT_TRUE(!refused || refused == std::errc::function_not_supported);
+    }
+    EXPECT_EQ(import("from/clip.ogv", "Scenes/A/clip.ogv"), ImportResult::copied);
+    EXPECT_EQ(readBytes("elsewhere"), kOld);
+    EXPECT_EQ(readBytes("Scenes/A/clip.ogv"), kNew);
+    EXPECT_EQ(filesBelow("Scenes"), Names{"A/clip.ogv"});
+}
+
 TEST_F(VideoImport, NoNameLeadsOutOfTheScenesFolder) {
     for (const std::string& name :
          Names{"..", ".", "", "../x.ogv", "..\\x.ogv", "a/../../x.ogv", "/x.ogv", "C:\\x.ogv",
