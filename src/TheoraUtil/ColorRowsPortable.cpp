@@ -14,7 +14,9 @@
 namespace theora {
 namespace {
 
-constexpr int kBlock = 256; // columns at a time: all work arrays stay in the first-level cache
+// Columns at a time: all work arrays stay in the first-level cache, and the usual widths of videos
+// are whole numbers of blocks.
+constexpr int kBlock = 320;
 constexpr int kHalf = kBlock / 2;
 constexpr int kLowMask = (1 << kColorShift) - 1;
 

@@ -127,7 +127,7 @@ void expectMode(int mode, int width, int shiftX, int shiftY) {
 
 TEST(ColorConvert, EveryModeOrdersItsBytesForEveryChromaFormatAndSize) {
     for (int mode = 1; mode < theora::kOutputModeCount; ++mode) {
-        for (const int width : {1, 2, 15, 16, 31, 32, 48, 64, 321, 514}) {
+        for (const int width : {1, 2, 15, 16, 31, 32, 48, 64, 321, 642}) {
             expectMode(mode, width, 1, 1);
             expectMode(mode, width, 1, 0);
             expectMode(mode, width, 0, 0);
