@@ -3,7 +3,6 @@
 
 #include "tests/support/Random.h"
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/ImageCache.h"
 #include "toolkit/Skin.h"
 #include "toolkit/ZipArchive.h"
 
@@ -111,17 +110,6 @@ TEST_F(Skins, ThatAreZippedShowTheirLayoutsAndImages) {
     m_window = std::make_shared<RecordingWindow>(test::gui());
     ASSERT_TRUE(m_window->Create(nullptr, u"Test", 0, 0));
     EXPECT_EQ(driver().pixel({20, 15}), 0xFFFF0000);
-}
-
-TEST_F(Skins, HaveTheirImagesDecodedOnceForAllWindows) {
-    support::writeBytes("UI/Red.bmp", bmp(2, 2, 0xFFFF0000));
-    const auto skin = Skin::open("UI/");
-    const auto first = toolkit::ImageCache::get().load(*skin, "Red.bmp");
-    ASSERT_NE(first, nullptr);
-    support::writeBytes("UI/Red.bmp", bmp(2, 2, 0xFF00FF00));
-    EXPECT_EQ(toolkit::ImageCache::get().load(*Skin::open("UI"), "Red.bmp"), first);
-    toolkit::ImageCache::get().clear();
-    EXPECT_EQ(toolkit::ImageCache::get().load(*skin, "Red.bmp")->at(0, 0), 0xFF00FF00);
 }
 
 TEST(ZipArchive, ReadsStoredAndDeflatedFiles) {
