@@ -20,15 +20,6 @@ protected:
         EXPECT_EQ(m_log.errors(), test::kNoZones) << "no tool writes to the log";
     }
 
-    void down(Point point) { test::input().mouse(m_driver->native(), EventKind::mouseDown, point); }
-    void move(Point point) {
-        test::input().mouse(m_driver->native(), EventKind::mouseMove, point,
-                            platform::MouseButton::none);
-    }
-    void up(Point point) {
-        test::input().mouse(m_driver->native(), EventKind::mouseUp, point);
-        test::pump();
-    }
     int selected() { return zones().zone(0)->selectedPoint(); }
     /// None of its points is chosen.
     void drawTriangle() {
@@ -97,21 +88,21 @@ TEST_F(ZoneEditMouse, TheCentreHandleDragsTheWholeZone) {
 TEST_F(ZoneEditMouse, ADragEndsOutsideThePictureWithTheButtonAndWithTheCapture) {
     drawTriangle();
     const Point outside{600, 790};
-    down(at(300, 100));
-    move(at(310, 110));
-    move(outside);
-    move({-20, 300});
-    up(outside);
+    m_driver->send(EventKind::mouseDown, at(300, 100));
+    m_driver->hover(at(310, 110));
+    m_driver->hover(outside);
+    m_driver->hover(Point{-20, 300});
+    m_driver->send(EventKind::mouseUp, outside);
     EXPECT_EQ(points(0, 0)[1], (Point{310, 110}));
-    move(at(500, 500));
-    down(at(310, 110));
-    move(at(320, 120));
+    m_driver->hover(at(500, 500));
+    m_driver->send(EventKind::mouseDown, at(310, 110));
+    m_driver->hover(at(320, 120));
     test::pump();
     platform::Event lost;
     lost.kind = EventKind::captureLost;
     m_window->HandleMessage(lost);
-    move(at(400, 400));
-    up(at(400, 400));
+    m_driver->hover(at(400, 400));
+    m_driver->send(EventKind::mouseUp, at(400, 400));
     EXPECT_EQ(points(0, 0)[1], (Point{320, 120}));
 }
 
