@@ -1,13 +1,7 @@
 // Controls and windows that end inside their own handlers, and windows that cannot be made.
-#include <memory>
-
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CButtonUI.h"
-#include "toolkit/CEditUI.h"
-#include "toolkit/CHorizontalLayoutUI.h"
-#include "toolkit/CListContainerElementUI.h"
+#include "toolkit/CListLabelElementUI.h"
 #include "toolkit/CListUI.h"
-#include "toolkit/COptionUI.h"
 
 using namespace toolkit_test;
 using platform::Key;
@@ -16,33 +10,20 @@ using toolkit::CListUI;
 
 namespace {
 
-/// Adds a row with a combo, an edit, a check box and a button, as a program builds rows.
-void addRow(CListUI& list) {
-    auto row = std::make_unique<toolkit::CListContainerElementUI>();
-    row->SetFixedHeight(30);
-    auto inside = std::make_unique<toolkit::CHorizontalLayoutUI>();
-    auto combo = std::make_unique<CComboUI>();
-    combo->SetName(u"Combo");
-    for (const char16_t* text : {u"a", u"b", u"c"}) {
-        combo->AddNew<toolkit::CListLabelElementUI>()->SetText(text);
-    }
-    combo->SelectItem(0);
-    inside->Add(std::move(combo));
-    inside->AddNew<toolkit::CEditUI>()->SetName(u"Edit");
-    inside->AddNew<toolkit::COptionUI>()->SetName(u"Check");
-    inside->AddNew<toolkit::CButtonUI>()->SetName(u"Go");
-    row->Add(std::move(inside));
-    list.Add(std::move(row));
-}
-
 class Lifetime : public ToolkitTest {
 protected:
+    /// A list of four rows, and a button.
     void openList() {
-        open(R"(<List name="List" pos="0,0,400,200"/><Button name="Out" pos="0,250,80,25"/>)");
+        std::string rows;
         for (int i = 0; i < 4; ++i) {
-            addRow(list());
+            rows += R"(<ListContainerElement height="30"><HorizontalLayout>
+                <Combo name="Combo"><ListLabelElement text="a"/><ListLabelElement text="b"/>
+                    <ListLabelElement text="c"/></Combo>
+                <Edit name="Edit"/><Option name="Check"/><Button name="Go"/>
+                </HorizontalLayout></ListContainerElement>)";
         }
-        window().GetPaintManager().UpdateLayout();
+        open("<List name=\"List\" pos=\"0,0,400,200\">" + rows +
+             "</List><Button name=\"Out\" pos=\"0,250,80,25\"/>");
     }
     CListUI& list() { return get<CListUI>(u"List"); }
     template <class T = toolkit::CControlUI>
@@ -79,15 +60,16 @@ TEST_F(Lifetime, RowsMayGoInsideTheHandlersOfWhatTheyHold) {
             list().RemoveAll();
             ++removed;
             EXPECT_NE(sender.GetName(), u"") << "the sender lives until its event is over";
-            addRow(list());
+            list().AddNew<toolkit::CListLabelElementUI>();
         };
+        comboIn(1).SelectItem(0);
         window().GetPaintManager().SetFocus(&inRow(1, focused));
         act();
         EXPECT_EQ(removed, 1);
         EXPECT_EQ(list().GetCount(), 1);
         EXPECT_EQ(list().GetCurSel(), -1);
-        clickIn(0, u"Go");
-        EXPECT_EQ(window().notes.back(), "click Go");
+        driver().click(*list().GetItemAt(0));
+        EXPECT_EQ(window().notes.back(), "itemselect List 0");
     }
 }
 
