@@ -78,12 +78,7 @@ bool CButtonUI::SetAttribute(std::u16string_view name, std::u16string_view value
 }
 
 platform::Size CButtonUI::EstimateSize(Size available) const {
-    Size size = CLabelUI::EstimateSize(available);
-    if (size.height == 0 && GetManager() != nullptr) {
-        const SkinImage* image = GetManager()->GetImage(m_normalImage);
-        size.height = image != nullptr ? image->bitmap->size().height : 0;
-    }
-    return size;
+    return withImageHeight(CLabelUI::EstimateSize(available), m_normalImage);
 }
 
 bool CButtonUI::onMouse(const TEventUI& event) {

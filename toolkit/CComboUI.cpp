@@ -131,12 +131,7 @@ bool CComboUI::SetAttribute(std::u16string_view name, std::u16string_view value)
 }
 
 platform::Size CComboUI::EstimateSize(Size available) const {
-    Size size = CContainerUI::EstimateSize(available);
-    if (size.height == 0 && GetManager() != nullptr) {
-        const SkinImage* image = GetManager()->GetImage(m_normalImage);
-        size.height = image != nullptr ? image->bitmap->size().height : 0;
-    }
-    return size;
+    return withImageHeight(CContainerUI::EstimateSize(available), m_normalImage);
 }
 
 void CComboUI::attach(CPaintManagerUI* manager, CControlUI* parent) {

@@ -164,6 +164,14 @@ platform::Size CControlUI::EstimateSize(Size /*available*/) const {
     return m_fixed;
 }
 
+platform::Size CControlUI::withImageHeight(Size size, const std::u16string& attribute) const {
+    if (size.height == 0 && m_manager != nullptr) {
+        const SkinImage* image = m_manager->GetImage(attribute);
+        size.height = image != nullptr ? image->bitmap->size().height : 0;
+    }
+    return size;
+}
+
 platform::Size CControlUI::limited(Size size) const {
     const auto limit = [](int value, int lowest, int highest) {
         value = highest > 0 ? std::min(value, highest) : value;

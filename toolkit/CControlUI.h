@@ -163,6 +163,8 @@ protected:
 
     /// Draws the image that `attribute` names over the control; false when there is none.
     bool drawImage(platform::Canvas& canvas, const std::u16string& attribute) const;
+    /// `size` as high as the image that `attribute` names where it says no height.
+    [[nodiscard]] Size withImageHeight(Size size, const std::u16string& attribute) const;
     /// Sends a notification from this control, unless it is in no window. True when the control is
     /// still in one afterwards.
     bool notify(std::u16string_view type, int wParam = 0);

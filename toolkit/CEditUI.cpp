@@ -80,12 +80,7 @@ bool CEditUI::SetAttribute(std::u16string_view name, std::u16string_view value) 
 }
 
 platform::Size CEditUI::EstimateSize(Size available) const {
-    Size size = CLabelUI::EstimateSize(available);
-    if (size.height == 0 && GetManager() != nullptr) {
-        const SkinImage* image = GetManager()->GetImage(m_normalImage);
-        size.height = image != nullptr ? image->bitmap->size().height : 0;
-    }
-    return size;
+    return withImageHeight(CLabelUI::EstimateSize(available), m_normalImage);
 }
 
 void CEditUI::SetPos(const Rect& pos) {
