@@ -36,10 +36,7 @@ class ZoneEditFrames : public test::ZoneEditTest {};
 
 TEST_F(ZoneEditFrames, TheScreenShowsTheCurrentFrameAfterHundredsOfSteps) {
     constexpr int kFrames = 40;
-    support::ClipSpec spec;
-    spec.frames = kFrames;
-    spec.keyframeDistance = 16;
-    makeClip(spec);
+    makeClip(kFrames, 16);
     show();
     std::mt19937 random(7);
     int frame = 0;
