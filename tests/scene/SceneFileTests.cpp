@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tests/scene/SceneFixture.h"
 
 namespace {
@@ -138,6 +140,10 @@ TEST_F(SceneFileTest, AFaultAtAnyCallOfASaveLeavesTheOldOrTheNewSceneWholeAndIsT
         failures += good ? 0 : 1;
         EXPECT_EQ(file("A"), good ? file("New") : old) << number;
         EXPECT_EQ(m_scene->saveFailure().empty(), good) << number;
+        const Lines made = m_files.callTexts();
+        const std::string write = "write Scenes/A/.quorvel-saving.xml";
+        EXPECT_TRUE(good || std::find(made.begin() + number, made.end(), write) == made.end())
+            << "nothing is written after a write that failed";
     }
     (void)testing::internal::GetCapturedStderr(); // each failure was told there
     EXPECT_EQ(m_log.newErrors(), Lines{}) << "told, not logged";

@@ -60,12 +60,12 @@ TEST(Manager, AFailingFileEndsTheSeekAndNothingElse) {
     const auto file = support::makeClip({.frames = 200});
     for (const bool throws : {true, false}) {
         std::atomic<bool> failing{false};
-        PlaybackSession session(std::make_unique<MemorySource>(file, [&failing, throws] {
+        PlaybackSession session(file, 0, nullptr, [&failing, throws] {
             if (failing.load() && throws) {
                 throw TheoraGenericException("gone", "src\\TheoraDataSource", 1);
             }
             return !failing.load();
-        }));
+        });
         failing.store(true);
         (void)session.seek(190); // shows nothing, or the last picture that there was
         EXPECT_EQ(session.clip().pendingSeekFrame.load(), -1);

@@ -46,9 +46,9 @@ Bytes withGap() {
     return file;
 }
 
-Bytes withJunkAtTheEnd() {
+Bytes followedBy(const Bytes& more) {
     Bytes file = support::makeClip({});
-    file.insert(file.end(), 300000, 0x11);
+    file.insert(file.end(), more.begin(), more.end());
     return file;
 }
 
@@ -56,26 +56,36 @@ TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
     const struct {
         const char* name;
         Bytes file;
-        int frames;
+        int frames;   ///< as the file counts them
+        int playedOn; ///< pictures that follow when 0 has been shown
         std::vector<SeekCase> seeks;
     } cases[] = {
         {"starts late",
          support::makeClip({.firstNumber = 100}),
          130,
+         30,
          {{0, 0}, {99, 0}, {100, 0}, {101, 1}, {117, 17}, {129, 29}, {50, 0}}},
         {"counts from 0, of a version that counts from 1",
          support::makeClip({.firstNumber = -1}),
          30,
+         29,
          {{0, 0}, {1, 1}, {13, 13}, {29, 29}}},
         {"the last page counts a frame that is not there",
          support::makeClip({.emptyLastPage = true}),
          31,
+         29,
          {{30, 29}, {29, 29}, {30, 29}, {5000, 29}, {3, 3}}},
         {"a gap",
          withGap(),
          80,
+         59,
          {{29, 29}, {30, 29}, {49, 29}, {50, 0}, {51, 1}, {79, 29}, {40, 29}}},
-        {"does not tell its length", withJunkAtTheEnd(), -1, {{17, 17}}},
+        {"does not tell its length", followedBy(Bytes(300000, 0x11)), -1, 29, {{17, 17}}},
+        {"a further clip is chained",
+         followedBy(support::makeClip({})),
+         30,
+         29,
+         {{29, 29}, {3, 3}}},
     };
     for (const auto& item : cases) {
         SCOPED_TRACE(item.name);
@@ -87,6 +97,8 @@ TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
             EXPECT_EQ(shown.number, seek.asked);
             EXPECT_EQ(shown.carried, seek.carried) << seek.asked;
         }
+        EXPECT_EQ(session.seek(0).carried, 0);
+        EXPECT_EQ(std::ssize(session.playToEnd()), item.playedOn) << "what is there, once";
     }
 }
 

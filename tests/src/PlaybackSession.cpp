@@ -19,21 +19,18 @@ int carriedBy(const theora::TheoraVideoFrame& frame) {
                                     frame.getBpp());
 }
 
-PlaybackSession::PlaybackSession(std::unique_ptr<theora::TheoraDataSource> source, int precache,
-                                 theora::TheoraAudioInterfaceFactory* sound) {
+PlaybackSession::PlaybackSession(const support::Bytes& file, int precache,
+                                 theora::TheoraAudioInterfaceFactory* sound,
+                                 std::function<bool()> beforeRead) {
     m_manager.setFrameReadyCallback([this] {
         const std::lock_guard lock(m_mutex); // not between a look at the clip and the wait
         m_changed.notify_all();
     });
     m_manager.setAudioInterfaceFactory(sound);
-    m_clip =
-        m_manager.createClip(std::move(source), theora::TheoraOutputMode::TH_RGB, precache, false);
+    m_clip = m_manager.createClip(std::make_unique<MemorySource>(file, std::move(beforeRead)),
+                                  theora::TheoraOutputMode::TH_RGB, precache);
     m_clip->getTimer().pause();
 }
-
-PlaybackSession::PlaybackSession(const support::Bytes& file, int precache,
-                                 theora::TheoraAudioInterfaceFactory* sound)
-    : PlaybackSession(std::make_unique<MemorySource>(file), precache, sound) {}
 
 PlaybackSession::~PlaybackSession() {
     m_manager.setFrameReadyCallback({});

@@ -3,6 +3,7 @@
 
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -21,10 +22,10 @@ struct ShownFrame {
 
 class PlaybackSession {
 public:
-    explicit PlaybackSession(std::unique_ptr<theora::TheoraDataSource> source, int precache = 0,
-                             theora::TheoraAudioInterfaceFactory* sound = nullptr);
+    /// beforeRead: as that of MemorySource.
     explicit PlaybackSession(const support::Bytes& file, int precache = 0,
-                             theora::TheoraAudioInterfaceFactory* sound = nullptr);
+                             theora::TheoraAudioInterfaceFactory* sound = nullptr,
+                             std::function<bool()> beforeRead = {});
     PlaybackSession(const PlaybackSession&) = delete;
     PlaybackSession& operator=(const PlaybackSession&) = delete;
     ~PlaybackSession();
