@@ -1,6 +1,7 @@
 #include "tests/src/PlaybackSession.h"
 
 #include <chrono>
+#include <memory>
 #include <utility>
 
 #include "tests/src/MemorySource.h"
