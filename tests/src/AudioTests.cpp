@@ -45,11 +45,6 @@ private:
     };
 };
 
-support::Bytes soundingClip(support::Sound sound, int soundDelay) {
-    return support::makeClip(
-        {.frames = 100, .pages = {3, 255}, .sound = sound, .soundDelay = soundDelay});
-}
-
 /// How far the samples are from the track, which starts after `delay` samples of silence: the root
 /// of the mean square. Coding alone makes about 0.01; one sample of shift makes 0.1.
 double errorOf(const Samples& samples, int delay) {
@@ -72,7 +67,10 @@ TEST(Audio, PlayingAndEverySeekHandOutTheExactSamplesOrSilenceWhereTheSoundStart
                  {support::Sound::after, 2 * support::kClipSoundRate}};
     for (const auto& item : cases) {
         Recorder recorder;
-        PlaybackSession session(soundingClip(item.sound, item.delay), 0, &recorder);
+        PlaybackSession session(
+            support::makeClip(
+                {.frames = 100, .pages = {3, 255}, .sound = item.sound, .soundDelay = item.delay}),
+            0, &recorder);
         EXPECT_TRUE(session.clip().hasAudio());
         EXPECT_EQ(session.playToEnd().size(), 100U);
         const Samples whole = recorder.samples;

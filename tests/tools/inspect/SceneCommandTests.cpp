@@ -29,10 +29,14 @@ TEST_F(SceneCommandTest, PrintsTheSceneAndNamesUnknownNodes) {
         EXPECT_EQ(m_errors, "Error: Unknown node type: Odd\nError: Unknown node type: Odder\n");
     }
     EXPECT_EQ(support::readBytes("in/Scene.xml"), kScene);
-    support::writeBytes("F\xC3\xBC/Scene.xml", "<Scene><FirstBranch/></Scene>");
+    // The folder's name stands for one that is missing; text is escaped and what is no UTF-8 shown.
+    support::writeBytes(
+        "F\xC3\xBC/Scene.xml",
+        "<Scene><FirstBranch>\"\\/\t\x01\x1F\x7F \xF0\x9F\x98\x80\xFF\xC3</FirstBranch></Scene>");
     EXPECT_EQ(run({"scene", "F\xC3\xBC//"}), inspect::kGood);
-    EXPECT_EQ(m_output, "{\"name\":\"F\xC3\xBC\",\"firstBranch\":\"\",\"branches\":[]}\n")
-        << "the folder's name where the file has none";
+    EXPECT_EQ(m_output,
+              "{\"name\":\"F\xC3\xBC\",\"firstBranch\":\"\\\"\\\\/\\t\\u0001\\u001f\\u007f "
+              "\xF0\x9F\x98\x80\xEF\xBF\xBD\xEF\xBF\xBD\",\"branches\":[]}\n");
 }
 
 TEST_F(SceneCommandTest, TheDemoScenesRewriteToTheSameBytes) {
