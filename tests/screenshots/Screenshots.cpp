@@ -1,15 +1,15 @@
 // Pictures of every window for the documents.
 //
-//   screenshots FOLDER [small] [plain]
+//   screenshots FOLDER [plain]
 //
-// Runs in a folder with UI/, Translations.ini and the demo scenes, as the editor does. "small"
-// shows the zone editor of a low screen alone. "plain" leaves out all texts, which each system
-// draws in its own way: the rest is the same to the pixel.
+// Runs in a folder with UI/, Translations.ini and the demo scenes, as the editor does. "plain"
+// leaves out all texts, which each system draws in its own way: the rest is the same to the pixel.
 
 #include <algorithm>
 #include <cstdint>
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -26,6 +26,7 @@
 #include "toolkit/CComboUI.h"
 #include "toolkit/CListUI.h"
 #include "tools/tour/PngFile.h"
+#include "tools/tour/WindowPicture.h"
 #include "ui/BranchList.h"
 #include "ui/Confirmation.h"
 #include "ui/NewScene.h"
@@ -52,14 +53,13 @@ public:
     }
 
     void takeAll() {
-        openScene();
-        newScene();
+        take<ui::OpenScene>("OpenScene");
+        take<ui::NewScene>("NewScene", [](test::WindowDriver& driver) {
+            driver.retype(u"EditSceneName", u"Ladder Inspection");
+        });
         branchEditor();
         emptyStates();
         zoneEditor("ZoneEdit");
-    }
-
-    void smallZoneEditor() {
         m_gui.host.screenHeight = kLowScreen;
         zoneEditor("ZoneEditSmall");
     }
@@ -81,7 +81,8 @@ private:
         if (m_plain) {
             wipeTexts(window);
         }
-        return pictureOf(window);
+        test::pump();
+        return tour::pictureOf(window);
     }
 
     void shoot(const std::string& name, toolkit::WindowImplBase& window) {
@@ -125,17 +126,15 @@ private:
         std::cout << name << " " << picture.size().width << "x" << picture.size().height << "\n";
     }
 
-    void openScene() {
-        const auto window = ui::OpenScene::create(context());
+    template <class Window>
+    void take(
+        const std::string& name,
+        const std::function<void(test::WindowDriver&)>& act = [](test::WindowDriver&) {}) {
+        const auto window = Window::create(context());
         open(*window);
-        shoot("OpenScene", *window);
-    }
-
-    void newScene() {
-        const auto window = ui::NewScene::create(context());
-        open(*window);
-        test::WindowDriver(*window).retype(u"EditSceneName", u"Ladder Inspection");
-        shoot("NewScene", *window);
+        test::WindowDriver driver(*window);
+        act(driver);
+        shoot(name, *window);
     }
 
     void branchEditor() {
@@ -161,34 +160,23 @@ private:
 
     void question(ui::BranchList& asker) {
         ui::Confirmation dialog(context(), asker, "Exit?", "Are you sure you want to exit?");
-        platform::Bitmap picture = pictureOf(asker);
+        platform::Bitmap picture = tour::pictureOf(asker);
         open(dialog, asker.GetNative());
         if (m_plain) {
             wipeTexts(dialog);
         }
-        drawOver(picture, *asker.GetNative(), *dialog.GetNative());
+        tour::layOver(picture, *asker.GetNative(), *dialog.GetNative());
         save("Confirmation", picture);
     }
 
-    /// In a folder without scenes, with a new scene.
+    /// Without scenes, with a new scene.
     void emptyStates() {
-        const std::filesystem::path here = std::filesystem::current_path();
-        const std::filesystem::path bare = here / "no-scenes";
-        std::filesystem::remove_all(bare);
-        std::filesystem::create_directories(bare);
-        std::filesystem::copy(here / "UI", bare / "UI", std::filesystem::copy_options::recursive);
-        std::filesystem::current_path(bare);
-        {
-            const auto window = ui::OpenScene::create(context());
-            open(*window);
-            shoot("OpenScene-empty", *window);
-        }
-        std::filesystem::current_path(here);
+        std::filesystem::rename("Scenes", "away");
+        take<ui::OpenScene>("OpenScene-empty");
+        std::filesystem::rename("away", "Scenes");
         m_services.sceneManager = scene::SceneManager::create();
         m_services.sceneManager->SetName("Ladder Inspection");
-        const auto window = ui::BranchList::create(context());
-        open(*window);
-        shoot("BranchList-empty", *window);
+        take<ui::BranchList>("BranchList-empty");
     }
 
     test::ScriptedGui m_gui{test::gui()};
@@ -200,20 +188,13 @@ private:
 };
 
 int run(const std::vector<std::string_view>& arguments) {
-    bool small = false;
-    bool plain = false;
-    bool understood = !arguments.empty();
-    for (std::size_t i = 1; i < arguments.size(); ++i) {
-        small = small || arguments[i] == "small";
-        plain = plain || arguments[i] == "plain";
-        understood = understood && (arguments[i] == "small" || arguments[i] == "plain");
-    }
-    if (!understood) {
-        std::cerr << "usage: screenshots FOLDER [small] [plain]\n";
+    const bool plain = arguments.size() == 2 && arguments[1] == "plain";
+    if (arguments.empty() || (arguments.size() > 1 && !plain)) {
+        std::cerr << "usage: screenshots FOLDER [plain]\n";
         return 2;
     }
     Photographer photographer(std::filesystem::absolute(arguments.front()), plain);
-    small ? photographer.smallZoneEditor() : photographer.takeAll();
+    photographer.takeAll();
     return photographer.isGood() ? 0 : 1;
 }
 

@@ -10,7 +10,6 @@
 #include "toolkit/CListHeader.h"
 #include "toolkit/CListUI.h"
 #include "toolkit/CPaintManagerUI.h"
-#include "toolkit/DropListWindow.h"
 
 namespace screenshots {
 
@@ -54,33 +53,6 @@ void settle(toolkit::WindowImplBase& window) {
         last = std::move(picture);
         std::this_thread::sleep_for(kPause);
     }
-}
-
-void drawOver(platform::Bitmap& below, platform::NativeWindow& belowWindow,
-              platform::NativeWindow& above) {
-    const platform::Bitmap picture = above.snapshot();
-    const platform::Rect from = belowWindow.geometry();
-    const platform::Rect to = above.geometry();
-    const platform::Size size = below.size();
-    for (int y = 0; y < picture.size().height; ++y) {
-        const int row = to.top - from.top + y;
-        for (int x = 0; x < picture.size().width; ++x) {
-            const int column = to.left - from.left + x;
-            if (row >= 0 && row < size.height && column >= 0 && column < size.width) {
-                below.row(row)[column] = picture.at(x, y);
-            }
-        }
-    }
-}
-
-platform::Bitmap pictureOf(toolkit::WindowImplBase& window) {
-    test::pump();
-    platform::Bitmap picture = window.GetNative()->snapshot();
-    toolkit::DropListWindow& list = window.GetPaintManager().dropList();
-    if (list.combo() != nullptr && list.native() != nullptr) {
-        drawOver(picture, *window.GetNative(), *list.native());
-    }
-    return picture;
 }
 
 void wipeTexts(toolkit::WindowImplBase& window) {

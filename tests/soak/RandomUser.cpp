@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/TempFolder.h"
 #include "toolkit/CContainerUI.h"
 #include "toolkit/DropListWindow.h"
 
@@ -94,7 +95,7 @@ void RandomUser::note(std::uint64_t what) {
 
 Point RandomUser::anyPoint() {
     constexpr int kOutside = 20;
-    const platform::Rect window = m_window->GetNative()->geometry();
+    const platform::Rect window = native().geometry();
     return {below(window.width() + 2 * kOutside) - kOutside,
             below(window.height() + 2 * kOutside) - kOutside};
 }
@@ -136,7 +137,7 @@ void RandomUser::answerFileDialog() {
 }
 
 void RandomUser::mouse(EventKind kind, Point at, MouseButton button) {
-    m_input->mouse(*m_window->GetNative(), kind, at, button);
+    m_input->mouse(native(), kind, at, button);
 }
 
 void RandomUser::click(platform::NativeWindow& native, Point at, MouseButton button,
@@ -165,16 +166,16 @@ void RandomUser::clickControl() {
     note(std::hash<std::u16string_view>{}(control->GetName()));
     const Point at = anyPointIn(control->GetPos());
     const MouseButton button = oneIn(20) ? MouseButton::right : MouseButton::left;
-    click(*m_window->GetNative(), at, button, anyModifiers());
+    click(native(), at, button, anyModifiers());
 }
 
 void RandomUser::clickAnywhere() {
-    click(*m_window->GetNative(), anyPoint());
+    click(native(), anyPoint());
 }
 
 void RandomUser::doubleClick() {
     const Point at = anyPoint();
-    click(*m_window->GetNative(), at);
+    click(native(), at);
     mouse(EventKind::mouseDoubleClick, at);
     mouse(EventKind::mouseUp, at);
 }
@@ -194,8 +195,7 @@ void RandomUser::drag() {
 
 void RandomUser::turnWheel() {
     const Point at = anyPoint();
-    const int delta = (below(9) - 4) * 60;
-    m_input->wheel(*m_window->GetNative(), at, delta, anyModifiers());
+    m_input->wheel(native(), at, (below(9) - 4) * 60, anyModifiers());
 }
 
 void RandomUser::pressKey() {
@@ -204,23 +204,21 @@ void RandomUser::pressKey() {
     if (key == Key::f4 && modifiers.alt && !oneIn(5)) {
         modifiers.alt = false;
     }
-    m_input->key(*m_window->GetNative(), EventKind::keyDown, key, key == Key::space ? u" " : u"",
-                 modifiers);
-    m_input->key(*m_window->GetNative(), EventKind::keyUp, key, {}, modifiers);
+    m_input->key(native(), EventKind::keyDown, key, key == Key::space ? u" " : u"", modifiers);
+    m_input->key(native(), EventKind::keyUp, key, {}, modifiers);
 }
 
 void RandomUser::typeText() {
     for (const char16_t letter : anyText()) {
-        m_input->key(*m_window->GetNative(), EventKind::keyDown, Key::other,
-                     std::u16string(1, letter));
-        m_input->key(*m_window->GetNative(), EventKind::keyUp, Key::other);
+        m_input->key(native(), EventKind::keyDown, Key::other, std::u16string(1, letter));
+        m_input->key(native(), EventKind::keyUp, Key::other);
     }
 }
 
 void RandomUser::compose() {
-    m_input->preedit(*m_window->GetNative(), anyText());
+    m_input->preedit(native(), anyText());
     if (oneIn(2)) {
-        m_input->commit(*m_window->GetNative(), anyText());
+        m_input->commit(native(), anyText());
     }
 }
 
@@ -240,29 +238,22 @@ void RandomUser::pickFromDropList() {
 
 void RandomUser::askToClose() {
     if (oneIn(4)) {
-        m_input->requestClose(*m_window->GetNative());
+        m_input->requestClose(native());
     }
 }
 
 void RandomUser::harmAFile() {
-    namespace fs = std::filesystem;
-    std::error_code error;
-    std::vector<fs::path> files;
-    for (fs::recursive_directory_iterator entry("Scenes", error), end; entry != end && !error;
-         entry.increment(error)) {
-        if (entry->is_regular_file(error)) {
-            files.push_back(entry->path());
-        }
-    }
-    if (files.empty() || !oneIn(4)) {
+    const std::vector<std::string> names = support::filesBelow("Scenes");
+    if (names.empty() || !oneIn(4)) {
         return;
     }
-    std::sort(files.begin(), files.end());
-    const fs::path& file = oneOf(files);
+    const std::string& name = oneOf(names);
+    const std::filesystem::path file(u8"Scenes/" + std::u8string(name.begin(), name.end()));
+    std::error_code error;
     if (oneIn(2)) {
-        fs::remove(file, error);
+        std::filesystem::remove(file, error);
     } else {
-        fs::resize_file(file, static_cast<std::uintmax_t>(below(200)), error);
+        std::filesystem::resize_file(file, static_cast<std::uintmax_t>(below(200)), error);
     }
 }
 

@@ -34,6 +34,7 @@ private:
         void (RandomUser::*act)();
     };
 
+    [[nodiscard]] platform::NativeWindow& native() const { return *m_window->GetNative(); }
     [[nodiscard]] int below(int limit);
     [[nodiscard]] bool oneIn(int count) { return below(count) == 0; }
     /// Of 0 to `items.size()` - 1.

@@ -23,10 +23,10 @@
 #include "core/Log.h"
 #include "core/Text.h"
 #include "tests/soak/RandomUser.h"
-#include "tests/soak/Ticker.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/TempFolder.h"
+#include "tools/tour/Ticker.h"
 
 namespace fs = std::filesystem;
 
@@ -117,13 +117,9 @@ Course Soak::play(int session) {
     Course course;
     int pause = 0;
     bool ends = false;
-    bool isOver = false;
     gui->ends = [&ends] { return ends; };
     {
-        const soak::Ticker ticker(m_real->loop(), [&] {
-            if (isOver) {
-                return; // a quit now would end the next run
-            }
+        const tour::Ticker ticker(m_real->loop(), std::chrono::milliseconds(1), [&] {
             if (ends) {
                 m_real->loop().postQuit(0);
             } else if (--pause < 0) {
@@ -133,7 +129,6 @@ Course Soak::play(int session) {
             }
         });
         course.exitCode = app::runProgram("TestMode", [&gui] { return std::move(gui); });
-        isOver = true;
     }
     for (const auto& [window, deeds] : user.deeds()) {
         m_deeds[core::storedText(window)] += deeds;
@@ -161,32 +156,30 @@ void Soak::session(int number) {
     (void)std::fflush(stdout);
 }
 
-/// The quarter in the middle against the last one: the first sessions fill caches.
+/// The second quarter against the last one: the first sessions fill caches.
 bool Soak::judge() const {
     const std::size_t quarter = m_figures.size() / 4;
     if (quarter < 2) {
         std::puts("too few sessions to compare");
         return true;
     }
-    const auto median = [&](std::size_t from, auto figure) {
-        std::vector<std::size_t> values;
-        for (std::size_t i = from; i < from + quarter; ++i) {
-            values.push_back(static_cast<std::size_t>(figure(m_figures[i])));
-        }
-        std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(quarter / 2),
-                         values.end());
-        return values[quarter / 2];
-    };
     const auto grows = [&](const char* what, std::size_t allowance, auto figure) {
-        const std::size_t before = median(quarter, figure);
-        const std::size_t after = median(m_figures.size() - quarter, figure);
+        const auto median = [&](std::size_t from) {
+            std::vector<std::size_t> values;
+            for (std::size_t i = from; i < from + quarter; ++i) {
+                values.push_back(static_cast<std::size_t>(m_figures[i].*figure));
+            }
+            std::sort(values.begin(), values.end());
+            return values[quarter / 2];
+        };
+        const std::size_t before = median(quarter);
+        const std::size_t after = median(m_figures.size() - quarter);
         std::printf("%s: %zu, at the end %zu\n", what, before, after);
         return after > before + allowance;
     };
-    const bool memory = grows("bytes", support::kHeapTolerance,
-                              [](const ProcessFigures& f) { return f.heapBytes; });
-    const bool threads = grows("threads", 0, [](const ProcessFigures& f) { return f.threads; });
-    const bool handles = grows("handles", 2, [](const ProcessFigures& f) { return f.handles; });
+    const bool memory = grows("bytes", support::kHeapTolerance, &ProcessFigures::heapBytes);
+    const bool threads = grows("threads", 0, &ProcessFigures::threads);
+    const bool handles = grows("handles", 2, &ProcessFigures::handles);
     return !memory && !threads && !handles;
 }
 
@@ -208,18 +201,10 @@ bool Soak::run() {
 }
 
 Options parse(const std::vector<std::string>& arguments) {
-    Options options;
-    options.data = fs::absolute(arguments.at(0));
-    options.folder = fs::absolute(arguments.at(1));
-    if (arguments.size() > 2) {
-        options.minutes = std::stod(arguments[2]);
-    }
-    if (arguments.size() > 3) {
-        options.seed = std::stoull(arguments[3]);
-    }
-    if (arguments.size() > 4) {
-        options.firstSession = std::stoi(arguments[4]);
-    }
+    Options options{fs::absolute(arguments.at(0)), fs::absolute(arguments.at(1))};
+    options.minutes = arguments.size() > 2 ? std::stod(arguments[2]) : options.minutes;
+    options.seed = arguments.size() > 3 ? std::stoull(arguments[3]) : options.seed;
+    options.firstSession = arguments.size() > 4 ? std::stoi(arguments[4]) : 0;
     return options;
 }
 

@@ -7,6 +7,7 @@
 #include "toolkit/CListUI.h"
 #include "toolkit/DropListWindow.h"
 #include "tools/tour/PngFile.h"
+#include "tools/tour/WindowPicture.h"
 
 namespace tour {
 
@@ -23,18 +24,6 @@ Point middleOf(const platform::Rect& rect) {
     return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
 }
 
-/// Copies `top` onto `ground` at `at`, cut to it.
-void lay(const platform::Bitmap& top, Point at, platform::Bitmap& ground) {
-    const platform::Rect all{0, 0, ground.size().width, ground.size().height};
-    for (int y = 0; y < top.size().height; ++y) {
-        for (int x = 0; x < top.size().width; ++x) {
-            if (all.contains({at.x + x, at.y + y})) {
-                ground.row(at.y + y)[at.x + x] = top.at(x, y);
-            }
-        }
-    }
-}
-
 } // namespace
 
 Script::Script(std::string folder) : m_folder(std::move(folder)) {}
@@ -44,15 +33,7 @@ Script::~Script() {
 }
 
 void Script::stop() {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_stopped = true;
-    }
-    m_stop.notify_all();
-    if (m_ticker.joinable()) {
-        m_ticker.join();
-    }
-    *m_self = nullptr;
+    m_ticker.reset();
     m_input.reset();
 }
 
@@ -71,26 +52,10 @@ void Script::play(platform::Gui& gui) {
     m_gui = &gui;
     m_input = platform::createTestInput(gui);
     m_stepBegan = std::chrono::steady_clock::now();
-    m_stopped = false;
-    m_tickPosted = false;
-    m_self = std::make_shared<Script*>(this);
-    m_ticker = std::thread([this, self = m_self] {
-        std::unique_lock lock(m_mutex);
-        while (!m_stop.wait_for(lock, kTick, [this] { return m_stopped; })) {
-            // One at a time: a busy loop must not find several and play them without its events.
-            if (!m_tickPosted.exchange(true)) {
-                m_gui->loop().post([self] {
-                    if (*self != nullptr) {
-                        (*self)->tick();
-                    }
-                });
-            }
-        }
-    });
+    m_ticker = std::make_unique<Ticker>(gui.loop(), kTick, [this] { tick(); });
 }
 
 void Script::tick() {
-    m_tickPosted = false;
     if (!m_problem.empty()) {
         m_gui->loop().postQuit(1);
         return;
@@ -192,14 +157,7 @@ void Script::clickInRow(int row, std::u16string_view name) {
 
 void Script::picture(const std::string& name) {
     native().repaintNow();
-    platform::Bitmap picture = native().snapshot();
-    toolkit::DropListWindow& list = top().GetPaintManager().dropList();
-    if (list.combo() != nullptr && list.native() != nullptr) {
-        const Point window = native().geometry().topLeft();
-        const Point popup = list.geometry().topLeft();
-        lay(list.native()->snapshot(), {popup.x - window.x, popup.y - window.y}, picture);
-    }
-    writePng(picture, m_folder + name + ".png");
+    writePng(pictureOf(top()), m_folder + name + ".png");
 }
 
 } // namespace tour

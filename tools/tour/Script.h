@@ -2,21 +2,18 @@
 // window it names is on top, then acts on it with real input events. UI thread only.
 #pragma once
 
-#include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 #include "platform/Gui.h"
 #include "platform/TestInput.h"
 #include "toolkit/CComboUI.h"
 #include "toolkit/WindowImplBase.h"
+#include "tools/tour/Ticker.h"
 
 namespace tour {
 
@@ -81,16 +78,10 @@ private:
     std::string m_problem;
     bool m_settling = false;
     bool m_hurries = false;
-    std::atomic<bool> m_tickPosted{false};
-    /// For the tick that is still posted when the script ends: the loop may run it much later.
-    std::shared_ptr<Script*> m_self = std::make_shared<Script*>(this);
     std::chrono::steady_clock::time_point m_stepBegan;
     platform::Gui* m_gui = nullptr;
     std::unique_ptr<platform::TestInput> m_input;
-    std::mutex m_mutex;
-    std::condition_variable m_stop;
-    bool m_stopped = false;
-    std::thread m_ticker;
+    std::unique_ptr<Ticker> m_ticker;
 };
 
 } // namespace tour

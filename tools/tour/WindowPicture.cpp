@@ -1,0 +1,32 @@
+#include "tools/tour/WindowPicture.h"
+
+#include "toolkit/DropListWindow.h"
+
+namespace tour {
+
+void layOver(platform::Bitmap& below, const platform::NativeWindow& window,
+             platform::NativeWindow& above) {
+    const platform::Bitmap picture = above.snapshot();
+    const platform::Point from = window.geometry().topLeft();
+    const platform::Point to = above.geometry().topLeft();
+    const platform::Rect all{0, 0, below.size().width, below.size().height};
+    for (int y = 0; y < picture.size().height; ++y) {
+        for (int x = 0; x < picture.size().width; ++x) {
+            const platform::Point at{to.x - from.x + x, to.y - from.y + y};
+            if (all.contains(at)) {
+                below.row(at.y)[at.x] = picture.at(x, y);
+            }
+        }
+    }
+}
+
+platform::Bitmap pictureOf(toolkit::WindowImplBase& window) {
+    platform::Bitmap picture = window.GetNative()->snapshot();
+    const toolkit::DropListWindow& list = window.GetPaintManager().dropList();
+    if (list.combo() != nullptr && list.native() != nullptr) {
+        layOver(picture, *window.GetNative(), *list.native());
+    }
+    return picture;
+}
+
+} // namespace tour
