@@ -1,13 +1,13 @@
 // A scripted editing run for tests/faults/faults.py, which kills it and takes its disk away:
 // scenes, zones and copies of a video are saved in turn, in four variants that differ in size.
 //
-//   editing_run make FOLDER               the videos to copy, and each variant whole
-//   editing_run once FOLDER SCENE V       saves variant V of everything into FOLDER/SCENE once
-//   editing_run forever FOLDER SCENE [US] saves variants 0, 1, 2, 3, 0 ... until it is killed, or
-//                                         kills itself after so many microseconds
+//   editing_run once FOLDER SCENE V       saves variant V of everything into SCENE once
+//   editing_run forever FOLDER SCENE US   saves variants 0, 1, 2, 3, 0 ... and kills itself after
+//                                         so many microseconds
 //   editing_run calls FOLDER SCENE        lets every single call to the file system fail in turn
 //
-// Each save prints "KIND VARIANT" once it is complete, or "refused KIND". Exit 1 when one was.
+// FOLDER holds the videos to copy, video0.ogv to video3.ogv. Each save prints "KIND VARIANT" once
+// it is complete, or "refused KIND". Exit 1 when one was.
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -27,7 +27,6 @@
 namespace {
 
 constexpr int kVariants = 4;
-constexpr std::size_t kVideoBytes = 1'500'000; // two blocks of the copy
 
 /// Of the smallest variant.
 struct Sizes {
@@ -36,10 +35,6 @@ struct Sizes {
 };
 constexpr Sizes kLarge{300, 3000}; // to be killed while it is written
 constexpr Sizes kSmall{2, 100};    // few enough calls to let each one fail
-
-std::string videoName(int variant) {
-    return "from/video" + std::to_string(variant) + ".ogv";
-}
 
 bool saveScene(Sizes sizes, int variant, const std::string& folder) {
     const std::shared_ptr<scene::SceneManager> manager = scene::SceneManager::create();
@@ -73,8 +68,9 @@ bool saveZones(Sizes sizes, int variant, const std::string& folder) {
 
 bool copyVideo(int variant, const std::string& from, const std::string& folder) {
     ui::ImportProgress progress;
-    return ui::importVideo(*core::services().fileSystem, from + videoName(variant),
-                           folder + "clip.ogv", progress, [] {}) == ui::ImportResult::copied;
+    return ui::importVideo(*core::services().fileSystem,
+                           from + "video" + std::to_string(variant) + ".ogv", folder + "clip.ogv",
+                           progress, [] {}) == ui::ImportResult::copied;
 }
 
 /// Whether nothing was refused.
@@ -92,29 +88,12 @@ bool saveAll(int variant, const std::string& from, const std::string& folder,
     return good;
 }
 
-int make(const std::string& folder) {
-    for (int variant = 0; variant < kVariants; ++variant) {
-        const std::size_t bytes = kVideoBytes + static_cast<std::size_t>(variant) * 100'000;
-        support::writeBytes(folder + videoName(variant),
-                            std::string(bytes, static_cast<char>('a' + variant)));
-        const std::string whole = folder + "whole" + std::to_string(variant) + "/";
-        support::makeFolder(whole);
-        if (!saveAll(variant, folder, whole)) {
-            return 1;
-        }
-    }
-    return 0;
-}
-
 int forever(const std::string& folder, const std::string& scene, const std::string& dieAfter) {
-    std::thread killer;
-    if (!dieAfter.empty()) {
-        const std::chrono::microseconds time(std::stol(dieAfter));
-        killer = std::thread([time] {
-            std::this_thread::sleep_for(time);
-            faults::killThisProcess();
-        });
-    }
+    const std::chrono::microseconds time(std::stol(dieAfter));
+    std::thread([time] {
+        std::this_thread::sleep_for(time);
+        faults::killThisProcess();
+    }).detach();
     for (int variant = 0; saveAll(variant, folder, scene); variant = (variant + 1) % kVariants) {
     }
     std::_Exit(1); // the killer may still sleep
@@ -168,18 +147,15 @@ int failEveryCall(const std::string& folder, const std::string& scene) {
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const std::string command = arguments.empty() ? "" : arguments[0];
-    if (command == "make" && arguments.size() == 2) {
-        return make(arguments[1]);
-    }
     if (command == "once" && arguments.size() == 4) {
         return saveAll(std::stoi(arguments[3]), arguments[1], arguments[2]) ? 0 : 1;
     }
-    if (command == "forever" && arguments.size() >= 3) {
-        return forever(arguments[1], arguments[2], arguments.size() > 3 ? arguments[3] : "");
+    if (command == "forever" && arguments.size() == 4) {
+        return forever(arguments[1], arguments[2], arguments[3]);
     }
     if (command == "calls" && arguments.size() == 3) {
         return failEveryCall(arguments[1], arguments[2]);
     }
-    std::fputs("usage: editing_run make|once|forever|calls ...\n", stderr);
+    std::fputs("usage: editing_run once|forever|calls ...\n", stderr);
     return 2;
 }

@@ -5,9 +5,9 @@ save of every file must be there, whole; the one that was on its way may be ther
 
 Usage: faults.py PROGRAM [--rounds N] [--seed S] [--runner COMMAND]
 
-PROGRAM is the built editing_run; with a runner (Wine) it kills itself, from a thread that knows
-nothing of the saves, and what needs this system's rights and limits is left out. Exit 0 when
-nothing was lost, 1 otherwise. The seed is printed; the moments differ all the same.
+PROGRAM is the built editing_run, which kills itself (SIGKILL, TerminateProcess) from a thread that
+knows nothing of the saves; with a runner (Wine) what needs this system's rights and limits is left
+out. Exit 0 when nothing was lost, 1 otherwise. The seed is printed; the moments differ all the same.
 """
 
 import argparse
@@ -19,12 +19,12 @@ import signal
 import subprocess
 import sys
 import tempfile
-import time
 
 VARIANTS = 4
 FILES = {"Scene.xml": "scene", "clip-ZoneInfo.xml": "zones", "clip-ZoneInfo.bin": "zones",
          "clip.ogv": "video"}
 TEMPORARIES = (".quorvel-saving.xml", ".quorvel-saving.bin", "VideoCopy.part")
+VIDEO_BYTES = 1500000  # of the smallest: two blocks of the copy
 NOBODY = 65534
 LIMIT = 40000  # bytes of a file: less than any variant needs
 
@@ -46,9 +46,13 @@ class Faults:
         self.folder = os.path.join(folder, "")
         self.random = random.Random(options.seed)
         self.tried = self.lost = 0
-        self.run("make", self.folder)
-        self.whole = [{name: read("%swhole%d/%s" % (self.folder, variant, name)) for name in FILES}
-                      for variant in range(VARIANTS)]
+        for variant in range(VARIANTS):
+            with open("%svideo%d.ogv" % (self.folder, variant), "wb") as video:
+                video.write(b"abcd"[variant:variant + 1] * (VIDEO_BYTES + variant * 100000))
+        self.whole = []
+        for variant in range(VARIANTS):
+            scene = self.scene("whole%d" % variant, variant)
+            self.whole.append({name: read(scene + name) for name in FILES})
         for name in FILES:
             if len({contents[name] for contents in self.whole}) != VARIANTS:
                 sys.exit("the variants of %s do not differ" % name)
@@ -91,26 +95,15 @@ class Faults:
                           (what, name, allowed, None if found is None else len(found)))
         self.tried += 1
 
-    def die(self, scene):
-        """One run that ends in a kill; returns what it told."""
-        if self.runner:
-            time_left = str(self.random.randrange(2000, 400000))
-            command = self.command("forever", self.folder, scene, time_left)
-            return subprocess.run(command, capture_output=True, text=True, check=False).stdout
-        with subprocess.Popen(self.command("forever", self.folder, scene), text=True,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as process:
-            first = process.stdout.readline()  # it has begun to save
-            time.sleep(self.random.uniform(0, 0.15))
-            process.send_signal(signal.SIGKILL)
-            return first + process.stdout.read()
-
     def kills(self, rounds):
         # Variant 3 comes before variant 0, the first of each run.
         scene = self.scene("killed", VARIANTS - 1)
         inside = 0
         for number in range(rounds):
             self.run("once", self.folder, scene, str(VARIANTS - 1))
-            told = self.die(scene)
+            time_left = self.random.randrange(2000, 400000 if self.runner else 200000)
+            told = subprocess.run(self.command("forever", self.folder, scene, str(time_left)),
+                                  capture_output=True, text=True, check=False).stdout
             inside += any(os.path.exists(scene + name) for name in TEMPORARIES)
             self.check(scene, told, dict.fromkeys(FILES.values(), VARIANTS - 1),
                        "kill %d" % number, FILES)
@@ -173,16 +166,14 @@ class Faults:
         """Somebody else clears the folder all the time: nothing may end the run but the kill."""
         scene = self.scene("vanishing")
         for number in range(rounds):
-            with subprocess.Popen(self.command("forever", self.folder, scene), text=True,
-                                  stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as process:
-                process.stdout.readline()
-                for _ in range(100):
+            with subprocess.Popen(self.command("forever", self.folder, scene, "200000"),
+                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as process:
+                while process.poll() is None:
                     for name in self.random.sample((*FILES, *TEMPORARIES), 3):
                         try:
                             os.remove(scene + name)
                         except FileNotFoundError:
                             pass
-                process.send_signal(signal.SIGKILL)
             # A run that lost its temporary refuses that save and ends by itself, with 1.
             if process.returncode not in (1, -signal.SIGKILL):
                 self.lose("vanishing %d: exit %d" % (number, process.returncode))
