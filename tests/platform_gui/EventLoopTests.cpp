@@ -54,14 +54,6 @@ TEST(EventLoop, AQuitIsNotTakenByALoopThatStartsAfterIt) {
     EXPECT_EQ(codes, (std::vector<int>{7, 5}));
 }
 
-TEST(EventLoop, AQuitWithoutALoopEndsTheNextOne) {
-    EventLoop& loop = test::gui().loop();
-    loop.postQuit(3);
-    EXPECT_EQ(loop.run(), 3);
-    loop.post([&] { loop.postQuit(4); });
-    EXPECT_EQ(loop.run(), 4);
-}
-
 TEST(EventLoop, RunsTasksOfEveryThreadOnItsOwnInTheirOrder) {
     constexpr int kTasks = 500;
     EventLoop& loop = test::gui().loop();

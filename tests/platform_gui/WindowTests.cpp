@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "platform/raster/FrameScaler.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
 
@@ -18,6 +20,8 @@ using platform::Rect;
 using platform::rgb;
 using platform::Size;
 using platform::WindowKind;
+using platform::raster::nearestIndex;
+using platform::raster::nearestRow;
 using test::TestWindow;
 using Events = std::vector<std::string>;
 
@@ -48,7 +52,7 @@ TEST(Window, SendsDestroyedExactlyOnceHoweverItEnds) {
 
 TEST(Window, SendsNothingBetweenCloseAndDestroyed) {
     TestWindow window;
-    window.noteTimers = window.noteFocus = window.noteMoves = true;
+    window.unnoted.clear();
     window.show();
     EXPECT_TRUE(window.native().startTimer(1, 0));
     test::input().mouse(window.native(), EventKind::mouseDown, {5, 5});
@@ -182,16 +186,6 @@ TEST(Painting, FollowsTheWindowsSize) {
     EXPECT_EQ(window.native().snapshot().at(299, 239), rgb(1, 2, 3));
 }
 
-TEST(FrameBuffer, IsBlackMemoryOfTheDisplaysRowLength) {
-    TestWindow window;
-    auto result = window.native().createFrameBuffer({642, 3});
-    ASSERT_NE(result.buffer, nullptr);
-    EXPECT_FALSE(result.windowContextFailed || result.memoryContextFailed || result.bitmapFailed);
-    EXPECT_EQ(result.buffer->rowBytes(), 1928);
-    EXPECT_EQ(result.buffer->byteCount(), 5784U);
-    EXPECT_EQ(std::count(result.buffer->bits(), result.buffer->bits() + 5784, 0), 5784);
-}
-
 TEST(FrameBuffer, ReportsABitmapThatCannotBe) {
     TestWindow window;
     for (const Size size : {Size{0, 10}, Size{10, 0}, Size{-5, 5}, Size{2000000000, 2000000000}}) {
@@ -201,25 +195,54 @@ TEST(FrameBuffer, ReportsABitmapThatCannotBe) {
     }
 }
 
-TEST(FrameBuffer, IsShownBottomRowFirstAndStretched) {
-    TestWindow window;
-    auto frame = window.native().createFrameBuffer({2, 2}).buffer;
-    ASSERT_NE(frame, nullptr);
-    frame->bits()[2] = 255;                     // bottom left red
-    frame->bits()[frame->rowBytes() + 3] = 255; // top right blue
-    window.paint = [&](platform::Canvas& canvas) { canvas.drawFrame(*frame, {10, 10, 50, 30}); };
-    const Bitmap picture = window.native().snapshot();
-    EXPECT_EQ(picture.at(10, 29), rgb(255, 0, 0));
-    EXPECT_EQ(picture.at(29, 20), rgb(255, 0, 0));
-    EXPECT_EQ(picture.at(30, 10), rgb(0, 0, 255));
-    EXPECT_EQ(picture.at(49, 19), rgb(0, 0, 255));
-    EXPECT_EQ(picture.at(10, 10), rgb(0, 0, 0));
+TEST(FrameBuffer, IsShownBottomRowFirstAndStretchedByTheSamePixelsEverywhere) {
+    const std::pair<Size, Size> cases[] = {
+        {{8, 8}, {4, 4}},    {{640, 360}, {512, 300}}, {{352, 288}, {640, 360}},
+        {{7, 9}, {3, 2}},    {{100, 37}, {37, 100}},   {{37, 100}, {100, 37}},
+        {{4, 4}, {6, 6}},    {{500, 499}, {499, 500}}, {{5, 5}, {5, 5}},
+        {{10, 7}, {29, 31}}, {{14, 7}, {5, 3}},
+    };
+    constexpr int kLeft = 3;
+    constexpr int kTop = 2;
+    const auto colorOf = [](int x, int y) {
+        return 0xFF000000U | static_cast<unsigned>(x << 12 | y);
+    };
+    for (const auto& [source, target] : cases) {
+        SCOPED_TRACE(std::to_string(source.width) + "x" + std::to_string(source.height));
+        TestWindow window({target.width + kLeft, target.height + kTop});
+        const auto frame = window.native().createFrameBuffer(source).buffer;
+        ASSERT_NE(frame, nullptr);
+        for (int y = 0; y < source.height; ++y) {
+            std::uint8_t* pixel = frame->bits() + (source.height - 1 - y) * frame->rowBytes();
+            for (int x = 0; x < source.width; ++x) {
+                for (const unsigned shift : {0U, 8U, 16U}) {
+                    *pixel++ = static_cast<std::uint8_t>(colorOf(x, y) >> shift);
+                }
+            }
+        }
+        window.paint = [&, size = target](platform::Canvas& canvas) {
+            canvas.drawFrame(*frame, Rect::at(kLeft, kTop, size.width, size.height));
+        };
+        const Bitmap picture = window.native().snapshot();
+        int different = 0;
+        for (int y = 0; y < target.height; ++y) {
+            for (int x = 0; x < target.width; ++x) {
+                const auto expected = colorOf(nearestIndex(x, source.width, target.width),
+                                              nearestRow(y, source.height, target.height));
+                different += picture.at(kLeft + x, kTop + y) != expected ? 1 : 0;
+            }
+        }
+        EXPECT_EQ(different, 0);
+    }
 }
 
 TEST(Placement, CentresOnTheScreenAndOnTheOwner) {
+    auto& windows = test::gui().windows();
+    const Rect area = windows.workArea({10, 10});
+    EXPECT_EQ(windows.workArea({-100000, 100000}), area);
+    EXPECT_GE(windows.primaryScreenHeight(), area.height());
     TestWindow owner({400, 300});
     owner.native().center();
-    const Rect area = test::gui().windows().workArea({10, 10});
     const Rect placed = owner.native().geometry();
     EXPECT_NEAR(placed.left - area.left, area.right - placed.right, 1);
     EXPECT_NEAR(placed.top - area.top, area.bottom - placed.bottom, 1);
@@ -232,30 +255,23 @@ TEST(Placement, CentresOnTheScreenAndOnTheOwner) {
     EXPECT_EQ(dialog.native().geometry().size(), (Size{100, 100}));
 }
 
-TEST(Placement, KnowsTheScreen) {
-    auto& windows = test::gui().windows();
-    const Rect area = windows.workArea({0, 0});
-    EXPECT_FALSE(area.isEmpty());
-    EXPECT_GE(windows.primaryScreenHeight(), area.height());
-    EXPECT_EQ(windows.workArea({-100000, 100000}), area);
-}
-
 TEST(Activation, MovesWithTheKeyboardAndNeverToAPopup) {
+    const std::set<EventKind> kMoves{EventKind::mouseMove, EventKind::mouseLeave};
     TestWindow first;
-    first.noteFocus = true;
+    first.unnoted = kMoves;
     first.native().show(true);
     EXPECT_TRUE(test::pumpUntil([&] {
         const Events events = first.takeEvents();
         return std::count(events.begin(), events.end(), "activated") == 1;
     }));
     TestWindow popup({50, 50}, &first.native(), WindowKind::popup);
-    popup.noteFocus = true;
+    popup.unnoted = kMoves;
     popup.show();
     test::click(popup.native(), {5, 5});
     EXPECT_EQ(popup.takeEvents(), (Events{"down 1 5,5", "up 1 5,5"}));
     EXPECT_EQ(first.takeEvents(), Events());
     TestWindow second;
-    second.noteFocus = true;
+    second.unnoted = kMoves;
     second.native().show(true);
     EXPECT_TRUE(test::pumpUntil([&] { return first.takeEvents() == Events{"deactivated"}; }));
     second.native().close();

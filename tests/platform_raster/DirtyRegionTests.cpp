@@ -43,15 +43,6 @@ TEST(DirtyRegion, JoinsWhatOverlapsAndKeepsTheRestApart) {
     }
 }
 
-TEST(DirtyRegion, ForgetsWhatItHandedOut) {
-    DirtyRegion region;
-    region.add({0, 0, 1, 1});
-    EXPECT_FALSE(region.isEmpty());
-    EXPECT_EQ(region.take().size(), 1U);
-    EXPECT_TRUE(region.isEmpty());
-    EXPECT_TRUE(region.take().empty());
-}
-
 TEST(DirtyRegion, StaysSmallUnderManyScatteredChanges) {
     DirtyRegion region;
     for (int i = 0; i < 5000; ++i) {

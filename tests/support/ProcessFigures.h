@@ -8,7 +8,7 @@ namespace support {
 struct ProcessFigures {
     std::size_t heapBytes = 0; ///< allocated and not freed
     int threads = 0;
-    int handles = 0; ///< open files; on Windows all handles, 0 where the system does not count
+    int handles = 0; ///< open files; on Windows all handles that it counts, windows, GDI objects
 };
 [[nodiscard]] ProcessFigures processFigures();
 

@@ -2,10 +2,8 @@
 #include <QAbstractItemModel>
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <QTreeView>
 #include <algorithm>
 #include <optional>
@@ -14,31 +12,22 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/TempFolder.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
 
-using platform::OpenFilesRequest;
-
 namespace {
 
-class FileDialogTest : public testing::Test {
+class FileDialogTest : public support::TempFolderTest {
 protected:
-    void SetUp() override {
-        static_cast<void>(test::gui());
-        ASSERT_TRUE(m_folder.isValid());
+    FileDialogTest() {
         for (const char* name : {"a.ogv", "B.OGG", "note.txt", "c d.ogv", "\u00e9.ogg"}) {
-            QFile file(m_folder.filePath(QString::fromUtf8(name)));
-            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+            support::writeBytes(name, "");
         }
-    }
-
-    [[nodiscard]] OpenFilesRequest request() const {
-        OpenFilesRequest result;
-        result.title = "Add Video";
-        result.filterName = "Theora Video Files";
-        result.filterPatterns = "*.ogg;*.ogv";
-        result.initialFolder = m_folder.path().toStdString();
-        return result;
+        m_asked.title = "Add Video";
+        m_asked.filterName = "Theora Video Files";
+        m_asked.filterPatterns = "*.ogg;*.ogv";
+        m_asked.initialFolder = m_folder.path();
     }
 
     /// Runs `drive` on the open dialog until it answers true.
@@ -52,7 +41,7 @@ protected:
         });
     }
 
-    QTemporaryDir m_folder;
+    platform::OpenFilesRequest m_asked;
 };
 
 } // namespace
@@ -70,19 +59,18 @@ TEST_F(FileDialogTest, GivesTheFolderAndTheNamesOfWhatWasChosen) {
             QMetaObject::invokeMethod(&dialog, "accept"); // what Return in the line does
             return true;
         });
-        const auto result = test::gui().fileDialog().openFiles(request());
+        const auto result = test::gui().fileDialog().openFiles(m_asked);
         ASSERT_TRUE(result.has_value()) << typed;
-        EXPECT_EQ(result->folder, m_folder.path().toStdString() + "/");
+        EXPECT_EQ(result->folder, m_folder.path());
         EXPECT_EQ(result->names, names);
     }
 }
 
 TEST_F(FileDialogTest, StartsInTheFolderAndShowsFilesByPatternWithoutCase) {
-    OpenFilesRequest asked = request();
-    std::replace(asked.initialFolder.begin() + 1, asked.initialFolder.end(), '/', '\\');
+    std::replace(m_asked.initialFolder.begin() + 1, m_asked.initialFolder.end(), '/', '\\');
     QStringList shown;
     whenOpen([&](QFileDialog& dialog) {
-        EXPECT_EQ(dialog.directory().absolutePath(), m_folder.path());
+        EXPECT_EQ(dialog.directory().absolutePath().toStdString() + "/", m_folder.path());
         const auto* view = dialog.findChild<QTreeView*>("treeView");
         const QModelIndex top = view->rootIndex();
         shown.clear();
@@ -95,7 +83,7 @@ TEST_F(FileDialogTest, StartsInTheFolderAndShowsFilesByPatternWithoutCase) {
         dialog.reject();
         return true;
     });
-    EXPECT_EQ(test::gui().fileDialog().openFiles(asked), std::nullopt);
+    EXPECT_EQ(test::gui().fileDialog().openFiles(m_asked), std::nullopt);
     shown.sort();
     EXPECT_EQ(shown, (QStringList{"B.OGG", "a.ogv", "c d.ogv", "\u00e9.ogg"}));
 }
@@ -103,13 +91,12 @@ TEST_F(FileDialogTest, StartsInTheFolderAndShowsFilesByPatternWithoutCase) {
 TEST_F(FileDialogTest, KeepsInputFromItsOwnerAndGivesNothingWhenCancelled) {
     test::TestWindow owner;
     owner.show();
-    OpenFilesRequest asked = request();
-    asked.owner = &owner.native();
+    m_asked.owner = &owner.native();
     whenOpen([&](QFileDialog& dialog) {
         test::click(owner.native(), {5, 5});
         dialog.reject();
         return true;
     });
-    EXPECT_EQ(test::gui().fileDialog().openFiles(asked), std::nullopt);
+    EXPECT_EQ(test::gui().fileDialog().openFiles(m_asked), std::nullopt);
     EXPECT_TRUE(owner.takeEvents().empty());
 }

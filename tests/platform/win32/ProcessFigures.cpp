@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 #include <windows.h>
 
@@ -41,6 +42,33 @@ std::size_t heapBytes() {
     return bytes;
 }
 
+/// By the room that is left for more: the system's own count is not filled in everywhere.
+int gdiObjects() {
+    using Brush = platform::win32::Unique<platform::win32::ObjectTraits<HBRUSH>>;
+    constexpr std::size_t kMost = 1U << 17U;
+    std::vector<Brush> brushes;
+    bool room = true;
+    while (room && brushes.size() < kMost) {
+        room = static_cast<bool>(brushes.emplace_back(CreateSolidBrush(RGB(1, 2, 3))));
+    }
+    return static_cast<int>(kMost - brushes.size());
+}
+
+/// The windows of this thread, hidden ones and those for messages alone included.
+int windowCount() {
+    int count = 0;
+    const auto note = [](HWND, LPARAM found) -> BOOL {
+        ++*reinterpret_cast<int*>(found);
+        return TRUE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), note, reinterpret_cast<LPARAM>(&count));
+    for (HWND window = FindWindowExW(HWND_MESSAGE, nullptr, nullptr, nullptr); window != nullptr;
+         window = FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)) {
+        count += GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId() ? 1 : 0;
+    }
+    return count;
+}
+
 } // namespace
 
 const std::size_t kHeapTolerance = std::size_t{1} * 1024 * 1024;
@@ -48,9 +76,9 @@ const std::size_t kHeapTolerance = std::size_t{1} * 1024 * 1024;
 ProcessFigures processFigures() {
     DWORD handles = 0;
     GetProcessHandleCount(GetCurrentProcess(), &handles);
-    handles += GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    handles += GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-    return {heapBytes(), threadCount(), static_cast<int>(handles)};
+    const DWORD user = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    return {heapBytes(), threadCount(),
+            static_cast<int>(handles + user) + gdiObjects() + windowCount()};
 }
 
 } // namespace support

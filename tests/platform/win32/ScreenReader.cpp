@@ -1,5 +1,7 @@
 #include "tests/platform/win32/ScreenReader.h"
 
+#include <map>
+
 #include <gtest/gtest.h>
 
 #include "platform/Geometry.h"
@@ -54,7 +56,7 @@ std::u16string taken(BSTR text) {
     return result;
 }
 
-void TreeReader::readTree(IAccessible& object, const Accessible& node) {
+void TreeReader::readTree(IAccessible& object, const Accessible& node) const {
     read(object, numbered(CHILDID_SELF), node);
     long count = -1;
     EXPECT_EQ(object.get_accChildCount(&count), S_OK);
@@ -67,9 +69,8 @@ void TreeReader::readTree(IAccessible& object, const Accessible& node) {
     }
 }
 
-void TreeReader::read(IAccessible& object, const VARIANT& id, const Accessible& node) {
+void TreeReader::read(IAccessible& object, const VARIANT& id, const Accessible& node) const {
     SCOPED_TRACE(testing::PrintToString(node.accessibleId()));
-    ++m_seen[node.accessibleRole()];
     BSTR text = nullptr;
     object.get_accName(id, &text);
     EXPECT_EQ(taken(text), node.accessibleName());

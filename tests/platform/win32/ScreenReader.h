@@ -2,7 +2,6 @@
 // with the tree that a window keeps.
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 
@@ -30,18 +29,15 @@ public:
     explicit TreeReader(HWND window) : m_window(window) {}
 
     /// Compares `object` with `node`, and all below with what is below.
-    void readTree(IAccessible& object, const platform::Accessible& node);
+    void readTree(IAccessible& object, const platform::Accessible& node) const;
     /// Compares the child `id` of `object` (or itself) with `node`.
-    void read(IAccessible& object, const VARIANT& id, const platform::Accessible& node);
-    /// How many nodes of each role were read.
-    [[nodiscard]] const std::map<platform::AccessibleRole, int>& seen() const { return m_seen; }
+    void read(IAccessible& object, const VARIANT& id, const platform::Accessible& node) const;
 
 private:
     void readPlaceAndState(IAccessible& object, const VARIANT& id,
                            const platform::Accessible& node) const;
 
     HWND m_window;
-    std::map<platform::AccessibleRole, int> m_seen;
 };
 
 } // namespace test

@@ -7,6 +7,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Gui.h"
@@ -35,10 +36,13 @@ public:
     FakeWindow(const platform::WindowOptions& options, platform::WindowEvents& events)
         : m_events(events),
           m_geometry(platform::Rect::at(100, 100, options.size.width, options.size.height)) {}
-    ~FakeWindow() override;
+    ~FakeWindow() override {
+        platform::Event last;
+        last.kind = platform::EventKind::destroyed;
+        m_events.onEvent(last);
+    }
 
     [[nodiscard]] platform::WindowEvents& events() const { return m_events; }
-    [[nodiscard]] bool isClosed() const { return m_closed; }
     /// How often an immediate repaint was asked for.
     [[nodiscard]] int repaints() const { return m_repaints; }
 
@@ -49,7 +53,7 @@ public:
     void setTitle(const std::u16string& /*title*/) override {}
     void setEnabled(bool /*enabled*/) override {}
     void activate() override {}
-    void close() override { m_closed = true; }
+    void close() override {}
     void invalidate(const platform::Rect& /*dirty*/) override {}
     void repaintNow() override { ++m_repaints; }
     [[nodiscard]] platform::Bitmap snapshot() override { return {}; }
@@ -71,7 +75,6 @@ public:
 private:
     platform::WindowEvents& m_events;
     platform::Rect m_geometry;
-    bool m_closed = false;
     int m_repaints = 0;
 };
 
@@ -89,11 +92,24 @@ public:
     platform::ComponentLibrary& components() override { return *this; }
     [[nodiscard]] bool isEnding() const override { return false; }
     /// Runs what was posted so far; nothing else does.
-    void runTasks();
+    void runTasks() {
+        std::vector<std::function<void()>> tasks;
+        {
+            const std::lock_guard lock(m_mutex);
+            tasks.swap(m_tasks);
+        }
+        for (const auto& task : tasks) {
+            task();
+        }
+    }
 
 private:
+    static constexpr int kCharacterWidth = 6;
+
     std::unique_ptr<platform::NativeWindow> createWindow(const platform::WindowOptions& options,
-                                                         platform::WindowEvents& events) override;
+                                                         platform::WindowEvents& events) override {
+        return std::make_unique<FakeWindow>(options, events);
+    }
     [[nodiscard]] int primaryScreenHeight() const override { return 1080; }
     [[nodiscard]] platform::Rect workArea(platform::Point /*point*/) const override {
         return {0, 0, 1920, 1080};
@@ -108,16 +124,29 @@ private:
     int run() override { return 0; }
     void postQuit(int /*code*/) override {}
     void processEvents(bool /*wait*/) override {}
-    void post(std::function<void()> task) override;
+    void post(std::function<void()> task) override {
+        const std::lock_guard lock(m_mutex);
+        m_tasks.push_back(std::move(task));
+    }
 
     platform::FontHandle open(const platform::FontDescription& /*description*/) override {
         return 0;
     }
     [[nodiscard]] int lineHeight(platform::FontHandle /*font*/) const override { return 12; }
     [[nodiscard]] platform::Size measure(std::u16string_view text,
-                                         platform::FontHandle font) const override;
+                                         platform::FontHandle font) const override {
+        return {static_cast<int>(text.size()) * kCharacterWidth, lineHeight(font)};
+    }
     [[nodiscard]] std::vector<int> caretPositions(std::u16string_view text,
-                                                  platform::FontHandle font) const override;
+                                                  platform::FontHandle /*font*/) const override {
+        std::vector<int> positions;
+        for (std::size_t i = 0; i <= text.size(); ++i) {
+            const bool inside = i > 0 && i < text.size() && (text[i] & 0xFC00) == 0xDC00 &&
+                                (text[i - 1] & 0xFC00) == 0xD800;
+            positions.push_back(inside ? positions.back() : static_cast<int>(i) * kCharacterWidth);
+        }
+        return positions;
+    }
 
     std::optional<platform::OpenFilesResult>
     openFiles(const platform::OpenFilesRequest& /*request*/) override {

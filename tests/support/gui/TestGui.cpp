@@ -30,24 +30,10 @@ public:
     testing::AddGlobalTestEnvironment(std::make_unique<GuiEnd>().release());
 
 Key keyOf(char16_t c) {
-    switch (c) {
-    case u' ':
-        return Key::space;
-    case u'a':
-        return Key::a;
-    case u'c':
-        return Key::c;
-    case u'v':
-        return Key::v;
-    case u'x':
-        return Key::x;
-    case u'y':
-        return Key::y;
-    case u'z':
-        return Key::z;
-    default:
-        return Key::other;
-    }
+    constexpr std::u16string_view kTyped = u" acvxyz";
+    constexpr Key kKeys[] = {Key::space, Key::a, Key::c, Key::v, Key::x, Key::y, Key::z};
+    const std::size_t at = kTyped.find(c);
+    return at < kTyped.size() ? kKeys[at] : Key::other;
 }
 
 } // namespace
@@ -120,7 +106,9 @@ void drag(platform::NativeWindow& window, const std::vector<platform::Point>& po
 }
 
 void press(platform::NativeWindow& window, Key key, platform::Modifiers modifiers) {
-    input().key(window, EventKind::keyDown, key, {}, modifiers);
+    // A person's key types its blank as well.
+    const bool types = key == Key::space && modifiers == platform::Modifiers{};
+    input().key(window, EventKind::keyDown, key, types ? u" " : u"", modifiers);
     input().key(window, EventKind::keyUp, key, {}, modifiers);
     pump();
 }

@@ -29,7 +29,7 @@ void click(platform::NativeWindow& window, platform::Point position,
 void doubleClick(platform::NativeWindow& window, platform::Point position);
 /// A drag with the left button: down at `from`, a move to every further point, up at the last one.
 void drag(platform::NativeWindow& window, const std::vector<platform::Point>& points);
-/// keyDown and keyUp of a key that types nothing.
+/// keyDown and keyUp of a key; only the space bar types something, its blank.
 void press(platform::NativeWindow& window, platform::Key key, platform::Modifiers modifiers = {});
 /// Each character as a key of its own.
 void type(platform::NativeWindow& window, const std::u16string& text);

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/Text.h"
 #include "tests/support/gui/TestGui.h"
 
 namespace test {
@@ -14,62 +15,16 @@ namespace {
 using platform::Event;
 using platform::EventKind;
 
-const char* nameOf(EventKind kind) {
-    switch (kind) {
-    case EventKind::mouseMove:
-        return "move";
-    case EventKind::mouseDown:
-        return "down";
-    case EventKind::mouseUp:
-        return "up";
-    case EventKind::mouseDoubleClick:
-        return "double";
-    case EventKind::mouseWheel:
-        return "wheel";
-    case EventKind::mouseLeave:
-        return "leave";
-    case EventKind::keyDown:
-        return "keyDown";
-    case EventKind::keyUp:
-        return "keyUp";
-    case EventKind::textInput:
-        return "text";
-    case EventKind::textPreedit:
-        return "preedit";
-    case EventKind::activated:
-        return "activated";
-    case EventKind::deactivated:
-        return "deactivated";
-    case EventKind::captureLost:
-        return "captureLost";
-    case EventKind::timer:
-        return "timer";
-    case EventKind::closeRequest:
-        return "closeRequest";
-    case EventKind::destroyed:
-        return "destroyed";
-    }
-    return "?";
-}
+/// By EventKind.
+constexpr const char* kNames[] = {"move",        "down",    "up",           "double",
+                                  "wheel",       "leave",   "keyDown",      "keyUp",
+                                  "text",        "preedit", "activated",    "deactivated",
+                                  "captureLost", "timer",   "closeRequest", "destroyed"};
 
-/// ASCII as it is, everything else as its code unit.
-std::string readable(const std::u16string& text) {
-    std::ostringstream out;
-    for (const char16_t c : text) {
-        if (c < 0x80) {
-            out << static_cast<char>(c);
-        } else {
-            out << "<" << std::hex << static_cast<unsigned>(c) << ">";
-        }
-    }
-    return out.str();
-}
-
-} // namespace
-
+/// An event as text: its kind, then what it carries.
 std::string describe(const Event& event) {
     std::ostringstream out;
-    out << nameOf(event.kind);
+    out << kNames[static_cast<std::size_t>(event.kind)];
     switch (event.kind) {
     case EventKind::mouseDown:
     case EventKind::mouseUp:
@@ -88,7 +43,7 @@ std::string describe(const Event& event) {
         break;
     case EventKind::textInput:
     case EventKind::textPreedit:
-        out << " '" << readable(event.text) << "'";
+        out << " '" << core::storedText(event.text) << "'";
         break;
     case EventKind::timer:
         out << " " << event.timerId;
@@ -100,6 +55,8 @@ std::string describe(const Event& event) {
         << (event.modifiers.alt ? " alt" : "");
     return out.str();
 }
+
+} // namespace
 
 TestWindow::TestWindow(platform::Size size, platform::NativeWindow* owner,
                        platform::WindowKind kind) {
@@ -118,23 +75,8 @@ TestWindow::~TestWindow() {
     m_native.reset();
 }
 
-bool TestWindow::isOfInterest(const Event& event) const {
-    switch (event.kind) {
-    case EventKind::mouseMove:
-    case EventKind::mouseLeave:
-        return noteMoves;
-    case EventKind::activated:
-    case EventKind::deactivated:
-        return noteFocus;
-    case EventKind::timer:
-        return noteTimers;
-    default:
-        return true;
-    }
-}
-
 bool TestWindow::onEvent(const Event& event) {
-    if (isOfInterest(event)) {
+    if (!unnoted.contains(event.kind)) {
         m_events.push_back(describe(event));
     }
     m_destroyed = m_destroyed || event.kind == EventKind::destroyed;

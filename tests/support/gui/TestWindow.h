@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,6 @@ public:
 
     bool onEvent(const platform::Event& event) override;
     void onPaint(platform::Canvas& canvas, const platform::Rect& dirty) override;
-    platform::Accessible* accessibleRoot() override { return accessible; }
 
     [[nodiscard]] platform::NativeWindow& native() { return *m_native; }
     /// Shows the window and waits until the system has painted it.
@@ -39,23 +39,18 @@ public:
     std::function<bool(const platform::Event&)> answer;
     /// Draws, after the rectangle is written down.
     std::function<void(platform::Canvas&)> paint;
-    platform::Accessible* accessible = nullptr;
-    /// Mouse moves, focus changes and timers are left out of the list unless asked for.
-    bool noteMoves = false;
-    bool noteFocus = false;
-    bool noteTimers = false;
+    /// What is left out of the list.
+    std::set<platform::EventKind> unnoted{
+        platform::EventKind::mouseMove, platform::EventKind::mouseLeave,
+        platform::EventKind::activated, platform::EventKind::deactivated,
+        platform::EventKind::timer};
 
 private:
-    [[nodiscard]] bool isOfInterest(const platform::Event& event) const;
-
     std::unique_ptr<platform::NativeWindow> m_native;
     std::vector<std::string> m_events;
     std::vector<platform::Rect> m_paints;
     bool m_painted = false;
     bool m_destroyed = false;
 };
-
-/// An event as text: its kind, then what it carries.
-[[nodiscard]] std::string describe(const platform::Event& event);
 
 } // namespace test

@@ -68,21 +68,9 @@ Point WindowDriver::middleOf(const CControlUI& control) {
     return {(pos.left + pos.right) / 2, (pos.top + pos.bottom) / 2};
 }
 
-void WindowDriver::click(std::u16string_view name, platform::Modifiers modifiers) {
-    click(control(name), modifiers);
-}
-
 void WindowDriver::click(CControlUI& control, platform::Modifiers modifiers) {
     manager().UpdateLayout();
     click(middleOf(control), modifiers);
-}
-
-void WindowDriver::click(Point at, platform::Modifiers modifiers) {
-    test::click(native(), at, modifiers);
-}
-
-void WindowDriver::doubleClick(Point at) {
-    test::doubleClick(native(), at);
 }
 
 void WindowDriver::clickThen(std::u16string_view name, std::function<void()> then) {
@@ -99,10 +87,6 @@ void WindowDriver::send(EventKind kind, Point at) {
     pump();
 }
 
-void WindowDriver::hover(std::u16string_view name) {
-    hover(middleOf(control(name)));
-}
-
 void WindowDriver::hover(Point at) {
     // The window system drops a move to where its pointer already is, perhaps in another window.
     input().mouse(native(), EventKind::mouseMove, {at.x, at.y + 1}, MouseButton::none);
@@ -110,25 +94,9 @@ void WindowDriver::hover(Point at) {
     pump();
 }
 
-void WindowDriver::drag(const std::vector<Point>& points) {
-    test::drag(native(), points);
-}
-
 void WindowDriver::wheel(Point at, int notches) {
     input().wheel(native(), at, notches * kNotch);
     pump();
-}
-
-void WindowDriver::press(Key key, platform::Modifiers modifiers) {
-    // A person's key types its blank as well.
-    const bool types = key == Key::space && modifiers == platform::Modifiers{};
-    input().key(native(), EventKind::keyDown, key, types ? u" " : u"", modifiers);
-    input().key(native(), EventKind::keyUp, key, {}, modifiers);
-    pump();
-}
-
-void WindowDriver::type(const std::u16string& text) {
-    test::type(native(), text);
 }
 
 void WindowDriver::retype(std::u16string_view edit, const std::u16string& text) {
@@ -160,10 +128,6 @@ void WindowDriver::clickDropList(Point at) {
     test::click(*popup, at);
 }
 
-void WindowDriver::pick(std::u16string_view combo, int index) {
-    pick(get<toolkit::CComboUI>(combo), index);
-}
-
 void WindowDriver::pick(toolkit::CComboUI& combo, int index) {
     openDropList(combo);
     toolkit::DropListWindow& list = manager().dropList();
@@ -179,10 +143,6 @@ void WindowDriver::pick(toolkit::CComboUI& combo, int index) {
     }
     const platform::Rect item = list.itemRect(index);
     clickDropList({item.left + 5, (item.top + item.bottom) / 2});
-}
-
-platform::Bitmap WindowDriver::picture() const {
-    return native().snapshot();
 }
 
 std::u16string WindowDriver::focusName() const {

@@ -44,33 +44,39 @@ public:
         return as<T>(controlIn(parent, name));
     }
 
-    void click(std::u16string_view name, platform::Modifiers modifiers = {});
+    void click(std::u16string_view name, platform::Modifiers modifiers = {}) {
+        click(control(name), modifiers);
+    }
     /// In the control's middle.
     void click(toolkit::CControlUI& control, platform::Modifiers modifiers = {});
-    void click(platform::Point at, platform::Modifiers modifiers = {});
-    void doubleClick(platform::Point at);
+    void click(platform::Point at, platform::Modifiers modifiers = {}) {
+        test::click(native(), at, modifiers);
+    }
+    void doubleClick(platform::Point at) { test::doubleClick(native(), at); }
     /// Clicks, and runs `then` in whatever loop the click starts (a dialog's), or after it.
     void clickThen(std::u16string_view name, std::function<void()> then);
     /// One event of the mouse, with the left button.
     void send(platform::EventKind kind, platform::Point at);
     /// Moves the pointer without a button.
-    void hover(std::u16string_view name);
+    void hover(std::u16string_view name) { hover(middleOf(control(name))); }
     void hover(platform::Point at);
     /// Presses at the first point, moves over the others, releases at the last.
-    void drag(const std::vector<platform::Point>& points);
+    void drag(const std::vector<platform::Point>& points) { test::drag(native(), points); }
     /// Positive: away from the user.
     void wheel(platform::Point at, int notches);
 
-    void press(platform::Key key, platform::Modifiers modifiers = {});
+    void press(platform::Key key, platform::Modifiers modifiers = {}) {
+        test::press(native(), key, modifiers);
+    }
     /// Each character as a key.
-    void type(const std::u16string& text);
+    void type(const std::u16string& text) { test::type(native(), text); }
     /// Clicks the edit and replaces its text by typing; the keyboard stays there.
     void retype(std::u16string_view edit, const std::u16string& text);
     /// The same, and leaves the edit by Enter.
     void enter(std::u16string_view edit, const std::u16string& text);
 
     /// Opens the list by a click, scrolls to item `index` and clicks it.
-    void pick(std::u16string_view combo, int index);
+    void pick(std::u16string_view combo, int index) { pick(get<toolkit::CComboUI>(combo), index); }
     void pick(toolkit::CComboUI& combo, int index);
     void openDropList(toolkit::CComboUI& combo);
     /// A click into the open drop list, in its own pixels.
@@ -82,7 +88,7 @@ public:
     /// The middle of a control, in window pixels.
     [[nodiscard]] static platform::Point middleOf(const toolkit::CControlUI& control);
     /// What the window shows, painted anew; 0xAARRGGBB.
-    [[nodiscard]] platform::Bitmap picture() const;
+    [[nodiscard]] platform::Bitmap picture() const { return native().snapshot(); }
     [[nodiscard]] std::uint32_t pixel(platform::Point at) const { return picture().at(at.x, at.y); }
     [[nodiscard]] std::u16string focusName() const;
 
