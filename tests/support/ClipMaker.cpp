@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <bit>
-#include <fstream>
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -43,33 +43,25 @@ public:
 
     th_img_plane* draw(int number) {
         for (int i = 0; i < 3; ++i) {
-            for (int y = 0; y < m_planes[i].height; ++y) {
-                for (int x = 0; x < m_planes[i].width; ++x) {
-                    at(i, x, y) = static_cast<std::uint8_t>(
-                        i == 0 ? 60 + (x * 2 + y * 3 + number * 5) % 120
+            const th_img_plane& plane = m_planes[i];
+            for (int y = 0; y < plane.height; ++y) {
+                for (int x = 0; x < plane.width; ++x) {
+                    plane.data[y * plane.stride + x] = static_cast<std::uint8_t>(
+                        i == 0 ? luma(x, y, number)
                                : 90 + (x * (i + 1) + y * 2 + number * (7 - i)) % 80);
                 }
             }
-        }
-        for (int bit = 0; bit < kNumberBits; ++bit) {
-            fillCell(bit, ((number >> bit) & 1) != 0 ? 220 : 30);
         }
         return m_planes;
     }
 
 private:
-    std::uint8_t& at(int plane, int x, int y) {
-        return m_planes[plane].data[y * m_planes[plane].stride + x];
-    }
-
-    void fillCell(int bit, std::uint8_t luma) {
-        const int left = bit % kCellsPerRow * kCell;
-        const int top = bit / kCellsPerRow * kCell;
-        for (int y = 0; y < kCell; ++y) {
-            for (int x = 0; x < kCell; ++x) {
-                at(0, left + x, top + y) = luma;
-            }
+    static int luma(int x, int y, int number) {
+        const int bit = y / kCell * kCellsPerRow + x / kCell;
+        if (x < kCell * kCellsPerRow && bit < kNumberBits) {
+            return ((number >> bit) & 1) != 0 ? 220 : 30;
         }
+        return 60 + (x * 2 + y * 3 + number * 5) % 120;
     }
 
     Bytes m_samples[3];
@@ -180,7 +172,7 @@ public:
             Bytes head(64, 0);
             std::copy_n("fishead", 8, head.begin());
             head[8] = 3;
-            m_starts.push_back(m_skeleton.pages({{head, 0}}, {})[0]);
+            m_pages.emplace(kStart, m_skeleton.pages({{head, 0}}, {})[0].bytes);
         }
         if (m_spec.sound == Sound::before) {
             addSound();
@@ -195,22 +187,24 @@ public:
             addSound();
         }
         if (m_spec.skeleton) {
-            m_headers.push_back(m_skeleton.lastEmptyPage(0));
+            m_pages.emplace(kHeader, m_skeleton.lastEmptyPage(0).bytes);
         }
-        return join();
+        Bytes file;
+        for (const auto& [time, bytes] : m_pages) {
+            file.insert(file.end(), bytes.begin(), bytes.end());
+        }
+        return file;
     }
 
 private:
-    struct TimedPage {
-        OggPageData page;
-        double time = 0;
-    };
+    static constexpr double kStart = -2; // before all others
+    static constexpr double kHeader = -1;
 
     void addHeaders(const EncodedStream& stream, OggPager& pager) {
-        m_starts.push_back(pager.pages({stream.headers[0]}, {})[0]);
+        m_pages.emplace(kStart, pager.pages({stream.headers[0]}, {})[0].bytes);
         pager.skipPageNumbers(m_spec.numbersJump ? 3 : 0);
         for (auto& page : pager.pages({stream.headers[1], stream.headers[2]}, {2, 255})) {
-            m_headers.push_back(std::move(page));
+            m_pages.emplace(kHeader, std::move(page.bytes));
         }
     }
 
@@ -220,10 +214,10 @@ private:
         double frame = 0;
         for (auto& page : pager.pages(stream.data, spec.pages)) {
             frame += static_cast<double>(page.packets);
-            m_data.push_back({std::move(page), frame / kClipFramesPerSecond});
+            m_pages.emplace(frame / kClipFramesPerSecond, std::move(page.bytes));
         }
         if (spec.emptyLastPage) {
-            m_data.push_back({pager.lastEmptyPage(spec.lastPageGranule), 1e9});
+            m_pages.emplace(1e9, pager.lastEmptyPage(spec.lastPageGranule).bytes);
         }
     }
 
@@ -235,23 +229,8 @@ private:
         addHeaders(sound, m_sound);
         for (auto& page : m_sound.pages(sound.data, {4, 255})) {
             const double time = static_cast<double>(page.granule) / kClipSoundRate;
-            m_data.push_back({std::move(page), time});
+            m_pages.emplace(time, std::move(page.bytes));
         }
-    }
-
-    Bytes join() {
-        std::stable_sort(m_data.begin(), m_data.end(),
-                         [](const TimedPage& a, const TimedPage& b) { return a.time < b.time; });
-        for (auto& timed : m_data) {
-            m_headers.push_back(std::move(timed.page));
-        }
-        Bytes file;
-        for (const auto* pages : {&m_starts, &m_headers}) {
-            for (const OggPageData& page : *pages) {
-                file.insert(file.end(), page.bytes.begin(), page.bytes.end());
-            }
-        }
-        return file;
     }
 
     ClipSpec m_spec;
@@ -259,24 +238,13 @@ private:
     OggPager m_otherVideo{kOtherTheoraSerial};
     OggPager m_sound{kSoundSerial};
     OggPager m_skeleton{kSkeletonSerial};
-    std::vector<OggPageData> m_starts;
-    std::vector<OggPageData> m_headers;
-    std::vector<TimedPage> m_data;
+    std::multimap<double, Bytes> m_pages; ///< by time in seconds
 };
 
 } // namespace
 
 Bytes makeClip(const ClipSpec& spec) {
     return FileWriter(spec).write();
-}
-
-void writeBytes(const std::string& path, const Bytes& bytes) {
-    std::ofstream file(path, std::ios::binary);
-    file.write(reinterpret_cast<const char*>(bytes.data()),
-               static_cast<std::streamsize>(bytes.size()));
-    if (!file) {
-        throw std::runtime_error("cannot write " + path);
-    }
 }
 
 int readFrameNumber(const std::uint8_t* rgb, int width, int height, int pixelBytes) {

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <string>
 
 #include "tests/support/OggPager.h"
 
@@ -46,7 +45,6 @@ inline constexpr int kClipFramesPerSecond = 25;
 
 /// The whole file.
 [[nodiscard]] Bytes makeClip(const ClipSpec& spec);
-void writeBytes(const std::string& path, const Bytes& bytes);
 
 /// The number that a frame carries, from R, G, B bytes, rows packed, top row first; any pixels will
 /// do whose second byte is G. -1 when the picture carries none. An empty frame shows the number of

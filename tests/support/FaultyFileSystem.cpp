@@ -1,6 +1,5 @@
 #include "tests/support/FaultyFileSystem.h"
 
-#include <cerrno>
 #include <utility>
 
 namespace support {
@@ -54,29 +53,14 @@ void FaultyFileSystem::setRule(Rule rule, int error) {
     m_stopped = false;
 }
 
-void FaultyFileSystem::failAt(int number) {
-    setRule([=](const Call& call) { return call.number == number ? Fault::fail : Fault::none; },
-            EIO);
-}
-
-void FaultyFileSystem::shortenAt(int number) {
-    setRule([=](const Call& call) { return call.number == number ? Fault::shorten : Fault::none; },
-            ENOSPC);
-}
-
-void FaultyFileSystem::stopAt(int number) {
-    setRule([=](const Call& call) { return call.number == number ? Fault::stop : Fault::none; },
-            EIO);
+void FaultyFileSystem::breakAt(int number, Fault fault, int error) {
+    setRule([=](const Call& call) { return call.number == number ? fault : Fault::none; }, error);
 }
 
 void FaultyFileSystem::failOn(const std::string& operation, int error) {
     setRule(
         [=](const Call& call) { return call.operation == operation ? Fault::fail : Fault::none; },
         error);
-}
-
-void FaultyFileSystem::heal() {
-    setRule(nullptr, 0);
 }
 
 std::vector<std::string> FaultyFileSystem::callTexts() const {
@@ -105,10 +89,6 @@ bool FaultyFileSystem::broken(const std::string& operation, const std::string& p
     return true;
 }
 
-void FaultyFileSystem::showAs(const std::string& seen, const std::string& onDisk) {
-    m_namesOnDisk[seen] = onDisk;
-}
-
 std::string FaultyFileSystem::toDisk(std::string path) const {
     for (const auto& [seen, onDisk] : m_namesOnDisk) {
         for (auto at = path.find(seen); at != std::string::npos; at = path.find(seen, at)) {
@@ -126,10 +106,6 @@ std::unique_ptr<platform::FileStream> FaultyFileSystem::open(const std::string& 
     }
     std::unique_ptr<platform::FileStream> stream = m_real.open(toDisk(path), mode, error);
     return stream ? std::make_unique<FaultyStream>(*this, path, std::move(stream)) : nullptr;
-}
-
-std::optional<platform::FileInfo> FaultyFileSystem::info(const std::string& path) {
-    return m_real.info(toDisk(path));
 }
 
 bool FaultyFileSystem::createFolder(const std::string& path, int& error) {
@@ -174,23 +150,6 @@ bool FaultyFileSystem::list(const std::string& folder,
 std::string FaultyFileSystem::currentFolder() {
     int error = 0;
     return broken("currentFolder", "", error) ? std::string() : m_real.currentFolder();
-}
-
-bool FaultyFileSystem::setCurrentFolder(const std::string& folder) {
-    int error = 0;
-    return !broken("setCurrentFolder", folder, error) && m_real.setCurrentFolder(folder);
-}
-
-std::string FaultyFileSystem::fullPath(const std::string& path) {
-    return m_real.fullPath(path);
-}
-
-std::string FaultyFileSystem::resolveLink(const std::string& path) {
-    return m_real.resolveLink(path);
-}
-
-std::string FaultyFileSystem::errorText(int error) {
-    return m_real.errorText(error);
 }
 
 } // namespace support

@@ -7,6 +7,7 @@
 //   files.failOn("sync", EIO);             // every sync fails
 #pragma once
 
+#include <cerrno>
 #include <functional>
 #include <map>
 #include <string>
@@ -39,11 +40,11 @@ public:
 
     /// `error` is the code that faulty calls report.
     void setRule(Rule rule, int error);
-    void failAt(int number);
-    void shortenAt(int number);
-    void stopAt(int number);
+    void failAt(int number) { breakAt(number, Fault::fail, EIO); }
+    void shortenAt(int number) { breakAt(number, Fault::shorten, ENOSPC); }
+    void stopAt(int number) { breakAt(number, Fault::stop, EIO); }
     void failOn(const std::string& operation, int error);
-    void heal();
+    void heal() { setRule(nullptr, 0); }
 
     [[nodiscard]] const std::vector<Call>& calls() const { return m_calls; }
     /// The calls as "operation path", for comparing orders.
@@ -51,7 +52,9 @@ public:
     void forgetCalls() { m_calls.clear(); }
 
     /// From now on the file or folder that the disk calls `onDisk` is seen as `seen` everywhere.
-    void showAs(const std::string& seen, const std::string& onDisk);
+    void showAs(const std::string& seen, const std::string& onDisk) {
+        m_namesOnDisk[seen] = onDisk;
+    }
 
     /// Notes a call and tells its fate; the streams ask here too.
     [[nodiscard]] Fault note(const std::string& operation, const std::string& path);
@@ -59,7 +62,9 @@ public:
 
     [[nodiscard]] std::unique_ptr<platform::FileStream>
     open(const std::string& path, platform::OpenMode mode, int& error) override;
-    [[nodiscard]] std::optional<platform::FileInfo> info(const std::string& path) override;
+    [[nodiscard]] std::optional<platform::FileInfo> info(const std::string& path) override {
+        return m_real.info(toDisk(path));
+    }
     bool createFolder(const std::string& path, int& error) override;
     bool removeFile(const std::string& path, int& error) override;
     bool replaceFile(const std::string& from, const std::string& to, int& error) override;
@@ -68,12 +73,19 @@ public:
     [[nodiscard]] bool list(const std::string& folder,
                             std::vector<platform::FolderEntry>& entries) override;
     [[nodiscard]] std::string currentFolder() override;
-    bool setCurrentFolder(const std::string& folder) override;
-    [[nodiscard]] std::string fullPath(const std::string& path) override;
-    [[nodiscard]] std::string resolveLink(const std::string& path) override;
-    [[nodiscard]] std::string errorText(int error) override;
+    bool setCurrentFolder(const std::string& folder) override {
+        return m_real.setCurrentFolder(folder);
+    }
+    [[nodiscard]] std::string fullPath(const std::string& path) override {
+        return m_real.fullPath(path);
+    }
+    [[nodiscard]] std::string resolveLink(const std::string& path) override {
+        return m_real.resolveLink(path);
+    }
+    [[nodiscard]] std::string errorText(int error) override { return m_real.errorText(error); }
 
 private:
+    void breakAt(int number, Fault fault, int error);
     [[nodiscard]] bool broken(const std::string& operation, const std::string& path, int& error);
     [[nodiscard]] std::string toDisk(std::string path) const;
 

@@ -1,7 +1,6 @@
 #include "tests/support/MemoryFileSystem.h"
 
 #include <algorithm>
-#include <cstring>
 #include <functional>
 #include <utility>
 
@@ -13,12 +12,9 @@ public:
     explicit MemoryStream(std::string& bytes) : m_bytes(bytes) {}
 
     std::size_t read(void* buffer, std::size_t count) override {
-        const std::size_t held =
-            m_open && m_position < m_bytes.size() ? m_bytes.size() - m_position : 0;
-        const std::size_t done = std::min(count, held);
-        if (done > 0) {
-            std::memcpy(buffer, m_bytes.data() + m_position, done);
-        }
+        const bool any = m_open && m_position < m_bytes.size();
+        const std::size_t done =
+            any ? m_bytes.copy(static_cast<char*>(buffer), count, m_position) : 0;
         m_position += done;
         return done;
     }
@@ -27,7 +23,7 @@ public:
             return 0;
         }
         m_bytes.resize(std::max(m_bytes.size(), m_position + count));
-        std::memcpy(m_bytes.data() + m_position, buffer, count);
+        m_bytes.replace(m_position, count, static_cast<const char*>(buffer), count);
         m_position += count;
         return count;
     }
@@ -63,7 +59,7 @@ std::string MemoryFileSystem::fullPath(const std::string& path) {
     std::string text = path;
     std::replace(text.begin(), text.end(), '\\', '/');
     if (text.empty() || text.front() != '/') {
-        text = m_current + "/" + text;
+        text = currentFolder() + "/" + text;
     }
     std::string result;
     for (std::size_t start = 0; start < text.size();) {
@@ -83,12 +79,8 @@ std::unique_ptr<platform::FileStream> MemoryFileSystem::open(const std::string& 
                                                              platform::OpenMode mode, int& error) {
     const std::string full = fullPath(path);
     const bool creates = mode == platform::OpenMode::write;
-    error = 0;
-    if (folders.count(full) != 0) {
-        error = kIsFolder;
-    } else if (folders.count(parentOf(full)) == 0 || (!creates && files.count(full) == 0)) {
-        error = kNotFound;
-    }
+    const bool reachable = creates ? folders.contains(parentOf(full)) : files.contains(full);
+    error = folders.contains(full) ? kIsFolder : reachable ? 0 : kNotFound;
     if (error != 0) {
         return nullptr;
     }
@@ -103,7 +95,7 @@ std::optional<platform::FileInfo> MemoryFileSystem::info(const std::string& path
     const std::string full = fullPath(path);
     platform::FileInfo result;
     result.file = std::hash<std::string>{}(full);
-    result.isFolder = folders.count(full) != 0;
+    result.isFolder = folders.contains(full);
     const auto file = files.find(full);
     if (!result.isFolder && file == files.end()) {
         return std::nullopt;
@@ -114,8 +106,8 @@ std::optional<platform::FileInfo> MemoryFileSystem::info(const std::string& path
 
 bool MemoryFileSystem::createFolder(const std::string& path, int& error) {
     const std::string full = fullPath(path);
-    const bool taken = folders.count(full) != 0 || files.count(full) != 0;
-    error = taken ? kExists : folders.count(parentOf(full)) == 0 ? kNotFound : 0;
+    const bool taken = folders.contains(full) || files.contains(full);
+    error = taken ? kExists : !folders.contains(parentOf(full)) ? kNotFound : 0;
     if (error == 0) {
         folders.insert(full);
     }
@@ -131,7 +123,7 @@ bool MemoryFileSystem::removeFile(const std::string& path, int& error) {
 bool MemoryFileSystem::replaceFile(const std::string& from, const std::string& to, int& error) {
     const auto source = files.find(fullPath(from));
     const std::string target = fullPath(to);
-    error = source == files.end() ? kNotFound : folders.count(target) != 0 ? kIsFolder : 0;
+    error = source == files.end() ? kNotFound : folders.contains(target) ? kIsFolder : 0;
     if (error != 0) {
         return false;
     }
@@ -145,38 +137,23 @@ bool MemoryFileSystem::list(const std::string& folder,
                             std::vector<platform::FolderEntry>& entries) {
     entries.clear();
     const std::string full = fullPath(folder);
-    if (folders.count(full) == 0) {
+    if (!folders.contains(full)) {
         return false;
     }
-    const auto inside = [&](const std::string& path) {
-        return path != "/" && parentOf(path) == full;
+    const auto add = [&](const std::string& path, bool isFolder) {
+        if (path != "/" && parentOf(path) == full) {
+            entries.push_back({path.substr(path.rfind('/') + 1), isFolder});
+        }
     };
     for (const std::string& path : folders) {
-        if (inside(path)) {
-            entries.push_back({path.substr(path.rfind('/') + 1), true});
-        }
+        add(path, true);
     }
     for (const auto& [path, bytes] : files) {
-        if (inside(path)) {
-            entries.push_back({path.substr(path.rfind('/') + 1), false});
-        }
+        add(path, false);
     }
     std::sort(entries.begin(), entries.end(),
               [](const auto& a, const auto& b) { return a.name < b.name; });
     return true;
-}
-
-bool MemoryFileSystem::setCurrentFolder(const std::string& folder) {
-    const std::string full = fullPath(folder);
-    if (folders.count(full) == 0) {
-        return false;
-    }
-    m_current = full;
-    return true;
-}
-
-std::string MemoryFileSystem::errorText(int error) {
-    return "error " + std::to_string(error);
 }
 
 } // namespace support

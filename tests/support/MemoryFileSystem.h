@@ -17,7 +17,7 @@ public:
     static constexpr int kExists = 17;
     static constexpr int kIsFolder = 21;
 
-    /// The bytes under their absolute path with "/"; "/home" is the current folder at first.
+    /// The bytes under their absolute path with "/"; "/home" is the current folder, always.
     std::map<std::string, std::string> files;
     std::set<std::string> folders{"/", "/home"};
 
@@ -31,14 +31,13 @@ public:
     bool syncFolder(const std::string&) override { return true; }
     [[nodiscard]] bool list(const std::string& folder,
                             std::vector<platform::FolderEntry>& entries) override;
-    [[nodiscard]] std::string currentFolder() override { return m_current; }
-    bool setCurrentFolder(const std::string& folder) override;
+    [[nodiscard]] std::string currentFolder() override { return "/home"; }
+    bool setCurrentFolder(const std::string&) override { return false; }
     [[nodiscard]] std::string fullPath(const std::string& path) override;
     [[nodiscard]] std::string resolveLink(const std::string& path) override { return path; }
-    [[nodiscard]] std::string errorText(int error) override;
-
-private:
-    std::string m_current = "/home";
+    [[nodiscard]] std::string errorText(int error) override {
+        return "error " + std::to_string(error);
+    }
 };
 
 } // namespace support

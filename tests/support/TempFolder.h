@@ -1,6 +1,7 @@
 // A folder of its own for one test, which is the current one while the test runs.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,9 @@ protected:
 
 /// Makes the folders on the way. Bytes as given. Throws when that fails.
 void writeBytes(const std::string& path, const std::string& bytes);
+inline void writeBytes(const std::string& path, const std::vector<std::uint8_t>& bytes) {
+    writeBytes(path, std::string(bytes.begin(), bytes.end()));
+}
 /// Throws when the file cannot be read.
 [[nodiscard]] std::string readBytes(const std::string& path);
 [[nodiscard]] bool exists(const std::string& path);

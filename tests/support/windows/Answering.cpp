@@ -12,19 +12,12 @@ std::function<void()> answering(Answer answer, std::string* asked) {
             *asked = core::storedText(dialog.get(u"Title").GetText()) + "|" +
                      core::storedText(dialog.get(u"ConfirmationLabel").GetText());
         }
-        switch (answer) {
-        case Answer::yes:
-            dialog.click(u"ButtonYes");
-            break;
-        case Answer::no:
-            dialog.click(u"ButtonNo");
-            break;
-        case Answer::escape:
+        if (answer == Answer::escape) {
             dialog.press(platform::Key::escape);
-            break;
-        case Answer::close:
+        } else if (answer == Answer::close) {
             input().requestClose(dialog.native());
-            break;
+        } else {
+            dialog.click(answer == Answer::yes ? u"ButtonYes" : u"ButtonNo");
         }
     };
 }
