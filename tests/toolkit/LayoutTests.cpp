@@ -81,4 +81,6 @@ TEST_F(Layout, FindsTheTopmostVisibleControlInsideItsContainer) {
     EXPECT_EQ(nameAt(105, 110), u"Over");
     EXPECT_EQ(nameAt(90, 110), u"") << "cut off at its container: the window itself";
     EXPECT_EQ(nameAt(400, 10), u"none");
+    EXPECT_EQ(window().FindControl<toolkit::CComboUI>(u"A"), nullptr) << "of another kind";
+    EXPECT_EQ(window().FindControl<toolkit::CControlUI>(u"Absent"), nullptr);
 }

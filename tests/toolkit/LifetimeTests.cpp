@@ -82,27 +82,15 @@ TEST_F(Lifetime, AWindowMayCloseInsideEveryHandler) {
     for (const auto& [note, act] : cases) {
         SCOPED_TRACE(note);
         openList();
-        window().reactions[note] = [&](auto&) { window().Close(1); };
+        window().reactions[note] = [&](auto&) {
+            window().Close(1);
+            window().Close(1);
+        };
         test::gui().loop().post(act);
         window().ShowModal();
         EXPECT_EQ(window().GetNative(), nullptr);
         EXPECT_TRUE(toolkit::WindowImplBase::OpenWindows().empty());
     }
-}
-
-TEST_F(Lifetime, NothingReachesAWindowThatIsClosing) {
-    open(R"(<Button name="First" pos="0,0,80,25"/><Button name="Second" pos="100,0,80,25"/>)");
-    window().reactions["click First"] = [&](auto&) {
-        window().Close(1);
-        window().Close(1);
-    };
-    platform::NativeWindow& native = driver().native();
-    for (const platform::Point at : {platform::Point{10, 10}, platform::Point{110, 10}}) {
-        test::input().mouse(native, platform::EventKind::mouseDown, at);
-        test::input().mouse(native, platform::EventKind::mouseUp, at);
-    }
-    test::gui().loop().run();
-    EXPECT_EQ(window().take(), (Notes{"click First"}));
 }
 
 TEST_F(Lifetime, TheCaptionDragsTheWindowExceptFromItsButtons) {

@@ -78,6 +78,8 @@ TEST_F(Lists, ScrollByWheelThumbAndKeys) {
         EXPECT_GE(row(index).top, 11);
         EXPECT_LE(row(index).bottom, 111);
     }
+    EXPECT_TRUE(list.SelectItem(2));
+    EXPECT_EQ(row(2).top, 11) << "what a program selects comes into view";
 }
 
 TEST_F(Lists, TheSelectionStaysWithItsRowWhenOthersComeAndGo) {
