@@ -18,6 +18,7 @@ class CheckImports(unittest.TestCase):
         for name, source, options, code, finding in [
                 ("Quorvel.exe", CALL % "W(L", ["-static"], 0, ""),
                 ("quorvel-x.exe", CALL % "A(", ["-static"], 1, "calls DeleteFileA"),
+                ("tests.exe", CALL % "A(", ["-static"], 0, ""),
                 ("x.exe", STREAM, [], 1, "needs libstdc++-6.dll"),
                 ("x.o", STREAM, [], 2, "")]:
             with self.subTest(name), tempfile.TemporaryDirectory() as folder:
