@@ -136,6 +136,8 @@ protected:
 };
 
 TEST_F(VideoControl, WithoutAPictureItStepsAndPaintsNothing) {
+    EXPECT_EQ(control().GetClass(), u"Video");
+    EXPECT_EQ(control().GetInterface(u"Video"), &control());
     for (const bool loaded : {false, true}) { // a failed load leaves an empty video
         if (loaded) {
             EXPECT_FALSE(control().LoadVideo("missing.ogv"));
@@ -210,6 +212,9 @@ TEST_F(VideoControl, AFrameRepaintsTheWindowAtOnceAndFindsNobodyOnceTheControlIs
     while (native.repaints() == 0) {
         m_gui.runTasks();
     }
+    toolkit::TEventUI press;
+    press.Type = toolkit::EventType::buttonDown;
+    EXPECT_TRUE(control().DoEvent(press)); // the window handles the mouse
     goTo(5);
     m_window.reset();
     m_gui.runTasks();
