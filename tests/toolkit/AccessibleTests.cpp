@@ -62,6 +62,17 @@ TEST_F(Accessibility, TellsRoleNameIdAndValue) {
     EXPECT_EQ(root().accessibleName(), u"Test") << "the window's title";
 }
 
+TEST_F(Accessibility, TellsWhatCanBeDone) {
+    const auto state = [&](std::u16string_view name) {
+        return static_cast<const platform::Accessible&>(driver().get(name)).accessibleState();
+    };
+    EXPECT_TRUE(state(u"Check").checkable);
+    EXPECT_FALSE(state(u"Tool").enabled || state(u"Tool").focusable);
+    EXPECT_TRUE(state(u"Row").selectable && state(u"Row").visible);
+    driver().get(u"List").SetVisible(false);
+    EXPECT_FALSE(state(u"Row").visible);
+}
+
 TEST_F(Accessibility, LeadsToEveryControlAndBack) {
     int count = 0;
     const std::function<void(const platform::Accessible&)> visit = [&](const auto& node) {
