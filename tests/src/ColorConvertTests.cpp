@@ -44,29 +44,29 @@ public:
 };
 
 TEST(ColorConvert, EveryTripleOfSamplesHasTheDefinedColour) {
-    for (const ColorPath path : {ColorPath::fastest, ColorPath::portable}) {
-        // One row holds every u for one y and v; 4:4:4, so that each pixel has its own.
-        Planes planes(256, 256, 0, 0);
-        for (std::size_t at = 0; at < planes.samples[1].size(); ++at) {
-            planes.samples[1][at] = static_cast<std::uint8_t>(at % 256);
-            planes.samples[2][at] = static_cast<std::uint8_t>(at / 256);
+    // One row holds every u for one y and v; 4:4:4, so that each pixel has its own.
+    Planes planes(256, 256, 0, 0);
+    for (std::size_t at = 0; at < planes.samples[1].size(); ++at) {
+        planes.samples[1][at] = static_cast<std::uint8_t>(at % 256);
+        planes.samples[2][at] = static_cast<std::uint8_t>(at / 256);
+    }
+    Samples out(planes.samples[0].size() * 3);
+    Samples expected;
+    for (int luma = 0; luma < 256; ++luma) {
+        std::fill(planes.samples[0].begin(), planes.samples[0].end(),
+                  static_cast<std::uint8_t>(luma));
+        expected.clear();
+        for (int v = 0; v < 256; ++v) {
+            const std::uint8_t red = reference::red(luma, v);
+            for (int u = 0; u < 256; ++u) {
+                expected.insert(expected.end(),
+                                {red, reference::green(luma, u, v), reference::blue(luma, u)});
+            }
         }
-        Samples out(planes.samples[0].size() * 3);
-        for (int luma = 0; luma < 256; ++luma) {
-            std::fill(planes.samples[0].begin(), planes.samples[0].end(),
-                      static_cast<std::uint8_t>(luma));
+        for (const ColorPath path : {ColorPath::fastest, ColorPath::portable}) {
             theora::convertPicture(planes.picture, TheoraOutputMode::TH_RGB, out.data(), 256, 256,
                                    path);
-            int wrong = 0;
-            const std::uint8_t* pixel = out.data();
-            for (int v = 0; v < 256; ++v) {
-                const std::uint8_t red = reference::red(luma, v);
-                for (int u = 0; u < 256; ++u, pixel += 3) {
-                    wrong += pixel[0] != red || pixel[1] != reference::green(luma, u, v) ||
-                             pixel[2] != reference::blue(luma, u);
-                }
-            }
-            ASSERT_EQ(wrong, 0) << "luma " << luma;
+            ASSERT_TRUE(out == expected) << "luma " << luma;
         }
     }
 }
