@@ -52,9 +52,10 @@ TEST_F(OpenSceneWindow, ListsFoldersWithASceneFileThatNothingReplaces) {
     EXPECT_EQ(names, (Texts{u"b\uFFFDd", u"Fire %s", u"Kept"}));
     EXPECT_EQ(list().GetCurSel(), 0);
     EXPECT_FALSE(isVisible(u"EmptyHeading"));
-    const auto& row = *list().GetItemAt(1);
-    EXPECT_EQ(row.GetName(), u"Row");
-    EXPECT_EQ(row.GetPos(), platform::Rect::at(17, 93, 526, 16)) << "set in from the list's edge";
+    EXPECT_EQ(list().GetItemAt(1)->GetName(), u"Row");
+    EXPECT_EQ(test::inRow(driver, u"SceneList", 1, u"ListItem").GetPos(),
+              platform::Rect::at(25, 93, 510, 16))
+        << "set in from the list's edge";
 }
 
 TEST_F(OpenSceneWindow, OpensTheChosenSceneUnderItsStoredName) {
