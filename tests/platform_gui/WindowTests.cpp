@@ -15,7 +15,6 @@ using platform::Bitmap;
 using platform::Event;
 using platform::EventKind;
 using platform::Key;
-using platform::Point;
 using platform::Rect;
 using platform::rgb;
 using platform::Size;

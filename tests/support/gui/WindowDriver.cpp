@@ -68,12 +68,12 @@ Point WindowDriver::middleOf(const CControlUI& control) {
     return {(pos.left + pos.right) / 2, (pos.top + pos.bottom) / 2};
 }
 
-void WindowDriver::click(CControlUI& control, platform::Modifiers modifiers) {
+void WindowDriver::click(CControlUI& control, platform::Modifiers modifiers) const {
     manager().UpdateLayout();
     click(middleOf(control), modifiers);
 }
 
-void WindowDriver::clickThen(std::u16string_view name, std::function<void()> then) {
+void WindowDriver::clickThen(std::u16string_view name, std::function<void()> then) const {
     const Point at = middleOf(control(name));
     input().mouse(native(), EventKind::mouseMove, at, MouseButton::none);
     input().mouse(native(), EventKind::mouseDown, at);
@@ -82,24 +82,24 @@ void WindowDriver::clickThen(std::u16string_view name, std::function<void()> the
     pump();
 }
 
-void WindowDriver::send(EventKind kind, Point at) {
+void WindowDriver::send(EventKind kind, Point at) const {
     input().mouse(native(), kind, at);
     pump();
 }
 
-void WindowDriver::hover(Point at) {
+void WindowDriver::hover(Point at) const {
     // The window system drops a move to where its pointer already is, perhaps in another window.
     input().mouse(native(), EventKind::mouseMove, {at.x, at.y + 1}, MouseButton::none);
     input().mouse(native(), EventKind::mouseMove, at, MouseButton::none);
     pump();
 }
 
-void WindowDriver::wheel(Point at, int notches) {
+void WindowDriver::wheel(Point at, int notches) const {
     input().wheel(native(), at, notches * kNotch);
     pump();
 }
 
-void WindowDriver::retype(std::u16string_view edit, const std::u16string& text) {
+void WindowDriver::retype(std::u16string_view edit, const std::u16string& text) const {
     platform::Modifiers control;
     control.control = true;
     click(edit);
@@ -108,19 +108,19 @@ void WindowDriver::retype(std::u16string_view edit, const std::u16string& text) 
     type(text);
 }
 
-void WindowDriver::enter(std::u16string_view edit, const std::u16string& text) {
+void WindowDriver::enter(std::u16string_view edit, const std::u16string& text) const {
     retype(edit, text);
     press(Key::enter);
 }
 
-void WindowDriver::openDropList(toolkit::CComboUI& combo) {
+void WindowDriver::openDropList(toolkit::CComboUI& combo) const {
     click(combo);
     if (!combo.IsDropped()) {
         fail("a drop list does not open");
     }
 }
 
-void WindowDriver::clickDropList(Point at) {
+void WindowDriver::clickDropList(Point at) const {
     platform::NativeWindow* popup = manager().dropList().native();
     if (popup == nullptr) {
         fail("no drop list is open");
@@ -128,7 +128,7 @@ void WindowDriver::clickDropList(Point at) {
     test::click(*popup, at);
 }
 
-void WindowDriver::pick(toolkit::CComboUI& combo, int index) {
+void WindowDriver::pick(toolkit::CComboUI& combo, int index) const {
     openDropList(combo);
     toolkit::DropListWindow& list = manager().dropList();
     const int height = list.geometry().height();

@@ -44,43 +44,45 @@ public:
         return as<T>(controlIn(parent, name));
     }
 
-    void click(std::u16string_view name, platform::Modifiers modifiers = {}) {
+    void click(std::u16string_view name, platform::Modifiers modifiers = {}) const {
         click(control(name), modifiers);
     }
     /// In the control's middle.
-    void click(toolkit::CControlUI& control, platform::Modifiers modifiers = {});
-    void click(platform::Point at, platform::Modifiers modifiers = {}) {
+    void click(toolkit::CControlUI& control, platform::Modifiers modifiers = {}) const;
+    void click(platform::Point at, platform::Modifiers modifiers = {}) const {
         test::click(native(), at, modifiers);
     }
-    void doubleClick(platform::Point at) { test::doubleClick(native(), at); }
+    void doubleClick(platform::Point at) const { test::doubleClick(native(), at); }
     /// Clicks, and runs `then` in whatever loop the click starts (a dialog's), or after it.
-    void clickThen(std::u16string_view name, std::function<void()> then);
+    void clickThen(std::u16string_view name, std::function<void()> then) const;
     /// One event of the mouse, with the left button.
-    void send(platform::EventKind kind, platform::Point at);
+    void send(platform::EventKind kind, platform::Point at) const;
     /// Moves the pointer without a button.
-    void hover(std::u16string_view name) { hover(middleOf(control(name))); }
-    void hover(platform::Point at);
+    void hover(std::u16string_view name) const { hover(middleOf(control(name))); }
+    void hover(platform::Point at) const;
     /// Presses at the first point, moves over the others, releases at the last.
-    void drag(const std::vector<platform::Point>& points) { test::drag(native(), points); }
+    void drag(const std::vector<platform::Point>& points) const { test::drag(native(), points); }
     /// Positive: away from the user.
-    void wheel(platform::Point at, int notches);
+    void wheel(platform::Point at, int notches) const;
 
-    void press(platform::Key key, platform::Modifiers modifiers = {}) {
+    void press(platform::Key key, platform::Modifiers modifiers = {}) const {
         test::press(native(), key, modifiers);
     }
     /// Each character as a key.
-    void type(const std::u16string& text) { test::type(native(), text); }
+    void type(const std::u16string& text) const { test::type(native(), text); }
     /// Clicks the edit and replaces its text by typing; the keyboard stays there.
-    void retype(std::u16string_view edit, const std::u16string& text);
+    void retype(std::u16string_view edit, const std::u16string& text) const;
     /// The same, and leaves the edit by Enter.
-    void enter(std::u16string_view edit, const std::u16string& text);
+    void enter(std::u16string_view edit, const std::u16string& text) const;
 
     /// Opens the list by a click, scrolls to item `index` and clicks it.
-    void pick(std::u16string_view combo, int index) { pick(get<toolkit::CComboUI>(combo), index); }
-    void pick(toolkit::CComboUI& combo, int index);
-    void openDropList(toolkit::CComboUI& combo);
+    void pick(std::u16string_view combo, int index) const {
+        pick(get<toolkit::CComboUI>(combo), index);
+    }
+    void pick(toolkit::CComboUI& combo, int index) const;
+    void openDropList(toolkit::CComboUI& combo) const;
     /// A click into the open drop list, in its own pixels.
-    void clickDropList(platform::Point at);
+    void clickDropList(platform::Point at) const;
 
     [[nodiscard]] std::u16string textOf(std::u16string_view name) const {
         return control(name).GetText();
