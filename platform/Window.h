@@ -103,8 +103,6 @@ public:
     [[nodiscard]] virtual int primaryScreenHeight() const = 0;
     /// The work area of the monitor that holds `point`, in screen pixels.
     [[nodiscard]] virtual Rect workArea(Point point) const = 0;
-    /// Shift, control and alt as they are right now.
-    [[nodiscard]] virtual Modifiers keyboardModifiers() const = 0;
     [[nodiscard]] virtual std::u16string clipboardText() const = 0;
     virtual void setClipboardText(const std::u16string& text) = 0;
     /// `text` without the difference of capital and small letters of any script, for comparing.

@@ -7,7 +7,6 @@
 
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
-#include "platform/qt/QtKeys.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
 
@@ -28,10 +27,6 @@ Rect QtWindowHost::workArea(Point point) const {
     const QScreen* screen = QGuiApplication::screenAt(toQt(point));
     return fromQt(
         (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry());
-}
-
-Modifiers QtWindowHost::keyboardModifiers() const {
-    return modifiersFromQt(QGuiApplication::keyboardModifiers());
 }
 
 std::u16string QtWindowHost::clipboardText() const {

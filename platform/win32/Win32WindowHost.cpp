@@ -4,7 +4,6 @@
 
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
-#include "platform/win32/Win32Keys.h"
 
 namespace platform::win32 {
 
@@ -75,10 +74,6 @@ Rect Win32WindowHost::workArea(Point point) const {
     info.cbSize = sizeof info;
     GetMonitorInfoW(MonitorFromPoint({point.x, point.y}, MONITOR_DEFAULTTONEAREST), &info);
     return {info.rcWork.left, info.rcWork.top, info.rcWork.right, info.rcWork.bottom};
-}
-
-Modifiers Win32WindowHost::keyboardModifiers() const {
-    return currentModifiers();
 }
 
 std::u16string Win32WindowHost::clipboardText() const {

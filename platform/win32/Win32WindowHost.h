@@ -13,7 +13,6 @@ public:
                                                              WindowEvents& events) override;
     [[nodiscard]] int primaryScreenHeight() const override;
     [[nodiscard]] Rect workArea(Point point) const override;
-    [[nodiscard]] Modifiers keyboardModifiers() const override;
     [[nodiscard]] std::u16string clipboardText() const override;
     void setClipboardText(const std::u16string& text) override;
     [[nodiscard]] std::u16string foldedCase(std::u16string_view text) const override;

@@ -132,20 +132,6 @@ TEST(Keyboard, ReportsKeysModifiersAndTextApart) {
     }
 }
 
-TEST(Keyboard, TellsTheModifiersOfTheLastEvent) {
-    TestWindow window;
-    window.show();
-    Modifiers seen;
-    window.answer = [&](const platform::Event&) {
-        seen = test::gui().windows().keyboardModifiers();
-        return true;
-    };
-    test::press(window.native(), Key::right, {.control = true});
-    EXPECT_EQ(seen, (Modifiers{.control = true}));
-    test::click(window.native(), {1, 1});
-    EXPECT_EQ(seen, Modifiers());
-}
-
 TEST(DisabledWindow, TakesNoInput) {
     TestWindow window;
     window.show();

@@ -114,7 +114,6 @@ private:
     [[nodiscard]] platform::Rect workArea(platform::Point /*point*/) const override {
         return {0, 0, 1920, 1080};
     }
-    [[nodiscard]] platform::Modifiers keyboardModifiers() const override { return {}; }
     [[nodiscard]] std::u16string clipboardText() const override { return m_clipboard; }
     void setClipboardText(const std::u16string& text) override { m_clipboard = text; }
     [[nodiscard]] std::u16string foldedCase(std::u16string_view text) const override {

@@ -57,9 +57,6 @@ public:
     platform::Rect workArea(platform::Point point) const override {
         return m_real.windows().workArea(point);
     }
-    platform::Modifiers keyboardModifiers() const override {
-        return m_real.windows().keyboardModifiers();
-    }
     std::u16string clipboardText() const override { return m_real.windows().clipboardText(); }
     void setClipboardText(const std::u16string& text) override {
         m_real.windows().setClipboardText(text);
