@@ -123,5 +123,5 @@ TEST_F(AccessibleTest, ForgetsNodesAndWindowsThatAreGone) {
     EXPECT_EQ(button->child(0), nullptr);
     test::TestWindow bare;
     auto& native = static_cast<platform::qt::QtWindow&>(bare.native());
-    EXPECT_FALSE(QtAccessibleNodes::root(native.surface())->isValid()) << "a popup has no tree";
+    EXPECT_FALSE(QtAccessibleNodes::root(native.surface())->isValid()) << "no controls, no tree";
 }
