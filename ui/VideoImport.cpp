@@ -127,7 +127,7 @@ ImportResult importVideo(FileSystem& files, const std::string& source,
     const std::string temporary = folder + kImportTemporary;
     const auto leftover = files.info(temporary);
     if (leftover && isSameFile(files, source, *sourceInfo, temporary, *leftover)) {
-        return ImportResult::failed; // it would be emptied before it is read
+        return ImportResult::failed; // the copy would take its place
     }
     TemporaryGuard guard(files, temporary);
     const ImportResult result = copyToTemporary(files, source, temporary, progress, onBlock);
