@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "core/Paths.h"
@@ -77,9 +78,10 @@ ImportResult copyBlocks(FileStream& from, FileStream& to, ImportProgress& progre
     return ImportResult::cancelled;
 }
 
+/// made: the temporary's identity once it is there.
 ImportResult copyToTemporary(FileSystem& files, const std::string& source,
-                             const std::string& temporary, ImportProgress& progress,
-                             const std::function<void()>& onBlock) {
+                             const std::string& temporary, std::optional<FileInfo>& made,
+                             ImportProgress& progress, const std::function<void()>& onBlock) {
     int error = 0;
     const std::unique_ptr<FileStream> from = files.open(source, OpenMode::read, error);
     if (!from) {
@@ -91,12 +93,30 @@ ImportResult copyToTemporary(FileSystem& files, const std::string& source,
     if (!to) {
         return ImportResult::failed;
     }
+    made = files.info(temporary);
     const ImportResult result = copyBlocks(*from, *to, progress, onBlock);
     if (result != ImportResult::copied) {
         return result;
     }
     const bool synced = to->sync();
     return to->close() && synced ? ImportResult::copied : ImportResult::failed;
+}
+
+/// What speaks against a copy to `destination`, if anything does.
+std::optional<ImportResult> objection(FileSystem& files, const std::string& source,
+                                      const FileInfo& sourceInfo, const std::string& destination) {
+    const auto existing = files.info(destination);
+    if (!existing) {
+        return std::nullopt;
+    }
+    if (isSameFile(files, source, sourceInfo, destination, *existing)) {
+        return ImportResult::sameFile;
+    }
+    int error = 0;
+    if (existing->isFolder || !files.open(destination, OpenMode::writeInPlace, error)) {
+        return ImportResult::failed; // a file that is protected against writing stays, too
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -111,14 +131,8 @@ ImportResult importVideo(FileSystem& files, const std::string& source,
     if (!sourceInfo || sourceInfo->isFolder) {
         return ImportResult::failed;
     }
-    if (const auto existing = files.info(destination)) {
-        if (isSameFile(files, source, *sourceInfo, destination, *existing)) {
-            return ImportResult::sameFile;
-        }
-        int error = 0;
-        if (existing->isFolder || !files.open(destination, OpenMode::writeInPlace, error)) {
-            return ImportResult::failed; // a file that is protected against writing stays, too
-        }
+    if (const auto result = objection(files, source, *sourceInfo, destination)) {
+        return *result;
     }
     const std::string folder = core::folderOf(destination);
     createFolders(files, folder);
@@ -130,7 +144,13 @@ ImportResult importVideo(FileSystem& files, const std::string& source,
         return ImportResult::failed; // the copy would take its place
     }
     TemporaryGuard guard(files, temporary);
-    const ImportResult result = copyToTemporary(files, source, temporary, progress, onBlock);
+    std::optional<FileInfo> made;
+    const ImportResult result = copyToTemporary(files, source, temporary, made, progress, onBlock);
+    const auto now = files.info(temporary);
+    if (made && now && !isSameFile(files, temporary, *made, temporary, *now)) {
+        guard.release(); // another editor copies into this folder: its file, not ours to touch
+        return ImportResult::failed;
+    }
     if (result != ImportResult::copied) {
         return result;
     }

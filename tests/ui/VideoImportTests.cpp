@@ -135,6 +135,24 @@ TEST_F(VideoImport, WritesThroughNoLinkThatLiesInTheFolder) {
     EXPECT_EQ(filesBelow("Scenes"), Names{"A/clip.ogv"});
 }
 
+TEST_F(VideoImport, LeavesTheCopyOfAnotherEditorToIt) {
+    const std::string temporary = std::string("Scenes/A/") + ui::kImportTemporary;
+    std::error_code inUse;
+    const ImportResult result =
+        ui::importVideo(m_files, "from/clip.ogv", "Scenes/A/clip.ogv", m_progress, [&] {
+            if (std::filesystem::remove(temporary, inUse)) {
+                writeBytes(temporary, kOld);
+            }
+        });
+    if (inUse) { // a system that keeps open files
+        EXPECT_EQ(result, ImportResult::copied);
+        return;
+    }
+    EXPECT_EQ(result, ImportResult::failed);
+    EXPECT_EQ(filesBelow("Scenes"), Names{"A/VideoCopy.part"});
+    EXPECT_EQ(readBytes(temporary), kOld);
+}
+
 TEST_F(VideoImport, NoNameLeadsOutOfTheScenesFolder) {
     for (const std::string& name :
          Names{"..", ".", "", "../x.ogv", "..\\x.ogv", "a/../../x.ogv", "/x.ogv", "C:\\x.ogv",
