@@ -163,7 +163,7 @@ protected:
 
     /// Draws the image that `attribute` names over the control; false when there is none.
     bool drawImage(platform::Canvas& canvas, const std::u16string& attribute) const;
-    /// `size` as high as the image that `attribute` names where it says no height.
+    /// `size`; where that has no height, with the height of the image that `attribute` names.
     [[nodiscard]] Size withImageHeight(Size size, const std::u16string& attribute) const;
     /// Sends a notification from this control, unless it is in no window. True when the control is
     /// still in one afterwards.

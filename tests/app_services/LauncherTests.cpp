@@ -1,8 +1,10 @@
+#include <cerrno>
+
 #include <gtest/gtest.h>
 
 #include "app/services/Launcher.h"
 #include "core/Services.h"
-#include "platform/FileSystem.h"
+#include "tests/support/FaultyFileSystem.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RecordingProcess.h"
 #include "tests/support/TempFolder.h"
@@ -35,7 +37,7 @@ protected:
         return programs;
     }
 
-    platform::FileSystem& m_files = platform::nativeFileSystem();
+    support::FaultyFileSystem m_files{platform::nativeFileSystem()};
     support::RecordingProcess m_process;
     core::ServicesOverride m_services{{&m_files, &platform::nativeClock(), &m_process}};
     support::LogCapture m_log;
@@ -53,6 +55,15 @@ TEST_F(LauncherTest, TheFirstExistingSettingsFileIsTheOnlyOneRead) {
     EXPECT_EQ(handOff(), Programs{"product/middle.exe"}) << "a folder of that name is skipped";
     support::writeBytes("../../Settings/Launcher.ini", "");
     EXPECT_EQ(handOff(), Programs{}) << "an empty file does not lead to the next";
+    support::writeBytes("../../Settings/Launcher.ini", "../../middle.exe");
+    m_files.failOn("open", EACCES);
+    EXPECT_EQ(handOff(), Programs{}) << "nor does one that cannot be opened";
+    m_files.setRule(
+        [](const support::Call& call) {
+            return call.operation == "read" ? support::Fault::shorten : support::Fault::none;
+        },
+        EIO);
+    EXPECT_EQ(handOff(), Programs{}) << "or not be read whole";
 }
 
 TEST_F(LauncherTest, TheTextIsThePathUpToAZeroByteAndWithoutBlanksAtItsEnd) {

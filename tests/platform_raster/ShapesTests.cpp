@@ -113,6 +113,8 @@ TEST(EllipseRow, KeepsItsPartsInOrderInsideTheBoxForEverySize) {
                     << width << "x" << height << " row " << y;
                 ASSERT_EQ(row.left, mirrored.left);
                 ASSERT_EQ(row.innerLeft, mirrored.innerLeft);
+                ASSERT_EQ(row.innerRight, mirrored.innerRight);
+                ASSERT_EQ(row.right, mirrored.right);
             }
         }
     }

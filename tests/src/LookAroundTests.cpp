@@ -96,22 +96,41 @@ TEST(LookAround, AStandingClipDecodesAheadOfItsQueue) {
     }
 }
 
-TEST(LookAround, TheGroupBeforeIsDecodedAheadOfAStepBack) {
+TEST(LookAround, AFrameThatTheStepBackDecoderComesPastIsWaitedFor) {
+    std::atomic<bool> isOpen{false};
+    std::atomic<bool> isWaiting{false};
     PlaneCache cache(std::size_t{64} << 20U, 128, 96, 1, 1);
-    MemorySource bytes(longGroups());
+    MemorySource bytes(longGroups(), [&] { // held up once decoding has begun
+        if (cache.find(0) != nullptr && !isOpen.load()) {
+            isWaiting.store(true);
+            isOpen.wait(false);
+        }
+        return true;
+    });
     OpenedStream stream(bytes);
     theora::StepBackDecoder decoder(stream.source, stream.headers.theora, stream.layout,
                                     *stream.format, cache);
-    const theora::StopCheck never = [] { return false; };
-    EXPECT_FALSE(decoder.waitFor(99, never)); // it is not under way at all: nobody waits
+    const theora::StopCheck openTheGate = [&] {
+        isOpen.store(true);
+        isOpen.notify_all();
+        return false;
+    };
+    EXPECT_FALSE(decoder.waitFor(60, openTheGate)); // it is not under way at all: nobody waits
+    EXPECT_FALSE(isOpen.load());
+
     cache.setCentre(100);
     decoder.prepare(100);
-    while (!decoder.waitFor(99, never) && !cache.find(99)) { // until the thread has begun
+    // Whatever fails below, the decoder's thread can end.
+    const std::shared_ptr<void> opened(nullptr, [&](void*) { (void)openTheGate(); });
+    while (!isWaiting.load()) {
         std::this_thread::yield();
     }
-    for (int frame = 0; frame < 100; ++frame) {
-        EXPECT_TRUE(cache.find(frame)) << frame;
-    }
+    cache.setCentre(80);
+    decoder.moveTo(80);                                    // on its way: the work goes on
+    EXPECT_TRUE(decoder.waitFor(80, [] { return true; })); // a newer request ends the wait
+    EXPECT_FALSE(cache.find(80));
+    EXPECT_TRUE(decoder.waitFor(80, openTheGate));
+    EXPECT_TRUE(cache.find(80));
 }
 
 } // namespace

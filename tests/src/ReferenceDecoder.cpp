@@ -49,8 +49,8 @@ public:
         }
         th_decode_headerin(m_info.get(), m_comment.get(), &m_setup, &packet);
         if (--m_headersLeft == 0) {
+            const theora::TheoraSetup owner(m_setup);
             m_decoder.reset(th_decode_alloc(m_info.get(), m_setup));
-            th_setup_free(m_setup);
         }
     }
 

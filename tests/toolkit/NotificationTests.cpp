@@ -108,6 +108,8 @@ TEST_F(Notifications, EditsTellOfTypingAndOfTheKilledFocus) {
     expectNotes("Tab", killed);
     leaveBy(u"Go");
     expectNotes("the killed focus comes before the click", {"killfocus Edit", "click Go"});
+    leaveBy(u"Row1");
+    expectNotes("and before a press chooses a row", {"killfocus Edit", "itemselect List 1"});
     leaveBy(u"Off");
     expectNotes("a press on a disabled button", killed);
     driver().click(u"Edit");
