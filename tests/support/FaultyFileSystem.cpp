@@ -1,5 +1,6 @@
 #include "tests/support/FaultyFileSystem.h"
 
+#include <mutex>
 #include <utility>
 
 namespace support {
@@ -48,6 +49,7 @@ private:
 } // namespace
 
 void FaultyFileSystem::setRule(Rule rule, int error) {
+    const std::lock_guard lock(m_mutex);
     m_rule = std::move(rule);
     m_error = error;
     m_stopped = false;
@@ -72,20 +74,30 @@ std::vector<std::string> FaultyFileSystem::callTexts() const {
 }
 
 Fault FaultyFileSystem::note(const std::string& operation, const std::string& path) {
-    m_calls.push_back({static_cast<int>(m_calls.size()) + 1, operation, path});
-    if (m_stopped) {
-        return Fault::fail;
+    std::unique_lock lock(m_mutex);
+    const Call call{static_cast<int>(m_calls.size()) + 1, operation, path};
+    m_calls.push_back(call);
+    if (m_stopped || !m_rule) {
+        return m_stopped ? Fault::fail : Fault::none;
     }
-    const Fault fault = m_rule ? m_rule(m_calls.back()) : Fault::none;
-    m_stopped = fault == Fault::stop;
+    const Rule rule = m_rule;
+    lock.unlock(); // a rule may hold this call up while others go on
+    const Fault fault = rule(call);
+    lock.lock();
+    m_stopped = m_stopped || fault == Fault::stop;
     return fault;
+}
+
+int FaultyFileSystem::error() const {
+    const std::lock_guard lock(m_mutex);
+    return m_error;
 }
 
 bool FaultyFileSystem::broken(const std::string& operation, const std::string& path, int& error) {
     if (note(operation, path) == Fault::none) {
         return false;
     }
-    error = m_error;
+    error = this->error();
     return true;
 }
 

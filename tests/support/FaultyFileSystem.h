@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -31,7 +32,8 @@ struct Call {
     std::string path;      ///< for a stream's calls the path it was opened with
 };
 
-/// `real` must outlive it. Streams that it opened may not outlive it. One thread at a time.
+/// `real` must outlive it. Streams that it opened may not outlive it. Any thread may use the files;
+/// a test looks at the calls while nobody does.
 class FaultyFileSystem final : public platform::FileSystem {
 public:
     using Rule = std::function<Fault(const Call&)>;
@@ -58,7 +60,7 @@ public:
 
     /// Notes a call and tells its fate; the streams ask here too.
     [[nodiscard]] Fault note(const std::string& operation, const std::string& path);
-    [[nodiscard]] int error() const { return m_error; }
+    [[nodiscard]] int error() const;
 
     [[nodiscard]] std::unique_ptr<platform::FileStream>
     open(const std::string& path, platform::OpenMode mode, int& error) override;
@@ -90,6 +92,7 @@ private:
     [[nodiscard]] std::string toDisk(std::string path) const;
 
     platform::FileSystem& m_real;
+    mutable std::mutex m_mutex;
     Rule m_rule;
     int m_error = 0;
     bool m_stopped = false;
