@@ -33,6 +33,11 @@ constexpr const char* kBinary = "zone_bench-ZoneInfo.bin";
 constexpr const char* kFloorFile = "zone_bench-floor.bin";
 constexpr float kScale = 1280.0F / 1920.0F;
 
+std::int32_t scaled(std::int32_t value, float factor) {
+    const float result = static_cast<float>(value) * factor + 0.5F;
+    return static_cast<std::int32_t>(result);
+}
+
 /// One zone as the floor keeps it.
 struct BareZone {
     std::unique_ptr<std::int32_t[]> coordinates =
@@ -72,8 +77,7 @@ std::unique_ptr<std::uint8_t[]> buildImage(const BareModel& model) {
             const std::uint32_t shape[2] = {kShapeBytes, zone.active[frame]};
             std::int32_t points[2 * kPoints];
             for (std::size_t i = 0; i < 2 * kPoints; ++i) {
-                points[i] =
-                    static_cast<std::int32_t>(static_cast<float>(from[i]) * kInverse + 0.5F);
+                points[i] = scaled(from[i], kInverse);
             }
             std::memcpy(to, shape, 8);
             std::memcpy(to + 8, points, sizeof points);
@@ -96,7 +100,7 @@ BareModel parseImage(const std::uint8_t* from) {
             std::memcpy(points, from + 8, sizeof points);
             zone.active[frame] = shape[1] == 1;
             for (std::size_t i = 0; i < (shape[0] - 8) / 4; ++i) {
-                to[i] = static_cast<std::int32_t>(static_cast<float>(points[i]) * kScale + 0.5F);
+                to[i] = scaled(points[i], kScale);
             }
             from += kShapeBytes;
             to += 2 * kPoints;

@@ -28,7 +28,7 @@ struct Factor {
 
 constexpr Factor makeFactor(double factor) {
     const int whole = static_cast<int>(factor) + 1;
-    const int fraction = static_cast<int>((whole - factor) * 65536 + 0.5);
+    const int fraction = (static_cast<int>((whole - factor) * 65536 * 2) + 1) / 2; // rounded
     return {static_cast<short>(whole), static_cast<short>(fraction)};
 }
 

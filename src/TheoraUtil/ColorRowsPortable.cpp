@@ -47,7 +47,7 @@ struct Factor {
 
 constexpr Factor makeFactor(double factor, int zero) {
     const int whole = static_cast<int>(factor) + 1;
-    const auto fraction = static_cast<int>((whole - factor) * 65536 + 0.5);
+    const int fraction = (static_cast<int>((whole - factor) * 65536 * 2) + 1) / 2; // rounded
     return {lane(whole), lane(fraction), lane(zero)};
 }
 
@@ -90,9 +90,9 @@ void spreadChroma(const std::uint8_t* from, int shift, int count, Bytes& to) {
         std::copy_n(from, count, to.begin());
         return;
     }
-    const int pairs = (count + 1) / 2;
-    for (int x = 0; x < pairs; ++x) {
-        to[static_cast<std::size_t>(2 * x)] = to[static_cast<std::size_t>(2 * x + 1)] = from[x];
+    const auto pairs = static_cast<std::size_t>((count + 1) / 2);
+    for (std::size_t x = 0; x < pairs; ++x) {
+        to[2 * x] = to[2 * x + 1] = from[x];
     }
 }
 
