@@ -40,23 +40,46 @@ void createFolders(FileSystem& files, const std::string& folder) {
     }
 }
 
-/// Removes the temporary unless it was moved to its place.
-class TemporaryGuard {
+/// The file a copy is written to before it takes the video's place. What was made and not moved there
+/// is removed at the end, so the stream made here goes first. Another editor that copies into the
+/// same folder may have put its own file in the meantime: that one is never touched.
+class Temporary {
 public:
-    TemporaryGuard(FileSystem& files, std::string path) : m_files(files), m_path(std::move(path)) {}
-    ~TemporaryGuard() {
-        if (!m_path.empty()) {
+    Temporary(FileSystem& files, std::string path) : m_files(files), m_path(std::move(path)) {}
+    ~Temporary() {
+        if (m_made && isOurs()) {
             int error = 0;
             m_files.removeFile(m_path, error);
         }
     }
-    TemporaryGuard(const TemporaryGuard&) = delete;
-    TemporaryGuard& operator=(const TemporaryGuard&) = delete;
-    void release() { m_path.clear(); }
+    Temporary(const Temporary&) = delete;
+    Temporary& operator=(const Temporary&) = delete;
+
+    /// Empty when the file cannot be made.
+    std::unique_ptr<FileStream> make() {
+        int error = 0;
+        // A left-over of a killed program, or a link somewhere else: never written through.
+        m_files.removeFile(m_path, error);
+        std::unique_ptr<FileStream> stream = m_files.open(m_path, OpenMode::write, error);
+        m_made = stream != nullptr;
+        m_identity = m_made ? m_files.info(m_path) : std::nullopt;
+        return stream;
+    }
+    bool isOurs() const {
+        const auto now = m_files.info(m_path);
+        return !now || !m_identity || isSameFile(m_files, m_path, *m_identity, m_path, *now);
+    }
+    bool moveTo(const std::string& destination) {
+        int error = 0;
+        m_made = !m_files.replaceFile(m_path, destination, error);
+        return !m_made;
+    }
 
 private:
     FileSystem& m_files;
     std::string m_path;
+    bool m_made = false;
+    std::optional<FileInfo> m_identity;
 };
 
 ImportResult copyBlocks(FileStream& from, FileStream& to, ImportProgress& progress,
@@ -78,22 +101,14 @@ ImportResult copyBlocks(FileStream& from, FileStream& to, ImportProgress& progre
     return ImportResult::cancelled;
 }
 
-/// made: the temporary's identity once it is there.
-ImportResult copyToTemporary(FileSystem& files, const std::string& source,
-                             const std::string& temporary, std::optional<FileInfo>& made,
+ImportResult copyToTemporary(FileSystem& files, const std::string& source, Temporary& temporary,
                              ImportProgress& progress, const std::function<void()>& onBlock) {
     int error = 0;
     const std::unique_ptr<FileStream> from = files.open(source, OpenMode::read, error);
-    if (!from) {
-        return ImportResult::failed;
-    }
-    // A left-over of a killed program, or a link somewhere else: never written through.
-    files.removeFile(temporary, error);
-    const std::unique_ptr<FileStream> to = files.open(temporary, OpenMode::write, error);
+    const std::unique_ptr<FileStream> to = from ? temporary.make() : nullptr;
     if (!to) {
         return ImportResult::failed;
     }
-    made = files.info(temporary);
     const ImportResult result = copyBlocks(*from, *to, progress, onBlock);
     if (result != ImportResult::copied) {
         return result;
@@ -138,30 +153,25 @@ ImportResult importVideo(FileSystem& files, const std::string& source,
     createFolders(files, folder);
     progress.copiedBytes = 0;
     progress.totalBytes = sourceInfo->size;
-    const std::string temporary = folder + kImportTemporary;
-    const auto leftover = files.info(temporary);
-    if (leftover && isSameFile(files, source, *sourceInfo, temporary, *leftover)) {
+    const std::string path = folder + kImportTemporary;
+    const auto leftover = files.info(path);
+    if (leftover && isSameFile(files, source, *sourceInfo, path, *leftover)) {
         return ImportResult::failed; // the copy would take its place
     }
-    TemporaryGuard guard(files, temporary);
-    std::optional<FileInfo> made;
-    const ImportResult result = copyToTemporary(files, source, temporary, made, progress, onBlock);
-    const auto now = files.info(temporary);
-    if (made && now && !isSameFile(files, temporary, *made, temporary, *now)) {
-        guard.release(); // another editor copies into this folder: its file, not ours to touch
+    Temporary temporary(files, path);
+    const ImportResult result = copyToTemporary(files, source, temporary, progress, onBlock);
+    if (!temporary.isOurs()) {
         return ImportResult::failed;
     }
     if (result != ImportResult::copied) {
         return result;
     }
-    int error = 0;
     if (progress.cancelled) {
         return ImportResult::cancelled;
     }
-    if (!files.replaceFile(temporary, destination, error)) {
+    if (!temporary.moveTo(destination)) {
         return ImportResult::failed;
     }
-    guard.release();
     files.syncFolder(folder);
     return ImportResult::copied;
 }

@@ -1,4 +1,5 @@
 // Bringing a video into a scene's folder: whatever happens, no file is harmed.
+#include <cerrno>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -148,6 +149,11 @@ TEST_F(VideoImport, LeavesTheCopyOfAnotherEditorToIt) {
     EXPECT_EQ(result, replaced ? ImportResult::failed : ImportResult::copied);
     EXPECT_EQ(support::exists("Scenes/A/clip.ogv"), !replaced);
     EXPECT_EQ(readBytes(replaced ? temporary : "other"), kOld);
+    // Nor does a copy touch it that cannot even begin.
+    writeBytes(temporary, kOld);
+    m_files.failOn("open", EACCES);
+    EXPECT_EQ(import("from/clip.ogv", "Scenes/A/clip.ogv"), ImportResult::failed);
+    EXPECT_EQ(readBytes(temporary), kOld);
 }
 
 TEST_F(VideoImport, NoNameLeadsOutOfTheScenesFolder) {
