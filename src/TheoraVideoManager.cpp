@@ -35,12 +35,12 @@ TheoraVideoManager* TheoraVideoManager::getInstance() {
 
 TheoraVideoManager::TheoraVideoManager(int workerCount, platform::FileSystem& files)
     : m_files(files), m_defaultPrecacheCount(kDefaultPrecacheCount) {
-    g_instance.store(this);
     writeBanner();
     for (int i = 0; i < workerCount; ++i) {
         m_workers.push_back(std::make_unique<TheoraWorkerThread>(*this));
         m_workers.back()->start();
     }
+    g_instance.store(this); // last: a manager whose threads cannot be started is none
 }
 
 TheoraVideoManager::~TheoraVideoManager() {
@@ -75,7 +75,7 @@ TheoraVideoClip* TheoraVideoManager::createClip(const std::string& path, TheoraO
 TheoraVideoClip* TheoraVideoManager::createClip(std::unique_ptr<TheoraDataSource> source,
                                                 TheoraOutputMode mode, int precacheCount,
                                                 bool powerOfTwoStride) {
-    writeLog("Creating video from data source: " + source->repr());
+    writeLog("Creating video from data source:" + source->repr());
     auto clip = std::make_unique<TheoraVideoClip_Theora>(
         std::move(source), mode, precacheCount > 0 ? precacheCount : m_defaultPrecacheCount,
         powerOfTwoStride, m_workSignal, m_audioFactory);

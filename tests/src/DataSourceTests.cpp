@@ -50,8 +50,8 @@ TEST(Manager, LogsItsBannerEachClipAndWhyOneWasRefused) {
     EXPECT_EQ(lines, (Lines{"Initializing Theora Playback Library (1.0)\n",
                             std::string("  - libtheora version: ") + th_version_string(),
                             std::string("  - libvorbis version: ") + vorbis_version_string(),
-                            std::string(36, '-'), "Creating video from data source: memory clip",
-                            "Creating video from data source: missing.ogv",
+                            std::string(36, '-'), "Creating video from data source:memory clip",
+                            "Creating video from data source:missing.ogv",
                             std::string("[TheoraGenericException: src\\TheoraDataSource.cpp:40]") +
                                 " - Can't open video file: missing.ogv"}));
 }
