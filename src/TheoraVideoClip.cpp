@@ -65,6 +65,7 @@ void TheoraVideoClip::setGeometry(int width, int height, float fps) {
 void TheoraVideoClip::setFrameCount(int frameCount) {
     m_frameCount = frameCount;
     m_duration = static_cast<float>(frameCount) / m_fps;
+    m_passLength.store(m_duration);
 }
 
 void TheoraVideoClip::setOutputMode(TheoraOutputMode mode) {
@@ -106,13 +107,19 @@ void TheoraVideoClip::update(float timeStep) {
     }
     m_timer->update(timeStep);
     const float time = m_timer->getTime();
-    if (m_duration >= 0 && time >= m_duration && m_restartAtEnd.load() && m_restartPending.load()) {
-        followRestart(time);
+    if (m_restartPending.load() && m_restartAtEnd.load() && time >= m_passLength.load()) {
+        followRestart(time - m_passLength.load());
     }
 }
 
-void TheoraVideoClip::followRestart(float time) {
-    const float overshoot = time - m_duration;
+void TheoraVideoClip::wrapRound(std::int64_t framesPlayed) {
+    if (m_duration < 0) { // only the decoder knows how long it was
+        m_passLength.store(static_cast<float>(framesPlayed) / m_fps);
+    }
+    m_restartPending.store(true);
+}
+
+void TheoraVideoClip::followRestart(float overshoot) {
     m_iteration.store(1 - m_iteration.load());
     m_timer->seek(std::min(overshoot, kLongestCatchUp));
     m_restartPending.store(false);
@@ -124,7 +131,9 @@ void TheoraVideoClip::followRestart(float time) {
         if (handled++ == 0) { // shown once more, as the first picture of the new pass
             frame.setTimeToDisplay(overshoot);
             frame.setIteration(1 - frame.getIteration());
-            return overshoot > kOldPassFrom;
+            if (overshoot <= kOldPassFrom) {
+                return false;
+            }
         }
         m_displayedFrames.fetch_add(1);
         return true;
@@ -155,7 +164,7 @@ TheoraVideoFrame* TheoraVideoClip::peekReadyFrame() {
     const float time = m_timer->getTime();
     for (;;) {
         TheoraVideoFrame* frame = m_frameQueue->front();
-        if (frame == nullptr || frame->getTimeToDisplay() > time) {
+        if (frame == nullptr || frame->getTimeToDisplay() > time || isBehindSeek(*frame)) {
             return nullptr;
         }
         const bool late = time > frame->getTimeToDisplay() + m_frameDuration;
@@ -169,6 +178,14 @@ TheoraVideoFrame* TheoraVideoClip::peekReadyFrame() {
         m_droppedFrames.fetch_add(1);
         releaseShownFrame();
     }
+}
+
+// From about the eight millionth frame on neighbours may have the same time. On a clock that stands
+// still only the frame that was asked for is due.
+bool TheoraVideoClip::isBehindSeek(const TheoraVideoFrame& frame) const {
+    const int sought = m_soughtFrame.load();
+    return sought >= 0 && frame.getFrameNumber() > sought && m_timer->isPaused() &&
+           frame.getTimeToDisplay() <= timeOfFrame(sought);
 }
 
 void TheoraVideoClip::releaseShownFrame() {
@@ -236,6 +253,7 @@ bool TheoraVideoClip::decodeOnWorker() {
 bool TheoraVideoClip::runSeek(int frame) {
     const float time = timeOfFrame(frame);
     m_seeking.store(true);
+    m_soughtFrame.store(frame);
     m_timer->seek(time);
     endOfFile.store(false);
     m_restartPending.store(false);

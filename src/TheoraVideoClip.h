@@ -4,6 +4,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -125,6 +126,8 @@ protected:
     void setFrameCount(int frameCount);
     /// Display time of a frame; the one expression that seeks and frames share.
     [[nodiscard]] float timeOfFrame(int frame) const { return static_cast<float>(frame) / m_fps; }
+    /// The decoder goes on with the first frame; `framesPlayed`: of the pass that it has ended.
+    void wrapRound(std::int64_t framesPlayed);
     /// Stamps and hands a filled frame to the display side.
     void deliver(TheoraVideoFrame& frame, int number);
 
@@ -132,14 +135,13 @@ protected:
     TheoraWorkSignal& m_workSignal;
     std::unique_ptr<TheoraFrameQueue> m_frameQueue; ///< made by load(), then never replaced
     std::atomic<bool> m_restartAtEnd{false};
-    /// The decoder has wrapped round, the timer must follow.
-    std::atomic<bool> m_restartPending{false};
-    std::atomic<int> m_iteration{0}; ///< 0 or 1: the pass that the timer is in
-    mutable TheoraMutex m_access;    ///< decoding against mode changes and destruction
+    mutable TheoraMutex m_access; ///< decoding against mode changes and destruction
 
 private:
     [[nodiscard]] bool runSeek(int frame) REQUIRES(m_access);
-    void followRestart(float time);
+    /// overshoot: seconds since the end of the pass.
+    void followRestart(float overshoot);
+    [[nodiscard]] bool isBehindSeek(const TheoraVideoFrame& frame) const;
     [[nodiscard]] TheoraFrameFormat frameFormat() const;
 
     const std::string m_name;
@@ -157,6 +159,8 @@ private:
     float m_frameDuration = 0.0F;
     float m_duration = -1.0F;
 
+    std::atomic<bool> m_restartPending{false}; ///< the decoder has wrapped round, the timer has not
+    std::atomic<int> m_iteration{0};           ///< 0 or 1: the pass that the timer is in
     std::atomic<TheoraOutputMode> m_outputMode{TheoraOutputMode::TH_UNDEFINED};
     std::atomic<TheoraOutputMode> m_requestedOutputMode;
     std::atomic<bool> m_useAlpha{false};
@@ -164,7 +168,10 @@ private:
     std::atomic<unsigned> m_displayedFrames{0};
     std::atomic<int> m_lastIteration{0};
     std::atomic<float> m_priority{1.0F};
-    std::atomic<bool> m_seeking{false};  ///< the timer stands still
+    std::atomic<bool> m_seeking{false}; ///< the timer stands still
+    std::atomic<int> m_soughtFrame{-1}; ///< of the last seek
+    std::atomic<float> m_passLength{
+        -1.0F};                          ///< seconds from one restart to the next; -1 = not known
     std::atomic<int> m_yieldRequests{0}; ///< threads that wait for the access lock
     std::atomic<bool> m_cancelled{false};
 };

@@ -208,7 +208,7 @@ bool TheoraVideoClip_Theora::reachedEnd() {
         m_audio->decodeUntil(getDuration());
     }
     if (m_restartAtEnd.load() && m_nextFrame > 0) {
-        m_restartPending.store(true);
+        wrapRound(m_nextFrame);
         m_nextFrame = 0;
         m_centre = 0;
         if (m_audio) {

@@ -47,7 +47,7 @@ private:
     void prepareStepBack() REQUIRES(m_access);
     void lookAhead() REQUIRES(m_access);
 
-    [[maybe_unused]] TheoraAudioInterfaceFactory* const m_audioFactory;
+    TheoraAudioInterfaceFactory* const m_audioFactory;
     StopCheck m_stop;
     std::unique_ptr<SharedSource> m_source;
     StreamHeaders m_headers;

@@ -18,15 +18,16 @@ using theora::TheoraOutputMode;
 /// 100 frames of 24 x 2 pixels at 10 a second; the test plays the worker.
 class StubClip : public theora::TheoraVideoClip {
 public:
-    explicit StubClip(theora::TheoraWorkSignal& signal, bool powerOfTwo = false)
+    explicit StubClip(theora::TheoraWorkSignal& signal, bool powerOfTwo = false,
+                      bool knowsLength = true)
         : TheoraVideoClip(std::make_unique<MemorySource>(support::Bytes{}),
                           TheoraOutputMode::TH_RGB, 4, powerOfTwo, signal) {
         load();
+        if (knowsLength) {
+            setFrameCount(100);
+        }
     }
-    void load() override {
-        setGeometry(24, 2, 10.0F);
-        setFrameCount(100);
-    }
+    void load() override { setGeometry(24, 2, 10.0F); }
     void decodedAudioCheck() override {}
     [[nodiscard]] bool hasAudio() const override { return false; }
 
@@ -37,8 +38,7 @@ public:
             deliver(*frame, number);
         }
     }
-    void wrapRound() { m_restartPending.store(true); }
-    [[nodiscard]] bool restartPending() const { return m_restartPending.load(); }
+    using TheoraVideoClip::wrapRound;
 
     int continuedFrom = -1;
     int requestedMeanwhile = -1; ///< by another thread while the next seek runs
@@ -102,27 +102,44 @@ TEST_F(ClipRules, ARequestMadeDuringASeekStays) {
 }
 
 TEST_F(ClipRules, ARestartCarriesTheOvershootOverAndDropsOldFrames) {
-    std::vector<std::string> lines;
-    theora::setLogHook([&](const std::string& line) { lines.push_back(line); });
-    clip.setRestartAtEnd(true);
-    clip.produce({97, 98, 99});
-    clip.wrapRound();
-    clip.produce({0});
-    clip.getTimer().seek(9.9F);
-    clip.update(0.3F);
-    theora::setLogHook({});
-    EXPECT_FALSE(clip.restartPending());
-    EXPECT_NEAR(clip.getTimer().getTime(), 0.2F, 1e-5F);
-    EXPECT_EQ(lines, std::vector<std::string>{"dropped 1 end frames"});
-    const theora::TheoraVideoFrame* first = clip.peekReadyFrame();
-    ASSERT_NE(first, nullptr);
-    EXPECT_EQ(first->getFrameNumber(), 97); // the first old frame bridges to the new pass
-    EXPECT_NEAR(first->getTimeToDisplay(), 0.2F, 1e-5F);
-    EXPECT_EQ(first->getIteration(), 1);
+    const struct {
+        float step; ///< from a tenth of a second before the end
+        bool knowsLength;
+        float time;
+        const char* line;
+        int shown; ///< the first old frame bridges to the new pass, unless that is far on
+        unsigned displayed;
+    } cases[] = {{0.3F, true, 0.2F, "dropped 1 end frames", 97, 0},
+                 {0.3F, false, 0.2F, "dropped 1 end frames", 97, 0},
+                 {0.8F, true, 0.7F, "dropped 3 end frames", 0, 3},
+                 {5.0F, true, 1.0F, "dropped 3 end frames", 0, 3}};
+    for (const auto& item : cases) {
+        StubClip looped(signal, false, item.knowsLength);
+        std::vector<std::string> lines;
+        theora::setLogHook([&](const std::string& line) { lines.push_back(line); });
+        looped.setRestartAtEnd(true);
+        looped.produce({97, 98, 99});
+        looped.wrapRound(100);
+        looped.produce({0});
+        looped.getTimer().seek(9.9F);
+        looped.update(item.step);
+        theora::setLogHook({});
+        EXPECT_NEAR(looped.getTimer().getTime(), item.time, 1e-5F);
+        EXPECT_EQ(lines, std::vector<std::string>{item.line});
+        EXPECT_EQ(looped.getNumDisplayedFrames(), item.displayed);
+        const theora::TheoraVideoFrame* first = looped.peekReadyFrame();
+        ASSERT_NE(first, nullptr);
+        EXPECT_EQ(first->getFrameNumber(), item.shown);
+        EXPECT_NEAR(first->getTimeToDisplay(), item.shown > 0 ? item.time : 0, 1e-5F);
+        EXPECT_EQ(first->getIteration(), 1);
+        looped.getTimer().seek(9.9F);
+        looped.update(0.3F);
+        EXPECT_NEAR(looped.getTimer().getTime(), 10.2F, 1e-5F) << "it restarts once";
+    }
 }
 
 TEST_F(ClipRules, FramesOfTheNextPassWaitForTheTimerWhichRunsOnWithoutARestart) {
-    clip.wrapRound();
+    clip.wrapRound(100);
     clip.produce({0, 1});
     clip.getTimer().seek(9.95F);
     EXPECT_EQ(shown(), -1);

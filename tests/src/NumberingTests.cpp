@@ -13,6 +13,9 @@ namespace {
 using support::Bytes;
 using support::ClipSpec;
 
+/// So far on that neighbours are shown at the same time, as a 32-bit float tells it.
+constexpr int kFar = 40'000'000;
+
 struct SeekCase {
     int asked;
     int carried; ///< the picture that stands under the number asked for
@@ -65,6 +68,11 @@ TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
          130,
          30,
          {{0, 0}, {99, 0}, {100, 0}, {101, 1}, {117, 17}, {129, 29}, {50, 0}}},
+        {"starts weeks late",
+         support::makeClip({.firstNumber = kFar}),
+         kFar + 30,
+         30,
+         {{kFar, 0}, {kFar + 1, 1}, {kFar + 17, 17}, {kFar + 16, 16}, {kFar + 29, 29}}},
         {"counts from 0, of a version that counts from 1",
          support::makeClip({.firstNumber = -1}),
          30,
@@ -96,6 +104,7 @@ TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
             const ShownFrame shown = session.seek(seek.asked);
             EXPECT_EQ(shown.number, seek.asked);
             EXPECT_EQ(shown.carried, seek.carried) << seek.asked;
+            EXPECT_TRUE(session.staysWhereItIs()) << seek.asked;
         }
         EXPECT_EQ(session.seek(0).carried, 0);
         EXPECT_EQ(std::ssize(session.playToEnd()), item.playedOn) << "what is there, once";

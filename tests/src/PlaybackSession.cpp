@@ -42,6 +42,14 @@ ShownFrame PlaybackSession::seek(int frame) {
     return nextShown();
 }
 
+bool PlaybackSession::staysWhereItIs() {
+    std::unique_lock lock(m_mutex);
+    while (m_clip->getNumReadyFrames() == 0 && !m_clip->endOfFile.load()) {
+        m_changed.wait_for(lock, kWait);
+    }
+    return m_clip->peekReadyFrame() == nullptr;
+}
+
 ShownFrame PlaybackSession::nextShown() {
     std::unique_lock lock(m_mutex);
     for (int wait = 0; wait < kMostWaits; ++wait) {

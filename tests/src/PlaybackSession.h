@@ -33,6 +33,8 @@ public:
 
     /// The frame that the clip shows after a seek; none when it does not come within 20 seconds.
     ShownFrame seek(int frame);
+    /// Whether a clip that stands still shows nothing more, though it has decoded more.
+    [[nodiscard]] bool staysWhereItIs();
     /// The next frame to show; none when it does not come or the clip has ended.
     ShownFrame nextShown();
     /// Every frame from here to the end of the data, played without seeks.
