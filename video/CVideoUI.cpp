@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <exception>
+#include <utility>
 
 #include "core/Log.h"
 #include "platform/Window.h"
@@ -52,10 +54,16 @@ void* CVideoUI::GetInterface(std::u16string_view name) {
 }
 
 bool CVideoUI::LoadVideo(const std::string& path) {
+    std::shared_ptr<Video> loaded;
+    try {
+        loaded = std::make_shared<Video>();
+    } catch (const std::exception&) { // no memory, or no further thread
+        return false;
+    }
     if (m_video) {
         m_video->setFrameReadyCallback({});
     }
-    m_video = std::make_shared<Video>();
+    m_video = std::move(loaded);
     listenForFrames();
     return m_video->Load(path);
 }
@@ -105,8 +113,10 @@ void CVideoUI::stepForward(int count) {
     if (!m_video) {
         return;
     }
-    const int target = std::min(m_video->currentFrame + count, m_video->frameCount - 1);
-    if (m_video->seekTo(target)) {
+    const int last = m_video->frameCount - 1;
+    const int left =
+        last - m_video->currentFrame; // a file may claim as many frames as an int holds
+    if (m_video->seekTo(left > count ? m_video->currentFrame + count : last)) {
         NeedUpdate();
     } else {
         Invalidate();

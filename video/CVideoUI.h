@@ -21,7 +21,8 @@ public:
     ~CVideoUI() override;
 
     /// Replaces the video. False when it cannot be loaded (the log says so): the control then holds
-    /// an empty one. The back buffer keeps the size of the first video. Intended.
+    /// an empty one; or when there is no memory or thread for another: then it keeps what it had.
+    /// The back buffer keeps the size of the first video. Intended.
     [[nodiscard]] bool LoadVideo(const std::string& path);
     /// Empty before LoadVideo.
     [[nodiscard]] const std::shared_ptr<Video>& video() const { return m_video; }

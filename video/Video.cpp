@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <exception>
 #include <utility>
 
 #include "core/Log.h"
-#include "src/TheoraException.h"
 
 namespace video {
 
@@ -48,7 +48,7 @@ bool Video::Load(const std::string& path) {
         if (m_clip != nullptr) {
             m_clip->setOutputMode(theora::TheoraOutputMode::TH_RGB);
         }
-    } catch (const theora::TheoraGenericException&) {
+    } catch (const std::exception&) { // the library's own, or no memory
         m_clip = nullptr;
     }
     if (m_clip == nullptr) {

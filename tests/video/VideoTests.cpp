@@ -178,6 +178,19 @@ TEST_F(VideoControl, TheFirstLayoutWithAVideoMakesTheBufferForGood) {
     EXPECT_EQ(zoneSize(), kPlace.size());
 }
 
+TEST_F(VideoControl, StepsStopAtTheLastFrameHoweverManyTheFileClaims) {
+    constexpr int kMost = 0x7FFFFFFF;
+    support::writeBytes(
+        "clip.ogv",
+        support::makeClip(
+            {.frames = 2, .emptyLastPage = true, .lastPageGranule = std::int64_t{kMost} << 4}));
+    ASSERT_TRUE(control().LoadVideo("clip.ogv"));
+    EXPECT_EQ(control().video()->frameCount, kMost);
+    control().GoToFrame(kMost - 3);
+    control().NextTenFrames();
+    EXPECT_EQ(control().video()->currentFrame, kMost - 1);
+}
+
 TEST_F(VideoControl, StretchesTheWholeFrameOntoWhateverPartIsPaintedUnderTheZone) {
     ASSERT_TRUE(control().LoadVideo("clip.ogv"));
     control().SetPos(kPlace);
