@@ -7,6 +7,7 @@
 #include "app/services/CommandLine.h"
 #include "app/services/Launcher.h"
 #include "app/services/Startup.h"
+#include "core/Log.h"
 #include "core/StandardError.h"
 #include "zone/ZoneManager.h"
 
@@ -41,6 +42,8 @@ int runProgram(const std::string& commandLine, const GuiFactory& createGui) {
     zone::setCurrentZoneManager(nullptr);
     dropServices(services);
     if ((flags & kLauncherFlag) != 0) {
+        // The launcher may start the editor again at once, whose log takes the page's place.
+        core::Log::release();
         handOffToLauncher();
     }
     return exitCode;

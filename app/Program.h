@@ -14,7 +14,8 @@ using GuiFactory = std::function<std::unique_ptr<platform::Gui>()>;
 
 /// Runs the editor in the current directory with the blank-separated tokens of `commandLine`.
 /// Returns the process's exit code: 0 after a normal end, 1 when the start-up failed or the
-/// system's components could not be initialised. The log stays open: its owner ends it.
+/// system's components could not be initialised. The log stays open, its owner ends it; but where
+/// the launcher takes over, its page is written before that.
 [[nodiscard]] int runProgram(const std::string& commandLine, const GuiFactory& createGui);
 
 } // namespace app

@@ -1,6 +1,7 @@
 // Starts nothing: notes what was asked for, and answers as told.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "platform/Process.h"
@@ -11,10 +12,14 @@ class RecordingProcess final : public platform::Process {
 public:
     [[nodiscard]] bool launch(const platform::LaunchRequest& request) override {
         requests.push_back(request);
+        if (whenAsked) {
+            whenAsked();
+        }
         return succeeds;
     }
 
     bool succeeds = true;
+    std::function<void()> whenAsked;
     std::vector<platform::LaunchRequest> requests;
 };
 
