@@ -17,7 +17,7 @@ constexpr std::array<const char*, 3> kSettingsFiles{
     "../../../Settings/Launcher.ini", "../../Settings/Launcher.ini", "../Settings/Launcher.ini"};
 constexpr const char* kMenuProgram = "../../Vemora.exe";
 constexpr const char* kOtherMenuProgram = "../../Brimwick/Vemora.exe";
-constexpr std::int64_t kMaxSettingsBytes = 64 * 1024; // twice the longest path of any system
+constexpr std::int64_t kMaxPathBytes = 64 * 1024; // twice the longest one of any system
 /// UTF-16 units: what one system can start bounds every system, so that a product behaves alike.
 constexpr std::size_t kMaxFullPath = 259;
 
@@ -31,10 +31,10 @@ std::string configuredProgram() {
         return {};
     }
     const std::int64_t size = file.size();
-    if (size < 1 || size > kMaxSettingsBytes) {
+    if (size < 1) {
         return {};
     }
-    std::string text(static_cast<std::size_t>(size), '\0');
+    std::string text(static_cast<std::size_t>(std::min(size, kMaxPathBytes)), '\0');
     if (!file.read(text.data(), text.size())) {
         return {};
     }

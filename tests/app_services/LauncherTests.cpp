@@ -76,7 +76,8 @@ TEST_F(LauncherTest, TheTextIsThePathUpToAZeroByteAndWithoutBlanksAtItsEnd) {
         {"line\nmenu.exe", {"product/bin/editor/line\nmenu.exe"}},
         {"\0menu.exe"s, {}},
         {"\r\n", {}},
-        {"menu.exe\0"s + std::string(65537, 'x'), {}},
+        {"menu.exe\0"s + std::string(65537, 'x'), {"product/bin/editor/menu.exe"}},
+        {std::string(65537, 'x'), {}},
     };
     for (const auto& [text, programs] : cases) {
         support::writeBytes("../Settings/Launcher.ini", text);
