@@ -16,8 +16,8 @@ namespace {
 constexpr int kSaveLine = 305; // as those in SceneManager.cpp
 constexpr const char* kScenesFolder = "Scenes";
 constexpr const char* kFileName = "Scene.xml";
-/// Some 25,000 actions; the parser needs many times the file's size.
-constexpr std::size_t kMaxFileBytes = std::size_t{8} * 1024 * 1024;
+/// Some 200,000 actions, more than anybody saves; the parser needs many times the file's size.
+constexpr std::size_t kMaxFileBytes = std::size_t{32} * 1024 * 1024;
 
 bool failLoad(const char* reason) {
     core::Log::get()->Error("%s", reason);

@@ -60,7 +60,7 @@ TEST_F(SceneFileTest, AFileThatIsNoSceneIsRefusedWithItsReason) {
         {"<Scene><Name>A</Name>", unreadable},
         {"<Scene><Name>a < b</Name></Scene>", unreadable},
         {deep, unreadable},
-        {"<Scene><Name>" + std::string(8 << 20, 'x') + "</Name></Scene>", unreadable},
+        {"<Scene><Name>" + std::string(32 << 20, 'x') + "</Name></Scene>", unreadable},
         {"\xEF\xBB\xBF\r\n", "Scene file is corrupt"}, // nothing that the parser minds
         {"<?xml version=\"1.0\"?>\n<Scene><Name>A</Name></Scene>", header},
         {"<!-- note --><Scene><Name>A</Name></Scene>", header},
