@@ -236,6 +236,7 @@ void BranchList::addBranch(Control& /*sender*/) {
 void BranchList::saveScene(Control& /*sender*/) {
     if (scene() != nullptr && !m_folder.empty() && scene()->branchCount() > 0) {
         m_saved = scene()->Save(m_folder) ? savedText() + u" " : std::u16string();
+        showFirstBranch(); // a scene without one has got it by the save
     }
 }
 

@@ -40,6 +40,9 @@ TEST_F(BranchEditor, ShowsTheChosenBranchAndWhetherItIsTheFirst) {
     scene().SetFirstBranch("alarm"); // another spelling
     driver.pick(u"ComboBranchName", 0);
     EXPECT_FALSE(isChecked(driver, u"CheckFirst"));
+    scene().SetFirstBranch("");
+    driver.click(u"ButtonSave"); // gives a scene without a first branch its first one
+    EXPECT_TRUE(isChecked(driver, u"CheckFirst"));
 }
 
 TEST_F(BranchEditor, RenamesWhenTheEditIsLeft) {
