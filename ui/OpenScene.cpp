@@ -63,7 +63,13 @@ void OpenScene::fillList() {
 
 void OpenScene::showFailedLoad() {
     const auto& manager = context().services.sceneManager;
-    if (manager && manager->loadFailed()) {
+    if (!manager || !manager->loadFailed()) {
+        return;
+    }
+    if (manager->Name().empty()) {
+        // The system's close request chose no scene; it does not end the program either.
+        setTextOf(kHint, u"Open a scene, start a new one, or press Exit to leave.");
+    } else {
         showProblem(core::displayText("\"" + manager->Name() + "\"") +
                         u" cannot be opened: its Scene.xml is not readable.",
                     kHint);

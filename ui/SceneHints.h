@@ -28,7 +28,7 @@ inline constexpr const char16_t* kUnreadableZoneHint =
 /// One video being copied, as the strip shows it.
 struct CopyStatus {
     std::string name;
-    int number = 0; ///< 1 for the first of `count` files; 0: nothing is being copied
+    int number = 1; ///< 1 for the first of `count` files
     int count = 0;
     std::uint64_t copiedBytes = 0;
     std::uint64_t totalBytes = 0;

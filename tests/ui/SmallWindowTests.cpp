@@ -98,6 +98,12 @@ TEST_F(OpenSceneWindow, TellsWhyItIsBackAfterASceneThatDoesNotLoad) {
               u"\"A %s\" cannot be opened: its Scene.xml is not readable.");
     EXPECT_TRUE(isVisible(u"LabelProblem"));
     EXPECT_FALSE(isVisible(u"LabelHint"));
+    scene().SetName("");
+    EXPECT_FALSE(scene().Load("")); // as after the close box
+    show();
+    EXPECT_FALSE(isVisible(u"LabelProblem"));
+    EXPECT_EQ(m_driver->textOf(u"LabelHint"),
+              u"Open a scene, start a new one, or press Exit to leave.");
     writeBytes("Scenes/A %s/Scene.xml", "<Scene><Name>A</Name></Scene>");
     EXPECT_TRUE(scene().Load("A %s"));
     show();
