@@ -74,6 +74,10 @@ void BranchList::InitWindow() {
     if (combo != nullptr && combo->GetCount() > 0) {
         combo->SelectItem(0);
     }
+    if (context().state.zoneEditFailed) {
+        context().state.zoneEditFailed = false;
+        m_problem = unreadableVideoText(context().state.zoneEditVideo);
+    }
     updateState();
 }
 
@@ -94,6 +98,7 @@ void BranchList::OnClick(toolkit::TNotifyUI& message) {
         {kAddActionButton, &BranchList::addAction},
         {kRemoveActionButton, &BranchList::removeAction},
     };
+    forgetNote();
     dispatch(*this, kHandlers, message);
 }
 
@@ -103,6 +108,7 @@ void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
         {kConditionCombo, &BranchList::chooseCondition}, {kTargetCombo, &BranchList::chooseTarget},
         {kParameterCombo, &BranchList::chooseParameter},
     };
+    forgetNote();
     dispatch(*this, kHandlers, message);
 }
 

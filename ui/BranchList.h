@@ -113,6 +113,12 @@ private:
     void updateEnabled();
     void updateEmptyText();
     void updateStatus();
+    /// What the last deed told has been seen by the next one.
+    void forgetNote();
+    /// The quiet text of the strip while no video is being copied.
+    [[nodiscard]] std::u16string statusText();
+    /// Whether an action of the branch on show waits for a zone of a video that has none.
+    [[nodiscard]] bool lacksZones();
     [[nodiscard]] CopyStatus importStatus() const; ///< only while one is under way
 
     ComponentScope m_components;
@@ -126,12 +132,15 @@ private:
     NameList m_shownZones;      ///< of the video on show; none when they were never loaded
     std::u16string m_shownName; ///< what the program last put into the name edit
     std::u16string m_usualStatus;
-    std::u16string m_saved; ///< in front of the usual status; empty before the first good save
+    std::u16string m_saved;   ///< in front of the status; empty before the first good save
+    std::u16string m_note;    ///< in the usual status's place: what the last deed did
+    std::u16string m_problem; ///< why the zone editor is gone again
 
     BackgroundImport m_import;
     std::deque<std::string> m_importNames; ///< still to come, the one under way in front
     std::string m_importFolder;
     int m_importCount = 0;
+    int m_importedCount = 0; ///< of those, good ones so far
 };
 
 } // namespace ui

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "scene/SceneManager.h"
 #include "toolkit/CComboUI.h"
 #include "toolkit/CListUI.h"
@@ -70,16 +72,42 @@ void BranchList::updateStatus() {
         return;
     }
     std::u16string problem;
-    std::u16string text;
-    if (isImporting()) {
-        text = copyText(importStatus());
-    } else {
+    if (!isImporting()) {
         problem = notSavedText(scene()->saveFailure());
-        const std::u16string hint = unreadableHint(*scene());
-        text = problem.empty() ? m_saved + (hint.empty() ? m_usualStatus : hint) : problem;
+        problem = problem.empty() ? m_problem : problem;
     }
-    setTextOf(kStatus, text);
+    const std::u16string text = isImporting() ? copyText(importStatus()) : statusText();
+    setTextOf(kStatus, problem.empty() ? text : problem);
     showProblem(problem, kStatus);
+}
+
+void BranchList::forgetNote() {
+    m_note.clear();
+    m_problem.clear();
+}
+
+std::u16string BranchList::statusText() {
+    const std::u16string hint = unreadableHint(*scene());
+    if (!hint.empty()) {
+        return m_saved + hint;
+    }
+    if (!m_note.empty()) {
+        return m_saved + m_note;
+    }
+    return m_saved + (lacksZones() ? std::u16string(kNoZonesHint) : m_usualStatus);
+}
+
+bool BranchList::lacksZones() {
+    const int branch = selectedBranch();
+    if (branch < 0 || !m_shownZones.stored.empty() ||
+        selectionOf(find<toolkit::CComboUI>(kVideoCombo)) < 0) {
+        return false;
+    }
+    std::vector<std::shared_ptr<scene::Action>> actions;
+    scene()->branchActions(branch, actions);
+    return std::any_of(actions.begin(), actions.end(), [](const auto& action) {
+        return action->Type() == scene::Action::kZoneAction;
+    });
 }
 
 } // namespace ui

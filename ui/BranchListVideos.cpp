@@ -117,6 +117,7 @@ void BranchList::addVideos(Control& /*sender*/) {
     m_importFolder = chosen->folder;
     m_importNames.assign(chosen->names.begin(), chosen->names.end());
     m_importCount = static_cast<int>(m_importNames.size());
+    m_importedCount = 0;
     importNextVideo();
 }
 
@@ -150,9 +151,13 @@ void BranchList::videoImported(const std::string& name, ImportResult result) {
     }
     if (result == ImportResult::failed || result == ImportResult::cancelled) {
         removeVideoItem(name);
+    } else {
+        ++m_importedCount;
     }
     importNextVideo();
     if (!isImporting()) {
+        m_note = addedText(m_importedCount);
+        updateStatus();
         GetPaintManager().SetFocus(findControl(kAddVideoButton));
     }
 }
@@ -172,6 +177,7 @@ void BranchList::editZones(Control& /*sender*/) {
     // ordered differently this is another video than the one shown. Intended.
     const std::string name = scene()->branchFilename(videos->GetCurSel());
     if (name.empty()) {
+        m_note = nothingToEditText(videos->GetCurSel());
         return;
     }
     context().state.zoneEditVideo = m_folder + name;

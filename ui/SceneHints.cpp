@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
 #include "scene/SceneManager.h"
@@ -78,6 +79,26 @@ std::u16string notSavedText(const std::string& reason) {
     return reason.empty() ? std::u16string()
                           : core::displayText("Not saved: " +
                                               (hasFolder ? reason.substr(folder + 1) : reason));
+}
+
+std::u16string addedText(int count) {
+    if (count == 0) {
+        return {};
+    }
+    return count == 1 ? u"The video is in the list now; choose it for a branch."
+                      : core::displayText(std::to_string(count) +
+                                          " videos are in the list now; choose them for branches.");
+}
+
+std::u16string nothingToEditText(int place) {
+    return core::displayText("Nothing opened: Edit Zones goes by the place in the Video list, and "
+                             "branch " +
+                             std::to_string(place + 1) + " has no video.");
+}
+
+std::u16string unreadableVideoText(const std::string& path) {
+    return core::displayText(quoted(core::fileName(path)) +
+                             " cannot be opened: the file is missing or no Theora video.");
 }
 
 std::u16string savedText() {

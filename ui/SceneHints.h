@@ -39,6 +39,19 @@ struct CopyStatus {
 /// reason.
 [[nodiscard]] std::u16string notSavedText(const std::string& reason);
 
+/// What a good import of `count` videos tells; empty for none.
+[[nodiscard]] std::u16string addedText(int count);
+
+/// Why Edit Zones opened nothing: it goes by the video's place in its list, counted from 0.
+[[nodiscard]] std::u16string nothingToEditText(int place);
+
+/// That the zone editor could not read the video `path`, whose folders are left out.
+[[nodiscard]] std::u16string unreadableVideoText(const std::string& path);
+
+/// The branch editor's hint while a zone action has no zone to choose from.
+inline constexpr std::u16string_view kNoZonesHint =
+    u"This video has no zones to choose from yet: draw them with Edit Zones.";
+
 /// What a good save tells: the time of day, so that the next one looks different.
 [[nodiscard]] std::u16string savedText();
 

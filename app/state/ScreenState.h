@@ -18,6 +18,9 @@ struct ScreenState {
     bool zoneEditRequest = false;
     /// The video that the zone editor opens; UTF-8 path.
     std::string zoneEditVideo;
+    /// The zone editor closed itself because it could not read its video; the branch editor tells
+    /// it and clears this.
+    bool zoneEditFailed = false;
 };
 
 } // namespace app_state

@@ -117,6 +117,7 @@ TEST_F(ZoneEditFrames, AMissingOrBrokenVideoClosesTheWindowAndNothingElse) {
         }
         EXPECT_TRUE(zoneedit::ZoneEdit::create(context())->run());
         EXPECT_FALSE(m_state.quit);
+        EXPECT_TRUE(m_state.zoneEditFailed);
         expected.emplace_back("Unable to load Theora video");
         expected.push_back("Unable to load video " + m_state.zoneEditVideo);
     }

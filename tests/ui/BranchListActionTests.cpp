@@ -229,6 +229,11 @@ TEST_F(ActionList, ChoosingAVideoOffersItsZonesAndKeepsTheParameter) {
     show();
     EXPECT_TRUE(combo(0, u"ComboParameter").IsEnabled());
     EXPECT_EQ(combo(0, u"ComboParameter").GetCount(), 0);
+    const auto* const hint =
+        u"This video has no zones to choose from yet: draw them with Edit Zones.";
+    EXPECT_EQ(m_driver->textOf(u"LabelStatus"), hint);
+    m_driver->pick(combo(0, u"ComboConditions"), 3);
+    EXPECT_NE(m_driver->textOf(u"LabelStatus"), hint);
     EXPECT_TRUE(m_log.errors().empty());
 }
 

@@ -140,8 +140,12 @@ TEST_F(BranchVideos, NothingElseCanBeDoneWhileAVideoIsCopied) {
     waitForCopies();
     EXPECT_EQ(videos().GetCount(), 3);
     EXPECT_EQ(m_driver->focusName(), u"ButtonAddVideo");
-    EXPECT_EQ(m_driver->textOf(u"LabelStatus"),
-              u"Changes are kept in memory until you press Save.");
+    const auto* const added = u"2 videos are in the list now; choose them for branches.";
+    EXPECT_EQ(m_driver->textOf(u"LabelStatus"), added);
+    m_driver->pick(u"ComboVideoName", 1);
+    EXPECT_NE(m_driver->textOf(u"LabelStatus"), added);
+    addVideos({"b.ogv"});
+    EXPECT_NE(m_driver->textOf(u"LabelStatus"), added) << "it is there already";
 }
 
 TEST_F(BranchVideos, EscapeCancelsTheCopyAndAllThatFollow) {
@@ -197,9 +201,23 @@ TEST_F(BranchVideos, EditZonesTakesTheVideoOfTheBranchAtTheVideosPlace) {
         EXPECT_EQ(m_state.zoneEditRequest, leaves);
         EXPECT_EQ(m_state.zoneEditVideo, leaves ? sceneFolder("Fire") + test.opens : "");
         EXPECT_EQ(isClosed(*m_window), leaves);
+        EXPECT_TRUE(leaves || m_driver->textOf(u"LabelStatus") ==
+                                  u"Nothing opened: Edit Zones goes by the place in the Video "
+                                  u"list, and branch 2 has no video.");
     }
     EXPECT_EQ(m_log.errors(),
               std::vector<std::string>{"..\\BranchManager.cpp:351 Invalid branch index"});
+}
+
+TEST_F(BranchVideos, AVideoThatTheZoneEditorCouldNotReadIsToldOnce) {
+    m_state.zoneEditFailed = true;
+    m_state.zoneEditVideo = sceneFolder("Fire") + "first.ogv";
+    show();
+    EXPECT_EQ(m_driver->textOf(u"LabelProblem"),
+              u"\"first.ogv\" cannot be opened: the file is missing or no Theora video.");
+    EXPECT_TRUE(isVisible(u"LabelProblem"));
+    m_driver->click(u"ButtonAddAction");
+    EXPECT_FALSE(isVisible(u"LabelProblem") || m_state.zoneEditFailed);
 }
 
 } // namespace
