@@ -1,6 +1,5 @@
 // Bad files are refused with one of the library's messages; damage behind the headers is survived.
 #include <algorithm>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -96,25 +95,6 @@ TEST(Damage, EveryCutOfAFileIsRefusedOrKeepsTheFramesBeforeIt) {
         most = std::max(most, frames);
     }
     EXPECT_EQ(most, 5);
-}
-
-TEST(Damage, EverySeekInADamagedFileEnds) {
-    const Bytes clip = support::makeClip({.frames = 60, .pages = {4, 255}, .sound = Sound::before});
-    std::mt19937 random(11);
-    for (std::size_t round = 0; round < 40; ++round) {
-        Bytes damaged = clip;
-        for (std::size_t i = 0; i <= round; ++i) {
-            damaged[5000 + random() % (damaged.size() - 5000)] =
-                static_cast<std::uint8_t>(random());
-        }
-        if (!refusal(damaged).empty()) {
-            continue;
-        }
-        PlaybackSession session(damaged);
-        for (const int n : {0, 59, 30, 7, 45, 1000}) {
-            EXPECT_EQ(session.seek(n).number, n) << "round " << round;
-        }
-    }
 }
 
 } // namespace

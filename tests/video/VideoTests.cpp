@@ -1,5 +1,5 @@
-// The copy into the back buffer, the frames of one video, and the control in a window without a
-// screen: when it makes its buffer, what it paints, and the news that the decoder's thread sends.
+// The copy into the back buffer, and the control in a window without a screen: when it makes its
+// buffer, what it paints, where its steps lead, and the news that the decoder's thread sends.
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -61,30 +61,6 @@ TEST(BackBuffer, EachFaultHasItsMessage) {
     EXPECT_EQ(log.errors(), (Lines{"Unable to get window DC (00000057)",
                                    "Unable to create back buffer bitmap (0000000E)",
                                    "Unable to create compatible DC (80070008)"}));
-}
-
-class VideoFrames : public support::TempFolderTest {};
-
-TEST_F(VideoFrames, GivesTheFrameAskedForAndNoOther) {
-    support::writeBytes("clip.ogv", support::makeClip({.frames = 25}));
-    video::Video video;
-    ASSERT_TRUE(video.Load("clip.ogv"));
-    EXPECT_EQ(video.currentFrame, 0);
-    EXPECT_EQ(video.frameCount, 25);
-    test::FakeFrameBuffer small({16, 16}); // made for a smaller video
-    for (const int wanted : {0, 1, 2, 24, 7, 8, 3, 3, 0}) {
-        EXPECT_TRUE(video.seekTo(wanted));
-        while (!video.hasDueFrame()) {
-            std::this_thread::yield();
-        }
-        EXPECT_TRUE(video.RenderFrame(wanted % 2 == 0 ? &small : nullptr));
-        EXPECT_EQ(video.shownFrame, wanted);
-        EXPECT_FALSE(video.RenderFrame(nullptr)) << "playback never runs on by itself";
-    }
-    for (const int outside : {-1, 25}) {
-        EXPECT_FALSE(video.seekTo(outside));
-        EXPECT_EQ(video.currentFrame, 0);
-    }
 }
 
 /// A window that holds nothing but the control.
@@ -174,6 +150,8 @@ TEST_F(VideoControl, TheFirstLayoutWithAVideoMakesTheBufferForGood) {
     EXPECT_TRUE(control().LoadVideo("large.ogv"));
     control().SetPos({0, 0, 50, 50});
     EXPECT_EQ(control().video()->width, 128);
+    goTo(1);
+    (void)painted(kPlace); // no more than fits is copied
     EXPECT_EQ(control().backBuffer(), buffer);
     EXPECT_EQ(zoneSize(), kPlace.size());
 }

@@ -1,6 +1,3 @@
-#include <random>
-
-#include "tests/zone/RecordingCanvas.h"
 #include "tests/zone/ZoneFixture.h"
 
 namespace zone_tests {
@@ -10,23 +7,6 @@ class ZoneDamageTest : public ZoneTest {
 protected:
     static constexpr int kFrames = 4;
 
-    /// Whatever was read can be edited, drawn, saved and loaded again without a loss.
-    void expectUsable(const std::shared_ptr<zone::ZoneManager>& manager) {
-        zone::setCurrentZoneManager(manager);
-        RecordingCanvas canvas;
-        for (int zone = 0; zone < manager->zoneCount(); ++zone) {
-            ASSERT_EQ(manager->zone(zone)->frameCount(), kFrames);
-            manager->draw(zone, 0, canvas, 0, 0);
-            manager->addPoint(zone, kFrames - 1, 5, 5);
-            manager->moveSelectedPoint(zone, 0, 6, 6);
-            manager->deletePoint(zone, 1, 6, 6);
-        }
-        ASSERT_TRUE(manager->saveAs("again"));
-        ASSERT_EQ(manager->lastSaveFailure(), "");
-        const auto again = zone::ZoneManager::create("again", kFrames, true);
-        ASSERT_EQ(again ? again->zoneCount() : 0, manager->zoneCount());
-    }
-
     const std::string m_one = shapeBytes({{1, 2}});
     const std::string m_two = shapeBytes({{3, 4}, {5, 6}});
     const Lines m_shapes{m_one, m_two, shapeBytes({}), m_one};
@@ -34,8 +14,7 @@ protected:
         zoneBytes("First", m_shapes) + namelessBytes(m_shapes) + zoneBytes("3", m_shapes);
 };
 
-TEST_F(ZoneDamageTest, AFileCutAnywhereKeepsWhatStandsBeforeTheCutAndAnyBytesDoNoHarm) {
-    std::mt19937 random(7);
+TEST_F(ZoneDamageTest, AFileCutAnywhereKeepsWhatStandsBeforeTheCut) {
     constexpr std::size_t kHeads[]{22, 16, 18}; // bytes of a zone before its first shape
     const char* const words[]{" 1,2", " 3,4;5,6", " -", " 1,2"};
     for (std::size_t size = 8; size <= m_binary.size(); ++size) {
@@ -54,16 +33,6 @@ TEST_F(ZoneDamageTest, AFileCutAnywhereKeepsWhatStandsBeforeTheCutAndAnyBytesDoN
             ASSERT_TRUE(manager->zone(zone)) << size;
             const std::string text = shown(*manager->zone(zone));
             EXPECT_EQ(text.substr(text.find(':') + 1), expected) << size;
-        }
-        expectUsable(manager);
-        for (int round = 0; round < 10; ++round) {
-            std::string bytes = m_binary.substr(round % 2 == 0 ? 0 : random() % size);
-            for (auto flips = 1 + random() % 4; flips > 0 && !bytes.empty(); --flips) {
-                bytes[random() % bytes.size()] = static_cast<char>(random());
-            }
-            if (const auto odd = load(bytes, kFrames)) {
-                expectUsable(odd);
-            }
         }
     }
 }

@@ -50,14 +50,11 @@ const RecordCase kRecords[]{
     {u32(244) + kLongName.substr(1) + "\xC3\xA4" + kCountAndOne, 1, true,
      kLongName.substr(1) + ": 3,4"},
     {"", 2, false, "old: . ."}, // a name that cannot be read replaces none
-    {"\x02", 2, false, "old: . ."},
     {u32(50) + "Z", 2, false, "old: . ."},
     {u32(0xFFFFFFFF) + std::string(90, 'Z'), 2, false, "old: . ."},
     {u32(1) + u32(0xFFFFFFFF), 2, false, ": . ."},
     {u32(1) + '\0' + u32(0xFFFFFFFF), 2, false, ": . ."},
-    {kName + "abc", 2, false, "Z: . ."},
     {kName + u32(0xFFFFFFFF) + kShapeOne, 3, false, "Z: 3,4 3,4 3,4"},
-    {kName + u32(2) + kShapeOne + kShapeTwo.substr(0, 23), 3, false, "Z: 3,4 3,4 3,4"},
     {kName + u32(2) + kShapeOne + u32(0xFFFFFFFF) + u32(1), 3, false, "Z: 3,4 3,4 3,4"},
 };
 
