@@ -1,16 +1,13 @@
 // 32 columns at a time with AVX2, bit for bit what the tables say, without reading them.
 //
-// A table entry is trunc(d * k), d the sample less its zero. With K the next integer above k that
-// is d * K - c, c = |d| * (K - k) rounded up, with the sign of d. The products' fractions are
-// multiples of 1/250 and never 0 for the d that occur, so rounding up is rounding down plus 1, and
-// one multiplication by (K - k) * 65536 is exact enough for it. The rest is the 16-bit addition of
-// the portable loops.
+// The arithmetic is that of ColorFactor.h and of the portable loops.
 #include "src/TheoraUtil/ColorRows.h"
 
 #if defined(__x86_64__)
 
 #include <immintrin.h>
 
+#include "src/TheoraUtil/ColorFactor.h"
 #include "src/TheoraUtil/ColorTables.h"
 
 #define QUORVEL_AVX2 __attribute__((target("avx2")))
@@ -21,30 +18,13 @@ namespace {
 constexpr int kColumns = 32;
 constexpr short kLowMask = (1 << kColorShift) - 1;
 
-struct Factor {
-    short whole;    ///< K
-    short fraction; ///< (K - k) * 65536; every K - k is below one half
-};
-
-constexpr Factor makeFactor(double factor) {
-    const int whole = static_cast<int>(factor) + 1;
-    const int fraction = (static_cast<int>((whole - factor) * 65536 * 2) + 1) / 2; // rounded
-    return {static_cast<short>(whole), static_cast<short>(fraction)};
-}
-
-constexpr Factor kLuma = makeFactor(kYFactor);
-constexpr Factor kRed = makeFactor(kRvFactor);
-constexpr Factor kGreenU = makeFactor(kGuFactor);
-constexpr Factor kGreenV = makeFactor(kGvFactor);
-constexpr Factor kBlue = makeFactor(kBuFactor);
-
 /// 16 table entries: high * 8192 + low; low may leave 0 to 8191.
 struct Terms {
     __m256i high;
     __m256i low;
 };
 
-QUORVEL_AVX2 inline Terms termsOf(__m256i difference, Factor factor) {
+QUORVEL_AVX2 inline Terms termsOf(__m256i difference, ColorFactor factor) {
     const __m256i whole = _mm256_set1_epi16(factor.whole);
     const __m256i below = _mm256_mulhi_epi16(difference, _mm256_set1_epi16(factor.fraction));
     const __m256i minusOne = _mm256_cmpgt_epi16(difference, _mm256_setzero_si256());
@@ -68,13 +48,13 @@ QUORVEL_AVX2 inline ChromaTerms chromaTermsOf(__m256i u, __m256i v) {
     const __m256i zero = _mm256_set1_epi16(kChromaZero);
     const __m256i du = _mm256_sub_epi16(u, zero);
     const __m256i dv = _mm256_sub_epi16(v, zero);
-    const Terms greenU = termsOf(du, kGreenU);
-    const Terms greenV = termsOf(dv, kGreenV);
+    const Terms greenU = termsOf(du, kGreenUFactor);
+    const Terms greenV = termsOf(dv, kGreenVFactor);
     const __m256i none = _mm256_setzero_si256();
-    return {termsOf(dv, kRed),
+    return {termsOf(dv, kRedFactor),
             {_mm256_sub_epi16(none, _mm256_add_epi16(greenU.high, greenV.high)),
              _mm256_sub_epi16(none, _mm256_add_epi16(greenU.low, greenV.low))},
-            termsOf(du, kBlue)};
+            termsOf(du, kBlueFactor)};
 }
 
 QUORVEL_AVX2 inline Terms doubledLow(const Terms& t) {
@@ -122,8 +102,8 @@ struct Colors {
 QUORVEL_AVX2 inline Colors rgbColors(const ChromaBlock& chroma, const std::uint8_t* luma) {
     const __m256i bytes = load(luma);
     const __m256i zero = _mm256_set1_epi16(kLumaZero);
-    const Terms first = termsOf(_mm256_sub_epi16(widenLow(bytes), zero), kLuma);
-    const Terms second = termsOf(_mm256_sub_epi16(widenHigh(bytes), zero), kLuma);
+    const Terms first = termsOf(_mm256_sub_epi16(widenLow(bytes), zero), kLumaFactor);
+    const Terms second = termsOf(_mm256_sub_epi16(widenHigh(bytes), zero), kLumaFactor);
     return {
         _mm256_packus_epi16(sumOf(first, chroma.first.red), sumOf(second, chroma.second.red)),
         _mm256_packus_epi16(sumOf(first, chroma.first.green), sumOf(second, chroma.second.green)),

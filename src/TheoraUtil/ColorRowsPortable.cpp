@@ -8,6 +8,7 @@
 #include <bit>
 #include <cstring>
 
+#include "src/TheoraUtil/ColorFactor.h"
 #include "src/TheoraUtil/ColorRows.h"
 #include "src/TheoraUtil/ColorTables.h"
 
@@ -40,34 +41,24 @@ constexpr std::int16_t lane(int value) {
 }
 
 struct Factor {
-    std::int16_t whole;    ///< K
-    std::int16_t fraction; ///< (K - factor) * 65536; every K - factor is below one half
+    ColorFactor of;
     std::int16_t zero;
 };
 
-constexpr Factor makeFactor(double factor, int zero) {
-    const int whole = static_cast<int>(factor) + 1;
-    const int fraction = (static_cast<int>((whole - factor) * 65536 * 2) + 1) / 2; // rounded
-    return {lane(whole), lane(fraction), lane(zero)};
-}
-
 // Volatile: compilers multiply whole vectors of 16-bit numbers only by what they do not know. Known
 // factors they turn into chains of shifts, four times slower.
-const volatile Factor kLuma = makeFactor(kYFactor, kLumaZero);
-const volatile Factor kRed = makeFactor(kRvFactor, kChromaZero);
-const volatile Factor kGreenU = makeFactor(kGuFactor, kChromaZero);
-const volatile Factor kGreenV = makeFactor(kGvFactor, kChromaZero);
-const volatile Factor kBlue = makeFactor(kBuFactor, kChromaZero);
+const volatile Factor kLuma = {kLumaFactor, kLumaZero};
+const volatile Factor kRed = {kRedFactor, kChromaZero};
+const volatile Factor kGreenU = {kGreenUFactor, kChromaZero};
+const volatile Factor kGreenV = {kGreenVFactor, kChromaZero};
+const volatile Factor kBlue = {kBlueFactor, kChromaZero};
 
-/// trunc(d * factor) of every sample less `zero`. With K the next integer above the factor that is
-/// d * K - c, where c = d * (K - factor) rounded away from 0. The products' fractions are multiples
-/// of 1/250 and never 0 for the d that occur, so c is the product rounded down, plus 1 for positive
-/// d.
+/// The table entries of the samples, by ColorFactor.h.
 /// samples: kHalf of them.
 void findTerms(const std::uint8_t* samples, const volatile Factor& factor, std::int16_t* high,
                std::int16_t* low) {
-    const std::int16_t whole = factor.whole;
-    const std::int16_t fraction = factor.fraction;
+    const std::int16_t whole = factor.of.whole;
+    const std::int16_t fraction = factor.of.fraction;
     const std::int16_t zero = factor.zero;
     for (int x = 0; x < kHalf; ++x) {
         const std::int16_t d = lane(samples[x] - zero);
