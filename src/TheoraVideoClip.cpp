@@ -39,7 +39,7 @@ TheoraVideoClip::TheoraVideoClip(std::unique_ptr<TheoraDataSource> source, Theor
 TheoraVideoClip::~TheoraVideoClip() = default;
 
 int TheoraVideoClip::getWidth() const {
-    return m_useAlpha.load() ? m_width / 2 : m_width;
+    return hasAlpha(m_outputMode.load()) ? m_width / 2 : m_width;
 }
 
 TheoraFrameFormat TheoraVideoClip::frameFormat() const {
@@ -81,7 +81,6 @@ void TheoraVideoClip::setOutputMode(TheoraOutputMode mode) {
     {
         const TheoraLock lock(m_access);
         m_outputMode.store(mode);
-        m_useAlpha.store(hasAlpha(mode));
         if (m_frameQueue) {
             const int firstLost = m_frameQueue->firstWaitingNumber();
             m_frameQueue->setSize(m_frameQueue->getSize());

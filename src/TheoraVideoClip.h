@@ -72,7 +72,6 @@ public:
     [[nodiscard]] float getFPS() const { return m_fps; }
     /// Seconds; -1 when unknown.
     [[nodiscard]] float getDuration() const { return m_duration; }
-    [[nodiscard]] bool usesAlpha() const { return m_useAlpha.load(); }
     [[nodiscard]] unsigned getNumDroppedFrames() const { return m_droppedFrames.load(); }
     [[nodiscard]] unsigned getNumDisplayedFrames() const { return m_displayedFrames.load(); }
     [[nodiscard]] int getNumReadyFrames() const;
@@ -163,7 +162,6 @@ private:
     std::atomic<int> m_iteration{0};           ///< 0 or 1: the pass that the timer is in
     std::atomic<TheoraOutputMode> m_outputMode{TheoraOutputMode::TH_UNDEFINED};
     std::atomic<TheoraOutputMode> m_requestedOutputMode;
-    std::atomic<bool> m_useAlpha{false};
     std::atomic<unsigned> m_droppedFrames{0};
     std::atomic<unsigned> m_displayedFrames{0};
     std::atomic<int> m_lastIteration{0};

@@ -50,7 +50,6 @@ public:
     [[nodiscard]] int getRowBytes() const { return m_format.width * m_bpp; }
     [[nodiscard]] int getWidth() const { return m_format.width; }
     [[nodiscard]] int getHeight() const { return m_format.height; }
-    [[nodiscard]] int getStride() const { return m_format.stride; }
     /// Bytes per pixel.
     [[nodiscard]] int getBpp() const { return m_bpp; }
 

@@ -34,7 +34,7 @@ TheoraVideoManager* TheoraVideoManager::getInstance() {
 }
 
 TheoraVideoManager::TheoraVideoManager(int workerCount, platform::FileSystem& files)
-    : m_files(files), m_defaultPrecacheCount(kDefaultPrecacheCount) {
+    : m_files(files) {
     writeBanner();
     for (int i = 0; i < workerCount; ++i) {
         m_workers.push_back(std::make_unique<TheoraWorkerThread>(*this));
@@ -77,7 +77,7 @@ TheoraVideoClip* TheoraVideoManager::createClip(std::unique_ptr<TheoraDataSource
                                                 bool powerOfTwoStride) {
     writeLog("Creating video from data source:" + source->repr());
     auto clip = std::make_unique<TheoraVideoClip_Theora>(
-        std::move(source), mode, precacheCount > 0 ? precacheCount : m_defaultPrecacheCount,
+        std::move(source), mode, precacheCount > 0 ? precacheCount : kDefaultPrecacheCount,
         powerOfTwoStride, m_workSignal, m_audioFactory);
     try {
         clip->load();

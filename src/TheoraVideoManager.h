@@ -34,9 +34,9 @@ public:
     /// The most recently made manager that still exists; null when there is none.
     [[nodiscard]] static TheoraVideoManager* getInstance();
 
-    /// Loads the file at `path` (UTF-8). precacheCount: frames in the clip's queue, 0 = the
-    /// default. The manager owns the clip, which decodes at once. Never null; throws
-    /// TheoraGenericException, and nothing of the clip is left then.
+    /// Loads the file at `path` (UTF-8). precacheCount: frames in the clip's queue, 0 = 8. The
+    /// manager owns the clip, which decodes at once. Never null; throws TheoraGenericException, and
+    /// nothing of the clip is left then.
     TheoraVideoClip* createClip(const std::string& path, TheoraOutputMode mode,
                                 int precacheCount = 0, bool powerOfTwoStride = false);
     /// Likewise from any source, which the clip owns from now on.
@@ -54,9 +54,6 @@ public:
     void setAudioInterfaceFactory(TheoraAudioInterfaceFactory* factory) {
         m_audioFactory = factory;
     }
-    /// Queue length of clips that are created with a count of 0; initially 8.
-    void setDefaultNumPrecachedFrames(int count) { m_defaultPrecacheCount = count; }
-    [[nodiscard]] int getDefaultNumPrecachedFrames() const { return m_defaultPrecacheCount; }
 
     // For the workers: any thread.
     /// A clip with something to do, now assigned to `worker`; null when there is none.
@@ -73,7 +70,6 @@ private:
 
     platform::FileSystem& m_files;
     TheoraAudioInterfaceFactory* m_audioFactory = nullptr;
-    int m_defaultPrecacheCount;
     TheoraWorkSignal m_workSignal;
     TheoraMutex m_workMutex;
     std::vector<std::unique_ptr<TheoraVideoClip>> m_clips GUARDED_BY(m_workMutex);
