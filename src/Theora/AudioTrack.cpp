@@ -4,8 +4,6 @@
 #include <cmath>
 #include <utility>
 
-#include "src/TheoraException.h"
-
 namespace theora {
 namespace {
 
@@ -24,8 +22,7 @@ bool isVorbisHeader(const ogg_packet& packet) {
 VorbisSynthesis::VorbisSynthesis(vorbis_info& info) : m_channels(info.channels) {
     if (vorbis_synthesis_init(&m_state, &info) != 0) {
         vorbis_dsp_clear(&m_state);
-        throw TheoraGenericException("Error parsing vorbis stream headers",
-                                     "src\\Theora\\TheoraVideoClip_Theora", kSynthesisLine);
+        refuseStream(kBadVorbisHeaders, kSynthesisLine);
     }
     vorbis_block_init(&m_state, &m_block);
 }

@@ -2,8 +2,6 @@
 
 #include <atomic>
 
-#include "src/TheoraException.h"
-
 namespace theora {
 namespace {
 
@@ -30,8 +28,7 @@ PictureDecoder::PictureDecoder(SharedSource& source, const StopCheck& stop,
 void PictureDecoder::makeDecoder() {
     m_decoder.reset(th_decode_alloc(m_headers.info.get(), m_headers.setup.get()));
     if (!m_decoder) {
-        throw TheoraGenericException("Error parsing Theora stream headers.",
-                                     "src\\Theora\\TheoraVideoClip_Theora", kDecoderLine);
+        refuseStream(kBadTheoraHeaders, kDecoderLine);
     }
     m_position = -1;
     m_hasPicture = false;
@@ -149,9 +146,9 @@ TheoraPicture PictureDecoder::picture() {
         }
         picture.identity = m_identity;
     }
-    const th_pixel_fmt format = m_headers.info->pixel_fmt;
-    picture.chromaShiftX = format == TH_PF_444 ? 0 : 1;
-    picture.chromaShiftY = format == TH_PF_420 ? 1 : 0;
+    const ChromaShift shift = chromaShift(*m_headers.info.get());
+    picture.chromaShiftX = shift.x;
+    picture.chromaShiftY = shift.y;
     return picture;
 }
 

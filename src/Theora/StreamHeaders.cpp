@@ -24,10 +24,6 @@ enum Line {
     kBadVorbis = 171
 };
 
-[[noreturn]] void fail(const char* message, Line line) {
-    throw TheoraGenericException(message, "src\\Theora\\TheoraVideoClip_Theora", line);
-}
-
 class HeaderReader {
 public:
     HeaderReader(SharedSource& source, StreamHeaders& headers)
@@ -45,14 +41,15 @@ public:
             } else if (m_vorbis && ogg_page_serialno(&page) == m_headers.vorbis.serial) {
                 feedVorbis(page);
             } else if (!m_theora) {
-                fail("invalid stream", kNoTheora); // data pages begin, and no stream was ours
+                refuseStream("invalid stream",
+                             kNoTheora); // data pages begin, and no stream was ours
             }
         }
         if (!m_theora && anyPage) {
-            fail("invalid stream", kNoTheora);
+            refuseStream("invalid stream", kNoTheora);
         }
         if (!complete()) {
-            fail("End of file found prematurely", kNoData);
+            refuseStream("End of file found prematurely", kNoData);
         }
     }
 
@@ -99,14 +96,14 @@ private:
                 continue; // page numbers that jump; if a header is missing, the next one tells
             }
             if (!isHeaderPacket(packet)) {
-                fail("invalid theora stream", kDataTooEarly);
+                refuseStream("invalid theora stream", kDataTooEarly);
             }
             TheoraHeaders& to = m_headers.theora;
             th_setup_info* setup = to.setup.release();
             const int result = th_decode_headerin(to.info.get(), to.comment.get(), &setup, &packet);
             to.setup.reset(setup);
             if (result <= 0) {
-                fail("Error parsing Theora stream headers.", kBadTheora);
+                refuseStream(kBadTheoraHeaders, kBadTheora);
             }
             if (++m_theoraCount == 1) {
                 checkSize();
@@ -120,7 +117,7 @@ private:
         if (info.frame_width > kMaxSide || info.frame_height > kMaxSide ||
             std::uint64_t{info.frame_width} * info.frame_height > kMaxPixels ||
             info.fps_numerator == 0 || info.fps_denominator == 0) {
-            fail("Error parsing Theora stream headers.", kBadTheora);
+            refuseStream(kBadTheoraHeaders, kBadTheora);
         }
     }
 
@@ -137,7 +134,7 @@ private:
             }
             if (vorbis_synthesis_headerin(m_headers.vorbis.info.get(),
                                           m_headers.vorbis.comment.get(), &packet) != 0) {
-                fail("Error parsing vorbis stream headers", kBadVorbis);
+                refuseStream(kBadVorbisHeaders, kBadVorbis);
             }
             ++m_vorbisCount;
         }
@@ -154,10 +151,14 @@ private:
 
 } // namespace
 
+void refuseStream(const char* message, int line) {
+    throw TheoraGenericException(message, "src\\Theora\\TheoraVideoClip_Theora", line);
+}
+
 void readStreamHeaders(SharedSource& source, StreamHeaders& headers) {
     HeaderReader(source, headers).read();
     if (!headers.theora.setup) {
-        fail("Error parsing Theora stream headers.", kBadTheora);
+        refuseStream(kBadTheoraHeaders, kBadTheora);
     }
 }
 

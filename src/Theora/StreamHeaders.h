@@ -36,6 +36,21 @@ struct StreamHeaders {
 /// "Error parsing vorbis stream headers", "invalid stream", "End of file found prematurely".
 void readStreamHeaders(SharedSource& source, StreamHeaders& headers);
 
+/// Throws TheoraGenericException as raised by the clip; `line`: a fixed place that support knows.
+[[noreturn]] void refuseStream(const char* message, int line);
+
+inline constexpr const char* kBadTheoraHeaders = "Error parsing Theora stream headers.";
+inline constexpr const char* kBadVorbisHeaders = "Error parsing vorbis stream headers";
+
+/// As in TheoraPicture.
+struct ChromaShift {
+    int x = 1;
+    int y = 1;
+};
+[[nodiscard]] inline ChromaShift chromaShift(const th_info& info) {
+    return {info.pixel_fmt == TH_PF_444 ? 0 : 1, info.pixel_fmt == TH_PF_420 ? 1 : 0};
+}
+
 [[nodiscard]] inline bool isHeaderPacket(const ogg_packet& packet) {
     return packet.bytes > 0 && (packet.packet[0] & 0x80U) != 0;
 }

@@ -64,10 +64,10 @@ void TheoraVideoClip_Theora::makeDecoders() {
         std::make_unique<PictureDecoder>(*m_source, m_stop, m_headers.theora, m_layout, *m_format);
     const std::size_t convertedBytes =
         kMostBytesPerPixel * std::size_t{info.frame_width} * info.frame_height;
-    m_cache = std::make_unique<PlaneCache>(
-        kCacheBytes - std::min(convertedBytes, kCacheBytes), static_cast<int>(info.frame_width),
-        static_cast<int>(info.frame_height), info.pixel_fmt == TH_PF_444 ? 0 : 1,
-        info.pixel_fmt == TH_PF_420 ? 1 : 0);
+    const ChromaShift shift = chromaShift(info);
+    m_cache = std::make_unique<PlaneCache>(kCacheBytes - std::min(convertedBytes, kCacheBytes),
+                                           static_cast<int>(info.frame_width),
+                                           static_cast<int>(info.frame_height), shift.x, shift.y);
     m_stepBack = std::make_unique<StepBackDecoder>(*m_source, m_headers.theora, m_layout, *m_format,
                                                    *m_cache);
 }
