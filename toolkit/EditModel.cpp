@@ -1,6 +1,8 @@
 #include "toolkit/EditModel.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace toolkit {
 namespace {
@@ -13,6 +15,15 @@ bool isHighHalf(char16_t c) {
 
 bool isLowHalf(char16_t c) {
     return (c & 0xFC00) == 0xDC00;
+}
+
+/// Blocks of marks that belong to the character before them: accents, and variants of symbols.
+bool isMark(char16_t c) {
+    static constexpr std::pair<char16_t, char16_t> kBlocks[] = {{0x0300, 0x036F}, {0x1AB0, 0x1AFF},
+                                                                {0x1DC0, 0x1DFF}, {0x20D0, 0x20FF},
+                                                                {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}};
+    return std::any_of(std::begin(kBlocks), std::end(kBlocks),
+                       [c](const auto& block) { return c >= block.first && c <= block.second; });
 }
 
 bool isControl(char16_t c) {
@@ -64,23 +75,37 @@ void EditModel::setText(std::u16string_view text) {
     m_lastChange = Change::none;
 }
 
-std::size_t EditModel::snapped(std::size_t position) const {
+bool EditModel::isInsidePair(std::size_t position) const {
+    return position > 0 && position < m_text.size() && isHighHalf(m_text[position - 1]) &&
+           isLowHalf(m_text[position]);
+}
+
+bool EditModel::isInsideCharacter(std::size_t position) const {
+    return isInsidePair(position) ||
+           (position > 0 && position < m_text.size() && isMark(m_text[position]));
+}
+
+std::size_t EditModel::characterBegin(std::size_t position) const {
+    while (isInsideCharacter(position)) {
+        --position;
+    }
+    return position;
+}
+
+std::size_t EditModel::characterEnd(std::size_t position) const {
     position = std::min(position, m_text.size());
-    const bool insidePair = position > 0 && position < m_text.size() &&
-                            isHighHalf(m_text[position - 1]) && isLowHalf(m_text[position]);
-    return insidePair ? position - 1 : position;
+    while (isInsideCharacter(position)) {
+        ++position;
+    }
+    return position;
 }
 
 std::size_t EditModel::before(std::size_t position) const {
-    return position == 0 ? 0 : snapped(position - 1);
+    return position == 0 ? 0 : characterBegin(position - 1);
 }
 
 std::size_t EditModel::after(std::size_t position) const {
-    if (position >= m_text.size()) {
-        return m_text.size();
-    }
-    const std::size_t next = position + 1;
-    return snapped(next) == position ? next + 1 : next;
+    return characterEnd(position + 1);
 }
 
 std::size_t EditModel::wordBefore(std::size_t position) const {
@@ -94,7 +119,7 @@ std::size_t EditModel::wordBefore(std::size_t position) const {
     while (position > 0 && kindOf(m_text[position - 1]) == kind) {
         --position;
     }
-    return snapped(position);
+    return characterBegin(position);
 }
 
 std::size_t EditModel::wordAfter(std::size_t position) const {
@@ -108,11 +133,11 @@ std::size_t EditModel::wordAfter(std::size_t position) const {
     while (position < end && kindOf(m_text[position]) == Kind::blank) {
         ++position;
     }
-    return snapped(position);
+    return characterEnd(position);
 }
 
 void EditModel::setCaret(std::size_t position, bool extend) {
-    m_caret = snapped(position);
+    m_caret = characterEnd(position);
     if (!extend) {
         m_anchor = m_caret;
     }
@@ -152,9 +177,9 @@ void EditModel::moveRight(bool word, bool extend) {
 }
 
 /// Typing, and erasing with one key, are undone in one step each until the caret moves.
-void EditModel::remember(Change change) {
+void EditModel::remember(Change change, Step former) {
     if (change != m_lastChange || change == Change::other) {
-        m_undo.push_back({m_text, m_caret, m_anchor});
+        m_undo.push_back(std::move(former));
         if (m_undo.size() > kMaxSteps) {
             m_undo.erase(m_undo.begin());
         }
@@ -171,7 +196,7 @@ void EditModel::replace(std::size_t begin, std::size_t end, std::u16string_view 
         --room;
     }
     m_text.insert(begin, with.substr(0, room));
-    m_caret = m_anchor = begin + room;
+    m_caret = m_anchor = characterEnd(begin + room);
 }
 
 bool EditModel::insert(std::u16string_view text) {
@@ -180,17 +205,20 @@ bool EditModel::insert(std::u16string_view text) {
         return false;
     }
     const bool typed = clean.size() <= 2 && !hasSelection();
-    remember(typed ? Change::typing : Change::other);
-    const std::u16string old = m_text;
+    const Step former = present();
     replace(selectionBegin(), selectionEnd(), clean);
-    return m_text != old;
+    if (m_text == former.text) { // it is full, or what was selected came again
+        return false;
+    }
+    remember(typed ? Change::typing : Change::other, former);
+    return true;
 }
 
 bool EditModel::eraseSelection() {
     if (!hasSelection()) {
         return false;
     }
-    remember(Change::other);
+    remember(Change::other, present());
     replace(selectionBegin(), selectionEnd(), {});
     return true;
 }
@@ -199,11 +227,13 @@ bool EditModel::eraseBack(bool word) {
     if (hasSelection()) {
         return eraseSelection();
     }
-    const std::size_t begin = word ? wordBefore(m_caret) : before(m_caret);
-    if (begin == m_caret) {
+    if (m_caret == 0) {
         return false;
     }
-    remember(Change::erasing);
+    // One key takes a mark off its character, as it was typed.
+    const std::size_t unit = m_caret - (isInsidePair(m_caret - 1) ? 2 : 1);
+    const std::size_t begin = word ? wordBefore(m_caret) : unit;
+    remember(Change::erasing, present());
     replace(begin, m_caret, {});
     return true;
 }
@@ -216,7 +246,7 @@ bool EditModel::eraseForward(bool word) {
     if (end == m_caret) {
         return false;
     }
-    remember(Change::erasing);
+    remember(Change::erasing, present());
     replace(m_caret, end, {});
     return true;
 }

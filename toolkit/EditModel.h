@@ -1,5 +1,5 @@
 // The text of a single-line edit with its caret, selection and undo. No window: pure text work.
-// Positions count code units and never stand inside a surrogate pair.
+// Positions count code units and never stand inside a surrogate pair or before a combining mark.
 #pragma once
 
 #include <cstddef>
@@ -56,10 +56,14 @@ private:
     };
     enum class Change { none, typing, erasing, other };
 
-    void remember(Change change);
+    void remember(Change change, Step former);
+    [[nodiscard]] Step present() const { return {m_text, m_caret, m_anchor}; }
     void restore(std::vector<Step>& from, std::vector<Step>& to);
     void replace(std::size_t begin, std::size_t end, std::u16string_view with);
-    [[nodiscard]] std::size_t snapped(std::size_t position) const;
+    [[nodiscard]] bool isInsidePair(std::size_t position) const;
+    [[nodiscard]] bool isInsideCharacter(std::size_t position) const;
+    [[nodiscard]] std::size_t characterBegin(std::size_t position) const;
+    [[nodiscard]] std::size_t characterEnd(std::size_t position) const;
     [[nodiscard]] std::size_t before(std::size_t position) const;
     [[nodiscard]] std::size_t after(std::size_t position) const;
     [[nodiscard]] std::size_t wordBefore(std::size_t position) const;

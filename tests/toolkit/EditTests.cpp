@@ -97,6 +97,11 @@ TEST_F(Edits, MoveSelectAndChangeTheirTextByKeys) {
         {"over blanks", u"one  two", u"^]", u"one  |two"},
         {"a pair is one to the left", u"a\U0001F600", u"{", u"a[\U0001F600]"},
         {"and to the right", u"\U0001F600b", u"^>", u"\U0001F600|b"},
+        {"a mark goes with its letter", u"xe\u0301y", u"^>>", u"xe\u0301|y"},
+        {"and back", u"xe\u0301", u"<", u"x|e\u0301"},
+        {"backspace takes the mark alone", u"e\u0301", u"-", u"e|"},
+        {"delete takes both", u"e\u0301x", u"^.", u"|x"},
+        {"over a mark that follows no letter", u"a,\u0301", u"[[", u"|a,\u0301"},
         {"typing replaces the selection", u"abc", u"^}}x", u"x|c"},
         {"backspace takes a pair", u"ab", u"\U0001F600--", u"a|"},
         {"backspace at the start", u"abc", u"^-", u"|abc"},
@@ -209,13 +214,13 @@ TEST_F(Edits, PaintSelectionAndCaretOnlyWithTheKeyboard) {
     EXPECT_NE(picture.at(at(3).x + 2, 27), kSelected);
 }
 
-/// Whatever happens, positions stay inside the text and never inside a pair, and undoing
+/// Whatever happens, positions stay inside the text and never inside a character, and undoing
 /// everything leads back to the beginning.
 TEST(EditModel, HoldsTogetherUnderAnyChanges) {
     support::Random random(7);
     const auto flag = [&] { return random.below(2) == 0; };
     const auto place = [&] { return static_cast<std::size_t>(random.below(40)); };
-    const std::u16string_view typed[] = {u"a", u" ", u"\n", u"\U0001F600", u"w, "};
+    const std::u16string_view typed[] = {u"a", u" ", u"\n", u"\U0001F600", u"w, ", u"\u0301"};
     for (int round = 0; round < 50; ++round) {
         EditModel model;
         model.setText(u"start \U0001F600 end");
@@ -230,10 +235,8 @@ TEST(EditModel, HoldsTogetherUnderAnyChanges) {
             changes[random.below(static_cast<int>(std::size(changes)))]();
             for (const std::size_t at : {model.selectionBegin(), model.selectionEnd()}) {
                 ASSERT_LE(at, model.text().size());
-                const bool inside = at > 0 && at < model.text().size() &&
-                                    (model.text()[at - 1] & 0xFC00) == 0xD800 &&
-                                    (model.text()[at] & 0xFC00) == 0xDC00;
-                ASSERT_FALSE(inside);
+                const char16_t next = at > 0 && at < model.text().size() ? model.text()[at] : 0;
+                ASSERT_TRUE((next & 0xFC00) != 0xDC00 && next != u'\u0301');
             }
         }
         while (model.undo()) {
@@ -243,4 +246,7 @@ TEST(EditModel, HoldsTogetherUnderAnyChanges) {
     EditModel model;
     EXPECT_TRUE(model.insert(std::u16string(8'000'000, u'x')));
     EXPECT_EQ(model.text().size(), EditModel::kMaxLength) << "a huge paste";
+    EXPECT_FALSE(model.insert(u"y"));
+    EXPECT_TRUE(model.undo());
+    EXPECT_EQ(model.text(), u"") << "what changed nothing is no step";
 }
