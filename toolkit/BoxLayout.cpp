@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <numeric>
 
 namespace toolkit {
 namespace {
@@ -11,11 +13,18 @@ int limit(const BoxPart& part, int length) {
     return std::max({length, part.lowest, 0});
 }
 
+/// Positions stay below this, so that a part's own size can be added to one.
+constexpr std::int64_t kFarthest = 1 << 29;
+
+int shareOf(std::int64_t left, int count) {
+    return static_cast<int>(std::clamp<std::int64_t>(left / count, 0, kFarthest));
+}
+
 } // namespace
 
 std::vector<int> shareLength(const std::vector<BoxPart>& parts, int available, int gap) {
     std::vector<int> lengths(parts.size(), -1);
-    int left = available - gap * std::max(0, static_cast<int>(parts.size()) - 1);
+    std::int64_t left = available - std::int64_t{gap} * (std::ssize(parts) - 1);
     int open = 0;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         left -= parts[i].padding;
@@ -29,7 +38,7 @@ std::vector<int> shareLength(const std::vector<BoxPart>& parts, int available, i
     // A share that meets a limit changes the others' share: settle those first, the lowest sizes
     // before the highest, because they leave less for all.
     const auto settle = [&](bool lowest) {
-        const int share = std::max(left, 0) / open;
+        const int share = shareOf(left, open);
         bool settled = false;
         for (std::size_t i = 0; i < parts.size(); ++i) {
             const int limited = limit(parts[i], share);
@@ -46,12 +55,18 @@ std::vector<int> shareLength(const std::vector<BoxPart>& parts, int available, i
     }
     for (int& length : lengths) {
         if (length < 0) {
-            length = (std::max(left, 0) + open - 1) / open;
+            length = shareOf(left + open - 1, open);
             left -= length;
             --open;
         }
     }
     return lengths;
+}
+
+int advanced(int position, std::initializer_list<int> lengths) {
+    const std::int64_t next =
+        std::accumulate(lengths.begin(), lengths.end(), std::int64_t{position});
+    return static_cast<int>(std::clamp(next, -kFarthest, kFarthest));
 }
 
 int centredStart(int begin, int end, int paddingBefore, int paddingAfter, int size) {

@@ -1,6 +1,7 @@
 // Shares a length among neighbours: those with a size keep it, the others share what is left.
 #pragma once
 
+#include <initializer_list>
 #include <vector>
 
 namespace toolkit {
@@ -17,6 +18,10 @@ struct BoxPart {
 /// share the rest.
 [[nodiscard]] std::vector<int> shareLength(const std::vector<BoxPart>& parts, int available,
                                            int gap);
+
+/// Where the next neighbour begins: `position` and the lengths behind it, kept so far from the
+/// numbers' end that a part's own size can be added.
+[[nodiscard]] int advanced(int position, std::initializer_list<int> lengths);
 
 /// The start of something `size` long in a cell [begin, end): in the cell's middle, but no nearer
 /// to its ends than the paddings.

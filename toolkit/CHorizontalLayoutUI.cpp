@@ -42,7 +42,7 @@ void CHorizontalLayoutUI::layoutChildren(const Rect& content) {
         const int y =
             centredStart(content.top, content.bottom, padding.top, padding.bottom, height);
         child.SetPos(Rect::at(x + padding.left, y, widths[i], height));
-        x += padding.left + widths[i] + padding.right + m_childPadding;
+        x = advanced(x, {padding.left, widths[i], padding.right, m_childPadding});
     }
 }
 

@@ -79,8 +79,8 @@ std::u16string CLabelUI::toolTipAt(Point /*point*/) const {
     }
     const CPaintManagerUI& manager = *GetManager();
     const std::u16string text = GetText();
-    const int width = manager.fonts().measure(text, manager.GetFont(m_font)).width;
-    return width > textRect().width() ? text : std::u16string();
+    const bool fits = fitsInto(textRect().width(), text, manager.GetFont(m_font), manager.fonts());
+    return fits ? std::u16string() : text;
 }
 
 platform::AccessibleRole CLabelUI::accessibleRole() const {

@@ -40,7 +40,7 @@ void CVerticalLayoutUI::layoutChildren(const Rect& content) {
         const int wanted = child.EstimateSize({space, heights[i]}).width;
         const int width = child.limited({wanted > 0 ? wanted : space, 0}).width;
         child.SetPos(Rect::at(content.left + padding.left, y + padding.top, width, heights[i]));
-        y += padding.top + heights[i] + padding.bottom + m_childPadding;
+        y = advanced(y, {padding.top, heights[i], padding.bottom, m_childPadding});
     }
 }
 

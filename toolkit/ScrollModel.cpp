@@ -1,9 +1,14 @@
 #include "toolkit/ScrollModel.h"
 
 #include <algorithm>
-#include <cstdint>
 
 namespace toolkit {
+namespace {
+
+constexpr int kWheelNotch = 120;
+constexpr int kRowsPerNotch = 3;
+
+} // namespace
 
 void ScrollModel::setExtent(int content, int page) {
     m_content = std::max(content, 0);
@@ -16,6 +21,14 @@ bool ScrollModel::setOffset(int offset) {
     const bool changed = offset != m_offset;
     m_offset = offset;
     return changed;
+}
+
+bool ScrollModel::turnWheel(int delta, int rowHeight) {
+    m_turned -= std::int64_t{delta} * kRowsPerNotch * rowHeight;
+    const std::int64_t wanted = m_offset + m_turned / kWheelNotch;
+    const std::int64_t offset = std::clamp<std::int64_t>(wanted, 0, maximum());
+    m_turned = wanted == offset ? m_turned % kWheelNotch : 0;
+    return setOffset(static_cast<int>(offset));
 }
 
 bool ScrollModel::reveal(int top, int bottom) {

@@ -2,6 +2,8 @@
 // stands in its track. Shared by the lists' scroll bar and the drop lists.
 #pragma once
 
+#include <cstdint>
+
 #include "platform/Geometry.h"
 
 namespace toolkit {
@@ -16,6 +18,9 @@ public:
     [[nodiscard]] int page() const { return m_page; }
     /// True when the offset, kept inside 0 to maximum(), changed.
     bool setOffset(int offset);
+    /// Turns the wheel by `delta` (platform::Event::wheelDelta): three rows a notch. Parts of a
+    /// pixel add up. True when the offset changed.
+    bool turnWheel(int delta, int rowHeight);
     /// The smallest move that shows content rows `top` (included) to `bottom` (excluded).
     bool reveal(int top, int bottom);
     /// The thumb's part of `track`, at least kMinThumb high where the track allows.
@@ -29,6 +34,7 @@ private:
     int m_content = 0;
     int m_page = 0;
     int m_offset = 0;
+    std::int64_t m_turned = 0; ///< of the wheel, in parts of a pixel, that moved nothing yet
 };
 
 } // namespace toolkit

@@ -9,6 +9,10 @@
 
 namespace toolkit {
 
+/// Whether `text` fits into `width` pixels whole.
+[[nodiscard]] bool fitsInto(int width, std::u16string_view text, platform::FontHandle font,
+                            const platform::FontSet& fonts);
+
 /// `text`, or as much of its beginning as fits into `width` pixels followed by U+2026. Whole
 /// characters only; empty when not even the ellipsis fits.
 [[nodiscard]] std::u16string fittedText(std::u16string_view text, int width,

@@ -67,6 +67,16 @@ TEST_F(Layout, ComesAnewWhenTheProgramChangesIt) {
     }
 }
 
+TEST_F(Layout, StaysInOrderHoweverLongARowIs) {
+    std::string labels;
+    for (int i = 0; i < 19'000; ++i) {
+        labels += "<Label width=\"99999\" padding=\"99999,0,99999,0\"/>";
+    }
+    open("<HorizontalLayout childpadding=\"99999\">" + labels + "<Label name=\"Last\"/>" +
+         "</HorizontalLayout>");
+    EXPECT_GT(driver().get(u"Last").GetPos().left, 400);
+}
+
 TEST_F(Layout, FindsTheTopmostVisibleControlInsideItsContainer) {
     open(
         R"(<Container name="Box" pos="100,100,50,50"><Label name="Over" pos="-20,0,40,20"/></Container>
