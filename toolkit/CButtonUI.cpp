@@ -34,39 +34,22 @@ void* CButtonUI::GetInterface(std::u16string_view name) {
 
 bool CButtonUI::Activate() {
     const CPaintManagerUI::Busy busy(GetManager());
-    if (!IsEnabled() || GetManager() == nullptr) {
+    if (!takesPress()) {
         return false;
     }
     notify(kClick);
     return true;
 }
 
-void CButtonUI::forgetPress() {
+bool CButtonUI::takesPress() const {
+    return GetManager() != nullptr && IsEnabled() && IsVisible();
+}
+
+void CButtonUI::forgetInput() {
     if (m_mouseDown || m_keyPushed || m_hot) {
         m_mouseDown = m_mousePushed = m_keyPushed = m_hot = false;
         Invalidate();
     }
-}
-
-void CButtonUI::SetEnabled(bool enabled) {
-    if (!enabled) {
-        forgetPress();
-    }
-    CLabelUI::SetEnabled(enabled);
-}
-
-void CButtonUI::SetVisible(bool visible) {
-    if (!visible) {
-        forgetPress();
-    }
-    CLabelUI::SetVisible(visible);
-}
-
-void CButtonUI::attach(CPaintManagerUI* manager, CControlUI* parent) {
-    if (manager == nullptr) {
-        forgetPress();
-    }
-    CLabelUI::attach(manager, parent);
 }
 
 bool CButtonUI::SetAttribute(std::u16string_view name, std::u16string_view value) {

@@ -13,22 +13,22 @@ public:
     [[nodiscard]] std::u16string GetClass() const override { return u"Button"; }
     [[nodiscard]] void* GetInterface(std::u16string_view name) override;
 
-    /// Does what a click of the user does. False when the control is disabled or in no window.
+    /// Does what a click of the user does. False when the control is disabled, hidden or in no
+    /// window.
     virtual bool Activate();
 
-    void SetEnabled(bool enabled) override;
-    void SetVisible(bool visible) override;
     bool SetAttribute(std::u16string_view name, std::u16string_view value) override;
     bool DoEvent(const TEventUI& event) override;
     [[nodiscard]] Size EstimateSize(Size available) const override;
     [[nodiscard]] bool isFocusable() const override { return true; }
-    void attach(CPaintManagerUI* manager, CControlUI* parent) override;
+    void forgetInput() override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     void accessiblePress() override { Activate(); }
 
 protected:
     void paintStatus(platform::Canvas& canvas) override;
     [[nodiscard]] platform::Color currentTextColor() const override;
+    [[nodiscard]] bool takesPress() const;
     [[nodiscard]] bool isHot() const { return m_hot; }
     /// Pressed by mouse or Space and not released yet.
     [[nodiscard]] bool isPushed() const { return m_mousePushed || m_keyPushed; }
@@ -39,7 +39,6 @@ private:
     struct Attributes;
     bool onMouse(const TEventUI& event);
     bool onKey(const TEventUI& event);
-    void forgetPress();
 
     std::u16string m_normalImage;
     std::u16string m_hotImage;

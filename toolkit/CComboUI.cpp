@@ -57,7 +57,8 @@ bool CComboUI::SelectItem(int index, bool takeFocus) {
     if (takeFocus && GetManager() != nullptr) {
         GetManager()->SetFocus(this);
     }
-    if (changed && index >= 0) {
+    // Whoever lost the keyboard may have changed the items in its handler.
+    if (changed && index >= 0 && m_current == index) {
         notify(kItemSelect, index);
     }
     return true;
@@ -65,7 +66,7 @@ bool CComboUI::SelectItem(int index, bool takeFocus) {
 
 bool CComboUI::pick(int index) {
     const CPaintManagerUI::Busy busy(GetManager());
-    if (index < 0 || index >= GetCount() || !IsItemEnabled(index)) {
+    if (!IsItemEnabled(index) || !IsEnabled()) {
         return false;
     }
     m_current = index;
@@ -106,20 +107,9 @@ void CComboUI::dropOrClose() {
     }
 }
 
-void CComboUI::SetEnabled(bool enabled) {
-    if (!enabled) {
-        CloseDrop();
-        m_hot = false;
-    }
-    CContainerUI::SetEnabled(enabled);
-}
-
-void CComboUI::SetVisible(bool visible) {
-    if (!visible) {
-        CloseDrop();
-        m_hot = false;
-    }
-    CContainerUI::SetVisible(visible);
+void CComboUI::forgetInput() {
+    CloseDrop();
+    m_hot = false;
 }
 
 bool CComboUI::SetAttribute(std::u16string_view name, std::u16string_view value) {
@@ -132,14 +122,6 @@ bool CComboUI::SetAttribute(std::u16string_view name, std::u16string_view value)
 
 platform::Size CComboUI::EstimateSize(Size available) const {
     return withImageHeight(CContainerUI::EstimateSize(available), m_normalImage);
-}
-
-void CComboUI::attach(CPaintManagerUI* manager, CControlUI* parent) {
-    if (manager == nullptr) {
-        CloseDrop();
-        m_hot = false;
-    }
-    CContainerUI::attach(manager, parent);
 }
 
 platform::Rect CComboUI::textRect() const {
@@ -185,9 +167,8 @@ std::u16string CComboUI::toolTipAt(Point /*point*/) const {
     }
     const CPaintManagerUI& manager = *GetManager();
     const std::u16string text = GetText();
-    const int width =
-        manager.fonts().measure(text, manager.GetFont(m_font.value_or(m_itemStyle.font))).width;
-    return width > textRect().width() ? text : GetToolTip();
+    const platform::FontHandle font = manager.GetFont(m_font.value_or(m_itemStyle.font));
+    return fitsInto(textRect().width(), text, font, manager.fonts()) ? GetToolTip() : text;
 }
 
 platform::AccessibleRole CComboUI::accessibleRole() const {

@@ -48,7 +48,7 @@ public:
     /// silently. False for any other index outside the list.
     bool SelectItem(int index, bool takeFocus = false);
     /// What a pick of the user does: sends "itemselect" in any case. False for no or a disabled
-    /// item.
+    /// item, and when the combo itself is disabled.
     bool pick(int index);
 
     /// Width 0: as wide as the combo. Height: the most the list takes before it scrolls.
@@ -64,8 +64,7 @@ public:
     [[nodiscard]] platform::Color dropBackColor() const { return m_dropBackColor; }
 
     bool SetAttribute(std::u16string_view name, std::u16string_view value) override;
-    void SetEnabled(bool enabled) override;
-    void SetVisible(bool visible) override;
+    void forgetInput() override;
     bool DoEvent(const TEventUI& event) override;
     [[nodiscard]] Size EstimateSize(Size available) const override;
     [[nodiscard]] bool isFocusable() const override { return true; }
@@ -73,7 +72,6 @@ public:
     /// The items stand in the drop list, not in the window.
     [[nodiscard]] int childCount() const override { return 0; }
     [[nodiscard]] CControlUI* childAt(int /*index*/) const override { return nullptr; }
-    void attach(CPaintManagerUI* manager, CControlUI* parent) override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     [[nodiscard]] std::u16string accessibleValue() const override { return GetText(); }
     [[nodiscard]] platform::AccessibleState accessibleState() const override;

@@ -184,6 +184,8 @@ platform::Size CControlUI::limited(Size size) const {
 void CControlUI::Invalidate() {
     if (m_manager != nullptr && m_visible) {
         m_manager->Invalidate(m_pos);
+    } else if (m_manager == nullptr && m_parent != nullptr) {
+        m_parent->Invalidate(); // an item of a combo, which shows in its box
     }
 }
 
@@ -267,6 +269,7 @@ void CControlUI::reveal(CControlUI& descendant) {
 
 void CControlUI::attach(CPaintManagerUI* manager, CControlUI* parent) {
     if (m_manager != nullptr && m_manager != manager) {
+        forgetInput();
         m_manager->forget(*this);
     }
     m_manager = manager;

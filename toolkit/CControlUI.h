@@ -120,6 +120,9 @@ public:
     }
     /// Told before a press reaches the control or anything inside it.
     virtual void notePress() {}
+    /// The control was hidden, disabled or removed, or something around it was: a press, a held key
+    /// or the pointer over it is over without an event. Sends nothing.
+    virtual void forgetInput() {}
     /// What a tool tip over `point` says; the tool tip text unless a kind knows better.
     [[nodiscard]] virtual std::u16string toolTipAt(Point point) const;
     /// The image attribute of the focus ring; empty: the window's.

@@ -27,6 +27,7 @@ public:
     bool DoEvent(const TEventUI& event) override;
     [[nodiscard]] Size EstimateSize(Size available) const override;
     void SetPos(const Rect& pos) override;
+    void forgetInput() override;
     [[nodiscard]] bool isFocusable() const override { return true; }
     [[nodiscard]] bool takesText() const override { return true; }
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;

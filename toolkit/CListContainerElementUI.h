@@ -16,6 +16,7 @@ public:
 
     bool DoEvent(const TEventUI& event) override;
     void notePress() override;
+    void forgetInput() override { m_hot = false; }
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     /// The row's own text, else the texts inside it.
     [[nodiscard]] std::u16string accessibleName() const override;

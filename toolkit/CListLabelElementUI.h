@@ -17,6 +17,7 @@ public:
     bool DoEvent(const TEventUI& event) override;
     void DoPaint(platform::Canvas& canvas, const Rect& dirty) override;
     void notePress() override;
+    void forgetInput() override { m_hot = false; }
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     [[nodiscard]] platform::AccessibleState accessibleState() const override;
     void accessiblePress() override;

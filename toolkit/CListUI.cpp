@@ -44,8 +44,8 @@ CControlUI* CListUI::AddAt(std::unique_ptr<CControlUI> control, int index) {
         row->SetInset(m_rowInset);
     }
     CControlUI* added = CContainerUI::AddAt(std::move(control), index);
-    if (added != nullptr && m_current >= index) {
-        ++m_current;
+    for (int* kept : {&m_current, &m_reveal}) {
+        *kept += added != nullptr && *kept >= index ? 1 : 0;
     }
     return added;
 }
@@ -54,8 +54,8 @@ bool CListUI::RemoveAt(int index) {
     if (!CContainerUI::RemoveAt(index)) {
         return false;
     }
-    if (m_current >= index) {
-        m_current = m_current == index ? -1 : m_current - 1;
+    for (int* kept : {&m_current, &m_reveal}) {
+        *kept = *kept == index ? -1 : *kept > index ? *kept - 1 : *kept;
     }
     return true;
 }
@@ -98,7 +98,8 @@ bool CListUI::SelectItem(int index, bool takeFocus) {
     if (takeFocus && GetManager() != nullptr) {
         GetManager()->SetFocus(this);
     }
-    if (changed && index >= 0) {
+    // Whoever lost the keyboard may have changed the items in its handler.
+    if (changed && index >= 0 && m_current == index) {
         notify(kItemSelect, index);
     }
     return true;

@@ -59,9 +59,9 @@ private:
     void markSelected(int index, bool selected);
     /// `tops`: where each row begins in the content, and where the last one ends.
     void placeRows(const std::vector<int>& tops);
-    void scrollBy(int pixels);
     bool onKey(const TEventUI& event);
     [[nodiscard]] int rowAtOffset(int pixels) const;
+    [[nodiscard]] int enabledRow(int index, int step) const;
 
     std::unique_ptr<CListHeader> m_header;
     std::unique_ptr<CScrollBarUI> m_scrollBar;

@@ -85,7 +85,7 @@ void COptionUI::attach(CPaintManagerUI* manager, CControlUI* parent) {
 
 bool COptionUI::Activate() {
     const CPaintManagerUI::Busy busy(GetManager());
-    if (!IsEnabled() || GetManager() == nullptr) {
+    if (!takesPress()) {
         return false;
     }
     const bool changes = m_group.empty() || !m_selected;

@@ -54,18 +54,30 @@ void CPaintManagerUI::forget(CControlUI& control) {
     m_focus.forget(control);
     m_mouse.forget(control);
     m_dropList->forget(control);
-    m_toolTip->forget(control);
+    m_toolTip->leave(control);
     m_timers.stopAll(m_window, control);
 }
 
 void CPaintManagerUI::leaveInput(CControlUI& control) {
-    CControlUI* focused = GetFocus();
+    const CControlUI* focused = GetFocus();
     if (focused != nullptr && focused->isInside(&control)) {
         m_focus.drop();
     }
     if (m_mouse.pressed() != nullptr && m_mouse.pressed()->isInside(&control)) {
         m_mouse.cancelPress();
         ReleaseCapture();
+    }
+    m_mouse.coolDown(control);
+    if (!control.isShown()) {
+        m_toolTip->leave(control);
+    }
+    forgetInputIn(control);
+}
+
+void CPaintManagerUI::forgetInputIn(CControlUI& control) {
+    control.forgetInput();
+    for (int i = 0; i < control.childCount(); ++i) {
+        forgetInputIn(*control.childAt(i));
     }
 }
 

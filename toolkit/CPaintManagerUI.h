@@ -142,6 +142,7 @@ private:
     bool handleKey(const platform::Event& event);
     void handleTimer(const platform::Event& event);
     void leaveBusy();
+    static void forgetInputIn(CControlUI& control);
     void paintFocusRing(platform::Canvas& canvas);
 
     platform::Gui& m_gui;

@@ -23,6 +23,7 @@ public:
     bool SetAttribute(std::u16string_view name, std::u16string_view value) override;
     bool DoEvent(const TEventUI& event) override;
     void DoPaint(platform::Canvas& canvas, const Rect& dirty) override;
+    void forgetInput() override { m_hot = false; }
     [[nodiscard]] bool isInteractive() const override { return true; }
     void attach(CPaintManagerUI* manager, CControlUI* parent) override;
 

@@ -94,9 +94,11 @@ bool CComboUI::onDroppedKey(const TEventUI& event) {
     const int highlighted = GetManager()->dropList().highlighted();
     switch (event.native.key) {
     case Key::escape:
-    case Key::f4:
         CloseDrop();
         break;
+    case Key::f4:
+        CloseDrop();
+        return !modifiers.alt; // with Alt it asks the window to close
     case Key::enter:
         CloseDrop();
         pick(highlighted);
@@ -116,7 +118,7 @@ bool CComboUI::onDroppedKey(const TEventUI& event) {
     default:
         moveHighlight(event.native.key);
     }
-    return true; // the keyboard is the open list's alone
+    return true; // all other keys are the open list's alone
 }
 
 void CComboUI::moveHighlight(Key key) {

@@ -14,8 +14,6 @@ using platform::Point;
 using platform::Rect;
 
 constexpr int kBorder = 1;
-constexpr int kWheelNotch = 120;
-constexpr int kRowsPerNotch = 3;
 
 } // namespace
 
@@ -108,7 +106,7 @@ int DropListWindow::pageRows() const {
 }
 
 void DropListWindow::wheel(int delta) {
-    if (m_scroll.setOffset(m_scroll.offset() - delta * kRowsPerNotch * m_rowHeight / kWheelNotch)) {
+    if (m_scroll.turnWheel(delta, m_rowHeight)) {
         invalidate();
     }
 }

@@ -36,6 +36,12 @@ bool CEditUI::DoEvent(const TEventUI& event) {
     }
 }
 
+void CEditUI::forgetInput() {
+    m_preedit.clear();
+    m_dragging = m_hot = false;
+    Invalidate();
+}
+
 bool CEditUI::onMouse(const TEventUI& event) {
     switch (event.Type) {
     case EventType::buttonDown:
@@ -124,6 +130,8 @@ bool CEditUI::onEditingKey(const platform::Event& event) {
     }
     if (text) {
         changed();
+    } else {
+        caretMoved();
     }
     return true;
 }

@@ -8,12 +8,17 @@
 namespace toolkit {
 namespace {
 
-void collectStops(CControlUI& from, std::vector<CControlUI*>& stops) {
-    if (from.isFocusable() && from.isTabStop() && from.CanTakeFocus()) {
-        stops.push_back(&from);
+bool isStop(const CControlUI& control) {
+    return control.isTabStop() && control.CanTakeFocus();
+}
+
+/// The stops inside `parent` in layout order, and `origin` wherever it stands.
+void collectStops(CControlUI& parent, const CControlUI* origin, std::vector<CControlUI*>& stops) {
+    if (isStop(parent) || &parent == origin) {
+        stops.push_back(&parent);
     }
-    for (int i = 0; i < from.childCount(); ++i) {
-        collectStops(*from.childAt(i), stops);
+    for (int i = 0; i < parent.childCount(); ++i) {
+        collectStops(*parent.childAt(i), origin, stops);
     }
 }
 
@@ -78,19 +83,22 @@ bool FocusKeeper::move(bool backward) {
     if (root == nullptr) {
         return false;
     }
+    const CControlUI* origin = m_focused != nullptr ? m_focused : m_origin;
     std::vector<CControlUI*> stops;
-    collectStops(*root, stops);
-    if (stops.empty()) {
+    collectStops(*root, origin, stops);
+    if (backward) {
+        std::reverse(stops.begin(), stops.end());
+    }
+    const auto at = std::find(stops.begin(), stops.end(), origin);
+    if (at != stops.end()) {
+        std::rotate(stops.begin(), at + 1, stops.end());
+    }
+    const auto next = std::find_if(stops.begin(), stops.end(),
+                                   [](const CControlUI* control) { return isStop(*control); });
+    if (next == stops.end()) {
         return false;
     }
-    const CControlUI* from = m_focused != nullptr ? m_focused : m_origin;
-    const auto at = std::find(stops.begin(), stops.end(), from);
-    const std::size_t count = stops.size();
-    std::size_t index = backward ? count - 1 : 0;
-    if (at != stops.end()) {
-        index = (static_cast<std::size_t>(at - stops.begin()) + (backward ? count - 1 : 1)) % count;
-    }
-    set(stops[index]);
+    set(*next);
     return true;
 }
 

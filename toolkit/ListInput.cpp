@@ -1,26 +1,13 @@
 // Wheel and keys of a list.
-#include <algorithm>
-
 #include "toolkit/CListUI.h"
 
 namespace toolkit {
-namespace {
-
-constexpr int kWheelNotch = 120;
-constexpr int kRowsPerNotch = 3;
-
-} // namespace
-
-void CListUI::scrollBy(int pixels) {
-    ScrollModel& scroll = m_scrollBar->model();
-    if (scroll.setOffset(scroll.offset() + pixels)) {
-        NeedUpdate();
-    }
-}
 
 bool CListUI::DoEvent(const TEventUI& event) {
     if (event.Type == EventType::wheel && m_scrollBar->model().isNeeded()) {
-        scrollBy(-event.native.wheelDelta * kRowsPerNotch * m_itemStyle.height / kWheelNotch);
+        if (m_scrollBar->model().turnWheel(event.native.wheelDelta, m_itemStyle.height)) {
+            NeedUpdate();
+        }
         return true;
     }
     if (event.Type == EventType::keyDown) {
@@ -46,6 +33,17 @@ int CListUI::rowAtOffset(int pixels) const {
     return index;
 }
 
+/// The first row from `index` on, in direction `step`, that can be picked; the selected one where
+/// there is none.
+int CListUI::enabledRow(int index, int step) const {
+    for (; GetItemAt(index) != nullptr; index += step) {
+        if (GetItemAt(index)->IsEnabled() && GetItemAt(index)->isShown()) {
+            return index;
+        }
+    }
+    return m_current;
+}
+
 bool CListUI::onKey(const TEventUI& event) {
     if (event.native.modifiers.control || event.native.modifiers.alt || GetCount() == 0) {
         return false;
@@ -54,22 +52,22 @@ bool CListUI::onKey(const TEventUI& event) {
     int target = -1;
     switch (event.native.key) {
     case platform::Key::up:
-        target = m_current < 0 ? last : std::max(m_current - 1, 0);
+        target = enabledRow(m_current < 0 ? last : m_current - 1, -1);
         break;
     case platform::Key::down:
-        target = std::min(m_current + 1, last);
+        target = enabledRow(m_current + 1, 1);
         break;
     case platform::Key::home:
-        target = 0;
+        target = enabledRow(0, 1);
         break;
     case platform::Key::end:
-        target = last;
+        target = enabledRow(last, -1);
         break;
     case platform::Key::pageUp:
-        target = rowAtOffset(-m_rowsRect.height());
+        target = enabledRow(rowAtOffset(-m_rowsRect.height()), 1);
         break;
     case platform::Key::pageDown:
-        target = rowAtOffset(m_rowsRect.height());
+        target = enabledRow(rowAtOffset(m_rowsRect.height()), -1);
         break;
     default:
         return false;

@@ -45,8 +45,9 @@ bool MouseInput::handle(const platform::Event& event) {
 }
 
 /// The order matters: whoever loses the keyboard has committed before anything reacts to the press,
-/// and a row is selected before the control in it hears of the press. Each step may change the
-/// controls, so the one under the pointer is looked up again.
+/// and a row is selected before the control in it hears of the press; a disabled control hears
+/// nothing, but its row is selected all the same. Each step may change the controls, so the one
+/// under the pointer is looked up again.
 bool MouseInput::press(const platform::Event& event) {
     m_manager.toolTip().hide();
     CControlUI* hit = m_manager.FindControl(event.position);
@@ -56,11 +57,7 @@ bool MouseInput::press(const platform::Event& event) {
             return true;
         }
     }
-    if (hit == nullptr || hit->IsEnabled()) {
-        m_manager.focusKeeper().press(hit);
-    } else {
-        m_manager.focusKeeper().press(nullptr);
-    }
+    m_manager.focusKeeper().press(hit);
     if (!m_manager.takesInput() || m_manager.filter(event)) {
         return true;
     }
@@ -69,7 +66,7 @@ bool MouseInput::press(const platform::Event& event) {
     }
     m_manager.UpdateLayout();
     hit = m_manager.FindControl(event.position);
-    if (hit == nullptr || !hit->IsEnabled()) {
+    if (hit == nullptr) {
         return true;
     }
     if (dragsCaption(hit, event.position)) {
@@ -198,6 +195,10 @@ void MouseInput::forget(const CControlUI& control) {
         m_pressed = nullptr;
         m_manager.ReleaseCapture();
     }
+}
+
+void MouseInput::coolDown(const CControlUI& control) {
+    std::erase_if(m_hot, [&](const CControlUI* hot) { return hot->isInside(&control); });
 }
 
 void MouseInput::cancelPress() {

@@ -19,6 +19,9 @@ public:
     bool handle(const platform::Event& event);
     /// Drops a control that leaves the window.
     void forget(const CControlUI& control);
+    /// Nothing inside `control` is under the pointer any more, until the pointer moves; no control
+    /// hears of it.
+    void coolDown(const CControlUI& control);
     /// The press is over without a release; the pressed control hears captureLost.
     void cancelPress();
     /// The pointer left the window.

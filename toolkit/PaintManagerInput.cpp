@@ -66,8 +66,7 @@ bool CPaintManagerUI::handleKey(const platform::Event& event) {
         m_toolTip->hide();
     }
     if (CComboUI* open = m_dropList->combo()) {
-        open->DoEvent({type, open, event});
-        return true;
+        return open->DoEvent({type, open, event});
     }
     if (filter(event)) {
         return true;

@@ -13,6 +13,12 @@ namespace {
 
 constexpr int kBelowPointer = 20;
 constexpr int kMaxWidth = 800;
+constexpr int kMaxLookNumber = 200;
+
+/// Keeps the tip a small window, whatever a layout says.
+void assignLimited(int& target, std::u16string_view value, int lowest) {
+    target = std::clamp(parseInt(value).value_or(target), lowest, kMaxLookNumber);
+}
 
 } // namespace
 
@@ -36,10 +42,9 @@ ToolTipWindow::Look ToolTipWindow::Look::of(const CPaintManagerUI& manager) {
         {u"textcolor", [](Look& l, Text v) { assignIf(l.textColor, parseColor(v)); }},
         {u"bkimage", [](Look& l, Text v) { l.backImage = v; }},
         {u"font", [](Look& l, Text v) { assignIf(l.font, parseInt(v)); }},
-        {u"height", [](Look& l, Text v) { l.height = std::max(parseInt(v).value_or(24), 1); }},
-        {u"textpadding", [](Look& l, Text v) { l.padding = std::max(parseInt(v).value_or(8), 0); }},
-        {u"cornerradius",
-         [](Look& l, Text v) { l.cornerRadius = std::max(parseInt(v).value_or(3), 0); }},
+        {u"height", [](Look& l, Text v) { assignLimited(l.height, v, 1); }},
+        {u"textpadding", [](Look& l, Text v) { assignLimited(l.padding, v, 0); }},
+        {u"cornerradius", [](Look& l, Text v) { assignLimited(l.cornerRadius, v, 0); }},
     };
     Look look;
     if (const auto* defaults = manager.GetDefaults(u"ToolTip")) {
@@ -89,8 +94,11 @@ void ToolTipWindow::timeOver() {
         return;
     }
     const Look look = Look::of(m_manager);
-    const int textWidth = m_manager.fonts().measure(text, m_manager.GetFont(look.font)).width;
-    m_size = {std::min(textWidth + 2 * look.padding, kMaxWidth), look.height};
+    const platform::FontHandle font = m_manager.GetFont(look.font);
+    const int most = kMaxWidth - 2 * look.padding;
+    const bool fits = fitsInto(most, text, font, m_manager.fonts());
+    const int width = fits ? m_manager.fonts().measure(text, font).width : most;
+    m_size = {width + 2 * look.padding, look.height};
     m_text = text;
     const platform::Point pointer = m_manager.toScreen(m_at);
     m_native->setGeometry(
@@ -113,8 +121,8 @@ void ToolTipWindow::hide() {
     close();
 }
 
-void ToolTipWindow::forget(const CControlUI& control) {
-    if (m_control == &control) {
+void ToolTipWindow::leave(const CControlUI& control) {
+    if (m_control != nullptr && m_control->isInside(&control)) {
         close();
         m_control = nullptr;
     }

@@ -25,7 +25,8 @@ public:
     void timeOver();
     /// Hides it, and does not show it again for the control under the pointer.
     void hide();
-    void forget(const CControlUI& control);
+    /// `control`, and what is inside, is to be seen no more.
+    void leave(const CControlUI& control);
     /// The shown text; empty while hidden.
     [[nodiscard]] const std::u16string& shownText() const { return m_text; }
     /// Null before the first showing. Not owned.

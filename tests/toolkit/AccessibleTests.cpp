@@ -101,6 +101,10 @@ TEST_F(Accessibility, ActsAsTheMouseDoes) {
     driver().get(u"Edit").accessibleSetValue(u"typed");
     EXPECT_EQ(get<toolkit::CEditUI>(u"Edit").GetText(), u"typed");
     EXPECT_EQ(driver().get(u"Edit").accessibleCaret(), 5);
+    combo.SetEnabled(false);
+    combo.accessibleChild(1)->accessiblePress();
+    driver().get(u"Go").SetVisible(false);
+    driver().get(u"Go").accessiblePress();
     driver().get(u"Tool").accessibleFocus();
     EXPECT_EQ(driver().focusName(), u"Edit") << "a disabled control takes no keyboard";
     expectNotes("what the enabled ones did",

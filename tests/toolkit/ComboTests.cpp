@@ -51,6 +51,11 @@ TEST_F(Combos, OpenAndCloseByTheirKeysAndByPresses) {
     driver().click(u"Go");
     EXPECT_FALSE(combo.IsDropped());
     expectNotes("a press outside reaches what is there", {"click Go"});
+    driver().openDropList(combo);
+    test::input().key(driver().native(), platform::EventKind::keyDown, Key::f4, {}, kAlt);
+    test::pump();
+    ASSERT_TRUE(window().IsClosing()) << "Alt+F4 is the window's, whatever is open";
+    test::gui().loop().run(); // takes the quit that the window posted
 }
 
 TEST_F(Combos, TheDropListIsAsHighAsItsItemsAndScrollsBeyondItsLimit) {
@@ -180,6 +185,7 @@ TEST_F(Combos, AListThatChangesWhileOpenCloses) {
         [&] { combo.AddNew<toolkit::CListLabelElementUI>(); },
         [&] { combo.SetEnabled(false); },
         [&] { combo.SetVisible(false); },
+        [&] { combo.GetParent()->SetEnabled(false); },
         [&] { window().GetPaintManager().SetFocus(nullptr); },
         [&] { combo.RemoveAll(); },
     };
@@ -189,6 +195,7 @@ TEST_F(Combos, AListThatChangesWhileOpenCloses) {
         EXPECT_FALSE(combo.IsDropped());
         combo.SetEnabled(true);
         combo.SetVisible(true);
+        combo.GetParent()->SetEnabled(true);
     }
     driver().click(u"Go");
     expectNotes("nothing was picked", {"click Go"});

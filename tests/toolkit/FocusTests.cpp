@@ -1,6 +1,5 @@
 // Who has the keyboard and how Tab moves it.
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CButtonUI.h"
 #include "toolkit/CEditUI.h"
 #include "toolkit/CListUI.h"
 
@@ -48,6 +47,34 @@ TEST_F(Focus, TabFollowsTheLayoutAndSkipsWhatCannotTakeIt) {
     EXPECT_EQ(focus(), u"");
     driver().press(Key::tab);
     EXPECT_EQ(focus(), u"B") << "on from where the keyboard was";
+    driver().get(u"B").SetEnabled(false);
+    driver().press(Key::tab);
+    EXPECT_EQ(focus(), u"C") << "also when that takes it no more";
+}
+
+TEST_F(Focus, AHeldKeyAndUncommittedTextEndWithWhatIsAroundTheirControl) {
+    open(kOrder, "bkcolor=\"#FFFFFFFF\"");
+    const auto hideAndShow = [&] {
+        window().GetPaintManager().GetRoot()->SetVisible(false);
+        window().GetPaintManager().GetRoot()->SetVisible(true);
+    };
+    auto& manager = window().GetPaintManager();
+    const auto rest = [&] { return driver().pixel({9, 40}); };
+    const std::uint32_t before = rest();
+    manager.SetFocus(&driver().get(u"A"));
+    test::input().preedit(driver().native(), u"\u2588\u2588\u2588");
+    test::pump();
+    EXPECT_NE(rest(), before);
+    hideAndShow();
+    EXPECT_EQ(rest(), before);
+    manager.SetFocus(&driver().get(u"B"));
+    test::input().key(driver().native(), platform::EventKind::keyDown, Key::space, u" ");
+    test::pump();
+    hideAndShow();
+    manager.SetFocus(&driver().get(u"B"));
+    test::input().key(driver().native(), platform::EventKind::keyUp, Key::space);
+    test::pump();
+    expectNotes("nothing was pressed and nothing typed", {});
 }
 
 TEST_F(Focus, LeavesWhatIsHiddenDisabledOrRemoved) {

@@ -80,6 +80,13 @@ TEST_F(Lists, ScrollByWheelThumbAndKeys) {
     }
     EXPECT_TRUE(list.SelectItem(2));
     EXPECT_EQ(row(2).top, 11) << "what a program selects comes into view";
+    window().reactions["itemselect List 18"] = [&](auto&) { list.RemoveAt(0); };
+    EXPECT_TRUE(list.SelectItem(18));
+    EXPECT_EQ(row(17).bottom, 111) << "also when its number changes before the layout";
+    list.GetItemAt(16)->SetEnabled(false);
+    list.GetItemAt(15)->SetVisible(false);
+    driver().press(Key::up);
+    EXPECT_EQ(list.GetCurSel(), 14) << "the keys pass over what nobody can press";
 }
 
 TEST_F(Lists, TheSelectionStaysWithItsRowWhenOthersComeAndGo) {
@@ -100,12 +107,14 @@ TEST_F(Lists, TheSelectionStaysWithItsRowWhenOthersComeAndGo) {
 TEST_F(Lists, APressInARowSelectsItFirstAndDoesNotMoveIt) {
     open(R"(<List name="List" pos="0,0,300,100">
         <ListContainerElement height="60"><Label name="Text" pos="80,0,60,25" text="x"/>
-        </ListContainerElement>
+        <Combo name="Off" pos="150,0,60,25" enabled="false"/></ListContainerElement>
         <ListContainerElement height="60"><Button name="Half" pos="0,0,60,60"/></ListContainerElement>
         </List>)");
     driver().click(platform::Point{30, 80});
     expectNotes("a button", {"itemselect List 1", "click Half"});
     EXPECT_EQ(driver().get(u"Half").GetPos().top, 60);
+    driver().click(u"Off");
+    expectNotes("a disabled control", {"itemselect List 0"});
     driver().click(u"Text");
     driver().press(Key::down);
     expectNotes("a text, and the next row", {"itemselect List 0", "itemselect List 1"});
@@ -124,6 +133,12 @@ TEST(ScrollModel, KeepsItsOffsetAndItsThumbInsideWhateverTheSizes) {
     EXPECT_TRUE(model.thumb({}).isEmpty());
     model.setExtent(600, 500);
     EXPECT_EQ(model.offset(), 100) << "shrinks with its content";
+    EXPECT_TRUE(model.turnWheel(32767, 32767));
+    EXPECT_EQ(model.offset(), 0);
+    for (int i = 0; i < 40; ++i) {
+        model.turnWheel(-3, 1);
+    }
+    EXPECT_EQ(model.offset(), 3) << "parts of a notch add up to it";
     model.setExtent(-5, -5);
     EXPECT_EQ(model.offset(), 0);
     EXPECT_FALSE(model.isNeeded());

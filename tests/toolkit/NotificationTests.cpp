@@ -188,6 +188,11 @@ TEST_F(Notifications, TellOfAProgramOnlyWhatItSelects) {
     get<toolkit::COptionUI>(u"Two").Selected(true);
     get<toolkit::CEditUI>(u"Edit").SetText(u"new");
     expectNotes("nothing else", {"itemselect List 0"});
+    window().reactions["killfocus Edit"] = [&](auto&) { combo().RemoveAll(); };
+    combo().AddNew<toolkit::CListLabelElementUI>();
+    driver().click(u"Edit");
+    EXPECT_TRUE(combo().SelectItem(0, true));
+    expectNotes("an item that went when the edit lost the keyboard", {"killfocus Edit"});
     EXPECT_TRUE(get<toolkit::COptionUI>(u"Check").IsSelected());
     EXPECT_FALSE(get<toolkit::COptionUI>(u"One").IsSelected());
 }

@@ -81,6 +81,10 @@ TEST_F(ToolTips, GoWithPressKeyPointerAndControl) {
         [&] { driver().hover(kAway); },
         [&] { driver().wheel(kAway, 1); },
         [&] { driver().send(platform::EventKind::mouseLeave, {}); },
+        [&] {
+            window().GetPaintManager().GetRoot()->SetVisible(false);
+            window().GetPaintManager().GetRoot()->SetVisible(true);
+        },
         [&] { window().GetPaintManager().GetRoot()->RemoveAll(); },
     };
     for (const auto& end : ends) {
