@@ -40,9 +40,9 @@ void createFolders(FileSystem& files, const std::string& folder) {
     }
 }
 
-/// The file a copy is written to before it takes the video's place. What was made and not moved there
-/// is removed at the end, so the stream made here goes first. Another editor that copies into the
-/// same folder may have put its own file in the meantime: that one is never touched.
+/// The file a copy is written to before it takes the video's place. What was made and not moved
+/// there is removed at the end, so the stream made here goes first. Another editor that copies into
+/// the same folder may have put its own file in the meantime: that one is never touched.
 class Temporary {
 public:
     Temporary(FileSystem& files, std::string path) : m_files(files), m_path(std::move(path)) {}
