@@ -49,7 +49,7 @@ protected:
             ++m_guis;
             auto gui = std::make_unique<test::ScriptedGui>(test::gui());
             gui->library.fails = m_componentsFail;
-            gui->ends = [&] { return m_sessionEnds || !script.problem().empty(); };
+            gui->ends = [&] { return !script.problem().empty(); };
             return m_hasDisplay ? std::move(gui) : nullptr;
         });
         script.stop();
@@ -64,7 +64,6 @@ protected:
         {core::services().fileSystem, core::services().clock, &m_process}};
     bool m_hasDisplay = true;
     bool m_componentsFail = false;
-    bool m_sessionEnds = false;
     int m_guis = 0;
 };
 
@@ -84,18 +83,6 @@ TEST_F(Program, AStartThatFailsShowsNothing) {
     EXPECT_EQ(std::filesystem::path(m_process.requests.front().program).filename(), "Menu.exe");
     EXPECT_EQ(m_log.errors(),
               (Lines{"Unable to initialize editor interfaces.", "CoInitialize failed (8007000E)"}));
-}
-
-TEST_F(Program, AClosedBranchEditorIsShownAgainUnlessTheSessionEnds) {
-    tour::Script script("./");
-    script.on(u"OpenSceneWindow", [&] { script.click(u"ButtonLoadScene"); });
-    script.on(u"QuorvelWindow", [] { test::topWindow().Close(); });
-    script.on(u"QuorvelWindow", [this] {
-        m_sessionEnds = true;
-        test::topWindow().Close();
-    });
-    EXPECT_EQ(run("Launcher", script), 0);
-    EXPECT_EQ(m_process.requests.size(), 1U);
 }
 
 /// One whole pass of an author, from the open scene window to the files on the disk: the program

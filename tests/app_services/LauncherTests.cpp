@@ -1,4 +1,5 @@
 #include <cerrno>
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,7 @@
 
 namespace {
 
+namespace fs = std::filesystem;
 using namespace std::string_literals;
 
 /// The working folder is product/bin/editor, three levels below a temporary folder.
@@ -25,11 +27,11 @@ protected:
     std::vector<std::string> handOff() {
         m_process.requests.clear();
         app::handOffToLauncher();
-        const std::string root = support::withSlashes(m_folder.path());
+        const std::string root = fs::path(m_folder.path()).generic_string();
         std::vector<std::string> programs;
         for (const platform::LaunchRequest& request : m_process.requests) {
-            const std::string program = support::withSlashes(request.program);
-            EXPECT_EQ(support::withSlashes(request.workingFolder),
+            const std::string program = fs::path(request.program).generic_string();
+            EXPECT_EQ(fs::path(request.workingFolder).generic_string(),
                       program.substr(0, program.rfind('/') + 1));
             EXPECT_EQ(request.arguments, "");
             programs.push_back(program.substr(root.size()));

@@ -136,7 +136,6 @@ TEST(LogMessages, AnOverlongMessageIsCutBetweenCharacters) {
         {x + euro, x},
         {x.substr(1) + "\xF0\x9F\x98\x80", x.substr(1)},
         {x.substr(1) + euro, x.substr(1) + euro},
-        {x + "ab" + euro, x + "ab"},
         {std::string(9000, '\x80'), std::string(8191, '\x80')}, // no UTF-8 at all
         {std::string(100000, 'y'), std::string(8191, 'y')},
     };

@@ -50,16 +50,6 @@ TEST_F(SafeSaveTest, AFaultAtAnyCallLeavesTheOldOrTheNewFileWholeAndIsToldInTheS
     }
 }
 
-TEST_F(SafeSaveTest, AFolderInThePlaceOrNoneOnTheWayIsRefused) {
-    support::makeFolder("folder.xml");
-    support::writeBytes("own/file", "");
-    for (const char* path : {"folder.xml", "missing/f.xml", "own/file/f.xml"}) {
-        EXPECT_FALSE(save(path, "new")) << path;
-        EXPECT_TRUE(m_failure.starts_with(path)) << m_failure;
-    }
-    EXPECT_EQ(support::filesBelow("."), Lines{"own/file"});
-}
-
 TEST_F(SafeSaveTest, APairIsPreparedTogetherAndAbandonedSilently) {
     support::writeBytes("z.xml", "old");
     testing::internal::CaptureStderr();

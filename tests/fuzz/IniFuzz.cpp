@@ -1,4 +1,4 @@
-// Any bytes as a translation file, as a folder of two, and as a settings file. A text comes from
+// Any bytes as a translation file and as a settings file. A text comes from
 // one line of the file, whatever the others hold.
 #include <cstdint>
 
@@ -12,19 +12,14 @@ namespace {
 
 using fuzz::require;
 
-void readEveryWay(support::MemoryFileSystem& files, const std::string& text) {
+void readBothWays(support::MemoryFileSystem& files, const std::string& text) {
     files.files["/home/T.ini"] = text;
-    files.folders.insert("/home/many");
-    files.files["/home/many/a.ini"] = text.substr(0, text.size() / 2);
-    files.files["/home/many/b.INI"] = text.substr(text.size() / 2);
-    for (const char* path : {"T.ini", "many"}) {
-        const auto translations = core::Translations::create(path, "French");
-        require(translations != nullptr);
-        require(translations->translate("7 up") == "7 up");
-        require(translations->translate("").empty());
-        const std::string found = translations->translate("Zone");
-        require(found == "Zone" || found == translations->translate("zONE"));
-    }
+    const auto translations = core::Translations::create("T.ini", "French");
+    require(translations != nullptr);
+    require(translations->translate("7 up") == "7 up");
+    require(translations->translate("").empty());
+    const std::string found = translations->translate("Zone");
+    require(found == "Zone" || found == translations->translate("zONE"));
     const auto settings = core::Settings::create("T.ini");
     if (settings) {
         (void)settings->getString("", "language", "English");
@@ -36,7 +31,7 @@ void readEveryWay(support::MemoryFileSystem& files, const std::string& text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Services services;
     const std::string text(data, data + size);
-    readEveryWay(services.files, text);
+    readBothWays(services.files, text);
     core::readIniText(text, "T.ini",
                       [&](std::string_view section, std::string_view key, std::string_view value) {
                           for (const std::string_view piece : {section, key, value}) {

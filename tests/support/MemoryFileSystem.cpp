@@ -27,12 +27,7 @@ public:
         m_position += count;
         return count;
     }
-    bool seek(std::int64_t position) override {
-        if (m_open && position >= 0) {
-            m_position = static_cast<std::size_t>(position);
-        }
-        return m_open && position >= 0;
-    }
+    bool seek(std::int64_t /*position*/) override { return false; } // nobody asks
     std::int64_t tell() const override {
         return m_open ? static_cast<std::int64_t>(m_position) : -1;
     }
@@ -130,29 +125,6 @@ bool MemoryFileSystem::replaceFile(const std::string& from, const std::string& t
     std::string bytes = std::move(source->second);
     files.erase(source);
     files[target] = std::move(bytes);
-    return true;
-}
-
-bool MemoryFileSystem::list(const std::string& folder,
-                            std::vector<platform::FolderEntry>& entries) {
-    entries.clear();
-    const std::string full = fullPath(folder);
-    if (!folders.contains(full)) {
-        return false;
-    }
-    const auto add = [&](const std::string& path, bool isFolder) {
-        if (path != "/" && parentOf(path) == full) {
-            entries.push_back({path.substr(path.rfind('/') + 1), isFolder});
-        }
-    };
-    for (const std::string& path : folders) {
-        add(path, true);
-    }
-    for (const auto& [path, bytes] : files) {
-        add(path, false);
-    }
-    std::sort(entries.begin(), entries.end(),
-              [](const auto& a, const auto& b) { return a.name < b.name; });
     return true;
 }
 

@@ -10,7 +10,8 @@
 
 namespace support {
 
-/// Streams may not outlive it. One thread at a time. There are no links, rights or disk to sync.
+/// Streams may not outlive it. One thread at a time. There are no listings, links, rights or disk
+/// to sync, and streams do not seek.
 class MemoryFileSystem final : public platform::FileSystem {
 public:
     static constexpr int kNotFound = 2;
@@ -29,8 +30,9 @@ public:
     bool replaceFile(const std::string& from, const std::string& to, int& error) override;
     void copyAccess(const std::string&, const std::string&) override {}
     bool syncFolder(const std::string&) override { return true; }
-    [[nodiscard]] bool list(const std::string& folder,
-                            std::vector<platform::FolderEntry>& entries) override;
+    [[nodiscard]] bool list(const std::string&, std::vector<platform::FolderEntry>&) override {
+        return false;
+    }
     [[nodiscard]] std::string currentFolder() override { return "/home"; }
     bool setCurrentFolder(const std::string&) override { return false; }
     [[nodiscard]] std::string fullPath(const std::string& path) override;

@@ -84,10 +84,4 @@ void makeFolder(const std::string& path) {
     fs::create_directories(toPath(path));
 }
 
-std::string withSlashes(std::string path) {
-    const char separator = static_cast<char>(fs::path::preferred_separator);
-    std::replace(path.begin(), path.end(), separator, '/');
-    return path;
-}
-
 } // namespace support

@@ -42,7 +42,5 @@ inline void writeBytes(const std::string& path, const std::vector<std::uint8_t>&
 /// Every file below `folder`, as sorted relative paths with "/".
 [[nodiscard]] std::vector<std::string> filesBelow(const std::string& folder);
 void makeFolder(const std::string& path);
-/// A path that the system gave, with "/" wherever it writes a separator of its own.
-[[nodiscard]] std::string withSlashes(std::string path);
 
 } // namespace support

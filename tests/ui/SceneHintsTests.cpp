@@ -35,11 +35,6 @@ TEST(SceneHints, NamesThatKeepASceneFromLoadingAreFound) {
     }
 }
 
-TEST(SceneHints, AFailedSaveIsToldWithoutFolders) {
-    EXPECT_EQ(ui::notSavedText("/home/a/Scenes/A: B\\Scene.xml: No space left on device"),
-              u"Not saved: Scene.xml: No space left on device");
-}
-
 TEST(SceneHints, ACopyUnderWayIsToldInPercent) {
     const std::pair<ui::CopyStatus, const char16_t*> states[] = {
         {{"a.ogv", 1, 1, 0, 0}, u"Copying a.ogv. Esc cancels."},
