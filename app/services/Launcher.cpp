@@ -38,7 +38,11 @@ std::string configuredProgram() {
     if (!file.read(text.data(), text.size())) {
         return {};
     }
-    text.resize(std::min(text.find('\0'), text.size()));
+    const std::size_t end = text.find('\0');
+    if (end == std::string::npos && size > kMaxPathBytes) {
+        return {};
+    }
+    text.resize(std::min(end, text.size()));
     text.resize(text.find_last_not_of("\r\n \t") + 1);
     return text;
 }

@@ -79,7 +79,7 @@ TEST_F(LauncherTest, TheTextIsThePathUpToAZeroByteAndWithoutBlanksAtItsEnd) {
         {"\0menu.exe"s, {}},
         {"\r\n", {}},
         {"menu.exe\0"s + std::string(65537, 'x'), {"product/bin/editor/menu.exe"}},
-        {std::string(65537, 'x'), {}},
+        {"menu.exe" + std::string(65537, ' ') + "x", {}},
     };
     for (const auto& [text, programs] : cases) {
         support::writeBytes("../Settings/Launcher.ini", text);
