@@ -12,7 +12,8 @@ std::size_t refusedBytes = 0; ///< the next one of this size fails; 0 = none doe
 
 } // namespace
 
-void* operator new(std::size_t bytes) {
+// None is inlined: the compiler would take malloc() or free() for the wrong end of an expression.
+[[gnu::noinline]] void* operator new(std::size_t bytes) {
     lastBytes = bytes;
     void* memory = bytes == refusedBytes ? nullptr : std::malloc(bytes | 1);
     if (memory == nullptr) {
@@ -22,7 +23,6 @@ void* operator new(std::size_t bytes) {
     return memory;
 }
 
-// Not inlined: the compiler would take free() for the wrong end of a new expression.
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
