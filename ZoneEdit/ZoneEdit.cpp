@@ -28,11 +28,10 @@ std::shared_ptr<ZoneEdit> ZoneEdit::create(const ui::WindowContext& context) {
 ZoneEdit::ZoneEdit(const ui::WindowContext& context)
     : EditorWindow(context),
       m_displaySize(context.gui.windows().primaryScreenHeight() >= kFullScreenHeight ? kFullSize
-                                                                                     : kSmallSize),
-      m_self(std::make_shared<ZoneEdit*>(this)) {}
+                                                                                     : kSmallSize) {
+}
 
 ZoneEdit::~ZoneEdit() {
-    *m_self = nullptr;
     zone::clearZoneView();
 }
 
@@ -93,9 +92,9 @@ void ZoneEdit::installZoneView() {
 
 void ZoneEdit::postClose() {
     // The layout is still being built: the window goes once its loop runs.
-    context().gui.loop().post([self = m_self] {
-        if (*self != nullptr) {
-            (*self)->Close(1);
+    context().gui.loop().post([window = weak_from_this()] {
+        if (const auto self = window.lock()) {
+            self->Close(1);
         }
     });
 }

@@ -23,10 +23,13 @@ class ZoneManager;
 
 namespace zoneedit {
 
-class ZoneEdit final : public ui::ConfirmCallback, public ui::EditorWindow {
+class ZoneEdit final : public ui::ConfirmCallback,
+                       public ui::EditorWindow,
+                       public std::enable_shared_from_this<ZoneEdit> {
 public:
     /// Never empty; the form of all window factories.
     [[nodiscard]] static std::shared_ptr<ZoneEdit> create(const ui::WindowContext& context);
+    /// For create(): only a shared window can close itself.
     explicit ZoneEdit(const ui::WindowContext& context);
     ~ZoneEdit() override;
 
@@ -112,7 +115,6 @@ private:
     std::u16string m_shownName; ///< what the program last put into the name edit
     ui::NameList m_zoneNames;
     std::u16string m_saved; ///< tells of the last save; empty before it and when it failed
-    std::shared_ptr<ZoneEdit*> m_self; ///< for tasks that may run after the window is gone
 };
 
 } // namespace zoneedit
