@@ -55,14 +55,16 @@ Bytes followedBy(const Bytes& more) {
     return file;
 }
 
-TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
-    const struct {
-        const char* name;
-        Bytes file;
-        int frames;   ///< as the file counts them
-        int playedOn; ///< pictures that follow when 0 has been shown
-        std::vector<SeekCase> seeks;
-    } cases[] = {
+struct NumberedFile {
+    const char* name;
+    Bytes file;
+    int frames;   ///< as the file counts them
+    int playedOn; ///< pictures that follow when 0 has been shown
+    std::vector<SeekCase> seeks;
+};
+
+std::vector<NumberedFile> oddlyNumberedFiles() {
+    return {
         {"starts late",
          support::makeClip({.firstNumber = 100}),
          130,
@@ -95,7 +97,10 @@ TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
          29,
          {{29, 29}, {3, 3}}},
     };
-    for (const auto& item : cases) {
+}
+
+TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
+    for (const NumberedFile& item : oddlyNumberedFiles()) {
         SCOPED_TRACE(item.name);
         PlaybackSession session(item.file);
         EXPECT_EQ(session.clip().getNumFrames(), item.frames);
