@@ -73,7 +73,8 @@ std::int64_t StepBackDecoder::chooseGoal() {
     const std::int64_t window = std::min<std::int64_t>(m_cache.behind(), kMostBehind);
     const std::int64_t lowest = std::max(m_centre - window, m_layout.firstFrame);
     const std::int64_t missing = m_cache.firstMissingBelow(m_centre, lowest);
-    if (missing < lowest) {
+    // A clip that plays on takes the cache's window with it: what it would not keep is not decoded.
+    if (missing < lowest || !m_cache.wants(missing)) {
         m_filling = false;
         return -1;
     }
