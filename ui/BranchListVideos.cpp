@@ -107,9 +107,8 @@ void BranchList::addVideos(Control& /*sender*/) {
         request.filterName = "Theora Video Files";
         request.filterPatterns = "*.ogg;*.ogv";
         request.initialFolder = core::currentDirectory() + "Scenes/";
-        setAsking(true);
+        const AskingScope asking(*this);
         chosen = context().gui.fileDialog().openFiles(request);
-        setAsking(false);
     }
     if (!chosen || m_folder.empty() || isImporting()) {
         return;

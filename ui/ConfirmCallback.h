@@ -25,11 +25,24 @@ public:
     [[nodiscard]] std::uint8_t answer() const { return m_answer; }
     /// True while a question is on the screen: the asking window must not be closed under it.
     [[nodiscard]] bool isAsking() const { return m_asking; }
-    void setAsking(bool asking) { m_asking = asking; }
 
 private:
+    friend class AskingScope;
+
     std::uint8_t m_answer = kNo;
     bool m_asking = false;
+};
+
+/// A question is on the screen for the lifetime of this object, which the asker outlives.
+class AskingScope {
+public:
+    explicit AskingScope(ConfirmCallback& asker) : m_asker(asker) { asker.m_asking = true; }
+    ~AskingScope() { m_asker.m_asking = false; }
+    AskingScope(const AskingScope&) = delete;
+    AskingScope& operator=(const AskingScope&) = delete;
+
+private:
+    ConfirmCallback& m_asker;
 };
 
 } // namespace ui

@@ -33,11 +33,10 @@ void Confirmation::run() {
         core::Log::get()->Error("Unable to show the question \"%s\"", m_message.c_str());
         return;
     }
-    m_asker.setAsking(true);
+    const AskingScope asking(m_asker);
     enableOwner(false);
     runLoop();
     enableOwner(true);
-    m_asker.setAsking(false);
 }
 
 void Confirmation::enableOwner(bool enabled) {
