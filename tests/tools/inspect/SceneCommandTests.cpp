@@ -63,7 +63,6 @@ TEST_F(SceneCommandTest, WhatCannotBeReadWrittenOrUnderstoodIsToldAndGivesTwo) {
         {{}, "", usage},
         {{"unknown"}, "", usage},
         {{"scene"}, "", usage},
-        {{"scene", ""}, "", usage},
         {{"scene", "a", "b"}, "", usage},
         {{"scene", "a", "--rewrite"}, "", usage},
         {{"scene", "missing"}, "", "Error: Unable to load scene\n"},
