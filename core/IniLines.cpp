@@ -12,8 +12,6 @@
 namespace core {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 struct Source {
     std::string_view rest;
     const std::string& origin;
@@ -68,9 +66,6 @@ int takeEntry(void* user, const char* section, const char* name, const char* val
 } // namespace
 
 void readIniText(std::string_view text, const std::string& origin, const IniEntry& entry) {
-    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-        text.remove_prefix(kByteOrderMark.size());
-    }
     Source source{text, origin, entry};
     ini_parse_stream(feedLine, &source, takeEntry, &source);
 }

@@ -12,8 +12,8 @@ namespace core {
 using IniEntry =
     std::function<void(std::string_view section, std::string_view key, std::string_view text)>;
 
-/// A leading UTF-8 byte order mark is skipped; a line that is no INI is passed over. `origin` names
-/// the text in reports. Format: https://github.com/benhoyt/inih
+/// The parser skips a leading UTF-8 byte order mark; a line that is no INI is passed over. `origin`
+/// names the text in reports. Format: https://github.com/benhoyt/inih
 void readIniText(std::string_view text, const std::string& origin, const IniEntry& entry);
 
 } // namespace core

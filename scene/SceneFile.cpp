@@ -108,7 +108,7 @@ bool SceneManager::saveInto(const std::string& folder) {
     core::SafeSave save;
     const bool good = save.open(folder + kFileName, "wt") && write(save.file()) && save.prepare() &&
                       save.commit();
-    m_saveFailure = good ? std::string() : save.failure();
+    m_saveFailure = save.failure();
     return good;
 }
 

@@ -58,6 +58,7 @@ TEST_F(ZonesCommandTest, WhatCannotBeReadOrWrittenIsToldOnStderr) {
     };
     const Case cases[]{
         {{"zones"}, "one base path is needed"},
+        {{"zones", "A/clip", "B"}, "one base path is needed"},
         {{"zones", "A/clip", "--frames"}, "one base path is needed"},
         {{"zones", "A/clip", "--frames", "-1"}, "0 or more"},
         {{"zones", "A/clip", "--frames", "2x"}, "0 or more"},
