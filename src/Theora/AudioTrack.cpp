@@ -11,7 +11,8 @@ constexpr int kSynthesisLine = 311;
 constexpr int kMaxProbes = 64;
 constexpr std::int64_t kWalkBytes = 64 * 1024;
 constexpr std::int64_t kSilencePiece = 4096; // samples
-constexpr std::int64_t kLongestPiece = 60;   // seconds
+// Floats: over a minute of stereo. A damaged file may claim any rate and promise sound hours away.
+constexpr std::size_t kMostQueued = std::size_t{1} << 23U;
 
 bool isVorbisHeader(const ogg_packet& packet) {
     return packet.bytes > 0 && (packet.packet[0] & 1U) != 0;
@@ -114,6 +115,7 @@ void AudioTrack::seek(float time) {
     m_wantedSample = sample;
     const TheoraLock lock(m_mutex);
     m_blocks.clear();
+    m_queued = 0;
     m_jumped = true;
 }
 
@@ -159,14 +161,18 @@ void AudioTrack::place(ogg_page& page, std::vector<float>& samples, std::int64_t
 void AudioTrack::queue(std::vector<float> samples) {
     m_wantedSample += static_cast<std::int64_t>(samples.size() / m_channels);
     const TheoraLock lock(m_mutex);
+    m_queued += samples.size();
     m_blocks.push_back(std::move(samples));
 }
 
+bool AudioTrack::isFull() {
+    const TheoraLock lock(m_mutex);
+    return m_queued >= kMostQueued;
+}
+
 void AudioTrack::decodeUntil(float time) {
-    // A damaged file may promise sound hours away; nobody needs so much at once.
-    const std::int64_t longest = m_wantedSample + kLongestPiece * m_headers.info->rate;
-    const std::int64_t until = std::min(sampleAt(time), longest);
-    while (!m_ended && m_wantedSample < until) {
+    const std::int64_t until = sampleAt(time);
+    while (!m_ended && m_wantedSample < until && !isFull()) {
         std::vector<float> samples;
         std::int64_t first = m_wantedSample;
         if (!decodePage(samples, first)) {
@@ -176,7 +182,7 @@ void AudioTrack::decodeUntil(float time) {
         // Silence up to where the sound starts, but not all of a long one at once.
         while (!samples.empty() && first > m_wantedSample) {
             const std::int64_t piece = std::min(first - m_wantedSample, kSilencePiece);
-            if (m_wantedSample >= until) {
+            if (m_wantedSample >= until || isFull()) {
                 m_nextSample = -1; // this page is decoded again when its time comes
                 startAt(findPage(m_wantedSample));
                 return;
@@ -202,6 +208,7 @@ void AudioTrack::handOver() {
         m_sink->insertData(samples.data(), static_cast<int>(samples.size() / m_channels));
     }
     m_blocks.clear();
+    m_queued = 0;
 }
 
 } // namespace theora

@@ -47,7 +47,8 @@ public:
     void seek(float time) EXCLUDES(m_mutex);
     /// Starts again from the beginning behind what is queued.
     void rewind();
-    /// Decodes until sound is queued up to `time` seconds; stops at the end of the data.
+    /// Decodes until sound is queued up to `time` seconds; stops at the end of the data, and while
+    /// more is queued than anybody needs at once.
     void decodeUntil(float time) EXCLUDES(m_mutex);
 
     /// Hands everything queued to the sink. Display thread.
@@ -60,6 +61,7 @@ private:
     [[nodiscard]] bool decodePage(std::vector<float>& samples, std::int64_t& first);
     void place(ogg_page& page, std::vector<float>& samples, std::int64_t& first);
     void queue(std::vector<float> samples) EXCLUDES(m_mutex);
+    [[nodiscard]] bool isFull() EXCLUDES(m_mutex);
 
     VorbisHeaders& m_headers;
     PageReader m_pages;
@@ -74,6 +76,7 @@ private:
     TheoraMutex m_mutex; ///< the clip's audio lock
     const std::unique_ptr<TheoraAudioInterface> m_sink;
     std::deque<std::vector<float>> m_blocks GUARDED_BY(m_mutex); ///< interleaved, not handed over
+    std::size_t m_queued GUARDED_BY(m_mutex) = 0;                ///< floats in m_blocks
     bool m_jumped GUARDED_BY(m_mutex) = false;                   ///< the sink is to be flushed
 };
 

@@ -2,6 +2,7 @@
 // seek.
 #include <algorithm>
 #include <cmath>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -21,11 +22,12 @@ public:
     std::unique_ptr<theora::TheoraAudioInterface>
     createInstance(const theora::TheoraVideoClip&, int channels, int samplesPerSecond) override {
         EXPECT_EQ(channels, 1);
-        EXPECT_EQ(samplesPerSecond, support::kClipSoundRate);
+        rate = samplesPerSecond;
         return std::make_unique<Sink>(*this);
     }
 
     Samples samples;
+    int rate = 0;
     int flushes = 0;
 
 private:
@@ -72,6 +74,7 @@ TEST(Audio, PlayingAndEverySeekHandOutTheExactSamplesOrSilenceWhereTheSoundStart
                 {.frames = 100, .pages = {3, 255}, .sound = item.sound, .soundDelay = item.delay}),
             0, &recorder);
         EXPECT_TRUE(session.clip().hasAudio());
+        EXPECT_EQ(recorder.rate, support::kClipSoundRate);
         EXPECT_EQ(session.playToEnd().size(), 100U);
         const Samples whole = recorder.samples;
         EXPECT_GT(std::ssize(whole), 90 * kSamplesPerFrame);
@@ -88,6 +91,21 @@ TEST(Audio, PlayingAndEverySeekHandOutTheExactSamplesOrSilenceWhereTheSoundStart
         }
         EXPECT_EQ(recorder.flushes, flushes);
     }
+}
+
+TEST(Audio, AnAbsurdRateAndASoundThatStartsFarAwayTakeLittleMemory) {
+    Recorder recorder;
+    PlaybackSession session(support::makeClip({.sound = support::Sound::before,
+                                               .soundDelay = 1 << 30,
+                                               .claimedSoundRate = 1U << 26U}),
+                            2, &recorder);
+    while (session.clip().getNumReadyFrames() < 2) { // the sound of the first is decoded then
+        std::this_thread::yield();
+    }
+    session.clip().getTimer().play();
+    (void)session.nextShown();
+    EXPECT_GT(recorder.samples.size(), std::size_t{8'000'000});
+    EXPECT_LT(recorder.samples.size(), std::size_t{10'000'000});
 }
 
 } // namespace

@@ -10,7 +10,6 @@
 #include <theora/theoraenc.h>
 
 #include "src/Theora/OggHandles.h"
-#include "tests/support/SoundMaker.h"
 
 namespace support {
 namespace {
@@ -225,6 +224,11 @@ private:
         EncodedStream sound = encodeSound(m_spec.frames / double{kClipFramesPerSecond});
         for (OggPacketData& packet : sound.data) {
             packet.granule += m_spec.soundDelay;
+        }
+        for (std::size_t byte = 0; byte < 4; ++byte) {
+            constexpr std::size_t kRateAt = 12;
+            sound.headers[0].bytes[kRateAt + byte] =
+                static_cast<std::uint8_t>(m_spec.claimedSoundRate >> 8 * byte);
         }
         addHeaders(sound, m_sound);
         for (auto& page : m_sound.pages(sound.data, {4, 255})) {

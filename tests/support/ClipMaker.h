@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "tests/support/OggPager.h"
+#include "tests/support/SoundMaker.h"
 
 namespace support {
 
@@ -30,9 +31,10 @@ struct ClipSpec {
     /// Frames that are stored as an empty packet: they repeat the picture before. Null = none.
     std::function<bool(int frame)> isEmpty = {};
     Sound sound = Sound::none;
-    int soundDelay = 0;        ///< samples that the sound starts after the pictures
-    bool skeleton = false;     ///< a metadata stream in front
-    bool secondTheora = false; ///< a further Theora stream behind the first
+    int soundDelay = 0; ///< samples that the sound starts after the pictures
+    unsigned claimedSoundRate = kClipSoundRate; ///< samples a second, as the header says
+    bool skeleton = false;                      ///< a metadata stream in front
+    bool secondTheora = false;                  ///< a further Theora stream behind the first
     bool emptyLastPage = false;
     std::int64_t lastPageGranule = -1; ///< of that page
     std::int64_t firstNumber = 0;      ///< of the first frame, as in a file cut from a longer one
