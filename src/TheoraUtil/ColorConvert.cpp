@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "src/TheoraUtil/ColorRows.h"
-#include "src/TheoraUtil/ColorTables.h"
 #include "src/TheoraUtil/PixelLayout.h"
 
 namespace theora {
@@ -26,14 +25,6 @@ ColorRowFunction rowFunction(const PixelLayout& layout, ColorPath path) {
     return fast != nullptr ? fast : portableColorRows(layout);
 }
 
-// A picture too narrow for its alpha half: the alpha that there is.
-void writeShortAlpha(const std::uint8_t* luma, const PixelLayout& layout, std::uint8_t* out,
-                     int count) {
-    for (int x = 0; x < count; ++x) {
-        out[x * layout.bytes + layout.extra] = alphaByte(luma[x]);
-    }
-}
-
 } // namespace
 
 void convertPicture(const TheoraPicture& picture, TheoraOutputMode mode, std::uint8_t* out,
@@ -44,8 +35,7 @@ void convertPicture(const TheoraPicture& picture, TheoraOutputMode mode, std::ui
     const PixelLayout layout = pixelLayout(mode);
     const ColorRowFunction convert = rowFunction(layout, path);
     const auto& [luma, u, v] = picture.planes;
-    const int alphaColumns = layout.alpha ? std::clamp(luma.width - width, 0, width) : 0;
-    const bool fullAlpha = layout.alpha && alphaColumns == width;
+    const bool hasAlphaHalf = layout.alpha && luma.width - width >= width;
     const std::ptrdiff_t rowBytes = std::ptrdiff_t{width} * layout.bytes;
     const int rowCount = coveredHeight(picture, height);
     const int step = 1 << picture.chromaShiftY;
@@ -60,14 +50,10 @@ void convertPicture(const TheoraPicture& picture, TheoraOutputMode mode, std::ui
         for (int row = 0; row < rows.rowCount; ++row) {
             const auto at = static_cast<std::size_t>(row);
             rows.luma[at] = luma.data + (top + row) * luma.rowBytes;
-            rows.alpha[at] = fullAlpha ? rows.luma[at] + width : nullptr;
+            rows.alpha[at] = hasAlphaHalf ? rows.luma[at] + width : nullptr;
             rows.out[at] = out + (top + row) * rowBytes;
         }
         convert(rows);
-        for (int row = 0; !fullAlpha && alphaColumns > 0 && row < rows.rowCount; ++row) {
-            const auto at = static_cast<std::size_t>(row);
-            writeShortAlpha(rows.luma[at] + width, layout, rows.out[at], alphaColumns);
-        }
     }
 }
 

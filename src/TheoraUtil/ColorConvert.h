@@ -17,8 +17,8 @@ enum class ColorPath {
 
 /// Converts the top left width x height pixels into `out`: rows of width * bytesPerPixel(mode)
 /// bytes, packed, top row first; unused bytes of a pixel become 255. Modes with alpha also read the
-/// `width` luma samples right of those. Pixels that the picture lacks are left alone; TH_UNDEFINED
-/// does nothing. Any thread.
+/// `width` luma samples right of those; without them all is opaque. Pixels that the picture lacks
+/// are left alone; TH_UNDEFINED does nothing. Any thread.
 void convertPicture(const TheoraPicture& picture, TheoraOutputMode mode, std::uint8_t* out,
                     int width, int height, ColorPath path = ColorPath::fastest);
 
