@@ -51,6 +51,11 @@ struct Rect {
         return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
                 std::max(bottom, other.bottom)};
     }
+    /// A rectangle of `size` with the same middle; an odd pixel stands at the right and bottom.
+    [[nodiscard]] constexpr Rect centred(Size size) const {
+        return at(left + (width() - size.width) / 2, top + (height() - size.height) / 2, size.width,
+                  size.height);
+    }
     [[nodiscard]] constexpr Rect translated(int dx, int dy) const {
         return {left + dx, top + dy, right + dx, bottom + dy};
     }

@@ -155,8 +155,14 @@ QString QtAccessibleNode::text(QAccessible::Text what) const {
 }
 
 void QtAccessibleNode::setText(QAccessible::Text what, const QString& text) {
+    if (what == QAccessible::Value) {
+        replaceValue(text);
+    }
+}
+
+void QtAccessibleNode::replaceValue(const QString& text) {
     Accessible* self = node();
-    if (self != nullptr && what == QAccessible::Value) {
+    if (self != nullptr && m_surface->window()->takesInput()) {
         guardedRun("accessible text", [&] { self->accessibleSetValue(fromQt(text)); });
     }
 }

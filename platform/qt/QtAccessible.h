@@ -67,6 +67,8 @@ public:
 
 private:
     [[nodiscard]] QString value() const;
+    /// Nothing happens while the window waits for its dialog.
+    void replaceValue(const QString& text);
 
     QPointer<QtSurface> m_surface;
     Accessible* m_node; ///< not owned; valid while m_life is

@@ -1,9 +1,7 @@
 // The text of edits and combos for assistive technology. Offsets are UTF-16 code units.
 #include <algorithm>
 
-#include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"
-#include "platform/qt/QtText.h"
 
 namespace platform::qt {
 
@@ -58,14 +56,10 @@ void QtAccessibleNode::insertText(int offset, const QString& text) {
 }
 
 void QtAccessibleNode::replaceText(int start, int end, const QString& text) {
-    Accessible* self = node();
-    if (self == nullptr) {
-        return;
-    }
     QString all = value();
     const int from = std::clamp(start, 0, static_cast<int>(all.size()));
     all.replace(from, std::clamp(end - from, 0, static_cast<int>(all.size()) - from), text);
-    guardedRun("accessible text", [&] { self->accessibleSetValue(fromQt(all)); });
+    replaceValue(all);
 }
 
 } // namespace platform::qt

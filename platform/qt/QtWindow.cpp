@@ -95,9 +95,7 @@ void QtWindow::center() {
     const QWindow* owner = m_surface->transientParent();
     const QRect around = owner != nullptr ? owner->geometry()
                                           : QGuiApplication::primaryScreen()->availableGeometry();
-    QRect place = m_surface->geometry();
-    place.moveCenter(around.center());
-    m_surface->setGeometry(place);
+    m_surface->setGeometry(toQt(fromQt(around).centred(geometry().size())));
 }
 
 void QtWindow::setGeometry(const Rect& screenRect) {

@@ -6,8 +6,10 @@
 #include <QMouseEvent>
 #include <QStyleHints>
 #include <QWheelEvent>
+#include <cmath>
 #include <utility>
 
+#include "platform/Composition.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtKeys.h"
 #include "platform/qt/QtText.h"
@@ -18,10 +20,18 @@ namespace platform::qt {
 
 namespace {
 
-Event mouseEvent(EventKind kind, QPoint position) {
+/// The pixel that a position lies in. Not the nearest one: on a screen of twice the pixels half of
+/// each would be its neighbour's.
+Point pixelAt(QPointF position) {
+    constexpr double kRounding = 1e-6; // of Qt's division by the scale
+    return {static_cast<int>(std::floor(position.x() + kRounding)),
+            static_cast<int>(std::floor(position.y() + kRounding))};
+}
+
+Event mouseEvent(EventKind kind, QPointF position) {
     Event event;
     event.kind = kind;
-    event.position = fromQt(position);
+    event.position = pixelAt(position);
     event.modifiers = modifiersFromQt(QGuiApplication::keyboardModifiers());
     return event;
 }
@@ -56,12 +66,11 @@ bool QtWindow::handleQtEvent(QEvent& event) {
         return handleWheel(static_cast<QWheelEvent&>(event));
     case QEvent::Enter:
         if (m_enabled) {
-            send(mouseEvent(EventKind::mouseMove,
-                            static_cast<QEnterEvent&>(event).position().toPoint()));
+            send(mouseEvent(EventKind::mouseMove, static_cast<QEnterEvent&>(event).position()));
         }
         return true;
     case QEvent::Leave:
-        send(mouseEvent(EventKind::mouseLeave, QPoint(-1, -1)));
+        send(mouseEvent(EventKind::mouseLeave, QPointF(-1, -1)));
         return true;
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
@@ -141,8 +150,7 @@ bool QtWindow::handleMouse(const QMouseEvent& event) {
     if (followMove(event)) {
         return true;
     }
-    const QPoint position = m_surface->mapFromGlobal(event.globalPosition()).toPoint();
-    Event ours = mouseEvent(EventKind::mouseMove, position);
+    Event ours = mouseEvent(EventKind::mouseMove, m_surface->mapFromGlobal(event.globalPosition()));
     if (event.type() != QEvent::MouseMove) {
         ours.button = buttonFromQt(event.button());
         if (ours.button == MouseButton::none) {
@@ -158,7 +166,7 @@ bool QtWindow::handleMouse(const QMouseEvent& event) {
 
 bool QtWindow::handleWheel(const QWheelEvent& event) {
     if (m_enabled && event.angleDelta().y() != 0) {
-        Event ours = mouseEvent(EventKind::mouseWheel, event.position().toPoint());
+        Event ours = mouseEvent(EventKind::mouseWheel, event.position());
         ours.wheelDelta = event.angleDelta().y();
         send(ours);
     }
@@ -199,26 +207,12 @@ bool QtWindow::handleInputMethod(const QInputMethodEvent& event) {
     if (!m_enabled) {
         return true;
     }
-    const QPointer<QtSurface> surface = m_surface.get();
-    Event ours;
-    ours.modifiers = modifiersFromQt(QGuiApplication::keyboardModifiers());
-    const std::u16string preedit = fromQt(event.preeditString());
-    const std::u16string committed = fromQt(event.commitString());
-    if (std::exchange(m_preedit, !preedit.empty()) || !preedit.empty()) {
-        ours.kind = EventKind::textPreedit;
-        ours.text = committed.empty() ? preedit : std::u16string();
-        send(ours);
-    }
-    if (!committed.empty() && surface != nullptr && surface->window() != nullptr) {
-        ours.kind = EventKind::textInput;
-        ours.text = committed;
-        send(ours);
-        if (!preedit.empty() && surface != nullptr && surface->window() != nullptr) {
-            ours.kind = EventKind::textPreedit;
-            ours.text = preedit;
-            send(ours);
-        }
-    }
+    sendComposition({fromQt(event.preeditString()), fromQt(event.commitString())},
+                    modifiersFromQt(QGuiApplication::keyboardModifiers()), m_preedit,
+                    [this, surface = QPointer<QtSurface>(m_surface.get())](const Event& ours) {
+                        send(ours);
+                        return surface != nullptr && surface->window() != nullptr;
+                    });
     return true;
 }
 

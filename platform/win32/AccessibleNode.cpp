@@ -107,6 +107,11 @@ Accessible* AccessibleNode::target(const VARIANT& child) const {
                                                       : nullptr;
 }
 
+bool AccessibleNode::takesInput() const {
+    const Win32Window* window = Win32Window::fromHandle(m_window);
+    return window != nullptr && window->takesInput();
+}
+
 AccessibleNode* AccessibleNode::objectFor(Accessible& node) const {
     const Win32Window* window = Win32Window::fromHandle(m_window);
     const bool root = window != nullptr && window->accessibleRoot() == &node;
@@ -256,6 +261,9 @@ HRESULT AccessibleNode::accSelect(long flags, VARIANT child) {
     if (meant == nullptr || !meant->accessibleState().enabled) {
         return E_INVALIDARG;
     }
+    if (!takesInput()) {
+        return E_ACCESSDENIED;
+    }
     if ((flags & SELFLAG_TAKEFOCUS) != 0 && meant->accessibleState().focusable) {
         guardedRun("accessible focus", [&] { meant->accessibleFocus(); });
         return S_OK;
@@ -325,6 +333,9 @@ HRESULT AccessibleNode::put_accValue(VARIANT child, BSTR value) {
                           !meant->accessibleState().readOnly && meant->accessibleState().enabled;
     if (!writable) {
         return DISP_E_MEMBERNOTFOUND;
+    }
+    if (!takesInput()) {
+        return E_ACCESSDENIED;
     }
     const std::wstring_view text(value != nullptr ? value : L"", SysStringLen(value));
     guardedRun("accessible text", [&] { meant->accessibleSetValue(fromWide(text)); });

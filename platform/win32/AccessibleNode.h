@@ -70,6 +70,8 @@ private:
     [[nodiscard]] Accessible* node() const;
     /// The node that `child` means: this one, a child by its place from 1, or one by its number.
     [[nodiscard]] Accessible* target(const VARIANT& child) const;
+    /// Whether somebody may act on the window: not behind a question.
+    [[nodiscard]] bool takesInput() const;
     /// An object for `node`, this window's root included.
     [[nodiscard]] AccessibleNode* objectFor(Accessible& node) const;
 

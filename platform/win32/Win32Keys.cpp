@@ -7,6 +7,7 @@
 
 #include <imm.h>
 
+#include "platform/Composition.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Window.h"
 
@@ -144,19 +145,11 @@ void Win32Window::compose(const std::u16string& preedit, const std::u16string& c
     if (!m_enabled) {
         return;
     }
-    HWND window = m_handle.get();
-    Event event;
-    event.modifiers = currentModifiers();
-    if (std::exchange(m_preedit, !preedit.empty()) || !preedit.empty()) {
-        event.kind = EventKind::textPreedit;
-        event.text = committed.empty() ? preedit : std::u16string();
-        send(event);
-    }
-    if (!committed.empty() && fromHandle(window) != nullptr) {
-        event.kind = EventKind::textInput;
-        event.text = committed;
-        send(event);
-    }
+    sendComposition({preedit, committed}, currentModifiers(), m_preedit,
+                    [this, window = m_handle.get()](const Event& event) {
+                        send(event);
+                        return fromHandle(window) == this;
+                    });
 }
 
 bool Win32Window::handleComposition(LPARAM flags) {

@@ -114,9 +114,8 @@ void Win32Window::show(bool visible) {
 
 void Win32Window::center() {
     const Rect around = m_owner != nullptr ? rectOf(m_owner) : primaryWorkArea();
-    const Size size = geometry().size();
-    SetWindowPos(m_handle.get(), nullptr, around.left + (around.width() - size.width) / 2,
-                 around.top + (around.height() - size.height) / 2, 0, 0,
+    const Rect place = around.centred(geometry().size());
+    SetWindowPos(m_handle.get(), nullptr, place.left, place.top, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -52,6 +52,8 @@ public:
     void accessibleChanged(Accessible& node, AccessibleChange change) override;
 
     [[nodiscard]] HWND handle() const { return m_handle.get(); }
+    /// Not while a dialog of its own asks, nor when it is closing.
+    [[nodiscard]] bool takesInput() const { return m_enabled && !m_closing; }
     /// Sent to the window itself: a screen reader presses the node whose number is the message's
     /// second parameter.
     static constexpr UINT kPressMessage = WM_APP + 3;

@@ -9,10 +9,11 @@ namespace platform::win32 {
 
 namespace {
 
-/// The clipboard, open for one scope.
+/// The clipboard, open for one scope. For a window of ours: the system may refuse to take what no
+/// window owns.
 class Clipboard {
 public:
-    Clipboard() : m_open(OpenClipboard(nullptr) != 0) {}
+    Clipboard() : m_open(OpenClipboard(GetActiveWindow()) != 0) {}
     ~Clipboard() {
         if (m_open) {
             CloseClipboard();

@@ -71,6 +71,7 @@ std::optional<LRESULT> Win32Window::handleInput(UINT message, WPARAM wide, LPARA
         handleLeave();
         return 0;
     case WM_CAPTURECHANGED:
+        m_moveGrip.reset();
         loseCapture();
         return 0;
     case WM_KEYDOWN:
@@ -134,7 +135,7 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
         }
         return 0;
     case kPressMessage:
-        if (m_enabled && !m_closing) { // not behind a question
+        if (takesInput()) {
             pressAccessible(static_cast<long>(wideLong));
         }
         return 0;

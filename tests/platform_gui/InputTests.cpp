@@ -3,10 +3,12 @@
 #include <stdexcept>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "platform/Composition.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
 
@@ -94,6 +96,47 @@ TEST(Mouse, ALostCaptureIsReportedOnceAndAReleasedOneNever) {
     }
 }
 
+TEST(Mouse, AMoveOfTheWindowEndsWithTheCapture) {
+    TestWindow first;
+    TestWindow second;
+    first.native().setGeometry({100, 100, 300, 200});
+    first.show();
+    second.show();
+    first.native().beginMove();
+    second.native().setCapture();
+    second.native().releaseCapture();
+    test::input().mouse(first.native(), EventKind::mouseMove, {50, 60});
+    test::pump();
+    EXPECT_EQ(first.native().geometry().topLeft(), (platform::Point{100, 100}));
+}
+
+TEST(Composition, EndsTheFormerTextBeforeTheCommittedAndTheNewOne) {
+    const std::tuple<platform::Composition, std::vector<std::u16string>> reports[] = {
+        {{u"", u""}, {}},
+        {{u"ka", u""}, {u"?ka"}},
+        {{u"kana", u""}, {u"?kana"}},
+        {{u"s", u"KANA"}, {u"?", u"KANA", u"?s"}},
+        {{u"", u"S"}, {u"?", u"S"}},
+        {{u"", u"x"}, {u"x"}},
+        {{u"t", u""}, {u"?t"}},
+        {{u"", u""}, {u"?"}},
+    };
+    bool hasPreedit = false;
+    std::vector<std::u16string> sent;
+    bool lives = true;
+    const auto send = [&](const platform::Event& event) {
+        sent.push_back((event.kind == EventKind::textPreedit ? u"?" : u"") + event.text);
+        return lives;
+    };
+    for (const auto& [report, expected] : reports) {
+        platform::sendComposition(report, {}, hasPreedit, send);
+        EXPECT_EQ(std::exchange(sent, {}), expected);
+    }
+    lives = false;
+    platform::sendComposition({u"a", u"b"}, {}, hasPreedit, send);
+    EXPECT_EQ(sent, std::vector<std::u16string>{u"?"}) << "the window went";
+}
+
 TEST(Keyboard, ReportsKeysModifiersAndTextApart) {
     const struct {
         const char* what;
@@ -172,13 +215,4 @@ TEST(Input, OutlivesHandlersAndPaintersThatThrow) {
     test::pump();
     EXPECT_EQ(window.takePaints().size(), 2U);
     window.answer = nullptr;
-}
-
-TEST(Clipboard, GivesBackWhatItTook) {
-    auto& windows = test::gui().windows();
-    const std::u16string texts[] = {u"plain", u"\u00e9\u4f60\U0001F600", u""};
-    for (const auto& text : texts) {
-        windows.setClipboardText(text);
-        EXPECT_EQ(windows.clipboardText(), text);
-    }
 }

@@ -104,6 +104,10 @@ TEST_F(AccessibleTest, ReadsAndReplacesTheTextOfAnEdit) {
     editable->deleteText(-3, 1);
     EXPECT_EQ(driver().textOf(u"Edit"), u"afé!");
     EXPECT_EQ(node(u"Go")->textInterface(), nullptr);
+    window().GetNative()->setEnabled(false);
+    editable->insertText(0, "x");
+    node(u"Edit")->setText(QAccessible::Value, "x");
+    EXPECT_EQ(driver().textOf(u"Edit"), u"afé!") << "not behind a question";
 }
 
 TEST_F(AccessibleTest, ForgetsNodesAndWindowsThatAreGone) {

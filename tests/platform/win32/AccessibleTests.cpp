@@ -81,6 +81,9 @@ TEST_F(AccessibleTest, ActsAsTheControlAllows) {
     press("pressed", {"click Go"});
     window().GetNative()->setEnabled(false);
     press("behind a question", {});
+    BSTR text = SysAllocString(L"Caf\u00e9");
+    EXPECT_EQ(m_client->put_accValue(numbered(3), text), E_ACCESSDENIED);
+    EXPECT_EQ(m_client->accSelect(SELFLAG_TAKEFOCUS, numbered(2)), E_ACCESSDENIED);
     window().GetNative()->setEnabled(true);
     EXPECT_EQ(m_client->accSelect(SELFLAG_TAKEFOCUS, numbered(2)), S_OK);
     test::pump();
@@ -89,7 +92,6 @@ TEST_F(AccessibleTest, ActsAsTheControlAllows) {
     driver().get(u"Go").SetEnabled(false);
     EXPECT_EQ(m_client->accDoDefaultAction(numbered(2)), DISP_E_MEMBERNOTFOUND);
 
-    BSTR text = SysAllocString(L"Caf\u00e9");
     EXPECT_EQ(m_client->put_accValue(numbered(3), text), S_OK);
     EXPECT_EQ(m_client->put_accValue(numbered(2), text), DISP_E_MEMBERNOTFOUND);
     SysFreeString(text);
