@@ -20,7 +20,6 @@ public:
     /// Empty when `bytes` is no archive that this class reads.
     static std::optional<ZipArchive> open(std::vector<std::uint8_t> bytes);
 
-    [[nodiscard]] bool contains(const std::string& name) const { return m_entries.contains(name); }
     /// In no order.
     [[nodiscard]] std::vector<std::string> names() const;
     /// The entry's bytes; empty when it is missing, damaged, too large or of a kind not read.

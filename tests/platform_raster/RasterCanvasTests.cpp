@@ -1,36 +1,18 @@
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "platform/raster/RasterCanvas.h"
+#include "tests/support/gui/FakeGui.h"
 
 using platform::Bitmap;
 using platform::ClipScope;
 using platform::Color;
-using platform::FontHandle;
 using platform::Rect;
 using platform::rgb;
-using platform::TextAlign;
 using platform::raster::RasterCanvas;
 
 namespace {
-
-/// Notes what it was asked to draw.
-class TextLog final : public platform::raster::TextPainter {
-public:
-    void drawText(platform::raster::PixelView /*target*/, const Rect& clip,
-                  std::u16string_view text, const Rect& box, FontHandle /*font*/, Color /*color*/,
-                  TextAlign /*align*/) override {
-        clips.push_back(clip);
-        boxes.push_back(box);
-        texts.emplace_back(text);
-    }
-    std::vector<Rect> clips;
-    std::vector<Rect> boxes;
-    std::vector<std::u16string> texts;
-};
 
 class RasterCanvasTest : public testing::Test {
 protected:
@@ -45,7 +27,7 @@ protected:
     }
 
     Bitmap m_bitmap{{20, 20}};
-    TextLog m_text;
+    test::NoText m_text;
     RasterCanvas m_canvas{m_bitmap, m_text, {0, 0, 20, 20}};
 };
 
@@ -133,14 +115,4 @@ TEST_F(RasterCanvasTest, DrawsLinesAndEllipsesInsideTheClipOnly) {
     EXPECT_EQ(m_bitmap.at(10, 9), 0U);
     m_canvas.drawEllipse({-40000, 0, 40000, 20}, kRed, kRed);
     EXPECT_EQ(m_bitmap.at(9, 9), kBlue);
-}
-
-TEST_F(RasterCanvasTest, HandsTextOnWithTheVisiblePartOfItsBox) {
-    const ClipScope clip(m_canvas, {0, 0, 10, 10});
-    m_canvas.drawText(u"seen", {5, 5, 15, 15}, 0, kRed, TextAlign::left);
-    m_canvas.drawText(u"beyond the clip", {10, 0, 20, 10}, 0, kRed, TextAlign::left);
-    m_canvas.drawText(u"", {0, 0, 9, 9}, 0, kRed, TextAlign::left);
-    ASSERT_EQ(m_text.texts, (std::vector<std::u16string>{u"seen"}));
-    EXPECT_EQ(m_text.clips[0], (Rect{5, 5, 10, 10}));
-    EXPECT_EQ(m_text.boxes[0], (Rect{5, 5, 15, 15}));
 }
