@@ -126,12 +126,13 @@ platform::Rect CEditUI::caretRect() const {
                     height);
 }
 
-/// Keeps the caret in view and the input method's window beside it.
+/// Keeps the caret in view and the input method's window beside it. Who does not write in the edit
+/// reads it from its beginning.
 void CEditUI::caretMoved() {
-    if (GetManager() == nullptr) {
+    Invalidate();
+    if (!IsFocused()) {
         return;
     }
-    Invalidate();
     const int width = textRect().width();
     if (width <= 0) {
         return;
@@ -141,9 +142,18 @@ void CEditUI::caretMoved() {
     m_scroll = std::min(m_scroll, std::max(0, total + kCaretWidth - width));
     m_scroll = std::min(m_scroll, caret);
     m_scroll = std::max(m_scroll, caret + kCaretWidth - width);
+    tellInputMethod();
+}
+
+void CEditUI::tellInputMethod() {
     if (IsFocused() && GetManager()->GetWindow() != nullptr) {
         GetManager()->GetWindow()->setTextInput(!m_readOnly, caretRect());
     }
+}
+
+void CEditUI::reveal(CControlUI& descendant) {
+    caretMoved();
+    CLabelUI::reveal(descendant);
 }
 
 void CEditUI::paintStatus(platform::Canvas& canvas) {

@@ -27,6 +27,8 @@ public:
     bool DoEvent(const TEventUI& event) override;
     [[nodiscard]] Size EstimateSize(Size available) const override;
     void SetPos(const Rect& pos) override;
+    /// Scrolls to the caret as well: a press, which must hit what it was aimed at, does without.
+    void reveal(CControlUI& descendant) override;
     void forgetInput() override;
     [[nodiscard]] bool isFocusable() const override { return true; }
     [[nodiscard]] bool takesText() const override { return true; }
@@ -54,6 +56,7 @@ private:
     void copySelection();
     void changed();
     void caretMoved();
+    void tellInputMethod();
     /// The text as shown: with what the input method has not committed yet.
     [[nodiscard]] std::u16string shownText() const;
     /// Where each code unit of the shown text begins, and where the last ends.

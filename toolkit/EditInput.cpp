@@ -23,11 +23,13 @@ bool CEditUI::DoEvent(const TEventUI& event) {
         caretMoved();
         return true;
     case EventType::setFocus:
-        caretMoved();
+        Invalidate();
+        tellInputMethod();
         return true;
     case EventType::killFocus:
         m_preedit.clear();
         m_dragging = false;
+        m_scroll = 0;
         Invalidate();
         notify(kKillFocus);
         return true;
@@ -39,6 +41,7 @@ bool CEditUI::DoEvent(const TEventUI& event) {
 void CEditUI::forgetInput() {
     m_preedit.clear();
     m_dragging = m_hot = false;
+    m_scroll = 0;
     Invalidate();
 }
 

@@ -150,15 +150,16 @@ TEST_F(Edits, UseTheClipboard) {
     driver().press(Key::v, kControl);
     expectText(u"twoone  three");
     driver().press(Key::a, kControl);
-    m_windows.setClipboardText(u"a\r\nb\tc");
+    const std::u16string lines = u"a\r\nb\t\u4f60\U0001F600";
+    m_windows.setClipboardText(lines);
     driver().press(Key::insert, kShift);
-    expectText(u"abc");
+    expectText(u"ab\u4f60\U0001F600");
     driver().press(Key::c, kControl);
-    EXPECT_TRUE(m_windows.clipboardText() == u"a\r\nb\tc") << "nothing is selected";
+    EXPECT_TRUE(m_windows.clipboardText() == lines) << "nothing is selected";
     driver().press(Key::a, kControl);
     driver().press(Key::del, kShift);
     expectText(u"");
-    EXPECT_TRUE(m_windows.clipboardText() == u"abc");
+    EXPECT_TRUE(m_windows.clipboardText() == u"ab\u4f60\U0001F600");
 }
 
 TEST_F(Edits, ThatAreReadOnlyLetCopyButNotChange) {
@@ -190,9 +191,12 @@ TEST_F(Edits, TakeTextFromInputMethods) {
 }
 
 TEST_F(Edits, KeepTheCaretInViewInAnyText) {
-    const auto& other = get<CEditUI>(u"Other");
-    driver().click(u"Other");
-    driver().type(u"a text much longer than its edit");
+    auto& other = get<CEditUI>(u"Other");
+    other.SetText(u"a text much longer than its");
+    driver().click(Point{26, 112});
+    EXPECT_EQ(other.GetSel(), (Sel{0, 0})) << "it is read, and hit, from its beginning";
+    driver().press(Key::end);
+    driver().type(u" edit");
     driver().click(Point{76, 112});
     EXPECT_GT(other.GetSel().first, 29) << "the end is in view";
     driver().press(Key::home);

@@ -144,6 +144,7 @@ TEST_F(Paint, ShowsSelectedAndHotRows) {
         const platform::Bitmap p = driver().picture();
         return std::array{p.at(90, 5), p.at(90, 19), p.at(90, 25), p.at(90, 45)};
     };
+    driver().hover(platform::Point{200, 200});
     EXPECT_EQ(pixels(), (std::array{0xFF000001, 0xFF000004, 0xFF000001, 0xFF000001}));
     driver().hover(platform::Point{5, 5});
     EXPECT_EQ(pixels()[0], 0xFF000002) << "also while the pointer is on a control of the row";
