@@ -40,10 +40,11 @@ def read(path):
 
 class Faults:
     def __init__(self, options, folder):
-        self.runner = [options.runner] if options.runner else []
+        self.runner = [os.path.abspath(options.runner)] if options.runner else []
         # A copy, where another user may run it too.
         self.program = shutil.copy(options.program, folder)
         os.chmod(folder, 0o755)
+        os.chdir(folder)  # for the log pages
         self.folder = os.path.join(folder, "")
         self.random = random.Random(options.seed)
         self.tried = self.lost = 0
