@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <map>
 #include <set>
 #include <string>
 #include <tuple>
@@ -111,6 +112,26 @@ TEST(Window, AnUnhandledCloseRequestClosesAndAHandledOneDoesNot) {
     EXPECT_EQ(window.takeEvents(), (Events{"closeRequest", "destroyed"}));
 }
 
+TEST(Window, RunsTimersByIdUntilTheyAreStopped) {
+    TestWindow window;
+    window.show();
+    std::map<unsigned, int> ticks;
+    window.answer = [&](const Event& event) {
+        if (event.kind == EventKind::timer && ++ticks[event.timerId] == 3 && event.timerId == 7) {
+            EXPECT_TRUE(window.native().stopTimer(7)) << "inside its own event";
+            EXPECT_FALSE(window.native().stopTimer(7));
+        }
+        return true;
+    };
+    EXPECT_TRUE(window.native().startTimer(7, 1));
+    EXPECT_TRUE(window.native().startTimer(1824, 1));
+    EXPECT_TRUE(test::pumpUntil([&] { return ticks[7] >= 3 && ticks[1824] >= 3; }));
+    const int goal = ticks[1824] + 5;
+    EXPECT_TRUE(test::pumpUntil([&] { return ticks[1824] >= goal; }));
+    EXPECT_EQ(ticks[7], 3);
+    EXPECT_FALSE(window.native().stopTimer(99));
+}
+
 TEST(Painting, CoversExactlyWhatWasInvalidated) {
     TestWindow window;
     window.show();
@@ -129,6 +150,23 @@ TEST(Painting, CoversExactlyWhatWasInvalidated) {
     window.native().invalidate({1, 2, 3, 4});
     window.native().repaintNow();
     EXPECT_EQ(window.takePaints(), (std::vector<Rect>{{1, 2, 3, 4}})) << "before it returns";
+    static_cast<void>(window.native().snapshot());
+    EXPECT_EQ(window.takePaints(), (std::vector<Rect>{{0, 0, 200, 100}})) << "a snapshot is whole";
+}
+
+TEST(Painting, FollowsTheWindowsSize) {
+    TestWindow window;
+    window.paint = [](platform::Canvas& canvas) {
+        canvas.fillRect({0, 0, 999, 999}, rgb(1, 2, 3));
+    };
+    window.show();
+    window.native().setGeometry({10, 20, 310, 260});
+    EXPECT_TRUE(test::pumpUntil([&] {
+        const auto paints = window.takePaints();
+        return std::count(paints.begin(), paints.end(), Rect{0, 0, 300, 240}) > 0;
+    }));
+    EXPECT_EQ(window.native().geometry(), (Rect{10, 20, 310, 260}));
+    EXPECT_EQ(window.native().snapshot().at(299, 239), rgb(1, 2, 3));
 }
 
 TEST(FrameBuffer, ReportsABitmapThatCannotBe) {

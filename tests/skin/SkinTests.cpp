@@ -18,7 +18,6 @@
 #include "toolkit/CEditUI.h"
 #include "toolkit/CLabelUI.h"
 #include "toolkit/COptionUI.h"
-#include "toolkit/DropListWindow.h"
 #include "toolkit/WindowImplBase.h"
 
 namespace {
@@ -168,33 +167,5 @@ const Layout kLayouts[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Layouts, SkinLook, testing::ValuesIn(kLayouts),
                          [](const auto& layout) { return layout.param.name; });
-
-/// The first column of `rows` with a dark pixel, behind the first three columns.
-int firstInk(const Bitmap& picture, const Rect& rows) {
-    for (int x = rows.left + 3; x < rows.right; ++x) {
-        for (int y = rows.top + 3; y < rows.bottom - 3; ++y) {
-            if ((picture.at(x, y) & 0xFFU) < 0x80) {
-                return x - rows.left;
-            }
-        }
-    }
-    return -1;
-}
-
-TEST(SkinDropList, TextsStandBelowTheTextOfTheBox) {
-    SkinWindow window("BranchList.xml");
-    test::WindowDriver driver(window);
-    auto& combo = driver.get<toolkit::CComboUI>(u"ComboBranchName");
-    combo.SetItemTexts(std::make_shared<toolkit::CComboUI::Texts>(2, u"Left"));
-    combo.SelectItem(1);
-    const int inBox = firstInk(driver.picture(), combo.GetPos());
-    driver.openDropList(combo);
-    toolkit::DropListWindow& list = driver.manager().dropList();
-    ASSERT_NE(list.native(), nullptr);
-    Rect row = list.itemRect(1);
-    row.left = 0; // where the box begins
-    EXPECT_EQ(firstInk(list.native()->snapshot(), row), inBox);
-    EXPECT_EQ(list.geometry().left - driver.native().geometry().left, combo.GetPos().left);
-}
 
 } // namespace
