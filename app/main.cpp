@@ -1,7 +1,7 @@
 // The program's entry point. Returns what app::runProgram returns.
 #include "app/Program.h"
-#include "app/services/CommandLine.h"
 #include "core/Log.h"
+#include "platform/CommandLine.h"
 #include "platform/DebugLine.h"
 #include "src/TheoraLog.h"
 
@@ -10,7 +10,7 @@ int main(int argc, char** argv) {
     core::Log::get();
     // Worker threads write these lines; the log page is the main thread's alone.
     theora::setLogHook(platform::writeDebugLine);
-    const int exitCode = app::runProgram(app::joinArguments(argc, argv), platform::createGui);
+    const int exitCode = app::runProgram(platform::commandLine(argc, argv), platform::createGui);
     core::Log::release();
     return exitCode;
 }

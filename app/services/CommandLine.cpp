@@ -24,12 +24,4 @@ std::uint32_t parseCommandLine(const std::string& commandLine) {
     return flags;
 }
 
-std::string joinArguments(int count, const char* const* arguments) {
-    std::string line;
-    for (int i = 1; i < count; ++i) {
-        line += (i > 1 ? " " : "") + std::string(arguments[i]);
-    }
-    return line;
-}
-
 } // namespace app

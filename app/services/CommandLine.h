@@ -15,7 +15,4 @@ constexpr std::uint32_t kSecondaryMonitorFlag = 0x8; // recorded, changes nothin
 /// case counts. Any other token is ignored.
 [[nodiscard]] std::uint32_t parseCommandLine(const std::string& commandLine);
 
-/// The program's arguments, without its own name, as one command line.
-[[nodiscard]] std::string joinArguments(int count, const char* const* arguments);
-
 } // namespace app

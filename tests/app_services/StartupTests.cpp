@@ -24,12 +24,6 @@ TEST(CommandLine, KnownTokensSetTheirBits) {
     }
 }
 
-TEST(CommandLine, ArgumentsAreJoinedWithOneBlank) {
-    const char* const arguments[] = {"/usr/bin/TestMode", "Launcher", "a b", "", "TestMode"};
-    EXPECT_EQ(app::joinArguments(5, arguments), "Launcher a b  TestMode");
-    EXPECT_EQ(app::joinArguments(0, nullptr), "");
-}
-
 /// The working folder is product/editor below a temporary folder.
 class StartupTest : public support::TempFolderTest {
 protected:

@@ -1,8 +1,6 @@
-// Any bytes as the command line, as arguments, and as the launcher's settings file.
+// Any bytes as the command line and as the launcher's settings file.
 #include <cstdint>
-#include <cstring>
 #include <string>
-#include <vector>
 
 #include "app/services/CommandLine.h"
 #include "app/services/Launcher.h"
@@ -29,11 +27,6 @@ std::uint32_t searchedFlags(const std::string& line) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(data, data + size);
     require(app::parseCommandLine(text) == searchedFlags(text));
-    std::vector<const char*> arguments;
-    for (std::size_t at = 0; at < text.size(); at += std::strlen(text.c_str() + at) + 1) {
-        arguments.push_back(text.c_str() + at);
-    }
-    (void)app::joinArguments(static_cast<int>(arguments.size()), arguments.data());
 
     fuzz::Services services;
     services.files.folders.insert("/Settings");
