@@ -53,7 +53,7 @@ public:
 
     /// Asks for a jump: the next frame handed out is frame `frame` exactly. Of several requests the
     /// last one holds. A number below 0 counts as 0; one behind the end shows the last picture
-    /// under the number asked for.
+    /// under the number asked for. While the timer is paused no later frame follows it.
     void requestSeek(int frame);
     /// Frame to seek to, -1 = none. Set it through requestSeek, which wakes the worker as well.
     std::atomic<int> pendingSeekFrame{-1};
@@ -168,8 +168,8 @@ private:
     std::atomic<float> m_priority{1.0F};
     std::atomic<bool> m_seeking{false}; ///< the timer stands still
     std::atomic<int> m_soughtFrame{-1}; ///< of the last seek
-    std::atomic<float> m_passLength{
-        -1.0F};                          ///< seconds from one restart to the next; -1 = not known
+    /// Seconds from one restart to the next; -1 = not known yet.
+    std::atomic<float> m_passLength{-1.0F};
     std::atomic<int> m_yieldRequests{0}; ///< threads that wait for the access lock
     std::atomic<bool> m_cancelled{false};
 };

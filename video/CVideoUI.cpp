@@ -114,8 +114,8 @@ void CVideoUI::stepForward(int count) {
         return;
     }
     const int last = m_video->frameCount - 1;
-    const int left =
-        last - m_video->currentFrame; // a file may claim as many frames as an int holds
+    // Not by the sum: a file may claim as many frames as an int holds.
+    const int left = last - m_video->currentFrame;
     if (m_video->seekTo(left > count ? m_video->currentFrame + count : last)) {
         NeedUpdate();
     } else {
