@@ -1,6 +1,6 @@
 // What the windows tell the author about the state of a scene, in one quiet line: names that make
-// its file unreadable, a save that failed, a copy under way. Used by the branch editor and the new
-// scene window.
+// its file unreadable, a save that failed, a copy under way, what the last deed did and what is
+// missing for the next. Used by the branch editor and the new scene window.
 #pragma once
 
 #include <cstdint>

@@ -117,6 +117,8 @@ TEST_F(BranchVideos, CopiesThoseThatAreNotListedAndChoosesNothing) {
     addVideos({"c.ogv"}, "Scenes\\Fire\\");
     EXPECT_EQ(videos().GetItemText(4), u"c.ogv");
     EXPECT_EQ(readBytes("Scenes/Fire/c.ogv"), "only copy");
+    EXPECT_EQ(m_driver->textOf(u"LabelStatus"),
+              u"The video is in the list now; choose it for a branch.");
     // Zones of a new one are offered in the next window only.
     m_driver->pick(u"ComboVideoName", 3);
     EXPECT_EQ(scene().branchFilename(0), "b.ogv");
