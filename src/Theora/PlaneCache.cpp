@@ -149,13 +149,14 @@ std::shared_ptr<const CachedPicture> PlaneCache::find(std::int64_t frame) const 
 
 std::int64_t PlaneCache::firstMissingBelow(std::int64_t frame, std::int64_t lowest) const {
     const TheoraLock lock(m_mutex);
+    const std::int64_t lowestKept = std::max(lowest, m_centre - m_behind);
     std::int64_t missing = frame - 1;
     auto at = m_entries.lower_bound(frame);
-    while (missing >= lowest && at != m_entries.begin() && std::prev(at)->first == missing) {
+    while (missing >= lowestKept && at != m_entries.begin() && std::prev(at)->first == missing) {
         --at;
         --missing;
     }
-    return std::max(missing, lowest - 1);
+    return missing < lowestKept ? lowest - 1 : missing;
 }
 
 } // namespace theora

@@ -38,8 +38,8 @@ public:
     /// Null when the picture is not here. Stays valid as long as it is held.
     [[nodiscard]] std::shared_ptr<const CachedPicture> find(std::int64_t frame) const
         EXCLUDES(m_mutex);
-    /// The highest number below `frame` and not below `lowest` whose picture is missing; lowest - 1
-    /// when none is.
+    /// The highest number below `frame` and not below `lowest` whose picture is missing and not too
+    /// far behind the centre to be kept; lowest - 1 when there is none.
     [[nodiscard]] std::int64_t firstMissingBelow(std::int64_t frame, std::int64_t lowest) const
         EXCLUDES(m_mutex);
 

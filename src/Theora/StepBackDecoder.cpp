@@ -73,8 +73,7 @@ std::int64_t StepBackDecoder::chooseGoal() {
     const std::int64_t window = std::min<std::int64_t>(m_cache.behind(), kMostBehind);
     const std::int64_t lowest = std::max(m_centre - window, m_layout.firstFrame);
     const std::int64_t missing = m_cache.firstMissingBelow(m_centre, lowest);
-    // A clip that plays on takes the cache's window with it: what it would not keep is not decoded.
-    if (missing < lowest || !m_cache.wants(missing)) {
+    if (missing < lowest) { // or a clip that plays on has taken the cache's window with it
         m_filling = false;
         return -1;
     }

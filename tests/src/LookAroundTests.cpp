@@ -48,12 +48,14 @@ TEST(PlaneCache, KeepsTheWindowAroundTheCentreWithinItsMemoryAndWhatIsHeld) {
     for (int frame = 0; frame < 200; ++frame) {
         EXPECT_EQ(valueOf(cache, frame), frame < 180 ? -1 : frame);
     }
-    EXPECT_EQ(cache.firstMissingBelow(200, 0), 179);
+    EXPECT_EQ(cache.firstMissingBelow(200, 0), -1);    // what is missing would not be kept
+    EXPECT_EQ(cache.firstMissingBelow(100, 50), 49);   // nor would any of these
     EXPECT_EQ(cache.firstMissingBelow(200, 190), 189); // none missing down to the limit
-    EXPECT_EQ(cache.firstMissingBelow(100, 0), 99);
-    EXPECT_FALSE(cache.wants(179)); // behind the window of this centre
+    EXPECT_FALSE(cache.wants(179));                    // behind the window of this centre
     EXPECT_TRUE(cache.wants(199 + cache.ahead()));
     EXPECT_FALSE(cache.wants(199 + cache.ahead() + 1));
+    cache.setCentre(190);
+    EXPECT_EQ(cache.firstMissingBelow(190, 0), 179);
 }
 
 /// Frames of about 4 kB in groups of 100.
