@@ -31,6 +31,13 @@ CPaintManagerUI::~CPaintManagerUI() {
     m_retired.clear();
 }
 
+void CPaintManagerUI::Init(platform::NativeWindow* window) {
+    m_window = window;
+    m_closing = false;
+    m_fontHandles.clear();
+    m_defaults.clear();
+}
+
 void CPaintManagerUI::leaveBusy() {
     if (m_busy == 1) {
         UpdateLayout();

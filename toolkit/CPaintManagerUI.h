@@ -55,8 +55,10 @@ public:
     [[nodiscard]] platform::Gui& Gui() const { return m_gui; }
     /// Null before the native window is made and after it is gone. Not owned.
     [[nodiscard]] platform::NativeWindow* GetWindow() const { return m_window; }
-    void Init(platform::NativeWindow* window) { m_window = window; }
-    /// The window is closing or gone: no input and no notifications any more.
+    /// A native window was made: the manager begins anew, without the fonts and defaults that a
+    /// former layout gave.
+    void Init(platform::NativeWindow* window);
+    /// The window is closing: no control sees input any more.
     void stopInput() { m_closing = true; }
     [[nodiscard]] bool takesInput() const { return !m_closing && m_window != nullptr; }
     /// The native window is gone.

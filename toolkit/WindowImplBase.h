@@ -46,7 +46,8 @@ public:
 
     /// Makes the native window and its controls; hidden, of the layout's size. False when the
     /// layout is missing or malformed (the log names the file) or the system refuses; nothing is
-    /// left behind then and no quit is posted. `style` and `exStyle` are Win32 style bits.
+    /// left behind then and no quit is posted. May be called again once the native window is gone.
+    /// `style` and `exStyle` are Win32 style bits.
     bool Create(platform::NativeWindow* owner, const std::u16string& title, std::uint32_t style,
                 std::uint32_t exStyle);
     void Close(int code = 0) override;

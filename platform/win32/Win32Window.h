@@ -73,6 +73,7 @@ private:
 
     /// Empty: the system handles the message as well. May destroy this object.
     std::optional<LRESULT> handleMessage(UINT message, WPARAM wide, LPARAM wideLong);
+    std::optional<LRESULT> handleEnd(UINT message, WPARAM wide);
     std::optional<LRESULT> handleFrame(UINT message, WPARAM wide, LPARAM wideLong);
     std::optional<LRESULT> handleInput(UINT message, WPARAM wide, LPARAM wideLong);
     void handleMouse(UINT message, WPARAM wide, LPARAM wideLong);

@@ -101,6 +101,32 @@ std::optional<LRESULT> Win32Window::handleInput(UINT message, WPARAM wide, LPARA
     return std::nullopt;
 }
 
+/// What ends the window or the program.
+std::optional<LRESULT> Win32Window::handleEnd(UINT message, WPARAM wide) {
+    switch (message) {
+    case WM_CLOSE:
+        handleCloseRequest();
+        return 0;
+    case WM_QUERYENDSESSION:
+        return TRUE;
+    case WM_ENDSESSION:
+        if (wide != 0) {
+            m_services.endProgram();
+        }
+        return 0;
+    case kFinishMessage:
+        finish();
+        return 0;
+    case WM_DESTROY: // from outside, with its owner for one; our own end comes without messages
+        m_closing = true;
+        m_timers.clear();
+        finish();
+        return 0;
+    default:
+        return std::nullopt;
+    }
+}
+
 std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPARAM wideLong) {
     switch (message) {
     case WM_PAINT:
@@ -115,9 +141,6 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
     case WM_ACTIVATE:
         handleActivation(LOWORD(wide) != WA_INACTIVE);
         return 0;
-    case WM_CLOSE:
-        handleCloseRequest();
-        return 0;
     case WM_SETCURSOR:
         return handleSetCursor(wideLong) ? std::optional<LRESULT>(TRUE) : std::nullopt;
     case WM_SYSCOMMAND: // Alt alone would open a menu that a frameless window does not have
@@ -127,28 +150,16 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
             answerAccessibility(m_handle.get(), accessibleRoot(), wide, wideLong);
         return answer != 0 ? std::optional<LRESULT>(answer) : std::nullopt;
     }
-    case WM_QUERYENDSESSION:
-        return TRUE;
-    case WM_ENDSESSION:
-        if (wide != 0) {
-            m_services.endProgram();
-        }
-        return 0;
     case kPressMessage:
         if (takesInput()) {
             pressAccessible(static_cast<long>(wideLong));
         }
         return 0;
-    case kFinishMessage:
-        finish();
-        return 0;
-    case WM_DESTROY: // from outside, with its owner for one; our own end comes without messages
-        m_closing = true;
-        m_timers.clear();
-        finish();
-        return 0;
     default:
         break;
+    }
+    if (const std::optional<LRESULT> end = handleEnd(message, wide)) {
+        return end;
     }
     const std::optional<LRESULT> frame = handleFrame(message, wide, wideLong);
     return frame ? frame : handleInput(message, wide, wideLong);

@@ -121,6 +121,20 @@ TEST_F(Lifetime, AWindowThatIsReleasedWithoutBeingClosedPostsNoQuit) {
     EXPECT_EQ(test::gui().loop().run(), 7);
 }
 
+TEST_F(Lifetime, AWindowThatIsMadeAgainBeginsAnew) {
+    open(R"(<Font size="30"/><Button name="Out" pos="0,0,80,25"/>)");
+    window().Close(1);
+    test::gui().loop().run();
+    support::writeBytes("UI/Test.xml", R"(<Window size="90,30"><Font size="40"/>
+        <Button name="Out" pos="0,0,80,25"/></Window>)");
+    ASSERT_TRUE(window().Create(nullptr, u"Test", 0, 0));
+    driver().show();
+    driver().click(u"Out");
+    expectNotes("it takes input", {"click Out"});
+    EXPECT_EQ(window().GetPaintManager().GetFont(0),
+              test::gui().fonts().open({"", 40, false, false}));
+}
+
 TEST_F(Lifetime, ABadLayoutKeepsTheWindowFromOpeningAndIsNamedInTheLog) {
     std::string deep = "<Window size=\"10,10\">";
     for (int i = 0; i < 2000; ++i) {
