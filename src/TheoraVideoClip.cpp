@@ -122,6 +122,7 @@ void TheoraVideoClip::followRestart(float overshoot) {
     m_iteration.store(1 - m_iteration.load());
     m_timer->seek(std::min(overshoot, kLongestCatchUp));
     m_restartPending.store(false);
+    m_soughtFrame.store(-1);
     int handled = 0;
     m_frameQueue->popWhile([&](TheoraVideoFrame& frame) {
         if (frame.getTimeToDisplay() <= kOldPassFrom) {
