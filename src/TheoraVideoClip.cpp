@@ -122,7 +122,6 @@ void TheoraVideoClip::followRestart(float overshoot) {
     m_iteration.store(1 - m_iteration.load());
     m_timer->seek(std::min(overshoot, kLongestCatchUp));
     m_restartPending.store(false);
-    m_soughtFrame.store(-1);
     int handled = 0;
     m_frameQueue->popWhile([&](TheoraVideoFrame& frame) {
         if (frame.getTimeToDisplay() <= kOldPassFrom) {
@@ -185,7 +184,7 @@ TheoraVideoFrame* TheoraVideoClip::peekReadyFrame() {
 bool TheoraVideoClip::isBehindSeek(const TheoraVideoFrame& frame) const {
     const int sought = m_soughtFrame.load();
     return sought >= 0 && frame.getFrameNumber() > sought && m_timer->isPaused() &&
-           frame.getTimeToDisplay() <= timeOfFrame(sought);
+           frame.getTimeToDisplay() == timeOfFrame(sought);
 }
 
 void TheoraVideoClip::releaseShownFrame() {

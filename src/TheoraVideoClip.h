@@ -167,7 +167,7 @@ private:
     std::atomic<int> m_lastIteration{0};
     std::atomic<float> m_priority{1.0F};
     std::atomic<bool> m_seeking{false}; ///< the timer stands still
-    std::atomic<int> m_soughtFrame{-1}; ///< of the last seek in this pass; -1 = none
+    std::atomic<int> m_soughtFrame{-1}; ///< of the last seek
     /// Seconds from one restart to the next; -1 = not known yet.
     std::atomic<float> m_passLength{-1.0F};
     std::atomic<int> m_yieldRequests{0}; ///< threads that wait for the access lock

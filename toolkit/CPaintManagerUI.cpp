@@ -36,6 +36,11 @@ void CPaintManagerUI::Init(platform::NativeWindow* window) {
     m_closing = false;
     m_fontHandles.clear();
     m_defaults.clear();
+    m_images.clear();
+    m_caption = {};
+    // Their windows went with the former one, which owned them.
+    m_dropList = std::make_unique<DropListWindow>(*this);
+    m_toolTip = std::make_unique<ToolTipWindow>(*this);
 }
 
 void CPaintManagerUI::leaveBusy() {

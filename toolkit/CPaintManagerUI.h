@@ -55,8 +55,8 @@ public:
     [[nodiscard]] platform::Gui& Gui() const { return m_gui; }
     /// Null before the native window is made and after it is gone. Not owned.
     [[nodiscard]] platform::NativeWindow* GetWindow() const { return m_window; }
-    /// A native window was made: the manager begins anew, without the fonts and defaults that a
-    /// former layout gave.
+    /// A native window was made: the manager begins anew, without anything that a former
+    /// layout gave.
     void Init(platform::NativeWindow* window);
     /// The window is closing: no control sees input any more.
     void stopInput() { m_closing = true; }

@@ -131,7 +131,7 @@ void FocusKeeper::windowDeactivated() {
 
 void FocusKeeper::windowActivated() {
     if (m_focused == nullptr && m_restore != nullptr) {
-        set(m_restore);
+        set(m_restore, false); // a press may have brought the window back
     }
     m_restore = nullptr;
 }

@@ -87,12 +87,12 @@ void BranchList::forgetNote() {
 }
 
 std::u16string BranchList::statusText() {
+    if (!m_note.empty()) { // gone with the next deed
+        return m_saved + m_note;
+    }
     const std::u16string hint = unreadableHint(*scene());
     if (!hint.empty()) {
         return m_saved + hint;
-    }
-    if (!m_note.empty()) {
-        return m_saved + m_note;
     }
     return m_saved + (lacksZones() ? std::u16string(kNoZonesHint) : m_usualStatus);
 }

@@ -92,8 +92,8 @@ std::u16string addedText(int count) {
 
 std::u16string nothingToEditText(int place) {
     return core::displayText("Nothing opened: Edit Zones goes by the place in the Video list, and "
-                             "branch " +
-                             std::to_string(place + 1) + " has no video.");
+                             "there is no branch " +
+                             std::to_string(place + 1) + " with a video.");
 }
 
 std::u16string unreadableVideoText(const std::string& path) {

@@ -58,6 +58,7 @@ bool CVideoUI::LoadVideo(const std::string& path) {
     try {
         loaded = std::make_shared<Video>();
     } catch (const std::exception&) { // no memory, or no further thread
+        core::Log::get()->Error("Unable to load Theora video");
         return false;
     }
     if (m_video) {

@@ -199,6 +199,14 @@ TEST_F(Edits, KeepTheCaretInViewInAnyText) {
     driver().type(u" edit");
     driver().click(Point{76, 112});
     EXPECT_GT(other.GetSel().first, 29) << "the end is in view";
+    for (const auto kind : {platform::EventKind::deactivated, platform::EventKind::activated}) {
+        platform::Event event;
+        event.kind = kind;
+        driver().manager().MessageHandler(event);
+    }
+    driver().click(Point{26, 112});
+    EXPECT_EQ(other.GetSel(), (Sel{0, 0})) << "a press that brings the window back hits, too";
+    driver().press(Key::end);
     driver().press(Key::home);
     driver().click(Point{26, 112});
     EXPECT_EQ(other.GetSel(), (Sel{0, 0}));

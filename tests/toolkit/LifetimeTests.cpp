@@ -122,15 +122,21 @@ TEST_F(Lifetime, AWindowThatIsReleasedWithoutBeingClosedPostsNoQuit) {
 }
 
 TEST_F(Lifetime, AWindowThatIsMadeAgainBeginsAnew) {
-    open(R"(<Font size="30"/><Button name="Out" pos="0,0,80,25"/>)");
+    const std::string combo = R"(<Combo name="Combo" pos="0,30,80,20" enabled="true">
+        <ListLabelElement text="one"/></Combo>)";
+    open(R"(<Font size="30"/><Button name="Out" pos="0,0,80,25"/>)" + combo);
+    driver().pick(u"Combo", 0);
+    expectNotes("it takes input", {"itemselect Combo 0"});
     window().Close(1);
     test::gui().loop().run();
-    support::writeBytes("UI/Test.xml", R"(<Window size="90,30"><Font size="40"/>
-        <Button name="Out" pos="0,0,80,25"/></Window>)");
+    support::writeBytes("UI/Test.xml", R"(<Window size="90,60"><Font size="40"/>
+        <Button name="Out" pos="0,0,80,25"/>)" +
+                                           combo + "</Window>");
     ASSERT_TRUE(window().Create(nullptr, u"Test", 0, 0));
     driver().show();
     driver().click(u"Out");
-    expectNotes("it takes input", {"click Out"});
+    driver().pick(u"Combo", 0);
+    expectNotes("it takes input", {"click Out", "itemselect Combo 0"});
     EXPECT_EQ(window().GetPaintManager().GetFont(0),
               test::gui().fonts().open({"", 40, false, false}));
 }

@@ -205,7 +205,7 @@ TEST_F(BranchVideos, EditZonesTakesTheVideoOfTheBranchAtTheVideosPlace) {
         EXPECT_EQ(isClosed(*m_window), leaves);
         EXPECT_TRUE(leaves || m_driver->textOf(u"LabelStatus") ==
                                   u"Nothing opened: Edit Zones goes by the place in the Video "
-                                  u"list, and branch 2 has no video.");
+                                  u"list, and there is no branch 2 with a video.");
     }
     EXPECT_EQ(m_log.errors(),
               std::vector<std::string>{"..\\BranchManager.cpp:351 Invalid branch index"});
