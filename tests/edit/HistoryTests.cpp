@@ -1,0 +1,161 @@
+// Steps, gestures and listeners of the history of edits, on a model of three numbers.
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "edit/History.h"
+#include "edit/OneOf.h"
+
+namespace {
+
+using Model = std::array<int, 3>;
+
+/// Puts a value into one cell; a series of them in one gesture is kept as one.
+struct Put {
+    std::size_t cell;
+    int value;
+    void apply(Model& model) { std::swap(model.at(cell), value); } // throws for a wrong cell
+    void takeBack(Model& model) noexcept { std::swap(model[cell], value); }
+    [[nodiscard]] std::vector<std::size_t> changes() const { return {cell}; }
+    [[nodiscard]] static std::size_t bytes() { return 100; }
+    [[nodiscard]] bool absorb(const Put& next) const { return next.cell == cell; }
+};
+struct Reverse {
+    void apply(Model& model) { std::swap(model[0], model[2]); }
+    void takeBack(Model& model) noexcept { std::swap(model[0], model[2]); }
+    [[nodiscard]] static std::vector<std::size_t> changes() { return {0, 2}; }
+    [[nodiscard]] static std::size_t bytes() { return 1; }
+};
+struct Edits {
+    using Model = ::Model;
+    using Change = std::size_t;
+    using Label = std::string;
+    using Operation = edit::OneOf<Model, Change, Put, Reverse>;
+};
+using History = edit::History<Edits>;
+using Notices = std::vector<std::vector<std::size_t>>;
+
+class HistoryTest : public testing::Test {
+protected:
+    Model m_model{1, 2, 3};
+    History m_history{m_model};
+    Notices m_notices;
+    edit::Subscription m_token =
+        m_history.observe([this](const auto& changes) { m_notices.push_back(changes); });
+};
+
+TEST_F(HistoryTest, StepsGoBackAndForth) {
+    m_history.run("put", Put{1, 7});
+    m_history.run("reverse", Reverse{});
+    EXPECT_EQ(m_model, (Model{3, 7, 1}));
+    EXPECT_EQ(*m_history.undoLabel(), "reverse");
+    EXPECT_EQ(m_history.redoLabel(), nullptr);
+    EXPECT_TRUE(m_history.undo());
+    EXPECT_EQ(*m_history.undoLabel(), "put");
+    EXPECT_EQ(*m_history.redoLabel(), "reverse");
+    EXPECT_TRUE(m_history.undo());
+    EXPECT_FALSE(m_history.undo());
+    EXPECT_EQ(m_model, (Model{1, 2, 3}));
+    EXPECT_TRUE(m_history.redo());
+    EXPECT_EQ(m_model, (Model{1, 7, 3}));
+    m_history.run("put", Put{0, 9}); // what was undone is gone
+    EXPECT_FALSE(m_history.redo());
+    EXPECT_EQ(m_history.bytes(), 200U);
+    EXPECT_EQ(m_notices, (Notices{{1}, {0, 2}, {0, 2}, {1}, {1}, {0}}));
+}
+
+TEST_F(HistoryTest, AGestureIsOneStepAndToldOnce) {
+    auto gesture = m_history.begin("drag");
+    for (int value = 10; value < 20; ++value) {
+        gesture.run(Put{1, value});
+    }
+    m_history.run("inner", Put{2, 5}); // joins the open gesture
+    EXPECT_FALSE(m_history.undo());
+    EXPECT_TRUE(m_notices.empty());
+    gesture.announce();
+    gesture.run(Put{2, 6});
+    gesture.announce();
+    gesture.commit();
+    EXPECT_EQ(m_notices, (Notices{{1, 2}, {2}, {}}));
+    EXPECT_EQ(m_history.size(), 1U);
+    EXPECT_EQ(m_history.bytes(), 200U) << "changes of one cell in a row are kept as one";
+    EXPECT_EQ(*m_history.undoLabel(), "drag");
+    EXPECT_TRUE(m_history.undo());
+    EXPECT_EQ(m_model, (Model{1, 2, 3}));
+    EXPECT_TRUE(m_history.redo());
+    EXPECT_EQ(m_model, (Model{1, 19, 6}));
+}
+
+TEST_F(HistoryTest, WhatIsNotCommittedIsTakenBack) {
+    m_history.run("put", Put{0, 4});
+    m_history.undo();
+    {
+        auto outer = m_history.begin("outer");
+        outer.run(Put{1, 8});
+        {
+            auto inner = m_history.begin("inner");
+            inner.run(Put{1, 9});
+            inner.run(Reverse{});
+        }
+        EXPECT_EQ(m_model, (Model{1, 8, 3}));
+        EXPECT_THROW(outer.run(Put{3, 0}), std::out_of_range);
+    }
+    EXPECT_EQ(m_model, (Model{1, 2, 3}));
+    m_history.begin("empty").commit();
+    EXPECT_TRUE(m_history.redo()) << "nothing was done since the undo";
+    EXPECT_EQ(m_model, (Model{4, 2, 3}));
+    EXPECT_EQ(m_history.size(), 1U);
+}
+
+TEST(HistoryLimits, TheOldestStepsGoFirst) {
+    struct Case {
+        edit::Limits limits;
+        std::size_t kept;
+    };
+    for (const auto& [limits, kept] : {Case{{5, 10000, 1}, 5}, Case{{1000, 250, 1}, 2},
+                                       Case{{1000, 250, 4}, 4}, Case{{3, 0, 10}, 10}}) {
+        Model model{};
+        History history(model, limits);
+        for (int value = 1; value <= 20; ++value) {
+            history.run("put", Put{0, value});
+        }
+        EXPECT_EQ(history.size(), kept);
+        EXPECT_EQ(history.bytes(), kept * 100);
+        while (history.undo()) {
+        }
+        EXPECT_EQ(model[0], 20 - static_cast<int>(kept));
+    }
+}
+
+TEST(Observers, ComeAndGoWhileTheyAreTold) {
+    edit::Observers<int> observers;
+    std::string told;
+    std::optional<edit::Subscription> self;
+    std::optional<edit::Subscription> later;
+    std::optional<edit::Subscription> added;
+    self = observers.add([&](int) {
+        told += 'a';
+        self.reset();
+        later.reset();
+        added = observers.add([&](int) { told += 'c'; });
+    });
+    later = observers.add([&](int) { told += 'b'; });
+    observers.notify(1);
+    EXPECT_EQ(told, "a");
+    observers.notify(2);
+    EXPECT_EQ(told, "ac");
+
+    auto held = std::make_unique<edit::Observers<>>();
+    const edit::Subscription first = held->add([&] { held.reset(); });
+    const edit::Subscription second = held->add([&] { told += 'd'; });
+    held->notify();
+    EXPECT_EQ(told, "acd") << "those that were to be told still are";
+}
+
+} // namespace
