@@ -5,7 +5,7 @@
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "platform/Window.h"
-#include "toolkit/COptionUI.h"
+#include "toolkit/controls/COptionUI.h"
 #include "video/CVideoUI.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneView.h"

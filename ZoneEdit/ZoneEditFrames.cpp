@@ -3,7 +3,7 @@
 #include "ZoneEdit/ZoneEdit.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
-#include "toolkit/COptionUI.h"
+#include "toolkit/controls/COptionUI.h"
 #include "video/CVideoUI.h"
 #include "zone/ZoneManager.h"
 

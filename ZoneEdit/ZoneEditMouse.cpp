@@ -3,7 +3,7 @@
 #include "ZoneEdit/ZoneEdit.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "platform/Window.h"
-#include "toolkit/COptionUI.h"
+#include "toolkit/controls/COptionUI.h"
 #include "video/CVideoUI.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"

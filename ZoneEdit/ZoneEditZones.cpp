@@ -6,7 +6,7 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Paths.h"
 #include "core/Text.h"
-#include "toolkit/CComboUI.h"
+#include "toolkit/controls/CComboUI.h"
 #include "ui/Confirmation.h"
 #include "ui/SceneHints.h"
 #include "video/Video.h"

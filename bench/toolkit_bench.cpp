@@ -5,13 +5,13 @@
 
 #include "platform/raster/RasterCanvas.h"
 #include "tests/support/gui/FakeGui.h"
-#include "toolkit/CComboUI.h"
-#include "toolkit/CHorizontalLayoutUI.h"
-#include "toolkit/CListContainerElementUI.h"
-#include "toolkit/CListUI.h"
-#include "toolkit/COptionUI.h"
-#include "toolkit/ImageCache.h"
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CListContainerElementUI.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/COptionUI.h"
+#include "toolkit/layout/CHorizontalLayoutUI.h"
+#include "toolkit/skin/ImageCache.h"
+#include "toolkit/window/WindowImplBase.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "scene/SceneManager.h"
-#include "toolkit/CComboUI.h"
-#include "toolkit/CListUI.h"
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CListUI.h"
 #include "ui/BranchList.h"
 #include "ui/BranchListControls.h"
 #include "ui/SceneHints.h"

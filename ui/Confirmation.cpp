@@ -4,7 +4,7 @@
 
 #include "core/Log.h"
 #include "core/Text.h"
-#include "toolkit/CButtonUI.h"
+#include "toolkit/controls/CButtonUI.h"
 
 namespace ui {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/window/WindowImplBase.h"
 #include "ui/WindowContext.h"
 
 namespace ui {

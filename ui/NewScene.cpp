@@ -2,7 +2,7 @@
 
 #include "core/Text.h"
 #include "scene/SceneManager.h"
-#include "toolkit/CEditUI.h"
+#include "toolkit/controls/CEditUI.h"
 #include "ui/SceneHints.h"
 
 namespace ui {

@@ -5,10 +5,10 @@
 
 #include "core/Text.h"
 #include "scene/SceneManager.h"
-#include "toolkit/CHorizontalLayoutUI.h"
-#include "toolkit/CListContainerElementUI.h"
-#include "toolkit/CListUI.h"
-#include "toolkit/CTextUI.h"
+#include "toolkit/controls/CListContainerElementUI.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/CTextUI.h"
+#include "toolkit/layout/CHorizontalLayoutUI.h"
 #include "ui/SceneListing.h"
 
 namespace ui {

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <utility>
 
-#include "toolkit/CComboUI.h"
+#include "toolkit/controls/CComboUI.h"
 
 namespace ui {
 

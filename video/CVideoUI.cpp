@@ -8,7 +8,7 @@
 
 #include "core/Log.h"
 #include "platform/Window.h"
-#include "toolkit/CPaintManagerUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "zone/ZoneManager.h"
 
 namespace video {

@@ -9,7 +9,7 @@
 
 #include "platform/EventLoop.h"
 #include "platform/FrameBuffer.h"
-#include "toolkit/CContainerUI.h"
+#include "toolkit/controls/CContainerUI.h"
 #include "video/Video.h"
 
 namespace video {

@@ -4,7 +4,7 @@
 #include "core/Text.h"
 #include "platform/raster/RasterCanvas.h"
 #include "tests/support/gui/FakeGui.h"
-#include "toolkit/SkinImage.h"
+#include "toolkit/skin/SkinImage.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);

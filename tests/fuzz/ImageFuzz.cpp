@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "tests/fuzz/Require.h"
-#include "toolkit/ImageDecoder.h"
+#include "toolkit/skin/ImageDecoder.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto image = toolkit::decodeImage({data, size});

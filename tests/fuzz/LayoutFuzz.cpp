@@ -7,9 +7,9 @@
 #include "platform/raster/RasterCanvas.h"
 #include "tests/fuzz/FuzzServices.h"
 #include "tests/support/gui/FakeGui.h"
-#include "toolkit/DropListWindow.h"
-#include "toolkit/ImageCache.h"
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/controls/DropListWindow.h"
+#include "toolkit/skin/ImageCache.h"
+#include "toolkit/window/WindowImplBase.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <cstdint>
 
 #include "tests/fuzz/Require.h"
-#include "toolkit/ZipArchive.h"
+#include "toolkit/skin/ZipArchive.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto zip = toolkit::ZipArchive::open({data, data + size});

@@ -5,11 +5,11 @@
 #include <thread>
 
 #include "tests/support/gui/TestGui.h"
-#include "toolkit/CContainerUI.h"
-#include "toolkit/CEditUI.h"
-#include "toolkit/CListHeader.h"
-#include "toolkit/CListUI.h"
-#include "toolkit/CPaintManagerUI.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CEditUI.h"
+#include "toolkit/controls/CListHeader.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
 
 namespace screenshots {
 

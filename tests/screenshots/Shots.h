@@ -1,7 +1,7 @@
 // What makes pictures of windows the same each time.
 #pragma once
 
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/window/WindowImplBase.h"
 
 namespace screenshots {
 

@@ -14,11 +14,11 @@
 
 #include "core/Text.h"
 #include "tests/support/gui/WindowDriver.h"
-#include "toolkit/CComboUI.h"
-#include "toolkit/CEditUI.h"
-#include "toolkit/CLabelUI.h"
-#include "toolkit/COptionUI.h"
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CEditUI.h"
+#include "toolkit/controls/CLabelUI.h"
+#include "toolkit/controls/COptionUI.h"
+#include "toolkit/window/WindowImplBase.h"
 
 namespace {
 

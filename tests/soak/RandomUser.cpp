@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "tests/support/TempFolder.h"
-#include "toolkit/CContainerUI.h"
-#include "toolkit/DropListWindow.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/DropListWindow.h"
 
 namespace soak {
 

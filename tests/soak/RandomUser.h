@@ -10,7 +10,7 @@
 
 #include "platform/TestInput.h"
 #include "tests/support/windows/ScriptedGui.h"
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/window/WindowImplBase.h"
 
 namespace soak {
 

@@ -2,10 +2,10 @@
 #include <tuple>
 
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CComboUI.h"
-#include "toolkit/CEditUI.h"
-#include "toolkit/CListUI.h"
-#include "toolkit/COptionUI.h"
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CEditUI.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/COptionUI.h"
 
 using namespace toolkit_test;
 using platform::AccessibleRole;

@@ -9,9 +9,9 @@
 
 #include "core/Text.h"
 #include "tests/support/TempFolder.h"
-#include "toolkit/AttributeText.h"
-#include "toolkit/CButtonUI.h"
-#include "toolkit/ControlFactory.h"
+#include "toolkit/controls/CButtonUI.h"
+#include "toolkit/layout/AttributeText.h"
+#include "toolkit/layout/ControlFactory.h"
 
 using namespace toolkit;
 using platform::Rect;
@@ -101,9 +101,11 @@ TEST(SkinDocument, NamesForEveryElementTheAttributesThatItsKindKnowsAndNoOthers)
     auto documented = documentedAttributes();
     Names all; // what the toolkit's sources hold in tables or compare with
     const std::regex coded(R"re((?:\{|[=!]= )u"([a-z]+)")re");
-    for (const auto& file :
-         std::filesystem::directory_iterator(std::string(QUORVEL_SOURCE_DIR) + "/toolkit")) {
-        all.merge(matches(support::readBytes(file.path().string()), coded));
+    for (const auto& file : std::filesystem::recursive_directory_iterator(
+             std::string(QUORVEL_SOURCE_DIR) + "/toolkit")) {
+        if (file.is_regular_file()) {
+            all.merge(matches(support::readBytes(file.path().string()), coded));
+        }
     }
     for (const auto& [element, names] : documented) {
         all.insert(names.begin(), names.end());

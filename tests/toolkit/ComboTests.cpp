@@ -1,7 +1,7 @@
 // Combos and their drop lists under real events.
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CListLabelElementUI.h"
-#include "toolkit/DropListWindow.h"
+#include "toolkit/controls/CListLabelElementUI.h"
+#include "toolkit/controls/DropListWindow.h"
 
 using namespace toolkit_test;
 using platform::Key;

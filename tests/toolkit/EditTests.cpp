@@ -2,8 +2,8 @@
 #include "core/Text.h"
 #include "tests/support/Random.h"
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CEditUI.h"
-#include "toolkit/EditModel.h"
+#include "toolkit/controls/CEditUI.h"
+#include "toolkit/text/EditModel.h"
 
 using namespace toolkit_test;
 using platform::Key;

@@ -1,7 +1,7 @@
 // Who has the keyboard and how Tab moves it.
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CEditUI.h"
-#include "toolkit/CListUI.h"
+#include "toolkit/controls/CEditUI.h"
+#include "toolkit/controls/CListUI.h"
 
 using namespace toolkit_test;
 using platform::Key;

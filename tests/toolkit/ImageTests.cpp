@@ -4,8 +4,8 @@
 #include <tuple>
 
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/ImageDecoder.h"
-#include "toolkit/SkinImage.h"
+#include "toolkit/skin/ImageDecoder.h"
+#include "toolkit/skin/SkinImage.h"
 
 using namespace toolkit_test;
 using platform::Rect;

@@ -2,7 +2,7 @@
 #include <tuple>
 
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CComboUI.h"
+#include "toolkit/controls/CComboUI.h"
 
 using namespace toolkit_test;
 using platform::Rect;

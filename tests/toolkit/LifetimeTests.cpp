@@ -1,7 +1,7 @@
 // Controls and windows that end inside their own handlers, and windows that cannot be made.
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CListLabelElementUI.h"
-#include "toolkit/CListUI.h"
+#include "toolkit/controls/CListLabelElementUI.h"
+#include "toolkit/controls/CListUI.h"
 
 using namespace toolkit_test;
 using platform::Key;

@@ -1,8 +1,8 @@
 // Lists: rows, scrolling, selection.
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CListLabelElementUI.h"
-#include "toolkit/CListUI.h"
-#include "toolkit/ScrollModel.h"
+#include "toolkit/controls/CListLabelElementUI.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/ScrollModel.h"
 
 using namespace toolkit_test;
 using platform::Key;

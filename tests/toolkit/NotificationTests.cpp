@@ -1,8 +1,8 @@
 // Who tells the window what, in which order, and what is never told.
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CEditUI.h"
-#include "toolkit/CListUI.h"
-#include "toolkit/COptionUI.h"
+#include "toolkit/controls/CEditUI.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/COptionUI.h"
 
 using namespace toolkit_test;
 using platform::Key;

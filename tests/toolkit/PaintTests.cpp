@@ -3,11 +3,11 @@
 #include <tuple>
 
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CButtonUI.h"
-#include "toolkit/CLabelUI.h"
-#include "toolkit/CListUI.h"
-#include "toolkit/COptionUI.h"
-#include "toolkit/TextPaint.h"
+#include "toolkit/controls/CButtonUI.h"
+#include "toolkit/controls/CLabelUI.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/COptionUI.h"
+#include "toolkit/text/TextPaint.h"
 
 using namespace toolkit_test;
 using platform::EventKind;

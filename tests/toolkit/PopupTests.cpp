@@ -2,9 +2,9 @@
 #include <tuple>
 
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CEditUI.h"
-#include "toolkit/PopupPlacement.h"
-#include "toolkit/ToolTipWindow.h"
+#include "toolkit/controls/CEditUI.h"
+#include "toolkit/window/PopupPlacement.h"
+#include "toolkit/window/ToolTipWindow.h"
 
 using namespace toolkit_test;
 using platform::Rect;

@@ -3,8 +3,8 @@
 
 #include "tests/support/Random.h"
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/Skin.h"
-#include "toolkit/ZipArchive.h"
+#include "toolkit/skin/Skin.h"
+#include "toolkit/skin/ZipArchive.h"
 
 using namespace toolkit_test;
 using toolkit::Skin;

@@ -13,7 +13,7 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/window/WindowImplBase.h"
 
 namespace toolkit_test {
 

@@ -7,7 +7,7 @@
 #include "core/Services.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/windows/EditorTest.h"
-#include "toolkit/COptionUI.h"
+#include "toolkit/controls/COptionUI.h"
 #include "ui/BranchList.h"
 
 namespace test {

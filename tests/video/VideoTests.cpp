@@ -14,7 +14,7 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/FakeGui.h"
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/window/WindowImplBase.h"
 #include "video/CVideoUI.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"

@@ -1,6 +1,6 @@
 #include "tools/tour/EditingPass.h"
 
-#include "toolkit/CEditUI.h"
+#include "toolkit/controls/CEditUI.h"
 #include "tools/tour/Script.h"
 
 namespace tour {

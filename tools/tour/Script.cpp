@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "core/Text.h"
-#include "toolkit/CListUI.h"
-#include "toolkit/DropListWindow.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/DropListWindow.h"
 #include "tools/tour/PngFile.h"
 #include "tools/tour/WindowPicture.h"
 

@@ -11,8 +11,8 @@
 
 #include "platform/Gui.h"
 #include "platform/TestInput.h"
-#include "toolkit/CComboUI.h"
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/window/WindowImplBase.h"
 #include "tools/tour/Ticker.h"
 
 namespace tour {

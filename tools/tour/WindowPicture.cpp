@@ -1,6 +1,6 @@
 #include "tools/tour/WindowPicture.h"
 
-#include "toolkit/DropListWindow.h"
+#include "toolkit/controls/DropListWindow.h"
 
 namespace tour {
 

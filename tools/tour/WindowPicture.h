@@ -3,7 +3,7 @@
 
 #include "platform/Bitmap.h"
 #include "platform/Window.h"
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/window/WindowImplBase.h"
 
 namespace tour {
 

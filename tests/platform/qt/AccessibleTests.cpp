@@ -6,8 +6,8 @@
 #include "platform/qt/QtWindow.h"
 #include "tests/support/gui/TestWindow.h"
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CEditUI.h"
-#include "toolkit/CListUI.h"
+#include "toolkit/controls/CEditUI.h"
+#include "toolkit/controls/CListUI.h"
 
 using platform::qt::QtAccessibleNodes;
 using toolkit_test::Notes;

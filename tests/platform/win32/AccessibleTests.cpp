@@ -4,7 +4,7 @@
 #include "platform/win32/Win32Window.h"
 #include "tests/platform/win32/ScreenReader.h"
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/CListUI.h"
+#include "toolkit/controls/CListUI.h"
 
 using test::numbered;
 using test::taken;

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "core/Text.h"
-#include "toolkit/DropListWindow.h"
+#include "toolkit/controls/DropListWindow.h"
 
 namespace test {
 

@@ -14,8 +14,8 @@
 #include <string_view>
 
 #include "tests/support/gui/TestGui.h"
-#include "toolkit/CComboUI.h"
-#include "toolkit/WindowImplBase.h"
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/window/WindowImplBase.h"
 
 namespace test {
 

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "toolkit/COptionUI.h"
+#include "toolkit/controls/COptionUI.h"
 #include "zone/ZoneManager.h"
 
 namespace test {

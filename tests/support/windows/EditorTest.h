@@ -16,7 +16,7 @@
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/support/windows/ScriptedGui.h"
-#include "toolkit/CListUI.h"
+#include "toolkit/controls/CListUI.h"
 #include "ui/EditorWindow.h"
 
 namespace test {

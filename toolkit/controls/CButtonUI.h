@@ -1,0 +1,55 @@
+// A push button: sends "click" when it is pressed and released inside itself, and by Space and
+// Enter when it has the keyboard.
+#pragma once
+
+#include "toolkit/controls/CLabelUI.h"
+
+namespace toolkit {
+
+class CButtonUI : public CLabelUI {
+public:
+    CButtonUI();
+
+    [[nodiscard]] std::u16string GetClass() const override { return u"Button"; }
+    [[nodiscard]] void* GetInterface(std::u16string_view name) override;
+
+    /// Does what a click of the user does. False when the control is disabled, hidden or in no
+    /// window.
+    virtual bool Activate();
+
+    bool SetAttribute(std::u16string_view name, std::u16string_view value) override;
+    bool DoEvent(const TEventUI& event) override;
+    [[nodiscard]] Size EstimateSize(Size available) const override;
+    [[nodiscard]] bool isFocusable() const override { return true; }
+    void forgetInput() override;
+    [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
+    void accessiblePress() override { Activate(); }
+
+protected:
+    void paintStatus(platform::Canvas& canvas) override;
+    [[nodiscard]] platform::Color currentTextColor() const override;
+    [[nodiscard]] bool takesPress() const;
+    [[nodiscard]] bool isHot() const { return m_hot; }
+    /// Pressed by mouse or Space and not released yet.
+    [[nodiscard]] bool isPushed() const { return m_mousePushed || m_keyPushed; }
+    [[nodiscard]] const std::u16string& disabledImage() const { return m_disabledImage; }
+    [[nodiscard]] const std::u16string& normalImage() const { return m_normalImage; }
+
+private:
+    struct Attributes;
+    bool onMouse(const TEventUI& event);
+    bool onKey(const TEventUI& event);
+
+    std::u16string m_normalImage;
+    std::u16string m_hotImage;
+    std::u16string m_pushedImage;
+    std::u16string m_disabledImage;
+    platform::Color m_hotTextColor = 0;
+    platform::Color m_pushedTextColor = 0;
+    bool m_hot = false;
+    bool m_mouseDown = false;   ///< the press began here
+    bool m_mousePushed = false; ///< and the pointer is inside
+    bool m_keyPushed = false;
+};
+
+} // namespace toolkit

@@ -1,0 +1,298 @@
+#include "toolkit/controls/CControlUI.h"
+
+#include <algorithm>
+
+#include "toolkit/layout/AttributeTable.h"
+#include "toolkit/layout/AttributeText.h"
+#include "toolkit/window/CPaintManagerUI.h"
+
+namespace toolkit {
+
+struct CControlUI::Attributes {
+    static const AttributeTable<CControlUI>& table();
+};
+
+const AttributeTable<CControlUI>& CControlUI::Attributes::table() {
+    using Text = std::u16string_view;
+    static const AttributeTable<CControlUI> attributes{
+        {u"name", [](CControlUI& c, Text v) { c.SetName(v); }},
+        {u"text", [](CControlUI& c, Text v) { c.SetText(v); }},
+        {u"tooltip", [](CControlUI& c, Text v) { c.SetToolTip(v); }},
+        {u"userdata", [](CControlUI& c, Text v) { c.SetUserData(v); }},
+        {u"label", [](CControlUI& c, Text v) { c.m_label = v; }},
+        {u"pos", [](CControlUI& c, Text v) { assignIf(c.m_place, parsePlace(v)); }},
+        {u"width",
+         [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetFixedWidth, parseInt(v)); }},
+        {u"height",
+         [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetFixedHeight, parseInt(v)); }},
+        {u"minwidth",
+         [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetMinWidth, parseInt(v)); }},
+        {u"minheight",
+         [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetMinHeight, parseInt(v)); }},
+        {u"maxwidth",
+         [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetMaxWidth, parseInt(v)); }},
+        {u"maxheight",
+         [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetMaxHeight, parseInt(v)); }},
+        {u"padding",
+         [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetPadding, parseRect(v)); }},
+        {u"bkcolor", [](CControlUI& c, Text v) { assignIf(c.m_backColor, parseColor(v)); }},
+        {u"bordercolor", [](CControlUI& c, Text v) { assignIf(c.m_borderColor, parseColor(v)); }},
+        {u"bordersize",
+         [](CControlUI& c, Text v) {
+             if (const auto all = parseInt(v)) {
+                 c.m_borderSize = {*all, *all, *all, *all};
+             } else {
+                 assignIf(c.m_borderSize, parseRect(v));
+             }
+         }},
+        {u"bkimage", [](CControlUI& c, Text v) { c.m_backImage = v; }},
+        {u"foreimage", [](CControlUI& c, Text v) { c.m_foreImage = v; }},
+        {u"focusedimage", [](CControlUI& c, Text v) { c.m_focusedImage = v; }},
+        {u"enabled",
+         [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetEnabled, parseBool(v)); }},
+        {u"visible",
+         [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetVisible, parseBool(v)); }},
+        {u"tabstop", [](CControlUI& c, Text v) { assignIf(c.m_tabStop, parseBool(v)); }},
+    };
+    return attributes;
+}
+
+CControlUI::~CControlUI() {
+    if (m_manager != nullptr) {
+        m_manager->forget(*this);
+    }
+}
+
+void* CControlUI::GetInterface(std::u16string_view name) {
+    return name == u"Control" ? this : nullptr;
+}
+
+void CControlUI::SetText(std::u16string_view text) {
+    if (m_text != text) {
+        m_text = text;
+        Invalidate();
+        accessibleChanged(platform::AccessibleChange::name);
+    }
+}
+
+bool CControlUI::IsEnabled() const {
+    return m_enabled && (m_parent == nullptr || m_parent->IsEnabled());
+}
+
+void CControlUI::SetEnabled(bool enabled) {
+    if (m_enabled == enabled) {
+        return;
+    }
+    m_enabled = enabled;
+    if (!enabled && m_manager != nullptr) {
+        m_manager->leaveInput(*this);
+    }
+    Invalidate();
+    accessibleChanged(platform::AccessibleChange::state);
+}
+
+bool CControlUI::IsVisible() const {
+    return m_visible && (m_parent == nullptr || m_parent->IsVisible());
+}
+
+void CControlUI::SetVisible(bool visible) {
+    if (m_visible == visible) {
+        return;
+    }
+    Invalidate();
+    m_visible = visible;
+    if (!visible && m_manager != nullptr) {
+        m_manager->leaveInput(*this);
+    }
+    NeedUpdate();
+    accessibleChanged(platform::AccessibleChange::state);
+}
+
+bool CControlUI::IsFocused() const {
+    return m_manager != nullptr && m_manager->GetFocus() == this;
+}
+
+void CControlUI::SetFixedWidth(int width) {
+    m_fixed.width = std::clamp(width, 0, kMaxLayoutNumber);
+    NeedUpdate();
+}
+
+void CControlUI::SetFixedHeight(int height) {
+    m_fixed.height = std::clamp(height, 0, kMaxLayoutNumber);
+    NeedUpdate();
+}
+
+void CControlUI::SetMinWidth(int width) {
+    m_min.width = std::clamp(width, 0, kMaxLayoutNumber);
+    NeedUpdate();
+}
+
+void CControlUI::SetMinHeight(int height) {
+    m_min.height = std::clamp(height, 0, kMaxLayoutNumber);
+    NeedUpdate();
+}
+
+void CControlUI::SetMaxWidth(int width) {
+    m_max.width = std::clamp(width, 0, kMaxLayoutNumber);
+    NeedUpdate();
+}
+
+void CControlUI::SetMaxHeight(int height) {
+    m_max.height = std::clamp(height, 0, kMaxLayoutNumber);
+    NeedUpdate();
+}
+
+void CControlUI::SetPadding(const Rect& padding) {
+    m_padding = padding;
+    NeedUpdate();
+}
+
+void CControlUI::SetPlace(const Rect& place) {
+    m_place = place;
+    NeedUpdate();
+}
+
+void CControlUI::SetPos(const Rect& pos) {
+    if (m_pos != pos) {
+        Invalidate();
+        m_pos = pos;
+        Invalidate();
+    }
+}
+
+platform::Size CControlUI::EstimateSize(Size /*available*/) const {
+    return m_fixed;
+}
+
+platform::Size CControlUI::withImageHeight(Size size, const std::u16string& attribute) const {
+    if (size.height == 0 && m_manager != nullptr) {
+        const SkinImage* image = m_manager->GetImage(attribute);
+        size.height = image != nullptr ? image->bitmap->size().height : 0;
+    }
+    return size;
+}
+
+platform::Size CControlUI::limited(Size size) const {
+    const auto limit = [](int value, int lowest, int highest) {
+        value = highest > 0 ? std::min(value, highest) : value;
+        return std::max({value, lowest, 0});
+    };
+    return {limit(size.width, m_min.width, m_max.width),
+            limit(size.height, m_min.height, m_max.height)};
+}
+
+void CControlUI::Invalidate() {
+    if (m_manager != nullptr && m_visible) {
+        m_manager->Invalidate(m_pos);
+    } else if (m_manager == nullptr && m_parent != nullptr) {
+        m_parent->Invalidate(); // an item of a combo, which shows in its box
+    }
+}
+
+void CControlUI::NeedUpdate() {
+    if (m_manager != nullptr) {
+        m_manager->NeedUpdate();
+        Invalidate();
+    }
+}
+
+bool CControlUI::SetAttribute(std::u16string_view name, std::u16string_view value) {
+    if (!Attributes::table().apply(*this, name, value)) {
+        return false;
+    }
+    NeedUpdate();
+    return true;
+}
+
+bool CControlUI::DoEvent(const TEventUI& /*event*/) {
+    return false;
+}
+
+void CControlUI::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
+    paintBackground(canvas);
+    paintStatus(canvas);
+    paintText(canvas);
+    paintBorder(canvas);
+}
+
+void CControlUI::paintBackground(platform::Canvas& canvas) {
+    if (platform::alphaOf(m_backColor) != 0) {
+        canvas.fillRect(m_pos, m_backColor);
+    }
+    drawImage(canvas, m_backImage);
+    drawImage(canvas, m_foreImage);
+}
+
+void CControlUI::paintBorder(platform::Canvas& canvas) {
+    if (platform::alphaOf(m_borderColor) == 0 || m_borderSize == Rect{}) {
+        return;
+    }
+    const Rect& r = m_pos;
+    const int top = r.top + m_borderSize.top;
+    const int bottom = r.bottom - m_borderSize.bottom;
+    canvas.fillRect({r.left, r.top, r.right, top}, m_borderColor);
+    canvas.fillRect({r.left, bottom, r.right, r.bottom}, m_borderColor);
+    canvas.fillRect({r.left, top, r.left + m_borderSize.left, bottom}, m_borderColor);
+    canvas.fillRect({r.right - m_borderSize.right, top, r.right, bottom}, m_borderColor);
+}
+
+std::u16string CControlUI::toolTipAt(Point /*point*/) const {
+    return m_toolTip;
+}
+
+bool CControlUI::isInside(const CControlUI* ancestor) const {
+    for (const CControlUI* control = this; control != nullptr; control = control->m_parent) {
+        if (control == ancestor) {
+            return true;
+        }
+    }
+    return false;
+}
+
+platform::Rect CControlUI::visibleArea(const Rect& rect) const {
+    Rect area = rect;
+    for (const CControlUI* around = m_parent; around != nullptr; around = around->m_parent) {
+        area = area.intersected(around->childClip());
+    }
+    return area;
+}
+
+CControlUI* CControlUI::controlAt(Point point) {
+    return m_visible && m_pos.contains(point) ? this : nullptr;
+}
+
+void CControlUI::reveal(CControlUI& descendant) {
+    if (m_parent != nullptr) {
+        m_parent->reveal(descendant);
+    }
+}
+
+void CControlUI::attach(CPaintManagerUI* manager, CControlUI* parent) {
+    if (m_manager != nullptr && m_manager != manager) {
+        forgetInput();
+        m_manager->forget(*this);
+    }
+    m_manager = manager;
+    m_parent = parent;
+}
+
+bool CControlUI::drawImage(platform::Canvas& canvas, const std::u16string& attribute) const {
+    if (m_manager == nullptr || attribute.empty()) {
+        return false;
+    }
+    const SkinImage* image = m_manager->GetImage(attribute);
+    if (image == nullptr) {
+        return false;
+    }
+    image->draw(canvas, image->placeIn(m_pos));
+    return true;
+}
+
+bool CControlUI::notify(std::u16string_view type, int wParam) {
+    if (m_manager != nullptr) {
+        m_manager->SendNotify(*this, type, wParam);
+    }
+    return m_manager != nullptr;
+}
+
+} // namespace toolkit

@@ -1,0 +1,95 @@
+#include "toolkit/controls/CLabelUI.h"
+
+#include "toolkit/layout/AttributeTable.h"
+#include "toolkit/layout/AttributeText.h"
+#include "toolkit/text/TextPaint.h"
+#include "toolkit/window/CPaintManagerUI.h"
+
+namespace toolkit {
+
+struct CLabelUI::Attributes {
+    static const AttributeTable<CLabelUI>& table();
+};
+
+const AttributeTable<CLabelUI>& CLabelUI::Attributes::table() {
+    using Text = std::u16string_view;
+    static const AttributeTable<CLabelUI> attributes{
+        {u"font", [](CLabelUI& c, Text v) { assignIf(c.m_font, parseInt(v)); }},
+        {u"textcolor", [](CLabelUI& c, Text v) { assignIf(c.m_textColor, parseColor(v)); }},
+        {u"disabledtextcolor",
+         [](CLabelUI& c, Text v) { assignIf(c.m_disabledTextColor, parseColor(v)); }},
+        {u"textpadding", [](CLabelUI& c, Text v) { assignIf(c.m_textPadding, parseRect(v)); }},
+        {u"endellipsis", [](CLabelUI& c, Text v) { assignIf(c.m_endEllipsis, parseBool(v)); }},
+        {u"align",
+         [](CLabelUI& c, Text v) {
+             const Text word = trimmed(v);
+             if (word == u"left") {
+                 c.m_align = platform::TextAlign::left;
+             } else if (word == u"center") {
+                 c.m_align = platform::TextAlign::center;
+             } else if (word == u"right") {
+                 c.m_align = platform::TextAlign::right;
+             }
+         }},
+    };
+    return attributes;
+}
+
+void* CLabelUI::GetInterface(std::u16string_view name) {
+    return name == u"Label" ? this : CControlUI::GetInterface(name);
+}
+
+void CLabelUI::SetFont(int font) {
+    m_font = font;
+    Invalidate();
+}
+
+void CLabelUI::SetTextPadding(const Rect& padding) {
+    m_textPadding = padding;
+    Invalidate();
+}
+
+bool CLabelUI::SetAttribute(std::u16string_view name, std::u16string_view value) {
+    if (!Attributes::table().apply(*this, name, value)) {
+        return CControlUI::SetAttribute(name, value);
+    }
+    Invalidate();
+    return true;
+}
+
+platform::Rect CLabelUI::textRect() const {
+    const Rect& pos = GetPos();
+    return {pos.left + m_textPadding.left, pos.top + m_textPadding.top,
+            pos.right - m_textPadding.right, pos.bottom - m_textPadding.bottom};
+}
+
+platform::Color CLabelUI::currentTextColor() const {
+    return IsEnabled() ? m_textColor : m_disabledTextColor;
+}
+
+void CLabelUI::paintText(platform::Canvas& canvas) {
+    const CPaintManagerUI& manager = *GetManager();
+    paintTextLine(canvas, manager.fonts(), GetText(), textRect(),
+                  {manager.GetFont(m_font), currentTextColor(), m_align, m_endEllipsis});
+}
+
+std::u16string CLabelUI::toolTipAt(Point /*point*/) const {
+    if (!GetToolTip().empty() || GetManager() == nullptr) {
+        return GetToolTip();
+    }
+    const CPaintManagerUI& manager = *GetManager();
+    const std::u16string text = GetText();
+    const bool fits = fitsInto(textRect().width(), text, manager.GetFont(m_font), manager.fonts());
+    return fits ? std::u16string() : text;
+}
+
+platform::AccessibleRole CLabelUI::accessibleRole() const {
+    return platform::AccessibleRole::label;
+}
+
+std::u16string CLabelUI::accessibleName() const {
+    std::u16string text = GetText();
+    return text.empty() ? givenName() : text;
+}
+
+} // namespace toolkit

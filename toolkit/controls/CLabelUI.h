@@ -1,0 +1,43 @@
+// A line of text.
+#pragma once
+
+#include "toolkit/controls/CControlUI.h"
+
+namespace toolkit {
+
+class CLabelUI : public CControlUI {
+public:
+    [[nodiscard]] std::u16string GetClass() const override { return u"Label"; }
+    [[nodiscard]] void* GetInterface(std::u16string_view name) override;
+
+    /// The number of a font of the layout; an unknown one means the default font.
+    void SetFont(int font);
+    [[nodiscard]] int GetFont() const { return m_font; }
+    /// Space around the text inside the control: left, top, right, bottom.
+    void SetTextPadding(const Rect& padding);
+
+    bool SetAttribute(std::u16string_view name, std::u16string_view value) override;
+    /// The tool tip, or the whole text where the box cuts it.
+    [[nodiscard]] std::u16string toolTipAt(Point point) const override;
+    [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
+    [[nodiscard]] std::u16string accessibleName() const override;
+
+protected:
+    void paintText(platform::Canvas& canvas) override;
+    /// The colour of the text in the control's present state.
+    [[nodiscard]] virtual platform::Color currentTextColor() const;
+    [[nodiscard]] Rect textRect() const;
+    [[nodiscard]] platform::TextAlign align() const { return m_align; }
+
+private:
+    struct Attributes;
+
+    int m_font = 0;
+    Rect m_textPadding;
+    platform::Color m_textColor = 0xFF000000;
+    platform::Color m_disabledTextColor = 0xFF98A4B1;
+    platform::TextAlign m_align = platform::TextAlign::left;
+    bool m_endEllipsis = true;
+};
+
+} // namespace toolkit

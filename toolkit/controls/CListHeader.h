@@ -1,0 +1,15 @@
+// The header above a list's rows: a container that stays while the rows scroll. Its labels stand
+// where their "pos" says.
+#pragma once
+
+#include "toolkit/controls/CContainerUI.h"
+
+namespace toolkit {
+
+class CListHeader : public CContainerUI {
+public:
+    [[nodiscard]] std::u16string GetClass() const override { return u"ListHeader"; }
+    [[nodiscard]] void* GetInterface(std::u16string_view name) override;
+};
+
+} // namespace toolkit

@@ -1,0 +1,14 @@
+// A text inside a row. It differs from a label in its name only; layouts and programs use both.
+#pragma once
+
+#include "toolkit/controls/CLabelUI.h"
+
+namespace toolkit {
+
+class CTextUI : public CLabelUI {
+public:
+    [[nodiscard]] std::u16string GetClass() const override { return u"Text"; }
+    [[nodiscard]] void* GetInterface(std::u16string_view name) override;
+};
+
+} // namespace toolkit

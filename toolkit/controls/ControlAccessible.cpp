@@ -1,0 +1,47 @@
+// What a control tells assistive technology of itself, where its kind knows nothing better.
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
+
+namespace toolkit {
+
+void CControlUI::accessibleChanged(platform::AccessibleChange change) {
+    if (m_manager != nullptr && m_manager->GetWindow() != nullptr) {
+        m_manager->GetWindow()->accessibleChanged(*this, change);
+    }
+}
+
+platform::AccessibleRole CControlUI::accessibleRole() const {
+    // Bands and lines say nothing; only what has a name is worth a word.
+    return givenName().empty() ? platform::AccessibleRole::group
+                               : platform::AccessibleRole::picture;
+}
+
+const std::u16string& CControlUI::givenName() const {
+    return !m_label.empty() ? m_label : m_toolTip;
+}
+
+std::u16string CControlUI::accessibleName() const {
+    return givenName();
+}
+
+platform::AccessibleState CControlUI::accessibleState() const {
+    platform::AccessibleState state;
+    state.enabled = IsEnabled();
+    state.visible = IsVisible();
+    state.focusable = isFocusable() && state.enabled;
+    state.focused = IsFocused();
+    return state;
+}
+
+platform::Accessible* CControlUI::accessibleChild(int index) const {
+    return childAt(index);
+}
+
+void CControlUI::accessibleFocus() {
+    if (m_manager != nullptr && CanTakeFocus()) {
+        const CPaintManagerUI::Busy busy(m_manager);
+        m_manager->SetFocus(this);
+    }
+}
+
+} // namespace toolkit

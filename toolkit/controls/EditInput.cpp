@@ -1,0 +1,198 @@
+// Mouse and keys of an edit.
+#include "toolkit/controls/CEditUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
+
+namespace toolkit {
+
+using platform::Key;
+
+bool CEditUI::DoEvent(const TEventUI& event) {
+    switch (event.Type) {
+    case EventType::keyDown:
+        return onKey(event.native);
+    case EventType::textInput:
+        m_preedit.clear();
+        if (!m_readOnly && m_model.insert(event.native.text)) {
+            changed();
+        } else {
+            caretMoved();
+        }
+        return true;
+    case EventType::textPreedit:
+        m_preedit = m_readOnly ? std::u16string() : event.native.text;
+        caretMoved();
+        return true;
+    case EventType::setFocus:
+        Invalidate();
+        tellInputMethod();
+        return true;
+    case EventType::killFocus:
+        m_preedit.clear();
+        m_dragging = false;
+        m_scroll = 0;
+        Invalidate();
+        notify(kKillFocus);
+        return true;
+    default:
+        return onMouse(event) || CLabelUI::DoEvent(event);
+    }
+}
+
+void CEditUI::forgetInput() {
+    m_preedit.clear();
+    m_dragging = m_hot = false;
+    m_scroll = 0;
+    Invalidate();
+}
+
+bool CEditUI::onMouse(const TEventUI& event) {
+    switch (event.Type) {
+    case EventType::buttonDown:
+        m_dragging = true;
+        m_model.setCaret(positionAt(event.native.position), event.native.modifiers.shift);
+        break;
+    case EventType::doubleClick:
+        m_model.selectWordAt(positionAt(event.native.position));
+        break;
+    case EventType::mouseMove:
+        if (!m_dragging) {
+            return true;
+        }
+        m_model.setCaret(positionAt(event.native.position), true);
+        break;
+    case EventType::buttonUp:
+    case EventType::captureLost:
+        m_dragging = false;
+        return true;
+    case EventType::mouseEnter:
+    case EventType::mouseLeave:
+        m_hot = event.Type == EventType::mouseEnter;
+        Invalidate();
+        return true;
+    default:
+        return false;
+    }
+    caretMoved();
+    return true;
+}
+
+bool CEditUI::onKey(const platform::Event& event) {
+    const bool word = event.modifiers.control;
+    const bool extend = event.modifiers.shift;
+    if (event.modifiers.alt) {
+        return false;
+    }
+    switch (event.key) {
+    case Key::left:
+        m_model.moveLeft(word, extend);
+        break;
+    case Key::right:
+        m_model.moveRight(word, extend);
+        break;
+    case Key::home:
+        m_model.moveHome(extend);
+        break;
+    case Key::end:
+        m_model.moveEnd(extend);
+        break;
+    case Key::enter:
+        if (!event.repeat) {
+            GetManager()->SetFocus(nullptr);
+        }
+        return true;
+    default:
+        return onEditingKey(event);
+    }
+    caretMoved();
+    return true;
+}
+
+bool CEditUI::onEditingKey(const platform::Event& event) {
+    bool text = false;
+    switch (event.key) {
+    case Key::backspace:
+        text = !m_readOnly && m_model.eraseBack(event.modifiers.control);
+        break;
+    case Key::del:
+        if (event.modifiers.shift) {
+            copySelection();
+            text = !m_readOnly && m_model.eraseSelection();
+        } else {
+            text = !m_readOnly && m_model.eraseForward(event.modifiers.control);
+        }
+        break;
+    case Key::insert:
+        if (event.modifiers.control) {
+            copySelection();
+        } else if (event.modifiers.shift && !m_readOnly) {
+            text = m_model.insert(GetManager()->Gui().windows().clipboardText());
+        }
+        break;
+    default:
+        return event.modifiers.control ? onShortcut(event) : event.key == Key::space;
+    }
+    if (text) {
+        changed();
+    } else {
+        caretMoved();
+    }
+    return true;
+}
+
+bool CEditUI::onShortcut(const platform::Event& event) {
+    bool text = false;
+    switch (event.key) {
+    case Key::a:
+        m_model.selectAll();
+        break;
+    case Key::c:
+        copySelection();
+        break;
+    case Key::x:
+        copySelection();
+        text = !m_readOnly && m_model.eraseSelection();
+        break;
+    case Key::v:
+        text = !m_readOnly && m_model.insert(GetManager()->Gui().windows().clipboardText());
+        break;
+    case Key::z:
+        text = !m_readOnly && (event.modifiers.shift ? m_model.redo() : m_model.undo());
+        break;
+    case Key::y:
+        text = !m_readOnly && m_model.redo();
+        break;
+    default:
+        return false;
+    }
+    if (text) {
+        changed();
+    } else {
+        caretMoved();
+    }
+    return true;
+}
+
+void CEditUI::accessibleSetValue(const std::u16string& text) {
+    const CPaintManagerUI::Busy busy(GetManager());
+    if (m_readOnly || !IsEnabled() || GetManager() == nullptr) {
+        return;
+    }
+    m_model.selectAll();
+    if (text.empty() ? m_model.eraseSelection() : m_model.insert(text)) {
+        changed();
+    }
+}
+
+void CEditUI::copySelection() {
+    if (m_model.hasSelection()) {
+        GetManager()->Gui().windows().setClipboardText(std::u16string(m_model.selectedText()));
+    }
+}
+
+void CEditUI::changed() {
+    caretMoved();
+    accessibleChanged(platform::AccessibleChange::value);
+    notify(kTextChanged);
+}
+
+} // namespace toolkit

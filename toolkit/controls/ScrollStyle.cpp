@@ -1,0 +1,45 @@
+#include "toolkit/controls/ScrollStyle.h"
+
+#include "toolkit/layout/AttributeTable.h"
+#include "toolkit/layout/AttributeText.h"
+#include "toolkit/window/CPaintManagerUI.h"
+
+namespace toolkit {
+
+bool ScrollStyle::apply(std::u16string_view name, std::u16string_view value) {
+    using Text = std::u16string_view;
+    static const AttributeTable<ScrollStyle> attributes{
+        {u"width", [](ScrollStyle& s, Text v) { assignIf(s.width, parseInt(v)); }},
+        {u"thumbwidth", [](ScrollStyle& s, Text v) { assignIf(s.thumbWidth, parseInt(v)); }},
+        {u"thumbmargin", [](ScrollStyle& s, Text v) { assignIf(s.thumbMargin, parseInt(v)); }},
+        {u"trackcolor", [](ScrollStyle& s, Text v) { assignIf(s.trackColor, parseColor(v)); }},
+        {u"linecolor", [](ScrollStyle& s, Text v) { assignIf(s.lineColor, parseColor(v)); }},
+        {u"thumbcolor", [](ScrollStyle& s, Text v) { assignIf(s.thumbColor, parseColor(v)); }},
+        {u"thumbimage", [](ScrollStyle& s, Text v) { s.thumbImage = v; }},
+        {u"thumbhotimage", [](ScrollStyle& s, Text v) { s.thumbHotImage = v; }},
+        {u"thumbpushedimage", [](ScrollStyle& s, Text v) { s.thumbPushedImage = v; }},
+    };
+    return attributes.apply(*this, name, value);
+}
+
+void ScrollStyle::paint(platform::Canvas& canvas, CPaintManagerUI& manager,
+                        const platform::Rect& track, const platform::Rect& thumb, bool hot,
+                        bool pushed) const {
+    canvas.fillRect(track, trackColor);
+    canvas.fillRect({track.left, track.top, track.left + 1, track.bottom}, lineColor);
+    const platform::Rect bar{track.right - thumbMargin - thumbWidth, thumb.top,
+                             track.right - thumbMargin, thumb.bottom};
+    const SkinImage* image = manager.GetImage(pushed ? thumbPushedImage
+                                              : hot  ? thumbHotImage
+                                                     : thumbImage);
+    if (image == nullptr) {
+        image = manager.GetImage(thumbImage);
+    }
+    if (image != nullptr) {
+        image->draw(canvas, bar);
+    } else {
+        canvas.fillRect(bar, thumbColor);
+    }
+}
+
+} // namespace toolkit

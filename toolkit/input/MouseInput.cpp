@@ -1,0 +1,227 @@
+#include "toolkit/input/MouseInput.h"
+
+#include <algorithm>
+
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/DropListWindow.h"
+#include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/ToolTipWindow.h"
+
+namespace toolkit {
+namespace {
+
+using platform::EventKind;
+using platform::MouseButton;
+
+TEventUI controlEvent(EventType type, CControlUI* control, const platform::Event& event) {
+    return {type, control, event};
+}
+
+} // namespace
+
+bool MouseInput::handle(const platform::Event& event) {
+    switch (event.kind) {
+    case EventKind::mouseDown:
+    case EventKind::mouseDoubleClick:
+        return press(event);
+    case EventKind::mouseUp:
+        return release(event);
+    case EventKind::mouseMove:
+        return move(event);
+    case EventKind::mouseWheel:
+        return wheel(event);
+    case EventKind::mouseLeave:
+        leave();
+        return true;
+    case EventKind::captureLost:
+        if (m_manager.filter(event)) {
+            return true;
+        }
+        cancelPress();
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// The order matters: whoever loses the keyboard has committed before anything reacts to the press,
+/// and a row is selected before the control in it hears of the press; a disabled control hears
+/// nothing, but its row is selected all the same. Each step may change the controls, so the one
+/// under the pointer is looked up again.
+bool MouseInput::press(const platform::Event& event) {
+    m_manager.toolTip().hide();
+    CControlUI* hit = m_manager.FindControl(event.position);
+    if (CComboUI* open = m_manager.dropList().combo()) {
+        open->CloseDrop();
+        if (hit == open && event.button == MouseButton::left) {
+            return true;
+        }
+    }
+    m_manager.focusKeeper().press(hit);
+    if (!m_manager.takesInput() || m_manager.filter(event)) {
+        return true;
+    }
+    if (event.button != MouseButton::left) {
+        return false;
+    }
+    m_manager.UpdateLayout();
+    hit = m_manager.FindControl(event.position);
+    if (hit == nullptr) {
+        return true;
+    }
+    if (dragsCaption(hit, event.position)) {
+        m_manager.GetWindow()->beginMove();
+        return true;
+    }
+    notePress(hit);
+    m_manager.UpdateLayout();
+    hit = m_manager.FindControl(event.position);
+    if (!m_manager.takesInput() || hit == nullptr || !hit->IsEnabled()) {
+        return true;
+    }
+    m_pressed = hit;
+    m_manager.SetCapture();
+    const bool second = event.kind == EventKind::mouseDoubleClick;
+    hit->DoEvent(controlEvent(second ? EventType::doubleClick : EventType::buttonDown, hit, event));
+    return true;
+}
+
+/// Tells the control and everything around it; each may remove the others.
+void MouseInput::notePress(CControlUI* hit) {
+    std::vector<CControlUI*> chain;
+    for (CControlUI* control = hit; control != nullptr; control = control->GetParent()) {
+        chain.push_back(control);
+    }
+    for (CControlUI* control : chain) {
+        if (control->GetManager() == &m_manager) {
+            control->notePress();
+        }
+    }
+}
+
+bool MouseInput::release(const platform::Event& event) {
+    if (m_manager.filter(event)) {
+        return true;
+    }
+    if (event.button != MouseButton::left || m_pressed == nullptr) {
+        return false;
+    }
+    CControlUI* pressed = m_pressed;
+    m_pressed = nullptr;
+    m_manager.ReleaseCapture();
+    if (m_manager.dropList().combo() == pressed && !pressed->GetPos().contains(event.position)) {
+        m_manager.dropList().dropAt(m_manager.toScreen(event.position));
+    }
+    pressed->DoEvent(controlEvent(EventType::buttonUp, pressed, event));
+    if (m_manager.takesInput()) {
+        m_manager.UpdateLayout();
+        setHot(m_manager.FindControl(event.position), event);
+    }
+    return true;
+}
+
+bool MouseInput::move(const platform::Event& event) {
+    if (m_manager.filter(event)) {
+        return true;
+    }
+    if (m_pressed != nullptr) {
+        if (m_manager.dropList().combo() == m_pressed) {
+            m_manager.dropList().dragOver(m_manager.toScreen(event.position));
+        }
+        m_pressed->DoEvent(controlEvent(EventType::mouseMove, m_pressed, event));
+        return true;
+    }
+    CControlUI* hit = m_manager.FindControl(event.position);
+    setHot(hit, event);
+    m_manager.toolTip().pointerAt(hit, event.position);
+    if (hit != nullptr && hit->IsEnabled()) {
+        hit->DoEvent(controlEvent(EventType::mouseMove, hit, event));
+    }
+    return true;
+}
+
+bool MouseInput::wheel(const platform::Event& event) {
+    m_manager.toolTip().hide();
+    if (m_manager.dropList().combo() != nullptr) {
+        m_manager.dropList().wheel(event.wheelDelta);
+        return true;
+    }
+    if (m_manager.filter(event)) {
+        return true;
+    }
+    CControlUI* control = m_manager.FindControl(event.position);
+    for (; control != nullptr; control = control->GetParent()) {
+        if (control->IsEnabled() &&
+            control->DoEvent(controlEvent(EventType::wheel, control, event))) {
+            m_manager.UpdateLayout();
+            setHot(m_manager.FindControl(event.position), event);
+            return true;
+        }
+    }
+    return false;
+}
+
+void MouseInput::setHot(CControlUI* control, const platform::Event& event) {
+    std::vector<CControlUI*> chain;
+    for (CControlUI* c = control; c != nullptr; c = c->GetParent()) {
+        if (c->IsEnabled()) {
+            chain.push_back(c);
+        }
+    }
+    const std::vector<CControlUI*> old = std::exchange(m_hot, chain);
+    const auto holds = [](const std::vector<CControlUI*>& list, CControlUI* c) {
+        return std::find(list.begin(), list.end(), c) != list.end();
+    };
+    if (platform::NativeWindow* window = m_manager.GetWindow()) {
+        window->setPointer(control != nullptr && control->IsEnabled()
+                               ? control->pointerShape()
+                               : platform::PointerShape::arrow);
+    }
+    for (CControlUI* c : old) {
+        if (!holds(chain, c)) {
+            c->DoEvent(controlEvent(EventType::mouseLeave, c, event));
+        }
+    }
+    for (CControlUI* c : chain) {
+        if (!holds(old, c)) {
+            c->DoEvent(controlEvent(EventType::mouseEnter, c, event));
+        }
+    }
+}
+
+void MouseInput::forget(const CControlUI& control) {
+    std::erase(m_hot, &control);
+    if (m_pressed == &control) {
+        m_pressed = nullptr;
+        m_manager.ReleaseCapture();
+    }
+}
+
+void MouseInput::coolDown(const CControlUI& control) {
+    std::erase_if(m_hot, [&](const CControlUI* hot) { return hot->isInside(&control); });
+}
+
+void MouseInput::cancelPress() {
+    if (CControlUI* pressed = std::exchange(m_pressed, nullptr)) {
+        pressed->DoEvent(controlEvent(EventType::captureLost, pressed, {}));
+    }
+}
+
+void MouseInput::leave() {
+    m_manager.toolTip().pointerAt(nullptr, {});
+    setHot(nullptr, {});
+}
+
+bool MouseInput::dragsCaption(const CControlUI* hit, platform::Point at) const {
+    if (!m_manager.captionRect().contains(at)) {
+        return false;
+    }
+    for (const CControlUI* control = hit; control != nullptr; control = control->GetParent()) {
+        if (control->isInteractive()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace toolkit

@@ -1,0 +1,201 @@
+#include "toolkit/layout/CDialogBuilder.h"
+
+#include <algorithm>
+
+#include <tinyxml2.h>
+
+#include "core/Text.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/layout/AttributeTable.h"
+#include "toolkit/layout/AttributeText.h"
+#include "toolkit/layout/ControlFactory.h"
+#include "toolkit/layout/IDialogBuilderCallback.h"
+#include "toolkit/window/CPaintManagerUI.h"
+
+namespace toolkit {
+namespace {
+
+using tinyxml2::XMLAttribute;
+using tinyxml2::XMLElement;
+
+constexpr std::size_t kMaxRemarks = 100;
+
+std::u16string wide(const char* text) {
+    return core::displayText(text != nullptr ? text : "");
+}
+
+/// The attributes of `<Font>`.
+const AttributeTable<platform::FontDescription>& fontAttributes() {
+    using Font = platform::FontDescription;
+    using Text = std::u16string_view;
+    static const AttributeTable<Font> attributes{
+        {u"family", [](Font& f, Text v) { f.family = core::storedText(v); }},
+        {u"size",
+         [](Font& f, Text v) { f.pixelSize = std::clamp(parseInt(v).value_or(12), 1, 200); }},
+        {u"bold", [](Font& f, Text v) { f.bold = parseBool(v).value_or(false); }},
+        {u"italic", [](Font& f, Text v) { f.italic = parseBool(v).value_or(false); }},
+    };
+    return attributes;
+}
+
+} // namespace
+
+struct CDialogBuilder::Document {
+    tinyxml2::XMLDocument xml;
+};
+
+/// One run through the elements. tinyxml2 refuses elements nested deeper than a hundred, which
+/// bounds the recursion.
+struct CDialogBuilder::Building {
+    CDialogBuilder& builder;
+    CPaintManagerUI& manager;
+    IDialogBuilderCallback* callback;
+    int controls = 0;
+
+    void remark(const XMLElement& element, const std::string& what) {
+        if (builder.m_remarks.size() < kMaxRemarks) {
+            builder.m_remarks.push_back("line " + std::to_string(element.GetLineNum()) + ": " +
+                                        what);
+        }
+    }
+
+    void addFont(const XMLElement& element) {
+        platform::FontDescription font;
+        for (const XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
+            if (!fontAttributes().apply(font, wide(a->Name()), wide(a->Value()))) {
+                remark(element, std::string("Font has no attribute ") + a->Name());
+            }
+        }
+        manager.AddFont(font);
+    }
+
+    void addDefaults(const XMLElement& element) {
+        const char* kind = element.Attribute("class");
+        if (kind == nullptr) {
+            remark(element, "Default without a class");
+            return;
+        }
+        for (const XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
+            if (std::string_view(a->Name()) != "class") {
+                manager.AddDefault(wide(kind), wide(a->Name()), wide(a->Value()));
+            }
+        }
+    }
+
+    void setWindowAttributes(CControlUI& root, const XMLElement& element) {
+        for (const XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
+            const std::u16string name = wide(a->Name());
+            const std::u16string value = wide(a->Value());
+            if (name == u"caption") {
+                manager.SetCaption(parseRect(value).value_or(platform::Rect{}));
+            } else if (name != u"size" && !root.SetAttribute(name, value)) {
+                remark(element, std::string("Window has no attribute ") + a->Name());
+            }
+        }
+    }
+
+    std::unique_ptr<CControlUI> makeControl(const XMLElement& element) {
+        const std::u16string kind = wide(element.Name());
+        std::unique_ptr<CControlUI> control = createControl(kind);
+        if (control == nullptr && callback != nullptr) {
+            control = callback->CreateControl(kind);
+        }
+        if (control == nullptr) {
+            remark(element, std::string("unknown element ") + element.Name());
+            return nullptr;
+        }
+        manager.ApplyDefaults(*control);
+        for (const XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
+            if (!control->SetAttribute(wide(a->Name()), wide(a->Value()))) {
+                remark(element, std::string(element.Name()) + " has no attribute " + a->Name());
+            }
+        }
+        return control;
+    }
+
+    bool addChildren(CContainerUI& parent, const XMLElement& from) {
+        for (const XMLElement* e = from.FirstChildElement(); e != nullptr;
+             e = e->NextSiblingElement()) {
+            const std::string_view kind = e->Name();
+            if (kind == "Font" || kind == "Default") {
+                continue;
+            }
+            if (++controls > kMaxControls) {
+                builder.m_problem = "too many controls";
+                return false;
+            }
+            std::unique_ptr<CControlUI> control = makeControl(*e);
+            if (control == nullptr) {
+                continue;
+            }
+            auto* container = controlCast<CContainerUI>(control.get());
+            if (container != nullptr && !addChildren(*container, *e)) {
+                return false;
+            }
+            if (parent.Add(std::move(control)) == nullptr) {
+                remark(*e, std::string(e->Name()) + " cannot stand here");
+            }
+        }
+        return true;
+    }
+};
+
+CDialogBuilder::CDialogBuilder() = default;
+CDialogBuilder::~CDialogBuilder() = default;
+
+bool CDialogBuilder::Load(std::span<const std::uint8_t> xml) {
+    m_problem.clear();
+    m_document = std::make_unique<Document>();
+    if (xml.size() > kMaxLayoutBytes) {
+        m_problem = "too large";
+        return false;
+    }
+    // The data pointer of an empty span may be null, which tinyxml2 does not take.
+    const char* text = xml.empty() ? "" : reinterpret_cast<const char*>(xml.data());
+    if (m_document->xml.Parse(text, xml.size()) != tinyxml2::XML_SUCCESS) {
+        m_problem = "line " + std::to_string(m_document->xml.ErrorLineNum()) + ": " +
+                    m_document->xml.ErrorName();
+        return false;
+    }
+    return readWindow();
+}
+
+bool CDialogBuilder::readWindow() {
+    const XMLElement* window = m_document->xml.RootElement();
+    if (window == nullptr || std::string_view(window->Name()) != "Window") {
+        m_problem = "no Window element";
+        return false;
+    }
+    const auto size = parseSize(wide(window->Attribute("size")));
+    if (!size || size->width < 1 || size->height < 1 || size->width > kMaxWindowSide ||
+        size->height > kMaxWindowSide) {
+        m_problem = "Window has no valid size";
+        return false;
+    }
+    m_size = *size;
+    return true;
+}
+
+bool CDialogBuilder::Build(CPaintManagerUI& manager, IDialogBuilderCallback* callback) {
+    m_remarks.clear();
+    const XMLElement& window = *m_document->xml.RootElement();
+    Building building{*this, manager, callback};
+    for (const XMLElement* e = window.FirstChildElement(); e != nullptr;
+         e = e->NextSiblingElement()) {
+        const std::string_view kind = e->Name();
+        if (kind == "Font") {
+            building.addFont(*e);
+        } else if (kind == "Default") {
+            building.addDefaults(*e);
+        }
+    }
+    auto root = std::make_unique<CContainerUI>();
+    building.setWindowAttributes(*root, window);
+    if (!building.addChildren(*root, window)) {
+        return false;
+    }
+    manager.AttachRoot(std::move(root));
+    return true;
+}
+
+} // namespace toolkit

@@ -1,0 +1,22 @@
+// A column: children stand below each other from top to bottom. Children with a size along it keep
+// it, the others share what is left; "pos" takes a child out of it.
+#pragma once
+
+#include "toolkit/controls/CContainerUI.h"
+
+namespace toolkit {
+
+class CVerticalLayoutUI : public CContainerUI {
+public:
+    [[nodiscard]] std::u16string GetClass() const override { return u"VerticalLayout"; }
+    [[nodiscard]] void* GetInterface(std::u16string_view name) override;
+    bool SetAttribute(std::u16string_view name, std::u16string_view value) override;
+
+protected:
+    void layoutChildren(const Rect& content) override;
+
+private:
+    int m_childPadding = 0; ///< pixels between neighbours
+};
+
+} // namespace toolkit

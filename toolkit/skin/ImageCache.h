@@ -1,0 +1,28 @@
+// The skin's images, decoded once in a process and shared by all windows. UI thread only.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "platform/Bitmap.h"
+#include "toolkit/skin/Skin.h"
+
+namespace toolkit {
+
+class ImageCache {
+public:
+    static ImageCache& get();
+
+    /// Null when the file is missing or no image; that is remembered too, and logged once.
+    std::shared_ptr<const platform::Bitmap> load(const Skin& skin, const std::string& file);
+    /// Forgets everything, so that changed files are read again.
+    void clear() { m_images.clear(); }
+
+private:
+    ImageCache() = default;
+
+    std::unordered_map<std::string, std::shared_ptr<const platform::Bitmap>> m_images;
+};
+
+} // namespace toolkit

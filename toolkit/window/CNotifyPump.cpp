@@ -1,0 +1,24 @@
+#include "toolkit/window/CNotifyPump.h"
+
+#include <utility>
+
+namespace toolkit {
+
+void CNotifyPump::NotifyPump(TNotifyUI& message) {
+    using Handler = void (CNotifyPump::*)(TNotifyUI&);
+    static constexpr std::pair<std::u16string_view, Handler> handlers[] = {
+        {kClick, &CNotifyPump::OnClick},
+        {kItemSelect, &CNotifyPump::OnItemSelect},
+        {kSelectChanged, &CNotifyPump::OnSelectChanged},
+        {kKillFocus, &CNotifyPump::OnKillFocus},
+        {kTextChanged, &CNotifyPump::OnTextChanged},
+    };
+    for (const auto& [type, handler] : handlers) {
+        if (message.sType == type) {
+            (this->*handler)(message);
+            return;
+        }
+    }
+}
+
+} // namespace toolkit

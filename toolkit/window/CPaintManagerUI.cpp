@@ -1,0 +1,275 @@
+#include "toolkit/window/CPaintManagerUI.h"
+
+#include <algorithm>
+
+#include "core/Text.h"
+#include "toolkit/controls/DropListWindow.h"
+#include "toolkit/skin/ImageCache.h"
+#include "toolkit/window/ToolTipWindow.h"
+
+namespace toolkit {
+
+CPaintManagerUI::Busy::Busy(CPaintManagerUI* manager) : m_manager(manager) {
+    if (m_manager != nullptr) {
+        ++m_manager->m_busy;
+    }
+}
+
+CPaintManagerUI::Busy::~Busy() {
+    if (m_manager != nullptr) {
+        m_manager->leaveBusy();
+    }
+}
+
+CPaintManagerUI::CPaintManagerUI(platform::Gui& gui)
+    : m_gui(gui), m_dropList(std::make_unique<DropListWindow>(*this)),
+      m_toolTip(std::make_unique<ToolTipWindow>(*this)) {}
+
+CPaintManagerUI::~CPaintManagerUI() {
+    m_closing = true;
+    m_root.reset();
+    m_retired.clear();
+}
+
+void CPaintManagerUI::Init(platform::NativeWindow* window) {
+    m_window = window;
+    m_closing = false;
+    m_fontHandles.clear();
+    m_defaults.clear();
+    m_images.clear();
+    m_caption = {};
+    // Their windows went with the former one, which owned them.
+    m_dropList = std::make_unique<DropListWindow>(*this);
+    m_toolTip = std::make_unique<ToolTipWindow>(*this);
+}
+
+void CPaintManagerUI::leaveBusy() {
+    if (m_busy == 1) {
+        UpdateLayout();
+        // Ending controls may retire others.
+        while (!m_retired.empty()) {
+            const std::vector<std::unique_ptr<CControlUI>> ending = std::move(m_retired);
+            m_retired.clear();
+        }
+    }
+    --m_busy;
+}
+
+void CPaintManagerUI::Retire(std::unique_ptr<CControlUI> control) {
+    control->attach(nullptr, nullptr);
+    if (m_busy > 0) {
+        m_retired.push_back(std::move(control));
+    }
+}
+
+void CPaintManagerUI::forget(CControlUI& control) {
+    m_focus.forget(control);
+    m_mouse.forget(control);
+    m_dropList->forget(control);
+    m_toolTip->leave(control);
+    m_timers.stopAll(m_window, control);
+}
+
+void CPaintManagerUI::leaveInput(CControlUI& control) {
+    const CControlUI* focused = GetFocus();
+    if (focused != nullptr && focused->isInside(&control)) {
+        m_focus.drop();
+    }
+    if (m_mouse.pressed() != nullptr && m_mouse.pressed()->isInside(&control)) {
+        m_mouse.cancelPress();
+        ReleaseCapture();
+    }
+    m_mouse.coolDown(control);
+    if (!control.isShown()) {
+        m_toolTip->leave(control);
+    }
+    forgetInputIn(control);
+}
+
+void CPaintManagerUI::forgetInputIn(CControlUI& control) {
+    control.forgetInput();
+    for (int i = 0; i < control.childCount(); ++i) {
+        forgetInputIn(*control.childAt(i));
+    }
+}
+
+void CPaintManagerUI::windowDestroyed() {
+    m_closing = true;
+    m_dropList->close();
+    m_toolTip->hide();
+    m_focus.clear();
+    m_mouse.cancelPress();
+    m_timers.forgetAll();
+    m_window = nullptr;
+}
+
+void CPaintManagerUI::AttachRoot(std::unique_ptr<CContainerUI> root) {
+    m_root = std::move(root);
+    m_root->attach(this, nullptr);
+    NeedUpdate();
+}
+
+void CPaintManagerUI::SetWindowSize(Size size) {
+    m_windowSize = size;
+    NeedUpdate();
+}
+
+platform::Rect CPaintManagerUI::captionRect() const {
+    return {m_caption.left, m_caption.top, m_windowSize.width - m_caption.right, m_caption.bottom};
+}
+
+CControlUI* CPaintManagerUI::FindControl(std::u16string_view name) const {
+    if (m_root == nullptr || name.empty()) {
+        return nullptr;
+    }
+    return m_root->GetName() == name ? m_root.get() : m_root->FindSubControl(name);
+}
+
+CControlUI* CPaintManagerUI::FindControl(Point at) const {
+    return m_root != nullptr ? m_root->controlAt(at) : nullptr;
+}
+
+const SkinImage* CPaintManagerUI::GetImage(const std::u16string& attribute) {
+    if (attribute.empty() || m_skin == nullptr) {
+        return nullptr;
+    }
+    const auto known = m_images.find(attribute);
+    if (known != m_images.end()) {
+        return known->second ? &*known->second : nullptr;
+    }
+    const ImageAttribute parsed = ImageAttribute::parse(attribute);
+    std::optional<SkinImage>& image = m_images[attribute];
+    if (!parsed.file.empty()) {
+        if (auto bitmap = ImageCache::get().load(*m_skin, core::storedText(parsed.file))) {
+            image = SkinImage{std::move(bitmap), parsed.corner, parsed.dest};
+        }
+    }
+    return image ? &*image : nullptr;
+}
+
+void CPaintManagerUI::AddFont(const platform::FontDescription& font) {
+    m_fontHandles.push_back(fonts().open(font));
+}
+
+platform::FontHandle CPaintManagerUI::GetFont(int id) const {
+    return id >= 0 && id < static_cast<int>(m_fontHandles.size())
+               ? m_fontHandles[static_cast<std::size_t>(id)]
+               : 0;
+}
+
+void CPaintManagerUI::AddDefault(std::u16string_view className, std::u16string_view name,
+                                 std::u16string_view value) {
+    m_defaults[std::u16string(className)].emplace_back(name, value);
+}
+
+const std::vector<std::pair<std::u16string, std::u16string>>*
+CPaintManagerUI::GetDefaults(const std::u16string& className) const {
+    const auto found = m_defaults.find(className);
+    return found == m_defaults.end() ? nullptr : &found->second;
+}
+
+void CPaintManagerUI::ApplyDefaults(CControlUI& control) const {
+    if (const auto* defaults = GetDefaults(control.GetClass())) {
+        for (const auto& [name, value] : *defaults) {
+            control.SetAttribute(name, value);
+        }
+    }
+}
+
+const std::u16string& CPaintManagerUI::focusedImageFor(const CControlUI& control) const {
+    if (!control.focusedImage().empty()) {
+        return control.focusedImage();
+    }
+    // Controls that a program made have not met the layout's defaults.
+    if (const auto* defaults = GetDefaults(control.GetClass())) {
+        for (const auto& [name, value] : *defaults) {
+            if (name == u"focusedimage") {
+                return value;
+            }
+        }
+    }
+    return m_root->focusedImage();
+}
+
+void CPaintManagerUI::Invalidate(const Rect& rect) {
+    const Rect visible = rect.intersected(Rect::at(0, 0, m_windowSize.width, m_windowSize.height));
+    if (m_window != nullptr && !visible.isEmpty()) {
+        m_window->invalidate(visible);
+    }
+}
+
+void CPaintManagerUI::UpdateLayout() {
+    if (m_needsLayout && m_root != nullptr) {
+        m_needsLayout = false;
+        const Busy busy(this);
+        m_root->SetPos(Rect::at(0, 0, m_windowSize.width, m_windowSize.height));
+    }
+}
+
+void CPaintManagerUI::SetCapture() {
+    if (m_window != nullptr) {
+        m_window->setCapture();
+    }
+}
+
+void CPaintManagerUI::ReleaseCapture() {
+    if (m_window != nullptr) {
+        m_window->releaseCapture();
+    }
+}
+
+bool CPaintManagerUI::SetTimer(CControlUI& control, unsigned id, int intervalMs) {
+    return m_window != nullptr && m_timers.start(*m_window, control, id, intervalMs);
+}
+
+bool CPaintManagerUI::KillTimer(CControlUI& control, unsigned id) {
+    return m_timers.stop(m_window, control, id);
+}
+
+void CPaintManagerUI::SendNotify(CControlUI& control, std::u16string_view type, int wParam,
+                                 int lParam) {
+    if (control.GetManager() != this || m_window == nullptr) {
+        return;
+    }
+    const Busy busy(this);
+    TNotifyUI message{std::u16string(type), &control, wParam, lParam};
+    const std::vector<INotifyUI*> notifiers = m_notifiers; // a handler may add one
+    for (INotifyUI* notifier : notifiers) {
+        notifier->Notify(message);
+    }
+}
+
+bool CPaintManagerUI::filter(const platform::Event& event) {
+    const std::vector<IMessageFilterUI*> filters = m_filters; // a handler may add one
+    return std::any_of(filters.begin(), filters.end(),
+                       [&](IMessageFilterUI* filter) { return filter->MessageHandler(event); });
+}
+
+platform::Point CPaintManagerUI::toScreen(Point at) const {
+    const Rect window = m_window != nullptr ? m_window->geometry() : Rect{};
+    return {window.left + at.x, window.top + at.y};
+}
+
+void CPaintManagerUI::Paint(platform::Canvas& canvas, const Rect& dirty) {
+    const Busy busy(this);
+    UpdateLayout();
+    if (m_root == nullptr) {
+        return;
+    }
+    m_root->DoPaint(canvas, dirty);
+    if (m_focus.showsRing()) {
+        paintFocusRing(canvas);
+    }
+}
+
+void CPaintManagerUI::paintFocusRing(platform::Canvas& canvas) {
+    const CControlUI& focused = *m_focus.focused();
+    const SkinImage* image = GetImage(focusedImageFor(focused));
+    if (image == nullptr) {
+        return;
+    }
+    const platform::ClipScope scope(canvas, focused.visibleArea(m_focus.ringRect()));
+    image->draw(canvas, m_focus.ringRect());
+}
+
+} // namespace toolkit

@@ -1,0 +1,179 @@
+// The heart of a window: owns its controls, brings events to them, lays them out, paints them and
+// passes their notifications on. One for each window. UI thread only.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "platform/Canvas.h"
+#include "platform/Gui.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/input/FocusKeeper.h"
+#include "toolkit/input/MouseInput.h"
+#include "toolkit/skin/Skin.h"
+#include "toolkit/skin/SkinImage.h"
+#include "toolkit/window/ControlTimers.h"
+#include "toolkit/window/IMessageFilterUI.h"
+#include "toolkit/window/INotifyUI.h"
+
+namespace toolkit {
+
+class CComboUI;
+class DropListWindow;
+class ToolTipWindow;
+
+class CPaintManagerUI {
+public:
+    using Rect = platform::Rect;
+    using Point = platform::Point;
+    using Size = platform::Size;
+
+    /// Marks that control code is running: while one lives, removed controls stay in memory, and
+    /// when the last one goes they end and a due layout is made. A null manager does nothing.
+    class Busy {
+    public:
+        explicit Busy(CPaintManagerUI* manager);
+        ~Busy();
+        Busy(const Busy&) = delete;
+        Busy& operator=(const Busy&) = delete;
+
+    private:
+        CPaintManagerUI* m_manager;
+    };
+
+    /// `gui` must outlive the manager.
+    explicit CPaintManagerUI(platform::Gui& gui);
+    ~CPaintManagerUI();
+    CPaintManagerUI(const CPaintManagerUI&) = delete;
+    CPaintManagerUI& operator=(const CPaintManagerUI&) = delete;
+
+    [[nodiscard]] platform::Gui& Gui() const { return m_gui; }
+    /// Null before the native window is made and after it is gone. Not owned.
+    [[nodiscard]] platform::NativeWindow* GetWindow() const { return m_window; }
+    /// A native window was made: the manager begins anew, without anything that a former
+    /// layout gave.
+    void Init(platform::NativeWindow* window);
+    /// The window is closing: no control sees input any more.
+    void stopInput() { m_closing = true; }
+    [[nodiscard]] bool takesInput() const { return !m_closing && m_window != nullptr; }
+    /// The native window is gone.
+    void windowDestroyed();
+
+    /// Takes the tree of controls; it fills the window.
+    void AttachRoot(std::unique_ptr<CContainerUI> root);
+    [[nodiscard]] CContainerUI* GetRoot() const { return m_root.get(); }
+    void SetWindowSize(Size size);
+    [[nodiscard]] Size GetWindowSize() const { return m_windowSize; }
+    /// The part that drags the window: left, top and right are distances from the window's edges,
+    /// bottom is its lower end from the top.
+    void SetCaption(const Rect& caption) { m_caption = caption; }
+    [[nodiscard]] Rect captionRect() const;
+
+    /// The first control with `name` in layout order; null when there is none. Not owned.
+    [[nodiscard]] CControlUI* FindControl(std::u16string_view name) const;
+    /// The topmost visible control at a point of the window; null when there is none.
+    [[nodiscard]] CControlUI* FindControl(Point at) const;
+
+    void SetSkin(std::shared_ptr<const Skin> skin) { m_skin = std::move(skin); }
+    [[nodiscard]] const Skin* GetSkin() const { return m_skin.get(); }
+    /// The image that an attribute names; null when it names none that can be read. The pointer
+    /// stays valid for the manager's life.
+    [[nodiscard]] const SkinImage* GetImage(const std::u16string& attribute);
+    /// Fonts are numbered from 0 in the order added.
+    void AddFont(const platform::FontDescription& font);
+    /// An unknown number means the default font.
+    [[nodiscard]] platform::FontHandle GetFont(int id) const;
+    [[nodiscard]] platform::FontSet& fonts() const { return m_gui.fonts(); }
+
+    /// Attributes that the layout gives to all controls of a kind.
+    void AddDefault(std::u16string_view className, std::u16string_view name,
+                    std::u16string_view value);
+    void ApplyDefaults(CControlUI& control) const;
+    [[nodiscard]] const std::vector<std::pair<std::u16string, std::u16string>>*
+    GetDefaults(const std::u16string& className) const;
+    /// The focus ring of controls that have none of their own.
+    [[nodiscard]] const std::u16string& focusedImageFor(const CControlUI& control) const;
+
+    void Invalidate(const Rect& rect);
+    /// Asks for a layout pass: before the running event ends, the next one begins or the window
+    /// paints, whichever comes first.
+    void NeedUpdate() { m_needsLayout = true; }
+    void UpdateLayout();
+
+    [[nodiscard]] CControlUI* GetFocus() const { return m_focus.focused(); }
+    void SetFocus(CControlUI* control) { m_focus.set(control); }
+    [[nodiscard]] FocusKeeper& focusKeeper() { return m_focus; }
+    [[nodiscard]] MouseInput& mouse() { return m_mouse; }
+    /// All mouse events come to this window until the release.
+    void SetCapture();
+    void ReleaseCapture();
+    /// `id` is the control's own; the control gets UIEVENT_TIMER every `intervalMs`.
+    bool SetTimer(CControlUI& control, unsigned id, int intervalMs);
+    /// False when there was none.
+    bool KillTimer(CControlUI& control, unsigned id);
+
+    void AddNotifier(INotifyUI* notifier) { m_notifiers.push_back(notifier); }
+    void AddMessageFilter(IMessageFilterUI* filter) { m_filters.push_back(filter); }
+    /// Calls the notifiers now. Nothing happens for a control of another or no window.
+    void SendNotify(CControlUI& control, std::u16string_view type, int wParam = 0, int lParam = 0);
+    /// True when a filter dealt with the event.
+    bool filter(const platform::Event& event);
+
+    /// Takes a control that left its container; it ends as soon as no control code runs.
+    void Retire(std::unique_ptr<CControlUI> control);
+    /// Drops every reference to a control that leaves the window.
+    void forget(CControlUI& control);
+    /// A control was hidden or disabled: it, and what is inside, has neither keyboard nor mouse.
+    void leaveInput(CControlUI& control);
+
+    /// True when the event was dealt with.
+    bool MessageHandler(const platform::Event& event);
+    void Paint(platform::Canvas& canvas, const Rect& dirty);
+
+    [[nodiscard]] DropListWindow& dropList() { return *m_dropList; }
+    [[nodiscard]] ToolTipWindow& toolTip() { return *m_toolTip; }
+    /// A point of the window in screen pixels.
+    [[nodiscard]] Point toScreen(Point at) const;
+
+private:
+    bool handleKey(const platform::Event& event);
+    void handleTimer(const platform::Event& event);
+    void leaveBusy();
+    static void forgetInputIn(CControlUI& control);
+    void paintFocusRing(platform::Canvas& canvas);
+
+    platform::Gui& m_gui;
+    platform::NativeWindow* m_window = nullptr;
+    std::shared_ptr<const Skin> m_skin;
+    std::unique_ptr<CContainerUI> m_root;
+    std::vector<std::unique_ptr<CControlUI>> m_retired;
+    std::unordered_map<std::u16string, std::optional<SkinImage>> m_images;
+    std::unordered_map<std::u16string, std::vector<std::pair<std::u16string, std::u16string>>>
+        m_defaults;
+    std::vector<platform::FontHandle> m_fontHandles;
+    std::vector<INotifyUI*> m_notifiers;
+    std::vector<IMessageFilterUI*> m_filters;
+    ControlTimers m_timers;
+    FocusKeeper m_focus{*this};
+    MouseInput m_mouse{*this};
+    std::unique_ptr<DropListWindow> m_dropList;
+    std::unique_ptr<ToolTipWindow> m_toolTip;
+    Rect m_caption;
+    Size m_windowSize;
+    int m_busy = 0;
+    bool m_needsLayout = false;
+    bool m_closing = false;
+};
+
+/// The control `name` of a window as a T; null when it is missing or of another kind.
+template <class T>
+[[nodiscard]] T* FindControl(const CPaintManagerUI& manager, std::u16string_view name) {
+    return controlCast<T>(manager.FindControl(name));
+}
+
+} // namespace toolkit

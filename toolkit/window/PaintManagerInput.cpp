@@ -1,0 +1,106 @@
+// How a window's events find their way: to the tool tip, an open drop list, the message filters and
+// the controls.
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/DropListWindow.h"
+#include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/ToolTipWindow.h"
+
+namespace toolkit {
+namespace {
+
+using platform::EventKind;
+using platform::Key;
+
+EventType controlType(EventKind kind) {
+    switch (kind) {
+    case EventKind::keyDown:
+        return EventType::keyDown;
+    case EventKind::keyUp:
+        return EventType::keyUp;
+    case EventKind::textInput:
+        return EventType::textInput;
+    case EventKind::textPreedit:
+        return EventType::textPreedit;
+    default:
+        return EventType::none;
+    }
+}
+
+} // namespace
+
+bool CPaintManagerUI::MessageHandler(const platform::Event& event) {
+    if (!takesInput()) {
+        return false;
+    }
+    const Busy busy(this);
+    UpdateLayout();
+    switch (event.kind) {
+    case EventKind::keyDown:
+    case EventKind::keyUp:
+    case EventKind::textInput:
+    case EventKind::textPreedit:
+        return handleKey(event);
+    case EventKind::timer:
+        handleTimer(event);
+        return true;
+    case EventKind::activated:
+        m_focus.windowActivated();
+        return filter(event);
+    case EventKind::deactivated:
+        m_toolTip->hide();
+        m_dropList->close();
+        m_mouse.cancelPress();
+        m_focus.windowDeactivated();
+        return filter(event);
+    case EventKind::closeRequest:
+    case EventKind::destroyed:
+        return false;
+    default:
+        return m_mouse.handle(event);
+    }
+}
+
+bool CPaintManagerUI::handleKey(const platform::Event& event) {
+    const EventType type = controlType(event.kind);
+    if (event.kind == EventKind::keyDown) {
+        m_toolTip->hide();
+    }
+    if (CComboUI* open = m_dropList->combo()) {
+        return open->DoEvent({type, open, event});
+    }
+    if (filter(event)) {
+        return true;
+    }
+    const bool tab = event.kind == EventKind::keyDown && event.key == Key::tab &&
+                     !event.modifiers.control && !event.modifiers.alt;
+    if (event.kind == EventKind::keyDown && event.key != Key::other) {
+        m_focus.setKeyboardUse(true);
+    }
+    if (tab) {
+        return m_focus.move(event.modifiers.shift);
+    }
+    for (CControlUI* control = GetFocus(); control != nullptr; control = control->GetParent()) {
+        if (control->DoEvent({type, control, event})) {
+            return true;
+        }
+        if (control->GetManager() != this) {
+            break; // removed by its own handler
+        }
+    }
+    return false;
+}
+
+void CPaintManagerUI::handleTimer(const platform::Event& event) {
+    if (event.timerId == ToolTipWindow::kTimerId) {
+        m_toolTip->timeOver();
+        return;
+    }
+    const ControlTimers::Owner owner = m_timers.ownerOf(event.timerId);
+    if (owner.control != nullptr) {
+        platform::Event native = event;
+        native.timerId = owner.id;
+        owner.control->DoEvent({UIEVENT_TIMER, owner.control, native});
+    }
+}
+
+} // namespace toolkit

@@ -1,0 +1,30 @@
+#include "toolkit/window/PopupPlacement.h"
+
+#include <algorithm>
+
+namespace toolkit {
+
+platform::Rect placeDropList(const platform::Rect& anchor, platform::Size size,
+                             const platform::Rect& workArea) {
+    const int below = workArea.bottom - anchor.bottom;
+    const int above = anchor.top - workArea.top;
+    const bool flips = size.height > below && above > below;
+    const int height = std::clamp(size.height, 1, std::max(flips ? above : below, 1));
+    const int width = std::min(size.width, std::max(workArea.width(), 1));
+    const int x =
+        std::clamp(anchor.left, workArea.left, std::max(workArea.left, workArea.right - width));
+    return platform::Rect::at(x, flips ? anchor.top - height : anchor.bottom, width, height);
+}
+
+platform::Rect placeToolTip(platform::Point pointer, int distance, platform::Size size,
+                            const platform::Rect& workArea) {
+    int y = pointer.y + distance;
+    if (y + size.height > workArea.bottom) {
+        y = std::max(workArea.top, pointer.y - distance / 2 - size.height);
+    }
+    const int x =
+        std::clamp(pointer.x, workArea.left, std::max(workArea.left, workArea.right - size.width));
+    return platform::Rect::at(x, y, size.width, size.height);
+}
+
+} // namespace toolkit

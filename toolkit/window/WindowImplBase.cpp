@@ -1,0 +1,124 @@
+#include "toolkit/window/WindowImplBase.h"
+
+#include <vector>
+
+#include "core/Log.h"
+#include "toolkit/layout/CDialogBuilder.h"
+#include "toolkit/skin/Skin.h"
+
+namespace toolkit {
+namespace {
+
+std::vector<WindowImplBase*>& openWindows() {
+    static std::vector<WindowImplBase*> windows;
+    return windows;
+}
+
+} // namespace
+
+const std::vector<WindowImplBase*>& WindowImplBase::OpenWindows() {
+    return openWindows();
+}
+
+WindowImplBase::WindowImplBase(platform::Gui& gui) : CWindowWnd(gui), m_manager(gui) {
+    m_manager.AddNotifier(this);
+    m_manager.AddMessageFilter(this);
+}
+
+WindowImplBase::~WindowImplBase() {
+    std::erase(openWindows(), this);
+    m_manager.windowDestroyed();
+    destroyNative();
+}
+
+bool WindowImplBase::readLayout(const Skin& skin, CDialogBuilder& builder) const {
+    const auto layout = skin.read(GetSkinFile());
+    if (!layout) {
+        core::Log::get()->Error("Unable to read layout %s", skin.describe(GetSkinFile()).c_str());
+        return false;
+    }
+    return builder.Load(*layout) || refuse(skin, builder);
+}
+
+bool WindowImplBase::refuse(const Skin& skin, const CDialogBuilder& builder) const {
+    core::Log::get()->Error("Layout %s is malformed: %s", skin.describe(GetSkinFile()).c_str(),
+                            builder.problem().c_str());
+    return false;
+}
+
+bool WindowImplBase::buildControls(const std::shared_ptr<const Skin>& skin, CDialogBuilder& builder,
+                                   const std::u16string& title) {
+    m_manager.Init(GetNative());
+    m_manager.SetSkin(skin);
+    m_manager.SetWindowSize(builder.windowSize());
+    if (!builder.Build(m_manager, this)) {
+        return refuse(*skin, builder);
+    }
+    for (const std::string& remark : builder.remarks()) {
+        core::Log::get()->Write(core::Log::Level::warning, "Layout %s: %s",
+                                skin->describe(GetSkinFile()).c_str(), remark.c_str());
+    }
+    if (CContainerUI& root = *m_manager.GetRoot(); root.accessibleName().empty()) {
+        root.SetAttribute(u"label", title);
+    }
+    return true;
+}
+
+bool WindowImplBase::Create(platform::NativeWindow* owner, const std::u16string& title,
+                            std::uint32_t style, std::uint32_t exStyle) {
+    const std::shared_ptr<const Skin> skin = Skin::open(GetSkinFolder());
+    CDialogBuilder builder;
+    if (!readLayout(*skin, builder)) {
+        return false;
+    }
+    platform::WindowOptions options;
+    options.className = GetWindowClassName();
+    options.title = title;
+    options.style = style;
+    options.extendedStyle = exStyle;
+    options.size = builder.windowSize();
+    options.owner = owner;
+    if (!createNative(options)) {
+        return false;
+    }
+    const CPaintManagerUI::Busy busy(&m_manager);
+    if (!buildControls(skin, builder, title)) {
+        m_manager.windowDestroyed();
+        destroyNative();
+        return false;
+    }
+    m_manager.UpdateLayout();
+    openWindows().push_back(this);
+    InitWindow();
+    return true;
+}
+
+void WindowImplBase::Close(int code) {
+    m_manager.stopInput();
+    CWindowWnd::Close(code);
+}
+
+bool WindowImplBase::HandleMessage(const platform::Event& event) {
+    switch (event.kind) {
+    case platform::EventKind::destroyed:
+        std::erase(openWindows(), this);
+        m_manager.windowDestroyed();
+        Gui().loop().postQuit(0);
+        return true;
+    case platform::EventKind::closeRequest:
+        Close();
+        return true;
+    default:
+        return m_manager.MessageHandler(event);
+    }
+}
+
+std::unique_ptr<CControlUI> WindowImplBase::CreateControl(std::u16string_view /*className*/) {
+    return nullptr;
+}
+
+void WindowImplBase::paint(platform::Canvas& canvas, const platform::Rect& dirty) {
+    m_manager.Paint(canvas, dirty);
+}
+
+} // namespace toolkit

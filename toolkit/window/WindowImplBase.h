@@ -1,0 +1,85 @@
+// The base of every window: a native window whose look is a layout file of the skin, and whose
+// program finds controls by name and reacts to their notifications.
+//
+//   class Question : public toolkit::WindowImplBase { ... };
+//   auto question = std::make_shared<Question>(gui);
+//   if (question->Create(owner, u"Title", style, exStyle)) {
+//       question->CenterWindow();
+//       question->ShowModal();          // until Close, which ends this loop only
+//   }
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "toolkit/layout/IDialogBuilderCallback.h"
+#include "toolkit/window/CNotifyPump.h"
+#include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/CWindowWnd.h"
+#include "toolkit/window/IMessageFilterUI.h"
+#include "toolkit/window/INotifyUI.h"
+
+namespace toolkit {
+
+class CDialogBuilder;
+
+class WindowImplBase : public CWindowWnd,
+                       public CNotifyPump,
+                       public INotifyUI,
+                       public IMessageFilterUI,
+                       public IDialogBuilderCallback {
+public:
+    explicit WindowImplBase(platform::Gui& gui);
+    ~WindowImplBase() override;
+
+    /// `destroyed` posts the quit that ends the loop this window runs in; closeRequest closes; the
+    /// rest goes to the paint manager. An override calls this for what it does not deal with, and
+    /// posts no quit of its own.
+    bool HandleMessage(const platform::Event& event) override;
+    /// Called once, after the controls are built and laid out: fills them.
+    virtual void InitWindow() {}
+    /// UTF-8, relative to the current directory.
+    [[nodiscard]] virtual std::string GetSkinFolder() const { return "UI/"; }
+    /// The layout's file name in the skin.
+    [[nodiscard]] virtual std::string GetSkinFile() const = 0;
+
+    /// Makes the native window and its controls; hidden, of the layout's size. False when the
+    /// layout is missing or malformed (the log names the file) or the system refuses; nothing is
+    /// left behind then and no quit is posted. May be called again once the native window is gone.
+    /// `style` and `exStyle` are Win32 style bits.
+    bool Create(platform::NativeWindow* owner, const std::u16string& title, std::uint32_t style,
+                std::uint32_t exStyle);
+    void Close(int code = 0) override;
+
+    /// The windows of this program that are open, in the order they were created: the dialog
+    /// that waits for an answer is the last.
+    [[nodiscard]] static const std::vector<WindowImplBase*>& OpenWindows();
+
+    [[nodiscard]] CPaintManagerUI& GetPaintManager() { return m_manager; }
+    [[nodiscard]] const CPaintManagerUI& GetPaintManager() const { return m_manager; }
+    /// A control of this window by name and kind; null when there is none.
+    template <class T>
+    [[nodiscard]] T* FindControl(std::u16string_view name) const {
+        return toolkit::FindControl<T>(m_manager, name);
+    }
+
+    void Notify(TNotifyUI& message) override { NotifyPump(message); }
+    bool MessageHandler(const platform::Event& /*event*/) override { return false; }
+    std::unique_ptr<CControlUI> CreateControl(std::u16string_view className) override;
+
+protected:
+    void paint(platform::Canvas& canvas, const platform::Rect& dirty) override;
+    [[nodiscard]] platform::Accessible* accessibleTree() override { return m_manager.GetRoot(); }
+
+private:
+    bool readLayout(const Skin& skin, CDialogBuilder& builder) const;
+    /// Logs what is wrong with the layout; false.
+    bool refuse(const Skin& skin, const CDialogBuilder& builder) const;
+    bool buildControls(const std::shared_ptr<const Skin>& skin, CDialogBuilder& builder,
+                       const std::u16string& title);
+
+    CPaintManagerUI m_manager;
+};
+
+} // namespace toolkit
