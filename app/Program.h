@@ -18,4 +18,8 @@ using GuiFactory = std::function<std::unique_ptr<platform::Gui>()>;
 /// the launcher takes over, its page is written before that.
 [[nodiscard]] int runProgram(const std::string& commandLine, const GuiFactory& createGui);
 
+/// Tells the user in a message box, the log and stderr why the program cannot start. Returns the
+/// exit code for that.
+[[nodiscard]] int refuseToStart(const std::string& problem, const GuiFactory& createGui);
+
 } // namespace app

@@ -1,16 +1,39 @@
 // The program's entry point. Returns what app::runProgram returns.
+#include <cstdlib>
+
 #include "app/Program.h"
+#include "app/services/StartFolder.h"
 #include "core/Log.h"
 #include "platform/CommandLine.h"
 #include "platform/DebugLine.h"
+#include "platform/ProgramFolder.h"
 #include "src/TheoraLog.h"
 
+namespace {
+
+/// Where the program works, or what its start script could not prepare.
+app::StartFolder startFolder() {
+    if (const char* problem = std::getenv("QUORVEL_START_PROBLEM")) {
+        return {false, problem};
+    }
+    return app::enterStartFolder(platform::programFolder());
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
-    // Made first thing, so that every run leaves its own log page.
+    const app::StartFolder folder = startFolder();
+    if (!folder.isOurs) {
+        core::Log::useStandardErrorOnly();
+    }
+    // Made before anything can fail, so that every run leaves its own log page.
     core::Log::get();
     // Worker threads write these lines; the log page is the main thread's alone.
     theora::setLogHook(platform::writeDebugLine);
-    const int exitCode = app::runProgram(platform::commandLine(argc, argv), platform::createGui);
+    const int exitCode =
+        folder.problem.empty()
+            ? app::runProgram(platform::commandLine(argc, argv), platform::createGui)
+            : app::refuseToStart(folder.problem, platform::createGui);
     core::Log::release();
     return exitCode;
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "platform/Desktop.h"
 #include "platform/EventLoop.h"
 #include "platform/FileDialog.h"
 #include "platform/FontSet.h"
@@ -29,6 +30,7 @@ public:
     virtual EventLoop& loop() = 0;
     virtual FontSet& fonts() = 0;
     virtual FileDialog& fileDialog() = 0;
+    virtual Desktop& desktop() = 0;
     virtual ComponentLibrary& components() = 0;
     /// True once the system asked the program to end (SIGTERM, SIGINT, end of the session): running
     /// loops end, new ones return at once, and the program should leave as by its own Exit.

@@ -4,6 +4,7 @@
 #include <QApplication>
 
 #include "platform/Gui.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialog.h"
 #include "platform/qt/QtFontSet.h"
@@ -34,6 +35,7 @@ public:
     EventLoop& loop() override { return m_loop; }
     FontSet& fonts() override { return m_fonts; }
     FileDialog& fileDialog() override { return m_fileDialog; }
+    Desktop& desktop() override { return m_desktop; }
     ComponentLibrary& components() override { return m_components; }
     [[nodiscard]] bool isEnding() const override { return m_loop.isEnding(); }
 
@@ -45,6 +47,7 @@ private:
     QtFontSet m_fonts;
     QtWindowHost m_windows;
     QtFileDialog m_fileDialog;
+    QtDesktop m_desktop;
     QtComponents m_components;
     QtSignals m_signals;
 };

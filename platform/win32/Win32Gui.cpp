@@ -5,6 +5,7 @@
 
 #include "platform/Guard.h"
 #include "platform/Gui.h"
+#include "platform/win32/Win32Desktop.h"
 #include "platform/win32/Win32EventLoop.h"
 #include "platform/win32/Win32FileDialog.h"
 #include "platform/win32/Win32FontSet.h"
@@ -35,6 +36,7 @@ public:
     EventLoop& loop() override { return m_loop; }
     FontSet& fonts() override { return m_fonts; }
     FileDialog& fileDialog() override { return m_fileDialog; }
+    Desktop& desktop() override { return m_desktop; }
     ComponentLibrary& components() override { return m_components; }
     [[nodiscard]] bool isEnding() const override { return m_loop.isEnding(); }
 
@@ -43,6 +45,7 @@ private:
     Win32FontSet m_fonts;
     Win32WindowHost m_windows;
     Win32FileDialog m_fileDialog;
+    Win32Desktop m_desktop;
     Win32Components m_components;
 };
 

@@ -38,9 +38,10 @@ class ProgramRuns(unittest.TestCase):
         (self.product / "Settings").mkdir()
         (self.folder / "Log.html").write_text("of an earlier run")
 
-    def start(self, *arguments):
-        environment = dict(os.environ, XDG_RUNTIME_DIR=str(self.product), LC_ALL="C.UTF-8")
-        return subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, env=environment,
+    def start(self, *arguments, cwd=None, program=PROGRAM, **variables):
+        environment = dict(os.environ, XDG_RUNTIME_DIR=str(self.product), LC_ALL="C.UTF-8",
+                           QT_LOGGING_RULES="default.warning=false", **variables)
+        return subprocess.Popen([program, *arguments], cwd=cwd or self.folder, env=environment,
                                 stderr=subprocess.PIPE)
 
     def expect_end(self, process, code, told, *errors):
@@ -48,17 +49,20 @@ class ProgramRuns(unittest.TestCase):
         self.assertEqual(process.communicate(timeout=LONGEST_WAIT)[1].decode(), told)
         self.assertEqual(process.returncode, code)
         page = (self.folder / "Log.html").read_text(encoding="utf-8")
-        self.assertEqual(re.findall("COLOR=#FF0000>Error: (.*?)</FONT>", page), list(errors))
+        self.assertEqual(re.findall("COLOR=#FF0000>Error: (.*?)</FONT>", page, re.DOTALL), list(errors))
         self.assertTrue(page.startswith("<HTML>") and page.endswith("</HTML>\n"), page)
 
     def run_until_terminated(self, *arguments):
-        process = self.start(*arguments)
+        self.terminate(process := self.start(*arguments))
+        self.expect_end(process, 0, "")
+
+    def terminate(self, process):
+        """Once it runs its windows."""
         deadline = time.monotonic() + LONGEST_WAIT
         while process.poll() is None and not catches_termination(process.pid):
             self.assertLess(time.monotonic(), deadline)
             time.sleep(0.01)
         process.send_signal(signal.SIGTERM)
-        self.expect_end(process, 0, "")
 
     def test_a_termination_ends_it_normally_and_the_menu_is_started_only_when_asked_for(self):
         menu = self.product / "Settings" / "M\u00ebnu 1.sh"
@@ -78,6 +82,31 @@ class ProgramRuns(unittest.TestCase):
         error = "Unable to initialize editor interfaces."
         self.expect_end(self.start(), 1, 'Translations cannot be read: "Translations.ini", looked for as '
                         f'"{self.folder}/Translations.ini"\nError: {error}\n', error)
+
+    def test_started_elsewhere_it_goes_to_its_own_folder_or_says_what_is_missing(self):
+        elsewhere = self.product / "elsewhere"
+        elsewhere.mkdir()
+        (elsewhere / "Log.html").write_text("of another program")
+        own = self.folder / "Quorvel"
+        shutil.copy(PROGRAM, own)
+        self.terminate(process := self.start(cwd=elsewhere, program=own))
+        self.expect_end(process, 0, "")
+        shutil.rmtree(self.folder / "UI")
+        missing = (f'Quorvel cannot start because its folder "UI" is missing.\n\n'
+                   f'Looked for in:\n{elsewhere}\n{self.folder}')
+        for told, variables in ((missing, {}), ("disk full", {"QUORVEL_START_PROBLEM": "disk full"})):
+            (self.folder / "Log.html").write_text("of the run before")
+            # The message box is open until then.
+            self.terminate(process := self.start(cwd=elsewhere, program=own, **variables))
+            self.assertEqual(process.communicate(timeout=LONGEST_WAIT)[1].decode(), f"Error: {told}\n")
+            self.assertEqual(process.returncode, 1)
+            self.assertEqual((self.folder / "Log.html").read_text(), "of the run before")
+        # Beside scenes the folder is the product's: the page says it too.
+        (self.folder / "Scenes").mkdir()
+        here = missing.replace(f"{elsewhere}\n", "")
+        self.terminate(process := self.start(program=own))
+        self.expect_end(process, 1, f"Error: {here}\n", here)
+        self.assertEqual((elsewhere / "Log.html").read_text(), "of another program")
 
 
 if __name__ == "__main__":

@@ -36,6 +36,7 @@ public:
     platform::EventLoop& loop() override { return m_real->loop(); }
     platform::FontSet& fonts() override { return m_real->fonts(); }
     platform::FileDialog& fileDialog() override { return m_real->fileDialog(); }
+    platform::Desktop& desktop() override { return m_real->desktop(); }
     platform::ComponentLibrary& components() override { return m_real->components(); }
     bool isEnding() const override { return m_real->isEnding() || !m_script.problem().empty(); }
 

@@ -83,12 +83,14 @@ class FakeGui final : public platform::Gui,
                       private platform::EventLoop,
                       private platform::FontSet,
                       private platform::FileDialog,
+                      private platform::Desktop,
                       private platform::ComponentLibrary {
 public:
     platform::WindowHost& windows() override { return *this; }
     platform::EventLoop& loop() override { return *this; }
     platform::FontSet& fonts() override { return *this; }
     platform::FileDialog& fileDialog() override { return *this; }
+    platform::Desktop& desktop() override { return *this; }
     platform::ComponentLibrary& components() override { return *this; }
     [[nodiscard]] bool isEnding() const override { return false; }
     /// Runs what was posted so far; nothing else does.
@@ -147,6 +149,8 @@ private:
         return positions;
     }
 
+    bool openFile(const std::string& /*path*/) override { return false; }
+    void showError(const std::string& /*title*/, const std::string& /*text*/) override {}
     std::optional<platform::OpenFilesResult>
     openFiles(const platform::OpenFilesRequest& /*request*/) override {
         return std::nullopt;

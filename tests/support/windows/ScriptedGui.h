@@ -1,5 +1,5 @@
 // The real window system with parts that a test plays: the screen's height, the file
-// dialog and the components.
+// dialog, the desktop and the components.
 #pragma once
 
 #include <functional>
@@ -27,6 +27,22 @@ public:
     std::optional<platform::OpenFilesResult> answer; ///< empty: cancelled
     std::function<void()> whileOpen;
     std::vector<platform::OpenFilesRequest> requests;
+};
+
+/// Notes what it was to open and to show.
+class ScriptedDesktop final : public platform::Desktop {
+public:
+    bool openFile(const std::string& path) override {
+        opened.push_back(path);
+        return opens;
+    }
+    void showError(const std::string& title, const std::string& text) override {
+        errors.push_back(title + ": " + text);
+    }
+
+    bool opens = true;
+    std::vector<std::string> opened;
+    std::vector<std::string> errors;
 };
 
 class CountedComponents final : public platform::ComponentLibrary {
@@ -81,11 +97,13 @@ public:
     platform::EventLoop& loop() override { return m_real.loop(); }
     platform::FontSet& fonts() override { return m_real.fonts(); }
     platform::FileDialog& fileDialog() override { return dialog; }
+    platform::Desktop& desktop() override { return userDesktop; }
     platform::ComponentLibrary& components() override { return library; }
     bool isEnding() const override { return m_real.isEnding() || (ends && ends()); }
 
     ScriptedHost host;
     ScriptedFileDialog dialog;
+    ScriptedDesktop userDesktop;
     CountedComponents library;
     std::function<bool()> ends; ///< true: the system asks the program to end
 

@@ -1,0 +1,45 @@
+#include "app/services/StartFolder.h"
+
+#include "core/Paths.h"
+#include "core/Services.h"
+#include "platform/FileSystem.h"
+
+namespace app {
+namespace {
+
+constexpr const char* kSkinFolder = "UI";
+constexpr const char* kSkinArchive = "UI.zip"; // a skin may come as one file
+constexpr const char* kScenesFolder = "Scenes";
+
+bool hasSkin() {
+    return core::isFolder(kSkinFolder) || core::isFile(kSkinArchive);
+}
+
+bool isProductFolder() {
+    return hasSkin() || core::isFolder(kScenesFolder);
+}
+
+} // namespace
+
+StartFolder enterStartFolder(const std::string& programFolder) {
+    platform::FileSystem& files = *core::services().fileSystem;
+    const std::string startedIn = files.currentFolder();
+    const bool stays = isProductFolder();
+    if (!stays && !programFolder.empty()) {
+        files.setCurrentFolder(programFolder);
+    }
+    StartFolder result;
+    result.isOurs = isProductFolder();
+    if (hasSkin()) {
+        return result;
+    }
+    result.problem = "Quorvel cannot start because its folder \"UI\" is missing.\n\n"
+                     "Looked for in:\n" +
+                     startedIn;
+    if (!stays && files.currentFolder() != startedIn) {
+        result.problem += '\n' + files.currentFolder();
+    }
+    return result;
+}
+
+} // namespace app
