@@ -35,7 +35,6 @@ void ChunkReader::skip() {
 }
 
 void ChunkReader::giveBackLast() {
-    // At the end of the file it is the chunk's own byte; alone it is no header, so it does no harm.
     m_last = m_body[m_size - 1];
     m_isGivenBack = true;
     ++m_left;

@@ -24,13 +24,18 @@ public:
     [[nodiscard]] std::uint32_t tag() const { return m_tag; }
     /// What the header says; the body is shorter when the file is.
     [[nodiscard]] std::size_t statedSize() const { return m_statedSize; }
+    /// The chunk reaches beyond the end of the file. Before its body is read or skipped.
+    [[nodiscard]] bool isCut() const { return m_size < m_statedSize; }
     /// False when the file cannot be read.
     [[nodiscard]] bool readBody();
     /// Valid until the next body is read.
     [[nodiscard]] std::span<const std::uint8_t> body() const { return {m_body.get(), m_size}; }
     void skip();
-    /// The chunk, of at least one byte, ends before the last one read, which starts the next.
+    /// The chunk, not cut and of at least one byte, ends before the last one read, which starts the
+    /// next.
     void giveBackLast();
+    /// After the last chunk: bytes too few for a header follow it.
+    [[nodiscard]] bool hasRest() const { return m_left > 0; }
 
     /// False after the file could not be read.
     [[nodiscard]] bool good() const { return m_good; }

@@ -32,8 +32,12 @@ inline constexpr std::size_t kMaxNameBytes = 243;
 /// What became of a zone's record.
 struct ZoneReadResult {
     bool complete = false;
+    /// Complete, and of the very size and form that a save gives it.
+    bool whole = false;
     /// The record ends one byte before its stated end: zones without a name are written so.
     bool endsOneEarly = false;
+    std::uint32_t framesRead = 0;   ///< surplus ones included
+    std::uint32_t framesStored = 0; ///< that the record tells of; 0 when it has no room for them
 };
 
 class Zone {

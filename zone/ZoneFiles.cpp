@@ -3,15 +3,18 @@
 #include <algorithm>
 #include <new>
 #include <string_view>
+#include <utility>
 
 #include <tinyxml2.h>
 
 #include "core/Log.h"
 #include "core/Paths.h"
+#include "core/Services.h"
 #include "core/StandardError.h"
 #include "core/Text.h"
 #include "core/WholeFile.h"
 #include "zone/ChunkReader.h"
+#include "zone/DamagedPair.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneXml.h"
 
@@ -22,6 +25,12 @@ constexpr const char* kInfoEnding = "-ZoneInfo.xml";
 constexpr const char* kBinaryEnding = "-ZoneInfo.bin";
 /// Tens of thousands of zones; the parser needs fifty times the size of a file of empty elements.
 constexpr std::size_t kMaxInfoBytes = std::size_t{4} * 1024 * 1024;
+
+constexpr const char* kInfoFailed = "Unable to save zone info file";
+
+bool exists(const std::string& path) {
+    return core::services().fileSystem->info(path).has_value();
+}
 
 bool failLoad(const char* reason) {
     core::Log::get()->Error("%s", reason);
@@ -45,13 +54,36 @@ std::shared_ptr<ZoneManager> ZoneManager::createEmpty() {
 
 std::shared_ptr<ZoneManager> ZoneManager::create(const std::string& basePath, int frameCount,
                                                  bool loadBinary) {
+    LoadReport report;
+    return load(basePath, frameCount, loadBinary, report);
+}
+
+std::shared_ptr<ZoneManager> ZoneManager::createForEditing(const std::string& basePath,
+                                                           int frameCount) {
+    LoadReport report;
+    std::shared_ptr<ZoneManager> manager = load(basePath, frameCount, true, report);
+    if (!manager) {
+        manager = createEmpty();
+    }
+    if (manager && report.problem != LoadProblem::none) {
+        manager->m_loadReport = report;
+        manager->m_damagedBase = basePath;
+    }
+    return manager;
+}
+
+std::shared_ptr<ZoneManager> ZoneManager::load(const std::string& basePath, int frameCount,
+                                               bool loadBinary, LoadReport& report) {
+    std::shared_ptr<ZoneManager> manager = createEmpty();
+    if (!manager || basePath.empty()) {
+        return nullptr;
+    }
     try {
-        std::shared_ptr<ZoneManager> manager = createEmpty();
-        if (!manager || basePath.empty()) {
-            return nullptr;
-        }
         manager->frameCount = frameCount;
-        if (!manager->loadInfo(basePath) || (loadBinary && !manager->loadBinary(basePath))) {
+        const bool good =
+            manager->loadInfo(basePath) && (!loadBinary || manager->loadBinary(basePath));
+        report = manager->m_loadReport;
+        if (!good) {
             return nullptr;
         }
         // A zone that only the information file names could not be edited without frames.
@@ -61,6 +93,7 @@ std::shared_ptr<ZoneManager> ZoneManager::create(const std::string& basePath, in
         return manager;
     } catch (const std::bad_alloc&) {
         failLoad("Unable to read zone binary");
+        report = {LoadProblem::binaryUnreadable, manager->m_loadReport.zones};
         return nullptr;
     }
 }
@@ -70,10 +103,14 @@ bool ZoneManager::loadInfo(const std::string& basePath) {
     const std::optional<std::string> text =
         core::readWholeFile(basePath + kInfoEnding, kMaxInfoBytes);
     if (!text || document.Parse(text->data(), text->size()) != tinyxml2::XML_SUCCESS) {
+        if (exists(basePath + kInfoEnding)) {
+            m_loadReport.problem = LoadProblem::listDamaged;
+        }
         return true;
     }
     const tinyxml2::XMLNode* root = document.FirstChild();
     if (!root) {
+        m_loadReport.problem = LoadProblem::listDamaged;
         return failLoad("Zone info file is corrupt");
     }
     for (const auto* child = root->FirstChildElement(); child;
@@ -87,15 +124,27 @@ bool ZoneManager::loadInfo(const std::string& basePath) {
             addZone(Zone::createFromXml(*child));
         }
     }
+    m_loadReport.zones = zoneCount();
     return true;
 }
 
 bool ZoneManager::loadBinary(const std::string& basePath) {
+    const std::string path = basePath + kBinaryEnding;
     core::File file;
-    const std::int64_t size =
-        file.open(basePath + kBinaryEnding, "rb") ? file.size() : std::int64_t{0};
+    const bool isOpen = file.open(path, "rb");
+    const std::int64_t size = isOpen ? file.size() : std::int64_t{0};
     ChunkReader reader(file, static_cast<std::uint64_t>(std::max<std::int64_t>(size, 0)));
+    // A list without zones has nothing that a missing or empty file could have lost.
+    const bool isEmpty = isOpen ? size == 0 : !exists(path);
+    LoadReport failed = m_loadReport;
+    if (!isEmpty) {
+        failed.problem = LoadProblem::binaryUnreadable;
+    } else if (failed.zones > 0) {
+        failed.problem = isOpen ? LoadProblem::binaryDamaged : LoadProblem::binaryMissing;
+    }
     if (size <= 0 || !readChunks(reader)) {
+        failed.zones = std::max(failed.zones, m_loadReport.zones);
+        m_loadReport = failed;
         return failLoad("Unable to load zone binary");
     }
     return size >= static_cast<std::int64_t>(ChunkReader::kHeaderSize) ||
@@ -103,15 +152,40 @@ bool ZoneManager::loadBinary(const std::string& basePath) {
 }
 
 bool ZoneManager::readChunks(ChunkReader& reader) {
+    // A list that could not be read names nothing but what the binary file names as well.
+    m_loadReport.problem = LoadProblem::none;
+    bool isDamaged = false;
     while (reader.next()) {
-        if (reader.tag() != kZoneTag) {
+        if (reader.tag() == kZoneTag) {
+            readZone(reader);
+        } else {
+            isDamaged = isDamaged || reader.isCut();
             reader.skip();
-        } else if (reader.readBody() &&
-                   nextZone().read(reader.body(), reader.statedSize(), frameCount).endsOneEarly) {
-            reader.giveBackLast();
+            m_loadReport.problem = LoadProblem::binaryForeign;
         }
     }
+    const int read = currentZone + 1;
+    m_loadReport.zones = std::max(m_loadReport.zones, read);
+    if (isDamaged || reader.hasRest() || m_loadReport.wholeZones < m_loadReport.zones) {
+        m_loadReport.problem = LoadProblem::binaryDamaged;
+    }
     return reader.good();
+}
+
+void ZoneManager::readZone(ChunkReader& reader) {
+    if (!reader.readBody()) {
+        return;
+    }
+    const ZoneReadResult read = nextZone().read(reader.body(), reader.statedSize(), frameCount);
+    if (read.endsOneEarly && !reader.isCut()) {
+        reader.giveBackLast();
+    }
+    if (read.whole) {
+        ++m_loadReport.wholeZones;
+    } else if (read.framesRead > 0 && m_loadReport.partZones++ == 0) {
+        m_loadReport.partFrames = read.framesRead;
+        m_loadReport.storedFrames = read.framesStored;
+    }
 }
 
 Zone& ZoneManager::nextZone() {
@@ -127,23 +201,46 @@ bool ZoneManager::save(const std::string& videoPath) {
 }
 
 bool ZoneManager::saveAs(const std::string& basePath) {
-    constexpr const char* kInfoFailed = "Unable to save zone info file";
     m_lastSaveFailure.clear();
+    if (!keepDamaged(basePath)) {
+        return failSave(kInfoFailed, m_lastSaveFailure);
+    }
+    const bool result = saveBoth(basePath);
+    if (m_lastSaveFailure.empty() && m_damagedBase.empty()) {
+        m_loadReport = {};
+    }
+    return result;
+}
+
+bool ZoneManager::keepDamaged(const std::string& basePath) {
+    if (m_damagedBase.empty() || m_damagedBase != basePath) {
+        return true;
+    }
+    KeptPair kept = keepDamagedPair(basePath);
+    m_lastSaveFailure = std::move(kept.failure);
+    if (!m_lastSaveFailure.empty()) {
+        return false;
+    }
+    m_keptAs = std::move(kept.name);
+    m_damagedBase.clear();
+    return true;
+}
+
+bool ZoneManager::saveBoth(const std::string& basePath) {
     core::SafeSave info;
     core::SafeSave binary;
     if (!info.open(basePath + kInfoEnding, "wt") || !writeInfo(info.file()) || !info.prepare()) {
         return failSave(kInfoFailed, info.failure());
     }
-    const bool isOpen = binary.open(basePath + kBinaryEnding, "wb");
-    const bool isWritten = isOpen && writeZones(binary.file()) && binary.prepare();
-    // Both files are on the disk by now, so that the pair changes in two renames.
-    if (!info.commit()) {
-        return failSave(kInfoFailed, info.failure());
-    }
-    if (!isOpen) {
+    if (!binary.open(basePath + kBinaryEnding, "wb")) {
         return failSave("Unable to save zone binary file", binary.failure());
     }
-    if (!isWritten || !binary.commit()) {
+    const bool isPrepared = writeZones(binary.file()) && binary.prepare();
+    // Both files are on the disk by now, so that the pair changes in two renames, or not at all.
+    if (isPrepared && !info.commit()) {
+        return failSave(kInfoFailed, info.failure());
+    }
+    if (!isPrepared || !binary.commit()) {
         m_lastSaveFailure = binary.failure();
         if (m_lastSaveFailure.empty()) { // no step of the file failed, so it reports nothing
             m_lastSaveFailure = basePath + kBinaryEnding + ": zones cannot be stored";

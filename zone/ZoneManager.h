@@ -14,6 +14,7 @@
 #include "core/File.h"
 #include "core/SafeSave.h"
 #include "platform/Canvas.h"
+#include "zone/LoadReport.h"
 #include "zone/Zone.h"
 
 namespace zone {
@@ -33,6 +34,10 @@ public:
     /// missing information file is none of these: a video without zones is normal.
     [[nodiscard]] static std::shared_ptr<ZoneManager> create(const std::string& basePath,
                                                              int frameCount, bool loadBinary);
+    /// The same with shapes, but no zones where that gives nothing: then, as after a part was read,
+    /// loadReport() says why. Empty only when there is no memory.
+    [[nodiscard]] static std::shared_ptr<ZoneManager> createForEditing(const std::string& basePath,
+                                                                       int frameCount);
 
     [[nodiscard]] int zoneCount() const { return static_cast<int>(m_zones.size()); }
     /// Empty for an index out of range. Logs nothing.
@@ -56,15 +61,21 @@ public:
     /// Called for every repaint, so a zone or frame that is not there draws and logs nothing.
     void draw(int zone, int frame, platform::Canvas& canvas, int originX, int originY) const;
 
-    /// Writes both files of the video at `videoPath`. False, logged, when the information file
-    /// cannot be written or the binary file cannot be opened. A binary file that could be opened
-    /// but not written whole gives true. Intended: ask lastSaveFailure().
+    /// Writes both files of the video at `videoPath`, or neither. False, logged, when the
+    /// information file cannot be written or the binary file cannot be opened. A binary file that
+    /// could be opened but not written whole gives true. Intended: ask lastSaveFailure(). Files
+    /// that were not read whole are copied aside before they are replaced: see keptAs().
     bool save(const std::string& videoPath);
     /// The same for a path that has no extension to take away.
     bool saveAs(const std::string& basePath);
     /// Why the last save did not bring both files to the disk, for people; empty when it did. The
     /// old file is whole then.
     [[nodiscard]] const std::string& lastSaveFailure() const { return m_lastSaveFailure; }
+    /// What loading came to. Clean after the next good save of the same files.
+    [[nodiscard]] const LoadReport& loadReport() const { return m_loadReport; }
+    /// The name, without extension, of the copies that a save made of files which were not read
+    /// whole; empty when it made none.
+    [[nodiscard]] const std::string& keptAs() const { return m_keptAs; }
 
     /// The zone that is edited and drawn, -1 for none. After loading, the last one in the file.
     int currentZone = -1;
@@ -77,17 +88,25 @@ public:
 
 private:
     [[nodiscard]] Zone* checkedZone(int index, const char* message, int line) const;
+    [[nodiscard]] static std::shared_ptr<ZoneManager>
+    load(const std::string& basePath, int frameCount, bool loadBinary, LoadReport& report);
     [[nodiscard]] bool loadInfo(const std::string& basePath);
     [[nodiscard]] bool loadBinary(const std::string& basePath);
     /// False when the file could not be read to its end.
     [[nodiscard]] bool readChunks(ChunkReader& reader);
+    void readZone(ChunkReader& reader);
     Zone& nextZone();
+    [[nodiscard]] bool keepDamaged(const std::string& basePath);
+    [[nodiscard]] bool saveBoth(const std::string& basePath);
     [[nodiscard]] bool writeInfo(core::File& file) const;
     [[nodiscard]] bool writeZones(core::File& file) const;
     bool failSave(const char* message, const std::string& reason);
 
     std::vector<std::shared_ptr<Zone>> m_zones; ///< no entry is empty
     std::string m_lastSaveFailure;
+    LoadReport m_loadReport;
+    std::string m_damagedBase; ///< of the files a save has to keep; empty for none
+    std::string m_keptAs;
 };
 
 /// The manager of the video that is edited; empty when there is none.

@@ -18,6 +18,15 @@ constexpr std::size_t kWord = 4;
 struct FramesRead {
     bool complete = false;
     std::size_t size = 0; ///< of frame count and shape records
+    bool regular = true;  ///< no shape's size has bytes that are no point
+    std::uint32_t frames = 0;
+    std::uint32_t stored = 0;
+
+    [[nodiscard]] ZoneReadResult resultAt(std::size_t statedSize) const {
+        const bool fits = stored <= (statedSize - std::min(statedSize, kWord)) / kShapeHeaderSize;
+        return {complete, complete && regular && size == statedSize, false, frames,
+                fits ? stored : 0};
+    }
 };
 
 /// Appends the frames that `bytes`, from the frame count on, hold, up to `limit`; the others are
@@ -30,21 +39,21 @@ FramesRead readFrames(Bytes bytes, int limit, ShapeTrack& track) {
     }
     const std::uint32_t stored = loadU32(bytes.data());
     if (!scale) {
-        return {stored == 0, kWord};
+        return {.complete = stored == 0, .size = kWord, .stored = stored};
     }
     const std::uint32_t kept = std::min(stored, static_cast<std::uint32_t>(std::max(limit, 0)));
     track.reserveFor(kept, bytes.size() - kWord);
-    std::size_t at = kWord;
+    FramesRead read{.size = kWord, .stored = stored};
     Bytes previous;
-    for (std::uint32_t frame = 0; frame < stored; ++frame) {
-        const std::optional<ShapeRecord> record = findShapeRecord(bytes.subspan(at));
+    for (; read.frames < stored; ++read.frames) {
+        const std::optional<ShapeRecord> record = findShapeRecord(bytes.subspan(read.size));
         if (!record) {
-            track.trim();
-            return {false, at};
+            break;
         }
-        const Bytes raw = bytes.subspan(at, record->size);
-        at += record->size;
-        if (frame >= kept) {
+        const Bytes raw = bytes.subspan(read.size, record->size);
+        read.size += record->size;
+        read.regular = read.regular && raw.size() == kShapeHeaderSize + record->points.size();
+        if (read.frames >= kept) {
             continue;
         }
         const bool repeats = raw.size() == previous.size() &&
@@ -57,7 +66,8 @@ FramesRead readFrames(Bytes bytes, int limit, ShapeTrack& track) {
         previous = raw;
     }
     track.trim();
-    return {true, at};
+    read.complete = read.frames == stored;
+    return read;
 }
 
 std::string nameFrom(Bytes bytes) {
@@ -123,7 +133,8 @@ ZoneReadResult Zone::read(std::span<const std::uint8_t> body, std::size_t stated
             result = readUnnamed(body, statedSize - kWord, limit);
         } else if (nameSize <= body.size()) {
             setName(nameFrom(body.first(nameSize)));
-            result.complete = readFrames(body.subspan(nameSize), limit, m_track).complete;
+            result = readFrames(body.subspan(nameSize), limit, m_track)
+                         .resultAt(statedSize - kWord - nameSize);
         }
     }
     if (!keepsStored && (!result.complete || m_track.frameCount() > 0)) {
@@ -137,11 +148,16 @@ ZoneReadResult Zone::readUnnamed(std::span<const std::uint8_t> body, std::size_t
     if (!body.empty() && body[0] == 0) {
         const FramesRead named = readFrames(body.subspan(1), limit, m_track);
         if (named.complete && named.size + 1 == statedSize) {
-            return {true, false};
+            return named.resultAt(statedSize - 1);
         }
     }
     const FramesRead unnamed = readFrames(body, limit, m_track);
-    return {unnamed.complete, unnamed.complete && unnamed.size + 1 == statedSize};
+    ZoneReadResult result = unnamed.resultAt(statedSize);
+    if (unnamed.complete && unnamed.size + 1 == statedSize) {
+        result.endsOneEarly = true;
+        result.whole = unnamed.regular;
+    }
+    return result;
 }
 
 } // namespace zone

@@ -21,19 +21,93 @@ TEST_F(ZoneDamageTest, AFileCutAnywhereKeepsWhatStandsBeforeTheCut) {
         const auto manager = load(m_binary.substr(0, size), kFrames);
         ASSERT_TRUE(manager) << size;
         std::size_t start = 0; // of the zone's chunk
+        zone::LoadReport report;
         for (int zone = 0; zone < 3 && start + 8 <= size; ++zone) {
             start += kHeads[zone];
             std::string expected;
             const char* last = " .";
+            std::uint32_t frames = 0;
             for (std::size_t frame = 0; frame < kFrames; ++frame) {
                 start += m_shapes[frame].size();
                 last = start <= size ? words[frame] : last;
+                frames += start <= size ? 1 : 0;
                 expected += last;
+            }
+            ++report.zones;
+            report.wholeZones += start <= size ? 1 : 0;
+            if (start > size && frames > 0) {
+                report.partZones = 1;
+                report.partFrames = frames;
+                report.storedFrames = kFrames;
             }
             ASSERT_TRUE(manager->zone(zone)) << size;
             const std::string text = shown(*manager->zone(zone));
             EXPECT_EQ(text.substr(text.find(':') + 1), expected) << size;
         }
+        report.problem = start == size ? zone::LoadProblem::none : zone::LoadProblem::binaryDamaged;
+        EXPECT_EQ(manager->loadReport(), report) << size;
+    }
+}
+
+TEST_F(ZoneDamageTest, WhatIsWrongWithAPairIsToldWithHowMuchWasRead) {
+    using enum zone::LoadProblem;
+    const std::string odd = u32(2) + std::string("Z\0", 2) + u32(2) + u32(21) + m_one.substr(4) +
+                            std::string(5, ' ') + m_one;
+    const auto chunk = [](const std::string& body) {
+        return chunkBytes(zone::kZoneTag, body, body.size());
+    };
+    const struct {
+        const char* list; ///< null: no file
+        const char* none; ///< in place of the binary file's bytes
+        std::string binary;
+        zone::LoadReport report;
+    } cases[] = {
+        {nullptr, "missing", "", {}},
+        {"", "missing", "", {listDamaged}},
+        {"two", "missing", "", {binaryMissing, 2}},
+        {"none", "missing", "", {}},
+        {"none", "", "", {}},
+        {"two", "", "", {binaryDamaged, 2}},
+        {nullptr, "", "ENOZENO", {binaryDamaged}},
+        {"two", "", "ENOZENO", {binaryDamaged, 2}},
+        {"two", "unreadable", m_binary, {binaryUnreadable, 2}},
+        {"</Z>", "", m_binary, {listDamaged}},
+        {"<Z>", "", m_binary, {none, 3, 3}},
+        {"two", "", m_binary, {none, 3, 3}},
+        {"two", "", zoneBytes("A", m_shapes), {binaryDamaged, 2, 1}},
+        {"two", "", m_binary + "rest", {binaryDamaged, 3, 3}},
+        {nullptr, "", m_binary + chunkBytes(7, "foreign", 7), {binaryForeign, 3, 3}},
+        {nullptr, "", m_binary + chunkBytes(7, "foreign", 8), {binaryDamaged, 3, 3}},
+        {nullptr, "", chunk(odd) + m_binary, {binaryDamaged, 4, 3, 1, 2, 2}},
+        {nullptr, "", chunk(zoneBody("A", m_shapes) + "rest"), {binaryDamaged, 1, 0, 1, 4, 4}},
+        {nullptr,
+         "",
+         chunk(u32(2) + "Z" + '\0' + u32(0xFFFFFFFF) + m_one), //
+         {binaryDamaged, 1, 0, 1, 1, 0}},
+    };
+    for (const auto& c : cases) {
+        m_disk.files.clear();
+        const std::string list = c.list ? c.list : "";
+        if (c.list) {
+            file("clip-ZoneInfo.xml") = list == "two"    ? infoBytes({"A", "B"})
+                                        : list == "none" ? infoBytes({})
+                                                         : list;
+        }
+        if (c.none != std::string("missing")) {
+            file("clip-ZoneInfo.bin") = c.binary;
+        }
+        if (c.none == std::string("unreadable")) {
+            m_files.setRule(
+                [](const support::Call& call) {
+                    return call.operation == "read" && call.path.ends_with("bin")
+                               ? support::Fault::fail
+                               : support::Fault::none;
+                },
+                5);
+        }
+        const auto manager = zone::ZoneManager::createForEditing("clip", kFrames);
+        m_files.heal();
+        EXPECT_EQ(manager->loadReport(), c.report) << &c - cases;
     }
 }
 
