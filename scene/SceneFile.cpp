@@ -7,6 +7,7 @@
 #include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/WholeFile.h"
+#include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneXml.h"
 
@@ -14,8 +15,6 @@ namespace scene {
 namespace {
 
 constexpr int kSaveLine = 305; // as those in SceneManager.cpp
-constexpr const char* kScenesFolder = "Scenes";
-constexpr const char* kFileName = "Scene.xml";
 /// Some 200,000 actions, more than anybody saves; the parser needs many times the file's size.
 constexpr std::size_t kMaxFileBytes = std::size_t{32} * 1024 * 1024;
 
@@ -56,7 +55,7 @@ bool SceneManager::dropBranches() {
 
 bool SceneManager::readFile(const std::string& folder) {
     tinyxml2::XMLDocument document;
-    if (!parse(folder + kFileName, document)) {
+    if (!parse(folder + kSceneFileName, document)) {
         return failLoad("Unable to load scene");
     }
     const tinyxml2::XMLNode* first = document.FirstChild();
@@ -106,8 +105,8 @@ bool SceneManager::saveInto(const std::string& folder) {
         m_firstBranch = m_branchManager->branchID(0);
     }
     core::SafeSave save;
-    const bool good = save.open(folder + kFileName, "wt") && write(save.file()) && save.prepare() &&
-                      save.commit();
+    const bool good = save.open(folder + kSceneFileName, "wt") && write(save.file()) &&
+                      save.prepare() && save.commit();
     m_saveFailure = save.failure();
     return good;
 }

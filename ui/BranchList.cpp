@@ -3,6 +3,7 @@
 #include "core/Services.h"
 #include "core/Text.h"
 #include "core/Translations.h"
+#include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CEditUI.h"
@@ -11,7 +12,6 @@
 #include "ui/BranchListControls.h"
 #include "ui/Confirmation.h"
 #include "ui/SceneHints.h"
-#include "ui/SceneListing.h"
 #include "zone/ZoneManager.h"
 
 namespace ui {
@@ -60,7 +60,7 @@ void BranchList::InitWindow() {
     if (scene() == nullptr) {
         return;
     }
-    m_folder = sceneFolderPath(scene()->Name());
+    m_folder = scene::sceneFolderPath(scene()->Name());
     setTextOf(kSceneLabel, core::displayText(scene()->Name()));
     if (const Control* status = findControl(kStatus)) {
         m_usualStatus = status->GetText();

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/BackgroundImport.h"
+#include "jobs/BackgroundImport.h"
 #include "ui/ComponentScope.h"
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
@@ -75,7 +75,7 @@ private:
     void chooseVideo(Control& sender);
     void addVideos(Control& sender);
     void importNextVideo();
-    void videoImported(const std::string& name, ImportResult result);
+    void videoImported(const std::string& name, jobs::ImportResult result);
     void removeVideoItem(const std::string& name);
     void cancelImport();
     [[nodiscard]] bool isImporting() const;
@@ -136,7 +136,7 @@ private:
     std::u16string m_note;    ///< in the usual status's place: what the last deed did
     std::u16string m_problem; ///< why the zone editor is gone again
 
-    BackgroundImport m_import;
+    jobs::BackgroundImport m_import;
     std::deque<std::string> m_importNames; ///< still to come, the one under way in front
     std::string m_importFolder;
     int m_importCount = 0;

@@ -4,6 +4,7 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CListLabelElementUI.h"
@@ -106,7 +107,7 @@ void BranchList::addVideos(Control& /*sender*/) {
         request.title = "Select Video";
         request.filterName = "Theora Video Files";
         request.filterPatterns = "*.ogg;*.ogv";
-        request.initialFolder = core::currentDirectory() + "Scenes/";
+        request.initialFolder = scene::scenesFolderPath();
         const AskingScope asking(*this);
         chosen = context().gui.fileDialog().openFiles(request);
     }
@@ -137,18 +138,18 @@ void BranchList::importNextVideo() {
         addVideoItem(name);
         m_import.start(
             m_importFolder + name, m_folder + core::fileName(name), [this] { updateStatus(); },
-            [this, name](ImportResult result) { videoImported(name, result); });
+            [this, name](jobs::ImportResult result) { videoImported(name, result); });
     }
     updateState();
 }
 
-void BranchList::videoImported(const std::string& name, ImportResult result) {
-    if (result == ImportResult::cancelled) {
+void BranchList::videoImported(const std::string& name, jobs::ImportResult result) {
+    if (result == jobs::ImportResult::cancelled) {
         m_importNames.clear();
     } else {
         m_importNames.pop_front();
     }
-    if (result == ImportResult::failed || result == ImportResult::cancelled) {
+    if (result == jobs::ImportResult::failed || result == jobs::ImportResult::cancelled) {
         removeVideoItem(name);
     } else {
         ++m_importedCount;

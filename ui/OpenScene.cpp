@@ -4,12 +4,12 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/CTextUI.h"
 #include "toolkit/layout/CHorizontalLayoutUI.h"
-#include "ui/SceneListing.h"
 
 namespace ui {
 
@@ -32,7 +32,8 @@ std::shared_ptr<OpenScene> OpenScene::create(const WindowContext& context) {
 }
 
 OpenScene::OpenScene(const WindowContext& context)
-    : EditorWindow(context), m_components(context.gui.components()), m_scenes(listScenes()) {}
+    : EditorWindow(context), m_components(context.gui.components()), m_scenes(scene::listScenes()) {
+}
 
 void OpenScene::InitWindow() {
     fillList();

@@ -16,11 +16,11 @@
 #include <vector>
 
 #include "core/Services.h"
+#include "jobs/VideoImport.h"
 #include "scene/SceneManager.h"
 #include "tests/faults/KillProcess.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/TempFolder.h"
-#include "ui/VideoImport.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneView.h"
 
@@ -67,10 +67,10 @@ bool saveZones(Sizes sizes, int variant, const std::string& folder) {
 }
 
 bool copyVideo(int variant, const std::string& from, const std::string& folder) {
-    ui::ImportProgress progress;
-    return ui::importVideo(*core::services().fileSystem,
-                           from + "video" + std::to_string(variant) + ".ogv", folder + "clip.ogv",
-                           progress, [] {}) == ui::ImportResult::copied;
+    jobs::ImportProgress progress;
+    return jobs::importVideo(*core::services().fileSystem,
+                             from + "video" + std::to_string(variant) + ".ogv", folder + "clip.ogv",
+                             progress, [] {}) == jobs::ImportResult::copied;
 }
 
 /// Whether nothing was refused.

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "jobs/VideoImport.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/ui/BranchListFixture.h"
-#include "ui/VideoImport.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ protected:
         writeBytes("from/b.ogv", "b");
         m_files.setRule(
             [this](const support::Call& call) {
-                if (call.path.ends_with(ui::kImportTemporary) && call.operation == "open") {
+                if (call.path.ends_with(jobs::kImportTemporary) && call.operation == "open") {
                     m_gate.acquire();
                     m_gate.release();
                 }

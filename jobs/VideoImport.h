@@ -10,7 +10,7 @@
 
 #include "platform/FileSystem.h"
 
-namespace ui {
+namespace jobs {
 
 enum class ImportResult {
     copied,
@@ -38,4 +38,4 @@ inline constexpr const char* kImportTemporary = "VideoCopy.part";
                                        const std::string& destination, ImportProgress& progress,
                                        const std::function<void()>& onBlock);
 
-} // namespace ui
+} // namespace jobs

@@ -1,4 +1,4 @@
-#include "ui/VideoImport.h"
+#include "jobs/VideoImport.h"
 
 #include <cstddef>
 #include <memory>
@@ -7,7 +7,7 @@
 
 #include "core/Paths.h"
 
-namespace ui {
+namespace jobs {
 
 namespace {
 
@@ -176,4 +176,4 @@ ImportResult importVideo(FileSystem& files, const std::string& source,
     return ImportResult::copied;
 }
 
-} // namespace ui
+} // namespace jobs

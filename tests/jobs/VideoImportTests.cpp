@@ -9,17 +9,17 @@
 #include <gtest/gtest.h>
 
 #include "core/Paths.h"
+#include "jobs/VideoImport.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/TempFolder.h"
-#include "ui/VideoImport.h"
 
 namespace {
 
+using jobs::ImportResult;
 using support::Fault;
 using support::filesBelow;
 using support::readBytes;
 using support::writeBytes;
-using ui::ImportResult;
 using Names = std::vector<std::string>;
 
 const std::string kNew(3'500'000, 'n'); // several blocks
@@ -30,12 +30,12 @@ protected:
     VideoImport() { writeBytes("from/clip.ogv", kNew); }
 
     ImportResult import(const std::string& from, const std::string& to) {
-        return ui::importVideo(m_files, from, to, m_progress, [this] { ++m_blocks; });
+        return jobs::importVideo(m_files, from, to, m_progress, [this] { ++m_blocks; });
     }
     std::string scenePath(const std::string& rest) { return m_folder.path() + "Scenes/" + rest; }
 
     support::FaultyFileSystem m_files{platform::nativeFileSystem()};
-    ui::ImportProgress m_progress;
+    jobs::ImportProgress m_progress;
     int m_blocks = 0;
 };
 
@@ -47,7 +47,7 @@ TEST_F(VideoImport, CopiesOverOlderFilesAndIntoNewFolders) {
     EXPECT_EQ(m_progress.totalBytes, kNew.size());
     EXPECT_GE(m_blocks, 3);
     writeBytes("from/empty.ogv", "");
-    writeBytes(std::string("Scenes/A/") + ui::kImportTemporary, "half, of a crash");
+    writeBytes(std::string("Scenes/A/") + jobs::kImportTemporary, "half, of a crash");
     EXPECT_EQ(import("from/empty.ogv", "Scenes/A\\clip.ogv"), ImportResult::copied);
     EXPECT_EQ(readBytes("Scenes/A/clip.ogv"), "");
     EXPECT_EQ(filesBelow("Scenes"), Names{"A/clip.ogv"});
@@ -114,7 +114,7 @@ TEST_F(VideoImport, NeverReplacesAFolderAndNeedsAnotherFileToCopy) {
     EXPECT_EQ(import("from/none.ogv", "Scenes/A/other.ogv"), ImportResult::failed);
     EXPECT_EQ(filesBelow("Scenes"), Names{"A/clip.ogv/inside"});
     // Nor is what lies at the temporary's place copied onto itself.
-    const std::string temporary = std::string("Scenes/A/") + ui::kImportTemporary;
+    const std::string temporary = std::string("Scenes/A/") + jobs::kImportTemporary;
     writeBytes(temporary, kOld);
     EXPECT_EQ(import(m_folder.path() + temporary, "Scenes/A/other.ogv"), ImportResult::failed);
     EXPECT_EQ(readBytes(temporary), kOld);
@@ -124,7 +124,7 @@ TEST_F(VideoImport, NeverReplacesAFolderAndNeedsAnotherFileToCopy) {
 TEST_F(VideoImport, WritesThroughNoLinkThatLiesInTheFolder) {
     writeBytes("elsewhere", kOld);
     std::filesystem::create_directories("Scenes/A");
-    for (const char* name : {ui::kImportTemporary, "clip.ogv"}) {
+    for (const char* name : {jobs::kImportTemporary, "clip.ogv"}) {
         std::error_code refused;
         std::filesystem::create_symlink("../../elsewhere", std::string("Scenes/A/") + name,
                                         refused);
@@ -137,11 +137,11 @@ TEST_F(VideoImport, WritesThroughNoLinkThatLiesInTheFolder) {
 }
 
 TEST_F(VideoImport, LeavesTheCopyOfAnotherEditorToIt) {
-    const std::string temporary = std::string("Scenes/A/") + ui::kImportTemporary;
+    const std::string temporary = std::string("Scenes/A/") + jobs::kImportTemporary;
     writeBytes("other", kOld);
     bool replaced = false;
     const ImportResult result =
-        ui::importVideo(m_files, "from/clip.ogv", "Scenes/A/clip.ogv", m_progress, [&] {
+        jobs::importVideo(m_files, "from/clip.ogv", "Scenes/A/clip.ogv", m_progress, [&] {
             std::error_code inUse; // on a system that holds on to open files
             std::filesystem::rename("other", temporary, inUse);
             replaced = replaced || !inUse;

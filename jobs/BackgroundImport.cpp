@@ -1,10 +1,10 @@
-#include "ui/BackgroundImport.h"
+#include "jobs/BackgroundImport.h"
 
 #include <exception>
 #include <system_error>
 #include <utility>
 
-namespace ui {
+namespace jobs {
 
 BackgroundImport::BackgroundImport(platform::EventLoop& loop, platform::FileSystem& files)
     : m_loop(loop), m_files(files) {}
@@ -90,4 +90,4 @@ std::uint64_t BackgroundImport::totalBytes() const {
     return m_run ? m_run->progress.totalBytes.load() : 0;
 }
 
-} // namespace ui
+} // namespace jobs

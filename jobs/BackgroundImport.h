@@ -7,11 +7,11 @@
 #include <string>
 #include <thread>
 
+#include "jobs/VideoImport.h"
 #include "platform/EventLoop.h"
 #include "platform/FileSystem.h"
-#include "ui/VideoImport.h"
 
-namespace ui {
+namespace jobs {
 
 class BackgroundImport {
 public:
@@ -54,4 +54,4 @@ private:
     std::thread m_thread;
 };
 
-} // namespace ui
+} // namespace jobs

@@ -1,25 +1,23 @@
-#include "ui/SceneListing.h"
+#include "scene/SceneFolders.h"
 
 #include <utility>
 
 #include "core/Paths.h"
 
-namespace ui {
+namespace scene {
 
 namespace {
 
-constexpr const char* kScenesFolder = "Scenes/";
-
 bool isOffered(const std::string& name) {
     const std::string folder = std::string(kScenesFolder) + "/" + name;
-    return !core::isFile(folder + "/Replaced") && core::isFile(folder + "/Scene.xml");
+    return !core::isFile(folder + "/Replaced") && core::isFile(folder + "/" + kSceneFileName);
 }
 
 } // namespace
 
 std::vector<std::string> listScenes() {
     std::vector<std::string> folders;
-    if (!core::listFolders(kScenesFolder, folders)) {
+    if (!core::listFolders(core::withSeparator(kScenesFolder), folders)) {
         return {};
     }
     std::vector<std::string> scenes;
@@ -31,9 +29,13 @@ std::vector<std::string> listScenes() {
     return scenes;
 }
 
-std::string sceneFolderPath(const std::string& name) {
-    const std::string current = core::currentDirectory();
-    return current.empty() ? std::string() : current + kScenesFolder + name + "\\";
+std::string scenesFolderPath() {
+    return core::currentDirectory() + core::withSeparator(kScenesFolder);
 }
 
-} // namespace ui
+std::string sceneFolderPath(const std::string& name) {
+    const std::string current = core::currentDirectory();
+    return current.empty() ? std::string() : current + kScenesFolder + "/" + name + "\\";
+}
+
+} // namespace scene
