@@ -8,6 +8,10 @@
 #include "ui/ComponentScope.h"
 #include "ui/EditorWindow.h"
 
+namespace toolkit {
+class CContainerUI;
+}
+
 namespace ui {
 
 class OpenScene final : public EditorWindow {

@@ -7,6 +7,7 @@
 #include "platform/raster/RasterCanvas.h"
 #include "tests/fuzz/FuzzServices.h"
 #include "tests/support/gui/FakeGui.h"
+#include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/DropListWindow.h"
 #include "toolkit/skin/ImageCache.h"
 #include "toolkit/window/WindowImplBase.h"
@@ -29,7 +30,7 @@ public:
         if (name == u"Remove" && around != nullptr) {
             around->RemoveAll();
         } else if (name == u"Clear") {
-            GetPaintManager().GetRoot()->RemoveAll();
+            dynamic_cast<toolkit::CContainerUI&>(*GetPaintManager().GetRoot()).RemoveAll();
         } else if (name == u"Close") {
             Close(1);
         }
@@ -69,7 +70,8 @@ platform::Event eventOf(const std::uint8_t* bytes) {
 void play(Window& window, const std::uint8_t* events, std::size_t size) {
     for (std::size_t at = 0; at + 4 <= size && at < 4000; at += 4) {
         platform::NativeWindow* native = window.GetNative();
-        platform::NativeWindow* popup = window.GetPaintManager().dropList().native();
+        platform::NativeWindow* popup =
+            toolkit::DropListWindow::of(window.GetPaintManager()).native();
         const bool toPopup = (events[at] & 0x80) != 0 && popup != nullptr;
         platform::NativeWindow* target = toPopup ? popup : native;
         if (target != nullptr) {

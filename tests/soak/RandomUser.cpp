@@ -223,8 +223,8 @@ void RandomUser::compose() {
 }
 
 void RandomUser::pickFromDropList() {
-    toolkit::DropListWindow& list = m_window->GetPaintManager().dropList();
-    if (list.native() == nullptr || list.combo() == nullptr) {
+    toolkit::DropListWindow& list = toolkit::DropListWindow::of(m_window->GetPaintManager());
+    if (list.native() == nullptr || list.owner() == nullptr) {
         clickControl();
         return;
     }

@@ -21,7 +21,9 @@ protected:
              "</Combo><Button name=\"Go\" pos=\"200,200,80,25\"/>");
         return get<CComboUI>(u"Combo");
     }
-    [[nodiscard]] toolkit::DropListWindow& list() { return window().GetPaintManager().dropList(); }
+    [[nodiscard]] toolkit::DropListWindow& list() {
+        return toolkit::DropListWindow::of(window().GetPaintManager());
+    }
 };
 
 } // namespace

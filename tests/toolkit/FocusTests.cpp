@@ -55,8 +55,8 @@ TEST_F(Focus, TabFollowsTheLayoutAndSkipsWhatCannotTakeIt) {
 TEST_F(Focus, AHeldKeyAndUncommittedTextEndWithWhatIsAroundTheirControl) {
     open(kOrder, "bkcolor=\"#FFFFFFFF\"");
     const auto hideAndShow = [&] {
-        window().GetPaintManager().GetRoot()->SetVisible(false);
-        window().GetPaintManager().GetRoot()->SetVisible(true);
+        root().SetVisible(false);
+        root().SetVisible(true);
     };
     auto& manager = window().GetPaintManager();
     const auto rest = [&] { return driver().pixel({9, 40}); };
@@ -92,7 +92,7 @@ TEST_F(Focus, LeavesWhatIsHiddenDisabledOrRemoved) {
     EXPECT_EQ(manager.GetFocus(), nullptr);
     auto& d = driver().get(u"D");
     manager.SetFocus(&d);
-    manager.GetRoot()->RemoveAll();
+    root().RemoveAll();
     EXPECT_EQ(manager.GetFocus(), nullptr);
     EXPECT_TRUE(window().take().empty());
 }

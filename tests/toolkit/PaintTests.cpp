@@ -30,7 +30,7 @@ public:
 class Paint : public ToolkitTest {
 protected:
     Canary& addCanary(const Rect& place) {
-        auto* canary = window().GetPaintManager().GetRoot()->AddNew<Canary>();
+        auto* canary = root().AddNew<Canary>();
         canary->SetPlace(place);
         static_cast<void>(driver().picture());
         canary->paints.clear();

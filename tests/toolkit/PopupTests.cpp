@@ -82,10 +82,10 @@ TEST_F(ToolTips, GoWithPressKeyPointerAndControl) {
         [&] { driver().wheel(kAway, 1); },
         [&] { driver().send(platform::EventKind::mouseLeave, {}); },
         [&] {
-            window().GetPaintManager().GetRoot()->SetVisible(false);
-            window().GetPaintManager().GetRoot()->SetVisible(true);
+            root().SetVisible(false);
+            root().SetVisible(true);
         },
-        [&] { window().GetPaintManager().GetRoot()->RemoveAll(); },
+        [&] { root().RemoveAll(); },
     };
     for (const auto& end : ends) {
         ASSERT_EQ(tipOver(u"Go"), u"Go on");

@@ -23,7 +23,7 @@ public:
 class Timers : public ToolkitTest {
 protected:
     void SetUp() override { open(""); }
-    Ticking& add() { return *manager().GetRoot()->AddNew<Ticking>(); }
+    Ticking& add() { return *root().AddNew<Ticking>(); }
     toolkit::CPaintManagerUI& manager() { return window().GetPaintManager(); }
 };
 
@@ -49,7 +49,7 @@ TEST_F(Timers, EndWithTheirControlAlsoInsideTheirOwnTickAndWithTheirWindow) {
     Ticking& doomed = add();
     doomed.onTick = [&] {
         ++ticks;
-        manager().GetRoot()->RemoveAll();
+        root().RemoveAll();
     };
     EXPECT_TRUE(manager().SetTimer(doomed, 1, 1));
     ASSERT_TRUE(test::pumpUntil([&] { return ticks > 0; }));

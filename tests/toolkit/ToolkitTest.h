@@ -13,6 +13,7 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
+#include "toolkit/controls/CContainerUI.h"
 #include "toolkit/window/WindowImplBase.h"
 
 namespace toolkit_test {
@@ -43,6 +44,9 @@ protected:
     RecordingWindow& open(const std::string& controls, const std::string& windowAttributes = {});
     [[nodiscard]] test::WindowDriver driver() { return test::WindowDriver(*m_window); }
     [[nodiscard]] RecordingWindow& window() { return *m_window; }
+    [[nodiscard]] toolkit::CContainerUI& root() {
+        return dynamic_cast<toolkit::CContainerUI&>(*window().GetPaintManager().GetRoot());
+    }
     /// Compares the notifications since the last time, and forgets them.
     void expectNotes(const char* what, const Notes& expected) {
         EXPECT_EQ(window().take(), expected) << what;

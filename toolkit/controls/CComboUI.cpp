@@ -77,7 +77,8 @@ bool CComboUI::pick(int index) {
 }
 
 bool CComboUI::IsDropped() const {
-    return GetManager() != nullptr && GetManager()->dropList().combo() == this;
+    return GetManager() != nullptr && GetManager()->popup() != nullptr &&
+           GetManager()->popup()->owner() == this;
 }
 
 bool CComboUI::Drop() {
@@ -90,12 +91,12 @@ bool CComboUI::Drop() {
         return false; // whoever lost the keyboard changed things in its handler
     }
     Invalidate();
-    return GetManager()->dropList().open(*this);
+    return DropListWindow::of(*GetManager()).open(*this);
 }
 
 void CComboUI::CloseDrop() {
     if (IsDropped()) {
-        GetManager()->dropList().close();
+        GetManager()->popup()->close();
     }
 }
 

@@ -70,23 +70,6 @@ void CContainerUI::retire(std::unique_ptr<CControlUI> control) {
     }
 }
 
-CControlUI* CContainerUI::FindSubControl(std::u16string_view name) const {
-    return findByName(*this, name);
-}
-
-CControlUI* CContainerUI::findByName(const CControlUI& parent, std::u16string_view name) {
-    for (int i = 0; i < parent.childCount(); ++i) {
-        CControlUI* child = parent.childAt(i);
-        if (child->GetName() == name) {
-            return child;
-        }
-        if (CControlUI* found = findByName(*child, name)) {
-            return found;
-        }
-    }
-    return nullptr;
-}
-
 void CContainerUI::SetInset(const Rect& inset) {
     m_inset = inset;
     NeedUpdate();

@@ -36,9 +36,6 @@ public:
     virtual bool RemoveAt(int index);
     virtual void RemoveAll();
 
-    /// The first control below this one with `name` (exact, case-sensitive); null when none.
-    [[nodiscard]] CControlUI* FindSubControl(std::u16string_view name) const;
-
     /// Space between the container's edge and its content: left, top, right, bottom.
     void SetInset(const Rect& inset);
     [[nodiscard]] const Rect& GetInset() const { return m_inset; }
@@ -66,8 +63,6 @@ protected:
     void retire(std::unique_ptr<CControlUI> control);
 
 private:
-    static CControlUI* findByName(const CControlUI& parent, std::u16string_view name);
-
     std::vector<std::unique_ptr<CControlUI>> m_items;
     Rect m_inset;
 };

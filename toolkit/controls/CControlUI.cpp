@@ -240,6 +240,19 @@ std::u16string CControlUI::toolTipAt(Point /*point*/) const {
     return m_toolTip;
 }
 
+CControlUI* CControlUI::FindSubControl(std::u16string_view name) const {
+    for (int i = 0; i < childCount(); ++i) {
+        CControlUI* child = childAt(i);
+        if (child->GetName() == name) {
+            return child;
+        }
+        if (CControlUI* found = child->FindSubControl(name)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
 bool CControlUI::isInside(const CControlUI* ancestor) const {
     for (const CControlUI* control = this; control != nullptr; control = control->m_parent) {
         if (control == ancestor) {

@@ -132,6 +132,8 @@ public:
     [[nodiscard]] virtual int childCount() const { return 0; }
     [[nodiscard]] virtual CControlUI* childAt(int /*index*/) const { return nullptr; }
     [[nodiscard]] bool isInside(const CControlUI* ancestor) const;
+    /// The first control below this one with `name` (exact, case-sensitive); null when none.
+    [[nodiscard]] CControlUI* FindSubControl(std::u16string_view name) const;
     /// The topmost visible control at `point`, disabled ones included; null when outside.
     [[nodiscard]] virtual CControlUI* controlAt(Point point);
     /// What of `rect` (around this control) shows inside everything the control stands in.

@@ -91,7 +91,7 @@ bool CComboUI::onKey(const TEventUI& event) {
 
 bool CComboUI::onDroppedKey(const TEventUI& event) {
     const platform::Modifiers& modifiers = event.native.modifiers;
-    const int highlighted = GetManager()->dropList().highlighted();
+    const int highlighted = DropListWindow::of(*GetManager()).highlighted();
     switch (event.native.key) {
     case Key::escape:
         CloseDrop();
@@ -122,7 +122,7 @@ bool CComboUI::onDroppedKey(const TEventUI& event) {
 }
 
 void CComboUI::moveHighlight(Key key) {
-    DropListWindow& list = GetManager()->dropList();
+    DropListWindow& list = DropListWindow::of(*GetManager());
     const int current = list.highlighted();
     switch (key) {
     case Key::up:
@@ -158,13 +158,13 @@ bool CComboUI::onText(const TEventUI& event) {
     const bool dropped = IsDropped();
     const platform::WindowHost& windows = GetManager()->Gui().windows();
     const std::u16string wanted = windows.foldedCase(typed);
-    const int from = dropped ? GetManager()->dropList().highlighted() : m_current;
+    const int from = dropped ? DropListWindow::of(*GetManager()).highlighted() : m_current;
     for (int step = 1; step <= GetCount(); ++step) {
         const int index = (std::max(from, -1) + step) % GetCount();
         const std::u16string head = GetItemText(index).substr(0, typed.size());
         if (IsItemEnabled(index) && windows.foldedCase(head) == wanted) {
             if (dropped) {
-                GetManager()->dropList().highlight(index);
+                DropListWindow::of(*GetManager()).highlight(index);
             } else if (index != m_current) {
                 pick(index);
             }

@@ -21,6 +21,14 @@ DropListWindow::DropListWindow(CPaintManagerUI& manager) : m_manager(manager) {}
 
 DropListWindow::~DropListWindow() = default;
 
+DropListWindow& DropListWindow::of(CPaintManagerUI& manager) {
+    return manager.popupOf<DropListWindow>();
+}
+
+CControlUI* DropListWindow::owner() const {
+    return m_combo;
+}
+
 bool DropListWindow::createNative() {
     if (m_native == nullptr && m_manager.GetWindow() != nullptr) {
         platform::WindowOptions options;
@@ -74,12 +82,6 @@ void DropListWindow::close() {
             m_native->show(false);
         }
         combo->Invalidate();
-    }
-}
-
-void DropListWindow::forget(const CControlUI& control) {
-    if (m_combo == &control) {
-        close();
     }
 }
 

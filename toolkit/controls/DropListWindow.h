@@ -1,5 +1,5 @@
 // The open list of a combo: a native popup that never takes the keyboard. One for each window, kept
-// from the first opening on. It paints from the combo's items and makes no item controls.
+// for the next opening. It paints from the combo's items and makes no item controls.
 #pragma once
 
 #include <memory>
@@ -7,39 +7,37 @@
 #include "platform/Window.h"
 #include "toolkit/controls/ScrollModel.h"
 #include "toolkit/controls/ScrollStyle.h"
+#include "toolkit/window/Popup.h"
 
 namespace toolkit {
 
 class CComboUI;
-class CControlUI;
 class CPaintManagerUI;
 
-class DropListWindow : private platform::WindowEvents {
+class DropListWindow : public Popup, private platform::WindowEvents {
 public:
     explicit DropListWindow(CPaintManagerUI& manager);
     ~DropListWindow() override;
+    /// The list of a window.
+    [[nodiscard]] static DropListWindow& of(CPaintManagerUI& manager);
 
     /// False when the system refuses a popup. Closes the list of another combo first.
     bool open(CComboUI& combo);
-    /// Hides it; nothing is picked and nothing is sent.
-    void close();
-    /// The combo whose list is open; null when none.
-    [[nodiscard]] CComboUI* combo() const { return m_combo; }
-    void forget(const CControlUI& control);
+    [[nodiscard]] CControlUI* owner() const override;
+    void close() override;
 
     /// The highlighted item, -1 when none.
     [[nodiscard]] int highlighted() const { return m_highlighted; }
     void highlight(int index);
     /// Rows that fit, for PageUp and PageDown; at least 1.
     [[nodiscard]] int pageRows() const;
-    void wheel(int delta);
+    void wheel(int delta) override;
     /// Screen rectangle of the popup; empty when closed.
     [[nodiscard]] platform::Rect geometry() const;
     /// The item's rectangle inside the popup (may lie outside of what is scrolled into view).
     [[nodiscard]] platform::Rect itemRect(int index) const;
-    /// Moves and releases of a press that began on the combo, in screen pixels.
-    void dragOver(platform::Point screen);
-    void dropAt(platform::Point screen);
+    void dragOver(platform::Point screen) override;
+    void dropAt(platform::Point screen) override;
     /// Null before the first opening. Not owned.
     [[nodiscard]] platform::NativeWindow* native() const { return m_native.get(); }
 

@@ -79,7 +79,7 @@ void FocusKeeper::endTextInput() const {
 }
 
 bool FocusKeeper::move(bool backward) {
-    CContainerUI* root = m_manager.GetRoot();
+    CControlUI* root = m_manager.GetRoot();
     if (root == nullptr) {
         return false;
     }

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "toolkit/controls/CComboUI.h"
-#include "toolkit/controls/DropListWindow.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/ToolTipWindow.h"
 
@@ -51,9 +49,10 @@ bool MouseInput::handle(const platform::Event& event) {
 bool MouseInput::press(const platform::Event& event) {
     m_manager.toolTip().hide();
     CControlUI* hit = m_manager.FindControl(event.position);
-    if (CComboUI* open = m_manager.dropList().combo()) {
-        open->CloseDrop();
-        if (hit == open && event.button == MouseButton::left) {
+    if (Popup* popup = m_manager.popup()) {
+        const CControlUI* owner = popup->owner();
+        popup->close();
+        if (hit == owner && event.button == MouseButton::left) {
             return true;
         }
     }
@@ -109,8 +108,10 @@ bool MouseInput::release(const platform::Event& event) {
     CControlUI* pressed = m_pressed;
     m_pressed = nullptr;
     m_manager.ReleaseCapture();
-    if (m_manager.dropList().combo() == pressed && !pressed->GetPos().contains(event.position)) {
-        m_manager.dropList().dropAt(m_manager.toScreen(event.position));
+    Popup* popup = m_manager.popup();
+    if (popup != nullptr && popup->owner() == pressed &&
+        !pressed->GetPos().contains(event.position)) {
+        popup->dropAt(m_manager.toScreen(event.position));
     }
     pressed->DoEvent(controlEvent(EventType::buttonUp, pressed, event));
     if (m_manager.takesInput()) {
@@ -125,8 +126,9 @@ bool MouseInput::move(const platform::Event& event) {
         return true;
     }
     if (m_pressed != nullptr) {
-        if (m_manager.dropList().combo() == m_pressed) {
-            m_manager.dropList().dragOver(m_manager.toScreen(event.position));
+        Popup* popup = m_manager.popup();
+        if (popup != nullptr && popup->owner() == m_pressed) {
+            popup->dragOver(m_manager.toScreen(event.position));
         }
         m_pressed->DoEvent(controlEvent(EventType::mouseMove, m_pressed, event));
         return true;
@@ -142,8 +144,8 @@ bool MouseInput::move(const platform::Event& event) {
 
 bool MouseInput::wheel(const platform::Event& event) {
     m_manager.toolTip().hide();
-    if (m_manager.dropList().combo() != nullptr) {
-        m_manager.dropList().wheel(event.wheelDelta);
+    if (Popup* popup = m_manager.popup()) {
+        popup->wheel(event.wheelDelta);
         return true;
     }
     if (m_manager.filter(event)) {

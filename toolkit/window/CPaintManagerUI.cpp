@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "core/Text.h"
-#include "toolkit/controls/DropListWindow.h"
 #include "toolkit/skin/ImageCache.h"
 #include "toolkit/window/ToolTipWindow.h"
 
@@ -22,8 +21,7 @@ CPaintManagerUI::Busy::~Busy() {
 }
 
 CPaintManagerUI::CPaintManagerUI(platform::Gui& gui)
-    : m_gui(gui), m_dropList(std::make_unique<DropListWindow>(*this)),
-      m_toolTip(std::make_unique<ToolTipWindow>(*this)) {}
+    : m_gui(gui), m_toolTip(std::make_unique<ToolTipWindow>(*this)) {}
 
 CPaintManagerUI::~CPaintManagerUI() {
     m_closing = true;
@@ -39,7 +37,7 @@ void CPaintManagerUI::Init(platform::NativeWindow* window) {
     m_images.clear();
     m_caption = {};
     // Their windows went with the former one, which owned them.
-    m_dropList = std::make_unique<DropListWindow>(*this);
+    m_popup.reset();
     m_toolTip = std::make_unique<ToolTipWindow>(*this);
 }
 
@@ -65,7 +63,9 @@ void CPaintManagerUI::Retire(std::unique_ptr<CControlUI> control) {
 void CPaintManagerUI::forget(CControlUI& control) {
     m_focus.forget(control);
     m_mouse.forget(control);
-    m_dropList->forget(control);
+    if (const Popup* open = popup(); open != nullptr && open->owner() == &control) {
+        closePopup();
+    }
     m_toolTip->leave(control);
     m_timers.stopAll(m_window, control);
 }
@@ -95,7 +95,7 @@ void CPaintManagerUI::forgetInputIn(CControlUI& control) {
 
 void CPaintManagerUI::windowDestroyed() {
     m_closing = true;
-    m_dropList->close();
+    closePopup();
     m_toolTip->hide();
     m_focus.clear();
     m_mouse.cancelPress();
@@ -103,7 +103,7 @@ void CPaintManagerUI::windowDestroyed() {
     m_window = nullptr;
 }
 
-void CPaintManagerUI::AttachRoot(std::unique_ptr<CContainerUI> root) {
+void CPaintManagerUI::AttachRoot(std::unique_ptr<CControlUI> root) {
     m_root = std::move(root);
     m_root->attach(this, nullptr);
     NeedUpdate();
@@ -215,6 +215,16 @@ void CPaintManagerUI::SetCapture() {
 void CPaintManagerUI::ReleaseCapture() {
     if (m_window != nullptr) {
         m_window->releaseCapture();
+    }
+}
+
+Popup* CPaintManagerUI::popup() const {
+    return m_popup != nullptr && m_popup->owner() != nullptr ? m_popup.get() : nullptr;
+}
+
+void CPaintManagerUI::closePopup() {
+    if (m_popup != nullptr) {
+        m_popup->close();
     }
 }
 

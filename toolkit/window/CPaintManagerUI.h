@@ -12,7 +12,7 @@
 
 #include "platform/Canvas.h"
 #include "platform/Gui.h"
-#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/FocusKeeper.h"
 #include "toolkit/input/MouseInput.h"
 #include "toolkit/skin/Skin.h"
@@ -20,11 +20,10 @@
 #include "toolkit/window/ControlTimers.h"
 #include "toolkit/window/IMessageFilterUI.h"
 #include "toolkit/window/INotifyUI.h"
+#include "toolkit/window/Popup.h"
 
 namespace toolkit {
 
-class CComboUI;
-class DropListWindow;
 class ToolTipWindow;
 
 class CPaintManagerUI {
@@ -65,8 +64,8 @@ public:
     void windowDestroyed();
 
     /// Takes the tree of controls; it fills the window.
-    void AttachRoot(std::unique_ptr<CContainerUI> root);
-    [[nodiscard]] CContainerUI* GetRoot() const { return m_root.get(); }
+    void AttachRoot(std::unique_ptr<CControlUI> root);
+    [[nodiscard]] CControlUI* GetRoot() const { return m_root.get(); }
     void SetWindowSize(Size size);
     [[nodiscard]] Size GetWindowSize() const { return m_windowSize; }
     /// The part that drags the window: left, top and right are distances from the window's edges,
@@ -135,7 +134,18 @@ public:
     bool MessageHandler(const platform::Event& event);
     void Paint(platform::Canvas& canvas, const Rect& dirty);
 
-    [[nodiscard]] DropListWindow& dropList() { return *m_dropList; }
+    /// The open popup; null when none is.
+    [[nodiscard]] Popup* popup() const;
+    void closePopup();
+    /// The window's popup of kind T, open or closed; it takes the place of one of another kind.
+    template <class T>
+    [[nodiscard]] T& popupOf() {
+        if (dynamic_cast<T*>(m_popup.get()) == nullptr) {
+            closePopup();
+            m_popup = std::make_unique<T>(*this);
+        }
+        return dynamic_cast<T&>(*m_popup);
+    }
     [[nodiscard]] ToolTipWindow& toolTip() { return *m_toolTip; }
     /// A point of the window in screen pixels.
     [[nodiscard]] Point toScreen(Point at) const;
@@ -150,7 +160,7 @@ private:
     platform::Gui& m_gui;
     platform::NativeWindow* m_window = nullptr;
     std::shared_ptr<const Skin> m_skin;
-    std::unique_ptr<CContainerUI> m_root;
+    std::unique_ptr<CControlUI> m_root;
     std::vector<std::unique_ptr<CControlUI>> m_retired;
     std::unordered_map<std::u16string, std::optional<SkinImage>> m_images;
     std::unordered_map<std::u16string, std::vector<std::pair<std::u16string, std::u16string>>>
@@ -161,7 +171,7 @@ private:
     ControlTimers m_timers;
     FocusKeeper m_focus{*this};
     MouseInput m_mouse{*this};
-    std::unique_ptr<DropListWindow> m_dropList;
+    std::unique_ptr<Popup> m_popup;
     std::unique_ptr<ToolTipWindow> m_toolTip;
     Rect m_caption;
     Size m_windowSize;

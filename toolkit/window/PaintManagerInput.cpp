@@ -1,7 +1,5 @@
-// How a window's events find their way: to the tool tip, an open drop list, the message filters and
+// How a window's events find their way: to the tool tip, an open popup, the message filters and
 // the controls.
-#include "toolkit/controls/CComboUI.h"
-#include "toolkit/controls/DropListWindow.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/ToolTipWindow.h"
 
@@ -48,7 +46,7 @@ bool CPaintManagerUI::MessageHandler(const platform::Event& event) {
         return filter(event);
     case EventKind::deactivated:
         m_toolTip->hide();
-        m_dropList->close();
+        closePopup();
         m_mouse.cancelPress();
         m_focus.windowDeactivated();
         return filter(event);
@@ -65,8 +63,9 @@ bool CPaintManagerUI::handleKey(const platform::Event& event) {
     if (event.kind == EventKind::keyDown) {
         m_toolTip->hide();
     }
-    if (CComboUI* open = m_dropList->combo()) {
-        return open->DoEvent({type, open, event});
+    if (const Popup* open = popup()) {
+        CControlUI* owner = open->owner();
+        return owner->DoEvent({type, owner, event});
     }
     if (filter(event)) {
         return true;

@@ -58,7 +58,7 @@ bool WindowImplBase::buildControls(const std::shared_ptr<const Skin>& skin, CDia
         core::Log::get()->Write(core::Log::Level::warning, "Layout %s: %s",
                                 skin->describe(GetSkinFile()).c_str(), remark.c_str());
     }
-    if (CContainerUI& root = *m_manager.GetRoot(); root.accessibleName().empty()) {
+    if (CControlUI& root = *m_manager.GetRoot(); root.accessibleName().empty()) {
         root.SetAttribute(u"label", title);
     }
     return true;

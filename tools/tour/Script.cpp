@@ -135,8 +135,8 @@ void Script::press(platform::Key key, platform::Modifiers modifiers) {
 }
 
 void Script::pickItem(int index) {
-    toolkit::DropListWindow& list = top().GetPaintManager().dropList();
-    if (list.native() == nullptr || list.combo() == nullptr) {
+    toolkit::DropListWindow& list = toolkit::DropListWindow::of(top().GetPaintManager());
+    if (list.native() == nullptr || list.owner() == nullptr) {
         throw std::runtime_error("no list is open");
     }
     const Point at = middleOf(list.itemRect(index));

@@ -22,8 +22,8 @@ void layOver(platform::Bitmap& below, const platform::NativeWindow& window,
 
 platform::Bitmap pictureOf(toolkit::WindowImplBase& window) {
     platform::Bitmap picture = window.GetNative()->snapshot();
-    const toolkit::DropListWindow& list = window.GetPaintManager().dropList();
-    if (list.combo() != nullptr && list.native() != nullptr) {
+    const toolkit::DropListWindow& list = toolkit::DropListWindow::of(window.GetPaintManager());
+    if (list.owner() != nullptr && list.native() != nullptr) {
         layOver(picture, *window.GetNative(), *list.native());
     }
     return picture;

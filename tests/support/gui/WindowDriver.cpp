@@ -121,7 +121,7 @@ void WindowDriver::openDropList(toolkit::CComboUI& combo) const {
 }
 
 void WindowDriver::clickDropList(Point at) const {
-    platform::NativeWindow* popup = manager().dropList().native();
+    platform::NativeWindow* popup = toolkit::DropListWindow::of(manager()).native();
     if (popup == nullptr) {
         fail("no drop list is open");
     }
@@ -130,7 +130,7 @@ void WindowDriver::clickDropList(Point at) const {
 
 void WindowDriver::pick(toolkit::CComboUI& combo, int index) const {
     openDropList(combo);
-    toolkit::DropListWindow& list = manager().dropList();
+    toolkit::DropListWindow& list = toolkit::DropListWindow::of(manager());
     const int height = list.geometry().height();
     // The wheel scrolls until the item is inside; each notch moves, or the item is in reach.
     for (int left = combo.GetCount(); left > 0; --left) {
