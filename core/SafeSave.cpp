@@ -29,9 +29,9 @@ bool isAsWritten(const std::optional<platform::FileInfo>& written,
 
 SafeSave::~SafeSave() {
     try {
-        const std::string reason = failure();
-        if (!reason.empty()) {
-            tellStandardError("Not saved: " + reason);
+        const FileError error = failure();
+        if (!error.empty()) {
+            tellStandardError("Not saved: " + error.text());
         }
         removeTemporary();
     } catch (const std::exception&) {
@@ -42,13 +42,13 @@ SafeSave::~SafeSave() {
 bool SafeSave::open(const std::string& path, const std::string& mode) {
     removeTemporary();
     platform::FileSystem& files = *services().fileSystem;
-    m_failure.clear();
+    m_failure = {};
     m_prepared = false;
     m_destination = path;
     int error = 0;
     const std::string end = files.resolveLink(path);
     if (end.empty()) {
-        m_failure = path + ": too many symbolic links";
+        m_failure = {path, "too many symbolic links"};
         return false;
     }
     m_destination = end;
@@ -82,7 +82,7 @@ bool SafeSave::commit() {
     platform::FileSystem& files = *services().fileSystem;
     if (!isAsWritten(m_written, files.info(m_temporary))) {
         m_temporaryExists = false; // it is no longer ours to remove
-        m_failure = m_destination + ": another program is saving it";
+        m_failure = {m_destination, "another program is saving it"};
         return false;
     }
     files.copyAccess(m_destination, m_temporary);
@@ -99,17 +99,17 @@ bool SafeSave::commit() {
     return true;
 }
 
-std::string SafeSave::failure() const {
+FileError SafeSave::failure() const {
     if (!m_failure.empty() || m_file.lastError() == 0) {
         return m_failure;
     }
-    return m_destination + ": " + services().fileSystem->errorText(m_file.lastError());
+    return {m_destination, services().fileSystem->errorText(m_file.lastError())};
 }
 
 bool SafeSave::fail(int error) {
     if (m_failure.empty()) {
-        m_failure = m_destination + ": " +
-                    (error == 0 ? "cannot be written" : services().fileSystem->errorText(error));
+        m_failure = {m_destination,
+                     error == 0 ? "cannot be written" : services().fileSystem->errorText(error)};
     }
     return false;
 }

@@ -14,6 +14,7 @@
 #include <string>
 
 #include "core/File.h"
+#include "core/FileError.h"
 #include "platform/FileSystem.h"
 
 namespace core {
@@ -35,9 +36,8 @@ public:
     /// lets us. After a successful prepare only. False as well when another program has begun to
     /// save the same file meanwhile: its temporary is not ours to put in place.
     [[nodiscard]] bool commit();
-    /// Why the first step that failed did so, a write included, in the system's words and with the
-    /// file's path; empty when none has.
-    [[nodiscard]] std::string failure() const;
+    /// Why the first step that failed did so, a write included; empty when none has.
+    [[nodiscard]] FileError failure() const;
 
 private:
     bool fail(int error);
@@ -46,7 +46,7 @@ private:
     File m_file;
     std::string m_destination;
     std::string m_temporary;
-    std::string m_failure;
+    FileError m_failure;
     std::optional<platform::FileInfo> m_written; ///< the temporary, as we closed it
     bool m_prepared = false;
     bool m_temporaryExists = false;

@@ -98,7 +98,7 @@ bool SceneManager::Save(const std::string& folder) {
 
 bool SceneManager::saveInto(const std::string& folder) {
     if (!checkedManager(kSaveLine)) {
-        m_saveFailure = "there is no scene";
+        m_saveFailure = {{}, "there is no scene"};
         return false; // the scene on the disk is worth more than an empty one
     }
     if (m_firstBranch.empty()) {

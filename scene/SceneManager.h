@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "core/FileError.h"
 #include "scene/BranchManager.h"
 
 namespace scene {
@@ -43,8 +44,8 @@ public:
     bool Save(const std::string& folder);
     /// The same into a folder that exists; makes none.
     bool saveInto(const std::string& folder);
-    /// Why the last save did not reach the disk, for people; empty after a good one.
-    [[nodiscard]] const std::string& saveFailure() const { return m_saveFailure; }
+    /// Why the last save did not reach the disk; empty after a good one.
+    [[nodiscard]] const core::FileError& saveFailure() const { return m_saveFailure; }
 
     /// The first branch of a scenario becomes its FirstBranch.
     bool AddBranch();
@@ -73,7 +74,7 @@ private:
     std::shared_ptr<BranchManager> m_branchManager;
     std::string m_name;
     std::string m_firstBranch;
-    std::string m_saveFailure;
+    core::FileError m_saveFailure;
     bool m_loadFailed = false;
 };
 

@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/FileError.h"
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
@@ -71,14 +72,10 @@ std::u16string copyText(const CopyStatus& status) {
     return core::displayText(text + ". Esc cancels.");
 }
 
-std::u16string notSavedText(const std::string& reason) {
-    // The folders of "FILE: REASON" would push the reason out of a narrow label.
-    const std::size_t colon = reason.rfind(": ");
-    const std::size_t folder = reason.find_last_of("/\\", colon);
-    const bool hasFolder = colon != std::string::npos && folder != std::string::npos;
-    return reason.empty() ? std::u16string()
-                          : core::displayText("Not saved: " +
-                                              (hasFolder ? reason.substr(folder + 1) : reason));
+std::u16string notSavedText(const core::FileError& error) {
+    // Folders would push the reason out of a narrow label.
+    const core::FileError shown{core::fileName(error.file), error.reason};
+    return error.empty() ? std::u16string() : core::displayText("Not saved: " + shown.text());
 }
 
 std::u16string addedText(int count) {

@@ -7,6 +7,9 @@
 #include <string>
 #include <string_view>
 
+namespace core {
+struct FileError;
+}
 namespace scene {
 class SceneManager;
 }
@@ -35,9 +38,8 @@ struct CopyStatus {
 };
 [[nodiscard]] std::u16string copyText(const CopyStatus& status);
 
-/// "Not saved: " and the reason, without the folders of a file it begins with; empty for an empty
-/// reason.
-[[nodiscard]] std::u16string notSavedText(const std::string& reason);
+/// "Not saved: " with the file's name and the reason; empty when nothing failed.
+[[nodiscard]] std::u16string notSavedText(const core::FileError& error);
 
 /// What a good import of `count` videos tells; empty for none.
 [[nodiscard]] std::u16string addedText(int count);

@@ -38,7 +38,8 @@ bool copyBytes(core::File& from, core::File& to) {
 }
 
 /// Brings a copy of `path` to the disk without its name yet. Empty, or why it failed.
-std::string prepareCopy(const std::string& path, const std::string& copy, core::SafeSave& save) {
+core::FileError prepareCopy(const std::string& path, const std::string& copy,
+                            core::SafeSave& save) {
     core::File original;
     const bool isOpen = original.open(path, "rb");
     if (isOpen && save.open(copy, "wb") && copyBytes(original, save.file()) && save.prepare()) {
@@ -48,10 +49,9 @@ std::string prepareCopy(const std::string& path, const std::string& copy, core::
         return save.failure();
     }
     const int error = original.lastError();
-    const std::string failure =
-        path + ": " +
-        (error == 0 ? "cannot be read" : core::services().fileSystem->errorText(error));
-    core::tellStandardError("Not saved: " + failure);
+    core::FileError failure{path, error == 0 ? "cannot be read"
+                                             : core::services().fileSystem->errorText(error)};
+    core::tellStandardError("Not saved: " + failure.text());
     return failure;
 }
 

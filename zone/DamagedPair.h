@@ -4,11 +4,13 @@
 
 #include <string>
 
+#include "core/FileError.h"
+
 namespace zone {
 
 struct KeptPair {
-    std::string name;    ///< of the copies, without folders and extension; empty when none was made
-    std::string failure; ///< FILE: REASON; empty when nothing failed
+    std::string name; ///< of the copies, without folders and extension; empty when none was made
+    core::FileError failure; ///< empty when nothing failed
 };
 
 /// Copies what there is of BASE-ZoneInfo.bin and .xml to BASE-ZoneInfo.damaged-N.bin and .xml,

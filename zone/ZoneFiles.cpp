@@ -201,7 +201,7 @@ bool ZoneManager::save(const std::string& videoPath) {
 }
 
 bool ZoneManager::saveAs(const std::string& basePath) {
-    m_lastSaveFailure.clear();
+    m_lastSaveFailure = {};
     if (!keepDamaged(basePath)) {
         return failSave(kInfoFailed, m_lastSaveFailure);
     }
@@ -243,16 +243,16 @@ bool ZoneManager::saveBoth(const std::string& basePath) {
     if (!isPrepared || !binary.commit()) {
         m_lastSaveFailure = binary.failure();
         if (m_lastSaveFailure.empty()) { // no step of the file failed, so it reports nothing
-            m_lastSaveFailure = basePath + kBinaryEnding + ": zones cannot be stored";
-            core::tellStandardError("Not saved: " + m_lastSaveFailure);
+            m_lastSaveFailure = {basePath + kBinaryEnding, "zones cannot be stored"};
+            core::tellStandardError("Not saved: " + m_lastSaveFailure.text());
         }
     }
     return true;
 }
 
-bool ZoneManager::failSave(const char* message, const std::string& reason) {
+bool ZoneManager::failSave(const char* message, const core::FileError& reason) {
     core::Log::get()->Error("%s", message);
-    m_lastSaveFailure = reason.empty() ? message : reason;
+    m_lastSaveFailure = reason.empty() ? core::FileError{{}, message} : reason;
     return false;
 }
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/File.h"
+#include "core/FileError.h"
 #include "core/SafeSave.h"
 #include "platform/Canvas.h"
 #include "zone/LoadReport.h"
@@ -70,7 +71,7 @@ public:
     bool saveAs(const std::string& basePath);
     /// Why the last save did not bring both files to the disk, for people; empty when it did. The
     /// old file is whole then.
-    [[nodiscard]] const std::string& lastSaveFailure() const { return m_lastSaveFailure; }
+    [[nodiscard]] const core::FileError& lastSaveFailure() const { return m_lastSaveFailure; }
     /// What loading came to. Clean after the next good save of the same files.
     [[nodiscard]] const LoadReport& loadReport() const { return m_loadReport; }
     /// The name, without extension, of the copies that a save made of files which were not read
@@ -100,10 +101,10 @@ private:
     [[nodiscard]] bool saveBoth(const std::string& basePath);
     [[nodiscard]] bool writeInfo(core::File& file) const;
     [[nodiscard]] bool writeZones(core::File& file) const;
-    bool failSave(const char* message, const std::string& reason);
+    bool failSave(const char* message, const core::FileError& reason);
 
     std::vector<std::shared_ptr<Zone>> m_zones; ///< no entry is empty
-    std::string m_lastSaveFailure;
+    core::FileError m_lastSaveFailure;
     LoadReport m_loadReport;
     std::string m_damagedBase; ///< of the files a save has to keep; empty for none
     std::string m_keptAs;

@@ -30,7 +30,7 @@ protected:
             core::SafeSave saving;
             good = saving.open(path, "wt") && saving.file().writeString(text) && saving.prepare() &&
                    saving.commit();
-            m_failure = saving.failure();
+            m_failure = saving.failure().text();
         }
         m_told = testing::internal::GetCapturedStderr();
         return good;

@@ -74,7 +74,7 @@ TEST_F(SafeSaveTest, OfTwoProgramsThatSaveAtOnceTheLaterOneWins) {
         ASSERT_TRUE(first.open("f.xml", "wt") && first.file().writeString("1") && first.prepare());
         ASSERT_TRUE(second.open("f.xml", "wt") && second.file().writeString("sec"));
         EXPECT_FALSE(first.commit()) << "the temporary is another's, and half written";
-        EXPECT_EQ(first.failure(), "f.xml: another program is saving it");
+        EXPECT_EQ(first.failure().text(), "f.xml: another program is saving it");
     }
     EXPECT_EQ(support::readBytes("f.xml"), "old");
     EXPECT_TRUE(second.file().writeString("ond") && second.prepare() && second.commit());

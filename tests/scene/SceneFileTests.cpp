@@ -136,14 +136,14 @@ TEST_F(SceneFileTest, AWriteThatFailsEndsTheSaveAndIsTold) {
             5);
         EXPECT_FALSE(m_scene->Save("Scenes/A/"));
         EXPECT_EQ(left, 0) << "nothing is written after a write that failed";
-        EXPECT_NE(m_scene->saveFailure(), "");
+        EXPECT_FALSE(m_scene->saveFailure().empty());
         EXPECT_EQ(file("A"), old);
     }
     (void)testing::internal::GetCapturedStderr(); // each failure was told there
     EXPECT_EQ(m_log.newErrors(), Lines{}) << "told, not logged";
     m_files.heal();
     EXPECT_TRUE(m_scene->Save("Scenes/A/"));
-    EXPECT_EQ(m_scene->saveFailure(), "");
+    EXPECT_TRUE(m_scene->saveFailure().empty());
 }
 
 TEST(BranchTest, AMovedActionStandsAtItsNewPlace) {

@@ -75,7 +75,7 @@ TEST_F(ZoneSaveTest, AFaultAtAnyCallHasItsResultAndLeavesEachFileOldOrNew) {
             SCOPED_TRACE(call.operation + " " + call.path);
             (m_files.*plan)(call.number);
             const bool result = save();
-            const std::string& reason = m_manager->lastSaveFailure();
+            const std::string reason = m_manager->lastSaveFailure().text();
             m_files.heal();
             EXPECT_EQ(reason.empty(), isNew(kBin));
             EXPECT_TRUE(isNew(kXml) || !isNew(kBin)) << "the list is replaced first";
@@ -96,7 +96,7 @@ TEST_F(ZoneSaveTest, AFaultAtAnyCallHasItsResultAndLeavesEachFileOldOrNew) {
     }
     EXPECT_GT(calls.size(), 18U);
     EXPECT_TRUE(save());
-    EXPECT_EQ(m_manager->lastSaveFailure(), "") << "the next good save clears it";
+    EXPECT_EQ(m_manager->lastSaveFailure().text(), "") << "the next good save clears it";
 }
 
 TEST_F(ZoneSaveTest, FilesNotReadWholeAreKeptAsideThreeTimesAndNoCopyIsOverwritten) {
@@ -153,7 +153,7 @@ TEST_F(ZoneSaveTest, ShapesThatNoFileCanHoldKeepTheOldOne) {
     const auto expectKept = [this] {
         EXPECT_TRUE(save());
         EXPECT_EQ(m_told, "Not saved: clip-ZoneInfo.bin: zones cannot be stored\n");
-        EXPECT_EQ(m_manager->lastSaveFailure(), "clip-ZoneInfo.bin: zones cannot be stored");
+        EXPECT_EQ(m_manager->lastSaveFailure().text(), "clip-ZoneInfo.bin: zones cannot be stored");
         EXPECT_FALSE(isNew(kXml) || isNew(kBin));
     };
     file(kXml) = infoBytes({});
