@@ -1,6 +1,8 @@
 #include "ZoneEdit/ZoneEdit.h"
 
+#include "ZoneEdit/CurrentZones.h"
 #include "ZoneEdit/ZoneEditControls.h"
+#include "ZoneEdit/ZonesLayer.h"
 #include "core/Log.h"
 #include "core/Paths.h"
 #include "core/Text.h"
@@ -8,7 +10,6 @@
 #include "toolkit/controls/COptionUI.h"
 #include "video/CVideoUI.h"
 #include "zone/ZoneManager.h"
-#include "zone/ZoneView.h"
 
 namespace zoneedit {
 
@@ -29,10 +30,6 @@ ZoneEdit::ZoneEdit(const ui::WindowContext& context)
     : EditorWindow(context),
       m_displaySize(context.gui.windows().primaryScreenHeight() >= kFullScreenHeight ? kFullSize
                                                                                      : kSmallSize) {
-}
-
-ZoneEdit::~ZoneEdit() {
-    zone::clearZoneView();
 }
 
 bool ZoneEdit::run() {
@@ -66,11 +63,11 @@ bool ZoneEdit::loadVideo() {
 }
 
 bool ZoneEdit::makeZoneManager() {
-    installZoneView();
     const std::string base = core::withoutExtension(context().state.zoneEditVideo);
     // A video that does not tell its length must not cut what was stored for it.
     const int frames = loadedVideo()->frameCount;
-    m_zones = zone::ZoneManager::create(base, frames < 1 ? zone::kStoredFrameCount : frames, true);
+    m_zones = zone::ZoneManager::create(base, frames < 1 ? zone::kStoredFrameCount : frames, true,
+                                        scale());
     if (!m_zones) {
         m_zones = zone::ZoneManager::createEmpty();
     }
@@ -78,16 +75,17 @@ bool ZoneEdit::makeZoneManager() {
         core::Log::get()->Error("Unable to create zone manager interface");
         return false;
     }
-    zone::setCurrentZoneManager(m_zones);
+    m_zones->scale = scale();
+    m_editing->currentZone = m_zones->lastZoneRead;
+    setCurrentZoneManager(m_zones);
+    const zone::NumberFont font{GetPaintManager().GetFont(kNumberFont), &context().gui.fonts()};
+    m_video->AddLayer(std::make_shared<ZonesLayer>(m_zones, m_editing, font));
     return true;
 }
 
-void ZoneEdit::installZoneView() {
+std::optional<zone::Scale> ZoneEdit::scale() const {
     const video::Video& video = *loadedVideo();
-    zone::setZoneView({m_displaySize,
-                       {video.width, video.height},
-                       GetPaintManager().GetFont(kNumberFont),
-                       &context().gui.fonts()});
+    return zone::scaleBetween(m_displaySize, {video.width, video.height});
 }
 
 void ZoneEdit::postClose() {
@@ -134,9 +132,12 @@ void ZoneEdit::InitWindow() {
     const int last = video != nullptr ? video->frameCount - 1 : 0;
     setTextOf(kTotalEdit, core::displayText(std::to_string(last < 0 ? 0 : last)));
     if (m_zones) {
-        fillZones(m_zones->currentZone);
+        const platform::Size picture = m_video->GetPos().size();
+        m_zones->videoWidth = picture.width;
+        m_zones->videoHeight = picture.height;
+        fillZones(m_editing->currentZone);
         if (auto* progress = find<toolkit::COptionUI>(kProgressOption)) {
-            progress->Selected(m_zones->progressChanges);
+            progress->Selected(m_editing->progressChanges);
         }
     }
     selectTool(Tool::movePoint);

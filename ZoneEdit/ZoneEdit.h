@@ -7,20 +7,18 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
 #include "ui/NameList.h"
+#include "zone/ZoneManager.h"
 
 namespace video {
 class CVideoUI;
 class Video;
 } // namespace video
-namespace zone {
-class ZoneManager;
-}
-
 namespace zoneedit {
 
 class ZoneEdit final : public ui::ConfirmCallback,
@@ -31,11 +29,12 @@ public:
     [[nodiscard]] static std::shared_ptr<ZoneEdit> create(const ui::WindowContext& context);
     /// For create(): only a shared window can close itself.
     explicit ZoneEdit(const ui::WindowContext& context);
-    ~ZoneEdit() override;
 
     /// Shows the window until it is closed. True when there was one, also when its video could not
     /// be loaded and it closed by itself. False when no window could be made.
     [[nodiscard]] bool run();
+
+    [[nodiscard]] const zone::EditContext& editing() const { return *m_editing; }
 
     [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return GetNative(); }
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"ZoneEditWindow"; }
@@ -56,7 +55,8 @@ private:
     // The video.
     [[nodiscard]] bool loadVideo();
     [[nodiscard]] bool makeZoneManager();
-    void installZoneView();
+    /// Between the picture area and the pixels of the clip.
+    [[nodiscard]] std::optional<zone::Scale> scale() const;
     void postClose();
     /// The control, or null after a log line with `line`.
     [[nodiscard]] video::CVideoUI* checkedVideo(int line) const;
@@ -108,6 +108,7 @@ private:
     platform::Size m_displaySize;       ///< of the picture area, fixed for the window's life
     video::CVideoUI* m_video = nullptr; ///< owned by the layout
     std::shared_ptr<zone::ZoneManager> m_zones;
+    std::shared_ptr<zone::EditContext> m_editing = std::make_shared<zone::EditContext>();
     Tool m_tool = Tool::movePoint;
     bool m_captured = false;
     bool m_loaded = false;

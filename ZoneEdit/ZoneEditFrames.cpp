@@ -105,15 +105,15 @@ void ZoneEdit::changeActive(Control& sender) {
     }
     // Setting what is set already would still spread over all later frames.
     if (m_zones->isActive(zone, frame) != option->IsSelected()) {
-        m_zones->setActive(zone, frame, option->IsSelected());
+        m_zones->setActive(*m_editing, zone, frame, option->IsSelected());
         repaintVideo();
     }
 }
 
 void ZoneEdit::changeProgress(Control& sender) {
     const auto* option = toolkit::controlCast<toolkit::COptionUI>(&sender);
-    if (option != nullptr && m_zones) {
-        m_zones->progressChanges = option->IsSelected();
+    if (option != nullptr) {
+        m_editing->progressChanges = option->IsSelected();
     }
 }
 

@@ -56,8 +56,7 @@ bool ZoneEdit::mouseDown(Point position) {
     if (control == nullptr || zone < 0 || frame < 0 || !control->GetPos().contains(position)) {
         return false;
     }
-    const Point origin = control->GetPos().topLeft();
-    applyTool(zone, frame, {position.x - origin.x, position.y - origin.y});
+    applyTool(zone, frame, control->view().toDisplay(position));
     repaintVideoNow();
     return true;
 }
@@ -65,17 +64,17 @@ bool ZoneEdit::mouseDown(Point position) {
 void ZoneEdit::applyTool(int zone, int frame, Point at) {
     switch (m_tool) {
     case Tool::movePoint:
-        m_zones->hitTest(zone, frame, at.x, at.y);
+        m_zones->hitTest(*m_editing, zone, frame, at.x, at.y);
         capture();
         break;
     case Tool::addPoint:
-        m_zones->addPoint(zone, frame, at.x, at.y);
+        m_zones->addPoint(*m_editing, zone, frame, at.x, at.y);
         capture();
         // The new point can be dragged at once, and the next click selects.
         selectTool(Tool::movePoint);
         break;
     case Tool::addMultiPoint:
-        m_zones->addPoint(zone, frame, at.x, at.y);
+        m_zones->addPoint(*m_editing, zone, frame, at.x, at.y);
         capture();
         break;
     case Tool::deletePoint:
@@ -96,9 +95,8 @@ bool ZoneEdit::mouseMove(Point position) {
     }
     const int zone = selectedZone();
     if (m_tool == Tool::movePoint && zone >= 0 && control->GetPos().contains(position)) {
-        const Point origin = control->GetPos().topLeft();
-        m_zones->moveSelectedPoint(zone, currentFrame(), position.x - origin.x,
-                                   position.y - origin.y);
+        const Point at = control->view().toDisplay(position);
+        m_zones->moveSelectedPoint(*m_editing, zone, currentFrame(), at.x, at.y);
     }
     repaintVideoNow();
     return true;
@@ -108,8 +106,8 @@ bool ZoneEdit::mouseUp(Point position) {
     const video::CVideoUI* control = checkedVideo(kMouseUpLine);
     const int zone = selectedZone();
     if (control != nullptr && m_tool == Tool::movePoint && zone >= 0) {
-        const Point origin = control->GetPos().topLeft();
-        m_zones->endMove(zone, currentFrame(), position.x - origin.x, position.y - origin.y);
+        const Point at = control->view().toDisplay(position);
+        m_zones->endMove(zone, currentFrame(), at.x, at.y);
     }
     m_captured = false;
     GetPaintManager().ReleaseCapture();

@@ -33,7 +33,7 @@ void ZoneEdit::fillZones(int select) {
     combo->SetItemTexts(m_zoneNames.shown);
     // A valid index tells chooseZone by a notification; "none" is silent.
     if (!combo->SelectItem(std::min(select, combo->GetCount() - 1)) || combo->GetCurSel() < 0) {
-        m_zones->currentZone = -1;
+        m_editing->currentZone = -1;
         showZone();
     }
     updateEnabled();
@@ -41,9 +41,7 @@ void ZoneEdit::fillZones(int select) {
 }
 
 void ZoneEdit::chooseZone(Control& /*sender*/) {
-    if (m_zones) {
-        m_zones->currentZone = selectedZone();
-    }
+    m_editing->currentZone = selectedZone();
     showZone();
 }
 
@@ -94,6 +92,7 @@ void ZoneEdit::removeZone(Control& /*sender*/) {
     const int zone = selectedZone();
     if (answer() == kYes && zone >= 0) {
         m_zones->removeZone(zone);
+        m_editing->removeZone(zone);
         fillZones(zone);
     }
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "ZoneEdit/CurrentZones.h"
 #include "app/EditorScreens.h"
 #include "app/ScreenLoop.h"
 #include "app/services/CommandLine.h"
@@ -9,7 +10,6 @@
 #include "app/services/Startup.h"
 #include "core/Log.h"
 #include "core/StandardError.h"
-#include "zone/ZoneManager.h"
 
 namespace app {
 namespace {
@@ -39,7 +39,7 @@ int runProgram(const std::string& commandLine, const GuiFactory& createGui) {
         return kFailure;
     }
     const int exitCode = runScreens(state, services, createGui);
-    zone::setCurrentZoneManager(nullptr);
+    zoneedit::setCurrentZoneManager(nullptr);
     dropServices(services);
     if ((flags & kLauncherFlag) != 0) {
         // The launcher may start the editor again at once, whose log takes the page's place.

@@ -11,6 +11,7 @@
 #include <string>
 #include <thread>
 
+#include "ZoneEdit/CurrentZones.h"
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/services/Startup.h"
 #include "bench/MarkdownTable.h"
@@ -19,7 +20,6 @@
 #include "ui/Confirmation.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
-#include "zone/ZoneManager.h"
 
 namespace {
 
@@ -142,6 +142,6 @@ int main() {
     bench::tableHead("Windows");
     bench.idleWindow(); // before a zone editor's decoding threads were there
     bench.openings();
-    zone::setCurrentZoneManager(nullptr);
+    zoneedit::setCurrentZoneManager(nullptr);
     return 0;
 }

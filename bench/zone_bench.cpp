@@ -17,7 +17,6 @@
 #include "core/File.h"
 #include "core/Services.h"
 #include "zone/ZoneManager.h"
-#include "zone/ZoneView.h"
 
 namespace {
 
@@ -138,9 +137,8 @@ double residentBytes() {
 
 /// The zones all benchmarks of the module work on, loaded from a file of the floor's making.
 std::shared_ptr<zone::ZoneManager> loadManager() {
-    auto manager = zone::ZoneManager::create(kBase, kFrames, true);
-    zone::setCurrentZoneManager(manager);
-    return manager;
+    return zone::ZoneManager::create(kBase, kFrames, true,
+                                     zone::scaleBetween({1280, 720}, {1920, 1080}));
 }
 
 void saveFloor(benchmark::State& state, bool sync) {
@@ -174,19 +172,21 @@ void loadFloor(benchmark::State& state) {
 }
 
 void load(benchmark::State& state) {
+    std::shared_ptr<zone::ZoneManager> manager;
     for (auto _ : state) {
-        zone::setCurrentZoneManager(nullptr);
-        if (!loadManager()) {
+        manager.reset();
+        manager = loadManager();
+        if (!manager) {
             state.SkipWithError("cannot load");
         }
     }
 }
 
 void memoryAfterLoad(benchmark::State& state) {
-    zone::setCurrentZoneManager(nullptr);
     const double before = residentBytes();
+    std::shared_ptr<zone::ZoneManager> manager;
     for (auto _ : state) {
-        loadManager();
+        manager = loadManager();
     }
     const double used = residentBytes() - before;
     state.counters["resident_MB"] = used / 1e6;
@@ -196,20 +196,21 @@ void memoryAfterLoad(benchmark::State& state) {
 
 void moveOnePoint(benchmark::State& state) {
     const auto manager = loadManager();
-    manager->hitTest(0, 0, static_cast<int>(manager->zone(0)->shape(0)->points[2].x),
-                     static_cast<int>(manager->zone(0)->shape(0)->points[2].y));
+    zone::EditContext context;
+    context.zone(0).selectedPoint = 2;
     int x = 0;
     for (auto _ : state) {
-        manager->moveSelectedPoint(0, 0, x = (x + 7) % 1280, 40);
+        manager->moveSelectedPoint(context, 0, 0, x = (x + 7) % 1280, 40);
     }
 }
 
 void moveWholeShape(benchmark::State& state) {
     const auto manager = loadManager();
-    manager->zone(0)->setSelectedPoint(kPoints);
+    zone::EditContext context;
+    context.zone(0).selectedPoint = kPoints;
     int x = 0;
     for (auto _ : state) {
-        manager->moveSelectedPoint(0, 0, x = 1 - x, 1);
+        manager->moveSelectedPoint(context, 0, 0, x = 1 - x, 1);
     }
 }
 
@@ -217,9 +218,10 @@ void addPoint(benchmark::State& state) {
     for (auto _ : state) {
         state.PauseTiming();
         const auto manager = loadManager();
-        manager->zone(0)->setSelectedPoint(3);
+        zone::EditContext context;
+        context.zone(0).selectedPoint = 3;
         state.ResumeTiming();
-        manager->addPoint(0, 5, 300, 200);
+        manager->addPoint(context, 0, 5, 300, 200);
     }
 }
 
@@ -227,8 +229,8 @@ void deletePoint(benchmark::State& state) {
     for (auto _ : state) {
         state.PauseTiming();
         const auto manager = loadManager();
-        manager->zone(0)->setSelectedPoint(-1);
-        manager->addPoint(0, 0, 1200, 700); // where no frame has a point
+        zone::EditContext context;
+        manager->addPoint(context, 0, 0, 1200, 700); // where no frame has a point
         state.ResumeTiming();
         manager->deletePoint(0, 0, 1200, 700);
     }
@@ -296,7 +298,6 @@ void registerAll() {
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    zone::setZoneView({{1280, 720}, {1920, 1080}});
     {
         const auto image = buildImage(makeBareModel());
         if (!writeFile(kBinary, image.get(), false)) {

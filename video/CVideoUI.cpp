@@ -9,7 +9,6 @@
 #include "core/Log.h"
 #include "platform/Window.h"
 #include "toolkit/window/CPaintManagerUI.h"
-#include "zone/ZoneManager.h"
 
 namespace video {
 
@@ -37,12 +36,12 @@ bool reportFrameBuffer(const platform::FrameBufferResult& made) {
 }
 
 CVideoUI::CVideoUI(platform::EventLoop& loop)
-    : m_loop(loop), m_news(std::make_shared<FrameNews>()) {
-    m_news->control = this;
+    : m_loop(loop), m_listener(std::make_shared<FrameListener>()) {
+    m_listener->control = this;
 }
 
 CVideoUI::~CVideoUI() {
-    m_news->control = nullptr;
+    m_listener->control = nullptr;
     ReleaseBackBuffer();
     if (m_video) {
         m_video->setFrameReadyCallback({});
@@ -71,12 +70,12 @@ bool CVideoUI::LoadVideo(const std::string& path) {
 
 void CVideoUI::listenForFrames() {
     // One task at a time is under way, however many frames the decoder delivers meanwhile.
-    m_video->setFrameReadyCallback([news = m_news, &loop = m_loop] {
-        if (!news->posted.exchange(true)) {
-            loop.post([news] {
-                news->posted = false;
-                if (news->control != nullptr) {
-                    news->control->onFrameReady();
+    m_video->setFrameReadyCallback([listener = m_listener, &loop = m_loop] {
+        if (!listener->posted.exchange(true)) {
+            loop.post([listener] {
+                listener->posted = false;
+                if (listener->control != nullptr) {
+                    listener->control->onFrameReady();
                 }
             });
         }
@@ -139,16 +138,23 @@ void CVideoUI::GoToFrame(int frame) {
     }
 }
 
+void CVideoUI::AddLayer(std::shared_ptr<Layer> layer) {
+    m_layers.push_back(std::move(layer));
+    Invalidate();
+}
+
+void CVideoUI::InvalidatePicture(const Rect& display) {
+    if (GetManager() != nullptr) {
+        GetManager()->Invalidate(view().toWindow(display).intersected(GetPos()));
+    }
+}
+
 void CVideoUI::SetPos(const Rect& pos) {
     CContainerUI::SetPos(pos);
     if (m_ready) {
         return;
     }
     m_ready = CreateBackBuffer();
-    if (const auto manager = zone::currentZoneManager()) {
-        manager->videoWidth = GetPos().width();
-        manager->videoHeight = GetPos().height();
-    }
 }
 
 bool CVideoUI::CreateBackBuffer() {
@@ -175,8 +181,10 @@ bool CVideoUI::ReleaseBackBuffer() {
 }
 
 bool CVideoUI::DoEvent(const toolkit::TEventUI& event) {
-    if (event.Type == toolkit::UIEVENT_TIMER) {
-        NeedUpdate();
+    // A still picture is left alone: painting it 30 times a second is most of what an editor that
+    // nobody touches would do. Looking for a frame also lets the clip carry out a waiting seek.
+    if (event.Type == toolkit::UIEVENT_TIMER && m_video && m_video->hasDueFrame()) {
+        Invalidate();
     }
     return true;
 }
@@ -192,16 +200,10 @@ void CVideoUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
             canvas.drawFrame(*m_backBuffer, paint);
         }
     }
-    drawCurrentZone(canvas, paint.topLeft());
-}
-
-void CVideoUI::drawCurrentZone(platform::Canvas& canvas, platform::Point origin) const {
-    const auto manager = zone::currentZoneManager();
-    if (!manager || manager->currentZone == -1) {
-        return;
-    }
     const int frame = m_video ? m_video->currentFrame : 0;
-    manager->draw(manager->currentZone, frame, canvas, origin.x, origin.y);
+    for (const std::shared_ptr<Layer>& layer : m_layers) {
+        layer->paint(canvas, {paint.topLeft()}, frame);
+    }
 }
 
 } // namespace video

@@ -1,22 +1,25 @@
-// The control that shows one video frame by frame, with the zone that is being edited drawn over
-// it. The picture is stretched onto the control's rectangle. It repaints 30 times a second and
-// whenever a frame arrives from the decoder. UI thread only.
+// The control that shows one video frame by frame, with layers drawn over it. The picture is
+// stretched onto the control's rectangle. It looks for a new picture 30 times a second and whenever
+// a frame arrives from the decoder, and repaints only when there is one. UI thread only.
 #pragma once
 
 #include <atomic>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/EventLoop.h"
 #include "platform/FrameBuffer.h"
 #include "toolkit/controls/CContainerUI.h"
+#include "video/Layer.h"
+#include "video/PictureView.h"
 #include "video/Video.h"
 
 namespace video {
 
 class CVideoUI final : public toolkit::CContainerUI {
 public:
-    /// `loop` brings the news of decoded frames to the UI thread; it outlives the control.
+    /// `loop` takes word of decoded frames to the UI thread; it outlives the control.
     explicit CVideoUI(platform::EventLoop& loop);
     ~CVideoUI() override;
 
@@ -35,10 +38,17 @@ public:
     /// To frame `frame`, cut to the video.
     void GoToFrame(int frame);
 
+    /// Draws `layer` over the picture and over the layers added before.
+    void AddLayer(std::shared_ptr<Layer> layer);
+    /// How the picture lies in the window at present.
+    [[nodiscard]] PictureView view() const { return {GetPos().topLeft()}; }
+    /// Repaints what lies inside a rectangle of display pixels.
+    void InvalidatePicture(const Rect& display);
+
     [[nodiscard]] std::u16string GetClass() const override { return u"Video"; }
     [[nodiscard]] void* GetInterface(std::u16string_view name) override;
-    /// The first layout with a video makes the back buffer, starts the repaint timer and tells the
-    /// current zone manager the size of the picture; a failed one is tried again by the next.
+    /// The first layout with a video makes the back buffer and starts the repaint timer; a failed
+    /// one is tried again by the next.
     void SetPos(const toolkit::CControlUI::Rect& pos) override;
     /// Takes every event and acts on the repaint timer alone: the window handles the mouse.
     bool DoEvent(const toolkit::TEventUI& event) override;
@@ -54,7 +64,7 @@ public:
 
 private:
     /// Shared with the decoder's thread, which may hold it longer than the control lives.
-    struct FrameNews {
+    struct FrameListener {
         std::atomic<bool> posted{false};
         CVideoUI* control = nullptr; ///< UI thread only; null once the control is gone
     };
@@ -65,11 +75,11 @@ private:
     void onFrameReady();
     void stepBack(int count);
     void stepForward(int count);
-    void drawCurrentZone(platform::Canvas& canvas, platform::Point origin) const;
 
     platform::EventLoop& m_loop;
     std::shared_ptr<Video> m_video;
-    std::shared_ptr<FrameNews> m_news;
+    std::shared_ptr<FrameListener> m_listener;
+    std::vector<std::shared_ptr<Layer>> m_layers;
     std::unique_ptr<platform::FrameBuffer> m_backBuffer;
     bool m_ready = false;
 };

@@ -1,9 +1,12 @@
-// How a shape looks over the picture. This module's sources only.
+// How a shape looks over the picture.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <span>
 
 #include "platform/Canvas.h"
+#include "platform/FontSet.h"
 #include "platform/Geometry.h"
 
 namespace zone {
@@ -12,9 +15,19 @@ namespace zone {
 /// the window still; no author draws as many.
 inline constexpr std::size_t kMaxPaintedPoints = 10'000;
 
-/// Paints lines, centre handle and numbered point handles, and returns the centre, which is
-/// without the origin: the mean of an outline, the plain sum of one or two points.
-platform::Point drawShape(platform::Canvas& canvas, std::span<const platform::Point> points,
-                          bool active, platform::Point origin, int selectedIndex);
+/// What point numbers are written in.
+struct NumberFont {
+    platform::FontHandle handle = 0;
+    /// Measures the numbers; not owned. With none a number takes 16 x 16.
+    const platform::FontSet* fonts = nullptr;
+};
+
+/// Gives the window pixel at which a display pixel is shown.
+using Placement = std::function<platform::Point(platform::Point)>;
+
+/// Paints lines, centre handle and numbered point handles. Lines and handles have one size however
+/// large the picture is shown.
+void drawShape(platform::Canvas& canvas, std::span<const platform::Point> points, bool active,
+               const Placement& place, int selectedIndex, NumberFont font);
 
 } // namespace zone

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
 #include "core/Log.h"
 #include "zone/ShapeRecord.h"
-#include "zone/ZoneManager.h"
 
 namespace zone {
 namespace {
@@ -20,6 +20,11 @@ int clampedSide(int value, int size) {
         value = std::min(value, size - 1);
     }
     return std::max(value, 0);
+}
+
+int narrowed(std::int64_t value) {
+    return static_cast<int>(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(),
+                                                     std::numeric_limits<int>::max()));
 }
 
 bool isInReach(int value, int handle) {
@@ -37,11 +42,23 @@ void reportPointIndex() {
     core::Log::get()->Error("%s:%d Invalid point index", kShapeSource, kPointIndexLine);
 }
 
-platform::Point clampedToArea(int x, int y) {
-    const std::shared_ptr<ZoneManager> manager = currentZoneManager();
-    const int width = manager ? manager->videoWidth : 0;
-    const int height = manager ? manager->videoHeight : 0;
-    return {clampedSide(x, width), clampedSide(y, height)};
+platform::Point clampedTo(platform::Size area, platform::Point point) {
+    return {clampedSide(point.x, area.width), clampedSide(point.y, area.height)};
+}
+
+platform::Point shapeCenter(std::span<const platform::Point> points) {
+    std::int64_t x = 0;
+    std::int64_t y = 0;
+    for (const platform::Point& point : points) {
+        x += point.x;
+        y += point.y;
+    }
+    const auto count = static_cast<std::int64_t>(points.size());
+    if (count >= kMinimumOutline) {
+        x /= count;
+        y /= count;
+    }
+    return {narrowed(x), narrowed(y)};
 }
 
 int insertPosition(int afterIndex, std::size_t count) {

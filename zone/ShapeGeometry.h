@@ -1,5 +1,4 @@
-// The rules of a shape's handles, on bare points: shared by ZoneShape and the compact store of
-// Zone. This module's sources only.
+// The rules of a shape's points and handles. This module's sources only.
 #pragma once
 
 #include <cstddef>
@@ -24,9 +23,10 @@ inline constexpr int kMinimumOutline = 3;
 
 /// Logs "Invalid point index".
 void reportPointIndex();
-/// (x, y) inside the current zone manager's area. Without a manager, or with a side that is not
-/// positive, only negative values are raised to 0.
-[[nodiscard]] platform::Point clampedToArea(int x, int y);
+/// A side of `area` that is not positive only raises negative values to 0.
+[[nodiscard]] platform::Point clampedTo(platform::Size area, platform::Point point);
+/// Where the centre handle is: the mean of an outline, the plain sum of one or two points.
+[[nodiscard]] platform::Point shapeCenter(std::span<const platform::Point> points);
 /// Where a point behind `afterIndex` goes among `count`; -1 when `afterIndex` is no point or there
 /// is no room for one more.
 [[nodiscard]] int insertPosition(int afterIndex, std::size_t count);

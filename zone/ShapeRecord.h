@@ -11,7 +11,7 @@
 
 #include "core/File.h"
 #include "platform/Geometry.h"
-#include "zone/ZoneView.h"
+#include "zone/Scale.h"
 
 namespace zone {
 

@@ -1,15 +1,13 @@
 #include "zone/Zone.h"
 
-#include <algorithm>
 #include <string_view>
 
 #include <tinyxml2.h>
 
 #include "core/Log.h"
 #include "core/Text.h"
-#include "zone/ShapeDrawing.h"
 #include "zone/ShapeGeometry.h"
-#include "zone/ZoneManager.h"
+#include "zone/ShapeRecord.h"
 #include "zone/ZoneXml.h"
 
 namespace zone {
@@ -27,11 +25,6 @@ constexpr int kEndMoveLine = 126;
 constexpr int kMoveSelectedPointLine = 136;
 constexpr int kAddPointLine = 171;
 constexpr int kDeletePointLine = 203;
-
-bool changesProgress() {
-    const std::shared_ptr<ZoneManager> manager = currentZoneManager();
-    return manager && manager->progressChanges;
-}
 
 } // namespace
 
@@ -58,25 +51,24 @@ void Zone::setName(const std::string& name) {
     m_name = core::cutUtf8(std::string_view(name.c_str()), kMaxNameBytes);
 }
 
-std::shared_ptr<ZoneShape> Zone::shape(int frame) const {
+std::optional<std::span<const Point>> Zone::points(int frame) const {
     if (frame < 0 || frame >= frameCount()) {
-        return nullptr;
+        return std::nullopt;
     }
-    const std::size_t index = m_track.indexOf(frame);
-    const ShapeRun& run = m_track.run(index);
-    if (!run.present) {
-        return nullptr;
+    const std::size_t run = m_track.indexOf(frame);
+    return m_track.run(run).present ? std::optional(m_track.points(run)) : std::nullopt;
+}
+
+std::optional<ZoneShape> Zone::shape(int frame) const {
+    const auto found = points(frame);
+    if (!found) {
+        return std::nullopt;
     }
-    auto shape = ZoneShape::createEmpty();
-    const auto points = m_track.points(index);
-    const Point center = centerOf(frame);
-    shape->centerX = center.x;
-    shape->centerY = center.y;
-    shape->points.assign(points.begin(), points.end());
-    shape->active = run.active != 0;
+    const ShapeRun& run = m_track.run(m_track.indexOf(frame));
+    ZoneShape shape{0, {found->begin(), found->end()}, run.active != 0};
     if (run.edited) {
-        shape->recordSize =
-            static_cast<std::uint32_t>(kShapeHeaderSize + kPointSize * points.size());
+        shape.recordSize =
+            static_cast<std::uint32_t>(kShapeHeaderSize + kPointSize * found->size());
     }
     return shape;
 }
@@ -86,30 +78,30 @@ bool Zone::isActive(int frame) const {
     return checkFrame(frame, kIsActiveLine) && m_track.run(m_track.indexOf(frame)).active != 0;
 }
 
-void Zone::setActive(int frame, bool active) {
+void Zone::setActive(const EditScope& scope, int frame, bool active) {
     if (!checkFrame(frame, kSetActiveLine)) {
         return;
     }
-    const RunRange range = spreadFrom(frame);
+    const RunRange range = spreadFrom(scope, frame);
     for (std::size_t run = range.first; run < range.end; ++run) {
         m_track.makePresent(run);
         m_track.setActive(run, active);
     }
 }
 
-void Zone::draw(int frame, platform::Canvas& canvas, int originX, int originY) {
+void Zone::draw(int frame, platform::Canvas& canvas, const Placement& place, int selectedPoint,
+                NumberFont font) const {
     if (!checkFrame(frame, kDrawLine)) {
         return;
     }
     const std::size_t run = m_track.indexOf(frame);
-    if (!m_track.run(run).present) {
-        return;
+    if (m_track.run(run).present) {
+        drawShape(canvas, m_track.points(run), m_track.run(run).active != 0, place, selectedPoint,
+                  font);
     }
-    m_centers[frame] = drawShape(canvas, m_track.points(run), m_track.run(run).active != 0,
-                                 {originX, originY}, m_selectedPoint);
 }
 
-bool Zone::hitTest(int frame, int x, int y) {
+bool Zone::hitTest(ZoneEditing& editing, int frame, int x, int y) const {
     if (!checkFrame(frame, kHitTestLine)) {
         return false;
     }
@@ -117,41 +109,42 @@ bool Zone::hitTest(int frame, int x, int y) {
     if (!m_track.run(run).present) {
         return false;
     }
-    m_selectedPoint = hitHandle(m_track.points(run), centerOf(frame), {x, y});
-    return m_selectedPoint != -1;
+    editing.selectedPoint = hitHandle(m_track.points(run), editing.centerOf(frame), {x, y});
+    return editing.selectedPoint != -1;
 }
 
 void Zone::endMove(int frame, int, int) const {
     (void)checkFrame(frame, kEndMoveLine);
 }
 
-void Zone::moveSelectedPoint(int frame, int x, int y) {
-    if (!checkFrame(frame, kMoveSelectedPointLine) || m_selectedPoint == -1) {
+void Zone::moveSelectedPoint(const EditScope& scope, int frame, int x, int y) {
+    const int handle = scope.editing.selectedPoint;
+    if (!checkFrame(frame, kMoveSelectedPointLine) || handle == -1) {
         return;
     }
-    const RunRange range = spreadFrom(frame);
-    const bool shifts = m_selectedPoint == static_cast<int>(m_track.points(range.first).size());
-    if (!shifts) {
-        moveHandle(range, {x, y});
+    const RunRange range = spreadFrom(scope, frame);
+    if (handle != static_cast<int>(m_track.points(range.first).size())) {
+        moveHandle(scope, range, {x, y});
         return;
     }
-    const Point center = centerOf(frame);
+    const Point center = scope.editing.centerOf(frame);
     const Point delta{wrappedDifference(x, center.x), wrappedDifference(y, center.y)};
     m_track.shift(range.first, range.end, delta);
 }
 
-void Zone::moveHandle(RunRange range, Point to) {
-    const Point clamped = clampedToArea(to.x, to.y);
-    const auto handle = static_cast<std::size_t>(m_selectedPoint);
+void Zone::moveHandle(const EditScope& scope, RunRange range, Point to) {
+    const Point clamped = clampedTo(scope.area, to);
+    const int selected = scope.editing.selectedPoint;
+    const auto handle = static_cast<std::size_t>(selected);
     bool reported = false; // thousands of frames are worth one line
     for (std::size_t run = range.first; run < range.end; ++run) {
         m_track.makePresent(run);
         const std::span<Point> points = m_track.points(run);
-        if (m_selectedPoint >= 0 && handle < points.size()) {
+        if (selected >= 0 && handle < points.size()) {
             points[handle] = clamped;
         } else if (handle == points.size()) {
-            // Here the selected handle is the centre's, wherever this frame's last draw left it.
-            const std::size_t added = shiftByCenters(run, to);
+            // Here the selected handle is the centre's, wherever this frame was last shown with it.
+            const std::size_t added = shiftByCenters(scope.editing, run, to);
             run += added;
             range.end += added;
         } else if (!reported) {
@@ -161,12 +154,12 @@ void Zone::moveHandle(RunRange range, Point to) {
     }
 }
 
-std::size_t Zone::shiftByCenters(std::size_t run, Point to) {
+std::size_t Zone::shiftByCenters(const ZoneEditing& editing, std::size_t run, Point to) {
     const std::size_t runsBefore = m_track.runCount();
     const int end = m_track.endFrame(run);
     for (int frame = m_track.run(run).firstFrame; frame < end; ++run) {
-        const Point center = centerOf(frame);
-        frame = sameCenterUntil(frame, end);
+        const Point center = editing.centerOf(frame);
+        frame = editing.sameCenterUntil(frame, end);
         m_track.splitAt(frame);
         shiftPoints(m_track.points(run),
                     {wrappedDifference(to.x, center.x), wrappedDifference(to.y, center.y)});
@@ -174,32 +167,15 @@ std::size_t Zone::shiftByCenters(std::size_t run, Point to) {
     return m_track.runCount() - runsBefore;
 }
 
-int Zone::sameCenterUntil(int frame, int end) const {
-    const Point center = centerOf(frame);
-    auto next = m_centers.upper_bound(frame);
-    for (++frame; frame < end; ++frame) {
-        const bool isDrawn = next != m_centers.end() && next->first == frame;
-        if ((isDrawn ? next->second : Point{}) != center) {
-            return frame;
-        }
-        if (isDrawn) {
-            ++next;
-        } else { // all frames up to the next drawn one are as this one
-            frame = next == m_centers.end() ? end : std::min(end, next->first) - 1;
-        }
-    }
-    return end;
-}
-
-void Zone::addPoint(int frame, int x, int y) {
+void Zone::addPoint(const EditScope& scope, int frame, int x, int y) {
     if (!checkFrame(frame, kAddPointLine)) {
         return;
     }
-    const int added =
-        insertPosition(m_selectedPoint, m_track.points(m_track.indexOf(frame)).size());
-    m_track.insertPointEverywhere(m_selectedPoint, {x, y});
+    int& selected = scope.editing.selectedPoint;
+    const int added = insertPosition(selected, m_track.points(m_track.indexOf(frame)).size());
+    m_track.insertPointEverywhere(selected, {x, y});
     if (added != -1) {
-        m_selectedPoint = added;
+        selected = added;
     }
 }
 
@@ -229,14 +205,9 @@ bool Zone::checkFrame(int frame, int line) const {
     return good;
 }
 
-Zone::RunRange Zone::spreadFrom(int frame) {
+Zone::RunRange Zone::spreadFrom(const EditScope& scope, int frame) {
     const std::size_t first = m_track.splitAt(frame);
-    return {first, changesProgress() ? m_track.runCount() : m_track.splitAt(frame + 1)};
-}
-
-Point Zone::centerOf(int frame) const {
-    const auto found = m_centers.find(frame);
-    return found == m_centers.end() ? Point{} : found->second;
+    return {first, scope.progressChanges ? m_track.runCount() : m_track.splitAt(frame + 1)};
 }
 
 } // namespace zone

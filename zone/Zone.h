@@ -1,20 +1,24 @@
-// One clickable region of a video, followed frame by frame: a name, one shape for every frame and
-// the handle the author has selected. Owned by the ZoneManager. Main thread only.
+// One clickable region of a video, followed frame by frame: a name and one shape for every frame.
+// Owned by the ZoneManager. Main thread only.
 //
 // An operation given a frame that is not there logs "..\Zone.cpp:LINE Frame index is invalid" and
 // does nothing. Changes that "spread" reach the given frame alone, or all later frames as well
-// when progress changes is on in the current zone manager.
+// when the scope's progressChanges is on. Coordinates are display pixels with (0, 0) at the picture
+// area's top left.
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
 #include "core/File.h"
 #include "platform/Canvas.h"
 #include "platform/Geometry.h"
+#include "zone/EditContext.h"
+#include "zone/Scale.h"
+#include "zone/ShapeDrawing.h"
 #include "zone/ShapeTrack.h"
 #include "zone/ZoneShape.h"
 
@@ -42,7 +46,7 @@ struct ZoneReadResult {
 
 class Zone {
 public:
-    /// Frames without a shape, no name, nothing selected.
+    /// Frames without a shape, no name.
     [[nodiscard]] static std::shared_ptr<Zone> create(int frameCount);
     /// No frames. Children other than "Name" are logged.
     [[nodiscard]] static std::shared_ptr<Zone> createFromXml(const tinyxml2::XMLElement& element);
@@ -51,43 +55,43 @@ public:
     /// Ends at the first zero byte, and before the character that no longer fits kMaxNameBytes.
     void setName(const std::string& name);
     [[nodiscard]] int frameCount() const { return m_track.frameCount(); }
-    /// A copy of the frame's shape; empty when the frame has none. Logs nothing.
-    [[nodiscard]] std::shared_ptr<ZoneShape> shape(int frame) const;
-    /// A point's index, the point count for the centre handle, or -1; one for all frames.
-    [[nodiscard]] int selectedPoint() const { return m_selectedPoint; }
-    void setSelectedPoint(int handle) { m_selectedPoint = handle; }
+    /// A copy of the frame's shape; none when the frame has none. Logs nothing.
+    [[nodiscard]] std::optional<ZoneShape> shape(int frame) const;
+    /// The points of the frame's shape, valid until the next change; none when it has none. Logs
+    /// nothing.
+    [[nodiscard]] std::optional<std::span<const platform::Point>> points(int frame) const;
 
     /// True for a frame without a shape.
     [[nodiscard]] bool isActive(int frame) const;
     /// Spreads.
-    void setActive(int frame, bool active);
+    void setActive(const EditScope& scope, int frame, bool active);
     /// Nothing for a frame without a shape.
-    void draw(int frame, platform::Canvas& canvas, int originX, int originY);
+    void draw(int frame, platform::Canvas& canvas, const Placement& place, int selectedPoint,
+              NumberFont font) const;
     /// Selects the handle at (x, y), or none; true when there is one.
-    bool hitTest(int frame, int x, int y);
+    [[nodiscard]] bool hitTest(ZoneEditing& editing, int frame, int x, int y) const;
     /// Nothing but the frame's check: the moves have been stored already.
     void endMove(int frame, int x, int y) const;
     /// Puts the selected point there, clamped, or shifts the shape by its centre handle. Spreads:
     /// a shift by the same distance, a point to the same place. Nothing without a selection.
-    void moveSelectedPoint(int frame, int x, int y);
+    void moveSelectedPoint(const EditScope& scope, int frame, int x, int y);
     /// Inserts behind the selected point, in every frame, and selects the new one. Deleting leaves
     /// the selection alone, so one that is no point any more inserts nothing. Intended.
-    void addPoint(int frame, int x, int y);
+    void addPoint(const EditScope& scope, int frame, int x, int y);
     /// Removes the point at (x, y), in every frame that has one there.
     void deletePoint(int frame, int x, int y);
     /// Adds frames without a shape up to `frameCount`.
     void fillTo(int frameCount);
 
-    /// Appends the binary record. False when there is no scale, a write fails, or the record would
-    /// not fit its 32-bit size. Frames without a shape are written as empty active shapes.
-    [[nodiscard]] bool write(core::File& file) const;
+    /// Appends the binary record. False when a write fails or the record would not fit its 32-bit
+    /// size. Frames without a shape are written as empty active shapes.
+    [[nodiscard]] bool write(core::File& file, Scale scale) const;
     /// Replaces name and frames by what the record holds after its tag and size, brought to
     /// `frameCount` frames: the last is copied, surplus ones are dropped. `body` may be cut;
-    /// `statedSize` is what the record says. When not complete, what was read before is kept.
-    ZoneReadResult read(std::span<const std::uint8_t> body, std::size_t statedSize, int frameCount);
-    bool read(std::span<const std::uint8_t> body, int frameCount) {
-        return read(body, body.size(), frameCount).complete;
-    }
+    /// `statedSize` is what the record says. When not complete, what was read before is kept;
+    /// without a scale that is no shape.
+    ZoneReadResult read(std::span<const std::uint8_t> body, std::size_t statedSize, int frameCount,
+                        std::optional<Scale> scale);
 
 private:
     struct RunRange {
@@ -97,20 +101,15 @@ private:
 
     [[nodiscard]] bool checkFrame(int frame, int line) const;
     /// The runs that a change at `frame` reaches; no run of them reaches beyond.
-    [[nodiscard]] RunRange spreadFrom(int frame);
-    void moveHandle(RunRange range, platform::Point to);
+    [[nodiscard]] RunRange spreadFrom(const EditScope& scope, int frame);
+    void moveHandle(const EditScope& scope, RunRange range, platform::Point to);
     /// Moves each frame's own centre to `to`. Returns how many runs were added behind `run`.
-    std::size_t shiftByCenters(std::size_t run, platform::Point to);
+    std::size_t shiftByCenters(const ZoneEditing& editing, std::size_t run, platform::Point to);
     ZoneReadResult readUnnamed(std::span<const std::uint8_t> body, std::size_t statedSize,
-                               int limit);
-    [[nodiscard]] platform::Point centerOf(int frame) const;
-    /// The first frame behind `frame`, at most `end`, whose centre differs from its own.
-    [[nodiscard]] int sameCenterUntil(int frame, int end) const;
+                               int limit, std::optional<Scale> scale);
 
     ShapeTrack m_track;
-    std::map<int, platform::Point> m_centers; ///< of the frames drawn so far; else (0, 0)
     std::string m_name;
-    int m_selectedPoint = -1;
 };
 
 } // namespace zone

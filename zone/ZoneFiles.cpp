@@ -53,17 +53,21 @@ std::shared_ptr<ZoneManager> ZoneManager::createEmpty() {
 }
 
 std::shared_ptr<ZoneManager> ZoneManager::create(const std::string& basePath, int frameCount,
-                                                 bool loadBinary) {
+                                                 bool loadBinary, std::optional<Scale> scale) {
     LoadReport report;
-    return load(basePath, frameCount, loadBinary, report);
+    return load(basePath, frameCount, loadBinary, scale, report);
 }
 
 std::shared_ptr<ZoneManager> ZoneManager::createForEditing(const std::string& basePath,
-                                                           int frameCount) {
+                                                           int frameCount,
+                                                           std::optional<Scale> scale) {
     LoadReport report;
-    std::shared_ptr<ZoneManager> manager = load(basePath, frameCount, true, report);
+    std::shared_ptr<ZoneManager> manager = load(basePath, frameCount, true, scale, report);
     if (!manager) {
         manager = createEmpty();
+        if (manager) {
+            manager->scale = scale;
+        }
     }
     if (manager && report.problem != LoadProblem::none) {
         manager->m_loadReport = report;
@@ -73,13 +77,15 @@ std::shared_ptr<ZoneManager> ZoneManager::createForEditing(const std::string& ba
 }
 
 std::shared_ptr<ZoneManager> ZoneManager::load(const std::string& basePath, int frameCount,
-                                               bool loadBinary, LoadReport& report) {
+                                               bool loadBinary, std::optional<Scale> scale,
+                                               LoadReport& report) {
     std::shared_ptr<ZoneManager> manager = createEmpty();
     if (!manager || basePath.empty()) {
         return nullptr;
     }
     try {
         manager->frameCount = frameCount;
+        manager->scale = scale;
         const bool good =
             manager->loadInfo(basePath) && (!loadBinary || manager->loadBinary(basePath));
         report = manager->m_loadReport;
@@ -164,7 +170,7 @@ bool ZoneManager::readChunks(ChunkReader& reader) {
             m_loadReport.problem = LoadProblem::binaryForeign;
         }
     }
-    const int read = currentZone + 1;
+    const int read = lastZoneRead + 1;
     m_loadReport.zones = std::max(m_loadReport.zones, read);
     if (isDamaged || reader.hasRest() || m_loadReport.wholeZones < m_loadReport.zones) {
         m_loadReport.problem = LoadProblem::binaryDamaged;
@@ -176,7 +182,8 @@ void ZoneManager::readZone(ChunkReader& reader) {
     if (!reader.readBody()) {
         return;
     }
-    const ZoneReadResult read = nextZone().read(reader.body(), reader.statedSize(), frameCount);
+    const ZoneReadResult read =
+        nextZone().read(reader.body(), reader.statedSize(), frameCount, scale);
     if (read.endsOneEarly && !reader.isCut()) {
         reader.giveBackLast();
     }
@@ -189,11 +196,11 @@ void ZoneManager::readZone(ChunkReader& reader) {
 }
 
 Zone& ZoneManager::nextZone() {
-    ++currentZone;
-    if (currentZone >= zoneCount()) {
+    ++lastZoneRead;
+    if (lastZoneRead >= zoneCount()) {
         addZone(Zone::create(0)); // no frames: the record brings them
     }
-    return *m_zones[static_cast<std::size_t>(currentZone)];
+    return *m_zones[static_cast<std::size_t>(lastZoneRead)];
 }
 
 bool ZoneManager::save(const std::string& videoPath) {
@@ -272,8 +279,9 @@ bool ZoneManager::writeInfo(core::File& file) const {
 }
 
 bool ZoneManager::writeZones(core::File& file) const {
-    return std::all_of(m_zones.begin(), m_zones.end(),
-                       [&](const std::shared_ptr<Zone>& zone) { return zone->write(file); });
+    return std::all_of(m_zones.begin(), m_zones.end(), [&](const std::shared_ptr<Zone>& zone) {
+        return scale && zone->write(file, *scale);
+    });
 }
 
 } // namespace zone

@@ -1,7 +1,5 @@
 #include "zone/ZoneManager.h"
 
-#include <utility>
-
 #include "core/Log.h"
 
 namespace zone {
@@ -22,20 +20,7 @@ constexpr int kMoveSelectedPointLine = 157;
 constexpr int kAddPointLine = 164;
 constexpr int kDeletePointLine = 171;
 
-std::shared_ptr<ZoneManager>& current() {
-    static std::shared_ptr<ZoneManager> manager;
-    return manager;
-}
-
 } // namespace
-
-std::shared_ptr<ZoneManager> currentZoneManager() {
-    return current();
-}
-
-void setCurrentZoneManager(std::shared_ptr<ZoneManager> manager) {
-    current() = std::move(manager);
-}
 
 std::shared_ptr<Zone> ZoneManager::zone(int index) const {
     return index >= 0 && index < zoneCount() ? m_zones[static_cast<std::size_t>(index)] : nullptr;
@@ -77,46 +62,42 @@ bool ZoneManager::isActive(int zone, int frame) const {
     return found && found->isActive(frame);
 }
 
-void ZoneManager::setActive(int zone, int frame, bool active) {
+EditScope ZoneManager::scope(EditContext& context, int zone) const {
+    return {context.zone(zone), context.progressChanges, {videoWidth, videoHeight}};
+}
+
+void ZoneManager::setActive(EditContext& context, int zone, int frame, bool active) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kSetActiveLine)) {
-        found->setActive(frame, active);
+        found->setActive(scope(context, zone), frame, active);
     }
 }
 
-bool ZoneManager::hitTest(int zone, int frame, int x, int y) {
-    Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kHitTestLine);
-    return found && found->hitTest(frame, x, y);
+bool ZoneManager::hitTest(EditContext& context, int zone, int frame, int x, int y) const {
+    const Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kHitTestLine);
+    return found && found->hitTest(context.zone(zone), frame, x, y);
 }
 
-void ZoneManager::endMove(int zone, int frame, int x, int y) {
+void ZoneManager::endMove(int zone, int frame, int x, int y) const {
     if (const Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kEndMoveLine)) {
         found->endMove(frame, x, y);
     }
 }
 
-void ZoneManager::moveSelectedPoint(int zone, int frame, int x, int y) {
+void ZoneManager::moveSelectedPoint(EditContext& context, int zone, int frame, int x, int y) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kMoveSelectedPointLine)) {
-        found->moveSelectedPoint(frame, x, y);
+        found->moveSelectedPoint(scope(context, zone), frame, x, y);
     }
 }
 
-void ZoneManager::addPoint(int zone, int frame, int x, int y) {
+void ZoneManager::addPoint(EditContext& context, int zone, int frame, int x, int y) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kAddPointLine)) {
-        found->addPoint(frame, x, y);
+        found->addPoint(scope(context, zone), frame, x, y);
     }
 }
 
 void ZoneManager::deletePoint(int zone, int frame, int x, int y) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kDeletePointLine)) {
         found->deletePoint(frame, x, y);
-    }
-}
-
-void ZoneManager::draw(int zone, int frame, platform::Canvas& canvas, int originX,
-                       int originY) const {
-    const std::shared_ptr<Zone> found = this->zone(zone);
-    if (found && frame >= 0 && frame < found->frameCount()) {
-        found->draw(frame, canvas, originX, originY);
     }
 }
 

@@ -1,6 +1,6 @@
-// The zones of one video, what the zone editor and the picture share about them, and the two files
-// they are kept in: BASE-ZoneInfo.xml with the names and BASE-ZoneInfo.bin with the shapes, where
-// BASE is the video's path without its extension. Main thread only.
+// The zones of one video and the two files they are kept in: BASE-ZoneInfo.xml with the names and
+// BASE-ZoneInfo.bin with the shapes, where BASE is the video's path without its extension. Main
+// thread only.
 //
 // An operation given a zone that is not there logs "..\ZoneManager.cpp:LINE Zone index is invalid"
 // ("Invalid zone index" for removal and names) and does nothing, with false or "" as its result.
@@ -8,14 +8,16 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/File.h"
 #include "core/FileError.h"
 #include "core/SafeSave.h"
-#include "platform/Canvas.h"
+#include "zone/EditContext.h"
 #include "zone/LoadReport.h"
+#include "zone/Scale.h"
 #include "zone/Zone.h"
 
 namespace zone {
@@ -31,36 +33,36 @@ public:
     [[nodiscard]] static std::shared_ptr<ZoneManager> createEmpty();
     /// Loads the zones of the video at `basePath` (see above); with `loadBinary` their shapes as
     /// well, each zone brought to `frameCount` frames or left as stored for kStoredFrameCount.
+    /// Without a scale no shape can be read.
     /// Empty, and all but an empty path logged, when a file that is needed cannot be used. A
     /// missing information file is none of these: a video without zones is normal.
     [[nodiscard]] static std::shared_ptr<ZoneManager> create(const std::string& basePath,
-                                                             int frameCount, bool loadBinary);
+                                                             int frameCount, bool loadBinary,
+                                                             std::optional<Scale> scale = {});
     /// The same with shapes, but no zones where that gives nothing: then, as after a part was read,
     /// loadReport() says why. Empty only when there is no memory.
-    [[nodiscard]] static std::shared_ptr<ZoneManager> createForEditing(const std::string& basePath,
-                                                                       int frameCount);
+    [[nodiscard]] static std::shared_ptr<ZoneManager>
+    createForEditing(const std::string& basePath, int frameCount, std::optional<Scale> scale);
 
     [[nodiscard]] int zoneCount() const { return static_cast<int>(m_zones.size()); }
     /// Empty for an index out of range. Logs nothing.
     [[nodiscard]] std::shared_ptr<Zone> zone(int index) const;
     /// Appends; an empty pointer is not taken.
     void addZone(const std::shared_ptr<Zone>& zone);
-    /// Later zones move down; currentZone stays as it is.
+    /// Later zones move down.
     void removeZone(int zone);
     [[nodiscard]] std::string getZoneName(int zone) const;
     /// Names are cut as Zone::setName says.
     void setZoneName(int zone, const std::string& name);
 
-    // The zone's operations of the same names.
+    // The zone's operations of the same names; points are clamped to the picture area below.
     [[nodiscard]] bool isActive(int zone, int frame) const;
-    void setActive(int zone, int frame, bool active);
-    bool hitTest(int zone, int frame, int x, int y);
-    void endMove(int zone, int frame, int x, int y);
-    void moveSelectedPoint(int zone, int frame, int x, int y);
-    void addPoint(int zone, int frame, int x, int y);
+    void setActive(EditContext& context, int zone, int frame, bool active);
+    bool hitTest(EditContext& context, int zone, int frame, int x, int y) const;
+    void endMove(int zone, int frame, int x, int y) const;
+    void moveSelectedPoint(EditContext& context, int zone, int frame, int x, int y);
+    void addPoint(EditContext& context, int zone, int frame, int x, int y);
     void deletePoint(int zone, int frame, int x, int y);
-    /// Called for every repaint, so a zone or frame that is not there draws and logs nothing.
-    void draw(int zone, int frame, platform::Canvas& canvas, int originX, int originY) const;
 
     /// Writes both files of the video at `videoPath`, or neither. False, logged, when the
     /// information file cannot be written or the binary file cannot be opened. A binary file that
@@ -78,19 +80,23 @@ public:
     /// whole; empty when it made none.
     [[nodiscard]] const std::string& keptAs() const { return m_keptAs; }
 
-    /// The zone that is edited and drawn, -1 for none. After loading, the last one in the file.
-    int currentZone = -1;
-    /// The picture area in display pixels, as laid out: what points are clamped to.
+    /// The number of the last zone that the binary file held, -1 for none.
+    int lastZoneRead = -1;
+    /// The picture area in display pixels: what points are clamped to. A side that is not positive
+    /// clamps negative values alone.
     int videoWidth = 0;
     int videoHeight = 0;
     int frameCount = 0;
-    /// Whether changes of points and of the active flag reach all later frames.
-    bool progressChanges = true;
+    /// Between points and files. Without one the binary file cannot be written.
+    std::optional<Scale> scale;
 
 private:
     [[nodiscard]] Zone* checkedZone(int index, const char* message, int line) const;
-    [[nodiscard]] static std::shared_ptr<ZoneManager>
-    load(const std::string& basePath, int frameCount, bool loadBinary, LoadReport& report);
+    [[nodiscard]] EditScope scope(EditContext& context, int zone) const;
+    [[nodiscard]] static std::shared_ptr<ZoneManager> load(const std::string& basePath,
+                                                           int frameCount, bool loadBinary,
+                                                           std::optional<Scale> scale,
+                                                           LoadReport& report);
     [[nodiscard]] bool loadInfo(const std::string& basePath);
     [[nodiscard]] bool loadBinary(const std::string& basePath);
     /// False when the file could not be read to its end.
@@ -109,10 +115,5 @@ private:
     std::string m_damagedBase; ///< of the files a save has to keep; empty for none
     std::string m_keptAs;
 };
-
-/// The manager of the video that is edited; empty when there is none.
-[[nodiscard]] std::shared_ptr<ZoneManager> currentZoneManager();
-/// Replaces it; an empty pointer drops it.
-void setCurrentZoneManager(std::shared_ptr<ZoneManager> manager);
 
 } // namespace zone

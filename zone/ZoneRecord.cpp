@@ -31,9 +31,8 @@ struct FramesRead {
 
 /// Appends the frames that `bytes`, from the frame count on, hold, up to `limit`; the others are
 /// checked only. Stops at the first that does not fit.
-FramesRead readFrames(Bytes bytes, int limit, ShapeTrack& track) {
+FramesRead readFrames(Bytes bytes, int limit, std::optional<Scale> scale, ShapeTrack& track) {
     track.clear();
-    const std::optional<Scale> scale = currentScale();
     if (bytes.size() < kWord) {
         return {};
     }
@@ -85,11 +84,7 @@ std::string nameFrom(Bytes bytes) {
 
 } // namespace
 
-bool Zone::write(core::File& file) const {
-    const std::optional<Scale> scale = currentScale();
-    if (!scale) {
-        return false;
-    }
+bool Zone::write(core::File& file, Scale scale) const {
     std::uint64_t size = kWord + m_name.size() + 1 + kWord;
     for (std::size_t run = 0; run < m_track.runCount(); ++run) {
         const auto frames =
@@ -99,7 +94,7 @@ bool Zone::write(core::File& file) const {
     if (size > std::numeric_limits<std::uint32_t>::max()) {
         return false;
     }
-    RecordWriter writer(file, *scale);
+    RecordWriter writer(file, scale);
     writer.u32(kZoneTag);
     writer.u32(static_cast<std::uint32_t>(size));
     writer.u32(static_cast<std::uint32_t>(m_name.size() + 1));
@@ -118,8 +113,7 @@ bool Zone::write(core::File& file) const {
 }
 
 ZoneReadResult Zone::read(std::span<const std::uint8_t> body, std::size_t statedSize,
-                          int frameCount) {
-    m_centers.clear();
+                          int frameCount, std::optional<Scale> scale) {
     const bool keepsStored = frameCount == kStoredFrameCount;
     const int limit = keepsStored ? std::numeric_limits<int>::max() : frameCount;
     ZoneReadResult result;
@@ -130,10 +124,10 @@ ZoneReadResult Zone::read(std::span<const std::uint8_t> body, std::size_t stated
         // A name that does not fit leaves the one of the information file.
         if (nameSize == 1) {
             m_name.clear();
-            result = readUnnamed(body, statedSize - kWord, limit);
+            result = readUnnamed(body, statedSize - kWord, limit, scale);
         } else if (nameSize <= body.size()) {
             setName(nameFrom(body.first(nameSize)));
-            result = readFrames(body.subspan(nameSize), limit, m_track)
+            result = readFrames(body.subspan(nameSize), limit, scale, m_track)
                          .resultAt(statedSize - kWord - nameSize);
         }
     }
@@ -144,14 +138,14 @@ ZoneReadResult Zone::read(std::span<const std::uint8_t> body, std::size_t stated
 }
 
 ZoneReadResult Zone::readUnnamed(std::span<const std::uint8_t> body, std::size_t statedSize,
-                                 int limit) {
+                                 int limit, std::optional<Scale> scale) {
     if (!body.empty() && body[0] == 0) {
-        const FramesRead named = readFrames(body.subspan(1), limit, m_track);
+        const FramesRead named = readFrames(body.subspan(1), limit, scale, m_track);
         if (named.complete && named.size + 1 == statedSize) {
             return named.resultAt(statedSize - 1);
         }
     }
-    const FramesRead unnamed = readFrames(body, limit, m_track);
+    const FramesRead unnamed = readFrames(body, limit, scale, m_track);
     ZoneReadResult result = unnamed.resultAt(statedSize);
     if (unnamed.complete && unnamed.size + 1 == statedSize) {
         result.endsOneEarly = true;

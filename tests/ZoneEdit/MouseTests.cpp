@@ -20,7 +20,7 @@ protected:
         EXPECT_EQ(m_log.errors(), test::kNoZones) << "no tool writes to the log";
     }
 
-    int selected() { return zones().zone(0)->selectedPoint(); }
+    int selected() { return editing().zones.at(0).selectedPoint; }
     /// None of its points is chosen.
     void drawTriangle() {
         ZoneEditTest::drawTriangle();

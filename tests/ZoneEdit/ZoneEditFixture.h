@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "ZoneEdit/CurrentZones.h"
 #include "ZoneEdit/ZoneEdit.h"
 #include "core/Text.h"
 #include "tests/support/ClipMaker.h"
@@ -20,6 +21,8 @@ inline const std::vector<std::string> kNoZones{"Unable to load zone binary"};
 
 class ZoneEditTest : public WindowTest<zoneedit::ZoneEdit> {
 protected:
+    ~ZoneEditTest() override { zoneedit::setCurrentZoneManager(nullptr); }
+
     /// Makes "Scenes/Fire/clip.ogv" with this many frames and tells the editor to open it.
     void makeClip(int frames, int keyframeDistance = support::ClipSpec().keyframeDistance) {
         support::ClipSpec spec;
@@ -59,7 +62,8 @@ protected:
         m_driver->click(u"OptionMovePoint");
     }
 
-    zone::ZoneManager& zones() { return *zone::currentZoneManager(); }
+    zone::ZoneManager& zones() { return *zoneedit::currentZoneManager(); }
+    const zone::EditContext& editing() { return m_window->editing(); }
     /// The points of a zone on a frame, in display pixels; empty without a shape.
     std::vector<platform::Point> points(int zone, int frame) {
         const auto shape = zones().zone(zone)->shape(frame);

@@ -49,12 +49,12 @@ TEST_F(ZoneEditZones, AVideoWithoutZonesStartsEmptyOnItsFirstFrame) {
 TEST_F(ZoneEditZones, NewZonesAreNumberedAndChoosingOneShowsIt) {
     show(5, 3);
     EXPECT_EQ(itemsOf(list()), (Texts{u"Zone 1", u"Zone 2", u"Zone 3"}));
-    EXPECT_EQ(zones().currentZone, 2);
+    EXPECT_EQ(editing().currentZone, 2);
     EXPECT_EQ(zones().zone(2)->frameCount(), 5);
     m_driver->click(u"OptionToggleActive");
     for (const int zone : {0, 2, 1}) {
         m_driver->pick(u"ComboZone", zone);
-        EXPECT_EQ(zones().currentZone, zone);
+        EXPECT_EQ(editing().currentZone, zone);
         EXPECT_EQ(name(), list().GetItemText(zone));
         EXPECT_EQ(isActive(), zone != 2);
     }
@@ -69,7 +69,7 @@ TEST_F(ZoneEditZones, NewZonesAreNumberedAndChoosingOneShowsIt) {
     EXPECT_EQ(itemsOf(list()), (Texts{u"Zone 1", u"Zone 3", u"Zone 4"})) << "no number again";
     for (int left = 2; left >= 0; --left) {
         m_driver->clickThen(u"ButtonRemoveZone", answering(Answer::yes));
-        EXPECT_EQ(zones().currentZone, left - 1);
+        EXPECT_EQ(editing().currentZone, left - 1);
     }
     EXPECT_EQ(name(), u"");
     EXPECT_FALSE(m_driver->get(u"EditZone").IsEnabled());
@@ -120,7 +120,7 @@ TEST_F(ZoneEditZones, TheActiveFlagIsCarriedForwardByItsOptionAndNotBySteps) {
     m_driver->click(u"OptionToggleActive");
     std::fill(active.begin() + 7, active.end(), false);
     m_driver->click(u"OptionProgressChanges");
-    EXPECT_FALSE(zones().progressChanges);
+    EXPECT_FALSE(editing().progressChanges);
     for (const int frame : {3, 10, 15}) {
         goTo(frame);
         m_driver->click(u"OptionToggleActive");

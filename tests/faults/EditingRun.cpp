@@ -22,7 +22,6 @@
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/TempFolder.h"
 #include "zone/ZoneManager.h"
-#include "zone/ZoneView.h"
 
 namespace {
 
@@ -48,19 +47,19 @@ bool saveScene(Sizes sizes, int variant, const std::string& folder) {
 }
 
 bool saveZones(Sizes sizes, int variant, const std::string& folder) {
-    zone::setZoneView({{1280, 720}, {640, 360}});
     const auto manager = zone::ZoneManager::createEmpty();
     manager->videoWidth = 1280;
     manager->videoHeight = 720;
-    zone::setCurrentZoneManager(manager);
+    manager->scale = zone::scaleBetween({1280, 720}, {640, 360});
+    zone::EditContext context;
     for (int index = 0; index <= variant; ++index) {
         manager->addZone(zone::Zone::create(sizes.frames));
         manager->setZoneName(index, "Zone " + std::to_string(variant));
         for (int point = 0; point < 4; ++point) {
-            manager->addPoint(index, 0, 100 * point, 10 * variant);
+            manager->addPoint(context, index, 0, 100 * point, 10 * variant);
         }
         for (int frame = 0; frame < sizes.frames; frame += 100) {
-            manager->moveSelectedPoint(index, frame, frame % 1280, variant);
+            manager->moveSelectedPoint(context, index, frame, frame % 1280, variant);
         }
     }
     return manager->saveAs(folder + "clip") && manager->lastSaveFailure().empty();

@@ -9,7 +9,6 @@
 #include "tests/fuzz/Require.h"
 #include "tests/zone/RecordingCanvas.h"
 #include "zone/ZoneManager.h"
-#include "zone/ZoneView.h"
 
 namespace {
 
@@ -18,6 +17,7 @@ using Names = std::vector<std::string>;
 
 constexpr const char* kInfo = "/home/clip-ZoneInfo.xml";
 constexpr const char* kBinary = "/home/clip-ZoneInfo.bin";
+const auto kScale = zone::scaleBetween({1280, 720}, {1920, 1080});
 constexpr int kDrawnZones = 8; // a few hundred empty ones show nothing new
 
 Names namesOf(const zone::ZoneManager& manager) {
@@ -30,27 +30,29 @@ Names namesOf(const zone::ZoneManager& manager) {
 
 void edit(zone::ZoneManager& manager, int frameCount, int position) {
     zone_tests::RecordingCanvas canvas;
+    zone::EditContext context;
     for (int zone = 0; zone < std::min(manager.zoneCount(), kDrawnZones); ++zone) {
         const int frame = frameCount / 2;
-        manager.draw(zone, frame, canvas, 3, 4);
-        manager.hitTest(zone, frame, position, position);
-        manager.moveSelectedPoint(zone, frame, position + 5, position);
-        manager.addPoint(zone, frame, position, 2 * position);
-        manager.setActive(zone, frame, position % 2 == 0);
+        zone::ZoneEditing& editing = context.zone(zone);
+        manager.zone(zone)->draw(frame, canvas, [](platform::Point point) { return point; }, 0, {});
+        editing.noteShown(*manager.zone(zone), frame);
+        manager.hitTest(context, zone, frame, position, position);
+        manager.moveSelectedPoint(context, zone, frame, position + 5, position);
+        manager.addPoint(context, zone, frame, position, 2 * position);
+        manager.setActive(context, zone, frame, position % 2 == 0);
         manager.deletePoint(zone, frame, position, position);
     }
 }
 
 void feed(support::MemoryFileSystem& files, int frameCount) {
     (void)zone::ZoneManager::create("clip", 0, false);
-    const auto manager = zone::ZoneManager::create("clip", frameCount, true);
+    const auto manager = zone::ZoneManager::create("clip", frameCount, true, kScale);
     if (!manager) {
         return;
     }
     for (int zone = 0; zone < manager->zoneCount(); ++zone) {
         require(manager->zone(zone)->frameCount() == frameCount);
     }
-    zone::setCurrentZoneManager(manager);
     if (frameCount > 0) {
         edit(*manager, frameCount, static_cast<int>(files.files[kBinary].size() % 64));
     }
@@ -61,7 +63,7 @@ void feed(support::MemoryFileSystem& files, int frameCount) {
         return;
     }
     const std::string written = files.files[kBinary];
-    const auto again = zone::ZoneManager::create("clip", frameCount, true);
+    const auto again = zone::ZoneManager::create("clip", frameCount, true, kScale);
     require(again != nullptr);
     const Names found = namesOf(*again);
     require(found.size() >= names.size() && std::equal(names.begin(), names.end(), found.begin()));
@@ -76,7 +78,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     fuzz::Services services;
     auto& files = services.files.files;
-    zone::setZoneView({{1280, 720}, {1920, 1080}});
     const std::string rest(data + 3, data + size);
     const std::size_t infoSize = std::min(std::size_t{data[1]} + 256U * data[2], rest.size());
     if (infoSize > 0) {
@@ -84,6 +85,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     files[kBinary] = rest.substr(infoSize);
     feed(services.files, data[0]);
-    zone::setCurrentZoneManager(nullptr);
     return 0;
 }

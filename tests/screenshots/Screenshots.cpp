@@ -15,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "ZoneEdit/CurrentZones.h"
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/services/Startup.h"
 #include "core/Log.h"
@@ -100,7 +101,7 @@ private:
         driver.enter(u"EditCurrentFrame", core::displayText(std::to_string(kFrame)));
         settle(*window);
         const platform::Point corner = driver.get(u"Video").GetPos().topLeft();
-        const auto shape = zone::currentZoneManager()->zone(0)->shape(kFrame);
+        const auto shape = zoneedit::currentZoneManager()->zone(0)->shape(kFrame);
         const platform::Point chosen = shape->points.at(1);
         driver.click(platform::Point{corner.x + chosen.x, corner.y + chosen.y});
         platform::Bitmap picture = plainOrNot(*window);
@@ -110,7 +111,7 @@ private:
             }
         }
         save(name, picture);
-        zone::setCurrentZoneManager(nullptr);
+        zoneedit::setCurrentZoneManager(nullptr);
     }
 
     /// Paints over the number of a point, within its circle.

@@ -1,6 +1,7 @@
 // The copy into the back buffer, and the control in a window without a screen: when it makes its
 // buffer, what it paints, where its steps lead, and the news that the decoder's thread sends.
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -16,8 +17,6 @@
 #include "tests/support/gui/FakeGui.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "video/CVideoUI.h"
-#include "zone/Zone.h"
-#include "zone/ZoneManager.h"
 
 namespace {
 
@@ -78,15 +77,26 @@ public:
     video::CVideoUI* control = nullptr;
 };
 
+/// Marks the display pixel (frame, 5).
+class Dot final : public video::Layer {
+public:
+    explicit Dot(platform::Color color = platform::rgb(250, 0, 0)) : m_color(color) {}
+    void paint(platform::Canvas& canvas, const video::PictureView& view, int frame) override {
+        const platform::Point at = view.toWindow(platform::Point{frame, 5});
+        canvas.fillRect(Rect::at(at.x, at.y, 1, 1), m_color);
+    }
+
+private:
+    platform::Color m_color;
+};
+
 class VideoControl : public support::TempFolderTest {
 protected:
     VideoControl() {
         support::writeBytes("UI/Video.xml", "<Window size=\"200,150\"><Video/></Window>");
         support::writeBytes("clip.ogv", support::makeClip({.frames = 20}));
-        zone::setCurrentZoneManager(m_zones);
         EXPECT_TRUE(m_window->Create(nullptr, u"Video", 0, 0));
     }
-    ~VideoControl() override { zone::setCurrentZoneManager(nullptr); }
 
     video::CVideoUI& control() { return *m_window->control; }
     /// What the window shows once the control has painted the part `dirty`.
@@ -103,11 +113,9 @@ protected:
             std::this_thread::yield();
         }
     }
-    Size zoneSize() { return {m_zones->videoWidth, m_zones->videoHeight}; }
 
     support::LogCapture m_log;
     test::FakeGui m_gui;
-    std::shared_ptr<zone::ZoneManager> m_zones = zone::ZoneManager::createEmpty();
     std::unique_ptr<VideoWindow> m_window = std::make_unique<VideoWindow>(m_gui);
 };
 
@@ -118,10 +126,7 @@ TEST_F(VideoControl, WithoutAPictureItStepsAndPaintsNothing) {
         if (loaded) {
             EXPECT_FALSE(control().LoadVideo("missing.ogv"));
         }
-        for (const int side : {40, 50}) { // without a buffer each layout tells the size again
-            control().SetPos({0, 0, side, side});
-            EXPECT_EQ(zoneSize(), (Size{side, side}));
-        }
+        control().SetPos({0, 0, 40, 40});
         control().NextFrame();
         control().PrevFrame();
         control().PrevTenFrames();
@@ -140,7 +145,6 @@ TEST_F(VideoControl, TheFirstLayoutWithAVideoMakesTheBufferForGood) {
     const platform::FrameBuffer* buffer = control().backBuffer();
     ASSERT_NE(buffer, nullptr);
     EXPECT_EQ(buffer->size(), (Size{64, 48}));
-    EXPECT_EQ(zoneSize(), kPlace.size());
     // Two thirds are cleared, the rest is as the system made it.
     const std::uint8_t* rest = buffer->bits() + std::ptrdiff_t{64} * 48 * 2;
     EXPECT_EQ(std::count(buffer->bits(), rest, 0), rest - buffer->bits());
@@ -153,7 +157,6 @@ TEST_F(VideoControl, TheFirstLayoutWithAVideoMakesTheBufferForGood) {
     goTo(1);
     (void)painted(kPlace); // no more than fits is copied
     EXPECT_EQ(control().backBuffer(), buffer);
-    EXPECT_EQ(zoneSize(), kPlace.size());
 }
 
 TEST_F(VideoControl, StepsStopAtTheLastFrameHoweverManyTheFileClaims) {
@@ -169,7 +172,7 @@ TEST_F(VideoControl, StepsStopAtTheLastFrameHoweverManyTheFileClaims) {
     EXPECT_EQ(control().video()->currentFrame, kMost - 1);
 }
 
-TEST_F(VideoControl, StretchesTheWholeFrameOntoWhateverPartIsPaintedUnderTheZone) {
+TEST_F(VideoControl, StretchesTheWholeFrameOntoWhateverPartIsPaintedUnderTheLayers) {
     ASSERT_TRUE(control().LoadVideo("clip.ogv"));
     control().SetPos(kPlace);
     goTo(17); // bits 0 and 4: the first and the fifth block are light
@@ -182,18 +185,28 @@ TEST_F(VideoControl, StretchesTheWholeFrameOntoWhateverPartIsPaintedUnderTheZone
         EXPECT_EQ(squeezed > 128, block == 0 || block == 4) << block;
     }
 
-    const auto zone = zone::Zone::create(20);
-    m_zones->addZone(zone);
-    m_zones->addPoint(0, 17, 10, 20);
-    zone->setSelectedPoint(0);
-    m_zones->addPoint(0, 17, 50, 20);
-    const platform::Point onEdge{kPlace.left + 30, kPlace.top + 20};
-    const auto edgeChanges = [&] {
-        return painted(kPlace).at(onEdge.x, onEdge.y) != whole.at(onEdge.x, onEdge.y);
-    };
-    EXPECT_FALSE(edgeChanges()) << "no zone is chosen";
-    m_zones->currentZone = 0;
-    EXPECT_TRUE(edgeChanges());
+    control().AddLayer(std::make_shared<Dot>());
+    control().AddLayer(std::make_shared<Dot>(platform::rgb(0, 0, 250)));
+    EXPECT_EQ(painted(kPlace).at(kPlace.left + 17, kPlace.top + 5) & 0xFFFFFFU, 0x0000FAU)
+        << "in their order, at the current frame's number";
+}
+
+TEST(PictureView, AClickAtAnyScaleHitsThePixelThatWasDrawnThere) {
+    for (const double scale : {0.5, 0.8, 1.0, 1.5, 2.0, 4.0}) {
+        const video::PictureView view{{-37, 12}, scale};
+        for (const int x : {-3, 0, 1, 639, 1279}) {
+            const platform::Point shown = view.toWindow(platform::Point{x, -x});
+            const double off = scale < 1 ? 1 / scale : 1;
+            EXPECT_LT(std::abs(view.toDisplay(shown).x - x), off) << scale;
+            EXPECT_LT(std::abs(view.toDisplay(shown).y + x), off) << scale;
+            EXPECT_TRUE(view.toWindow(Rect{x, -x, x + 1, 1 - x}).contains(shown)) << scale;
+        }
+    }
+    const video::PictureView identity;
+    EXPECT_EQ(identity.toWindow(platform::Point{7, -9}), (platform::Point{7, -9}));
+    EXPECT_EQ(identity.toWindow(platform::Point{0x7FFFFFFF, -0x7FFFFFFF}),
+              (platform::Point{1 << 27, -(1 << 27)}))
+        << "near enough for a canvas";
 }
 
 TEST_F(VideoControl, AFrameRepaintsTheWindowAtOnceAndFindsNobodyOnceTheControlIsGone) {

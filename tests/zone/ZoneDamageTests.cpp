@@ -105,7 +105,7 @@ TEST_F(ZoneDamageTest, WhatIsWrongWithAPairIsToldWithHowMuchWasRead) {
                 },
                 5);
         }
-        const auto manager = zone::ZoneManager::createForEditing("clip", kFrames);
+        const auto manager = zone::ZoneManager::createForEditing("clip", kFrames, zone::Scale{});
         m_files.heal();
         EXPECT_EQ(manager->loadReport(), c.report) << &c - cases;
     }
@@ -118,9 +118,11 @@ TEST_F(ZoneDamageTest, TwoBillionFramesAreHeldAndEditedAtOnce) {
     ASSERT_TRUE(manager);
     zone::Zone& zone = *manager->zone(0);
     ASSERT_EQ(zone.frameCount(), kMany);
-    zone.addPoint(0, 9, 9);
-    zone.moveSelectedPoint(kMany - 1, 20, 30);
-    zone.setActive(1'000'000, false);
+    zone::ZoneEditing editing;
+    const zone::EditScope scope{editing};
+    zone.addPoint(scope, 0, 9, 9);
+    zone.moveSelectedPoint(scope, kMany - 1, 20, 30);
+    zone.setActive(scope, 1'000'000, false);
     EXPECT_EQ(zone.shape(0)->points, (Points{{1, 2}, {9, 9}}));
     EXPECT_EQ(zone.shape(kMany - 2)->points.back(), (platform::Point{9, 9}));
     EXPECT_EQ(zone.shape(kMany - 1)->points[1], (platform::Point{20, 30}));

@@ -2,9 +2,6 @@
 
 #include <bit>
 
-#include "core/WholeFile.h"
-#include "zone/ZoneView.h"
-
 namespace zone_tests {
 
 std::string u32(std::uint32_t value) {
@@ -59,12 +56,6 @@ std::span<const std::uint8_t> asBytes(const std::string& text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-std::string writtenAlone(const zone::ZoneShape& shape) {
-    core::File file;
-    const bool good = file.open("shape", "wb") && shape.write(file) && file.close();
-    return good ? core::readWholeFile("shape", 1 << 20).value_or("") : "(failed)";
-}
-
 std::string shown(const zone::ZoneShape* shape) {
     std::string text = !shape ? "." : shape->points.empty() ? "-" : "";
     for (const platform::Point& point : shape ? shape->points : Points{}) {
@@ -76,26 +67,21 @@ std::string shown(const zone::ZoneShape* shape) {
 std::string shown(const zone::Zone& zone) {
     std::string text = zone.name() + ":";
     for (int frame = 0; frame < zone.frameCount(); ++frame) {
-        text += " " + shown(zone.shape(frame).get());
+        const std::optional<zone::ZoneShape> shape = zone.shape(frame);
+        text += " " + shown(shape ? &*shape : nullptr);
     }
     return text;
 }
 
 ZoneTest::ZoneTest() {
-    zone::setZoneView({{1280, 720}, {1280, 720}});
     m_manager->videoWidth = 1280;
     m_manager->videoHeight = 720;
-    zone::setCurrentZoneManager(m_manager);
-}
-
-ZoneTest::~ZoneTest() {
-    zone::setCurrentZoneManager(nullptr);
-    zone::clearZoneView();
+    m_manager->scale = zone::Scale{};
 }
 
 std::shared_ptr<zone::ZoneManager> ZoneTest::load(const std::string& binary, int frameCount) {
     file("clip-ZoneInfo.bin") = binary;
-    return zone::ZoneManager::create("clip", frameCount, true);
+    return zone::ZoneManager::create("clip", frameCount, true, zone::Scale{});
 }
 
 } // namespace zone_tests

@@ -34,19 +34,15 @@ using Points = std::vector<platform::Point>;
 [[nodiscard]] std::string infoBytes(const Lines& names);
 
 [[nodiscard]] std::span<const std::uint8_t> asBytes(const std::string& text);
-/// What the shape's own write gives.
-[[nodiscard]] std::string writtenAlone(const zone::ZoneShape& shape);
-
 /// The points as "3,4;5,6", "-" for none, "." for no shape; "!" behind one that is not active.
 [[nodiscard]] std::string shown(const zone::ZoneShape* shape);
 /// The name, then the shape of each frame.
 [[nodiscard]] std::string shown(const zone::Zone& zone);
 
-/// Files in memory, the log's lines, a view of scale 1 and a current manager of 1280 x 720.
+/// Files in memory, the log's lines, and a manager of 1280 x 720 with a scale of 1.
 class ZoneTest : public ::testing::Test {
 protected:
     ZoneTest();
-    ~ZoneTest() override;
 
     [[nodiscard]] std::string& file(const std::string& name) {
         return m_disk.files["/home/" + name];

@@ -1,6 +1,4 @@
-#include "tests/zone/RecordingCanvas.h"
 #include "tests/zone/ZoneFixture.h"
-#include "zone/ZoneView.h"
 
 namespace zone_tests {
 namespace {
@@ -59,19 +57,19 @@ const RecordCase kRecords[]{
 };
 
 TEST_F(ZoneReadTest, ARecordIsReadAsFarAsItFitsAndBroughtToTheVideosFrames) {
-    RecordingCanvas canvas;
     for (const RecordCase& c : kRecords) {
         const auto zone = zone::Zone::create(7); // entries from before are no part of the result
         zone->setName("old");
-        zone->addPoint(0, 9, 9);
-        zone->draw(0, canvas, 0, 0);
-        EXPECT_EQ(zone->read(asBytes(c.body), c.frames), c.complete) << c.shown;
+        zone::ZoneEditing editing;
+        zone->addPoint({editing}, 0, 9, 9);
+        EXPECT_EQ(zone->read(asBytes(c.body), c.body.size(), c.frames, zone::Scale{}).complete,
+                  c.complete)
+            << c.shown;
         EXPECT_EQ(shown(*zone), c.shown);
-        EXPECT_EQ(zone->shape(0) ? zone->shape(0)->centerX : 0, 0) << "not drawn yet";
     }
-    zone::setZoneView({{1280, 720}, {1280, 0}});
     const auto zone = zone::Zone::create(0);
-    EXPECT_FALSE(zone->read(asBytes(zoneBody("Z", {kShapeOne})), 2)) << "there is no scale";
+    const std::string body = zoneBody("Z", {kShapeOne});
+    EXPECT_FALSE(zone->read(asBytes(body), body.size(), 2, {}).complete) << "there is no scale";
     EXPECT_EQ(shown(*zone), "Z: . .");
 }
 
@@ -118,14 +116,14 @@ TEST_F(ZoneReadTest, ChunksAreWalkedByTheirStatedSizes) {
         const auto manager = load(c.binary, 2);
         ASSERT_TRUE(manager) << c.shown;
         EXPECT_EQ(shownAll(*manager), c.shown);
-        EXPECT_EQ(manager->currentZone, manager->zoneCount() - 1);
+        EXPECT_EQ(manager->lastZoneRead, manager->zoneCount() - 1);
     }
     file("clip-ZoneInfo.xml") = infoBytes({"one", "two"});
     EXPECT_EQ(shownAll(*load(kZoneA + kZoneB + kZoneB, 2)),
               kShownA + " | " + kShownB + " | " + kShownB);
     const auto fewer = load(kZoneA, 2);
     EXPECT_EQ(shownAll(*fewer), kShownA + " | two: . .") << "so that it can be edited";
-    EXPECT_EQ(fewer->currentZone, 0);
+    EXPECT_EQ(fewer->lastZoneRead, 0);
     EXPECT_EQ(m_log.errors(), Lines{});
 }
 
@@ -161,7 +159,7 @@ TEST_F(ZoneReadTest, TheInformationFileIsReadByElementNames) {
         EXPECT_EQ((platform::Size{manager->videoWidth, manager->videoHeight}), c.size) << c.xml;
         EXPECT_EQ(shownAll(*manager), c.zones);
         EXPECT_EQ(m_log.newErrors(), c.messages) << c.xml;
-        EXPECT_EQ(manager->currentZone, -1);
+        EXPECT_EQ(manager->lastZoneRead, -1);
     }
     file("clip-ZoneInfo.xml").clear();
     for (int depth = 0; depth < 100'000; ++depth) {

@@ -1,5 +1,4 @@
 #include "tests/zone/ZoneFixture.h"
-#include "zone/ZoneView.h"
 
 namespace zone_tests {
 namespace {
@@ -104,7 +103,7 @@ TEST_F(ZoneSaveTest, FilesNotReadWholeAreKeptAsideThreeTimesAndNoCopyIsOverwritt
     for (const std::string number : {"1", "2", "3", "4"}) {
         file(kXml) = infoBytes({"Z" + number, "lost"});
         file(kBin) = zoneBytes("Z" + number, {shapeBytes({{1, 2}})});
-        const auto damaged = zone::ZoneManager::createForEditing("clip", 1);
+        const auto damaged = zone::ZoneManager::createForEditing("clip", 1, zone::Scale{});
         EXPECT_TRUE(damaged->saveAs("elsewhere"));
         EXPECT_EQ(damaged->loadReport().problem, zone::LoadProblem::binaryDamaged);
         EXPECT_TRUE(damaged->saveAs("clip"));
@@ -133,7 +132,7 @@ TEST_F(ZoneSaveTest, AFaultWhileKeepingReplacesNothingThatHasNoCopy) {
             m_disk.files.clear();
             file(kXml) = "old list";
             file(kBin) = "old shapes";
-            m_manager = zone::ZoneManager::createForEditing("clip", 1);
+            m_manager = zone::ZoneManager::createForEditing("clip", 1, zone::Scale{});
             (m_files.*plan)(static_cast<int>(number));
             (void)save();
             calls = number == 0 ? m_files.calls().size() : calls;
@@ -159,7 +158,7 @@ TEST_F(ZoneSaveTest, ShapesThatNoFileCanHoldKeepTheOldOne) {
     file(kXml) = infoBytes({});
     m_manager = load(zoneBytes("Z", {shapeBytes(Points(70, {1, 1}))}), 8'000'000);
     expectKept(); // more than a record's size can say
-    zone::clearZoneView();
+    m_manager->scale.reset();
     expectKept();
 }
 

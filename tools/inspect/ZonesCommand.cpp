@@ -4,19 +4,9 @@
 #include "tools/inspect/Command.h"
 #include "tools/inspect/Json.h"
 #include "zone/ZoneManager.h"
-#include "zone/ZoneView.h"
 
 namespace inspect {
 namespace {
-
-/// The command's own scale between files and display; none stays behind.
-class ViewScope {
-public:
-    explicit ViewScope(const zone::ZoneView& view) { zone::setZoneView(view); }
-    ~ViewScope() { zone::clearZoneView(); }
-    ViewScope(const ViewScope&) = delete;
-    ViewScope& operator=(const ViewScope&) = delete;
-};
 
 std::optional<int> wholeNumber(const std::string& text) {
     int number = 0;
@@ -41,14 +31,14 @@ std::optional<platform::Size> sizeFrom(const std::string& text) {
 
 /// A display that is not given is the editor's usual picture area, and a video as large as the
 /// display: without both the scale is 1.
-std::optional<zone::ZoneView> viewFrom(const std::string& display, const std::string& video) {
+std::optional<zone::Scale> scaleFrom(const std::string& display, const std::string& video) {
     const auto shown = sizeFrom(display.empty() ? "1280x720" : display);
     const auto stored = video.empty() ? shown : sizeFrom(video);
-    return shown && stored ? std::optional(zone::ZoneView{*shown, *stored}) : std::nullopt;
+    return shown && stored ? zone::scaleBetween(*shown, *stored) : std::nullopt;
 }
 
 void printFrame(Json& json, const zone::Zone& zone, int frame) {
-    const std::shared_ptr<zone::ZoneShape> shape = zone.shape(frame);
+    const std::optional<zone::ZoneShape> shape = zone.shape(frame);
     json.beginObject();
     json.key("active").value(!shape || shape->active);
     json.key("points").beginArray();
@@ -95,8 +85,8 @@ int runZones(const Arguments& given, std::ostream& out) {
         arguments.front().empty()) {
         return badUsage("zones", "one base path is needed");
     }
-    const std::optional<zone::ZoneView> sizes = viewFrom(display, video);
-    if (!sizes) {
+    const std::optional<zone::Scale> scale = scaleFrom(display, video);
+    if (!scale) {
         return badUsage("zones", "a size is written as WIDTHxHEIGHT");
     }
     const std::optional<int> frameCount =
@@ -105,8 +95,7 @@ int runZones(const Arguments& given, std::ostream& out) {
         return badUsage("zones", "the number of frames is 0 or more");
     }
 
-    const ViewScope view(*sizes);
-    const auto manager = zone::ZoneManager::create(arguments.front(), *frameCount, true);
+    const auto manager = zone::ZoneManager::create(arguments.front(), *frameCount, true, scale);
     if (!manager) {
         return kUnreadable;
     }

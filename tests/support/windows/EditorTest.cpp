@@ -3,7 +3,6 @@
 #include <filesystem>
 
 #include "toolkit/controls/COptionUI.h"
-#include "zone/ZoneManager.h"
 
 namespace test {
 
@@ -32,7 +31,6 @@ EditorTest::EditorTest() {
 }
 
 EditorTest::~EditorTest() {
-    zone::setCurrentZoneManager(nullptr);
     forgetQuit();
 }
 

@@ -1,0 +1,23 @@
+#include "ZoneEdit/CurrentZones.h"
+
+#include <utility>
+
+namespace zoneedit {
+namespace {
+
+std::shared_ptr<zone::ZoneManager>& current() {
+    static std::shared_ptr<zone::ZoneManager> manager;
+    return manager;
+}
+
+} // namespace
+
+std::shared_ptr<zone::ZoneManager> currentZoneManager() {
+    return current();
+}
+
+void setCurrentZoneManager(std::shared_ptr<zone::ZoneManager> manager) {
+    current() = std::move(manager);
+}
+
+} // namespace zoneedit

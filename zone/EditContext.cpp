@@ -1,0 +1,53 @@
+#include "zone/EditContext.h"
+
+#include <algorithm>
+
+#include "zone/ShapeGeometry.h"
+#include "zone/Zone.h"
+
+namespace zone {
+
+using platform::Point;
+
+Point ZoneEditing::centerOf(int frame) const {
+    const auto found = centers.find(frame);
+    return found == centers.end() ? Point{} : found->second;
+}
+
+int ZoneEditing::sameCenterUntil(int frame, int end) const {
+    const Point center = centerOf(frame);
+    auto next = centers.upper_bound(frame);
+    for (++frame; frame < end; ++frame) {
+        const bool wasShown = next != centers.end() && next->first == frame;
+        if ((wasShown ? next->second : Point{}) != center) {
+            return frame;
+        }
+        if (wasShown) {
+            ++next;
+        } else { // all frames up to the next one shown are as this one
+            frame = next == centers.end() ? end : std::min(end, next->first) - 1;
+        }
+    }
+    return end;
+}
+
+void ZoneEditing::noteShown(const Zone& zone, int frame) {
+    if (const auto points = zone.points(frame)) {
+        centers[frame] = shapeCenter(*points);
+    }
+}
+
+ZoneEditing& EditContext::zone(int index) {
+    const auto at = static_cast<std::size_t>(index);
+    if (at >= zones.size()) {
+        zones.resize(at + 1);
+    }
+    return zones[at];
+}
+
+void EditContext::removeZone(int index) {
+    (void)zone(index);
+    zones.erase(zones.begin() + index);
+}
+
+} // namespace zone

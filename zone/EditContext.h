@@ -1,0 +1,53 @@
+// What a zone editor knows while it edits: which zone and handle are chosen, how far changes reach,
+// and where each frame's centre handle was shown. None of it is part of the zones or their files.
+// Owned by the editor, handed to every operation. UI thread only.
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "platform/Geometry.h"
+
+namespace zone {
+
+class Zone;
+
+/// What belongs to one zone.
+struct ZoneEditing {
+    /// A point's index, the point count for the centre handle, or -1; one for all frames.
+    int selectedPoint = -1;
+    /// Of the frames shown so far.
+    std::map<int, platform::Point> centers;
+
+    /// (0, 0) for a frame that was never shown.
+    [[nodiscard]] platform::Point centerOf(int frame) const;
+    /// The first frame behind `frame`, at most `end`, whose centre differs from its own.
+    [[nodiscard]] int sameCenterUntil(int frame, int end) const;
+    /// Notes the centre of a frame that is shown now: clicks and drags of the centre handle go by
+    /// it until the frame is shown again. Nothing for a frame without a shape.
+    void noteShown(const Zone& zone, int frame);
+};
+
+struct EditContext {
+    /// The zone that is edited and drawn, -1 for none.
+    int currentZone = -1;
+    /// Whether changes of points and of the active flag reach all later frames.
+    bool progressChanges = true;
+    /// By zone number; as long as the editing needed so far.
+    std::vector<ZoneEditing> zones;
+
+    /// `index` must not be negative.
+    [[nodiscard]] ZoneEditing& zone(int index);
+    /// A zone was removed: the later ones move down.
+    void removeZone(int index);
+};
+
+/// What an operation on one zone goes by.
+struct EditScope {
+    ZoneEditing& editing;
+    bool progressChanges = true;
+    /// Points are clamped to it; a side that is not positive clamps negative values alone.
+    platform::Size area = {};
+};
+
+} // namespace zone
