@@ -56,6 +56,11 @@ struct Rect {
         return at(left + (width() - size.width) / 2, top + (height() - size.height) / 2, size.width,
                   size.height);
     }
+    /// Moved as little as it takes to lie in `area`; what is too large starts at its left or top.
+    [[nodiscard]] constexpr Rect movedInto(const Rect& area) const {
+        return at(std::max(std::min(left, area.right - width()), area.left),
+                  std::max(std::min(top, area.bottom - height()), area.top), width(), height());
+    }
     [[nodiscard]] constexpr Rect translated(int dx, int dy) const {
         return {left + dx, top + dy, right + dx, bottom + dy};
     }

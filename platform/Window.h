@@ -57,7 +57,8 @@ public:
     virtual ~NativeWindow() = default;
 
     virtual void show(bool visible) = 0;
-    /// Centred on the owner, else on the primary monitor's work area.
+    /// Centred on the owner, else on the primary monitor's work area; in the work area in any case,
+    /// at its top left where the window is larger.
     virtual void center() = 0;
     /// Position and size in screen pixels.
     virtual void setGeometry(const Rect& screenRect) = 0;
@@ -83,7 +84,8 @@ public:
     /// Sends timer events with `id` every `intervalMs`; starting a running id restarts it.
     virtual bool startTimer(unsigned id, int intervalMs) = 0;
     virtual bool stopTimer(unsigned id) = 0;
-    /// Hands the following mouse movement to the system as a move of the window (caption drag).
+    /// The left button went down on the caption: the window follows the pointer until the button
+    /// goes up, which it may have done already.
     virtual void beginMove() = 0;
     /// Whether an edit has the focus, and its caret rectangle for the input method's window.
     virtual void setTextInput(bool enabled, const Rect& caret) = 0;

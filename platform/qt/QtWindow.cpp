@@ -43,14 +43,24 @@ bool hasWindowSystem() {
     return QGuiApplication::platformName() != QLatin1String("offscreen");
 }
 
+/// Whether the system can be trusted with a move. A window manager of X11 hears of it too late when
+/// the button goes up right after a motion, and then waits for a release that has already happened,
+/// with the window stuck to the pointer. Under Wayland the program cannot place a window itself.
+bool movesWindows() {
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 } // namespace
 
 QtWindow::QtWindow(QtWindowHost& host, const WindowOptions& options, WindowEvents& events)
     : m_host(host), m_events(events), m_surface(std::make_unique<QtSurface>(*this).release()),
-      m_store(m_surface.get()), m_kind(options.kind), m_cornerRadius(options.cornerRadius) {
+      m_store(m_surface.get()), m_kind(options.kind), m_cornerRadius(options.cornerRadius),
+      m_move([this] { return movesWindows() && m_surface->startSystemMove(); },
+             [this](QPoint place) { m_surface->setPosition(place); }) {
     m_surface->setSurfaceType(QSurface::RasterSurface);
     m_surface->setFlags(flagsOf(options.kind));
     m_surface->setTitle(toQt(options.title));
+    fixSize(options.size);
     m_surface->resize(options.size.width, options.size.height);
     if (const auto* owner = static_cast<const QtWindow*>(options.owner)) {
         m_surface->setTransientParent(owner->m_surface.get());
@@ -93,12 +103,22 @@ void QtWindow::show(bool visible) {
 
 void QtWindow::center() {
     const QWindow* owner = m_surface->transientParent();
-    const QRect around = owner != nullptr ? owner->geometry()
-                                          : QGuiApplication::primaryScreen()->availableGeometry();
-    m_surface->setGeometry(toQt(fromQt(around).centred(geometry().size())));
+    const QScreen* screen = owner != nullptr ? owner->screen() : QGuiApplication::primaryScreen();
+    const Rect area = fromQt(screen->availableGeometry());
+    const Rect around = owner != nullptr ? fromQt(owner->geometry()) : area;
+    m_surface->setGeometry(toQt(around.centred(geometry().size()).movedInto(area)));
+}
+
+/// Tells the window manager, which would otherwise offer to maximise the window. A popup has none.
+void QtWindow::fixSize(Size size) {
+    if (m_kind == WindowKind::normal) {
+        m_surface->setMinimumSize(QSize(size.width, size.height));
+        m_surface->setMaximumSize(QSize(size.width, size.height));
+    }
 }
 
 void QtWindow::setGeometry(const Rect& screenRect) {
+    fixSize(screenRect.size());
     m_surface->setGeometry(toQt(screenRect));
     if (m_cornerRadius > 0 && hasWindowSystem()) {
         m_surface->setMask(roundedRegion(screenRect.size(), m_cornerRadius));
@@ -254,9 +274,7 @@ bool QtWindow::handleTimer(int timerId) {
 
 void QtWindow::beginMove() {
     loseCapture();
-    if (!m_surface->startSystemMove()) { // no window manager: the pointer is followed here
-        m_moveGrip = m_pointer - m_surface->position();
-    }
+    m_move.begin(m_pointer - m_surface->position());
 }
 
 void QtWindow::setTextInput(bool enabled, const Rect& caret) {

@@ -9,6 +9,7 @@
 
 #include "platform/Window.h"
 #include "platform/qt/QtSurface.h"
+#include "platform/qt/WindowMove.h"
 #include "platform/raster/DirtyRegion.h"
 
 class QInputMethodEvent;
@@ -69,6 +70,7 @@ private:
 
     bool send(const Event& event);
     void finish();
+    void fixSize(Size size);
     void handleFocus(bool focused);
     void handleCloseRequest();
 
@@ -79,7 +81,6 @@ private:
     bool handleInputMethod(const QInputMethodEvent& event);
     bool answerInputMethod(QInputMethodQueryEvent& event) const;
     bool handleTimer(int timerId);
-    bool followMove(const QMouseEvent& event);
     [[nodiscard]] bool completesDoubleClick(const QMouseEvent& event);
 
     void paintDirty();
@@ -104,8 +105,8 @@ private:
 
     std::map<unsigned, int> m_timers; ///< our id to Qt's
     std::optional<Press> m_lastPress;
-    QPoint m_pointer;                 ///< screen position of the last mouse event
-    std::optional<QPoint> m_moveGrip; ///< pointer within the window while we move it ourselves
+    QPoint m_pointer; ///< screen position of the last mouse event
+    WindowMove m_move;
     bool m_textInput = false;
     Rect m_caret;
     bool m_preedit = false;

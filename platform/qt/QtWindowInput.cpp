@@ -127,18 +127,6 @@ bool QtWindow::completesDoubleClick(const QMouseEvent& event) {
     return pair;
 }
 
-bool QtWindow::followMove(const QMouseEvent& event) {
-    if (!m_moveGrip) {
-        return false;
-    }
-    if (event.type() == QEvent::MouseMove && event.buttons().testFlag(Qt::LeftButton)) {
-        m_surface->setPosition(event.globalPosition().toPoint() - *m_moveGrip);
-    } else {
-        m_moveGrip.reset();
-    }
-    return true;
-}
-
 bool QtWindow::handleMouse(const QMouseEvent& event) {
     if (!m_enabled) {
         if (event.type() == QEvent::MouseButtonPress) {
@@ -147,7 +135,7 @@ bool QtWindow::handleMouse(const QMouseEvent& event) {
         return true;
     }
     m_pointer = event.globalPosition().toPoint();
-    if (followMove(event)) {
+    if (m_move.follow(event)) {
         return true;
     }
     Event ours = mouseEvent(EventKind::mouseMove, m_surface->mapFromGlobal(event.globalPosition()));

@@ -219,7 +219,7 @@ TEST(FrameBuffer, IsShownBottomRowFirstAndStretchedByTheSamePixelsEverywhere) {
     }
 }
 
-TEST(Placement, CentresOnTheScreenAndOnTheOwner) {
+TEST(Placement, CentresOnTheScreenAndOnTheOwnerWithinTheWorkArea) {
     auto& windows = test::gui().windows();
     const Rect area = windows.workArea({10, 10});
     EXPECT_EQ(windows.workArea({-100000, 100000}), area);
@@ -234,6 +234,12 @@ TEST(Placement, CentresOnTheScreenAndOnTheOwner) {
     TestWindow dialog({100, 100}, &owner.native());
     dialog.native().center();
     EXPECT_EQ(dialog.native().geometry(), Rect::at(250, 300, 100, 100));
+    owner.native().setGeometry(Rect::at(area.right - 20, area.top - 90, 400, 100));
+    dialog.native().center();
+    EXPECT_EQ(dialog.native().geometry(), Rect::at(area.right - 100, area.top, 100, 100));
+    TestWindow large({area.width() + 300, area.height() + 200});
+    large.native().center();
+    EXPECT_EQ(large.native().geometry().topLeft(), area.topLeft()) << "the caption can be reached";
 }
 
 TEST(Activation, MovesWithTheKeyboardAndNeverToAPopup) {

@@ -1,0 +1,100 @@
+// What the pointer does beyond clicks: which pixel it lies in on screens that have several for each
+// of ours, and the move of a window by its caption.
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/qt/QtWindow.h"
+#include "platform/qt/WindowMove.h"
+#include "tests/support/gui/TestGui.h"
+#include "tests/support/gui/TestWindow.h"
+
+TEST(PointerPixel, IsTheOneThatThePositionLiesInAndNotTheNearest) {
+    test::TestWindow window;
+    window.native().setGeometry({100, 100, 300, 200});
+    window.show();
+    test::pump();
+    static_cast<void>(window.takeEvents());
+    auto& surface = static_cast<platform::qt::QtWindow&>(window.native()).surface();
+    const std::pair<QPointF, const char*> cases[] = {
+        {{10, 20}, "up 1 10,20"},
+        {{10.5, 20.75}, "up 1 10,20"},
+        {{199.5, 99.5}, "up 1 199,99"},
+        {{-0.5, 100.0}, "up 1 -1,100"},
+    };
+    for (const auto& [at, expected] : cases) {
+        QMouseEvent release(QEvent::MouseButtonRelease, at, surface.mapToGlobal(at), Qt::LeftButton,
+                            Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&surface, &release);
+        EXPECT_EQ(window.takeEvents(), std::vector<std::string>{expected});
+    }
+}
+
+TEST(CaptionMove, IsHandedToTheSystemAtTheFirstMotionWithTheButtonDown) {
+    using Steps = std::vector<std::string>;
+    struct Step {
+        QPoint at;
+        Qt::MouseButton released = Qt::NoButton;
+        Qt::MouseButtons held = Qt::LeftButton;
+    };
+    const Step release{{1, 1}, Qt::LeftButton, Qt::NoButton};
+    const Step hover{{9, 9}, Qt::NoButton, Qt::NoButton};
+    const auto follow = [](platform::qt::WindowMove& move, const Step& step) {
+        const auto type =
+            step.released == Qt::NoButton ? QEvent::MouseMove : QEvent::MouseButtonRelease;
+        return move.follow(
+            QMouseEvent(type, step.at, step.at, step.released, step.held, Qt::NoModifier));
+    };
+    const struct {
+        const char* what;
+        bool systemMoves;
+        std::vector<Step> events;
+        Steps expected;
+        bool stillMoves;
+    } cases[] = {
+        {"a tap", true, {release}, {}, false},
+        {"a release that was lost", true, {hover}, {}, false},
+        {"a drag", true, {{{12, 15}}, {{30, 30}}}, {"system"}, false},
+        {"no system", false, {{{12, 15}}, {{30, 40}}}, {"7,12", "25,37"}, true},
+        {"no system, ended", false, {{{12, 15}}, release}, {"7,12"}, false},
+    };
+    for (const auto& c : cases) {
+        Steps steps;
+        platform::qt::WindowMove move(
+            [&] {
+                if (c.systemMoves) {
+                    steps.emplace_back("system");
+                }
+                return c.systemMoves;
+            },
+            [&](QPoint to) {
+                steps.push_back(std::to_string(to.x()) + "," + std::to_string(to.y()));
+            });
+        EXPECT_FALSE(follow(move, hover)) << c.what;
+        move.begin({5, 3});
+        for (const Step& step : c.events) {
+            follow(move, step);
+        }
+        EXPECT_EQ(steps, c.expected) << c.what;
+        EXPECT_EQ(follow(move, {{50, 50}}), c.stillMoves) << c.what;
+    }
+}
+
+TEST(FixedSize, IsToldToTheWindowManagerAndFollowsTheProgramsOwnChange) {
+    test::TestWindow window({200, 100});
+    test::TestWindow popup({50, 50}, &window.native(), platform::WindowKind::popup);
+    const auto surfaceOf = [](test::TestWindow& of) -> const QWindow& {
+        return static_cast<platform::qt::QtWindow&>(of.native()).surface();
+    };
+    for (const QSize size : {QSize(200, 100), QSize(300, 90), QSize(120, 240)}) {
+        window.native().setGeometry(platform::Rect::at(10, 10, size.width(), size.height()));
+        EXPECT_EQ(surfaceOf(window).minimumSize(), size);
+        EXPECT_EQ(surfaceOf(window).maximumSize(), size);
+        EXPECT_EQ(surfaceOf(window).size(), size);
+    }
+    EXPECT_NE(surfaceOf(popup).minimumSize(), surfaceOf(popup).maximumSize());
+}
