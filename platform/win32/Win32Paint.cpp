@@ -31,6 +31,9 @@ private:
 } // namespace
 
 Rect Win32Window::clientRect() const {
+    if (IsIconic(m_handle.get()) != 0) { // has none then; what changes is painted for later
+        return {0, 0, m_back.size().width, m_back.size().height};
+    }
     RECT rect{};
     GetClientRect(m_handle.get(), &rect);
     return {rect.left, rect.top, rect.right, rect.bottom};

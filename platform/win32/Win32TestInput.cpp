@@ -109,11 +109,11 @@ void Win32TestInput::key(NativeWindow& window, EventKind kind, Key key, const st
     const UINT message = (system ? WM_SYSKEYDOWN : WM_KEYDOWN) + (up ? 1U : 0U);
     post(window, [=, typed = toWide(text)](HWND handle) {
         setModifiers(modifiers);
-        constexpr LPARAM kAltHeld = LPARAM{1} << 29;
-        SendMessageW(handle, message, keyToNative(key), system ? kAltHeld : 0);
+        const LPARAM details = system ? LPARAM{1} << 29 : 0; // Alt is held
+        SendMessageW(handle, message, keyToNative(key), details);
         for (const wchar_t unit : typed) {
             if (Win32Window::fromHandle(handle) != nullptr) {
-                SendMessageW(handle, system ? WM_SYSCHAR : WM_CHAR, unit, 0);
+                SendMessageW(handle, system ? WM_SYSCHAR : WM_CHAR, unit, details);
             }
         }
     });

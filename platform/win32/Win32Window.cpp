@@ -37,10 +37,22 @@ Rect rectOf(HWND window) {
     return fromNative(rect);
 }
 
-Rect primaryWorkArea() {
-    RECT area{};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-    return fromNative(area);
+MONITORINFO monitorOf(HWND window) {
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &info);
+    return info;
+}
+
+/// Where a minimised window will be again.
+Rect restoredRectOf(HWND window) {
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    GetWindowPlacement(window, &placement);
+    const MONITORINFO monitor = monitorOf(window); // the placement counts from its work area
+    return fromNative(placement.rcNormalPosition)
+        .translated(monitor.rcWork.left - monitor.rcMonitor.left,
+                    monitor.rcWork.top - monitor.rcMonitor.top);
 }
 
 } // namespace
@@ -62,10 +74,26 @@ Win32Window::Win32Window(const WindowServices& services, const WindowOptions& op
         m_destroyedSent = true; // there was nothing to destroy
         return;
     }
+    allowMinimizing();
     // Whatever the style bits said about a frame: ask anew, now that the answer is ours.
     SetWindowPos(m_handle.get(), nullptr, 0, 0, options.size.width, options.size.height,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     setTextInput(false, {});
+}
+
+/// A window with a system menu can be minimised, also by a click on the task bar, which goes by the
+/// style. It is of one size, so the menu offers no other.
+void Win32Window::allowMinimizing() {
+    HWND window = m_handle.get();
+    const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
+    if ((style & WS_SYSMENU) == 0) {
+        return;
+    }
+    SetWindowLongPtrW(window, GWL_STYLE, style | WS_MINIMIZEBOX);
+    HMENU menu = GetSystemMenu(window, FALSE); // the window's own copy from here on
+    for (const UINT command : {SC_SIZE, SC_MAXIMIZE}) {
+        DeleteMenu(menu, command, MF_BYCOMMAND);
+    }
 }
 
 Win32Window::~Win32Window() {
@@ -113,8 +141,9 @@ void Win32Window::show(bool visible) {
 }
 
 void Win32Window::center() {
-    const Rect around = m_owner != nullptr ? rectOf(m_owner) : primaryWorkArea();
-    const Rect place = around.centred(geometry().size());
+    const Rect area = fromNative(monitorOf(m_owner).rcWork); // without an owner: the primary one's
+    const Rect around = m_owner != nullptr ? rectOf(m_owner) : area;
+    const Rect place = around.centred(geometry().size()).movedInto(area);
     SetWindowPos(m_handle.get(), nullptr, place.left, place.top, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
@@ -134,7 +163,8 @@ void Win32Window::setGeometry(const Rect& screenRect) {
 }
 
 Rect Win32Window::geometry() const {
-    return rectOf(m_handle.get());
+    HWND window = m_handle.get();
+    return IsIconic(window) != 0 ? restoredRectOf(window) : rectOf(window);
 }
 
 void Win32Window::setTitle(const std::u16string& title) {

@@ -84,6 +84,7 @@ private:
     bool handleKey(UINT message, WPARAM virtualKey, LPARAM details);
     bool handleCharacter(wchar_t unit);
     bool handleComposition(LPARAM flags);
+    void allowMinimizing();
     void handleCloseRequest();
     void handleActivation(bool active);
     void handleTimer(WPARAM id);

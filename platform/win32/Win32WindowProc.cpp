@@ -82,7 +82,8 @@ std::optional<LRESULT> Win32Window::handleInput(UINT message, WPARAM wide, LPARA
     case WM_CHAR:
         handleCharacter(static_cast<wchar_t>(wide));
         return 0;
-    case WM_SYSCHAR:              // a beep for every Alt and letter
+    case WM_SYSCHAR: // a beep for every Alt and letter; Alt and Space open the system menu
+        return wide != VK_SPACE ? std::optional<LRESULT>(0) : std::nullopt;
     case WM_IME_STARTCOMPOSITION: // the edit shows the text itself
         return 0;
     case WM_IME_COMPOSITION:
@@ -144,7 +145,8 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
     case WM_SETCURSOR:
         return handleSetCursor(wideLong) ? std::optional<LRESULT>(TRUE) : std::nullopt;
     case WM_SYSCOMMAND: // Alt alone would open a menu that a frameless window does not have
-        return (wide & 0xFFF0U) == SC_KEYMENU ? std::optional<LRESULT>(0) : std::nullopt;
+        return (wide & 0xFFF0U) == SC_KEYMENU && wideLong != VK_SPACE ? std::optional<LRESULT>(0)
+                                                                      : std::nullopt;
     case WM_GETOBJECT: {
         const LRESULT answer =
             answerAccessibility(m_handle.get(), accessibleRoot(), wide, wideLong);

@@ -63,7 +63,7 @@ private:
 };
 
 TEST_F(EditorWindows, HaveTheirClassesStylesAndTitlesAndNoFrame) {
-    constexpr DWORD kScreen = 0x96C80000;
+    constexpr DWORD kScreen = 0x96C80000 | WS_MINIMIZEBOX; // added once the window is made
     constexpr DWORD kDialog = WS_POPUP | WS_VISIBLE;
     const struct {
         const wchar_t* title;
@@ -109,6 +109,48 @@ TEST_F(EditorWindows, HaveTheirClassesStylesAndTitlesAndNoFrame) {
     const auto fresh = ui::NewScene::create(context());
     ASSERT_TRUE(fresh->Create(nullptr, u"", ui::kScreenStyle, ui::kScreenExtendedStyle));
     EXPECT_EQ(IsWindowVisible(handleOf(*fresh)), FALSE) << "shown once it is centred";
+}
+
+TEST_F(EditorWindows, CanBeMinimisedAndHaveTheirSystemMenu) {
+    const auto editor = open<ui::BranchList>(u"Quorvel");
+    HWND handle = handleOf(*editor);
+    HMENU menu = GetSystemMenu(handle, FALSE);
+    constexpr UINT kMissing = 0xFFFFFFFF;
+    for (const UINT command : {SC_MOVE, SC_MINIMIZE, SC_CLOSE}) {
+        EXPECT_NE(GetMenuState(menu, command, MF_BYCOMMAND), kMissing) << command;
+    }
+    for (const UINT command : {SC_SIZE, SC_MAXIMIZE}) {
+        EXPECT_EQ(GetMenuState(menu, command, MF_BYCOMMAND), kMissing) << command;
+    }
+    const auto opensMenu = [&](platform::Key key, const std::u16string& text) {
+        bool opened = false;
+        test::input().key(*editor->GetNative(), platform::EventKind::keyDown, key, text,
+                          {.alt = true});
+        test::gui().loop().post([&] {
+            GUITHREADINFO info{};
+            info.cbSize = sizeof info;
+            GetGUIThreadInfo(GetCurrentThreadId(), &info);
+            opened = (info.flags & GUI_INMENUMODE) != 0;
+            EndMenu();
+        });
+        test::pump();
+        return opened;
+    };
+    EXPECT_TRUE(opensMenu(platform::Key::space, u" "));
+    EXPECT_FALSE(opensMenu(platform::Key::other, u"q")) << "a menu that the window does not have";
+
+    const platform::Rect place = editor->GetNative()->geometry();
+    const platform::Bitmap picture = editor->GetNative()->snapshot();
+    SendMessageW(handle, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    test::pump();
+    EXPECT_NE(IsIconic(handle), FALSE);
+    EXPECT_EQ(editor->GetNative()->geometry(), place);
+    EXPECT_EQ(editor->GetNative()->snapshot().size(), picture.size());
+    SendMessageW(handle, WM_SYSCOMMAND, SC_RESTORE, 0);
+    test::pump();
+    EXPECT_EQ(IsIconic(handle), FALSE);
+    EXPECT_EQ(editor->GetNative()->geometry(), place);
+    EXPECT_EQ(editor->GetNative()->snapshot().size(), picture.size());
 }
 
 TEST_F(EditorWindows, EndTheirLoopHoweverTheyAreDestroyed) {
