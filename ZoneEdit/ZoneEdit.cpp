@@ -66,11 +66,8 @@ bool ZoneEdit::makeZoneManager() {
     const std::string base = core::withoutExtension(context().state.zoneEditVideo);
     // A video that does not tell its length must not cut what was stored for it.
     const int frames = loadedVideo()->frameCount;
-    m_zones = zone::ZoneManager::create(base, frames < 1 ? zone::kStoredFrameCount : frames, true,
-                                        scale());
-    if (!m_zones) {
-        m_zones = zone::ZoneManager::createEmpty();
-    }
+    m_zones = zone::ZoneManager::createForEditing(
+        base, frames < 1 ? zone::kStoredFrameCount : frames, scale());
     if (!m_zones) {
         core::Log::get()->Error("Unable to create zone manager interface");
         return false;
@@ -106,6 +103,11 @@ video::CVideoUI* ZoneEdit::checkedVideo(int line) const {
 
 video::Video* ZoneEdit::loadedVideo() const {
     return m_video != nullptr ? m_video->video().get() : nullptr;
+}
+
+bool ZoneEdit::hasFrames() const {
+    const video::Video* video = loadedVideo();
+    return video != nullptr && video->frameCount > 0;
 }
 
 int ZoneEdit::currentFrame() const {

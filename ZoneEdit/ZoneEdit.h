@@ -62,6 +62,8 @@ private:
     [[nodiscard]] video::CVideoUI* checkedVideo(int line) const;
     /// The loaded video; null when there is none.
     [[nodiscard]] video::Video* loadedVideo() const;
+    /// Whether there is a video and it says how long it is.
+    [[nodiscard]] bool hasFrames() const;
     /// The frame on show, 0 without a video, -1 for one without frames.
     [[nodiscard]] int currentFrame() const;
     void repaintVideo();
@@ -76,7 +78,10 @@ private:
     void step(void (video::CVideoUI::*move)());
     bool handleKey(const platform::Event& event);
     void goToTypedFrame(Control& sender);
+    [[nodiscard]] std::u16string frameText() const;
     void showFrame();
+    /// Gives an edit back what it showed before the author typed. False for any other control.
+    bool restoreText(Control& edit);
     void repaintDueFrame();
     void showActive();
     void changeActive(Control& sender);
@@ -92,6 +97,11 @@ private:
     void removeZone(Control& sender);
     void saveZones(Control& sender);
     void closeEditor(Control& sender);
+    /// After every change of the zones: what the header said of the last save no longer holds.
+    void noteEdit();
+    /// In place of what the header says otherwise, but for a failed save.
+    void showNotice(std::u16string_view text);
+    [[nodiscard]] std::u16string problemText() const;
     void showCaption();
     void updateEnabled();
 
@@ -115,7 +125,8 @@ private:
     int m_zoneCounter = 0;      ///< never decreases: names repeat only in another window
     std::u16string m_shownName; ///< what the program last put into the name edit
     ui::NameList m_zoneNames;
-    std::u16string m_saved; ///< tells of the last save; empty before it and when it failed
+    std::u16string m_saved;  ///< about the last save; empty after a failed one and after a change
+    std::u16string m_notice; ///< about what was typed last; gone with the next thing done
 };
 
 } // namespace zoneedit

@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <optional>
 
 #include "ZoneEdit/ZoneEdit.h"
 #include "ZoneEdit/ZoneEditControls.h"
+#include "ZoneEdit/ZoneTexts.h"
 #include "core/Text.h"
 #include "toolkit/controls/COptionUI.h"
 #include "video/CVideoUI.h"
@@ -30,6 +32,7 @@ void ZoneEdit::stepForwardTen(Control& /*sender*/) {
 void ZoneEdit::step(void (CVideoUI::*move)()) {
     if (CVideoUI* control = checkedVideo(kStepLine)) {
         (control->*move)();
+        showNotice({});
         showFrame();
         repaintDueFrame();
     }
@@ -44,13 +47,15 @@ void ZoneEdit::repaintDueFrame() {
 }
 
 bool ZoneEdit::handleKey(const platform::Event& event) {
-    const bool left = event.key == platform::Key::left;
-    if (event.kind != platform::EventKind::keyDown ||
-        !(left || event.key == platform::Key::right)) {
+    if (event.kind != platform::EventKind::keyDown) {
         return false;
     }
-    const Control* focus = GetPaintManager().GetFocus();
-    if (focus != nullptr && focus->takesText()) {
+    Control* focus = GetPaintManager().GetFocus();
+    if (event.key == platform::Key::escape) {
+        return focus != nullptr && restoreText(*focus);
+    }
+    const bool left = event.key == platform::Key::left;
+    if (!(left || event.key == platform::Key::right) || (focus != nullptr && focus->takesText())) {
         return false;
     }
     if (left) {
@@ -67,18 +72,34 @@ void ZoneEdit::goToTypedFrame(Control& sender) {
     if (control == nullptr || video == nullptr) {
         return;
     }
-    const int typed = core::convertStringToInt(sender.GetText());
-    const int target = std::clamp(typed, 0, std::max(video->frameCount - 1, 0));
-    if (target != video->currentFrame) {
-        control->GoToFrame(target);
+    const std::optional<int> target =
+        frameFrom(sender.GetText(), std::max(video->frameCount - 1, 0));
+    showNotice(target ? std::u16string_view() : kNoFrameNumber);
+    if (target && *target != video->currentFrame) {
+        control->GoToFrame(*target);
     }
     showFrame();
     repaintDueFrame();
 }
 
+std::u16string ZoneEdit::frameText() const {
+    return core::displayText(std::to_string(std::max(currentFrame(), 0)));
+}
+
 void ZoneEdit::showFrame() {
-    setTextOf(kFrameEdit, core::displayText(std::to_string(std::max(currentFrame(), 0))));
+    setTextOf(kFrameEdit, frameText());
     showActive();
+}
+
+bool ZoneEdit::restoreText(Control& edit) {
+    if (edit.GetName() == kFrameEdit) {
+        edit.SetText(frameText());
+    } else if (edit.GetName() == kZoneEdit) {
+        edit.SetText(m_shownName);
+    } else {
+        return false;
+    }
+    return true;
 }
 
 void ZoneEdit::showActive() {
@@ -106,6 +127,7 @@ void ZoneEdit::changeActive(Control& sender) {
     // Setting what is set already would still spread over all later frames.
     if (m_zones->isActive(zone, frame) != option->IsSelected()) {
         m_zones->setActive(*m_editing, zone, frame, option->IsSelected());
+        noteEdit();
         repaintVideo();
     }
 }

@@ -62,6 +62,9 @@ bool ZoneEdit::mouseDown(Point position) {
 }
 
 void ZoneEdit::applyTool(int zone, int frame, Point at) {
+    if (m_tool != Tool::movePoint) {
+        noteEdit();
+    }
     switch (m_tool) {
     case Tool::movePoint:
         m_zones->hitTest(*m_editing, zone, frame, at.x, at.y);
@@ -95,6 +98,9 @@ bool ZoneEdit::mouseMove(Point position) {
     }
     const int zone = selectedZone();
     if (m_tool == Tool::movePoint && zone >= 0 && control->GetPos().contains(position)) {
+        if (m_editing->zone(zone).selectedPoint != -1) {
+            noteEdit();
+        }
         const Point at = control->view().toDisplay(position);
         m_zones->moveSelectedPoint(*m_editing, zone, currentFrame(), at.x, at.y);
     }

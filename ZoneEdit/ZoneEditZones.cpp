@@ -4,6 +4,7 @@
 
 #include "ZoneEdit/ZoneEdit.h"
 #include "ZoneEdit/ZoneEditControls.h"
+#include "ZoneEdit/ZoneTexts.h"
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "toolkit/controls/CComboUI.h"
@@ -62,6 +63,7 @@ void ZoneEdit::renameZone(Control& sender) {
         return;
     }
     m_zones->setZoneName(zone, core::storedText(sender.GetText()));
+    noteEdit();
     fillZones(zone);
 }
 
@@ -69,16 +71,16 @@ void ZoneEdit::addZone(Control& /*sender*/) {
     if (checkedVideo(kAddZoneLine) == nullptr) {
         return;
     }
-    const video::Video* video = loadedVideo();
-    if (video == nullptr || video->frameCount < 1 || !m_zones) {
+    if (!hasFrames() || !m_zones) {
         return;
     }
-    const auto zone = zone::Zone::create(video->frameCount);
+    const auto zone = zone::Zone::create(loadedVideo()->frameCount);
     if (!zone) {
         return;
     }
     zone->setName("Zone " + std::to_string(++m_zoneCounter));
     m_zones->addZone(zone);
+    noteEdit();
     fillZones(m_zones->zoneCount() - 1);
 }
 
@@ -93,14 +95,36 @@ void ZoneEdit::removeZone(Control& /*sender*/) {
     if (answer() == kYes && zone >= 0) {
         m_zones->removeZone(zone);
         m_editing->removeZone(zone);
+        noteEdit();
         fillZones(zone);
     }
 }
 
 void ZoneEdit::saveZones(Control& /*sender*/) {
     if (m_zones && m_loaded) {
+        const bool wasDamaged = m_zones->loadReport().problem != zone::LoadProblem::none;
         m_zones->save(context().state.zoneEditVideo);
-        m_saved = m_zones->lastSaveFailure().empty() ? ui::savedText() + u" " : std::u16string();
+        m_notice.clear();
+        m_saved.clear();
+        if (m_zones->lastSaveFailure().empty()) {
+            m_saved = ui::savedText() + u" " +
+                      (wasDamaged ? keptText(m_zones->keptAs()) + u" " : std::u16string());
+        }
+        showCaption();
+    }
+}
+
+void ZoneEdit::noteEdit() {
+    if (!m_saved.empty()) {
+        m_saved.clear();
+        showCaption();
+    }
+    showNotice({});
+}
+
+void ZoneEdit::showNotice(std::u16string_view text) {
+    if (m_notice != text) {
+        m_notice = text;
         showCaption();
     }
 }
@@ -114,17 +138,27 @@ void ZoneEdit::closeEditor(Control& /*sender*/) {
     }
 }
 
+std::u16string ZoneEdit::problemText() const {
+    const std::u16string notSaved =
+        m_zones ? ui::notSavedText(m_zones->lastSaveFailure()) : std::u16string();
+    if (!notSaved.empty() || !m_notice.empty() || !m_zones) {
+        return notSaved;
+    }
+    const std::u16string unread = loadProblemText(
+        m_zones->loadReport(), core::withoutExtension(context().state.zoneEditVideo));
+    const bool isUnknown = m_saved.empty() && !hasFrames();
+    return unread.empty() && isUnknown ? std::u16string(kUnknownLength) : unread;
+}
+
 void ZoneEdit::showCaption() {
     std::u16string text = core::displayText(core::fileName(context().state.zoneEditVideo));
-    const std::u16string problem =
-        m_zones ? ui::notSavedText(m_zones->lastSaveFailure()) : std::u16string();
+    const std::u16string problem = problemText();
     if (!showProblem(problem, u"") && !problem.empty()) {
         text += u"    " + problem;
     }
     setTextOf(kVideoLabel, text);
-    const bool unreadable = std::any_of(m_zoneNames.stored.begin(), m_zoneNames.stored.end(),
-                                        [](const auto& name) { return ui::breaksFile(name); });
-    setTextOf(kNoteLabel, m_saved + (unreadable ? ui::kUnreadableZoneHint : u""));
+    setTextOf(kNoteLabel,
+              m_notice.empty() ? m_saved + zoneNamesHint(m_zoneNames.stored) : m_notice);
     setVisibleOf(kNoteLabel, problem.empty());
 }
 
@@ -132,6 +166,9 @@ void ZoneEdit::updateEnabled() {
     const bool hasZones = m_zones && m_zones->zoneCount() > 0;
     for (const std::u16string_view name : {kZoneCombo, kZoneEdit, kRemoveZoneButton}) {
         setEnabledOf(name, hasZones);
+    }
+    if (!hasFrames()) {
+        setTextOf(kEmptyLine, kUnknownLengthShort);
     }
     setVisibleOf(kEmptyLine, !hasZones);
 }

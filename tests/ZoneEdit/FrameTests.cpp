@@ -69,17 +69,36 @@ TEST_F(ZoneEditFrames, ATypedFrameIsGoneToWhenTheEditIsLeft) {
     const struct {
         std::u16string text;
         int shown;
+        std::u16string note = {};
         std::size_t errors = 0;
-    } cases[] = {{u"17", 17}, {u"17", 17},    {u"99", 29}, {u"-5", 0}, {u"12abc", 12},
-                 {u"8", 8},   {u"abc", 0, 1}, {u"8", 8},   {u"", 0},   {u"99999999999", 0, 1}};
+    } cases[] = {{u"17", 17},
+                 {u"17", 17},
+                 {u"2o", 2},
+                 {u"99", 29},
+                 {u"-5", 0},
+                 {u" +12abc", 12},
+                 {u"", 12, u"Not a frame number"},
+                 {u"abc", 12, u"Not a frame number", 1},
+                 {u"+-8", 12, u"Not a frame number", 1},
+                 {u"007", 7},
+                 {u"99999999999", 29, u"", 1},
+                 {u"-99999999999", 0, u"", 1},
+                 {u"8", 8}};
     for (const auto& typed : cases) {
         SCOPED_TRACE(core::storedText(typed.text));
         m_driver->enter(u"EditCurrentFrame", typed.text);
         errors += typed.errors;
         EXPECT_EQ(frameText(), number(typed.shown));
         EXPECT_TRUE(waitForFrame(typed.shown));
+        EXPECT_EQ(m_driver->textOf(u"LabelNote"), typed.note);
         EXPECT_EQ(m_log.errors().size(), errors);
     }
+    m_driver->enter(u"EditCurrentFrame", u"x");
+    m_driver->press(Key::right);
+    EXPECT_EQ(m_driver->textOf(u"LabelNote"), u"");
+    m_driver->retype(u"EditCurrentFrame", u"20");
+    m_driver->press(Key::escape);
+    EXPECT_EQ(frameText(), u"9") << "what stood there before";
     // Before a click elsewhere acts.
     m_driver->retype(u"EditCurrentFrame", u"12");
     m_driver->click(u"ButtonNext");
@@ -142,6 +161,11 @@ TEST_F(ZoneEditFrames, AVideoWithoutFramesLeavesItsZonesAlone) {
     goTo(2);
     EXPECT_EQ(frameText(), u"0");
     EXPECT_EQ(m_driver->textOf(u"EditTotalFrames"), u"0");
+    EXPECT_TRUE(isVisible(u"LabelProblem"));
+    EXPECT_EQ(
+        m_driver->textOf(u"LabelProblem"),
+        u"The length of this video is unknown: there are no frames to step through or draw on.");
+    EXPECT_EQ(m_driver->textOf(u"EmptyLine"), u"The video's length is unknown.");
     EXPECT_EQ(m_driver->get<toolkit::CComboUI>(u"ComboZone").GetCount(), 1);
     EXPECT_EQ(m_log.errors(), test::kNoZones);
     m_driver->click(u"ButtonSave");

@@ -1,5 +1,6 @@
 // The list of zones: adding, choosing, naming, removing, the active flag, saving and closing.
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -81,8 +82,9 @@ TEST_F(ZoneEditZones, NewZonesAreNumberedAndChoosingOneShowsIt) {
 TEST_F(ZoneEditZones, ANameIsTakenWhenTheEditIsLeft) {
     show(5, 2);
     const std::pair<std::u16string, std::u16string> cases[] = {
-        {u"Zone 1", u""},
-        {u"", u""},
+        {u"Zone 1",
+         u"2 zones are named \"Zone 1\": actions tell zones apart by their names alone."},
+        {u"", u"A zone without a name cannot be chosen for an action."},
         {u"50 % \"%s\" & ä\U0001F525", u""},
         {u"a<b", u"A name with \"<\" hides all zones of this video from the branch editor."},
         {u"Door", u""},
@@ -97,6 +99,9 @@ TEST_F(ZoneEditZones, ANameIsTakenWhenTheEditIsLeft) {
         EXPECT_EQ(m_driver->textOf(u"LabelNote"), hint);
     }
     EXPECT_EQ(zones().getZoneName(0), "Zone 1");
+    m_driver->retype(u"EditZone", u"Do");
+    m_driver->press(platform::Key::escape);
+    EXPECT_EQ(name(), u"Door") << "what stood there before";
     // Before a click elsewhere acts.
     m_driver->retype(u"EditZone", u"Last");
     m_driver->click(u"ButtonSave");
@@ -155,6 +160,73 @@ TEST_F(ZoneEditZones, AFailedSaveIsShownUntilTheNextGoodOne) {
         EXPECT_EQ(m_driver->textOf(u"LabelNote").substr(0, 9), u"Saved at ");
     }
     EXPECT_EQ(m_log.errors()[1], "Unable to save zone info file");
+}
+
+TEST_F(ZoneEditZones, SavedIsSaidUntilTheNextChange) {
+    show(5, 2);
+    drawTriangle();
+    const auto note = [this] { return m_driver->textOf(u"LabelNote").substr(0, 8); };
+    const std::function<void()> changes[] = {
+        [this] { addZone(); },
+        [this] { m_driver->enter(u"EditZone", u"Door"); },
+        [this] { m_driver->click(u"OptionToggleActive"); },
+        [this] {
+            m_driver->drag({at(100, 100), at(110, 120)});
+        },
+        [this] {
+            m_driver->click(u"OptionAddPoint");
+            clickPicture(500, 500);
+        },
+        [this] {
+            m_driver->click(u"OptionDeletePoint");
+            clickPicture(500, 500);
+        },
+        [this] { m_driver->clickThen(u"ButtonRemoveZone", answering(Answer::yes)); },
+    };
+    for (const auto& change : changes) {
+        m_driver->click(u"ButtonSave");
+        m_driver->pick(u"ComboZone", 0);
+        m_driver->pick(u"ComboZone", 1);
+        m_driver->press(platform::Key::right);
+        m_driver->click(u"OptionMovePoint");
+        clickPicture(100, 100);
+        EXPECT_EQ(note(), u"Saved at") << "nothing has changed";
+        change();
+        EXPECT_EQ(note(), u"") << &change - changes;
+    }
+}
+
+TEST_F(ZoneEditZones, FilesThatCannotBeReadWholeAreSaidAndKept) {
+    show(5, 2);
+    m_driver->click(u"ButtonSave");
+    const std::string base = "Scenes/Fire/clip-ZoneInfo";
+    const std::string whole = support::readBytes(base + ".bin");
+    const std::pair<std::size_t, std::u16string> cases[] = {
+        {0, u"0 of 2 zones read: clip-ZoneInfo.bin is damaged."},
+        {whole.size() - 20, u"1 of 2 zones read: clip-ZoneInfo.bin is damaged. "
+                            u"Of another: 2 of 5 frames."},
+        {std::string::npos, u"0 of 2 zones read: clip-ZoneInfo.bin is missing."},
+    };
+    int number = 0;
+    for (const auto& [size, problem] : cases) {
+        const std::string list = support::readBytes(base + ".xml");
+        support::writeBytes(base + ".bin", whole.substr(0, size));
+        if (size > whole.size()) {
+            std::filesystem::remove(base + ".bin");
+        }
+        show();
+        EXPECT_TRUE(isVisible(u"LabelProblem") && !isVisible(u"LabelNote"));
+        EXPECT_EQ(m_driver->textOf(u"LabelProblem"), problem);
+        m_driver->click(u"ButtonSave");
+        const std::string copy = base + ".damaged-" + std::to_string(++number);
+        const std::u16string note = m_driver->textOf(u"LabelNote");
+        EXPECT_TRUE(isVisible(u"LabelNote") && !isVisible(u"LabelProblem"));
+        EXPECT_NE(note.find(core::displayText("The old files are kept as " +
+                                              copy.substr(copy.rfind('/') + 1) + ".")),
+                  std::u16string::npos);
+        EXPECT_EQ(support::readBytes(copy + ".xml"), list);
+        support::writeBytes(base + ".xml", list);
+    }
 }
 
 TEST_F(ZoneEditZones, CloseAsksAndADismissalMeansYes) {

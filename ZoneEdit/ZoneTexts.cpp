@@ -1,0 +1,107 @@
+#include "ZoneEdit/ZoneTexts.h"
+
+#include <algorithm>
+#include <map>
+
+#include "core/Paths.h"
+#include "core/Text.h"
+#include "ui/SceneHints.h"
+#include "zone/LoadReport.h"
+
+namespace zoneedit {
+namespace {
+
+using zone::LoadProblem;
+
+std::string ofThem(int number, int all) {
+    return std::to_string(number) + " of " + std::to_string(all) + (all == 1 ? " zone" : " zones");
+}
+
+/// What was read of the zones that were not read whole.
+std::string partsText(const zone::LoadReport& report) {
+    if (report.partZones == 0) {
+        return {};
+    }
+    if (report.partZones > 1) {
+        return " Of " + std::to_string(report.partZones) + " others: parts.";
+    }
+    std::string frames = std::to_string(report.partFrames);
+    if (report.storedFrames > 0) {
+        frames += " of " + std::to_string(report.storedFrames);
+    }
+    return " Of another: " + frames + " frames.";
+}
+
+const char* reasonText(LoadProblem problem) {
+    switch (problem) {
+    case LoadProblem::binaryMissing:
+        return ".bin is missing.";
+    case LoadProblem::binaryUnreadable:
+        return ".bin cannot be read.";
+    case LoadProblem::binaryForeign:
+        return ".bin also holds other data.";
+    case LoadProblem::listDamaged:
+        return ".xml is damaged.";
+    default:
+        return ".bin is damaged.";
+    }
+}
+
+bool isDigit(char16_t unit) {
+    return unit >= u'0' && unit <= u'9';
+}
+
+} // namespace
+
+std::u16string loadProblemText(const zone::LoadReport& report, const std::string& basePath) {
+    if (report.problem == LoadProblem::none) {
+        return {};
+    }
+    // How much first: a narrow label cuts the end.
+    return core::displayText(
+        (report.zones > 0 ? ofThem(report.wholeZones, report.zones) : "No zones") + " read: " +
+        core::fileName(basePath) + "-ZoneInfo" + reasonText(report.problem) + partsText(report));
+}
+
+std::u16string keptText(const std::string& name) {
+    return name.empty() ? std::u16string()
+                        : core::displayText("The old files are kept as " + name + ".");
+}
+
+std::u16string zoneNamesHint(const std::vector<std::string>& names) {
+    if (std::any_of(names.begin(), names.end(), ui::breaksFile)) {
+        return ui::kUnreadableZoneHint;
+    }
+    std::map<std::string, int> uses;
+    for (const std::string& name : names) {
+        ++uses[name];
+    }
+    if (uses.contains("")) {
+        return u"A zone without a name cannot be chosen for an action.";
+    }
+    const auto repeated =
+        std::find_if(uses.begin(), uses.end(), [](const auto& use) { return use.second > 1; });
+    return repeated == uses.end()
+               ? std::u16string()
+               : core::displayText(std::to_string(repeated->second) + " zones are named \"" +
+                                   repeated->first +
+                                   "\": actions tell zones apart by their names alone.");
+}
+
+std::optional<int> frameFrom(const std::u16string& text, int last) {
+    const int value = core::convertStringToInt(text);
+    std::size_t at = std::min(text.find_first_not_of(u" \t\n\v\f\r"), text.size());
+    const bool isNegative = text.substr(at, 1) == u"-";
+    at += isNegative || text.substr(at, 1) == u"+" ? 1 : 0;
+    if (at == text.size() || !isDigit(text[at])) {
+        return std::nullopt;
+    }
+    // A number that no int holds was converted to 0; it lies beyond one of the ends.
+    const std::size_t first = text.find_first_not_of(u'0', at);
+    if (value == 0 && first != std::u16string::npos && isDigit(text[first])) {
+        return isNegative ? 0 : last;
+    }
+    return std::clamp(value, 0, last);
+}
+
+} // namespace zoneedit

@@ -1,0 +1,35 @@
+// What the zone editor says in its header, and how it reads a typed frame. No window.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zone {
+struct LoadReport;
+}
+
+namespace zoneedit {
+
+inline constexpr std::u16string_view kNoFrameNumber = u"Not a frame number";
+/// In the header, and in place of the invitation to add a zone.
+inline constexpr std::u16string_view kUnknownLength =
+    u"The length of this video is unknown: there are no frames to step through or draw on.";
+inline constexpr std::u16string_view kUnknownLengthShort = u"The video's length is unknown.";
+
+/// How much of the zone files at `basePath` was read, and why not all; empty when all was.
+[[nodiscard]] std::u16string loadProblemText(const zone::LoadReport& report,
+                                             const std::string& basePath);
+
+/// What is said after a save that kept damaged files under this name; empty for an empty name.
+[[nodiscard]] std::u16string keptText(const std::string& name);
+
+/// A hint about names that scenes cannot read, or that do not tell the zones apart.
+[[nodiscard]] std::u16string zoneNamesHint(const std::vector<std::string>& names);
+
+/// The number that `text` begins with, cut to 0 ... `last`; none when it begins with no number. A
+/// text that holds no 32-bit number is logged, as by core::convertStringToInt.
+[[nodiscard]] std::optional<int> frameFrom(const std::u16string& text, int last);
+
+} // namespace zoneedit
