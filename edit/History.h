@@ -170,12 +170,15 @@ public:
     [[nodiscard]] std::size_t size() const { return m_steps.size(); }
     /// What all steps hold, roughly.
     [[nodiscard]] std::size_t bytes() const { return m_bytes; }
-    /// Forgets all steps, for a model whose contents were replaced. No gesture may be open.
-    void clear() {
+    /// Forgets all steps, for a model whose contents were replaced, and tells the listeners
+    /// `changes`. No gesture may be open.
+    void clear(Changes changes) {
         assert(m_depth == 0);
         m_steps.clear();
         m_position = 0;
         m_bytes = 0;
+        m_changes = std::move(changes);
+        announceAlways();
     }
 
 private:

@@ -7,7 +7,6 @@
 
 #include <tinyxml2.h>
 
-#include "core/File.h"
 #include "core/Text.h"
 #include "scene/SceneXml.h"
 
@@ -17,11 +16,15 @@ namespace {
 constexpr std::array<const char*, 4> kTypeNames{"DefaultAction", "KeypressAction", "ZoneAction",
                                                 "RandomAction"};
 
+const char* typeText(int type) {
+    const bool known = type >= 0 && static_cast<std::size_t>(type) < kTypeNames.size();
+    return kTypeNames[known ? static_cast<std::size_t>(type) : 0];
+}
+
 } // namespace
 
 std::string Action::typeName(int type) {
-    const bool known = type >= 0 && static_cast<std::size_t>(type) < kTypeNames.size();
-    return kTypeNames[known ? static_cast<std::size_t>(type) : 0];
+    return typeText(type);
 }
 
 int Action::typeNumber(const std::string& name) {
@@ -44,11 +47,17 @@ std::shared_ptr<Action> Action::create(const tinyxml2::XMLElement& element) {
 }
 
 bool Action::Write(core::File& file) const {
-    return writeLines(
-        file, {"\t\t<Action>\n", "\t\t\t<Type>" + typeName(m_type) + "</Type>\n",
-               m_parameter.empty() ? "" : "\t\t\t<Parameter>" + m_parameter + "</Parameter>\n",
-               m_immediate ? "\t\t\t<Immediate>true</Immediate>\n" : "",
-               "\t\t\t<BranchID>" + m_branchID + "</BranchID>\n", "\t\t</Action>\n"});
+    FileSink sink(file);
+    return writeTo(sink);
+}
+
+bool Action::writeTo(LineSink& sink) const {
+    return sink.line({"\t\t<Action>"}) &&
+           sink.line({"\t\t\t<Type>", typeText(m_type), "</Type>"}) &&
+           (m_parameter.empty() || sink.line({"\t\t\t<Parameter>", m_parameter, "</Parameter>"})) &&
+           (!m_immediate || sink.line({"\t\t\t<Immediate>true</Immediate>"})) &&
+           sink.line({"\t\t\t<BranchID>", m_branchID, "</BranchID>"}) &&
+           sink.line({"\t\t</Action>"});
 }
 
 bool Action::Load(const tinyxml2::XMLElement& element) {

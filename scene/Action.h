@@ -14,6 +14,8 @@ class XMLElement;
 
 namespace scene {
 
+class LineSink;
+
 class Action {
 public:
     static constexpr int kDefaultAction = 0;
@@ -45,6 +47,10 @@ public:
     [[nodiscard]] bool Write(core::File& file) const;
     /// Takes what the element's children hold; an unknown child is logged and skipped. Always true.
     bool Load(const tinyxml2::XMLElement& element);
+    /// What Write writes; false as soon as the sink says so.
+    [[nodiscard]] bool writeTo(LineSink& sink) const;
+
+    friend bool operator==(const Action&, const Action&) = default;
 
 private:
     int m_type = kDefaultAction;

@@ -6,8 +6,8 @@
 
 #include <tinyxml2.h>
 
-#include "core/File.h"
 #include "core/Log.h"
+#include "scene/MoveEntry.h"
 #include "scene/SceneXml.h"
 
 namespace scene {
@@ -55,8 +55,12 @@ std::shared_ptr<Action> Branch::action(int index) const {
 }
 
 void Branch::addAction(const std::shared_ptr<Action>& action) {
-    if (action) {
-        m_actions.push_back(action);
+    insertAction(actionCount(), action);
+}
+
+void Branch::insertAction(int index, const std::shared_ptr<Action>& action) {
+    if (action && index >= 0 && index <= actionCount()) {
+        m_actions.insert(m_actions.begin() + index, action);
     }
 }
 
@@ -67,25 +71,20 @@ void Branch::removeAction(int index) {
 }
 
 void Branch::moveAction(int from, int to) {
-    const int count = actionCount();
-    if (from < 0 || from >= count || to < 0 || to >= count) {
-        return;
-    }
-    const auto first = m_actions.begin();
-    if (from < to) {
-        std::rotate(first + from, first + from + 1, first + to + 1);
-    } else {
-        std::rotate(first + to, first + from, first + from + 1);
-    }
+    moveEntry(m_actions, from, to);
 }
 
 bool Branch::Write(core::File& file) const {
-    return writeLines(file, {"\t<Branch>\n", "\t\t<ID>" + m_id + "</ID>\n",
-                             "\t\t<Filename>" + m_filename + "</Filename>\n"}) &&
-           std::all_of(
-               m_actions.begin(), m_actions.end(),
-               [&](const std::shared_ptr<Action>& action) { return action->Write(file); }) &&
-           file.writeString("\t</Branch>\n");
+    FileSink sink(file);
+    return writeTo(sink);
+}
+
+bool Branch::writeTo(LineSink& sink) const {
+    return sink.line({"\t<Branch>"}) && sink.line({"\t\t<ID>", m_id, "</ID>"}) &&
+           sink.line({"\t\t<Filename>", m_filename, "</Filename>"}) &&
+           std::all_of(m_actions.begin(), m_actions.end(),
+                       [&](const auto& action) { return action->writeTo(sink); }) &&
+           sink.line({"\t</Branch>"});
 }
 
 } // namespace scene

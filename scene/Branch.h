@@ -30,6 +30,8 @@ public:
     [[nodiscard]] std::shared_ptr<Action> action(int index) const;
     /// Appends; an empty pointer is not taken.
     void addAction(const std::shared_ptr<Action>& action);
+    /// Inserts so that it stands at `index`, which may be the end; as above otherwise.
+    void insertAction(int index, const std::shared_ptr<Action>& action);
     /// Later actions move up. Nothing happens for an index out of range.
     void removeAction(int index);
     /// Takes the action at `from` out and puts it in so that it stands at `to`. Nothing happens for
@@ -38,6 +40,11 @@ public:
 
     /// Writes the "Branch" element, texts unescaped. False at the first write that fails.
     [[nodiscard]] bool Write(core::File& file) const;
+    [[nodiscard]] bool writeTo(LineSink& sink) const;
+
+    // What an edit does and takes back, without a copy that could fail.
+    void swapID(std::string& id) noexcept { m_id.swap(id); }
+    void swapFilename(std::string& filename) noexcept { m_filename.swap(filename); }
 
 private:
     [[nodiscard]] bool loadChildren(const tinyxml2::XMLElement& element);

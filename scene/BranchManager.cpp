@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <new>
 
-#include "core/File.h"
 #include "core/Log.h"
+#include "scene/MoveEntry.h"
+#include "scene/SceneXml.h"
 
 namespace scene {
 namespace {
@@ -35,20 +36,43 @@ std::shared_ptr<BranchManager> BranchManager::create() {
 }
 
 bool BranchManager::AddBranch() {
-    const std::shared_ptr<Branch> branch = Branch::create();
-    if (!branch) {
-        return false;
+    const std::shared_ptr<Branch> branch = makeBranch();
+    append(branch);
+    return branch != nullptr;
+}
+
+std::shared_ptr<Branch> BranchManager::makeBranch() {
+    std::shared_ptr<Branch> branch = Branch::create();
+    if (branch) {
+        ++m_newBranchCounter;
+        branch->SetID("New Branch " + std::to_string(m_newBranchCounter + 1));
     }
-    ++m_newBranchCounter;
-    branch->SetID("New Branch " + std::to_string(m_newBranchCounter + 1));
-    m_branches.push_back(branch);
-    return true;
+    return branch;
 }
 
 void BranchManager::append(const std::shared_ptr<Branch>& branch) {
-    if (branch) {
-        m_branches.push_back(branch);
+    insertBranch(branchCount(), branch);
+}
+
+std::shared_ptr<Branch> BranchManager::branch(int index) const {
+    return index >= 0 && index < branchCount() ? m_branches[static_cast<std::size_t>(index)]
+                                               : nullptr;
+}
+
+void BranchManager::insertBranch(int index, const std::shared_ptr<Branch>& branch) {
+    if (branch && index >= 0 && index <= branchCount()) {
+        m_branches.insert(m_branches.begin() + index, branch);
     }
+}
+
+void BranchManager::removeBranch(int index) {
+    if (index >= 0 && index < branchCount()) {
+        m_branches.erase(m_branches.begin() + index);
+    }
+}
+
+void BranchManager::moveBranch(int from, int to) {
+    moveEntry(m_branches, from, to);
 }
 
 void BranchManager::branchIDs(std::vector<std::string>& ids) const {
@@ -58,11 +82,11 @@ void BranchManager::branchIDs(std::vector<std::string>& ids) const {
 }
 
 std::shared_ptr<Branch> BranchManager::checkedBranch(int index, int line) const {
-    if (index >= 0 && index < branchCount()) {
-        return m_branches[static_cast<std::size_t>(index)];
+    std::shared_ptr<Branch> found = branch(index);
+    if (!found) {
+        reportInvalidIndex(line);
     }
-    reportInvalidIndex(line);
-    return nullptr;
+    return found;
 }
 
 std::shared_ptr<Branch> BranchManager::checkedBranch(int index, int actionIndex, int line) const {
@@ -121,8 +145,13 @@ std::shared_ptr<Action> BranchManager::action(int index, int actionIndex) const 
 }
 
 bool BranchManager::Write(core::File& file) const {
+    FileSink sink(file);
+    return writeTo(sink);
+}
+
+bool BranchManager::writeTo(LineSink& sink) const {
     return std::all_of(m_branches.begin(), m_branches.end(),
-                       [&](const std::shared_ptr<Branch>& branch) { return branch->Write(file); });
+                       [&](const auto& branch) { return branch->writeTo(sink); });
 }
 
 } // namespace scene

@@ -21,10 +21,21 @@ public:
     /// Appends a new branch called "New Branch N". N starts at 2 in a new manager and only grows;
     /// it can meet the name of a loaded branch. Both are intended.
     bool AddBranch();
+    /// The same branch without appending it; empty only when there is no memory.
+    [[nodiscard]] std::shared_ptr<Branch> makeBranch();
     /// Appends an existing branch; an empty pointer is not taken.
     void append(const std::shared_ptr<Branch>& branch);
 
     [[nodiscard]] int branchCount() const { return static_cast<int>(m_branches.size()); }
+    /// Empty for an index out of range; logs nothing.
+    [[nodiscard]] std::shared_ptr<Branch> branch(int index) const;
+    /// Inserts so that it stands at `index`, which may be the end; nothing happens beyond that.
+    void insertBranch(int index, const std::shared_ptr<Branch>& branch);
+    // Nothing happens for an index out of range; nothing is logged.
+    void removeBranch(int index);
+    /// Takes the branch at `from` out and puts it in so that it stands at `to`.
+    void moveBranch(int from, int to);
+
     /// Appends every branch's ID, in list order.
     void branchIDs(std::vector<std::string>& ids) const;
 
@@ -40,6 +51,7 @@ public:
 
     /// Every branch in list order; false at the first write that fails.
     [[nodiscard]] bool Write(core::File& file) const;
+    [[nodiscard]] bool writeTo(LineSink& sink) const;
 
 private:
     /// Empty after a log line with `line` when there is no such branch.

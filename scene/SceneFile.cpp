@@ -105,16 +105,29 @@ bool SceneManager::saveInto(const std::string& folder) {
         m_firstBranch = m_branchManager->branchID(0);
     }
     core::SafeSave save;
-    const bool good = save.open(folder + kSceneFileName, "wt") && write(save.file()) &&
-                      save.prepare() && save.commit();
+    const bool isOpen = save.open(folder + kSceneFileName, "wt");
+    FileSink sink(save.file());
+    const bool good = isOpen && writeTo(sink) && save.prepare() && save.commit();
     m_saveFailure = save.failure();
     return good;
 }
 
-bool SceneManager::write(core::File& file) const {
-    return writeLines(file, {"<Scene>\n", "\t<Name>" + m_name + "</Name>\n",
-                             "\t<FirstBranch>" + m_firstBranch + "</FirstBranch>\n"}) &&
-           m_branchManager->Write(file) && file.writeString("</Scene>\n");
+bool SceneManager::writeTo(LineSink& sink) const {
+    const std::shared_ptr<Branch> first = m_branchManager->branch(0);
+    const std::string& firstID = m_firstBranch.empty() && first ? first->ID() : m_firstBranch;
+    return sink.line({"<Scene>"}) && sink.line({"\t<Name>", m_name, "</Name>"}) &&
+           sink.line({"\t<FirstBranch>", firstID, "</FirstBranch>"}) &&
+           m_branchManager->writeTo(sink) && sink.line({"</Scene>"});
+}
+
+std::string SceneManager::fileText() const {
+    TextSink sink;
+    return m_branchManager && writeTo(sink) ? sink.takeText() : std::string();
+}
+
+bool SceneManager::hasFileText(std::string_view text) const {
+    ComparingSink sink(text);
+    return (!m_branchManager || writeTo(sink)) && sink.isAtEnd();
 }
 
 } // namespace scene

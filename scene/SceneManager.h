@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/FileError.h"
@@ -47,6 +48,11 @@ public:
     /// Why the last save did not reach the disk; empty after a good one.
     [[nodiscard]] const core::FileError& saveFailure() const { return m_saveFailure; }
 
+    /// What a save would write now, before line feeds become CR LF; empty without a branch manager.
+    [[nodiscard]] std::string fileText() const;
+    /// fileText() == text, without making it.
+    [[nodiscard]] bool hasFileText(std::string_view text) const;
+
     /// The first branch of a scenario becomes its FirstBranch.
     bool AddBranch();
     /// Appends every branch's ID, in list order.
@@ -63,13 +69,18 @@ public:
     void removeAction(int index, int actionIndex);
     [[nodiscard]] std::shared_ptr<Action> action(int index, int actionIndex) const;
 
+    // For the session of edits.
+    void swapFirstBranch(std::string& id) noexcept { m_firstBranch.swap(id); }
+    /// Not owned; null when there is none.
+    [[nodiscard]] BranchManager* branches() const { return m_branchManager.get(); }
+
 private:
     /// Empty, after a log line with `line`, when there is none.
     [[nodiscard]] BranchManager* checkedManager(int line) const;
     [[nodiscard]] bool dropBranches();
     [[nodiscard]] bool readFile(const std::string& folder);
     [[nodiscard]] bool loadRoot(const tinyxml2::XMLElement& root);
-    [[nodiscard]] bool write(core::File& file) const;
+    [[nodiscard]] bool writeTo(LineSink& sink) const;
 
     std::shared_ptr<BranchManager> m_branchManager;
     std::string m_name;

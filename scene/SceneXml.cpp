@@ -22,9 +22,35 @@ void reportUnknownNode(const tinyxml2::XMLElement& element) {
     core::Log::get()->Error("Unknown node type: %s", element.Name());
 }
 
-bool writeLines(core::File& file, std::initializer_list<std::string> lines) {
-    return std::all_of(lines.begin(), lines.end(),
-                       [&](const std::string& line) { return file.writeString(line); });
+bool FileSink::line(std::initializer_list<std::string_view> parts) {
+    m_line.clear();
+    for (const std::string_view part : parts) {
+        m_line += part;
+    }
+    m_line += '\n';
+    return m_file.writeString(m_line);
+}
+
+bool TextSink::line(std::initializer_list<std::string_view> parts) {
+    for (const std::string_view part : parts) {
+        m_text += part;
+    }
+    m_text += '\n';
+    return true;
+}
+
+bool ComparingSink::skip(std::string_view part) {
+    if (!m_rest.starts_with(part)) {
+        return false;
+    }
+    m_rest.remove_prefix(part.size());
+    return true;
+}
+
+bool ComparingSink::line(std::initializer_list<std::string_view> parts) {
+    return std::all_of(parts.begin(), parts.end(),
+                       [this](std::string_view part) { return skip(part); }) &&
+           skip("\n");
 }
 
 } // namespace scene

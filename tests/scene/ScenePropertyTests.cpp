@@ -1,9 +1,10 @@
-// Random calls, valid and invalid, on a scenario and on a plain model of the same rules, which log
-// the same.
+// Random calls, valid and invalid, on a scenario, on its editing session and on a plain model of
+// the same rules, which log the same.
 #include <functional>
 #include <optional>
 
 #include "core/Log.h"
+#include "scene/SceneSession.h"
 #include "tests/scene/SceneFixture.h"
 #include "tests/support/Random.h"
 
@@ -103,6 +104,24 @@ private:
     Branch m_none;
 };
 
+/// The operations of the session under the names of the SceneManager's.
+struct Session {
+    scene::SceneSession& session;
+
+    bool AddBranch() { return session.addBranch(); }
+    void branchIDs(Lines& ids) { ids = session.branchNames(); }
+    [[nodiscard]] int branchCount() const { return session.branchCount(); }
+    [[nodiscard]] std::string branchID(int index) const { return session.branchName(index); }
+    [[nodiscard]] std::string branchFilename(int index) const { return session.video(index); }
+    void setBranchFilename(int index, const std::string& name) { session.setVideo(index, name); }
+    void branchActions(int index, Actions& actions) const {
+        actions.assign(session.actions(index).size(), nullptr);
+    }
+    void addAction(int index, const std::shared_ptr<Action>& /*made*/) { session.addAction(index); }
+    void renameBranch(int index, const std::string& id) { session.renameBranch(index, id); }
+    void removeAction(int index, int action) { session.removeAction(index, action); }
+};
+
 constexpr int kOperations = 11;
 
 /// What one call is given.
@@ -112,6 +131,26 @@ struct Given {
     int type = 0;
     std::string text;
 };
+
+template <typename Scene>
+void changeAction(Scene& scene, const Given& g) {
+    if (const auto action = scene.action(g.branch, g.action)) {
+        action->SetType(g.type);
+        action->SetParameter(g.text);
+        action->SetBranchID(g.text);
+        action->SetImmediate(g.type % 2 == 0);
+    }
+}
+
+void changeAction(Session& scene, const Given& g) {
+    scene.session.setType(g.branch, g.action, g.type); // reports what is not there
+    const auto branch = scene.session.scene().branches()->branch(g.branch);
+    if (branch && branch->action(g.action)) {
+        scene.session.setParameter(g.branch, g.action, g.text);
+        scene.session.setTarget(g.branch, g.action, g.text);
+        scene.session.setImmediate(g.branch, g.action, g.type % 2 == 0);
+    }
+}
 
 /// One of the calls on a SceneManager or on a PlainScene, and what it gives.
 template <typename Scene>
@@ -136,14 +175,7 @@ std::string perform(Scene& s, int operation, const Given& g) {
         },
         [&] { s.addAction(g.branch, Action::create()); },
         [&] { s.removeAction(g.branch, g.action); },
-        [&] {
-            if (const auto action = s.action(g.branch, g.action)) {
-                action->SetType(g.type);
-                action->SetParameter(g.text);
-                action->SetBranchID(g.text);
-                action->SetImmediate(g.type % 2 == 0);
-            }
-        },
+        [&] { changeAction(s, g); },
     };
     calls[operation]();
     return result;
@@ -158,6 +190,7 @@ protected:
     void changeScene();
     void expectSaved();
 
+    scene::SceneSession m_session{m_scene};
     PlainScene m_plain;
     support::Random m_random{77};
 };
@@ -172,7 +205,11 @@ void ScenePropertyTest::step() {
     const int operation = m_random.below(kOperations);
     const std::string expected = perform(m_plain, operation, given);
     const Lines reports = m_log.newErrors();
-    ASSERT_EQ(perform(*m_scene, operation, given), expected) << operation;
+    Session session{m_session};
+    ASSERT_EQ(m_random.below(2) == 0 ? perform(*m_scene, operation, given)
+                                     : perform(session, operation, given),
+              expected)
+        << operation;
     ASSERT_EQ(m_log.newErrors(), reports) << operation;
 }
 

@@ -1,0 +1,25 @@
+// Moving one entry of a list; shared by this module's sources only.
+#pragma once
+
+#include <algorithm>
+#include <vector>
+
+namespace scene {
+
+/// Takes the entry at `from` out and puts it in so that it stands at `to`. Nothing happens for an
+/// index out of range.
+template <class T>
+void moveEntry(std::vector<T>& list, int from, int to) {
+    const int count = static_cast<int>(list.size());
+    if (from < 0 || from >= count || to < 0 || to >= count) {
+        return;
+    }
+    const auto first = list.begin();
+    if (from < to) {
+        std::rotate(first + from, first + from + 1, first + to + 1);
+    } else {
+        std::rotate(first + to, first + from, first + from + 1);
+    }
+}
+
+} // namespace scene

@@ -1,0 +1,52 @@
+#include "scene/SceneOperations.h"
+
+#include <utility>
+
+namespace scene {
+namespace {
+
+std::size_t bytesOf(const Action& action) {
+    return sizeof(action) + action.Parameter().capacity() + action.BranchID().capacity();
+}
+
+} // namespace
+
+void PlaceBranch::place(SceneManager& scene, bool in) const {
+    if (in) {
+        scene.branches()->insertBranch(index, branch);
+    } else {
+        scene.branches()->removeBranch(index);
+    }
+}
+
+std::size_t PlaceBranch::bytes() const {
+    std::size_t sum =
+        sizeof(*this) + sizeof(Branch) + branch->ID().capacity() + branch->Filename().capacity();
+    for (const auto& action : branch->actions()) {
+        sum += bytesOf(*action);
+    }
+    return sum;
+}
+
+void PlaceAction::place(SceneManager& scene, bool in) const {
+    const std::shared_ptr<Branch> owner = scene.branches()->branch(branch);
+    if (in) {
+        owner->insertAction(index, action);
+    } else {
+        owner->removeAction(index);
+    }
+}
+
+std::size_t PlaceAction::bytes() const {
+    return sizeof(*this) + bytesOf(*action);
+}
+
+void SwapAction::apply(SceneManager& scene) noexcept {
+    std::swap(*scene.branches()->branch(branch)->action(index), contents);
+}
+
+std::size_t SwapAction::bytes() const {
+    return sizeof(*this) + bytesOf(contents);
+}
+
+} // namespace scene

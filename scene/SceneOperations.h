@@ -1,0 +1,122 @@
+// The reversible changes of a scene. The session makes them, with numbers that exist and names
+// worked out; here they are done and taken back. This module's sources only.
+//
+// Most swap what they hold with what is in the scene, so that taking back is doing it again.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "edit/OneOf.h"
+#include "scene/SceneChange.h"
+#include "scene/SceneManager.h"
+
+namespace scene {
+
+using SceneChanges = std::vector<SceneChange>;
+
+struct SwapFirstBranch {
+    std::string name;
+
+    void apply(SceneManager& scene) noexcept { scene.swapFirstBranch(name); }
+    void takeBack(SceneManager& scene) noexcept { apply(scene); }
+    [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::firstBranch, -1}}; }
+    [[nodiscard]] std::size_t bytes() const { return sizeof(*this) + name.capacity(); }
+};
+
+struct SwapName {
+    int branch;
+    std::string name;
+
+    void apply(SceneManager& scene) noexcept { scene.branches()->branch(branch)->swapID(name); }
+    void takeBack(SceneManager& scene) noexcept { apply(scene); }
+    [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::branchName, branch}}; }
+    [[nodiscard]] std::size_t bytes() const { return sizeof(*this) + name.capacity(); }
+};
+
+struct SwapVideo {
+    int branch;
+    std::string name;
+
+    void apply(SceneManager& scene) noexcept {
+        scene.branches()->branch(branch)->swapFilename(name);
+    }
+    void takeBack(SceneManager& scene) noexcept { apply(scene); }
+    [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::video, branch}}; }
+    [[nodiscard]] std::size_t bytes() const { return sizeof(*this) + name.capacity(); }
+};
+
+/// Puts a branch in, or takes one out that is there.
+struct PlaceBranch {
+    int index;
+    std::shared_ptr<Branch> branch;
+    bool isRemoval;
+
+    void apply(SceneManager& scene) { place(scene, !isRemoval); }
+    void takeBack(SceneManager& scene) noexcept { place(scene, isRemoval); }
+    [[nodiscard]] static SceneChanges changes() { return {{SceneChange::Part::branches, -1}}; }
+    [[nodiscard]] std::size_t bytes() const;
+
+private:
+    void place(SceneManager& scene, bool in) const;
+};
+
+struct MoveBranch {
+    int from;
+    int to;
+
+    void apply(SceneManager& scene) const noexcept { scene.branches()->moveBranch(from, to); }
+    void takeBack(SceneManager& scene) const noexcept { scene.branches()->moveBranch(to, from); }
+    [[nodiscard]] static SceneChanges changes() { return {{SceneChange::Part::branches, -1}}; }
+    [[nodiscard]] static std::size_t bytes() { return sizeof(MoveBranch); }
+};
+
+/// Puts an action in, or takes one out that is there.
+struct PlaceAction {
+    int branch;
+    int index;
+    std::shared_ptr<Action> action;
+    bool isRemoval;
+
+    void apply(SceneManager& scene) { place(scene, !isRemoval); }
+    void takeBack(SceneManager& scene) noexcept { place(scene, isRemoval); }
+    [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::actions, branch}}; }
+    [[nodiscard]] std::size_t bytes() const;
+
+private:
+    void place(SceneManager& scene, bool in) const;
+};
+
+struct MoveAction {
+    int branch;
+    int from;
+    int to;
+
+    void apply(SceneManager& scene) const noexcept {
+        scene.branches()->branch(branch)->moveAction(from, to);
+    }
+    void takeBack(SceneManager& scene) const noexcept {
+        scene.branches()->branch(branch)->moveAction(to, from);
+    }
+    [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::actions, branch}}; }
+    [[nodiscard]] static std::size_t bytes() { return sizeof(MoveAction); }
+};
+
+/// Gives an action other contents.
+struct SwapAction {
+    int branch;
+    int index;
+    Action contents;
+
+    void apply(SceneManager& scene) noexcept;
+    void takeBack(SceneManager& scene) noexcept { apply(scene); }
+    [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::actions, branch}}; }
+    [[nodiscard]] std::size_t bytes() const;
+};
+
+using SceneOperation = edit::OneOf<SceneManager, SceneChange, SwapFirstBranch, SwapName, SwapVideo,
+                                   PlaceBranch, MoveBranch, PlaceAction, MoveAction, SwapAction>;
+
+} // namespace scene

@@ -1,0 +1,306 @@
+// The editing session: every edit can be taken back and done again exactly, and says what it
+// changed.
+#include <algorithm>
+#include <functional>
+#include <tuple>
+#include <utility>
+
+#include "scene/SceneSession.h"
+#include "tests/scene/SceneFixture.h"
+#include "tests/support/Random.h"
+
+namespace {
+
+using scene::Action;
+using scene::SceneChange;
+using scene::SceneSession;
+using scene::SceneStep;
+using scene_tests::Lines;
+using Part = SceneChange::Part;
+
+constexpr const char* kScene =
+    "<Scene><Name>A</Name><FirstBranch>Hall</FirstBranch><Branch><ID>Hall</ID><Filename>hall.ogv</"
+    "Filename>"
+    "<Action><Type>KeypressAction</Type><Parameter>K</Parameter><BranchID>Exit</BranchID></Action>"
+    "<Action><BranchID>Hall</BranchID></Action></Branch><Branch><ID>Exit</ID></Branch></Scene>";
+
+/// All that an author edits.
+struct Contents {
+    explicit Contents(const SceneSession& session)
+        : first(session.firstBranch()), names(session.branchNames()) {
+        for (int branch = 0; branch < session.branchCount(); ++branch) {
+            videos.push_back(session.video(branch));
+            actions.push_back(session.actions(branch));
+        }
+    }
+    friend bool operator==(const Contents&, const Contents&) = default;
+
+    std::string first;
+    Lines names;
+    Lines videos;
+    std::vector<std::vector<Action>> actions;
+};
+
+class SceneSessionTest : public scene_tests::SceneTest {
+protected:
+    SceneSessionTest() {
+        file("A") = kScene;
+        EXPECT_TRUE(m_session.load("A"));
+    }
+
+    [[nodiscard]] bool isTold(Part part, int branch) const {
+        return std::find(m_told.begin(), m_told.end(), SceneChange{part, branch}) != m_told.end();
+    }
+    /// What differs was announced since the last call.
+    void expectTold(const Contents& before);
+    bool editOnce();
+    void editAtRandom();
+    /// The file of a save now.
+    std::string saved() {
+        EXPECT_TRUE(m_scene->Save("Scenes/Copy/"));
+        return file("Copy");
+    }
+
+    SceneSession m_session{m_scene, {100'000, std::size_t{1} << 30U, 1}};
+    SceneSession::Changes m_told;
+    edit::Subscription m_token = m_session.observe([this](const auto& changes) {
+        m_told.insert(m_told.end(), changes.begin(), changes.end());
+    });
+    support::Random m_random{5};
+};
+
+void SceneSessionTest::expectTold(const Contents& before) {
+    const Contents now(m_session);
+    EXPECT_TRUE(now.first == before.first || isTold(Part::firstBranch, -1));
+    if (!isTold(Part::branches, -1)) {
+        ASSERT_EQ(now.names.size(), before.names.size());
+        for (std::size_t i = 0; i < now.names.size(); ++i) {
+            const int branch = static_cast<int>(i);
+            EXPECT_TRUE(now.names[i] == before.names[i] || isTold(Part::branchName, branch));
+            EXPECT_TRUE(now.videos[i] == before.videos[i] || isTold(Part::video, branch));
+            EXPECT_TRUE(now.actions[i] == before.actions[i] || isTold(Part::actions, branch));
+        }
+    }
+    m_told.clear();
+}
+
+bool SceneSessionTest::editOnce() {
+    static const char* const kTexts[] = {"", "a", "Hall", "Hall 2", "b c", "New Branch 2"};
+    const int branches = std::max(m_session.branchCount(), 1);
+    const int branch = m_random.below(branches + 1);
+    const int other = m_random.below(branches);
+    const bool isThere = branch < m_session.branchCount();
+    const int actions = isThere ? m_session.actionCount(branch) : 0;
+    const int action = m_random.below(actions + 1);
+    const char* text = m_random.oneOf(kTexts);
+    switch (m_random.below(16)) {
+    case 0:
+        return branches < 9 && m_session.addBranch();
+    case 1:
+        return branches < 9 && m_session.duplicateBranch(branch);
+    case 2:
+        return m_session.removeBranch(branch);
+    case 3:
+        return m_session.moveBranch(branch, other);
+    case 4:
+        return m_session.renameBranch(branch, text);
+    case 5:
+        return m_session.setFirstBranch(text);
+    case 6:
+        return m_session.setVideo(branch, text);
+    case 7:
+    case 8:
+        return actions < 9 && m_session.addAction(branch);
+    case 9:
+        return actions < 9 && m_session.duplicateAction(branch, action);
+    case 10:
+        return m_session.removeAction(branch, action);
+    case 11:
+        return m_session.moveAction(branch, action, m_random.below(actions + 1));
+    case 12:
+        return m_session.setType(branch, action, m_random.below(5));
+    case 13:
+        return m_session.setParameter(branch, action, text);
+    case 14:
+        return m_session.setTarget(branch, action, text);
+    default:
+        return m_session.setImmediate(branch, action, m_random.below(2) == 0);
+    }
+}
+
+/// An edit, or several as one step, which may be dropped again.
+void SceneSessionTest::editAtRandom() {
+    if (m_random.below(8) != 0) {
+        editOnce();
+        return;
+    }
+    const Contents before(m_session);
+    auto gesture = m_session.begin({SceneStep::target, 0});
+    for (int count = m_random.below(6); count > 0; --count) {
+        editOnce();
+        EXPECT_TRUE(m_told.empty() && !m_session.undo());
+    }
+    if (m_random.below(2) == 0) {
+        gesture.commit();
+    } else {
+        gesture.cancel();
+        EXPECT_EQ(Contents(m_session), before);
+    }
+}
+
+TEST_F(SceneSessionTest, RandomEditsGoBackToTheStartAndForthToTheEnd) {
+    testing::internal::CaptureStderr(); // a line for each edit of what is not there
+    const std::string startFile = saved();
+    const std::string startText = m_scene->fileText();
+    std::vector<Contents> states{Contents(m_session)}; // by place in the history
+    const auto& history = m_session.history();
+    const auto expectState = [&](const Contents& before) {
+        expectTold(before);
+        ASSERT_EQ(Contents(m_session), states[history.position()]);
+        ASSERT_EQ(m_session.isModified(), m_scene->fileText() != startText);
+    };
+    for (int edit = 0; edit < 20'000 && !HasFailure(); ++edit) {
+        const Contents before(m_session);
+        const std::size_t place = history.position();
+        m_random.below(10) == 0 ? static_cast<void>(m_session.undo()) : editAtRandom();
+        if (history.position() > place) {
+            states.erase(states.begin() + static_cast<std::ptrdiff_t>(place) + 1, states.end());
+            states.emplace_back(m_session);
+        }
+        expectState(before);
+        ASSERT_EQ(states.size(), history.size() + 1);
+    }
+    m_session.setFirstBranch("the end");
+    states.resize(history.position(), states.front());
+    states.emplace_back(m_session);
+    const std::string endFile = saved();
+    EXPECT_GT(history.size(), 5'000U);
+    while (history.canUndo() && !HasFailure()) {
+        const Contents before(m_session);
+        m_session.undo();
+        expectState(before);
+    }
+    EXPECT_FALSE(m_session.isModified());
+    EXPECT_EQ(saved(), startFile);
+    while (history.canRedo() && !HasFailure()) {
+        const Contents before(m_session);
+        m_session.redo();
+        expectState(before);
+    }
+    EXPECT_EQ(saved(), endFile);
+    (void)testing::internal::GetCapturedStderr();
+}
+
+TEST_F(SceneSessionTest, StepsSayWhatAndWhereAndTellWhatTheyTouch) {
+    const struct {
+        std::function<bool()> edit;
+        SceneStep step;
+        int branch;
+        int action;
+        SceneSession::Changes told;
+    } cases[] = {
+        {[&] { return m_session.addBranch(); },
+         SceneStep::addBranch,
+         2,
+         -1,
+         {{Part::branches, -1}}},
+        {[&] { return m_session.renameBranch(0, "Lobby"); },
+         SceneStep::rename,
+         0,
+         -1,
+         {{Part::firstBranch, -1}, {Part::branchName, 0}}},
+        {[&] { return m_session.setFirstBranch("Exit"); },
+         SceneStep::firstBranch,
+         1,
+         -1,
+         {{Part::firstBranch, -1}}},
+        {[&] { return m_session.setVideo(1, "a.ogv"); },
+         SceneStep::video,
+         1,
+         -1,
+         {{Part::video, 1}}},
+        {[&] { return m_session.addAction(0); }, SceneStep::addAction, 0, 2, {{Part::actions, 0}}},
+        {[&] { return m_session.setType(0, 2, Action::kZoneAction); },
+         SceneStep::condition,
+         0,
+         2,
+         {{Part::actions, 0}}},
+        {[&] { return m_session.moveAction(0, 2, 0); },
+         SceneStep::moveAction,
+         0,
+         0,
+         {{Part::actions, 0}}},
+        {[&] { return m_session.moveBranch(0, 2); },
+         SceneStep::moveBranch,
+         2,
+         -1,
+         {{Part::branches, -1}}},
+    };
+    m_told.clear();
+    for (const auto& test : cases) {
+        SCOPED_TRACE(scene::stepName(test.step));
+        EXPECT_TRUE(test.edit());
+        EXPECT_EQ(std::exchange(m_told, {}), test.told);
+        const scene::SceneLabel* label = m_session.history().undoLabel();
+        EXPECT_EQ(std::tuple(label->step, label->branch, label->action),
+                  std::tuple(test.step, test.branch, test.action));
+    }
+    EXPECT_FALSE(m_session.setVideo(0, "a.ogv") || m_session.setType(2, 0, Action::kZoneAction));
+    EXPECT_TRUE(m_told.empty()) << "the same again is no step";
+}
+
+TEST_F(SceneSessionTest, ModifiedMeansThatASaveWouldWriteOtherBytes) {
+    m_scene->SetFirstBranch("");
+    file("B") = "<Scene><Branch><ID>Hall</ID></Branch><Branch/></Scene>\n<!-- by hand -->";
+    ASSERT_TRUE(m_session.load("B"));
+    EXPECT_FALSE(m_session.isModified() || m_session.isNew()) << "a save would write it otherwise";
+    m_session.setFirstBranch("Hall");
+    EXPECT_FALSE(m_session.isModified()) << "saving would fill in the same name";
+    m_session.undo();
+    m_session.moveBranch(0, 1);
+    EXPECT_TRUE(m_session.isModified());
+    m_session.undo();
+    m_session.renameBranch(0, "Gate");
+    m_files.failOn("open", 13);
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(m_session.save("Scenes/B/"));
+    (void)testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(m_session.isModified());
+    m_files.heal();
+    EXPECT_TRUE(m_session.save("Scenes/B/"));
+    EXPECT_FALSE(m_session.isModified());
+    EXPECT_EQ(m_session.firstBranch(), "Gate");
+    m_session.undo();
+    EXPECT_FALSE(m_session.isModified()) << "what saving filled in is a step that changes no byte";
+    m_session.undo();
+    EXPECT_TRUE(m_session.isModified());
+    EXPECT_TRUE(m_session.newScene("C"));
+    EXPECT_TRUE(m_session.isNew() && !m_session.isModified() && !m_session.undo());
+    m_session.addBranch();
+    m_session.undo();
+    EXPECT_FALSE(m_session.isModified());
+    m_session.addBranch();
+    EXPECT_EQ(m_session.branchNames(), Lines{"New Branch 3"}) << "numbers only grow";
+    EXPECT_EQ(m_session.firstBranch(), "New Branch 3");
+}
+
+TEST_F(SceneSessionTest, CopiesAndRemovedBranchesKeepTheRestInOrder) {
+    m_session.duplicateBranch(0);
+    m_session.duplicateBranch(0);
+    EXPECT_EQ(m_session.branchNames(), (Lines{"Hall", "Hall 3", "Hall 2", "Exit"}));
+    EXPECT_EQ(m_session.actions(1), m_session.actions(0));
+    m_session.setTarget(1, 0, "Hall 2");
+    EXPECT_EQ(m_session.action(0, 0).BranchID(), "Exit") << "a copy has actions of its own";
+    const Lines heirs{"Hall 3", "Hall 2", "Exit", ""};
+    for (const std::string& heir : heirs) {
+        m_session.removeBranch(0);
+        EXPECT_EQ(m_session.firstBranch(), heir);
+    }
+    m_session.undo();
+    m_session.undo();
+    m_session.setFirstBranch("Exit");
+    m_session.removeBranch(1);
+    EXPECT_EQ(m_session.firstBranch(), "Hall 2") << "the last one when none follows";
+}
+
+} // namespace
