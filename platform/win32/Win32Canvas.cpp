@@ -1,6 +1,5 @@
 #include "platform/win32/Win32Canvas.h"
 
-#include "platform/win32/WideText.h"
 #include "platform/win32/Win32FrameBuffer.h"
 
 namespace platform::win32 {
@@ -11,45 +10,14 @@ COLORREF toGdi(Color color) {
     return RGB(redOf(color), greenOf(color), blueOf(color));
 }
 
-RECT toGdi(const Rect& rect) {
-    return {rect.left, rect.top, rect.right, rect.bottom};
-}
-
 void clipTo(HDC context, const Rect& rect) {
     SelectClipRgn(context, nullptr);
     IntersectClipRect(context, rect.left, rect.top, rect.right, rect.bottom);
 }
 
-UINT flagsOf(TextAlign align) {
-    // Text is drawn as it stands: "&" is a letter.
-    const UINT common = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
-    switch (align) {
-    case TextAlign::center:
-        return common | DT_CENTER;
-    case TextAlign::right:
-        return common | DT_RIGHT;
-    case TextAlign::left:
-        break;
-    }
-    return common | DT_LEFT;
-}
-
 } // namespace
 
-void Win32TextPainter::drawText(raster::PixelView /*target*/, const Rect& clip,
-                                std::u16string_view text, const Rect& box, FontHandle font,
-                                Color color, TextAlign align) {
-    const Selection selection(m_context, m_fonts.font(font));
-    clipTo(m_context, clip);
-    SetBkMode(m_context, TRANSPARENT);
-    SetTextColor(m_context, toGdi(color));
-    const std::wstring wideText = toWide(text);
-    RECT place = toGdi(box);
-    DrawTextW(m_context, wideText.c_str(), static_cast<int>(wideText.size()), &place,
-              flagsOf(align));
-}
-
-Win32Canvas::Win32Canvas(const Win32BackBuffer& target, Win32TextPainter& text, const Rect& clip)
+Win32Canvas::Win32Canvas(const Win32BackBuffer& target, raster::TextPainter& text, const Rect& clip)
     : RasterCanvas(target.pixels(), text, clip), m_context(target.context()) {}
 
 void Win32Canvas::applyClip() const {

@@ -9,6 +9,7 @@
 #include "platform/win32/Win32EventLoop.h"
 #include "platform/win32/Win32FileDialog.h"
 #include "platform/win32/Win32FontSet.h"
+#include "platform/win32/Win32TextPainter.h"
 #include "platform/win32/Win32WindowHost.h"
 
 namespace platform {
@@ -30,7 +31,7 @@ public:
 
 class Win32Gui final : public Gui {
 public:
-    Win32Gui() : m_windows({&m_fonts, [this] { m_loop.endAll(); }}) {}
+    Win32Gui() : m_text(m_fonts), m_windows({&m_text, [this] { m_loop.endAll(); }}) {}
 
     WindowHost& windows() override { return m_windows; }
     EventLoop& loop() override { return m_loop; }
@@ -43,6 +44,7 @@ public:
 private:
     Win32EventLoop m_loop;
     Win32FontSet m_fonts;
+    Win32TextPainter m_text;
     Win32WindowHost m_windows;
     Win32FileDialog m_fileDialog;
     Win32Desktop m_desktop;

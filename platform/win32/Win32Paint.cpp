@@ -31,7 +31,7 @@ private:
 } // namespace
 
 Rect Win32Window::clientRect() const {
-    if (IsIconic(m_handle.get()) != 0) { // has none then; what changes is painted for later
+    if (IsIconic(m_handle.get()) != 0) { // has none then
         return {0, 0, m_back.size().width, m_back.size().height};
     }
     RECT rect{};
@@ -45,6 +45,9 @@ void Win32Window::invalidate(const Rect& dirty) {
         return;
     }
     m_dirty.add(visible);
+    if (IsIconic(m_handle.get()) != 0) {
+        return; // painted once it comes up
+    }
     const RECT native = toNative(visible);
     InvalidateRect(m_handle.get(), &native, FALSE);
 }
@@ -76,9 +79,8 @@ void Win32Window::paintDirty() {
     if (m_back.context() == nullptr) {
         return;
     }
-    Win32TextPainter text(m_back.context(), *m_services.fonts);
     for (const Rect& rect : m_dirty.take()) {
-        Win32Canvas canvas(m_back, text, rect);
+        Win32Canvas canvas(m_back, *m_services.text, rect);
         guardedRun("painting", [&] { m_events.onPaint(canvas, canvas.clip()); });
     }
     SelectClipRgn(m_back.context(), nullptr);

@@ -10,15 +10,14 @@
 
 #include "platform/Window.h"
 #include "platform/raster/DirtyRegion.h"
+#include "platform/raster/TextPainter.h"
 #include "platform/win32/Win32BackBuffer.h"
 
 namespace platform::win32 {
 
-class Win32FontSet;
-
 /// What windows share with the rest of the back end. Not owned by them.
 struct WindowServices {
-    const Win32FontSet* fonts = nullptr;
+    raster::TextPainter* text = nullptr;
     std::function<void()> endProgram; ///< the session ends
 };
 

@@ -37,6 +37,27 @@ platform::Bitmap pictureOf(std::u16string_view text, const Rect& box, FontHandle
     return window.native().snapshot();
 }
 
+/// How many pixels' worth of `color` a text in it leaves on `ground`.
+double inkOf(platform::Color color, platform::Color ground) {
+    test::TestWindow window;
+    window.paint = [&](platform::Canvas& canvas) {
+        canvas.fillRect({0, 0, 200, 100}, ground);
+        canvas.drawText(u"Kept until you press Save.", {0, 0, 200, 100}, 0, color, TextAlign::left);
+    };
+    const platform::Bitmap picture = window.native().snapshot();
+    const auto greenOf = [](platform::Color c) {
+        return static_cast<double>(platform::greenOf(c));
+    };
+    double ink = 0;
+    for (int y = 0; y < picture.size().height; ++y) {
+        for (int x = 0; x < picture.size().width; ++x) {
+            ink +=
+                (greenOf(picture.at(x, y)) - greenOf(ground)) / (greenOf(color) - greenOf(ground));
+        }
+    }
+    return ink;
+}
+
 class Fonts : public testing::Test {
 protected:
     platform::FontSet& m_fonts = test::gui().fonts();
@@ -101,4 +122,15 @@ TEST_F(Fonts, AlignTextInsideItsBoxAndCutIt) {
                                                    TextAlign::center, {60, 0, 200, 100}));
     EXPECT_EQ(first, 60);
     EXPECT_EQ(end, 90);
+}
+
+TEST_F(Fonts, WeighTheSameInEveryColourOnEveryGround) {
+    const double ink = inkOf(0xFF000000, 0xFFFFFFFF);
+    EXPECT_GT(ink, 100);
+    const std::pair<platform::Color, platform::Color> pairs[] = {
+        {0xFFFFFFFF, 0xFF000000}, {0xFFFFFFFF, 0xFF1C5FB0}, {0xFF5B6B80, 0xFFF2F4F8}};
+    for (const auto& [color, ground] : pairs) {
+        EXPECT_NEAR(inkOf(color, ground) / ink, 1, 0.02) << std::hex << color << " on " << ground;
+    }
+    EXPECT_NEAR(inkOf(0x80000000, 0xFFFFFFFF) / ink, 0.5, 0.02);
 }

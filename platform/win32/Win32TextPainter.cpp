@@ -1,0 +1,87 @@
+#include "platform/win32/Win32TextPainter.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "platform/raster/Blend.h"
+#include "platform/win32/WideText.h"
+#include "platform/win32/Win32FontSet.h"
+
+namespace platform::win32 {
+
+namespace {
+
+UINT flagsOf(TextAlign align) {
+    // Text is drawn as it stands: "&" is a letter.
+    const UINT common = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
+    switch (align) {
+    case TextAlign::center:
+        return common | DT_CENTER;
+    case TextAlign::right:
+        return common | DT_RIGHT;
+    case TextAlign::left:
+        break;
+    }
+    return common | DT_LEFT;
+}
+
+/// How much of a pixel is covered, by how bright GDI makes it in white on black.
+std::array<std::uint32_t, 256> coverageTable() {
+    constexpr double kGamma = 2.3; // of GDI's smoothed letters
+    std::array<std::uint32_t, 256> table{};
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const double brightness = static_cast<double>(i) / 255.0;
+        table[i] = static_cast<std::uint32_t>(std::lround(255.0 * std::pow(brightness, kGamma)));
+    }
+    return table;
+}
+
+void layOn(raster::PixelView mask, Color color, raster::PixelView target, const Rect& place) {
+    static const std::array<std::uint32_t, 256> kCoverage = coverageTable();
+    const std::uint32_t pixel = raster::premultiply(color);
+    for (int y = 0; y < place.height(); ++y) {
+        const std::uint32_t* from = mask.row(y);
+        std::uint32_t* to = target.row(place.top + y) + place.left;
+        for (int x = 0; x < place.width(); ++x) {
+            if (const std::uint32_t brightness = (from[x] >> 8U) & 0xFFU; brightness != 0) {
+                to[x] = raster::blendPixel(raster::scalePixel(pixel, kCoverage[brightness]), to[x]);
+            }
+        }
+    }
+}
+
+} // namespace
+
+bool Win32TextPainter::prepareMask(Size size) {
+    const Size had = m_mask.size();
+    if (had.width < size.width || had.height < size.height) {
+        return m_mask.resize({std::max(had.width, size.width), std::max(had.height, size.height)});
+    }
+    const raster::PixelView pixels = m_mask.pixels();
+    for (int y = 0; y < size.height; ++y) {
+        std::fill_n(pixels.row(y), size.width, 0U);
+    }
+    return true;
+}
+
+void Win32TextPainter::drawText(raster::PixelView target, const Rect& clip,
+                                std::u16string_view text, const Rect& box, FontHandle font,
+                                Color color, TextAlign align) {
+    if (!prepareMask(clip.size())) {
+        return;
+    }
+    HDC context = m_mask.context();
+    SelectClipRgn(context, nullptr);
+    IntersectClipRect(context, 0, 0, clip.width(), clip.height());
+    SetBkMode(context, TRANSPARENT);
+    SetTextColor(context, RGB(255, 255, 255));
+    const Selection selection(context, m_fonts.font(font));
+    const std::wstring wideText = toWide(text);
+    RECT place{box.left - clip.left, box.top - clip.top, box.right - clip.left,
+               box.bottom - clip.top};
+    DrawTextW(context, wideText.c_str(), static_cast<int>(wideText.size()), &place, flagsOf(align));
+    layOn(m_mask.pixels(), color, target, clip); // which flushes what GDI collected for both
+}
+
+} // namespace platform::win32
