@@ -34,6 +34,8 @@ public:
     /// Text from an input method: shown as not yet committed, or committed.
     virtual void preedit(NativeWindow& window, const std::u16string& text) = 0;
     virtual void commit(NativeWindow& window, const std::u16string& text) = 0;
+    /// What the task bar or the window manager does; false brings the window up again.
+    virtual void minimize(NativeWindow& window, bool minimized) = 0;
     /// What the close box, Alt+F4 or the window manager asks.
     virtual void requestClose(NativeWindow& window) = 0;
 };

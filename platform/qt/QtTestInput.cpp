@@ -46,6 +46,7 @@ public:
              Modifiers modifiers) override;
     void preedit(NativeWindow& window, const std::u16string& text) override;
     void commit(NativeWindow& window, const std::u16string& text) override;
+    void minimize(NativeWindow& window, bool minimized) override;
     void requestClose(NativeWindow& window) override;
 
 private:
@@ -118,6 +119,12 @@ void QtTestInput::commit(NativeWindow& window, const std::u16string& text) {
         QInputMethodEvent event;
         event.setCommitString(committed);
         QCoreApplication::sendEvent(&surface, &event);
+    });
+}
+
+void QtTestInput::minimize(NativeWindow& window, bool minimized) {
+    post(window, [minimized](QtSurface& surface) {
+        surface.setWindowState(minimized ? Qt::WindowMinimized : Qt::WindowNoState);
     });
 }
 

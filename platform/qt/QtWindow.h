@@ -87,6 +87,8 @@ private:
     void paintRect(const Rect& rect);
     void present(const QRegion& region);
     bool resizeBack();
+    /// Neither hidden nor minimised.
+    [[nodiscard]] bool isOnScreen() const;
     void requestPaint();
 
     QtWindowHost& m_host;

@@ -101,7 +101,8 @@ bool QtWindow::handleStateEvent(QEvent& event) {
         return true;
     case QEvent::Expose:
     case QEvent::Resize:
-        if (m_surface->isExposed()) {
+    case QEvent::WindowStateChange:
+        if (isOnScreen()) {
             resizeBack();
             paintDirty();
             present(QRect(QPoint(), m_surface->size()));

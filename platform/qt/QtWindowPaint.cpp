@@ -20,9 +20,13 @@ void QtWindow::invalidate(const Rect& dirty) {
     }
 }
 
+bool QtWindow::isOnScreen() const {
+    return m_surface->isExposed() && !m_surface->windowStates().testFlag(Qt::WindowMinimized);
+}
+
 void QtWindow::requestPaint() {
-    if (m_paintRequested || m_closing || !m_surface->isVisible()) {
-        return; // a hidden window is painted once it is shown
+    if (m_paintRequested || m_closing || !isOnScreen()) {
+        return; // painted once it comes up
     }
     m_paintRequested = true;
     QCoreApplication::postEvent(m_surface.get(),

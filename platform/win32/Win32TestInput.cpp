@@ -57,6 +57,7 @@ public:
              Modifiers modifiers) override;
     void preedit(NativeWindow& window, const std::u16string& text) override;
     void commit(NativeWindow& window, const std::u16string& text) override;
+    void minimize(NativeWindow& window, bool minimized) override;
     void requestClose(NativeWindow& window) override;
 
 private:
@@ -125,6 +126,12 @@ void Win32TestInput::preedit(NativeWindow& window, const std::u16string& text) {
 
 void Win32TestInput::commit(NativeWindow& window, const std::u16string& text) {
     post(window, [text](HWND handle) { Win32Window::fromHandle(handle)->compose({}, text); });
+}
+
+void Win32TestInput::minimize(NativeWindow& window, bool minimized) {
+    post(window, [command = minimized ? SC_MINIMIZE : SC_RESTORE](HWND handle) {
+        SendMessageW(handle, WM_SYSCOMMAND, command, 0);
+    });
 }
 
 void Win32TestInput::requestClose(NativeWindow& window) {

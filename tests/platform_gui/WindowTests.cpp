@@ -154,6 +154,27 @@ TEST(Painting, CoversExactlyWhatWasInvalidated) {
     EXPECT_EQ(window.takePaints(), (std::vector<Rect>{{0, 0, 200, 100}})) << "a snapshot is whole";
 }
 
+TEST(Painting, WaitsWhileTheWindowIsMinimised) {
+    TestWindow window;
+    window.show();
+    const Rect place = window.native().geometry();
+    test::input().minimize(window.native(), true);
+    test::pump();
+    static_cast<void>(window.takePaints());
+    window.native().invalidate({10, 10, 20, 20});
+    test::pump();
+    EXPECT_TRUE(window.takePaints().empty());
+    EXPECT_EQ(window.native().geometry(), place);
+    EXPECT_EQ(window.native().snapshot().size(), place.size()) << "for whoever asks";
+    static_cast<void>(window.takePaints());
+    window.native().invalidate({10, 10, 20, 20});
+    test::input().minimize(window.native(), false);
+    test::pump();
+    const auto paints = window.takePaints();
+    ASSERT_FALSE(paints.empty());
+    EXPECT_EQ(paints.front().intersected({10, 10, 20, 20}), (Rect{10, 10, 20, 20}));
+}
+
 TEST(Painting, FollowsTheWindowsSize) {
     TestWindow window;
     window.paint = [](platform::Canvas& canvas) {

@@ -139,18 +139,12 @@ TEST_F(EditorWindows, CanBeMinimisedAndHaveTheirSystemMenu) {
     EXPECT_TRUE(opensMenu(platform::Key::space, u" "));
     EXPECT_FALSE(opensMenu(platform::Key::other, u"q")) << "a menu that the window does not have";
 
-    const platform::Rect place = editor->GetNative()->geometry();
-    const platform::Bitmap picture = editor->GetNative()->snapshot();
-    SendMessageW(handle, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    test::input().minimize(*editor->GetNative(), true);
     test::pump();
     EXPECT_NE(IsIconic(handle), FALSE);
-    EXPECT_EQ(editor->GetNative()->geometry(), place);
-    EXPECT_EQ(editor->GetNative()->snapshot().size(), picture.size());
-    SendMessageW(handle, WM_SYSCOMMAND, SC_RESTORE, 0);
+    test::input().minimize(*editor->GetNative(), false);
     test::pump();
     EXPECT_EQ(IsIconic(handle), FALSE);
-    EXPECT_EQ(editor->GetNative()->geometry(), place);
-    EXPECT_EQ(editor->GetNative()->snapshot().size(), picture.size());
 }
 
 TEST_F(EditorWindows, EndTheirLoopHoweverTheyAreDestroyed) {
