@@ -24,8 +24,7 @@ std::shared_ptr<const platform::Bitmap> ImageCache::load(const Skin& skin,
         }
     }
     if (image == nullptr) {
-        core::Log::get()->Write(core::Log::Level::warning, "Unable to load image %s",
-                                skin.describe(file).c_str());
+        core::Log::get()->Error("Unable to load image %s", skin.describe(file).c_str());
     }
     m_images.emplace(key, image);
     return image;

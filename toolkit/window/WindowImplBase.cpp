@@ -55,8 +55,8 @@ bool WindowImplBase::buildControls(const std::shared_ptr<const Skin>& skin, CDia
         return refuse(*skin, builder);
     }
     for (const std::string& remark : builder.remarks()) {
-        core::Log::get()->Write(core::Log::Level::warning, "Layout %s: %s",
-                                skin->describe(GetSkinFile()).c_str(), remark.c_str());
+        core::Log::get()->Error("Layout %s: %s", skin->describe(GetSkinFile()).c_str(),
+                                remark.c_str());
     }
     if (CControlUI& root = *m_manager.GetRoot(); root.accessibleName().empty()) {
         root.SetAttribute(u"label", title);
