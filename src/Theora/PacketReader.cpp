@@ -45,7 +45,7 @@ bool PacketReader::loadPage() {
             return false;
         }
     } while (ogg_page_serialno(&page) != m_layout.serial);
-    if (ogg_page_bos(&page) != 0 && m_pages.pageOffset() > m_layout.dataStart) {
+    if (beginsTheoraStream(page) && m_pages.pageOffset() > m_layout.dataStart) {
         m_pages.seek(m_pages.sourceSize()); // a further stream of the same number: not ours
         return false;
     }

@@ -1,6 +1,7 @@
 #include "src/Theora/StreamHeaders.h"
 
 #include <optional>
+#include <string_view>
 
 #include "src/Theora/PageReader.h"
 #include "src/TheoraException.h"
@@ -24,6 +25,18 @@ enum Line {
     kBadVorbis = 171
 };
 
+constexpr std::string_view kTheoraBeginning = "\x80theora";
+constexpr std::string_view kVorbisBeginning = "\x01vorbis";
+
+bool startsWith(const unsigned char* bytes, long count, std::string_view tag) {
+    return std::string_view(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count))
+        .starts_with(tag);
+}
+
+bool startsWith(const ogg_packet& packet, std::string_view tag) {
+    return startsWith(packet.packet, packet.bytes, tag);
+}
+
 class HeaderReader {
 public:
     HeaderReader(SharedSource& source, StreamHeaders& headers)
@@ -34,12 +47,13 @@ public:
         ogg_page page;
         while (!complete() && m_pages.next(page, kHeaderSearchLimit)) {
             anyPage = true;
-            if (ogg_page_bos(&page) != 0) {
-                beginStream(page);
-            } else if (m_theora && ogg_page_serialno(&page) == m_headers.theora.serial) {
+            // The serial number comes first: some writers mark later pages as the beginning too.
+            if (m_theora && ogg_page_serialno(&page) == m_headers.theora.serial) {
                 feedTheora(page);
             } else if (m_vorbis && ogg_page_serialno(&page) == m_headers.vorbis.serial) {
                 feedVorbis(page);
+            } else if (ogg_page_bos(&page) != 0) {
+                beginStream(page);
             } else if (!m_theora) {
                 refuseStream("invalid stream",
                              kNoTheora); // data pages begin, and no stream was ours
@@ -66,22 +80,16 @@ private:
             ogg_stream_packetout(probe.get(), &packet) != 1) {
             return;
         }
-        if (!m_theora && startsWith(packet, "\x80theora")) {
+        if (!m_theora && startsWith(packet, kTheoraBeginning)) {
             m_headers.theora.serial = serial;
             m_theora.emplace(serial);
             feedTheora(page);
-        } else if (!m_vorbis && startsWith(packet, "\x01vorbis")) {
+        } else if (!m_vorbis && startsWith(packet, kVorbisBeginning)) {
             m_headers.vorbis.serial = serial;
             m_headers.vorbis.present = true;
             m_vorbis.emplace(serial);
             feedVorbis(page);
         }
-    }
-
-    static bool startsWith(const ogg_packet& packet, std::string_view tag) {
-        return std::string_view(reinterpret_cast<const char*>(packet.packet),
-                                static_cast<std::size_t>(packet.bytes))
-            .starts_with(tag);
     }
 
     void feedTheora(ogg_page& page) {
@@ -92,8 +100,10 @@ private:
             if (got == 0) {
                 return;
             }
-            if (got < 0) {
-                continue; // page numbers that jump; if a header is missing, the next one tells
+            // Page numbers that jump: if a header is missing, the next one shows it. A first header
+            // that comes again is passed over.
+            if (got < 0 || (m_theoraCount > 0 && startsWith(packet, kTheoraBeginning))) {
+                continue;
             }
             if (!isHeaderPacket(packet)) {
                 refuseStream("invalid theora stream", kDataTooEarly);
@@ -129,7 +139,7 @@ private:
             if (got == 0) {
                 return;
             }
-            if (got < 0) {
+            if (got < 0 || (m_vorbisCount > 0 && startsWith(packet, kVorbisBeginning))) {
                 continue;
             }
             if (vorbis_synthesis_headerin(m_headers.vorbis.info.get(),
@@ -153,6 +163,11 @@ private:
 
 void refuseStream(const char* message, int line) {
     throw TheoraGenericException(message, "src\\Theora\\TheoraVideoClip_Theora", line);
+}
+
+bool beginsTheoraStream(const ogg_page& page) {
+    return ogg_page_bos(&page) != 0 && ogg_page_continued(&page) == 0 &&
+           startsWith(page.body, page.body_len, kTheoraBeginning);
 }
 
 void readStreamHeaders(SharedSource& source, StreamHeaders& headers) {

@@ -36,6 +36,10 @@ struct StreamHeaders {
 /// "Error parsing vorbis stream headers", "invalid stream", "End of file found prematurely".
 void readStreamHeaders(SharedSource& source, StreamHeaders& headers);
 
+/// Whether a Theora stream begins with this page. The flag of the page is not enough: some writers
+/// set it on later pages as well.
+[[nodiscard]] bool beginsTheoraStream(const ogg_page& page);
+
 /// Throws TheoraGenericException as raised by the clip; `line`: a fixed place that support knows.
 [[noreturn]] void refuseStream(const char* message, int line);
 

@@ -64,15 +64,17 @@ TEST(Audio, PlayingAndEverySeekHandOutTheExactSamplesOrSilenceWhereTheSoundStart
     const struct {
         support::Sound sound;
         int delay;
-    } cases[] = {{support::Sound::before, 0},
-                 {support::Sound::after, 0},
-                 {support::Sound::after, 2 * support::kClipSoundRate}};
+        bool everyPageBegins;
+    } cases[] = {{support::Sound::before, 0, true},
+                 {support::Sound::after, 0, false},
+                 {support::Sound::after, 2 * support::kClipSoundRate, false}};
     for (const auto& item : cases) {
         Recorder recorder;
-        PlaybackSession session(
-            support::makeClip(
-                {.frames = 100, .pages = {3, 255}, .sound = item.sound, .soundDelay = item.delay}),
-            0, &recorder);
+        PlaybackSession session(support::makeClip({.frames = 100,
+                                                   .pages = {3, 255, false, item.everyPageBegins},
+                                                   .sound = item.sound,
+                                                   .soundDelay = item.delay}),
+                                0, &recorder);
         EXPECT_TRUE(session.clip().hasAudio());
         EXPECT_EQ(recorder.rate, support::kClipSoundRate);
         EXPECT_EQ(session.playToEnd().size(), 100U);

@@ -53,12 +53,15 @@ TEST(Refusal, FilesWithoutAPlayableTheoraStreamAreNamedSo) {
     const Bytes clip = support::makeClip({});
     const Bytes head(clip.begin() + 28, clip.begin() + 70); // the packet of the first page
     const auto sound = support::encodeSound(1.0);
+    Bytes twice(clip.begin(), clip.begin() + 70);
+    twice.insert(twice.end(), clip.begin(), clip.end());
     const Bytes badBooks = {5, 'v', 'o', 'r', 'b', 'i', 's', 0xFF};
     const struct {
         const char* name;
         Bytes file;
         const char* message;
     } cases[] = {
+        {"only a first page that comes twice", twice, ""},
         {"nothing at all", {}, kNoData},
         {"no Ogg page", Bytes(100000, 'O'), kNoData},
         {"cut in the headers", Bytes(clip.begin(), clip.begin() + 200), kNoData},

@@ -64,6 +64,12 @@ const NamedClip kClips[] = {
     {"SmallerThanFourKilobytes", {.frames = 3, .quality = 0}},
     {"ADamagedKeyframe", {.frames = 60, .damagedFrame = 24}},
     {"PageNumbersThatJump", {.numbersJump = true}},
+    {"EveryPageMarkedAsTheFirst",
+     {.frames = 90,
+      .quality = 60,
+      .pages = {.packetsPerPage = 3, .segmentsPerPage = 2, .repeatsBegin = true},
+      .sound = Sound::before,
+      .skeleton = true}},
     {"OneFrame", {.frames = 1}},
 };
 

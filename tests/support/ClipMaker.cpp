@@ -202,7 +202,8 @@ private:
     void addHeaders(const EncodedStream& stream, OggPager& pager) {
         m_pages.emplace(kStart, pager.pages({stream.headers[0]}, {})[0].bytes);
         pager.skipPageNumbers(m_spec.numbersJump ? 3 : 0);
-        for (auto& page : pager.pages({stream.headers[1], stream.headers[2]}, {2, 255})) {
+        const PageLayout layout{.packetsPerPage = 2, .repeatsBegin = m_spec.pages.repeatsBegin};
+        for (auto& page : pager.pages({stream.headers[1], stream.headers[2]}, layout)) {
             m_pages.emplace(kHeader, std::move(page.bytes));
         }
     }
@@ -231,7 +232,8 @@ private:
                 static_cast<std::uint8_t>(m_spec.claimedSoundRate >> 8 * byte);
         }
         addHeaders(sound, m_sound);
-        for (auto& page : m_sound.pages(sound.data, {4, 255})) {
+        const PageLayout layout{.packetsPerPage = 4, .repeatsBegin = m_spec.pages.repeatsBegin};
+        for (auto& page : m_sound.pages(sound.data, layout)) {
             const double time = static_cast<double>(page.granule) / kClipSoundRate;
             m_pages.emplace(time, std::move(page.bytes));
         }

@@ -27,7 +27,7 @@ struct ClipSpec {
     int granuleShift = -1;   ///< -1 = the smallest that fits the distance
     int quality = 40;        ///< 0 to 63
     bool version320 = false; ///< version 3.2.0, whose granule positions count from 0
-    PageLayout pages = {};
+    PageLayout pages = {};   ///< repeatsBegin holds for the sound too
     /// Frames that are stored as an empty packet: they repeat the picture before. Null = none.
     std::function<bool(int frame)> isEmpty = {};
     Sound sound = Sound::none;

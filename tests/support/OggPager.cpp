@@ -15,13 +15,14 @@ void appendLittleEndian(Bytes& to, std::uint64_t value, int bytes) {
 
 } // namespace
 
-OggPageData OggPager::finish(const Bytes& lacing, const Bytes& body, bool continued, bool last) {
+OggPageData OggPager::finish(const Bytes& lacing, const Bytes& body, bool continued, bool first,
+                             bool last) {
     OggPageData page;
     page.granule = m_granule;
     page.packets = m_packets;
     Bytes header = {'O', 'g', 'g', 'S', 0};
-    header.push_back(static_cast<std::uint8_t>((continued ? 1U : 0U) |
-                                               (m_pageNumber == 0 ? 2U : 0U) | (last ? 4U : 0U)));
+    header.push_back(
+        static_cast<std::uint8_t>((continued ? 1U : 0U) | (first ? 2U : 0U) | (last ? 4U : 0U)));
     appendLittleEndian(header, static_cast<std::uint64_t>(m_granule), 8);
     appendLittleEndian(header, static_cast<std::uint32_t>(m_serial), 4);
     appendLittleEndian(header, m_pageNumber++, 4);
@@ -50,7 +51,8 @@ std::vector<OggPageData> OggPager::pages(const std::vector<OggPacketData>& packe
         if (m_packets == 0 && layout.repeatsGranule) {
             m_granule = m_lastGranule;
         }
-        result.push_back(finish(lacing, body, continued, false));
+        result.push_back(
+            finish(lacing, body, continued, m_pageNumber == 0 || layout.repeatsBegin, false));
         lacing.clear();
         body.clear();
         continued = nextContinues;
@@ -81,7 +83,7 @@ std::vector<OggPageData> OggPager::pages(const std::vector<OggPacketData>& packe
 
 OggPageData OggPager::lastEmptyPage(std::int64_t granule) {
     m_granule = granule;
-    return finish({}, {}, false, true);
+    return finish({}, {}, false, false, true);
 }
 
 } // namespace support

@@ -41,6 +41,7 @@ struct PageLayout {
     /// A page that ends no packet says the position of the page before, as old encoders write it,
     /// instead of none.
     bool repeatsGranule = false;
+    bool repeatsBegin = false; ///< every page is marked as the stream's beginning
 };
 
 /// Turns the packets of one stream into pages; serial numbers and page counts run on between calls.
@@ -58,7 +59,7 @@ public:
 
 private:
     [[nodiscard]] OggPageData finish(const Bytes& lacing, const Bytes& body, bool continued,
-                                     bool last);
+                                     bool first, bool last);
 
     int m_serial;
     std::uint32_t m_pageNumber = 0;
