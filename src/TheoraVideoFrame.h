@@ -59,9 +59,13 @@ public:
     /// 0 or 1: which pass over the clip the frame belongs to; toggles at every restart.
     [[nodiscard]] int getIteration() const { return m_iteration; }
 
+    /// False: the clip has no frame of this number, and the nearest picture is shown instead.
+    [[nodiscard]] bool hasOwnPicture() const { return m_hasOwnPicture; }
+
     void setFrameNumber(int number) { m_frameNumber = number; }
     void setTimeToDisplay(float time) { m_timeToDisplay = time; }
     void setIteration(int iteration) { m_iteration = iteration; }
+    void setHasOwnPicture(bool isOwn) { m_hasOwnPicture = isOwn; }
 
 private:
     /// Held by every frame that shows them. `spares`: what those frames had before, one less than
@@ -80,6 +84,7 @@ private:
     int m_frameNumber = 0;
     float m_timeToDisplay = 0.0F;
     int m_iteration = 0;
+    bool m_hasOwnPicture = true;
 };
 
 } // namespace theora

@@ -96,7 +96,8 @@ void TheoraVideoClip_Theora::decodeSound(std::int64_t frame) {
     }
 }
 
-bool TheoraVideoClip_Theora::deliverPicture(const TheoraPicture& picture, std::int64_t number) {
+bool TheoraVideoClip_Theora::deliverPicture(const TheoraPicture& picture, std::int64_t number,
+                                            bool isOwn) {
     TheoraVideoFrame* frame = m_frameQueue->requestEmptyFrame();
     if (frame == nullptr) {
         return false;
@@ -104,13 +105,15 @@ bool TheoraVideoClip_Theora::deliverPicture(const TheoraPicture& picture, std::i
     if (!m_frameQueue->reusePixels(*frame, picture.identity)) {
         frame->decode(picture);
     }
+    frame->setHasOwnPicture(isOwn);
     deliver(*frame, static_cast<int>(std::min<std::int64_t>(number, INT_MAX)));
     return true;
 }
 
 bool TheoraVideoClip_Theora::deliverCached(std::int64_t number, bool realOnly) {
     const auto cached = m_cache->find(number);
-    return cached && (cached->isFrame || !realOnly) && deliverPicture(cached->picture, number);
+    return cached && (cached->isFrame || !realOnly) &&
+           deliverPicture(cached->picture, number, cached->isFrame);
 }
 
 // Only a clip that stands still is stepped through.
@@ -146,7 +149,8 @@ bool TheoraVideoClip_Theora::seekTo(int frame) {
         writeLog(getName() + " [seek]: fineseeking failed, _readData failed!");
         endOfFile.store(true);
     }
-    return m_decoder->position() < 0 || deliverPicture(m_decoder->picture(), frame);
+    return m_decoder->position() < 0 ||
+           deliverPicture(m_decoder->picture(), frame, m_decoder->position() == frame);
 }
 
 DecodeResult TheoraVideoClip_Theora::decodeNextPicture() {
@@ -180,7 +184,7 @@ bool TheoraVideoClip_Theora::decodeNextFrame() {
             return reachedEnd();
         }
         m_nextFrame = m_decoder->position() + 1;
-        if (!deliverPicture(m_decoder->picture(), m_decoder->position())) {
+        if (!deliverPicture(m_decoder->picture(), m_decoder->position(), true)) {
             return false;
         }
     }

@@ -38,7 +38,7 @@ private:
     void makeDecoders();
     void makeAudio();
     void decodeSound(std::int64_t frame) REQUIRES(m_access);
-    [[nodiscard]] bool deliverPicture(const TheoraPicture& picture, std::int64_t number)
+    [[nodiscard]] bool deliverPicture(const TheoraPicture& picture, std::int64_t number, bool isOwn)
         REQUIRES(m_access);
     [[nodiscard]] bool deliverCached(std::int64_t number, bool realOnly) REQUIRES(m_access);
     [[nodiscard]] DecodeResult decodeNextPicture() REQUIRES(m_access);

@@ -9,28 +9,78 @@
 namespace inspect {
 namespace {
 
-int runVersion(const Arguments& /*arguments*/, std::ostream& out) {
-    out << "quorvel-inspect " << QUORVEL_VERSION << '\n';
-    return kGood;
-}
-
 constexpr std::array kCommands{
-    Command{"--version", "", runVersion},
-    Command{"frames", "FILE [--sequential] [N | A-B | random:SEED:COUNT]...", runFrames},
-    Command{"scene", "DIR [--rewrite DIR2]", runScene},
-    Command{"video", "FILE", runVideo},
-    Command{"zones", "BASE [--display WxH] [--video WxH] [--frames N] [--rewrite BASE2]", runZones},
+    Command{"frames", "FILE [--sequential] [N | A-B | random:SEED:COUNT]...", runFrames,
+            "Print a hash of each frame's picture, one \"NUMBER HASH\" a line, \"NUMBER -\" for a\n"
+            "frame that does not come. Without numbers: all frames of the clip.\n"
+            "\n"
+            "  N                  this frame; frames count from 0\n"
+            "  A-B                frames A to B, both included\n"
+            "  random:SEED:COUNT  COUNT frames by chance, the same ones for the same SEED\n"
+            "  --sequential       play the clip from its start instead of seeking each frame\n"},
+    Command{"scene", "DIR [--rewrite DIR2]", runScene,
+            "Print the scene in the folder DIR as one JSON object.\n"
+            "\n"
+            "  --rewrite DIR2     also save it into the folder DIR2\n"},
+    Command{"video", "FILE", runVideo,
+            "Print the size, frame rate and length of a clip as one JSON object. The length is\n"
+            "-1 where the file does not tell it.\n"},
+    Command{"zones", "BASE [--display WxH] [--video WxH] [--frames N] [--rewrite BASE2]", runZones,
+            "Print the zones in BASE-ZoneInfo.xml and BASE-ZoneInfo.bin as one JSON object.\n"
+            "\n"
+            "  --display WxH      size of the picture area that points are given in; 1280x720\n"
+            "  --video WxH        size of the video; that of the picture area\n"
+            "  --frames N         frames of each zone; as many as are stored\n"
+            "  --rewrite BASE2    also save them under another name\n"},
 };
 
 std::string usage(const Command& command) {
-    const std::string line = std::string("quorvel-inspect ") + command.name;
-    return *command.usage == '\0' ? line : line + " " + command.usage;
+    return std::string("quorvel-inspect ") + command.name + " " + command.usage;
 }
 
 const Command* findCommand(const std::string& name) {
     const auto* const found = std::find_if(kCommands.begin(), kCommands.end(),
                                            [&](const Command& c) { return c.name == name; });
     return found == kCommands.end() ? nullptr : found;
+}
+
+void printHelp(std::ostream& out) {
+    out << "Usage: quorvel-inspect COMMAND [ARGUMENT...]\n"
+           "Show what Quorvel's clips, scenes and zone files hold.\n"
+           "\n"
+           "Commands:\n";
+    for (const Command& command : kCommands) {
+        out << "  " << command.name << ' ' << command.usage << '\n';
+    }
+    out << "\n"
+           "Options:\n"
+           "  --help     show this text; after a command, that command's\n"
+           "  --version  show the version\n"
+           "\n"
+           "Results go to standard output, messages to standard error.\n"
+           "Exit status: 0 all is well, 1 something was found missing, 2 a file cannot be read\n"
+           "or the command line is wrong.\n";
+}
+
+int runAny(const Arguments& arguments, std::ostream& out) {
+    const std::string& name = arguments.front();
+    if (name == "--version") {
+        out << "quorvel-inspect " << QUORVEL_VERSION << '\n';
+        return kGood;
+    }
+    if (name == "--help") {
+        printHelp(out);
+        return kGood;
+    }
+    const Command* const command = findCommand(name);
+    if (command == nullptr) {
+        return badUsage("", "unknown command \"" + name + "\"");
+    }
+    if (std::find(arguments.begin() + 1, arguments.end(), "--help") != arguments.end()) {
+        out << "Usage: " << usage(*command) << '\n' << command->help;
+        return kGood;
+    }
+    return command->run({arguments.begin() + 1, arguments.end()}, out);
 }
 
 } // namespace
@@ -63,11 +113,7 @@ int runCommand(const Arguments& arguments, std::ostream& out) {
         if (arguments.empty()) {
             return badUsage("", "no command");
         }
-        const Command* command = findCommand(arguments.front());
-        if (!command) {
-            return badUsage("", "unknown command \"" + arguments.front() + "\"");
-        }
-        const int code = command->run({arguments.begin() + 1, arguments.end()}, out);
+        const int code = runAny(arguments, out);
         out.flush();
         if (out) {
             return code;

@@ -23,6 +23,7 @@ struct Command {
     const char* name;
     const char* usage; ///< the arguments, for people
     CommandFunction run;
+    const char* help; ///< what --help prints below the usage: whole lines
 };
 
 /// frames FILE [--sequential] [N | A-B | random:SEED:COUNT]...

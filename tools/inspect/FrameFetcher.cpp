@@ -23,6 +23,12 @@ std::uint64_t hashOf(const theora::TheoraVideoFrame& frame) {
 
 } // namespace
 
+void reportUnknownLength(const theora::TheoraVideoClip& clip) {
+    if (clip.getNumFrames() < 0) {
+        core::tellStandardError(clip.getName() + ": unable to determine file duration!");
+    }
+}
+
 FrameFetcher::FrameFetcher(const std::string& file) {
     m_manager.setFrameReadyCallback([this] {
         const std::lock_guard lock(m_mutex);
@@ -31,6 +37,7 @@ FrameFetcher::FrameFetcher(const std::string& file) {
     });
     m_clip = m_manager.createClip(file, theora::TheoraOutputMode::TH_RGB);
     m_clip->setRestartAtEnd(false);
+    reportUnknownLength(*m_clip);
     // From here on the library's lines are about single frames, as in a seek behind the end.
     theora::setLogHook(core::tellStandardError);
 }
@@ -54,7 +61,7 @@ std::optional<FrameHash> FrameFetcher::waitForFrame() {
         m_manager.updateClips(0.0F);
         m_clip->advanceToDueFrame();
         if (const theora::TheoraVideoFrame* frame = m_clip->peekReadyFrame()) {
-            const FrameHash result{frame->getFrameNumber(), hashOf(*frame)};
+            const FrameHash result{frame->getFrameNumber(), hashOf(*frame), frame->hasOwnPicture()};
             m_clip->releaseShownFrame();
             return result;
         }

@@ -14,6 +14,7 @@ namespace inspect {
 struct FrameHash {
     int number = 0;
     std::uint64_t hash = 0; ///< FNV-1a of the R, G, B bytes, rows packed, top row first
+    bool isOwn = true;      ///< TheoraVideoFrame::hasOwnPicture()
 };
 
 /// One thread.
@@ -43,5 +44,8 @@ private:
     theora::TheoraVideoManager m_manager{1}; // behind what its callback uses
     theora::TheoraVideoClip* m_clip = nullptr;
 };
+
+/// Says on stderr when the file does not tell the clip's length.
+void reportUnknownLength(const theora::TheoraVideoClip& clip);
 
 } // namespace inspect

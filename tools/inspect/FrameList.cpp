@@ -1,15 +1,11 @@
 #include "tools/inspect/FrameList.h"
 
 #include <charconv>
-#include <cstdint>
-#include <optional>
-#include <random>
 #include <string_view>
+#include <system_error>
 
 namespace inspect {
 namespace {
-
-constexpr int kMostFrames = 100'000'000; // of one item; more would only fill the memory
 
 template <typename Number = int>
 std::optional<Number> readNumber(std::string_view text) {
@@ -21,41 +17,31 @@ std::optional<Number> readNumber(std::string_view text) {
     return value;
 }
 
-bool addRandom(std::string_view text, int frameCount, std::vector<int>& frames) {
+std::optional<FrameItem> readRandom(std::string_view text) {
     const std::size_t colon = text.find(':');
     if (colon == std::string_view::npos) {
-        return false;
+        return std::nullopt;
     }
     const auto seed = readNumber<std::uint32_t>(text.substr(0, colon));
     const auto count = readNumber(text.substr(colon + 1));
-    if (!seed || !count || *count > kMostFrames) {
-        return false;
-    }
-    std::mt19937 random(*seed);
-    for (int i = 0; i < *count && frameCount > 0; ++i) {
-        frames.push_back(static_cast<int>(random() % static_cast<std::uint32_t>(frameCount)));
-    }
-    return true;
+    return seed && count ? std::optional<FrameItem>(RandomFrames{*seed, *count}) : std::nullopt;
 }
 
 } // namespace
 
-bool addFrames(const std::string& item, int frameCount, std::vector<int>& frames) {
+std::optional<FrameItem> readFrameItem(const std::string& text) {
     constexpr std::string_view kRandom = "random:";
+    const std::string_view item = text;
     if (item.starts_with(kRandom)) {
-        return addRandom(std::string_view(item).substr(kRandom.size()), frameCount, frames);
+        return readRandom(item.substr(kRandom.size()));
     }
     const std::size_t dash = item.find('-');
-    const auto first = readNumber(std::string_view(item).substr(0, dash));
-    const auto last =
-        dash == std::string::npos ? first : readNumber(std::string_view(item).substr(dash + 1));
-    if (!first || !last || *last < *first || *last - *first >= kMostFrames) {
-        return false;
+    const auto first = readNumber(item.substr(0, dash));
+    const auto last = dash == std::string_view::npos ? first : readNumber(item.substr(dash + 1));
+    if (!first || !last || *last < *first) {
+        return std::nullopt;
     }
-    for (int frame = *first; frame <= *last; ++frame) {
-        frames.push_back(frame);
-    }
-    return true;
+    return FrameRange{*first, *last};
 }
 
 } // namespace inspect

@@ -1,102 +1,81 @@
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <map>
-#include <optional>
+#include <climits>
+#include <vector>
 
 #include "core/StandardError.h"
 #include "src/TheoraException.h"
 #include "tools/inspect/Command.h"
 #include "tools/inspect/FrameFetcher.h"
 #include "tools/inspect/FrameList.h"
+#include "tools/inspect/FramePrinter.h"
 
 namespace inspect {
 namespace {
 
-std::string hexText(std::uint64_t value) {
-    constexpr std::size_t kDigits = 16;
-    std::array<char, kDigits> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + kDigits, value, 16).ptr;
-    const std::string text(digits.data(), end);
-    return std::string(kDigits - text.size(), '0') + text;
-}
-
-/// Prints one line; a frame that did not come is a finding.
-int printFrame(int number, const std::optional<std::uint64_t>& hash, std::ostream& out) {
-    out << number << ' ' << (hash ? hexText(*hash) : "-") << '\n';
-    return hash ? kGood : kFindings;
-}
-
-int seekFrames(FrameFetcher& clip, const std::vector<int>& frames, std::ostream& out) {
-    int result = kGood;
-    for (const int frame : frames) {
-        const auto fetched = clip.fetch(frame);
-        result |= printFrame(frame, fetched ? std::optional(fetched->hash) : std::nullopt, out);
-        out.flush();
-    }
-    return result;
-}
-
-int playAll(FrameFetcher& clip, std::ostream& out) {
-    int expected = 0;
-    while (const auto frame = clip.next()) {
-        expected = frame->number + 1;
-        (void)printFrame(frame->number, frame->hash, out);
-    }
-    return clip.atEnd() ? kGood : printFrame(expected, std::nullopt, out);
-}
-
-/// Prints in the order asked for, although the frames come in their own.
-int playFrames(FrameFetcher& clip, const std::vector<int>& frames, std::ostream& out) {
-    if (frames.empty()) {
-        return kGood;
-    }
-    const int last = *std::max_element(frames.begin(), frames.end());
-    std::map<int, std::uint64_t> played;
-    while (played.empty() || played.rbegin()->first < last) {
-        const auto frame = clip.next();
-        if (!frame) {
-            break;
+/// Empty when an item cannot be read, which is then reported.
+std::optional<std::vector<FrameItem>> readItems(const Arguments& texts) {
+    std::vector<FrameItem> items;
+    for (const std::string& text : texts) {
+        const auto item = readFrameItem(text);
+        if (!item) {
+            (void)badUsage("frames", "which frames are \"" + text + "\"?");
+            return std::nullopt;
         }
-        played.emplace(frame->number, frame->hash);
+        items.push_back(*item);
     }
-    int result = kGood;
-    for (const int frame : frames) {
-        const auto found = played.find(frame);
-        result |= printFrame(
-            frame, found == played.end() ? std::nullopt : std::optional(found->second), out);
+    return items;
+}
+
+int seekFrames(FrameFetcher& clip, const std::string& file, const std::vector<FrameItem>& items,
+               std::ostream& out) {
+    SoughtFrames frames(clip);
+    FramePrinter printer(frames, file, clip.frameCount(), out);
+    if (items.empty()) {
+        const bool isKnown = clip.frameCount() > 0;
+        printer.print(FrameRange{0, isKnown ? clip.frameCount() - 1 : INT_MAX, !isKnown});
     }
-    return result;
+    for (const FrameItem& item : items) {
+        printer.print(item);
+    }
+    return printer.result();
+}
+
+int playFrames(FrameFetcher& clip, const std::string& file, const std::vector<FrameItem>& items,
+               std::ostream& out) {
+    int last = -1;
+    for (const FrameItem& item : items) {
+        const auto* const range = std::get_if<FrameRange>(&item);
+        last = std::max(last, range != nullptr ? range->last : clip.frameCount() - 1);
+    }
+    PlayedFrames frames(clip, last);
+    FramePrinter printer(frames, file, clip.frameCount(), out);
+    for (const FrameItem& item : items) {
+        printer.print(item);
+    }
+    return printer.result();
 }
 
 } // namespace
 
 int runFrames(const Arguments& arguments, std::ostream& out) {
-    Arguments items = arguments;
-    const auto options = std::remove(items.begin(), items.end(), "--sequential");
-    const bool sequential = options != items.end();
-    items.erase(options, items.end());
-    if (items.empty() || items.front().starts_with("--")) {
+    Arguments texts = arguments;
+    const auto options = std::remove(texts.begin(), texts.end(), "--sequential");
+    const bool sequential = options != texts.end();
+    texts.erase(options, texts.end());
+    if (texts.empty() || texts.front().starts_with("--")) {
         return badUsage("frames", "which frames of which file?");
     }
+    const std::string file = texts.front();
+    const auto items = readItems({texts.begin() + 1, texts.end()});
+    if (!items) {
+        return kUnreadable;
+    }
     try {
-        FrameFetcher clip(items.front());
-        items.erase(items.begin());
-        std::vector<int> frames;
-        for (const std::string& item : items) {
-            if (!addFrames(item, clip.frameCount(), frames)) {
-                return badUsage("frames", "which frames of which file?");
-            }
+        FrameFetcher clip(file);
+        if (!sequential) {
+            return seekFrames(clip, file, *items, out);
         }
-        if (sequential) {
-            return items.empty() ? playAll(clip, out) : playFrames(clip, frames, out);
-        }
-        if (items.empty()) {
-            for (int frame = 0; frame < clip.frameCount(); ++frame) {
-                frames.push_back(frame);
-            }
-        }
-        return seekFrames(clip, frames, out);
+        return items->empty() ? playAll(clip, file, out) : playFrames(clip, file, *items, out);
     } catch (const theora::TheoraGenericException& error) {
         core::tellStandardError(error.getMessage());
         return kUnreadable;

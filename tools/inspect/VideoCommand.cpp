@@ -2,6 +2,7 @@
 #include "src/TheoraException.h"
 #include "src/TheoraVideoManager.h"
 #include "tools/inspect/Command.h"
+#include "tools/inspect/FrameFetcher.h"
 #include "tools/inspect/Json.h"
 
 namespace inspect {
@@ -29,6 +30,7 @@ int runVideo(const Arguments& arguments, std::ostream& out) {
     try {
         const theora::TheoraVideoClip& clip =
             *manager.createClip(arguments.front(), theora::TheoraOutputMode::TH_RGB);
+        reportUnknownLength(clip);
         Json json(out);
         printVideo(json, arguments.front(), clip);
         out << '\n';

@@ -8,6 +8,8 @@
 namespace inspect {
 namespace {
 
+constexpr int kMostFrames = 10'000'000; // over four days of video
+
 std::optional<int> wholeNumber(const std::string& text) {
     int number = 0;
     const char* const end = text.data() + text.size();
@@ -91,8 +93,9 @@ int runZones(const Arguments& given, std::ostream& out) {
     }
     const std::optional<int> frameCount =
         frames.empty() ? zone::kStoredFrameCount : wholeNumber(frames);
-    if (!frameCount) {
-        return badUsage("zones", "the number of frames is 0 or more");
+    if (!frameCount || *frameCount > kMostFrames) {
+        return badUsage("zones", "the number of frames is 0 or more, at most " +
+                                     std::to_string(kMostFrames));
     }
 
     const auto manager = zone::ZoneManager::create(arguments.front(), *frameCount, true, scale);

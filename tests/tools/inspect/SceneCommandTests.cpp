@@ -52,6 +52,20 @@ TEST_F(SceneCommandTest, TheDemoScenesRewriteToTheSameBytes) {
     }
 }
 
+TEST_F(SceneCommandTest, HelpIsPrintedForEveryCommandAndForAll) {
+    for (const char* command : {"frames", "scene", "video", "zones"}) {
+        const std::string usage = std::string("quorvel-inspect ") + command + " ";
+        for (const inspect::Arguments& arguments :
+             {inspect::Arguments{command, "--help"}, {command, "in", "--help"}}) {
+            EXPECT_EQ(run(arguments), inspect::kGood);
+            EXPECT_TRUE(m_output.starts_with("Usage: " + usage)) << m_output;
+        }
+        EXPECT_EQ(run({"--help"}), inspect::kGood);
+        EXPECT_NE(m_output.find("\n  " + usage.substr(usage.find(' ') + 1)), std::string::npos);
+        EXPECT_EQ(m_errors, "");
+    }
+}
+
 TEST_F(SceneCommandTest, WhatCannotBeReadWrittenOrUnderstoodIsToldAndGivesTwo) {
     support::writeBytes("in/Scene.xml", kScene);
     const std::string usage = "usage: quorvel-inspect scene DIR [--rewrite DIR2]\n";
