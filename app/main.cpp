@@ -1,12 +1,15 @@
 // The program's entry point. Returns what app::runProgram returns.
 #include <cstdlib>
+#include <string>
 
 #include "app/Program.h"
+#include "app/services/CommandLine.h"
 #include "app/services/StartFolder.h"
 #include "core/Log.h"
 #include "platform/CommandLine.h"
 #include "platform/DebugLine.h"
 #include "platform/ProgramFolder.h"
+#include "platform/Terminal.h"
 #include "src/TheoraLog.h"
 
 namespace {
@@ -22,6 +25,11 @@ app::StartFolder startFolder() {
 } // namespace
 
 int main(int argc, char** argv) {
+    const std::string commandLine = platform::commandLine(argc, argv);
+    // Before anything else, as this is asked for in any folder: no log page, no other folder.
+    if (const std::string text = app::requestedText(commandLine); !text.empty()) {
+        return platform::printToTerminal(text) ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
     const app::StartFolder folder = startFolder();
     if (!folder.isOurs) {
         core::Log::useStandardErrorOnly();
@@ -30,10 +38,9 @@ int main(int argc, char** argv) {
     core::Log::get();
     // Worker threads write these lines; the log page is the main thread's alone.
     theora::setLogHook(platform::writeDebugLine);
-    const int exitCode =
-        folder.problem.empty()
-            ? app::runProgram(platform::commandLine(argc, argv), platform::createGui)
-            : app::refuseToStart(folder.problem, platform::createGui);
+    const int exitCode = folder.problem.empty()
+                             ? app::runProgram(commandLine, platform::createGui)
+                             : app::refuseToStart(folder.problem, platform::createGui);
     core::Log::release();
     return exitCode;
 }

@@ -15,4 +15,9 @@ constexpr std::uint32_t kSecondaryMonitorFlag = 0x8; // recorded, changes nothin
 /// case counts. Any other token is ignored.
 [[nodiscard]] std::uint32_t parseCommandLine(const std::string& commandLine);
 
+/// What the program prints instead of opening its windows, when one of the tokens is "--help" or
+/// "--version"; else empty. Next to one of the three tokens above, whose runs are the launcher's,
+/// any other is ignored, these two as well.
+[[nodiscard]] std::string requestedText(const std::string& commandLine);
+
 } // namespace app

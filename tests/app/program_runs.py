@@ -77,6 +77,17 @@ class ProgramRuns(unittest.TestCase):
         told = subprocess.run(["cat", report], check=True, stdout=subprocess.PIPE, timeout=LONGEST_WAIT).stdout
         self.assertEqual(told.decode(), f"{menu.parent} 0\n")
 
+    def test_help_and_version_are_printed_anywhere_and_leave_nothing_behind(self):
+        before = sorted(self.product.rglob("*"))
+        for option, start in (("--help", b"Usage: quorvel "), ("--version", b"quorvel ")):
+            told = subprocess.run([PROGRAM, option], cwd=self.folder, check=True, stdout=subprocess.PIPE,
+                                  env={"QT_QPA_PLATFORM": "none"}, timeout=LONGEST_WAIT).stdout
+            self.assertTrue(told.startswith(start), told)
+        with open("/dev/full", "wb") as full:
+            self.assertEqual(subprocess.run([PROGRAM, "--help"], stdout=full).returncode, 1)
+        self.assertEqual(sorted(self.product.rglob("*")), before)
+        self.assertEqual((self.folder / "Log.html").read_text(), "of an earlier run")
+
     def test_without_its_texts_it_fails_and_tells_where_it_looked(self):
         (self.folder / "Translations.ini").unlink()
         error = "Unable to initialize editor interfaces."

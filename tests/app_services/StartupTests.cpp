@@ -24,6 +24,22 @@ TEST(CommandLine, KnownTokensSetTheirBits) {
     }
 }
 
+TEST(CommandLine, TheTextOfAnOptionIsForLinesWithoutAKnownToken) {
+    const std::string help = app::requestedText("--help");
+    const std::string version = app::requestedText("x  --version y");
+    EXPECT_TRUE(help.starts_with("Usage: quorvel "));
+    EXPECT_TRUE(version.starts_with("quorvel ") && version.ends_with("\n"));
+    const std::pair<const char*, std::string> cases[] = {
+        {"--version --help", help}, {"TestMode --help", ""},
+        {"--version Launcher", ""}, {"testmode --help", help},
+        {"\"--help\"", ""},         {"--Version", ""},
+        {"--help=x", ""},           {"", ""},
+    };
+    for (const auto& [line, text] : cases) {
+        EXPECT_EQ(app::requestedText(line), text) << line;
+    }
+}
+
 /// The working folder is product/editor below a temporary folder.
 class StartupTest : public support::TempFolderTest {
 protected:
