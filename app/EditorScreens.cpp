@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "ZoneEdit/ZoneEdit.h"
-#include "scene/SceneManager.h"
+#include "scene/SceneSession.h"
 #include "ui/BranchList.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
@@ -43,7 +43,7 @@ bool EditorScreens::showZoneEditor() {
 }
 
 bool EditorScreens::loadChosenScene() {
-    return m_context.services.sceneManager && m_context.services.sceneManager->Load("");
+    return m_context.services.sceneSession && m_context.services.sceneSession->load("");
 }
 
 } // namespace app

@@ -12,6 +12,7 @@
 #include "bench/MarkdownTable.h"
 #include "core/Translations.h"
 #include "scene/SceneManager.h"
+#include "scene/SceneSession.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
@@ -38,6 +39,7 @@ public:
     Desk() {
         m_services.translations = core::Translations::create("Translations.ini", "English");
         m_services.sceneManager = scene::SceneManager::create();
+        m_services.sceneSession = scene::SceneSession::create(m_services.sceneManager);
     }
 
     template <class Window>

@@ -1,6 +1,7 @@
 #include "scene/SceneSession.h"
 
 #include <algorithm>
+#include <new>
 
 namespace scene {
 
@@ -38,6 +39,14 @@ const char* stepName(SceneStep step) {
         return "immediate";
     }
     return "";
+}
+
+std::shared_ptr<SceneSession> SceneSession::create(std::shared_ptr<SceneManager> scene) {
+    try {
+        return scene ? std::make_shared<SceneSession>(std::move(scene)) : nullptr;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 
 SceneSession::SceneSession(std::shared_ptr<SceneManager> scene, edit::Limits limits)

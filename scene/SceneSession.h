@@ -37,6 +37,8 @@ public:
     using History = edit::History<SceneEdits>;
     using Changes = History::Changes;
 
+    /// Empty when `scene` is, or when there is no memory.
+    [[nodiscard]] static std::shared_ptr<SceneSession> create(std::shared_ptr<SceneManager> scene);
     /// Edits what `scene` holds now; not empty.
     explicit SceneSession(std::shared_ptr<SceneManager> scene, edit::Limits limits = {});
 

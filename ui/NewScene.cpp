@@ -1,7 +1,7 @@
 #include "ui/NewScene.h"
 
 #include "core/Text.h"
-#include "scene/SceneManager.h"
+#include "scene/SceneSession.h"
 #include "toolkit/controls/CEditUI.h"
 #include "ui/SceneHints.h"
 
@@ -56,12 +56,12 @@ void NewScene::OnClick(toolkit::TNotifyUI& message) {
 
 void NewScene::createScene(toolkit::CControlUI& /*sender*/) {
     const auto* edit = find<toolkit::CEditUI>(kNameEdit);
-    const auto& manager = context().services.sceneManager;
-    if (edit == nullptr || !manager) {
+    const auto& session = context().services.sceneSession;
+    if (edit == nullptr || !session) {
         return;
     }
     // Any name goes: empty, with path characters, or of an existing scene, which Save replaces.
-    manager->newScene(core::storedText(edit->GetText()));
+    session->newScene(core::storedText(edit->GetText()));
     context().state.sceneCreated = true;
     Close(1);
 }

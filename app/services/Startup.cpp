@@ -6,6 +6,7 @@
 #include "core/Settings.h"
 #include "core/Translations.h"
 #include "scene/SceneManager.h"
+#include "scene/SceneSession.h"
 
 namespace app {
 namespace {
@@ -25,8 +26,9 @@ bool createServices(app_state::SharedServices& services, app_state::ScreenState&
     services.translations = core::Translations::create(kTranslationsFile, readLanguage());
     if (services.translations) {
         services.sceneManager = scene::SceneManager::create();
+        services.sceneSession = scene::SceneSession::create(services.sceneManager);
     }
-    if (!services.translations || !services.sceneManager) {
+    if (!services.translations || !services.sceneSession) {
         core::Log::get()->Error("Unable to initialize editor interfaces.");
         return false;
     }
@@ -36,6 +38,7 @@ bool createServices(app_state::SharedServices& services, app_state::ScreenState&
 }
 
 void dropServices(app_state::SharedServices& services) {
+    std::exchange(services.sceneSession, nullptr).reset();
     std::exchange(services.sceneManager, nullptr).reset();
     std::exchange(services.translations, nullptr).reset();
 }

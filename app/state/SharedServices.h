@@ -9,14 +9,17 @@ class Translations;
 }
 namespace scene {
 class SceneManager;
-}
+class SceneSession;
+} // namespace scene
 
 namespace app_state {
 
-/// Filled at start-up, emptied at shutdown (the scene manager first).
+/// Filled at start-up, emptied at shutdown (the scene first).
 struct SharedServices {
     std::shared_ptr<core::Translations> translations;
     std::shared_ptr<scene::SceneManager> sceneManager;
+    /// All edits of what the scene manager holds go through it.
+    std::shared_ptr<scene::SceneSession> sceneSession;
 };
 
 } // namespace app_state

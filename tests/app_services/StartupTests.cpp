@@ -5,6 +5,7 @@
 #include "core/Translations.h"
 #include "platform/FileSystem.h"
 #include "scene/SceneManager.h"
+#include "scene/SceneSession.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -67,13 +68,13 @@ TEST_F(StartupTest, TheServicesSpeakTheLanguageOfTheSettingsAndAreDroppedWhole) 
         m_state.quit = m_state.newSceneRequest = m_state.sceneCreated = true;
         ASSERT_TRUE(app::createServices(m_services, m_state));
         EXPECT_EQ(m_services.translations->translate("zone"), text);
-        EXPECT_EQ(m_services.sceneManager->branchCount(), 0);
+        EXPECT_EQ(m_services.sceneSession->branchCount(), 0);
         EXPECT_FALSE(m_state.quit || m_state.newSceneRequest);
         EXPECT_TRUE(m_state.sceneCreated);
         const std::weak_ptr<scene::SceneManager> scenes = m_services.sceneManager;
         app::dropServices(m_services);
         EXPECT_TRUE(scenes.expired());
-        EXPECT_FALSE(m_services.sceneManager || m_services.translations);
+        EXPECT_FALSE(m_services.sceneSession || m_services.translations);
     }
 }
 

@@ -21,6 +21,7 @@
 #include "core/Log.h"
 #include "core/Text.h"
 #include "scene/SceneManager.h"
+#include "scene/SceneSession.h"
 #include "tests/screenshots/Shots.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/support/windows/ScriptedGui.h"
@@ -177,6 +178,7 @@ private:
         std::filesystem::rename("away", "Scenes");
         m_services.sceneManager = scene::SceneManager::create();
         m_services.sceneManager->SetName("Ladder Inspection");
+        m_services.sceneSession = scene::SceneSession::create(m_services.sceneManager);
         take<ui::BranchList>("BranchList-empty");
     }
 

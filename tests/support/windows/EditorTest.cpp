@@ -28,6 +28,7 @@ EditorTest::EditorTest() {
     copySkin();
     m_services.translations = core::Translations::create("Translations.ini", "English");
     m_services.sceneManager = scene::SceneManager::create();
+    m_services.sceneSession = scene::SceneSession::create(m_services.sceneManager);
 }
 
 EditorTest::~EditorTest() {

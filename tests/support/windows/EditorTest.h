@@ -12,6 +12,7 @@
 #include "app/state/SharedServices.h"
 #include "core/Translations.h"
 #include "scene/SceneManager.h"
+#include "scene/SceneSession.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
@@ -42,6 +43,7 @@ protected:
 
     [[nodiscard]] ui::WindowContext context() { return {m_gui, m_state, m_services}; }
     [[nodiscard]] scene::SceneManager& scene() { return *m_services.sceneManager; }
+    [[nodiscard]] scene::SceneSession& session() { return *m_services.sceneSession; }
     /// Makes and shows a window; its loop is the test's own pumping.
     template <class Window>
     std::shared_ptr<Window> open(std::u16string_view title = u"Test") {
