@@ -81,7 +81,7 @@ void ZoneEdit::applyTool(int zone, int frame, Point at) {
         capture();
         break;
     case Tool::deletePoint:
-        m_zones->deletePoint(zone, frame, at.x, at.y);
+        m_zones->deletePoint(*m_editing, zone, frame, at.x, at.y);
         break;
     }
 }

@@ -232,7 +232,7 @@ void deletePoint(benchmark::State& state) {
         zone::EditContext context;
         manager->addPoint(context, 0, 0, 1200, 700); // where no frame has a point
         state.ResumeTiming();
-        manager->deletePoint(0, 0, 1200, 700);
+        manager->deletePoint(context, 0, 0, 1200, 700);
     }
 }
 

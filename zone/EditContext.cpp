@@ -1,9 +1,11 @@
 #include "zone/EditContext.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
 #include "zone/ShapeGeometry.h"
-#include "zone/Zone.h"
+#include "zone/ZoneManager.h"
 
 namespace zone {
 
@@ -45,9 +47,23 @@ ZoneEditing& EditContext::zone(int index) {
     return zones[at];
 }
 
+void EditContext::insertZone(int index, ZoneEditing editing) {
+    if (index < static_cast<int>(zones.size())) {
+        zones.insert(zones.begin() + index, std::move(editing));
+    } else {
+        zone(index) = std::move(editing);
+    }
+}
+
 void EditContext::removeZone(int index) {
     (void)zone(index);
     zones.erase(zones.begin() + index);
+}
+
+void EditContext::noteShown(const ZoneManager& manager) {
+    if (const auto found = manager.zone(currentZone)) {
+        zone(currentZone).noteShown(*found, shownFrame);
+    }
 }
 
 } // namespace zone

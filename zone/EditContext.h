@@ -10,7 +10,9 @@
 
 namespace zone {
 
+class TrackChanges;
 class Zone;
+class ZoneManager;
 
 /// What belongs to one zone.
 struct ZoneEditing {
@@ -33,13 +35,17 @@ struct EditContext {
     int currentZone = -1;
     /// Whether changes of points and of the active flag reach all later frames.
     bool progressChanges = true;
+    /// The frame on show, -1 for none.
+    int shownFrame = -1;
     /// By zone number; as long as the editing needed so far.
     std::vector<ZoneEditing> zones;
 
     /// `index` must not be negative.
     [[nodiscard]] ZoneEditing& zone(int index);
-    /// A zone was removed: the later ones move down.
+    void insertZone(int index, ZoneEditing editing);
     void removeZone(int index);
+    /// Notes the centre of the frame on show, for the current zone.
+    void noteShown(const ZoneManager& manager);
 };
 
 /// What an operation on one zone goes by.
@@ -48,6 +54,8 @@ struct EditScope {
     bool progressChanges = true;
     /// Points are clamped to it; a side that is not positive clamps negative values alone.
     platform::Size area = {};
+    /// Takes what the operation does to the zone's frames; null when nobody wants it back.
+    TrackChanges* changes = nullptr;
 };
 
 } // namespace zone

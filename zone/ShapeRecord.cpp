@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 
@@ -44,6 +45,21 @@ void convertPoints(const ShapeRecord& record, Scale scale, Point* to) {
         to[i].x = scaled(loadInt(from + i * kPointSize), scale.x);
         to[i].y = scaled(loadInt(from + i * kPointSize + 4), scale.y);
     }
+}
+
+std::uint64_t recordDigest(bool active, std::span<const Point> points, Scale scale) {
+    const Scale inverse{1.0F / scale.x, 1.0F / scale.y};
+    std::uint64_t digest = points.size() * 2 + (active ? 1 : 0);
+    const auto add = [&digest](std::uint64_t value) {
+        digest = (digest ^ value) * 0x9E3779B97F4A7C15;
+        digest ^= digest >> 32;
+    };
+    add(0);
+    for (const Point& point : points) {
+        add(std::uint64_t{static_cast<std::uint32_t>(scaled(point.x, inverse.x))} << 32 |
+            static_cast<std::uint32_t>(scaled(point.y, inverse.y)));
+    }
+    return digest;
 }
 
 RecordWriter::RecordWriter(core::File& file, Scale scale)

@@ -56,6 +56,10 @@ findShapeRecord(std::span<const std::uint8_t> bytes) {
 /// toward zero after adding one half. Results beyond 32 bits become the nearest 32-bit value.
 void convertPoints(const ShapeRecord& record, Scale scale, platform::Point* to);
 
+/// A digest of the record that a shape would be written as.
+[[nodiscard]] std::uint64_t recordDigest(bool active, std::span<const platform::Point> points,
+                                         Scale scale);
+
 /// Writes through a buffer of its own, so that a file of many small records costs few calls.
 class RecordWriter {
 public:

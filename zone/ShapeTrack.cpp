@@ -40,6 +40,14 @@ std::size_t ShapeTrack::splitAt(int frame) {
     return index + 1;
 }
 
+void ShapeTrack::joinAt(int frame) {
+    const std::size_t index = indexOf(frame);
+    if (m_runs[index].offset + m_runs[index].pointCount == m_points.size()) {
+        m_points.resize(m_runs[index].offset);
+    }
+    m_runs.erase(m_runs.begin() + static_cast<std::ptrdiff_t>(index));
+}
+
 void ShapeTrack::clear() {
     m_runs.clear();
     m_points.clear();
@@ -95,36 +103,55 @@ void ShapeTrack::trim() {
     }
 }
 
-void ShapeTrack::insertPointEverywhere(int afterIndex, Point point) {
-    Points grown;
-    std::size_t total = kSplitRoom;
+template <typename Grow>
+void ShapeTrack::rebuild(std::size_t extra, Grow grow) {
+    TrackPoints grown;
+    std::size_t total = kSplitRoom + extra;
     for (const ShapeRun& run : m_runs) {
-        total += run.pointCount + std::size_t{1};
+        total += run.pointCount;
     }
     grown.reserve(total);
     for (ShapeRun& run : m_runs) {
-        const Point* from = m_points.data() + run.offset;
-        const std::size_t count = run.pointCount;
-        const int at = insertPosition(afterIndex, count);
-        run.present = 1;
+        const std::span<const Point> old{m_points.data() + run.offset, run.pointCount};
         run.offset = grown.size();
-        grown.insert(grown.end(), from, from + count);
-        if (at == -1) {
-            continue;
-        }
-        grown.insert(grown.end() - static_cast<std::ptrdiff_t>(count) + at, point);
-        run.setPointCount(count + 1);
-        run.edited = 1;
+        grow(run, old, grown);
     }
     m_points = std::move(grown);
 }
 
-void ShapeTrack::shift(std::size_t first, std::size_t end, Point delta) {
-    while (first < end) {
+void ShapeTrack::insertPointEverywhere(int afterIndex, Point point) {
+    rebuild(m_runs.size(), [&](ShapeRun& run, std::span<const Point> old, TrackPoints& grown) {
+        const int at = insertPosition(afterIndex, old.size());
+        run.present = 1;
+        grown.insert(grown.end(), old.begin(), old.end());
+        if (at != -1) {
+            grown.insert(grown.end() - static_cast<std::ptrdiff_t>(old.size()) + at, point);
+            run.setPointCount(old.size() + 1);
+            run.edited = 1;
+        }
+    });
+}
+
+void ShapeTrack::insertPoints(std::span<const PlacedPoint> placed) {
+    auto next = placed.begin();
+    rebuild(placed.size(), [&](ShapeRun& run, std::span<const Point> old, TrackPoints& grown) {
+        grown.insert(grown.end(), old.begin(), old.end());
+        if (next != placed.end() && &run == &m_runs[next->run]) {
+            const auto behind = static_cast<std::ptrdiff_t>(old.size() - next->index);
+            grown.insert(grown.end() - behind, next->point);
+            run.setPointCount(old.size() + 1);
+            ++next;
+        }
+    });
+}
+
+void ShapeTrack::shift(RunRange range, Point delta) {
+    std::size_t first = range.first;
+    while (first < range.end) {
         // Mostly one run's points follow the other's: then they are one stretch of memory.
         const std::size_t from = m_runs[first].offset;
         std::size_t to = from;
-        for (; first < end && m_runs[first].offset == to; ++first) {
+        for (; first < range.end && m_runs[first].offset == to; ++first) {
             makePresent(first);
             to += m_runs[first].pointCount;
         }
@@ -139,6 +166,48 @@ void ShapeTrack::removePoint(std::size_t index, std::size_t point) {
     // The place at the end stays unused until points are inserted: no other run has to move.
     m_runs[index].setPointCount(all.size() - 1);
     m_runs[index].edited = 1;
+}
+
+TrackSlice ShapeTrack::slice(RunRange range) const {
+    TrackSlice copy;
+    copy.runs.assign(m_runs.begin() + static_cast<std::ptrdiff_t>(range.first),
+                     m_runs.begin() + static_cast<std::ptrdiff_t>(range.end));
+    std::size_t total = 0;
+    for (const ShapeRun& run : copy.runs) {
+        total += run.pointCount;
+    }
+    copy.points.reserve(total);
+    for (ShapeRun& run : copy.runs) {
+        const auto from = m_points.begin() + static_cast<std::ptrdiff_t>(run.offset);
+        run.offset = copy.points.size();
+        copy.points.insert(copy.points.end(), from, from + run.pointCount);
+    }
+    return copy;
+}
+
+void ShapeTrack::exchange(RunRange range, TrackSlice& slice) {
+    TrackSlice old = this->slice(range);
+    for (ShapeRun& run : slice.runs) {
+        run.offset += m_points.size();
+    }
+    m_points.insert(m_points.end(), slice.points.begin(), slice.points.end());
+    const auto at = m_runs.begin() + static_cast<std::ptrdiff_t>(range.first);
+    const auto end = m_runs.begin() + static_cast<std::ptrdiff_t>(range.end);
+    m_runs.insert(m_runs.erase(at, end), slice.runs.begin(), slice.runs.end());
+    slice = std::move(old);
+    compact();
+}
+
+void ShapeTrack::compact() {
+    std::size_t used = 0;
+    for (const ShapeRun& run : m_runs) {
+        used += run.pointCount;
+    }
+    if (m_points.size() > 2 * used + kSplitRoom) {
+        rebuild(0, [](ShapeRun&, std::span<const Point> old, TrackPoints& grown) {
+            grown.insert(grown.end(), old.begin(), old.end());
+        });
+    }
 }
 
 } // namespace zone

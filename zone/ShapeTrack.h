@@ -2,6 +2,9 @@
 // shape share one run, and the points of all runs lie in one array. An hour of video with a
 // different shape on every frame takes 16 bytes a frame beside its coordinates, and a shape that
 // stands still takes nothing at all. This module's sources only.
+//
+// Edits come in pairs that undo each other exactly, runs included: TrackChanges.h keeps what the
+// other half needs.
 #pragma once
 
 #include <cstddef>
@@ -39,6 +42,33 @@ struct UnsetAllocator : std::allocator<T> {
     void construct(U*) noexcept {}
 };
 
+/// Runs of a track, `end` excluded.
+struct RunRange {
+    std::size_t first = 0;
+    std::size_t end = 0;
+
+    bool operator==(const RunRange&) const = default;
+};
+
+/// A point and the place in a run that it has, or had.
+struct PlacedPoint {
+    std::uint32_t run = 0;
+    std::uint32_t index = 0;
+    platform::Point point;
+};
+
+using TrackPoints = std::vector<platform::Point, UnsetAllocator<platform::Point>>;
+
+/// Whole runs with their points, apart from any track.
+struct TrackSlice {
+    std::vector<ShapeRun> runs; ///< offsets are into `points`
+    TrackPoints points;
+
+    [[nodiscard]] std::size_t bytes() const {
+        return runs.capacity() * sizeof(ShapeRun) + points.capacity() * sizeof(platform::Point);
+    }
+};
+
 class ShapeTrack {
 public:
     [[nodiscard]] int frameCount() const { return m_frameCount; }
@@ -58,6 +88,8 @@ public:
     [[nodiscard]] std::size_t indexOf(int frame) const;
     /// Makes a run start at `frame` and returns its index; runCount() for frameCount().
     std::size_t splitAt(int frame);
+    /// Undoes a splitAt that made a run at `frame`.
+    void joinAt(int frame);
 
     void clear();
     /// Drops surplus frames, or adds frames without a shape.
@@ -77,18 +109,34 @@ public:
             m_runs[index].present = 1;
         }
     }
+    void setPresent(std::size_t index, bool present) { m_runs[index].present = present ? 1 : 0; }
     void setActive(std::size_t index, bool active) { m_runs[index].active = active ? 1 : 0; }
-    /// Calls insertPoint's rule with `afterIndex` on every run; creates missing shapes.
+    /// Inserts behind the point `afterIndex` of every run, by insertPosition's rule; creates
+    /// missing shapes.
     void insertPointEverywhere(int afterIndex, platform::Point point);
-    /// Runs from `first` up to `end`.
-    void shift(std::size_t first, std::size_t end, platform::Point delta);
+    /// By run, at most one for each; the index is where the point will be.
+    void insertPoints(std::span<const PlacedPoint> placed);
+    void shift(RunRange range, platform::Point delta);
     void removePoint(std::size_t index, std::size_t point);
 
+    /// Roughly what the track takes in memory.
+    [[nodiscard]] std::size_t bytes() const {
+        return m_runs.capacity() * sizeof(ShapeRun) + m_points.capacity() * sizeof(platform::Point);
+    }
+    [[nodiscard]] TrackSlice slice(RunRange range) const;
+    /// The runs of `range` and those of `slice`, which fill the same frames, change places.
+    void exchange(RunRange range, TrackSlice& slice);
+
 private:
-    using Points = std::vector<platform::Point, UnsetAllocator<platform::Point>>;
+    /// Gives every run new room with `extra` further points. `grow` is called with each run and its
+    /// old points, and appends what the run is to hold.
+    template <typename Grow>
+    void rebuild(std::size_t extra, Grow grow);
+    /// Moves all points together once less than half of the array is in use.
+    void compact();
 
     std::vector<ShapeRun> m_runs; ///< by firstFrame, from 0; none when there is no frame
-    Points m_points;
+    TrackPoints m_points;
     int m_frameCount = 0;
 };
 

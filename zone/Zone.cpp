@@ -8,6 +8,7 @@
 #include "core/Text.h"
 #include "zone/ShapeGeometry.h"
 #include "zone/ShapeRecord.h"
+#include "zone/TrackChanges.h"
 #include "zone/ZoneXml.h"
 
 namespace zone {
@@ -30,7 +31,7 @@ constexpr int kDeletePointLine = 203;
 
 std::shared_ptr<Zone> Zone::create(int frameCount) {
     auto zone = std::make_shared<Zone>();
-    zone->m_track.resize(frameCount);
+    zone->changing().resize(frameCount);
     return zone;
 }
 
@@ -47,8 +48,18 @@ std::shared_ptr<Zone> Zone::createFromXml(const tinyxml2::XMLElement& element) {
     return zone;
 }
 
+std::string Zone::storedName(const std::string& name) {
+    return std::string(core::cutUtf8(std::string_view(name.c_str()), kMaxNameBytes));
+}
+
 void Zone::setName(const std::string& name) {
-    m_name = core::cutUtf8(std::string_view(name.c_str()), kMaxNameBytes);
+    m_name = storedName(name);
+    m_digest.reset();
+}
+
+ShapeTrack& Zone::changing() {
+    m_digest.reset();
+    return m_track;
 }
 
 std::optional<std::span<const Point>> Zone::points(int frame) const {
@@ -83,6 +94,9 @@ void Zone::setActive(const EditScope& scope, int frame, bool active) {
         return;
     }
     const RunRange range = spreadFrom(scope, frame);
+    if (scope.changes) {
+        scope.changes->keepFlags(m_track, range);
+    }
     for (std::size_t run = range.first; run < range.end; ++run) {
         m_track.makePresent(run);
         m_track.setActive(run, active);
@@ -129,13 +143,20 @@ void Zone::moveSelectedPoint(const EditScope& scope, int frame, int x, int y) {
     }
     const Point center = scope.editing.centerOf(frame);
     const Point delta{wrappedDifference(x, center.x), wrappedDifference(y, center.y)};
-    m_track.shift(range.first, range.end, delta);
+    if (scope.changes) {
+        scope.changes->keepShift(m_track, range, delta);
+    }
+    m_track.shift(range, delta);
 }
 
 void Zone::moveHandle(const EditScope& scope, RunRange range, Point to) {
     const Point clamped = clampedTo(scope.area, to);
     const int selected = scope.editing.selectedPoint;
     const auto handle = static_cast<std::size_t>(selected);
+    if (scope.changes) {
+        // An index below 0 is no point: no run has it, so whole runs are kept.
+        scope.changes->keepPoint(m_track, range, handle);
+    }
     bool reported = false; // thousands of frames are worth one line
     for (std::size_t run = range.first; run < range.end; ++run) {
         m_track.makePresent(run);
@@ -173,27 +194,61 @@ void Zone::addPoint(const EditScope& scope, int frame, int x, int y) {
     }
     int& selected = scope.editing.selectedPoint;
     const int added = insertPosition(selected, m_track.points(m_track.indexOf(frame)).size());
-    m_track.insertPointEverywhere(selected, {x, y});
+    if (scope.changes) {
+        scope.changes->keepInsert(m_track, selected, {x, y});
+    }
+    changing().insertPointEverywhere(selected, {x, y});
     if (added != -1) {
         selected = added;
     }
 }
 
-void Zone::deletePoint(int frame, int x, int y) {
+void Zone::deletePoint(const EditScope& scope, int frame, int x, int y) {
     if (!checkFrame(frame, kDeletePointLine)) {
         return;
     }
     for (std::size_t run = 0; run < m_track.runCount(); ++run) {
         const int hit = hitPoint(m_track.points(run), {x, y});
-        if (hit != -1) {
-            m_track.removePoint(run, static_cast<std::size_t>(hit));
+        if (hit == -1) {
+            continue;
+        }
+        if (scope.changes) {
+            scope.changes->keepRemoval(m_track, run, static_cast<std::size_t>(hit));
+        }
+        changing().removePoint(run, static_cast<std::size_t>(hit));
+    }
+}
+
+bool Zone::takesPoint(int selectedPoint) const {
+    for (std::size_t run = 0; run < m_track.runCount(); ++run) {
+        if (!m_track.run(run).present ||
+            insertPosition(selectedPoint, m_track.points(run).size()) != -1) {
+            return true;
         }
     }
+    return false;
+}
+
+bool Zone::hasPointAt(int x, int y) const {
+    for (std::size_t run = 0; run < m_track.runCount(); ++run) {
+        if (hitPoint(m_track.points(run), {x, y}) != -1) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void Zone::takeBack(TrackChanges& changes) {
+    changes.takeBack(changing());
+}
+
+void Zone::redo(TrackChanges& changes) {
+    changes.redo(changing());
 }
 
 void Zone::fillTo(int frameCount) {
     if (frameCount > m_track.frameCount()) {
-        m_track.resize(frameCount);
+        changing().resize(frameCount);
     }
 }
 
@@ -205,9 +260,13 @@ bool Zone::checkFrame(int frame, int line) const {
     return good;
 }
 
-Zone::RunRange Zone::spreadFrom(const EditScope& scope, int frame) {
-    const std::size_t first = m_track.splitAt(frame);
-    return {first, scope.progressChanges ? m_track.runCount() : m_track.splitAt(frame + 1)};
+RunRange Zone::spreadFrom(const EditScope& scope, int frame) {
+    ShapeTrack& track = changing();
+    const auto splitAt = [&](int at) {
+        return scope.changes ? scope.changes->splitAt(track, at) : track.splitAt(at);
+    };
+    const std::size_t first = splitAt(frame);
+    return {first, scope.progressChanges ? m_track.runCount() : splitAt(frame + 1)};
 }
 
 } // namespace zone

@@ -52,7 +52,9 @@ public:
     [[nodiscard]] static std::shared_ptr<Zone> createFromXml(const tinyxml2::XMLElement& element);
 
     [[nodiscard]] const std::string& name() const { return m_name; }
-    /// Ends at the first zero byte, and before the character that no longer fits kMaxNameBytes.
+    /// As a name is kept: up to the first zero byte, and up to the character that no longer fits
+    /// kMaxNameBytes.
+    [[nodiscard]] static std::string storedName(const std::string& name);
     void setName(const std::string& name);
     [[nodiscard]] int frameCount() const { return m_track.frameCount(); }
     /// A copy of the frame's shape; none when the frame has none. Logs nothing.
@@ -79,9 +81,20 @@ public:
     /// the selection alone, so one that is no point any more inserts nothing. Intended.
     void addPoint(const EditScope& scope, int frame, int x, int y);
     /// Removes the point at (x, y), in every frame that has one there.
-    void deletePoint(int frame, int x, int y);
+    void deletePoint(const EditScope& scope, int frame, int x, int y);
+    /// Whether addPoint with that selection, or deletePoint at that place, would change a frame.
+    [[nodiscard]] bool takesPoint(int selectedPoint) const;
+    [[nodiscard]] bool hasPointAt(int x, int y) const;
+    void takeBack(TrackChanges& changes);
+    void redo(TrackChanges& changes);
     /// Adds frames without a shape up to `frameCount`.
     void fillTo(int frameCount);
+
+    /// A digest of what a file would hold of this zone: name, frames, points in video pixels. Made
+    /// anew after a change only.
+    [[nodiscard]] std::uint64_t storedDigest(Scale scale) const;
+    /// Roughly what the zone takes in memory.
+    [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_track.bytes(); }
 
     /// Appends the binary record. False when a write fails or the record would not fit its 32-bit
     /// size. Frames without a shape are written as empty active shapes.
@@ -94,11 +107,6 @@ public:
                         std::optional<Scale> scale);
 
 private:
-    struct RunRange {
-        std::size_t first = 0;
-        std::size_t end = 0;
-    };
-
     [[nodiscard]] bool checkFrame(int frame, int line) const;
     /// The runs that a change at `frame` reaches; no run of them reaches beyond.
     [[nodiscard]] RunRange spreadFrom(const EditScope& scope, int frame);
@@ -108,7 +116,11 @@ private:
     ZoneReadResult readUnnamed(std::span<const std::uint8_t> body, std::size_t statedSize,
                                int limit, std::optional<Scale> scale);
 
+    /// For a change.
+    [[nodiscard]] ShapeTrack& changing();
+
     ShapeTrack m_track;
+    mutable std::optional<std::uint64_t> m_digest; ///< none after a change
     std::string m_name;
 };
 

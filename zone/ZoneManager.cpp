@@ -1,5 +1,7 @@
 #include "zone/ZoneManager.h"
 
+#include <utility>
+
 #include "core/Log.h"
 
 namespace zone {
@@ -32,6 +34,10 @@ void ZoneManager::addZone(const std::shared_ptr<Zone>& zone) {
     }
 }
 
+void ZoneManager::insertZone(int index, std::shared_ptr<Zone> zone) {
+    m_zones.insert(m_zones.begin() + index, std::move(zone));
+}
+
 Zone* ZoneManager::checkedZone(int index, const char* message, int line) const {
     Zone* found = zone(index).get();
     if (!found) {
@@ -62,13 +68,14 @@ bool ZoneManager::isActive(int zone, int frame) const {
     return found && found->isActive(frame);
 }
 
-EditScope ZoneManager::scope(EditContext& context, int zone) const {
-    return {context.zone(zone), context.progressChanges, {videoWidth, videoHeight}};
+EditScope ZoneManager::scope(EditContext& context, int zone, TrackChanges* changes) const {
+    return {context.zone(zone), context.progressChanges, {videoWidth, videoHeight}, changes};
 }
 
-void ZoneManager::setActive(EditContext& context, int zone, int frame, bool active) {
+void ZoneManager::setActive(EditContext& context, int zone, int frame, bool active,
+                            TrackChanges* changes) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kSetActiveLine)) {
-        found->setActive(scope(context, zone), frame, active);
+        found->setActive(scope(context, zone, changes), frame, active);
     }
 }
 
@@ -83,21 +90,24 @@ void ZoneManager::endMove(int zone, int frame, int x, int y) const {
     }
 }
 
-void ZoneManager::moveSelectedPoint(EditContext& context, int zone, int frame, int x, int y) {
+void ZoneManager::moveSelectedPoint(EditContext& context, int zone, int frame, int x, int y,
+                                    TrackChanges* changes) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kMoveSelectedPointLine)) {
-        found->moveSelectedPoint(scope(context, zone), frame, x, y);
+        found->moveSelectedPoint(scope(context, zone, changes), frame, x, y);
     }
 }
 
-void ZoneManager::addPoint(EditContext& context, int zone, int frame, int x, int y) {
+void ZoneManager::addPoint(EditContext& context, int zone, int frame, int x, int y,
+                           TrackChanges* changes) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kAddPointLine)) {
-        found->addPoint(scope(context, zone), frame, x, y);
+        found->addPoint(scope(context, zone, changes), frame, x, y);
     }
 }
 
-void ZoneManager::deletePoint(int zone, int frame, int x, int y) {
+void ZoneManager::deletePoint(EditContext& context, int zone, int frame, int x, int y,
+                              TrackChanges* changes) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kDeletePointLine)) {
-        found->deletePoint(frame, x, y);
+        found->deletePoint(scope(context, zone, changes), frame, x, y);
     }
 }
 

@@ -49,20 +49,27 @@ public:
     [[nodiscard]] std::shared_ptr<Zone> zone(int index) const;
     /// Appends; an empty pointer is not taken.
     void addZone(const std::shared_ptr<Zone>& zone);
+    /// In front of the zone of that number; later ones move up.
+    void insertZone(int index, std::shared_ptr<Zone> zone);
     /// Later zones move down.
     void removeZone(int zone);
     [[nodiscard]] std::string getZoneName(int zone) const;
     /// Names are cut as Zone::setName says.
     void setZoneName(int zone, const std::string& name);
 
-    // The zone's operations of the same names; points are clamped to the picture area below.
+    // The zone's operations of the same names; points are clamped to the picture area below. What
+    // they do to the frames goes into `changes`, for those who may take it back.
     [[nodiscard]] bool isActive(int zone, int frame) const;
-    void setActive(EditContext& context, int zone, int frame, bool active);
+    void setActive(EditContext& context, int zone, int frame, bool active,
+                   TrackChanges* changes = nullptr);
     bool hitTest(EditContext& context, int zone, int frame, int x, int y) const;
     void endMove(int zone, int frame, int x, int y) const;
-    void moveSelectedPoint(EditContext& context, int zone, int frame, int x, int y);
-    void addPoint(EditContext& context, int zone, int frame, int x, int y);
-    void deletePoint(int zone, int frame, int x, int y);
+    void moveSelectedPoint(EditContext& context, int zone, int frame, int x, int y,
+                           TrackChanges* changes = nullptr);
+    void addPoint(EditContext& context, int zone, int frame, int x, int y,
+                  TrackChanges* changes = nullptr);
+    void deletePoint(EditContext& context, int zone, int frame, int x, int y,
+                     TrackChanges* changes = nullptr);
 
     /// Writes both files of the video at `videoPath`, or neither. False, logged, when the
     /// information file cannot be written or the binary file cannot be opened. A binary file that
@@ -92,7 +99,7 @@ public:
 
 private:
     [[nodiscard]] Zone* checkedZone(int index, const char* message, int line) const;
-    [[nodiscard]] EditScope scope(EditContext& context, int zone) const;
+    [[nodiscard]] EditScope scope(EditContext& context, int zone, TrackChanges* changes) const;
     [[nodiscard]] static std::shared_ptr<ZoneManager> load(const std::string& basePath,
                                                            int frameCount, bool loadBinary,
                                                            std::optional<Scale> scale,

@@ -40,7 +40,7 @@ void edit(zone::ZoneManager& manager, int frameCount, int position) {
         manager.moveSelectedPoint(context, zone, frame, position + 5, position);
         manager.addPoint(context, zone, frame, position, 2 * position);
         manager.setActive(context, zone, frame, position % 2 == 0);
-        manager.deletePoint(zone, frame, position, position);
+        manager.deletePoint(context, zone, frame, position, position);
     }
 }
 

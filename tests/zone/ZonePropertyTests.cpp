@@ -56,7 +56,7 @@ struct EditedZones {
         zones.addPoint(context, zone, frame, x, y);
     }
     void deletePoint(int zone, int frame, int x, int y) const {
-        zones.deletePoint(zone, frame, x, y);
+        zones.deletePoint(context, zone, frame, x, y);
     }
     void setZoneName(int zone, const std::string& name) const { zones.setZoneName(zone, name); }
     void show(int zone, int frame) const {

@@ -1,0 +1,104 @@
+#include "zone/ZoneOperations.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zone {
+
+Zone& ZoneModel::changing(int zone) {
+    Zone& found = *zones->zone(zone);
+    saved.beforeChange(*zones, found);
+    return found;
+}
+
+EditShapes::EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep)
+    : m_zone(zone), m_frames(frames), m_edit(std::move(edit)), m_changes(keep),
+      m_isRepetition(keep == TrackChanges::Keep::nothingTwice) {}
+
+void EditShapes::apply(ZoneModel& model) {
+    Zone& zone = model.changing(m_zone);
+    int& selected = model.context.zone(m_zone).selectedPoint;
+    if (m_edit) {
+        m_selectedBefore = selected;
+        std::exchange(m_edit, nullptr)(*model.zones, model.context, &m_changes);
+        m_selectedAfter = selected;
+    } else {
+        zone.redo(m_changes);
+        selected = m_selectedAfter;
+    }
+    model.context.noteShown(*model.zones);
+}
+
+void EditShapes::takeBack(ZoneModel& model) noexcept {
+    model.changing(m_zone).takeBack(m_changes);
+    model.context.zone(m_zone).selectedPoint = m_selectedBefore;
+    model.context.noteShown(*model.zones);
+}
+
+std::vector<ZoneChange> EditShapes::changes() const {
+    return {{ZoneChange::What::shapes, m_zone, m_frames}};
+}
+
+bool EditShapes::absorb(EditShapes& next) {
+    if (!next.m_isRepetition) {
+        return false;
+    }
+    m_changes.absorb(next.m_changes);
+    m_selectedAfter = next.m_selectedAfter;
+    return true;
+}
+
+void RenameZone::swapName(ZoneModel& model) {
+    Zone& zone = model.changing(m_zone);
+    std::string before = zone.name();
+    zone.setName(m_name);
+    m_name = std::move(before);
+}
+
+std::vector<ZoneChange> RenameZone::changes() const {
+    return {{ZoneChange::What::name, m_zone, {}}};
+}
+
+void ListZone::apply(ZoneModel& model) {
+    m_currentBefore = model.context.currentZone;
+    if (m_adds) {
+        insert(model);
+        model.context.currentZone = m_index;
+    } else {
+        remove(model);
+        model.context.currentZone = std::min(m_index, model.zones->zoneCount() - 1);
+    }
+    model.context.noteShown(*model.zones);
+}
+
+void ListZone::takeBack(ZoneModel& model) noexcept {
+    if (m_adds) {
+        remove(model);
+    } else {
+        insert(model);
+    }
+    model.context.currentZone = m_currentBefore;
+    model.context.noteShown(*model.zones);
+}
+
+void ListZone::insert(ZoneModel& model) {
+    model.zones->insertZone(m_index, std::move(m_zone));
+    model.context.insertZone(m_index, std::move(m_editing));
+}
+
+void ListZone::remove(ZoneModel& model) {
+    m_zone = model.zones->zone(m_index);
+    m_editing = std::move(model.context.zone(m_index));
+    model.zones->removeZone(m_index);
+    model.context.removeZone(m_index);
+}
+
+std::vector<ZoneChange> ListZone::changes() const {
+    return {{ZoneChange::What::list, m_index, {}}};
+}
+
+std::size_t ListZone::bytes() const {
+    return sizeof *this + (m_zone ? m_zone->bytes() : 0);
+}
+
+} // namespace zone

@@ -1,0 +1,114 @@
+// The reversible changes that a ZoneSession makes, in the form that edit/History.h asks for.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "edit/OneOf.h"
+#include "zone/EditContext.h"
+#include "zone/SavedContent.h"
+#include "zone/TrackChanges.h"
+#include "zone/ZoneManager.h"
+
+namespace zone {
+
+/// From `first` up to `end`, which is excluded.
+struct FrameRange {
+    int first = 0;
+    int end = 0;
+
+    bool operator==(const FrameRange&) const = default;
+};
+
+/// What listeners may have to read again.
+struct ZoneChange {
+    enum class What {
+        list,   ///< the list of zones, from number `zone` on
+        name,   ///< of zone `zone`
+        shapes, ///< points and active flags of zone `zone` in `frames`
+    };
+    What what = What::list;
+    int zone = 0;
+    FrameRange frames;
+
+    bool operator==(const ZoneChange&) const = default;
+};
+
+/// What the operations work on.
+struct ZoneModel {
+    std::shared_ptr<ZoneManager> zones;
+    EditContext context;
+    SavedContent saved;
+
+    /// The zone, about to change; it must be there.
+    [[nodiscard]] Zone& changing(int zone);
+};
+
+/// Changes shapes of one zone.
+class EditShapes {
+public:
+    /// Calls the manager's operation. Runs once.
+    using Edit = std::function<void(ZoneManager&, EditContext&, TrackChanges*)>;
+
+    EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep);
+
+    void apply(ZoneModel& model);
+    void takeBack(ZoneModel& model) noexcept;
+    [[nodiscard]] std::vector<ZoneChange> changes() const;
+    [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_changes.bytes(); }
+    bool absorb(EditShapes& next);
+
+private:
+    int m_zone;
+    FrameRange m_frames;
+    Edit m_edit; ///< empty once it has run
+    TrackChanges m_changes;
+    bool m_isRepetition;
+    int m_selectedBefore = -1;
+    int m_selectedAfter = -1;
+};
+
+class RenameZone {
+public:
+    RenameZone(int zone, std::string name) : m_zone(zone), m_name(std::move(name)) {}
+
+    void apply(ZoneModel& model) { swapName(model); }
+    void takeBack(ZoneModel& model) noexcept { swapName(model); }
+    [[nodiscard]] std::vector<ZoneChange> changes() const;
+    [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_name.capacity(); }
+
+private:
+    void swapName(ZoneModel& model);
+
+    int m_zone;
+    std::string m_name;
+};
+
+/// Puts a zone into the list and makes it the current one, or takes one out.
+class ListZone {
+public:
+    /// An empty `added` removes the zone at `index`.
+    ListZone(int index, std::shared_ptr<Zone> added) : m_index(index), m_zone(std::move(added)) {}
+
+    void apply(ZoneModel& model);
+    void takeBack(ZoneModel& model) noexcept;
+    [[nodiscard]] std::vector<ZoneChange> changes() const;
+    [[nodiscard]] std::size_t bytes() const;
+
+private:
+    void insert(ZoneModel& model);
+    void remove(ZoneModel& model);
+
+    int m_index;
+    std::shared_ptr<Zone> m_zone; ///< while it is in no list
+    ZoneEditing m_editing;
+    bool m_adds = m_zone != nullptr;
+    int m_currentBefore = -1;
+};
+
+using ZoneOperation = edit::OneOf<ZoneModel, ZoneChange, EditShapes, RenameZone, ListZone>;
+
+} // namespace zone

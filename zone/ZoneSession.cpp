@@ -1,0 +1,207 @@
+#include "zone/ZoneSession.h"
+
+#include <iterator>
+#include <utility>
+
+namespace zone {
+
+using Name = StepLabel::Name;
+
+std::string_view stepName(Name name) {
+    constexpr std::string_view kNames[] = {"add zone",   "remove zone",  "rename", "add point",
+                                           "move point", "delete point", "active"};
+    static_assert(std::size(kNames) == static_cast<std::size_t>(Name::active) + 1);
+    return kNames[static_cast<std::size_t>(name)];
+}
+
+std::string describe(const StepLabel& label) {
+    std::string text(stepName(label.name));
+    if (label.frame >= 0) {
+        text += ", frame " + std::to_string(label.frame);
+    }
+    return text;
+}
+
+ZoneSession::ZoneSession(std::shared_ptr<ZoneManager> zones, edit::Limits limits)
+    : m_model{std::move(zones), {}, {}}, m_history(m_model, limits) {
+    m_model.context.currentZone = m_model.zones->lastZoneRead;
+    m_model.saved.noteSaved(*m_model.zones);
+}
+
+void ZoneSession::chooseZone(int zone) {
+    m_model.context.currentZone = zone;
+    m_model.context.noteShown(zones());
+}
+
+void ZoneSession::showFrame(int frame) {
+    m_model.context.shownFrame = frame;
+    m_model.context.noteShown(zones());
+}
+
+void ZoneSession::setArea(platform::Size area) {
+    m_model.zones->videoWidth = area.width;
+    m_model.zones->videoHeight = area.height;
+}
+
+bool ZoneSession::hitTest(int zone, int frame, int x, int y) {
+    return zones().hitTest(m_model.context, zone, frame, x, y);
+}
+
+void ZoneSession::beginGesture(StepLabel label) {
+    endGesture();
+    m_gesture.emplace(m_history.begin(label));
+}
+
+void ZoneSession::endGesture() {
+    m_lastMove = {};
+    if (m_gesture) {
+        History::Gesture gesture = std::move(*m_gesture);
+        m_gesture.reset(); // listeners may begin another
+        gesture.commit();
+    }
+}
+
+void ZoneSession::cancelGesture() {
+    m_lastMove = {};
+    if (m_gesture) {
+        History::Gesture gesture = std::move(*m_gesture);
+        m_gesture.reset();
+        gesture.cancel();
+    }
+}
+
+void ZoneSession::run(const StepLabel& label, ZoneOperation operation) {
+    if (m_gesture) {
+        m_gesture->run(std::move(operation));
+        m_gesture->announce();
+    } else {
+        m_history.run(label, std::move(operation));
+    }
+}
+
+void ZoneSession::edit(const StepLabel& label, FrameRange frames, EditShapes::Edit edit,
+                       TrackChanges::Keep keep) {
+    if (!isThere(label.zone, label.frame)) {
+        edit(*m_model.zones, m_model.context, nullptr); // which says so in the log
+        return;
+    }
+    m_lastMove = {};
+    run(label, EditShapes(label.zone, frames, std::move(edit), keep));
+}
+
+void ZoneSession::addZone(const std::string& name, int frameCount) {
+    const std::shared_ptr<Zone> zone = Zone::create(frameCount);
+    zone->setName(name);
+    const int index = zones().zoneCount();
+    m_lastMove = {};
+    run({Name::addZone, index}, ListZone(index, zone));
+}
+
+void ZoneSession::removeZone(int zone) {
+    if (!zones().zone(zone)) {
+        m_model.zones->removeZone(zone); // which says so in the log
+        return;
+    }
+    m_lastMove = {};
+    run({Name::removeZone, zone}, ListZone(zone, nullptr));
+}
+
+void ZoneSession::renameZone(int zone, const std::string& name) {
+    if (!zones().zone(zone)) {
+        m_model.zones->setZoneName(zone, name); // which says so in the log
+    } else if (const std::string stored = Zone::storedName(name);
+               stored != zones().zone(zone)->name()) {
+        m_lastMove = {};
+        run({Name::rename, zone}, RenameZone(zone, stored));
+    }
+}
+
+void ZoneSession::setActive(int zone, int frame, bool active) {
+    edit({Name::active, zone, frame}, spreadFrom(zone, frame),
+         [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+             zones.setActive(context, zone, frame, active, changes);
+         });
+}
+
+void ZoneSession::moveSelectedPoint(int zone, int frame, int x, int y) {
+    const bool hasSelection = zones().zone(zone) && m_model.context.zone(zone).selectedPoint != -1;
+    if (isThere(zone, frame) && !hasSelection) {
+        return;
+    }
+    const Move move{zone, frame, hasSelection ? m_model.context.zone(zone).selectedPoint : -1,
+                    context().progressChanges};
+    const bool repeats = m_gesture && move == m_lastMove;
+    edit(
+        {Name::movePoint, zone, frame}, spreadFrom(zone, frame),
+        [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+            zones.moveSelectedPoint(context, zone, frame, x, y, changes);
+        },
+        repeats ? TrackChanges::Keep::nothingTwice : TrackChanges::Keep::all);
+    if (m_gesture) {
+        m_lastMove = move;
+    }
+}
+
+void ZoneSession::addPoint(int zone, int frame, int x, int y) {
+    if (isThere(zone, frame) &&
+        !zones().zone(zone)->takesPoint(m_model.context.zone(zone).selectedPoint)) {
+        return;
+    }
+    edit({Name::addPoint, zone, frame}, allFrames(zone),
+         [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+             zones.addPoint(context, zone, frame, x, y, changes);
+         });
+}
+
+void ZoneSession::deletePoint(int zone, int frame, int x, int y) {
+    if (isThere(zone, frame) && !zones().zone(zone)->hasPointAt(x, y)) {
+        return;
+    }
+    edit({Name::deletePoint, zone, frame}, allFrames(zone),
+         [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+             zones.deletePoint(context, zone, frame, x, y, changes);
+         });
+}
+
+std::optional<StepLabel> ZoneSession::undo() {
+    const StepLabel* label = m_history.undoLabel();
+    const std::optional<StepLabel> step = label ? std::optional(*label) : std::nullopt;
+    (void)m_history.undo();
+    return step;
+}
+
+std::optional<StepLabel> ZoneSession::redo() {
+    const StepLabel* label = m_history.redoLabel();
+    const std::optional<StepLabel> step = label ? std::optional(*label) : std::nullopt;
+    (void)m_history.redo();
+    return step;
+}
+
+edit::Subscription ZoneSession::observe(History::Listener listener) {
+    return m_history.observe(std::move(listener));
+}
+
+bool ZoneSession::save(const std::string& videoPath) {
+    const bool result = m_model.zones->save(videoPath);
+    if (zones().lastSaveFailure().empty()) {
+        m_model.saved.noteSaved(zones());
+    }
+    return result;
+}
+
+bool ZoneSession::isThere(int zone, int frame) const {
+    const std::shared_ptr<const Zone> found = zones().zone(zone);
+    return found && frame >= 0 && frame < found->frameCount();
+}
+
+FrameRange ZoneSession::allFrames(int zone) const {
+    const std::shared_ptr<const Zone> found = zones().zone(zone);
+    return {0, found ? found->frameCount() : 0};
+}
+
+FrameRange ZoneSession::spreadFrom(int zone, int frame) const {
+    return context().progressChanges ? FrameRange{frame, allFrames(zone).end}
+                                     : FrameRange{frame, frame + 1};
+}
+
+} // namespace zone

@@ -1,0 +1,117 @@
+// The one object through which a zone editor edits: every change of the zones is a named step that
+// can be taken back and done again, and listeners are told what it changed. Holds the zones, the
+// history and what editing remembers. Owned by the zone editor. UI thread only.
+//
+// Operations given a zone or frame that is not there log what ZoneManager logs and are no step;
+// neither is one that would change nothing.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "edit/History.h"
+#include "zone/ZoneOperations.h"
+
+namespace zone {
+
+/// Names a step and the place it happened at.
+struct StepLabel {
+    enum class Name { addZone, removeZone, rename, addPoint, movePoint, deletePoint, active };
+
+    Name name = Name::addZone;
+    int zone = -1;
+    int frame = -1; ///< -1 for none
+
+    bool operator==(const StepLabel&) const = default;
+};
+
+/// "move point"
+[[nodiscard]] std::string_view stepName(StepLabel::Name name);
+/// "move point, frame 31"
+[[nodiscard]] std::string describe(const StepLabel& label);
+
+class ZoneSession {
+public:
+    struct Types {
+        using Model = ZoneModel;
+        using Change = ZoneChange;
+        using Label = StepLabel;
+        using Operation = ZoneOperation;
+    };
+    using History = edit::History<Types>;
+
+    /// Edits `zones`, which is not empty; what it holds now counts as saved.
+    explicit ZoneSession(std::shared_ptr<ZoneManager> zones, edit::Limits limits = {});
+
+    [[nodiscard]] const ZoneManager& zones() const { return *m_model.zones; }
+    [[nodiscard]] const EditContext& context() const { return m_model.context; }
+
+    // What editing remembers. No step, and nobody is told.
+    void chooseZone(int zone);
+    void setProgressChanges(bool on) { m_model.context.progressChanges = on; }
+    /// The frame on show: its centre handle can be hit where the current zone's shape has it now.
+    void showFrame(int frame);
+    /// The picture area, to which points are clamped and which saves write.
+    void setArea(platform::Size area);
+    /// Selects the handle at (x, y), or none; true when there is one.
+    bool hitTest(int zone, int frame, int x, int y);
+    void endMove(int zone, int frame, int x, int y) const { zones().endMove(zone, frame, x, y); }
+
+    /// Everything up to endGesture becomes one step of that name, or none when nothing was done.
+    /// Meant for a press of the mouse up to its release, a key held down, a name typed.
+    void beginGesture(StepLabel label);
+    void endGesture();
+    /// Takes back what was done since beginGesture.
+    void cancelGesture();
+    [[nodiscard]] bool inGesture() const { return m_gesture.has_value(); }
+
+    /// Appends a zone without shapes and makes it the current one.
+    void addZone(const std::string& name, int frameCount);
+    void removeZone(int zone);
+    void renameZone(int zone, const std::string& name);
+    void setActive(int zone, int frame, bool active);
+    void moveSelectedPoint(int zone, int frame, int x, int y);
+    void addPoint(int zone, int frame, int x, int y);
+    void deletePoint(int zone, int frame, int x, int y);
+
+    /// The step that was taken back or done again; none when there is none or a gesture is open.
+    std::optional<StepLabel> undo();
+    std::optional<StepLabel> redo();
+    [[nodiscard]] const StepLabel* undoLabel() const { return m_history.undoLabel(); }
+    [[nodiscard]] const StepLabel* redoLabel() const { return m_history.redoLabel(); }
+    /// Told after each operation, undo and redo.
+    [[nodiscard]] edit::Subscription observe(History::Listener listener);
+    [[nodiscard]] const History& history() const { return m_history; }
+
+    /// As ZoneManager::save; a good one makes the zones count as saved.
+    bool save(const std::string& videoPath);
+    /// Whether a save would write other bytes now than right after opening or the last good save.
+    [[nodiscard]] bool isModified() const { return m_model.saved.differs(zones()); }
+
+private:
+    [[nodiscard]] bool isThere(int zone, int frame) const;
+    void run(const StepLabel& label, ZoneOperation operation);
+    void edit(const StepLabel& label, FrameRange frames, EditShapes::Edit edit,
+              TrackChanges::Keep keep = TrackChanges::Keep::all);
+    [[nodiscard]] FrameRange allFrames(int zone) const;
+    [[nodiscard]] FrameRange spreadFrom(int zone, int frame) const;
+
+    /// What a moved handle goes by: a drag's moves differ in their place alone.
+    struct Move {
+        int zone = -1;
+        int frame = -1;
+        int handle = -1;
+        bool progressChanges = false;
+
+        bool operator==(const Move&) const = default;
+    };
+
+    ZoneModel m_model;
+    History m_history;
+    std::optional<History::Gesture> m_gesture;
+    Move m_lastMove; ///< the gesture's last operation; of zone -1 when that was no move
+};
+
+} // namespace zone
