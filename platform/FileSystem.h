@@ -15,7 +15,8 @@ namespace platform {
 class FileStream {
 public:
     virtual ~FileStream() = default;
-    /// Bytes read: fewer than `count` at the end of the file or on an error.
+    /// Bytes read: fewer than `count` at the end of the file, where lastError() stays 0, or on an
+    /// error, which lastError() reports.
     [[nodiscard]] virtual std::size_t read(void* buffer, std::size_t count) = 0;
     /// Bytes taken; fewer than `count` on an error.
     [[nodiscard]] virtual std::size_t write(const void* buffer, std::size_t count) = 0;

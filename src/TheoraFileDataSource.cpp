@@ -10,6 +10,7 @@ namespace {
 
 constexpr const char* kSource = "src\\TheoraDataSource";
 constexpr int kOpenLine = 40;
+constexpr int kReadLine = 52;
 
 } // namespace
 
@@ -34,7 +35,13 @@ void TheoraFileDataSource::openIfNeeded() {
 
 std::size_t TheoraFileDataSource::read(void* buffer, std::size_t count) {
     openIfNeeded();
-    return m_lost ? 0 : m_stream->read(buffer, count);
+    const std::size_t got = m_lost ? 0 : m_stream->read(buffer, count);
+    if (m_lost || (got < count && m_stream->lastError() != 0)) {
+        m_stream.reset(); // the next access begins afresh
+        m_lost = false;
+        throw TheoraGenericException("Can't read video file: " + m_name, kSource, kReadLine);
+    }
+    return got;
 }
 
 void TheoraFileDataSource::seek(std::int64_t offset) {

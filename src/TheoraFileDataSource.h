@@ -14,10 +14,10 @@ public:
     TheoraFileDataSource(std::string name, platform::FileSystem& files);
 
     // read, seek and size throw TheoraGenericException "Can't open video file: " and the name when
-    // the file cannot be opened.
+    // the file cannot be opened. A read that fails, or that follows a seek which was refused,
+    // throws "Can't read video file: " and the name; the access after it opens the file anew.
     [[nodiscard]] std::size_t read(void* buffer, std::size_t count) override;
     [[nodiscard]] std::string repr() const override { return m_name; }
-    /// A refused seek makes the next reads return 0.
     void seek(std::int64_t offset) override;
     [[nodiscard]] std::int64_t size() override;
     /// 0 while the file is not open.

@@ -81,6 +81,11 @@ TEST_F(FileTest, AWholeFileIsReadUpToItsLimitOnly) {
     m_files.forgetCalls();
     m_files.shortenAt(2);
     EXPECT_EQ(core::readWholeFile("f", 5), std::nullopt) << "read in half";
+    support::writeBytes("empty", "");
+    m_files.heal();
+    EXPECT_EQ(core::readWholeFile("empty", 5), "");
+    m_files.failOn("read", EIO);
+    EXPECT_EQ(core::readWholeFile("empty", 5), std::nullopt) << "not known to be empty";
 }
 
 } // namespace

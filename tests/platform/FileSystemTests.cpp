@@ -67,7 +67,11 @@ TEST_F(FileSystemTest, AStreamWritesReadsAndSeeks) {
     EXPECT_EQ(stream->read(buffer.data(), 1), 1U);
     EXPECT_EQ(buffer[0], '9');
     EXPECT_FALSE(stream->seek(-1));
-    EXPECT_EQ(stream->lastError(), 0);
+    EXPECT_EQ(stream->read(buffer.data(), 1), 0U);
+    EXPECT_EQ(stream->lastError(), 0) << "the end of the file";
+    stream = m_files.open("f", OpenMode::write, m_error);
+    EXPECT_EQ(stream->read(buffer.data(), 1), 0U);
+    EXPECT_NE(stream->lastError(), 0) << "no end, but a stream that cannot be read";
 }
 
 TEST_F(FileSystemTest, EachModeOpensWhatItMay) {

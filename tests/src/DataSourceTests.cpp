@@ -1,6 +1,9 @@
 // Files as sources, the banner, and what happens when a file fails while a clip plays.
+#include <array>
 #include <atomic>
+#include <cerrno>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -10,9 +13,12 @@
 #include "src/TheoraException.h"
 #include "src/TheoraFileDataSource.h"
 #include "src/TheoraLog.h"
+#include "src/TheoraProbe.h"
 #include "tests/src/MemorySource.h"
 #include "tests/src/PlaybackSession.h"
 #include "tests/support/ClipMaker.h"
+#include "tests/support/FaultyFileSystem.h"
+#include "tests/support/TempFolder.h"
 
 namespace {
 
@@ -20,7 +26,9 @@ using theora::TheoraFileDataSource;
 using theora::TheoraGenericException;
 using Lines = std::vector<std::string>;
 
-TEST(FileSource, OpensAtTheFirstAccessOnly) {
+class FileSource : public support::TempFolderTest {};
+
+TEST_F(FileSource, OpensAtTheFirstAccessOnly) {
     TheoraFileDataSource missing("none/clip.ogv", platform::nativeFileSystem());
     EXPECT_EQ(missing.repr(), "none/clip.ogv");
     EXPECT_EQ(missing.tell(), 0);
@@ -30,6 +38,37 @@ TEST(FileSource, OpensAtTheFirstAccessOnly) {
     EXPECT_THROW((void)missing.read(&byte, 1), TheoraGenericException);
     TheoraFileDataSource folder(".", platform::nativeFileSystem());
     EXPECT_THROW((void)folder.size(), TheoraGenericException);
+}
+
+TEST_F(FileSource, AFailedReadIsNotTheEndOfTheFile) {
+    support::writeBytes("clip.ogv", "0123");
+    support::FaultyFileSystem files(platform::nativeFileSystem());
+    TheoraFileDataSource source("clip.ogv", files);
+    std::array<char, 8> bytes{};
+    EXPECT_EQ(source.read(bytes.data(), bytes.size()), 4U);
+    files.failOn("read", EIO);
+    EXPECT_THROW((void)source.read(bytes.data(), bytes.size()), TheoraGenericException);
+    files.heal();
+    source.seek(3);
+    EXPECT_EQ(source.read(bytes.data(), bytes.size()), 1U) << "the medium is back";
+    EXPECT_EQ(bytes[0], '3');
+}
+
+TEST_F(FileSource, AClipIsKnownByItsHeaders) {
+    const support::Bytes clip = support::makeClip({.sound = support::Sound::after});
+    const std::string whole(clip.begin(), clip.end());
+    const std::pair<std::string, bool> files[] = {
+        {whole, true},
+        {whole.substr(0, whole.size() / 2), true},
+        {whole.substr(0, 100), false}, // inside the headers
+        {"", false},
+        {std::string(4, '\0') + " ftypisom" + std::string(std::size_t{1} << 20U, 'm'), false},
+    };
+    for (const auto& [bytes, isClip] : files) {
+        support::writeBytes("clip.ogv", bytes);
+        EXPECT_EQ(theora::hasTheoraHeaders("clip.ogv", platform::nativeFileSystem()), isClip);
+    }
+    EXPECT_FALSE(theora::hasTheoraHeaders("missing.ogv", platform::nativeFileSystem()));
 }
 
 TEST(Manager, LogsItsBannerEachClipAndWhyOneWasRefused) {
