@@ -4,6 +4,8 @@
 #include <system_error>
 #include <utility>
 
+#include "src/TheoraProbe.h"
+
 namespace jobs {
 
 BackgroundImport::BackgroundImport(platform::EventLoop& loop, platform::FileSystem& files)
@@ -22,25 +24,25 @@ BackgroundImport::~BackgroundImport() {
 
 void BackgroundImport::start(const std::string& source, const std::string& destination,
                              std::function<void()> onProgress,
-                             std::function<void(ImportResult)> onDone) {
+                             std::function<void(const ImportReport&)> onDone) {
     m_run = std::make_shared<Run>();
     m_run->onProgress = std::move(onProgress);
-    m_run->onDone = [this, done = std::move(onDone)](ImportResult result) {
+    m_run->onDone = [this, done = std::move(onDone)](const ImportReport& report) {
         finish();
-        done(result);
+        done(report);
     };
     try {
         m_thread = std::thread([run = m_run, source, destination, &loop = m_loop,
                                 &files = m_files] { work(run, source, destination, loop, files); });
     } catch (const std::system_error&) {
-        m_loop.post([run = m_run] { end(*run, ImportResult::failed); });
+        m_loop.post([run = m_run] { end(*run, {ImportResult::failed, "out of threads"}); });
     }
 }
 
 void BackgroundImport::work(const std::shared_ptr<Run>& run, const std::string& source,
                             const std::string& destination, platform::EventLoop& loop,
                             platform::FileSystem& files) {
-    const auto tellProgress = [&run, &loop] {
+    const auto reportProgress = [&run, &loop] {
         if (!run->progressPosted.exchange(true)) {
             loop.post([run] {
                 run->progressPosted = false;
@@ -50,22 +52,25 @@ void BackgroundImport::work(const std::shared_ptr<Run>& run, const std::string& 
             });
         }
     };
-    ImportResult result = ImportResult::failed;
+    ImportReport report;
     try {
-        result = importVideo(files, source, destination, run->progress, tellProgress);
+        report = importVideo(files, source, destination, run->progress, reportProgress);
+        const bool isIn =
+            report.result == ImportResult::copied || report.result == ImportResult::sameFile;
+        report.isPlayable = !isIn || theora::hasTheoraHeaders(destination, files);
     } catch (const std::exception&) {
-        // Out of memory: nothing but the temporary was touched, and that is gone again.
-        result = ImportResult::failed;
+        // Nothing but the temporary was touched, and that is gone again.
+        report = {ImportResult::failed, "out of memory"};
     }
-    loop.post([run, result] { end(*run, result); });
+    loop.post([run, report = std::move(report)] { end(*run, report); });
 }
 
-void BackgroundImport::end(Run& run, ImportResult result) {
+void BackgroundImport::end(Run& run, const ImportReport& report) {
     // The callback may end the import's owner and, with it, the callback's own home.
     const auto done = std::exchange(run.onDone, nullptr);
     run.onProgress = nullptr;
     if (done) {
-        done(result);
+        done(report);
     }
 }
 

@@ -1,7 +1,10 @@
-// Runs one video import at a time on a thread of its own, so that the window stays alive, and
-// reports back on the UI thread. Used by the branch editor. UI thread only.
+// Runs one video import at a time on a thread of its own, so that the window stays alive, looks
+// whether the file can be played, and reports back on the UI thread. Used by the branch editor. UI
+// thread only.
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -25,7 +28,7 @@ public:
     /// Called on the UI thread; `onProgress` now and then, `onDone` once, when isRunning() is false
     /// again. Not while an import is running.
     void start(const std::string& source, const std::string& destination,
-               std::function<void()> onProgress, std::function<void(ImportResult)> onDone);
+               std::function<void()> onProgress, std::function<void(const ImportReport&)> onDone);
     void cancel();
     [[nodiscard]] bool isRunning() const { return m_run != nullptr; }
     [[nodiscard]] std::uint64_t copiedBytes() const;
@@ -36,8 +39,8 @@ private:
     struct Run {
         ImportProgress progress;
         std::atomic<bool> progressPosted{false};
-        std::function<void()> onProgress;         ///< UI thread only, empty once abandoned
-        std::function<void(ImportResult)> onDone; ///< UI thread only, empty once abandoned
+        std::function<void()> onProgress;                ///< UI thread only, empty once abandoned
+        std::function<void(const ImportReport&)> onDone; ///< UI thread only, empty once abandoned
     };
 
     /// The thread's work.
@@ -45,7 +48,7 @@ private:
                      const std::string& destination, platform::EventLoop& loop,
                      platform::FileSystem& files);
     /// On the UI thread again.
-    static void end(Run& run, ImportResult result);
+    static void end(Run& run, const ImportReport& report);
     void finish();
 
     platform::EventLoop& m_loop;

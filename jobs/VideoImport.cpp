@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "core/Paths.h"
@@ -56,8 +57,7 @@ public:
     Temporary& operator=(const Temporary&) = delete;
 
     /// Empty when the file cannot be made.
-    std::unique_ptr<FileStream> make() {
-        int error = 0;
+    std::unique_ptr<FileStream> make(int& error) {
         // A left-over of a killed program, or a link somewhere else: never written through.
         m_files.removeFile(m_path, error);
         std::unique_ptr<FileStream> stream = m_files.open(m_path, OpenMode::write, error);
@@ -69,8 +69,7 @@ public:
         const auto now = m_files.info(m_path);
         return !now || !m_identity || isSameFile(m_files, m_path, *m_identity, m_path, *now);
     }
-    bool moveTo(const std::string& destination) {
-        int error = 0;
+    bool moveTo(const std::string& destination, int& error) {
         m_made = !m_files.replaceFile(m_path, destination, error);
         return !m_made;
     }
@@ -82,98 +81,133 @@ private:
     std::optional<FileInfo> m_identity;
 };
 
-ImportResult copyBlocks(FileStream& from, FileStream& to, ImportProgress& progress,
-                        const std::function<void()>& onBlock) {
-    std::vector<std::byte> block(kBlockBytes);
-    while (!progress.cancelled) {
-        const std::size_t count = from.read(block.data(), block.size());
-        if (to.write(block.data(), count) != count) {
-            return ImportResult::failed;
-        }
-        progress.copiedBytes += count;
-        if (count < block.size()) {
-            // A source that ends before its announced size broke off while being read.
-            const bool whole = progress.copiedBytes >= progress.totalBytes;
-            return whole ? ImportResult::copied : ImportResult::failed;
-        }
-        onBlock();
-    }
-    return ImportResult::cancelled;
+ImportReport failure(const char* reason) {
+    return {ImportResult::failed, reason};
 }
 
-ImportResult copyToTemporary(FileSystem& files, const std::string& source, Temporary& temporary,
-                             ImportProgress& progress, const std::function<void()>& onBlock) {
-    int error = 0;
-    const std::unique_ptr<FileStream> from = files.open(source, OpenMode::read, error);
-    const std::unique_ptr<FileStream> to = from ? temporary.make() : nullptr;
-    if (!to) {
-        return ImportResult::failed;
-    }
-    const ImportResult result = copyBlocks(*from, *to, progress, onBlock);
-    if (result != ImportResult::copied) {
-        return result;
-    }
-    const bool synced = to->sync();
-    return to->close() && synced ? ImportResult::copied : ImportResult::failed;
+ImportReport failure(FileSystem& files, int error) {
+    return {ImportResult::failed, error != 0 ? files.errorText(error) : "it cannot be read"};
 }
 
-/// What speaks against a copy to `destination`, if anything does.
-std::optional<ImportResult> objection(FileSystem& files, const std::string& source,
-                                      const FileInfo& sourceInfo, const std::string& destination) {
-    const auto existing = files.info(destination);
-    if (!existing) {
+/// One import; see importVideo.
+class Import {
+public:
+    Import(FileSystem& files, const std::string& source, const std::string& destination,
+           ImportProgress& progress, const std::function<void()>& onBlock)
+        : m_files(files), m_source(source), m_destination(destination), m_progress(progress),
+          m_onBlock(onBlock) {}
+
+    ImportReport run() {
+        if (m_source == m_destination) {
+            return {ImportResult::sameFile};
+        }
+        const auto info = m_files.info(m_source);
+        if (!info || info->isFolder) {
+            int error = 0; // for the system's words
+            (void)m_files.open(m_source, OpenMode::read, error);
+            return failure(m_files, error);
+        }
+        if (auto report = checkDestination(*info)) {
+            return *std::move(report);
+        }
+        const std::string folder = core::folderOf(m_destination);
+        createFolders(m_files, folder);
+        m_progress.copiedBytes = 0;
+        m_progress.totalBytes = info->size;
+        const std::string path = folder + kImportTemporary;
+        const auto leftover = m_files.info(path);
+        if (leftover && isSameFile(m_files, m_source, *info, path, *leftover)) {
+            return failure("it is an unfinished copy"); // the new copy would take its place
+        }
+        ImportReport report = copyThrough(Temporary(m_files, path));
+        if (report.result == ImportResult::copied) {
+            m_files.syncFolder(folder);
+        }
+        return report;
+    }
+
+private:
+    /// Empty when nothing speaks against a copy.
+    std::optional<ImportReport> checkDestination(const FileInfo& source) {
+        const auto existing = m_files.info(m_destination);
+        if (!existing) {
+            return std::nullopt;
+        }
+        if (isSameFile(m_files, m_source, source, m_destination, *existing)) {
+            return ImportReport{ImportResult::sameFile};
+        }
+        int error = 0;
+        // A file that is protected against writing stays as well.
+        if (!m_files.open(m_destination, OpenMode::writeInPlace, error)) {
+            return failure(m_files, error);
+        }
         return std::nullopt;
     }
-    if (isSameFile(files, source, sourceInfo, destination, *existing)) {
-        return ImportResult::sameFile;
+
+    ImportReport copyThrough(Temporary&& temporary) {
+        ImportReport report = copyTo(temporary);
+        if (report.result == ImportResult::copied && m_progress.cancelled) {
+            return {ImportResult::cancelled};
+        }
+        if (!temporary.isOurs()) {
+            return failure("another program copies into this folder");
+        }
+        int error = 0;
+        if (report.result == ImportResult::copied && !temporary.moveTo(m_destination, error)) {
+            return failure(m_files, error);
+        }
+        return report;
     }
-    int error = 0;
-    if (existing->isFolder || !files.open(destination, OpenMode::writeInPlace, error)) {
-        return ImportResult::failed; // a file that is protected against writing stays, too
+
+    ImportReport copyTo(Temporary& temporary) {
+        int error = 0;
+        const std::unique_ptr<FileStream> from = m_files.open(m_source, OpenMode::read, error);
+        const std::unique_ptr<FileStream> to = from ? temporary.make(error) : nullptr;
+        if (!to) {
+            return failure(m_files, error);
+        }
+        ImportReport report = copyBlocks(*from, *to);
+        if (report.result != ImportResult::copied) {
+            return report;
+        }
+        const bool synced = to->sync();
+        return to->close() && synced ? report : failure(m_files, to->lastError());
     }
-    return std::nullopt;
-}
+
+    ImportReport copyBlocks(FileStream& from, FileStream& to) {
+        std::vector<std::byte> block(kBlockBytes);
+        while (!m_progress.cancelled) {
+            const std::size_t count = from.read(block.data(), block.size());
+            if (from.lastError() != 0) {
+                return failure(m_files, from.lastError()); // not the end of the file
+            }
+            if (to.write(block.data(), count) != count) {
+                return failure(m_files, to.lastError());
+            }
+            m_progress.copiedBytes += count;
+            if (count < block.size()) {
+                const bool whole = m_progress.copiedBytes >= m_progress.totalBytes;
+                return whole ? ImportReport{ImportResult::copied}
+                             : failure("it became shorter during the copy");
+            }
+            m_onBlock();
+        }
+        return {ImportResult::cancelled};
+    }
+
+    FileSystem& m_files;
+    const std::string& m_source;
+    const std::string& m_destination;
+    ImportProgress& m_progress;
+    const std::function<void()>& m_onBlock;
+};
 
 } // namespace
 
-ImportResult importVideo(FileSystem& files, const std::string& source,
+ImportReport importVideo(FileSystem& files, const std::string& source,
                          const std::string& destination, ImportProgress& progress,
                          const std::function<void()>& onBlock) {
-    if (source == destination) {
-        return ImportResult::sameFile;
-    }
-    const auto sourceInfo = files.info(source);
-    if (!sourceInfo || sourceInfo->isFolder) {
-        return ImportResult::failed;
-    }
-    if (const auto result = objection(files, source, *sourceInfo, destination)) {
-        return *result;
-    }
-    const std::string folder = core::folderOf(destination);
-    createFolders(files, folder);
-    progress.copiedBytes = 0;
-    progress.totalBytes = sourceInfo->size;
-    const std::string path = folder + kImportTemporary;
-    const auto leftover = files.info(path);
-    if (leftover && isSameFile(files, source, *sourceInfo, path, *leftover)) {
-        return ImportResult::failed; // the copy would take its place
-    }
-    Temporary temporary(files, path);
-    const ImportResult result = copyToTemporary(files, source, temporary, progress, onBlock);
-    if (!temporary.isOurs()) {
-        return ImportResult::failed;
-    }
-    if (result != ImportResult::copied) {
-        return result;
-    }
-    if (progress.cancelled) {
-        return ImportResult::cancelled;
-    }
-    if (!temporary.moveTo(destination)) {
-        return ImportResult::failed;
-    }
-    files.syncFolder(folder);
-    return ImportResult::copied;
+    return Import(files, source, destination, progress, onBlock).run();
 }
 
 } // namespace jobs

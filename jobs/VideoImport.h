@@ -19,6 +19,12 @@ enum class ImportResult {
     cancelled, ///< counts as failed
 };
 
+struct ImportReport {
+    ImportResult result = ImportResult::failed;
+    std::string reason{};   ///< of a failure, in the system's words where it has some
+    bool isPlayable = true; ///< false for a file that came in and is no Theora video
+};
+
 /// Shared by the copying thread and the one that watches it.
 struct ImportProgress {
     std::atomic<std::uint64_t> copiedBytes{0};
@@ -31,10 +37,10 @@ inline constexpr const char* kImportTemporary = "VideoCopy.part";
 
 /// Copies `source` to `destination`, whose folders are made where missing. Both are UTF-8 paths.
 /// Source and destination are compared as files (volume and index), so that a file of the scene's
-/// folder is never its own victim, however its path is spelled. Unless the result is `copied`, an
+/// folder never replaces itself, however its path is spelled. Unless the result is `copied`, an
 /// existing destination is as it was. `onBlock` is called on this thread after each block copied.
-/// Any thread.
-[[nodiscard]] ImportResult importVideo(platform::FileSystem& files, const std::string& source,
+/// Whether the file can be played is not looked at. Any thread.
+[[nodiscard]] ImportReport importVideo(platform::FileSystem& files, const std::string& source,
                                        const std::string& destination, ImportProgress& progress,
                                        const std::function<void()>& onBlock);
 

@@ -29,6 +29,11 @@ std::vector<std::string> listScenes() {
     return scenes;
 }
 
+bool canBeListed(std::string_view name) {
+    return !name.empty() && name != "." && name != ".." &&
+           name.find_first_of("/\\") == std::string_view::npos;
+}
+
 std::string scenesFolderPath() {
     return core::currentDirectory() + core::withSeparator(kScenesFolder);
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace scene {
@@ -20,6 +21,10 @@ inline constexpr const char* kSceneFileName = "Scene.xml";
 
 /// The folder of all scenes, ending in "/": where the author's videos are looked for first.
 [[nodiscard]] std::string scenesFolderPath();
+
+/// Whether a scene saved as `name` has a folder of its own right below "Scenes/", as all that
+/// listScenes() finds have.
+[[nodiscard]] bool canBeListed(std::string_view name);
 
 /// The folder of the scene `name`, ending in "\" whatever the system's own separator: working
 /// directory + "Scenes/" + name + "\". Empty when the working directory is unknown.

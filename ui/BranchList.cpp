@@ -133,10 +133,19 @@ bool BranchList::MessageHandler(const platform::Event& event) {
         cancelImport();
         return true;
     }
+    if (event.kind == platform::EventKind::keyDown && event.key == platform::Key::escape &&
+        dropTypedName()) {
+        return true;
+    }
     return EditorWindow::MessageHandler(event);
 }
 
 bool BranchList::HandleMessage(const platform::Event& event) {
+    if (event.kind == platform::EventKind::keyDown ||
+        event.kind == platform::EventKind::mouseDown ||
+        event.kind == platform::EventKind::mouseDoubleClick) {
+        m_noteIsFresh = false;
+    }
     // A question's loop runs inside this window's: the question has to end first.
     if (event.kind == platform::EventKind::closeRequest && isAsking()) {
         return true;
@@ -196,18 +205,30 @@ void BranchList::renameBranch(Control& sender) {
     if (combo->FindItemText(name) >= 0) {
         sender.SetText(branch >= 0 ? core::displayText(scene()->branchID(branch))
                                    : std::u16string());
+        m_note = takenNameText(name);
+        m_noteIsFresh = true;
         return;
     }
     const int index = combo->GetCurSel();
     const int offset = actionsOffset();
     if (branch >= 0) {
         scene()->renameBranch(branch, core::storedText(name));
+        changed();
     }
     fillBranchNames();
     refreshTargets();
     combo->SelectItem(index);
     // The press that ended the typing may be on its way to one of the rows on the screen.
     scrollActions(offset);
+}
+
+bool BranchList::dropTypedName() {
+    Control* edit = findControl(kNameEdit);
+    if (edit == nullptr || edit != GetPaintManager().GetFocus() || edit->GetText() == m_shownName) {
+        return false;
+    }
+    edit->SetText(m_shownName);
+    return true;
 }
 
 void BranchList::chooseFirstBranch(Control& sender) {
@@ -218,6 +239,7 @@ void BranchList::chooseFirstBranch(Control& sender) {
     const int branch = selectedBranch();
     if (check->IsSelected() && branch >= 0) {
         scene()->SetFirstBranch(scene()->branchID(branch));
+        changed();
         return;
     }
     // Unchecking never clears the first branch: another one has to be checked instead. Intended.
@@ -231,6 +253,7 @@ void BranchList::addBranch(Control& /*sender*/) {
         return;
     }
     scene()->AddBranch();
+    changed();
     if (Control* videos = findControl(kVideoCombo)) {
         videos->Invalidate();
     }

@@ -64,6 +64,8 @@ private:
     void showBranch(int branch);
     void showFirstBranch();
     void renameBranch(Control& sender);
+    /// Brings the typed name's old text back; false when nothing was typed.
+    bool dropTypedName();
     void chooseFirstBranch(Control& sender);
     void addBranch(Control& sender);
     void saveScene(Control& sender);
@@ -75,7 +77,9 @@ private:
     void chooseVideo(Control& sender);
     void addVideos(Control& sender);
     void importNextVideo();
-    void videoImported(const std::string& name, jobs::ImportResult result);
+    void videoImported(const std::string& name, const jobs::ImportReport& report);
+    /// Says what came of the last Add Video.
+    void showImportOutcome();
     void removeVideoItem(const std::string& name);
     void cancelImport();
     [[nodiscard]] bool isImporting() const;
@@ -112,9 +116,12 @@ private:
     void updateState();
     void updateEnabled();
     void updateEmptyText();
+    void updateOwnVideo();
     void updateStatus();
-    /// What the last deed told has been seen by the next one.
+    /// What the last action of the user brought up goes with the next one.
     void forgetNote();
+    /// The scene is no longer as it was saved.
+    void changed();
     /// The quiet text of the strip while no video is being copied.
     [[nodiscard]] std::u16string statusText();
     /// Whether an action of the branch on show waits for a zone of a video that has none.
@@ -132,15 +139,16 @@ private:
     NameList m_shownZones;      ///< of the video on show; none when they were never loaded
     std::u16string m_shownName; ///< what the program last put into the name edit
     std::u16string m_usualStatus;
-    std::u16string m_saved;   ///< in front of the status; empty before the first good save
-    std::u16string m_note;    ///< in the usual status's place: what the last deed did
-    std::u16string m_problem; ///< why the zone editor is gone again
+    std::u16string m_saved;     ///< in front of the status, from a good save to the next change
+    std::u16string m_note;      ///< in the usual status's place: what the last action did
+    std::u16string m_problem;   ///< what went wrong with it
+    bool m_noteIsFresh = false; ///< it came up in the press or key that is still being handled
 
     jobs::BackgroundImport m_import;
     std::deque<std::string> m_importNames; ///< still to come, the one under way in front
     std::string m_importFolder;
     int m_importCount = 0;
-    int m_importedCount = 0; ///< of those, good ones so far
+    ImportOutcome m_importOutcome;
 };
 
 } // namespace ui

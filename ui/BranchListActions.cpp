@@ -208,9 +208,10 @@ void BranchList::chooseCondition(Control& sender) {
     if (parameter != nullptr) {
         fillParameters(*parameter, condition < 0 ? kConditionDefault : condition);
     }
-    if (condition >= 0) {
+    if (condition >= 0 && condition != action->Type()) {
         // The parameter stays until another one is picked. Intended.
         action->SetType(condition);
+        changed();
     }
 }
 
@@ -219,7 +220,11 @@ void BranchList::chooseParameter(Control& sender) {
     const auto action = actionOf(sender);
     if (combo != nullptr && action) {
         const NameList& names = parametersOf(action->Type());
-        action->SetParameter(storedChoice(names.stored, combo->GetCurSel(), combo->GetText()));
+        const std::string name = storedChoice(names.stored, combo->GetCurSel(), combo->GetText());
+        if (name != action->Parameter()) {
+            action->SetParameter(name);
+            changed();
+        }
     }
 }
 
@@ -227,7 +232,12 @@ void BranchList::chooseTarget(Control& sender) {
     const auto* combo = toolkit::controlCast<toolkit::CComboUI>(&sender);
     const auto action = actionOf(sender);
     if (combo != nullptr && action && !combo->GetText().empty()) {
-        action->SetBranchID(storedChoice(m_branches.stored, combo->GetCurSel(), combo->GetText()));
+        const std::string name =
+            storedChoice(m_branches.stored, combo->GetCurSel(), combo->GetText());
+        if (name != action->BranchID()) {
+            action->SetBranchID(name);
+            changed();
+        }
     }
 }
 
@@ -236,6 +246,7 @@ void BranchList::changeImmediate(Control& sender) {
     const auto action = actionOf(sender);
     if (check != nullptr && action) {
         action->SetImmediate(check->IsSelected());
+        changed();
     }
 }
 
@@ -245,6 +256,7 @@ void BranchList::addAction(Control& /*sender*/) {
         return;
     }
     scene()->addAction(branch, scene::Action::create());
+    changed();
     rebuildActions();
     revealAction(kLastAction);
 }
@@ -263,6 +275,7 @@ void BranchList::removeAction(Control& /*sender*/) {
         const int number = list->GetCurSel();
         const int offset = actionsOffset();
         scene()->removeAction(branch, number);
+        changed();
         rebuildActions();
         scrollActions(offset);
         revealAction(number);

@@ -20,6 +20,8 @@ inline constexpr std::u16string_view kActionList = u"BranchList";
 
 inline constexpr std::u16string_view kSceneLabel = u"LabelScene";
 inline constexpr std::u16string_view kStatus = u"LabelStatus";
+inline constexpr std::u16string_view kOwnVideo = u"LabelOwnVideo";
+inline constexpr std::u16string_view kZonesHint = u"LabelZonesHint";
 inline constexpr std::u16string_view kEmptyHeading = u"EmptyHeading";
 inline constexpr std::u16string_view kEmptyLine = u"EmptyLine";
 

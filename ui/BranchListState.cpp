@@ -22,6 +22,7 @@ int selectionOf(const toolkit::CComboUI* combo) {
 void BranchList::updateState() {
     updateEnabled();
     updateEmptyText();
+    updateOwnVideo();
     updateStatus();
 }
 
@@ -57,6 +58,21 @@ void BranchList::updateEmptyText() {
     setVisibleOf(kEmptyLine, empty);
 }
 
+void BranchList::updateOwnVideo() {
+    // A branch without a video leaves the list on what was shown last.
+    const auto* videos = find<toolkit::CComboUI>(kVideoCombo);
+    const int branch = selectedBranch();
+    bool differs = false;
+    if (videos != nullptr && branch >= 0) {
+        const std::string own = scene()->branchFilename(branch);
+        const int shown = videos->GetCurSel();
+        differs = own.empty() || shown < 0 || m_videos[static_cast<std::size_t>(shown)] != own;
+        setTextOf(kOwnVideo, ownVideoText(own));
+    }
+    setVisibleOf(kOwnVideo, differs);
+    setVisibleOf(kZonesHint, !differs);
+}
+
 CopyStatus BranchList::importStatus() const {
     CopyStatus status;
     status.name = m_importNames.front();
@@ -73,8 +89,10 @@ void BranchList::updateStatus() {
     }
     std::u16string problem;
     if (!isImporting()) {
-        problem = notSavedText(scene()->saveFailure());
-        problem = problem.empty() ? m_problem : problem;
+        const std::u16string notSaved = notSavedText(scene()->saveFailure());
+        // The note's own place is taken while a problem is shown.
+        problem =
+            joinSentences({m_problem, notSaved.empty() ? std::u16string() : m_note, notSaved});
     }
     const std::u16string text = isImporting() ? copyText(importStatus()) : statusText();
     setTextOf(kStatus, problem.empty() ? text : problem);
@@ -82,17 +100,25 @@ void BranchList::updateStatus() {
 }
 
 void BranchList::forgetNote() {
-    m_note.clear();
-    m_problem.clear();
+    // What leaving the edit brought up outlasts the press that left it.
+    if (!m_noteIsFresh) {
+        m_note.clear();
+        m_problem.clear();
+    }
+}
+
+void BranchList::changed() {
+    m_saved.clear();
 }
 
 std::u16string BranchList::statusText() {
-    if (!m_note.empty()) { // gone with the next deed
+    if (!m_note.empty()) { // gone with the next action of the user
         return m_saved + m_note;
     }
-    const std::u16string hint = unreadableHint(*scene());
-    if (!hint.empty()) {
-        return m_saved + hint;
+    for (const std::u16string& hint : {unreadableHint(*scene()), unlistedHint(scene()->Name())}) {
+        if (!hint.empty()) {
+            return m_saved + hint;
+        }
     }
     return m_saved + (lacksZones() ? std::u16string(kNoZonesHint) : m_usualStatus);
 }

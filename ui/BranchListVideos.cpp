@@ -81,8 +81,11 @@ void BranchList::chooseVideo(Control& /*sender*/) {
     if (combo == nullptr || combo->GetCurSel() < 0 || branch < 0) {
         return;
     }
-    scene()->setBranchFilename(branch,
-                               storedChoice(m_videos, combo->GetCurSel(), combo->GetText()));
+    const std::string name = storedChoice(m_videos, combo->GetCurSel(), combo->GetText());
+    if (name != scene()->branchFilename(branch)) {
+        scene()->setBranchFilename(branch, name);
+        changed();
+    }
     refreshZoneParameters();
 }
 
@@ -117,7 +120,7 @@ void BranchList::addVideos(Control& /*sender*/) {
     m_importFolder = chosen->folder;
     m_importNames.assign(chosen->names.begin(), chosen->names.end());
     m_importCount = static_cast<int>(m_importNames.size());
-    m_importedCount = 0;
+    m_importOutcome = {};
     importNextVideo();
 }
 
@@ -132,34 +135,41 @@ void BranchList::importNextVideo() {
     while (!m_importNames.empty() && !isImporting()) {
         const std::string name = m_importNames.front();
         if (indexOfText(m_videos, name) >= 0) {
+            ++m_importOutcome.listedAlready;
             m_importNames.pop_front();
             continue;
         }
         addVideoItem(name);
         m_import.start(
             m_importFolder + name, m_folder + core::fileName(name), [this] { updateStatus(); },
-            [this, name](jobs::ImportResult result) { videoImported(name, result); });
+            [this, name](const jobs::ImportReport& report) { videoImported(name, report); });
+    }
+    if (!isImporting()) {
+        showImportOutcome();
     }
     updateState();
 }
 
-void BranchList::videoImported(const std::string& name, jobs::ImportResult result) {
-    if (result == jobs::ImportResult::cancelled) {
+void BranchList::videoImported(const std::string& name, const jobs::ImportReport& report) {
+    const bool cancelled = report.result == jobs::ImportResult::cancelled;
+    if (cancelled) {
         m_importNames.clear();
     } else {
         m_importNames.pop_front();
     }
-    if (result == jobs::ImportResult::failed || result == jobs::ImportResult::cancelled) {
+    if (cancelled || report.result == jobs::ImportResult::failed) {
         removeVideoItem(name);
-    } else {
-        ++m_importedCount;
     }
+    m_importOutcome.note(name, report);
     importNextVideo();
     if (!isImporting()) {
-        m_note = addedText(m_importedCount);
-        updateStatus();
         GetPaintManager().SetFocus(findControl(kAddVideoButton));
     }
+}
+
+void BranchList::showImportOutcome() {
+    m_note = importNote(m_importOutcome);
+    m_problem = importProblem(m_importOutcome);
 }
 
 void BranchList::cancelImport() {

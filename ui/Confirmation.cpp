@@ -35,6 +35,7 @@ void Confirmation::run() {
     }
     const AskingScope asking(m_asker);
     enableOwner(false);
+    CenterWindow();
     runLoop();
     enableOwner(true);
 }

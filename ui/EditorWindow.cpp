@@ -1,6 +1,24 @@
 #include "ui/EditorWindow.h"
 
+#include <algorithm>
+
 namespace ui {
+
+namespace {
+
+bool isInput(platform::EventKind kind) {
+    using platform::EventKind;
+    return kind == EventKind::mouseMove || kind == EventKind::mouseDown ||
+           kind == EventKind::keyDown;
+}
+
+/// Begins at `start` where there is room for `size` up to `end`, before it as far as needed, but
+/// never before `least`.
+int fitted(int start, int size, int least, int end) {
+    return std::max(std::min(start, end - size), least);
+}
+
+} // namespace
 
 EditorWindow::EditorWindow(const WindowContext& context)
     : WindowImplBase(context.gui), m_context(context) {}
@@ -9,12 +27,51 @@ bool EditorWindow::runScreen(std::u16string_view title) {
     if (!Create(nullptr, std::u16string(title), kScreenStyle, kScreenExtendedStyle)) {
         return false;
     }
+    m_isScreen = true;
+    placeScreen();
     runLoop();
     return true;
 }
 
+void EditorWindow::placeScreen() {
+    const auto& place = m_context.state.windowPlace;
+    if (!place) {
+        CenterWindow();
+        return;
+    }
+    const platform::Size size = GetNative()->geometry().size();
+    const platform::Rect area =
+        m_context.gui.windows().workArea({place->left + size.width / 2, place->top});
+    GetNative()->setGeometry(platform::Rect::at(
+        fitted(place->left, size.width, area.left, area.right),
+        fitted(place->top, size.height, area.top, area.bottom), size.width, size.height));
+}
+
+bool EditorWindow::HandleMessage(const platform::Event& event) {
+    if (!m_firstPlace && isInput(event.kind) && GetNative() != nullptr) {
+        m_firstPlace = GetNative()->geometry().topLeft();
+    }
+    return WindowImplBase::HandleMessage(event);
+}
+
+void EditorWindow::notePlace() {
+    if (!m_isScreen || !m_firstPlace || GetNative() == nullptr) {
+        return;
+    }
+    const platform::Point now = GetNative()->geometry().topLeft();
+    if (now != *m_firstPlace) { // the author has moved it
+        m_context.state.windowPlace = app_state::WindowPlace{now.x, now.y};
+    }
+}
+
+void EditorWindow::Close(int code) {
+    if (!IsClosing()) {
+        notePlace();
+    }
+    WindowImplBase::Close(code);
+}
+
 void EditorWindow::runLoop() {
-    CenterWindow();
     ShowModal();
     if (m_context.gui.isEnding()) {
         m_context.state.quit = true;

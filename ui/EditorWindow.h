@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
+#include "platform/Geometry.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "ui/WindowContext.h"
 
@@ -23,17 +25,20 @@ public:
     /// Everything in `context` outlives the window.
     explicit EditorWindow(const WindowContext& context);
 
-    /// Creates the native window with its layout, centres and shows it, and runs a message loop
-    /// until it is closed. The outcome stands in shared flags by then. False, and nothing was
-    /// shown, when the window or its layout cannot be made (the log names the layout).
+    /// Creates the native window with its layout, shows it, and runs a message loop until it is
+    /// closed. It stands where the author put a window last in this run, else in the middle. The
+    /// outcome stands in shared flags by then. False, and nothing was shown, when the window or its
+    /// layout cannot be made (the log names the layout).
     [[nodiscard]] bool runScreen(std::u16string_view title);
 
     [[nodiscard]] std::string GetSkinFolder() const override { return "UI/"; }
     /// The owner's shared pointer releases the window, not the end of its native window.
     void OnFinalMessage() override {}
+    bool HandleMessage(const platform::Event& event) override;
+    void Close(int code = 0) override;
 
 protected:
-    /// Centres and shows the created window and runs its message loop. When the system ends the
+    /// Shows the created window and runs its message loop. When the system ends the
     /// program meanwhile, the quit flag is set: every screen is left as by Exit then.
     void runLoop();
     [[nodiscard]] const WindowContext& context() const { return m_context; }
@@ -53,7 +58,13 @@ protected:
     bool showProblem(std::u16string_view text, std::u16string_view usual);
 
 private:
+    void placeScreen();
+    void notePlace();
+
     WindowContext m_context;
+    bool m_isScreen = false;
+    /// Where the system let the window stand, as found with the first input; empty before.
+    std::optional<platform::Point> m_firstPlace;
 };
 
 /// One entry of a window's dispatch: which control's notification goes to which handler. Entries

@@ -29,6 +29,7 @@ void NewScene::InitWindow() {
     if (toolkit::CControlUI* edit = findControl(kNameEdit)) {
         GetPaintManager().SetFocus(edit);
     }
+    showHint();
 }
 
 void NewScene::Notify(toolkit::TNotifyUI& message) {
@@ -40,10 +41,29 @@ void NewScene::Notify(toolkit::TNotifyUI& message) {
 }
 
 void NewScene::showHint() {
-    if (const toolkit::CControlUI* edit = findControl(kNameEdit)) {
-        const bool readsBack = !breaksFile(core::storedText(edit->GetText()));
-        setTextOf(kHint, readsBack ? m_usualHint : std::u16string(kUnreadableSceneHint));
+    const toolkit::CControlUI* edit = findControl(kNameEdit);
+    if (edit == nullptr) {
+        return;
     }
+    const std::string name = core::storedText(edit->GetText());
+    const std::u16string unlisted = unlistedHint(name);
+    if (breaksFile(name)) {
+        setTextOf(kHint, kUnreadableSceneHint);
+    } else {
+        setTextOf(kHint, unlisted.empty() ? m_usualHint : unlisted);
+    }
+}
+
+bool NewScene::MessageHandler(const platform::Event& event) {
+    const toolkit::CControlUI* edit = findControl(kNameEdit);
+    if (event.kind == platform::EventKind::keyDown && event.key == platform::Key::enter &&
+        edit != nullptr && GetPaintManager().GetFocus() == edit) {
+        if (!event.repeat) {
+            createNamed();
+        }
+        return true;
+    }
+    return EditorWindow::MessageHandler(event);
 }
 
 void NewScene::OnClick(toolkit::TNotifyUI& message) {
@@ -55,6 +75,10 @@ void NewScene::OnClick(toolkit::TNotifyUI& message) {
 }
 
 void NewScene::createScene(toolkit::CControlUI& /*sender*/) {
+    createNamed();
+}
+
+void NewScene::createNamed() {
     const auto* edit = find<toolkit::CEditUI>(kNameEdit);
     const auto& session = context().services.sceneSession;
     if (edit == nullptr || !session) {

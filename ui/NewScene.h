@@ -20,9 +20,12 @@ public:
     void InitWindow() override;
     void Notify(toolkit::TNotifyUI& message) override;
     void OnClick(toolkit::TNotifyUI& message) override;
+    bool MessageHandler(const platform::Event& event) override;
 
 private:
     void createScene(toolkit::CControlUI& sender);
+    /// Creates the scene with the name in the edit.
+    void createNamed();
     void goBack(toolkit::CControlUI& sender);
     void showHint();
 

@@ -102,6 +102,13 @@ void OpenScene::OnClick(toolkit::TNotifyUI& message) {
     dispatch(*this, kHandlers, message);
 }
 
+void OpenScene::OnItemActivate(toolkit::TNotifyUI& message) {
+    static constexpr ControlHandler<OpenScene> kHandlers[] = {
+        {kSceneList, &OpenScene::loadScene},
+    };
+    dispatch(*this, kHandlers, message);
+}
+
 void OpenScene::loadScene(toolkit::CControlUI& /*sender*/) {
     const auto* list = find<toolkit::CListUI>(kSceneList);
     const auto& manager = context().services.sceneManager;

@@ -24,6 +24,7 @@ public:
     [[nodiscard]] std::string GetSkinFile() const override { return "OpenScene.xml"; }
     void InitWindow() override;
     void OnClick(toolkit::TNotifyUI& message) override;
+    void OnItemActivate(toolkit::TNotifyUI& message) override;
 
 private:
     void fillList();

@@ -7,6 +7,7 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 
 namespace ui {
@@ -78,13 +79,89 @@ std::u16string notSavedText(const core::FileError& error) {
     return error.empty() ? std::u16string() : core::displayText("Not saved: " + shown.text());
 }
 
-std::u16string addedText(int count) {
-    if (count == 0) {
+void ImportOutcome::note(const std::string& name, const jobs::ImportReport& report) {
+    switch (report.result) {
+    case jobs::ImportResult::copied:
+    case jobs::ImportResult::sameFile:
+        added += report.isPlayable ? 1 : 0;
+        if (!report.isPlayable) {
+            unplayable.push_back(name);
+        }
+        break;
+    case jobs::ImportResult::failed:
+        failure = failed.empty() ? report.reason : failure;
+        failed.push_back(name);
+        break;
+    case jobs::ImportResult::cancelled:
+        break;
+    }
+}
+
+std::u16string importNote(const ImportOutcome& outcome) {
+    std::string text;
+    if (outcome.added == 1) {
+        text = "The video is in the list now; choose it for a branch.";
+    } else if (outcome.added > 1) {
+        text = std::to_string(outcome.added) +
+               " videos are in the list now; choose them for branches.";
+    }
+    if (outcome.listedAlready > 0) {
+        text += text.empty() ? "" : " ";
+        text += outcome.listedAlready == 1
+                    ? "A video of this name was in the list already."
+                    : std::to_string(outcome.listedAlready) + " were in the list already.";
+    }
+    return core::displayText(text);
+}
+
+std::u16string importProblem(const ImportOutcome& outcome) {
+    std::string failed;
+    if (!outcome.failed.empty()) {
+        failed = "Not added: " + outcome.failed.front() + ": " + outcome.failure;
+        if (outcome.failed.size() > 1) {
+            failed += " (and " + std::to_string(outcome.failed.size() - 1) + " more)";
+        }
+    }
+    std::string unplayable;
+    if (!outcome.unplayable.empty()) {
+        const std::size_t others = outcome.unplayable.size() - 1;
+        unplayable = quoted(outcome.unplayable.front());
+        unplayable += others == 0 ? " is not a Theora video and cannot be played."
+                                  : " and " + std::to_string(others) +
+                                        " more are not Theora videos and cannot be played.";
+    }
+    return joinSentences({core::displayText(failed), core::displayText(unplayable)});
+}
+
+std::u16string joinSentences(const std::vector<std::u16string>& sentences) {
+    std::u16string text;
+    for (const std::u16string& sentence : sentences) {
+        if (!sentence.empty() && !text.empty()) {
+            text += text.back() == u'.' ? u" " : u". ";
+        }
+        text += sentence;
+    }
+    return text;
+}
+
+std::u16string takenNameText(const std::u16string& name) {
+    return u"Another branch is named \"" + name + u"\" already.";
+}
+
+std::u16string ownVideoText(const std::string& name) {
+    return name.empty() ? u"This branch has no video yet."
+                        : core::displayText("Its video is " + quoted(name) + ".");
+}
+
+std::u16string unlistedHint(std::string_view name) {
+    if (scene::canBeListed(name)) {
         return {};
     }
-    return count == 1 ? u"The video is in the list now; choose it for a branch."
-                      : core::displayText(std::to_string(count) +
-                                          " videos are in the list now; choose them for branches.");
+    if (name.find_first_of("/\\") != std::string_view::npos) {
+        return u"/ and \\ make folders inside folders; the scene will not be in the list.";
+    }
+    return name == ".." ? u".. leads out of the scenes folder; the scene will not be in the list."
+                        : u"Without a name the scene will not be in the list.";
 }
 
 std::u16string nothingToEditText(int place) {

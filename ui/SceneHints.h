@@ -6,6 +6,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "jobs/VideoImport.h"
 
 namespace core {
 struct FileError;
@@ -41,8 +44,23 @@ struct CopyStatus {
 /// "Not saved: " with the file's name and the reason; empty when nothing failed.
 [[nodiscard]] std::u16string notSavedText(const core::FileError& error);
 
-/// What a good import of `count` videos tells; empty for none.
-[[nodiscard]] std::u16string addedText(int count);
+/// One text of several sentences, some of which may be empty or lack their full stop.
+[[nodiscard]] std::u16string joinSentences(const std::vector<std::u16string>& sentences);
+
+/// What came of one Add Video.
+struct ImportOutcome {
+    int added = 0; ///< good ones
+    int listedAlready = 0;
+    std::vector<std::string> unplayable; ///< copied, but no videos
+    std::vector<std::string> failed;
+    std::string failure; ///< of the first that failed
+
+    void note(const std::string& name, const jobs::ImportReport& report);
+};
+/// How many came in and how many were in the list before; empty for none.
+[[nodiscard]] std::u16string importNote(const ImportOutcome& outcome);
+/// Which did not come in, with the first reason, and which cannot be played; empty for none.
+[[nodiscard]] std::u16string importProblem(const ImportOutcome& outcome);
 
 /// Why Edit Zones opened nothing: it goes by the video's place in its list, counted from 0.
 [[nodiscard]] std::u16string nothingToEditText(int place);
@@ -54,8 +72,19 @@ struct CopyStatus {
 inline constexpr std::u16string_view kNoZonesHint =
     u"This video has no zones to choose from yet: draw them with Edit Zones.";
 
+/// Why a branch was not renamed to `name`.
+[[nodiscard]] std::u16string takenNameText(const std::u16string& name);
+
+/// That the branch on show, whose own video is `name`, has another one than its video list shows;
+/// that it has none for an empty name.
+[[nodiscard]] std::u16string ownVideoText(const std::string& name);
+
 /// What a good save tells: the time of day, so that the next one looks different.
 [[nodiscard]] std::u16string savedText();
+
+/// What happens to a scene whose name makes folders of its own or none at all, so that the list of
+/// scenes never shows it; empty for any other name.
+[[nodiscard]] std::u16string unlistedHint(std::string_view name);
 
 /// A hint about the first name that breaks the scene's file: its own, the first branch's, a
 /// branch's, a video's, a parameter or a target. Empty when the scene reads back.

@@ -2,11 +2,18 @@
 // one record and reads it; windows write it. Main thread only.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace app_state {
 
 enum class Screen { openScene = 0, newScene = 1, branchEditor = 2, zoneEditor = 3 };
+
+/// The top left corner of a window, in screen pixels.
+struct WindowPlace {
+    int left = 0;
+    int top = 0;
+};
 
 struct ScreenState {
     Screen screen = Screen::openScene;
@@ -21,6 +28,8 @@ struct ScreenState {
     /// The zone editor closed itself because it could not read its video; the branch editor tells
     /// it and clears this.
     bool zoneEditFailed = false;
+    /// Where the author put the last window; empty while none has been moved: windows are centred.
+    std::optional<WindowPlace> windowPlace;
 };
 
 } // namespace app_state

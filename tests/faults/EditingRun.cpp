@@ -69,7 +69,8 @@ bool copyVideo(int variant, const std::string& from, const std::string& folder) 
     jobs::ImportProgress progress;
     return jobs::importVideo(*core::services().fileSystem,
                              from + "video" + std::to_string(variant) + ".ogv", folder + "clip.ogv",
-                             progress, [] {}) == jobs::ImportResult::copied;
+                             progress, [] {})
+               .result == jobs::ImportResult::copied;
 }
 
 /// Whether nothing was refused.

@@ -30,13 +30,18 @@ protected:
     VideoImport() { writeBytes("from/clip.ogv", kNew); }
 
     ImportResult import(const std::string& from, const std::string& to) {
-        return jobs::importVideo(m_files, from, to, m_progress, [this] { ++m_blocks; });
+        const jobs::ImportReport report =
+            jobs::importVideo(m_files, from, to, m_progress, [this] { ++m_blocks; });
+        EXPECT_EQ(report.reason.empty(), report.result != ImportResult::failed);
+        m_reason = report.reason;
+        return report.result;
     }
     std::string scenePath(const std::string& rest) { return m_folder.path() + "Scenes/" + rest; }
 
     support::FaultyFileSystem m_files{platform::nativeFileSystem()};
     jobs::ImportProgress m_progress;
     int m_blocks = 0;
+    std::string m_reason; ///< of the last import
 };
 
 TEST_F(VideoImport, CopiesOverOlderFilesAndIntoNewFolders) {
@@ -82,7 +87,7 @@ TEST_F(VideoImport, EveryFaultLeavesTheOldFileOrTheWholeNewOne) {
     writeBytes(place, kOld);
     ASSERT_EQ(import("from/clip.ogv", place), ImportResult::copied);
     const std::vector<support::Call> calls = m_files.calls();
-    const std::set<std::string> needed{"open", "write", "sync", "replaceFile"};
+    const std::set<std::string> needed{"open", "read", "write", "sync", "replaceFile"};
     for (const Fault fault : {Fault::fail, Fault::shorten, Fault::stop}) {
         for (const support::Call& faulty : calls) {
             SCOPED_TRACE(faulty.operation + " " + faulty.path);
@@ -105,6 +110,15 @@ TEST_F(VideoImport, EveryFaultLeavesTheOldFileOrTheWholeNewOne) {
             }
         }
     }
+}
+
+TEST_F(VideoImport, AFileThatCannotBeReadIsNoEmptyFile) {
+    writeBytes("from/empty.ogv", ""); // as unreadable files of some systems state their size
+    writeBytes("Scenes/A/clip.ogv", kOld);
+    m_files.failOn("read", EIO);
+    EXPECT_EQ(import("from/empty.ogv", "Scenes/A/clip.ogv"), ImportResult::failed);
+    EXPECT_EQ(m_reason, m_files.errorText(EIO));
+    EXPECT_EQ(readBytes("Scenes/A/clip.ogv"), kOld);
 }
 
 TEST_F(VideoImport, NeverReplacesAFolderAndNeedsAnotherFileToCopy) {
@@ -140,12 +154,12 @@ TEST_F(VideoImport, LeavesTheCopyOfAnotherEditorToIt) {
     const std::string temporary = std::string("Scenes/A/") + jobs::kImportTemporary;
     writeBytes("other", kOld);
     bool replaced = false;
-    const ImportResult result =
+    const auto result =
         jobs::importVideo(m_files, "from/clip.ogv", "Scenes/A/clip.ogv", m_progress, [&] {
             std::error_code inUse; // on a system that holds on to open files
             std::filesystem::rename("other", temporary, inUse);
             replaced = replaced || !inUse;
-        });
+        }).result;
     EXPECT_EQ(result, replaced ? ImportResult::failed : ImportResult::copied);
     EXPECT_EQ(support::exists("Scenes/A/clip.ogv"), !replaced);
     EXPECT_EQ(readBytes(replaced ? temporary : "other"), kOld);

@@ -147,12 +147,13 @@ TEST_F(Notifications, CombosTellOfEveryPickOfAPerson) {
 }
 
 TEST_F(Notifications, ListsTellOfEveryPressOnARow) {
-    const Notes twice{"itemselect List 0", "itemselect List 0"};
+    const Notes twice{"itemselect List 0", "itemselect List 0", "itemactivate List"};
     expectNotesAfter({
         {"a press", [&] { driver().click(u"Row1"); }, {"itemselect List 1"}},
         {"on the same row", [&] { driver().click(u"Row1"); }, {"itemselect List 1"}},
         {"Up moves it", [&] { driver().press(Key::up); }, {"itemselect List 0"}},
         {"Up at the first row", [&] { driver().press(Key::up); }, {}},
+        {"Enter", [&] { driver().press(Key::enter); }, {"itemactivate List"}},
         {"a double click is two presses",
          [&] {
              driver().doubleClick({20, 180});

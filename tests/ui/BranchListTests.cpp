@@ -1,5 +1,6 @@
 // The branch editor: branches, their names, the first branch, and leaving it.
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "core/Text.h"
@@ -58,13 +59,17 @@ TEST_F(BranchEditor, RenamesWhenTheEditIsLeft) {
         {u"50 % \"off\" & %s ä", "50 % \"off\" & %s \xC3\xA4"},
         {u"\U0001F525", "\xF0\x9F\x94\xA5"},
     };
+    const std::u16string refusal = u"Another branch is named \"Alarm\" already.";
     for (const auto& test : cases) {
         SCOPED_TRACE(core::storedText(test.typed));
         makeScene({"Alarm", "Lift"});
         WindowDriver& driver = show();
         driver.pick(u"ComboBranchName", 1);
         driver.retype(u"EditBranchName", test.typed);
-        driver.press(Key::tab);
+        driver.click(u"ButtonAddAction"); // leaving it and acting in one press
+        EXPECT_EQ(driver.textOf(u"LabelStatus") == refusal, test.typed == u"Alarm");
+        driver.click(u"ButtonAddAction");
+        EXPECT_NE(driver.textOf(u"LabelStatus"), refusal);
         EXPECT_EQ(scene().branchID(0), "Alarm");
         EXPECT_EQ(scene().branchID(1), test.id);
         EXPECT_EQ(core::storedText(driver.textOf(u"EditBranchName")), test.id);
@@ -87,6 +92,10 @@ TEST_F(BranchEditor, TheFirstBranchFollowsARenameAndTargetsDoNot) {
     driver.retype(u"EditBranchName", u"Fire");
     driver.click(u"ButtonSave");
     EXPECT_NE(readBytes("Scenes/Fire/Scene.xml").find("<ID>Fire</ID>"), std::string::npos);
+    driver.retype(u"EditBranchName", u"Hall");
+    driver.press(Key::escape);
+    EXPECT_EQ(driver.textOf(u"EditBranchName"), u"Fire");
+    EXPECT_EQ(driver.focusName(), u"EditBranchName");
     driver.retype(u"EditBranchName", u"Hall");
     driver.pick(u"ComboBranchName", 1);
     EXPECT_EQ(scene().branchID(0), "Hall");
@@ -150,10 +159,69 @@ TEST_F(BranchEditor, AFailedSaveIsShownUntilTheNextGoodOne) {
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"Saved at 03:07:41 PM. " + usual);
     EXPECT_FALSE(isVisible(u"LabelProblem"));
     EXPECT_TRUE(isVisible(u"LabelStatus"));
+    m_driver->enter(u"EditBranchName", u"Alarm"); // no change
+    EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"Saved at 03:07:41 PM. " + usual);
     m_driver->enter(u"EditBranchName", u"a<b");
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"),
-              u"Saved at 03:07:41 PM. The name \"a<b\" holds a \"<\": a scene saved with it will "
-              u"not load again.");
+              u"The name \"a<b\" holds a \"<\": a scene saved with it will not load again.");
+}
+
+TEST_F(BranchEditor, SavedIsShownUntilTheFirstChange) {
+    makeScene({"Alarm", "Lift"}, {"a.ogv", "b.ogv"});
+    addAction(1, "L", "Lift");
+    addAction(1, "L", "Lift");
+    show();
+    const auto isSavedShown = [this] {
+        return m_driver->textOf(u"LabelStatus").starts_with(u"Saved at ");
+    };
+    const std::function<void()> looks[] = {
+        [&] { m_driver->pick(u"ComboBranchName", 0); },
+        [&] { m_driver->pick(u"ComboVideoName", 0); },
+        [&] { m_driver->pick(combo(0, u"ComboConditions"), 1); },
+        [&] { m_driver->pick(combo(0, u"ComboParameter"), 11); },
+        [&] { m_driver->pick(combo(0, u"ComboBranches"), 1); },
+        [&] { m_driver->click(u"CheckFirst"); }, // unchecking changes nothing
+    };
+    const std::function<void()> changes[] = {
+        [&] { m_driver->pick(combo(0, u"ComboParameter"), 0); },
+        [&] { m_driver->pick(combo(0, u"ComboConditions"), 0); },
+        [&] { m_driver->pick(combo(0, u"ComboBranches"), 0); },
+        [&] { m_driver->click(immediate(0)); },
+        [&] { m_driver->pick(u"ComboVideoName", 1); },
+        [&] { m_driver->click(u"ButtonAddAction"); },
+        [&] {
+            m_driver->click(immediate(1));
+            m_driver->click(u"ButtonSave");
+            m_driver->clickThen(u"ButtonRemoveAction", answering(Answer::yes));
+        },
+        [&] { m_driver->enter(u"EditBranchName", u"Smoke"); },
+        [&] {
+            m_driver->pick(u"ComboBranchName", 1);
+            m_driver->click(u"CheckFirst");
+        },
+        [&] { m_driver->click(u"ButtonAddBranch"); },
+    };
+    m_driver->click(u"ButtonSave");
+    for (const auto& look : looks) {
+        look();
+        EXPECT_TRUE(isSavedShown());
+    }
+    int number = 0;
+    for (const auto& change : changes) {
+        SCOPED_TRACE(number++);
+        m_driver->click(u"ButtonSave");
+        EXPECT_TRUE(isSavedShown());
+        change();
+        EXPECT_FALSE(isSavedShown());
+    }
+}
+
+TEST_F(BranchEditor, ASceneThatTheListWillNotShowSaysSo) {
+    makeScene({"Alarm"});
+    for (const auto* name : {"Slips/Trips", "back\\slash", "..", ""}) {
+        scene().SetName(name);
+        EXPECT_TRUE(show().textOf(u"LabelStatus").ends_with(u"will not be in the list.")) << name;
+    }
 }
 
 TEST_F(BranchEditor, ExitAsksAndADismissalMeansYes) {

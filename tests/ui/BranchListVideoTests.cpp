@@ -7,6 +7,7 @@
 
 #include "core/Text.h"
 #include "jobs/VideoImport.h"
+#include "tests/support/ClipMaker.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/ui/BranchListFixture.h"
 
@@ -19,12 +20,19 @@ using test::itemsOf;
 using test::pumpUntil;
 using test::Texts;
 
+constexpr int kNotFound = 2; // on every system
+
+std::string clipBytes() {
+    const support::Bytes clip = support::makeClip({.frames = 2});
+    return {clip.begin(), clip.end()};
+}
+
 class BranchVideos : public test::BranchEditorTest {
 protected:
     BranchVideos() {
         makeScene({"Alarm"}, {"first.ogv"});
-        writeBytes("from/a.ogv", std::string(3'000'000, 'a'));
-        writeBytes("from/b.ogv", "b");
+        writeBytes("from/a.ogv", clipBytes() + std::string(3'000'000, 'a'));
+        writeBytes("from/b.ogv", clipBytes());
         m_files.setRule(
             [this](const support::Call& call) {
                 if (call.path.ends_with(jobs::kImportTemporary) && call.operation == "open") {
@@ -68,15 +76,20 @@ TEST_F(BranchVideos, EachVideoIsListedOnceAndABranchWithoutKeepsWhatIsShown) {
     for (const auto& [branch, shown] : {std::pair{0, u"b.ogv"}, {3, u"A.ogv"}, {2, u"A.ogv"}}) {
         m_driver->pick(u"ComboBranchName", branch);
         EXPECT_EQ(videos().GetText(), shown);
+        EXPECT_EQ(isVisible(u"LabelOwnVideo"), branch == 2);
+        EXPECT_EQ(isVisible(u"LabelZonesHint"), branch != 2);
     }
+    EXPECT_EQ(m_driver->textOf(u"LabelOwnVideo"), u"This branch has no video yet.");
     EXPECT_EQ(scene().branchFilename(2), "");
     m_driver->pick(u"ComboVideoName", 3); // the one on show already
     EXPECT_EQ(scene().branchFilename(2), "A.ogv");
+    EXPECT_FALSE(isVisible(u"LabelOwnVideo"));
     m_state.newSceneRequest = true; // none is listed then
     show();
     EXPECT_EQ(listed(), Texts{});
     EXPECT_EQ(videos().GetCurSel(), -1);
     EXPECT_EQ(scene().branchFilename(0), "b.ogv");
+    EXPECT_EQ(m_driver->textOf(u"LabelOwnVideo"), u"Its video is \"b.ogv\".");
     EXPECT_FALSE(isEnabled(u"ButtonEditZones"));
 }
 
@@ -112,13 +125,19 @@ TEST_F(BranchVideos, CopiesThoseThatAreNotListedAndChoosesNothing) {
     EXPECT_EQ(videos().GetCurSel(), 0);
     EXPECT_EQ(scene().branchFilename(0), "first.ogv");
     EXPECT_TRUE(m_log.errors().empty());
+    EXPECT_TRUE(isVisible(u"LabelProblem"));
+    EXPECT_EQ(m_driver->textOf(u"LabelProblem"),
+              core::displayText("Not added: missing.ogv: " + m_files.errorText(kNotFound) + ". \"" +
+                                odd + "\" is not a Theora video and cannot be played."));
     // One that lies in the scene's folder already is listed and stays whole.
-    writeBytes("Scenes/Fire/c.ogv", "only copy");
-    addVideos({"c.ogv"}, "Scenes\\Fire\\");
+    writeBytes("Scenes/Fire/c.ogv", clipBytes());
+    addVideos({"c.ogv", "a.ogv"}, "Scenes\\Fire\\");
     EXPECT_EQ(videos().GetItemText(4), u"c.ogv");
-    EXPECT_EQ(readBytes("Scenes/Fire/c.ogv"), "only copy");
+    EXPECT_EQ(readBytes("Scenes/Fire/c.ogv"), clipBytes());
+    EXPECT_FALSE(isVisible(u"LabelProblem"));
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"),
-              u"The video is in the list now; choose it for a branch.");
+              u"The video is in the list now; choose it for a branch. "
+              u"A video of this name was in the list already.");
     // Zones of a new one are offered in the next window only.
     m_driver->pick(u"ComboVideoName", 3);
     EXPECT_EQ(scene().branchFilename(0), "b.ogv");
@@ -147,7 +166,7 @@ TEST_F(BranchVideos, NothingElseCanBeDoneWhileAVideoIsCopied) {
     m_driver->pick(u"ComboVideoName", 1);
     EXPECT_NE(m_driver->textOf(u"LabelStatus"), added);
     addVideos({"b.ogv"});
-    EXPECT_NE(m_driver->textOf(u"LabelStatus"), added) << "it is there already";
+    EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"A video of this name was in the list already.");
 }
 
 TEST_F(BranchVideos, EscapeCancelsTheCopyAndAllThatFollow) {

@@ -1,4 +1,5 @@
 // The open scene and new scene windows.
+#include <optional>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -70,10 +71,54 @@ TEST_F(OpenSceneWindow, OpensTheChosenSceneUnderItsStoredName) {
     m_driver->click(u"ButtonLoadScene");
     EXPECT_EQ(scene().Name(), "Fire");
 
+    // The keyboard stands in the list.
     scene().SetName("");
-    show().press(platform::Key::down); // the keyboard stands in the list
-    m_driver->click(u"ButtonLoadScene");
+    show().press(platform::Key::down);
+    m_driver->press(platform::Key::enter);
     EXPECT_EQ(scene().Name(), "Fire");
+    EXPECT_TRUE(isClosed(*m_window));
+
+    scene().SetName("");
+    const platform::Point row =
+        WindowDriver::middleOf(test::inRow(show(), u"SceneList", 1, u"ListItem"));
+    m_driver->click(row);
+    EXPECT_FALSE(isClosed(*m_window));
+    m_driver->doubleClick(row);
+    EXPECT_EQ(scene().Name(), "Fire");
+    EXPECT_TRUE(isClosed(*m_window));
+}
+
+TEST_F(OpenSceneWindow, StandsWhereTheAuthorPutTheLastWindow) {
+    const platform::Rect area = test::gui().windows().workArea({0, 0});
+    const auto runAndMoveTo = [this](std::optional<platform::Point> to) {
+        const auto window = ui::OpenScene::create(context());
+        platform::Point opened;
+        test::gui().loop().post([&] {
+            WindowDriver driver(*window);
+            test::pump();
+            opened = driver.native().geometry().topLeft();
+            driver.hover(u"ButtonExit");
+            if (to) {
+                const platform::Size size = driver.native().geometry().size();
+                driver.native().setGeometry(
+                    platform::Rect::at(to->x, to->y, size.width, size.height));
+                test::pump();
+            }
+            driver.click(u"ButtonExit");
+        });
+        EXPECT_TRUE(window->runScreen(u"Test"));
+        return opened;
+    };
+    const platform::Point middle = runAndMoveTo(std::nullopt);
+    EXPECT_EQ(runAndMoveTo(platform::Point{area.left + 7, area.top + 9}), middle);
+    EXPECT_EQ(runAndMoveTo(std::nullopt), (platform::Point{area.left + 7, area.top + 9}));
+    EXPECT_EQ(runAndMoveTo(platform::Point{area.left - 90, area.bottom - 20}),
+              (platform::Point{area.left + 7, area.top + 9}))
+        << "looking at a window does not move the place";
+    const platform::Point inside = runAndMoveTo(std::nullopt);
+    EXPECT_EQ(inside.x, area.left) << "the caption stays in reach";
+    EXPECT_LT(inside.y, area.bottom - 20);
+    EXPECT_EQ(m_state.windowPlace->left, area.left - 90) << "what fits is for each window to find";
 }
 
 TEST_F(OpenSceneWindow, WithoutScenesItSaysWhatToDo) {
@@ -145,7 +190,11 @@ TEST_F(NewSceneWindow, TakesAnyName) {
         WindowDriver& driver = show();
         // The keyboard stands in the edit from the start.
         driver.type(typed);
-        driver.click(u"ButtonCreate");
+        if (typed.size() % 2 == 0) {
+            driver.click(u"ButtonCreate");
+        } else {
+            driver.press(platform::Key::enter);
+        }
         EXPECT_EQ(scene().Name(), stored);
         EXPECT_EQ(scene().branchCount(), 0) << "a new scene is empty";
         EXPECT_EQ(scene().FirstBranch(), "");
@@ -154,11 +203,10 @@ TEST_F(NewSceneWindow, TakesAnyName) {
     }
 }
 
-TEST_F(NewSceneWindow, EnterAndBackChangeNothing) {
+TEST_F(NewSceneWindow, BackChangesNothing) {
     scene().AddBranch();
     WindowDriver& driver = show();
-    driver.enter(u"EditSceneName", u"Other");
-    EXPECT_FALSE(isClosed(*m_window));
+    driver.type(u"Other");
     driver.click(u"ButtonBack");
     EXPECT_TRUE(isClosed(*m_window));
     EXPECT_EQ(scene().Name(), "before");
@@ -166,15 +214,26 @@ TEST_F(NewSceneWindow, EnterAndBackChangeNothing) {
     EXPECT_FALSE(m_state.sceneCreated);
 }
 
-TEST_F(NewSceneWindow, WarnsQuietlyOfANameThatWillNotLoadAgain) {
-    WindowDriver& driver = show();
-    const std::u16string usual = driver.textOf(u"LabelHint");
-    driver.type(u"a&b");
-    EXPECT_EQ(driver.textOf(u"LabelHint"), usual);
-    driver.type(u"<");
-    EXPECT_EQ(driver.textOf(u"LabelHint"), u"A scene with \"<\" in its name will not load again.");
-    driver.press(platform::Key::backspace);
-    EXPECT_EQ(driver.textOf(u"LabelHint"), usual);
+TEST_F(NewSceneWindow, SaysWhatTheNameWillDo) {
+    const std::u16string usual = u"A scene that already has this name is replaced when you save.";
+    const std::u16string folders =
+        u"/ and \\ make folders inside folders; the scene will not be in the list.";
+    const std::pair<std::u16string, std::u16string> names[] = {
+        {u"", u"Without a name the scene will not be in the list."},
+        {u"a&b", usual},
+        {u"a&b<", u"A scene with \"<\" in its name will not load again."},
+        {u"Slips/Trips", folders},
+        {u"back\\slash", folders},
+        {u"..", u".. leads out of the scenes folder; the scene will not be in the list."},
+        {u"...", usual},
+    };
+    for (const auto& [name, hint] : names) {
+        WindowDriver& driver = show();
+        driver.type(name);
+        EXPECT_EQ(driver.textOf(u"LabelHint"), hint);
+    }
+    m_driver->press(platform::Key::backspace);
+    EXPECT_NE(m_driver->textOf(u"LabelHint"), usual);
 }
 
 TEST_F(NewSceneWindow, EachWindowUsesTheSystemsComponentsOnce) {

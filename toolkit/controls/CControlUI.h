@@ -118,8 +118,9 @@ public:
     [[nodiscard]] virtual platform::PointerShape pointerShape() const {
         return platform::PointerShape::arrow;
     }
-    /// Told before a press reaches the control or anything inside it.
-    virtual void notePress() {}
+    /// Called before a press reaches the control or anything inside it. `second`: it is the second
+    /// one of a double click.
+    virtual void notePress(bool /*second*/) {}
     /// The control was hidden, disabled or removed, or something around it was: a press, a held key
     /// or the pointer over it is over without an event. Sends nothing.
     virtual void forgetInput() {}

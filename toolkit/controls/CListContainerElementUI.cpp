@@ -34,9 +34,12 @@ void CListContainerElementUI::paintBackground(platform::Canvas& canvas) {
     CContainerUI::paintBackground(canvas);
 }
 
-void CListContainerElementUI::notePress() {
+void CListContainerElementUI::notePress(bool second) {
     if (auto* list = controlCast<CListUI>(GetParent())) {
         list->pick(list->GetItemIndex(this), false);
+        if (second) {
+            list->activate();
+        }
     }
 }
 
@@ -74,7 +77,7 @@ platform::AccessibleState CListContainerElementUI::accessibleState() const {
 }
 
 void CListContainerElementUI::accessiblePress() {
-    notePress();
+    notePress(false);
 }
 
 } // namespace toolkit

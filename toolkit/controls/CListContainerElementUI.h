@@ -15,7 +15,7 @@ public:
     void setSelected(bool selected);
 
     bool DoEvent(const TEventUI& event) override;
-    void notePress() override;
+    void notePress(bool second) override;
     void forgetInput() override { m_hot = false; }
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     /// The row's own text, else the texts inside it.

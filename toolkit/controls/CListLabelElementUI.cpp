@@ -38,9 +38,12 @@ void CListLabelElementUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
     list->itemStyle().paintText(canvas, *GetManager(), GetPos(), GetText(), state);
 }
 
-void CListLabelElementUI::notePress() {
+void CListLabelElementUI::notePress(bool second) {
     if (auto* list = controlCast<CListUI>(GetParent())) {
         list->pick(list->GetItemIndex(this), false);
+        if (second) {
+            list->activate();
+        }
     }
 }
 
@@ -61,7 +64,7 @@ void CListLabelElementUI::accessiblePress() {
     if (auto* combo = controlCast<CComboUI>(GetParent())) {
         combo->pick(combo->GetItemIndex(this));
     } else {
-        notePress();
+        notePress(false);
     }
 }
 

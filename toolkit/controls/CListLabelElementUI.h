@@ -16,7 +16,7 @@ public:
 
     bool DoEvent(const TEventUI& event) override;
     void DoPaint(platform::Canvas& canvas, const Rect& dirty) override;
-    void notePress() override;
+    void notePress(bool second) override;
     void forgetInput() override { m_hot = false; }
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     [[nodiscard]] platform::AccessibleState accessibleState() const override;

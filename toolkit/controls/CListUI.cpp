@@ -115,6 +115,13 @@ bool CListUI::pick(int index, bool reveals) {
     return true;
 }
 
+void CListUI::activate() {
+    const CPaintManagerUI::Busy busy(GetManager());
+    if (m_current >= 0) {
+        notify(kItemActivate, m_current);
+    }
+}
+
 bool CListUI::SetAttribute(std::u16string_view name, std::u16string_view value) {
     if (name == u"rowinset") {
         assignIf(m_rowInset, parseRect(value));

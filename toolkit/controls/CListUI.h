@@ -32,6 +32,8 @@ public:
     /// What a press or an arrow key of the user does: sends "itemselect" in any case. `reveals` as
     /// for the focus: a key scrolls, a press does not move what it is on.
     bool pick(int index, bool reveals);
+    /// What a double click or Enter of the user does: sends "itemactivate" for the selected row.
+    void activate();
 
     [[nodiscard]] const ItemStyle& itemStyle() const { return m_itemStyle; }
     [[nodiscard]] CListHeader* GetHeader() const { return m_header.get(); }

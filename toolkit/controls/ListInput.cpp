@@ -49,6 +49,12 @@ bool CListUI::onKey(const TEventUI& event) {
         return false;
     }
     const int last = GetCount() - 1;
+    if (event.native.key == platform::Key::enter) {
+        if (!event.native.repeat) {
+            activate();
+        }
+        return true;
+    }
     int target = -1;
     switch (event.native.key) {
     case platform::Key::up:

@@ -72,7 +72,8 @@ bool MouseInput::press(const platform::Event& event) {
         m_manager.GetWindow()->beginMove();
         return true;
     }
-    notePress(hit);
+    const bool second = event.kind == EventKind::mouseDoubleClick;
+    notePress(hit, second);
     m_manager.UpdateLayout();
     hit = m_manager.FindControl(event.position);
     if (!m_manager.takesInput() || hit == nullptr || !hit->IsEnabled()) {
@@ -80,20 +81,19 @@ bool MouseInput::press(const platform::Event& event) {
     }
     m_pressed = hit;
     m_manager.SetCapture();
-    const bool second = event.kind == EventKind::mouseDoubleClick;
     hit->DoEvent(controlEvent(second ? EventType::doubleClick : EventType::buttonDown, hit, event));
     return true;
 }
 
 /// Tells the control and everything around it; each may remove the others.
-void MouseInput::notePress(CControlUI* hit) {
+void MouseInput::notePress(CControlUI* hit, bool second) {
     std::vector<CControlUI*> chain;
     for (CControlUI* control = hit; control != nullptr; control = control->GetParent()) {
         chain.push_back(control);
     }
     for (CControlUI* control : chain) {
         if (control->GetManager() == &m_manager) {
-            control->notePress();
+            control->notePress(second);
         }
     }
 }

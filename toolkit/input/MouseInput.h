@@ -32,7 +32,7 @@ public:
 
 private:
     bool press(const platform::Event& event);
-    void notePress(CControlUI* hit);
+    void notePress(CControlUI* hit, bool second);
     bool release(const platform::Event& event);
     bool move(const platform::Event& event);
     bool wheel(const platform::Event& event);

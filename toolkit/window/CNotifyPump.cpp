@@ -9,6 +9,7 @@ void CNotifyPump::NotifyPump(TNotifyUI& message) {
     static constexpr std::pair<std::u16string_view, Handler> handlers[] = {
         {kClick, &CNotifyPump::OnClick},
         {kItemSelect, &CNotifyPump::OnItemSelect},
+        {kItemActivate, &CNotifyPump::OnItemActivate},
         {kSelectChanged, &CNotifyPump::OnSelectChanged},
         {kKillFocus, &CNotifyPump::OnKillFocus},
         {kTextChanged, &CNotifyPump::OnTextChanged},

@@ -10,6 +10,7 @@ public:
     virtual ~CNotifyPump() = default;
     virtual void OnClick(TNotifyUI& /*message*/) {}
     virtual void OnItemSelect(TNotifyUI& /*message*/) {}
+    virtual void OnItemActivate(TNotifyUI& /*message*/) {}
     virtual void OnSelectChanged(TNotifyUI& /*message*/) {}
     virtual void OnKillFocus(TNotifyUI& /*message*/) {}
     virtual void OnTextChanged(TNotifyUI& /*message*/) {}

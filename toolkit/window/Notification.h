@@ -14,6 +14,8 @@ inline constexpr std::u16string_view kClick = u"click";
 /// A combo or list selected an item: any pick of the user, also of the item already shown, and a
 /// program's SelectItem that changes the index to a valid one. Never for "nothing selected".
 inline constexpr std::u16string_view kItemSelect = u"itemselect";
+/// A row of a list was double-clicked, or Enter was pressed with a row selected.
+inline constexpr std::u16string_view kItemActivate = u"itemactivate";
 /// The user changed an option's state; sent before its "click". A program's change is silent.
 inline constexpr std::u16string_view kSelectChanged = u"selectchanged";
 /// An edit lost the keyboard. Its handler has run before the control that takes over hears of it.
@@ -24,7 +26,7 @@ inline constexpr std::u16string_view kTextChanged = u"textchanged";
 struct TNotifyUI {
     std::u16string sType;
     CControlUI* pSender = nullptr; ///< not owned; valid for the whole delivery, even when removed
-    int wParam = 0;                ///< itemselect: the index
+    int wParam = 0;                ///< itemselect, itemactivate: the index
     int lParam = 0;
 };
 

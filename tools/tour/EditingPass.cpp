@@ -40,7 +40,7 @@ void pickInRow(Script& script, int row, std::u16string_view combo, int item) {
     script.wait(kGlance);
 }
 
-void nameText(Script& script, const char16_t* window, std::u16string_view edit,
+void typeText(Script& script, const char16_t* window, std::u16string_view edit,
               const std::u16string& text) {
     click(script, window, edit);
     script.on(window, [&script, text] {
@@ -49,15 +49,21 @@ void nameText(Script& script, const char16_t* window, std::u16string_view edit,
         script.press(Key::a, control);
         script.press(Key::del);
         script.type(text);
-        script.press(Key::enter);
     });
+    script.wait(kGlance);
+}
+
+void nameText(Script& script, const char16_t* window, std::u16string_view edit,
+              const std::u16string& text) {
+    typeText(script, window, edit, text);
+    script.on(window, [&script] { script.press(Key::enter); });
     script.wait(kGlance);
 }
 
 void openAScene(Script& script) {
     look(script, kOpenScene, "1-open-scene");
     click(script, kOpenScene, u"ButtonNewScene");
-    nameText(script, kNewScene, u"EditSceneName", u"Ladder Inspection");
+    typeText(script, kNewScene, u"EditSceneName", u"Ladder Inspection");
     look(script, kNewScene, "2-new-scene");
     click(script, kNewScene, u"ButtonBack");
     click(script, kOpenScene, u"ButtonLoadScene");
