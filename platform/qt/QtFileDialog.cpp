@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QWindow>
 
 #include "platform/Guard.h"
 #include "platform/qt/QtWindow.h"
@@ -36,6 +37,27 @@ std::optional<OpenFilesResult> resultOf(const QStringList& files) {
     return result;
 }
 
+/// Gives the keyboard back to a dialog whose message box has been answered. A window manager would;
+/// without one the keyboard is nobody's then, and no key leads out of the dialog.
+class KeyboardReturn final : public QObject {
+public:
+    explicit KeyboardReturn(QFileDialog& dialog) : m_dialog(dialog) {
+        dialog.windowHandle()->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* /*window*/, QEvent* event) override {
+        if (event->type() == QEvent::WindowUnblocked) { // the box is still there
+            QMetaObject::invokeMethod(
+                &m_dialog, [this] { m_dialog.activateWindow(); }, Qt::QueuedConnection);
+        }
+        return false;
+    }
+
+private:
+    QFileDialog& m_dialog;
+};
+
 std::optional<OpenFilesResult> ask(const OpenFilesRequest& request) {
     QFileDialog dialog;
     dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -46,10 +68,16 @@ std::optional<OpenFilesResult> ask(const OpenFilesRequest& request) {
     dialog.setDirectory(QString::fromStdString(request.initialFolder).replace(u'\\', u'/'));
     dialog.setWindowModality(Qt::ApplicationModal);
     dialog.winId(); // makes the native window, which can then be tied to its owner
-    if (const auto* owner = static_cast<const QtWindow*>(request.owner)) {
+    auto* owner = static_cast<QtWindow*>(request.owner);
+    if (owner != nullptr) {
         dialog.windowHandle()->setTransientParent(&owner->surface());
     }
-    if (dialog.exec() != QDialog::Accepted) {
+    const KeyboardReturn keyboardReturn(dialog);
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    if (owner != nullptr) {
+        owner->activate(); // as above: nobody else might
+    }
+    if (!accepted) {
         return std::nullopt;
     }
     return resultOf(dialog.selectedFiles());

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTreeView>
 #include <algorithm>
 #include <optional>
@@ -88,7 +89,31 @@ TEST_F(FileDialogTest, StartsInTheFolderAndShowsFilesByPatternWithoutCase) {
     EXPECT_EQ(shown, (QStringList{"B.OGG", "a.ogv", "c d.ogv", "\u00e9.ogg"}));
 }
 
-TEST_F(FileDialogTest, KeepsInputFromItsOwnerAndGivesNothingWhenCancelled) {
+TEST_F(FileDialogTest, HasTheKeyboardAgainAfterItsMessageBox) {
+    bool asked = false;
+    bool answered = false;
+    whenOpen([&](QFileDialog& dialog) {
+        // Runs inside the box's own loop as well.
+        dialog.findChild<QLineEdit*>("fileNameEdit")->setText("missing.ogv");
+        test::gui().loop().post([&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            asked = box != nullptr;
+            if (asked) {
+                box->accept();
+            }
+        });
+        QMetaObject::invokeMethod(&dialog, "accept");
+        test::pump();
+        answered = QApplication::activeWindow() == &dialog;
+        dialog.reject();
+        return true;
+    });
+    EXPECT_EQ(test::gui().fileDialog().openFiles(m_asked), std::nullopt);
+    EXPECT_TRUE(asked);
+    EXPECT_TRUE(answered);
+}
+
+TEST_F(FileDialogTest, KeepsInputFromItsOwnerUntilItIsCancelled) {
     test::TestWindow owner;
     owner.show();
     m_asked.owner = &owner.native();
@@ -99,4 +124,7 @@ TEST_F(FileDialogTest, KeepsInputFromItsOwnerAndGivesNothingWhenCancelled) {
     });
     EXPECT_EQ(test::gui().fileDialog().openFiles(m_asked), std::nullopt);
     EXPECT_TRUE(owner.takeEvents().empty());
+    owner.unnoted.erase(platform::EventKind::activated);
+    test::pump();
+    EXPECT_EQ(owner.takeEvents(), std::vector<std::string>{"activated"});
 }
