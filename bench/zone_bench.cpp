@@ -10,13 +10,14 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 
 #include "core/File.h"
 #include "core/Services.h"
-#include "zone/ZoneManager.h"
+#include "zone/ZoneSession.h"
 
 namespace {
 
@@ -236,6 +237,55 @@ void deletePoint(benchmark::State& state) {
     }
 }
 
+/// The kinds of steps on a whole zone, and what each is done to it by.
+struct Step {
+    const char* what;
+    void (*run)(zone::ZoneSession& session);
+};
+constexpr Step kSteps[] = {
+    {"move a point",
+     [](zone::ZoneSession& session) {
+         const platform::Point at = session.zones().zone(0)->shape(0)->points[2];
+         (void)session.hitTest(0, 0, at.x, at.y);
+         session.moveSelectedPoint(0, 0, at.x + 1, 40);
+     }},
+    {"move a shape",
+     [](zone::ZoneSession& session) {
+         session.showFrame(0);
+         const platform::Point center = session.context().zones.at(0).centerOf(0);
+         (void)session.hitTest(0, 0, center.x, center.y);
+         session.moveSelectedPoint(0, 0, center.x + 1, center.y);
+     }},
+    {"add a point", [](zone::ZoneSession& session) { session.addPoint(0, 5, 1200, 700); }},
+    {"delete a point", [](zone::ZoneSession& session) { session.deletePoint(0, 5, 1200, 700); }},
+    {"active", [](zone::ZoneSession& session) { session.setActive(0, 0, false); }},
+};
+
+/// Done and recorded, taken back or done again: the timed one of the three.
+enum class Timed { edit, undo, redo, modified };
+void step(benchmark::State& state, const Step& step, Timed timed) {
+    zone::ZoneSession session(loadManager());
+    session.addPoint(0, 0, 1200, 700); // for the one that is deleted
+    const auto timedIf = [&](bool isTimed, auto&& action) {
+        if (isTimed) {
+            state.ResumeTiming();
+        }
+        action();
+        if (isTimed) {
+            state.PauseTiming();
+        }
+    };
+    for (auto _ : state) {
+        state.PauseTiming();
+        timedIf(timed == Timed::edit, [&] { step.run(session); });
+        timedIf(timed == Timed::modified, [&] { benchmark::DoNotOptimize(session.isModified()); });
+        timedIf(timed == Timed::undo, [&] { session.undo(); });
+        timedIf(timed == Timed::redo, [&] { session.redo(); });
+        session.undo();
+        state.ResumeTiming();
+    }
+}
+
 void spreadFloor(benchmark::State& state) {
     BareModel model = makeBareModel();
     std::int32_t x = 0;
@@ -292,6 +342,16 @@ void registerAll() {
     add("add a point to all frames, floor", addFloor, 1);
     add("add a point to all frames", addPoint, 1);
     add("delete a point from all frames", deletePoint, 1);
+    for (const Step& kind : kSteps) {
+        for (const auto& [name, timed] :
+             {std::pair{"", Timed::edit}, {", undo", Timed::undo}, {", redo", Timed::redo}}) {
+            add((std::string("step: ") + kind.what + name).c_str(),
+                [&kind, timed = timed](benchmark::State& state) { step(state, kind, timed); }, 10);
+        }
+    }
+    add(
+        "modified or not, after a step",
+        [](benchmark::State& state) { step(state, kSteps[0], Timed::modified); }, 10);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// Walks a file of chunks: tag, size (32-bit words, little-endian), that many bytes. Holds one body
-// at a time, so that loading an hour of zones touches no memory twice. This module's sources only.
+// Reads a file of chunks: tag, size (32-bit words, little-endian), that many bytes. Holds one body
+// at a time and reuses its memory, so that an hour of zones loads fast. This module's sources only.
 #pragma once
 
 #include <cstddef>
@@ -18,8 +18,8 @@ public:
     /// `file` is open, at its start and `size` bytes long; not owned.
     ChunkReader(core::File& file, std::uint64_t size) : m_file(file), m_left(size) {}
 
-    /// Goes to the next chunk, whose body has to be read or skipped next. False at the end, when
-    /// too little is left for a header, and when the file cannot be read.
+    /// Goes to the next chunk, whose body has to be read or skipped afterwards. False at the end,
+    /// when too little is left for a header, and when the file cannot be read.
     [[nodiscard]] bool next();
     [[nodiscard]] std::uint32_t tag() const { return m_tag; }
     /// What the header says; the body is shorter when the file is.

@@ -54,7 +54,7 @@ struct EditScope {
     bool progressChanges = true;
     /// Points are clamped to it; a side that is not positive clamps negative values alone.
     platform::Size area = {};
-    /// Takes what the operation does to the zone's frames; null when nobody wants it back.
+    /// Receives what the operation does to the zone's frames; null when it need not be undoable.
     TrackChanges* changes = nullptr;
 };
 

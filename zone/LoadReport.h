@@ -21,7 +21,7 @@ struct LoadReport {
     int wholeZones = 0; ///< of these, read to the end of a record as a save writes it
     int partZones = 0;  ///< of the others, those with frames
     std::uint32_t partFrames = 0;   ///< read of the first of these
-    std::uint32_t storedFrames = 0; ///< that its record tells of; 0 when that cannot be true
+    std::uint32_t storedFrames = 0; ///< according to its record; 0 when that cannot be true
 
     bool operator==(const LoadReport&) const = default;
 };

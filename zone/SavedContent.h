@@ -1,6 +1,6 @@
-// Whether a save would write other bytes now than right after opening or the last good save. Told
-// by content, however it came about: zones are compared by digests of what a file would hold, made
-// only for zones that were changed. UI thread only.
+// Whether a save would now write other bytes than right after opening or after the last good save.
+// The content decides, however it came about: zones are compared by digests of what a file would
+// hold, and only changed zones need one. UI thread only.
 #pragma once
 
 #include <cstdint>

@@ -11,8 +11,8 @@
 
 namespace zone {
 
-/// More points than this are not painted, so that the outline a damaged file makes up cannot hold
-/// the window still; no author draws as many.
+/// More points than this are not painted: a damaged file may claim any number, and painting them
+/// must not freeze the window. No author draws as many.
 inline constexpr std::size_t kMaxPaintedPoints = 10'000;
 
 /// What point numbers are written in.

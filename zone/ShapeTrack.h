@@ -31,7 +31,7 @@ struct ShapeRun {
 };
 static_assert(sizeof(ShapeRun) == 16, "a quarter of eight points' coordinates");
 
-/// Leaves new elements as the memory is: an array this large is not worth setting to 0 first.
+/// Leaves new elements uninitialized: setting an array this large to 0 first takes too long.
 template <typename T>
 struct UnsetAllocator : std::allocator<T> {
     template <typename U>
@@ -100,7 +100,7 @@ public:
     void reserveFor(std::size_t records, std::size_t bytes);
     void append(const ShapeRecord& record, Scale scale);
     void appendSame() { ++m_frameCount; }
-    /// Gives back most of what reserveFor took too much.
+    /// Frees most of the room that reserveFor made in excess.
     void trim();
 
     /// Gives a frame without a shape an empty one.

@@ -41,7 +41,7 @@ struct ZoneReadResult {
     /// The record ends one byte before its stated end: zones without a name are written so.
     bool endsOneEarly = false;
     std::uint32_t framesRead = 0;   ///< surplus ones included
-    std::uint32_t framesStored = 0; ///< that the record tells of; 0 when it has no room for them
+    std::uint32_t framesStored = 0; ///< according to the record; 0 when it has no room for them
 };
 
 class Zone {
@@ -90,8 +90,8 @@ public:
     /// Adds frames without a shape up to `frameCount`.
     void fillTo(int frameCount);
 
-    /// A digest of what a file would hold of this zone: name, frames, points in video pixels. Made
-    /// anew after a change only.
+    /// A digest of what a file would hold of this zone: name, frames, points in video pixels.
+    /// Calculated again only after a change.
     [[nodiscard]] std::uint64_t storedDigest(Scale scale) const;
     /// Roughly what the zone takes in memory.
     [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_track.bytes(); }

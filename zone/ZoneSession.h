@@ -1,5 +1,5 @@
 // The one object through which a zone editor edits: every change of the zones is a named step that
-// can be taken back and done again, and listeners are told what it changed. Holds the zones, the
+// can be taken back and done again, and listeners learn what it changed. Holds the zones, the
 // history and what editing remembers. Owned by the zone editor. UI thread only.
 //
 // Operations given a zone or frame that is not there log what ZoneManager logs and are no step;
@@ -48,7 +48,7 @@ public:
     [[nodiscard]] const ZoneManager& zones() const { return *m_model.zones; }
     [[nodiscard]] const EditContext& context() const { return m_model.context; }
 
-    // What editing remembers. No step, and nobody is told.
+    // What editing remembers. These are no steps, and listeners are not called.
     void chooseZone(int zone);
     void setProgressChanges(bool on) { m_model.context.progressChanges = on; }
     /// The frame on show: its centre handle can be hit where the current zone's shape has it now.
@@ -81,7 +81,7 @@ public:
     std::optional<StepLabel> redo();
     [[nodiscard]] const StepLabel* undoLabel() const { return m_history.undoLabel(); }
     [[nodiscard]] const StepLabel* redoLabel() const { return m_history.redoLabel(); }
-    /// Told after each operation, undo and redo.
+    /// The listener is called after each operation, undo and redo.
     [[nodiscard]] edit::Subscription observe(History::Listener listener);
     [[nodiscard]] const History& history() const { return m_history; }
 

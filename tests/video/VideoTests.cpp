@@ -209,6 +209,29 @@ TEST(PictureView, AClickAtAnyScaleHitsThePixelThatWasDrawnThere) {
         << "near enough for a canvas";
 }
 
+TEST_F(VideoControl, ATickOrAChangeRepaintsNoMoreThanWhatIsNew) {
+    ASSERT_TRUE(control().LoadVideo("clip.ogv"));
+    control().SetPos(kPlace);
+    goTo(5);
+    (void)painted(kPlace);
+    auto& native = static_cast<test::FakeWindow&>(*m_window->GetNative());
+    const auto tick = [&] {
+        (void)native.takeDirty();
+        toolkit::TEventUI timer;
+        timer.Type = toolkit::UIEVENT_TIMER;
+        control().DoEvent(timer);
+        return native.takeDirty();
+    };
+    EXPECT_EQ(tick(), std::vector<Rect>{}) << "a still picture";
+    control().video()->seekTo(9); // asked for by nobody's repaint
+    while (!control().video()->hasDueFrame()) {
+        std::this_thread::yield();
+    }
+    EXPECT_EQ(tick(), std::vector<Rect>{kPlace});
+    control().InvalidatePicture({-5, 2, 9, 7});
+    EXPECT_EQ(native.takeDirty(), (std::vector<Rect>{{kPlace.left, 12, kPlace.left + 9, 17}}));
+}
+
 TEST_F(VideoControl, AFrameRepaintsTheWindowAtOnceAndFindsNobodyOnceTheControlIsGone) {
     ASSERT_TRUE(control().LoadVideo("clip.ogv"));
     control().SetPos(kPlace);

@@ -45,6 +45,8 @@ public:
     [[nodiscard]] platform::WindowEvents& events() const { return m_events; }
     /// How often an immediate repaint was asked for.
     [[nodiscard]] int repaints() const { return m_repaints; }
+    /// What became invalid since the last call.
+    [[nodiscard]] std::vector<platform::Rect> takeDirty() { return std::exchange(m_dirty, {}); }
 
     void show(bool /*visible*/) override {}
     void center() override {}
@@ -54,7 +56,7 @@ public:
     void setEnabled(bool /*enabled*/) override {}
     void activate() override {}
     void close() override {}
-    void invalidate(const platform::Rect& /*dirty*/) override {}
+    void invalidate(const platform::Rect& dirty) override { m_dirty.push_back(dirty); }
     void repaintNow() override { ++m_repaints; }
     [[nodiscard]] platform::Bitmap snapshot() override { return {}; }
     void setCapture() override {}
@@ -75,6 +77,7 @@ public:
 private:
     platform::WindowEvents& m_events;
     platform::Rect m_geometry;
+    std::vector<platform::Rect> m_dirty;
     int m_repaints = 0;
 };
 
