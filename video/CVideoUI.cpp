@@ -16,6 +16,9 @@ namespace {
 
 constexpr unsigned kRepaintTimer = 1824;
 constexpr int kRepaintMs = 33;
+/// While nothing moves, waking up 30 times a second is nearly all that an open editor costs.
+constexpr int kStillMs = 500;
+constexpr int kTicksUntilStill = 30;
 
 } // namespace
 
@@ -84,6 +87,7 @@ void CVideoUI::listenForFrames() {
 
 void CVideoUI::onFrameReady() {
     if (m_video && GetManager() != nullptr && m_video->hasDueFrame()) {
+        watchForFrames();
         Invalidate();
         if (platform::NativeWindow* window = GetManager()->GetWindow()) {
             window->repaintNow();
@@ -92,6 +96,7 @@ void CVideoUI::onFrameReady() {
 }
 
 void CVideoUI::stepBack(int count) {
+    watchForFrames();
     m_video->seekTo(std::max(m_video->currentFrame - count, 0));
 }
 
@@ -113,6 +118,7 @@ void CVideoUI::stepForward(int count) {
     if (!m_video) {
         return;
     }
+    watchForFrames();
     const int last = m_video->frameCount - 1;
     // Not by the sum: a file may claim as many frames as an int holds.
     const int left = last - m_video->currentFrame;
@@ -133,6 +139,7 @@ void CVideoUI::NextTenFrames() {
 
 void CVideoUI::GoToFrame(int frame) {
     if (m_video && m_video->frameCount > 0) {
+        watchForFrames();
         m_video->seekTo(std::clamp(frame, 0, m_video->frameCount - 1));
         NeedUpdate();
     }
@@ -171,8 +178,31 @@ bool CVideoUI::CreateBackBuffer() {
     const std::size_t pixels =
         static_cast<std::size_t>(m_video->width) * static_cast<std::size_t>(m_video->height);
     std::memset(m_backBuffer->bits(), 0, std::min(pixels * 2, m_backBuffer->byteCount()));
-    GetManager()->SetTimer(*this, kRepaintTimer, kRepaintMs);
+    startTimer(kRepaintMs);
     return true;
+}
+
+void CVideoUI::startTimer(int intervalMs) {
+    if (GetManager() != nullptr) {
+        GetManager()->SetTimer(*this, kRepaintTimer, intervalMs);
+    }
+}
+
+void CVideoUI::watchForFrames() {
+    if (m_ready && m_quietTicks >= kTicksUntilStill) {
+        startTimer(kRepaintMs);
+    }
+    m_quietTicks = 0;
+}
+
+void CVideoUI::tick() {
+    // Looking for a frame also lets the clip carry out a waiting seek.
+    if (m_video && m_video->hasDueFrame()) {
+        watchForFrames();
+        Invalidate();
+    } else if (m_quietTicks < kTicksUntilStill && ++m_quietTicks == kTicksUntilStill) {
+        startTimer(kStillMs);
+    }
 }
 
 bool CVideoUI::ReleaseBackBuffer() {
@@ -181,10 +211,8 @@ bool CVideoUI::ReleaseBackBuffer() {
 }
 
 bool CVideoUI::DoEvent(const toolkit::TEventUI& event) {
-    // A still picture is left alone: painting it 30 times a second is most of what an editor that
-    // nobody touches would do. Looking for a frame also lets the clip carry out a waiting seek.
-    if (event.Type == toolkit::UIEVENT_TIMER && m_video && m_video->hasDueFrame()) {
-        Invalidate();
+    if (event.Type == toolkit::UIEVENT_TIMER) {
+        tick();
     }
     return true;
 }

@@ -1,6 +1,7 @@
 // The control that shows one video frame by frame, with layers drawn over it. The picture is
-// stretched onto the control's rectangle. It looks for a new picture 30 times a second and whenever
-// a frame arrives from the decoder, and repaints only when there is one. UI thread only.
+// stretched onto the control's rectangle. It looks for a new picture whenever a frame arrives from
+// the decoder and 30 times a second, twice a second while nothing moves, and repaints only when
+// there is one. UI thread only.
 #pragma once
 
 #include <atomic>
@@ -71,6 +72,11 @@ private:
 
     bool CreateBackBuffer();
     bool ReleaseBackBuffer();
+    /// Looks for a new picture, which the repaint timer asks for.
+    void tick();
+    /// Has the timer run at its full rate, since a new picture may be on its way.
+    void watchForFrames();
+    void startTimer(int intervalMs);
     void listenForFrames();
     void onFrameReady();
     void stepBack(int count);
@@ -82,6 +88,7 @@ private:
     std::vector<std::shared_ptr<Layer>> m_layers;
     std::unique_ptr<platform::FrameBuffer> m_backBuffer;
     bool m_ready = false;
+    int m_quietTicks = 0; ///< since the last new picture or request for one
 };
 
 /// Logs what failed while a back buffer was made; false when there is none. A failed window context

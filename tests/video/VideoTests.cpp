@@ -222,12 +222,17 @@ TEST_F(VideoControl, ATickOrAChangeRepaintsNoMoreThanWhatIsNew) {
         control().DoEvent(timer);
         return native.takeDirty();
     };
-    EXPECT_EQ(tick(), std::vector<Rect>{}) << "a still picture";
+    EXPECT_EQ(native.timerMs(), 33);
+    for (int count = 0; count < 60; ++count) {
+        EXPECT_EQ(tick(), std::vector<Rect>{}) << "a still picture";
+    }
+    EXPECT_EQ(native.timerMs(), 500);
     control().video()->seekTo(9); // asked for by nobody's repaint
     while (!control().video()->hasDueFrame()) {
         std::this_thread::yield();
     }
     EXPECT_EQ(tick(), std::vector<Rect>{kPlace});
+    EXPECT_EQ(native.timerMs(), 33) << "more may follow";
     control().InvalidatePicture({-5, 2, 9, 7});
     EXPECT_EQ(native.takeDirty(), (std::vector<Rect>{{kPlace.left, 12, kPlace.left + 9, 17}}));
 }

@@ -45,6 +45,8 @@ public:
     [[nodiscard]] platform::WindowEvents& events() const { return m_events; }
     /// How often an immediate repaint was asked for.
     [[nodiscard]] int repaints() const { return m_repaints; }
+    /// Of the timer started last; 0 without one.
+    [[nodiscard]] int timerMs() const { return m_timerMs; }
     /// What became invalid since the last call.
     [[nodiscard]] std::vector<platform::Rect> takeDirty() { return std::exchange(m_dirty, {}); }
 
@@ -62,7 +64,10 @@ public:
     void setCapture() override {}
     void releaseCapture() override {}
     void setPointer(platform::PointerShape /*shape*/) override {}
-    bool startTimer(unsigned /*id*/, int /*intervalMs*/) override { return true; }
+    bool startTimer(unsigned /*id*/, int intervalMs) override {
+        m_timerMs = intervalMs;
+        return true;
+    }
     bool stopTimer(unsigned /*id*/) override { return true; }
     void beginMove() override {}
     void setTextInput(bool /*enabled*/, const platform::Rect& /*caret*/) override {}
@@ -78,6 +83,7 @@ private:
     platform::WindowEvents& m_events;
     platform::Rect m_geometry;
     std::vector<platform::Rect> m_dirty;
+    int m_timerMs = 0;
     int m_repaints = 0;
 };
 
