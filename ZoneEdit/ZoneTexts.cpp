@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "check/SceneNames.h"
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "ui/SceneHints.h"
@@ -69,7 +70,7 @@ std::u16string keptText(const std::string& name) {
 }
 
 std::u16string zoneNamesHint(const std::vector<std::string>& names) {
-    if (std::any_of(names.begin(), names.end(), ui::breaksFile)) {
+    if (std::any_of(names.begin(), names.end(), check::breaksFile)) {
         return ui::kUnreadableZoneHint;
     }
     std::map<std::string, int> uses;

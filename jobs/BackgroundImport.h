@@ -3,13 +3,12 @@
 // thread only.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
-#include <thread>
 
+#include "jobs/BackgroundJob.h"
 #include "jobs/VideoImport.h"
 #include "platform/EventLoop.h"
 #include "platform/FileSystem.h"
@@ -30,31 +29,15 @@ public:
     void start(const std::string& source, const std::string& destination,
                std::function<void()> onProgress, std::function<void(const ImportReport&)> onDone);
     void cancel();
-    [[nodiscard]] bool isRunning() const { return m_run != nullptr; }
-    [[nodiscard]] std::uint64_t copiedBytes() const;
-    [[nodiscard]] std::uint64_t totalBytes() const;
+    [[nodiscard]] bool isRunning() const { return m_job.isRunning(); }
+    /// Of the running import, or the last.
+    [[nodiscard]] std::uint64_t copiedBytes() const { return m_progress->copiedBytes; }
+    [[nodiscard]] std::uint64_t totalBytes() const { return m_progress->totalBytes; }
 
 private:
-    /// Shared with the thread and the tasks it posts.
-    struct Run {
-        ImportProgress progress;
-        std::atomic<bool> progressPosted{false};
-        std::function<void()> onProgress;                ///< UI thread only, empty once abandoned
-        std::function<void(const ImportReport&)> onDone; ///< UI thread only, empty once abandoned
-    };
-
-    /// The thread's work.
-    static void work(const std::shared_ptr<Run>& run, const std::string& source,
-                     const std::string& destination, platform::EventLoop& loop,
-                     platform::FileSystem& files);
-    /// On the UI thread again.
-    static void end(Run& run, const ImportReport& report);
-    void finish();
-
-    platform::EventLoop& m_loop;
     platform::FileSystem& m_files;
-    std::shared_ptr<Run> m_run;
-    std::thread m_thread;
+    std::shared_ptr<ImportProgress> m_progress = std::make_shared<ImportProgress>();
+    BackgroundJob m_job;
 };
 
 } // namespace jobs

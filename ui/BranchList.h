@@ -126,7 +126,7 @@ private:
     [[nodiscard]] std::u16string statusText();
     /// Whether an action of the branch on show waits for a zone of a video that has none.
     [[nodiscard]] bool lacksZones();
-    [[nodiscard]] CopyStatus importStatus() const; ///< only while one is under way
+    [[nodiscard]] jobs::CopyStatus importStatus() const; ///< only while one is under way
 
     ComponentScope m_components;
     /// Ends in "\"; empty when the working directory is unknown.
@@ -148,7 +148,7 @@ private:
     std::deque<std::string> m_importNames; ///< still to come, the one under way in front
     std::string m_importFolder;
     int m_importCount = 0;
-    ImportOutcome m_importOutcome;
+    jobs::ImportOutcome m_importOutcome;
 };
 
 } // namespace ui

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "check/SceneNames.h"
 #include "scene/SceneManager.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CListUI.h"
@@ -73,8 +74,8 @@ void BranchList::updateOwnVideo() {
     setVisibleOf(kZonesHint, !differs);
 }
 
-CopyStatus BranchList::importStatus() const {
-    CopyStatus status;
+jobs::CopyStatus BranchList::importStatus() const {
+    jobs::CopyStatus status;
     status.name = m_importNames.front();
     status.count = m_importCount;
     status.number = m_importCount - static_cast<int>(m_importNames.size()) + 1;
@@ -115,7 +116,8 @@ std::u16string BranchList::statusText() {
     if (!m_note.empty()) { // gone with the next action of the user
         return m_saved + m_note;
     }
-    for (const std::u16string& hint : {unreadableHint(*scene()), unlistedHint(scene()->Name())}) {
+    for (const std::u16string& hint :
+         {findingHint(check::firstUnreadableName(*scene())), unlistedHint(scene()->Name())}) {
         if (!hint.empty()) {
             return m_saved + hint;
         }

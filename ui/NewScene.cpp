@@ -1,5 +1,6 @@
 #include "ui/NewScene.h"
 
+#include "check/SceneNames.h"
 #include "core/Text.h"
 #include "scene/SceneSession.h"
 #include "toolkit/controls/CEditUI.h"
@@ -47,7 +48,7 @@ void NewScene::showHint() {
     }
     const std::string name = core::storedText(edit->GetText());
     const std::u16string unlisted = unlistedHint(name);
-    if (breaksFile(name)) {
+    if (check::breaksFile(name)) {
         setTextOf(kHint, kUnreadableSceneHint);
     } else {
         setTextOf(kHint, unlisted.empty() ? m_usualHint : unlisted);

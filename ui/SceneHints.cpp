@@ -1,14 +1,10 @@
 #include "ui/SceneHints.h"
 
-#include <memory>
-#include <vector>
-
 #include "core/FileError.h"
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
 #include "scene/SceneFolders.h"
-#include "scene/SceneManager.h"
 
 namespace ui {
 
@@ -18,49 +14,13 @@ std::string quoted(const std::string& text) {
     return "\"" + text + "\"";
 }
 
-std::string unreadableIn(const scene::SceneManager& scene, int branch) {
-    const std::string id = scene.branchID(branch);
-    for (const std::string& text : {id, scene.branchFilename(branch)}) {
-        if (breaksFile(text)) {
-            return quoted(text);
-        }
-    }
-    std::vector<std::shared_ptr<scene::Action>> actions;
-    scene.branchActions(branch, actions);
-    for (const auto& action : actions) {
-        for (const std::string& text : {action->Parameter(), action->BranchID()}) {
-            if (breaksFile(text)) {
-                // The row may show nothing: its branch or zone can be gone.
-                return quoted(text) + " in an action of " + quoted(id);
-            }
-        }
-    }
-    return {};
-}
-
-/// The first name of the scene that breaks its file, in quotes, and where it is found.
-std::string unreadableName(const scene::SceneManager& scene) {
-    for (const std::string& text : {scene.Name(), scene.FirstBranch()}) {
-        if (breaksFile(text)) {
-            return quoted(text);
-        }
-    }
-    for (int branch = 0; branch < scene.branchCount(); ++branch) {
-        std::string found = unreadableIn(scene, branch);
-        if (!found.empty()) {
-            return found;
-        }
-    }
-    return {};
-}
-
 } // namespace
 
-bool breaksFile(std::string_view text) {
-    return text.find('<') != std::string_view::npos;
+std::u16string findingHint(const std::optional<check::Finding>& finding) {
+    return finding ? core::displayText(check::findingText(*finding)) : std::u16string();
 }
 
-std::u16string copyText(const CopyStatus& status) {
+std::u16string copyText(const jobs::CopyStatus& status) {
     std::string text = "Copying " + status.name;
     if (status.count > 1) {
         text += " (" + std::to_string(status.number) + " of " + std::to_string(status.count) + ")";
@@ -79,25 +39,7 @@ std::u16string notSavedText(const core::FileError& error) {
     return error.empty() ? std::u16string() : core::displayText("Not saved: " + shown.text());
 }
 
-void ImportOutcome::note(const std::string& name, const jobs::ImportReport& report) {
-    switch (report.result) {
-    case jobs::ImportResult::copied:
-    case jobs::ImportResult::sameFile:
-        added += report.isPlayable ? 1 : 0;
-        if (!report.isPlayable) {
-            unplayable.push_back(name);
-        }
-        break;
-    case jobs::ImportResult::failed:
-        failure = failed.empty() ? report.reason : failure;
-        failed.push_back(name);
-        break;
-    case jobs::ImportResult::cancelled:
-        break;
-    }
-}
-
-std::u16string importNote(const ImportOutcome& outcome) {
+std::u16string importNote(const jobs::ImportOutcome& outcome) {
     std::string text;
     if (outcome.added == 1) {
         text = "The video is in the list now; choose it for a branch.";
@@ -114,7 +56,7 @@ std::u16string importNote(const ImportOutcome& outcome) {
     return core::displayText(text);
 }
 
-std::u16string importProblem(const ImportOutcome& outcome) {
+std::u16string importProblem(const jobs::ImportOutcome& outcome) {
     std::string failed;
     if (!outcome.failed.empty()) {
         failed = "Not added: " + outcome.failed.front() + ": " + outcome.failure;
@@ -177,14 +119,6 @@ std::u16string unreadableVideoText(const std::string& path) {
 
 std::u16string savedText() {
     return core::displayText("Saved at " + core::services().clock->localTimeText() + ".");
-}
-
-std::u16string unreadableHint(const scene::SceneManager& scene) {
-    const std::string name = unreadableName(scene);
-    return name.empty() ? std::u16string()
-                        : core::displayText("The name " + name +
-                                            " holds a \"<\": a scene saved with it will not load "
-                                            "again.");
 }
 
 } // namespace ui

@@ -1,0 +1,75 @@
+// Runs one piece of work at a time on a thread of its own and reports back on the UI thread. What
+// the work needs and brings is shared between its function and the callbacks, for example in an
+// object that both hold by shared pointer. UI thread only, but for the Control.
+//
+//   job.start([data](auto& control) { while (step(*data) && !control.isCancelled())
+//   control.report(); },
+//             [this] { showProgress(); },
+//             [this, data](bool isWhole) { show(*data, isWhole); });
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <thread>
+
+#include "platform/EventLoop.h"
+
+namespace jobs {
+
+class BackgroundJob {
+    struct Run;
+
+public:
+    /// The work's side.
+    class Control {
+    public:
+        [[nodiscard]] bool isCancelled() const;
+        /// There is progress to show. Cheap: the UI thread hears of the latest only.
+        void report();
+
+    private:
+        friend class BackgroundJob;
+        Control(std::shared_ptr<Run> run, platform::EventLoop& loop);
+
+        std::shared_ptr<Run> m_run;
+        platform::EventLoop& m_loop;
+    };
+    using Work = std::function<void(Control&)>;
+
+    /// The loop outlives the object.
+    explicit BackgroundJob(platform::EventLoop& loop);
+    /// Cancels, waits for the work's end; nothing is reported any more.
+    ~BackgroundJob();
+    BackgroundJob(const BackgroundJob&) = delete;
+    BackgroundJob& operator=(const BackgroundJob&) = delete;
+
+    /// Calls `work` on the thread, `onProgress` now and then, and `onDone` once, when isRunning()
+    /// is false again: with false when there is no thread or the work threw. Both are called on the
+    /// UI thread. `onDone` may destroy this object. Not while a job is running.
+    void start(Work work, std::function<void()> onProgress, std::function<void(bool)> onDone);
+    void cancel();
+    [[nodiscard]] bool isRunning() const { return m_run != nullptr; }
+
+private:
+    /// Shared with the thread and the tasks it posts.
+    struct Run {
+        std::atomic<bool> cancelled{false};
+        std::atomic<bool> reported{false};
+        // UI thread only, empty once abandoned.
+        std::function<void()> onProgress;
+        std::function<void(bool)> onDone;
+    };
+
+    static void perform(const std::shared_ptr<Run>& run, const Work& work,
+                        platform::EventLoop& loop);
+    /// On the UI thread again.
+    static void end(Run& run, bool isWhole);
+    void finish();
+
+    platform::EventLoop& m_loop;
+    std::shared_ptr<Run> m_run;
+    std::thread m_thread;
+};
+
+} // namespace jobs

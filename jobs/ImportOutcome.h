@@ -1,0 +1,32 @@
+// How an import of several videos goes and what came of it, as values that the windows make texts
+// of.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "jobs/VideoImport.h"
+
+namespace jobs {
+
+/// The video being copied.
+struct CopyStatus {
+    std::string name;
+    int number = 1; ///< 1 for the first of `count` files
+    int count = 0;
+    std::uint64_t copiedBytes = 0;
+    std::uint64_t totalBytes = 0;
+};
+
+struct ImportOutcome {
+    int added = 0; ///< good ones
+    int listedAlready = 0;
+    std::vector<std::string> unplayable; ///< copied, but no videos
+    std::vector<std::string> failed;
+    std::string failure; ///< of the first that failed
+
+    void note(const std::string& name, const ImportReport& report);
+};
+
+} // namespace jobs

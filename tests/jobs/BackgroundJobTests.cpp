@@ -1,0 +1,110 @@
+// Work on a thread of its own: what is reported, when, and what ends it.
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <latch>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "jobs/BackgroundJob.h"
+
+namespace {
+
+using jobs::BackgroundJob;
+
+/// The UI thread's loop without a window: only what is posted.
+class TaskLoop : public platform::EventLoop {
+public:
+    int run() override { return 0; }
+    void postQuit(int /*code*/) override {}
+    void processEvents(bool wait) override {
+        std::unique_lock lock(m_mutex);
+        m_posted.wait(lock, [&] { return !wait || !m_tasks.empty(); });
+        while (!m_tasks.empty()) {
+            const std::function<void()> task = std::move(m_tasks.front());
+            m_tasks.pop_front();
+            lock.unlock();
+            task();
+            lock.lock();
+        }
+    }
+    void post(std::function<void()> task) override {
+        const std::scoped_lock lock(m_mutex);
+        m_tasks.push_back(std::move(task));
+        m_posted.notify_one();
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_posted;
+    std::deque<std::function<void()>> m_tasks;
+};
+
+class BackgroundJobTest : public testing::Test {
+protected:
+    void start(BackgroundJob::Work work) {
+        m_job->start(
+            std::move(work), [this] { ++m_shown; }, [this](bool isWhole) { m_whole = isWhole; });
+    }
+    bool finish() {
+        while (!m_whole) {
+            m_loop.processEvents(true);
+        }
+        EXPECT_FALSE(m_job->isRunning());
+        return *std::exchange(m_whole, std::nullopt);
+    }
+
+    TaskLoop m_loop;
+    std::optional<BackgroundJob> m_job{m_loop};
+    int m_shown = 0;
+    std::optional<bool> m_whole;
+};
+
+TEST_F(BackgroundJobTest, ReportsTheLatestProgressAndTheEndOnce) {
+    const auto count = std::make_shared<int>(0);
+    start([count](auto& control) {
+        for (; *count < 1000; ++*count) {
+            control.report();
+        }
+    });
+    EXPECT_TRUE(m_job->isRunning());
+    EXPECT_TRUE(finish());
+    EXPECT_EQ(*count, 1000);
+    EXPECT_TRUE(m_shown >= 1 && m_shown <= 1000);
+    start([](auto&) { throw std::runtime_error("no memory"); });
+    EXPECT_FALSE(finish());
+    start([](auto& control) {
+        while (!control.isCancelled()) {
+        }
+    });
+    m_job->cancel();
+    EXPECT_TRUE(finish());
+}
+
+TEST_F(BackgroundJobTest, AnAbandonedJobEndsAndReportsNothing) {
+    std::latch begun(1);
+    start([&](auto& control) {
+        control.report();
+        begun.count_down();
+        while (!control.isCancelled()) {
+        }
+    });
+    begun.wait();
+    m_job.reset();
+    m_loop.processEvents(false);
+    EXPECT_EQ(m_shown, 0);
+    EXPECT_FALSE(m_whole);
+    // The callback at the end may destroy the job.
+    m_job.emplace(m_loop);
+    m_job->start([](auto&) {}, nullptr, [this](bool) { m_job.reset(); });
+    while (m_job) {
+        m_loop.processEvents(true);
+    }
+}
+
+} // namespace
