@@ -174,7 +174,7 @@ bool PlaybackFloor::next() {
     if (!readPacket(packet)) {
         return false;
     }
-    th_decode_packetin(m_decoder, &packet, nullptr);
+    m_repeatedFrames += th_decode_packetin(m_decoder, &packet, nullptr) == TH_DUPFRAME ? 1 : 0;
     th_ycbcr_buffer picture;
     th_decode_ycbcr_out(m_decoder, picture);
     return true;

@@ -31,6 +31,8 @@ public:
     void seek(int frame);
     /// Decodes the next frame; false at the end.
     bool next();
+    /// Frames decoded so far that only repeat the one before: no work at all.
+    [[nodiscard]] int repeatedFrames() const { return m_repeatedFrames; }
 
 private:
     struct FileClose {
@@ -55,6 +57,7 @@ private:
     th_setup_info* m_setup = nullptr;
     th_dec_ctx* m_decoder = nullptr;
     bool m_haveStream = false;
+    int m_repeatedFrames = 0;
     long m_pageStart = 0;
     long m_pageEnd = 0;
     long m_dataStart = 0;

@@ -34,6 +34,7 @@ using bench::spread;
 constexpr int kSeeks = 60;
 constexpr int kSeeksInARow = 6;
 constexpr int kSteps = 60;
+constexpr int kPasses = 3;
 constexpr int kHeldSteps = 300;
 constexpr std::chrono::milliseconds kHeldPause{100};
 // The step-back decoder goes through a whole group, which may be 250 frames long.
@@ -109,7 +110,8 @@ private:
         Samples ours;
         Samples floor;
         PlaybackPlayer player(openFile(m_path));
-        for (int round = 0; round < 3; ++round) {
+        const int repeatedBefore = m_floor.repeatedFrames();
+        for (int pass = 0; pass < kPasses; ++pass) {
             m_floor.seek(0);
             const auto start = Clock::now();
             while (m_floor.next()) {
@@ -117,9 +119,12 @@ private:
             floor.add((frames - 1) / (millisecondsSince(start) / 1000));
             ours.add(player.playAll());
         }
+        // Where nearly every frame repeats the one before, the floor decodes nothing: ratios to it
+        // say only how long threads take to wake.
+        m_hasRatios = (m_floor.repeatedFrames() - repeatedBefore) / kPasses < frames / 2;
         row("decode + convert the whole clip",
             number(ours.median(), "frames/s") + ", " + ratio(ours.median(), floor.median()),
-            number(floor.median(), "frames/s decoded"), ">= 0.75 x floor");
+            number(floor.median(), "frames/s decoded"), m_hasRatios ? ">= 0.75 x floor" : "");
     }
 
     void randomSeeks() {
@@ -144,7 +149,7 @@ private:
         row("random exact seek",
             spread(ours) + "; p50 " + ratio(ours.median(), floor.median()) + ", p95 " +
                 ratio(ours.p95(), floor.p95()),
-            spread(floor), "<= 1.15 x floor");
+            spread(floor), m_hasRatios ? "<= 1.15 x floor" : "");
     }
 
     void findingThePage() {
@@ -268,6 +273,7 @@ private:
     bench::FrameSize m_frame;
     std::mt19937 m_random{12345};
     int m_at = 0;
+    bool m_hasRatios = true; ///< those to the floor have targets
 };
 
 } // namespace
