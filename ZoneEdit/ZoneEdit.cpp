@@ -8,6 +8,7 @@
 #include "core/Text.h"
 #include "platform/Window.h"
 #include "toolkit/controls/COptionUI.h"
+#include "ui/commands/ZoneEditorCommands.h"
 #include "video/CVideoUI.h"
 #include "zone/ZoneManager.h"
 
@@ -27,9 +28,22 @@ std::shared_ptr<ZoneEdit> ZoneEdit::create(const ui::WindowContext& context) {
 }
 
 ZoneEdit::ZoneEdit(const ui::WindowContext& context)
-    : EditorWindow(context),
+    : EditorWindow(context, ui::kZoneEditorCommands),
       m_displaySize(context.gui.windows().primaryScreenHeight() >= kFullScreenHeight ? kFullSize
                                                                                      : kSmallSize) {
+    namespace command = ui::command;
+    static constexpr ui::CommandHandler<ZoneEdit> kHandlers[] = {
+        {command::kSave, &ZoneEdit::saveZones},
+        {command::kClose, &ZoneEdit::closeEditor},
+        {command::kAddZone, &ZoneEdit::addZone},
+        {command::kRemoveZone, &ZoneEdit::removeZone},
+        {command::kStop, &ZoneEdit::restoreText},
+        {command::kBackTen, &ZoneEdit::stepBackTen},
+        {command::kBack, &ZoneEdit::stepBack},
+        {command::kForward, &ZoneEdit::stepForward},
+        {command::kForwardTen, &ZoneEdit::stepForwardTen},
+    };
+    commands().bindAll(*this, kHandlers);
 }
 
 bool ZoneEdit::run() {
@@ -147,16 +161,6 @@ void ZoneEdit::InitWindow() {
     updateEnabled();
 }
 
-void ZoneEdit::OnClick(toolkit::TNotifyUI& message) {
-    static constexpr ui::ControlHandler<ZoneEdit> kHandlers[] = {
-        {u"ButtonSave", &ZoneEdit::saveZones},         {u"ButtonClose", &ZoneEdit::closeEditor},
-        {u"ButtonAddZone", &ZoneEdit::addZone},        {kRemoveZoneButton, &ZoneEdit::removeZone},
-        {u"ButtonPrevious10", &ZoneEdit::stepBackTen}, {u"ButtonPrevious", &ZoneEdit::stepBack},
-        {u"ButtonNext", &ZoneEdit::stepForward},       {u"ButtonNext10", &ZoneEdit::stepForwardTen},
-    };
-    ui::dispatch(*this, kHandlers, message);
-}
-
 void ZoneEdit::OnItemSelect(toolkit::TNotifyUI& message) {
     static constexpr ui::ControlHandler<ZoneEdit> kHandlers[] = {
         {kZoneCombo, &ZoneEdit::chooseZone},
@@ -182,7 +186,7 @@ void ZoneEdit::OnKillFocus(toolkit::TNotifyUI& message) {
 }
 
 bool ZoneEdit::MessageHandler(const platform::Event& event) {
-    return handleKey(event) || handleMouse(event) || EditorWindow::MessageHandler(event);
+    return handleMouse(event) || EditorWindow::MessageHandler(event);
 }
 
 bool ZoneEdit::HandleMessage(const platform::Event& event) {

@@ -41,7 +41,6 @@ public:
     [[nodiscard]] std::string GetSkinFile() const override;
     void InitWindow() override;
     std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override;
-    void OnClick(toolkit::TNotifyUI& message) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
     void OnSelectChanged(toolkit::TNotifyUI& message) override;
     void OnKillFocus(toolkit::TNotifyUI& message) override;
@@ -71,17 +70,16 @@ private:
     void repaintVideoNow();
 
     // Frames.
-    void stepBack(Control& sender);
-    void stepBackTen(Control& sender);
-    void stepForward(Control& sender);
-    void stepForwardTen(Control& sender);
+    void stepBack();
+    void stepBackTen();
+    void stepForward();
+    void stepForwardTen();
     void step(void (video::CVideoUI::*move)());
-    bool handleKey(const platform::Event& event);
     void goToTypedFrame(Control& sender);
     [[nodiscard]] std::u16string frameText() const;
     void showFrame();
-    /// Gives an edit back what it showed before the author typed. False for any other control.
-    bool restoreText(Control& edit);
+    /// Gives the edit that has the keyboard back what it showed before the author typed.
+    void restoreText();
     void repaintDueFrame();
     void showActive();
     void changeActive(Control& sender);
@@ -93,10 +91,10 @@ private:
     void chooseZone(Control& sender);
     void showZone();
     void renameZone(Control& sender);
-    void addZone(Control& sender);
-    void removeZone(Control& sender);
-    void saveZones(Control& sender);
-    void closeEditor(Control& sender);
+    void addZone();
+    void removeZone();
+    void saveZones();
+    void closeEditor();
     /// After every change of the zones: what the header said of the last save no longer holds.
     void noteEdit();
     /// In place of what the header says otherwise, but for a failed save.

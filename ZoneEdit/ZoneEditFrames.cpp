@@ -13,19 +13,19 @@ namespace zoneedit {
 
 using video::CVideoUI;
 
-void ZoneEdit::stepBack(Control& /*sender*/) {
+void ZoneEdit::stepBack() {
     step(&CVideoUI::PrevFrame);
 }
 
-void ZoneEdit::stepBackTen(Control& /*sender*/) {
+void ZoneEdit::stepBackTen() {
     step(&CVideoUI::PrevTenFrames);
 }
 
-void ZoneEdit::stepForward(Control& /*sender*/) {
+void ZoneEdit::stepForward() {
     step(&CVideoUI::NextFrame);
 }
 
-void ZoneEdit::stepForwardTen(Control& /*sender*/) {
+void ZoneEdit::stepForwardTen() {
     step(&CVideoUI::NextTenFrames);
 }
 
@@ -44,26 +44,6 @@ void ZoneEdit::repaintDueFrame() {
     if (video != nullptr && video->hasDueFrame()) {
         repaintVideoNow();
     }
-}
-
-bool ZoneEdit::handleKey(const platform::Event& event) {
-    if (event.kind != platform::EventKind::keyDown) {
-        return false;
-    }
-    Control* focus = GetPaintManager().GetFocus();
-    if (event.key == platform::Key::escape) {
-        return focus != nullptr && restoreText(*focus);
-    }
-    const bool left = event.key == platform::Key::left;
-    if (!(left || event.key == platform::Key::right) || (focus != nullptr && focus->takesText())) {
-        return false;
-    }
-    if (left) {
-        step(event.modifiers.shift ? &CVideoUI::PrevTenFrames : &CVideoUI::PrevFrame);
-    } else {
-        step(event.modifiers.shift ? &CVideoUI::NextTenFrames : &CVideoUI::NextFrame);
-    }
-    return true;
 }
 
 void ZoneEdit::goToTypedFrame(Control& sender) {
@@ -91,15 +71,13 @@ void ZoneEdit::showFrame() {
     showActive();
 }
 
-bool ZoneEdit::restoreText(Control& edit) {
-    if (edit.GetName() == kFrameEdit) {
-        edit.SetText(frameText());
-    } else if (edit.GetName() == kZoneEdit) {
-        edit.SetText(m_shownName);
-    } else {
-        return false;
+void ZoneEdit::restoreText() {
+    Control* focus = GetPaintManager().GetFocus();
+    if (focus != nullptr && focus->GetName() == kFrameEdit) {
+        focus->SetText(frameText());
+    } else if (focus != nullptr && focus->GetName() == kZoneEdit) {
+        focus->SetText(m_shownName);
     }
-    return true;
 }
 
 void ZoneEdit::showActive() {

@@ -67,7 +67,7 @@ void ZoneEdit::renameZone(Control& sender) {
     fillZones(zone);
 }
 
-void ZoneEdit::addZone(Control& /*sender*/) {
+void ZoneEdit::addZone() {
     if (checkedVideo(kAddZoneLine) == nullptr) {
         return;
     }
@@ -84,7 +84,7 @@ void ZoneEdit::addZone(Control& /*sender*/) {
     fillZones(m_zones->zoneCount() - 1);
 }
 
-void ZoneEdit::removeZone(Control& /*sender*/) {
+void ZoneEdit::removeZone() {
     if (selectedZone() < 0) {
         return;
     }
@@ -100,7 +100,7 @@ void ZoneEdit::removeZone(Control& /*sender*/) {
     }
 }
 
-void ZoneEdit::saveZones(Control& /*sender*/) {
+void ZoneEdit::saveZones() {
     if (m_zones && m_loaded) {
         const bool wasDamaged = m_zones->loadReport().problem != zone::LoadProblem::none;
         m_zones->save(context().state.zoneEditVideo);
@@ -129,7 +129,7 @@ void ZoneEdit::showNotice(std::u16string_view text) {
     }
 }
 
-void ZoneEdit::closeEditor(Control& /*sender*/) {
+void ZoneEdit::closeEditor() {
     // A dismissed question counts as yes. Intended.
     SetAnswer(kYes);
     ui::Confirmation::ask(context(), *this, "Close?", "Are you sure you want to close Zone Edit?");

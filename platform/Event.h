@@ -46,14 +46,17 @@ enum class Key {
     backspace,
     del,
     insert,
-    f4,
-    a,
-    c,
-    v,
-    x,
-    y,
-    z,
+    // Function keys, digits and letters stand in order, so that one tells how far another is.
+    // clang-format off
+    f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12,
+    digit0, digit1, digit2, digit3, digit4, digit5, digit6, digit7, digit8, digit9,
+    a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v, w, x, y, z,
+    // clang-format on
 };
+
+[[nodiscard]] constexpr bool isFunctionKey(Key key) {
+    return key >= Key::f1 && key <= Key::f12;
+}
 
 struct Modifiers {
     bool shift = false;

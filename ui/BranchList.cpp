@@ -12,6 +12,7 @@
 #include "ui/BranchListControls.h"
 #include "ui/Confirmation.h"
 #include "ui/SceneHints.h"
+#include "ui/commands/BranchEditorCommands.h"
 #include "zone/ZoneManager.h"
 
 namespace ui {
@@ -36,9 +37,21 @@ std::shared_ptr<BranchList> BranchList::create(const WindowContext& context) {
 }
 
 BranchList::BranchList(const WindowContext& context)
-    : EditorWindow(context), m_components(context.gui.components()),
+    : EditorWindow(context, kBranchEditorCommands), m_components(context.gui.components()),
       m_conditions(conditionNames(context.services)), m_letters(keyLetters()),
-      m_import(context.gui.loop(), *core::services().fileSystem) {}
+      m_import(context.gui.loop(), *core::services().fileSystem) {
+    static constexpr CommandHandler<BranchList> kHandlers[] = {
+        {command::kExit, &BranchList::exitProgram},
+        {command::kSave, &BranchList::saveScene},
+        {command::kAddBranch, &BranchList::addBranch},
+        {command::kAddVideo, &BranchList::addVideos},
+        {command::kEditZones, &BranchList::editZones},
+        {command::kAddAction, &BranchList::addAction},
+        {command::kRemoveAction, &BranchList::removeAction},
+        {command::kStop, &BranchList::stop},
+    };
+    commands().bindAll(*this, kHandlers);
+}
 
 BranchList::~BranchList() = default;
 
@@ -89,17 +102,8 @@ void BranchList::Notify(toolkit::TNotifyUI& message) {
 }
 
 void BranchList::OnClick(toolkit::TNotifyUI& message) {
-    static constexpr ControlHandler<BranchList> kHandlers[] = {
-        {kExitButton, &BranchList::exitProgram},
-        {kSaveButton, &BranchList::saveScene},
-        {kAddBranchButton, &BranchList::addBranch},
-        {kAddVideoButton, &BranchList::addVideos},
-        {kEditZonesButton, &BranchList::editZones},
-        {kAddActionButton, &BranchList::addAction},
-        {kRemoveActionButton, &BranchList::removeAction},
-    };
     forgetNote();
-    dispatch(*this, kHandlers, message);
+    EditorWindow::OnClick(message);
 }
 
 void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
@@ -125,19 +129,6 @@ void BranchList::OnKillFocus(toolkit::TNotifyUI& message) {
         {kNameEdit, &BranchList::renameBranch},
     };
     dispatch(*this, kHandlers, message);
-}
-
-bool BranchList::MessageHandler(const platform::Event& event) {
-    if (isImporting() && event.kind == platform::EventKind::keyDown &&
-        event.key == platform::Key::escape) {
-        cancelImport();
-        return true;
-    }
-    if (event.kind == platform::EventKind::keyDown && event.key == platform::Key::escape &&
-        dropTypedName()) {
-        return true;
-    }
-    return EditorWindow::MessageHandler(event);
 }
 
 bool BranchList::HandleMessage(const platform::Event& event) {
@@ -222,13 +213,14 @@ void BranchList::renameBranch(Control& sender) {
     scrollActions(offset);
 }
 
-bool BranchList::dropTypedName() {
+void BranchList::stop() {
     Control* edit = findControl(kNameEdit);
-    if (edit == nullptr || edit != GetPaintManager().GetFocus() || edit->GetText() == m_shownName) {
-        return false;
+    if (isImporting()) {
+        cancelImport();
+    } else if (edit != nullptr && edit == GetPaintManager().GetFocus() &&
+               edit->GetText() != m_shownName) {
+        edit->SetText(m_shownName);
     }
-    edit->SetText(m_shownName);
-    return true;
 }
 
 void BranchList::chooseFirstBranch(Control& sender) {
@@ -247,7 +239,7 @@ void BranchList::chooseFirstBranch(Control& sender) {
     check->Invalidate();
 }
 
-void BranchList::addBranch(Control& /*sender*/) {
+void BranchList::addBranch() {
     auto* combo = find<toolkit::CComboUI>(kBranchCombo);
     if (combo == nullptr || scene() == nullptr) {
         return;
@@ -262,14 +254,14 @@ void BranchList::addBranch(Control& /*sender*/) {
     combo->SelectItem(combo->GetCount() - 1);
 }
 
-void BranchList::saveScene(Control& /*sender*/) {
+void BranchList::saveScene() {
     if (scene() != nullptr && !m_folder.empty() && scene()->branchCount() > 0) {
         m_saved = scene()->Save(m_folder) ? savedText() + u" " : std::u16string();
         showFirstBranch(); // a scene without one has got it by the save
     }
 }
 
-void BranchList::exitProgram(Control& /*sender*/) {
+void BranchList::exitProgram() {
     // A dismissed question counts as yes. Intended.
     SetAnswer(kYes);
     Confirmation::ask(context(), *this, "Exit?", "Are you sure you want to exit?");

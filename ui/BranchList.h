@@ -49,7 +49,6 @@ public:
     void OnItemSelect(toolkit::TNotifyUI& message) override;
     void OnSelectChanged(toolkit::TNotifyUI& message) override;
     void OnKillFocus(toolkit::TNotifyUI& message) override;
-    bool MessageHandler(const platform::Event& event) override;
     bool HandleMessage(const platform::Event& event) override;
 
 private:
@@ -64,18 +63,18 @@ private:
     void showBranch(int branch);
     void showFirstBranch();
     void renameBranch(Control& sender);
-    /// Brings the typed name's old text back; false when nothing was typed.
-    bool dropTypedName();
+    /// Cancels the import; without one, brings the typed name's old text back.
+    void stop();
     void chooseFirstBranch(Control& sender);
-    void addBranch(Control& sender);
-    void saveScene(Control& sender);
-    void exitProgram(Control& sender);
+    void addBranch();
+    void saveScene();
+    void exitProgram();
 
     // Videos and zones.
     void listSceneVideos();
     void addVideoItem(const std::string& name);
     void chooseVideo(Control& sender);
-    void addVideos(Control& sender);
+    void addVideos();
     void importNextVideo();
     void videoImported(const std::string& name, const jobs::ImportReport& report);
     /// Says what came of the last Add Video.
@@ -83,7 +82,7 @@ private:
     void removeVideoItem(const std::string& name);
     void cancelImport();
     [[nodiscard]] bool isImporting() const;
-    void editZones(Control& sender);
+    void editZones();
     void readShownZones();
 
     // The action list.
@@ -109,8 +108,8 @@ private:
     void chooseParameter(Control& sender);
     void chooseTarget(Control& sender);
     void changeImmediate(Control& sender);
-    void addAction(Control& sender);
-    void removeAction(Control& sender);
+    void addAction();
+    void removeAction();
 
     // State and hints.
     void updateState();

@@ -250,7 +250,7 @@ void BranchList::changeImmediate(Control& sender) {
     }
 }
 
-void BranchList::addAction(Control& /*sender*/) {
+void BranchList::addAction() {
     const int branch = selectedBranch();
     if (branch < 0) {
         return;
@@ -261,7 +261,7 @@ void BranchList::addAction(Control& /*sender*/) {
     revealAction(kLastAction);
 }
 
-void BranchList::removeAction(Control& /*sender*/) {
+void BranchList::removeAction() {
     const auto* list = find<toolkit::CListUI>(kActionList);
     const int branch = selectedBranch();
     if (list == nullptr || branch < 0 || list->GetCurSel() < 0) {

@@ -101,7 +101,7 @@ void BranchList::readShownZones() {
     }
 }
 
-void BranchList::addVideos(Control& /*sender*/) {
+void BranchList::addVideos() {
     std::optional<platform::OpenFilesResult> chosen;
     {
         const KeptDirectory kept;
@@ -176,7 +176,7 @@ void BranchList::cancelImport() {
     m_import.cancel();
 }
 
-void BranchList::editZones(Control& /*sender*/) {
+void BranchList::editZones() {
     const auto* branches = find<toolkit::CComboUI>(kBranchCombo);
     const auto* videos = find<toolkit::CComboUI>(kVideoCombo);
     if (scene() == nullptr || branches == nullptr || videos == nullptr || m_folder.empty() ||

@@ -4,7 +4,7 @@
 
 #include "core/Log.h"
 #include "core/Text.h"
-#include "toolkit/controls/CButtonUI.h"
+#include "ui/commands/ConfirmationCommands.h"
 
 namespace ui {
 
@@ -12,14 +12,17 @@ namespace {
 
 constexpr std::u16string_view kTitle = u"Title";
 constexpr std::u16string_view kLabel = u"ConfirmationLabel";
-constexpr std::u16string_view kYesButton = u"ButtonYes";
 constexpr std::u16string_view kNoButton = u"ButtonNo";
 
 } // namespace
 
 Confirmation::Confirmation(const WindowContext& context, ConfirmCallback& asker,
                            const std::string& title, const std::string& message)
-    : EditorWindow(context), m_asker(asker), m_title(title), m_message(message) {}
+    : EditorWindow(context, kConfirmationCommands), m_asker(asker), m_title(title),
+      m_message(message) {
+    commands().bind(command::kYes, [this] { answerAndClose(ConfirmCallback::kYes); });
+    commands().bind(command::kNo, [this] { answerAndClose(ConfirmCallback::kNo); });
+}
 
 void Confirmation::ask(const WindowContext& context, ConfirmCallback& asker,
                        const std::string& title, const std::string& message) {
@@ -57,30 +60,11 @@ void Confirmation::InitWindow() {
     }
 }
 
-void Confirmation::OnClick(toolkit::TNotifyUI& message) {
-    const std::u16string& name = message.pSender->GetName();
-    if (name == kYesButton) {
-        answerAndClose(ConfirmCallback::kYes);
-    } else if (name == kNoButton) {
-        answerAndClose(ConfirmCallback::kNo);
-    }
-}
-
 void Confirmation::answerAndClose(std::uint8_t answer) {
     m_asker.SetAnswer(answer);
     // Before the dialog goes, so that the keyboard returns to the owner and to no other program.
     enableOwner(true);
     Close(1);
-}
-
-bool Confirmation::MessageHandler(const platform::Event& event) {
-    if (event.kind == platform::EventKind::keyDown && event.key == platform::Key::escape) {
-        if (auto* no = find<toolkit::CButtonUI>(kNoButton)) {
-            no->Activate();
-        }
-        return true;
-    }
-    return EditorWindow::MessageHandler(event);
 }
 
 bool Confirmation::HandleMessage(const platform::Event& event) {

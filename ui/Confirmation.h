@@ -25,8 +25,6 @@ public:
     }
     [[nodiscard]] std::string GetSkinFile() const override { return "Confirmation.xml"; }
     void InitWindow() override;
-    void OnClick(toolkit::TNotifyUI& message) override;
-    bool MessageHandler(const platform::Event& event) override;
     bool HandleMessage(const platform::Event& event) override;
 
 private:

@@ -20,8 +20,16 @@ int fitted(int start, int size, int least, int end) {
 
 } // namespace
 
-EditorWindow::EditorWindow(const WindowContext& context)
-    : WindowImplBase(context.gui), m_context(context) {}
+EditorWindow::EditorWindow(const WindowContext& context, std::span<const Command> commands)
+    : WindowImplBase(context.gui), m_context(context), m_commands(GetPaintManager(), commands) {}
+
+void EditorWindow::OnClick(toolkit::TNotifyUI& message) {
+    m_commands.runOf(message.pSender->GetName());
+}
+
+bool EditorWindow::MessageHandler(const platform::Event& event) {
+    return m_commands.handleKey(event) || WindowImplBase::MessageHandler(event);
+}
 
 bool EditorWindow::runScreen(std::u16string_view title) {
     if (!Create(nullptr, std::u16string(title), kScreenStyle, kScreenExtendedStyle)) {

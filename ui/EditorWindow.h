@@ -4,11 +4,13 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 
 #include "platform/Geometry.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "ui/WindowContext.h"
+#include "ui/commands/CommandSet.h"
 
 namespace ui {
 
@@ -22,8 +24,8 @@ inline constexpr std::uint32_t kDialogExtendedStyle = 0x00020000;
 
 class EditorWindow : public toolkit::WindowImplBase {
 public:
-    /// Everything in `context` outlives the window.
-    explicit EditorWindow(const WindowContext& context);
+    /// Everything in `context` outlives the window. `commands` are its own, for it to bind.
+    explicit EditorWindow(const WindowContext& context, std::span<const Command> commands = {});
 
     /// Creates the native window with its layout, shows it, and runs a message loop until it is
     /// closed. It stands where the author put a window last in this run, else in the middle. The
@@ -36,12 +38,17 @@ public:
     void OnFinalMessage() override {}
     bool HandleMessage(const platform::Event& event) override;
     void Close(int code = 0) override;
+    /// Runs the command of the clicked control.
+    void OnClick(toolkit::TNotifyUI& message) override;
+    /// Runs the command of a key.
+    bool MessageHandler(const platform::Event& event) override;
 
 protected:
     /// Shows the created window and runs its message loop. When the system ends the
     /// program meanwhile, the quit flag is set: every screen is left as by Exit then.
     void runLoop();
     [[nodiscard]] const WindowContext& context() const { return m_context; }
+    [[nodiscard]] CommandSet& commands() { return m_commands; }
 
     /// The control `name` as a T; null when it is missing or of another kind. Not owned.
     template <class T>
@@ -65,6 +72,7 @@ private:
     bool m_isScreen = false;
     /// Where the system let the window stand, as found with the first input; empty before.
     std::optional<platform::Point> m_firstPlace;
+    CommandSet m_commands;
 };
 
 /// One entry of a window's dispatch: which control's notification goes to which handler. Entries

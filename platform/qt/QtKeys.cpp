@@ -28,13 +28,19 @@ constexpr KeyPair kKeys[] = {
     {Qt::Key_Backspace, Key::backspace},
     {Qt::Key_Delete, Key::del},
     {Qt::Key_Insert, Key::insert},
-    {Qt::Key_F4, Key::f4},
-    {Qt::Key_A, Key::a},
-    {Qt::Key_C, Key::c},
-    {Qt::Key_V, Key::v},
-    {Qt::Key_X, Key::x},
-    {Qt::Key_Y, Key::y},
-    {Qt::Key_Z, Key::z},
+};
+
+/// Keys that both sides number in the same order.
+struct KeyRange {
+    Qt::Key qt;
+    Key first;
+    Key last;
+};
+
+constexpr KeyRange kRanges[] = {
+    {Qt::Key_F1, Key::f1, Key::f12},
+    {Qt::Key_0, Key::digit0, Key::digit9},
+    {Qt::Key_A, Key::a, Key::z},
 };
 
 } // namespace
@@ -45,6 +51,12 @@ Key keyFromQt(int qtKey) {
             return pair.ours;
         }
     }
+    for (const KeyRange& range : kRanges) {
+        const int ours = qtKey - range.qt + static_cast<int>(range.first);
+        if (qtKey >= range.qt && ours <= static_cast<int>(range.last)) {
+            return static_cast<Key>(ours);
+        }
+    }
     return Key::other;
 }
 
@@ -52,6 +64,11 @@ int keyToQt(Key key) {
     for (const KeyPair& pair : kKeys) {
         if (pair.ours == key) {
             return pair.qt;
+        }
+    }
+    for (const KeyRange& range : kRanges) {
+        if (key >= range.first && key <= range.last) {
+            return range.qt + static_cast<int>(key) - static_cast<int>(range.first);
         }
     }
     return Qt::Key_unknown;

@@ -21,29 +21,29 @@ struct KeyPair {
 };
 
 constexpr KeyPair kKeys[] = {
-    {VK_LEFT, Key::left},
-    {VK_RIGHT, Key::right},
-    {VK_UP, Key::up},
-    {VK_DOWN, Key::down},
-    {VK_HOME, Key::home},
-    {VK_END, Key::end},
-    {VK_PRIOR, Key::pageUp},
-    {VK_NEXT, Key::pageDown},
-    {VK_TAB, Key::tab},
-    {VK_RETURN, Key::enter},
-    {VK_ESCAPE, Key::escape},
-    {VK_SPACE, Key::space},
-    {VK_BACK, Key::backspace},
-    {VK_DELETE, Key::del},
-    {VK_INSERT, Key::insert},
-    {VK_F4, Key::f4},
-    {'A', Key::a},
-    {'C', Key::c},
-    {'V', Key::v},
-    {'X', Key::x},
-    {'Y', Key::y},
-    {'Z', Key::z},
+    {VK_LEFT, Key::left},      {VK_RIGHT, Key::right},   {VK_UP, Key::up},
+    {VK_DOWN, Key::down},      {VK_HOME, Key::home},     {VK_END, Key::end},
+    {VK_PRIOR, Key::pageUp},   {VK_NEXT, Key::pageDown}, {VK_TAB, Key::tab},
+    {VK_RETURN, Key::enter},   {VK_ESCAPE, Key::escape}, {VK_SPACE, Key::space},
+    {VK_BACK, Key::backspace}, {VK_DELETE, Key::del},    {VK_INSERT, Key::insert},
 };
+
+/// Keys that both sides number in the same order.
+struct KeyRange {
+    WPARAM native;
+    Key first;
+    Key last;
+};
+
+constexpr KeyRange kRanges[] = {
+    {VK_F1, Key::f1, Key::f12},
+    {'0', Key::digit0, Key::digit9},
+    {'A', Key::a, Key::z},
+};
+
+constexpr WPARAM distance(Key first, Key key) {
+    return static_cast<WPARAM>(key) - static_cast<WPARAM>(first);
+}
 
 constexpr LPARAM kHeldBefore = LPARAM{1} << 30;
 
@@ -87,6 +87,12 @@ Key keyFromNative(WPARAM virtualKey) {
             return pair.ours;
         }
     }
+    for (const KeyRange& range : kRanges) {
+        const WPARAM ours = virtualKey - range.native;
+        if (virtualKey >= range.native && ours <= distance(range.first, range.last)) {
+            return static_cast<Key>(static_cast<WPARAM>(range.first) + ours);
+        }
+    }
     return Key::other;
 }
 
@@ -94,6 +100,11 @@ WPARAM keyToNative(Key key) {
     for (const KeyPair& pair : kKeys) {
         if (pair.ours == key) {
             return pair.native;
+        }
+    }
+    for (const KeyRange& range : kRanges) {
+        if (key >= range.first && key <= range.last) {
+            return range.native + distance(range.first, key);
         }
     }
     return 0;

@@ -154,7 +154,7 @@ TEST_F(ZoneEditZones, AFailedSaveIsShownUntilTheNextGoodOne) {
         EXPECT_EQ(core::storedText(m_driver->textOf(u"LabelProblem")).substr(0, 30),
                   "Not saved: " + file + ": ");
         std::filesystem::remove(path);
-        m_driver->click(u"ButtonSave");
+        m_driver->press(platform::Key::s, {.control = true});
         EXPECT_FALSE(isVisible(u"LabelProblem"));
         EXPECT_TRUE(isVisible(u"LabelNote"));
         EXPECT_EQ(m_driver->textOf(u"LabelNote").substr(0, 9), u"Saved at ");

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <set>
+#include <span>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -19,6 +20,9 @@
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/window/WindowImplBase.h"
+#include "ui/commands/BranchEditorCommands.h"
+#include "ui/commands/ConfirmationCommands.h"
+#include "ui/commands/ZoneEditorCommands.h"
 
 namespace {
 
@@ -64,6 +68,7 @@ int changes(const Bitmap& before, const Bitmap& after, const Rect& rect,
 struct Layout {
     std::string name;
     std::string tabOrder; ///< names, as a reader goes
+    std::span<const ui::Command> commands{};
 };
 
 class SkinLook : public testing::TestWithParam<Layout> {
@@ -151,19 +156,56 @@ TEST_P(SkinLook, EveryStateOfAControlHasItsPicture) {
     }
 }
 
+/// The key that a tool tip names at its end; empty when it names none.
+std::u16string keyIn(std::u16string_view toolTip) {
+    std::u16string key;
+    if (toolTip.ends_with(u")")) {
+        for (const char16_t sign : toolTip.substr(toolTip.rfind(u'(') + 1)) {
+            key += sign == u' ' || sign == u')' ? u"" : std::u16string(1, sign);
+        }
+    }
+    return key;
+}
+
+TEST_P(SkinLook, ButtonsSayWhatTheirCommandsSay) {
+    std::set<std::u16string> seen;
+    for (const ui::Command& command : GetParam().commands) {
+        SCOPED_TRACE(std::string(command.id));
+        EXPECT_FALSE(command.text.empty());
+        EXPECT_TRUE(seen.insert(core::displayText(std::string(command.id))).second);
+        for (const ui::KeyChord& chord : command.keys) {
+            const std::u16string key = ui::keyText(chord);
+            EXPECT_TRUE(key.empty() || seen.insert(key).second) << core::storedText(key);
+        }
+        const std::u16string named = keyIn(command.toolTip);
+        EXPECT_TRUE(named.empty() || named == ui::keyText(command.keys[0]));
+        if (!command.control.empty()) {
+            EXPECT_EQ(m_driver.get(command.control).GetToolTip(), command.toolTip);
+            seen.insert(std::u16string(command.control));
+        }
+    }
+    for (const toolkit::CControlUI* control : m_controls) {
+        const bool needs = !GetParam().commands.empty() && control->GetClass() == u"Button";
+        EXPECT_TRUE(!needs || seen.contains(control->GetName()))
+            << core::storedText(control->GetName()) << " runs no command";
+    }
+}
+
 const std::string kZoneEditOrder =
     "ButtonSave ButtonClose OptionMovePoint OptionAddPoint OptionAddMultiPoint OptionDeletePoint "
     "ComboZone ButtonAddZone ButtonRemoveZone EditZone OptionToggleActive OptionProgressChanges "
     "ButtonPrevious10 ButtonPrevious EditCurrentFrame ButtonNext ButtonNext10";
 const Layout kLayouts[] = {
-    {"Confirmation", "ButtonYes ButtonNo"},
+    {"Confirmation", "ButtonYes ButtonNo", ui::kConfirmationCommands},
     {"OpenScene", "SceneList ButtonNewScene ButtonLoadScene ButtonExit"},
     {"NewScene", "EditSceneName ButtonCreate ButtonBack"},
-    {"BranchList", "ButtonSave ButtonExit ComboBranchName ButtonAddBranch EditBranchName "
-                   "CheckFirst ComboVideoName ButtonAddVideo ButtonEditZones ButtonAddAction "
-                   "ButtonRemoveAction BranchList"},
-    {"ZoneEdit", kZoneEditOrder},
-    {"ZoneEditSmall", kZoneEditOrder},
+    {"BranchList",
+     "ButtonSave ButtonExit ComboBranchName ButtonAddBranch EditBranchName "
+     "CheckFirst ComboVideoName ButtonAddVideo ButtonEditZones ButtonAddAction "
+     "ButtonRemoveAction BranchList",
+     ui::kBranchEditorCommands},
+    {"ZoneEdit", kZoneEditOrder, ui::kZoneEditorCommands},
+    {"ZoneEditSmall", kZoneEditOrder, ui::kZoneEditorCommands},
 };
 INSTANTIATE_TEST_SUITE_P(Layouts, SkinLook, testing::ValuesIn(kLayouts),
                          [](const auto& layout) { return layout.param.name; });

@@ -155,11 +155,13 @@ TEST_F(BranchEditor, AFailedSaveIsShownUntilTheNextGoodOne) {
     show();
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"), shown) << "another window still tells";
     std::filesystem::remove("Scenes/Fire/Scene.xml");
-    m_driver->click(u"ButtonSave");
+    m_driver->retype(u"EditBranchName", u"Smoke");
+    m_driver->press(Key::s, {.control = true}); // takes the name on its way
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"Saved at 03:07:41 PM. " + usual);
+    EXPECT_NE(support::readBytes("Scenes/Fire/Scene.xml").find("Smoke"), std::string::npos);
     EXPECT_FALSE(isVisible(u"LabelProblem"));
     EXPECT_TRUE(isVisible(u"LabelStatus"));
-    m_driver->enter(u"EditBranchName", u"Alarm"); // no change
+    m_driver->enter(u"EditBranchName", u"Smoke"); // no change
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"Saved at 03:07:41 PM. " + usual);
     m_driver->enter(u"EditBranchName", u"a<b");
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"),

@@ -156,6 +156,8 @@ TEST_F(BranchVideos, NothingElseCanBeDoneWhileAVideoIsCopied) {
           u"EditBranchName", u"CheckFirst", u"BranchList"}) {
         EXPECT_FALSE(isEnabled(name)) << core::storedText(name);
     }
+    m_driver->press(platform::Key::s, {.control = true});
+    EXPECT_FALSE(std::filesystem::exists("Scenes/Fire/Scene.xml"));
     EXPECT_EQ(m_driver->textOf(u"LabelStatus").substr(0, 22), u"Copying a.ogv (1 of 2)");
     m_gate.release();
     waitForCopies();

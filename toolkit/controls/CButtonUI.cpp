@@ -129,6 +129,10 @@ bool CButtonUI::onKey(const TEventUI& event) {
     return true;
 }
 
+bool CButtonUI::claimsKey(const platform::Event& event) const {
+    return event.key == platform::Key::space || event.key == platform::Key::enter;
+}
+
 bool CButtonUI::DoEvent(const TEventUI& event) {
     switch (event.Type) {
     case EventType::keyDown:

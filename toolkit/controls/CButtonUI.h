@@ -21,6 +21,7 @@ public:
     bool DoEvent(const TEventUI& event) override;
     [[nodiscard]] Size EstimateSize(Size available) const override;
     [[nodiscard]] bool isFocusable() const override { return true; }
+    [[nodiscard]] bool claimsKey(const platform::Event& event) const override;
     void forgetInput() override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     void accessiblePress() override { Activate(); }

@@ -68,6 +68,8 @@ public:
     bool DoEvent(const TEventUI& event) override;
     [[nodiscard]] Size EstimateSize(Size available) const override;
     [[nodiscard]] bool isFocusable() const override { return true; }
+    /// The keys of the closed list; an open one gets all keys.
+    [[nodiscard]] bool claimsKey(const platform::Event& event) const override;
     [[nodiscard]] std::u16string toolTipAt(Point point) const override;
     /// The items stand in the drop list, not in the window.
     [[nodiscard]] int childCount() const override { return 0; }

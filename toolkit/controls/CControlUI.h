@@ -114,6 +114,9 @@ public:
     /// True for a kind that types: it shows the focus ring always and loses the keyboard to any
     /// press elsewhere.
     [[nodiscard]] virtual bool takesText() const { return false; }
+    /// Whether a key is its own while it has the keyboard. All others may be the window's
+    /// shortcuts.
+    [[nodiscard]] virtual bool claimsKey(const platform::Event& /*event*/) const { return false; }
     /// The pointer's picture over it.
     [[nodiscard]] virtual platform::PointerShape pointerShape() const {
         return platform::PointerShape::arrow;

@@ -49,6 +49,7 @@ void* CEditUI::GetInterface(std::u16string_view name) {
 
 void CEditUI::SetText(std::u16string_view text) {
     m_model.setText(text);
+    m_takenText = m_model.text();
     m_preedit.clear();
     m_scroll = 0;
     caretMoved();

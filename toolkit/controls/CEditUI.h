@@ -32,6 +32,9 @@ public:
     void forgetInput() override;
     [[nodiscard]] bool isFocusable() const override { return true; }
     [[nodiscard]] bool takesText() const override { return true; }
+    /// Everything that types, moves the caret or edits. Undo is its own only while something typed
+    /// has not been taken by leaving the field.
+    [[nodiscard]] bool claimsKey(const platform::Event& event) const override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     [[nodiscard]] std::u16string accessibleName() const override;
     [[nodiscard]] std::u16string accessibleValue() const override { return GetText(); }
@@ -65,6 +68,7 @@ private:
     [[nodiscard]] Rect caretRect() const;
 
     EditModel m_model;
+    std::u16string m_takenText; ///< what the program set, or saw when the field was left last
     std::u16string m_preedit;
     std::u16string m_normalImage;
     std::u16string m_hotImage;

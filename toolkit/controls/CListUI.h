@@ -41,6 +41,7 @@ public:
 
     bool SetAttribute(std::u16string_view name, std::u16string_view value) override;
     bool DoEvent(const TEventUI& event) override;
+    [[nodiscard]] bool claimsKey(const platform::Event& event) const override;
     [[nodiscard]] bool isFocusable() const override { return true; }
     void reveal(CControlUI& descendant) override;
     [[nodiscard]] int childCount() const override;

@@ -53,6 +53,13 @@ int CComboUI::nextEnabled(int from, int step, int otherwise) const {
     return otherwise;
 }
 
+bool CComboUI::claimsKey(const platform::Event& event) const {
+    const Key key = event.key;
+    const bool types = key == Key::other || key == Key::space || key >= Key::digit0;
+    const bool picks = key == Key::up || key == Key::down || key == Key::home || key == Key::end;
+    return !event.modifiers.control && (types || picks || key == Key::f4);
+}
+
 bool CComboUI::onKey(const TEventUI& event) {
     const platform::Modifiers& modifiers = event.native.modifiers;
     const Key key = event.native.key;

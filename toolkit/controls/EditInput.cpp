@@ -31,6 +31,7 @@ bool CEditUI::DoEvent(const TEventUI& event) {
         m_dragging = false;
         m_scroll = 0;
         Invalidate();
+        m_takenText = m_model.text();
         notify(kKillFocus);
         return true;
     default:
@@ -105,6 +106,38 @@ bool CEditUI::onKey(const platform::Event& event) {
     }
     caretMoved();
     return true;
+}
+
+bool CEditUI::claimsKey(const platform::Event& event) const {
+    // Control with Alt is AltGr, which types.
+    const bool control = event.modifiers.control && !event.modifiers.alt;
+    const bool taken = m_model.text() == m_takenText;
+    switch (event.key) {
+    case Key::enter:
+    case Key::escape:
+    case Key::tab:
+    case Key::pageUp:
+    case Key::pageDown:
+        return false;
+    case Key::left:
+    case Key::right:
+    case Key::home:
+    case Key::end:
+    case Key::backspace:
+    case Key::del:
+    case Key::insert:
+    case Key::a:
+    case Key::c:
+    case Key::v:
+    case Key::x:
+        return true;
+    case Key::y:
+        return !control || !taken || m_model.canRedo();
+    case Key::z:
+        return !control || !taken || (event.modifiers.shift && m_model.canRedo());
+    default:
+        return !control && !platform::isFunctionKey(event.key);
+    }
 }
 
 bool CEditUI::onEditingKey(const platform::Event& event) {

@@ -1,4 +1,7 @@
 // Wheel and keys of a list.
+#include <algorithm>
+#include <iterator>
+
 #include "toolkit/controls/CListUI.h"
 
 namespace toolkit {
@@ -42,6 +45,13 @@ int CListUI::enabledRow(int index, int step) const {
         }
     }
     return m_current;
+}
+
+bool CListUI::claimsKey(const platform::Event& event) const {
+    using platform::Key;
+    const Key own[] = {Key::up, Key::down, Key::home, Key::end, Key::pageUp, Key::pageDown};
+    return !event.modifiers.control &&
+           std::find(std::begin(own), std::end(own), event.key) != std::end(own);
 }
 
 bool CListUI::onKey(const TEventUI& event) {

@@ -64,6 +64,19 @@ void FocusKeeper::set(CControlUI* control, bool reveals) {
     endTextInput();
 }
 
+void FocusKeeper::takeText() {
+    const CPaintManagerUI::Busy busy(
+        &m_manager); // the field may be removed, and is looked at after
+    CControlUI* field = m_focused;
+    if (field == nullptr || !field->takesText()) {
+        return;
+    }
+    set(nullptr);
+    if (m_focused == nullptr && field->GetManager() == &m_manager) {
+        set(field, false);
+    }
+}
+
 void FocusKeeper::drop() {
     invalidateRing();
     m_origin = m_focused;

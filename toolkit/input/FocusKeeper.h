@@ -23,6 +23,9 @@ public:
     /// For a press on `hit` (null: on none): the nearest control around it that uses keys takes the
     /// keyboard; without one, an edit still loses it.
     void press(CControlUI* hit);
+    /// A focused text field hands over what was typed as if it were left, and goes on typing unless
+    /// its window's handler gave the keyboard to another or removed it.
+    void takeText();
     /// Nobody has the keyboard any more, and nobody is told but the window's input method.
     void drop();
     /// Drops a control that leaves the window, silently.

@@ -47,6 +47,7 @@ public:
     bool eraseSelection();
     bool undo();
     bool redo();
+    [[nodiscard]] bool canRedo() const { return !m_redo.empty(); }
 
 private:
     struct Step {

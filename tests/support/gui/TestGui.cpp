@@ -30,10 +30,16 @@ public:
     testing::AddGlobalTestEnvironment(std::make_unique<GuiEnd>().release());
 
 Key keyOf(char16_t c) {
-    constexpr std::u16string_view kTyped = u" acvxyz";
-    constexpr Key kKeys[] = {Key::space, Key::a, Key::c, Key::v, Key::x, Key::y, Key::z};
-    const std::size_t at = kTyped.find(c);
-    return at < kTyped.size() ? kKeys[at] : Key::other;
+    const auto from = [c](Key first, char16_t base) {
+        return static_cast<Key>(static_cast<int>(first) + c - base);
+    };
+    if (c >= u'a' && c <= u'z') {
+        return from(Key::a, u'a');
+    }
+    if (c >= u'0' && c <= u'9') {
+        return from(Key::digit0, u'0');
+    }
+    return c == u' ' ? Key::space : Key::other;
 }
 
 } // namespace

@@ -1,0 +1,35 @@
+// The commands of the branch editor.
+#pragma once
+
+#include "ui/commands/CommonCommands.h"
+
+namespace ui {
+
+namespace command {
+inline constexpr std::string_view kExit = "exit";
+inline constexpr std::string_view kAddBranch = "addBranch";
+inline constexpr std::string_view kAddVideo = "addVideo";
+inline constexpr std::string_view kEditZones = "editZones";
+inline constexpr std::string_view kAddAction = "addAction";
+inline constexpr std::string_view kRemoveAction = "removeAction";
+} // namespace command
+
+inline constexpr std::u16string_view kBranchEditor = u"Branch editor";
+
+inline constexpr Command kBranchEditorCommands[] = {
+    {command::kSave, kEverywhere, u"Save", u"ButtonSave", u"Save the scene", {kCtrlS}},
+    {command::kExit, kEverywhere, u"Exit", u"ButtonExit", u"Leave Quorvel"},
+    {command::kStop, kEverywhere, kStopText, {}, {}, {kEsc}},
+    {command::kAddBranch, kBranchEditor, u"Add Branch", u"ButtonAddBranch",
+     u"Add a branch to the scene"},
+    {command::kAddVideo, kBranchEditor, u"Add Video…", u"ButtonAddVideo",
+     u"Copy Theora videos into the scene"},
+    {command::kEditZones, kBranchEditor, u"Edit Zones", u"ButtonEditZones",
+     u"Draw the zones of this video"},
+    {command::kAddAction, kBranchEditor, u"Add Action", u"ButtonAddAction",
+     u"Add an action to this branch"},
+    {command::kRemoveAction, kBranchEditor, u"Remove Action", u"ButtonRemoveAction",
+     u"Remove the chosen action"},
+};
+
+} // namespace ui

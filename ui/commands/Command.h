@@ -1,0 +1,35 @@
+// What a command of an editor is, apart from what runs it: buttons, keys, menus and the list of
+// keys all refer to an entry of one table for each editor.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "platform/Event.h"
+
+namespace ui {
+
+struct KeyChord {
+    platform::Key key = platform::Key::other; ///< other: no key
+    platform::Modifiers modifiers;
+    bool operator==(const KeyChord&) const = default;
+};
+
+/// As people read it: "Ctrl+Shift+Z", "Esc", "Left". Empty for no key.
+[[nodiscard]] std::u16string keyText(const KeyChord& chord);
+
+struct Command {
+    /// Unique in its table; also the name under which a key can be set.
+    std::string_view id;
+    std::u16string_view group{};   ///< its heading in the list of keys
+    std::u16string_view text{};    ///< in menus and in the list of keys
+    std::u16string_view control{}; ///< the button that runs it; empty: none
+    std::u16string_view toolTip{}; ///< of that button, with the first key where it names one
+    std::array<KeyChord, 2> keys{};
+    bool repeats = false; ///< runs again and again while its key is held
+    /// Control and Alt held besides its key make no difference, unless a command asks for them.
+    bool anyModifiers = false;
+};
+
+} // namespace ui

@@ -1,0 +1,133 @@
+#include "ui/commands/CommandSet.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "toolkit/controls/CButtonUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
+
+namespace ui {
+
+namespace {
+
+bool has(const Command& command, const KeyChord& chord) {
+    return std::find(command.keys.begin(), command.keys.end(), chord) != command.keys.end();
+}
+
+/// Keys that act wherever the focus is.
+bool actsEverywhere(const platform::Event& event) {
+    return event.modifiers.control || platform::isFunctionKey(event.key);
+}
+
+} // namespace
+
+void CommandSet::bind(std::string_view id, std::function<void()> run,
+                      std::function<bool()> enabled) {
+    m_bindings[id] = {std::move(run), std::move(enabled)};
+}
+
+const Command* CommandSet::find(std::string_view id) const {
+    const auto found = std::find_if(m_table.begin(), m_table.end(),
+                                    [&](const Command& command) { return command.id == id; });
+    return found != m_table.end() ? &*found : nullptr;
+}
+
+const Command* CommandSet::commandOf(const platform::Event& event) const {
+    KeyChord chord{event.key, event.modifiers};
+    if (chord.key == platform::Key::other) {
+        return nullptr;
+    }
+    for (const Command& command : m_table) {
+        if (has(command, chord)) {
+            return &command;
+        }
+    }
+    chord.modifiers.control = chord.modifiers.alt = false;
+    for (const Command& command : m_table) {
+        if (command.anyModifiers && has(command, chord)) {
+            return &command;
+        }
+    }
+    return nullptr;
+}
+
+toolkit::CControlUI* CommandSet::controlOf(const Command& command) const {
+    return m_manager.FindControl(command.control);
+}
+
+bool CommandSet::mayRun(const Command& command) const {
+    const auto binding = m_bindings.find(command.id);
+    if (binding == m_bindings.end() || (binding->second.enabled && !binding->second.enabled())) {
+        return false;
+    }
+    const toolkit::CControlUI* control = controlOf(command);
+    return control == nullptr || (control->IsEnabled() && control->IsVisible());
+}
+
+bool CommandSet::isEnabled(std::string_view id) const {
+    const Command* command = find(id);
+    return command != nullptr && mayRun(*command);
+}
+
+bool CommandSet::run(std::string_view id) {
+    const Command* command = find(id);
+    return command != nullptr && run(*command);
+}
+
+bool CommandSet::run(const Command& command) {
+    if (!mayRun(command)) {
+        return false;
+    }
+    if (auto* button = toolkit::controlCast<toolkit::CButtonUI>(controlOf(command))) {
+        button->Activate();
+    } else {
+        m_bindings.at(command.id).run();
+    }
+    return true;
+}
+
+bool CommandSet::runOf(std::u16string_view control) {
+    for (const Command& command : m_table) {
+        const auto binding = m_bindings.find(command.id);
+        if (command.control == control && !control.empty() && binding != m_bindings.end()) {
+            binding->second.run();
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CommandSet::handleKey(const platform::Event& event) {
+    const toolkit::CControlUI* focus = m_manager.GetFocus();
+    if (event.kind != platform::EventKind::keyDown ||
+        (focus != nullptr && focus->claimsKey(event))) {
+        return false;
+    }
+    const Command* command = commandOf(event);
+    if (command == nullptr || !m_bindings.contains(command->id)) {
+        return false;
+    }
+    if (event.repeat && !command->repeats) {
+        return true;
+    }
+    if (!actsEverywhere(event)) {
+        return run(*command);
+    }
+    m_manager.focusKeeper().takeText();
+    if (m_manager.takesInput()) {
+        run(*command);
+    }
+    return true;
+}
+
+void CommandSet::showEnabled() {
+    for (const auto& [id, binding] : m_bindings) {
+        const Command* command = find(id);
+        toolkit::CControlUI* control = command != nullptr ? controlOf(*command) : nullptr;
+        if (control != nullptr && binding.enabled) {
+            control->SetEnabled(binding.enabled());
+        }
+    }
+}
+
+} // namespace ui

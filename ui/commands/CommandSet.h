@@ -1,0 +1,84 @@
+// The commands of one window: its table, what runs each of them, and the way from a button or a
+// key to that. UI thread only.
+//
+//   static constexpr ui::CommandHandler<Window> kHandlers[] = {{command::kSave, &Window::save},
+//   ...}; m_commands.bindAll(*this, kHandlers);
+//
+// Which keys reach a command: those that the focused control does not claim for itself
+// (CControlUI::claimsKey). Before a command of a function key or of Control runs, a focused text
+// field hands over what was typed, as if it were left.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <span>
+#include <string_view>
+
+#include "ui/commands/Command.h"
+
+namespace toolkit {
+class CControlUI;
+class CPaintManagerUI;
+} // namespace toolkit
+
+namespace ui {
+
+/// One entry of a window's handlers: what runs a command, and when it can run (null: always).
+template <class Window>
+struct CommandHandler {
+    std::string_view id;
+    void (Window::*run)();
+    bool (Window::*enabled)() const = nullptr;
+};
+
+class CommandSet {
+public:
+    /// Both outlive the set; `table` is one of the constants.
+    CommandSet(toolkit::CPaintManagerUI& manager, std::span<const Command> table)
+        : m_manager(manager), m_table(table) {}
+
+    /// What runs a command of the table. Commands without a handler do nothing.
+    void bind(std::string_view id, std::function<void()> run, std::function<bool()> enabled = {});
+    template <class Window, class Table>
+    void bindAll(Window& window, const Table& handlers) {
+        for (const CommandHandler<Window>& entry : handlers) {
+            std::function<bool()> enabled;
+            if (entry.enabled != nullptr) {
+                enabled = [&window, test = entry.enabled] { return (window.*test)(); };
+            }
+            bind(
+                entry.id, [&window, run = entry.run] { (window.*run)(); }, std::move(enabled));
+        }
+    }
+
+    /// Whether it would do something now: it has a handler, its condition holds, and its button, if
+    /// the window has that, can be pressed.
+    [[nodiscard]] bool isEnabled(std::string_view id) const;
+    /// As a key or a menu does: by a press of its button where the window has that. False when the
+    /// command is not enabled.
+    bool run(std::string_view id);
+    /// For the notification that a control was clicked. False when no command has that control.
+    bool runOf(std::u16string_view control);
+    /// For a window's message filter. True when the key was a command's, run or not.
+    bool handleKey(const platform::Event& event);
+    /// Enables the buttons of all commands with a condition by it.
+    void showEnabled();
+
+private:
+    struct Binding {
+        std::function<void()> run;
+        std::function<bool()> enabled;
+    };
+
+    [[nodiscard]] const Command* find(std::string_view id) const;
+    [[nodiscard]] const Command* commandOf(const platform::Event& event) const;
+    [[nodiscard]] bool mayRun(const Command& command) const;
+    [[nodiscard]] toolkit::CControlUI* controlOf(const Command& command) const;
+    bool run(const Command& command);
+
+    toolkit::CPaintManagerUI& m_manager;
+    std::span<const Command> m_table;
+    std::map<std::string_view, Binding> m_bindings;
+};
+
+} // namespace ui

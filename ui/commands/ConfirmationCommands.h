@@ -1,0 +1,18 @@
+// The commands of the confirmation dialog.
+#pragma once
+
+#include "ui/commands/CommonCommands.h"
+
+namespace ui {
+
+namespace command {
+inline constexpr std::string_view kYes = "yes";
+inline constexpr std::string_view kNo = "no";
+} // namespace command
+
+inline constexpr Command kConfirmationCommands[] = {
+    {command::kYes, kEverywhere, u"Yes", u"ButtonYes", u"Go ahead"},
+    {command::kNo, kEverywhere, u"No", u"ButtonNo", u"Leave everything as it is (Esc)", {kEsc}},
+};
+
+} // namespace ui

@@ -1,0 +1,66 @@
+// The commands of the zone editor.
+#pragma once
+
+#include "ui/commands/CommonCommands.h"
+
+namespace ui {
+
+namespace command {
+inline constexpr std::string_view kClose = "close";
+inline constexpr std::string_view kBack = "back";
+inline constexpr std::string_view kBackTen = "backTen";
+inline constexpr std::string_view kForward = "forward";
+inline constexpr std::string_view kForwardTen = "forwardTen";
+inline constexpr std::string_view kAddZone = "addZone";
+inline constexpr std::string_view kRemoveZone = "removeZone";
+} // namespace command
+
+inline constexpr std::u16string_view kFrames = u"Zone Edit: frames";
+inline constexpr std::u16string_view kZones = u"Zone Edit: zones";
+
+inline constexpr Command kZoneEditorCommands[] = {
+    {command::kSave,
+     kEverywhere,
+     u"Save",
+     u"ButtonSave",
+     u"Save the zones of this video",
+     {kCtrlS}},
+    {command::kStop, kEverywhere, kStopText, {}, {}, {kEsc}},
+    {command::kClose, kEverywhere, u"Close", u"ButtonClose", u"Back to the branch editor"},
+    {.id = command::kBack,
+     .group = kFrames,
+     .text = u"Back 1 frame",
+     .control = u"ButtonPrevious",
+     .toolTip = u"Back 1 frame (Left)",
+     .keys = {{{platform::Key::left, {}}}},
+     .repeats = true,
+     .anyModifiers = true},
+    {.id = command::kForward,
+     .group = kFrames,
+     .text = u"Forward 1 frame",
+     .control = u"ButtonNext",
+     .toolTip = u"Forward 1 frame (Right)",
+     .keys = {{{platform::Key::right, {}}}},
+     .repeats = true,
+     .anyModifiers = true},
+    {.id = command::kBackTen,
+     .group = kFrames,
+     .text = u"Back 10 frames",
+     .control = u"ButtonPrevious10",
+     .toolTip = u"Back 10 frames (Shift + Left)",
+     .keys = {{{platform::Key::left, {.shift = true}}}},
+     .repeats = true,
+     .anyModifiers = true},
+    {.id = command::kForwardTen,
+     .group = kFrames,
+     .text = u"Forward 10 frames",
+     .control = u"ButtonNext10",
+     .toolTip = u"Forward 10 frames (Shift + Right)",
+     .keys = {{{platform::Key::right, {.shift = true}}}},
+     .repeats = true,
+     .anyModifiers = true},
+    {command::kAddZone, kZones, u"Add Zone", u"ButtonAddZone", u"Add a zone"},
+    {command::kRemoveZone, kZones, u"Remove Zone", u"ButtonRemoveZone", u"Remove this zone"},
+};
+
+} // namespace ui
