@@ -23,4 +23,11 @@ void ZonesLayer::paint(platform::Canvas& canvas, const video::PictureView& view,
     editing.noteShown(*zone, frame);
 }
 
+platform::Rect ZonesLayer::area(const video::PictureView& view, int frame) const {
+    const std::shared_ptr<const zone::Zone> zone = m_zones->zone(m_context->currentZone);
+    const auto points = zone ? zone->points(frame) : std::nullopt;
+    const auto place = [&view](platform::Point point) { return view.toWindow(point); };
+    return points ? zone::drawnArea(*points, place) : platform::Rect{};
+}
+
 } // namespace zoneedit

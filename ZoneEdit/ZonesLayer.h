@@ -20,6 +20,7 @@ public:
 
     /// Notes in the context where the frame's centre handle is shown.
     void paint(platform::Canvas& canvas, const video::PictureView& view, int frame) override;
+    [[nodiscard]] platform::Rect area(const video::PictureView& view, int frame) const override;
 
 private:
     std::shared_ptr<const zone::ZoneManager> m_zones;

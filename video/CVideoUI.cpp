@@ -146,13 +146,18 @@ void CVideoUI::GoToFrame(int frame) {
 }
 
 void CVideoUI::AddLayer(std::shared_ptr<Layer> layer) {
-    m_layers.push_back(std::move(layer));
+    m_layers.push_back({std::move(layer), {}});
     Invalidate();
 }
 
-void CVideoUI::InvalidatePicture(const Rect& display) {
-    if (GetManager() != nullptr) {
-        GetManager()->Invalidate(view().toWindow(display).intersected(GetPos()));
+void CVideoUI::InvalidateLayers() {
+    if (GetManager() == nullptr) {
+        return;
+    }
+    for (const ShownLayer& entry : m_layers) {
+        for (const Rect& area : {entry.shown, entry.layer->area(view(), frame())}) {
+            GetManager()->Invalidate(area.intersected(GetPos()));
+        }
     }
 }
 
@@ -222,15 +227,25 @@ void CVideoUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
     if (paint.isEmpty()) {
         return;
     }
-    if (m_video) {
-        m_video->RenderFrame(m_backBuffer.get());
-        if (m_backBuffer) {
-            canvas.drawFrame(*m_backBuffer, paint);
-        }
+    paintPicture(canvas, paint);
+    const PictureView paintView{paint.topLeft()};
+    for (ShownLayer& entry : m_layers) {
+        entry.shown = entry.layer->area(paintView, frame());
+        entry.layer->paint(canvas, paintView, frame());
     }
-    const int frame = m_video ? m_video->currentFrame : 0;
-    for (const std::shared_ptr<Layer>& layer : m_layers) {
-        layer->paint(canvas, {paint.topLeft()}, frame);
+}
+
+void CVideoUI::paintPicture(platform::Canvas& canvas, const Rect& target) {
+    if (!m_video) {
+        return;
+    }
+    const bool isNew = m_video->RenderFrame(m_backBuffer.get());
+    if (m_backBuffer) {
+        canvas.drawFrame(*m_backBuffer, target);
+    }
+    // A new picture came while a part was painted: the other parts have to follow.
+    if (isNew && canvas.clip().intersected(target) != target) {
+        Invalidate();
     }
 }
 

@@ -41,10 +41,10 @@ public:
 
     /// Draws `layer` over the picture and over the layers added before.
     void AddLayer(std::shared_ptr<Layer> layer);
-    /// How the picture lies in the window at present.
+    /// How the picture lies in the window.
     [[nodiscard]] PictureView view() const { return {GetPos().topLeft()}; }
-    /// Repaints what lies inside a rectangle of display pixels.
-    void InvalidatePicture(const Rect& display);
+    /// Repaints where the layers drew last and where they would draw now.
+    void InvalidateLayers();
 
     [[nodiscard]] std::u16string GetClass() const override { return u"Video"; }
     [[nodiscard]] void* GetInterface(std::u16string_view name) override;
@@ -79,13 +79,19 @@ private:
     void startTimer(int intervalMs);
     void listenForFrames();
     void onFrameReady();
+    [[nodiscard]] int frame() const { return m_video ? m_video->currentFrame : 0; }
+    void paintPicture(platform::Canvas& canvas, const Rect& target);
     void stepBack(int count);
     void stepForward(int count);
 
     platform::EventLoop& m_loop;
     std::shared_ptr<Video> m_video;
     std::shared_ptr<FrameListener> m_listener;
-    std::vector<std::shared_ptr<Layer>> m_layers;
+    struct ShownLayer {
+        std::shared_ptr<Layer> layer;
+        Rect shown; ///< where it may have drawn
+    };
+    std::vector<ShownLayer> m_layers;
     std::unique_ptr<platform::FrameBuffer> m_backBuffer;
     bool m_ready = false;
     int m_quietTicks = 0; ///< since the last new picture or request for one

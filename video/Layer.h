@@ -14,6 +14,8 @@ public:
     /// `frame` is the number of the current frame: 0 without a video, -1 for one without frames.
     /// The canvas is clipped to what needs painting.
     virtual void paint(platform::Canvas& canvas, const PictureView& view, int frame) = 0;
+    /// The window pixels that paint() may draw on; empty when it draws nothing.
+    [[nodiscard]] virtual platform::Rect area(const PictureView& view, int frame) const = 0;
 };
 
 } // namespace video

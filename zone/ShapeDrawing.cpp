@@ -20,6 +20,8 @@ constexpr Color kHandleFill = platform::rgb(255, 255, 255);
 constexpr Color kSelectedFill = platform::rgb(255, 255, 0);
 constexpr Color kNumberColor = platform::rgb(0, 0, 0);
 constexpr int kHandleSize = 2 * kHandleReach;
+/// From a handle's middle to the end of the longest number, with room to spare.
+constexpr int kDrawnReach = 40;
 
 Color segmentColor(bool highlighted, bool active) {
     const unsigned strength = active ? 255 : 192;
@@ -69,6 +71,23 @@ void drawShape(platform::Canvas& canvas, std::span<const Point> points, bool act
         drawHandle(canvas, painted[i], static_cast<int>(i) == selectedIndex);
         drawNumber(canvas, painted[i], i + 1, font);
     }
+}
+
+Rect drawnArea(std::span<const Point> points, const Placement& place) {
+    if (points.empty()) {
+        return {};
+    }
+    const Point center = place(shapeCenter(points));
+    Rect area{center.x, center.y, center.x, center.y};
+    const auto include = [&](const Point& point) {
+        const Point at = place(point);
+        area = {std::min(area.left, at.x), std::min(area.top, at.y), std::max(area.right, at.x),
+                std::max(area.bottom, at.y)};
+    };
+    include(points.back());
+    std::for_each_n(points.begin(), std::min(points.size(), kMaxPaintedPoints), include);
+    return {area.left - kDrawnReach, area.top - kDrawnReach, area.right + kDrawnReach,
+            area.bottom + kDrawnReach};
 }
 
 } // namespace zone

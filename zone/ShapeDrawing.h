@@ -30,4 +30,8 @@ using Placement = std::function<platform::Point(platform::Point)>;
 void drawShape(platform::Canvas& canvas, std::span<const platform::Point> points, bool active,
                const Placement& place, int selectedIndex, NumberFont font);
 
+/// All window pixels that drawShape may change.
+[[nodiscard]] platform::Rect drawnArea(std::span<const platform::Point> points,
+                                       const Placement& place);
+
 } // namespace zone

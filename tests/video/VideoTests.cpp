@@ -77,14 +77,18 @@ public:
     video::CVideoUI* control = nullptr;
 };
 
-/// Marks the display pixel (frame, 5).
+/// Marks the display pixel (frame, 5), or the one that it is moved to.
 class Dot final : public video::Layer {
 public:
     explicit Dot(platform::Color color = platform::rgb(250, 0, 0)) : m_color(color) {}
     void paint(platform::Canvas& canvas, const video::PictureView& view, int frame) override {
-        const platform::Point at = view.toWindow(platform::Point{frame, 5});
-        canvas.fillRect(Rect::at(at.x, at.y, 1, 1), m_color);
+        canvas.fillRect(area(view, frame), m_color);
     }
+    [[nodiscard]] Rect area(const video::PictureView& view, int frame) const override {
+        return view.toWindow(Rect{frame, row, frame + 1, row + 1});
+    }
+
+    int row = 5;
 
 private:
     platform::Color m_color;
@@ -100,10 +104,10 @@ protected:
 
     video::CVideoUI& control() { return *m_window->control; }
     /// What the window shows once the control has painted the part `dirty`.
-    platform::Bitmap painted(const Rect& dirty) {
+    platform::Bitmap painted(const Rect& dirty, const Rect& clip = {0, 0, 200, 150}) {
         platform::Bitmap picture({200, 150});
         test::NoText noText;
-        platform::raster::RasterCanvas canvas(picture, noText, Rect{0, 0, 200, 150});
+        platform::raster::RasterCanvas canvas(picture, noText, clip);
         control().DoPaint(canvas, dirty);
         return picture;
     }
@@ -233,8 +237,22 @@ TEST_F(VideoControl, ATickOrAChangeRepaintsNoMoreThanWhatIsNew) {
     }
     EXPECT_EQ(tick(), std::vector<Rect>{kPlace});
     EXPECT_EQ(native.timerMs(), 33) << "more may follow";
-    control().InvalidatePicture({-5, 2, 9, 7});
-    EXPECT_EQ(native.takeDirty(), (std::vector<Rect>{{kPlace.left, 12, kPlace.left + 9, 17}}));
+    const auto dot = std::make_shared<Dot>();
+    control().AddLayer(dot);
+    (void)painted(kPlace);
+    (void)native.takeDirty();
+    dot->row = 700;
+    control().InvalidateLayers();
+    EXPECT_EQ(native.takeDirty(), (std::vector<Rect>{Rect::at(29, 15, 1, 1)}))
+        << "where it was; outside of the picture there is nothing to repaint";
+    dot->row = 6;
+    control().InvalidateLayers();
+    EXPECT_EQ(native.takeDirty(),
+              (std::vector<Rect>{Rect::at(29, 15, 1, 1), Rect::at(29, 16, 1, 1)}));
+    goTo(3);
+    (void)native.takeDirty();
+    (void)painted(kPlace, Rect::at(29, 15, 1, 1));
+    EXPECT_EQ(native.takeDirty(), std::vector<Rect>{kPlace}) << "it took a new picture";
 }
 
 TEST_F(VideoControl, AFrameRepaintsTheWindowAtOnceAndFindsNobodyOnceTheControlIsGone) {

@@ -1,6 +1,7 @@
 // A canvas that draws nothing and notes every line, ellipse and text, in order.
 #pragma once
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -34,6 +35,7 @@ public:
     }
 
     std::vector<std::string> calls;
+    platform::Rect drawn; ///< around all of it
 
 private:
     void note(const std::string& what, std::initializer_list<int> numbers, platform::Color color) {
@@ -42,6 +44,10 @@ private:
         for (const int number : numbers) {
             text << ' ' << number;
         }
+        const int* at = numbers.begin();
+        const platform::Rect box{std::min(at[0], at[2]), std::min(at[1], at[3]),
+                                 std::max(at[0], at[2]) + 1, std::max(at[1], at[3]) + 1};
+        drawn = drawn.isEmpty() ? box : drawn.united(box);
         text << ' ' << std::hex << (color & 0xFFFFFFU);
         calls.push_back(text.str());
     }

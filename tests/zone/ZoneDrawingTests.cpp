@@ -83,6 +83,22 @@ TEST_F(ZoneDrawingTest, WhatADamagedFileMakesUpIsDrawnSoon) {
     EXPECT_LT(drawn(*zoneOf(Points(1'000'000, {5, 5})), 0, 0, 2).size(), 50'000U);
 }
 
+TEST_F(ZoneDrawingTest, NothingIsDrawnOutsideTheAreaThatIsRepainted) {
+    const FixedFonts fonts;
+    const auto place = [](platform::Point p) { return platform::Point{3 * p.x - 7, 3 * p.y}; };
+    Points many(20'000, {50, 50});
+    many.front() = {-4, 9};
+    many[9'999] = {200, 3};
+    many.back() = {30, 300};
+    for (const Points& points :
+         {Points{{5, 6}}, {{5, 6}, {-90, 40}}, {{0, 0}, {9, 0}, {0, 9}}, many}) {
+        RecordingCanvas canvas;
+        zoneOf(points)->draw(0, canvas, place, -1, {3, &fonts});
+        EXPECT_EQ(canvas.drawn.intersected(zone::drawnArea(points, place)), canvas.drawn);
+    }
+    EXPECT_TRUE(zone::drawnArea({}, place).isEmpty());
+}
+
 TEST_F(ZoneDrawingTest, AFrameThatIsNotThereIsReported) {
     RecordingCanvas canvas;
     zone::Zone::create(1)->draw(1, canvas, {}, 0, {});
