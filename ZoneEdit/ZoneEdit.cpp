@@ -65,7 +65,7 @@ std::unique_ptr<toolkit::CControlUI> ZoneEdit::CreateControl(std::u16string_view
         m_loaded = loadVideo();
         if (!m_loaded) {
             core::Log::get()->Error("Unable to load video %s", path.c_str());
-            context().state.zoneEditFailed = true;
+            m_result.unreadableVideo = path;
             postClose();
         }
     }

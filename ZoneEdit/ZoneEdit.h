@@ -33,6 +33,8 @@ public:
     /// Shows the window until it is closed. True when there was one, also when its video could not
     /// be loaded and it closed by itself. False when no window could be made.
     [[nodiscard]] bool run();
+    /// For the branch editor, after that.
+    [[nodiscard]] const app_state::ScreenResult& result() const { return m_result; }
 
     [[nodiscard]] const zone::EditContext& editing() const { return *m_editing; }
 
@@ -118,6 +120,7 @@ private:
     std::shared_ptr<zone::ZoneManager> m_zones;
     std::shared_ptr<zone::EditContext> m_editing = std::make_shared<zone::EditContext>();
     Tool m_tool = Tool::movePoint;
+    app_state::ScreenResult m_result;
     bool m_captured = false;
     bool m_loaded = false;
     int m_zoneCounter = 0;      ///< never decreases: names repeat only in another window

@@ -1,6 +1,7 @@
 #include "app/EditorScreens.h"
 
 #include <string_view>
+#include <utility>
 
 #include "ZoneEdit/ZoneEdit.h"
 #include "scene/SceneSession.h"
@@ -11,10 +12,13 @@
 namespace app {
 namespace {
 
-template <class Window>
-bool show(const ui::WindowContext& context, std::u16string_view title) {
-    const std::shared_ptr<Window> window = Window::create(context);
-    return window && window->runScreen(title);
+using app_state::Screen;
+using app_state::ScreenResult;
+
+std::optional<ScreenResult> shown(const std::shared_ptr<ui::EditorWindow>& window,
+                                  std::u16string_view title) {
+    return window && window->runScreen(title) ? std::optional<ScreenResult>(std::in_place)
+                                              : std::nullopt;
 }
 
 } // namespace
@@ -23,23 +27,28 @@ EditorScreens::EditorScreens(const ui::WindowContext& context) : m_context(conte
 
 EditorScreens::~EditorScreens() = default;
 
-bool EditorScreens::showOpenScene() {
-    return show<ui::OpenScene>(m_context, u"Open or Create Scene");
+std::optional<ScreenResult> EditorScreens::show(Screen screen, const ScreenResult& returned) {
+    switch (screen) {
+    case Screen::openScene:
+        return shown(ui::OpenScene::create(m_context), u"Open or Create Scene");
+    case Screen::newScene:
+        return shown(ui::NewScene::create(m_context), u"New Scene");
+    case Screen::branchEditor:
+        return shown(ui::BranchList::create(m_context, returned), u"Quorvel");
+    case Screen::zoneEditor:
+        return showZoneEditor();
+    }
+    return std::nullopt;
 }
 
-bool EditorScreens::showNewScene() {
-    return show<ui::NewScene>(m_context, u"New Scene");
-}
-
-bool EditorScreens::showBranchEditor() {
-    return show<ui::BranchList>(m_context, u"Quorvel");
-}
-
-bool EditorScreens::showZoneEditor() {
+std::optional<ScreenResult> EditorScreens::showZoneEditor() {
     m_zoneEdit = zoneedit::ZoneEdit::create(m_context);
-    const bool shown = m_zoneEdit && m_zoneEdit->run();
+    std::optional<ScreenResult> result;
+    if (m_zoneEdit && m_zoneEdit->run()) {
+        result = m_zoneEdit->result();
+    }
     m_zoneEdit.reset();
-    return shown;
+    return result;
 }
 
 bool EditorScreens::loadChosenScene() {

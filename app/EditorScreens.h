@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "app/Screens.h"
 #include "ui/WindowContext.h"
@@ -18,13 +19,13 @@ public:
     explicit EditorScreens(const ui::WindowContext& context);
     ~EditorScreens() override;
 
-    bool showOpenScene() override;
-    bool showNewScene() override;
-    bool showBranchEditor() override;
-    bool showZoneEditor() override;
+    std::optional<app_state::ScreenResult> show(app_state::Screen screen,
+                                                const app_state::ScreenResult& returned) override;
     bool loadChosenScene() override;
 
 private:
+    [[nodiscard]] std::optional<app_state::ScreenResult> showZoneEditor();
+
     ui::WindowContext m_context;
     std::shared_ptr<zoneedit::ZoneEdit> m_zoneEdit; ///< while the zone editor runs
 };

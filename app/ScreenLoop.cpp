@@ -1,12 +1,32 @@
 #include "app/ScreenLoop.h"
 
 #include <cstdint>
+#include <utility>
 
 #include "core/Log.h"
 
 namespace app {
 
 using app_state::Screen;
+using app_state::ScreenResult;
+
+namespace {
+
+/// The screen with those that it stands on.
+std::vector<Screen> stackUpTo(Screen screen) {
+    switch (screen) {
+    case Screen::newScene:
+    case Screen::branchEditor:
+        return {Screen::openScene, screen};
+    case Screen::zoneEditor:
+        return {Screen::openScene, Screen::branchEditor, screen};
+    case Screen::openScene:
+        break;
+    }
+    return {screen};
+}
+
+} // namespace
 
 ScreenLoop::ScreenLoop(app_state::ScreenState& state, platform::ComponentLibrary& components,
                        Screens& screens)
@@ -16,10 +36,11 @@ bool ScreenLoop::run() {
     std::uint32_t error = 0;
     const bool initialized = m_components.initialize(error);
     if (initialized) {
+        m_stack = stackUpTo(m_state.screen);
         m_state.quit = false;
         m_state.newSceneRequest = false;
         do {
-            runScreen();
+            runTop();
         } while (!m_state.quit);
     } else {
         core::Log::get()->Error("CoInitialize failed (%08X)", error);
@@ -28,60 +49,58 @@ bool ScreenLoop::run() {
     return initialized;
 }
 
-void ScreenLoop::runScreen() {
+void ScreenLoop::runTop() {
+    // A request is over once its screen comes up.
+    if (m_state.screen == Screen::newScene) {
+        m_state.newSceneRequest = false;
+    } else if (m_state.screen == Screen::zoneEditor) {
+        m_state.zoneEditRequest = false;
+    }
+    const auto result = m_screens.show(m_state.screen, std::exchange(m_returned, {}));
+    if (!result) {
+        m_state.quit = true;
+    }
+    if (!m_state.quit) {
+        leaveTop(*result);
+    }
+}
+
+void ScreenLoop::leaveTop(const ScreenResult& result) {
     switch (m_state.screen) {
     case Screen::openScene:
-        return runOpenScene();
+        if (m_state.newSceneRequest) {
+            push(Screen::newScene);
+        } else if (m_screens.loadChosenScene()) {
+            push(Screen::branchEditor);
+        }
+        break;
     case Screen::newScene:
-        return runNewScene();
+        pop(result);
+        if (m_state.sceneCreated) {
+            push(Screen::branchEditor);
+        }
+        break;
     case Screen::branchEditor:
-        return runBranchEditor();
+        if (m_state.zoneEditRequest) {
+            push(Screen::zoneEditor);
+        }
+        break;
     case Screen::zoneEditor:
-        return runZoneEditor();
+        pop(result);
+        break;
     }
 }
 
-void ScreenLoop::runOpenScene() {
-    if (!m_screens.showOpenScene()) {
-        m_state.quit = true;
-    }
-    if (m_state.quit) {
-        return;
-    }
-    if (m_state.newSceneRequest) {
-        m_state.screen = Screen::newScene;
-    } else if (m_screens.loadChosenScene()) {
-        m_state.screen = Screen::branchEditor;
-    }
+void ScreenLoop::push(Screen screen) {
+    m_stack.push_back(screen);
+    m_state.screen = screen;
+    m_returned = {};
 }
 
-void ScreenLoop::runNewScene() {
-    m_state.newSceneRequest = false;
-    if (!m_screens.showNewScene()) {
-        m_state.quit = true;
-    }
-    if (!m_state.quit) {
-        m_state.screen = m_state.sceneCreated ? Screen::branchEditor : Screen::openScene;
-    }
-}
-
-void ScreenLoop::runBranchEditor() {
-    if (!m_screens.showBranchEditor()) {
-        m_state.quit = true;
-    }
-    if (!m_state.quit && m_state.zoneEditRequest) {
-        m_state.screen = Screen::zoneEditor;
-    }
-}
-
-void ScreenLoop::runZoneEditor() {
-    m_state.zoneEditRequest = false;
-    if (!m_screens.showZoneEditor()) {
-        m_state.quit = true;
-    }
-    if (!m_state.quit) {
-        m_state.screen = Screen::branchEditor;
-    }
+void ScreenLoop::pop(const ScreenResult& result) {
+    m_stack.pop_back();
+    m_state.screen = m_stack.back();
+    m_returned = result;
 }
 
 } // namespace app

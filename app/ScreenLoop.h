@@ -1,10 +1,14 @@
-// The loop over screens: it owns their order and the flags by which windows pass control on.
+// The loop over the screens, which lie on a stack: opening or creating a scene, above it the branch
+// editor, above that the zone editor. Only the top one has a window. A screen says by the flags of
+// the screen state what comes next, and its result goes to the one below it.
 //
 //   ScreenLoop loop(state, components, screens);
 //   bool good = loop.run();
 //
-// Screens never nest. Main thread only.
+// Main thread only.
 #pragma once
+
+#include <vector>
 
 #include "app/Screens.h"
 #include "app/state/ScreenState.h"
@@ -23,15 +27,16 @@ public:
     [[nodiscard]] bool run();
 
 private:
-    void runScreen();
-    void runOpenScene();
-    void runNewScene();
-    void runBranchEditor();
-    void runZoneEditor();
+    void runTop();
+    void leaveTop(const app_state::ScreenResult& result);
+    void push(app_state::Screen screen);
+    void pop(const app_state::ScreenResult& result);
 
     app_state::ScreenState& m_state;
     platform::ComponentLibrary& m_components;
     Screens& m_screens;
+    std::vector<app_state::Screen> m_stack; ///< the last is the state's present one
+    app_state::ScreenResult m_returned;     ///< for the next screen shown
 };
 
 } // namespace app

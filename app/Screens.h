@@ -1,17 +1,21 @@
-// The four screens as the screen loop sees them: it shows one at a time and hears nothing back but
-// the flags of the screen state. The program's windows implement it; tests stand in for them.
+// The screens as the screen loop sees them. The program's windows implement it; tests stand in for
+// them.
 #pragma once
+
+#include <optional>
+
+#include "app/state/ScreenState.h"
 
 namespace app {
 
-/// Each show returns when its window is closed; false when there was no window to show. UI thread.
+/// UI thread only.
 class Screens {
 public:
     virtual ~Screens() = default;
-    [[nodiscard]] virtual bool showOpenScene() = 0;
-    [[nodiscard]] virtual bool showNewScene() = 0;
-    [[nodiscard]] virtual bool showBranchEditor() = 0;
-    [[nodiscard]] virtual bool showZoneEditor() = 0;
+    /// Returns when the screen's window is closed; empty when there was no window to show.
+    /// `returned` is what the screen above it has left, when one has just ended.
+    [[nodiscard]] virtual std::optional<app_state::ScreenResult>
+    show(app_state::Screen screen, const app_state::ScreenResult& returned) = 0;
     /// Loads the scene whose name the open scene window has left; false when that fails (the log
     /// says why).
     [[nodiscard]] virtual bool loadChosenScene() = 0;

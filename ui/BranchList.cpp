@@ -31,14 +31,15 @@ std::vector<std::string> conditionNames(const app_state::SharedServices& service
 
 } // namespace
 
-std::shared_ptr<BranchList> BranchList::create(const WindowContext& context) {
-    auto window = std::make_shared<BranchList>(context);
+std::shared_ptr<BranchList> BranchList::create(const WindowContext& context,
+                                               const app_state::ScreenResult& returned) {
+    auto window = std::make_shared<BranchList>(context, returned);
     return window->m_components.initialized() ? window : nullptr;
 }
 
-BranchList::BranchList(const WindowContext& context)
+BranchList::BranchList(const WindowContext& context, const app_state::ScreenResult& returned)
     : EditorWindow(context, kBranchEditorCommands), m_components(context.gui.components()),
-      m_conditions(conditionNames(context.services)), m_letters(keyLetters()),
+      m_returned(returned), m_conditions(conditionNames(context.services)), m_letters(keyLetters()),
       m_import(context.gui.loop(), *core::services().fileSystem) {
     static constexpr CommandHandler<BranchList> kHandlers[] = {
         {command::kExit, &BranchList::exitProgram},
@@ -87,9 +88,8 @@ void BranchList::InitWindow() {
     if (combo != nullptr && combo->GetCount() > 0) {
         combo->SelectItem(0);
     }
-    if (context().state.zoneEditFailed) {
-        context().state.zoneEditFailed = false;
-        m_problem = unreadableVideoText(context().state.zoneEditVideo);
+    if (!m_returned.unreadableVideo.empty()) {
+        m_problem = unreadableVideoText(m_returned.unreadableVideo);
     }
     updateState();
 }

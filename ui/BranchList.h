@@ -35,9 +35,11 @@ namespace ui {
 
 class BranchList final : public ConfirmCallback, public EditorWindow {
 public:
-    /// Empty when the system's components cannot be initialised.
-    [[nodiscard]] static std::shared_ptr<BranchList> create(const WindowContext& context);
-    explicit BranchList(const WindowContext& context);
+    /// Empty when the system's components cannot be initialised. `returned` is what the zone editor
+    /// has left.
+    [[nodiscard]] static std::shared_ptr<BranchList>
+    create(const WindowContext& context, const app_state::ScreenResult& returned = {});
+    BranchList(const WindowContext& context, const app_state::ScreenResult& returned);
     ~BranchList() override;
 
     [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return GetNative(); }
@@ -128,6 +130,7 @@ private:
     [[nodiscard]] jobs::CopyStatus importStatus() const; ///< only while one is under way
 
     ComponentScope m_components;
+    app_state::ScreenResult m_returned;
     /// Ends in "\"; empty when the working directory is unknown.
     std::string m_folder;
     std::map<std::string, std::shared_ptr<zone::ZoneManager>> m_zones; ///< by stored video name

@@ -10,6 +10,12 @@ namespace app_state {
 enum class Screen { openScene = 0, newScene = 1, branchEditor = 2, zoneEditor = 3 };
 
 /// The top left corner of a window, in screen pixels.
+/// What a screen that has ended leaves to the one that comes back below it.
+struct ScreenResult {
+    /// The zone editor closed itself because it could not read this video; UTF-8 path, else empty.
+    std::string unreadableVideo;
+};
+
 struct WindowPlace {
     int left = 0;
     int top = 0;
@@ -25,9 +31,6 @@ struct ScreenState {
     bool zoneEditRequest = false;
     /// The video that the zone editor opens; UTF-8 path.
     std::string zoneEditVideo;
-    /// The zone editor closed itself because it could not read its video; the branch editor tells
-    /// it and clears this.
-    bool zoneEditFailed = false;
     /// Where the author put the last window; empty while none has been moved: windows are centred.
     std::optional<WindowPlace> windowPlace;
 };

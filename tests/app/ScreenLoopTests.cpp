@@ -1,4 +1,6 @@
 // The order of screens and the flags that steer it, on screens that a script plays.
+#include <cstddef>
+#include <optional>
 #include <sstream>
 #include <string>
 
@@ -10,20 +12,37 @@
 namespace {
 
 using app_state::Screen;
+using app_state::ScreenResult;
 using app_state::ScreenState;
+
+constexpr const char* kNames[] = {"open", "new", "branches", "zones"};
 
 /// Plays one word of the script for each screen shown: its name and signs for what the author does
 /// there. '!' quits, '?' asks for a new scene, '+' creates it, 'Z' asks for the zone editor, '-' is
-/// a screen that cannot be made.
+/// a screen that cannot be made, 'x' is a video that cannot be read.
 class ScriptedScreens final : public app::Screens {
 public:
     ScriptedScreens(ScreenState& state, const std::string& script, bool loads)
         : m_state(state), m_script(script), m_loads(loads) {}
 
-    bool showOpenScene() override { return show("open"); }
-    bool showNewScene() override { return show("new"); }
-    bool showBranchEditor() override { return show("branches"); }
-    bool showZoneEditor() override { return show("zones"); }
+    std::optional<ScreenResult> show(Screen screen, const ScreenResult& returned) override {
+        const std::string name = kNames[static_cast<std::size_t>(screen)];
+        shown +=
+            name + (returned.unreadableVideo.empty() ? " " : "(" + returned.unreadableVideo + ") ");
+        std::string word;
+        m_script >> word;
+        const auto does = [&word](char sign) { return word.find(sign) != std::string::npos; };
+        // A request is over before its screen is shown.
+        m_state.quit |= (screen == Screen::newScene && m_state.newSceneRequest) ||
+                        (screen == Screen::zoneEditor && m_state.zoneEditRequest) ||
+                        m_state.screen != screen;
+        // One that the script does not expect ends the program.
+        m_state.quit |= does('!') || !word.starts_with(name);
+        m_state.newSceneRequest |= does('?');
+        m_state.sceneCreated |= does('+');
+        m_state.zoneEditRequest |= does('Z');
+        return does('-') ? std::nullopt : std::optional(ScreenResult{does('x') ? "clip" : ""});
+    }
     bool loadChosenScene() override {
         shown += "load ";
         return m_loads;
@@ -32,19 +51,6 @@ public:
     std::string shown; ///< the screens, and "load" where a scene was loaded
 
 private:
-    bool show(const std::string& name) {
-        shown += name + " ";
-        std::string word;
-        m_script >> word;
-        const auto does = [&word](char sign) { return word.find(sign) != std::string::npos; };
-        // One that the script does not expect ends the program.
-        m_state.quit |= does('!') || !word.starts_with(name);
-        m_state.newSceneRequest |= does('?');
-        m_state.sceneCreated |= does('+');
-        m_state.zoneEditRequest |= does('Z');
-        return !does('-');
-    }
-
     ScreenState& m_state;
     std::istringstream m_script;
     bool m_loads;
@@ -91,6 +97,9 @@ const struct {
      Screen::branchEditor},
     {"zones and back, with a fresh request", kBranches, "branchesZ zones branches branches!",
      "branches zones branches branches ", Screen::branchEditor},
+    {"what the zone editor leaves is for the next screen alone", kZones,
+     "zonesx branchesZ zones branches!", "zones branches(clip) zones branches ",
+     Screen::branchEditor},
     {"quit inside the zone editor", kZones, "zones!", "zones ", Screen::zoneEditor},
     {"quit wins", kBranches, "branches!Z", "branches ", Screen::branchEditor},
     {"no open screen", {}, "open-", "open ", Screen::openScene},

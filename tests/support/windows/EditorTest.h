@@ -45,12 +45,12 @@ protected:
     [[nodiscard]] scene::SceneManager& scene() { return *m_services.sceneManager; }
     [[nodiscard]] scene::SceneSession& session() { return *m_services.sceneSession; }
     /// Makes and shows a window; its loop is the test's own pumping.
-    template <class Window>
-    std::shared_ptr<Window> open(std::u16string_view title = u"Test") {
+    template <class Window, class... Results>
+    std::shared_ptr<Window> open(const Results&... returned) {
         forgetQuit();
-        auto window = Window::create(context());
-        if (!window || !window->Create(nullptr, std::u16string(title), ui::kScreenStyle,
-                                       ui::kScreenExtendedStyle)) {
+        auto window = Window::create(context(), returned...);
+        if (!window ||
+            !window->Create(nullptr, u"Test", ui::kScreenStyle, ui::kScreenExtendedStyle)) {
             throw std::runtime_error("no window");
         }
         window->ShowWindow(true);
@@ -79,10 +79,11 @@ template <class Window>
 class WindowTest : public EditorTest {
 protected:
     /// Another one takes the place of the one before.
-    WindowDriver& show() {
+    template <class... Results>
+    WindowDriver& show(const Results&... returned) {
         m_driver.reset();
         m_window.reset();
-        m_window = open<Window>();
+        m_window = open<Window>(returned...);
         m_driver = std::make_unique<WindowDriver>(*m_window);
         return *m_driver;
     }
