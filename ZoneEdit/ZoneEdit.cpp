@@ -1,16 +1,19 @@
 #include "ZoneEdit/ZoneEdit.h"
 
+#include <string>
+
 #include "ZoneEdit/CurrentZones.h"
+#include "ZoneEdit/FlagsPresenter.h"
+#include "ZoneEdit/FramesPresenter.h"
+#include "ZoneEdit/HeaderPresenter.h"
+#include "ZoneEdit/PointTools.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZonesLayer.h"
+#include "ZoneEdit/ZonesPresenter.h"
 #include "core/Log.h"
 #include "core/Paths.h"
-#include "core/Text.h"
-#include "platform/Window.h"
-#include "toolkit/controls/COptionUI.h"
+#include "ui/Confirmation.h"
 #include "ui/commands/ZoneEditorCommands.h"
-#include "video/CVideoUI.h"
-#include "zone/ZoneManager.h"
 
 namespace zoneedit {
 
@@ -30,21 +33,12 @@ std::shared_ptr<ZoneEdit> ZoneEdit::create(const ui::WindowContext& context) {
 ZoneEdit::ZoneEdit(const ui::WindowContext& context)
     : EditorWindow(context, ui::kZoneEditorCommands),
       m_displaySize(context.gui.windows().primaryScreenHeight() >= kFullScreenHeight ? kFullSize
-                                                                                     : kSmallSize) {
-    namespace command = ui::command;
-    static constexpr ui::CommandHandler<ZoneEdit> kHandlers[] = {
-        {command::kSave, &ZoneEdit::saveZones},
-        {command::kClose, &ZoneEdit::closeEditor},
-        {command::kAddZone, &ZoneEdit::addZone},
-        {command::kRemoveZone, &ZoneEdit::removeZone},
-        {command::kStop, &ZoneEdit::restoreText},
-        {command::kBackTen, &ZoneEdit::stepBackTen},
-        {command::kBack, &ZoneEdit::stepBack},
-        {command::kForward, &ZoneEdit::stepForward},
-        {command::kForwardTen, &ZoneEdit::stepForwardTen},
-    };
-    commands().bindAll(*this, kHandlers);
+                                                                                     : kSmallSize),
+      m_session(std::make_shared<zone::ZoneSession>(std::make_shared<zone::ZoneManager>())) {
+    bindCommands();
 }
+
+ZoneEdit::~ZoneEdit() = default;
 
 bool ZoneEdit::run() {
     return runScreen(u"Zone Edit");
@@ -59,134 +53,115 @@ std::unique_ptr<toolkit::CControlUI> ZoneEdit::CreateControl(std::u16string_view
         return EditorWindow::CreateControl(className);
     }
     auto control = std::make_unique<video::CVideoUI>(context().gui.loop());
-    m_video = control.get();
-    const std::string& path = context().state.zoneEditVideo;
-    if (!path.empty()) {
-        m_loaded = loadVideo();
-        if (!m_loaded) {
-            core::Log::get()->Error("Unable to load video %s", path.c_str());
-            m_result.unreadableVideo = path;
-            postClose();
-        }
-    }
+    m_video.setControl(control.get());
     return control;
 }
 
-bool ZoneEdit::loadVideo() {
-    return m_video->LoadVideo(context().state.zoneEditVideo) && makeZoneManager();
+void ZoneEdit::InitWindow() {
+    openVideo();
+    makeParts();
+    m_header->showAll();
+    m_zones->showAll();
+    m_flags->showAll();
+    m_tools->showAll();
+    m_frames->showAll();
 }
 
-bool ZoneEdit::makeZoneManager() {
-    const std::string base = core::withoutExtension(context().state.zoneEditVideo);
-    // A video that does not tell its length must not cut what was stored for it.
-    const int frames = loadedVideo()->frameCount;
-    m_zones = zone::ZoneManager::createForEditing(
-        base, frames < 1 ? zone::kStoredFrameCount : frames, scale());
-    if (!m_zones) {
-        core::Log::get()->Error("Unable to create zone manager interface");
+void ZoneEdit::openVideo() {
+    const std::string& path = context().state.zoneEditVideo;
+    if (m_video.control() == nullptr || path.empty()) {
+        return;
+    }
+    m_loaded = loadVideo();
+    if (!m_loaded) {
+        core::Log::get()->Error("Unable to load video %s", path.c_str());
+        m_result.unreadableVideo = path;
+        // The window goes once its loop runs.
+        context().gui.loop().post([window = weak_from_this()] {
+            if (const auto self = window.lock()) {
+                self->Close(1);
+            }
+        });
+    }
+}
+
+bool ZoneEdit::loadVideo() {
+    if (!m_video.control()->LoadVideo(context().state.zoneEditVideo) || !loadZones()) {
         return false;
     }
-    m_zones->scale = scale();
-    m_editing->currentZone = m_zones->lastZoneRead;
-    setCurrentZoneManager(m_zones);
-    const zone::NumberFont font{GetPaintManager().GetFont(kNumberFont), &context().gui.fonts()};
-    m_video->AddLayer(std::make_shared<ZonesLayer>(m_zones, m_editing, font));
+    m_video.control()->NeedUpdate(); // laid out without a video, it has no buffer for frames yet
     return true;
 }
 
-std::optional<zone::Scale> ZoneEdit::scale() const {
-    const video::Video& video = *loadedVideo();
-    return zone::scaleBetween(m_displaySize, {video.width, video.height});
-}
-
-void ZoneEdit::postClose() {
-    // The layout is still being built: the window goes once its loop runs.
-    context().gui.loop().post([window = weak_from_this()] {
-        if (const auto self = window.lock()) {
-            self->Close(1);
-        }
-    });
-}
-
-video::CVideoUI* ZoneEdit::checkedVideo(int line) const {
-    if (m_video == nullptr) {
-        core::Log::get()->Error("%s:%d VideoUI is invalid", "..\\ZoneEdit\\ZoneEdit.cpp", line);
+bool ZoneEdit::loadZones() {
+    const auto scale = zone::scaleBetween(m_displaySize, m_video.size());
+    // A video that does not tell its length must not cut what was stored for it.
+    const std::shared_ptr<zone::ZoneManager> zones = zone::ZoneManager::createForEditing(
+        core::withoutExtension(context().state.zoneEditVideo),
+        m_video.hasFrames() ? m_video.frameCount() : zone::kStoredFrameCount, scale);
+    if (!zones) {
+        core::Log::get()->Error("Unable to create zone manager interface");
+        return false;
     }
-    return m_video;
+    zones->scale = scale;
+    setCurrentZoneManager(zones);
+    m_session = std::make_shared<zone::ZoneSession>(zones);
+    m_session->setArea(m_video.control()->GetPos().size());
+    const zone::NumberFont font{GetPaintManager().GetFont(kNumberFont), &context().gui.fonts()};
+    m_video.control()->AddLayer(std::make_shared<ZonesLayer>(m_session, font));
+    return true;
 }
 
-video::Video* ZoneEdit::loadedVideo() const {
-    return m_video != nullptr ? m_video->video().get() : nullptr;
+void ZoneEdit::makeParts() {
+    const ui::Controls controls(GetPaintManager());
+    zone::ZoneSession& session = *m_session;
+    m_header = std::make_unique<HeaderPresenter>(controls, m_video, session,
+                                                 context().state.zoneEditVideo);
+    m_flags = std::make_unique<FlagsPresenter>(controls, m_video, session);
+    m_zones = std::make_unique<ZonesPresenter>(controls, m_video, session, *m_flags);
+    m_frames = std::make_unique<FramesPresenter>(controls, m_video, session, *m_header,
+                                                 [this] { m_flags->showActive(); });
+    m_tools = std::make_unique<PointTools>(controls, m_video, session);
 }
 
-bool ZoneEdit::hasFrames() const {
-    const video::Video* video = loadedVideo();
-    return video != nullptr && video->frameCount > 0;
-}
-
-int ZoneEdit::currentFrame() const {
-    const video::Video* video = loadedVideo();
-    return video != nullptr ? video->currentFrame : 0;
-}
-
-void ZoneEdit::repaintVideo() {
-    if (m_video != nullptr) {
-        m_video->Invalidate();
-    }
-}
-
-void ZoneEdit::repaintVideoNow() {
-    repaintVideo();
-    if (platform::NativeWindow* window = GetNative()) {
-        window->repaintNow();
-    }
-}
-
-void ZoneEdit::InitWindow() {
-    showCaption();
-    const video::Video* video = loadedVideo();
-    const int last = video != nullptr ? video->frameCount - 1 : 0;
-    setTextOf(kTotalEdit, core::displayText(std::to_string(last < 0 ? 0 : last)));
-    if (m_zones) {
-        const platform::Size picture = m_video->GetPos().size();
-        m_zones->videoWidth = picture.width;
-        m_zones->videoHeight = picture.height;
-        fillZones(m_editing->currentZone);
-        if (auto* progress = find<toolkit::COptionUI>(kProgressOption)) {
-            progress->Selected(m_editing->progressChanges);
-        }
-    }
-    selectTool(Tool::movePoint);
-    showFrame();
-    updateEnabled();
+void ZoneEdit::bindCommands() {
+    namespace command = ui::command;
+    static constexpr ui::CommandHandler<ZoneEdit> kHandlers[] = {
+        {command::kSave, &ZoneEdit::saveZones},
+        {command::kClose, &ZoneEdit::closeEditor},
+        {command::kRemoveZone, &ZoneEdit::removeZone},
+        {command::kStop, &ZoneEdit::restoreText},
+    };
+    commands().bindAll(*this, kHandlers);
+    commands().bind(command::kAddZone, [this] { m_zones->add(); });
+    commands().bind(command::kBackTen, [this] { m_frames->backTen(); });
+    commands().bind(command::kBack, [this] { m_frames->back(); });
+    commands().bind(command::kForward, [this] { m_frames->forward(); });
+    commands().bind(command::kForwardTen, [this] { m_frames->forwardTen(); });
 }
 
 void ZoneEdit::OnItemSelect(toolkit::TNotifyUI& message) {
-    static constexpr ui::ControlHandler<ZoneEdit> kHandlers[] = {
-        {kZoneCombo, &ZoneEdit::chooseZone},
-    };
-    ui::dispatch(*this, kHandlers, message);
+    if (m_zones && message.pSender->GetName() == kZoneCombo) {
+        m_zones->choose();
+    }
 }
 
 void ZoneEdit::OnSelectChanged(toolkit::TNotifyUI& message) {
-    static constexpr ui::ControlHandler<ZoneEdit> kHandlers[] = {
-        {kToolOptions[0], &ZoneEdit::chooseTool}, {kToolOptions[1], &ZoneEdit::chooseTool},
-        {kToolOptions[2], &ZoneEdit::chooseTool}, {kToolOptions[3], &ZoneEdit::chooseTool},
-        {kActiveOption, &ZoneEdit::changeActive}, {kProgressOption, &ZoneEdit::changeProgress},
-    };
-    ui::dispatch(*this, kHandlers, message);
+    if (m_tools && !m_tools->choose(message.pSender->GetName())) {
+        m_flags->change(*message.pSender);
+    }
 }
 
 void ZoneEdit::OnKillFocus(toolkit::TNotifyUI& message) {
-    static constexpr ui::ControlHandler<ZoneEdit> kHandlers[] = {
-        {kZoneEdit, &ZoneEdit::renameZone},
-        {kFrameEdit, &ZoneEdit::goToTypedFrame},
-    };
-    ui::dispatch(*this, kHandlers, message);
+    if (m_zones && message.pSender->GetName() == kZoneEdit) {
+        m_zones->rename();
+    } else if (m_frames && message.pSender->GetName() == kFrameEdit) {
+        m_frames->goToTyped();
+    }
 }
 
 bool ZoneEdit::MessageHandler(const platform::Event& event) {
-    return handleMouse(event) || EditorWindow::MessageHandler(event);
+    return (m_tools && m_tools->handle(event)) || EditorWindow::MessageHandler(event);
 }
 
 bool ZoneEdit::HandleMessage(const platform::Event& event) {
@@ -195,6 +170,42 @@ bool ZoneEdit::HandleMessage(const platform::Event& event) {
         return true;
     }
     return EditorWindow::HandleMessage(event);
+}
+
+void ZoneEdit::restoreText() {
+    const ui::Controls controls(GetPaintManager());
+    if (controls.hasFocus(kFrameEdit)) {
+        m_frames->restoreText();
+    } else if (controls.hasFocus(kZoneEdit)) {
+        m_zones->restoreText();
+    }
+}
+
+void ZoneEdit::removeZone() {
+    if (!m_zones->canRemove()) {
+        return;
+    }
+    SetAnswer(kNo);
+    ui::Confirmation::ask(context(), *this, "Remove Zone?",
+                          "Are you sure you want to remove the zone?");
+    if (answer() == kYes) {
+        m_zones->remove();
+    }
+}
+
+void ZoneEdit::saveZones() {
+    if (m_loaded) {
+        m_header->save();
+    }
+}
+
+void ZoneEdit::closeEditor() {
+    // A dismissed question counts as yes. Intended.
+    SetAnswer(kYes);
+    ui::Confirmation::ask(context(), *this, "Close?", "Are you sure you want to close Zone Edit?");
+    if (answer() == kYes) {
+        Close(1);
+    }
 }
 
 } // namespace zoneedit

@@ -1,25 +1,23 @@
 // The zone editor: shows one video frame by frame and lets the author draw its zones with the
-// mouse. Works on the current zone manager, which it makes for the video, and on the video path of
-// the screen state. UI thread only.
-//
-// Its code is split by subject: ZoneEdit.cpp (window, video), ZoneEditFrames.cpp (stepping),
-// ZoneEditZones.cpp (the list of zones, saving), ZoneEditMouse.cpp (the point tools).
+// mouse. The window opens the video and its zones and wires the parts that do the work; all edits
+// go through the session of the zones, which tells the parts what changed. UI thread only.
 #pragma once
 
 #include <memory>
-#include <optional>
-#include <string>
 
+#include "ZoneEdit/EditedVideo.h"
+#include "app/state/ScreenState.h"
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
-#include "ui/NameList.h"
-#include "zone/ZoneManager.h"
+#include "zone/ZoneSession.h"
 
-namespace video {
-class CVideoUI;
-class Video;
-} // namespace video
 namespace zoneedit {
+
+class FlagsPresenter;
+class FramesPresenter;
+class HeaderPresenter;
+class PointTools;
+class ZonesPresenter;
 
 class ZoneEdit final : public ui::ConfirmCallback,
                        public ui::EditorWindow,
@@ -29,6 +27,7 @@ public:
     [[nodiscard]] static std::shared_ptr<ZoneEdit> create(const ui::WindowContext& context);
     /// For create(): only a shared window can close itself.
     explicit ZoneEdit(const ui::WindowContext& context);
+    ~ZoneEdit() override;
 
     /// Shows the window until it is closed. True when there was one, also when its video could not
     /// be loaded and it closed by itself. False when no window could be made.
@@ -36,7 +35,8 @@ public:
     /// For the branch editor, after that.
     [[nodiscard]] const app_state::ScreenResult& result() const { return m_result; }
 
-    [[nodiscard]] const zone::EditContext& editing() const { return *m_editing; }
+    /// Of no zones until the window is made.
+    [[nodiscard]] const zone::ZoneSession& session() const { return *m_session; }
 
     [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return GetNative(); }
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"ZoneEditWindow"; }
@@ -50,84 +50,28 @@ public:
     bool HandleMessage(const platform::Event& event) override;
 
 private:
-    using Control = toolkit::CControlUI;
-    enum class Tool { movePoint = 0, addPoint = 1, addMultiPoint = 2, deletePoint = 3 };
-
-    // The video.
+    void bindCommands();
+    void openVideo();
     [[nodiscard]] bool loadVideo();
-    [[nodiscard]] bool makeZoneManager();
-    /// Between the picture area and the pixels of the clip.
-    [[nodiscard]] std::optional<zone::Scale> scale() const;
-    void postClose();
-    /// The control, or null after a log line with `line`.
-    [[nodiscard]] video::CVideoUI* checkedVideo(int line) const;
-    /// The loaded video; null when there is none.
-    [[nodiscard]] video::Video* loadedVideo() const;
-    /// Whether there is a video and it says how long it is.
-    [[nodiscard]] bool hasFrames() const;
-    /// The frame on show, 0 without a video, -1 for one without frames.
-    [[nodiscard]] int currentFrame() const;
-    void repaintVideo();
-    /// Before it returns: the next move must hit the centre handle where it is drawn.
-    void repaintVideoNow();
+    [[nodiscard]] bool loadZones();
+    void makeParts();
 
-    // Frames.
-    void stepBack();
-    void stepBackTen();
-    void stepForward();
-    void stepForwardTen();
-    void step(void (video::CVideoUI::*move)());
-    void goToTypedFrame(Control& sender);
-    [[nodiscard]] std::u16string frameText() const;
-    void showFrame();
-    /// Gives the edit that has the keyboard back what it showed before the author typed.
     void restoreText();
-    void repaintDueFrame();
-    void showActive();
-    void changeActive(Control& sender);
-    void changeProgress(Control& sender);
-
-    // Zones.
-    [[nodiscard]] int selectedZone() const;
-    void fillZones(int select);
-    void chooseZone(Control& sender);
-    void showZone();
-    void renameZone(Control& sender);
-    void addZone();
     void removeZone();
     void saveZones();
     void closeEditor();
-    /// After every change of the zones: what the header said of the last save no longer holds.
-    void noteEdit();
-    /// In place of what the header says otherwise, but for a failed save.
-    void showNotice(std::u16string_view text);
-    [[nodiscard]] std::u16string problemText() const;
-    void showCaption();
-    void updateEnabled();
 
-    // Point tools.
-    void chooseTool(Control& sender);
-    void selectTool(Tool tool);
-    bool handleMouse(const platform::Event& event);
-    bool mouseDown(platform::Point position);
-    bool mouseMove(platform::Point position);
-    bool mouseUp(platform::Point position);
-    void applyTool(int zone, int frame, platform::Point at);
-    void capture();
-
-    platform::Size m_displaySize;       ///< of the picture area, fixed for the window's life
-    video::CVideoUI* m_video = nullptr; ///< owned by the layout
-    std::shared_ptr<zone::ZoneManager> m_zones;
-    std::shared_ptr<zone::EditContext> m_editing = std::make_shared<zone::EditContext>();
-    Tool m_tool = Tool::movePoint;
-    app_state::ScreenResult m_result;
-    bool m_captured = false;
+    platform::Size m_displaySize; ///< of the picture area, fixed for the window's life
+    EditedVideo m_video;
     bool m_loaded = false;
-    int m_zoneCounter = 0;      ///< never decreases: names repeat only in another window
-    std::u16string m_shownName; ///< what the program last put into the name edit
-    ui::NameList m_zoneNames;
-    std::u16string m_saved;  ///< about the last save; empty after a failed one and after a change
-    std::u16string m_notice; ///< about what was typed last; gone with the next thing done
+    app_state::ScreenResult m_result;
+    std::shared_ptr<zone::ZoneSession> m_session;
+    // Empty until the window is made.
+    std::unique_ptr<HeaderPresenter> m_header;
+    std::unique_ptr<FlagsPresenter> m_flags;
+    std::unique_ptr<ZonesPresenter> m_zones;
+    std::unique_ptr<FramesPresenter> m_frames;
+    std::unique_ptr<PointTools> m_tools;
 };
 
 } // namespace zoneedit

@@ -16,6 +16,7 @@ inline constexpr std::u16string_view kTotalEdit = u"EditTotalFrames";
 inline constexpr std::u16string_view kVideoLabel = u"LabelVideo";
 inline constexpr std::u16string_view kEmptyLine = u"EmptyLine";
 inline constexpr std::u16string_view kNoteLabel = u"LabelNote";
+inline constexpr std::u16string_view kProblemLabel = u"LabelProblem";
 /// The index is the tool's number.
 inline constexpr std::u16string_view kToolOptions[] = {
     u"OptionMovePoint", u"OptionAddPoint", u"OptionAddMultiPoint", u"OptionDeletePoint"};

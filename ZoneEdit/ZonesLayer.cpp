@@ -2,29 +2,29 @@
 
 #include <utility>
 
-#include "zone/EditContext.h"
-#include "zone/ZoneManager.h"
+#include "zone/ZoneSession.h"
 
 namespace zoneedit {
 
-ZonesLayer::ZonesLayer(std::shared_ptr<const zone::ZoneManager> zones,
-                       std::shared_ptr<zone::EditContext> context, zone::NumberFont font)
-    : m_zones(std::move(zones)), m_context(std::move(context)), m_font(font) {}
+ZonesLayer::ZonesLayer(std::shared_ptr<const zone::ZoneSession> session, zone::NumberFont font)
+    : m_session(std::move(session)), m_font(font) {}
 
 void ZonesLayer::paint(platform::Canvas& canvas, const video::PictureView& view, int frame) {
-    const std::shared_ptr<const zone::Zone> zone = m_zones->zone(m_context->currentZone);
+    const zone::EditContext& context = m_session->context();
+    const std::shared_ptr<const zone::Zone> zone = m_session->zones().zone(context.currentZone);
     // Not worth a line in the log with every repaint.
     if (!zone || frame < 0 || frame >= zone->frameCount()) {
         return;
     }
-    zone::ZoneEditing& editing = m_context->zone(m_context->currentZone);
+    const auto index = static_cast<std::size_t>(context.currentZone);
+    const int selected = index < context.zones.size() ? context.zones[index].selectedPoint : -1;
     const auto place = [&view](platform::Point point) { return view.toWindow(point); };
-    zone->draw(frame, canvas, place, editing.selectedPoint, m_font);
-    editing.noteShown(*zone, frame);
+    zone->draw(frame, canvas, place, selected, m_font);
 }
 
 platform::Rect ZonesLayer::area(const video::PictureView& view, int frame) const {
-    const std::shared_ptr<const zone::Zone> zone = m_zones->zone(m_context->currentZone);
+    const std::shared_ptr<const zone::Zone> zone =
+        m_session->zones().zone(m_session->context().currentZone);
     const auto points = zone ? zone->points(frame) : std::nullopt;
     const auto place = [&view](platform::Point point) { return view.toWindow(point); };
     return points ? zone::drawnArea(*points, place) : platform::Rect{};

@@ -7,24 +7,20 @@
 #include "zone/ShapeDrawing.h"
 
 namespace zone {
-struct EditContext;
-class ZoneManager;
-} // namespace zone
+class ZoneSession;
+}
 
 namespace zoneedit {
 
 class ZonesLayer final : public video::Layer {
 public:
-    ZonesLayer(std::shared_ptr<const zone::ZoneManager> zones,
-               std::shared_ptr<zone::EditContext> context, zone::NumberFont font);
+    ZonesLayer(std::shared_ptr<const zone::ZoneSession> session, zone::NumberFont font);
 
-    /// Notes in the context where the frame's centre handle is shown.
     void paint(platform::Canvas& canvas, const video::PictureView& view, int frame) override;
     [[nodiscard]] platform::Rect area(const video::PictureView& view, int frame) const override;
 
 private:
-    std::shared_ptr<const zone::ZoneManager> m_zones;
-    std::shared_ptr<zone::EditContext> m_context;
+    std::shared_ptr<const zone::ZoneSession> m_session;
     zone::NumberFont m_font;
 };
 

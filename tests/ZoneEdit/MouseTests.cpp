@@ -102,6 +102,39 @@ TEST_F(ZoneEditMouse, ADragEndsOutsideThePictureWithTheButtonAndWithTheCapture) 
     EXPECT_EQ(points(0, 0)[1], (Point{320, 120}));
 }
 
+TEST_F(ZoneEditMouse, APressUpToItsReleaseIsOneStep) {
+    drawTriangle();
+    goTo(4);
+    const struct {
+        const char16_t* tool;
+        Points drag;
+        const char* step; ///< null: none
+    } cases[] = {
+        {u"OptionMovePoint", {{300, 100}, {310, 110}, {320, 120}}, "move point, frame 4"},
+        {u"OptionMovePoint", {{900, 500}, {910, 510}}, nullptr},
+        {u"OptionAddPoint", {{500, 500}, {510, 510}, {520, 530}}, "add point, frame 4"},
+        {u"OptionAddMultiPoint", {{600, 500}, {610, 510}}, "add point, frame 4"},
+        {u"OptionDeletePoint", {{600, 500}, {610, 510}}, "delete point, frame 4"},
+        {u"OptionDeletePoint", {{900, 500}, {910, 510}}, nullptr},
+    };
+    const auto& history = m_window->session().history();
+    for (const auto& c : cases) {
+        const std::size_t steps = history.size();
+        m_driver->click(c.tool);
+        m_driver->send(EventKind::mouseDown, at(c.drag[0].x, c.drag[0].y));
+        for (const Point to : c.drag) {
+            m_driver->hover(at(to.x, to.y));
+        }
+        EXPECT_EQ(history.inGesture(), c.tool != std::u16string_view(u"OptionDeletePoint"));
+        m_driver->send(EventKind::mouseUp, at(c.drag.back().x, c.drag.back().y));
+        EXPECT_FALSE(history.inGesture());
+        EXPECT_EQ(history.size(), steps + (c.step != nullptr ? 1 : 0)) << &c - cases;
+        if (c.step != nullptr) {
+            EXPECT_EQ(zone::describe(*m_window->session().undoLabel()), c.step);
+        }
+    }
+}
+
 TEST_F(ZoneEditMouse, DeleteTakesThePointUnderTheMouseOnEveryFrameThatHasOneThere) {
     drawTriangle();
     m_driver->click(u"OptionProgressChanges");

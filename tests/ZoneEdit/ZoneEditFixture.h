@@ -63,7 +63,7 @@ protected:
     }
 
     zone::ZoneManager& zones() { return *zoneedit::currentZoneManager(); }
-    const zone::EditContext& editing() { return m_window->editing(); }
+    const zone::EditContext& editing() { return m_window->session().context(); }
     /// The points of a zone on a frame, in display pixels; empty without a shape.
     std::vector<platform::Point> points(int zone, int frame) {
         const auto shape = zones().zone(zone)->shape(frame);

@@ -190,6 +190,9 @@ TEST_F(ZoneEditZones, SavedIsSaidUntilTheNextChange) {
         m_driver->press(platform::Key::right);
         m_driver->click(u"OptionMovePoint");
         clickPicture(100, 100);
+        m_driver->click(u"OptionDeletePoint");
+        clickPicture(1000, 600);
+        m_driver->click(u"OptionMovePoint");
         EXPECT_EQ(note(), u"Saved at") << "nothing has changed";
         change();
         EXPECT_EQ(note(), u"") << &change - changes;

@@ -1,0 +1,42 @@
+// The video that is edited, as the parts of the zone editor see it: its frames, and the control
+// that shows them. UI thread only.
+#pragma once
+
+#include "platform/Geometry.h"
+#include "video/CVideoUI.h"
+
+namespace zoneedit {
+
+class EditedVideo {
+public:
+    /// The control that shows it; null while there is none. Not owned.
+    void setControl(video::CVideoUI* control) { m_control = control; }
+    [[nodiscard]] video::CVideoUI* control() const { return m_control; }
+    /// The control, or null after a log line with `line`.
+    [[nodiscard]] video::CVideoUI* checkedControl(int line) const;
+
+    /// 0 without a video.
+    [[nodiscard]] int frameCount() const;
+    /// Whether there is a video and it says how long it is.
+    [[nodiscard]] bool hasFrames() const { return frameCount() > 0; }
+    [[nodiscard]] bool lacksLength() const { return size().width > 0 && !hasFrames(); }
+    /// The frame on show, 0 without a video, -1 for one without frames.
+    [[nodiscard]] int frame() const;
+    /// In its own pixels; empty without a video.
+    [[nodiscard]] platform::Size size() const;
+
+    /// Where the zone that is edited was drawn and is to be drawn.
+    void repaintZone() const;
+    /// Before it returns.
+    void repaintZoneNow() const;
+    /// A frame that is decoded already need not wait for the system's next paint.
+    void repaintDueFrame() const;
+
+private:
+    void paintNow() const;
+    [[nodiscard]] video::Video* video() const;
+
+    video::CVideoUI* m_control = nullptr;
+};
+
+} // namespace zoneedit

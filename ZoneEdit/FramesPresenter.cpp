@@ -1,0 +1,71 @@
+#include "ZoneEdit/FramesPresenter.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "ZoneEdit/HeaderPresenter.h"
+#include "ZoneEdit/ZoneEditControls.h"
+#include "ZoneEdit/ZoneTexts.h"
+#include "core/Text.h"
+
+namespace zoneedit {
+namespace {
+
+std::u16string numberText(int number) {
+    return core::displayText(std::to_string(std::max(number, 0)));
+}
+
+} // namespace
+
+FramesPresenter::FramesPresenter(ui::Controls controls, EditedVideo& video,
+                                 zone::ZoneSession& session, HeaderPresenter& header,
+                                 std::function<void()> shown)
+    : m_controls(controls), m_video(video), m_session(session), m_header(header),
+      m_shown(std::move(shown)) {}
+
+void FramesPresenter::showAll() {
+    m_controls.setText(kTotalEdit, numberText(m_video.frameCount() - 1));
+    showFrame();
+}
+
+void FramesPresenter::step(void (video::CVideoUI::*move)()) {
+    if (video::CVideoUI* control = m_video.checkedControl(kStepLine)) {
+        (control->*move)();
+        m_header.showNotice({});
+        showFrame();
+        m_video.repaintDueFrame();
+    }
+}
+
+void FramesPresenter::goToTyped() {
+    video::CVideoUI* control = m_video.checkedControl(kTypedFrameLine);
+    const toolkit::CControlUI* edit = m_controls.find(kFrameEdit);
+    if (control == nullptr || !control->video() || edit == nullptr) {
+        return;
+    }
+    const std::optional<int> target =
+        frameFrom(edit->GetText(), std::max(m_video.frameCount() - 1, 0));
+    m_header.showNotice(target ? std::u16string_view() : kNoFrameNumber);
+    if (target && *target != m_video.frame()) {
+        control->GoToFrame(*target);
+    }
+    showFrame();
+    m_video.repaintDueFrame();
+}
+
+void FramesPresenter::restoreText() {
+    m_controls.setText(kFrameEdit, frameText());
+}
+
+void FramesPresenter::showFrame() {
+    restoreText();
+    m_session.showFrame(m_video.frame());
+    m_shown();
+}
+
+std::u16string FramesPresenter::frameText() const {
+    return numberText(m_video.frame());
+}
+
+} // namespace zoneedit

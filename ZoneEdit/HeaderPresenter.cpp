@@ -1,0 +1,96 @@
+#include "ZoneEdit/HeaderPresenter.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "ZoneEdit/ZoneEditControls.h"
+#include "ZoneEdit/ZoneTexts.h"
+#include "core/Paths.h"
+#include "core/Text.h"
+#include "ui/SceneHints.h"
+
+namespace zoneedit {
+
+HeaderPresenter::HeaderPresenter(ui::Controls controls, const EditedVideo& video,
+                                 zone::ZoneSession& session, std::string videoPath)
+    : m_controls(controls), m_video(video), m_session(session), m_videoPath(std::move(videoPath)),
+      m_changes(session.observe([this](const auto& changes) { refresh(changes); })) {}
+
+void HeaderPresenter::showAll() {
+    readNames();
+    show();
+}
+
+void HeaderPresenter::showNotice(std::u16string_view text) {
+    if (m_notice != text) {
+        m_notice = text;
+        show();
+    }
+}
+
+void HeaderPresenter::save() {
+    const bool wasDamaged = m_session.zones().loadReport().problem != zone::LoadProblem::none;
+    m_session.save(m_videoPath);
+    m_notice.clear();
+    m_saved.clear();
+    if (m_session.zones().lastSaveFailure().empty()) {
+        m_saved = ui::savedText() + u" ";
+        if (wasDamaged) {
+            m_saved += keptText(m_session.zones().keptAs()) + u" ";
+        }
+    }
+    show();
+}
+
+void HeaderPresenter::refresh(const zone::ZoneSession::History::Changes& changes) {
+    if (changes.empty()) {
+        return;
+    }
+    const bool isAboutNames = std::any_of(changes.begin(), changes.end(), [](const auto& change) {
+        return change.what != zone::ZoneChange::What::shapes;
+    });
+    if (isAboutNames) {
+        readNames();
+    }
+    if (isAboutNames || !m_saved.empty() || !m_notice.empty()) {
+        m_saved.clear();
+        m_notice.clear();
+        show();
+    }
+}
+
+void HeaderPresenter::readNames() {
+    std::vector<std::string> names;
+    for (int zone = 0; zone < m_session.zones().zoneCount(); ++zone) {
+        names.push_back(m_session.zones().getZoneName(zone));
+    }
+    m_namesHint = zoneNamesHint(names);
+}
+
+void HeaderPresenter::show() {
+    std::u16string title = core::displayText(core::fileName(m_videoPath));
+    const std::u16string problem = problemText();
+    if (toolkit::CControlUI* label = m_controls.find(kProblemLabel)) {
+        label->SetText(problem);
+        label->SetVisible(!problem.empty());
+    } else if (!problem.empty()) {
+        title += u"    " + problem;
+    }
+    m_controls.setText(kVideoLabel, title);
+    m_controls.setText(kNoteLabel, m_notice.empty() ? m_saved + m_namesHint : m_notice);
+    m_controls.setVisible(kNoteLabel, problem.empty());
+}
+
+std::u16string HeaderPresenter::problemText() const {
+    const std::u16string notSaved = ui::notSavedText(m_session.zones().lastSaveFailure());
+    if (!notSaved.empty() || !m_notice.empty()) {
+        return notSaved;
+    }
+    const std::u16string unread =
+        loadProblemText(m_session.zones().loadReport(), core::withoutExtension(m_videoPath));
+    const bool isUnknown = m_saved.empty() && m_video.lacksLength();
+    return unread.empty() && isUnknown ? std::u16string(kUnknownLength) : unread;
+}
+
+} // namespace zoneedit

@@ -1,0 +1,42 @@
+// What the zone editor says at its top: the video's name, what became of the last save, what could
+// not be read, and hints about the zones' names. Part of the zone editor.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "ZoneEdit/EditedVideo.h"
+#include "ui/Controls.h"
+#include "zone/ZoneSession.h"
+
+namespace zoneedit {
+
+class HeaderPresenter {
+public:
+    /// All but `videoPath` outlive it.
+    HeaderPresenter(ui::Controls controls, const EditedVideo& video, zone::ZoneSession& session,
+                    std::string videoPath);
+
+    void showAll();
+    /// In place of what is said otherwise, but for a failed save; empty: no longer.
+    void showNotice(std::u16string_view text);
+    /// Saves the zones and says what became of it, until the next change.
+    void save();
+
+private:
+    void refresh(const zone::ZoneSession::History::Changes& changes);
+    void readNames();
+    void show();
+    [[nodiscard]] std::u16string problemText() const;
+
+    ui::Controls m_controls;
+    const EditedVideo& m_video;
+    zone::ZoneSession& m_session;
+    std::string m_videoPath;
+    std::u16string m_namesHint;
+    std::u16string m_saved;  ///< about the last save; empty after a failed one and after a change
+    std::u16string m_notice; ///< about what was typed last
+    edit::Subscription m_changes;
+};
+
+} // namespace zoneedit

@@ -1,0 +1,143 @@
+#include "ZoneEdit/PointTools.h"
+
+#include <cstddef>
+#include <iterator>
+
+#include "ZoneEdit/ZoneEditControls.h"
+#include "toolkit/controls/COptionUI.h"
+
+namespace zoneedit {
+
+using platform::EventKind;
+using platform::Point;
+using zone::StepLabel;
+
+struct PointTools::Rule {
+    StepLabel::Name step;
+    bool holds; ///< the mouse stays ours until the button is released
+    Tool next;  ///< after the press
+};
+
+const PointTools::Rule& PointTools::ruleOf(Tool tool) {
+    static constexpr Rule kRules[] = {
+        {StepLabel::Name::movePoint, true, Tool::movePoint},
+        // The new point can be dragged at once, and the next click selects.
+        {StepLabel::Name::addPoint, true, Tool::movePoint},
+        {StepLabel::Name::addPoint, true, Tool::addMultiPoint},
+        {StepLabel::Name::deletePoint, false, Tool::deletePoint},
+    };
+    static_assert(std::size(kRules) == std::size(kToolOptions));
+    return kRules[static_cast<std::size_t>(tool)];
+}
+
+PointTools::PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session)
+    : m_controls(controls), m_video(video), m_session(session) {}
+
+bool PointTools::choose(std::u16string_view option) {
+    int number = 0;
+    for (const std::u16string_view name : kToolOptions) {
+        if (option == name) {
+            m_tool = static_cast<Tool>(number);
+            return true;
+        }
+        ++number;
+    }
+    return false;
+}
+
+void PointTools::choose(Tool tool) {
+    m_tool = tool;
+    const std::u16string_view name = kToolOptions[static_cast<std::size_t>(tool)];
+    if (auto* option = m_controls.find<toolkit::COptionUI>(name)) {
+        option->Selected(true);
+    }
+}
+
+bool PointTools::handle(const platform::Event& event) {
+    const bool left = event.button == platform::MouseButton::left;
+    switch (event.kind) {
+    case EventKind::mouseDown:
+    case EventKind::mouseDoubleClick: // two quick clicks are two clicks
+        return left && press(event.position);
+    case EventKind::mouseMove:
+        return m_isHeld && move(event.position);
+    case EventKind::mouseUp:
+        return left && m_isHeld && release(event.position);
+    case EventKind::captureLost:
+        endStep();
+        return false;
+    default:
+        return false;
+    }
+}
+
+bool PointTools::press(Point position) {
+    const video::CVideoUI* control = m_video.checkedControl(kMouseDownLine);
+    const int zone = m_session.context().currentZone;
+    const int frame = m_video.frame();
+    if (control == nullptr || zone < 0 || frame < 0 || !control->GetPos().contains(position)) {
+        return false;
+    }
+    const Rule& rule = ruleOf(m_tool);
+    m_session.beginGesture({rule.step, zone, frame});
+    use(zone, frame, control->view().toDisplay(position));
+    if (rule.holds) {
+        m_controls.manager().SetCapture();
+        m_isHeld = true;
+    } else {
+        m_session.endGesture();
+    }
+    if (rule.next != m_tool) {
+        choose(rule.next);
+    }
+    m_video.repaintZoneNow();
+    return true;
+}
+
+void PointTools::use(int zone, int frame, Point at) {
+    switch (m_tool) {
+    case Tool::movePoint:
+        m_session.hitTest(zone, frame, at.x, at.y);
+        break;
+    case Tool::addPoint:
+    case Tool::addMultiPoint:
+        m_session.addPoint(zone, frame, at.x, at.y);
+        break;
+    case Tool::deletePoint:
+        m_session.deletePoint(zone, frame, at.x, at.y);
+        break;
+    }
+}
+
+bool PointTools::move(Point position) {
+    const video::CVideoUI* control = m_video.checkedControl(kMouseMoveLine);
+    if (control == nullptr) {
+        return false;
+    }
+    const int zone = m_session.context().currentZone;
+    if (m_tool == Tool::movePoint && zone >= 0 && control->GetPos().contains(position)) {
+        const Point at = control->view().toDisplay(position);
+        m_session.moveSelectedPoint(zone, m_video.frame(), at.x, at.y);
+    }
+    m_video.repaintZoneNow();
+    return true;
+}
+
+bool PointTools::release(Point position) {
+    const video::CVideoUI* control = m_video.checkedControl(kMouseUpLine);
+    const int zone = m_session.context().currentZone;
+    if (control != nullptr && m_tool == Tool::movePoint && zone >= 0) {
+        const Point at = control->view().toDisplay(position);
+        m_session.endMove(zone, m_video.frame(), at.x, at.y);
+    }
+    endStep();
+    m_controls.manager().ReleaseCapture();
+    return true;
+}
+
+void PointTools::endStep() {
+    m_isHeld = false;
+    m_session.endGesture();
+}
+
+} // namespace zoneedit

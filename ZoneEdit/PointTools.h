@@ -1,0 +1,44 @@
+// The four point tools: which one is chosen, and what the mouse does with it on the picture. A
+// press of the button up to its release is one step of the session. Part of the zone editor.
+#pragma once
+
+#include <string_view>
+
+#include "ZoneEdit/EditedVideo.h"
+#include "platform/Event.h"
+#include "ui/Controls.h"
+#include "zone/ZoneSession.h"
+
+namespace zoneedit {
+
+class PointTools {
+public:
+    /// All outlive it.
+    PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session);
+
+    void showAll() { choose(Tool::movePoint); }
+    /// The author pressed the option of that name. False when it is no tool's.
+    bool choose(std::u16string_view option);
+    /// True when the event was dealt with.
+    bool handle(const platform::Event& event);
+
+private:
+    enum class Tool { movePoint = 0, addPoint = 1, addMultiPoint = 2, deletePoint = 3 };
+    struct Rule;
+
+    [[nodiscard]] static const Rule& ruleOf(Tool tool);
+    void choose(Tool tool);
+    bool press(platform::Point position);
+    void use(int zone, int frame, platform::Point at);
+    bool move(platform::Point position);
+    bool release(platform::Point position);
+    void endStep();
+
+    ui::Controls m_controls;
+    EditedVideo& m_video;
+    zone::ZoneSession& m_session;
+    Tool m_tool = Tool::movePoint;
+    bool m_isHeld = false; ///< the button is down, and the mouse ours
+};
+
+} // namespace zoneedit
