@@ -5,15 +5,16 @@ icon into data/icon.
   tools/make_skin.py           writes data/UI/*.png, data/icon/*
   tools/make_skin.py --check   compares them with what it would draw; exit 1 when one differs
   tools/make_skin.py --sheet F all images on one sheet, four times enlarged, for a look
+  tools/make_skin.py --setup D the pictures of the installer's pages into the folder D
 
 Needs Python 3 alone. The pixels are the same on every machine, so the images are kept beside this
 script and a build never draws them.
 """
 
 import pathlib
-import struct
 import sys
 
+import program_icon
 import skin_icons
 import skin_sheet
 from vector import path, png
@@ -21,7 +22,6 @@ from vector.canvas import Image
 
 FOLDER = pathlib.Path(__file__).resolve().parent.parent / "data" / "UI"
 ICON_FOLDER = FOLDER.parent / "icon"
-ICON_SIZES = (16, 24, 32, 48, 64, 128, 256)
 
 MUTED, WINDOW, SURFACE = "#465362", "#F3F5F8", "#FFFFFF"
 LINE, EDGE = "#D3DAE2", "#7C8A9A"
@@ -213,35 +213,9 @@ def images():
             yield name + ".png", image
 
 
-def program_icon(size):
-    """The product mark in white on the accent."""
-    image = Image(size, size)
-    edge = size / 32 if size > 32 else 0
-    image.fill(path.rounded(edge, edge, size - 2 * edge, size - 2 * edge, size * 0.2), ACCENT)
-    scale = size * 0.74 / 16
-    offset = (size - 16 * scale) / 2
-    skin_icons.draw(image, "Mark", offset, offset, SURFACE, scale, ACCENT)
-    return image
-
-
-def icon_files():
-    """(file name, bytes): a PNG for each size, and all of them in one .ico
-    (https://learn.microsoft.com/windows/win32/menurc/newheader; entries are PNG files)."""
-    files = []
-    for size in ICON_SIZES:
-        image = program_icon(size)
-        files.append((size, png.encode(size, size, image.rgba())))
-    entries, place = b"", 6 + 16 * len(files)
-    for size, data in files:
-        entries += struct.pack("<BBBBHHII", size % 256, size % 256, 0, 0, 1, 32, len(data), place)
-        place += len(data)
-    yield from ((f"quorvel-{size}.png", data) for size, data in files)
-    yield "quorvel.ico", struct.pack("<HHH", 0, 1, len(files)) + entries + b"".join(data for _, data in files)
-
-
 def check():
-    wrong = [f"{name}: differs from its description" for size in ICON_SIZES for name in (f"quorvel-{size}.png",)
-             if png.decode((ICON_FOLDER / name).read_bytes())[2] != program_icon(size).rgba()]
+    wrong = [f"{name}: differs from its description" for name, data in program_icon.files(ACCENT, SURFACE)
+             if (ICON_FOLDER / name).read_bytes() != data]
     wanted = set()
     for name, image in images():
         wanted.add(name)
@@ -265,6 +239,10 @@ def main(arguments):
     if arguments[:1] == ["--sheet"] and len(arguments) == 2:
         skin_sheet.write(images(), arguments[1])
         return 0
+    if arguments[:1] == ["--setup"] and len(arguments) == 2:
+        for name, data in program_icon.setup_pictures(ACCENT, SURFACE):
+            (pathlib.Path(arguments[1]) / name).write_bytes(data)
+        return 0
     if arguments:
         print(__doc__)
         return 2
@@ -274,7 +252,7 @@ def main(arguments):
         (FOLDER / name).write_bytes(png.encode(image.width, image.height, image.rgba()))
         count += 1
     ICON_FOLDER.mkdir(parents=True, exist_ok=True)
-    for name, data in icon_files():
+    for name, data in program_icon.files(ACCENT, SURFACE):
         (ICON_FOLDER / name).write_bytes(data)
     print(f"{count} images in {FOLDER}, the icon in {ICON_FOLDER}")
     return 0

@@ -72,3 +72,15 @@ def draw(image, name, x, y, colour, scale=1.0, ground="#FFFFFF"):
     for hole in holes:
         image.fill(hole, ground)
     image.fill(path.union(*outlines), colour)
+
+
+def svg(name, colour, ground="#FFFFFF"):
+    """A small icon as SVG elements in its own 16 x 16 square."""
+    out = ""
+    for kind, text in _SMALL[name]:
+        fill = {"full": colour, "dot": colour, "hole": ground}.get(kind, "none")
+        width = {"butt": 2, "thin": 1.25, "dot": 0}.get(kind, 1.5)
+        cap = "butt" if kind == "butt" else "round"
+        out += (f'<path d="{text}" fill="{fill}" stroke="{colour}" stroke-width="{width}" '
+                f'stroke-linecap="{cap}" stroke-linejoin="round"/>\n')
+    return out
