@@ -20,6 +20,18 @@ target_compile_options(quorvel_options INTERFACE
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<OR:$<CONFIG:Release>,$<PLATFORM_ID:Windows>>>:-Wno-restrict$<SEMICOLON>-Wno-maybe-uninitialized>)
 target_include_directories(quorvel_options INTERFACE "${CMAKE_SOURCE_DIR}")
 
+if(QUORVEL_HARDEN)
+  add_compile_options(-fstack-protector-strong -D_FORTIFY_SOURCE=2)
+  add_link_options(-fstack-protector-strong)
+  if(NOT WIN32)
+    add_link_options(-Wl,-z,relro,-z,now)
+  endif()
+endif()
+if(WIN32)
+  # The same sources give the same bytes: no time of the link in the file.
+  add_link_options(-Wl,--no-insert-timestamp)
+endif()
+
 if(QUORVEL_SANITIZE)
   add_compile_options(-fsanitize=${QUORVEL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${QUORVEL_SANITIZE})

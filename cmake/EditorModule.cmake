@@ -13,6 +13,17 @@ function(editor_module name)
     VERIFY_INTERFACE_HEADER_SETS ON)
 endfunction()
 
+# program_properties(NAME DESCRIPTION)
+#
+# What Windows shows as the properties of a program that is shipped.
+function(program_properties name description)
+  if(WIN32)
+    set(file "${CMAKE_CURRENT_BINARY_DIR}/${name}-version.rc")
+    configure_file("${CMAKE_SOURCE_DIR}/platform/win32/version.rc.in" "${file}" @ONLY)
+    target_sources(${name} PRIVATE "${file}")
+  endif()
+endfunction()
+
 # The source folder as test programs see it: under Wine this machine's root is a drive.
 set(QUORVEL_SOURCE_FOLDER "${CMAKE_SOURCE_DIR}")
 if(CMAKE_CROSSCOMPILING)
