@@ -1,123 +1,291 @@
 ; The installer for 64-bit Windows: per user, so that it needs no administrator and the program may
-; write its scenes and its log beside itself. Upgrade and uninstall keep the user's Scenes folder.
+; write its scenes and its log beside itself. Upgrade and removal keep the user's Scenes folder.
 ; Called by tools/package:
-;   makensis -DVERSION=1.2.3 -DTREE=<installed tree> -DOUTPUT=<installer> -DROOT=<source tree> quorvel.nsi
-; Silent: Quorvel-1.2.3-setup.exe /S [/D=C:\Folder], Uninstall.exe /S.
+;   makensis -INPUTCHARSET UTF8 -DVERSION=1.2.3 -DTREE=<installed tree> -DOUTPUT=<installer>
+;     -DPICTURES=<pictures of its pages> -DROOT=<source tree> quorvel.nsi
+;
+; Silent: Quorvel-1.2.3-setup.exe /S [/D=C:\Folder]; Uninstall.exe /S [_?=C:\Folder]. Exit codes:
+;   0  done
+;   1  cancelled by the user
+;   2  refused, because Quorvel is running; nothing was changed
+;   3  files could not be written or removed; an installation is as it was before
+;   4  installed, but not in the start menu or the list of programs
+; Uninstall.exe goes on in a copy of itself and ends at once with 0; with _?= and its own folder as the
+; last argument it does not, and its exit code is the result.
 Unicode true
 Target amd64-unicode
 !include "MUI2.nsh"
 !include "FileFunc.nsh"
+!include "LogicLib.nsh"
 
 !define EDITOR "$INSTDIR\Programs\Quorvel"
+!define NEW "$INSTDIR\Setup.new"    ; the files of this version, until they are in their places
+!define FORMER "$INSTDIR\Setup.old" ; those of the version before, until all of this one's are there
+!define DONE "$INSTDIR\Setup.done"  ; the same, to be removed
 !define MENU "$SMPROGRAMS\Quorvel"
 !define REGISTRY "Software\Quorvel"
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvel"
 
 Name "Quorvel ${VERSION}"
+BrandingText "Quorvel ${VERSION}"
 OutFile "${OUTPUT}"
 InstallDir "$LOCALAPPDATA\Quorvel"
 ; An upgrade goes where the last version is.
 InstallDirRegKey HKCU "${REGISTRY}" "Folder"
 RequestExecutionLevel user
 SetCompressor /SOLID lzma
+SetDateSave off ; the same sources give the same installer
+SetOverwrite try ; a file that cannot be written is an error, not a question
 VIProductVersion "${VERSION}.0"
-VIAddVersionKey "ProductName" "Quorvel"
-VIAddVersionKey "ProductVersion" "${VERSION}"
-VIAddVersionKey "FileDescription" "Quorvel installer"
-VIAddVersionKey "FileVersion" "${VERSION}"
-VIAddVersionKey "LegalCopyright" ""
+VIAddVersionKey /LANG=0 "ProductName" "Quorvel"
+VIAddVersionKey /LANG=0 "ProductVersion" "${VERSION}"
+VIAddVersionKey /LANG=0 "FileDescription" "Quorvel installer"
+VIAddVersionKey /LANG=0 "FileVersion" "${VERSION}"
+VIAddVersionKey /LANG=0 "LegalCopyright" ""
 
 !define MUI_ICON "${ROOT}/data/icon/quorvel.ico"
 !define MUI_UNICON "${ROOT}/data/icon/quorvel.ico"
-!define MUI_FINISHPAGE_RUN
-!define MUI_FINISHPAGE_RUN_FUNCTION runEditor
+!define MUI_HEADERIMAGE
+!define MUI_HEADERIMAGE_RIGHT
+!define MUI_HEADERIMAGE_BITMAP "${PICTURES}/top.bmp"
+!define MUI_HEADERIMAGE_UNBITMAP "${PICTURES}/top.bmp"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURES}/side.bmp"
+!define MUI_UNWELCOMEFINISHPAGE_BITMAP "${PICTURES}/side.bmp"
+
+!insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
+!define MUI_FINISHPAGE_RUN
+!define MUI_FINISHPAGE_RUN_FUNCTION runEditor
+!define MUI_FINISHPAGE_SHOWREADME "${EDITOR}\Manual\index.html"
+!define MUI_FINISHPAGE_SHOWREADME_TEXT "$(textManual)"
+!define MUI_FINISHPAGE_SHOWREADME_NOTCHECKED
 !insertmacro MUI_PAGE_FINISH
+!define MUI_UNCONFIRMPAGE_TEXT_TOP "$(textScenesStay)"
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
+!define MUI_FINISHPAGE_TEXT "$(textScenesStay)"
+!insertmacro MUI_UNPAGE_FINISH
 !insertmacro MUI_LANGUAGE "English"
+!insertmacro MUI_LANGUAGE "French"
+!insertmacro MUI_LANGUAGE "German"
+!insertmacro MUI_LANGUAGE "Spanish"
+!insertmacro MUI_LANGUAGE "Dutch"
+!include "${ROOT}/packaging/texts.nsh"
 
 Function runEditor
   SetOutPath "${EDITOR}" ; the program's working folder
   Exec '"${EDITOR}\Quorvel.exe"'
 FunctionEnd
 
-; A running editor holds its file open: ask before anything is changed. Silently: exit code 2.
-!macro refuseWhileRunning
-  IfFileExists "${EDITOR}\Quorvel.exe" 0 free
-retry:
-  ClearErrors
-  FileOpen $0 "${EDITOR}\Quorvel.exe" a
-  IfErrors busy
-  FileClose $0
-  Goto free
-busy:
-  MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Please close Quorvel first." /SD IDCANCEL IDRETRY retry
-  SetErrorLevel 2
-  Quit
-free:
+; A running program holds its file open: ask before anything is changed.
+!macro refuseWhileRuns program
+  ${Do}
+    ${IfNot} ${FileExists} "${EDITOR}\${program}"
+      ${ExitDo}
+    ${EndIf}
+    ClearErrors
+    FileOpen $0 "${EDITOR}\${program}" a
+    ${IfNot} ${Errors}
+      FileClose $0
+      ${ExitDo}
+    ${EndIf}
+    ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(textRunning)" /SD IDCANCEL IDCANCEL`
+      SetErrorLevel 2
+      Quit
+    ${EndIf}
+  ${Loop}
 !macroend
 
-Section "Quorvel"
-  !insertmacro refuseWhileRunning
-  SetOutPath "${EDITOR}"
-  File "${TREE}/Programs/Quorvel/Quorvel.exe"
-  File "${TREE}/Programs/Quorvel/quorvel-inspect.exe"
-  File "${TREE}/Programs/Quorvel/Translations.ini"
-  ; Images of an earlier skin would stay otherwise.
-  RMDir /r "${EDITOR}\UI"
-  SetOutPath "${EDITOR}\UI"
-  File "${TREE}/Programs/Quorvel/UI/*"
-  ; The demo comes with the first installation only: later the scenes are the user's.
-  IfFileExists "${EDITOR}\Scenes\*.*" keepScenes
-  SetOutPath "${EDITOR}\Scenes"
-  File /r "${TREE}/Programs/Quorvel/Scenes/*"
-keepScenes:
-  SetOutPath "$INSTDIR\Settings"
-  SetOverwrite off
-  File "${TREE}/Settings/Settings.ini"
-  SetOverwrite on
-  SetOutPath "$INSTDIR"
-  File "${TREE}/CHANGELOG.txt"
-  WriteUninstaller "$INSTDIR\Uninstall.exe"
+; What is installed, in the order in which it comes to its place.
+!macro forAll action
+  !insertmacro ${action} "Programs\Quorvel\Translations.ini"
+  !insertmacro ${action} "Programs\Quorvel\UI"
+  !insertmacro ${action} "Programs\Quorvel\Manual"
+  !insertmacro ${action} "Programs\Quorvel\quorvel-inspect.exe"
+  !insertmacro ${action} "Programs\Quorvel\Quorvel.exe"
+  !insertmacro ${action} "CHANGELOG.txt"
+  !insertmacro ${action} "README.txt"
+  !insertmacro ${action} "Uninstall.exe"
+!macroend
+; What is the user's after the first installation.
+!macro forAllOnce action
+  !insertmacro ${action} "Programs\Quorvel\Scenes"
+  !insertmacro ${action} "Settings\Settings.ini"
+!macroend
 
+; Asking for the error flag clears it: what has failed is kept.
+Var failed
+!macro keepErrors
+  ${If} ${Errors}
+    StrCpy $failed 1
+  ${EndIf}
+!macroend
+
+!macro putInPlace item
+  ${If} $failed == ""
+    ${If} ${FileExists} "$INSTDIR\${item}"
+      Rename "$INSTDIR\${item}" "${FORMER}\${item}"
+    ${EndIf}
+    Rename "${NEW}\${item}" "$INSTDIR\${item}"
+    !insertmacro keepErrors
+  ${EndIf}
+!macroend
+!macro putIfMissing item
+  ${If} $failed == ""
+  ${AndIfNot} ${FileExists} "$INSTDIR\${item}"
+    Rename "${NEW}\${item}" "$INSTDIR\${item}"
+    !insertmacro keepErrors
+  ${EndIf}
+!macroend
+; A new file that is not where it was unpacked has come to its place.
+!macro takeBack item
+  ${IfNot} ${FileExists} "${NEW}\${item}"
+    Rename "$INSTDIR\${item}" "${NEW}\${item}"
+  ${EndIf}
+  ${If} ${FileExists} "${FORMER}\${item}"
+    Rename "${FORMER}\${item}" "$INSTDIR\${item}"
+  ${EndIf}
+!macroend
+
+!macro removeIfEmpty
+  RMDir "${EDITOR}"
+  RMDir "$INSTDIR\Programs"
+  RMDir "$INSTDIR\Settings"
+  RMDir "$INSTDIR"
+!macroend
+
+; Makes the installation what it was before; sets the error flag when that fails. Also after a run that
+; was cut short: as long as there is a former version aside, what was unpacked is complete.
+Function undo
+  SetOutPath "$TEMP"
+  ClearErrors
+  ${If} ${FileExists} "${FORMER}\*.*"
+    !insertmacro forAll takeBack
+    !insertmacro forAllOnce takeBack
+    ${If} ${Errors}
+      Return
+    ${EndIf}
+  ${EndIf}
+  RMDir /r "${FORMER}"
+  RMDir /r "${NEW}"
+  !insertmacro removeIfEmpty
+  ClearErrors
+FunctionEnd
+
+Function fail
+  Call undo
+  ${If} ${Errors}
+    MessageBox MB_OK|MB_ICONSTOP "$(textNotUndone)" /SD IDOK
+  ${Else}
+    MessageBox MB_OK|MB_ICONSTOP "$(textNotInstalled)" /SD IDOK
+  ${EndIf}
+  SetErrorLevel 3
+  Abort
+FunctionEnd
+
+; The maker's own messages, for example of a full disk, end the section.
+Function .onInstFailed
+  Call undo
+  SetErrorLevel 3
+FunctionEnd
+
+Section "Quorvel"
+  !insertmacro refuseWhileRuns "Quorvel.exe"
+  !insertmacro refuseWhileRuns "quorvel-inspect.exe"
+  Call undo
+  ${If} ${Errors}
+    Call fail
+  ${EndIf}
+  RMDir /r "${DONE}"
+
+  ClearErrors
+  SetOutPath "${NEW}"
+  File /r "${TREE}/*"
+  WriteUninstaller "${NEW}\Uninstall.exe"
+  SetOutPath "$TEMP"
+  CreateDirectory "${EDITOR}"
+  CreateDirectory "$INSTDIR\Settings"
+  ${If} ${Errors}
+    Call fail
+  ${EndIf}
+
+  CreateDirectory "${FORMER}\Programs\Quorvel"
+  !insertmacro forAll putInPlace
+  !insertmacro forAllOnce putIfMissing
+  ${If} $failed == ""
+    Rename "${FORMER}" "${DONE}"
+    !insertmacro keepErrors
+  ${EndIf}
+  ${If} $failed != ""
+    Call fail
+  ${EndIf}
+  RMDir /r "${DONE}"
+  RMDir /r "${NEW}"
+
+  ClearErrors
   CreateDirectory "${MENU}"
   SetOutPath "${EDITOR}" ; a shortcut keeps the current folder as its program's working folder
   CreateShortcut "${MENU}\Quorvel.lnk" "${EDITOR}\Quorvel.exe"
   CreateShortcut "${MENU}\Quorvel scenes.lnk" "${EDITOR}\Scenes"
+  CreateShortcut "${MENU}\Quorvel manual.lnk" "${EDITOR}\Manual\index.html"
   CreateShortcut "${MENU}\Uninstall Quorvel.lnk" "$INSTDIR\Uninstall.exe"
-
   WriteRegStr HKCU "${REGISTRY}" "Folder" "$INSTDIR"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "Quorvel"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayIcon" "${EDITOR}\Quorvel.exe"
   WriteRegStr HKCU "${UNINSTALL}" "InstallLocation" "$INSTDIR"
   WriteRegStr HKCU "${UNINSTALL}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
-  WriteRegStr HKCU "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
+  WriteRegStr HKCU "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S _?=$INSTDIR'
   WriteRegDWORD HKCU "${UNINSTALL}" "NoModify" 1
   WriteRegDWORD HKCU "${UNINSTALL}" "NoRepair" 1
   ${GetSize} "$INSTDIR" "/S=0K" $0 $1 $2
   WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" $0
+  ${If} ${Errors}
+    MessageBox MB_OK|MB_ICONEXCLAMATION "$(textNotRegistered)" /SD IDOK
+    SetErrorLevel 4
+  ${EndIf}
 SectionEnd
 
 Section "Uninstall"
-  !insertmacro refuseWhileRunning
-  Delete "${EDITOR}\Quorvel.exe"
-  Delete "${EDITOR}\quorvel-inspect.exe"
+  !insertmacro refuseWhileRuns "Quorvel.exe"
+  !insertmacro refuseWhileRuns "quorvel-inspect.exe"
+  SetOutPath "$TEMP" ; a folder that is current somewhere cannot be removed
+  ClearErrors
+  ; Scenes is the user's work and stays.
+  ${If} ${FileExists} "${EDITOR}\UI\*.*"
+    RMDir /r "${EDITOR}\UI"
+  ${EndIf}
+  ${If} ${FileExists} "${EDITOR}\Manual\*.*"
+    RMDir /r "${EDITOR}\Manual"
+  ${EndIf}
   Delete "${EDITOR}\Translations.ini"
   Delete "${EDITOR}\Log.html"
-  RMDir /r "${EDITOR}\UI"
+  Delete "${EDITOR}\quorvel-inspect.exe"
+  Delete "${EDITOR}\Quorvel.exe"
   Delete "$INSTDIR\Settings\Settings.ini"
   Delete "$INSTDIR\CHANGELOG.txt"
-  Delete "$INSTDIR\Uninstall.exe"
-  ; Scenes is the user's work and stays. Folders go when they are empty.
-  RMDir "${EDITOR}"
-  RMDir "$INSTDIR\Programs"
-  RMDir "$INSTDIR\Settings"
-  RMDir "$INSTDIR"
+  Delete "$INSTDIR\README.txt"
+  ${If} ${Errors}
+    MessageBox MB_OK|MB_ICONSTOP "$(textNotRemoved)" /SD IDOK
+    SetErrorLevel 3
+    Abort
+  ${EndIf}
+  RMDir /r "${NEW}"
+  RMDir /r "${FORMER}"
+  RMDir /r "${DONE}"
+  ; A running program's file cannot be removed, but it can be moved away.
+  ${If} $EXEPATH == "$INSTDIR\Uninstall.exe"
+    GetTempFileName $0
+    Delete $0
+    Rename "$INSTDIR\Uninstall.exe" $0
+  ${Else}
+    Delete "$INSTDIR\Uninstall.exe"
+  ${EndIf}
+  !insertmacro removeIfEmpty
   Delete "${MENU}\Quorvel.lnk"
   Delete "${MENU}\Quorvel scenes.lnk"
+  Delete "${MENU}\Quorvel manual.lnk"
   Delete "${MENU}\Uninstall Quorvel.lnk"
   RMDir "${MENU}"
   DeleteRegKey HKCU "${UNINSTALL}"

@@ -8,7 +8,10 @@ The virtual display ($DISPLAY) must have no window manager. Exit 0 when all is w
 
 import glob
 import os
+import pathlib
+import resource
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
@@ -21,6 +24,7 @@ WINE = os.path.join(ROOT, "tools", "wine-run.sh")
 WINE_KEEP = os.path.join(ROOT, "tools", "wine-keep.sh")
 LONGEST_WAIT = 240  # seconds until a step counts as hanging
 FIRST_TITLE = "Open or Create Scene"
+DEMO = ["Fire Drill Level 1", "Forklift Safety"]
 SKIN_TABLE = os.path.join(ROOT, "tests", "data", "skin", "layout.tsv")
 
 
@@ -54,10 +58,14 @@ def middle_of_exit_button():
     raise AssertionError("no Exit button in the table of the skin")
 
 
-def find_first_window():
-    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", FIRST_TITLE],
+def find_window(title):
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title],
                            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, check=False)
     return found.stdout.split()
+
+
+def find_first_window():
+    return find_window(FIRST_TITLE)
 
 
 def exit_by_click(process):
@@ -94,6 +102,11 @@ class PackageTest(unittest.TestCase):
             stream.write(text)
         return path
 
+    def contents(self, folder):
+        """Path -> bytes of every file below."""
+        paths = [os.path.join(at, name) for at, _, names in os.walk(folder) for name in names]
+        return {path: pathlib.Path(path).read_bytes() for path in paths}
+
     def assert_clean_log(self, editor):
         path = os.path.join(editor, "Log.html")
         wait_for("log page", lambda: os.path.exists(path) and os.path.getsize(path))
@@ -112,15 +125,12 @@ class Linux(PackageTest):
         return {**own, **{name: os.environ[name] for name in ("PATH", "DISPLAY", "XAUTHORITY")
                           if name in os.environ}}
 
-    def snapshot(self, folder):
-        return {os.path.join(at, name): os.stat(os.path.join(at, name)).st_mtime_ns
-                for at, _, names in os.walk(folder) for name in names}
-
     def use_installed(self, usr):
         inspect = os.path.join(usr, "bin", "quorvel-inspect")
         self.assertEqual(run(inspect, "--version"), f"quorvel-inspect {VERSION}\n")
-        before = self.snapshot(usr)
+        before = self.contents(usr)
         editor = os.path.join(self.place, "home", ".local", "share", "quorvel", "Programs", "Quorvel")
+        self.cut_the_first_start_short(usr)
         for language in ("English", "German"):
             process = subprocess.Popen([os.path.join(usr, "bin", "quorvel")], env=self.environment(),
                                        cwd="/", stderr=subprocess.PIPE)
@@ -128,6 +138,8 @@ class Linux(PackageTest):
             self.assertEqual(process.communicate(timeout=LONGEST_WAIT)[1], b"")
             self.assertEqual(process.returncode, 0)
             self.assert_clean_log(editor)
+            self.assertLessEqual(set(os.listdir(os.path.join(editor, "Scenes"))), set(DEMO))
+            self.assertTrue(os.path.exists(os.path.join(editor, "Manual", "index.html")))
             # The second start finds what the user has changed meanwhile, and keeps it.
             settings = os.path.join(editor, "..", "..", "Settings", "Settings.ini")
             with open(settings, encoding="utf-8") as stream:
@@ -138,7 +150,30 @@ class Linux(PackageTest):
         self.assertFalse(os.path.exists(os.path.join(scenes, "Forklift Safety")))
         for scene in os.listdir(scenes):
             self.assertIn('"branches"', run(inspect, "scene", os.path.join(scenes, scene)))
-        self.assertEqual(self.snapshot(usr), before)
+        self.assertEqual(self.contents(usr), before)
+
+    def cut_the_first_start_short(self, usr):
+        """By the end of the start script, then by a folder that cannot be made, which is shown."""
+        cp = self.put("bin", "cp", '#!/bin/sh\nfor to; do :; done\nmkdir "$to"; kill -9 $PPID\n')
+        os.chmod(cp, 0o755)
+        environment = self.environment()
+        environment["PATH"] = os.path.dirname(cp) + ":" + environment["PATH"]
+        start = os.path.join(usr, "bin", "quorvel")
+        self.assertNotEqual(subprocess.call([start], env=environment, stderr=subprocess.DEVNULL), 0)
+
+        environment = dict(self.environment(), QUORVEL_HOME=os.path.join(cp, "home"))
+        process = subprocess.Popen([start], env=environment, stderr=subprocess.PIPE, text=True)
+        box = wait_for("message box", lambda: find_window("^Quorvel$"))[-1]
+        wait_for("its end", lambda: subprocess.call(["xdotool", "key", "--window", box, "Return"],
+                                                    stderr=subprocess.DEVNULL) or process.poll())
+        self.assertIn(f"{cp}/home/Programs/Quorvel cannot be prepared", process.communicate()[1])
+        self.assertEqual(process.returncode, 1)
+
+    def assert_hardened(self, program):
+        """Bound at the start, at any address, with guards of the stack and of copies."""
+        dynamic = run("readelf", "--dynamic", "--symbols", "--wide", program)
+        for sign in (r"Flags: NOW PIE\n", "__stack_chk_fail@", "_chk@"):
+            self.assertRegex(dynamic, sign)
 
     def dpkg(self, *arguments):
         system = os.path.join(self.place, "system")
@@ -154,8 +189,15 @@ class Linux(PackageTest):
         self.assertEqual(run("dpkg-deb", "--field", package, "Version").strip(), VERSION)
         system = self.dpkg("--install", package)
         self.use_installed(os.path.join(system, "usr"))
-        for name in ("applications/quorvel.desktop", "icons/hicolor/256x256/apps/quorvel.png"):
-            self.assertTrue(os.path.exists(os.path.join(system, "usr/share", name)), name)
+        for name in ("lib/quorvel/Quorvel", "bin/quorvel-inspect"):
+            self.assert_hardened(os.path.join(system, "usr", name))
+        share = os.path.join(system, "usr", "share")
+        for size in ("scalable/apps/quorvel.svg", "256x256/apps/quorvel.png"):
+            self.assertTrue(os.path.exists(os.path.join(share, "icons/hicolor", size)), size)
+        run("desktop-file-validate", os.path.join(share, "applications", "quorvel.desktop"))
+        run("appstreamcli", "validate", "--no-net", "--explain",
+            os.path.join(share, "metainfo", "quorvel.metainfo.xml"))
+        run("lintian", "--allow-root", "--tag-display-limit", "0", "--fail-on", "error,warning", package)
         self.dpkg("--remove", "quorvel")
         self.assertFalse(os.path.exists(os.path.join(system, "usr")))
 
@@ -176,9 +218,12 @@ class Windows(PackageTest):
     def wine(self, *command, cwd=None):
         return run(WINE, *command, env=self.environment, cwd=cwd)
 
-    def start(self, *command, cwd=None):
+    def start(self, *command, cwd=None, **options):
         return subprocess.Popen([WINE, *command], env=self.environment, cwd=cwd,
-                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, **options)
+
+    def exit_code(self, *command, **options):
+        return self.start(*command, **options).wait(timeout=LONGEST_WAIT)
 
     def profile(self, *parts):
         users = os.path.join(self.place, "wine", "drive_c", "users")
@@ -200,60 +245,149 @@ class Windows(PackageTest):
         self.assertEqual(process.wait(timeout=LONGEST_WAIT), 0)
         self.assert_clean_log(editor)
 
-    def set_up(self):
-        self.wine(self.package("Quorvel-*-setup.exe"), "/S")
+    def assert_properties(self, editor):
+        """Safe to load anywhere, no time of the link; the names that Windows shows are its own."""
+        for name in ("Quorvel.exe", "quorvel-inspect.exe"):
+            with open(os.path.join(editor, name), "rb") as stream:
+                program = stream.read()
+            header = struct.unpack_from("<I", program, 0x3C)[0]
+            self.assertEqual(struct.unpack_from("<I", program, header + 8)[0], 0, "time of the link")
+            self.assertEqual(struct.unpack_from("<H", program, header + 0x5E)[0] & 0x160, 0x160)
+            for sign in (b'level="asInvoker"', b">true</longPathAware>", b"<supportedOS "):
+                self.assertIn(sign, program)
+            names = program.split("OriginalFilename\0".encode("utf-16-le"))[1]
+            self.assertTrue(names.lstrip(b"\0").startswith(name.encode("utf-16-le")), name)
 
-    def uninstall(self, product):
-        # Silent uninstallers go on in a copy of themselves.
-        self.wine(os.path.join(product, "Uninstall.exe"), "/S")
-        menu = self.profile("AppData", "Roaming", "Microsoft", "Windows", "Start Menu", "Programs",
-                            "Quorvel")
-        wait_for("end of the uninstaller", lambda: not os.path.exists(menu))
+    def product(self, *parts):
+        return self.profile("AppData", "Local", "Quorvel", *parts)
+
+    def editor(self, *parts):
+        return self.product("Programs", "Quorvel", *parts)
+
+    def menu(self):
+        return self.profile("AppData", "Roaming", "Microsoft", "Windows", "Start Menu", "Programs", "Quorvel")
+
+    def set_up(self, *arguments, **options):
+        return self.exit_code(self.package("Quorvel-*-setup.exe"), "/S", *arguments, **options)
+
+    def remove(self):
+        """The exit code is the removal's own: it does not go on in a copy of itself."""
+        return self.exit_code(self.product("Uninstall.exe"), "/S",
+                              "_?=" + self.wine("winepath", "-w", self.product()).strip())
+
+    def registered(self):
+        key = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvel"
+        found = subprocess.run([WINE, "reg", "query", key, "/v", "DisplayVersion"], env=self.environment,
+                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, check=False)
+        return VERSION in found.stdout
+
+    def hold(self, path):
+        """Keeps a file open, so that nothing may replace it, until the returned function is called."""
+        ready = os.path.join(self.place, "held")
+        path, sign = ("Z:" + name.replace("/", "\\") for name in (path, ready))
+        script = self.put("", "hold.nsi", f"""
+            Unicode true
+            Target amd64-unicode
+            OutFile "{self.place}/hold.exe"
+            SilentInstall silent
+            RequestExecutionLevel user
+            Section
+              FileOpen $0 "{path}" r
+              FileOpen $1 "{sign}" w
+              FileClose $1
+            held:
+              Sleep 20
+              IfFileExists "{sign}" held
+            SectionEnd""")
+        run("makensis", "-V1", script)
+        process = self.start(os.path.join(self.place, "hold.exe"))
+        wait_for("held file", lambda: os.path.exists(ready))
+
+        def release():
+            os.remove(ready)
+            process.wait(timeout=LONGEST_WAIT)
+
+        return release
 
     def test_installer(self):
-        self.set_up()
-        product = self.profile("AppData", "Local", "Quorvel")
-        editor = os.path.join(product, "Programs", "Quorvel")
-        self.assert_inspects(editor)
+        self.assertEqual(self.set_up(), 0)
+        self.assert_inspects(self.editor())
+        self.assert_properties(self.editor())
         # By the start menu's entry: it says in which folder the program works.
-        menu = self.profile("AppData", "Roaming", "Microsoft", "Windows", "Start Menu", "Programs",
-                            "Quorvel")
-        starter = self.start("start", "/unix", os.path.join(menu, "Quorvel.lnk"), cwd="/")
+        starter = self.start("start", "/unix", os.path.join(self.menu(), "Quorvel.lnk"), cwd="/")
         exit_by_click(starter)
         self.assertEqual(starter.wait(timeout=LONGEST_WAIT), 0)
-        self.assert_clean_log(editor)
-        key = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvel"
-        self.assertIn(VERSION, self.wine("reg", "query", key, "/v", "DisplayVersion"))
+        self.assert_clean_log(self.editor())
+        self.assertTrue(self.registered())
+        self.assertTrue(os.path.exists(os.path.join(self.menu(), "Quorvel manual.lnk")))
+        self.assertTrue(os.path.exists(self.editor("Manual", "index.html")))
 
         # An upgrade keeps scenes and settings and brings the rest anew.
-        mine = self.put(os.path.join(editor, "Scenes", "Mine"), "Scene.xml", "<Scene/>")
-        settings = self.put(os.path.join(product, "Settings"), "Settings.ini", "language = Dutch\n")
-        old_image = self.put(os.path.join(editor, "UI"), "OfAnOldSkin.png")
-        texts = self.put(editor, "Translations.ini", "old")
-        shutil.rmtree(os.path.join(editor, "Scenes", "Fire Drill Level 1"))
-        self.set_up()
+        mine = self.put(self.editor("Scenes", "Mine"), "Scene.xml", "<Scene/>")
+        settings = self.put(self.product("Settings"), "Settings.ini", "language = Dutch\n")
+        old_image = self.put(self.editor("UI"), "OfAnOldSkin.png")
+        texts = self.put(self.editor(), "Translations.ini", "old")
+        shutil.rmtree(self.editor("Scenes", DEMO[0]))
+        self.assertEqual(self.set_up(), 0)
         with open(settings, encoding="utf-8") as stream:
             self.assertEqual(stream.read(), "language = Dutch\n")
         self.assertGreater(os.path.getsize(texts), len("old"))
         self.assertFalse(os.path.exists(old_image))
-        self.assertFalse(os.path.exists(os.path.join(editor, "Scenes", "Fire Drill Level 1")))
+        self.assertFalse(os.path.exists(self.editor("Scenes", DEMO[0])))
+        self.assertEqual(glob.glob(self.product("Setup.*")), [])
 
-        self.uninstall(product)
-        left = [os.path.join(at, name) for at, _, names in os.walk(product) for name in names]
+        # Without further arguments it goes on in a copy of itself.
+        self.wine(self.product("Uninstall.exe"), "/S")
+        wait_for("end of the uninstaller", lambda: not os.path.exists(self.menu()))
+        self.assertFalse(self.registered())
+        left = list(self.contents(self.product()))
         self.assertIn(mine, left)
-        self.assertEqual([path for path in left
-                          if not path.startswith(os.path.join(editor, "Scenes"))], [])
+        self.assertEqual([path for path in left if not path.startswith(self.editor("Scenes"))], [])
 
-    def test_a_running_editor_refuses_the_upgrade(self):
-        self.set_up()
-        editor = self.profile("AppData", "Local", "Quorvel", "Programs", "Quorvel")
-        texts = self.put(editor, "Translations.ini", "; mine\n[Language:English]\n")
-        process = self.start("Quorvel.exe", cwd=editor)
+    def test_an_installation_that_fails_leaves_nothing(self):
+        # Every process of the installer writes 1 MB to a file at most, as on a disk that is full.
+        full = {"restore_signals": False,
+                "preexec_fn": lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (1 << 20, 1 << 20))}
+        for arguments, options in (((r"/D=Z:\proc\Quorvel",), {}), ((), full)):
+            self.assertEqual(self.set_up(*arguments, **options), 3)
+            self.assertFalse(os.path.exists(self.product()))
+            self.assertFalse(os.path.exists(self.menu()))
+            self.assertFalse(self.registered())
+
+    def test_an_upgrade_that_fails_leaves_the_version_before(self):
+        self.assertEqual(self.set_up(), 0)
+        self.put(self.editor(), "Translations.ini", "; mine")
+        self.put(self.editor("UI"), "OfAnOldSkin.png")
+        before = self.contents(self.product())
+        for held in ("Translations.ini", "UI/OfAnOldSkin.png", "../../README.txt"):
+            release = self.hold(os.path.normpath(self.editor(held)))
+            self.assertEqual(self.set_up(), 3, held)
+            release()
+            self.assertEqual(self.contents(self.product()), before, held)
+        # One that was cut short is undone by the next.
+        shutil.copytree(self.product(), os.path.join(self.place, "new"))
+        shutil.move(os.path.join(self.place, "new"), self.product("Setup.new"))
+        os.makedirs(self.product("Setup.old", "Programs", "Quorvel"))
+        shutil.rmtree(self.product("Setup.new", "Programs", "Quorvel", "UI"))
+        shutil.move(self.editor("UI"), self.product("Setup.old", "Programs", "Quorvel", "UI"))
+        release = self.hold(self.editor("Translations.ini"))
+        self.assertEqual(self.set_up(), 3)
+        self.assertEqual(self.contents(self.product()), before)
+        self.assertEqual(self.remove(), 3)
+        self.assertTrue(self.registered(), "the removal can be done again")
+        release()
+        self.assertEqual(self.remove(), 0)
+        self.assertFalse(self.registered())
+
+    def test_a_running_editor_refuses_upgrade_and_removal(self):
+        self.assertEqual(self.set_up(), 0)
+        before = self.contents(self.product())
+        process = self.start("Quorvel.exe", cwd=self.editor())
         wait_for("first window", find_first_window)
-        upgrade = self.start(self.package("Quorvel-*-setup.exe"), "/S")
-        self.assertEqual(upgrade.wait(timeout=LONGEST_WAIT), 2)
-        with open(texts, encoding="utf-8") as stream:
-            self.assertTrue(stream.read().startswith("; mine"))
+        self.assertEqual(self.set_up(), 2)
+        self.assertEqual(self.remove(), 2)
+        self.assertEqual(self.contents(self.product()), before)
+        self.assertTrue(self.registered())
         exit_by_click(process)
         self.assertEqual(process.wait(timeout=LONGEST_WAIT), 0)
 
