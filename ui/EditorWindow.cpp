@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "ui/Manual.h"
+#include "ui/commands/CommonCommands.h"
+
 namespace ui {
 
 namespace {
@@ -21,14 +24,18 @@ int fitted(int start, int size, int least, int end) {
 } // namespace
 
 EditorWindow::EditorWindow(const WindowContext& context, std::span<const Command> commands)
-    : WindowImplBase(context.gui), m_context(context), m_commands(GetPaintManager(), commands) {}
+    : WindowImplBase(context.gui), m_context(context), m_commands(GetPaintManager(), commands),
+      m_commonCommands(GetPaintManager(), kCommonCommands) {
+    m_commonCommands.bind(command::kManual, [this] { openManual(m_context.gui); });
+}
 
 void EditorWindow::OnClick(toolkit::TNotifyUI& message) {
     m_commands.runOf(message.pSender->GetName());
 }
 
 bool EditorWindow::MessageHandler(const platform::Event& event) {
-    return m_commands.handleKey(event) || WindowImplBase::MessageHandler(event);
+    return m_commands.handleKey(event) || m_commonCommands.handleKey(event) ||
+           WindowImplBase::MessageHandler(event);
 }
 
 bool EditorWindow::runScreen(std::u16string_view title) {

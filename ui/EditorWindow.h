@@ -73,6 +73,7 @@ private:
     /// Where the system let the window stand, as found with the first input; empty before.
     std::optional<platform::Point> m_firstPlace;
     CommandSet m_commands;
+    CommandSet m_commonCommands;
 };
 
 /// One entry of a window's dispatch: which control's notification goes to which handler. Entries

@@ -68,13 +68,23 @@ def find_first_window():
     return find_window(FIRST_TITLE)
 
 
-def exit_by_click(process):
-    """Waits for the first window and presses its Exit button until it is gone."""
+def exit_by_click(process, opened=None):
+    """Waits for the first window and presses its Exit button until it is gone. Before that, opens the
+    manual by its key, which writes the file `opened`, when one is given."""
     window = wait_for("first window", lambda: find_first_window() or process.poll())
     if process.poll():
         raise AssertionError(f"the program ended with {process.returncode}")
     window = window[-1]
     x, y = middle_of_exit_button()
+
+    def manual_opened():
+        # A key before the first paint may go unheard.
+        subprocess.run(["xdotool", "windowfocus", window, "key", "shift+F1"],
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+        return os.path.exists(opened)
+
+    if opened:
+        wait_for("manual", manual_opened)
 
     def pressed():
         # A click before the first paint may go unheard.
@@ -89,6 +99,10 @@ class PackageTest(unittest.TestCase):
     def setUp(self):
         self.place = tempfile.mkdtemp(prefix="quorvel-packages-")
         self.addCleanup(shutil.rmtree, self.place, ignore_errors=True)
+        # What opens the pages of the manual, on Windows by way of Wine.
+        self.opened = os.path.join(self.place, "opened")
+        self.script("bin", "xdg-open", f'echo "$1" >"{self.opened}"')
+        self.path = os.path.join(self.place, "bin") + ":" + os.environ["PATH"]
 
     def package(self, pattern):
         found = glob.glob(os.path.join(PACKAGES, pattern))
@@ -101,6 +115,15 @@ class PackageTest(unittest.TestCase):
         with open(path, "w", encoding="utf-8") as stream:
             stream.write(text)
         return path
+
+    def script(self, folder, name, body):
+        path = self.put(folder, name, "#!/bin/sh\n" + body + "\n")
+        os.chmod(path, 0o755)
+        return path
+
+    def assert_opened_the_manual(self):
+        self.assertIn("Manual/index.html", pathlib.Path(self.opened).read_text(encoding="utf-8"))
+        os.remove(self.opened)
 
     def contents(self, folder):
         """Path -> bytes of every file below."""
@@ -121,8 +144,8 @@ class Linux(PackageTest):
 
     def environment(self):
         own = {"HOME": os.path.join(self.place, "home"), "QT_QPA_PLATFORM": "xcb",
-               "XDG_RUNTIME_DIR": self.place, "LC_ALL": "C.UTF-8"}
-        return {**own, **{name: os.environ[name] for name in ("PATH", "DISPLAY", "XAUTHORITY")
+               "XDG_RUNTIME_DIR": self.place, "LC_ALL": "C.UTF-8", "PATH": self.path}
+        return {**own, **{name: os.environ[name] for name in ("DISPLAY", "XAUTHORITY")
                           if name in os.environ}}
 
     def use_installed(self, usr):
@@ -134,7 +157,8 @@ class Linux(PackageTest):
         for language in ("English", "German"):
             process = subprocess.Popen([os.path.join(usr, "bin", "quorvel")], env=self.environment(),
                                        cwd="/", stderr=subprocess.PIPE)
-            exit_by_click(process)
+            exit_by_click(process, self.opened)
+            self.assert_opened_the_manual()
             self.assertEqual(process.communicate(timeout=LONGEST_WAIT)[1], b"")
             self.assertEqual(process.returncode, 0)
             self.assert_clean_log(editor)
@@ -154,10 +178,8 @@ class Linux(PackageTest):
 
     def cut_the_first_start_short(self, usr):
         """By the end of the start script, then by a folder that cannot be made, which is shown."""
-        cp = self.put("bin", "cp", '#!/bin/sh\nfor to; do :; done\nmkdir "$to"; kill -9 $PPID\n')
-        os.chmod(cp, 0o755)
-        environment = self.environment()
-        environment["PATH"] = os.path.dirname(cp) + ":" + environment["PATH"]
+        cp = self.script("killer", "cp", 'for to; do :; done\nmkdir "$to"; kill -9 $PPID')
+        environment = dict(self.environment(), PATH=os.path.dirname(cp) + ":" + self.path)
         start = os.path.join(usr, "bin", "quorvel")
         self.assertNotEqual(subprocess.call([start], env=environment, stderr=subprocess.DEVNULL), 0)
 
@@ -211,7 +233,7 @@ class Windows(PackageTest):
 
     def setUp(self):
         super().setUp()
-        self.environment = dict(os.environ, WINEPREFIX=os.path.join(self.place, "wine"))
+        self.environment = dict(os.environ, WINEPREFIX=os.path.join(self.place, "wine"), PATH=self.path)
         run(WINE_KEEP, "start", env=self.environment)
         self.addCleanup(run, WINE_KEEP, "stop", env=self.environment)
 
@@ -315,7 +337,8 @@ class Windows(PackageTest):
         self.assert_properties(self.editor())
         # By the start menu's entry: it says in which folder the program works.
         starter = self.start("start", "/unix", os.path.join(self.menu(), "Quorvel.lnk"), cwd="/")
-        exit_by_click(starter)
+        exit_by_click(starter, self.opened)
+        self.assert_opened_the_manual()
         self.assertEqual(starter.wait(timeout=LONGEST_WAIT), 0)
         self.assert_clean_log(self.editor())
         self.assertTrue(self.registered())

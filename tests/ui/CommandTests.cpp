@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "core/Text.h"
 #include "tests/support/windows/EditorTest.h"
@@ -168,6 +169,20 @@ TEST_F(Commands, RunOnceForAPressAndOnlyWhenTheyWouldDoSomething) {
     m_driver->press(Key::right, kControl);
     m_driver->press(Key::left, kControl);
     EXPECT_EQ(m_window->take(), "Right, Ctrl+Left");
+}
+
+TEST_F(Commands, OfEveryWindowOpenTheManualOrSayWhyNot) {
+    const auto openManual = [&] { m_driver->press(Key::f1, {.shift = true}); };
+    openManual();
+    support::writeBytes("Manual/index.html", "");
+    openManual();
+    m_gui.userDesktop.opens = false;
+    openManual();
+    const std::string page = m_folder.path() + "Manual/index.html";
+    const std::string error = "Quorvel: The manual cannot be opened:\n" + page;
+    EXPECT_EQ(m_gui.userDesktop.opened, (std::vector{page, page}));
+    EXPECT_EQ(m_gui.userDesktop.errors, (std::vector{error, error}));
+    EXPECT_EQ(m_window->take(), "");
 }
 
 } // namespace

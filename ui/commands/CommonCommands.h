@@ -8,6 +8,7 @@ namespace ui {
 namespace command {
 inline constexpr std::string_view kSave = "save";
 inline constexpr std::string_view kStop = "stop";
+inline constexpr std::string_view kManual = "manual";
 } // namespace command
 
 inline constexpr std::u16string_view kEverywhere = u"Everywhere";
@@ -15,5 +16,13 @@ inline constexpr std::u16string_view kStopText = u"Close a list, stop what runs"
 
 inline constexpr KeyChord kCtrlS{platform::Key::s, {.control = true}};
 inline constexpr KeyChord kEsc{platform::Key::escape, {}};
+
+/// What every window runs, besides its own table.
+inline constexpr Command kCommonCommands[] = {
+    {.id = command::kManual,
+     .group = kEverywhere,
+     .text = u"Manual",
+     .keys = {{{platform::Key::f1, {.shift = true}}}}},
+};
 
 } // namespace ui
