@@ -1,6 +1,7 @@
 #include "ui/EditorWindow.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/Manual.h"
 #include "ui/commands/CommonCommands.h"
@@ -48,6 +49,33 @@ bool EditorWindow::runScreen(std::u16string_view title) {
     return true;
 }
 
+bool EditorWindow::showBeside(platform::NativeWindow* owner, std::u16string_view title,
+                              std::function<void()> onEnd) {
+    setModeless();
+    if (!Create(owner, std::u16string(title), kDialogStyle, kDialogExtendedStyle)) {
+        return false;
+    }
+    m_onEnd = std::move(onEnd);
+    CenterWindow();
+    ShowWindow(true);
+    GetNative()->activate();
+    return true;
+}
+
+void EditorWindow::setInputEnabled(bool enabled) {
+    m_companions.setEnabled(enabled);
+    if (platform::NativeWindow* native = GetNative()) {
+        native->setEnabled(enabled);
+    }
+}
+
+void EditorWindow::OnFinalMessage() {
+    m_companions.close();
+    if (m_onEnd) {
+        m_onEnd();
+    }
+}
+
 void EditorWindow::placeScreen() {
     const auto& place = m_context.state.windowPlace;
     if (!place) {
@@ -82,6 +110,7 @@ void EditorWindow::notePlace() {
 void EditorWindow::Close(int code) {
     if (!IsClosing()) {
         notePlace();
+        m_companions.close();
     }
     WindowImplBase::Close(code);
 }

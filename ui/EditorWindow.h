@@ -3,12 +3,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string_view>
 
 #include "platform/Geometry.h"
 #include "toolkit/window/WindowImplBase.h"
+#include "ui/Companions.h"
 #include "ui/WindowContext.h"
 #include "ui/commands/CommandSet.h"
 
@@ -33,9 +35,16 @@ public:
     /// layout cannot be made (the log names the layout).
     [[nodiscard]] bool runScreen(std::u16string_view title);
 
+    /// Creates and shows the window above `owner`, to work in the loop that runs. `onEnd` is called
+    /// once its native window is gone. False when the window or its layout cannot be made.
+    [[nodiscard]] bool showBeside(platform::NativeWindow* owner, std::u16string_view title,
+                                  std::function<void()> onEnd);
+    /// While it asks something, neither it nor what it has opened beside itself takes input.
+    void setInputEnabled(bool enabled);
+
     [[nodiscard]] std::string GetSkinFolder() const override { return "UI/"; }
     /// The owner's shared pointer releases the window, not the end of its native window.
-    void OnFinalMessage() override {}
+    void OnFinalMessage() override;
     bool HandleMessage(const platform::Event& event) override;
     void Close(int code = 0) override;
     /// Runs the command of the clicked control.
@@ -49,6 +58,8 @@ protected:
     void runLoop();
     [[nodiscard]] const WindowContext& context() const { return m_context; }
     [[nodiscard]] CommandSet& commands() { return m_commands; }
+    /// The modeless windows beside this one.
+    [[nodiscard]] Companions& companions() { return m_companions; }
 
     /// The control `name` as a T; null when it is missing or of another kind. Not owned.
     template <class T>
@@ -74,6 +85,8 @@ private:
     std::optional<platform::Point> m_firstPlace;
     CommandSet m_commands;
     CommandSet m_commonCommands;
+    Companions m_companions{*this};
+    std::function<void()> m_onEnd;
 };
 
 /// One entry of a window's dispatch: which control's notification goes to which handler. Entries

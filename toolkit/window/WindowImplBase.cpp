@@ -103,7 +103,9 @@ bool WindowImplBase::HandleMessage(const platform::Event& event) {
     case platform::EventKind::destroyed:
         std::erase(openWindows(), this);
         m_manager.windowDestroyed();
-        Gui().loop().postQuit(0);
+        if (!m_modeless) {
+            Gui().loop().postQuit(0);
+        }
         return true;
     case platform::EventKind::closeRequest:
         Close();

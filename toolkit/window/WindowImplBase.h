@@ -33,9 +33,9 @@ public:
     explicit WindowImplBase(platform::Gui& gui);
     ~WindowImplBase() override;
 
-    /// `destroyed` posts the quit that ends the loop this window runs in; closeRequest closes; the
-    /// rest goes to the paint manager. An override calls this for what it does not deal with, and
-    /// posts no quit of its own.
+    /// `destroyed` posts the quit that ends the loop this window runs in, unless it is modeless;
+    /// closeRequest closes; the rest goes to the paint manager. An override calls this for what it
+    /// does not deal with, and posts no quit of its own.
     bool HandleMessage(const platform::Event& event) override;
     /// Called once, after the controls are built and laid out: fills them.
     virtual void InitWindow() {}
@@ -69,6 +69,8 @@ public:
     std::unique_ptr<CControlUI> CreateControl(std::u16string_view className) override;
 
 protected:
+    /// A modeless window works in the loop of another, which goes on when it ends.
+    void setModeless() { m_modeless = true; }
     void paint(platform::Canvas& canvas, const platform::Rect& dirty) override;
     [[nodiscard]] platform::Accessible* accessibleTree() override { return m_manager.GetRoot(); }
 
@@ -80,6 +82,7 @@ private:
                        const std::u16string& title);
 
     CPaintManagerUI m_manager;
+    bool m_modeless = false;
 };
 
 } // namespace toolkit

@@ -1,0 +1,58 @@
+#include "ui/Companions.h"
+
+#include <utility>
+
+#include "ui/EditorWindow.h"
+
+namespace ui {
+
+Companions::Companions(EditorWindow& screen)
+    : m_screen(screen), m_windows(std::make_shared<Windows>()) {}
+
+Companions::~Companions() = default;
+
+bool Companions::open(std::shared_ptr<EditorWindow> window, std::u16string_view title) {
+    if (!window) {
+        return false;
+    }
+    // Its last event is still being handled when it says so: it is released after that.
+    const auto release = [loop = &window->Gui().loop(), windows = std::weak_ptr(m_windows),
+                          ended = window.get()] {
+        loop->post([windows, ended] {
+            if (const auto left = windows.lock()) {
+                std::erase_if(*left, [ended](const auto& kept) { return kept.get() == ended; });
+            }
+        });
+    };
+    if (!window->showBeside(m_screen.GetNative(), title, release)) {
+        return false;
+    }
+    m_windows->push_back(std::move(window));
+    return true;
+}
+
+bool Companions::bringToFront(EditorWindow& window) {
+    platform::NativeWindow* native = window.GetNative();
+    if (native == nullptr || window.IsClosing()) {
+        return false;
+    }
+    native->activate();
+    return true;
+}
+
+void Companions::close() {
+    const Windows closing = *m_windows; // a handler may open or end one
+    for (const std::shared_ptr<EditorWindow>& window : closing) {
+        window->Close(1);
+    }
+}
+
+void Companions::setEnabled(bool enabled) {
+    for (const std::shared_ptr<EditorWindow>& window : *m_windows) {
+        if (platform::NativeWindow* native = window->GetNative()) {
+            native->setEnabled(enabled);
+        }
+    }
+}
+
+} // namespace ui

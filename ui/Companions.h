@@ -1,0 +1,50 @@
+// The modeless windows that a screen has opened beside itself. They work in the screen's message
+// loop, stand above it, and end with it. UI thread only.
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "ui/WindowContext.h"
+
+namespace ui {
+
+class EditorWindow;
+
+class Companions {
+public:
+    /// `screen` owns the object.
+    explicit Companions(EditorWindow& screen);
+    ~Companions();
+    Companions(const Companions&) = delete;
+    Companions& operator=(const Companions&) = delete;
+
+    /// Shows a Window, made by Window::create(context), or brings the one that is open to the
+    /// front. False when it cannot be made.
+    template <class Window>
+    bool show(const WindowContext& context, std::u16string_view title) {
+        for (const std::shared_ptr<EditorWindow>& open : *m_windows) {
+            if (dynamic_cast<Window*>(open.get()) != nullptr && bringToFront(*open)) {
+                return true;
+            }
+        }
+        return open(Window::create(context), title);
+    }
+    /// Closes all; safe inside a handler of one of them.
+    void close();
+    /// Whether they take input: not while the screen asks something.
+    void setEnabled(bool enabled);
+
+private:
+    using Windows = std::vector<std::shared_ptr<EditorWindow>>;
+
+    bool open(std::shared_ptr<EditorWindow> window, std::u16string_view title);
+    /// False for one that is closing.
+    static bool bringToFront(EditorWindow& window);
+
+    EditorWindow& m_screen;
+    std::shared_ptr<Windows> m_windows; ///< shared with what takes ended ones out, later
+};
+
+} // namespace ui
