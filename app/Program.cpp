@@ -21,7 +21,7 @@ int runScreens(app_state::ScreenState& state, app_state::SharedServices& service
                const GuiFactory& createGui) {
     const std::unique_ptr<platform::Gui> gui = createGui();
     if (!gui) {
-        core::tellStandardError("Quorvel: no display to show windows on.");
+        core::writeStandardError("Quorvel: no display to show windows on.");
         return kFailure;
     }
     EditorScreens screens({*gui, state, services});

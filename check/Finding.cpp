@@ -7,10 +7,10 @@ std::string quoted(const std::string& text) {
     return "\"" + text + "\"";
 }
 
-/// Arguments: the name; for one in an action, the branch's name.
+/// Arguments: the name and, if it is in an action, the branch's name.
 std::string unreadableNameText(const Finding& finding) {
     std::string place;
-    if (finding.action >= 0) { // the row may show nothing: its branch or zone can be gone
+    if (finding.action >= 0) { // its row may show nothing if the branch or zone is gone
         place = " in an action of " + quoted(finding.arguments.at(1));
     }
     return "The name " + quoted(finding.arguments.at(0)) + place +

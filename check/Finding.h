@@ -1,5 +1,5 @@
-// What is wrong with a scene, as values: where, how bad, and what its text needs. Windows, the map
-// and quorvel-inspect show the same findings each in their own way.
+// Problems of a scene as values: where, how severe, and the arguments of the text. Windows and
+// other programs can show the same findings in their own way.
 #pragma once
 
 #include <optional>
@@ -17,12 +17,12 @@ enum class Kind {
 
 struct FrameRange {
     int first = 0;
-    int last = 0; ///< included
+    int last = 0; ///< inclusive
 
     friend bool operator==(const FrameRange&, const FrameRange&) = default;
 };
 
-/// Parts that do not apply are -1 or empty.
+/// Fields that do not apply are -1 or empty.
 struct Finding {
     Severity severity = Severity::error;
     Kind kind = Kind::unreadableName;
@@ -36,9 +36,9 @@ struct Finding {
     friend bool operator==(const Finding&, const Finding&) = default;
 };
 
-/// As quorvel-inspect prints it: "unreadable-name".
+/// The name used by programs: "unreadable-name".
 [[nodiscard]] std::string_view kindName(Kind kind);
-/// What the author reads: one English sentence.
+/// One English sentence for the author.
 [[nodiscard]] std::string findingText(const Finding& finding);
 
 } // namespace check

@@ -1,5 +1,4 @@
-// Names that keep the file they are written into from being read again: both formats write them as
-// they are.
+// Names that make a scene or zone file unreadable, because both formats write them unescaped.
 #pragma once
 
 #include <optional>
@@ -13,11 +12,11 @@ class SceneManager;
 
 namespace check {
 
-/// True for a text that breaks a scene or zone file.
+/// Whether a file with this text could not be read again.
 [[nodiscard]] bool breaksFile(std::string_view text);
 
-/// The first name in the order of the file that breaks it: the scene's own, the first branch's, a
-/// branch's, a video's, a parameter or a target. Empty when the scene reads back.
+/// The first such name in file order: the scene's, the first branch's, a branch's, a video's, a
+/// parameter or a target. Empty if there is none.
 [[nodiscard]] std::optional<Finding> firstUnreadableName(const scene::SceneManager& scene);
 
 } // namespace check

@@ -9,8 +9,7 @@
 namespace core {
 namespace {
 
-/// A count that a hostile file made up must not claim the machine's memory: beyond this size only
-/// what the file can deliver is allocated.
+/// A hostile file may state any count: beyond this size, no more is allocated than the file holds.
 constexpr std::size_t kMaxUncheckedAllocation = std::size_t{16} * 1024 * 1024;
 
 std::string withCarriageReturns(const char* bytes, std::size_t count) {

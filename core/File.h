@@ -11,31 +11,31 @@
 
 namespace core {
 
-/// Every operation but open and close reports "FILE handle is invalid" to the log and fails when
-/// nothing is open. The destructor closes.
+/// If nothing is open, every operation except open and close logs "FILE handle is invalid" and
+/// fails. The destructor closes the file.
 class File {
 public:
     File() = default;
 
     /// `mode`: "wb", "wt", "rb" or "rt"; any other fails. Closes what was open before.
     [[nodiscard]] bool open(const std::string& path, const std::string& mode);
-    /// False when bytes were lost on the way to the disk; closing nothing succeeds.
+    /// False if bytes were lost on the way to the disk. Succeeds if nothing is open.
     bool close();
-    /// Brings everything written to the disk.
+    /// Flushes everything written to the disk.
     [[nodiscard]] bool sync();
 
     [[nodiscard]] bool read(void* buffer, std::size_t count);
-    /// Allocates `count` bytes when `buffer` is empty (it stays empty when that fails, as it does
-    /// when more than 16 MB and more than the whole file is asked for), then reads.
+    /// Allocates `count` bytes if `buffer` is empty, then reads. The buffer stays empty if the
+    /// allocation fails or if `count` exceeds both 16 MB and the file's size.
     [[nodiscard]] bool readAlloc(std::unique_ptr<std::uint8_t[]>& buffer, std::size_t count);
     [[nodiscard]] bool write(const void* buffer, std::size_t count);
     /// Little-endian.
     [[nodiscard]] bool writeU32(std::uint32_t value);
-    /// The text's bytes, plus a zero byte when writeTerminators is set. Empty text: nothing, true.
+    /// The text's bytes, plus a zero byte if writeTerminators is set. An empty text writes nothing.
     [[nodiscard]] bool writeString(const std::string& text);
-    /// -1 when unknown, 0 (and a log line) when nothing is open. Leaves the position alone.
+    /// -1 if unknown, 0 (and a log line) if nothing is open. Keeps the position.
     [[nodiscard]] std::int64_t size();
-    /// The system's code of the first call that failed since open; 0 when none has.
+    /// The system's error code of the first call that failed since open; 0 if none has.
     [[nodiscard]] int lastError() const;
 
     bool writeTerminators = false;

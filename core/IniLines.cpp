@@ -29,7 +29,7 @@ std::string_view takeLine(std::string_view& text) {
     return line;
 }
 
-/// The parser's view of fgets: `size` bytes with the line feed and the terminating zero.
+/// Replaces fgets for the parser: `size` includes the line feed and the terminating zero.
 char* feedLine(char* buffer, int size, void* user) {
     Source& source = *static_cast<Source*>(user);
     if (source.rest.empty() || size < 3) {
@@ -40,11 +40,11 @@ char* feedLine(char* buffer, int size, void* user) {
     const std::string_view kept = cutUtf8(line, static_cast<std::size_t>(size) - 2);
     if (kept.size() < line.size()) {
         try {
-            tellStandardError(source.origin + ":" + std::to_string(source.line) +
-                              ": line is longer than " + std::to_string(size - 2) +
-                              " bytes, its end is ignored");
+            writeStandardError(source.origin + ":" + std::to_string(source.line) +
+                               ": line is longer than " + std::to_string(size - 2) +
+                               " bytes, its end is ignored");
         } catch (const std::exception&) {
-            return nullptr; // no exception through the C library
+            return nullptr; // no exception may pass through the C library
         }
     }
     char* end = std::copy(kept.begin(), kept.end(), buffer);

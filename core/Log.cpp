@@ -19,11 +19,11 @@ namespace {
 
 constexpr const char* kPageName = "Log.html";
 constexpr std::size_t kMaxMessageBytes = 8191;
-/// A hostile file can bring a message for every few of its bytes.
+/// A hostile file can cause a message for every few of its bytes.
 constexpr std::size_t kMaxPageBytes = std::size_t{64} * 1024 * 1024;
 
 std::string formatMessage(const char* format, std::va_list arguments) {
-    // One byte more than a message may have: it tells whether the cut would split a sequence.
+    // One byte more than a message may have shows whether the cut would split a sequence.
     std::array<char, kMaxMessageBytes + 2> buffer{};
     const int length = std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
     if (length < 0) {
@@ -76,7 +76,7 @@ std::shared_ptr<Log> Log::get() {
         place.log = std::shared_ptr<Log>(new Log(StandardErrorOnly{}));
     } else if (!place.log) {
         static const int registered = std::atexit([] { release(); });
-        (void)registered; // without it the page is written only where release() is called
+        (void)registered; // if that fails, the page is written only by release()
         place.log = std::make_shared<Log>();
     }
     return place.log;
@@ -84,7 +84,7 @@ std::shared_ptr<Log> Log::get() {
 
 void Log::release() {
     Holder& place = holder();
-    // Out of its place first: what the last reference's end reports must not find it there.
+    // Detach it first: messages logged by its destructor must not find it here.
     const std::shared_ptr<Log> last = std::move(place.log);
     place.log.reset();
     place.ended = true;
@@ -124,7 +124,7 @@ Log::~Log() {
             writePage(m_pagePath, m_pieces);
         }
     } catch (const std::exception&) {
-        tellStandardError("The log could not be written.");
+        writeStandardError("The log could not be written.");
     }
 }
 
@@ -146,7 +146,7 @@ void Log::Write(Level level, const char* format, ...) {
 
 void Log::append(Level level, const std::string& message) {
     if (level == Level::error) {
-        tellStandardError("Error: " + message);
+        writeStandardError("Error: " + message);
     }
     if (!m_keepsPage || (m_pageBytes > kMaxPageBytes && level != Level::information)) {
         return;

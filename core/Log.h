@@ -1,6 +1,6 @@
-// The program's one diagnostic channel: lines kept in memory and written as "Log.html" in the
-// starting directory when the last reference goes. Error lines are also mirrored to stderr as they
-// happen. Main thread only.
+// The program's diagnostic log: lines are kept in memory and written to "Log.html" in the starting
+// directory when the last reference is released. Errors also go to stderr at once. Main thread
+// only.
 #pragma once
 
 #include <cstddef>
@@ -10,27 +10,26 @@
 
 namespace core {
 
-/// The page is kept for the whole run. Past 64 MB only information entries are added to it.
+/// The page is kept for the whole run. Beyond 64 MB only information entries are added.
 class Log {
 public:
     enum class Level { information = 0, warning = 1, error = 2 };
 
     /// The single log, created on the first call. Never empty.
     static std::shared_ptr<Log> get();
-    /// Drops the process-wide reference: the file is written once no caller holds another. After
-    /// that, and while the file is being written, messages go to stderr alone. Happens at the
-    /// normal end of the program by itself.
+    /// Releases the process-wide reference: the file is written once no caller holds another. From
+    /// then on, and while it is being written, messages go to stderr only. Called automatically at
+    /// the normal end of the program.
     static void release();
-    /// Puts `log` into the process-wide place and returns the one that was there, which may be
-    /// none. With an empty `log` the next get() creates one again. For tests.
+    /// Replaces the process-wide log and returns the previous one, which may be empty. If `log` is
+    /// empty, the next get() creates one. For tests.
     static std::shared_ptr<Log> exchange(std::shared_ptr<Log> log);
-    /// Mirrors errors to stderr only and never touches a file; for console programs. Call it
-    /// before anything else.
+    /// Writes errors to stderr and never touches a file; for console programs. Call this first.
     static void useStandardErrorOnly();
 
-    /// A log whose page goes to "Log.html" in the current directory; the old one is deleted.
+    /// Writes its page to "Log.html" in the current directory; an old one is deleted.
     explicit Log();
-    /// The same for another file. An empty path: the page is never written.
+    /// The same for another file. With an empty path the page is never written.
     explicit Log(const std::string& pagePath);
     /// Writes the page.
     ~Log();
@@ -42,7 +41,7 @@ public:
     void Error(const char* format, ...) __attribute__((format(printf, 2, 3)));
     void Write(Level level, const char* format, ...) __attribute__((format(printf, 3, 4)));
 
-    /// The page as far as it has come: HTML on one line.
+    /// The page so far: HTML on one line.
     [[nodiscard]] std::string page() const;
 
 private:

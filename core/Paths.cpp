@@ -18,7 +18,7 @@ char separatorOf(const std::string& path) {
     return path.find('\\') == std::string::npos ? '/' : '\\';
 }
 
-/// Start of the UTF-8 sequence after the one at `at`.
+/// The start of the UTF-8 sequence after the one at `at`.
 std::size_t nextCharacter(std::string_view text, std::size_t at) {
     ++at;
     while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) {
@@ -27,12 +27,12 @@ std::size_t nextCharacter(std::string_view text, std::size_t at) {
     return at;
 }
 
-/// "*" stands for any run of characters, "?" for one. Both texts are in lower case.
+/// "*" matches any run of characters, "?" a single one. Both texts are in lower case.
 bool matches(std::string_view name, std::string_view pattern) {
     std::size_t n = 0;
     std::size_t p = 0;
     std::size_t star = std::string_view::npos;
-    std::size_t resume = 0; // where the last star's run ends so far
+    std::size_t resume = 0; // end of the last star's match so far
     while (n < name.size()) {
         if (p < pattern.size() && pattern[p] == '*') {
             star = p++;
@@ -57,7 +57,7 @@ bool listMatches(const std::string& pattern, bool folders, std::vector<std::stri
     names.clear();
     std::vector<platform::FolderEntry> entries;
     const bool complete = services().fileSystem->list(folderOf(pattern), entries);
-    // "*.*" has always meant every name, those without a dot too.
+    // "*.*" traditionally matches every name, even without a dot.
     const std::string wanted = fileName(pattern) == "*.*" ? "*" : lowerCase(fileName(pattern));
     for (const platform::FolderEntry& entry : entries) {
         if (entry.isFolder == folders && matches(lowerCase(entry.name), wanted)) {

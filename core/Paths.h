@@ -1,5 +1,5 @@
-// Pieces of a path, the current directory and listings. Both "/" and "\" separate; a path that
-// holds a "\" gets "\" as its separator, any other "/". Paths are never cut.
+// Parts of a path, the current directory and listings. Both "/" and "\" are separators; a path that
+// contains "\" gets "\" as its separator, any other "/". Paths are never truncated.
 #pragma once
 
 #include <string>
@@ -11,19 +11,19 @@ namespace core {
 [[nodiscard]] std::string fileTitle(const std::string& path);
 /// Name plus extension.
 [[nodiscard]] std::string fileName(const std::string& path);
-/// Drive plus folder, ending in the separator; empty when there is none.
+/// Drive plus folder, ending in the separator; empty if there is none.
 [[nodiscard]] std::string folderOf(const std::string& path);
 /// folderOf + fileTitle: the base of a video's zone files.
 [[nodiscard]] std::string withoutExtension(const std::string& path);
-/// `folder` with its separator appended unless it ends in one.
+/// `folder` with a separator appended unless it already ends in one.
 [[nodiscard]] std::string withSeparator(const std::string& folder);
 
-/// Ends in a separator; empty when the system cannot tell it.
+/// Ends in a separator; empty if unknown.
 [[nodiscard]] std::string currentDirectory();
-/// Empties `names`, then lists what `pattern` ("folder/*.ini") matches and is no folder. False when
-/// the folder cannot be read. "*.*" and "*" match every name; case does not matter.
+/// Clears `names`, then lists the files that match `pattern` ("folder/*.ini"). False if the folder
+/// cannot be read. "*.*" and "*" match every name; case is ignored.
 bool listFiles(const std::string& pattern, std::vector<std::string>& names);
-/// Empties `names`, then lists the folders inside `folder`, without "." and "..".
+/// Clears `names`, then lists the folders inside `folder`, without "." and "..".
 bool listFolders(const std::string& folder, std::vector<std::string>& names);
 
 [[nodiscard]] bool isFile(const std::string& path);

@@ -9,8 +9,8 @@
 namespace core {
 namespace {
 
-/// The destination's extension keeps the two files of a pair apart. Not made from its name: that
-/// may be as long as the system allows already.
+/// The destination's extension distinguishes the two files of a pair. The rest of its name is not
+/// used, because it may already be as long as the system allows.
 std::string temporaryFor(const std::string& destination) {
     const std::string name = fileName(destination);
     const std::size_t dot = name.rfind('.');
@@ -18,7 +18,7 @@ std::string temporaryFor(const std::string& destination) {
     return folderOf(destination) + ".quorvel-saving" + extension;
 }
 
-/// The size as well: the identity of a file that was removed is given to the next one made.
+/// Compares the size as well: a new file may get the identity of one that was removed.
 bool isAsWritten(const std::optional<platform::FileInfo>& written,
                  const std::optional<platform::FileInfo>& now) {
     return written && now && written->volume == now->volume && written->file == now->file &&
@@ -31,11 +31,11 @@ SafeSave::~SafeSave() {
     try {
         const FileError error = failure();
         if (!error.empty()) {
-            tellStandardError("Not saved: " + error.text());
+            writeStandardError("Not saved: " + error.text());
         }
         removeTemporary();
     } catch (const std::exception&) {
-        tellStandardError("Not saved: out of memory");
+        writeStandardError("Not saved: out of memory");
     }
 }
 
@@ -57,7 +57,7 @@ bool SafeSave::open(const std::string& path, const std::string& mode) {
         !files.open(m_destination, platform::OpenMode::writeInPlace, error)) {
         return fail(error);
     }
-    // A left-over of a killed program, or a link somewhere else: never written through.
+    // A leftover of a killed program, or a link to somewhere else: never write through it.
     files.removeFile(m_temporary, error);
     if (!m_file.open(m_temporary, mode)) {
         return fail(m_file.lastError());
@@ -81,7 +81,7 @@ bool SafeSave::commit() {
     m_prepared = false;
     platform::FileSystem& files = *services().fileSystem;
     if (!isAsWritten(m_written, files.info(m_temporary))) {
-        m_temporaryExists = false; // it is no longer ours to remove
+        m_temporaryExists = false; // no longer ours to remove
         m_failure = {m_destination, "another program is saving it"};
         return false;
     }
@@ -93,8 +93,8 @@ bool SafeSave::commit() {
     m_temporaryExists = false;
     const std::string folder = folderOf(m_destination);
     if (!files.syncFolder(folder.empty() ? "." : folder)) {
-        tellStandardError("Saved, but a power failure may bring the old file back: " +
-                          m_destination);
+        writeStandardError("Saved, but a power failure may bring the old file back: " +
+                           m_destination);
     }
     return true;
 }

@@ -3,7 +3,7 @@
 namespace core {
 namespace {
 
-/// Pointers only: still valid while other statics are being destroyed.
+/// Plain pointers, so that they stay valid while other static objects are destroyed.
 Services& current() {
     static Services services{&platform::nativeFileSystem(), &platform::nativeClock(),
                              &platform::nativeProcess()};

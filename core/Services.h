@@ -1,5 +1,5 @@
-// The system services that this module and its users work with: the native ones, unless a test has
-// put others in their place. Main thread only.
+// The system services used by this module and those above: the native ones, unless a test replaces
+// them. Main thread only.
 #pragma once
 
 #include "platform/Clock.h"
@@ -8,7 +8,7 @@
 
 namespace core {
 
-/// None of the pointers owns; none is null.
+/// Not owned; never null.
 struct Services {
     platform::FileSystem* fileSystem;
     platform::Clock* clock;
@@ -17,7 +17,7 @@ struct Services {
 
 [[nodiscard]] const Services& services();
 
-/// Replaces the services for its own lifetime. The replacements must outlive it.
+/// Replaces the services for its lifetime. The replacements must outlive it.
 class ServicesOverride {
 public:
     explicit ServicesOverride(const Services& replacement);

@@ -14,7 +14,7 @@ constexpr std::size_t kMaxBytes = std::size_t{1024} * 1024;
 } // namespace
 
 std::shared_ptr<Settings> Settings::create(const std::string& path) {
-    // From memory: the library itself opens files by a name that is not UTF-8 everywhere.
+    // From memory: the library does not open files by UTF-8 names on every system.
     const std::optional<std::string> text = readWholeFile(path, kMaxBytes);
     if (!text) {
         return nullptr;

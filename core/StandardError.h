@@ -1,4 +1,4 @@
-// One line to stderr, for a person at a terminal or a pipeline: beside the log, never in it.
+// Writes a line to stderr for a person at a terminal or for a pipeline, without logging it.
 #pragma once
 
 #include <string_view>
@@ -6,6 +6,6 @@
 namespace core {
 
 /// Never fails and never throws. Any thread.
-void tellStandardError(std::string_view line) noexcept;
+void writeStandardError(std::string_view line) noexcept;
 
 } // namespace core

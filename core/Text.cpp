@@ -76,7 +76,7 @@ std::string_view cutUtf8(std::string_view text, std::size_t maxBytes) {
     for (int step = 0; step < 3 && end > 0 && isTrail(text[end]); ++step) {
         --end;
     }
-    // Four trail bytes in a row are no UTF-8: nothing to keep whole.
+    // Four trail bytes in a row are not valid UTF-8: there is nothing to keep together.
     return text.substr(0, isTrail(text[end]) ? maxBytes : end);
 }
 
@@ -106,7 +106,7 @@ int convertStringToInt(const std::string& text) {
 int convertStringToInt(const std::u16string& text) {
     std::string narrow;
     for (const char16_t unit : text) {
-        narrow += unit < 0x80 ? static_cast<char>(unit) : '?'; // ends a number as any letter does
+        narrow += unit < 0x80 ? static_cast<char>(unit) : '?'; // ends a number, like any letter
     }
     return convertStringToInt(narrow);
 }

@@ -11,7 +11,7 @@ namespace core {
 [[nodiscard]] std::u16string narrowToWide(std::string_view text);
 [[nodiscard]] std::string wideToNarrow(std::u16string_view text);
 
-/// For a window's edge: bad sequences become U+FFFD; never throw.
+/// For texts shown in windows and typed there: bad sequences become U+FFFD; never throw.
 [[nodiscard]] std::u16string displayText(std::string_view text);
 [[nodiscard]] std::string storedText(std::u16string_view text);
 /// `text` with every bad sequence replaced by U+FFFD.
@@ -19,14 +19,15 @@ namespace core {
 /// At most `maxBytes` bytes of `text`, cut between UTF-8 sequences.
 [[nodiscard]] std::string_view cutUtf8(std::string_view text, std::size_t maxBytes);
 
-/// Decimal, 32-bit; leading white space and a sign accepted, trailing text ignored. Empty: 0. No
-/// digits or out of range: 0 and the log line "convertStringToInt: Error ...".
+/// Decimal, 32-bit; accepts leading white space and a sign, ignores trailing text. 0 if empty; 0
+/// and the log line "convertStringToInt: Error ..." if there are no digits or the number is out of
+/// range.
 [[nodiscard]] int convertStringToInt(const std::string& text);
 [[nodiscard]] int convertStringToInt(const std::u16string& text);
 
-/// ASCII letters only.
+/// Changes ASCII letters only.
 [[nodiscard]] std::string lowerCase(std::string_view text);
-/// True for "true" in any case.
+/// Whether it is "true", ignoring case.
 [[nodiscard]] bool toBool(std::string_view text);
 
 } // namespace core

@@ -51,8 +51,8 @@ bool Translations::load(const std::string& path) {
 bool Translations::loadFile(const std::string& path) {
     const std::optional<std::string> text = readWholeFile(path, kMaxFileBytes);
     if (!text) {
-        tellStandardError("Translations cannot be read: \"" + path + "\", looked for as \"" +
-                          services().fileSystem->fullPath(path) + "\"");
+        writeStandardError("Translations cannot be read: \"" + path + "\", looked for as \"" +
+                           services().fileSystem->fullPath(path) + "\"");
         return false;
     }
     readIniText(*text, path,

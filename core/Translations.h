@@ -11,19 +11,19 @@ namespace core {
 
 class Translations {
 public:
-    /// `path`: a file, or a folder whose "*.ini" files are all read. Empty (and a line on stderr)
-    /// when a file cannot be opened; a bad line is passed over. The first of two texts with the
-    /// same key stands.
+    /// `path`: a file, or a folder of which all "*.ini" files are read. Empty (and a line on
+    /// stderr) if a file cannot be opened; bad lines are skipped. Of two texts with the same key
+    /// the first counts.
     [[nodiscard]] static std::shared_ptr<Translations> create(const std::string& path,
                                                               const std::string& language);
     explicit Translations(const std::string& language);
 
-    /// The text of `key` in the current language, else in English, else `key` itself. An empty key,
-    /// or one that begins with a digit, comes back unchanged. Case does not matter in a key.
+    /// The text of `key` in the current language, else in English, else `key` itself. Keys that are
+    /// empty or start with a digit are returned unchanged. Case is ignored.
     [[nodiscard]] std::string translate(const std::string& key) const;
 
     [[nodiscard]] const std::string& language() const { return m_language; }
-    /// The languages that the files hold a text for, as written there.
+    /// The languages for which the files have texts, as spelled there.
     [[nodiscard]] const std::set<std::string>& languages() const { return m_languages; }
 
 private:

@@ -19,7 +19,7 @@ std::optional<std::string> readWholeFile(const std::string& path, std::size_t ma
     if (!file.read(bytes.data(), bytes.size())) {
         return std::nullopt;
     }
-    // A file may state a size of 0 and yet fail to be read: that is not an empty file.
+    // A file that reports size 0 but cannot be read is not an empty file.
     char more = 0;
     if (file.read(&more, 1) || file.lastError() != 0) {
         return std::nullopt;

@@ -1,4 +1,4 @@
-// A file's bytes in memory, for the readers that parse from there. UI thread only.
+// Reads a whole file into memory, for parsers. UI thread only.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +7,8 @@
 
 namespace core {
 
-/// The bytes of the file at `path`, unchanged. Empty when it cannot be opened or read completely,
-/// or is larger than `maxBytes`: no file may claim the machine's memory.
+/// The bytes of the file at `path`. Empty if it cannot be opened or read completely, or if it is
+/// larger than `maxBytes`, so that no file can exhaust the memory.
 [[nodiscard]] std::optional<std::string> readWholeFile(const std::string& path,
                                                        std::size_t maxBytes);
 

@@ -1,20 +1,20 @@
-// The edits of one model: what was done, in named steps that can be taken back and done again, and
-// who is told about it. Both editors' sessions are built on it: a session turns each named edit
-// into operations and runs them here; nothing else changes the model. One thread only.
+// The undo history of one model: named steps that can be undone and redone, and listeners that are
+// notified of changes. Both editors' sessions are built on it: a session turns each edit into
+// operations and runs them here; nothing else changes the model. One thread only.
 //
-// A session describes itself by a struct of four types:
-//   Model      what is edited; outlives the history, which alone changes it
-//   Change     one part of the model that a listener may have to read again; comparable
-//   Label      the name of a step and the place it happened at, for the view and its texts
+// A session describes its edits by a struct of four types:
+//   Model      what is edited; must outlive the history, which alone changes it
+//   Change     one part of the model that listeners may have to read again; comparable
+//   Label      the name of a step and where it happened, for views and their texts
 //   Operation  one reversible change, a movable value:
-//     void apply(Model&)              Does it, for the first time or again. The first time it may
-//                                     throw before anything has changed; after that never.
-//     void takeBack(Model&) noexcept  Brings back exactly what was before.
-//     vector<Change> changes() const  What differs after either of the two; too much is allowed,
-//                                     too little is not.
-//     size_t bytes() const            Roughly what it holds in memory.
+//     void apply(Model&)              Makes the change, also for redo. The first call may throw
+//                                     before anything has changed; later calls must not.
+//     void revert(Model&) noexcept    Restores exactly what was there before.
+//     vector<Change> changes() const  What either of the two may change. Naming too much is
+//                                     allowed, naming too little is not.
+//     size_t bytes() const            Approximate memory use.
 //     bool absorb(Operation& next)    Optional. `next` was applied right after this one in the same
-//                                     gesture: take it over, so that one take-back undoes both, and
+//                                     gesture: take it over, so that one revert undoes both, and
 //                                     return true; or change neither and return false.
 #pragma once
 
@@ -32,11 +32,11 @@
 
 namespace edit {
 
-/// How much a history keeps; the oldest steps go first.
+/// How much a history keeps; the oldest steps are dropped first.
 struct Limits {
     std::size_t steps = 1000;
     std::size_t bytes = std::size_t{64} * 1024 * 1024;
-    /// So many stay however large they are.
+    /// Kept regardless of their size.
     std::size_t leastSteps = 10;
 };
 
@@ -46,7 +46,7 @@ concept EditTypes = std::movable<typename Types::Operation> &&
     requires(typename Types::Operation operation, const typename Types::Operation constant,
              typename Types::Model& model) {
     operation.apply(model);
-    { operation.takeBack(model) }
+    { operation.revert(model) }
     noexcept;
     { constant.changes() } -> std::same_as<std::vector<typename Types::Change>>;
     { constant.bytes() } -> std::convertible_to<std::size_t>;
@@ -61,9 +61,9 @@ public:
     using Changes = std::vector<typename Types::Change>;
     using Listener = typename Observers<const Changes&>::Listener;
 
-    /// One step in the making: everything from a press to the release, or from the first key to the
-    /// last. Destroyed without commit, it takes everything back. One that begins while another is
-    /// open becomes a part of that one and ends before it. Must not outlive the history.
+    /// A step in progress: everything from pressing a button or key to releasing it. Destroying it
+    /// without commit undoes everything. A gesture that begins while another is open becomes part
+    /// of that one and must end before it. Must not outlive the history.
     class Gesture {
     public:
         Gesture(Gesture&& other) noexcept
@@ -73,12 +73,12 @@ public:
         Gesture& operator=(const Gesture&) = delete;
         ~Gesture() { cancel(); }
 
-        /// Applies the operation. Nothing has happened when it throws.
+        /// Applies the operation. If it throws, nothing has changed.
         void run(Operation operation) { m_history->run(std::move(operation), m_mark); }
-        /// Tells the listeners what has changed so far, for gestures that last over
+        /// Notifies listeners of the changes so far, for gestures that span
         /// several events.
         void announce() { m_history->announce(); }
-        /// Ends the gesture. The outermost one becomes a step of the history unless it is empty.
+        /// Ends the gesture. The outermost one becomes a step unless it is empty.
         void commit() {
             const bool isStep = m_history->endGesture();
             History* history = std::exchange(m_history, nullptr);
@@ -86,7 +86,7 @@ public:
                 history->announceAlways();
             }
         }
-        /// Takes everything back and ends the gesture. Does nothing after a commit.
+        /// Undoes everything and ends the gesture. Does nothing after a commit.
         void cancel() noexcept {
             if (History* history = std::exchange(m_history, nullptr)) {
                 history->dropGesture(m_mark);
@@ -98,7 +98,7 @@ public:
         Gesture(History& history, std::size_t mark) : m_history(&history), m_mark(mark) {}
 
         History* m_history;
-        std::size_t m_mark; ///< operations of the step that belong to the gestures around this one
+        std::size_t m_mark; ///< number of operations that belong to enclosing gestures
     };
 
     explicit History(Model& model, Limits limits = {}) : m_model(model), m_limits(limits) {}
@@ -120,21 +120,22 @@ public:
         gesture.commit();
     }
 
-    /// Told once at the end of each gesture, undo and redo, and by Gesture::announce; each change
-    /// is named once. The list is empty when a step ended whose changes were announced before:
-    /// then only undoLabel() and the like have changed. A listener may edit; redo is gone then.
+    /// Listeners are called once at the end of each gesture, undo and redo, and by
+    /// Gesture::announce. Each change is listed once. The list is empty if all changes of a
+    /// finished step were announced before: only undoLabel() and the like have changed then. A
+    /// listener may make edits, which discards the steps that could be redone.
     [[nodiscard]] Subscription observe(Listener listener) {
         return m_observers.add(std::move(listener));
     }
 
-    /// False, and nothing happens, when there is no such step or a gesture is open.
+    /// False, without effect, if there is no such step or a gesture is open.
     bool undo() {
         if (!canUndo()) {
             return false;
         }
         Step& step = m_steps[m_position - 1];
         collect(step.operations);
-        takeBack(step.operations, 0);
+        revert(step.operations, 0);
         --m_position;
         announceAlways();
         return true;
@@ -154,8 +155,8 @@ public:
     }
     [[nodiscard]] bool canUndo() const { return m_depth == 0 && m_position > 0; }
     [[nodiscard]] bool canRedo() const { return m_depth == 0 && m_position < m_steps.size(); }
-    /// The step that undo() or redo() would go over; null when there is none. Valid until the next
-    /// edit.
+    /// The step that undo() or redo() would undo or redo; null if there is none. Valid until the
+    /// next edit.
     [[nodiscard]] const Label* undoLabel() const {
         return canUndo() ? &m_steps[m_position - 1].label : nullptr;
     }
@@ -165,12 +166,12 @@ public:
 
     /// Whether a gesture is open.
     [[nodiscard]] bool inGesture() const { return m_depth > 0; }
-    /// How many of the steps held are done; the others can be redone.
+    /// How many of the steps are applied; the others can be redone.
     [[nodiscard]] std::size_t position() const { return m_position; }
     [[nodiscard]] std::size_t size() const { return m_steps.size(); }
-    /// What all steps hold, roughly.
+    /// Approximate memory use of all steps.
     [[nodiscard]] std::size_t bytes() const { return m_bytes; }
-    /// Forgets all steps, for a model whose contents were replaced, and tells the listeners
+    /// Drops all steps because the model's contents were replaced, and notifies listeners of
     /// `changes`. No gesture may be open.
     void clear(Changes changes) {
         assert(m_depth == 0);
@@ -205,7 +206,7 @@ private:
             }
         }
     }
-    /// Whether a step came of it.
+    /// Whether it became a step.
     bool endGesture() {
         const bool isStep = m_depth == 1 && !m_open->operations.empty();
         if (isStep) {
@@ -233,7 +234,7 @@ private:
         }
     }
     void dropGesture(std::size_t mark) noexcept {
-        takeBack(m_open->operations, mark);
+        revert(m_open->operations, mark);
         m_open->operations.erase(m_open->operations.begin() + static_cast<std::ptrdiff_t>(mark),
                                  m_open->operations.end());
         if (--m_depth > 0) {
@@ -242,12 +243,12 @@ private:
         try {
             announce();
         } catch (const std::exception&) {
-            m_changes.clear(); // listeners that cannot be told for want of memory
+            m_changes.clear(); // out of memory: listeners cannot be notified
         }
     }
-    void takeBack(std::vector<Operation>& operations, std::size_t from) noexcept {
+    void revert(std::vector<Operation>& operations, std::size_t from) noexcept {
         for (std::size_t index = operations.size(); index > from; --index) {
-            operations[index - 1].takeBack(m_model);
+            operations[index - 1].revert(m_model);
         }
     }
 
@@ -269,7 +270,7 @@ private:
         }
     }
     void announceAlways() {
-        // Listeners may edit, and may destroy the history.
+        // Listeners may make edits or destroy the history.
         const Changes changes = std::exchange(m_changes, {});
         m_observers.notify(changes);
     }
@@ -282,7 +283,7 @@ private:
     std::size_t m_bytes = 0;
     std::optional<Step> m_open;
     int m_depth = 0;
-    Changes m_changes; ///< not announced yet
+    Changes m_changes; ///< not yet announced
 };
 
 } // namespace edit

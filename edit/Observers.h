@@ -1,8 +1,8 @@
-// Listeners that may come and go at any time, also while they are being told. Used by the history
-// of edits and by the sessions built on it. One thread only.
+// Listeners that may be added and removed at any time, even during a notification. Used by the undo
+// history and the sessions built on it. One thread only.
 //
 //   edit::Subscription token = session.observe([this](const auto& changes) { refresh(changes); });
-//   // the listener is told until `token` is destroyed, reset or assigned another one
+//   // the listener is called until `token` is destroyed, reset or reassigned
 #pragma once
 
 #include <functional>
@@ -12,7 +12,7 @@
 
 namespace edit {
 
-/// Keeps one listener registered for its own lifetime. May outlive what it listens to. Move-only.
+/// Keeps a listener registered for its lifetime. May outlive the object it listens to. Move-only.
 class Subscription {
 public:
     Subscription() = default;
@@ -45,9 +45,9 @@ public:
         return Subscription(std::move(entry));
     }
 
-    /// Tells the listeners in the order in which they were added. One that goes away meanwhile is
-    /// no longer told; one that is added meanwhile is told from the next time on. A listener may
-    /// destroy the object that holds these observers.
+    /// Calls the listeners in the order in which they were added. A listener removed meanwhile is
+    /// not called any more; one added meanwhile is called from the next notification on. A listener
+    /// may destroy the object that owns these observers.
     void notify(Arguments... arguments) const {
         const std::vector<std::weak_ptr<Listener>> current = m_listeners;
         for (const std::weak_ptr<Listener>& entry : current) {

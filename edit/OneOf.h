@@ -1,5 +1,5 @@
-// An operation that is one of several kinds, held by value. Each kind is a small struct with the
-// four functions that edit/History.h asks for; a kind may have `absorb` as well.
+// An operation of one of several kinds, held by value. Each kind is a small struct with the four
+// functions required by edit/History.h; it may also have `absorb`.
 //
 //   using SceneOperation = edit::OneOf<SceneManager, SceneChange, AddAction, RemoveAction>;
 #pragma once
@@ -22,8 +22,8 @@ public:
     void apply(Model& model) {
         std::visit([&](auto& kind) { kind.apply(model); }, m_kind);
     }
-    void takeBack(Model& model) noexcept {
-        std::visit([&](auto& kind) { kind.takeBack(model); }, m_kind);
+    void revert(Model& model) noexcept {
+        std::visit([&](auto& kind) { kind.revert(model); }, m_kind);
     }
     [[nodiscard]] std::vector<Change> changes() const {
         return std::visit([](const auto& kind) { return kind.changes(); }, m_kind);
@@ -31,7 +31,7 @@ public:
     [[nodiscard]] std::size_t bytes() const {
         return std::visit([](const auto& kind) { return kind.bytes(); }, m_kind);
     }
-    /// Kinds absorb only their own kind.
+    /// A kind absorbs only its own kind.
     bool absorb(OneOf& next) {
         return std::visit(
             [&](auto& kind) {

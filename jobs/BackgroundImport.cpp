@@ -31,8 +31,8 @@ void BackgroundImport::start(const std::string& source, const std::string& desti
                              std::function<void()> onProgress,
                              std::function<void(const ImportReport&)> onDone) {
     m_progress = std::make_shared<ImportProgress>();
-    // What stays when there is no memory or no thread: nothing but the temporary was touched then,
-    // and that is gone again.
+    // The report if memory or threads run out: only the temporary file was touched, and it has been
+    // removed again.
     const auto report =
         std::make_shared<ImportReport>(ImportReport{ImportResult::failed, "out of memory"});
     m_job.start(

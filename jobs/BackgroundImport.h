@@ -1,6 +1,6 @@
-// Runs one video import at a time on a thread of its own, so that the window stays alive, looks
-// whether the file can be played, and reports back on the UI thread. Used by the branch editor. UI
-// thread only.
+// Imports one video at a time on a separate thread, so that the window stays responsive, checks
+// whether it can be played, and reports to the UI thread. Used by the branch editor. UI thread
+// only.
 #pragma once
 
 #include <cstdint>
@@ -17,20 +17,20 @@ namespace jobs {
 
 class BackgroundImport {
 public:
-    /// Both outlive the object.
+    /// Both must outlive the object.
     BackgroundImport(platform::EventLoop& loop, platform::FileSystem& files);
-    /// Cancels a running import and waits for its end; nothing is reported any more.
+    /// Cancels a running import and waits for it to end without reporting anything.
     ~BackgroundImport();
     BackgroundImport(const BackgroundImport&) = delete;
     BackgroundImport& operator=(const BackgroundImport&) = delete;
 
-    /// Called on the UI thread; `onProgress` now and then, `onDone` once, when isRunning() is false
-    /// again. Not while an import is running.
+    /// Calls `onProgress` now and then and `onDone` once, when isRunning() is false again, both on
+    /// the UI thread. Must not be called while an import is running.
     void start(const std::string& source, const std::string& destination,
                std::function<void()> onProgress, std::function<void(const ImportReport&)> onDone);
     void cancel();
     [[nodiscard]] bool isRunning() const { return m_job.isRunning(); }
-    /// Of the running import, or the last.
+    /// Of the running or the last import.
     [[nodiscard]] std::uint64_t copiedBytes() const { return m_progress->copiedBytes; }
     [[nodiscard]] std::uint64_t totalBytes() const { return m_progress->totalBytes; }
 

@@ -15,7 +15,7 @@ bool BackgroundJob::Control::isCancelled() const {
 
 void BackgroundJob::Control::report() {
     if (m_run->reported.exchange(true)) {
-        return; // the task on its way will show this as well
+        return; // the pending call will show this as well
     }
     m_loop.post([run = m_run] {
         run->reported = false;
@@ -68,7 +68,7 @@ void BackgroundJob::perform(const std::shared_ptr<Run>& run, const Work& work,
 }
 
 void BackgroundJob::end(Run& run, bool isWhole) {
-    // The callback may end the job's owner and, with it, the callback's own home.
+    // The callback may destroy the job and thereby the member that holds the callback.
     const auto done = std::exchange(run.onDone, nullptr);
     run.onProgress = nullptr;
     if (done) {

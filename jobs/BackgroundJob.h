@@ -1,9 +1,8 @@
-// Runs one piece of work at a time on a thread of its own and reports back on the UI thread. What
-// the work needs and brings is shared between its function and the callbacks, for example in an
-// object that both hold by shared pointer. UI thread only, but for the Control.
+// Runs one piece of work at a time on a separate thread and reports to the UI thread. The work and
+// the callbacks share input and results, for example through a shared pointer. UI thread only,
+// except for Control.
 //
-//   job.start([data](auto& control) { while (step(*data) && !control.isCancelled())
-//   control.report(); },
+//   job.start([data](auto& control) { while (step(*data) && !control.isCancelled()) { ... } },
 //             [this] { showProgress(); },
 //             [this, data](bool isWhole) { show(*data, isWhole); });
 #pragma once
@@ -21,11 +20,11 @@ class BackgroundJob {
     struct Run;
 
 public:
-    /// The work's side.
+    /// What the work uses.
     class Control {
     public:
         [[nodiscard]] bool isCancelled() const;
-        /// There is progress to show. Cheap: the UI thread hears of the latest only.
+        /// Requests a call of `onProgress`. Cheap: requests that are still pending are merged.
         void report();
 
     private:
@@ -37,9 +36,9 @@ public:
     };
     using Work = std::function<void(Control&)>;
 
-    /// The loop outlives the object.
+    /// The loop must outlive the object.
     explicit BackgroundJob(platform::EventLoop& loop);
-    /// Cancels, waits for the work's end; nothing is reported any more.
+    /// Cancels the work and waits for it to end without reporting anything.
     ~BackgroundJob();
     BackgroundJob(const BackgroundJob&) = delete;
     BackgroundJob& operator=(const BackgroundJob&) = delete;

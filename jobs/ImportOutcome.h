@@ -1,5 +1,4 @@
-// How an import of several videos goes and what came of it, as values that the windows make texts
-// of.
+// Progress and result of importing several videos, as values that windows turn into text.
 #pragma once
 
 #include <cstdint>
@@ -20,9 +19,9 @@ struct CopyStatus {
 };
 
 struct ImportOutcome {
-    int added = 0; ///< good ones
+    int added = 0; ///< successfully imported
     int listedAlready = 0;
-    std::vector<std::string> unplayable; ///< copied, but no videos
+    std::vector<std::string> unplayable; ///< copied, but not playable
     std::vector<std::string> failed;
     std::string failure; ///< of the first that failed
 

@@ -29,7 +29,7 @@ bool isSameFile(FileSystem& files, const std::string& a, const FileInfo& infoA,
     return !fullA.empty() && fullA == files.fullPath(b);
 }
 
-/// Makes the folder and all above it; what exists already is skipped, failures show in the copy.
+/// Creates the folder and its parents where missing; failures show when copying.
 void createFolders(FileSystem& files, const std::string& folder) {
     for (std::size_t end = folder.find_first_of("/\\", 1); end != std::string::npos;
          end = folder.find_first_of("/\\", end + 1)) {
@@ -41,9 +41,9 @@ void createFolders(FileSystem& files, const std::string& folder) {
     }
 }
 
-/// The file a copy is written to before it takes the video's place. What was made and not moved
-/// there is removed at the end, so the stream made here goes first. Another editor that copies into
-/// the same folder may have put its own file in the meantime: that one is never touched.
+/// The file to which a copy is written before it replaces the destination. Removed at the end
+/// unless it was moved, so its stream must be closed first. Another editor that copies into the
+/// same folder may have put its own file there in the meantime: that one is never touched.
 class Temporary {
 public:
     Temporary(FileSystem& files, std::string path) : m_files(files), m_path(std::move(path)) {}
@@ -56,9 +56,9 @@ public:
     Temporary(const Temporary&) = delete;
     Temporary& operator=(const Temporary&) = delete;
 
-    /// Empty when the file cannot be made.
+    /// Empty if the file cannot be created.
     std::unique_ptr<FileStream> make(int& error) {
-        // A left-over of a killed program, or a link somewhere else: never written through.
+        // A leftover of a killed program, or a link to somewhere else: never write through it.
         m_files.removeFile(m_path, error);
         std::unique_ptr<FileStream> stream = m_files.open(m_path, OpenMode::write, error);
         m_made = stream != nullptr;
@@ -103,7 +103,7 @@ public:
         }
         const auto info = m_files.info(m_source);
         if (!info || info->isFolder) {
-            int error = 0; // for the system's words
+            int error = 0; // for the system's message
             (void)m_files.open(m_source, OpenMode::read, error);
             return failure(m_files, error);
         }
@@ -117,7 +117,7 @@ public:
         const std::string path = folder + kImportTemporary;
         const auto leftover = m_files.info(path);
         if (leftover && isSameFile(m_files, m_source, *info, path, *leftover)) {
-            return failure("it is an unfinished copy"); // the new copy would take its place
+            return failure("it is an unfinished copy"); // the new copy would replace it
         }
         ImportReport report = copyThrough(Temporary(m_files, path));
         if (report.result == ImportResult::copied) {
@@ -127,7 +127,7 @@ public:
     }
 
 private:
-    /// Empty when nothing speaks against a copy.
+    /// Empty if the copy may begin.
     std::optional<ImportReport> checkDestination(const FileInfo& source) {
         const auto existing = m_files.info(m_destination);
         if (!existing) {
@@ -137,7 +137,7 @@ private:
             return ImportReport{ImportResult::sameFile};
         }
         int error = 0;
-        // A file that is protected against writing stays as well.
+        // A write-protected file is not replaced either.
         if (!m_files.open(m_destination, OpenMode::writeInPlace, error)) {
             return failure(m_files, error);
         }

@@ -12,12 +12,12 @@ namespace scene {
 
 class Branch {
 public:
-    /// Empty only when there is no memory.
+    /// Empty only when out of memory.
     [[nodiscard]] static std::shared_ptr<Branch> create();
-    /// Empty when an action cannot be created; that is logged.
+    /// Empty, and logged, if an action cannot be created.
     [[nodiscard]] static std::shared_ptr<Branch> Load(const tinyxml2::XMLElement& element);
 
-    /// The name that actions refer to; unique within the scenario by convention only.
+    /// The name that actions refer to; unique in the scenario only by convention.
     [[nodiscard]] const std::string& ID() const { return m_id; }
     void SetID(const std::string& id) { m_id = id; }
     /// The video's name inside the scenario's folder.
@@ -26,23 +26,23 @@ public:
 
     [[nodiscard]] const std::vector<std::shared_ptr<Action>>& actions() const { return m_actions; }
     [[nodiscard]] int actionCount() const { return static_cast<int>(m_actions.size()); }
-    /// Empty for an index out of range.
+    /// Empty if out of range.
     [[nodiscard]] std::shared_ptr<Action> action(int index) const;
-    /// Appends; an empty pointer is not taken.
+    /// Appends; an empty pointer is ignored.
     void addAction(const std::shared_ptr<Action>& action);
-    /// Inserts so that it stands at `index`, which may be the end; as above otherwise.
+    /// Inserts at `index`, which may be the end. An empty pointer or other index is ignored.
     void insertAction(int index, const std::shared_ptr<Action>& action);
-    /// Later actions move up. Nothing happens for an index out of range.
+    /// Later actions move up. An index out of range is ignored.
     void removeAction(int index);
-    /// Takes the action at `from` out and puts it in so that it stands at `to`. Nothing happens for
-    /// an index out of range.
+    /// Moves the action at `from` so that it ends up at `to`. An index out of range is ignored.
     void moveAction(int from, int to);
 
-    /// Writes the "Branch" element, texts unescaped. False at the first write that fails.
+    /// Writes the "Branch" element without escaping texts. Stops with false at the first failed
+    /// write.
     [[nodiscard]] bool Write(core::File& file) const;
     [[nodiscard]] bool writeTo(LineSink& sink) const;
 
-    // What an edit does and takes back, without a copy that could fail.
+    // For edits and their undo: no copy that could fail.
     void swapID(std::string& id) noexcept { m_id.swap(id); }
     void swapFilename(std::string& filename) noexcept { m_filename.swap(filename); }
 

@@ -10,7 +10,7 @@
 namespace scene {
 namespace {
 
-// Support looks messages up by these places; they do not follow this file's lines.
+// Support looks messages up by these numbers; they are not the lines of this file.
 constexpr const char* kSource = "..\\BranchManager.cpp";
 constexpr int kBranchIDLine = 337;
 constexpr int kSetBranchIDLine = 344;

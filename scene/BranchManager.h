@@ -1,8 +1,8 @@
-// The ordered list of a scenario's branches: names new ones and gives index-checked access. Owned
-// by the SceneManager, which forwards the windows' calls. Main thread only.
+// The ordered list of a scenario's branches: names new ones and checks every index. Owned by the
+// SceneManager, which forwards calls to it. Main thread only.
 //
 // An index outside 0 .. count-1 is logged as "..\BranchManager.cpp:LINE Invalid branch index" with
-// the operation's own fixed number; nothing changes then and the result is empty.
+// the operation's own fixed number; nothing changes and the result is empty.
 #pragma once
 
 #include <memory>
@@ -15,25 +15,25 @@ namespace scene {
 
 class BranchManager {
 public:
-    /// Empty only when there is no memory.
+    /// Empty only when out of memory.
     [[nodiscard]] static std::shared_ptr<BranchManager> create();
 
     /// Appends a new branch called "New Branch N". N starts at 2 in a new manager and only grows;
-    /// it can meet the name of a loaded branch. Both are intended.
+    /// the name may already belong to a loaded branch. Both are intended.
     bool AddBranch();
-    /// The same branch without appending it; empty only when there is no memory.
+    /// The same without appending it; empty only when out of memory.
     [[nodiscard]] std::shared_ptr<Branch> makeBranch();
-    /// Appends an existing branch; an empty pointer is not taken.
+    /// Appends an existing branch; an empty pointer is ignored.
     void append(const std::shared_ptr<Branch>& branch);
 
     [[nodiscard]] int branchCount() const { return static_cast<int>(m_branches.size()); }
-    /// Empty for an index out of range; logs nothing.
+    /// Empty if out of range; logs nothing.
     [[nodiscard]] std::shared_ptr<Branch> branch(int index) const;
-    /// Inserts so that it stands at `index`, which may be the end; nothing happens beyond that.
+    /// Inserts at `index`, which may be the end. An empty pointer or other index is ignored.
     void insertBranch(int index, const std::shared_ptr<Branch>& branch);
-    // Nothing happens for an index out of range; nothing is logged.
+    // An index out of range is ignored and not logged.
     void removeBranch(int index);
-    /// Takes the branch at `from` out and puts it in so that it stands at `to`.
+    /// Moves the branch at `from` so that it ends up at `to`.
     void moveBranch(int from, int to);
 
     /// Appends every branch's ID, in list order.
@@ -49,14 +49,14 @@ public:
     void removeAction(int index, int actionIndex);
     [[nodiscard]] std::shared_ptr<Action> action(int index, int actionIndex) const;
 
-    /// Every branch in list order; false at the first write that fails.
+    /// Writes every branch in list order. Stops with false at the first failed write.
     [[nodiscard]] bool Write(core::File& file) const;
     [[nodiscard]] bool writeTo(LineSink& sink) const;
 
 private:
-    /// Empty after a log line with `line` when there is no such branch.
+    /// Empty, and logged with `line`, if there is no such branch.
     [[nodiscard]] std::shared_ptr<Branch> checkedBranch(int index, int line) const;
-    /// The same when the branch has no such action.
+    /// The same if the branch has no such action.
     [[nodiscard]] std::shared_ptr<Branch> checkedBranch(int index, int actionIndex, int line) const;
 
     std::vector<std::shared_ptr<Branch>> m_branches;

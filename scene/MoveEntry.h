@@ -1,4 +1,4 @@
-// Moving one entry of a list; shared by this module's sources only.
+// Moves one entry of a list. Used by this module's sources only.
 #pragma once
 
 #include <algorithm>
@@ -6,8 +6,7 @@
 
 namespace scene {
 
-/// Takes the entry at `from` out and puts it in so that it stands at `to`. Nothing happens for an
-/// index out of range.
+/// Moves the entry at `from` so that it ends up at `to`. An index out of range is ignored.
 template <class T>
 void moveEntry(std::vector<T>& list, int from, int to) {
     const int count = static_cast<int>(list.size());

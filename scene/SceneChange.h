@@ -1,10 +1,10 @@
-// What the session of a scene tells its listeners, and how it names its steps.
+// What a scene's session reports to its listeners, and how it names its steps.
 #pragma once
 
 namespace scene {
 
-/// A part of the scene that may differ now. Changes of a moment ago name branches by the numbers
-/// they had then: with Part::branches among the changes, read all again.
+/// A part of the scene that may have changed. Branch numbers are those at the time of the edit: if
+/// Part::branches is among the changes, read everything again.
 struct SceneChange {
     enum class Part {
         scene,       ///< another scene, or a new one
@@ -16,7 +16,7 @@ struct SceneChange {
     };
 
     Part part = Part::scene;
-    int branch = -1; ///< -1 where no branch is meant
+    int branch = -1; ///< -1 if it is about no branch
 
     friend bool operator==(const SceneChange&, const SceneChange&) = default;
 };
@@ -39,15 +39,14 @@ enum class SceneStep {
     immediate,
 };
 
-/// A step's name in English and small letters ("move action"), which is also the key under which it
-/// is translated.
+/// A step's name in lower-case English ("move action"), which is also its translation key.
 [[nodiscard]] const char* stepName(SceneStep step);
 
-/// A step and where it happened: what undo and redo have to show.
+/// A step and where it happened, so that undo and redo can show it.
 struct SceneLabel {
     SceneStep step = SceneStep::addBranch;
     int branch = -1;
-    int action = -1; ///< -1 where no action is meant
+    int action = -1; ///< -1 if it is about no action
 };
 
 } // namespace scene

@@ -15,7 +15,7 @@ namespace scene {
 namespace {
 
 constexpr int kSaveLine = 305; // as those in SceneManager.cpp
-/// Some 200,000 actions, more than anybody saves; the parser needs many times the file's size.
+/// About 200,000 actions, far more than any real scene; parsing takes many times the file's size.
 constexpr std::size_t kMaxFileBytes = std::size_t{32} * 1024 * 1024;
 
 bool failLoad(const char* reason) {
@@ -24,7 +24,7 @@ bool failLoad(const char* reason) {
 }
 
 bool parse(const std::string& path, tinyxml2::XMLDocument& document) {
-    // From memory: the library itself opens files by a name that is not UTF-8 everywhere.
+    // From memory: the library does not open files by UTF-8 names on every system.
     const std::optional<std::string> text = core::readWholeFile(path, kMaxFileBytes);
     return text && document.Parse(text->data(), text->size()) == tinyxml2::XML_SUCCESS;
 }
@@ -62,7 +62,7 @@ bool SceneManager::readFile(const std::string& folder) {
     if (!first) {
         return failLoad("Scene file is corrupt");
     }
-    // A declaration or a comment at the start has no child either, and is refused with this text.
+    // A declaration or comment at the start has no children either and is rejected with this text.
     if (first->NoChildren() || !first->ToElement()) {
         return failLoad("Scene file has extraneous xml header");
     }
@@ -90,7 +90,7 @@ bool SceneManager::loadRoot(const tinyxml2::XMLElement& root) {
 }
 
 bool SceneManager::Save(const std::string& folder) {
-    int error = 0; // both may exist; whatever else fails shows when the file is opened
+    int error = 0; // both may exist; any other failure shows when the file is opened
     core::services().fileSystem->createFolder(kScenesFolder, error);
     core::services().fileSystem->createFolder(folder, error);
     return saveInto(folder);
@@ -99,7 +99,7 @@ bool SceneManager::Save(const std::string& folder) {
 bool SceneManager::saveInto(const std::string& folder) {
     if (!checkedManager(kSaveLine)) {
         m_saveFailure = {{}, "there is no scene"};
-        return false; // the scene on the disk is worth more than an empty one
+        return false; // never replace the scene on the disk by an empty one
     }
     if (m_firstBranch.empty()) {
         m_firstBranch = m_branchManager->branchID(0);

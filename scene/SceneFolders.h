@@ -1,6 +1,5 @@
-// Which scenes there are and where they lie. Scenes are the folders under "Scenes/" in the working
-// directory that hold a "Scene.xml". Used by
-// the windows and by loading and saving.
+// Which scenes exist and where they are stored: the folders under "Scenes/" in the working
+// directory that contain a "Scene.xml". Used by the windows and by loading and saving.
 #pragma once
 
 #include <string>
@@ -14,12 +13,12 @@ inline constexpr const char* kScenesFolder = "Scenes";
 /// The scene's file in its folder.
 inline constexpr const char* kSceneFileName = "Scene.xml";
 
-/// The folder names of all scenes on offer, as stored (UTF-8 or not), in the order in which the
-/// folder lists them. A folder with a file "Replaced" is left out: a newer scene stands in for it.
+/// The folder names of all scenes on offer, as stored (UTF-8 or not), in directory order. A folder
+/// that contains a file "Replaced" is left out: a newer scene has replaced it.
 /// Empty when "Scenes/" cannot be read.
 [[nodiscard]] std::vector<std::string> listScenes();
 
-/// The folder of all scenes, ending in "/": where the author's videos are looked for first.
+/// The folder of all scenes, ending in "/". The Add Video dialog starts here.
 [[nodiscard]] std::string scenesFolderPath();
 
 /// Whether a scene saved as `name` has a folder of its own right below "Scenes/", as all that

@@ -8,7 +8,7 @@
 namespace scene {
 namespace {
 
-// Support looks messages up by these places; they do not follow this file's lines.
+// Support looks messages up by these numbers; they are not the lines of this file.
 constexpr const char* kSource = "..\\SceneManager.cpp";
 constexpr int kAddBranchLine = 216;
 constexpr int kBranchIDsLine = 228;
@@ -89,7 +89,7 @@ void SceneManager::renameBranch(int index, const std::string& id) {
     }
     const std::string old = branches->branchID(index);
     branches->setBranchID(index, id);
-    // A branch that is not there has no ID that an empty FirstBranch could equal.
+    // The empty ID of a branch that does not exist must not match an empty FirstBranch.
     if (index >= 0 && index < branches->branchCount() && m_firstBranch == old) {
         m_firstBranch = id;
     }

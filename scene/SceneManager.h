@@ -2,8 +2,8 @@
 // "Scene.xml" in the scenario's folder under "Scenes". One for the whole run, shared by all
 // windows. Main thread only.
 //
-// The forwarding operations log "..\SceneManager.cpp:LINE Branch Manager is invalid" and do nothing
-// when there is no branch manager; an index out of range is the BranchManager's matter.
+// Without a branch manager, the forwarding operations log "..\SceneManager.cpp:LINE Branch Manager
+// is invalid" and do nothing. The branch manager itself checks indexes.
 #pragma once
 
 #include <memory>
@@ -18,39 +18,38 @@ namespace scene {
 
 class SceneManager {
 public:
-    /// With an empty branch manager. Empty when there is no memory.
+    /// With an empty branch manager. Empty when out of memory.
     [[nodiscard]] static std::shared_ptr<SceneManager> create();
     explicit SceneManager(std::shared_ptr<BranchManager> branchManager);
 
-    /// Also the scenario's folder name.
+    /// Also the name of the scenario's folder.
     [[nodiscard]] const std::string& Name() const { return m_name; }
     void SetName(const std::string& name) { m_name = name; }
     /// The ID of the branch that plays first.
     [[nodiscard]] const std::string& FirstBranch() const { return m_firstBranch; }
     void SetFirstBranch(const std::string& id) { m_firstBranch = id; }
 
-    /// Starts an empty scenario. False, with everything as it was, when there is no memory.
+    /// Starts an empty scenario. False, with nothing changed, when out of memory.
     bool newScene(const std::string& name);
-    /// Loads the scenario `name`, or the one already named when it is empty. The previous one is
+    /// Loads the scenario `name`, or the current Name() if that is empty. The previous scenario is
     /// dropped first and not restored: after a failure (false, logged) the branches read so far
-    /// stay. A "Name" in the file takes the place of the folder's name. Intended.
+    /// remain. A "Name" in the file replaces the folder's name. Both are intended.
     bool Load(const std::string& name);
-    /// The same for a folder anywhere, which ends in a separator; the name held stays unless the
-    /// file has one.
+    /// The same for any folder, which ends in a separator; Name() stays unless the file has one.
     bool loadFolder(const std::string& folder);
-    /// Whether the scenario last asked for could not be loaded; false again with the next one.
+    /// Whether the last load failed.
     [[nodiscard]] bool loadFailed() const { return m_loadFailed; }
-    /// Writes into `folder`, which ends in a separator and is made when missing. False when the
-    /// file did not reach the disk; the old one is whole then.
+    /// Writes into `folder`, which ends in a separator and is created if missing. False if the file
+    /// did not reach the disk; the old file is intact in that case.
     bool Save(const std::string& folder);
-    /// The same into a folder that exists; makes none.
+    /// The same for a folder that exists.
     bool saveInto(const std::string& folder);
-    /// Why the last save did not reach the disk; empty after a good one.
+    /// Why the last save failed; empty if it succeeded.
     [[nodiscard]] const core::FileError& saveFailure() const { return m_saveFailure; }
 
     /// What a save would write now, before line feeds become CR LF; empty without a branch manager.
     [[nodiscard]] std::string fileText() const;
-    /// fileText() == text, without making it.
+    /// fileText() == text, without building that text.
     [[nodiscard]] bool hasFileText(std::string_view text) const;
 
     /// The first branch of a scenario becomes its FirstBranch.
@@ -59,7 +58,7 @@ public:
     void branchIDs(std::vector<std::string>& ids) const;
     [[nodiscard]] int branchCount() const;
     [[nodiscard]] std::string branchID(int index) const;
-    /// FirstBranch follows; the BranchID of actions does not. Intended.
+    /// Updates FirstBranch, but not the BranchID of actions. Intended.
     void renameBranch(int index, const std::string& id);
     [[nodiscard]] std::string branchFilename(int index) const;
     void setBranchFilename(int index, const std::string& filename);
@@ -69,13 +68,13 @@ public:
     void removeAction(int index, int actionIndex);
     [[nodiscard]] std::shared_ptr<Action> action(int index, int actionIndex) const;
 
-    // For the session of edits.
+    // For SceneSession.
     void swapFirstBranch(std::string& id) noexcept { m_firstBranch.swap(id); }
-    /// Not owned; null when there is none.
+    /// Null if there is none.
     [[nodiscard]] BranchManager* branches() const { return m_branchManager.get(); }
 
 private:
-    /// Empty, after a log line with `line`, when there is none.
+    /// Null, and logged with `line`, if there is none.
     [[nodiscard]] BranchManager* checkedManager(int line) const;
     [[nodiscard]] bool dropBranches();
     [[nodiscard]] bool readFile(const std::string& folder);

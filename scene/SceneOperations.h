@@ -1,7 +1,6 @@
-// The reversible changes of a scene. The session makes them, with numbers that exist and names
-// worked out; here they are done and taken back. This module's sources only.
-//
-// Most swap what they hold with what is in the scene, so that taking back is doing it again.
+// The reversible changes of a scene. SceneSession creates them with valid numbers and final names;
+// here they are applied and reverted. Most swap their contents with the scene's, so that reverting
+// is the same as applying again. Used by this module's sources only.
 #pragma once
 
 #include <cstddef>
@@ -21,7 +20,7 @@ struct SwapFirstBranch {
     std::string name;
 
     void apply(SceneManager& scene) noexcept { scene.swapFirstBranch(name); }
-    void takeBack(SceneManager& scene) noexcept { apply(scene); }
+    void revert(SceneManager& scene) noexcept { apply(scene); }
     [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::firstBranch, -1}}; }
     [[nodiscard]] std::size_t bytes() const { return sizeof(*this) + name.capacity(); }
 };
@@ -31,7 +30,7 @@ struct SwapName {
     std::string name;
 
     void apply(SceneManager& scene) noexcept { scene.branches()->branch(branch)->swapID(name); }
-    void takeBack(SceneManager& scene) noexcept { apply(scene); }
+    void revert(SceneManager& scene) noexcept { apply(scene); }
     [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::branchName, branch}}; }
     [[nodiscard]] std::size_t bytes() const { return sizeof(*this) + name.capacity(); }
 };
@@ -43,19 +42,19 @@ struct SwapVideo {
     void apply(SceneManager& scene) noexcept {
         scene.branches()->branch(branch)->swapFilename(name);
     }
-    void takeBack(SceneManager& scene) noexcept { apply(scene); }
+    void revert(SceneManager& scene) noexcept { apply(scene); }
     [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::video, branch}}; }
     [[nodiscard]] std::size_t bytes() const { return sizeof(*this) + name.capacity(); }
 };
 
-/// Puts a branch in, or takes one out that is there.
+/// Inserts a branch, or removes an existing one.
 struct PlaceBranch {
     int index;
     std::shared_ptr<Branch> branch;
     bool isRemoval;
 
     void apply(SceneManager& scene) { place(scene, !isRemoval); }
-    void takeBack(SceneManager& scene) noexcept { place(scene, isRemoval); }
+    void revert(SceneManager& scene) noexcept { place(scene, isRemoval); }
     [[nodiscard]] static SceneChanges changes() { return {{SceneChange::Part::branches, -1}}; }
     [[nodiscard]] std::size_t bytes() const;
 
@@ -68,12 +67,12 @@ struct MoveBranch {
     int to;
 
     void apply(SceneManager& scene) const noexcept { scene.branches()->moveBranch(from, to); }
-    void takeBack(SceneManager& scene) const noexcept { scene.branches()->moveBranch(to, from); }
+    void revert(SceneManager& scene) const noexcept { scene.branches()->moveBranch(to, from); }
     [[nodiscard]] static SceneChanges changes() { return {{SceneChange::Part::branches, -1}}; }
     [[nodiscard]] static std::size_t bytes() { return sizeof(MoveBranch); }
 };
 
-/// Puts an action in, or takes one out that is there.
+/// Inserts an action, or removes an existing one.
 struct PlaceAction {
     int branch;
     int index;
@@ -81,7 +80,7 @@ struct PlaceAction {
     bool isRemoval;
 
     void apply(SceneManager& scene) { place(scene, !isRemoval); }
-    void takeBack(SceneManager& scene) noexcept { place(scene, isRemoval); }
+    void revert(SceneManager& scene) noexcept { place(scene, isRemoval); }
     [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::actions, branch}}; }
     [[nodiscard]] std::size_t bytes() const;
 
@@ -97,21 +96,21 @@ struct MoveAction {
     void apply(SceneManager& scene) const noexcept {
         scene.branches()->branch(branch)->moveAction(from, to);
     }
-    void takeBack(SceneManager& scene) const noexcept {
+    void revert(SceneManager& scene) const noexcept {
         scene.branches()->branch(branch)->moveAction(to, from);
     }
     [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::actions, branch}}; }
     [[nodiscard]] static std::size_t bytes() { return sizeof(MoveAction); }
 };
 
-/// Gives an action other contents.
+/// Replaces the contents of an action.
 struct SwapAction {
     int branch;
     int index;
     Action contents;
 
     void apply(SceneManager& scene) noexcept;
-    void takeBack(SceneManager& scene) noexcept { apply(scene); }
+    void revert(SceneManager& scene) noexcept { apply(scene); }
     [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::actions, branch}}; }
     [[nodiscard]] std::size_t bytes() const;
 };

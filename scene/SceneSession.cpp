@@ -5,42 +5,6 @@
 
 namespace scene {
 
-const char* stepName(SceneStep step) {
-    switch (step) {
-    case SceneStep::addBranch:
-        return "add branch";
-    case SceneStep::duplicateBranch:
-        return "duplicate branch";
-    case SceneStep::removeBranch:
-        return "remove branch";
-    case SceneStep::moveBranch:
-        return "move branch";
-    case SceneStep::rename:
-        return "rename";
-    case SceneStep::firstBranch:
-        return "first branch";
-    case SceneStep::video:
-        return "video";
-    case SceneStep::addAction:
-        return "add action";
-    case SceneStep::duplicateAction:
-        return "duplicate action";
-    case SceneStep::removeAction:
-        return "remove action";
-    case SceneStep::moveAction:
-        return "move action";
-    case SceneStep::condition:
-        return "condition";
-    case SceneStep::parameter:
-        return "parameter";
-    case SceneStep::target:
-        return "target";
-    case SceneStep::immediate:
-        return "immediate";
-    }
-    return "";
-}
-
 std::shared_ptr<SceneSession> SceneSession::create(std::shared_ptr<SceneManager> scene) {
     try {
         return scene ? std::make_shared<SceneSession>(std::move(scene)) : nullptr;
@@ -130,7 +94,7 @@ std::shared_ptr<Action> SceneSession::actionAt(int branch, int action) const {
 bool SceneSession::addBranch() {
     BranchManager* branches = m_scene->branches();
     if (branches == nullptr) {
-        return m_scene->AddBranch(); // which says so
+        return m_scene->AddBranch(); // logs why
     }
     return insertBranch(SceneStep::addBranch, branches->branchCount(), branches->makeBranch());
 }

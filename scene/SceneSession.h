@@ -1,16 +1,16 @@
-// The editing of one scene: every change of it goes through here, is a step that can be taken back,
-// and is announced. Windows read from here as well and keep no pointer into the scene. One for the
-// whole run, beside the SceneManager that it edits. Main thread only.
+// All editing of the open scene goes through here: each edit is a step that can be undone, and its
+// changes are reported to listeners. Windows also read the scene here and keep no pointers into it.
+// There is one for the whole run, next to the SceneManager that it edits. Main thread only.
 //
 //   edit::Subscription token = session.observe([this](const auto& changes) { ... });
 //   session.setTarget(branch, action, name);        // announces {actions, branch}
 //
 //   auto gesture = session.begin({SceneStep::target, branch});   // several edits as one step
 //   for (...) session.setTarget(...);
-//   gesture.commit();                               // without it, all is taken back
+//   gesture.commit();                               // otherwise everything is undone
 //
-// An edit that changes nothing is no step and gives false. So does one that names a branch or
-// action that is not there; the operations that BranchManager.h knows log it as there.
+// An edit that would change nothing adds no step and returns false. So does an edit of a branch or
+// action that does not exist; where BranchManager logs that, it is logged here too.
 #pragma once
 
 #include <memory>
@@ -37,24 +37,24 @@ public:
     using History = edit::History<SceneEdits>;
     using Changes = History::Changes;
 
-    /// Empty when `scene` is, or when there is no memory.
+    /// Empty if `scene` is, or when out of memory.
     [[nodiscard]] static std::shared_ptr<SceneSession> create(std::shared_ptr<SceneManager> scene);
-    /// Edits what `scene` holds now; not empty.
+    /// Edits the current contents of `scene`, which is not empty.
     explicit SceneSession(std::shared_ptr<SceneManager> scene, edit::Limits limits = {});
 
-    // Opening and saving: the SceneManager's operations. Opening begins another history and
-    // announces {scene}, also after a failure. No gesture may be open.
+    // Opening and saving, by the SceneManager's operations. Opening starts a new history and
+    // reports {scene}, even if it fails. No gesture may be open.
     bool load(const std::string& name);
     bool newScene(const std::string& name);
-    /// A scene without a FirstBranch gets one by saving, as a step of its own.
+    /// Saving a scene without a FirstBranch sets it, as a step of its own.
     bool save(const std::string& folder);
-    /// Whether the file of a save now would differ from that of a save right after opening, or of
-    /// the last good one. Compares contents: cheap enough to ask after each edit.
+    /// Whether saving now would write a different file than saving right after opening, or the last
+    /// successful save. Compares contents; cheap enough to call after each edit.
     [[nodiscard]] bool isModified() const;
-    /// A new scene that has not been saved yet.
+    /// Whether this is a new scene that has not been saved yet.
     [[nodiscard]] bool isNew() const { return m_isNew; }
 
-    // Reading. An index that is not there is logged likewise and gives nothing.
+    // Reading. An index out of range is logged as in BranchManager.h and gives an empty result.
     [[nodiscard]] int branchCount() const { return m_scene->branchCount(); }
     [[nodiscard]] const std::string& firstBranch() const { return m_scene->FirstBranch(); }
     [[nodiscard]] std::string branchName(int branch) const { return m_scene->branchID(branch); }
@@ -63,20 +63,20 @@ public:
     [[nodiscard]] int actionCount(int branch) const;
     [[nodiscard]] std::vector<Action> actions(int branch) const;
     [[nodiscard]] Action action(int branch, int action) const;
-    /// For what only reads: name, load and save failures. It knows nothing of steps.
+    /// For reading alone: name, load and save failures.
     [[nodiscard]] const SceneManager& scene() const { return *m_scene; }
 
     // Branches.
     /// Appends "New Branch N" as SceneManager::AddBranch does. N keeps growing: a branch added
-    /// after an undo gets the next number, one brought back by redo has its own.
+    /// after an undo gets the next number; redo restores the original one.
     bool addBranch();
-    /// Puts a copy with all actions behind the branch. It is called like it with " 2" added, or the
-    /// first number from there that no branch has.
+    /// Inserts a copy with all actions after the branch. Its name is the original's with " 2"
+    /// added, or the next number that is free.
     bool duplicateBranch(int branch);
-    /// When it is the first branch, the one that then stands at its place becomes it, or the last.
+    /// If it is the first branch, the one that takes its place becomes first, or else the last one.
     bool removeBranch(int branch);
     bool moveBranch(int from, int to);
-    /// FirstBranch follows; the targets of actions do not. Intended.
+    /// Updates FirstBranch, but not the targets of actions. Intended.
     bool renameBranch(int branch, const std::string& name);
     bool setFirstBranch(const std::string& name);
     bool setVideo(int branch, const std::string& name);
@@ -112,7 +112,7 @@ private:
 
     std::shared_ptr<SceneManager> m_scene;
     History m_history;
-    std::string m_savedText; ///< what a save at the last opening or good save wrote
+    std::string m_savedText; ///< what saving wrote last, or would have written at opening
     bool m_isNew = false;
 };
 

@@ -1,4 +1,4 @@
-// How the scene file's elements are read and written; shared by this module's sources only.
+// Reads and writes elements of the scene file. Used by this module's sources only.
 #pragma once
 
 #include <initializer_list>
@@ -15,22 +15,22 @@ class XMLElement;
 
 namespace scene {
 
-/// The first text inside `element`, white space kept; empty when it holds none.
+/// The first text inside `element`, including white space; empty if there is none.
 [[nodiscard]] std::string elementText(const tinyxml2::XMLElement& element);
-/// Logs an element that nothing here knows.
+/// Logs an unknown element.
 void reportUnknownNode(const tinyxml2::XMLElement& element);
 
-/// Where the lines of a scene file go. Saving and telling whether there is something to save share
-/// the one description of the format that way.
+/// Receives the lines of a scene file, so that saving and comparing share one description of the
+/// format.
 class LineSink {
 public:
     virtual ~LineSink() = default;
-    /// Takes one line, given in parts, without its line feed. False when no more are wanted: a
-    /// write failed, or the answer is known.
+    /// Receives one line in parts, without the line feed. False if no more are wanted: a write
+    /// failed, or the texts differ.
     [[nodiscard]] virtual bool line(std::initializer_list<std::string_view> parts) = 0;
 };
 
-/// Each line is a write of its own.
+/// Writes each line separately.
 class FileSink : public LineSink {
 public:
     explicit FileSink(core::File& file) : m_file(file) {}
@@ -50,13 +50,13 @@ private:
     std::string m_text;
 };
 
-/// Compares with a text without making another.
+/// Compares the lines with a text without building another.
 class ComparingSink : public LineSink {
 public:
-    /// `text` outlives the sink.
+    /// `text` must outlive the sink.
     explicit ComparingSink(std::string_view text) : m_rest(text) {}
     [[nodiscard]] bool line(std::initializer_list<std::string_view> parts) override;
-    /// Whether all of the text has been met.
+    /// Whether the whole text has been matched.
     [[nodiscard]] bool isAtEnd() const { return m_rest.empty(); }
 
 private:

@@ -51,7 +51,7 @@ core::FileError prepareCopy(const std::string& path, const std::string& copy,
     const int error = original.lastError();
     core::FileError failure{path, error == 0 ? "cannot be read"
                                              : core::services().fileSystem->errorText(error)};
-    core::tellStandardError("Not saved: " + failure.text());
+    core::writeStandardError("Not saved: " + failure.text());
     return failure;
 }
 

@@ -144,11 +144,11 @@ void TrackChanges::Column::swap(ShapeTrack& track) {
     stretches = std::move(now.stretches);
 }
 
-void TrackChanges::Shift::takeBack(ShapeTrack& track) const {
+void TrackChanges::Shift::revert(ShapeTrack& track) const {
     track.shift(range, {wrappedDifference(0, delta.x), wrappedDifference(0, delta.y)});
 }
 
-void TrackChanges::Insert::takeBack(ShapeTrack& track) const {
+void TrackChanges::Insert::revert(ShapeTrack& track) const {
     for (std::size_t run = 0; run < track.runCount(); ++run) {
         track.removePoint(run, afterIndex == -1 ? track.points(run).size() - 1
                                                 : static_cast<std::size_t>(afterIndex) + 1);
@@ -167,9 +167,9 @@ void TrackChanges::Runs::swap(ShapeTrack& track) {
     track.exchange({track.indexOf(firstFrame), end}, slice);
 }
 
-void TrackChanges::takeBack(ShapeTrack& track) {
+void TrackChanges::revert(ShapeTrack& track) {
     for (auto change = m_changes.rbegin(); change != m_changes.rend(); ++change) {
-        std::visit([&](auto& kind) { kind.takeBack(track); }, *change);
+        std::visit([&](auto& kind) { kind.revert(track); }, *change);
     }
 }
 

@@ -38,7 +38,7 @@ public:
     /// Anything may happen to these runs, as long as they fill the same frames.
     void keepRuns(const ShapeTrack& track, RunRange range);
 
-    void takeBack(ShapeTrack& track);
+    void revert(ShapeTrack& track);
     void redo(ShapeTrack& track);
     /// Makes one change of this and the next, which was made with nothingTwice.
     void absorb(const TrackChanges& next);
@@ -50,7 +50,7 @@ private:
     struct Split {
         int frame;
 
-        void takeBack(ShapeTrack& track) const { track.joinAt(frame); }
+        void revert(ShapeTrack& track) const { track.joinAt(frame); }
         void redo(ShapeTrack& track) const { (void)track.splitAt(frame); }
         [[nodiscard]] std::size_t bytes() const { return 0; }
     };
@@ -65,7 +65,7 @@ private:
 
         Flags(const ShapeTrack& track, RunRange range);
         void swap(ShapeTrack& track);
-        void takeBack(ShapeTrack& track) { swap(track); }
+        void revert(ShapeTrack& track) { swap(track); }
         void redo(ShapeTrack& track) { swap(track); }
         [[nodiscard]] std::size_t bytes() const { return stretches.capacity() * sizeof(Stretch); }
     };
@@ -80,7 +80,7 @@ private:
 
         Column(const ShapeTrack& track, RunRange range, std::size_t pointIndex);
         void swap(ShapeTrack& track);
-        void takeBack(ShapeTrack& track) { swap(track); }
+        void revert(ShapeTrack& track) { swap(track); }
         void redo(ShapeTrack& track) { swap(track); }
         [[nodiscard]] std::size_t bytes() const { return stretches.capacity() * sizeof(Stretch); }
     };
@@ -88,7 +88,7 @@ private:
         RunRange range;
         platform::Point delta;
 
-        void takeBack(ShapeTrack& track) const;
+        void revert(ShapeTrack& track) const;
         void redo(ShapeTrack& track) const { track.shift(range, delta); }
         [[nodiscard]] std::size_t bytes() const { return 0; }
     };
@@ -96,14 +96,14 @@ private:
         int afterIndex;
         platform::Point point;
 
-        void takeBack(ShapeTrack& track) const;
+        void revert(ShapeTrack& track) const;
         void redo(ShapeTrack& track) const { track.insertPointEverywhere(afterIndex, point); }
         [[nodiscard]] std::size_t bytes() const { return 0; }
     };
     struct Removal {
         std::vector<PlacedPoint> points;
 
-        void takeBack(ShapeTrack& track) const { track.insertPoints(points); }
+        void revert(ShapeTrack& track) const { track.insertPoints(points); }
         void redo(ShapeTrack& track) const;
         [[nodiscard]] std::size_t bytes() const { return points.capacity() * sizeof(PlacedPoint); }
     };
@@ -113,7 +113,7 @@ private:
         TrackSlice slice;
 
         void swap(ShapeTrack& track);
-        void takeBack(ShapeTrack& track) { swap(track); }
+        void revert(ShapeTrack& track) { swap(track); }
         void redo(ShapeTrack& track) { swap(track); }
         [[nodiscard]] std::size_t bytes() const { return slice.bytes(); }
     };

@@ -238,8 +238,8 @@ bool Zone::hasPointAt(int x, int y) const {
     return false;
 }
 
-void Zone::takeBack(TrackChanges& changes) {
-    changes.takeBack(changing());
+void Zone::revert(TrackChanges& changes) {
+    changes.revert(changing());
 }
 
 void Zone::redo(TrackChanges& changes) {

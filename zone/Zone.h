@@ -85,7 +85,7 @@ public:
     /// Whether addPoint with that selection, or deletePoint at that place, would change a frame.
     [[nodiscard]] bool takesPoint(int selectedPoint) const;
     [[nodiscard]] bool hasPointAt(int x, int y) const;
-    void takeBack(TrackChanges& changes);
+    void revert(TrackChanges& changes);
     void redo(TrackChanges& changes);
     /// Adds frames without a shape up to `frameCount`.
     void fillTo(int frameCount);

@@ -251,7 +251,7 @@ bool ZoneManager::saveBoth(const std::string& basePath) {
         m_lastSaveFailure = binary.failure();
         if (m_lastSaveFailure.empty()) { // no step of the file failed, so it reports nothing
             m_lastSaveFailure = {basePath + kBinaryEnding, "zones cannot be stored"};
-            core::tellStandardError("Not saved: " + m_lastSaveFailure.text());
+            core::writeStandardError("Not saved: " + m_lastSaveFailure.text());
         }
     }
     return true;

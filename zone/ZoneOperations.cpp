@@ -29,8 +29,8 @@ void EditShapes::apply(ZoneModel& model) {
     model.context.noteShown(*model.zones);
 }
 
-void EditShapes::takeBack(ZoneModel& model) noexcept {
-    model.changing(m_zone).takeBack(m_changes);
+void EditShapes::revert(ZoneModel& model) noexcept {
+    model.changing(m_zone).revert(m_changes);
     model.context.zone(m_zone).selectedPoint = m_selectedBefore;
     model.context.noteShown(*model.zones);
 }
@@ -71,7 +71,7 @@ void ListZone::apply(ZoneModel& model) {
     model.context.noteShown(*model.zones);
 }
 
-void ListZone::takeBack(ZoneModel& model) noexcept {
+void ListZone::revert(ZoneModel& model) noexcept {
     if (m_adds) {
         remove(model);
     } else {

@@ -56,7 +56,7 @@ public:
     EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep);
 
     void apply(ZoneModel& model);
-    void takeBack(ZoneModel& model) noexcept;
+    void revert(ZoneModel& model) noexcept;
     [[nodiscard]] std::vector<ZoneChange> changes() const;
     [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_changes.bytes(); }
     bool absorb(EditShapes& next);
@@ -76,7 +76,7 @@ public:
     RenameZone(int zone, std::string name) : m_zone(zone), m_name(std::move(name)) {}
 
     void apply(ZoneModel& model) { swapName(model); }
-    void takeBack(ZoneModel& model) noexcept { swapName(model); }
+    void revert(ZoneModel& model) noexcept { swapName(model); }
     [[nodiscard]] std::vector<ZoneChange> changes() const;
     [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_name.capacity(); }
 
@@ -94,7 +94,7 @@ public:
     ListZone(int index, std::shared_ptr<Zone> added) : m_index(index), m_zone(std::move(added)) {}
 
     void apply(ZoneModel& model);
-    void takeBack(ZoneModel& model) noexcept;
+    void revert(ZoneModel& model) noexcept;
     [[nodiscard]] std::vector<ZoneChange> changes() const;
     [[nodiscard]] std::size_t bytes() const;
 

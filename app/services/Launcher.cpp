@@ -17,12 +17,13 @@ constexpr std::array<const char*, 3> kSettingsFiles{
     "../../../Settings/Launcher.ini", "../../Settings/Launcher.ini", "../Settings/Launcher.ini"};
 constexpr const char* kMenuProgram = "../../Vemora.exe";
 constexpr const char* kOtherMenuProgram = "../../Brimwick/Vemora.exe";
-constexpr std::int64_t kMaxPathBytes = 64 * 1024; // twice the longest one of any system
-/// UTF-16 units: what one system can start bounds every system, so that a product behaves alike.
+constexpr std::int64_t kMaxPathBytes = 64 * 1024; // twice the longest path of any system
+/// In UTF-16 units. The limit of one system is applied on all, so that the product behaves the
+/// same.
 constexpr std::size_t kMaxFullPath = 259;
 
-/// The text of the first settings file there is, up to a zero byte and without blanks at its end;
-/// empty when there is none or it cannot be read. The files after the first are not looked at.
+/// The text of the first settings file that exists, up to a zero byte and without trailing blanks;
+/// empty if there is none or it cannot be read. The other files are not considered.
 std::string configuredProgram() {
     const auto* const path = std::find_if(kSettingsFiles.begin(), kSettingsFiles.end(),
                                           [](const char* file) { return core::isFile(file); });
@@ -66,7 +67,8 @@ void handOffToLauncher() {
     if (launch(configuredProgram(), "", "")) {
         return;
     }
-    // A menu program that is there but does not start does not lead to the other place. Intended.
+    // The other place is tried only if this file does not exist, not if it fails to start.
+    // Intended.
     if (core::isFile(kMenuProgram)) {
         (void)launch(kMenuProgram, "", "");
     } else if (core::isFile(kOtherMenuProgram)) {

@@ -3,20 +3,20 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "platform/FileSystem.h"
+#include "scene/SceneFolders.h"
 
 namespace app {
 namespace {
 
 constexpr const char* kSkinFolder = "UI";
 constexpr const char* kSkinArchive = "UI.zip"; // a skin may come as one file
-constexpr const char* kScenesFolder = "Scenes";
 
 bool hasSkin() {
     return core::isFolder(kSkinFolder) || core::isFile(kSkinArchive);
 }
 
 bool isProductFolder() {
-    return hasSkin() || core::isFolder(kScenesFolder);
+    return hasSkin() || core::isFolder(scene::kScenesFolder);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The folder that the program works in: its skin, its texts, the scenes and the log page are there.
+// The folder in which the program works: it contains the skin, the texts, the scenes and the log.
 #pragma once
 
 #include <string>
@@ -6,12 +6,12 @@
 namespace app {
 
 struct StartFolder {
-    bool isOurs = false; ///< the current folder is the product's, so the log page may go there
-    std::string problem; ///< why the program cannot start, for its user; empty when it can
+    bool isOurs = false; ///< the current folder is the product's, so the log may be written there
+    std::string problem; ///< why the program cannot start, for its user; empty if it can
 };
 
-/// Stays in the current folder when it has "UI" or "Scenes"; else goes to `programFolder`, the one
-/// that the program's own file lies in. Comes before everything that names a file: before the log.
+/// Stays in the current folder if it has "UI" or "Scenes"; else changes to `programFolder`, where
+/// the program file is. Call this before anything that opens a file, including the log.
 [[nodiscard]] StartFolder enterStartFolder(const std::string& programFolder);
 
 } // namespace app

@@ -1,4 +1,5 @@
-// The long-lived services: made before the first window, dropped after the last. Main thread only.
+// The long-lived services: created before the first window, destroyed after the last. Main thread
+// only.
 #pragma once
 
 #include <string>
@@ -8,15 +9,16 @@
 
 namespace app {
 
-/// The user's language: "English" unless "../../Settings/Settings.ini" says another.
+/// The user's language: "English" unless "../../Settings/Settings.ini" names another.
 [[nodiscard]] std::string readLanguage();
 
-/// Fills `services` and clears the quit and the new-scene request of `state`. False, logged, when
-/// "Translations.ini" cannot be read or there is no memory; the program ends with 1 then.
+/// Fills `services` and clears the quit and new-scene requests of `state`. False, and logged, if
+/// "Translations.ini" cannot be read or memory runs out; the program then exits with 1.
 [[nodiscard]] bool createServices(app_state::SharedServices& services,
                                   app_state::ScreenState& state);
 
-/// Drops the scene manager, then the translations. Each place is empty before its object goes.
+/// Releases the session, the scene manager and the translations, in this order. Each member is
+/// empty before its object is destroyed.
 void dropServices(app_state::SharedServices& services);
 
 } // namespace app

@@ -21,14 +21,14 @@ struct Put {
     std::size_t cell;
     int value;
     void apply(Model& model) { std::swap(model.at(cell), value); } // throws for a wrong cell
-    void takeBack(Model& model) noexcept { std::swap(model[cell], value); }
+    void revert(Model& model) noexcept { std::swap(model[cell], value); }
     [[nodiscard]] std::vector<std::size_t> changes() const { return {cell}; }
     [[nodiscard]] static std::size_t bytes() { return 100; }
     [[nodiscard]] bool absorb(const Put& next) const { return next.cell == cell; }
 };
 struct Reverse {
     void apply(Model& model) { std::swap(model[0], model[2]); }
-    void takeBack(Model& model) noexcept { std::swap(model[0], model[2]); }
+    void revert(Model& model) noexcept { std::swap(model[0], model[2]); }
     [[nodiscard]] static std::vector<std::size_t> changes() { return {0, 2}; }
     [[nodiscard]] static std::size_t bytes() { return 1; }
 };

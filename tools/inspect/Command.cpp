@@ -86,10 +86,10 @@ int runAny(const Arguments& arguments, std::ostream& out) {
 } // namespace
 
 int badUsage(const std::string& command, const std::string& message) {
-    core::tellStandardError("quorvel-inspect: " + message);
+    core::writeStandardError("quorvel-inspect: " + message);
     for (const Command& known : kCommands) {
         if (command.empty() || command == known.name) {
-            core::tellStandardError("usage: " + usage(known));
+            core::writeStandardError("usage: " + usage(known));
         }
     }
     return kUnreadable;
@@ -118,9 +118,9 @@ int runCommand(const Arguments& arguments, std::ostream& out) {
         if (out) {
             return code;
         }
-        core::tellStandardError("quorvel-inspect: the output cannot be written");
+        core::writeStandardError("quorvel-inspect: the output cannot be written");
     } catch (const std::exception& error) {
-        core::tellStandardError(std::string("quorvel-inspect: ") + error.what());
+        core::writeStandardError(std::string("quorvel-inspect: ") + error.what());
     }
     return kUnreadable;
 }

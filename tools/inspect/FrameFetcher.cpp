@@ -25,7 +25,7 @@ std::uint64_t hashOf(const theora::TheoraVideoFrame& frame) {
 
 void reportUnknownLength(const theora::TheoraVideoClip& clip) {
     if (clip.getNumFrames() < 0) {
-        core::tellStandardError(clip.getName() + ": unable to determine file duration!");
+        core::writeStandardError(clip.getName() + ": unable to determine file duration!");
     }
 }
 
@@ -39,7 +39,7 @@ FrameFetcher::FrameFetcher(const std::string& file) {
     m_clip->setRestartAtEnd(false);
     reportUnknownLength(*m_clip);
     // From here on the library's lines are about single frames, as in a seek behind the end.
-    theora::setLogHook(core::tellStandardError);
+    theora::setLogHook(core::writeStandardError);
 }
 
 FrameFetcher::~FrameFetcher() {

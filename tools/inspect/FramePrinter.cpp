@@ -62,7 +62,7 @@ std::optional<int> PlayedFrames::next() {
 }
 
 void FramePrinter::report(const std::string& message) {
-    core::tellStandardError(m_file + ": " + message);
+    core::writeStandardError(m_file + ": " + message);
     m_result = kFindings;
 }
 
@@ -131,9 +131,9 @@ int playAll(FrameFetcher& clip, const std::string& file, std::ostream& out) {
     if (clip.atEnd() && played >= promised) {
         return kGood;
     }
-    core::tellStandardError(file + ": " + std::to_string(played) + " frames played" +
-                            (played < promised ? " of " + std::to_string(promised) : "") +
-                            (clip.atEnd() ? "" : ", then no more came"));
+    core::writeStandardError(file + ": " + std::to_string(played) + " frames played" +
+                             (played < promised ? " of " + std::to_string(promised) : "") +
+                             (clip.atEnd() ? "" : ", then no more came"));
     return kFindings;
 }
 

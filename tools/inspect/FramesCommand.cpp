@@ -77,7 +77,7 @@ int runFrames(const Arguments& arguments, std::ostream& out) {
         }
         return items->empty() ? playAll(clip, file, out) : playFrames(clip, file, *items, out);
     } catch (const theora::TheoraGenericException& error) {
-        core::tellStandardError(error.getMessage());
+        core::writeStandardError(error.getMessage());
         return kUnreadable;
     }
 }

@@ -36,7 +36,7 @@ int runVideo(const Arguments& arguments, std::ostream& out) {
         out << '\n';
         return kGood;
     } catch (const theora::TheoraGenericException& error) {
-        core::tellStandardError(error.getMessage());
+        core::writeStandardError(error.getMessage());
         return kUnreadable;
     }
 }
