@@ -1,19 +1,20 @@
 #include "ui/BranchList.h"
 
-#include "core/Services.h"
+#include <string_view>
+#include <utility>
+#include <vector>
+
 #include "core/Text.h"
 #include "core/Translations.h"
 #include "scene/SceneFolders.h"
-#include "scene/SceneManager.h"
-#include "toolkit/controls/CComboUI.h"
-#include "toolkit/controls/CEditUI.h"
-#include "toolkit/controls/COptionUI.h"
-#include "ui/ActionRow.h"
-#include "ui/BranchListControls.h"
+#include "scene/SceneSession.h"
 #include "ui/Confirmation.h"
 #include "ui/SceneHints.h"
+#include "ui/branch_editor/ActionPresenter.h"
+#include "ui/branch_editor/ActionValues.h"
+#include "ui/branch_editor/ControlNames.h"
+#include "ui/branch_editor/StripPresenter.h"
 #include "ui/commands/BranchEditorCommands.h"
-#include "zone/ZoneManager.h"
 
 namespace ui {
 
@@ -21,15 +22,42 @@ using namespace branch_list;
 
 namespace {
 
-std::vector<std::string> conditionNames(const app_state::SharedServices& services) {
+NameList conditionNames(const app_state::SharedServices& services) {
     std::vector<std::string> names;
     for (const char* key : kConditionKeys) {
         names.push_back(services.translations ? services.translations->translate(key) : key);
     }
-    return names;
+    return NameList(std::move(names));
 }
 
 } // namespace
+
+/// What a part does when the author has changed the control of this name.
+struct BranchList::Reaction {
+    std::u16string_view control;
+    void (*react)(Parts& parts, toolkit::CControlUI& sender);
+};
+
+struct BranchList::Parts {
+    explicit Parts(BranchList& window)
+        : session(*window.context().services.sceneSession),
+          conditions(conditionNames(window.context().services)),
+          branches(window.controls(), session, window),
+          videos(window.controls(), session, window.m_folder, window),
+          actions(window.controls(), session,
+                  {conditions, letters, videos.zones(), branches.names()}),
+          strip(window.controls(), session),
+          adder(window.context().gui, videos, window.m_folder, window) {}
+
+    scene::SceneSession& session;
+    NameList conditions;
+    NameList letters{keyLetters()};
+    BranchPresenter branches;
+    VideoPresenter videos;
+    ActionPresenter actions;
+    StripPresenter strip;
+    VideoAdder adder;
+};
 
 std::shared_ptr<BranchList> BranchList::create(const WindowContext& context,
                                                const app_state::ScreenResult& returned) {
@@ -39,225 +67,198 @@ std::shared_ptr<BranchList> BranchList::create(const WindowContext& context,
 
 BranchList::BranchList(const WindowContext& context, const app_state::ScreenResult& returned)
     : EditorWindow(context, kBranchEditorCommands), m_components(context.gui.components()),
-      m_returned(returned), m_conditions(conditionNames(context.services)), m_letters(keyLetters()),
-      m_import(context.gui.loop(), *core::services().fileSystem) {
-    static constexpr CommandHandler<BranchList> kHandlers[] = {
-        {command::kExit, &BranchList::exitProgram},
-        {command::kSave, &BranchList::saveScene},
-        {command::kAddBranch, &BranchList::addBranch},
-        {command::kAddVideo, &BranchList::addVideos},
-        {command::kEditZones, &BranchList::editZones},
-        {command::kAddAction, &BranchList::addAction},
-        {command::kRemoveAction, &BranchList::removeAction},
-        {command::kStop, &BranchList::stop},
-    };
-    commands().bindAll(*this, kHandlers);
+      m_returned(returned) {
+    commands().bind(command::kExit, [this] { exitProgram(); });
 }
 
 BranchList::~BranchList() = default;
 
-scene::SceneManager* BranchList::scene() const {
-    return context().services.sceneManager.get();
-}
-
-int BranchList::selectedBranch() {
-    const auto* combo = find<toolkit::CComboUI>(kBranchCombo);
-    const scene::SceneManager* model = scene();
-    if (combo == nullptr || model == nullptr) {
-        return -1;
-    }
-    const int index = combo->GetCurSel();
-    return index < model->branchCount() ? index : -1;
-}
-
 void BranchList::InitWindow() {
-    if (scene() == nullptr) {
+    const auto& session = context().services.sceneSession;
+    if (session == nullptr) {
         return;
     }
-    m_folder = scene::sceneFolderPath(scene()->Name());
-    setTextOf(kSceneLabel, core::displayText(scene()->Name()));
-    if (const Control* status = findControl(kStatus)) {
-        m_usualStatus = status->GetText();
-    }
+    const std::string& name = session->scene().Name();
+    m_folder = scene::sceneFolderPath(name);
+    controls().setText(kSceneLabel, core::displayText(name));
+    m_parts = std::make_unique<Parts>(*this);
+    bindCommands();
     if (!context().state.newSceneRequest) {
-        listSceneVideos();
+        m_parts->videos.fill();
     }
-    fillBranchNames();
-    refreshTargets();
-    auto* combo = find<toolkit::CComboUI>(kBranchCombo);
-    if (combo != nullptr && combo->GetCount() > 0) {
-        combo->SelectItem(0);
-    }
+    m_parts->branches.fill();
     if (!m_returned.unreadableVideo.empty()) {
-        m_problem = unreadableVideoText(m_returned.unreadableVideo);
+        m_parts->strip.showNote({}, unreadableVideoText(m_returned.unreadableVideo));
     }
-    updateState();
+    showEnabled();
+}
+
+void BranchList::bindCommands() {
+    Parts& parts = *m_parts;
+    commands().bind(command::kSave, [this] { save(); });
+    commands().bind(
+        command::kStop, [this] { stop(); }, [this] { return canStop(); });
+    commands().bind(command::kAddBranch, [&parts] { parts.branches.add(); });
+    commands().bind(command::kAddVideo, [this, &parts] { parts.adder.ask(*this); });
+    commands().bind(command::kEditZones, [this] { editZones(); });
+    commands().bind(command::kAddAction, [&parts] { parts.actions.add(); });
+    commands().bind(command::kRemoveAction, [this] { removeAction(); });
 }
 
 void BranchList::Notify(toolkit::TNotifyUI& message) {
     EditorWindow::Notify(message);
-    if (!IsClosing()) {
-        updateState();
+    if (message.sType != toolkit::kTextChanged && m_parts && !IsClosing()) {
+        showEnabled();
     }
 }
 
 void BranchList::OnClick(toolkit::TNotifyUI& message) {
-    forgetNote();
+    if (m_parts) {
+        m_parts->strip.actionBegins();
+    }
     EditorWindow::OnClick(message);
 }
 
 void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
-    static constexpr ControlHandler<BranchList> kHandlers[] = {
-        {kBranchCombo, &BranchList::selectBranch},       {kVideoCombo, &BranchList::chooseVideo},
-        {kConditionCombo, &BranchList::chooseCondition}, {kTargetCombo, &BranchList::chooseTarget},
-        {kParameterCombo, &BranchList::chooseParameter},
+    using toolkit::CControlUI;
+    static constexpr Reaction kReactions[] = {
+        {kBranchCombo, [](Parts& parts, CControlUI&) { parts.branches.showSelected(); }},
+        {kVideoCombo, [](Parts& parts, CControlUI&) { parts.videos.choose(); }},
+        {kConditionCombo,
+         [](Parts& parts, CControlUI& row) { parts.actions.chooseCondition(row); }},
+        {kTargetCombo, [](Parts& parts, CControlUI& row) { parts.actions.chooseTarget(row); }},
+        {kParameterCombo,
+         [](Parts& parts, CControlUI& row) { parts.actions.chooseParameter(row); }},
     };
-    forgetNote();
-    dispatch(*this, kHandlers, message);
+    if (m_parts) {
+        m_parts->strip.actionBegins();
+        react(kReactions, *message.pSender);
+    }
 }
 
 void BranchList::OnSelectChanged(toolkit::TNotifyUI& message) {
-    static constexpr ControlHandler<BranchList> kHandlers[] = {
-        {kImmediateCheck, &BranchList::changeImmediate},
-        {kFirstCheck, &BranchList::chooseFirstBranch},
+    using toolkit::CControlUI;
+    static constexpr Reaction kReactions[] = {
+        {kImmediateCheck,
+         [](Parts& parts, CControlUI& row) { parts.actions.changeImmediate(row); }},
+        {kFirstCheck, [](Parts& parts, CControlUI&) { parts.branches.chooseFirst(); }},
     };
-    dispatch(*this, kHandlers, message);
+    react(kReactions, *message.pSender);
 }
 
 void BranchList::OnKillFocus(toolkit::TNotifyUI& message) {
-    static constexpr ControlHandler<BranchList> kHandlers[] = {
-        {kNameEdit, &BranchList::renameBranch},
+    using toolkit::CControlUI;
+    static constexpr Reaction kReactions[] = {
+        {kNameEdit, [](Parts& parts, CControlUI&) { parts.branches.takeName(); }},
     };
-    dispatch(*this, kHandlers, message);
+    react(kReactions, *message.pSender);
+}
+
+void BranchList::react(std::span<const Reaction> reactions, toolkit::CControlUI& sender) {
+    for (const Reaction& reaction : reactions) {
+        if (m_parts && sender.GetName() == reaction.control) {
+            reaction.react(*m_parts, sender);
+            return;
+        }
+    }
 }
 
 bool BranchList::HandleMessage(const platform::Event& event) {
-    if (event.kind == platform::EventKind::keyDown ||
-        event.kind == platform::EventKind::mouseDown ||
-        event.kind == platform::EventKind::mouseDoubleClick) {
-        m_noteIsFresh = false;
+    using platform::EventKind;
+    if (m_parts && (event.kind == EventKind::keyDown || event.kind == EventKind::mouseDown ||
+                    event.kind == EventKind::mouseDoubleClick)) {
+        m_parts->strip.inputBegins();
     }
     // A question's loop runs inside this window's: the question has to end first.
-    if (event.kind == platform::EventKind::closeRequest && isAsking()) {
+    if (event.kind == EventKind::closeRequest && isAsking()) {
         return true;
     }
     return EditorWindow::HandleMessage(event);
 }
 
-void BranchList::fillBranchNames() {
-    auto* combo = find<toolkit::CComboUI>(kBranchCombo);
-    if (combo == nullptr || scene() == nullptr) {
+void BranchList::showEnabled() {
+    // While a video is being copied nothing may change under the copy; Esc ends it.
+    const bool free = !m_parts->adder.isRunning();
+    for (const std::u16string_view name :
+         {kSaveButton, kExitButton, kAddBranchButton, kAddVideoButton, kActionList}) {
+        controls().setEnabled(name, free);
+    }
+    const bool hasBranches = m_parts->session.branchCount() > 0;
+    for (const std::u16string_view name :
+         {kBranchCombo, kNameEdit, kFirstCheck, kVideoCombo, kAddActionButton}) {
+        controls().setEnabled(name, free && hasBranches);
+    }
+    const bool isBranchShown = m_parts->branches.shown() >= 0;
+    controls().setEnabled(kEditZonesButton,
+                          free && isBranchShown && m_parts->videos.selected() >= 0);
+    controls().setEnabled(kRemoveActionButton, free && m_parts->actions.canRemove());
+    m_parts->strip.showLackOfZones(isBranchShown && m_parts->actions.waitsForZone() &&
+                                   m_parts->videos.lacksZones());
+}
+
+void BranchList::branchShown(int branch, bool again) {
+    m_parts->videos.show(branch);
+    m_parts->actions.show(branch, again);
+    showEnabled();
+}
+
+void BranchList::zonesShown(bool picked) {
+    if (picked) {
+        m_parts->actions.offerOtherZones();
+    } else {
+        m_parts->actions.show(m_parts->branches.shown(), true);
+    }
+}
+
+void BranchList::nameRefused(const std::u16string& name) {
+    m_parts->strip.showNoteOfLeaving(takenNameText(name));
+}
+
+void BranchList::copying(const jobs::CopyStatus& status) {
+    m_parts->strip.showCopy(copyText(status));
+    showEnabled();
+}
+
+void BranchList::copied(const jobs::ImportOutcome& outcome, bool copied) {
+    m_parts->strip.showCopy({});
+    m_parts->strip.showNote(importNote(outcome), importProblem(outcome));
+    showEnabled();
+    if (copied) {
+        controls().setFocus(kAddVideoButton);
+    }
+}
+
+void BranchList::removeAction() {
+    if (!m_parts->actions.canRemove()) {
         return;
     }
-    std::vector<std::string> ids;
-    scene()->branchIDs(ids);
-    m_branches = NameList(std::move(ids));
-    combo->SetItemTexts(m_branches.shown);
-}
-
-void BranchList::selectBranch(Control& sender) {
-    if (Control* edit = findControl(kNameEdit)) {
-        edit->SetText(sender.GetText());
-        m_shownName = edit->GetText();
+    // A dismissed question keeps the action: the opposite of the exit question. Intended.
+    SetAnswer(kNo);
+    Confirmation::ask(context(), *this, "Remove Action?",
+                      "Are you sure you want to remove the action?");
+    if (answer() == kYes) {
+        m_parts->actions.removeSelected();
     }
-    showFirstBranch();
-    showBranch(selectedBranch());
 }
 
-void BranchList::showBranch(int branch) {
-    auto* videos = find<toolkit::CComboUI>(kVideoCombo);
-    if (videos != nullptr && branch >= 0) {
-        const std::string name = scene()->branchFilename(branch);
-        if (!name.empty()) {
-            videos->SelectItem(indexOfText(m_videos, name));
-        }
-    }
-    rebuildActions();
-}
-
-void BranchList::showFirstBranch() {
-    auto* check = find<toolkit::COptionUI>(kFirstCheck);
-    if (check == nullptr) {
+void BranchList::editZones() {
+    const int video = m_parts->videos.selected();
+    if (m_folder.empty() || m_parts->branches.shown() < 0 || video < 0) {
         return;
     }
-    const int branch = selectedBranch();
-    check->Selected(branch >= 0 && scene()->branchID(branch) == scene()->FirstBranch());
-    check->Invalidate();
-}
-
-void BranchList::renameBranch(Control& sender) {
-    auto* combo = find<toolkit::CComboUI>(kBranchCombo);
-    if (combo == nullptr || sender.GetText() == m_shownName) {
-        // An edit cannot hold every name that a file can: a text nobody touched is no new name.
+    const std::string path = m_parts->videos.videoToEdit();
+    if (path.empty()) {
+        m_parts->strip.showNote(nothingToEditText(video));
         return;
     }
-    const int branch = selectedBranch();
-    const std::u16string name = sender.GetText();
-    if (combo->FindItemText(name) >= 0) {
-        sender.SetText(branch >= 0 ? core::displayText(scene()->branchID(branch))
-                                   : std::u16string());
-        m_note = takenNameText(name);
-        m_noteIsFresh = true;
-        return;
-    }
-    const int index = combo->GetCurSel();
-    const int offset = actionsOffset();
-    if (branch >= 0) {
-        scene()->renameBranch(branch, core::storedText(name));
-        changed();
-    }
-    fillBranchNames();
-    refreshTargets();
-    combo->SelectItem(index);
-    // The press that ended the typing may be on its way to one of the rows on the screen.
-    scrollActions(offset);
+    context().state.zoneEditVideo = path;
+    context().state.zoneEditRequest = true;
+    Close(1);
 }
 
-void BranchList::stop() {
-    Control* edit = findControl(kNameEdit);
-    if (isImporting()) {
-        cancelImport();
-    } else if (edit != nullptr && edit == GetPaintManager().GetFocus() &&
-               edit->GetText() != m_shownName) {
-        edit->SetText(m_shownName);
-    }
-}
-
-void BranchList::chooseFirstBranch(Control& sender) {
-    auto* check = toolkit::controlCast<toolkit::COptionUI>(&sender);
-    if (check == nullptr) {
-        return;
-    }
-    const int branch = selectedBranch();
-    if (check->IsSelected() && branch >= 0) {
-        scene()->SetFirstBranch(scene()->branchID(branch));
-        changed();
-        return;
-    }
-    // Unchecking never clears the first branch: another one has to be checked instead. Intended.
-    check->Selected(false);
-    check->Invalidate();
-}
-
-void BranchList::addBranch() {
-    auto* combo = find<toolkit::CComboUI>(kBranchCombo);
-    if (combo == nullptr || scene() == nullptr) {
-        return;
-    }
-    scene()->AddBranch();
-    changed();
-    if (Control* videos = findControl(kVideoCombo)) {
-        videos->Invalidate();
-    }
-    fillBranchNames();
-    refreshTargets();
-    combo->SelectItem(combo->GetCount() - 1);
-}
-
-void BranchList::saveScene() {
-    if (scene() != nullptr && !m_folder.empty() && scene()->branchCount() > 0) {
-        m_saved = scene()->Save(m_folder) ? savedText() + u" " : std::u16string();
-        showFirstBranch(); // a scene without one has got it by the save
+void BranchList::save() {
+    if (!m_folder.empty() && m_parts->session.branchCount() > 0) {
+        m_parts->strip.showSaved(m_parts->session.save(m_folder));
     }
 }
 
@@ -268,6 +269,18 @@ void BranchList::exitProgram() {
     if (answer() == kYes) {
         context().state.quit = true;
         Close(1);
+    }
+}
+
+bool BranchList::canStop() const {
+    return m_parts->adder.isRunning() || m_parts->branches.isNameTyped();
+}
+
+void BranchList::stop() {
+    if (m_parts->adder.isRunning()) {
+        m_parts->adder.cancel();
+    } else {
+        m_parts->branches.dropTypedName();
     }
 }
 

@@ -44,6 +44,22 @@ public:
         }
     }
 
+    void setFocus(std::u16string_view name) const { m_manager.SetFocus(find(name)); }
+    /// Shows `text` in the layout's label for problems in place of the label `usual` (which may
+    /// stand elsewhere); an empty text brings that back. False when the layout has no such label.
+    bool showProblem(std::u16string_view text, std::u16string_view usual) const {
+        toolkit::CControlUI* problem = find(u"LabelProblem");
+        if (problem == nullptr) {
+            return false;
+        }
+        problem->SetText(text);
+        problem->SetVisible(!text.empty());
+        if (!usual.empty()) {
+            setVisible(usual, text.empty());
+        }
+        return true;
+    }
+
 private:
     toolkit::CPaintManagerUI& m_manager;
 };

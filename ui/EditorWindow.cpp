@@ -122,39 +122,4 @@ void EditorWindow::runLoop() {
     }
 }
 
-toolkit::CControlUI* EditorWindow::findControl(std::u16string_view name) {
-    return GetPaintManager().FindControl(name);
-}
-
-void EditorWindow::setTextOf(std::u16string_view name, std::u16string_view text) {
-    if (toolkit::CControlUI* control = findControl(name)) {
-        control->SetText(text);
-    }
-}
-
-void EditorWindow::setEnabledOf(std::u16string_view name, bool enabled) {
-    if (toolkit::CControlUI* control = findControl(name)) {
-        control->SetEnabled(enabled);
-    }
-}
-
-void EditorWindow::setVisibleOf(std::u16string_view name, bool visible) {
-    if (toolkit::CControlUI* control = findControl(name)) {
-        control->SetVisible(visible);
-    }
-}
-
-bool EditorWindow::showProblem(std::u16string_view text, std::u16string_view usual) {
-    toolkit::CControlUI* problem = findControl(u"LabelProblem");
-    if (problem == nullptr) {
-        return false;
-    }
-    problem->SetText(text);
-    problem->SetVisible(!text.empty());
-    if (!usual.empty()) {
-        setVisibleOf(usual, text.empty());
-    }
-    return true;
-}
-
 } // namespace ui

@@ -11,6 +11,7 @@
 #include "platform/Geometry.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "ui/Companions.h"
+#include "ui/Controls.h"
 #include "ui/WindowContext.h"
 #include "ui/commands/CommandSet.h"
 
@@ -61,19 +62,28 @@ protected:
     /// The modeless windows beside this one.
     [[nodiscard]] Companions& companions() { return m_companions; }
 
-    /// The control `name` as a T; null when it is missing or of another kind. Not owned.
+    [[nodiscard]] Controls controls() { return Controls(GetPaintManager()); }
+
+    // controls(), in short.
     template <class T>
     [[nodiscard]] T* find(std::u16string_view name) {
-        return toolkit::controlCast<T>(findControl(name));
+        return controls().find<T>(name);
     }
-    [[nodiscard]] toolkit::CControlUI* findControl(std::u16string_view name);
-    /// These do nothing when the control is missing.
-    void setTextOf(std::u16string_view name, std::u16string_view text);
-    void setEnabledOf(std::u16string_view name, bool enabled);
-    void setVisibleOf(std::u16string_view name, bool visible);
-    /// Shows `text` in the layout's label for problems in place of the label `usual` (which may
-    /// stand elsewhere); an empty text brings that back. False when the layout has no such label.
-    bool showProblem(std::u16string_view text, std::u16string_view usual);
+    [[nodiscard]] toolkit::CControlUI* findControl(std::u16string_view name) {
+        return controls().find(name);
+    }
+    void setTextOf(std::u16string_view name, std::u16string_view text) {
+        controls().setText(name, text);
+    }
+    void setEnabledOf(std::u16string_view name, bool enabled) {
+        controls().setEnabled(name, enabled);
+    }
+    void setVisibleOf(std::u16string_view name, bool visible) {
+        controls().setVisible(name, visible);
+    }
+    bool showProblem(std::u16string_view text, std::u16string_view usual) {
+        return controls().showProblem(text, usual);
+    }
 
 private:
     void placeScreen();

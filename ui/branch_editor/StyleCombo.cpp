@@ -1,4 +1,4 @@
-#include "ui/StyleCombo.h"
+#include "ui/branch_editor/StyleCombo.h"
 
 #include <string_view>
 #include <utility>

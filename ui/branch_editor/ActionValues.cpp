@@ -1,4 +1,4 @@
-#include "ui/ActionRow.h"
+#include "ui/branch_editor/ActionValues.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,0 +1,40 @@
+// The controls of the action list's rows: what they are made of and what they offer. No more than
+// that: what a row's change means is ActionPresenter's.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "scene/Action.h"
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CListUI.h"
+#include "ui/NameList.h"
+
+namespace ui {
+
+/// What the combos of all rows list. The names outlive it.
+struct RowChoices {
+    const NameList& conditions;
+    const NameList& letters;
+    const NameList& zones;
+    const NameList& branches;
+
+    /// What a parameter combo lists for a condition.
+    [[nodiscard]] const NameList& parameters(int condition) const;
+};
+
+/// The row of action `number`, complete and not yet in a list.
+[[nodiscard]] std::unique_ptr<toolkit::CControlUI>
+makeActionRow(int number, const scene::Action& action, const RowChoices& choices);
+
+/// Lists what goes with the condition and selects nothing.
+void fillParameters(toolkit::CComboUI& combo, int condition, const RowChoices& choices);
+
+/// The combo `name` in the row at `index` of the list; null when there is none. Not owned.
+[[nodiscard]] toolkit::CComboUI* rowCombo(const toolkit::CListUI& list, int index,
+                                          std::u16string_view name);
+
+/// The number of the action whose row `control` is part of, -1 for none.
+[[nodiscard]] int rowNumber(const toolkit::CControlUI& control);
+
+} // namespace ui

@@ -1,0 +1,93 @@
+#include "ui/branch_editor/StripPresenter.h"
+
+#include "check/SceneNames.h"
+#include "ui/SceneHints.h"
+#include "ui/branch_editor/ControlNames.h"
+
+namespace ui {
+
+using namespace branch_list;
+
+StripPresenter::StripPresenter(Controls controls, scene::SceneSession& session)
+    : m_controls(controls), m_session(session),
+      m_subscription(session.observe([this](const auto& changes) { changed(changes); })) {
+    if (const toolkit::CControlUI* status = m_controls.find(kStatus)) {
+        m_usual = status->GetText();
+    }
+    checkNames();
+    update();
+}
+
+void StripPresenter::changed(const scene::SceneSession::Changes& changes) {
+    if (!changes.empty()) {
+        m_saved.clear();
+        checkNames();
+        update();
+    }
+}
+
+void StripPresenter::checkNames() {
+    m_nameHint = findingHint(check::firstUnreadableName(m_session.scene()));
+    if (m_nameHint.empty()) {
+        m_nameHint = unlistedHint(m_session.scene().Name());
+    }
+}
+
+void StripPresenter::showCopy(const std::u16string& text) {
+    m_copy = text;
+    update();
+}
+
+void StripPresenter::showNote(const std::u16string& note, const std::u16string& problem) {
+    m_note = note;
+    m_problem = problem;
+    update();
+}
+
+void StripPresenter::showNoteOfLeaving(const std::u16string& note) {
+    m_noteIsFresh = true;
+    showNote(note);
+}
+
+void StripPresenter::showSaved(bool good) {
+    m_saved = good ? savedText() : std::u16string();
+    update();
+}
+
+void StripPresenter::showLackOfZones(bool lacking) {
+    if (lacking != m_lacksZones) {
+        m_lacksZones = lacking;
+        update();
+    }
+}
+
+void StripPresenter::actionBegins() {
+    if (!m_noteIsFresh && (!m_note.empty() || !m_problem.empty())) {
+        showNote({});
+    }
+}
+
+void StripPresenter::update() {
+    std::u16string problem;
+    if (m_copy.empty()) {
+        const std::u16string notSaved = notSavedText(m_session.scene().saveFailure());
+        // The note's own place is taken while a problem is shown.
+        problem =
+            joinSentences({m_problem, notSaved.empty() ? std::u16string() : m_note, notSaved});
+    }
+    const std::u16string text = m_copy.empty() ? statusText() : m_copy;
+    m_controls.setText(kStatus, problem.empty() ? text : problem);
+    m_controls.showProblem(problem, kStatus);
+}
+
+std::u16string StripPresenter::statusText() const {
+    if (!m_note.empty()) {
+        return joinSentences({m_saved, m_note});
+    }
+    if (!m_nameHint.empty()) {
+        return joinSentences({m_saved, m_nameHint});
+    }
+    return joinSentences({m_saved, m_lacksZones ? std::u16string(kNoZonesHint) : m_usual});
+}
+
+} // namespace ui

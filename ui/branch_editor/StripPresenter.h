@@ -1,0 +1,55 @@
+// The strip along the bottom: what the last action did, what went wrong, and the quiet hints about
+// the state of the scene. Used by the branch editor.
+#pragma once
+
+#include <string>
+
+#include "scene/SceneSession.h"
+#include "ui/Controls.h"
+
+namespace ui {
+
+/// UI thread only.
+class StripPresenter {
+public:
+    /// The session outlives it.
+    StripPresenter(Controls controls, scene::SceneSession& session);
+
+    /// A copy under way; in place of all else until an empty text ends it.
+    void showCopy(const std::u16string& text);
+    /// What an action did, and what went wrong with it. Gone with the next action.
+    void showNote(const std::u16string& note, const std::u16string& problem = {});
+    /// A note that came up when the author left a field: the press that left it, which may act on
+    /// something else as well, does not take it away.
+    void showNoteOfLeaving(const std::u16string& note);
+    /// A save ended; shown until the first change of the scene, or until the next save.
+    void showSaved(bool good);
+    /// Whether an action waits for a zone of a video that has none.
+    void showLackOfZones(bool lacking);
+
+    /// The author presses a key or a button.
+    void inputBegins() { m_noteIsFresh = false; }
+    /// The author acts: the note of the last action goes.
+    void actionBegins();
+
+private:
+    void changed(const scene::SceneSession::Changes& changes);
+    /// Looks for names that break the scene's file or keep it out of the list.
+    void checkNames();
+    void update();
+    [[nodiscard]] std::u16string statusText() const;
+
+    Controls m_controls;
+    scene::SceneSession& m_session;
+    std::u16string m_usual; ///< as the layout has it
+    std::u16string m_copy;
+    std::u16string m_saved;
+    std::u16string m_note;
+    std::u16string m_problem;
+    std::u16string m_nameHint;
+    bool m_noteIsFresh = false;
+    bool m_lacksZones = false;
+    edit::Subscription m_subscription;
+};
+
+} // namespace ui

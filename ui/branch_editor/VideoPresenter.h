@@ -1,0 +1,77 @@
+// The video card: the scene's videos, the one of the branch on show, and the zones that its actions
+// can wait for. Used by the branch editor.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "scene/SceneSession.h"
+#include "ui/Controls.h"
+#include "ui/NameList.h"
+
+namespace zone {
+class ZoneManager;
+}
+
+namespace ui {
+
+/// UI thread only.
+class VideoPresenter {
+public:
+    /// Whoever shows the zones. It outlives the presenter.
+    class Listener {
+    public:
+        virtual ~Listener() = default;
+        /// The branch on show has another video, with other zones(). `picked`: in the list.
+        virtual void zonesShown(bool picked) = 0;
+    };
+
+    /// `folder` is the scene's, ending in "\"; empty when the working directory is unknown. The
+    /// session outlives the presenter.
+    VideoPresenter(Controls controls, scene::SceneSession& session, std::string folder,
+                   Listener& listener);
+    ~VideoPresenter();
+
+    /// Lists the videos of all branches, each once, and reads their zones.
+    void fill();
+    /// Shows the video of `branch`. One without leaves the list as it is. Intended.
+    void show(int branch);
+    /// A video was chosen in the list for the branch on show.
+    void choose();
+
+    [[nodiscard]] bool isListed(const std::string& name) const;
+    /// False when the window has no list for it.
+    bool addItem(const std::string& name);
+    void removeItem(const std::string& name);
+
+    /// Of the video that the list shows; none when they were never loaded.
+    [[nodiscard]] const NameList& zones() const { return m_shownZones; }
+    /// Whether a video is shown and has no zones.
+    [[nodiscard]] bool lacksZones() const;
+    /// The selected item of the list, -1 when there is none.
+    [[nodiscard]] int selected() const;
+    /// What Edit Zones opens: a path, or empty when there is nothing to open.
+    [[nodiscard]] std::string videoToEdit() const;
+
+private:
+    void changed(const scene::SceneSession::Changes& changes);
+    void readShownZones();
+    /// Says when the list shows another video than the branch has.
+    void showOwnVideo();
+    [[nodiscard]] std::string shownName() const;
+
+    Controls m_controls;
+    scene::SceneSession& m_session;
+    std::string m_folder;
+    Listener& m_listener;
+    int m_branch = -1;                 ///< on show
+    bool m_isOwnEdit = false;          ///< the change being announced is the choice in the list
+    std::vector<std::string> m_videos; ///< stored names, in the order of the list
+    std::map<std::string, std::shared_ptr<zone::ZoneManager>> m_zones; ///< by stored video name
+    NameList m_shownZones;
+    edit::Subscription m_subscription;
+};
+
+} // namespace ui
