@@ -8,7 +8,7 @@
 #include "tests/fuzz/FuzzServices.h"
 #include "tests/fuzz/Require.h"
 #include "tests/zone/RecordingCanvas.h"
-#include "zone/ZoneManager.h"
+#include "zone/ZoneSession.h"
 
 namespace {
 
@@ -28,19 +28,25 @@ Names namesOf(const zone::ZoneManager& manager) {
     return names;
 }
 
-void edit(zone::ZoneManager& manager, int frameCount, int position) {
+/// Edits, and takes all of it back: then a save would write what it would have written before.
+void edit(zone::ZoneSession& session, int frameCount, int position) {
     zone_tests::RecordingCanvas canvas;
-    zone::EditContext context;
-    for (int zone = 0; zone < std::min(manager.zoneCount(), kDrawnZones); ++zone) {
-        const int frame = frameCount / 2;
-        zone::ZoneEditing& editing = context.zone(zone);
-        manager.zone(zone)->draw(frame, canvas, [](platform::Point point) { return point; }, 0, {});
-        editing.noteShown(*manager.zone(zone), frame);
-        manager.hitTest(context, zone, frame, position, position);
-        manager.moveSelectedPoint(context, zone, frame, position + 5, position);
-        manager.addPoint(context, zone, frame, position, 2 * position);
-        manager.setActive(context, zone, frame, position % 2 == 0);
-        manager.deletePoint(context, zone, frame, position, position);
+    const int frame = frameCount / 2;
+    session.showFrame(frame);
+    for (int zone = 0; zone < std::min(session.zones().zoneCount(), kDrawnZones); ++zone) {
+        session.chooseZone(zone);
+        session.zones().zone(zone)->draw(frame, canvas, [](platform::Point point) { return point; },
+                                         0, {});
+        (void)session.hitTest(zone, frame, position, position);
+        session.moveSelectedPoint(zone, frame, position + 5, position);
+        session.addPoint(zone, frame, position, 2 * position);
+        session.setActive(zone, frame, position % 2 == 0);
+        session.deletePoint(zone, frame, position, position);
+    }
+    while (session.undo()) {
+    }
+    require(!session.isModified());
+    while (session.redo()) {
     }
 }
 
@@ -54,7 +60,8 @@ void feed(support::MemoryFileSystem& files, int frameCount) {
         require(manager->zone(zone)->frameCount() == frameCount);
     }
     if (frameCount > 0) {
-        edit(*manager, frameCount, static_cast<int>(files.files[kBinary].size() % 64));
+        zone::ZoneSession session(manager);
+        edit(session, frameCount, static_cast<int>(files.files[kBinary].size() % 64));
     }
     require(manager->save("clip.ogv") && manager->lastSaveFailure().empty());
     // Without its name a zone's record can be read in two ways.
