@@ -3,6 +3,7 @@
 #include <memory>
 #include <new>
 
+#include "scene/SceneSession.h"
 #include "tests/scene/SceneFixture.h"
 
 namespace {
@@ -67,6 +68,9 @@ TEST_F(MemoryTest, WithoutItNothingNewIsMade) {
     EXPECT_FALSE(scene::SceneManager::create());
     refuse<scene::Branch>();
     EXPECT_FALSE(m_scene->AddBranch());
+    scene::SceneSession session(m_scene);
+    refuse<scene::Branch>();
+    EXPECT_FALSE(session.addBranch() || session.history().canUndo());
     m_scene->AddBranch();
     refuse<scene::BranchManager>();
     EXPECT_FALSE(m_scene->newScene("new"));

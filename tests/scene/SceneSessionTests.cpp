@@ -2,7 +2,6 @@
 // changed.
 #include <algorithm>
 #include <functional>
-#include <tuple>
 #include <utility>
 
 #include "scene/SceneSession.h"
@@ -191,61 +190,36 @@ TEST_F(SceneSessionTest, RandomEditsGoBackToTheStartAndForthToTheEnd) {
     (void)testing::internal::GetCapturedStderr();
 }
 
-TEST_F(SceneSessionTest, StepsSayWhatAndWhereAndTellWhatTheyTouch) {
+TEST_F(SceneSessionTest, StepsSayWhatAndWhereAndNameWhatTheyChange) {
+    using Session = SceneSession;
     const struct {
-        std::function<bool()> edit;
-        SceneStep step;
-        int branch;
-        int action;
-        SceneSession::Changes told;
+        std::function<bool(Session&)> edit;
+        std::string step; ///< name, branch, action
+        SceneSession::Changes changes;
     } cases[] = {
-        {[&] { return m_session.addBranch(); },
-         SceneStep::addBranch,
-         2,
-         -1,
-         {{Part::branches, -1}}},
-        {[&] { return m_session.renameBranch(0, "Lobby"); },
-         SceneStep::rename,
-         0,
-         -1,
+        {[](Session& s) { return s.addBranch(); }, "add branch 2 -1", {{Part::branches, -1}}},
+        {[](Session& s) { return s.renameBranch(0, "Lobby"); },
+         "rename 0 -1",
          {{Part::firstBranch, -1}, {Part::branchName, 0}}},
-        {[&] { return m_session.setFirstBranch("Exit"); },
-         SceneStep::firstBranch,
-         1,
-         -1,
+        {[](Session& s) { return s.setFirstBranch("Exit"); },
+         "first branch 1 -1",
          {{Part::firstBranch, -1}}},
-        {[&] { return m_session.setVideo(1, "a.ogv"); },
-         SceneStep::video,
-         1,
-         -1,
-         {{Part::video, 1}}},
-        {[&] { return m_session.addAction(0); }, SceneStep::addAction, 0, 2, {{Part::actions, 0}}},
-        {[&] { return m_session.setType(0, 2, Action::kZoneAction); },
-         SceneStep::condition,
-         0,
-         2,
-         {{Part::actions, 0}}},
-        {[&] { return m_session.moveAction(0, 2, 0); },
-         SceneStep::moveAction,
-         0,
-         0,
-         {{Part::actions, 0}}},
-        {[&] { return m_session.moveBranch(0, 2); },
-         SceneStep::moveBranch,
-         2,
-         -1,
-         {{Part::branches, -1}}},
+        {[](Session& s) { return s.setVideo(1, "a.ogv"); }, "video 1 -1", {{Part::video, 1}}},
+        {[](Session& s) { return s.addAction(0); }, "add action 0 2", {{Part::actions, 0}}},
+        {[](Session& s) { return s.setType(0, 2, 3); }, "condition 0 2", {{Part::actions, 0}}},
+        {[](Session& s) { return s.moveAction(0, 2, 0); }, "move action 0 0", {{Part::actions, 0}}},
+        {[](Session& s) { return s.moveBranch(0, 2); }, "move branch 2 -1", {{Part::branches, -1}}},
     };
     m_told.clear();
     for (const auto& test : cases) {
-        SCOPED_TRACE(scene::stepName(test.step));
-        EXPECT_TRUE(test.edit());
-        EXPECT_EQ(std::exchange(m_told, {}), test.told);
-        const scene::SceneLabel* label = m_session.history().undoLabel();
-        EXPECT_EQ(std::tuple(label->step, label->branch, label->action),
-                  std::tuple(test.step, test.branch, test.action));
+        EXPECT_TRUE(test.edit(m_session));
+        const scene::SceneLabel& label = *m_session.history().undoLabel();
+        EXPECT_EQ(scene::stepName(label.step) + (" " + std::to_string(label.branch)) + " " +
+                      std::to_string(label.action),
+                  test.step);
+        EXPECT_EQ(std::exchange(m_told, {}), test.changes) << test.step;
     }
-    EXPECT_FALSE(m_session.setVideo(0, "a.ogv") || m_session.setType(2, 0, Action::kZoneAction));
+    EXPECT_FALSE(m_session.setVideo(0, "a.ogv") || m_session.setType(2, 0, 3));
     EXPECT_TRUE(m_told.empty()) << "the same again is no step";
 }
 
