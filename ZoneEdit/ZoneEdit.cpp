@@ -107,7 +107,8 @@ bool ZoneEdit::loadZones() {
     setCurrentZoneManager(zones);
     m_session = std::make_shared<zone::ZoneSession>(zones);
     m_session->setArea(m_video.control()->GetPos().size());
-    const zone::NumberFont font{GetPaintManager().GetFont(kNumberFont), &context().gui.fonts()};
+    const zone::NumberFont font{GetPaintManager().look().GetFont(kNumberFont),
+                                &context().gui.fonts()};
     m_video.control()->AddLayer(std::make_shared<ZonesLayer>(m_session, font));
     return true;
 }

@@ -79,7 +79,7 @@ void OpenScene::showFailedLoad() {
 
 void OpenScene::addRow(toolkit::CContainerUI& list, const std::string& name) {
     auto text = std::make_unique<toolkit::CTextUI>();
-    GetPaintManager().ApplyDefaults(*text);
+    GetPaintManager().look().ApplyDefaults(*text);
     text->SetName(u"ListItem");
     text->SetFont(kListFont);
     text->SetText(core::displayText(name));

@@ -139,7 +139,7 @@ TEST_F(Lifetime, AWindowThatIsMadeAgainBeginsAnew) {
     driver().click(u"Out");
     driver().pick(u"Combo", 0);
     expectNotes("it takes input", {"click Out", "itemselect Combo 0"});
-    EXPECT_EQ(window().GetPaintManager().GetFont(0),
+    EXPECT_EQ(window().GetPaintManager().look().GetFont(0),
               test::gui().fonts().open({"", 40, false, false}));
 }
 

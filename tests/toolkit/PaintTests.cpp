@@ -174,6 +174,7 @@ TEST(FittedText, EndsInAnEllipsisBetweenWholeCharacters) {
 TEST_F(Paint, UnknownFontsAreTheDefaultFont) {
     open(R"(<Font size="40"/>)");
     const auto& manager = window().GetPaintManager();
-    EXPECT_NE(manager.GetFont(0), 0);
-    EXPECT_EQ(manager.GetFont(-1) + manager.GetFont(1) + manager.GetFont(1000), 0);
+    EXPECT_NE(manager.look().GetFont(0), 0);
+    EXPECT_EQ(manager.look().GetFont(-1) + manager.look().GetFont(1) + manager.look().GetFont(1000),
+              0);
 }

@@ -129,7 +129,7 @@ platform::Rect CComboUI::textRect() const {
     Rect around = m_textPadding.value_or(m_itemStyle.textPadding);
     // The image's edges hold the box's line and the arrow: text stays clear of the right one.
     if (!m_textPadding && GetManager() != nullptr) {
-        if (const SkinImage* image = GetManager()->GetImage(m_normalImage)) {
+        if (const SkinImage* image = GetManager()->look().GetImage(m_normalImage)) {
             around.right = std::max(around.right, image->corner.right);
         }
     }
@@ -156,7 +156,7 @@ void CComboUI::paintStatus(platform::Canvas& canvas) {
 void CComboUI::paintText(platform::Canvas& canvas) {
     const CPaintManagerUI& manager = *GetManager();
     TextLook look;
-    look.font = manager.GetFont(m_font.value_or(m_itemStyle.font));
+    look.font = manager.look().GetFont(m_font.value_or(m_itemStyle.font));
     look.color = IsEnabled() ? m_textColor.value_or(m_itemStyle.textColor)
                              : m_disabledTextColor.value_or(m_itemStyle.disabledTextColor);
     paintTextLine(canvas, manager.fonts(), GetText(), textRect(), look);
@@ -168,7 +168,7 @@ std::u16string CComboUI::toolTipAt(Point /*point*/) const {
     }
     const CPaintManagerUI& manager = *GetManager();
     const std::u16string text = GetText();
-    const platform::FontHandle font = manager.GetFont(m_font.value_or(m_itemStyle.font));
+    const platform::FontHandle font = manager.look().GetFont(m_font.value_or(m_itemStyle.font));
     return fitsInto(textRect().width(), text, font, manager.fonts()) ? GetToolTip() : text;
 }
 

@@ -166,7 +166,7 @@ platform::Size CControlUI::EstimateSize(Size /*available*/) const {
 
 platform::Size CControlUI::withImageHeight(Size size, const std::u16string& attribute) const {
     if (size.height == 0 && m_manager != nullptr) {
-        const SkinImage* image = m_manager->GetImage(attribute);
+        const SkinImage* image = m_manager->look().GetImage(attribute);
         size.height = image != nullptr ? image->bitmap->size().height : 0;
     }
     return size;
@@ -293,7 +293,7 @@ bool CControlUI::drawImage(platform::Canvas& canvas, const std::u16string& attri
     if (m_manager == nullptr || attribute.empty()) {
         return false;
     }
-    const SkinImage* image = m_manager->GetImage(attribute);
+    const SkinImage* image = m_manager->look().GetImage(attribute);
     if (image == nullptr) {
         return false;
     }

@@ -100,7 +100,7 @@ std::u16string CEditUI::shownText() const {
 
 std::vector<int> CEditUI::shownPositions() const {
     const CPaintManagerUI& manager = *GetManager();
-    return manager.fonts().caretPositions(shownText(), manager.GetFont(GetFont()));
+    return manager.fonts().caretPositions(shownText(), manager.look().GetFont(GetFont()));
 }
 
 std::size_t CEditUI::positionAt(Point point) const {
@@ -121,7 +121,7 @@ platform::Rect CEditUI::caretRect() const {
     const CPaintManagerUI& manager = *GetManager();
     const Rect text = textRect();
     const int height =
-        std::min(manager.fonts().lineHeight(manager.GetFont(GetFont())), text.height());
+        std::min(manager.fonts().lineHeight(manager.look().GetFont(GetFont())), text.height());
     const int x = caret < positions.size() ? positions[caret] : 0;
     return Rect::at(text.left + x - m_scroll, text.top + (text.height() - height) / 2, kCaretWidth,
                     height);
@@ -186,7 +186,7 @@ void CEditUI::paintText(platform::Canvas& canvas) {
                         m_selectionColor);
     }
     const Rect line{origin, textRect().top, origin + positions.back() + 1, textRect().bottom};
-    canvas.drawText(shownText(), line, manager.GetFont(GetFont()), currentTextColor(),
+    canvas.drawText(shownText(), line, manager.look().GetFont(GetFont()), currentTextColor(),
                     platform::TextAlign::left);
     if (!m_preedit.empty()) {
         canvas.fillRect(

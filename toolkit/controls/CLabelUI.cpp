@@ -70,7 +70,7 @@ platform::Color CLabelUI::currentTextColor() const {
 void CLabelUI::paintText(platform::Canvas& canvas) {
     const CPaintManagerUI& manager = *GetManager();
     paintTextLine(canvas, manager.fonts(), GetText(), textRect(),
-                  {manager.GetFont(m_font), currentTextColor(), m_align, m_endEllipsis});
+                  {manager.look().GetFont(m_font), currentTextColor(), m_align, m_endEllipsis});
 }
 
 std::u16string CLabelUI::toolTipAt(Point /*point*/) const {
@@ -79,7 +79,8 @@ std::u16string CLabelUI::toolTipAt(Point /*point*/) const {
     }
     const CPaintManagerUI& manager = *GetManager();
     const std::u16string text = GetText();
-    const bool fits = fitsInto(textRect().width(), text, manager.GetFont(m_font), manager.fonts());
+    const bool fits =
+        fitsInto(textRect().width(), text, manager.look().GetFont(m_font), manager.fonts());
     return fits ? std::u16string() : text;
 }
 

@@ -20,7 +20,7 @@ void CScrollBarUI::attach(CPaintManagerUI* manager, CControlUI* parent) {
     CControlUI::attach(manager, parent);
     if (manager != nullptr && !m_styled) {
         m_styled = true;
-        manager->ApplyDefaults(*this);
+        manager->look().ApplyDefaults(*this);
     }
 }
 

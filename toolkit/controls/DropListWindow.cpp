@@ -36,10 +36,8 @@ bool DropListWindow::createNative() {
         options.kind = platform::WindowKind::popup;
         options.owner = m_manager.GetWindow();
         m_native = m_manager.Gui().windows().createWindow(options, *this);
-        if (const auto* defaults = m_manager.GetDefaults(u"ScrollBar")) {
-            for (const auto& [name, value] : *defaults) {
-                m_scrollStyle.apply(name, value);
-            }
+        for (const auto& [name, value] : m_manager.look().GetDefaults(u"ScrollBar")) {
+            m_scrollStyle.apply(name, value);
         }
     }
     return m_native != nullptr;

@@ -62,7 +62,7 @@ void ItemStyle::paintBackground(platform::Canvas& canvas, CPaintManagerUI& manag
                                       : selected     ? selectedImage
                                       : hot          ? hotImage
                                                      : backImage;
-    if (const SkinImage* image = manager.GetImage(attribute)) {
+    if (const SkinImage* image = manager.look().GetImage(attribute)) {
         image->draw(canvas, image->placeIn(rect));
     }
     const platform::Color line =
@@ -78,7 +78,7 @@ void ItemStyle::paintText(platform::Canvas& canvas, CPaintManagerUI& manager,
     const platform::Rect box{rect.left + textPadding.left, rect.top + textPadding.top,
                              rect.right - textPadding.right, rect.bottom - textPadding.bottom};
     TextLook look;
-    look.font = manager.GetFont(font);
+    look.font = manager.look().GetFont(font);
     look.color = textColorFor(state);
     paintTextLine(canvas, manager.fonts(), text, box, look);
 }

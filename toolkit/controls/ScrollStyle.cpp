@@ -29,11 +29,11 @@ void ScrollStyle::paint(platform::Canvas& canvas, CPaintManagerUI& manager,
     canvas.fillRect({track.left, track.top, track.left + 1, track.bottom}, lineColor);
     const platform::Rect bar{track.right - thumbMargin - thumbWidth, thumb.top,
                              track.right - thumbMargin, thumb.bottom};
-    const SkinImage* image = manager.GetImage(pushed ? thumbPushedImage
-                                              : hot  ? thumbHotImage
-                                                     : thumbImage);
+    const SkinImage* image = manager.look().GetImage(pushed ? thumbPushedImage
+                                                     : hot  ? thumbHotImage
+                                                            : thumbImage);
     if (image == nullptr) {
-        image = manager.GetImage(thumbImage);
+        image = manager.look().GetImage(thumbImage);
     }
     if (image != nullptr) {
         image->draw(canvas, bar);

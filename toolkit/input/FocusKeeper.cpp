@@ -168,7 +168,7 @@ platform::Rect FocusKeeper::ringRect() const {
     if (m_focused == nullptr) {
         return {};
     }
-    const SkinImage* image = m_manager.GetImage(m_manager.focusedImageFor(*m_focused));
+    const SkinImage* image = m_manager.look().GetImage(m_manager.focusedImageFor(*m_focused));
     return image != nullptr ? image->placeIn(m_focused->GetPos()) : platform::Rect{};
 }
 

@@ -66,7 +66,7 @@ struct CDialogBuilder::Building {
                 remark(element, std::string("Font has no attribute ") + a->Name());
             }
         }
-        manager.AddFont(font);
+        manager.look().AddFont(font);
     }
 
     void addDefaults(const XMLElement& element) {
@@ -77,7 +77,7 @@ struct CDialogBuilder::Building {
         }
         for (const XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
             if (std::string_view(a->Name()) != "class") {
-                manager.AddDefault(wide(kind), wide(a->Name()), wide(a->Value()));
+                manager.look().AddDefault(wide(kind), wide(a->Name()), wide(a->Value()));
             }
         }
     }
@@ -104,7 +104,7 @@ struct CDialogBuilder::Building {
             remark(element, std::string("unknown element ") + element.Name());
             return nullptr;
         }
-        manager.ApplyDefaults(*control);
+        manager.look().ApplyDefaults(*control);
         for (const XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
             if (!control->SetAttribute(wide(a->Name()), wide(a->Value()))) {
                 remark(element, std::string(element.Name()) + " has no attribute " + a->Name());

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "core/Text.h"
-#include "toolkit/skin/ImageCache.h"
 #include "toolkit/window/ToolTipWindow.h"
 
 namespace toolkit {
@@ -21,7 +19,7 @@ CPaintManagerUI::Busy::~Busy() {
 }
 
 CPaintManagerUI::CPaintManagerUI(platform::Gui& gui)
-    : m_gui(gui), m_toolTip(std::make_unique<ToolTipWindow>(*this)) {}
+    : m_gui(gui), m_look(gui.fonts()), m_toolTip(std::make_unique<ToolTipWindow>(*this)) {}
 
 CPaintManagerUI::~CPaintManagerUI() {
     m_closing = true;
@@ -32,9 +30,7 @@ CPaintManagerUI::~CPaintManagerUI() {
 void CPaintManagerUI::Init(platform::NativeWindow* window) {
     m_window = window;
     m_closing = false;
-    m_fontHandles.clear();
-    m_defaults.clear();
-    m_images.clear();
+    m_look.Clear();
     m_caption = {};
     // Their windows went with the former one, which owned them.
     m_popup.reset();
@@ -129,63 +125,14 @@ CControlUI* CPaintManagerUI::FindControl(Point at) const {
     return m_root != nullptr ? m_root->controlAt(at) : nullptr;
 }
 
-const SkinImage* CPaintManagerUI::GetImage(const std::u16string& attribute) {
-    if (attribute.empty() || m_skin == nullptr) {
-        return nullptr;
-    }
-    const auto known = m_images.find(attribute);
-    if (known != m_images.end()) {
-        return known->second ? &*known->second : nullptr;
-    }
-    const ImageAttribute parsed = ImageAttribute::parse(attribute);
-    std::optional<SkinImage>& image = m_images[attribute];
-    if (!parsed.file.empty()) {
-        if (auto bitmap = ImageCache::get().load(*m_skin, core::storedText(parsed.file))) {
-            image = SkinImage{std::move(bitmap), parsed.corner, parsed.dest};
-        }
-    }
-    return image ? &*image : nullptr;
-}
-
-void CPaintManagerUI::AddFont(const platform::FontDescription& font) {
-    m_fontHandles.push_back(fonts().open(font));
-}
-
-platform::FontHandle CPaintManagerUI::GetFont(int id) const {
-    return id >= 0 && id < static_cast<int>(m_fontHandles.size())
-               ? m_fontHandles[static_cast<std::size_t>(id)]
-               : 0;
-}
-
-void CPaintManagerUI::AddDefault(std::u16string_view className, std::u16string_view name,
-                                 std::u16string_view value) {
-    m_defaults[std::u16string(className)].emplace_back(name, value);
-}
-
-const std::vector<std::pair<std::u16string, std::u16string>>*
-CPaintManagerUI::GetDefaults(const std::u16string& className) const {
-    const auto found = m_defaults.find(className);
-    return found == m_defaults.end() ? nullptr : &found->second;
-}
-
-void CPaintManagerUI::ApplyDefaults(CControlUI& control) const {
-    if (const auto* defaults = GetDefaults(control.GetClass())) {
-        for (const auto& [name, value] : *defaults) {
-            control.SetAttribute(name, value);
-        }
-    }
-}
-
 const std::u16string& CPaintManagerUI::focusedImageFor(const CControlUI& control) const {
     if (!control.focusedImage().empty()) {
         return control.focusedImage();
     }
     // Controls that a program made have not met the layout's defaults.
-    if (const auto* defaults = GetDefaults(control.GetClass())) {
-        for (const auto& [name, value] : *defaults) {
-            if (name == u"focusedimage") {
-                return value;
-            }
+    for (const auto& [name, value] : m_look.GetDefaults(control.GetClass())) {
+        if (name == u"focusedimage") {
+            return value;
         }
     }
     return m_root->focusedImage();
@@ -274,7 +221,7 @@ void CPaintManagerUI::Paint(platform::Canvas& canvas, const Rect& dirty) {
 
 void CPaintManagerUI::paintFocusRing(platform::Canvas& canvas) {
     const CControlUI& focused = *m_focus.focused();
-    const SkinImage* image = GetImage(focusedImageFor(focused));
+    const SkinImage* image = m_look.GetImage(focusedImageFor(focused));
     if (image == nullptr) {
         return;
     }

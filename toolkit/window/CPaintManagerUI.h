@@ -3,11 +3,8 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <utility>
 #include <vector>
 
 #include "platform/Canvas.h"
@@ -15,8 +12,7 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/FocusKeeper.h"
 #include "toolkit/input/MouseInput.h"
-#include "toolkit/skin/Skin.h"
-#include "toolkit/skin/SkinImage.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/ControlTimers.h"
 #include "toolkit/window/IMessageFilterUI.h"
 #include "toolkit/window/INotifyUI.h"
@@ -78,23 +74,10 @@ public:
     /// The topmost visible control at a point of the window; null when there is none.
     [[nodiscard]] CControlUI* FindControl(Point at) const;
 
-    void SetSkin(std::shared_ptr<const Skin> skin) { m_skin = std::move(skin); }
-    [[nodiscard]] const Skin* GetSkin() const { return m_skin.get(); }
-    /// The image that an attribute names; null when it names none that can be read. The pointer
-    /// stays valid for the manager's life.
-    [[nodiscard]] const SkinImage* GetImage(const std::u16string& attribute);
-    /// Fonts are numbered from 0 in the order added.
-    void AddFont(const platform::FontDescription& font);
-    /// An unknown number means the default font.
-    [[nodiscard]] platform::FontHandle GetFont(int id) const;
+    [[nodiscard]] WindowLook& look() { return m_look; }
+    [[nodiscard]] const WindowLook& look() const { return m_look; }
     [[nodiscard]] platform::FontSet& fonts() const { return m_gui.fonts(); }
 
-    /// Attributes that the layout gives to all controls of a kind.
-    void AddDefault(std::u16string_view className, std::u16string_view name,
-                    std::u16string_view value);
-    void ApplyDefaults(CControlUI& control) const;
-    [[nodiscard]] const std::vector<std::pair<std::u16string, std::u16string>>*
-    GetDefaults(const std::u16string& className) const;
     /// The focus ring of controls that have none of their own.
     [[nodiscard]] const std::u16string& focusedImageFor(const CControlUI& control) const;
 
@@ -159,13 +142,9 @@ private:
 
     platform::Gui& m_gui;
     platform::NativeWindow* m_window = nullptr;
-    std::shared_ptr<const Skin> m_skin;
+    WindowLook m_look;
     std::unique_ptr<CControlUI> m_root;
     std::vector<std::unique_ptr<CControlUI>> m_retired;
-    std::unordered_map<std::u16string, std::optional<SkinImage>> m_images;
-    std::unordered_map<std::u16string, std::vector<std::pair<std::u16string, std::u16string>>>
-        m_defaults;
-    std::vector<platform::FontHandle> m_fontHandles;
     std::vector<INotifyUI*> m_notifiers;
     std::vector<IMessageFilterUI*> m_filters;
     ControlTimers m_timers;

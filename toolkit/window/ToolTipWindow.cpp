@@ -47,10 +47,8 @@ ToolTipWindow::Look ToolTipWindow::Look::of(const CPaintManagerUI& manager) {
         {u"cornerradius", [](Look& l, Text v) { assignLimited(l.cornerRadius, v, 0); }},
     };
     Look look;
-    if (const auto* defaults = manager.GetDefaults(u"ToolTip")) {
-        for (const auto& [name, value] : *defaults) {
-            attributes.apply(look, name, value);
-        }
+    for (const auto& [name, value] : manager.look().GetDefaults(u"ToolTip")) {
+        attributes.apply(look, name, value);
     }
     return look;
 }
@@ -94,7 +92,7 @@ void ToolTipWindow::timeOver() {
         return;
     }
     const Look look = Look::of(m_manager);
-    const platform::FontHandle font = m_manager.GetFont(look.font);
+    const platform::FontHandle font = m_manager.look().GetFont(look.font);
     const int most = kMaxWidth - 2 * look.padding;
     const bool fits = fitsInto(most, text, font, m_manager.fonts());
     const int width = fits ? m_manager.fonts().measure(text, font).width : most;
@@ -139,11 +137,11 @@ void ToolTipWindow::onPaint(platform::Canvas& canvas, const platform::Rect& /*di
     const Look look = Look::of(m_manager);
     const platform::Rect all = platform::Rect::at(0, 0, m_size.width, m_size.height);
     canvas.fillRect(all, look.backColor);
-    if (const SkinImage* image = m_manager.GetImage(look.backImage)) {
+    if (const SkinImage* image = m_manager.look().GetImage(look.backImage)) {
         image->draw(canvas, all);
     }
     TextLook text;
-    text.font = m_manager.GetFont(look.font);
+    text.font = m_manager.look().GetFont(look.font);
     text.color = look.textColor;
     paintTextLine(canvas, m_manager.fonts(), m_text,
                   {look.padding, 0, m_size.width - look.padding, m_size.height}, text);

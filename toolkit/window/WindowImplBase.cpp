@@ -49,7 +49,7 @@ bool WindowImplBase::refuse(const Skin& skin, const CDialogBuilder& builder) con
 bool WindowImplBase::buildControls(const std::shared_ptr<const Skin>& skin, CDialogBuilder& builder,
                                    const std::u16string& title) {
     m_manager.Init(GetNative());
-    m_manager.SetSkin(skin);
+    m_manager.look().SetSkin(skin);
     m_manager.SetWindowSize(builder.windowSize());
     if (!builder.Build(m_manager, this)) {
         return refuse(*skin, builder);

@@ -1,0 +1,62 @@
+#include "toolkit/skin/WindowLook.h"
+
+#include <cstddef>
+
+#include "core/Text.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/skin/ImageCache.h"
+
+namespace toolkit {
+
+void WindowLook::Clear() {
+    m_fontHandles.clear();
+    m_defaults.clear();
+    m_images.clear();
+}
+
+const SkinImage* WindowLook::GetImage(const std::u16string& attribute) {
+    if (attribute.empty() || m_skin == nullptr) {
+        return nullptr;
+    }
+    const auto known = m_images.find(attribute);
+    if (known != m_images.end()) {
+        return known->second ? &*known->second : nullptr;
+    }
+    const ImageAttribute parsed = ImageAttribute::parse(attribute);
+    std::optional<SkinImage>& image = m_images[attribute];
+    if (!parsed.file.empty()) {
+        if (auto bitmap = ImageCache::get().load(*m_skin, core::storedText(parsed.file))) {
+            image = SkinImage{std::move(bitmap), parsed.corner, parsed.dest};
+        }
+    }
+    return image ? &*image : nullptr;
+}
+
+void WindowLook::AddFont(const platform::FontDescription& font) {
+    m_fontHandles.push_back(m_fonts.open(font));
+}
+
+platform::FontHandle WindowLook::GetFont(int id) const {
+    return id >= 0 && id < static_cast<int>(m_fontHandles.size())
+               ? m_fontHandles[static_cast<std::size_t>(id)]
+               : 0;
+}
+
+void WindowLook::AddDefault(std::u16string_view className, std::u16string_view name,
+                            std::u16string_view value) {
+    m_defaults[std::u16string(className)].emplace_back(name, value);
+}
+
+const WindowLook::Attributes& WindowLook::GetDefaults(const std::u16string& className) const {
+    static const Attributes none;
+    const auto found = m_defaults.find(className);
+    return found == m_defaults.end() ? none : found->second;
+}
+
+void WindowLook::ApplyDefaults(CControlUI& control) const {
+    for (const auto& [name, value] : GetDefaults(control.GetClass())) {
+        control.SetAttribute(name, value);
+    }
+}
+
+} // namespace toolkit

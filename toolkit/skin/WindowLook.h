@@ -1,0 +1,53 @@
+// What a window's layout says about looks: its skin, its numbered fonts, the images that attributes
+// name, and the attributes that all controls of a kind begin with. UI thread only.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "platform/FontSet.h"
+#include "toolkit/skin/Skin.h"
+#include "toolkit/skin/SkinImage.h"
+
+namespace toolkit {
+
+class CControlUI;
+
+class WindowLook {
+public:
+    using Attributes = std::vector<std::pair<std::u16string, std::u16string>>;
+
+    /// `fonts` outlives the look.
+    explicit WindowLook(platform::FontSet& fonts) : m_fonts(fonts) {}
+
+    /// Forgets everything but the skin.
+    void Clear();
+    void SetSkin(std::shared_ptr<const Skin> skin) { m_skin = std::move(skin); }
+    /// The image that an attribute names; null when it names none that can be read. The pointer
+    /// stays valid until Clear.
+    [[nodiscard]] const SkinImage* GetImage(const std::u16string& attribute);
+    /// Fonts are numbered from 0 in the order added.
+    void AddFont(const platform::FontDescription& font);
+    /// An unknown number means the default font.
+    [[nodiscard]] platform::FontHandle GetFont(int id) const;
+
+    void AddDefault(std::u16string_view className, std::u16string_view name,
+                    std::u16string_view value);
+    void ApplyDefaults(CControlUI& control) const;
+    /// Of a kind; empty when the layout gives none.
+    [[nodiscard]] const Attributes& GetDefaults(const std::u16string& className) const;
+
+private:
+    platform::FontSet& m_fonts;
+    std::shared_ptr<const Skin> m_skin;
+    std::unordered_map<std::u16string, std::optional<SkinImage>> m_images;
+    std::unordered_map<std::u16string, Attributes> m_defaults;
+    std::vector<platform::FontHandle> m_fontHandles;
+};
+
+} // namespace toolkit
