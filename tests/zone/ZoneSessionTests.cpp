@@ -221,6 +221,26 @@ TEST_F(ZoneSessionTest, AGestureIsOneStepNamedByWhatItBeganWith) {
     EXPECT_EQ(m_session->undo(), (StepLabel{Name::addPoint, 0, 31}));
     EXPECT_EQ(m_session->undo(), (StepLabel{Name::addZone, 0}));
     EXPECT_EQ(zone::describe(*m_session->redoLabel()), "add zone");
+    m_session->redo();
+    for (int times = 0; times < 10'000; ++times) {
+        m_session->redo();
+        m_session->undo();
+    }
+    EXPECT_LT(m_manager->zone(0)->bytes(), 50'000U) << "places that are no longer used are freed";
+}
+
+TEST_F(ZoneSessionTest, WhatASaveWouldWriteDecidesAndNotTheSteps) {
+    begin(3);
+    m_session->addZone("Z", m_frames);
+    m_session->setProgressChanges(false);
+    m_session->setActive(0, 0, false);
+    ASSERT_TRUE(m_session->save("clip.ogv"));
+    m_session->setActive(0, 0, true);
+    m_session->setActive(0, 1, false);
+    EXPECT_TRUE(m_session->isModified()) << "the same flags on other frames";
+    m_session->setActive(0, 1, true);
+    m_session->setActive(0, 0, false);
+    EXPECT_FALSE(m_session->isModified());
 }
 
 TEST_F(ZoneSessionTest, TheCentreHandleIsWhereTheFrameOnShowHasIt) {
