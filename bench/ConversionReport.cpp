@@ -73,7 +73,8 @@ void reportConversion(FrameSize size) {
     Samples fast;
     Samples portable;
     Samples peer;
-    for (int i = 0; i < kRounds; ++i) { // in turns: a machine that slows down slows all of them
+    for (int i = 0; i < kRounds;
+         ++i) { // in turns: if the machine slows down, it affects all of them
         fast.add(timeOf([&] { frame.convert(ColorPath::fastest); }));
         portable.add(timeOf([&] { frame.convert(ColorPath::portable); }));
 #ifdef QUORVEL_HAVE_LIBYUV

@@ -1,4 +1,4 @@
-// The colour conversion alone, beside libyuv's where that is installed.
+// Measures the colour conversion alone, compared with libyuv's if installed.
 #pragma once
 
 #include "src/TheoraUtil/ColorConvert.h"

@@ -1,5 +1,4 @@
-// The tables of bench/REPORT.md: one row for each thing measured, beside its floor or peer and its
-// target.
+// The tables of bench/REPORT.md: one row per measurement, with its floor or peer and its target.
 #pragma once
 
 #include <cstdio>

@@ -1,4 +1,4 @@
-// Moves through a clip, and the playback library alone making them: the floor of zoneedit_bench.
+// Moves through a clip by the playback library alone: the floor of zoneedit_bench.
 #pragma once
 
 #include <chrono>
@@ -15,15 +15,14 @@
 namespace bench {
 
 inline constexpr int kRounds = 200;
-inline constexpr double kPauseMs =
-    50; ///< a person's, between two presses: the decoder fills its queue
+inline constexpr double kPauseMs = 50; ///< as by a user; the decoder fills its queue meanwhile
 
 struct Move {
     int from;
     int to;
 };
 
-/// Moves by `step` from one end of the clip to the other, again and again.
+/// Moves by `step` from one end of the clip to the other, repeatedly.
 inline std::vector<Move> walk(int frames, int step) {
     std::vector<Move> moves;
     int at = step > 0 ? 0 : frames - 1;
@@ -90,7 +89,7 @@ private:
             m_arrived.wait_for(lock, std::chrono::milliseconds(1));
         }
     }
-    /// In the rhythm of the editor's timer, which drives the library too.
+    /// At the interval of the editor's timer, which also drives the library.
     void pause() {
         const auto began = Clock::now();
         std::unique_lock lock(m_mutex);

@@ -146,7 +146,7 @@ void PlaybackFloor::seek(int frame) {
     startAt(entry.page);
     ogg_packet packet;
     int at = entry.pageEnds;
-    if (entry.pageEnds > 0) { // pass over what ends on that page
+    if (entry.pageEnds > 0) { // skip what ends on that page
         ogg_page page;
         do {
             if (!readPage(page)) {

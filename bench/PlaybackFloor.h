@@ -1,6 +1,6 @@
-// The least that exact access to an Ogg Theora file costs: libogg and libtheora alone, one thread,
-// an index of every packet made beforehand, nothing converted, nothing kept. The playback library
-// is measured against it in the same run; it shares no code with it.
+// The minimum cost of exact access to an Ogg Theora file: libogg and libtheora alone, one thread,
+// an index of every packet made beforehand, no conversion, no caching. The playback library is
+// compared with it in the same run; the two share no code.
 #pragma once
 
 #include <cstdio>
@@ -31,7 +31,7 @@ public:
     void seek(int frame);
     /// Decodes the next frame; false at the end.
     bool next();
-    /// Frames decoded so far that only repeat the one before: no work at all.
+    /// Frames so far that only repeat the one before, at no cost.
     [[nodiscard]] int repeatedFrames() const { return m_repeatedFrames; }
 
 private:
@@ -39,8 +39,8 @@ private:
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
     struct Entry {
-        long page = 0;    ///< offset of the last page that ends before the frame's keyframe begins
-        int pageEnds = 0; ///< first frame behind that page
+        long page = 0;    ///< offset of the last page that ends before the frame's keyframe
+        int pageEnds = 0; ///< first frame after that page
         int keyframe = 0;
     };
 

@@ -74,7 +74,7 @@ double PlaybackPlayer::playAll() {
 }
 
 void PlaybackPlayer::settle(std::chrono::milliseconds quiet) {
-    // The second decoder tells nobody when it is done; a measurement may well wait.
+    // The second decoder has no completion callback, so poll.
     for (auto since = Clock::now(); Clock::now() - since < quiet;) {
         if (m_clip->wantsWork()) {
             since = Clock::now();

@@ -1,4 +1,4 @@
-// A clip in the hands of a very patient display: it asks for a frame and waits for it.
+// A clip with a very patient display, which requests a frame and waits for it.
 #pragma once
 
 #include <chrono>
@@ -18,12 +18,11 @@ public:
     PlaybackPlayer& operator=(const PlaybackPlayer&) = delete;
 
     [[nodiscard]] theora::TheoraVideoClip& clip() { return *m_clip; }
-    /// Milliseconds from the request to the frame in the display's hands. `release`: free it at
-    /// once.
+    /// Milliseconds from the request until the display has the frame. `release`: free it at once.
     double seek(int frame, bool release = true);
-    /// Plays from frame 0 to the end as fast as it goes; frames a second.
+    /// Plays from frame 0 to the end as fast as possible; returns frames per second.
     double playAll();
-    /// Waits until the clip has had nothing to do for so long.
+    /// Waits until the clip has been idle for that long.
     void settle(std::chrono::milliseconds quiet = std::chrono::milliseconds(200));
 
 private:

@@ -1,4 +1,4 @@
-// A handful of measured times and what is reported of them.
+// Measured times and their statistics.
 #pragma once
 
 #include <algorithm>

@@ -1,7 +1,7 @@
-// How long the open scene window and the branch editor take to answer, with 500 scenes, 1,000
-// branches, 200 actions in one branch and 300 zones: from the press to the painted answer.
+// Response times of the open scene window and the branch editor with 500 scenes, 1,000 branches,
+// 200 actions in one branch and 300 zones: from the input to the painted result.
 //
-// Usage: editor_bench   prints a Markdown table. Needs a display: QT_QPA_PLATFORM=offscreen serves.
+// Usage: editor_bench prints a Markdown table. Needs a display; QT_QPA_PLATFORM=offscreen will do.
 #include <cstdio>
 #include <filesystem>
 #include <functional>

@@ -1,5 +1,5 @@
-// The parts of a 33 ms video repaint that the canvas does, on a 1920x1088 picture shown at
-// 1280x720. Budget of the whole repaint: 6 ms; of the scaler: 2 ms.
+// The canvas operations of a 33 ms video repaint, with a 1920x1088 picture shown at 1280x720.
+// Budget of the whole repaint: 6 ms; of the scaler: 2 ms.
 #include <vector>
 
 #include <benchmark/benchmark.h>

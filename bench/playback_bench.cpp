@@ -1,4 +1,4 @@
-// Measures the playback library on clips, beside the floor in the same run, and prints one table a
+// Measures the playback library on clips, and the floor in the same run, and prints a table per
 // clip with each figure and its target. Usage: playback_bench FILE...
 //
 // The ratio to the floor counts, not the milliseconds: run it on a quiet machine.
@@ -37,7 +37,7 @@ constexpr int kSteps = 60;
 constexpr int kPasses = 3;
 constexpr int kHeldSteps = 300;
 constexpr std::chrono::milliseconds kHeldPause{100};
-// The step-back decoder goes through a whole group, which may be 250 frames long.
+// The step-back decoder decodes a whole group, of up to 250 frames.
 constexpr std::chrono::milliseconds kLongSettling{1000};
 
 /// A file that notes when it was first read after a request.
@@ -76,14 +76,14 @@ public:
         std::printf("\n## %s (%d frames)\n\n| what | measured | floor or peer | target |\n"
                     "|---|---|---|---|\n",
                     m_path.substr(m_path.find_last_of('/') + 1).c_str(), m_floor.frameCount());
-        // Memory first: later figures keep several clips alive one after another.
+        // Memory first: later measurements open several clips.
         memory();
         wholeClip();
         randomSeeks();
         findingThePage();
         stepUnprepared();
         stepPrepared();
-        holdBack();
+        holdStepBack();
         startOfDecoding();
         destruction();
         bench::reportConversion(m_frame);
@@ -119,8 +119,8 @@ private:
             floor.add((frames - 1) / (millisecondsSince(start) / 1000));
             ours.add(player.playAll());
         }
-        // Where nearly every frame repeats the one before, the floor decodes nothing: ratios to it
-        // say only how long threads take to wake.
+        // Where nearly every frame is a repeat, the floor decodes nothing, so ratios would only
+        // measure thread wake-ups.
         m_hasRatios = (m_floor.repeatedFrames() - repeatedBefore) / kPasses < frames / 2;
         row("decode + convert the whole clip",
             number(ours.median(), "frames/s") + ", " + ratio(ours.median(), floor.median()),
@@ -178,7 +178,7 @@ private:
             "<= 20 probes, <= 3 ms");
     }
 
-    /// Decoding one frame and converting it, on one thread: what an unprepared step must cost.
+    /// Decoding and converting one frame on one thread: the cost of an unprepared step.
     [[nodiscard]] double oneFrame() {
         Samples decode;
         m_floor.seek(m_floor.frameCount() / 3);
@@ -191,7 +191,7 @@ private:
     }
 
     void stepUnprepared() {
-        PlaybackPlayer player(openFile(m_path), 1); // a queue of one holds the shown frame only
+        PlaybackPlayer player(openFile(m_path), 1); // a queue of one holds only the shown frame
         const int from = m_floor.frameCount() / 3;
         player.seek(from, false);
         Samples steps;
@@ -224,7 +224,7 @@ private:
         row("step back inside the cache", spread(back), "", "p50 <= 1.5 ms at 720p, 3 ms at 1080p");
     }
 
-    void holdBack() {
+    void holdStepBack() {
         PlaybackPlayer player(openFile(m_path));
         const int from = m_floor.frameCount() - 1;
         player.seek(from);
@@ -273,7 +273,7 @@ private:
     bench::FrameSize m_frame;
     std::mt19937 m_random{12345};
     int m_at = 0;
-    bool m_hasRatios = true; ///< those to the floor have targets
+    bool m_hasRatios = true; ///< ratios to the floor have targets
 };
 
 } // namespace

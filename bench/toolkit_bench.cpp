@@ -57,7 +57,7 @@ void paint(BenchWindow& window) {
 void buildWindow(benchmark::State& state) {
     test::FakeGui gui;
     for (auto _ : state) {
-        toolkit::ImageCache::get().clear(); // as in a program that starts
+        toolkit::ImageCache::get().clear(); // as at program start
         BenchWindow window(gui);
         if (!window.Create(nullptr, u"", 0, 0)) {
             state.SkipWithError("no layout");

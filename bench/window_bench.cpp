@@ -1,8 +1,7 @@
-// How long each window takes from its creation to its first picture, and what an open one costs
-// while nothing happens.
+// The time from each window's creation to its first picture, and the cost of an idle window.
 //
-// Usage: window_bench    prints a Markdown table; in a folder with UI/, Translations.ini and the
-// demo scenes, as build/release/bin. Needs a display: QT_QPA_PLATFORM=offscreen serves.
+// Usage: window_bench prints a Markdown table. Run it in a folder with UI/, Translations.ini and
+// the demo scenes, such as build/release/bin. Needs a display; QT_QPA_PLATFORM=offscreen will do.
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -33,7 +32,7 @@ constexpr std::chrono::seconds kIdle{5};
 constexpr const char* kScene = "Fire Drill Level 1";
 constexpr const char* kSceneClip = "Scenes/Fire Drill Level 1/alarm-corridor.ogv";
 
-/// What all threads of this process have used so far. std::clock counts the time of day on Windows.
+/// CPU time of all threads of this process. std::clock measures wall time on Windows.
 double processorSeconds() {
     timespec used{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
@@ -64,7 +63,7 @@ public:
         opening("zone editor", [this] { return zoneedit::ZoneEdit::create(context()); });
     }
 
-    /// What the windows that an author leaves open cost, shown and minimised.
+    /// The cost of windows that an author leaves open, shown and minimised.
     void idleWindows() {
         idleWindow("branch editor", ui::BranchList::create(context()));
         m_state.zoneEditVideo = kSceneClip;

@@ -1,10 +1,10 @@
 // Zones of an hour-long video: 10 zones x 108,000 frames x 8 points, a different shape on every
-// frame. Each operation stands beside a floor, the least that any program has to do for it.
+// frame. Each operation is compared with a floor, the minimum that any program must do for it.
 // Targets: save and load at most 1.3 x their floor, memory after loading at most 1.5 x the bare
 // coordinates, a spread move at most 1 ms, a point added to all frames at most 5 ms.
 //
-// The files lie in the current folder while it runs. Floors do what the module does for safety as
-// well: the save's brings its bytes to the disk.
+// The files are in the current folder while it runs. Floors include the module's safety measures:
+// the one for saving syncs to disk.
 #include <cstdint>
 #include <cstring>
 #include <fstream>
@@ -136,7 +136,7 @@ double residentBytes() {
     return 0;
 }
 
-/// The zones all benchmarks of the module work on, loaded from a file of the floor's making.
+/// The zones for all benchmarks of the module, loaded from a file written by the floor.
 std::shared_ptr<zone::ZoneManager> loadManager() {
     return zone::ZoneManager::create(kBase, kFrames, true,
                                      zone::scaleBetween({1280, 720}, {1920, 1080}));
@@ -237,7 +237,7 @@ void deletePoint(benchmark::State& state) {
     }
 }
 
-/// The kinds of steps on a whole zone, and what each is done to it by.
+/// The kinds of steps on a whole zone, and the operation for each.
 struct Step {
     const char* what;
     void (*run)(zone::ZoneSession& session);
@@ -261,7 +261,7 @@ constexpr Step kSteps[] = {
     {"active", [](zone::ZoneSession& session) { session.setActive(0, 0, false); }},
 };
 
-/// Done and recorded, taken back or done again: the timed one of the three.
+/// Which of the three is timed: do and record, undo, or redo.
 enum class Timed { edit, undo, redo, modified };
 void step(benchmark::State& state, const Step& step, Timed timed) {
     zone::ZoneSession session(loadManager());

@@ -1,9 +1,9 @@
-// The zone editor by real input: from the press of a key to the new picture on the screen, a drag
-// of a point over a short and a very long clip, and one tick of the repaint timer. The floor of a
-// step is the playback library alone, asked for the same frames in the same rhythm.
+// The zone editor with real input: from a key press to the new picture on the screen, dragging a
+// point in a short and a very long clip, and one tick of the repaint timer. The floor of a step is
+// the playback library alone, with the same frames at the same intervals.
 //
-// Usage: zoneedit_bench [CLIP]   prints Markdown tables. Without a CLIP (1280 x 720 is wanted) the
-// larger demo scene's. Needs a display: QT_QPA_PLATFORM=offscreen serves.
+// Usage: zoneedit_bench [CLIP] prints Markdown tables. CLIP should be 1280 x 720; default: that of
+// the larger demo scene. Needs a display; QT_QPA_PLATFORM=offscreen will do.
 #include <cstdio>
 #include <filesystem>
 #include <functional>
@@ -37,7 +37,7 @@ using platform::Key;
 using platform::Point;
 
 constexpr int kLongFrames = 100'000;
-constexpr double kLongestWaitMs = 10'000;
+constexpr double kMaxWaitMs = 10'000;
 
 /// The zone editor's window on a clip.
 class Editor {
@@ -77,7 +77,7 @@ public:
         }
         m_driver->click(u"OptionMovePoint");
     }
-    /// One sample for each move of the mouse, with the repaint that it causes.
+    /// One sample per mouse move, including the repaint it causes.
     Samples drag() {
         platform::NativeWindow& window = m_driver->native();
         Samples times;
@@ -135,7 +135,7 @@ private:
     void waitForPicture() {
         const auto began = Clock::now();
         while (m_control->video()->shownFrame != m_control->video()->currentFrame) {
-            if (millisecondsSince(began) > kLongestWaitMs) {
+            if (millisecondsSince(began) > kMaxWaitMs) {
                 throw std::runtime_error("a picture does not come");
             }
             test::gui().loop().processEvents(true);

@@ -10,10 +10,10 @@ class TheoraVideoClip;
 class TheoraAudioInterface {
 public:
     virtual ~TheoraAudioInterface() = default;
-    /// Takes the next `count` samples of every channel, interleaved, -1 to 1; may be outside that
-    /// range. Called by TheoraVideoManager::updateClips on its thread, under the clip's audio lock.
+    /// Takes the next `count` samples of every channel, interleaved; usually, not always, -1 to 1.
+    /// Called by TheoraVideoManager::updateClips on its thread, under the clip's audio lock.
     virtual void insertData(const float* samples, int count) = 0;
-    /// The samples handed over before are void: the clip has jumped. Same thread as insertData.
+    /// Discards the samples received so far: the clip has jumped. Same thread as insertData.
     virtual void flush() {}
 };
 

@@ -12,8 +12,8 @@ namespace theora {
 class TheoraDataSource {
 public:
     virtual ~TheoraDataSource() = default;
-    /// Bytes read, fewer than `count` only at the end; 0 when there are no more. A failure is no
-    /// end: it throws TheoraGenericException.
+    /// Bytes read, fewer than `count` only at the end; 0 when there are no more. A failure throws
+    /// TheoraGenericException.
     [[nodiscard]] virtual std::size_t read(void* buffer, std::size_t count) = 0;
     /// Names the source; becomes the clip's name.
     [[nodiscard]] virtual std::string repr() const = 0;

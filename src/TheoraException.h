@@ -9,7 +9,7 @@ namespace theora {
 
 class TheoraGenericException : public std::exception {
 public:
-    /// file: source name without extension as messages show it ("src\TheoraDataSource").
+    /// file: source name without extension, as shown in messages ("src\TheoraDataSource").
     TheoraGenericException(std::string message, std::string file, int line,
                            std::string type = "TheoraGenericException");
 

@@ -22,7 +22,7 @@ void TheoraFileDataSource::openIfNeeded() {
         return;
     }
     int error = 0;
-    // A folder opens on some systems and fails at the first read only.
+    // Some systems open a folder and fail only on the first read.
     const auto info = m_files.info(m_name);
     if (!info || !info->isFolder) {
         m_stream = m_files.open(m_name, platform::OpenMode::read, error);
@@ -37,7 +37,7 @@ std::size_t TheoraFileDataSource::read(void* buffer, std::size_t count) {
     openIfNeeded();
     const std::size_t got = m_lost ? 0 : m_stream->read(buffer, count);
     if (m_lost || (got < count && m_stream->lastError() != 0)) {
-        m_stream.reset(); // the next access begins afresh
+        m_stream.reset(); // reopened by the next access
         m_lost = false;
         throw TheoraGenericException("Can't read video file: " + m_name, kSource, kReadLine);
     }

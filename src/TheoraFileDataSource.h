@@ -14,8 +14,8 @@ public:
     TheoraFileDataSource(std::string name, platform::FileSystem& files);
 
     // read, seek and size throw TheoraGenericException "Can't open video file: " and the name when
-    // the file cannot be opened. A read that fails, or that follows a seek which was refused,
-    // throws "Can't read video file: " and the name; the access after it opens the file anew.
+    // the file cannot be opened. A failed read, or any read after a failed seek, throws "Can't read
+    // video file: " and the name; the next access reopens the file.
     [[nodiscard]] std::size_t read(void* buffer, std::size_t count) override;
     [[nodiscard]] std::string repr() const override { return m_name; }
     void seek(std::int64_t offset) override;

@@ -22,7 +22,7 @@ void TheoraFrameQueue::setSize(int count) {
                 m_slots.push_back(Slot{m_factory(), false, false, false, false});
             }
         } catch (const std::bad_alloc&) {
-            // Fewer frames play just as well; the line below tells.
+            // Playback works with fewer frames; logged below.
         }
     }
     if (made < count) {
@@ -74,7 +74,7 @@ bool TheoraFrameQueue::reusePixels(TheoraVideoFrame& frame, std::uint64_t identi
         }
         if (slot.inUse) {
             frame.sharePixels(*slot.frame);
-        } else { // what this frame had is left where it may be found
+        } else { // the old picture stays available for reuse
             frame.swapPixels(*slot.frame);
         }
         return true;
@@ -108,7 +108,7 @@ void TheoraFrameQueue::prepare(const TheoraPicture& picture) {
     if (!frame) {
         frame = m_factory();
     }
-    frame->decode(picture); // without the lock: the display reads frames meanwhile
+    frame->decode(picture); // unlocked: the display reads frames meanwhile
     const TheoraLock lock(m_mutex);
     m_prepared = std::move(frame);
 }
@@ -173,8 +173,8 @@ void TheoraFrameQueue::moveFrontToBack() {
     m_slots.splice(m_slots.end(), m_slots, m_slots.begin());
 }
 
-// A frame that was discarded while the display held it stands at the front until it is let go.
-void TheoraFrameQueue::letGoLocked() {
+// A frame discarded while the display holds it stays at the front until released.
+void TheoraFrameQueue::releaseHeldLocked() {
     while (!m_slots.empty() && m_slots.front().stale) {
         moveFrontToBack();
     }
@@ -183,9 +183,9 @@ void TheoraFrameQueue::letGoLocked() {
     }
 }
 
-void TheoraFrameQueue::letGo() {
+void TheoraFrameQueue::releaseHeld() {
     const TheoraLock lock(m_mutex);
-    letGoLocked();
+    releaseHeldLocked();
 }
 
 std::optional<float> TheoraFrameQueue::frontTime() const {
@@ -200,7 +200,7 @@ std::optional<float> TheoraFrameQueue::frontTime() const {
 
 TheoraVideoFrame* TheoraFrameQueue::front() {
     const TheoraLock lock(m_mutex);
-    letGoLocked();
+    releaseHeldLocked();
     if (m_slots.empty() || !m_slots.front().ready) {
         return nullptr;
     }
@@ -217,7 +217,7 @@ void TheoraFrameQueue::pop() {
 
 void TheoraFrameQueue::popWhile(const std::function<bool(TheoraVideoFrame&)>& visit) {
     const TheoraLock lock(m_mutex);
-    letGoLocked();
+    releaseHeldLocked();
     while (!m_slots.empty() && m_slots.front().ready && visit(*m_slots.front().frame)) {
         moveFrontToBack();
     }

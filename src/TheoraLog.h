@@ -1,5 +1,5 @@
-// The playback library's own debug lines. They never reach the program's log file, because they are
-// written on worker threads; the program decides where they go.
+// The playback library's own debug lines. Written on worker threads, so they never reach the
+// program's log file; the program decides where they go.
 #pragma once
 
 #include <functional>
@@ -7,8 +7,8 @@
 
 namespace theora {
 
-/// Receives one line at a time, without a line end of its own. Called on any thread, one call at a
-/// time; must not throw and must not call setLogHook.
+/// Receives one line at a time, without a line ending. Called on any thread, one call at a time;
+/// must not throw and must not call setLogHook.
 using TheoraLogHook = std::function<void(const std::string& line)>;
 
 /// Sends later lines to `hook`; an empty hook (the initial state) drops them. Any thread.

@@ -18,7 +18,7 @@ private:
     std::mutex m_mutex;
 };
 
-/// Holds the mutex for the life of the guard.
+/// Locks the mutex for the lifetime of the guard.
 class SCOPED_CAPABILITY TheoraLock {
 public:
     explicit TheoraLock(TheoraMutex& mutex) ACQUIRE(mutex) : m_mutex(mutex) { m_mutex.lock(); }

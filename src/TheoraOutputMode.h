@@ -1,5 +1,5 @@
-// The pixel formats that frames are delivered in. A mode with alpha takes the alpha of each pixel
-// from the luma of the picture's right half, so such clips show only the left half.
+// Pixel formats of delivered frames. A mode with alpha takes the alpha of each pixel from the luma
+// of the picture's right half, so such clips show only the left half.
 #pragma once
 
 namespace theora {

@@ -1,5 +1,4 @@
-// Whether a file is a clip, going by its headers alone. Used where a file is offered as a video
-// that nobody has asked to see yet.
+// Tells clips from other files by their headers alone, for lists of videos that are not open yet.
 #pragma once
 
 #include <string>
@@ -8,8 +7,8 @@
 
 namespace theora {
 
-/// True when the file at `path` (UTF-8) has the headers of a clip that a manager would load. Reads
-/// no further than headers may lie, decodes no picture. Never throws. Any thread.
+/// True when the file at `path` (UTF-8) has the headers of a clip that a manager would load. Stops
+/// reading where headers cannot be any more; decodes nothing. Never throws. Any thread.
 [[nodiscard]] bool hasTheoraHeaders(const std::string& path, platform::FileSystem& files);
 
 } // namespace theora

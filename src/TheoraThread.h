@@ -1,5 +1,5 @@
-// One thread with a running flag. The creator sets the flag before the thread starts, so that a
-// stop that comes at once is never overwritten by the thread itself.
+// One thread with a running flag. The creator sets the flag before the thread starts, so that the
+// thread cannot overwrite an immediate stop.
 #pragma once
 
 #include <atomic>
@@ -8,7 +8,7 @@
 namespace theora {
 
 /// start, stop and join belong to the thread that owns the object. A derived class must stop and
-/// join in its own destructor: execute() is gone afterwards.
+/// join in its own destructor: execute() no longer exists in the base destructor.
 class TheoraThread {
 public:
     TheoraThread() = default;
@@ -16,11 +16,11 @@ public:
     TheoraThread(const TheoraThread&) = delete;
     TheoraThread& operator=(const TheoraThread&) = delete;
 
-    /// Waits for an earlier run to end, then starts anew.
+    /// Waits for an earlier run to end, then starts another.
     void start();
-    /// Only asks: execute() returns when it next looks at isRunning().
+    /// Only a request: execute() returns when it next checks isRunning().
     void stop() { m_running.store(false); }
-    /// Waits until execute() has returned; at once when it never started.
+    /// Waits until execute() has returned; returns at once when it never started.
     void join();
     [[nodiscard]] bool isRunning() const { return m_running.load(); }
 

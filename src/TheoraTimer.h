@@ -1,5 +1,5 @@
 // The playback clock of a clip, in seconds. The display advances it, the worker sets it on a seek;
-// every field is atomic, so both may do so at any moment.
+// every field is atomic, so both may do so at any time.
 #pragma once
 
 #include <atomic>
@@ -16,7 +16,7 @@ public:
     virtual void pause() { m_paused.store(true); }
     virtual void play() { m_paused.store(false); }
     [[nodiscard]] virtual bool isPaused() const { return m_paused.load(); }
-    /// Does nothing: a stopped clock is a paused one.
+    /// Does nothing: to stop the clock, pause it.
     virtual void stop() {}
     virtual void setSpeed(float speed) { m_speed.store(speed); }
     [[nodiscard]] virtual float getSpeed() const { return m_speed.load(); }

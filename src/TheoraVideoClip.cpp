@@ -12,9 +12,9 @@ namespace {
 
 constexpr const char* kSource = "src\\TheoraVideoClip";
 constexpr int kInvalidModeLine = 241;
-constexpr float kLongestCatchUp = 1.0F; // seconds into the new pass that a restart may start at
-constexpr float kOldPassFrom = 0.5F;    // later frames at a restart are of the pass before
-constexpr float kNewPassUntil = 2.0F;   // earlier frames before a restart are of the pass to come
+constexpr float kMaxCatchUp = 1.0F;   // seconds into the new pass that a restart may start at
+constexpr float kOldPassFrom = 0.5F;  // later frames at a restart belong to the old pass
+constexpr float kNewPassUntil = 2.0F; // earlier frames before a restart belong to the next pass
 constexpr std::size_t kQueueByteLimit = std::size_t{512} << 20U;
 
 int nextPowerOfTwo(int value) {
@@ -77,7 +77,7 @@ void TheoraVideoClip::setOutputMode(TheoraOutputMode mode) {
         return;
     }
     m_requestedOutputMode.store(mode);
-    m_yieldRequests.fetch_add(1); // a seek in progress lets go of the lock and goes on later
+    m_yieldRequests.fetch_add(1); // a running seek gives up the lock and resumes later
     {
         const TheoraLock lock(m_access);
         m_outputMode.store(mode);
@@ -107,27 +107,27 @@ void TheoraVideoClip::update(float timeStep) {
     m_timer->update(timeStep);
     const float time = m_timer->getTime();
     if (m_restartPending.load() && m_restartAtEnd.load() && time >= m_passLength.load()) {
-        followRestart(time - m_passLength.load());
+        applyRestart(time - m_passLength.load());
     }
 }
 
-void TheoraVideoClip::wrapRound(std::int64_t framesPlayed) {
-    if (m_duration < 0) { // only the decoder knows how long it was
+void TheoraVideoClip::wrapAround(std::int64_t framesPlayed) {
+    if (m_duration < 0) { // known to the decoder only
         m_passLength.store(static_cast<float>(framesPlayed) / m_fps);
     }
     m_restartPending.store(true);
 }
 
-void TheoraVideoClip::followRestart(float overshoot) {
+void TheoraVideoClip::applyRestart(float overshoot) {
     m_iteration.store(1 - m_iteration.load());
-    m_timer->seek(std::min(overshoot, kLongestCatchUp));
+    m_timer->seek(std::min(overshoot, kMaxCatchUp));
     m_restartPending.store(false);
     int handled = 0;
     m_frameQueue->popWhile([&](TheoraVideoFrame& frame) {
         if (frame.getTimeToDisplay() <= kOldPassFrom) {
             return false;
         }
-        if (handled++ == 0) { // shown once more, as the first picture of the new pass
+        if (handled++ == 0) { // shown again as the first picture of the new pass
             frame.setTimeToDisplay(overshoot);
             frame.setIteration(1 - frame.getIteration());
             if (overshoot <= kOldPassFrom) {
@@ -157,13 +157,13 @@ TheoraVideoFrame* TheoraVideoClip::peekReadyFrame() {
         return nullptr;
     }
     if (pendingSeekFrame.load() != -1) {
-        m_frameQueue->letGo(); // in a short queue the seek may need this very frame
+        m_frameQueue->releaseHeld(); // in a short queue the seek may need this very frame
         return nullptr;
     }
     const float time = m_timer->getTime();
     for (;;) {
         TheoraVideoFrame* frame = m_frameQueue->front();
-        if (frame == nullptr || frame->getTimeToDisplay() > time || isBehindSeek(*frame)) {
+        if (frame == nullptr || frame->getTimeToDisplay() > time || isPastSeekTarget(*frame)) {
             return nullptr;
         }
         const bool late = time > frame->getTimeToDisplay() + m_frameDuration;
@@ -179,12 +179,12 @@ TheoraVideoFrame* TheoraVideoClip::peekReadyFrame() {
     }
 }
 
-// From about the eight millionth frame on neighbours may have the same time. On a clock that stands
-// still only the frame that was asked for is due.
-bool TheoraVideoClip::isBehindSeek(const TheoraVideoFrame& frame) const {
-    const int sought = m_soughtFrame.load();
-    return sought >= 0 && frame.getFrameNumber() > sought && m_timer->isPaused() &&
-           frame.getTimeToDisplay() == timeOfFrame(sought);
+// From about frame eight million on, neighbours may have the same time. On a paused clock only the
+// requested frame is due.
+bool TheoraVideoClip::isPastSeekTarget(const TheoraVideoFrame& frame) const {
+    const int target = m_seekTarget.load();
+    return target >= 0 && frame.getFrameNumber() > target && m_timer->isPaused() &&
+           frame.getTimeToDisplay() == timeOfFrame(target);
 }
 
 void TheoraVideoClip::releaseShownFrame() {
@@ -241,7 +241,7 @@ bool TheoraVideoClip::decodeOnWorker() {
     } catch (const std::exception& error) {
         writeLog(m_name + ": " + error.what());
         endOfFile.store(true);
-        int expected = wanted; // a newer request stays
+        int expected = wanted; // a newer request stays pending
         if (wanted != -1) {
             pendingSeekFrame.compare_exchange_strong(expected, -1);
         }
@@ -252,7 +252,7 @@ bool TheoraVideoClip::decodeOnWorker() {
 bool TheoraVideoClip::runSeek(int frame) {
     const float time = timeOfFrame(frame);
     m_seeking.store(true);
-    m_soughtFrame.store(frame);
+    m_seekTarget.store(frame);
     m_timer->seek(time);
     endOfFile.store(false);
     m_restartPending.store(false);
@@ -263,9 +263,9 @@ bool TheoraVideoClip::runSeek(int frame) {
         m_seeking.store(false);
         throw;
     }
-    m_timer->seek(time); // a step that was under way when the clock was stopped
+    m_timer->seek(time); // undoes a step that was in progress when the clock was halted
     m_seeking.store(false);
-    int expected = frame; // a request made meanwhile stays
+    int expected = frame; // a newer request stays pending
     if (done) {
         pendingSeekFrame.compare_exchange_strong(expected, -1);
     }

@@ -1,5 +1,5 @@
-// One picture of the frame queue, converted to the clip's output mode. Made once and refilled for
-// the whole life of the queue.
+// One picture of the frame queue, converted to the clip's output mode. Reused for the life of the
+// queue.
 #pragma once
 
 #include <cstddef>
@@ -12,16 +12,15 @@
 
 namespace theora {
 
-/// What a frame needs to know of its clip.
+/// What a frame needs to know about its clip.
 struct TheoraFrameFormat {
     TheoraOutputMode mode = TheoraOutputMode::TH_RGB;
     int width = 0;  ///< shown pixels of a row: half the picture's when the mode has alpha
     int height = 0; ///< rows
-    int stride = 0; ///< pixels of a row that memory is reserved for, at least `width`
+    int stride = 0; ///< allocated pixels per row, at least `width`
 };
 
-/// The worker fills a frame that it took from the queue; the display reads one that the queue
-/// handed out. The queue's lock passes it from one to the other.
+/// Filled by a worker, then read by the display; the queue's lock synchronises the hand-over.
 class TheoraVideoFrame {
 public:
     /// Fills the buffer with 0xFF bytes. Throws std::bad_alloc.
@@ -30,21 +29,21 @@ public:
     TheoraVideoFrame(const TheoraVideoFrame&) = delete;
     TheoraVideoFrame& operator=(const TheoraVideoFrame&) = delete;
 
-    /// Converts the picture's top left getWidth() x getHeight() pixels into the buffer. Pixels that
-    /// the picture lacks keep what the buffer held.
+    /// Converts the picture's top left getWidth() x getHeight() pixels into the buffer. Pixels
+    /// outside the picture keep their old values.
     virtual void decode(const TheoraPicture& picture);
     /// Takes a picture that is already in the output mode: getHeight() rows, `rowBytes` apart.
     void copyConverted(const std::uint8_t* pixels, std::ptrdiff_t rowBytes);
-    /// Shows the pixels of `other` from now on, nothing being copied: clips repeat pictures. The
-    /// next picture of either frame goes into memory of its own. other: of the same format.
+    /// Shares the pixels of `other` without copying, since clips repeat pictures. The next picture
+    /// of either frame goes into separate memory. other: of the same format.
     void sharePixels(TheoraVideoFrame& other);
     /// Exchanges the memory, and so the pictures. other: of the same format.
     void swapPixels(TheoraVideoFrame& other) { m_pixels.swap(other.m_pixels); }
-    /// TheoraPicture::identity of what the buffer holds; 0 = not known.
+    /// TheoraPicture::identity of the picture; 0 = unknown.
     [[nodiscard]] std::uint64_t getPictureIdentity() const { return m_pixels->identity; }
 
-    /// getHeight() rows from the top, packed at getRowBytes(), bytes in the order of the mode. The
-    /// memory has room for stride * height pixels.
+    /// getHeight() rows from the top, packed at getRowBytes(), byte order as in the mode. Allocated
+    /// for stride * height pixels.
     [[nodiscard]] const std::uint8_t* getBuffer() const { return m_pixels->bytes.get(); }
     [[nodiscard]] std::size_t getBufferSize() const;
     [[nodiscard]] int getRowBytes() const { return m_format.width * m_bpp; }
@@ -59,7 +58,7 @@ public:
     /// 0 or 1: which pass over the clip the frame belongs to; toggles at every restart.
     [[nodiscard]] int getIteration() const { return m_iteration; }
 
-    /// False: the clip has no frame of this number, and the nearest picture is shown instead.
+    /// False: the clip has no frame with this number; this is the nearest picture.
     [[nodiscard]] bool hasOwnPicture() const { return m_hasOwnPicture; }
 
     void setFrameNumber(int number) { m_frameNumber = number; }
@@ -68,8 +67,8 @@ public:
     void setHasOwnPicture(bool isOwn) { m_hasOwnPicture = isOwn; }
 
 private:
-    /// Held by every frame that shows them. `spares`: what those frames had before, one less than
-    /// they are, so that a frame which needs memory of its own again always finds some.
+    /// Shared by the frames that show them. `spares`: the former buffers of all but one of these
+    /// frames, so that each can get its own buffer back.
     struct Pixels {
         std::unique_ptr<std::uint8_t[]> bytes;
         std::uint64_t identity = 0;

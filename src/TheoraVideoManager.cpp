@@ -40,7 +40,7 @@ TheoraVideoManager::TheoraVideoManager(int workerCount, platform::FileSystem& fi
         m_workers.push_back(std::make_unique<TheoraWorkerThread>(*this));
         m_workers.back()->start();
     }
-    g_instance.store(this); // last: a manager whose threads cannot be started is none
+    g_instance.store(this); // last: starting the threads may throw
 }
 
 TheoraVideoManager::~TheoraVideoManager() {
@@ -82,7 +82,7 @@ TheoraVideoClip* TheoraVideoManager::createClip(std::unique_ptr<TheoraDataSource
     try {
         clip->load();
     } catch (const TheoraGenericException& error) {
-        writeLog(error.getErrorText()); // what the caller shows says less
+        writeLog(error.getErrorText()); // the caller shows less
         throw;
     }
     TheoraVideoClip* created = clip.get();
@@ -95,7 +95,7 @@ TheoraVideoClip* TheoraVideoManager::createClip(std::unique_ptr<TheoraDataSource
 }
 
 void TheoraVideoManager::updateClips(float timeStep) {
-    std::vector<TheoraVideoClip*> clips; // no lock is held while clips hand on their sound
+    std::vector<TheoraVideoClip*> clips; // no lock is held while clips pass on their sound
     {
         const TheoraLock lock(m_workMutex);
         for (auto& clip : m_clips) {

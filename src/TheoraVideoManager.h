@@ -19,14 +19,13 @@
 
 namespace theora {
 
-/// Everything but the part for the workers belongs to one thread (the user interface's).
+/// One thread (the UI thread), except for the part for the workers.
 class TheoraVideoManager {
 public:
     /// Writes the banner to the library's log and starts the workers. files: outlives the manager.
     explicit TheoraVideoManager(int workerCount,
                                 platform::FileSystem& files = platform::nativeFileSystem());
-    /// Stops and joins the workers, then deletes the clips. Interrupts decoding between two
-    /// packets.
+    /// Stops and joins the workers, interrupting them between packets, then deletes the clips.
     virtual ~TheoraVideoManager();
     TheoraVideoManager(const TheoraVideoManager&) = delete;
     TheoraVideoManager& operator=(const TheoraVideoManager&) = delete;
@@ -35,20 +34,19 @@ public:
     [[nodiscard]] static TheoraVideoManager* getInstance();
 
     /// Loads the file at `path` (UTF-8). precacheCount: frames in the clip's queue, 0 = 8. The
-    /// manager owns the clip, which decodes at once. Never null; throws TheoraGenericException, and
-    /// nothing of the clip is left then.
+    /// manager owns the clip, which starts decoding at once. Never null; throws
+    /// TheoraGenericException, leaving no clip behind.
     TheoraVideoClip* createClip(const std::string& path, TheoraOutputMode mode,
                                 int precacheCount = 0, bool powerOfTwoStride = false);
-    /// Likewise from any source, which the clip owns from now on.
+    /// The same from any source; the clip takes ownership.
     TheoraVideoClip* createClip(std::unique_ptr<TheoraDataSource> source, TheoraOutputMode mode,
                                 int precacheCount = 0, bool powerOfTwoStride = false);
-    /// Advances every clip by timeStep seconds and hands on its decoded sound. Never decodes or
+    /// Advances every clip by timeStep seconds and passes on its decoded sound. Never decodes or
     /// seeks.
     void updateClips(float timeStep);
 
-    /// Called on a worker each time a frame has become ready, with no lock of the library held but
-    /// the callback's own; must not throw and must not call the manager. An empty function ends the
-    /// calls: none runs after this returns.
+    /// Called on a worker whenever a frame becomes ready, holding only the callback lock; must not
+    /// throw or call the manager. An empty function disables it: no call runs after this returns.
     void setFrameReadyCallback(std::function<void()> callback) EXCLUDES(m_callbackMutex);
     /// For clips created later. factory: outlives the manager; null (initially) = silence.
     void setAudioInterfaceFactory(TheoraAudioInterfaceFactory* factory) {
@@ -60,7 +58,7 @@ public:
     [[nodiscard]] TheoraVideoClip* requestWork(TheoraWorkerThread* worker) EXCLUDES(m_workMutex);
     /// Ends the assignment that requestWork made.
     void workDone(TheoraVideoClip& clip) EXCLUDES(m_workMutex);
-    /// Runs the callback, if there is one.
+    /// Runs the callback, if any.
     void notifyFrameReady() EXCLUDES(m_callbackMutex);
     /// What idle workers wait for.
     [[nodiscard]] TheoraWorkSignal& workSignal() { return m_workSignal; }

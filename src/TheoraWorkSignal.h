@@ -1,5 +1,5 @@
-// Wakes idle workers: a seek, a released frame or a stop raises it, and a worker that found nothing
-// to do waits for it. A raise between looking for work and waiting is never lost.
+// Wakes idle workers: raised by a seek, a released frame or a stop, awaited by workers that found
+// nothing to do. A raise between looking for work and waiting is never lost.
 #pragma once
 
 #include <chrono>
@@ -15,7 +15,7 @@ public:
     /// Read this before looking for work.
     [[nodiscard]] std::uint64_t count() const EXCLUDES(m_mutex);
     void raise() EXCLUDES(m_mutex);
-    /// Returns when the count differs from `seen`, at the latest after `limit`.
+    /// Returns when the count differs from `seen`, after `limit` at the latest.
     void wait(std::uint64_t seen, std::chrono::milliseconds limit) EXCLUDES(m_mutex);
 
 private:

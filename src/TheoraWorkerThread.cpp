@@ -36,12 +36,11 @@ void TheoraWorkerThread::execute() {
         }
         const bool produced = clip->decodeOnWorker();
         const bool displayWaits = clip->getNumReadyFrames() <= 1;
-        m_manager.workDone(*clip); // from here on the clip may be gone
+        m_manager.workDone(*clip); // the clip may be deleted from here on
         if (produced) {
             m_manager.notifyFrameReady();
-            // The display was woken, but perhaps for this very processor, where it would stand
-            // behind the frames that are decoded ahead for as long as the scheduler lets a thread
-            // run.
+            // The display may have been scheduled on this very processor, where it would wait a
+            // whole time slice behind frames being decoded ahead.
             if (displayWaits) {
                 std::this_thread::yield();
             }

@@ -10,9 +10,10 @@ namespace {
 constexpr int kSynthesisLine = 311;
 constexpr int kMaxProbes = 64;
 constexpr std::int64_t kWalkBytes = 64 * 1024;
-constexpr std::int64_t kSilencePiece = 4096; // samples
-// Floats: over a minute of stereo. A damaged file may claim any rate and promise sound hours away.
-constexpr std::size_t kMostQueued = std::size_t{1} << 23U;
+constexpr std::int64_t kSilenceChunk = 4096; // samples
+// Floats: over a minute of stereo. A damaged file may claim any rate, or sound that starts hours
+// on.
+constexpr std::size_t kMaxQueued = std::size_t{1} << 23U;
 
 bool isVorbisHeader(const ogg_packet& packet) {
     return packet.bytes > 0 && (packet.packet[0] & 1U) != 0;
@@ -137,7 +138,7 @@ bool AudioTrack::decodePage(std::vector<float>& samples, std::int64_t& first) {
     return true;
 }
 
-// A page says which sample its last packet ends with; that places all samples before it too.
+// A page gives the position of its last packet's end, and so of all samples before it.
 void AudioTrack::place(ogg_page& page, std::vector<float>& samples, std::int64_t& first) {
     const std::int64_t granule = ogg_page_granulepos(&page);
     if (granule < 0 && m_nextSample < 0) {
@@ -145,11 +146,11 @@ void AudioTrack::place(ogg_page& page, std::vector<float>& samples, std::int64_t
     }
     auto count = static_cast<std::int64_t>(m_unplaced.size() / m_channels);
     if (m_nextSample < 0) {
-        m_nextSample = granule - count; // below 0: samples that only prime the start
+        m_nextSample = granule - count; // below 0: samples that only prime the synthesis
     } else if (ogg_page_eos(&page) != 0 && granule >= 0 && granule < m_nextSample + count) {
         count = std::max<std::int64_t>(granule - m_nextSample, 0); // padding at the end
     } else if (granule >= 0) {
-        m_nextSample = std::max(granule - count, std::int64_t{0}); // data may be missing between
+        m_nextSample = std::max(granule - count, std::int64_t{0}); // data may be missing in between
     }
     first = m_nextSample;
     m_nextSample += count;
@@ -167,7 +168,7 @@ void AudioTrack::queue(std::vector<float> samples) {
 
 bool AudioTrack::isFull() {
     const TheoraLock lock(m_mutex);
-    return m_queued >= kMostQueued;
+    return m_queued >= kMaxQueued;
 }
 
 void AudioTrack::decodeUntil(float time) {
@@ -179,15 +180,15 @@ void AudioTrack::decodeUntil(float time) {
             m_ended = !m_pages.stopped();
             return;
         }
-        // Silence up to where the sound starts, but not all of a long one at once.
+        // Silence up to the start of the sound, a long one in chunks.
         while (!samples.empty() && first > m_wantedSample) {
-            const std::int64_t piece = std::min(first - m_wantedSample, kSilencePiece);
+            const std::int64_t chunk = std::min(first - m_wantedSample, kSilenceChunk);
             if (m_wantedSample >= until || isFull()) {
                 m_nextSample = -1; // this page is decoded again when its time comes
                 startAt(findPage(m_wantedSample));
                 return;
             }
-            queue(std::vector<float>(static_cast<std::size_t>(piece) * m_channels));
+            queue(std::vector<float>(static_cast<std::size_t>(chunk) * m_channels));
         }
         const auto surplus =
             static_cast<std::size_t>(std::max<std::int64_t>(m_wantedSample - first, 0)) *

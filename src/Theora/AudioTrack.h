@@ -1,6 +1,6 @@
-// The Vorbis track of a clip: decoded on the worker a little ahead of the pictures, handed to the
-// audio interface by the display thread. Reads the file at a place of its own, so that pictures can
-// come from a cache while the sound goes on.
+// The Vorbis track of a clip: decoded on the worker a little ahead of the pictures, passed to the
+// audio interface by the display thread. Has its own file position, so that pictures can come from
+// a cache while sound continues.
 #pragma once
 
 #include <cstdint>
@@ -42,16 +42,16 @@ public:
                std::unique_ptr<TheoraAudioInterface> sink);
 
     // Worker, one at a time.
-    /// Drops what is queued; the next sample handed out is the one at `time` seconds. Where the
-    /// sound starts later, silence comes first.
+    /// Drops queued sound; the next sample is the one at `time` seconds. Sound that starts later is
+    /// preceded by silence.
     void seek(float time) EXCLUDES(m_mutex);
-    /// Starts again from the beginning behind what is queued.
+    /// Restarts from the beginning, after what is queued.
     void rewind();
-    /// Decodes until sound is queued up to `time` seconds; stops at the end of the data, and while
-    /// more is queued than anybody needs at once.
+    /// Decodes until sound is queued up to `time` seconds; stops at the end of the data, and when
+    /// the queue is full.
     void decodeUntil(float time) EXCLUDES(m_mutex);
 
-    /// Hands everything queued to the sink. Display thread.
+    /// Passes everything queued to the sink. Display thread.
     void handOver() EXCLUDES(m_mutex);
 
 private:
@@ -68,16 +68,16 @@ private:
     OggStream m_stream;
     VorbisSynthesis m_synthesis;
     const std::size_t m_channels;
-    std::vector<float> m_unplaced;   ///< decoded before any page said where
-    std::int64_t m_nextSample = -1;  ///< of the stream; -1 = not known yet
+    std::vector<float> m_unplaced;   ///< decoded before any page gave a position
+    std::int64_t m_nextSample = -1;  ///< of the stream; -1 = unknown
     std::int64_t m_wantedSample = 0; ///< the next one to be queued
-    bool m_ended = false;            ///< the data is
+    bool m_ended = false;            ///< end of data reached
 
     TheoraMutex m_mutex; ///< the clip's audio lock
     const std::unique_ptr<TheoraAudioInterface> m_sink;
-    std::deque<std::vector<float>> m_blocks GUARDED_BY(m_mutex); ///< interleaved, not handed over
+    std::deque<std::vector<float>> m_blocks GUARDED_BY(m_mutex); ///< interleaved
     std::size_t m_queued GUARDED_BY(m_mutex) = 0;                ///< floats in m_blocks
-    bool m_jumped GUARDED_BY(m_mutex) = false;                   ///< the sink is to be flushed
+    bool m_jumped GUARDED_BY(m_mutex) = false;                   ///< the sink must be flushed
 };
 
 } // namespace theora

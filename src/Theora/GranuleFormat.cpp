@@ -5,7 +5,7 @@
 namespace theora {
 namespace {
 
-// Far above any clip and far below where sums of frame numbers overflow: positions may be damaged.
+// Damaged positions: above any real clip, low enough that sums of frame numbers cannot overflow.
 constexpr std::int64_t kHighest = std::int64_t{1} << 40U;
 
 bool countsFromOne(const th_info& info) {

@@ -1,6 +1,5 @@
-// Owners for the structures of libogg, libtheora and libvorbis: each is initialised when made and
-// cleared when destroyed, so that an exception leaks nothing.
-// Used by the sources of this folder, and by tests that need the same libraries.
+// RAII guards for the structures of libogg, libtheora and libvorbis. Used by the sources of this
+// folder and by tests of the same libraries.
 #pragma once
 
 #include <memory>
@@ -11,8 +10,8 @@
 
 namespace theora {
 
-/// A C structure with an init and a clear function; not copied or moved, as some point into
-/// themselves.
+/// A C structure with an init and a clear function; neither copied nor moved, as some hold pointers
+/// into themselves.
 template <typename T, auto Init, auto Clear>
 class OggGuard {
 public:

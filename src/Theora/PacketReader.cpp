@@ -12,21 +12,20 @@ PacketReader::PacketReader(SharedSource& source, const StopCheck& stop, const St
     rewind();
 }
 
-void PacketReader::start(const PagePlace& place) {
+void PacketReader::start(const PagePosition& position) {
     ogg_stream_reset(m_stream.get());
     m_packets.clear();
     m_index = 0;
-    m_pages.seek(place.offset);
+    m_pages.seek(position.offset);
     m_nextNumber = m_layout.firstFrame;
-    if (place.isStart) {
+    if (position.isStart) {
         return;
     }
-    // The page itself is read for the packet that may begin at its end; the rest of it is passed
-    // over.
+    // The page itself is read since a packet may begin at its end; the rest is skipped.
     if (loadPage()) {
         m_index = m_packets.size();
     }
-    m_nextNumber = place.frame + 1;
+    m_nextNumber = position.frame + 1;
 }
 
 const FramePacket* PacketReader::peek() {
@@ -46,7 +45,7 @@ bool PacketReader::loadPage() {
         }
     } while (ogg_page_serialno(&page) != m_layout.serial);
     if (beginsTheoraStream(page) && m_pages.pageOffset() > m_layout.dataStart) {
-        m_pages.seek(m_pages.sourceSize()); // a further stream of the same number: not ours
+        m_pages.seek(m_pages.sourceSize()); // another stream with the same serial number
         return false;
     }
     ogg_stream_pagein(m_stream.get(), &page);

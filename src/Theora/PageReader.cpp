@@ -22,7 +22,7 @@ bool PageReader::next(ogg_page& page, std::int64_t limit) {
             m_offset += skipped;
             return m_pageOffset < limit;
         }
-        if (skipped < 0) { // bytes that belong to no page
+        if (skipped < 0) { // bytes outside any page
             m_offset -= skipped;
             continue;
         }

@@ -11,7 +11,7 @@
 
 namespace theora {
 
-/// Asked between reads; true = stop reading now.
+/// Called between reads; true = stop reading now.
 using StopCheck = std::function<bool()>;
 
 /// One thread.
@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool next(ogg_page& page, std::int64_t limit = INT64_MAX);
     /// Offset of the page that next() returned last.
     [[nodiscard]] std::int64_t pageOffset() const { return m_pageOffset; }
-    /// Offset behind that page.
+    /// Offset just past that page.
     [[nodiscard]] std::int64_t offset() const { return m_offset; }
     [[nodiscard]] bool stopped() const { return m_stop && m_stop(); }
     [[nodiscard]] std::int64_t sourceSize() const { return m_source.size(); }

@@ -5,14 +5,13 @@
 namespace theora {
 namespace {
 
-constexpr int kMaxProbes = 64; // a damaged file may never settle
+constexpr int kMaxProbes = 64; // on damaged files the search may not converge
 constexpr int kTrustedProbes = 8;
-constexpr std::int64_t kWalkBytes = 96 * 1024;    // intervals below this are walked page by page
-constexpr std::int64_t kLongestWalk = 512 * 1024; // before the rate is no longer trusted
-constexpr std::int64_t kAimBefore =
-    48 * 1024;                     // aim short of the frame: pages behind it are useless
-constexpr double kFarthest = 1e15; // bytes; frame numbers may be damaged
-constexpr std::size_t kMostKnown = 4096;
+constexpr std::int64_t kWalkBytes = 96 * 1024; // intervals below this are walked page by page
+constexpr std::int64_t kMaxWalk = 512 * 1024;  // after that the rate is not trusted
+constexpr std::int64_t kAimBefore = 48 * 1024; // aim short of the frame: pages after it are useless
+constexpr double kMaxDistance = 1e15;          // bytes; frame numbers may be damaged
+constexpr std::size_t kMaxKnown = 4096;
 constexpr std::int64_t kFirstBackwardStep = 64; // frames; doubled until a keyframe is found
 
 } // namespace
@@ -22,18 +21,18 @@ PageSearch::PageSearch(SharedSource& source, const StopCheck& stop, const Stream
     : m_layout(layout), m_format(format), m_pages(source, stop),
       m_packets(source, stop, layout, format) {}
 
-bool PageSearch::nextNumberedPage(PagePlace& place, std::int64_t limit) {
+bool PageSearch::nextNumberedPage(PagePosition& position, std::int64_t limit) {
     ogg_page page;
     while (m_pages.next(page, limit)) {
         const std::int64_t granule = ogg_page_granulepos(&page);
-        // Old encoders repeat the position of the packet before on a page that ends none. Reading
-        // from there would miss the packet in the middle of which that page stands.
+        // On a page in the middle of a packet, old encoders repeat the position of the previous
+        // packet. Reading from there would miss the packet.
         if (ogg_page_serialno(&page) != m_layout.serial || granule < 0 ||
             ogg_page_packets(&page) == 0 || m_pages.pageOffset() < m_layout.firstPage) {
             continue;
         }
-        place = {m_pages.pageOffset(), m_format.frameOf(granule), m_format.keyframeOf(granule),
-                 false};
+        position = {m_pages.pageOffset(), m_format.frameOf(granule), m_format.keyframeOf(granule),
+                    false};
         return true;
     }
     return false;
@@ -45,16 +44,17 @@ double PageSearch::bytesPerFrame() const {
            static_cast<double>(frames);
 }
 
-// On from the nearer end of the interval by the file's average rate, short of the frame by
-// `margin`.
+// Extrapolates from the nearer end of the interval by the file's average rate, stopping short of
+// the frame by `margin`.
 std::int64_t PageSearch::guess(const Interval& interval, std::int64_t frame,
                                std::int64_t margin) const {
     const std::int64_t lowFrame = std::max(interval.low.frame, m_layout.firstFrame - 1);
     const auto up = static_cast<double>(frame - lowFrame);
     const auto down = static_cast<double>(interval.highFrame - frame);
     const double distance = up <= down ? up * bytesPerFrame() : -down * bytesPerFrame();
-    const std::int64_t aim = (up <= down ? interval.low.offset : interval.high) - margin +
-                             static_cast<std::int64_t>(std::clamp(distance, -kFarthest, kFarthest));
+    const std::int64_t aim =
+        (up <= down ? interval.low.offset : interval.high) - margin +
+        static_cast<std::int64_t>(std::clamp(distance, -kMaxDistance, kMaxDistance));
     if (interval.highFrame > lowFrame && aim > interval.low.offset && aim < interval.high) {
         return aim;
     }
@@ -72,17 +72,17 @@ void PageSearch::startFromKnownPages(Interval& interval, std::int64_t frame) con
     }
 }
 
-void PageSearch::remember(const PagePlace& place) {
-    if (place.isStart) {
+void PageSearch::remember(const PagePosition& position) {
+    if (position.isStart) {
         return;
     }
-    if (m_known.size() >= kMostKnown) {
+    if (m_known.size() >= kMaxKnown) {
         m_known.clear();
     }
-    m_known.insert_or_assign(place.frame, place);
+    m_known.insert_or_assign(position.frame, position);
 }
 
-// Whether the frame is, by the interval's average rate, within a short walk from the lower end.
+// Whether the frame, by the interval's average rate, is a short walk from the lower end.
 bool PageSearch::isNear(const Interval& interval, std::int64_t frame) const {
     const std::int64_t lowFrame = std::max(interval.low.frame, m_layout.firstFrame - 1);
     const std::int64_t frames = std::max<std::int64_t>(interval.highFrame - lowFrame, 1);
@@ -99,16 +99,16 @@ void PageSearch::narrow(Interval& interval, std::int64_t frame, bool trustRate) 
             (trustRate && (round > 0 || !interval.low.isStart) && isNear(interval, frame))) {
             return;
         }
-        // Rates that mislead again and again are given up for halving.
+        // Bisect when rates keep misleading.
         const std::int64_t at = round < kTrustedProbes ? guess(interval, frame, margin)
                                                        : interval.low.offset + before / 2;
         ++m_probes;
         m_pages.seek(at);
-        PagePlace found;
+        PagePosition found;
         if (nextNumberedPage(found, interval.high) && found.frame < frame) {
             interval.low = found;
             margin = kAimBefore;
-        } else { // too far, or inside a large frame: a longer step back the next time
+        } else { // too far, or inside a large frame: step back further next time
             interval.high = at;
             interval.highFrame = std::max(found.frame, frame);
             margin *= 4;
@@ -117,11 +117,11 @@ void PageSearch::narrow(Interval& interval, std::int64_t frame, bool trustRate) 
     }
 }
 
-// Moves the lower end page by page to the last one before the frame. False when that took too long.
+// Moves the lower end page by page to the last page before the frame. False when that is too far.
 bool PageSearch::walk(Interval& interval, std::int64_t frame, std::int64_t limit) {
     m_pages.seek(interval.low.offset);
     const std::int64_t end = interval.low.offset + limit;
-    PagePlace next;
+    PagePosition next;
     while (nextNumberedPage(next, INT64_MAX)) {
         if (next.frame >= frame) {
             return true;
@@ -135,7 +135,7 @@ bool PageSearch::walk(Interval& interval, std::int64_t frame, std::int64_t limit
     return true;
 }
 
-PagePlace PageSearch::lastPageBefore(std::int64_t frame) {
+PagePosition PageSearch::lastPageBefore(std::int64_t frame) {
     Interval interval;
     interval.low = {m_layout.dataStart, -1, -1, true};
     if (frame <= m_layout.firstFrame) {
@@ -145,16 +145,16 @@ PagePlace PageSearch::lastPageBefore(std::int64_t frame) {
     interval.highFrame = m_layout.frameCount;
     startFromKnownPages(interval, frame);
     narrow(interval, frame, true);
-    if (!walk(interval, frame, kLongestWalk)) { // the rate misled
+    if (!walk(interval, frame, kMaxWalk)) { // the rate misled
         narrow(interval, frame, false);
         (void)walk(interval, frame, INT64_MAX / 2);
     }
     return interval.low;
 }
 
-DecodeStart PageSearch::lastKeyframeBetween(const PagePlace& place, std::int64_t frame) {
-    DecodeStart start{place, -1, false};
-    m_packets.start(place);
+DecodeStart PageSearch::lastKeyframeBetween(const PagePosition& position, std::int64_t frame) {
+    DecodeStart start{position, -1, false};
+    m_packets.start(position);
     for (const FramePacket* packet = m_packets.peek(); packet != nullptr && packet->number <= frame;
          packet = m_packets.peek()) {
         if (packet->isKeyframe) {
@@ -167,13 +167,12 @@ DecodeStart PageSearch::lastKeyframeBetween(const PagePlace& place, std::int64_t
 }
 
 DecodeStart PageSearch::startFor(std::int64_t frame) {
-    const PagePlace before = lastPageBefore(frame);
+    const PagePosition before = lastPageBefore(frame);
     DecodeStart start = lastKeyframeBetween(before, frame);
     if (start.isKeyframe) {
         return start;
     }
-    // None between that page and the frame, so both depend on the same keyframe, which the page
-    // names.
+    // None in between, so the frame depends on the keyframe that the page names.
     if (!before.isStart && before.keyframe >= m_layout.firstFrame &&
         before.keyframe <= before.frame) {
         start = lastKeyframeBetween(lastPageBefore(before.keyframe), before.keyframe);
@@ -184,16 +183,16 @@ DecodeStart PageSearch::startFor(std::int64_t frame) {
     return searchBackwards(before.isStart ? frame : before.frame);
 }
 
-// The page lied or the keyframe is damaged: look at the packets themselves.
+// The page is wrong or the keyframe damaged: check the packets themselves.
 DecodeStart PageSearch::searchBackwards(std::int64_t frame) {
     for (std::int64_t step = kFirstBackwardStep;; step *= 2) {
-        const PagePlace place = lastPageBefore(frame - step);
-        DecodeStart start = lastKeyframeBetween(place, frame);
+        const PagePosition position = lastPageBefore(frame - step);
+        DecodeStart start = lastKeyframeBetween(position, frame);
         if (start.isKeyframe || m_packets.stopped()) {
             return start;
         }
-        if (place.isStart) {
-            return {place, m_layout.firstFrame, false};
+        if (position.isStart) {
+            return {position, m_layout.firstFrame, false};
         }
     }
 }

@@ -6,8 +6,8 @@ namespace theora {
 namespace {
 
 constexpr int kDecoderLine = 203;
-constexpr std::uint8_t kBlankSample = 0x80; // as libtheora starts a stream without a keyframe
-// This far ahead decoding on is taken for shorter than a keyframe in between, without looking.
+constexpr std::uint8_t kBlankSample = 0x80; // what libtheora starts with, without a keyframe
+// Up to this distance, decode on without searching for a keyframe in between.
 constexpr std::int64_t kDecodeOn = 4;
 
 std::uint64_t newIdentity() {
@@ -35,7 +35,7 @@ void PictureDecoder::makeDecoder() {
 }
 
 bool PictureDecoder::feed(const FramePacket& packet) {
-    // A damaged packet counts as a frame that shows the picture before; so does an empty one.
+    // A damaged or empty packet counts as a frame that repeats the last picture.
     ogg_packet copy = packet.packet;
     const int result = th_decode_packetin(m_decoder.get(), &copy, nullptr);
     const bool decoded = result == 0 || result == TH_DUPFRAME;
@@ -49,12 +49,12 @@ bool PictureDecoder::feed(const FramePacket& packet) {
 }
 
 void PictureDecoder::startAt(const DecodeStart& start) {
-    // Before the first keyframe pictures build on a blank one, which only a new decoder has.
+    // Before the first keyframe, pictures build on a blank one, which only a new decoder has.
     if (!start.isKeyframe) {
         makeDecoder();
     }
     m_position = -1;
-    m_packets.start(start.place);
+    m_packets.start(start.position);
     for (const FramePacket* packet = m_packets.peek();
          packet != nullptr && packet->number < start.keyframe; packet = m_packets.peek()) {
         m_packets.drop();
@@ -78,7 +78,7 @@ bool PictureDecoder::reposition(std::int64_t frame) {
         if (!start.isKeyframe || feed(*packet)) {
             return true;
         }
-        // A damaged keyframe: what follows builds on the group before, as it does when played.
+        // A damaged keyframe: what follows builds on the previous group, as in playback.
         limit = start.keyframe - 1;
         m_position = -1;
     }
@@ -106,7 +106,7 @@ DecodeResult PictureDecoder::decodeTo(std::int64_t frame, const PictureSink& sin
             return DecodeResult::endOfStream;
         }
         if (packet->number > frame && m_position >= 0) {
-            return DecodeResult::reached; // no frame of that number: the one before stands for it
+            return DecodeResult::reached; // no such frame: the previous one stands in
         }
         feed(*packet);
         sink(m_position);

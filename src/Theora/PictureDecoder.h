@@ -1,5 +1,5 @@
-// Decodes the Theora stream to any frame: on from where it stands when that is shorter, else from
-// the keyframe before.
+// Decodes the Theora stream to any frame, from the current position when that is shorter, otherwise
+// from the previous keyframe.
 #pragma once
 
 #include <cstdint>
@@ -14,23 +14,23 @@ namespace theora {
 
 enum class DecodeResult {
     reached,     ///< the picture is the wanted one
-    endOfStream, ///< the data ended before; the picture is the last one, if any
-    stopped      ///< the stop check ended it; decoding goes on from there the next time
+    endOfStream, ///< the data ended first; the picture is the last one, if any
+    stopped      ///< by the stop check; the next decode continues from there
 };
 
 /// One thread.
 class PictureDecoder {
 public:
-    /// Told the frame number of every picture on the way, the wanted one included; picture() gives
-    /// that picture meanwhile.
+    /// Called with the number of every frame on the way, the requested one included; picture()
+    /// returns it during the call.
     using PictureSink = std::function<void(std::int64_t number)>;
 
     /// All references outlive the decoder. Throws TheoraGenericException when libtheora refuses.
     PictureDecoder(SharedSource& source, const StopCheck& stop, const TheoraHeaders& headers,
                    const StreamLayout& layout, const GranuleFormat& format);
 
-    /// Decodes until the picture is that of `frame`: where the file has no such frame, the last one
-    /// before it, or the first one of all.
+    /// Decodes up to `frame`; where the file has no such frame, to the last one before it, or else
+    /// to the first one.
     [[nodiscard]] DecodeResult decodeTo(std::int64_t frame, const PictureSink& sink);
     /// Decodes the next frame in file order, whatever its number.
     [[nodiscard]] DecodeResult decodeNext(const PictureSink& sink);
@@ -52,7 +52,7 @@ private:
     TheoraDecoder m_decoder;
     std::int64_t m_position = -1;
     std::uint64_t m_identity = 0; ///< of the current picture
-    bool m_hasPicture = false; ///< of this decoder: before its first, libtheora gives stray memory
+    bool m_hasPicture = false; ///< of this decoder: before the first one libtheora returns garbage
     std::vector<std::uint8_t> m_blank; ///< one row of grey, shown until then
 };
 

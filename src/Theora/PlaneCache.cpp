@@ -7,7 +7,7 @@
 namespace theora {
 namespace {
 
-constexpr std::size_t kMostPictures = 512; // of tiny clips; more would only make work
+constexpr std::size_t kMaxPictures = 512; // limit for tiny clips
 
 int chromaSize(int size, int shift) {
     return (size + (1 << shift) - 1) >> shift;
@@ -24,13 +24,13 @@ PlaneCache::PlaneCache(std::size_t limitBytes, int width, int height, int chroma
     const std::size_t bytes = std::max<std::size_t>(luma + 2 * chroma, 1);
     // One is kept free for the picture that is being copied.
     const auto fitting =
-        static_cast<int>(std::clamp<std::size_t>(limitBytes / bytes, 3, kMostPictures)) - 1;
-    // Steps go back more often than the decoder has to go forward again.
+        static_cast<int>(std::clamp<std::size_t>(limitBytes / bytes, 3, kMaxPictures)) - 1;
+    // Stepping back is the more frequent case.
     m_ahead = std::max((fitting - 1) / 4, 0);
     m_behind = fitting - 1 - m_ahead;
 }
 
-// Grows on both sides so that the two ends of the window are equally far.
+// Weighted so that both ends of the window are equally far.
 std::int64_t PlaneCache::distance(std::int64_t frame) const {
     return frame <= m_centre ? (m_centre - frame) * std::max(m_ahead, 1)
                              : (frame - m_centre) * std::max(m_behind, 1);
@@ -122,7 +122,7 @@ void PlaneCache::store(std::int64_t frame, const TheoraPicture& picture, bool is
     if (!wants(frame) || (isFrame && repeatEntry(frame, picture.identity))) {
         return;
     }
-    const Entry entry = takeBuffer(); // this one is ours alone until it is in the map
+    const Entry entry = takeBuffer(); // not shared until it is in the map
     entry->isFrame = isFrame;
     entry->picture.identity = picture.identity;
     std::uint8_t* to = entry->samples.data();

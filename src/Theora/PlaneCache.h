@@ -1,6 +1,5 @@
-// Decoded pictures around the frame that is being looked at, so that stepping back needs no
-// decoding. Filled by the clip's decoder and by the one that works ahead of stepping back; bounded
-// in memory.
+// Decoded pictures around the current frame, so that stepping back needs no decoding. Filled by the
+// clip's decoder and by the step-back decoder; bounded in memory.
 #pragma once
 
 #include <cstddef>
@@ -17,29 +16,29 @@ namespace theora {
 struct CachedPicture {
     TheoraPicture picture; ///< points into `samples`
     std::vector<std::uint8_t> samples;
-    bool isFrame = true; ///< false: the file has no frame of that number, this one stands for it
+    bool isFrame = true; ///< false: stands in for a frame that the file lacks
 };
 
 /// Any thread.
 class PlaneCache {
 public:
-    /// width, height: of the luma plane. The pictures kept never take more than limitBytes, but for
-    /// those that somebody still holds.
+    /// width, height: of the luma plane. Cached pictures never take more than limitBytes, excluding
+    /// those in use elsewhere.
     PlaneCache(std::size_t limitBytes, int width, int height, int chromaShiftX, int chromaShiftY);
 
-    /// The frame that is looked at. Pictures far from it go first.
+    /// Sets the current frame. The pictures farthest from it are dropped first.
     void setCentre(std::int64_t frame) EXCLUDES(m_mutex);
-    /// Whether store() would keep a picture of this number.
+    /// Whether store() would keep this picture.
     [[nodiscard]] bool wants(std::int64_t frame) const EXCLUDES(m_mutex);
-    /// Copies the picture, if it is wanted; one that repeats the frame before is kept once.
-    /// picture: of the size given at construction.
+    /// Copies the picture, if wanted; repeats of the previous frame share one copy. picture: of the
+    /// size given at construction.
     void store(std::int64_t frame, const TheoraPicture& picture, bool isFrame = true)
         EXCLUDES(m_mutex);
-    /// Null when the picture is not here. Stays valid as long as it is held.
+    /// Null when not cached. Stays valid while held.
     [[nodiscard]] std::shared_ptr<const CachedPicture> find(std::int64_t frame) const
         EXCLUDES(m_mutex);
-    /// The highest number below `frame` and not below `lowest` whose picture is missing and not too
-    /// far behind the centre to be kept; lowest - 1 when there is none.
+    /// The highest number in [lowest, frame) whose picture is missing and would be kept; lowest - 1
+    /// when there is none.
     [[nodiscard]] std::int64_t firstMissingBelow(std::int64_t frame, std::int64_t lowest) const
         EXCLUDES(m_mutex);
 
@@ -47,13 +46,13 @@ public:
     [[nodiscard]] int capacity() const { return m_behind + m_ahead + 1; }
     /// Pictures before the centre that are always wanted.
     [[nodiscard]] int behind() const { return m_behind; }
-    /// Pictures behind the centre that are always wanted.
+    /// Pictures after the centre that are always wanted.
     [[nodiscard]] int ahead() const { return m_ahead; }
 
 private:
     using Entry = std::shared_ptr<CachedPicture>;
 
-    /// Buffers for reuse: fresh memory is slow. A picture comes back when its last holder lets go.
+    /// Buffers for reuse: new memory is slow. Pictures return here when no longer used.
     struct Pool {
         TheoraMutex mutex;
         std::vector<std::unique_ptr<CachedPicture>> spare GUARDED_BY(mutex);

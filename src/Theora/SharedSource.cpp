@@ -10,7 +10,7 @@ std::size_t SharedSource::readAt(std::int64_t offset, void* buffer, std::size_t 
     if (m_position != offset) {
         m_source.seek(offset);
     }
-    m_position = -1; // until the read has succeeded
+    m_position = -1; // until the read succeeds
     const std::size_t got = m_source.read(buffer, count);
     m_position = offset + static_cast<std::int64_t>(got);
     return got;

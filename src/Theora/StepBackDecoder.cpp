@@ -10,8 +10,9 @@
 namespace theora {
 namespace {
 
-constexpr std::int64_t kMostBehind = 256; // frames; of small pictures the cache could hold far more
-constexpr std::chrono::milliseconds kPatience{1}; // between two looks whether to give up
+constexpr std::int64_t kMaxBehind =
+    256; // frames; with small pictures the cache could hold far more
+constexpr std::chrono::milliseconds kPollInterval{1}; // between two calls of giveUp
 
 } // namespace
 
@@ -24,7 +25,7 @@ StepBackDecoder::StepBackDecoder(SharedSource& source, const TheoraHeaders& head
 StepBackDecoder::~StepBackDecoder() {
     stop();
     {
-        const TheoraLock lock(m_mutex); // not between the check and the wait
+        const TheoraLock lock(m_mutex); // not between check and wait
     }
     m_changed.notify_all();
     join();
@@ -64,20 +65,20 @@ bool StepBackDecoder::waitFor(std::int64_t frame, const StopCheck& giveUp) {
         return false;
     }
     while (isOnTheWayTo(frame) && !giveUp()) {
-        m_progress.wait_for(m_mutex, kPatience);
+        m_progress.wait_for(m_mutex, kPollInterval);
     }
     return true;
 }
 
 std::int64_t StepBackDecoder::chooseGoal() {
-    const std::int64_t window = std::min<std::int64_t>(m_cache.behind(), kMostBehind);
+    const std::int64_t window = std::min<std::int64_t>(m_cache.behind(), kMaxBehind);
     const std::int64_t lowest = std::max(m_centre - window, m_layout.firstFrame);
     const std::int64_t missing = m_cache.firstMissingBelow(m_centre, lowest);
-    if (missing < lowest) { // or a clip that plays on has taken the cache's window with it
+    if (missing < lowest) { // or the cache's window has moved on with playback
         m_filling = false;
         return -1;
     }
-    // A group is decoded whole, so it pays only when a good part of the window is empty.
+    // A whole group must be decoded, which pays off only when much of the window is empty.
     if (!m_filling && m_centre - missing > window / 2) {
         return -1;
     }

@@ -1,5 +1,5 @@
-// Decodes the frames before the one that is looked at into the plane cache, with a decoder and a
-// thread of its own, so that stepping back across a keyframe finds the group before ready.
+// Decodes the frames before the current one into the plane cache, with its own decoder and thread,
+// so that stepping back across a keyframe finds the previous group ready.
 #pragma once
 
 #include <atomic>
@@ -23,12 +23,12 @@ public:
     /// Stops between two packets.
     ~StepBackDecoder() override;
 
-    /// Nothing else is to be decoded now: fill the cache below `frame`.
+    /// No other decoding is due: fill the cache below `frame`.
     void prepare(std::int64_t frame) EXCLUDES(m_mutex);
-    /// The display went to `frame`: work that is of no use there ends, other work goes on.
+    /// The display moved to `frame`: work that is no longer useful stops.
     void moveTo(std::int64_t frame) EXCLUDES(m_mutex);
-    /// False at once when this decoder is not on its way to `frame`. Else waits, which is shorter
-    /// than decoding anew, until it has come past or `giveUp` says yes: the frame may be in the
+    /// False at once when this decoder is not about to reach `frame`. Otherwise waits, which beats
+    /// decoding it again, until it has passed it or `giveUp` returns true: the frame may be in the
     /// cache then.
     [[nodiscard]] bool waitFor(std::int64_t frame, const StopCheck& giveUp) EXCLUDES(m_mutex);
 
@@ -48,17 +48,17 @@ private:
     const GranuleFormat& m_format;
     PlaneCache& m_cache;
     const StopCheck m_stop;
-    std::unique_ptr<PictureDecoder> m_decoder; ///< this thread's; made at the first work
-    std::atomic<bool> m_useless{false};        ///< the goal is no longer wanted
+    std::unique_ptr<PictureDecoder> m_decoder; ///< of this thread; made on first use
+    std::atomic<bool> m_useless{false};        ///< the goal is obsolete
 
     TheoraMutex m_mutex;
     TheoraCondition m_changed;
     TheoraCondition m_progress;
     std::int64_t m_centre GUARDED_BY(m_mutex) = 0;
-    std::int64_t m_goal GUARDED_BY(m_mutex) = -1; ///< frame in work, -1 = none
-    std::int64_t m_at GUARDED_BY(m_mutex) = -1;   ///< decoded last on the way there, -1 = none yet
-    bool m_wanted GUARDED_BY(m_mutex) = false;    ///< prepare() was called and still holds
-    bool m_filling GUARDED_BY(m_mutex) = false;   ///< a fill has begun; goes on to a full window
+    std::int64_t m_goal GUARDED_BY(m_mutex) = -1; ///< target frame, -1 = none
+    std::int64_t m_at GUARDED_BY(m_mutex) = -1;   ///< last frame decoded on the way, -1 = none yet
+    bool m_wanted GUARDED_BY(m_mutex) = false;    ///< prepare() was called and is still valid
+    bool m_filling GUARDED_BY(m_mutex) = false;   ///< filling until the window is full
 };
 
 } // namespace theora

@@ -10,9 +10,9 @@ namespace theora {
 namespace {
 
 constexpr int kHeaderCount = 3;
-// Headers of real files end within a few hundred kilobytes. A file that has none by now has none.
+// Headers of real files end within a few hundred kilobytes; give up after that.
 constexpr std::int64_t kHeaderSearchLimit = std::int64_t{8} << 20U;
-// A picture needs several bytes a pixel in decoder and queue: a small file must not claim
+// A picture needs several bytes per pixel in decoder and queue: a small file must not claim
 // gigabytes.
 constexpr std::uint32_t kMaxSide = 16384;
 constexpr std::uint64_t kMaxPixels = std::uint64_t{36} << 20U;
@@ -25,8 +25,8 @@ enum Line {
     kBadVorbis = 171
 };
 
-constexpr std::string_view kTheoraBeginning = "\x80theora";
-constexpr std::string_view kVorbisBeginning = "\x01vorbis";
+constexpr std::string_view kTheoraMagic = "\x80theora";
+constexpr std::string_view kVorbisMagic = "\x01vorbis";
 
 bool startsWith(const unsigned char* bytes, long count, std::string_view tag) {
     return std::string_view(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count))
@@ -47,7 +47,7 @@ public:
         ogg_page page;
         while (!complete() && m_pages.next(page, kHeaderSearchLimit)) {
             anyPage = true;
-            // The serial number comes first: some writers mark later pages as the beginning too.
+            // Check the serial number first: some writers flag later pages as the beginning too.
             if (m_theora && ogg_page_serialno(&page) == m_headers.theora.serial) {
                 feedTheora(page);
             } else if (m_vorbis && ogg_page_serialno(&page) == m_headers.vorbis.serial) {
@@ -56,7 +56,7 @@ public:
                 beginStream(page);
             } else if (!m_theora) {
                 refuseStream("invalid stream",
-                             kNoTheora); // data pages begin, and no stream was ours
+                             kNoTheora); // data pages begin, without a Theora stream so far
             }
         }
         if (!m_theora && anyPage) {
@@ -80,11 +80,11 @@ private:
             ogg_stream_packetout(probe.get(), &packet) != 1) {
             return;
         }
-        if (!m_theora && startsWith(packet, kTheoraBeginning)) {
+        if (!m_theora && startsWith(packet, kTheoraMagic)) {
             m_headers.theora.serial = serial;
             m_theora.emplace(serial);
             feedTheora(page);
-        } else if (!m_vorbis && startsWith(packet, kVorbisBeginning)) {
+        } else if (!m_vorbis && startsWith(packet, kVorbisMagic)) {
             m_headers.vorbis.serial = serial;
             m_headers.vorbis.present = true;
             m_vorbis.emplace(serial);
@@ -100,9 +100,9 @@ private:
             if (got == 0) {
                 return;
             }
-            // Page numbers that jump: if a header is missing, the next one shows it. A first header
-            // that comes again is passed over.
-            if (got < 0 || (m_theoraCount > 0 && startsWith(packet, kTheoraBeginning))) {
+            // A gap in page numbers: a missing header shows at the next one. A repeated first
+            // header is skipped.
+            if (got < 0 || (m_theoraCount > 0 && startsWith(packet, kTheoraMagic))) {
                 continue;
             }
             if (!isHeaderPacket(packet)) {
@@ -139,7 +139,7 @@ private:
             if (got == 0) {
                 return;
             }
-            if (got < 0 || (m_vorbisCount > 0 && startsWith(packet, kVorbisBeginning))) {
+            if (got < 0 || (m_vorbisCount > 0 && startsWith(packet, kVorbisMagic))) {
                 continue;
             }
             if (vorbis_synthesis_headerin(m_headers.vorbis.info.get(),
@@ -167,7 +167,7 @@ void refuseStream(const char* message, int line) {
 
 bool beginsTheoraStream(const ogg_page& page) {
     return ogg_page_bos(&page) != 0 && ogg_page_continued(&page) == 0 &&
-           startsWith(page.body, page.body_len, kTheoraBeginning);
+           startsWith(page.body, page.body_len, kTheoraMagic);
 }
 
 void readStreamHeaders(SharedSource& source, StreamHeaders& headers) {

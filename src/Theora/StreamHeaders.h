@@ -1,5 +1,5 @@
-// The headers of an Ogg file: which streams carry picture and sound, and what the decoders need to
-// know. The first Theora stream and the first Vorbis stream count; every other stream is skipped.
+// The headers of an Ogg file: its video and sound streams, and the decoders' settings. Uses the
+// first Theora and the first Vorbis stream and skips all others.
 #pragma once
 
 #include <cstdint>
@@ -26,8 +26,8 @@ struct VorbisHeaders {
 struct StreamHeaders {
     TheoraHeaders theora;
     VorbisHeaders vorbis;
-    /// Offset of the page that ends the Theora headers; decoding from the start begins here,
-    /// skipping packets that are headers.
+    /// Offset of the page that ends the Theora headers; decoding starts here, skipping header
+    /// packets.
     std::int64_t dataStart = 0;
 };
 
@@ -36,11 +36,12 @@ struct StreamHeaders {
 /// "Error parsing vorbis stream headers", "invalid stream", "End of file found prematurely".
 void readStreamHeaders(SharedSource& source, StreamHeaders& headers);
 
-/// Whether a Theora stream begins with this page. The flag of the page is not enough: some writers
-/// set it on later pages as well.
+/// Whether a Theora stream begins with this page. The page's flag is not enough: some writers set
+/// it on later pages too.
 [[nodiscard]] bool beginsTheoraStream(const ogg_page& page);
 
-/// Throws TheoraGenericException as raised by the clip; `line`: a fixed place that support knows.
+/// Throws TheoraGenericException as from the clip's source; `line`: a fixed number known to
+/// support.
 [[noreturn]] void refuseStream(const char* message, int line);
 
 inline constexpr const char* kBadTheoraHeaders = "Error parsing Theora stream headers.";

@@ -8,8 +8,8 @@ namespace theora {
 namespace {
 
 constexpr std::int64_t kBackOff = 4096;
-constexpr std::int64_t kLongestBackOff = 204800;
-constexpr std::int64_t kFirstFrameLimit = std::int64_t{16} << 20U; // a page holds 64 kB at most
+constexpr std::int64_t kMaxBackOff = 204800;
+constexpr std::int64_t kFirstFrameLimit = std::int64_t{16} << 20U; // a page has at most 64 kB
 
 int countFrames(ogg_stream_state* stream, ogg_page& page) {
     ogg_stream_pagein(stream, &page);
@@ -58,7 +58,7 @@ std::int64_t findFrameCount(SharedSource& source, int serial, const GranuleForma
     const StopCheck never;
     PageReader pages(source, never);
     std::int64_t count = -1;
-    for (std::int64_t backOff = kBackOff; backOff <= kLongestBackOff && count <= 0;
+    for (std::int64_t backOff = kBackOff; backOff <= kMaxBackOff && count <= 0;
          backOff += kBackOff) {
         pages.seek(std::max<std::int64_t>(source.size() - backOff, 0));
         ogg_page page;

@@ -1,4 +1,4 @@
-// What a Theora file is at its two ends: the number of its first frame and the count of its frames.
+// Finds the first frame number and the frame count from the two ends of a Theora file.
 #pragma once
 
 #include <cstdint>
@@ -7,14 +7,14 @@
 
 namespace theora {
 
-/// Sets firstFrame and firstPage, the others being known. The number comes from the first page that
-/// says one, and is 0 when none does; negative in streams that were numbered from 0 although their
-/// version counts from 1.
+/// Sets firstFrame and firstPage; the other fields are set. The number comes from the first page
+/// with a position, else it is 0; negative in streams numbered from 0 although their version counts
+/// from 1.
 void findFirstFrame(SharedSource& source, const GranuleFormat& format, StreamLayout& layout);
 
-/// Frames of the stream as the pages at the file's end say; -1 when none of them does. A page
-/// without a granule position behind a counted one adds a frame, whether it completes one or not:
-/// players count so, and the editor's totals must agree with theirs.
+/// Frame count according to the last pages of the file; -1 when unknown. Intended: a page without
+/// granule position after a counted one adds a frame, whether it completes one or not, since
+/// players count that way and the editor's totals must agree.
 [[nodiscard]] std::int64_t findFrameCount(SharedSource& source, int serial,
                                           const GranuleFormat& format);
 

@@ -10,13 +10,13 @@
 namespace theora {
 namespace {
 
-constexpr std::size_t kCacheBytes = 128'000'000; // with the picture that is converted ahead
-constexpr std::size_t kMostBytesPerPixel = 4;
-// On the way to a far frame only these before it are kept: a copy of each would cost a good part of
-// the decoding. The step-back decoder fetches the others while the frame is looked at.
+constexpr std::size_t kCacheBytes = 128'000'000; // includes the picture converted ahead
+constexpr std::size_t kMaxBytesPerPixel = 4;
+// On the way to a distant frame only the last ones are cached: copying all would add noticeably to
+// decoding. The step-back decoder gets the others while the frame is on the screen.
 constexpr std::int64_t kKeptBefore = 12;
-constexpr std::int64_t kLookAhead = 24; // frames from the one looked at: two steps of ten, and some
-constexpr float kSoundAhead = 0.5F;     // seconds that sound is decoded ahead of the pictures
+constexpr std::int64_t kLookAhead = 24; // frames: two steps of ten, and some
+constexpr float kSoundAhead = 0.5F;     // seconds of sound decoded ahead of the pictures
 
 } // namespace
 
@@ -57,13 +57,13 @@ void TheoraVideoClip_Theora::load() {
 void TheoraVideoClip_Theora::makeDecoders() {
     const th_info& info = *m_headers.theora.info.get();
     const TheoraLock lock(m_access);
-    // Both are called by the decoder only, which runs under the access lock.
+    // Both are called by the decoder only, under the access lock.
     m_stop = [this]() NO_THREAD_SAFETY_ANALYSIS { return interrupted(m_workingOn); };
     m_keep = [this](std::int64_t number) NO_THREAD_SAFETY_ANALYSIS { keepPicture(number); };
     m_decoder =
         std::make_unique<PictureDecoder>(*m_source, m_stop, m_headers.theora, m_layout, *m_format);
     const std::size_t convertedBytes =
-        kMostBytesPerPixel * std::size_t{info.frame_width} * info.frame_height;
+        kMaxBytesPerPixel * std::size_t{info.frame_width} * info.frame_height;
     const ChromaShift shift = chromaShift(info);
     m_cache = std::make_unique<PlaneCache>(kCacheBytes - std::min(convertedBytes, kCacheBytes),
                                            static_cast<int>(info.frame_width),
@@ -116,7 +116,7 @@ bool TheoraVideoClip_Theora::deliverCached(std::int64_t number, bool realOnly) {
            deliverPicture(cached->picture, number, cached->isFrame);
 }
 
-// Only a clip that stands still is stepped through.
+// Only paused clips are stepped through.
 void TheoraVideoClip_Theora::keepPicture(std::int64_t number) {
     if (getTimer().isPaused() && number >= m_centre - kKeptBefore && m_cache->wants(number)) {
         m_cache->store(number, m_decoder->picture());
@@ -142,7 +142,7 @@ bool TheoraVideoClip_Theora::seekTo(int frame) {
         return true;
     }
     const DecodeResult result = m_decoder->decodeTo(frame, m_keep);
-    if (result == DecodeResult::stopped || m_stop()) { // nobody waits for the picture any more
+    if (result == DecodeResult::stopped || m_stop()) { // the picture is no longer needed
         return false;
     }
     if (result == DecodeResult::endOfStream) {
@@ -161,7 +161,7 @@ DecodeResult TheoraVideoClip_Theora::decodeNextPicture() {
             return result;
         }
     }
-    // A frame that the file does not have is passed over.
+    // Skip frames that the file lacks.
     return m_decoder->position() < m_nextFrame ? m_decoder->decodeNext(m_keep)
                                                : DecodeResult::reached;
 }
@@ -177,7 +177,7 @@ bool TheoraVideoClip_Theora::decodeNextFrame() {
         ++m_nextFrame;
     } else {
         const DecodeResult result = decodeNextPicture();
-        if (result == DecodeResult::stopped || m_stop()) { // a seek has to wait for no conversion
+        if (result == DecodeResult::stopped || m_stop()) { // do not delay a seek by a conversion
             return false;
         }
         if (result == DecodeResult::endOfStream) {
@@ -196,11 +196,11 @@ bool TheoraVideoClip_Theora::decodeNextFrame() {
     return true;
 }
 
-// Decodes on behind a full queue, so that steps of ten find their frame in the cache.
+// Decodes past a full queue, so that steps of ten find their frame in the cache.
 void TheoraVideoClip_Theora::lookAhead() {
     const std::int64_t last = m_centre + std::min<std::int64_t>(kLookAhead, m_cache->ahead());
     if (m_decoder->position() < m_nextFrame - 1) {
-        return; // it stands elsewhere: the queue was filled from the cache
+        return; // elsewhere: the queue was filled from the cache
     }
     while (m_decoder->position() < last && !m_stop() &&
            m_decoder->decodeNext(m_keep) == DecodeResult::reached) {
@@ -212,7 +212,7 @@ bool TheoraVideoClip_Theora::reachedEnd() {
         m_audio->decodeUntil(getDuration());
     }
     if (m_restartAtEnd.load() && m_nextFrame > 0) {
-        wrapRound(m_nextFrame);
+        wrapAround(m_nextFrame);
         m_nextFrame = 0;
         m_centre = 0;
         if (m_audio) {
@@ -231,8 +231,8 @@ void TheoraVideoClip_Theora::prepareStepBack() {
     }
     const std::int64_t count = m_layout.frameCount;
     m_stepBack->prepare(count > 0 ? std::min(m_centre, count) : m_centre);
-    // One step back asks for the next one: converted now, it is there at once. A step forward would
-    // have to wait for that conversion.
+    // A step back is likely to be followed by another, so convert that one now. A step forward
+    // would have to wait for the conversion.
     if (!m_goesBack || m_stop()) {
         return;
     }

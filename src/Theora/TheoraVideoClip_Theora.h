@@ -1,4 +1,4 @@
-// A clip in an Ogg file: Theora pictures, and Vorbis sound when somebody listens.
+// A clip in an Ogg file: Theora video, and Vorbis sound when an audio interface is set.
 #pragma once
 
 #include <cstdint>
@@ -54,14 +54,14 @@ private:
     StreamLayout m_layout;
     std::optional<GranuleFormat> m_format;
     std::unique_ptr<PictureDecoder> m_decoder GUARDED_BY(m_access);
-    std::unique_ptr<AudioTrack> m_audio; ///< null: nobody listens
+    std::unique_ptr<AudioTrack> m_audio; ///< null: silent
     std::unique_ptr<PlaneCache> m_cache;
-    PictureDecoder::PictureSink m_keep;                ///< puts each decoded picture into the cache
+    PictureDecoder::PictureSink m_keep;                ///< stores each decoded picture in the cache
     int m_workingOn GUARDED_BY(m_access) = -1;         ///< the seek in progress
-    std::int64_t m_nextFrame GUARDED_BY(m_access) = 0; ///< the next to be handed out
-    std::int64_t m_centre GUARDED_BY(m_access) = 0;    ///< the frame that is looked at
+    std::int64_t m_nextFrame GUARDED_BY(m_access) = 0; ///< the next to be delivered
+    std::int64_t m_centre GUARDED_BY(m_access) = 0;    ///< the current frame
     bool m_goesBack GUARDED_BY(m_access) = false;      ///< the last seek went to an earlier frame
-    std::unique_ptr<StepBackDecoder> m_stepBack;       ///< last: its thread uses all of the above
+    std::unique_ptr<StepBackDecoder> m_stepBack;       ///< last: its thread uses the members above
 };
 
 } // namespace theora

@@ -8,7 +8,7 @@
 namespace theora {
 namespace {
 
-// Columns of the output that every plane has samples for.
+// Output columns for which every plane has samples.
 int coveredWidth(const TheoraPicture& picture, int width) {
     const int chroma = std::min(picture.planes[1].width, picture.planes[2].width);
     return std::min({width, picture.planes[0].width, chroma << picture.chromaShiftX});

@@ -1,9 +1,9 @@
-// The factors of the colour tables as the fast loops multiply by them: in 16-bit numbers.
+// The factors of the colour tables as 16-bit numbers, for the fast loops.
 //
-// A table entry is trunc(d * k), d the sample less its zero. With K the next integer above k that
-// is d * K - c, c = |d| * (K - k) rounded up, with the sign of d. The products' fractions are
-// multiples of 1/250 and never 0 for the d that occur, so rounding up is rounding down plus 1, and
-// one multiplication by (K - k) * 65536 is exact enough for it.
+// A table entry is trunc(d * k), d being the sample minus its zero. With K the next integer above k
+// this equals d * K - c, where c = |d| * (K - k) rounded up, with the sign of d. The products'
+// fractions are multiples of 1/250 and never 0 for any d that occurs, so rounding up is rounding
+// down plus 1, and one multiplication by (K - k) * 65536 is exact enough.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // The inner loops of the colour conversion: one or two rows of pixels that share a row of chroma. A
-// portable set, and one for processors with AVX2.
+// portable set and one for AVX2.
 #pragma once
 
 #include <array>
@@ -9,8 +9,8 @@
 
 namespace theora {
 
-/// Every row has `width` luma samples (and `width` alpha samples, if any), `u` and `v` have one
-/// sample for every 1 << chromaShiftX of them.
+/// Every row has `width` luma samples (and `width` alpha samples, if any), `u` and `v` one sample
+/// per 1 << chromaShiftX of them.
 struct ColorRows {
     int rowCount = 1; ///< 1 or 2
     int width = 0;
@@ -32,7 +32,7 @@ using ColorRowFunction = void (*)(const ColorRows& rows);
 /// Null on a processor without AVX2.
 [[nodiscard]] ColorRowFunction avx2ColorRows(const PixelLayout& layout);
 
-/// Which byte of a pixel stands where, for loops that are compiled once for each order.
+/// Byte order of a pixel; the loops are compiled once for each.
 enum class PixelOrder { plain, extraBehind, extraInFront };
 [[nodiscard]] constexpr PixelOrder pixelOrder(const PixelLayout& layout) {
     return layout.extra < 0    ? PixelOrder::plain

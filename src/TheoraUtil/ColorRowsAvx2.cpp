@@ -1,6 +1,6 @@
-// 32 columns at a time with AVX2, bit for bit what the tables say, without reading them.
+// 32 columns at a time with AVX2, bit-exact to the tables, without table lookups.
 //
-// The arithmetic is that of ColorFactor.h and of the portable loops.
+// Same arithmetic as ColorFactor.h and the portable loops.
 #include "src/TheoraUtil/ColorRows.h"
 
 #if defined(__x86_64__)
@@ -65,7 +65,7 @@ QUORVEL_AVX2 inline Terms doubledHigh(const Terms& t) {
 }
 
 /// Chroma of 32 pixels. `first` belongs to pixels 0-7 and 16-23, `second` to 8-15 and 24-31: the
-/// halves that unpacking bytes gives and packing puts back.
+/// halves that byte unpacking produces and packing restores.
 struct ChromaBlock {
     ChromaTerms first, second;
 };
@@ -141,8 +141,8 @@ QUORVEL_AVX2 inline void storeHalves(std::uint8_t* out, __m256i bytes) {
                      _mm256_extracti128_si256(bytes, 1));
 }
 
-/// 32 pixels of 3 bytes, 16 from each half. Each colour is spread to the places that it takes in
-/// the three output vectors together; then every vector needs only blends.
+/// 32 pixels of 3 bytes, 16 from each half. Each colour is first spread to its positions in the
+/// three output vectors; then each vector needs only blends.
 QUORVEL_AVX2 inline void store96(std::uint8_t* out, const Colors& colors) {
     const __m256i spreadA =
         inBothHalves(_mm_setr_epi8(0, 11, 6, 1, 12, 7, 2, 13, 8, 3, 14, 9, 4, 15, 10, 5));
@@ -232,8 +232,7 @@ struct Avx2Rows {
         if (x == rows.width) {
             return;
         }
-        // The last columns once more with some before them, unless that would split a chroma
-        // sample.
+        // The last columns, overlapping the block before, unless that would split a chroma sample.
         if (rows.width >= kColumns && rows.width % 2 == 0) {
             block(rows, rows.width - kColumns);
         } else {

@@ -1,5 +1,4 @@
-// Written so that compilers turn the loops over columns into vector code: 16-bit numbers, no
-// branches.
+// Written for auto-vectorisation of the loops over columns: 16-bit numbers, no branches.
 //
 // A table entry t is split into t >> 13 and t & 8191. Of two entries a and b,
 // (a + b) >> 13 = (a >> 13) + (b >> 13) + (((a & 8191) + (b & 8191)) >> 13), and every part of that
@@ -15,8 +14,7 @@
 namespace theora {
 namespace {
 
-// Columns at a time: all work arrays stay in the first-level cache, and the usual widths of videos
-// are whole numbers of blocks.
+// Columns at a time: all work arrays fit the L1 cache, and common video widths are multiples of it.
 constexpr int kBlock = 320;
 constexpr int kHalf = kBlock / 2;
 constexpr int kLowMask = (1 << kColorShift) - 1;
@@ -45,8 +43,8 @@ struct Factor {
     std::int16_t zero;
 };
 
-// Volatile: compilers multiply whole vectors of 16-bit numbers only by what they do not know. Known
-// factors they turn into chains of shifts, four times slower.
+// Volatile: compilers replace multiplications by known factors with chains of shifts, which are
+// four times slower than vector multiplications.
 const volatile Factor kLuma = {kLumaFactor, kLumaZero};
 const volatile Factor kRed = {kRedFactor, kChromaZero};
 const volatile Factor kGreenU = {kGreenUFactor, kChromaZero};
@@ -117,7 +115,7 @@ void findChromaTerms(const std::uint8_t* u, const std::uint8_t* v, HalfChroma& t
     }
 }
 
-void putHalf(const HalfTerms& half, int at, Terms& terms) {
+void storeHalf(const HalfTerms& half, int at, Terms& terms) {
     std::copy(half.high.begin(), half.high.end(), terms.high.begin() + at);
     std::copy(half.low.begin(), half.low.end(), terms.low.begin() + at);
 }
@@ -134,9 +132,9 @@ void findChromaTerms(const Bytes& u, const Bytes& v, int shift, ChromaTerms& ter
     }
     for (const int at : {0, kHalf}) {
         findChromaTerms(u.data() + at, v.data() + at, half);
-        putHalf(half.red, at, terms.red);
-        putHalf(half.green, at, terms.green);
-        putHalf(half.blue, at, terms.blue);
+        storeHalf(half.red, at, terms.red);
+        storeHalf(half.green, at, terms.green);
+        storeHalf(half.blue, at, terms.blue);
     }
 }
 
@@ -187,7 +185,8 @@ void storePlain(const Pixels& pixels, int count, std::uint8_t* out) {
     }
 }
 
-/// What is read beyond a short block's columns starts as 0; the rest is written before it is read.
+/// Zero-initialised where a short block is read past its columns; the rest is written before it is
+/// read.
 struct BlockWork {
     Bytes u{}, v{};
     ChromaTerms chroma;
@@ -210,7 +209,7 @@ template <ColorKind kind, bool reversed, PixelOrder order>
 struct PortableRows {
     static constexpr int kBytes = order == PixelOrder::plain ? 3 : 4;
 
-    /// `count` columns from column `from` of one row; the block's chroma is known.
+    /// `count` columns from column `from` of one row; the block's chroma is computed.
     static void convert(const ColorRows& rows, std::size_t row, int from, int count,
                         BlockWork& work) {
         std::copy_n(rows.luma[row] + from, count, work.luma.begin());

@@ -1,5 +1,5 @@
 // The five tables that define the colours of modes 1 to 10: ITU-R BT.601 in video range, scaled by
-// 8192. Every faster way to convert must agree with them bit for bit.
+// 8192. All faster conversions must agree bit for bit.
 #pragma once
 
 #include <array>

@@ -1,4 +1,4 @@
-// Where the bytes of a pixel stand in each output mode.
+// Byte layout of a pixel in each output mode.
 #pragma once
 
 #include <array>
@@ -23,8 +23,7 @@ struct PixelLayout {
     if (value == 11) {
         return {ColorKind::grey, 1, {0, 0, 0}, -1, false};
     }
-    // From 12 and 17 on the modes come as plain, A behind, X behind, A in front, X in front; modes
-    // 1 to 5 and 6 to 10 do so too.
+    // Modes come in fives (1, 6, 12 and 17 on): plain, A last, X last, A first, X first.
     const int first = value < 6 ? 1 : value < 11 ? 6 : value < 17 ? 12 : 17;
     const ColorKind kind = value < 11   ? ColorKind::rgb
                            : value < 17 ? ColorKind::grey

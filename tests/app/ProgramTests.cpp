@@ -77,7 +77,7 @@ TEST_F(Program, AStartThatFailsShowsNothing) {
     EXPECT_TRUE(m_process.requests.empty()) << "and no hand-off";
     std::filesystem::rename("away", "Translations.ini");
     m_hasDisplay = m_componentsFail = true;
-    m_process.whenAsked = [] { core::Log::get()->Error("later than the page"); };
+    m_process.onStart = [] { core::Log::get()->Error("later than the page"); };
     EXPECT_EQ(run("Launcher", nothing), 1);
     ASSERT_EQ(m_process.requests.size(), 1U) << "the launcher starts again";
     EXPECT_EQ(std::filesystem::path(m_process.requests.front().program).filename(), "Menu.exe");
@@ -101,7 +101,7 @@ TEST_F(Program, LeavesTheFilesThatAPlayerReads) {
     writeBytes(kFolder + "door-ZoneInfo.bin", handle);
     writeBytes(kFolder + "door-ZoneInfo.xml", zone_tests::infoBytes({"Handle"}));
     tour::Script script("./");
-    script.hurry();
+    script.skipWaits();
     tour::writeEditingPass(script);
     EXPECT_EQ(run("TestMode", script), 0);
     std::string scene = readBytes(kFolder + "Scene.xml");

@@ -167,7 +167,7 @@ private:
         if (m_plain) {
             wipeTexts(dialog);
         }
-        tour::layOver(picture, *asker.GetNative(), *dialog.GetNative());
+        tour::overlay(picture, *asker.GetNative(), *dialog.GetNative());
         save("Confirmation", picture);
     }
 

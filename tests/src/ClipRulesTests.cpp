@@ -38,7 +38,7 @@ public:
             deliver(*frame, number);
         }
     }
-    using TheoraVideoClip::wrapRound;
+    using TheoraVideoClip::wrapAround;
 
     int continuedFrom = -1;
     int requestedMeanwhile = -1; ///< by another thread while the next seek runs
@@ -109,7 +109,7 @@ TEST_F(ClipRules, ARestartCarriesTheOvershootOverAndDropsOldFrames) {
         looped.requestSeek(90);
         ASSERT_TRUE(looped.decodeOnWorker());
         looped.produce({97, 98, 99});
-        looped.wrapRound(100);
+        looped.wrapAround(100);
         looped.produce({0});
         looped.getTimer().seek(9.9F);
         looped.update(item.step);
@@ -131,7 +131,7 @@ TEST_F(ClipRules, ARestartCarriesTheOvershootOverAndDropsOldFrames) {
 }
 
 TEST_F(ClipRules, FramesOfTheNextPassWaitForTheTimerWhichRunsOnWithoutARestart) {
-    clip.wrapRound(100);
+    clip.wrapAround(100);
     clip.produce({0, 1});
     clip.getTimer().seek(9.95F);
     EXPECT_EQ(shown(), -1);

@@ -110,7 +110,7 @@ TEST(Manager, AFailingFileEndsTheSeekAndNothingElse) {
         EXPECT_EQ(session.clip().pendingSeekFrame.load(), -1);
         EXPECT_TRUE(session.clip().endOfFile.load());
         failing.store(false); // the medium is back
-        EXPECT_EQ(session.seek(150).carried, 150);
+        EXPECT_EQ(session.seek(150).pictureNumber, 150);
     }
 }
 

@@ -82,7 +82,7 @@ TEST(LookAround, AStandingClipDecodesAheadOfItsQueue) {
         ASSERT_TRUE(clip.decodeOnWorker()) << frame;
         const theora::TheoraVideoFrame* shown = clip.peekReadyFrame();
         ASSERT_NE(shown, nullptr) << frame;
-        EXPECT_EQ(carriedBy(*shown), frame);
+        EXPECT_EQ(pictureNumber(*shown), frame);
         clip.releaseShownFrame();
     }
 }

@@ -18,7 +18,7 @@ constexpr int kFar = 40'000'000;
 
 struct SeekCase {
     int asked;
-    int carried; ///< the picture that stands under the number asked for
+    int pictureNumber; ///< the picture that stands under the number asked for
 };
 
 /// Seeks show what playing showed.
@@ -108,10 +108,10 @@ TEST(Numbering, NumbersThatTheFileDoesNotHaveShowTheNearestPicture) {
         for (const SeekCase& seek : item.seeks) {
             const ShownFrame shown = session.seek(seek.asked);
             EXPECT_EQ(shown.number, seek.asked);
-            EXPECT_EQ(shown.carried, seek.carried) << seek.asked;
-            EXPECT_TRUE(session.staysWhereItIs()) << seek.asked;
+            EXPECT_EQ(shown.pictureNumber, seek.pictureNumber) << seek.asked;
+            EXPECT_TRUE(session.showsNothingLater()) << seek.asked;
         }
-        EXPECT_EQ(session.seek(0).carried, 0);
+        EXPECT_EQ(session.seek(0).pictureNumber, 0);
         EXPECT_EQ(std::ssize(session.playToEnd()), item.playedOn) << "what is there, once";
     }
 }

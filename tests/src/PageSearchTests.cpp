@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kMostProbes = 20;
+constexpr int kMaxProbes = 20;
 
 TEST(PageSearch, StartsAtTheLastKeyframeWithFewProbesWhateverThePagesHold) {
     const support::PageLayout layouts[] = {
@@ -41,7 +41,7 @@ TEST(PageSearch, StartsAtTheLastKeyframeWithFewProbesWhateverThePagesHold) {
                 const theora::DecodeStart start = search->startFor(frame);
                 EXPECT_TRUE(start.isKeyframe);
                 EXPECT_EQ(start.keyframe, keyframe);
-                EXPECT_LE(search->probeCount() - probesBefore, kMostProbes) << frame;
+                EXPECT_LE(search->probeCount() - probesBefore, kMaxProbes) << frame;
             }
         }
     }

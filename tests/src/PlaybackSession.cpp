@@ -10,12 +10,12 @@
 
 namespace {
 
-constexpr int kMostWaits = 1000;
+constexpr int kMaxWaits = 1000;
 constexpr std::chrono::milliseconds kWait{20};
 
 } // namespace
 
-int carriedBy(const theora::TheoraVideoFrame& frame) {
+int pictureNumber(const theora::TheoraVideoFrame& frame) {
     return support::readFrameNumber(frame.getBuffer(), frame.getWidth(), frame.getHeight(),
                                     frame.getBpp());
 }
@@ -42,7 +42,7 @@ ShownFrame PlaybackSession::seek(int frame) {
     return nextShown();
 }
 
-bool PlaybackSession::staysWhereItIs() {
+bool PlaybackSession::showsNothingLater() {
     std::unique_lock lock(m_mutex);
     while (m_clip->getNumReadyFrames() == 0 && !m_clip->endOfFile.load()) {
         m_changed.wait_for(lock, kWait);
@@ -52,13 +52,13 @@ bool PlaybackSession::staysWhereItIs() {
 
 ShownFrame PlaybackSession::nextShown() {
     std::unique_lock lock(m_mutex);
-    for (int wait = 0; wait < kMostWaits; ++wait) {
+    for (int wait = 0; wait < kMaxWaits; ++wait) {
         m_manager.updateClips(0.0F);
         m_clip->advanceToDueFrame();
         if (const theora::TheoraVideoFrame* frame = m_clip->peekReadyFrame()) {
             const ShownFrame shown{frame->getFrameNumber(),
                                    reference::hashBytes(frame->getBuffer(), frame->getBufferSize()),
-                                   carriedBy(*frame)};
+                                   pictureNumber(*frame)};
             m_clip->releaseShownFrame();
             return shown;
         }

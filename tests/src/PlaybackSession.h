@@ -11,12 +11,12 @@
 #include "tests/support/OggPager.h"
 
 /// The number in a frame's picture.
-[[nodiscard]] int carriedBy(const theora::TheoraVideoFrame& frame);
+[[nodiscard]] int pictureNumber(const theora::TheoraVideoFrame& frame);
 
 struct ShownFrame {
     int number = -1; ///< -1 = no frame came
     std::uint64_t hash = 0;
-    int carried = -1; ///< the number in the picture
+    int pictureNumber = -1; ///< the number in the picture
 };
 
 class PlaybackSession {
@@ -34,7 +34,7 @@ public:
     /// The frame that the clip shows after a seek; none when it does not come within 20 seconds.
     ShownFrame seek(int frame);
     /// Whether a clip that stands still shows nothing more, though it has decoded more.
-    [[nodiscard]] bool staysWhereItIs();
+    [[nodiscard]] bool showsNothingLater();
     /// The next frame to show; none when it does not come or the clip has ended.
     ShownFrame nextShown();
     /// Every frame from here to the end of the data, played without seeks.

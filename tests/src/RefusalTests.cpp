@@ -93,7 +93,7 @@ TEST(Damage, EveryCutOfAFileIsRefusedOrKeepsTheFramesBeforeIt) {
         const int frames = session.clip().getNumFrames();
         EXPECT_NE(frames, 0) << size; // headers alone: not known
         if (frames > 0) {
-            EXPECT_EQ(session.seek(frames - 1).carried, frames - 1) << size;
+            EXPECT_EQ(session.seek(frames - 1).pictureNumber, frames - 1) << size;
         }
         most = std::max(most, frames);
     }

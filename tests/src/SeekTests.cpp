@@ -147,9 +147,9 @@ TEST_F(Stepping, AModeChangeDisturbsNeitherASeekNorPlayingOn) {
             std::this_thread::yield(); // so that the seek is under way now and then
         }
         clip.setOutputMode(theora::TheoraOutputMode::TH_BGRX);
-        ASSERT_EQ(m_session.nextShown().carried, wanted);
+        ASSERT_EQ(m_session.nextShown().pictureNumber, wanted);
         clip.setOutputMode(theora::TheoraOutputMode::TH_RGB);
-        ASSERT_EQ(m_session.nextShown().carried, wanted + 1);
+        ASSERT_EQ(m_session.nextShown().pictureNumber, wanted + 1);
     }
 }
 

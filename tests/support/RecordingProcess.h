@@ -12,14 +12,14 @@ class RecordingProcess final : public platform::Process {
 public:
     [[nodiscard]] bool launch(const platform::LaunchRequest& request) override {
         requests.push_back(request);
-        if (whenAsked) {
-            whenAsked();
+        if (onStart) {
+            onStart();
         }
         return succeeds;
     }
 
     bool succeeds = true;
-    std::function<void()> whenAsked;
+    std::function<void()> onStart;
     std::vector<platform::LaunchRequest> requests;
 };
 

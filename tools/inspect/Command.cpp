@@ -66,11 +66,11 @@ int runAny(const Arguments& arguments, std::ostream& out) {
     const std::string& name = arguments.front();
     if (name == "--version") {
         out << "quorvel-inspect " << QUORVEL_VERSION << '\n';
-        return kGood;
+        return kSuccess;
     }
     if (name == "--help") {
         printHelp(out);
-        return kGood;
+        return kSuccess;
     }
     const Command* const command = findCommand(name);
     if (command == nullptr) {
@@ -78,7 +78,7 @@ int runAny(const Arguments& arguments, std::ostream& out) {
     }
     if (std::find(arguments.begin() + 1, arguments.end(), "--help") != arguments.end()) {
         out << "Usage: " << usage(*command) << '\n' << command->help;
-        return kGood;
+        return kSuccess;
     }
     return command->run({arguments.begin() + 1, arguments.end()}, out);
 }

@@ -1,4 +1,4 @@
-// The commands of quorvel-inspect. Each has a source file of its own and a line in the table of
+// The commands of quorvel-inspect. Each has its own source file and an entry in the table of
 // Command.cpp.
 #pragma once
 
@@ -9,19 +9,19 @@
 namespace inspect {
 
 /// Exit codes.
-constexpr int kGood = 0;
+constexpr int kSuccess = 0;
 constexpr int kFindings = 1;
 constexpr int kUnreadable = 2; ///< also for bad usage
 
-/// What stands after the command's name. UTF-8.
+/// What follows the command's name. UTF-8.
 using Arguments = std::vector<std::string>;
 
-/// Results go to `out`, everything else to stderr. Gives the exit code.
+/// Results go to `out`, everything else to stderr. Returns the exit code.
 using CommandFunction = int (*)(const Arguments& arguments, std::ostream& out);
 
 struct Command {
     const char* name;
-    const char* usage; ///< the arguments, for people
+    const char* usage; ///< the arguments, as shown to users
     CommandFunction run;
     const char* help; ///< what --help prints below the usage: whole lines
 };
@@ -35,15 +35,15 @@ struct Command {
 /// zones BASE [--display WxH] [--video WxH] [--frames N] [--rewrite BASE2]
 [[nodiscard]] int runZones(const Arguments& arguments, std::ostream& out);
 
-/// Finds the command that the first argument names and runs it. Never throws: what goes wrong is
-/// told on stderr and gives kUnreadable.
+/// Finds the command that the first argument names and runs it. Never throws: an error is reported
+/// on stderr and returns kUnreadable.
 [[nodiscard]] int runCommand(const Arguments& arguments, std::ostream& out);
 
-/// Tells `message` and the command's usage on stderr; gives kUnreadable.
+/// Prints `message` and the command's usage on stderr; returns kUnreadable.
 [[nodiscard]] int badUsage(const std::string& command, const std::string& message);
 
-/// Takes "NAME value" out of `arguments`. False when the value is missing; `value` stays as it was
-/// when there is no such option.
+/// Removes "NAME value" from `arguments`. False when the value is missing; without the option
+/// `value` stays unchanged.
 [[nodiscard]] bool takeOption(Arguments& arguments, const std::string& name, std::string& value);
 
 } // namespace inspect

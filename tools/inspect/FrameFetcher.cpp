@@ -9,7 +9,7 @@ namespace inspect {
 namespace {
 
 constexpr std::chrono::seconds kTimeOut{10};
-constexpr std::chrono::milliseconds kEndCheck{10}; // the end of the data calls nobody
+constexpr std::chrono::milliseconds kEndCheck{10}; // there is no callback at the end of the data
 
 std::uint64_t hashOf(const theora::TheoraVideoFrame& frame) {
     const auto bytes =
@@ -38,7 +38,7 @@ FrameFetcher::FrameFetcher(const std::string& file) {
     m_clip = m_manager.createClip(file, theora::TheoraOutputMode::TH_RGB);
     m_clip->setRestartAtEnd(false);
     reportUnknownLength(*m_clip);
-    // From here on the library's lines are about single frames, as in a seek behind the end.
+    // Later log lines are about single frames, such as a seek past the end.
     theora::setLogHook(core::writeStandardError);
 }
 
@@ -69,7 +69,7 @@ std::optional<FrameHash> FrameFetcher::waitForFrame() {
             return std::nullopt;
         }
         if (!m_clip->getTimer().isPaused() && m_clip->getNumReadyFrames() > 0) {
-            continue; // the clock was an ulp short of the frame
+            continue; // the clock was one ulp short of the frame
         }
         lock.lock();
         m_changed.wait_for(lock, kEndCheck, [&] { return m_readyCount != seen; });

@@ -1,4 +1,4 @@
-// A clip opened for fetching single frames.
+// Fetches single frames from a clip.
 #pragma once
 
 #include <condition_variable>
@@ -32,7 +32,7 @@ public:
     /// The next frame without a seek; empty at the end, and when it does not come within ten
     /// seconds.
     [[nodiscard]] std::optional<FrameHash> next();
-    /// Whether next() has nothing more because the clip is at its end.
+    /// Whether next() returned nothing because the clip has ended.
     [[nodiscard]] bool atEnd() const;
 
 private:
@@ -41,11 +41,11 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
     unsigned m_readyCount = 0;
-    theora::TheoraVideoManager m_manager{1}; // behind what its callback uses
+    theora::TheoraVideoManager m_manager{1}; // after the members its callback uses
     theora::TheoraVideoClip* m_clip = nullptr;
 };
 
-/// Says on stderr when the file does not tell the clip's length.
+/// Reports on stderr when the clip's length is unknown.
 void reportUnknownLength(const theora::TheoraVideoClip& clip);
 
 } // namespace inspect

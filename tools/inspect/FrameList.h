@@ -1,5 +1,4 @@
-// The frames that a command line asks for. They are never listed one by one: a range may be larger
-// than memory.
+// The frames that a command line requests, never expanded: a range may not fit into memory.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +12,7 @@ namespace inspect {
 struct FrameRange {
     int first = 0;
     int last = 0;
-    bool endsWithClip = false; ///< `last` is only a bound
+    bool endsWithClip = false; ///< `last` is only an upper bound
 };
 
 /// `count` numbers below the clip's frame count, the same ones for the same seed on every system.
@@ -24,7 +23,7 @@ struct RandomFrames {
 
 using FrameItem = std::variant<FrameRange, RandomFrames>;
 
-/// Reads N, A-B (A <= B) or random:SEED:COUNT. Empty when the text is none of these.
+/// Reads N, A-B (A <= B) or random:SEED:COUNT. Empty for any other text.
 [[nodiscard]] std::optional<FrameItem> readFrameItem(const std::string& text);
 
 } // namespace inspect

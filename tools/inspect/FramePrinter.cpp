@@ -11,9 +11,9 @@
 namespace inspect {
 namespace {
 
-// Clips cut from longer ones lack frames at their start, recordings in the middle. Where many more
-// are missing the file is damaged, and a line for each would never end.
-constexpr std::int64_t kLongestGap = 10'000;
+// Clips cut from longer ones lack frames at their start, recordings in the middle. With many more
+// missing, the file is damaged and a line for each is useless.
+constexpr std::int64_t kMaxGap = 10'000;
 
 std::string hexText(std::uint64_t value) {
     constexpr std::size_t kDigits = 16;
@@ -30,12 +30,12 @@ std::string missingText(std::int64_t first, std::int64_t last) {
 
 } // namespace
 
-FoundFrame SoughtFrames::find(int frame) {
+FoundFrame SeekedFrames::find(int frame) {
     const auto fetched = m_clip.fetch(frame);
     return fetched ? FoundFrame{fetched->hash, fetched->isOwn} : FoundFrame{};
 }
 
-std::optional<int> SoughtFrames::next() {
+std::optional<int> SeekedFrames::next() {
     const auto played = m_clip.next();
     return played ? std::optional(played->number) : std::nullopt;
 }
@@ -51,13 +51,13 @@ PlayedFrames::PlayedFrames(FrameFetcher& clip, int last) {
 }
 
 FoundFrame PlayedFrames::find(int frame) {
-    m_sought = frame;
+    m_lastFound = frame;
     const auto found = m_hashes.find(frame);
     return found == m_hashes.end() ? FoundFrame{} : FoundFrame{found->second, true};
 }
 
 std::optional<int> PlayedFrames::next() {
-    const auto found = m_hashes.upper_bound(m_sought);
+    const auto found = m_hashes.upper_bound(m_lastFound);
     return found == m_hashes.end() ? std::nullopt : std::optional(found->first);
 }
 
@@ -68,7 +68,7 @@ void FramePrinter::report(const std::string& message) {
 
 void FramePrinter::printLine(int number, const std::optional<std::uint64_t>& hash) {
     m_out << number << ' ' << (hash ? hexText(*hash) : "-") << '\n' << std::flush;
-    m_result |= hash ? kGood : kFindings;
+    m_result |= hash ? kSuccess : kFindings;
 }
 
 void FramePrinter::printRange(const FrameRange& range) {
@@ -82,10 +82,10 @@ void FramePrinter::printRange(const FrameRange& range) {
                 return;
             }
             gapEnd = next ? std::clamp<std::int64_t>(*next, number + 1, end) : end;
-            if (!found.hash || gapEnd - number > kLongestGap) {
+            if (!found.hash || gapEnd - number > kMaxGap) {
                 report(missingText(number, gapEnd - 1));
             }
-            if (gapEnd - number > kLongestGap) {
+            if (gapEnd - number > kMaxGap) {
                 printLine(static_cast<int>(number), std::nullopt);
                 number = gapEnd - 1;
                 continue;
@@ -129,7 +129,7 @@ int playAll(FrameFetcher& clip, const std::string& file, std::ostream& out) {
     }
     const std::int64_t promised = std::int64_t{clip.frameCount()} - first;
     if (clip.atEnd() && played >= promised) {
-        return kGood;
+        return kSuccess;
     }
     core::writeStandardError(file + ": " + std::to_string(played) + " frames played" +
                              (played < promised ? " of " + std::to_string(promised) : "") +

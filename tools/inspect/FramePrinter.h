@@ -1,5 +1,5 @@
-// Prints frames as "NUMBER HASH" lines, or "NUMBER -" for one that does not come, and says on
-// stderr what is missing.
+// Prints frames as "NUMBER HASH" lines, "NUMBER -" for missing ones, which it also reports on
+// stderr.
 #pragma once
 
 #include <cstdint>
@@ -13,10 +13,10 @@
 
 namespace inspect {
 
-/// What stands under a frame number.
+/// Result for one frame number.
 struct FoundFrame {
-    std::optional<std::uint64_t> hash; ///< empty: no picture came
-    bool isOwn = false;                ///< the clip has a frame of this number
+    std::optional<std::uint64_t> hash; ///< empty: no picture
+    bool isOwn = false;                ///< the clip has a frame with this number
 };
 
 /// Where the pictures come from.
@@ -24,16 +24,15 @@ class FrameSource {
 public:
     virtual ~FrameSource() = default;
     [[nodiscard]] virtual FoundFrame find(int frame) = 0;
-    /// The first frame behind the one that find() was last called for; empty when there is none.
+    /// The first frame after that of the last find(); empty when there is none.
     [[nodiscard]] virtual std::optional<int> next() = 0;
 };
 
-/// Seeks to each frame. Where the clip has no frame of a number, the picture is that of the nearest
-/// one.
-class SoughtFrames : public FrameSource {
+/// Seeks to each frame. For a number without a frame, the picture is that of the nearest one.
+class SeekedFrames : public FrameSource {
 public:
     /// clip: outlives it.
-    explicit SoughtFrames(FrameFetcher& clip) : m_clip(clip) {}
+    explicit SeekedFrames(FrameFetcher& clip) : m_clip(clip) {}
     [[nodiscard]] FoundFrame find(int frame) override;
     [[nodiscard]] std::optional<int> next() override;
 
@@ -41,7 +40,7 @@ private:
     FrameFetcher& m_clip;
 };
 
-/// Plays up to frame `last` at once, then gives what came.
+/// Plays up to frame `last` at once, then returns those frames.
 class PlayedFrames : public FrameSource {
 public:
     PlayedFrames(FrameFetcher& clip, int last);
@@ -50,7 +49,7 @@ public:
 
 private:
     std::map<int, std::uint64_t> m_hashes;
-    int m_sought = -1;
+    int m_lastFound = -1;
 };
 
 class FramePrinter {
@@ -60,7 +59,7 @@ public:
         : m_source(source), m_file(file), m_frameCount(frameCount), m_out(out) {}
 
     void print(const FrameItem& item);
-    /// kFindings when a frame did not come.
+    /// kFindings when a frame was missing.
     [[nodiscard]] int result() const { return m_result; }
 
 private:
@@ -76,7 +75,7 @@ private:
     int m_result = 0;
 };
 
-/// Plays the whole clip; fewer frames than it promises are a finding. Gives the exit code.
+/// Plays the whole clip; fewer frames than it claims are a finding. Returns the exit code.
 [[nodiscard]] int playAll(FrameFetcher& clip, const std::string& file, std::ostream& out);
 
 } // namespace inspect

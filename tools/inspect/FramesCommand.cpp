@@ -12,7 +12,7 @@
 namespace inspect {
 namespace {
 
-/// Empty when an item cannot be read, which is then reported.
+/// Empty, after a report, when an item cannot be parsed.
 std::optional<std::vector<FrameItem>> readItems(const Arguments& texts) {
     std::vector<FrameItem> items;
     for (const std::string& text : texts) {
@@ -28,7 +28,7 @@ std::optional<std::vector<FrameItem>> readItems(const Arguments& texts) {
 
 int seekFrames(FrameFetcher& clip, const std::string& file, const std::vector<FrameItem>& items,
                std::ostream& out) {
-    SoughtFrames frames(clip);
+    SeekedFrames frames(clip);
     FramePrinter printer(frames, file, clip.frameCount(), out);
     if (items.empty()) {
         const bool isKnown = clip.frameCount() > 0;

@@ -85,7 +85,7 @@ Json& Json::value(bool truth) {
 
 Json& Json::value(std::int64_t number) {
     separate();
-    m_out << std::to_string(number); // never with the stream's own digit grouping
+    m_out << std::to_string(number); // without the stream's digit grouping
     return *this;
 }
 

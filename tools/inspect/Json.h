@@ -6,7 +6,7 @@
 //   json.key("branches").beginArray(); ... json.endArray();
 //   json.endObject();
 //
-// Format: RFC 8259. Nesting is the caller's duty; no check.
+// Format: RFC 8259. Correct nesting is up to the caller and not checked.
 #pragma once
 
 #include <cstdint>
@@ -24,16 +24,16 @@ public:
     Json& endObject() { return close('}'); }
     Json& beginArray() { return open('['); }
     Json& endArray() { return close(']'); }
-    /// The name of the value that comes next.
+    /// The name of the next value.
     Json& key(std::string_view name);
 
-    /// UTF-8; bytes that are none are printed as U+FFFD.
+    /// UTF-8; invalid bytes are printed as U+FFFD.
     Json& value(std::string_view text);
     Json& value(const char* text) { return value(std::string_view(text)); }
     Json& value(bool truth);
     Json& value(std::int64_t number);
     Json& value(int number) { return value(static_cast<std::int64_t>(number)); }
-    /// The shortest text that reads back as the same number; null for what JSON cannot say.
+    /// The shortest text that reads back as the same number; null for infinities and NaN.
     Json& value(double number);
 
 private:

@@ -1,4 +1,4 @@
-// quorvel-inspect: what the editor's files hold, as JSON, for authors' support and for checks in
+// quorvel-inspect: the contents of the editor's files as JSON, for support and for checks in
 // pipelines. Writes no log file.
 #include <iostream>
 

@@ -42,13 +42,13 @@ void printScene(Json& json, const scene::SceneManager& manager) {
     json.endObject();
 }
 
-/// The name that a scene without one in its file has: that of its folder.
+/// A scene without a name in its file is named after its folder.
 std::string folderName(const std::string& folder) {
     return core::fileName(folder.substr(0, folder.find_last_not_of("/\\") + 1));
 }
 
 bool rewrite(scene::SceneManager& manager, const std::string& folder) {
-    int error = 0; // it may exist; whatever else fails shows when the file is opened
+    int error = 0; // may exist already; other failures show when the file is opened
     core::services().fileSystem->createFolder(folder, error);
     return manager.saveInto(core::withSeparator(folder));
 }
@@ -73,7 +73,7 @@ int runScene(const Arguments& given, std::ostream& out) {
     Json json(out);
     printScene(json, *manager);
     out << '\n';
-    return rewriteFolder.empty() || rewrite(*manager, rewriteFolder) ? kGood : kUnreadable;
+    return rewriteFolder.empty() || rewrite(*manager, rewriteFolder) ? kSuccess : kUnreadable;
 }
 
 } // namespace inspect

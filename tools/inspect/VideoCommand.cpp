@@ -34,7 +34,7 @@ int runVideo(const Arguments& arguments, std::ostream& out) {
         Json json(out);
         printVideo(json, arguments.front(), clip);
         out << '\n';
-        return kGood;
+        return kSuccess;
     } catch (const theora::TheoraGenericException& error) {
         core::writeStandardError(error.getMessage());
         return kUnreadable;

@@ -8,7 +8,7 @@
 namespace inspect {
 namespace {
 
-constexpr int kMostFrames = 10'000'000; // over four days of video
+constexpr int kMaxFrames = 10'000'000; // over four days of video
 
 std::optional<int> wholeNumber(const std::string& text) {
     int number = 0;
@@ -31,8 +31,8 @@ std::optional<platform::Size> sizeFrom(const std::string& text) {
                : std::nullopt;
 }
 
-/// A display that is not given is the editor's usual picture area, and a video as large as the
-/// display: without both the scale is 1.
+/// Default display: the editor's usual picture area; default video: as large as the display, so
+/// that the scale is 1.
 std::optional<zone::Scale> scaleFrom(const std::string& display, const std::string& video) {
     const auto shown = sizeFrom(display.empty() ? "1280x720" : display);
     const auto stored = video.empty() ? shown : sizeFrom(video);
@@ -93,9 +93,9 @@ int runZones(const Arguments& given, std::ostream& out) {
     }
     const std::optional<int> frameCount =
         frames.empty() ? zone::kStoredFrameCount : wholeNumber(frames);
-    if (!frameCount || *frameCount > kMostFrames) {
-        return badUsage("zones", "the number of frames is 0 or more, at most " +
-                                     std::to_string(kMostFrames));
+    if (!frameCount || *frameCount > kMaxFrames) {
+        return badUsage("zones",
+                        "the number of frames is 0 or more, at most " + std::to_string(kMaxFrames));
     }
 
     const auto manager = zone::ZoneManager::create(arguments.front(), *frameCount, true, scale);
@@ -107,7 +107,7 @@ int runZones(const Arguments& given, std::ostream& out) {
     out << '\n';
     const bool good =
         rewriteBase.empty() || (manager->saveAs(rewriteBase) && manager->lastSaveFailure().empty());
-    return good ? kGood : kUnreadable;
+    return good ? kSuccess : kUnreadable;
 }
 
 } // namespace inspect

@@ -90,7 +90,7 @@ void editBranches(Script& script) {
 }
 
 void drawAZone(Script& script) {
-    // The frame is decoded in the background: a moment for it to come.
+    // Give the background decoder time for the frame.
     script.wait(kGlance);
     look(script, kZones, "6-zone-editor");
     click(script, kZones, u"ButtonAddZone");

@@ -1,12 +1,12 @@
-// One pass of an author through all screens, as a script.
+// Script of an author's pass through all screens.
 #pragma once
 
 namespace tour {
 
 class Script;
 
-/// Opens the first scene on offer, adds a branch with two actions, draws a zone over its video,
-/// saves both and leaves. A picture of each screen is taken on the way.
+/// Opens the first scene listed, adds a branch with two actions, draws a zone over its video, saves
+/// both and exits, with a screenshot of each screen.
 void writeEditingPass(Script& script);
 
 } // namespace tour

@@ -29,7 +29,7 @@ void appendChunk(Bytes& file, const std::array<char, 4>& type, const Bytes& cont
     appendWord(file, static_cast<std::uint32_t>(crc32(0, file.data() + start, length)));
 }
 
-/// Each row behind a filter byte of 0: unfiltered.
+/// Each row follows a filter byte of 0: unfiltered.
 Bytes scanLines(const platform::Bitmap& picture) {
     Bytes lines;
     for (int y = 0; y < picture.size().height; ++y) {

@@ -1,5 +1,4 @@
-// Writes a picture of a window as a PNG file, for people to look at.
-// Format: https://www.w3.org/TR/png/
+// Writes a picture of a window as a PNG file. Format: https://www.w3.org/TR/png/
 #pragma once
 
 #include <string>
@@ -8,8 +7,7 @@
 
 namespace tour {
 
-/// 8 bits red, green and blue; alpha is dropped. Throws std::runtime_error when the file cannot be
-/// written.
+/// 8-bit RGB; alpha is dropped. Throws std::runtime_error when the file cannot be written.
 void writePng(const platform::Bitmap& picture, const std::string& path);
 
 } // namespace tour

@@ -18,7 +18,7 @@ using platform::MouseButton;
 using platform::Point;
 
 constexpr auto kTick = std::chrono::milliseconds(20);
-constexpr auto kLongestStep = std::chrono::seconds(20);
+constexpr auto kStepTimeout = std::chrono::seconds(20);
 
 Point middleOf(const platform::Rect& rect) {
     return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
@@ -43,7 +43,7 @@ void Script::on(std::u16string window, std::function<void()> action) {
 
 void Script::wait(std::chrono::milliseconds time) {
     const auto ready = [this, time] {
-        return m_hurries || std::chrono::steady_clock::now() - m_stepBegan >= time;
+        return m_skipsWaits || std::chrono::steady_clock::now() - m_stepBegan >= time;
     };
     m_steps.push_back({{}, ready, [] {}});
 }
@@ -60,7 +60,7 @@ void Script::tick() {
         m_gui->loop().postQuit(1);
         return;
     }
-    // Input that a step queued is handled by the round of the loop that follows the step.
+    // The event loop handles input queued by a step in the round after it.
     if (isFinished() || std::exchange(m_settling, false)) {
         return;
     }
@@ -75,7 +75,7 @@ void Script::tick() {
             m_stepBegan = std::chrono::steady_clock::now();
             m_settling = true;
             step.action();
-        } else if (std::chrono::steady_clock::now() - m_stepBegan > kLongestStep) {
+        } else if (std::chrono::steady_clock::now() - m_stepBegan > kStepTimeout) {
             fail("step " + std::to_string(m_next) + " waits in vain for " +
                  core::storedText(step.window));
         }

@@ -19,25 +19,25 @@ namespace tour {
 
 class Script {
 public:
-    /// Pictures go into `folder`, which exists.
+    /// Pictures are saved in `folder`, which must exist.
     explicit Script(std::string folder);
     ~Script();
     Script(const Script&) = delete;
     Script& operator=(const Script&) = delete;
 
-    // Building. Steps stay in the order of the calls; `window` is a window class name.
+    // Building. Steps run in the order of the calls; `window` is a window class name.
     void on(std::u16string window, std::function<void()> action);
     void wait(std::chrono::milliseconds time);
-    /// Waits end at once: nobody is watching.
-    void hurry() { m_hurries = true; }
+    /// For runs that nobody watches.
+    void skipWaits() { m_skipsWaits = true; }
 
-    // Acting, inside a step.
+    // Actions, called inside a step.
     void click(std::u16string_view name);
     void clickAt(platform::Point at);
     void drag(const std::vector<platform::Point>& points);
     void type(const std::u16string& text);
     void press(platform::Key key, platform::Modifiers modifiers = {});
-    /// In the open list of the combo that was clicked last.
+    /// In the open list of the last combo clicked.
     void pickItem(int index);
     /// The combo or check box `name` in row `row` of the action list.
     void clickInRow(int row, std::u16string_view name);
@@ -51,13 +51,13 @@ public:
         return *control;
     }
 
-    /// Starts playing in the loops of `gui`.
+    /// Starts playing in the event loops of `gui`.
     void play(platform::Gui& gui);
-    /// Ends playing, before the gui goes.
+    /// Stops playing; call before the gui is destroyed.
     void stop();
     [[nodiscard]] bool isFinished() const { return m_next == m_steps.size(); }
-    /// What went wrong; empty when nothing did. The running loops end then; the program's own gui
-    /// should tell that it is ending, so that no other begins.
+    /// The error, if any. It ends the running loops; the program's gui should then report
+    /// isEnding(), so that no other loop starts.
     [[nodiscard]] const std::string& problem() const { return m_problem; }
 
 private:
@@ -77,7 +77,7 @@ private:
     std::size_t m_next = 0;
     std::string m_problem;
     bool m_settling = false;
-    bool m_hurries = false;
+    bool m_skipsWaits = false;
     std::chrono::steady_clock::time_point m_stepBegan;
     platform::Gui* m_gui = nullptr;
     std::unique_ptr<platform::TestInput> m_input;

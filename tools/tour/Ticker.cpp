@@ -14,7 +14,7 @@ constexpr auto kHang = std::chrono::minutes(2);
 } // namespace
 
 struct Ticker::Tick {
-    std::function<void()> run; ///< UI thread only; empty once nobody waits for ticks any more
+    std::function<void()> run; ///< UI thread only; empty after the ticker's destruction
     std::atomic<bool> isPosted{false};
 };
 

@@ -1,4 +1,4 @@
-// Lets something happen in the message loops of a running program, whichever is the innermost.
+// Calls a function regularly in the message loops of a running program, whichever is innermost.
 #pragma once
 
 #include <chrono>
@@ -12,9 +12,9 @@
 
 namespace tour {
 
-/// Has `tick` run in `loop` every `period`, one at a time, so that input, timers and paints have
-/// their turn in between. A loop that takes none for two minutes ends the process with a message.
-/// Made and destroyed on the UI thread; after that no tick runs.
+/// Runs `tick` in `loop` every `period`, one at a time, so that input, timers and paints get their
+/// turn. A loop that runs none for two minutes ends the process with a message. Created and
+/// destroyed on the UI thread; no tick runs after destruction.
 class Ticker {
 public:
     Ticker(platform::EventLoop& loop, std::chrono::milliseconds period, std::function<void()> tick);
@@ -28,7 +28,7 @@ private:
 
     platform::EventLoop& m_loop;
     std::chrono::milliseconds m_period;
-    /// Shared with the tick that is still posted at the end: the loop may run it much later.
+    /// Shared with a tick still posted at destruction: the loop may run it much later.
     std::shared_ptr<Tick> m_tick;
     std::mutex m_mutex;
     std::condition_variable m_wake;

@@ -4,7 +4,7 @@
 
 namespace tour {
 
-void layOver(platform::Bitmap& below, const platform::NativeWindow& window,
+void overlay(platform::Bitmap& below, const platform::NativeWindow& window,
              platform::NativeWindow& above) {
     const platform::Bitmap picture = above.snapshot();
     const platform::Point from = window.geometry().topLeft();
@@ -24,7 +24,7 @@ platform::Bitmap pictureOf(toolkit::WindowImplBase& window) {
     platform::Bitmap picture = window.GetNative()->snapshot();
     const toolkit::DropListWindow& list = toolkit::DropListWindow::of(window.GetPaintManager());
     if (list.owner() != nullptr && list.native() != nullptr) {
-        layOver(picture, *window.GetNative(), *list.native());
+        overlay(picture, *window.GetNative(), *list.native());
     }
     return picture;
 }

@@ -1,4 +1,4 @@
-// Pictures of windows as a person sees them on a screen: popups and dialogs over their window.
+// Screenshots of windows with their popups and dialogs.
 #pragma once
 
 #include "platform/Bitmap.h"
@@ -7,8 +7,8 @@
 
 namespace tour {
 
-/// Draws the picture of `above` where it stands over `window`, whose picture is `below`.
-void layOver(platform::Bitmap& below, const platform::NativeWindow& window,
+/// Draws the picture of `above` at its position over `window`, whose picture is `below`.
+void overlay(platform::Bitmap& below, const platform::NativeWindow& window,
              platform::NativeWindow& above);
 
 /// What the window shows, with its open drop list. Its native window exists.

@@ -1,10 +1,10 @@
 // A guided tour of the editor: plays one editing pass with real mouse and keyboard events on the
-// program's own windows and leaves one picture for each screen.
+// program's own windows and saves a picture of each screen.
 //
 // Usage: quorvel-tour OUT        in a folder with UI/, Translations.ini and Scenes/
 //
-// Works on a copy of that folder's contents in OUT/work, which is made anew. Exit code 0 when the
-// whole pass went through, 1 when it did not, 2 on bad usage.
+// Works on a copy of that folder's contents in OUT/work, which is replaced. Exit code 0 when the
+// whole pass succeeded, 1 when it did not, 2 on bad usage.
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The window system with a script that plays on it as long as it stands.
+/// The window system with a script that plays during its lifetime.
 class PlayedGui final : public platform::Gui {
 public:
     PlayedGui(std::unique_ptr<platform::Gui> real, tour::Script& script)

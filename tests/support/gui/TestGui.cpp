@@ -15,7 +15,7 @@ using platform::EventKind;
 using platform::Key;
 using platform::MouseButton;
 
-constexpr auto kLongestWait = std::chrono::seconds(30);
+constexpr auto kMaxWait = std::chrono::seconds(30);
 constexpr int kPumpRounds = 5;
 
 std::unique_ptr<platform::Gui> theGui;
@@ -73,7 +73,7 @@ void pump() {
 }
 
 bool pumpUntil(const std::function<bool()>& done) {
-    const auto end = std::chrono::steady_clock::now() + kLongestWait;
+    const auto end = std::chrono::steady_clock::now() + kMaxWait;
     while (!done()) {
         if (std::chrono::steady_clock::now() > end) {
             return false;

@@ -26,7 +26,7 @@ protected:
 
     /// What a command that succeeds prints.
     std::string printed(const inspect::Arguments& arguments) {
-        EXPECT_EQ(run(arguments), inspect::kGood);
+        EXPECT_EQ(run(arguments), inspect::kSuccess);
         return m_output;
     }
     /// The lines of these frames by a plain decode.

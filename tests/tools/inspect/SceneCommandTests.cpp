@@ -24,7 +24,7 @@ using SceneCommandTest = inspect_tests::CommandTest;
 TEST_F(SceneCommandTest, PrintsTheSceneAndNamesUnknownNodes) {
     support::writeBytes("in/Scene.xml", kScene);
     for (const char* folder : {"in", "in/"}) {
-        EXPECT_EQ(run({"scene", folder}), inspect::kGood);
+        EXPECT_EQ(run({"scene", folder}), inspect::kSuccess);
         EXPECT_EQ(m_output, kJson);
         EXPECT_EQ(m_errors, "Error: Unknown node type: Odd\nError: Unknown node type: Odder\n");
     }
@@ -33,7 +33,7 @@ TEST_F(SceneCommandTest, PrintsTheSceneAndNamesUnknownNodes) {
     support::writeBytes(
         "F\xC3\xBC/Scene.xml",
         "<Scene><FirstBranch>\"\\/\t\x01\x1F\x7F \xF0\x9F\x98\x80\xFF\xC3</FirstBranch></Scene>");
-    EXPECT_EQ(run({"scene", "F\xC3\xBC//"}), inspect::kGood);
+    EXPECT_EQ(run({"scene", "F\xC3\xBC//"}), inspect::kSuccess);
     EXPECT_EQ(m_output,
               "{\"name\":\"F\xC3\xBC\",\"firstBranch\":\"\\\"\\\\/\\t\\u0001\\u001f\\u007f "
               "\xF0\x9F\x98\x80\xEF\xBF\xBD\xEF\xBF\xBD\",\"branches\":[]}\n");
@@ -45,7 +45,7 @@ TEST_F(SceneCommandTest, TheDemoScenesRewriteToTheSameBytes) {
     ASSERT_TRUE(core::listFolders(scenes, names));
     EXPECT_GE(names.size(), 2U);
     for (const std::string& name : names) {
-        EXPECT_EQ(run({"scene", scenes + name, "--rewrite", name}), inspect::kGood);
+        EXPECT_EQ(run({"scene", scenes + name, "--rewrite", name}), inspect::kSuccess);
         EXPECT_EQ(m_errors, "");
         EXPECT_EQ(support::readBytes(name + "/Scene.xml"),
                   support::readBytes(scenes + name + "/Scene.xml"));
@@ -57,10 +57,10 @@ TEST_F(SceneCommandTest, HelpIsPrintedForEveryCommandAndForAll) {
         const std::string usage = std::string("quorvel-inspect ") + command + " ";
         for (const inspect::Arguments& arguments :
              {inspect::Arguments{command, "--help"}, {command, "in", "--help"}}) {
-            EXPECT_EQ(run(arguments), inspect::kGood);
+            EXPECT_EQ(run(arguments), inspect::kSuccess);
             EXPECT_TRUE(m_output.starts_with("Usage: " + usage)) << m_output;
         }
-        EXPECT_EQ(run({"--help"}), inspect::kGood);
+        EXPECT_EQ(run({"--help"}), inspect::kSuccess);
         EXPECT_NE(m_output.find("\n  " + usage.substr(usage.find(' ') + 1)), std::string::npos);
         EXPECT_EQ(m_errors, "");
     }

@@ -22,7 +22,7 @@ protected:
 };
 
 TEST_F(ZonesCommandTest, PrintsThePairAndRewritesTheSameBytes) {
-    EXPECT_EQ(run({"zones", "A/clip", "--rewrite", "A/copy"}), inspect::kGood);
+    EXPECT_EQ(run({"zones", "A/clip", "--rewrite", "A/copy"}), inspect::kSuccess);
     EXPECT_EQ(m_output, R"({"videoWidth":1280,"videoHeight":720,"zones":[{"name":"Door",)"
                         R"("frames":[{"active":true,"points":[[150,300],[30,60]]},)"
                         R"({"active":false,"points":[]}]}]})"
@@ -46,7 +46,7 @@ TEST_F(ZonesCommandTest, EitherSizeMayBeLeftOut) {
     for (const auto& item : cases) {
         inspect::Arguments arguments = {"zones", "A/clip"};
         arguments.insert(arguments.end(), item.options.begin(), item.options.end());
-        EXPECT_EQ(run(arguments), inspect::kGood);
+        EXPECT_EQ(run(arguments), inspect::kSuccess);
         EXPECT_NE(m_output.find(item.points), std::string::npos) << m_output;
     }
 }
