@@ -14,11 +14,11 @@ using GuiFactory = std::function<std::unique_ptr<platform::Gui>()>;
 
 /// Runs the editor in the current directory with the blank-separated tokens of `commandLine`.
 /// Returns the process's exit code: 0 after a normal end, 1 when the start-up failed or the
-/// system's components could not be initialised. The log stays open, its owner ends it; but where
-/// the launcher takes over, its page is written before that.
+/// system's components could not be initialised. The log stays open for its owner to end,
+/// except that its page is written before the launcher takes over.
 [[nodiscard]] int runProgram(const std::string& commandLine, const GuiFactory& createGui);
 
-/// Tells the user in a message box, the log and stderr why the program cannot start. Returns the
+/// Reports in a message box, the log and stderr why the program cannot start. Returns the
 /// exit code for that.
 [[nodiscard]] int refuseToStart(const std::string& problem, const GuiFactory& createGui);
 

@@ -12,7 +12,7 @@ using app_state::ScreenResult;
 
 namespace {
 
-/// The screen with those that it stands on.
+/// The screen and those below it.
 std::vector<Screen> stackUpTo(Screen screen) {
     switch (screen) {
     case Screen::newScene:
@@ -50,7 +50,7 @@ bool ScreenLoop::run() {
 }
 
 void ScreenLoop::runTop() {
-    // A request is over once its screen comes up.
+    // A request is done once its screen is shown.
     if (m_state.screen == Screen::newScene) {
         m_state.newSceneRequest = false;
     } else if (m_state.screen == Screen::zoneEditor) {

@@ -1,6 +1,6 @@
-// The loop over the screens, which lie on a stack: opening or creating a scene, above it the branch
-// editor, above that the zone editor. Only the top one has a window. A screen says by the flags of
-// the screen state what comes next, and its result goes to the one below it.
+// The loop over the screens, which form a stack: open scene, above it new scene or the branch
+// editor, above that the zone editor. Only the top one has a window. The flags of the screen state
+// say what comes next; the result of a screen goes to the one below it.
 //
 //   ScreenLoop loop(state, components, screens);
 //   bool good = loop.run();

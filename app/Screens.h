@@ -13,7 +13,7 @@ class Screens {
 public:
     virtual ~Screens() = default;
     /// Returns when the screen's window is closed; empty when there was no window to show.
-    /// `returned` is what the screen above it has left, when one has just ended.
+    /// `returned` is the result of the screen above it, when one has just ended.
     [[nodiscard]] virtual std::optional<app_state::ScreenResult>
     show(app_state::Screen screen, const app_state::ScreenResult& returned) = 0;
     /// Loads the scene whose name the open scene window has left; false when that fails (the log

@@ -15,7 +15,7 @@ bool Companions::open(std::shared_ptr<EditorWindow> window, std::u16string_view 
     if (!window) {
         return false;
     }
-    // Its last event is still being handled when it says so: it is released after that.
+    // Called while its last event is being handled: it is released after that.
     const auto release = [loop = &window->Gui().loop(), windows = std::weak_ptr(m_windows),
                           ended = window.get()] {
         loop->post([windows, ended] {

@@ -31,9 +31,9 @@ public:
         }
         return open(Window::create(context), title);
     }
-    /// Closes all; safe inside a handler of one of them.
+    /// Closes them all; safe inside a handler of one of them.
     void close();
-    /// Whether they take input: not while the screen asks something.
+    /// Whether they take input; they do not while the screen asks a question.
     void setEnabled(bool enabled);
 
 private:

@@ -40,7 +40,7 @@ public:
     /// once its native window is gone. False when the window or its layout cannot be made.
     [[nodiscard]] bool showBeside(platform::NativeWindow* owner, std::u16string_view title,
                                   std::function<void()> onEnd);
-    /// While it asks something, neither it nor what it has opened beside itself takes input.
+    /// Disabled while it asks a question, together with its companions.
     void setInputEnabled(bool enabled);
 
     [[nodiscard]] std::string GetSkinFolder() const override { return "UI/"; }

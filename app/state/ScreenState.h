@@ -10,7 +10,7 @@ namespace app_state {
 enum class Screen { openScene = 0, newScene = 1, branchEditor = 2, zoneEditor = 3 };
 
 /// The top left corner of a window, in screen pixels.
-/// What a screen that has ended leaves to the one that comes back below it.
+/// The result of a screen, for the one below it on the stack.
 struct ScreenResult {
     /// The zone editor closed itself because it could not read this video; UTF-8 path, else empty.
     std::string unreadableVideo;

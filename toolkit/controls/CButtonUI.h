@@ -1,5 +1,5 @@
 // A push button: sends "click" when it is pressed and released inside itself, and by Space and
-// Enter when it has the keyboard.
+// Enter when it has the focus.
 #pragma once
 
 #include "toolkit/controls/CLabelUI.h"
@@ -13,7 +13,7 @@ public:
     [[nodiscard]] std::u16string GetClass() const override { return u"Button"; }
     [[nodiscard]] void* GetInterface(std::u16string_view name) override;
 
-    /// Does what a click of the user does. False when the control is disabled, hidden or in no
+    /// Does what a click by the user does. False when the control is disabled, hidden or in no
     /// window.
     virtual bool Activate();
 

@@ -57,7 +57,7 @@ bool CComboUI::SelectItem(int index, bool takeFocus) {
     if (takeFocus && GetManager() != nullptr) {
         GetManager()->SetFocus(this);
     }
-    // Whoever lost the keyboard may have changed the items in its handler.
+    // The handler of the control that lost the focus may have changed the items.
     if (changed && index >= 0 && m_current == index) {
         notify(kItemSelect, index);
     }
@@ -88,7 +88,7 @@ bool CComboUI::Drop() {
     const CPaintManagerUI::Busy busy(GetManager());
     GetManager()->SetFocus(this);
     if (!IsFocused() || GetCount() == 0) {
-        return false; // whoever lost the keyboard changed things in its handler
+        return false; // the handler of the control that lost the focus changed things
     }
     Invalidate();
     return DropListWindow::of(*GetManager()).open(*this);

@@ -2,7 +2,7 @@
 // Up, Down, Home, End and typed letters pick without opening.
 //
 // Items are CListLabelElementUI, added one by one, or a shared list of texts: then the item
-// controls are made when someone asks for one, and many combos can show the same long list.
+// controls are made on request, and many combos can share one long list.
 #pragma once
 
 #include <vector>
@@ -47,7 +47,7 @@ public:
     /// Selects and, when the index changed to a valid one, sends "itemselect". -1 selects nothing,
     /// silently. False for any other index outside the list.
     bool SelectItem(int index, bool takeFocus = false);
-    /// What a pick of the user does: sends "itemselect" in any case. False for no or a disabled
+    /// What a pick by the user does: always sends "itemselect". False for no or a disabled
     /// item, and when the combo itself is disabled.
     bool pick(int index);
 
@@ -71,7 +71,7 @@ public:
     /// The keys of the closed list; an open one gets all keys.
     [[nodiscard]] bool claimsKey(const platform::Event& event) const override;
     [[nodiscard]] std::u16string toolTipAt(Point point) const override;
-    /// The items stand in the drop list, not in the window.
+    /// The items are in the drop list, not in the window.
     [[nodiscard]] int childCount() const override { return 0; }
     [[nodiscard]] CControlUI* childAt(int /*index*/) const override { return nullptr; }
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
@@ -88,7 +88,7 @@ protected:
 private:
     struct Attributes;
     [[nodiscard]] Rect textRect() const;
-    /// An item: its control once someone asked for it, else its text in the shared list.
+    /// An item: its control once that was requested, else its text in the shared list.
     using Item = std::unique_ptr<CListLabelElementUI>;
     void makeOwnItems();
     void sendSelected();

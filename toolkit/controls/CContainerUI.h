@@ -1,4 +1,4 @@
-// A control that holds others. It owns them; they stand where their "pos" says, or fill it.
+// A control that owns others. They are placed by their "pos", or fill it.
 #pragma once
 
 #include <vector>
@@ -32,7 +32,7 @@ public:
     /// -1 when `control` is none of the container's own.
     [[nodiscard]] virtual int GetItemIndex(const CControlUI* control) const;
     /// False when there is no such index. Safe inside an event of the removed control: it leaves
-    /// the window at once and dies when the event is over.
+    /// the window at once and is destroyed after the event.
     virtual bool RemoveAt(int index);
     virtual void RemoveAll();
 
@@ -59,7 +59,7 @@ protected:
     [[nodiscard]] const std::vector<std::unique_ptr<CControlUI>>& items() const { return m_items; }
     /// Paints one child, grown to the whole child where its kind asks for that.
     static void paintChild(platform::Canvas& canvas, const Rect& dirty, CControlUI& child);
-    /// Hands a control that left the container to the window, which ends it when it is safe.
+    /// Hands a control that left the container to the window, which destroys it when that is safe.
     void retire(std::unique_ptr<CControlUI> control);
 
 private:

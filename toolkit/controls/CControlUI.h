@@ -1,5 +1,5 @@
-// One thing in a window: it has a name, a text and a rectangle, takes events and paints itself.
-// Everything else that stands in a window derives from it. UI thread only.
+// A control: it has a name, a text and a rectangle, takes events and paints itself. Everything
+// in a window derives from it. UI thread only.
 #pragma once
 
 #include <optional>
@@ -45,7 +45,7 @@ public:
 
     /// True when neither the control nor anything around it is disabled.
     [[nodiscard]] bool IsEnabled() const;
-    /// A disabled control that has the keyboard loses it, without a notification.
+    /// A disabled control loses the focus, without a notification.
     virtual void SetEnabled(bool enabled);
     /// Not disabled itself, whatever is around it.
     [[nodiscard]] bool isOwnEnabled() const { return m_enabled; }
@@ -66,7 +66,7 @@ public:
     /// 0: no upper limit.
     void SetMaxWidth(int width);
     void SetMaxHeight(int height);
-    /// Space kept free around the control inside its cell: left, top, right, bottom.
+    /// Space left free around the control inside its cell: left, top, right, bottom.
     void SetPadding(const Rect& padding);
     [[nodiscard]] const Rect& GetPadding() const { return m_padding; }
     /// The place relative to the parent's content that a layout's "pos" gave; a control with one
@@ -96,14 +96,15 @@ public:
     /// does not parse leaves things as they were.
     virtual bool SetAttribute(std::u16string_view name, std::u16string_view value);
 
-    /// True when the event is dealt with; wheel and key events otherwise go on to the parent.
+    /// True when the event was handled; wheel and key events otherwise go on to the parent.
     virtual bool DoEvent(const TEventUI& event);
     /// Paints what touches `dirty`; the canvas is clipped to the parent.
     virtual void DoPaint(platform::Canvas& canvas, const Rect& dirty);
-    /// True for a control that only can be painted whole: its dirty rectangle grows to all of it.
+    /// True for a control that can only be painted as a whole: its dirty rectangle grows to all of
+    /// it.
     [[nodiscard]] virtual bool PaintsWhole() const { return false; }
 
-    /// Whether the keyboard can come to it at all (enabled, visible and of a kind that uses keys).
+    /// Whether it can have the focus at all: enabled, visible and of a kind that uses keys.
     [[nodiscard]] bool CanTakeFocus() const { return isFocusable() && IsEnabled() && IsVisible(); }
     /// Of a kind that uses keys.
     [[nodiscard]] virtual bool isFocusable() const { return false; }
@@ -111,28 +112,28 @@ public:
     [[nodiscard]] bool isTabStop() const { return m_tabStop; }
     /// True for kinds that do something with a press: the caption does not drag from them.
     [[nodiscard]] virtual bool isInteractive() const { return isFocusable(); }
-    /// True for a kind that types: it shows the focus ring always and loses the keyboard to any
+    /// True for a kind that types: it always shows the focus ring and loses the focus to any
     /// press elsewhere.
     [[nodiscard]] virtual bool takesText() const { return false; }
-    /// Whether a key is its own while it has the keyboard. All others may be the window's
+    /// Whether it uses a key itself while it has the focus. All others may be the window's
     /// shortcuts.
     [[nodiscard]] virtual bool claimsKey(const platform::Event& /*event*/) const { return false; }
-    /// The pointer's picture over it.
+    /// The shape of the pointer over it.
     [[nodiscard]] virtual platform::PointerShape pointerShape() const {
         return platform::PointerShape::arrow;
     }
     /// Called before a press reaches the control or anything inside it. `second`: it is the second
     /// one of a double click.
     virtual void notePress(bool /*second*/) {}
-    /// The control was hidden, disabled or removed, or something around it was: a press, a held key
-    /// or the pointer over it is over without an event. Sends nothing.
+    /// The control was hidden, disabled or removed, or something around it was: it drops a
+    /// press, a held key and the hover state without an event. Sends nothing.
     virtual void forgetInput() {}
     /// What a tool tip over `point` says; the tool tip text unless a kind knows better.
     [[nodiscard]] virtual std::u16string toolTipAt(Point point) const;
     /// The image attribute of the focus ring; empty: the window's.
     [[nodiscard]] const std::u16string& focusedImage() const { return m_focusedImage; }
 
-    /// The controls inside, in painting and Tab order. Not owned by the caller.
+    /// The child controls, in painting and Tab order. Not owned by the caller.
     [[nodiscard]] virtual int childCount() const { return 0; }
     [[nodiscard]] virtual CControlUI* childAt(int /*index*/) const { return nullptr; }
     [[nodiscard]] bool isInside(const CControlUI* ancestor) const;
@@ -140,9 +141,9 @@ public:
     [[nodiscard]] CControlUI* FindSubControl(std::u16string_view name) const;
     /// The topmost visible control at `point`, disabled ones included; null when outside.
     [[nodiscard]] virtual CControlUI* controlAt(Point point);
-    /// What of `rect` (around this control) shows inside everything the control stands in.
+    /// The part of `rect` (around this control) that is visible inside all its ancestors.
     [[nodiscard]] Rect visibleArea(const Rect& rect) const;
-    /// Where painting and clicks of what stands inside end.
+    /// The area to which painting and clicks of the children are limited.
     [[nodiscard]] virtual Rect childClip() const { return m_pos; }
     /// Scrolls whatever is needed so that `descendant` can be seen.
     virtual void reveal(CControlUI& descendant);
@@ -177,9 +178,9 @@ protected:
     /// Sends a notification from this control, unless it is in no window. True when the control is
     /// still in one afterwards.
     bool notify(std::u16string_view type, int wParam = 0);
-    /// The name for people that the layout gave: the label, else the tool tip.
+    /// The accessible name that the layout gives: the label, else the tool tip.
     [[nodiscard]] const std::u16string& givenName() const;
-    /// Tells assistive technology, if any listens.
+    /// Notifies assistive technology, if any is listening.
     void accessibleChanged(platform::AccessibleChange change);
 
 private:

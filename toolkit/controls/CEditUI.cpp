@@ -127,8 +127,8 @@ platform::Rect CEditUI::caretRect() const {
                     height);
 }
 
-/// Keeps the caret in view and the input method's window beside it. Who does not write in the edit
-/// reads it from its beginning.
+/// Keeps the caret in view and the input method's window beside it. An edit without
+/// the focus shows its beginning.
 void CEditUI::caretMoved() {
     Invalidate();
     if (!IsFocused()) {

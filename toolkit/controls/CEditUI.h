@@ -1,4 +1,4 @@
-// A single-line edit. Enter commits: the edit gives the keyboard up, which sends "killfocus".
+// A single-line edit. Enter commits: the edit gives up the focus, which sends "killfocus".
 #pragma once
 
 #include "toolkit/controls/CLabelUI.h"
@@ -27,13 +27,13 @@ public:
     bool DoEvent(const TEventUI& event) override;
     [[nodiscard]] Size EstimateSize(Size available) const override;
     void SetPos(const Rect& pos) override;
-    /// Scrolls to the caret as well: a press, which must hit what it was aimed at, does without.
+    /// Scrolls to the caret as well. Not called for a press, which must hit what it was aimed at.
     void reveal(CControlUI& descendant) override;
     void forgetInput() override;
     [[nodiscard]] bool isFocusable() const override { return true; }
     [[nodiscard]] bool takesText() const override { return true; }
-    /// Everything that types, moves the caret or edits. Undo is its own only while something typed
-    /// has not been taken by leaving the field.
+    /// Everything that types, moves the caret or edits. Undo only while something typed has not
+    /// been committed by leaving the field.
     [[nodiscard]] bool claimsKey(const platform::Event& event) const override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     [[nodiscard]] std::u16string accessibleName() const override;
@@ -60,7 +60,7 @@ private:
     void changed();
     void caretMoved();
     void tellInputMethod();
-    /// The text as shown: with what the input method has not committed yet.
+    /// The text as shown, including what the input method has not committed yet.
     [[nodiscard]] std::u16string shownText() const;
     /// Where each code unit of the shown text begins, and where the last ends.
     [[nodiscard]] std::vector<int> shownPositions() const;

@@ -1,4 +1,4 @@
-// A row of a list that holds controls. A press anywhere in it, also on its controls, selects it.
+// A row of a list that holds controls. A press anywhere in it, including its controls, selects it.
 #pragma once
 
 #include "toolkit/controls/CContainerUI.h"

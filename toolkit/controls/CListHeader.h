@@ -1,5 +1,5 @@
-// The header above a list's rows: a container that stays while the rows scroll. Its labels stand
-// where their "pos" says.
+// The header above a list's rows: a container that does not scroll with them. Its labels are placed
+// by their "pos".
 #pragma once
 
 #include "toolkit/controls/CContainerUI.h"

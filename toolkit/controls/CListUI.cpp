@@ -98,7 +98,7 @@ bool CListUI::SelectItem(int index, bool takeFocus) {
     if (takeFocus && GetManager() != nullptr) {
         GetManager()->SetFocus(this);
     }
-    // Whoever lost the keyboard may have changed the items in its handler.
+    // The handler of the control that lost the focus may have changed the items.
     if (changed && index >= 0 && m_current == index) {
         notify(kItemSelect, index);
     }

@@ -1,5 +1,5 @@
-// A list of rows below each other, with a scroll bar when they do not fit and, if the layout gives
-// one, a header. Rows are CListLabelElementUI or CListContainerElementUI.
+// A list of rows, with a scroll bar when they do not fit and, if the layout has one, a header. Rows
+// are CListLabelElementUI or CListContainerElementUI.
 #pragma once
 
 #include "toolkit/controls/CContainerUI.h"
@@ -29,10 +29,10 @@ public:
     /// Selects row `index`, scrolls it into view and, when the index changed to a valid one, sends
     /// "itemselect". -1 selects nothing, silently. False for any other index outside the list.
     bool SelectItem(int index, bool takeFocus = false);
-    /// What a press or an arrow key of the user does: sends "itemselect" in any case. `reveals` as
+    /// What a press or an arrow key does: always sends "itemselect". `reveals` as
     /// for the focus: a key scrolls, a press does not move what it is on.
     bool pick(int index, bool reveals);
-    /// What a double click or Enter of the user does: sends "itemactivate" for the selected row.
+    /// What a double click or Enter does: sends "itemactivate" for the selected row.
     void activate();
 
     [[nodiscard]] const ItemStyle& itemStyle() const { return m_itemStyle; }

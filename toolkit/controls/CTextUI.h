@@ -1,4 +1,4 @@
-// A text inside a row. It differs from a label in its name only; layouts and programs use both.
+// A text inside a row. It differs from a label only in its name; layouts and programs use both.
 #pragma once
 
 #include "toolkit/controls/CLabelUI.h"

@@ -125,7 +125,7 @@ bool CComboUI::onDroppedKey(const TEventUI& event) {
     default:
         moveHighlight(event.native.key);
     }
-    return true; // all other keys are the open list's alone
+    return true; // all other keys belong to the open list
 }
 
 void CComboUI::moveHighlight(Key key) {
@@ -156,7 +156,7 @@ void CComboUI::moveHighlight(Key key) {
     }
 }
 
-/// A typed letter goes to the next item that begins with it, round at the end.
+/// A typed letter selects the next item that begins with it, starting over at the end.
 bool CComboUI::onText(const TEventUI& event) {
     const std::u16string& typed = event.native.text;
     if (typed.empty() || typed.front() == u' ' || GetCount() == 0) {

@@ -1,5 +1,5 @@
-// The items of a combo: controls of its own, or texts of a shared list that become controls when
-// someone asks for one.
+// The items of a combo: controls of its own, or texts of a shared list that become controls on
+// request.
 #include <algorithm>
 
 #include "toolkit/controls/CComboUI.h"

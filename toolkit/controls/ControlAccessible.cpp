@@ -1,4 +1,4 @@
-// What a control tells assistive technology of itself, where its kind knows nothing better.
+// What a control tells assistive technology about itself, unless its kind overrides it.
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 

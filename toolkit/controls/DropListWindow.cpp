@@ -197,7 +197,7 @@ bool DropListWindow::handle(const platform::Event& event) {
     case EventKind::keyDown:
     case EventKind::keyUp:
     case EventKind::textInput:
-        // The keyboard belongs to the window below; a system that sends it here means the combo.
+        // Keys belong to the window below; a system that sends them here means the combo.
         return m_manager.MessageHandler(event);
     default:
         return false;
@@ -247,7 +247,7 @@ void DropListWindow::onPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
         const ItemState state{m_combo->IsItemEnabled(i), i == m_combo->GetCurSel(),
                               i == m_highlighted};
         style.paintBackground(canvas, m_manager, itemRect(i), state);
-        // The texts stand below the box's own: the border is no part of their distance.
+        // The texts line up with the text of the box: the border does not count.
         const Rect rect = itemRect(i);
         style.paintText(canvas, m_manager, {rect.left - kBorder, rect.top, rect.right, rect.bottom},
                         m_combo->GetItemText(i), state);

@@ -1,4 +1,4 @@
-// The open list of a combo: a native popup that never takes the keyboard. One for each window, kept
+// The open list of a combo: a native popup that never takes the focus. One per window, kept
 // for the next opening. It paints from the combo's items and makes no item controls.
 #pragma once
 

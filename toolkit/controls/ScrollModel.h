@@ -1,5 +1,5 @@
-// The arithmetic of a vertical scroll bar: what is visible of a longer content, and where the thumb
-// stands in its track. Shared by the lists' scroll bar and the drop lists.
+// The arithmetic of a vertical scroll bar: which part of the content is visible, and where the
+// thumb is in its track. Shared by the lists' scroll bar and the drop lists.
 #pragma once
 
 #include <cstdint>

@@ -12,7 +12,7 @@ bool isStop(const CControlUI& control) {
     return control.isTabStop() && control.CanTakeFocus();
 }
 
-/// The stops inside `parent` in layout order, and `origin` wherever it stands.
+/// The stops inside `parent` in layout order, and `origin` even when it is none.
 void collectStops(CControlUI& parent, const CControlUI* origin, std::vector<CControlUI*>& stops) {
     if (isStop(parent) || &parent == origin) {
         stops.push_back(&parent);
@@ -46,7 +46,7 @@ void FocusKeeper::set(CControlUI* control, bool reveals) {
         m_focused = nullptr;
         old->DoEvent(focusEvent(EventType::killFocus, old));
     }
-    // The handler may have given the keyboard to someone itself, or removed the new one.
+    // The handler may have moved the focus itself, or removed the new control.
     if (m_focused == nullptr && m_next != nullptr && m_next->CanTakeFocus()) {
         m_focused = m_next;
         m_next = nullptr;

@@ -42,8 +42,8 @@ bool MouseInput::handle(const platform::Event& event) {
     }
 }
 
-/// The order matters: whoever loses the keyboard has committed before anything reacts to the press,
-/// and a row is selected before the control in it hears of the press; a disabled control hears
+/// The order matters: the control that loses the focus commits before anything reacts to the press,
+/// and a row is selected before the control in it gets the press; a disabled control gets
 /// nothing, but its row is selected all the same. Each step may change the controls, so the one
 /// under the pointer is looked up again.
 bool MouseInput::press(const platform::Event& event) {
@@ -85,7 +85,7 @@ bool MouseInput::press(const platform::Event& event) {
     return true;
 }
 
-/// Tells the control and everything around it; each may remove the others.
+/// Notifies the control and its ancestors; each may remove the others.
 void MouseInput::notePress(CControlUI* hit, bool second) {
     std::vector<CControlUI*> chain;
     for (CControlUI* control = hit; control != nullptr; control = control->GetParent()) {
@@ -199,7 +199,7 @@ void MouseInput::forget(const CControlUI& control) {
     }
 }
 
-void MouseInput::coolDown(const CControlUI& control) {
+void MouseInput::clearHot(const CControlUI& control) {
     std::erase_if(m_hot, [&](const CControlUI* hot) { return hot->isInside(&control); });
 }
 

@@ -1,5 +1,5 @@
-// Brings a window's mouse events to its controls: who is under the pointer, who was pressed, and
-// where the caption drags the window.
+// Sends a window's mouse events to its controls: which one is under the pointer, which one was
+// pressed, and where the caption drags the window.
 #pragma once
 
 #include <vector>
@@ -19,10 +19,10 @@ public:
     bool handle(const platform::Event& event);
     /// Drops a control that leaves the window.
     void forget(const CControlUI& control);
-    /// Nothing inside `control` is under the pointer any more, until the pointer moves; no control
-    /// hears of it.
-    void coolDown(const CControlUI& control);
-    /// The press is over without a release; the pressed control hears captureLost.
+    /// Nothing inside `control` counts as under the pointer until the pointer moves; no control is
+    /// notified.
+    void clearHot(const CControlUI& control);
+    /// The press ends without a release; the pressed control gets captureLost.
     void cancelPress();
     /// The pointer left the window.
     void leave();

@@ -32,7 +32,7 @@ private:
     std::unordered_map<std::u16string_view, Setter> m_setters;
 };
 
-/// Stores a parsed value; text that is no value leaves `target` alone.
+/// Stores a parsed value; text that is not a value leaves `target` unchanged.
 template <class Target, class Value>
 void assignIf(Target& target, const std::optional<Value>& value) {
     if (value) {
@@ -40,7 +40,7 @@ void assignIf(Target& target, const std::optional<Value>& value) {
     }
 }
 
-/// Hands a parsed value to a setter; text that is no value calls nothing.
+/// Hands a parsed value to a setter; nothing is called for text that is not a value.
 template <class Control, class Base, class Argument, class Value>
 void setIf(Control& control, void (Base::*setter)(Argument), const std::optional<Value>& value) {
     if (value) {

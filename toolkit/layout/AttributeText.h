@@ -1,5 +1,5 @@
 // The values of layout attributes: numbers, flags, colours, sizes and rectangles from text. Blanks
-// around numbers are ignored. Anything else is no value; the attribute is left as it was.
+// around numbers are ignored. Anything else is not a value; the attribute stays as it was.
 #pragma once
 
 #include <optional>

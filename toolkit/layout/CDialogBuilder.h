@@ -32,11 +32,11 @@ public:
     /// The window's client size in pixels, 1 to kMaxWindowSide a side; after Load.
     [[nodiscard]] platform::Size windowSize() const { return m_size; }
 
-    /// Makes fonts, defaults and controls and hands them to `manager`. Elements that neither the
-    /// toolkit nor `callback` (may be null) knows are skipped with what they hold. False when there
+    /// Makes fonts, defaults and controls and hands them to `manager`. Elements unknown to both
+    /// the toolkit and `callback` (may be null) are skipped with their content. False when there
     /// are more than kMaxControls.
     [[nodiscard]] bool Build(CPaintManagerUI& manager, IDialogBuilderCallback* callback);
-    /// Elements and attributes of the last Build that mean nothing, one line of text each.
+    /// Elements and attributes of the last Build that are unknown, one line of text each.
     [[nodiscard]] const std::vector<std::string>& remarks() const { return m_remarks; }
 
 private:

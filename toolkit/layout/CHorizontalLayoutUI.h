@@ -1,5 +1,5 @@
-// A row: children stand side by side from left to right. Children with a size along it keep
-// it, the others share what is left; "pos" takes a child out of it.
+// A row: children are placed side by side from left to right. Children with a width keep it, the
+// others share what is left; a child with "pos" is not part of the row.
 #pragma once
 
 #include "toolkit/controls/CContainerUI.h"

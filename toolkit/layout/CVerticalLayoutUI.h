@@ -1,5 +1,5 @@
-// A column: children stand below each other from top to bottom. Children with a size along it keep
-// it, the others share what is left; "pos" takes a child out of it.
+// A column: children are placed below each other from top to bottom. Children with a height keep
+// it, the others share what is left; a child with "pos" is not part of the column.
 #pragma once
 
 #include "toolkit/controls/CContainerUI.h"

@@ -14,7 +14,7 @@ class ImageCache {
 public:
     static ImageCache& get();
 
-    /// Null when the file is missing or no image; that is remembered too, and logged once.
+    /// Null when the file is missing or not an image; that is remembered too, and logged once.
     std::shared_ptr<const platform::Bitmap> load(const Skin& skin, const std::string& file);
     /// Forgets everything, so that changed files are read again.
     void clear() { m_images.clear(); }

@@ -29,7 +29,7 @@ std::optional<Bytes> readFile(const std::string& path, std::size_t limit) {
     return bytes;
 }
 
-/// Relative, and no way up: the skin's own files only.
+/// Relative and without "..": only the skin's own files.
 bool staysInside(const std::string& file) {
     if (file.empty() || file.front() == '/' || file.find('\\') != std::string::npos ||
         file.find(':') != std::string::npos || file.find('\0') != std::string::npos) {

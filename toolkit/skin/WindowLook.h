@@ -1,5 +1,5 @@
-// What a window's layout says about looks: its skin, its numbered fonts, the images that attributes
-// name, and the attributes that all controls of a kind begin with. UI thread only.
+// How a window looks: its skin, its numbered fonts, the images that attributes name, and the
+// default attributes of each kind of control. UI thread only.
 #pragma once
 
 #include <memory>
@@ -22,7 +22,7 @@ class WindowLook {
 public:
     using Attributes = std::vector<std::pair<std::u16string, std::u16string>>;
 
-    /// `fonts` outlives the look.
+    /// `fonts` must outlive the object.
     explicit WindowLook(platform::FontSet& fonts) : m_fonts(fonts) {}
 
     /// Forgets everything but the skin.
@@ -39,7 +39,7 @@ public:
     void AddDefault(std::u16string_view className, std::u16string_view name,
                     std::u16string_view value);
     void ApplyDefaults(CControlUI& control) const;
-    /// Of a kind; empty when the layout gives none.
+    /// The defaults of a kind; empty when the layout has none.
     [[nodiscard]] const Attributes& GetDefaults(const std::u16string& className) const;
 
 private:

@@ -33,7 +33,7 @@ bool inside(const Bytes& bytes, std::size_t at, std::size_t count) {
     return at <= bytes.size() && count <= bytes.size() - at;
 }
 
-/// Ends the decompressor however the reading ends.
+/// Ends the decompressor on every path.
 class Inflater {
 public:
     Inflater() { m_ready = inflateInit2(&m_stream, -MAX_WBITS) == Z_OK; }
@@ -130,7 +130,7 @@ bool ZipArchive::readEntry(std::size_t& offset, std::size_t end) {
     }
     std::string name(m_bytes.begin() + static_cast<std::ptrdiff_t>(nameAt),
                      m_bytes.begin() + static_cast<std::ptrdiff_t>(nameAt + nameSize));
-    m_entries.emplace(std::move(name), entry); // of two with one name the first counts
+    m_entries.emplace(std::move(name), entry); // the first of two with the same name counts
     offset = nameAt + rest;
     return true;
 }

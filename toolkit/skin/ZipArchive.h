@@ -17,10 +17,10 @@ public:
     static constexpr std::size_t kMaxEntries = 4096;
     static constexpr std::size_t kMaxEntryBytes = std::size_t{16} << 20U;
 
-    /// Empty when `bytes` is no archive that this class reads.
+    /// Empty when `bytes` is not an archive that this class reads.
     static std::optional<ZipArchive> open(std::vector<std::uint8_t> bytes);
 
-    /// In no order.
+    /// In no particular order.
     [[nodiscard]] std::vector<std::string> names() const;
     /// The entry's bytes; empty when it is missing, damaged, too large or of a kind not read.
     [[nodiscard]] std::optional<std::vector<std::uint8_t>> read(const std::string& name) const;

@@ -32,7 +32,7 @@ void CPaintManagerUI::Init(platform::NativeWindow* window) {
     m_closing = false;
     m_look.Clear();
     m_caption = {};
-    // Their windows went with the former one, which owned them.
+    // Their windows were destroyed with the former one, which owned them.
     m_popup.reset();
     m_toolTip = std::make_unique<ToolTipWindow>(*this);
 }
@@ -75,7 +75,7 @@ void CPaintManagerUI::leaveInput(CControlUI& control) {
         m_mouse.cancelPress();
         ReleaseCapture();
     }
-    m_mouse.coolDown(control);
+    m_mouse.clearHot(control);
     if (!control.isShown()) {
         m_toolTip->leave(control);
     }
@@ -129,7 +129,7 @@ const std::u16string& CPaintManagerUI::focusedImageFor(const CControlUI& control
     if (!control.focusedImage().empty()) {
         return control.focusedImage();
     }
-    // Controls that a program made have not met the layout's defaults.
+    // The layout's defaults are not applied to controls that a program made.
     for (const auto& [name, value] : m_look.GetDefaults(control.GetClass())) {
         if (name == u"focusedimage") {
             return value;

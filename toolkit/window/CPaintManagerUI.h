@@ -1,5 +1,5 @@
-// The heart of a window: owns its controls, brings events to them, lays them out, paints them and
-// passes their notifications on. One for each window. UI thread only.
+// The core of a window: owns its controls, sends events to them, lays them out, paints them and
+// forwards their notifications. One per window. UI thread only.
 #pragma once
 
 #include <memory>
@@ -28,8 +28,9 @@ public:
     using Point = platform::Point;
     using Size = platform::Size;
 
-    /// Marks that control code is running: while one lives, removed controls stay in memory, and
-    /// when the last one goes they end and a due layout is made. A null manager does nothing.
+    /// Marks that control code is running: while one exists, removed controls stay in memory;
+    /// with the last one they are destroyed and a pending layout is made. A null manager does
+    /// nothing.
     class Busy {
     public:
         explicit Busy(CPaintManagerUI* manager);
@@ -50,10 +51,10 @@ public:
     [[nodiscard]] platform::Gui& Gui() const { return m_gui; }
     /// Null before the native window is made and after it is gone. Not owned.
     [[nodiscard]] platform::NativeWindow* GetWindow() const { return m_window; }
-    /// A native window was made: the manager begins anew, without anything that a former
-    /// layout gave.
+    /// A native window was made: the manager starts over, without anything from an
+    /// earlier layout.
     void Init(platform::NativeWindow* window);
-    /// The window is closing: no control sees input any more.
+    /// The window is closing: no control gets input any more.
     void stopInput() { m_closing = true; }
     [[nodiscard]] bool takesInput() const { return !m_closing && m_window != nullptr; }
     /// The native window is gone.
@@ -103,24 +104,25 @@ public:
     void AddMessageFilter(IMessageFilterUI* filter) { m_filters.push_back(filter); }
     /// Calls the notifiers now. Nothing happens for a control of another or no window.
     void SendNotify(CControlUI& control, std::u16string_view type, int wParam = 0, int lParam = 0);
-    /// True when a filter dealt with the event.
+    /// True when a filter handled the event.
     bool filter(const platform::Event& event);
 
-    /// Takes a control that left its container; it ends as soon as no control code runs.
+    /// Takes a control that left its container and destroys it as soon as no control code runs.
     void Retire(std::unique_ptr<CControlUI> control);
     /// Drops every reference to a control that leaves the window.
     void forget(CControlUI& control);
-    /// A control was hidden or disabled: it, and what is inside, has neither keyboard nor mouse.
+    /// A control was hidden or disabled: neither it nor anything inside it keeps the focus or the
+    /// mouse.
     void leaveInput(CControlUI& control);
 
-    /// True when the event was dealt with.
+    /// True when the event was handled.
     bool MessageHandler(const platform::Event& event);
     void Paint(platform::Canvas& canvas, const Rect& dirty);
 
     /// The open popup; null when none is.
     [[nodiscard]] Popup* popup() const;
     void closePopup();
-    /// The window's popup of kind T, open or closed; it takes the place of one of another kind.
+    /// The window's popup of kind T, open or closed; replaces one of another kind.
     template <class T>
     [[nodiscard]] T& popupOf() {
         if (dynamic_cast<T*>(m_popup.get()) == nullptr) {

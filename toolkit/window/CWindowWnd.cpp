@@ -58,7 +58,7 @@ void CWindowWnd::Close(int /*code*/) {
     }
 }
 
-/// No exception may reach the system's event code.
+/// No exception may reach the event code of the system.
 bool CWindowWnd::onEvent(const platform::Event& event) {
     if (m_silent) {
         return false;

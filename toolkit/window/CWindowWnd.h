@@ -19,7 +19,7 @@ public:
     [[nodiscard]] virtual std::u16string GetWindowClassName() const = 0;
     [[nodiscard]] virtual std::u16string GetSuperClassName() const { return {}; }
     [[nodiscard]] virtual std::uint32_t GetClassStyle() const { return 0; }
-    /// Every event of the native window. True when it was dealt with.
+    /// Every event of the native window. True when it was handled.
     virtual bool HandleMessage(const platform::Event& event);
     /// The native window is gone; the last call. Does nothing: the owner of this object, a shared
     /// pointer that must outlive the event, releases it.
@@ -36,7 +36,7 @@ public:
     /// Shows the window and handles events until it is gone (or the loop is ended otherwise).
     /// Returns the loop's code.
     int ShowModal();
-    /// Ends the native window soon. No control sees input any more; safe inside any handler.
+    /// Ends the native window soon. No control gets input any more; safe inside any handler.
     virtual void Close(int code = 0);
     [[nodiscard]] bool IsClosing() const { return m_closing; }
 

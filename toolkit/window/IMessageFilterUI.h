@@ -8,8 +8,8 @@ namespace toolkit {
 class IMessageFilterUI {
 public:
     virtual ~IMessageFilterUI() = default;
-    /// Returns true when the event is dealt with; no control sees it then. Called
-    /// - for mouseDown and mouseDoubleClick after an edit that loses the keyboard has sent
+    /// Returns true when the event was handled; no control sees it then. Called
+    /// - for mouseDown and mouseDoubleClick after an edit that loses the focus has sent
     ///   "killfocus" and an open drop list has closed;
     /// - for keys and text unless a drop list is open, which keeps them;
     /// - for everything else before anything happens.

@@ -11,14 +11,14 @@ class CControlUI;
 
 /// A button or option was pressed and released inside itself, or by Space or Enter.
 inline constexpr std::u16string_view kClick = u"click";
-/// A combo or list selected an item: any pick of the user, also of the item already shown, and a
-/// program's SelectItem that changes the index to a valid one. Never for "nothing selected".
+/// A combo or list selected an item: any pick by the user, even of the item already shown, and a
+/// SelectItem by the program that changes the index to a valid one. Never for "nothing selected".
 inline constexpr std::u16string_view kItemSelect = u"itemselect";
 /// A row of a list was double-clicked, or Enter was pressed with a row selected.
 inline constexpr std::u16string_view kItemActivate = u"itemactivate";
 /// The user changed an option's state; sent before its "click". A program's change is silent.
 inline constexpr std::u16string_view kSelectChanged = u"selectchanged";
-/// An edit lost the keyboard. Its handler has run before the control that takes over hears of it.
+/// An edit lost the focus. Its handler runs before the next control is told that it has the focus.
 inline constexpr std::u16string_view kKillFocus = u"killfocus";
 /// The user changed an edit's text.
 inline constexpr std::u16string_view kTextChanged = u"textchanged";

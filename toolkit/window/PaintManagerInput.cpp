@@ -1,5 +1,5 @@
-// How a window's events find their way: to the tool tip, an open popup, the message filters and
-// the controls.
+// How a window's events are dispatched: to the tool tip, an open popup, the message filters and the
+// controls.
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/ToolTipWindow.h"
 

@@ -1,5 +1,5 @@
-// A list or menu that hangs on a control of a window, in a native window of its own. The keyboard
-// stays with the window below, whose paint manager passes on what belongs to the popup.
+// A list or menu attached to a control of a window, in a native window of its own. The focus stays
+// with the window below, whose paint manager forwards the popup's input.
 #pragma once
 
 #include "platform/Geometry.h"
@@ -12,9 +12,9 @@ class Popup {
 public:
     virtual ~Popup() = default;
 
-    /// The control it hangs on, which gets all keys meanwhile; null while it is closed.
+    /// The control it is attached to, which gets all keys meanwhile; null while closed.
     [[nodiscard]] virtual CControlUI* owner() const = 0;
-    /// Hides it; nothing is picked and nothing is sent.
+    /// Hides it; picks and sends nothing.
     virtual void close() = 0;
     virtual void wheel(int delta) = 0;
     /// Moves and the release of a press that began on the owner, in screen pixels.

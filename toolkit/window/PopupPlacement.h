@@ -1,4 +1,4 @@
-// Where drop lists and tool tips stand, so that they stay on their monitor. Screen pixels.
+// Where drop lists and tool tips are placed, so that they stay on their monitor. Screen pixels.
 #pragma once
 
 #include "platform/Geometry.h"

@@ -15,7 +15,7 @@ constexpr int kBelowPointer = 20;
 constexpr int kMaxWidth = 800;
 constexpr int kMaxLookNumber = 200;
 
-/// Keeps the tip a small window, whatever a layout says.
+/// Limits the tip's size, whatever a layout says.
 void assignLimited(int& target, std::u16string_view value, int lowest) {
     target = std::clamp(parseInt(value).value_or(target), lowest, kMaxLookNumber);
 }

@@ -21,11 +21,11 @@ public:
 
     /// The pointer is on `control` (null: on none) at `at`, in window pixels.
     void pointerAt(CControlUI* control, platform::Point at);
-    /// The rest time is over.
+    /// The pointer has rested long enough.
     void timeOver();
     /// Hides it, and does not show it again for the control under the pointer.
     void hide();
-    /// `control`, and what is inside, is to be seen no more.
+    /// `control`, and everything inside it, is no longer visible.
     void leave(const CControlUI& control);
     /// The shown text; empty while hidden.
     [[nodiscard]] const std::u16string& shownText() const { return m_text; }

@@ -1,5 +1,5 @@
-// The base of every window: a native window whose look is a layout file of the skin, and whose
-// program finds controls by name and reacts to their notifications.
+// The base of every window: a native window that gets its look from a layout file of the skin;
+// the program finds controls by name and reacts to their notifications.
 //
 //   class Question : public toolkit::WindowImplBase { ... };
 //   auto question = std::make_shared<Question>(gui);
@@ -35,7 +35,7 @@ public:
 
     /// `destroyed` posts the quit that ends the loop this window runs in, unless it is modeless;
     /// closeRequest closes; the rest goes to the paint manager. An override calls this for what it
-    /// does not deal with, and posts no quit of its own.
+    /// does not handle, and posts no quit of its own.
     bool HandleMessage(const platform::Event& event) override;
     /// Called once, after the controls are built and laid out: fills them.
     virtual void InitWindow() {}
@@ -69,7 +69,7 @@ public:
     std::unique_ptr<CControlUI> CreateControl(std::u16string_view className) override;
 
 protected:
-    /// A modeless window works in the loop of another, which goes on when it ends.
+    /// A modeless window runs in the loop of another, which continues when it closes.
     void setModeless() { m_modeless = true; }
     void paint(platform::Canvas& canvas, const platform::Rect& dirty) override;
     [[nodiscard]] platform::Accessible* accessibleTree() override { return m_manager.GetRoot(); }

@@ -16,7 +16,7 @@ struct KeyChord {
     bool operator==(const KeyChord&) const = default;
 };
 
-/// As people read it: "Ctrl+Shift+Z", "Esc", "Left". Empty for no key.
+/// As shown to the user: "Ctrl+Shift+Z", "Esc", "Left". Empty for no key.
 [[nodiscard]] std::u16string keyText(const KeyChord& chord);
 
 struct Command {
@@ -28,7 +28,7 @@ struct Command {
     std::u16string_view toolTip{}; ///< of that button, with the first key where it names one
     std::array<KeyChord, 2> keys{};
     bool repeats = false; ///< runs again and again while its key is held
-    /// Control and Alt held besides its key make no difference, unless a command asks for them.
+    /// Ctrl and Alt held as well make no difference, unless another command has that chord.
     bool anyModifiers = false;
 };
 

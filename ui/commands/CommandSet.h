@@ -1,12 +1,14 @@
 // The commands of one window: its table, what runs each of them, and the way from a button or a
 // key to that. UI thread only.
 //
-//   static constexpr ui::CommandHandler<Window> kHandlers[] = {{command::kSave, &Window::save},
-//   ...}; m_commands.bindAll(*this, kHandlers);
+//   static constexpr CommandHandler<Window> kHandlers[] = {
+//       {command::kSave, &Window::save},
+//   };
+//   m_commands.bindAll(*this, kHandlers);
 //
 // Which keys reach a command: those that the focused control does not claim for itself
-// (CControlUI::claimsKey). Before a command of a function key or of Control runs, a focused text
-// field hands over what was typed, as if it were left.
+// (CControlUI::claimsKey). Before a command of a function key or Ctrl runs, a focused text field
+// commits what was typed, as if it were left.
 #pragma once
 
 #include <functional>
@@ -51,11 +53,11 @@ public:
         }
     }
 
-    /// Whether it would do something now: it has a handler, its condition holds, and its button, if
-    /// the window has that, can be pressed.
+    /// Whether it can run now: it has a handler, its condition holds, and its button, if the window
+    /// has it, can be pressed.
     [[nodiscard]] bool isEnabled(std::string_view id) const;
-    /// As a key or a menu does: by a press of its button where the window has that. False when the
-    /// command is not enabled.
+    /// Runs the command as a key or a menu does: by pressing its button if the window has it. False
+    /// when the command is not enabled.
     bool run(std::string_view id);
     /// For the notification that a control was clicked. False when no command has that control.
     bool runOf(std::u16string_view control);
