@@ -97,6 +97,7 @@ TEST_F(ZoneEditMouse, ADragEndsOutsideThePictureWithTheButtonAndWithTheCapture) 
     platform::Event lost;
     lost.kind = EventKind::captureLost;
     m_window->HandleMessage(lost);
+    EXPECT_FALSE(m_window->session().history().inGesture());
     m_driver->hover(at(400, 400));
     m_driver->send(EventKind::mouseUp, at(400, 400));
     EXPECT_EQ(points(0, 0)[1], (Point{320, 120}));

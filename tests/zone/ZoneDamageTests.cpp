@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "tests/zone/ZoneFixture.h"
 
 namespace zone_tests {
@@ -51,64 +53,65 @@ TEST_F(ZoneDamageTest, AFileCutAnywhereKeepsWhatStandsBeforeTheCut) {
 
 TEST_F(ZoneDamageTest, WhatIsWrongWithAPairIsToldWithHowMuchWasRead) {
     using enum zone::LoadProblem;
+    using Bytes = std::optional<std::string>; // none: no such file
+    const Bytes two = infoBytes({"A", "B"});
     const std::string odd = u32(2) + std::string("Z\0", 2) + u32(2) + u32(21) + m_one.substr(4) +
                             std::string(5, ' ') + m_one;
+    const std::string manyFrames = u32(2) + std::string("Z\0", 2) + u32(0xFFFFFFFF) + m_one;
     const auto chunk = [](const std::string& body) {
         return chunkBytes(zone::kZoneTag, body, body.size());
     };
+    constexpr const char* kLoad = "Unable to load zone binary";
+    constexpr const char* kRead = "Unable to read zone binary";
     const struct {
-        const char* list; ///< null: no file
-        const char* none; ///< in place of the binary file's bytes
-        std::string binary;
+        Bytes list;
+        Bytes binary;
         zone::LoadReport report;
+        const char* message = nullptr; ///< with one, plain creation fails
     } cases[] = {
-        {nullptr, "missing", "", {}},
-        {"", "missing", "", {listDamaged}},
-        {"two", "missing", "", {binaryMissing, 2}},
-        {"none", "missing", "", {}},
-        {"none", "", "", {}},
-        {"two", "", "", {binaryDamaged, 2}},
-        {nullptr, "", "ENOZENO", {binaryDamaged}},
-        {"two", "", "ENOZENO", {binaryDamaged, 2}},
-        {"two", "unreadable", m_binary, {binaryUnreadable, 2}},
-        {"</Z>", "", m_binary, {listDamaged}},
-        {"<Z>", "", m_binary, {none, 3, 3}},
-        {"two", "", m_binary, {none, 3, 3}},
-        {"two", "", zoneBytes("A", m_shapes), {binaryDamaged, 2, 1}},
-        {"two", "", m_binary + "rest", {binaryDamaged, 3, 3}},
-        {nullptr, "", m_binary + chunkBytes(7, "foreign", 7), {binaryForeign, 3, 3}},
-        {nullptr, "", m_binary + chunkBytes(7, "foreign", 8), {binaryDamaged, 3, 3}},
-        {nullptr, "", chunk(odd) + m_binary, {binaryDamaged, 4, 3, 1, 2, 2}},
-        {nullptr, "", chunk(zoneBody("A", m_shapes) + "rest"), {binaryDamaged, 1, 0, 1, 4, 4}},
-        {nullptr,
-         "",
-         chunk(u32(2) + "Z" + '\0' + u32(0xFFFFFFFF) + m_one), //
-         {binaryDamaged, 1, 0, 1, 1, 0}},
+        {{}, {}, {}, kLoad},
+        {"", {}, {listDamaged}, kLoad},
+        {two, {}, {binaryMissing, 2}, kLoad},
+        {infoBytes({}), {}, {}, kLoad},
+        {infoBytes({}), "", {}, kLoad},
+        {two, "", {binaryDamaged, 2}, kLoad},
+        {{}, "E", {binaryDamaged}, kRead},
+        {two, "ENOZENO", {binaryDamaged, 2}, kRead},
+        {"</Z>", m_binary, {listDamaged}, "Zone info file is corrupt"},
+        {"<Z>", m_binary, {none, 3, 3}, nullptr},
+        {two, m_binary, {none, 3, 3}, nullptr},
+        {two, zoneBytes("A", m_shapes), {binaryDamaged, 2, 1}, nullptr},
+        {two, m_binary + "rest", {binaryDamaged, 3, 3}, nullptr},
+        {{}, m_binary + chunkBytes(7, "foreign", 7), {binaryForeign, 3, 3}, nullptr},
+        {{}, m_binary + chunkBytes(7, "foreign", 8), {binaryDamaged, 3, 3}, nullptr},
+        {{}, chunk(odd) + m_binary, {binaryDamaged, 4, 3, 1, 2, 2}, nullptr},
+        {{}, chunk(zoneBody("A", m_shapes) + "rest"), {binaryDamaged, 1, 0, 1, 4, 4}, nullptr},
+        {{}, chunk(manyFrames), {binaryDamaged, 1, 0, 1, 1, 0}, nullptr},
+    };
+    const auto expect = [this](const zone::LoadReport& report, const char* message) {
+        EXPECT_EQ(zone::ZoneManager::createForEditing("clip", kFrames, zone::Scale{})->loadReport(),
+                  report);
+        EXPECT_EQ(m_log.newErrors(), message ? Lines{message} : Lines{});
+        EXPECT_EQ(!zone::ZoneManager::create("clip", kFrames, true, zone::Scale{}),
+                  message != nullptr);
+        (void)m_log.newErrors();
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
         m_disk.files.clear();
-        const std::string list = c.list ? c.list : "";
         if (c.list) {
-            file("clip-ZoneInfo.xml") = list == "two"    ? infoBytes({"A", "B"})
-                                        : list == "none" ? infoBytes({})
-                                                         : list;
+            file("clip-ZoneInfo.xml") = *c.list;
         }
-        if (c.none != std::string("missing")) {
-            file("clip-ZoneInfo.bin") = c.binary;
+        if (c.binary) {
+            file("clip-ZoneInfo.bin") = *c.binary;
         }
-        if (c.none == std::string("unreadable")) {
-            m_files.setRule(
-                [](const support::Call& call) {
-                    return call.operation == "read" && call.path.ends_with("bin")
-                               ? support::Fault::fail
-                               : support::Fault::none;
-                },
-                5);
-        }
-        const auto manager = zone::ZoneManager::createForEditing("clip", kFrames, zone::Scale{});
-        m_files.heal();
-        EXPECT_EQ(manager->loadReport(), c.report) << &c - cases;
+        expect(c.report, c.message);
+        EXPECT_TRUE(zone::ZoneManager::create("clip", 1, false) || c.list == "</Z>");
+        (void)m_log.newErrors();
     }
+    m_files.failOn("read", 5);
+    expect({binaryUnreadable}, kLoad);
+    EXPECT_FALSE(zone::ZoneManager::create("", 1, false));
 }
 
 TEST_F(ZoneDamageTest, TwoBillionFramesAreHeldAndEditedAtOnce) {

@@ -168,22 +168,5 @@ TEST_F(ZoneReadTest, TheInformationFileIsReadByElementNames) {
     EXPECT_EQ(zone::ZoneManager::create("clip", 1, false)->zoneCount(), 0);
 }
 
-TEST_F(ZoneReadTest, CreationFailsWithItsMessage) {
-    EXPECT_FALSE(zone::ZoneManager::create("", 1, false));
-    EXPECT_TRUE(zone::ZoneManager::create("clip", 1, false)) << "a video without zones is normal";
-    EXPECT_FALSE(zone::ZoneManager::create("clip", 1, true)) << "no binary file";
-    EXPECT_FALSE(load("", 1));
-    m_files.failOn("read", 5);
-    EXPECT_FALSE(load(zoneBytes("Z", {kShapeOne}), 1));
-    m_files.heal();
-    EXPECT_EQ(m_log.newErrors(), Lines(3, "Unable to load zone binary"));
-    EXPECT_FALSE(load("E", 1) || load("ENOZENO", 1));
-    EXPECT_EQ(m_log.newErrors(), Lines(2, "Unable to read zone binary"));
-    EXPECT_TRUE(load("ENOZENOZ", 1));
-    file("clip-ZoneInfo.xml") = "</ZoneInfo>"; // no node and no error of the parser
-    EXPECT_FALSE(load(zoneBytes("Z", {kShapeOne}), 1));
-    EXPECT_EQ(m_log.newErrors(), Lines{"Zone info file is corrupt"});
-}
-
 } // namespace
 } // namespace zone_tests
