@@ -27,7 +27,7 @@ class Camera:
         return self.middle[0] + x * scale, self.middle[1] - (y - EYE) * scale
 
     def ground(self, x, z, height=0.0):
-        """Where a figure stands, as a Place."""
+        """A figure's position, as a Place."""
         return figures.Place(*self(x, height, z), self.focus / self.depth(z))
 
 

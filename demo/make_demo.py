@@ -3,9 +3,9 @@
 zone files.
 
   demo/make_demo.py                 everything
-  demo/make_demo.py --files         scene and zone files only, the clips stay
+  demo/make_demo.py --files         scene and zone files only, keeps the clips
   demo/make_demo.py --check         compares scene and zone files with what it would write
-  demo/make_demo.py --picture CLIP FRAME FILE.png   one frame, for a look
+  demo/make_demo.py --picture CLIP FRAME FILE.png   one frame, for viewing
 
 Needs Python 3 and, for the clips, ffmpeg with libtheora and libvorbis (Debian: ffmpeg). The
 pictures are the same on every machine; the clips are kept beside this script because another

@@ -15,7 +15,7 @@ def ease(time, start, end):
 
 
 class Room:
-    """A wall, a floor and what never moves, drawn once; pictures start from a copy of it."""
+    """Wall, floor and static objects, drawn once; each picture starts from a copy."""
 
     FRAMES = 75
 

@@ -2,8 +2,8 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
-# Compiler results are shared between clones of this tree: paths below it are hashed as relative
-# ones. The store itself is the user's own (ccache's default folder), so a fresh clone starts warm.
+# Compiler results are shared between clones of this tree, as paths below it are hashed as relative.
+# The cache is ccache's default folder, so a new clone builds fast.
 export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
 
 started=$SECONDS

@@ -4,7 +4,7 @@ icon into data/icon.
 
   tools/make_skin.py           writes data/UI/*.png, data/icon/*
   tools/make_skin.py --check   compares them with what it would draw; exit 1 when one differs
-  tools/make_skin.py --sheet F all images on one sheet, four times enlarged, for a look
+  tools/make_skin.py --sheet F all images on one sheet, enlarged four times
   tools/make_skin.py --setup D the pictures of the installer's pages into the folder D
 
 Needs Python 3 alone. The pixels are the same on every machine, so the images are kept beside this

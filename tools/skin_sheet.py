@@ -1,4 +1,4 @@
-"""All images of a skin on one sheet, enlarged, in rows on the windows' grey: for a look."""
+"""All images of a skin on one sheet, enlarged, in rows on the windows' grey, for viewing."""
 
 import pathlib
 

@@ -1,4 +1,4 @@
-"""Which files of the tree are ours to check; shared by the check scripts."""
+"""The files of the tree to check; shared by the check scripts."""
 
 import os
 import subprocess

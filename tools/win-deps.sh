@@ -18,7 +18,7 @@ rm -rf "$prefix" "$work"
 mkdir -p "$prefix"/{include,lib} "$work"/{src,build}
 say() { printf '[%3ds] %s\n' $SECONDS "$*"; }
 
-# --- Sources, by private source lists with private state: the system's stay untouched. The lists
+# --- Sources, from private source lists with private state; the system's are untouched. The lists
 # are made from the machine's own. A second set reads the next release: a mirror may lack a file.
 source_apt() { # SUITE APT-GET-ARGUMENT...
   local state=$work/apt-$1

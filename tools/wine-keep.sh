@@ -1,7 +1,7 @@
 #!/bin/sh
-# wine-keep.sh start|stop: makes the tests' Wine prefix and holds Wine's services up, so that a test
-# costs hundredths of a second. Without it a test whose process starts the services hands them its
-# output pipe, and ctest waits seconds until they end.
+# wine-keep.sh start|stop: creates the tests' Wine prefix and keeps Wine's services running, so that
+# a test starts in hundredths of a second. Otherwise the services would be started by a test,
+# inherit its output pipe and make ctest wait seconds for their end.
 here=$(cd "$(dirname "$0")/.." && pwd)
 export WINEPREFIX="${WINEPREFIX:-$here/build/wine}" LC_ALL=C.UTF-8
 run=$here/tools/wine-run.sh
@@ -12,7 +12,8 @@ case ${1:-} in
     [ -e "$pidfile" ] && kill -0 "$(cat "$pidfile")" 2>/dev/null && exit 0
     if [ ! -e "$WINEPREFIX/system.reg" ]; then
       "$run" wineboot -i >/dev/null 2>&1
-      # There is no window manager on the virtual display: else each closed window waits 1.9 s for it.
+      # The virtual display has no window manager: without this each closed window waits 1.9 s for
+      # it.
       "$run" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
     fi
     fifo=$WINEPREFIX/keep.fifo
@@ -20,7 +21,7 @@ case ${1:-} in
     setsid sh -c 'exec sleep 7200 >"$0"' "$fifo" >/dev/null 2>&1 &
     echo $! >"$pidfile"
     setsid "$run" cmd /c more <"$fifo" >/dev/null 2>&1 &
-    # Returns when the services and the desktop are up.
+    # Returns when the services and the desktop are running.
     "$run" rundll32 user32.dll,GetDesktopWindow >/dev/null 2>&1
     ;;
   stop)

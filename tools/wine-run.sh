@@ -1,8 +1,8 @@
 #!/bin/sh
-# Runs one Windows program under Wine, quietly, in a prefix of this tree's own, so that two clones
-# never end each other's services. The program writes into a file that is shown when it has ended: a
-# service of Wine that it started keeps what it inherits open, and a reader of a pipe, such as ctest,
-# would wait for the service's end. Errors stay apart from the output.
+# Runs one Windows program under Wine, quietly, in a prefix of this tree, so that two clones never
+# end each other's services. Output goes to a file that is printed at the end: Wine services started
+# by the program keep inherited handles open, and the reader of a pipe, such as ctest, would wait
+# for them. Errors stay separate from the output.
 here=$(cd "$(dirname "$0")/.." && pwd)
 export WINEPREFIX="${WINEPREFIX:-$here/build/wine}"
 mkdir -p "$WINEPREFIX"
@@ -14,7 +14,7 @@ wine=/usr/lib/wine/wine64 # not "wine": that wrapper warns on stderr about 32-bi
 output=$(mktemp)
 errors=$(mktemp)
 trap 'rm -f "$output" "$errors"' EXIT
-# On a busy machine Wine now and then ends before it has started the program: without a word.
+# On a busy machine Wine sometimes exits silently before it has started the program.
 for attempt in 1 2 3; do
   status=0
   "$wine" "$@" >"$output" 2>"$errors" || status=$?

@@ -1,5 +1,4 @@
-// The sound that a clip hands out: all of it when played, and from the exact sample on after a
-// seek.
+// The sound that a clip delivers: all of it when played, and from the exact sample on after a seek.
 #include <algorithm>
 #include <cmath>
 #include <thread>
@@ -47,8 +46,8 @@ private:
     };
 };
 
-/// How far the samples are from the track, which starts after `delay` samples of silence: the root
-/// of the mean square. Coding alone makes about 0.01; one sample of shift makes 0.1.
+/// RMS difference between the samples and the track, which starts after `delay` samples of silence.
+/// Encoding alone causes about 0.01, a shift by one sample 0.1.
 double errorOf(const Samples& samples, int delay) {
     double sum = 0;
     for (int i = 0; i < static_cast<int>(samples.size()); ++i) {

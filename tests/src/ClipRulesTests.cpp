@@ -1,4 +1,4 @@
-// Which frame is due, which is dropped, and what happens at the end: on a clip without a decoder.
+// Which frame is due, which is dropped, and what happens at the end, on a clip without a decoder.
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -143,7 +143,7 @@ TEST_F(ClipRules, FramesOfTheNextPassWaitForTheTimerWhichRunsOnWithoutARestart) 
 
 TEST_F(ClipRules, AModeChangeRebuildsTheQueueAndDecodesTheLostFramesAgain) {
     clip.produce({4, 5});
-    clip.setOutputMode(TheoraOutputMode::TH_RGB); // the same: nothing happens
+    clip.setOutputMode(TheoraOutputMode::TH_RGB); // the current mode: no effect
     EXPECT_EQ(clip.getNumReadyFrames(), 2);
     clip.setOutputMode(TheoraOutputMode::TH_RGBA);
     EXPECT_EQ(clip.getNumReadyFrames(), 0);
@@ -179,7 +179,7 @@ TEST_F(ClipRules, WorkIsWantedOnlyWhereAWorkerCanDoSomething) {
     ASSERT_TRUE(clip.decodeOnWorker());
     clip.produce({0, 1, 2, 3});
     EXPECT_FALSE(clip.wantsWork());
-    clip.requestSeek(3); // a full queue does not hold up a seek
+    clip.requestSeek(3); // a full queue does not delay a seek
     EXPECT_TRUE(clip.wantsWork());
     EXPECT_EQ(clip.getNumReadyFrames(), 0);
 }

@@ -117,7 +117,7 @@ void expectMode(int mode, int width, int shiftX, int shiftY) {
             }
         }
     }
-    expected.insert(expected.end(), 64, 7); // nothing is written behind
+    expected.insert(expected.end(), 64, 7); // nothing is written past the end
     for (const ColorPath path : {ColorPath::fastest, ColorPath::portable}) {
         Samples out(expected.size(), 7);
         theora::convertPicture(planes.picture, output, out.data(), width, kHeight, path);

@@ -1,4 +1,4 @@
-// Files as sources, the banner, and what happens when a file fails while a clip plays.
+// Files as sources, the banner, and files that fail during playback.
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -106,7 +106,7 @@ TEST(Manager, AFailingFileEndsTheSeekAndNothingElse) {
             return !failing.load();
         });
         failing.store(true);
-        (void)session.seek(190); // shows nothing, or the last picture that there was
+        (void)session.seek(190); // shows nothing or the last picture read
         EXPECT_EQ(session.clip().pendingSeekFrame.load(), -1);
         EXPECT_TRUE(session.clip().endOfFile.load());
         failing.store(false); // the medium is back

@@ -39,7 +39,7 @@ protected:
     }
 
     theora::TheoraFrameFormat format{theora::TheoraOutputMode::TH_GREY, 4, 2, 4};
-    int memory = 100; ///< of so many frames
+    int memory = 100; ///< number of frames it can hold
     TheoraFrameQueue queue{[this] {
         return memory-- > 0 ? std::make_unique<TheoraVideoFrame>(format) : throw std::bad_alloc();
     }};
@@ -73,7 +73,7 @@ TEST_F(FrameQueue, AHeldFrameOutlivesADiscardUntilItIsTakenOrLookedForAgain) {
         queue.clear();
         EXPECT_EQ(queue.getReadyCount(), 0);
         fill({50});
-        EXPECT_EQ(queue.requestEmptyFrame(), nullptr); // the held one is not given away
+        EXPECT_EQ(queue.requestEmptyFrame(), nullptr); // the held one is not reused
         EXPECT_EQ(held->getFrameNumber(), 1);
         if (popped) {
             queue.pop();
@@ -113,7 +113,7 @@ TEST_F(FrameQueue, PicturesThatComeAgainAreNotConvertedAgain) {
     queue.setSize(4);
     const std::uint8_t lumas[] = {16, 60, 100, 140, 180, 220};
     const struct {
-        unsigned prepared; ///< 0 = not known: nothing is prepared
+        unsigned prepared; ///< 0 = unknown: nothing is prepared
         std::vector<unsigned> pictures;
         int converted;
     } rounds[] = {
@@ -122,7 +122,7 @@ TEST_F(FrameQueue, PicturesThatComeAgainAreNotConvertedAgain) {
         {0, {2, 2, 2, 2}, 0},                       // repeated
         {0, {2, 3, 3, 5}, 2}, {0, {0, 0, 0, 0}, 4}, // unknown: always converted
         {0, {1, 1, 4, 1}, 2}, {0, {4, 2, 4, 1}, 1}, {5, {5, 4, 2, 1}, 0}, // prepared for once
-        {2, {5, 5, 2, 3}, 1},                       // prepared what is here already
+        {2, {5, 5, 2, 3}, 1},                       // prepared, but present already
         {4, {4, 4, 1, 4}, 1}, {3, {4, 1, 5, 3}, 1}, // used later
     };
     for (const auto& round : rounds) {

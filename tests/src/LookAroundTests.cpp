@@ -1,5 +1,5 @@
-// What a standing clip keeps and prepares for the next step: the frames ahead of its queue and
-// those before, in a cache of bounded memory.
+// What a paused clip caches for the next step: frames past its queue and frames before, in bounded
+// memory.
 #include <atomic>
 #include <cstdint>
 #include <memory>
@@ -21,7 +21,7 @@ using theora::PlaneCache;
 constexpr int kSide = 16;
 constexpr std::size_t kPictureBytes = kSide * kSide * 3 / 2;
 
-/// Looks at `frame` and stores a picture for it whose samples are all `value`.
+/// Moves to `frame` and stores a picture for it whose samples are all `value`.
 void visit(PlaneCache& cache, int frame, int value) {
     const std::vector<std::uint8_t> samples(kSide * kSide, static_cast<std::uint8_t>(value));
     const theora::TheoraPlane luma{samples.data(), kSide, kSide, kSide};
@@ -91,7 +91,7 @@ TEST(LookAround, AFrameThatTheStepBackDecoderComesPastIsWaitedFor) {
     std::atomic<bool> isOpen{false};
     std::atomic<bool> isWaiting{false};
     PlaneCache cache(std::size_t{64} << 20U, 128, 96, 1, 1);
-    MemorySource bytes(longGroups(), [&] { // held up once decoding has begun
+    MemorySource bytes(longGroups(), [&] { // blocked once decoding has begun
         if (cache.find(0) != nullptr && !isOpen.load()) {
             isWaiting.store(true);
             isOpen.wait(false);
@@ -106,18 +106,18 @@ TEST(LookAround, AFrameThatTheStepBackDecoderComesPastIsWaitedFor) {
         isOpen.notify_all();
         return false;
     };
-    EXPECT_FALSE(decoder.waitFor(60, openTheGate)); // it is not under way at all: nobody waits
+    EXPECT_FALSE(decoder.waitFor(60, openTheGate)); // not started: no wait
     EXPECT_FALSE(isOpen.load());
 
     cache.setCentre(100);
     decoder.prepare(100);
-    // Whatever fails below, the decoder's thread can end.
+    // Lets the decoder's thread end even when a check below fails.
     const std::shared_ptr<void> opened(nullptr, [&](void*) { (void)openTheGate(); });
     while (!isWaiting.load()) {
         std::this_thread::yield();
     }
     cache.setCentre(80);
-    decoder.moveTo(80);                                    // on its way: the work goes on
+    decoder.moveTo(80);                                    // on its way: work continues
     EXPECT_TRUE(decoder.waitFor(80, [] { return true; })); // a newer request ends the wait
     EXPECT_FALSE(cache.find(80));
     EXPECT_TRUE(decoder.waitFor(80, openTheGate));

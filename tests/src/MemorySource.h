@@ -1,4 +1,4 @@
-// A clip's bytes from memory, on a medium that may fail or be slow.
+// A data source in memory that can fail or be slow.
 #pragma once
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 
 class MemorySource : public theora::TheoraDataSource {
 public:
-    /// beforeRead: runs before each read, on its thread; may throw; false = nothing can be read.
+    /// beforeRead: runs before each read, on its thread; may throw; false = the read fails.
     explicit MemorySource(support::Bytes bytes, std::function<bool()> beforeRead = {})
         : m_bytes(std::move(bytes)), m_beforeRead(std::move(beforeRead)) {}
 

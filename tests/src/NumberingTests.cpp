@@ -13,12 +13,12 @@ namespace {
 using support::Bytes;
 using support::ClipSpec;
 
-/// So far on that neighbours are shown at the same time, as a 32-bit float tells it.
+/// So far on that neighbours have the same time as a 32-bit float.
 constexpr int kFar = 40'000'000;
 
 struct SeekCase {
     int asked;
-    int pictureNumber; ///< the picture that stands under the number asked for
+    int pictureNumber; ///< of the picture shown for it
 };
 
 /// Seeks show what playing showed.

@@ -1,4 +1,4 @@
-// A clip's stream as the library's inner parts see it, headers and layout read.
+// A clip's stream for tests of the library's inner parts, with headers and layout read.
 #pragma once
 
 #include <optional>

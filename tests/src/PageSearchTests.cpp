@@ -1,5 +1,4 @@
-// Where decoding starts for a frame: at the last keyframe before it, found by few looks at the
-// file.
+// Decoding starts at the last keyframe before the frame, found by few probes of the file.
 #include <gtest/gtest.h>
 
 #include "src/Theora/PageSearch.h"
@@ -15,7 +14,7 @@ TEST(PageSearch, StartsAtTheLastKeyframeWithFewProbesWhateverThePagesHold) {
     const support::PageLayout layouts[] = {
         {1, 255},
         {1, 4},
-        {1, 4, true}, // pages inside a packet repeat a position that is no longer true
+        {1, 4, true}, // pages inside a packet repeat an outdated position
         {40, 255},
     };
     for (const support::PageLayout& pages : layouts) {

@@ -24,7 +24,7 @@ PlaybackSession::PlaybackSession(const support::Bytes& file, int precache,
                                  theora::TheoraAudioInterfaceFactory* sound,
                                  std::function<bool()> beforeRead) {
     m_manager.setFrameReadyCallback([this] {
-        const std::lock_guard lock(m_mutex); // not between a look at the clip and the wait
+        const std::lock_guard lock(m_mutex); // not between check and wait
         m_changed.notify_all();
     });
     m_manager.setAudioInterfaceFactory(sound);
@@ -66,14 +66,14 @@ ShownFrame PlaybackSession::nextShown() {
             m_clip->pendingSeekFrame.load() == -1) {
             break;
         }
-        m_changed.wait_for(lock, kWait); // the end of the data calls nobody
+        m_changed.wait_for(lock, kWait); // there is no callback at the end of the data
     }
     return {};
 }
 
 std::vector<ShownFrame> PlaybackSession::playToEnd() {
     std::vector<ShownFrame> frames;
-    m_clip->getTimer().play(); // time stands still, but the clip jumps to each frame in turn
+    m_clip->getTimer().play(); // no time passes, but the clip jumps to each frame in turn
     for (ShownFrame frame = nextShown(); frame.number >= 0; frame = nextShown()) {
         frames.push_back(frame);
     }

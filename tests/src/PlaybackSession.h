@@ -1,4 +1,4 @@
-// A manager with one clip as the editor uses it: paused, moved by seeks, read by peek and release.
+// A manager with one clip, used as by the editor: paused, moved by seeks, read by peek and release.
 #pragma once
 
 #include <condition_variable>
@@ -31,11 +31,11 @@ public:
 
     [[nodiscard]] theora::TheoraVideoClip& clip() { return *m_clip; }
 
-    /// The frame that the clip shows after a seek; none when it does not come within 20 seconds.
+    /// The frame shown after a seek; none after a timeout of 20 seconds.
     ShownFrame seek(int frame);
-    /// Whether a clip that stands still shows nothing more, though it has decoded more.
+    /// Whether a paused clip shows no later frame, although more are decoded.
     [[nodiscard]] bool showsNothingLater();
-    /// The next frame to show; none when it does not come or the clip has ended.
+    /// The next frame to show; none after a timeout or at the clip's end.
     ShownFrame nextShown();
     /// Every frame from here to the end of the data, played without seeks.
     [[nodiscard]] std::vector<ShownFrame> playToEnd();

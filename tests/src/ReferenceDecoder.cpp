@@ -82,7 +82,7 @@ std::vector<Frame> decode(const support::Bytes& file) {
             ogg_stream_pagein(stream->get(), &page);
             ogg_packet packet;
             for (int got = 0; (got = ogg_stream_packetout(stream->get(), &packet)) != 0;) {
-                if (got > 0) { // else pages are missing here
+                if (got > 0) { // otherwise pages are missing
                     decoder.take(packet);
                 }
             }

@@ -1,6 +1,5 @@
-// What the library's results are compared with: the pictures of a file by libogg and libtheora
-// alone, read once from front to end, and the colours as their definition says. Shares nothing with
-// the library but the owners of C structures.
+// Expected results: a file's pictures decoded sequentially by libogg and libtheora alone, and
+// colours by their definition. Shares no code with the library except the guards of C structures.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Bad files are refused with one of the library's messages; damage behind the headers is survived.
+// Bad files are rejected with one of the library's messages; damage after the headers is tolerated.
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -29,7 +29,7 @@ std::string refusal(const Bytes& file) {
     return {};
 }
 
-/// A stream of these packets, one a page.
+/// A stream of these packets, one per page.
 Bytes pagesOf(const std::vector<Bytes>& packets) {
     support::OggPager pager(5);
     Bytes file;
@@ -42,7 +42,7 @@ Bytes pagesOf(const std::vector<Bytes>& packets) {
 
 /// An identification header that claims another size, in units of 16 pixels.
 Bytes resized(Bytes header, unsigned columns, unsigned rows) {
-    std::size_t at = 10; // where the size stands
+    std::size_t at = 10; // offset of the size
     for (const unsigned byte : {columns >> 8U, columns & 0xFFU, rows >> 8U, rows & 0xFFU}) {
         header[at++] = static_cast<std::uint8_t>(byte);
     }

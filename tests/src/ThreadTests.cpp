@@ -1,5 +1,4 @@
-// Requests, decoding and destruction at random moments. Most of their worth is under
-// ThreadSanitizer.
+// Requests, decoding and destruction at random moments; most useful under ThreadSanitizer.
 #include <atomic>
 #include <chrono>
 #include <memory>
@@ -71,7 +70,7 @@ TEST(Threads, OfManySeeksFromAnotherThreadTheLastOneIsShown) {
                 spin(random);
             }
         }
-        done.store(true); // before the last one: the frames behind it may be shown at once
+        done.store(true); // before the last one: later frames may be shown at once
         clip.requestSeek(41);
     });
     for (int last = -1; !done.load() || last != 41;) {

@@ -109,7 +109,7 @@ public:
             addFrame(stream, frame);
         }
         stream.data.erase(stream.data.begin(), stream.data.begin() + m_spec.dropFrames);
-        if (m_spec.damagedFrame >= 0) { // a keyframe of a kind that does not exist
+        if (m_spec.damagedFrame >= 0) { // an undefined kind of keyframe
             stream.data[static_cast<std::size_t>(m_spec.damagedFrame)].bytes = {0x3F, 0xFF, 0xFF};
         }
         return stream;
@@ -136,7 +136,7 @@ private:
 
     void addFrame(EncodedStream& stream, int frame) {
         OggPacketData packet;
-        // A granule position can count so many frames from the keyframe and no more.
+        // The granule position limits the distance from the keyframe.
         const bool tooFar = frame - m_keyframe >= 1 << shiftFor(m_spec);
         const bool empty = frame > 0 && !tooFar && m_spec.isEmpty && m_spec.isEmpty(frame);
         if (!empty) {

@@ -1,6 +1,5 @@
-// Makes tiny Ogg Theora clips through libtheora's encoder, with layouts that the usual encoders
-// never write. Every frame carries its number in its luma, so that a test can tell which frame it
-// was shown.
+// Makes tiny Ogg Theora clips with libtheora's encoder, in layouts that the usual encoders never
+// write. The luma of every frame encodes its number, so that tests can identify frames.
 #pragma once
 
 #include <cstdint>
@@ -34,12 +33,12 @@ struct ClipSpec {
     int soundDelay = 0; ///< samples that the sound starts after the pictures
     unsigned claimedSoundRate = kClipSoundRate; ///< samples a second, as the header says
     bool skeleton = false;                      ///< a metadata stream in front
-    bool secondTheora = false;                  ///< a further Theora stream behind the first
+    bool secondTheora = false;                  ///< another Theora stream after the first
     bool emptyLastPage = false;
     std::int64_t lastPageGranule = -1; ///< of that page
     std::int64_t firstNumber = 0;      ///< of the first frame, as in a file cut from a longer one
     bool numbersJump = false;          ///< pages of the headers seem to be missing
-    int damagedFrame = -1;             ///< this packet of the data makes no sense; -1 = none
+    int damagedFrame = -1;             ///< this packet is invalid; -1 = none
     int dropFrames = 0;                ///< frames missing at the start of the data (cut streams)
 };
 
@@ -48,9 +47,9 @@ inline constexpr int kClipFramesPerSecond = 25;
 /// The whole file.
 [[nodiscard]] Bytes makeClip(const ClipSpec& spec);
 
-/// The number that a frame carries, from R, G, B bytes, rows packed, top row first; any pixels will
-/// do whose second byte is G. -1 when the picture carries none. An empty frame shows the number of
-/// the frame that it repeats.
+/// The number encoded in a frame of packed R, G, B rows, top row first; other pixel formats will do
+/// if their second byte is G. -1 when there is none. An empty frame shows the number of the frame
+/// that it repeats.
 [[nodiscard]] int readFrameNumber(const std::uint8_t* rgb, int width, int height,
                                   int pixelBytes = 3);
 

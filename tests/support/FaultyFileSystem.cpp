@@ -24,7 +24,7 @@ public:
     bool sync() override { return works("sync") && m_real->sync(); }
     bool close() override {
         const bool good = works("close");
-        return m_real->close() && good; // a failing close gives the handle back all the same
+        return m_real->close() && good; // a failing close still releases the handle
     }
     int lastError() const override { return m_error != 0 ? m_error : m_real->lastError(); }
 
@@ -81,7 +81,7 @@ Fault FaultyFileSystem::note(const std::string& operation, const std::string& pa
         return m_stopped ? Fault::fail : Fault::none;
     }
     const Rule rule = m_rule;
-    lock.unlock(); // a rule may hold this call up while others go on
+    lock.unlock(); // a rule may block this call while others continue
     const Fault fault = rule(call);
     lock.lock();
     m_stopped = m_stopped || fault == Fault::stop;

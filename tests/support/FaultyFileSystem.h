@@ -1,9 +1,9 @@
-// The real file system with faults: any call can fail, take only a part of its bytes, or be the
-// last one that reaches the disk. Used by the tests of everything that saves. Names can be shown
-// that the disk of this system may refuse.
+// The real file system with faults: any call can fail, be partial, or be the last one that reaches
+// the disk. Used by all tests of saving. It can also show names that this system's disk may not
+// allow.
 //
 //   FaultyFileSystem files(platform::nativeFileSystem());
-//   files.stopAt(4);                       // as when the machine stops at the fourth call
+//   files.stopAt(4);                       // the machine stops at the fourth call
 //   files.failOn("sync", EIO);             // every sync fails
 #pragma once
 
@@ -29,11 +29,11 @@ enum class Fault {
 struct Call {
     int number;            ///< from 1, streams' calls included
     std::string operation; ///< "open", "createFolder", "read", "write", "sync", "close" ...
-    std::string path;      ///< for a stream's calls the path it was opened with
+    std::string path;      ///< for stream calls the path it was opened with
 };
 
 /// `real` must outlive it. Streams that it opened may not outlive it. Any thread may use the files;
-/// a test looks at the calls while nobody does.
+/// tests read the calls while no other thread does.
 class FaultyFileSystem final : public platform::FileSystem {
 public:
     using Rule = std::function<Fault(const Call&)>;
@@ -53,12 +53,12 @@ public:
     [[nodiscard]] std::vector<std::string> callTexts() const;
     void forgetCalls() { m_calls.clear(); }
 
-    /// From now on the file or folder that the disk calls `onDisk` is seen as `seen` everywhere.
+    /// From now on the file or folder `onDisk` appears everywhere as `seen`.
     void showAs(const std::string& seen, const std::string& onDisk) {
         m_namesOnDisk[seen] = onDisk;
     }
 
-    /// Notes a call and tells its fate; the streams ask here too.
+    /// Records a call and returns its fault; streams call it too.
     [[nodiscard]] Fault note(const std::string& operation, const std::string& path);
     [[nodiscard]] int error() const;
 

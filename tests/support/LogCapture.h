@@ -1,4 +1,4 @@
-// Takes the log's place for one test, without a file, and gives the error lines.
+// Replaces the log during one test, without a file, and returns its errors.
 #pragma once
 
 #include <memory>
@@ -16,7 +16,7 @@ public:
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
 
-    /// The messages at error level since the beginning, as they were given.
+    /// All messages at error level so far.
     [[nodiscard]] std::vector<std::string> errors() const;
     /// Those since the last call; forgets them.
     [[nodiscard]] std::vector<std::string> newErrors();

@@ -27,7 +27,7 @@ public:
         m_position += count;
         return count;
     }
-    bool seek(std::int64_t /*position*/) override { return false; } // nobody asks
+    bool seek(std::int64_t /*position*/) override { return false; } // not needed
     std::int64_t tell() const override {
         return m_open ? static_cast<std::int64_t>(m_position) : -1;
     }

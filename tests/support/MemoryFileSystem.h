@@ -1,5 +1,4 @@
-// Files that live in memory: fast, the same on every system, gone afterwards. For fuzz targets and
-// for tests that want no disk.
+// Files in memory: fast and the same on every system. For fuzz targets and tests without a disk.
 #pragma once
 
 #include <map>
@@ -10,8 +9,8 @@
 
 namespace support {
 
-/// Streams may not outlive it. One thread at a time. There are no listings, links, rights or disk
-/// to sync, and streams do not seek.
+/// Streams may not outlive it. One thread at a time. No listings, links, access rights, sync or
+/// seeking.
 class MemoryFileSystem final : public platform::FileSystem {
 public:
     static constexpr int kNotFound = 2;

@@ -1,5 +1,5 @@
-// Writes Ogg pages with a chosen layout, which no encoder offers: packets a page, segments a page
-// (so that packets continue over pages), pages without packets. Used by the clip maker.
+// Writes Ogg pages with a given layout, which encoders do not offer: packets per page, segments per
+// page (so that packets span pages), pages without packets. Used by the clip maker.
 // https://www.rfc-editor.org/rfc/rfc3533
 #pragma once
 
@@ -22,7 +22,7 @@ struct OggPacketData {
     return {Bytes(packet.packet, packet.packet + packet.bytes), packet.granulepos};
 }
 
-/// What an encoder gives.
+/// Output of an encoder.
 struct EncodedStream {
     std::vector<OggPacketData> headers;
     std::vector<OggPacketData> data;
@@ -36,25 +36,24 @@ struct OggPageData {
 };
 
 struct PageLayout {
-    std::size_t packetsPerPage = 1;    ///< a page ends after so many
-    std::size_t segmentsPerPage = 255; ///< and at the latest after so many pieces of 255 bytes
-    /// A page that ends no packet says the position of the page before, as old encoders write it,
-    /// instead of none.
+    std::size_t packetsPerPage = 1;    ///< maximum
+    std::size_t segmentsPerPage = 255; ///< maximum, of 255 bytes each
+    /// A page that ends no packet repeats the last position, as old encoders do, instead of none.
     bool repeatsGranule = false;
     bool repeatsBegin = false; ///< every page is marked as the stream's beginning
 };
 
-/// Turns the packets of one stream into pages; serial numbers and page counts run on between calls.
+/// Turns the packets of one stream into pages; page numbers continue across calls.
 class OggPager {
 public:
     explicit OggPager(int serial) : m_serial(serial) {}
 
-    /// All packets, the first page marked as the stream's beginning if it is its first at all.
+    /// All packets; the very first page is marked as the stream's beginning.
     [[nodiscard]] std::vector<OggPageData> pages(const std::vector<OggPacketData>& packets,
                                                  const PageLayout& layout);
-    /// A page that ends the stream and holds nothing. granule: -1 = none.
+    /// An empty page that ends the stream. granule: -1 = none.
     [[nodiscard]] OggPageData lastEmptyPage(std::int64_t granule);
-    /// Leaves out page numbers, as a recording with a gap does.
+    /// Skips page numbers, as in a recording with a gap.
     void skipPageNumbers(int count) { m_pageNumber += static_cast<std::uint32_t>(count); }
 
 private:

@@ -1,4 +1,4 @@
-// What this process holds at the moment: for tests that watch for growth.
+// Resources of this process, for tests that watch for growth.
 #pragma once
 
 #include <cstddef>

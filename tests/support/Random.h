@@ -18,7 +18,7 @@ public:
     [[nodiscard]] Value oneOf(const Value (&values)[count]) {
         return values[m_engine() % count];
     }
-    /// An index below `count` mostly; else one beyond its borders.
+    /// Mostly an index below `count`, sometimes one out of range.
     [[nodiscard]] int nearly(int count) {
         constexpr int kLowest = std::numeric_limits<int>::min();
         constexpr int kHighest = std::numeric_limits<int>::max();

@@ -1,4 +1,4 @@
-// Starts nothing: notes what was asked for, and answers as told.
+// Starts nothing: records the requests and returns a preset result.
 #pragma once
 
 #include <functional>

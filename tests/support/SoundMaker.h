@@ -1,5 +1,5 @@
-// The sound track of a made clip: one channel of Vorbis whose pitch rises all the time, so that no
-// two places sound alike.
+// The sound track of a made clip: one channel of Vorbis with a rising pitch, so that every position
+// sounds different.
 #pragma once
 
 #include "tests/support/OggPager.h"
@@ -8,7 +8,7 @@ namespace support {
 
 inline constexpr int kClipSoundRate = 8000;
 
-/// The track before it is coded, from -0.5 to 0.5.
+/// The track before encoding, from -0.5 to 0.5.
 [[nodiscard]] float soundAt(double seconds);
 [[nodiscard]] EncodedStream encodeSound(double seconds);
 

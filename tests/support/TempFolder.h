@@ -1,4 +1,4 @@
-// A folder of its own for one test, which is the current one while the test runs.
+// A temporary folder for one test, current while the test runs.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace support {
 
-/// Made empty under the system's folder for such things and removed with all it holds.
+/// Created empty in the system's folder for temporary files and removed with its contents.
 class TempFolder {
 public:
     TempFolder();
@@ -31,7 +31,7 @@ protected:
     TempFolder m_folder;
 };
 
-/// Makes the folders on the way. Bytes as given. Throws when that fails.
+/// Creates missing parent folders. Bytes as given. Throws when that fails.
 void writeBytes(const std::string& path, const std::string& bytes);
 inline void writeBytes(const std::string& path, const std::vector<std::uint8_t>& bytes) {
     writeBytes(path, std::string(bytes.begin(), bytes.end()));

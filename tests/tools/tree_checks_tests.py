@@ -9,7 +9,7 @@ import unittest
 
 TOOLS = os.path.join(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))),
                      "tools")
-# Files that the trees hold besides, so that includes have something to name.
+# Files in every tree, for includes to refer to.
 PRESENT = {**dict.fromkeys(
     ("platform/Clock.h", "core/Log.h", "video/Video.h", "ui/Window.h", "tests/support/Files.h"),
     "#pragma once\n"),

@@ -14,7 +14,7 @@ def mix(a, b, share):
 
 
 class Image:
-    """A small picture with straight 8-bit alpha in the end, premultiplied floats inside."""
+    """A small picture: premultiplied floats inside, straight 8-bit alpha as output."""
 
     def __init__(self, width, height):
         self.width = width
@@ -35,7 +35,7 @@ class Image:
                     pixel[3] = alpha + pixel[3] * rest
 
     def clear(self, x, y, width, height):
-        """Makes a rectangle of whole pixels see-through again."""
+        """Makes a rectangle of whole pixels transparent again."""
         for row in range(y, y + height):
             for column in range(x, x + width):
                 self._pixels[row * self.width + column] = [0.0, 0.0, 0.0, 0.0]

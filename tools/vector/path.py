@@ -12,7 +12,7 @@ _ARGUMENTS = {"M": 2, "L": 2, "H": 1, "V": 1, "C": 6, "S": 4, "A": 7}
 
 
 def _tokens(text):
-    """Numbers and letters; the two flags of an arc may stand without a blank between them."""
+    """Numbers and letters; the two flags of an arc need no blank between them."""
     found = []
     command, count, index = "", 0, 0
     while index < len(text):

@@ -1,5 +1,5 @@
-// A window system without a screen, for code that must run where none is and for fuzzing: windows
-// are never shown, fonts are six pixels a character, and what a window would get is given by hand.
+// A window system without a screen, for headless code and fuzzing: windows are never shown,
+// characters are six pixels wide, and events are delivered by the test.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@
 
 namespace test {
 
-/// As made, all its bytes are kUnwritten.
+/// Filled with kUnwritten at first.
 class FakeFrameBuffer final : public platform::FrameBuffer {
 public:
     static constexpr std::uint8_t kUnwritten = 0xEE;
@@ -43,11 +43,11 @@ public:
     }
 
     [[nodiscard]] platform::WindowEvents& events() const { return m_events; }
-    /// How often an immediate repaint was asked for.
+    /// How often an immediate repaint was requested.
     [[nodiscard]] int repaints() const { return m_repaints; }
-    /// Of the timer started last; 0 without one.
+    /// Interval of the last timer started; 0 without one.
     [[nodiscard]] int timerMs() const { return m_timerMs; }
-    /// What became invalid since the last call.
+    /// Areas invalidated since the last call.
     [[nodiscard]] std::vector<platform::Rect> takeDirty() { return std::exchange(m_dirty, {}); }
 
     void show(bool /*visible*/) override {}
@@ -102,7 +102,7 @@ public:
     platform::Desktop& desktop() override { return *this; }
     platform::ComponentLibrary& components() override { return *this; }
     [[nodiscard]] bool isEnding() const override { return false; }
-    /// Runs what was posted so far; nothing else does.
+    /// Runs the posted tasks; nothing else does.
     void runTasks() {
         std::vector<std::function<void()>> tasks;
         {

@@ -112,7 +112,7 @@ void drag(platform::NativeWindow& window, const std::vector<platform::Point>& po
 }
 
 void press(platform::NativeWindow& window, Key key, platform::Modifiers modifiers) {
-    // A person's key types its blank as well.
+    // A real space bar types a space too.
     const bool types = key == Key::space && modifiers == platform::Modifiers{};
     input().key(window, EventKind::keyDown, key, types ? u" " : u"", modifiers);
     input().key(window, EventKind::keyUp, key, {}, modifiers);

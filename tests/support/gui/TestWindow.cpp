@@ -71,7 +71,7 @@ TestWindow::TestWindow(platform::Size size, platform::NativeWindow* owner,
 }
 
 TestWindow::~TestWindow() {
-    answer = nullptr; // what it refers to may be gone already
+    answer = nullptr; // it may refer to destroyed objects
     m_native.reset();
 }
 

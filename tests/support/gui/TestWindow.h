@@ -1,4 +1,4 @@
-// A window that writes down what it receives, for tests of the back ends.
+// A window that records what it receives, for tests of the back ends.
 #pragma once
 
 #include <functional>
@@ -35,11 +35,11 @@ public:
     [[nodiscard]] std::vector<platform::Rect> takePaints();
     [[nodiscard]] bool isDestroyed() const { return m_destroyed; }
 
-    /// Answers events, after they are written down; the default leaves them to the system.
+    /// Answers events after recording; by default the system handles them.
     std::function<bool(const platform::Event&)> answer;
-    /// Draws, after the rectangle is written down.
+    /// Draws, after the rectangle is recorded.
     std::function<void(platform::Canvas&)> paint;
-    /// What is left out of the list.
+    /// Events that are not recorded.
     std::set<platform::EventKind> unnoted{
         platform::EventKind::mouseMove, platform::EventKind::mouseLeave,
         platform::EventKind::activated, platform::EventKind::deactivated,

@@ -132,7 +132,7 @@ void WindowDriver::pick(toolkit::CComboUI& combo, int index) const {
     openDropList(combo);
     toolkit::DropListWindow& list = toolkit::DropListWindow::of(manager());
     const int height = list.geometry().height();
-    // The wheel scrolls until the item is inside; each notch moves, or the item is in reach.
+    // Scroll until the item is visible; a notch without movement means that it is.
     for (int left = combo.GetCount(); left > 0; --left) {
         const platform::Rect item = list.itemRect(index);
         if (item.top >= 0 && item.bottom <= height) {

@@ -1,5 +1,5 @@
-// Works a real window as a person would: finds its controls by name, sends mouse and key events to
-// the place where they stand, and reads pixels back. Everything goes through the window system.
+// Operates a real window like a user: finds its controls by name, sends mouse and key events to
+// their positions, and reads pixels back. Everything goes through the window system.
 //
 //   WindowDriver driver(window);                 // the window was created
 //   driver.show();
@@ -68,9 +68,9 @@ public:
     void press(platform::Key key, platform::Modifiers modifiers = {}) const {
         test::press(native(), key, modifiers);
     }
-    /// Each character as a key.
+    /// One key per character.
     void type(const std::u16string& text) const { test::type(native(), text); }
-    /// Clicks the edit and replaces its text by typing; the keyboard stays there.
+    /// Clicks the edit and replaces its text by typing; it keeps the focus.
     void retype(std::u16string_view edit, const std::u16string& text) const;
     /// The same, and leaves the edit by Enter.
     void enter(std::u16string_view edit, const std::u16string& text) const;
@@ -81,7 +81,7 @@ public:
     }
     void pick(toolkit::CComboUI& combo, int index) const;
     void openDropList(toolkit::CComboUI& combo) const;
-    /// A click into the open drop list, in its own pixels.
+    /// A click into the open drop list, relative to the list.
     void clickDropList(platform::Point at) const;
 
     [[nodiscard]] std::u16string textOf(std::u16string_view name) const {
@@ -89,7 +89,7 @@ public:
     }
     /// The middle of a control, in window pixels.
     [[nodiscard]] static platform::Point middleOf(const toolkit::CControlUI& control);
-    /// What the window shows, painted anew; 0xAARRGGBB.
+    /// The window's picture, freshly painted; 0xAARRGGBB.
     [[nodiscard]] platform::Bitmap picture() const { return native().snapshot(); }
     [[nodiscard]] std::uint32_t pixel(platform::Point at) const { return picture().at(at.x, at.y); }
     [[nodiscard]] std::u16string focusName() const;

@@ -1,5 +1,5 @@
-// The base of window tests: a folder of its own with skin and texts as the program's working
-// directory, the shared services, and the editor's windows on a headless screen.
+// The base of window tests: a temporary working directory with skin and texts, the shared services,
+// and the editor's windows on a headless screen.
 #pragma once
 
 #include <memory>
@@ -44,7 +44,7 @@ protected:
     [[nodiscard]] ui::WindowContext context() { return {m_gui, m_state, m_services}; }
     [[nodiscard]] scene::SceneManager& scene() { return *m_services.sceneManager; }
     [[nodiscard]] scene::SceneSession& session() { return *m_services.sceneSession; }
-    /// Makes and shows a window; its loop is the test's own pumping.
+    /// Creates and shows a window; the test pumps its events.
     template <class Window, class... Results>
     std::shared_ptr<Window> open(const Results&... returned) {
         forgetQuit();
@@ -61,7 +61,7 @@ protected:
     [[nodiscard]] static bool isClosed(const ui::EditorWindow& window) {
         return window.GetNative() == nullptr || window.IsClosing();
     }
-    /// A window that closed outside of any loop has asked the next one to end; this one ends.
+    /// Runs the loop that a window closed outside of any loop has already asked to end.
     static void forgetQuit();
     /// The folder of a scene below the test's folder, as the editor spells it.
     [[nodiscard]] std::string sceneFolder(const std::string& name) {
@@ -78,7 +78,7 @@ protected:
 template <class Window>
 class WindowTest : public EditorTest {
 protected:
-    /// Another one takes the place of the one before.
+    /// Replaces the previous window.
     template <class... Results>
     WindowDriver& show(const Results&... returned) {
         m_driver.reset();

@@ -1,4 +1,4 @@
-// The real window system with parts that a test plays: the screen's height, the file
+// The real window system, except for parts that the test controls: the screen's height, the file
 // dialog, the desktop and the components.
 #pragma once
 
@@ -12,7 +12,7 @@
 
 namespace test {
 
-/// Answers as told, and notes what was asked.
+/// Records the requests and returns a preset answer.
 class ScriptedFileDialog final : public platform::FileDialog {
 public:
     std::optional<platform::OpenFilesResult>
@@ -29,7 +29,7 @@ public:
     std::vector<platform::OpenFilesRequest> requests;
 };
 
-/// Notes what it was to open and to show.
+/// Records what it should open and show.
 class ScriptedDesktop final : public platform::Desktop {
 public:
     bool openFile(const std::string& path) override {
@@ -58,7 +58,7 @@ public:
     int uses = 0;
 };
 
-/// The real windows on a screen of another height.
+/// The real windows on a screen with a different height.
 class ScriptedHost final : public platform::WindowHost {
 public:
     explicit ScriptedHost(platform::Gui& real) : m_real(real) {}

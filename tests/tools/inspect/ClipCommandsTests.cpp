@@ -1,4 +1,4 @@
-// video and frames on clips made here: what is printed, in which order, and how refusals end.
+// video and frames on generated clips: output, order and errors.
 #include <algorithm>
 #include <climits>
 #include <iomanip>
@@ -29,7 +29,7 @@ protected:
         EXPECT_EQ(run(arguments), inspect::kSuccess);
         return m_output;
     }
-    /// The lines of these frames by a plain decode.
+    /// The expected lines for these frames, by a plain decode.
     std::string expected(const std::vector<std::size_t>& frames) {
         std::ostringstream text;
         text << std::setfill('0');

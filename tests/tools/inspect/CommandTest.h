@@ -1,4 +1,4 @@
-// The base of tests that run quorvel-inspect's commands: what they print, on both streams.
+// Runs commands of quorvel-inspect and captures both output streams.
 #pragma once
 
 #include <memory>

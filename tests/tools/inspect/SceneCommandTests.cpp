@@ -29,7 +29,7 @@ TEST_F(SceneCommandTest, PrintsTheSceneAndNamesUnknownNodes) {
         EXPECT_EQ(m_errors, "Error: Unknown node type: Odd\nError: Unknown node type: Odder\n");
     }
     EXPECT_EQ(support::readBytes("in/Scene.xml"), kScene);
-    // The folder's name stands for one that is missing; text is escaped and what is no UTF-8 shown.
+    // A missing name is the folder's; text is escaped and invalid UTF-8 replaced.
     support::writeBytes(
         "F\xC3\xBC/Scene.xml",
         "<Scene><FirstBranch>\"\\/\t\x01\x1F\x7F \xF0\x9F\x98\x80\xFF\xC3</FirstBranch></Scene>");
@@ -66,7 +66,7 @@ TEST_F(SceneCommandTest, HelpIsPrintedForEveryCommandAndForAll) {
     }
 }
 
-TEST_F(SceneCommandTest, WhatCannotBeReadWrittenOrUnderstoodIsToldAndGivesTwo) {
+TEST_F(SceneCommandTest, ErrorsAreReportedAndExitWithTwo) {
     support::writeBytes("in/Scene.xml", kScene);
     const std::string usage = "usage: quorvel-inspect scene DIR [--rewrite DIR2]\n";
     const struct {

@@ -51,7 +51,7 @@ TEST_F(ZonesCommandTest, EitherSizeMayBeLeftOut) {
     }
 }
 
-TEST_F(ZonesCommandTest, WhatCannotBeReadOrWrittenIsToldOnStderr) {
+TEST_F(ZonesCommandTest, ErrorsAreReportedOnStderr) {
     struct Case {
         inspect::Arguments arguments;
         const char* error;
