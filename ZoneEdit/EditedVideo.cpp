@@ -54,7 +54,7 @@ void EditedVideo::repaintDueFrame() const {
 void EditedVideo::paintNow() const {
     const auto* manager = m_control != nullptr ? m_control->GetManager() : nullptr;
     if (manager != nullptr && manager->GetWindow() != nullptr) {
-        manager->GetWindow()->repaintNow();
+        manager->GetWindow()->picture().repaintNow();
     }
 }
 

@@ -109,7 +109,8 @@ private:
         window.CenterWindow();
         window.ShowWindow(true);
         m_gui.loop().processEvents(false);
-        return window.GetNative()->snapshot().size().width > 0; // painted, whatever came before
+        return window.GetNative()->picture().snapshot().size().width >
+               0; // painted, whatever came before
     }
 
     void settle() {

@@ -105,7 +105,7 @@ public:
             }
             const auto began = Clock::now();
             m_control->NeedUpdate();
-            m_driver->native().repaintNow();
+            m_driver->native().picture().repaintNow();
             times.add(millisecondsSince(began));
         }
         return times;

@@ -1,5 +1,5 @@
-// Native windows. A window draws and thinks nothing itself: it sends events and paint requests to
-// the WindowEvents it was made with, and obeys its owner's calls.
+// Native windows. A window neither draws nor decides anything by itself: it sends events and paint
+// requests to the WindowEvents that it was created with, and does what its owner calls for.
 #pragma once
 
 #include <cstdint>
@@ -8,10 +8,9 @@
 #include <string_view>
 
 #include "platform/Accessible.h"
-#include "platform/Bitmap.h"
 #include "platform/Canvas.h"
 #include "platform/Event.h"
-#include "platform/FrameBuffer.h"
+#include "platform/WindowParts.h"
 
 namespace platform {
 
@@ -34,9 +33,6 @@ enum class WindowKind {
     normal, ///< a screen or dialog; frameless whatever its style bits say
     popup,  ///< drop list or tool tip: above its owner, never takes the keyboard
 };
-
-/// The pointer's picture over a window.
-enum class PointerShape { arrow, text, hand, cross };
 
 class NativeWindow;
 
@@ -71,28 +67,11 @@ public:
     /// handler that called this has returned; nothing else is sent any more.
     virtual void close() = 0;
 
-    virtual void invalidate(const Rect& dirty) = 0;
-    /// Paints whatever is invalid before it returns.
-    virtual void repaintNow() = 0;
-    /// Paints the whole window and hands out the picture, shown or not.
-    [[nodiscard]] virtual Bitmap snapshot() = 0;
-    /// All mouse events go to this window until releaseCapture or a captureLost event; positions
-    /// may lie outside.
-    virtual void setCapture() = 0;
-    virtual void releaseCapture() = 0;
-    virtual void setPointer(PointerShape shape) = 0;
-    /// Sends timer events with `id` every `intervalMs`; starting a running id restarts it.
-    virtual bool startTimer(unsigned id, int intervalMs) = 0;
-    virtual bool stopTimer(unsigned id) = 0;
-    /// The left button went down on the caption: the window follows the pointer until the button
-    /// goes up, which it may have done already.
-    virtual void beginMove() = 0;
-    /// Whether an edit has the focus, and its caret rectangle for the input method's window.
-    virtual void setTextInput(bool enabled, const Rect& caret) = 0;
-    /// A back buffer that suits this window.
-    [[nodiscard]] virtual FrameBufferResult createFrameBuffer(Size size) = 0;
-    /// Tells assistive technology, if any listens, that something about `node` changed.
-    virtual void accessibleChanged(Accessible& node, AccessibleChange change) = 0;
+    /// The parts live as long as this object.
+    virtual WindowPicture& picture() = 0;
+    virtual WindowInput& input() = 0;
+    virtual WindowTimers& timers() = 0;
+    virtual WindowAccessibility& accessibility() = 0;
 };
 
 class WindowHost {

@@ -90,7 +90,7 @@ void CVideoUI::onFrameReady() {
         watchForFrames();
         Invalidate();
         if (platform::NativeWindow* window = GetManager()->GetWindow()) {
-            window->repaintNow();
+            window->picture().repaintNow();
         }
     }
 }
@@ -174,7 +174,8 @@ bool CVideoUI::CreateBackBuffer() {
     if (!m_video || m_video->width < 1 || m_video->height < 1 || window == nullptr) {
         return false;
     }
-    platform::FrameBufferResult made = window->createFrameBuffer({m_video->width, m_video->height});
+    platform::FrameBufferResult made =
+        window->picture().createFrameBuffer({m_video->width, m_video->height});
     if (!reportFrameBuffer(made)) {
         return false;
     }

@@ -1,14 +1,13 @@
 #include "platform/qt/QtWindow.h"
 
+#include <QEvent>
 #include <QGuiApplication>
-#include <QInputMethod>
 #include <QMetaObject>
 #include <QScreen>
 
 #include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtConvert.h"
-#include "platform/qt/QtFrameBuffer.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindowHost.h"
 
@@ -24,39 +23,16 @@ Qt::WindowFlags flagsOf(WindowKind kind) {
     return Qt::Window | Qt::FramelessWindowHint;
 }
 
-Qt::CursorShape cursorOf(PointerShape shape) {
-    switch (shape) {
-    case PointerShape::text:
-        return Qt::IBeamCursor;
-    case PointerShape::hand:
-        return Qt::PointingHandCursor;
-    case PointerShape::cross:
-        return Qt::CrossCursor;
-    case PointerShape::arrow:
-        break;
-    }
-    return Qt::ArrowCursor;
-}
-
 /// The offscreen platform has neither an order of windows nor shapes.
 bool hasWindowSystem() {
     return QGuiApplication::platformName() != QLatin1String("offscreen");
-}
-
-/// Whether the system can be trusted with a move. A window manager of X11 hears of it too late when
-/// the button goes up right after a motion, and then waits for a release that has already happened,
-/// with the window stuck to the pointer. Under Wayland the program cannot place a window itself.
-bool movesWindows() {
-    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
 } // namespace
 
 QtWindow::QtWindow(QtWindowHost& host, const WindowOptions& options, WindowEvents& events)
     : m_host(host), m_events(events), m_surface(std::make_unique<QtSurface>(*this).release()),
-      m_store(m_surface.get()), m_kind(options.kind), m_cornerRadius(options.cornerRadius),
-      m_move([this] { return movesWindows() && m_surface->startSystemMove(); },
-             [this](QPoint place) { m_surface->setPosition(place); }) {
+      m_kind(options.kind), m_cornerRadius(options.cornerRadius) {
     m_surface->setSurfaceType(QSurface::RasterSurface);
     m_surface->setFlags(flagsOf(options.kind));
     m_surface->setTitle(toQt(options.title));
@@ -70,6 +46,7 @@ QtWindow::QtWindow(QtWindowHost& host, const WindowOptions& options, WindowEvent
 }
 
 QtWindow::~QtWindow() {
+    m_input.releaseCapture();
     m_host.remove(*this);
     m_surface->detach();
     if (!m_destroyedSent) {
@@ -97,7 +74,7 @@ void QtWindow::show(bool visible) {
         m_surface->requestActivate();
     }
     if (!visible) {
-        loseCapture();
+        m_input.loseCapture();
     }
 }
 
@@ -136,7 +113,7 @@ void QtWindow::setTitle(const std::u16string& title) {
 void QtWindow::setEnabled(bool enabled) {
     m_enabled = enabled;
     if (!enabled) {
-        loseCapture();
+        m_input.loseCapture();
     }
 }
 
@@ -151,12 +128,9 @@ void QtWindow::close() {
     if (m_closing) {
         return;
     }
-    releaseCapture();
+    m_input.releaseCapture();
     m_closing = true;
-    for (const auto& [id, timer] : m_timers) {
-        m_surface->killTimer(timer);
-    }
-    m_timers.clear();
+    m_timers.stopAll();
     // Asked for before the window goes, or the system would choose another one in between.
     if (QWindow* owner = m_surface->transientParent();
         owner != nullptr && owner->isVisible() && m_kind == WindowKind::normal) {
@@ -185,7 +159,7 @@ void QtWindow::finish() {
     guardedRun("destroyed event", [&] { events.onEvent(last); });
 }
 
-void QtWindow::handleCloseRequest() {
+void QtWindow::requestClose() {
     // A disabled window waits for its dialog.
     if (!m_enabled || m_closing) {
         return;
@@ -206,7 +180,7 @@ void QtWindow::handleFocus(bool focused) {
     }
     const QPointer<QtSurface> surface = m_surface.get();
     if (!focused) {
-        loseCapture();
+        m_input.loseCapture();
         if (surface->window() == nullptr) {
             return;
         }
@@ -216,81 +190,32 @@ void QtWindow::handleFocus(bool focused) {
     send(event);
 }
 
-void QtWindow::setCapture() {
-    m_host.setCapture(*this);
-}
-
-void QtWindow::releaseCapture() {
-    m_host.releaseCapture(*this);
-}
-
-void QtWindow::loseCapture() {
-    if (m_host.releaseCapture(*this)) {
-        Event event;
-        event.kind = EventKind::captureLost;
-        send(event);
-    }
-}
-
-void QtWindow::setPointer(PointerShape shape) {
-    m_surface->setCursor(cursorOf(shape));
-}
-
-bool QtWindow::startTimer(unsigned id, int intervalMs) {
-    if (m_closing || intervalMs < 0) {
+bool QtWindow::handleQtEvent(QEvent& event) {
+    switch (event.type()) {
+    case QEvent::Timer:
+        return m_timers.handle(static_cast<QTimerEvent&>(event).timerId());
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        handleFocus(event.type() == QEvent::FocusIn);
+        return true;
+    case QEvent::Close:
+        event.ignore(); // the surface stays until its owner ends it
+        requestClose();
+        return true;
+    case QEvent::UpdateRequest:
+        m_picture.paintDirty();
+        return true;
+    case QEvent::Expose:
+    case QEvent::Resize:
+    case QEvent::WindowStateChange:
+        m_picture.showAll();
         return false;
+    default:
+        return m_input.handle(event);
     }
-    stopTimer(id);
-    const int timer = m_surface->startTimer(intervalMs, Qt::PreciseTimer);
-    if (timer == 0) {
-        return false;
-    }
-    m_timers[id] = timer;
-    return true;
 }
 
-bool QtWindow::stopTimer(unsigned id) {
-    const auto timer = m_timers.find(id);
-    if (timer == m_timers.end()) {
-        return false;
-    }
-    m_surface->killTimer(timer->second);
-    m_timers.erase(timer);
-    return true;
-}
-
-bool QtWindow::handleTimer(int timerId) {
-    for (const auto& [id, timer] : m_timers) {
-        if (timer == timerId) {
-            Event event;
-            event.kind = EventKind::timer;
-            event.timerId = id;
-            send(event);
-            return true;
-        }
-    }
-    return false;
-}
-
-void QtWindow::beginMove() {
-    loseCapture();
-    m_move.begin(m_pointer - m_surface->position());
-}
-
-void QtWindow::setTextInput(bool enabled, const Rect& caret) {
-    if (m_textInput == enabled && m_caret == caret) {
-        return;
-    }
-    m_textInput = enabled;
-    m_caret = caret;
-    QGuiApplication::inputMethod()->update(Qt::ImEnabled | Qt::ImCursorRectangle);
-}
-
-FrameBufferResult QtWindow::createFrameBuffer(Size size) {
-    return makeFrameBuffer(size);
-}
-
-void QtWindow::accessibleChanged(Accessible& node, AccessibleChange change) {
+void QtWindow::changed(Accessible& node, AccessibleChange change) {
     guardedRun("accessible change", [&] { QtAccessibleNodes::changed(*m_surface, node, change); });
 }
 

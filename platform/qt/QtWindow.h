@@ -1,29 +1,19 @@
-// A native window on Qt. The parts stand in files by subject: life and geometry (QtWindow.cpp),
-// input (QtWindowInput.cpp) and painting (QtWindowPaint.cpp).
+// A native window on Qt: its life and its geometry. What else it does is up to its parts.
 #pragma once
 
-#include <QBackingStore>
-#include <QPoint>
-#include <map>
-#include <optional>
+#include <string>
 
 #include "platform/Window.h"
 #include "platform/qt/QtSurface.h"
-#include "platform/qt/WindowMove.h"
-#include "platform/raster/DirtyRegion.h"
-
-class QInputMethodEvent;
-class QInputMethodQueryEvent;
-class QKeyEvent;
-class QMouseEvent;
-class QRegion;
-class QWheelEvent;
+#include "platform/qt/QtWindowInput.h"
+#include "platform/qt/QtWindowPicture.h"
+#include "platform/qt/QtWindowTimers.h"
 
 namespace platform::qt {
 
 class QtWindowHost;
 
-class QtWindow final : public NativeWindow {
+class QtWindow final : public NativeWindow, private WindowAccessibility {
 public:
     /// `host` and `events` are not owned and must outlive the window.
     QtWindow(QtWindowHost& host, const WindowOptions& options, WindowEvents& events);
@@ -37,81 +27,43 @@ public:
     void setEnabled(bool enabled) override;
     void activate() override;
     void close() override;
-    void invalidate(const Rect& dirty) override;
-    void repaintNow() override;
-    [[nodiscard]] Bitmap snapshot() override;
-    void setCapture() override;
-    void releaseCapture() override;
-    void setPointer(PointerShape shape) override;
-    bool startTimer(unsigned id, int intervalMs) override;
-    bool stopTimer(unsigned id) override;
-    void beginMove() override;
-    void setTextInput(bool enabled, const Rect& caret) override;
-    [[nodiscard]] FrameBufferResult createFrameBuffer(Size size) override;
-    void accessibleChanged(Accessible& node, AccessibleChange change) override;
+    QtWindowPicture& picture() override { return m_picture; }
+    QtWindowInput& input() override { return m_input; }
+    QtWindowTimers& timers() override { return m_timers; }
+    WindowAccessibility& accessibility() override { return *this; }
 
     /// True when Qt need not see the event any more. May destroy this object.
     bool handleQtEvent(QEvent& event);
-    /// Another window took the capture, or the system did.
-    void loseCapture();
 
-    /// Not while a dialog of its own asks, nor when it is closing.
+    /// What the owner answers; true when the window is closing. May destroy this object.
+    bool send(const Event& event);
+    /// Asks the owner whether the window may close, and closes it when the owner has no objection.
+    void requestClose();
+    [[nodiscard]] bool isEnabled() const { return m_enabled; }
+    [[nodiscard]] bool isClosing() const { return m_closing; }
+    /// Not while it waits for a dialog of its own, nor when it is closing.
     [[nodiscard]] bool takesInput() const { return m_enabled && !m_closing; }
+    [[nodiscard]] QtWindowHost& host() const { return m_host; }
     [[nodiscard]] QtSurface& surface() const { return *m_surface; }
     [[nodiscard]] WindowEvents& events() const { return m_events; }
 
 private:
-    /// A press that the next one may turn into a double click.
-    struct Press {
-        Qt::MouseButton button = Qt::NoButton;
-        QPoint position;
-        unsigned long long timestampMs = 0;
-    };
-
-    bool send(const Event& event);
-    void finish();
+    void changed(Accessible& node, AccessibleChange change) override;
     void fixSize(Size size);
     void handleFocus(bool focused);
-    void handleCloseRequest();
-
-    bool handleStateEvent(QEvent& event);
-    bool handleMouse(const QMouseEvent& event);
-    bool handleWheel(const QWheelEvent& event);
-    bool handleKey(const QKeyEvent& event);
-    bool handleInputMethod(const QInputMethodEvent& event);
-    bool answerInputMethod(QInputMethodQueryEvent& event) const;
-    bool handleTimer(int timerId);
-    [[nodiscard]] bool completesDoubleClick(const QMouseEvent& event);
-
-    void paintDirty();
-    void paintRect(const Rect& rect);
-    void present(const QRegion& region);
-    bool resizeBack();
-    /// Neither hidden nor minimised.
-    [[nodiscard]] bool isOnScreen() const;
-    void requestPaint();
+    void finish();
 
     QtWindowHost& m_host;
     WindowEvents& m_events;
     SurfaceOwner m_surface;
-    QBackingStore m_store;
     WindowKind m_kind;
     int m_cornerRadius;
     bool m_enabled = true;
     bool m_closing = false;
     bool m_destroyedSent = false;
-
-    Bitmap m_back; ///< the window's picture; the store only carries it to the screen
-    raster::DirtyRegion m_dirty;
-    bool m_paintRequested = false;
-
-    std::map<unsigned, int> m_timers; ///< our id to Qt's
-    std::optional<Press> m_lastPress;
-    QPoint m_pointer; ///< screen position of the last mouse event
-    WindowMove m_move;
-    bool m_textInput = false;
-    Rect m_caret;
-    bool m_preedit = false;
+    QtWindowPicture m_picture{*this};
+    QtWindowInput m_input{*this};
+    QtWindowTimers m_timers{*this};
 };
 
 } // namespace platform::qt

@@ -43,28 +43,27 @@ std::u16string QtWindowHost::foldedCase(std::u16string_view text) const {
 
 void QtWindowHost::remove(QtWindow& window) {
     std::erase(m_windows, &window);
-    releaseCapture(window);
 }
 
-void QtWindowHost::setCapture(QtWindow& window) {
-    if (m_capture == &window) {
+void QtWindowHost::setCapture(QtWindowInput& input) {
+    if (m_capture == &input) {
         return;
     }
     if (m_capture != nullptr) {
         m_capture->loseCapture();
     }
-    m_capture = &window;
+    m_capture = &input;
 }
 
-bool QtWindowHost::releaseCapture(const QtWindow& window) {
-    if (m_capture != &window) {
+bool QtWindowHost::releaseCapture(const QtWindowInput& input) {
+    if (m_capture != &input) {
         return false;
     }
     m_capture = nullptr;
     return true;
 }
 
-QtWindow& QtWindowHost::mouseTarget(QtWindow& hit) const {
+QtWindowInput& QtWindowHost::mouseTarget(QtWindowInput& hit) const {
     return m_capture != nullptr ? *m_capture : hit;
 }
 

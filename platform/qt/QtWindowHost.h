@@ -11,6 +11,7 @@ namespace platform::qt {
 
 class QtFontSet;
 class QtWindow;
+class QtWindowInput;
 
 class QtWindowHost final : public WindowHost {
 public:
@@ -28,19 +29,19 @@ public:
     void add(QtWindow& window) { m_windows.push_back(&window); }
     void remove(QtWindow& window);
     /// Takes the capture from whoever has it, who is told.
-    void setCapture(QtWindow& window);
-    /// True when `window` had the capture.
-    bool releaseCapture(const QtWindow& window);
-    /// The window that a mouse event over `hit` belongs to.
-    [[nodiscard]] QtWindow& mouseTarget(QtWindow& hit) const;
+    void setCapture(QtWindowInput& input);
+    /// True when `input` had the capture.
+    bool releaseCapture(const QtWindowInput& input);
+    /// The input of the window that a mouse event over `hit` belongs to.
+    [[nodiscard]] QtWindowInput& mouseTarget(QtWindowInput& hit) const;
     /// Brings up the newest visible window that `owner` owns: what a disabled window waits for.
     void activateDialogOf(const QtWindow& owner) const;
     [[nodiscard]] QtTextPainter& textPainter() { return m_textPainter; }
 
 private:
     QtTextPainter m_textPainter;
-    std::vector<QtWindow*> m_windows; ///< living ones, oldest first; not owned
-    QtWindow* m_capture = nullptr;    ///< one of m_windows
+    std::vector<QtWindow*> m_windows;   ///< living ones, oldest first; not owned
+    QtWindowInput* m_capture = nullptr; ///< of one of m_windows
 };
 
 } // namespace platform::qt

@@ -1,6 +1,8 @@
-// Mouse, keyboard and input method of a window.
+#include "platform/qt/QtWindowInput.h"
+
 #include <QEnterEvent>
 #include <QGuiApplication>
+#include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -26,6 +28,27 @@ Point pixelAt(QPointF position) {
     constexpr double kRounding = 1e-6; // of Qt's division by the scale
     return {static_cast<int>(std::floor(position.x() + kRounding)),
             static_cast<int>(std::floor(position.y() + kRounding))};
+}
+
+Qt::CursorShape cursorOf(PointerShape shape) {
+    switch (shape) {
+    case PointerShape::text:
+        return Qt::IBeamCursor;
+    case PointerShape::hand:
+        return Qt::PointingHandCursor;
+    case PointerShape::cross:
+        return Qt::CrossCursor;
+    case PointerShape::arrow:
+        break;
+    }
+    return Qt::ArrowCursor;
+}
+
+/// Whether the system can be trusted with a move. A window manager of X11 hears of it too late when
+/// the button goes up right after a motion, and then waits for a release that has already happened,
+/// with the window stuck to the pointer. Under Wayland the program cannot place a window itself.
+bool movesWindows() {
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
 Event mouseEvent(EventKind kind, QPointF position) {
@@ -54,66 +77,92 @@ std::u16string typedText(const QKeyEvent& event) {
 
 } // namespace
 
-bool QtWindow::handleQtEvent(QEvent& event) {
+QtWindowInput::QtWindowInput(QtWindow& window)
+    : m_window(window),
+      m_move([this] { return movesWindows() && m_window.surface().startSystemMove(); },
+             [this](QPoint place) { m_window.surface().setPosition(place); }) {}
+
+void QtWindowInput::setCapture() {
+    m_window.host().setCapture(*this);
+}
+
+void QtWindowInput::releaseCapture() {
+    m_window.host().releaseCapture(*this);
+}
+
+void QtWindowInput::loseCapture() {
+    if (m_window.host().releaseCapture(*this)) {
+        Event event;
+        event.kind = EventKind::captureLost;
+        m_window.send(event);
+    }
+}
+
+void QtWindowInput::setPointer(PointerShape shape) {
+    m_window.surface().setCursor(cursorOf(shape));
+}
+
+void QtWindowInput::beginMove() {
+    const QPointer<QtSurface> surface = &m_window.surface();
+    loseCapture();
+    if (surface->window() != nullptr) {
+        m_move.begin(m_pointer - surface->position());
+    }
+}
+
+void QtWindowInput::setTextInput(bool enabled, const Rect& caret) {
+    if (m_textInput == enabled && m_caret == caret) {
+        return;
+    }
+    m_textInput = enabled;
+    m_caret = caret;
+    QGuiApplication::inputMethod()->update(Qt::ImEnabled | Qt::ImCursorRectangle);
+}
+
+bool QtWindowInput::handle(QEvent& event) {
+    switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        handleKey(static_cast<QKeyEvent&>(event));
+        return true;
+    case QEvent::InputMethod:
+        handleInputMethod(static_cast<QInputMethodEvent&>(event));
+        return true;
+    case QEvent::InputMethodQuery:
+        answerInputMethod(static_cast<QInputMethodQueryEvent&>(event));
+        return true;
+    default:
+        return handlePointer(event);
+    }
+}
+
+bool QtWindowInput::handlePointer(QEvent& event) {
     switch (event.type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseMove:
-        return m_host.mouseTarget(*this).handleMouse(static_cast<QMouseEvent&>(event));
+        m_window.host().mouseTarget(*this).handleMouse(static_cast<QMouseEvent&>(event));
+        return true;
     case QEvent::MouseButtonDblClick:
         return true; // found by ourselves: Qt sends it beside the press, not instead of it
     case QEvent::Wheel:
-        return handleWheel(static_cast<QWheelEvent&>(event));
+        handleWheel(static_cast<QWheelEvent&>(event));
+        return true;
     case QEvent::Enter:
-        if (m_enabled) {
-            send(mouseEvent(EventKind::mouseMove, static_cast<QEnterEvent&>(event).position()));
+        if (m_window.isEnabled()) {
+            const QPointF at = static_cast<QEnterEvent&>(event).position();
+            m_window.send(mouseEvent(EventKind::mouseMove, at));
         }
         return true;
     case QEvent::Leave:
-        send(mouseEvent(EventKind::mouseLeave, QPointF(-1, -1)));
+        m_window.send(mouseEvent(EventKind::mouseLeave, QPointF(-1, -1)));
         return true;
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-        return handleKey(static_cast<QKeyEvent&>(event));
-    case QEvent::InputMethod:
-        return handleInputMethod(static_cast<QInputMethodEvent&>(event));
-    case QEvent::InputMethodQuery:
-        return answerInputMethod(static_cast<QInputMethodQueryEvent&>(event));
-    case QEvent::Timer:
-        return handleTimer(static_cast<QTimerEvent&>(event).timerId());
-    default:
-        return handleStateEvent(event);
-    }
-}
-
-bool QtWindow::handleStateEvent(QEvent& event) {
-    switch (event.type()) {
-    case QEvent::FocusIn:
-    case QEvent::FocusOut:
-        handleFocus(event.type() == QEvent::FocusIn);
-        return true;
-    case QEvent::Close:
-        event.ignore(); // the surface stays until its owner ends it
-        handleCloseRequest();
-        return true;
-    case QEvent::UpdateRequest:
-        paintDirty();
-        return true;
-    case QEvent::Expose:
-    case QEvent::Resize:
-    case QEvent::WindowStateChange:
-        if (isOnScreen()) {
-            resizeBack();
-            paintDirty();
-            present(QRect(QPoint(), m_surface->size()));
-        }
-        return false;
     default:
         return false;
     }
 }
 
-bool QtWindow::completesDoubleClick(const QMouseEvent& event) {
+bool QtWindowInput::completesDoubleClick(const QMouseEvent& event) {
     const Press press{event.button(), event.globalPosition().toPoint(), event.timestamp()};
     const std::optional<Press> last = std::exchange(m_lastPress, press);
     const QStyleHints& hints = *QGuiApplication::styleHints();
@@ -128,46 +177,45 @@ bool QtWindow::completesDoubleClick(const QMouseEvent& event) {
     return pair;
 }
 
-bool QtWindow::handleMouse(const QMouseEvent& event) {
-    if (!m_enabled) {
+void QtWindowInput::handleMouse(const QMouseEvent& event) {
+    if (!m_window.isEnabled()) {
         if (event.type() == QEvent::MouseButtonPress) {
-            m_host.activateDialogOf(*this);
+            m_window.host().activateDialogOf(m_window);
         }
-        return true;
+        return;
     }
     m_pointer = event.globalPosition().toPoint();
     if (m_move.follow(event)) {
-        return true;
+        return;
     }
-    Event ours = mouseEvent(EventKind::mouseMove, m_surface->mapFromGlobal(event.globalPosition()));
+    Event ours =
+        mouseEvent(EventKind::mouseMove, m_window.surface().mapFromGlobal(event.globalPosition()));
     if (event.type() != QEvent::MouseMove) {
         ours.button = buttonFromQt(event.button());
         if (ours.button == MouseButton::none) {
-            return true;
+            return;
         }
         ours.kind = event.type() == QEvent::MouseButtonRelease ? EventKind::mouseUp
                     : completesDoubleClick(event)              ? EventKind::mouseDoubleClick
                                                                : EventKind::mouseDown;
     }
-    send(ours);
-    return true;
+    m_window.send(ours);
 }
 
-bool QtWindow::handleWheel(const QWheelEvent& event) {
-    if (m_enabled && event.angleDelta().y() != 0) {
+void QtWindowInput::handleWheel(const QWheelEvent& event) {
+    if (m_window.isEnabled() && event.angleDelta().y() != 0) {
         Event ours = mouseEvent(EventKind::mouseWheel, event.position());
         ours.wheelDelta = event.angleDelta().y();
-        send(ours);
+        m_window.send(ours);
     }
-    return true;
 }
 
-bool QtWindow::handleKey(const QKeyEvent& event) {
+void QtWindowInput::handleKey(const QKeyEvent& event) {
     const bool down = event.type() == QEvent::KeyPress;
-    if (!m_enabled || (!down && event.isAutoRepeat())) {
-        return true;
+    if (!m_window.isEnabled() || (!down && event.isAutoRepeat())) {
+        return;
     }
-    const QPointer<QtSurface> surface = m_surface.get();
+    const QPointer<QtSurface> surface = &m_window.surface();
     Event ours;
     ours.kind = down ? EventKind::keyDown : EventKind::keyUp;
     ours.key = keyFromQt(event.key());
@@ -175,45 +223,42 @@ bool QtWindow::handleKey(const QKeyEvent& event) {
     ours.modifiers = modifiersFromQt(event.modifiers());
     ours.text.clear();
     const std::u16string typed = down ? typedText(event) : std::u16string();
-    const bool handled = send(ours);
+    const bool handled = m_window.send(ours);
     if (surface == nullptr || surface->window() == nullptr) {
-        return true;
+        return;
     }
     if (!handled && down && ours.key == Key::f4 && ours.modifiers.alt) {
-        handleCloseRequest(); // where no window manager does it
-        return true;
+        m_window.requestClose(); // where no window manager does it
+        return;
     }
     if (!typed.empty()) {
         ours.kind = EventKind::textInput;
         ours.key = Key::other;
         ours.text = typed;
-        send(ours);
+        m_window.send(ours);
     }
-    return true;
 }
 
-bool QtWindow::handleInputMethod(const QInputMethodEvent& event) {
-    if (!m_enabled) {
-        return true;
+void QtWindowInput::handleInputMethod(const QInputMethodEvent& event) {
+    if (!m_window.isEnabled()) {
+        return;
     }
     sendComposition({fromQt(event.preeditString()), fromQt(event.commitString())},
                     modifiersFromQt(QGuiApplication::keyboardModifiers()), m_preedit,
-                    [this, surface = QPointer<QtSurface>(m_surface.get())](const Event& ours) {
-                        send(ours);
+                    [this, surface = QPointer<QtSurface>(&m_window.surface())](const Event& ours) {
+                        m_window.send(ours);
                         return surface != nullptr && surface->window() != nullptr;
                     });
-    return true;
 }
 
-bool QtWindow::answerInputMethod(QInputMethodQueryEvent& event) const {
+void QtWindowInput::answerInputMethod(QInputMethodQueryEvent& event) const {
     if (event.queries().testFlag(Qt::ImEnabled)) {
-        event.setValue(Qt::ImEnabled, m_textInput && m_enabled);
+        event.setValue(Qt::ImEnabled, m_textInput && m_window.isEnabled());
     }
     if (event.queries().testFlag(Qt::ImCursorRectangle)) {
         event.setValue(Qt::ImCursorRectangle, toQt(m_caret));
     }
     event.accept();
-    return true;
 }
 
 } // namespace platform::qt

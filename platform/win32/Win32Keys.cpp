@@ -114,8 +114,39 @@ Modifiers currentModifiers() {
     return {isDown(VK_SHIFT), isDown(VK_CONTROL), isDown(VK_MENU)};
 }
 
-bool Win32Window::handleKey(UINT message, WPARAM virtualKey, LPARAM details) {
-    if (!m_enabled) {
+std::optional<LRESULT> Win32WindowInput::handleKeyboard(UINT message, WPARAM wide,
+                                                        LPARAM wideLong) {
+    switch (message) {
+    case WM_KEYDOWN:
+    case WM_KEYUP:
+    case WM_SYSKEYDOWN:
+    case WM_SYSKEYUP:
+        return handleKey(message, wide, wideLong) ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_CHAR:
+        handleCharacter(static_cast<wchar_t>(wide));
+        return 0;
+    case WM_SYSCHAR: // a beep for every Alt and letter; Alt and Space open the system menu
+        return wide != VK_SPACE ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_IME_STARTCOMPOSITION: // the edit shows the text itself
+        return 0;
+    case WM_IME_COMPOSITION: // else the system would send the text again as characters
+        handleComposition(wideLong);
+        return 0;
+    case WM_IME_ENDCOMPOSITION:
+        compose({}, {});
+        return 0;
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<LRESULT> Win32WindowInput::handle(UINT message, WPARAM wide, LPARAM wideLong) {
+    const std::optional<LRESULT> keyboard = handleKeyboard(message, wide, wideLong);
+    return keyboard ? keyboard : handlePointer(message, wide, wideLong);
+}
+
+bool Win32WindowInput::handleKey(UINT message, WPARAM virtualKey, LPARAM details) {
+    if (!m_window.isEnabled()) {
         return true;
     }
     Event event;
@@ -124,21 +155,21 @@ bool Win32Window::handleKey(UINT message, WPARAM virtualKey, LPARAM details) {
     event.key = keyFromNative(virtualKey);
     event.repeat = down && (details & kHeldBefore) != 0;
     event.modifiers = currentModifiers();
-    const bool handled = send(event);
+    const bool handled = m_window.send(event);
     // The system's own keys: Alt+F4 among them.
     const bool system = message == WM_SYSKEYDOWN || message == WM_SYSKEYUP;
     return handled || !system;
 }
 
-bool Win32Window::handleCharacter(wchar_t unit) {
+void Win32WindowInput::handleCharacter(wchar_t unit) {
     const bool control = unit < 0x20 || unit == 0x7F;
-    if (!m_enabled || control) {
-        return true;
+    if (!m_window.isEnabled() || control) {
+        return;
     }
     const auto code = static_cast<char16_t>(unit);
     if ((code & 0xFC00U) == 0xD800U) { // the second half comes with the next message
         m_highSurrogate = code;
-        return true;
+        return;
     }
     Event event;
     event.kind = EventKind::textInput;
@@ -148,34 +179,32 @@ bool Win32Window::handleCharacter(wchar_t unit) {
         event.text += high;
     }
     event.text += code;
-    send(event);
-    return true;
+    m_window.send(event);
 }
 
-void Win32Window::compose(const std::u16string& preedit, const std::u16string& committed) {
-    if (!m_enabled) {
+void Win32WindowInput::compose(const std::u16string& preedit, const std::u16string& committed) {
+    if (!m_window.isEnabled()) {
         return;
     }
     sendComposition({preedit, committed}, currentModifiers(), m_preedit,
-                    [this, window = m_handle.get()](const Event& event) {
-                        send(event);
-                        return fromHandle(window) == this;
+                    [&window = m_window, handle = m_window.handle()](const Event& event) {
+                        window.send(event);
+                        return Win32Window::fromHandle(handle) == &window;
                     });
 }
 
-bool Win32Window::handleComposition(LPARAM flags) {
-    const InputContext context(m_handle.get());
+void Win32WindowInput::handleComposition(LPARAM flags) {
+    const InputContext context(m_window.handle());
     const std::u16string committed =
         (flags & GCS_RESULTSTR) != 0 ? context.text(GCS_RESULTSTR) : std::u16string();
     const std::u16string preedit =
         (flags & GCS_COMPSTR) != 0 ? context.text(GCS_COMPSTR) : std::u16string();
     compose(preedit, committed);
-    return true; // else the system would send the text again as characters
 }
 
-void Win32Window::setTextInput(bool enabled, const Rect& caret) {
-    ImmAssociateContextEx(m_handle.get(), nullptr, enabled ? IACE_DEFAULT : 0);
-    const InputContext context(m_handle.get());
+void Win32WindowInput::setTextInput(bool enabled, const Rect& caret) {
+    ImmAssociateContextEx(m_window.handle(), nullptr, enabled ? IACE_DEFAULT : 0);
+    const InputContext context(m_window.handle());
     if (context.get() == nullptr) {
         return;
     }

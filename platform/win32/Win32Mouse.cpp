@@ -56,7 +56,31 @@ Event eventOf(UINT message) {
 
 } // namespace
 
-bool Win32Window::followMove(UINT message, LPARAM wideLong) {
+std::optional<LRESULT> Win32WindowInput::handlePointer(UINT message, WPARAM wide, LPARAM wideLong) {
+    switch (message) {
+    case WM_MOUSEWHEEL:
+        handleWheel(wide, wideLong);
+        return 0;
+    case WM_MOUSELEAVE:
+        handleLeave();
+        return 0;
+    case WM_CAPTURECHANGED:
+        m_moveGrip.reset();
+        loseCapture();
+        return 0;
+    case WM_SETCURSOR:
+        return handleSetCursor(wideLong) ? std::optional<LRESULT>(TRUE) : std::nullopt;
+    default:
+        break;
+    }
+    if (message >= WM_MOUSEFIRST && message <= WM_MBUTTONDBLCLK) {
+        handleMouse(message, wideLong);
+        return 0;
+    }
+    return std::nullopt;
+}
+
+bool Win32WindowInput::followMove(UINT message, LPARAM wideLong) {
     if (!m_moveGrip) {
         return false;
     }
@@ -66,95 +90,96 @@ bool Win32Window::followMove(UINT message, LPARAM wideLong) {
         return true;
     }
     POINT point{GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)};
-    ClientToScreen(m_handle.get(), &point);
-    SetWindowPos(m_handle.get(), nullptr, point.x - m_moveGrip->x, point.y - m_moveGrip->y, 0, 0,
+    ClientToScreen(m_window.handle(), &point);
+    SetWindowPos(m_window.handle(), nullptr, point.x - m_moveGrip->x, point.y - m_moveGrip->y, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     return true;
 }
 
-void Win32Window::handleMouse(UINT message, WPARAM /*wide*/, LPARAM wideLong) {
-    if (!m_enabled || followMove(message, wideLong)) {
+void Win32WindowInput::handleMouse(UINT message, LPARAM wideLong) {
+    if (!m_window.isEnabled() || followMove(message, wideLong)) {
         return;
     }
     if (!m_tracksLeave) {
         TRACKMOUSEEVENT request{};
         request.cbSize = sizeof request;
         request.dwFlags = TME_LEAVE;
-        request.hwndTrack = m_handle.get();
+        request.hwndTrack = m_window.handle();
         m_tracksLeave = TrackMouseEvent(&request) != 0;
     }
     Event event = eventOf(message);
     event.position = {GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)};
-    send(event);
+    m_window.send(event);
 }
 
-bool Win32Window::handleWheel(WPARAM wide, LPARAM wideLong) {
+void Win32WindowInput::handleWheel(WPARAM wide, LPARAM wideLong) {
     POINT point{GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)};
     // The system may send it to the window with the keyboard; it belongs to the one under it.
-    Win32Window* target = this;
-    if (!geometry().contains({point.x, point.y})) {
-        Win32Window* below = fromHandle(WindowFromPoint(point));
-        target = below != nullptr ? below : this;
+    Win32Window* target = &m_window;
+    if (!m_window.geometry().contains({point.x, point.y})) {
+        Win32Window* below = Win32Window::fromHandle(WindowFromPoint(point));
+        target = below != nullptr ? below : &m_window;
     }
-    if (!target->m_enabled) {
-        return true;
+    if (!target->isEnabled()) {
+        return;
     }
-    ScreenToClient(target->m_handle.get(), &point);
+    ScreenToClient(target->handle(), &point);
     Event event;
     event.kind = EventKind::mouseWheel;
     event.position = {point.x, point.y};
     event.wheelDelta = GET_WHEEL_DELTA_WPARAM(wide);
     event.modifiers = currentModifiers();
     target->send(event);
-    return true;
 }
 
-void Win32Window::handleLeave() {
+void Win32WindowInput::handleLeave() {
     m_tracksLeave = false;
     Event event;
     event.kind = EventKind::mouseLeave;
     event.position = {-1, -1};
-    send(event);
+    m_window.send(event);
 }
 
-void Win32Window::setCapture() {
+void Win32WindowInput::setCapture() {
     if (m_captured) {
         return;
     }
-    SetCapture(m_handle.get());
+    SetCapture(m_window.handle());
     m_captured = true;
 }
 
-void Win32Window::releaseCapture() {
+void Win32WindowInput::releaseCapture() {
     if (m_captured) {
         m_captured = false; // first: the system reports the end of the capture at once
         ReleaseCapture();
     }
 }
 
-void Win32Window::loseCapture() {
+void Win32WindowInput::loseCapture() {
     if (!m_captured) {
         return;
     }
     m_captured = false;
-    if (GetCapture() == m_handle.get()) {
+    if (GetCapture() == m_window.handle()) {
         ReleaseCapture();
     }
-    sendSimple(EventKind::captureLost);
+    Event event;
+    event.kind = EventKind::captureLost;
+    m_window.send(event);
 }
 
-void Win32Window::setPointer(PointerShape shape) {
+void Win32WindowInput::setPointer(PointerShape shape) {
     if (m_pointer == shape) {
         return;
     }
     m_pointer = shape;
     POINT point{};
-    if (GetCursorPos(&point) != 0 && WindowFromPoint(point) == m_handle.get()) {
+    if (GetCursorPos(&point) != 0 && WindowFromPoint(point) == m_window.handle()) {
         SetCursor(LoadCursorW(nullptr, cursorOf(shape)));
     }
 }
 
-bool Win32Window::handleSetCursor(LPARAM details) const {
+bool Win32WindowInput::handleSetCursor(LPARAM details) const {
     if (LOWORD(details) != HTCLIENT) {
         return false;
     }
@@ -162,10 +187,10 @@ bool Win32Window::handleSetCursor(LPARAM details) const {
     return true;
 }
 
-void Win32Window::beginMove() {
-    HWND window = m_handle.get();
+void Win32WindowInput::beginMove() {
+    HWND window = m_window.handle();
     loseCapture();
-    if (fromHandle(window) != this) {
+    if (Win32Window::fromHandle(window) != &m_window) {
         return;
     }
     POINT point{};
@@ -173,7 +198,7 @@ void Win32Window::beginMove() {
     if (GetAsyncKeyState(VK_LBUTTON) >= 0) {
         // No button is held as the system sees it, which would wait for its release for ever: the
         // pointer is followed here.
-        m_moveGrip = Point{point.x - geometry().left, point.y - geometry().top};
+        m_moveGrip = Point{point.x - m_window.geometry().left, point.y - m_window.geometry().top};
         SetCapture(window);
         return;
     }

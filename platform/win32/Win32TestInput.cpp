@@ -121,11 +121,13 @@ void Win32TestInput::key(NativeWindow& window, EventKind kind, Key key, const st
 }
 
 void Win32TestInput::preedit(NativeWindow& window, const std::u16string& text) {
-    post(window, [text](HWND handle) { Win32Window::fromHandle(handle)->compose(text, {}); });
+    post(window,
+         [text](HWND handle) { Win32Window::fromHandle(handle)->input().compose(text, {}); });
 }
 
 void Win32TestInput::commit(NativeWindow& window, const std::u16string& text) {
-    post(window, [text](HWND handle) { Win32Window::fromHandle(handle)->compose({}, text); });
+    post(window,
+         [text](HWND handle) { Win32Window::fromHandle(handle)->input().compose({}, text); });
 }
 
 void Win32TestInput::minimize(NativeWindow& window, bool minimized) {

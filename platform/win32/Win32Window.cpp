@@ -3,14 +3,10 @@
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Accessible.h"
-#include "platform/win32/Win32FrameBuffer.h"
 
 namespace platform::win32 {
 
 namespace {
-
-/// The system knows no timer 0.
-constexpr UINT_PTR kFirstTimer = 1;
 
 DWORD styleOf(const WindowOptions& options) {
     if (options.kind == WindowKind::popup || options.style == 0) {
@@ -78,7 +74,7 @@ Win32Window::Win32Window(const WindowServices& services, const WindowOptions& op
     // Whatever the style bits said about a frame: ask anew, now that the answer is ours.
     SetWindowPos(m_handle.get(), nullptr, 0, 0, options.size.width, options.size.height,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    setTextInput(false, {});
+    m_input.setTextInput(false, {});
 }
 
 /// A window with a system menu can be minimised, also by a click on the task bar, which goes by the
@@ -98,7 +94,7 @@ void Win32Window::allowMinimizing() {
 
 Win32Window::~Win32Window() {
     if (m_handle) {
-        releaseCapture();
+        m_input.releaseCapture();
         SetWindowLongPtrW(m_handle.get(), GWLP_USERDATA, 0);
     }
     finish();
@@ -120,20 +116,13 @@ bool Win32Window::send(const Event& event) {
     return guarded("window event", true, [&] { return events.onEvent(event); });
 }
 
-void Win32Window::sendSimple(EventKind kind) {
-    Event event;
-    event.kind = kind;
-    event.modifiers = {};
-    send(event);
-}
-
 void Win32Window::show(bool visible) {
     if (m_closing) {
         return;
     }
     if (!visible) {
         ShowWindow(m_handle.get(), SW_HIDE);
-        loseCapture();
+        m_input.loseCapture();
         return;
     }
     ShowWindow(m_handle.get(), m_kind == WindowKind::popup ? SW_SHOWNOACTIVATE : SW_SHOW);
@@ -175,7 +164,7 @@ void Win32Window::setEnabled(bool enabled) {
     m_enabled = enabled;
     EnableWindow(m_handle.get(), enabled ? TRUE : FALSE);
     if (!enabled) {
-        loseCapture();
+        m_input.loseCapture();
     }
 }
 
@@ -188,12 +177,9 @@ void Win32Window::close() {
     if (m_closing) {
         return;
     }
-    releaseCapture();
+    m_input.releaseCapture();
     m_closing = true;
-    for (const unsigned id : m_timers) {
-        KillTimer(m_handle.get(), id + kFirstTimer);
-    }
-    m_timers.clear();
+    m_timers.stopAll();
     // Before the window goes, or the system would choose another one in between.
     if (m_kind == WindowKind::normal && m_owner != nullptr && IsWindowVisible(m_owner) != 0) {
         SetActiveWindow(m_owner);
@@ -230,49 +216,17 @@ void Win32Window::handleCloseRequest() {
 void Win32Window::handleActivation(bool active) {
     HWND window = m_handle.get();
     if (!active) {
-        loseCapture();
+        m_input.loseCapture();
         if (fromHandle(window) != this) {
             return;
         }
     }
-    sendSimple(active ? EventKind::activated : EventKind::deactivated);
-}
-
-bool Win32Window::startTimer(unsigned id, int intervalMs) {
-    if (m_closing || intervalMs < 0) {
-        return false;
-    }
-    if (SetTimer(m_handle.get(), id + kFirstTimer, static_cast<UINT>(intervalMs), nullptr) == 0) {
-        return false;
-    }
-    m_timers.insert(id);
-    return true;
-}
-
-bool Win32Window::stopTimer(unsigned id) {
-    if (m_timers.erase(id) == 0) {
-        return false;
-    }
-    KillTimer(m_handle.get(), id + kFirstTimer);
-    return true;
-}
-
-void Win32Window::handleTimer(WPARAM id) {
-    const auto ours = static_cast<unsigned>(id - kFirstTimer);
-    if (m_timers.count(ours) == 0) {
-        return; // stopped while its message was waiting
-    }
     Event event;
-    event.kind = EventKind::timer;
-    event.timerId = ours;
+    event.kind = active ? EventKind::activated : EventKind::deactivated;
     send(event);
 }
 
-FrameBufferResult Win32Window::createFrameBuffer(Size size) {
-    return makeFrameBuffer(m_handle.get(), size);
-}
-
-void Win32Window::accessibleChanged(Accessible& node, AccessibleChange change) {
+void Win32Window::changed(Accessible& node, AccessibleChange change) {
     guardedRun("accessible change", [&] { tellAccessibility(m_handle.get(), node, change); });
 }
 

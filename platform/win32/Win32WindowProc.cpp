@@ -47,7 +47,7 @@ LRESULT CALLBACK Win32Window::receive(HWND handle, UINT message, WPARAM wide, LP
     return DefWindowProcW(handle, message, wide, wideLong);
 }
 
-std::optional<LRESULT> Win32Window::handleFrame(UINT message, WPARAM wide, LPARAM /*wideLong*/) {
+std::optional<LRESULT> Win32Window::handleFrame(UINT message, WPARAM wide) {
     switch (message) {
     case WM_NCCALCSIZE: // the whole window is ours to paint
     case WM_NCPAINT:
@@ -61,45 +61,6 @@ std::optional<LRESULT> Win32Window::handleFrame(UINT message, WPARAM wide, LPARA
     default:
         return std::nullopt;
     }
-}
-
-std::optional<LRESULT> Win32Window::handleInput(UINT message, WPARAM wide, LPARAM wideLong) {
-    switch (message) {
-    case WM_MOUSEWHEEL:
-        return handleWheel(wide, wideLong) ? std::optional<LRESULT>(0) : std::nullopt;
-    case WM_MOUSELEAVE:
-        handleLeave();
-        return 0;
-    case WM_CAPTURECHANGED:
-        m_moveGrip.reset();
-        loseCapture();
-        return 0;
-    case WM_KEYDOWN:
-    case WM_KEYUP:
-    case WM_SYSKEYDOWN:
-    case WM_SYSKEYUP:
-        return handleKey(message, wide, wideLong) ? std::optional<LRESULT>(0) : std::nullopt;
-    case WM_CHAR:
-        handleCharacter(static_cast<wchar_t>(wide));
-        return 0;
-    case WM_SYSCHAR: // a beep for every Alt and letter; Alt and Space open the system menu
-        return wide != VK_SPACE ? std::optional<LRESULT>(0) : std::nullopt;
-    case WM_IME_STARTCOMPOSITION: // the edit shows the text itself
-        return 0;
-    case WM_IME_COMPOSITION:
-        handleComposition(wideLong);
-        return 0;
-    case WM_IME_ENDCOMPOSITION:
-        compose({}, {});
-        return 0;
-    default:
-        break;
-    }
-    if (message >= WM_MOUSEFIRST && message <= WM_MBUTTONDBLCLK) {
-        handleMouse(message, wide, wideLong);
-        return 0;
-    }
-    return std::nullopt;
 }
 
 /// What ends the window or the program.
@@ -120,7 +81,7 @@ std::optional<LRESULT> Win32Window::handleEnd(UINT message, WPARAM wide) {
         return 0;
     case WM_DESTROY: // from outside, with its owner for one; our own end comes without messages
         m_closing = true;
-        m_timers.clear();
+        m_timers.forgetAll();
         finish();
         return 0;
     default:
@@ -131,19 +92,17 @@ std::optional<LRESULT> Win32Window::handleEnd(UINT message, WPARAM wide) {
 std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPARAM wideLong) {
     switch (message) {
     case WM_PAINT:
-        paint();
+        m_picture.handlePaint();
         return 0;
     case WM_SIZE:
-        invalidate(clientRect());
+        m_picture.invalidateAll();
         return 0;
     case WM_TIMER:
-        handleTimer(wide);
+        m_timers.handle(wide);
         return 0;
     case WM_ACTIVATE:
         handleActivation(LOWORD(wide) != WA_INACTIVE);
         return 0;
-    case WM_SETCURSOR:
-        return handleSetCursor(wideLong) ? std::optional<LRESULT>(TRUE) : std::nullopt;
     case WM_SYSCOMMAND: // Alt alone would open a menu that a frameless window does not have
         return (wide & 0xFFF0U) == SC_KEYMENU && wideLong != VK_SPACE ? std::optional<LRESULT>(0)
                                                                       : std::nullopt;
@@ -163,8 +122,8 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
     if (const std::optional<LRESULT> end = handleEnd(message, wide)) {
         return end;
     }
-    const std::optional<LRESULT> frame = handleFrame(message, wide, wideLong);
-    return frame ? frame : handleInput(message, wide, wideLong);
+    const std::optional<LRESULT> frame = handleFrame(message, wide);
+    return frame ? frame : m_input.handle(message, wide, wideLong);
 }
 
 } // namespace platform::win32

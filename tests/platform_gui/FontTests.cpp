@@ -34,7 +34,7 @@ platform::Bitmap pictureOf(std::u16string_view text, const Rect& box, FontHandle
         const platform::ClipScope scope(canvas, clip);
         canvas.drawText(text, box, font, 0xFF000000, align);
     };
-    return window.native().snapshot();
+    return window.native().picture().snapshot();
 }
 
 /// How many pixels' worth of `color` a text in it leaves on `ground`.
@@ -44,7 +44,7 @@ double inkOf(platform::Color color, platform::Color ground) {
         canvas.fillRect({0, 0, 200, 100}, ground);
         canvas.drawText(u"Kept until you press Save.", {0, 0, 200, 100}, 0, color, TextAlign::left);
     };
-    const platform::Bitmap picture = window.native().snapshot();
+    const platform::Bitmap picture = window.native().picture().snapshot();
     const auto greenOf = [](platform::Color c) {
         return static_cast<double>(platform::greenOf(c));
     };

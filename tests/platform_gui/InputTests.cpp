@@ -61,11 +61,11 @@ TEST(Mouse, CapturedEventsGoToTheCapturingWindowWhereverTheyHappen) {
     second.native().setGeometry({400, 150, 600, 250});
     first.show();
     second.show();
-    first.native().setCapture();
+    first.native().input().setCapture();
     test::drag(second.native(), {{5, 5}, {6, 7}});
     EXPECT_EQ(second.takeEvents(), Events());
     EXPECT_EQ(first.takeEvents(), (Events{"down 1 305,55", "up 1 306,57"}));
-    first.native().releaseCapture();
+    first.native().input().releaseCapture();
     test::click(second.native(), {5, 5});
     EXPECT_EQ(first.takeEvents(), Events());
     EXPECT_EQ(second.takeEvents(), (Events{"down 1 5,5", "up 1 5,5"}));
@@ -78,21 +78,21 @@ TEST(Mouse, ALostCaptureIsReportedOnceAndAReleasedOneNever) {
     second.show();
     platform::NativeWindow& own = first.native();
     const std::tuple<const char*, std::function<void()>, bool> cases[] = {
-        {"another window captures", [&] { second.native().setCapture(); }, true},
+        {"another window captures", [&] { second.native().input().setCapture(); }, true},
         {"disabled", [&] { own.setEnabled(false); }, true},
         {"hidden", [&] { own.show(false); }, true},
-        {"released", [&] { own.releaseCapture(); }, false},
-        {"captured again", [&] { own.setCapture(); }, false},
+        {"released", [&] { own.input().releaseCapture(); }, false},
+        {"captured again", [&] { own.input().setCapture(); }, false},
     };
     for (const auto& [how, lose, isLost] : cases) {
         own.setEnabled(true);
         first.show();
-        own.setCapture();
+        own.input().setCapture();
         lose();
         test::pump();
         EXPECT_EQ(first.takeEvents(), isLost ? Events{"captureLost"} : Events{}) << how;
-        own.releaseCapture();
-        second.native().releaseCapture();
+        own.input().releaseCapture();
+        second.native().input().releaseCapture();
     }
 }
 
@@ -102,9 +102,9 @@ TEST(Mouse, AMoveOfTheWindowEndsWithTheCapture) {
     first.native().setGeometry({100, 100, 300, 200});
     first.show();
     second.show();
-    first.native().beginMove();
-    second.native().setCapture();
-    second.native().releaseCapture();
+    first.native().input().beginMove();
+    second.native().input().setCapture();
+    second.native().input().releaseCapture();
     test::input().mouse(first.native(), EventKind::mouseMove, {50, 60});
     test::pump();
     EXPECT_EQ(first.native().geometry().topLeft(), (platform::Point{100, 100}));
@@ -204,14 +204,14 @@ TEST(Input, OutlivesHandlersAndPaintersThatThrow) {
     };
     testing::internal::CaptureStderr();
     test::click(window.native(), {5, 5});
-    window.native().invalidate({0, 0, 9, 9});
+    window.native().picture().invalidate({0, 0, 9, 9});
     test::pump();
     const std::string told = testing::internal::GetCapturedStderr();
     EXPECT_NE(told.find("handler"), std::string::npos);
     EXPECT_NE(told.find("painter"), std::string::npos);
     EXPECT_EQ(window.takeEvents(), (Events{"down 1 5,5", "up 1 5,5"}));
     throws = false;
-    window.native().invalidate({0, 0, 9, 9});
+    window.native().picture().invalidate({0, 0, 9, 9});
     test::pump();
     EXPECT_EQ(window.takePaints().size(), 2U);
     window.answer = nullptr;

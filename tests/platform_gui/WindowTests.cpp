@@ -53,10 +53,10 @@ TEST(Window, SendsNothingBetweenCloseAndDestroyed) {
     TestWindow window;
     window.unnoted.clear();
     window.show();
-    EXPECT_TRUE(window.native().startTimer(1, 0));
+    EXPECT_TRUE(window.native().timers().start(1, 0));
     test::input().mouse(window.native(), EventKind::mouseDown, {5, 5});
     test::input().key(window.native(), EventKind::keyDown, Key::enter);
-    window.native().invalidate({0, 0, 9, 9});
+    window.native().picture().invalidate({0, 0, 9, 9});
     window.native().close();
     EXPECT_FALSE(window.isDestroyed());
     EXPECT_TRUE(test::pumpUntil([&] { return window.isDestroyed(); }));
@@ -81,8 +81,8 @@ TEST(Window, MayBeDestroyedInsideItsOwnEvents) {
         input.mouse(window.native(), EventKind::mouseDown, {1, 1});
         input.key(window.native(), EventKind::keyDown, Key::a, u"a");
         input.requestClose(window.native());
-        window.native().startTimer(1, 0);
-        window.native().setCapture();
+        window.native().timers().start(1, 0);
+        window.native().input().setCapture();
         if (kind == EventKind::captureLost) {
             window.native().show(false);
         }
@@ -118,28 +118,28 @@ TEST(Window, RunsTimersByIdUntilTheyAreStopped) {
     std::map<unsigned, int> ticks;
     window.answer = [&](const Event& event) {
         if (event.kind == EventKind::timer && ++ticks[event.timerId] == 3 && event.timerId == 7) {
-            EXPECT_TRUE(window.native().stopTimer(7)) << "inside its own event";
-            EXPECT_FALSE(window.native().stopTimer(7));
+            EXPECT_TRUE(window.native().timers().stop(7)) << "inside its own event";
+            EXPECT_FALSE(window.native().timers().stop(7));
         }
         return true;
     };
-    EXPECT_TRUE(window.native().startTimer(7, 1));
-    EXPECT_TRUE(window.native().startTimer(1824, 1));
+    EXPECT_TRUE(window.native().timers().start(7, 1));
+    EXPECT_TRUE(window.native().timers().start(1824, 1));
     EXPECT_TRUE(test::pumpUntil([&] { return ticks[7] >= 3 && ticks[1824] >= 3; }));
     const int goal = ticks[1824] + 5;
     EXPECT_TRUE(test::pumpUntil([&] { return ticks[1824] >= goal; }));
     EXPECT_EQ(ticks[7], 3);
-    EXPECT_FALSE(window.native().stopTimer(99));
+    EXPECT_FALSE(window.native().timers().stop(99));
 }
 
 TEST(Painting, CoversExactlyWhatWasInvalidated) {
     TestWindow window;
     window.show();
-    window.native().invalidate({10, 10, 20, 20});
-    window.native().invalidate({100, 50, 120, 60});
-    window.native().invalidate({15, 15, 25, 25});
-    window.native().invalidate({500, 500, 600, 600});
-    window.native().invalidate({-5, 90, 5, 999});
+    window.native().picture().invalidate({10, 10, 20, 20});
+    window.native().picture().invalidate({100, 50, 120, 60});
+    window.native().picture().invalidate({15, 15, 25, 25});
+    window.native().picture().invalidate({500, 500, 600, 600});
+    window.native().picture().invalidate({-5, 90, 5, 999});
     test::pump();
     auto paints = window.takePaints();
     std::sort(paints.begin(), paints.end(),
@@ -147,10 +147,10 @@ TEST(Painting, CoversExactlyWhatWasInvalidated) {
     EXPECT_EQ(paints, (std::vector<Rect>{{10, 10, 25, 25}, {100, 50, 120, 60}, {0, 90, 5, 100}}));
     test::pump();
     EXPECT_TRUE(window.takePaints().empty());
-    window.native().invalidate({1, 2, 3, 4});
-    window.native().repaintNow();
+    window.native().picture().invalidate({1, 2, 3, 4});
+    window.native().picture().repaintNow();
     EXPECT_EQ(window.takePaints(), (std::vector<Rect>{{1, 2, 3, 4}})) << "before it returns";
-    static_cast<void>(window.native().snapshot());
+    static_cast<void>(window.native().picture().snapshot());
     EXPECT_EQ(window.takePaints(), (std::vector<Rect>{{0, 0, 200, 100}})) << "a snapshot is whole";
 }
 
@@ -161,13 +161,13 @@ TEST(Painting, WaitsWhileTheWindowIsMinimised) {
     test::input().minimize(window.native(), true);
     test::pump();
     static_cast<void>(window.takePaints());
-    window.native().invalidate({10, 10, 20, 20});
+    window.native().picture().invalidate({10, 10, 20, 20});
     test::pump();
     EXPECT_TRUE(window.takePaints().empty());
     EXPECT_EQ(window.native().geometry(), place);
-    EXPECT_EQ(window.native().snapshot().size(), place.size()) << "for whoever asks";
+    EXPECT_EQ(window.native().picture().snapshot().size(), place.size()) << "for whoever asks";
     static_cast<void>(window.takePaints());
-    window.native().invalidate({10, 10, 20, 20});
+    window.native().picture().invalidate({10, 10, 20, 20});
     test::input().minimize(window.native(), false);
     test::pump();
     const auto paints = window.takePaints();
@@ -187,13 +187,13 @@ TEST(Painting, FollowsTheWindowsSize) {
         return std::count(paints.begin(), paints.end(), Rect{0, 0, 300, 240}) > 0;
     }));
     EXPECT_EQ(window.native().geometry(), (Rect{10, 20, 310, 260}));
-    EXPECT_EQ(window.native().snapshot().at(299, 239), rgb(1, 2, 3));
+    EXPECT_EQ(window.native().picture().snapshot().at(299, 239), rgb(1, 2, 3));
 }
 
 TEST(FrameBuffer, ReportsABitmapThatCannotBe) {
     TestWindow window;
     for (const Size size : {Size{0, 10}, Size{10, 0}, Size{-5, 5}, Size{2000000000, 2000000000}}) {
-        const auto result = window.native().createFrameBuffer(size);
+        const auto result = window.native().picture().createFrameBuffer(size);
         EXPECT_TRUE(result.bitmapFailed);
         EXPECT_EQ(result.buffer, nullptr);
     }
@@ -214,7 +214,7 @@ TEST(FrameBuffer, IsShownBottomRowFirstAndStretchedByTheSamePixelsEverywhere) {
     for (const auto& [source, target] : cases) {
         SCOPED_TRACE(std::to_string(source.width) + "x" + std::to_string(source.height));
         TestWindow window({target.width + kLeft, target.height + kTop});
-        const auto frame = window.native().createFrameBuffer(source).buffer;
+        const auto frame = window.native().picture().createFrameBuffer(source).buffer;
         ASSERT_NE(frame, nullptr);
         for (int y = 0; y < source.height; ++y) {
             std::uint8_t* pixel = frame->bits() + (source.height - 1 - y) * frame->rowBytes();
@@ -227,7 +227,7 @@ TEST(FrameBuffer, IsShownBottomRowFirstAndStretchedByTheSamePixelsEverywhere) {
         window.paint = [&, size = target](platform::Canvas& canvas) {
             canvas.drawFrame(*frame, Rect::at(kLeft, kTop, size.width, size.height));
         };
-        const Bitmap picture = window.native().snapshot();
+        const Bitmap picture = window.native().picture().snapshot();
         int different = 0;
         for (int y = 0; y < target.height; ++y) {
             for (int x = 0; x < target.width; ++x) {

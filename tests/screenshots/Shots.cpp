@@ -48,7 +48,7 @@ void settle(toolkit::WindowImplBase& window) {
     int stable = 0;
     for (int i = 0; i < kMostPictures && stable < kStablePictures; ++i) {
         test::pump();
-        platform::Bitmap picture = window.GetNative()->snapshot();
+        platform::Bitmap picture = window.GetNative()->picture().snapshot();
         stable = same(picture, last) ? stable + 1 : 0;
         last = std::move(picture);
         std::this_thread::sleep_for(kPause);

@@ -37,7 +37,7 @@ protected:
         return *canary;
     }
     void repaint() {
-        driver().native().repaintNow();
+        driver().native().picture().repaintNow();
         test::pump();
     }
 };

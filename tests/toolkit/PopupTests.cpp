@@ -102,6 +102,6 @@ TEST_F(ToolTips, AppearByThemselvesWhenThePointerRests) {
     EXPECT_EQ(tip.shownText(), u"") << "not at once";
     ASSERT_TRUE(test::pumpUntil([&] { return !tip.shownText().empty(); }));
     EXPECT_EQ(tip.native()->geometry().height(), 30);
-    EXPECT_EQ(tip.native()->snapshot().at(1, 1), 0xFF112233U);
+    EXPECT_EQ(tip.native()->picture().snapshot().at(1, 1), 0xFF112233U);
     EXPECT_EQ(tip.native()->geometry().top, driver().native().geometry().top + 12 + 20);
 }

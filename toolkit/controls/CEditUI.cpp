@@ -148,7 +148,7 @@ void CEditUI::caretMoved() {
 
 void CEditUI::tellInputMethod() {
     if (IsFocused() && GetManager()->GetWindow() != nullptr) {
-        GetManager()->GetWindow()->setTextInput(!m_readOnly, caretRect());
+        GetManager()->GetWindow()->input().setTextInput(!m_readOnly, caretRect());
     }
 }
 

@@ -6,7 +6,7 @@ namespace toolkit {
 
 void CControlUI::accessibleChanged(platform::AccessibleChange change) {
     if (m_manager != nullptr && m_manager->GetWindow() != nullptr) {
-        m_manager->GetWindow()->accessibleChanged(*this, change);
+        m_manager->GetWindow()->accessibility().changed(*this, change);
     }
 }
 

@@ -76,7 +76,7 @@ void DropListWindow::close() {
     if (CComboUI* combo = std::exchange(m_combo, nullptr)) {
         m_dragging = false;
         if (m_native != nullptr) {
-            m_native->releaseCapture();
+            m_native->input().releaseCapture();
             m_native->show(false);
         }
         combo->Invalidate();
@@ -89,7 +89,7 @@ Rect DropListWindow::geometry() const {
 
 void DropListWindow::invalidate() {
     if (m_native != nullptr && m_combo != nullptr) {
-        m_native->invalidate(Rect::at(0, 0, m_size.width, m_size.height));
+        m_native->picture().invalidate(Rect::at(0, 0, m_size.width, m_size.height));
     }
 }
 
@@ -180,7 +180,7 @@ bool DropListWindow::handle(const platform::Event& event) {
         }
         return true;
     case EventKind::mouseUp:
-        m_native->releaseCapture();
+        m_native->input().releaseCapture();
         if (m_dragging) {
             m_dragging = false;
             invalidate();
@@ -220,7 +220,7 @@ void DropListWindow::pressTrack(Point at) {
     if (thumb.contains(at)) {
         m_dragging = true;
         m_grabOffset = at.y - thumb.top;
-        m_native->setCapture();
+        m_native->input().setCapture();
     } else {
         m_scroll.setOffset(m_scroll.offset() + (at.y < thumb.top ? -1 : 1) * m_scroll.page());
     }

@@ -56,7 +56,7 @@ void FocusKeeper::set(CControlUI* control, bool reveals) {
                 m_focused->reveal(*m_focused);
             }
             if (platform::NativeWindow* window = m_manager.GetWindow()) {
-                window->accessibleChanged(*m_focused, platform::AccessibleChange::focus);
+                window->accessibility().changed(*m_focused, platform::AccessibleChange::focus);
             }
         }
         invalidateRing();
@@ -87,7 +87,7 @@ void FocusKeeper::drop() {
 void FocusKeeper::endTextInput() const {
     platform::NativeWindow* window = m_manager.GetWindow();
     if (window != nullptr && (m_focused == nullptr || !m_focused->takesText())) {
-        window->setTextInput(false, {});
+        window->input().setTextInput(false, {});
     }
 }
 

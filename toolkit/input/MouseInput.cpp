@@ -69,7 +69,7 @@ bool MouseInput::press(const platform::Event& event) {
         return true;
     }
     if (dragsCaption(hit, event.position)) {
-        m_manager.GetWindow()->beginMove();
+        m_manager.GetWindow()->input().beginMove();
         return true;
     }
     const bool second = event.kind == EventKind::mouseDoubleClick;
@@ -175,9 +175,9 @@ void MouseInput::setHot(CControlUI* control, const platform::Event& event) {
         return std::find(list.begin(), list.end(), c) != list.end();
     };
     if (platform::NativeWindow* window = m_manager.GetWindow()) {
-        window->setPointer(control != nullptr && control->IsEnabled()
-                               ? control->pointerShape()
-                               : platform::PointerShape::arrow);
+        window->input().setPointer(control != nullptr && control->IsEnabled()
+                                       ? control->pointerShape()
+                                       : platform::PointerShape::arrow);
     }
     for (CControlUI* c : old) {
         if (!holds(chain, c)) {

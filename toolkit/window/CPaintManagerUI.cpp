@@ -63,7 +63,7 @@ void CPaintManagerUI::forget(CControlUI& control) {
         closePopup();
     }
     m_toolTip->leave(control);
-    m_timers.stopAll(m_window, control);
+    m_timers.stopAll(nativeTimers(), control);
 }
 
 void CPaintManagerUI::leaveInput(CControlUI& control) {
@@ -141,7 +141,7 @@ const std::u16string& CPaintManagerUI::focusedImageFor(const CControlUI& control
 void CPaintManagerUI::Invalidate(const Rect& rect) {
     const Rect visible = rect.intersected(Rect::at(0, 0, m_windowSize.width, m_windowSize.height));
     if (m_window != nullptr && !visible.isEmpty()) {
-        m_window->invalidate(visible);
+        m_window->picture().invalidate(visible);
     }
 }
 
@@ -155,13 +155,13 @@ void CPaintManagerUI::UpdateLayout() {
 
 void CPaintManagerUI::SetCapture() {
     if (m_window != nullptr) {
-        m_window->setCapture();
+        m_window->input().setCapture();
     }
 }
 
 void CPaintManagerUI::ReleaseCapture() {
     if (m_window != nullptr) {
-        m_window->releaseCapture();
+        m_window->input().releaseCapture();
     }
 }
 
@@ -176,11 +176,15 @@ void CPaintManagerUI::closePopup() {
 }
 
 bool CPaintManagerUI::SetTimer(CControlUI& control, unsigned id, int intervalMs) {
-    return m_window != nullptr && m_timers.start(*m_window, control, id, intervalMs);
+    return m_window != nullptr && m_timers.start(m_window->timers(), control, id, intervalMs);
+}
+
+platform::WindowTimers* CPaintManagerUI::nativeTimers() const {
+    return m_window != nullptr ? &m_window->timers() : nullptr;
 }
 
 bool CPaintManagerUI::KillTimer(CControlUI& control, unsigned id) {
-    return m_timers.stop(m_window, control, id);
+    return m_timers.stop(nativeTimers(), control, id);
 }
 
 void CPaintManagerUI::SendNotify(CControlUI& control, std::u16string_view type, int wParam,

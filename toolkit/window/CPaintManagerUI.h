@@ -138,6 +138,7 @@ public:
 private:
     bool handleKey(const platform::Event& event);
     void handleTimer(const platform::Event& event);
+    [[nodiscard]] platform::WindowTimers* nativeTimers() const;
     void leaveBusy();
     static void forgetInputIn(CControlUI& control);
     void paintFocusRing(platform::Canvas& canvas);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Window.h"
+#include "platform/WindowParts.h"
 
 namespace toolkit {
 namespace {
@@ -13,13 +13,13 @@ bool owns(const ControlTimers::Owner& owner, const CControlUI& control, unsigned
 
 } // namespace
 
-bool ControlTimers::start(platform::NativeWindow& window, CControlUI& control, unsigned id,
+bool ControlTimers::start(platform::WindowTimers& native, CControlUI& control, unsigned id,
                           int intervalMs) {
     const auto running = std::find_if(m_owners.begin(), m_owners.end(), [&](const auto& entry) {
         return owns(entry.second, control, id);
     });
     const unsigned nativeId = running != m_owners.end() ? running->first : m_nextId++;
-    if (!window.startTimer(nativeId, std::max(intervalMs, 1))) {
+    if (!native.start(nativeId, std::max(intervalMs, 1))) {
         m_owners.erase(nativeId);
         return false;
     }
@@ -27,25 +27,25 @@ bool ControlTimers::start(platform::NativeWindow& window, CControlUI& control, u
     return true;
 }
 
-bool ControlTimers::stop(platform::NativeWindow* window, const CControlUI& control, unsigned id) {
+bool ControlTimers::stop(platform::WindowTimers* native, const CControlUI& control, unsigned id) {
     const auto running = std::find_if(m_owners.begin(), m_owners.end(), [&](const auto& entry) {
         return owns(entry.second, control, id);
     });
     if (running == m_owners.end()) {
         return false;
     }
-    const bool stopped = window != nullptr && window->stopTimer(running->first);
+    const bool stopped = native != nullptr && native->stop(running->first);
     m_owners.erase(running);
     return stopped;
 }
 
-void ControlTimers::stopAll(platform::NativeWindow* window, const CControlUI& control) {
+void ControlTimers::stopAll(platform::WindowTimers* native, const CControlUI& control) {
     std::erase_if(m_owners, [&](const auto& entry) {
         if (entry.second.control != &control) {
             return false;
         }
-        if (window != nullptr) {
-            window->stopTimer(entry.first);
+        if (native != nullptr) {
+            native->stop(entry.first);
         }
         return true;
     });

@@ -5,7 +5,7 @@
 #include <map>
 
 namespace platform {
-class NativeWindow;
+class WindowTimers;
 }
 
 namespace toolkit {
@@ -21,10 +21,10 @@ public:
 
     /// Every `intervalMs` (at least 1); a running timer is restarted. False when the system
     /// refuses.
-    bool start(platform::NativeWindow& window, CControlUI& control, unsigned id, int intervalMs);
+    bool start(platform::WindowTimers& native, CControlUI& control, unsigned id, int intervalMs);
     /// False when the control has no such timer.
-    bool stop(platform::NativeWindow* window, const CControlUI& control, unsigned id);
-    void stopAll(platform::NativeWindow* window, const CControlUI& control);
+    bool stop(platform::WindowTimers* native, const CControlUI& control, unsigned id);
+    void stopAll(platform::WindowTimers* native, const CControlUI& control);
     /// The control is null when `nativeId` belongs to none.
     [[nodiscard]] Owner ownerOf(unsigned nativeId) const;
     /// After the native window has gone with all its timers.

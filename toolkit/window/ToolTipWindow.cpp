@@ -76,7 +76,7 @@ void ToolTipWindow::pointerAt(CControlUI* control, platform::Point at) {
     m_control = control;
     platform::NativeWindow* window = m_manager.GetWindow();
     if (control != nullptr && window != nullptr) {
-        m_waiting = window->startTimer(kTimerId, kDelayMs);
+        m_waiting = window->timers().start(kTimerId, kDelayMs);
     }
 }
 
@@ -85,7 +85,7 @@ void ToolTipWindow::timeOver() {
     if (!std::exchange(m_waiting, false) || window == nullptr) {
         return;
     }
-    window->stopTimer(kTimerId);
+    window->timers().stop(kTimerId);
     const std::u16string text =
         m_control != nullptr ? m_control->toolTipAt(m_at) : std::u16string();
     if (text.empty() || !createNative()) {
@@ -102,12 +102,12 @@ void ToolTipWindow::timeOver() {
     m_native->setGeometry(
         placeToolTip(pointer, kBelowPointer, m_size, m_manager.Gui().windows().workArea(pointer)));
     m_native->show(true);
-    m_native->invalidate(platform::Rect::at(0, 0, m_size.width, m_size.height));
+    m_native->picture().invalidate(platform::Rect::at(0, 0, m_size.width, m_size.height));
 }
 
 void ToolTipWindow::close() {
     if (std::exchange(m_waiting, false) && m_manager.GetWindow() != nullptr) {
-        m_manager.GetWindow()->stopTimer(kTimerId);
+        m_manager.GetWindow()->timers().stop(kTimerId);
     }
     if (!m_text.empty()) {
         m_text.clear();

@@ -156,7 +156,7 @@ void Script::clickInRow(int row, std::u16string_view name) {
 }
 
 void Script::picture(const std::string& name) {
-    native().repaintNow();
+    native().picture().repaintNow();
     writePng(pictureOf(top()), m_folder + name + ".png");
 }
 

@@ -6,7 +6,7 @@ namespace tour {
 
 void overlay(platform::Bitmap& below, const platform::NativeWindow& window,
              platform::NativeWindow& above) {
-    const platform::Bitmap picture = above.snapshot();
+    const platform::Bitmap picture = above.picture().snapshot();
     const platform::Point from = window.geometry().topLeft();
     const platform::Point to = above.geometry().topLeft();
     const platform::Rect all{0, 0, below.size().width, below.size().height};
@@ -21,7 +21,7 @@ void overlay(platform::Bitmap& below, const platform::NativeWindow& window,
 }
 
 platform::Bitmap pictureOf(toolkit::WindowImplBase& window) {
-    platform::Bitmap picture = window.GetNative()->snapshot();
+    platform::Bitmap picture = window.GetNative()->picture().snapshot();
     const toolkit::DropListWindow& list = toolkit::DropListWindow::of(window.GetPaintManager());
     if (list.owner() != nullptr && list.native() != nullptr) {
         overlay(picture, *window.GetNative(), *list.native());

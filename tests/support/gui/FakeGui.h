@@ -31,7 +31,11 @@ private:
     std::vector<std::uint8_t> m_bytes;
 };
 
-class FakeWindow final : public platform::NativeWindow {
+class FakeWindow final : public platform::NativeWindow,
+                         private platform::WindowPicture,
+                         private platform::WindowInput,
+                         private platform::WindowTimers,
+                         private platform::WindowAccessibility {
 public:
     FakeWindow(const platform::WindowOptions& options, platform::WindowEvents& events)
         : m_events(events),
@@ -58,17 +62,23 @@ public:
     void setEnabled(bool /*enabled*/) override {}
     void activate() override {}
     void close() override {}
+    platform::WindowPicture& picture() override { return *this; }
+    platform::WindowInput& input() override { return *this; }
+    platform::WindowTimers& timers() override { return *this; }
+    platform::WindowAccessibility& accessibility() override { return *this; }
+
+private:
     void invalidate(const platform::Rect& dirty) override { m_dirty.push_back(dirty); }
     void repaintNow() override { ++m_repaints; }
     [[nodiscard]] platform::Bitmap snapshot() override { return {}; }
     void setCapture() override {}
     void releaseCapture() override {}
     void setPointer(platform::PointerShape /*shape*/) override {}
-    bool startTimer(unsigned /*id*/, int intervalMs) override {
+    bool start(unsigned /*id*/, int intervalMs) override {
         m_timerMs = intervalMs;
         return true;
     }
-    bool stopTimer(unsigned /*id*/) override { return true; }
+    bool stop(unsigned /*id*/) override { return true; }
     void beginMove() override {}
     void setTextInput(bool /*enabled*/, const platform::Rect& /*caret*/) override {}
     [[nodiscard]] platform::FrameBufferResult createFrameBuffer(platform::Size size) override {
@@ -76,10 +86,8 @@ public:
         result.buffer = std::make_unique<FakeFrameBuffer>(size);
         return result;
     }
-    void accessibleChanged(platform::Accessible& /*node*/,
-                           platform::AccessibleChange /*change*/) override {}
+    void changed(platform::Accessible& /*node*/, platform::AccessibleChange /*change*/) override {}
 
-private:
     platform::WindowEvents& m_events;
     platform::Rect m_geometry;
     std::vector<platform::Rect> m_dirty;

@@ -94,7 +94,7 @@ void TestWindow::onPaint(platform::Canvas& canvas, const platform::Rect& dirty) 
 void TestWindow::show() {
     m_painted = false;
     const platform::Rect place = native().geometry();
-    native().invalidate({0, 0, place.width(), place.height()});
+    native().picture().invalidate({0, 0, place.width(), place.height()});
     native().show(true);
     EXPECT_TRUE(pumpUntil([this] { return m_painted; }));
     pump();

@@ -90,7 +90,7 @@ public:
     /// The middle of a control, in window pixels.
     [[nodiscard]] static platform::Point middleOf(const toolkit::CControlUI& control);
     /// The window's picture, freshly painted; 0xAARRGGBB.
-    [[nodiscard]] platform::Bitmap picture() const { return native().snapshot(); }
+    [[nodiscard]] platform::Bitmap picture() const { return native().picture().snapshot(); }
     [[nodiscard]] std::uint32_t pixel(platform::Point at) const { return picture().at(at.x, at.y); }
     [[nodiscard]] std::u16string focusName() const;
 

@@ -1,57 +1,58 @@
-// Painting of a window: what changed is drawn into a picture that is kept, and the changed part of
-// the picture goes to the screen.
+#include "platform/qt/QtWindowPicture.h"
+
 #include <QCoreApplication>
 #include <QPainter>
 #include <cmath>
+#include <memory>
 
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
+#include "platform/qt/QtFrameBuffer.h"
 #include "platform/qt/QtWindow.h"
 #include "platform/qt/QtWindowHost.h"
 #include "platform/raster/RasterCanvas.h"
 
 namespace platform::qt {
 
-void QtWindow::invalidate(const Rect& dirty) {
-    const QSize size = m_surface->size();
+QtWindowPicture::QtWindowPicture(QtWindow& window) : m_window(window), m_store(&window.surface()) {}
+
+void QtWindowPicture::invalidate(const Rect& dirty) {
+    const QSize size = m_window.surface().size();
     m_dirty.add(dirty.intersected({0, 0, size.width(), size.height()}));
     if (!m_dirty.isEmpty()) {
         requestPaint();
     }
 }
 
-bool QtWindow::isOnScreen() const {
-    return m_surface->isExposed() && !m_surface->windowStates().testFlag(Qt::WindowMinimized);
+bool QtWindowPicture::isOnScreen() const {
+    const QtSurface& surface = m_window.surface();
+    return surface.isExposed() && !surface.windowStates().testFlag(Qt::WindowMinimized);
 }
 
-void QtWindow::requestPaint() {
-    if (m_paintRequested || m_closing || !isOnScreen()) {
+void QtWindowPicture::requestPaint() {
+    if (m_paintRequested || m_window.isClosing() || !isOnScreen()) {
         return; // painted once it comes up
     }
     m_paintRequested = true;
-    QCoreApplication::postEvent(m_surface.get(),
+    QCoreApplication::postEvent(&m_window.surface(),
                                 std::make_unique<QEvent>(QEvent::UpdateRequest).release(),
                                 Qt::LowEventPriority);
 }
 
-void QtWindow::repaintNow() {
-    paintDirty();
-}
-
-bool QtWindow::resizeBack() {
-    const Size size{m_surface->width(), m_surface->height()};
+void QtWindowPicture::resizeBack() {
+    const QtSurface& surface = m_window.surface();
+    const Size size{surface.width(), surface.height()};
     if (m_back.size() == size) {
-        return false;
+        return;
     }
     m_back = Bitmap(size);
     m_dirty.clear();
     m_dirty.add({0, 0, size.width, size.height});
-    return true;
 }
 
-void QtWindow::paintDirty() {
+void QtWindowPicture::paintDirty() {
     m_paintRequested = false;
-    if (m_closing) {
+    if (m_window.isClosing()) {
         return;
     }
     resizeBack();
@@ -63,21 +64,29 @@ void QtWindow::paintDirty() {
     present(region);
 }
 
-void QtWindow::paintRect(const Rect& rect) {
-    raster::RasterCanvas canvas(m_back, m_host.textPainter(), rect);
-    guardedRun("painting", [&] { m_events.onPaint(canvas, canvas.clip()); });
+void QtWindowPicture::paintRect(const Rect& rect) {
+    raster::RasterCanvas canvas(m_back, m_window.host().textPainter(), rect);
+    guardedRun("painting", [&] { m_window.events().onPaint(canvas, canvas.clip()); });
 }
 
-void QtWindow::present(const QRegion& region) {
-    if (region.isEmpty() || m_closing || m_back.isEmpty() || !m_surface->isExposed()) {
+void QtWindowPicture::showAll() {
+    if (isOnScreen()) {
+        paintDirty();
+        present(QRect(QPoint(), m_window.surface().size()));
+    }
+}
+
+void QtWindowPicture::present(const QRegion& region) {
+    const QtSurface& surface = m_window.surface();
+    if (region.isEmpty() || m_window.isClosing() || m_back.isEmpty() || !surface.isExposed()) {
         return;
     }
     // With a fractional scale the edges of a part would not fall on pixels: all is shown anew.
-    const double scale = m_surface->devicePixelRatio();
+    const double scale = surface.devicePixelRatio();
     const bool whole = scale != std::floor(scale);
-    const QRect all(QPoint(), m_surface->size());
+    const QRect all(QPoint(), surface.size());
     const QRegion shown = whole ? QRegion(all) : region;
-    m_store.resize(m_surface->size());
+    m_store.resize(surface.size());
     m_store.beginPaint(shown);
     {
         const QImage picture = imageOver(m_back);
@@ -92,11 +101,15 @@ void QtWindow::present(const QRegion& region) {
     m_store.flush(shown);
 }
 
-Bitmap QtWindow::snapshot() {
+Bitmap QtWindowPicture::snapshot() {
     resizeBack();
     m_dirty.add({0, 0, m_back.size().width, m_back.size().height});
     paintDirty();
     return m_back;
+}
+
+FrameBufferResult QtWindowPicture::createFrameBuffer(Size size) {
+    return makeFrameBuffer(size);
 }
 
 } // namespace platform::qt

@@ -1,7 +1,8 @@
-// Painting of a window: what changed is drawn into a picture that is kept, and the system's request
-// is answered from the picture.
+#include "platform/win32/Win32WindowPicture.h"
+
 #include "platform/Guard.h"
 #include "platform/win32/Win32Canvas.h"
+#include "platform/win32/Win32FrameBuffer.h"
 #include "platform/win32/Win32Window.h"
 
 namespace platform::win32 {
@@ -30,49 +31,48 @@ private:
 
 } // namespace
 
-Rect Win32Window::clientRect() const {
-    if (IsIconic(m_handle.get()) != 0) { // has none then
+Rect Win32WindowPicture::clientRect() const {
+    if (IsIconic(m_window.handle()) != 0) { // has none then
         return {0, 0, m_back.size().width, m_back.size().height};
     }
     RECT rect{};
-    GetClientRect(m_handle.get(), &rect);
+    GetClientRect(m_window.handle(), &rect);
     return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
-void Win32Window::invalidate(const Rect& dirty) {
+void Win32WindowPicture::invalidate(const Rect& dirty) {
     const Rect visible = dirty.intersected(clientRect());
-    if (visible.isEmpty() || m_closing) {
+    if (visible.isEmpty() || m_window.isClosing()) {
         return;
     }
     m_dirty.add(visible);
-    if (IsIconic(m_handle.get()) != 0) {
+    if (IsIconic(m_window.handle()) != 0) {
         return; // painted once it comes up
     }
     const RECT native = toNative(visible);
-    InvalidateRect(m_handle.get(), &native, FALSE);
+    InvalidateRect(m_window.handle(), &native, FALSE);
 }
 
-void Win32Window::repaintNow() {
-    if (IsWindowVisible(m_handle.get()) != 0) {
-        UpdateWindow(m_handle.get());
+void Win32WindowPicture::repaintNow() {
+    if (IsWindowVisible(m_window.handle()) != 0) {
+        UpdateWindow(m_window.handle());
     } else {
         paintDirty();
     }
 }
 
-bool Win32Window::resizeBack() {
+void Win32WindowPicture::resizeBack() {
     const Rect client = clientRect();
     if (m_back.size() == client.size()) {
-        return false;
+        return;
     }
     m_back.resize(client.size());
     m_dirty.clear();
     m_dirty.add(client);
-    return true;
 }
 
-void Win32Window::paintDirty() {
-    if (m_closing) {
+void Win32WindowPicture::paintDirty() {
+    if (m_window.isClosing()) {
         return;
     }
     resizeBack();
@@ -80,15 +80,15 @@ void Win32Window::paintDirty() {
         return;
     }
     for (const Rect& rect : m_dirty.take()) {
-        Win32Canvas canvas(m_back, *m_services.text, rect);
-        guardedRun("painting", [&] { m_events.onPaint(canvas, canvas.clip()); });
+        Win32Canvas canvas(m_back, *m_window.services().text, rect);
+        guardedRun("painting", [&] { m_window.events().onPaint(canvas, canvas.clip()); });
     }
     SelectClipRgn(m_back.context(), nullptr);
 }
 
-void Win32Window::paint() {
+void Win32WindowPicture::handlePaint() {
     // Begun first: what is invalidated while we paint must ask for a paint of its own.
-    const PaintRequest request(m_handle.get());
+    const PaintRequest request(m_window.handle());
     paintDirty();
     const RECT& rect = request.rect();
     if (m_back.context() != nullptr) {
@@ -97,10 +97,14 @@ void Win32Window::paint() {
     }
 }
 
-Bitmap Win32Window::snapshot() {
+Bitmap Win32WindowPicture::snapshot() {
     m_dirty.add(clientRect());
     paintDirty();
     return m_back.copy();
+}
+
+FrameBufferResult Win32WindowPicture::createFrameBuffer(Size size) {
+    return makeFrameBuffer(m_window.handle(), size);
 }
 
 } // namespace platform::win32

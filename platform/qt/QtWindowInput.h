@@ -1,0 +1,61 @@
+// Mouse, keyboard and input method of a window.
+#pragma once
+
+#include <QPoint>
+#include <optional>
+
+#include "platform/Event.h"
+#include "platform/WindowParts.h"
+#include "platform/qt/WindowMove.h"
+
+class QInputMethodEvent;
+class QInputMethodQueryEvent;
+class QKeyEvent;
+class QWheelEvent;
+
+namespace platform::qt {
+
+class QtWindow;
+
+class QtWindowInput final : public WindowInput {
+public:
+    /// `window` is not owned, has its surface and outlives its parts.
+    explicit QtWindowInput(QtWindow& window);
+
+    void setCapture() override;
+    void releaseCapture() override;
+    void setPointer(PointerShape shape) override;
+    void beginMove() override;
+    void setTextInput(bool enabled, const Rect& caret) override;
+
+    /// True when Qt need not see the event any more. May destroy the window.
+    bool handle(QEvent& event);
+    /// Another window took the capture, or the system did.
+    void loseCapture();
+
+private:
+    /// A press that the next one may turn into a double click.
+    struct Press {
+        Qt::MouseButton button = Qt::NoButton;
+        QPoint position;
+        unsigned long long timestampMs = 0;
+    };
+
+    bool handlePointer(QEvent& event);
+    void handleMouse(const QMouseEvent& event);
+    void handleWheel(const QWheelEvent& event);
+    void handleKey(const QKeyEvent& event);
+    void handleInputMethod(const QInputMethodEvent& event);
+    void answerInputMethod(QInputMethodQueryEvent& event) const;
+    [[nodiscard]] bool completesDoubleClick(const QMouseEvent& event);
+
+    QtWindow& m_window;
+    std::optional<Press> m_lastPress;
+    QPoint m_pointer; ///< screen position of the last mouse event
+    WindowMove m_move;
+    bool m_textInput = false;
+    Rect m_caret;
+    bool m_preedit = false;
+};
+
+} // namespace platform::qt

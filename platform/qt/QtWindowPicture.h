@@ -1,0 +1,45 @@
+// The picture of a window: what changed is drawn into a bitmap that is kept, and the changed part
+// of the bitmap goes to the screen.
+#pragma once
+
+#include <QBackingStore>
+
+#include "platform/WindowParts.h"
+#include "platform/raster/DirtyRegion.h"
+
+class QRegion;
+
+namespace platform::qt {
+
+class QtWindow;
+
+class QtWindowPicture final : public WindowPicture {
+public:
+    /// `window` is not owned, has its surface and outlives its parts.
+    explicit QtWindowPicture(QtWindow& window);
+
+    void invalidate(const Rect& dirty) override;
+    void repaintNow() override { paintDirty(); }
+    [[nodiscard]] Bitmap snapshot() override;
+    [[nodiscard]] FrameBufferResult createFrameBuffer(Size size) override;
+
+    void paintDirty();
+    /// The window came up or has another size: what it shows goes to the screen, as a whole.
+    void showAll();
+
+private:
+    /// Neither hidden nor minimised.
+    [[nodiscard]] bool isOnScreen() const;
+    void requestPaint();
+    void resizeBack();
+    void paintRect(const Rect& rect);
+    void present(const QRegion& region);
+
+    QtWindow& m_window;
+    QBackingStore m_store; ///< only carries the bitmap to the screen
+    Bitmap m_back;
+    raster::DirtyRegion m_dirty;
+    bool m_paintRequested = false;
+};
+
+} // namespace platform::qt

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <map>
+
+#include "platform/WindowParts.h"
+
+namespace platform::qt {
+
+class QtWindow;
+
+class QtWindowTimers final : public WindowTimers {
+public:
+    /// `window` is not owned and outlives its parts.
+    explicit QtWindowTimers(QtWindow& window) : m_window(window) {}
+
+    bool start(unsigned id, int intervalMs) override;
+    bool stop(unsigned id) override;
+    void stopAll();
+    /// Qt's timer has run out. False when it is none of ours. May destroy the window.
+    bool handle(int timerId);
+
+private:
+    QtWindow& m_window;
+    std::map<unsigned, int> m_timers; ///< our id to Qt's
+};
+
+} // namespace platform::qt
