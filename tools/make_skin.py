@@ -90,7 +90,7 @@ def button(width, height, look, icon=None, place=(0, 0)):
 
 
 def combo(state):
-    """48 x 25 for corners 5,4,28,4: the chevron stands in the right 28."""
+    """48 x 25 for corners 5,4,28,4: the chevron is in the right 28."""
     fill, edge = FIELD[state]
     image = Image(48, 25)
     framed(image, 0, 0, 48, 25, fill, edge)

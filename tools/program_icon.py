@@ -1,4 +1,4 @@
-"""The program's icon in every form that desktops, Windows and the installer want: the product mark on
+"""The program's icon in all formats for desktops, Windows and the installer: the product mark on
 the accent colour."""
 
 import struct
@@ -47,7 +47,7 @@ def files(accent, surface):
 
 
 def _bmp(image):
-    """Bottom row first, blue first, rows padded to four bytes, as the installer's maker reads it."""
+    """Bottom row first, BGR, rows padded to four bytes, as needed by the installer."""
     rgba, width, height = image.rgba(), image.width, image.height
     rows = b""
     for y in reversed(range(height)):
@@ -63,7 +63,7 @@ def setup_pictures(accent, surface):
     """(file name, bytes): what the installer shows on its first and last page, and above the others."""
     side = Image(164, 314)
     side.fill(path.rounded(0, 0, 164, 314, 0), accent)
-    # Half of a large mark, darker, runs out of the picture below the product's own.
+    # Half of a large, darker mark, cropped by the edge, below the product's own.
     skin_icons.draw(side, "Mark", 4, 130, "#185493", 15.0, accent)
     skin_icons.draw(side, "Mark", 34, 36, surface, 6.0, accent)
     yield "side.bmp", _bmp(side)

@@ -12,7 +12,7 @@ _PART = re.compile(r"(\w+)\s*=\s*'([^']*)'")
 
 class Control:
     """One element of a layout. `rect` is (x, y, width, height) in the window: its "pos", or without one
-    the place of what it stands in, as high as its "height" says; None where nothing around it has one."""
+    that of its container, with its own "height"; None when no container has one."""
 
     def __init__(self, element, parent, defaults):
         self.kind = element.tag

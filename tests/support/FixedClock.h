@@ -1,4 +1,4 @@
-// A clock that stands still, so that log pages can be compared byte for byte.
+// A stopped clock, so that log pages can be compared byte for byte.
 #pragma once
 
 #include <string>
