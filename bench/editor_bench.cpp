@@ -11,6 +11,7 @@
 
 #include "bench/MarkdownTable.h"
 #include "core/Translations.h"
+#include "platform/testing/OpenWindows.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "tests/support/TempFolder.h"
@@ -66,7 +67,7 @@ void measure(const char* what, const std::function<void(int round)>& act,
     for (int round = 0; round < kRounds; ++round) {
         const auto began = Clock::now();
         act(round);
-        if (!toolkit::WindowImplBase::OpenWindows().empty()) {
+        if (!platform::openWindows().empty()) {
             test::topWindow().GetNative()->picture().repaintNow();
         }
         times.add(millisecondsSince(began));

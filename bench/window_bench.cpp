@@ -14,7 +14,7 @@
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/services/Startup.h"
 #include "bench/MarkdownTable.h"
-#include "platform/TestInput.h"
+#include "platform/testing/TestInput.h"
 #include "scene/SceneManager.h"
 #include "ui/BranchList.h"
 #include "ui/Confirmation.h"

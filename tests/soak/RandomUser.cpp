@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/testing/OpenWindows.h"
 #include "tests/support/TempFolder.h"
 #include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/DropListWindow.h"
@@ -66,8 +67,8 @@ void RandomUser::act() {
     static const int kAll =
         std::accumulate(kDeeds.begin(), kDeeds.end(), 0,
                         [](int sum, const Deed& deed) { return sum + deed.weight; });
-    const auto& windows = toolkit::WindowImplBase::OpenWindows();
-    if (windows.empty() || windows.back()->GetNative() == nullptr) {
+    const auto windows = platform::openWindowsOf<toolkit::WindowImplBase>();
+    if (windows.empty()) {
         return;
     }
     m_window = windows.back();

@@ -8,7 +8,7 @@
 #include <random>
 #include <string>
 
-#include "platform/TestInput.h"
+#include "platform/testing/TestInput.h"
 #include "tests/support/windows/ScriptedGui.h"
 #include "toolkit/window/WindowImplBase.h"
 

@@ -11,7 +11,7 @@ TOOLS = os.path.join(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abs
                      "tools")
 # Files in every tree, for includes to refer to.
 PRESENT = {**dict.fromkeys(
-    ("platform/Clock.h", "core/Log.h", "video/Video.h", "ui/Window.h", "tests/support/Files.h"),
+    ("platform/Clock.h", "platform/testing/Input.h", "core/Log.h", "video/Video.h", "ui/Window.h", "tests/support/Files.h"),
     "#pragma once\n"),
            ".clang-format": "BasedOnStyle: LLVM\nIndentWidth: 4\n",
            "zone/Zone.h": """#pragma once
@@ -68,6 +68,8 @@ class TreeChecks(unittest.TestCase):
                 ("app/state/Flags.h", '#include "core/Log.h"', False),
                 ("zone/Zone.cpp", '#  include "ui/Window.h"', False),
                 ("app/Loop.cpp", '#include "tests/support/Files.h"', False),
+                ("app/Loop.cpp", '#include "platform/testing/Input.h"', False),
+                ("tools/tour/Tour.cpp", '#include "platform/testing/Input.h"', True),
                 ("zone/Zone.cpp", '#include "Zone.h"', False),
                 ("zone/Zone.cpp", '#include "../core/Log.h"', False),
                 ("platform/qt/Window.cpp", "#include <QWindow>", True),

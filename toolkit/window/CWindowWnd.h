@@ -9,7 +9,7 @@
 
 namespace toolkit {
 
-class CWindowWnd : private platform::WindowEvents {
+class CWindowWnd : public platform::WindowEvents {
 public:
     explicit CWindowWnd(platform::Gui& gui) : m_gui(gui) {}
     ~CWindowWnd() override;

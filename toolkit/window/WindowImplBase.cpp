@@ -1,24 +1,10 @@
 #include "toolkit/window/WindowImplBase.h"
 
-#include <vector>
-
 #include "core/Log.h"
 #include "toolkit/layout/CDialogBuilder.h"
 #include "toolkit/skin/Skin.h"
 
 namespace toolkit {
-namespace {
-
-std::vector<WindowImplBase*>& openWindows() {
-    static std::vector<WindowImplBase*> windows;
-    return windows;
-}
-
-} // namespace
-
-const std::vector<WindowImplBase*>& WindowImplBase::OpenWindows() {
-    return openWindows();
-}
 
 WindowImplBase::WindowImplBase(platform::Gui& gui) : CWindowWnd(gui), m_manager(gui) {
     m_manager.AddNotifier(this);
@@ -26,7 +12,6 @@ WindowImplBase::WindowImplBase(platform::Gui& gui) : CWindowWnd(gui), m_manager(
 }
 
 WindowImplBase::~WindowImplBase() {
-    std::erase(openWindows(), this);
     m_manager.windowDestroyed();
     destroyNative();
 }
@@ -88,7 +73,6 @@ bool WindowImplBase::Create(platform::NativeWindow* owner, const std::u16string&
         return false;
     }
     m_manager.UpdateLayout();
-    openWindows().push_back(this);
     InitWindow();
     return true;
 }
@@ -101,7 +85,6 @@ void WindowImplBase::Close(int code) {
 bool WindowImplBase::HandleMessage(const platform::Event& event) {
     switch (event.kind) {
     case platform::EventKind::destroyed:
-        std::erase(openWindows(), this);
         m_manager.windowDestroyed();
         if (!m_modeless) {
             Gui().loop().postQuit(0);

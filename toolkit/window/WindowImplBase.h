@@ -11,7 +11,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "toolkit/layout/IDialogBuilderCallback.h"
 #include "toolkit/window/CNotifyPump.h"
@@ -51,10 +50,6 @@ public:
     bool Create(platform::NativeWindow* owner, const std::u16string& title, std::uint32_t style,
                 std::uint32_t exStyle);
     void Close(int code = 0) override;
-
-    /// The windows of this program that are open, in the order they were created: the dialog
-    /// that waits for an answer is the last.
-    [[nodiscard]] static const std::vector<WindowImplBase*>& OpenWindows();
 
     [[nodiscard]] CPaintManagerUI& GetPaintManager() { return m_manager; }
     [[nodiscard]] const CPaintManagerUI& GetPaintManager() const { return m_manager; }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "platform/testing/OpenWindows.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/DropListWindow.h"
 #include "tools/tour/PngFile.h"
@@ -22,6 +23,12 @@ constexpr auto kStepTimeout = std::chrono::seconds(20);
 
 Point middleOf(const platform::Rect& rect) {
     return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+}
+
+/// Null when none is open.
+toolkit::WindowImplBase* topWindow() {
+    const auto windows = platform::openWindowsOf<toolkit::WindowImplBase>();
+    return windows.empty() ? nullptr : windows.back();
 }
 
 } // namespace
@@ -66,10 +73,9 @@ void Script::tick() {
     }
     try {
         const Step& step = m_steps[m_next];
-        const auto& windows = toolkit::WindowImplBase::OpenWindows();
-        const bool here =
-            step.window.empty() || (!windows.empty() && top().GetNative() != nullptr &&
-                                    top().GetWindowClassName() == step.window);
+        const toolkit::WindowImplBase* window = topWindow();
+        const bool here = step.window.empty() ||
+                          (window != nullptr && window->GetWindowClassName() == step.window);
         if (here && step.ready()) {
             ++m_next;
             m_stepBegan = std::chrono::steady_clock::now();
@@ -90,17 +96,14 @@ void Script::fail(const std::string& problem) {
 }
 
 toolkit::WindowImplBase& Script::top() const {
-    const auto& windows = toolkit::WindowImplBase::OpenWindows();
-    if (windows.empty()) {
+    toolkit::WindowImplBase* window = topWindow();
+    if (window == nullptr) {
         throw std::runtime_error("no window is open");
     }
-    return *windows.back();
+    return *window;
 }
 
 platform::NativeWindow& Script::native() const {
-    if (top().GetNative() == nullptr) {
-        throw std::runtime_error("the window is gone");
-    }
     return *top().GetNative();
 }
 

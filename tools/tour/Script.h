@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/Gui.h"
-#include "platform/TestInput.h"
+#include "platform/testing/TestInput.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "tools/tour/Ticker.h"

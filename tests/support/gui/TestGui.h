@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/Gui.h"
-#include "platform/TestInput.h"
+#include "platform/testing/TestInput.h"
 
 namespace test {
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/Text.h"
+#include "platform/testing/OpenWindows.h"
 #include "toolkit/controls/DropListWindow.h"
 
 namespace test {
@@ -24,7 +25,7 @@ constexpr int kNotch = 120;
 } // namespace
 
 toolkit::WindowImplBase& topWindow() {
-    const auto& windows = toolkit::WindowImplBase::OpenWindows();
+    const auto windows = platform::openWindowsOf<toolkit::WindowImplBase>();
     if (windows.empty()) {
         fail("no window is open");
     }

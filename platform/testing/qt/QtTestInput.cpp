@@ -8,11 +8,11 @@
 #include <utility>
 
 #include "platform/Gui.h"
-#include "platform/TestInput.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtKeys.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
+#include "platform/testing/TestInput.h"
 
 // Exported by Qt's GUI library for test programs; declared in its headers of the test library only.
 Q_GUI_EXPORT void qt_handleMouseEvent(QWindow* window, const QPointF& local, const QPointF& global,

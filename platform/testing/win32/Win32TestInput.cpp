@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/Gui.h"
-#include "platform/TestInput.h"
+#include "platform/testing/TestInput.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Keys.h"
 #include "platform/win32/Win32Window.h"
