@@ -36,7 +36,7 @@ protected:
         visitOne<ui::OpenScene>(u"Open or Create Scene", visit);
         visitOne<ui::NewScene>(u"New Scene", visit);
         visitOne<zoneedit::ZoneEdit>(u"Zone Edit", visit);
-        const auto asker = open<ui::BranchList>(u"Quorvel");
+        const auto asker = openTitled<ui::BranchList>(u"Quorvel");
         visit(*asker);
         {
             ui::Confirmation question(context(), *asker, "Exit?", "Are you sure?");
@@ -54,8 +54,8 @@ protected:
 
 private:
     template <class Window, class Visit>
-    void visitOne(std::u16string_view title, Visit visit) {
-        const auto window = open<Window>(title);
+    void visitOne(const std::u16string& title, Visit visit) {
+        const auto window = openTitled<Window>(title);
         visit(*window);
         window->Close(1);
         test::pump();
@@ -112,7 +112,7 @@ TEST_F(EditorWindows, HaveTheirClassesStylesAndTitlesAndNoFrame) {
 }
 
 TEST_F(EditorWindows, CanBeMinimisedAndHaveTheirSystemMenu) {
-    const auto editor = open<ui::BranchList>(u"Quorvel");
+    const auto editor = openTitled<ui::BranchList>(u"Quorvel");
     HWND handle = handleOf(*editor);
     HMENU menu = GetSystemMenu(handle, FALSE);
     constexpr UINT kMissing = 0xFFFFFFFF;

@@ -47,10 +47,14 @@ protected:
     /// Creates and shows a window; the test pumps its events.
     template <class Window, class... Results>
     std::shared_ptr<Window> open(const Results&... returned) {
+        return openTitled<Window>(u"Test", returned...);
+    }
+    template <class Window, class... Results>
+    std::shared_ptr<Window> openTitled(const std::u16string& title, const Results&... returned) {
         forgetQuit();
         auto window = Window::create(context(), returned...);
         if (!window ||
-            !window->Create(nullptr, u"Test", ui::kScreenStyle, ui::kScreenExtendedStyle)) {
+            !window->Create(nullptr, title, ui::kScreenStyle, ui::kScreenExtendedStyle)) {
             throw std::runtime_error("no window");
         }
         window->ShowWindow(true);
