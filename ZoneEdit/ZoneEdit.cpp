@@ -127,13 +127,10 @@ void ZoneEdit::makeParts() {
 
 void ZoneEdit::bindCommands() {
     namespace command = ui::command;
-    static constexpr ui::CommandHandler<ZoneEdit> kHandlers[] = {
-        {command::kSave, &ZoneEdit::saveZones},
-        {command::kClose, &ZoneEdit::closeEditor},
-        {command::kRemoveZone, &ZoneEdit::removeZone},
-        {command::kStop, &ZoneEdit::restoreText},
-    };
-    commands().bindAll(*this, kHandlers);
+    commands().bind(command::kSave, [this] { saveZones(); });
+    commands().bind(command::kClose, [this] { closeEditor(); });
+    commands().bind(command::kRemoveZone, [this] { removeZone(); });
+    commands().bind(command::kStop, [this] { restoreText(); });
     commands().bind(command::kAddZone, [this] { m_zones->add(); });
     commands().bind(command::kBackTen, [this] { m_frames->backTen(); });
     commands().bind(command::kBack, [this] { m_frames->back(); });

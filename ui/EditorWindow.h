@@ -99,22 +99,4 @@ private:
     std::function<void()> m_onEnd;
 };
 
-/// One entry of a window's dispatch: which control's notification goes to which handler. Entries
-/// are compared in order; a name that matches none is ignored.
-template <class Window>
-struct ControlHandler {
-    std::u16string_view name;
-    void (Window::*handle)(toolkit::CControlUI& sender);
-};
-
-template <class Window, class Table>
-void dispatch(Window& window, const Table& table, const toolkit::TNotifyUI& message) {
-    for (const ControlHandler<Window>& entry : table) {
-        if (message.pSender->GetName() == entry.name) {
-            (window.*entry.handle)(*message.pSender);
-            return;
-        }
-    }
-}
-
 } // namespace ui

@@ -5,6 +5,7 @@
 #include "scene/SceneSession.h"
 #include "toolkit/controls/CEditUI.h"
 #include "ui/SceneHints.h"
+#include "ui/commands/StartCommands.h"
 
 namespace ui {
 
@@ -21,7 +22,10 @@ std::shared_ptr<NewScene> NewScene::create(const WindowContext& context) {
 }
 
 NewScene::NewScene(const WindowContext& context)
-    : EditorWindow(context), m_components(context.gui.components()) {}
+    : EditorWindow(context, kNewSceneCommands), m_components(context.gui.components()) {
+    commands().bind(command::kCreate, [this] { createScene(); });
+    commands().bind(command::kBackToStart, [this] { goBack(); });
+}
 
 void NewScene::InitWindow() {
     if (const toolkit::CControlUI* hint = findControl(kHint)) {
@@ -60,26 +64,14 @@ bool NewScene::MessageHandler(const platform::Event& event) {
     if (event.kind == platform::EventKind::keyDown && event.key == platform::Key::enter &&
         edit != nullptr && GetPaintManager().GetFocus() == edit) {
         if (!event.repeat) {
-            createNamed();
+            createScene();
         }
         return true;
     }
     return EditorWindow::MessageHandler(event);
 }
 
-void NewScene::OnClick(toolkit::TNotifyUI& message) {
-    static constexpr ControlHandler<NewScene> kHandlers[] = {
-        {u"ButtonCreate", &NewScene::createScene},
-        {u"ButtonBack", &NewScene::goBack},
-    };
-    dispatch(*this, kHandlers, message);
-}
-
-void NewScene::createScene(toolkit::CControlUI& /*sender*/) {
-    createNamed();
-}
-
-void NewScene::createNamed() {
+void NewScene::createScene() {
     const auto* edit = find<toolkit::CEditUI>(kNameEdit);
     const auto& session = context().services.sceneSession;
     if (edit == nullptr || !session) {
@@ -91,7 +83,7 @@ void NewScene::createNamed() {
     Close(1);
 }
 
-void NewScene::goBack(toolkit::CControlUI& /*sender*/) {
+void NewScene::goBack() {
     Close(1);
 }
 

@@ -19,14 +19,12 @@ public:
     [[nodiscard]] std::string GetSkinFile() const override { return "NewScene.xml"; }
     void InitWindow() override;
     void Notify(toolkit::TNotifyUI& message) override;
-    void OnClick(toolkit::TNotifyUI& message) override;
     bool MessageHandler(const platform::Event& event) override;
 
 private:
-    void createScene(toolkit::CControlUI& sender);
     /// Creates the scene with the name in the edit.
-    void createNamed();
-    void goBack(toolkit::CControlUI& sender);
+    void createScene();
+    void goBack();
     void showHint();
 
     ComponentScope m_components;

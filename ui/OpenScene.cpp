@@ -10,6 +10,7 @@
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/CTextUI.h"
 #include "toolkit/layout/CHorizontalLayoutUI.h"
+#include "ui/commands/StartCommands.h"
 
 namespace ui {
 
@@ -32,7 +33,11 @@ std::shared_ptr<OpenScene> OpenScene::create(const WindowContext& context) {
 }
 
 OpenScene::OpenScene(const WindowContext& context)
-    : EditorWindow(context), m_components(context.gui.components()), m_scenes(scene::listScenes()) {
+    : EditorWindow(context, kOpenSceneCommands), m_components(context.gui.components()),
+      m_scenes(scene::listScenes()) {
+    commands().bind(command::kOpenScene, [this] { loadScene(); });
+    commands().bind(command::kNewScene, [this] { newScene(); });
+    commands().bind(command::kExit, [this] { exitProgram(); });
 }
 
 void OpenScene::InitWindow() {
@@ -93,23 +98,13 @@ void OpenScene::addRow(toolkit::CContainerUI& list, const std::string& name) {
     list.Add(std::move(row));
 }
 
-void OpenScene::OnClick(toolkit::TNotifyUI& message) {
-    static constexpr ControlHandler<OpenScene> kHandlers[] = {
-        {kLoadButton, &OpenScene::loadScene},
-        {u"ButtonNewScene", &OpenScene::newScene},
-        {u"ButtonExit", &OpenScene::exitProgram},
-    };
-    dispatch(*this, kHandlers, message);
-}
-
 void OpenScene::OnItemActivate(toolkit::TNotifyUI& message) {
-    static constexpr ControlHandler<OpenScene> kHandlers[] = {
-        {kSceneList, &OpenScene::loadScene},
-    };
-    dispatch(*this, kHandlers, message);
+    if (message.pSender->GetName() == kSceneList) {
+        loadScene();
+    }
 }
 
-void OpenScene::loadScene(toolkit::CControlUI& /*sender*/) {
+void OpenScene::loadScene() {
     const auto* list = find<toolkit::CListUI>(kSceneList);
     const auto& manager = context().services.sceneManager;
     if (list == nullptr || !manager) {
@@ -123,12 +118,12 @@ void OpenScene::loadScene(toolkit::CControlUI& /*sender*/) {
     Close(1);
 }
 
-void OpenScene::newScene(toolkit::CControlUI& /*sender*/) {
+void OpenScene::newScene() {
     context().state.newSceneRequest = true;
     Close(1);
 }
 
-void OpenScene::exitProgram(toolkit::CControlUI& /*sender*/) {
+void OpenScene::exitProgram() {
     context().state.quit = true;
     Close(1);
 }

@@ -23,7 +23,6 @@ public:
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"OpenSceneWindow"; }
     [[nodiscard]] std::string GetSkinFile() const override { return "OpenScene.xml"; }
     void InitWindow() override;
-    void OnClick(toolkit::TNotifyUI& message) override;
     void OnItemActivate(toolkit::TNotifyUI& message) override;
 
 private:
@@ -31,9 +30,9 @@ private:
     /// Why this window is back although a scene was chosen.
     void showFailedLoad();
     void addRow(toolkit::CContainerUI& list, const std::string& name);
-    void loadScene(toolkit::CControlUI& sender);
-    void newScene(toolkit::CControlUI& sender);
-    void exitProgram(toolkit::CControlUI& sender);
+    void loadScene();
+    void newScene();
+    void exitProgram();
 
     ComponentScope m_components;
     /// As stored, in the order of the rows.

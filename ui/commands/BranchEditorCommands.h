@@ -6,7 +6,6 @@
 namespace ui {
 
 namespace command {
-inline constexpr std::string_view kExit = "exit";
 inline constexpr std::string_view kAddBranch = "addBranch";
 inline constexpr std::string_view kAddVideo = "addVideo";
 inline constexpr std::string_view kEditZones = "editZones";

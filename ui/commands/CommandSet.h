@@ -1,10 +1,7 @@
 // The commands of one window: its table, what runs each of them, and the way from a button or a
 // key to that. UI thread only.
 //
-//   static constexpr CommandHandler<Window> kHandlers[] = {
-//       {command::kSave, &Window::save},
-//   };
-//   m_commands.bindAll(*this, kHandlers);
+//   m_commands.bind(command::kSave, [this] { save(); });
 //
 // Which keys reach a command: those that the focused control does not claim for itself
 // (CControlUI::claimsKey). Before a command of a function key or Ctrl runs, a focused text field
@@ -25,14 +22,6 @@ class CPaintManagerUI;
 
 namespace ui {
 
-/// One entry of a window's handlers: what runs a command, and when it can run (null: always).
-template <class Window>
-struct CommandHandler {
-    std::string_view id;
-    void (Window::*run)();
-    bool (Window::*enabled)() const = nullptr;
-};
-
 class CommandSet {
 public:
     /// Both outlive the set; `table` is one of the constants.
@@ -41,17 +30,6 @@ public:
 
     /// What runs a command of the table. Commands without a handler do nothing.
     void bind(std::string_view id, std::function<void()> run, std::function<bool()> enabled = {});
-    template <class Window, class Table>
-    void bindAll(Window& window, const Table& handlers) {
-        for (const CommandHandler<Window>& entry : handlers) {
-            std::function<bool()> enabled;
-            if (entry.enabled != nullptr) {
-                enabled = [&window, test = entry.enabled] { return (window.*test)(); };
-            }
-            bind(
-                entry.id, [&window, run = entry.run] { (window.*run)(); }, std::move(enabled));
-        }
-    }
 
     /// Whether it can run now: it has a handler, its condition holds, and its button, if the window
     /// has it, can be pressed.

@@ -7,6 +7,7 @@ namespace ui {
 
 namespace command {
 inline constexpr std::string_view kSave = "save";
+inline constexpr std::string_view kExit = "exit";
 inline constexpr std::string_view kStop = "stop";
 inline constexpr std::string_view kManual = "manual";
 } // namespace command

@@ -1,0 +1,27 @@
+// The commands of the two windows before the branch editor: open scene and new scene.
+#pragma once
+
+#include "ui/commands/CommonCommands.h"
+
+namespace ui {
+
+namespace command {
+inline constexpr std::string_view kOpenScene = "openScene";
+inline constexpr std::string_view kNewScene = "newScene";
+inline constexpr std::string_view kCreate = "create";
+inline constexpr std::string_view kBackToStart = "backToStart";
+} // namespace command
+
+inline constexpr Command kOpenSceneCommands[] = {
+    {command::kOpenScene, kEverywhere, u"Open Scene", u"ButtonLoadScene", u"Open the chosen scene"},
+    {command::kNewScene, kEverywhere, u"New Scene", u"ButtonNewScene",
+     u"Name and start a new scene"},
+    {command::kExit, kEverywhere, u"Exit", u"ButtonExit", u"Leave Quorvel"},
+};
+
+inline constexpr Command kNewSceneCommands[] = {
+    {command::kCreate, kEverywhere, u"Create", u"ButtonCreate", u"Start the scene with this name"},
+    {command::kBackToStart, kEverywhere, u"Back", u"ButtonBack", u"Leave without this name"},
+};
+
+} // namespace ui
