@@ -72,7 +72,8 @@ std::size_t Win32FileStream::read(void* buffer, std::size_t count) {
         return 0;
     }
     const std::size_t done = std::fread(buffer, 1, count, m_stream.get());
-    keepError(std::ferror(m_stream.get()) == 0);
+    // The C library does not mark every refused read as an error, but always marks the end.
+    keepError(done == count || std::feof(m_stream.get()) != 0);
     return done;
 }
 

@@ -126,9 +126,13 @@ TEST_F(BranchVideos, CopiesThoseThatAreNotListedAndChoosesNothing) {
     EXPECT_EQ(scene().branchFilename(0), "first.ogv");
     EXPECT_TRUE(m_log.errors().empty());
     EXPECT_TRUE(isVisible(u"LabelProblem"));
+    std::string reason = m_files.errorText(kNotFound);
+    if (reason.ends_with('.')) { // some systems end their texts themselves
+        reason.pop_back();
+    }
     EXPECT_EQ(m_driver->textOf(u"LabelProblem"),
-              core::displayText("Not added: missing.ogv: " + m_files.errorText(kNotFound) + ". \"" +
-                                odd + "\" is not a Theora video and cannot be played."));
+              core::displayText("Not added: missing.ogv: " + reason + ". \"" + odd +
+                                "\" is not a Theora video and cannot be played."));
     // One that lies in the scene's folder already is listed and stays whole.
     writeBytes("Scenes/Fire/c.ogv", clipBytes());
     addVideos({"c.ogv", "a.ogv"}, "Scenes\\Fire\\");

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Services.h"
 #include "core/Text.h"
 #include "tests/support/windows/EditorTest.h"
 #include "toolkit/controls/CEditUI.h"
@@ -178,7 +179,7 @@ TEST_F(Commands, OfEveryWindowOpenTheManualOrSayWhyNot) {
     openManual();
     m_gui.userDesktop.opens = false;
     openManual();
-    const std::string page = m_folder.path() + "Manual/index.html";
+    const std::string page = core::services().fileSystem->fullPath("Manual/index.html");
     const std::string error = "Quorvel: The manual cannot be opened:\n" + page;
     EXPECT_EQ(m_gui.userDesktop.opened, (std::vector{page, page}));
     EXPECT_EQ(m_gui.userDesktop.errors, (std::vector{error, error}));
