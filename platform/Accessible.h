@@ -1,5 +1,5 @@
-// What a control tells assistive technology. The toolkit implements it; a back end hands it to the
-// system's accessibility interface. UI thread only.
+// What a control shows to assistive technology. The toolkit implements it; a back end hands it to
+// the system's accessibility interface. UI thread only.
 #pragma once
 
 #include <memory>
@@ -38,16 +38,16 @@ struct AccessibleState {
     bool readOnly = false;
 };
 
-/// What assistive technology should look at again (NativeWindow::accessibleChanged).
+/// What assistive technology should look at again (WindowAccessibility::changed).
 enum class AccessibleChange {
-    focus,    ///< the node took the keyboard focus
+    focus,    ///< the node got the keyboard focus
     name,     ///< its visible text
     value,    ///< its text or choice
     state,    ///< any of AccessibleState but the focus
     children, ///< nodes below it came or went
 };
 
-/// A node of a window's accessibility tree. Not owned by the back end, which asks anew each time
+/// A node of a window's accessibility tree. Not owned by the back end, which asks again each time
 /// and watches accessibleLife() to forget nodes that are gone.
 class Accessible {
 public:

@@ -1,4 +1,4 @@
-// What both window back ends ask of an accessibility tree.
+// Questions to an accessibility tree that both window back ends have.
 #pragma once
 
 #include "platform/Accessible.h"

@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// The command line without the program's own name, UTF-8. A system that hands it over as one text
-/// gives it as it was typed, quotation marks and all; elsewhere `arguments`, the `count` ones of
+/// The command line without the program's own name, UTF-8. A system that passes it as one text
+/// returns it as typed, with quotation marks; elsewhere `arguments`, the `count` ones of
 /// main, are joined with one blank. Any thread.
 [[nodiscard]] std::string commandLine(int count, const char* const* arguments);
 

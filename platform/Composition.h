@@ -1,4 +1,4 @@
-// What an input method reports at once, as the events of a window. Used by the back ends.
+// Turns one report of an input method into window events. Used by the back ends.
 #pragma once
 
 #include <functional>
@@ -10,12 +10,12 @@ namespace platform {
 
 struct Composition {
     std::u16string preedit;   ///< not committed yet
-    std::u16string committed; ///< typed for good
+    std::u16string committed; ///< final
 };
 
-/// Sends, as far as there is any: the end of the former preedit text, the committed text, the new
-/// preedit text. `hasPreedit` is kept from report to report. `send` returns false when the window
-/// is gone; nothing follows then.
+/// Sends the end of the previous preedit text, the committed text and the new preedit text, leaving
+/// out what is empty. The caller keeps `hasPreedit` between reports. `send` returns false when the
+/// window is gone, and nothing is sent after that.
 void sendComposition(const Composition& report, Modifiers modifiers, bool& hasPreedit,
                      const std::function<bool(const Event&)>& send);
 

@@ -17,9 +17,9 @@ enum class EventKind {
     keyDown,
     keyUp,
     textInput,   ///< committed text, from the keyboard, a dead key or an input method
-    textPreedit, ///< the input method's uncommitted text; empty text ends it
-    activated,   ///< the window took the keyboard
-    deactivated, ///< another window took it
+    textPreedit, ///< the input method's uncommitted text; empty when there is none any more
+    activated,   ///< the window got the keyboard
+    deactivated, ///< another window got it
     captureLost, ///< the system took the mouse capture away
     timer,
     closeRequest, ///< close box, Alt+F4 or the window manager
@@ -46,7 +46,7 @@ enum class Key {
     backspace,
     del,
     insert,
-    // Function keys, digits and letters stand in order, so that one tells how far another is.
+    // Function keys, digits and letters are consecutive: back ends convert them by their distance.
     // clang-format off
     f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12,
     digit0, digit1, digit2, digit3, digit4, digit5, digit6, digit7, digit8, digit9,

@@ -11,8 +11,8 @@ public:
     /// Handles events until postQuit; loops nest, and a quit ends the innermost one only.
     /// Returns the quit code. UI thread only.
     virtual int run() = 0;
-    /// Ends the loop that is the innermost one now, once the events before it are done; without a
-    /// loop, ends the next one at once. UI thread only.
+    /// Ends the loop that is innermost now, after the events already in the queue; without a
+    /// running loop, the next one ends at once. UI thread only.
     virtual void postQuit(int code) = 0;
     /// Handles what is waiting; with `wait`, sleeps for the first event, but not for long (tests).
     virtual void processEvents(bool wait) = 0;

@@ -25,7 +25,7 @@ public:
     }
 };
 
-/// What happened while a frame buffer was made. A failed window context does not stop the making.
+/// How the creation of a frame buffer went. It continues without a window context.
 struct FrameBufferResult {
     bool windowContextFailed = false;
     bool memoryContextFailed = false;

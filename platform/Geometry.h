@@ -51,12 +51,12 @@ struct Rect {
         return {std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
                 std::max(bottom, other.bottom)};
     }
-    /// A rectangle of `size` with the same middle; an odd pixel stands at the right and bottom.
+    /// A rectangle of `size` with the same centre; an odd pixel is at the right and bottom.
     [[nodiscard]] constexpr Rect centred(Size size) const {
         return at(left + (width() - size.width) / 2, top + (height() - size.height) / 2, size.width,
                   size.height);
     }
-    /// Moved as little as it takes to lie in `area`; what is too large starts at its left or top.
+    /// Moved into `area` by the shortest way; aligned left or top where it is too large.
     [[nodiscard]] constexpr Rect movedInto(const Rect& area) const {
         return at(std::max(std::min(left, area.right - width()), area.left),
                   std::max(std::min(top, area.bottom - height()), area.top), width(), height());

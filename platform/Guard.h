@@ -1,4 +1,4 @@
-// The border between the system's callbacks and our code: no exception may cross it.
+// The boundary between the system's callbacks and our code: no exception may cross it.
 #pragma once
 
 #include <cstdio>
@@ -6,7 +6,8 @@
 
 namespace platform {
 
-/// Runs `work` and gives its result, or `fallback` and a line on stderr when it throws.
+/// Runs `work` and returns its result; when it throws, writes a line to stderr and returns
+/// `fallback`.
 template <typename Work, typename Result>
 Result guarded(const char* where, Result fallback, Work&& work) noexcept {
     try {

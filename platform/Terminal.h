@@ -1,4 +1,4 @@
-// Text for whoever started the program from a command line.
+// Output for a user who started the program from a command line.
 #pragma once
 
 #include <string_view>

@@ -3,7 +3,7 @@
 
 namespace platform {
 
-/// Lets every thread of normal priority go before the calling one, for good. A system that refuses
+/// Permanently lowers the priority of the calling thread below normal. A system that refuses
 /// leaves the thread as it is.
 void lowerThreadPriority() noexcept;
 

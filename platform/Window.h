@@ -14,16 +14,16 @@
 
 namespace platform {
 
-/// Receives what a native window reports. All calls come on the UI thread; what they throw ends at
-/// the back end's border with a line on stderr. The object must outlive its native window's
+/// Receives what a native window reports. All calls come on the UI thread; the back end catches
+/// what they throw and writes a line to stderr. The object must outlive its native window's
 /// `destroyed` event.
 class WindowEvents {
 public:
     virtual ~WindowEvents() = default;
-    /// True when the event was handled; false leaves it to the system's own handling: an unhandled
-    /// closeRequest closes the window.
+    /// True when the event was handled; false leaves it to the system, which closes the window on a
+    /// closeRequest.
     virtual bool onEvent(const Event& event) = 0;
-    /// Draw everything that touches `dirty`; the canvas is already clipped to it.
+    /// Draws everything that touches `dirty`; the canvas is already clipped to it.
     virtual void onPaint(Canvas& canvas, const Rect& dirty) = 0;
     /// The root of the window's accessibility tree, or null when it offers none. Not owned.
     virtual Accessible* accessibleRoot() { return nullptr; }
@@ -63,8 +63,8 @@ public:
     /// A disabled window takes no mouse or keyboard input.
     virtual void setEnabled(bool enabled) = 0;
     virtual void activate() = 0;
-    /// Hides the window and ends it soon: `destroyed` is sent from the event loop, once, after the
-    /// handler that called this has returned; nothing else is sent any more.
+    /// Hides the window at once and destroys it later: the event loop sends `destroyed`, once,
+    /// after the handler that called this has returned. No other event is sent.
     virtual void close() = 0;
 
     /// The parts live as long as this object.
@@ -86,7 +86,7 @@ public:
     [[nodiscard]] virtual Rect workArea(Point point) const = 0;
     [[nodiscard]] virtual std::u16string clipboardText() const = 0;
     virtual void setClipboardText(const std::u16string& text) = 0;
-    /// `text` without the difference of capital and small letters of any script, for comparing.
+    /// `text` case-folded, in any script, for comparing.
     [[nodiscard]] virtual std::u16string foldedCase(std::u16string_view text) const = 0;
 };
 

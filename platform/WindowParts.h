@@ -1,5 +1,5 @@
-// The parts of a native window, each for those who need no more than it. They live as long as their
-// window, which hands them out. UI thread only.
+// The parts of a native window, so that callers depend on no more than they use. The window owns
+// them. UI thread only.
 #pragma once
 
 #include "platform/Accessible.h"
@@ -35,10 +35,10 @@ public:
     virtual void setCapture() = 0;
     virtual void releaseCapture() = 0;
     virtual void setPointer(PointerShape shape) = 0;
-    /// The left button went down on the caption: the window follows the pointer until the button
-    /// goes up, which it may have done already.
+    /// Call when the left button goes down on the caption: the window follows the pointer until the
+    /// button is released, which may have happened already.
     virtual void beginMove() = 0;
-    /// Whether an edit has the focus, and its caret rectangle for the input method's window.
+    /// Says whether an edit has the focus, and where its caret is, for the input method's window.
     virtual void setTextInput(bool enabled, const Rect& caret) = 0;
 };
 
@@ -55,7 +55,7 @@ public:
 class WindowAccessibility {
 public:
     virtual ~WindowAccessibility() = default;
-    /// Tells assistive technology, if any is listening, that something about `node` changed.
+    /// Notifies assistive technology, if any is listening, of a change to `node`.
     virtual void changed(Accessible& node, AccessibleChange change) = 0;
 };
 

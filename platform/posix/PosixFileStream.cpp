@@ -32,7 +32,7 @@ private:
 };
 
 int openFlags(OpenMode mode) {
-    // O_NONBLOCK: opening a pipe that nobody writes to must not wait for ever.
+    // O_NONBLOCK: opening a pipe without a writer must not wait for ever.
     const int common = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
     switch (mode) {
     case OpenMode::write:
@@ -133,7 +133,7 @@ bool PosixFileStream::sync() {
     if (::fsync(::fileno(m_stream.get())) == 0) {
         return true;
     }
-    // Some file systems cannot do it at all; the bytes are with the system then.
+    // Some file systems do not support it; the system has the bytes then.
     return errno == EINVAL || errno == ENOSYS || keepError(false);
 }
 

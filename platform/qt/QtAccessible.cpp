@@ -242,8 +242,8 @@ QStringList QtAccessibleNode::actionNames() const {
     return names;
 }
 
-/// Done once the asker has its answer: it waits for one, and a press may show a question and come
-/// back when that is over.
+/// Done after the call has returned: the caller waits for it, and a press may open a dialog and
+/// return only when that is closed.
 void QtAccessibleNode::doAction(const QString& actionName) {
     if (m_node == nullptr || !actionNames().contains(actionName)) {
         return;

@@ -1,5 +1,5 @@
-// A window's accessibility tree as Qt wants it: one interface object for each node, made when
-// somebody asks, which finds its node gone by the node's life token.
+// A window's accessibility tree as Qt wants it: one interface object for each node, created on
+// request. The object notices by the node's life token when the node is gone.
 #pragma once
 
 #include <QAccessible>
@@ -61,7 +61,7 @@ public:
 
     /// The node while it lives; null afterwards.
     [[nodiscard]] Accessible* node() const;
-    /// The states and the text as last told to listeners; both are kept to tell what changed.
+    /// The states and the text as last reported to listeners, to find out what changed.
     QAccessible::State lastState;
     QString lastText;
 

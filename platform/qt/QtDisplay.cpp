@@ -43,7 +43,7 @@ private:
     int m_handle;
 };
 
-/// A local X server answers on its socket; of a remote one the name alone must do.
+/// Tries to connect to a local X server; a remote one is assumed to be there.
 bool isXServerThere(const QString& display) {
     const qsizetype colon = display.lastIndexOf(u':');
     if (colon < 0) {

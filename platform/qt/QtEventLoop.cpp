@@ -35,7 +35,7 @@ void QtEventLoop::postQuit(int code) {
         m_pendingQuit = code;
         return;
     }
-    // The loop is named now: one that starts before the quit's turn comes is not meant.
+    // The loop is chosen now: the quit is not for one that starts before it is handled.
     const auto quit = [this, code, id = m_running.back().id] {
         for (const Running& running : m_running) {
             if (running.id == id) {
@@ -51,7 +51,7 @@ void QtEventLoop::processEvents(bool wait) {
         QCoreApplication::processEvents();
         return;
     }
-    QTimer limit; // its end is an event, so that the wait has one
+    QTimer limit; // its timeout is an event, so that the wait ends
     limit.setSingleShot(true);
     limit.start(kLongestWaitMs);
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);

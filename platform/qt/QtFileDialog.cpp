@@ -16,8 +16,8 @@ QString nameFilter(const OpenFilesRequest& request) {
     return QStringLiteral("%1 (%2)").arg(QString::fromStdString(request.filterName), patterns);
 }
 
-/// The chosen files of the first one's folder: a person can type a path of another folder, which
-/// the result has no room for.
+/// The chosen files in the folder of the first one: the user can type a path to another folder, but
+/// the result has only one.
 std::optional<OpenFilesResult> resultOf(const QStringList& files) {
     OpenFilesResult result;
     for (const QString& file : files) {
@@ -37,8 +37,8 @@ std::optional<OpenFilesResult> resultOf(const QStringList& files) {
     return result;
 }
 
-/// Gives the keyboard back to a dialog whose message box has been answered. A window manager would;
-/// without one the keyboard is nobody's then, and no key leads out of the dialog.
+/// Returns the keyboard focus to a dialog after its message box. A window manager does that;
+/// without one, no window has the focus then, and no key closes the dialog.
 class KeyboardReturn final : public QObject {
 public:
     explicit KeyboardReturn(QFileDialog& dialog) : m_dialog(dialog) {
@@ -47,7 +47,7 @@ public:
 
 protected:
     bool eventFilter(QObject* /*window*/, QEvent* event) override {
-        if (event->type() == QEvent::WindowUnblocked) { // the box is still there
+        if (event->type() == QEvent::WindowUnblocked) { // the box is not closed yet
             QMetaObject::invokeMethod(
                 &m_dialog, [this] { m_dialog.activateWindow(); }, Qt::QueuedConnection);
         }
@@ -75,7 +75,7 @@ std::optional<OpenFilesResult> ask(const OpenFilesRequest& request) {
     const KeyboardReturn keyboardReturn(dialog);
     const bool accepted = dialog.exec() == QDialog::Accepted;
     if (owner != nullptr) {
-        owner->activate(); // as above: nobody else might
+        owner->activate(); // for the same reason
     }
     if (!accepted) {
         return std::nullopt;

@@ -20,7 +20,7 @@ constexpr KeyPair kKeys[] = {
     {Qt::Key_PageUp, Key::pageUp},
     {Qt::Key_PageDown, Key::pageDown},
     {Qt::Key_Tab, Key::tab},
-    {Qt::Key_Backtab, Key::tab}, // Shift+Tab; the modifier tells them apart
+    {Qt::Key_Backtab, Key::tab}, // Shift+Tab; the modifier distinguishes them
     {Qt::Key_Return, Key::enter},
     {Qt::Key_Enter, Key::enter},
     {Qt::Key_Escape, Key::escape},

@@ -86,7 +86,7 @@ void QtWindow::center() {
     m_surface->setGeometry(toQt(around.centred(geometry().size()).movedInto(area)));
 }
 
-/// Tells the window manager, which would otherwise offer to maximise the window. A popup has none.
+/// For the window manager, which would otherwise offer to maximise the window. It ignores popups.
 void QtWindow::fixSize(Size size) {
     if (m_kind == WindowKind::normal) {
         m_surface->setMinimumSize(QSize(size.width, size.height));
@@ -131,7 +131,7 @@ void QtWindow::close() {
     m_input.releaseCapture();
     m_closing = true;
     m_timers.stopAll();
-    // Asked for before the window goes, or the system would choose another one in between.
+    // Before this window is hidden, or the system would activate another one in between.
     if (QWindow* owner = m_surface->transientParent();
         owner != nullptr && owner->isVisible() && m_kind == WindowKind::normal) {
         owner->requestActivate();
@@ -199,7 +199,7 @@ bool QtWindow::handleQtEvent(QEvent& event) {
         handleFocus(event.type() == QEvent::FocusIn);
         return true;
     case QEvent::Close:
-        event.ignore(); // the surface stays until its owner ends it
+        event.ignore(); // the surface stays until its owner destroys it
         requestClose();
         return true;
     case QEvent::UpdateRequest:

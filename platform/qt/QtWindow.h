@@ -1,4 +1,4 @@
-// A native window on Qt: its life and its geometry. What else it does is up to its parts.
+// A native window on Qt: lifetime and geometry. Its parts do the rest.
 #pragma once
 
 #include <string>

@@ -1,5 +1,4 @@
-// Makes windows and answers what concerns all of them: screens, the clipboard, which window has
-// captured the mouse.
+// Creates windows and offers what they share: screens, the clipboard and the mouse capture.
 #pragma once
 
 #include <vector>
@@ -28,7 +27,7 @@ public:
 
     void add(QtWindow& window) { m_windows.push_back(&window); }
     void remove(QtWindow& window);
-    /// Takes the capture from whoever has it, who is told.
+    /// Takes the capture from the window that has it, which gets a captureLost event.
     void setCapture(QtWindowInput& input);
     /// True when `input` had the capture.
     bool releaseCapture(const QtWindowInput& input);

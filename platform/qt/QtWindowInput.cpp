@@ -22,8 +22,8 @@ namespace platform::qt {
 
 namespace {
 
-/// The pixel that a position lies in. Not the nearest one: on a screen of twice the pixels half of
-/// each would be its neighbour's.
+/// The pixel that contains a position, not the nearest one: on a screen with twice the pixels, half
+/// of each pixel would count as its neighbour.
 Point pixelAt(QPointF position) {
     constexpr double kRounding = 1e-6; // of Qt's division by the scale
     return {static_cast<int>(std::floor(position.x() + kRounding)),
@@ -44,9 +44,9 @@ Qt::CursorShape cursorOf(PointerShape shape) {
     return Qt::ArrowCursor;
 }
 
-/// Whether the system can be trusted with a move. A window manager of X11 hears of it too late when
-/// the button goes up right after a motion, and then waits for a release that has already happened,
-/// with the window stuck to the pointer. Under Wayland the program cannot place a window itself.
+/// Whether to leave moves to the system. An X11 window manager learns of a move too late when the
+/// button is released right after a motion: it then waits for a release that has already happened,
+/// and the window sticks to the pointer. Under Wayland a program cannot place its windows itself.
 bool movesWindows() {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
@@ -144,7 +144,7 @@ bool QtWindowInput::handlePointer(QEvent& event) {
         m_window.host().mouseTarget(*this).handleMouse(static_cast<QMouseEvent&>(event));
         return true;
     case QEvent::MouseButtonDblClick:
-        return true; // found by ourselves: Qt sends it beside the press, not instead of it
+        return true; // detected by us: Qt sends it in addition to the press, not instead of it
     case QEvent::Wheel:
         handleWheel(static_cast<QWheelEvent&>(event));
         return true;
@@ -172,7 +172,7 @@ bool QtWindowInput::completesDoubleClick(const QMouseEvent& event) {
             static_cast<unsigned long long>(hints.mouseDoubleClickInterval()) &&
         (press.position - last->position).manhattanLength() < hints.mouseDoubleClickDistance();
     if (pair) {
-        m_lastPress.reset(); // a third press starts anew
+        m_lastPress.reset(); // a third press begins a new pair
     }
     return pair;
 }

@@ -31,7 +31,7 @@ bool QtWindowPicture::isOnScreen() const {
 
 void QtWindowPicture::requestPaint() {
     if (m_paintRequested || m_window.isClosing() || !isOnScreen()) {
-        return; // painted once it comes up
+        return; // painted once it is shown
     }
     m_paintRequested = true;
     QCoreApplication::postEvent(&m_window.surface(),
@@ -81,7 +81,7 @@ void QtWindowPicture::present(const QRegion& region) {
     if (region.isEmpty() || m_window.isClosing() || m_back.isEmpty() || !surface.isExposed()) {
         return;
     }
-    // With a fractional scale the edges of a part would not fall on pixels: all is shown anew.
+    // With a fractional scale the edges of a part would not fall on pixels: show everything.
     const double scale = surface.devicePixelRatio();
     const bool whole = scale != std::floor(scale);
     const QRect all(QPoint(), surface.size());

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] FrameBufferResult createFrameBuffer(Size size) override;
 
     void paintDirty();
-    /// The window came up or has another size: what it shows goes to the screen, as a whole.
+    /// After the window was shown, restored or resized: brings the whole picture to the screen.
     void showAll();
 
 private:

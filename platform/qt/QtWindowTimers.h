@@ -16,7 +16,7 @@ public:
     bool start(unsigned id, int intervalMs) override;
     bool stop(unsigned id) override;
     void stopAll();
-    /// Qt's timer has run out. False when it is none of ours. May destroy the window.
+    /// A Qt timer has fired. False when it is not one of ours. May destroy the window.
     bool handle(int timerId);
 
 private:

@@ -1,5 +1,5 @@
-// The move of a window by its caption. It begins at the first motion with the button down, not at
-// the press: a tap on a touchpad is over by the time it is handled.
+// Moves a window by its caption, from the first motion with the button down on, not from the press:
+// a tap on a touchpad is over by the time it is handled.
 #pragma once
 
 #include <QMouseEvent>
@@ -18,7 +18,7 @@ public:
     /// The button went down on the caption, at `grip` within the window.
     void begin(QPoint grip);
     void end() { m_grip.reset(); }
-    /// True when the event belongs to the move and to nobody else.
+    /// True when the event is part of the move and must not be handled otherwise.
     bool follow(const QMouseEvent& event);
 
 private:

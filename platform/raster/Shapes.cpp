@@ -118,7 +118,7 @@ EllipseRow ellipseRow(Size box, int row) {
             take(x);
         }
     }
-    if (outermost < 0) { // neither part claims the row where both meet: the curve itself decides
+    if (outermost < 0) { // neither part includes the row where they meet: the curve itself decides
         take(steepX);
     }
     const int left = static_cast<int>((spanX - outermost) / 2);

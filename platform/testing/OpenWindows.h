@@ -1,5 +1,5 @@
-// The open windows of this program, for tests and guided tours, which have to find those that the
-// program opens by itself.
+// The open windows of this program, so that tests and guided tours can find those that the program
+// itself opens.
 #pragma once
 
 #include <vector>
@@ -8,8 +8,8 @@
 
 namespace platform {
 
-/// The owners of all windows that have an accessibility tree, which the popups and the closed ones
-/// have not; the topmost window is the last. UI thread only.
+/// The owners of all windows that have an accessibility tree: neither popups nor closed windows
+/// have one. The topmost window is the last. UI thread only.
 [[nodiscard]] std::vector<WindowEvents*> openWindows();
 
 /// Those that are a T.

@@ -1,5 +1,5 @@
 // Real input for tests and guided tours: each call queues one event with the window system's own
-// types, so it takes the same way through the back end as a person's mouse or keyboard. The event
+// types, so it passes through the back end just like a user's mouse or keyboard. The event
 // arrives once the loop runs (EventLoop::processEvents or run), in the order of the calls.
 #pragma once
 
@@ -20,9 +20,9 @@ public:
     virtual ~TestInput() = default;
 
     /// Moves the pointer to `position` (window pixels, may lie outside) and, for the kinds
-    /// mouseDown, mouseUp and mouseDoubleClick, works `button` there. mouseDoubleClick stands for
-    /// the second press and needs the first press and both releases around it, as from a person.
-    /// Two mouseDown are never taken for a double click, however fast the test is.
+    /// mouseDown, mouseUp and mouseDoubleClick, works `button` there. mouseDoubleClick is the
+    /// second press and needs the first press and both releases around it, as from a user. Two
+    /// mouseDown events never make a double click, however fast the test is.
     virtual void mouse(NativeWindow& window, EventKind kind, Point position,
                        MouseButton button = MouseButton::left, Modifiers modifiers = {}) = 0;
     /// `delta` as in Event::wheelDelta.

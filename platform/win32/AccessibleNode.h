@@ -1,4 +1,4 @@
-// The COM object that stands for one node of an accessibility tree.
+// The COM object for one node of an accessibility tree.
 #pragma once
 
 #include <atomic>
@@ -12,11 +12,11 @@
 
 namespace platform::win32 {
 
-// COM interfaces have no virtual destructor: their objects end by Release.
+// COM interfaces have no virtual destructor: Release destroys the objects.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-/// Counts its references and ends with the last one. UI thread only, which the system ensures.
+/// Reference-counted; the last Release destroys it. UI thread only, which the system ensures.
 class AccessibleNode final : public IAccessible {
 public:
     /// With one reference, which is the caller's. `node` null: the root that the window has when
@@ -70,7 +70,7 @@ private:
     [[nodiscard]] Accessible* node() const;
     /// The node that `child` means: this one, a child by its place from 1, or one by its number.
     [[nodiscard]] Accessible* target(const VARIANT& child) const;
-    /// Whether somebody may act on the window: not behind a question.
+    /// False while the window waits for its dialog.
     [[nodiscard]] bool takesInput() const;
     /// An object for `node`, this window's root included.
     [[nodiscard]] AccessibleNode* objectFor(Accessible& node) const;

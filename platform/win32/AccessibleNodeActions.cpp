@@ -31,8 +31,8 @@ HRESULT AccessibleNode::accSelect(long flags, VARIANT child) {
     return S_FALSE;
 }
 
-// Done once the asker has its answer: it waits for one, and a press may show a question and come
-// back when that is over.
+// Done after the call has returned: the caller waits for it, and a press may open a dialog and
+// return only when that is closed.
 HRESULT AccessibleNode::accDoDefaultAction(VARIANT child) {
     Accessible* meant = target(child);
     if (meant == nullptr || !meant->accessibleState().enabled ||

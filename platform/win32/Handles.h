@@ -8,7 +8,7 @@
 
 namespace platform::win32 {
 
-/// Move-only owner of a handle; `Traits` says what no handle looks like and how one is closed.
+/// Move-only owner of a handle; `Traits` gives the invalid value and closes handles.
 template <typename Traits>
 class Unique {
 public:
@@ -81,7 +81,7 @@ struct MemoryContextTraits {
     static Type none() { return nullptr; }
     static void close(Type handle) { DeleteDC(handle); }
 };
-/// From CreateCompatibleDC. Objects selected into it must be selected out before it ends.
+/// From CreateCompatibleDC. Objects selected into it must be deselected before it is deleted.
 using UniqueMemoryContext = Unique<MemoryContextTraits>;
 
 template <typename Object>
@@ -113,7 +113,7 @@ private:
     HDC m_context;
 };
 
-/// Selects an object into a context and the former one back at the end of the scope.
+/// Selects an object into a context, and the previous one again at the end of the scope.
 class Selection {
 public:
     Selection(HDC context, HGDIOBJ object)

@@ -1,5 +1,5 @@
-// A window's accessibility tree through MSAA: one COM object for each node that somebody asks for,
-// which finds its node gone by the node's life token.
+// A window's accessibility tree through MSAA: one COM object for each node that a client asks for.
+// The object notices by the node's life token when the node is gone.
 // https://learn.microsoft.com/windows/win32/api/oleacc/nn-oleacc-iaccessible
 #pragma once
 
@@ -17,7 +17,7 @@ namespace platform::win32 {
 /// Presses the node of a number that AccessibleNode::numberOf gave, if it still lives.
 void pressAccessible(long number);
 
-/// Tells whoever listens that something about `node` of `window` changed.
+/// Notifies listeners of a change to `node` of `window`.
 void tellAccessibility(HWND window, Accessible& node, AccessibleChange change);
 
 } // namespace platform::win32

@@ -28,7 +28,7 @@ private:
     Size m_size;
     UniqueMemoryContext m_context;
     UniqueBitmap m_bitmap;
-    HGDIOBJ m_former = nullptr; ///< selected out of the context when the bitmap came
+    HGDIOBJ m_former = nullptr; ///< what the context had selected before the bitmap
     std::uint32_t* m_pixels = nullptr;
 };
 

@@ -12,7 +12,7 @@ void writeDebugLine(std::string_view text) noexcept {
         OutputDebugStringW(win32::wide(text).c_str());
         OutputDebugStringW(L"\n");
     } catch (const std::exception&) {
-        // Without memory for a debug line there is nobody to tell.
+        // Out of memory for a debug line: nothing can be reported.
     }
 }
 

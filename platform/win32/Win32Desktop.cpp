@@ -14,7 +14,7 @@ bool Win32Desktop::openFile(const std::string& path) {
         const std::wstring file = widePath(path);
         SHELLEXECUTEINFOW request{};
         request.cbSize = sizeof request;
-        request.fMask = SEE_MASK_FLAG_NO_UI; // the caller tells of a failure
+        request.fMask = SEE_MASK_FLAG_NO_UI; // the caller reports failures
         request.lpVerb = L"open";
         request.lpFile = file.c_str();
         request.nShow = SW_SHOWNORMAL;

@@ -20,7 +20,7 @@ Win32EventLoop::Win32EventLoop() {
     description.lpfnWndProc = receive;
     description.hInstance = GetModuleHandleW(nullptr);
     description.lpszClassName = kClassName;
-    RegisterClassExW(&description); // fails when it is known already, which is as good
+    RegisterClassExW(&description); // fails harmlessly when the class exists already
     m_window.reset(CreateWindowExW(0, kClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                    description.hInstance, nullptr));
     SetWindowLongPtrW(m_window.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -98,7 +98,7 @@ void Win32EventLoop::postQuit(int code) {
         m_pendingQuit = code;
         return;
     }
-    // The loop is named now: one that starts before the quit's turn comes is not meant.
+    // The loop is chosen now: the quit is not for one that starts before it is handled.
     post([this, code, id = m_running.back().id] {
         for (Running& running : m_running) {
             if (running.id == id) {
@@ -123,7 +123,7 @@ void Win32EventLoop::endAll() {
     for (Running& running : m_running) {
         running.code = running.code.value_or(0);
     }
-    // A waiting loop looks again once a message comes.
+    // A message makes a waiting loop check again.
     PostMessageW(m_window.get(), WM_NULL, 0, 0);
 }
 

@@ -1,5 +1,6 @@
-// Nested message loops. Tasks and quits go through one queue of ours, which a message-only window
-// wakes up for; the system's own quit message ends everything and is never sent by us.
+// Nested message loops. Tasks and quits go through a queue of ours, for which a message to a
+// message-only window wakes the loop. The system's own quit message, which we never send, ends all
+// loops.
 #pragma once
 
 #include <deque>

@@ -60,7 +60,7 @@ std::unique_ptr<FileStream> Win32FileStream::open(const std::string& path, OpenM
 bool Win32FileStream::keepError(bool good) {
     if (!good && m_error == 0) {
         m_error = static_cast<int>(_doserrno);
-        if (m_error == 0) { // the C library refused by itself
+        if (m_error == 0) { // the C library failed without a system call
             m_error = ERROR_GEN_FAILURE;
         }
     }

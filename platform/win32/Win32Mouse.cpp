@@ -114,7 +114,7 @@ void Win32WindowInput::handleMouse(UINT message, LPARAM wideLong) {
 
 void Win32WindowInput::handleWheel(WPARAM wide, LPARAM wideLong) {
     POINT point{GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)};
-    // The system may send it to the window with the keyboard; it belongs to the one under it.
+    // The system may send it to the window with the focus; it belongs to the one under the pointer.
     Win32Window* target = &m_window;
     if (!m_window.geometry().contains({point.x, point.y})) {
         Win32Window* below = Win32Window::fromHandle(WindowFromPoint(point));
@@ -196,13 +196,13 @@ void Win32WindowInput::beginMove() {
     POINT point{};
     GetCursorPos(&point);
     if (GetAsyncKeyState(VK_LBUTTON) >= 0) {
-        // No button is held as the system sees it, which would wait for its release for ever: the
-        // pointer is followed here.
+        // For the system no button is held, and it would wait for the release for ever: follow the
+        // pointer here.
         m_moveGrip = Point{point.x - m_window.geometry().left, point.y - m_window.geometry().top};
         SetCapture(window);
         return;
     }
-    // As if the caption were held: the system moves the window until the button comes up.
+    // As if the caption were pressed: the system moves the window until the button is released.
     SendMessageW(window, WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(point.x, point.y));
 }
 

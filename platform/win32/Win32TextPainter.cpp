@@ -13,7 +13,7 @@ namespace platform::win32 {
 namespace {
 
 UINT flagsOf(TextAlign align) {
-    // Text is drawn as it stands: "&" is a letter.
+    // Text is drawn literally: "&" is a character like any other.
     const UINT common = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
     switch (align) {
     case TextAlign::center:
@@ -26,7 +26,7 @@ UINT flagsOf(TextAlign align) {
     return common | DT_LEFT;
 }
 
-/// How much of a pixel is covered, by how bright GDI makes it in white on black.
+/// How much of a pixel is covered, indexed by its brightness in GDI's white text on black.
 std::array<std::uint32_t, 256> coverageTable() {
     constexpr double kGamma = 2.3; // of GDI's smoothed letters
     std::array<std::uint32_t, 256> table{};

@@ -8,10 +8,10 @@ namespace platform::win32 {
 
 class Win32FontSet;
 
-/// GDI darkens and lightens the edges of letters by the colours involved: small dark text on a
-/// light ground gets a quarter thinner than the same text on Linux, light text on a dark ground a
-/// third heavier. So GDI only says how much of each pixel a letter covers; the colour is laid on by
-/// that.
+/// GDI makes the edges of letters darker or lighter depending on the colours: small dark text on a
+/// light background comes out a quarter lighter than on Linux, light text on a dark one a third
+/// heavier. So GDI only determines how much of each pixel a letter covers, and the colour is
+/// blended accordingly.
 class Win32TextPainter final : public raster::TextPainter {
 public:
     /// `fonts` is not owned and must outlive the painter.
@@ -21,11 +21,12 @@ public:
                   const Rect& box, FontHandle font, Color color, TextAlign align) override;
 
 private:
-    /// At least of `size`, the part of that size black.
+    /// Makes the mask at least `size` large, and its top left part of that size black.
     bool prepareMask(Size size);
 
     const Win32FontSet& m_fonts;
-    Win32BackBuffer m_mask; ///< white letters on black; kept, as making one costs more than a text
+    Win32BackBuffer
+        m_mask; ///< white letters on black; kept, as creating one costs more than the text
 };
 
 } // namespace platform::win32

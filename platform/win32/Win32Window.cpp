@@ -40,12 +40,12 @@ MONITORINFO monitorOf(HWND window) {
     return info;
 }
 
-/// Where a minimised window will be again.
+/// Where a minimised window will be when it is restored.
 Rect restoredRectOf(HWND window) {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     GetWindowPlacement(window, &placement);
-    const MONITORINFO monitor = monitorOf(window); // the placement counts from its work area
+    const MONITORINFO monitor = monitorOf(window); // the placement is relative to its work area
     return fromNative(placement.rcNormalPosition)
         .translated(monitor.rcWork.left - monitor.rcMonitor.left,
                     monitor.rcWork.top - monitor.rcMonitor.top);
@@ -71,14 +71,14 @@ Win32Window::Win32Window(const WindowServices& services, const WindowOptions& op
         return;
     }
     allowMinimizing();
-    // Whatever the style bits said about a frame: ask anew, now that the answer is ours.
+    // The style bits asked for a frame: have it computed again, now that this object answers.
     SetWindowPos(m_handle.get(), nullptr, 0, 0, options.size.width, options.size.height,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     m_input.setTextInput(false, {});
 }
 
-/// A window with a system menu can be minimised, also by a click on the task bar, which goes by the
-/// style. It is of one size, so the menu offers no other.
+/// Lets a window with a system menu be minimised; a click on the task bar looks at the style. Its
+/// size is fixed, so the menu offers no other.
 void Win32Window::allowMinimizing() {
     HWND window = m_handle.get();
     const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
@@ -142,7 +142,7 @@ void Win32Window::setGeometry(const Rect& screenRect) {
                  screenRect.height(), SWP_NOZORDER | SWP_NOACTIVATE);
     if (m_cornerRadius > 0) {
         const int across = 2 * m_cornerRadius;
-        // Right and bottom lie outside of a region; the system owns it once a window has it.
+        // A region excludes its right and bottom edges. A window that has one owns it.
         UniqueRegion shape(CreateRoundRectRgn(0, 0, screenRect.width() + 1, screenRect.height() + 1,
                                               across, across));
         if (SetWindowRgn(m_handle.get(), shape.get(), TRUE) != 0) {
@@ -180,7 +180,7 @@ void Win32Window::close() {
     m_input.releaseCapture();
     m_closing = true;
     m_timers.stopAll();
-    // Before the window goes, or the system would choose another one in between.
+    // Before this window is hidden, or the system would activate another one in between.
     if (m_kind == WindowKind::normal && m_owner != nullptr && IsWindowVisible(m_owner) != 0) {
         SetActiveWindow(m_owner);
     }

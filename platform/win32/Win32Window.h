@@ -1,5 +1,5 @@
-// A native window: its life and its geometry (Win32Window.cpp) and the window procedure
-// (Win32WindowProc.cpp). What else it does is up to its parts.
+// A native window: lifetime and geometry (Win32Window.cpp) and the window procedure
+// (Win32WindowProc.cpp). Its parts do the rest.
 #pragma once
 
 #include <functional>
@@ -18,12 +18,12 @@ namespace platform::win32 {
 /// What windows share with the rest of the back end. Not owned by them.
 struct WindowServices {
     raster::TextPainter* text = nullptr;
-    std::function<void()> endProgram; ///< the session ends
+    std::function<void()> endProgram; ///< called when the session ends
 };
 
 class Win32Window final : public NativeWindow, private WindowAccessibility {
 public:
-    /// `services` and `events` must outlive the window. Without a handle() the system refused.
+    /// `services` and `events` must outlive the window. handle() is null when the system refused.
     Win32Window(const WindowServices& services, const WindowOptions& options, WindowEvents& events);
     ~Win32Window() override;
     Win32Window(const Win32Window&) = delete;
@@ -56,12 +56,11 @@ public:
     [[nodiscard]] WindowEvents& events() const { return m_events; }
     /// The root of the accessibility tree that the owner offers; null without one.
     [[nodiscard]] Accessible* accessibleRoot() const;
-    /// Sent to the window itself: a screen reader presses the node whose number is the message's
-    /// second parameter.
+    /// Posted by the window to itself: a screen reader pressed the node whose number is the LPARAM.
     static constexpr UINT kPressMessage = WM_APP + 3;
 
 private:
-    /// Sent by close() to its own window: the time has come.
+    /// Posted by close(): the window is to be destroyed now.
     static constexpr UINT kFinishMessage = WM_APP + 2;
 
     static LRESULT CALLBACK receive(HWND handle, UINT message, WPARAM wide, LPARAM wideLong);

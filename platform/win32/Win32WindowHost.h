@@ -1,4 +1,4 @@
-// Makes windows and answers what concerns all of them.
+// Creates windows and offers what they share: monitors and the clipboard.
 #pragma once
 
 #include "platform/win32/Win32Window.h"

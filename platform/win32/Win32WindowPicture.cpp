@@ -47,7 +47,7 @@ void Win32WindowPicture::invalidate(const Rect& dirty) {
     }
     m_dirty.add(visible);
     if (IsIconic(m_window.handle()) != 0) {
-        return; // painted once it comes up
+        return; // painted once it is restored
     }
     const RECT native = toNative(visible);
     InvalidateRect(m_window.handle(), &native, FALSE);
@@ -87,7 +87,7 @@ void Win32WindowPicture::paintDirty() {
 }
 
 void Win32WindowPicture::handlePaint() {
-    // Begun first: what is invalidated while we paint must ask for a paint of its own.
+    // Before painting: what is invalidated meanwhile must cause a paint of its own.
     const PaintRequest request(m_window.handle());
     paintDirty();
     const RECT& rect = request.rect();

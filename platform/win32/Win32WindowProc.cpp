@@ -10,7 +10,7 @@
 namespace platform::win32 {
 
 const wchar_t* Win32Window::registerClass(const std::wstring& name) {
-    // Names live as long as the classes: the program.
+    // The names live as long as the classes, until the program ends.
     static std::set<std::wstring> known;
     const auto [place, isNew] = known.insert(name);
     if (isNew) {
@@ -79,7 +79,8 @@ std::optional<LRESULT> Win32Window::handleEnd(UINT message, WPARAM wide) {
     case kFinishMessage:
         finish();
         return 0;
-    case WM_DESTROY: // from outside, with its owner for one; our own end comes without messages
+    case WM_DESTROY: // by the system, for example with the owner; our own destruction sends no
+                     // messages
         m_closing = true;
         m_timers.forgetAll();
         finish();

@@ -6,7 +6,7 @@ namespace platform::win32 {
 
 namespace {
 
-/// The system knows no timer 0.
+/// The system has no timer 0.
 constexpr UINT_PTR kFirstTimer = 1;
 
 } // namespace

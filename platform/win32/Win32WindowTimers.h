@@ -20,7 +20,7 @@ public:
     void stopAll();
     /// The native window is gone with all its timers.
     void forgetAll() { m_running.clear(); }
-    /// The system's timer has run out. May destroy the window.
+    /// A timer of the system has fired. May destroy the window.
     void handle(WPARAM nativeId);
 
 private:

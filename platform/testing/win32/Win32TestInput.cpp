@@ -45,8 +45,8 @@ LPARAM packed(POINT point) {
 class Win32TestInput final : public TestInput {
 public:
     explicit Win32TestInput(Gui& gui) : m_loop(gui.loop()) {
-        // The display's own pointer rests where the last program left it, maybe where this one's
-        // window comes up: out of the way.
+        // The display's pointer is where the last program left it, which may be where this
+        // program's window appears: move it out of the way.
         SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     }
 
