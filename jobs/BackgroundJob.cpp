@@ -1,7 +1,7 @@
 #include "jobs/BackgroundJob.h"
 
+#include <chrono>
 #include <exception>
-#include <system_error>
 #include <utility>
 
 namespace jobs {
@@ -30,6 +30,7 @@ BackgroundJob::BackgroundJob(platform::EventLoop& loop) : m_loop(loop) {}
 BackgroundJob::~BackgroundJob() {
     cancel();
     if (m_run) {
+        m_run->abandoned = true;
         m_run->onProgress = nullptr;
         m_run->onDone = nullptr;
     }
@@ -40,39 +41,50 @@ BackgroundJob::~BackgroundJob() {
 
 void BackgroundJob::start(Work work, std::function<void()> onProgress,
                           std::function<void(bool)> onDone) {
-    m_run = std::make_shared<Run>();
-    m_run->onProgress = std::move(onProgress);
-    m_run->onDone = [this, done = std::move(onDone)](bool isWhole) {
+    const auto run = std::make_shared<Run>();
+    run->onProgress = std::move(onProgress);
+    run->onDone = [this, done = std::move(onDone)](bool isWhole) {
         finish();
         done(isWhole);
     };
+    // Made here, where running out of memory still leaves everything as it was.
+    const std::function<void()> ending = [run] { end(*run); };
     try {
-        m_thread = std::thread(
-            [run = m_run, work = std::move(work), &loop = m_loop] { perform(run, work, loop); });
-    } catch (const std::system_error&) {
-        m_loop.post([run = m_run] { end(*run, false); });
+        m_thread = std::thread([run, ending, work = std::move(work), &loop = m_loop] {
+            perform(run, work, loop, ending);
+        });
+    } catch (const std::exception&) {
+        m_loop.post(ending); // no thread or no memory
     }
+    m_run = run;
 }
 
 void BackgroundJob::perform(const std::shared_ptr<Run>& run, const Work& work,
-                            platform::EventLoop& loop) {
-    bool isWhole = false;
+                            platform::EventLoop& loop, const std::function<void()>& ending) {
     try {
         Control control(run, loop);
         work(control);
-        isWhole = true;
+        run->isWhole = true;
     } catch (const std::exception&) {
-        isWhole = false;
+        run->isWhole = false;
     }
-    loop.post([run, isWhole] { end(*run, isWhole); });
+    // The window waits for this one call, so it is repeated while there is no memory for it.
+    while (!run->abandoned) {
+        try {
+            loop.post(ending);
+            return;
+        } catch (const std::exception&) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+    }
 }
 
-void BackgroundJob::end(Run& run, bool isWhole) {
+void BackgroundJob::end(Run& run) {
     // The callback may destroy the job and thereby the member that holds the callback.
     const auto done = std::exchange(run.onDone, nullptr);
     run.onProgress = nullptr;
     if (done) {
-        done(isWhole);
+        done(run.isWhole);
     }
 }
 

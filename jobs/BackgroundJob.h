@@ -45,7 +45,8 @@ public:
 
     /// Calls `work` on the thread, `onProgress` now and then, and `onDone` once, when isRunning()
     /// is false again: with false when there is no thread or the work threw. Both are called on the
-    /// UI thread. `onDone` may destroy this object. Not while a job is running.
+    /// UI thread. `onDone` may destroy this object. Not while a job is running. Throws, with
+    /// nothing started, when there is no memory for the job itself.
     void start(Work work, std::function<void()> onProgress, std::function<void(bool)> onDone);
     void cancel();
     [[nodiscard]] bool isRunning() const { return m_run != nullptr; }
@@ -55,15 +56,17 @@ private:
     struct Run {
         std::atomic<bool> cancelled{false};
         std::atomic<bool> reported{false};
+        std::atomic<bool> abandoned{false};
+        bool isWhole = false; ///< set by the thread before it posts the end
         // UI thread only, empty once abandoned.
         std::function<void()> onProgress;
         std::function<void(bool)> onDone;
     };
 
     static void perform(const std::shared_ptr<Run>& run, const Work& work,
-                        platform::EventLoop& loop);
+                        platform::EventLoop& loop, const std::function<void()>& ending);
     /// On the UI thread again.
-    static void end(Run& run, bool isWhole);
+    static void end(Run& run);
     void finish();
 
     platform::EventLoop& m_loop;

@@ -5,6 +5,7 @@
 #include <latch>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -35,9 +36,15 @@ public:
     }
     void post(std::function<void()> task) override {
         const std::scoped_lock lock(m_mutex);
+        if (failures > 0) {
+            --failures;
+            throw std::bad_alloc();
+        }
         m_tasks.push_back(std::move(task));
         m_posted.notify_one();
     }
+
+    int failures = 0; ///< how many tasks find no memory; set while no job is running
 
 private:
     std::mutex m_mutex;
@@ -78,6 +85,7 @@ TEST_F(BackgroundJobTest, ReportsTheLatestProgressAndTheEndOnce) {
     EXPECT_TRUE(m_shown >= 1 && m_shown <= 1000);
     start([](auto&) { throw std::runtime_error("no memory"); });
     EXPECT_FALSE(finish());
+    m_loop.failures = 2;
     start([](auto& control) {
         while (!control.isCancelled()) {
         }
