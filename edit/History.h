@@ -19,11 +19,11 @@
 #pragma once
 
 #include <algorithm>
-#include <cassert>
 #include <concepts>
 #include <cstddef>
 #include <deque>
 #include <exception>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -63,24 +63,34 @@ public:
 
     /// A step in progress: everything from pressing a button or key to releasing it. Destroying it
     /// without commit undoes everything. A gesture that begins while another is open becomes part
-    /// of that one and must end before it. Must not outlive the history.
+    /// of that one and must end before it. Must not outlive the history. Does nothing any more
+    /// once the history was cleared.
     class Gesture {
     public:
         Gesture(Gesture&& other) noexcept
-            : m_history(std::exchange(other.m_history, nullptr)), m_mark(other.m_mark) {}
+            : m_history(std::exchange(other.m_history, nullptr)), m_mark(other.m_mark),
+              m_contents(other.m_contents) {}
         Gesture& operator=(Gesture&&) = delete;
         Gesture(const Gesture&) = delete;
         Gesture& operator=(const Gesture&) = delete;
         ~Gesture() { cancel(); }
 
         /// Applies the operation. If it throws, nothing has changed.
-        void run(Operation operation) { m_history->run(std::move(operation), m_mark); }
+        void run(Operation operation) {
+            if (isOpen()) {
+                m_history->run(std::move(operation), m_mark);
+            }
+        }
         /// Notifies listeners of the changes so far, for gestures that span
         /// several events.
-        void announce() { m_history->announce(); }
+        void announce() {
+            if (isOpen()) {
+                m_history->announce();
+            }
+        }
         /// Ends the gesture. The outermost one becomes a step unless it is empty.
         void commit() {
-            const bool isStep = m_history->endGesture();
+            const bool isStep = isOpen() && m_history->endGesture();
             History* history = std::exchange(m_history, nullptr);
             if (isStep) {
                 history->announceAlways();
@@ -88,17 +98,24 @@ public:
         }
         /// Undoes everything and ends the gesture. Does nothing after a commit.
         void cancel() noexcept {
-            if (History* history = std::exchange(m_history, nullptr)) {
+            const bool wasOpen = isOpen();
+            History* history = std::exchange(m_history, nullptr);
+            if (wasOpen) {
                 history->dropGesture(m_mark);
             }
         }
 
     private:
         friend class History;
-        Gesture(History& history, std::size_t mark) : m_history(&history), m_mark(mark) {}
+        Gesture(History& history, std::size_t mark)
+            : m_history(&history), m_mark(mark), m_contents(history.m_contents) {}
+        [[nodiscard]] bool isOpen() const noexcept {
+            return m_history != nullptr && m_history->m_contents == m_contents;
+        }
 
         History* m_history;
-        std::size_t m_mark; ///< number of operations that belong to enclosing gestures
+        std::size_t m_mark;     ///< number of operations that belong to enclosing gestures
+        std::size_t m_contents; ///< of the model, when the gesture began
     };
 
     explicit History(Model& model, Limits limits = {}) : m_model(model), m_limits(limits) {}
@@ -123,7 +140,8 @@ public:
     /// Listeners are called once at the end of each gesture, undo and redo, and by
     /// Gesture::announce. Each change is listed once. The list is empty if all changes of a
     /// finished step were announced before: only undoLabel() and the like have changed then. A
-    /// listener may make edits, which discards the steps that could be redone.
+    /// listener may make edits, which discards the steps that could be redone; they are announced
+    /// together, once all listeners have heard of the changes before.
     [[nodiscard]] Subscription observe(Listener listener) {
         return m_observers.add(std::move(listener));
     }
@@ -135,7 +153,7 @@ public:
         }
         Step& step = m_steps[m_position - 1];
         collect(step.operations);
-        revert(step.operations, 0);
+        revert(step.operations, 0, step.operations.size());
         --m_position;
         announceAlways();
         return true;
@@ -146,8 +164,14 @@ public:
         }
         Step& step = m_steps[m_position];
         collect(step.operations);
-        for (Operation& operation : step.operations) {
-            operation.apply(m_model);
+        std::size_t applied = 0;
+        try {
+            for (; applied < step.operations.size(); ++applied) {
+                step.operations[applied].apply(m_model);
+            }
+        } catch (...) {
+            revert(step.operations, 0, applied);
+            throw;
         }
         ++m_position;
         announceAlways();
@@ -172,9 +196,11 @@ public:
     /// Approximate memory use of all steps.
     [[nodiscard]] std::size_t bytes() const { return m_bytes; }
     /// Drops all steps because the model's contents were replaced, and notifies listeners of
-    /// `changes`. No gesture may be open.
+    /// `changes`. An open gesture ends with them; its operations are not reverted.
     void clear(Changes changes) {
-        assert(m_depth == 0);
+        ++m_contents;
+        m_open.reset();
+        m_depth = 0;
         m_steps.clear();
         m_position = 0;
         m_bytes = 0;
@@ -234,7 +260,7 @@ private:
         }
     }
     void dropGesture(std::size_t mark) noexcept {
-        revert(m_open->operations, mark);
+        revert(m_open->operations, mark, m_open->operations.size());
         m_open->operations.erase(m_open->operations.begin() + static_cast<std::ptrdiff_t>(mark),
                                  m_open->operations.end());
         if (--m_depth > 0) {
@@ -246,8 +272,8 @@ private:
             m_changes.clear(); // out of memory: listeners cannot be notified
         }
     }
-    void revert(std::vector<Operation>& operations, std::size_t from) noexcept {
-        for (std::size_t index = operations.size(); index > from; --index) {
+    void revert(std::vector<Operation>& operations, std::size_t from, std::size_t to) noexcept {
+        for (std::size_t index = to; index > from; --index) {
             operations[index - 1].revert(m_model);
         }
     }
@@ -270,9 +296,26 @@ private:
         }
     }
     void announceAlways() {
-        // Listeners may make edits or destroy the history.
-        const Changes changes = std::exchange(m_changes, {});
-        m_observers.notify(changes);
+        *m_hasNews = true;
+        if (m_isNotifying) {
+            return; // called by a listener: the call below announces this as well
+        }
+        // Listeners may destroy the history.
+        const std::weak_ptr<bool> hasNews = m_hasNews;
+        m_isNotifying = true;
+        try {
+            while (!hasNews.expired() && *m_hasNews) {
+                *m_hasNews = false;
+                const Changes changes = std::exchange(m_changes, {});
+                m_observers.notify(changes);
+            }
+        } catch (...) {
+            m_isNotifying = false; // out of memory, so before any listener was called
+            throw;
+        }
+        if (!hasNews.expired()) {
+            m_isNotifying = false;
+        }
     }
 
     Model& m_model;
@@ -283,7 +326,11 @@ private:
     std::size_t m_bytes = 0;
     std::optional<Step> m_open;
     int m_depth = 0;
-    Changes m_changes; ///< not yet announced
+    std::size_t m_contents = 0; ///< counts how often the model's contents were replaced
+    Changes m_changes;          ///< not yet announced
+    /// Whether listeners are to be called; shared so that its end is seen.
+    std::shared_ptr<bool> m_hasNews = std::make_shared<bool>(false);
+    bool m_isNotifying = false;
 };
 
 } // namespace edit

@@ -1,6 +1,8 @@
 // Steps, gestures and listeners of the history of edits, on a model of three numbers.
 #include <array>
 #include <cstddef>
+#include <memory>
+#include <new>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -32,11 +34,23 @@ struct Reverse {
     [[nodiscard]] static std::vector<std::size_t> changes() { return {0, 2}; }
     [[nodiscard]] static std::size_t bytes() { return 1; }
 };
+/// As if memory ran out for the redo.
+struct Once {
+    int calls = 0;
+    void apply(Model&) {
+        if (++calls > 1) {
+            throw std::bad_alloc();
+        }
+    }
+    void revert(Model&) noexcept {}
+    [[nodiscard]] static std::vector<std::size_t> changes() { return {1}; }
+    [[nodiscard]] static std::size_t bytes() { return 1; }
+};
 struct Edits {
     using Model = ::Model;
     using Change = std::size_t;
     using Label = std::string;
-    using Operation = edit::OneOf<Model, Change, Put, Reverse>;
+    using Operation = edit::OneOf<Model, Change, Put, Reverse, Once>;
 };
 using History = edit::History<Edits>;
 using Notices = std::vector<std::vector<std::size_t>>;
@@ -111,6 +125,47 @@ TEST_F(HistoryTest, WhatIsNotCommittedIsTakenBack) {
     EXPECT_TRUE(m_history.redo()) << "nothing was done since the undo";
     EXPECT_EQ(m_model, (Model{4, 2, 3}));
     EXPECT_EQ(m_history.size(), 1U);
+
+    auto cut = m_history.begin("cut");
+    cut.run(Put{1, 8});
+    m_notices.clear();
+    m_history.clear({2}); // the 8 belongs to the new contents
+    m_history.run("put", Put{0, 5});
+    cut.run(Put{0, 6});
+    cut.announce();
+    cut.cancel();
+    EXPECT_EQ(m_model, (Model{5, 8, 3}));
+    EXPECT_EQ(m_notices, (Notices{{2}, {0}}));
+    EXPECT_TRUE(m_history.undo());
+
+    auto two = m_history.begin("two");
+    two.run(Put{0, 7});
+    two.run(Once{});
+    two.commit();
+    m_history.undo();
+    EXPECT_THROW(m_history.redo(), std::bad_alloc);
+    EXPECT_EQ(m_model, (Model{4, 8, 3}));
+}
+
+TEST(HistoryNotices, EveryListenerHearsOfTheChangesInTheirOrder) {
+    Model model{};
+    auto history = std::make_unique<History>(model);
+    Notices later;
+    const edit::Subscription editor = history->observe([&](const auto& changes) {
+        if (changes == std::vector<std::size_t>{0}) {
+            history->run("put", Put{1, 1});
+            history->run("put", Put{2, 1});
+        } else if (changes.empty()) {
+            history.reset();
+        }
+    });
+    const edit::Subscription reader =
+        history->observe([&](const auto& changes) { later.push_back(changes); });
+    history->run("put", Put{0, 1});
+    EXPECT_EQ(later, (Notices{{0}, {1, 2}}));
+    history->clear({});
+    EXPECT_EQ(history, nullptr);
+    EXPECT_EQ(later, (Notices{{0}, {1, 2}, {}}));
 }
 
 TEST(HistoryLimits, TheOldestStepsGoFirst) {
