@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <iterator>
+#include <utility>
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "toolkit/controls/COptionUI.h"
@@ -79,12 +80,18 @@ bool PointTools::press(Point position) {
         return false;
     }
     const Rule& rule = ruleOf(m_tool);
-    m_session.beginGesture({rule.step, zone, frame});
-    use(zone, frame, control->view().toDisplay(position));
-    if (rule.holds) {
-        m_controls.manager().SetCapture();
-        m_isHeld = true;
-    } else {
+    m_isHeld = rule.holds;
+    if (m_isHeld) {
+        m_controls.manager().SetCapture(); // may lose it at once: then this is a click
+    }
+    try {
+        beginStep(rule.step, {zone, frame});
+        use(zone, frame, control->view().toDisplay(position));
+    } catch (...) { // out of memory: the next edit must not become part of this step
+        cancelStep();
+        throw;
+    }
+    if (!m_isHeld) {
         m_session.endGesture();
     }
     if (rule.next != m_tool) {
@@ -114,10 +121,15 @@ bool PointTools::move(Point position) {
     if (control == nullptr) {
         return false;
     }
-    const int zone = m_session.context().currentZone;
-    if (m_tool == Tool::movePoint && zone >= 0 && control->GetPos().contains(position)) {
+    const Place place{m_session.context().currentZone, m_video.frame()};
+    if (m_tool == Tool::movePoint && place.zone >= 0 && control->GetPos().contains(position)) {
+        // Keys work while the button is down. What they change is not part of the drag, which goes
+        // on wherever they led to.
+        if (place != m_place || !m_session.inGesture()) {
+            beginStep(StepLabel::Name::movePoint, place);
+        }
         const Point at = control->view().toDisplay(position);
-        m_session.moveSelectedPoint(zone, m_video.frame(), at.x, at.y);
+        m_session.moveSelectedPoint(place.zone, place.frame, at.x, at.y);
     }
     m_video.repaintZoneNow();
     return true;
@@ -133,6 +145,18 @@ bool PointTools::release(Point position) {
     endStep();
     m_controls.manager().ReleaseCapture();
     return true;
+}
+
+void PointTools::beginStep(StepLabel::Name name, Place place) {
+    m_session.beginGesture({name, place.zone, place.frame});
+    m_place = place;
+}
+
+void PointTools::cancelStep() {
+    m_session.cancelGesture();
+    if (std::exchange(m_isHeld, false)) {
+        m_controls.manager().ReleaseCapture();
+    }
 }
 
 void PointTools::endStep() {

@@ -1,5 +1,6 @@
 // The four point tools: which one is chosen, and what the mouse does with it on the picture. A
-// press of the button up to its release is one step of the session. Part of the zone editor.
+// press of the button up to its release is one step of the session; one more begins when a key
+// edits something else, or chooses another zone or frame, meanwhile. Part of the zone editor.
 #pragma once
 
 #include <string_view>
@@ -19,12 +20,18 @@ public:
     void showAll() { choose(Tool::movePoint); }
     /// The author pressed the option of that name. False when it is no tool's.
     bool choose(std::u16string_view option);
-    /// True when the event was dealt with.
+    /// True when the event was handled.
     bool handle(const platform::Event& event);
 
 private:
     enum class Tool { movePoint = 0, addPoint = 1, addMultiPoint = 2, deletePoint = 3 };
     struct Rule;
+    struct Place {
+        int zone = -1;
+        int frame = -1;
+
+        bool operator==(const Place&) const = default;
+    };
 
     [[nodiscard]] static const Rule& ruleOf(Tool tool);
     void choose(Tool tool);
@@ -32,6 +39,8 @@ private:
     void use(int zone, int frame, platform::Point at);
     bool move(platform::Point position);
     bool release(platform::Point position);
+    void beginStep(zone::StepLabel::Name name, Place place);
+    void cancelStep();
     void endStep();
 
     ui::Controls m_controls;
@@ -39,6 +48,7 @@ private:
     zone::ZoneSession& m_session;
     Tool m_tool = Tool::movePoint;
     bool m_isHeld = false; ///< the button is down, and the mouse ours
+    Place m_place;         ///< of the step in progress
 };
 
 } // namespace zoneedit

@@ -93,7 +93,7 @@ void ZoneSession::addZone(const std::string& name, int frameCount) {
     const std::shared_ptr<Zone> zone = Zone::create(frameCount);
     zone->setName(name);
     const int index = zones().zoneCount();
-    m_lastMove = {};
+    endGesture();
     run({Name::addZone, index}, ListZone(index, zone));
 }
 
@@ -102,7 +102,7 @@ void ZoneSession::removeZone(int zone) {
         m_model.zones->removeZone(zone); // which says so in the log
         return;
     }
-    m_lastMove = {};
+    endGesture();
     run({Name::removeZone, zone}, ListZone(zone, nullptr));
 }
 
@@ -111,12 +111,13 @@ void ZoneSession::renameZone(int zone, const std::string& name) {
         m_model.zones->setZoneName(zone, name); // which says so in the log
     } else if (const std::string stored = Zone::storedName(name);
                stored != zones().zone(zone)->name()) {
-        m_lastMove = {};
+        endGesture();
         run({Name::rename, zone}, RenameZone(zone, stored));
     }
 }
 
 void ZoneSession::setActive(int zone, int frame, bool active) {
+    endGesture();
     edit({Name::active, zone, frame}, spreadFrom(zone, frame),
          [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
              zones.setActive(context, zone, frame, active, changes);

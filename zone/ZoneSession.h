@@ -60,18 +60,20 @@ public:
     void endMove(int zone, int frame, int x, int y) const { zones().endMove(zone, frame, x, y); }
 
     /// Everything up to endGesture becomes one step of that name, or none when nothing was done.
-    /// Meant for a press of the mouse up to its release, a key held down, a name typed.
+    /// Meant for a press of the mouse up to its release.
     void beginGesture(StepLabel label);
     void endGesture();
     /// Takes back what was done since beginGesture.
     void cancelGesture();
     [[nodiscard]] bool inGesture() const { return m_gesture.has_value(); }
 
+    // Never part of a gesture, which they end.
     /// Appends a zone without shapes and makes it the current one.
     void addZone(const std::string& name, int frameCount);
     void removeZone(int zone);
     void renameZone(int zone, const std::string& name);
     void setActive(int zone, int frame, bool active);
+
     void moveSelectedPoint(int zone, int frame, int x, int y);
     void addPoint(int zone, int frame, int x, int y);
     void deletePoint(int zone, int frame, int x, int y);
@@ -81,7 +83,8 @@ public:
     std::optional<StepLabel> redo();
     [[nodiscard]] const StepLabel* undoLabel() const { return m_history.undoLabel(); }
     [[nodiscard]] const StepLabel* redoLabel() const { return m_history.redoLabel(); }
-    /// The listener is called after each operation, undo and redo.
+    /// The listener is called after each operation, undo and redo, and once more when a gesture
+    /// has become a step.
     [[nodiscard]] edit::Subscription observe(History::Listener listener);
     [[nodiscard]] const History& history() const { return m_history; }
 
@@ -98,7 +101,7 @@ private:
     [[nodiscard]] FrameRange allFrames(int zone) const;
     [[nodiscard]] FrameRange spreadFrom(int zone, int frame) const;
 
-    /// What a moved handle goes by: a drag's moves differ in their place alone.
+    /// What a moved handle depends on: a drag's moves differ in their place alone.
     struct Move {
         int zone = -1;
         int frame = -1;

@@ -2,6 +2,8 @@
 #include <vector>
 
 #include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/COptionUI.h"
 #include "zone/Zone.h"
 
 namespace {
@@ -134,6 +136,33 @@ TEST_F(ZoneEditMouse, APressUpToItsReleaseIsOneStep) {
             EXPECT_EQ(zone::describe(*m_window->session().undoLabel()), c.step);
         }
     }
+}
+
+TEST_F(ZoneEditMouse, WhatKeysChangeWhileTheButtonIsDownIsNoPartOfTheDrag) {
+    drawTriangle();
+    goTo(4);
+    const std::size_t steps = m_window->session().history().size();
+    const auto dragTo = [this](int x) {
+        m_driver->hover(at(x, 110));
+        EXPECT_EQ(points(editing().currentZone, 0), kTriangle);
+    };
+    m_driver->send(EventKind::mouseDown, at(300, 100));
+    dragTo(310);
+    dragTo(315);
+    m_driver->press(platform::Key::right);
+    dragTo(320);
+    (void)m_driver->get<toolkit::COptionUI>(u"OptionToggleActive").Activate();
+    dragTo(330);
+    (void)m_driver->get<toolkit::CButtonUI>(u"ButtonAddZone").Activate();
+    (void)m_driver->get<toolkit::CComboUI>(u"ComboZone").SelectItem(0);
+    dragTo(340);
+    m_driver->send(EventKind::mouseUp, at(340, 110));
+    EXPECT_EQ(points(0, 4)[1], (Point{315, 110}));
+    EXPECT_EQ(points(0, 5)[1], (Point{340, 110}));
+    const auto& history = m_window->session().history();
+    EXPECT_EQ(history.size(), steps + 6);
+    EXPECT_EQ(history.undoLabel()->name, zone::StepLabel::Name::movePoint);
+    EXPECT_EQ(history.undoLabel()->frame, 5);
 }
 
 TEST_F(ZoneEditMouse, DeleteTakesThePointUnderTheMouseOnEveryFrameThatHasOneThere) {

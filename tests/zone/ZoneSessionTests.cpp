@@ -127,8 +127,9 @@ void ZoneSessionTest::randomEdit() {
             }
         },
     };
-    const int rare = m_random.below(10) == 0 ? 0 : 2;
-    edits[rare + m_random.below(static_cast<int>(std::size(edits)) - rare)]();
+    constexpr int kFirstForGestures = 4; // those before it end one
+    const int first = s.inGesture() ? kFirstForGestures : m_random.below(10) == 0 ? 0 : 2;
+    edits[first + m_random.below(static_cast<int>(std::size(edits)) - first)]();
 }
 
 /// An edit, or a gesture of several.
@@ -218,6 +219,24 @@ TEST_F(ZoneSessionTest, AGestureIsOneStepNamedByWhatItBeganWith) {
     m_session->deletePoint(0, 40, 100, 100);
     m_session->renameZone(0, "Zone 1");
     EXPECT_EQ(m_session->history().position(), 2U) << "what changes nothing is none";
+    const std::function<void()> others[] = {
+        [&] { m_session->addZone("Zone 2", m_frames); },
+        [&] { m_session->renameZone(1, "Z"); },
+        [&] { m_session->setActive(1, 3, false); },
+        [&] { m_session->removeZone(1); },
+    };
+    for (const auto& edit : others) {
+        m_session->beginGesture({Name::movePoint, 0, 40});
+        m_session->moveSelectedPoint(0, 40, 20, 5);
+        edit();
+        EXPECT_FALSE(m_session->inGesture());
+        m_session->undo();
+        EXPECT_EQ(m_session->undo(), (StepLabel{Name::movePoint, 0, 40}));
+        edit();
+    }
+    while (m_session->history().position() > 2) {
+        m_session->undo();
+    }
     EXPECT_EQ(m_session->undo(), (StepLabel{Name::addPoint, 0, 31}));
     EXPECT_EQ(m_session->undo(), (StepLabel{Name::addZone, 0}));
     EXPECT_EQ(zone::describe(*m_session->redoLabel()), "add zone");
