@@ -47,11 +47,12 @@ bool Branch::loadChildren(const tinyxml2::XMLElement& element) {
     return true;
 }
 
-std::shared_ptr<Action> Branch::action(int index) const {
-    if (index < 0 || index >= actionCount()) {
-        return nullptr;
-    }
-    return m_actions[static_cast<std::size_t>(index)];
+std::shared_ptr<const Action> Branch::action(int index) const {
+    return hasAction(index) ? m_actions[static_cast<std::size_t>(index)] : nullptr;
+}
+
+std::shared_ptr<Action> Branch::action(int index) {
+    return hasAction(index) ? m_actions[static_cast<std::size_t>(index)] : nullptr;
 }
 
 void Branch::addAction(const std::shared_ptr<Action>& action) {

@@ -24,10 +24,11 @@ public:
     [[nodiscard]] const std::string& Filename() const { return m_filename; }
     void SetFilename(const std::string& filename) { m_filename = filename; }
 
-    [[nodiscard]] const std::vector<std::shared_ptr<Action>>& actions() const { return m_actions; }
+    [[nodiscard]] const std::vector<std::shared_ptr<Action>>& actions() { return m_actions; }
     [[nodiscard]] int actionCount() const { return static_cast<int>(m_actions.size()); }
     /// Empty if out of range.
-    [[nodiscard]] std::shared_ptr<Action> action(int index) const;
+    [[nodiscard]] std::shared_ptr<const Action> action(int index) const;
+    [[nodiscard]] std::shared_ptr<Action> action(int index);
     /// Appends; an empty pointer is ignored.
     void addAction(const std::shared_ptr<Action>& action);
     /// Inserts at `index`, which may be the end. An empty pointer or other index is ignored.
@@ -47,6 +48,7 @@ public:
     void swapFilename(std::string& filename) noexcept { m_filename.swap(filename); }
 
 private:
+    [[nodiscard]] bool hasAction(int index) const { return index >= 0 && index < actionCount(); }
     [[nodiscard]] bool loadChildren(const tinyxml2::XMLElement& element);
 
     std::string m_id;

@@ -54,7 +54,7 @@ void BranchManager::append(const std::shared_ptr<Branch>& branch) {
     insertBranch(branchCount(), branch);
 }
 
-std::shared_ptr<Branch> BranchManager::branch(int index) const {
+std::shared_ptr<Branch> BranchManager::at(int index) const {
     return index >= 0 && index < branchCount() ? m_branches[static_cast<std::size_t>(index)]
                                                : nullptr;
 }
@@ -82,7 +82,7 @@ void BranchManager::branchIDs(std::vector<std::string>& ids) const {
 }
 
 std::shared_ptr<Branch> BranchManager::checkedBranch(int index, int line) const {
-    std::shared_ptr<Branch> found = branch(index);
+    std::shared_ptr<Branch> found = at(index);
     if (!found) {
         reportInvalidIndex(line);
     }
@@ -120,7 +120,7 @@ void BranchManager::setBranchFilename(int index, const std::string& filename) {
     }
 }
 
-void BranchManager::branchActions(int index, std::vector<std::shared_ptr<Action>>& actions) const {
+void BranchManager::branchActions(int index, std::vector<std::shared_ptr<Action>>& actions) {
     actions.clear();
     if (const std::shared_ptr<Branch> branch = checkedBranch(index, kBranchActionsLine)) {
         actions = branch->actions();
@@ -139,7 +139,7 @@ void BranchManager::removeAction(int index, int actionIndex) {
     }
 }
 
-std::shared_ptr<Action> BranchManager::action(int index, int actionIndex) const {
+std::shared_ptr<Action> BranchManager::action(int index, int actionIndex) {
     const auto branch = checkedBranch(index, actionIndex, kActionLine);
     return branch ? branch->action(actionIndex) : nullptr;
 }

@@ -28,7 +28,8 @@ public:
 
     [[nodiscard]] int branchCount() const { return static_cast<int>(m_branches.size()); }
     /// Empty if out of range; logs nothing.
-    [[nodiscard]] std::shared_ptr<Branch> branch(int index) const;
+    [[nodiscard]] std::shared_ptr<const Branch> branch(int index) const { return at(index); }
+    [[nodiscard]] std::shared_ptr<Branch> branch(int index) { return at(index); }
     /// Inserts at `index`, which may be the end. An empty pointer or other index is ignored.
     void insertBranch(int index, const std::shared_ptr<Branch>& branch);
     // An index out of range is ignored and not logged.
@@ -44,16 +45,17 @@ public:
     [[nodiscard]] std::string branchFilename(int index) const;
     void setBranchFilename(int index, const std::string& filename);
     /// Replaces what `actions` held.
-    void branchActions(int index, std::vector<std::shared_ptr<Action>>& actions) const;
+    void branchActions(int index, std::vector<std::shared_ptr<Action>>& actions);
     void addAction(int index, const std::shared_ptr<Action>& action);
     void removeAction(int index, int actionIndex);
-    [[nodiscard]] std::shared_ptr<Action> action(int index, int actionIndex) const;
+    [[nodiscard]] std::shared_ptr<Action> action(int index, int actionIndex);
 
     /// Writes every branch in list order. Stops with false at the first failed write.
     [[nodiscard]] bool Write(core::File& file) const;
     [[nodiscard]] bool writeTo(LineSink& sink) const;
 
 private:
+    [[nodiscard]] std::shared_ptr<Branch> at(int index) const;
     /// Empty, and logged with `line`, if there is no such branch.
     [[nodiscard]] std::shared_ptr<Branch> checkedBranch(int index, int line) const;
     /// The same if the branch has no such action.

@@ -106,9 +106,9 @@ void SceneManager::setBranchFilename(int index, const std::string& filename) {
     }
 }
 
-void SceneManager::branchActions(int index, std::vector<std::shared_ptr<Action>>& actions) const {
+void SceneManager::branchActions(int index, std::vector<std::shared_ptr<Action>>& actions) {
     actions.clear();
-    if (const BranchManager* branches = checkedManager(kBranchActionsLine)) {
+    if (BranchManager* branches = checkedManager(kBranchActionsLine)) {
         branches->branchActions(index, actions);
     }
 }
@@ -125,8 +125,8 @@ void SceneManager::removeAction(int index, int actionIndex) {
     }
 }
 
-std::shared_ptr<Action> SceneManager::action(int index, int actionIndex) const {
-    const BranchManager* branches = checkedManager(kActionLine);
+std::shared_ptr<Action> SceneManager::action(int index, int actionIndex) {
+    BranchManager* branches = checkedManager(kActionLine);
     return branches ? branches->action(index, actionIndex) : nullptr;
 }
 

@@ -63,15 +63,17 @@ public:
     [[nodiscard]] std::string branchFilename(int index) const;
     void setBranchFilename(int index, const std::string& filename);
     /// Replaces what `actions` held.
-    void branchActions(int index, std::vector<std::shared_ptr<Action>>& actions) const;
+    void branchActions(int index, std::vector<std::shared_ptr<Action>>& actions);
     void addAction(int index, const std::shared_ptr<Action>& action);
     void removeAction(int index, int actionIndex);
-    [[nodiscard]] std::shared_ptr<Action> action(int index, int actionIndex) const;
+    [[nodiscard]] std::shared_ptr<Action> action(int index, int actionIndex);
+
+    /// Null if there is none.
+    [[nodiscard]] const BranchManager* branches() const { return m_branchManager.get(); }
 
     // For SceneSession.
     void swapFirstBranch(std::string& id) noexcept { m_firstBranch.swap(id); }
-    /// Null if there is none.
-    [[nodiscard]] BranchManager* branches() const { return m_branchManager.get(); }
+    [[nodiscard]] BranchManager* branches() { return m_branchManager.get(); }
 
 private:
     /// Null, and logged with `line`, if there is none.

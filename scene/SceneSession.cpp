@@ -82,7 +82,7 @@ Action SceneSession::action(int branch, int action) const {
 }
 
 std::shared_ptr<Branch> SceneSession::branchAt(int index) const {
-    const BranchManager* branches = m_scene->branches();
+    BranchManager* branches = m_scene->branches();
     return branches != nullptr ? branches->branch(index) : nullptr;
 }
 

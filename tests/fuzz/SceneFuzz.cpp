@@ -23,9 +23,9 @@ bool isPlain(const scene::SceneManager& manager) {
     std::vector<std::string> texts{manager.Name(), manager.FirstBranch()};
     for (int index = 0; index < manager.branchCount(); ++index) {
         texts.insert(texts.end(), {manager.branchID(index), manager.branchFilename(index)});
-        std::vector<std::shared_ptr<scene::Action>> actions;
-        manager.branchActions(index, actions);
-        for (const auto& action : actions) {
+        const auto branch = manager.branches()->branch(index);
+        for (int number = 0; number < branch->actionCount(); ++number) {
+            const auto action = branch->action(number);
             texts.insert(texts.end(), {action->Parameter(), action->BranchID()});
         }
     }

@@ -10,9 +10,9 @@ std::string shown(const scene::SceneManager& scene) {
     std::string text = scene.Name() + "|" + scene.FirstBranch();
     for (int branch = 0; branch < scene.branchCount(); ++branch) {
         text += " [" + scene.branchID(branch) + "," + scene.branchFilename(branch);
-        std::vector<std::shared_ptr<scene::Action>> actions;
-        scene.branchActions(branch, actions);
-        for (const auto& action : actions) {
+        const auto shown = scene.branches()->branch(branch);
+        for (int index = 0; index < shown->actionCount(); ++index) {
+            const auto action = shown->action(index);
             text += " " + std::to_string(action->Type()) + "'" + action->Parameter() + "'" +
                     action->BranchID() + (action->Immediate() ? "!" : "");
         }

@@ -2,6 +2,7 @@
 // changed.
 #include <algorithm>
 #include <functional>
+#include <type_traits>
 #include <utility>
 
 #include "scene/SceneSession.h"
@@ -189,6 +190,10 @@ TEST_F(SceneSessionTest, RandomEditsGoBackToTheStartAndForthToTheEnd) {
     EXPECT_EQ(saved(), endFile);
     (void)testing::internal::GetCapturedStderr();
 }
+
+// What a window reads of the scene it cannot edit past the session.
+using ReadAction = decltype(*std::declval<SceneSession>().scene().branches()->branch(0)->action(0));
+static_assert(std::is_const_v<std::remove_reference_t<ReadAction>>);
 
 TEST_F(SceneSessionTest, StepsSayWhatAndWhereAndNameWhatTheyChange) {
     using Session = SceneSession;

@@ -21,10 +21,9 @@ void printBranch(Json& json, const scene::SceneManager& manager, int index) {
     json.key("id").value(manager.branchID(index));
     json.key("filename").value(manager.branchFilename(index));
     json.key("actions").beginArray();
-    std::vector<std::shared_ptr<scene::Action>> actions;
-    manager.branchActions(index, actions);
-    for (const std::shared_ptr<scene::Action>& action : actions) {
-        printAction(json, *action);
+    const std::shared_ptr<const scene::Branch> branch = manager.branches()->branch(index);
+    for (int action = 0; action < branch->actionCount(); ++action) {
+        printAction(json, *branch->action(action));
     }
     json.endArray();
     json.endObject();
