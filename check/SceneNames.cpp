@@ -47,4 +47,10 @@ std::optional<Finding> firstUnreadableName(const scene::SceneManager& scene) {
     return std::nullopt;
 }
 
+bool hasUnreadableName(const scene::SceneManager& scene, int branch) {
+    const scene::BranchManager* branches = scene.branches();
+    const auto checked = branches != nullptr ? branches->branch(branch) : nullptr;
+    return checked && checkBranch(*checked, branch);
+}
+
 } // namespace check

@@ -18,5 +18,7 @@ namespace check {
 /// The first such name in file order: the scene's, the first branch's, a branch's, a video's, a
 /// parameter or a target. Empty if there is none.
 [[nodiscard]] std::optional<Finding> firstUnreadableName(const scene::SceneManager& scene);
+/// Whether that branch has one. False if there is no such branch.
+[[nodiscard]] bool hasUnreadableName(const scene::SceneManager& scene, int branch);
 
 } // namespace check

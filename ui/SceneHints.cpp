@@ -102,19 +102,22 @@ std::u16string unlistedHint(std::string_view name) {
     if (name.find_first_of("/\\") != std::string_view::npos) {
         return u"/ and \\ make folders inside folders; the scene will not be in the list.";
     }
-    return name == ".." ? u".. leads out of the scenes folder; the scene will not be in the list."
-                        : u"Without a name the scene will not be in the list.";
+    if (name == "..") {
+        return u".. leads out of the scenes folder; the scene will not be in the list.";
+    }
+    return name == "." ? u". is the scenes folder itself; the scene will not be in the list."
+                       : u"Without a name the scene will not be in the list.";
 }
 
 std::u16string nothingToEditText(int place) {
-    return core::displayText("Nothing opened: Edit Zones goes by the place in the Video list, and "
-                             "there is no branch " +
+    return core::displayText("Edit Zones opens the video of the branch at the same position in the "
+                             "list; there is no branch " +
                              std::to_string(place + 1) + " with a video.");
 }
 
 std::u16string unreadableVideoText(const std::string& path) {
-    return core::displayText(quoted(core::fileName(path)) +
-                             " cannot be opened: the file is missing or no Theora video.");
+    return core::displayText("The video " + quoted(core::fileName(path)) +
+                             " could not be read: the file is missing or is not a Theora video.");
 }
 
 std::u16string savedText() {

@@ -42,7 +42,7 @@ inline constexpr const char16_t* kUnreadableZoneHint =
 /// Which did not come in, with the first reason, and which cannot be played; empty for none.
 [[nodiscard]] std::u16string importProblem(const jobs::ImportOutcome& outcome);
 
-/// Why Edit Zones opened nothing: it goes by the video's place in its list, counted from 0.
+/// Why Edit Zones opened nothing for the video at `place` in its list, counted from 0.
 [[nodiscard]] std::u16string nothingToEditText(int place);
 
 /// That the zone editor could not read the video `path`, whose folders are left out.

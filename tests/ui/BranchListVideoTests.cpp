@@ -132,7 +132,9 @@ TEST_F(BranchVideos, CopiesThoseThatAreNotListedAndChoosesNothing) {
     }
     EXPECT_EQ(m_driver->textOf(u"LabelProblem"),
               core::displayText("Not added: missing.ogv: " + reason + ". \"" + odd +
-                                "\" is not a Theora video and cannot be played."));
+                                "\" is not a Theora video and cannot be played. "
+                                "2 videos are in the list now; choose them for branches. "
+                                "A video of this name was in the list already."));
     // One that lies in the scene's folder already is listed and stays whole.
     writeBytes("Scenes/Fire/c.ogv", clipBytes());
     addVideos({"c.ogv", "a.ogv"}, "Scenes\\Fire\\");
@@ -229,8 +231,8 @@ TEST_F(BranchVideos, EditZonesTakesTheVideoOfTheBranchAtTheVideosPlace) {
         EXPECT_EQ(m_state.zoneEditVideo, leaves ? sceneFolder("Fire") + test.opens : "");
         EXPECT_EQ(isClosed(*m_window), leaves);
         EXPECT_TRUE(leaves || m_driver->textOf(u"LabelStatus") ==
-                                  u"Nothing opened: Edit Zones goes by the place in the Video "
-                                  u"list, and there is no branch 2 with a video.");
+                                  u"Edit Zones opens the video of the branch at the same "
+                                  u"position in the list; there is no branch 2 with a video.");
     }
     EXPECT_EQ(m_log.errors(),
               std::vector<std::string>{"..\\BranchManager.cpp:351 Invalid branch index"});
@@ -238,8 +240,8 @@ TEST_F(BranchVideos, EditZonesTakesTheVideoOfTheBranchAtTheVideosPlace) {
 
 TEST_F(BranchVideos, AVideoThatTheZoneEditorCouldNotReadIsToldOnce) {
     show(app_state::ScreenResult{sceneFolder("Fire") + "first.ogv"});
-    EXPECT_EQ(m_driver->textOf(u"LabelProblem"),
-              u"\"first.ogv\" cannot be opened: the file is missing or no Theora video.");
+    EXPECT_EQ(m_driver->textOf(u"LabelProblem"), u"The video \"first.ogv\" could not be read: "
+                                                 u"the file is missing or is not a Theora video.");
     EXPECT_TRUE(isVisible(u"LabelProblem"));
     m_driver->click(u"ButtonAddAction");
     EXPECT_FALSE(isVisible(u"LabelProblem"));

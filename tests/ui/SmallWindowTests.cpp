@@ -225,6 +225,7 @@ TEST_F(NewSceneWindow, SaysWhatTheNameWillDo) {
         {u"Slips/Trips", folders},
         {u"back\\slash", folders},
         {u"..", u".. leads out of the scenes folder; the scene will not be in the list."},
+        {u".", u". is the scenes folder itself; the scene will not be in the list."},
         {u"...", usual},
     };
     for (const auto& [name, hint] : names) {

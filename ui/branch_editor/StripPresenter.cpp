@@ -1,5 +1,7 @@
 #include "ui/branch_editor/StripPresenter.h"
 
+#include <algorithm>
+
 #include "check/SceneNames.h"
 #include "ui/SceneHints.h"
 #include "ui/branch_editor/ControlNames.h"
@@ -21,9 +23,18 @@ StripPresenter::StripPresenter(Controls controls, scene::SceneSession& session)
 void StripPresenter::changed(const scene::SceneSession::Changes& changes) {
     if (!changes.empty()) {
         m_saved.clear();
-        checkNames();
+        if (mayChangeHint(changes)) {
+            checkNames();
+        }
         update();
     }
+}
+
+bool StripPresenter::mayChangeHint(const scene::SceneSession::Changes& changes) const {
+    return !m_nameHint.empty() || std::any_of(changes.begin(), changes.end(), [&](const auto& one) {
+        return one.part != scene::SceneChange::Part::actions ||
+               check::hasUnreadableName(m_session.scene(), one.branch);
+    });
 }
 
 void StripPresenter::checkNames() {
@@ -71,9 +82,10 @@ void StripPresenter::update() {
     std::u16string problem;
     if (m_copy.empty()) {
         const std::u16string notSaved = notSavedText(m_session.scene().saveFailure());
-        // The note's own place is taken while a problem is shown.
-        problem =
-            joinSentences({m_problem, notSaved.empty() ? std::u16string() : m_note, notSaved});
+        if (!m_problem.empty() || !notSaved.empty()) {
+            // The note's own place is taken while a problem is shown.
+            problem = joinSentences({m_problem, m_note, notSaved});
+        }
     }
     const std::u16string text = m_copy.empty() ? statusText() : m_copy;
     m_controls.setText(kStatus, problem.empty() ? text : problem);

@@ -34,6 +34,8 @@ public:
 
 private:
     void changed(const scene::SceneSession::Changes& changes);
+    /// False for changes of actions alone that leave all names as good as they were.
+    [[nodiscard]] bool mayChangeHint(const scene::SceneSession::Changes& changes) const;
     /// Looks for names that break the scene's file or keep it out of the list.
     void checkNames();
     void update();
