@@ -24,7 +24,8 @@ bool Win32Desktop::openFile(const std::string& path) {
 
 void Win32Desktop::showError(const std::string& title, const std::string& text) {
     guardedRun("message box", [&] {
-        MessageBoxW(nullptr, wide(text).c_str(), wide(title).c_str(), MB_OK | MB_ICONERROR);
+        MessageBoxW(GetActiveWindow(), wide(text).c_str(), wide(title).c_str(),
+                    MB_OK | MB_ICONERROR);
     });
 }
 
