@@ -37,7 +37,7 @@ void HeaderPresenter::save() {
     if (m_session.zones().lastSaveFailure().empty()) {
         m_saved = ui::savedText() + u" ";
         if (wasDamaged) {
-            m_saved += keptText(m_session.zones().keptAs()) + u" ";
+            m_saved += keptText(m_session.zones()) + u" ";
         }
     }
     show();
@@ -84,6 +84,9 @@ void HeaderPresenter::show() {
 
 std::u16string HeaderPresenter::problemText() const {
     const std::u16string notSaved = ui::notSavedText(m_session.zones().lastSaveFailure());
+    if (!notSaved.empty() && !m_notice.empty()) {
+        return m_notice + u". " + notSaved;
+    }
     if (!notSaved.empty() || !m_notice.empty()) {
         return notSaved;
     }

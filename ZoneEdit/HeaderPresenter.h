@@ -18,7 +18,7 @@ public:
                     std::string videoPath);
 
     void showAll();
-    /// In place of what is said otherwise, but for a failed save; empty: no longer.
+    /// In place of what is said otherwise, in front of a failed save; empty: no longer.
     void showNotice(std::u16string_view text);
     /// Saves the zones and says what became of it, until the next change.
     void save();

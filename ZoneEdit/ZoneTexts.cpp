@@ -8,6 +8,7 @@
 #include "core/Text.h"
 #include "ui/SceneHints.h"
 #include "zone/LoadReport.h"
+#include "zone/ZoneManager.h"
 
 namespace zoneedit {
 namespace {
@@ -24,13 +25,13 @@ std::string partsText(const zone::LoadReport& report) {
         return {};
     }
     if (report.partZones > 1) {
-        return " Of " + std::to_string(report.partZones) + " others: parts.";
+        return " " + std::to_string(report.partZones) + " more were read in part.";
     }
     std::string frames = std::to_string(report.partFrames);
     if (report.storedFrames > 0) {
         frames += " of " + std::to_string(report.storedFrames);
     }
-    return " Of another: " + frames + " frames.";
+    return " Another: " + frames + " frames.";
 }
 
 const char* reasonText(LoadProblem problem) {
@@ -64,9 +65,13 @@ std::u16string loadProblemText(const zone::LoadReport& report, const std::string
         core::fileName(basePath) + "-ZoneInfo" + reasonText(report.problem) + partsText(report));
 }
 
-std::u16string keptText(const std::string& name) {
-    return name.empty() ? std::u16string()
-                        : core::displayText("The old files are kept as " + name + ".");
+std::u16string keptText(const zone::ZoneManager& saved) {
+    if (saved.hadNoRoomToKeep()) {
+        return u"The old files are not kept: three copies are there already.";
+    }
+    return saved.keptAs().empty()
+               ? std::u16string()
+               : core::displayText("The old files are kept as " + saved.keptAs() + ".");
 }
 
 std::u16string zoneNamesHint(const std::vector<std::string>& names) {

@@ -23,6 +23,11 @@ bool exists(const std::string& path) {
     return core::services().fileSystem->info(path).has_value();
 }
 
+void removeFile(const std::string& path) {
+    int error = 0;
+    (void)core::services().fileSystem->removeFile(path, error);
+}
+
 bool copyBytes(core::File& from, core::File& to) {
     // By the size, as the end of a file and a failure to read look the same.
     std::int64_t left = from.size();
@@ -72,10 +77,11 @@ std::string freeBase(const std::string& pair) {
 KeptPair keepDamagedPair(const std::string& basePath) {
     const std::string pair = basePath + "-ZoneInfo";
     const std::string base = freeBase(pair);
-    if (base.empty()) {
-        return {};
-    }
     KeptPair kept;
+    kept.isFull = base.empty();
+    if (kept.isFull) {
+        return kept;
+    }
     std::array<core::SafeSave, kExtensions.size()> copies;
     std::array<bool, kExtensions.size()> isThere{};
     for (std::size_t i = 0; i < copies.size() && kept.failure.empty(); ++i) {
@@ -89,6 +95,10 @@ KeptPair keepDamagedPair(const std::string& basePath) {
             kept.name = core::fileName(base);
         } else if (isThere[i]) {
             kept.failure = copies[i].failure();
+            if (!kept.name.empty()) { // half a pair must not use up a number
+                removeFile(base + kExtensions[0]);
+                kept.name.clear();
+            }
         }
     }
     return kept;

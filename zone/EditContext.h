@@ -25,7 +25,7 @@ struct ZoneEditing {
     [[nodiscard]] platform::Point centerOf(int frame) const;
     /// The first frame behind `frame`, at most `end`, whose centre differs from its own.
     [[nodiscard]] int sameCenterUntil(int frame, int end) const;
-    /// Notes the centre of a frame that is shown now: clicks and drags of the centre handle go by
+    /// Notes the centre of a frame that is shown now: clicks and drags of the centre handle use
     /// it until the frame is shown again. Nothing for a frame without a shape.
     void noteShown(const Zone& zone, int frame);
 };
@@ -48,7 +48,7 @@ struct EditContext {
     void noteShown(const ZoneManager& manager);
 };
 
-/// What an operation on one zone goes by.
+/// What an operation on one zone depends on.
 struct EditScope {
     ZoneEditing& editing;
     bool progressChanges = true;

@@ -229,6 +229,7 @@ bool ZoneManager::keepDamaged(const std::string& basePath) {
         return false;
     }
     m_keptAs = std::move(kept.name);
+    m_hadNoRoomToKeep = kept.isFull;
     m_damagedBase.clear();
     return true;
 }

@@ -86,6 +86,8 @@ public:
     /// The name, without extension, of the copies that a save made of files which were not read
     /// whole; empty when it made none.
     [[nodiscard]] const std::string& keptAs() const { return m_keptAs; }
+    /// Whether a save replaced such files without a copy, as there are as many as are kept.
+    [[nodiscard]] bool hadNoRoomToKeep() const { return m_hadNoRoomToKeep; }
 
     /// The number of the last zone that the binary file held, -1 for none.
     int lastZoneRead = -1;
@@ -121,6 +123,7 @@ private:
     LoadReport m_loadReport;
     std::string m_damagedBase; ///< of the files a save has to keep; empty for none
     std::string m_keptAs;
+    bool m_hadNoRoomToKeep = false;
 };
 
 } // namespace zone

@@ -153,6 +153,9 @@ TEST_F(ZoneEditZones, AFailedSaveIsShownUntilTheNextGoodOne) {
         EXPECT_TRUE(isVisible(u"LabelProblem"));
         EXPECT_EQ(core::storedText(m_driver->textOf(u"LabelProblem")).substr(0, 30),
                   "Not saved: " + file + ": ");
+        m_driver->enter(u"EditCurrentFrame", u"x");
+        EXPECT_EQ(core::storedText(m_driver->textOf(u"LabelProblem")).substr(0, 50),
+                  "Not a frame number. Not saved: " + file + ": ");
         std::filesystem::remove(path);
         m_driver->press(platform::Key::s, {.control = true});
         EXPECT_FALSE(isVisible(u"LabelProblem"));
@@ -207,8 +210,9 @@ TEST_F(ZoneEditZones, FilesThatCannotBeReadWholeAreSaidAndKept) {
     const std::pair<std::size_t, std::u16string> cases[] = {
         {0, u"0 of 2 zones read: clip-ZoneInfo.bin is damaged."},
         {whole.size() - 20, u"1 of 2 zones read: clip-ZoneInfo.bin is damaged. "
-                            u"Of another: 2 of 5 frames."},
+                            u"Another: 2 of 5 frames."},
         {std::string::npos, u"0 of 2 zones read: clip-ZoneInfo.bin is missing."},
+        {1, u"0 of 2 zones read: clip-ZoneInfo.bin is damaged."},
     };
     int number = 0;
     for (const auto& [size, problem] : cases) {
@@ -224,6 +228,11 @@ TEST_F(ZoneEditZones, FilesThatCannotBeReadWholeAreSaidAndKept) {
         const std::string copy = base + ".damaged-" + std::to_string(++number);
         const std::u16string note = m_driver->textOf(u"LabelNote");
         EXPECT_TRUE(isVisible(u"LabelNote") && !isVisible(u"LabelProblem"));
+        if (number == 4) {
+            EXPECT_TRUE(
+                note.ends_with(u" The old files are not kept: three copies are there already. "));
+            break;
+        }
         EXPECT_NE(note.find(core::displayText("The old files are kept as " +
                                               copy.substr(copy.rfind('/') + 1) + ".")),
                   std::u16string::npos);
