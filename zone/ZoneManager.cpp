@@ -24,7 +24,11 @@ constexpr int kDeletePointLine = 171;
 
 } // namespace
 
-std::shared_ptr<Zone> ZoneManager::zone(int index) const {
+std::shared_ptr<Zone> ZoneManager::zone(int index) {
+    return index >= 0 && index < zoneCount() ? m_zones[static_cast<std::size_t>(index)] : nullptr;
+}
+
+std::shared_ptr<const Zone> ZoneManager::zone(int index) const {
     return index >= 0 && index < zoneCount() ? m_zones[static_cast<std::size_t>(index)] : nullptr;
 }
 
@@ -38,12 +42,16 @@ void ZoneManager::insertZone(int index, std::shared_ptr<Zone> zone) {
     m_zones.insert(m_zones.begin() + index, std::move(zone));
 }
 
-Zone* ZoneManager::checkedZone(int index, const char* message, int line) const {
-    Zone* found = zone(index).get();
+const Zone* ZoneManager::checkedZone(int index, const char* message, int line) const {
+    const Zone* found = zone(index).get();
     if (!found) {
         core::Log::get()->Error("%s:%d %s", kSource, line, message);
     }
     return found;
+}
+
+Zone* ZoneManager::checkedZone(int index, const char* message, int line) {
+    return std::as_const(*this).checkedZone(index, message, line) ? zone(index).get() : nullptr;
 }
 
 void ZoneManager::removeZone(int zone) {

@@ -46,7 +46,8 @@ public:
 
     [[nodiscard]] int zoneCount() const { return static_cast<int>(m_zones.size()); }
     /// Empty for an index out of range. Logs nothing.
-    [[nodiscard]] std::shared_ptr<Zone> zone(int index) const;
+    [[nodiscard]] std::shared_ptr<Zone> zone(int index);
+    [[nodiscard]] std::shared_ptr<const Zone> zone(int index) const;
     /// Appends; an empty pointer is not taken.
     void addZone(const std::shared_ptr<Zone>& zone);
     /// In front of the zone of that number; later ones move up.
@@ -100,7 +101,8 @@ public:
     std::optional<Scale> scale;
 
 private:
-    [[nodiscard]] Zone* checkedZone(int index, const char* message, int line) const;
+    [[nodiscard]] Zone* checkedZone(int index, const char* message, int line);
+    [[nodiscard]] const Zone* checkedZone(int index, const char* message, int line) const;
     [[nodiscard]] EditScope scope(EditContext& context, int zone, TrackChanges* changes) const;
     [[nodiscard]] static std::shared_ptr<ZoneManager> load(const std::string& basePath,
                                                            int frameCount, bool loadBinary,
