@@ -1,6 +1,7 @@
 #include "ui/branch_editor/VideoPresenter.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "core/Paths.h"
@@ -34,8 +35,6 @@ VideoPresenter::VideoPresenter(Controls controls, scene::SceneSession& session, 
     : m_controls(controls), m_session(session), m_folder(std::move(folder)), m_listener(listener),
       m_subscription(session.observe([this](const auto& changes) { changed(changes); })) {}
 
-VideoPresenter::~VideoPresenter() = default;
-
 void VideoPresenter::fill() {
     for (int branch = 0; branch < m_session.branchCount(); ++branch) {
         const std::string name = m_session.video(branch);
@@ -44,8 +43,8 @@ void VideoPresenter::fill() {
         }
         addItem(name);
         const std::string base = core::withoutExtension(m_folder + name);
-        if (auto zones = zone::ZoneManager::create(base, 0, false)) {
-            m_zones[name] = std::move(zones);
+        if (const auto zones = zone::ZoneManager::create(base, 0, false)) {
+            m_zones[name] = zoneNames(*zones);
         }
     }
 }
@@ -125,7 +124,7 @@ void VideoPresenter::changed(const scene::SceneSession::Changes& changes) {
 void VideoPresenter::readShownZones() {
     const std::string name = shownName();
     const auto found = m_zones.find(name);
-    m_shownZones = !name.empty() && found != m_zones.end() ? zoneNames(*found->second) : NameList();
+    m_shownZones = !name.empty() && found != m_zones.end() ? found->second : NameList();
 }
 
 bool VideoPresenter::lacksZones() const {

@@ -3,17 +3,12 @@
 #pragma once
 
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "scene/SceneSession.h"
 #include "ui/Controls.h"
 #include "ui/NameList.h"
-
-namespace zone {
-class ZoneManager;
-}
 
 namespace ui {
 
@@ -32,7 +27,6 @@ public:
     /// session outlives the presenter.
     VideoPresenter(Controls controls, scene::SceneSession& session, std::string folder,
                    Listener& listener);
-    ~VideoPresenter();
 
     /// Lists the videos of all branches, each once, and reads their zones.
     void fill();
@@ -69,7 +63,7 @@ private:
     int m_branch = -1;                 ///< on show
     bool m_isOwnEdit = false;          ///< the change being announced is the choice in the list
     std::vector<std::string> m_videos; ///< stored names, in the order of the list
-    std::map<std::string, std::shared_ptr<zone::ZoneManager>> m_zones; ///< by stored video name
+    std::map<std::string, NameList> m_zones; ///< names of the zones, by stored video name
     NameList m_shownZones;
     edit::Subscription m_subscription;
 };
