@@ -14,7 +14,9 @@ ImportReport importAndProbe(platform::FileSystem& files, const std::string& sour
         importVideo(files, source, destination, progress, [&control] { control.report(); });
     const bool isIn =
         report.result == ImportResult::copied || report.result == ImportResult::sameFile;
-    report.isPlayable = !isIn || theora::hasTheoraHeaders(destination, files);
+    if (isIn) {
+        report.probe = theora::probeClip(destination, files);
+    }
     return report;
 }
 

@@ -6,9 +6,13 @@ void ImportOutcome::note(const std::string& name, const ImportReport& report) {
     switch (report.result) {
     case ImportResult::copied:
     case ImportResult::sameFile:
-        added += report.isPlayable ? 1 : 0;
-        if (!report.isPlayable) {
-            unplayable.push_back(name);
+        if (report.probe.isPlayable) {
+            ++added;
+        } else if (!report.probe.isTheora) {
+            notTheora.push_back(name);
+        } else {
+            fault = faulty.empty() ? report.probe.reason : fault;
+            faulty.push_back(name);
         }
         break;
     case ImportResult::failed:

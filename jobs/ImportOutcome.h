@@ -21,7 +21,9 @@ struct CopyStatus {
 struct ImportOutcome {
     int added = 0; ///< successfully imported
     int listedAlready = 0;
-    std::vector<std::string> unplayable; ///< copied, but not playable
+    std::vector<std::string> notTheora; ///< copied, but of another kind
+    std::vector<std::string> faulty;    ///< copied, but not playable for another reason
+    std::string fault;                  ///< of the first that is faulty
     std::vector<std::string> failed;
     std::string failure; ///< of the first that failed
 

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/FileSystem.h"
+#include "src/TheoraProbe.h"
 
 namespace jobs {
 
@@ -20,8 +21,8 @@ enum class ImportResult {
 
 struct ImportReport {
     ImportResult result = ImportResult::failed;
-    std::string reason{};   ///< of a failure, in the system's words if available
-    bool isPlayable = true; ///< false if the imported file is not a Theora video
+    std::string reason{};  ///< of a failure, in the system's words if available
+    theora::Probe probe{}; ///< of the imported file
 };
 
 /// Shared by the copying thread and the one that observes it.

@@ -7,8 +7,14 @@
 
 namespace theora {
 
-/// True when the file at `path` (UTF-8) has the headers of a clip that a manager would load. Stops
+struct Probe {
+    bool isPlayable = false;
+    bool isTheora = false; ///< false only if the file was read and holds no Theora stream
+    std::string reason{};  ///< why it is not playable; names no file
+};
+
+/// Whether the file at `path` (UTF-8) has the headers of a clip that a manager would load. Stops
 /// reading where headers cannot be any more; decodes nothing. Never throws. Any thread.
-[[nodiscard]] bool hasTheoraHeaders(const std::string& path, platform::FileSystem& files);
+[[nodiscard]] Probe probeClip(const std::string& path, platform::FileSystem& files);
 
 } // namespace theora

@@ -14,6 +14,11 @@ std::string quoted(const std::string& text) {
     return "\"" + text + "\"";
 }
 
+/// That only the first of `count` is named.
+std::string andMore(std::size_t count) {
+    return count > 1 ? " (and " + std::to_string(count - 1) + " more)" : std::string();
+}
+
 } // namespace
 
 std::u16string findingHint(const std::optional<check::Finding>& finding) {
@@ -59,20 +64,24 @@ std::u16string importNote(const jobs::ImportOutcome& outcome) {
 std::u16string importProblem(const jobs::ImportOutcome& outcome) {
     std::string failed;
     if (!outcome.failed.empty()) {
-        failed = "Not added: " + outcome.failed.front() + ": " + outcome.failure;
-        if (outcome.failed.size() > 1) {
-            failed += " (and " + std::to_string(outcome.failed.size() - 1) + " more)";
-        }
+        failed = "Not added: " + outcome.failed.front() + ": " + outcome.failure +
+                 andMore(outcome.failed.size());
+    }
+    std::string faulty;
+    if (!outcome.faulty.empty()) {
+        faulty = quoted(outcome.faulty.front()) + " cannot be played: " + outcome.fault +
+                 andMore(outcome.faulty.size());
     }
     std::string unplayable;
-    if (!outcome.unplayable.empty()) {
-        const std::size_t others = outcome.unplayable.size() - 1;
-        unplayable = quoted(outcome.unplayable.front());
+    if (!outcome.notTheora.empty()) {
+        const std::size_t others = outcome.notTheora.size() - 1;
+        unplayable = quoted(outcome.notTheora.front());
         unplayable += others == 0 ? " is not a Theora video and cannot be played."
                                   : " and " + std::to_string(others) +
                                         " more are not Theora videos and cannot be played.";
     }
-    return joinSentences({core::displayText(failed), core::displayText(unplayable)});
+    return joinSentences(
+        {core::displayText(failed), core::displayText(faulty), core::displayText(unplayable)});
 }
 
 std::u16string joinSentences(const std::vector<std::u16string>& sentences) {

@@ -55,10 +55,10 @@ public:
             } else if (ogg_page_bos(&page) != 0) {
                 beginStream(page);
             } else if (!m_theora) {
-                refuseStream("invalid stream",
-                             kNoTheora); // data pages begin, without a Theora stream so far
+                break; // data pages begin, without a Theora stream so far
             }
         }
+        m_headers.lacksTheora = !m_theora;
         if (!m_theora && anyPage) {
             refuseStream("invalid stream", kNoTheora);
         }

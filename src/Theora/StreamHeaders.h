@@ -26,6 +26,8 @@ struct VorbisHeaders {
 struct StreamHeaders {
     TheoraHeaders theora;
     VorbisHeaders vorbis;
+    /// Set when there is no Theora stream: the file is of another kind.
+    bool lacksTheora = false;
     /// Offset of the page that ends the Theora headers; decoding starts here, skipping header
     /// packets.
     std::int64_t dataStart = 0;

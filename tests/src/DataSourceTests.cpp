@@ -3,7 +3,7 @@
 #include <atomic>
 #include <cerrno>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -57,18 +57,23 @@ TEST_F(FileSource, AFailedReadIsNotTheEndOfTheFile) {
 TEST_F(FileSource, AClipIsKnownByItsHeaders) {
     const support::Bytes clip = support::makeClip({.sound = support::Sound::after});
     const std::string whole(clip.begin(), clip.end());
-    const std::pair<std::string, bool> files[] = {
-        {whole, true},
-        {whole.substr(0, whole.size() / 2), true},
-        {whole.substr(0, 100), false}, // inside the headers
-        {"", false},
-        {std::string(4, '\0') + " ftypisom" + std::string(std::size_t{1} << 20U, 'm'), false},
+    const char* const end = "End of file found prematurely";
+    const std::tuple<std::string, bool, std::string> files[] = {
+        {whole, true, ""},
+        {whole.substr(0, whole.size() / 2), true, ""},
+        {whole.substr(0, 100), true, end}, // inside the headers
+        {"", false, end},
+        {std::string(4, '\0') + " ftypisom" + std::string(std::size_t{1} << 20U, 'm'), false, end},
     };
-    for (const auto& [bytes, isClip] : files) {
+    for (const auto& [bytes, isTheora, reason] : files) {
         support::writeBytes("clip.ogv", bytes);
-        EXPECT_EQ(theora::hasTheoraHeaders("clip.ogv", platform::nativeFileSystem()), isClip);
+        const theora::Probe probe = theora::probeClip("clip.ogv", platform::nativeFileSystem());
+        EXPECT_EQ(std::tie(probe.isPlayable, probe.isTheora, probe.reason),
+                  std::tuple(reason.empty(), isTheora, reason));
     }
-    EXPECT_FALSE(theora::hasTheoraHeaders("missing.ogv", platform::nativeFileSystem()));
+    const theora::Probe lost = theora::probeClip("missing.ogv", platform::nativeFileSystem());
+    EXPECT_TRUE(lost.isTheora) << "nobody knows";
+    EXPECT_EQ(lost.reason, "Can't open video file");
 }
 
 TEST(Manager, LogsItsBannerEachClipAndWhyOneWasRefused) {

@@ -111,13 +111,15 @@ TEST_F(BranchVideos, TheDialogAsksForTheoraFilesAndTheDirectoryStays) {
 TEST_F(BranchVideos, CopiesThoseThatAreNotListedAndChoosesNothing) {
     const std::string odd = "50 % \xC3\xA4 & 'x'.ogv";
     writeBytes("from/" + odd, "odd");
+    writeBytes("from/cut.ogv", clipBytes().substr(0, 100));
     writeBytes("from/first.ogv", "new");
     writeBytes("Scenes/Fire/first.ogv", "old");
     writeZones("b", {"Door"});
     addAction(scene::Action::kZoneAction);
     show();
-    addVideos({"first.ogv", "a.ogv", "missing.ogv", odd, "b.ogv"});
-    EXPECT_EQ(listed(), (Texts{u"first.ogv", u"a.ogv", core::displayText(odd), u"b.ogv"}));
+    addVideos({"first.ogv", "a.ogv", "missing.ogv", odd, "b.ogv", "cut.ogv"});
+    EXPECT_EQ(listed(),
+              (Texts{u"first.ogv", u"a.ogv", core::displayText(odd), u"b.ogv", u"cut.ogv"}));
     EXPECT_EQ(readBytes("Scenes/Fire/first.ogv"), "old");
     EXPECT_EQ(readBytes("Scenes/Fire/a.ogv"), readBytes("from/a.ogv"));
     EXPECT_FALSE(exists("Scenes/Fire/missing.ogv"));
@@ -131,14 +133,17 @@ TEST_F(BranchVideos, CopiesThoseThatAreNotListedAndChoosesNothing) {
         reason.pop_back();
     }
     EXPECT_EQ(m_driver->textOf(u"LabelProblem"),
-              core::displayText("Not added: missing.ogv: " + reason + ". \"" + odd +
+              core::displayText("Not added: missing.ogv: " + reason +
+                                ". \"cut.ogv\" cannot be played: "
+                                "End of file found prematurely. \"" +
+                                odd +
                                 "\" is not a Theora video and cannot be played. "
                                 "2 videos are in the list now; choose them for branches. "
                                 "A video of this name was in the list already."));
     // One that lies in the scene's folder already is listed and stays whole.
     writeBytes("Scenes/Fire/c.ogv", clipBytes());
     addVideos({"c.ogv", "a.ogv"}, "Scenes\\Fire\\");
-    EXPECT_EQ(videos().GetItemText(4), u"c.ogv");
+    EXPECT_EQ(videos().GetItemText(5), u"c.ogv");
     EXPECT_EQ(readBytes("Scenes/Fire/c.ogv"), clipBytes());
     EXPECT_FALSE(isVisible(u"LabelProblem"));
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"),
