@@ -9,7 +9,8 @@ namespace zoneedit {
 
 class EditedVideo {
 public:
-    /// The control that shows it; null while there is none. Not owned.
+    /// The control that shows it; null while there is none. Not owned: it belongs to the window,
+    /// whose controls go after all parts of the editor.
     void setControl(video::CVideoUI* control) { m_control = control; }
     [[nodiscard]] video::CVideoUI* control() const { return m_control; }
     /// The control, or null after a log line with `line`.
