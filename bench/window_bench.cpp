@@ -28,7 +28,7 @@ using bench::Samples;
 using Window = std::shared_ptr<ui::EditorWindow>;
 
 constexpr int kOpenings = 20;
-constexpr std::chrono::seconds kIdle{5};
+constexpr std::chrono::seconds kIdle{20};
 constexpr const char* kScene = "Fire Drill Level 1";
 constexpr const char* kSceneClip = "Scenes/Fire Drill Level 1/alarm-corridor.ogv";
 
