@@ -8,7 +8,8 @@
 ;   0  done
 ;   1  cancelled by the user
 ;   2  refused, because Quorvel is running; nothing was changed
-;   3  files could not be written or removed; an installation is as it was before
+;   3  files could not be written or removed; a failed installation leaves everything as it was, a failed
+;      removal can be run again
 ;   4  installed, but not in the start menu or the list of programs
 ; Uninstall.exe goes on in a copy of itself and ends at once with 0; with _?= and its own folder as the
 ; last argument it does not, and its exit code is the result.
@@ -78,16 +79,22 @@ Function runEditor
   Exec '"${EDITOR}\Quorvel.exe"'
 FunctionEnd
 
-; A running program holds its file open: ask before anything is changed.
+; A running program holds its file open: ask before anything is changed. Only a sharing violation means
+; that; a file that may not be written for another reason is found when it is replaced or removed.
+!define GENERIC_WRITE 0x40000000
+!define SHARE_ALL 7
+!define OPEN_EXISTING 3
+!define SHARING_VIOLATION 32
 !macro refuseWhileRuns program
   ${Do}
     ${IfNot} ${FileExists} "${EDITOR}\${program}"
       ${ExitDo}
     ${EndIf}
-    ClearErrors
-    FileOpen $0 "${EDITOR}\${program}" a
-    ${IfNot} ${Errors}
-      FileClose $0
+    System::Call `kernel32::CreateFile(t "${EDITOR}\${program}", i ${GENERIC_WRITE}, i ${SHARE_ALL}, p 0, \
+      i ${OPEN_EXISTING}, i 0, p 0) p .r0 ?e`
+    Pop $1
+    System::Call "kernel32::CloseHandle(p r0)"
+    ${If} $1 != ${SHARING_VIOLATION}
       ${ExitDo}
     ${EndIf}
     ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(textRunning)" /SD IDCANCEL IDCANCEL`
@@ -108,10 +115,11 @@ FunctionEnd
   !insertmacro ${action} "README.txt"
   !insertmacro ${action} "Uninstall.exe"
 !macroend
-; What is the user's after the first installation.
+; What is the user's as soon as it is in its place, because the program can be used from then on: it is
+; never taken back, not even when the first installation was cut short.
 !macro forAllOnce action
-  !insertmacro ${action} "Programs\Quorvel\Scenes"
   !insertmacro ${action} "Settings\Settings.ini"
+  !insertmacro ${action} "Programs\Quorvel\Scenes"
 !macroend
 
 ; Asking for the error flag clears it: what has failed is kept.
@@ -162,7 +170,6 @@ Function undo
   ClearErrors
   ${If} ${FileExists} "${FORMER}\*.*"
     !insertmacro forAll takeBack
-    !insertmacro forAllOnce takeBack
     ${If} ${Errors}
       Return
     ${EndIf}
@@ -247,12 +254,22 @@ Section "Quorvel"
   ${EndIf}
 SectionEnd
 
+!macro stopIfNotRemoved
+  ${If} ${Errors}
+    MessageBox MB_OK|MB_ICONSTOP "$(textNotRemoved)" /SD IDOK
+    SetErrorLevel 3
+    Abort
+  ${EndIf}
+!macroend
+
 Section "Uninstall"
   !insertmacro refuseWhileRuns "Quorvel.exe"
   !insertmacro refuseWhileRuns "quorvel-inspect.exe"
   SetOutPath "$TEMP" ; a folder that is current somewhere cannot be removed
   ClearErrors
-  ; Scenes is the user's work and stays.
+  ; Scenes is the user's work and stays. The program first: when it cannot be removed, it stays usable.
+  Delete "${EDITOR}\Quorvel.exe"
+  !insertmacro stopIfNotRemoved
   ${If} ${FileExists} "${EDITOR}\UI\*.*"
     RMDir /r "${EDITOR}\UI"
   ${EndIf}
@@ -262,15 +279,10 @@ Section "Uninstall"
   Delete "${EDITOR}\Translations.ini"
   Delete "${EDITOR}\Log.html"
   Delete "${EDITOR}\quorvel-inspect.exe"
-  Delete "${EDITOR}\Quorvel.exe"
   Delete "$INSTDIR\Settings\Settings.ini"
   Delete "$INSTDIR\CHANGELOG.txt"
   Delete "$INSTDIR\README.txt"
-  ${If} ${Errors}
-    MessageBox MB_OK|MB_ICONSTOP "$(textNotRemoved)" /SD IDOK
-    SetErrorLevel 3
-    Abort
-  ${EndIf}
+  !insertmacro stopIfNotRemoved
   RMDir /r "${NEW}"
   RMDir /r "${FORMER}"
   RMDir /r "${DONE}"

@@ -32,11 +32,11 @@
   "Quorvel está instalado, pero no se pudieron crear sus entradas en el menú Inicio o en la lista de programas." \
   "Quorvel is geïnstalleerd, maar de vermeldingen in het startmenu of in de lijst met programma's konden niet worden gemaakt."
 !insertmacro text textNotRemoved \
-  "Some files of Quorvel could not be removed because another program uses them. Close other programs and start the removal again." \
-  "Certains fichiers de Quorvel n'ont pas pu être supprimés, car un autre programme les utilise. Fermez les autres programmes et relancez la désinstallation." \
-  "Einige Dateien von Quorvel konnten nicht entfernt werden, weil ein anderes Programm sie verwendet. Schließen Sie andere Programme und starten Sie die Deinstallation noch einmal." \
-  "No se pudieron eliminar algunos archivos de Quorvel porque otro programa los usa. Cierre los demás programas y vuelva a iniciar la desinstalación." \
-  "Sommige bestanden van Quorvel konden niet worden verwijderd omdat een ander programma ze gebruikt. Sluit andere programma's en start het verwijderen opnieuw."
+  "Some files of Quorvel could not be removed because another program uses them. Close other programs and uninstall Quorvel again." \
+  "Certains fichiers de Quorvel n'ont pas pu être supprimés, car un autre programme les utilise. Fermez les autres programmes et recommencez la désinstallation." \
+  "Einige Dateien von Quorvel konnten nicht entfernt werden, weil ein anderes Programm sie verwendet. Schließen Sie andere Programme und deinstallieren Sie Quorvel erneut." \
+  "No se pudieron eliminar algunos archivos de Quorvel porque otro programa los usa. Cierre los demás programas y vuelva a desinstalar Quorvel." \
+  "Sommige bestanden van Quorvel konden niet worden verwijderd omdat een ander programma ze gebruikt. Sluit andere programma's en verwijder Quorvel opnieuw."
 !insertmacro text textScenesStay \
   "Your scenes stay where they are:$\n$INSTDIR\Programs\Quorvel\Scenes" \
   "Vos scènes restent où elles sont :$\n$INSTDIR\Programs\Quorvel\Scenes" \

@@ -14,7 +14,7 @@
 namespace zone {
 namespace {
 
-constexpr int kMostCopies = 3;
+constexpr int kMaxCopies = 3;
 constexpr std::size_t kStep = std::size_t{256} * 1024;
 /// The binary file first: it holds the work.
 constexpr std::array kExtensions{".bin", ".xml"};
@@ -62,7 +62,7 @@ core::FileError prepareCopy(const std::string& path, const std::string& copy,
 
 /// Without an extension; empty when all are taken.
 std::string freeBase(const std::string& pair) {
-    for (int number = 1; number <= kMostCopies; ++number) {
+    for (int number = 1; number <= kMaxCopies; ++number) {
         std::string base = pair + ".damaged-" + std::to_string(number);
         if (std::none_of(kExtensions.begin(), kExtensions.end(),
                          [&](const char* extension) { return exists(base + extension); })) {

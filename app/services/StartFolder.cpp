@@ -15,21 +15,18 @@ bool hasSkin() {
     return core::isFolder(kSkinFolder) || core::isFile(kSkinArchive);
 }
 
-bool isProductFolder() {
-    return hasSkin() || core::isFolder(scene::kScenesFolder);
-}
-
 } // namespace
 
 StartFolder enterStartFolder(const std::string& programFolder) {
     platform::FileSystem& files = *core::services().fileSystem;
     const std::string startedIn = files.currentFolder();
-    const bool stays = isProductFolder();
+    const bool stays = hasSkin() || core::isFolder(scene::kScenesFolder);
     if (!stays && !programFolder.empty()) {
         files.setCurrentFolder(programFolder);
     }
     StartFolder result;
-    result.isOurs = isProductFolder();
+    // A folder "Scenes" alone proves nothing: a "Log.html" beside it may be anybody's.
+    result.isOurs = hasSkin() || files.currentFolder() == programFolder;
     if (hasSkin()) {
         return result;
     }

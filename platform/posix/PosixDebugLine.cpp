@@ -7,9 +7,9 @@
 namespace platform {
 
 void writeDebugLine(std::string_view text) noexcept {
-    constexpr std::size_t kMostBytes = std::size_t{1} << 20U; // longer than any line of ours
+    constexpr std::size_t kMaxBytes = std::size_t{1} << 20U; // longer than any line of ours
     // One call, so that lines of several threads do not mix.
-    (void)std::fprintf(stderr, "%.*s\n", static_cast<int>(std::min(text.size(), kMostBytes)),
+    (void)std::fprintf(stderr, "%.*s\n", static_cast<int>(std::min(text.size(), kMaxBytes)),
                        text.data());
 }
 

@@ -28,7 +28,7 @@ UINT flagsOf(TextAlign align) {
 
 /// How much of a pixel is covered, indexed by its brightness in GDI's white text on black.
 std::array<std::uint32_t, 256> coverageTable() {
-    constexpr double kGamma = 2.3; // of GDI's smoothed letters
+    constexpr double kGamma = 2.3; // of smoothed letters, measured under Wine
     std::array<std::uint32_t, 256> table{};
     for (std::size_t i = 0; i < table.size(); ++i) {
         const double brightness = static_cast<double>(i) / 255.0;

@@ -105,18 +105,18 @@ class ProgramRuns(unittest.TestCase):
         shutil.rmtree(self.folder / "UI")
         missing = (f'Quorvel cannot start because its folder "UI" is missing.\n\n'
                    f'Looked for in:\n{elsewhere}\n{self.folder}')
-        for told, variables in ((missing, {}), ("disk full", {"QUORVEL_START_PROBLEM": "disk full"})):
-            (self.folder / "Log.html").write_text("of the run before")
-            # The message box is open until then.
+        # The message box is open until then. In the program's own folder the page says it too.
+        self.terminate(process := self.start(cwd=elsewhere, program=own))
+        self.expect_end(process, 1, f"Error: {missing}\n", missing)
+        # Scenes make no folder the program's own.
+        (elsewhere / "Scenes").mkdir()
+        (self.folder / "Log.html").write_text("of the run before")
+        there = missing.replace(f"\n{self.folder}", "")
+        for told, variables in ((there, {}), ("disk full", {"QUORVEL_START_PROBLEM": "disk full"})):
             self.terminate(process := self.start(cwd=elsewhere, program=own, **variables))
             self.assertEqual(process.communicate(timeout=LONGEST_WAIT)[1].decode(), f"Error: {told}\n")
             self.assertEqual(process.returncode, 1)
-            self.assertEqual((self.folder / "Log.html").read_text(), "of the run before")
-        # Beside scenes the folder is the product's: the page says it too.
-        (self.folder / "Scenes").mkdir()
-        here = missing.replace(f"{elsewhere}\n", "")
-        self.terminate(process := self.start(program=own))
-        self.expect_end(process, 1, f"Error: {here}\n", here)
+        self.assertEqual((self.folder / "Log.html").read_text(), "of the run before")
         self.assertEqual((elsewhere / "Log.html").read_text(), "of another program")
 
 

@@ -182,6 +182,13 @@ class Linux(PackageTest):
         environment = dict(self.environment(), PATH=os.path.dirname(cp) + ":" + self.path)
         start = os.path.join(usr, "bin", "quorvel")
         self.assertEqual(subprocess.call([start], env=environment, start_new_session=True), -9)
+        # Several at once go on from there; a message box fails them.
+        environment = dict(self.environment(), QT_QPA_PLATFORM="none")
+        starts = [subprocess.Popen([start, "--scenes"], env=environment) for _ in range(8)]
+        self.assertEqual([process.wait(timeout=LONGEST_WAIT) for process in starts], [0] * len(starts))
+        editor = os.path.join(environment["HOME"], ".local", "share", "quorvel", "Programs", "Quorvel")
+        run("diff", "-r", os.path.join(usr, "share", "quorvel", "Scenes"), os.path.join(editor, "Scenes"))
+        self.assertEqual(glob.glob(os.path.join(editor, "*.part")), [])
 
         environment = dict(self.environment(), QUORVEL_HOME=os.path.join(cp, "home"))
         process = subprocess.Popen([start], env=environment, stderr=subprocess.PIPE, text=True)
@@ -355,13 +362,19 @@ class Windows(PackageTest):
         old_image = self.put(self.editor("UI"), "OfAnOldSkin.png")
         texts = self.put(self.editor(), "Translations.ini", "old")
         shutil.rmtree(self.editor("Scenes", DEMO[0]))
-        self.assertEqual(self.set_up(), 0)
-        with open(settings, encoding="utf-8") as stream:
-            self.assertEqual(stream.read(), "language = Dutch\n")
-        self.assertGreater(os.path.getsize(texts), len("old"))
-        self.assertFalse(os.path.exists(old_image))
-        self.assertFalse(os.path.exists(self.editor("Scenes", DEMO[0])))
-        self.assertEqual(glob.glob(self.product("Setup.*")), [])
+        kept = {path: pathlib.Path(path).read_bytes() for path in (mine, settings)}
+        # The second time as after a first installation that was cut short when all was in its place.
+        # Whatever cannot be opened for writing is no running program: here, a folder.
+        for traces in ((), ("Setup.new/Settings", "Setup.old/Programs/Quorvel", "Setup.new/Programs/Quorvel")):
+            os.remove(self.editor("quorvel-inspect.exe"))
+            for folder in (*traces, "Programs/Quorvel/quorvel-inspect.exe"):
+                os.makedirs(self.product(folder))
+            self.assertEqual(self.set_up(), 0)
+            self.assertLessEqual(kept.items(), self.contents(self.product()).items())
+            self.assertGreater(os.path.getsize(texts), len("old"))
+            self.assertFalse(os.path.exists(old_image))
+            self.assertFalse(os.path.exists(self.editor("Scenes", DEMO[0])))
+            self.assertEqual(glob.glob(self.product("Setup.*")), [])
 
         # Without further arguments it goes on in a copy of itself.
         self.wine(self.product("Uninstall.exe"), "/S")

@@ -243,7 +243,7 @@ TEST_F(BranchVideos, EditZonesTakesTheVideoOfTheBranchAtTheVideosPlace) {
               std::vector<std::string>{"..\\BranchManager.cpp:351 Invalid branch index"});
 }
 
-TEST_F(BranchVideos, AVideoThatTheZoneEditorCouldNotReadIsToldOnce) {
+TEST_F(BranchVideos, AVideoThatTheZoneEditorCouldNotReadIsReportedOnce) {
     show(app_state::ScreenResult{sceneFolder("Fire") + "first.ogv"});
     EXPECT_EQ(m_driver->textOf(u"LabelProblem"), u"The video \"first.ogv\" could not be read: "
                                                  u"the file is missing or is not a Theora video.");

@@ -16,7 +16,7 @@ constexpr std::uint8_t kEndOfImage = 0xD9;
 constexpr std::uint8_t kStartOfScan = 0xDA;
 constexpr std::uint8_t kHuffmanTables = 0xC4;
 constexpr std::size_t kTableHead = 17; // class and number, then the codes of each length, 1 to 16
-constexpr unsigned kMostCodes = 256;
+constexpr unsigned kMaxCodes = 256;
 
 /// The tables of one segment, which must fill it.
 bool tablesAreSound(Bytes segment) {
@@ -26,7 +26,7 @@ bool tablesAreSound(Bytes segment) {
         }
         const Bytes counts = segment.subspan(1, kTableHead - 1);
         const unsigned codes = std::accumulate(counts.begin(), counts.end(), 0U);
-        if (codes > kMostCodes || codes > segment.size() - kTableHead) {
+        if (codes > kMaxCodes || codes > segment.size() - kTableHead) {
             return false;
         }
         segment = segment.subspan(kTableHead + codes);

@@ -7,9 +7,9 @@ namespace toolkit {
 bool fitsInto(int width, std::u16string_view text, platform::FontHandle font,
               const platform::FontSet& fonts) {
     // However many marks stand over its letters, more than this is too long; it is not measured.
-    constexpr std::size_t kMostUnitsPerPixel = 8;
+    constexpr std::size_t kMaxUnitsPerPixel = 8;
     const auto pixels = static_cast<std::size_t>(std::max(width, 0));
-    return text.size() <= pixels * kMostUnitsPerPixel && fonts.measure(text, font).width <= width;
+    return text.size() <= pixels * kMaxUnitsPerPixel && fonts.measure(text, font).width <= width;
 }
 
 std::u16string fittedText(std::u16string_view text, int width, platform::FontHandle font,

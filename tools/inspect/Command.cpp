@@ -16,7 +16,7 @@ constexpr std::array kCommands{
             "\n"
             "  N                  this frame; frames count from 0\n"
             "  A-B                frames A to B, both included\n"
-            "  random:SEED:COUNT  COUNT frames by chance, the same ones for the same SEED\n"
+            "  random:SEED:COUNT  COUNT random frames, the same ones for the same SEED\n"
             "  --sequential       play the clip from its start instead of seeking each frame\n"},
     Command{"scene", "DIR [--rewrite DIR2]", runScene,
             "Print the scene in the folder DIR as one JSON object.\n"
@@ -24,7 +24,7 @@ constexpr std::array kCommands{
             "  --rewrite DIR2     also save it into the folder DIR2\n"},
     Command{"video", "FILE", runVideo,
             "Print the size, frame rate and length of a clip as one JSON object. The length is\n"
-            "-1 where the file does not tell it.\n"},
+            "-1 if it is unknown.\n"},
     Command{"zones", "BASE [--display WxH] [--video WxH] [--frames N] [--rewrite BASE2]", runZones,
             "Print the zones in BASE-ZoneInfo.xml and BASE-ZoneInfo.bin as one JSON object.\n"
             "\n"

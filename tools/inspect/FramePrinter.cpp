@@ -31,11 +31,18 @@ std::string missingText(std::int64_t first, std::int64_t last) {
 } // namespace
 
 FoundFrame SeekedFrames::find(int frame) {
+    m_isPastEnd = m_clip.frameCount() > 0 && frame >= m_clip.frameCount();
+    if (m_isPastEnd) {
+        return {};
+    }
     const auto fetched = m_clip.fetch(frame);
     return fetched ? FoundFrame{fetched->hash, fetched->isOwn} : FoundFrame{};
 }
 
 std::optional<int> SeekedFrames::next() {
+    if (m_isPastEnd) {
+        return std::nullopt;
+    }
     const auto played = m_clip.next();
     return played ? std::optional(played->number) : std::nullopt;
 }

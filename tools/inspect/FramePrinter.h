@@ -28,7 +28,8 @@ public:
     [[nodiscard]] virtual std::optional<int> next() = 0;
 };
 
-/// Seeks to each frame. For a number without a frame, the picture is that of the nearest one.
+/// Seeks to each frame. For a number without a frame, the picture is that of the nearest one; past
+/// the end of a clip whose length is known, there is none.
 class SeekedFrames : public FrameSource {
 public:
     /// clip: outlives it.
@@ -38,6 +39,7 @@ public:
 
 private:
     FrameFetcher& m_clip;
+    bool m_isPastEnd = false; ///< the last find() was
 };
 
 /// Plays up to frame `last` at once, then returns those frames.

@@ -24,7 +24,7 @@ void printVideo(Json& json, const std::string& file, const theora::TheoraVideoCl
 
 int runVideo(const Arguments& arguments, std::ostream& out) {
     if (arguments.size() != 1) {
-        return badUsage("video", "one file, please");
+        return badUsage("video", "expects one file");
     }
     theora::TheoraVideoManager manager(0); // headers only: nothing is decoded
     try {

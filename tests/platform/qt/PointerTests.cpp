@@ -84,7 +84,7 @@ TEST(CaptionMove, IsHandedToTheSystemAtTheFirstMotionWithTheButtonDown) {
     }
 }
 
-TEST(FixedSize, IsToldToTheWindowManagerAndFollowsTheProgramsOwnChange) {
+TEST(FixedSize, ReachesTheWindowManagerAndFollowsTheProgramsOwnChange) {
     test::TestWindow window({200, 100});
     test::TestWindow popup({50, 50}, &window.native(), platform::WindowKind::popup);
     const auto surfaceOf = [](test::TestWindow& of) -> const QWindow& {

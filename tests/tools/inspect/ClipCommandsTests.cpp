@@ -55,9 +55,6 @@ TEST_F(ClipCommands, FramesPrintsTheHashesOfThePicturesInTheOrderAskedFor) {
     EXPECT_EQ(printed({"frames", "clip.ogv"}), expected(all));
     EXPECT_EQ(printed({"frames", "clip.ogv", "--sequential"}), expected(all));
     EXPECT_EQ(printed({"frames", "clip.ogv", "20", "3-5", "20"}), expected({20, 3, 4, 5, 20}));
-    EXPECT_EQ(printed({"frames", "clip.ogv", "29", "99"}),
-              expected({29}) + "99" + expected({29}).substr(2));
-    EXPECT_EQ(m_errors, "clip.ogv [seek]: fineseeking failed, _readData failed!\n");
     for (const char* random : {"random:7:4", "random:4294967295:4"}) {
         const std::string first = printed({"frames", "clip.ogv", random});
         EXPECT_EQ(std::count(first.begin(), first.end(), '\n'), 4);
@@ -87,11 +84,11 @@ TEST_F(ClipCommands, WhatAClipLacksIsReportedOnceAndEndsARange) {
         std::string output;
         std::string errors;
     } cases[] = {
-        {{"clip.ogv", "2147483647"}, 0, "2147483647" + shownPast, "clip.ogv" + atEnd},
+        {{"clip.ogv", "28-31"}, 1, lastTwo + "30 -\n31 -\n", "clip.ogv: no frames 30 to 31\n"},
         {{"clip.ogv", "28-2147483647"},
          1,
          lastTwo + "30 -\n",
-         "clip.ogv" + atEnd + "clip.ogv: no frames 30 to 2147483647\n"},
+         "clip.ogv: no frames 30 to 2147483647\n"},
         {{"clip.ogv", "9", "--sequential", "99", "28-2147483647"},
          1,
          expected({9}) + "99 -\n" + lastTwo + "30 -\n",
