@@ -370,7 +370,8 @@ class Windows(PackageTest):
             for folder in (*traces, "Programs/Quorvel/quorvel-inspect.exe"):
                 os.makedirs(self.product(folder))
             self.assertEqual(self.set_up(), 0)
-            self.assertLessEqual(kept.items(), self.contents(self.product()).items())
+            now = self.contents(self.product())
+            self.assertEqual({path: now.get(path) for path in kept}, kept)
             self.assertGreater(os.path.getsize(texts), len("old"))
             self.assertFalse(os.path.exists(old_image))
             self.assertFalse(os.path.exists(self.editor("Scenes", DEMO[0])))
