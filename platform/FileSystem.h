@@ -45,6 +45,7 @@ struct FileInfo {
     std::uint64_t size = 0;
     std::uint64_t volume = 0; ///< with `file`: the identity of the file, whatever path led to it
     std::uint64_t file = 0;
+    std::int64_t modified = 0; ///< when the contents last changed, as Clock::now()
 };
 
 struct FolderEntry {
@@ -65,6 +66,9 @@ public:
     virtual bool removeFile(const std::string& path, int& error) = 0;
     /// Replaces `to` if it is a file, in one step.
     virtual bool replaceFile(const std::string& from, const std::string& to, int& error) = 0;
+    /// Makes `to` a second name of the file `from` (a hard link). Fails when `from` is anything but
+    /// a plain file, when `to` exists, and on volumes where a file has one name only.
+    virtual bool linkFile(const std::string& from, const std::string& to, int& error) = 0;
     /// Gives `to` the access rights of `from`, and its owner and group as far as this user may;
     /// nothing happens where a system has none.
     virtual void copyAccess(const std::string& from, const std::string& to) = 0;

@@ -10,6 +10,18 @@ namespace {
 
 class PosixClock final : public Clock {
 public:
+    std::int64_t now() override { return std::time(nullptr); }
+
+    LocalTime localTime(std::int64_t time) override {
+        const std::time_t moment = time;
+        std::tm local{};
+        if (::localtime_r(&moment, &local) == nullptr) {
+            return {};
+        }
+        return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+                local.tm_hour,        local.tm_min,     local.tm_sec};
+    }
+
     std::string localTimeText() override {
         const std::time_t now = std::time(nullptr);
         std::tm local{};

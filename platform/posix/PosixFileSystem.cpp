@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <system_error>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -56,6 +57,7 @@ std::optional<FileInfo> PosixFileSystem::info(const std::string& path) {
     result.size = static_cast<std::uint64_t>(status.st_size);
     result.volume = status.st_dev;
     result.file = status.st_ino;
+    result.modified = status.st_mtime;
     return result;
 }
 
@@ -69,6 +71,16 @@ bool PosixFileSystem::removeFile(const std::string& path, int& error) {
 
 bool PosixFileSystem::replaceFile(const std::string& from, const std::string& to, int& error) {
     return outcome(std::rename(systemPath(from).c_str(), systemPath(to).c_str()), error);
+}
+
+bool PosixFileSystem::linkFile(const std::string& from, const std::string& to, int& error) {
+    const std::string source = systemPath(from);
+    struct stat status {};
+    if (::lstat(source.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        error = EINVAL; // a second name of a symbolic link would lead who knows where
+        return false;
+    }
+    return outcome(::linkat(AT_FDCWD, source.c_str(), AT_FDCWD, systemPath(to).c_str(), 0), error);
 }
 
 void PosixFileSystem::copyAccess(const std::string& from, const std::string& to) {

@@ -15,6 +15,7 @@ public:
     bool createFolder(const std::string& path, int& error) override;
     bool removeFile(const std::string& path, int& error) override;
     bool replaceFile(const std::string& from, const std::string& to, int& error) override;
+    bool linkFile(const std::string& from, const std::string& to, int& error) override;
     void copyAccess(const std::string& from, const std::string& to) override;
     bool syncFolder(const std::string& folder) override;
     [[nodiscard]] bool list(const std::string& folder, std::vector<FolderEntry>& entries) override;

@@ -5,6 +5,7 @@
 #include "platform/Clock.h"
 #include "platform/Immortal.h"
 #include "platform/win32/WideText.h"
+#include "platform/win32/Win32Time.h"
 
 namespace platform {
 
@@ -12,6 +13,23 @@ namespace {
 
 class Win32Clock final : public Clock {
 public:
+    std::int64_t now() override {
+        FILETIME time{};
+        GetSystemTimeAsFileTime(&time);
+        return win32::secondsSince1970(time);
+    }
+
+    LocalTime localTime(std::int64_t time) override {
+        const FILETIME moment = win32::fileTime(time);
+        SYSTEMTIME utc{};
+        SYSTEMTIME local{};
+        if (FileTimeToSystemTime(&moment, &utc) == 0 ||
+            SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local) == 0) {
+            return {};
+        }
+        return {local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond};
+    }
+
     std::string localTimeText() override {
         std::array<wchar_t, 256> text{};
         const int length = GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, nullptr, L"hh':'mm':'ss tt",

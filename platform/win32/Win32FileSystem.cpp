@@ -8,6 +8,7 @@
 #include "platform/win32/Handles.h"
 #include "platform/win32/Win32FileStream.h"
 #include "platform/win32/Win32Path.h"
+#include "platform/win32/Win32Time.h"
 
 namespace platform {
 
@@ -74,6 +75,7 @@ std::optional<FileInfo> Win32FileSystem::info(const std::string& path) {
     result.size = joined(about.nFileSizeHigh, about.nFileSizeLow);
     result.volume = about.dwVolumeSerialNumber;
     result.file = joined(about.nFileIndexHigh, about.nFileIndexLow);
+    result.modified = secondsSince1970(about.ftLastWriteTime);
     return result;
 }
 
@@ -89,6 +91,16 @@ bool Win32FileSystem::replaceFile(const std::string& from, const std::string& to
     return outcome(MoveFileExW(widePath(from).c_str(), widePath(to).c_str(),
                                MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH),
                    error);
+}
+
+bool Win32FileSystem::linkFile(const std::string& from, const std::string& to, int& error) {
+    const std::wstring source = widePath(from);
+    const DWORD attributes = GetFileAttributesW(source.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+        error = ERROR_NOT_SUPPORTED; // a second name of a symbolic link would lead who knows where
+        return false;
+    }
+    return outcome(CreateHardLinkW(widePath(to).c_str(), source.c_str(), nullptr), error);
 }
 
 void Win32FileSystem::copyAccess(const std::string& /*from*/, const std::string& /*to*/) {}

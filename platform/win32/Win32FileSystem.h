@@ -13,6 +13,7 @@ public:
     bool createFolder(const std::string& path, int& error) override;
     bool removeFile(const std::string& path, int& error) override;
     bool replaceFile(const std::string& from, const std::string& to, int& error) override;
+    bool linkFile(const std::string& from, const std::string& to, int& error) override;
     /// Nothing: a new file takes the rights of its folder.
     void copyAccess(const std::string& from, const std::string& to) override;
     /// Nothing to do: the file system keeps a journal of its folders.

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "tests/support/TempFolder.h"
 
@@ -119,6 +120,36 @@ TEST_F(FileSystemTest, BothSeparatorsLeadToTheSameFile) {
     EXPECT_FALSE(m_files.removeFile("A\\g", m_error));
     EXPECT_TRUE(m_files.setCurrentFolder("A\\B"));
     EXPECT_EQ(m_files.currentFolder(), native(m_folder.path() + "A/B"));
+}
+
+TEST_F(FileSystemTest, ASecondNameKeepsWhatARenameReplaces) {
+    EXPECT_TRUE(write("file", "old") && write("new", "new"));
+    EXPECT_TRUE(m_files.linkFile("file", "kept", m_error)) << m_files.errorText(m_error);
+    EXPECT_FALSE(m_files.linkFile("new", "kept", m_error)) << "never over a file";
+    EXPECT_NE(m_error, 0);
+    EXPECT_TRUE(m_files.replaceFile("new", "file", m_error));
+    EXPECT_EQ(support::readBytes("kept") + support::readBytes("file"), "oldnew");
+    support::makeFolder("folder");
+    EXPECT_FALSE(m_files.linkFile("folder", "second", m_error));
+    EXPECT_FALSE(m_files.linkFile("missing", "second", m_error));
+    std::error_code noLinksHere;
+    std::filesystem::create_symlink("file", "link", noLinksHere);
+    EXPECT_FALSE(m_files.linkFile("link", "second", m_error));
+    EXPECT_FALSE(support::exists("second"));
+}
+
+TEST_F(FileSystemTest, AFileWasWrittenAMomentAgoByTheSameClock) {
+    EXPECT_TRUE(write("file", "x"));
+    const std::int64_t now = platform::nativeClock().now();
+    const auto info = m_files.info("file");
+    ASSERT_TRUE(info);
+    EXPECT_LT(now - 3600, info->modified);
+    EXPECT_LE(info->modified, now + 3600);
+    // Time zones differ, by less than a day; the years are those of this file's writer.
+    EXPECT_GE(platform::nativeClock().localTime(now).year, 2024);
+    const platform::LocalTime noon = platform::nativeClock().localTime(1'700'000'000);
+    EXPECT_EQ(noon.year * 100 + noon.month, 202311);
+    EXPECT_EQ(noon.second, 20);
 }
 
 TEST_F(FileSystemTest, ListsByNameWithoutCase) {

@@ -132,6 +132,10 @@ bool FaultyFileSystem::replaceFile(const std::string& from, const std::string& t
     return !broken("replaceFile", to, error) && m_real.replaceFile(toDisk(from), toDisk(to), error);
 }
 
+bool FaultyFileSystem::linkFile(const std::string& from, const std::string& to, int& error) {
+    return !broken("linkFile", to, error) && m_real.linkFile(toDisk(from), toDisk(to), error);
+}
+
 void FaultyFileSystem::copyAccess(const std::string& from, const std::string& to) {
     int error = 0;
     if (!broken("copyAccess", to, error)) {

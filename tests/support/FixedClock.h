@@ -1,6 +1,8 @@
-// A stopped clock, so that log pages can be compared byte for byte.
+// A stopped clock, so that log pages can be compared byte for byte and days pass when a test says.
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <string>
 
 #include "platform/Clock.h"
@@ -9,8 +11,24 @@ namespace support {
 
 class FixedClock final : public platform::Clock {
 public:
+    [[nodiscard]] std::int64_t now() override { return time; }
+    /// UTC wherever the tests run; Gregorian dates of 1970 and later.
+    [[nodiscard]] platform::LocalTime localTime(std::int64_t seconds) override {
+        using std::chrono::floor;
+        const std::chrono::sys_seconds moment{std::chrono::seconds(seconds)};
+        const auto midnight = floor<std::chrono::days>(moment);
+        const std::chrono::year_month_day day(midnight);
+        const std::chrono::hh_mm_ss clock(moment - midnight);
+        return {static_cast<int>(day.year()),
+                static_cast<int>(static_cast<unsigned>(day.month())),
+                static_cast<int>(static_cast<unsigned>(day.day())),
+                static_cast<int>(clock.hours().count()),
+                static_cast<int>(clock.minutes().count()),
+                static_cast<int>(clock.seconds().count())};
+    }
     [[nodiscard]] std::string localTimeText() override { return text; }
 
+    std::int64_t time = 1'700'000'000; ///< 14 November 2023, 22:13:20
     std::string text = "03:07:41 PM";
 };
 

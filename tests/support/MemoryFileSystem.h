@@ -27,6 +27,10 @@ public:
     bool createFolder(const std::string& path, int& error) override;
     bool removeFile(const std::string& path, int& error) override;
     bool replaceFile(const std::string& from, const std::string& to, int& error) override;
+    bool linkFile(const std::string&, const std::string&, int& error) override {
+        error = kExists;
+        return false;
+    }
     void copyAccess(const std::string&, const std::string&) override {}
     bool syncFolder(const std::string&) override { return true; }
     [[nodiscard]] bool list(const std::string&, std::vector<platform::FolderEntry>&) override {
