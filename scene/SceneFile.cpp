@@ -104,10 +104,15 @@ bool SceneManager::saveInto(const std::string& folder) {
     if (m_firstBranch.empty()) {
         m_firstBranch = m_branchManager->branchID(0);
     }
+    const std::string path = folder + kSceneFileName;
+    core::KeepReplaced kept(m_keeper.get(), {path}, core::ReplacedFiles::Need::wish);
     core::SafeSave save;
-    const bool isOpen = save.open(folder + kSceneFileName, "wt");
+    const bool isOpen = save.open(path, "wt");
     FileSink sink(save.file());
-    const bool good = isOpen && writeTo(sink) && save.prepare() && save.commit();
+    const bool good = isOpen && writeTo(sink) && save.prepare() && kept.isReady() && save.commit();
+    if (good) {
+        kept.replaced();
+    }
     m_saveFailure = save.failure();
     return good;
 }

@@ -9,9 +9,11 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/FileError.h"
+#include "core/ReplacedFiles.h"
 #include "scene/BranchManager.h"
 
 namespace scene {
@@ -44,6 +46,8 @@ public:
     bool Save(const std::string& folder);
     /// The same for a folder that exists.
     bool saveInto(const std::string& folder);
+    /// Is handed the file that a save replaces. Empty for none.
+    void setKeeper(std::shared_ptr<core::ReplacedFiles> keeper) { m_keeper = std::move(keeper); }
     /// Why the last save failed; empty if it succeeded.
     [[nodiscard]] const core::FileError& saveFailure() const { return m_saveFailure; }
 
@@ -86,6 +90,7 @@ private:
     std::shared_ptr<BranchManager> m_branchManager;
     std::string m_name;
     std::string m_firstBranch;
+    std::shared_ptr<core::ReplacedFiles> m_keeper;
     core::FileError m_saveFailure;
     bool m_loadFailed = false;
 };

@@ -235,6 +235,8 @@ bool ZoneManager::keepDamaged(const std::string& basePath) {
 }
 
 bool ZoneManager::saveBoth(const std::string& basePath) {
+    core::KeepReplaced kept(m_keeper.get(), {basePath + kBinaryEnding, basePath + kInfoEnding},
+                            core::ReplacedFiles::Need::wish);
     core::SafeSave info;
     core::SafeSave binary;
     if (!info.open(basePath + kInfoEnding, "wt") || !writeInfo(info.file()) || !info.prepare()) {
@@ -245,8 +247,14 @@ bool ZoneManager::saveBoth(const std::string& basePath) {
     }
     const bool isPrepared = writeZones(binary.file()) && binary.prepare();
     // Both files are on the disk by now, so that the pair changes in two renames, or not at all.
+    if (isPrepared && !kept.isReady()) {
+        return failSave(kInfoFailed, kept.failure());
+    }
     if (isPrepared && !info.commit()) {
         return failSave(kInfoFailed, info.failure());
+    }
+    if (isPrepared) {
+        kept.replaced();
     }
     if (!isPrepared || !binary.commit()) {
         m_lastSaveFailure = binary.failure();

@@ -10,10 +10,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/File.h"
 #include "core/FileError.h"
+#include "core/ReplacedFiles.h"
 #include "core/SafeSave.h"
 #include "zone/EditContext.h"
 #include "zone/LoadReport.h"
@@ -79,6 +81,8 @@ public:
     bool save(const std::string& videoPath);
     /// The same for a path that has no extension to take away.
     bool saveAs(const std::string& basePath);
+    /// Is handed the files that a save replaces. Empty for none.
+    void setKeeper(std::shared_ptr<core::ReplacedFiles> keeper) { m_keeper = std::move(keeper); }
     /// Why the last save did not bring both files to the disk, for people; empty when it did. The
     /// old file is whole then.
     [[nodiscard]] const core::FileError& lastSaveFailure() const { return m_lastSaveFailure; }
@@ -121,6 +125,7 @@ private:
     bool failSave(const char* message, const core::FileError& reason);
 
     std::vector<std::shared_ptr<Zone>> m_zones; ///< no entry is empty
+    std::shared_ptr<core::ReplacedFiles> m_keeper;
     core::FileError m_lastSaveFailure;
     LoadReport m_loadReport;
     std::string m_damagedBase; ///< of the files a save has to keep; empty for none
