@@ -26,6 +26,8 @@ public:
     [[nodiscard]] virtual std::int64_t now() = 0;
     /// That moment where the user lives; the beginning of 1970 for one that the system cannot tell.
     [[nodiscard]] virtual LocalTime localTime(std::int64_t time) = 0;
+    /// Milliseconds since some moment in the past: for intervals, as nobody can set it.
+    [[nodiscard]] virtual std::int64_t ticks() = 0;
     /// Local time as "03:07:41 PM": 12 hours, two digits each.
     [[nodiscard]] virtual std::string localTimeText() = 0;
 };

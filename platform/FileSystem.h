@@ -48,6 +48,16 @@ struct FileInfo {
     std::int64_t modified = 0; ///< when the contents last changed, as Clock::now()
 };
 
+/// A file locked for one owner, until this object or the program ends, in whatever way.
+class FileLock {
+public:
+    virtual ~FileLock() = default;
+    /// False once somebody has removed the file: others may lock a new one then.
+    [[nodiscard]] virtual bool isIntact() const = 0;
+    /// Removes the file and unlocks it.
+    virtual void remove() = 0;
+};
+
 struct FolderEntry {
     std::string name;
     bool isFolder = false; ///< symbolic links are followed
@@ -63,7 +73,13 @@ public:
     [[nodiscard]] virtual std::optional<FileInfo> info(const std::string& path) = 0;
     /// One level; an existing folder is a failure.
     virtual bool createFolder(const std::string& path, int& error) = 0;
+    /// Of an empty folder alone.
+    virtual bool removeFolder(const std::string& path, int& error) = 0;
     virtual bool removeFile(const std::string& path, int& error) = 0;
+    /// Locks the file at `path`, which is created if missing; never waits. Empty, with `error` 0,
+    /// if somebody has locked it, in this program or another.
+    [[nodiscard]] virtual std::unique_ptr<FileLock> lockFile(const std::string& path,
+                                                             int& error) = 0;
     /// Replaces `to` if it is a file, in one step.
     virtual bool replaceFile(const std::string& from, const std::string& to, int& error) = 0;
     /// Makes `to` a second name of the file `from` (a hard link). Fails when `from` is anything but

@@ -1,4 +1,5 @@
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <ctime>
 
@@ -11,6 +12,11 @@ namespace {
 class PosixClock final : public Clock {
 public:
     std::int64_t now() override { return std::time(nullptr); }
+
+    std::int64_t ticks() override {
+        const auto passed = std::chrono::steady_clock::now().time_since_epoch();
+        return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();
+    }
 
     LocalTime localTime(std::int64_t time) override {
         const std::time_t moment = time;

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "platform/Immortal.h"
+#include "platform/posix/PosixFileLock.h"
 #include "platform/posix/PosixFileStream.h"
 #include "platform/posix/SystemPath.h"
 
@@ -63,6 +64,14 @@ std::optional<FileInfo> PosixFileSystem::info(const std::string& path) {
 
 bool PosixFileSystem::createFolder(const std::string& path, int& error) {
     return outcome(::mkdir(systemPath(path).c_str(), kNewFolderAccess), error);
+}
+
+bool PosixFileSystem::removeFolder(const std::string& path, int& error) {
+    return outcome(::rmdir(systemPath(path).c_str()), error);
+}
+
+std::unique_ptr<FileLock> PosixFileSystem::lockFile(const std::string& path, int& error) {
+    return PosixFileLock::lock(path, error);
 }
 
 bool PosixFileSystem::removeFile(const std::string& path, int& error) {

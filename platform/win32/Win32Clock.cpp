@@ -19,6 +19,8 @@ public:
         return win32::secondsSince1970(time);
     }
 
+    std::int64_t ticks() override { return static_cast<std::int64_t>(GetTickCount64()); }
+
     LocalTime localTime(std::int64_t time) override {
         const FILETIME moment = win32::fileTime(time);
         SYSTEMTIME utc{};

@@ -6,6 +6,7 @@
 
 #include "platform/Immortal.h"
 #include "platform/win32/Handles.h"
+#include "platform/win32/Win32FileLock.h"
 #include "platform/win32/Win32FileStream.h"
 #include "platform/win32/Win32Path.h"
 #include "platform/win32/Win32Time.h"
@@ -81,6 +82,14 @@ std::optional<FileInfo> Win32FileSystem::info(const std::string& path) {
 
 bool Win32FileSystem::createFolder(const std::string& path, int& error) {
     return outcome(CreateDirectoryW(widePath(path).c_str(), nullptr), error);
+}
+
+bool Win32FileSystem::removeFolder(const std::string& path, int& error) {
+    return outcome(RemoveDirectoryW(withoutFinalSeparator(widePath(path)).c_str()), error);
+}
+
+std::unique_ptr<FileLock> Win32FileSystem::lockFile(const std::string& path, int& error) {
+    return Win32FileLock::lock(path, error);
 }
 
 bool Win32FileSystem::removeFile(const std::string& path, int& error) {

@@ -11,7 +11,9 @@ public:
                                                    int& error) override;
     [[nodiscard]] std::optional<FileInfo> info(const std::string& path) override;
     bool createFolder(const std::string& path, int& error) override;
+    bool removeFolder(const std::string& path, int& error) override;
     bool removeFile(const std::string& path, int& error) override;
+    [[nodiscard]] std::unique_ptr<FileLock> lockFile(const std::string& path, int& error) override;
     bool replaceFile(const std::string& from, const std::string& to, int& error) override;
     bool linkFile(const std::string& from, const std::string& to, int& error) override;
     /// Nothing: a new file takes the rights of its folder.

@@ -152,6 +152,30 @@ TEST_F(FileSystemTest, AFileWasWrittenAMomentAgoByTheSameClock) {
     EXPECT_EQ(noon.second, 20);
 }
 
+TEST_F(FileSystemTest, AFileIsLockedOnceUntilItsOwnerEndsAndAFolderGoesOnlyWhenEmpty) {
+    support::makeFolder("d");
+    auto lock = m_files.lockFile("d/Lock", m_error);
+    ASSERT_TRUE(lock);
+    EXPECT_TRUE(lock->isIntact());
+    EXPECT_FALSE(m_files.lockFile("d\\Lock", m_error));
+    EXPECT_EQ(m_error, 0) << "held, which is no failure";
+    EXPECT_FALSE(m_files.lockFile("missing/Lock", m_error));
+    EXPECT_NE(m_error, 0);
+    lock.reset();
+    lock = m_files.lockFile("d/Lock", m_error);
+    ASSERT_TRUE(lock);
+    const bool isGone = m_files.removeFile("d/Lock", m_error);
+    EXPECT_EQ(lock->isIntact(), !isGone) << "an owner notices";
+    lock.reset();
+    lock = m_files.lockFile("d/Lock", m_error);
+    EXPECT_FALSE(m_files.removeFolder("d/", m_error) || m_error == 0);
+    ASSERT_TRUE(lock);
+    lock->remove();
+    EXPECT_FALSE(lock->isIntact() || support::exists("d/Lock"));
+    EXPECT_TRUE(m_files.removeFolder("d\\", m_error));
+    EXPECT_FALSE(support::exists("d") || m_files.removeFolder("d", m_error));
+}
+
 TEST_F(FileSystemTest, ListsByNameWithoutCase) {
     for (const char* name : {"b", "_", "Z", "a", "B2", "\xC3\x84", "zz", ".hidden", "a.ini"}) {
         support::writeBytes(std::string("in/") + name, "");

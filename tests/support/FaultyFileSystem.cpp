@@ -124,6 +124,15 @@ bool FaultyFileSystem::createFolder(const std::string& path, int& error) {
     return !broken("createFolder", path, error) && m_real.createFolder(toDisk(path), error);
 }
 
+bool FaultyFileSystem::removeFolder(const std::string& path, int& error) {
+    return !broken("removeFolder", path, error) && m_real.removeFolder(toDisk(path), error);
+}
+
+std::unique_ptr<platform::FileLock> FaultyFileSystem::lockFile(const std::string& path,
+                                                               int& error) {
+    return broken("lockFile", path, error) ? nullptr : m_real.lockFile(toDisk(path), error);
+}
+
 bool FaultyFileSystem::removeFile(const std::string& path, int& error) {
     return !broken("removeFile", path, error) && m_real.removeFile(toDisk(path), error);
 }

@@ -68,7 +68,10 @@ public:
         return m_real.info(toDisk(path));
     }
     bool createFolder(const std::string& path, int& error) override;
+    bool removeFolder(const std::string& path, int& error) override;
     bool removeFile(const std::string& path, int& error) override;
+    [[nodiscard]] std::unique_ptr<platform::FileLock> lockFile(const std::string& path,
+                                                               int& error) override;
     bool replaceFile(const std::string& from, const std::string& to, int& error) override;
     bool linkFile(const std::string& from, const std::string& to, int& error) override;
     void copyAccess(const std::string& from, const std::string& to) override;

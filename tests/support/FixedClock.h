@@ -1,6 +1,7 @@
 // A stopped clock, so that log pages can be compared byte for byte and days pass when a test says.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <string>
@@ -12,6 +13,7 @@ namespace support {
 class FixedClock final : public platform::Clock {
 public:
     [[nodiscard]] std::int64_t now() override { return time; }
+    [[nodiscard]] std::int64_t ticks() override { return passed; }
     /// UTC wherever the tests run; Gregorian dates of 1970 and later.
     [[nodiscard]] platform::LocalTime localTime(std::int64_t seconds) override {
         using std::chrono::floor;
@@ -28,7 +30,8 @@ public:
     }
     [[nodiscard]] std::string localTimeText() override { return text; }
 
-    std::int64_t time = 1'700'000'000; ///< 14 November 2023, 22:13:20
+    std::int64_t time = 1'700'000'000;   ///< 14 November 2023, 22:13:20
+    std::atomic<std::int64_t> passed{0}; ///< milliseconds; any thread may read it
     std::string text = "03:07:41 PM";
 };
 

@@ -25,7 +25,16 @@ public:
     open(const std::string& path, platform::OpenMode mode, int& error) override;
     [[nodiscard]] std::optional<platform::FileInfo> info(const std::string& path) override;
     bool createFolder(const std::string& path, int& error) override;
+    bool removeFolder(const std::string&, int& error) override {
+        error = kNotFound;
+        return false;
+    }
     bool removeFile(const std::string& path, int& error) override;
+    [[nodiscard]] std::unique_ptr<platform::FileLock> lockFile(const std::string&,
+                                                               int& error) override {
+        error = kNotFound;
+        return nullptr;
+    }
     bool replaceFile(const std::string& from, const std::string& to, int& error) override;
     bool linkFile(const std::string&, const std::string&, int& error) override {
         error = kExists;
