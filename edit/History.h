@@ -10,6 +10,9 @@
 //     void apply(Model&)              Makes the change, also for redo. The first call may throw
 //                                     before anything has changed; later calls must not.
 //     void revert(Model&) noexcept    Restores exactly what was there before.
+//     void prepare(Model&)            Optional. Called before a step is undone, for all of its
+//                                     operations: obtains what revert needs. May throw; the model's
+//                                     contents stay as they are.
 //     vector<Change> changes() const  What either of the two may change. Naming too much is
 //                                     allowed, naming too little is not.
 //     size_t bytes() const            Approximate memory use.
@@ -152,6 +155,11 @@ public:
             return false;
         }
         Step& step = m_steps[m_position - 1];
+        if constexpr (requires(Operation & operation) { operation.prepare(m_model); }) {
+            for (Operation& operation : step.operations) {
+                operation.prepare(m_model);
+            }
+        }
         collect(step.operations);
         revert(step.operations, 0, step.operations.size());
         --m_position;

@@ -1,5 +1,5 @@
 // An operation of one of several kinds, held by value. Each kind is a small struct with the four
-// functions required by edit/History.h; it may also have `absorb`.
+// functions required by edit/History.h; it may also have `prepare` and `absorb`.
 //
 //   using SceneOperation = edit::OneOf<SceneManager, SceneChange, AddAction, RemoveAction>;
 #pragma once
@@ -21,6 +21,15 @@ public:
 
     void apply(Model& model) {
         std::visit([&](auto& kind) { kind.apply(model); }, m_kind);
+    }
+    void prepare(Model& model) {
+        std::visit(
+            [&](auto& kind) {
+                if constexpr (requires { kind.prepare(model); }) {
+                    kind.prepare(model);
+                }
+            },
+            m_kind);
     }
     void revert(Model& model) noexcept {
         std::visit([&](auto& kind) { kind.revert(model); }, m_kind);

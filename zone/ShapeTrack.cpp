@@ -12,8 +12,17 @@ using platform::Point;
 
 /// Room for the copies of a few split runs, so that a drag after loading moves no array.
 constexpr std::size_t kSplitRoom = 1024;
+/// Room for such runs in a copy.
+constexpr std::size_t kRunRoom = 16;
 
 } // namespace
+
+ShapeTrack::ShapeTrack(const ShapeTrack& other) : m_frameCount(other.m_frameCount) {
+    m_runs.reserve(other.m_runs.size() + kRunRoom);
+    m_runs = other.m_runs;
+    m_points.reserve(other.m_points.size() + kSplitRoom);
+    m_points.insert(m_points.end(), other.m_points.begin(), other.m_points.end());
+}
 
 std::size_t ShapeTrack::indexOf(int frame) const {
     const auto after =

@@ -71,6 +71,12 @@ struct TrackSlice {
 
 class ShapeTrack {
 public:
+    ShapeTrack() = default;
+    /// The copy has room for the next edits.
+    ShapeTrack(const ShapeTrack& other);
+    ShapeTrack& operator=(const ShapeTrack&) = delete;
+    ~ShapeTrack() = default;
+
     [[nodiscard]] int frameCount() const { return m_frameCount; }
     [[nodiscard]] std::size_t runCount() const { return m_runs.size(); }
     [[nodiscard]] const ShapeRun& run(std::size_t index) const { return m_runs[index]; }

@@ -1,6 +1,7 @@
 #include "zone/Zone.h"
 
 #include <string_view>
+#include <utility>
 
 #include <tinyxml2.h>
 
@@ -59,15 +60,15 @@ void Zone::setName(const std::string& name) {
 
 ShapeTrack& Zone::changing() {
     m_digest.reset();
-    return m_track;
+    return m_track.own();
 }
 
 std::optional<std::span<const Point>> Zone::points(int frame) const {
     if (frame < 0 || frame >= frameCount()) {
         return std::nullopt;
     }
-    const std::size_t run = m_track.indexOf(frame);
-    return m_track.run(run).present ? std::optional(m_track.points(run)) : std::nullopt;
+    const std::size_t run = m_track->indexOf(frame);
+    return m_track->run(run).present ? std::optional(m_track->points(run)) : std::nullopt;
 }
 
 std::optional<ZoneShape> Zone::shape(int frame) const {
@@ -75,7 +76,7 @@ std::optional<ZoneShape> Zone::shape(int frame) const {
     if (!found) {
         return std::nullopt;
     }
-    const ShapeRun& run = m_track.run(m_track.indexOf(frame));
+    const ShapeRun& run = m_track->run(m_track->indexOf(frame));
     ZoneShape shape{0, {found->begin(), found->end()}, run.active != 0};
     if (run.edited) {
         shape.recordSize =
@@ -86,20 +87,21 @@ std::optional<ZoneShape> Zone::shape(int frame) const {
 
 bool Zone::isActive(int frame) const {
     // A frame without a shape has an active run.
-    return checkFrame(frame, kIsActiveLine) && m_track.run(m_track.indexOf(frame)).active != 0;
+    return checkFrame(frame, kIsActiveLine) && m_track->run(m_track->indexOf(frame)).active != 0;
 }
 
 void Zone::setActive(const EditScope& scope, int frame, bool active) {
     if (!checkFrame(frame, kSetActiveLine)) {
         return;
     }
+    ShapeTrack& track = changing();
     const RunRange range = spreadFrom(scope, frame);
     if (scope.changes) {
-        scope.changes->keepFlags(m_track, range);
+        scope.changes->keepFlags(track, range);
     }
     for (std::size_t run = range.first; run < range.end; ++run) {
-        m_track.makePresent(run);
-        m_track.setActive(run, active);
+        track.makePresent(run);
+        track.setActive(run, active);
     }
 }
 
@@ -108,9 +110,9 @@ void Zone::draw(int frame, platform::Canvas& canvas, const Placement& place, int
     if (!checkFrame(frame, kDrawLine)) {
         return;
     }
-    const std::size_t run = m_track.indexOf(frame);
-    if (m_track.run(run).present) {
-        drawShape(canvas, m_track.points(run), m_track.run(run).active != 0, place, selectedPoint,
+    const std::size_t run = m_track->indexOf(frame);
+    if (m_track->run(run).present) {
+        drawShape(canvas, m_track->points(run), m_track->run(run).active != 0, place, selectedPoint,
                   font);
     }
 }
@@ -119,11 +121,11 @@ bool Zone::hitTest(ZoneEditing& editing, int frame, int x, int y) const {
     if (!checkFrame(frame, kHitTestLine)) {
         return false;
     }
-    const std::size_t run = m_track.indexOf(frame);
-    if (!m_track.run(run).present) {
+    const std::size_t run = m_track->indexOf(frame);
+    if (!m_track->run(run).present) {
         return false;
     }
-    editing.selectedPoint = hitHandle(m_track.points(run), editing.centerOf(frame), {x, y});
+    editing.selectedPoint = hitHandle(m_track->points(run), editing.centerOf(frame), {x, y});
     return editing.selectedPoint != -1;
 }
 
@@ -136,31 +138,33 @@ void Zone::moveSelectedPoint(const EditScope& scope, int frame, int x, int y) {
     if (!checkFrame(frame, kMoveSelectedPointLine) || handle == -1) {
         return;
     }
+    ShapeTrack& track = changing();
     const RunRange range = spreadFrom(scope, frame);
-    if (handle != static_cast<int>(m_track.points(range.first).size())) {
+    if (handle != static_cast<int>(track.points(range.first).size())) {
         moveHandle(scope, range, {x, y});
         return;
     }
     const Point center = scope.editing.centerOf(frame);
     const Point delta{wrappedDifference(x, center.x), wrappedDifference(y, center.y)};
     if (scope.changes) {
-        scope.changes->keepShift(m_track, range, delta);
+        scope.changes->keepShift(track, range, delta);
     }
-    m_track.shift(range, delta);
+    track.shift(range, delta);
 }
 
 void Zone::moveHandle(const EditScope& scope, RunRange range, Point to) {
     const Point clamped = clampedTo(scope.area, to);
     const int selected = scope.editing.selectedPoint;
     const auto handle = static_cast<std::size_t>(selected);
+    ShapeTrack& track = changing();
     if (scope.changes) {
         // An index below 0 is no point: no run has it, so whole runs are kept.
-        scope.changes->keepPoint(m_track, range, handle);
+        scope.changes->keepPoint(track, range, handle);
     }
     bool reported = false; // thousands of frames are worth one line
     for (std::size_t run = range.first; run < range.end; ++run) {
-        m_track.makePresent(run);
-        const std::span<Point> points = m_track.points(run);
+        track.makePresent(run);
+        const std::span<Point> points = track.points(run);
         if (selected >= 0 && handle < points.size()) {
             points[handle] = clamped;
         } else if (handle == points.size()) {
@@ -176,16 +180,17 @@ void Zone::moveHandle(const EditScope& scope, RunRange range, Point to) {
 }
 
 std::size_t Zone::shiftByCenters(const ZoneEditing& editing, std::size_t run, Point to) {
-    const std::size_t runsBefore = m_track.runCount();
-    const int end = m_track.endFrame(run);
-    for (int frame = m_track.run(run).firstFrame; frame < end; ++run) {
+    ShapeTrack& track = changing();
+    const std::size_t runsBefore = track.runCount();
+    const int end = track.endFrame(run);
+    for (int frame = track.run(run).firstFrame; frame < end; ++run) {
         const Point center = editing.centerOf(frame);
         frame = editing.sameCenterUntil(frame, end);
-        m_track.splitAt(frame);
-        shiftPoints(m_track.points(run),
+        track.splitAt(frame);
+        shiftPoints(track.points(run),
                     {wrappedDifference(to.x, center.x), wrappedDifference(to.y, center.y)});
     }
-    return m_track.runCount() - runsBefore;
+    return track.runCount() - runsBefore;
 }
 
 void Zone::addPoint(const EditScope& scope, int frame, int x, int y) {
@@ -193,11 +198,12 @@ void Zone::addPoint(const EditScope& scope, int frame, int x, int y) {
         return;
     }
     int& selected = scope.editing.selectedPoint;
-    const int added = insertPosition(selected, m_track.points(m_track.indexOf(frame)).size());
+    ShapeTrack& track = changing();
+    const int added = insertPosition(selected, track.points(track.indexOf(frame)).size());
     if (scope.changes) {
-        scope.changes->keepInsert(m_track, selected, {x, y});
+        scope.changes->keepInsert(track, selected, {x, y});
     }
-    changing().insertPointEverywhere(selected, {x, y});
+    track.insertPointEverywhere(selected, {x, y});
     if (added != -1) {
         selected = added;
     }
@@ -207,22 +213,27 @@ void Zone::deletePoint(const EditScope& scope, int frame, int x, int y) {
     if (!checkFrame(frame, kDeletePointLine)) {
         return;
     }
-    for (std::size_t run = 0; run < m_track.runCount(); ++run) {
-        const int hit = hitPoint(m_track.points(run), {x, y});
+    std::size_t run = firstRunWithPointAt({x, y});
+    if (run == m_track->runCount()) {
+        return;
+    }
+    ShapeTrack& track = changing();
+    for (; run < track.runCount(); ++run) {
+        const int hit = hitPoint(std::as_const(track).points(run), {x, y});
         if (hit == -1) {
             continue;
         }
         if (scope.changes) {
-            scope.changes->keepRemoval(m_track, run, static_cast<std::size_t>(hit));
+            scope.changes->keepRemoval(track, run, static_cast<std::size_t>(hit));
         }
-        changing().removePoint(run, static_cast<std::size_t>(hit));
+        track.removePoint(run, static_cast<std::size_t>(hit));
     }
 }
 
 bool Zone::takesPoint(int selectedPoint) const {
-    for (std::size_t run = 0; run < m_track.runCount(); ++run) {
-        if (!m_track.run(run).present ||
-            insertPosition(selectedPoint, m_track.points(run).size()) != -1) {
+    for (std::size_t run = 0; run < m_track->runCount(); ++run) {
+        if (!m_track->run(run).present ||
+            insertPosition(selectedPoint, m_track->points(run).size()) != -1) {
             return true;
         }
     }
@@ -230,12 +241,15 @@ bool Zone::takesPoint(int selectedPoint) const {
 }
 
 bool Zone::hasPointAt(int x, int y) const {
-    for (std::size_t run = 0; run < m_track.runCount(); ++run) {
-        if (hitPoint(m_track.points(run), {x, y}) != -1) {
-            return true;
-        }
+    return firstRunWithPointAt({x, y}) < m_track->runCount();
+}
+
+std::size_t Zone::firstRunWithPointAt(Point at) const {
+    std::size_t run = 0;
+    while (run < m_track->runCount() && hitPoint(m_track->points(run), at) == -1) {
+        ++run;
     }
-    return false;
+    return run;
 }
 
 void Zone::revert(TrackChanges& changes) {
@@ -247,13 +261,13 @@ void Zone::redo(TrackChanges& changes) {
 }
 
 void Zone::fillTo(int frameCount) {
-    if (frameCount > m_track.frameCount()) {
+    if (frameCount > m_track->frameCount()) {
         changing().resize(frameCount);
     }
 }
 
 bool Zone::checkFrame(int frame, int line) const {
-    const bool good = frame >= 0 && frame < m_track.frameCount();
+    const bool good = frame >= 0 && frame < m_track->frameCount();
     if (!good) {
         core::Log::get()->Error("%s:%d Frame index is invalid", kSource, line);
     }
@@ -266,7 +280,7 @@ RunRange Zone::spreadFrom(const EditScope& scope, int frame) {
         return scope.changes ? scope.changes->splitAt(track, at) : track.splitAt(at);
     };
     const std::size_t first = splitAt(frame);
-    return {first, scope.progressChanges ? m_track.runCount() : splitAt(frame + 1)};
+    return {first, scope.progressChanges ? track.runCount() : splitAt(frame + 1)};
 }
 
 } // namespace zone

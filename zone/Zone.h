@@ -19,7 +19,7 @@
 #include "zone/EditContext.h"
 #include "zone/Scale.h"
 #include "zone/ShapeDrawing.h"
-#include "zone/ShapeTrack.h"
+#include "zone/SharedTrack.h"
 #include "zone/ZoneShape.h"
 
 namespace tinyxml2 {
@@ -56,7 +56,7 @@ public:
     /// kMaxNameBytes.
     [[nodiscard]] static std::string storedName(const std::string& name);
     void setName(const std::string& name);
-    [[nodiscard]] int frameCount() const { return m_track.frameCount(); }
+    [[nodiscard]] int frameCount() const { return m_track->frameCount(); }
     /// A copy of the frame's shape; none when the frame has none. Logs nothing.
     [[nodiscard]] std::optional<ZoneShape> shape(int frame) const;
     /// The points of the frame's shape, valid until the next change; none when it has none. Logs
@@ -94,7 +94,9 @@ public:
     /// Calculated again only after a change.
     [[nodiscard]] std::uint64_t storedDigest(Scale scale) const;
     /// Roughly what the zone takes in memory.
-    [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_track.bytes(); }
+    [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_track->bytes(); }
+    /// Makes sure that the next change need not copy shapes that a copy of the zone shares.
+    void unshare() { (void)m_track.own(); }
 
     /// Appends the binary record. False when a write fails or the record would not fit its 32-bit
     /// size. Frames without a shape are written as empty active shapes.
@@ -113,13 +115,16 @@ private:
     void moveHandle(const EditScope& scope, RunRange range, platform::Point to);
     /// Moves each frame's own centre to `to`. Returns how many runs were added behind `run`.
     std::size_t shiftByCenters(const ZoneEditing& editing, std::size_t run, platform::Point to);
-    ZoneReadResult readUnnamed(std::span<const std::uint8_t> body, std::size_t statedSize,
-                               int limit, std::optional<Scale> scale);
+    static ZoneReadResult readUnnamed(ShapeTrack& track, std::span<const std::uint8_t> body,
+                                      std::size_t statedSize, int limit,
+                                      std::optional<Scale> scale);
 
+    /// The number of runs when none has.
+    [[nodiscard]] std::size_t firstRunWithPointAt(platform::Point at) const;
     /// For a change.
     [[nodiscard]] ShapeTrack& changing();
 
-    ShapeTrack m_track;
+    SharedTrack m_track;
     mutable std::optional<std::uint64_t> m_digest; ///< none after a change
     std::string m_name;
 };

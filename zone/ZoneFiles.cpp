@@ -66,6 +66,7 @@ std::shared_ptr<ZoneManager> ZoneManager::createForEditing(const std::string& ba
     if (!manager) {
         manager = createEmpty();
         if (manager) {
+            manager->frameCount = frameCount;
             manager->scale = scale;
         }
     }

@@ -42,6 +42,18 @@ void ZoneManager::insertZone(int index, std::shared_ptr<Zone> zone) {
     m_zones.insert(m_zones.begin() + index, std::move(zone));
 }
 
+std::shared_ptr<const ZoneManager> ZoneManager::snapshot() const {
+    auto taken = std::make_shared<ZoneManager>();
+    taken->videoWidth = videoWidth;
+    taken->videoHeight = videoHeight;
+    taken->frameCount = frameCount;
+    taken->scale = scale;
+    for (const std::shared_ptr<Zone>& zone : m_zones) {
+        taken->m_zones.push_back(std::make_shared<Zone>(*zone));
+    }
+    return taken;
+}
+
 const Zone* ZoneManager::checkedZone(int index, const char* message, int line) const {
     const Zone* found = zone(index).get();
     if (!found) {

@@ -54,6 +54,8 @@ public:
     void addZone(const std::shared_ptr<Zone>& zone);
     /// In front of the zone of that number; later ones move up.
     void insertZone(int index, std::shared_ptr<Zone> zone);
+    /// Exchanges all zones for those of the list, which holds no empty pointer.
+    void swapZones(std::vector<std::shared_ptr<Zone>>& zones) noexcept { m_zones.swap(zones); }
     /// Later zones move down.
     void removeZone(int zone);
     [[nodiscard]] std::string getZoneName(int zone) const;
@@ -73,6 +75,15 @@ public:
                   TrackChanges* changes = nullptr);
     void deletePoint(EditContext& context, int zone, int frame, int x, int y,
                      TrackChanges* changes = nullptr);
+
+    /// The zones as they are now, without what is known about their files: for another thread,
+    /// which may read it and call the two functions below. Costs next to nothing; each zone's first
+    /// change after it copies that zone's shapes.
+    [[nodiscard]] std::shared_ptr<const ZoneManager> snapshot() const;
+    /// What a save writes into each file, from its start, without logging. False when a write
+    /// fails or, for the binary file, there is no scale or a zone is too long for its format.
+    [[nodiscard]] bool writeInfo(core::File& file) const;
+    [[nodiscard]] bool writeZones(core::File& file) const;
 
     /// Writes both files of the video at `videoPath`, or neither. False, logged, when the
     /// information file cannot be written or the binary file cannot be opened. A binary file that
@@ -100,6 +111,7 @@ public:
     /// clamps negative values alone.
     int videoWidth = 0;
     int videoHeight = 0;
+    /// Of the video; kStoredFrameCount when it does not tell.
     int frameCount = 0;
     /// Between points and files. Without one the binary file cannot be written.
     std::optional<Scale> scale;
@@ -120,8 +132,6 @@ private:
     Zone& nextZone();
     [[nodiscard]] bool keepDamaged(const std::string& basePath);
     [[nodiscard]] bool saveBoth(const std::string& basePath);
-    [[nodiscard]] bool writeInfo(core::File& file) const;
-    [[nodiscard]] bool writeZones(core::File& file) const;
     bool failSave(const char* message, const core::FileError& reason);
 
     std::vector<std::shared_ptr<Zone>> m_zones; ///< no entry is empty

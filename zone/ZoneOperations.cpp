@@ -8,6 +8,7 @@ namespace zone {
 Zone& ZoneModel::changing(int zone) {
     Zone& found = *zones->zone(zone);
     saved.beforeChange(*zones, found);
+    ++changeCount;
     return found;
 }
 
@@ -82,11 +83,13 @@ void ListZone::revert(ZoneModel& model) noexcept {
 }
 
 void ListZone::insert(ZoneModel& model) {
+    ++model.changeCount;
     model.zones->insertZone(m_index, std::move(m_zone));
     model.context.insertZone(m_index, std::move(m_editing));
 }
 
 void ListZone::remove(ZoneModel& model) {
+    ++model.changeCount;
     m_zone = model.zones->zone(m_index);
     m_editing = std::move(model.context.zone(m_index));
     model.zones->removeZone(m_index);
@@ -99,6 +102,26 @@ std::vector<ZoneChange> ListZone::changes() const {
 
 std::size_t ListZone::bytes() const {
     return sizeof *this + (m_zone ? m_zone->bytes() : 0);
+}
+
+void ReplaceZones::swap(ZoneModel& model) noexcept {
+    ++model.changeCount;
+    model.zones->swapZones(m_zones);
+    model.context.zones.swap(m_editing);
+    std::swap(model.context.currentZone, m_current);
+    model.context.noteShown(*model.zones);
+}
+
+std::vector<ZoneChange> ReplaceZones::changes() const {
+    return {{ZoneChange::What::list, 0, {}}};
+}
+
+std::size_t ReplaceZones::bytes() const {
+    std::size_t total = sizeof *this;
+    for (const std::shared_ptr<Zone>& zone : m_zones) {
+        total += zone->bytes();
+    }
+    return total;
 }
 
 } // namespace zone

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -42,6 +43,7 @@ struct ZoneModel {
     std::shared_ptr<ZoneManager> zones;
     EditContext context;
     SavedContent saved;
+    std::uint64_t changeCount = 0; ///< grows with every change
 
     /// The zone, about to change; it must be there.
     [[nodiscard]] Zone& changing(int zone);
@@ -56,6 +58,7 @@ public:
     EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep);
 
     void apply(ZoneModel& model);
+    void prepare(ZoneModel& model) const { model.zones->zone(m_zone)->unshare(); }
     void revert(ZoneModel& model) noexcept;
     [[nodiscard]] std::vector<ZoneChange> changes() const;
     [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_changes.bytes(); }
@@ -109,6 +112,26 @@ private:
     int m_currentBefore = -1;
 };
 
-using ZoneOperation = edit::OneOf<ZoneModel, ZoneChange, EditShapes, RenameZone, ListZone>;
+/// Replaces all zones; what editing remembers of each goes with them.
+class ReplaceZones {
+public:
+    explicit ReplaceZones(std::vector<std::shared_ptr<Zone>> zones)
+        : m_zones(std::move(zones)), m_current(m_zones.empty() ? -1 : 0) {}
+
+    void apply(ZoneModel& model) { swap(model); }
+    void revert(ZoneModel& model) noexcept { swap(model); }
+    [[nodiscard]] std::vector<ZoneChange> changes() const;
+    [[nodiscard]] std::size_t bytes() const;
+
+private:
+    void swap(ZoneModel& model) noexcept;
+
+    std::vector<std::shared_ptr<Zone>> m_zones; ///< those that are not in the model
+    std::vector<ZoneEditing> m_editing;
+    int m_current;
+};
+
+using ZoneOperation =
+    edit::OneOf<ZoneModel, ZoneChange, EditShapes, RenameZone, ListZone, ReplaceZones>;
 
 } // namespace zone

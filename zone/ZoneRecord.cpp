@@ -86,10 +86,10 @@ std::string nameFrom(Bytes bytes) {
 
 bool Zone::write(core::File& file, Scale scale) const {
     std::uint64_t size = kWord + m_name.size() + 1 + kWord;
-    for (std::size_t run = 0; run < m_track.runCount(); ++run) {
+    for (std::size_t run = 0; run < m_track->runCount(); ++run) {
         const auto frames =
-            static_cast<std::uint64_t>(m_track.endFrame(run) - m_track.run(run).firstFrame);
-        size += frames * (kShapeHeaderSize + kPointSize * m_track.run(run).pointCount);
+            static_cast<std::uint64_t>(m_track->endFrame(run) - m_track->run(run).firstFrame);
+        size += frames * (kShapeHeaderSize + kPointSize * m_track->run(run).pointCount);
     }
     if (size > std::numeric_limits<std::uint32_t>::max()) {
         return false;
@@ -103,10 +103,10 @@ bool Zone::write(core::File& file, Scale scale) const {
     if (!m_name.empty()) {
         writer.bytes({reinterpret_cast<const std::uint8_t*>(m_name.c_str()), m_name.size() + 1});
     }
-    writer.u32(static_cast<std::uint32_t>(m_track.frameCount()));
-    for (std::size_t run = 0; run < m_track.runCount(); ++run) {
-        for (int frame = m_track.run(run).firstFrame; frame < m_track.endFrame(run); ++frame) {
-            writer.shape(m_track.run(run).active != 0, m_track.points(run));
+    writer.u32(static_cast<std::uint32_t>(m_track->frameCount()));
+    for (std::size_t run = 0; run < m_track->runCount(); ++run) {
+        for (int frame = m_track->run(run).firstFrame; frame < m_track->endFrame(run); ++frame) {
+            writer.shape(m_track->run(run).active != 0, m_track->points(run));
         }
     }
     return writer.finish();
@@ -116,18 +116,18 @@ std::uint64_t Zone::storedDigest(Scale scale) const {
     if (m_digest) {
         return *m_digest;
     }
-    std::uint64_t digest = static_cast<std::uint64_t>(m_track.frameCount());
+    std::uint64_t digest = static_cast<std::uint64_t>(m_track->frameCount());
     for (const char byte : m_name) {
         digest = (digest + static_cast<unsigned char>(byte)) * 0x100000001B3;
     }
     // Each frame's record has a weight of its own, so that runs need no walk through their frames
     // and it makes no difference where one run ends and an equal one begins.
     constexpr std::uint64_t kWeight = 0x9E3779B97F4A7C15;
-    for (std::size_t run = 0; run < m_track.runCount(); ++run) {
-        const auto first = static_cast<std::uint64_t>(m_track.run(run).firstFrame);
-        const auto end = static_cast<std::uint64_t>(m_track.endFrame(run));
+    for (std::size_t run = 0; run < m_track->runCount(); ++run) {
+        const auto first = static_cast<std::uint64_t>(m_track->run(run).firstFrame);
+        const auto end = static_cast<std::uint64_t>(m_track->endFrame(run));
         const std::uint64_t frames = (first + end - 1) * (end - first) / 2; // sum of their numbers
-        digest += recordDigest(m_track.run(run).active != 0, m_track.points(run), scale) *
+        digest += recordDigest(m_track->run(run).active != 0, m_track->points(run), scale) *
                   (frames * kWeight + (end - first));
     }
     m_digest = digest;
@@ -139,35 +139,36 @@ ZoneReadResult Zone::read(std::span<const std::uint8_t> body, std::size_t stated
     const bool keepsStored = frameCount == kStoredFrameCount;
     const int limit = keepsStored ? std::numeric_limits<int>::max() : frameCount;
     ZoneReadResult result;
-    changing().clear();
+    ShapeTrack& track = changing();
+    track.clear();
     if (body.size() >= kWord) {
         const std::size_t nameSize = loadU32(body.data());
         body = body.subspan(kWord);
         // A name that does not fit leaves the one of the information file.
         if (nameSize == 1) {
             m_name.clear();
-            result = readUnnamed(body, statedSize - kWord, limit, scale);
+            result = readUnnamed(track, body, statedSize - kWord, limit, scale);
         } else if (nameSize <= body.size()) {
             setName(nameFrom(body.first(nameSize)));
-            result = readFrames(body.subspan(nameSize), limit, scale, m_track)
+            result = readFrames(body.subspan(nameSize), limit, scale, track)
                          .resultAt(statedSize - kWord - nameSize);
         }
     }
-    if (!keepsStored && (!result.complete || m_track.frameCount() > 0)) {
-        m_track.extendLast(frameCount);
+    if (!keepsStored && (!result.complete || track.frameCount() > 0)) {
+        track.extendLast(frameCount);
     }
     return result;
 }
 
-ZoneReadResult Zone::readUnnamed(std::span<const std::uint8_t> body, std::size_t statedSize,
-                                 int limit, std::optional<Scale> scale) {
+ZoneReadResult Zone::readUnnamed(ShapeTrack& track, std::span<const std::uint8_t> body,
+                                 std::size_t statedSize, int limit, std::optional<Scale> scale) {
     if (!body.empty() && body[0] == 0) {
-        const FramesRead named = readFrames(body.subspan(1), limit, scale, m_track);
+        const FramesRead named = readFrames(body.subspan(1), limit, scale, track);
         if (named.complete && named.size + 1 == statedSize) {
             return named.resultAt(statedSize - 1);
         }
     }
-    const FramesRead unnamed = readFrames(body, limit, scale, m_track);
+    const FramesRead unnamed = readFrames(body, limit, scale, track);
     ZoneReadResult result = unnamed.resultAt(statedSize);
     if (unnamed.complete && unnamed.size + 1 == statedSize) {
         result.endsOneEarly = true;

@@ -1,5 +1,6 @@
 #include "zone/ZoneSession.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -8,9 +9,10 @@ namespace zone {
 using Name = StepLabel::Name;
 
 std::string_view stepName(Name name) {
-    constexpr std::string_view kNames[] = {"add zone",   "remove zone",  "rename", "add point",
-                                           "move point", "delete point", "active"};
-    static_assert(std::size(kNames) == static_cast<std::size_t>(Name::active) + 1);
+    constexpr std::string_view kNames[] = {"add zone",  "remove zone",    "rename",
+                                           "add point", "move point",     "delete point",
+                                           "active",    "restore version"};
+    static_assert(std::size(kNames) == static_cast<std::size_t>(Name::restore) + 1);
     return kNames[static_cast<std::size_t>(name)];
 }
 
@@ -54,6 +56,7 @@ void ZoneSession::beginGesture(StepLabel label) {
 
 void ZoneSession::endGesture() {
     m_lastMove = {};
+    m_gestureZones.clear();
     if (m_gesture) {
         History::Gesture gesture = std::move(*m_gesture);
         m_gesture.reset(); // listeners may begin another
@@ -63,6 +66,7 @@ void ZoneSession::endGesture() {
 
 void ZoneSession::cancelGesture() {
     m_lastMove = {};
+    m_gestureZones.clear();
     if (m_gesture) {
         History::Gesture gesture = std::move(*m_gesture);
         m_gesture.reset();
@@ -86,6 +90,10 @@ void ZoneSession::edit(const StepLabel& label, FrameRange frames, EditShapes::Ed
         return;
     }
     m_lastMove = {};
+    if (m_gesture && std::find(m_gestureZones.begin(), m_gestureZones.end(), label.zone) ==
+                         m_gestureZones.end()) {
+        m_gestureZones.push_back(label.zone);
+    }
     run(label, EditShapes(label.zone, frames, std::move(edit), keep));
 }
 
@@ -114,6 +122,24 @@ void ZoneSession::renameZone(int zone, const std::string& name) {
         endGesture();
         run({Name::rename, zone}, RenameZone(zone, stored));
     }
+}
+
+bool ZoneSession::restore(const ZoneManager& version) {
+    std::vector<std::shared_ptr<Zone>> copies;
+    for (int index = 0; index < version.zoneCount(); ++index) {
+        const std::shared_ptr<const Zone> zone = version.zone(index);
+        if (zones().frameCount >= 0 && zone->frameCount() != zones().frameCount) {
+            return false;
+        }
+        copies.push_back(std::make_shared<Zone>(*zone));
+    }
+    SavedContent now;
+    now.noteSaved(zones());
+    if (now.differs(version)) {
+        endGesture();
+        run({Name::restore}, ReplaceZones(std::move(copies)));
+    }
+    return true;
 }
 
 void ZoneSession::setActive(int zone, int frame, bool active) {
@@ -183,11 +209,26 @@ edit::Subscription ZoneSession::observe(History::Listener listener) {
 }
 
 bool ZoneSession::save(const std::string& videoPath) {
+    m_saveObservers.notify(false);
     const bool result = m_model.zones->save(videoPath);
     if (zones().lastSaveFailure().empty()) {
         m_model.saved.noteSaved(zones());
+        m_saveObservers.notify(true);
     }
     return result;
+}
+
+edit::Subscription ZoneSession::observeSaves(std::function<void(bool isSaved)> listener) {
+    return m_saveObservers.add(std::move(listener));
+}
+
+std::shared_ptr<const ZoneManager> ZoneSession::snapshot() {
+    std::shared_ptr<const ZoneManager> taken = zones().snapshot();
+    // An open gesture may have to be taken back, which must not need memory.
+    for (const int zone : m_gestureZones) {
+        m_model.zones->zone(zone)->unshare();
+    }
+    return taken;
 }
 
 bool ZoneSession::isThere(int zone, int frame) const {

@@ -6,10 +6,13 @@
 // neither is one that would change nothing.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "edit/History.h"
 #include "zone/ZoneOperations.h"
@@ -18,7 +21,16 @@ namespace zone {
 
 /// Names a step and the place it happened at.
 struct StepLabel {
-    enum class Name { addZone, removeZone, rename, addPoint, movePoint, deletePoint, active };
+    enum class Name {
+        addZone,
+        removeZone,
+        rename,
+        addPoint,
+        movePoint,
+        deletePoint,
+        active,
+        restore
+    };
 
     Name name = Name::addZone;
     int zone = -1;
@@ -74,6 +86,11 @@ public:
     void renameZone(int zone, const std::string& name);
     void setActive(int zone, int frame, bool active);
 
+    /// Makes the zones of `version` the contents, as the step "restore version". False, with
+    /// nothing changed, when they do not count as many frames as the video; true without a step
+    /// when a save would write the same bytes. `version` may be changed afterwards.
+    bool restore(const ZoneManager& version);
+
     void moveSelectedPoint(int zone, int frame, int x, int y);
     void addPoint(int zone, int frame, int x, int y);
     void deletePoint(int zone, int frame, int x, int y);
@@ -90,8 +107,17 @@ public:
 
     /// As ZoneManager::save; a good one makes the zones count as saved.
     bool save(const std::string& videoPath);
+    /// The listener is called in each save: before files are replaced, with false, and right after
+    /// a good save, with true.
+    [[nodiscard]] edit::Subscription observeSaves(std::function<void(bool isSaved)> listener);
     /// Whether a save would write other bytes now than right after opening or the last good save.
     [[nodiscard]] bool isModified() const { return m_model.saved.differs(zones()); }
+    /// What a save would write now, for a thread that writes it elsewhere: see
+    /// ZoneManager::snapshot(). May be taken in the middle of a gesture.
+    [[nodiscard]] std::shared_ptr<const ZoneManager> snapshot();
+    /// Another number after every change, undo and redo, so that whoever took a snapshot knows
+    /// whether it is the latest state. Never the same again.
+    [[nodiscard]] std::uint64_t changeCount() const { return m_model.changeCount; }
 
 private:
     [[nodiscard]] bool isThere(int zone, int frame) const;
@@ -114,6 +140,8 @@ private:
     ZoneModel m_model;
     History m_history;
     std::optional<History::Gesture> m_gesture;
+    std::vector<int> m_gestureZones; ///< that it has changed
+    edit::Observers<bool> m_saveObservers;
     Move m_lastMove; ///< the gesture's last operation; of zone -1 when that was no move
 };
 

@@ -1,10 +1,12 @@
 // Random edits through a session: each step taken back and done again leaves what was there before
 // and after it, listeners are told of every frame that differs, and "modified" means that a save
 // would write other bytes.
+#include <cerrno>
 #include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "tests/support/Random.h"
@@ -71,6 +73,9 @@ protected:
         m_manager = ZoneManager::createEmpty();
         m_manager->scale = zone::Scale{0.5F, 2.0F};
         m_manager->videoWidth = m_manager->videoHeight = 40;
+        m_manager->frameCount = frames;
+        m_snapshot = m_manager->snapshot();
+        m_snapshotContents.clear();
         m_session = std::make_unique<ZoneSession>(m_manager, limits);
         m_token = m_session->observe(
             [this](const auto& told) { m_told.insert(m_told.end(), told.begin(), told.end()); });
@@ -80,6 +85,14 @@ protected:
         EXPECT_TRUE(m_manager->saveAs("probe"));
         return file("probe-ZoneInfo.xml") + file("probe-ZoneInfo.bin");
     }
+    /// Takes a new one instead when it is time for that.
+    void checkSnapshot() {
+        ASSERT_EQ(contents(*m_snapshot), m_snapshotContents);
+        if (m_random.below(3) == 0) {
+            m_snapshot = m_session->snapshot();
+            m_snapshotContents = contents(*m_snapshot);
+        }
+    }
     void randomEdit();
     void randomStep();
 
@@ -88,6 +101,8 @@ protected:
     std::unique_ptr<ZoneSession> m_session;
     edit::Subscription m_token;
     std::vector<ZoneChange> m_told;
+    std::shared_ptr<const ZoneManager> m_snapshot;
+    std::vector<Lines> m_snapshotContents; ///< when it was taken
 };
 
 void ZoneSessionTest::randomEdit() {
@@ -101,6 +116,7 @@ void ZoneSessionTest::randomEdit() {
             s.addZone(m_random.oneOf<3, std::string>({"", "a", "R&D"}), m_frames);
         },
         [&] { s.removeZone(zone); },
+        [&] { ASSERT_TRUE(s.restore(*m_snapshot)); },
         [&] {
             s.renameZone(zone, m_random.oneOf<3, std::string>({"", "b", "c"}));
         },
@@ -127,9 +143,10 @@ void ZoneSessionTest::randomEdit() {
             }
         },
     };
-    constexpr int kFirstForGestures = 4; // those before it end one
-    const int first = s.inGesture() ? kFirstForGestures : m_random.below(10) == 0 ? 0 : 2;
+    constexpr int kFirstForGestures = 5; // those before it end one
+    const int first = s.inGesture() ? kFirstForGestures : m_random.below(10) == 0 ? 0 : 3;
     edits[first + m_random.below(static_cast<int>(std::size(edits)) - first)]();
+    checkSnapshot();
 }
 
 /// An edit, or a gesture of several.
@@ -179,7 +196,10 @@ TEST_F(ZoneSessionTest, TwentyThousandEditsAreTakenBackAndDoneAgainExactly) {
             for (std::size_t step = 1; step < states.size(); ++step) {
                 const std::size_t to = back ? states.size() - 1 - step : step;
                 m_told.clear();
+                const std::uint64_t count = m_session->changeCount();
                 ASSERT_TRUE(back ? m_session->undo() : m_session->redo());
+                ASSERT_GT(m_session->changeCount(), count);
+                checkSnapshot();
                 ASSERT_EQ(contents(*m_manager), states[to]) << round << " " << to;
                 ASSERT_TRUE(tellsEverything(m_told, states[back ? to + 1 : to - 1], states[to]));
             }
@@ -246,6 +266,59 @@ TEST_F(ZoneSessionTest, AGestureIsOneStepNamedByWhatItBeganWith) {
         m_session->undo();
     }
     EXPECT_LT(m_manager->zone(0)->bytes(), 50'000U) << "places that are no longer used are freed";
+}
+
+TEST_F(ZoneSessionTest, AnotherThreadReadsASnapshotWhileEditingGoesOn) {
+    begin(500);
+    m_session->addZone("Z", m_frames);
+    m_session->addZone("Y", m_frames);
+    m_session->addPoint(1, 0, 5, 5);
+    const std::shared_ptr<const ZoneManager> snapshot = m_session->snapshot();
+    const std::vector<Lines> expected = contents(*m_manager);
+    std::vector<Lines> read;
+    std::thread reader([&] { read = contents(*snapshot); });
+    for (int frame = 0; frame < m_frames; ++frame) {
+        m_session->addPoint(0, frame, frame, 5);
+        m_session->setActive(1, frame, frame % 2 == 0);
+        m_session->renameZone(1, std::to_string(frame));
+    }
+    while (m_session->undo()) {
+    }
+    reader.join();
+    EXPECT_EQ(read, expected);
+}
+
+TEST_F(ZoneSessionTest, AVersionIsRestoredAsOneStepOnTopOfWhatIsThere) {
+    begin(3);
+    m_session->addZone("Z", m_frames);
+    const std::string older = bytes();
+    const std::shared_ptr<const ZoneManager> version = m_session->snapshot();
+    m_session->addPoint(0, 1, 5, 5);
+    std::string saves;
+    const edit::Subscription token = m_session->observeSaves([&](bool isSaved) {
+        saves += isSaved ? "saved" : m_session->isModified() ? "replacing " : "?";
+    });
+    m_files.failOn("sync", EIO);
+    EXPECT_FALSE(m_session->save("clip.ogv"));
+    m_files.heal();
+    ASSERT_TRUE(m_session->save("clip.ogv"));
+    EXPECT_EQ(saves, "replacing replacing saved");
+    const std::string newer = bytes();
+    EXPECT_TRUE(m_session->restore(*version));
+    EXPECT_EQ(bytes(), older);
+    EXPECT_EQ(zone::describe(*m_session->undoLabel()), "restore version");
+    const std::size_t steps = m_session->history().size();
+    EXPECT_TRUE(m_session->restore(*version));
+    EXPECT_EQ(m_session->history().size(), steps) << "it is restored already";
+    m_session->setActive(0, 0, false); // which must not reach the version
+    m_session->undo();
+    m_session->undo();
+    EXPECT_EQ(bytes(), newer);
+    EXPECT_FALSE(m_session->isModified());
+    const auto other = ZoneManager::createEmpty();
+    other->addZone(zone::Zone::create(m_frames + 1));
+    EXPECT_FALSE(m_session->restore(*other)) << "of another video";
+    EXPECT_EQ(bytes(), newer);
 }
 
 TEST_F(ZoneSessionTest, WhatASaveWouldWriteDecidesAndNotTheSteps) {

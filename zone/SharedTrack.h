@@ -1,0 +1,41 @@
+// A zone's track, which copies of the zone share until one of them changes it. A snapshot of the
+// zones costs next to nothing this way, and another thread may read it while the editor goes on.
+#pragma once
+
+#include <memory>
+
+#include "zone/ShapeTrack.h"
+
+namespace zone {
+
+class SharedTrack {
+public:
+    SharedTrack() = default;
+    SharedTrack(const SharedTrack& other) : m_track(other.m_track), m_isShared(true) {
+        // A track that is shared already belongs to a snapshot as well, which is only read.
+        if (!other.m_isShared) {
+            other.m_isShared = true;
+        }
+    }
+    SharedTrack& operator=(const SharedTrack&) = delete;
+    ~SharedTrack() = default;
+
+    [[nodiscard]] const ShapeTrack& get() const { return *m_track; }
+    [[nodiscard]] const ShapeTrack* operator->() const { return m_track.get(); }
+    /// For a change. Copies a shared track first, so it may throw; after a call without another
+    /// copy of this object in between it does not.
+    [[nodiscard]] ShapeTrack& own() {
+        if (m_isShared) {
+            m_track = std::make_shared<ShapeTrack>(*m_track);
+            m_isShared = false;
+        }
+        return *m_track;
+    }
+
+private:
+    std::shared_ptr<ShapeTrack> m_track = std::make_shared<ShapeTrack>();
+    /// Stays set after the others are gone: when a reader on another thread ends is not known.
+    mutable bool m_isShared = false;
+};
+
+} // namespace zone
