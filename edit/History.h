@@ -24,6 +24,7 @@
 #include <algorithm>
 #include <concepts>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <exception>
 #include <memory>
@@ -65,9 +66,9 @@ public:
     using Listener = typename Observers<const Changes&>::Listener;
 
     /// A step in progress: everything from pressing a button or key to releasing it. Destroying it
-    /// without commit undoes everything. A gesture that begins while another is open becomes part
-    /// of that one and must end before it. Must not outlive the history. Does nothing any more
-    /// once the history was cleared.
+    /// without commit undoes everything, of which listeners are notified. A gesture that begins
+    /// while another is open becomes part of that one and must end before it. Must not outlive the
+    /// history. Does nothing any more once the history was cleared.
     class Gesture {
     public:
         Gesture(Gesture&& other) noexcept
@@ -182,6 +183,7 @@ public:
             throw;
         }
         ++m_position;
+        ++m_revision;
         announceAlways();
         return true;
     }
@@ -196,6 +198,8 @@ public:
         return canRedo() ? &m_steps[m_position].label : nullptr;
     }
 
+    /// Grows with every change of the model, undo included: equal numbers mean equal contents.
+    [[nodiscard]] std::uint64_t revision() const { return m_revision; }
     /// Whether a gesture is open.
     [[nodiscard]] bool inGesture() const { return m_depth > 0; }
     /// How many of the steps are applied; the others can be redone.
@@ -207,6 +211,7 @@ public:
     /// `changes`. An open gesture ends with them; its operations are not reverted.
     void clear(Changes changes) {
         ++m_contents;
+        ++m_revision;
         m_open.reset();
         m_depth = 0;
         m_steps.clear();
@@ -233,6 +238,7 @@ private:
             operations.pop_back();
             throw;
         }
+        ++m_revision;
         if constexpr (requires(Operation & next) { operations.back().absorb(next); }) {
             const std::size_t count = operations.size();
             if (count >= mark + 2 && operations[count - 2].absorb(operations.back())) {
@@ -268,6 +274,14 @@ private:
         }
     }
     void dropGesture(std::size_t mark) noexcept {
+        try {
+            // Listeners may know of these changes already, by Gesture::announce.
+            for (std::size_t index = mark; index < m_open->operations.size(); ++index) {
+                collect(m_open->operations[index]);
+            }
+        } catch (const std::exception&) {
+            m_changes.clear(); // out of memory: listeners cannot be notified
+        }
         revert(m_open->operations, mark, m_open->operations.size());
         m_open->operations.erase(m_open->operations.begin() + static_cast<std::ptrdiff_t>(mark),
                                  m_open->operations.end());
@@ -281,6 +295,7 @@ private:
         }
     }
     void revert(std::vector<Operation>& operations, std::size_t from, std::size_t to) noexcept {
+        ++m_revision;
         for (std::size_t index = to; index > from; --index) {
             operations[index - 1].revert(m_model);
         }
@@ -335,7 +350,8 @@ private:
     std::optional<Step> m_open;
     int m_depth = 0;
     std::size_t m_contents = 0; ///< counts how often the model's contents were replaced
-    Changes m_changes;          ///< not yet announced
+    std::uint64_t m_revision = 0;
+    Changes m_changes; ///< not yet announced
     /// Whether listeners are to be called; shared so that its end is seen.
     std::shared_ptr<bool> m_hasNews = std::make_shared<bool>(false);
     bool m_isNotifying = false;

@@ -32,6 +32,9 @@ public:
     [[nodiscard]] std::shared_ptr<Branch> branch(int index) { return at(index); }
     /// Inserts at `index`, which may be the end. An empty pointer or other index is ignored.
     void insertBranch(int index, const std::shared_ptr<Branch>& branch);
+    void swapBranches(std::vector<std::shared_ptr<Branch>>& branches) noexcept {
+        m_branches.swap(branches);
+    }
     // An index out of range is ignored and not logged.
     void removeBranch(int index);
     /// Moves the branch at `from` so that it ends up at `to`.

@@ -11,9 +11,9 @@ const char* stepName(SceneStep step) {
         "add branch",       "duplicate branch", "remove branch", "move branch",
         "rename",           "first branch",     "video",         "add action",
         "duplicate action", "remove action",    "move action",   "condition",
-        "parameter",        "target",           "immediate",
+        "parameter",        "target",           "immediate",     "restore version",
     };
-    static_assert(kNames.size() == static_cast<std::size_t>(SceneStep::immediate) + 1);
+    static_assert(kNames.size() == static_cast<std::size_t>(SceneStep::restoreVersion) + 1);
     return kNames.at(static_cast<std::size_t>(step));
 }
 

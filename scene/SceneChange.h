@@ -7,7 +7,7 @@ namespace scene {
 /// Part::branches is among the changes, read everything again.
 struct SceneChange {
     enum class Part {
-        scene,       ///< another scene, or a new one
+        scene,       ///< everything: another scene, a new one, or another version of it
         branches,    ///< how many there are, and their order
         branchName,  ///< of `branch`
         video,       ///< of `branch`
@@ -37,6 +37,7 @@ enum class SceneStep {
     parameter,
     target,
     immediate,
+    restoreVersion,
 };
 
 /// A step's name in lower-case English ("move action"), which is also its translation key.

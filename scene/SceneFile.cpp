@@ -14,6 +14,7 @@
 namespace scene {
 namespace {
 
+constexpr const char* kNotLoaded = "Unable to load scene";
 constexpr int kSaveLine = 305; // as those in SceneManager.cpp
 /// About 200,000 actions, far more than any real scene; parsing takes many times the file's size.
 constexpr std::size_t kMaxFileBytes = std::size_t{32} * 1024 * 1024;
@@ -21,12 +22,6 @@ constexpr std::size_t kMaxFileBytes = std::size_t{32} * 1024 * 1024;
 bool failLoad(const char* reason) {
     core::Log::get()->Error("%s", reason);
     return false;
-}
-
-bool parse(const std::string& path, tinyxml2::XMLDocument& document) {
-    // From memory: the library does not open files by UTF-8 names on every system.
-    const std::optional<std::string> text = core::readWholeFile(path, kMaxFileBytes);
-    return text && document.Parse(text->data(), text->size()) == tinyxml2::XML_SUCCESS;
 }
 
 } // namespace
@@ -48,15 +43,27 @@ bool SceneManager::loadFolder(const std::string& folder) {
     return !m_loadFailed;
 }
 
+bool SceneManager::loadText(std::string_view text) {
+    m_loadFailed = !dropBranches() || !readText(text);
+    return !m_loadFailed;
+}
+
 bool SceneManager::dropBranches() {
     m_branchManager = BranchManager::create();
     return m_branchManager || failLoad("Unable to create branch manager");
 }
 
 bool SceneManager::readFile(const std::string& folder) {
+    // From memory: the library does not open files by UTF-8 names on every system.
+    const auto text = core::readWholeFile(folder + kSceneFileName, kMaxFileBytes);
+    return text ? readText(*text) : failLoad(kNotLoaded);
+}
+
+bool SceneManager::readText(std::string_view text) {
     tinyxml2::XMLDocument document;
-    if (!parse(folder + kSceneFileName, document)) {
-        return failLoad("Unable to load scene");
+    if (text.size() > kMaxFileBytes ||
+        document.Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS) {
+        return failLoad(kNotLoaded);
     }
     const tinyxml2::XMLNode* first = document.FirstChild();
     if (!first) {
@@ -127,6 +134,20 @@ bool SceneManager::writeTo(LineSink& sink) const {
 
 std::string SceneManager::fileText() const {
     TextSink sink;
+    return m_branchManager && writeTo(sink) ? sink.takeText() : std::string();
+}
+
+std::string SceneManager::fileBytes() const {
+    std::string bytes;
+    for (const char letter : fileText()) { // as core::File writes in text mode
+        bytes += letter == '\n' ? "\r" : "";
+        bytes += letter;
+    }
+    return bytes;
+}
+
+std::string SceneManager::escapedText() const {
+    EscapingSink sink;
     return m_branchManager && writeTo(sink) ? sink.takeText() : std::string();
 }
 

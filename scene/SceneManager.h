@@ -39,6 +39,8 @@ public:
     bool Load(const std::string& name);
     /// The same for any folder, which ends in a separator; Name() stays unless the file has one.
     bool loadFolder(const std::string& folder);
+    /// The same for a text that is a whole "Scene.xml". One that cannot be read is logged.
+    bool loadText(std::string_view text);
     /// Whether the last load failed.
     [[nodiscard]] bool loadFailed() const { return m_loadFailed; }
     /// Writes into `folder`, which ends in a separator and is created if missing. False if the file
@@ -53,6 +55,11 @@ public:
 
     /// What a save would write now, before line feeds become CR LF; empty without a branch manager.
     [[nodiscard]] std::string fileText() const;
+    /// The bytes of the file that a save would write now.
+    [[nodiscard]] std::string fileBytes() const;
+    /// The same scene as a text from which loadText reads every name exactly as it is: a saved file
+    /// is unreadable, or reads otherwise, when names hold mark-up.
+    [[nodiscard]] std::string escapedText() const;
     /// fileText() == text, without building that text.
     [[nodiscard]] bool hasFileText(std::string_view text) const;
 
@@ -84,6 +91,7 @@ private:
     [[nodiscard]] BranchManager* checkedManager(int line) const;
     [[nodiscard]] bool dropBranches();
     [[nodiscard]] bool readFile(const std::string& folder);
+    [[nodiscard]] bool readText(std::string_view text);
     [[nodiscard]] bool loadRoot(const tinyxml2::XMLElement& root);
     [[nodiscard]] bool writeTo(LineSink& sink) const;
 

@@ -9,7 +9,23 @@ std::size_t bytesOf(const Action& action) {
     return sizeof(action) + action.Parameter().capacity() + action.BranchID().capacity();
 }
 
+std::size_t bytesOf(Branch& branch) {
+    std::size_t sum = sizeof(branch) + branch.ID().capacity() + branch.Filename().capacity();
+    for (const auto& action : branch.actions()) {
+        sum += bytesOf(*action);
+    }
+    return sum;
+}
+
 } // namespace
+
+std::size_t SwapContents::bytes() const {
+    std::size_t sum = sizeof(*this) + firstBranch.capacity();
+    for (const auto& branch : branches) {
+        sum += bytesOf(*branch);
+    }
+    return sum;
+}
 
 void PlaceBranch::place(SceneManager& scene, bool in) const {
     if (in) {
@@ -20,12 +36,7 @@ void PlaceBranch::place(SceneManager& scene, bool in) const {
 }
 
 std::size_t PlaceBranch::bytes() const {
-    std::size_t sum =
-        sizeof(*this) + sizeof(Branch) + branch->ID().capacity() + branch->Filename().capacity();
-    for (const auto& action : branch->actions()) {
-        sum += bytesOf(*action);
-    }
-    return sum;
+    return sizeof(*this) + bytesOf(*branch);
 }
 
 void PlaceAction::place(SceneManager& scene, bool in) const {

@@ -47,6 +47,20 @@ struct SwapVideo {
     [[nodiscard]] std::size_t bytes() const { return sizeof(*this) + name.capacity(); }
 };
 
+/// Replaces all that the file holds but the scene's name.
+struct SwapContents {
+    std::string firstBranch;
+    std::vector<std::shared_ptr<Branch>> branches;
+
+    void apply(SceneManager& scene) noexcept {
+        scene.swapFirstBranch(firstBranch);
+        scene.branches()->swapBranches(branches);
+    }
+    void revert(SceneManager& scene) noexcept { apply(scene); }
+    [[nodiscard]] static SceneChanges changes() { return {{SceneChange::Part::scene, -1}}; }
+    [[nodiscard]] std::size_t bytes() const;
+};
+
 /// Inserts a branch, or removes an existing one.
 struct PlaceBranch {
     int index;
@@ -115,7 +129,8 @@ struct SwapAction {
     [[nodiscard]] std::size_t bytes() const;
 };
 
-using SceneOperation = edit::OneOf<SceneManager, SceneChange, SwapFirstBranch, SwapName, SwapVideo,
-                                   PlaceBranch, MoveBranch, PlaceAction, MoveAction, SwapAction>;
+using SceneOperation =
+    edit::OneOf<SceneManager, SceneChange, SwapFirstBranch, SwapName, SwapVideo, SwapContents,
+                PlaceBranch, MoveBranch, PlaceAction, MoveAction, SwapAction>;
 
 } // namespace scene

@@ -46,11 +46,27 @@ bool SceneSession::save(const std::string& folder) {
         m_savedText = m_scene->fileText();
         m_isNew = false;
     }
+    m_saves.notify(good);
     return good;
 }
 
 bool SceneSession::isModified() const {
     return !m_scene->hasFileText(m_savedText);
+}
+
+bool SceneSession::restore(const std::string& sceneXml) {
+    const std::shared_ptr<SceneManager> other = SceneManager::create();
+    if (m_scene->branches() == nullptr || !other || !other->loadText(sceneXml)) {
+        return false;
+    }
+    other->SetName(m_scene->Name());
+    if (m_scene->hasFileText(other->fileText())) {
+        return true;
+    }
+    SwapContents contents{other->FirstBranch(), {}};
+    other->branches()->swapBranches(contents.branches);
+    m_history.run({SceneStep::restoreVersion}, std::move(contents));
+    return true;
 }
 
 std::vector<std::string> SceneSession::branchNames() const {

@@ -13,6 +13,8 @@
 // action that does not exist; where BranchManager logs that, it is logged here too.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -48,11 +50,27 @@ public:
     bool newScene(const std::string& name);
     /// Saving a scene without a FirstBranch sets it, as a step of its own.
     bool save(const std::string& folder);
+    /// Called after each save, with whether it succeeded; `scene().saveFailure()` says why not.
+    [[nodiscard]] edit::Subscription observeSaves(std::function<void(bool good)> listener) {
+        return m_saves.add(std::move(listener));
+    }
     /// Whether saving now would write a different file than saving right after opening, or the last
     /// successful save. Compares contents; cheap enough to call after each edit.
     [[nodiscard]] bool isModified() const;
     /// Whether this is a new scene that has not been saved yet.
     [[nodiscard]] bool isNew() const { return m_isNew; }
+
+    /// The bytes of Scene.xml that a save would write now.
+    [[nodiscard]] std::string savedForm() const { return m_scene->fileBytes(); }
+    /// The scene as a text from which restore() brings back every name exactly as it is. A saved
+    /// file does not when names hold mark-up: one with "<" is unreadable. For drafts.
+    [[nodiscard]] std::string draftForm() const { return m_scene->escapedText(); }
+    /// Reads the contents of a scene file, a saved one or a draft, in place of the scene's, as one
+    /// step. The scene keeps its name. False, with nothing changed, if it cannot be read, which is
+    /// logged. No step if the contents are the same.
+    bool restore(const std::string& sceneXml);
+    /// Grows with every edit, undo, redo and opening.
+    [[nodiscard]] std::uint64_t revision() const { return m_history.revision(); }
 
     // Reading. An index out of range is logged as in BranchManager.h and gives an empty result.
     [[nodiscard]] int branchCount() const { return m_scene->branchCount(); }
@@ -112,6 +130,7 @@ private:
 
     std::shared_ptr<SceneManager> m_scene;
     History m_history;
+    edit::Observers<bool> m_saves;
     std::string m_savedText; ///< what saving wrote last, or would have written at opening
     bool m_isNew = false;
 };

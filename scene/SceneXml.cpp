@@ -22,6 +22,26 @@ void reportUnknownNode(const tinyxml2::XMLElement& element) {
     core::Log::get()->Error("Unknown node type: %s", element.Name());
 }
 
+namespace {
+
+std::string escaped(std::string_view text) {
+    std::string result;
+    for (const char letter : text) {
+        // Blanks alone would not be read as a text, nor would line ends stay as they are.
+        const bool isBlank = letter == '\n' || letter == '\r' ||
+                             (letter == ' ' && result.empty()) ||
+                             (letter >= '\t' && letter <= '\f');
+        if (isBlank || letter == '<' || letter == '&') {
+            result += "&#" + std::to_string(static_cast<int>(letter)) + ";";
+        } else {
+            result += letter;
+        }
+    }
+    return result;
+}
+
+} // namespace
+
 bool FileSink::line(std::initializer_list<std::string_view> parts) {
     m_line.clear();
     for (const std::string_view part : parts) {
@@ -37,6 +57,14 @@ bool TextSink::line(std::initializer_list<std::string_view> parts) {
     }
     m_text += '\n';
     return true;
+}
+
+bool EscapingSink::line(std::initializer_list<std::string_view> parts) {
+    if (parts.size() != 3) {
+        return TextSink::line(parts);
+    }
+    const std::string_view* part = parts.begin();
+    return TextSink::line({part[0], escaped(part[1]), part[2]});
 }
 
 bool ComparingSink::skip(std::string_view part) {

@@ -50,6 +50,13 @@ private:
     std::string m_text;
 };
 
+/// As TextSink, but texts are escaped so that every one reads back as it is. They stand in the
+/// middle of lines of three parts.
+class EscapingSink : public TextSink {
+public:
+    [[nodiscard]] bool line(std::initializer_list<std::string_view> parts) override;
+};
+
 /// Compares the lines with a text without building another.
 class ComparingSink : public LineSink {
 public:

@@ -121,6 +121,13 @@ TEST_F(HistoryTest, WhatIsNotCommittedIsTakenBack) {
         EXPECT_THROW(outer.run(Put{3, 0}), std::out_of_range);
     }
     EXPECT_EQ(m_model, (Model{1, 2, 3}));
+    {
+        auto shown = m_history.begin("shown");
+        shown.run(Put{1, 8});
+        shown.announce();
+        m_notices.clear();
+    }
+    EXPECT_EQ(m_notices, (Notices{{1}})) << "who heard of the 8 hears that it is gone";
     m_history.begin("empty").commit();
     EXPECT_TRUE(m_history.redo()) << "nothing was done since the undo";
     EXPECT_EQ(m_model, (Model{4, 2, 3}));

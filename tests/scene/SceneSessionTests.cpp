@@ -67,12 +67,15 @@ protected:
         m_told.insert(m_told.end(), changes.begin(), changes.end());
     });
     support::Random m_random{5};
+    std::string m_draft = m_session.draftForm(); ///< of another state, as is the other
+    std::string m_otherDraft = m_draft;
 };
 
 void SceneSessionTest::expectTold(const Contents& before) {
     const Contents now(m_session);
-    EXPECT_TRUE(now.first == before.first || isTold(Part::firstBranch, -1));
-    if (!isTold(Part::branches, -1)) {
+    EXPECT_TRUE(now.first == before.first || isTold(Part::firstBranch, -1) ||
+                isTold(Part::scene, -1));
+    if (!isTold(Part::branches, -1) && !isTold(Part::scene, -1)) {
         ASSERT_EQ(now.names.size(), before.names.size());
         for (std::size_t i = 0; i < now.names.size(); ++i) {
             const int branch = static_cast<int>(i);
@@ -85,7 +88,8 @@ void SceneSessionTest::expectTold(const Contents& before) {
 }
 
 bool SceneSessionTest::editOnce() {
-    static const char* const kTexts[] = {"", "a", "Hall", "Hall 2", "b c", "New Branch 2"};
+    static const char* const kTexts[] = {"",    "a",        "Hall",    "Hall 2",    "New Branch 2",
+                                         " \t", "a<&lt;>b", " \r\n\v", "\xFF\"&#7;"};
     const int branches = std::max(m_session.branchCount(), 1);
     const int branch = m_random.below(branches + 1);
     const int other = m_random.below(branches);
@@ -93,7 +97,7 @@ bool SceneSessionTest::editOnce() {
     const int actions = isThere ? m_session.actionCount(branch) : 0;
     const int action = m_random.below(actions + 1);
     const char* text = m_random.oneOf(kTexts);
-    switch (m_random.below(16)) {
+    switch (m_random.below(17)) {
     case 0:
         return branches < 9 && m_session.addBranch();
     case 1:
@@ -123,8 +127,12 @@ bool SceneSessionTest::editOnce() {
         return m_session.setParameter(branch, action, text);
     case 14:
         return m_session.setTarget(branch, action, text);
-    default:
+    case 15:
         return m_session.setImmediate(branch, action, m_random.below(2) == 0);
+    default:
+        m_draft.swap(m_otherDraft);
+        EXPECT_TRUE(m_session.restore(std::exchange(m_draft, m_session.draftForm())));
+        return true;
     }
 }
 
@@ -169,6 +177,8 @@ TEST_F(SceneSessionTest, RandomEditsGoBackToTheStartAndForthToTheEnd) {
         }
         expectState(before);
         ASSERT_EQ(states.size(), history.size() + 1);
+        ASSERT_TRUE(m_session.restore(m_session.draftForm()));
+        ASSERT_EQ(states.size(), history.size() + 1) << "a draft has all that a file has";
     }
     m_session.setFirstBranch("the end");
     states.resize(history.position(), states.front());
@@ -261,6 +271,32 @@ TEST_F(SceneSessionTest, ModifiedMeansThatASaveWouldWriteOtherBytes) {
     m_session.addBranch();
     EXPECT_EQ(m_session.branchNames(), Lines{"New Branch 3"}) << "numbers only grow";
     EXPECT_EQ(m_session.firstBranch(), "New Branch 3");
+}
+
+TEST_F(SceneSessionTest, RestoringAVersionIsOneStepAndKeepsTheName) {
+    const std::string form = m_session.savedForm();
+    EXPECT_EQ(form, saved());
+    m_session.removeBranch(0);
+    m_session.save("Scenes/A/");
+    EXPECT_TRUE(m_session.restore(form));
+    EXPECT_EQ(m_session.branchNames(), (Lines{"Hall", "Exit"}));
+    EXPECT_EQ(m_session.history().undoLabel()->step, SceneStep::restoreVersion);
+    testing::internal::CaptureStderr();
+    const std::uint64_t revision = m_session.revision();
+    for (const char* text : {"", "<Scene>", "<!-- --><Scene/>", "no file"}) {
+        EXPECT_FALSE(m_session.restore(text)) << text;
+    }
+    EXPECT_FALSE(m_session.restore(std::string(std::size_t{40} << 20U, ' ')));
+    (void)testing::internal::GetCapturedStderr();
+    EXPECT_EQ(m_session.revision(), revision);
+    EXPECT_EQ(m_session.savedForm(), form);
+    EXPECT_TRUE(m_session.restore("<Scene><Name>../B</Name><Branch/></Scene>"));
+    EXPECT_EQ(m_session.scene().Name(), "A") << "which is where a save goes";
+    EXPECT_EQ(m_session.branchNames(), Lines{""});
+    m_session.undo();
+    m_session.undo();
+    EXPECT_EQ(m_session.branchNames(), Lines{"Exit"});
+    EXPECT_FALSE(m_session.isModified());
 }
 
 TEST_F(SceneSessionTest, CopiesAndRemovedBranchesKeepTheRestInOrder) {
