@@ -65,6 +65,7 @@ void ZoneEdit::InitWindow() {
     m_flags->showAll();
     m_tools->showAll();
     m_frames->showAll();
+    commands().showEnabled();
 }
 
 void ZoneEdit::openVideo() {
@@ -123,13 +124,16 @@ void ZoneEdit::makeParts() {
     m_frames = std::make_unique<FramesPresenter>(controls, m_video, session, *m_header,
                                                  [this] { m_flags->showActive(); });
     m_tools = std::make_unique<PointTools>(controls, m_video, session);
+    m_changes = session.observe([this](const auto&) { commands().showEnabled(); });
 }
 
 void ZoneEdit::bindCommands() {
     namespace command = ui::command;
     commands().bind(command::kSave, [this] { saveZones(); });
     commands().bind(command::kClose, [this] { closeEditor(); });
-    commands().bind(command::kRemoveZone, [this] { removeZone(); });
+    commands().bind(
+        command::kRemoveZone, [this] { removeZone(); },
+        [this] { return m_zones && m_zones->hasZones(); });
     commands().bind(command::kStop, [this] { restoreText(); });
     commands().bind(command::kAddZone, [this] { m_zones->add(); });
     commands().bind(command::kBackTen, [this] { m_frames->backTen(); });

@@ -72,6 +72,7 @@ private:
     std::unique_ptr<ZonesPresenter> m_zones;
     std::unique_ptr<FramesPresenter> m_frames;
     std::unique_ptr<PointTools> m_tools;
+    edit::Subscription m_changes;
 };
 
 } // namespace zoneedit

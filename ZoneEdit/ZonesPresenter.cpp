@@ -96,11 +96,10 @@ void ZonesPresenter::remove() {
 }
 
 void ZonesPresenter::showEnabled() {
-    const bool hasZones = m_session.zones().zoneCount() > 0;
-    for (const std::u16string_view name : {kZoneCombo, kZoneEdit, kRemoveZoneButton}) {
-        m_controls.setEnabled(name, hasZones);
+    for (const std::u16string_view name : {kZoneCombo, kZoneEdit}) {
+        m_controls.setEnabled(name, hasZones());
     }
-    m_controls.setVisible(kEmptyLine, !hasZones);
+    m_controls.setVisible(kEmptyLine, !hasZones());
 }
 
 } // namespace zoneedit

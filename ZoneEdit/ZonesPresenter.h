@@ -26,6 +26,7 @@ public:
     /// Gives the edit the name of the current zone back.
     void restoreText();
     void add();
+    [[nodiscard]] bool hasZones() const { return m_session.zones().zoneCount() > 0; }
     [[nodiscard]] bool canRemove() const { return m_session.context().currentZone >= 0; }
     void remove();
 

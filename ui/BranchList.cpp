@@ -68,7 +68,8 @@ std::shared_ptr<BranchList> BranchList::create(const WindowContext& context,
 BranchList::BranchList(const WindowContext& context, const app_state::ScreenResult& returned)
     : EditorWindow(context, kBranchEditorCommands), m_components(context.gui.components()),
       m_returned(returned) {
-    commands().bind(command::kExit, [this] { exitProgram(); });
+    commands().bind(
+        command::kExit, [this] { exitProgram(); }, [this] { return isFree(); });
 }
 
 BranchList::~BranchList() = default;
@@ -95,14 +96,27 @@ void BranchList::InitWindow() {
 
 void BranchList::bindCommands() {
     Parts& parts = *m_parts;
-    commands().bind(command::kSave, [this] { save(); });
-    commands().bind(
+    const auto free = [this] { return isFree(); };
+    const auto hasBranches = [this, &parts] { return isFree() && parts.session.branchCount() > 0; };
+    const auto hasVideo = [this, &parts] {
+        return isFree() && parts.branches.shown() >= 0 && parts.videos.selected() >= 0;
+    };
+    const auto hasAction = [this, &parts] { return isFree() && parts.actions.canRemove(); };
+    CommandSet& commands = this->commands();
+    commands.bind(
+        command::kSave, [this] { save(); }, free);
+    commands.bind(
         command::kStop, [this] { stop(); }, [this] { return canStop(); });
-    commands().bind(command::kAddBranch, [&parts] { parts.branches.add(); });
-    commands().bind(command::kAddVideo, [this, &parts] { parts.adder.ask(*this); });
-    commands().bind(command::kEditZones, [this] { editZones(); });
-    commands().bind(command::kAddAction, [&parts] { parts.actions.add(); });
-    commands().bind(command::kRemoveAction, [this] { removeAction(); });
+    commands.bind(
+        command::kAddBranch, [&parts] { parts.branches.add(); }, free);
+    commands.bind(
+        command::kAddVideo, [this, &parts] { parts.adder.ask(*this); }, free);
+    commands.bind(
+        command::kEditZones, [this] { editZones(); }, hasVideo);
+    commands.bind(
+        command::kAddAction, [&parts] { parts.actions.add(); }, hasBranches);
+    commands.bind(
+        command::kRemoveAction, [this] { removeAction(); }, hasAction);
 }
 
 void BranchList::Notify(toolkit::TNotifyUI& message) {
@@ -176,22 +190,18 @@ bool BranchList::HandleMessage(const platform::Event& event) {
     return EditorWindow::HandleMessage(event);
 }
 
+bool BranchList::isFree() const {
+    return m_parts == nullptr || !m_parts->adder.isRunning();
+}
+
 void BranchList::showEnabled() {
-    // While a video is being copied nothing may change under the copy; Esc ends it.
-    const bool free = !m_parts->adder.isRunning();
-    for (const std::u16string_view name :
-         {kSaveButton, kExitButton, kAddBranchButton, kAddVideoButton, kActionList}) {
-        controls().setEnabled(name, free);
-    }
+    commands().showEnabled();
+    controls().setEnabled(kActionList, isFree());
     const bool hasBranches = m_parts->session.branchCount() > 0;
-    for (const std::u16string_view name :
-         {kBranchCombo, kNameEdit, kFirstCheck, kVideoCombo, kAddActionButton}) {
-        controls().setEnabled(name, free && hasBranches);
+    for (const std::u16string_view name : {kBranchCombo, kNameEdit, kFirstCheck, kVideoCombo}) {
+        controls().setEnabled(name, isFree() && hasBranches);
     }
     const bool isBranchShown = m_parts->branches.shown() >= 0;
-    controls().setEnabled(kEditZonesButton,
-                          free && isBranchShown && m_parts->videos.selected() >= 0);
-    controls().setEnabled(kRemoveActionButton, free && m_parts->actions.canRemove());
     m_parts->strip.showLackOfZones(isBranchShown && m_parts->actions.waitsForZone() &&
                                    m_parts->videos.lacksZones());
 }

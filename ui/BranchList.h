@@ -63,6 +63,8 @@ private:
     void copying(const jobs::CopyStatus& status) override;
     void copied(const jobs::ImportOutcome& outcome, bool copied) override;
 
+    /// While a video is being copied, nothing may change under the copy; Esc ends it.
+    [[nodiscard]] bool isFree() const;
     /// Enables what can be done now.
     void showEnabled();
 
