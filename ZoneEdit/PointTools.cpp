@@ -76,7 +76,9 @@ bool PointTools::press(Point position) {
     const video::CVideoUI* control = m_video.checkedControl(kMouseDownLine);
     const int zone = m_session.context().currentZone;
     const int frame = m_video.frame();
-    if (control == nullptr || zone < 0 || frame < 0 || !control->GetPos().contains(position)) {
+    // What lies over the picture takes its own presses.
+    if (control == nullptr || zone < 0 || frame < 0 ||
+        m_controls.manager().FindControl(position) != control) {
         return false;
     }
     const Rule& rule = ruleOf(m_tool);

@@ -50,6 +50,12 @@ DANGEROUS = {
     "Click": (DANGER_PRESSED, DANGER, DANGER),
     "Inactive": SECONDARY["Inactive"],
 }
+FLAT = {  # neither fill nor edge until it is under the pointer
+    "Normal": (None, None, MUTED),
+    "Hover": SECONDARY["Hover"],
+    "Click": SECONDARY["Click"],
+    "Inactive": (None, None, OFF),
+}
 FIELD = {
     "Normal": (SURFACE, EDGE),
     "Hover": (SURFACE, ACCENT),
@@ -83,7 +89,8 @@ def flat(colour, width=3, height=3):
 def button(width, height, look, icon=None, place=(0, 0)):
     fill, edge, colour = look
     image = Image(width, height)
-    framed(image, 0, 0, width, height, fill, edge)
+    if fill:
+        framed(image, 0, 0, width, height, fill, edge)
     if icon:
         skin_icons.draw(image, icon, place[0], place[1], colour)
     return image
@@ -154,7 +161,7 @@ def icon(name, size, colour, scale=1.0):
 
 
 def buttons():
-    for kind, looks, icons in (("Button", SECONDARY, ("Add", "Exit", "Close", "Zone")),
+    for kind, looks, icons in (("Button", SECONDARY, ("Add", "Exit", "Close", "Zone", "Undo")),
                                ("Primary", PRIMARY, ("Save", "Open")),
                                ("Danger", DANGEROUS, ("Remove",))):
         for state, look in looks.items():
@@ -162,9 +169,10 @@ def buttons():
                 yield kind + state, button(16, 25, look)
             for name in icons:
                 yield kind + name + state, button(48, 25, look, name, (14, 5))
-    for name, looks in (("Add", SECONDARY), ("Remove", DANGEROUS)):
+    for kind, name, looks in (("Icon", "Add", SECONDARY), ("Icon", "Remove", DANGEROUS), ("Icon", "Undo", SECONDARY),
+                              ("Icon", "Redo", SECONDARY), ("Icon", "More", SECONDARY), ("Flat", "Close", FLAT)):
         for state, look in looks.items():
-            yield "Icon" + name + state, button(28, 25, look, name, (6, 5))
+            yield kind + name + state, button(28, 25, look, name, (6, 5))
 
 
 def tiles():
@@ -201,7 +209,11 @@ def parts():
     card = Image(12, 12)
     framed(card, 0, 0, 12, 12, SURFACE, LINE, 4)
     yield "Card", card
-    yield "Mark", icon("Mark", 16, ACCENT)
+    notice = Image(12, 12)
+    framed(notice, 0, 0, 12, 12, HOT, ACCENT)
+    yield "Notice", notice
+    for name in ("Mark", "Note", "History"):
+        yield name, icon(name, 16, ACCENT)
     yield "Question", icon("Question", 32, QUESTION)
     yield "EmptyScenes", icon("Open", 32, OFF, 2.0)
 

@@ -51,8 +51,8 @@ def _ground(layout, skin, control):
             break
         rect = other.rect or (0, 0, 0, 0)
         inside = rect[0] <= x < rect[0] + rect[2] and rect[1] <= y < rect[1] + rect[3]
-        if not inside or other.get("visible") == "false":
-            continue
+        if not inside or other.get("visible") == "false" and not any(one is control for one in other.all()):
+            continue  # hidden, unless the control is seen together with it
         fill = colour(other.get("bkcolor"))
         if fill:
             ground = _over(fill, ground)

@@ -64,6 +64,21 @@ TEST_F(ZoneEditMouse, AddManyAddsAPointForEachClickAndDragsNone) {
     EXPECT_TRUE(isChecked(*m_driver, u"OptionAddMultiPoint"));
 }
 
+TEST_F(ZoneEditMouse, AMessageOverThePictureTakesOnlyPressesOfItsButtons) {
+    drawTriangle();
+    m_driver->get(u"PanelNotice").SetVisible(true);
+    test::pump();
+    const platform::Rect close = m_driver->get(u"ButtonCloseNotice").GetPos();
+    const Point onClose{close.left + 5 - at(0, 0).x, close.top + 5 - at(0, 0).y};
+    m_driver->click(u"OptionAddMultiPoint");
+    clickPicture(100, 10);
+    clickPicture(onClose.x, onClose.y);
+    EXPECT_EQ(points(0, 0).size(), 4U);
+    m_driver->click(u"OptionMovePoint");
+    m_driver->drag({at(100, 10), at(500, 500), at(onClose.x, onClose.y)});
+    EXPECT_EQ(points(0, 0)[3], onClose);
+}
+
 TEST_F(ZoneEditMouse, TheCentreHandleDragsTheWholeZone) {
     drawTriangle(); // its centre is (200, 200)
     goTo(4);

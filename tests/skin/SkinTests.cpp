@@ -98,6 +98,10 @@ private:
             toolkit::CControlUI& child = *control.childAt(i);
             if (child.isFocusable() && child.GetClass() != u"List") {
                 m_controls.push_back(&child);
+                child.SetEnabled(true);
+                for (toolkit::CControlUI* shown = &child; shown; shown = shown->GetParent()) {
+                    shown->SetVisible(true);
+                }
             }
             if (auto* text = dynamic_cast<toolkit::CLabelUI*>(&child)) {
                 m_texts.push_back(text);
@@ -181,7 +185,7 @@ TEST_P(SkinLook, ButtonsSayWhatTheirCommandsSay) {
         const std::u16string named = keyIn(command.toolTip);
         EXPECT_TRUE(named.empty() || named == ui::keyText(command.keys[0]));
         if (!command.control.empty()) {
-            EXPECT_EQ(m_driver.get(command.control).GetToolTip(), command.toolTip);
+            EXPECT_EQ(m_driver.get(command.control).GetToolTip(), ui::toolTipOf(command));
             seen.insert(std::u16string(command.control));
         }
     }
@@ -192,17 +196,23 @@ TEST_P(SkinLook, ButtonsSayWhatTheirCommandsSay) {
 }
 
 const std::string kZoneEditOrder =
-    "ButtonSave ButtonClose OptionMovePoint OptionAddPoint OptionAddMultiPoint OptionDeletePoint "
+    "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonClose ButtonNoticeUndo ButtonOnlyThisFrame "
+    "ButtonOnAllFrames ButtonRestoreDraft ButtonCloseNotice OptionMovePoint OptionAddPoint "
+    "OptionAddMultiPoint OptionDeletePoint "
     "ComboZone ButtonAddZone ButtonRemoveZone EditZone OptionToggleActive OptionProgressChanges "
     "ButtonPrevious10 ButtonPrevious EditCurrentFrame ButtonNext ButtonNext10";
 const Layout kLayouts[] = {
     {"Confirmation", "ButtonYes ButtonNo", ui::kConfirmationCommands},
-    {"OpenScene", "SceneList ButtonNewScene ButtonLoadScene ButtonExit", ui::kOpenSceneCommands},
+    {"OpenScene",
+     "ButtonDropDraft ButtonRestoreDraft SceneList ButtonNewScene ButtonMenu ButtonLoadScene "
+     "ButtonExit",
+     ui::kOpenSceneCommands},
     {"NewScene", "EditSceneName ButtonCreate ButtonBack", ui::kNewSceneCommands},
     {"BranchList",
-     "ButtonSave ButtonExit ComboBranchName ButtonAddBranch EditBranchName "
+     "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonExit ComboBranchName ButtonAddBranch "
+     "EditBranchName "
      "CheckFirst ComboVideoName ButtonAddVideo ButtonEditZones ButtonAddAction "
-     "ButtonRemoveAction BranchList",
+     "ButtonRemoveAction BranchList ButtonNoticeUndo ButtonRetarget ButtonCloseNotice",
      ui::kBranchEditorCommands},
     {"ZoneEdit", kZoneEditOrder, ui::kZoneEditorCommands},
     {"ZoneEditSmall", kZoneEditOrder, ui::kZoneEditorCommands},

@@ -22,7 +22,10 @@ constexpr Modifiers kControlShift{.shift = true, .control = true};
 
 /// Each command has its key's name for an id.
 constexpr Command kTable[] = {
-    {.id = "Ctrl+S", .control = u"Save", .keys = {{{Key::s, kControl}}}},
+    {.id = "Ctrl+S",
+     .control = u"Save",
+     .toolTip = u"Save: %s (Ctrl+S)",
+     .keys = {{{Key::s, kControl}}}},
     {.id = "Ctrl+D", .control = u"Missing", .keys = {{{Key::d, kControl}}}},
     {.id = "Ctrl+Z", .keys = {{{Key::z, kControl}}}},
     {.id = "Ctrl+Y", .keys = {{{Key::y, kControl}, {Key::z, kControlShift}}}},
@@ -51,7 +54,7 @@ public:
         for (const Command& command : kTable) {
             commands().bind(
                 command.id, [this, &command] { write(std::string(command.id)); },
-                [this] { return allowed; });
+                [this] { return allowed; }, [this] { return subject; });
         }
     }
     using EditorWindow::commands;
@@ -64,6 +67,7 @@ public:
     [[nodiscard]] std::string take() { return std::exchange(m_ran, {}); }
 
     bool allowed = true;
+    std::u16string subject;
 
 private:
     void write(const std::string& what) { m_ran += (m_ran.empty() ? "" : ", ") + what; }
@@ -155,7 +159,12 @@ TEST_F(Commands, RunOnceForAPressAndOnlyWhenTheyWouldDoSomething) {
     m_window->allowed = false;
     EXPECT_EQ(press("F5") + press("N"), "");
     m_window->commands().showEnabled();
-    EXPECT_FALSE(m_driver->get(u"Save").IsEnabled());
+    const toolkit::CControlUI& save = m_driver->get(u"Save");
+    EXPECT_FALSE(save.IsEnabled());
+    EXPECT_EQ(save.GetToolTip() + u"|" + save.accessibleName(), u"Save (Ctrl+S)|Save");
+    m_window->subject = u"it";
+    m_window->commands().showEnabled();
+    EXPECT_EQ(save.GetToolTip() + u"|" + save.accessibleName(), u"Save: it (Ctrl+S)|Save: it");
     m_window->allowed = true;
 
     for (const auto& [key, ran] : {std::pair{Key::n, "N"}, std::pair{Key::left, "Left, Left"}}) {

@@ -144,7 +144,7 @@ CControlUI* CContainerUI::childAt(int index) const {
 }
 
 CControlUI* CContainerUI::controlAt(Point point) {
-    if (CControlUI::controlAt(point) == nullptr) {
+    if (!isShown() || !GetPos().contains(point)) {
         return nullptr;
     }
     if (childClip().contains(point)) {
@@ -154,7 +154,7 @@ CControlUI* CContainerUI::controlAt(Point point) {
             }
         }
     }
-    return this;
+    return takesMouse() ? this : nullptr;
 }
 
 void CContainerUI::attach(CPaintManagerUI* manager, CControlUI* parent) {

@@ -19,7 +19,7 @@ const AttributeTable<CControlUI>& CControlUI::Attributes::table() {
         {u"text", [](CControlUI& c, Text v) { c.SetText(v); }},
         {u"tooltip", [](CControlUI& c, Text v) { c.SetToolTip(v); }},
         {u"userdata", [](CControlUI& c, Text v) { c.SetUserData(v); }},
-        {u"label", [](CControlUI& c, Text v) { c.m_label = v; }},
+        {u"label", [](CControlUI& c, Text v) { c.SetLabel(v); }},
         {u"pos", [](CControlUI& c, Text v) { assignIf(c.m_place, parsePlace(v)); }},
         {u"width",
          [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetFixedWidth, parseInt(v)); }},
@@ -53,6 +53,7 @@ const AttributeTable<CControlUI>& CControlUI::Attributes::table() {
         {u"visible",
          [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetVisible, parseBool(v)); }},
         {u"tabstop", [](CControlUI& c, Text v) { assignIf(c.m_tabStop, parseBool(v)); }},
+        {u"mouse", [](CControlUI& c, Text v) { assignIf(c.m_takesMouse, parseBool(v)); }},
     };
     return attributes;
 }
@@ -71,6 +72,13 @@ void CControlUI::SetText(std::u16string_view text) {
     if (m_text != text) {
         m_text = text;
         Invalidate();
+        accessibleChanged(platform::AccessibleChange::name);
+    }
+}
+
+void CControlUI::SetLabel(std::u16string_view text) {
+    if (m_label != text) {
+        m_label = text;
         accessibleChanged(platform::AccessibleChange::name);
     }
 }
@@ -271,7 +279,7 @@ platform::Rect CControlUI::visibleArea(const Rect& rect) const {
 }
 
 CControlUI* CControlUI::controlAt(Point point) {
-    return m_visible && m_pos.contains(point) ? this : nullptr;
+    return m_visible && m_takesMouse && m_pos.contains(point) ? this : nullptr;
 }
 
 void CControlUI::reveal(CControlUI& descendant) {

@@ -39,6 +39,8 @@ public:
     virtual void SetText(std::u16string_view text);
     [[nodiscard]] const std::u16string& GetToolTip() const { return m_toolTip; }
     void SetToolTip(std::u16string_view text) { m_toolTip = text; }
+    /// The accessible name of a control without fixed text.
+    void SetLabel(std::u16string_view text);
     /// Text that the program keeps with the control; never shown.
     [[nodiscard]] const std::u16string& GetUserData() const { return m_userData; }
     void SetUserData(std::u16string_view text) { m_userData = text; }
@@ -55,6 +57,9 @@ public:
     /// Not hidden itself, whatever is around it.
     [[nodiscard]] bool isShown() const { return m_visible; }
     [[nodiscard]] bool IsFocused() const;
+    /// Whether the mouse meets it; attribute "mouse". If not, what is below gets its presses and
+    /// movements, except where a child of its own is.
+    [[nodiscard]] bool takesMouse() const { return m_takesMouse; }
 
     /// Sizes in pixels; 0 means: as large as the place allows (or as the control's kind needs).
     void SetFixedWidth(int width);
@@ -139,7 +144,8 @@ public:
     [[nodiscard]] bool isInside(const CControlUI* ancestor) const;
     /// The first control below this one with `name` (exact, case-sensitive); null when none.
     [[nodiscard]] CControlUI* FindSubControl(std::u16string_view name) const;
-    /// The topmost visible control at `point`, disabled ones included; null when outside.
+    /// The topmost visible control at `point` that the mouse meets, disabled ones included; null
+    /// when there is none.
     [[nodiscard]] virtual CControlUI* controlAt(Point point);
     /// The part of `rect` (around this control) that is visible inside all its ancestors.
     [[nodiscard]] Rect visibleArea(const Rect& rect) const;
@@ -208,6 +214,7 @@ private:
     bool m_enabled = true;
     bool m_visible = true;
     bool m_tabStop = true;
+    bool m_takesMouse = true;
 };
 
 /// `control` as a T, or null when it is none (or null itself).

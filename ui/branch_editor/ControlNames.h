@@ -5,13 +5,7 @@
 
 namespace ui::branch_list {
 
-inline constexpr std::u16string_view kExitButton = u"ButtonExit";
-inline constexpr std::u16string_view kSaveButton = u"ButtonSave";
-inline constexpr std::u16string_view kAddBranchButton = u"ButtonAddBranch";
 inline constexpr std::u16string_view kAddVideoButton = u"ButtonAddVideo";
-inline constexpr std::u16string_view kEditZonesButton = u"ButtonEditZones";
-inline constexpr std::u16string_view kAddActionButton = u"ButtonAddAction";
-inline constexpr std::u16string_view kRemoveActionButton = u"ButtonRemoveAction";
 inline constexpr std::u16string_view kBranchCombo = u"ComboBranchName";
 inline constexpr std::u16string_view kVideoCombo = u"ComboVideoName";
 inline constexpr std::u16string_view kNameEdit = u"EditBranchName";
@@ -19,6 +13,12 @@ inline constexpr std::u16string_view kFirstCheck = u"CheckFirst";
 inline constexpr std::u16string_view kActionList = u"BranchList";
 
 inline constexpr std::u16string_view kSceneLabel = u"LabelScene";
+inline constexpr std::u16string_view kStateLabel = u"LabelState";
+inline constexpr std::u16string_view kNoticePanel = u"PanelNotice";
+inline constexpr std::u16string_view kNoticeText = u"LabelStrip";
+inline constexpr std::u16string_view kNoticeUndoButton = u"ButtonNoticeUndo";
+inline constexpr std::u16string_view kRetargetButton = u"ButtonRetarget";
+inline constexpr std::u16string_view kCloseNoticeButton = u"ButtonCloseNotice";
 inline constexpr std::u16string_view kStatus = u"LabelStatus";
 inline constexpr std::u16string_view kOwnVideo = u"LabelOwnVideo";
 inline constexpr std::u16string_view kZonesHint = u"LabelZonesHint";

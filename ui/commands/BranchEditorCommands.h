@@ -11,6 +11,7 @@ inline constexpr std::string_view kAddVideo = "addVideo";
 inline constexpr std::string_view kEditZones = "editZones";
 inline constexpr std::string_view kAddAction = "addAction";
 inline constexpr std::string_view kRemoveAction = "removeAction";
+inline constexpr std::string_view kRetarget = "retarget";
 } // namespace command
 
 inline constexpr std::u16string_view kBranchEditor = u"Branch editor";
@@ -29,6 +30,16 @@ inline constexpr Command kBranchEditorCommands[] = {
      u"Add an action to this branch"},
     {command::kRemoveAction, kBranchEditor, u"Remove Action", u"ButtonRemoveAction",
      u"Remove the chosen action"},
+    kUndoCommand,
+    kRedoCommand,
+    kMenuCommand,
+    kNoticeUndoCommand,
+    {command::kRetarget,
+     {},
+     u"Update Them",
+     u"ButtonRetarget",
+     u"Change the old name in all of them"},
+    kCloseNoticeCommand,
 };
 
 } // namespace ui

@@ -1,5 +1,6 @@
 #include "ui/commands/Command.h"
 
+#include <cstddef>
 #include <utility>
 
 namespace ui {
@@ -53,6 +54,25 @@ std::u16string keyText(const KeyChord& chord) {
         if (held) {
             text.insert(0, name);
         }
+    }
+    return text;
+}
+
+std::u16string toolTipOf(const Command& command, std::u16string_view subject) {
+    constexpr std::u16string_view kSubject = u": %s";
+    std::u16string text(command.toolTip);
+    if (const std::size_t at = text.find(kSubject); at != std::u16string::npos) {
+        text.replace(at, kSubject.size(),
+                     subject.empty() ? std::u16string() : u": " + std::u16string(subject));
+    }
+    return text;
+}
+
+std::u16string labelOf(const Command& command, std::u16string_view subject) {
+    std::u16string text = toolTipOf(command, subject);
+    const std::u16string key = u" (" + keyText(command.keys[0]) + u")";
+    if (text.ends_with(key)) {
+        text.resize(text.size() - key.size());
     }
     return text;
 }

@@ -25,11 +25,18 @@ struct Command {
     std::u16string_view group{};   ///< its heading in the list of keys
     std::u16string_view text{};    ///< in menus and in the list of keys
     std::u16string_view control{}; ///< the button that runs it; empty: none
-    std::u16string_view toolTip{}; ///< of that button, with the first key where it names one
+    /// Of that button, with the first key where it names one. ": %s" stands for what the command
+    /// would act on now.
+    std::u16string_view toolTip{};
     std::array<KeyChord, 2> keys{};
     bool repeats = false; ///< runs again and again while its key is held
     /// Ctrl and Alt held as well make no difference, unless another command has that chord.
     bool anyModifiers = false;
 };
+
+/// The command's tool tip for `subject`; empty: for none.
+[[nodiscard]] std::u16string toolTipOf(const Command& command, std::u16string_view subject = {});
+/// The same without the key, as a screen reader names the button.
+[[nodiscard]] std::u16string labelOf(const Command& command, std::u16string_view subject = {});
 
 } // namespace ui

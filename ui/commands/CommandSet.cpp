@@ -21,9 +21,9 @@ bool actsEverywhere(const platform::Event& event) {
 
 } // namespace
 
-void CommandSet::bind(std::string_view id, std::function<void()> run,
-                      std::function<bool()> enabled) {
-    m_bindings[id] = {std::move(run), std::move(enabled)};
+void CommandSet::bind(std::string_view id, std::function<void()> run, std::function<bool()> enabled,
+                      std::function<std::u16string()> subject) {
+    m_bindings[id] = {std::move(run), std::move(enabled), std::move(subject)};
 }
 
 const Command* CommandSet::find(std::string_view id) const {
@@ -126,6 +126,11 @@ void CommandSet::showEnabled() {
         toolkit::CControlUI* control = command != nullptr ? controlOf(*command) : nullptr;
         if (control != nullptr && binding.enabled) {
             control->SetEnabled(binding.enabled());
+        }
+        if (control != nullptr && binding.subject) {
+            const std::u16string subject = binding.subject();
+            control->SetToolTip(toolTipOf(*command, subject));
+            control->SetLabel(labelOf(*command, subject));
         }
     }
 }

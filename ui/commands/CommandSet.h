@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "ui/commands/Command.h"
@@ -28,8 +29,10 @@ public:
     CommandSet(toolkit::CPaintManagerUI& manager, std::span<const Command> table)
         : m_manager(manager), m_table(table) {}
 
-    /// What runs a command of the table. Commands without a handler do nothing.
-    void bind(std::string_view id, std::function<void()> run, std::function<bool()> enabled = {});
+    /// What runs a command of the table. Commands without a handler do nothing. `subject`: what it
+    /// would act on now, for the tool tip of its button.
+    void bind(std::string_view id, std::function<void()> run, std::function<bool()> enabled = {},
+              std::function<std::u16string()> subject = {});
 
     /// Whether it can run now: it has a handler, its condition holds, and its button, if the window
     /// has it, can be pressed.
@@ -41,13 +44,15 @@ public:
     bool runOf(std::u16string_view control);
     /// For a window's message filter. True when the key was a command's, run or not.
     bool handleKey(const platform::Event& event);
-    /// Enables the buttons of all commands with a condition by it.
+    /// Enables the buttons of all commands with a condition by it, and has them say what the
+    /// command would act on.
     void showEnabled();
 
 private:
     struct Binding {
         std::function<void()> run;
         std::function<bool()> enabled;
+        std::function<std::u16string()> subject;
     };
 
     [[nodiscard]] const Command* find(std::string_view id) const;

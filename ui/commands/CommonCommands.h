@@ -10,6 +10,12 @@ inline constexpr std::string_view kSave = "save";
 inline constexpr std::string_view kExit = "exit";
 inline constexpr std::string_view kStop = "stop";
 inline constexpr std::string_view kManual = "manual";
+inline constexpr std::string_view kUndo = "undo";
+inline constexpr std::string_view kRedo = "redo";
+inline constexpr std::string_view kMenu = "menu";
+inline constexpr std::string_view kNoticeUndo = "noticeUndo";
+inline constexpr std::string_view kCloseNotice = "closeNotice";
+inline constexpr std::string_view kRestoreDraft = "restoreDraft";
 } // namespace command
 
 inline constexpr std::u16string_view kEverywhere = u"Everywhere";
@@ -17,6 +23,31 @@ inline constexpr std::u16string_view kStopText = u"Close a list, stop what runs"
 
 inline constexpr KeyChord kCtrlS{platform::Key::s, {.control = true}};
 inline constexpr KeyChord kEsc{platform::Key::escape, {}};
+
+inline constexpr Command kUndoCommand{
+    .id = command::kUndo,
+    .group = kEverywhere,
+    .text = u"Undo",
+    .control = u"ButtonUndo",
+    .toolTip = u"Undo: %s (Ctrl+Z)",
+    .keys = {{{platform::Key::z, {.control = true}}}},
+    .repeats = true,
+};
+inline constexpr Command kRedoCommand{
+    .id = command::kRedo,
+    .group = kEverywhere,
+    .text = u"Redo",
+    .control = u"ButtonRedo",
+    .toolTip = u"Redo: %s (Ctrl+Y)",
+    .keys = {{{platform::Key::y, {.control = true}},
+              {platform::Key::z, {.shift = true, .control = true}}}},
+    .repeats = true,
+};
+inline constexpr Command kMenuCommand{command::kMenu, kEverywhere, u"More", u"ButtonMenu", u"More"};
+inline constexpr Command kNoticeUndoCommand{
+    command::kNoticeUndo, {}, u"Undo", u"ButtonNoticeUndo", u"Take this change back"};
+inline constexpr Command kCloseNoticeCommand{
+    command::kCloseNotice, {}, u"Close", u"ButtonCloseNotice", u"Close this message"};
 
 /// What every window runs, besides its own table.
 inline constexpr Command kCommonCommands[] = {

@@ -8,6 +8,7 @@ namespace ui {
 namespace command {
 inline constexpr std::string_view kOpenScene = "openScene";
 inline constexpr std::string_view kNewScene = "newScene";
+inline constexpr std::string_view kDropDraft = "dropDraft";
 inline constexpr std::string_view kCreate = "create";
 inline constexpr std::string_view kBackToStart = "backToStart";
 } // namespace command
@@ -17,6 +18,13 @@ inline constexpr Command kOpenSceneCommands[] = {
     {command::kNewScene, kEverywhere, u"New Scene", u"ButtonNewScene",
      u"Name and start a new scene"},
     {command::kExit, kEverywhere, u"Exit", u"ButtonExit", u"Leave Quorvel"},
+    {command::kRestoreDraft,
+     {},
+     u"Restore Unsaved Work",
+     u"ButtonRestoreDraft",
+     u"Open the scene with its unsaved work"},
+    {command::kDropDraft, {}, u"Hide", u"ButtonDropDraft", u"Hide this; the unsaved work is kept"},
+    kMenuCommand,
 };
 
 inline constexpr Command kNewSceneCommands[] = {

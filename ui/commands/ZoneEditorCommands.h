@@ -13,6 +13,8 @@ inline constexpr std::string_view kForward = "forward";
 inline constexpr std::string_view kForwardTen = "forwardTen";
 inline constexpr std::string_view kAddZone = "addZone";
 inline constexpr std::string_view kRemoveZone = "removeZone";
+inline constexpr std::string_view kOnlyThisFrame = "onlyThisFrame";
+inline constexpr std::string_view kOnAllFrames = "onAllFrames";
 } // namespace command
 
 inline constexpr std::u16string_view kFrames = u"Zone Edit: frames";
@@ -61,6 +63,26 @@ inline constexpr Command kZoneEditorCommands[] = {
      .anyModifiers = true},
     {command::kAddZone, kZones, u"Add Zone", u"ButtonAddZone", u"Add a zone"},
     {command::kRemoveZone, kZones, u"Remove Zone", u"ButtonRemoveZone", u"Remove this zone"},
+    kUndoCommand,
+    kRedoCommand,
+    kMenuCommand,
+    kNoticeUndoCommand,
+    {command::kOnlyThisFrame,
+     {},
+     u"Only This Frame",
+     u"ButtonOnlyThisFrame",
+     u"Give the later frames their own shape back"},
+    {command::kOnAllFrames,
+     {},
+     u"On All Frames",
+     u"ButtonOnAllFrames",
+     u"Make the change on every frame"},
+    {command::kRestoreDraft,
+     {},
+     u"Restore Unsaved Work",
+     u"ButtonRestoreDraft",
+     u"Bring the unsaved zones back"},
+    kCloseNoticeCommand,
 };
 
 } // namespace ui
