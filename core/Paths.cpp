@@ -103,6 +103,17 @@ bool listFolders(const std::string& folder, std::vector<std::string>& names) {
     return listMatches(withSeparator(folder) + "*.*", true, names);
 }
 
+void createFolders(platform::FileSystem& files, const std::string& path) {
+    for (std::size_t end = path.find_first_of("/\\", 1); end != std::string::npos;
+         end = path.find_first_of("/\\", end + 1)) {
+        const std::string part = path.substr(0, end);
+        if (!files.info(part)) {
+            int error = 0;
+            files.createFolder(part, error);
+        }
+    }
+}
+
 bool isFile(const std::string& path) {
     const auto info = services().fileSystem->info(path);
     return info && !info->isFolder;

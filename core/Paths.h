@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/FileSystem.h"
+
 namespace core {
 
 /// Name without folder and extension; the extension starts at the last dot of the name.
@@ -25,6 +27,10 @@ namespace core {
 bool listFiles(const std::string& pattern, std::vector<std::string>& names);
 /// Clears `names`, then lists the folders inside `folder`, without "." and "..".
 bool listFolders(const std::string& folder, std::vector<std::string>& names);
+
+/// Creates the folders of `path`, up to its last separator, where they are missing. Failures show
+/// when a file is made in them. Any thread.
+void createFolders(platform::FileSystem& files, const std::string& path);
 
 [[nodiscard]] bool isFile(const std::string& path);
 [[nodiscard]] bool isFolder(const std::string& path);

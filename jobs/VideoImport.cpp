@@ -29,18 +29,6 @@ bool isSameFile(FileSystem& files, const std::string& a, const FileInfo& infoA,
     return !fullA.empty() && fullA == files.fullPath(b);
 }
 
-/// Creates the folder and its parents where missing; failures show when copying.
-void createFolders(FileSystem& files, const std::string& folder) {
-    for (std::size_t end = folder.find_first_of("/\\", 1); end != std::string::npos;
-         end = folder.find_first_of("/\\", end + 1)) {
-        const std::string part = folder.substr(0, end);
-        if (!files.info(part)) {
-            int error = 0;
-            files.createFolder(part, error);
-        }
-    }
-}
-
 /// The file to which a copy is written before it replaces the destination. Removed at the end
 /// unless it was moved, so its stream must be closed first. Another editor that copies into the
 /// same folder may have put its own file there in the meantime: that one is never touched.
@@ -111,7 +99,7 @@ public:
             return *std::move(report);
         }
         const std::string folder = core::folderOf(m_destination);
-        createFolders(m_files, folder);
+        core::createFolders(m_files, folder);
         m_progress.copiedBytes = 0;
         m_progress.totalBytes = info->size;
         const std::string path = folder + kImportTemporary;

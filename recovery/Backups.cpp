@@ -1,0 +1,249 @@
+#include "recovery/Backups.h"
+
+#include <algorithm>
+#include <exception>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "core/Log.h"
+#include "core/Paths.h"
+#include "core/Services.h"
+#include "jobs/VideoImport.h"
+#include "recovery/Places.h"
+
+namespace recovery {
+namespace {
+
+using platform::FileSystem;
+
+std::string folderIn(const std::string& folder, const std::string& name) {
+    return folder.empty() ? std::string() : folder + encodedName(name) + "/";
+}
+
+/// Of the file's version: "-Scene.xml", or what follows the video in the name of its zone files.
+std::string_view endingOf(const std::string& path) {
+    for (const std::string_view ending : {kZoneListEnding, kZoneShapesEnding}) {
+        if (path.ends_with(ending)) {
+            return ending;
+        }
+    }
+    return kSceneEnding;
+}
+
+/// Whether each version has the same bytes as the file at `pathOf(file)`.
+template <typename Files, typename PathOf>
+bool areEqual(FileSystem& disk, const Files& files, PathOf pathOf) {
+    return std::all_of(files.begin(), files.end(), [&](const auto& file) {
+        return haveEqualBytes(disk, file.version, pathOf(file));
+    });
+}
+
+} // namespace
+
+std::string sceneVersionsFolder(const std::string& scene) {
+    return folderIn(backupsFolder(), scene);
+}
+
+std::string zoneVersionsFolder(const std::string& scene, const std::string& video) {
+    return folderIn(sceneVersionsFolder(scene), video);
+}
+
+Backups::Backups(std::function<std::string()> folder, std::function<bool()> isWanted)
+    : m_folderNow(std::move(folder)), m_isWanted(std::move(isWanted)) {}
+
+Backups::~Backups() {
+    try {
+        settle();
+    } catch (const std::exception&) {
+        return; // a line less in the log
+    }
+}
+
+void Backups::begin(const std::vector<std::string>& paths, Need need) noexcept {
+    try {
+        settle();
+        m_files.clear();
+        m_must = need == Need::must;
+        if (m_must || m_isWanted()) {
+            start(paths);
+        }
+    } catch (const std::exception&) {
+        m_report.failure = {{}, "out of memory"};
+    }
+}
+
+void Backups::start(const std::vector<std::string>& paths) {
+    FileSystem& disk = *core::services().fileSystem;
+    std::int64_t saved = 0;
+    for (const std::string& path : paths) {
+        const std::string end = disk.resolveLink(path); // as the save will
+        const auto info = end.empty() ? std::nullopt : disk.info(end);
+        if (info && !info->isFolder) {
+            saved = std::max(saved, info->modified);
+            m_files.push_back({end, std::string(endingOf(path))});
+        }
+    }
+    m_folder = m_folderNow();
+    if (m_files.empty() || m_folder.empty()) {
+        m_files.clear();
+        return;
+    }
+    core::createFolders(disk, m_folder);
+    const std::string base = freeBase(saved);
+    for (File& file : m_files) {
+        file.version = base + file.version;
+    }
+    m_mayBeEqual = !m_must && m_files.size() == paths.size();
+    linkOrCopy();
+}
+
+std::string Backups::freeBase(std::int64_t saved) const {
+    const std::int64_t now = core::services().clock->now();
+    Version version;
+    version.kept = now;
+    version.saved = saved <= 0 ? now : std::min(saved, now);
+    version.isDamaged = m_must;
+    const VersionList there = listVersions(*core::services().fileSystem, m_folder);
+    for (const Version& other : there.versions) {
+        if (other.kept == now) {
+            version.number = std::max(version.number, other.number + 1);
+        }
+    }
+    return version.baseIn(m_folder);
+}
+
+void Backups::linkOrCopy() {
+    FileSystem& disk = *core::services().fileSystem;
+    std::vector<File> left;
+    for (const File& file : m_files) {
+        int error = 0;
+        if (!disk.linkFile(file.path, file.version, error)) {
+            left.push_back(file);
+        }
+    }
+    if (left.empty()) {
+        return;
+    }
+    run([this, &disk, left = std::move(left)] {
+        jobs::ImportProgress progress;
+        for (const File& file : left) {
+            const jobs::ImportReport copy =
+                jobs::importVideo(disk, file.path, file.version, progress, [] {});
+            if (copy.result != jobs::ImportResult::copied) {
+                m_report.failure = {m_folder, copy.reason};
+                return;
+            }
+        }
+    });
+}
+
+core::FileError Backups::beforeReplace() noexcept {
+    try {
+        if (m_thread.joinable()) {
+            m_thread.join();
+        }
+        const core::FileError failure = std::exchange(m_report.failure, {});
+        if (failure.empty()) {
+            if (!m_files.empty()) {
+                (void)core::services().fileSystem->syncFolder(m_folder);
+            }
+            return {};
+        }
+        drop();
+        say("Earlier version not kept: " + failure.text());
+        return m_must ? failure : core::FileError{};
+    } catch (const std::exception&) {
+        return m_must ? core::FileError{{}, "out of memory"} : core::FileError{};
+    }
+}
+
+void Backups::end(bool replaced) noexcept {
+    try {
+        if (m_thread.joinable()) {
+            m_thread.join(); // the save failed before it was ready
+        }
+        if (!replaced) {
+            drop();
+        } else if (!m_files.empty()) {
+            tidyUp();
+        }
+    } catch (const std::exception&) {
+        m_files.clear(); // the next save tidies up
+    }
+}
+
+void Backups::drop() {
+    for (const File& file : m_files) {
+        int error = 0;
+        core::services().fileSystem->removeFile(file.version, error);
+    }
+    m_files.clear();
+    m_report = {};
+}
+
+void Backups::tidyUp() {
+    FileSystem& disk = *core::services().fileSystem;
+    platform::Clock& clock = *core::services().clock;
+    run([this, &disk, &clock, backups = backupsFolder()] {
+        const std::vector<Version> versions = listVersions(disk, m_folder).versions;
+        const auto ours = std::find_if(versions.begin(), versions.end(), [this](const Version& v) {
+            return m_files.front().version.starts_with(v.base + "-");
+        });
+        if (ours != versions.end() && isSuperfluous(disk, *ours, versions)) {
+            removeVersion(disk, *ours);
+        }
+        m_report.odd = tidy(disk, clock, backups, m_folder);
+    });
+}
+
+bool Backups::isSuperfluous(FileSystem& disk, const Version& ours,
+                            const std::vector<Version>& versions) const {
+    if (!m_mayBeEqual) {
+        return false;
+    }
+    const auto older = std::find_if(versions.begin(), versions.end(), [&](const Version& version) {
+        return version.kept < ours.kept ||
+               (version.kept == ours.kept && version.number < ours.number);
+    });
+    const bool isAsBefore = older != versions.end() && older->endings == ours.endings &&
+                            areEqual(disk, m_files, [&](const File& file) {
+                                return older->base + std::string(endingOf(file.version));
+                            });
+    return isAsBefore || areEqual(disk, m_files, [](const File& file) { return file.path; });
+}
+
+void Backups::run(std::function<void()> work) {
+    const auto guarded = [this, work = std::move(work)] {
+        try {
+            work();
+        } catch (const std::exception&) {
+            m_report.failure = {{}, "out of memory"};
+        }
+    };
+    try {
+        m_thread = std::thread(guarded);
+    } catch (const std::exception&) {
+        guarded(); // no thread: late is better than not
+    }
+}
+
+void Backups::settle() {
+    if (m_thread.joinable()) {
+        m_thread.join();
+    }
+    const Report report = std::exchange(m_report, {});
+    if (!report.odd.empty()) {
+        say("Ignored among the earlier versions: " + report.odd.front() +
+            (report.odd.size() == 1 ? std::string()
+                                    : " and " + std::to_string(report.odd.size() - 1) + " more"));
+    }
+}
+
+void Backups::say(const std::string& text) {
+    if (m_said.insert(text).second) {
+        core::Log::get()->Write(core::Log::Level::warning, "%s", text.c_str());
+    }
+}
+
+} // namespace recovery
