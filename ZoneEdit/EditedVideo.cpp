@@ -2,7 +2,9 @@
 
 #include "core/Log.h"
 #include "platform/Window.h"
+#include "platform/WindowParts.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "video/Video.h"
 
 namespace zoneedit {
 

@@ -3,7 +3,12 @@
 #include <algorithm>
 
 #include "ZoneEdit/ZoneEditControls.h"
+#include "edit/History.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/COptionUI.h"
+#include "zone/EditContext.h"
+#include "zone/ZoneManager.h"
+#include "zone/ZoneOperations.h"
 
 namespace zoneedit {
 

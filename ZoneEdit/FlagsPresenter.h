@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZoneEdit/EditedVideo.h"
+#include "edit/Observers.h"
 #include "ui/Controls.h"
 #include "zone/ZoneSession.h"
 

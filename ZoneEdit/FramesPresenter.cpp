@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "ZoneEdit/HeaderPresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneTexts.h"
 #include "core/Text.h"
+#include "toolkit/controls/CControlUI.h"
 
 namespace zoneedit {
 namespace {

@@ -7,6 +7,7 @@
 
 #include "ZoneEdit/EditedVideo.h"
 #include "ui/Controls.h"
+#include "video/CVideoUI.h"
 #include "zone/ZoneSession.h"
 
 namespace zoneedit {

@@ -6,9 +6,15 @@
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneTexts.h"
+#include "core/FileError.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "edit/History.h"
+#include "toolkit/controls/CControlUI.h"
 #include "ui/SceneHints.h"
+#include "zone/LoadReport.h"
+#include "zone/ZoneManager.h"
+#include "zone/ZoneOperations.h"
 
 namespace zoneedit {
 

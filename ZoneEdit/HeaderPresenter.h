@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "ZoneEdit/EditedVideo.h"
+#include "edit/Observers.h"
 #include "ui/Controls.h"
 #include "zone/ZoneSession.h"
 

@@ -5,7 +5,13 @@
 #include <utility>
 
 #include "ZoneEdit/ZoneEditControls.h"
+#include "platform/Geometry.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/COptionUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
+#include "video/CVideoUI.h"
+#include "video/PictureView.h"
+#include "zone/EditContext.h"
 
 namespace zoneedit {
 

@@ -4,9 +4,13 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "ZoneEdit/EditedVideo.h"
 #include "app/state/ScreenState.h"
+#include "platform/Geometry.h"
+#include "platform/Window.h"
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
 #include "zone/ZoneSession.h"

@@ -1,6 +1,7 @@
 #include "ZoneEdit/ZoneTexts.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <map>
 
 #include "check/SceneNames.h"

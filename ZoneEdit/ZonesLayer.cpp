@@ -1,7 +1,13 @@
 #include "ZoneEdit/ZonesLayer.h"
 
+#include <cstddef>
+#include <optional>
 #include <utility>
 
+#include "video/PictureView.h"
+#include "zone/EditContext.h"
+#include "zone/Zone.h"
+#include "zone/ZoneManager.h"
 #include "zone/ZoneSession.h"
 
 namespace zoneedit {

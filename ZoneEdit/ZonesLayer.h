@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "platform/Geometry.h"
 #include "video/Layer.h"
 #include "zone/ShapeDrawing.h"
 

@@ -1,6 +1,7 @@
 #include "ZoneEdit/ZonesPresenter.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -8,7 +9,11 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneTexts.h"
 #include "core/Text.h"
+#include "edit/History.h"
 #include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CControlUI.h"
+#include "zone/ZoneManager.h"
+#include "zone/ZoneOperations.h"
 
 namespace zoneedit {
 

@@ -4,8 +4,10 @@
 #include <string>
 
 #include "ZoneEdit/EditedVideo.h"
+#include "edit/Observers.h"
 #include "ui/Controls.h"
 #include "ui/NameList.h"
+#include "zone/EditContext.h"
 #include "zone/ZoneSession.h"
 
 namespace zoneedit {

@@ -4,8 +4,10 @@
 #include <utility>
 
 #include "ZoneEdit/ZoneEdit.h"
+#include "app/state/SharedServices.h"
 #include "scene/SceneSession.h"
 #include "ui/BranchList.h"
+#include "ui/EditorWindow.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
 

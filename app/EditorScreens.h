@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "app/Screens.h"
+#include "app/state/ScreenState.h"
 #include "ui/WindowContext.h"
 
 namespace zoneedit {

@@ -8,8 +8,11 @@
 #include "app/services/CommandLine.h"
 #include "app/services/Launcher.h"
 #include "app/services/Startup.h"
+#include "app/state/ScreenState.h"
+#include "app/state/SharedServices.h"
 #include "core/Log.h"
 #include "core/StandardError.h"
+#include "platform/Desktop.h"
 
 namespace app {
 namespace {

@@ -8,6 +8,7 @@
 #include "core/Log.h"
 #include "platform/CommandLine.h"
 #include "platform/DebugLine.h"
+#include "platform/Gui.h"
 #include "platform/ProgramFolder.h"
 #include "platform/Terminal.h"
 #include "src/TheoraLog.h"

@@ -3,11 +3,13 @@
 //
 // Usage: editor_bench prints a Markdown table. Needs a display; QT_QPA_PLATFORM=offscreen will do.
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "bench/MarkdownTable.h"
 #include "core/Translations.h"

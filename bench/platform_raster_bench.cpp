@@ -1,5 +1,7 @@
 // The canvas operations of a 33 ms video repaint, with a 1920x1088 picture shown at 1280x720.
 // Budget of the whole repaint: 6 ms; of the scaler: 2 ms.
+#include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include <benchmark/benchmark.h>

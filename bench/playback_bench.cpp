@@ -2,12 +2,19 @@
 // clip with each figure and its target. Usage: playback_bench FILE...
 //
 // The ratio to the floor counts, not the milliseconds: run it on a quiet machine.
+#include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <cstdint>
 #include <cstdio>
+#include <exception>
 #include <fstream>
+#include <memory>
 #include <random>
 #include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "bench/ConversionReport.h"
 #include "bench/PlaybackFloor.h"

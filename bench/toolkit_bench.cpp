@@ -1,6 +1,11 @@
 // The toolkit's own time, without a window system: building a window from its layout (budget with
 // the system's part: 150 ms until it is on the screen), an action list of 200 rows with three
 // combos of 1000 items each (budget: 100 ms), and one layout pass of it.
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <utility>
+
 #include <benchmark/benchmark.h>
 
 #include "platform/raster/RasterCanvas.h"

@@ -5,6 +5,7 @@
 // Usage: zoneedit_bench [CLIP] prints Markdown tables. CLIP should be 1280 x 720; default: that of
 // the larger demo scene. Needs a display; QT_QPA_PLATFORM=offscreen will do.
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <memory>

@@ -3,6 +3,9 @@
 #include <memory>
 #include <string>
 
+#include "scene/Action.h"
+#include "scene/Branch.h"
+#include "scene/BranchManager.h"
 #include "scene/SceneManager.h"
 
 namespace check {

@@ -12,6 +12,8 @@
 #include "core/Services.h"
 #include "core/StandardError.h"
 #include "core/Text.h"
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
 #include "platform/Immortal.h"
 
 namespace core {

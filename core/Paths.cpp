@@ -5,6 +5,7 @@
 
 #include "core/Services.h"
 #include "core/Text.h"
+#include "platform/FileSystem.h"
 
 namespace core {
 namespace {

@@ -1,5 +1,6 @@
 #include "core/SafeSave.h"
 
+#include <cstddef>
 #include <exception>
 
 #include "core/Paths.h"

@@ -1,5 +1,7 @@
 #include "core/Settings.h"
 
+#include <cstddef>
+#include <optional>
 #include <utility>
 
 #include <INIReader.h>

@@ -2,6 +2,7 @@
 // from decimal text to integers.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 

@@ -1,7 +1,9 @@
 #include "core/Translations.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <new>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -11,6 +13,7 @@
 #include "core/StandardError.h"
 #include "core/Text.h"
 #include "core/WholeFile.h"
+#include "platform/FileSystem.h"
 
 namespace core {
 namespace {

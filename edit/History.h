@@ -22,7 +22,7 @@
 #pragma once
 
 #include <algorithm>
-#include <concepts>
+#include <concepts> // IWYU pragma: keep
 #include <cstddef>
 #include <cstdint>
 #include <deque>

@@ -1,5 +1,7 @@
 #include "jobs/ImportOutcome.h"
 
+#include "src/TheoraProbe.h"
+
 namespace jobs {
 
 void ImportOutcome::note(const std::string& name, const ImportReport& report) {

@@ -10,6 +10,7 @@
 #include "platform/Accessible.h"
 #include "platform/Canvas.h"
 #include "platform/Event.h"
+#include "platform/Geometry.h"
 #include "platform/WindowParts.h"
 
 namespace platform {

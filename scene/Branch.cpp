@@ -1,6 +1,7 @@
 #include "scene/Branch.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <new>
 #include <string_view>
 

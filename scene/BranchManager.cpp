@@ -1,6 +1,7 @@
 #include "scene/BranchManager.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <new>
 
 #include "core/Log.h"

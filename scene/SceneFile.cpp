@@ -1,12 +1,19 @@
+#include <cstddef>
+#include <memory>
+#include <string>
 #include <string_view>
 
 #include <tinyxml2.h>
 
+#include "core/FileError.h"
 #include "core/Log.h"
 #include "core/Paths.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/WholeFile.h"
+#include "platform/FileSystem.h"
+#include "scene/Branch.h"
+#include "scene/BranchManager.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneXml.h"

@@ -9,6 +9,9 @@
 #include <vector>
 
 #include "edit/OneOf.h"
+#include "scene/Action.h"
+#include "scene/Branch.h"
+#include "scene/BranchManager.h"
 #include "scene/SceneChange.h"
 #include "scene/SceneManager.h"
 

@@ -1,7 +1,11 @@
 #include "scene/SceneSession.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <new>
+
+#include "scene/Branch.h"
+#include "scene/BranchManager.h"
 
 namespace scene {
 

@@ -21,6 +21,8 @@
 #include <vector>
 
 #include "edit/History.h"
+#include "edit/Observers.h"
+#include "scene/Action.h"
 #include "scene/SceneChange.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneOperations.h"

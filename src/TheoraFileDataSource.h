@@ -1,7 +1,10 @@
 // A clip's bytes from a file, which is opened at the first access.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <string>
 
 #include "platform/FileSystem.h"
 #include "src/TheoraDataSource.h"

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "src/TheoraLog.h"
+#include "src/TheoraPicture.h"
 
 namespace theora {
 

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 
+#include "platform/ThreadAnnotations.h"
 #include "src/TheoraMutex.h"
 #include "src/TheoraVideoFrame.h"
 

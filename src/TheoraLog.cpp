@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/ThreadAnnotations.h"
 #include "src/TheoraMutex.h"
 
 namespace theora {

@@ -1,6 +1,7 @@
 #include "src/TheoraVideoClip.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <utility>
 

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/ThreadAnnotations.h"
 #include "src/TheoraDataSource.h"
 #include "src/TheoraFrameQueue.h"
 #include "src/TheoraMutex.h"

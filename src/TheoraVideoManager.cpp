@@ -1,6 +1,7 @@
 #include "src/TheoraVideoManager.h"
 
 #include <atomic>
+#include <cstddef>
 #include <utility>
 
 #include <theora/theoradec.h>
@@ -10,6 +11,7 @@
 #include "src/TheoraException.h"
 #include "src/TheoraFileDataSource.h"
 #include "src/TheoraLog.h"
+#include "src/TheoraTimer.h"
 
 namespace theora {
 namespace {

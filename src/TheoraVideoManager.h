@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/FileSystem.h"
+#include "platform/ThreadAnnotations.h"
 #include "src/TheoraAudioInterface.h"
 #include "src/TheoraDataSource.h"
 #include "src/TheoraMutex.h"

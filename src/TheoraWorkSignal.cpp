@@ -1,5 +1,7 @@
 #include "src/TheoraWorkSignal.h"
 
+#include <condition_variable>
+
 namespace theora {
 
 std::uint64_t TheoraWorkSignal::count() const {

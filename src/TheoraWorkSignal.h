@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 
+#include "platform/ThreadAnnotations.h"
 #include "src/TheoraMutex.h"
 
 namespace theora {

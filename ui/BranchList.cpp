@@ -4,17 +4,28 @@
 #include <utility>
 #include <vector>
 
+#include "app/state/SharedServices.h"
 #include "core/Text.h"
 #include "core/Translations.h"
+#include "platform/Event.h"
+#include "platform/Gui.h"
 #include "scene/SceneFolders.h"
+#include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/window/Notification.h"
 #include "ui/Confirmation.h"
+#include "ui/Controls.h"
+#include "ui/NameList.h"
 #include "ui/SceneHints.h"
+#include "ui/WindowContext.h"
 #include "ui/branch_editor/ActionPresenter.h"
 #include "ui/branch_editor/ActionValues.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/branch_editor/StripPresenter.h"
 #include "ui/commands/BranchEditorCommands.h"
+#include "ui/commands/CommandSet.h"
+#include "ui/commands/CommonCommands.h"
 
 namespace ui {
 

@@ -9,6 +9,8 @@
 #include <span>
 #include <string>
 
+#include "app/state/ScreenState.h"
+#include "platform/Window.h"
 #include "ui/ComponentScope.h"
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"

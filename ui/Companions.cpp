@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "platform/EventLoop.h"
+#include "platform/Gui.h"
+#include "platform/Window.h"
 #include "ui/EditorWindow.h"
 
 namespace ui {

@@ -1,9 +1,15 @@
 #include "ui/Confirmation.h"
 
 #include <memory>
+#include <string_view>
 
 #include "core/Log.h"
 #include "core/Text.h"
+#include "platform/Event.h"
+#include "platform/Window.h"
+#include "toolkit/input/FocusKeeper.h"
+#include "toolkit/window/CPaintManagerUI.h"
+#include "ui/commands/CommandSet.h"
 #include "ui/commands/ConfirmationCommands.h"
 
 namespace ui {

@@ -2,6 +2,7 @@
 // Used by the branch editor and the zone editor. UI thread only.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "ui/ConfirmCallback.h"

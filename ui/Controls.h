@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace ui {

@@ -3,6 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/state/ScreenState.h"
+#include "platform/Event.h"
+#include "platform/Gui.h"
+#include "platform/Window.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/window/Notification.h"
 #include "ui/Manual.h"
 #include "ui/commands/CommonCommands.h"
 

@@ -5,6 +5,7 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "platform/Desktop.h"
+#include "platform/FileSystem.h"
 #include "platform/Gui.h"
 
 namespace ui {

@@ -1,10 +1,21 @@
 #include "ui/NewScene.h"
 
+#include <string_view>
+
+#include "app/state/ScreenState.h"
+#include "app/state/SharedServices.h"
 #include "check/SceneNames.h"
 #include "core/Text.h"
+#include "platform/Event.h"
+#include "platform/Gui.h"
 #include "scene/SceneSession.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CEditUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/Notification.h"
 #include "ui/SceneHints.h"
+#include "ui/WindowContext.h"
+#include "ui/commands/CommandSet.h"
 #include "ui/commands/StartCommands.h"
 
 namespace ui {

@@ -1,15 +1,27 @@
 #include "ui/OpenScene.h"
 
 #include <cstddef>
+#include <string_view>
 #include <utility>
 
+#include "app/state/ScreenState.h"
+#include "app/state/SharedServices.h"
 #include "core/Text.h"
+#include "platform/Gui.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/CTextUI.h"
 #include "toolkit/layout/CHorizontalLayoutUI.h"
+#include "toolkit/skin/WindowLook.h"
+#include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/Notification.h"
+#include "ui/WindowContext.h"
+#include "ui/commands/CommandSet.h"
+#include "ui/commands/CommonCommands.h"
 #include "ui/commands/StartCommands.h"
 
 namespace ui {

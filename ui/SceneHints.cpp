@@ -1,9 +1,12 @@
 #include "ui/SceneHints.h"
 
+#include <cstddef>
+
 #include "core/FileError.h"
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "platform/Clock.h"
 #include "scene/SceneFolders.h"
 
 namespace ui {

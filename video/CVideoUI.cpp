@@ -7,7 +7,11 @@
 #include <utility>
 
 #include "core/Log.h"
+#include "platform/Canvas.h"
+#include "platform/Geometry.h"
 #include "platform/Window.h"
+#include "platform/WindowParts.h"
+#include "toolkit/input/TEventUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace video {

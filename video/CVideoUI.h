@@ -7,11 +7,14 @@
 #include <atomic>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "platform/Accessible.h"
 #include "platform/EventLoop.h"
 #include "platform/FrameBuffer.h"
 #include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "video/Layer.h"
 #include "video/PictureView.h"
 #include "video/Video.h"

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Canvas.h"
+#include "platform/Geometry.h"
 #include "video/PictureView.h"
 
 namespace video {

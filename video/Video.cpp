@@ -6,6 +6,10 @@
 #include <utility>
 
 #include "core/Log.h"
+#include "src/TheoraOutputMode.h"
+#include "src/TheoraTimer.h"
+#include "src/TheoraVideoClip.h"
+#include "src/TheoraVideoFrame.h"
 
 namespace video {
 

@@ -3,6 +3,8 @@
 // editor. UI thread only, except for the frame-ready callback.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/StandardError.h"
+#include "platform/FileSystem.h"
 
 namespace zone {
 namespace {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "zone/ShapeGeometry.h"
+#include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
 namespace zone {

@@ -1,5 +1,7 @@
 #include "zone/SavedContent.h"
 
+#include "zone/Scale.h"
+#include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
 namespace zone {

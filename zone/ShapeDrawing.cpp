@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "platform/Color.h"
 #include "zone/ShapeGeometry.h"
 
 namespace zone {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "zone/Scale.h"
 #include "zone/ShapeGeometry.h"
 
 namespace zone {

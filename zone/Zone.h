@@ -7,6 +7,7 @@
 // area's top left.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>

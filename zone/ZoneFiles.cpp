@@ -1,20 +1,26 @@
 // Loading and saving the two zone files of a video.
 
 #include <algorithm>
+#include <cstddef>
 #include <new>
 #include <string_view>
 #include <utility>
 
 #include <tinyxml2.h>
 
+#include "core/FileError.h"
 #include "core/Log.h"
 #include "core/Paths.h"
+#include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/StandardError.h"
 #include "core/Text.h"
 #include "core/WholeFile.h"
+#include "platform/FileSystem.h"
 #include "zone/ChunkReader.h"
 #include "zone/DamagedPair.h"
+#include "zone/LoadReport.h"
+#include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneXml.h"
 

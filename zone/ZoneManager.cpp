@@ -1,5 +1,6 @@
 #include "zone/ZoneManager.h"
 
+#include <cstddef>
 #include <utility>
 
 #include "core/Log.h"

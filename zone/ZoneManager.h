@@ -16,7 +16,6 @@
 #include "core/File.h"
 #include "core/FileError.h"
 #include "core/ReplacedFiles.h"
-#include "core/SafeSave.h"
 #include "zone/EditContext.h"
 #include "zone/LoadReport.h"
 #include "zone/Scale.h"

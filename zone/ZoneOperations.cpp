@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "zone/Zone.h"
+
 namespace zone {
 
 Zone& ZoneModel::changing(int zone) {

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 
+#include "zone/ShapeRecord.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 

@@ -1,8 +1,13 @@
 #include "zone/ZoneSession.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <utility>
+
+#include "core/FileError.h"
+#include "platform/Geometry.h"
+#include "zone/Zone.h"
 
 namespace zone {
 

@@ -15,6 +15,11 @@
 #include <vector>
 
 #include "edit/History.h"
+#include "edit/Observers.h"
+#include "zone/EditContext.h"
+#include "zone/SavedContent.h"
+#include "zone/TrackChanges.h"
+#include "zone/ZoneManager.h"
 #include "zone/ZoneOperations.h"
 
 namespace zone {

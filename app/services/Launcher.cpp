@@ -9,6 +9,8 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "platform/FileSystem.h"
+#include "platform/Process.h"
 
 namespace app {
 namespace {

@@ -1,5 +1,6 @@
 #include "app/services/Startup.h"
 
+#include <memory>
 #include <utility>
 
 #include "core/Log.h"

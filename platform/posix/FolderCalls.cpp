@@ -1,12 +1,16 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/FileSystem.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/posix/SystemPath.h"
 

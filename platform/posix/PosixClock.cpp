@@ -2,6 +2,7 @@
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <string>
 
 #include "platform/Clock.h"
 #include "platform/Immortal.h"

@@ -1,3 +1,5 @@
+#include <string>
+
 #include "platform/CommandLine.h"
 
 namespace platform {

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdio>
+#include <string_view>
 
 #include "platform/DebugLine.h"
 

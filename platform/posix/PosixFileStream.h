@@ -1,6 +1,7 @@
 // An open file on top of C streams. Used by the POSIX back end's sources only.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>

@@ -2,6 +2,11 @@
 // asks nativeFileSystem().
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "platform/FileSystem.h"
 
 namespace platform {

@@ -2,6 +2,8 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
+#include <string>
 #include <vector>
 
 #include <fcntl.h>

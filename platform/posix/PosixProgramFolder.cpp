@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <string>
 #include <system_error>
 
 #include "platform/ProgramFolder.h"

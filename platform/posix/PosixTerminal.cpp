@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <string_view>
 
 #include "platform/Terminal.h"
 

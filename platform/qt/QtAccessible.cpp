@@ -4,6 +4,7 @@
 
 #include "platform/AccessibleTree.h"
 #include "platform/Guard.h"
+#include "platform/Window.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtSurface.h"
 #include "platform/qt/QtText.h"

@@ -4,9 +4,11 @@
 
 #include <QAccessible>
 #include <QPointer>
+#include <cstddef>
 #include <memory>
 
 #include "platform/Accessible.h"
+#include "platform/qt/QtSurface.h"
 
 namespace platform::qt {
 

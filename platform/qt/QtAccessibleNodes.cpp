@@ -1,7 +1,10 @@
 #include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <utility>
 
+#include "platform/Window.h"
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtSurface.h"
 #include "platform/qt/QtWindow.h"

@@ -1,6 +1,8 @@
 // The user's desktop through Qt.
 #pragma once
 
+#include <string>
+
 #include "platform/Desktop.h"
 
 namespace platform::qt {

@@ -3,8 +3,10 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QWindow>
+#include <string>
 
 #include "platform/Guard.h"
+#include "platform/qt/QtSurface.h"
 #include "platform/qt/QtWindow.h"
 
 namespace platform::qt {

@@ -2,6 +2,8 @@
 // works without one.
 #pragma once
 
+#include <optional>
+
 #include "platform/FileDialog.h"
 
 namespace platform::qt {

@@ -4,6 +4,7 @@
 #include <QTextLayout>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "platform/qt/QtText.h"
 

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QFont>
+#include <string_view>
 #include <vector>
 
 #include "platform/FontSet.h"
+#include "platform/Geometry.h"
 
 namespace platform::qt {
 

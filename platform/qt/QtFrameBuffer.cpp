@@ -1,6 +1,7 @@
 #include "platform/qt/QtFrameBuffer.h"
 
 #include <cerrno>
+#include <memory>
 #include <new>
 
 namespace platform::qt {

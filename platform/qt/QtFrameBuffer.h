@@ -1,9 +1,11 @@
 // A video picture's back buffer in plain memory.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "platform/FrameBuffer.h"
+#include "platform/Geometry.h"
 
 namespace platform::qt {
 

@@ -3,6 +3,7 @@
 #include <QSessionManager>
 #include <QWidget>
 #include <clocale>
+#include <memory>
 
 #include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"

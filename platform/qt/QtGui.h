@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QApplication>
+#include <cstdint>
 
 #include "platform/Gui.h"
 #include "platform/qt/QtDesktop.h"

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "platform/Geometry.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtFontSet.h"
 #include "platform/qt/QtText.h"

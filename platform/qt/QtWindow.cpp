@@ -4,7 +4,9 @@
 #include <QGuiApplication>
 #include <QMetaObject>
 #include <QScreen>
+#include <memory>
 
+#include "platform/Event.h"
 #include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtConvert.h"

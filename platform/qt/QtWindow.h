@@ -3,7 +3,10 @@
 
 #include <string>
 
+#include "platform/Accessible.h"
+#include "platform/Geometry.h"
 #include "platform/Window.h"
+#include "platform/WindowParts.h"
 #include "platform/qt/QtSurface.h"
 #include "platform/qt/QtWindowInput.h"
 #include "platform/qt/QtWindowPicture.h"

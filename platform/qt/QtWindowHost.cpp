@@ -7,8 +7,10 @@
 
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
+#include "platform/qt/QtSurface.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
+#include "platform/qt/QtWindowInput.h"
 
 namespace platform::qt {
 

@@ -1,8 +1,12 @@
 // Creates windows and offers what they share: screens, the clipboard and the mouse capture.
 #pragma once
 
+#include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
+#include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "platform/qt/QtTextPainter.h"
 

@@ -9,11 +9,13 @@
 #include <QStyleHints>
 #include <QWheelEvent>
 #include <cmath>
+#include <string>
 #include <utility>
 
 #include "platform/Composition.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtKeys.h"
+#include "platform/qt/QtSurface.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
 #include "platform/qt/QtWindowHost.h"

@@ -4,7 +4,7 @@
 #include <QPoint>
 #include <optional>
 
-#include "platform/Event.h"
+#include "platform/Geometry.h"
 #include "platform/WindowParts.h"
 #include "platform/qt/WindowMove.h"
 

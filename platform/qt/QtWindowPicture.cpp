@@ -5,11 +5,16 @@
 #include <cmath>
 #include <memory>
 
+#include "platform/Geometry.h"
 #include "platform/Guard.h"
+#include "platform/Window.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtFrameBuffer.h"
+#include "platform/qt/QtSurface.h"
+#include "platform/qt/QtTextPainter.h"
 #include "platform/qt/QtWindow.h"
 #include "platform/qt/QtWindowHost.h"
+#include "platform/raster/PixelView.h"
 #include "platform/raster/RasterCanvas.h"
 
 namespace platform::qt {

@@ -4,6 +4,8 @@
 
 #include <QBackingStore>
 
+#include "platform/Bitmap.h"
+#include "platform/FrameBuffer.h"
 #include "platform/WindowParts.h"
 #include "platform/raster/DirtyRegion.h"
 

@@ -1,5 +1,7 @@
 #include "platform/qt/QtWindowTimers.h"
 
+#include "platform/Event.h"
+#include "platform/qt/QtSurface.h"
 #include "platform/qt/QtWindow.h"
 
 namespace platform::qt {

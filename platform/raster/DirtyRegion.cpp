@@ -1,5 +1,6 @@
 #include "platform/raster/DirtyRegion.h"
 
+#include <cstddef>
 #include <utility>
 
 namespace platform::raster {

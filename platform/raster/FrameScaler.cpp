@@ -2,6 +2,9 @@
 
 #include <bit>
 #include <cstring>
+#include <vector>
+
+#include "platform/Geometry.h"
 
 namespace platform::raster {
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "platform/Bitmap.h"
+#include "platform/Geometry.h"
 
 namespace platform::raster {
 

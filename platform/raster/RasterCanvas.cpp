@@ -1,8 +1,10 @@
 #include "platform/raster/RasterCanvas.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
+#include "platform/Bitmap.h"
 #include "platform/raster/Blend.h"
 #include "platform/raster/FrameScaler.h"
 #include "platform/raster/Shapes.h"

@@ -2,9 +2,13 @@
 // contents and snapshots wherever the system has no drawing of its own by the rules of Canvas.
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "platform/Canvas.h"
+#include "platform/Color.h"
+#include "platform/FontSet.h"
+#include "platform/Geometry.h"
 #include "platform/raster/PixelView.h"
 #include "platform/raster/TextPainter.h"
 

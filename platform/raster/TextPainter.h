@@ -4,6 +4,8 @@
 #include <string_view>
 
 #include "platform/Canvas.h"
+#include "platform/Color.h"
+#include "platform/FontSet.h"
 #include "platform/raster/PixelView.h"
 
 namespace platform::raster {

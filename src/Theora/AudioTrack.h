@@ -3,11 +3,13 @@
 // a cache while sound continues.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <memory>
 #include <vector>
 
+#include "platform/ThreadAnnotations.h"
 #include "src/Theora/OggHandles.h"
 #include "src/Theora/PageReader.h"
 #include "src/Theora/StreamHeaders.h"

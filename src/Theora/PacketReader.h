@@ -6,6 +6,7 @@
 // increase. Empty packets (repeat the last picture) are frames; header packets are not.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 

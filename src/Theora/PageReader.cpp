@@ -1,5 +1,6 @@
 #include "src/Theora/PageReader.h"
 
+#include <cstddef>
 #include <new>
 
 namespace theora {

@@ -1,6 +1,10 @@
 #include "src/Theora/PageSearch.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
+
+#include "src/Theora/GranuleFormat.h"
 
 namespace theora {
 namespace {

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "src/Theora/PacketReader.h"
+#include "src/Theora/PageReader.h"
 
 namespace theora {
 

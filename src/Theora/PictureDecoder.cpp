@@ -1,6 +1,7 @@
 #include "src/Theora/PictureDecoder.h"
 
 #include <atomic>
+#include <cstddef>
 
 namespace theora {
 namespace {

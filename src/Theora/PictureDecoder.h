@@ -6,6 +6,9 @@
 #include <functional>
 #include <vector>
 
+#include "src/Theora/OggHandles.h"
+#include "src/Theora/PacketReader.h"
+#include "src/Theora/PageReader.h"
 #include "src/Theora/PageSearch.h"
 #include "src/Theora/StreamHeaders.h"
 #include "src/TheoraPicture.h"

@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/ThreadAnnotations.h"
 #include "src/TheoraMutex.h"
 #include "src/TheoraPicture.h"
 

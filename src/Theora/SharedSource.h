@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/ThreadAnnotations.h"
 #include "src/TheoraDataSource.h"
 #include "src/TheoraMutex.h"
 

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <chrono>
 #include <exception>
+#include <string>
 
 #include "platform/ThreadPriority.h"
+#include "src/Theora/PacketReader.h"
 #include "src/TheoraLog.h"
 
 namespace theora {

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <memory>
 
+#include "platform/ThreadAnnotations.h"
+#include "src/Theora/PageReader.h"
 #include "src/Theora/PictureDecoder.h"
 #include "src/Theora/PlaneCache.h"
 #include "src/TheoraMutex.h"

@@ -1,5 +1,6 @@
 #include "src/Theora/StreamHeaders.h"
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+#include "src/Theora/GranuleFormat.h"
+#include "src/Theora/OggHandles.h"
+#include "src/Theora/PageReader.h"
+#include "src/Theora/SharedSource.h"
 #include "src/Theora/StreamHeaders.h"
 
 namespace theora {

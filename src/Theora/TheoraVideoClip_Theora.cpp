@@ -2,10 +2,18 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <utility>
 
+#include "src/Theora/OggHandles.h"
 #include "src/Theora/StreamScan.h"
+#include "src/TheoraDataSource.h"
+#include "src/TheoraFrameQueue.h"
 #include "src/TheoraLog.h"
+#include "src/TheoraMutex.h"
+#include "src/TheoraPicture.h"
+#include "src/TheoraTimer.h"
+#include "src/TheoraVideoFrame.h"
 
 namespace theora {
 namespace {

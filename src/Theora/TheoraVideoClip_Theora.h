@@ -5,14 +5,18 @@
 #include <memory>
 #include <optional>
 
+#include "platform/ThreadAnnotations.h"
 #include "src/Theora/AudioTrack.h"
 #include "src/Theora/GranuleFormat.h"
+#include "src/Theora/PacketReader.h"
+#include "src/Theora/PageReader.h"
 #include "src/Theora/PictureDecoder.h"
 #include "src/Theora/PlaneCache.h"
 #include "src/Theora/SharedSource.h"
 #include "src/Theora/StepBackDecoder.h"
 #include "src/Theora/StreamHeaders.h"
 #include "src/TheoraAudioInterface.h"
+#include "src/TheoraOutputMode.h"
 #include "src/TheoraVideoClip.h"
 
 namespace theora {

@@ -1,6 +1,7 @@
 #include "src/TheoraUtil/ColorConvert.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "src/TheoraUtil/ColorRows.h"
 #include "src/TheoraUtil/PixelLayout.h"

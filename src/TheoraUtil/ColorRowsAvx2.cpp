@@ -1,6 +1,8 @@
 // 32 columns at a time with AVX2, bit-exact to the tables, without table lookups.
 //
 // Same arithmetic as ColorFactor.h and the portable loops.
+#include <cstddef>
+
 #include "src/TheoraUtil/ColorRows.h"
 
 #if defined(__x86_64__)

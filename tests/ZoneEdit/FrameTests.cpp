@@ -1,9 +1,11 @@
 // Stepping through the frames of a video: the number in the edit, the picture on the screen.
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <iterator>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/Text.h"

@@ -1,10 +1,11 @@
 // The four point tools, by real mouse events on the picture.
+#include <cstddef>
+#include <string_view>
 #include <vector>
 
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/COptionUI.h"
-#include "zone/Zone.h"
 
 namespace {
 

@@ -1,4 +1,6 @@
 // The list of zones: adding, choosing, naming, removing, the active flag, saving and closing.
+#include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <string>

@@ -1,5 +1,9 @@
 #include <cerrno>
+#include <cstddef>
 #include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 

@@ -1,3 +1,8 @@
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "app/services/CommandLine.h"

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/SafeSave.h"
 #include "core/Services.h"

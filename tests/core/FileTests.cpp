@@ -1,3 +1,10 @@
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "core/File.h"
 #include "core/WholeFile.h"
 #include "tests/core/CoreFixture.h"

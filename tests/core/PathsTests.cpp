@@ -1,4 +1,6 @@
 #include <cerrno>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 

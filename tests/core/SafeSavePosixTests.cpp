@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <string>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

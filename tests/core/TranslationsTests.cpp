@@ -1,3 +1,6 @@
+#include <set>
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "core/Settings.h"

@@ -1,4 +1,5 @@
 // Any bytes as the command line and as the launcher's settings file.
+#include <cstddef>
 #include <cstdint>
 #include <string>
 

@@ -1,5 +1,8 @@
 // Any text as an image attribute, drawn at a place and a size that come from it too.
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <string_view>
 
 #include "core/Text.h"
 #include "platform/raster/RasterCanvas.h"

@@ -1,5 +1,6 @@
 // Any bytes as a picture: what decodes has a size within the limits and can be read whole.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 #include "tests/fuzz/Require.h"

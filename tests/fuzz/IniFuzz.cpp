@@ -1,6 +1,9 @@
 // Any bytes as a translation file and as a settings file. A text comes from
 // one line of the file, whatever the others hold.
+#include <cstddef>
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "core/IniLines.h"
 #include "core/Settings.h"

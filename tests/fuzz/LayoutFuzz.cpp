@@ -2,7 +2,9 @@
 // out, painting, input nor taking down crashes. After the first zero byte of the data come events
 // of four bytes: kind and modifiers, key or button, x, y.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "platform/raster/RasterCanvas.h"
 #include "tests/fuzz/FuzzServices.h"

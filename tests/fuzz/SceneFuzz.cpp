@@ -1,7 +1,10 @@
 // Any bytes as Scene.xml: loading never crashes, and what loads saves to a file that loads again.
 // A scene that this program can have written is saved to the same bytes.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "scene/SceneManager.h"
 #include "tests/fuzz/FuzzServices.h"

@@ -1,5 +1,7 @@
 // Any bytes as a zipped skin: every entry is read or refused within the limits.
+#include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "tests/fuzz/Require.h"
 #include "toolkit/skin/ZipArchive.h"

@@ -2,8 +2,10 @@
 // what loads can be drawn, edited, saved and loaded again. The first byte is the frame count, the
 // next two the length of the information file, the rest the binary file.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "tests/fuzz/FuzzServices.h"
 #include "tests/fuzz/Require.h"

@@ -1,7 +1,10 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <string>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 

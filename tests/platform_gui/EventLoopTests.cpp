@@ -2,6 +2,7 @@
 #include <latch>
 #include <numeric>
 #include <stdexcept>
+#include <string>
 #include <thread>
 #include <vector>
 

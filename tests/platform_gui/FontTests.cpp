@@ -1,4 +1,8 @@
 #include <algorithm>
+#include <ios>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <tuple>
+#include <vector>
 
 #include <gtest/gtest.h>
 

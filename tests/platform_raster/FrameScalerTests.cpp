@@ -1,4 +1,7 @@
+#include <cstddef>
+#include <cstdint>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>

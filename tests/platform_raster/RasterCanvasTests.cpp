@@ -1,4 +1,7 @@
+#include <cstdint>
+#include <ios>
 #include <tuple>
+#include <utility>
 
 #include <gtest/gtest.h>
 

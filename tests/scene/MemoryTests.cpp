@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <string>
 
 #include "scene/SceneSession.h"
 #include "tests/scene/SceneFixture.h"

@@ -1,3 +1,5 @@
+#include <string>
+
 #include "tests/scene/SceneFixture.h"
 
 namespace {

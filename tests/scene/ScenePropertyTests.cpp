@@ -1,7 +1,11 @@
 // Random calls, valid and invalid, on a scenario, on its editing session and on a plain model of
 // the same rules, which log the same.
+#include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "core/Log.h"
 #include "scene/SceneSession.h"

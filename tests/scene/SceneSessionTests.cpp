@@ -1,9 +1,12 @@
 // The editing session: every edit can be taken back and done again exactly, and says what it
 // changed.
 #include <algorithm>
+#include <cstddef>
 #include <functional>
+#include <string>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "scene/SceneSession.h"
 #include "tests/scene/SceneFixture.h"

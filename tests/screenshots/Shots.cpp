@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <thread>
+#include <utility>
 
 #include "tests/support/gui/TestGui.h"
 #include "toolkit/controls/CContainerUI.h"

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -15,7 +16,6 @@
 
 #include "core/Text.h"
 #include "tests/support/gui/WindowDriver.h"
-#include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CEditUI.h"
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/controls/COptionUI.h"

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <numeric>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "platform/testing/OpenWindows.h"

@@ -2,6 +2,7 @@
 // done follows from the seed and from what the windows show, so that a seed repeats its course.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>

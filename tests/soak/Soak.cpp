@@ -9,7 +9,9 @@
 // by its seed, and by the number of its last session. Exit 0 when nothing was found.
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <map>
 #include <memory>

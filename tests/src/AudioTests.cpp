@@ -1,6 +1,9 @@
 // The sound that a clip delivers: all of it when played, and from the exact sample on after a seek.
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <iterator>
+#include <memory>
 #include <thread>
 #include <vector>
 

@@ -1,5 +1,7 @@
 // The colours of every mode against their definition, for every value that samples can take.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <numeric>
 #include <string_view>
 #include <vector>

@@ -2,6 +2,8 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <tuple>
 #include <vector>

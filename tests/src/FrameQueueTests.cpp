@@ -1,4 +1,5 @@
 // How frames circulate between the worker that fills them and the display that holds one.
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <string>

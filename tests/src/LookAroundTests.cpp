@@ -1,6 +1,7 @@
 // What a paused clip caches for the next step: frames past its queue and frames before, in bounded
 // memory.
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <thread>

@@ -1,6 +1,8 @@
 // Files whose frame numbers are not 0 to count - 1: cut from longer ones, counted wrongly, with
 // gaps.
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <vector>
 
 #include <gtest/gtest.h>

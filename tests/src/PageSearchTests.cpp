@@ -1,4 +1,7 @@
 // Decoding starts at the last keyframe before the frame, found by few probes of the file.
+#include <cstddef>
+#include <iterator>
+
 #include <gtest/gtest.h>
 
 #include "src/Theora/PageSearch.h"

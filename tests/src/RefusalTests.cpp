@@ -1,5 +1,8 @@
 // Bad files are rejected with one of the library's messages; damage after the headers is tolerated.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <string>
 #include <vector>
 

@@ -1,9 +1,13 @@
 // Every seek and every step shows exactly the frame that a plain sequential decode gives, whatever
 // the file's layout, and whether the queue, the plane cache or a decoder serves it.
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <numeric>
 #include <random>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 // Requests, decoding and destruction at random moments; most useful under ThreadSanitizer.
 #include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <memory>
 #include <thread>
 #include <vector>

@@ -1,5 +1,7 @@
 #include "tests/support/FaultyFileSystem.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <mutex>
 #include <utility>
 

@@ -1,5 +1,7 @@
 #include "tests/support/LogCapture.h"
 
+#include <cstddef>
+
 namespace support {
 
 LogCapture::LogCapture()

@@ -1,7 +1,8 @@
 #include "tests/support/MemoryFileSystem.h"
 
 #include <algorithm>
-#include <functional>
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 
 namespace support {

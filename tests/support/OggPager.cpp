@@ -1,6 +1,7 @@
 #include "tests/support/OggPager.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace support {
 namespace {

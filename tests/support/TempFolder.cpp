@@ -6,6 +6,7 @@
 #include <iterator>
 #include <random>
 #include <stdexcept>
+#include <system_error>
 
 #include "platform/FileSystem.h"
 

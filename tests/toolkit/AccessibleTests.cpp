@@ -1,11 +1,12 @@
 // What assistive technology is told of the controls.
+#include <functional>
+#include <string>
+#include <string_view>
 #include <tuple>
 
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CEditUI.h"
-#include "toolkit/controls/CListUI.h"
-#include "toolkit/controls/COptionUI.h"
 
 using namespace toolkit_test;
 using platform::AccessibleRole;

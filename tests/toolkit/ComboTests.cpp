@@ -1,4 +1,9 @@
 // Combos and their drop lists under real events.
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CListLabelElementUI.h"
 #include "toolkit/controls/DropListWindow.h"

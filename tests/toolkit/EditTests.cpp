@@ -1,4 +1,13 @@
 // Edits under real mouse, keys, clipboard and input methods.
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
 #include "core/Text.h"
 #include "tests/support/Random.h"
 #include "tests/toolkit/ToolkitTest.h"

@@ -1,7 +1,10 @@
 // Who has the keyboard and how Tab moves it.
+#include <cstdint>
+#include <string>
+#include <utility>
+
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CEditUI.h"
-#include "toolkit/controls/CListUI.h"
 
 using namespace toolkit_test;
 using platform::Key;

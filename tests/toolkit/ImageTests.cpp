@@ -1,7 +1,14 @@
 // Image attributes, decoding, and the nine parts on the screen.
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/skin/ImageDecoder.h"

@@ -1,5 +1,9 @@
 // Where controls stand.
+#include <functional>
+#include <string>
+#include <string_view>
 #include <tuple>
+#include <utility>
 
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CComboUI.h"

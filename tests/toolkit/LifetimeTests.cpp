@@ -1,5 +1,10 @@
 // Controls and windows that end inside their own handlers, and windows that cannot be made.
 #include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CListLabelElementUI.h"

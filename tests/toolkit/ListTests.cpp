@@ -1,4 +1,8 @@
 // Lists: rows, scrolling, selection.
+#include <memory>
+#include <string>
+#include <utility>
+
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CListLabelElementUI.h"
 #include "toolkit/controls/CListUI.h"

@@ -1,4 +1,9 @@
 // Who tells the window what, in which order, and what is never told.
+#include <functional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CEditUI.h"
 #include "toolkit/controls/CListUI.h"

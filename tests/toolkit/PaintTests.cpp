@@ -1,11 +1,13 @@
 // What is painted, how much of it, and what the state of a control does to it.
 #include <array>
+#include <cstdint>
+#include <functional>
+#include <string>
 #include <tuple>
+#include <vector>
 
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CButtonUI.h"
-#include "toolkit/controls/CLabelUI.h"
-#include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/text/TextPaint.h"
 

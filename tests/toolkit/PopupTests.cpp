@@ -1,8 +1,10 @@
 // Where drop lists and tool tips stand, and what tool tips say.
+#include <functional>
+#include <string>
+#include <string_view>
 #include <tuple>
 
 #include "tests/toolkit/ToolkitTest.h"
-#include "toolkit/controls/CEditUI.h"
 #include "toolkit/window/PopupPlacement.h"
 #include "toolkit/window/ToolTipWindow.h"
 

@@ -1,4 +1,11 @@
 // A skin from a folder or from the zip beside it, good and hostile.
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include <zlib.h>
 
 #include "tests/support/Random.h"

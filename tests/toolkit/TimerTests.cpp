@@ -1,4 +1,7 @@
 // Timers of controls.
+#include <functional>
+#include <map>
+
 #include "tests/toolkit/ToolkitTest.h"
 
 using namespace toolkit_test;

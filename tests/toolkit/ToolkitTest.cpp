@@ -1,5 +1,8 @@
 #include "tests/toolkit/ToolkitTest.h"
 
+#include <cstddef>
+#include <stdexcept>
+
 #include "core/Text.h"
 
 namespace toolkit_test {

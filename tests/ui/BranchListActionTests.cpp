@@ -1,11 +1,14 @@
 // The action list of the branch editor: rows, what they offer, and how they write back.
+#include <cstddef>
 #include <filesystem>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/Services.h"
 #include "core/Text.h"
+#include "core/Translations.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/windows/Answering.h"
 #include "tests/ui/BranchListFixture.h"

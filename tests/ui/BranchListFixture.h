@@ -1,7 +1,9 @@
 // The branch editor on a scene that a test makes.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Services.h"

@@ -8,7 +8,6 @@
 #include "core/Services.h"
 #include "core/Text.h"
 #include "tests/support/windows/EditorTest.h"
-#include "toolkit/controls/CEditUI.h"
 #include "ui/commands/CommandSet.h"
 
 namespace {

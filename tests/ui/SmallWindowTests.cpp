@@ -1,6 +1,7 @@
 // The open scene and new scene windows.
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>

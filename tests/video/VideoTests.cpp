@@ -2,9 +2,11 @@
 // buffer, what it paints, where its steps lead, and the news that the decoder's thread sends.
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 

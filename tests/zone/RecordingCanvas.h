@@ -2,8 +2,10 @@
 #pragma once
 
 #include <algorithm>
+#include <initializer_list>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Text.h"

@@ -1,4 +1,7 @@
+#include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <string>
 
 #include "tests/zone/ZoneFixture.h"
 

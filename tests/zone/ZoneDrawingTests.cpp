@@ -1,3 +1,9 @@
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "tests/zone/RecordingCanvas.h"
 #include "tests/zone/ZoneFixture.h"
 

@@ -1,6 +1,7 @@
 #include "tests/zone/ZoneFixture.h"
 
 #include <bit>
+#include <optional>
 
 namespace zone_tests {
 

@@ -1,7 +1,9 @@
 // What the zone tests share: bytes of zone files, a view with a scale, a current manager.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>

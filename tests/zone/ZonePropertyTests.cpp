@@ -1,10 +1,13 @@
 // Random calls, valid and invalid, on a manager and on a plain model of the same rules, with saves
 // and loads between them.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <limits>
 #include <optional>
 #include <sstream>
+#include <string>
 
 #include "tests/support/Random.h"
 #include "tests/zone/PlainZones.h"

@@ -1,3 +1,5 @@
+#include <string>
+
 #include "tests/zone/ZoneFixture.h"
 
 namespace zone_tests {

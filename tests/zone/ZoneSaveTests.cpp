@@ -1,3 +1,7 @@
+#include <cstddef>
+#include <string>
+#include <vector>
+
 #include "tests/zone/ZoneFixture.h"
 
 namespace zone_tests {

@@ -2,7 +2,9 @@
 // and after it, listeners are told of every frame that differs, and "modified" means that a save
 // would write other bytes.
 #include <cerrno>
+#include <cstddef>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <sstream>
 #include <string>

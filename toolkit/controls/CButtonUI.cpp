@@ -1,8 +1,12 @@
 #include "toolkit/controls/CButtonUI.h"
 
+#include "platform/Event.h"
+#include "platform/Geometry.h"
+#include "toolkit/input/TEventUI.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/Notification.h"
 
 namespace toolkit {
 

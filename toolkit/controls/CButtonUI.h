@@ -2,6 +2,12 @@
 // Enter when it has the focus.
 #pragma once
 
+#include <string>
+#include <string_view>
+
+#include "platform/Accessible.h"
+#include "platform/Color.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
 
 namespace toolkit {

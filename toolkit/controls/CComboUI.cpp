@@ -2,11 +2,17 @@
 
 #include <algorithm>
 
+#include "platform/FontSet.h"
+#include "platform/Geometry.h"
 #include "toolkit/controls/DropListWindow.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/SkinImage.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/Notification.h"
+#include "toolkit/window/Popup.h"
 
 namespace toolkit {
 

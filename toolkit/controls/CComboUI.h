@@ -5,9 +5,17 @@
 // controls are made on request, and many combos can share one long list.
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
+#include "platform/Accessible.h"
+#include "platform/Color.h"
+#include "platform/Event.h"
 #include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListLabelElementUI.h"
 #include "toolkit/controls/ItemStyle.h"
 

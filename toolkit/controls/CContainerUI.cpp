@@ -1,7 +1,11 @@
 #include "toolkit/controls/CContainerUI.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
+#include "platform/Canvas.h"
+#include "platform/Geometry.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/window/CPaintManagerUI.h"
 

@@ -1,8 +1,12 @@
 // A control that owns others. They are placed by their "pos", or fill it.
 #pragma once
 
+#include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
+#include "platform/Accessible.h"
 #include "toolkit/controls/CControlUI.h"
 
 namespace toolkit {

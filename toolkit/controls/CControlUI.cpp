@@ -2,8 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/Bitmap.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/SkinImage.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace toolkit {

@@ -8,8 +8,9 @@
 
 #include "platform/Accessible.h"
 #include "platform/Canvas.h"
+#include "platform/Color.h"
 #include "platform/Geometry.h"
-#include "platform/Window.h"
+#include "platform/WindowParts.h"
 #include "toolkit/input/TEventUI.h"
 
 namespace toolkit {

@@ -1,9 +1,15 @@
 #include "toolkit/controls/CEditUI.h"
 
 #include <algorithm>
+#include <cstdlib>
 
+#include "platform/Canvas.h"
+#include "platform/FontSet.h"
+#include "platform/Geometry.h"
+#include "platform/Window.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace toolkit {

@@ -1,6 +1,16 @@
 // A single-line edit. Enter commits: the edit gives up the focus, which sends "killfocus".
 #pragma once
 
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/Accessible.h"
+#include "platform/Color.h"
+#include "platform/WindowParts.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/text/EditModel.h"
 

@@ -1,7 +1,9 @@
 #include "toolkit/controls/CLabelUI.h"
 
+#include "platform/Geometry.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
 

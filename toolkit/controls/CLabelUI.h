@@ -1,6 +1,12 @@
 // A line of text.
 #pragma once
 
+#include <string>
+#include <string_view>
+
+#include "platform/Accessible.h"
+#include "platform/Canvas.h"
+#include "platform/Color.h"
 #include "toolkit/controls/CControlUI.h"
 
 namespace toolkit {

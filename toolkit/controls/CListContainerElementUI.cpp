@@ -1,7 +1,9 @@
 #include "toolkit/controls/CListContainerElementUI.h"
 
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListUI.h"
-#include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/controls/ItemStyle.h"
+#include "toolkit/input/TEventUI.h"
 
 namespace toolkit {
 

@@ -1,6 +1,10 @@
 // A row of a list that holds controls. A press anywhere in it, including its controls, selects it.
 #pragma once
 
+#include <string>
+#include <string_view>
+
+#include "platform/Accessible.h"
 #include "toolkit/controls/CContainerUI.h"
 
 namespace toolkit {

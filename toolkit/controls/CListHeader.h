@@ -2,6 +2,9 @@
 // by their "pos".
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "toolkit/controls/CContainerUI.h"
 
 namespace toolkit {

@@ -2,7 +2,8 @@
 
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CListUI.h"
-#include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/controls/ItemStyle.h"
+#include "toolkit/input/TEventUI.h"
 
 namespace toolkit {
 

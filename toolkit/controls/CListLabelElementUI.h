@@ -1,6 +1,11 @@
 // An item that is one line of text: of a combo, or a row of a list.
 #pragma once
 
+#include <string>
+#include <string_view>
+
+#include "platform/Accessible.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
 
 namespace toolkit {

@@ -1,12 +1,17 @@
 #include "toolkit/controls/CListUI.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
+#include "platform/Canvas.h"
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CListLabelElementUI.h"
+#include "toolkit/controls/ScrollModel.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/Notification.h"
 
 namespace toolkit {
 CListUI::CListUI() : m_scrollBar(std::make_unique<CScrollBarUI>()) {

@@ -2,7 +2,14 @@
 // are CListLabelElementUI or CListContainerElementUI.
 #pragma once
 
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Accessible.h"
 #include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListHeader.h"
 #include "toolkit/controls/CScrollBarUI.h"
 #include "toolkit/controls/ItemStyle.h"

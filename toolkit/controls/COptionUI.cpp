@@ -1,10 +1,15 @@
 #include "toolkit/controls/COptionUI.h"
 
+#include <cstddef>
 #include <vector>
 
+#include "platform/Event.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/input/TEventUI.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/Notification.h"
 
 namespace toolkit {
 

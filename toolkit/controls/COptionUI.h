@@ -2,6 +2,11 @@
 // "selectchanged", then "click"; in a group only the newly chosen one sends it.
 #pragma once
 
+#include <string>
+#include <string_view>
+
+#include "platform/Accessible.h"
+#include "platform/Color.h"
 #include "toolkit/controls/CButtonUI.h"
 
 namespace toolkit {

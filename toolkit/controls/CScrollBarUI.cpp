@@ -1,5 +1,8 @@
 #include "toolkit/controls/CScrollBarUI.h"
 
+#include "platform/Event.h"
+#include "toolkit/input/TEventUI.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace toolkit {

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/ScrollModel.h"

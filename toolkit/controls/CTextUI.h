@@ -1,6 +1,9 @@
 // A text inside a row. It differs from a label only in its name; layouts and programs use both.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "toolkit/controls/CLabelUI.h"
 
 namespace toolkit {

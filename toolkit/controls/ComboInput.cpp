@@ -1,8 +1,15 @@
 // Mouse and keys of a combo, closed and open.
 #include <algorithm>
+#include <string>
 
+#include "platform/Event.h"
+#include "platform/Gui.h"
+#include "platform/Window.h"
 #include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/DropListWindow.h"
+#include "toolkit/input/FocusKeeper.h"
+#include "toolkit/input/TEventUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace toolkit {

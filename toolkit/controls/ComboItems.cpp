@@ -1,9 +1,16 @@
 // The items of a combo: controls of its own, or texts of a shared list that become controls on
 // request.
 #include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "toolkit/controls/CComboUI.h"
-#include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/CListLabelElementUI.h"
 
 namespace toolkit {
 

@@ -1,4 +1,9 @@
 // What a control tells assistive technology about itself, unless its kind overrides it.
+#include <string>
+
+#include "platform/Accessible.h"
+#include "platform/Window.h"
+#include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 

@@ -1,8 +1,15 @@
 #include "toolkit/controls/DropListWindow.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "platform/Canvas.h"
+#include "platform/Event.h"
+#include "platform/Gui.h"
+#include "platform/WindowParts.h"
 #include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/ItemStyle.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/PopupPlacement.h"
 

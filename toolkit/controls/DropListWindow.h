@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "toolkit/controls/ScrollModel.h"
 #include "toolkit/controls/ScrollStyle.h"

@@ -1,6 +1,16 @@
 // Mouse and keys of an edit.
+#include <string>
+
+#include "platform/Accessible.h"
+#include "platform/Event.h"
+#include "platform/Gui.h"
+#include "platform/Window.h"
 #include "toolkit/controls/CEditUI.h"
+#include "toolkit/controls/CLabelUI.h"
+#include "toolkit/input/TEventUI.h"
+#include "toolkit/text/EditModel.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/Notification.h"
 
 namespace toolkit {
 

@@ -4,6 +4,8 @@
 
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/SkinImage.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
 

@@ -2,7 +2,14 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/Event.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/CScrollBarUI.h"
+#include "toolkit/controls/ItemStyle.h"
+#include "toolkit/controls/ScrollModel.h"
+#include "toolkit/input/TEventUI.h"
 
 namespace toolkit {
 

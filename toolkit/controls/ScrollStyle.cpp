@@ -2,6 +2,8 @@
 
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/SkinImage.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace toolkit {

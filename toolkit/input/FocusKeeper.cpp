@@ -3,6 +3,13 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/Accessible.h"
+#include "platform/Window.h"
+#include "platform/WindowParts.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/input/TEventUI.h"
+#include "toolkit/skin/SkinImage.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace toolkit {

@@ -1,7 +1,6 @@
 // Which control of a window has the focus, and how Tab moves it.
 #pragma once
 
-#include "platform/Event.h"
 #include "platform/Geometry.h"
 
 namespace toolkit {

@@ -1,8 +1,16 @@
 #include "toolkit/input/MouseInput.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "platform/Geometry.h"
+#include "platform/Window.h"
+#include "platform/WindowParts.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/input/FocusKeeper.h"
+#include "toolkit/input/TEventUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/Popup.h"
 #include "toolkit/window/ToolTipWindow.h"
 
 namespace toolkit {

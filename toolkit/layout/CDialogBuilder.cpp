@@ -1,15 +1,20 @@
 #include "toolkit/layout/CDialogBuilder.h"
 
 #include <algorithm>
+#include <string_view>
+#include <utility>
 
 #include <tinyxml2.h>
 
 #include "core/Text.h"
+#include "platform/FontSet.h"
 #include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/layout/ControlFactory.h"
 #include "toolkit/layout/IDialogBuilderCallback.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace toolkit {

@@ -1,6 +1,7 @@
 // Reads a layout and builds a window's controls from it. docs/skin.md describes the vocabulary.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>

@@ -2,7 +2,11 @@
 // others share what is left; a child with "pos" is not part of the row.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 
 namespace toolkit {
 

@@ -1,5 +1,9 @@
 #include "toolkit/layout/CVerticalLayoutUI.h"
 
+#include <cstddef>
+#include <memory>
+#include <vector>
+
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/layout/BoxLayout.h"

@@ -5,6 +5,7 @@
 #include "toolkit/controls/CButtonUI.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CEditUI.h"
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"

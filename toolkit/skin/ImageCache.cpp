@@ -1,5 +1,7 @@
 #include "toolkit/skin/ImageCache.h"
 
+#include <utility>
+
 #include "core/Log.h"
 #include "toolkit/skin/ImageDecoder.h"
 

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <utility>
 
 #include "core/Services.h"
+#include "platform/FileSystem.h"
 
 namespace toolkit {
 namespace {

@@ -2,6 +2,7 @@
 // beside it ("UI.zip"). UI thread only.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "core/Text.h"
+#include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/skin/ImageCache.h"
 

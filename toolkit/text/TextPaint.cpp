@@ -1,6 +1,10 @@
 #include "toolkit/text/TextPaint.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "platform/Geometry.h"
 
 namespace toolkit {
 

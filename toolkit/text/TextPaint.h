@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/Canvas.h"
+#include "platform/Color.h"
 #include "platform/FontSet.h"
 
 namespace toolkit {

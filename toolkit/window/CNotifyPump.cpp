@@ -1,5 +1,6 @@
 #include "toolkit/window/CNotifyPump.h"
 
+#include <string_view>
 #include <utility>
 
 namespace toolkit {

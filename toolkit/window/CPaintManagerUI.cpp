@@ -1,7 +1,12 @@
 #include "toolkit/window/CPaintManagerUI.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "platform/Window.h"
+#include "platform/WindowParts.h"
+#include "toolkit/skin/SkinImage.h"
+#include "toolkit/window/Notification.h"
 #include "toolkit/window/ToolTipWindow.h"
 
 namespace toolkit {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Canvas.h"
+#include "platform/Geometry.h"
 #include "platform/Gui.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/FocusKeeper.h"

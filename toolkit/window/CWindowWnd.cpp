@@ -3,6 +3,8 @@
 #include <exception>
 
 #include "core/Log.h"
+#include "platform/Event.h"
+#include "platform/EventLoop.h"
 
 namespace toolkit {
 

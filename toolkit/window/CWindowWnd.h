@@ -5,7 +5,9 @@
 #include <memory>
 #include <string>
 
+#include "platform/Accessible.h"
 #include "platform/Gui.h"
+#include "platform/Window.h"
 
 namespace toolkit {
 

@@ -1,6 +1,13 @@
 // How a window's events are dispatched: to the tool tip, an open popup, the message filters and the
 // controls.
+#include "platform/Event.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/input/FocusKeeper.h"
+#include "toolkit/input/MouseInput.h"
+#include "toolkit/input/TEventUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/ControlTimers.h"
+#include "toolkit/window/Popup.h"
 #include "toolkit/window/ToolTipWindow.h"
 
 namespace toolkit {

@@ -1,9 +1,20 @@
 #include "toolkit/window/ToolTipWindow.h"
 
 #include <algorithm>
+#include <string_view>
+#include <utility>
 
+#include "platform/Canvas.h"
+#include "platform/Color.h"
+#include "platform/Event.h"
+#include "platform/FontSet.h"
+#include "platform/Gui.h"
+#include "platform/WindowParts.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/SkinImage.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/PopupPlacement.h"

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/Geometry.h"
 #include "platform/Window.h"
 
 namespace toolkit {

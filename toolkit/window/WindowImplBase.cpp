@@ -1,8 +1,14 @@
 #include "toolkit/window/WindowImplBase.h"
 
 #include "core/Log.h"
+#include "platform/Event.h"
+#include "platform/EventLoop.h"
+#include "platform/Geometry.h"
+#include "platform/Gui.h"
+#include "platform/Window.h"
 #include "toolkit/layout/CDialogBuilder.h"
 #include "toolkit/skin/Skin.h"
+#include "toolkit/skin/WindowLook.h"
 
 namespace toolkit {
 

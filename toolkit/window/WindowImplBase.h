@@ -9,9 +9,12 @@
 //   }
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/layout/IDialogBuilderCallback.h"
 #include "toolkit/window/CNotifyPump.h"
 #include "toolkit/window/CPaintManagerUI.h"

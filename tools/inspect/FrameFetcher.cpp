@@ -1,9 +1,13 @@
 #include "tools/inspect/FrameFetcher.h"
 
 #include <chrono>
+#include <cstddef>
 
 #include "core/StandardError.h"
 #include "src/TheoraLog.h"
+#include "src/TheoraOutputMode.h"
+#include "src/TheoraTimer.h"
+#include "src/TheoraVideoFrame.h"
 
 namespace inspect {
 namespace {

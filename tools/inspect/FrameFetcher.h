@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "src/TheoraVideoClip.h"
 #include "src/TheoraVideoManager.h"
 
 namespace inspect {

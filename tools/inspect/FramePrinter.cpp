@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <random>
+#include <variant>
 
 #include "core/StandardError.h"
 #include "tools/inspect/Command.h"

@@ -1,5 +1,9 @@
 #include <algorithm>
 #include <climits>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <variant>
 #include <vector>
 
 #include "core/StandardError.h"

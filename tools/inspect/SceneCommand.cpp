@@ -1,5 +1,13 @@
+#include <memory>
+#include <ostream>
+#include <string>
+
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "platform/FileSystem.h"
+#include "scene/Action.h"
+#include "scene/Branch.h"
+#include "scene/BranchManager.h"
 #include "scene/SceneManager.h"
 #include "tools/inspect/Command.h"
 #include "tools/inspect/Json.h"

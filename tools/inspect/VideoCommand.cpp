@@ -1,5 +1,10 @@
+#include <ostream>
+#include <string>
+
 #include "core/StandardError.h"
 #include "src/TheoraException.h"
+#include "src/TheoraOutputMode.h"
+#include "src/TheoraVideoClip.h"
 #include "src/TheoraVideoManager.h"
 #include "tools/inspect/Command.h"
 #include "tools/inspect/FrameFetcher.h"

@@ -1,9 +1,18 @@
 #include <charconv>
+#include <cstddef>
 #include <optional>
+#include <ostream>
+#include <string>
+#include <system_error>
 
+#include "core/FileError.h"
+#include "platform/Geometry.h"
 #include "tools/inspect/Command.h"
 #include "tools/inspect/Json.h"
+#include "zone/Scale.h"
+#include "zone/Zone.h"
 #include "zone/ZoneManager.h"
+#include "zone/ZoneShape.h"
 
 namespace inspect {
 namespace {

@@ -1,6 +1,11 @@
 #include "tools/tour/EditingPass.h"
 
-#include "toolkit/controls/CEditUI.h"
+#include <chrono>
+#include <string>
+#include <string_view>
+
+#include "platform/Event.h"
+#include "platform/Geometry.h"
 #include "tools/tour/Script.h"
 
 namespace tour {

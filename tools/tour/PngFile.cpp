@@ -1,12 +1,15 @@
 #include "tools/tour/PngFile.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <fstream>
 #include <stdexcept>
 #include <vector>
 
 #include <zlib.h>
+
+#include "platform/Geometry.h"
 
 namespace tour {
 

@@ -1,10 +1,17 @@
 #include "tools/tour/Script.h"
 
+#include <exception>
 #include <stdexcept>
 #include <utility>
 
 #include "core/Text.h"
+#include "platform/EventLoop.h"
+#include "platform/Geometry.h"
+#include "platform/Window.h"
+#include "platform/WindowParts.h"
 #include "platform/testing/OpenWindows.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/DropListWindow.h"
 #include "tools/tour/PngFile.h"

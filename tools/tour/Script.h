@@ -3,15 +3,17 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/Event.h"
 #include "platform/Gui.h"
 #include "platform/testing/TestInput.h"
-#include "toolkit/controls/CComboUI.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "tools/tour/Ticker.h"
 

@@ -1,5 +1,7 @@
 #include "tools/tour/WindowPicture.h"
 
+#include "platform/Geometry.h"
+#include "platform/WindowParts.h"
 #include "toolkit/controls/DropListWindow.h"
 
 namespace tour {

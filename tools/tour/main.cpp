@@ -14,6 +14,12 @@
 
 #include "app/Program.h"
 #include "core/Log.h"
+#include "platform/Desktop.h"
+#include "platform/EventLoop.h"
+#include "platform/FileDialog.h"
+#include "platform/FontSet.h"
+#include "platform/Gui.h"
+#include "platform/Window.h"
 #include "tools/tour/EditingPass.h"
 #include "tools/tour/Script.h"
 

@@ -4,7 +4,16 @@
 #include <cstddef>
 #include <limits>
 
+#include "scene/Action.h"
+#include "scene/SceneChange.h"
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/COptionUI.h"
+#include "toolkit/controls/CScrollBarUI.h"
+#include "toolkit/controls/ScrollModel.h"
+#include "ui/NameList.h"
 #include "ui/branch_editor/ActionValues.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/branch_editor/FlagScope.h"

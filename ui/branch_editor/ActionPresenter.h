@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "edit/Observers.h"
 #include "scene/SceneSession.h"
 #include "ui/Controls.h"
 #include "ui/branch_editor/ActionRows.h"

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/layout/CHorizontalLayoutUI.h"

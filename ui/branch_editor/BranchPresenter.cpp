@@ -1,9 +1,12 @@
 #include "ui/branch_editor/BranchPresenter.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 #include "core/Text.h"
+#include "scene/SceneChange.h"
 #include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/branch_editor/FlagScope.h"

@@ -3,6 +3,9 @@
 #include <algorithm>
 
 #include "check/SceneNames.h"
+#include "scene/SceneChange.h"
+#include "scene/SceneManager.h"
+#include "toolkit/controls/CControlUI.h"
 #include "ui/SceneHints.h"
 #include "ui/branch_editor/ControlNames.h"
 

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "edit/Observers.h"
 #include "scene/SceneSession.h"
 #include "ui/Controls.h"
 

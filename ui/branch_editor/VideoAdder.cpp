@@ -4,6 +4,9 @@
 
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "jobs/VideoImport.h"
+#include "platform/FileDialog.h"
+#include "platform/FileSystem.h"
 #include "scene/SceneFolders.h"
 
 namespace ui {

@@ -6,7 +6,9 @@
 
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "scene/SceneChange.h"
 #include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListLabelElementUI.h"
 #include "ui/SceneHints.h"
 #include "ui/branch_editor/ActionValues.h"

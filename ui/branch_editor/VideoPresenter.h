@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "edit/Observers.h"
 #include "scene/SceneSession.h"
 #include "ui/Controls.h"
 #include "ui/NameList.h"

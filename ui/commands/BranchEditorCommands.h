@@ -1,6 +1,9 @@
 // The commands of the branch editor.
 #pragma once
 
+#include <string_view>
+
+#include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
 
 namespace ui {

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/Event.h"
 #include "toolkit/controls/CButtonUI.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/input/FocusKeeper.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace ui {

@@ -1,6 +1,9 @@
 // What the command tables of the windows share.
 #pragma once
 
+#include <string_view>
+
+#include "platform/Event.h"
 #include "ui/commands/Command.h"
 
 namespace ui {

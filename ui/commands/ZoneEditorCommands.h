@@ -1,6 +1,10 @@
 // The commands of the zone editor.
 #pragma once
 
+#include <string_view>
+
+#include "platform/Event.h"
+#include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
 
 namespace ui {

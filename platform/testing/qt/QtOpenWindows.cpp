@@ -1,5 +1,7 @@
 #include <QGuiApplication>
+#include <vector>
 
+#include "platform/Window.h"
 #include "platform/qt/QtSurface.h"
 #include "platform/qt/QtWindow.h"
 #include "platform/testing/OpenWindows.h"

@@ -5,11 +5,17 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QWheelEvent>
+#include <memory>
+#include <string>
 #include <utility>
 
+#include "platform/Event.h"
+#include "platform/EventLoop.h"
+#include "platform/Geometry.h"
 #include "platform/Gui.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtKeys.h"
+#include "platform/qt/QtSurface.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
 #include "platform/testing/TestInput.h"

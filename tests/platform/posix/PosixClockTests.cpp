@@ -1,5 +1,6 @@
 #include <cstdlib>
 #include <ctime>
+#include <string>
 
 #include <gtest/gtest.h>
 

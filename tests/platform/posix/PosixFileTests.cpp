@@ -1,5 +1,7 @@
 #include <cerrno>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

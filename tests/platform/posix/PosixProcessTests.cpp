@@ -2,6 +2,8 @@
 #include <cerrno>
 #include <filesystem>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

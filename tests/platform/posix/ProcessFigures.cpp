@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <iterator>
 #include <string>
+#include <system_error>
 
 #ifdef QUORVEL_ADDRESS_SANITIZER
 #include <sanitizer/allocator_interface.h>

@@ -1,6 +1,8 @@
 // What Qt, and with it every bridge, gets to see of a window's accessibility tree. Names, roles and
 // places of all controls are compared by tests/app, through the bridge itself.
 #include <QAccessible>
+#include <cstddef>
+#include <string_view>
 
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtWindow.h"

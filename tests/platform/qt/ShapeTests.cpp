@@ -1,4 +1,6 @@
 // Which pixels of a window with rounded corners are its own.
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "platform/qt/QtConvert.h"

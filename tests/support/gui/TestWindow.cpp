@@ -1,5 +1,6 @@
 #include "tests/support/gui/TestWindow.h"
 
+#include <cstddef>
 #include <sstream>
 #include <utility>
 

@@ -1,6 +1,7 @@
 #include "tests/support/gui/WindowDriver.h"
 
 #include <string>
+#include <utility>
 
 #include "core/Text.h"
 #include "platform/testing/OpenWindows.h"

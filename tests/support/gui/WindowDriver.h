@@ -11,7 +11,9 @@
 #include <cstdint>
 #include <functional>
 #include <stdexcept>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "tests/support/gui/TestGui.h"
 #include "toolkit/controls/CComboUI.h"

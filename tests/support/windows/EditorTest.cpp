@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "core/Translations.h"
 #include "toolkit/controls/COptionUI.h"
 
 namespace test {

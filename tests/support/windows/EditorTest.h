@@ -10,7 +10,6 @@
 
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
-#include "core/Translations.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "tests/support/LogCapture.h"

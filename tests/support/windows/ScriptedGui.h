@@ -2,10 +2,12 @@
 // dialog, the desktop and the components.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/Gui.h"

@@ -1,6 +1,8 @@
 // video and frames on generated clips: output, order and errors.
 #include <algorithm>
 #include <climits>
+#include <cstddef>
+#include <cstdint>
 #include <iomanip>
 #include <numeric>
 #include <sstream>
