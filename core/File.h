@@ -1,5 +1,5 @@
 // A file opened with one of the C mode strings. Text mode writes CR LF for every line feed on every
-// system, so files are the same bytes everywhere; reading is always raw. UI thread only.
+// system, so files are the same bytes everywhere; reading is always raw. Any thread, one at a time.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +11,8 @@
 
 namespace core {
 
-/// If nothing is open, every operation except open and close logs "FILE handle is invalid" and
-/// fails. The destructor closes the file.
+/// If nothing is open, every operation except open and close logs "FILE handle is invalid", which
+/// only the UI thread may do, and fails. The destructor closes the file.
 class File {
 public:
     File() = default;

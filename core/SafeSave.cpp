@@ -31,7 +31,7 @@ bool isAsWritten(const std::optional<platform::FileInfo>& written,
 SafeSave::~SafeSave() {
     try {
         const FileError error = failure();
-        if (!error.empty()) {
+        if (!error.empty() && !m_isSilent) {
             writeStandardError("Not saved: " + error.text());
         }
         removeTemporary();
@@ -93,7 +93,7 @@ bool SafeSave::commit() {
     }
     m_temporaryExists = false;
     const std::string folder = folderOf(m_destination);
-    if (!files.syncFolder(folder.empty() ? "." : folder)) {
+    if (!files.syncFolder(folder.empty() ? "." : folder) && !m_isSilent) {
         writeStandardError("Saved, but a power failure may bring the old file back: " +
                            m_destination);
     }

@@ -7,7 +7,7 @@
 //   good = good && save.prepare() && save.commit();
 //
 // Without commit the destination is unchanged and the temporary file is removed. If a step failed,
-// the reason goes to stderr. UI thread only.
+// the reason goes to stderr unless it is to be silent. Any thread, one at a time.
 #pragma once
 
 #include <optional>
@@ -21,7 +21,9 @@ namespace core {
 
 class SafeSave {
 public:
-    SafeSave() = default;
+    enum class Failures { toStandardError, silent };
+    explicit SafeSave(Failures failures = Failures::toStandardError)
+        : m_isSilent(failures == Failures::silent) {}
     ~SafeSave();
     SafeSave(const SafeSave&) = delete;
     SafeSave& operator=(const SafeSave&) = delete;
@@ -48,6 +50,7 @@ private:
     std::string m_temporary;
     FileError m_failure;
     std::optional<platform::FileInfo> m_written; ///< the temporary file as we closed it
+    bool m_isSilent;
     bool m_prepared = false;
     bool m_temporaryExists = false;
 };

@@ -1,11 +1,6 @@
 // Work on a thread of its own: what is reported, when, and what ends it.
-#include <condition_variable>
-#include <deque>
-#include <functional>
 #include <latch>
 #include <memory>
-#include <mutex>
-#include <new>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -13,44 +8,11 @@
 #include <gtest/gtest.h>
 
 #include "jobs/BackgroundJob.h"
+#include "tests/support/TaskLoop.h"
 
 namespace {
 
 using jobs::BackgroundJob;
-
-/// The UI thread's loop without a window: only what is posted.
-class TaskLoop : public platform::EventLoop {
-public:
-    int run() override { return 0; }
-    void postQuit(int /*code*/) override {}
-    void processEvents(bool wait) override {
-        std::unique_lock lock(m_mutex);
-        m_posted.wait(lock, [&] { return !wait || !m_tasks.empty(); });
-        while (!m_tasks.empty()) {
-            const std::function<void()> task = std::move(m_tasks.front());
-            m_tasks.pop_front();
-            lock.unlock();
-            task();
-            lock.lock();
-        }
-    }
-    void post(std::function<void()> task) override {
-        const std::scoped_lock lock(m_mutex);
-        if (failures > 0) {
-            --failures;
-            throw std::bad_alloc();
-        }
-        m_tasks.push_back(std::move(task));
-        m_posted.notify_one();
-    }
-
-    int failures = 0; ///< how many tasks find no memory; set while no job is running
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_posted;
-    std::deque<std::function<void()>> m_tasks;
-};
 
 class BackgroundJobTest : public testing::Test {
 protected:
@@ -66,7 +28,7 @@ protected:
         return *std::exchange(m_whole, std::nullopt);
     }
 
-    TaskLoop m_loop;
+    support::TaskLoop m_loop;
     std::optional<BackgroundJob> m_job{m_loop};
     int m_shown = 0;
     std::optional<bool> m_whole;

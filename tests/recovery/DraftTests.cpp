@@ -1,0 +1,266 @@
+// Unsaved work on the disk: when it is written, what ends it, who may have it, and faults.
+#include <cerrno>
+#include <filesystem>
+#include <optional>
+
+#include "core/Services.h"
+#include "recovery/Drafts.h"
+#include "recovery/KeptDrafts.h"
+#include "recovery/Places.h"
+#include "tests/support/FaultyFileSystem.h"
+#include "tests/support/FixedClock.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/TaskLoop.h"
+#include "tests/support/TempFolder.h"
+
+namespace {
+
+using recovery::Draft;
+using recovery::DraftInfo;
+using recovery::Drafts;
+using Texts = std::vector<std::string>;
+
+recovery::DraftContent contentOf(const std::string& text) {
+    return {{recovery::kSceneEnding, [text](core::File& file) { return file.writeString(text); }}};
+}
+
+/// A document that is a text, or saved.
+struct Document {
+    std::optional<std::string> text;
+    std::unique_ptr<Draft> draft;
+};
+
+class DraftTest : public support::TempFolderTest {
+protected:
+    std::unique_ptr<Document> open(const std::string& scene = "Fire Drill") {
+        auto document = std::make_unique<Document>();
+        document->draft = m_drafts->open({scene, scene}, [&text = document->text] {
+            return text ? std::optional(contentOf(*text)) : std::nullopt;
+        });
+        return document;
+    }
+    static void edit(Document& document, const std::optional<std::string>& text) {
+        document.text = text;
+        document.draft->changed();
+    }
+    /// Lets the time pass after which what was edited is due.
+    void wait() { m_clock.passed += Drafts::kDelay.count(); }
+    template <typename Condition>
+    void until(Condition condition) {
+        while (!condition()) {
+            m_loop.processEvents(true);
+        }
+    }
+    /// What all drafts hold, the newest first.
+    static Texts kept() {
+        Texts texts;
+        for (const recovery::KeptDraft& draft : recovery::keptSceneDrafts()) {
+            texts.push_back(support::readBytes(draft.folder + draftFileNames(draft.info)[0]));
+        }
+        return texts;
+    }
+    static bool isOnDisk(const std::string& text) {
+        try {
+            for (const std::string& name : support::filesBelow("Drafts")) {
+                if (name.ends_with(recovery::kSceneEnding) &&
+                    support::readBytes("Drafts/" + name) == text) {
+                    return true;
+                }
+            }
+        } catch (const std::exception&) {
+            return false; // it is being replaced
+        }
+        return false;
+    }
+
+    support::LogCapture m_log;
+    support::FixedClock m_clock;
+    support::FaultyFileSystem m_files{platform::nativeFileSystem()};
+    core::ServicesOverride m_override{{&m_files, &m_clock, core::services().process}};
+    support::TaskLoop m_loop;
+    bool m_areKept = true;
+    std::optional<Drafts> m_drafts{std::in_place, m_loop, [this] { return m_areKept; }};
+};
+
+TEST_F(DraftTest, IsWrittenAWhileAfterTheFirstChangeHoweverManyFollow) {
+    static_assert(Drafts::kDelay < std::chrono::seconds(2));
+    const auto document = open();
+    edit(*document, "first");
+    m_clock.passed += Drafts::kDelay.count() - 1;
+    edit(*document, "later");
+    m_clock.passed += 1;
+    until([] { return isOnDisk("later"); });
+    edit(*document, "even later");
+    wait();
+    until([] { return isOnDisk("even later") && !isOnDisk("later"); });
+    EXPECT_EQ(kept(), Texts()) << "a running program has it";
+}
+
+TEST_F(DraftTest, GoesByASaveOrWithNothingUnsavedOrWhenDraftsAreOff) {
+    const auto document = open();
+    for (int way = 0; way < 3; ++way) {
+        edit(*document, "unsaved");
+        wait();
+        until([] { return isOnDisk("unsaved"); });
+        if (way == 0) {
+            document->draft->saved("base");
+        } else {
+            m_areKept = way != 2;
+            edit(*document, way == 1 ? std::nullopt : document->text);
+            wait();
+        }
+        until([] { return !support::exists("Drafts"); });
+    }
+}
+
+TEST_F(DraftTest, OfEachProgramStaysForLaterAndIsRemovedAfterThirtyDays) {
+    const std::string odd = "..\n\xFF%/A";
+    for (const char* text : {"one", "two"}) {
+        auto first = open(odd);
+        auto second = open(odd);
+        edit(*first, text);
+        edit(*second, std::string(text) + ", other program");
+        m_clock.time += 60;
+        first = nullptr;
+        m_clock.time += 60;
+        second = nullptr;
+    }
+    EXPECT_EQ(kept(), (Texts{"two, other program", "two", "one, other program", "one"}));
+    const auto drafts = recovery::keptSceneDrafts();
+    EXPECT_EQ(drafts[0].info.scene, odd);
+    EXPECT_EQ(drafts[0].info.time, m_clock.time);
+    EXPECT_EQ(drafts[3].info.time, m_clock.time - 180);
+    m_clock.time += recovery::kDraftSeconds;
+    EXPECT_EQ(kept().size(), 1U) << "exactly so old";
+    m_clock.time += 1;
+    EXPECT_EQ(kept(), Texts());
+    EXPECT_FALSE(support::exists("Drafts"));
+    EXPECT_EQ(m_log.page().find("ignored"), std::string::npos);
+}
+
+TEST_F(DraftTest, RestoredStaysUntilASaveWhateverIsUndone) {
+    edit(*open(), "kept");
+    auto document = open();
+    edit(*document, "before");
+    auto folder = recovery::take(recovery::keptSceneDrafts().at(0));
+    ASSERT_TRUE(folder);
+    document->draft->restored(std::move(folder), contentOf("kept"));
+    EXPECT_EQ(kept(), Texts());
+    edit(*document, "changed");
+    wait();
+    until([] { return isOnDisk("changed") && !isOnDisk("kept"); });
+    EXPECT_FALSE(isOnDisk("before"));
+    edit(*document, std::nullopt);
+    document = nullptr;
+    EXPECT_EQ(kept(), Texts{"kept"});
+
+    document = open();
+    document->draft->restored(recovery::take(recovery::keptSceneDrafts().at(0)), contentOf("kept"));
+    document->draft->saved("base");
+    document = nullptr;
+    EXPECT_FALSE(support::exists("Drafts"));
+}
+
+TEST_F(DraftTest, ThatIsNoneIsIgnoredWithOneLogLineAndLeftAlone) {
+    edit(*open(), "good");
+    const std::string folder = "Drafts/" + recovery::encodedName("Fire Drill") + "/";
+    const std::string good = support::readBytes(folder + "1/Draft.txt");
+    const auto replaced = [&good](const std::string& from, const std::string& to) {
+        std::string text = good;
+        return text.replace(text.find(from), from.size(), to);
+    };
+    const Texts bad{"",
+                    good.substr(0, good.size() - 1),
+                    good + "x",
+                    replaced("number 1", "number 0"),
+                    replaced("number 1", "number 99999999999"),
+                    replaced("sizes 4", "sizes 5"),
+                    replaced("sizes 4", "sizes"),
+                    replaced("sizes 4", "sizes 4 4 4 4 4 4 4 4 4 4"),
+                    replaced("video ", "video a"),
+                    replaced("scene Fire", "scene fire"),
+                    replaced("scene Fire", "scene Fire%"),
+                    replaced("number 1", "number 2"),
+                    std::string(100000, 'x')};
+    for (std::size_t i = 0; i < bad.size(); ++i) {
+        const std::string path = folder + std::to_string(i + 2) + "/";
+        support::writeBytes(path + "Draft.txt", bad[i]);
+        support::writeBytes(path + "1-Scene.xml", "good");
+    }
+    const Texts before = support::filesBelow("Drafts/");
+    std::size_t links = 0;
+    std::error_code error;
+    const std::string linked = std::filesystem::absolute(folder + "1").string();
+    std::filesystem::create_directory_symlink(linked, folder + "99", error);
+    links += error ? 0 : 1;
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(kept(), Texts{"good"});
+    }
+    std::size_t lines = 0;
+    const std::string page = m_log.page();
+    for (auto at = page.find("Draft ignored"); at != std::string::npos; ++lines) {
+        at = page.find("Draft ignored", at + 1);
+    }
+    EXPECT_EQ(lines, bad.size() + links);
+    Texts after = support::filesBelow("Drafts/");
+    std::erase_if(after, [](const std::string& name) { return name.find("/99") < name.size(); });
+    std::erase_if(after, [&](const std::string& name) {
+        return name.ends_with("Lock") && std::count(before.begin(), before.end(), name) == 0;
+    });
+    EXPECT_EQ(after, before);
+}
+
+TEST_F(DraftTest, SurvivesEveryFaultOfAWriting) {
+    auto document = open();
+    edit(*document, "before");
+    wait();
+    until([] { return isOnDisk("before"); });
+    int told = 0;
+    const auto token = m_drafts->observe([&] { ++told; });
+    m_files.forgetCalls();
+    edit(*document, "between");
+    wait();
+    until([] { return isOnDisk("between") && !isOnDisk("before"); });
+    const auto calls = static_cast<int>(m_files.calls().size());
+    EXPECT_EQ(told, 0);
+    ASSERT_GT(calls, 5);
+    for (int call = 1; call <= calls; ++call) {
+        m_files.forgetCalls();
+        m_files.stopAt(call);
+        edit(*document, "lost");
+        document = nullptr;
+        m_files.heal();
+        const bool isWhole = kept() == Texts{"lost"} || kept() == Texts{"between"};
+        EXPECT_TRUE(isWhole) << call;
+        document = open();
+        document->draft->restored(recovery::take(recovery::keptSceneDrafts().at(0)),
+                                  contentOf("between"));
+        edit(*document, "between");
+        wait();
+        until([&] { return m_drafts->failure().empty() && isOnDisk("between"); });
+    }
+    EXPECT_GT(told, 2);
+    EXPECT_EQ(m_log.errors().size(), 1U);
+}
+
+TEST_F(DraftTest, ThatCannotBeWrittenIsTriedAgainAndBeginsAnewWhereItsFolderVanished) {
+    const auto document = open();
+    m_files.failOn("createFolder", ENOSPC);
+    edit(*document, "unsaved");
+    wait();
+    until([&] { return !m_drafts->failure().empty(); });
+    EXPECT_EQ(m_drafts->failure().reason, m_files.errorText(ENOSPC));
+    m_files.heal();
+    m_clock.passed += Drafts::kRetryDelay.count();
+    until([] { return isOnDisk("unsaved"); });
+    until([&] { return m_drafts->failure().empty(); });
+
+    std::error_code error;
+    std::filesystem::remove_all("Drafts", error); // a system may hold on to the lock
+    m_loop.failures = 1;
+    edit(*document, "after all");
+    wait();
+    until([] { return isOnDisk("after all"); });
+}
+
+} // namespace
