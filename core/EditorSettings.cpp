@@ -1,0 +1,175 @@
+#include "core/EditorSettings.h"
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+#include "core/Log.h"
+#include "core/SafeSave.h"
+#include "core/Services.h"
+#include "core/Text.h"
+#include "core/WholeFile.h"
+
+namespace core {
+namespace {
+
+constexpr std::size_t kMaxBytes = std::size_t{64} * 1024;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t\r");
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
+bool isSection(std::string_view line) {
+    return trimmed(line).starts_with('[');
+}
+
+/// Blank or a comment.
+bool isEmpty(std::string_view line) {
+    const std::string_view text = trimmed(line);
+    return text.empty() || text.front() == ';' || text.front() == '#';
+}
+
+std::string_view keyOf(std::string_view line) {
+    const std::size_t end = line.find('=');
+    return isEmpty(line) || end == std::string_view::npos ? std::string_view()
+                                                          : trimmed(line.substr(0, end));
+}
+
+/// The line of `key`, or where one could be added: before the first section.
+template <class Lines>
+auto lineOf(Lines& lines, std::string_view key) {
+    const std::string wanted = lowerCase(key);
+    return std::find_if(lines.begin(), lines.end(), [&](const std::string& line) {
+        return isSection(line) || lowerCase(keyOf(line)) == wanted;
+    });
+}
+
+std::vector<std::string> linesOf(std::string_view text) {
+    if (text.starts_with(kByteOrderMark)) {
+        text.remove_prefix(kByteOrderMark.size());
+    }
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        lines.emplace_back(line);
+    }
+    return lines;
+}
+
+bool hasControl(std::string_view text) {
+    return std::any_of(text.begin(), text.end(),
+                       [](char sign) { return static_cast<unsigned char>(sign) < 0x20; });
+}
+
+} // namespace
+
+EditorSettings::EditorSettings(std::string path) : m_path(std::move(path)), m_lines(readLines()) {}
+
+std::vector<std::string> EditorSettings::readLines() const {
+    if (m_path.empty() || !services().fileSystem->info(m_path)) {
+        return {};
+    }
+    const std::optional<std::string> text = readWholeFile(m_path, kMaxBytes);
+    if (!text) {
+        report("cannot be read");
+        return {};
+    }
+    std::vector<std::string> lines = linesOf(*text);
+    for (std::size_t i = 0; i < lines.size() && !isSection(lines[i]); ++i) {
+        if (!isEmpty(lines[i]) && keyOf(lines[i]).empty()) {
+            report("line " + std::to_string(i + 1) + " is no setting");
+        }
+    }
+    return lines;
+}
+
+void EditorSettings::report(const std::string& what) const {
+    if (!std::exchange(m_isReported, true)) {
+        Log::get()->Write(Log::Level::warning, "Settings \"%s\": %s", m_path.c_str(),
+                          validUtf8(what).c_str());
+    }
+}
+
+std::optional<std::string> EditorSettings::find(std::string_view key) const {
+    const auto line = lineOf(m_lines, key);
+    if (line == m_lines.end() || isSection(*line)) {
+        return std::nullopt;
+    }
+    return std::string(trimmed(std::string_view(*line).substr(line->find('=') + 1)));
+}
+
+bool EditorSettings::getBool(std::string_view key, bool usual) const {
+    const std::optional<std::string> found = find(key);
+    const std::string value = lowerCase(found.value_or(usual ? "true" : "false"));
+    if (value != "true" && value != "false") {
+        report(std::string(key) + " is neither true nor false");
+        return usual;
+    }
+    return value == "true";
+}
+
+int EditorSettings::getInt(std::string_view key, int usual, int least, int most) const {
+    const std::optional<std::string> value = find(key);
+    if (!value) {
+        return usual;
+    }
+    int number = 0;
+    const char* end = value->data() + value->size();
+    const auto [rest, error] = std::from_chars(value->data(), end, number);
+    if (error != std::errc() || rest != end || number < least || number > most) {
+        report(std::string(key) + " is no number from " + std::to_string(least) + " to " +
+               std::to_string(most));
+        return usual;
+    }
+    return number;
+}
+
+std::string EditorSettings::getString(std::string_view key, std::string_view usual) const {
+    return find(key).value_or(std::string(usual));
+}
+
+bool EditorSettings::set(std::string_view key, std::string_view value) {
+    const std::string line = std::string(key) + " = " + std::string(value);
+    if (key.empty() || keyOf(line) != key || isSection(line) || hasControl(line)) {
+        return false;
+    }
+    // Another program may have written since. What cannot be read any more is replaced.
+    if (std::vector<std::string> now = readLines(); !now.empty()) {
+        m_lines = std::move(now);
+    }
+    const auto place = lineOf(m_lines, key);
+    if (place != m_lines.end() && !isSection(*place)) {
+        *place = line;
+    } else {
+        m_lines.insert(place, line);
+    }
+    return write();
+}
+
+bool EditorSettings::write() const {
+    std::string text;
+    for (const std::string& line : m_lines) {
+        text += line + "\n";
+    }
+    SafeSave save;
+    if (save.open(m_path, "wt") && save.file().writeString(text) && save.prepare() &&
+        save.commit()) {
+        return true;
+    }
+    report("cannot be written: " + save.failure().reason);
+    return false;
+}
+
+} // namespace core

@@ -1,0 +1,52 @@
+// What the author has chosen for this editor, kept in "Editor.ini": lines "key = value". Keys are
+// case-insensitive; of two lines with one key the first counts. Lines that this program does not
+// know, comments and sections stay as they are. Main thread only.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace core {
+
+class EditorSettings {
+public:
+    /// Reads the file at `path`; a missing one gives the defaults, silently. So does whatever is
+    /// odd in it or keeps it from being read, with one log line in all.
+    explicit EditorSettings(std::string path);
+
+    /// Whether unsaved work is kept as a draft.
+    [[nodiscard]] bool keepDrafts() const { return getBool(kKeepDrafts, true); }
+    bool setKeepDrafts(bool keep) { return set(kKeepDrafts, keep ? "true" : "false"); }
+    /// Whether saving keeps the version that it replaces.
+    [[nodiscard]] bool keepBackups() const { return getBool(kKeepBackups, true); }
+    bool setKeepBackups(bool keep) { return set(kKeepBackups, keep ? "true" : "false"); }
+
+    // Any key, for settings to come. `usual` is what an absent or odd value counts as.
+    [[nodiscard]] bool getBool(std::string_view key, bool usual) const;
+    [[nodiscard]] int getInt(std::string_view key, int usual, int least, int most) const;
+    [[nodiscard]] std::string getString(std::string_view key, std::string_view usual) const;
+    /// Changes one value for this run and writes the file whole; what another program has written
+    /// to other keys meanwhile stays. False, with a log line, if the file cannot be written; false,
+    /// and nothing has changed, for a key or value that no line can hold (control characters; a
+    /// key that is empty or has "=", or looks like a comment or section).
+    bool set(std::string_view key, std::string_view value);
+
+private:
+    static constexpr std::string_view kKeepDrafts = "keepDrafts";
+    static constexpr std::string_view kKeepBackups = "keepBackups";
+
+    [[nodiscard]] std::vector<std::string> readLines() const;
+    [[nodiscard]] std::optional<std::string> find(std::string_view key) const;
+    [[nodiscard]] bool write() const;
+    /// The log line, once.
+    void report(const std::string& what) const;
+
+    std::string m_path;
+    mutable bool m_isReported = false;
+    std::vector<std::string> m_lines; ///< of the file, without line ends
+};
+
+} // namespace core
