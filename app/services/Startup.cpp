@@ -3,9 +3,11 @@
 #include <memory>
 #include <utility>
 
+#include "core/EditorSettings.h"
 #include "core/Log.h"
 #include "core/Settings.h"
 #include "core/Translations.h"
+#include "recovery/Places.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 
@@ -25,6 +27,7 @@ std::string readLanguage() {
 
 bool createServices(app_state::SharedServices& services, app_state::ScreenState& state) {
     services.translations = core::Translations::create(kTranslationsFile, readLanguage());
+    services.editorSettings = std::make_shared<core::EditorSettings>(recovery::editorIniPath());
     if (services.translations) {
         services.sceneManager = scene::SceneManager::create();
         services.sceneSession = scene::SceneSession::create(services.sceneManager);
@@ -41,6 +44,7 @@ bool createServices(app_state::SharedServices& services, app_state::ScreenState&
 void dropServices(app_state::SharedServices& services) {
     std::exchange(services.sceneSession, nullptr).reset();
     std::exchange(services.sceneManager, nullptr).reset();
+    std::exchange(services.editorSettings, nullptr).reset();
     std::exchange(services.translations, nullptr).reset();
 }
 

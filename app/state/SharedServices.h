@@ -5,8 +5,9 @@
 #include <memory>
 
 namespace core {
+class EditorSettings;
 class Translations;
-}
+} // namespace core
 namespace scene {
 class SceneManager;
 class SceneSession;
@@ -17,6 +18,7 @@ namespace app_state {
 /// Filled at start-up, emptied at shutdown (the scene first).
 struct SharedServices {
     std::shared_ptr<core::Translations> translations;
+    std::shared_ptr<core::EditorSettings> editorSettings;
     std::shared_ptr<scene::SceneManager> sceneManager;
     /// All edits of what the scene manager holds go through it.
     std::shared_ptr<scene::SceneSession> sceneSession;

@@ -1,7 +1,9 @@
 #include "tests/support/windows/EditorTest.h"
 
 #include <filesystem>
+#include <memory>
 
+#include "core/EditorSettings.h"
 #include "core/Translations.h"
 #include "toolkit/controls/COptionUI.h"
 
@@ -28,6 +30,7 @@ void copySkin() {
 EditorTest::EditorTest() {
     copySkin();
     m_services.translations = core::Translations::create("Translations.ini", "English");
+    m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
     m_services.sceneManager = scene::SceneManager::create();
     m_services.sceneSession = scene::SceneSession::create(m_services.sceneManager);
 }
