@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Paths.h"
 #include "core/Text.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "tests/support/windows/Answering.h"
@@ -113,7 +114,11 @@ TEST_F(ZoneEditZones, ANameIsTakenWhenTheEditIsLeft) {
     EXPECT_EQ(zones().zone(0)->frameCount(), 9);
     // What an edit cannot show stays as it is while nobody types.
     const std::string odd = "b\xFF\td";
-    zones().setZoneName(1, odd);
+    const std::string base = core::withoutExtension(m_state.zoneEditVideo);
+    const auto stored = zone::ZoneManager::createForEditing(base, 9, zones().scale);
+    stored->setZoneName(1, odd);
+    ASSERT_TRUE(stored->saveAs(base));
+    show();
     m_driver->pick(u"ComboZone", 1);
     m_driver->click(u"EditZone");
     m_driver->press(platform::Key::tab);
