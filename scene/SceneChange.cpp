@@ -12,8 +12,9 @@ const char* stepName(SceneStep step) {
         "rename",           "first branch",     "video",         "add action",
         "duplicate action", "remove action",    "move action",   "condition",
         "parameter",        "target",           "immediate",     "restore version",
+        "add video",
     };
-    static_assert(kNames.size() == static_cast<std::size_t>(SceneStep::restoreVersion) + 1);
+    static_assert(kNames.size() == static_cast<std::size_t>(SceneStep::addVideo) + 1);
     return kNames.at(static_cast<std::size_t>(step));
 }
 

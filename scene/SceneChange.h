@@ -4,14 +4,16 @@
 namespace scene {
 
 /// A part of the scene that may have changed. Branch numbers are those at the time of the edit: if
-/// Part::branches is among the changes, read everything again.
+/// Part::branches is among the changes, read everything again, and ask SceneSession::find where a
+/// branch is now.
 struct SceneChange {
     enum class Part {
         scene,       ///< everything: another scene, a new one, or another version of it
         branches,    ///< how many there are, and their order
         branchName,  ///< of `branch`
         video,       ///< of `branch`
-        actions,     ///< of `branch`
+        actions,     ///< of `branch`; of any branch if that is -1
+        addedVideos, ///< those that no branch may have yet
         firstBranch, ///< the name of the branch that plays first
     };
 
@@ -38,6 +40,7 @@ enum class SceneStep {
     target,
     immediate,
     restoreVersion,
+    addVideo,
 };
 
 /// A step's name in lower-case English ("move action"), which is also its translation key.
@@ -46,8 +49,9 @@ enum class SceneStep {
 /// A step and where it happened, so that undo and redo can show it.
 struct SceneLabel {
     SceneStep step = SceneStep::addBranch;
-    int branch = -1;
+    int branch = -1; ///< -1 if it is about no branch
     int action = -1; ///< -1 if it is about no action
+    int from = -1;   ///< where the moved branch or action was before
 };
 
 } // namespace scene

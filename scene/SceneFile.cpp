@@ -8,7 +8,6 @@
 #include "core/FileError.h"
 #include "core/Log.h"
 #include "core/Paths.h"
-#include "core/ReplacedFiles.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/WholeFile.h"
@@ -58,6 +57,8 @@ bool SceneManager::loadText(std::string_view text) {
 
 bool SceneManager::dropBranches() {
     m_branchManager = BranchManager::create();
+    m_addedVideos.clear();
+    m_saveFailure = {};
     return m_branchManager || failLoad("Unable to create branch manager");
 }
 

@@ -50,6 +50,8 @@ bool SceneManager::newScene(const std::string& name) {
     }
     m_branchManager = std::move(branches);
     m_firstBranch.clear();
+    m_addedVideos.clear();
+    m_saveFailure = {};
     m_name = name;
     m_loadFailed = false;
     return true;

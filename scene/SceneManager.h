@@ -63,6 +63,10 @@ public:
     /// fileText() == text, without building that text.
     [[nodiscard]] bool hasFileText(std::string_view text) const;
 
+    /// Videos that were copied into the scenario's folder since it was opened, in that order. The
+    /// file names only those that branches have.
+    [[nodiscard]] const std::vector<std::string>& addedVideos() const { return m_addedVideos; }
+
     /// The first branch of a scenario becomes its FirstBranch.
     bool AddBranch();
     /// Appends every branch's ID, in list order.
@@ -84,6 +88,7 @@ public:
 
     // For SceneSession.
     void swapFirstBranch(std::string& id) noexcept { m_firstBranch.swap(id); }
+    void swapAddedVideos(std::vector<std::string>& names) noexcept { m_addedVideos.swap(names); }
     [[nodiscard]] BranchManager* branches() { return m_branchManager.get(); }
 
 private:
@@ -98,6 +103,7 @@ private:
     std::shared_ptr<BranchManager> m_branchManager;
     std::string m_name;
     std::string m_firstBranch;
+    std::vector<std::string> m_addedVideos;
     std::shared_ptr<core::ReplacedFiles> m_keeper;
     core::FileError m_saveFailure;
     bool m_loadFailed = false;

@@ -19,6 +19,14 @@ std::size_t bytesOf(Branch& branch) {
 
 } // namespace
 
+std::size_t SwapAddedVideos::bytes() const {
+    std::size_t sum = sizeof(*this);
+    for (const std::string& name : names) {
+        sum += sizeof(name) + name.capacity();
+    }
+    return sum;
+}
+
 std::size_t SwapContents::bytes() const {
     std::size_t sum = sizeof(*this) + firstBranch.capacity();
     for (const auto& branch : branches) {
@@ -58,6 +66,20 @@ void SwapAction::apply(SceneManager& scene) noexcept {
 
 std::size_t SwapAction::bytes() const {
     return sizeof(*this) + bytesOf(contents);
+}
+
+void SwapTargets::apply(SceneManager& scene) noexcept {
+    for (Target& target : targets) {
+        scene.branches()->branch(target.branch)->action(target.action)->swapBranchID(target.name);
+    }
+}
+
+std::size_t SwapTargets::bytes() const {
+    std::size_t sum = sizeof(*this);
+    for (const Target& target : targets) {
+        sum += sizeof(target) + target.name.capacity();
+    }
+    return sum;
 }
 
 } // namespace scene

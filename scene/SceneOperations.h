@@ -50,6 +50,16 @@ struct SwapVideo {
     [[nodiscard]] std::size_t bytes() const { return sizeof(*this) + name.capacity(); }
 };
 
+/// Replaces the list of added videos.
+struct SwapAddedVideos {
+    std::vector<std::string> names;
+
+    void apply(SceneManager& scene) noexcept { scene.swapAddedVideos(names); }
+    void revert(SceneManager& scene) noexcept { apply(scene); }
+    [[nodiscard]] static SceneChanges changes() { return {{SceneChange::Part::addedVideos, -1}}; }
+    [[nodiscard]] std::size_t bytes() const;
+};
+
 /// Replaces all that the file holds but the scene's name.
 struct SwapContents {
     std::string firstBranch;
@@ -132,8 +142,24 @@ struct SwapAction {
     [[nodiscard]] std::size_t bytes() const;
 };
 
-using SceneOperation =
-    edit::OneOf<SceneManager, SceneChange, SwapFirstBranch, SwapName, SwapVideo, SwapContents,
-                PlaceBranch, MoveBranch, PlaceAction, MoveAction, SwapAction>;
+/// Replaces the targets of many actions. An operation of its own because a scene may have very
+/// many.
+struct SwapTargets {
+    struct Target {
+        int branch;
+        int action;
+        std::string name;
+    };
+    std::vector<Target> targets;
+
+    void apply(SceneManager& scene) noexcept;
+    void revert(SceneManager& scene) noexcept { apply(scene); }
+    [[nodiscard]] static SceneChanges changes() { return {{SceneChange::Part::actions, -1}}; }
+    [[nodiscard]] std::size_t bytes() const;
+};
+
+using SceneOperation = edit::OneOf<SceneManager, SceneChange, SwapFirstBranch, SwapName, SwapVideo,
+                                   SwapAddedVideos, SwapContents, PlaceBranch, MoveBranch,
+                                   PlaceAction, MoveAction, SwapAction, SwapTargets>;
 
 } // namespace scene

@@ -16,6 +16,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -83,6 +84,13 @@ public:
     [[nodiscard]] int actionCount(int branch) const;
     [[nodiscard]] std::vector<Action> actions(int branch) const;
     [[nodiscard]] Action action(int branch, int action) const;
+    /// How many actions of the scene have this branch as their target.
+    [[nodiscard]] int actionsLeadingTo(const std::string& name) const;
+    /// What find() finds a branch by, wherever edits and undo put it.
+    using BranchToken = std::weak_ptr<const void>;
+    [[nodiscard]] BranchToken token(int branch) const { return branchAt(branch); }
+    /// Where the branch is now; -1 if it is not in the scene.
+    [[nodiscard]] int find(const BranchToken& token) const;
     /// For reading alone: name, load and save failures.
     [[nodiscard]] const SceneManager& scene() const { return *m_scene; }
 
@@ -100,6 +108,8 @@ public:
     bool renameBranch(int branch, const std::string& name);
     bool setFirstBranch(const std::string& name);
     bool setVideo(int branch, const std::string& name);
+    /// Notes videos that were copied into the scene's folder; those noted before are passed over.
+    bool addVideos(const std::vector<std::string>& names);
 
     // Actions.
     /// Appends a default action.
@@ -111,11 +121,15 @@ public:
     bool setParameter(int branch, int action, const std::string& parameter);
     bool setTarget(int branch, int action, const std::string& branchName);
     bool setImmediate(int branch, int action, bool immediate);
+    /// Has all actions that lead to the branch `from` lead to the branch `to`, as one step.
+    bool retarget(const std::string& from, const std::string& to);
 
     // Steps; see edit/History.h.
     [[nodiscard]] History::Gesture begin(const SceneLabel& label) { return m_history.begin(label); }
-    bool undo() { return m_history.undo(); }
-    bool redo() { return m_history.redo(); }
+    /// The step that was undone or redone, with where its branch and action are now, or were if it
+    /// removed them; none if there is no such step or a gesture is open.
+    std::optional<SceneLabel> undo();
+    std::optional<SceneLabel> redo();
     [[nodiscard]] const History& history() const { return m_history; }
     [[nodiscard]] edit::Subscription observe(History::Listener listener) {
         return m_history.observe(std::move(listener));

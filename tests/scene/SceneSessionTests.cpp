@@ -30,7 +30,8 @@ constexpr const char* kScene =
 /// All that an author edits.
 struct Contents {
     explicit Contents(const SceneSession& session)
-        : first(session.firstBranch()), names(session.branchNames()) {
+        : first(session.firstBranch()), names(session.branchNames()),
+          added(session.scene().addedVideos()) {
         for (int branch = 0; branch < session.branchCount(); ++branch) {
             videos.push_back(session.video(branch));
             actions.push_back(session.actions(branch));
@@ -40,6 +41,7 @@ struct Contents {
 
     std::string first;
     Lines names;
+    Lines added;
     Lines videos;
     std::vector<std::vector<Action>> actions;
 };
@@ -78,13 +80,15 @@ void SceneSessionTest::expectTold(const Contents& before) {
     const Contents now(m_session);
     EXPECT_TRUE(now.first == before.first || isTold(Part::firstBranch, -1) ||
                 isTold(Part::scene, -1));
+    EXPECT_TRUE(now.added == before.added || isTold(Part::addedVideos, -1));
     if (!isTold(Part::branches, -1) && !isTold(Part::scene, -1)) {
         ASSERT_EQ(now.names.size(), before.names.size());
         for (std::size_t i = 0; i < now.names.size(); ++i) {
             const int branch = static_cast<int>(i);
             EXPECT_TRUE(now.names[i] == before.names[i] || isTold(Part::branchName, branch));
             EXPECT_TRUE(now.videos[i] == before.videos[i] || isTold(Part::video, branch));
-            EXPECT_TRUE(now.actions[i] == before.actions[i] || isTold(Part::actions, branch));
+            EXPECT_TRUE(now.actions[i] == before.actions[i] || isTold(Part::actions, branch) ||
+                        isTold(Part::actions, -1));
         }
     }
     m_told.clear();
@@ -100,7 +104,7 @@ bool SceneSessionTest::editOnce() {
     const int actions = isThere ? m_session.actionCount(branch) : 0;
     const int action = m_random.below(actions + 1);
     const char* text = m_random.oneOf(kTexts);
-    switch (m_random.below(17)) {
+    switch (m_random.below(19)) {
     case 0:
         return branches < 9 && m_session.addBranch();
     case 1:
@@ -132,6 +136,10 @@ bool SceneSessionTest::editOnce() {
         return m_session.setTarget(branch, action, text);
     case 15:
         return m_session.setImmediate(branch, action, m_random.below(2) == 0);
+    case 16:
+        return m_session.retarget(text, m_random.oneOf(kTexts));
+    case 17:
+        return m_session.addVideos({text, std::to_string(m_random.below(40))});
     default:
         m_draft.swap(m_otherDraft);
         EXPECT_TRUE(m_session.restore(std::exchange(m_draft, m_session.draftForm())));
@@ -237,6 +245,10 @@ TEST_F(SceneSessionTest, StepsSayWhatAndWhereAndNameWhatTheyChange) {
                   test.step);
         EXPECT_EQ(std::exchange(m_told, {}), test.changes) << test.step;
     }
+    const std::optional<scene::SceneLabel> moved = m_session.undo();
+    EXPECT_TRUE(moved && moved->branch == 0) << "where the branch is again";
+    EXPECT_EQ(m_session.redo()->branch, 2);
+    m_told.clear();
     EXPECT_FALSE(m_session.setVideo(0, "a.ogv") || m_session.setType(2, 0, 3));
     EXPECT_TRUE(m_told.empty()) << "the same again is no step";
 }

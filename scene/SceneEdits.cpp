@@ -1,0 +1,231 @@
+// The edits of SceneSession: each builds its operations and runs them as one step.
+#include <algorithm>
+#include <utility>
+
+#include "scene/SceneSession.h"
+
+namespace scene {
+
+bool SceneSession::addBranch() {
+    BranchManager* branches = m_scene->branches();
+    if (branches == nullptr) {
+        return m_scene->AddBranch(); // logs why
+    }
+    return insertBranch(SceneStep::addBranch, branches->branchCount(), branches->makeBranch());
+}
+
+bool SceneSession::insertBranch(SceneStep step, int index, std::shared_ptr<Branch> branch) {
+    if (!branch) {
+        return false;
+    }
+    auto gesture = m_history.begin({step, index});
+    if (branchCount() == 0 && m_scene->FirstBranch() != branch->ID()) {
+        gesture.run(SwapFirstBranch{branch->ID()});
+    }
+    gesture.run(PlaceBranch{index, std::move(branch), false});
+    gesture.commit();
+    return true;
+}
+
+std::string SceneSession::nameOfCopy(const std::string& original) const {
+    const std::vector<std::string> names = branchNames();
+    for (int number = 2;; ++number) {
+        std::string name = original + " " + std::to_string(number);
+        if (std::find(names.begin(), names.end(), name) == names.end()) {
+            return name;
+        }
+    }
+}
+
+bool SceneSession::duplicateBranch(int branch) {
+    const std::shared_ptr<Branch> original = branchAt(branch);
+    std::shared_ptr<Branch> copy = original ? Branch::create() : nullptr;
+    if (!copy) {
+        return false;
+    }
+    copy->SetID(nameOfCopy(original->ID()));
+    copy->SetFilename(original->Filename());
+    for (const auto& action : original->actions()) {
+        copy->addAction(std::make_shared<Action>(*action));
+    }
+    return insertBranch(SceneStep::duplicateBranch, branch + 1, std::move(copy));
+}
+
+bool SceneSession::removeBranch(int branch) {
+    const std::shared_ptr<Branch> removed = branchAt(branch);
+    if (!removed) {
+        return false;
+    }
+    auto gesture = m_history.begin({SceneStep::removeBranch, branch});
+    gesture.run(PlaceBranch{branch, removed, true});
+    const std::vector<std::string> names = branchNames();
+    const bool isNamed = std::find(names.begin(), names.end(), removed->ID()) != names.end();
+    if (!isNamed && m_scene->FirstBranch() == removed->ID()) {
+        const int heir = std::min(branch, static_cast<int>(names.size()) - 1);
+        gesture.run(SwapFirstBranch{heir >= 0 ? names[static_cast<std::size_t>(heir)] : ""});
+    }
+    gesture.commit();
+    return true;
+}
+
+bool SceneSession::moveBranch(int from, int to) {
+    if (from == to || !branchAt(from) || !branchAt(to)) {
+        return false;
+    }
+    m_history.run({SceneStep::moveBranch, to, -1, from}, MoveBranch{from, to});
+    return true;
+}
+
+bool SceneSession::renameBranch(int branch, const std::string& name) {
+    const std::shared_ptr<Branch> renamed = branchAt(branch);
+    if (!renamed) {
+        m_scene->renameBranch(branch, name);
+        return false;
+    }
+    if (renamed->ID() == name) {
+        return false;
+    }
+    auto gesture = m_history.begin({SceneStep::rename, branch});
+    if (m_scene->FirstBranch() == renamed->ID()) {
+        gesture.run(SwapFirstBranch{name});
+    }
+    gesture.run(SwapName{branch, name});
+    gesture.commit();
+    return true;
+}
+
+bool SceneSession::setFirstBranch(const std::string& name) {
+    if (m_scene->FirstBranch() == name) {
+        return false;
+    }
+    const std::vector<std::string> names = branchNames();
+    const auto found = std::find(names.begin(), names.end(), name);
+    const int branch = found == names.end() ? -1 : static_cast<int>(found - names.begin());
+    m_history.run({SceneStep::firstBranch, branch}, SwapFirstBranch{name});
+    return true;
+}
+
+bool SceneSession::setVideo(int branch, const std::string& name) {
+    const std::shared_ptr<Branch> changed = branchAt(branch);
+    if (!changed) {
+        m_scene->setBranchFilename(branch, name);
+        return false;
+    }
+    if (changed->Filename() == name) {
+        return false;
+    }
+    m_history.run({SceneStep::video, branch}, SwapVideo{branch, name});
+    return true;
+}
+
+bool SceneSession::addVideos(const std::vector<std::string>& names) {
+    std::vector<std::string> all = m_scene->addedVideos();
+    for (const std::string& name : names) {
+        if (std::find(all.begin(), all.end(), name) == all.end()) {
+            all.push_back(name);
+        }
+    }
+    if (all.size() == m_scene->addedVideos().size()) {
+        return false;
+    }
+    m_history.run({SceneStep::addVideo}, SwapAddedVideos{std::move(all)});
+    return true;
+}
+
+void SceneSession::insertAction(SceneStep step, int branch, int index,
+                                std::shared_ptr<Action> action) {
+    m_history.run({step, branch, index}, PlaceAction{branch, index, std::move(action), false});
+}
+
+bool SceneSession::addAction(int branch) {
+    const std::shared_ptr<Branch> owner = branchAt(branch);
+    std::shared_ptr<Action> action = Action::create();
+    if (!owner || !action) {
+        m_scene->addAction(branch, nullptr);
+        return false;
+    }
+    insertAction(SceneStep::addAction, branch, owner->actionCount(), std::move(action));
+    return true;
+}
+
+bool SceneSession::duplicateAction(int branch, int action) {
+    const std::shared_ptr<Action> original = actionAt(branch, action);
+    if (!original) {
+        return false;
+    }
+    insertAction(SceneStep::duplicateAction, branch, action + 1,
+                 std::make_shared<Action>(*original));
+    return true;
+}
+
+bool SceneSession::removeAction(int branch, int action) {
+    const std::shared_ptr<Action> removed = actionAt(branch, action);
+    if (!removed) {
+        m_scene->removeAction(branch, action);
+        return false;
+    }
+    m_history.run({SceneStep::removeAction, branch, action},
+                  PlaceAction{branch, action, removed, true});
+    return true;
+}
+
+bool SceneSession::moveAction(int branch, int from, int to) {
+    if (from == to || !actionAt(branch, from) || !actionAt(branch, to)) {
+        return false;
+    }
+    m_history.run({SceneStep::moveAction, branch, to, from}, MoveAction{branch, from, to});
+    return true;
+}
+
+bool SceneSession::change(SceneStep step, int branch, int action, Action contents) {
+    const std::shared_ptr<Action> changed = actionAt(branch, action);
+    if (!changed || *changed == contents) {
+        return false;
+    }
+    m_history.run({step, branch, action}, SwapAction{branch, action, std::move(contents)});
+    return true;
+}
+
+bool SceneSession::setType(int branch, int action, int type) {
+    Action contents = this->action(branch, action);
+    contents.SetType(type);
+    return change(SceneStep::condition, branch, action, std::move(contents));
+}
+
+bool SceneSession::setParameter(int branch, int action, const std::string& parameter) {
+    Action contents = this->action(branch, action);
+    contents.SetParameter(parameter);
+    return change(SceneStep::parameter, branch, action, std::move(contents));
+}
+
+bool SceneSession::setTarget(int branch, int action, const std::string& branchName) {
+    Action contents = this->action(branch, action);
+    contents.SetBranchID(branchName);
+    return change(SceneStep::target, branch, action, std::move(contents));
+}
+
+bool SceneSession::setImmediate(int branch, int action, bool immediate) {
+    Action contents = this->action(branch, action);
+    contents.SetImmediate(immediate);
+    return change(SceneStep::immediate, branch, action, std::move(contents));
+}
+
+bool SceneSession::retarget(const std::string& from, const std::string& to) {
+    SwapTargets swap;
+    for (int branch = 0; from != to && branch < branchCount(); ++branch) {
+        const auto& actions = branchAt(branch)->actions();
+        for (int action = 0; action < static_cast<int>(actions.size()); ++action) {
+            if (actions[static_cast<std::size_t>(action)]->BranchID() == from) {
+                swap.targets.push_back({branch, action, to});
+            }
+        }
+    }
+    if (swap.targets.empty()) {
+        return false;
+    }
+    const auto& first = swap.targets.front();
+    m_history.run({SceneStep::target, first.branch, first.action}, std::move(swap));
+    return true;
+}
+
+} // namespace scene
