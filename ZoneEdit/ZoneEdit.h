@@ -58,7 +58,6 @@ private:
     void openVideo();
     [[nodiscard]] bool loadVideo();
     [[nodiscard]] bool loadZones();
-    [[nodiscard]] std::string versionsFolder() const;
     void makeParts();
 
     void restoreText();

@@ -22,6 +22,8 @@
 #include "ui/branch_editor/ActionPresenter.h"
 #include "ui/branch_editor/ActionValues.h"
 #include "ui/branch_editor/ControlNames.h"
+#include "ui/branch_editor/HistoryPresenter.h"
+#include "ui/branch_editor/StripOffer.h"
 #include "ui/branch_editor/StripPresenter.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
@@ -58,6 +60,7 @@ struct BranchList::Parts {
           actions(window.controls(), session,
                   {conditions, letters, videos.zones(), branches.names()}),
           strip(window.controls(), session),
+          history(window.controls(), session, window.m_folder, branches, actions),
           adder(window.context().gui, videos, window.m_folder, window) {}
 
     scene::SceneSession& session;
@@ -67,6 +70,7 @@ struct BranchList::Parts {
     VideoPresenter videos;
     ActionPresenter actions;
     StripPresenter strip;
+    HistoryPresenter history;
     VideoAdder adder;
 };
 
@@ -95,6 +99,7 @@ void BranchList::InitWindow() {
     controls().setText(kSceneLabel, core::displayText(name));
     m_parts = std::make_unique<Parts>(*this);
     bindCommands();
+    bindHistory();
     if (!context().state.newSceneRequest) {
         m_parts->videos.fill();
     }
@@ -128,6 +133,22 @@ void BranchList::bindCommands() {
         command::kAddAction, [&parts] { parts.actions.add(); }, hasBranches);
     commands.bind(
         command::kRemoveAction, [this] { removeAction(); }, hasAction);
+}
+
+void BranchList::bindHistory() {
+    HistoryPresenter& history = m_parts->history;
+    StripPresenter& strip = m_parts->strip;
+    commands().bind(
+        command::kUndo, [&history] { history.undo(); },
+        [this, &history] { return isFree() && history.canUndo(); },
+        [&history] { return history.undoName(); });
+    commands().bind(
+        command::kRedo, [&history] { history.redo(); },
+        [this, &history] { return isFree() && history.canRedo(); },
+        [&history] { return history.redoName(); });
+    commands().bind(command::kNoticeUndo, [&strip] { strip.answer(kNoticeUndoButton); });
+    commands().bind(command::kRetarget, [&strip] { strip.answer(kRetargetButton); });
+    commands().bind(command::kCloseNotice, [&strip] { strip.closeOffer(); });
 }
 
 void BranchList::Notify(toolkit::TNotifyUI& message) {
@@ -231,6 +252,10 @@ void BranchList::zonesShown(bool picked) {
     }
 }
 
+void BranchList::branchRenamed(int branch, const std::string& oldName) {
+    m_parts->strip.offer(renameOffer(m_parts->session, branch, oldName));
+}
+
 void BranchList::nameRefused(const std::u16string& name) {
     m_parts->strip.showNoteOfLeaving(takenNameText(name));
 }
@@ -294,14 +319,17 @@ void BranchList::exitProgram() {
 }
 
 bool BranchList::canStop() const {
-    return m_parts->adder.isRunning() || m_parts->branches.isNameTyped();
+    return m_parts->adder.isRunning() || m_parts->branches.isNameTyped() ||
+           m_parts->strip.isOffering();
 }
 
 void BranchList::stop() {
     if (m_parts->adder.isRunning()) {
         m_parts->adder.cancel();
-    } else {
+    } else if (m_parts->branches.isNameTyped()) {
         m_parts->branches.dropTypedName();
+    } else {
+        m_parts->strip.closeOffer();
     }
 }
 

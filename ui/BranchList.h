@@ -49,6 +49,7 @@ private:
     struct Reaction;
 
     void bindCommands();
+    void bindHistory();
     void save();
     void exitProgram();
     [[nodiscard]] bool canStop() const;
@@ -60,6 +61,7 @@ private:
 
     // What the parts have to say to each other.
     void branchShown(int branch, bool again) override;
+    void branchRenamed(int branch, const std::string& oldName) override;
     void nameRefused(const std::u16string& name) override;
     void zonesShown(bool picked) override;
     void copying(const jobs::CopyStatus& status) override;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <new>
 #include <utility>
 
 #include "zone/ShapeGeometry.h"
@@ -62,12 +61,9 @@ void EditContext::removeZone(int index) {
     zones.erase(zones.begin() + index);
 }
 
-void EditContext::noteShown(const ZoneManager& manager) noexcept {
-    try {
-        if (const auto found = manager.zone(currentZone)) {
-            zone(currentZone).noteShown(*found, shownFrame);
-        }
-    } catch (const std::bad_alloc&) { // worth no step
+void EditContext::noteShown(const ZoneManager& manager) {
+    if (const auto found = manager.zone(currentZone)) {
+        zone(currentZone).noteShown(*found, shownFrame);
     }
 }
 

@@ -7,9 +7,11 @@
 
 namespace zone {
 
-Zone& ZoneModel::changing(int zone) noexcept {
+Zone& ZoneModel::changing(int zone) {
+    Zone& found = *zones->zone(zone);
+    saved.beforeChange(*zones, found);
     ++changeCount;
-    return *zones->zone(zone);
+    return found;
 }
 
 EditShapes::EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep)
@@ -21,23 +23,13 @@ void EditShapes::apply(ZoneModel& model) {
     int& selected = model.context.zone(m_zone).selectedPoint;
     if (m_edit) {
         m_selectedBefore = selected;
-        try {
-            std::exchange(m_edit, nullptr)(*model.zones, model.context, &m_changes);
-        } catch (...) {
-            revert(model);
-            throw;
-        }
+        std::exchange(m_edit, nullptr)(*model.zones, model.context, &m_changes);
         m_selectedAfter = selected;
     } else {
         zone.redo(m_changes);
         selected = m_selectedAfter;
     }
     model.context.noteShown(*model.zones);
-}
-
-void EditShapes::prepare(ZoneModel& model) {
-    model.zones->zone(m_zone)->unshare();
-    m_changes.prepare();
 }
 
 void EditShapes::revert(ZoneModel& model) noexcept {
@@ -50,7 +42,7 @@ std::vector<ZoneChange> EditShapes::changes() const {
     return {{ZoneChange::What::shapes, m_zone, m_frames}};
 }
 
-bool EditShapes::absorb(EditShapes& next) noexcept {
+bool EditShapes::absorb(EditShapes& next) {
     if (!next.m_isRepetition) {
         return false;
     }
@@ -59,8 +51,11 @@ bool EditShapes::absorb(EditShapes& next) noexcept {
     return true;
 }
 
-void RenameZone::swapName(ZoneModel& model) noexcept {
-    model.changing(m_zone).swapName(m_name);
+void RenameZone::swapName(ZoneModel& model) {
+    Zone& zone = model.changing(m_zone);
+    std::string before = zone.name();
+    zone.setName(m_name);
+    m_name = std::move(before);
 }
 
 std::vector<ZoneChange> RenameZone::changes() const {
@@ -90,9 +85,9 @@ void ListZone::revert(ZoneModel& model) noexcept {
 }
 
 void ListZone::insert(ZoneModel& model) {
-    model.context.insertZone(m_index, std::move(m_editing));
-    model.zones->insertZone(m_index, std::move(m_zone));
     ++model.changeCount;
+    model.zones->insertZone(m_index, std::move(m_zone));
+    model.context.insertZone(m_index, std::move(m_editing));
 }
 
 void ListZone::remove(ZoneModel& model) {

@@ -219,53 +219,6 @@ TEST_F(BranchEditor, SavedIsShownUntilTheFirstChange) {
     }
 }
 
-TEST_F(BranchEditor, ShowsWhatTheSessionDoesAndTakesBack) {
-    makeScene({"Alarm", "Lift"}, {"a.ogv", "b.ogv"});
-    writeZones("a", {"Door"});
-    writeZones("b", {"Handle"});
-    addAction(2, "Door", "Lift");
-    show();
-    const auto shown = [this] {
-        Texts texts{m_driver->textOf(u"EditBranchName"), m_driver->textOf(u"ComboVideoName"),
-                    isChecked(*m_driver, u"CheckFirst") ? u"first" : u""};
-        for (const std::u16string& name : itemsOf(combo(u"ComboBranchName"))) {
-            texts.push_back(name);
-        }
-        for (int row = 0; row < actions().GetCount(); ++row) {
-            for (const auto* name : {u"ComboConditions", u"ComboParameter", u"ComboBranches"}) {
-                texts.push_back(combo(row, name).GetText());
-            }
-            texts.emplace_back(immediate(row).IsSelected() ? u"now" : u"");
-        }
-        return texts;
-    };
-    const Texts start{u"Alarm", u"a.ogv", u"first", u"Alarm", u"Lift",
-                      u"Zone",  u"Door",  u"Lift",  u""};
-    EXPECT_EQ(shown(), start);
-    const std::pair<std::function<void()>, Texts> edits[] = {
-        {[this] { session().renameBranch(1, "Stairs"); },
-         {u"Alarm", u"a.ogv", u"first", u"Alarm", u"Stairs", u"Zone", u"Door", u"", u""}},
-        {[this] { session().setFirstBranch("Stairs"); },
-         {u"Alarm", u"a.ogv", u"", u"Alarm", u"Stairs", u"Zone", u"Door", u"", u""}},
-        {[this] { session().setVideo(0, "b.ogv"); },
-         {u"Alarm", u"b.ogv", u"", u"Alarm", u"Stairs", u"Zone", u"", u"", u""}},
-        {[this] { session().setParameter(0, 0, "Handle"); },
-         {u"Alarm", u"b.ogv", u"", u"Alarm", u"Stairs", u"Zone", u"Handle", u"", u""}},
-        {[this] { session().addAction(0); },
-         {u"Alarm", u"b.ogv", u"", u"Alarm", u"Stairs", u"Zone", u"Handle", u"", u"", u"Default",
-          u"", u"", u""}},
-        {[this] { session().removeBranch(0); }, {u"Stairs", u"b.ogv", u"first", u"Stairs"}},
-    };
-    for (const auto& [edit, expected] : edits) {
-        edit();
-        EXPECT_EQ(shown(), expected);
-    }
-    while (session().undo()) {
-    }
-    EXPECT_EQ(shown(), start);
-    EXPECT_EQ(scene().branchCount(), 2);
-}
-
 TEST_F(BranchEditor, ASceneThatTheListWillNotShowSaysSo) {
     makeScene({"Alarm"});
     for (const auto* name : {"Slips/Trips", "back\\slash", "..", ""}) {

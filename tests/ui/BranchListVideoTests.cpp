@@ -181,6 +181,23 @@ TEST_F(BranchVideos, NothingElseCanBeDoneWhileAVideoIsCopied) {
     EXPECT_NE(m_driver->textOf(u"LabelStatus"), added);
     addVideos({"b.ogv"});
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"A video of this name was in the list already.");
+    // All that one press added is one step; the files stay.
+    const std::string form = session().savedForm();
+    m_driver->click(u"ButtonUndo");
+    m_driver->click(u"ButtonUndo");
+    EXPECT_EQ(listed(), Texts{u"first.ogv"});
+    EXPECT_TRUE(exists("Scenes/Fire/a.ogv") && exists("Scenes/Fire/b.ogv"));
+    EXPECT_TRUE(session().restore(form));
+    EXPECT_EQ(listed(), (Texts{u"first.ogv", u"a.ogv"}));
+    EXPECT_EQ(videos().GetText(), u"a.ogv");
+    EXPECT_EQ(session().history().undoLabel()->step, scene::SceneStep::restoreVersion);
+    m_driver->click(u"ButtonUndo");
+    EXPECT_EQ(videos().GetText(), u"first.ogv");
+    addVideos({"b.ogv"});
+    m_driver->click(u"ButtonUndo");
+    m_driver->click(u"ButtonRedo");
+    show(); // as after a visit to the zone editor
+    EXPECT_EQ(listed(), (Texts{u"first.ogv", u"b.ogv"}));
 }
 
 TEST_F(BranchVideos, EscapeCancelsTheCopyAndAllThatFollow) {

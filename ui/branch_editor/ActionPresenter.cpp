@@ -27,6 +27,8 @@ using toolkit::CListUI;
 
 namespace {
 
+/// More rows than these are made anew rather than changed one by one.
+constexpr std::size_t kFewRows = 10;
 constexpr int kLastAction = std::numeric_limits<int>::max();
 
 } // namespace
@@ -45,16 +47,16 @@ void ActionPresenter::show(int branch, bool again) {
 
 void ActionPresenter::build() {
     auto* list = m_controls.find<CListUI>(kActionList);
-    m_types.clear();
+    m_shown.clear();
     if (list == nullptr) {
         return;
     }
     list->RemoveAll();
     if (m_branch >= 0) {
+        m_shown = m_session.actions(m_branch);
         int number = 0;
-        for (const scene::Action& action : m_session.actions(m_branch)) {
+        for (const scene::Action& action : m_shown) {
             list->Add(makeActionRow(number++, action, m_choices));
-            m_types.push_back(action.Type());
         }
     }
     showEmptyText();
@@ -62,7 +64,7 @@ void ActionPresenter::build() {
 
 void ActionPresenter::showEmptyText() {
     const bool hasBranches = m_session.branchCount() > 0;
-    const bool empty = m_types.empty();
+    const bool empty = m_shown.empty();
     if (empty) {
         m_controls.setText(kEmptyHeading, hasBranches ? u"No actions yet" : u"No branches yet");
         m_controls.setText(kEmptyLine, hasBranches
@@ -74,29 +76,82 @@ void ActionPresenter::showEmptyText() {
 }
 
 void ActionPresenter::changed(const scene::SceneSession::Changes& changes) {
-    const scene::SceneChange ours{scene::SceneChange::Part::actions, m_branch};
-    if (!m_isRowEdit && std::find(changes.begin(), changes.end(), ours) != changes.end()) {
-        show(m_branch, true);
+    const bool concerned = std::any_of(changes.begin(), changes.end(), [&](const auto& change) {
+        return change.part == scene::SceneChange::Part::actions &&
+               (change.branch == m_branch || change.branch < 0);
+    });
+    if (concerned && !m_isRowEdit && m_branch >= 0) {
+        refresh();
     }
+}
+
+void ActionPresenter::refresh() {
+    auto* list = m_controls.find<CListUI>(kActionList);
+    const std::vector<scene::Action> actions = m_session.actions(m_branch);
+    if (list == nullptr) {
+        return;
+    }
+    if (std::max(actions.size(), m_shown.size()) <=
+        std::min(actions.size(), m_shown.size()) + kFewRows) {
+        matchRows(actions);
+    }
+    std::vector<int> different;
+    for (std::size_t row = 0; row < std::min(m_shown.size(), actions.size()); ++row) {
+        if (m_shown[row] != actions[row]) {
+            different.push_back(static_cast<int>(row));
+        }
+    }
+    if (actions.size() != m_shown.size() || different.size() > kFewRows) {
+        show(m_branch, true); // faster
+        return;
+    }
+    m_shown = actions;
+    const FlagScope refreshing(m_isRefreshing);
+    for (const int row : different) {
+        showAction(*list->GetItemAt(row), actions[static_cast<std::size_t>(row)], m_choices);
+    }
+}
+
+void ActionPresenter::matchRows(const std::vector<scene::Action>& actions) {
+    auto& list = *m_controls.find<CListUI>(kActionList);
+    const auto [shownEnd, actionsEnd] =
+        std::mismatch(m_shown.begin(), m_shown.end(), actions.begin(), actions.end());
+    const std::ptrdiff_t first = shownEnd - m_shown.begin();
+    const std::ptrdiff_t more = std::ssize(actions) - std::ssize(m_shown);
+    for (std::ptrdiff_t removed = more; removed < 0; ++removed) {
+        list.RemoveAt(static_cast<int>(first));
+        m_shown.erase(m_shown.begin() + first);
+    }
+    for (std::ptrdiff_t row = first; row < first + more; ++row) {
+        const scene::Action& action = actions[static_cast<std::size_t>(row)];
+        list.AddAt(makeActionRow(static_cast<int>(row), action, m_choices), static_cast<int>(row));
+        m_shown.insert(m_shown.begin() + row, action);
+    }
+    for (int row = static_cast<int>(first); row < list.GetCount(); ++row) {
+        numberRow(*list.GetItemAt(row), row);
+    }
+    showEmptyText();
 }
 
 void ActionPresenter::offerOtherZones() {
     const auto* list = m_controls.find<CListUI>(kActionList);
-    for (std::size_t row = 0; list != nullptr && row < m_types.size(); ++row) {
+    for (std::size_t row = 0; list != nullptr && row < m_shown.size(); ++row) {
         CComboUI* combo = rowCombo(*list, static_cast<int>(row), kParameterCombo);
-        if (combo != nullptr && m_types[row] == kConditionZone) {
+        if (combo != nullptr && m_shown[row].Type() == kConditionZone) {
             fillParameters(*combo, kConditionZone, m_choices);
         }
     }
 }
 
 bool ActionPresenter::waitsForZone() const {
-    return std::find(m_types.begin(), m_types.end(), kConditionZone) != m_types.end();
+    return std::any_of(m_shown.begin(), m_shown.end(),
+                       [](const auto& action) { return action.Type() == kConditionZone; });
 }
 
 void ActionPresenter::add() {
     if (m_branch >= 0) {
         m_session.addAction(m_branch);
+        select(-1);
         reveal(kLastAction);
     }
 }
@@ -110,6 +165,7 @@ void ActionPresenter::removeSelected() {
     if (canRemove()) {
         const int number = m_controls.find<CListUI>(kActionList)->GetCurSel();
         m_session.removeAction(m_branch, number);
+        select(-1);
         reveal(number);
     }
 }
@@ -117,8 +173,8 @@ void ActionPresenter::removeSelected() {
 ActionPresenter::RowEdit ActionPresenter::rowEdit(CControlUI& sender) const {
     const int number = rowNumber(sender);
     const bool isRow =
-        m_branch >= 0 && number >= 0 && static_cast<std::size_t>(number) < m_types.size();
-    return {isRow ? toolkit::controlCast<CComboUI>(&sender) : nullptr, number};
+        m_branch >= 0 && number >= 0 && static_cast<std::size_t>(number) < m_shown.size();
+    return {isRow && !m_isRefreshing ? toolkit::controlCast<CComboUI>(&sender) : nullptr, number};
 }
 
 void ActionPresenter::chooseCondition(CControlUI& sender) {
@@ -134,9 +190,9 @@ void ActionPresenter::chooseCondition(CControlUI& sender) {
     }
     if (condition >= 0) {
         // The parameter stays until another one is picked. Intended.
-        m_types[static_cast<std::size_t>(edit.action)] = condition;
         const FlagScope own(m_isRowEdit);
         m_session.setType(m_branch, edit.action, condition);
+        edited(edit.action);
     }
 }
 
@@ -144,11 +200,12 @@ void ActionPresenter::chooseParameter(CControlUI& sender) {
     const RowEdit edit = rowEdit(sender);
     if (edit.combo != nullptr) {
         const NameList& names =
-            m_choices.parameters(m_types[static_cast<std::size_t>(edit.action)]);
+            m_choices.parameters(m_shown[static_cast<std::size_t>(edit.action)].Type());
         const FlagScope own(m_isRowEdit);
         m_session.setParameter(
             m_branch, edit.action,
             storedChoice(names.stored, edit.combo->GetCurSel(), edit.combo->GetText()));
+        edited(edit.action);
     }
 }
 
@@ -159,6 +216,7 @@ void ActionPresenter::chooseTarget(CControlUI& sender) {
         m_session.setTarget(m_branch, edit.action,
                             storedChoice(m_choices.branches.stored, edit.combo->GetCurSel(),
                                          edit.combo->GetText()));
+        edited(edit.action);
     }
 }
 
@@ -168,7 +226,12 @@ void ActionPresenter::changeImmediate(CControlUI& sender) {
     if (check != nullptr && number >= 0 && m_branch >= 0) {
         const FlagScope own(m_isRowEdit);
         m_session.setImmediate(m_branch, number, check->IsSelected());
+        edited(number);
     }
+}
+
+void ActionPresenter::edited(int action) {
+    m_shown[static_cast<std::size_t>(action)] = m_session.action(m_branch, action);
 }
 
 int ActionPresenter::offset() const {
@@ -180,6 +243,19 @@ void ActionPresenter::scrollTo(int offset) {
     if (auto* list = m_controls.find<CListUI>(kActionList)) {
         list->GetScrollBar().model().setOffset(offset);
         list->NeedUpdate();
+    }
+}
+
+void ActionPresenter::select(int number) {
+    if (auto* list = m_controls.find<CListUI>(kActionList)) {
+        list->SelectItem(number);
+    }
+}
+
+void ActionPresenter::go(int action) {
+    if (action >= 0) {
+        select(action); // if it is there
+        reveal(action);
     }
 }
 

@@ -26,6 +26,9 @@ public:
     /// Whether an action of the branch on show waits for a zone.
     [[nodiscard]] bool waitsForZone() const;
 
+    /// Scrolls to an action and selects it; or to the last one when there are not as many. -1:
+    /// nothing happens.
+    void go(int action);
     void add();
     /// Whether a row is selected.
     [[nodiscard]] bool canRemove() const;
@@ -40,6 +43,12 @@ public:
 private:
     void changed(const scene::SceneSession::Changes& changes);
     void build();
+    /// Changes the rows that differ from the actions, and leaves the others and the focus alone.
+    void refresh();
+    /// Adds or removes rows where the numbers of rows and actions differ.
+    void matchRows(const std::vector<scene::Action>& actions);
+    /// The row shows what the author has made of its action.
+    void edited(int action);
     void showEmptyText();
     /// The combo `sender` and the action of its row; a null combo when there is no such action.
     struct RowEdit {
@@ -49,15 +58,17 @@ private:
     [[nodiscard]] RowEdit rowEdit(toolkit::CControlUI& sender) const;
     [[nodiscard]] int offset() const; ///< how far the list is scrolled, in pixels
     void scrollTo(int offset);
+    void select(int number); ///< -1: none
     /// Scrolls to an action, the last one for a number beyond.
     void reveal(int number);
 
     Controls m_controls;
     scene::SceneSession& m_session;
     RowChoices m_choices;
-    int m_branch = -1;        ///< on show
-    bool m_isRowEdit = false; ///< the change being announced was made in a row, which shows it
-    std::vector<int> m_types; ///< of the rows
+    int m_branch = -1;           ///< on show
+    bool m_isRowEdit = false;    ///< the change being announced was made in a row, which shows it
+    bool m_isRefreshing = false; ///< what the rows report is not the author's doing
+    std::vector<scene::Action> m_shown; ///< by the rows
     edit::Subscription m_subscription;
 };
 

@@ -27,36 +27,16 @@ constexpr int kRowHeight = 33;
 constexpr int kCheckSide = 18;
 
 std::unique_ptr<CComboUI> makeCombo(std::u16string_view name, std::u16string_view toolTip,
-                                    int dropHeight) {
+                                    int dropHeight, const NameList& items) {
     auto combo = std::make_unique<CComboUI>();
     combo->SetName(name);
     combo->SetToolTip(toolTip);
     StyleCombo(*combo, dropHeight);
+    combo->SetItemTexts(items.shown);
     return combo;
 }
 
-std::unique_ptr<CControlUI> makeConditions(const scene::Action& action, const RowChoices& choices) {
-    auto combo = makeCombo(kConditionCombo, u"Action condition", kConditionDrop);
-    combo->SetItemTexts(choices.conditions.shown);
-    combo->SelectItem(action.Type());
-    return combo;
-}
-
-std::unique_ptr<CControlUI> makeParameters(const scene::Action& action, const RowChoices& choices) {
-    auto combo = makeCombo(kParameterCombo, u"Action parameter", kLongDrop);
-    fillParameters(*combo, action.Type(), choices);
-    combo->SelectItem(indexOfText(choices.parameters(action.Type()).stored, action.Parameter()));
-    return combo;
-}
-
-std::unique_ptr<CControlUI> makeTargets(const scene::Action& action, const RowChoices& choices) {
-    auto combo = makeCombo(kTargetCombo, u"Branch to activate", kLongDrop);
-    combo->SetItemTexts(choices.branches.shown);
-    combo->SelectItem(indexOfText(choices.branches.stored, action.BranchID()));
-    return combo;
-}
-
-std::unique_ptr<CControlUI> makeImmediate(bool immediate) {
+std::unique_ptr<CControlUI> makeImmediate() {
     auto check = std::make_unique<toolkit::COptionUI>();
     check->SetName(kImmediateCheck);
     check->SetToolTip(u"Activate immediately");
@@ -71,7 +51,6 @@ std::unique_ptr<CControlUI> makeImmediate(bool immediate) {
     check->SetAttribute(u"hotimage", u"file='OptionHover.png'");
     check->SetAttribute(u"selectedimage", u"file='OptionClick.png'");
     check->SetAttribute(u"disabledimage", u"file='OptionInactive.png'");
-    check->Selected(immediate);
     return check;
 }
 
@@ -93,16 +72,35 @@ std::unique_ptr<CControlUI> makeActionRow(int number, const scene::Action& actio
                                           const RowChoices& choices) {
     auto item = std::make_unique<toolkit::CHorizontalLayoutUI>();
     item->SetName(kRowItem);
-    item->SetUserData(core::displayText(std::to_string(number)));
-    item->Add(makeConditions(action, choices));
-    item->Add(makeParameters(action, choices));
-    item->Add(makeTargets(action, choices));
-    item->Add(makeImmediate(action.Immediate()));
+    item->Add(makeCombo(kConditionCombo, u"Action condition", kConditionDrop, choices.conditions));
+    item->Add(makeCombo(kParameterCombo, u"Action parameter", kLongDrop, {}));
+    item->Add(makeCombo(kTargetCombo, u"Branch to activate", kLongDrop, choices.branches));
+    item->Add(makeImmediate());
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->SetName(kRow);
     row->SetFixedHeight(kRowHeight);
     row->Add(std::move(item));
+    numberRow(*row, number);
+    showAction(*row, action, choices);
     return row;
+}
+
+void numberRow(const CControlUI& row, int number) {
+    row.FindSubControl(kRowItem)->SetUserData(core::displayText(std::to_string(number)));
+}
+
+void showAction(const CControlUI& row, const scene::Action& action, const RowChoices& choices) {
+    const auto combo = [&row](std::u16string_view name) -> CComboUI& {
+        return *toolkit::controlCast<CComboUI>(row.FindSubControl(name));
+    };
+    combo(kConditionCombo).SelectItem(action.Type());
+    CComboUI& parameters = combo(kParameterCombo);
+    fillParameters(parameters, action.Type(), choices);
+    parameters.SelectItem(
+        indexOfText(choices.parameters(action.Type()).stored, action.Parameter()));
+    combo(kTargetCombo).SelectItem(indexOfText(choices.branches.stored, action.BranchID()));
+    toolkit::controlCast<toolkit::COptionUI>(row.FindSubControl(kImmediateCheck))
+        ->Selected(action.Immediate());
 }
 
 void fillParameters(CComboUI& combo, int condition, const RowChoices& choices) {

@@ -27,6 +27,12 @@ struct RowChoices {
 [[nodiscard]] std::unique_ptr<toolkit::CControlUI>
 makeActionRow(int number, const scene::Action& action, const RowChoices& choices);
 
+// What a row made by makeActionRow shows.
+void showAction(const toolkit::CControlUI& row, const scene::Action& action,
+                const RowChoices& choices);
+/// Makes it the row of action `number`.
+void numberRow(const toolkit::CControlUI& row, int number);
+
 /// Lists what goes with the condition and selects nothing.
 void fillParameters(toolkit::CComboUI& combo, int condition, const RowChoices& choices);
 

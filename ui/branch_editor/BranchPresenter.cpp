@@ -38,7 +38,8 @@ void BranchPresenter::changed(const scene::SceneSession::Changes& changes) {
         });
     };
     if (concerns({Part::scene, Part::branches, Part::branchName})) {
-        listAgain(m_showsLast ? m_session.branchCount() - 1 : shown());
+        const int where = m_session.find(m_token);
+        listAgain(m_showsLast ? m_session.branchCount() - 1 : where >= 0 ? where : m_place);
     } else if (concerns({Part::firstBranch})) {
         showFirst();
     }
@@ -49,7 +50,6 @@ void BranchPresenter::listAgain(int branch) {
     if (combo == nullptr) {
         return;
     }
-    const int before = combo->GetCurSel();
     m_names = NameList(m_session.branchNames());
     combo->SetItemTexts(m_names.shown);
     const int index = std::min(std::max(branch, 0), combo->GetCount() - 1);
@@ -57,7 +57,7 @@ void BranchPresenter::listAgain(int branch) {
         showSelected();
         return;
     }
-    m_again = index == before;
+    m_again = index == m_session.find(m_token);
     combo->SelectItem(index); // which shows it
     m_again = false;
 }
@@ -69,7 +69,16 @@ void BranchPresenter::showSelected() {
         m_shownName = edit->GetText();
     }
     showFirst();
-    m_listener.branchShown(shown(), m_again);
+    m_place = shown();
+    m_token = m_session.token(m_place);
+    m_listener.branchShown(m_place, m_again);
+}
+
+void BranchPresenter::show(int branch) {
+    auto* combo = m_controls.find<toolkit::CComboUI>(kBranchCombo);
+    if (combo != nullptr) {
+        combo->SelectItem(std::min(branch, combo->GetCount() - 1)); // which shows it
+    }
 }
 
 void BranchPresenter::showFirst() {
@@ -101,7 +110,9 @@ void BranchPresenter::takeName() {
         m_listener.nameRefused(name);
         return;
     }
+    const std::string oldName = m_session.branchName(branch);
     m_session.renameBranch(branch, core::storedText(name));
+    m_listener.branchRenamed(branch, oldName);
 }
 
 bool BranchPresenter::isNameTyped() const {

@@ -21,6 +21,8 @@ public:
         /// `branch` is on show now, -1 for none. `again`: it was before, and something that all
         /// branches have to do with has changed.
         virtual void branchShown(int branch, bool again) = 0;
+        /// `branch`, which was named `oldName`, has its new name.
+        virtual void branchRenamed(int branch, const std::string& oldName) = 0;
         virtual void nameRefused(const std::u16string& name) = 0;
     };
 
@@ -34,6 +36,8 @@ public:
     /// Of all branches.
     [[nodiscard]] const NameList& names() const { return m_names; }
 
+    /// Shows `branch`, or the last one when there are not as many.
+    void show(int branch);
     /// Adds a branch and shows it.
     void add();
     /// Another branch was selected in the list, or the same one again.
@@ -56,9 +60,11 @@ private:
     scene::SceneSession& m_session;
     Listener& m_listener;
     NameList m_names;
-    std::u16string m_shownName; ///< what the program last put into the name's edit
-    bool m_showsLast = false;   ///< the branch being added is to be shown
-    bool m_again = false;       ///< the branch is selected by the program, where it was before
+    int m_place = -1;                         ///< of the branch on show, and
+    scene::SceneSession::BranchToken m_token; ///< which one it is, as edits may move it
+    std::u16string m_shownName;               ///< what the program last put into the name's edit
+    bool m_showsLast = false;                 ///< the branch being added is to be shown
+    bool m_again = false; ///< the program selects the branch that was on show before
     edit::Subscription m_subscription;
 };
 

@@ -1,6 +1,7 @@
 #include "ui/branch_editor/StripPresenter.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "check/SceneNames.h"
 #include "scene/SceneChange.h"
@@ -35,7 +36,7 @@ void StripPresenter::changed(const scene::SceneSession::Changes& changes) {
 
 bool StripPresenter::mayChangeHint(const scene::SceneSession::Changes& changes) const {
     return !m_nameHint.empty() || std::any_of(changes.begin(), changes.end(), [&](const auto& one) {
-        return one.part != scene::SceneChange::Part::actions ||
+        return one.part != scene::SceneChange::Part::actions || one.branch < 0 ||
                check::hasUnreadableName(m_session.scene(), one.branch);
     });
 }
@@ -75,6 +76,32 @@ void StripPresenter::showLackOfZones(bool lacking) {
     }
 }
 
+void StripPresenter::offer(StripOffer offer) {
+    m_offer = std::move(offer);
+    update();
+}
+
+bool StripPresenter::offers(std::u16string_view button) const {
+    return m_offer && std::any_of(m_offer->answers.begin(), m_offer->answers.end(),
+                                  [&](const auto& answer) { return answer.first == button; });
+}
+
+void StripPresenter::answer(std::u16string_view button) {
+    const std::optional<StripOffer> offer = std::exchange(m_offer, {});
+    update();
+    for (const auto& [name, act] : offer ? offer->answers : decltype(offer->answers){}) {
+        if (name == button) {
+            act();
+            return;
+        }
+    }
+}
+
+void StripPresenter::closeOffer() {
+    m_offer.reset();
+    update();
+}
+
 void StripPresenter::actionBegins() {
     if (!m_noteIsFresh && (!m_note.empty() || !m_problem.empty())) {
         showNote({});
@@ -93,6 +120,23 @@ void StripPresenter::update() {
     const std::u16string text = m_copy.empty() ? statusText() : m_copy;
     m_controls.setText(kStatus, problem.empty() ? text : problem);
     m_controls.showProblem(problem, kStatus);
+    showOffer(problem.empty() && m_copy.empty() && m_note.empty());
+}
+
+void StripPresenter::showOffer(bool hasRoom) {
+    const std::u16string text = m_offer ? m_offer->text() : std::u16string();
+    if (text.empty()) {
+        m_offer.reset();
+    }
+    m_controls.setText(kNoticeText, text);
+    for (const std::u16string_view button : {kNoticeUndoButton, kRetargetButton}) {
+        m_controls.setVisible(button, offers(button));
+    }
+    const bool isShown = hasRoom && m_offer;
+    m_controls.setVisible(kNoticePanel, isShown);
+    if (isShown) {
+        m_controls.setVisible(kStatus, false);
+    }
 }
 
 std::u16string StripPresenter::statusText() const {

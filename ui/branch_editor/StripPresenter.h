@@ -2,11 +2,14 @@
 // the state of the scene. Used by the branch editor.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "edit/Observers.h"
 #include "scene/SceneSession.h"
 #include "ui/Controls.h"
+#include "ui/branch_editor/StripOffer.h"
 
 namespace ui {
 
@@ -28,6 +31,15 @@ public:
     /// Whether an action waits for a zone of a video that has none.
     void showLackOfZones(bool lacking);
 
+    /// Shows an offer in place of the one before, and of everything but copies, notes and problems.
+    void offer(StripOffer offer);
+    /// Whether an offer with this button is shown.
+    [[nodiscard]] bool offers(std::u16string_view button) const;
+    /// Runs what the offer's button does; the offer is answered.
+    void answer(std::u16string_view button);
+    [[nodiscard]] bool isOffering() const { return m_offer.has_value(); }
+    void closeOffer();
+
     /// The author presses a key or a button.
     void inputBegins() { m_noteIsFresh = false; }
     /// The author acts: the note of the last action goes.
@@ -40,6 +52,8 @@ private:
     /// Looks for names that break the scene's file or keep it out of the list.
     void checkNames();
     void update();
+    /// Shows the offer, or hides its bar.
+    void showOffer(bool hasRoom);
     [[nodiscard]] std::u16string statusText() const;
 
     Controls m_controls;
@@ -50,6 +64,7 @@ private:
     std::u16string m_note;
     std::u16string m_problem;
     std::u16string m_nameHint;
+    std::optional<StripOffer> m_offer;
     bool m_noteIsFresh = false;
     bool m_lacksZones = false;
     edit::Subscription m_subscription;

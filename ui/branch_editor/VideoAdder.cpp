@@ -86,10 +86,13 @@ void VideoAdder::done(const std::string& name, const jobs::ImportReport& report)
     }
     if (cancelled || report.result == jobs::ImportResult::failed) {
         m_videos.removeItem(name);
+    } else {
+        m_added.push_back(name);
     }
     m_outcome.note(name, report);
     next();
     if (!isRunning()) {
+        m_videos.added(std::exchange(m_added, {}));
         m_listener.copied(m_outcome, true);
     }
 }

@@ -5,6 +5,7 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "jobs/BackgroundImport.h"
 #include "jobs/ImportOutcome.h"
@@ -48,6 +49,7 @@ private:
     Listener& m_listener;
     std::string m_from;              ///< the folder of the chosen files
     std::deque<std::string> m_names; ///< still to come, the one under way in front
+    std::vector<std::string> m_added;
     int m_count = 0;
     jobs::ImportOutcome m_outcome;
     jobs::BackgroundImport m_import;

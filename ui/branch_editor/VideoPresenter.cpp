@@ -1,7 +1,10 @@
 #include "ui/branch_editor/VideoPresenter.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
+#include <set>
+#include <string_view>
 #include <utility>
 
 #include "core/Paths.h"
@@ -39,16 +42,50 @@ VideoPresenter::VideoPresenter(Controls controls, scene::SceneSession& session, 
 
 void VideoPresenter::fill() {
     for (int branch = 0; branch < m_session.branchCount(); ++branch) {
+        list(m_session.video(branch));
+    }
+    m_added = m_session.scene().addedVideos();
+    for (const std::string& name : m_added) {
+        list(name);
+    }
+}
+
+void VideoPresenter::list(const std::string& name) {
+    if (isListed(name)) {
+        return;
+    }
+    addItem(name);
+    const std::string base = core::withoutExtension(m_folder + name);
+    if (const auto zones = zone::ZoneManager::create(base, 0, false)) {
+        m_zones[name] = zoneNames(*zones);
+    }
+}
+
+bool VideoPresenter::listMissing() {
+    const std::size_t before = m_videos.size();
+    std::set<std::string, std::less<>> listed(m_videos.begin(), m_videos.end());
+    for (int branch = 0; branch < m_session.branchCount(); ++branch) {
         const std::string name = m_session.video(branch);
-        if (isListed(name)) {
-            continue;
-        }
-        addItem(name);
-        const std::string base = core::withoutExtension(m_folder + name);
-        if (const auto zones = zone::ZoneManager::create(base, 0, false)) {
-            m_zones[name] = zoneNames(*zones);
+        if (!name.empty() && listed.insert(name).second) {
+            list(name);
         }
     }
+    return m_videos.size() > before;
+}
+
+void VideoPresenter::matchAdded() {
+    const std::vector<std::string>& now = m_session.scene().addedVideos();
+    for (const std::string& name : std::exchange(m_added, now)) {
+        if (indexOfText(now, name) < 0) {
+            removeItem(name);
+        }
+    }
+    for (const std::string& name : now) {
+        if (!isListed(name)) {
+            addItem(name);
+        }
+    }
+    showOwnVideo();
 }
 
 bool VideoPresenter::isListed(const std::string& name) const {
@@ -93,6 +130,7 @@ void VideoPresenter::show(int branch) {
     auto* combo = m_controls.find<toolkit::CComboUI>(kVideoCombo);
     const std::string own = branch >= 0 ? m_session.video(branch) : std::string();
     if (combo != nullptr && !own.empty()) {
+        const FlagScope showing(m_isShowing);
         combo->SelectItem(indexOfText(m_videos, own));
     }
     if (combo != nullptr) {
@@ -103,7 +141,7 @@ void VideoPresenter::show(int branch) {
 }
 
 void VideoPresenter::choose() {
-    if (selected() < 0 || m_branch < 0) {
+    if (selected() < 0 || m_branch < 0 || m_isShowing) {
         return;
     }
     {
@@ -116,8 +154,22 @@ void VideoPresenter::choose() {
 }
 
 void VideoPresenter::changed(const scene::SceneSession::Changes& changes) {
-    const scene::SceneChange ours{scene::SceneChange::Part::video, m_branch};
-    if (!m_isOwnEdit && std::find(changes.begin(), changes.end(), ours) != changes.end()) {
+    using Part = scene::SceneChange::Part;
+    if (m_isOwnEdit) {
+        return;
+    }
+    bool isOurs = false;
+    bool mayMiss = false;
+    for (const scene::SceneChange& change : changes) {
+        isOurs = isOurs || change == scene::SceneChange{Part::video, m_branch};
+        mayMiss = mayMiss || change.part == Part::video || change.part == Part::branches ||
+                  change.part == Part::scene;
+        if (change.part == Part::addedVideos) {
+            matchAdded();
+            mayMiss = true;
+        }
+    }
+    if ((mayMiss && listMissing()) || isOurs) {
         show(m_branch);
         m_listener.zonesShown(false);
     }

@@ -29,7 +29,8 @@ public:
     VideoPresenter(Controls controls, scene::SceneSession& session, std::string folder,
                    Listener& listener);
 
-    /// Lists the videos of all branches, each once, and reads their zones.
+    /// Lists the videos of all branches, each once, then the others that were added to the scene,
+    /// and reads their zones.
     void fill();
     /// Shows the video of `branch`. One without leaves the list as it is. Intended.
     void show(int branch);
@@ -39,6 +40,8 @@ public:
     [[nodiscard]] bool isListed(const std::string& name) const;
     /// False when the window has no list for it.
     bool addItem(const std::string& name);
+    /// Videos that were listed before are in the scene's folder now.
+    void added(const std::vector<std::string>& names) { m_session.addVideos(names); }
     void removeItem(const std::string& name);
 
     /// Of the video that the list shows; none when they were never loaded.
@@ -52,6 +55,12 @@ public:
 
 private:
     void changed(const scene::SceneSession::Changes& changes);
+    /// Lists a video, unless it is listed, and reads its zones.
+    void list(const std::string& name);
+    /// Lists what undo or an earlier version has brought back. False if all was listed before.
+    bool listMissing();
+    /// Brings the list up to date with the videos added to the scene.
+    void matchAdded();
     void readShownZones();
     /// Says when the list shows another video than the branch has.
     void showOwnVideo();
@@ -63,7 +72,9 @@ private:
     Listener& m_listener;
     int m_branch = -1;                 ///< on show
     bool m_isOwnEdit = false;          ///< the change being announced is the choice in the list
+    bool m_isShowing = false;          ///< the program makes the choice in the list
     std::vector<std::string> m_videos; ///< stored names, in the order of the list
+    std::vector<std::string> m_added;  ///< those of them that were added to the scene
     std::map<std::string, NameList> m_zones; ///< names of the zones, by stored video name
     NameList m_shownZones;
     edit::Subscription m_subscription;

@@ -1,0 +1,16 @@
+// Moments as the windows write them. UI thread only.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace ui {
+
+/// "15:07", where the user lives.
+[[nodiscard]] std::u16string timeText(std::int64_t time);
+/// "12 Nov", with the year unless it is this one.
+[[nodiscard]] std::u16string dateText(std::int64_t time);
+/// Whether `time` is on the calendar day of now.
+[[nodiscard]] bool isToday(std::int64_t time);
+
+} // namespace ui
