@@ -5,18 +5,18 @@
 namespace zoneedit {
 namespace {
 
-std::shared_ptr<zone::ZoneManager>& current() {
-    static std::shared_ptr<zone::ZoneManager> manager;
+std::shared_ptr<const zone::ZoneManager>& current() {
+    static std::shared_ptr<const zone::ZoneManager> manager;
     return manager;
 }
 
 } // namespace
 
-std::shared_ptr<zone::ZoneManager> currentZoneManager() {
+std::shared_ptr<const zone::ZoneManager> currentZoneManager() {
     return current();
 }
 
-void setCurrentZoneManager(std::shared_ptr<zone::ZoneManager> manager) {
+void setCurrentZoneManager(std::shared_ptr<const zone::ZoneManager> manager) {
     current() = std::move(manager);
 }
 

@@ -9,9 +9,9 @@ class ZoneManager;
 
 namespace zoneedit {
 
-/// Empty when no video is edited.
-[[nodiscard]] std::shared_ptr<zone::ZoneManager> currentZoneManager();
+/// For reading: the session changes it. Empty when no video is edited.
+[[nodiscard]] std::shared_ptr<const zone::ZoneManager> currentZoneManager();
 /// Replaces it; an empty pointer drops it.
-void setCurrentZoneManager(std::shared_ptr<zone::ZoneManager> manager);
+void setCurrentZoneManager(std::shared_ptr<const zone::ZoneManager> manager);
 
 } // namespace zoneedit

@@ -43,7 +43,7 @@ void HeaderPresenter::save() {
     if (m_session.zones().lastSaveFailure().empty()) {
         m_saved = ui::savedText() + u" ";
         if (wasDamaged) {
-            m_saved += keptText(m_session.zones()) + u" ";
+            m_saved += std::u16string(kDamagedKept) + u" ";
         }
     }
     show();

@@ -10,11 +10,14 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZonesLayer.h"
 #include "ZoneEdit/ZonesPresenter.h"
+#include "core/EditorSettings.h"
 #include "core/Log.h"
 #include "core/Paths.h"
 #include "platform/Event.h"
 #include "platform/EventLoop.h"
 #include "platform/Gui.h"
+#include "recovery/Backups.h"
+#include "scene/SceneManager.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -121,6 +124,11 @@ bool ZoneEdit::loadZones() {
         return false;
     }
     zones->scale = scale;
+    zones->setKeeper(
+        std::make_shared<recovery::Backups>([folder = versionsFolder()] { return folder; },
+                                            [settings = context().services.editorSettings] {
+                                                return !settings || settings->keepBackups();
+                                            }));
     setCurrentZoneManager(zones);
     m_session = std::make_shared<zone::ZoneSession>(zones);
     m_session->setArea(m_video.control()->GetPos().size());
@@ -128,6 +136,12 @@ bool ZoneEdit::loadZones() {
                                 &context().gui.fonts()};
     m_video.control()->AddLayer(std::make_shared<ZonesLayer>(m_session, font));
     return true;
+}
+
+std::string ZoneEdit::versionsFolder() const {
+    const auto& scene = context().services.sceneManager;
+    return recovery::zoneVersionsFolder(scene ? scene->Name() : std::string(),
+                                        core::fileTitle(context().state.zoneEditVideo));
 }
 
 void ZoneEdit::makeParts() {

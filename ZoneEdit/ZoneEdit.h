@@ -58,6 +58,7 @@ private:
     void openVideo();
     [[nodiscard]] bool loadVideo();
     [[nodiscard]] bool loadZones();
+    [[nodiscard]] std::string versionsFolder() const;
     void makeParts();
 
     void restoreText();

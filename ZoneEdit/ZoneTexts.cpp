@@ -9,7 +9,6 @@
 #include "core/Text.h"
 #include "ui/SceneHints.h"
 #include "zone/LoadReport.h"
-#include "zone/ZoneManager.h"
 
 namespace zoneedit {
 namespace {
@@ -64,15 +63,6 @@ std::u16string loadProblemText(const zone::LoadReport& report, const std::string
     return core::displayText(
         (report.zones > 0 ? ofThem(report.wholeZones, report.zones) : "No zones") + " read: " +
         core::fileName(basePath) + "-ZoneInfo" + reasonText(report.problem) + partsText(report));
-}
-
-std::u16string keptText(const zone::ZoneManager& saved) {
-    if (saved.hadNoRoomToKeep()) {
-        return u"The old files are not kept: three copies are there already.";
-    }
-    return saved.keptAs().empty()
-               ? std::u16string()
-               : core::displayText("The old files are kept as " + saved.keptAs() + ".");
 }
 
 std::u16string zoneNamesHint(const std::vector<std::string>& names) {

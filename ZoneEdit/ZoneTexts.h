@@ -8,8 +8,7 @@
 
 namespace zone {
 struct LoadReport;
-class ZoneManager;
-} // namespace zone
+}
 
 namespace zoneedit {
 
@@ -23,8 +22,9 @@ inline constexpr std::u16string_view kUnknownLengthShort = u"The video's length 
 [[nodiscard]] std::u16string loadProblemText(const zone::LoadReport& report,
                                              const std::string& basePath);
 
-/// What became of the damaged files that the last save replaced; empty when there were none.
-[[nodiscard]] std::u16string keptText(const zone::ZoneManager& saved);
+/// After the first save of zones that were not read whole.
+inline constexpr std::u16string_view kDamagedKept =
+    u"The old files are kept among the earlier versions.";
 
 /// A hint about names that scenes cannot read, or that do not tell the zones apart.
 [[nodiscard]] std::u16string zoneNamesHint(const std::vector<std::string>& names);

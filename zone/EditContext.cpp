@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <new>
 #include <utility>
 
 #include "zone/ShapeGeometry.h"
@@ -61,9 +62,12 @@ void EditContext::removeZone(int index) {
     zones.erase(zones.begin() + index);
 }
 
-void EditContext::noteShown(const ZoneManager& manager) {
-    if (const auto found = manager.zone(currentZone)) {
-        zone(currentZone).noteShown(*found, shownFrame);
+void EditContext::noteShown(const ZoneManager& manager) noexcept {
+    try {
+        if (const auto found = manager.zone(currentZone)) {
+            zone(currentZone).noteShown(*found, shownFrame);
+        }
+    } catch (const std::bad_alloc&) { // worth no step
     }
 }
 

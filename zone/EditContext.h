@@ -44,8 +44,9 @@ struct EditContext {
     [[nodiscard]] ZoneEditing& zone(int index);
     void insertZone(int index, ZoneEditing editing);
     void removeZone(int index);
-    /// Notes the centre of the frame on show, for the current zone.
-    void noteShown(const ZoneManager& manager);
+    /// Notes the centre of the frame on show, for the current zone. Without memory it stays where
+    /// it was.
+    void noteShown(const ZoneManager& manager) noexcept;
 };
 
 /// What an operation on one zone depends on.

@@ -1,45 +1,38 @@
 #include "zone/SavedContent.h"
 
+#include <algorithm>
+#include <optional>
+
 #include "zone/Scale.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
 namespace zone {
-namespace {
-
-std::uint64_t digestOf(const Zone& zone, const ZoneManager& zones) {
-    return zone.storedDigest(zones.scale.value_or(Scale{}));
-}
-
-} // namespace
 
 void SavedContent::noteSaved(const ZoneManager& zones) {
-    m_saved.clear();
-    for (int index = 0; index < zones.zoneCount(); ++index) {
-        m_saved.push_back({zones.zone(index), {}});
-    }
-}
-
-void SavedContent::beforeChange(const ZoneManager& zones, const Zone& zone) {
-    for (Entry& entry : m_saved) {
-        if (entry.zone.get() == &zone && !entry.digest) {
-            entry.digest = digestOf(zone, zones);
-        }
-    }
+    m_saved = zones.snapshot();
 }
 
 bool SavedContent::differs(const ZoneManager& zones) const {
-    if (zones.zoneCount() != static_cast<int>(m_saved.size())) {
+    if (zones.zoneCount() != m_saved->zoneCount()) {
         return true;
     }
-    int index = 0;
-    for (const Entry& saved : m_saved) {
-        const std::shared_ptr<const Zone> zone = zones.zone(index++);
-        if (zone == saved.zone && !saved.digest) {
-            continue;
+    // A drag changes the same frames over and over: mostly what differed before still does.
+    return differs(zones, m_zone, m_frame, m_zone + 1) ||
+           differs(zones, 0, 0, m_saved->zoneCount());
+}
+
+bool SavedContent::differs(const ZoneManager& zones, int first, int frame, int end) const {
+    const Scale scale = m_saved->scale.value_or(Scale{});
+    for (int index = first; index < std::min(end, zones.zoneCount()); ++index, frame = 0) {
+        const Zone& now = *zones.zone(index);
+        const Zone& saved = *m_saved->zone(index);
+        if (now.name() != saved.name() || now.frameCount() != saved.frameCount()) {
+            return true;
         }
-        const std::uint64_t before = saved.digest ? *saved.digest : digestOf(*saved.zone, zones);
-        if (digestOf(*zone, zones) != before) {
+        if (const std::optional<int> found = now.firstDifference(saved, scale, frame)) {
+            m_zone = index;
+            m_frame = *found;
             return true;
         }
     }

@@ -1,32 +1,29 @@
 // Whether a save would now write other bytes than right after opening or after the last good save.
-// The content decides, however it came about: zones are compared by digests of what a file would
-// hold, and only changed zones need one. UI thread only.
+// The content decides, however it came about: it is compared with a snapshot. The answer is "yes"
+// at once while what differed before still does, so that it can be asked after every move of a
+// drag. UI thread only.
 #pragma once
 
-#include <cstdint>
 #include <memory>
-#include <optional>
-#include <vector>
 
 namespace zone {
 
-class Zone;
 class ZoneManager;
 
 class SavedContent {
 public:
-    /// What `zones` hold now is what was saved.
+    /// What `zones` hold now is what was saved. To be called before differs().
     void noteSaved(const ZoneManager& zones);
-    /// Has to be called before a zone changes.
-    void beforeChange(const ZoneManager& zones, const Zone& zone);
     [[nodiscard]] bool differs(const ZoneManager& zones) const;
 
 private:
-    struct Entry {
-        std::shared_ptr<const Zone> zone;
-        std::optional<std::uint64_t> digest; ///< none while the zone is as it was saved
-    };
-    std::vector<Entry> m_saved;
+    /// The zones from `first`, and of that one the frames from `frame`, up to the zone `end`.
+    [[nodiscard]] bool differs(const ZoneManager& zones, int first, int frame, int end) const;
+
+    std::shared_ptr<const ZoneManager> m_saved;
+    // Where the last difference of a shape was found.
+    mutable int m_zone = 0;
+    mutable int m_frame = 0;
 };
 
 } // namespace zone

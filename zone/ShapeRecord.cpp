@@ -47,19 +47,14 @@ void convertPoints(const ShapeRecord& record, Scale scale, Point* to) {
     }
 }
 
-std::uint64_t recordDigest(bool active, std::span<const Point> points, Scale scale) {
-    const Scale inverse{1.0F / scale.x, 1.0F / scale.y};
-    std::uint64_t digest = points.size() * 2 + (active ? 1 : 0);
-    const auto add = [&digest](std::uint64_t value) {
-        digest = (digest ^ value) * 0x9E3779B97F4A7C15;
-        digest ^= digest >> 32;
-    };
-    add(0);
-    for (const Point& point : points) {
-        add(std::uint64_t{static_cast<std::uint32_t>(scaled(point.x, inverse.x))} << 32 |
-            static_cast<std::uint32_t>(scaled(point.y, inverse.y)));
-    }
-    return digest;
+bool areStoredAlike(std::span<const Point> a, std::span<const Point> b, Scale toFile) {
+    // The points are mostly the very same; else rounding may still store them alike.
+    return a.size() == b.size() &&
+           (a.empty() || std::memcmp(a.data(), b.data(), a.size_bytes()) == 0 ||
+            std::equal(a.begin(), a.end(), b.begin(), [&](const Point& one, const Point& other) {
+                return scaled(one.x, toFile.x) == scaled(other.x, toFile.x) &&
+                       scaled(one.y, toFile.y) == scaled(other.y, toFile.y);
+            }));
 }
 
 RecordWriter::RecordWriter(core::File& file, Scale scale)

@@ -56,9 +56,9 @@ findShapeRecord(std::span<const std::uint8_t> bytes) {
 /// toward zero after adding one half. Results beyond 32 bits become the nearest 32-bit value.
 void convertPoints(const ShapeRecord& record, Scale scale, platform::Point* to);
 
-/// A digest of the record that a shape would be written as.
-[[nodiscard]] std::uint64_t recordDigest(bool active, std::span<const platform::Point> points,
-                                         Scale scale);
+/// Whether files would hold the same points. `toFile` turns display into video pixels.
+[[nodiscard]] bool areStoredAlike(std::span<const platform::Point> a,
+                                  std::span<const platform::Point> b, Scale toFile);
 
 /// Writes through a buffer of its own, so that a file of many small records costs few calls.
 class RecordWriter {

@@ -41,7 +41,8 @@ std::size_t ShapeTrack::splitAt(int frame) {
         return index;
     }
     ShapeRun second = m_runs[index];
-    second.offset = m_points.size();
+    second.setOffset(m_points.size());
+    second.setSpare(0);
     second.firstFrame = frame;
     m_points.resize(second.offset + second.pointCount);
     const std::span<const Point> shared = points(index);
@@ -50,10 +51,11 @@ std::size_t ShapeTrack::splitAt(int frame) {
     return index + 1;
 }
 
-void ShapeTrack::joinAt(int frame) {
+void ShapeTrack::joinAt(int frame) noexcept {
     const std::size_t index = indexOf(frame);
-    if (m_runs[index].offset + m_runs[index].pointCount == m_points.size()) {
-        m_points.resize(m_runs[index].offset);
+    const ShapeRun& run = m_runs[index];
+    if (run.offset + run.pointCount + run.spare == m_points.size()) {
+        m_points.resize(run.offset);
     }
     m_runs.erase(m_runs.begin() + static_cast<std::ptrdiff_t>(index));
 }
@@ -93,7 +95,7 @@ void ShapeTrack::reserveFor(std::size_t records, std::size_t bytes) {
 
 void ShapeTrack::append(const ShapeRecord& record, Scale scale) {
     ShapeRun run;
-    run.offset = m_points.size();
+    run.setOffset(m_points.size());
     run.firstFrame = m_frameCount++;
     run.setPointCount(record.pointCount());
     run.present = 1;
@@ -113,49 +115,51 @@ void ShapeTrack::trim() {
     }
 }
 
-template <typename Grow>
-void ShapeTrack::rebuild(std::size_t extra, Grow grow) {
+void ShapeTrack::makeRoom() {
+    if (std::none_of(m_runs.begin(), m_runs.end(),
+                     [](const ShapeRun& run) { return run.spare == 0; })) {
+        return;
+    }
     TrackPoints grown;
-    std::size_t total = kSplitRoom + extra;
+    std::size_t total = kSplitRoom;
     for (const ShapeRun& run : m_runs) {
-        total += run.pointCount;
+        total += run.pointCount + std::max<std::size_t>(run.spare, 1);
     }
     grown.reserve(total);
     for (ShapeRun& run : m_runs) {
-        const std::span<const Point> old{m_points.data() + run.offset, run.pointCount};
-        run.offset = grown.size();
-        grow(run, old, grown);
+        const auto old = m_points.begin() + static_cast<std::ptrdiff_t>(run.offset);
+        run.setOffset(grown.size());
+        run.setSpare(std::max<std::size_t>(run.spare, 1));
+        grown.insert(grown.end(), old, old + run.pointCount);
+        grown.resize(grown.size() + run.spare);
     }
     m_points = std::move(grown);
 }
 
-void ShapeTrack::insertPointEverywhere(int afterIndex, Point point) {
-    rebuild(m_runs.size(), [&](ShapeRun& run, std::span<const Point> old, TrackPoints& grown) {
-        const int at = insertPosition(afterIndex, old.size());
+void ShapeTrack::insert(ShapeRun& run, std::size_t index, Point point) noexcept {
+    Point* const first = m_points.data() + run.offset;
+    std::copy_backward(first + index, first + run.pointCount, first + run.pointCount + 1);
+    first[index] = point;
+    run.setPointCount(run.pointCount + std::size_t{1});
+    run.setSpare(run.spare - std::size_t{1});
+}
+
+void ShapeTrack::insertPointEverywhere(int afterIndex, Point point) noexcept {
+    for (ShapeRun& run : m_runs) {
+        const int at = insertPosition(afterIndex, run.pointCount);
         run.present = 1;
-        grown.insert(grown.end(), old.begin(), old.end());
         if (at != -1) {
-            grown.insert(grown.end() - static_cast<std::ptrdiff_t>(old.size()) + at, point);
-            run.setPointCount(old.size() + 1);
+            insert(run, static_cast<std::size_t>(at), point);
             run.edited = 1;
         }
-    });
+    }
 }
 
-void ShapeTrack::insertPoints(std::span<const PlacedPoint> placed) {
-    auto next = placed.begin();
-    rebuild(placed.size(), [&](ShapeRun& run, std::span<const Point> old, TrackPoints& grown) {
-        grown.insert(grown.end(), old.begin(), old.end());
-        if (next != placed.end() && &run == &m_runs[next->run]) {
-            const auto behind = static_cast<std::ptrdiff_t>(old.size() - next->index);
-            grown.insert(grown.end() - behind, next->point);
-            run.setPointCount(old.size() + 1);
-            ++next;
-        }
-    });
+void ShapeTrack::putBack(const PlacedPoint& placed) noexcept {
+    insert(m_runs[placed.run], placed.index, placed.point);
 }
 
-void ShapeTrack::shift(RunRange range, Point delta) {
+void ShapeTrack::shift(RunRange range, Point delta) noexcept {
     std::size_t first = range.first;
     while (first < range.end) {
         // Mostly one run's points follow the other's: then they are one stretch of memory.
@@ -169,55 +173,13 @@ void ShapeTrack::shift(RunRange range, Point delta) {
     }
 }
 
-void ShapeTrack::removePoint(std::size_t index, std::size_t point) {
+void ShapeTrack::removePoint(std::size_t index, std::size_t point) noexcept {
     const std::span<Point> all = points(index);
     std::copy(all.begin() + static_cast<std::ptrdiff_t>(point) + 1, all.end(),
               all.begin() + static_cast<std::ptrdiff_t>(point));
-    // The place at the end stays unused until points are inserted: no other run has to move.
     m_runs[index].setPointCount(all.size() - 1);
+    m_runs[index].setSpare(m_runs[index].spare + std::size_t{1});
     m_runs[index].edited = 1;
-}
-
-TrackSlice ShapeTrack::slice(RunRange range) const {
-    TrackSlice copy;
-    copy.runs.assign(m_runs.begin() + static_cast<std::ptrdiff_t>(range.first),
-                     m_runs.begin() + static_cast<std::ptrdiff_t>(range.end));
-    std::size_t total = 0;
-    for (const ShapeRun& run : copy.runs) {
-        total += run.pointCount;
-    }
-    copy.points.reserve(total);
-    for (ShapeRun& run : copy.runs) {
-        const auto from = m_points.begin() + static_cast<std::ptrdiff_t>(run.offset);
-        run.offset = copy.points.size();
-        copy.points.insert(copy.points.end(), from, from + run.pointCount);
-    }
-    return copy;
-}
-
-void ShapeTrack::exchange(RunRange range, TrackSlice& slice) {
-    TrackSlice old = this->slice(range);
-    for (ShapeRun& run : slice.runs) {
-        run.offset += m_points.size();
-    }
-    m_points.insert(m_points.end(), slice.points.begin(), slice.points.end());
-    const auto at = m_runs.begin() + static_cast<std::ptrdiff_t>(range.first);
-    const auto end = m_runs.begin() + static_cast<std::ptrdiff_t>(range.end);
-    m_runs.insert(m_runs.erase(at, end), slice.runs.begin(), slice.runs.end());
-    slice = std::move(old);
-    compact();
-}
-
-void ShapeTrack::compact() {
-    std::size_t used = 0;
-    for (const ShapeRun& run : m_runs) {
-        used += run.pointCount;
-    }
-    if (m_points.size() > 2 * used + kSplitRoom) {
-        rebuild(0, [](ShapeRun&, std::span<const Point> old, TrackPoints& grown) {
-            grown.insert(grown.end(), old.begin(), old.end());
-        });
-    }
 }
 
 } // namespace zone

@@ -4,9 +4,11 @@
 // stands still takes nothing at all. This module's sources only.
 //
 // Edits come in pairs that undo each other exactly, runs included: TrackChanges.h keeps what the
-// other half needs.
+// other half needs. Undoing needs no memory: a run keeps the room of the points that are taken out
+// of it.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -20,13 +22,18 @@ namespace zone {
 
 /// Frames from `firstFrame` up to the next run's: without a shape, or with equal shapes.
 struct ShapeRun {
-    std::size_t offset = 0; ///< of the first point in the track's array
+    std::uint64_t offset : 40 = 0; ///< of the first point in the track's array
+    std::uint64_t spare : 24 = 0;  ///< points that have room behind the last one
     std::int32_t firstFrame = 0;
     std::uint32_t pointCount : 29 = 0;
     std::uint32_t present : 1 = 0; ///< 0: these frames have no shape, and no points
     std::uint32_t active : 1 = 1;
     std::uint32_t edited : 1 = 0; ///< 0: created empty, record size still 0
 
+    void setOffset(std::size_t first) { offset = first & 0xFFFFFFFFFF; }
+    void setSpare(std::size_t points) {
+        spare = std::min<std::size_t>(points, 0xFFFFFF) & 0xFFFFFF;
+    }
     void setPointCount(std::size_t count) { pointCount = count & 0x1FFFFFFF; }
 };
 static_assert(sizeof(ShapeRun) == 16, "a quarter of eight points' coordinates");
@@ -59,16 +66,6 @@ struct PlacedPoint {
 
 using TrackPoints = std::vector<platform::Point, UnsetAllocator<platform::Point>>;
 
-/// Whole runs with their points, apart from any track.
-struct TrackSlice {
-    std::vector<ShapeRun> runs; ///< offsets are into `points`
-    TrackPoints points;
-
-    [[nodiscard]] std::size_t bytes() const {
-        return runs.capacity() * sizeof(ShapeRun) + points.capacity() * sizeof(platform::Point);
-    }
-};
-
 class ShapeTrack {
 public:
     ShapeTrack() = default;
@@ -92,10 +89,11 @@ public:
     }
     /// The run that holds `frame`, which must be one of the track's.
     [[nodiscard]] std::size_t indexOf(int frame) const;
-    /// Makes a run start at `frame` and returns its index; runCount() for frameCount().
+    /// Makes a run start at `frame` and returns its index; runCount() for frameCount(). Changes
+    /// nothing when it throws.
     std::size_t splitAt(int frame);
     /// Undoes a splitAt that made a run at `frame`.
-    void joinAt(int frame);
+    void joinAt(int frame) noexcept;
 
     void clear();
     /// Drops surplus frames, or adds frames without a shape.
@@ -117,30 +115,25 @@ public:
     }
     void setPresent(std::size_t index, bool present) { m_runs[index].present = present ? 1 : 0; }
     void setActive(std::size_t index, bool active) { m_runs[index].active = active ? 1 : 0; }
+    void setEdited(std::size_t index, bool edited) { m_runs[index].edited = edited ? 1 : 0; }
+    /// Gives every run room for one more point.
+    void makeRoom();
     /// Inserts behind the point `afterIndex` of every run, by insertPosition's rule; creates
-    /// missing shapes.
-    void insertPointEverywhere(int afterIndex, platform::Point point);
-    /// By run, at most one for each; the index is where the point will be.
-    void insertPoints(std::span<const PlacedPoint> placed);
-    void shift(RunRange range, platform::Point delta);
-    void removePoint(std::size_t index, std::size_t point);
+    /// missing shapes. Needs the room.
+    void insertPointEverywhere(int afterIndex, platform::Point point) noexcept;
+    void shift(RunRange range, platform::Point delta) noexcept;
+    void removePoint(std::size_t index, std::size_t point) noexcept;
+    /// Puts a point back where removePoint took it from.
+    void putBack(const PlacedPoint& placed) noexcept;
 
     /// Roughly what the track takes in memory.
     [[nodiscard]] std::size_t bytes() const {
         return m_runs.capacity() * sizeof(ShapeRun) + m_points.capacity() * sizeof(platform::Point);
     }
-    [[nodiscard]] TrackSlice slice(RunRange range) const;
-    /// The runs of `range` and those of `slice`, which fill the same frames, change places.
-    void exchange(RunRange range, TrackSlice& slice);
 
 private:
-    /// Gives every run new room with `extra` further points. `grow` is called with each run and its
-    /// old points, and appends what the run is to hold.
-    template <typename Grow>
-    void rebuild(std::size_t extra, Grow grow);
-    /// Moves all points together once less than half of the array is in use.
-    void compact();
-
+    /// Inserts one point into the room that the run has to spare.
+    void insert(ShapeRun& run, std::size_t index, platform::Point point) noexcept;
     std::vector<ShapeRun> m_runs; ///< by firstFrame, from 0; none when there is no frame
     TrackPoints m_points;
     int m_frameCount = 0;

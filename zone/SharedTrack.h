@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "zone/ShapeTrack.h"
 
@@ -17,8 +18,16 @@ public:
             other.m_isShared = true;
         }
     }
+    SharedTrack(SharedTrack&& other) noexcept = default; ///< the other is not used any more
     SharedTrack& operator=(const SharedTrack&) = delete;
+    SharedTrack& operator=(SharedTrack&&) noexcept = default;
     ~SharedTrack() = default;
+
+    /// One that shares nothing.
+    [[nodiscard]] SharedTrack copy() const {
+        return SharedTrack(std::make_shared<ShapeTrack>(get()));
+    }
+    void swap(SharedTrack& other) noexcept { std::swap(*this, other); }
 
     [[nodiscard]] const ShapeTrack& get() const { return *m_track; }
     [[nodiscard]] const ShapeTrack* operator->() const { return m_track.get(); }
@@ -33,6 +42,8 @@ public:
     }
 
 private:
+    explicit SharedTrack(std::shared_ptr<ShapeTrack> track) : m_track(std::move(track)) {}
+
     std::shared_ptr<ShapeTrack> m_track = std::make_shared<ShapeTrack>();
     /// Stays set after the others are gone: when a reader on another thread ends is not known.
     mutable bool m_isShared = false;

@@ -20,18 +20,10 @@ bool haveShapes(const ShapeTrack& track, RunRange range, std::size_t points) {
     return true;
 }
 
-template <class Stretches>
-std::size_t runsIn(const Stretches& stretches) {
-    std::size_t total = 0;
-    for (const auto& stretch : stretches) {
-        total += stretch.runs;
-    }
-    return total;
-}
-
 } // namespace
 
 std::size_t TrackChanges::splitAt(ShapeTrack& track, int frame) {
+    m_changes.reserve(m_changes.size() + 1);
     const std::size_t before = track.runCount();
     const std::size_t index = track.splitAt(frame);
     if (track.runCount() != before && m_keep == Keep::all) {
@@ -40,39 +32,40 @@ std::size_t TrackChanges::splitAt(ShapeTrack& track, int frame) {
     return index;
 }
 
-void TrackChanges::keepFlags(const ShapeTrack& track, RunRange range) {
+void TrackChanges::keepFlags(const ShapeTrack& track, RunRange range, bool active) {
     if (m_keep == Keep::all) {
-        m_changes.emplace_back(Flags(track, range));
+        m_changes.emplace_back(Flags(track, range, active));
     }
 }
 
-void TrackChanges::keepPoint(const ShapeTrack& track, RunRange range, std::size_t index) {
+void TrackChanges::keepPoint(const SharedTrack& track, RunRange range, std::size_t index,
+                             Point to) {
     if (m_keep == Keep::nothingTwice) {
-        return;
-    }
-    if (haveShapes(track, range, index + 1)) {
-        m_changes.emplace_back(Column(track, range, index));
+        m_changes.emplace_back(Column{range, index, to, {}});
+    } else if (haveShapes(track.get(), range, index + 1)) {
+        Column column{range, index, to, {}};
+        column.keepBefore(track.get());
+        m_changes.emplace_back(std::move(column));
     } else {
-        keepRuns(track, range);
+        keepTrack(track);
     }
 }
 
-void TrackChanges::keepShift(const ShapeTrack& track, RunRange range, Point delta) {
-    if (m_keep == Keep::nothingTwice || haveShapes(track, range, 0)) {
+void TrackChanges::keepShift(const SharedTrack& track, RunRange range, Point delta) {
+    if (m_keep == Keep::nothingTwice || haveShapes(track.get(), range, 0)) {
         m_changes.emplace_back(Shift{range, delta});
     } else {
-        keepRuns(track, range);
+        keepTrack(track);
     }
 }
 
-void TrackChanges::keepInsert(const ShapeTrack& track, int afterIndex, Point point) {
-    const RunRange all{0, track.runCount()};
+void TrackChanges::keepInsert(const SharedTrack& track, int afterIndex, Point point) {
     // A shape with a point has its record's size; one without would need that kept as well.
     const std::size_t least = static_cast<std::size_t>(std::max(afterIndex, 0)) + 1;
-    if (afterIndex >= -1 && haveShapes(track, all, least)) {
+    if (afterIndex >= -1 && haveShapes(track.get(), {0, track->runCount()}, least)) {
         m_changes.emplace_back(Insert{afterIndex, point});
     } else {
-        keepRuns(track, all);
+        keepTrack(track);
     }
 }
 
@@ -85,108 +78,164 @@ void TrackChanges::keepRemoval(const ShapeTrack& track, std::size_t run, std::si
                            track.points(run)[index]});
 }
 
-void TrackChanges::keepRuns(const ShapeTrack& track, RunRange range) {
-    if (m_keep == Keep::all && range.first < range.end) {
-        m_changes.emplace_back(Runs{track.run(range.first).firstFrame,
-                                    track.endFrame(range.end - 1), track.slice(range)});
+void TrackChanges::keepTrack(const SharedTrack& track) {
+    if (m_keep == Keep::all) {
+        m_changes.emplace_back(Whole{track.copy()});
     }
 }
 
-TrackChanges::Flags::Flags(const ShapeTrack& track, RunRange range) : first(range.first) {
+void TrackChanges::keepShape(const ShapeTrack& track, std::size_t run) {
+    const std::span<const Point> points = track.points(run);
+    m_changes.emplace_back(Shape{run, track.run(run), {points.begin(), points.end()}});
+}
+
+TrackChanges::Flags::Flags(const ShapeTrack& track, RunRange runs, bool willBeActive)
+    : range(runs), active(willBeActive) {
     for (std::size_t run = range.first; run < range.end; ++run) {
-        const bool present = track.run(run).present != 0;
-        const bool active = track.run(run).active != 0;
-        if (!stretches.empty() && stretches.back().present == present &&
-            stretches.back().active == active) {
-            ++stretches.back().runs;
+        const bool wasPresent = track.run(run).present != 0;
+        const bool wasActive = track.run(run).active != 0;
+        if (!before.empty() && before.back().present == wasPresent &&
+            before.back().active == wasActive) {
+            ++before.back().runs;
         } else {
-            stretches.push_back({1, present, active});
+            before.push_back({1, wasPresent, wasActive});
         }
     }
 }
 
-void TrackChanges::Flags::swap(ShapeTrack& track) {
-    Flags now(track, {first, first + runsIn(stretches)});
-    std::size_t run = first;
-    for (const Stretch& stretch : stretches) {
+void TrackChanges::Flags::revert(SharedTrack& track) const noexcept {
+    ShapeTrack& own = track.own();
+    std::size_t run = range.first;
+    for (const Stretch& stretch : before) {
         for (std::uint32_t left = stretch.runs; left > 0; --left, ++run) {
-            track.setPresent(run, stretch.present);
-            track.setActive(run, stretch.active);
+            own.setPresent(run, stretch.present);
+            own.setActive(run, stretch.active);
         }
     }
-    stretches = std::move(now.stretches);
 }
 
-TrackChanges::Column::Column(const ShapeTrack& track, RunRange range, std::size_t pointIndex)
-    : first(range.first), index(pointIndex) {
-    stretches.reserve(range.end - range.first);
+void TrackChanges::Flags::redo(SharedTrack& track) const {
+    ShapeTrack& own = track.own();
+    for (std::size_t run = range.first; run < range.end; ++run) {
+        own.setPresent(run, true);
+        own.setActive(run, active);
+    }
+}
+
+void TrackChanges::Column::keepBefore(const ShapeTrack& track) {
+    before.reserve(range.end - range.first);
     for (std::size_t run = range.first; run < range.end; ++run) {
         const Point point = track.points(run)[index];
-        if (!stretches.empty() && stretches.back().point == point) {
-            ++stretches.back().runs;
+        if (!before.empty() && before.back().point == point) {
+            ++before.back().runs;
         } else {
-            stretches.push_back({1, point});
+            before.push_back({1, point});
         }
     }
-    if (stretches.size() < stretches.capacity() / 2) {
-        stretches.shrink_to_fit();
+    if (before.size() < before.capacity() / 2) {
+        before.shrink_to_fit();
     }
 }
 
-void TrackChanges::Column::swap(ShapeTrack& track) {
-    Column now(track, {first, first + runsIn(stretches)}, index);
-    std::size_t run = first;
-    for (const Stretch& stretch : stretches) {
+void TrackChanges::Column::revert(SharedTrack& track) const noexcept {
+    ShapeTrack& own = track.own();
+    std::size_t run = range.first;
+    for (const Stretch& stretch : before) {
         for (std::uint32_t left = stretch.runs; left > 0; --left, ++run) {
-            track.points(run)[index] = stretch.point;
+            own.points(run)[index] = stretch.point;
         }
     }
-    stretches = std::move(now.stretches);
 }
 
-void TrackChanges::Shift::revert(ShapeTrack& track) const {
-    track.shift(range, {wrappedDifference(0, delta.x), wrappedDifference(0, delta.y)});
-}
-
-void TrackChanges::Insert::revert(ShapeTrack& track) const {
-    for (std::size_t run = 0; run < track.runCount(); ++run) {
-        track.removePoint(run, afterIndex == -1 ? track.points(run).size() - 1
-                                                : static_cast<std::size_t>(afterIndex) + 1);
+void TrackChanges::Column::redo(SharedTrack& track) const {
+    ShapeTrack& own = track.own();
+    for (std::size_t run = range.first; run < range.end; ++run) {
+        own.points(run)[index] = after;
     }
 }
 
-void TrackChanges::Removal::redo(ShapeTrack& track) const {
+void TrackChanges::Shift::revert(SharedTrack& track) const noexcept {
+    track.own().shift(range, {wrappedDifference(0, delta.x), wrappedDifference(0, delta.y)});
+}
+
+void TrackChanges::Insert::revert(SharedTrack& track) const noexcept {
+    ShapeTrack& own = track.own();
+    for (std::size_t run = 0; run < own.runCount(); ++run) {
+        own.removePoint(run, afterIndex == -1 ? own.points(run).size() - 1
+                                              : static_cast<std::size_t>(afterIndex) + 1);
+    }
+}
+
+void TrackChanges::Insert::redo(SharedTrack& track) const {
+    ShapeTrack& own = track.own();
+    own.makeRoom();
+    own.insertPointEverywhere(afterIndex, point);
+}
+
+void TrackChanges::Removal::revert(SharedTrack& track) const noexcept {
+    ShapeTrack& own = track.own();
     for (const PlacedPoint& placed : points) {
-        track.removePoint(placed.run, placed.index);
+        own.putBack(placed);
     }
 }
 
-void TrackChanges::Runs::swap(ShapeTrack& track) {
-    const std::size_t end =
-        endFrame < track.frameCount() ? track.indexOf(endFrame) : track.runCount();
-    track.exchange({track.indexOf(firstFrame), end}, slice);
+void TrackChanges::Removal::redo(SharedTrack& track) const {
+    ShapeTrack& own = track.own();
+    for (const PlacedPoint& placed : points) {
+        own.removePoint(placed.run, placed.index);
+    }
 }
 
-void TrackChanges::revert(ShapeTrack& track) {
+void TrackChanges::Shape::swap(SharedTrack& track) noexcept {
+    ShapeTrack& own = track.own();
+    const ShapeRun now = own.run(run);
+    own.setPresent(run, flags.present != 0);
+    own.setActive(run, flags.active != 0);
+    own.setEdited(run, flags.edited != 0);
+    flags = now;
+    std::swap_ranges(points.begin(), points.end(), own.points(run).begin());
+}
+
+void TrackChanges::prepare() {
+    for (Change& change : m_changes) {
+        if (auto* whole = std::get_if<Whole>(&change)) {
+            (void)whole->other.own();
+        }
+    }
+}
+
+void TrackChanges::revert(SharedTrack& track) noexcept {
     for (auto change = m_changes.rbegin(); change != m_changes.rend(); ++change) {
         std::visit([&](auto& kind) { kind.revert(track); }, *change);
     }
 }
 
-void TrackChanges::redo(ShapeTrack& track) {
-    for (Change& change : m_changes) {
-        std::visit([&](auto& kind) { kind.redo(track); }, change);
+void TrackChanges::redo(SharedTrack& track) {
+    std::size_t done = 0;
+    try {
+        for (; done < m_changes.size(); ++done) {
+            std::visit([&](auto& kind) { kind.redo(track); }, m_changes[done]);
+        }
+    } catch (...) {
+        while (done > 0) {
+            std::visit([&](auto& kind) { kind.revert(track); }, m_changes[--done]);
+        }
+        throw;
     }
 }
 
-void TrackChanges::absorb(const TrackChanges& next) {
+void TrackChanges::absorb(const TrackChanges& next) noexcept {
     for (const Change& change : next.m_changes) {
         // A repeated change of another kind lies inside what was kept.
-        auto* own = m_changes.empty() ? nullptr : std::get_if<Shift>(&m_changes.back());
-        const auto* further = std::get_if<Shift>(&change);
-        if (own && further) {
-            own->delta = {wrappedSum(own->delta.x, further->delta.x),
-                          wrappedSum(own->delta.y, further->delta.y)};
+        if (m_changes.empty() || m_changes.back().index() != change.index()) {
+            continue;
+        }
+        if (auto* shift = std::get_if<Shift>(&m_changes.back())) {
+            const auto& further = *std::get_if<Shift>(&change);
+            shift->delta = {wrappedSum(shift->delta.x, further.delta.x),
+                            wrappedSum(shift->delta.y, further.delta.y)};
+        } else if (auto* column = std::get_if<Column>(&m_changes.back())) {
+            column->after = std::get_if<Column>(&change)->after;
         }
     }
 }

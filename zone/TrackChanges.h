@@ -1,7 +1,7 @@
-// What the changes of one step did to a track, kept so that they can be taken back exactly and done
-// again: not the shapes before and after, but for each kind of change the least that restores it. A
-// point moved on 100,000 frames keeps its old places, a whole shape moved keeps one distance. This
-// module's sources only.
+// What the changes of one step did to a track, kept so that they can be undone exactly and redone:
+// not the shapes before and after, but for each kind of change the least that restores it. A point
+// moved on 100,000 frames keeps its old places, a whole shape moved keeps one distance. Undoing
+// needs no memory. This module's sources only.
 #pragma once
 
 #include <cstddef>
@@ -10,11 +10,11 @@
 #include <vector>
 
 #include "platform/Geometry.h"
-#include "zone/ShapeTrack.h"
+#include "zone/SharedTrack.h"
 
 namespace zone {
 
-/// Each keep... is called right before the track is changed so.
+/// Each keep... is called right before the track is changed so. One that throws has kept nothing.
 class TrackChanges {
 public:
     /// How much has to be kept.
@@ -28,20 +28,26 @@ public:
 
     /// Splits the track and keeps that.
     std::size_t splitAt(ShapeTrack& track, int frame);
-    /// The active flags will be set, and missing shapes created.
-    void keepFlags(const ShapeTrack& track, RunRange range);
-    /// The point `index` of each run will be set.
-    void keepPoint(const ShapeTrack& track, RunRange range, std::size_t index);
-    void keepShift(const ShapeTrack& track, RunRange range, platform::Point delta);
-    void keepInsert(const ShapeTrack& track, int afterIndex, platform::Point point);
+    /// The active flags will become `active`, and missing shapes be created.
+    void keepFlags(const ShapeTrack& track, RunRange range, bool active);
+    /// The point `index` of each run that has one will be put at `to`. Anything may happen to the
+    /// others, as long as each fills the same frames.
+    void keepPoint(const SharedTrack& track, RunRange range, std::size_t index, platform::Point to);
+    void keepShift(const SharedTrack& track, RunRange range, platform::Point delta);
+    void keepInsert(const SharedTrack& track, int afterIndex, platform::Point point);
     void keepRemoval(const ShapeTrack& track, std::size_t run, std::size_t index);
-    /// Anything may happen to these runs, as long as they fill the same frames.
-    void keepRuns(const ShapeTrack& track, RunRange range);
+    /// Anything may happen.
+    void keepTrack(const SharedTrack& track);
+    /// The run will get other points, of the same number, and other flags.
+    void keepShape(const ShapeTrack& track, std::size_t run);
 
-    void revert(ShapeTrack& track);
-    void redo(ShapeTrack& track);
+    /// For a revert: obtains the memory of shapes that are shared with a snapshot.
+    void prepare();
+    void revert(SharedTrack& track) noexcept;
+    /// Changes nothing when it throws.
+    void redo(SharedTrack& track);
     /// Makes one change of this and the next, which was made with nothingTwice.
-    void absorb(const TrackChanges& next);
+    void absorb(const TrackChanges& next) noexcept;
     [[nodiscard]] std::size_t bytes() const;
 
 private:
@@ -50,8 +56,8 @@ private:
     struct Split {
         int frame;
 
-        void revert(ShapeTrack& track) const { track.joinAt(frame); }
-        void redo(ShapeTrack& track) const { (void)track.splitAt(frame); }
+        void revert(SharedTrack& track) const noexcept { track.own().joinAt(frame); }
+        void redo(SharedTrack& track) const { (void)track.own().splitAt(frame); }
         [[nodiscard]] std::size_t bytes() const { return 0; }
     };
     struct Flags {
@@ -60,64 +66,71 @@ private:
             bool present;
             bool active;
         };
-        std::size_t first;
-        std::vector<Stretch> stretches;
+        RunRange range;
+        bool active;
+        std::vector<Stretch> before;
 
-        Flags(const ShapeTrack& track, RunRange range);
-        void swap(ShapeTrack& track);
-        void revert(ShapeTrack& track) { swap(track); }
-        void redo(ShapeTrack& track) { swap(track); }
-        [[nodiscard]] std::size_t bytes() const { return stretches.capacity() * sizeof(Stretch); }
+        Flags(const ShapeTrack& track, RunRange runs, bool active);
+        void revert(SharedTrack& track) const noexcept;
+        void redo(SharedTrack& track) const;
+        [[nodiscard]] std::size_t bytes() const { return before.capacity() * sizeof(Stretch); }
     };
     struct Column {
         struct Stretch {
             std::uint32_t runs;
             platform::Point point;
         };
-        std::size_t first;
+        RunRange range;
         std::size_t index;
-        std::vector<Stretch> stretches;
+        platform::Point after;
+        std::vector<Stretch> before;
 
-        Column(const ShapeTrack& track, RunRange range, std::size_t pointIndex);
-        void swap(ShapeTrack& track);
-        void revert(ShapeTrack& track) { swap(track); }
-        void redo(ShapeTrack& track) { swap(track); }
-        [[nodiscard]] std::size_t bytes() const { return stretches.capacity() * sizeof(Stretch); }
+        void keepBefore(const ShapeTrack& track);
+        void revert(SharedTrack& track) const noexcept;
+        void redo(SharedTrack& track) const;
+        [[nodiscard]] std::size_t bytes() const { return before.capacity() * sizeof(Stretch); }
     };
     struct Shift {
         RunRange range;
         platform::Point delta;
 
-        void revert(ShapeTrack& track) const;
-        void redo(ShapeTrack& track) const { track.shift(range, delta); }
+        void revert(SharedTrack& track) const noexcept;
+        void redo(SharedTrack& track) const { track.own().shift(range, delta); }
         [[nodiscard]] std::size_t bytes() const { return 0; }
     };
     struct Insert {
         int afterIndex;
         platform::Point point;
 
-        void revert(ShapeTrack& track) const;
-        void redo(ShapeTrack& track) const { track.insertPointEverywhere(afterIndex, point); }
+        void revert(SharedTrack& track) const noexcept;
+        void redo(SharedTrack& track) const;
         [[nodiscard]] std::size_t bytes() const { return 0; }
     };
     struct Removal {
         std::vector<PlacedPoint> points;
 
-        void revert(ShapeTrack& track) const { track.insertPoints(points); }
-        void redo(ShapeTrack& track) const;
+        void revert(SharedTrack& track) const noexcept;
+        void redo(SharedTrack& track) const;
         [[nodiscard]] std::size_t bytes() const { return points.capacity() * sizeof(PlacedPoint); }
     };
-    struct Runs {
-        int firstFrame;
-        int endFrame;
-        TrackSlice slice;
+    struct Shape {
+        std::size_t run;
+        ShapeRun flags;
+        std::vector<platform::Point> points;
 
-        void swap(ShapeTrack& track);
-        void revert(ShapeTrack& track) { swap(track); }
-        void redo(ShapeTrack& track) { swap(track); }
-        [[nodiscard]] std::size_t bytes() const { return slice.bytes(); }
+        void swap(SharedTrack& track) noexcept;
+        void revert(SharedTrack& track) noexcept { swap(track); }
+        void redo(SharedTrack& track) { swap(track); }
+        [[nodiscard]] std::size_t bytes() const { return points.capacity() * sizeof points[0]; }
     };
-    using Change = std::variant<Split, Flags, Column, Shift, Insert, Removal, Runs>;
+    struct Whole {
+        SharedTrack other;
+
+        void revert(SharedTrack& track) noexcept { other.swap(track); }
+        void redo(SharedTrack& track) noexcept { other.swap(track); }
+        [[nodiscard]] std::size_t bytes() const { return other->bytes(); }
+    };
+    using Change = std::variant<Split, Flags, Column, Shift, Insert, Removal, Shape, Whole>;
 
     std::vector<Change> m_changes;
     Keep m_keep;

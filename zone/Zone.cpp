@@ -32,7 +32,7 @@ constexpr int kDeletePointLine = 203;
 
 std::shared_ptr<Zone> Zone::create(int frameCount) {
     auto zone = std::make_shared<Zone>();
-    zone->changing().resize(frameCount);
+    zone->m_track.own().resize(frameCount);
     return zone;
 }
 
@@ -55,12 +55,6 @@ std::string Zone::storedName(const std::string& name) {
 
 void Zone::setName(const std::string& name) {
     m_name = storedName(name);
-    m_digest.reset();
-}
-
-ShapeTrack& Zone::changing() {
-    m_digest.reset();
-    return m_track.own();
 }
 
 std::optional<std::span<const Point>> Zone::points(int frame) const {
@@ -94,10 +88,10 @@ void Zone::setActive(const EditScope& scope, int frame, bool active) {
     if (!checkFrame(frame, kSetActiveLine)) {
         return;
     }
-    ShapeTrack& track = changing();
+    ShapeTrack& track = m_track.own();
     const RunRange range = spreadFrom(scope, frame);
     if (scope.changes) {
-        scope.changes->keepFlags(track, range);
+        scope.changes->keepFlags(track, range, active);
     }
     for (std::size_t run = range.first; run < range.end; ++run) {
         track.makePresent(run);
@@ -138,7 +132,7 @@ void Zone::moveSelectedPoint(const EditScope& scope, int frame, int x, int y) {
     if (!checkFrame(frame, kMoveSelectedPointLine) || handle == -1) {
         return;
     }
-    ShapeTrack& track = changing();
+    ShapeTrack& track = m_track.own();
     const RunRange range = spreadFrom(scope, frame);
     if (handle != static_cast<int>(track.points(range.first).size())) {
         moveHandle(scope, range, {x, y});
@@ -147,7 +141,7 @@ void Zone::moveSelectedPoint(const EditScope& scope, int frame, int x, int y) {
     const Point center = scope.editing.centerOf(frame);
     const Point delta{wrappedDifference(x, center.x), wrappedDifference(y, center.y)};
     if (scope.changes) {
-        scope.changes->keepShift(track, range, delta);
+        scope.changes->keepShift(m_track, range, delta);
     }
     track.shift(range, delta);
 }
@@ -156,10 +150,10 @@ void Zone::moveHandle(const EditScope& scope, RunRange range, Point to) {
     const Point clamped = clampedTo(scope.area, to);
     const int selected = scope.editing.selectedPoint;
     const auto handle = static_cast<std::size_t>(selected);
-    ShapeTrack& track = changing();
+    ShapeTrack& track = m_track.own();
     if (scope.changes) {
-        // An index below 0 is no point: no run has it, so whole runs are kept.
-        scope.changes->keepPoint(track, range, handle);
+        // An index below 0 is no point: no run has it, so the whole track is kept.
+        scope.changes->keepPoint(m_track, range, handle, clamped);
     }
     bool reported = false; // thousands of frames are worth one line
     for (std::size_t run = range.first; run < range.end; ++run) {
@@ -180,7 +174,7 @@ void Zone::moveHandle(const EditScope& scope, RunRange range, Point to) {
 }
 
 std::size_t Zone::shiftByCenters(const ZoneEditing& editing, std::size_t run, Point to) {
-    ShapeTrack& track = changing();
+    ShapeTrack& track = m_track.own();
     const std::size_t runsBefore = track.runCount();
     const int end = track.endFrame(run);
     for (int frame = track.run(run).firstFrame; frame < end; ++run) {
@@ -198,10 +192,11 @@ void Zone::addPoint(const EditScope& scope, int frame, int x, int y) {
         return;
     }
     int& selected = scope.editing.selectedPoint;
-    ShapeTrack& track = changing();
+    ShapeTrack& track = m_track.own();
     const int added = insertPosition(selected, track.points(track.indexOf(frame)).size());
+    track.makeRoom(); // what is kept below must have happened
     if (scope.changes) {
-        scope.changes->keepInsert(track, selected, {x, y});
+        scope.changes->keepInsert(m_track, selected, {x, y});
     }
     track.insertPointEverywhere(selected, {x, y});
     if (added != -1) {
@@ -217,7 +212,7 @@ void Zone::deletePoint(const EditScope& scope, int frame, int x, int y) {
     if (run == m_track->runCount()) {
         return;
     }
-    ShapeTrack& track = changing();
+    ShapeTrack& track = m_track.own();
     for (; run < track.runCount(); ++run) {
         const int hit = hitPoint(std::as_const(track).points(run), {x, y});
         if (hit == -1) {
@@ -252,17 +247,17 @@ std::size_t Zone::firstRunWithPointAt(Point at) const {
     return run;
 }
 
-void Zone::revert(TrackChanges& changes) {
-    changes.revert(changing());
+void Zone::revert(TrackChanges& changes) noexcept {
+    changes.revert(m_track);
 }
 
 void Zone::redo(TrackChanges& changes) {
-    changes.redo(changing());
+    changes.redo(m_track);
 }
 
 void Zone::fillTo(int frameCount) {
     if (frameCount > m_track->frameCount()) {
-        changing().resize(frameCount);
+        m_track.own().resize(frameCount);
     }
 }
 
@@ -275,7 +270,7 @@ bool Zone::checkFrame(int frame, int line) const {
 }
 
 RunRange Zone::spreadFrom(const EditScope& scope, int frame) {
-    ShapeTrack& track = changing();
+    ShapeTrack& track = m_track.own();
     const auto splitAt = [&](int at) {
         return scope.changes ? scope.changes->splitAt(track, at) : track.splitAt(at);
     };

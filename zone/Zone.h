@@ -57,6 +57,8 @@ public:
     /// kMaxNameBytes.
     [[nodiscard]] static std::string storedName(const std::string& name);
     void setName(const std::string& name);
+    /// `name` as storedName() made it.
+    void swapName(std::string& name) noexcept { m_name.swap(name); }
     [[nodiscard]] int frameCount() const { return m_track->frameCount(); }
     /// A copy of the frame's shape; none when the frame has none. Logs nothing.
     [[nodiscard]] std::optional<ZoneShape> shape(int frame) const;
@@ -86,14 +88,16 @@ public:
     /// Whether addPoint with that selection, or deletePoint at that place, would change a frame.
     [[nodiscard]] bool takesPoint(int selectedPoint) const;
     [[nodiscard]] bool hasPointAt(int x, int y) const;
-    void revert(TrackChanges& changes);
+    void revert(TrackChanges& changes) noexcept;
     void redo(TrackChanges& changes);
     /// Adds frames without a shape up to `frameCount`.
     void fillTo(int frameCount);
 
-    /// A digest of what a file would hold of this zone: name, frames, points in video pixels.
-    /// Calculated again only after a change.
-    [[nodiscard]] std::uint64_t storedDigest(Scale scale) const;
+    /// The first frame, from `from` on, whose record a file would hold otherwise than `other`'s;
+    /// none when all frames that both have are alike. Stops there, so that it costs little when
+    /// asked again from the frame found before.
+    [[nodiscard]] std::optional<int> firstDifference(const Zone& other, Scale scale,
+                                                     int from = 0) const;
     /// Roughly what the zone takes in memory.
     [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_track->bytes(); }
     /// Makes sure that the next change need not copy shapes that a copy of the zone shares.
@@ -122,11 +126,7 @@ private:
 
     /// The number of runs when none has.
     [[nodiscard]] std::size_t firstRunWithPointAt(platform::Point at) const;
-    /// For a change.
-    [[nodiscard]] ShapeTrack& changing();
-
     SharedTrack m_track;
-    mutable std::optional<std::uint64_t> m_digest; ///< none after a change
     std::string m_name;
 };
 

@@ -4,13 +4,13 @@
 #include <cstddef>
 #include <new>
 #include <string_view>
-#include <utility>
 
 #include <tinyxml2.h>
 
 #include "core/FileError.h"
 #include "core/Log.h"
 #include "core/Paths.h"
+#include "core/ReplacedFiles.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/StandardError.h"
@@ -18,7 +18,6 @@
 #include "core/WholeFile.h"
 #include "platform/FileSystem.h"
 #include "zone/ChunkReader.h"
-#include "zone/DamagedPair.h"
 #include "zone/LoadReport.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
@@ -215,35 +214,22 @@ bool ZoneManager::save(const std::string& videoPath) {
 }
 
 bool ZoneManager::saveAs(const std::string& basePath) {
+    const bool replacesDamaged = !m_damagedBase.empty() && m_damagedBase == basePath;
     m_lastSaveFailure = {};
-    if (!keepDamaged(basePath)) {
-        return failSave(kInfoFailed, m_lastSaveFailure);
+    const bool result = saveBoth(basePath, replacesDamaged ? core::ReplacedFiles::Need::must
+                                                           : core::ReplacedFiles::Need::wish);
+    if (m_lastSaveFailure.empty() && replacesDamaged) {
+        m_damagedBase.clear();
     }
-    const bool result = saveBoth(basePath);
     if (m_lastSaveFailure.empty() && m_damagedBase.empty()) {
         m_loadReport = {};
     }
     return result;
 }
 
-bool ZoneManager::keepDamaged(const std::string& basePath) {
-    if (m_damagedBase.empty() || m_damagedBase != basePath) {
-        return true;
-    }
-    KeptPair kept = keepDamagedPair(basePath);
-    m_lastSaveFailure = std::move(kept.failure);
-    if (!m_lastSaveFailure.empty()) {
-        return false;
-    }
-    m_keptAs = std::move(kept.name);
-    m_hadNoRoomToKeep = kept.isFull;
-    m_damagedBase.clear();
-    return true;
-}
-
-bool ZoneManager::saveBoth(const std::string& basePath) {
+bool ZoneManager::saveBoth(const std::string& basePath, core::ReplacedFiles::Need need) {
     core::KeepReplaced kept(m_keeper.get(), {basePath + kBinaryEnding, basePath + kInfoEnding},
-                            core::ReplacedFiles::Need::wish);
+                            need);
     core::SafeSave info;
     core::SafeSave binary;
     if (!info.open(basePath + kInfoEnding, "wt") || !writeInfo(info.file()) || !info.prepare()) {

@@ -87,7 +87,7 @@ public:
     /// Writes both files of the video at `videoPath`, or neither. False, logged, when the
     /// information file cannot be written or the binary file cannot be opened. A binary file that
     /// could be opened but not written whole gives true. Intended: ask lastSaveFailure(). Files
-    /// that were not read whole are copied aside before they are replaced: see keptAs().
+    /// that were not read whole are replaced only once the keeper has them.
     bool save(const std::string& videoPath);
     /// The same for a path that has no extension to take away.
     bool saveAs(const std::string& basePath);
@@ -98,11 +98,6 @@ public:
     [[nodiscard]] const core::FileError& lastSaveFailure() const { return m_lastSaveFailure; }
     /// What loading came to. Clean after the next good save of the same files.
     [[nodiscard]] const LoadReport& loadReport() const { return m_loadReport; }
-    /// The name, without extension, of the copies that a save made of files which were not read
-    /// whole; empty when it made none.
-    [[nodiscard]] const std::string& keptAs() const { return m_keptAs; }
-    /// Whether a save replaced such files without a copy, as there are as many as are kept.
-    [[nodiscard]] bool hadNoRoomToKeep() const { return m_hadNoRoomToKeep; }
 
     /// The number of the last zone that the binary file held, -1 for none.
     int lastZoneRead = -1;
@@ -129,8 +124,7 @@ private:
     [[nodiscard]] bool readChunks(ChunkReader& reader);
     void readZone(ChunkReader& reader);
     Zone& nextZone();
-    [[nodiscard]] bool keepDamaged(const std::string& basePath);
-    [[nodiscard]] bool saveBoth(const std::string& basePath);
+    [[nodiscard]] bool saveBoth(const std::string& basePath, core::ReplacedFiles::Need need);
     bool failSave(const char* message, const core::FileError& reason);
 
     std::vector<std::shared_ptr<Zone>> m_zones; ///< no entry is empty
@@ -138,8 +132,6 @@ private:
     core::FileError m_lastSaveFailure;
     LoadReport m_loadReport;
     std::string m_damagedBase; ///< of the files a save has to keep; empty for none
-    std::string m_keptAs;
-    bool m_hadNoRoomToKeep = false;
 };
 
 } // namespace zone

@@ -7,11 +7,9 @@
 
 namespace zone {
 
-Zone& ZoneModel::changing(int zone) {
-    Zone& found = *zones->zone(zone);
-    saved.beforeChange(*zones, found);
+Zone& ZoneModel::changing(int zone) noexcept {
     ++changeCount;
-    return found;
+    return *zones->zone(zone);
 }
 
 EditShapes::EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep)
@@ -23,13 +21,23 @@ void EditShapes::apply(ZoneModel& model) {
     int& selected = model.context.zone(m_zone).selectedPoint;
     if (m_edit) {
         m_selectedBefore = selected;
-        std::exchange(m_edit, nullptr)(*model.zones, model.context, &m_changes);
+        try {
+            std::exchange(m_edit, nullptr)(*model.zones, model.context, &m_changes);
+        } catch (...) {
+            revert(model);
+            throw;
+        }
         m_selectedAfter = selected;
     } else {
         zone.redo(m_changes);
         selected = m_selectedAfter;
     }
     model.context.noteShown(*model.zones);
+}
+
+void EditShapes::prepare(ZoneModel& model) {
+    model.zones->zone(m_zone)->unshare();
+    m_changes.prepare();
 }
 
 void EditShapes::revert(ZoneModel& model) noexcept {
@@ -42,7 +50,7 @@ std::vector<ZoneChange> EditShapes::changes() const {
     return {{ZoneChange::What::shapes, m_zone, m_frames}};
 }
 
-bool EditShapes::absorb(EditShapes& next) {
+bool EditShapes::absorb(EditShapes& next) noexcept {
     if (!next.m_isRepetition) {
         return false;
     }
@@ -51,11 +59,8 @@ bool EditShapes::absorb(EditShapes& next) {
     return true;
 }
 
-void RenameZone::swapName(ZoneModel& model) {
-    Zone& zone = model.changing(m_zone);
-    std::string before = zone.name();
-    zone.setName(m_name);
-    m_name = std::move(before);
+void RenameZone::swapName(ZoneModel& model) noexcept {
+    model.changing(m_zone).swapName(m_name);
 }
 
 std::vector<ZoneChange> RenameZone::changes() const {
@@ -85,9 +90,9 @@ void ListZone::revert(ZoneModel& model) noexcept {
 }
 
 void ListZone::insert(ZoneModel& model) {
-    ++model.changeCount;
-    model.zones->insertZone(m_index, std::move(m_zone));
     model.context.insertZone(m_index, std::move(m_editing));
+    model.zones->insertZone(m_index, std::move(m_zone));
+    ++model.changeCount;
 }
 
 void ListZone::remove(ZoneModel& model) {

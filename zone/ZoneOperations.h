@@ -47,7 +47,7 @@ struct ZoneModel {
     std::uint64_t changeCount = 0; ///< grows with every change
 
     /// The zone, about to change; it must be there.
-    [[nodiscard]] Zone& changing(int zone);
+    [[nodiscard]] Zone& changing(int zone) noexcept;
 };
 
 /// Changes shapes of one zone.
@@ -59,11 +59,11 @@ public:
     EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep);
 
     void apply(ZoneModel& model);
-    void prepare(ZoneModel& model) const { model.zones->zone(m_zone)->unshare(); }
+    void prepare(ZoneModel& model);
     void revert(ZoneModel& model) noexcept;
     [[nodiscard]] std::vector<ZoneChange> changes() const;
     [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_changes.bytes(); }
-    bool absorb(EditShapes& next);
+    bool absorb(EditShapes& next) noexcept;
 
 private:
     int m_zone;
@@ -85,7 +85,7 @@ public:
     [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_name.capacity(); }
 
 private:
-    void swapName(ZoneModel& model);
+    void swapName(ZoneModel& model) noexcept;
 
     int m_zone;
     std::string m_name;

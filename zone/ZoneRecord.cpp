@@ -113,26 +113,26 @@ bool Zone::write(core::File& file, Scale scale) const {
     return writer.finish();
 }
 
-std::uint64_t Zone::storedDigest(Scale scale) const {
-    if (m_digest) {
-        return *m_digest;
+std::optional<int> Zone::firstDifference(const Zone& other, Scale scale, int from) const {
+    const ShapeTrack& a = m_track.get();
+    const ShapeTrack& b = other.m_track.get();
+    const int end = std::min(a.frameCount(), b.frameCount());
+    if (&a == &b || from >= end) {
+        return std::nullopt;
     }
-    std::uint64_t digest = static_cast<std::uint64_t>(m_track->frameCount());
-    for (const char byte : m_name) {
-        digest = (digest + static_cast<unsigned char>(byte)) * 0x100000001B3;
+    const Scale toFile{1.0F / scale.x, 1.0F / scale.y};
+    std::size_t inA = a.indexOf(from);
+    std::size_t inB = b.indexOf(from);
+    for (int frame = from; frame < end;) {
+        if (a.run(inA).active != b.run(inB).active ||
+            !areStoredAlike(a.points(inA), b.points(inB), toFile)) {
+            return frame;
+        }
+        frame = std::min(a.endFrame(inA), b.endFrame(inB));
+        inA += a.endFrame(inA) == frame ? 1 : 0;
+        inB += b.endFrame(inB) == frame ? 1 : 0;
     }
-    // Each frame's record has a weight of its own, so that runs need no walk through their frames
-    // and it makes no difference where one run ends and an equal one begins.
-    constexpr std::uint64_t kWeight = 0x9E3779B97F4A7C15;
-    for (std::size_t run = 0; run < m_track->runCount(); ++run) {
-        const auto first = static_cast<std::uint64_t>(m_track->run(run).firstFrame);
-        const auto end = static_cast<std::uint64_t>(m_track->endFrame(run));
-        const std::uint64_t frames = (first + end - 1) * (end - first) / 2; // sum of their numbers
-        digest += recordDigest(m_track->run(run).active != 0, m_track->points(run), scale) *
-                  (frames * kWeight + (end - first));
-    }
-    m_digest = digest;
-    return digest;
+    return std::nullopt;
 }
 
 ZoneReadResult Zone::read(std::span<const std::uint8_t> body, std::size_t statedSize,
@@ -140,7 +140,7 @@ ZoneReadResult Zone::read(std::span<const std::uint8_t> body, std::size_t stated
     const bool keepsStored = frameCount == kStoredFrameCount;
     const int limit = keepsStored ? std::numeric_limits<int>::max() : frameCount;
     ZoneReadResult result;
-    ShapeTrack& track = changing();
+    ShapeTrack& track = m_track.own();
     track.clear();
     if (body.size() >= kWord) {
         const std::size_t nameSize = loadU32(body.data());

@@ -7,6 +7,7 @@
 #include "core/Log.h"
 #include "core/Settings.h"
 #include "core/Translations.h"
+#include "recovery/Backups.h"
 #include "recovery/Places.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
@@ -36,6 +37,11 @@ bool createServices(app_state::SharedServices& services, app_state::ScreenState&
         core::Log::get()->Error("Unable to initialize editor interfaces.");
         return false;
     }
+    services.sceneManager->setKeeper(std::make_shared<recovery::Backups>(
+        [scene = services.sceneManager.get()] {
+            return recovery::sceneVersionsFolder(scene->Name());
+        },
+        [settings = services.editorSettings] { return !settings || settings->keepBackups(); }));
     state.quit = false;
     state.newSceneRequest = false;
     return true;

@@ -62,7 +62,7 @@ protected:
         m_driver->click(u"OptionMovePoint");
     }
 
-    zone::ZoneManager& zones() { return *zoneedit::currentZoneManager(); }
+    const zone::ZoneManager& zones() { return *zoneedit::currentZoneManager(); }
     const zone::EditContext& editing() { return m_window->session().context(); }
     /// The points of a zone on a frame, in display pixels; empty without a shape.
     std::vector<platform::Point> points(int zone, int frame) {

@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <tuple>
 #include <utility>
 #include <vector>

@@ -1,7 +1,8 @@
-#include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "core/ReplacedFiles.h"
 #include "tests/zone/ZoneFixture.h"
 
 namespace zone_tests {
@@ -102,57 +103,46 @@ TEST_F(ZoneSaveTest, AFaultAtAnyCallHasItsResultAndLeavesEachFileOldOrNew) {
     EXPECT_EQ(m_manager->lastSaveFailure().text(), "") << "the next good save clears it";
 }
 
-TEST_F(ZoneSaveTest, FilesNotReadWholeAreKeptAsideThreeTimesAndNoCopyIsOverwritten) {
-    constexpr const char* kCopy = "clip-ZoneInfo.damaged-";
-    for (const std::string number : {"1", "2", "3", "4"}) {
-        file(kXml) = infoBytes({"Z" + number, "lost"});
-        file(kBin) = zoneBytes("Z" + number, {shapeBytes({{1, 2}})});
-        const auto damaged = zone::ZoneManager::createForEditing("clip", 1, zone::Scale{});
-        EXPECT_TRUE(damaged->saveAs("elsewhere"));
-        EXPECT_EQ(damaged->loadReport().problem, zone::LoadProblem::binaryDamaged);
-        EXPECT_TRUE(damaged->saveAs("clip"));
-        EXPECT_EQ(damaged->keptAs(), number == "4" ? "" : kCopy + number);
-        EXPECT_EQ(damaged->hadNoRoomToKeep(), number == "4");
-        EXPECT_EQ(damaged->loadReport().problem, zone::LoadProblem::none);
-        EXPECT_TRUE(damaged->saveAs("clip")) << "keeps no good file";
+/// Says what it was asked to keep, and cannot while it has a failure.
+class Keeper final : public core::ReplacedFiles {
+public:
+    void begin(const std::vector<std::string>& paths, Need need) noexcept override {
+        told = paths.front() + " " + paths.back() + (need == Need::must ? " must" : " wish");
     }
-    for (const std::string number : {"1", "2", "3"}) {
-        EXPECT_EQ(file(kCopy + number + ".xml"), infoBytes({"Z" + number, "lost"}));
-        EXPECT_EQ(file(kCopy + number + ".bin"), zoneBytes("Z" + number, {shapeBytes({{1, 2}})}));
+    core::FileError beforeReplace() noexcept override {
+        return told.ends_with("must") ? failure : core::FileError{};
     }
-    EXPECT_FALSE(m_disk.info(kCopy + std::string("4.bin")));
-}
+    void end(bool replaced) noexcept override { told += replaced ? " replaced" : " as it was"; }
 
-TEST_F(ZoneSaveTest, AFaultWhileKeepingReplacesNothingThatHasNoCopy) {
-    const auto copy = [this](const std::string& extension) {
-        const auto found = m_disk.files.find("/home/clip-ZoneInfo.damaged-1." + extension);
-        return found == m_disk.files.end() ? "" : found->second;
-    };
-    std::size_t calls = 0;
-    for (std::size_t number = 0; number <= calls; ++number) { // the first run has no fault
-        for (const auto plan :
-             {&support::FaultyFileSystem::failAt, &support::FaultyFileSystem::shortenAt,
-              &support::FaultyFileSystem::stopAt}) {
-            SCOPED_TRACE(number);
-            m_disk.files.clear();
-            file(kXml) = "old list";
-            file(kBin) = "old shapes";
-            m_manager = zone::ZoneManager::createForEditing("clip", 1, zone::Scale{});
-            (m_files.*plan)(static_cast<int>(number));
-            (void)save();
-            calls = number == 0 ? m_files.calls().size() : calls;
-            m_files.heal();
-            const bool isReplaced = file(kXml) != "old list" || file(kBin) != "old shapes";
-            const bool isKept = copy("bin") == "old shapes" && copy("xml") == "old list";
-            EXPECT_TRUE(isKept || !isReplaced);
-            EXPECT_EQ(m_manager->lastSaveFailure().empty(), file(kBin).empty());
-            EXPECT_TRUE(copy("bin") == "" || copy("bin") == "old shapes");
-            EXPECT_TRUE(copy("xml") == "" || copy("xml") == "old list");
-            EXPECT_TRUE(copy("bin") == "" || isKept || plan == &support::FaultyFileSystem::stopAt)
-                << "half a pair would use up a number";
-        }
-    }
-    EXPECT_GT(calls, 30U);
+    std::string told;
+    core::FileError failure;
+};
+
+TEST_F(ZoneSaveTest, FilesNotReadWholeAreReplacedOnlyOnceTheyAreKept) {
+    const auto keeper = std::make_shared<Keeper>();
+    file(kXml) = infoBytes({"Z", "lost"});
+    file(kBin) = zoneBytes("Z", {shapeBytes({{1, 2}})});
+    const std::string old = file(kXml) + file(kBin);
+    m_manager = zone::ZoneManager::createForEditing("clip", 1, zone::Scale{});
+    m_manager->setKeeper(keeper);
+    EXPECT_TRUE(m_manager->saveAs("elsewhere"));
+    EXPECT_EQ(keeper->told, "elsewhere-ZoneInfo.bin elsewhere-ZoneInfo.xml wish replaced");
+    const std::string both = "clip-ZoneInfo.bin clip-ZoneInfo.xml";
+    keeper->failure = {"Backups", "full"};
+    EXPECT_FALSE(m_manager->saveAs("clip"));
+    EXPECT_EQ(keeper->told, both + " must as it was");
+    EXPECT_EQ(m_manager->lastSaveFailure().text(), "Backups: full");
+    EXPECT_EQ(file(kXml) + file(kBin), old);
+    EXPECT_EQ(m_manager->loadReport().problem, zone::LoadProblem::binaryDamaged);
+    keeper->failure = {};
+    EXPECT_TRUE(m_manager->saveAs("clip"));
+    EXPECT_EQ(keeper->told, both + " must replaced");
+    EXPECT_EQ(m_manager->loadReport().problem, zone::LoadProblem::none);
+    EXPECT_TRUE(m_manager->saveAs("clip"));
+    EXPECT_EQ(keeper->told, both + " wish replaced") << "a good pair";
+    m_files.failOn("sync", EIO);
+    (void)save();
+    EXPECT_EQ(keeper->told, both + " wish as it was");
 }
 
 TEST_F(ZoneSaveTest, ShapesThatNoFileCanHoldKeepTheOldOne) {
