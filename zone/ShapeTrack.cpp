@@ -144,15 +144,22 @@ void ShapeTrack::insert(ShapeRun& run, std::size_t index, Point point) noexcept 
     run.setSpare(run.spare - std::size_t{1});
 }
 
-void ShapeTrack::insertPointEverywhere(int afterIndex, Point point) noexcept {
-    for (ShapeRun& run : m_runs) {
-        const int at = insertPosition(afterIndex, run.pointCount);
+int ShapeTrack::insertPointEverywhere(int afterIndex, Point point, bool orAtEnd) noexcept {
+    int frames = 0;
+    for (std::size_t index = 0; index < m_runs.size(); ++index) {
+        ShapeRun& run = m_runs[index];
+        int at = insertPosition(afterIndex, run.pointCount);
+        if (at == -1 && orAtEnd) {
+            at = insertPosition(-1, run.pointCount);
+        }
         run.present = 1;
         if (at != -1) {
             insert(run, static_cast<std::size_t>(at), point);
             run.edited = 1;
+            frames += framesOf(index);
         }
     }
+    return frames;
 }
 
 void ShapeTrack::putBack(const PlacedPoint& placed) noexcept {

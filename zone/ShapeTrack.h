@@ -116,11 +116,15 @@ public:
     void setPresent(std::size_t index, bool present) { m_runs[index].present = present ? 1 : 0; }
     void setActive(std::size_t index, bool active) { m_runs[index].active = active ? 1 : 0; }
     void setEdited(std::size_t index, bool edited) { m_runs[index].edited = edited ? 1 : 0; }
+    [[nodiscard]] int framesOf(std::size_t index) const {
+        return endFrame(index) - m_runs[index].firstFrame;
+    }
     /// Gives every run room for one more point.
     void makeRoom();
-    /// Inserts behind the point `afterIndex` of every run, by insertPosition's rule; creates
-    /// missing shapes. Needs the room.
-    void insertPointEverywhere(int afterIndex, platform::Point point) noexcept;
+    /// Inserts behind the point `afterIndex` of every run, by insertPosition's rule; where that is
+    /// no point, at the end or not at all. Creates missing shapes. Needs the room. Returns on how
+    /// many frames.
+    int insertPointEverywhere(int afterIndex, platform::Point point, bool orAtEnd = false) noexcept;
     void shift(RunRange range, platform::Point delta) noexcept;
     void removePoint(std::size_t index, std::size_t point) noexcept;
     /// Puts a point back where removePoint took it from.

@@ -11,6 +11,7 @@
 
 #include "platform/Geometry.h"
 #include "zone/SharedTrack.h"
+#include "zone/StepReach.h"
 
 namespace zone {
 
@@ -40,6 +41,11 @@ public:
     void keepTrack(const SharedTrack& track);
     /// The run will get other points, of the same number, and other flags.
     void keepShape(const ShapeTrack& track, std::size_t run);
+
+    /// What the change came to beside that.
+    [[nodiscard]] FrameCounts& counts() { return m_counts; }
+    /// Whether it is the first of its kind in a gesture.
+    [[nodiscard]] bool isFirst() const { return m_keep == Keep::all; }
 
     /// For a revert: obtains the memory of shapes that are shared with a snapshot.
     void prepare();
@@ -134,6 +140,7 @@ private:
 
     std::vector<Change> m_changes;
     Keep m_keep;
+    FrameCounts m_counts;
 };
 
 } // namespace zone

@@ -1,5 +1,6 @@
 #include "zone/Zone.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -91,6 +92,7 @@ void Zone::setActive(const EditScope& scope, int frame, bool active) {
     ShapeTrack& track = m_track.own();
     const RunRange range = spreadFrom(scope, frame);
     if (scope.changes) {
+        countOwn(scope, range, true);
         scope.changes->keepFlags(track, range, active);
     }
     for (std::size_t run = range.first; run < range.end; ++run) {
@@ -134,6 +136,7 @@ void Zone::moveSelectedPoint(const EditScope& scope, int frame, int x, int y) {
     }
     ShapeTrack& track = m_track.own();
     const RunRange range = spreadFrom(scope, frame);
+    countOwn(scope, range, false);
     if (handle != static_cast<int>(track.points(range.first).size())) {
         moveHandle(scope, range, {x, y});
         return;
@@ -187,7 +190,7 @@ std::size_t Zone::shiftByCenters(const ZoneEditing& editing, std::size_t run, Po
     return track.runCount() - runsBefore;
 }
 
-void Zone::addPoint(const EditScope& scope, int frame, int x, int y) {
+void Zone::addPoint(const EditScope& scope, int frame, int x, int y, bool orAtEnd) {
     if (!checkFrame(frame, kAddPointLine)) {
         return;
     }
@@ -198,31 +201,58 @@ void Zone::addPoint(const EditScope& scope, int frame, int x, int y) {
     if (scope.changes) {
         scope.changes->keepInsert(m_track, selected, {x, y});
     }
-    track.insertPointEverywhere(selected, {x, y});
+    const int frames = track.insertPointEverywhere(selected, {x, y}, orAtEnd);
+    if (scope.changes) {
+        scope.changes->counts() += {0, frames, frames < frameCount()};
+    }
     if (added != -1) {
         selected = added;
     }
 }
 
-void Zone::deletePoint(const EditScope& scope, int frame, int x, int y) {
+void Zone::deletePoint(const EditScope& scope, int frame, int x, int y, bool orSame) {
     if (!checkFrame(frame, kDeletePointLine)) {
         return;
     }
-    std::size_t run = firstRunWithPointAt({x, y});
-    if (run == m_track->runCount()) {
+    if (!hasPointAt(x, y)) {
         return;
     }
     ShapeTrack& track = m_track.own();
-    for (; run < track.runCount(); ++run) {
-        const int hit = hitPoint(std::as_const(track).points(run), {x, y});
+    const int same = hitPoint(track.points(track.indexOf(frame)), {x, y});
+    FrameCounts counts;
+    for (std::size_t run = 0; run < track.runCount(); ++run) {
+        const bool hasSame = same != -1 && same < static_cast<int>(track.points(run).size());
+        int hit = hitPoint(track.points(run), {x, y});
+        if (hit == -1 && hasSame && orSame) {
+            hit = same;
+        }
         if (hit == -1) {
+            counts.isPartial = counts.isPartial || hasSame;
             continue;
         }
         if (scope.changes) {
             scope.changes->keepRemoval(track, run, static_cast<std::size_t>(hit));
         }
         track.removePoint(run, static_cast<std::size_t>(hit));
+        counts.changed += track.framesOf(run);
     }
+    if (scope.changes) {
+        scope.changes->counts() += counts;
+    }
+}
+
+void Zone::putShape(const EditScope& scope, int frame, const ZoneShape& shape) {
+    EditScope alone = scope;
+    alone.progressChanges = false;
+    const std::size_t run = spreadFrom(alone, frame).first;
+    ShapeTrack& track = m_track.own();
+    if (scope.changes) {
+        scope.changes->keepShape(track, run);
+    }
+    track.setPresent(run, true);
+    track.setActive(run, shape.active);
+    track.setEdited(run, shape.recordSize > 0);
+    std::copy(shape.points.begin(), shape.points.end(), track.points(run).begin());
 }
 
 bool Zone::takesPoint(int selectedPoint) const {
@@ -236,15 +266,12 @@ bool Zone::takesPoint(int selectedPoint) const {
 }
 
 bool Zone::hasPointAt(int x, int y) const {
-    return firstRunWithPointAt({x, y}) < m_track->runCount();
-}
-
-std::size_t Zone::firstRunWithPointAt(Point at) const {
-    std::size_t run = 0;
-    while (run < m_track->runCount() && hitPoint(m_track->points(run), at) == -1) {
-        ++run;
+    for (std::size_t run = 0; run < m_track->runCount(); ++run) {
+        if (hitPoint(m_track->points(run), {x, y}) != -1) {
+            return true;
+        }
     }
-    return run;
+    return false;
 }
 
 void Zone::revert(TrackChanges& changes) noexcept {
@@ -267,6 +294,23 @@ bool Zone::checkFrame(int frame, int line) const {
         core::Log::get()->Error("%s:%d Frame index is invalid", kSource, line);
     }
     return good;
+}
+
+void Zone::countOwn(const EditScope& scope, RunRange range, bool isAboutFlags) const {
+    if (!scope.changes || !scope.changes->isFirst()) {
+        return;
+    }
+    const ShapeRun& edited = m_track->run(range.first);
+    const std::span<const Point> points = m_track->points(range.first);
+    for (std::size_t run = range.first + 1; run < range.end; ++run) {
+        const std::span<const Point> own = m_track->points(run);
+        const bool differs =
+            isAboutFlags ? m_track->run(run).active != edited.active
+                         : !std::equal(own.begin(), own.end(), points.begin(), points.end());
+        if (differs && !own.empty()) {
+            scope.changes->counts().own += m_track->framesOf(run);
+        }
+    }
 }
 
 RunRange Zone::spreadFrom(const EditScope& scope, int frame) {

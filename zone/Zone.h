@@ -81,10 +81,14 @@ public:
     /// a shift by the same distance, a point to the same place. Nothing without a selection.
     void moveSelectedPoint(const EditScope& scope, int frame, int x, int y);
     /// Inserts behind the selected point, in every frame, and selects the new one. Deleting leaves
-    /// the selection alone, so one that is no point any more inserts nothing. Intended.
-    void addPoint(const EditScope& scope, int frame, int x, int y);
-    /// Removes the point at (x, y), in every frame that has one there.
-    void deletePoint(const EditScope& scope, int frame, int x, int y);
+    /// the selection alone, so one that is no point any more inserts nothing. Intended. With
+    /// `orAtEnd`, frames without that point get the new one as their last.
+    void addPoint(const EditScope& scope, int frame, int x, int y, bool orAtEnd = false);
+    /// Removes the point at (x, y), in every frame that has one there. With `orSame`, the others
+    /// lose the point of the number that it has on `frame`.
+    void deletePoint(const EditScope& scope, int frame, int x, int y, bool orSame = false);
+    /// Gives one frame a shape of as many points as it has.
+    void putShape(const EditScope& scope, int frame, const ZoneShape& shape);
     /// Whether addPoint with that selection, or deletePoint at that place, would change a frame.
     [[nodiscard]] bool takesPoint(int selectedPoint) const;
     [[nodiscard]] bool hasPointAt(int x, int y) const;
@@ -115,6 +119,9 @@ public:
 
 private:
     [[nodiscard]] bool checkFrame(int frame, int line) const;
+    /// Before the runs behind the first of `range` become like it, or move along with it: notes the
+    /// frames that differ from it.
+    void countOwn(const EditScope& scope, RunRange range, bool isAboutFlags) const;
     /// The runs that a change at `frame` reaches; no run of them reaches beyond.
     [[nodiscard]] RunRange spreadFrom(const EditScope& scope, int frame);
     void moveHandle(const EditScope& scope, RunRange range, platform::Point to);
@@ -124,8 +131,6 @@ private:
                                       std::size_t statedSize, int limit,
                                       std::optional<Scale> scale);
 
-    /// The number of runs when none has.
-    [[nodiscard]] std::size_t firstRunWithPointAt(platform::Point at) const;
     SharedTrack m_track;
     std::string m_name;
 };

@@ -119,17 +119,22 @@ void ZoneManager::moveSelectedPoint(EditContext& context, int zone, int frame, i
 }
 
 void ZoneManager::addPoint(EditContext& context, int zone, int frame, int x, int y,
-                           TrackChanges* changes) {
+                           TrackChanges* changes, bool orAtEnd) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kAddPointLine)) {
-        found->addPoint(scope(context, zone, changes), frame, x, y);
+        found->addPoint(scope(context, zone, changes), frame, x, y, orAtEnd);
     }
 }
 
 void ZoneManager::deletePoint(EditContext& context, int zone, int frame, int x, int y,
-                              TrackChanges* changes) {
+                              TrackChanges* changes, bool orSame) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kDeletePointLine)) {
-        found->deletePoint(scope(context, zone, changes), frame, x, y);
+        found->deletePoint(scope(context, zone, changes), frame, x, y, orSame);
     }
+}
+
+void ZoneManager::putShape(EditContext& context, int zone, int frame, const ZoneShape& shape,
+                           TrackChanges* changes) {
+    this->zone(zone)->putShape(scope(context, zone, changes), frame, shape);
 }
 
 } // namespace zone

@@ -71,9 +71,12 @@ public:
     void moveSelectedPoint(EditContext& context, int zone, int frame, int x, int y,
                            TrackChanges* changes = nullptr);
     void addPoint(EditContext& context, int zone, int frame, int x, int y,
-                  TrackChanges* changes = nullptr);
+                  TrackChanges* changes = nullptr, bool orAtEnd = false);
     void deletePoint(EditContext& context, int zone, int frame, int x, int y,
-                     TrackChanges* changes = nullptr);
+                     TrackChanges* changes = nullptr, bool orSame = false);
+    /// Both are there.
+    void putShape(EditContext& context, int zone, int frame, const ZoneShape& shape,
+                  TrackChanges* changes);
 
     /// The zones as they are now, without what is known about their files: for another thread,
     /// which may read it and call the two functions below. Costs next to nothing; each zone's first

@@ -28,6 +28,7 @@ void EditShapes::apply(ZoneModel& model) {
             throw;
         }
         m_selectedAfter = selected;
+        model.counts += m_changes.counts();
     } else {
         zone.redo(m_changes);
         selected = m_selectedAfter;

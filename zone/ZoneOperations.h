@@ -45,6 +45,7 @@ struct ZoneModel {
     EditContext context;
     SavedContent saved;
     std::uint64_t changeCount = 0; ///< grows with every change
+    FrameCounts counts;            ///< of the step that was made last
 
     /// The zone, about to change; it must be there.
     [[nodiscard]] Zone& changing(int zone) noexcept;

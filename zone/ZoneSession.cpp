@@ -30,7 +30,7 @@ std::string describe(const StepLabel& label) {
 }
 
 ZoneSession::ZoneSession(std::shared_ptr<ZoneManager> zones, edit::Limits limits)
-    : m_model{std::move(zones), {}, {}}, m_history(m_model, limits) {
+    : m_model{std::move(zones), {}, {}, 0, {}}, m_history(m_model, limits) {
     m_model.context.currentZone = m_model.zones->lastZoneRead;
     m_model.saved.noteSaved(*m_model.zones);
 }
@@ -56,6 +56,7 @@ bool ZoneSession::hitTest(int zone, int frame, int x, int y) {
 
 void ZoneSession::beginGesture(StepLabel label) {
     endGesture();
+    m_gestureLabel = label;
     m_gesture.emplace(m_history.begin(label));
 }
 
@@ -75,6 +76,7 @@ void ZoneSession::cancelGesture() {
     if (m_gesture) {
         History::Gesture gesture = std::move(*m_gesture);
         m_gesture.reset();
+        m_isPlainEdit = false;
         gesture.cancel();
     }
 }
@@ -88,6 +90,12 @@ void ZoneSession::run(const StepLabel& label, ZoneOperation operation) {
     }
 }
 
+void ZoneSession::runAlone(const StepLabel& label, ZoneOperation operation) {
+    endGesture();
+    m_isPlainEdit = false;
+    m_history.run(label, std::move(operation));
+}
+
 void ZoneSession::edit(const StepLabel& label, FrameRange frames, EditShapes::Edit edit,
                        TrackChanges::Keep keep) {
     if (!isThere(label.zone, label.frame)) {
@@ -95,6 +103,7 @@ void ZoneSession::edit(const StepLabel& label, FrameRange frames, EditShapes::Ed
         return;
     }
     m_lastMove = {};
+    beginReach(label);
     if (m_gesture && std::find(m_gestureZones.begin(), m_gestureZones.end(), label.zone) ==
                          m_gestureZones.end()) {
         m_gestureZones.push_back(label.zone);
@@ -106,8 +115,7 @@ void ZoneSession::addZone(const std::string& name, int frameCount) {
     const std::shared_ptr<Zone> zone = Zone::create(frameCount);
     zone->setName(name);
     const int index = zones().zoneCount();
-    endGesture();
-    run({Name::addZone, index}, ListZone(index, zone));
+    runAlone({Name::addZone, index}, ListZone(index, zone));
 }
 
 void ZoneSession::removeZone(int zone) {
@@ -115,8 +123,7 @@ void ZoneSession::removeZone(int zone) {
         m_model.zones->removeZone(zone); // which says so in the log
         return;
     }
-    endGesture();
-    run({Name::removeZone, zone}, ListZone(zone, nullptr));
+    runAlone({Name::removeZone, zone}, ListZone(zone, nullptr));
 }
 
 void ZoneSession::renameZone(int zone, const std::string& name) {
@@ -124,8 +131,7 @@ void ZoneSession::renameZone(int zone, const std::string& name) {
         m_model.zones->setZoneName(zone, name); // which says so in the log
     } else if (const std::string stored = Zone::storedName(name);
                stored != zones().zone(zone)->name()) {
-        endGesture();
-        run({Name::rename, zone}, RenameZone(zone, stored));
+        runAlone({Name::rename, zone}, RenameZone(zone, stored));
     }
 }
 
@@ -141,8 +147,7 @@ bool ZoneSession::restore(const ZoneManager& version) {
     SavedContent now;
     now.noteSaved(zones());
     if (now.differs(version)) {
-        endGesture();
-        run({Name::restore}, ReplaceZones(std::move(copies)));
+        runAlone({Name::restore}, ReplaceZones(std::move(copies)));
     }
     return true;
 }
@@ -179,6 +184,7 @@ void ZoneSession::addPoint(int zone, int frame, int x, int y) {
         !zones().zone(zone)->takesPoint(m_model.context.zone(zone).selectedPoint)) {
         return;
     }
+    noteLastPoint(zone, frame, {x, y});
     edit({Name::addPoint, zone, frame}, allFrames(zone),
          [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
              zones.addPoint(context, zone, frame, x, y, changes);
@@ -189,6 +195,7 @@ void ZoneSession::deletePoint(int zone, int frame, int x, int y) {
     if (isThere(zone, frame) && !zones().zone(zone)->hasPointAt(x, y)) {
         return;
     }
+    noteLastPoint(zone, frame, {x, y});
     edit({Name::deletePoint, zone, frame}, allFrames(zone),
          [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
              zones.deletePoint(context, zone, frame, x, y, changes);
@@ -198,6 +205,7 @@ void ZoneSession::deletePoint(int zone, int frame, int x, int y) {
 std::optional<StepLabel> ZoneSession::undo() {
     const StepLabel* label = m_history.undoLabel();
     const std::optional<StepLabel> step = label ? std::optional(*label) : std::nullopt;
+    m_isPlainEdit = m_isPlainEdit && !step;
     (void)m_history.undo();
     return step;
 }
@@ -205,6 +213,7 @@ std::optional<StepLabel> ZoneSession::undo() {
 std::optional<StepLabel> ZoneSession::redo() {
     const StepLabel* label = m_history.redoLabel();
     const std::optional<StepLabel> step = label ? std::optional(*label) : std::nullopt;
+    m_isPlainEdit = m_isPlainEdit && !step;
     (void)m_history.redo();
     return step;
 }
@@ -214,16 +223,16 @@ edit::Subscription ZoneSession::observe(History::Listener listener) {
 }
 
 bool ZoneSession::save(const std::string& videoPath) {
-    m_saveObservers.notify(false);
     const bool result = m_model.zones->save(videoPath);
-    if (zones().lastSaveFailure().empty()) {
+    const bool good = zones().lastSaveFailure().empty();
+    if (good) {
         m_model.saved.noteSaved(zones());
-        m_saveObservers.notify(true);
     }
+    m_saveObservers.notify(good);
     return result;
 }
 
-edit::Subscription ZoneSession::observeSaves(std::function<void(bool isSaved)> listener) {
+edit::Subscription ZoneSession::observeSaves(std::function<void(bool good)> listener) {
     return m_saveObservers.add(std::move(listener));
 }
 

@@ -18,6 +18,7 @@
 #include "edit/Observers.h"
 #include "zone/EditContext.h"
 #include "zone/SavedContent.h"
+#include "zone/StepReach.h"
 #include "zone/TrackChanges.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneOperations.h"
@@ -100,6 +101,18 @@ public:
     void addPoint(int zone, int frame, int x, int y);
     void deletePoint(int zone, int frame, int x, int y);
 
+    /// How far the last step reached. Plain after an undo or redo, and while a gesture is open.
+    [[nodiscard]] StepReach reach() const;
+    /// After a step that reached over later frames with shapes of their own: gives them these back.
+    /// Step and correction are one step. False when there is no such step.
+    bool keepToOneFrame();
+    /// Whether extendToAllFrames() has an effect.
+    [[nodiscard]] bool canExtend() const;
+    /// After a point was added or removed on some frames: does it on all. Where frames lack the
+    /// chosen point, the new one becomes their last; where none is at the place of the removed one,
+    /// the one of its number goes. One step, too.
+    bool extendToAllFrames();
+
     /// The step that was taken back or done again; none when there is none or a gesture is open.
     std::optional<StepLabel> undo();
     std::optional<StepLabel> redo();
@@ -112,9 +125,8 @@ public:
 
     /// As ZoneManager::save; a good one makes the zones count as saved.
     bool save(const std::string& videoPath);
-    /// The listener is called in each save: before files are replaced, with false, and right after
-    /// a good save, with true.
-    [[nodiscard]] edit::Subscription observeSaves(std::function<void(bool isSaved)> listener);
+    /// The listener is called after each save.
+    [[nodiscard]] edit::Subscription observeSaves(std::function<void(bool good)> listener);
     /// Whether a save would write other bytes now than right after opening or the last good save.
     [[nodiscard]] bool isModified() const { return m_model.saved.differs(zones()); }
     /// What a save would write now, for a thread that writes it elsewhere: see
@@ -125,10 +137,23 @@ public:
     [[nodiscard]] std::uint64_t changeCount() const { return m_model.changeCount; }
 
 private:
+    /// What was added or removed last.
+    struct LastPoint {
+        platform::Point at;
+        /// The chosen point of an added one; -1: there was none, or the edited frame lacks it.
+        int behind = -1;
+        bool progressChanges = false;
+    };
+
     [[nodiscard]] bool isThere(int zone, int frame) const;
     void run(const StepLabel& label, ZoneOperation operation);
     void edit(const StepLabel& label, FrameRange frames, EditShapes::Edit edit,
               TrackChanges::Keep keep = TrackChanges::Keep::all);
+    /// A step that is never part of a gesture.
+    void runAlone(const StepLabel& label, ZoneOperation operation);
+    void beginReach(const StepLabel& label);
+    void noteLastPoint(int zone, int frame, platform::Point at);
+    void addToAllFrames(const StepLabel& label, const LastPoint& added);
     [[nodiscard]] FrameRange allFrames(int zone) const;
     [[nodiscard]] FrameRange spreadFrom(int zone, int frame) const;
 
@@ -145,7 +170,11 @@ private:
     ZoneModel m_model;
     History m_history;
     std::optional<History::Gesture> m_gesture;
+    StepLabel m_gestureLabel;
     std::vector<int> m_gestureZones; ///< that it has changed
+    LastPoint m_lastPoint;
+    /// Whether the last step is one edit of one frame, and at most moves after it.
+    bool m_isPlainEdit = false;
     edit::Observers<bool> m_saveObservers;
     Move m_lastMove; ///< the gesture's last operation; of zone -1 when that was no move
 };

@@ -297,14 +297,14 @@ TEST_F(ZoneSessionTest, AVersionIsRestoredAsOneStepOnTopOfWhatIsThere) {
     const std::shared_ptr<const ZoneManager> version = m_session->snapshot();
     m_session->addPoint(0, 1, 5, 5);
     std::string saves;
-    const edit::Subscription token = m_session->observeSaves([&](bool isSaved) {
-        saves += isSaved ? "saved" : m_session->isModified() ? "replacing " : "?";
+    const edit::Subscription token = m_session->observeSaves([&](bool good) {
+        saves += good == m_session->isModified() ? "?" : good ? "saved" : "failed ";
     });
     m_files.failOn("sync", EIO);
     EXPECT_FALSE(m_session->save("clip.ogv"));
     m_files.heal();
     ASSERT_TRUE(m_session->save("clip.ogv"));
-    EXPECT_EQ(saves, "replacing replacing saved");
+    EXPECT_EQ(saves, "failed saved");
     const std::string newer = bytes();
     EXPECT_TRUE(m_session->restore(*version));
     EXPECT_EQ(bytes(), older);

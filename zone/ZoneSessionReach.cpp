@@ -1,0 +1,120 @@
+// What the session knows about the reach of the last step, and the corrections that follow from it.
+
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "zone/ShapeGeometry.h"
+#include "zone/ZoneSession.h"
+#include "zone/ZoneShape.h"
+
+namespace zone {
+
+using Name = StepLabel::Name;
+using platform::Point;
+
+void ZoneSession::beginReach(const StepLabel& label) {
+    if (!m_gesture || m_gestureZones.empty()) {
+        m_model.counts = {};
+        m_isPlainEdit = !m_gesture || label == m_gestureLabel;
+    } else {
+        const StepLabel move{Name::movePoint, m_gestureLabel.zone, m_gestureLabel.frame};
+        m_isPlainEdit = m_isPlainEdit && label == move;
+    }
+}
+
+StepReach ZoneSession::reach() const {
+    const StepLabel* last = undoLabel();
+    if (!last || !m_isPlainEdit) {
+        return {};
+    }
+    const FrameCounts& counts = m_model.counts;
+    const int all = allFrames(last->zone).end;
+    if (last->name == Name::addPoint && counts.isPartial && counts.changed > 0) {
+        return {StepReach::Kind::added, counts.changed, all};
+    }
+    if (last->name == Name::deletePoint && counts.isPartial) {
+        return {StepReach::Kind::removed, counts.changed, all};
+    }
+    const bool isCarried = last->name == Name::movePoint || last->name == Name::active;
+    return isCarried && counts.own > 0 ? StepReach{StepReach::Kind::overOwn, counts.own, all}
+                                       : StepReach{};
+}
+
+bool ZoneSession::keepToOneFrame() {
+    if (reach().kind != StepReach::Kind::overOwn) {
+        return false;
+    }
+    const StepLabel label = *undoLabel();
+    const int zone = label.zone;
+    const int frame = label.frame;
+    const std::optional<ZoneShape> shape = zones().zone(zone)->shape(frame);
+    const int selected = m_model.context.zone(zone).selectedPoint;
+    (void)m_history.undo();
+    edit(label, {frame, frame + 1},
+         [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+             zones.putShape(context, zone, frame, shape.value_or(ZoneShape()), changes);
+             context.zone(zone).selectedPoint = selected;
+         });
+    return true;
+}
+
+void ZoneSession::noteLastPoint(int zone, int frame, Point at) {
+    const auto points = isThere(zone, frame) ? zones().zone(zone)->points(frame) : std::nullopt;
+    const int selected = points ? m_model.context.zone(zone).selectedPoint : -1;
+    const bool isTaken = selected >= 0 && insertPosition(selected, points->size()) != -1;
+    m_lastPoint = {at, isTaken ? selected : -1, context().progressChanges};
+}
+
+bool ZoneSession::canExtend() const {
+    const StepReach::Kind kind = reach().kind;
+    return kind == StepReach::Kind::removed ||
+           (kind == StepReach::Kind::added && m_lastPoint.behind >= 0);
+}
+
+bool ZoneSession::extendToAllFrames() {
+    if (!canExtend()) {
+        return false;
+    }
+    const StepLabel label = *undoLabel();
+    const LastPoint last = m_lastPoint;
+    if (label.name == Name::addPoint) {
+        addToAllFrames(label, last);
+        return true;
+    }
+    (void)m_history.undo();
+    edit(label, allFrames(label.zone),
+         [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+             zones.deletePoint(context, label.zone, label.frame, last.at.x, last.at.y, changes,
+                               true);
+         });
+    return true;
+}
+
+void ZoneSession::addToAllFrames(const StepLabel& label, const LastPoint& added) {
+    const int zone = label.zone;
+    const int frame = label.frame;
+    const auto index = static_cast<std::size_t>(added.behind) + 1;
+    const Point now = zones().zone(zone)->points(frame).value()[index];
+    (void)m_history.undo();
+    const bool progressChanges =
+        std::exchange(m_model.context.progressChanges, added.progressChanges);
+    try {
+        beginGesture(label);
+        edit(label, allFrames(zone),
+             [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+                 zones.addPoint(context, zone, frame, added.at.x, added.at.y, changes, true);
+             });
+        if (now != added.at) { // it was dragged at once
+            moveSelectedPoint(zone, frame, now.x, now.y);
+        }
+        endGesture();
+    } catch (...) {
+        cancelGesture();
+        m_model.context.progressChanges = progressChanges;
+        throw;
+    }
+    m_model.context.progressChanges = progressChanges;
+}
+
+} // namespace zone
