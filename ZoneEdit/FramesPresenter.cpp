@@ -41,7 +41,7 @@ void FramesPresenter::step(void (video::CVideoUI::*move)()) {
 }
 
 void FramesPresenter::goToTyped() {
-    video::CVideoUI* control = m_video.checkedControl(kTypedFrameLine);
+    const video::CVideoUI* control = m_video.checkedControl(kTypedFrameLine);
     const toolkit::CControlUI* edit = m_controls.find(kFrameEdit);
     if (control == nullptr || !control->video() || edit == nullptr) {
         return;
@@ -49,19 +49,26 @@ void FramesPresenter::goToTyped() {
     const std::optional<int> target =
         frameFrom(edit->GetText(), std::max(m_video.frameCount() - 1, 0));
     m_header.showNotice(target ? std::u16string_view() : kNoFrameNumber);
-    if (target && *target != m_video.frame()) {
-        control->GoToFrame(*target);
+    show(target.value_or(m_video.frame()));
+}
+
+void FramesPresenter::show(int frame) {
+    if (frame != m_video.frame() && m_video.control() != nullptr) {
+        m_video.control()->GoToFrame(frame);
     }
     showFrame();
     m_video.repaintDueFrame();
 }
 
-void FramesPresenter::restoreText() {
+bool FramesPresenter::restoreText() {
+    const toolkit::CControlUI* edit = m_controls.find(kFrameEdit);
+    const bool differs = edit != nullptr && edit->GetText() != frameText();
     m_controls.setText(kFrameEdit, frameText());
+    return differs;
 }
 
 void FramesPresenter::showFrame() {
-    restoreText();
+    m_controls.setText(kFrameEdit, frameText());
     m_session.showFrame(m_video.frame());
     m_shown();
 }

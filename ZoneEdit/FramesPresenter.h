@@ -28,8 +28,9 @@ public:
     void forwardTen() { step(&video::CVideoUI::NextTenFrames); }
     /// To the number in the edit; the header says when it holds none.
     void goToTyped();
-    /// Gives the edit the number of the frame on show back.
-    void restoreText();
+    void show(int frame);
+    /// Gives the edit the number of the frame on show back. False when it has it.
+    bool restoreText();
 
 private:
     void step(void (video::CVideoUI::*move)());

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneTexts.h"
 #include "core/FileError.h"
@@ -19,8 +20,10 @@
 namespace zoneedit {
 
 HeaderPresenter::HeaderPresenter(ui::Controls controls, const EditedVideo& video,
-                                 zone::ZoneSession& session, std::string videoPath)
-    : m_controls(controls), m_video(video), m_session(session), m_videoPath(std::move(videoPath)),
+                                 zone::ZoneSession& session, NoticePresenter& notice,
+                                 std::string videoPath)
+    : m_controls(controls), m_video(video), m_session(session), m_bar(notice),
+      m_videoPath(std::move(videoPath)),
       m_changes(session.observe([this](const auto& changes) { refresh(changes); })) {}
 
 void HeaderPresenter::showAll() {
@@ -86,6 +89,16 @@ void HeaderPresenter::show() {
     m_controls.setText(kVideoLabel, title);
     m_controls.setText(kNoteLabel, m_notice.empty() ? m_saved + m_namesHint : m_notice);
     m_controls.setVisible(kNoteLabel, problem.empty());
+    showOnBar(problem.empty() ? kNoteLabel : kProblemLabel, !problem.empty());
+}
+
+void HeaderPresenter::showOnBar(std::u16string_view labelName, bool isProblem) {
+    toolkit::CControlUI* label = m_controls.find(labelName);
+    const bool isCut = label != nullptr && !label->toolTipAt({}).empty();
+    m_bar.showCaption(isCut ? label->GetText() : std::u16string(), isProblem);
+    if (isCut) {
+        label->SetVisible(false);
+    }
 }
 
 std::u16string HeaderPresenter::problemText() const {

@@ -12,11 +12,13 @@
 
 namespace zoneedit {
 
+class NoticePresenter;
+
 class HeaderPresenter {
 public:
     /// All but `videoPath` outlive it.
     HeaderPresenter(ui::Controls controls, const EditedVideo& video, zone::ZoneSession& session,
-                    std::string videoPath);
+                    NoticePresenter& notice, std::string videoPath);
 
     void showAll();
     /// In place of what is said otherwise, in front of a failed save; empty: no longer.
@@ -29,10 +31,13 @@ private:
     void readNames();
     void show();
     [[nodiscard]] std::u16string problemText() const;
+    /// What a label has no room for goes to the bar over the picture instead.
+    void showOnBar(std::u16string_view labelName, bool isProblem);
 
     ui::Controls m_controls;
     const EditedVideo& m_video;
     zone::ZoneSession& m_session;
+    NoticePresenter& m_bar;
     std::string m_videoPath;
     std::u16string m_namesHint;
     std::u16string m_saved;  ///< about the last save; empty after a failed one and after a change

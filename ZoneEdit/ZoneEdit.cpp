@@ -6,6 +6,8 @@
 #include "ZoneEdit/FlagsPresenter.h"
 #include "ZoneEdit/FramesPresenter.h"
 #include "ZoneEdit/HeaderPresenter.h"
+#include "ZoneEdit/HistoryPresenter.h"
+#include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/PointTools.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZonesLayer.h"
@@ -147,13 +149,17 @@ std::string ZoneEdit::versionsFolder() const {
 void ZoneEdit::makeParts() {
     const ui::Controls controls(GetPaintManager());
     zone::ZoneSession& session = *m_session;
-    m_header = std::make_unique<HeaderPresenter>(controls, m_video, session,
+    m_notice = std::make_unique<NoticePresenter>(controls, session);
+    m_header = std::make_unique<HeaderPresenter>(controls, m_video, session, *m_notice,
                                                  context().state.zoneEditVideo);
     m_flags = std::make_unique<FlagsPresenter>(controls, m_video, session);
     m_zones = std::make_unique<ZonesPresenter>(controls, m_video, session, *m_flags);
     m_frames = std::make_unique<FramesPresenter>(controls, m_video, session, *m_header,
                                                  [this] { m_flags->showActive(); });
     m_tools = std::make_unique<PointTools>(controls, m_video, session);
+    m_history =
+        std::make_unique<HistoryPresenter>(controls, session, *m_zones, *m_frames,
+                                           core::withoutExtension(context().state.zoneEditVideo));
     m_changes = session.observe([this](const auto&) { commands().showEnabled(); });
 }
 
@@ -164,12 +170,29 @@ void ZoneEdit::bindCommands() {
     commands().bind(
         command::kRemoveZone, [this] { removeZone(); },
         [this] { return m_zones && m_zones->hasZones(); });
-    commands().bind(command::kStop, [this] { restoreText(); });
+    commands().bind(command::kStop, [this] { stop(); });
     commands().bind(command::kAddZone, [this] { m_zones->add(); });
     commands().bind(command::kBackTen, [this] { m_frames->backTen(); });
     commands().bind(command::kBack, [this] { m_frames->back(); });
     commands().bind(command::kForward, [this] { m_frames->forward(); });
     commands().bind(command::kForwardTen, [this] { m_frames->forwardTen(); });
+    bindHistory();
+}
+
+void ZoneEdit::bindHistory() {
+    namespace command = ui::command;
+    commands().bind(
+        command::kUndo, [this] { m_history->undo(); },
+        [this] { return m_history && m_history->canUndo(); },
+        [this] { return m_history ? m_history->undoName() : std::u16string(); });
+    commands().bind(
+        command::kRedo, [this] { m_history->redo(); },
+        [this] { return m_history && m_history->canRedo(); },
+        [this] { return m_history ? m_history->redoName() : std::u16string(); });
+    commands().bind(command::kNoticeUndo, [this] { m_history->undo(); });
+    commands().bind(command::kOnlyThisFrame, [this] { m_session->keepToOneFrame(); });
+    commands().bind(command::kOnAllFrames, [this] { m_session->extendToAllFrames(); });
+    commands().bind(command::kCloseNotice, [this] { m_notice->close(); });
 }
 
 void ZoneEdit::OnItemSelect(toolkit::TNotifyUI& message) {
@@ -201,15 +224,19 @@ bool ZoneEdit::HandleMessage(const platform::Event& event) {
     if (event.kind == platform::EventKind::closeRequest && isAsking()) {
         return true;
     }
+    if (event.kind == platform::EventKind::timer && event.timerId == NoticePresenter::kTimer) {
+        m_notice->timeIsUp();
+        return true;
+    }
     return EditorWindow::HandleMessage(event);
 }
 
-void ZoneEdit::restoreText() {
+void ZoneEdit::stop() {
     const ui::Controls controls(GetPaintManager());
-    if (controls.hasFocus(kFrameEdit)) {
-        m_frames->restoreText();
-    } else if (controls.hasFocus(kZoneEdit)) {
-        m_zones->restoreText();
+    const bool wasTyping = (controls.hasFocus(kFrameEdit) && m_frames->restoreText()) ||
+                           (controls.hasFocus(kZoneEdit) && m_zones->restoreText());
+    if (!wasTyping) {
+        m_notice->close();
     }
 }
 

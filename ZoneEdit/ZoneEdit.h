@@ -20,6 +20,8 @@ namespace zoneedit {
 class FlagsPresenter;
 class FramesPresenter;
 class HeaderPresenter;
+class HistoryPresenter;
+class NoticePresenter;
 class PointTools;
 class ZonesPresenter;
 
@@ -61,7 +63,8 @@ private:
     [[nodiscard]] std::string versionsFolder() const;
     void makeParts();
 
-    void restoreText();
+    void bindHistory();
+    void stop();
     void removeZone();
     void saveZones();
     void closeEditor();
@@ -72,11 +75,13 @@ private:
     app_state::ScreenResult m_result;
     std::shared_ptr<zone::ZoneSession> m_session;
     // Empty until the window is made.
+    std::unique_ptr<NoticePresenter> m_notice;
     std::unique_ptr<HeaderPresenter> m_header;
     std::unique_ptr<FlagsPresenter> m_flags;
     std::unique_ptr<ZonesPresenter> m_zones;
     std::unique_ptr<FramesPresenter> m_frames;
     std::unique_ptr<PointTools> m_tools;
+    std::unique_ptr<HistoryPresenter> m_history;
     edit::Subscription m_changes;
 };
 

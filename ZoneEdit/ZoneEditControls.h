@@ -24,6 +24,9 @@ inline constexpr std::u16string_view kCloseNoticeButton = u"ButtonCloseNotice";
 inline constexpr std::u16string_view kEmptyLine = u"EmptyLine";
 inline constexpr std::u16string_view kNoteLabel = u"LabelNote";
 inline constexpr std::u16string_view kProblemLabel = u"LabelProblem";
+/// Those of the bar that show in some notices only.
+inline constexpr std::u16string_view kNoticeButtons[] = {kNoticeUndoButton, kOnlyThisFrameButton,
+                                                         kOnAllFramesButton, kRestoreDraftButton};
 /// The index is the tool's number.
 inline constexpr std::u16string_view kToolOptions[] = {
     u"OptionMovePoint", u"OptionAddPoint", u"OptionAddMultiPoint", u"OptionDeletePoint"};

@@ -9,6 +9,7 @@
 #include "core/Text.h"
 #include "ui/SceneHints.h"
 #include "zone/LoadReport.h"
+#include "zone/StepReach.h"
 
 namespace zoneedit {
 namespace {
@@ -83,6 +84,22 @@ std::u16string zoneNamesHint(const std::vector<std::string>& names) {
                : core::displayText(std::to_string(repeated->second) + " zones are named \"" +
                                    repeated->first +
                                    "\": actions tell zones apart by their names alone.");
+}
+
+std::u16string reachText(const zone::StepReach& reach) {
+    const std::string number = std::to_string(reach.frames);
+    const std::string ofAll = number + " of " + std::to_string(reach.of) + " frames.";
+    switch (reach.kind) {
+    case zone::StepReach::Kind::overOwn:
+        return core::displayText("Changed " + number + " later frames that had their own shape.");
+    case zone::StepReach::Kind::added:
+        return core::displayText("Added on " + ofAll);
+    case zone::StepReach::Kind::removed:
+        return core::displayText("Removed on " + ofAll);
+    case zone::StepReach::Kind::plain:
+        break;
+    }
+    return {};
 }
 
 std::optional<int> frameFrom(const std::u16string& text, int last) {

@@ -8,7 +8,8 @@
 
 namespace zone {
 struct LoadReport;
-}
+struct StepReach;
+} // namespace zone
 
 namespace zoneedit {
 
@@ -28,6 +29,9 @@ inline constexpr std::u16string_view kDamagedKept =
 
 /// A hint about names that scenes cannot read, or that do not tell the zones apart.
 [[nodiscard]] std::u16string zoneNamesHint(const std::vector<std::string>& names);
+
+/// "Changed 279 later frames that had their own shape."; empty for a plain step.
+[[nodiscard]] std::u16string reachText(const zone::StepReach& reach);
 
 /// The number that `text` begins with, cut to 0 ... `last`; none when it begins with no number. A
 /// text that holds no 32-bit number is logged, as by core::convertStringToInt.

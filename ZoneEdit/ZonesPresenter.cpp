@@ -84,8 +84,18 @@ void ZonesPresenter::rename() {
     showZone();
 }
 
-void ZonesPresenter::restoreText() {
+void ZonesPresenter::show(int zone) {
+    auto* combo = m_controls.find<toolkit::CComboUI>(kZoneCombo);
+    if (combo != nullptr && combo->GetCurSel() != zone) {
+        combo->SelectItem(zone); // which tells choose()
+    }
+}
+
+bool ZonesPresenter::restoreText() {
+    const toolkit::CControlUI* edit = m_controls.find(kZoneEdit);
+    const bool differs = edit != nullptr && edit->GetText() != m_shownName;
     m_controls.setText(kZoneEdit, m_shownName);
+    return differs;
 }
 
 void ZonesPresenter::add() {

@@ -25,8 +25,10 @@ public:
     void choose();
     /// The author left the edit of the name.
     void rename();
-    /// Gives the edit the name of the current zone back.
-    void restoreText();
+    /// Chooses it.
+    void show(int zone);
+    /// Gives the edit the name of the current zone back. False when it has it.
+    bool restoreText();
     void add();
     [[nodiscard]] bool hasZones() const { return m_session.zones().zoneCount() > 0; }
     [[nodiscard]] bool canRemove() const { return m_session.context().currentZone >= 0; }
