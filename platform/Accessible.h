@@ -21,6 +21,8 @@ enum class AccessibleRole {
     edit,
     list,
     listItem,
+    menu,
+    menuItem,
     picture,
 };
 

@@ -9,6 +9,7 @@ bool isPressable(AccessibleRole role) {
     case AccessibleRole::radioButton:
     case AccessibleRole::comboBox:
     case AccessibleRole::listItem:
+    case AccessibleRole::menuItem:
         return true;
     default:
         return false;

@@ -46,6 +46,7 @@ enum class Key {
     backspace,
     del,
     insert,
+    menu, ///< the key that opens a context menu
     // Function keys, digits and letters are consecutive: back ends convert them by their distance.
     // clang-format off
     f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12,

@@ -38,6 +38,10 @@ QAccessible::Role roleOf(AccessibleRole role) {
         return QAccessible::List;
     case AccessibleRole::listItem:
         return QAccessible::ListItem;
+    case AccessibleRole::menu:
+        return QAccessible::PopupMenu;
+    case AccessibleRole::menuItem:
+        return QAccessible::MenuItem;
     case AccessibleRole::picture:
         return QAccessible::Graphic;
     }

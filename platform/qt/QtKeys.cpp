@@ -28,6 +28,7 @@ constexpr KeyPair kKeys[] = {
     {Qt::Key_Backspace, Key::backspace},
     {Qt::Key_Delete, Key::del},
     {Qt::Key_Insert, Key::insert},
+    {Qt::Key_Menu, Key::menu},
 };
 
 /// Keys that both sides number in the same order.

@@ -30,6 +30,10 @@ long msaaRole(AccessibleRole role) {
         return ROLE_SYSTEM_LIST;
     case AccessibleRole::listItem:
         return ROLE_SYSTEM_LISTITEM;
+    case AccessibleRole::menu:
+        return ROLE_SYSTEM_MENUPOPUP;
+    case AccessibleRole::menuItem:
+        return ROLE_SYSTEM_MENUITEM;
     case AccessibleRole::picture:
         return ROLE_SYSTEM_GRAPHIC;
     }
@@ -71,6 +75,8 @@ std::u16string msaaAction(const Accessible& node) {
         return node.accessibleState().expanded ? u"Close" : u"Open";
     case AccessibleRole::listItem:
         return u"Select";
+    case AccessibleRole::menuItem:
+        return u"Execute";
     default:
         return {};
     }

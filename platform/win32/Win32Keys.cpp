@@ -26,6 +26,7 @@ constexpr KeyPair kKeys[] = {
     {VK_PRIOR, Key::pageUp},   {VK_NEXT, Key::pageDown}, {VK_TAB, Key::tab},
     {VK_RETURN, Key::enter},   {VK_ESCAPE, Key::escape}, {VK_SPACE, Key::space},
     {VK_BACK, Key::backspace}, {VK_DELETE, Key::del},    {VK_INSERT, Key::insert},
+    {VK_APPS, Key::menu},
 };
 
 /// Keys that both sides number in the same order.

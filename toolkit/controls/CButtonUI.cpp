@@ -7,6 +7,7 @@
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
+#include "toolkit/window/Popup.h"
 
 namespace toolkit {
 
@@ -148,6 +149,11 @@ bool CButtonUI::DoEvent(const TEventUI& event) {
     }
 }
 
+bool CButtonUI::hasMenu() const {
+    const Popup* popup = GetManager() != nullptr ? GetManager()->popup() : nullptr;
+    return popup != nullptr && popup->owner() == this;
+}
+
 void CButtonUI::paintStatus(platform::Canvas& canvas) {
     if (!IsEnabled() && drawImage(canvas, m_disabledImage)) {
         return;
@@ -167,6 +173,12 @@ platform::Color CButtonUI::currentTextColor() const {
         return m_hotTextColor;
     }
     return CLabelUI::currentTextColor();
+}
+
+platform::AccessibleState CButtonUI::accessibleState() const {
+    platform::AccessibleState state = CLabelUI::accessibleState();
+    state.expandable = state.expanded = hasMenu();
+    return state;
 }
 
 platform::AccessibleRole CButtonUI::accessibleRole() const {

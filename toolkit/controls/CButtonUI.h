@@ -30,6 +30,7 @@ public:
     [[nodiscard]] bool claimsKey(const platform::Event& event) const override;
     void forgetInput() override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
+    [[nodiscard]] platform::AccessibleState accessibleState() const override;
     void accessiblePress() override { Activate(); }
 
 protected:
@@ -37,13 +38,14 @@ protected:
     [[nodiscard]] platform::Color currentTextColor() const override;
     [[nodiscard]] bool takesPress() const;
     [[nodiscard]] bool isHot() const { return m_hot; }
-    /// Pressed by mouse or Space and not released yet.
-    [[nodiscard]] bool isPushed() const { return m_mousePushed || m_keyPushed; }
+    /// Pressed by mouse or Space and not released yet, or its menu is open.
+    [[nodiscard]] bool isPushed() const { return m_mousePushed || m_keyPushed || hasMenu(); }
     [[nodiscard]] const std::u16string& disabledImage() const { return m_disabledImage; }
     [[nodiscard]] const std::u16string& normalImage() const { return m_normalImage; }
 
 private:
     struct Attributes;
+    [[nodiscard]] bool hasMenu() const;
     bool onMouse(const TEventUI& event);
     bool onKey(const TEventUI& event);
 

@@ -9,6 +9,7 @@
 #include "platform/WindowParts.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/ItemStyle.h"
+#include "toolkit/input/TEventUI.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/PopupPlacement.h"
@@ -34,6 +35,10 @@ DropListWindow& DropListWindow::of(CPaintManagerUI& manager) {
 
 CControlUI* DropListWindow::owner() const {
     return m_combo;
+}
+
+bool DropListWindow::key(const TEventUI& event) {
+    return m_combo != nullptr && m_combo->DoEvent({event.Type, m_combo, event.native});
 }
 
 bool DropListWindow::createNative() {

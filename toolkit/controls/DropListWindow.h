@@ -25,6 +25,9 @@ public:
     /// False when the system refuses a popup. Closes the list of another combo first.
     bool open(CComboUI& combo);
     [[nodiscard]] CControlUI* owner() const override;
+    /// The combo's.
+    bool key(const TEventUI& event) override;
+    [[nodiscard]] bool holds(const CControlUI* /*control*/) const override { return false; }
     void close() override;
 
     /// The highlighted item, -1 when none.

@@ -37,6 +37,7 @@ public:
 
     /// The ring is shown after keyboard use and always in edits.
     void setKeyboardUse(bool used);
+    [[nodiscard]] bool isKeyboardUse() const { return m_keyboardUse; }
     [[nodiscard]] bool showsRing() const;
     /// Where the ring of the focused control is painted; empty when none.
     [[nodiscard]] platform::Rect ringRect() const;

@@ -57,7 +57,7 @@ bool MouseInput::handle(const platform::Event& event) {
 bool MouseInput::press(const platform::Event& event) {
     m_manager.toolTip().hide();
     CControlUI* hit = m_manager.FindControl(event.position);
-    if (Popup* popup = m_manager.popup()) {
+    if (Popup* popup = m_manager.popup(); popup != nullptr && !popup->holds(hit)) {
         const CControlUI* owner = popup->owner();
         popup->close();
         if (hit == owner && event.button == MouseButton::left) {

@@ -62,11 +62,11 @@ void CPaintManagerUI::Retire(std::unique_ptr<CControlUI> control) {
 }
 
 void CPaintManagerUI::forget(CControlUI& control) {
+    if (const Popup* open = popup(); open != nullptr && open->owner() == &control) {
+        closePopup(); // may give the focus back to it
+    }
     m_focus.forget(control);
     m_mouse.forget(control);
-    if (const Popup* open = popup(); open != nullptr && open->owner() == &control) {
-        closePopup();
-    }
     m_toolTip->leave(control);
     m_timers.stopAll(nativeTimers(), control);
 }

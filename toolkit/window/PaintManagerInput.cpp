@@ -70,9 +70,11 @@ bool CPaintManagerUI::handleKey(const platform::Event& event) {
     if (event.kind == EventKind::keyDown) {
         m_toolTip->hide();
     }
-    if (const Popup* open = popup()) {
-        CControlUI* owner = open->owner();
-        return owner->DoEvent({type, owner, event});
+    if (Popup* open = popup()) {
+        return open->key({type, open->owner(), event});
+    }
+    if (event.kind == EventKind::keyDown && event.key == Key::menu) {
+        m_focus.setKeyboardUse(true); // a menu that it opens starts at its first row
     }
     if (filter(event)) {
         return true;

@@ -16,6 +16,20 @@ platform::Rect placeDropList(const platform::Rect& anchor, platform::Size size,
     return platform::Rect::at(x, flips ? anchor.top - height : anchor.bottom, width, height);
 }
 
+platform::Rect placeMenu(const platform::Rect& anchor, platform::Size size, platform::Size window) {
+    static constexpr int kGap = 2;
+    static constexpr int kMargin = 4;
+    const auto kept = [](int start, int length, int end) {
+        return std::max(std::min(start, end - kMargin - length), kMargin);
+    };
+    const int above = anchor.top - kGap - size.height;
+    const int below = anchor.bottom + kGap;
+    const bool fitsBelow = below + size.height <= window.height - kMargin;
+    const int y = fitsBelow || above < kMargin ? kept(below, size.height, window.height) : above;
+    return platform::Rect::at(kept(anchor.left, size.width, window.width), y, size.width,
+                              size.height);
+}
+
 platform::Rect placeToolTip(platform::Point pointer, int distance, platform::Size size,
                             const platform::Rect& workArea) {
     int y = pointer.y + distance;

@@ -31,6 +31,8 @@ const std::map<AccessibleRole, SystemRole> kRoles{
     {AccessibleRole::edit, {ROLE_SYSTEM_TEXT}},
     {AccessibleRole::list, {ROLE_SYSTEM_LIST}},
     {AccessibleRole::listItem, {ROLE_SYSTEM_LISTITEM, u"Select"}},
+    {AccessibleRole::menu, {ROLE_SYSTEM_MENUPOPUP}},
+    {AccessibleRole::menuItem, {ROLE_SYSTEM_MENUITEM, u"Execute"}},
     {AccessibleRole::picture, {ROLE_SYSTEM_GRAPHIC}},
 };
 
