@@ -166,6 +166,7 @@ void ZoneEdit::makeParts() {
 void ZoneEdit::bindCommands() {
     namespace command = ui::command;
     commands().bind(command::kSave, [this] { saveZones(); });
+    commands().bind(command::kMenu, [this] { showMenu(ui::kZoneEditorMenu); });
     commands().bind(command::kClose, [this] { closeEditor(); });
     commands().bind(
         command::kRemoveZone, [this] { removeZone(); },

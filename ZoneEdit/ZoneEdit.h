@@ -9,8 +9,10 @@
 
 #include "ZoneEdit/EditedVideo.h"
 #include "app/state/ScreenState.h"
+#include "edit/Observers.h"
 #include "platform/Geometry.h"
 #include "platform/Window.h"
+#include "ui/Companions.h"
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
 #include "zone/ZoneSession.h"
@@ -45,6 +47,7 @@ public:
     [[nodiscard]] const zone::ZoneSession& session() const { return *m_session; }
 
     [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return GetNative(); }
+    void enableCompanions(bool enabled) override { companions().setEnabled(enabled); }
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"ZoneEditWindow"; }
     [[nodiscard]] std::string GetSkinFile() const override;
     void InitWindow() override;

@@ -214,6 +214,9 @@ def parts():
     yield "Notice", notice
     for name in ("Mark", "Note", "History"):
         yield name, icon(name, 16, ACCENT)
+    for name in ("History", "Gear", "Book", "Tick"):
+        for state in ("Normal", "Inactive"):
+            yield "Menu" + name + state, icon(name, 16, SECONDARY[state][2])
     yield "Question", icon("Question", 32, QUESTION)
     yield "EmptyScenes", icon("Open", 32, OFF, 2.0)
 

@@ -123,6 +123,7 @@ void BranchList::bindCommands() {
         command::kSave, [this] { save(); }, free);
     commands.bind(
         command::kStop, [this] { stop(); }, [this] { return canStop(); });
+    commands.bind(command::kMenu, [this] { showMenu(kBranchEditorMenu); });
     commands.bind(
         command::kAddBranch, [&parts] { parts.branches.add(); }, free);
     commands.bind(

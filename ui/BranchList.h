@@ -11,6 +11,7 @@
 
 #include "app/state/ScreenState.h"
 #include "platform/Window.h"
+#include "ui/Companions.h"
 #include "ui/ComponentScope.h"
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
@@ -34,6 +35,7 @@ public:
     ~BranchList() override;
 
     [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return GetNative(); }
+    void enableCompanions(bool enabled) override { companions().setEnabled(enabled); }
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"QuorvelWindow"; }
     [[nodiscard]] std::string GetSkinFile() const override { return "BranchList.xml"; }
     void InitWindow() override;

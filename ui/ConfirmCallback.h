@@ -21,6 +21,8 @@ public:
     virtual void SetAnswer(std::uint8_t answer) { m_answer = answer; }
     /// The dialog's owner; null when the asking window is gone. Not owned.
     [[nodiscard]] virtual platform::NativeWindow* GetParentWindow() = 0;
+    /// Whether the asker's modeless windows take input: not while a question is on the screen.
+    virtual void enableCompanions(bool /*enabled*/) {}
 
     [[nodiscard]] std::uint8_t answer() const { return m_answer; }
     /// True while a question is on the screen: the asking window must not be closed under it.
@@ -33,15 +35,21 @@ private:
     bool m_asking = false;
 };
 
-/// A question is on the screen for the lifetime of this object, which the asker outlives.
+/// A question, or a dialog of the system, is on the screen for the lifetime of this object, which
+/// the asker outlives.
 class AskingScope {
 public:
-    explicit AskingScope(ConfirmCallback& asker) : m_asker(asker) { asker.m_asking = true; }
-    ~AskingScope() { m_asker.m_asking = false; }
+    explicit AskingScope(ConfirmCallback& asker) : m_asker(asker) { set(true); }
+    ~AskingScope() { set(false); }
     AskingScope(const AskingScope&) = delete;
     AskingScope& operator=(const AskingScope&) = delete;
 
 private:
+    void set(bool asking) {
+        m_asker.m_asking = asking;
+        m_asker.enableCompanions(!asking);
+    }
+
     ConfirmCallback& m_asker;
 };
 

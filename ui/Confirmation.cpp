@@ -50,9 +50,7 @@ void Confirmation::run() {
 }
 
 void Confirmation::enableOwner(bool enabled) {
-    if (auto* window = dynamic_cast<EditorWindow*>(&m_asker)) {
-        window->setInputEnabled(enabled);
-    } else if (platform::NativeWindow* owner = m_asker.GetParentWindow()) {
+    if (platform::NativeWindow* owner = m_asker.GetParentWindow()) {
         owner->setEnabled(enabled);
     }
 }

@@ -8,8 +8,12 @@
 #include "platform/Gui.h"
 #include "platform/Window.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/MenuPopup.h"
 #include "toolkit/window/Notification.h"
 #include "ui/Manual.h"
+#include "ui/SettingsWindow.h"
+#include "ui/commands/Command.h"
+#include "ui/commands/CommandMenu.h"
 #include "ui/commands/CommonCommands.h"
 
 namespace ui {
@@ -34,6 +38,15 @@ EditorWindow::EditorWindow(const WindowContext& context, std::span<const Command
     : WindowImplBase(context.gui), m_context(context), m_commands(GetPaintManager(), commands),
       m_commonCommands(GetPaintManager(), kCommonCommands) {
     m_commonCommands.bind(command::kManual, [this] { openManual(m_context.gui); });
+    m_commonCommands.bind(command::kSettings,
+                          [this] { m_companions.show<SettingsWindow>(m_context, u"Settings"); });
+}
+
+void EditorWindow::showMenu(std::span<const std::string_view> ids) {
+    if (toolkit::CControlUI* button = findControl(kMenuCommand.control)) {
+        toolkit::MenuPopup::of(GetPaintManager())
+            .open(*button, menuEntries({&m_commands, &m_commonCommands}, ids));
+    }
 }
 
 void EditorWindow::OnClick(toolkit::TNotifyUI& message) {
@@ -66,13 +79,6 @@ bool EditorWindow::showBeside(platform::NativeWindow* owner, std::u16string_view
     ShowWindow(true);
     GetNative()->activate();
     return true;
-}
-
-void EditorWindow::setInputEnabled(bool enabled) {
-    m_companions.setEnabled(enabled);
-    if (platform::NativeWindow* native = GetNative()) {
-        native->setEnabled(enabled);
-    }
 }
 
 void EditorWindow::OnFinalMessage() {

@@ -41,9 +41,6 @@ public:
     /// once its native window is gone. False when the window or its layout cannot be made.
     [[nodiscard]] bool showBeside(platform::NativeWindow* owner, std::u16string_view title,
                                   std::function<void()> onEnd);
-    /// Disabled while it asks a question, together with its companions.
-    void setInputEnabled(bool enabled);
-
     [[nodiscard]] std::string GetSkinFolder() const override { return "UI/"; }
     /// The owner's shared pointer releases the window, not the end of its native window.
     void OnFinalMessage() override;
@@ -60,6 +57,8 @@ protected:
     void runLoop();
     [[nodiscard]] const WindowContext& context() const { return m_context; }
     [[nodiscard]] CommandSet& commands() { return m_commands; }
+    /// Opens the menu of these commands at the button of the command "menu".
+    void showMenu(std::span<const std::string_view> ids);
     /// The modeless windows beside this one.
     [[nodiscard]] Companions& companions() { return m_companions; }
 

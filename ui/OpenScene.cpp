@@ -49,6 +49,7 @@ OpenScene::OpenScene(const WindowContext& context)
       m_scenes(scene::listScenes()) {
     commands().bind(command::kOpenScene, [this] { loadScene(); });
     commands().bind(command::kNewScene, [this] { newScene(); });
+    commands().bind(command::kMenu, [this] { showMenu(kOpenSceneMenu); });
     commands().bind(command::kExit, [this] { exitProgram(); });
 }
 

@@ -22,6 +22,7 @@
 #include "toolkit/window/WindowImplBase.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/ConfirmationCommands.h"
+#include "ui/commands/SettingsCommands.h"
 #include "ui/commands/StartCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
 
@@ -207,6 +208,7 @@ const Layout kLayouts[] = {
      "ButtonDropDraft ButtonRestoreDraft SceneList ButtonNewScene ButtonMenu ButtonLoadScene "
      "ButtonExit",
      ui::kOpenSceneCommands},
+    {"Settings", "CheckKeepDrafts CheckKeepBackups ButtonSettingsClose", ui::kSettingsCommands},
     {"NewScene", "EditSceneName ButtonCreate ButtonBack", ui::kNewSceneCommands},
     {"BranchList",
      "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonExit ComboBranchName ButtonAddBranch "

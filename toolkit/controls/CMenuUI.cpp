@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <string_view>
+#include <utility>
 
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/Event.h"
 #include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/FocusKeeper.h"

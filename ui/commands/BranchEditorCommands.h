@@ -36,6 +36,7 @@ inline constexpr Command kBranchEditorCommands[] = {
     kUndoCommand,
     kRedoCommand,
     kMenuCommand,
+    kEarlierVersionsCommand,
     kNoticeUndoCommand,
     {command::kRetarget,
      {},
@@ -44,5 +45,8 @@ inline constexpr Command kBranchEditorCommands[] = {
      u"Change the old name in all of them"},
     kCloseNoticeCommand,
 };
+
+inline constexpr std::string_view kBranchEditorMenu[] = {command::kEarlierVersions, command::kLine,
+                                                         command::kSettings, command::kManual};
 
 } // namespace ui

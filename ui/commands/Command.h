@@ -32,6 +32,8 @@ struct Command {
     bool repeats = false; ///< runs again and again while its key is held
     /// Ctrl and Alt held as well make no difference, unless another command has that chord.
     bool anyModifiers = false;
+    /// In menus: the skin has it as ICONNormal.png and ICONInactive.png.
+    std::u16string_view icon{};
 };
 
 /// The command's tool tip for `subject`; empty: for none.

@@ -35,6 +35,10 @@ const Command* CommandSet::find(std::string_view id) const {
     return found != m_table.end() ? &*found : nullptr;
 }
 
+const Command* CommandSet::bound(std::string_view id) const {
+    return m_bindings.contains(id) ? find(id) : nullptr;
+}
+
 const Command* CommandSet::commandOf(const platform::Event& event) const {
     KeyChord chord{event.key, event.modifiers};
     if (chord.key == platform::Key::other) {

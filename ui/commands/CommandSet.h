@@ -34,6 +34,8 @@ public:
     void bind(std::string_view id, std::function<void()> run, std::function<bool()> enabled = {},
               std::function<std::u16string()> subject = {});
 
+    /// The command, if it has a handler; else null.
+    [[nodiscard]] const Command* bound(std::string_view id) const;
     /// Whether it can run now: it has a handler, its condition holds, and its button, if the window
     /// has it, can be pressed.
     [[nodiscard]] bool isEnabled(std::string_view id) const;

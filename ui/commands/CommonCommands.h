@@ -16,6 +16,10 @@ inline constexpr std::string_view kManual = "manual";
 inline constexpr std::string_view kUndo = "undo";
 inline constexpr std::string_view kRedo = "redo";
 inline constexpr std::string_view kMenu = "menu";
+inline constexpr std::string_view kSettings = "settings";
+inline constexpr std::string_view kEarlierVersions = "earlierVersions";
+/// In a menu: a line between the rows above and below.
+inline constexpr std::string_view kLine;
 inline constexpr std::string_view kNoticeUndo = "noticeUndo";
 inline constexpr std::string_view kCloseNotice = "closeNotice";
 inline constexpr std::string_view kRestoreDraft = "restoreDraft";
@@ -46,7 +50,16 @@ inline constexpr Command kRedoCommand{
               {platform::Key::z, {.shift = true, .control = true}}}},
     .repeats = true,
 };
-inline constexpr Command kMenuCommand{command::kMenu, kEverywhere, u"More", u"ButtonMenu", u"More"};
+inline constexpr Command kMenuCommand{.id = command::kMenu,
+                                      .group = kEverywhere,
+                                      .text = u"More",
+                                      .control = u"ButtonMenu",
+                                      .toolTip = u"More",
+                                      .keys = {{{platform::Key::menu, {}}}}};
+inline constexpr Command kEarlierVersionsCommand{.id = command::kEarlierVersions,
+                                                 .group = kEverywhere,
+                                                 .text = u"Earlier Versions…",
+                                                 .icon = u"MenuHistory"};
 inline constexpr Command kNoticeUndoCommand{
     command::kNoticeUndo, {}, u"Undo", u"ButtonNoticeUndo", u"Take this change back"};
 inline constexpr Command kCloseNoticeCommand{
@@ -57,7 +70,9 @@ inline constexpr Command kCommonCommands[] = {
     {.id = command::kManual,
      .group = kEverywhere,
      .text = u"Manual",
-     .keys = {{{platform::Key::f1, {.shift = true}}}}},
+     .keys = {{{platform::Key::f1, {.shift = true}}}},
+     .icon = u"MenuBook"},
+    {.id = command::kSettings, .group = kEverywhere, .text = u"Settings…", .icon = u"MenuGear"},
 };
 
 } // namespace ui

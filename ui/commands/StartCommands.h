@@ -30,6 +30,8 @@ inline constexpr Command kOpenSceneCommands[] = {
     kMenuCommand,
 };
 
+inline constexpr std::string_view kOpenSceneMenu[] = {command::kSettings};
+
 inline constexpr Command kNewSceneCommands[] = {
     {command::kCreate, kEverywhere, u"Create", u"ButtonCreate", u"Start the scene with this name"},
     {command::kBackToStart, kEverywhere, u"Back", u"ButtonBack", u"Leave without this name"},

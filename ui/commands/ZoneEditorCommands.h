@@ -70,6 +70,7 @@ inline constexpr Command kZoneEditorCommands[] = {
     kUndoCommand,
     kRedoCommand,
     kMenuCommand,
+    kEarlierVersionsCommand,
     kNoticeUndoCommand,
     {command::kOnlyThisFrame,
      {},
@@ -88,5 +89,8 @@ inline constexpr Command kZoneEditorCommands[] = {
      u"Bring the unsaved zones back"},
     kCloseNoticeCommand,
 };
+
+inline constexpr std::string_view kZoneEditorMenu[] = {command::kEarlierVersions, command::kLine,
+                                                       command::kSettings, command::kManual};
 
 } // namespace ui

@@ -1,0 +1,98 @@
+// The menus of the windows and the settings that they open.
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/EditorSettings.h"
+#include "platform/Event.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/gui/WindowDriver.h"
+#include "tests/support/windows/EditorTest.h"
+#include "tests/ui/BranchListFixture.h"
+#include "toolkit/controls/CMenuUI.h"
+#include "toolkit/controls/MenuPopup.h"
+#include "ui/OpenScene.h"
+
+namespace {
+
+using platform::Key;
+using test::isChecked;
+using test::Texts;
+
+/// The texts of the open menu's rows, "-" for a line; empty while none is open.
+Texts menuOf(const test::WindowDriver& driver) {
+    Texts texts;
+    if (const toolkit::CMenuUI* menu = toolkit::MenuPopup::of(driver.manager()).menu()) {
+        for (int row = 0; row < menu->GetCount(); ++row) {
+            const std::u16string text = menu->GetItemAt(row)->GetText();
+            texts.push_back(text.empty() ? u"-" : text);
+        }
+    }
+    return texts;
+}
+
+class OpenSceneMenu : public test::WindowTest<ui::OpenScene> {};
+class BranchEditorMenu : public test::BranchEditorTest {
+protected:
+    /// Opens the settings from the menu, by keys alone.
+    test::WindowDriver openSettings() {
+        m_driver->press(Key::menu);
+        m_driver->type(u"s");
+        m_driver->press(Key::enter);
+        test::pump();
+        return test::WindowDriver(test::topWindow());
+    }
+};
+
+TEST_F(OpenSceneMenu, LeadsToTheSettings) {
+    show().click(u"ButtonMenu");
+    EXPECT_EQ(menuOf(*m_driver), Texts{u"Settings…"});
+    m_driver->press(Key::down);
+    m_driver->press(Key::enter);
+    test::pump();
+    EXPECT_EQ(test::topWindow().GetSkinFile(), "Settings.xml");
+}
+
+TEST_F(BranchEditorMenu, ShowsTheCommandsThatHaveAHandler) {
+    makeScene({"A"});
+    show().click(u"ButtonMenu");
+    const Texts all = menuOf(*m_driver);
+    ASSERT_GE(all.size(), 2U);
+    EXPECT_EQ(Texts(all.end() - 2, all.end()), (Texts{u"Settings…", u"Manual"}));
+    EXPECT_NE(all.front(), u"-");
+    m_driver->press(Key::end);
+    m_driver->press(Key::enter);
+    EXPECT_EQ(m_gui.userDesktop.errors.size(), 1U) << "the manual is not there";
+    EXPECT_EQ(menuOf(*m_driver), Texts{});
+}
+
+TEST_F(BranchEditorMenu, ChangesOfTheSettingsCountAtOnce) {
+    makeScene({"A"});
+    show();
+    test::WindowDriver settings = openSettings();
+    ASSERT_TRUE(isChecked(settings, u"CheckKeepDrafts"));
+    ASSERT_TRUE(isChecked(settings, u"CheckKeepBackups"));
+    settings.press(Key::space); // the keyboard stands in the first box
+    EXPECT_FALSE(m_services.editorSettings->keepDrafts());
+    settings.click(u"CheckKeepBackups");
+    settings.click(u"CheckKeepDrafts");
+    EXPECT_EQ(support::readBytes("Editor.ini"), "keepDrafts = true\r\nkeepBackups = false\r\n");
+    settings.press(Key::escape);
+    test::pump();
+    EXPECT_EQ(&test::topWindow(), m_window.get());
+    EXPECT_FALSE(isChecked(openSettings(), u"CheckKeepBackups"));
+}
+
+TEST_F(BranchEditorMenu, TheSettingsTakeNoInputWhileTheSystemAsksForFiles) {
+    makeScene({"A"});
+    show();
+    const test::WindowDriver settings = openSettings();
+    m_gui.dialog.whileOpen = [&] { settings.click(u"CheckKeepDrafts"); };
+    m_driver->click(u"ButtonAddVideo");
+    ASSERT_EQ(m_gui.dialog.requests.size(), 1U);
+    EXPECT_TRUE(isChecked(settings, u"CheckKeepDrafts"));
+    settings.click(u"CheckKeepDrafts");
+    EXPECT_FALSE(isChecked(settings, u"CheckKeepDrafts"));
+}
+
+} // namespace

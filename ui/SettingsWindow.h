@@ -1,0 +1,29 @@
+// What the author can choose for this editor; stands beside the window it was opened from. Each
+// change counts at once.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "ui/EditorWindow.h"
+#include "ui/WindowContext.h"
+
+namespace toolkit {
+struct TNotifyUI;
+}
+
+namespace ui {
+
+class SettingsWindow final : public EditorWindow {
+public:
+    /// Never empty.
+    [[nodiscard]] static std::shared_ptr<SettingsWindow> create(const WindowContext& context);
+    explicit SettingsWindow(const WindowContext& context);
+
+    [[nodiscard]] std::u16string GetWindowClassName() const override { return u"SettingsWindow"; }
+    [[nodiscard]] std::string GetSkinFile() const override { return "Settings.xml"; }
+    void InitWindow() override;
+    void OnSelectChanged(toolkit::TNotifyUI& message) override;
+};
+
+} // namespace ui

@@ -1,0 +1,24 @@
+// The commands of the window of settings.
+#pragma once
+
+#include <string_view>
+
+#include "ui/commands/Command.h"
+#include "ui/commands/CommonCommands.h"
+
+namespace ui {
+
+namespace command {
+inline constexpr std::string_view kSettingsClose = "settingsClose";
+} // namespace command
+
+inline constexpr Command kSettingsCommands[] = {
+    {command::kSettingsClose,
+     kEverywhere,
+     u"Close",
+     u"ButtonSettingsClose",
+     u"Close the settings (Esc)",
+     {kEsc}},
+};
+
+} // namespace ui
