@@ -34,6 +34,7 @@
 #include "ui/Confirmation.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
+#include "ui/SettingsWindow.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
@@ -60,6 +61,7 @@ public:
         take<ui::NewScene>("NewScene", [](test::WindowDriver& driver) {
             driver.retype(u"EditSceneName", u"Ladder Inspection");
         });
+        take<ui::SettingsWindow>("Settings");
         branchEditor();
         emptyStates();
         zoneEditor("ZoneEdit");
@@ -141,7 +143,7 @@ private:
     }
 
     void branchEditor() {
-        m_good = m_services.sceneManager->Load(kScene) && m_good;
+        m_good = m_services.sceneSession->load(kScene) && m_good;
         const auto window = ui::BranchList::create(context());
         open(*window);
         test::WindowDriver driver(*window);
@@ -153,6 +155,11 @@ private:
         target.Drop();
         shoot("BranchList-combo", *window);
         target.CloseDrop();
+
+        driver.click(u"ButtonMenu");
+        driver.press(platform::Key::down);
+        shoot("BranchList-menu", *window);
+        driver.press(platform::Key::escape);
 
         question(*window);
         while (driver.focusName() != u"ButtonEditZones") {
