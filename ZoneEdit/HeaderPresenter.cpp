@@ -78,8 +78,22 @@ void HeaderPresenter::readNames() {
 }
 
 void HeaderPresenter::show() {
+    showLabels(m_notice);
+    if (isCut() && !m_notice.empty()) { // the rest may have room without it
+        m_bar.refuse(m_notice);
+        showLabels({});
+    }
+    const bool wasCut = isCut();
+    m_bar.showCaption(wasCut ? m_label->GetText() : std::u16string(),
+                      wasCut && m_label->GetName() == kProblemLabel);
+    if (wasCut) {
+        m_label->SetVisible(false);
+    }
+}
+
+void HeaderPresenter::showLabels(const std::u16string& notice) {
     std::u16string title = core::displayText(core::fileName(m_videoPath));
-    const std::u16string problem = problemText();
+    const std::u16string problem = problemText(notice);
     if (toolkit::CControlUI* label = m_controls.find(kProblemLabel)) {
         label->SetText(problem);
         label->SetVisible(!problem.empty());
@@ -87,26 +101,21 @@ void HeaderPresenter::show() {
         title += u"    " + problem;
     }
     m_controls.setText(kVideoLabel, title);
-    m_controls.setText(kNoteLabel, m_notice.empty() ? m_saved + m_namesHint : m_notice);
+    m_controls.setText(kNoteLabel, notice.empty() ? m_saved + m_namesHint : notice);
     m_controls.setVisible(kNoteLabel, problem.empty());
-    showOnBar(problem.empty() ? kNoteLabel : kProblemLabel, !problem.empty());
+    m_label = m_controls.find(problem.empty() ? kNoteLabel : kProblemLabel);
 }
 
-void HeaderPresenter::showOnBar(std::u16string_view labelName, bool isProblem) {
-    toolkit::CControlUI* label = m_controls.find(labelName);
-    const bool isCut = label != nullptr && !label->toolTipAt({}).empty();
-    m_bar.showCaption(isCut ? label->GetText() : std::u16string(), isProblem);
-    if (isCut) {
-        label->SetVisible(false);
-    }
+bool HeaderPresenter::isCut() const {
+    return m_label != nullptr && !m_label->toolTipAt({}).empty();
 }
 
-std::u16string HeaderPresenter::problemText() const {
+std::u16string HeaderPresenter::problemText(const std::u16string& notice) const {
     const std::u16string notSaved = ui::notSavedText(m_session.zones().lastSaveFailure());
-    if (!notSaved.empty() && !m_notice.empty()) {
-        return m_notice + u". " + notSaved;
+    if (!notSaved.empty() && !notice.empty()) {
+        return notice + u". " + notSaved;
     }
-    if (!notSaved.empty() || !m_notice.empty()) {
+    if (!notSaved.empty() || !notice.empty()) {
         return notSaved;
     }
     const std::u16string unread =

@@ -30,15 +30,17 @@ private:
     void refresh(const zone::ZoneSession::History::Changes& changes);
     void readNames();
     void show();
-    [[nodiscard]] std::u16string problemText() const;
-    /// What a label has no room for goes to the bar over the picture instead.
-    void showOnBar(std::u16string_view labelName, bool isProblem);
+    void showLabels(const std::u16string& notice);
+    /// Whether the label on show has no room for its text, which then goes to the bar.
+    [[nodiscard]] bool isCut() const;
+    [[nodiscard]] std::u16string problemText(const std::u16string& notice) const;
 
     ui::Controls m_controls;
     const EditedVideo& m_video;
     zone::ZoneSession& m_session;
     NoticePresenter& m_bar;
     std::string m_videoPath;
+    toolkit::CControlUI* m_label = nullptr; ///< that says something, if any does
     std::u16string m_namesHint;
     std::u16string m_saved;  ///< about the last save; empty after a failed one and after a change
     std::u16string m_notice; ///< about what was typed last

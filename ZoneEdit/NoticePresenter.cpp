@@ -56,7 +56,8 @@ void NoticePresenter::showCaption(std::u16string_view text, bool isProblem) {
 void NoticePresenter::close() {
     stopTimer();
     // The caption's comes back after another line, but not after itself.
-    (m_line.text.empty() ? m_caption : m_line) = {};
+    Line& closed = m_line.text.empty() ? m_caption : m_line;
+    closed = {};
     show();
 }
 
