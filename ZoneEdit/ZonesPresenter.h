@@ -8,6 +8,7 @@
 #include "ui/Controls.h"
 #include "ui/NameList.h"
 #include "zone/EditContext.h"
+#include "zone/ZoneManager.h"
 #include "zone/ZoneSession.h"
 
 namespace zoneedit {

@@ -10,6 +10,8 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "jobs/VideoImport.h"
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
 #include "recovery/Places.h"
 
 namespace recovery {

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <map>
 #include <optional>
+#include <system_error>
 #include <tuple>
 #include <utility>
 

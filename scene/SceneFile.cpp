@@ -8,6 +8,7 @@
 #include "core/FileError.h"
 #include "core/Log.h"
 #include "core/Paths.h"
+#include "core/ReplacedFiles.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/WholeFile.h"

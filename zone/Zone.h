@@ -20,6 +20,7 @@
 #include "zone/EditContext.h"
 #include "zone/Scale.h"
 #include "zone/ShapeDrawing.h"
+#include "zone/ShapeTrack.h"
 #include "zone/SharedTrack.h"
 #include "zone/ZoneShape.h"
 

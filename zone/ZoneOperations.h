@@ -13,6 +13,7 @@
 #include "zone/EditContext.h"
 #include "zone/SavedContent.h"
 #include "zone/TrackChanges.h"
+#include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
 namespace zone {

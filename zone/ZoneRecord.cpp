@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "zone/ShapeRecord.h"
+#include "zone/ShapeTrack.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/Composition.h"
+#include "platform/Event.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtKeys.h"
 #include "platform/qt/QtSurface.h"

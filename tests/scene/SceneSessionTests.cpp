@@ -2,6 +2,7 @@
 // changed.
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <type_traits>

@@ -3,6 +3,7 @@
 // would write other bytes.
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <iterator>
 #include <memory>
