@@ -1,5 +1,6 @@
 // What a window, a control or a zone draws on. Coordinates are window pixels; everything is cut to
-// the current clip rectangle. Nothing is smoothed except text, so pixels are the same everywhere.
+// the current clip rectangle. Only text, paths and stills are smoothed, and all but text by our own
+// arithmetic, so that pixels are the same everywhere.
 #pragma once
 
 #include <string_view>
@@ -9,6 +10,7 @@
 #include "platform/FontSet.h"
 #include "platform/FrameBuffer.h"
 #include "platform/Geometry.h"
+#include "platform/Path.h"
 
 namespace platform {
 
@@ -35,6 +37,12 @@ public:
     virtual void drawLine(Point from, Point to, Color color) = 0;
     /// An ellipse that fills `box` (right and bottom edges excluded), outline one pixel wide.
     virtual void drawEllipse(const Rect& box, Color outline, Color fill) = 0;
+    /// The inside of all parts, with smooth edges, blended by alpha. Parts that overlap and run
+    /// round in opposite ways cancel out.
+    virtual void fillPath(const Path& path, Color color) = 0;
+    /// Stretches the whole bitmap onto `target`, smoothly, blended by alpha. Much reduced ones take
+    /// time by their own size.
+    virtual void drawStill(const Bitmap& still, const Rect& target) = 0;
     /// One line of text, centred from top to bottom in `box` and clipped to it.
     virtual void drawText(std::u16string_view text, const Rect& box, FontHandle font, Color color,
                           TextAlign align) = 0;

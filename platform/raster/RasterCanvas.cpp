@@ -8,6 +8,7 @@
 #include "platform/raster/Blend.h"
 #include "platform/raster/FrameScaler.h"
 #include "platform/raster/Shapes.h"
+#include "platform/raster/StillScaler.h"
 
 namespace platform::raster {
 
@@ -142,6 +143,14 @@ void RasterCanvas::drawEllipse(const Rect& box, Color outline, Color fill) {
         fillSpan(box.left + row.innerLeft, box.left + row.innerRight, y, fill);
         fillSpan(box.left + row.innerRight, box.left + row.right, y, outline);
     }
+}
+
+void RasterCanvas::fillPath(const Path& path, Color color) {
+    m_pathFiller.fill(m_target, clip(), path, color);
+}
+
+void RasterCanvas::drawStill(const Bitmap& still, const Rect& target) {
+    raster::drawStill(still, m_target, target, clip());
 }
 
 void RasterCanvas::drawText(std::u16string_view text, const Rect& box, FontHandle font, Color color,

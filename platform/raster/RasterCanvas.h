@@ -9,6 +9,7 @@
 #include "platform/Color.h"
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
+#include "platform/raster/PathFiller.h"
 #include "platform/raster/PixelView.h"
 #include "platform/raster/TextPainter.h"
 
@@ -31,6 +32,8 @@ public:
     void drawLine(Point from, Point to, Color color) override;
     /// A box with a side above 32767 draws nothing.
     void drawEllipse(const Rect& box, Color outline, Color fill) override;
+    void fillPath(const Path& path, Color color) override;
+    void drawStill(const Bitmap& still, const Rect& target) override;
     void drawText(std::u16string_view text, const Rect& box, FontHandle font, Color color,
                   TextAlign align) override;
 
@@ -39,6 +42,7 @@ private:
 
     PixelView m_target;
     TextPainter& m_textPainter;
+    PathFiller m_pathFiller;
     std::vector<Rect> m_clips; ///< never empty; each lies inside the one before
 };
 

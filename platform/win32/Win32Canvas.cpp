@@ -65,4 +65,14 @@ void Win32Canvas::drawEllipse(const Rect& box, Color outline, Color fill) {
     Ellipse(m_context, box.left, box.top, box.right, box.bottom);
 }
 
+void Win32Canvas::fillPath(const Path& path, Color color) {
+    GdiFlush();
+    RasterCanvas::fillPath(path, color);
+}
+
+void Win32Canvas::drawStill(const Bitmap& still, const Rect& target) {
+    GdiFlush();
+    RasterCanvas::drawStill(still, target);
+}
+
 } // namespace platform::win32

@@ -1,5 +1,5 @@
 // A canvas on a back buffer: video pictures, lines and ellipses by GDI, fills, images with
-// transparency and text by the raster canvas.
+// transparency, paths, stills and text by the raster canvas.
 #pragma once
 
 #include "platform/raster/RasterCanvas.h"
@@ -17,6 +17,8 @@ public:
     void drawFrame(const FrameBuffer& frame, const Rect& target) override;
     void drawLine(Point from, Point to, Color color) override;
     void drawEllipse(const Rect& box, Color outline, Color fill) override;
+    void fillPath(const Path& path, Color color) override;
+    void drawStill(const Bitmap& still, const Rect& target) override;
 
 private:
     void applyClip() const;

@@ -30,6 +30,8 @@ public:
         note(outline == platform::rgb(250, 0, 0) ? "handle" : "ellipse",
              {box.left, box.top, box.right, box.bottom}, fill);
     }
+    void fillPath(const platform::Path&, platform::Color) override {}
+    void drawStill(const platform::Bitmap&, const platform::Rect&) override {}
     void drawText(std::u16string_view text, const platform::Rect& box, platform::FontHandle font,
                   platform::Color color, platform::TextAlign align) override {
         note((align == platform::TextAlign::center ? "centred " : "text ") + core::storedText(text),
