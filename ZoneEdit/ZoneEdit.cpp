@@ -12,6 +12,7 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZonesLayer.h"
 #include "ZoneEdit/ZonesPresenter.h"
+#include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
 #include "core/Log.h"
 #include "core/Paths.h"

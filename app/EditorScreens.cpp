@@ -1,10 +1,13 @@
 #include "app/EditorScreens.h"
 
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/state/SharedServices.h"
+#include "recovery/SceneDraft.h"
+#include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "ui/BranchList.h"
 #include "ui/EditorWindow.h"
@@ -25,7 +28,13 @@ std::optional<ScreenResult> shown(const std::shared_ptr<ui::EditorWindow>& windo
 
 } // namespace
 
-EditorScreens::EditorScreens(const ui::WindowContext& context) : m_context(context) {}
+EditorScreens::EditorScreens(const ui::WindowContext& context) : m_context(context) {
+    const app_state::SharedServices& services = context.services;
+    if (services.sceneSession && services.drafts) {
+        m_sceneDraft =
+            std::make_unique<recovery::SceneDraft>(*services.sceneSession, *services.drafts);
+    }
+}
 
 EditorScreens::~EditorScreens() = default;
 
@@ -36,11 +45,19 @@ std::optional<ScreenResult> EditorScreens::show(Screen screen, const ScreenResul
     case Screen::newScene:
         return shown(ui::NewScene::create(m_context), u"New Scene");
     case Screen::branchEditor:
-        return shown(ui::BranchList::create(m_context, returned), u"Quorvel");
+        return showBranchEditor(returned);
     case Screen::zoneEditor:
         return showZoneEditor();
     }
     return std::nullopt;
+}
+
+std::optional<ScreenResult> EditorScreens::showBranchEditor(const ScreenResult& returned) {
+    auto result = shown(ui::BranchList::create(m_context, returned), u"Quorvel");
+    if (m_sceneDraft) {
+        m_sceneDraft->flush();
+    }
+    return result;
 }
 
 std::optional<ScreenResult> EditorScreens::showZoneEditor() {
@@ -54,7 +71,13 @@ std::optional<ScreenResult> EditorScreens::showZoneEditor() {
 }
 
 bool EditorScreens::loadChosenScene() {
-    return m_context.services.sceneSession && m_context.services.sceneSession->load("");
+    const auto& session = m_context.services.sceneSession;
+    const std::string draft = std::exchange(m_context.state.draftToRestore, {});
+    if (!session || !m_sceneDraft) {
+        return session && session->load("");
+    }
+    return draft.empty() ? m_sceneDraft->load(session->scene().Name())
+                         : m_sceneDraft->restore(draft);
 }
 
 } // namespace app

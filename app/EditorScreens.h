@@ -8,6 +8,9 @@
 #include "app/state/ScreenState.h"
 #include "ui/WindowContext.h"
 
+namespace recovery {
+class SceneDraft;
+}
 namespace zoneedit {
 class ZoneEdit;
 }
@@ -25,10 +28,13 @@ public:
     bool loadChosenScene() override;
 
 private:
+    [[nodiscard]] std::optional<app_state::ScreenResult>
+    showBranchEditor(const app_state::ScreenResult& returned);
     [[nodiscard]] std::optional<app_state::ScreenResult> showZoneEditor();
 
     ui::WindowContext m_context;
-    std::shared_ptr<zoneedit::ZoneEdit> m_zoneEdit; ///< while the zone editor runs
+    std::unique_ptr<recovery::SceneDraft> m_sceneDraft; ///< none without the services for it
+    std::shared_ptr<zoneedit::ZoneEdit> m_zoneEdit;     ///< while the zone editor runs
 };
 
 } // namespace app

@@ -10,9 +10,11 @@
 #include "app/services/Startup.h"
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
+#include "core/EditorSettings.h"
 #include "core/Log.h"
 #include "core/StandardError.h"
 #include "platform/Desktop.h"
+#include "recovery/Drafts.h"
 
 namespace app {
 namespace {
@@ -27,8 +29,15 @@ int runScreens(app_state::ScreenState& state, app_state::SharedServices& service
         core::writeStandardError("Quorvel: no display to show windows on.");
         return kFailure;
     }
-    EditorScreens screens({*gui, state, services});
-    const bool ended = ScreenLoop(state, gui->components(), screens).run();
+    services.drafts = std::make_shared<recovery::Drafts>(gui->loop(), [&services] {
+        return !services.editorSettings || services.editorSettings->keepDrafts();
+    });
+    bool ended = false;
+    {
+        EditorScreens screens({*gui, state, services});
+        ended = ScreenLoop(state, gui->components(), screens).run();
+    }
+    services.drafts.reset();
     return ended ? kSuccess : kFailure;
 }
 

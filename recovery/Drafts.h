@@ -20,6 +20,7 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "core/FileError.h"
@@ -44,8 +45,14 @@ public:
     Draft& operator=(const Draft&) = delete;
 
     void changed();
+    /// Begins to write what has changed without waiting any longer.
+    void flush() { update(); }
+    /// What has not been written is not going to be.
+    void forgetChanges() { m_isDirty = false; }
     /// `base` is what savedState() tells of the document's files now. Removes the draft.
     void saved(std::string base);
+    /// Where the list of scenes has the document from now on.
+    void setListedAs(std::string name) { m_about.listedAs = std::move(name); }
     /// Continues `folder`, whose draft is becoming the document's contents. `content` is what it
     /// holds: while nothing is unsaved, the folder keeps that until the next good save.
     void restored(std::unique_ptr<DraftFolder> folder, DraftContent content);

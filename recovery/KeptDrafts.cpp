@@ -6,6 +6,7 @@
 #include "core/Log.h"
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "platform/Clock.h"
 #include "recovery/Places.h"
 
 namespace recovery {
@@ -74,12 +75,8 @@ std::vector<KeptDraft> keptZoneDrafts(const std::string& scene, const std::strin
     return found;
 }
 
-bool isSavedSince(const KeptDraft& draft, const std::vector<std::string>& paths) {
-    return savedState(paths) != draft.info.base;
-}
-
-std::unique_ptr<DraftFolder> take(const KeptDraft& draft) {
-    return openFolder(draft.folder);
+std::unique_ptr<DraftFolder> takeDraft(const std::string& folder) {
+    return openFolder(folder);
 }
 
 } // namespace recovery

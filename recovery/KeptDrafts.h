@@ -27,10 +27,7 @@ struct KeptDraft {
 [[nodiscard]] std::vector<KeptDraft> keptZoneDrafts(const std::string& scene,
                                                     const std::string& video);
 
-/// Whether the document's files are others now than when the draft was begun.
-[[nodiscard]] bool isSavedSince(const KeptDraft& draft, const std::vector<std::string>& paths);
-
 /// The draft itself, from now on held by this program. Empty, and logged, if it cannot be had.
-[[nodiscard]] std::unique_ptr<DraftFolder> take(const KeptDraft& draft);
+[[nodiscard]] std::unique_ptr<DraftFolder> takeDraft(const std::string& folder);
 
 } // namespace recovery

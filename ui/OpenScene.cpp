@@ -8,6 +8,8 @@
 #include "app/state/SharedServices.h"
 #include "core/Text.h"
 #include "platform/Gui.h"
+#include "recovery/DraftInfo.h"
+#include "recovery/KeptDrafts.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "toolkit/controls/CContainerUI.h"
@@ -51,11 +53,15 @@ OpenScene::OpenScene(const WindowContext& context)
     commands().bind(command::kNewScene, [this] { newScene(); });
     commands().bind(command::kMenu, [this] { showMenu(kOpenSceneMenu); });
     commands().bind(command::kExit, [this] { exitProgram(); });
+    commands().bind(command::kRestoreDraft, [this] { restoreDraft(); });
+    commands().bind(command::kDropDraft, [this] { m_drafts->hide(); });
 }
 
 void OpenScene::InitWindow() {
     fillList();
     showFailedLoad();
+    m_drafts.emplace(controls(), context().state);
+    m_drafts->show(chosenScene());
     const bool empty = m_scenes.empty();
     setEnabledOf(kLoadButton, !empty);
     if (!empty) {
@@ -117,18 +123,36 @@ void OpenScene::OnItemActivate(toolkit::TNotifyUI& message) {
     }
 }
 
-void OpenScene::loadScene() {
+void OpenScene::OnItemSelect(toolkit::TNotifyUI& message) {
+    if (m_drafts && message.pSender->GetName() == kSceneList) {
+        m_drafts->show(chosenScene());
+    }
+}
+
+std::string OpenScene::chosenScene() {
     const auto* list = find<toolkit::CListUI>(kSceneList);
+    const int index = list != nullptr ? list->GetCurSel() : -1;
+    const bool isChosen = index >= 0 && static_cast<std::size_t>(index) < m_scenes.size();
+    return isChosen ? m_scenes[static_cast<std::size_t>(index)] : std::string();
+}
+
+void OpenScene::loadScene() {
     const auto& manager = context().services.sceneManager;
-    if (list == nullptr || !manager) {
-        return;
+    const std::string name = chosenScene();
+    if (manager && !name.empty()) {
+        manager->SetName(name);
+        Close(1);
     }
-    const int index = list->GetCurSel();
-    if (index < 0 || static_cast<std::size_t>(index) >= m_scenes.size()) {
-        return;
+}
+
+void OpenScene::restoreDraft() {
+    const recovery::KeptDraft* draft = m_drafts ? m_drafts->offered() : nullptr;
+    const auto& manager = context().services.sceneManager;
+    if (manager && draft != nullptr) {
+        context().state.draftToRestore = draft->folder;
+        manager->SetName(draft->info.listedAs);
+        Close(1);
     }
-    manager->SetName(m_scenes[static_cast<std::size_t>(index)]);
-    Close(1);
 }
 
 void OpenScene::newScene() {

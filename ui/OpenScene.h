@@ -2,10 +2,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "ui/ComponentScope.h"
+#include "ui/DraftBar.h"
 #include "ui/EditorWindow.h"
 
 namespace toolkit {
@@ -24,19 +26,24 @@ public:
     [[nodiscard]] std::string GetSkinFile() const override { return "OpenScene.xml"; }
     void InitWindow() override;
     void OnItemActivate(toolkit::TNotifyUI& message) override;
+    void OnItemSelect(toolkit::TNotifyUI& message) override;
 
 private:
     void fillList();
     /// Why this window is back although a scene was chosen.
     void showFailedLoad();
     void addRow(toolkit::CContainerUI& list, const std::string& name);
+    /// As stored; empty for none.
+    [[nodiscard]] std::string chosenScene();
     void loadScene();
+    void restoreDraft();
     void newScene();
     void exitProgram();
 
     ComponentScope m_components;
     /// As stored, in the order of the rows.
     std::vector<std::string> m_scenes;
+    std::optional<DraftBar> m_drafts; ///< from InitWindow on
 };
 
 } // namespace ui

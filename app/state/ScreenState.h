@@ -31,6 +31,10 @@ struct ScreenState {
     bool zoneEditRequest = false;
     /// The video that the zone editor opens; UTF-8 path.
     std::string zoneEditVideo;
+    /// The folder of the draft that the open scene window asks to restore; empty: none.
+    std::string draftToRestore;
+    /// The author does not want to see drafts offered in this run.
+    bool draftsHidden = false;
     /// Where the author put the last window; empty while none has been moved: windows are centred.
     std::optional<WindowPlace> windowPlace;
 };

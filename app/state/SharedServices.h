@@ -8,6 +8,9 @@ namespace core {
 class EditorSettings;
 class Translations;
 } // namespace core
+namespace recovery {
+class Drafts;
+}
 namespace scene {
 class SceneManager;
 class SceneSession;
@@ -22,6 +25,8 @@ struct SharedServices {
     std::shared_ptr<scene::SceneManager> sceneManager;
     /// All edits of what the scene manager holds go through it.
     std::shared_ptr<scene::SceneSession> sceneSession;
+    /// Unsaved work of both editors; while there are windows.
+    std::shared_ptr<recovery::Drafts> drafts;
 };
 
 } // namespace app_state

@@ -1,17 +1,17 @@
 // Unsaved work on the disk: when it is written, what ends it, who may have it, and faults.
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <optional>
+#include <system_error>
+#include <utility>
 
-#include "core/Services.h"
-#include "recovery/Drafts.h"
 #include "recovery/KeptDrafts.h"
 #include "recovery/Places.h"
-#include "tests/support/FaultyFileSystem.h"
-#include "tests/support/FixedClock.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/TaskLoop.h"
-#include "tests/support/TempFolder.h"
+#include "tests/recovery/DraftTest.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ struct Document {
     std::unique_ptr<Draft> draft;
 };
 
-class DraftTest : public support::TempFolderTest {
+class DraftTest : public recovery_tests::DraftTest {
 protected:
     std::unique_ptr<Document> open(const std::string& scene = "Fire Drill") {
         auto document = std::make_unique<Document>();
@@ -43,14 +43,6 @@ protected:
         document.text = text;
         document.draft->changed();
     }
-    /// Lets the time pass after which what was edited is due.
-    void wait() { m_clock.passed += Drafts::kDelay.count(); }
-    template <typename Condition>
-    void until(Condition condition) {
-        while (!condition()) {
-            m_loop.processEvents(true);
-        }
-    }
     /// What all drafts hold, the newest first.
     static Texts kept() {
         Texts texts;
@@ -59,27 +51,6 @@ protected:
         }
         return texts;
     }
-    static bool isOnDisk(const std::string& text) {
-        try {
-            for (const std::string& name : support::filesBelow("Drafts")) {
-                if (name.ends_with(recovery::kSceneEnding) &&
-                    support::readBytes("Drafts/" + name) == text) {
-                    return true;
-                }
-            }
-        } catch (const std::exception&) {
-            return false; // it is being replaced
-        }
-        return false;
-    }
-
-    support::LogCapture m_log;
-    support::FixedClock m_clock;
-    support::FaultyFileSystem m_files{platform::nativeFileSystem()};
-    core::ServicesOverride m_override{{&m_files, &m_clock, core::services().process}};
-    support::TaskLoop m_loop;
-    bool m_areKept = true;
-    std::optional<Drafts> m_drafts{std::in_place, m_loop, [this] { return m_areKept; }};
 };
 
 TEST_F(DraftTest, IsWrittenAWhileAfterTheFirstChangeHoweverManyFollow) {
@@ -90,9 +61,9 @@ TEST_F(DraftTest, IsWrittenAWhileAfterTheFirstChangeHoweverManyFollow) {
     edit(*document, "later");
     m_clock.passed += 1;
     until([] { return isOnDisk("later"); });
-    edit(*document, "even later");
+    edit(*document, "last");
     wait();
-    until([] { return isOnDisk("even later") && !isOnDisk("later"); });
+    until([] { return isOnDisk("last") && !isOnDisk("later"); });
     EXPECT_EQ(kept(), Texts()) << "a running program has it";
 }
 
@@ -142,7 +113,7 @@ TEST_F(DraftTest, RestoredStaysUntilASaveWhateverIsUndone) {
     edit(*open(), "kept");
     auto document = open();
     edit(*document, "before");
-    auto folder = recovery::take(recovery::keptSceneDrafts().at(0));
+    auto folder = recovery::takeDraft(recovery::keptSceneDrafts().at(0).folder);
     ASSERT_TRUE(folder);
     document->draft->restored(std::move(folder), contentOf("kept"));
     EXPECT_EQ(kept(), Texts());
@@ -155,7 +126,8 @@ TEST_F(DraftTest, RestoredStaysUntilASaveWhateverIsUndone) {
     EXPECT_EQ(kept(), Texts{"kept"});
 
     document = open();
-    document->draft->restored(recovery::take(recovery::keptSceneDrafts().at(0)), contentOf("kept"));
+    document->draft->restored(recovery::takeDraft(recovery::keptSceneDrafts().at(0).folder),
+                              contentOf("kept"));
     document->draft->saved("base");
     document = nullptr;
     EXPECT_FALSE(support::exists("Drafts"));
@@ -233,7 +205,7 @@ TEST_F(DraftTest, SurvivesEveryFaultOfAWriting) {
         const bool isWhole = kept() == Texts{"lost"} || kept() == Texts{"between"};
         EXPECT_TRUE(isWhole) << call;
         document = open();
-        document->draft->restored(recovery::take(recovery::keptSceneDrafts().at(0)),
+        document->draft->restored(recovery::takeDraft(recovery::keptSceneDrafts().at(0).folder),
                                   contentOf("between"));
         edit(*document, "between");
         wait();

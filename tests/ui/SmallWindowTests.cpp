@@ -7,7 +7,10 @@
 #include <vector>
 
 #include "core/Services.h"
+#include "recovery/Drafts.h"
+#include "recovery/KeptDrafts.h"
 #include "tests/support/FaultyFileSystem.h"
+#include "tests/support/FixedClock.h"
 #include "tests/support/windows/EditorTest.h"
 #include "ui/BranchList.h"
 #include "ui/NewScene.h"
@@ -87,6 +90,48 @@ TEST_F(OpenSceneWindow, OpensTheChosenSceneUnderItsStoredName) {
     m_driver->doubleClick(row);
     EXPECT_EQ(scene().Name(), "Fire");
     EXPECT_TRUE(isClosed(*m_window));
+}
+
+TEST_F(OpenSceneWindow, OffersTheUnsavedWorkOfTheChosenSceneOrElseTheNewest) {
+    support::FixedClock clock;
+    const core::ServicesOverride fixed({&m_files, &clock, core::services().process});
+    const auto keep = [](const std::string& scene, const std::string& base) {
+        recovery::Drafts drafts(test::gui().loop(), [] { return true; });
+        const auto draft = drafts.open({scene, scene, {}, base}, [] {
+            return recovery::DraftContent{
+                {recovery::kSceneEnding, [](core::File& file) { return file.writeString("x"); }}};
+        });
+        draft->changed();
+    };
+    writeBytes("Scenes/A/Scene.xml", "");
+    writeBytes("Scenes/Fire/Scene.xml", "");
+    show();
+    EXPECT_FALSE(isVisible(u"PanelDraft"));
+    EXPECT_FALSE(m_driver->get(u"ButtonRestoreDraft").IsVisible());
+
+    keep("Fire", "another state");
+    clock.time += 60;
+    keep("New", "none");
+    const auto offered = [this] { return m_driver->textOf(u"LabelDraft"); };
+    show();
+    EXPECT_TRUE(isVisible(u"PanelDraft"));
+    EXPECT_EQ(offered(), u"Unsaved work of \"New\" from today, 22:14, was kept.");
+    m_driver->click(test::inRow(*m_driver, u"SceneList", 1, u"ListItem"));
+    EXPECT_EQ(offered(), u"Unsaved work of \"Fire\" from today, 22:13, was kept; the scene was "
+                         u"saved after it.");
+    m_driver->click(u"ButtonRestoreDraft");
+    EXPECT_TRUE(isClosed(*m_window));
+    EXPECT_EQ(scene().Name(), "Fire");
+    EXPECT_EQ(m_state.draftToRestore, recovery::keptSceneDrafts().at(1).folder);
+
+    clock.time += 86400;
+    show();
+    EXPECT_EQ(offered(), u"Unsaved work of \"New\" from 14 Nov, 22:14, was kept.");
+    m_driver->click(u"ButtonDropDraft");
+    EXPECT_FALSE(isVisible(u"PanelDraft"));
+    show().click(test::inRow(*m_driver, u"SceneList", 1, u"ListItem"));
+    EXPECT_FALSE(isVisible(u"PanelDraft")) << "for the rest of the run";
+    EXPECT_EQ(recovery::keptSceneDrafts().size(), 2U);
 }
 
 TEST_F(OpenSceneWindow, StandsWhereTheAuthorPutTheLastWindow) {

@@ -1,0 +1,15 @@
+// What windows say about unsaved work that was kept.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace ui {
+
+/// `name` is that of the scene or video; `time` as Clock::now().
+[[nodiscard]] std::u16string draftText(const std::string& name, std::int64_t time,
+                                       bool isSavedSince);
+/// For the tool tip of the saved state; empty if `reason` is.
+[[nodiscard]] std::u16string draftProblemText(const std::string& reason);
+
+} // namespace ui
