@@ -33,6 +33,8 @@ EVENTS = {
     ("object:state-changed:checked", "OptionAddPoint", 1),
     ("object:state-changed:checked", "OptionMovePoint", 0),
     ("object:state-changed:enabled", "ButtonRemoveAction", 1),
+    ("object:state-changed:enabled", "ButtonUndo", 1),
+    ("object:property-change:accessible-name", "ButtonUndo", 0),
 }
 told = set()
 
@@ -159,9 +161,22 @@ def work_scene_windows(pid):
     Window(pid, "Open or Create Scene", "OpenScene.xml").press("ButtonLoadScene")
 
 
+def work_settings(pid, opener):
+    opener.press("ButtonMenu")
+    wait_for("the menu", lambda: any(node.getRoleName() == "popup menu" for node in opener.nodes()))
+    items = {node.name: node for node in opener.nodes() if node.getRoleName() == "menu item"}
+    expect("Settings in the menu", "Settings\u2026" in items, True)
+    press(items["Settings\u2026"])
+    window = Window(pid, "Settings", "Settings.xml")
+    wait_state(window.control("CheckKeepDrafts"), pyatspi.STATE_CHECKED)
+    window.press("ButtonSettingsClose")
+    wait_for("the end of the settings", lambda: window.find() is None)
+
+
 def work_branch_editor(pid):
     window = Window(pid, "Quorvel", "BranchList.xml")
     expect("scene", window.control("LabelScene").name, "Fire Drill Level 1")
+    work_settings(pid, window)
     row = window.rows("BranchList")[0]
     kinds = [(node.getRoleName(), node.name, node.description) for node in window.nodes(row)
              if node.getRoleName() in ("combo box", "check box")]
@@ -196,6 +211,7 @@ def work_zone_editor(pid, layout):
     wait_for("the eleventh frame", lambda: window.text("EditCurrentFrame") == "10")
     window.press("ButtonAddZone")
     wait_for("the new zone", lambda: window.text("EditZone") == "Zone 1")
+    wait_for("the step's name", lambda: window.control("ButtonUndo").name == "Undo: add zone")
     wait_state(window.control("EditTotalFrames"), pyatspi.STATE_EDITABLE, False)
     window.press("ButtonClose")
     answer(pid, "Close?", "Are you sure you want to close Zone Edit?", "ButtonYes")
