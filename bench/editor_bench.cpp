@@ -34,6 +34,7 @@ constexpr int kRounds = 15;
 constexpr int kScenes = 500;
 constexpr int kBranches = 1000;
 constexpr int kActions = 200;
+constexpr int kActionsEach = 8;
 constexpr int kZones = 300;
 constexpr const char16_t* kList = u"BranchList";
 
@@ -160,6 +161,9 @@ void measureActions(WindowDriver& driver) {
         driver.wheel({400, 400}, round % 2 == 0 ? -3 : 3);
     });
     measure("Add Action", [&](int) { driver.click(u"ButtonAddAction"); });
+    measure("Undo and redo it", [&](int round) {
+        driver.press(round % 2 == 0 ? platform::Key::z : platform::Key::y, {.control = true});
+    });
     measure("Remove Action, with its question", [&](int) {
         const int last = driver.get<toolkit::CListUI>(kList).GetCount() - 1;
         driver.click(test::inRow(driver, kList, last, u"CheckImmediate"));
@@ -167,9 +171,51 @@ void measureActions(WindowDriver& driver) {
     });
 }
 
+/// The session alone, on a scene whose actions all lead to one branch.
+void measureHistory() {
+    const auto manager = scene::SceneManager::create();
+    fillScene(*manager);
+    for (int i = 0; i < kBranches * kActionsEach; ++i) {
+        manager->addAction(i % kBranches, scene::Action::create());
+    }
+    scene::SceneSession session(manager);
+    const std::string draft = session.draftForm();
+    const auto undoAndRedo = [&](const char* undo, const char* redo) {
+        Samples times;
+        Samples again;
+        for (int round = 0; round < kRounds; ++round) {
+            auto began = Clock::now();
+            session.undo();
+            times.add(millisecondsSince(began));
+            began = Clock::now();
+            session.redo();
+            again.add(millisecondsSince(began));
+        }
+        bench::tableRow(undo, timesText(times), "", "<= 5 ms");
+        bench::tableRow(redo, timesText(again), "", "<= 5 ms");
+    };
+    bench::tableHead("History of a scene: 1,000 branches, 8,200 actions");
+    measure(
+        "record a step, and compare with the saved scene",
+        [&](int round) {
+            session.setParameter(kBranches / 2, 0, std::to_string(round));
+            static_cast<void>(session.isModified());
+        },
+        "p95 <= 1 ms");
+    session.retarget("", "New Branch 2");
+    undoAndRedo("undo a change of all targets", "redo it");
+    session.restore(draft);
+    undoAndRedo("undo the return to another version", "redo it");
+    measure(
+        "the file's bytes", [&](int) { static_cast<void>(session.savedForm()); }, "<= 5 ms");
+    measure(
+        "the text of a draft", [&](int) { static_cast<void>(session.draftForm()); }, "<= 5 ms");
+}
+
 void run() {
     const support::TempFolder folder;
     makeFiles();
+    measureHistory();
     Desk desk;
     bench::tableHead("Branch editor: 500 scenes, 1,000 branches, 200 actions, 300 zones");
     measureOpenScene(desk);
