@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -148,12 +149,15 @@ std::string SceneManager::fileText() const {
 }
 
 std::string SceneManager::fileBytes() const {
+    const std::string text = fileText();
     std::string bytes;
-    for (const char letter : fileText()) { // as core::File writes in text mode
-        bytes += letter == '\n' ? "\r" : "";
-        bytes += letter;
+    bytes.reserve(text.size() + static_cast<std::size_t>(std::ranges::count(text, '\n')));
+    std::size_t from = 0;
+    for (std::size_t to = text.find('\n'); to != std::string::npos; to = text.find('\n', from)) {
+        bytes.append(text, from, to - from).append("\r\n"); // as core::File in text mode
+        from = to + 1;
     }
-    return bytes;
+    return bytes.append(text, from);
 }
 
 std::string SceneManager::escapedText() const {
