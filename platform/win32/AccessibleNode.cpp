@@ -1,8 +1,10 @@
 #include "platform/win32/AccessibleNode.h"
 
 #include <map>
+#include <string>
 
 #include "platform/AccessibleTree.h"
+#include "platform/Geometry.h"
 #include "platform/win32/MsaaTerms.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Window.h"

@@ -1,4 +1,6 @@
 // What a screen reader may do with a node: focus, select, press, write.
+#include <string_view>
+
 #include "platform/AccessibleTree.h"
 #include "platform/Guard.h"
 #include "platform/win32/AccessibleNode.h"

@@ -1,6 +1,7 @@
 #include "platform/win32/WideText.h"
 
 #include <climits>
+#include <cstddef>
 
 #include <windows.h>
 

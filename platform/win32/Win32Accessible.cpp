@@ -4,7 +4,6 @@
 
 #include "platform/Guard.h"
 #include "platform/win32/AccessibleNode.h"
-#include "platform/win32/Win32Window.h"
 
 namespace platform::win32 {
 

@@ -1,7 +1,10 @@
 // A window's picture: a 32-bit top-down bitmap that both GDI and the raster canvas draw on.
 #pragma once
 
+#include <cstdint>
+
 #include "platform/Bitmap.h"
+#include "platform/Geometry.h"
 #include "platform/raster/PixelView.h"
 #include "platform/win32/Handles.h"
 

@@ -1,5 +1,8 @@
 #include "platform/win32/Win32Canvas.h"
 
+#include "platform/FrameBuffer.h"
+#include "platform/Geometry.h"
+#include "platform/win32/Handles.h"
 #include "platform/win32/Win32FrameBuffer.h"
 
 namespace platform::win32 {

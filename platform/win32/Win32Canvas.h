@@ -2,6 +2,7 @@
 // transparency, paths, stills and text by the raster canvas.
 #pragma once
 
+#include "platform/Color.h"
 #include "platform/raster/RasterCanvas.h"
 #include "platform/win32/Win32BackBuffer.h"
 

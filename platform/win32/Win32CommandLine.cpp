@@ -1,3 +1,5 @@
+#include <string>
+
 #include <windows.h>
 
 #include "platform/CommandLine.h"

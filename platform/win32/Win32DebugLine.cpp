@@ -1,4 +1,5 @@
 #include <exception>
+#include <string_view>
 
 #include <windows.h>
 

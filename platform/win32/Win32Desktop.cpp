@@ -5,6 +5,7 @@
 #include <shellapi.h>
 
 #include "platform/Guard.h"
+#include "platform/win32/WideText.h"
 #include "platform/win32/Win32Path.h"
 
 namespace platform::win32 {

@@ -1,6 +1,8 @@
 // The user's desktop through the shell.
 #pragma once
 
+#include <string>
+
 #include "platform/Desktop.h"
 
 namespace platform::win32 {

@@ -1,5 +1,6 @@
 #include "platform/win32/Win32EventLoop.h"
 
+#include <cstddef>
 #include <utility>
 
 #include "platform/Guard.h"

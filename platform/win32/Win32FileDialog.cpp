@@ -1,5 +1,7 @@
 #include "platform/win32/Win32FileDialog.h"
 
+#include <cstddef>
+#include <string>
 #include <vector>
 
 #include <windows.h>
@@ -7,6 +9,7 @@
 #include <commdlg.h>
 
 #include "platform/Guard.h"
+#include "platform/win32/WideText.h"
 #include "platform/win32/Win32Path.h"
 #include "platform/win32/Win32Window.h"
 

@@ -1,6 +1,8 @@
 // The common dialog for choosing files.
 #pragma once
 
+#include <optional>
+
 #include "platform/FileDialog.h"
 
 namespace platform::win32 {

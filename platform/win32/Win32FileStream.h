@@ -1,6 +1,7 @@
 // An open file: the C library's buffering over a handle that the wide calls opened.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>

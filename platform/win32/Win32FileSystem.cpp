@@ -1,11 +1,16 @@
 #include "platform/win32/Win32FileSystem.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <utility>
 
 #include <windows.h>
 
 #include "platform/Immortal.h"
 #include "platform/win32/Handles.h"
+#include "platform/win32/WideText.h"
 #include "platform/win32/Win32FileLock.h"
 #include "platform/win32/Win32FileStream.h"
 #include "platform/win32/Win32Path.h"

@@ -1,6 +1,11 @@
 // Files and folders through the wide calls.
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "platform/FileSystem.h"
 
 namespace platform::win32 {

@@ -1,6 +1,7 @@
 #include "platform/win32/Win32FontSet.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "platform/win32/WideText.h"
 

@@ -1,9 +1,12 @@
 // Fonts by handle on GDI fonts.
 #pragma once
 
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/FontSet.h"
+#include "platform/Geometry.h"
 #include "platform/win32/Handles.h"
 
 namespace platform::win32 {

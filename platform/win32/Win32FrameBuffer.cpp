@@ -1,5 +1,6 @@
 #include "platform/win32/Win32FrameBuffer.h"
 
+#include <memory>
 #include <utility>
 
 namespace platform::win32 {

@@ -1,7 +1,10 @@
 // A video picture's back buffer: a 24-bit DIB section, bottom row first, in a memory context.
 #pragma once
 
+#include <cstdint>
+
 #include "platform/FrameBuffer.h"
+#include "platform/Geometry.h"
 #include "platform/win32/Handles.h"
 
 namespace platform::win32 {

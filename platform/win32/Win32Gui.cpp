@@ -1,4 +1,7 @@
 // The Windows back end as a whole.
+#include <cstdint>
+#include <memory>
+
 #include <windows.h>
 
 #include <objbase.h>

@@ -1,6 +1,9 @@
 // Keyboard of a window: keys, typed text and the input method.
 #include "platform/win32/Win32Keys.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
 #include <utility>
 
 #include <windows.h>
@@ -8,8 +11,10 @@
 #include <imm.h>
 
 #include "platform/Composition.h"
+#include "platform/Geometry.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Window.h"
+#include "platform/win32/Win32WindowInput.h"
 
 namespace platform::win32 {
 

@@ -1,8 +1,14 @@
 // Mouse of a window: buttons, moves, the wheel, the capture and the pointer's picture.
+#include <optional>
+
 #include <windowsx.h>
 
+#include "platform/Event.h"
+#include "platform/Geometry.h"
+#include "platform/WindowParts.h"
 #include "platform/win32/Win32Keys.h"
 #include "platform/win32/Win32Window.h"
+#include "platform/win32/Win32WindowInput.h"
 
 namespace platform::win32 {
 

@@ -1,3 +1,4 @@
+#include <string>
 #include <vector>
 
 #include <windows.h>
@@ -5,6 +6,7 @@
 #include "platform/Immortal.h"
 #include "platform/Process.h"
 #include "platform/win32/Handles.h"
+#include "platform/win32/WideText.h"
 #include "platform/win32/Win32Path.h"
 
 namespace platform {

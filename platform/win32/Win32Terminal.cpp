@@ -1,3 +1,5 @@
+#include <string_view>
+
 #include "platform/Terminal.h"
 #include "platform/win32/Handles.h"
 

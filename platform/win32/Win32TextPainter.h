@@ -1,6 +1,12 @@
 // The text of a raster canvas, drawn by GDI.
 #pragma once
 
+#include <string_view>
+
+#include "platform/Canvas.h"
+#include "platform/Color.h"
+#include "platform/FontSet.h"
+#include "platform/raster/PixelView.h"
 #include "platform/raster/TextPainter.h"
 #include "platform/win32/Win32BackBuffer.h"
 

@@ -1,5 +1,6 @@
 #include "platform/win32/Win32Window.h"
 
+#include "platform/Event.h"
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Accessible.h"

@@ -6,7 +6,10 @@
 #include <optional>
 #include <string>
 
+#include "platform/Accessible.h"
+#include "platform/Geometry.h"
 #include "platform/Window.h"
+#include "platform/WindowParts.h"
 #include "platform/raster/TextPainter.h"
 #include "platform/win32/Handles.h"
 #include "platform/win32/Win32WindowInput.h"

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "platform/Guard.h"
+#include "platform/win32/Handles.h"
 #include "platform/win32/WideText.h"
 
 namespace platform::win32 {

@@ -1,6 +1,13 @@
 // Creates windows and offers what they share: monitors and the clipboard.
 #pragma once
 
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/Geometry.h"
+#include "platform/Window.h"
 #include "platform/win32/Win32Window.h"
 
 namespace platform::win32 {

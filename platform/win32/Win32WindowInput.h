@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include "platform/Geometry.h"
 #include "platform/WindowParts.h"
 
 namespace platform::win32 {

@@ -1,6 +1,7 @@
 #include "platform/win32/Win32WindowPicture.h"
 
 #include "platform/Guard.h"
+#include "platform/Window.h"
 #include "platform/win32/Win32Canvas.h"
 #include "platform/win32/Win32FrameBuffer.h"
 #include "platform/win32/Win32Window.h"

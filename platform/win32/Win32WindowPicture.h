@@ -2,6 +2,9 @@
 // request to paint is answered from it.
 #pragma once
 
+#include "platform/Bitmap.h"
+#include "platform/FrameBuffer.h"
+#include "platform/Geometry.h"
 #include "platform/WindowParts.h"
 #include "platform/raster/DirtyRegion.h"
 #include "platform/win32/Win32BackBuffer.h"

@@ -1,4 +1,6 @@
 // The window procedure: sorts messages by subject.
+#include <set>
+
 #include <windows.h>
 
 #include <imm.h>

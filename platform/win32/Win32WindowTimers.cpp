@@ -1,5 +1,6 @@
 #include "platform/win32/Win32WindowTimers.h"
 
+#include "platform/Event.h"
 #include "platform/win32/Win32Window.h"
 
 namespace platform::win32 {

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <vector>
 
+#include "platform/Window.h"
 #include "platform/testing/OpenWindows.h"
 #include "platform/win32/Win32Window.h"
 

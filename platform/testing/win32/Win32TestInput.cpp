@@ -1,13 +1,20 @@
 // Input messages for tests and guided tours, given to the window procedure as the system gives
 // them.
 #include <array>
+#include <cstddef>
+#include <memory>
+#include <string>
 #include <utility>
 
+#include "platform/Event.h"
+#include "platform/EventLoop.h"
+#include "platform/Geometry.h"
 #include "platform/Gui.h"
 #include "platform/testing/TestInput.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Keys.h"
 #include "platform/win32/Win32Window.h"
+#include "platform/win32/Win32WindowInput.h"
 
 namespace platform {
 

@@ -1,5 +1,9 @@
 // The editor's own windows as Windows sees them: classes, styles, titles, the messages with a rule
 // of their own, handles, and what a screen reader is told of every control.
+#include <cstddef>
+#include <iterator>
+#include <string>
+
 #include <windows.h>
 
 #include "platform/win32/Win32Window.h"
