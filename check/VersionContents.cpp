@@ -1,0 +1,117 @@
+// What a version holds, as lines for the author.
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "check/Differences.h"
+#include "scene/Action.h"
+#include "scene/Branch.h"
+#include "scene/BranchManager.h"
+#include "scene/SceneManager.h"
+#include "zone/Zone.h"
+#include "zone/ZoneManager.h"
+
+namespace check {
+namespace {
+
+/// A list of more lines helps nobody, and a damaged file may hold any number.
+constexpr std::size_t kMaxLines = 5000;
+constexpr std::size_t kMaxRanges = 3;
+
+std::string actionText(const scene::Action& action, int number,
+                       const std::vector<std::string>& conditions,
+                       const std::set<std::string>& branches) {
+    const auto type = static_cast<std::size_t>(action.Type());
+    std::string text = std::to_string(number + 1) + "  ";
+    text += type < conditions.size() ? conditions[type] : std::string();
+    if (!action.Parameter().empty()) {
+        text += " " + action.Parameter();
+    }
+    text += action.BranchID().empty() ? ", to no branch" : ", to " + action.BranchID();
+    if (!action.BranchID().empty() && !branches.contains(action.BranchID())) {
+        text += ", which is missing";
+    }
+    return text + (action.Immediate() ? ", immediate" : "");
+}
+
+/// "0 to 49, 60 and 2 more": the frames on which the zone has an active shape.
+std::string activeFrames(const zone::Zone& zone) {
+    std::string text;
+    std::size_t ranges = 0;
+    const auto isActive = [&zone](int frame) {
+        return zone.points(frame).has_value() && zone.isActive(frame);
+    };
+    for (int frame = 0; frame < zone.frameCount(); ++frame) {
+        if (!isActive(frame)) {
+            continue;
+        }
+        const int first = frame;
+        while (frame + 1 < zone.frameCount() && isActive(frame + 1)) {
+            ++frame;
+        }
+        if (++ranges > kMaxRanges) {
+            continue;
+        }
+        text += ranges == 1 ? "" : ", ";
+        text += std::to_string(first) + (first == frame ? "" : " to " + std::to_string(frame));
+    }
+    return ranges <= kMaxRanges ? text
+                                : text + " and " + std::to_string(ranges - kMaxRanges) + " more";
+}
+
+void cut(std::vector<Line>& lines, std::size_t all) {
+    if (all > lines.size()) {
+        lines.push_back({Line::Kind::plain, "and " + std::to_string(all - lines.size()) + " more"});
+    }
+}
+
+} // namespace
+
+std::vector<Line> contentsOf(const scene::SceneManager& scene,
+                             const std::vector<std::string>& conditions) {
+    std::vector<std::string> ids;
+    scene.branchIDs(ids);
+    const std::set<std::string> names(ids.begin(), ids.end());
+    std::vector<Line> lines;
+    std::size_t all = 0;
+    for (int i = 0; i < static_cast<int>(ids.size()); ++i) {
+        const std::shared_ptr<const scene::Branch> branch = scene.branches()->branch(i);
+        all += 1 + static_cast<std::size_t>(branch->actionCount());
+        if (lines.size() >= kMaxLines) {
+            continue;
+        }
+        lines.push_back({Line::Kind::heading,
+                         branch->ID() +
+                             (branch->Filename().empty() ? "" : ", " + branch->Filename()) +
+                             (branch->ID() == scene.FirstBranch() ? ", first branch" : "")});
+        for (int number = 0; number < branch->actionCount() && lines.size() < kMaxLines; ++number) {
+            lines.push_back({Line::Kind::plain,
+                             actionText(*branch->action(number), number, conditions, names)});
+        }
+    }
+    cut(lines, all);
+    return lines;
+}
+
+std::vector<Line> contentsOf(const zone::ZoneManager& zones) {
+    std::vector<Line> lines;
+    for (int i = 0; i < zones.zoneCount() && lines.size() < kMaxLines; ++i) {
+        const zone::Zone& zone = *zones.zone(i);
+        const std::string active = activeFrames(zone);
+        lines.push_back({Line::Kind::heading, zone.name()});
+        lines.push_back(
+            {Line::Kind::plain, std::to_string(zone.frameCount()) +
+                                    (zone.frameCount() == 1 ? " frame, " : " frames, ") +
+                                    (active.empty() ? "never active" : "active on " + active)});
+    }
+    cut(lines, static_cast<std::size_t>(zones.zoneCount()) * 2);
+    return lines;
+}
+
+} // namespace check
