@@ -10,6 +10,7 @@
 #include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/PointTools.h"
 #include "ZoneEdit/ZoneEditControls.h"
+#include "ZoneEdit/ZoneVersions.h"
 #include "ZoneEdit/ZonesLayer.h"
 #include "ZoneEdit/ZonesPresenter.h"
 #include "app/state/SharedServices.h"
@@ -27,6 +28,7 @@
 #include "toolkit/window/Notification.h"
 #include "ui/Confirmation.h"
 #include "ui/Controls.h"
+#include "ui/EarlierVersions.h"
 #include "ui/WindowContext.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
@@ -168,6 +170,8 @@ void ZoneEdit::bindCommands() {
     namespace command = ui::command;
     commands().bind(command::kSave, [this] { saveZones(); });
     commands().bind(command::kMenu, [this] { showMenu(ui::kZoneEditorMenu); });
+    commands().bind(
+        command::kEarlierVersions, [this] { showVersions(); }, [this] { return m_loaded; });
     commands().bind(command::kClose, [this] { closeEditor(); });
     commands().bind(
         command::kRemoveZone, [this] { removeZone(); },
@@ -258,6 +262,12 @@ void ZoneEdit::saveZones() {
     if (m_loaded) {
         m_header->save();
     }
+}
+
+void ZoneEdit::showVersions() {
+    m_session->endGesture();
+    ui::EarlierVersions::show(
+        context(), *this, zoneHistory(*m_session, context().state.zoneEditVideo, versionsFolder()));
 }
 
 void ZoneEdit::closeEditor() {

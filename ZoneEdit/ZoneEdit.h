@@ -70,6 +70,7 @@ private:
     void stop();
     void removeZone();
     void saveZones();
+    void showVersions();
     void closeEditor();
 
     platform::Size m_displaySize; ///< of the picture area, fixed for the window's life

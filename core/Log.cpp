@@ -59,7 +59,15 @@ void writePage(const std::string& path, const std::vector<std::string>& pieces) 
     file.close();
 }
 
+thread_local LogCollector* t_collector = nullptr;
+
 } // namespace
+
+LogCollector::LogCollector() : m_outer(std::exchange(t_collector, this)) {}
+
+LogCollector::~LogCollector() {
+    t_collector = m_outer;
+}
 
 struct Log::Holder {
     std::shared_ptr<Log> log;
@@ -147,6 +155,10 @@ void Log::Write(Level level, const char* format, ...) {
 }
 
 void Log::append(Level level, const std::string& message) {
+    if (t_collector != nullptr) {
+        t_collector->m_first = t_collector->m_first.empty() ? message : t_collector->m_first;
+        return;
+    }
     if (level == Level::error) {
         writeStandardError("Error: " + message);
     }

@@ -58,4 +58,23 @@ private:
     std::size_t m_pageBytes = 0;
 };
 
+/// While it lives, what the thread that made it logs is kept here instead: for reading files away
+/// from the main thread, whose log this leaves alone.
+class LogCollector {
+public:
+    LogCollector();
+    ~LogCollector();
+    LogCollector(const LogCollector&) = delete;
+    LogCollector& operator=(const LogCollector&) = delete;
+
+    /// The first message; empty if there was none.
+    [[nodiscard]] const std::string& first() const { return m_first; }
+
+private:
+    friend class Log;
+
+    LogCollector* m_outer;
+    std::string m_first;
+};
+
 } // namespace core

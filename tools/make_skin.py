@@ -160,9 +160,20 @@ def icon(name, size, colour, scale=1.0):
     return image
 
 
+def tab(fill, top=None):
+    """The head of a page; the chosen one is open below and has a bar on its upper edge."""
+    image = Image(16, 32)
+    if fill:
+        image.fill(path.rounded(0, 0, 16, 32, 0), LINE if top else fill)
+        image.fill(path.rounded(1, 1, 14, 31, 0), fill)
+    if top:
+        image.fill(path.rounded(0, 0, 16, 3, 0), top)
+    return image
+
+
 def buttons():
     for kind, looks, icons in (("Button", SECONDARY, ("Add", "Exit", "Close", "Zone", "Undo")),
-                               ("Primary", PRIMARY, ("Save", "Open")),
+                               ("Primary", PRIMARY, ("Save", "Open", "History")),
                                ("Danger", DANGEROUS, ("Remove",))):
         for state, look in looks.items():
             if kind != "Danger":
@@ -183,6 +194,11 @@ def tiles():
     for name in ("Previous10", "Previous", "Next", "Next10"):
         for state, look in SECONDARY.items():
             yield "Step" + name + state, button(40, 60, look, name, (12, 14))
+
+
+def tabs():
+    for state, look in (("Normal", (None,)), ("Hover", (HOT,)), ("Inactive", (WINDOW, LINE)), ("Chosen", (SURFACE, ACCENT))):
+        yield "Tab" + state, tab(*look)
 
 
 def fields():
@@ -217,13 +233,15 @@ def parts():
     for name in ("History", "Gear", "Book", "Tick"):
         for state in ("Normal", "Inactive"):
             yield "Menu" + name + state, icon(name, 16, SECONDARY[state][2])
+    for name, piece in (("With", "Add"), ("Without", "Remove"), ("Other", "Note")):
+        yield "Version" + name, icon(piece, 16, MUTED)
     yield "Question", icon("Question", 32, QUESTION)
     yield "EmptyScenes", icon("Open", 32, OFF, 2.0)
 
 
 def images():
     """Every image as (file name, Image)."""
-    for group in (buttons, tiles, fields, parts):
+    for group in (buttons, tiles, tabs, fields, parts):
         for name, image in group():
             yield name + ".png", image
 

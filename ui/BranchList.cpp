@@ -16,8 +16,10 @@
 #include "toolkit/window/Notification.h"
 #include "ui/Confirmation.h"
 #include "ui/Controls.h"
+#include "ui/EarlierVersions.h"
 #include "ui/NameList.h"
 #include "ui/SceneHints.h"
+#include "ui/VersionHistory.h"
 #include "ui/WindowContext.h"
 #include "ui/branch_editor/ActionPresenter.h"
 #include "ui/branch_editor/ActionValues.h"
@@ -124,6 +126,8 @@ void BranchList::bindCommands() {
     commands.bind(
         command::kStop, [this] { stop(); }, [this] { return canStop(); });
     commands.bind(command::kMenu, [this] { showMenu(kBranchEditorMenu); });
+    commands.bind(
+        command::kEarlierVersions, [this] { showVersions(); }, free);
     commands.bind(
         command::kAddBranch, [&parts] { parts.branches.add(); }, free);
     commands.bind(
@@ -307,6 +311,11 @@ void BranchList::save() {
     if (!m_folder.empty() && m_parts->session.branchCount() > 0) {
         m_parts->strip.showSaved(m_parts->session.save(m_folder));
     }
+}
+
+void BranchList::showVersions() {
+    EarlierVersions::show(context(), *this,
+                          sceneHistory(m_parts->session, m_parts->conditions.stored));
 }
 
 void BranchList::exitProgram() {

@@ -53,6 +53,7 @@ private:
     void bindCommands();
     void bindHistory();
     void save();
+    void showVersions();
     void exitProgram();
     [[nodiscard]] bool canStop() const;
     void stop();

@@ -10,6 +10,8 @@ namespace ui {
 [[nodiscard]] std::u16string timeText(std::int64_t time);
 /// "12 Nov", with the year unless it is this one.
 [[nodiscard]] std::u16string dateText(std::int64_t time);
+/// "Today", "Yesterday" or "18 November", with the year unless it is this one.
+[[nodiscard]] std::u16string dayText(std::int64_t time);
 /// Whether `time` is on the calendar day of now.
 [[nodiscard]] bool isToday(std::int64_t time);
 

@@ -22,6 +22,7 @@
 #include "toolkit/window/WindowImplBase.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/ConfirmationCommands.h"
+#include "ui/commands/EarlierVersionsCommands.h"
 #include "ui/commands/SettingsCommands.h"
 #include "ui/commands/StartCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
@@ -204,6 +205,9 @@ const std::string kZoneEditOrder =
     "ButtonPrevious10 ButtonPrevious EditCurrentFrame ButtonNext ButtonNext10";
 const Layout kLayouts[] = {
     {"Confirmation", "ButtonYes ButtonNo", ui::kConfirmationCommands},
+    {"EarlierVersions",
+     "ListVersions ListVersionActions ListDifferences ButtonRestoreVersion ButtonVersionsClose",
+     ui::kEarlierVersionsCommands},
     {"OpenScene",
      "ButtonDropDraft ButtonRestoreDraft SceneList ButtonNewScene ButtonMenu ButtonLoadScene "
      "ButtonExit",

@@ -1,0 +1,44 @@
+#include "ZoneEdit/ZoneVersions.h"
+
+#include <memory>
+
+#include "check/Differences.h"
+#include "core/Paths.h"
+#include "recovery/Versions.h"
+#include "zone/LoadReport.h"
+#include "zone/ZoneManager.h"
+#include "zone/ZoneSession.h"
+
+namespace zoneedit {
+namespace {
+
+ui::VersionDetails readZones(const recovery::Version& version, const zone::ZoneManager& now,
+                             zone::ZoneSession& session) {
+    const std::shared_ptr<zone::ZoneManager> zones =
+        zone::ZoneManager::createForEditing(version.base, now.frameCount, now.scale);
+    ui::VersionDetails details;
+    // Of a damaged pair, whatever can be read.
+    if (!zones ||
+        (zones->zoneCount() == 0 && zones->loadReport().problem != zone::LoadProblem::none)) {
+        return details;
+    }
+    const check::ZoneDifferences differences = check::differencesOf(*zones, now);
+    details.isReadable = true;
+    details.summary = check::summaryOf(differences);
+    details.differences = check::linesOf(differences);
+    details.contents = check::contentsOf(*zones);
+    details.restore = [zones, &session] { return session.restore(*zones); };
+    return details;
+}
+
+} // namespace
+
+ui::VersionHistory zoneHistory(zone::ZoneSession& session, const std::string& videoPath,
+                               const std::string& folder) {
+    return {core::fileName(videoPath), u"Zones", u"the zones as they are now", folder,
+            [now = session.snapshot(), &session](const recovery::Version& version) {
+                return readZones(version, *now, session);
+            }};
+}
+
+} // namespace zoneedit

@@ -1,0 +1,253 @@
+#include "ui/EarlierVersions.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/Log.h"
+#include "core/Services.h"
+#include "core/Text.h"
+#include "platform/Event.h"
+#include "platform/Gui.h"
+#include "platform/Window.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/CLabelUI.h"
+#include "toolkit/controls/CListContainerElementUI.h"
+#include "toolkit/controls/CListLabelElementUI.h"
+#include "toolkit/layout/CHorizontalLayoutUI.h"
+#include "toolkit/layout/CVerticalLayoutUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
+#include "ui/TimeTexts.h"
+#include "ui/commands/EarlierVersionsCommands.h"
+
+namespace ui {
+namespace {
+
+using check::Line;
+
+constexpr std::u16string_view kVersions = u"ListVersions";
+constexpr std::u16string_view kDifferences = u"ListDifferences";
+constexpr std::u16string_view kContents = u"ListVersionActions";
+constexpr std::u16string_view kPartsTab = u"OptionVersionActions";
+constexpr std::u16string_view kVersionLabel = u"LabelVersion";
+constexpr std::u16string_view kAboutLabel = u"LabelVersions";
+constexpr std::u16string_view kHintLabel = u"LabelHint";
+
+constexpr int kBoldFont = 5;
+constexpr int kSmallFont = 4;
+constexpr int kDayHeight = 25;
+constexpr int kVersionHeight = 44;
+constexpr int kTimeHeight = 19;
+constexpr int kSummaryHeight = 17;
+constexpr int kLineHeight = 23;
+constexpr int kIconSide = 16;
+
+std::unique_ptr<toolkit::CLabelUI> label(std::u16string_view text, int font, bool isMuted) {
+    auto label = std::make_unique<toolkit::CLabelUI>();
+    label->SetText(text);
+    label->SetFont(font);
+    label->SetAttribute(u"textcolor", isMuted ? u"#FF465362" : u"#FF1C2733");
+    label->SetAttribute(u"disabledtextcolor", u"#FF465362");
+    return label;
+}
+
+std::unique_ptr<toolkit::CControlUI> differenceRow(const Line& line) {
+    auto icon = std::make_unique<toolkit::CControlUI>();
+    icon->SetFixedWidth(kIconSide);
+    icon->SetFixedHeight(kIconSide);
+    icon->SetPadding({11, 0, 10, 0});
+    icon->SetAttribute(u"bkimage", line.kind == Line::Kind::with      ? u"file='VersionWith.png'"
+                                   : line.kind == Line::Kind::without ? u"file='VersionWithout.png'"
+                                                                      : u"file='VersionOther.png'");
+    auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
+    layout->Add(std::move(icon));
+    layout->Add(label(core::displayText(line.text), 0, false));
+    auto row = std::make_unique<toolkit::CListContainerElementUI>();
+    row->SetFixedHeight(kLineHeight);
+    row->Add(std::move(layout));
+    return row;
+}
+
+std::unique_ptr<toolkit::CControlUI> contentsRow(const Line& line) {
+    const bool isHeading = line.kind == Line::Kind::heading;
+    auto row = std::make_unique<toolkit::CListLabelElementUI>();
+    row->SetText(core::displayText(line.text));
+    row->SetFont(isHeading ? kBoldFont : 0);
+    row->SetTextPadding({isHeading ? 11 : 27, 0, 8, 0});
+    row->SetFixedHeight(kLineHeight);
+    return row;
+}
+
+} // namespace
+
+EarlierVersions::EarlierVersions(const WindowContext& context, VersionHistory history)
+    : EditorWindow(context, kEarlierVersionsCommands),
+      m_reader(context.gui.loop(), *core::services().fileSystem, std::move(history)) {
+    commands().bind(
+        command::kRestoreVersion, [this] { restore(); },
+        [this] { return m_details.restore != nullptr; });
+    commands().bind(command::kCloseVersions, [this] { Close(1); });
+}
+
+EarlierVersions::~EarlierVersions() = default;
+
+void EarlierVersions::show(const WindowContext& context, ConfirmCallback& owner,
+                           VersionHistory history) {
+    const auto window = std::make_shared<EarlierVersions>(context, std::move(history));
+    window->run(owner);
+}
+
+void EarlierVersions::run(ConfirmCallback& owner) {
+    if (!Create(owner.GetParentWindow(), u"Earlier Versions", kDialogStyle, kDialogExtendedStyle)) {
+        core::Log::get()->Error("Unable to show the earlier versions");
+        return;
+    }
+    const AskingScope asking(owner);
+    m_owner = &owner;
+    enableOwner(false);
+    CenterWindow();
+    runLoop();
+    enableOwner(true);
+}
+
+void EarlierVersions::enableOwner(bool enabled) {
+    if (platform::NativeWindow* owner = m_owner != nullptr ? m_owner->GetParentWindow() : nullptr) {
+        owner->setEnabled(enabled);
+    }
+}
+
+void EarlierVersions::Close(int code) {
+    enableOwner(true); // before the window goes, so that the keyboard returns to the editor
+    EditorWindow::Close(code);
+}
+
+bool EarlierVersions::HandleMessage(const platform::Event& event) {
+    if (event.kind == platform::EventKind::closeRequest) {
+        enableOwner(true);
+    }
+    return EditorWindow::HandleMessage(event);
+}
+
+void EarlierVersions::InitWindow() {
+    const VersionHistory& history = m_reader.history();
+    setTextOf(kAboutLabel, u"Each Save of \"" + core::displayText(history.name) +
+                               u"\" kept the version before it. What differs is told against " +
+                               history.now + u".");
+    setTextOf(kPartsTab, history.parts);
+    if (toolkit::CControlUI* list = findControl(kVersions)) {
+        GetPaintManager().SetFocus(list);
+    }
+    commands().showEnabled();
+    m_reader.readAll([this](const auto& rows) { addRows(rows); }, [this] { showEmpty(); });
+}
+
+void EarlierVersions::addRows(const std::vector<VersionReader::Row>& rows) {
+    auto* list = find<toolkit::CListUI>(kVersions);
+    if (list == nullptr) {
+        return;
+    }
+    const bool isFirst = m_versions.empty();
+    for (const VersionReader::Row& row : rows) {
+        if (const std::u16string day = dayText(row.version.saved); day != m_lastDay) {
+            addDay(*list, day);
+            m_lastDay = day;
+        }
+        addVersion(*list, row);
+    }
+    if (isFirst) {
+        list->SelectItem(1); // behind the day
+    }
+}
+
+void EarlierVersions::addDay(toolkit::CListUI& list, std::u16string_view day) {
+    auto text = label(day, kSmallFont, true);
+    text->SetTextPadding({11, 0, 8, 0});
+    auto row = std::make_unique<toolkit::CListContainerElementUI>();
+    row->SetFixedHeight(kDayHeight);
+    row->SetAttribute(u"bkcolor", u"#FFE6EBF1");
+    row->Add(std::move(text));
+    row->SetEnabled(false);
+    list.Add(std::move(row));
+    m_versions.emplace_back();
+}
+
+void EarlierVersions::addVersion(toolkit::CListUI& list, const VersionReader::Row& row) {
+    std::string summary = row.summary.empty() ? "Cannot be read" : row.summary;
+    summary += row.version.isDamaged ? ", damaged" : "";
+    auto layout = std::make_unique<toolkit::CVerticalLayoutUI>();
+    layout->SetInset({11, 4, 8, 0});
+    auto time = label(timeText(row.version.saved), kBoldFont, false);
+    time->SetFixedHeight(kTimeHeight);
+    layout->Add(std::move(time));
+    auto differences = label(core::displayText(summary), kSmallFont, true);
+    differences->SetFixedHeight(kSummaryHeight);
+    layout->Add(std::move(differences));
+    auto element = std::make_unique<toolkit::CListContainerElementUI>();
+    element->SetFixedHeight(kVersionHeight);
+    element->SetAttribute(u"bordercolor", u"#FFE6EBF1");
+    element->SetAttribute(u"bordersize", u"0,0,0,1");
+    element->Add(std::move(layout));
+    list.Add(std::move(element));
+    m_versions.emplace_back(row.version);
+}
+
+void EarlierVersions::showEmpty() {
+    for (const std::u16string_view name : {u"EmptyHeading", u"EmptyLine"}) {
+        setVisibleOf(name, m_versions.empty());
+    }
+}
+
+void EarlierVersions::OnItemSelect(toolkit::TNotifyUI& message) {
+    if (message.pSender->GetName() == kVersions) {
+        showChosen(message.wParam);
+    }
+}
+
+void EarlierVersions::OnItemActivate(toolkit::TNotifyUI& message) {
+    if (message.pSender->GetName() == kVersions) {
+        commands().run(command::kRestoreVersion);
+    }
+}
+
+void EarlierVersions::showChosen(int row) {
+    if (row < 0 || static_cast<std::size_t>(row) >= m_versions.size() ||
+        !m_versions[static_cast<std::size_t>(row)]) {
+        return;
+    }
+    const recovery::Version& version = *m_versions[static_cast<std::size_t>(row)];
+    setTextOf(kVersionLabel, dayText(version.saved) + u", " + timeText(version.saved));
+    showProblem({}, kHintLabel);
+    m_details = {};
+    commands().showEnabled();
+    m_reader.read(version, [this](const VersionDetails& details) { showDetails(details); });
+}
+
+void EarlierVersions::showDetails(const VersionDetails& details) {
+    m_details = details;
+    if (auto* list = find<toolkit::CListUI>(kContents)) {
+        list->RemoveAll();
+        for (const Line& line : details.contents) {
+            list->Add(contentsRow(line));
+        }
+    }
+    if (auto* list = find<toolkit::CListUI>(kDifferences)) {
+        list->RemoveAll();
+        for (const Line& line : details.differences) {
+            list->Add(differenceRow(line));
+        }
+    }
+    if (!details.isReadable) {
+        showProblem(u"This version cannot be read.", kHintLabel);
+    }
+    commands().showEnabled();
+}
+
+void EarlierVersions::restore() {
+    if (m_details.restore()) {
+        Close(1);
+    } else {
+        showProblem(u"This version cannot be restored here.", kHintLabel);
+    }
+}
+
+} // namespace ui

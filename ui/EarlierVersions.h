@@ -1,0 +1,62 @@
+// The window of earlier versions: lists what the saves of a scene, or of a video's zones, replaced,
+// shows how a version differs from what is edited, and brings one back as a step. It takes the
+// input of the editor that opened it. UI thread only.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "check/Differences.h"
+#include "platform/Event.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/window/Notification.h"
+#include "ui/ConfirmCallback.h"
+#include "ui/EditorWindow.h"
+#include "ui/VersionHistory.h"
+#include "ui/VersionReader.h"
+#include "ui/WindowContext.h"
+
+namespace ui {
+
+class EarlierVersions final : public EditorWindow {
+public:
+    EarlierVersions(const WindowContext& context, VersionHistory history);
+    ~EarlierVersions() override;
+
+    /// Shows the window above `owner` until it is closed.
+    static void show(const WindowContext& context, ConfirmCallback& owner, VersionHistory history);
+
+    [[nodiscard]] std::u16string GetWindowClassName() const override {
+        return u"EarlierVersionsWindow";
+    }
+    [[nodiscard]] std::string GetSkinFile() const override { return "EarlierVersions.xml"; }
+    void InitWindow() override;
+    void Close(int code = 0) override;
+    bool HandleMessage(const platform::Event& event) override;
+    void OnItemSelect(toolkit::TNotifyUI& message) override;
+    void OnItemActivate(toolkit::TNotifyUI& message) override;
+
+private:
+    void run(ConfirmCallback& owner);
+    void enableOwner(bool enabled);
+    void addRows(const std::vector<VersionReader::Row>& rows);
+    void addDay(toolkit::CListUI& list, std::u16string_view day);
+    void addVersion(toolkit::CListUI& list, const VersionReader::Row& row);
+    void showEmpty();
+    void showChosen(int row);
+    void showDetails(const VersionDetails& details);
+    void restore();
+
+    ConfirmCallback* m_owner = nullptr; ///< not owned; outlives the window's loop
+    VersionReader m_reader;
+    /// By the row of the list; days have none.
+    std::vector<std::optional<recovery::Version>> m_versions;
+    std::u16string m_lastDay;
+    VersionDetails m_details; ///< of the chosen version
+};
+
+} // namespace ui

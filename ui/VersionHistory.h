@@ -1,0 +1,40 @@
+// What the window of earlier versions needs to know about what it shows: a scene, or the zones of a
+// video. Each editor makes its own.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "check/Differences.h"
+#include "recovery/Versions.h"
+
+namespace scene {
+class SceneSession;
+}
+
+namespace ui {
+
+struct VersionDetails {
+    bool isReadable = false;
+    std::string summary; ///< how it differs from what is edited, in a few words
+    std::vector<check::Line> differences;
+    std::vector<check::Line> contents;
+    /// Makes it the contents, as one step; false when that cannot be. UI thread.
+    std::function<bool()> restore;
+};
+
+struct VersionHistory {
+    std::string name;     ///< of the scene or video
+    std::u16string parts; ///< what a version is made of: "Actions"
+    std::u16string now;   ///< what it is compared with: "the scene as it is now"
+    std::string folder;   ///< where the versions are
+    /// Any thread; logs into the log.
+    std::function<VersionDetails(const recovery::Version&)> read;
+};
+
+/// Compared with the scene as it is now. `session` outlives the history.
+[[nodiscard]] VersionHistory sceneHistory(scene::SceneSession& session,
+                                          std::vector<std::string> conditions);
+
+} // namespace ui
