@@ -267,7 +267,8 @@ Section "Uninstall"
   !insertmacro refuseWhileRuns "quorvel-inspect.exe"
   SetOutPath "$TEMP" ; a folder that is current somewhere cannot be removed
   ClearErrors
-  ; Scenes is the user's work and stays. The program first: when it cannot be removed, it stays usable.
+  ; The user's work stays: Scenes, Drafts and Backups, and Editor.ini. The program first: when it cannot be
+  ; removed, it stays usable.
   Delete "${EDITOR}\Quorvel.exe"
   !insertmacro stopIfNotRemoved
   ${If} ${FileExists} "${EDITOR}\UI\*.*"
@@ -275,6 +276,10 @@ Section "Uninstall"
   ${EndIf}
   ${If} ${FileExists} "${EDITOR}\Manual\*.*"
     RMDir /r "${EDITOR}\Manual"
+  ${EndIf}
+  ; What the program can make again.
+  ${If} ${FileExists} "${EDITOR}\Cache\*.*"
+    RMDir /r "${EDITOR}\Cache"
   ${EndIf}
   Delete "${EDITOR}\Translations.ini"
   Delete "${EDITOR}\Log.html"
