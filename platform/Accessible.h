@@ -47,6 +47,8 @@ enum class AccessibleChange {
     value,    ///< its text or choice
     state,    ///< any of AccessibleState but the focus
     children, ///< nodes below it came or went
+    news,     ///< its text is worth reading out, once nothing else is being said
+    alert,    ///< its text is worth reading out at once
 };
 
 /// A node of a window's accessibility tree. Not owned by the back end, which asks again each time

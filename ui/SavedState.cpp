@@ -41,7 +41,11 @@ void SavedState::show(const SavedFacts& facts) {
     const std::u16string text = savedStateText(facts);
     if (label != nullptr && label->GetText() != text) {
         label->SetAttribute(u"textcolor", colorOf(text));
+        const bool isNews = !label->GetText().empty(); // not while the window opens
         label->SetText(text);
+        if (isNews) {
+            label->announce(text == kNotSaved);
+        }
     }
 }
 

@@ -111,6 +111,11 @@ void QtAccessibleNodes::changed(QtSurface& surface, Accessible& node, Accessible
     case AccessibleChange::children:
         tell(QAccessible::ObjectReorder);
         break;
+    case AccessibleChange::news:
+        break; // this Qt has no announcements; the new name has been told of
+    case AccessibleChange::alert:
+        tell(QAccessible::Alert);
+        break;
     }
 }
 

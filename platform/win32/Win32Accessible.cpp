@@ -19,6 +19,10 @@ DWORD eventOf(AccessibleChange change) {
         return EVENT_OBJECT_VALUECHANGE;
     case AccessibleChange::state:
         return EVENT_OBJECT_STATECHANGE;
+    case AccessibleChange::news:
+        return EVENT_OBJECT_LIVEREGIONCHANGED;
+    case AccessibleChange::alert:
+        return EVENT_SYSTEM_ALERT;
     case AccessibleChange::children:
         break;
     }

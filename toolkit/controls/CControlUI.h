@@ -40,6 +40,9 @@ public:
     virtual void SetText(std::u16string_view text);
     [[nodiscard]] const std::u16string& GetToolTip() const { return m_toolTip; }
     void SetToolTip(std::u16string_view text) { m_toolTip = text; }
+    /// Has a screen reader read out the name, the text of a label: at once if it is urgent, else
+    /// when it has time.
+    void announce(bool urgent);
     /// The accessible name of a control without fixed text.
     void SetLabel(std::u16string_view text);
     /// Text that the program keeps with the control; never shown.

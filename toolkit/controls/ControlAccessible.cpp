@@ -15,6 +15,11 @@ void CControlUI::accessibleChanged(platform::AccessibleChange change) {
     }
 }
 
+void CControlUI::announce(bool urgent) {
+    accessibleChanged(urgent ? platform::AccessibleChange::alert
+                             : platform::AccessibleChange::news);
+}
+
 platform::AccessibleRole CControlUI::accessibleRole() const {
     // Bands and lines say nothing; only what has a name is worth a word.
     return givenName().empty() ? platform::AccessibleRole::group

@@ -128,7 +128,11 @@ void StripPresenter::showOffer(bool hasRoom) {
     if (text.empty()) {
         m_offer.reset();
     }
-    m_controls.setText(kNoticeText, text);
+    toolkit::CControlUI* label = m_controls.find(kNoticeText);
+    if (label != nullptr && label->GetText() != text) {
+        label->SetText(text);
+        label->announce(false);
+    }
     for (const std::u16string_view button : {kNoticeUndoButton, kRetargetButton}) {
         m_controls.setVisible(button, offers(button));
     }
