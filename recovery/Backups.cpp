@@ -25,12 +25,12 @@ std::string folderIn(const std::string& folder, const std::string& name) {
 
 /// Of the file's version: "-Scene.xml", or what follows the video in the name of its zone files.
 std::string_view endingOf(const std::string& path) {
-    for (const std::string_view ending : {kZoneListEnding, kZoneShapesEnding}) {
+    for (const std::string_view ending : {kZoneListVersionEnding, kZoneShapesVersionEnding}) {
         if (path.ends_with(ending)) {
             return ending;
         }
     }
-    return kSceneEnding;
+    return kSceneVersionEnding;
 }
 
 /// Whether each version has the same bytes as the file at `pathOf(file)`.

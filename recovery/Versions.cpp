@@ -19,7 +19,8 @@ namespace {
 
 using platform::FileSystem;
 
-constexpr std::array kEndings{kSceneEnding, kZoneListEnding, kZoneShapesEnding};
+constexpr std::array kEndings{kSceneVersionEnding, kZoneListVersionEnding,
+                              kZoneShapesVersionEnding};
 constexpr std::string_view kDamaged = "-damaged";
 constexpr std::size_t kStampBytes = 16; // "20261122T145203Z"
 constexpr std::int64_t kSecondsOfDay = 86'400;

@@ -17,9 +17,9 @@
 
 namespace recovery {
 
-inline constexpr std::string_view kSceneEnding = "-Scene.xml";
-inline constexpr std::string_view kZoneListEnding = "-ZoneInfo.xml";
-inline constexpr std::string_view kZoneShapesEnding = "-ZoneInfo.bin";
+inline constexpr std::string_view kSceneVersionEnding = "-Scene.xml";
+inline constexpr std::string_view kZoneListVersionEnding = "-ZoneInfo.xml";
+inline constexpr std::string_view kZoneShapesVersionEnding = "-ZoneInfo.bin";
 
 inline constexpr std::size_t kNewestKept = 20;
 inline constexpr std::int64_t kDaysKept = 30;

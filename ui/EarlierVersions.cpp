@@ -13,7 +13,6 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
-#include "toolkit/controls/CListLabelElementUI.h"
 #include "toolkit/layout/CHorizontalLayoutUI.h"
 #include "toolkit/layout/CVerticalLayoutUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -70,11 +69,11 @@ std::unique_ptr<toolkit::CControlUI> differenceRow(const Line& line) {
 
 std::unique_ptr<toolkit::CControlUI> contentsRow(const Line& line) {
     const bool isHeading = line.kind == Line::Kind::heading;
-    auto row = std::make_unique<toolkit::CListLabelElementUI>();
-    row->SetText(core::displayText(line.text));
-    row->SetFont(isHeading ? kBoldFont : 0);
-    row->SetTextPadding({isHeading ? 11 : 27, 0, 8, 0});
+    auto text = label(core::displayText(line.text), isHeading ? kBoldFont : 0, false);
+    text->SetTextPadding({isHeading ? 11 : 27, 0, 8, 0});
+    auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->SetFixedHeight(kLineHeight);
+    row->Add(std::move(text));
     return row;
 }
 

@@ -18,8 +18,8 @@ constexpr std::size_t kMaxSceneBytes = std::size_t{32} * 1024 * 1024;
 VersionDetails readScene(const recovery::Version& version, const scene::SceneManager& now,
                          const std::vector<std::string>& conditions, scene::SceneSession& session) {
     VersionDetails details;
-    const auto text =
-        core::readWholeFile(version.base + std::string(recovery::kSceneEnding), kMaxSceneBytes);
+    const auto text = core::readWholeFile(version.base + std::string(recovery::kSceneVersionEnding),
+                                          kMaxSceneBytes);
     const std::shared_ptr<scene::SceneManager> scene = scene::SceneManager::create();
     if (!text || !scene || !scene->loadText(*text)) {
         return details;

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <exception>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <iostream>
 #include <string>
@@ -21,6 +22,8 @@
 #include "app/services/Startup.h"
 #include "core/Log.h"
 #include "core/Text.h"
+#include "recovery/Backups.h"
+#include "recovery/Versions.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "tests/screenshots/Shots.h"
@@ -32,9 +35,11 @@
 #include "tools/tour/WindowPicture.h"
 #include "ui/BranchList.h"
 #include "ui/Confirmation.h"
+#include "ui/EarlierVersions.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
 #include "ui/SettingsWindow.h"
+#include "ui/VersionHistory.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
@@ -166,6 +171,39 @@ private:
             driver.press(platform::Key::tab);
         }
         shoot("BranchList-focus", *window);
+        earlierVersions();
+    }
+
+    /// As if the scene had grown from one branch, by one Save after the other.
+    void earlierVersions() {
+        scene::SceneSession& session = *m_services.sceneSession;
+        constexpr std::int64_t kFirst = 1'763'460'720; // 18 November 2025
+        constexpr std::int64_t kHours[] = {49, 46, 25, 5};
+        for (const std::int64_t hours : kHours) {
+            session.removeAction(0, 0);
+            if (hours < kHours[0]) {
+                session.removeBranch(session.branchCount() - 1);
+            }
+            recovery::Version version;
+            version.kept = version.saved = kFirst + hours * 3600;
+            const std::string path = version.baseIn(recovery::sceneVersionsFolder(kScene)) +
+                                     std::string(recovery::kSceneVersionEnding);
+            std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+            std::ofstream(path, std::ios::binary) << session.savedForm();
+        }
+        m_good = session.load(kScene) && m_good;
+        ui::EarlierVersions window(
+            context(), ui::sceneHistory(session, {"Default", "Keypress", "Zone", "Random"}));
+        open(window);
+        const test::WindowDriver driver(window);
+        const auto& list = driver.get<toolkit::CListUI>(u"ListVersions");
+        m_good = test::pumpUntil([&list] { return list.GetCount() > 5; }) && m_good;
+        driver.click(*list.GetItemAt(2));
+        m_good = test::pumpUntil(
+                     [&driver] { return driver.get(u"ButtonRestoreVersion").IsEnabled(); }) &&
+                 m_good;
+        shoot("EarlierVersions", window);
+        std::filesystem::remove_all("Backups");
     }
 
     void question(ui::BranchList& asker) {
