@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -83,6 +84,8 @@ private:
 struct PlainZone {
     std::string name;
     std::vector<std::optional<PlainShape>> frames;
+    /// Where undone shapes were shown: one made there again has its centre handle there.
+    std::map<int, platform::Point> lostCenters;
     int selected = -1;
 };
 
@@ -138,14 +141,20 @@ public:
     void setZoneName(int zone, const std::string& name) {
         this->zone(zone).name = name.substr(0, 243);
     }
-    void removeZone(int zone) { zones.erase(zones.begin() + zone); }
+    void removeZone(int zone) {
+        zones.erase(zones.begin() + zone);
+        current = std::min(zone, static_cast<int>(zones.size()) - 1);
+    }
+    void showCurrent() {
+        if (current >= 0 && shown >= 0) {
+            show(current, shown);
+        }
+    }
     void show(int zone, int frame) {
         if (held(zone, frame)) {
             held(zone, frame)->show();
         }
     }
-    void select(int zone, int handle) { this->zone(zone).selected = handle; }
-
     PlainZone& zone(int index) { return zones.begin()[index]; }
     /// Empty where the frame has no shape.
     std::optional<PlainShape>& held(int zone, int frame) {
@@ -154,11 +163,16 @@ public:
     /// Made where there is none.
     PlainShape& shape(int zone, int frame) {
         auto& found = held(zone, frame);
-        return found ? *found : found.emplace();
+        if (!found) {
+            found.emplace().center = this->zone(zone).lostCenters[frame];
+        }
+        return *found;
     }
 
     std::vector<PlainZone> zones;
     int frameCount = 0;
+    int current = -1; ///< zone
+    int shown = -1;   ///< frame
     bool progressChanges = true;
     platform::Size area;
 

@@ -1,5 +1,5 @@
-// Random calls, valid and invalid, on a manager and on a plain model of the same rules, with saves
-// and loads between them.
+// Random calls, valid and invalid, on a session and on a plain model of the same rules, with undo,
+// redo, saves and loads between them.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +12,7 @@
 #include "tests/support/Random.h"
 #include "tests/zone/PlainZones.h"
 #include "tests/zone/ZoneFixture.h"
+#include "zone/ZoneSession.h"
 
 namespace zone_tests {
 namespace {
@@ -21,12 +22,12 @@ using zone::ZoneManager;
 
 constexpr int kLowest = std::numeric_limits<int>::min();
 constexpr int kHighest = std::numeric_limits<int>::max();
-constexpr int kOperations = 12;
+constexpr int kOperations = 11;
 /// Where each operation reports a zone and a frame that are not there. With 0 for the zone it is
 /// silent, with 0 for the frame it takes none.
 constexpr int kLines[kOperations][2] = {{70, 62},   {142, 112}, {127, 0},   {78, 75},
                                         {149, 126}, {157, 136}, {164, 171}, {171, 203},
-                                        {135, 0},   {0, 1},     {0, 0},     {119, 0}};
+                                        {135, 0},   {0, 1},     {119, 0}};
 
 /// One call and what it is given.
 struct Given {
@@ -38,46 +39,31 @@ struct Given {
     std::string name;
 };
 
-/// A manager with its editing context, called as PlainZones is.
+/// A session, called as PlainZones is.
 struct EditedZones {
-    ZoneManager& zones;
-    zone::EditContext& context;
+    zone::ZoneSession& session;
 
-    bool isActive(int zone, int frame) const { return zones.isActive(zone, frame); }
+    bool isActive(int zone, int frame) const { return session.zones().isActive(zone, frame); }
     bool hitTest(int zone, int frame, int x, int y) const {
-        return zones.hitTest(context, zone, frame, x, y);
+        return session.hitTest(zone, frame, x, y);
     }
-    std::string getZoneName(int zone) const { return zones.getZoneName(zone); }
+    std::string getZoneName(int zone) const { return session.zones().getZoneName(zone); }
     void setActive(int zone, int frame, bool active) const {
-        zones.setActive(context, zone, frame, active);
+        session.setActive(zone, frame, active);
     }
-    void endMove(int zone, int frame, int x, int y) const { zones.endMove(zone, frame, x, y); }
+    void endMove(int zone, int frame, int x, int y) const { session.endMove(zone, frame, x, y); }
     void moveSelectedPoint(int zone, int frame, int x, int y) const {
-        zones.moveSelectedPoint(context, zone, frame, x, y);
+        session.moveSelectedPoint(zone, frame, x, y);
     }
-    void addPoint(int zone, int frame, int x, int y) const {
-        zones.addPoint(context, zone, frame, x, y);
-    }
+    void addPoint(int zone, int frame, int x, int y) const { session.addPoint(zone, frame, x, y); }
     void deletePoint(int zone, int frame, int x, int y) const {
-        zones.deletePoint(context, zone, frame, x, y);
+        session.deletePoint(zone, frame, x, y);
     }
-    void setZoneName(int zone, const std::string& name) const { zones.setZoneName(zone, name); }
+    void setZoneName(int zone, const std::string& name) const { session.renameZone(zone, name); }
+    void removeZone(int zone) const { session.removeZone(zone); }
     void show(int zone, int frame) const {
-        if (const auto found = zones.zone(zone)) {
-            context.zone(zone).noteShown(*found, frame);
-        }
-    }
-    void select(int zone, int handle) const {
-        if (zones.zone(zone)) {
-            context.zone(zone).selectedPoint = handle;
-        }
-    }
-    void removeZone(int zone) const {
-        const bool isThere = zones.zone(zone) != nullptr;
-        zones.removeZone(zone);
-        if (isThere) {
-            context.removeZone(zone);
-        }
+        session.chooseZone(zone);
+        session.showFrame(frame);
     }
 };
 
@@ -96,7 +82,6 @@ bool perform(Zones& m, const Given& g) {
         [&] { m.deletePoint(g.zone, g.frame, g.at.x, g.at.y); },
         [&] { m.setZoneName(g.zone, g.name); },
         [&] { m.show(g.zone, g.frame); },
-        [&] { m.select(g.zone, g.handle); }, // as a window may have kept the handle
         [&] { m.removeZone(g.zone); },
     };
     calls[g.operation]();
@@ -137,37 +122,68 @@ protected:
     }
     void begin();
     void step();
-    void saveAndLoad();
+    void noteStep();
+    void undoOrRedo();
+    void save();
     void expectEqual();
 
+    /// What the history can go back to.
+    struct State {
+        PlainZones plain;
+        std::string bytes; ///< of a save, where one was tried
+    };
+    std::string bytes() {
+        EXPECT_TRUE(m_manager->saveAs("probe"));
+        return file("probe-ZoneInfo.bin");
+    }
+    zone::ZoneEditing editing(int zone) const {
+        const auto at = static_cast<std::size_t>(zone);
+        const std::vector<zone::ZoneEditing>& all = m_session->context().zones;
+        return at < all.size() ? all[at] : zone::ZoneEditing();
+    }
+    void edit(std::shared_ptr<ZoneManager> zones) {
+        m_manager = std::move(zones);
+        m_session = std::make_unique<zone::ZoneSession>(m_manager);
+        m_plain.current = m_session->context().currentZone;
+        m_plain.shown = -1;
+        m_session->setProgressChanges(m_plain.progressChanges);
+        m_states = {{m_plain, bytes()}};
+        m_position = 0;
+    }
+
     PlainZones m_plain;
-    zone::EditContext m_context;
+    std::unique_ptr<zone::ZoneSession> m_session;
+    std::vector<State> m_states;
+    std::size_t m_position = 0;
     zone::Scale m_scale;
     support::Random m_random{2024};
 };
 
 void ZonePropertyTest::begin() {
-    m_manager = ZoneManager::createEmpty();
-    m_context = {};
+    const std::shared_ptr<ZoneManager> zones = ZoneManager::createEmpty();
     m_plain = {};
     m_plain.frameCount = 1 + m_random.below(9);
     for (int zone = 1 + m_random.below(3); zone > 0; --zone) {
-        m_manager->addZone(zone::Zone::create(m_plain.frameCount));
+        zones->addZone(zone::Zone::create(m_plain.frameCount));
         m_plain.zones.emplace_back().frames.resize(static_cast<std::size_t>(m_plain.frameCount));
     }
-    m_manager->scale =
-        zone::scaleBetween({m_random.oneOf({1280, 1024}), 720},
-                           {m_random.oneOf({1280, 1920}), m_random.oneOf({720, 1080})});
-    m_scale = m_manager->scale.value_or(zone::Scale{});
+    zones->scale = zone::scaleBetween({m_random.oneOf({1280, 1024}), 720},
+                                      {m_random.oneOf({1280, 1920}), m_random.oneOf({720, 1080})});
+    m_scale = zones->scale.value_or(zone::Scale{});
+    edit(zones);
 }
 
 /// One random call on both.
 void ZonePropertyTest::step() {
     if (m_random.below(8) == 0) {
-        m_context.progressChanges = m_plain.progressChanges = m_random.below(2) == 0;
+        m_plain.progressChanges = m_random.below(2) == 0;
+        m_session->setProgressChanges(m_plain.progressChanges);
         m_plain.area = {m_random.oneOf({1280, 20, 0}), m_random.oneOf({720, 20, -3})};
-        m_manager->videoWidth = m_plain.area.width;
-        m_manager->videoHeight = m_plain.area.height;
+        m_session->setArea(m_plain.area);
+    }
+    if (m_random.below(5) == 0) {
+        undoOrRedo();
+        return;
     }
     const Given g{m_random.below(60) == 0 ? kOperations - 1 : m_random.below(kOperations - 1),
                   m_random.nearly(m_manager->zoneCount()),
@@ -188,12 +204,53 @@ void ZonePropertyTest::step() {
         reports = m_log.newErrors(); // a move reports once, on however many frames
         reports.erase(std::unique(reports.begin(), reports.end()), reports.end());
     }
-    if (zoneLine == 0) {
-        reports.clear();
+    if (zoneLine == 0) { // shows a frame
+        if (!reports.empty()) {
+            return;
+        }
+        m_plain.current = g.zone;
+        m_plain.showCurrent();
+        m_plain.shown = g.frame;
     }
-    EditedZones edited{*m_manager, m_context};
+    EditedZones edited{*m_session};
     ASSERT_EQ(perform(edited, g), expected) << g.operation;
     ASSERT_EQ(m_log.newErrors(), reports) << g.operation;
+    noteStep();
+}
+
+void ZonePropertyTest::noteStep() {
+    m_plain.showCurrent();
+    const std::size_t position = m_session->history().position();
+    if (position > m_position) {
+        m_states.resize(position);
+        m_states.push_back({m_plain, m_random.below(4) == 0 ? bytes() : std::string()});
+        m_position = position;
+    }
+    ASSERT_EQ(m_session->history().size() + 1, m_states.size());
+}
+
+/// Names and shapes are those of that point of the history; what editing remembers is the
+/// session's own.
+void ZonePropertyTest::undoOrRedo() {
+    const bool back = m_random.below(3) > 0;
+    const std::size_t to = m_position + (back ? -std::size_t{1} : 1);
+    ASSERT_EQ((back ? m_session->undo() : m_session->redo()).has_value(), to < m_states.size());
+    if (to >= m_states.size()) {
+        return;
+    }
+    m_position = to;
+    ASSERT_TRUE(m_states[to].bytes.empty() || m_states[to].bytes == bytes());
+    m_plain.zones = m_states[to].plain.zones;
+    m_plain.current = m_session->context().currentZone;
+    for (int zone = 0; zone < m_manager->zoneCount(); ++zone) {
+        const zone::ZoneEditing editing = this->editing(zone);
+        m_plain.zone(zone).selected = editing.selectedPoint;
+        for (int frame = 0; frame < m_plain.frameCount; ++frame) {
+            auto& shape = m_plain.held(zone, frame);
+            (shape ? shape->center : m_plain.zone(zone).lostCenters[frame]) =
+                editing.centerOf(frame);
+        }
+    }
 }
 
 void ZonePropertyTest::expectEqual() {
@@ -202,7 +259,7 @@ void ZonePropertyTest::expectEqual() {
         const zone::Zone& zone = *m_manager->zone(index);
         const PlainZone& plain = m_plain.zones.begin()[index];
         ASSERT_EQ(zone.name(), plain.name);
-        const zone::ZoneEditing& editing = m_context.zone(index);
+        const zone::ZoneEditing editing = this->editing(index);
         ASSERT_EQ(editing.selectedPoint, plain.selected);
         ASSERT_EQ(zone.frameCount(), m_plain.frameCount);
         for (int frame = 0; frame < m_plain.frameCount; ++frame) {
@@ -214,16 +271,19 @@ void ZonePropertyTest::expectEqual() {
     }
 }
 
-/// Both files byte for byte; then what a load makes of them takes the place of what was saved.
-void ZonePropertyTest::saveAndLoad() {
-    m_plain.area = {m_manager->videoWidth = 1280, m_manager->videoHeight = 720};
+/// Both files byte for byte; every other time, what a load makes of them takes the place of what
+/// was saved.
+void ZonePropertyTest::save() {
+    PlainZones loaded = m_plain;
+    loaded.area = m_plain.area = {1280, 720};
+    m_session->setArea(m_plain.area);
     std::string bytes;
     Lines names;
     for (int index = 0; index < m_manager->zoneCount(); ++index) {
-        PlainZone& zone = m_plain.zone(index);
+        PlainZone& zone = loaded.zone(index);
         Lines shapes;
         for (int frame = 0; frame < m_plain.frameCount; ++frame) {
-            PlainShape& shape = m_plain.shape(index, frame);
+            PlainShape& shape = loaded.shape(index, frame);
             const Points stored = scaled(shape.points, 1.0F / m_scale.x, 1.0F / m_scale.y);
             shapes.push_back(shapeBytes(stored, shape.active ? 1 : 0));
             shape.points = scaled(stored, m_scale.x, m_scale.y);
@@ -233,28 +293,31 @@ void ZonePropertyTest::saveAndLoad() {
         bytes += zone.name.empty() ? namelessBytes(shapes) : zoneBytes(zone.name, shapes);
         names.push_back(zone.name);
         zone.selected = -1;
+        zone.lostCenters.clear();
     }
-    ASSERT_TRUE(m_manager->saveAs("clip"));
+    ASSERT_TRUE(m_session->save("clip.ogv"));
+    ASSERT_FALSE(m_session->isModified());
     ASSERT_EQ(file("clip-ZoneInfo.bin"), bytes);
     ASSERT_EQ(file("clip-ZoneInfo.xml"), infoBytes(names));
-    if (!names.empty()) { // an empty file cannot be loaded
-        m_manager = ZoneManager::create("clip", m_plain.frameCount, true, m_scale);
-        m_context.zones.clear();
-        ASSERT_TRUE(m_manager);
-        ASSERT_EQ(m_manager->videoWidth * 1000 + m_manager->videoHeight, 1280720);
-        ASSERT_EQ(m_manager->lastZoneRead, m_manager->zoneCount() - 1);
-        ASSERT_EQ(m_manager->frameCount, m_plain.frameCount);
+    if (!names.empty() && m_random.below(2) == 0) { // an empty file cannot be loaded
+        const auto zones = ZoneManager::create("clip", m_plain.frameCount, true, m_scale);
+        ASSERT_TRUE(zones);
+        ASSERT_EQ(zones->videoWidth * 1000 + zones->videoHeight, 1280720);
+        ASSERT_EQ(zones->lastZoneRead, zones->zoneCount() - 1);
+        ASSERT_EQ(zones->frameCount, m_plain.frameCount);
+        m_plain = loaded;
+        edit(zones);
     }
 }
 
-TEST_F(ZonePropertyTest, RandomCallsLeaveTheZonesAsAPlainModelOfTheirRules) {
+TEST_F(ZonePropertyTest, RandomEditsUndoneAndRedoneLeaveTheZonesAsAPlainModelOfTheirRules) {
     for (int round = 0; round < 300; ++round) {
         begin();
         testing::internal::CaptureStderr(); // a line for each invalid call
         for (int call = 1; call <= 200 && !HasFatalFailure(); ++call) {
             step();
             if (!HasFatalFailure() && call % 50 == 0) {
-                saveAndLoad();
+                save();
             }
             if (!HasFatalFailure()) {
                 expectEqual();
