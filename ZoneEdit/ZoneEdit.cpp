@@ -21,6 +21,9 @@
 #include "platform/EventLoop.h"
 #include "platform/Gui.h"
 #include "recovery/Backups.h"
+#include "recovery/DraftInfo.h"
+#include "recovery/KeptDrafts.h"
+#include "recovery/ZoneDraft.h"
 #include "scene/SceneManager.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/skin/WindowLook.h"
@@ -28,6 +31,8 @@
 #include "toolkit/window/Notification.h"
 #include "ui/Confirmation.h"
 #include "ui/Controls.h"
+#include "ui/DraftProblem.h"
+#include "ui/DraftTexts.h"
 #include "ui/EarlierVersions.h"
 #include "ui/WindowContext.h"
 #include "ui/commands/CommandSet.h"
@@ -163,7 +168,29 @@ void ZoneEdit::makeParts() {
     m_history =
         std::make_unique<HistoryPresenter>(controls, session, *m_zones, *m_frames,
                                            core::withoutExtension(context().state.zoneEditVideo));
+    m_draftProblem = std::make_unique<ui::DraftProblem>(controls, context().services.drafts.get());
+    keepDraft();
     m_changes = session.observe([this](const auto&) { commands().showEnabled(); });
+}
+
+void ZoneEdit::keepDraft() {
+    const app_state::SharedServices& services = context().services;
+    if (!m_loaded || !services.drafts || !services.sceneManager) {
+        return;
+    }
+    m_draft = std::make_unique<recovery::ZoneDraft>(
+        *m_session, *services.drafts, services.sceneManager->Name(), context().state.zoneEditVideo);
+    if (const recovery::KeptDraft* draft = m_draft->offered()) {
+        m_notice->offer(ui::draftText(draft->info.video, draft->info.time, m_draft->isSavedSince()),
+                        {kRestoreDraftButton});
+    }
+}
+
+void ZoneEdit::restoreDraft() {
+    m_notice->close();
+    if (m_draft && !m_draft->restore()) {
+        m_notice->refuse(u"The unsaved work cannot be read.");
+    }
 }
 
 void ZoneEdit::bindCommands() {
@@ -198,6 +225,7 @@ void ZoneEdit::bindHistory() {
     commands().bind(command::kNoticeUndo, [this] { m_history->undo(); });
     commands().bind(command::kOnlyThisFrame, [this] { m_session->keepToOneFrame(); });
     commands().bind(command::kOnAllFrames, [this] { m_session->extendToAllFrames(); });
+    commands().bind(command::kRestoreDraft, [this] { restoreDraft(); });
     commands().bind(command::kCloseNotice, [this] { m_notice->close(); });
 }
 

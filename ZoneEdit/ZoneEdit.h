@@ -17,6 +17,13 @@
 #include "ui/EditorWindow.h"
 #include "zone/ZoneSession.h"
 
+namespace recovery {
+class ZoneDraft;
+}
+namespace ui {
+class DraftProblem;
+}
+
 namespace zoneedit {
 
 class FlagsPresenter;
@@ -66,6 +73,10 @@ private:
     [[nodiscard]] std::string versionsFolder() const;
     void makeParts();
 
+    /// From now on; offers what was kept before.
+    void keepDraft();
+    void restoreDraft();
+
     void bindHistory();
     void stop();
     void removeZone();
@@ -86,6 +97,8 @@ private:
     std::unique_ptr<FramesPresenter> m_frames;
     std::unique_ptr<PointTools> m_tools;
     std::unique_ptr<HistoryPresenter> m_history;
+    std::unique_ptr<ui::DraftProblem> m_draftProblem;
+    std::unique_ptr<recovery::ZoneDraft> m_draft; ///< none without a video or the service for it
     edit::Subscription m_changes;
 };
 

@@ -63,9 +63,9 @@ std::string draftFilePrefix(std::uint32_t number) {
 std::vector<std::string> draftFileNames(const DraftInfo& info) {
     const std::string prefix = draftFilePrefix(info.number);
     if (info.video.empty()) {
-        return {prefix + kSceneEnding};
+        return {prefix + kDraftScene};
     }
-    return {prefix + kZoneListEnding, prefix + kZoneShapesEnding};
+    return {prefix + kDraftZoneList, prefix + kDraftZoneShapes};
 }
 
 DraftFolder::DraftFolder(std::string path, std::unique_ptr<platform::FileLock> lock)

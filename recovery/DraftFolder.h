@@ -69,9 +69,9 @@ private:
 /// What they begin with.
 [[nodiscard]] std::string draftFilePrefix(std::uint32_t number);
 /// The endings of the content of a scene, and of a video's zones.
-inline constexpr const char* kSceneEnding = "Scene.xml";
-inline constexpr const char* kZonesName = "Zones";
-inline constexpr const char* kZoneListEnding = "Zones-ZoneInfo.xml";
-inline constexpr const char* kZoneShapesEnding = "Zones-ZoneInfo.bin";
+inline constexpr const char* kDraftScene = "Scene.xml";
+inline constexpr const char* kDraftZones = "Zones";
+inline constexpr const char* kDraftZoneList = "Zones-ZoneInfo.xml";
+inline constexpr const char* kDraftZoneShapes = "Zones-ZoneInfo.bin";
 
 } // namespace recovery

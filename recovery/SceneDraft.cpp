@@ -24,7 +24,7 @@ std::string sceneFile(const std::string& name) {
 
 DraftContent contentOf(std::string text) {
     const auto shared = std::make_shared<const std::string>(std::move(text));
-    return {{kSceneEnding, [shared](core::File& file) { return file.writeString(*shared); }}};
+    return {{kDraftScene, [shared](core::File& file) { return file.writeString(*shared); }}};
 }
 
 bool isScene(const std::string& text) {

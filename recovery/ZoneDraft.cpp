@@ -22,15 +22,15 @@ std::string savedZones(const std::string& basePath) {
 }
 
 DraftContent contentOf(std::shared_ptr<const zone::ZoneManager> zones) {
-    return {{kZoneListEnding, [](core::File& file) { return file.writeString(kEmptyList); }},
-            {kZoneShapesEnding,
+    return {{kDraftZoneList, [](core::File& file) { return file.writeString(kEmptyList); }},
+            {kDraftZoneShapes,
              [zones = std::move(zones)](core::File& file) { return zones->writeZones(file); }}};
 }
 
 /// Empty if they cannot be read whole.
 std::shared_ptr<zone::ZoneManager> readZones(const KeptDraft& draft,
                                              const zone::ZoneManager& like) {
-    const std::string base = draft.folder + draftFilePrefix(draft.info.number) + kZonesName;
+    const std::string base = draft.folder + draftFilePrefix(draft.info.number) + kDraftZones;
     auto zones = zone::ZoneManager::createForEditing(base, like.frameCount, like.scale);
     const bool isWhole = zones && zones->loadReport().problem == zone::LoadProblem::none;
     return isWhole ? zones : nullptr;

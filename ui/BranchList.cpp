@@ -16,6 +16,7 @@
 #include "toolkit/window/Notification.h"
 #include "ui/Confirmation.h"
 #include "ui/Controls.h"
+#include "ui/DraftProblem.h"
 #include "ui/EarlierVersions.h"
 #include "ui/NameList.h"
 #include "ui/SceneHints.h"
@@ -63,6 +64,7 @@ struct BranchList::Parts {
                   {conditions, letters, videos.zones(), branches.names()}),
           strip(window.controls(), session),
           history(window.controls(), session, window.m_folder, branches, actions),
+          draftProblem(window.controls(), window.context().services.drafts.get()),
           adder(window.context().gui, videos, window.m_folder, window) {}
 
     scene::SceneSession& session;
@@ -73,6 +75,7 @@ struct BranchList::Parts {
     ActionPresenter actions;
     StripPresenter strip;
     HistoryPresenter history;
+    DraftProblem draftProblem;
     VideoAdder adder;
 };
 

@@ -1,4 +1,8 @@
 // Going to the zone editor and back, many times.
+#include <memory>
+#include <vector>
+
+#include "recovery/Drafts.h"
 #include "src/TheoraVideoManager.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "tests/support/ProcessFigures.h"
@@ -26,7 +30,50 @@ protected:
         m_window.reset();
         EXPECT_EQ(theora::TheoraVideoManager::getInstance(), nullptr);
     }
+
+    bool m_areDraftsKept = true;
 };
+
+TEST_F(ZoneEditVisits, OfferWhatWasLeftUnsavedAndRestoreItAsOneStep) {
+    m_services.drafts =
+        std::make_shared<recovery::Drafts>(m_gui.loop(), [this] { return m_areDraftsKept; });
+    show(30, 1);
+    drawTriangle();
+    // In whole pixels of the video, as a save stores them.
+    const std::vector<platform::Point> drawn{{100, 105}, {300, 105}, {200, 405}};
+    m_areDraftsKept = false;
+    const auto leave = [this] {
+        m_driver->clickThen(u"ButtonClose", test::answering(test::Answer::yes));
+        m_driver.reset();
+        m_window.reset();
+    };
+    leave();
+    show();
+    EXPECT_FALSE(isVisible(u"PanelNotice")) << "drafts are off";
+    addZone();
+    drawTriangle();
+    m_areDraftsKept = true;
+    leave();
+
+    show();
+    EXPECT_EQ(zones().zoneCount(), 0);
+    ASSERT_TRUE(isVisible(u"PanelNotice"));
+    EXPECT_TRUE(
+        m_driver->textOf(u"LabelNotice").starts_with(u"Unsaved work of \"clip.ogv\" from "));
+    m_driver->click(u"ButtonRestoreDraft");
+    EXPECT_EQ(points(0, 20), drawn);
+    EXPECT_FALSE(isVisible(u"PanelNotice"));
+    m_driver->press(platform::Key::z, {.control = true});
+    EXPECT_EQ(zones().zoneCount(), 0);
+    leave();
+    show();
+    m_driver->click(u"ButtonRestoreDraft");
+    m_driver->click(u"ButtonSave");
+    leave();
+    show();
+    EXPECT_FALSE(isVisible(u"PanelNotice")) << "it was saved";
+    EXPECT_EQ(points(0, 20), drawn);
+}
 
 TEST_F(ZoneEditVisits, AHundredVisitsLeaveNothingBehind) {
     makeClip(30);

@@ -5,6 +5,8 @@
 //   editing_run forever FOLDER SCENE US   saves variants 0, 1, 2, 3, 0 ... and kills itself after
 //                                         so many microseconds
 //   editing_run calls FOLDER SCENE        lets every single call to the file system fail in turn
+//   editing_run drafts US                 edits with drafts as DraftRun.h says, until it kills
+//   itself editing_run recovered                 prints what that has left
 //
 // FOLDER holds the videos to copy, video0.ogv to video3.ogv. Each save prints "KIND VARIANT" once
 // it is complete, or "refused KIND". Exit 1 when one was.
@@ -19,6 +21,7 @@
 #include "core/Services.h"
 #include "jobs/VideoImport.h"
 #include "scene/SceneManager.h"
+#include "tests/faults/DraftRun.h"
 #include "tests/faults/KillProcess.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/TempFolder.h"
@@ -89,12 +92,15 @@ bool saveAll(int variant, const std::string& from, const std::string& folder,
     return good;
 }
 
-int forever(const std::string& folder, const std::string& scene, const std::string& dieAfter) {
-    const std::chrono::microseconds time(std::stol(dieAfter));
+void dieAfter(const std::string& microseconds) {
+    const std::chrono::microseconds time(std::stol(microseconds));
     std::thread([time] {
         std::this_thread::sleep_for(time);
         faults::killThisProcess();
     }).detach();
+}
+
+int forever(const std::string& folder, const std::string& scene) {
     for (int variant = 0; saveAll(variant, folder, scene); variant = (variant + 1) % kVariants) {
     }
     std::_Exit(1); // the killer may still sleep
@@ -152,7 +158,16 @@ int main(int argc, char** argv) {
         return saveAll(std::stoi(arguments[3]), arguments[1], arguments[2]) ? 0 : 1;
     }
     if (command == "forever" && arguments.size() == 4) {
-        return forever(arguments[1], arguments[2], arguments[3]);
+        dieAfter(arguments[3]);
+        return forever(arguments[1], arguments[2]);
+    }
+    if (command == "drafts" && arguments.size() == 2) {
+        dieAfter(arguments[1]);
+        faults::editWithDrafts();
+    }
+    if (command == "recovered") {
+        faults::printRecovered();
+        return 0;
     }
     if (command == "calls" && arguments.size() == 3) {
         return failEveryCall(arguments[1], arguments[2]);

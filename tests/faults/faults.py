@@ -126,6 +126,37 @@ class Faults:
             self.lose("left over: %s" % os.listdir(scene))
         print("%d kills, %d of them inside a save" % (rounds, inside))
 
+    def drafts(self, what, rounds, meddle=None):
+        """Kills an editing run that keeps drafts. What it saw on the disk must come back; where
+        `meddle` takes the drafts away, only the run has to go on."""
+        ages = []
+        for number in range(rounds):
+            time_left = str(self.random.randrange(50000, 3000000 if self.runner else 400000))
+            with subprocess.Popen(self.command("drafts", time_left), stdout=subprocess.PIPE,
+                                  stderr=subprocess.DEVNULL, text=True,
+                                  start_new_session=True) as process:
+                while meddle and process.poll() is None:
+                    meddle()
+                try:
+                    told = process.communicate(timeout=PATIENCE)[0]
+                except subprocess.TimeoutExpired:
+                    os.killpg(process.pid, signal.SIGKILL)
+                    told = process.communicate()[0]
+            if not self.runner and process.returncode != -signal.SIGKILL:
+                self.lose("%s %d: exit %d" % (what, number, process.returncode))
+            lines = [line.split() for line in told.splitlines() if " " in line]
+            ages += [int(value) for kind, value in lines if kind == "age"]
+            found = dict(line.split() for line in self.run("recovered").stdout.splitlines())
+            for kind in ("scene", "zones"):
+                seen = max((int(value) for word, value in lines if word == kind), default=0)
+                if not meddle and seen > int(found[kind]):
+                    self.lose("%s %d: edit %d of the %s was on the disk, found %s" %
+                              (what, number, seen, kind, found[kind]))
+            self.tried += 1
+        ages = sorted(ages) or [0]
+        print("%s: %d kills; %d times seen on the disk, half within %d ms, all within %d ms" %
+              (what, rounds, len(ages), ages[len(ages) // 2], ages[-1]))
+
     def calls(self):
         result = self.run("calls", self.folder, os.path.join(self.folder, "calls", ""))
         words = result.stdout.splitlines()[-1].split()
@@ -211,12 +242,15 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         faults = Faults(options, folder)
         faults.kills(options.rounds)
+        faults.drafts("drafts", options.rounds)
         faults.calls()
         if not options.runner:
             faults.refused("file-size limit", faults.scene("limited"), preexec_fn=limit_file_size)
             faults.full_disk()
             faults.no_rights()
             faults.vanishing(max(options.rounds // 20, 2))
+            faults.drafts("vanishing drafts", max(options.rounds // 20, 2),
+                          lambda: shutil.rmtree("Drafts", ignore_errors=True))
         print("%d kills and %d faults in all: %d tried, %d lost" %
               (options.rounds, faults.tried - options.rounds, faults.tried, faults.lost))
         return 1 if faults.lost else 0

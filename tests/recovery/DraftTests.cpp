@@ -21,7 +21,7 @@ using recovery::Drafts;
 using Texts = std::vector<std::string>;
 
 recovery::DraftContent contentOf(const std::string& text) {
-    return {{recovery::kSceneEnding, [text](core::File& file) { return file.writeString(text); }}};
+    return {{recovery::kDraftScene, [text](core::File& file) { return file.writeString(text); }}};
 }
 
 /// A document that is a text, or saved.

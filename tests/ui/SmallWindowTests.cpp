@@ -99,7 +99,7 @@ TEST_F(OpenSceneWindow, OffersTheUnsavedWorkOfTheChosenSceneOrElseTheNewest) {
         recovery::Drafts drafts(test::gui().loop(), [] { return true; });
         const auto draft = drafts.open({scene, scene, {}, base}, [] {
             return recovery::DraftContent{
-                {recovery::kSceneEnding, [](core::File& file) { return file.writeString("x"); }}};
+                {recovery::kDraftScene, [](core::File& file) { return file.writeString("x"); }}};
         });
         draft->changed();
     };
