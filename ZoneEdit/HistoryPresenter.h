@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "edit/Observers.h"
 #include "ui/Controls.h"
 #include "ui/SavedState.h"
 #include "zone/ZoneSession.h"

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "edit/Observers.h"
 #include "ui/Controls.h"
 #include "zone/ZoneSession.h"
 

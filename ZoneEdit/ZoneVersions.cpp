@@ -6,6 +6,7 @@
 #include "core/Paths.h"
 #include "recovery/Versions.h"
 #include "zone/LoadReport.h"
+#include "zone/Scale.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneSession.h"
 

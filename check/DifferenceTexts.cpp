@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "check/Differences.h"
+#include "check/Finding.h"
 
 namespace check {
 namespace {

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
-#include <span>
 #include <utility>
 
 #include "scene/Action.h"

@@ -2,15 +2,17 @@
 
 #include <algorithm>
 #include <charconv>
-#include <iterator>
 #include <system_error>
 #include <utility>
 
+#include "core/File.h"
+#include "core/FileError.h"
 #include "core/Log.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/Text.h"
 #include "core/WholeFile.h"
+#include "platform/FileSystem.h"
 
 namespace core {
 namespace {

@@ -3,7 +3,6 @@
 // know, comments and sections stay as they are. Main thread only.
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -1,6 +1,8 @@
 #include "recovery/DraftFolder.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
 #include <string_view>
 #include <utility>
 

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
+#include <system_error>
 #include <utility>
 
 #include "core/Services.h"
+#include "platform/FileSystem.h"
 
 namespace recovery {
 namespace {

@@ -6,6 +6,7 @@
 
 #include "core/Log.h"
 #include "core/Services.h"
+#include "platform/Clock.h"
 #include "recovery/Places.h"
 
 namespace recovery {

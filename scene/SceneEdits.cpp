@@ -1,7 +1,18 @@
 // The edits of SceneSession: each builds its operations and runs them as one step.
 #include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "edit/History.h"
+#include "scene/Action.h"
+#include "scene/Branch.h"
+#include "scene/BranchManager.h"
+#include "scene/SceneChange.h"
+#include "scene/SceneManager.h"
+#include "scene/SceneOperations.h"
 #include "scene/SceneSession.h"
 
 namespace scene {

@@ -1,7 +1,5 @@
 #include "scene/SceneSession.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <new>
 
 #include "scene/Branch.h"

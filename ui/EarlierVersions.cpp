@@ -9,7 +9,7 @@
 #include "platform/Event.h"
 #include "platform/Gui.h"
 #include "platform/Window.h"
-#include "toolkit/controls/CContainerUI.h"
+#include "recovery/Versions.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
@@ -17,6 +17,7 @@
 #include "toolkit/layout/CVerticalLayoutUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/TimeTexts.h"
+#include "ui/commands/CommandSet.h"
 #include "ui/commands/EarlierVersionsCommands.h"
 
 namespace ui {

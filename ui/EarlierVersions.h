@@ -3,14 +3,11 @@
 // input of the editor that opened it. UI thread only.
 #pragma once
 
-#include <cstddef>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "check/Differences.h"
 #include "platform/Event.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/window/Notification.h"

@@ -1,7 +1,10 @@
 #include "ui/SavedState.h"
 
+#include <string_view>
+
 #include "core/Services.h"
 #include "platform/FileSystem.h"
+#include "toolkit/controls/CControlUI.h"
 #include "ui/TimeTexts.h"
 
 namespace ui {

@@ -1,6 +1,7 @@
 #include "zone/TrackChanges.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "zone/ShapeGeometry.h"

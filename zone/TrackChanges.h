@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/Geometry.h"
+#include "zone/ShapeTrack.h"
 #include "zone/SharedTrack.h"
 #include "zone/StepReach.h"
 

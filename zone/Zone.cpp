@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <utility>
 
 #include <tinyxml2.h>
 
@@ -10,6 +9,7 @@
 #include "core/Text.h"
 #include "zone/ShapeGeometry.h"
 #include "zone/ShapeRecord.h"
+#include "zone/StepReach.h"
 #include "zone/TrackChanges.h"
 #include "zone/ZoneXml.h"
 

@@ -12,6 +12,7 @@
 #include "edit/OneOf.h"
 #include "zone/EditContext.h"
 #include "zone/SavedContent.h"
+#include "zone/StepReach.h"
 #include "zone/TrackChanges.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"

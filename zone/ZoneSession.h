@@ -16,6 +16,7 @@
 
 #include "edit/History.h"
 #include "edit/Observers.h"
+#include "platform/Geometry.h"
 #include "zone/EditContext.h"
 #include "zone/SavedContent.h"
 #include "zone/StepReach.h"

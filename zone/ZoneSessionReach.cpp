@@ -4,7 +4,9 @@
 #include <optional>
 #include <utility>
 
+#include "platform/Geometry.h"
 #include "zone/ShapeGeometry.h"
+#include "zone/Zone.h"
 #include "zone/ZoneSession.h"
 #include "zone/ZoneShape.h"
 

@@ -1,13 +1,14 @@
 // Undo and redo in the zone editor, whether the zones are saved, and the bar over the picture.
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ZoneEdit/NoticePresenter.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "tests/support/TempFolder.h"
-#include "toolkit/controls/CComboUI.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <exception>
 #include <filesystem>
-#include <fstream>
+#include <fstream> // IWYU pragma: keep
 #include <functional>
 #include <iostream>
 #include <string>

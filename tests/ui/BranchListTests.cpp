@@ -2,7 +2,6 @@
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <utility>
 
 #include "core/Text.h"
 #include "tests/support/windows/Answering.h"

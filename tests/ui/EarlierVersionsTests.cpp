@@ -6,14 +6,13 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Text.h"
 #include "platform/EventLoop.h"
 #include "recovery/Backups.h"
-#include "recovery/Versions.h"
 #include "tests/ui/BranchListFixture.h"
-#include "toolkit/controls/CListContainerElementUI.h"
 #include "ui/EarlierVersions.h"
 #include "ui/VersionHistory.h"
 

@@ -1,9 +1,11 @@
 // Undo and redo in the branch editor, whether the scene is saved, and the strip's offers.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 

@@ -2,7 +2,10 @@
 // done before is still undone and redone exactly.
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <new>
+#include <string>
+#include <vector>
 
 #include "tests/zone/ZoneFixture.h"
 #include "zone/ZoneSession.h"

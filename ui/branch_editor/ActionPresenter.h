@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "edit/Observers.h"
+#include "scene/Action.h"
 #include "scene/SceneSession.h"
 #include "ui/Controls.h"
 #include "ui/branch_editor/ActionRows.h"

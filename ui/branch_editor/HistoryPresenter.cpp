@@ -1,10 +1,12 @@
 #include "ui/branch_editor/HistoryPresenter.h"
 
+#include "core/FileError.h"
 #include "core/Services.h"
 #include "core/Text.h"
 #include "platform/Clock.h"
 #include "scene/SceneChange.h"
 #include "scene/SceneFolders.h"
+#include "scene/SceneManager.h"
 #include "ui/branch_editor/ActionPresenter.h"
 #include "ui/branch_editor/BranchPresenter.h"
 

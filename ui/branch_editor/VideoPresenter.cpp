@@ -1,15 +1,15 @@
 #include "ui/branch_editor/VideoPresenter.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <set>
-#include <string_view>
 #include <utility>
 
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "scene/SceneChange.h"
+#include "scene/SceneManager.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListLabelElementUI.h"
