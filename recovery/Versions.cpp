@@ -22,7 +22,6 @@ using platform::FileSystem;
 constexpr std::array kEndings{kSceneVersionEnding, kZoneListVersionEnding,
                               kZoneShapesVersionEnding};
 constexpr std::string_view kDamaged = "-damaged";
-constexpr std::size_t kStampBytes = 16; // "20261122T145203Z"
 constexpr std::int64_t kSecondsOfDay = 86'400;
 constexpr std::size_t kBlockBytes = std::size_t{256} * 1024;
 

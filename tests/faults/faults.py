@@ -131,7 +131,7 @@ class Faults:
         `meddle` takes the drafts away, only the run has to go on."""
         ages = []
         for number in range(rounds):
-            time_left = str(self.random.randrange(50000, 3000000 if self.runner else 400000))
+            time_left = str(self.random.randrange(100000, 3000000 if self.runner else 600000))
             with subprocess.Popen(self.command("drafts", time_left), stdout=subprocess.PIPE,
                                   stderr=subprocess.DEVNULL, text=True,
                                   start_new_session=True) as process:
