@@ -87,8 +87,12 @@ void Backups::start(const std::vector<std::string>& paths) {
         }
     }
     m_folder = m_folderNow();
-    if (m_files.empty() || m_folder.empty()) {
+    if (m_files.empty()) {
+        return;
+    }
+    if (m_folder.empty()) {
         m_files.clear();
+        m_report.failure = {{}, "the folder of the earlier versions is unknown"};
         return;
     }
     core::createFolders(disk, m_folder);

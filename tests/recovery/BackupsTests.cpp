@@ -182,6 +182,11 @@ TEST_F(BackupsTest, AFolderThatCannotBeWrittenNeverStopsASaveAndIsSaidOnce) {
     EXPECT_FALSE(save("4", Need::must)) << "work that nobody has read would be gone";
     EXPECT_NE(m_failure, "");
     EXPECT_EQ(support::readBytes(m_path), "3");
+    m_backups = std::make_unique<recovery::Backups>([] { return std::string(); },
+                                                    [this] { return m_isWanted; });
+    EXPECT_FALSE(save("4", Need::must)) << "no folder is known";
+    m_backups =
+        std::make_unique<recovery::Backups>([] { return folder(); }, [this] { return m_isWanted; });
     // The disk is full, then folders vanish.
     std::filesystem::remove("Backups");
     m_files.setRule(
