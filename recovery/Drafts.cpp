@@ -114,10 +114,12 @@ void Draft::saved(std::string base) {
 }
 
 void Draft::restored(std::unique_ptr<DraftFolder> folder, DraftContent content) {
-    m_drafts.waitFor(*m_entry);
     m_restored = Restored{folder->info(), std::move(content)};
-    m_entry->clear(); // what it held is a step further back in the same history
-    m_entry->folder = std::move(folder);
+    auto entry = std::make_shared<Entry>();
+    entry->sceneFolder = m_entry->sceneFolder;
+    entry->folder = std::move(folder);
+    clear(); // what the old one holds is a step further back in the same history
+    m_entry = std::move(entry);
 }
 
 Drafts::Drafts(platform::EventLoop& loop, std::function<bool()> areKept)
@@ -227,7 +229,7 @@ void Drafts::run() {
 void Drafts::perform(std::unique_lock<std::mutex>& lock) {
     const std::shared_ptr<Draft::Entry> entry = std::move(m_queue.front());
     m_queue.pop_front();
-    const auto work = std::exchange(entry->next, nullptr);
+    auto work = std::exchange(entry->next, nullptr);
     entry->isQueued = false;
     entry->isRunning = true;
     lock.unlock();
@@ -237,6 +239,7 @@ void Drafts::perform(std::unique_lock<std::mutex>& lock) {
     } catch (const std::exception& error) {
         failure.reason = error.what();
     }
+    work = nullptr; // what it wrote may be large, and the UI thread must not wait for its end
     lock.lock();
     entry->isRunning = false;
     entry->failure = failure;
