@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -18,6 +19,7 @@ namespace {
 constexpr const char* kInfoName = "Draft.txt";
 constexpr const char* kLockName = "Lock";
 constexpr std::string_view kTemporaryStart = ".quorvel-saving";
+constexpr std::string_view kContentEndings[] = {kDraftScene, kDraftZoneList, kDraftZoneShapes};
 constexpr std::size_t kMaxInfoBytes = std::size_t{64} * 1024;
 constexpr int kMaxDrafts = 10000; // of one scene
 /// How often another program may remove a folder in which this one makes another.
@@ -53,7 +55,12 @@ bool createFolder(const std::string& path, int& error) {
 /// "17-Scene.xml", or what a kill left of a writing.
 bool isOfSomeWriting(std::string_view name) {
     const std::size_t digits = std::min(name.find_first_not_of("0123456789"), name.size());
-    return name.starts_with(kTemporaryStart) || (digits > 0 && name.substr(digits, 1) == "-");
+    const std::string_view rest = name.substr(digits);
+    return name.starts_with(kTemporaryStart) ||
+           (digits > 0 && std::any_of(std::begin(kContentEndings), std::end(kContentEndings),
+                                      [&](std::string_view ending) {
+                                          return rest.starts_with('-') && rest.substr(1) == ending;
+                                      }));
 }
 
 } // namespace
@@ -155,6 +162,9 @@ std::string DraftFolder::read() {
 }
 
 core::FileError DraftFolder::write(DraftInfo info, const DraftContent& content) {
+    if (m_info.number != 0) {
+        info.scene = m_info.scene; // the folder is named after it, whatever the scene is called now
+    }
     info.number = std::max(m_info.number + 1, std::uint32_t{1});
     info.sizes.clear();
     core::FileError failure;
@@ -180,6 +190,9 @@ core::FileError DraftFolder::write(DraftInfo info, const DraftContent& content) 
 }
 
 core::FileError DraftFolder::writeFile(const std::string& name, const DraftFile& file) {
+    if (int error = 0; isLink(m_path + name)) {
+        files().removeFile(m_path + name, error); // or the save would replace what it leads to
+    }
     core::SafeSave save(core::SafeSave::Failures::silent);
     if (save.open(m_path + name, "wb") && file.write(save.file()) && save.prepare() &&
         save.commit()) {

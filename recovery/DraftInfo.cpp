@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::string_view kFirstLine = "Unsaved work, format 1\n";
 constexpr std::size_t kMaxSizes = 8;
+constexpr std::int64_t kYear10000 = 253'402'300'800; // no calendar need go that far
 
 /// Printing characters as they are, so that people can read the file; a line holds any text.
 std::string escaped(std::string_view text) {
@@ -113,9 +114,9 @@ std::optional<DraftInfo> draftInfo(std::string_view text) {
                       takeLine(text, "video", value) && readText(value, info.video) &&
                       takeLine(text, "base", value) && readText(value, info.base) &&
                       takeLine(text, "time", value) && readNumber(value, info.time) &&
-                      takeLine(text, "number", value) && readNumber(value, info.number) &&
-                      takeLine(text, "sizes", value) && readSizes(value, info.sizes) &&
-                      text.empty();
+                      info.time >= 0 && info.time < kYear10000 && takeLine(text, "number", value) &&
+                      readNumber(value, info.number) && takeLine(text, "sizes", value) &&
+                      readSizes(value, info.sizes) && text.empty();
     return good ? std::optional(std::move(info)) : std::nullopt;
 }
 

@@ -131,6 +131,30 @@ TEST_F(DraftTest, RestoredStaysUntilASaveWhateverIsUndone) {
     document->draft->saved("base");
     document = nullptr;
     EXPECT_FALSE(support::exists("Drafts"));
+
+    edit(*open(), "kept");
+    document = open("Renamed since");
+    document->draft->restored(recovery::takeDraft(recovery::keptSceneDrafts().at(0).folder),
+                              contentOf("kept"));
+    edit(*document, "changed");
+    document = nullptr;
+    EXPECT_EQ(kept(), Texts{"changed"});
+}
+
+TEST_F(DraftTest, IsNotWrittenThroughALink) {
+    const auto document = open();
+    edit(*document, "first");
+    wait();
+    until([] { return isOnDisk("first"); });
+    support::writeBytes("Scene.xml", "saved");
+    std::error_code noLinksHere;
+    const std::string target = std::filesystem::absolute("Scene.xml").string();
+    const std::string folder = "Drafts/" + recovery::encodedName("Fire Drill") + "/1/";
+    std::filesystem::create_symlink(target, folder + "2-Scene.xml", noLinksHere);
+    edit(*document, "last");
+    wait();
+    until([] { return isOnDisk("last") && !isOnDisk("first"); });
+    EXPECT_EQ(support::readBytes("Scene.xml"), "saved");
 }
 
 TEST_F(DraftTest, ThatIsNoneIsIgnoredWithOneLogLineAndLeftAlone) {
@@ -146,6 +170,8 @@ TEST_F(DraftTest, ThatIsNoneIsIgnoredWithOneLogLineAndLeftAlone) {
                     good + "x",
                     replaced("number 1", "number 0"),
                     replaced("number 1", "number 99999999999"),
+                    replaced("time ", "time -"),
+                    replaced("time ", "time 9999999"),
                     replaced("sizes 4", "sizes 5"),
                     replaced("sizes 4", "sizes"),
                     replaced("sizes 4", "sizes 4 4 4 4 4 4 4 4 4 4"),
@@ -159,6 +185,7 @@ TEST_F(DraftTest, ThatIsNoneIsIgnoredWithOneLogLineAndLeftAlone) {
         support::writeBytes(path + "Draft.txt", bad[i]);
         support::writeBytes(path + "1-Scene.xml", "good");
     }
+    support::writeBytes(folder + "notes/17-notes.txt", "the author's");
     const Texts before = support::filesBelow("Drafts/");
     std::size_t links = 0;
     std::error_code error;
