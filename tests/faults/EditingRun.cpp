@@ -5,8 +5,8 @@
 //   editing_run forever FOLDER SCENE US   saves variants 0, 1, 2, 3, 0 ... and kills itself after
 //                                         so many microseconds
 //   editing_run calls FOLDER SCENE        lets every single call to the file system fail in turn
-//   editing_run drafts US                 edits with drafts as DraftRun.h says, until it kills
-//   itself editing_run recovered                 prints what that has left
+//   editing_run drafts US                 edits with drafts, and kills itself likewise
+//   editing_run recovered                 prints what that has left
 //
 // FOLDER holds the videos to copy, video0.ogv to video3.ogv. Each save prints "KIND VARIANT" once
 // it is complete, or "refused KIND". Exit 1 when one was.
