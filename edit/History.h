@@ -21,8 +21,8 @@
 //                                     return true; or change neither and return false.
 #pragma once
 
-#include <algorithm>
-#include <concepts> // IWYU pragma: keep
+#include <algorithm> // IWYU pragma: keep
+#include <concepts>  // IWYU pragma: keep
 #include <cstddef>
 #include <cstdint>
 #include <deque>

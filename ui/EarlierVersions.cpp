@@ -1,8 +1,11 @@
 #include "ui/EarlierVersions.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <memory>
 #include <utility>
 
+#include "check/Differences.h"
 #include "core/Log.h"
 #include "core/Services.h"
 #include "core/Text.h"

@@ -3,8 +3,6 @@
 // number is the name of a branch or zone.
 #pragma once
 
-#include <string>
-
 namespace faults {
 
 /// Edits and now and then saves until this process ends, whatever is left of earlier runs first.
