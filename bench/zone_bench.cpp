@@ -17,78 +17,30 @@
 
 #include <benchmark/benchmark.h>
 
+#include "bench/BareZones.h"
 #include "core/File.h"
 #include "core/Services.h"
 #include "zone/ZoneSession.h"
 
 namespace {
 
-constexpr std::size_t kZones = 10;
-constexpr int kFrames = 108'000;
-constexpr std::size_t kPoints = 8;
-constexpr std::size_t kShapeBytes = 8 + 8 * kPoints;
-constexpr std::size_t kHeadBytes = 8 + 4 + 6 + 4;
-constexpr std::size_t kZoneBytes = kHeadBytes + kShapeBytes * kFrames;
-constexpr std::size_t kCoordinateBytes = kZones * kFrames * kPoints * 8;
+using bench::BareModel;
+using bench::BareZone;
+using bench::buildImage;
+using bench::kCoordinateBytes;
+using bench::kFrames;
+using bench::kHeadBytes;
+using bench::kPoints;
+using bench::kScale;
+using bench::kShapeBytes;
+using bench::kZoneBytes;
+using bench::kZones;
+using bench::makeBareModel;
+using bench::scaled;
+
 constexpr const char* kBase = "zone_bench";
 constexpr const char* kBinary = "zone_bench-ZoneInfo.bin";
 constexpr const char* kFloorFile = "zone_bench-floor.bin";
-constexpr float kScale = 1280.0F / 1920.0F;
-
-std::int32_t scaled(std::int32_t value, float factor) {
-    const float result = static_cast<float>(value) * factor + 0.5F;
-    return static_cast<std::int32_t>(result);
-}
-
-/// One zone as the floor keeps it.
-struct BareZone {
-    std::unique_ptr<std::int32_t[]> coordinates =
-        std::make_unique_for_overwrite<std::int32_t[]>(2 * kPoints * kFrames);
-    std::unique_ptr<std::uint8_t[]> active =
-        std::make_unique_for_overwrite<std::uint8_t[]>(kFrames);
-};
-using BareModel = std::vector<BareZone>;
-
-BareModel makeBareModel() {
-    BareModel model(kZones);
-    for (BareZone& zone : model) {
-        for (std::size_t frame = 0; frame < kFrames; ++frame) {
-            zone.active[frame] = 1;
-            for (std::size_t i = 0; i < 2 * kPoints; ++i) {
-                zone.coordinates[2 * kPoints * frame + i] =
-                    static_cast<std::int32_t>((frame + i * 37) % 700);
-            }
-        }
-    }
-    return model;
-}
-
-std::unique_ptr<std::uint8_t[]> buildImage(const BareModel& model) {
-    constexpr float kInverse = 1.0F / kScale;
-    auto image = std::make_unique_for_overwrite<std::uint8_t[]>(kZones * kZoneBytes);
-    std::uint8_t* to = image.get();
-    for (const BareZone& zone : model) {
-        const std::uint32_t head[3] = {zone::kZoneTag, kZoneBytes - 8, 6};
-        const std::uint32_t count = kFrames;
-        std::memcpy(to, head, 12);
-        std::memcpy(to + 12, "Zone1", 6);
-        std::memcpy(to + 18, &count, 4);
-        to += kHeadBytes;
-        const std::int32_t* from = zone.coordinates.get();
-        for (std::size_t frame = 0; frame < kFrames; ++frame) {
-            const std::uint32_t shape[2] = {kShapeBytes, zone.active[frame]};
-            std::int32_t points[2 * kPoints];
-            for (std::size_t i = 0; i < 2 * kPoints; ++i) {
-                points[i] = scaled(from[i], kInverse);
-            }
-            std::memcpy(to, shape, 8);
-            std::memcpy(to + 8, points, sizeof points);
-            to += kShapeBytes;
-            from += 2 * kPoints;
-        }
-    }
-    return image;
-}
 
 BareModel parseImage(const std::uint8_t* from) {
     BareModel model(kZones);
@@ -245,6 +197,18 @@ void deletePoint(benchmark::State& state) {
     }
 }
 
+/// An earlier version of the zones.
+const std::shared_ptr<zone::ZoneManager>& version() {
+    static const auto zones = [] {
+        auto loaded = zone::ZoneManager::create(kBase, kFrames, true,
+                                                zone::scaleBetween({1280, 720}, {1920, 1080}));
+        zone::EditContext context;
+        loaded->setActive(context, static_cast<int>(kZones) - 1, kFrames - 1, false);
+        return loaded;
+    }();
+    return zones;
+}
+
 /// The kinds of steps on a whole zone, and the operation for each.
 struct Step {
     const char* what;
@@ -267,6 +231,7 @@ constexpr Step kSteps[] = {
     {"add a point", [](zone::ZoneSession& session) { session.addPoint(0, 5, 1200, 700); }},
     {"delete a point", [](zone::ZoneSession& session) { session.deletePoint(0, 5, 1200, 700); }},
     {"active", [](zone::ZoneSession& session) { session.setActive(0, 0, false); }},
+    {"return to another version", [](zone::ZoneSession& session) { session.restore(*version()); }},
 };
 
 /// Which of the three is timed: do and record, undo, or redo.

@@ -1,6 +1,8 @@
 #include "zone/SavedContent.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 
 #include "zone/Scale.h"
@@ -11,6 +13,10 @@ namespace zone {
 
 void SavedContent::noteSaved(const ZoneManager& zones) {
     m_saved = zones.snapshot();
+    m_alike.clear();
+    for (int index = 0; index < m_saved->zoneCount(); ++index) {
+        m_alike.push_back(m_saved->zone(index)->shapesId());
+    }
 }
 
 bool SavedContent::differs(const ZoneManager& zones) const {
@@ -30,10 +36,17 @@ bool SavedContent::differs(const ZoneManager& zones, int first, int frame, int e
         if (now.name() != saved.name() || now.frameCount() != saved.frameCount()) {
             return true;
         }
+        std::uint64_t& alike = m_alike[static_cast<std::size_t>(index)];
+        if (now.shapesId() == alike || now.shapesId() == saved.shapesId()) {
+            continue;
+        }
         if (const std::optional<int> found = now.firstDifference(saved, scale, frame)) {
             m_zone = index;
             m_frame = *found;
             return true;
+        }
+        if (frame == 0) {
+            alike = now.shapesId();
         }
     }
     return false;

@@ -1,10 +1,13 @@
 // Whether a save would now write other bytes than right after opening or after the last good save.
 // The content decides, however it came about: it is compared with a snapshot. The answer is "yes"
 // at once while what differed before still does, so that it can be asked after every move of a
-// drag. UI thread only.
+// drag; and zones that were found alike are compared again only when their shapes change. UI thread
+// only.
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace zone {
 
@@ -21,6 +24,8 @@ private:
     [[nodiscard]] bool differs(const ZoneManager& zones, int first, int frame, int end) const;
 
     std::shared_ptr<const ZoneManager> m_saved;
+    /// By zone: the shapes that were found to be stored like the saved ones last.
+    mutable std::vector<std::uint64_t> m_alike;
     // Where the last difference of a shape was found.
     mutable int m_zone = 0;
     mutable int m_frame = 0;

@@ -103,6 +103,8 @@ public:
     /// asked again from the frame found before.
     [[nodiscard]] std::optional<int> firstDifference(const Zone& other, Scale scale,
                                                      int from = 0) const;
+    /// Zones with the same number have the same shapes; after a change it is another one.
+    [[nodiscard]] std::uint64_t shapesId() const { return m_track.contentId(); }
     /// Roughly what the zone takes in memory.
     [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_track->bytes(); }
     /// Makes sure that the next change need not copy shapes that a copy of the zone shares.
