@@ -147,6 +147,42 @@ TEST_F(ZoneEditUndo, TheStateSaysWhetherTheZonesAreSaved) {
     EXPECT_TRUE(state().starts_with(u"Saved ")) << "the file's time";
 }
 
+TEST_F(ZoneEditUndo, AnEarlierVersionIsOpenedByTheMenuAndRestoredAsAStep) {
+    show(kFrames, 1);
+    m_driver->enter(u"EditZone", u"Door");
+    drawTriangle();
+    m_driver->click(u"ButtonSave");
+    m_driver->drag({at(100, 100), at(150, 120)});
+    addZone();
+    m_driver->click(u"ButtonSave");
+    const auto now = allPoints();
+    m_driver->click(u"ButtonMenu");
+    EXPECT_EQ(test::menuOf(*m_driver),
+              (Texts{u"Earlier Versions…", u"-", u"Settings…", u"Manual"}));
+    m_driver->press(Key::home);
+    inWindow("EarlierVersions.xml", [](const test::WindowDriver& versions) {
+        EXPECT_TRUE(
+            test::pumpUntil([&] { return versions.get(u"ButtonRestoreVersion").IsEnabled(); }));
+        const auto& list = versions.get<toolkit::CListUI>(u"ListVersions");
+        EXPECT_EQ(list.GetCount(), 2) << "a day and its version";
+        EXPECT_TRUE(list.GetItemAt(1)->accessibleName().ends_with(
+            u", 1 zone fewer, zone Door: frames 0 to 19"));
+        versions.click(u"ButtonRestoreVersion");
+    });
+    m_driver->press(Key::enter);
+    EXPECT_EQ(zones().zoneCount(), 1);
+    // In whole pixels of the video, as a save stores them.
+    EXPECT_EQ(points(0, 7), (std::vector<Point>{{100, 105}, {300, 105}, {200, 405}}));
+    EXPECT_EQ(state(), u"Modified") << "only Save writes";
+    EXPECT_EQ(m_driver->get(u"ButtonUndo").GetToolTip(), u"Undo: restore version (Ctrl+Z)");
+    undo();
+    EXPECT_EQ(zones().zoneCount(), 2);
+    EXPECT_EQ(allPoints(), now);
+    EXPECT_TRUE(state().starts_with(u"Saved "));
+    addZone();
+    EXPECT_EQ(zones().zoneCount(), 3) << "the editor works again";
+}
+
 TEST_F(ZoneEditUndo, AChangeOverOtherShapesOffersTwoWaysBack) {
     followTriangle();
     const auto before = allPoints();

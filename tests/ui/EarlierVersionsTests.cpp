@@ -132,13 +132,7 @@ TEST_F(VersionsOfTheEditor, AreOpenedByTheMenuAndRestoredAsAStep) {
     m_driver->click(u"ButtonMenu");
     m_driver->press(Key::home);
     std::u16string summary;
-    // In the window's own loop, once it runs.
-    const std::function<void()> restore = [&] {
-        if (test::topWindow().GetSkinFile() != "EarlierVersions.xml") {
-            context().gui.loop().post(restore);
-            return;
-        }
-        test::WindowDriver versions(test::topWindow());
+    inWindow("EarlierVersions.xml", [&](const test::WindowDriver& versions) {
         EXPECT_TRUE(
             test::pumpUntil([&] { return versions.get(u"ButtonRestoreVersion").IsEnabled(); }));
         summary = versions.get<toolkit::CListUI>(u"ListVersions").GetItemAt(1)->accessibleName();
@@ -146,8 +140,7 @@ TEST_F(VersionsOfTheEditor, AreOpenedByTheMenuAndRestoredAsAStep) {
         test::pump();
         EXPECT_FALSE(isClosed(*m_window)) << "the versions have to end first";
         versions.press(Key::enter); // on the list
-    };
-    context().gui.loop().post(restore);
+    });
     m_driver->press(Key::enter);
     EXPECT_TRUE(summary.ends_with(u"1 branch fewer")) << core::storedText(summary);
     EXPECT_EQ(test::itemsOf(combo(u"ComboBranchName")), Texts{u"Alarm"});

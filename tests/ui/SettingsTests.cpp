@@ -9,27 +9,14 @@
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/support/windows/EditorTest.h"
 #include "tests/ui/BranchListFixture.h"
-#include "toolkit/controls/CMenuUI.h"
-#include "toolkit/controls/MenuPopup.h"
 #include "ui/OpenScene.h"
 
 namespace {
 
 using platform::Key;
 using test::isChecked;
+using test::menuOf;
 using test::Texts;
-
-/// The texts of the open menu's rows, "-" for a line; empty while none is open.
-Texts menuOf(const test::WindowDriver& driver) {
-    Texts texts;
-    if (const toolkit::CMenuUI* menu = toolkit::MenuPopup::of(driver.manager()).menu()) {
-        for (int row = 0; row < menu->GetCount(); ++row) {
-            const std::u16string text = menu->GetItemAt(row)->GetText();
-            texts.push_back(text.empty() ? u"-" : text);
-        }
-    }
-    return texts;
-}
 
 class OpenSceneMenu : public test::WindowTest<ui::OpenScene> {};
 class BranchEditorMenu : public test::BranchEditorTest {

@@ -5,7 +5,9 @@
 
 #include "core/EditorSettings.h"
 #include "core/Translations.h"
+#include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/COptionUI.h"
+#include "toolkit/controls/MenuPopup.h"
 
 namespace test {
 
@@ -21,6 +23,17 @@ bool isChecked(const WindowDriver& driver, std::u16string_view name) {
     return driver.get<toolkit::COptionUI>(name).IsSelected();
 }
 
+std::vector<std::u16string> menuOf(const WindowDriver& driver) {
+    std::vector<std::u16string> texts;
+    if (const toolkit::CMenuUI* menu = toolkit::MenuPopup::of(driver.manager()).menu()) {
+        for (int row = 0; row < menu->GetCount(); ++row) {
+            const std::u16string text = menu->GetItemAt(row)->GetText();
+            texts.push_back(text.empty() ? u"-" : text);
+        }
+    }
+    return texts;
+}
+
 void copySkin() {
     const std::filesystem::path data(QUORVEL_DATA_FOLDER);
     std::filesystem::copy(data / "UI", "UI", std::filesystem::copy_options::recursive);
@@ -33,6 +46,17 @@ EditorTest::EditorTest() {
     m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
     m_services.sceneManager = scene::SceneManager::create();
     m_services.sceneSession = scene::SceneSession::create(m_services.sceneManager);
+}
+
+void EditorTest::inWindow(const std::string& layout,
+                          const std::function<void(const WindowDriver&)>& act) {
+    m_gui.loop().post([this, layout, act] {
+        if (topWindow().GetSkinFile() == layout) {
+            act(WindowDriver(topWindow()));
+        } else {
+            inWindow(layout, act);
+        }
+    });
 }
 
 EditorTest::~EditorTest() {

@@ -2,6 +2,7 @@
 // and the editor's windows on a headless screen.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -31,6 +32,9 @@ template <class T = toolkit::CControlUI>
                        std::u16string_view name) {
     return driver.getIn<T>(*driver.get<toolkit::CListUI>(list).GetItemAt(row), name);
 }
+
+/// The texts of the open menu's rows, "-" for a line; empty while none is open.
+[[nodiscard]] std::vector<std::u16string> menuOf(const WindowDriver& driver);
 
 /// Puts the skin and the texts into the working directory.
 void copySkin();
@@ -64,6 +68,8 @@ protected:
     [[nodiscard]] static bool isClosed(const ui::EditorWindow& window) {
         return window.GetNative() == nullptr || window.IsClosing();
     }
+    /// Runs `act` in the loop of the next window with this layout, once it is on top.
+    void inWindow(const std::string& layout, const std::function<void(const WindowDriver&)>& act);
     /// Runs the loop that a window closed outside of any loop has already asked to end.
     static void forgetQuit();
     /// The folder of a scene below the test's folder, as the editor spells it.
