@@ -1,11 +1,17 @@
 // Going to the zone editor and back, many times.
+#include <algorithm>
+#include <filesystem>
 #include <memory>
+#include <string>
 #include <vector>
 
+#include "core/Services.h"
 #include "recovery/Drafts.h"
 #include "src/TheoraVideoManager.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "tests/support/FixedClock.h"
 #include "tests/support/ProcessFigures.h"
+#include "tests/support/TempFolder.h"
 #include "tests/support/windows/Answering.h"
 
 namespace {
@@ -73,6 +79,41 @@ TEST_F(ZoneEditVisits, OfferWhatWasLeftUnsavedAndRestoreItAsOneStep) {
     show();
     EXPECT_FALSE(isVisible(u"PanelNotice")) << "it was saved";
     EXPECT_EQ(points(0, 20), drawn);
+}
+
+TEST_F(ZoneEditVisits, SayWhyUnsavedWorkCannotBeKeptUntilItCan) {
+    support::FixedClock clock;
+    const core::ServicesOverride fixed(
+        {core::services().fileSystem, &clock, core::services().process});
+    m_services.drafts = std::make_shared<recovery::Drafts>(m_gui.loop(), [] { return true; });
+    support::writeBytes("Drafts", "a file in the place of the folder");
+    show(30, 1);
+    const auto tip = [this] { return m_driver->get(u"LabelState").GetToolTip(); };
+    EXPECT_EQ(tip(), u"");
+    const auto failures = [this] {
+        const std::vector<std::string> lines = m_log.errors();
+        return std::count_if(lines.begin(), lines.end(), [](const std::string& line) {
+            return line.starts_with("Unable to keep unsaved work: ");
+        });
+    };
+    for (int edit = 0; edit < 2; ++edit) {
+        drawTriangle();
+        clock.passed += recovery::Drafts::kRetryDelay.count();
+        EXPECT_TRUE(test::pumpUntil([&] { return !tip().empty(); }));
+        EXPECT_TRUE(tip().starts_with(u"Unsaved work cannot be kept as a draft: "));
+        EXPECT_EQ(failures(), 1);
+        m_driver->click(u"ButtonSave");
+        EXPECT_TRUE(m_driver->textOf(u"LabelState").starts_with(u"Saved "));
+        EXPECT_TRUE(test::pumpUntil([&] { return tip().empty(); })) << "nothing is unsaved";
+    }
+    std::filesystem::remove("Drafts");
+    addZone();
+    clock.passed += recovery::Drafts::kRetryDelay.count();
+    EXPECT_TRUE(test::pumpUntil([] { return support::exists("Drafts"); }));
+    EXPECT_EQ(tip(), u"");
+    m_driver.reset();
+    m_window.reset();
+    m_services.drafts.reset(); // its thread asks the clock
 }
 
 TEST_F(ZoneEditVisits, AHundredVisitsLeaveNothingBehind) {
