@@ -126,4 +126,41 @@ TEST_F(Program, LeavesTheFilesThatAPlayerReads) {
     EXPECT_EQ(m_log.errors(), Lines{});
 }
 
+TEST_F(Program, UnsavedWorkComesBackInTheNextRunAndGoesWithTheSave) {
+    constexpr const char16_t* kOpenScene = u"OpenSceneWindow";
+    constexpr const char16_t* kBranches = u"QuorvelWindow";
+    const auto isKept = [] {
+        return support::exists("Drafts") && !support::filesBelow("Drafts").empty();
+    };
+    const auto click = [](tour::Script& script, const char16_t* window, const char16_t* control) {
+        script.on(window, [&script, control] { script.click(control); });
+    };
+    const auto leave = [&](tour::Script& script) {
+        click(script, kBranches, u"ButtonExit");
+        click(script, u"ConfirmationWindow", u"ButtonYes");
+    };
+    const std::string saved = readBytes(kFolder + "Scene.xml");
+    tour::Script first("./");
+    click(first, kOpenScene, u"ButtonLoadScene");
+    click(first, kBranches, u"ButtonAddBranch");
+    leave(first);
+    EXPECT_EQ(run("", first), 0);
+    EXPECT_EQ(readBytes(kFolder + "Scene.xml"), saved);
+    EXPECT_TRUE(isKept());
+
+    tour::Script second("./");
+    click(second, kOpenScene, u"ButtonRestoreDraft");
+    second.on(kBranches, [&] {
+        EXPECT_EQ(second.get<toolkit::CControlUI>(u"LabelState").GetText(), u"Modified");
+        EXPECT_EQ(second.get<toolkit::CControlUI>(u"EditBranchName").GetText(), u"New Branch 2");
+        EXPECT_TRUE(isKept()) << "until it is saved";
+        second.click(u"ButtonSave");
+    });
+    leave(second);
+    EXPECT_EQ(run("", second), 0);
+    EXPECT_NE(readBytes(kFolder + "Scene.xml").find("<ID>New Branch 2</ID>"), std::string::npos);
+    EXPECT_FALSE(isKept());
+    EXPECT_EQ(m_log.errors(), Lines{});
+}
+
 } // namespace
