@@ -111,10 +111,12 @@ std::string Backups::freeBase(std::int64_t saved) const {
     version.saved = saved <= 0 ? now : std::min(saved, now);
     version.isDamaged = m_must;
     const VersionList there = listVersions(*core::services().fileSystem, m_folder);
-    for (const Version& other : there.versions) {
-        if (other.kept == now) {
-            version.number = std::max(version.number, other.number + 1);
-        }
+    // Behind the newest even if the clock has been set back: older ones go first.
+    if (!there.versions.empty() && there.versions.front().kept >= now) {
+        const Version& newest = there.versions.front();
+        const bool isLast = newest.number >= kMaxVersionNumber;
+        version.kept = newest.kept + (isLast ? 1 : 0);
+        version.number = isLast ? 0 : newest.number + 1;
     }
     return version.baseIn(m_folder);
 }

@@ -25,9 +25,12 @@ inline constexpr std::size_t kNewestKept = 20;
 inline constexpr std::int64_t kDaysKept = 30;
 inline constexpr std::uint64_t kMaxBackupBytes = std::uint64_t{1} << 30U;
 
+/// The highest that a name has room for.
+inline constexpr int kMaxVersionNumber = 9999;
+
 struct Version {
     std::string base;       ///< the path of its files up to their endings
-    std::int64_t kept = 0;  ///< when a save replaced it, as Clock::now()
+    std::int64_t kept = 0;  ///< when a save replaced it, as Clock::now(); never decreases
     int number = 0;         ///< tells apart what was kept in the same second
     std::int64_t saved = 0; ///< when it had been saved
     bool isDamaged = false; ///< files that could not be read whole

@@ -234,6 +234,18 @@ TEST_F(BackupsTest, TheNewestTwentyAndTheFirstOfEachDayStay) {
     EXPECT_EQ(kept, expected);
 }
 
+TEST_F(BackupsTest, TheNewestStayTheNewestWhenTheClockGoesBack) {
+    support::writeBytes(m_path, "0");
+    for (int number = 1; number <= 30; ++number) {
+        m_clock.time -= number == 25 ? 5 * kDay : 0;
+        EXPECT_TRUE(save(std::to_string(number)));
+    }
+    ASSERT_GE(texts().size(), recovery::kNewestKept);
+    for (int newer = 0; newer < static_cast<int>(recovery::kNewestKept); ++newer) {
+        EXPECT_EQ(texts()[static_cast<std::size_t>(newer)], std::to_string(29 - newer));
+    }
+}
+
 TEST_F(BackupsTest, TheOldestGoWhenAllTogetherTakeTooMuch) {
     const std::string zones = recovery::zoneVersionsFolder("Other", "clip");
     add(folder(), 1000, 40);
