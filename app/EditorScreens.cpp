@@ -76,8 +76,10 @@ bool EditorScreens::loadChosenScene() {
     if (!session || !m_sceneDraft) {
         return session && session->load("");
     }
-    return draft.empty() ? m_sceneDraft->load(session->scene().Name())
-                         : m_sceneDraft->restore(draft);
+    const bool good =
+        draft.empty() ? m_sceneDraft->load(session->scene().Name()) : m_sceneDraft->restore(draft);
+    m_context.state.unreadableDraft = good ? std::string() : draft;
+    return good;
 }
 
 } // namespace app

@@ -17,7 +17,10 @@ constexpr std::u16string_view kLabel = u"LabelDraft";
 } // namespace
 
 DraftBar::DraftBar(const Controls& controls, app_state::ScreenState& state)
-    : m_controls(controls), m_state(state), m_drafts(recovery::keptSceneDrafts()) {}
+    : m_controls(controls), m_state(state), m_drafts(recovery::keptSceneDrafts()) {
+    std::erase_if(m_drafts,
+                  [&](const auto& draft) { return draft.folder == m_state.unreadableDraft; });
+}
 
 void DraftBar::show(const std::string& scene) {
     const auto own = std::find_if(m_drafts.begin(), m_drafts.end(),

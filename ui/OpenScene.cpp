@@ -88,6 +88,10 @@ void OpenScene::fillList() {
 
 void OpenScene::showFailedLoad() {
     const auto& manager = context().services.sceneManager;
+    if (!context().state.unreadableDraft.empty()) {
+        showProblem(u"The unsaved work cannot be read.", kHint);
+        return;
+    }
     if (!manager || !manager->loadFailed()) {
         return;
     }

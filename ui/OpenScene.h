@@ -30,7 +30,7 @@ public:
 
 private:
     void fillList();
-    /// Why this window is back although a scene was chosen.
+    /// Why this window is back although a scene or unsaved work was chosen.
     void showFailedLoad();
     void addRow(toolkit::CContainerUI& list, const std::string& name);
     /// As stored; empty for none.

@@ -33,6 +33,9 @@ struct ScreenState {
     std::string zoneEditVideo;
     /// The folder of the draft that the open scene window asks to restore; empty: none.
     std::string draftToRestore;
+    /// The folder of the draft that the author chose last, if it could not be restored: it is not
+    /// offered. Empty otherwise.
+    std::string unreadableDraft;
     /// The author does not want to see drafts offered in this run.
     bool draftsHidden = false;
     /// Where the author put the last window; empty while none has been moved: windows are centred.

@@ -124,6 +124,11 @@ TEST_F(OpenSceneWindow, OffersTheUnsavedWorkOfTheChosenSceneOrElseTheNewest) {
     EXPECT_EQ(scene().Name(), "Fire");
     EXPECT_EQ(m_state.draftToRestore, recovery::keptSceneDrafts().at(1).folder);
 
+    m_state.unreadableDraft = recovery::keptSceneDrafts().at(1).folder;
+    show().click(test::inRow(*m_driver, u"SceneList", 1, u"ListItem"));
+    EXPECT_EQ(m_driver->textOf(u"LabelProblem"), u"The unsaved work cannot be read.");
+    EXPECT_EQ(offered(), u"Unsaved work of \"New\" from today, 22:14, was kept.");
+
     clock.time += 86400;
     show();
     EXPECT_EQ(offered(), u"Unsaved work of \"New\" from 14 Nov, 22:14, was kept.");
