@@ -238,6 +238,15 @@ TEST_F(Undo, ARenameOffersToUpdateWhatNamesTheBranch) {
     rename(u"Stairs");
     EXPECT_EQ(offer(), u"30 actions still name \"Lift\".");
     EXPECT_FALSE(isVisible(u"LabelStatus") || isVisible(u"ButtonNoticeUndo"));
+    rename(u"Ladder");
+    EXPECT_EQ(offer(), u"30 actions still name \"Lift\".") << "none names the name between";
+    rename(u"Alarm"); // refused by a note in front of the offer
+    EXPECT_EQ(offer(), u"");
+    m_driver->press(Key::escape);
+    m_driver->click(u"ButtonAddAction");
+    EXPECT_EQ(offer(), u"30 actions still name \"Lift\".") << "Esc was not for what is hidden";
+    undo();
+    undo(); // also the name between
     m_driver->pick(u"ComboBranchName", 0);
     m_driver->pick(combo(0, u"ComboBranches"), 0);
     EXPECT_EQ(offer(), u"29 actions still name \"Lift\".") << "stays, and stays true";

@@ -77,7 +77,9 @@ void StripPresenter::showLackOfZones(bool lacking) {
 }
 
 void StripPresenter::offer(StripOffer offer) {
-    m_offer = std::move(offer);
+    if (!offer.text().empty()) {
+        m_offer = std::move(offer);
+    }
     update();
 }
 
@@ -136,9 +138,9 @@ void StripPresenter::showOffer(bool hasRoom) {
     for (const std::u16string_view button : {kNoticeUndoButton, kRetargetButton}) {
         m_controls.setVisible(button, offers(button));
     }
-    const bool isShown = hasRoom && m_offer;
-    m_controls.setVisible(kNoticePanel, isShown);
-    if (isShown) {
+    m_isOfferShown = hasRoom && m_offer;
+    m_controls.setVisible(kNoticePanel, m_isOfferShown);
+    if (m_isOfferShown) {
         m_controls.setVisible(kStatus, false);
     }
 }

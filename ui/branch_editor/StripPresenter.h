@@ -32,12 +32,14 @@ public:
     void showLackOfZones(bool lacking);
 
     /// Shows an offer in place of the one before, and of everything but copies, notes and problems.
+    /// One that is not true changes nothing.
     void offer(StripOffer offer);
     /// Whether an offer with this button is shown.
     [[nodiscard]] bool offers(std::u16string_view button) const;
     /// Runs what the offer's button does; the offer is answered.
     void answer(std::u16string_view button);
-    [[nodiscard]] bool isOffering() const { return m_offer.has_value(); }
+    /// Whether an offer is on show.
+    [[nodiscard]] bool isOffering() const { return m_isOfferShown; }
     void closeOffer();
 
     /// The author presses a key or a button.
@@ -65,6 +67,7 @@ private:
     std::u16string m_problem;
     std::u16string m_nameHint;
     std::optional<StripOffer> m_offer;
+    bool m_isOfferShown = false;
     bool m_noteIsFresh = false;
     bool m_lacksZones = false;
     edit::Subscription m_subscription;
