@@ -79,8 +79,8 @@ void HeaderPresenter::readNames() {
 
 void HeaderPresenter::show() {
     showLabels(m_notice);
-    if (isCut() && !m_notice.empty()) { // the rest may have room without it
-        m_bar.refuse(m_notice);
+    if (isCut() && !m_notice.empty()) {            // the rest may have room without it
+        m_bar.refuse(std::exchange(m_notice, {})); // the same may be said again
         showLabels({});
     }
     const bool wasCut = isCut();

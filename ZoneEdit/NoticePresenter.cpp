@@ -35,7 +35,8 @@ void NoticePresenter::offer(std::u16string_view text, std::vector<std::u16string
 }
 
 void NoticePresenter::refuse(std::u16string_view text) {
-    say({std::u16string(text), {}});
+    m_refusal = {std::u16string(text), {}};
+    show();
     if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
         window->timers().start(kTimer, kRefusalMs);
     }
@@ -47,23 +48,20 @@ void NoticePresenter::showCaption(std::u16string_view text, bool isProblem) {
     }
     m_captionText = text;
     m_caption = {m_captionText, {}, isProblem};
-    if (!text.empty()) {
-        m_line = {};
+    if (isProblem && !text.empty()) {
+        endRefusal();
+        m_offer = {};
     }
     show();
 }
 
 void NoticePresenter::close() {
-    stopTimer();
-    // The caption's comes back after another line, but not after itself.
-    Line& closed = m_line.text.empty() ? m_caption : m_line;
-    closed = {};
+    front() = {};
     show();
 }
 
 void NoticePresenter::timeIsUp() {
-    stopTimer();
-    m_line = {};
+    endRefusal();
     show();
 }
 
@@ -83,17 +81,25 @@ void NoticePresenter::changed() {
 }
 
 void NoticePresenter::say(Line line) {
-    stopTimer();
-    m_line = std::move(line);
+    endRefusal();
+    m_offer = std::move(line);
     show();
 }
 
+NoticePresenter::Line& NoticePresenter::front() {
+    if (!m_refusal.text.empty()) {
+        return m_refusal;
+    }
+    return m_offer.text.empty() ? m_caption : m_offer;
+}
+
 void NoticePresenter::show() {
-    const Line& line = m_line.text.empty() ? m_caption : m_line;
+    const Line& line = front();
     toolkit::CControlUI* panel = m_controls.find(kNoticePanel);
     if (panel == nullptr || (line.text.empty() && m_shown.empty())) {
         return;
     }
+    const bool isNews = m_shown != line.text;
     m_shown = line.text;
     for (const std::u16string_view name : kNoticeButtons) {
         m_controls.setVisible(name, std::find(line.buttons.begin(), line.buttons.end(), name) !=
@@ -102,14 +108,18 @@ void NoticePresenter::show() {
     const Colors& colors = line.isProblem ? kProblem : kNote;
     panel->SetAttribute(u"bkcolor", colors.fill);
     panel->SetAttribute(u"bordercolor", colors.edge);
+    panel->SetVisible(isShown());
     if (toolkit::CControlUI* label = m_controls.find(kNoticeText)) {
         label->SetAttribute(u"textcolor", colors.text);
         label->SetText(m_shown);
+        if (isNews && isShown()) {
+            label->announce(line.isProblem);
+        }
     }
-    panel->SetVisible(isShown());
 }
 
-void NoticePresenter::stopTimer() {
+void NoticePresenter::endRefusal() {
+    m_refusal = {};
     if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
         window->timers().stop(kTimer);
     }

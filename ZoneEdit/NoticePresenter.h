@@ -22,10 +22,11 @@ public:
     /// on the bar; what they do is bound to their commands, which close the notice where they make
     /// no step. In place of what was offered before.
     void offer(std::u16string_view text, std::vector<std::u16string_view> buttons);
-    /// Stays for three seconds.
+    /// Stays for three seconds, in front of everything else.
     void refuse(std::u16string_view text);
-    /// What the caption has no room for; empty: it has. Behind an offer that is made later, and
-    /// back after it, unless the author has closed it.
+    /// What the caption has no room for; empty: it has. Behind an offer, unless it is a problem,
+    /// which takes its place; back after an offer that is made later, unless the author has closed
+    /// it.
     void showCaption(std::u16string_view text, bool isProblem);
 
     [[nodiscard]] bool isShown() const { return !m_shown.empty(); }
@@ -43,12 +44,14 @@ private:
 
     void changed();
     void say(Line line);
+    void endRefusal();
+    [[nodiscard]] Line& front();
     void show();
-    void stopTimer();
 
     ui::Controls m_controls;
     zone::ZoneSession& m_session;
-    Line m_line;                  ///< an offer or a refusal
+    Line m_refusal;
+    Line m_offer;
     Line m_caption;               ///< of the caption
     std::u16string m_captionText; ///< the latest, closed or not
     std::u16string m_shown;

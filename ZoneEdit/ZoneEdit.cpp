@@ -94,6 +94,7 @@ void ZoneEdit::InitWindow() {
     m_flags->showAll();
     m_tools->showAll();
     m_frames->showAll();
+    keepDraft(); // its offer comes after what the caption has to say, which it stands in front of
     commands().showEnabled();
 }
 
@@ -169,7 +170,6 @@ void ZoneEdit::makeParts() {
         std::make_unique<HistoryPresenter>(controls, session, *m_zones, *m_frames,
                                            core::withoutExtension(context().state.zoneEditVideo));
     m_draftProblem = std::make_unique<ui::DraftProblem>(controls, context().services.drafts.get());
-    keepDraft();
     m_changes = session.observe([this](const auto&) { commands().showEnabled(); });
 }
 

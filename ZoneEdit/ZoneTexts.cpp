@@ -91,7 +91,9 @@ std::u16string reachText(const zone::StepReach& reach) {
     const std::string ofAll = number + " of " + std::to_string(reach.of) + " frames.";
     switch (reach.kind) {
     case zone::StepReach::Kind::overOwn:
-        return core::displayText("Changed " + number + " later frames that had their own shape.");
+        return core::displayText("Changed " + number +
+                                 (reach.frames == 1 ? " later frame that had its own shape."
+                                                    : " later frames that had their own shape."));
     case zone::StepReach::Kind::added:
         return core::displayText("Added on " + ofAll);
     case zone::StepReach::Kind::removed:

@@ -287,6 +287,16 @@ TEST_F(ZoneEditUndo, TheBarSaysWhatTheCaptionHasNoRoomFor) {
     EXPECT_EQ(notice(), hint);
     EXPECT_FALSE(isVisible(u"LabelNote")) << "not twice";
     drawTriangle();
+    for (const int frame : {15, 0}) {
+        m_driver->click(u"OptionProgressChanges");
+        m_driver->click(u"ButtonSave"); // about which the next step leaves nothing to say
+        goTo(frame);
+        m_driver->click(u"OptionToggleActive");
+    }
+    const Texts offer{u"Changed 1 later frame that had its own shape.", u"Undo",
+                      u"Only This Frame"};
+    EXPECT_EQ(notice(), offer) << "in front of a hint that changes at the same time";
+    undo();
     m_driver->click(u"OptionDeletePoint");
     clickPicture(100, 100);
     EXPECT_EQ(notice(), hint) << "behind what is said for a time";
@@ -298,15 +308,22 @@ TEST_F(ZoneEditUndo, TheBarSaysWhatTheCaptionHasNoRoomFor) {
     m_driver->enter(u"EditZone", u"Z");
     EXPECT_TRUE(isVisible(u"LabelNote"));
     // A refusal leaves the caption to the fault, and goes after its time.
+    std::filesystem::remove("Scenes/Fire/clip-ZoneInfo.xml");
     support::makeFolder("Scenes/Fire/clip-ZoneInfo.xml");
     m_driver->click(u"ButtonSave");
     const Texts fault = notice();
+    m_driver->click(u"OptionToggleActive");
     m_driver->enter(u"EditCurrentFrame", u"x");
     EXPECT_EQ(notice(), Texts{u"Not a frame number"});
     platform::Event time;
     time.kind = EventKind::timer;
     time.timerId = zoneedit::NoticePresenter::kTimer;
     m_window->HandleMessage(time);
+    EXPECT_EQ(notice(), offer) << "it never goes by time";
+    m_driver->enter(u"EditCurrentFrame", u"y");
+    EXPECT_EQ(notice(), Texts{u"Not a frame number"}) << "each time";
+    m_driver->click(u"ButtonCloseNotice");
+    m_driver->click(u"ButtonCloseNotice");
     EXPECT_EQ(notice(), fault);
 }
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/Services.h"
@@ -43,7 +44,12 @@ protected:
 TEST_F(ZoneEditVisits, OfferWhatWasLeftUnsavedAndRestoreItAsOneStep) {
     m_services.drafts =
         std::make_shared<recovery::Drafts>(m_gui.loop(), [this] { return m_areDraftsKept; });
-    show(30, 1);
+    makeClip(30);
+    const std::string folder = "Scenes/Fire/";
+    std::filesystem::rename(folder + "clip.ogv", folder + "A view of the hall.ogv");
+    m_state.zoneEditVideo = sceneFolder("Fire") + "A view of the hall.ogv";
+    show();
+    addZone();
     drawTriangle();
     // In whole pixels of the video, as a save stores them.
     const std::vector<platform::Point> drawn{{100, 105}, {300, 105}, {200, 405}};
@@ -64,14 +70,24 @@ TEST_F(ZoneEditVisits, OfferWhatWasLeftUnsavedAndRestoreItAsOneStep) {
     show();
     EXPECT_EQ(zones().zoneCount(), 0);
     ASSERT_TRUE(isVisible(u"PanelNotice"));
-    EXPECT_TRUE(
-        m_driver->textOf(u"LabelNotice").starts_with(u"Unsaved work of \"clip.ogv\" from "));
+    EXPECT_TRUE(m_driver->textOf(u"LabelNotice")
+                    .starts_with(u"Unsaved work of \"A view of the hall.ogv\" from "));
     m_driver->click(u"ButtonRestoreDraft");
     EXPECT_EQ(points(0, 20), drawn);
     EXPECT_FALSE(isVisible(u"PanelNotice"));
     m_driver->press(platform::Key::z, {.control = true});
     EXPECT_EQ(zones().zoneCount(), 0);
     leave();
+    const auto height = std::exchange(m_gui.host.screenHeight, 700);
+    const std::string info = folder + "A view of the hall-ZoneInfo.xml";
+    support::writeBytes(info, std::string("<"));
+    show();
+    EXPECT_TRUE(isVisible(u"ButtonRestoreDraft")) << "in front of what the caption cannot hold";
+    m_driver->click(u"ButtonCloseNotice");
+    EXPECT_TRUE(isVisible(u"PanelNotice"));
+    leave();
+    m_gui.host.screenHeight = height;
+    std::filesystem::remove(info);
     show();
     m_driver->click(u"ButtonRestoreDraft");
     m_driver->click(u"ButtonSave");
