@@ -15,18 +15,22 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "platform/Clock.h"
+#include "platform/FileSystem.h"
+#include "recovery/Backups.h"
 #include "recovery/DraftFolder.h"
 #include "recovery/DraftInfo.h"
 #include "recovery/Drafts.h"
 #include "recovery/KeptDrafts.h"
 #include "recovery/Places.h"
 #include "recovery/SceneDraft.h"
+#include "recovery/Versions.h"
 #include "recovery/ZoneDraft.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "tests/support/TaskLoop.h"
 #include "tests/support/TempFolder.h"
+#include "zone/LoadReport.h"
 #include "zone/Scale.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneSession.h"
@@ -56,16 +60,33 @@ int numberIn(const std::string& name) {
     return std::atoi(name.c_str());
 }
 
+std::shared_ptr<recovery::Backups> keeperIn(const std::string& folder) {
+    return std::make_shared<recovery::Backups>([folder] { return folder; }, [] { return true; });
+}
+
+std::string sceneVersions() {
+    return recovery::sceneVersionsFolder(kScene);
+}
+std::string zoneVersions() {
+    return recovery::zoneVersionsFolder(kScene, "clip");
+}
+
+std::shared_ptr<zone::ZoneManager> loadZones(const std::string& base) {
+    return zone::ZoneManager::createForEditing(base, kFrames,
+                                               zone::scaleBetween({1280, 720}, {640, 360}));
+}
+
 /// Both documents with their drafts.
 struct Editors {
     Editors() {
+        manager->setKeeper(keeperIn(sceneVersions()));
         if (!sceneDraft.load(kScene)) {
             session.newScene(kScene);
         }
         video = scene::sceneFolderPath(kScene) + kVideo;
-        zones.emplace(
-            zone::ZoneManager::createForEditing(scene::sceneFolderPath(kScene) + "clip", kFrames,
-                                                zone::scaleBetween({1280, 720}, {640, 360})));
+        const auto loaded = loadZones(scene::sceneFolderPath(kScene) + "clip");
+        loaded->setKeeper(keeperIn(zoneVersions()));
+        zones.emplace(loaded);
         zoneDraft.emplace(*zones, drafts, kScene, video);
     }
     [[nodiscard]] int sceneNumber() const {
@@ -105,7 +126,8 @@ struct Editors {
 
     support::TaskLoop loop;
     recovery::Drafts drafts{loop, [] { return true; }};
-    scene::SceneSession session{scene::SceneManager::create()};
+    std::shared_ptr<scene::SceneManager> manager = scene::SceneManager::create();
+    scene::SceneSession session{manager};
     recovery::SceneDraft sceneDraft{session, drafts};
     std::string video;
     std::optional<zone::ZoneSession> zones;
@@ -194,6 +216,26 @@ void editWithDrafts() {
 }
 
 void printRecovered() {
+    int versions = 0;
+    int damaged = 0;
+    platform::FileSystem& disk = platform::nativeFileSystem();
+    for (const recovery::Version& version :
+         recovery::listVersions(disk, sceneVersions()).versions) {
+        const auto scene = scene::SceneManager::create();
+        const std::string file = version.base + std::string(recovery::kSceneVersionEnding);
+        damaged += scene->loadText(support::readBytes(file)) ? 0 : 1;
+        ++versions;
+    }
+    for (const recovery::Version& version : recovery::listVersions(disk, zoneVersions()).versions) {
+        // One that was being kept when the run ended may lack a file.
+        const bool isWhole =
+            version.endings.size() < 2 ||
+            loadZones(version.base)->loadReport().problem == zone::LoadProblem::none;
+        damaged += isWhole ? 0 : 1;
+        ++versions;
+    }
+    tell("versions", versions);
+    tell("damaged", damaged);
     Editors editors;
     editors.restore();
     tell("scene", editors.sceneNumber());

@@ -9,7 +9,8 @@ namespace faults {
 /// Prints "scene NUMBER" or "zones NUMBER" once the disk holds that edit and, when it is in a
 /// draft, "age MS": how long ago by that clock the first edit was that no draft had before.
 [[noreturn]] void editWithDrafts();
-/// Prints "KIND NUMBER" for both: the newest edit that saved files or drafts bring back.
+/// Prints "KIND NUMBER" for both: the newest edit that saved files or drafts bring back; and for
+/// "versions" and "damaged" how many earlier versions there are, and how many cannot be read.
 void printRecovered();
 
 } // namespace faults

@@ -10,16 +10,23 @@
 //
 // FOLDER holds the videos to copy, video0.ogv to video3.ogv. Each save prints "KIND VARIANT" once
 // it is complete, or "refused KIND". Exit 1 when one was.
+#include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "core/Services.h"
 #include "jobs/VideoImport.h"
+#include "recovery/Backups.h"
+#include "recovery/Versions.h"
 #include "scene/SceneManager.h"
 #include "tests/faults/DraftRun.h"
 #include "tests/faults/KillProcess.h"
@@ -30,6 +37,8 @@
 namespace {
 
 constexpr int kVariants = 4;
+constexpr const char* kScene = "Faults"; // in the names of the earlier versions' folders
+constexpr const char* kVideo = "clip";
 
 /// Of the smallest variant.
 struct Sizes {
@@ -39,6 +48,11 @@ struct Sizes {
 constexpr Sizes kLarge{300, 3000}; // to be killed while it is written
 constexpr Sizes kSmall{2, 100};    // few enough calls to let each one fail
 
+/// Keeps earlier versions, as the editors do.
+std::shared_ptr<recovery::Backups> keeperIn(std::function<std::string()> folder) {
+    return std::make_shared<recovery::Backups>(std::move(folder), [] { return true; });
+}
+
 bool saveScene(Sizes sizes, int variant, const std::string& folder) {
     const std::shared_ptr<scene::SceneManager> manager = scene::SceneManager::create();
     manager->newScene("Variant " + std::to_string(variant));
@@ -47,6 +61,7 @@ bool saveScene(Sizes sizes, int variant, const std::string& folder) {
         manager->setBranchFilename(index, "clip " + std::to_string(index * variant) + ".ogv");
         manager->addAction(index, scene::Action::create());
     }
+    manager->setKeeper(keeperIn([] { return recovery::sceneVersionsFolder(kScene); }));
     return manager->saveInto(folder);
 }
 
@@ -66,7 +81,8 @@ bool saveZones(Sizes sizes, int variant, const std::string& folder) {
             manager->moveSelectedPoint(context, index, frame, frame % 1280, variant);
         }
     }
-    return manager->saveAs(folder + "clip") && manager->lastSaveFailure().empty();
+    manager->setKeeper(keeperIn([] { return recovery::zoneVersionsFolder(kScene, kVideo); }));
+    return manager->saveAs(folder + kVideo) && manager->lastSaveFailure().empty();
 }
 
 bool copyVideo(int variant, const std::string& from, const std::string& folder) {
@@ -106,47 +122,106 @@ int forever(const std::string& folder, const std::string& scene) {
     std::_Exit(1); // the killer may still sleep
 }
 
-/// The files of a scene, with their bytes.
-std::vector<std::string> contents(const std::string& scene) {
+using Saver = bool (*)(int variant, const std::string& from, const std::string& folder);
+
+/// One kind of save alone, and the files that it replaces.
+struct Kind {
+    std::vector<std::string> files;
+    Saver save;
+};
+const Kind kKinds[] = {
+    {{"Scene.xml"},
+     [](int variant, const std::string& /*from*/, const std::string& folder) {
+         return saveScene(kSmall, variant, folder);
+     }},
+    {{"clip-ZoneInfo.xml", "clip-ZoneInfo.bin"},
+     [](int variant, const std::string& /*from*/, const std::string& folder) {
+         return saveZones(kSmall, variant, folder);
+     }},
+    {{"clip.ogv"}, copyVideo},
+};
+
+/// The bytes of a kind's files.
+std::vector<std::string> contents(const Kind& kind, const std::string& scene) {
     std::vector<std::string> all;
-    for (const char* name : {"Scene.xml", "clip-ZoneInfo.xml", "clip-ZoneInfo.bin", "clip.ogv"}) {
+    for (const std::string& name : kind.files) {
         all.push_back(support::exists(scene + name) ? support::readBytes(scene + name) : "gone");
     }
     return all;
 }
 
-int failEveryCall(const std::string& folder, const std::string& scene) {
+/// New files, which no earlier version is another name of.
+void put(const Kind& kind, const std::string& scene, const std::vector<std::string>& bytes) {
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        std::filesystem::remove(scene + kind.files[i]);
+        support::writeBytes(scene + kind.files[i], bytes[i]);
+    }
+}
+
+/// How many files of earlier versions hold anything but `bytes`, the only ones ever replaced.
+int damagedVersions(const std::vector<std::string>& bytes) {
+    int damaged = 0;
+    for (const std::string& folder :
+         {recovery::sceneVersionsFolder(kScene), recovery::zoneVersionsFolder(kScene, kVideo)}) {
+        for (const auto& version :
+             recovery::listVersions(platform::nativeFileSystem(), folder).versions) {
+            for (const std::string& ending : version.endings) {
+                const std::string found = support::readBytes(version.base + ending);
+                damaged += std::find(bytes.begin(), bytes.end(), found) == bytes.end() ? 1 : 0;
+            }
+        }
+    }
+    return damaged;
+}
+
+struct Tally {
+    int calls = 0;
+    int tried = 0;
+    int lost = 0;
+};
+
+/// Every `step`th call, and of each way to fail another one.
+void failCalls(support::FaultyFileSystem& files, const Kind& kind, const std::string& folder,
+               const std::string& scene, int step, Tally& tally) {
+    kind.save(1, folder, scene);
+    const std::vector<std::string> before = contents(kind, scene);
+    files.forgetCalls();
+    kind.save(2, folder, scene);
+    const std::vector<std::string> after = contents(kind, scene);
+    const int calls = static_cast<int>(files.calls().size());
+    tally.calls += calls;
+    int first = 0;
+    for (const auto fault :
+         {&support::FaultyFileSystem::failAt, &support::FaultyFileSystem::shortenAt,
+          &support::FaultyFileSystem::stopAt}) {
+        for (int call = 1 + first++ % step; call <= calls; call += step, ++tally.tried) {
+            std::filesystem::remove_all("Backups");
+            put(kind, scene, before);
+            files.forgetCalls();
+            (files.*fault)(call);
+            const bool good = kind.save(2, folder, scene);
+            files.heal();
+            const std::vector<std::string> now = contents(kind, scene);
+            for (std::size_t i = 0; i < now.size(); ++i) {
+                const bool isWhole = now[i] == after[i] || (!good && now[i] == before[i]);
+                tally.lost += isWhole ? 0 : 1;
+            }
+            tally.lost += damagedVersions(before);
+        }
+    }
+}
+
+int failEveryCall(const std::string& folder, const std::string& scene, int step) {
     support::FaultyFileSystem files(platform::nativeFileSystem());
     const core::ServicesOverride services(
         {&files, &platform::nativeClock(), &platform::nativeProcess()});
     support::makeFolder(scene);
-    if (!saveAll(1, folder, scene, kSmall)) {
-        return 1;
+    Tally tally;
+    for (const Kind& kind : kKinds) {
+        failCalls(files, kind, folder, scene, step, tally);
     }
-    const std::vector<std::string> before = contents(scene);
-    files.forgetCalls();
-    saveAll(2, folder, scene, kSmall);
-    const std::vector<std::string> after = contents(scene);
-    const int calls = static_cast<int>(files.calls().size());
-    int tried = 0;
-    int lost = 0;
-    for (const auto fault :
-         {&support::FaultyFileSystem::failAt, &support::FaultyFileSystem::shortenAt,
-          &support::FaultyFileSystem::stopAt}) {
-        for (int call = 1; call <= calls; ++call, ++tried) {
-            files.heal();
-            saveAll(1, folder, scene, kSmall);
-            files.forgetCalls();
-            (files.*fault)(call);
-            saveAll(2, folder, scene, kSmall);
-            const std::vector<std::string> now = contents(scene);
-            for (std::size_t i = 0; i < now.size(); ++i) {
-                lost += now[i] != before[i] && now[i] != after[i] ? 1 : 0;
-            }
-        }
-    }
-    std::printf("calls %d tried %d lost %d\n", calls, tried, lost);
-    return lost == 0 ? 0 : 1;
+    std::printf("calls %d tried %d lost %d\n", tally.calls, tally.tried, tally.lost);
+    return tally.lost == 0 ? 0 : 1;
 }
 
 } // namespace
@@ -169,8 +244,8 @@ int main(int argc, char** argv) {
         faults::printRecovered();
         return 0;
     }
-    if (command == "calls" && arguments.size() == 3) {
-        return failEveryCall(arguments[1], arguments[2]);
+    if (command == "calls" && arguments.size() == 4) {
+        return failEveryCall(arguments[1], arguments[2], std::stoi(arguments[3]));
     }
     std::fputs("usage: editing_run once|forever|calls ...\n", stderr);
     return 2;

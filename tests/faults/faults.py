@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""An editing run under real faults: killed at random moments, every call failing in turn, a full
-disk, folders and files that may not be written, files that vanish. After each, the last completed
-save of every file must be there, whole; the one that was on its way may be there instead.
+"""An editing run under real faults: killed at random moments, calls failing in turn, a full disk,
+folders and files that may not be written, files that vanish. After each, the last completed save of
+every file must be there, whole; the one that was on its way may be there instead. Every earlier
+version must be whole, too.
 
 Usage: faults.py PROGRAM [--rounds N] [--seed S] [--runner COMMAND]
 
@@ -25,6 +26,7 @@ FILES = {"Scene.xml": "scene", "clip-ZoneInfo.xml": "zones", "clip-ZoneInfo.bin"
          "clip.ogv": "video"}
 TEMPORARIES = (".quorvel-saving.xml", ".quorvel-saving.bin", "VideoCopy.part")
 VIDEO_BYTES = 1500000  # of the smallest: two blocks of the copy
+SHORT = 10  # rounds of a run that is no more than a glance
 NOBODY = 65534
 PATIENCE = 60  # seconds; a run is killed within one
 LIMIT = 40000  # bytes of a file: less than any variant needs
@@ -47,7 +49,7 @@ class Faults:
         os.chdir(folder)  # for the log pages
         self.folder = os.path.join(folder, "")
         self.random = random.Random(options.seed)
-        self.tried = self.lost = 0
+        self.tried = self.lost = self.kept = 0
         for variant in range(VARIANTS):
             with open("%svideo%d.ogv" % (self.folder, variant), "wb") as video:
                 video.write(b"abcd"[variant:variant + 1] * (VIDEO_BYTES + variant * 100000))
@@ -95,7 +97,19 @@ class Faults:
             if found not in [self.whole[variant][name] for variant in allowed]:
                 self.lose("%s: %s is neither of %s (%s bytes)" %
                           (what, name, allowed, None if found is None else len(found)))
+        self.versions(what)
         self.tried += 1
+
+    def versions(self, what):
+        """Each file of an earlier version is one that was saved."""
+        for folder, _, names in os.walk("Backups"):
+            for name in names:
+                kept = [file for file in FILES if name.endswith("-" + file.removeprefix("clip-"))]
+                for file in kept:
+                    found = read(os.path.join(folder, name))
+                    if found not in [whole[file] for whole in self.whole]:
+                        self.lose("%s: earlier version %s is damaged" % (what, name))
+                self.kept += len(kept)
 
     def until_killed(self, *arguments):
         """What the run told. Wine now and then keeps a program that ended itself: one thread of it
@@ -124,17 +138,20 @@ class Faults:
         self.check(scene, "", dict.fromkeys(FILES.values(), 1), "after the kills")
         if sorted(os.listdir(scene)) != sorted(FILES):
             self.lose("left over: %s" % os.listdir(scene))
-        print("%d kills, %d of them inside a save" % (rounds, inside))
+        if self.kept == 0:
+            self.lose("no earlier versions were kept")
+        print("%d kills, %d of them inside a save; %d times an earlier version was whole" %
+              (rounds, inside, self.kept))
 
-    def drafts(self, what, rounds, meddle=None):
-        """Kills an editing run that keeps drafts. What it saw on the disk must come back; where
-        `meddle` takes the drafts away, only the run has to go on."""
+    def drafts(self, what, rounds, meddle=None, **options):
+        """Kills an editing run that keeps drafts and earlier versions. What it saw on the disk must
+        come back; where `meddle` takes the drafts away, only the run has to go on."""
         ages = []
         for number in range(rounds):
             time_left = str(self.random.randrange(100000, 3000000 if self.runner else 600000))
             with subprocess.Popen(self.command("drafts", time_left), stdout=subprocess.PIPE,
                                   stderr=subprocess.DEVNULL, text=True,
-                                  start_new_session=True) as process:
+                                  start_new_session=True, **options) as process:
                 while meddle and process.poll() is None:
                     meddle()
                 try:
@@ -146,7 +163,11 @@ class Faults:
                 self.lose("%s %d: exit %d" % (what, number, process.returncode))
             lines = [line.split() for line in told.splitlines() if " " in line]
             ages += [int(value) for kind, value in lines if kind == "age"]
-            found = dict(line.split() for line in self.run("recovered").stdout.splitlines())
+            recovered = self.run("recovered", cwd=options.get("cwd")).stdout
+            found = dict(line.split() for line in recovered.splitlines())
+            if found["damaged"] != "0":
+                self.lose("%s %d: %s of %s earlier versions cannot be read" %
+                          (what, number, found["damaged"], found["versions"]))
             for kind in ("scene", "zones"):
                 seen = max((int(value) for word, value in lines if word == kind), default=0)
                 if not meddle and seen > int(found[kind]):
@@ -157,8 +178,8 @@ class Faults:
         print("%s: %d kills; %d times seen on the disk, half within %d ms, all within %d ms" %
               (what, rounds, len(ages), ages[len(ages) // 2], ages[-1]))
 
-    def calls(self):
-        result = self.run("calls", self.folder, os.path.join(self.folder, "calls", ""))
+    def calls(self, step):
+        result = self.run("calls", self.folder, os.path.join(self.folder, "calls", ""), str(step))
         words = result.stdout.splitlines()[-1].split()
         self.tried += int(words[3])
         self.lost += int(words[5])
@@ -205,6 +226,12 @@ class Faults:
         for name in FILES:
             os.chmod(scene + name, 0o444)
         self.refused("read-only files", scene, **user)
+        # Where the scene can be written, but nothing beside it.
+        place = os.path.join(self.folder, "beside", "")
+        for name, mode in (("Scenes", 0o777), ("Drafts", 0o555), ("Backups", 0o555), ("", 0o777)):
+            os.makedirs(place + name, exist_ok=True)
+            os.chmod(place + name, mode)
+        self.drafts("read-only drafts and versions", 1, cwd=place, **user)
 
     def vanishing(self, rounds):
         """Somebody else clears the folder all the time: nothing may end the run but the kill."""
@@ -234,7 +261,7 @@ def limit_file_size():
 def main():
     parser = argparse.ArgumentParser(description="An editing run under real faults.")
     parser.add_argument("program")
-    parser.add_argument("--rounds", type=int, default=10)
+    parser.add_argument("--rounds", type=int, default=SHORT)
     parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(1 << 32))
     parser.add_argument("--runner")
     options = parser.parse_args()
@@ -242,8 +269,9 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         faults = Faults(options, folder)
         faults.kills(options.rounds)
-        faults.drafts("drafts", options.rounds)
-        faults.calls()
+        is_short = options.rounds <= SHORT
+        faults.drafts("drafts", options.rounds // 2 if is_short else options.rounds)
+        faults.calls(5 if is_short else 1)
         if not options.runner:
             faults.refused("file-size limit", faults.scene("limited"), preexec_fn=limit_file_size)
             faults.full_disk()
