@@ -41,6 +41,34 @@ TEST_F(Layout, PlacesByPosByFillingAndInRowsAndColumns) {
     }
 }
 
+TEST_F(Layout, KeepsTheDistancesToAnchoredEdges) {
+    open(R"(<Label name="Still" pos="10,20,30,40"/>
+            <Label name="Right" pos="360,20,30,40" anchor="top, right"/>
+            <Label name="Below" pos="10,250,30,40" anchor="left,bottom"/>
+            <Label name="Wide" pos="10,20,30,40" anchor="left,right,top,bottom"/>
+            <Label name="Middle" pos="190,140,20,20" anchor=""/>
+            <Label name="Odd" pos="1,2,3,4" anchor="right,rihgt"/>
+            <Container name="Box" pos="100,100,200,100" inset="5,5,5,5" anchor="left,top,right">
+              <Label name="Inner" pos="150,10,40,80" anchor="top,right"/>
+            </Container>)");
+    const std::tuple<platform::Size, std::u16string_view, Rect> places[] = {
+        {{500, 340}, u"Still", Rect::at(10, 20, 30, 40)},
+        {{500, 340}, u"Right", Rect::at(460, 20, 30, 40)},
+        {{500, 340}, u"Below", Rect::at(10, 290, 30, 40)},
+        {{500, 340}, u"Wide", Rect::at(10, 20, 130, 80)},
+        {{500, 340}, u"Middle", Rect::at(240, 160, 20, 20)},
+        {{500, 340}, u"Odd", Rect::at(1, 2, 3, 4)},
+        {{500, 340}, u"Inner", Rect::at(355, 115, 40, 80)},
+        {{300, 200}, u"Wide", Rect::at(10, 20, 0, 0)},
+        {{400, 300}, u"Inner", Rect::at(255, 115, 40, 80)},
+    };
+    for (const auto& [size, name, place] : places) {
+        window().GetPaintManager().SetWindowSize(size);
+        window().GetPaintManager().UpdateLayout();
+        EXPECT_EQ(driver().get(name).GetPos(), place) << std::string(name.begin(), name.end());
+    }
+}
+
 TEST_F(Layout, ComesAnewWhenTheProgramChangesIt) {
     open(R"(<HorizontalLayout name="Row" pos="0,0,301,40"><Label name="A"/>
             <Label name="B" maxwidth="250"/></HorizontalLayout>)");

@@ -6,6 +6,7 @@
 
 #include "platform/Canvas.h"
 #include "platform/Geometry.h"
+#include "toolkit/layout/Anchor.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
@@ -87,14 +88,18 @@ platform::Rect CContainerUI::contentRect() const {
 
 void CContainerUI::SetPos(const Rect& pos) {
     CControlUI::SetPos(pos);
-    layoutChildren(contentRect());
+    const Rect content = contentRect();
+    m_designed = m_designed.value_or(content.size());
+    layoutChildren(content);
 }
 
-bool CContainerUI::placeFixed(CControlUI& child, const Rect& content) {
+bool CContainerUI::placeFixed(CControlUI& child, const Rect& content) const {
     if (!child.GetPlace()) {
         return false;
     }
-    child.SetPos(child.GetPlace()->translated(content.left, content.top));
+    const Size now = content.size();
+    const Rect place = anchored(*child.GetPlace(), child.anchor(), m_designed.value_or(now), now);
+    child.SetPos(place.translated(content.left, content.top));
     return true;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -58,8 +59,9 @@ protected:
     /// Places the children inside the content rectangle; part of SetPos.
     virtual void layoutChildren(const Rect& content);
     [[nodiscard]] Rect contentRect() const;
-    /// Moves the child with a "pos" to it, relative to `content`; false for a child without.
-    static bool placeFixed(CControlUI& child, const Rect& content);
+    /// Moves the child with a "pos" to where its anchor puts that in `content`; false for a child
+    /// without.
+    bool placeFixed(CControlUI& child, const Rect& content) const;
     [[nodiscard]] const std::vector<std::unique_ptr<CControlUI>>& items() const { return m_items; }
     /// Paints one child, grown to the whole child where its kind asks for that.
     static void paintChild(platform::Canvas& canvas, const Rect& dirty, CControlUI& child);
@@ -69,6 +71,7 @@ protected:
 private:
     std::vector<std::unique_ptr<CControlUI>> m_items;
     Rect m_inset;
+    std::optional<Size> m_designed; ///< size of the content in the first layout
 };
 
 } // namespace toolkit

@@ -24,6 +24,7 @@ const AttributeTable<CControlUI>& CControlUI::Attributes::table() {
         {u"userdata", [](CControlUI& c, Text v) { c.SetUserData(v); }},
         {u"label", [](CControlUI& c, Text v) { c.SetLabel(v); }},
         {u"pos", [](CControlUI& c, Text v) { assignIf(c.m_place, parsePlace(v)); }},
+        {u"anchor", [](CControlUI& c, Text v) { assignIf(c.m_anchor, parseAnchor(v)); }},
         {u"width",
          [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetFixedWidth, parseInt(v)); }},
         {u"height",

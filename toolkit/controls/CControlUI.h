@@ -12,6 +12,7 @@
 #include "platform/Geometry.h"
 #include "platform/WindowParts.h"
 #include "toolkit/input/TEventUI.h"
+#include "toolkit/layout/Anchor.h"
 
 namespace toolkit {
 
@@ -82,6 +83,8 @@ public:
     /// stands there, outside any row or column.
     [[nodiscard]] const std::optional<Rect>& GetPlace() const { return m_place; }
     void SetPlace(const Rect& place);
+    /// How that place follows the container's size.
+    [[nodiscard]] const Anchor& anchor() const { return m_anchor; }
 
     /// Null for the root and for a control that stands in no container. Not owned.
     [[nodiscard]] CControlUI* GetParent() const { return m_parent; }
@@ -207,6 +210,7 @@ private:
     std::u16string m_foreImage;
     std::u16string m_focusedImage;
     std::optional<Rect> m_place;
+    Anchor m_anchor;
     Rect m_pos;
     Rect m_padding;
     Rect m_borderSize;
