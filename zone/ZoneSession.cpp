@@ -256,8 +256,10 @@ FrameRange ZoneSession::allFrames(int zone) const {
 }
 
 FrameRange ZoneSession::spreadFrom(int zone, int frame) const {
-    return context().progressChanges ? FrameRange{frame, allFrames(zone).end}
-                                     : FrameRange{frame, frame + 1};
+    if (!isThere(zone, frame)) {
+        return {}; // whatever number it is
+    }
+    return {frame, context().progressChanges ? allFrames(zone).end : frame + 1};
 }
 
 } // namespace zone
