@@ -197,14 +197,6 @@ void TrackChanges::Shape::swap(SharedTrack& track) noexcept {
     std::swap_ranges(points.begin(), points.end(), own.points(run).begin());
 }
 
-void TrackChanges::prepare() {
-    for (Change& change : m_changes) {
-        if (auto* whole = std::get_if<Whole>(&change)) {
-            (void)whole->other.own();
-        }
-    }
-}
-
 void TrackChanges::revert(SharedTrack& track) noexcept {
     for (auto change = m_changes.rbegin(); change != m_changes.rend(); ++change) {
         std::visit([&](auto& kind) { kind.revert(track); }, *change);

@@ -48,8 +48,6 @@ public:
     /// Whether it is the first of its kind in a gesture.
     [[nodiscard]] bool isFirst() const { return m_keep == Keep::all; }
 
-    /// For a revert: obtains the memory of shapes that are shared with a snapshot.
-    void prepare();
     void revert(SharedTrack& track) noexcept;
     /// Changes nothing when it throws.
     void redo(SharedTrack& track);
@@ -131,6 +129,8 @@ private:
         [[nodiscard]] std::size_t bytes() const { return points.capacity() * sizeof points[0]; }
     };
     struct Whole {
+        /// Never shared, unless it is the first change of a step and has been redone: then nothing
+        /// is reverted after it, which might have to copy it.
         SharedTrack other;
 
         void revert(SharedTrack& track) noexcept { other.swap(track); }

@@ -36,11 +36,6 @@ void EditShapes::apply(ZoneModel& model) {
     model.context.noteShown(*model.zones);
 }
 
-void EditShapes::prepare(ZoneModel& model) {
-    model.zones->zone(m_zone)->unshare();
-    m_changes.prepare();
-}
-
 void EditShapes::revert(ZoneModel& model) noexcept {
     model.changing(m_zone).revert(m_changes);
     model.context.zone(m_zone).selectedPoint = m_selectedBefore;

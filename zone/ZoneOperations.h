@@ -62,7 +62,7 @@ public:
     EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep);
 
     void apply(ZoneModel& model);
-    void prepare(ZoneModel& model);
+    void prepare(ZoneModel& model) const { model.zones->zone(m_zone)->unshare(); }
     void revert(ZoneModel& model) noexcept;
     [[nodiscard]] std::vector<ZoneChange> changes() const;
     [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_changes.bytes(); }
