@@ -8,10 +8,12 @@
 #include <iterator>
 #include <map>
 #include <optional>
+#include <set>
 #include <system_error>
 #include <tuple>
 #include <utility>
 
+#include "core/Paths.h"
 #include "jobs/VideoImport.h"
 
 namespace recovery {
@@ -239,14 +241,20 @@ std::vector<std::string> tidy(FileSystem& files, platform::Clock& clock, const s
     VersionList all;
     addBelow(files, backups, all, 2);
     std::sort(all.versions.begin(), all.versions.end(), isNewer);
-    std::uint64_t room = maxBytes;
-    for (const Version& version : all.versions) {
-        if (version.bytes > room) {
-            room = 0; // all older ones go as well
-            removeVersion(files, version);
-        } else {
-            room -= version.bytes;
+    std::uint64_t bytes = 0;
+    std::set<std::string> folders;
+    std::vector<Version> others;
+    for (Version& version : all.versions) {
+        bytes += version.bytes;
+        const bool isNewest =
+            !version.isDamaged && folders.insert(core::folderOf(version.base)).second;
+        if (!version.isDamaged && !isNewest) {
+            others.push_back(std::move(version));
         }
+    }
+    for (auto oldest = others.rbegin(); oldest != others.rend() && bytes > maxBytes; ++oldest) {
+        bytes -= oldest->bytes;
+        removeVersion(files, *oldest);
     }
     return all.odd;
 }

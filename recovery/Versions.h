@@ -60,7 +60,8 @@ struct VersionList {
                                   const std::string& b);
 
 /// Removes what is surplus in `folder`, and the oldest versions below `backups` until no more than
-/// `maxBytes` are left. Returns the odd paths.
+/// `maxBytes` are left. The newest of each folder and damaged ones stay: one huge version must not
+/// cost every other scene its last one. Returns the odd paths.
 std::vector<std::string> tidy(platform::FileSystem& files, platform::Clock& clock,
                               const std::string& backups, const std::string& folder,
                               std::uint64_t maxBytes = kMaxBackupBytes);

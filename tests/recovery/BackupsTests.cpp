@@ -255,9 +255,14 @@ TEST_F(BackupsTest, TheOldestGoWhenAllTogetherTakeTooMuch) {
     recovery::tidy(m_files, m_clock, "Backups/", folder(), 100);
     EXPECT_EQ(versions().size(), 1U);
     EXPECT_EQ(recovery::listVersions(m_files, zones).versions.size(), 2U);
-    recovery::tidy(m_files, m_clock, "Backups/", folder(), 59);
-    EXPECT_EQ(recovery::listVersions(m_files, zones).versions.size(), 1U);
-    EXPECT_TRUE(versions().empty());
+    add(folder(), 5000, 1000);
+    add(zones, 500, 1, true);
+    recovery::tidy(m_files, m_clock, "Backups/", folder(), 100);
+    ASSERT_EQ(versions().size(), 1U);
+    EXPECT_EQ(versions()[0].kept, 5000) << "the newest of each folder";
+    const auto ofZones = recovery::listVersions(m_files, zones).versions;
+    ASSERT_EQ(ofZones.size(), 2U);
+    EXPECT_TRUE(ofZones[0].kept == 4000 && ofZones[1].isDamaged);
 }
 
 TEST_F(BackupsTest, WhatIsNoVersionIsLeftAloneAndSaidOnce) {
