@@ -65,6 +65,7 @@ Draft::~Draft() {
     try {
         update();
         m_drafts.waitFor(*m_entry);
+        m_drafts.updateFailure();
     } catch (const std::exception&) {
         return; // out of memory: what was written last remains
     }
@@ -120,6 +121,8 @@ void Draft::restored(std::unique_ptr<DraftFolder> folder, DraftContent content) 
     entry->folder = std::move(folder);
     clear(); // what the old one holds is a step further back in the same history
     m_entry = std::move(entry);
+    m_failure = {};
+    m_drafts.updateFailure();
 }
 
 Drafts::Drafts(platform::EventLoop& loop, std::function<bool()> areKept)
@@ -128,7 +131,9 @@ Drafts::Drafts(platform::EventLoop& loop, std::function<bool()> areKept)
         m_thread = std::thread([this] { run(); });
     } catch (const std::exception& error) {
         m_isEnding = true;
-        note({{}, error.what()});
+        m_threadFailure = {{}, error.what()};
+        logOnce(m_threadFailure);
+        updateFailure();
     }
 }
 
@@ -159,6 +164,13 @@ void Drafts::requestUpdate(std::chrono::milliseconds delay) {
     m_work.notify_all();
 }
 
+void Drafts::keepingChanged() {
+    for (Draft* draft : m_open) {
+        draft->m_isDirty = true;
+    }
+    updateAll();
+}
+
 void Drafts::updateAll() {
     for (Draft* draft : m_open) {
         draft->update();
@@ -170,17 +182,29 @@ void Drafts::finished(const std::weak_ptr<Draft::Entry>& entry, const core::File
         return draft->m_entry == ended;
     };
     const auto draft = std::find_if(m_open.begin(), m_open.end(), isOf);
-    if (!failure.empty() && draft != m_open.end()) {
+    logOnce(failure);
+    if (draft == m_open.end()) {
+        return;
+    }
+    (*draft)->m_failure = failure;
+    if (!failure.empty()) {
         (*draft)->m_isDirty = true;
         requestUpdate(kRetryDelay);
     }
-    note(failure);
+    updateFailure();
 }
 
-void Drafts::note(const core::FileError& failure) {
+void Drafts::logOnce(const core::FileError& failure) {
     if (!failure.empty() && !std::exchange(m_isLogged, true)) {
         core::Log::get()->Error("Unable to keep unsaved work: %s", failure.text().c_str());
     }
+}
+
+void Drafts::updateFailure() {
+    const auto failed = std::find_if(m_open.begin(), m_open.end(),
+                                     [](const Draft* draft) { return !draft->m_failure.empty(); });
+    const core::FileError& failure =
+        failed == m_open.end() ? m_threadFailure : (*failed)->m_failure;
     if (failure.text() != m_failure.text()) {
         m_failure = failure;
         m_observers.notify();
@@ -207,7 +231,7 @@ void Drafts::waitFor(Draft::Entry& entry) {
     m_done.wait_for(lock, kPatience, [&] { return !entry.isQueued && !entry.isRunning; });
     const core::FileError failure = entry.failure;
     lock.unlock();
-    note(failure);
+    logOnce(failure);
 }
 
 void Drafts::run() {

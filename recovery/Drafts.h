@@ -77,6 +77,7 @@ private:
     DraftInfo m_about;
     Source m_source;
     std::optional<Restored> m_restored;
+    core::FileError m_failure; ///< of the latest writing
     bool m_isDirty = false;
 };
 
@@ -95,7 +96,9 @@ public:
 
     /// `about` needs no time, number or sizes.
     [[nodiscard]] std::unique_ptr<Draft> open(DraftInfo about, Draft::Source source);
-    /// Why the latest draft could not be written; empty if it was.
+    /// `areKept` answers differently now: drops all drafts, or writes what is unsaved.
+    void keepingChanged();
+    /// Why the draft of an open document could not be written; empty if all were.
     [[nodiscard]] const core::FileError& failure() const { return m_failure; }
     /// The listener is called whenever failure() has changed.
     [[nodiscard]] edit::Subscription observe(std::function<void()> listener) {
@@ -110,7 +113,9 @@ private:
     void updateAll();
     void enqueue(const std::shared_ptr<Draft::Entry>& entry, std::function<core::FileError()> work);
     void finished(const std::weak_ptr<Draft::Entry>& entry, const core::FileError& failure);
-    void note(const core::FileError& failure);
+    void logOnce(const core::FileError& failure);
+    /// Updates failure().
+    void updateFailure();
     void waitFor(Draft::Entry& entry);
 
     // The other thread, which holds the mutex.
@@ -123,6 +128,7 @@ private:
     std::function<bool()> m_areKept;
     std::vector<Draft*> m_open;
     core::FileError m_failure;
+    core::FileError m_threadFailure; ///< there is no thread
     bool m_isLogged = false;
     edit::Observers<> m_observers;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true); ///< for what was posted

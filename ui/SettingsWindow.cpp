@@ -4,6 +4,7 @@
 
 #include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
+#include "recovery/Drafts.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -55,6 +56,9 @@ void SettingsWindow::OnSelectChanged(toolkit::TNotifyUI& message) {
     for (const Box& box : kBoxes) {
         if (settings && option != nullptr && option->GetName() == box.name) {
             ((*settings).*box.set)(option->IsSelected()); // a failed write is in the log
+            if (const auto& drafts = context().services.drafts) {
+                drafts->keepingChanged();
+            }
         }
     }
 }

@@ -5,6 +5,7 @@
 
 #include "core/EditorSettings.h"
 #include "platform/Event.h"
+#include "recovery/Drafts.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/support/windows/EditorTest.h"
@@ -55,12 +56,21 @@ TEST_F(BranchEditorMenu, ShowsTheCommandsThatHaveAHandler) {
 
 TEST_F(BranchEditorMenu, ChangesOfTheSettingsCountAtOnce) {
     makeScene({"A"});
+    m_services.drafts = std::make_shared<recovery::Drafts>(
+        m_gui.loop(), [this] { return m_services.editorSettings->keepDrafts(); });
+    auto draft = m_services.drafts->open({"A", "A"}, [] {
+        return recovery::DraftContent{{recovery::kDraftScene, [](core::File&) { return true; }}};
+    });
+    draft->changed();
+    draft->flush();
     show();
     test::WindowDriver settings = openSettings();
     ASSERT_TRUE(isChecked(settings, u"CheckKeepDrafts"));
     ASSERT_TRUE(isChecked(settings, u"CheckKeepBackups"));
     settings.press(Key::space); // the keyboard stands in the first box
     EXPECT_FALSE(m_services.editorSettings->keepDrafts());
+    draft = nullptr; // waits for the disk
+    EXPECT_FALSE(support::exists("Drafts"));
     settings.click(u"CheckKeepBackups");
     settings.click(u"CheckKeepDrafts");
     EXPECT_EQ(support::readBytes("Editor.ini"), "keepDrafts = true\r\nkeepBackups = false\r\n");
