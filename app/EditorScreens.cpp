@@ -54,10 +54,21 @@ std::optional<ScreenResult> EditorScreens::show(Screen screen, const ScreenResul
 
 std::optional<ScreenResult> EditorScreens::showBranchEditor(const ScreenResult& returned) {
     auto result = shown(ui::BranchList::create(m_context, returned), u"Quorvel");
-    if (m_sceneDraft) {
+    if (m_context.state.openSceneRequest) {
+        leaveScene();
+    } else if (m_sceneDraft) {
         m_sceneDraft->flush();
     }
     return result;
+}
+
+void EditorScreens::leaveScene() {
+    if (m_sceneDraft) {
+        m_context.state.draftsHidden &= !m_sceneDraft->leave();
+    }
+    if (const auto& manager = m_context.services.sceneManager) {
+        manager->SetName({}); // an open scene window that is left without a choice loads nothing
+    }
 }
 
 std::optional<ScreenResult> EditorScreens::showZoneEditor() {

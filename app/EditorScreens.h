@@ -30,6 +30,9 @@ public:
 private:
     [[nodiscard]] std::optional<app_state::ScreenResult>
     showBranchEditor(const app_state::ScreenResult& returned);
+    /// The open scene window is next: it offers the unsaved work of the scene, even if drafts are
+    /// hidden.
+    void leaveScene();
     [[nodiscard]] std::optional<app_state::ScreenResult> showZoneEditor();
 
     ui::WindowContext m_context;

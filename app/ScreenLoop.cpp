@@ -38,7 +38,7 @@ bool ScreenLoop::run() {
     if (initialized) {
         m_stack = stackUpTo(m_state.screen);
         m_state.quit = false;
-        m_state.newSceneRequest = false;
+        m_state.newSceneRequest = m_state.openSceneRequest = false;
         do {
             runTop();
         } while (!m_state.quit);
@@ -51,7 +51,9 @@ bool ScreenLoop::run() {
 
 void ScreenLoop::runTop() {
     // A request is done once its screen is shown.
-    if (m_state.screen == Screen::newScene) {
+    if (m_state.screen == Screen::openScene) {
+        m_state.openSceneRequest = false;
+    } else if (m_state.screen == Screen::newScene) {
         m_state.newSceneRequest = false;
     } else if (m_state.screen == Screen::zoneEditor) {
         m_state.zoneEditRequest = false;
@@ -83,6 +85,9 @@ void ScreenLoop::leaveTop(const ScreenResult& result) {
     case Screen::branchEditor:
         if (m_state.zoneEditRequest) {
             push(Screen::zoneEditor);
+        } else if (m_state.openSceneRequest) {
+            m_state.sceneCreated = false; // what follows is like a run of its own
+            pop(result);
         }
         break;
     case Screen::zoneEditor:

@@ -80,6 +80,11 @@ void SceneDraft::flush() {
     }
 }
 
+bool SceneDraft::leave() {
+    m_draft.reset();
+    return m_session.isModified();
+}
+
 bool SceneDraft::restore(const std::string& folder) {
     std::unique_ptr<DraftFolder> draft = takeDraft(folder);
     if (!draft) {

@@ -27,6 +27,9 @@ public:
     bool restore(const std::string& folder);
     /// Writes what is not in the draft yet, before the scene's window is left.
     void flush();
+    /// The scene is not going to be edited any more: its unsaved work stays as a draft that can be
+    /// restored in this run too. Whether there is any.
+    bool leave();
 
 private:
     void opened(std::string listedAs);

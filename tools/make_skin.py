@@ -230,7 +230,7 @@ def parts():
     yield "Notice", notice
     for name in ("Mark", "Note", "History"):
         yield name, icon(name, 16, ACCENT)
-    for name in ("History", "Gear", "Book", "Tick"):
+    for name in ("History", "Gear", "Book", "Tick", "Open"):
         for state in ("Normal", "Inactive"):
             yield "Menu" + name + state, icon(name, 16, SECONDARY[state][2])
     for name, piece in (("With", "Add"), ("Without", "Remove"), ("Other", "Note")):

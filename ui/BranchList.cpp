@@ -5,10 +5,12 @@
 #include <vector>
 
 #include "app/state/SharedServices.h"
+#include "core/EditorSettings.h"
 #include "core/Text.h"
 #include "core/Translations.h"
 #include "platform/Event.h"
 #include "platform/Gui.h"
+#include "recovery/Drafts.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
@@ -129,6 +131,8 @@ void BranchList::bindCommands() {
     commands.bind(
         command::kStop, [this] { stop(); }, [this] { return canStop(); });
     commands.bind(command::kMenu, [this] { showMenu(kBranchEditorMenu); });
+    commands.bind(
+        command::kOpenAnother, [this] { openAnother(); }, free);
     commands.bind(
         command::kEarlierVersions, [this] { showVersions(); }, free);
     commands.bind(
@@ -319,6 +323,26 @@ void BranchList::save() {
 void BranchList::showVersions() {
     EarlierVersions::show(context(), *this,
                           sceneHistory(m_parts->session, m_parts->conditions.stored));
+}
+
+bool BranchList::isWorkAtRisk() const {
+    const app_state::SharedServices& services = context().services;
+    const bool isKept = services.drafts && services.drafts->failure().empty() &&
+                        services.editorSettings && services.editorSettings->keepDrafts();
+    return m_parts->session.isModified() && !isKept;
+}
+
+void BranchList::openAnother() {
+    SetAnswer(kYes);
+    if (isWorkAtRisk()) {
+        SetAnswer(kNo);
+        Confirmation::ask(context(), *this, "Open Another Scene?",
+                          "The unsaved work is not kept as a draft. Leave it?");
+    }
+    if (answer() == kYes) {
+        context().state.openSceneRequest = true;
+        Close(1);
+    }
 }
 
 void BranchList::exitProgram() {

@@ -54,6 +54,10 @@ private:
     void bindHistory();
     void save();
     void showVersions();
+    /// Whether there is unsaved work that no draft keeps.
+    [[nodiscard]] bool isWorkAtRisk() const;
+    /// Back to the open scene window; asks only when unsaved work would be lost.
+    void openAnother();
     void exitProgram();
     [[nodiscard]] bool canStop() const;
     void stop();

@@ -25,10 +25,12 @@ struct ScreenState {
     Screen screen = Screen::openScene;
     bool quit = false;
     bool newSceneRequest = false;
-    /// Never cleared once set: a later New Scene window that is left by Back leads to the branch
-    /// editor. Intended.
+    /// Stays while the open scene window is not asked for again: a later New Scene window that is
+    /// left by Back leads to the branch editor. Intended.
     bool sceneCreated = false;
     bool zoneEditRequest = false;
+    /// The branch editor asks for the open scene window.
+    bool openSceneRequest = false;
     /// The video that the zone editor opens; UTF-8 path.
     std::string zoneEditVideo;
     /// The folder of the draft that the open scene window asks to restore; empty: none.

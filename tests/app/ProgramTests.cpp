@@ -86,6 +86,28 @@ TEST_F(Program, AStartThatFailsShowsNothing) {
               (Lines{"Unable to initialize editor interfaces.", "CoInitialize failed (8007000E)"}));
 }
 
+TEST_F(Program, GoesBackToTheOpenWindowAndOffersWhatWasNotSaved) {
+    tour::Script script("./");
+    const auto click = [&script](const char16_t* window, const char16_t* control) {
+        script.on(window, [&script, control] { script.click(control); });
+    };
+    click(u"OpenSceneWindow", u"ButtonLoadScene");
+    click(u"QuorvelWindow", u"ButtonAddBranch");
+    script.on(u"QuorvelWindow", [&script] {
+        script.press(platform::Key::menu);
+        script.type(u"o");
+        script.press(platform::Key::enter);
+    });
+    click(u"OpenSceneWindow", u"ButtonRestoreDraft");
+    script.on(u"QuorvelWindow", [&script] {
+        EXPECT_EQ(script.get<toolkit::CComboUI>(u"ComboBranchName").GetCount(), 1);
+    });
+    click(u"QuorvelWindow", u"ButtonExit");
+    click(u"ConfirmationWindow", u"ButtonYes");
+    EXPECT_EQ(run("TestMode", script), 0);
+    EXPECT_EQ(m_log.errors(), Lines{});
+}
+
 /// One whole pass of an author, from the open scene window to the files on the disk: the program
 /// runs its own loops and hears nothing but mouse and keyboard.
 TEST_F(Program, LeavesTheFilesThatAPlayerReads) {

@@ -18,8 +18,9 @@ using app_state::ScreenState;
 constexpr const char* kNames[] = {"open", "new", "branches", "zones"};
 
 /// Plays one word of the script for each screen shown: its name and signs for what the author does
-/// there. '!' quits, '?' asks for a new scene, '+' creates it, 'Z' asks for the zone editor, '-' is
-/// a screen that cannot be made, 'x' is a video that cannot be read.
+/// there. '!' quits, '?' asks for a new scene, '+' creates it, 'Z' asks for the zone editor, '^'
+/// for the open scene window, '-' is a screen that cannot be made, 'x' is a video that cannot be
+/// read.
 class ScriptedScreens final : public app::Screens {
 public:
     ScriptedScreens(ScreenState& state, const std::string& script, bool loads)
@@ -35,12 +36,14 @@ public:
         // A request is over before its screen is shown.
         m_state.quit |= (screen == Screen::newScene && m_state.newSceneRequest) ||
                         (screen == Screen::zoneEditor && m_state.zoneEditRequest) ||
+                        (screen == Screen::openScene && m_state.openSceneRequest) ||
                         m_state.screen != screen;
         // One that the script does not expect ends the program.
         m_state.quit |= does('!') || !word.starts_with(name);
         m_state.newSceneRequest |= does('?');
         m_state.sceneCreated |= does('+');
         m_state.zoneEditRequest |= does('Z');
+        m_state.openSceneRequest |= does('^');
         return does('-') ? std::nullopt : std::optional(ScreenResult{does('x') ? "clip" : ""});
     }
     bool loadChosenScene() override {
@@ -95,6 +98,11 @@ const struct {
      Screen::branchEditor},
     {"the branch editor stays", kBranches, "branches branches!", "branches branches ",
      Screen::branchEditor},
+    {"another scene, then back from a new one",
+     {},
+     "open? new+ branches^ open? new open branches^ open!",
+     "open new branches open new open load branches open ",
+     Screen::openScene},
     {"zones and back, with a fresh request", kBranches, "branchesZ zones branches branches!",
      "branches zones branches branches ", Screen::branchEditor},
     {"what the zone editor leaves is for the next screen alone", kZones,

@@ -8,6 +8,7 @@
 #include "recovery/Drafts.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
+#include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
 #include "tests/ui/BranchListFixture.h"
 #include "ui/OpenScene.h"
@@ -15,6 +16,7 @@
 namespace {
 
 using platform::Key;
+using test::Answer;
 using test::isChecked;
 using test::menuOf;
 using test::Texts;
@@ -52,6 +54,18 @@ TEST_F(BranchEditorMenu, ShowsTheCommandsThatHaveAHandler) {
     m_driver->press(Key::enter);
     EXPECT_EQ(m_gui.userDesktop.errors.size(), 1U) << "the manual is not there";
     EXPECT_EQ(menuOf(*m_driver), Texts{});
+}
+
+TEST_F(BranchEditorMenu, AsksBeforeAnotherSceneWhereNothingKeepsTheWork) {
+    makeScene({"A"});
+    show();
+    session().addBranch();
+    for (const Answer answer : {Answer::escape, Answer::no, Answer::yes}) {
+        m_driver->press(Key::menu);
+        m_driver->type(u"o");
+        m_driver->pressThen(Key::enter, test::answering(answer));
+        EXPECT_EQ(m_state.openSceneRequest && isClosed(*m_window), answer == Answer::yes);
+    }
 }
 
 TEST_F(BranchEditorMenu, ChangesOfTheSettingsCountAtOnce) {

@@ -15,6 +15,7 @@ inline constexpr std::string_view kEditZones = "editZones";
 inline constexpr std::string_view kAddAction = "addAction";
 inline constexpr std::string_view kRemoveAction = "removeAction";
 inline constexpr std::string_view kRetarget = "retarget";
+inline constexpr std::string_view kOpenAnother = "openAnother";
 } // namespace command
 
 inline constexpr std::u16string_view kBranchEditor = u"Branch editor";
@@ -36,6 +37,10 @@ inline constexpr Command kBranchEditorCommands[] = {
     kUndoCommand,
     kRedoCommand,
     kMenuCommand,
+    {.id = command::kOpenAnother,
+     .group = kEverywhere,
+     .text = u"Open Another Scene…",
+     .icon = u"MenuOpen"},
     kEarlierVersionsCommand,
     kNoticeUndoCommand,
     {command::kRetarget,
@@ -46,7 +51,8 @@ inline constexpr Command kBranchEditorCommands[] = {
     kCloseNoticeCommand,
 };
 
-inline constexpr std::string_view kBranchEditorMenu[] = {command::kEarlierVersions, command::kLine,
-                                                         command::kSettings, command::kManual};
+inline constexpr std::string_view kBranchEditorMenu[] = {
+    command::kOpenAnother, command::kLine,     command::kEarlierVersions,
+    command::kLine,        command::kSettings, command::kManual};
 
 } // namespace ui

@@ -84,6 +84,13 @@ void WindowDriver::clickThen(std::u16string_view name, std::function<void()> the
     pump();
 }
 
+void WindowDriver::pressThen(platform::Key key, std::function<void()> then) const {
+    input().key(native(), EventKind::keyDown, key);
+    input().key(native(), EventKind::keyUp, key);
+    gui().loop().post(std::move(then));
+    pump();
+}
+
 void WindowDriver::send(EventKind kind, Point at) const {
     input().mouse(native(), kind, at);
     pump();

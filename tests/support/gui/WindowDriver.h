@@ -57,6 +57,7 @@ public:
     void doubleClick(platform::Point at) const { test::doubleClick(native(), at); }
     /// Clicks, and runs `then` in whatever loop the click starts (a dialog's), or after it.
     void clickThen(std::u16string_view name, std::function<void()> then) const;
+    void pressThen(platform::Key key, std::function<void()> then) const;
     /// One event of the mouse, with the left button.
     void send(platform::EventKind kind, platform::Point at) const;
     /// Moves the pointer without a button.
