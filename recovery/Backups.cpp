@@ -19,6 +19,9 @@ namespace {
 
 using platform::FileSystem;
 
+/// How often another program may take the name that a version was to have.
+constexpr int kMaxAttempts = 10;
+
 std::string folderIn(const std::string& folder, const std::string& name) {
     return folder.empty() ? std::string() : folder + encodedName(name) + "/";
 }
@@ -96,12 +99,18 @@ void Backups::start(const std::vector<std::string>& paths) {
         return;
     }
     core::createFolders(disk, m_folder);
-    const std::string base = freeBase(saved);
-    for (File& file : m_files) {
-        file.version = base + file.version;
-    }
     m_mayBeEqual = !m_must && m_files.size() == paths.size();
-    linkOrCopy();
+    const std::vector<File> endings = std::exchange(m_files, {});
+    for (int attempt = 0; m_files.empty() && attempt < kMaxAttempts; ++attempt) {
+        const std::string base = freeBase(saved);
+        for (const File& file : endings) {
+            m_files.push_back({file.path, base + file.version});
+        }
+        linkOrCopy();
+    }
+    if (m_files.empty()) {
+        m_report.failure = {m_folder, "other programs keep versions in it"};
+    }
 }
 
 std::string Backups::freeBase(std::int64_t saved) const {
@@ -123,11 +132,16 @@ std::string Backups::freeBase(std::int64_t saved) const {
 
 void Backups::linkOrCopy() {
     FileSystem& disk = *core::services().fileSystem;
+    std::vector<File> linked;
     std::vector<File> left;
     for (const File& file : m_files) {
         int error = 0;
-        if (!disk.linkFile(file.path, file.version, error)) {
-            left.push_back(file);
+        const bool isLinked = disk.linkFile(file.path, file.version, error);
+        (isLinked ? linked : left).push_back(file);
+        if (!isLinked && disk.info(file.version)) { // another program was faster
+            m_files = std::move(linked);
+            drop();
+            return;
         }
     }
     if (left.empty()) {

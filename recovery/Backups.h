@@ -55,6 +55,7 @@ private:
 
     void start(const std::vector<std::string>& paths);
     [[nodiscard]] std::string freeBase(std::int64_t saved) const;
+    /// Leaves no files if another program has just made a version of that name.
     void linkOrCopy();
     void drop();
     void tidyUp();

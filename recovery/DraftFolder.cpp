@@ -18,6 +18,7 @@ namespace {
 
 constexpr const char* kInfoName = "Draft.txt";
 constexpr const char* kLockName = "Lock";
+constexpr std::string_view kDigits = "0123456789";
 constexpr std::string_view kTemporaryStart = ".quorvel-saving";
 constexpr std::string_view kContentEndings[] = {kDraftScene, kDraftZoneList, kDraftZoneShapes};
 constexpr std::size_t kMaxInfoBytes = std::size_t{64} * 1024;
@@ -54,7 +55,7 @@ bool createFolder(const std::string& path, int& error) {
 
 /// "17-Scene.xml", or what a kill left of a writing.
 bool isOfSomeWriting(std::string_view name) {
-    const std::size_t digits = std::min(name.find_first_not_of("0123456789"), name.size());
+    const std::size_t digits = std::min(name.find_first_not_of(kDigits), name.size());
     const std::string_view rest = name.substr(digits);
     return name.starts_with(kTemporaryStart) ||
            (digits > 0 && std::any_of(std::begin(kContentEndings), std::end(kContentEndings),
@@ -105,6 +106,11 @@ std::unique_ptr<DraftFolder> DraftFolder::claim(const std::string& sceneFolder,
 
 std::unique_ptr<DraftFolder> DraftFolder::open(const std::string& path, std::string& problem) {
     problem.clear();
+    const std::string name = core::fileName(path.substr(0, path.size() - 1));
+    if (name.empty() || name.find_first_not_of(kDigits) != std::string::npos) {
+        problem = "its name is no number";
+        return nullptr; // not even a lock is put there
+    }
     if (isLink(path) || isLink(parentOf(path))) {
         problem = "it is a link";
         return nullptr;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -114,6 +115,21 @@ TEST_F(BackupsTest, EachSaveKeepsWhatItReplacesWithAndWithoutLinks) {
         m_isWanted = true;
     }
     EXPECT_EQ(warnings(), 0U);
+}
+
+TEST_F(BackupsTest, AVersionThatAnotherProgramKeepsInTheSameSecondStays) {
+    support::writeBytes(m_path, "ours");
+    bool isFirst = true;
+    m_files.setRule(
+        [&isFirst](const support::Call& call) {
+            if (call.operation == "linkFile" && std::exchange(isFirst, false)) {
+                support::writeBytes(call.path, "theirs");
+            }
+            return support::Fault::none;
+        },
+        EEXIST);
+    EXPECT_TRUE(save("new"));
+    EXPECT_EQ(texts(), (Texts{"ours", "theirs"}));
 }
 
 TEST_F(BackupsTest, ALinkIsFollowedToTheFileThatTheSaveReplaces) {

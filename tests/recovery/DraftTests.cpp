@@ -203,7 +203,8 @@ TEST_F(DraftTest, ThatIsNoneIsIgnoredWithOneLogLineAndLeftAlone) {
     for (auto at = page.find("Draft ignored"); at != std::string::npos; ++lines) {
         at = page.find("Draft ignored", at + 1);
     }
-    EXPECT_EQ(lines, bad.size() + links);
+    EXPECT_EQ(lines, bad.size() + 1 + links);
+    EXPECT_FALSE(support::exists(folder + "notes/Lock"));
     Texts after = support::filesBelow("Drafts/");
     std::erase_if(after, [](const std::string& name) { return name.find("/99") < name.size(); });
     std::erase_if(after, [&](const std::string& name) {
