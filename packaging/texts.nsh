@@ -38,10 +38,10 @@
   "No se pudieron eliminar algunos archivos de Quorvel porque otro programa los usa. Cierre los demás programas y vuelva a desinstalar Quorvel." \
   "Sommige bestanden van Quorvel konden niet worden verwijderd omdat een ander programma ze gebruikt. Sluit andere programma's en verwijder Quorvel opnieuw."
 !insertmacro text textScenesStay \
-  "Your scenes stay where they are:$\n$INSTDIR\Programs\Quorvel\Scenes" \
-  "Vos scènes restent où elles sont :$\n$INSTDIR\Programs\Quorvel\Scenes" \
-  "Ihre Szenen bleiben, wo sie sind:$\n$INSTDIR\Programs\Quorvel\Scenes" \
-  "Sus escenas se quedan donde están:$\n$INSTDIR\Programs\Quorvel\Scenes" \
-  "Uw scènes blijven waar ze zijn:$\n$INSTDIR\Programs\Quorvel\Scenes"
+  "Your scenes, drafts, earlier versions and settings stay where they are, in Scenes and beside it:$\n$INSTDIR\Programs\Quorvel\Scenes" \
+  "Vos scènes, brouillons, versions antérieures et réglages restent où ils sont, dans Scenes et à côté :$\n$INSTDIR\Programs\Quorvel\Scenes" \
+  "Ihre Szenen, Entwürfe, früheren Versionen und Einstellungen bleiben, wo sie sind, in Scenes und daneben:$\n$INSTDIR\Programs\Quorvel\Scenes" \
+  "Sus escenas, borradores, versiones anteriores y ajustes se quedan donde están, en Scenes y junto a esa carpeta:$\n$INSTDIR\Programs\Quorvel\Scenes" \
+  "Uw scènes, concepten, eerdere versies en instellingen blijven waar ze zijn, in Scenes en ernaast:$\n$INSTDIR\Programs\Quorvel\Scenes"
 !insertmacro text textManual \
   "Open the manual" "Ouvrir le manuel" "Handbuch öffnen" "Abrir el manual" "Handleiding openen"

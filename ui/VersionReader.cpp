@@ -74,9 +74,11 @@ void VersionReader::takeRows(const std::function<void(std::vector<Row>)>& onRows
         }
     }
     if (!odd.empty()) {
+        const std::string more =
+            odd.size() == 1 ? "" : " and " + std::to_string(odd.size() - 1) + " more";
         core::Log::get()->Write(core::Log::Level::warning,
-                                "Ignored among the earlier versions: %s and %d more",
-                                odd.front().c_str(), static_cast<int>(odd.size()) - 1);
+                                "Ignored among the earlier versions: %s%s", odd.front().c_str(),
+                                more.c_str());
     }
     if (!rows.empty()) {
         onRows(std::move(rows));
