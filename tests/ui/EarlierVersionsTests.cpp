@@ -130,7 +130,7 @@ TEST_F(VersionsOfTheEditor, AreOpenedByTheMenuAndRestoredAsAStep) {
     m_driver->click(u"ButtonAddBranch");
     m_driver->click(u"ButtonSave");
     m_driver->click(u"ButtonMenu");
-    m_driver->press(Key::home);
+    m_driver->type(u"e");
     std::u16string summary;
     inWindow("EarlierVersions.xml", [&](const test::WindowDriver& versions) {
         EXPECT_TRUE(
