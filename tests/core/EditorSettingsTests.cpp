@@ -1,5 +1,6 @@
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -13,17 +14,12 @@ class EditorSettingsTest : public core_tests::CoreTest {
 protected:
     static constexpr const char* kFile = "Editor.ini";
     /// How many lines the log has got since the last call.
-    int newLines() {
-        int count = -m_seen;
-        const std::string page = m_log.page();
-        for (std::size_t at = 0; (at = page.find("Settings \"", at)) != std::string::npos; ++at) {
-            ++count;
-        }
-        m_seen += count;
-        return count;
+    std::size_t newLines() {
+        const std::size_t seen = std::exchange(m_seen, m_log.count("Settings \""));
+        return m_seen - seen;
     }
     support::LogCapture m_log;
-    int m_seen = 0;
+    std::size_t m_seen = 0;
 };
 
 TEST_F(EditorSettingsTest, TakeTheDefaultsWithOneLogLineForWhateverIsOdd) {
@@ -31,7 +27,7 @@ TEST_F(EditorSettingsTest, TakeTheDefaultsWithOneLogLineForWhateverIsOdd) {
         std::string text;
         bool drafts, backups;
         int size;
-        int lines;
+        std::size_t lines;
     } cases[] = {
         {"", true, true, 100, 0},
         {"\xEF\xBB\xBFKEEPDRAFTS=False\r\n; keepBackups = false\n# x\n\n", false, true, 100, 0},
@@ -58,7 +54,7 @@ TEST_F(EditorSettingsTest, TakeTheDefaultsWithOneLogLineForWhateverIsOdd) {
     EXPECT_TRUE(core::EditorSettings("missing.ini").keepDrafts());
     support::makeFolder("folder.ini");
     EXPECT_TRUE(core::EditorSettings("folder.ini").keepDrafts());
-    EXPECT_EQ(newLines(), 1);
+    EXPECT_EQ(newLines(), 1U);
 }
 
 TEST_F(EditorSettingsTest, ChangeTheirOwnLineAloneAndKeepWhatAnotherProgramWrote) {
@@ -78,7 +74,7 @@ TEST_F(EditorSettingsTest, ChangeTheirOwnLineAloneAndKeepWhatAnotherProgramWrote
     EXPECT_EQ(support::readBytes(kFile), written);
     EXPECT_TRUE(first.set("path", "C:\\a = b; #c"));
     EXPECT_EQ(core::EditorSettings(kFile).getString("path", ""), "C:\\a = b; #c");
-    EXPECT_EQ(newLines(), 0);
+    EXPECT_EQ(newLines(), 0U);
 }
 
 TEST_F(EditorSettingsTest, AFailedWriteLeavesTheFileWholeAndCountsForThisRun) {

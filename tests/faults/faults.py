@@ -13,6 +13,7 @@ out. Exit 0 when nothing was lost, 1 otherwise. The seed is printed; the moments
 
 import argparse
 import os
+import pathlib
 import random
 import resource
 import shutil
@@ -111,17 +112,20 @@ class Faults:
                         self.lose("%s: earlier version %s is damaged" % (what, name))
                 self.kept += len(kept)
 
-    def until_killed(self, *arguments):
-        """What the run told. Wine now and then keeps a program that ended itself: one thread of it
-        waits for ever and nothing runs any more."""
+    def until_killed(self, *arguments, meddle=None, **options):
+        """What the run told, and its exit code. Wine now and then keeps a program that ended itself:
+        one thread of it waits for ever and nothing runs any more."""
         with subprocess.Popen(self.command(*arguments), stdout=subprocess.PIPE,
                               stderr=subprocess.DEVNULL, text=True,
-                              start_new_session=True) as process:
+                              start_new_session=True, **options) as process:
+            while meddle and process.poll() is None:
+                meddle()
             try:
-                return process.communicate(timeout=PATIENCE)[0]
+                told = process.communicate(timeout=PATIENCE)[0]
             except subprocess.TimeoutExpired:
                 os.killpg(process.pid, signal.SIGKILL)
-                return process.communicate()[0]
+                told = process.communicate()[0]
+            return told, process.returncode
 
     def kills(self, rounds):
         # Variant 3 comes before variant 0, the first of each run.
@@ -130,7 +134,7 @@ class Faults:
         for number in range(rounds):
             self.run("once", self.folder, scene, str(VARIANTS - 1))
             time_left = self.random.randrange(2000, 400000 if self.runner else 200000)
-            told = self.until_killed("forever", self.folder, scene, str(time_left))
+            told, _ = self.until_killed("forever", self.folder, scene, str(time_left))
             inside += any(os.path.exists(scene + name) for name in TEMPORARIES)
             self.check(scene, told, dict.fromkeys(FILES.values(), VARIANTS - 1),
                        "kill %d" % number, FILES)
@@ -149,18 +153,9 @@ class Faults:
         ages = []
         for number in range(rounds):
             time_left = str(self.random.randrange(100000, 3000000 if self.runner else 600000))
-            with subprocess.Popen(self.command("drafts", time_left), stdout=subprocess.PIPE,
-                                  stderr=subprocess.DEVNULL, text=True,
-                                  start_new_session=True, **options) as process:
-                while meddle and process.poll() is None:
-                    meddle()
-                try:
-                    told = process.communicate(timeout=PATIENCE)[0]
-                except subprocess.TimeoutExpired:
-                    os.killpg(process.pid, signal.SIGKILL)
-                    told = process.communicate()[0]
-            if not self.runner and process.returncode != -signal.SIGKILL:
-                self.lose("%s %d: exit %d" % (what, number, process.returncode))
+            told, code = self.until_killed("drafts", time_left, meddle=meddle, **options)
+            if not self.runner and code != -signal.SIGKILL:
+                self.lose("%s %d: exit %d" % (what, number, code))
             lines = [line.split() for line in told.splitlines() if " " in line]
             ages += [int(value) for kind, value in lines if kind == "age"]
             recovered = self.run("recovered", cwd=options.get("cwd")).stdout
@@ -236,18 +231,16 @@ class Faults:
     def vanishing(self, rounds):
         """Somebody else clears the folder all the time: nothing may end the run but the kill."""
         scene = self.scene("vanishing")
+
+        def clear():
+            for name in self.random.sample((*FILES, *TEMPORARIES), 3):
+                pathlib.Path(scene + name).unlink(missing_ok=True)
+
         for number in range(rounds):
-            with subprocess.Popen(self.command("forever", self.folder, scene, "200000"),
-                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as process:
-                while process.poll() is None:
-                    for name in self.random.sample((*FILES, *TEMPORARIES), 3):
-                        try:
-                            os.remove(scene + name)
-                        except FileNotFoundError:
-                            pass
+            _, code = self.until_killed("forever", self.folder, scene, "200000", meddle=clear)
             # A run that lost its temporary refuses that save and ends by itself, with 1.
-            if process.returncode not in (1, -signal.SIGKILL):
-                self.lose("vanishing %d: exit %d" % (number, process.returncode))
+            if code not in (1, -signal.SIGKILL):
+                self.lose("vanishing %d: exit %d" % (number, code))
             self.run("once", self.folder, scene, "2")
             self.check(scene, "", dict.fromkeys(FILES.values(), 2), "vanishing")
         print("%d runs with vanishing files" % rounds)

@@ -69,15 +69,7 @@ protected:
         version.isDamaged = damaged;
         support::writeBytes(version.baseIn(to) + "-Scene.xml", std::string(bytes, 'x'));
     }
-    [[nodiscard]] std::size_t warnings() const {
-        const std::string page = m_log.page();
-        std::size_t count = 0;
-        for (auto at = page.find("Warning: "); at != std::string::npos;
-             at = page.find("Warning: ", at + 1)) {
-            ++count;
-        }
-        return count;
-    }
+    [[nodiscard]] std::size_t warnings() const { return m_log.count("Warning: "); }
 
     support::FixedClock m_clock;
     support::FaultyFileSystem m_files{platform::nativeFileSystem()};

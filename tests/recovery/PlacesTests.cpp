@@ -1,3 +1,5 @@
+#include <cstddef>
+#include <iterator>
 #include <set>
 #include <string>
 #include <vector>
@@ -28,71 +30,25 @@ TEST(EncodedName, IsLegible) {
 class EncodedFolders : public support::TempFolderTest {};
 
 TEST_F(EncodedFolders, AnyTwoNamesHaveFoldersOfTheirOwnOnTheDisk) {
+    const char* const plain[] = {
+        "",     ".",         "..",          "...",       "a",    "A",        "a.",          "a ",
+        " a",   "A ",        "+a",          "_",         " ",    "%41",      "%",           "%%",
+        "CON",  "con",       "Con",         "con.txt",   "NUL",  "nul ",     "com1",        "COM1",
+        "com0", "lpt9",      "aux",         "prn",       "a/b",  "a\\b",     "a:b",         "/",
+        "\\",   "..\\..\\a", "C:\\Windows", "a*",        "a?",   "a|b",      "<a>",         "a\nb",
+        "\x7F", "\xC3\xA9",  "\xC3\x89",    "e\xCC\x81", "\xE9", "\xFF\xFE", "\xED\xA0\x80"};
+    std::set<std::string> names(std::begin(plain), std::end(plain));
+    names.insert({std::string("a\0b", 3), std::string(1, '\0')});
+    for (const std::size_t length : {60U, 96U, 97U, 300U, 301U}) {
+        names.insert(std::string(length, 'n'));
+    }
     const std::string far(300, 'n');
     std::string wide;
     for (int letter = 0; letter < 150; ++letter) {
         wide += "\xC3\xA9";
     }
-    const std::set<std::string> names{"",
-                                      ".",
-                                      "..",
-                                      "...",
-                                      "a",
-                                      "A",
-                                      "a.",
-                                      "a ",
-                                      " a",
-                                      "A ",
-                                      "+a",
-                                      "_",
-                                      " ",
-                                      "%41",
-                                      "%",
-                                      "%%",
-                                      "CON",
-                                      "con",
-                                      "Con",
-                                      "con.txt",
-                                      "NUL",
-                                      "nul ",
-                                      "com1",
-                                      "COM1",
-                                      "com0",
-                                      "lpt9",
-                                      "aux",
-                                      "prn",
-                                      "a/b",
-                                      "a\\b",
-                                      "a:b",
-                                      "/",
-                                      "\\",
-                                      "..\\..\\a",
-                                      "C:\\Windows",
-                                      "a*",
-                                      "a?",
-                                      "a|b",
-                                      "<a>",
-                                      std::string("a\0b", 3),
-                                      std::string(1, '\0'),
-                                      "a\nb",
-                                      "\x7F",
-                                      "\xC3\xA9",
-                                      "\xC3\x89",
-                                      "e\xCC\x81",
-                                      "\xE9",
-                                      "\xFF\xFE",
-                                      "\xED\xA0\x80",
-                                      far,
-                                      far + "N",
-                                      far + "n",
-                                      far + ".",
-                                      wide,
-                                      wide + " ",
-                                      std::string(96, 'n'),
-                                      std::string(97, 'n'),
-                                      std::string(60, 'n'),
-                                      recovery::encodedName(far),
-                                      recovery::encodedName(wide)};
+    names.insert({far + "N", far + ".", wide, wide + " ", recovery::encodedName(far),
+                  recovery::encodedName(wide)});
     for (const std::string& name : names) {
         const std::string encoded = recovery::encodedName(name);
         EXPECT_LE(encoded.size(), recovery::kMaxEncodedBytes) << name;

@@ -386,23 +386,4 @@ TEST_F(SceneSessionTest, RestoringAVersionIsOneStepAndKeepsTheName) {
     EXPECT_FALSE(m_session.isModified());
 }
 
-TEST_F(SceneSessionTest, CopiesAndRemovedBranchesKeepTheRestInOrder) {
-    m_session.duplicateBranch(0);
-    m_session.duplicateBranch(0);
-    EXPECT_EQ(m_session.branchNames(), (Lines{"Hall", "Hall 3", "Hall 2", "Exit"}));
-    EXPECT_EQ(m_session.actions(1), m_session.actions(0));
-    m_session.setTarget(1, 0, "Hall 2");
-    EXPECT_EQ(m_session.action(0, 0).BranchID(), "Exit") << "a copy has actions of its own";
-    const Lines heirs{"Hall 3", "Hall 2", "Exit", ""};
-    for (const std::string& heir : heirs) {
-        m_session.removeBranch(0);
-        EXPECT_EQ(m_session.firstBranch(), heir);
-    }
-    m_session.undo();
-    m_session.undo();
-    m_session.setFirstBranch("Exit");
-    m_session.removeBranch(1);
-    EXPECT_EQ(m_session.firstBranch(), "Hall 2") << "the last one when none follows";
-}
-
 } // namespace

@@ -1,7 +1,5 @@
 #include "tests/support/LogCapture.h"
 
-#include <cstddef>
-
 namespace support {
 
 LogCapture::LogCapture()
@@ -22,6 +20,15 @@ std::vector<std::string> LogCapture::errors() const {
         messages.push_back(text.substr(at, text.find(closing, at) - at));
     }
     return messages;
+}
+
+std::size_t LogCapture::count(std::string_view text) const {
+    const std::string all = page();
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = all.find(text, at)) != std::string::npos; ++at) {
+        ++count;
+    }
+    return count;
 }
 
 std::vector<std::string> LogCapture::newErrors() {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -84,8 +83,6 @@ private:
 struct PlainZone {
     std::string name;
     std::vector<std::optional<PlainShape>> frames;
-    /// Where undone shapes were shown: one made there again has its centre handle there.
-    std::map<int, platform::Point> lostCenters;
     int selected = -1;
 };
 
@@ -163,10 +160,7 @@ public:
     /// Made where there is none.
     PlainShape& shape(int zone, int frame) {
         auto& found = held(zone, frame);
-        if (!found) {
-            found.emplace().center = this->zone(zone).lostCenters[frame];
-        }
-        return *found;
+        return found ? *found : found.emplace();
     }
 
     std::vector<PlainZone> zones;

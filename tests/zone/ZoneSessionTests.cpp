@@ -192,6 +192,11 @@ TEST_F(ZoneSessionTest, TwentyThousandEditsAreTakenBackAndDoneAgainExactly) {
             if (edits % 4 == 0) {
                 ASSERT_EQ(m_session->isModified(), bytes() != firstBytes) << edits;
             }
+            if (states.size() > 1 && m_random.below(6) == 0) { // the next edit goes on from there
+                ASSERT_TRUE(m_session->undo());
+                states.pop_back();
+                ASSERT_EQ(contents(*m_manager), states.back()) << edits;
+            }
         }
         (void)testing::internal::GetCapturedStderr();
         const std::string lastBytes = bytes();
