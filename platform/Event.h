@@ -21,6 +21,7 @@ enum class EventKind {
     activated,   ///< the window got the keyboard
     deactivated, ///< another window got it
     captureLost, ///< the system took the mouse capture away
+    resized,     ///< a window that can be sized: its size or its state has changed
     timer,
     closeRequest, ///< close box, Alt+F4 or the window manager
     destroyed,    ///< the native window is gone; the last event

@@ -35,6 +35,11 @@ enum class WindowKind {
     popup,  ///< drop list or tool tip: above its owner, never takes the keyboard
 };
 
+enum class WindowState { normal, maximized, minimized };
+
+/// How deep the user reaches into a window at its edges to size it.
+inline constexpr int kSizingBorder = 6;
+
 class NativeWindow;
 
 struct WindowOptions {
@@ -44,8 +49,11 @@ struct WindowOptions {
     std::uint32_t style = 0;         ///< Win32 style bits; other systems take what they can
     std::uint32_t extendedStyle = 0; ///< Win32 extended style bits
     Size size{1, 1};                 ///< client size in layout pixels
-    int cornerRadius = 0;            ///< of the corners that are cut off; 0: a plain rectangle
-    NativeWindow* owner = nullptr;   ///< stays above it; not owned
+    /// The user may size the window, down to this, and maximise it; empty: its size is fixed. With
+    /// the style of a system menu only.
+    Size leastSize;
+    int cornerRadius = 0;          ///< of the corners that are cut off; 0: a plain rectangle
+    NativeWindow* owner = nullptr; ///< stays above it; not owned
 };
 
 /// UI thread only. Destroying the object destroys the native window (`destroyed` is sent first).
@@ -60,6 +68,11 @@ public:
     /// Position and size in screen pixels.
     virtual void setGeometry(const Rect& screenRect) = 0;
     [[nodiscard]] virtual Rect geometry() const = 0;
+    /// A hidden window takes the state when it is shown. A window of a fixed size is not maximised.
+    virtual void setState(WindowState state) = 0;
+    [[nodiscard]] virtual WindowState state() const = 0;
+    /// The geometry in the normal state, whichever it is in.
+    [[nodiscard]] virtual Rect normalGeometry() const = 0;
     virtual void setTitle(const std::u16string& title) = 0;
     /// A disabled window takes no mouse or keyboard input.
     virtual void setEnabled(bool enabled) = 0;

@@ -34,7 +34,7 @@ bool hasWindowSystem() {
 
 QtWindow::QtWindow(QtWindowHost& host, const WindowOptions& options, WindowEvents& events)
     : m_host(host), m_events(events), m_surface(std::make_unique<QtSurface>(*this).release()),
-      m_kind(options.kind), m_cornerRadius(options.cornerRadius) {
+      m_kind(options.kind), m_leastSize(options.leastSize), m_cornerRadius(options.cornerRadius) {
     m_surface->setSurfaceType(QSurface::RasterSurface);
     m_surface->setFlags(flagsOf(options.kind));
     m_surface->setTitle(toQt(options.title));
@@ -88,9 +88,12 @@ void QtWindow::center() {
     m_surface->setGeometry(toQt(around.centred(geometry().size()).movedInto(area)));
 }
 
-/// For the window manager, which would otherwise offer to maximise the window. It ignores popups.
+/// For the window manager, which would otherwise offer to maximise a window of a fixed size. It
+/// ignores popups.
 void QtWindow::fixSize(Size size) {
-    if (m_kind == WindowKind::normal) {
+    if (isSizable()) {
+        m_surface->setMinimumSize(QSize(m_leastSize.width, m_leastSize.height));
+    } else if (m_kind == WindowKind::normal) {
         m_surface->setMinimumSize(QSize(size.width, size.height));
         m_surface->setMaximumSize(QSize(size.width, size.height));
     }
@@ -106,6 +109,50 @@ void QtWindow::setGeometry(const Rect& screenRect) {
 
 Rect QtWindow::geometry() const {
     return fromQt(m_surface->geometry());
+}
+
+void QtWindow::setState(WindowState state) {
+    switch (state) {
+    case WindowState::normal:
+        m_surface->setWindowStates(Qt::WindowNoState);
+        break;
+    case WindowState::maximized:
+        if (isSizable()) {
+            m_surface->setWindowStates(Qt::WindowMaximized);
+        }
+        break;
+    case WindowState::minimized:
+        m_surface->setWindowStates(m_surface->windowStates() | Qt::WindowMinimized);
+        break;
+    }
+}
+
+WindowState QtWindow::state() const {
+    const Qt::WindowStates states = m_surface->windowStates();
+    if (states.testFlag(Qt::WindowMinimized)) {
+        return WindowState::minimized;
+    }
+    return states.testAnyFlags(Qt::WindowMaximized | Qt::WindowFullScreen) ? WindowState::maximized
+                                                                           : WindowState::normal;
+}
+
+Rect QtWindow::normalGeometry() const {
+    return state() == WindowState::normal ? geometry() : m_normal;
+}
+
+void QtWindow::noteGeometry() {
+    const Rect now = geometry();
+    if (state() == WindowState::normal && now != m_normal) {
+        m_formerNormal = m_normal;
+        m_normal = now;
+    }
+}
+
+/// A window manager may size the window before it reports that it has maximised it.
+void QtWindow::noteState() {
+    if (state() == WindowState::maximized && m_normal == geometry()) {
+        m_normal = m_formerNormal;
+    }
 }
 
 void QtWindow::setTitle(const std::u16string& title) {
@@ -192,6 +239,23 @@ void QtWindow::handleFocus(bool focused) {
     send(event);
 }
 
+void QtWindow::handleSize(bool ofState) {
+    if (ofState) {
+        noteState();
+    } else {
+        noteGeometry();
+    }
+    const QPointer<QtSurface> surface = m_surface.get();
+    if (isSizable()) {
+        Event event;
+        event.kind = EventKind::resized;
+        send(event);
+    }
+    if (surface != nullptr && surface->window() != nullptr) {
+        m_picture.showAll();
+    }
+}
+
 bool QtWindow::handleQtEvent(QEvent& event) {
     switch (event.type()) {
     case QEvent::Timer:
@@ -207,9 +271,14 @@ bool QtWindow::handleQtEvent(QEvent& event) {
     case QEvent::UpdateRequest:
         m_picture.paintDirty();
         return true;
-    case QEvent::Expose:
+    case QEvent::Move:
+        noteGeometry();
+        return false;
     case QEvent::Resize:
     case QEvent::WindowStateChange:
+        handleSize(event.type() == QEvent::WindowStateChange);
+        return false;
+    case QEvent::Expose:
         m_picture.showAll();
         return false;
     default:

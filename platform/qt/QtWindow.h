@@ -26,6 +26,9 @@ public:
     void center() override;
     void setGeometry(const Rect& screenRect) override;
     [[nodiscard]] Rect geometry() const override;
+    void setState(WindowState state) override;
+    [[nodiscard]] WindowState state() const override;
+    [[nodiscard]] Rect normalGeometry() const override;
     void setTitle(const std::u16string& title) override;
     void setEnabled(bool enabled) override;
     void activate() override;
@@ -42,6 +45,8 @@ public:
     bool send(const Event& event);
     /// Asks the owner whether the window may close, and closes it when the owner has no objection.
     void requestClose();
+    [[nodiscard]] bool isSizable() const { return m_leastSize != Size{}; }
+    [[nodiscard]] Size leastSize() const { return m_leastSize; }
     [[nodiscard]] bool isEnabled() const { return m_enabled; }
     [[nodiscard]] bool isClosing() const { return m_closing; }
     /// Not while it waits for a dialog of its own, nor when it is closing.
@@ -53,6 +58,9 @@ public:
 private:
     void changed(Accessible& node, AccessibleChange change) override;
     void fixSize(Size size);
+    void noteGeometry();
+    void noteState();
+    void handleSize(bool ofState);
     void handleFocus(bool focused);
     void finish();
 
@@ -60,7 +68,10 @@ private:
     WindowEvents& m_events;
     SurfaceOwner m_surface;
     WindowKind m_kind;
+    Size m_leastSize;
     int m_cornerRadius;
+    Rect m_normal;
+    Rect m_formerNormal; ///< before the last change of m_normal
     bool m_enabled = true;
     bool m_closing = false;
     bool m_destroyedSent = false;

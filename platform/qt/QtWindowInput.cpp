@@ -20,6 +20,7 @@
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
 #include "platform/qt/QtWindowHost.h"
+#include "platform/qt/WindowSizing.h"
 
 namespace platform::qt {
 
@@ -83,7 +84,12 @@ std::u16string typedText(const QKeyEvent& event) {
 QtWindowInput::QtWindowInput(QtWindow& window)
     : m_window(window),
       m_move([this] { return movesWindows() && m_window.surface().startSystemMove(); },
-             [this](QPoint place) { m_window.surface().setPosition(place); }) {}
+             [this](QPoint place) { m_window.surface().setPosition(place); }),
+      m_sizing([this] { return movesWindows() && m_window.surface().startSystemResize(m_edges); },
+               [this](QPoint by) {
+                   m_window.surface().setGeometry(
+                       toQt(sizedBy(m_sizedFrom, m_edges, by, m_window.leastSize())));
+               }) {}
 
 void QtWindowInput::setCapture() {
     m_window.host().setCapture(*this);
@@ -102,13 +108,16 @@ void QtWindowInput::loseCapture() {
 }
 
 void QtWindowInput::setPointer(PointerShape shape) {
-    m_window.surface().setCursor(cursorOf(shape));
+    m_shape = shape;
+    if (!m_onBorder) {
+        m_window.surface().setCursor(cursorOf(shape));
+    }
 }
 
 void QtWindowInput::beginMove() {
     const QPointer<QtSurface> surface = &m_window.surface();
     loseCapture();
-    if (surface->window() != nullptr) {
+    if (surface->window() != nullptr && m_window.state() == WindowState::normal) {
         m_move.begin(m_pointer - surface->position());
     }
 }
@@ -180,6 +189,34 @@ bool QtWindowInput::completesDoubleClick(const QMouseEvent& event) {
     return pair;
 }
 
+bool QtWindowInput::handleBorder(const QMouseEvent& event) {
+    const bool presses = event.type() == QEvent::MouseButtonPress;
+    if (!m_window.isSizable() || m_window.state() != WindowState::normal ||
+        event.type() == QEvent::MouseButtonRelease ||
+        event.buttons() != (presses ? Qt::LeftButton : Qt::NoButton)) {
+        return false;
+    }
+    QtSurface& surface = m_window.surface();
+    const Rect place = m_window.geometry();
+    const Qt::Edges edges =
+        edgesAt(pixelAt(surface.mapFromGlobal(event.globalPosition())), place.size());
+    const bool entered = !std::exchange(m_onBorder, edges != Qt::Edges()) && m_onBorder;
+    if (!m_onBorder) {
+        surface.setCursor(cursorOf(m_shape));
+        return false;
+    }
+    surface.setCursor(cursorOf(edges));
+    if (presses) {
+        m_edges = edges;
+        m_sizedFrom = place;
+        m_sizing.begin(m_pointer);
+    }
+    if (entered) {
+        m_window.send(mouseEvent(EventKind::mouseLeave, QPointF(-1, -1)));
+    }
+    return true;
+}
+
 void QtWindowInput::handleMouse(const QMouseEvent& event) {
     if (!m_window.isEnabled()) {
         if (event.type() == QEvent::MouseButtonPress) {
@@ -188,7 +225,7 @@ void QtWindowInput::handleMouse(const QMouseEvent& event) {
         return;
     }
     m_pointer = event.globalPosition().toPoint();
-    if (m_move.follow(event)) {
+    if (m_move.follow(event) || m_sizing.follow(event) || handleBorder(event)) {
         return;
     }
     Event ours =

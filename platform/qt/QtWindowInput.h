@@ -43,6 +43,8 @@ private:
 
     bool handlePointer(QEvent& event);
     void handleMouse(const QMouseEvent& event);
+    /// True when the event is about the border, at which the window is sized.
+    bool handleBorder(const QMouseEvent& event);
     void handleWheel(const QWheelEvent& event);
     void handleKey(const QKeyEvent& event);
     void handleInputMethod(const QInputMethodEvent& event);
@@ -53,6 +55,11 @@ private:
     std::optional<Press> m_lastPress;
     QPoint m_pointer; ///< screen position of the last mouse event
     WindowMove m_move;
+    WindowMove m_sizing; ///< of the edges m_edges
+    Qt::Edges m_edges;
+    Rect m_sizedFrom;
+    PointerShape m_shape = PointerShape::arrow;
+    bool m_onBorder = false;
     bool m_textInput = false;
     Rect m_caret;
     bool m_preedit = false;

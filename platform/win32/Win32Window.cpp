@@ -1,5 +1,7 @@
 #include "platform/win32/Win32Window.h"
 
+#include <utility>
+
 #include "platform/Event.h"
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
@@ -56,7 +58,7 @@ Rect restoredRectOf(HWND window) {
 
 Win32Window::Win32Window(const WindowServices& services, const WindowOptions& options,
                          WindowEvents& events)
-    : m_services(services), m_events(events), m_kind(options.kind),
+    : m_services(services), m_events(events), m_kind(options.kind), m_leastSize(options.leastSize),
       m_cornerRadius(options.cornerRadius) {
     if (const auto* owner = static_cast<const Win32Window*>(options.owner)) {
         m_owner = owner->handle();
@@ -71,22 +73,26 @@ Win32Window::Win32Window(const WindowServices& services, const WindowOptions& op
         m_destroyedSent = true; // there was nothing to destroy
         return;
     }
-    allowMinimizing();
+    allowStates();
     // The style bits asked for a frame: have it computed again, now that this object answers.
     SetWindowPos(m_handle.get(), nullptr, 0, 0, options.size.width, options.size.height,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     m_input.setTextInput(false, {});
 }
 
-/// Lets a window with a system menu be minimised; a click on the task bar looks at the style. Its
-/// size is fixed, so the menu offers no other.
-void Win32Window::allowMinimizing() {
+/// Lets a window with a system menu be minimised, and sized and maximised if it can be; a click on
+/// the task bar looks at the style. Otherwise the menu offers no other size.
+void Win32Window::allowStates() {
     HWND window = m_handle.get();
     const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
     if ((style & WS_SYSMENU) == 0) {
         return;
     }
-    SetWindowLongPtrW(window, GWL_STYLE, style | WS_MINIMIZEBOX);
+    const LONG_PTR sizing = isSizable() ? WS_THICKFRAME | WS_MAXIMIZEBOX : 0;
+    SetWindowLongPtrW(window, GWL_STYLE, style | WS_MINIMIZEBOX | sizing);
+    if (isSizable()) {
+        return;
+    }
     HMENU menu = GetSystemMenu(window, FALSE); // the window's own copy from here on
     for (const UINT command : {SC_SIZE, SC_MAXIMIZE}) {
         DeleteMenu(menu, command, MF_BYCOMMAND);
@@ -126,7 +132,10 @@ void Win32Window::show(bool visible) {
         m_input.loseCapture();
         return;
     }
-    ShowWindow(m_handle.get(), m_kind == WindowKind::popup ? SW_SHOWNOACTIVATE : SW_SHOW);
+    const bool maximizes = std::exchange(m_showsMaximized, false);
+    ShowWindow(m_handle.get(), m_kind == WindowKind::popup ? SW_SHOWNOACTIVATE
+                               : maximizes                 ? SW_SHOWMAXIMIZED
+                                                           : SW_SHOW);
     UpdateWindow(m_handle.get());
 }
 
@@ -155,6 +164,58 @@ void Win32Window::setGeometry(const Rect& screenRect) {
 Rect Win32Window::geometry() const {
     HWND window = m_handle.get();
     return IsIconic(window) != 0 ? restoredRectOf(window) : rectOf(window);
+}
+
+void Win32Window::setState(WindowState state) {
+    HWND window = m_handle.get();
+    if (state == WindowState::maximized && !isSizable()) {
+        return;
+    }
+    if (IsWindowVisible(window) == 0) {
+        m_showsMaximized = state == WindowState::maximized;
+        return;
+    }
+    ShowWindow(window, state == WindowState::maximized   ? SW_MAXIMIZE
+                       : state == WindowState::minimized ? SW_MINIMIZE
+                                                         : SW_RESTORE);
+}
+
+WindowState Win32Window::state() const {
+    HWND window = m_handle.get();
+    return IsIconic(window) != 0                       ? WindowState::minimized
+           : IsZoomed(window) != 0 || m_showsMaximized ? WindowState::maximized
+                                                       : WindowState::normal;
+}
+
+Rect Win32Window::normalGeometry() const {
+    HWND window = m_handle.get();
+    return IsIconic(window) != 0 || IsZoomed(window) != 0 ? restoredRectOf(window) : rectOf(window);
+}
+
+LRESULT Win32Window::frameCodeAt(POINT at) const {
+    constexpr int kCorner = 3 * kSizingBorder;
+    constexpr LRESULT kCodes[3][3] = {{HTTOPLEFT, HTTOP, HTTOPRIGHT},
+                                      {HTLEFT, HTCLIENT, HTRIGHT},
+                                      {HTBOTTOMLEFT, HTBOTTOM, HTBOTTOMRIGHT}};
+    const Rect place = rectOf(m_handle.get());
+    const Rect inside{place.left + kSizingBorder, place.top + kSizingBorder,
+                      place.right - kSizingBorder, place.bottom - kSizingBorder};
+    if (inside.contains({at.x, at.y}) || IsZoomed(m_handle.get()) != 0) {
+        return HTCLIENT;
+    }
+    const auto third = [](int value, int begin, int end) {
+        return value < begin + kCorner ? 0 : value >= end - kCorner ? 2 : 1;
+    };
+    return kCodes[third(at.y, place.top, place.bottom)][third(at.x, place.left, place.right)];
+}
+
+/// Without a frame of the system's, a maximised window would cover the task bar.
+void Win32Window::limitSize(MINMAXINFO& limits) const {
+    const MONITORINFO monitor = monitorOf(m_handle.get());
+    const RECT& area = monitor.rcWork;
+    limits.ptMaxPosition = {area.left - monitor.rcMonitor.left, area.top - monitor.rcMonitor.top};
+    limits.ptMaxSize = {area.right - area.left, area.bottom - area.top};
+    limits.ptMinTrackSize = {m_leastSize.width, m_leastSize.height};
 }
 
 void Win32Window::setTitle(const std::u16string& title) {

@@ -36,6 +36,9 @@ public:
     void center() override;
     void setGeometry(const Rect& screenRect) override;
     [[nodiscard]] Rect geometry() const override;
+    void setState(WindowState state) override;
+    [[nodiscard]] WindowState state() const override;
+    [[nodiscard]] Rect normalGeometry() const override;
     void setTitle(const std::u16string& title) override;
     void setEnabled(bool enabled) override;
     void activate() override;
@@ -73,11 +76,16 @@ private:
     std::optional<LRESULT> handleMessage(UINT message, WPARAM wide, LPARAM wideLong);
     std::optional<LRESULT> handleEnd(UINT message, WPARAM wide);
     std::optional<LRESULT> handleFrame(UINT message, WPARAM wide);
+    std::optional<LRESULT> handleSizing(UINT message, LPARAM wideLong);
+    [[nodiscard]] bool isSizable() const { return m_leastSize != Size{}; }
+    /// The part of the frame that a point of the screen would lie in, if there were one.
+    [[nodiscard]] LRESULT frameCodeAt(POINT at) const;
+    void limitSize(MINMAXINFO& limits) const;
     void handleCloseRequest();
     void handleActivation(bool active);
 
     void changed(Accessible& node, AccessibleChange change) override;
-    void allowMinimizing();
+    void allowStates();
     void finish();
 
     const WindowServices& m_services;
@@ -85,7 +93,9 @@ private:
     UniqueWindow m_handle;
     HWND m_owner = nullptr;
     WindowKind m_kind;
+    Size m_leastSize;
     int m_cornerRadius;
+    bool m_showsMaximized = false;
     bool m_enabled = true;
     bool m_closing = false;
     bool m_destroyedSent = false;

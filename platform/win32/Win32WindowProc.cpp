@@ -2,9 +2,11 @@
 #include <set>
 
 #include <windows.h>
+#include <windowsx.h>
 
 #include <imm.h>
 
+#include "platform/Event.h"
 #include "platform/Guard.h"
 #include "platform/win32/Win32Accessible.h"
 #include "platform/win32/Win32Window.h"
@@ -65,6 +67,27 @@ std::optional<LRESULT> Win32Window::handleFrame(UINT message, WPARAM wide) {
     }
 }
 
+std::optional<LRESULT> Win32Window::handleSizing(UINT message, LPARAM wideLong) {
+    if (!isSizable()) {
+        return std::nullopt;
+    }
+    switch (message) {
+    case WM_NCHITTEST:
+        return frameCodeAt({GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)});
+    case WM_GETMINMAXINFO:
+        limitSize(*reinterpret_cast<MINMAXINFO*>(wideLong));
+        return 0;
+    case WM_SIZE: {
+        Event event;
+        event.kind = EventKind::resized;
+        send(event);
+        return 0;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
 /// What ends the window or the program.
 std::optional<LRESULT> Win32Window::handleEnd(UINT message, WPARAM wide) {
     switch (message) {
@@ -99,7 +122,7 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
         return 0;
     case WM_SIZE:
         m_picture.invalidateAll();
-        return 0;
+        break;
     case WM_TIMER:
         m_timers.handle(wide);
         return 0;
@@ -124,6 +147,9 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
     }
     if (const std::optional<LRESULT> end = handleEnd(message, wide)) {
         return end;
+    }
+    if (const std::optional<LRESULT> sizing = handleSizing(message, wideLong)) {
+        return sizing;
     }
     const std::optional<LRESULT> frame = handleFrame(message, wide);
     return frame ? frame : m_input.handle(message, wide, wideLong);

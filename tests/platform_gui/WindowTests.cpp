@@ -192,6 +192,37 @@ TEST(Painting, FollowsTheWindowsSize) {
     EXPECT_EQ(window.native().picture().snapshot().at(299, 239), rgb(1, 2, 3));
 }
 
+TEST(Sizing, KeepsTheLeastSizeAndComesBackFromOtherStates) {
+    using platform::WindowState;
+    TestWindow window({300, 200}, nullptr, WindowKind::normal, {250, 150});
+    window.show();
+    const Rect place = Rect::at(60, 50, 320, 220);
+    window.native().setGeometry(place);
+    test::pump();
+    const auto reaches = [&](WindowState state) {
+        window.native().setState(state);
+        return test::pumpUntil([&] { return window.native().state() == state; });
+    };
+    static_cast<void>(window.takeEvents());
+    EXPECT_TRUE(reaches(WindowState::maximized));
+    test::pump();
+    EXPECT_FALSE(window.takeEvents().empty()) << "the owner hears of it";
+    EXPECT_EQ(window.native().geometry(), test::gui().windows().workArea({0, 0}));
+    EXPECT_EQ(window.native().normalGeometry(), place);
+    EXPECT_TRUE(reaches(WindowState::normal));
+    test::pump();
+    EXPECT_EQ(window.native().geometry(), place);
+    EXPECT_TRUE(reaches(WindowState::minimized));
+    EXPECT_EQ(window.native().normalGeometry(), place);
+
+    TestWindow fixed;
+    fixed.show();
+    fixed.native().setState(WindowState::maximized);
+    test::pump();
+    EXPECT_EQ(fixed.native().state(), WindowState::normal);
+    EXPECT_EQ(fixed.native().geometry().size(), (Size{200, 100}));
+}
+
 TEST(FrameBuffer, ReportsABitmapThatCannotBe) {
     TestWindow window;
     for (const Size size : {Size{0, 10}, Size{10, 0}, Size{-5, 5}, Size{2000000000, 2000000000}}) {

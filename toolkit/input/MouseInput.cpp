@@ -77,7 +77,14 @@ bool MouseInput::press(const platform::Event& event) {
         return true;
     }
     if (dragsCaption(hit, event.position)) {
-        m_manager.GetWindow()->input().beginMove();
+        platform::NativeWindow& window = *m_manager.GetWindow();
+        if (event.kind == EventKind::mouseDown) {
+            window.input().beginMove();
+        } else {
+            window.setState(window.state() == platform::WindowState::maximized
+                                ? platform::WindowState::normal
+                                : platform::WindowState::maximized);
+        }
         return true;
     }
     const bool second = event.kind == EventKind::mouseDoubleClick;

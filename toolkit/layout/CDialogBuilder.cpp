@@ -93,7 +93,7 @@ struct CDialogBuilder::Building {
             const std::u16string value = wide(a->Value());
             if (name == u"caption") {
                 manager.SetCaption(parseRect(value).value_or(platform::Rect{}));
-            } else if (name != u"size" && !root.SetAttribute(name, value)) {
+            } else if (name != u"size" && name != u"minsize" && !root.SetAttribute(name, value)) {
                 remark(element, std::string("Window has no attribute ") + a->Name());
             }
         }
@@ -178,6 +178,9 @@ bool CDialogBuilder::readWindow() {
         return false;
     }
     m_size = *size;
+    m_leastSize = parseSize(wide(window->Attribute("minsize"))).value_or(platform::Size{});
+    m_leastSize = {std::clamp(m_leastSize.width, 0, m_size.width),
+                   std::clamp(m_leastSize.height, 0, m_size.height)};
     return true;
 }
 

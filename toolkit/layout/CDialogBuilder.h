@@ -32,6 +32,8 @@ public:
     [[nodiscard]] const std::string& problem() const { return m_problem; }
     /// The window's client size in pixels, 1 to kMaxWindowSide a side; after Load.
     [[nodiscard]] platform::Size windowSize() const { return m_size; }
+    /// The least size of a window that the user can size; else empty.
+    [[nodiscard]] platform::Size leastSize() const { return m_leastSize; }
 
     /// Makes fonts, defaults and controls and hands them to `manager`. Elements unknown to both
     /// the toolkit and `callback` (may be null) are skipped with their content. False when there
@@ -50,6 +52,7 @@ private:
     std::string m_problem;
     std::vector<std::string> m_remarks;
     platform::Size m_size;
+    platform::Size m_leastSize;
 };
 
 } // namespace toolkit

@@ -1,6 +1,7 @@
 // How a window's events are dispatched: to the tool tip, an open popup, the message filters and the
 // controls.
 #include "platform/Event.h"
+#include "platform/Window.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/FocusKeeper.h"
 #include "toolkit/input/MouseInput.h"
@@ -48,6 +49,13 @@ bool CPaintManagerUI::MessageHandler(const platform::Event& event) {
     case EventKind::timer:
         handleTimer(event);
         return true;
+    case EventKind::resized:
+        m_toolTip->hide();
+        closePopup();
+        if (m_window->state() != platform::WindowState::minimized) {
+            SetWindowSize(m_window->geometry().size());
+        }
+        return filter(event);
     case EventKind::activated:
         m_focus.windowActivated();
         return filter(event);

@@ -84,6 +84,38 @@ TEST(CaptionMove, IsHandedToTheSystemAtTheFirstMotionWithTheButtonDown) {
     }
 }
 
+TEST(SizingBorder, SizesByTheEdgesThatAreHeldAndNoFurtherThanTheLeastSize) {
+    const struct {
+        platform::Point from;
+        platform::Point by;
+        platform::Rect expected;
+        Qt::CursorShape cursor;
+    } cases[] = {
+        {{298, 100}, {40, 9}, platform::Rect::at(100, 100, 340, 200), Qt::SizeHorCursor},
+        {{2, 100}, {90, 9}, platform::Rect::at(150, 100, 250, 200), Qt::SizeHorCursor},
+        {{150, 3}, {5, -30}, platform::Rect::at(100, 70, 300, 230), Qt::SizeVerCursor},
+        {{297, 190}, {20, -90}, platform::Rect::at(100, 100, 320, 150), Qt::SizeFDiagCursor},
+        {{150, 100}, {20, 20}, platform::Rect::at(100, 100, 300, 200), Qt::ArrowCursor},
+    };
+    for (const auto& c : cases) {
+        test::TestWindow window({300, 200}, nullptr, platform::WindowKind::normal, {250, 150});
+        window.native().setGeometry({100, 100, 400, 300});
+        window.show();
+        using platform::EventKind;
+        const auto& surface = static_cast<platform::qt::QtWindow&>(window.native()).surface();
+        test::input().mouse(window.native(), EventKind::mouseMove, c.from);
+        test::pump();
+        EXPECT_EQ(surface.cursor().shape(), c.cursor) << c.from.x << "," << c.from.y;
+        test::input().mouse(window.native(), EventKind::mouseDown, c.from);
+        const platform::Point to{c.from.x + c.by.x, c.from.y + c.by.y};
+        test::input().mouse(window.native(), EventKind::mouseMove, to);
+        test::pump();
+        EXPECT_EQ(window.native().geometry(), c.expected) << c.from.x << "," << c.from.y;
+        test::input().mouse(window.native(), EventKind::mouseUp, to);
+        test::pump();
+    }
+}
+
 TEST(FixedSize, ReachesTheWindowManagerAndFollowsTheProgramsOwnChange) {
     test::TestWindow window({200, 100});
     test::TestWindow popup({50, 50}, &window.native(), platform::WindowKind::popup);

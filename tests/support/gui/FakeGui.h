@@ -61,6 +61,9 @@ public:
     void center() override {}
     void setGeometry(const platform::Rect& screenRect) override { m_geometry = screenRect; }
     [[nodiscard]] platform::Rect geometry() const override { return m_geometry; }
+    void setState(platform::WindowState /*state*/) override {}
+    [[nodiscard]] platform::WindowState state() const override { return {}; }
+    [[nodiscard]] platform::Rect normalGeometry() const override { return m_geometry; }
     void setTitle(const std::u16string& /*title*/) override {}
     void setEnabled(bool /*enabled*/) override {}
     void activate() override {}

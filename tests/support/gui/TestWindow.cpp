@@ -17,10 +17,10 @@ using platform::Event;
 using platform::EventKind;
 
 /// By EventKind.
-constexpr const char* kNames[] = {"move",        "down",    "up",           "double",
-                                  "wheel",       "leave",   "keyDown",      "keyUp",
-                                  "text",        "preedit", "activated",    "deactivated",
-                                  "captureLost", "timer",   "closeRequest", "destroyed"};
+constexpr const char* kNames[] = {
+    "move",        "down",    "up",    "double",       "wheel",     "leave",
+    "keyDown",     "keyUp",   "text",  "preedit",      "activated", "deactivated",
+    "captureLost", "resized", "timer", "closeRequest", "destroyed"};
 
 /// An event as text: its kind, then what it carries.
 std::string describe(const Event& event) {
@@ -60,13 +60,14 @@ std::string describe(const Event& event) {
 } // namespace
 
 TestWindow::TestWindow(platform::Size size, platform::NativeWindow* owner,
-                       platform::WindowKind kind) {
+                       platform::WindowKind kind, platform::Size leastSize) {
     platform::WindowOptions options;
     options.className = u"TestWindow";
     options.title = u"Test";
     options.kind = kind;
     options.size = size;
     options.owner = owner;
+    options.leastSize = leastSize;
     m_native = gui().windows().createWindow(options, *this);
     EXPECT_NE(m_native, nullptr);
 }

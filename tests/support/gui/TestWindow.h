@@ -15,7 +15,8 @@ class TestWindow final : public platform::WindowEvents {
 public:
     /// Made by test::gui(), not shown.
     explicit TestWindow(platform::Size size = {200, 100}, platform::NativeWindow* owner = nullptr,
-                        platform::WindowKind kind = platform::WindowKind::normal);
+                        platform::WindowKind kind = platform::WindowKind::normal,
+                        platform::Size leastSize = {});
     ~TestWindow() override;
     TestWindow(const TestWindow&) = delete;
     TestWindow& operator=(const TestWindow&) = delete;
