@@ -132,7 +132,8 @@ void BranchList::bindCommands() {
         command::kStop, [this] { stop(); }, [this] { return canStop(); });
     commands.bind(command::kMenu, [this] { showMenu(kBranchEditorMenu); });
     commands.bind(
-        command::kOpenAnother, [this] { openAnother(); }, free);
+        command::kOpenAnother, [this] { openAnother(); },
+        [this, free] { return free() && !isWorkAtRisk(); });
     commands.bind(
         command::kEarlierVersions, [this] { showVersions(); }, free);
     commands.bind(
@@ -333,16 +334,8 @@ bool BranchList::isWorkAtRisk() const {
 }
 
 void BranchList::openAnother() {
-    SetAnswer(kYes);
-    if (isWorkAtRisk()) {
-        SetAnswer(kNo);
-        Confirmation::ask(context(), *this, "Open Another Scene?",
-                          "The unsaved work is not kept as a draft. Leave it?");
-    }
-    if (answer() == kYes) {
-        context().state.openSceneRequest = true;
-        Close(1);
-    }
+    context().state.openSceneRequest = true;
+    Close(1);
 }
 
 void BranchList::exitProgram() {

@@ -56,7 +56,7 @@ private:
     void showVersions();
     /// Whether there is unsaved work that no draft keeps.
     [[nodiscard]] bool isWorkAtRisk() const;
-    /// Back to the open scene window; asks only when unsaved work would be lost.
+    /// Back to the open scene window. Nothing is asked: only for work that a draft keeps.
     void openAnother();
     void exitProgram();
     [[nodiscard]] bool canStop() const;
