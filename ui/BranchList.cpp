@@ -6,6 +6,7 @@
 
 #include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
+#include "core/FileError.h"
 #include "core/Text.h"
 #include "core/Translations.h"
 #include "platform/Event.h"

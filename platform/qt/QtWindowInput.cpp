@@ -14,6 +14,7 @@
 
 #include "platform/Composition.h"
 #include "platform/Event.h"
+#include "platform/Window.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtKeys.h"
 #include "platform/qt/QtSurface.h"

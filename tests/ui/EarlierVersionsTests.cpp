@@ -3,14 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/Text.h"
-#include "platform/EventLoop.h"
 #include "recovery/Backups.h"
 #include "tests/ui/BranchListFixture.h"
 #include "ui/EarlierVersions.h"

@@ -1,6 +1,7 @@
 // How a window's events are dispatched: to the tool tip, an open popup, the message filters and the
 // controls.
 #include "platform/Event.h"
+#include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/FocusKeeper.h"
