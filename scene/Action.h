@@ -51,9 +51,6 @@ public:
     /// The same lines as Write; stops with false when the sink does.
     [[nodiscard]] bool writeTo(LineSink& sink) const;
 
-    // For edits and their undo: no copy that could fail.
-    void swapBranchID(std::string& id) noexcept { m_branchID.swap(id); }
-
     friend bool operator==(const Action&, const Action&) = default;
 
 private:

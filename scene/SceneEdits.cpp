@@ -1,6 +1,7 @@
 // The edits of SceneSession: each builds its operations and runs them as one step.
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -143,11 +144,6 @@ bool SceneSession::addVideos(const std::vector<std::string>& names) {
     return true;
 }
 
-void SceneSession::insertAction(SceneStep step, int branch, int index,
-                                std::shared_ptr<Action> action) {
-    m_history.run({step, branch, index}, PlaceAction{branch, index, std::move(action), false});
-}
-
 bool SceneSession::addAction(int branch) {
     const std::shared_ptr<Branch> owner = branchAt(branch);
     std::shared_ptr<Action> action = Action::create();
@@ -155,28 +151,61 @@ bool SceneSession::addAction(int branch) {
         m_scene->addAction(branch, nullptr);
         return false;
     }
-    insertAction(SceneStep::addAction, branch, owner->actionCount(), std::move(action));
+    const int end = owner->actionCount();
+    m_history.run({SceneStep::addAction, branch, end},
+                  PlaceAction{branch, end, std::move(action), false});
     return true;
 }
 
-bool SceneSession::duplicateAction(int branch, int action) {
-    const std::shared_ptr<Action> original = actionAt(branch, action);
-    if (!original) {
+bool SceneSession::duplicateActions(int branch, std::vector<int> actions) {
+    const auto originals = actionsAt(branch, actions);
+    if (originals.empty()) {
         return false;
     }
-    insertAction(SceneStep::duplicateAction, branch, action + 1,
-                 std::make_shared<Action>(*original));
+    int place = actions.back() + 1;
+    auto gesture = m_history.begin({SceneStep::duplicateAction, branch, place});
+    for (const auto& original : originals) {
+        gesture.run(PlaceAction{branch, place++, std::make_shared<Action>(*original), false});
+    }
+    gesture.commit();
     return true;
 }
 
 bool SceneSession::removeAction(int branch, int action) {
-    const std::shared_ptr<Action> removed = actionAt(branch, action);
-    if (!removed) {
+    if (!actionAt(branch, action)) {
         m_scene->removeAction(branch, action);
         return false;
     }
-    m_history.run({SceneStep::removeAction, branch, action},
-                  PlaceAction{branch, action, removed, true});
+    return removeActions(branch, {action});
+}
+
+bool SceneSession::removeActions(int branch, std::vector<int> actions) {
+    auto removed = actionsAt(branch, actions);
+    if (removed.empty()) {
+        return false;
+    }
+    auto gesture = m_history.begin({SceneStep::removeAction, branch, actions.front()});
+    for (; !removed.empty(); removed.pop_back(), actions.pop_back()) {
+        gesture.run(PlaceAction{branch, actions.back(), removed.back(), true});
+    }
+    gesture.commit();
+    return true;
+}
+
+bool SceneSession::shiftActions(int branch, std::vector<int> actions, int by) {
+    if (actionsAt(branch, actions).empty() || by == 0 || !actionAt(branch, actions.front() + by) ||
+        !actionAt(branch, actions.back() + by)) {
+        return false;
+    }
+    const int first = actions.front();
+    if (by > 0) { // each moves to where none that is still to move stands
+        std::reverse(actions.begin(), actions.end());
+    }
+    auto gesture = m_history.begin({SceneStep::moveAction, branch, first + by, first});
+    for (const int action : actions) {
+        gesture.run(MoveAction{branch, action, action + by});
+    }
+    gesture.commit();
     return true;
 }
 
@@ -193,7 +222,21 @@ bool SceneSession::change(SceneStep step, int branch, int action, Action content
     if (!changed || *changed == contents) {
         return false;
     }
-    m_history.run({step, branch, action}, SwapAction{branch, action, std::move(contents)});
+    m_history.run({step, branch, action}, SwapActions{{{branch, action, std::move(contents)}}});
+    return true;
+}
+
+bool SceneSession::changeAll(SceneStep step, const std::vector<ActionPlace>& places,
+                             const std::function<void(Action&)>& edit) {
+    SwapActions swap;
+    for (const auto& [branch, action] : places) {
+        swap.actions.push_back({branch, action, this->action(branch, action)});
+        edit(swap.actions.back().contents);
+    }
+    if (swap.actions.empty()) {
+        return false;
+    }
+    m_history.run({step, places.front().branch, places.front().action}, std::move(swap));
     return true;
 }
 
@@ -222,21 +265,14 @@ bool SceneSession::setImmediate(int branch, int action, bool immediate) {
 }
 
 bool SceneSession::retarget(const std::string& from, const std::string& to) {
-    SwapTargets swap;
-    for (int branch = 0; from != to && branch < branchCount(); ++branch) {
-        const auto& actions = branchAt(branch)->actions();
-        for (int action = 0; action < static_cast<int>(actions.size()); ++action) {
-            if (actions[static_cast<std::size_t>(action)]->BranchID() == from) {
-                swap.targets.push_back({branch, action, to});
-            }
-        }
-    }
-    if (swap.targets.empty()) {
-        return false;
-    }
-    const auto& first = swap.targets.front();
-    m_history.run({SceneStep::target, first.branch, first.action}, std::move(swap));
-    return true;
+    return from != to && changeAll(SceneStep::target, actionsLeadingTo(from),
+                                   [&](Action& action) { action.SetBranchID(to); });
+}
+
+bool SceneSession::renameZone(const std::string& video, const std::string& from,
+                              const std::string& to) {
+    return from != to && changeAll(SceneStep::parameter, actionsWaitingFor(video, from),
+                                   [&](Action& action) { action.SetParameter(to); });
 }
 
 } // namespace scene

@@ -60,24 +60,22 @@ std::size_t PlaceAction::bytes() const {
     return sizeof(*this) + bytesOf(*action);
 }
 
-void SwapAction::apply(SceneManager& scene) noexcept {
-    std::swap(*scene.branches()->branch(branch)->action(index), contents);
-}
-
-std::size_t SwapAction::bytes() const {
-    return sizeof(*this) + bytesOf(contents);
-}
-
-void SwapTargets::apply(SceneManager& scene) noexcept {
-    for (Target& target : targets) {
-        scene.branches()->branch(target.branch)->action(target.action)->swapBranchID(target.name);
+void SwapActions::apply(SceneManager& scene) noexcept {
+    for (One& one : actions) {
+        std::swap(*scene.branches()->branch(one.branch)->action(one.index), one.contents);
     }
 }
 
-std::size_t SwapTargets::bytes() const {
+SceneChanges SwapActions::changes() const {
+    const int branch = actions.front().branch;
+    const bool isOne = actions.back().branch == branch; // they are in the order of the scene
+    return {{SceneChange::Part::actions, isOne ? branch : -1}};
+}
+
+std::size_t SwapActions::bytes() const {
     std::size_t sum = sizeof(*this);
-    for (const Target& target : targets) {
-        sum += sizeof(target) + target.name.capacity();
+    for (const One& one : actions) {
+        sum += sizeof(one) + bytesOf(one.contents);
     }
     return sum;
 }

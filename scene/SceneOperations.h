@@ -130,36 +130,23 @@ struct MoveAction {
     [[nodiscard]] static std::size_t bytes() { return sizeof(MoveAction); }
 };
 
-/// Replaces the contents of an action.
-struct SwapAction {
-    int branch;
-    int index;
-    Action contents;
-
-    void apply(SceneManager& scene) noexcept;
-    void revert(SceneManager& scene) noexcept { apply(scene); }
-    [[nodiscard]] SceneChanges changes() const { return {{SceneChange::Part::actions, branch}}; }
-    [[nodiscard]] std::size_t bytes() const;
-};
-
-/// Replaces the targets of many actions. An operation of its own because a scene may have very
-/// many.
-struct SwapTargets {
-    struct Target {
+/// Replaces the contents of actions: one operation for them all because a scene may have very many.
+struct SwapActions {
+    struct One {
         int branch;
-        int action;
-        std::string name;
+        int index;
+        Action contents;
     };
-    std::vector<Target> targets;
+    std::vector<One> actions; ///< not empty
 
     void apply(SceneManager& scene) noexcept;
     void revert(SceneManager& scene) noexcept { apply(scene); }
-    [[nodiscard]] static SceneChanges changes() { return {{SceneChange::Part::actions, -1}}; }
+    [[nodiscard]] SceneChanges changes() const;
     [[nodiscard]] std::size_t bytes() const;
 };
 
-using SceneOperation = edit::OneOf<SceneManager, SceneChange, SwapFirstBranch, SwapName, SwapVideo,
-                                   SwapAddedVideos, SwapContents, PlaceBranch, MoveBranch,
-                                   PlaceAction, MoveAction, SwapAction, SwapTargets>;
+using SceneOperation =
+    edit::OneOf<SceneManager, SceneChange, SwapFirstBranch, SwapName, SwapVideo, SwapAddedVideos,
+                SwapContents, PlaceBranch, MoveBranch, PlaceAction, MoveAction, SwapActions>;
 
 } // namespace scene

@@ -1,5 +1,6 @@
 #include "scene/SceneSession.h"
 
+#include <algorithm>
 #include <new>
 
 #include "scene/Branch.h"
@@ -99,14 +100,34 @@ Action SceneSession::action(int branch, int action) const {
     return found ? *found : Action();
 }
 
-int SceneSession::actionsLeadingTo(const std::string& name) const {
-    int count = 0;
+std::vector<SceneSession::ActionPlace>
+SceneSession::actionsThat(const std::function<bool(const Branch&, const Action&)>& holds) const {
+    std::vector<ActionPlace> places;
     for (int branch = 0; branch < branchCount(); ++branch) {
-        for (const auto& action : branchAt(branch)->actions()) {
-            count += action->BranchID() == name ? 1 : 0;
+        const std::shared_ptr<Branch> owner = branchAt(branch);
+        int number = 0;
+        for (const auto& action : owner->actions()) {
+            if (holds(*owner, *action)) {
+                places.push_back({branch, number});
+            }
+            ++number;
         }
     }
-    return count;
+    return places;
+}
+
+std::vector<SceneSession::ActionPlace>
+SceneSession::actionsLeadingTo(const std::string& name) const {
+    return actionsThat(
+        [&](const Branch& /*branch*/, const Action& action) { return action.BranchID() == name; });
+}
+
+std::vector<SceneSession::ActionPlace>
+SceneSession::actionsWaitingFor(const std::string& video, const std::string& zone) const {
+    return actionsThat([&](const Branch& branch, const Action& action) {
+        return action.Type() == Action::kZoneAction && action.Parameter() == zone &&
+               branch.Filename() == video;
+    });
 }
 
 int SceneSession::find(const BranchToken& token) const {
@@ -150,6 +171,21 @@ std::shared_ptr<Branch> SceneSession::branchAt(int index) const {
 std::shared_ptr<Action> SceneSession::actionAt(int branch, int action) const {
     const std::shared_ptr<Branch> owner = branchAt(branch);
     return owner ? owner->action(action) : nullptr;
+}
+
+std::vector<std::shared_ptr<Action>> SceneSession::actionsAt(int branch,
+                                                             std::vector<int>& actions) const {
+    std::sort(actions.begin(), actions.end());
+    actions.erase(std::unique(actions.begin(), actions.end()), actions.end());
+    std::vector<std::shared_ptr<Action>> found;
+    for (const int number : actions) {
+        std::shared_ptr<Action> action = actionAt(branch, number);
+        if (!action) {
+            return {};
+        }
+        found.push_back(std::move(action));
+    }
+    return found;
 }
 
 } // namespace scene

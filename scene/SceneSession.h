@@ -84,8 +84,18 @@ public:
     [[nodiscard]] int actionCount(int branch) const;
     [[nodiscard]] std::vector<Action> actions(int branch) const;
     [[nodiscard]] Action action(int branch, int action) const;
-    /// How many actions of the scene have this branch as their target.
-    [[nodiscard]] int actionsLeadingTo(const std::string& name) const;
+    struct ActionPlace {
+        int branch;
+        int action;
+
+        friend bool operator==(const ActionPlace&, const ActionPlace&) = default;
+    };
+    // In the order of the scene.
+    /// The actions that have this branch as their target.
+    [[nodiscard]] std::vector<ActionPlace> actionsLeadingTo(const std::string& name) const;
+    /// The actions that wait for this zone, in all branches with the video.
+    [[nodiscard]] std::vector<ActionPlace> actionsWaitingFor(const std::string& video,
+                                                             const std::string& zone) const;
     /// What find() finds a branch by, wherever edits and undo put it.
     using BranchToken = std::weak_ptr<const void>;
     [[nodiscard]] BranchToken token(int branch) const { return branchAt(branch); }
@@ -114,15 +124,22 @@ public:
     // Actions.
     /// Appends a default action.
     bool addAction(int branch);
-    bool duplicateAction(int branch, int action);
     bool removeAction(int branch, int action);
     bool moveAction(int branch, int from, int to);
+    // Several actions of a branch as one step; nothing happens unless all of them exist.
+    /// The copies stand together behind the last of the originals.
+    bool duplicateActions(int branch, std::vector<int> actions);
+    bool removeActions(int branch, std::vector<int> actions);
+    /// Moves each `by` places; false when one would leave the list.
+    bool shiftActions(int branch, std::vector<int> actions, int by);
     bool setType(int branch, int action, int type);
     bool setParameter(int branch, int action, const std::string& parameter);
     bool setTarget(int branch, int action, const std::string& branchName);
     bool setImmediate(int branch, int action, bool immediate);
     /// Has all actions that lead to the branch `from` lead to the branch `to`, as one step.
     bool retarget(const std::string& from, const std::string& to);
+    /// Has the actions that wait for the zone `from` of this video wait for `to`, as one step.
+    bool renameZone(const std::string& video, const std::string& from, const std::string& to);
 
     // Steps; see edit/History.h.
     [[nodiscard]] History::Gesture begin(const SceneLabel& label) { return m_history.begin(label); }
@@ -138,10 +155,17 @@ public:
 private:
     [[nodiscard]] std::shared_ptr<Branch> branchAt(int index) const;
     [[nodiscard]] std::shared_ptr<Action> actionAt(int branch, int action) const;
+    /// Sorts the numbers, each once; none if one of the actions does not exist.
+    [[nodiscard]] std::vector<std::shared_ptr<Action>> actionsAt(int branch,
+                                                                 std::vector<int>& actions) const;
+    [[nodiscard]] std::vector<ActionPlace>
+    actionsThat(const std::function<bool(const Branch&, const Action&)>& holds) const;
     [[nodiscard]] std::string nameOfCopy(const std::string& original) const;
     bool insertBranch(SceneStep step, int index, std::shared_ptr<Branch> branch);
-    void insertAction(SceneStep step, int branch, int index, std::shared_ptr<Action> action);
     bool change(SceneStep step, int branch, int action, Action contents);
+    /// As one step.
+    bool changeAll(SceneStep step, const std::vector<ActionPlace>& places,
+                   const std::function<void(Action&)>& edit);
     void opened(bool isNew);
 
     std::shared_ptr<SceneManager> m_scene;

@@ -76,6 +76,15 @@ struct Contents {
             }
         }
     }
+    void renameZone(const std::string& video, const std::string& from, const std::string& to) {
+        for (Branch& branch : branches) {
+            for (Action& action : branch.actions) {
+                if (branch.video == video && action.Type() == 2 && action.Parameter() == from) {
+                    action.SetParameter(to);
+                }
+            }
+        }
+    }
 
     std::string first;
     Lines added;
@@ -149,7 +158,7 @@ void SceneSessionTest::editOnce(Contents& plain) {
     const int other = m_random.below(count + 1);
     const std::string text = m_random.oneOf(kTexts);
     const std::string text2 = m_random.oneOf(kTexts);
-    const int operation = m_random.below(20);
+    const int operation = m_random.below(21);
     if (operation == 0 && count < 9 && m_session.addBranch()) {
         branches.push_back({"New Branch " + std::to_string(++m_newBranches), "", {}});
         plain.first = count == 0 ? branches[0].name : plain.first;
@@ -172,7 +181,12 @@ void SceneSessionTest::editOnce(Contents& plain) {
         plain.retarget(text, text2);
     } else if (operation == 9) {
         restoreDraft(plain);
-    } else if (operation > 9 && branch < count) {
+    } else if (operation == 10) {
+        const std::string video = m_random.oneOf(kTexts);
+        if (m_session.renameZone(video, text, text2)) {
+            plain.renameZone(video, text, text2);
+        }
+    } else if (operation > 10 && branch < count) {
         editActions(branches.begin()[branch].actions, branch, text);
     }
 }
@@ -182,13 +196,26 @@ void SceneSessionTest::editActions(std::vector<Action>& plain, int branch,
     const int count = static_cast<int>(plain.size());
     const int action = m_random.below(count + 1);
     const int other = m_random.below(count + 1);
-    const int operation = m_random.below(9);
+    const int low = std::min(action, other);
+    const int high = std::max(action, other);
+    const int by = m_random.below(5) - 2;
+    const int operation = m_random.below(10);
     if (operation < 2 && count < 9 && m_session.addAction(branch)) {
         plain.emplace_back();
-    } else if (operation == 2 && count < 9 && m_session.duplicateAction(branch, action)) {
-        plain.insert(plain.begin() + action, plain.begin()[action]);
-    } else if (operation == 3 && m_session.removeAction(branch, action)) {
-        plain.erase(plain.begin() + action);
+    } else if (operation == 2 && count < 9 && m_session.duplicateActions(branch, {other, action})) {
+        const Action copies[] = {plain.begin()[low], plain.begin()[high]};
+        plain.insert(plain.begin() + high + 1, std::begin(copies) + (low == high ? 1 : 0),
+                     std::end(copies));
+    } else if (operation == 3 && m_session.removeActions(branch, {action, other})) {
+        plain.erase(plain.begin() + high);
+        if (low < high) {
+            plain.erase(plain.begin() + low);
+        }
+    } else if (operation == 9 && m_session.shiftActions(branch, {other, action}, by)) {
+        moveEntry(plain, by > 0 ? high : low, (by > 0 ? high : low) + by);
+        if (low < high) {
+            moveEntry(plain, by > 0 ? low : high, (by > 0 ? low : high) + by);
+        }
     } else if (operation == 4 && m_session.moveAction(branch, action, other)) {
         moveEntry(plain, action, other);
     } else if (operation == 5 && m_session.setType(branch, action, other % 4)) {

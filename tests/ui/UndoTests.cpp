@@ -251,12 +251,12 @@ TEST_F(Undo, ARenameOffersToUpdateWhatNamesTheBranch) {
     m_driver->pick(combo(0, u"ComboBranches"), 0);
     EXPECT_EQ(offer(), u"29 actions still name \"Lift\".") << "stays, and stays true";
     m_driver->click(u"ButtonRetarget");
-    EXPECT_EQ(session().actionsLeadingTo("Stairs"), 29);
+    EXPECT_EQ(session().actionsLeadingTo("Stairs").size(), 29U);
     EXPECT_EQ(combo(29, u"ComboBranches").GetText(), u"Stairs");
     EXPECT_EQ(offer(), u"");
     EXPECT_TRUE(isVisible(u"LabelStatus"));
     undo();
-    EXPECT_EQ(session().actionsLeadingTo("Lift"), 29) << "one step";
+    EXPECT_EQ(session().actionsLeadingTo("Lift").size(), 29U) << "one step";
     EXPECT_EQ(offer(), u"");
     rename(u"Hall");
     EXPECT_EQ(offer(), u"") << "no action names that";

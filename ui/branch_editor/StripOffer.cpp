@@ -1,6 +1,7 @@
 #include "ui/branch_editor/StripOffer.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "core/Text.h"
 #include "scene/SceneSession.h"
@@ -12,7 +13,7 @@ StripOffer renameOffer(scene::SceneSession& session, int branch, const std::stri
     const scene::SceneSession::BranchToken renamed = session.token(branch);
     const auto text = [&session, renamed, oldName]() -> std::u16string {
         const std::vector<std::string> names = session.branchNames();
-        const int count = session.actionsLeadingTo(oldName);
+        const std::size_t count = session.actionsLeadingTo(oldName).size();
         if (count == 0 || session.find(renamed) < 0 ||
             std::find(names.begin(), names.end(), oldName) != names.end()) {
             return {};
