@@ -54,7 +54,7 @@ public:
     [[nodiscard]] const zone::ZoneSession& session() const { return *m_session; }
 
     [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return GetNative(); }
-    void enableCompanions(bool enabled) override { companions().setEnabled(enabled); }
+    [[nodiscard]] ui::Companions* askersCompanions() override { return &companions(); }
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"ZoneEditWindow"; }
     [[nodiscard]] std::string GetSkinFile() const override;
     void InitWindow() override;

@@ -235,6 +235,10 @@ def parts():
             yield "Menu" + name + state, icon(name, 16, SECONDARY[state][2])
     for name, piece in (("With", "Add"), ("Without", "Remove"), ("Other", "Note")):
         yield "Version" + name, icon(piece, 16, MUTED)
+    cap = Image(12, 12)
+    framed(cap, 0, 0, 12, 12, EDGE, EDGE)
+    cap.fill(path.rounded(1, 1, 10, 9, 2), SURFACE)
+    yield "KeyCap", cap
     yield "Question", icon("Question", 32, QUESTION)
     yield "EmptyScenes", icon("Open", 32, OFF, 2.0)
 

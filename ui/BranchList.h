@@ -35,7 +35,7 @@ public:
     ~BranchList() override;
 
     [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return GetNative(); }
-    void enableCompanions(bool enabled) override { companions().setEnabled(enabled); }
+    [[nodiscard]] Companions* askersCompanions() override { return &companions(); }
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"QuorvelWindow"; }
     [[nodiscard]] std::string GetSkinFile() const override { return "BranchList.xml"; }
     void InitWindow() override;

@@ -27,6 +27,7 @@ bool Companions::open(std::shared_ptr<EditorWindow> window, std::u16string_view 
             }
         });
     };
+    window->joinCompanions(this);
     if (!window->showBeside(m_screen.GetNative(), title, release)) {
         return false;
     }
@@ -39,6 +40,7 @@ bool Companions::bringToFront(EditorWindow& window) {
     if (native == nullptr || window.IsClosing()) {
         return false;
     }
+    native->setEnabled(true); // asked for, even while the screen asks a question
     native->activate();
     return true;
 }

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "ui/Companions.h"
+
 namespace platform {
 class NativeWindow;
 }
@@ -21,8 +23,9 @@ public:
     virtual void SetAnswer(std::uint8_t answer) { m_answer = answer; }
     /// The dialog's owner; null when the asking window is gone. Not owned.
     [[nodiscard]] virtual platform::NativeWindow* GetParentWindow() = 0;
-    /// Whether the asker's modeless windows take input: not while a question is on the screen.
-    virtual void enableCompanions(bool /*enabled*/) {}
+    /// The asker's modeless windows, which take no input while a question is on the screen; null
+    /// when it has none.
+    [[nodiscard]] virtual Companions* askersCompanions() { return nullptr; }
 
     [[nodiscard]] std::uint8_t answer() const { return m_answer; }
     /// True while a question is on the screen: the asking window must not be closed under it.
@@ -47,7 +50,9 @@ public:
 private:
     void set(bool asking) {
         m_asker.m_asking = asking;
-        m_asker.enableCompanions(!asking);
+        if (Companions* companions = m_asker.askersCompanions()) {
+            companions->setEnabled(!asking);
+        }
     }
 
     ConfirmCallback& m_asker;

@@ -26,6 +26,7 @@ Confirmation::Confirmation(const WindowContext& context, ConfirmCallback& asker,
                            const std::string& title, const std::string& message)
     : EditorWindow(context, kConfirmationCommands), m_asker(asker), m_title(title),
       m_message(message) {
+    joinCompanions(asker.askersCompanions());
     commands().bind(command::kYes, [this] { answerAndClose(ConfirmCallback::kYes); });
     commands().bind(command::kNo, [this] { answerAndClose(ConfirmCallback::kNo); });
 }

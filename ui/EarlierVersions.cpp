@@ -106,6 +106,7 @@ void EarlierVersions::run(ConfirmCallback& owner) {
         return;
     }
     const AskingScope asking(owner);
+    joinCompanions(owner.askersCompanions());
     m_owner = &owner;
     enableOwner(false);
     CenterWindow();

@@ -10,6 +10,7 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/MenuPopup.h"
 #include "toolkit/window/Notification.h"
+#include "ui/KeysWindow.h"
 #include "ui/Manual.h"
 #include "ui/SettingsWindow.h"
 #include "ui/commands/Command.h"
@@ -38,8 +39,10 @@ EditorWindow::EditorWindow(const WindowContext& context, std::span<const Command
     : WindowImplBase(context.gui), m_context(context), m_commands(GetPaintManager(), commands),
       m_commonCommands(GetPaintManager(), kCommonCommands) {
     m_commonCommands.bind(command::kManual, [this] { openManual(m_context.gui); });
+    m_commonCommands.bind(command::kKeys,
+                          [this] { companions().show<KeysWindow>(m_context, u"Keys"); });
     m_commonCommands.bind(command::kSettings,
-                          [this] { m_companions.show<SettingsWindow>(m_context, u"Settings"); });
+                          [this] { companions().show<SettingsWindow>(m_context, u"Settings"); });
 }
 
 void EditorWindow::showMenu(std::span<const std::string_view> ids) {

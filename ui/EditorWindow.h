@@ -41,6 +41,8 @@ public:
     /// once its native window is gone. False when the window or its layout cannot be made.
     [[nodiscard]] bool showBeside(platform::NativeWindow* owner, std::u16string_view title,
                                   std::function<void()> onEnd);
+    /// What it opens beside itself is opened in `host`, as one of the windows there. Null: alone.
+    void joinCompanions(Companions* host) { m_host = host; }
     [[nodiscard]] std::string GetSkinFolder() const override { return "UI/"; }
     /// The owner's shared pointer releases the window, not the end of its native window.
     void OnFinalMessage() override;
@@ -59,8 +61,8 @@ protected:
     [[nodiscard]] CommandSet& commands() { return m_commands; }
     /// Opens the menu of these commands at the button of the command "menu".
     void showMenu(std::span<const std::string_view> ids);
-    /// The modeless windows beside this one.
-    [[nodiscard]] Companions& companions() { return m_companions; }
+    /// The modeless windows beside this one, or beside the window that this one belongs to.
+    [[nodiscard]] Companions& companions() { return m_host != nullptr ? *m_host : m_companions; }
 
     [[nodiscard]] Controls controls() { return Controls(GetPaintManager()); }
 
@@ -96,6 +98,7 @@ private:
     CommandSet m_commands;
     CommandSet m_commonCommands;
     Companions m_companions{*this};
+    Companions* m_host = nullptr; ///< not owned; outlives the window
     std::function<void()> m_onEnd;
 };
 

@@ -158,7 +158,7 @@ TEST_F(ZoneEditUndo, AnEarlierVersionIsOpenedByTheMenuAndRestoredAsAStep) {
     const auto now = allPoints();
     m_driver->click(u"ButtonMenu");
     EXPECT_EQ(test::menuOf(*m_driver),
-              (Texts{u"Earlier Versions…", u"-", u"Settings…", u"Manual"}));
+              (Texts{u"Earlier Versions…", u"-", u"Settings…", u"Keys", u"Manual"}));
     m_driver->press(Key::home);
     inWindow("EarlierVersions.xml", [](const test::WindowDriver& versions) {
         EXPECT_TRUE(

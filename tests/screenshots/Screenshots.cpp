@@ -36,6 +36,7 @@
 #include "ui/BranchList.h"
 #include "ui/Confirmation.h"
 #include "ui/EarlierVersions.h"
+#include "ui/KeysWindow.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
 #include "ui/SettingsWindow.h"
@@ -67,6 +68,7 @@ public:
             driver.retype(u"EditSceneName", u"Ladder Inspection");
         });
         take<ui::SettingsWindow>("Settings");
+        take<ui::KeysWindow>("Keys");
         branchEditor();
         emptyStates();
         zoneEditor("ZoneEdit");

@@ -23,6 +23,7 @@
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/ConfirmationCommands.h"
 #include "ui/commands/EarlierVersionsCommands.h"
+#include "ui/commands/KeysCommands.h"
 #include "ui/commands/SettingsCommands.h"
 #include "ui/commands/StartCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
@@ -212,6 +213,7 @@ const Layout kLayouts[] = {
      "ButtonDropDraft ButtonRestoreDraft SceneList ButtonNewScene ButtonMenu ButtonLoadScene "
      "ButtonExit",
      ui::kOpenSceneCommands},
+    {"Keys", "EditFindKey ButtonKeysCopy ButtonManual ButtonKeysClose", ui::kKeysCommands},
     {"Settings", "CheckKeepDrafts CheckKeepBackups ButtonSettingsClose", ui::kSettingsCommands},
     {"NewScene", "EditSceneName ButtonCreate ButtonBack", ui::kNewSceneCommands},
     {"BranchList",

@@ -194,4 +194,25 @@ TEST_F(Commands, OfEveryWindowOpenTheManualOrSayWhyNot) {
     EXPECT_EQ(m_window->take(), "");
 }
 
+TEST_F(Commands, OfEveryWindowShowTheKeysThatTheTablesHave) {
+    m_driver->press(Key::f1);
+    test::pump();
+    test::WindowDriver keys(test::topWindow());
+    ASSERT_EQ(test::topWindow().GetSkinFile(), "Keys.xml");
+    keys.type(u"UND");
+    keys.click(u"ButtonKeysCopy");
+    EXPECT_EQ(m_gui.windows().clipboardText(), u"Everywhere\nCtrl+Z\tUndo\n");
+    const auto& list = keys.get<toolkit::CContainerUI>(u"ListKeys");
+    EXPECT_EQ(list.GetItemAt(list.GetCount() - 1)->accessibleName(), u"Ctrl+Z: Undo");
+    keys.press(Key::f1); // back to the field, in the same window
+    keys.retype(u"EditFindKey", u"shift+left");
+    keys.click(u"ButtonKeysCopy");
+    EXPECT_EQ(m_gui.windows().clipboardText(), u"Zone Edit: frames\nShift+Left\tBack 10 frames\n");
+    keys.retype(u"EditFindKey", u"no such key");
+    EXPECT_TRUE(keys.get(u"EmptyLine").IsVisible());
+    keys.press(Key::escape);
+    test::pump();
+    EXPECT_EQ(&test::topWindow(), m_window.get());
+}
+
 } // namespace

@@ -15,7 +15,7 @@ public:
     explicit PlainWindow(const ui::WindowContext& context) : EditorWindow(context) {}
     using EditorWindow::companions;
     [[nodiscard]] platform::NativeWindow* GetParentWindow() override { return GetNative(); }
-    void enableCompanions(bool enabled) override { companions().setEnabled(enabled); }
+    [[nodiscard]] ui::Companions* askersCompanions() override { return &companions(); }
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"TestWindow"; }
     [[nodiscard]] std::string GetSkinFile() const override { return "Plain.xml"; }
     void OnClick(toolkit::TNotifyUI& /*message*/) override {

@@ -39,7 +39,7 @@ protected:
 
 TEST_F(OpenSceneMenu, LeadsToTheSettings) {
     show().click(u"ButtonMenu");
-    EXPECT_EQ(menuOf(*m_driver), Texts{u"Settings…"});
+    EXPECT_EQ(menuOf(*m_driver), (Texts{u"Settings…", u"Keys"}));
     m_driver->press(Key::down);
     m_driver->press(Key::enter);
     test::pump();
@@ -50,8 +50,8 @@ TEST_F(BranchEditorMenu, ShowsTheCommandsThatHaveAHandler) {
     makeScene({"A"});
     show().click(u"ButtonMenu");
     const Texts all = menuOf(*m_driver);
-    ASSERT_GE(all.size(), 2U);
-    EXPECT_EQ(Texts(all.end() - 2, all.end()), (Texts{u"Settings…", u"Manual"}));
+    ASSERT_GE(all.size(), 3U);
+    EXPECT_EQ(Texts(all.end() - 3, all.end()), (Texts{u"Settings…", u"Keys", u"Manual"}));
     EXPECT_NE(all.front(), u"-");
     m_driver->press(Key::end);
     m_driver->press(Key::enter);

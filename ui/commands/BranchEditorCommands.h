@@ -52,7 +52,7 @@ inline constexpr Command kBranchEditorCommands[] = {
 };
 
 inline constexpr std::string_view kBranchEditorMenu[] = {
-    command::kOpenAnother, command::kLine,     command::kEarlierVersions,
-    command::kLine,        command::kSettings, command::kManual};
+    command::kOpenAnother, command::kLine, command::kEarlierVersions, command::kLine,
+    command::kSettings,    command::kKeys, command::kManual};
 
 } // namespace ui

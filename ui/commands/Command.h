@@ -34,6 +34,8 @@ struct Command {
     bool anyModifiers = false;
     /// In menus: the skin has it as ICONNormal.png and ICONInactive.png.
     std::u16string_view icon{};
+    /// In the list of keys, if that is not `text`.
+    std::u16string_view listed{};
 };
 
 /// The command's tool tip for `subject`; empty: for none.

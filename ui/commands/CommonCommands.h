@@ -13,6 +13,7 @@ inline constexpr std::string_view kSave = "save";
 inline constexpr std::string_view kExit = "exit";
 inline constexpr std::string_view kStop = "stop";
 inline constexpr std::string_view kManual = "manual";
+inline constexpr std::string_view kKeys = "keys";
 inline constexpr std::string_view kUndo = "undo";
 inline constexpr std::string_view kRedo = "redo";
 inline constexpr std::string_view kMenu = "menu";
@@ -29,6 +30,7 @@ inline constexpr std::u16string_view kEverywhere = u"Everywhere";
 inline constexpr std::u16string_view kStopText = u"Close a list, stop what runs";
 
 inline constexpr KeyChord kCtrlS{platform::Key::s, {.control = true}};
+inline constexpr KeyChord kF1{platform::Key::f1, {}};
 inline constexpr KeyChord kEsc{platform::Key::escape, {}};
 
 inline constexpr Command kUndoCommand{
@@ -55,7 +57,8 @@ inline constexpr Command kMenuCommand{.id = command::kMenu,
                                       .text = u"More",
                                       .control = u"ButtonMenu",
                                       .toolTip = u"More",
-                                      .keys = {{{platform::Key::menu, {}}}}};
+                                      .keys = {{{platform::Key::menu, {}}}},
+                                      .listed = u"Menu"};
 inline constexpr Command kEarlierVersionsCommand{.id = command::kEarlierVersions,
                                                  .group = kEverywhere,
                                                  .text = u"Earlier Versions…",
@@ -65,14 +68,27 @@ inline constexpr Command kNoticeUndoCommand{
 inline constexpr Command kCloseNoticeCommand{
     command::kCloseNotice, {}, u"Close", u"ButtonCloseNotice", u"Close this message"};
 
-/// What every window runs, besides its own table.
+/// What every window runs, besides its own table; the toolkit moves the focus itself.
 inline constexpr Command kCommonCommands[] = {
+    {.id = command::kKeys,
+     .group = kEverywhere,
+     .text = u"Keys",
+     .keys = {{kF1}},
+     .listed = u"This list"},
     {.id = command::kManual,
      .group = kEverywhere,
      .text = u"Manual",
      .keys = {{{platform::Key::f1, {.shift = true}}}},
      .icon = u"MenuBook"},
     {.id = command::kSettings, .group = kEverywhere, .text = u"Settings…", .icon = u"MenuGear"},
+    {.id = "nextControl",
+     .group = kEverywhere,
+     .text = u"Next control",
+     .keys = {{{platform::Key::tab, {}}}}},
+    {.id = "controlBefore",
+     .group = kEverywhere,
+     .text = u"Control before",
+     .keys = {{{platform::Key::tab, {.shift = true}}}}},
 };
 
 } // namespace ui

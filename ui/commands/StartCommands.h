@@ -30,7 +30,7 @@ inline constexpr Command kOpenSceneCommands[] = {
     kMenuCommand,
 };
 
-inline constexpr std::string_view kOpenSceneMenu[] = {command::kSettings};
+inline constexpr std::string_view kOpenSceneMenu[] = {command::kSettings, command::kKeys};
 
 inline constexpr Command kNewSceneCommands[] = {
     {command::kCreate, kEverywhere, u"Create", u"ButtonCreate", u"Start the scene with this name"},

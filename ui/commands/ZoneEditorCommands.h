@@ -91,6 +91,7 @@ inline constexpr Command kZoneEditorCommands[] = {
 };
 
 inline constexpr std::string_view kZoneEditorMenu[] = {command::kEarlierVersions, command::kLine,
-                                                       command::kSettings, command::kManual};
+                                                       command::kSettings, command::kKeys,
+                                                       command::kManual};
 
 } // namespace ui
