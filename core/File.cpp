@@ -1,7 +1,9 @@
 #include "core/File.h"
 
+#include <algorithm>
 #include <array>
 #include <new>
+#include <utility>
 
 #include "core/Log.h"
 #include "core/Services.h"
@@ -11,6 +13,10 @@ namespace {
 
 /// A hostile file may state any count: beyond this size, no more is allocated than the file holds.
 constexpr std::size_t kMaxUncheckedAllocation = std::size_t{16} * 1024 * 1024;
+/// What is read at once where reading can be stopped.
+constexpr std::size_t kBlockBytes = std::size_t{1024} * 1024;
+
+thread_local StoppableReading* t_reading = nullptr;
 
 std::string withCarriageReturns(const char* bytes, std::size_t count) {
     std::string result;
@@ -25,6 +31,13 @@ std::string withCarriageReturns(const char* bytes, std::size_t count) {
 }
 
 } // namespace
+
+StoppableReading::StoppableReading(std::function<bool()> isStopped)
+    : m_isStopped(std::move(isStopped)), m_outer(std::exchange(t_reading, this)) {}
+
+StoppableReading::~StoppableReading() {
+    t_reading = m_outer;
+}
 
 bool File::open(const std::string& path, const std::string& mode) {
     close();
@@ -61,7 +74,20 @@ bool File::isOpen() const {
 }
 
 bool File::read(void* buffer, std::size_t count) {
-    return isOpen() && m_stream->read(buffer, count) == count;
+    return isOpen() && readBlocks(buffer, count);
+}
+
+bool File::readBlocks(void* buffer, std::size_t count) {
+    auto* to = static_cast<std::uint8_t*>(buffer);
+    while (t_reading != nullptr && count > 0) {
+        const std::size_t now = std::min(count, kBlockBytes);
+        if (t_reading->m_isStopped() || m_stream->read(to, now) != now) {
+            return false;
+        }
+        to += now;
+        count -= now;
+    }
+    return count == 0 || m_stream->read(to, count) == count;
 }
 
 bool File::readAlloc(std::unique_ptr<std::uint8_t[]>& buffer, std::size_t count) {
@@ -76,7 +102,7 @@ bool File::readAlloc(std::unique_ptr<std::uint8_t[]>& buffer, std::size_t count)
         }
         buffer.reset(new (std::nothrow) std::uint8_t[count]);
     }
-    return buffer && m_stream->read(buffer.get(), count) == count;
+    return buffer && readBlocks(buffer.get(), count);
 }
 
 bool File::write(const void* buffer, std::size_t count) {

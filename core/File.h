@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -42,10 +43,27 @@ public:
 
 private:
     [[nodiscard]] bool isOpen() const;
+    [[nodiscard]] bool readBlocks(void* buffer, std::size_t count);
 
     std::unique_ptr<platform::FileStream> m_stream;
     bool m_textMode = false;
     int m_error = 0;
+};
+
+/// While it lives, reading on the thread that made it fails once `isStopped` says so, within a
+/// block of a megabyte: for reading large files that nobody may need any longer.
+class StoppableReading {
+public:
+    explicit StoppableReading(std::function<bool()> isStopped);
+    ~StoppableReading();
+    StoppableReading(const StoppableReading&) = delete;
+    StoppableReading& operator=(const StoppableReading&) = delete;
+
+private:
+    friend class File;
+
+    std::function<bool()> m_isStopped;
+    StoppableReading* m_outer;
 };
 
 } // namespace core

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -36,12 +37,11 @@ std::string_view endingOf(const std::string& path) {
     return kSceneVersionEnding;
 }
 
-/// Whether each version has the same bytes as the file at `pathOf(file)`.
-template <typename Files, typename PathOf>
-bool areEqual(FileSystem& disk, const Files& files, PathOf pathOf) {
-    return std::all_of(files.begin(), files.end(), [&](const auto& file) {
-        return haveEqualBytes(disk, file.version, pathOf(file));
-    });
+bool areEqual(FileSystem& disk, const Version& a, const Version& b, const std::stop_token& stop) {
+    return a.endings == b.endings &&
+           std::all_of(a.endings.begin(), a.endings.end(), [&](const std::string& ending) {
+               return haveEqualBytes(disk, a.base + ending, b.base + ending, stop);
+           });
 }
 
 } // namespace
@@ -59,7 +59,7 @@ Backups::Backups(std::function<std::string()> folder, std::function<bool()> isWa
 
 Backups::~Backups() {
     try {
-        settle();
+        stop();
     } catch (const std::exception&) {
         return; // a line less in the log
     }
@@ -67,7 +67,7 @@ Backups::~Backups() {
 
 void Backups::begin(const std::vector<std::string>& paths, Need need) noexcept {
     try {
-        settle();
+        stop();
         m_files.clear();
         m_must = need == Need::must;
         if (m_must || m_isWanted()) {
@@ -147,8 +147,9 @@ void Backups::linkOrCopy() {
     if (left.empty()) {
         return;
     }
-    run([this, &disk, left = std::move(left)] {
+    run([this, &disk, left = std::move(left)](const std::stop_token& stop) {
         jobs::ImportProgress progress;
+        const std::stop_callback cancelling(stop, [&progress] { progress.cancelled = true; });
         for (const File& file : left) {
             const jobs::ImportReport copy =
                 jobs::importVideo(disk, file.path, file.version, progress, [] {});
@@ -182,10 +183,8 @@ core::FileError Backups::beforeReplace() noexcept {
 
 void Backups::end(bool replaced) noexcept {
     try {
-        if (m_thread.joinable()) {
-            m_thread.join(); // the save failed before it was ready
-        }
         if (!replaced) {
+            stop(); // the save may have failed before it was ready
             drop();
         } else if (!m_files.empty()) {
             tidyUp();
@@ -207,47 +206,55 @@ void Backups::drop() {
 void Backups::tidyUp() {
     FileSystem& disk = *core::services().fileSystem;
     platform::Clock& clock = *core::services().clock;
-    run([this, &disk, &clock, backups = backupsFolder()] {
-        const std::vector<Version> versions = listVersions(disk, m_folder).versions;
-        const auto ours = std::find_if(versions.begin(), versions.end(), [this](const Version& v) {
-            return m_files.front().version.starts_with(v.base + "-");
-        });
-        if (ours != versions.end() && isSuperfluous(disk, *ours, versions)) {
-            removeVersion(disk, *ours);
-        }
-        m_report.odd = tidy(disk, clock, backups, m_folder);
+    run([this, &disk, &clock, backups = backupsFolder()](const std::stop_token& stop) {
+        removeSuperfluous(disk, stop);
+        m_report.odd = tidy(disk, clock, backups, m_folder, kMaxBackupBytes, stop);
     });
 }
 
-bool Backups::isSuperfluous(FileSystem& disk, const Version& ours,
-                            const std::vector<Version>& versions) const {
-    if (!m_mayBeEqual) {
-        return false;
+void Backups::removeSuperfluous(FileSystem& disk, const std::stop_token& stop) const {
+    const std::vector<Version> versions = listVersions(disk, m_folder).versions;
+    const auto ours = std::find_if(versions.begin(), versions.end(), [this](const Version& v) {
+        return m_files.front().version.starts_with(v.base + "-");
+    });
+    if (ours == versions.end()) {
+        return;
     }
-    const auto older = std::find_if(versions.begin(), versions.end(), [&](const Version& version) {
-        return version.kept < ours.kept ||
-               (version.kept == ours.kept && version.number < ours.number);
-    });
-    const bool isAsBefore = older != versions.end() && older->endings == ours.endings &&
-                            areEqual(disk, m_files, [&](const File& file) {
-                                return older->base + std::string(endingOf(file.version));
-                            });
-    return isAsBefore || areEqual(disk, m_files, [](const File& file) { return file.path; });
+    const auto before = std::next(ours);
+    const auto isAsBefore = [&](auto version) {
+        return std::next(version) != versions.end() && !version->isDamaged &&
+               areEqual(disk, *version, *std::next(version), stop);
+    };
+    const auto isAsSaved = [&](const File& file) {
+        return haveEqualBytes(disk, file.version, file.path, stop);
+    };
+    if (m_mayBeEqual &&
+        (isAsBefore(ours) || std::all_of(m_files.begin(), m_files.end(), isAsSaved))) {
+        removeVersion(disk, *ours);
+    }
+    if (before != versions.end() && isAsBefore(before)) {
+        removeVersion(disk, *before); // an earlier comparison was stopped
+    }
 }
 
-void Backups::run(std::function<void()> work) {
-    const auto guarded = [this, work = std::move(work)] {
+void Backups::run(std::function<void(const std::stop_token&)> work) {
+    const auto guarded = [this, work = std::move(work)](const std::stop_token& stop) {
         try {
-            work();
+            work(stop);
         } catch (const std::exception&) {
             m_report.failure = {{}, "out of memory"};
         }
     };
     try {
-        m_thread = std::thread(guarded);
+        m_thread = std::jthread(guarded);
     } catch (const std::exception&) {
-        guarded(); // no thread: late is better than not
+        guarded({}); // no thread: late is better than not
     }
+}
+
+void Backups::stop() {
+    m_thread.request_stop();
+    settle();
 }
 
 void Backups::settle() {

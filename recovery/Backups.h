@@ -1,7 +1,9 @@
 // Keeps what saves replace as earlier versions. Before a save replaces a file, the file gets a
 // second name in the folder of its versions; where the disk has no second names, a thread copies it
 // while the save writes its new files. Saves write to other files and rename them, so nothing ever
-// writes into a version. What is surplus goes on the same thread, after the save.
+// writes into a version. What is surplus goes on the same thread, after the save; a next save, or
+// the end, stops that between two blocks. A version that was not compared to the end stays, and the
+// next save compares it once more.
 //
 // A failure never disturbs the save, except where a file must be kept, and is in the log once. One
 // for the scene, and one for the zones of each video that is edited. UI thread only.
@@ -10,6 +12,7 @@
 #include <cstdint>
 #include <functional>
 #include <set>
+#include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
@@ -30,7 +33,7 @@ public:
     /// Both are asked at the start of each save: for the folder, as above, and whether the author
     /// wants versions.
     Backups(std::function<std::string()> folder, std::function<bool()> isWanted);
-    /// Waits for the thread.
+    /// Stops the thread, which leaves the rest of its work to the next save.
     ~Backups() override;
     Backups(const Backups&) = delete;
     Backups& operator=(const Backups&) = delete;
@@ -59,17 +62,18 @@ private:
     void linkOrCopy();
     void drop();
     void tidyUp();
-    /// Whether nothing is lost without `ours`: the same bytes were kept last, or were saved again.
-    [[nodiscard]] bool isSuperfluous(platform::FileSystem& disk, const Version& ours,
-                                     const std::vector<Version>& versions) const;
-    void run(std::function<void()> work);
+    /// Removes the save's version if nothing is lost without it: the same bytes were kept last, or
+    /// were saved again. Removes the one before it as well if the same were kept before that.
+    void removeSuperfluous(platform::FileSystem& disk, const std::stop_token& stop) const;
+    void run(std::function<void(const std::stop_token&)> work);
+    void stop();
     /// In the log, unless it was said before.
     void say(const std::string& text);
 
     std::function<std::string()> m_folderNow;
     std::function<bool()> m_isWanted;
     std::set<std::string> m_said;
-    std::thread m_thread;
+    std::jthread m_thread;
     Report m_report;
     // Of the save that runs.
     std::string m_folder;

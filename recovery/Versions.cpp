@@ -115,7 +115,8 @@ bool isNewer(const Version& a, const Version& b) {
 }
 
 /// What lies below one folder of a scene's versions, and those of its videos.
-void addBelow(FileSystem& files, const std::string& folder, VersionList& all, int levels) {
+void addBelow(FileSystem& files, const std::string& folder, VersionList& all, int levels,
+              const std::stop_token& stop) {
     VersionList here = listVersions(files, folder);
     std::move(here.versions.begin(), here.versions.end(), std::back_inserter(all.versions));
     std::move(here.odd.begin(), here.odd.end(), std::back_inserter(all.odd));
@@ -125,11 +126,11 @@ void addBelow(FileSystem& files, const std::string& folder, VersionList& all, in
     }
     for (const platform::FolderEntry& entry : entries) {
         const std::string path = folder + entry.name;
-        if (!entry.isFolder) {
+        if (!entry.isFolder || stop.stop_requested()) {
             continue;
         }
         if (files.resolveLink(path) == path) {
-            addBelow(files, path + "/", all, levels - 1);
+            addBelow(files, path + "/", all, levels - 1, stop);
         } else {
             all.odd.push_back(path); // a link leads out of here, or in circles
         }
@@ -201,7 +202,8 @@ std::vector<Version> surplusOf(const std::vector<Version>& versions, platform::C
     return surplus;
 }
 
-bool haveEqualBytes(FileSystem& files, const std::string& a, const std::string& b) {
+bool haveEqualBytes(FileSystem& files, const std::string& a, const std::string& b,
+                    const std::stop_token& stop) {
     const auto infoA = files.info(a);
     const auto infoB = files.info(b);
     if (!infoA || !infoB || infoA->size != infoB->size) {
@@ -217,7 +219,8 @@ bool haveEqualBytes(FileSystem& files, const std::string& a, const std::string& 
     std::string blockB(kBlockBytes, '\0');
     for (std::uint64_t compared = 0; compared < infoA->size;) {
         const std::size_t read = streamA->read(blockA.data(), blockA.size());
-        if (read == 0 || streamB->read(blockB.data(), blockB.size()) != read ||
+        if (stop.stop_requested() || read == 0 ||
+            streamB->read(blockB.data(), blockB.size()) != read ||
             blockA.compare(0, read, blockB, 0, read) != 0) {
             return false;
         }
@@ -234,12 +237,16 @@ void removeVersion(FileSystem& files, const Version& version) {
 }
 
 std::vector<std::string> tidy(FileSystem& files, platform::Clock& clock, const std::string& backups,
-                              const std::string& folder, std::uint64_t maxBytes) {
+                              const std::string& folder, std::uint64_t maxBytes,
+                              const std::stop_token& stop) {
     for (const Version& version : surplusOf(listVersions(files, folder).versions, clock)) {
         removeVersion(files, version);
     }
     VersionList all;
-    addBelow(files, backups, all, 2);
+    addBelow(files, backups, all, 2, stop);
+    if (stop.stop_requested()) {
+        return {}; // what is missing may be the newest of a folder
+    }
     std::sort(all.versions.begin(), all.versions.end(), isNewer);
     std::uint64_t bytes = 0;
     std::set<std::string> folders;

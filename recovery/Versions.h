@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,16 +56,19 @@ struct VersionList {
 [[nodiscard]] std::vector<Version> surplusOf(const std::vector<Version>& versions,
                                              platform::Clock& clock);
 
-/// Whether both files can be read and hold the same bytes.
+/// Whether both files can be read and hold the same bytes. False as well once `stop` is requested,
+/// which is looked at between blocks.
 [[nodiscard]] bool haveEqualBytes(platform::FileSystem& files, const std::string& a,
-                                  const std::string& b);
+                                  const std::string& b, const std::stop_token& stop = {});
 
 /// Removes what is surplus in `folder`, and the oldest versions below `backups` until no more than
 /// `maxBytes` are left. The newest of each folder and damaged ones stay: one huge version must not
-/// cost every other scene its last one. Returns the odd paths.
+/// cost every other scene its last one. Leaves the rest for the next time once `stop` is requested.
+/// Returns the odd paths.
 std::vector<std::string> tidy(platform::FileSystem& files, platform::Clock& clock,
                               const std::string& backups, const std::string& folder,
-                              std::uint64_t maxBytes = kMaxBackupBytes);
+                              std::uint64_t maxBytes = kMaxBackupBytes,
+                              const std::stop_token& stop = {});
 
 void removeVersion(platform::FileSystem& files, const Version& version);
 

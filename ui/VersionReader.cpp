@@ -3,15 +3,19 @@
 #include <mutex>
 #include <utility>
 
+#include "core/File.h"
 #include "core/Log.h"
 #include "platform/ThreadAnnotations.h"
 
 namespace ui {
 namespace {
 
-/// What one version cannot be read for is in the log of nobody: the window says so.
-VersionDetails readQuietly(const VersionHistory& history, const recovery::Version& version) {
+/// What one version cannot be read for is in the log of nobody: the window says so. One that the
+/// window no longer waits for cannot be read either.
+VersionDetails readQuietly(const VersionHistory& history, const recovery::Version& version,
+                           const jobs::BackgroundJob::Control& control) {
     const core::LogCollector quiet;
+    const core::StoppableReading stoppable([&control] { return control.isCancelled(); });
     return history.read(version);
 }
 
@@ -46,7 +50,7 @@ void VersionReader::readAll(std::function<void(std::vector<Row>)> onRows,
             if (control.isCancelled()) {
                 return;
             }
-            std::string summary = readQuietly(m_history, version).summary;
+            std::string summary = readQuietly(m_history, version, control).summary;
             const std::lock_guard lock(found->mutex);
             found->rows.push_back({std::move(version), std::move(summary)});
             control.report();
@@ -97,8 +101,9 @@ void VersionReader::readNext() {
     const auto details = std::make_shared<VersionDetails>();
     Wanted wanted = std::move(*m_wanted);
     m_wanted.reset();
-    const auto work = [this, details, version = wanted.version](jobs::BackgroundJob::Control&) {
-        *details = readQuietly(m_history, version);
+    const auto work = [this, details,
+                       version = wanted.version](jobs::BackgroundJob::Control& control) {
+        *details = readQuietly(m_history, version, control);
     };
     m_details.start(work, {}, [this, details, onRead = std::move(wanted.onRead)](bool) {
         if (m_wanted) {

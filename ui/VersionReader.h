@@ -25,7 +25,7 @@ public:
 
     /// The loop and `files` outlive it.
     VersionReader(platform::EventLoop& loop, platform::FileSystem& files, VersionHistory history);
-    /// Waits for the version that is being read.
+    /// Stops at the next block of the version that is being read.
     ~VersionReader();
     VersionReader(const VersionReader&) = delete;
     VersionReader& operator=(const VersionReader&) = delete;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -6,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -30,6 +32,10 @@ constexpr std::int64_t kDay = 86'400;
 
 class BackupsTest : public support::TempFolderTest {
 protected:
+    std::unique_ptr<recovery::Backups> makeBackups() {
+        return std::make_unique<recovery::Backups>([] { return folder(); },
+                                                   [this] { return m_isWanted; });
+    }
     /// As the editors save, with the thread's work done at the end. Whether the file was replaced.
     bool save(const std::string& text, Need need = Need::wish) {
         m_clock.time += 60;
@@ -78,8 +84,7 @@ protected:
     bool m_isWanted = true;
     std::string m_path = "Scene.xml";
     std::string m_failure;
-    std::unique_ptr<recovery::Backups> m_backups =
-        std::make_unique<recovery::Backups>([] { return folder(); }, [this] { return m_isWanted; });
+    std::unique_ptr<recovery::Backups> m_backups = makeBackups();
 };
 
 TEST_F(BackupsTest, EachSaveKeepsWhatItReplacesWithAndWithoutLinks) {
@@ -107,6 +112,42 @@ TEST_F(BackupsTest, EachSaveKeepsWhatItReplacesWithAndWithoutLinks) {
         m_isWanted = true;
     }
     EXPECT_EQ(warnings(), 0U);
+}
+
+TEST_F(BackupsTest, TheEndStopsTheComparisonAndALaterSaveMakesUpForIt) {
+    const std::string large(32U << 20U, 'x');
+    support::writeBytes(m_path, large);
+    std::atomic<int> reads = 0;
+    std::atomic<bool> isLeaving = false;
+    m_files.setRule(
+        [&](const support::Call& call) {
+            reads += call.operation == "read" ? 1 : 0;
+            for (int i = 0; reads > 0 && (i < 500 || !isLeaving); ++i) {
+                std::this_thread::yield();
+            }
+            return support::Fault::none;
+        },
+        0);
+    for (int round = 1; round <= 2; ++round) { // the same bytes again, compared with the older ones
+        m_clock.time += 60;
+        support::writeBytes("new", large);
+        m_backups->begin({m_path}, Need::wish);
+        EXPECT_TRUE(m_backups->beforeReplace().empty());
+        std::filesystem::rename("new", m_path);
+        m_backups->end(true);
+        while (reads == 0) {
+            std::this_thread::yield();
+        }
+        isLeaving = true;
+        m_backups = makeBackups();
+        EXPECT_LT(reads, 200) << "of 256";
+        EXPECT_EQ(versions().size(), static_cast<std::size_t>(round)) << "not known to be the same";
+        isLeaving = false;
+        reads = 0;
+    }
+    m_files.heal();
+    EXPECT_TRUE(save("1") && save("2"));
+    EXPECT_TRUE(texts() == (Texts{"1", large}));
 }
 
 TEST_F(BackupsTest, AVersionThatAnotherProgramKeepsInTheSameSecondStays) {
@@ -193,8 +234,7 @@ TEST_F(BackupsTest, AFolderThatCannotBeWrittenNeverStopsASaveAndIsSaidOnce) {
     m_backups = std::make_unique<recovery::Backups>([] { return std::string(); },
                                                     [this] { return m_isWanted; });
     EXPECT_FALSE(save("4", Need::must)) << "no folder is known";
-    m_backups =
-        std::make_unique<recovery::Backups>([] { return folder(); }, [this] { return m_isWanted; });
+    m_backups = makeBackups();
     // The disk is full, then folders vanish.
     std::filesystem::remove("Backups");
     m_files.setRule(

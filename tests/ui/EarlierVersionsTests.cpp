@@ -3,16 +3,21 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <future>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/File.h"
 #include "core/Text.h"
 #include "recovery/Backups.h"
+#include "tests/support/TaskLoop.h"
 #include "tests/ui/BranchListFixture.h"
 #include "ui/EarlierVersions.h"
 #include "ui/VersionHistory.h"
+#include "ui/VersionReader.h"
 
 namespace {
 
@@ -114,6 +119,32 @@ TEST_F(EarlierVersionsTest, WithoutVersionsItSaysSoAndEscCloses) {
     m_driver->press(Key::enter);
     m_driver->press(Key::escape);
     EXPECT_TRUE(isClosed(*m_window));
+}
+
+TEST_F(EarlierVersionsTest, ClosingWhileAVersionIsReadDoesNotWaitForIt) {
+    save(0);
+    save(60);
+    session().addBranch();
+    save(60);
+    std::promise<void> began;
+    bool isStopped = false;
+    ui::VersionHistory history = ui::sceneHistory(session(), {});
+    history.read = [&](const recovery::Version&) {
+        began.set_value();
+        char byte = 0;
+        for (int i = 0; i < 200'000 && !isStopped; ++i) { // a very long file
+            core::File file;
+            isStopped = !file.open("Scenes/Fire/Scene.xml", "rb") || !file.read(&byte, 1);
+        }
+        return ui::VersionDetails();
+    };
+    support::TaskLoop loop;
+    std::optional<ui::VersionReader> reader(std::in_place, loop, *core::services().fileSystem,
+                                            history);
+    reader->readAll([](const auto&) {}, [] {});
+    began.get_future().wait();
+    reader.reset();
+    EXPECT_TRUE(isStopped);
 }
 
 class VersionsOfTheEditor : public test::BranchEditorTest {};
