@@ -45,7 +45,8 @@ struct FileInfo {
     std::uint64_t size = 0;
     std::uint64_t volume = 0; ///< with `file`: the identity of the file, whatever path led to it
     std::uint64_t file = 0;
-    std::int64_t modified = 0; ///< when the contents last changed, as Clock::now()
+    std::int64_t modified = 0;            ///< when the contents last changed, as Clock::now()
+    std::int32_t modifiedNanoseconds = 0; ///< since then, as finely as the disk tells
 };
 
 /// A file locked for one owner, until this object or the program ends, in whatever way.

@@ -79,6 +79,19 @@ bool readSizes(std::string_view text, std::vector<std::uint64_t>& sizes) {
     return true;
 }
 
+std::string stateOf(const std::vector<std::string>& paths, bool hasFractions) {
+    std::string state;
+    for (const std::string& path : paths) {
+        const auto info = core::services().fileSystem->info(path);
+        state += state.empty() ? "" : " ";
+        state += info ? std::to_string(info->size) + "@" + std::to_string(info->modified) : "none";
+        if (info && hasFractions) {
+            state += "." + std::to_string(info->modifiedNanoseconds);
+        }
+    }
+    return state;
+}
+
 } // namespace
 
 std::string toText(const DraftInfo& info) {
@@ -121,13 +134,11 @@ std::optional<DraftInfo> draftInfo(std::string_view text) {
 }
 
 std::string savedState(const std::vector<std::string>& paths) {
-    std::string state;
-    for (const std::string& path : paths) {
-        const auto info = core::services().fileSystem->info(path);
-        state += state.empty() ? "" : " ";
-        state += info ? std::to_string(info->size) + "@" + std::to_string(info->modified) : "none";
-    }
-    return state;
+    return stateOf(paths, true);
+}
+
+bool isSavedState(const std::vector<std::string>& paths, const std::string& state) {
+    return state == stateOf(paths, state.find('.') != std::string::npos);
 }
 
 } // namespace recovery

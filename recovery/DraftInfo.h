@@ -27,5 +27,8 @@ struct DraftInfo {
 
 /// Tells one saved state of these files from another: by their sizes and times.
 [[nodiscard]] std::string savedState(const std::vector<std::string>& paths);
+/// Whether the files are as they were when savedState() gave `state`. Older drafts have times
+/// without fractions of seconds.
+[[nodiscard]] bool isSavedState(const std::vector<std::string>& paths, const std::string& state);
 
 } // namespace recovery

@@ -106,7 +106,7 @@ bool SceneDraft::restore(const std::string& folder) {
 }
 
 bool isSceneSavedSince(const DraftInfo& info) {
-    return savedState({sceneFile(info.listedAs)}) != info.base;
+    return !isSavedState({sceneFile(info.listedAs)}, info.base);
 }
 
 } // namespace recovery

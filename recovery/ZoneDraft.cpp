@@ -17,8 +17,8 @@ namespace {
 /// Names no zones: a list could not hold every name, and the records of the shapes hold them too.
 constexpr const char* kEmptyList = "<ZoneInfo>\n</ZoneInfo>\n";
 
-std::string savedZones(const std::string& basePath) {
-    return savedState({basePath + "-ZoneInfo.xml", basePath + "-ZoneInfo.bin"});
+std::vector<std::string> zoneFiles(const std::string& basePath) {
+    return {basePath + "-ZoneInfo.xml", basePath + "-ZoneInfo.bin"};
 }
 
 DraftContent contentOf(std::shared_ptr<const zone::ZoneManager> zones) {
@@ -45,7 +45,7 @@ ZoneDraft::ZoneDraft(zone::ZoneSession& session, Drafts& drafts, const std::stri
     about.scene = scene;
     about.listedAs = scene;
     about.video = core::fileName(video);
-    about.base = savedZones(m_basePath);
+    about.base = savedState(zoneFiles(m_basePath));
     const std::vector<KeptDraft> kept = keptZoneDrafts(scene, about.video);
     if (!kept.empty()) {
         m_offered = kept.front();
@@ -54,7 +54,7 @@ ZoneDraft::ZoneDraft(zone::ZoneSession& session, Drafts& drafts, const std::stri
     m_changes = m_session.observe([this](const auto&) { m_draft->changed(); });
     m_saves = m_session.observeSaves([this](bool isSaved) {
         if (isSaved) {
-            m_draft->saved(savedZones(m_basePath));
+            m_draft->saved(savedState(zoneFiles(m_basePath)));
         }
     });
 }
@@ -64,7 +64,7 @@ std::optional<DraftContent> ZoneDraft::unsaved() const {
 }
 
 bool ZoneDraft::isSavedSince() const {
-    return m_offered && savedZones(m_basePath) != m_offered->info.base;
+    return m_offered && !isSavedState(zoneFiles(m_basePath), m_offered->info.base);
 }
 
 bool ZoneDraft::restore() {

@@ -59,7 +59,8 @@ std::optional<FileInfo> PosixFileSystem::info(const std::string& path) {
     result.size = static_cast<std::uint64_t>(status.st_size);
     result.volume = status.st_dev;
     result.file = status.st_ino;
-    result.modified = status.st_mtime;
+    result.modified = status.st_mtim.tv_sec;
+    result.modifiedNanoseconds = static_cast<std::int32_t>(status.st_mtim.tv_nsec);
     return result;
 }
 

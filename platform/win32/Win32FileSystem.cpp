@@ -82,6 +82,7 @@ std::optional<FileInfo> Win32FileSystem::info(const std::string& path) {
     result.volume = about.dwVolumeSerialNumber;
     result.file = joined(about.nFileIndexHigh, about.nFileIndexLow);
     result.modified = secondsSince1970(about.ftLastWriteTime);
+    result.modifiedNanoseconds = nanosecondsOf(about.ftLastWriteTime);
     return result;
 }
 

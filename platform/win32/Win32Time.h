@@ -11,10 +11,17 @@ namespace platform::win32 {
 inline constexpr std::int64_t kTicksPerSecond = 10'000'000;
 inline constexpr std::int64_t kSecondsTo1970 = 11'644'473'600;
 
+[[nodiscard]] inline std::int64_t ticksOf(const FILETIME& time) {
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(time.dwHighDateTime) << 32U |
+                                     time.dwLowDateTime);
+}
+
 [[nodiscard]] inline std::int64_t secondsSince1970(const FILETIME& time) {
-    const auto ticks = static_cast<std::int64_t>(
-        static_cast<std::uint64_t>(time.dwHighDateTime) << 32U | time.dwLowDateTime);
-    return ticks / kTicksPerSecond - kSecondsTo1970;
+    return ticksOf(time) / kTicksPerSecond - kSecondsTo1970;
+}
+
+[[nodiscard]] inline std::int32_t nanosecondsOf(const FILETIME& time) {
+    return static_cast<std::int32_t>(ticksOf(time) % kTicksPerSecond) * 100;
 }
 
 [[nodiscard]] inline FILETIME fileTime(std::int64_t secondsSince1970) {

@@ -115,7 +115,7 @@ TEST_F(BackupsTest, EachSaveKeepsWhatItReplacesWithAndWithoutLinks) {
 }
 
 TEST_F(BackupsTest, TheEndStopsTheComparisonAndALaterSaveMakesUpForIt) {
-    const std::string large(32U << 20U, 'x');
+    const std::string large(16U << 20U, 'x');
     support::writeBytes(m_path, large);
     std::atomic<int> reads = 0;
     std::atomic<bool> isLeaving = false;
@@ -140,7 +140,7 @@ TEST_F(BackupsTest, TheEndStopsTheComparisonAndALaterSaveMakesUpForIt) {
         }
         isLeaving = true;
         m_backups = makeBackups();
-        EXPECT_LT(reads, 200) << "of 256";
+        EXPECT_LT(reads, 100) << "of 128";
         EXPECT_EQ(versions().size(), static_cast<std::size_t>(round)) << "not known to be the same";
         isLeaving = false;
         reads = 0;
