@@ -81,4 +81,17 @@ std::int64_t findFrameCount(SharedSource& source, int serial, const GranuleForma
     return count > 0 ? count : -1;
 }
 
+StreamLayout scanStream(SharedSource& source, const StreamHeaders& headers, GranuleFormat& format) {
+    StreamLayout layout;
+    layout.serial = headers.theora.serial;
+    layout.dataStart = headers.dataStart;
+    findFirstFrame(source, format, layout);
+    if (layout.firstFrame < 0) {
+        format.shiftNumbers(-layout.firstFrame);
+        layout.firstFrame = 0;
+    }
+    layout.frameCount = findFrameCount(source, layout.serial, format);
+    return layout;
+}
+
 } // namespace theora

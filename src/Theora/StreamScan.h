@@ -3,7 +3,10 @@
 
 #include <cstdint>
 
+#include "src/Theora/GranuleFormat.h"
 #include "src/Theora/PacketReader.h"
+#include "src/Theora/SharedSource.h"
+#include "src/Theora/StreamHeaders.h"
 
 namespace theora {
 
@@ -17,5 +20,10 @@ void findFirstFrame(SharedSource& source, const GranuleFormat& format, StreamLay
 /// players count that way and the editor's totals must agree.
 [[nodiscard]] std::int64_t findFrameCount(SharedSource& source, int serial,
                                           const GranuleFormat& format);
+
+/// The whole layout of a stream by the two above. Numbers that would be negative are shifted in
+/// `format`.
+[[nodiscard]] StreamLayout scanStream(SharedSource& source, const StreamHeaders& headers,
+                                      GranuleFormat& format);
 
 } // namespace theora

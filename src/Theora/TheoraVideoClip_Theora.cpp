@@ -42,14 +42,7 @@ void TheoraVideoClip_Theora::load() {
     readStreamHeaders(*m_source, m_headers);
     const th_info& info = *m_headers.theora.info.get();
     m_format.emplace(info);
-    m_layout.serial = m_headers.theora.serial;
-    m_layout.dataStart = m_headers.dataStart;
-    findFirstFrame(*m_source, *m_format, m_layout);
-    if (m_layout.firstFrame < 0) {
-        m_format->shiftNumbers(-m_layout.firstFrame);
-        m_layout.firstFrame = 0;
-    }
-    m_layout.frameCount = findFrameCount(*m_source, m_layout.serial, *m_format);
+    m_layout = scanStream(*m_source, m_headers, *m_format);
     if (m_layout.frameCount < 0) {
         writeLog("unable to determine file duration!");
     }

@@ -27,7 +27,7 @@ using Encoder = std::unique_ptr<th_enc_ctx, theora::CallFree<th_encode_free>>;
 
 class Picture {
 public:
-    explicit Picture(const ClipSpec& spec) {
+    explicit Picture(const ClipSpec& spec) : m_flatFrames(spec.flatFrames) {
         const int hDivide = spec.chroma == Chroma::yuv444 ? 1 : 2;
         const int vDivide = spec.chroma == Chroma::yuv420 ? 2 : 1;
         for (int i = 0; i < 3; ++i) {
@@ -44,6 +44,10 @@ public:
     th_img_plane* draw(int number) {
         for (int i = 0; i < 3; ++i) {
             const th_img_plane& plane = m_planes[i];
+            if (number < m_flatFrames) {
+                m_samples[i].assign(m_samples[i].size(), 128);
+                continue;
+            }
             for (int y = 0; y < plane.height; ++y) {
                 for (int x = 0; x < plane.width; ++x) {
                     plane.data[y * plane.stride + x] = static_cast<std::uint8_t>(
@@ -64,6 +68,7 @@ private:
         return 60 + (x * 2 + y * 3 + number * 5) % 120;
     }
 
+    int m_flatFrames;
     Bytes m_samples[3];
     th_ycbcr_buffer m_planes{};
 };

@@ -38,6 +38,7 @@ struct ClipSpec {
     std::int64_t lastPageGranule = -1; ///< of that page
     std::int64_t firstNumber = 0;      ///< of the first frame, as in a file cut from a longer one
     bool numbersJump = false;          ///< pages of the headers seem to be missing
+    int flatFrames = 0;                ///< frames at the start of one colour
     int damagedFrame = -1;             ///< this packet is invalid; -1 = none
     int dropFrames = 0;                ///< frames missing at the start of the data (cut streams)
 };
