@@ -1,9 +1,10 @@
 #include "tests/support/TempFolder.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <random>
 #include <stdexcept>
 #include <system_error>
@@ -59,11 +60,18 @@ void writeBytes(const std::string& path, const std::string& bytes) {
 }
 
 std::string readBytes(const std::string& path) {
-    std::ifstream stream(toPath(path), std::ios::binary);
+    // Not a standard stream: while one is open, Windows lets no other thread remove the file.
+    int error = 0;
+    const auto stream = platform::nativeFileSystem().open(path, platform::OpenMode::read, error);
     if (!stream) {
         throw std::runtime_error("cannot read " + path);
     }
-    return {std::istreambuf_iterator<char>(stream), {}};
+    std::string bytes;
+    std::array<char, 65536> block{};
+    while (const std::size_t count = stream->read(block.data(), block.size())) {
+        bytes.append(block.data(), count);
+    }
+    return bytes;
 }
 
 bool exists(const std::string& path) {
