@@ -203,6 +203,9 @@ void ZoneEdit::bindCommands() {
     commands().bind(
         command::kRemoveZone, [this] { removeZone(); },
         [this] { return m_zones && m_zones->hasZones(); });
+    commands().bind(
+        command::kRename, [this] { ui::Controls(GetPaintManager()).startTyping(kZoneEdit); },
+        [this] { return m_zones && m_zones->hasZones(); });
     commands().bind(command::kStop, [this] { stop(); });
     commands().bind(command::kAddZone, [this] { m_zones->add(); });
     commands().bind(command::kBackTen, [this] { m_frames->backTen(); });
@@ -305,6 +308,14 @@ void ZoneEdit::closeEditor() {
     if (answer() == kYes) {
         Close(1);
     }
+}
+
+std::span<const ui::ContextMenu> ZoneEdit::contextMenus() const {
+    return ui::kZoneEditorContexts;
+}
+
+std::span<const std::u16string_view> ZoneEdit::panes() const {
+    return ui::kZoneEditorPanes;
 }
 
 } // namespace zoneedit

@@ -65,6 +65,10 @@ public:
     bool MessageHandler(const platform::Event& event) override;
     bool HandleMessage(const platform::Event& event) override;
 
+protected:
+    [[nodiscard]] std::span<const ui::ContextMenu> contextMenus() const override;
+    [[nodiscard]] std::span<const std::u16string_view> panes() const override;
+
 private:
     void bindCommands();
     void openVideo();

@@ -140,6 +140,8 @@ void BranchList::bindCommands() {
     commands.bind(
         command::kAddBranch, [&parts] { parts.branches.add(); }, free);
     commands.bind(
+        command::kRename, [this] { controls().startTyping(kNameEdit); }, hasBranches);
+    commands.bind(
         command::kAddVideo, [this, &parts] { parts.adder.ask(*this); }, free);
     commands.bind(
         command::kEditZones, [this] { editZones(); }, hasVideo);
@@ -362,6 +364,14 @@ void BranchList::stop() {
     } else {
         m_parts->strip.closeOffer();
     }
+}
+
+std::span<const ContextMenu> BranchList::contextMenus() const {
+    return kBranchEditorContexts;
+}
+
+std::span<const std::u16string_view> BranchList::panes() const {
+    return kBranchEditorPanes;
 }
 
 } // namespace ui

@@ -46,6 +46,10 @@ public:
     void OnKillFocus(toolkit::TNotifyUI& message) override;
     bool HandleMessage(const platform::Event& event) override;
 
+protected:
+    [[nodiscard]] std::span<const ContextMenu> contextMenus() const override;
+    [[nodiscard]] std::span<const std::u16string_view> panes() const override;
+
 private:
     struct Parts;
     struct Reaction;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/CEditUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace ui {
@@ -46,6 +47,18 @@ public:
     }
 
     void setFocus(std::u16string_view name) const { m_manager.SetFocus(find(name)); }
+    /// Puts the cursor into a text field with its whole text selected.
+    void startTyping(std::u16string_view field) const {
+        if (auto* edit = find<toolkit::CEditUI>(field)) {
+            m_manager.SetFocus(edit);
+            edit->SetSel(0, static_cast<int>(edit->GetText().size()));
+        }
+    }
+    /// Whether the author can use it now.
+    [[nodiscard]] bool isUsable(std::u16string_view name) const {
+        const toolkit::CControlUI* control = find(name);
+        return control != nullptr && control->IsEnabled() && control->IsVisible();
+    }
     /// Shows `text` in the layout's label for problems in place of the label `usual` (which may
     /// stand elsewhere); an empty text brings that back. False when the layout has no such label.
     bool showProblem(std::u16string_view text, std::u16string_view usual) const {

@@ -254,4 +254,12 @@ void EarlierVersions::restore() {
     }
 }
 
+std::span<const ContextMenu> EarlierVersions::contextMenus() const {
+    return kEarlierVersionsContexts;
+}
+
+std::span<const std::u16string_view> EarlierVersions::panes() const {
+    return kEarlierVersionsPanes;
+}
+
 } // namespace ui

@@ -37,6 +37,10 @@ public:
     void OnItemSelect(toolkit::TNotifyUI& message) override;
     void OnItemActivate(toolkit::TNotifyUI& message) override;
 
+protected:
+    [[nodiscard]] std::span<const ContextMenu> contextMenus() const override;
+    [[nodiscard]] std::span<const std::u16string_view> panes() const override;
+
 private:
     void run(ConfirmCallback& owner);
     void enableOwner(bool enabled);

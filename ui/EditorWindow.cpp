@@ -8,7 +8,10 @@
 #include "platform/Gui.h"
 #include "platform/Window.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/MenuPopup.h"
+#include "toolkit/input/MouseInput.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
 #include "ui/KeysWindow.h"
 #include "ui/Manual.h"
@@ -33,16 +36,38 @@ int fitted(int start, int size, int least, int end) {
     return std::max(std::min(start, end - size), least);
 }
 
+/// Where a menu of the control stands when a key opens it: at the chosen row of a list.
+platform::Rect anchorOf(const toolkit::CControlUI& control) {
+    const auto* list = dynamic_cast<const toolkit::CListUI*>(&control);
+    const toolkit::CControlUI* row = list != nullptr ? list->GetItemAt(list->GetCurSel()) : nullptr;
+    return row != nullptr ? row->GetPos() : control.GetPos();
+}
+
 } // namespace
 
 EditorWindow::EditorWindow(const WindowContext& context, std::span<const Command> commands)
     : WindowImplBase(context.gui), m_context(context), m_commands(GetPaintManager(), commands),
       m_commonCommands(GetPaintManager(), kCommonCommands) {
+    bindCommonCommands();
+}
+
+void EditorWindow::bindCommonCommands() {
     m_commonCommands.bind(command::kManual, [this] { openManual(m_context.gui); });
     m_commonCommands.bind(command::kKeys,
                           [this] { companions().show<KeysWindow>(m_context, u"Keys"); });
     m_commonCommands.bind(command::kSettings,
                           [this] { companions().show<SettingsWindow>(m_context, u"Settings"); });
+    const auto hasPanes = [this] { return !panes().empty(); };
+    m_commonCommands.bind(
+        command::kNextPane, [this] { m_panes.go(panes(), false); }, hasPanes);
+    m_commonCommands.bind(
+        command::kPaneBefore, [this] { m_panes.go(panes(), true); }, hasPanes);
+}
+
+void EditorWindow::bindFind(std::u16string_view field) {
+    m_commands.bind(
+        command::kFind, [this, field] { controls().startTyping(field); },
+        [this, field] { return controls().isUsable(field); });
 }
 
 void EditorWindow::showMenu(std::span<const std::string_view> ids) {
@@ -57,8 +82,37 @@ void EditorWindow::OnClick(toolkit::TNotifyUI& message) {
 }
 
 bool EditorWindow::MessageHandler(const platform::Event& event) {
-    return m_commands.handleKey(event) || m_commonCommands.handleKey(event) ||
-           WindowImplBase::MessageHandler(event);
+    return openContextMenu(event) || m_commands.handleKey(event) ||
+           m_commonCommands.handleKey(event) || WindowImplBase::MessageHandler(event);
+}
+
+bool EditorWindow::openContextMenu(const platform::Event& event) {
+    toolkit::CPaintManagerUI& manager = GetPaintManager();
+    const bool isPress = event.kind == platform::EventKind::mouseDown &&
+                         event.button == platform::MouseButton::right;
+    const bool isKey = event.kind == platform::EventKind::keyDown && toolkit::isMenuKey(event);
+    toolkit::CControlUI* control = isPress ? manager.FindControl(event.position)
+                                   : isKey ? manager.GetFocus()
+                                           : nullptr;
+    if (control == nullptr || event.repeat || (isKey && control->claimsKey(event))) {
+        return false;
+    }
+    const platform::Rect anchor =
+        isPress ? platform::Rect::at(event.position.x, event.position.y, 0, 0) : anchorOf(*control);
+    if (isPress) {
+        manager.mouse().notePress(control, false); // chooses the row that it is in
+    }
+    for (; control != nullptr; control = control->GetParent()) {
+        for (const ContextMenu& menu : contextMenus()) {
+            if (control->GetName() == menu.control) {
+                // Belongs to the window: a combo has lists of its own.
+                return toolkit::MenuPopup::of(manager).openAt(
+                    anchor, *manager.GetRoot(),
+                    menuEntries({&m_commands, &m_commonCommands}, menu.rows));
+            }
+        }
+    }
+    return false;
 }
 
 bool EditorWindow::runScreen(std::u16string_view title) {

@@ -13,8 +13,10 @@
 #include "toolkit/window/WindowImplBase.h"
 #include "ui/Companions.h"
 #include "ui/Controls.h"
+#include "ui/Panes.h"
 #include "ui/WindowContext.h"
 #include "ui/commands/CommandSet.h"
+#include "ui/commands/ContextMenu.h"
 
 namespace ui {
 
@@ -61,6 +63,13 @@ protected:
     [[nodiscard]] CommandSet& commands() { return m_commands; }
     /// Opens the menu of these commands at the button of the command "menu".
     void showMenu(std::span<const std::string_view> ids);
+    /// The menus of its controls, for a right click, the menu key and Shift+F10. Elsewhere these
+    /// keys open the window's menu.
+    [[nodiscard]] virtual std::span<const ContextMenu> contextMenus() const { return {}; }
+    /// The parts that F6 goes to, by the control that each begins with, in layout order.
+    [[nodiscard]] virtual std::span<const std::u16string_view> panes() const { return {}; }
+    /// Lets the command "find" go to this text field, while it is there.
+    void bindFind(std::u16string_view field);
     /// The modeless windows beside this one, or beside the window that this one belongs to.
     [[nodiscard]] Companions& companions() { return m_host != nullptr ? *m_host : m_companions; }
 
@@ -88,6 +97,9 @@ protected:
     }
 
 private:
+    /// Opens the menu of what was pressed or has the focus. False: there is none.
+    bool openContextMenu(const platform::Event& event);
+    void bindCommonCommands();
     void placeScreen();
     void notePlace();
 
@@ -97,6 +109,7 @@ private:
     std::optional<platform::Point> m_firstPlace;
     CommandSet m_commands;
     CommandSet m_commonCommands;
+    Panes m_panes{GetPaintManager()};
     Companions m_companions{*this};
     Companions* m_host = nullptr; ///< not owned; outlives the window
     std::function<void()> m_onEnd;

@@ -169,4 +169,12 @@ void OpenScene::exitProgram() {
     Close(1);
 }
 
+std::span<const ContextMenu> OpenScene::contextMenus() const {
+    return kOpenSceneContexts;
+}
+
+std::span<const std::u16string_view> OpenScene::panes() const {
+    return kOpenScenePanes;
+}
+
 } // namespace ui

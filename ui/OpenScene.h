@@ -28,6 +28,10 @@ public:
     void OnItemActivate(toolkit::TNotifyUI& message) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
 
+protected:
+    [[nodiscard]] std::span<const ContextMenu> contextMenus() const override;
+    [[nodiscard]] std::span<const std::u16string_view> panes() const override;
+
 private:
     void fillList();
     /// Why this window is back although a scene or unsaved work was chosen.

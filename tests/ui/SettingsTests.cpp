@@ -59,6 +59,51 @@ TEST_F(BranchEditorMenu, ShowsTheCommandsThatHaveAHandler) {
     EXPECT_EQ(menuOf(*m_driver), Texts{});
 }
 
+TEST_F(BranchEditorMenu, IsThatOfWhatWasPressedOrHasTheKeyboard) {
+    makeScene({"A", "B"});
+    addAction(0, {}, "A");
+    addAction(0);
+    show();
+    const auto rightClick = [&](const toolkit::CControlUI& control) {
+        for (const auto kind : {platform::EventKind::mouseDown, platform::EventKind::mouseUp}) {
+            test::input().mouse(m_driver->native(), kind, m_driver->middleOf(control),
+                                platform::MouseButton::right);
+        }
+        test::pump();
+        const Texts rows = menuOf(*m_driver);
+        return rows.empty() ? u"" : rows.front();
+    };
+    EXPECT_EQ(rightClick(combo(1, u"ComboBranches")), u"Add Action");
+    EXPECT_EQ(actions().GetCurSel(), 1);
+    EXPECT_EQ(m_driver->textOf(u"ComboBranchName"), u"A") << "nothing else is pressed";
+    EXPECT_EQ(rightClick(combo(u"ComboBranchName")), u"Add Branch") << "in place of the first";
+    m_driver->press(Key::escape);
+    EXPECT_EQ(rightClick(m_driver->get(u"LabelScene")), u"");
+    m_driver->manager().SetFocus(&actions());
+    m_driver->press(Key::f10, {.shift = true});
+    EXPECT_EQ(menuOf(*m_driver).front(), u"Add Action");
+    const auto* menu = toolkit::MenuPopup::of(m_driver->manager()).menu();
+    EXPECT_EQ(menu->GetPos().top, actions().GetItemAt(1)->GetPos().bottom + 2);
+    m_driver->press(Key::enter); // it begins at its first row
+    EXPECT_EQ(actions().GetCount(), 3);
+    m_driver->manager().SetFocus(m_driver->manager().FindControl(u"ButtonSave"));
+    m_driver->press(Key::menu);
+    EXPECT_EQ(menuOf(*m_driver).front(), u"Open Another Scene…")
+        << "nothing of its own: the window's";
+    m_driver->press(Key::escape);
+    m_driver->press(Key::f2);
+    m_driver->type(u"C");
+    m_driver->press(Key::f6);
+    EXPECT_EQ(session().branchName(0), "C") << "the whole name was selected";
+    EXPECT_EQ(m_driver->focusName(), u"BranchList");
+    m_driver->press(Key::f6);
+    EXPECT_EQ(m_driver->focusName(), u"ButtonRetarget") << "what the strip offers";
+    m_driver->press(Key::f6);
+    EXPECT_EQ(m_driver->focusName(), u"EditBranchName") << "where it was before";
+    m_driver->press(Key::f6, {.shift = true});
+    EXPECT_EQ(m_driver->focusName(), u"ButtonRetarget");
+}
+
 TEST_F(BranchEditorMenu, LeavesForAnotherSceneOnlyWhatIsKept) {
     makeScene({"A"});
     show();

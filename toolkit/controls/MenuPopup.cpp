@@ -19,7 +19,8 @@ MenuPopup& MenuPopup::of(CPaintManagerUI& manager) {
     return manager.popupOf<MenuPopup>();
 }
 
-bool MenuPopup::open(CControlUI& owner, const std::vector<MenuEntry>& entries) {
+bool MenuPopup::openAt(const platform::Rect& anchor, CControlUI& owner,
+                       const std::vector<MenuEntry>& entries) {
     close();
     auto* root = controlCast<CContainerUI>(m_manager.GetRoot());
     if (entries.empty() || root == nullptr || !m_manager.takesInput()) {
@@ -34,7 +35,7 @@ bool MenuPopup::open(CControlUI& owner, const std::vector<MenuEntry>& entries) {
     m_life = m_menu->accessibleLife();
     m_owner = &owner;
     const platform::Size window = m_manager.GetWindowSize();
-    m_menu->SetPlace(placeMenu(owner.GetPos(), m_menu->EstimateSize(window), window));
+    m_menu->SetPlace(placeMenu(anchor, m_menu->EstimateSize(window), window));
     m_manager.UpdateLayout();
     m_manager.SetFocus(m_menu);
     if (m_manager.focusKeeper().isKeyboardUse()) {
@@ -78,7 +79,7 @@ bool MenuPopup::key(const TEventUI& event) {
     if (native.kind != EventKind::keyDown || isHeld || menu->useKey(native.key)) {
         return true; // a held key may have opened the menu
     }
-    if (native.key == Key::escape || native.key == Key::menu) {
+    if (native.key == Key::escape || isMenuKey(native)) {
         close();
     } else if (native.key == Key::tab) {
         close();

@@ -9,13 +9,13 @@
 #include <vector>
 
 #include "platform/Geometry.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CMenuUI.h"
 #include "toolkit/input/TEventUI.h"
 #include "toolkit/window/Popup.h"
 
 namespace toolkit {
 
-class CControlUI;
 class CPaintManagerUI;
 
 class MenuPopup final : public Popup {
@@ -26,7 +26,12 @@ public:
 
     /// The focus goes to the menu, to its first row after keyboard use. False for a menu without
     /// rows, or in a window without controls.
-    bool open(CControlUI& owner, const std::vector<MenuEntry>& entries);
+    bool open(CControlUI& owner, const std::vector<MenuEntry>& entries) {
+        return openAt(owner.GetPos(), owner, entries);
+    }
+    /// The same at a part of the owner, or a point: an empty `anchor`. Window pixels.
+    bool openAt(const platform::Rect& anchor, CControlUI& owner,
+                const std::vector<MenuEntry>& entries);
     /// Null while closed. Not owned.
     [[nodiscard]] CMenuUI* menu() const { return m_life.expired() ? nullptr : m_menu; }
 

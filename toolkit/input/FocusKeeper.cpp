@@ -122,6 +122,16 @@ bool FocusKeeper::move(bool backward) {
     return true;
 }
 
+bool FocusKeeper::enter(CControlUI& pane) {
+    std::vector<CControlUI*> stops;
+    collectStops(pane, nullptr, stops);
+    if (stops.empty()) {
+        return false;
+    }
+    set(stops.front());
+    return true;
+}
+
 void FocusKeeper::press(CControlUI* hit) {
     setKeyboardUse(false);
     for (CControlUI* control = hit; control != nullptr; control = control->GetParent()) {

@@ -19,6 +19,8 @@ public:
     void set(CControlUI* control, bool reveals = true);
     /// The next control in layout order that the Tab key reaches; round at the ends.
     bool move(bool backward);
+    /// The first control inside `pane` that the Tab key reaches gets the focus. False: none is.
+    bool enter(CControlUI& pane);
     /// For a press on `hit` (null: on none): it, or its nearest ancestor that uses keys, takes the
     /// focus; without one, an edit still loses it.
     void press(CControlUI* hit);

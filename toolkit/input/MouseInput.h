@@ -27,12 +27,13 @@ public:
     /// The pointer left the window.
     void leave();
     [[nodiscard]] CControlUI* hot() const { return m_hot.empty() ? nullptr : m_hot.front(); }
+    /// Tells a control and what it stands in that it is pressed; a list row is chosen by that.
+    void notePress(CControlUI* hit, bool second);
     /// The control that was pressed, until the release. Null when none.
     [[nodiscard]] CControlUI* pressed() const { return m_pressed; }
 
 private:
     bool press(const platform::Event& event);
-    void notePress(CControlUI* hit, bool second);
     bool release(const platform::Event& event);
     bool move(const platform::Event& event);
     bool wheel(const platform::Event& event);

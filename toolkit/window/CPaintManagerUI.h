@@ -23,6 +23,9 @@ namespace toolkit {
 
 class ToolTipWindow;
 
+/// Whether the key opens a menu: the menu key, or Shift+F10.
+[[nodiscard]] bool isMenuKey(const platform::Event& event);
+
 class CPaintManagerUI {
 public:
     using Rect = platform::Rect;

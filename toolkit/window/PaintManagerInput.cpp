@@ -35,6 +35,10 @@ EventType controlType(EventKind kind) {
 
 } // namespace
 
+bool isMenuKey(const platform::Event& event) {
+    return event.key == Key::menu || (event.key == Key::f10 && event.modifiers.shift);
+}
+
 bool CPaintManagerUI::MessageHandler(const platform::Event& event) {
     if (!takesInput()) {
         return false;
@@ -82,7 +86,7 @@ bool CPaintManagerUI::handleKey(const platform::Event& event) {
     if (Popup* open = popup()) {
         return open->key({type, open->owner(), event});
     }
-    if (event.kind == EventKind::keyDown && event.key == Key::menu) {
+    if (event.kind == EventKind::keyDown && isMenuKey(event)) {
         m_focus.setKeyboardUse(true); // a menu that it opens starts at its first row
     }
     if (filter(event)) {

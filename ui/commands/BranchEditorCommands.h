@@ -5,6 +5,7 @@
 
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/ContextMenu.h"
 
 namespace ui {
 
@@ -26,6 +27,8 @@ inline constexpr Command kBranchEditorCommands[] = {
     {command::kStop, kEverywhere, kStopText, {}, {}, {kEsc}},
     {command::kAddBranch, kBranchEditor, u"Add Branch", u"ButtonAddBranch",
      u"Add a branch to the scene"},
+    {.id = command::kRename, .group = kBranchEditor, .text = u"Rename the Branch", .keys = {{kF2}}},
+    {.id = command::kFind, .group = kBranchEditor, .text = u"Find a Branch", .keys = {{kCtrlF}}},
     {command::kAddVideo, kBranchEditor, u"Add Video…", u"ButtonAddVideo",
      u"Copy Theora videos into the scene"},
     {command::kEditZones, kBranchEditor, u"Edit Zones", u"ButtonEditZones",
@@ -54,5 +57,17 @@ inline constexpr Command kBranchEditorCommands[] = {
 inline constexpr std::string_view kBranchEditorMenu[] = {
     command::kOpenAnother, command::kLine, command::kEarlierVersions, command::kLine,
     command::kSettings,    command::kKeys, command::kManual};
+
+inline constexpr std::string_view kBranchRows[] = {command::kAddBranch, command::kRename};
+inline constexpr std::string_view kVideoRows[] = {command::kAddVideo, command::kEditZones};
+inline constexpr std::string_view kActionRows[] = {command::kAddAction, command::kRemoveAction};
+inline constexpr ContextMenu kBranchEditorContexts[] = {
+    {u"ComboBranchName", kBranchRows},
+    {u"EditBranchName", kBranchRows},
+    {u"ComboVideoName", kVideoRows},
+    {u"BranchList", kActionRows},
+};
+inline constexpr std::u16string_view kBranchEditorPanes[] = {u"ComboBranchName", u"BranchList",
+                                                             u"PanelNotice"};
 
 } // namespace ui

@@ -14,6 +14,10 @@ inline constexpr std::string_view kExit = "exit";
 inline constexpr std::string_view kStop = "stop";
 inline constexpr std::string_view kManual = "manual";
 inline constexpr std::string_view kKeys = "keys";
+inline constexpr std::string_view kFind = "find";
+inline constexpr std::string_view kRename = "rename";
+inline constexpr std::string_view kNextPane = "nextPane";
+inline constexpr std::string_view kPaneBefore = "paneBefore";
 inline constexpr std::string_view kUndo = "undo";
 inline constexpr std::string_view kRedo = "redo";
 inline constexpr std::string_view kMenu = "menu";
@@ -31,6 +35,8 @@ inline constexpr std::u16string_view kStopText = u"Close a list, stop what runs"
 
 inline constexpr KeyChord kCtrlS{platform::Key::s, {.control = true}};
 inline constexpr KeyChord kF1{platform::Key::f1, {}};
+inline constexpr KeyChord kF2{platform::Key::f2, {}};
+inline constexpr KeyChord kCtrlF{platform::Key::f, {.control = true}};
 inline constexpr KeyChord kEsc{platform::Key::escape, {}};
 
 inline constexpr Command kUndoCommand{
@@ -52,13 +58,14 @@ inline constexpr Command kRedoCommand{
               {platform::Key::z, {.shift = true, .control = true}}}},
     .repeats = true,
 };
-inline constexpr Command kMenuCommand{.id = command::kMenu,
-                                      .group = kEverywhere,
-                                      .text = u"More",
-                                      .control = u"ButtonMenu",
-                                      .toolTip = u"More",
-                                      .keys = {{{platform::Key::menu, {}}}},
-                                      .listed = u"Menu"};
+inline constexpr Command kMenuCommand{
+    .id = command::kMenu,
+    .group = kEverywhere,
+    .text = u"More",
+    .control = u"ButtonMenu",
+    .toolTip = u"More",
+    .keys = {{{platform::Key::menu, {}}, {platform::Key::f10, {.shift = true}}}},
+    .listed = u"Menu"};
 inline constexpr Command kEarlierVersionsCommand{.id = command::kEarlierVersions,
                                                  .group = kEverywhere,
                                                  .text = u"Earlier Versions…",
@@ -81,6 +88,14 @@ inline constexpr Command kCommonCommands[] = {
      .keys = {{{platform::Key::f1, {.shift = true}}}},
      .icon = u"MenuBook"},
     {.id = command::kSettings, .group = kEverywhere, .text = u"Settings…", .icon = u"MenuGear"},
+    {.id = command::kNextPane,
+     .group = kEverywhere,
+     .text = u"Next part of the window",
+     .keys = {{{platform::Key::f6, {}}}}},
+    {.id = command::kPaneBefore,
+     .group = kEverywhere,
+     .text = u"Part before",
+     .keys = {{{platform::Key::f6, {.shift = true}}}}},
     {.id = "nextControl",
      .group = kEverywhere,
      .text = u"Next control",

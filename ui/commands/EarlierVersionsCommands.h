@@ -5,6 +5,7 @@
 
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/ContextMenu.h"
 
 namespace ui {
 
@@ -23,5 +24,10 @@ inline constexpr Command kEarlierVersionsCommands[] = {
      u"Back to the editor (Esc)",
      {kEsc}},
 };
+
+inline constexpr std::string_view kVersionRows[] = {command::kRestoreVersion};
+inline constexpr ContextMenu kEarlierVersionsContexts[] = {{u"ListVersions", kVersionRows}};
+inline constexpr std::u16string_view kEarlierVersionsPanes[] = {
+    u"ListVersions", u"ListVersionActions", u"ListDifferences", u"ButtonRestoreVersion"};
 
 } // namespace ui

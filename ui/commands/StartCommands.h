@@ -5,6 +5,7 @@
 
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/ContextMenu.h"
 
 namespace ui {
 
@@ -27,10 +28,18 @@ inline constexpr Command kOpenSceneCommands[] = {
      u"ButtonRestoreDraft",
      u"Open the scene with its unsaved work"},
     {command::kDropDraft, {}, u"Hide", u"ButtonDropDraft", u"Hide this; the unsaved work is kept"},
+    {.id = command::kFind, .text = u"Find a Scene", .keys = {{kCtrlF}}},
     kMenuCommand,
 };
 
 inline constexpr std::string_view kOpenSceneMenu[] = {command::kSettings, command::kKeys};
+
+inline constexpr std::string_view kSceneRows[] = {command::kOpenScene, command::kNewScene};
+inline constexpr ContextMenu kOpenSceneContexts[] = {
+    {u"SceneList", kSceneRows},
+    {u"ListScenes", kSceneRows},
+};
+inline constexpr std::u16string_view kOpenScenePanes[] = {u"SceneList", u"ButtonNewScene"};
 
 inline constexpr Command kNewSceneCommands[] = {
     {command::kCreate, kEverywhere, u"Create", u"ButtonCreate", u"Start the scene with this name"},

@@ -6,6 +6,7 @@
 #include "platform/Event.h"
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/ContextMenu.h"
 
 namespace ui {
 
@@ -66,6 +67,7 @@ inline constexpr Command kZoneEditorCommands[] = {
      .repeats = true,
      .anyModifiers = true},
     {command::kAddZone, kZones, u"Add Zone", u"ButtonAddZone", u"Add a zone"},
+    {.id = command::kRename, .group = kZones, .text = u"Rename the Zone", .keys = {{kF2}}},
     {command::kRemoveZone, kZones, u"Remove Zone", u"ButtonRemoveZone", u"Remove this zone"},
     kUndoCommand,
     kRedoCommand,
@@ -93,5 +95,13 @@ inline constexpr Command kZoneEditorCommands[] = {
 inline constexpr std::string_view kZoneEditorMenu[] = {command::kEarlierVersions, command::kLine,
                                                        command::kSettings, command::kKeys,
                                                        command::kManual};
+
+inline constexpr std::string_view kZoneRows[] = {command::kAddZone, command::kRename,
+                                                 command::kLine, command::kRemoveZone};
+inline constexpr ContextMenu kZoneEditorContexts[] = {
+    {u"ComboZone", kZoneRows},
+    {u"EditZone", kZoneRows},
+};
+inline constexpr std::u16string_view kZoneEditorPanes[] = {u"PanelNotice", u"OptionMovePoint"};
 
 } // namespace ui
