@@ -41,6 +41,7 @@ void HeaderPresenter::showNotice(std::u16string_view text) {
 void HeaderPresenter::save() {
     const bool wasDamaged = m_session.zones().loadReport().problem != zone::LoadProblem::none;
     m_session.save(m_videoPath);
+    m_bar.showCaption({}, false); // one that fails again says so again
     m_notice.clear();
     m_saved.clear();
     if (m_session.zones().lastSaveFailure().empty()) {

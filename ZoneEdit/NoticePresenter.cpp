@@ -48,9 +48,9 @@ void NoticePresenter::showCaption(std::u16string_view text, bool isProblem) {
     }
     m_captionText = text;
     m_caption = {m_captionText, {}, isProblem};
-    if (isProblem && !text.empty()) {
+    m_isCaptionFirst = isProblem && !text.empty();
+    if (m_isCaptionFirst) {
         endRefusal();
-        m_offer = {};
     }
     show();
 }
@@ -83,6 +83,7 @@ void NoticePresenter::changed() {
 void NoticePresenter::say(Line line) {
     endRefusal();
     m_offer = std::move(line);
+    m_isCaptionFirst = false;
     show();
 }
 
@@ -90,7 +91,8 @@ NoticePresenter::Line& NoticePresenter::front() {
     if (!m_refusal.text.empty()) {
         return m_refusal;
     }
-    return m_offer.text.empty() ? m_caption : m_offer;
+    const bool isCaption = m_offer.text.empty() || (m_isCaptionFirst && !m_caption.text.empty());
+    return isCaption ? m_caption : m_offer;
 }
 
 void NoticePresenter::show() {

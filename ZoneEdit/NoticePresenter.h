@@ -24,9 +24,9 @@ public:
     void offer(std::u16string_view text, std::vector<std::u16string_view> buttons);
     /// Stays for three seconds, in front of everything else.
     void refuse(std::u16string_view text);
-    /// What the caption has no room for; empty: it has. Behind an offer, unless it is a problem,
-    /// which takes its place; back after an offer that is made later, unless the author has closed
-    /// it.
+    /// What the caption has no room for; empty: it has. Behind an offer, unless it is a problem:
+    /// only an offer that is made later stands in front of that. What is behind comes back
+    /// afterwards, unless the author has closed it.
     void showCaption(std::u16string_view text, bool isProblem);
 
     [[nodiscard]] bool isShown() const { return !m_shown.empty(); }
@@ -52,8 +52,9 @@ private:
     zone::ZoneSession& m_session;
     Line m_refusal;
     Line m_offer;
-    Line m_caption;               ///< of the caption
-    std::u16string m_captionText; ///< the latest, closed or not
+    Line m_caption;                ///< of the caption
+    std::u16string m_captionText;  ///< the latest, closed or not
+    bool m_isCaptionFirst = false; ///< a problem that is newer than the offer
     std::u16string m_shown;
     edit::Subscription m_changes;
 };

@@ -14,7 +14,7 @@ namespace {
 
 /// How long the thread sleeps at most while something is due: the clock need not be the system's.
 constexpr std::chrono::milliseconds kNap{20};
-/// How long closing a document waits for a disk that does not answer.
+/// How long the UI thread waits for a disk that does not answer.
 constexpr std::chrono::seconds kPatience{10};
 
 std::int64_t ticks() {
@@ -32,8 +32,6 @@ struct Draft::Entry {
     // Guarded by the mutex of Drafts.
     std::function<core::FileError()> next;
     bool isQueued = false;
-    bool isRunning = false;
-    core::FileError failure; ///< of the latest work
 
     [[nodiscard]] core::FileError write(const DraftInfo& info, const DraftContent& content) {
         if (folder && !folder->isOurs()) {
@@ -64,7 +62,6 @@ Draft::~Draft() {
     std::erase(m_drafts.m_open, this);
     try {
         update();
-        m_drafts.waitFor(*m_entry);
         m_drafts.updateFailure();
     } catch (const std::exception&) {
         return; // out of memory: what was written last remains
@@ -146,6 +143,11 @@ Drafts::~Drafts() {
     if (m_thread.joinable()) {
         m_thread.join();
     }
+    try {
+        logOnce(m_latestFailure); // which may be of work that the loop has not heard about
+    } catch (const std::exception&) {
+        return; // a line less in the log
+    }
 }
 
 std::unique_ptr<Draft> Drafts::open(DraftInfo about, Draft::Source source) {
@@ -226,12 +228,9 @@ void Drafts::enqueue(const std::shared_ptr<Draft::Entry>& entry,
     m_work.notify_all();
 }
 
-void Drafts::waitFor(Draft::Entry& entry) {
+void Drafts::settle() {
     std::unique_lock lock(m_mutex);
-    m_done.wait_for(lock, kPatience, [&] { return !entry.isQueued && !entry.isRunning; });
-    const core::FileError failure = entry.failure;
-    lock.unlock();
-    logOnce(failure);
+    m_done.wait_for(lock, kPatience, [&] { return m_queue.empty() && !m_isBusy; });
 }
 
 void Drafts::run() {
@@ -251,11 +250,11 @@ void Drafts::run() {
 }
 
 void Drafts::perform(std::unique_lock<std::mutex>& lock) {
-    const std::shared_ptr<Draft::Entry> entry = std::move(m_queue.front());
+    std::shared_ptr<Draft::Entry> entry = std::move(m_queue.front());
     m_queue.pop_front();
     auto work = std::exchange(entry->next, nullptr);
     entry->isQueued = false;
-    entry->isRunning = true;
+    m_isBusy = true;
     lock.unlock();
     core::FileError failure;
     try {
@@ -264,11 +263,13 @@ void Drafts::perform(std::unique_lock<std::mutex>& lock) {
         failure.reason = error.what();
     }
     work = nullptr; // what it wrote may be large, and the UI thread must not wait for its end
+    const std::weak_ptr ended(entry);
+    entry = nullptr; // frees the folder of a closed document
     lock.lock();
-    entry->isRunning = false;
-    entry->failure = failure;
+    m_isBusy = false;
+    m_latestFailure = failure.empty() ? m_latestFailure : failure;
     m_done.notify_all();
-    post([this, ended = std::weak_ptr(entry), failure] { finished(ended, failure); });
+    post([this, ended, failure] { finished(ended, failure); });
 }
 
 void Drafts::post(std::function<void()> task) {

@@ -39,7 +39,7 @@ public:
     /// What to write now, cheap to make; empty if nothing is unsaved. UI thread.
     using Source = std::function<std::optional<DraftContent>()>;
 
-    /// Writes what is not yet in the draft, which stays for later, and waits for that.
+    /// Has what is not yet in the draft written, which stays for later. Does not wait for that.
     ~Draft();
     Draft(const Draft&) = delete;
     Draft& operator=(const Draft&) = delete;
@@ -89,13 +89,16 @@ public:
 
     /// `areKept` says whether the author wants drafts. The loop must outlive the object.
     Drafts(platform::EventLoop& loop, std::function<bool()> areKept);
-    /// Waits for what is being written.
+    /// Waits for what is still to be written.
     ~Drafts();
     Drafts(const Drafts&) = delete;
     Drafts& operator=(const Drafts&) = delete;
 
     /// `about` needs no time, number or sizes.
     [[nodiscard]] std::unique_ptr<Draft> open(DraftInfo about, Draft::Source source);
+    /// Waits until what closed documents have left is on the disk and free for others, though not
+    /// for long if the disk does not answer. Before looking for kept drafts.
+    void settle();
     /// `areKept` answers differently now: drops all drafts, or writes what is unsaved.
     void keepingChanged();
     /// Why the draft of an open document could not be written; empty if all were.
@@ -116,7 +119,6 @@ private:
     void logOnce(const core::FileError& failure);
     /// Updates failure().
     void updateFailure();
-    void waitFor(Draft::Entry& entry);
 
     // The other thread, which holds the mutex.
     void run();
@@ -136,7 +138,9 @@ private:
     // Guarded by the mutex.
     std::deque<std::shared_ptr<Draft::Entry>> m_queue;
     std::optional<std::int64_t> m_due; ///< of the next updateAll, in ticks of the clock
+    bool m_isBusy = false;
     bool m_isEnding = false;
+    core::FileError m_latestFailure;
 
     std::mutex m_mutex;
     std::condition_variable m_work; ///< for the other thread

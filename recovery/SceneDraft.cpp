@@ -36,10 +36,10 @@ bool isScene(const std::string& text) {
 
 SceneDraft::SceneDraft(scene::SceneSession& session, Drafts& drafts)
     : m_session(session), m_drafts(drafts) {
+    m_openings =
+        m_session.observeOpenings([this] { opened(m_loading.value_or(m_session.scene().Name())); });
     m_changes = m_session.observe([this](const auto&) {
-        if (m_session.history().size() == 0) { // any edit is a step, undone or not
-            opened(m_loading.value_or(m_session.scene().Name()));
-        } else if (m_draft) {
+        if (m_draft) {
             m_draft->changed();
         }
     });
@@ -82,10 +82,12 @@ void SceneDraft::flush() {
 
 bool SceneDraft::leave() {
     m_draft.reset();
+    m_drafts.settle();
     return m_session.isModified();
 }
 
 bool SceneDraft::restore(const std::string& folder) {
+    m_drafts.settle();
     std::unique_ptr<DraftFolder> draft = takeDraft(folder);
     if (!draft) {
         return false;

@@ -39,6 +39,7 @@ private:
     Drafts& m_drafts;
     std::optional<std::string> m_loading; ///< the name in the list, while a scene is loaded by it
     std::unique_ptr<Draft> m_draft;       ///< none until a scene is opened
+    edit::Subscription m_openings;
     edit::Subscription m_changes;
     edit::Subscription m_saves;
 };

@@ -46,6 +46,7 @@ ZoneDraft::ZoneDraft(zone::ZoneSession& session, Drafts& drafts, const std::stri
     about.listedAs = scene;
     about.video = core::fileName(video);
     about.base = savedState(zoneFiles(m_basePath));
+    drafts.settle();
     const std::vector<KeptDraft> kept = keptZoneDrafts(scene, about.video);
     if (!kept.empty()) {
         m_offered = kept.front();

@@ -36,6 +36,7 @@ bool SceneSession::newScene(const std::string& name) {
 void SceneSession::opened(bool isNew) {
     m_isNew = isNew;
     m_savedText = m_scene->fileText();
+    m_openings.notify();
     m_history.clear({{SceneChange::Part::scene, -1}});
 }
 

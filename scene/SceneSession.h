@@ -53,6 +53,10 @@ public:
     bool newScene(const std::string& name);
     /// Saving a scene without a FirstBranch sets it, as a step of its own.
     bool save(const std::string& folder);
+    /// Called after each opening, before its report.
+    [[nodiscard]] edit::Subscription observeOpenings(std::function<void()> listener) {
+        return m_openings.add(std::move(listener));
+    }
     /// Called after each save, with whether it succeeded; `scene().saveFailure()` says why not.
     [[nodiscard]] edit::Subscription observeSaves(std::function<void(bool good)> listener) {
         return m_saves.add(std::move(listener));
@@ -170,6 +174,7 @@ private:
 
     std::shared_ptr<SceneManager> m_scene;
     History m_history;
+    edit::Observers<> m_openings;
     edit::Observers<bool> m_saves;
     std::string m_savedText; ///< what saving wrote last, or would have written at opening
     bool m_isNew = false;

@@ -154,8 +154,14 @@ void BranchList::bindCommands() {
 void BranchList::bindHistory() {
     HistoryPresenter& history = m_parts->history;
     StripPresenter& strip = m_parts->strip;
+    // A name that was refused when the button was pressed is what the author takes back.
     commands().bind(
-        command::kUndo, [&history] { history.undo(); },
+        command::kUndo,
+        [&history, &strip] {
+            if (!strip.takeFreshNote()) {
+                history.undo();
+            }
+        },
         [this, &history] { return isFree() && history.canUndo(); },
         [&history] { return history.undoName(); });
     commands().bind(

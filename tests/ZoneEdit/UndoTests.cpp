@@ -275,7 +275,13 @@ TEST_F(ZoneEditUndo, AddAndDeleteThatMissFramesOfferAllFrames) {
 
 TEST_F(ZoneEditUndo, TheBarSaysWhatTheCaptionHasNoRoomFor) {
     m_gui.host.screenHeight = 700;
-    show(kFrames, 2);
+    makeClip(kFrames);
+    const std::string base = "Scenes/Fire/" + std::string(30, 'W');
+    std::filesystem::rename("Scenes/Fire/clip.ogv", base + ".ogv");
+    m_state.zoneEditVideo = base + ".ogv";
+    show();
+    addZone();
+    addZone();
     EXPECT_EQ(notice(), Texts());
     const std::u16string name(40, u'W');
     for (const int zone : {0, 1}) {
@@ -308,11 +314,13 @@ TEST_F(ZoneEditUndo, TheBarSaysWhatTheCaptionHasNoRoomFor) {
     m_driver->enter(u"EditZone", u"Z");
     EXPECT_TRUE(isVisible(u"LabelNote"));
     // A refusal leaves the caption to the fault, and goes after its time.
-    std::filesystem::remove("Scenes/Fire/clip-ZoneInfo.xml");
-    support::makeFolder("Scenes/Fire/clip-ZoneInfo.xml");
+    std::filesystem::remove(base + "-ZoneInfo.xml");
+    support::makeFolder(base + "-ZoneInfo.xml");
+    m_driver->click(u"OptionToggleActive");
     m_driver->click(u"ButtonSave");
     const Texts fault = notice();
-    m_driver->click(u"OptionToggleActive");
+    m_driver->click(u"ButtonCloseNotice");
+    EXPECT_TRUE(fault != offer && notice() == offer) << "the fault came later";
     m_driver->enter(u"EditCurrentFrame", u"x");
     EXPECT_EQ(notice(), Texts{u"Not a frame number"});
     platform::Event time;
@@ -323,6 +331,11 @@ TEST_F(ZoneEditUndo, TheBarSaysWhatTheCaptionHasNoRoomFor) {
     m_driver->enter(u"EditCurrentFrame", u"y");
     EXPECT_EQ(notice(), Texts{u"Not a frame number"}) << "each time";
     m_driver->click(u"ButtonCloseNotice");
+    m_driver->click(u"ButtonSave");
+    EXPECT_EQ(notice(), fault) << "each time, too";
+    undo();
+    m_driver->click(u"OptionToggleActive");
+    EXPECT_EQ(notice(), offer);
     m_driver->click(u"ButtonCloseNotice");
     EXPECT_EQ(notice(), fault);
 }

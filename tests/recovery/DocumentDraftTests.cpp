@@ -28,6 +28,7 @@ protected:
         m_draft = nullptr;
         m_session = std::make_unique<scene::SceneSession>(scene::SceneManager::create());
         m_draft = std::make_unique<recovery::SceneDraft>(*m_session, *m_drafts);
+        m_drafts->settle();
     }
     bool save() { return m_session->save(scene::sceneFolderPath(m_session->scene().Name())); }
     void expectRestored(const Names& before, const Names& after) {
@@ -49,8 +50,12 @@ protected:
 TEST_F(SceneDraftTest, OfAnySceneIsOneStepOnTopOfWhatIsSaved) {
     const std::string name = "New & Scene";
     m_session->newScene(name);
-    m_session->addBranch();
-    m_session->renameBranch(0, "a < b & c");
+    {
+        auto gesture = m_session->begin({scene::SceneStep::addBranch, 0});
+        m_session->addBranch();
+        m_session->renameBranch(0, "a < b & c");
+        gesture.commit();
+    }
     wait();
     until([] { return isOnDisk("a &#60; b"); });
     restart();

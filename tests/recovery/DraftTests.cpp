@@ -43,8 +43,13 @@ protected:
         document.text = text;
         document.draft->changed();
     }
+    void keep(const std::string& text) {
+        edit(*open(), text);
+        m_drafts->settle();
+    }
     /// What all drafts hold, the newest first.
-    static Texts kept() {
+    Texts kept() {
+        m_drafts->settle();
         Texts texts;
         for (const recovery::KeptDraft& draft : recovery::keptSceneDrafts()) {
             texts.push_back(support::readBytes(draft.folder + draftFileNames(draft.info)[0]));
@@ -113,7 +118,7 @@ TEST_F(DraftTest, OfEachProgramStaysForLaterAndIsRemovedAfterThirtyDays) {
 }
 
 TEST_F(DraftTest, RestoredStaysUntilASaveWhateverIsUndone) {
-    edit(*open(), "kept");
+    keep("kept");
     auto document = open();
     edit(*document, "before");
     auto folder = recovery::takeDraft(recovery::keptSceneDrafts().at(0).folder);
@@ -133,9 +138,10 @@ TEST_F(DraftTest, RestoredStaysUntilASaveWhateverIsUndone) {
                               contentOf("kept"));
     document->draft->saved("base");
     document = nullptr;
+    EXPECT_EQ(kept(), Texts());
     EXPECT_FALSE(support::exists("Drafts"));
 
-    edit(*open(), "kept");
+    keep("kept");
     document = open("Renamed since");
     document->draft->restored(recovery::takeDraft(recovery::keptSceneDrafts().at(0).folder),
                               contentOf("kept"));
@@ -161,7 +167,7 @@ TEST_F(DraftTest, IsNotWrittenThroughALink) {
 }
 
 TEST_F(DraftTest, ThatIsNoneIsIgnoredWithOneLogLineAndLeftAlone) {
-    edit(*open(), "good");
+    keep("good");
     const std::string folder = "Drafts/" + recovery::encodedName("Fire Drill") + "/";
     const std::string good = support::readBytes(folder + "1/Draft.txt");
     const auto replaced = [&good](const std::string& from, const std::string& to) {
@@ -224,6 +230,7 @@ TEST_F(DraftTest, SurvivesEveryFaultOfAWriting) {
         m_files.stopAt(call);
         edit(*document, "lost");
         document = nullptr;
+        m_drafts->settle();
         m_files.heal();
         const bool isWhole = kept() == Texts{"lost"} || kept() == Texts{"between"};
         EXPECT_TRUE(isWhole) << call;
@@ -234,6 +241,8 @@ TEST_F(DraftTest, SurvivesEveryFaultOfAWriting) {
         wait();
         until([&] { return m_drafts->failure().empty() && isOnDisk("between"); });
     }
+    document = nullptr;
+    m_drafts.reset();
     EXPECT_EQ(m_log.errors().size(), 1U);
 }
 

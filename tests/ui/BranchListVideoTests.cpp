@@ -195,8 +195,14 @@ TEST_F(BranchVideos, NothingElseCanBeDoneWhileAVideoIsCopied) {
     EXPECT_EQ(videos().GetText(), u"first.ogv");
     addVideos({"b.ogv"});
     m_driver->click(u"ButtonUndo");
-    m_driver->click(u"ButtonRedo");
+    writeZones("b", {"Door"});
+    addAction(scene::Action::kZoneAction);
     show(); // as after a visit to the zone editor
+    m_driver->click(u"ButtonRedo");
+    m_driver->pick(u"ComboVideoName", 1);
+    EXPECT_EQ(itemsOf(combo(0, u"ComboParameter")), Texts{u"Door"});
+    m_driver->click(u"ButtonUndo");
+    show();
     EXPECT_EQ(listed(), (Texts{u"first.ogv", u"b.ogv"}));
 }
 

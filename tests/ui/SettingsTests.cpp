@@ -130,7 +130,8 @@ TEST_F(BranchEditorMenu, ChangesOfTheSettingsCountAtOnce) {
     ASSERT_TRUE(isChecked(settings, u"CheckKeepBackups"));
     settings.press(Key::space); // the keyboard stands in the first box
     EXPECT_FALSE(m_services.editorSettings->keepDrafts());
-    draft = nullptr; // waits for the disk
+    draft = nullptr;
+    m_services.drafts->settle();
     EXPECT_FALSE(support::exists("Drafts"));
     settings.click(u"CheckKeepBackups");
     settings.click(u"CheckKeepDrafts");

@@ -169,6 +169,9 @@ TEST_F(Undo, BelongsToATextFieldUntilItsTextIsTaken) {
     m_driver->retype(u"EditBranchName", u"Fire");
     m_driver->click(u"ButtonUndo"); // which takes it as well
     EXPECT_EQ(session().branchName(0), "Smoke");
+    m_driver->retype(u"EditBranchName", u"Lift"); // which another branch has
+    m_driver->click(u"ButtonUndo");
+    EXPECT_EQ(m_driver->textOf(u"EditBranchName"), u"Smoke") << "no more than what was typed";
     auto gesture = session().begin({scene::SceneStep::target, 0});
     session().setTarget(0, 0, "Alarm");
     m_driver->press(Key::tab);

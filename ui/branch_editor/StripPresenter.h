@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "edit/Observers.h"
 #include "scene/SceneSession.h"
@@ -26,6 +27,8 @@ public:
     /// A note that came up when the author left a field: the press that left it, which may act on
     /// something else as well, does not take it away.
     void showNoteOfLeaving(const std::u16string& note);
+    /// Whether such a note has come up by the input at hand; once for each note.
+    [[nodiscard]] bool takeFreshNote() { return std::exchange(m_noteIsFresh, false); }
     /// A save ended; shown until the first change of the scene, or until the next save.
     void showSaved(bool good);
     /// Whether an action waits for a zone of a video that has none.

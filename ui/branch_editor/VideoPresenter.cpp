@@ -81,9 +81,7 @@ void VideoPresenter::matchAdded() {
         }
     }
     for (const std::string& name : now) {
-        if (!isListed(name)) {
-            addItem(name);
-        }
+        list(name);
     }
     showOwnVideo();
 }
