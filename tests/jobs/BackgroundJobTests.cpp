@@ -1,5 +1,4 @@
 // Work on a thread of its own: what is reported, when, and what ends it.
-#include <latch>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -8,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "jobs/BackgroundJob.h"
+#include "tests/support/Gate.h"
 #include "tests/support/TaskLoop.h"
 
 namespace {
@@ -57,10 +57,10 @@ TEST_F(BackgroundJobTest, ReportsTheLatestProgressAndTheEndOnce) {
 }
 
 TEST_F(BackgroundJobTest, AnAbandonedJobEndsAndReportsNothing) {
-    std::latch begun(1);
+    support::Gate begun;
     start([&](auto& control) {
         control.report();
-        begun.count_down();
+        begun.open();
         while (!control.isCancelled()) {
         }
     });

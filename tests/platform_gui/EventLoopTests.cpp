@@ -1,5 +1,4 @@
 #include <array>
-#include <latch>
 #include <numeric>
 #include <stdexcept>
 #include <string>
@@ -8,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Gate.h"
 #include "tests/support/gui/TestGui.h"
 
 using platform::EventLoop;
@@ -60,11 +60,11 @@ TEST(EventLoop, RunsTasksOfEveryThreadOnItsOwnInTheirOrder) {
     EventLoop& loop = test::gui().loop();
     const auto uiThread = std::this_thread::get_id();
     std::array<int, 4> next{};
-    std::latch start(next.size());
+    support::Gate start;
     std::vector<std::jthread> threads;
     for (int& expected : next) {
         threads.emplace_back([&] {
-            start.arrive_and_wait();
+            start.wait();
             for (int i = 0; i < kTasks; ++i) {
                 loop.post([&expected, uiThread, i] {
                     EXPECT_EQ(std::this_thread::get_id(), uiThread);
@@ -73,6 +73,7 @@ TEST(EventLoop, RunsTasksOfEveryThreadOnItsOwnInTheirOrder) {
             }
         });
     }
+    start.open();
     EXPECT_TRUE(test::pumpUntil(
         [&] { return std::accumulate(next.begin(), next.end(), 0) == 4 * kTasks; }));
 }

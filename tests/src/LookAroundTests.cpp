@@ -14,6 +14,7 @@
 #include "tests/src/OpenedStream.h"
 #include "tests/src/PlaybackSession.h"
 #include "tests/support/ClipMaker.h"
+#include "tests/support/Gate.h"
 
 namespace {
 
@@ -90,12 +91,13 @@ TEST(LookAround, AStandingClipDecodesAheadOfItsQueue) {
 
 TEST(LookAround, AFrameThatTheStepBackDecoderComesPastIsWaitedFor) {
     std::atomic<bool> isOpen{false};
+    support::Gate gate;
     std::atomic<bool> isWaiting{false};
     PlaneCache cache(std::size_t{64} << 20U, 128, 96, 1, 1);
     MemorySource bytes(longGroups(), [&] { // blocked once decoding has begun
         if (cache.find(0) != nullptr && !isOpen.load()) {
             isWaiting.store(true);
-            isOpen.wait(false);
+            gate.wait();
         }
         return true;
     });
@@ -104,7 +106,7 @@ TEST(LookAround, AFrameThatTheStepBackDecoderComesPastIsWaitedFor) {
                                     *stream.format, cache);
     const theora::StopCheck openTheGate = [&] {
         isOpen.store(true);
-        isOpen.notify_all();
+        gate.open();
         return false;
     };
     EXPECT_FALSE(decoder.waitFor(60, openTheGate)); // not started: no wait

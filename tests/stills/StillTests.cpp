@@ -4,7 +4,6 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <latch>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,6 +17,7 @@
 #include "stills/StillService.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FaultyFileSystem.h"
+#include "tests/support/Gate.h"
 #include "tests/support/TaskLoop.h"
 #include "tests/support/TempFolder.h"
 
@@ -159,13 +159,13 @@ TEST_F(StillTest, TheVisibleComeFirstAndWhatNobodyShowsIsDropped) {
     for (const char* path : {"a.ogv", "b.ogv", "c.ogv", "d.ogv"}) {
         support::writeBytes(path, clip());
     }
-    std::latch begun(1);
-    std::latch planned(1);
+    support::Gate begun;
+    support::Gate planned;
     bool isFirst = true;
     m_files.setRule(
         [&](const support::Call& call) {
             if (call.path == "a.ogv" && std::exchange(isFirst, false)) {
-                begun.count_down();
+                begun.open();
                 planned.wait();
             }
             return support::Fault::none;
@@ -181,7 +181,7 @@ TEST_F(StillTest, TheVisibleComeFirstAndWhatNobodyShowsIsDropped) {
     shown->want({{"b.ogv", kBox}, {"d.ogv", kBox}, {"c.ogv", kBox}});
     shown->want({{"d.ogv", kBox}, {"c.ogv", kBox}, {"b.ogv", kBox}});
     closed.reset();
-    planned.count_down();
+    planned.open();
     await(arrived, 3);
     EXPECT_EQ(arrived, (Paths{"d.ogv", "c.ogv", "b.ogv"}));
     EXPECT_TRUE(old.empty());

@@ -58,6 +58,7 @@ class TreeChecks(unittest.TestCase):
                 ("zone/Zone.cpp", '#include "Zone.h"', False),
                 ("zone/Zone.cpp", '#include "../core/Log.h"', False),
                 ("platform/qt/Window.cpp", "#include <QWindow>", True),
+                ("tests/jobs/JobTests.cpp", "#include <latch>", False),
                 ("platform/win32/Window.cpp", "#include <windows.h>", True),
                 ("platform/Window.h", "#include <QtGui/QWindow>", False),
                 ("platform/qt/Window.cpp", "#include <Windows.h>", False),

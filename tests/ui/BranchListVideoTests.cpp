@@ -1,6 +1,5 @@
 // The videos of the branch editor: which are listed, copying new ones, and the way to the zones.
 #include <filesystem>
-#include <semaphore>
 #include <string>
 #include <thread>
 #include <utility>
@@ -10,6 +9,7 @@
 #include "jobs/VideoImport.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FaultyFileSystem.h"
+#include "tests/support/Gate.h"
 #include "tests/ui/BranchListFixture.h"
 
 namespace {
@@ -31,21 +31,21 @@ std::string clipBytes() {
 class BranchVideos : public test::BranchEditorTest {
 protected:
     BranchVideos() {
+        m_gate.open();
         makeScene({"Alarm"}, {"first.ogv"});
         writeBytes("from/a.ogv", clipBytes() + std::string(3'000'000, 'a'));
         writeBytes("from/b.ogv", clipBytes());
         m_files.setRule(
             [this](const support::Call& call) {
                 if (call.path.ends_with(jobs::kImportTemporary) && call.operation == "open") {
-                    m_gate.acquire();
-                    m_gate.release();
+                    m_gate.wait();
                 }
                 return support::Fault::none;
             },
             0);
     }
     ~BranchVideos() override {
-        m_gate.release();
+        m_gate.open();
         m_driver.reset();
         m_window.reset();
     }
@@ -64,8 +64,7 @@ protected:
         waitForCopies();
     }
 
-    /// Taken by a test, it holds up the copying thread before it writes.
-    std::counting_semaphore<> m_gate{1};
+    support::Gate m_gate; ///< closed, it holds up the copying thread before it writes
     support::FaultyFileSystem m_files{platform::nativeFileSystem()};
     core::ServicesOverride m_disk{{&m_files, core::services().clock, core::services().process}};
 };
@@ -160,7 +159,7 @@ TEST_F(BranchVideos, CopiesThoseThatAreNotListedAndChoosesNothing) {
 
 TEST_F(BranchVideos, NothingElseCanBeDoneWhileAVideoIsCopied) {
     show();
-    m_gate.acquire();
+    m_gate.close();
     pressAddVideo({"a.ogv", "b.ogv"});
     for (const auto* name :
          {u"ButtonExit", u"ButtonSave", u"ButtonAddBranch", u"ButtonAddVideo", u"ButtonEditZones",
@@ -171,7 +170,7 @@ TEST_F(BranchVideos, NothingElseCanBeDoneWhileAVideoIsCopied) {
     m_driver->press(platform::Key::s, {.control = true});
     EXPECT_FALSE(std::filesystem::exists("Scenes/Fire/Scene.xml"));
     EXPECT_EQ(m_driver->textOf(u"LabelStatus").substr(0, 22), u"Copying a.ogv (1 of 2)");
-    m_gate.release();
+    m_gate.open();
     waitForCopies();
     EXPECT_EQ(videos().GetCount(), 3);
     EXPECT_EQ(m_driver->focusName(), u"ButtonAddVideo");
@@ -209,11 +208,11 @@ TEST_F(BranchVideos, NothingElseCanBeDoneWhileAVideoIsCopied) {
 TEST_F(BranchVideos, EscapeCancelsTheCopyAndAllThatFollow) {
     writeBytes("Scenes/Fire/a.ogv", "old");
     show();
-    m_gate.acquire();
+    m_gate.close();
     pressAddVideo({"a.ogv", "b.ogv"});
     EXPECT_EQ(listed(), (Texts{u"first.ogv", u"a.ogv"}));
     m_driver->press(platform::Key::escape);
-    m_gate.release();
+    m_gate.open();
     waitForCopies();
     EXPECT_EQ(listed(), Texts{u"first.ogv"});
     EXPECT_EQ(readBytes("Scenes/Fire/a.ogv"), "old");
@@ -222,13 +221,13 @@ TEST_F(BranchVideos, EscapeCancelsTheCopyAndAllThatFollow) {
 
 TEST_F(BranchVideos, AWindowThatClosesDuringACopyEndsIt) {
     show();
-    m_gate.acquire();
+    m_gate.close();
     pressAddVideo({"a.ogv"});
     test::input().requestClose(m_driver->native());
     test::pump();
     EXPECT_TRUE(isClosed(*m_window));
     // The copy is held at the gate; the window's end cancels it and waits.
-    std::thread opener([this] { m_gate.release(); });
+    std::thread opener([this] { m_gate.open(); });
     m_driver.reset();
     m_window.reset();
     opener.join();
