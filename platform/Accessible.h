@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/Geometry.h"
 
@@ -38,17 +39,19 @@ struct AccessibleState {
     bool expandable = false;
     bool expanded = false;
     bool readOnly = false;
+    bool multiSelectable = false; ///< several nodes below it can be selected
 };
 
 /// What assistive technology should look at again (WindowAccessibility::changed).
 enum class AccessibleChange {
-    focus,    ///< the node got the keyboard focus
-    name,     ///< its visible text
-    value,    ///< its text or choice
-    state,    ///< any of AccessibleState but the focus
-    children, ///< nodes below it came or went
-    news,     ///< its text is worth reading out, once nothing else is being said
-    alert,    ///< its text is worth reading out at once
+    focus,     ///< the node got the keyboard focus
+    name,      ///< its visible text
+    value,     ///< its text or choice
+    state,     ///< any of AccessibleState but the focus
+    selection, ///< which of the nodes below it are selected
+    children,  ///< nodes below it came or went
+    news,      ///< its text is worth reading out, once nothing else is being said
+    alert,     ///< its text is worth reading out at once
 };
 
 /// A node of a window's accessibility tree. Not owned by the back end, which asks again each time
@@ -81,8 +84,23 @@ public:
     [[nodiscard]] virtual Accessible* accessibleParent() const = 0;
     [[nodiscard]] virtual int accessibleChildCount() const = 0;
     [[nodiscard]] virtual Accessible* accessibleChild(int index) const = 0;
+    /// -1 when `child` is none.
+    [[nodiscard]] virtual int accessibleIndexOf(const Accessible& child) const;
+    /// The topmost visible child at a point of the window; null when there is none.
+    [[nodiscard]] virtual Accessible* accessibleChildAt(Point point) const;
+    /// The node with the keyboard focus at or below this one; null when there is none.
+    [[nodiscard]] virtual Accessible* accessibleFocused() = 0;
+    /// The children that are selected.
+    [[nodiscard]] virtual std::vector<Accessible*> accessibleSelection() const;
     /// Presses, toggles, opens or selects, as a click would.
     virtual void accessiblePress() = 0;
+    /// Where several nodes can be selected: selects or deselects this one and leaves the others.
+    /// Elsewhere: selects it, or does nothing.
+    virtual void accessibleSelect(bool selected) {
+        if (selected) {
+            accessiblePress();
+        }
+    }
     virtual void accessibleFocus() = 0;
     /// Caret position in code units for an edit; -1 for everything else.
     [[nodiscard]] virtual int accessibleCaret() const = 0;

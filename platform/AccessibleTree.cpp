@@ -1,5 +1,10 @@
 #include "platform/AccessibleTree.h"
 
+#include <vector>
+
+#include "platform/Accessible.h"
+#include "platform/Geometry.h"
+
 namespace platform {
 
 bool isPressable(AccessibleRole role) {
@@ -16,17 +21,35 @@ bool isPressable(AccessibleRole role) {
     }
 }
 
-Accessible* focusedIn(Accessible& node) {
-    if (node.accessibleState().focused) {
-        return &node;
+int Accessible::accessibleIndexOf(const Accessible& child) const {
+    for (int i = 0; i < accessibleChildCount(); ++i) {
+        if (accessibleChild(i) == &child) {
+            return i;
+        }
     }
-    for (int i = 0; i < node.accessibleChildCount(); ++i) {
-        Accessible* child = node.accessibleChild(i);
-        if (Accessible* found = child != nullptr ? focusedIn(*child) : nullptr) {
-            return found;
+    return -1;
+}
+
+Accessible* Accessible::accessibleChildAt(Point point) const {
+    for (int i = accessibleChildCount() - 1; i >= 0; --i) { // later children lie on top
+        Accessible* child = accessibleChild(i);
+        if (child != nullptr && child->accessibleState().visible &&
+            child->accessibleRect().contains(point)) {
+            return child;
         }
     }
     return nullptr;
+}
+
+std::vector<Accessible*> Accessible::accessibleSelection() const {
+    std::vector<Accessible*> selected;
+    for (int i = 0; i < accessibleChildCount(); ++i) {
+        Accessible* child = accessibleChild(i);
+        if (child != nullptr && child->accessibleState().selected) {
+            selected.push_back(child);
+        }
+    }
+    return selected;
 }
 
 } // namespace platform

@@ -8,7 +8,4 @@ namespace platform {
 /// Whether accessiblePress() does something on a node of this role.
 [[nodiscard]] bool isPressable(AccessibleRole role);
 
-/// The focused node at or below `node`, or null. Not owned. UI thread only.
-[[nodiscard]] Accessible* focusedIn(Accessible& node);
-
 } // namespace platform

@@ -11,6 +11,7 @@
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/MenuPopup.h"
 #include "toolkit/input/MouseInput.h"
+#include "toolkit/input/TEventUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
 #include "ui/KeysWindow.h"
@@ -100,7 +101,8 @@ bool EditorWindow::openContextMenu(const platform::Event& event) {
     const platform::Rect anchor =
         isPress ? platform::Rect::at(event.position.x, event.position.y, 0, 0) : anchorOf(*control);
     if (isPress) {
-        manager.mouse().notePress(control, false); // chooses the row that it is in
+        // Chooses the row that it is in.
+        manager.mouse().notePress(control, {toolkit::EventType::buttonDown, control, event});
     }
     for (; control != nullptr; control = control->GetParent()) {
         for (const ContextMenu& menu : contextMenus()) {

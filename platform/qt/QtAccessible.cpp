@@ -112,28 +112,22 @@ int QtAccessibleNode::childCount() const {
 }
 
 int QtAccessibleNode::indexOfChild(const QAccessibleInterface* child) const {
-    for (int i = 0; i < childCount(); ++i) {
-        if (this->child(i) == child) {
-            return i;
-        }
-    }
-    return -1;
+    const Accessible* self = node();
+    const auto* ours = dynamic_cast<const QtAccessibleNode*>(child);
+    const Accessible* below = ours != nullptr ? ours->node() : nullptr;
+    return self != nullptr && below != nullptr ? self->accessibleIndexOf(*below) : -1;
 }
 
 QAccessibleInterface* QtAccessibleNode::childAt(int x, int y) const {
-    for (int i = childCount() - 1; i >= 0; --i) { // later children lie on top
-        QAccessibleInterface* candidate = child(i);
-        if (candidate != nullptr && !candidate->state().invisible &&
-            candidate->rect().contains(x, y)) {
-            return candidate;
-        }
-    }
-    return nullptr;
+    const Accessible* self = node();
+    const QPoint at = m_surface != nullptr ? m_surface->mapFromGlobal(QPoint(x, y)) : QPoint();
+    Accessible* below = self != nullptr ? self->accessibleChildAt(Point{at.x(), at.y()}) : nullptr;
+    return below != nullptr ? QtAccessibleNodes::of(*m_surface, *below) : nullptr;
 }
 
 QAccessibleInterface* QtAccessibleNode::focusChild() const {
     Accessible* self = node();
-    Accessible* focused = self != nullptr ? focusedIn(*self) : nullptr;
+    Accessible* focused = self != nullptr ? self->accessibleFocused() : nullptr;
     return focused != nullptr ? QtAccessibleNodes::of(*m_surface, *focused) : nullptr;
 }
 
@@ -202,6 +196,8 @@ QAccessible::State QtAccessibleNode::state() const {
     result.checked = ours.checked;
     result.selectable = ours.selectable;
     result.selected = ours.selected;
+    result.multiSelectable = ours.multiSelectable;
+    result.extSelectable = ours.multiSelectable;
     result.expandable = ours.expandable;
     result.expanded = ours.expandable && ours.expanded;
     result.collapsed = ours.expandable && !ours.expanded;
@@ -243,6 +239,11 @@ QStringList QtAccessibleNode::actionNames() const {
         if (self->accessibleState().focusable) {
             names << setFocusAction();
         }
+        const Accessible* above = self->accessibleParent();
+        if (self->accessibleState().selectable && above != nullptr &&
+            above->accessibleState().multiSelectable) {
+            names << toggleAction();
+        }
     }
     return names;
 }
@@ -253,14 +254,20 @@ void QtAccessibleNode::doAction(const QString& actionName) {
     if (m_node == nullptr || !actionNames().contains(actionName)) {
         return;
     }
-    const auto act = [surface = m_surface, node = m_node, life = m_life,
-                      press = actionName == pressAction()] {
+    const auto act = [surface = m_surface, node = m_node, life = m_life, actionName] {
         const QtWindow* window = surface != nullptr ? surface->window() : nullptr;
         if (window == nullptr || !window->takesInput() || life.expired()) {
             return;
         }
-        guardedRun("accessible action",
-                   [&] { press ? node->accessiblePress() : node->accessibleFocus(); });
+        guardedRun("accessible action", [&] {
+            if (actionName == pressAction()) {
+                node->accessiblePress();
+            } else if (actionName == toggleAction()) {
+                node->accessibleSelect(!node->accessibleState().selected);
+            } else {
+                node->accessibleFocus();
+            }
+        });
     };
     QMetaObject::invokeMethod(m_surface.data(), act, Qt::QueuedConnection);
 }

@@ -108,6 +108,9 @@ void QtAccessibleNodes::changed(QtSurface& surface, Accessible& node, Accessible
     case AccessibleChange::state:
         tellState(*told);
         break;
+    case AccessibleChange::selection:
+        tell(QAccessible::SelectionWithin);
+        break;
     case AccessibleChange::children:
         tell(QAccessible::ObjectReorder);
         break;

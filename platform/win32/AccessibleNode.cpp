@@ -2,10 +2,12 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "platform/AccessibleTree.h"
 #include "platform/Geometry.h"
 #include "platform/win32/MsaaTerms.h"
+#include "platform/win32/SelectedNodes.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Window.h"
 
@@ -224,7 +226,7 @@ HRESULT AccessibleNode::get_accKeyboardShortcut(VARIANT, BSTR* shortcut) {
 
 HRESULT AccessibleNode::get_accFocus(VARIANT* child) {
     Accessible* self = node();
-    Accessible* focused = self != nullptr ? focusedIn(*self) : nullptr;
+    Accessible* focused = self != nullptr ? self->accessibleFocused() : nullptr;
     VariantInit(child);
     if (focused == nullptr) {
         return S_FALSE;
@@ -235,13 +237,20 @@ HRESULT AccessibleNode::get_accFocus(VARIANT* child) {
 HRESULT AccessibleNode::get_accSelection(VARIANT* children) {
     VariantInit(children);
     const Accessible* self = node();
-    for (int i = 0; self != nullptr && i < self->accessibleChildCount(); ++i) {
-        Accessible* child = self->accessibleChild(i);
-        if (child != nullptr && child->accessibleState().selected) {
-            return give(objectFor(*child), children);
-        }
+    if (self == nullptr) {
+        return S_FALSE;
     }
-    return S_FALSE;
+    const std::vector<Accessible*> selected = self->accessibleSelection();
+    if (selected.size() < 2) {
+        return selected.empty() ? S_FALSE : give(objectFor(*selected.front()), children);
+    }
+    std::vector<IDispatch*> objects;
+    for (Accessible* child : selected) {
+        objects.push_back(objectFor(*child));
+    }
+    children->vt = VT_UNKNOWN;
+    children->punkVal = SelectedNodes::create(objects);
+    return S_OK;
 }
 
 HRESULT AccessibleNode::get_accDefaultAction(VARIANT child, BSTR* action) {
@@ -278,14 +287,11 @@ HRESULT AccessibleNode::accHitTest(long left, long top, VARIANT* child) {
     if (self == nullptr || !onScreen(m_window, *self).contains(at)) {
         return S_FALSE;
     }
-    for (int i = self->accessibleChildCount() - 1; i >= 0; --i) { // later children lie on top
-        Accessible* candidate = self->accessibleChild(i);
-        if (candidate != nullptr && candidate->accessibleState().visible &&
-            onScreen(m_window, *candidate).contains(at)) {
-            return give(objectFor(*candidate), child);
-        }
-    }
-    return give(long{CHILDID_SELF}, child);
+    POINT inWindow{left, top};
+    ScreenToClient(m_window, &inWindow);
+    Accessible* below =
+        self->accessibleChildAt({static_cast<int>(inWindow.x), static_cast<int>(inWindow.y)});
+    return below != nullptr ? give(objectFor(*below), child) : give(long{CHILDID_SELF}, child);
 }
 
 } // namespace platform::win32

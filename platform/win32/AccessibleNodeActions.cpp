@@ -26,6 +26,12 @@ HRESULT AccessibleNode::accSelect(long flags, VARIANT child) {
         guardedRun("accessible focus", [&] { meant->accessibleFocus(); });
         return S_OK;
     }
+    const long one = flags & (SELFLAG_ADDSELECTION | SELFLAG_REMOVESELECTION);
+    if (one != 0 && meant->accessibleState().selectable) {
+        guardedRun("accessible selection",
+                   [&] { meant->accessibleSelect((one & SELFLAG_ADDSELECTION) != 0); });
+        return S_OK;
+    }
     if ((flags & SELFLAG_TAKESELECTION) != 0 && meant->accessibleState().selectable) {
         guardedRun("accessible selection", [&] { meant->accessiblePress(); });
         return S_OK;

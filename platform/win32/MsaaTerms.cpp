@@ -52,6 +52,7 @@ long msaaState(const AccessibleState& state) {
         {state.checkable && state.checked, STATE_SYSTEM_CHECKED},
         {state.selectable, STATE_SYSTEM_SELECTABLE},
         {state.selected, STATE_SYSTEM_SELECTED},
+        {state.multiSelectable, STATE_SYSTEM_MULTISELECTABLE | STATE_SYSTEM_EXTSELECTABLE},
         {state.expandable && state.expanded, STATE_SYSTEM_EXPANDED},
         {state.expandable && !state.expanded, STATE_SYSTEM_COLLAPSED},
         {state.readOnly, STATE_SYSTEM_READONLY},

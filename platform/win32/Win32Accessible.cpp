@@ -19,6 +19,8 @@ DWORD eventOf(AccessibleChange change) {
         return EVENT_OBJECT_VALUECHANGE;
     case AccessibleChange::state:
         return EVENT_OBJECT_STATECHANGE;
+    case AccessibleChange::selection:
+        return EVENT_OBJECT_SELECTIONWITHIN;
     case AccessibleChange::news:
         return EVENT_OBJECT_LIVEREGIONCHANGED;
     case AccessibleChange::alert:

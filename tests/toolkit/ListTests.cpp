@@ -1,9 +1,13 @@
 // Lists: rows, scrolling, selection.
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "tests/toolkit/ToolkitTest.h"
+#include "toolkit/controls/CButtonUI.h"
+#include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CListLabelElementUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/ScrollModel.h"
@@ -123,6 +127,130 @@ TEST_F(Lists, APressInARowSelectsItFirstAndDoesNotMoveIt) {
     driver().press(Key::down);
     expectNotes("a text, and the next row", {"itemselect List 0", "itemselect List 1"});
     EXPECT_EQ(driver().get(u"Half").GetPos().bottom, 100) << "the keyboard brings it into view";
+}
+
+TEST_F(Lists, MakeAnnouncedRowsOnlyWhereTheyAreNeeded) {
+    CListUI& list = openList(0);
+    int made = 0;
+    const auto cell = [&] { return window().GetPaintManager().GetFocus()->GetUserData(); };
+    list.SetRows(10'000, {.make =
+                              [&](int number) {
+                                  ++made;
+                                  auto row = std::make_unique<toolkit::CListContainerElementUI>();
+                                  auto* button = row->AddNew<toolkit::CButtonUI>();
+                                  button->SetName(u"Cell");
+                                  button->SetUserData(std::u16string(1, char16_t(number)));
+                                  return row;
+                              },
+                          .height = 20,
+                          .takesFocus = true});
+    driver().click(platform::Point{50, 60});
+    expectNotes("the row and its cell", {"itemselect List 2", "click Cell"});
+    window().GetPaintManager().SetFocus(&list);
+    driver().press(Key::end);
+    EXPECT_EQ(list.GetCurSel(), 9'999);
+    EXPECT_EQ(row(9'999).bottom, 111);
+    driver().press(Key::tab, kShift);
+    EXPECT_EQ(cell()[0], 9'999) << "round at the ends: the last row's cell";
+    driver().wheel({50, 50}, 100);
+    EXPECT_GT(list.accessibleFocused()->accessibleRect().top, 6'000);
+    driver().press(Key::tab, kShift);
+    EXPECT_EQ(cell()[0], 9'998) << "goes on from a row that was scrolled far away";
+    EXPECT_EQ(list.accessibleIndexOf(*list.accessibleChild(5'000)), 5'000);
+    EXPECT_TRUE(list.RemoveAt(4'999));
+    list.AnnounceAt(0);
+    EXPECT_EQ(list.GetItemAt(5'000)->FindSubControl(u"Cell")->GetUserData()[0], 5'000);
+    EXPECT_EQ(list.GetCurSel(), 9'999) << "one came and one went above it";
+    driver().press(Key::tab, kShift);
+    for (int notch = 0; notch < 40; ++notch) {
+        driver().wheel({50, 50}, notch < 20 ? 50 : -50);
+    }
+    auto* last = toolkit::controlCast<toolkit::CListContainerElementUI>(list.GetItemAt(9'999));
+    EXPECT_TRUE(last->IsSelected()) << "also when it was made again";
+    EXPECT_LT(made, 900);
+    EXPECT_LT(list.childCount(), 70);
+}
+
+TEST_F(Lists, SelectSeveralRowsWhereTheLayoutAllows) {
+    CListUI& list = openList(8);
+    const auto press = [&](Key key, platform::Modifiers held) {
+        return [this, key, held] { driver().press(key, held); };
+    };
+    const auto click = [&](int index, platform::Modifiers held) {
+        return [this, index, held] { driver().click(platform::Point{50, 20 + 20 * index}, held); };
+    };
+    constexpr platform::Modifiers kBoth{true, true, false};
+    driver().click(platform::Point{50, 20}, kControl);
+    driver().click(platform::Point{50, 60}, kShift);
+    expectNotes("one row unless the layout asks", {"itemselect List 0", "itemselect List 2"});
+    EXPECT_EQ(list.selectedRows(), std::vector{2});
+    list.SetAttribute(u"multiselect", u"true");
+    list.GetItemAt(3)->SetEnabled(false);
+    const struct {
+        const char* what;
+        std::function<void()> act;
+        std::vector<int> selected;
+        int current;
+        Notes notes;
+    } steps[] = {
+        {"a click", click(1, {}), {1}, 1, {"itemselect List 1"}},
+        {"Shift: up to there", click(4, kShift), {1, 2, 4}, 4, {"itemselect List 4"}},
+        {"again from the same row", click(0, kShift), {0, 1}, 0, {"itemselect List 0"}},
+        {"Ctrl: one more", click(4, kControl), {0, 1, 4}, 4, {"itemselect List 4"}},
+        {"Ctrl: one less", click(4, kControl), {0, 1}, 0, {"itemselect List 4"}},
+        {"both: more rows", click(2, kBoth), {0, 1, 2, 4}, 2, {"itemselect List 2"}},
+        {"Ctrl+Space", press(Key::space, kControl), {0, 1, 4}, 0, {"itemselect List 2"}},
+        {"Down: one row", press(Key::down, {}), {4}, 4, {"itemselect List 4"}},
+        {"Shift+Up", press(Key::up, kShift), {2, 4}, 2, {"itemselect List 2"}},
+        {"Shift+End", press(Key::end, kShift), {4, 5, 6, 7}, 7, {"itemselect List 7"}},
+        {"Ctrl+A", press(Key::a, kControl), {0, 1, 2, 4, 5, 6, 7}, 7, {"itemselect List 7"}},
+        {"one of many again", press(Key::down, {}), {7}, 7, {"itemselect List 7"}},
+        {"a program",
+         [&] {
+             list.SelectItems({5, 1, 99});
+         },
+         {1, 5},
+         1,
+         {"itemselect List 1"}},
+        {"rows go",
+         [&] {
+             list.RemoveAt(0);
+             list.RemoveAt(0);
+         },
+         {3},
+         3,
+         {}},
+        {"a screen reader",
+         [&] { list.GetItemAt(0)->accessibleSelect(true); },
+         {0, 3},
+         0,
+         {"itemselect List 0"}},
+        {"what it took back",
+         [&] { list.GetItemAt(3)->accessibleSelect(false); },
+         {0},
+         0,
+         {"itemselect List 3"}},
+    };
+    for (const auto& step : steps) {
+        step.act();
+        EXPECT_EQ(list.selectedRows(), step.selected) << step.what;
+        EXPECT_EQ(list.GetCurSel(), step.current) << step.what;
+        expectNotes(step.what, step.notes);
+    }
+    list.Add(std::make_unique<toolkit::CListContainerElementUI>())->SetFixedHeight(20);
+    toolkit::controlCast<toolkit::CContainerUI>(list.GetItemAt(6))->AddNew<toolkit::CButtonUI>();
+    platform::Event menu;
+    menu.button = platform::MouseButton::right;
+    list.SelectItems({0, 6});
+    EXPECT_FALSE(list.pressRow(*list.GetItemAt(0), {toolkit::EventType::buttonDown, &list, menu}));
+    EXPECT_EQ(list.selectedRows(), (std::vector{0, 6})) << "its menu is for all of them";
+    list.SelectItem(0);
+    expectNotes("a program", {"itemselect List 6", "itemselect List 0"});
+    list.revealRow(6);
+    window().GetPaintManager().UpdateLayout();
+    driver().click(*list.GetItemAt(6), kShift);
+    expectNotes("Shift on what is in a row", {"itemselect List 6"});
+    EXPECT_EQ(driver().focusName(), u"List");
 }
 
 TEST(ScrollModel, KeepsItsOffsetAndItsThumbInsideWhateverTheSizes) {

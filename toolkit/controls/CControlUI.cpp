@@ -205,6 +205,9 @@ void CControlUI::NeedUpdate() {
     if (m_manager != nullptr) {
         m_manager->NeedUpdate();
         Invalidate();
+        for (CControlUI* around = m_parent; around != nullptr; around = around->m_parent) {
+            around->childNeedsUpdate();
+        }
     }
 }
 
@@ -263,6 +266,18 @@ CControlUI* CControlUI::FindSubControl(std::u16string_view name) const {
         }
     }
     return nullptr;
+}
+
+CControlUI* CControlUI::childBeside(const CControlUI* child, bool backward) const {
+    const int count = childCount();
+    int at = backward ? count : -1;
+    for (int i = 0; child != nullptr && i < count; ++i) {
+        if (childAt(i) == child) {
+            at = i;
+        }
+    }
+    at += backward ? -1 : 1;
+    return at >= 0 && at < count ? childAt(at) : nullptr;
 }
 
 bool CControlUI::isInside(const CControlUI* ancestor) const {

@@ -134,9 +134,9 @@ public:
     [[nodiscard]] virtual platform::PointerShape pointerShape() const {
         return platform::PointerShape::arrow;
     }
-    /// Called before a press reaches the control or anything inside it. `second`: it is the second
-    /// one of a double click.
-    virtual void notePress(bool /*second*/) {}
+    /// Called before a press (buttonDown or doubleClick) reaches the control or anything inside it.
+    /// True: it reaches nothing.
+    virtual bool notePress(const TEventUI& /*event*/) { return false; }
     /// The control was hidden, disabled or removed, or something around it was: it drops a
     /// press, a held key and the hover state without an event. Sends nothing.
     virtual void forgetInput() {}
@@ -148,6 +148,9 @@ public:
     /// The child controls, in painting and Tab order. Not owned by the caller.
     [[nodiscard]] virtual int childCount() const { return 0; }
     [[nodiscard]] virtual CControlUI* childAt(int /*index*/) const { return nullptr; }
+    /// The child that the Tab key comes to after `child` or, `backward`, before it; with null, the
+    /// first or last one. Null when there is none.
+    [[nodiscard]] virtual CControlUI* childBeside(const CControlUI* child, bool backward) const;
     [[nodiscard]] bool isInside(const CControlUI* ancestor) const;
     /// The first control below this one with `name` (exact, case-sensitive); null when none.
     [[nodiscard]] CControlUI* FindSubControl(std::u16string_view name) const;
@@ -160,6 +163,10 @@ public:
     [[nodiscard]] virtual Rect childClip() const { return m_pos; }
     /// Scrolls whatever is needed so that `descendant` can be seen.
     virtual void reveal(CControlUI& descendant);
+    /// Something inside asked for a layout pass.
+    virtual void childNeedsUpdate() {}
+    /// Gives `descendant` the place of the last layout where that left out what is not in view.
+    virtual void settle(const CControlUI& /*descendant*/) {}
     /// Called by containers: joins or leaves (null, null) a window, with everything inside.
     virtual void attach(CPaintManagerUI* manager, CControlUI* parent);
 
@@ -169,12 +176,13 @@ public:
     [[nodiscard]] std::u16string accessibleId() const override { return m_name; }
     [[nodiscard]] std::u16string accessibleValue() const override { return {}; }
     [[nodiscard]] platform::AccessibleState accessibleState() const override;
-    [[nodiscard]] Rect accessibleRect() const override { return m_pos; }
+    [[nodiscard]] Rect accessibleRect() const override;
     [[nodiscard]] platform::Accessible* accessibleParent() const override { return m_parent; }
     [[nodiscard]] int accessibleChildCount() const override { return childCount(); }
     [[nodiscard]] platform::Accessible* accessibleChild(int index) const override;
     void accessiblePress() override {}
     void accessibleFocus() override;
+    [[nodiscard]] platform::Accessible* accessibleFocused() override;
     [[nodiscard]] int accessibleCaret() const override { return -1; }
 
 protected:

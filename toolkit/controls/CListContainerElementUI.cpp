@@ -36,13 +36,9 @@ void CListContainerElementUI::paintBackground(platform::Canvas& canvas) {
     CContainerUI::paintBackground(canvas);
 }
 
-void CListContainerElementUI::notePress(bool second) {
-    if (auto* list = controlCast<CListUI>(GetParent())) {
-        list->pick(list->GetItemIndex(this), false);
-        if (second) {
-            list->activate();
-        }
-    }
+bool CListContainerElementUI::notePress(const TEventUI& event) {
+    auto* list = controlCast<CListUI>(GetParent());
+    return list != nullptr && list->pressRow(*this, event);
 }
 
 platform::AccessibleRole CListContainerElementUI::accessibleRole() const {
@@ -79,7 +75,13 @@ platform::AccessibleState CListContainerElementUI::accessibleState() const {
 }
 
 void CListContainerElementUI::accessiblePress() {
-    notePress(false);
+    notePress({});
+}
+
+void CListContainerElementUI::accessibleSelect(bool selected) {
+    if (auto* list = controlCast<CListUI>(GetParent())) {
+        list->setRowSelected(*this, selected);
+    }
 }
 
 } // namespace toolkit

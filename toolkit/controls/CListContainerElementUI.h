@@ -19,13 +19,14 @@ public:
     void setSelected(bool selected);
 
     bool DoEvent(const TEventUI& event) override;
-    void notePress(bool second) override;
+    bool notePress(const TEventUI& event) override;
     void forgetInput() override { m_hot = false; }
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     /// The row's own text, else the texts inside it.
     [[nodiscard]] std::u16string accessibleName() const override;
     [[nodiscard]] platform::AccessibleState accessibleState() const override;
     void accessiblePress() override;
+    void accessibleSelect(bool selected) override;
 
 protected:
     void paintBackground(platform::Canvas& canvas) override;

@@ -39,13 +39,9 @@ void CListLabelElementUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
     list->itemStyle().paintText(canvas, *GetManager(), GetPos(), GetText(), state);
 }
 
-void CListLabelElementUI::notePress(bool second) {
-    if (auto* list = controlCast<CListUI>(GetParent())) {
-        list->pick(list->GetItemIndex(this), false);
-        if (second) {
-            list->activate();
-        }
-    }
+bool CListLabelElementUI::notePress(const TEventUI& event) {
+    auto* list = controlCast<CListUI>(GetParent());
+    return list != nullptr && list->pressRow(*this, event);
 }
 
 platform::AccessibleRole CListLabelElementUI::accessibleRole() const {
@@ -65,7 +61,13 @@ void CListLabelElementUI::accessiblePress() {
     if (auto* combo = controlCast<CComboUI>(GetParent())) {
         combo->pick(combo->GetItemIndex(this));
     } else {
-        notePress(false);
+        notePress({});
+    }
+}
+
+void CListLabelElementUI::accessibleSelect(bool selected) {
+    if (auto* list = controlCast<CListUI>(GetParent())) {
+        list->setRowSelected(*this, selected);
     }
 }
 

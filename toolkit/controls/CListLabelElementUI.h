@@ -21,11 +21,12 @@ public:
 
     bool DoEvent(const TEventUI& event) override;
     void DoPaint(platform::Canvas& canvas, const Rect& dirty) override;
-    void notePress(bool second) override;
+    bool notePress(const TEventUI& event) override;
     void forgetInput() override { m_hot = false; }
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     [[nodiscard]] platform::AccessibleState accessibleState() const override;
     void accessiblePress() override;
+    void accessibleSelect(bool selected) override;
 
 private:
     bool m_selected = false;

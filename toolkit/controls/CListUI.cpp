@@ -1,19 +1,26 @@
+// The rows of a list, added and announced, and its children.
 #include "toolkit/controls/CListUI.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <utility>
 
-#include "platform/Canvas.h"
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CListLabelElementUI.h"
 #include "toolkit/controls/ScrollModel.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
-#include "toolkit/window/CPaintManagerUI.h"
-#include "toolkit/window/Notification.h"
 
 namespace toolkit {
+
+namespace {
+
+bool isRow(CControlUI* control) {
+    return controlCast<CListLabelElementUI>(control) != nullptr ||
+           controlCast<CListContainerElementUI>(control) != nullptr;
+}
+
+} // namespace
+
 CListUI::CListUI() : m_scrollBar(std::make_unique<CScrollBarUI>()) {
     m_scrollBar->setOnScroll([this] { NeedUpdate(); });
 }
@@ -40,91 +47,101 @@ CControlUI* CListUI::Add(std::unique_ptr<CControlUI> control) {
 }
 
 CControlUI* CListUI::AddAt(std::unique_ptr<CControlUI> control, int index) {
-    if (controlCast<CListLabelElementUI>(control.get()) == nullptr &&
-        controlCast<CListContainerElementUI>(control.get()) == nullptr) {
+    if (!isRow(control.get()) || index < 0 || index > GetCount()) {
         return nullptr;
     }
-    if (auto* row = controlCast<CListContainerElementUI>(control.get());
-        row != nullptr && row->GetInset() == Rect{}) {
-        row->SetInset(m_rowInset);
-    }
-    CControlUI* added = CContainerUI::AddAt(std::move(control), index);
-    for (int* kept : {&m_current, &m_reveal}) {
-        *kept += added != nullptr && *kept >= index ? 1 : 0;
-    }
+    CControlUI* added = control.get();
+    giveInset(*added);
+    m_rows.insert(index, std::move(control));
+    added->attach(GetManager(), this);
+    rowsMoved(index, 1);
     return added;
 }
 
+void CListUI::AnnounceAt(int index) {
+    if (index >= 0 && index <= GetCount()) {
+        m_rows.insert(index, nullptr);
+        rowsMoved(index, 1);
+    }
+}
+
+void CListUI::rowsMoved(int from, int by) {
+    for (int* kept : {&m_current, &m_anchor, &m_reveal}) {
+        if (by < 0 && *kept == from) {
+            *kept = -1;
+        } else if (*kept >= from) {
+            *kept += by;
+        }
+    }
+    NeedUpdate();
+    accessibleChanged(platform::AccessibleChange::children);
+}
+
+void CListUI::SetRows(int count, RowMaker maker) {
+    RemoveAll();
+    m_maker = std::move(maker);
+    m_rows.append(std::max(count, 0));
+}
+
 bool CListUI::RemoveAt(int index) {
-    if (!CContainerUI::RemoveAt(index)) {
+    if (!m_rows.contains(index)) {
         return false;
     }
-    for (int* kept : {&m_current, &m_reveal}) {
-        *kept = *kept == index ? -1 : *kept > index ? *kept - 1 : *kept;
+    ListRows::Control control = m_rows.remove(index);
+    if (control != nullptr) {
+        retire(std::move(control));
     }
+    rowsMoved(index, -1);
     return true;
 }
 
 void CListUI::RemoveAll() {
-    m_current = -1;
-    m_reveal = -1;
-    CContainerUI::RemoveAll();
+    m_current = m_anchor = m_reveal = -1;
+    std::vector<ListRows::Control> controls = m_rows.clear();
+    NeedUpdate();
+    for (ListRows::Control& control : controls) {
+        retire(std::move(control));
+    }
+    accessibleChanged(platform::AccessibleChange::children);
     m_scrollBar->model().setOffset(0);
 }
 
-void CListUI::markSelected(int index, bool selected) {
-    CControlUI* row = GetItemAt(index);
-    if (auto* label = controlCast<CListLabelElementUI>(row)) {
-        label->setSelected(selected);
-    } else if (auto* container = controlCast<CListContainerElementUI>(row)) {
-        container->setSelected(selected);
+void CListUI::giveInset(CControlUI& row) const {
+    if (auto* container = controlCast<CListContainerElementUI>(&row);
+        container != nullptr && container->GetInset() == Rect{}) {
+        container->SetInset(m_rowInset);
     }
 }
 
-void CListUI::setCurrent(int index, bool reveals) {
-    if (index != m_current) {
-        markSelected(m_current, false);
-        m_current = index;
-        markSelected(index, true);
+CControlUI* CListUI::makeRow(int index) {
+    if (CControlUI* made = m_rows.made(index)) {
+        return made;
     }
-    if (index >= 0 && reveals) {
-        m_reveal = index;
-        NeedUpdate();
+    std::unique_ptr<CControlUI> control = m_maker.make ? m_maker.make(index) : nullptr;
+    if (!isRow(control.get())) {
+        control = std::make_unique<CListLabelElementUI>();
     }
+    CControlUI* row = control.get();
+    row->SetFixedHeight(m_maker.height);
+    giveInset(*row);
+    m_rows.make(index, std::move(control));
+    showSelected(index, isSelected(index));
+    row->attach(GetManager(), this);
+    return row;
 }
 
-bool CListUI::SelectItem(int index, bool takeFocus) {
-    const CPaintManagerUI::Busy busy(GetManager());
-    if (index < -1 || index >= GetCount()) {
-        return false;
+CControlUI* CListUI::GetItemAt(int index) const {
+    if (!m_rows.contains(index)) {
+        return nullptr;
     }
-    const bool changed = index != m_current;
-    setCurrent(index, true);
-    if (takeFocus && GetManager() != nullptr) {
-        GetManager()->SetFocus(this);
-    }
-    // The handler of the control that lost the focus may have changed the items.
-    if (changed && index >= 0 && m_current == index) {
-        notify(kItemSelect, index);
-    }
-    return true;
+    auto* self = const_cast<CListUI*>(this);
+    CControlUI* row = self->makeRow(index);
+    self->placeRow(index);
+    return row;
 }
 
-bool CListUI::pick(int index, bool reveals) {
-    const CPaintManagerUI::Busy busy(GetManager());
-    if (GetItemAt(index) == nullptr || !GetItemAt(index)->IsEnabled()) {
-        return false;
-    }
-    setCurrent(index, reveals);
-    notify(kItemSelect, index);
-    return true;
-}
-
-void CListUI::activate() {
-    const CPaintManagerUI::Busy busy(GetManager());
-    if (m_current >= 0) {
-        notify(kItemActivate, m_current);
-    }
+int CListUI::GetItemIndex(const CControlUI* control) const {
+    return m_rows.indexOf(control);
 }
 
 bool CListUI::SetAttribute(std::u16string_view name, std::u16string_view value) {
@@ -132,102 +149,68 @@ bool CListUI::SetAttribute(std::u16string_view name, std::u16string_view value) 
         assignIf(m_rowInset, parseRect(value));
         return true;
     }
+    if (name == u"multiselect") {
+        assignIf(m_isMulti, parseBool(value));
+        return true;
+    }
     if (!m_itemStyle.apply(name, value)) {
         return CContainerUI::SetAttribute(name, value);
     }
+    m_rows.forgetHeights();
     NeedUpdate();
     return true;
 }
 
-int CListUI::rowHeight(const CControlUI& row, Size available) const {
-    const int wanted = row.EstimateSize(available).height;
-    return row.limited({0, wanted > 0 ? wanted : m_itemStyle.height}).height;
-}
-
-void CListUI::layoutChildren(const Rect& content) {
-    int top = content.top;
-    if (m_header != nullptr) {
-        const int height = m_header->EstimateSize(content.size()).height;
-        m_header->SetPos(Rect::at(content.left, top, content.width(), height));
-        top += height;
-    }
-    m_rowsRect = {content.left, top, content.right, std::max(top, content.bottom)};
-    std::vector<int> tops{0};
-    tops.reserve(items().size() + 1);
-    for (const std::unique_ptr<CControlUI>& row : items()) {
-        tops.push_back(tops.back() + (row->isShown() ? rowHeight(*row, content.size()) : 0));
-    }
-    ScrollModel& scroll = m_scrollBar->model();
-    scroll.setExtent(tops.back(), m_rowsRect.height());
-    if (scroll.isNeeded()) {
-        const int left = m_rowsRect.right - m_scrollBar->width();
-        m_scrollBar->SetPos({left, m_rowsRect.top, m_rowsRect.right, m_rowsRect.bottom});
-        m_rowsRect.right = left;
-    } else {
-        m_scrollBar->SetPos({});
-    }
-    placeRows(tops);
-}
-
-void CListUI::placeRows(const std::vector<int>& tops) {
-    ScrollModel& scroll = m_scrollBar->model();
-    if (m_reveal >= 0 && m_reveal < GetCount() && scroll.page() > 0) {
-        const auto row = static_cast<std::size_t>(m_reveal);
-        scroll.reveal(tops[row], tops[row + 1]);
-        m_reveal = -1;
-        m_scrollBar->Invalidate();
-    }
-    for (std::size_t i = 0; i < items().size(); ++i) {
-        items()[i]->SetPos({m_rowsRect.left, m_rowsRect.top + tops[i] - scroll.offset(),
-                            m_rowsRect.right, m_rowsRect.top + tops[i + 1] - scroll.offset()});
-    }
-}
-
-void CListUI::reveal(CControlUI& descendant) {
-    for (int i = 0; i < GetCount(); ++i) {
-        if (descendant.isInside(GetItemAt(i))) {
-            m_reveal = i;
-            NeedUpdate();
-        }
-    }
-    CContainerUI::reveal(descendant);
-}
-
 int CListUI::childCount() const {
-    return CContainerUI::childCount() + (m_header != nullptr ? 1 : 0) + 1;
+    return headerCount() + m_rows.madeCount() + 1;
 }
 
 CControlUI* CListUI::childAt(int index) const {
-    if (m_header != nullptr && index-- == 0) {
-        return m_header.get();
+    const int place = index - headerCount();
+    if (place == m_rows.madeCount()) {
+        return m_scrollBar.get();
     }
-    const int rows = CContainerUI::childCount();
-    return index == rows ? m_scrollBar.get() : CContainerUI::childAt(index);
+    if (place >= 0 && place < m_rows.madeCount()) {
+        return m_rows.madeAt(place);
+    }
+    return index == 0 ? m_header.get() : nullptr;
+}
+
+CControlUI* CListUI::childBeside(const CControlUI* child, bool backward) const {
+    // Header, rows, scroll bar: in these terms rows 0 to GetCount() - 1 stand between -1 and
+    // GetCount().
+    int at = backward ? GetCount() + 1 : -2;
+    if (child != nullptr) {
+        at = child == m_header.get()      ? -1
+             : child == m_scrollBar.get() ? GetCount()
+                                          : GetItemIndex(child);
+    }
+    const int step = backward ? -1 : 1;
+    at += at + step == -1 && m_header == nullptr ? 2 * step : step;
+    if (!m_maker.takesFocus && m_rows.contains(at) && m_rows.made(at) == nullptr) {
+        const int next = m_rows.placeOf(at) - (backward ? 1 : 0);
+        const bool isMade = next >= 0 && next < m_rows.madeCount();
+        at = isMade ? m_rows.rowAtPlace(next) : backward ? -1 : GetCount();
+    }
+    return at == -1 ? m_header.get() : at == GetCount() ? m_scrollBar.get() : GetItemAt(at);
 }
 
 CControlUI* CListUI::controlAt(Point point) {
-    CControlUI* found = CContainerUI::controlAt(point);
-    if (found != this) {
-        return found;
+    if (!isShown() || !GetPos().contains(point)) {
+        return nullptr;
+    }
+    if (m_rowsRect.contains(point) && m_rows.isMeasured()) {
+        const int row = m_rows.rowAt(point.y - m_rowsRect.top + m_scrollBar->model().offset());
+        CControlUI* made = m_rows.made(row);
+        if (CControlUI* found = made != nullptr ? made->controlAt(point) : nullptr) {
+            return found;
+        }
     }
     if (CControlUI* bar = m_scrollBar->controlAt(point)) {
         return bar;
     }
     CControlUI* inHeader = m_header != nullptr ? m_header->controlAt(point) : nullptr;
-    return inHeader != nullptr ? inHeader : this;
-}
-
-void CListUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
-    CContainerUI::DoPaint(canvas, dirty);
-    const platform::ClipScope scope(canvas, GetPos());
-    if (m_header != nullptr) {
-        paintChild(canvas, dirty, *m_header);
-    }
-    paintChild(canvas, dirty, *m_scrollBar);
-}
-
-platform::AccessibleRole CListUI::accessibleRole() const {
-    return platform::AccessibleRole::list;
+    return inHeader != nullptr ? inHeader : takesMouse() ? this : nullptr;
 }
 
 } // namespace toolkit

@@ -47,6 +47,18 @@ platform::Accessible* CControlUI::accessibleChild(int index) const {
     return childAt(index);
 }
 
+platform::Rect CControlUI::accessibleRect() const {
+    for (CControlUI* around = m_parent; around != nullptr; around = around->m_parent) {
+        around->settle(*this);
+    }
+    return m_pos;
+}
+
+platform::Accessible* CControlUI::accessibleFocused() {
+    CControlUI* focused = m_manager != nullptr ? m_manager->GetFocus() : nullptr;
+    return focused != nullptr && focused->isInside(this) ? focused : nullptr;
+}
+
 void CControlUI::accessibleFocus() {
     if (m_manager != nullptr && CanTakeFocus()) {
         const CPaintManagerUI::Busy busy(m_manager);

@@ -1,6 +1,7 @@
 // Wheel and keys of a list.
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 #include "platform/Event.h"
 #include "toolkit/controls/CContainerUI.h"
@@ -21,33 +22,27 @@ bool CListUI::DoEvent(const TEventUI& event) {
         return true;
     }
     if (event.Type == EventType::keyDown) {
-        return onKey(event);
+        return onKey(event.native);
     }
     return CContainerUI::DoEvent(event);
 }
 
-/// The row that is `pixels` above or below the selected one, inside the list.
+/// The row that is `pixels` above or below the current one, inside the list.
 int CListUI::rowAtOffset(int pixels) const {
-    const CControlUI* current = GetItemAt(m_current);
-    if (current == nullptr) {
+    if (!m_rows.contains(m_current) || !m_rows.isMeasured()) {
         return 0;
     }
-    int index = m_current;
-    const int target = current->GetPos().top + pixels;
-    const int step = pixels < 0 ? -1 : 1;
-    while (GetItemAt(index + step) != nullptr &&
-           (pixels < 0 ? GetItemAt(index + step)->GetPos().top >= target
-                       : GetItemAt(index + step)->GetPos().top <= target)) {
-        index += step;
-    }
-    return index;
+    const int target = m_rows.top(m_current) + pixels;
+    const int row = m_rows.rowAt(target);
+    return pixels < 0 && m_rows.top(row) < target ? row + 1 : row;
 }
 
-/// The first row from `index` on, in direction `step`, that can be picked; the selected one where
+/// The first row from `index` on, in direction `step`, that can be picked; the current one where
 /// there is none.
 int CListUI::enabledRow(int index, int step) const {
-    for (; GetItemAt(index) != nullptr; index += step) {
-        if (GetItemAt(index)->IsEnabled() && GetItemAt(index)->isShown()) {
+    for (; m_rows.contains(index); index += step) {
+        const CControlUI* row = m_rows.made(index);
+        if (canPick(index) && (row == nullptr || row->isShown())) {
             return index;
         }
     }
@@ -56,47 +51,67 @@ int CListUI::enabledRow(int index, int step) const {
 
 bool CListUI::claimsKey(const platform::Event& event) const {
     using platform::Key;
+    if (event.modifiers.control) {
+        return m_isMulti && !event.modifiers.alt && !event.modifiers.shift &&
+               (event.key == Key::a || event.key == Key::space);
+    }
     const Key own[] = {Key::up, Key::down, Key::home, Key::end, Key::pageUp, Key::pageDown};
-    return !event.modifiers.control &&
-           std::find(std::begin(own), std::end(own), event.key) != std::end(own);
+    return std::find(std::begin(own), std::end(own), event.key) != std::end(own);
 }
 
-bool CListUI::onKey(const TEventUI& event) {
-    if (event.native.modifiers.control || event.native.modifiers.alt || GetCount() == 0) {
+/// Where a key leads from the current row; nothing for a key that leads nowhere.
+std::optional<int> CListUI::keyTarget(platform::Key key) const {
+    const int last = GetCount() - 1;
+    switch (key) {
+    case platform::Key::up:
+        return enabledRow(m_current < 0 ? last : m_current - 1, -1);
+    case platform::Key::down:
+        return enabledRow(m_current + 1, 1);
+    case platform::Key::home:
+        return enabledRow(0, 1);
+    case platform::Key::end:
+        return enabledRow(last, -1);
+    case platform::Key::pageUp:
+        return enabledRow(rowAtOffset(-m_rowsRect.height()), 1);
+    case platform::Key::pageDown:
+        return enabledRow(rowAtOffset(m_rowsRect.height()), -1);
+    default:
+        return std::nullopt;
+    }
+}
+
+bool CListUI::onControlKey(const platform::Event& key) {
+    if (!claimsKey(key)) {
         return false;
     }
-    const int last = GetCount() - 1;
-    if (event.native.key == platform::Key::enter) {
-        if (!event.native.repeat) {
+    if (key.key == platform::Key::a) {
+        selectAll();
+    } else if (!key.repeat) {
+        pickMore(m_current, key.modifiers, true);
+    }
+    return true;
+}
+
+bool CListUI::onKey(const platform::Event& key) {
+    if (key.modifiers.alt || GetCount() == 0) {
+        return false;
+    }
+    if (key.modifiers.control) {
+        return onControlKey(key);
+    }
+    if (key.key == platform::Key::enter) {
+        if (!key.repeat) {
             activate();
         }
         return true;
     }
-    int target = -1;
-    switch (event.native.key) {
-    case platform::Key::up:
-        target = enabledRow(m_current < 0 ? last : m_current - 1, -1);
-        break;
-    case platform::Key::down:
-        target = enabledRow(m_current + 1, 1);
-        break;
-    case platform::Key::home:
-        target = enabledRow(0, 1);
-        break;
-    case platform::Key::end:
-        target = enabledRow(last, -1);
-        break;
-    case platform::Key::pageUp:
-        target = enabledRow(rowAtOffset(-m_rowsRect.height()), 1);
-        break;
-    case platform::Key::pageDown:
-        target = enabledRow(rowAtOffset(m_rowsRect.height()), -1);
-        break;
-    default:
+    const std::optional<int> target = keyTarget(key.key);
+    if (!target) {
         return false;
     }
-    if (target != m_current) {
-        pick(target, true);
+    const bool isOneOfMany = m_isMulti && selectedRows().size() > 1;
+    if (!pickMore(*target, key.modifiers, true) && (*target != m_current || isOneOfMany)) {
+        pick(*target, true);
     }
     return true;
 }

@@ -1,8 +1,5 @@
 #include "toolkit/input/FocusKeeper.h"
 
-#include <algorithm>
-#include <vector>
-
 #include "platform/Accessible.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
@@ -19,14 +16,34 @@ bool isStop(const CControlUI& control) {
     return control.isTabStop() && control.CanTakeFocus();
 }
 
-/// The stops inside `parent` in layout order, and `origin` even when it is none.
-void collectStops(CControlUI& parent, const CControlUI* origin, std::vector<CControlUI*>& stops) {
-    if (isStop(parent) || &parent == origin) {
-        stops.push_back(&parent);
+/// Hidden and disabled controls hold no stops.
+CControlUI* firstInside(const CControlUI& parent, bool backward) {
+    return parent.isShown() && parent.isOwnEnabled() ? parent.childBeside(nullptr, backward)
+                                                     : nullptr;
+}
+
+/// The last control of the tree below `control`, which may be the tree itself.
+CControlUI* lastBelow(CControlUI* control) {
+    while (CControlUI* child = firstInside(*control, true)) {
+        control = child;
     }
-    for (int i = 0; i < parent.childCount(); ++i) {
-        collectStops(*parent.childAt(i), origin, stops);
+    return control;
+}
+
+/// The control after (or before) `from` in layout order, round at the ends.
+CControlUI* beside(CControlUI& root, CControlUI* from, bool backward) {
+    if (CControlUI* child = backward ? nullptr : firstInside(*from, false)) {
+        return child;
     }
+    for (CControlUI* at = from; at != &root; at = at->GetParent()) {
+        if (CControlUI* next = at->GetParent()->childBeside(at, backward)) {
+            return backward ? lastBelow(next) : next;
+        }
+        if (backward) {
+            return at->GetParent();
+        }
+    }
+    return backward ? lastBelow(&root) : &root;
 }
 
 TEventUI focusEvent(EventType type, CControlUI* control) {
@@ -103,32 +120,27 @@ bool FocusKeeper::move(bool backward) {
     if (root == nullptr) {
         return false;
     }
-    const CControlUI* origin = m_focused != nullptr ? m_focused : m_origin;
-    std::vector<CControlUI*> stops;
-    collectStops(*root, origin, stops);
-    if (backward) {
-        std::reverse(stops.begin(), stops.end());
+    CControlUI* origin = m_focused != nullptr ? m_focused : m_origin;
+    CControlUI* next = origin != nullptr ? origin : root;
+    for (int rounds = 0; rounds < 2; rounds += next == root ? 1 : 0) {
+        next = beside(*root, next, backward);
+        if (isStop(*next)) {
+            set(next);
+            return true;
+        }
     }
-    const auto at = std::find(stops.begin(), stops.end(), origin);
-    if (at != stops.end()) {
-        std::rotate(stops.begin(), at + 1, stops.end());
-    }
-    const auto next = std::find_if(stops.begin(), stops.end(),
-                                   [](const CControlUI* control) { return isStop(*control); });
-    if (next == stops.end()) {
-        return false;
-    }
-    set(*next);
-    return true;
+    return false;
 }
 
 bool FocusKeeper::enter(CControlUI& pane) {
-    std::vector<CControlUI*> stops;
-    collectStops(pane, nullptr, stops);
-    if (stops.empty()) {
-        return false;
+    CControlUI* stop = &pane;
+    while (!isStop(*stop)) {
+        stop = beside(pane, stop, false);
+        if (stop == &pane) {
+            return false;
+        }
     }
-    set(stops.front());
+    set(stop);
     return true;
 }
 
@@ -151,6 +163,15 @@ void FocusKeeper::forget(const CControlUI& control) {
             *kept = nullptr;
         }
     }
+}
+
+bool FocusKeeper::remembers(const CControlUI& control) const {
+    for (const CControlUI* kept : {m_focused, m_next, m_origin, m_restore}) {
+        if (kept != nullptr && kept->isInside(&control)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void FocusKeeper::windowDeactivated() {

@@ -37,6 +37,9 @@ public:
     /// The native window is gone.
     void clear();
 
+    /// Whether it needs `control` or something inside it, now or when the window is active again.
+    [[nodiscard]] bool remembers(const CControlUI& control) const;
+
     /// The ring is shown after keyboard use and always in edits.
     void setKeyboardUse(bool used);
     [[nodiscard]] bool isKeyboardUse() const { return m_keyboardUse; }

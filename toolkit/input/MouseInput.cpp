@@ -87,8 +87,11 @@ bool MouseInput::press(const platform::Event& event) {
         }
         return true;
     }
-    const bool second = event.kind == EventKind::mouseDoubleClick;
-    notePress(hit, second);
+    const EventType type =
+        event.kind == EventKind::mouseDoubleClick ? EventType::doubleClick : EventType::buttonDown;
+    if (notePress(hit, controlEvent(type, hit, event))) {
+        return true;
+    }
     m_manager.UpdateLayout();
     hit = m_manager.FindControl(event.position);
     if (!m_manager.takesInput() || hit == nullptr || !hit->IsEnabled()) {
@@ -96,21 +99,22 @@ bool MouseInput::press(const platform::Event& event) {
     }
     m_pressed = hit;
     m_manager.SetCapture();
-    hit->DoEvent(controlEvent(second ? EventType::doubleClick : EventType::buttonDown, hit, event));
+    hit->DoEvent(controlEvent(type, hit, event));
     return true;
 }
 
-/// Notifies the control and its ancestors; each may remove the others.
-void MouseInput::notePress(CControlUI* hit, bool second) {
+/// Each may remove the others.
+bool MouseInput::notePress(CControlUI* hit, const TEventUI& event) {
     std::vector<CControlUI*> chain;
     for (CControlUI* control = hit; control != nullptr; control = control->GetParent()) {
         chain.push_back(control);
     }
     for (CControlUI* control : chain) {
-        if (control->GetManager() == &m_manager) {
-            control->notePress(second);
+        if (control->GetManager() == &m_manager && control->notePress(event)) {
+            return true;
         }
     }
+    return false;
 }
 
 bool MouseInput::release(const platform::Event& event) {

@@ -28,7 +28,8 @@ public:
     void leave();
     [[nodiscard]] CControlUI* hot() const { return m_hot.empty() ? nullptr : m_hot.front(); }
     /// Tells a control and what it stands in that it is pressed; a list row is chosen by that.
-    void notePress(CControlUI* hit, bool second);
+    /// True when the press reaches nothing else.
+    bool notePress(CControlUI* hit, const TEventUI& event);
     /// The control that was pressed, until the release. Null when none.
     [[nodiscard]] CControlUI* pressed() const { return m_pressed; }
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <iterator>
 #include <limits>
+#include <utility>
 
 #include "scene/Action.h"
 #include "scene/SceneChange.h"
@@ -39,6 +40,12 @@ ActionPresenter::ActionPresenter(Controls controls, scene::SceneSession& session
     : m_controls(controls), m_session(session), m_choices(choices),
       m_subscription(session.observe([this](const auto& changes) { changed(changes); })) {}
 
+ActionPresenter::~ActionPresenter() {
+    if (auto* list = m_controls.find<CListUI>(kActionList)) {
+        list->SetRows(0, {}); // the list may outlive what makes its rows
+    }
+}
+
 void ActionPresenter::show(int branch, bool again) {
     const int before = again ? offset() : 0;
     m_branch = branch;
@@ -52,15 +59,25 @@ void ActionPresenter::build() {
     if (list == nullptr) {
         return;
     }
-    list->RemoveAll();
     if (m_branch >= 0) {
-        m_shown = m_session.actions(m_branch);
-        int number = 0;
-        for (const scene::Action& action : m_shown) {
-            list->Add(makeActionRow(number++, action, m_choices));
+        for (scene::Action& action : m_session.actions(m_branch)) {
+            m_shown.push_back({std::move(action)});
         }
     }
+    list->SetRows(static_cast<int>(m_shown.size()),
+                  {.make = [this](int row) { return makeRow(row); },
+                   .height = kActionRowHeight,
+                   .takesFocus = true});
     showEmptyText();
+}
+
+std::unique_ptr<CControlUI> ActionPresenter::makeRow(int row) const {
+    const Shown& shown = m_shown[static_cast<std::size_t>(row)];
+    auto made = makeActionRow(row, shown.action, m_choices);
+    if (!shown.showsParameter) {
+        showNoParameter(*made);
+    }
+    return made;
 }
 
 void ActionPresenter::showEmptyText() {
@@ -98,7 +115,7 @@ void ActionPresenter::refresh() {
     }
     std::vector<int> different;
     for (std::size_t row = 0; row < std::min(m_shown.size(), actions.size()); ++row) {
-        if (m_shown[row] != actions[row]) {
+        if (m_shown[row].action != actions[row]) {
             different.push_back(static_cast<int>(row));
         }
     }
@@ -106,17 +123,21 @@ void ActionPresenter::refresh() {
         show(m_branch, true); // faster
         return;
     }
-    m_shown = actions;
     const FlagScope refreshing(m_isRefreshing);
     for (const int row : different) {
-        showAction(*list->GetItemAt(row), actions[static_cast<std::size_t>(row)], m_choices);
+        const scene::Action& action = actions[static_cast<std::size_t>(row)];
+        m_shown[static_cast<std::size_t>(row)] = {action};
+        if (const CControlUI* made = list->madeRow(row)) {
+            showAction(*made, action, m_choices);
+        }
     }
 }
 
 void ActionPresenter::matchRows(const std::vector<scene::Action>& actions) {
     auto& list = *m_controls.find<CListUI>(kActionList);
-    const auto [shownEnd, actionsEnd] =
-        std::mismatch(m_shown.begin(), m_shown.end(), actions.begin(), actions.end());
+    const auto [shownEnd, actionsEnd] = std::mismatch(
+        m_shown.begin(), m_shown.end(), actions.begin(), actions.end(),
+        [](const Shown& shown, const auto& action) { return shown.action == action; });
     const std::ptrdiff_t first = shownEnd - m_shown.begin();
     const std::ptrdiff_t more = std::ssize(actions) - std::ssize(m_shown);
     for (std::ptrdiff_t removed = more; removed < 0; ++removed) {
@@ -124,12 +145,13 @@ void ActionPresenter::matchRows(const std::vector<scene::Action>& actions) {
         m_shown.erase(m_shown.begin() + first);
     }
     for (std::ptrdiff_t row = first; row < first + more; ++row) {
-        const scene::Action& action = actions[static_cast<std::size_t>(row)];
-        list.AddAt(makeActionRow(static_cast<int>(row), action, m_choices), static_cast<int>(row));
-        m_shown.insert(m_shown.begin() + row, action);
+        m_shown.insert(m_shown.begin() + row, {actions[static_cast<std::size_t>(row)]});
+        list.AnnounceAt(static_cast<int>(row));
     }
     for (int row = static_cast<int>(first); row < list.GetCount(); ++row) {
-        numberRow(*list.GetItemAt(row), row);
+        if (const CControlUI* made = list.madeRow(row)) {
+            numberRow(*made, row);
+        }
     }
     showEmptyText();
 }
@@ -137,16 +159,19 @@ void ActionPresenter::matchRows(const std::vector<scene::Action>& actions) {
 void ActionPresenter::offerOtherZones() {
     const auto* list = m_controls.find<CListUI>(kActionList);
     for (std::size_t row = 0; list != nullptr && row < m_shown.size(); ++row) {
-        CComboUI* combo = rowCombo(*list, static_cast<int>(row), kParameterCombo);
-        if (combo != nullptr && m_shown[row].Type() == kConditionZone) {
-            fillParameters(*combo, kConditionZone, m_choices);
+        if (m_shown[row].action.Type() != kConditionZone) {
+            continue;
+        }
+        m_shown[row].showsParameter = false;
+        if (const CControlUI* made = list->madeRow(static_cast<int>(row))) {
+            fillParameters(*rowCombo(*made, kParameterCombo), kConditionZone, m_choices);
         }
     }
 }
 
 bool ActionPresenter::waitsForZone() const {
     return std::any_of(m_shown.begin(), m_shown.end(),
-                       [](const auto& action) { return action.Type() == kConditionZone; });
+                       [](const Shown& shown) { return shown.action.Type() == kConditionZone; });
 }
 
 void ActionPresenter::add() {
@@ -194,6 +219,7 @@ void ActionPresenter::chooseCondition(CControlUI& sender) {
         const FlagScope own(m_isRowEdit);
         m_session.setType(m_branch, edit.action, condition);
         edited(edit.action);
+        m_shown[static_cast<std::size_t>(edit.action)].showsParameter = false;
     }
 }
 
@@ -201,12 +227,13 @@ void ActionPresenter::chooseParameter(CControlUI& sender) {
     const RowEdit edit = rowEdit(sender);
     if (edit.combo != nullptr) {
         const NameList& names =
-            m_choices.parameters(m_shown[static_cast<std::size_t>(edit.action)].Type());
+            m_choices.parameters(m_shown[static_cast<std::size_t>(edit.action)].action.Type());
         const FlagScope own(m_isRowEdit);
         m_session.setParameter(
             m_branch, edit.action,
             storedChoice(names.stored, edit.combo->GetCurSel(), edit.combo->GetText()));
         edited(edit.action);
+        m_shown[static_cast<std::size_t>(edit.action)].showsParameter = true;
     }
 }
 
@@ -232,7 +259,7 @@ void ActionPresenter::changeImmediate(CControlUI& sender) {
 }
 
 void ActionPresenter::edited(int action) {
-    m_shown[static_cast<std::size_t>(action)] = m_session.action(m_branch, action);
+    m_shown[static_cast<std::size_t>(action)].action = m_session.action(m_branch, action);
 }
 
 int ActionPresenter::offset() const {
@@ -261,9 +288,8 @@ void ActionPresenter::go(int action) {
 }
 
 void ActionPresenter::reveal(int number) {
-    auto* list = m_controls.find<CListUI>(kActionList);
-    if (list != nullptr && list->GetCount() > 0) {
-        list->reveal(*list->GetItemAt(std::min(number, list->GetCount() - 1)));
+    if (auto* list = m_controls.find<CListUI>(kActionList)) {
+        list->revealRow(std::min(number, list->GetCount() - 1));
     }
 }
 

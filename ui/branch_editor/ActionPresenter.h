@@ -2,6 +2,7 @@
 // session at once. Used by the branch editor.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "edit/Observers.h"
@@ -17,6 +18,10 @@ class ActionPresenter {
 public:
     /// `choices`: their names are kept up to date by others. The session outlives the presenter.
     ActionPresenter(Controls controls, scene::SceneSession& session, const RowChoices& choices);
+
+    ~ActionPresenter();
+    ActionPresenter(const ActionPresenter&) = delete;
+    ActionPresenter& operator=(const ActionPresenter&) = delete;
 
     /// Shows the actions of `branch`, none for -1. A list that is shown `again` stays scrolled to
     /// where it was: the press that ended the typing of a name may be on its way to one of its
@@ -42,8 +47,13 @@ public:
     void changeImmediate(toolkit::CControlUI& sender);
 
 private:
+    struct Shown {
+        scene::Action action;
+        bool showsParameter = true; ///< false: nothing is chosen there, whatever the action has
+    };
     void changed(const scene::SceneSession::Changes& changes);
     void build();
+    [[nodiscard]] std::unique_ptr<toolkit::CControlUI> makeRow(int row) const;
     /// Changes the rows that differ from the actions, and leaves the others and the focus alone.
     void refresh();
     /// Adds or removes rows where the numbers of rows and actions differ.
@@ -69,7 +79,7 @@ private:
     int m_branch = -1;           ///< on show
     bool m_isRowEdit = false;    ///< the change being announced was made in a row, which shows it
     bool m_isRefreshing = false; ///< what the rows report is not the author's doing
-    std::vector<scene::Action> m_shown; ///< by the rows
+    std::vector<Shown> m_shown;  ///< by the rows, made or not
     edit::Subscription m_subscription;
 };
 

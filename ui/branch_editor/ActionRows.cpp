@@ -23,7 +23,6 @@ namespace {
 
 constexpr int kConditionDrop = 120;
 constexpr int kLongDrop = 540;
-constexpr int kRowHeight = 33;
 constexpr int kCheckSide = 18;
 
 std::unique_ptr<CComboUI> makeCombo(std::u16string_view name, std::u16string_view toolTip,
@@ -78,7 +77,7 @@ std::unique_ptr<CControlUI> makeActionRow(int number, const scene::Action& actio
     item->Add(makeImmediate());
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->SetName(kRow);
-    row->SetFixedHeight(kRowHeight);
+    row->SetFixedHeight(kActionRowHeight);
     row->Add(std::move(item));
     numberRow(*row, number);
     showAction(*row, action, choices);
@@ -90,17 +89,19 @@ void numberRow(const CControlUI& row, int number) {
 }
 
 void showAction(const CControlUI& row, const scene::Action& action, const RowChoices& choices) {
-    const auto combo = [&row](std::u16string_view name) -> CComboUI& {
-        return *toolkit::controlCast<CComboUI>(row.FindSubControl(name));
-    };
-    combo(kConditionCombo).SelectItem(action.Type());
-    CComboUI& parameters = combo(kParameterCombo);
+    rowCombo(row, kConditionCombo)->SelectItem(action.Type());
+    CComboUI& parameters = *rowCombo(row, kParameterCombo);
     fillParameters(parameters, action.Type(), choices);
     parameters.SelectItem(
         indexOfText(choices.parameters(action.Type()).stored, action.Parameter()));
-    combo(kTargetCombo).SelectItem(indexOfText(choices.branches.stored, action.BranchID()));
+    rowCombo(row, kTargetCombo)
+        ->SelectItem(indexOfText(choices.branches.stored, action.BranchID()));
     toolkit::controlCast<toolkit::COptionUI>(row.FindSubControl(kImmediateCheck))
         ->Selected(action.Immediate());
+}
+
+void showNoParameter(const CControlUI& row) {
+    rowCombo(row, kParameterCombo)->SelectItem(-1);
 }
 
 void fillParameters(CComboUI& combo, int condition, const RowChoices& choices) {
@@ -112,9 +113,8 @@ void fillParameters(CComboUI& combo, int condition, const RowChoices& choices) {
     combo.Invalidate();
 }
 
-CComboUI* rowCombo(const toolkit::CListUI& list, int index, std::u16string_view name) {
-    const auto* row = toolkit::controlCast<toolkit::CContainerUI>(list.GetItemAt(index));
-    return row != nullptr ? toolkit::controlCast<CComboUI>(row->FindSubControl(name)) : nullptr;
+CComboUI* rowCombo(const CControlUI& row, std::u16string_view name) {
+    return toolkit::controlCast<CComboUI>(row.FindSubControl(name));
 }
 
 int rowNumber(const CControlUI& control) {

@@ -7,10 +7,12 @@
 
 #include "scene/Action.h"
 #include "toolkit/controls/CComboUI.h"
-#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "ui/NameList.h"
 
 namespace ui {
+
+inline constexpr int kActionRowHeight = 33;
 
 /// What the combos of all rows list. The names outlive it.
 struct RowChoices {
@@ -30,15 +32,16 @@ makeActionRow(int number, const scene::Action& action, const RowChoices& choices
 // What a row made by makeActionRow shows.
 void showAction(const toolkit::CControlUI& row, const scene::Action& action,
                 const RowChoices& choices);
+/// Chooses nothing in its parameter list.
+void showNoParameter(const toolkit::CControlUI& row);
 /// Makes it the row of action `number`.
 void numberRow(const toolkit::CControlUI& row, int number);
 
 /// Lists what goes with the condition and selects nothing.
 void fillParameters(toolkit::CComboUI& combo, int condition, const RowChoices& choices);
 
-/// The combo `name` in the row at `index` of the list; null when there is none. Not owned.
-[[nodiscard]] toolkit::CComboUI* rowCombo(const toolkit::CListUI& list, int index,
-                                          std::u16string_view name);
+/// The combo `name` of a row made by makeActionRow. Not owned.
+[[nodiscard]] toolkit::CComboUI* rowCombo(const toolkit::CControlUI& row, std::u16string_view name);
 
 /// The number of the action whose row `control` is part of, -1 for none.
 [[nodiscard]] int rowNumber(const toolkit::CControlUI& control);

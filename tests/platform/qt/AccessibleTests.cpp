@@ -9,6 +9,7 @@
 #include "tests/support/gui/TestWindow.h"
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CEditUI.h"
+#include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CListUI.h"
 
 using platform::qt::QtAccessibleNodes;
@@ -89,6 +90,20 @@ TEST_F(AccessibleTest, ActsAsTheControlAllows) {
     driver().get(u"Go").SetEnabled(false);
     press("disabled", {});
     EXPECT_EQ(node(u"Caption")->actionInterface(), nullptr);
+}
+
+TEST_F(AccessibleTest, SelectsSeveralRows) {
+    auto& list = get<toolkit::CListUI>(u"List");
+    EXPECT_FALSE(node(u"List")->state().multiSelectable);
+    list.SetAttribute(u"multiselect", u"true");
+    list.AddNew<toolkit::CListContainerElementUI>()->SetName(u"Second");
+    EXPECT_TRUE(node(u"List")->state().multiSelectable);
+    for (const char16_t* row : {u"Row", u"Second"}) {
+        node(row)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        test::pump();
+        EXPECT_TRUE(node(row)->state().selected);
+    }
+    EXPECT_EQ(list.selectedRows().size(), 2U);
 }
 
 TEST_F(AccessibleTest, ReadsAndReplacesTheTextOfAnEdit) {

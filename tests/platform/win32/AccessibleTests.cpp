@@ -1,9 +1,12 @@
 // A window's accessibility tree as a screen reader gets it through MSAA. What it is told of every
 // control of the editor's own windows stands in EditorWindowTests.cpp.
+#include <vector>
+
 #include "platform/win32/AccessibleNode.h"
 #include "platform/win32/Win32Window.h"
 #include "tests/platform/win32/ScreenReader.h"
 #include "tests/toolkit/ToolkitTest.h"
+#include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CListUI.h"
 
 using test::numbered;
@@ -96,6 +99,31 @@ TEST_F(AccessibleTest, ActsAsTheControlAllows) {
     EXPECT_EQ(m_client->put_accValue(numbered(2), text), DISP_E_MEMBERNOTFOUND);
     SysFreeString(text);
     EXPECT_EQ(driver().textOf(u"Edit"), u"Caf\u00e9");
+}
+
+TEST_F(AccessibleTest, SelectsSeveralRows) {
+    auto& rows = get<toolkit::CListUI>(u"List");
+    rows.SetAttribute(u"multiselect", u"true");
+    rows.AddNew<toolkit::CListContainerElementUI>();
+    const auto list = childOf(*m_client, 4);
+    VARIANT found{};
+    EXPECT_EQ(list->get_accState(numbered(CHILDID_SELF), &found), S_OK);
+    EXPECT_NE(found.lVal & STATE_SYSTEM_MULTISELECTABLE, 0);
+    EXPECT_EQ(list->get_accSelection(&found), S_FALSE);
+    EXPECT_EQ(list->accSelect(SELFLAG_ADDSELECTION, numbered(1)), S_OK);
+    EXPECT_EQ(list->accSelect(SELFLAG_ADDSELECTION, numbered(2)), S_OK);
+    ASSERT_EQ(list->get_accSelection(&found), S_OK);
+    ASSERT_EQ(found.vt, VT_UNKNOWN);
+    VARIANT selected[3]{};
+    ULONG count = 0;
+    EXPECT_EQ(static_cast<IEnumVARIANT*>(found.punkVal)->Next(3, selected, &count), S_FALSE);
+    EXPECT_EQ(count, 2U);
+    for (ULONG i = 0; i < count; ++i) {
+        VariantClear(&selected[i]);
+    }
+    VariantClear(&found);
+    EXPECT_EQ(list->accSelect(SELFLAG_REMOVESELECTION, numbered(1)), S_OK);
+    EXPECT_EQ(rows.selectedRows(), std::vector{1});
 }
 
 TEST_F(AccessibleTest, ForgetsNodesAndWindowsThatAreGone) {
