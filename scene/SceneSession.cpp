@@ -25,9 +25,10 @@ bool SceneSession::load(const std::string& name) {
     return good;
 }
 
-bool SceneSession::newScene(const std::string& name) {
+bool SceneSession::newScene(const std::string& name, const SceneTemplate& start) {
     const bool good = m_scene->newScene(name);
     if (good) {
+        addTemplate(*m_scene, start);
         opened(true);
     }
     return good;

@@ -27,6 +27,7 @@
 #include "scene/SceneChange.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneOperations.h"
+#include "scene/SceneTemplate.h"
 
 namespace scene {
 
@@ -50,7 +51,8 @@ public:
     // Opening and saving, by the SceneManager's operations. Opening starts a new history and
     // reports {scene}, even if it fails. No gesture may be open.
     bool load(const std::string& name);
-    bool newScene(const std::string& name);
+    /// The branches of the template are part of the opening: undo leaves them.
+    bool newScene(const std::string& name, const SceneTemplate& start = {});
     /// Saving a scene without a FirstBranch sets it, as a step of its own.
     bool save(const std::string& folder);
     /// Called after each opening, before its report.

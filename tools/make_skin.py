@@ -191,6 +191,7 @@ def tiles():
     for name in ("Move", "AddPoint", "AddMultiPoint", "DeletePoint"):
         for state, look in [*SECONDARY.items(), ("Chosen", chosen)]:
             yield "Tool" + name + state, button(64, 60, look, name, (20, 10))
+    yield "TileChosen", button(16, 25, chosen)
     for name in ("Previous10", "Previous", "Next", "Next10"):
         for state, look in SECONDARY.items():
             yield "Step" + name + state, button(40, 60, look, name, (12, 14))
@@ -243,9 +244,29 @@ def parts():
     yield "EmptyScenes", icon("Open", 32, OFF, 2.0)
 
 
+def template(boxes, lines):
+    """The branches of a new scene, the first one filled."""
+    image = Image(112, 64)
+    for line in lines:
+        image.fill(path.stroke(path.parse(line), 1.5, "butt"), MUTED)
+    for number, (x, y) in enumerate(boxes):
+        framed_box = path.rounded(x - 0.75, y - 0.75, 23.5, 15.5, 2.75)
+        image.fill(framed_box, EDGE if number else ACCENT)
+        image.fill(path.rounded(x + 0.75, y + 0.75, 20.5, 12.5, 1.25), SURFACE if number else ACCENT)
+    return image
+
+
+def templates():
+    yield "TemplateEmpty", template([(45, 25)], [])
+    yield "TemplateLinear", template([(8, 25), (45, 25), (82, 25)], ["M26 32H86"])
+    yield "TemplateQuestion", template(
+        [(24, 25), (66, 5), (66, 25), (66, 45)],
+        ["M46 32C58 32 54 12 66 12", "M46 32H66", "M46 32C58 32 54 52 66 52"])
+
+
 def images():
     """Every image as (file name, Image)."""
-    for group in (buttons, tiles, tabs, fields, parts):
+    for group in (buttons, tiles, tabs, fields, parts, templates):
         for name, image in group():
             yield name + ".png", image
 

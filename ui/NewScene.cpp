@@ -1,6 +1,10 @@
 #include "ui/NewScene.h"
 
+#include <algorithm>
+#include <charconv>
+#include <string>
 #include <string_view>
+#include <system_error>
 
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
@@ -11,6 +15,7 @@
 #include "scene/SceneSession.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CEditUI.h"
+#include "toolkit/controls/COptionUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
 #include "ui/SceneHints.h"
@@ -24,6 +29,23 @@ namespace {
 
 constexpr std::u16string_view kNameEdit = u"EditSceneName";
 constexpr std::u16string_view kHint = u"LabelHint";
+constexpr std::u16string_view kCountEdit = u"EditTemplateCount";
+constexpr std::u16string_view kCountLabel = u"LabelTemplateCount";
+constexpr int kBodyFont = 0;
+constexpr int kChosenFont = 5;
+
+using Kind = scene::SceneTemplate::Kind;
+
+struct Tile {
+    std::u16string_view name;
+    Kind kind;
+    std::u16string_view count; ///< what is counted
+};
+constexpr Tile kTiles[] = {
+    {u"OptionTemplateEmpty", Kind::empty, u"Steps"},
+    {u"OptionTemplateLinear", Kind::linear, u"Steps"},
+    {u"OptionTemplateQuiz", Kind::question, u"Answers"},
+};
 
 } // namespace
 
@@ -46,6 +68,7 @@ void NewScene::InitWindow() {
         GetPaintManager().SetFocus(edit);
     }
     showHint();
+    showKind();
 }
 
 void NewScene::Notify(toolkit::TNotifyUI& message) {
@@ -54,6 +77,57 @@ void NewScene::Notify(toolkit::TNotifyUI& message) {
         showHint();
     }
     EditorWindow::Notify(message);
+}
+
+void NewScene::OnSelectChanged(toolkit::TNotifyUI& /*message*/) {
+    showKind();
+}
+
+void NewScene::OnKillFocus(toolkit::TNotifyUI& message) {
+    if (message.pSender->GetName() == kCountEdit) {
+        takeCount();
+    }
+}
+
+scene::SceneTemplate::Kind NewScene::chosenKind() {
+    for (const Tile& tile : kTiles) {
+        const auto* option = find<toolkit::COptionUI>(tile.name);
+        if (option != nullptr && option->IsSelected()) {
+            return tile.kind;
+        }
+    }
+    return Kind::empty;
+}
+
+void NewScene::showKind() {
+    const Kind chosen = chosenKind();
+    for (const Tile& tile : kTiles) {
+        if (auto* option = find<toolkit::COptionUI>(tile.name)) {
+            option->SetFont(tile.kind == chosen ? kChosenFont : kBodyFont);
+        }
+        if (tile.kind == chosen) {
+            setTextOf(kCountLabel, tile.count);
+        }
+    }
+    for (const std::u16string_view name : {kCountLabel, kCountEdit}) {
+        setEnabledOf(name, chosen != Kind::empty);
+    }
+}
+
+void NewScene::takeCount() {
+    using scene::SceneTemplate;
+    if (const toolkit::CControlUI* edit = findControl(kCountEdit)) {
+        const std::string typed = core::storedText(edit->GetText());
+        int number = 0;
+        const auto [end, error] =
+            std::from_chars(typed.data(), typed.data() + typed.size(), number);
+        if (error == std::errc::result_out_of_range) {
+            m_count = SceneTemplate::kMost;
+        } else if (error == std::errc() && end == typed.data() + typed.size()) {
+            m_count = std::clamp(number, SceneTemplate::kLeast, SceneTemplate::kMost);
+        }
+        setTextOf(kCountEdit, core::displayText(std::to_string(m_count)));
+    }
 }
 
 void NewScene::showHint() {
@@ -71,9 +145,8 @@ void NewScene::showHint() {
 }
 
 bool NewScene::MessageHandler(const platform::Event& event) {
-    const toolkit::CControlUI* edit = findControl(kNameEdit);
     if (event.kind == platform::EventKind::keyDown && event.key == platform::Key::enter &&
-        edit != nullptr && GetPaintManager().GetFocus() == edit) {
+        (controls().hasFocus(kNameEdit) || controls().hasFocus(kCountEdit))) {
         if (!event.repeat) {
             createScene();
         }
@@ -89,7 +162,8 @@ void NewScene::createScene() {
         return;
     }
     // Any name goes: empty, with path characters, or of an existing scene, which Save replaces.
-    session->newScene(core::storedText(edit->GetText()));
+    takeCount();
+    session->newScene(core::storedText(edit->GetText()), {chosenKind(), m_count});
     context().state.sceneCreated = true;
     Close(1);
 }

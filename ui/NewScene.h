@@ -1,9 +1,12 @@
-// The screen where the author names a new scene.
+// The screen where the author names a new scene and chooses what it begins with.
 #pragma once
 
 #include <memory>
 #include <string>
 
+#include "platform/Event.h"
+#include "scene/SceneTemplate.h"
+#include "toolkit/window/Notification.h"
 #include "ui/ComponentScope.h"
 #include "ui/EditorWindow.h"
 
@@ -19,6 +22,8 @@ public:
     [[nodiscard]] std::string GetSkinFile() const override { return "NewScene.xml"; }
     void InitWindow() override;
     void Notify(toolkit::TNotifyUI& message) override;
+    void OnSelectChanged(toolkit::TNotifyUI& message) override;
+    void OnKillFocus(toolkit::TNotifyUI& message) override;
     bool MessageHandler(const platform::Event& event) override;
 
 private:
@@ -26,9 +31,14 @@ private:
     void createScene();
     void goBack();
     void showHint();
+    [[nodiscard]] scene::SceneTemplate::Kind chosenKind();
+    void showKind();
+    /// Reads the number of branches; one that cannot be is brought to the nearest that can.
+    void takeCount();
 
     ComponentScope m_components;
     std::u16string m_usualHint;
+    int m_count = 3; ///< of steps or answers
 };
 
 } // namespace ui

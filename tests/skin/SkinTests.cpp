@@ -215,7 +215,10 @@ const Layout kLayouts[] = {
      ui::kOpenSceneCommands},
     {"Keys", "EditFindKey ButtonKeysCopy ButtonManual ButtonKeysClose", ui::kKeysCommands},
     {"Settings", "CheckKeepDrafts CheckKeepBackups ButtonSettingsClose", ui::kSettingsCommands},
-    {"NewScene", "EditSceneName ButtonCreate ButtonBack", ui::kNewSceneCommands},
+    {"NewScene",
+     "EditSceneName OptionTemplateEmpty OptionTemplateLinear OptionTemplateQuiz EditTemplateCount "
+     "ButtonCreate ButtonBack",
+     ui::kNewSceneCommands},
     {"BranchList",
      "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonExit ComboBranchName ButtonAddBranch "
      "EditBranchName "

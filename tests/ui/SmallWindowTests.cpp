@@ -21,6 +21,7 @@ namespace {
 using support::writeBytes;
 using test::WindowDriver;
 using Texts = std::vector<std::u16string>;
+using Lines = std::vector<std::string>;
 
 class OpenSceneWindow : public test::WindowTest<ui::OpenScene> {
 protected:
@@ -263,6 +264,55 @@ TEST_F(NewSceneWindow, BackChangesNothing) {
     EXPECT_EQ(scene().Name(), "before");
     EXPECT_EQ(scene().branchCount(), 1);
     EXPECT_FALSE(m_state.sceneCreated);
+}
+
+TEST_F(NewSceneWindow, ATemplateIsTheSceneThatAnAuthorWouldMakeByHand) {
+    using scene::Action;
+    const auto saved = [this] { return session().savedForm(); };
+    const auto make = [this](std::u16string_view tile, const std::u16string& count) {
+        show().type(u"S");
+        m_driver->click(tile);
+        m_driver->retype(u"EditTemplateCount", count);
+        m_driver->press(platform::Key::enter);
+        EXPECT_TRUE(isClosed(*m_window) && session().isNew() && !session().undo());
+        return session().savedForm();
+    };
+    const auto action = [this](int type, const char* parameter, const char* target) {
+        const int number = session().actionCount(0);
+        session().addAction(0);
+        session().setType(0, number, type);
+        session().setParameter(0, number, parameter);
+        session().setTarget(0, number, target);
+    };
+    const auto begin = [this](const Lines& names) {
+        session().newScene("S");
+        for (const std::string& name : names) {
+            session().addBranch();
+            session().renameBranch(session().branchCount() - 1, name);
+        }
+    };
+    const std::string steps = make(u"OptionTemplateLinear", u"1");
+    begin({"Step 1", "Step 2"});
+    action(Action::kDefaultAction, "", "Step 2");
+    EXPECT_EQ(steps, saved());
+    const std::string question = make(u"OptionTemplateQuiz", u"x"); // as it was
+    begin({"Question", "Answer 1", "Answer 2", "Answer 3"});
+    action(Action::kKeypressAction, "A", "Answer 1");
+    action(Action::kKeypressAction, "B", "Answer 2");
+    action(Action::kKeypressAction, "C", "Answer 3");
+    action(Action::kDefaultAction, "", "Question");
+    EXPECT_EQ(question, saved());
+    make(u"OptionTemplateLinear", u"99999999999");
+    EXPECT_EQ(session().branchCount(), 12);
+
+    show();
+    EXPECT_TRUE(test::isChecked(*m_driver, u"OptionTemplateEmpty"));
+    EXPECT_FALSE(m_driver->get(u"EditTemplateCount").IsEnabled());
+    m_driver->click(u"OptionTemplateQuiz");
+    EXPECT_EQ(m_driver->textOf(u"LabelTemplateCount"), u"Answers");
+    m_driver->click(u"OptionTemplateEmpty");
+    m_driver->click(u"ButtonCreate");
+    EXPECT_EQ(session().branchCount(), 0);
 }
 
 TEST_F(NewSceneWindow, SaysWhatTheNameWillDo) {
