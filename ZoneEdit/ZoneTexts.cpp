@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <map>
 
-#include "check/SceneNames.h"
+#include "check/Names.h"
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "ui/SceneHints.h"

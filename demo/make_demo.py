@@ -36,7 +36,7 @@ FIRE_DRILL = [
         action("Zone", "Take extinguisher", "Extinguisher", True),
         action("Keypress", "Use the lift", "L", True),
         action("Random", "Smoke spreads"),
-        action("Default", "Evacuate")]),
+        action("Random", "Evacuate")]),
     ("Take extinguisher", "take-extinguisher.ogv", [
         action("Zone", "Evacuate", "Fire", True),
         action("Keypress", "Alarm sounds", "B"),
@@ -48,7 +48,7 @@ FIRE_DRILL = [
     ("Smoke spreads", "smoke-at-lift.ogv", [
         action("Keypress", "Evacuate", "E", True),
         action("Random", "Use the lift"),
-        action("Default", "Evacuate")]),
+        action("Random", "Evacuate")]),
 ]
 FORKLIFT = [
     ("Approach", "forklift-aisle.ogv", [

@@ -8,7 +8,7 @@
 
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
-#include "check/SceneNames.h"
+#include "check/Names.h"
 #include "core/Text.h"
 #include "platform/Event.h"
 #include "platform/Gui.h"

@@ -67,6 +67,12 @@ public:
     /// nothing.
     [[nodiscard]] std::optional<std::span<const platform::Point>> points(int frame) const;
 
+    /// The frames from `frame`, which the zone has, up to this one are alike: one look at them is
+    /// enough.
+    [[nodiscard]] int sameUntil(int frame) const {
+        return m_track->endFrame(m_track->indexOf(frame));
+    }
+
     /// True for a frame without a shape.
     [[nodiscard]] bool isActive(int frame) const;
     /// Spreads.

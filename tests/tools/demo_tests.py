@@ -32,6 +32,11 @@ class DemoTest(unittest.TestCase):
                          {"DefaultAction", "KeypressAction", "ZoneAction", "RandomAction"})
         self.assertLessEqual({action["branchID"] for action in actions}, branches)
 
+    def test_there_is_nothing_to_mend(self):
+        for scene in glob.glob(os.path.join(SCENES, "*")):
+            findings = subprocess.run([INSPECT, "check", scene], check=True, stdout=subprocess.PIPE, text=True).stdout
+            self.assertEqual({json.loads(line)["severity"] for line in findings.splitlines()} - {"note"}, set(), scene)
+
     def test_clips_are_small_and_in_whole_blocks(self):
         files = glob.glob(os.path.join(SCENES, "*", "*"))
         self.assertLess(sum(map(os.path.getsize, files)), 3_000_000)

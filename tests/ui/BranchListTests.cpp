@@ -165,7 +165,7 @@ TEST_F(BranchEditor, AFailedSaveIsShownUntilTheNextGoodOne) {
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"Saved at 03:07:41 PM. " + usual);
     m_driver->enter(u"EditBranchName", u"a<b");
     EXPECT_EQ(m_driver->textOf(u"LabelStatus"),
-              u"The name \"a<b\" holds a \"<\": a scene saved with it will not load again.");
+              u"The name \"a<b\" holds a \"<\": the scene will not load again.");
 }
 
 TEST_F(BranchEditor, SavedIsShownUntilTheFirstChange) {

@@ -10,6 +10,14 @@ namespace inspect {
 namespace {
 
 constexpr std::array kCommands{
+    Command{
+        "check", "DIR", runCheck,
+        "Print what is wrong with the scene in the folder DIR and with its videos and zones, one\n"
+        "JSON object a line: its severity, kind and text, and where it is, with what does not\n"
+        "apply left out. Actions count from 1, frames from 0. Findings of the whole scene come\n"
+        "first, then those of each branch: its own and its video's, then its actions'. Exit\n"
+        "status: 0 no errors, 1 errors, 2 the scene cannot be read.\n",
+        printKinds},
     Command{"frames", "FILE [--sequential] [N | A-B | random:SEED:COUNT]...", runFrames,
             "Print a hash of each frame's picture, one \"NUMBER HASH\" a line, \"NUMBER -\" for a\n"
             "frame that does not come. Without numbers: all frames of the clip.\n"
@@ -58,8 +66,9 @@ void printHelp(std::ostream& out) {
            "  --version  show the version\n"
            "\n"
            "Results go to standard output, messages to standard error.\n"
-           "Exit status: 0 all is well, 1 something was found missing, 2 a file cannot be read\n"
-           "or the command line is wrong.\n";
+           "Exit status: 0 all is well, 1 a frame is missing or a check found errors, 2 a file\n"
+           "cannot be read or the command line is wrong.\n";
+    printKinds(out);
 }
 
 int runAny(const Arguments& arguments, std::ostream& out) {
@@ -78,6 +87,9 @@ int runAny(const Arguments& arguments, std::ostream& out) {
     }
     if (std::find(arguments.begin() + 1, arguments.end(), "--help") != arguments.end()) {
         out << "Usage: " << usage(*command) << '\n' << command->help;
+        if (command->printMore != nullptr) {
+            command->printMore(out);
+        }
         return kSuccess;
     }
     return command->run({arguments.begin() + 1, arguments.end()}, out);

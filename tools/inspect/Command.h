@@ -2,9 +2,14 @@
 // Command.cpp.
 #pragma once
 
+#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
+
+namespace scene {
+class SceneManager;
+}
 
 namespace inspect {
 
@@ -24,8 +29,13 @@ struct Command {
     const char* usage; ///< the arguments, as shown to users
     CommandFunction run;
     const char* help; ///< what --help prints below the usage: whole lines
+    void (*printMore)(std::ostream& out) = nullptr; ///< below that
 };
 
+/// check DIR
+[[nodiscard]] int runCheck(const Arguments& arguments, std::ostream& out);
+/// One line for each kind of finding.
+void printKinds(std::ostream& out);
 /// frames FILE [--sequential] [N | A-B | random:SEED:COUNT]...
 [[nodiscard]] int runFrames(const Arguments& arguments, std::ostream& out);
 /// scene DIR [--rewrite DIR2]
@@ -41,6 +51,10 @@ struct Command {
 
 /// Prints `message` and the command's usage on stderr; returns kUnreadable.
 [[nodiscard]] int badUsage(const std::string& command, const std::string& message);
+
+/// The scene in the folder, which lends it its name if the file has none. Empty, with a report on
+/// stderr, if it cannot be read.
+[[nodiscard]] std::shared_ptr<scene::SceneManager> readScene(const std::string& folder);
 
 /// Removes "NAME value" from `arguments`. False when the value is missing; without the option
 /// `value` stays unchanged.

@@ -54,6 +54,18 @@ std::string folderName(const std::string& folder) {
     return core::fileName(folder.substr(0, folder.find_last_not_of("/\\") + 1));
 }
 
+} // namespace
+
+std::shared_ptr<scene::SceneManager> readScene(const std::string& folder) {
+    const std::shared_ptr<scene::SceneManager> manager = scene::SceneManager::create();
+    if (manager) {
+        manager->SetName(folderName(folder));
+    }
+    return manager && manager->loadFolder(core::withSeparator(folder)) ? manager : nullptr;
+}
+
+namespace {
+
 bool rewrite(scene::SceneManager& manager, const std::string& folder) {
     int error = 0; // may exist already; other failures show when the file is opened
     core::services().fileSystem->createFolder(folder, error);
@@ -69,12 +81,8 @@ int runScene(const Arguments& given, std::ostream& out) {
         arguments.front().empty()) {
         return badUsage("scene", "one folder is needed");
     }
-    const std::shared_ptr<scene::SceneManager> manager = scene::SceneManager::create();
+    const std::shared_ptr<scene::SceneManager> manager = readScene(arguments.front());
     if (!manager) {
-        return kUnreadable;
-    }
-    manager->SetName(folderName(arguments.front()));
-    if (!manager->loadFolder(core::withSeparator(arguments.front()))) {
         return kUnreadable;
     }
     Json json(out);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "check/SceneNames.h"
+#include "check/Names.h"
 #include "scene/SceneChange.h"
 #include "scene/SceneManager.h"
 #include "toolkit/controls/CControlUI.h"

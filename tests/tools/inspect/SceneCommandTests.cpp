@@ -55,7 +55,7 @@ TEST_F(SceneCommandTest, TheDemoScenesRewriteToTheSameBytes) {
 }
 
 TEST_F(SceneCommandTest, HelpIsPrintedForEveryCommandAndForAll) {
-    for (const char* command : {"frames", "scene", "video", "zones"}) {
+    for (const char* command : {"check", "frames", "scene", "video", "zones"}) {
         const std::string usage = std::string("quorvel-inspect ") + command + " ";
         for (const inspect::Arguments& arguments :
              {inspect::Arguments{command, "--help"}, {command, "in", "--help"}}) {

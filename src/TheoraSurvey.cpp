@@ -1,0 +1,139 @@
+#include "src/TheoraSurvey.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <exception>
+
+#include "src/Theora/GranuleFormat.h"
+#include "src/Theora/OggHandles.h"
+#include "src/Theora/PacketReader.h"
+#include "src/Theora/PageReader.h"
+#include "src/Theora/PictureDecoder.h"
+#include "src/Theora/SharedSource.h"
+#include "src/Theora/StreamHeaders.h"
+#include "src/Theora/StreamScan.h"
+#include "src/TheoraFileDataSource.h"
+
+namespace theora {
+namespace {
+
+// Reads are of 16 KB each.
+constexpr int kReadsToDecode = 4096;
+constexpr int kReadsToScan = 16384;
+constexpr int kSamples = 512;
+constexpr double kSlowSeconds = 5.0;
+
+class Survey {
+public:
+    Survey(const std::string& path, platform::FileSystem& files,
+           const std::function<bool()>& isStopped)
+        : m_file(path, files), m_source(m_file), m_isStopped(isStopped) {}
+
+    ClipSurvey run() {
+        readStreamHeaders(m_source, m_headers);
+        const th_info& info = *m_headers.theora.info.get();
+        GranuleFormat format(info);
+        m_layout.serial = m_headers.theora.serial;
+        m_layout.dataStart = m_headers.dataStart;
+        findFirstFrame(m_source, format, m_layout);
+        if (m_layout.firstFrame < 0) {
+            format.shiftNumbers(-m_layout.firstFrame);
+            m_layout.firstFrame = 0;
+        }
+        m_layout.frameCount = findFrameCount(m_source, m_layout.serial, format);
+        if (!decodesAny(format)) {
+            return {};
+        }
+        ClipSurvey result;
+        result.isDecodable = true;
+        result.width = static_cast<int>(info.frame_width);
+        result.height = static_cast<int>(info.frame_height);
+        result.frameCount =
+            static_cast<int>(std::clamp<std::int64_t>(m_layout.frameCount, -1, INT_MAX));
+        result.framesPerSecond = static_cast<double>(info.fps_numerator) / info.fps_denominator;
+        // Positions count the frames since a key frame in so many bits.
+        const double most = static_cast<double>(std::int64_t{1} << info.keyframe_granule_shift);
+        if (most / result.framesPerSecond > kSlowSeconds) {
+            result.keyFrameSeconds =
+                static_cast<double>(longestGroup(format)) / result.framesPerSecond;
+        }
+        return result;
+    }
+
+private:
+    [[nodiscard]] bool decodesAny(const GranuleFormat& format) {
+        m_reads = kReadsToDecode;
+        PictureDecoder decoder(m_source, m_stop, m_headers.theora, m_layout, format);
+        const PictureDecoder::PictureSink ignore = [](std::int64_t) {};
+        while (decoder.decodeNext(ignore) == DecodeResult::reached) {
+            if (decoder.picture().identity != 0) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// In frames.
+    [[nodiscard]] std::int64_t longestGroup(const GranuleFormat& format) {
+        m_reads = kReadsToScan;
+        PacketReader packets(m_source, m_stop, m_layout, format);
+        std::int64_t longest = 0;
+        std::int64_t keyFrame = m_layout.firstFrame;
+        std::int64_t end = keyFrame;
+        for (const FramePacket* packet = packets.peek(); packet != nullptr;
+             packet = packets.peek()) {
+            end = packet->number + 1;
+            if (packet->isKeyframe) {
+                longest = std::max(longest, packet->number - keyFrame);
+                keyFrame = packet->number;
+            }
+            packets.drop();
+        }
+        longest = std::max(longest, end - keyFrame);
+        const std::int64_t scanned = std::int64_t{kReadsToScan} * 16384;
+        return m_source.size() <= scanned ? longest
+                                          : std::max(longest, longestSampled(format, scanned));
+    }
+
+    /// What the pages at some places beyond `from` tell: no more than the real length.
+    [[nodiscard]] std::int64_t longestSampled(const GranuleFormat& format, std::int64_t from) {
+        std::int64_t longest = 0;
+        PageReader pages(m_source, m_stop);
+        for (int sample = 0; sample < kSamples; ++sample) {
+            m_reads = 8; // a page has at most 64 KB
+            pages.seek(from + (m_source.size() - from) / kSamples * sample);
+            ogg_page page;
+            while (pages.next(page)) {
+                const std::int64_t granule = ogg_page_granulepos(&page);
+                if (ogg_page_serialno(&page) == m_layout.serial && granule >= 0) {
+                    longest =
+                        std::max(longest, format.frameOf(granule) - format.keyframeOf(granule) + 1);
+                    break;
+                }
+            }
+        }
+        return longest;
+    }
+
+    TheoraFileDataSource m_file;
+    SharedSource m_source;
+    const std::function<bool()>& m_isStopped;
+    int m_reads = 0; ///< that are left
+    const StopCheck m_stop = [this] { return --m_reads < 0 || (m_isStopped && m_isStopped()); };
+    StreamHeaders m_headers;
+    StreamLayout m_layout;
+};
+
+} // namespace
+
+ClipSurvey surveyClip(const std::string& path, platform::FileSystem& files,
+                      const std::function<bool()>& isStopped) {
+    try {
+        return Survey(path, files, isStopped).run();
+    } catch (const std::exception&) { // the file, or memory
+        return {};
+    }
+}
+
+} // namespace theora
