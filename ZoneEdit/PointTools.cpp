@@ -38,7 +38,39 @@ const PointTools::Rule& PointTools::ruleOf(Tool tool) {
 }
 
 PointTools::PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session)
-    : m_controls(controls), m_video(video), m_session(session) {}
+    : m_controls(controls), m_video(video), m_session(session) {
+    if (video::CVideoUI* control = m_video.control()) {
+        control->setPointerShape([this](Point at) { return pointerAt(at); });
+    }
+}
+
+PointTools::~PointTools() {
+    if (video::CVideoUI* control = m_video.control()) {
+        control->setPointerShape(nullptr);
+    }
+}
+
+platform::PointerShape PointTools::pointerAt(Point position) const {
+    using platform::PointerShape;
+    const int zone = m_session.context().currentZone;
+    const int frame = m_video.frame();
+    if (zone < 0 || frame < 0) {
+        return PointerShape::notAllowed;
+    }
+    const Point at = m_video.control()->view().toDisplay(position);
+    switch (m_tool) {
+    case Tool::movePoint:
+        return m_session.isHandleAt(zone, frame, at.x, at.y) ? PointerShape::move
+                                                             : PointerShape::arrow;
+    case Tool::deletePoint:
+        return m_session.hasPointAt(zone, at.x, at.y) ? PointerShape::cross
+                                                      : PointerShape::notAllowed;
+    case Tool::addPoint:
+    case Tool::addMultiPoint:
+        break;
+    }
+    return m_session.takesPoint(zone) ? PointerShape::cross : PointerShape::notAllowed;
+}
 
 bool PointTools::choose(std::u16string_view option) {
     int number = 0;

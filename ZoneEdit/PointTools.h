@@ -7,6 +7,8 @@
 
 #include "ZoneEdit/EditedVideo.h"
 #include "platform/Event.h"
+#include "platform/Geometry.h"
+#include "platform/WindowParts.h"
 #include "ui/Controls.h"
 #include "zone/ZoneSession.h"
 
@@ -18,6 +20,10 @@ public:
     PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session);
 
     void showAll() { choose(Tool::movePoint); }
+    ~PointTools();
+    PointTools(const PointTools&) = delete;
+    PointTools& operator=(const PointTools&) = delete;
+
     /// The author pressed the option of that name. False when it is no tool's.
     bool choose(std::u16string_view option);
     /// True when the event was handled.
@@ -33,6 +39,8 @@ private:
         bool operator==(const Place&) const = default;
     };
 
+    /// What a press at a point of the window would do.
+    [[nodiscard]] platform::PointerShape pointerAt(platform::Point position) const;
     [[nodiscard]] static const Rule& ruleOf(Tool tool);
     void choose(Tool tool);
     bool press(platform::Point position);

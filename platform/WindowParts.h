@@ -23,8 +23,17 @@ public:
     [[nodiscard]] virtual FrameBufferResult createFrameBuffer(Size size) = 0;
 };
 
-/// The shape of the pointer over a window.
-enum class PointerShape { arrow, text, hand, cross };
+/// The shape of the pointer over a window: what a press would do there.
+enum class PointerShape {
+    arrow,
+    text,       ///< puts the caret there
+    hand,       ///< leads somewhere
+    cross,      ///< acts on exactly this point
+    move,       ///< takes hold of something
+    sizeAcross, ///< takes hold of an upright edge
+    sizeDown,   ///< of a level one
+    notAllowed, ///< does nothing
+};
 
 /// How the mouse and the keyboard reach the window.
 class WindowInput {

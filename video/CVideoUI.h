@@ -5,14 +5,17 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/Accessible.h"
 #include "platform/EventLoop.h"
 #include "platform/FrameBuffer.h"
+#include "platform/WindowParts.h"
 #include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "video/Layer.h"
@@ -46,6 +49,13 @@ public:
     void AddLayer(std::shared_ptr<Layer> layer);
     /// How the picture lies in the window.
     [[nodiscard]] PictureView view() const { return {GetPos().topLeft()}; }
+    /// What tells the pointer's shape at a point of the window; none: an arrow.
+    void setPointerShape(std::function<platform::PointerShape(Point)> shapeAt) {
+        m_shapeAt = std::move(shapeAt);
+    }
+    [[nodiscard]] platform::PointerShape pointerShapeAt(Point point) const override {
+        return m_shapeAt ? m_shapeAt(point) : platform::PointerShape::arrow;
+    }
     /// Repaints where the layers drew last and where they would draw now.
     void InvalidateLayers();
 
@@ -95,6 +105,7 @@ private:
         Rect shown; ///< where it may have drawn
     };
     std::vector<ShownLayer> m_layers;
+    std::function<platform::PointerShape(Point)> m_shapeAt;
     std::unique_ptr<platform::FrameBuffer> m_backBuffer;
     bool m_ready = false;
     int m_quietTicks = 0; ///< since the last new picture or request for one

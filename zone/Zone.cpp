@@ -125,6 +125,11 @@ bool Zone::hitTest(ZoneEditing& editing, int frame, int x, int y) const {
     return editing.selectedPoint != -1;
 }
 
+bool Zone::isHandleAt(const ZoneEditing& editing, int frame, int x, int y) const {
+    const auto shown = points(frame);
+    return shown && hitHandle(*shown, editing.centerOf(frame), {x, y}) != -1;
+}
+
 void Zone::endMove(int frame, int, int) const {
     (void)checkFrame(frame, kEndMoveLine);
 }

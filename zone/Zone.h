@@ -82,6 +82,8 @@ public:
               NumberFont font) const;
     /// Selects the handle at (x, y), or none; true when there is one.
     [[nodiscard]] bool hitTest(ZoneEditing& editing, int frame, int x, int y) const;
+    /// Whether hitTest would select a handle. Logs nothing.
+    [[nodiscard]] bool isHandleAt(const ZoneEditing& editing, int frame, int x, int y) const;
     /// Nothing but the frame's check: the moves have been stored already.
     void endMove(int frame, int x, int y) const;
     /// Puts the selected point there, clamped, or shifts the shape by its centre handle. Spreads:

@@ -54,6 +54,27 @@ bool ZoneSession::hitTest(int zone, int frame, int x, int y) {
     return zones().hitTest(m_model.context, zone, frame, x, y);
 }
 
+bool ZoneSession::isHandleAt(int zone, int frame, int x, int y) const {
+    const auto found = zones().zone(zone);
+    return found && found->isHandleAt(editingOf(zone), frame, x, y);
+}
+
+bool ZoneSession::takesPoint(int zone) const {
+    const auto found = zones().zone(zone);
+    return found && found->takesPoint(editingOf(zone).selectedPoint);
+}
+
+bool ZoneSession::hasPointAt(int zone, int x, int y) const {
+    const auto found = zones().zone(zone);
+    return found && found->hasPointAt(x, y);
+}
+
+const ZoneEditing& ZoneSession::editingOf(int zone) const {
+    static const ZoneEditing kUntouched;
+    const auto at = static_cast<std::size_t>(zone);
+    return at < context().zones.size() ? context().zones[at] : kUntouched;
+}
+
 void ZoneSession::beginGesture(StepLabel label) {
     endGesture();
     m_gestureLabel = label;
@@ -180,8 +201,7 @@ void ZoneSession::moveSelectedPoint(int zone, int frame, int x, int y) {
 }
 
 void ZoneSession::addPoint(int zone, int frame, int x, int y) {
-    if (isThere(zone, frame) &&
-        !zones().zone(zone)->takesPoint(m_model.context.zone(zone).selectedPoint)) {
+    if (isThere(zone, frame) && !takesPoint(zone)) {
         return;
     }
     noteLastPoint(zone, frame, {x, y});
@@ -192,7 +212,7 @@ void ZoneSession::addPoint(int zone, int frame, int x, int y) {
 }
 
 void ZoneSession::deletePoint(int zone, int frame, int x, int y) {
-    if (isThere(zone, frame) && !zones().zone(zone)->hasPointAt(x, y)) {
+    if (isThere(zone, frame) && !hasPointAt(zone, x, y)) {
         return;
     }
     noteLastPoint(zone, frame, {x, y});

@@ -76,6 +76,10 @@ public:
     void setArea(platform::Size area);
     /// Selects the handle at (x, y), or none; true when there is one.
     bool hitTest(int zone, int frame, int x, int y);
+    // What a press would do; they log nothing.
+    [[nodiscard]] bool isHandleAt(int zone, int frame, int x, int y) const;
+    [[nodiscard]] bool takesPoint(int zone) const;
+    [[nodiscard]] bool hasPointAt(int zone, int x, int y) const;
     void endMove(int zone, int frame, int x, int y) const { zones().endMove(zone, frame, x, y); }
 
     /// Everything up to endGesture becomes one step of that name, or none when nothing was done.
@@ -138,6 +142,7 @@ public:
     [[nodiscard]] std::uint64_t changeCount() const { return m_model.changeCount; }
 
 private:
+    [[nodiscard]] const ZoneEditing& editingOf(int zone) const;
     /// What was added or removed last.
     struct LastPoint {
         platform::Point at;

@@ -43,6 +43,14 @@ Qt::CursorShape cursorOf(PointerShape shape) {
         return Qt::PointingHandCursor;
     case PointerShape::cross:
         return Qt::CrossCursor;
+    case PointerShape::move:
+        return Qt::SizeAllCursor;
+    case PointerShape::sizeAcross:
+        return Qt::SizeHorCursor;
+    case PointerShape::sizeDown:
+        return Qt::SizeVerCursor;
+    case PointerShape::notAllowed:
+        return Qt::ForbiddenCursor;
     case PointerShape::arrow:
         break;
     }

@@ -22,6 +22,14 @@ const wchar_t* cursorOf(PointerShape shape) {
         return IDC_HAND;
     case PointerShape::cross:
         return IDC_CROSS;
+    case PointerShape::move:
+        return IDC_SIZEALL;
+    case PointerShape::sizeAcross:
+        return IDC_SIZEWE;
+    case PointerShape::sizeDown:
+        return IDC_SIZENS;
+    case PointerShape::notAllowed:
+        return IDC_NO;
     case PointerShape::arrow:
         break;
     }

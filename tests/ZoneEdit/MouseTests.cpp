@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "tests/support/windows/Answering.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/COptionUI.h"
 
@@ -63,6 +64,38 @@ TEST_F(ZoneEditMouse, AddManyAddsAPointForEachClickAndDragsNone) {
     test::pump();
     EXPECT_EQ(points(0, 0), (Points{{0, 0}, {200, 100}, {1279, 719}, {1279, 719}}));
     EXPECT_TRUE(isChecked(*m_driver, u"OptionAddMultiPoint"));
+}
+
+TEST_F(ZoneEditMouse, ThePointerTellsWhatAPressWouldDo) {
+    using platform::PointerShape;
+    const auto shapeAt = [&](Point place) {
+        m_driver->hover(place);
+        return m_driver->manager().mouse().shape();
+    };
+    drawTriangle(); // its centre is (200, 200)
+    const struct {
+        const char16_t* tool;
+        PointerShape point, centre, elsewhere;
+    } cases[] = {
+        {u"OptionMovePoint", PointerShape::move, PointerShape::move, PointerShape::arrow},
+        {u"OptionAddMultiPoint", PointerShape::cross, PointerShape::cross, PointerShape::cross},
+        {u"OptionDeletePoint", PointerShape::cross, PointerShape::notAllowed,
+         PointerShape::notAllowed},
+    };
+    for (const auto& c : cases) {
+        m_driver->click(c.tool);
+        EXPECT_EQ(m_driver->manager().mouse().shape(), PointerShape::arrow);
+        EXPECT_EQ(shapeAt(at(300, 100)), c.point);
+        EXPECT_EQ(shapeAt(at(200, 200)), c.centre);
+        EXPECT_EQ(shapeAt(at(200, 150)), c.elsewhere);
+    }
+    clickPicture(100, 100); // deletes: what is under the pointer has changed
+    EXPECT_EQ(m_driver->manager().mouse().shape(), PointerShape::notAllowed);
+    EXPECT_EQ(shapeAt(test::WindowDriver::middleOf(m_driver->get(u"EditZone"))),
+              PointerShape::text);
+    m_driver->clickThen(u"ButtonRemoveZone", test::answering(test::Answer::yes));
+    m_driver->click(u"OptionMovePoint");
+    EXPECT_EQ(shapeAt(at(200, 150)), PointerShape::notAllowed) << "there is no zone";
 }
 
 TEST_F(ZoneEditMouse, AMessageOverThePictureTakesOnlyPressesOfItsButtons) {

@@ -57,6 +57,7 @@ const AttributeTable<CControlUI>& CControlUI::Attributes::table() {
         {u"visible",
          [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetVisible, parseBool(v)); }},
         {u"tabstop", [](CControlUI& c, Text v) { assignIf(c.m_tabStop, parseBool(v)); }},
+        {u"link", [](CControlUI& c, Text v) { assignIf(c.m_isLink, parseBool(v)); }},
         {u"mouse", [](CControlUI& c, Text v) { assignIf(c.m_takesMouse, parseBool(v)); }},
     };
     return attributes;

@@ -130,10 +130,12 @@ public:
     /// Whether it uses a key itself while it has the focus. All others may be the window's
     /// shortcuts.
     [[nodiscard]] virtual bool claimsKey(const platform::Event& /*event*/) const { return false; }
-    /// The shape of the pointer over it.
-    [[nodiscard]] virtual platform::PointerShape pointerShape() const {
-        return platform::PointerShape::arrow;
+    /// The shape of the pointer at a point of it: tells what a press there would do. A hand for
+    /// what the attribute "link" marks as leading somewhere.
+    [[nodiscard]] virtual platform::PointerShape pointerShapeAt(Point /*point*/) const {
+        return m_isLink ? platform::PointerShape::hand : platform::PointerShape::arrow;
     }
+    void SetLink(bool isLink) { m_isLink = isLink; }
     /// Called before a press (buttonDown or doubleClick) reaches the control or anything inside it.
     /// True: it reaches nothing.
     virtual bool notePress(const TEventUI& /*event*/) { return false; }
@@ -231,6 +233,7 @@ private:
     bool m_visible = true;
     bool m_tabStop = true;
     bool m_takesMouse = true;
+    bool m_isLink = false;
 };
 
 /// `control` as a T, or null when it is none (or null itself).

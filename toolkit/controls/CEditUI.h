@@ -51,7 +51,7 @@ public:
     [[nodiscard]] platform::AccessibleState accessibleState() const override;
     [[nodiscard]] int accessibleCaret() const override;
     void accessibleSetValue(const std::u16string& text) override;
-    [[nodiscard]] platform::PointerShape pointerShape() const override {
+    [[nodiscard]] platform::PointerShape pointerShapeAt(Point /*point*/) const override {
         return platform::PointerShape::text;
     }
 

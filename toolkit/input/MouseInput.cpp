@@ -26,6 +26,9 @@ TEventUI controlEvent(EventType type, CControlUI* control, const platform::Event
 } // namespace
 
 bool MouseInput::handle(const platform::Event& event) {
+    if (event.kind != EventKind::captureLost && event.kind != EventKind::mouseLeave) {
+        m_at = event.position;
+    }
     switch (event.kind) {
     case EventKind::mouseDown:
     case EventKind::mouseDoubleClick:
@@ -193,11 +196,6 @@ void MouseInput::setHot(CControlUI* control, const platform::Event& event) {
     const auto holds = [](const std::vector<CControlUI*>& list, CControlUI* c) {
         return std::find(list.begin(), list.end(), c) != list.end();
     };
-    if (platform::NativeWindow* window = m_manager.GetWindow()) {
-        window->input().setPointer(control != nullptr && control->IsEnabled()
-                                       ? control->pointerShape()
-                                       : platform::PointerShape::arrow);
-    }
     for (CControlUI* c : old) {
         if (!holds(chain, c)) {
             c->DoEvent(controlEvent(EventType::mouseLeave, c, event));
@@ -207,6 +205,18 @@ void MouseInput::setHot(CControlUI* control, const platform::Event& event) {
         if (!holds(old, c)) {
             c->DoEvent(controlEvent(EventType::mouseEnter, c, event));
         }
+    }
+}
+
+void MouseInput::showPointer() {
+    const CControlUI* control = m_pressed != nullptr ? m_pressed : hot();
+    const platform::PointerShape shape = control != nullptr && control->IsEnabled()
+                                             ? control->pointerShapeAt(m_at)
+                                             : platform::PointerShape::arrow;
+    platform::NativeWindow* window = m_manager.GetWindow();
+    if (window != nullptr && shape != m_shape) {
+        m_shape = shape;
+        window->input().setPointer(shape);
     }
 }
 

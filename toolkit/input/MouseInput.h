@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "platform/Event.h"
+#include "platform/Geometry.h"
+#include "platform/WindowParts.h"
 
 namespace toolkit {
 
@@ -30,6 +32,12 @@ public:
     /// Tells a control and what it stands in that it is pressed; a list row is chosen by that.
     /// True when the press reaches nothing else.
     bool notePress(CControlUI* hit, const TEventUI& event);
+    /// Shows the shape that the control under the pointer has there now. Called after each event,
+    /// which may have changed that.
+    void showPointer();
+    [[nodiscard]] platform::PointerShape shape() const { return m_shape; }
+    /// A native window was made, or is gone.
+    void windowChanged() { m_shape = platform::PointerShape::arrow; }
     /// The control that was pressed, until the release. Null when none.
     [[nodiscard]] CControlUI* pressed() const { return m_pressed; }
 
@@ -44,6 +52,8 @@ private:
     CPaintManagerUI& m_manager;
     std::vector<CControlUI*> m_hot; ///< the control under the pointer, then what it stands in
     CControlUI* m_pressed = nullptr;
+    platform::Point m_at; ///< where the pointer was last
+    platform::PointerShape m_shape = platform::PointerShape::arrow;
 };
 
 } // namespace toolkit

@@ -35,6 +35,7 @@ CPaintManagerUI::~CPaintManagerUI() {
 void CPaintManagerUI::Init(platform::NativeWindow* window) {
     m_window = window;
     m_closing = false;
+    m_mouse.windowChanged();
     m_look.Clear();
     m_caption = {};
     // Their windows were destroyed with the former one, which owned them.

@@ -140,6 +140,7 @@ public:
     [[nodiscard]] Point toScreen(Point at) const;
 
 private:
+    bool dispatch(const platform::Event& event);
     bool handleKey(const platform::Event& event);
     void handleTimer(const platform::Event& event);
     [[nodiscard]] platform::WindowTimers* nativeTimers() const;

@@ -45,6 +45,12 @@ bool CPaintManagerUI::MessageHandler(const platform::Event& event) {
     }
     const Busy busy(this);
     UpdateLayout();
+    const bool handled = dispatch(event);
+    m_mouse.showPointer();
+    return handled;
+}
+
+bool CPaintManagerUI::dispatch(const platform::Event& event) {
     switch (event.kind) {
     case EventKind::keyDown:
     case EventKind::keyUp:

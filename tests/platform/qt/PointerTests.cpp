@@ -116,6 +116,26 @@ TEST(SizingBorder, SizesByTheEdgesThatAreHeldAndNoFurtherThanTheLeastSize) {
     }
 }
 
+TEST(PointerShape, IsTheSystemsOwn) {
+    using platform::PointerShape;
+    test::TestWindow window;
+    window.show();
+    const auto& surface = static_cast<platform::qt::QtWindow&>(window.native()).surface();
+    const std::pair<PointerShape, Qt::CursorShape> shapes[] = {
+        {PointerShape::text, Qt::IBeamCursor},
+        {PointerShape::hand, Qt::PointingHandCursor},
+        {PointerShape::cross, Qt::CrossCursor},
+        {PointerShape::move, Qt::SizeAllCursor},
+        {PointerShape::sizeAcross, Qt::SizeHorCursor},
+        {PointerShape::sizeDown, Qt::SizeVerCursor},
+        {PointerShape::notAllowed, Qt::ForbiddenCursor},
+        {PointerShape::arrow, Qt::ArrowCursor}};
+    for (const auto& [shape, cursor] : shapes) {
+        window.native().input().setPointer(shape);
+        EXPECT_EQ(surface.cursor().shape(), cursor);
+    }
+}
+
 TEST(FixedSize, ReachesTheWindowManagerAndFollowsTheProgramsOwnChange) {
     test::TestWindow window({200, 100});
     test::TestWindow popup({50, 50}, &window.native(), platform::WindowKind::popup);
