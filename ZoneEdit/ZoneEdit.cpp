@@ -9,6 +9,7 @@
 #include "ZoneEdit/HistoryPresenter.h"
 #include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/PointTools.h"
+#include "ZoneEdit/RenamedZones.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneVersions.h"
 #include "ZoneEdit/ZonesLayer.h"
@@ -94,8 +95,33 @@ void ZoneEdit::InitWindow() {
     m_flags->showAll();
     m_tools->showAll();
     m_frames->showAll();
+    if (context().state.zoneEditResumes) {
+        resume();
+    }
     keepDraft(); // its offer comes after what the caption has to say, which it stands in front of
     commands().showEnabled();
+}
+
+void ZoneEdit::resume() {
+    const auto& places = context().state.zonePlaces;
+    const auto place = places.find(context().state.zoneEditVideo);
+    if (m_loaded && place != places.end()) {
+        const auto& [frame, zone] = place->second;
+        if (zone >= 0 && zone < m_session->zones().zoneCount()) {
+            m_zones->show(zone);
+        }
+        if (frame > 0 && frame < m_video.frameCount()) {
+            m_frames->show(frame);
+        }
+    }
+}
+
+void ZoneEdit::Close(int code) {
+    if (m_loaded && !IsClosing()) {
+        context().state.zonePlaces[context().state.zoneEditVideo] = {
+            m_video.frame(), m_session->context().currentZone};
+    }
+    EditorWindow::Close(code);
 }
 
 void ZoneEdit::openVideo() {
@@ -142,6 +168,7 @@ bool ZoneEdit::loadZones() {
                                             }));
     setCurrentZoneManager(zones);
     m_session = std::make_shared<zone::ZoneSession>(zones);
+    m_renamed = std::make_unique<RenamedZones>(*zones);
     m_session->setArea(m_video.control()->GetPos().size());
     const zone::NumberFont font{GetPaintManager().look().GetFont(kNumberFont),
                                 &context().gui.fonts()};
@@ -292,6 +319,9 @@ void ZoneEdit::removeZone() {
 void ZoneEdit::saveZones() {
     if (m_loaded) {
         m_header->save();
+        if (m_session->zones().lastSaveFailure().empty()) {
+            m_result.renamedZones = m_renamed->in(m_session->zones());
+        }
     }
 }
 

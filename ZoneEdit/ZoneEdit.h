@@ -32,6 +32,7 @@ class HeaderPresenter;
 class HistoryPresenter;
 class NoticePresenter;
 class PointTools;
+class RenamedZones;
 class ZonesPresenter;
 
 class ZoneEdit final : public ui::ConfirmCallback,
@@ -58,6 +59,7 @@ public:
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"ZoneEditWindow"; }
     [[nodiscard]] std::string GetSkinFile() const override;
     void InitWindow() override;
+    void Close(int code = 0) override;
     std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
     void OnSelectChanged(toolkit::TNotifyUI& message) override;
@@ -77,6 +79,9 @@ private:
     [[nodiscard]] std::string versionsFolder() const;
     void makeParts();
 
+    /// Shows the frame and the zone that the last visit of this run ended at.
+    void resume();
+
     /// From now on; offers what was kept before.
     void keepDraft();
     void restoreDraft();
@@ -92,6 +97,7 @@ private:
     EditedVideo m_video;
     bool m_loaded = false;
     app_state::ScreenResult m_result;
+    std::unique_ptr<RenamedZones> m_renamed; ///< empty without a video
     std::shared_ptr<zone::ZoneSession> m_session;
     // Empty until the window is made.
     std::unique_ptr<NoticePresenter> m_notice;

@@ -8,7 +8,6 @@
 #include "core/EditorSettings.h"
 #include "core/FileError.h"
 #include "core/Text.h"
-#include "core/Translations.h"
 #include "platform/Event.h"
 #include "platform/Gui.h"
 #include "recovery/Drafts.h"
@@ -17,20 +16,15 @@
 #include "scene/SceneSession.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/Notification.h"
+#include "ui/BranchListParts.h"
 #include "ui/Confirmation.h"
 #include "ui/Controls.h"
-#include "ui/DraftProblem.h"
 #include "ui/EarlierVersions.h"
-#include "ui/NameList.h"
 #include "ui/SceneHints.h"
 #include "ui/VersionHistory.h"
 #include "ui/WindowContext.h"
-#include "ui/branch_editor/ActionPresenter.h"
-#include "ui/branch_editor/ActionValues.h"
 #include "ui/branch_editor/ControlNames.h"
-#include "ui/branch_editor/HistoryPresenter.h"
 #include "ui/branch_editor/StripOffer.h"
-#include "ui/branch_editor/StripPresenter.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
@@ -39,47 +33,10 @@ namespace ui {
 
 using namespace branch_list;
 
-namespace {
-
-NameList conditionNames(const app_state::SharedServices& services) {
-    std::vector<std::string> names;
-    for (const char* key : kConditionKeys) {
-        names.push_back(services.translations ? services.translations->translate(key) : key);
-    }
-    return NameList(std::move(names));
-}
-
-} // namespace
-
 /// What a part does when the author has changed the control of this name.
 struct BranchList::Reaction {
     std::u16string_view control;
     void (*react)(Parts& parts, toolkit::CControlUI& sender);
-};
-
-struct BranchList::Parts {
-    explicit Parts(BranchList& window)
-        : session(*window.context().services.sceneSession),
-          conditions(conditionNames(window.context().services)),
-          branches(window.controls(), session, window),
-          videos(window.controls(), session, window.m_folder, window),
-          actions(window.controls(), session,
-                  {conditions, letters, videos.zones(), branches.names()}),
-          strip(window.controls(), session),
-          history(window.controls(), session, window.m_folder, branches, actions),
-          draftProblem(window.controls(), window.context().services.drafts.get()),
-          adder(window.context().gui, videos, window.m_folder, window) {}
-
-    scene::SceneSession& session;
-    NameList conditions;
-    NameList letters{keyLetters()};
-    BranchPresenter branches;
-    VideoPresenter videos;
-    ActionPresenter actions;
-    StripPresenter strip;
-    HistoryPresenter history;
-    DraftProblem draftProblem;
-    VideoAdder adder;
 };
 
 std::shared_ptr<BranchList> BranchList::create(const WindowContext& context,
@@ -107,6 +64,8 @@ void BranchList::InitWindow() {
     controls().setText(kSceneLabel, core::displayText(name));
     m_parts = std::make_unique<Parts>(*this);
     bindCommands();
+    bindBranches();
+    bindActions();
     bindHistory();
     if (!context().state.newSceneRequest) {
         m_parts->videos.fill();
@@ -115,62 +74,9 @@ void BranchList::InitWindow() {
     if (!m_returned.unreadableVideo.empty()) {
         m_parts->strip.showNote({}, unreadableVideoText(m_returned.unreadableVideo));
     }
+    m_parts->visit.end(m_returned,
+                       [this](StripOffer offer) { m_parts->strip.offer(std::move(offer)); });
     showEnabled();
-}
-
-void BranchList::bindCommands() {
-    Parts& parts = *m_parts;
-    const auto free = [this] { return isFree(); };
-    const auto hasBranches = [this, &parts] { return isFree() && parts.session.branchCount() > 0; };
-    const auto hasVideo = [this, &parts] {
-        return isFree() && parts.branches.shown() >= 0 && parts.videos.selected() >= 0;
-    };
-    const auto hasAction = [this, &parts] { return isFree() && parts.actions.canRemove(); };
-    CommandSet& commands = this->commands();
-    commands.bind(
-        command::kSave, [this] { save(); }, free);
-    commands.bind(
-        command::kStop, [this] { stop(); }, [this] { return canStop(); });
-    commands.bind(command::kMenu, [this] { showMenu(kBranchEditorMenu); });
-    commands.bind(
-        command::kOpenAnother, [this] { openAnother(); },
-        [this, free] { return free() && !isWorkAtRisk(); });
-    commands.bind(
-        command::kEarlierVersions, [this] { showVersions(); }, free);
-    commands.bind(
-        command::kAddBranch, [&parts] { parts.branches.add(); }, free);
-    commands.bind(
-        command::kRename, [this] { controls().startTyping(kNameEdit); }, hasBranches);
-    commands.bind(
-        command::kAddVideo, [this, &parts] { parts.adder.ask(*this); }, free);
-    commands.bind(
-        command::kEditZones, [this] { editZones(); }, hasVideo);
-    commands.bind(
-        command::kAddAction, [&parts] { parts.actions.add(); }, hasBranches);
-    commands.bind(
-        command::kRemoveAction, [this] { removeAction(); }, hasAction);
-}
-
-void BranchList::bindHistory() {
-    HistoryPresenter& history = m_parts->history;
-    StripPresenter& strip = m_parts->strip;
-    // A name that was refused when the button was pressed is what the author takes back.
-    commands().bind(
-        command::kUndo,
-        [&history, &strip] {
-            if (!strip.takeFreshNote()) {
-                history.undo();
-            }
-        },
-        [this, &history] { return isFree() && history.canUndo(); },
-        [&history] { return history.undoName(); });
-    commands().bind(
-        command::kRedo, [&history] { history.redo(); },
-        [this, &history] { return isFree() && history.canRedo(); },
-        [&history] { return history.redoName(); });
-    commands().bind(command::kNoticeUndo, [&strip] { strip.answer(kNoticeUndoButton); });
-    commands().bind(command::kRetarget, [&strip] { strip.answer(kRetargetButton); });
-    commands().bind(command::kCloseNotice, [&strip] { strip.closeOffer(); });
 }
 
 void BranchList::Notify(toolkit::TNotifyUI& message) {
@@ -255,14 +161,13 @@ void BranchList::showEnabled() {
     for (const std::u16string_view name : {kBranchCombo, kNameEdit, kFirstCheck, kVideoCombo}) {
         controls().setEnabled(name, isFree() && hasBranches);
     }
-    const bool isBranchShown = m_parts->branches.shown() >= 0;
-    m_parts->strip.showLackOfZones(isBranchShown && m_parts->actions.waitsForZone() &&
-                                   m_parts->videos.lacksZones());
+    m_parts->strip.showZonesHint(m_parts->visit.hint());
 }
 
 void BranchList::branchShown(int branch, bool again) {
     m_parts->videos.show(branch);
     m_parts->actions.show(branch, again);
+    m_parts->leads.show(branch);
     showEnabled();
 }
 
@@ -296,8 +201,15 @@ void BranchList::copied(const jobs::ImportOutcome& outcome, bool copied) {
     }
 }
 
-void BranchList::removeAction() {
-    if (!m_parts->actions.canRemove()) {
+void BranchList::removeBranch() {
+    Parts& parts = *m_parts;
+    const std::string name = parts.session.branchName(parts.branches.shown());
+    parts.branches.remove();
+    parts.strip.offer(removalOffer(parts.session, name, [&parts] { parts.history.undo(); }));
+}
+
+void BranchList::removeActions() {
+    if (m_parts->chosen.selected().empty()) {
         return;
     }
     // A dismissed question keeps the action: the opposite of the exit question. Intended.
@@ -305,23 +217,30 @@ void BranchList::removeAction() {
     Confirmation::ask(context(), *this, "Remove Action?",
                       "Are you sure you want to remove the action?");
     if (answer() == kYes) {
-        m_parts->actions.removeSelected();
+        m_parts->chosen.remove();
     }
 }
 
 void BranchList::editZones() {
-    const int video = m_parts->videos.selected();
-    if (m_folder.empty() || m_parts->branches.shown() < 0 || video < 0) {
+    const int place = m_parts->videos.selected();
+    if (m_folder.empty() || m_parts->branches.shown() < 0 || place < 0) {
         return;
     }
-    const std::string path = m_parts->videos.videoToEdit();
-    if (path.empty()) {
-        m_parts->strip.showNote(nothingToEditText(video));
+    const std::string video = m_parts->videos.videoToEdit();
+    if (video.empty()) {
+        m_parts->strip.showNote(nothingToEditText(place));
         return;
     }
-    context().state.zoneEditVideo = path;
-    context().state.zoneEditRequest = true;
+    m_parts->visit.begin(video, false);
     Close(1);
+}
+
+void BranchList::editBranchZones() {
+    const std::string video = m_parts->videos.ownVideo();
+    if (!m_folder.empty() && !video.empty()) {
+        m_parts->visit.begin(video, true);
+        Close(1);
+    }
 }
 
 void BranchList::save() {

@@ -55,6 +55,8 @@ private:
     struct Reaction;
 
     void bindCommands();
+    void bindBranches();
+    void bindActions();
     void bindHistory();
     void save();
     void showVersions();
@@ -66,7 +68,9 @@ private:
     [[nodiscard]] bool canStop() const;
     void stop();
     void editZones();
-    void removeAction();
+    void editBranchZones();
+    void removeBranch();
+    void removeActions();
     /// Runs the reaction to a change of `sender`.
     void react(std::span<const Reaction> reactions, toolkit::CControlUI& sender);
 

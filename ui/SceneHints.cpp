@@ -127,6 +127,14 @@ std::u16string nothingToEditText(int place) {
                              std::to_string(place + 1) + " with a video.");
 }
 
+std::u16string otherVideoText(const std::string& listed, const std::string& own) {
+    std::string text = "Edit Zones opens " + quoted(listed) + " here.";
+    if (!own.empty()) {
+        text += " This Branch's Zones opens " + quoted(own) + ".";
+    }
+    return core::displayText(text);
+}
+
 std::u16string unreadableVideoText(const std::string& path) {
     return core::displayText("The video " + quoted(core::fileName(path)) +
                              " could not be read: the file is missing or is not a Theora video.");

@@ -45,6 +45,9 @@ inline constexpr const char16_t* kUnreadableZoneHint =
 /// Why Edit Zones opened nothing for the video at `place` in its list, counted from 0.
 [[nodiscard]] std::u16string nothingToEditText(int place);
 
+/// That Edit Zones would open `listed`, and not the video of the branch on show, `own`.
+[[nodiscard]] std::u16string otherVideoText(const std::string& listed, const std::string& own);
+
 /// That the zone editor could not read the video `path`, whose folders are left out.
 [[nodiscard]] std::u16string unreadableVideoText(const std::string& path);
 

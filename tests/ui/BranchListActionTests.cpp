@@ -181,7 +181,8 @@ TEST_F(ActionList, AddsToTheEndOfTheBranchOnShow) {
     show();
     m_driver->click(u"ButtonAddAction");
     ASSERT_EQ(actions().GetCount(), 2);
-    EXPECT_EQ(actions().GetCurSel(), -1);
+    EXPECT_EQ(actions().GetCurSel(), 1);
+    EXPECT_TRUE(combo(1, u"ComboConditions").IsFocused());
     const auto action = scene().action(0, 1);
     EXPECT_EQ(action->Type(), 0);
     EXPECT_EQ(action->BranchID(), "");

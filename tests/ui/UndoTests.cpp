@@ -70,6 +70,9 @@ TEST_F(Undo, TakesBackEachStepWhereItHappenedAndDoesItAgain) {
     const auto pick = [this](const char16_t* name, int item) {
         return [this, name, item] { m_driver->pick(combo(29, name), item); };
     };
+    const auto press = [this](Key key, platform::Modifiers held) {
+        return [this, key, held] { m_driver->press(key, held); };
+    };
     const struct {
         std::u16string name;
         std::function<void()> edit;
@@ -89,6 +92,10 @@ TEST_F(Undo, TakesBackEachStepWhereItHappenedAndDoesItAgain) {
          },
          0, 29},
         {u"add action", [this] { m_driver->click(u"ButtonAddAction"); }, 0, 29},
+        {u"move action", press(Key::up, kControl), 0, 29},
+        {u"duplicate action", press(Key::d, kControl), 0, 29},
+        {u"move action", press(Key::down, kControl), 0, 29},
+        {u"move branch", press(Key::down, kControlShift), 0, -1},
         {u"add branch", [this] { m_driver->click(u"ButtonAddBranch"); }, 2, -1},
         {u"first branch", [this] { m_driver->click(u"CheckFirst"); }, 2, -1},
     };

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <limits>
 #include <utility>
 
 #include "scene/Action.h"
@@ -31,7 +30,6 @@ namespace {
 
 /// More rows than these are made anew rather than changed one by one.
 constexpr std::size_t kFewRows = 10;
-constexpr int kLastAction = std::numeric_limits<int>::max();
 
 } // namespace
 
@@ -174,28 +172,6 @@ bool ActionPresenter::waitsForZone() const {
                        [](const Shown& shown) { return shown.action.Type() == kConditionZone; });
 }
 
-void ActionPresenter::add() {
-    if (m_branch >= 0) {
-        m_session.addAction(m_branch);
-        select(-1);
-        reveal(kLastAction);
-    }
-}
-
-bool ActionPresenter::canRemove() const {
-    const auto* list = m_controls.find<CListUI>(kActionList);
-    return list != nullptr && m_branch >= 0 && list->GetCurSel() >= 0;
-}
-
-void ActionPresenter::removeSelected() {
-    if (canRemove()) {
-        const int number = m_controls.find<CListUI>(kActionList)->GetCurSel();
-        m_session.removeAction(m_branch, number);
-        select(-1);
-        reveal(number);
-    }
-}
-
 ActionPresenter::RowEdit ActionPresenter::rowEdit(CControlUI& sender) const {
     const int number = rowNumber(sender);
     const bool isRow =
@@ -271,25 +247,6 @@ void ActionPresenter::scrollTo(int offset) {
     if (auto* list = m_controls.find<CListUI>(kActionList)) {
         list->GetScrollBar().model().setOffset(offset);
         list->NeedUpdate();
-    }
-}
-
-void ActionPresenter::select(int number) {
-    if (auto* list = m_controls.find<CListUI>(kActionList)) {
-        list->SelectItem(number);
-    }
-}
-
-void ActionPresenter::go(int action) {
-    if (action >= 0) {
-        select(action); // if it is there
-        reveal(action);
-    }
-}
-
-void ActionPresenter::reveal(int number) {
-    if (auto* list = m_controls.find<CListUI>(kActionList)) {
-        list->revealRow(std::min(number, list->GetCount() - 1));
     }
 }
 

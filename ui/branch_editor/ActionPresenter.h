@@ -32,13 +32,8 @@ public:
     /// Whether an action of the branch on show waits for a zone.
     [[nodiscard]] bool waitsForZone() const;
 
-    /// Scrolls to an action and selects it; or to the last one when there are not as many. -1:
-    /// nothing happens.
-    void go(int action);
-    void add();
-    /// Whether a row is selected.
-    [[nodiscard]] bool canRemove() const;
-    void removeSelected();
+    [[nodiscard]] int offset() const; ///< how far the list is scrolled, in pixels
+    void scrollTo(int offset);
 
     // The author's changes in a row; the sender is the row's control.
     void chooseCondition(toolkit::CControlUI& sender);
@@ -67,11 +62,6 @@ private:
         int action;
     };
     [[nodiscard]] RowEdit rowEdit(toolkit::CControlUI& sender) const;
-    [[nodiscard]] int offset() const; ///< how far the list is scrolled, in pixels
-    void scrollTo(int offset);
-    void select(int number); ///< -1: none
-    /// Scrolls to an action, the last one for a number beyond.
-    void reveal(int number);
 
     Controls m_controls;
     scene::SceneSession& m_session;

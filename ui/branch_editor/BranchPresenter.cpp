@@ -9,7 +9,6 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "ui/branch_editor/ControlNames.h"
-#include "ui/branch_editor/FlagScope.h"
 
 namespace ui {
 
@@ -39,7 +38,7 @@ void BranchPresenter::changed(const scene::SceneSession::Changes& changes) {
     };
     if (concerns({Part::scene, Part::branches, Part::branchName})) {
         const int where = m_session.find(m_token);
-        listAgain(m_showsLast ? m_session.branchCount() - 1 : where >= 0 ? where : m_place);
+        listAgain(m_next >= 0 ? m_next : where >= 0 ? where : m_place);
     } else if (concerns({Part::firstBranch})) {
         showFirst();
     }
@@ -92,8 +91,28 @@ void BranchPresenter::showFirst() {
 }
 
 void BranchPresenter::add() {
-    const FlagScope adding(m_showsLast);
+    m_next = m_session.branchCount();
     m_session.addBranch();
+    m_next = -1;
+}
+
+void BranchPresenter::duplicate() {
+    m_next = shown() + 1;
+    m_session.duplicateBranch(shown());
+    m_next = -1;
+}
+
+void BranchPresenter::remove() {
+    m_session.removeBranch(shown());
+}
+
+bool BranchPresenter::canMove(int by) const {
+    const int branch = shown();
+    return branch >= 0 && branch + by >= 0 && branch + by < m_session.branchCount();
+}
+
+void BranchPresenter::move(int by) {
+    m_session.moveBranch(shown(), shown() + by);
 }
 
 void BranchPresenter::takeName() {

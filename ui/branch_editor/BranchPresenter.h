@@ -40,6 +40,13 @@ public:
     void show(int branch);
     /// Adds a branch and shows it.
     void add();
+    // Edits of the branch on show.
+    /// Shows the copy.
+    void duplicate();
+    /// Shows the one that takes its place.
+    void remove();
+    [[nodiscard]] bool canMove(int by) const;
+    void move(int by);
     /// Another branch was selected in the list, or the same one again.
     void showSelected();
     /// The name's edit was left: renames the branch, unless another one has that name.
@@ -63,7 +70,7 @@ private:
     int m_place = -1;                         ///< of the branch on show, and
     scene::SceneSession::BranchToken m_token; ///< which one it is, as edits may move it
     std::u16string m_shownName;               ///< what the program last put into the name's edit
-    bool m_showsLast = false;                 ///< the branch being added is to be shown
+    int m_next = -1;                          ///< where the branch being added will be
     bool m_again = false; ///< the program selects the branch that was on show before
     edit::Subscription m_subscription;
 };

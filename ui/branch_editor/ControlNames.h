@@ -10,6 +10,7 @@ inline constexpr std::u16string_view kBranchCombo = u"ComboBranchName";
 inline constexpr std::u16string_view kVideoCombo = u"ComboVideoName";
 inline constexpr std::u16string_view kNameEdit = u"EditBranchName";
 inline constexpr std::u16string_view kFirstCheck = u"CheckFirst";
+inline constexpr std::u16string_view kLeadsHereButton = u"";
 inline constexpr std::u16string_view kActionList = u"BranchList";
 
 inline constexpr std::u16string_view kSceneLabel = u"LabelScene";

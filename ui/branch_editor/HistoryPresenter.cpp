@@ -7,14 +7,14 @@
 #include "scene/SceneChange.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
-#include "ui/branch_editor/ActionPresenter.h"
 #include "ui/branch_editor/BranchPresenter.h"
+#include "ui/branch_editor/ChosenActions.h"
 
 namespace ui {
 
 HistoryPresenter::HistoryPresenter(Controls controls, scene::SceneSession& session,
                                    const std::string& folder, BranchPresenter& branches,
-                                   ActionPresenter& actions)
+                                   ChosenActions& actions)
     : m_session(session), m_branches(branches), m_actions(actions), m_state(controls),
       m_changes(session.observe([this](const auto&) { showState(); })),
       m_saves(session.observeSaves([this](bool good) {

@@ -13,8 +13,8 @@
 
 namespace ui {
 
-class ActionPresenter;
 class BranchPresenter;
+class ChosenActions;
 
 /// UI thread only.
 class HistoryPresenter {
@@ -22,7 +22,7 @@ public:
     /// `folder` is the scene's, ending in "\"; empty when the working directory is unknown. All
     /// else outlives the presenter.
     HistoryPresenter(Controls controls, scene::SceneSession& session, const std::string& folder,
-                     BranchPresenter& branches, ActionPresenter& actions);
+                     BranchPresenter& branches, ChosenActions& actions);
 
     // Both show the branch and the action that changed.
     void undo() { show(m_session.undo()); }
@@ -44,7 +44,7 @@ private:
 
     scene::SceneSession& m_session;
     BranchPresenter& m_branches;
-    ActionPresenter& m_actions;
+    ChosenActions& m_actions;
     SavedState m_state;
     std::optional<std::int64_t> m_savedAt;
     edit::Subscription m_changes;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
+#include <vector>
 
 #include "core/Text.h"
 #include "scene/SceneSession.h"
@@ -9,21 +11,72 @@
 
 namespace ui {
 
+namespace {
+
+/// "3 actions", then one of the two.
+std::string actionsThat(std::size_t count, const char* one, const char* several) {
+    return std::to_string(count) + (count == 1 ? " action " : " actions ") +
+           (count == 1 ? one : several);
+}
+
+bool hasBranch(const scene::SceneSession& session, const std::string& name) {
+    const std::vector<std::string> names = session.branchNames();
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+} // namespace
+
+StripOffer removalOffer(const scene::SceneSession& session, const std::string& name,
+                        std::function<void()> undo) {
+    std::string sentence = "Branch \"" + name + "\" removed.";
+    const std::size_t count = hasBranch(session, name) ? 0 : session.actionsLeadingTo(name).size();
+    if (count > 0) {
+        sentence += " " + actionsThat(count, "named it.", "named it.");
+    }
+    const auto text = [&session, revision = session.revision(),
+                       shown = core::displayText(sentence)]() {
+        return session.revision() == revision ? shown : std::u16string();
+    };
+    return {text, {{branch_list::kNoticeUndoButton, std::move(undo)}}};
+}
+
 StripOffer renameOffer(scene::SceneSession& session, int branch, const std::string& oldName) {
     const scene::SceneSession::BranchToken renamed = session.token(branch);
     const auto text = [&session, renamed, oldName]() -> std::u16string {
-        const std::vector<std::string> names = session.branchNames();
         const std::size_t count = session.actionsLeadingTo(oldName).size();
-        if (count == 0 || session.find(renamed) < 0 ||
-            std::find(names.begin(), names.end(), oldName) != names.end()) {
+        if (count == 0 || session.find(renamed) < 0 || hasBranch(session, oldName)) {
             return {};
         }
-        const char* const sentence =
-            count == 1 ? " action still names \"" : " actions still name \"";
-        return core::displayText(std::to_string(count) + sentence + oldName + "\".");
+        return core::displayText(actionsThat(count, "still names \"", "still name \"") + oldName +
+                                 "\".");
     };
     const auto update = [&session, renamed, oldName] {
         session.retarget(oldName, session.branchName(session.find(renamed)));
+    };
+    return {text, {{branch_list::kRetargetButton, update}}};
+}
+
+StripOffer zoneRenameOffer(scene::SceneSession& session, const std::string& video,
+                           std::vector<app_state::ScreenResult::Rename> renames,
+                           const std::function<void(StripOffer)>& show) {
+    while (!renames.empty() && session.actionsWaitingFor(video, renames.back().from).empty()) {
+        renames.pop_back();
+    }
+    if (renames.empty()) {
+        return {[] { return std::u16string(); }, {}};
+    }
+    const app_state::ScreenResult::Rename rename = renames.back();
+    renames.pop_back();
+    const auto text = [&session, video, rename]() -> std::u16string {
+        const std::size_t count = session.actionsWaitingFor(video, rename.from).size();
+        return count == 0 ? std::u16string()
+                          : core::displayText(actionsThat(count, "still names the zone \"",
+                                                          "still name the zone \"") +
+                                              rename.from + "\".");
+    };
+    const auto update = [&session, video, rename, renames, show] {
+        session.renameZone(video, rename.from, rename.to);
+        show(zoneRenameOffer(session, video, renames, show));
     };
     return {text, {{branch_list::kRetargetButton, update}}};
 }

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "app/state/ScreenState.h"
+
 namespace scene {
 class SceneSession;
 }
@@ -21,9 +23,19 @@ struct StripOffer {
     std::vector<std::pair<std::u16string_view, std::function<void()>>> answers;
 };
 
+/// To bring back the branch `name`, which has just been removed: until the next step.
+[[nodiscard]] StripOffer removalOffer(const scene::SceneSession& session, const std::string& name,
+                                      std::function<void()> undo);
+
 /// To have the actions that name a renamed branch by its old name lead to it again. The session
 /// outlives the offer.
 [[nodiscard]] StripOffer renameOffer(scene::SceneSession& session, int branch,
                                      const std::string& oldName);
+
+/// The same for the actions that wait for renamed zones of a video: for one name after the other,
+/// each of which `show` is called with once the one before is answered.
+[[nodiscard]] StripOffer zoneRenameOffer(scene::SceneSession& session, const std::string& video,
+                                         std::vector<app_state::ScreenResult::Rename> renames,
+                                         const std::function<void(StripOffer)>& show);
 
 } // namespace ui

@@ -69,9 +69,9 @@ void StripPresenter::showSaved(bool good) {
     update();
 }
 
-void StripPresenter::showLackOfZones(bool lacking) {
-    if (lacking != m_lacksZones) {
-        m_lacksZones = lacking;
+void StripPresenter::showZonesHint(const std::u16string& hint) {
+    if (hint != m_zonesHint) {
+        m_zonesHint = hint;
         update();
     }
 }
@@ -152,7 +152,7 @@ std::u16string StripPresenter::statusText() const {
     if (!m_nameHint.empty()) {
         return joinSentences({m_saved, m_nameHint});
     }
-    return joinSentences({m_saved, m_lacksZones ? std::u16string(kNoZonesHint) : m_usual});
+    return joinSentences({m_saved, m_zonesHint.empty() ? m_usual : m_zonesHint});
 }
 
 } // namespace ui

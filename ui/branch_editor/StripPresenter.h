@@ -31,8 +31,8 @@ public:
     [[nodiscard]] bool takeFreshNote() { return std::exchange(m_noteIsFresh, false); }
     /// A save ended; shown until the first change of the scene, or until the next save.
     void showSaved(bool good);
-    /// Whether an action waits for a zone of a video that has none.
-    void showLackOfZones(bool lacking);
+    /// What there is to know about the zones of the branch on show; empty for nothing.
+    void showZonesHint(const std::u16string& hint);
 
     /// Shows an offer in place of the one before, and of everything but copies, notes and problems.
     /// One that is not true changes nothing.
@@ -69,10 +69,10 @@ private:
     std::u16string m_note;
     std::u16string m_problem;
     std::u16string m_nameHint;
+    std::u16string m_zonesHint;
     std::optional<StripOffer> m_offer;
     bool m_isOfferShown = false;
     bool m_noteIsFresh = false;
-    bool m_lacksZones = false;
     edit::Subscription m_subscription;
 };
 

@@ -126,7 +126,7 @@ std::string VideoPresenter::shownName() const {
 void VideoPresenter::show(int branch) {
     m_branch = branch;
     auto* combo = m_controls.find<toolkit::CComboUI>(kVideoCombo);
-    const std::string own = branch >= 0 ? m_session.video(branch) : std::string();
+    const std::string own = ownVideo();
     if (combo != nullptr && !own.empty()) {
         const FlagScope showing(m_isShowing);
         combo->SelectItem(indexOfText(m_videos, own));
@@ -184,18 +184,27 @@ bool VideoPresenter::lacksZones() const {
 }
 
 void VideoPresenter::showOwnVideo() {
-    const std::string own = m_branch >= 0 ? m_session.video(m_branch) : std::string();
+    const std::string own = ownVideo();
     const bool differs = m_branch >= 0 && (own.empty() || selected() < 0 || shownName() != own);
     m_controls.setText(kOwnVideo, ownVideoText(own));
     m_controls.setVisible(kOwnVideo, differs);
     m_controls.setVisible(kZonesHint, !differs);
 }
 
+std::string VideoPresenter::ownVideo() const {
+    return m_branch >= 0 && m_branch < m_session.branchCount() ? m_session.video(m_branch)
+                                                               : std::string();
+}
+
 std::string VideoPresenter::videoToEdit() const {
     // The video's place in its list picks a branch, whose video is taken. Where the two lists are
     // ordered differently this is another video than the one shown. Intended.
-    const std::string name = m_session.video(selected());
-    return name.empty() ? name : m_folder + name;
+    return m_session.video(selected());
+}
+
+std::string VideoPresenter::videoAhead() const {
+    const int branch = selected();
+    return branch >= 0 && branch < m_session.branchCount() ? videoToEdit() : std::string();
 }
 
 } // namespace ui

@@ -50,8 +50,15 @@ public:
     [[nodiscard]] bool lacksZones() const;
     /// The selected item of the list, -1 when there is none.
     [[nodiscard]] int selected() const;
-    /// What Edit Zones opens: a path, or empty when there is nothing to open.
+    /// The video that Edit Zones opens; empty, and logged if there is no such branch, when there is
+    /// nothing to open.
     [[nodiscard]] std::string videoToEdit() const;
+    /// The same before that is asked for: logs nothing.
+    [[nodiscard]] std::string videoAhead() const;
+    /// The own video of the branch on show; empty for none.
+    [[nodiscard]] std::string ownVideo() const;
+    /// The name in the list; empty for none.
+    [[nodiscard]] std::string shownName() const;
 
 private:
     void changed(const scene::SceneSession::Changes& changes);
@@ -64,7 +71,6 @@ private:
     void readShownZones();
     /// Says when the list shows another video than the branch has.
     void showOwnVideo();
-    [[nodiscard]] std::string shownName() const;
 
     Controls m_controls;
     scene::SceneSession& m_session;

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "platform/Event.h"
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
 #include "ui/commands/ContextMenu.h"
@@ -11,10 +12,19 @@ namespace ui {
 
 namespace command {
 inline constexpr std::string_view kAddBranch = "addBranch";
+inline constexpr std::string_view kBranchUp = "branchUp";
+inline constexpr std::string_view kBranchDown = "branchDown";
+inline constexpr std::string_view kDuplicateBranch = "duplicateBranch";
+inline constexpr std::string_view kRemoveBranch = "removeBranch";
+inline constexpr std::string_view kLeadsHere = "leadsHere";
 inline constexpr std::string_view kAddVideo = "addVideo";
 inline constexpr std::string_view kEditZones = "editZones";
+inline constexpr std::string_view kEditBranchZones = "editBranchZones";
 inline constexpr std::string_view kAddAction = "addAction";
 inline constexpr std::string_view kRemoveAction = "removeAction";
+inline constexpr std::string_view kActionUp = "actionUp";
+inline constexpr std::string_view kActionDown = "actionDown";
+inline constexpr std::string_view kDuplicateAction = "duplicateAction";
 inline constexpr std::string_view kRetarget = "retarget";
 inline constexpr std::string_view kOpenAnother = "openAnother";
 } // namespace command
@@ -29,14 +39,60 @@ inline constexpr Command kBranchEditorCommands[] = {
      u"Add a branch to the scene"},
     {.id = command::kRename, .group = kBranchEditor, .text = u"Rename the Branch", .keys = {{kF2}}},
     {.id = command::kFind, .group = kBranchEditor, .text = u"Find a Branch", .keys = {{kCtrlF}}},
+    {command::kBranchUp,
+     kBranchEditor,
+     u"Branch one place up",
+     {},
+     u"Branch one place up",
+     {{{platform::Key::up, {.shift = true, .control = true}}}},
+     true},
+    {command::kBranchDown,
+     kBranchEditor,
+     u"Branch one place down",
+     {},
+     u"Branch one place down",
+     {{{platform::Key::down, {.shift = true, .control = true}}}},
+     true},
+    {command::kDuplicateBranch, kBranchEditor, u"Duplicate Branch", {}, u"Duplicate this branch"},
+    {command::kRemoveBranch,
+     kBranchEditor,
+     u"Remove Branch",
+     {},
+     u"Remove this branch; Undo brings it back"},
+    {command::kLeadsHere, kBranchEditor, u"Who Leads Here", {}, u"Which actions lead here"},
     {command::kAddVideo, kBranchEditor, u"Add Video…", u"ButtonAddVideo",
      u"Copy Theora videos into the scene"},
     {command::kEditZones, kBranchEditor, u"Edit Zones", u"ButtonEditZones",
-     u"Draw the zones of this video"},
+     u"Draw the zones of this video: %s"},
+    {command::kEditBranchZones,
+     kBranchEditor,
+     u"This Branch's Zones",
+     {},
+     u"Draw the zones of this branch's video"},
     {command::kAddAction, kBranchEditor, u"Add Action", u"ButtonAddAction",
      u"Add an action to this branch"},
     {command::kRemoveAction, kBranchEditor, u"Remove Action", u"ButtonRemoveAction",
      u"Remove the chosen action"},
+    {command::kActionUp,
+     kBranchEditor,
+     u"Action one place up",
+     {},
+     u"Action one place up (Ctrl+Up)",
+     {{{platform::Key::up, {.control = true}}}},
+     true},
+    {command::kActionDown,
+     kBranchEditor,
+     u"Action one place down",
+     {},
+     u"Action one place down (Ctrl+Down)",
+     {{{platform::Key::down, {.control = true}}}},
+     true},
+    {command::kDuplicateAction,
+     kBranchEditor,
+     u"Duplicate Action",
+     {},
+     u"Duplicate the chosen action (Ctrl+D)",
+     {{{platform::Key::d, {.control = true}}}}},
     kUndoCommand,
     kRedoCommand,
     kMenuCommand,
@@ -58,9 +114,15 @@ inline constexpr std::string_view kBranchEditorMenu[] = {
     command::kOpenAnother, command::kLine, command::kEarlierVersions, command::kLine,
     command::kSettings,    command::kKeys, command::kManual};
 
-inline constexpr std::string_view kBranchRows[] = {command::kAddBranch, command::kRename};
-inline constexpr std::string_view kVideoRows[] = {command::kAddVideo, command::kEditZones};
-inline constexpr std::string_view kActionRows[] = {command::kAddAction, command::kRemoveAction};
+inline constexpr std::string_view kBranchRows[] = {
+    command::kAddBranch, command::kRename,          command::kLine,
+    command::kBranchUp,  command::kBranchDown,      command::kLeadsHere,
+    command::kLine,      command::kDuplicateBranch, command::kRemoveBranch};
+inline constexpr std::string_view kVideoRows[] = {command::kAddVideo, command::kLine,
+                                                  command::kEditBranchZones, command::kEditZones};
+inline constexpr std::string_view kActionRows[] = {
+    command::kAddAction,       command::kLine, command::kActionUp,    command::kActionDown,
+    command::kDuplicateAction, command::kLine, command::kRemoveAction};
 inline constexpr ContextMenu kBranchEditorContexts[] = {
     {u"ComboBranchName", kBranchRows},
     {u"EditBranchName", kBranchRows},

@@ -1,0 +1,144 @@
+// The parts of the branch editor and the commands that reach them.
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/state/SharedServices.h"
+#include "core/Text.h"
+#include "core/Translations.h"
+#include "scene/SceneSession.h"
+#include "ui/BranchListParts.h"
+#include "ui/Controls.h"
+#include "ui/NameList.h"
+#include "ui/WindowContext.h"
+#include "ui/branch_editor/ActionValues.h"
+#include "ui/branch_editor/ControlNames.h"
+#include "ui/commands/BranchEditorCommands.h"
+#include "ui/commands/CommandSet.h"
+#include "ui/commands/CommonCommands.h"
+
+namespace ui {
+
+using namespace branch_list;
+
+namespace {
+
+NameList conditionNames(const app_state::SharedServices& services) {
+    std::vector<std::string> names;
+    for (const char* key : kConditionKeys) {
+        names.push_back(services.translations ? services.translations->translate(key) : key);
+    }
+    return NameList(std::move(names));
+}
+
+} // namespace
+
+BranchList::Parts::Parts(BranchList& window)
+    : session(*window.context().services.sceneSession),
+      conditions(conditionNames(window.context().services)),
+      branches(window.controls(), session, window),
+      videos(window.controls(), session, window.m_folder, window),
+      actions(window.controls(), session, {conditions, letters, videos.zones(), branches.names()}),
+      chosen(window.controls(), session, branches), strip(window.controls(), session),
+      history(window.controls(), session, window.m_folder, branches, chosen),
+      leads(window.controls(), session,
+            [this](const auto& place) {
+                branches.show(place.branch);
+                chosen.go(place.action);
+            }),
+      visit({session, window.m_folder, window.context().state, branches, actions, chosen, videos}),
+      draftProblem(window.controls(), window.context().services.drafts.get()),
+      adder(window.context().gui, videos, window.m_folder, window) {}
+
+void BranchList::bindCommands() {
+    Parts& parts = *m_parts;
+    const auto free = [this] { return isFree(); };
+    CommandSet& commands = this->commands();
+    commands.bind(
+        command::kSave, [this] { save(); }, free);
+    commands.bind(
+        command::kStop, [this] { stop(); }, [this] { return canStop(); });
+    commands.bind(command::kMenu, [this] { showMenu(kBranchEditorMenu); });
+    commands.bind(
+        command::kOpenAnother, [this] { openAnother(); },
+        [this, free] { return free() && !isWorkAtRisk(); });
+    commands.bind(
+        command::kEarlierVersions, [this] { showVersions(); }, free);
+    commands.bind(
+        command::kAddVideo, [this, &parts] { parts.adder.ask(*this); }, free);
+    commands.bind(
+        command::kEditZones, [this] { editZones(); },
+        [this, &parts] {
+            return isFree() && parts.branches.shown() >= 0 && parts.videos.selected() >= 0;
+        },
+        [&parts] { return core::displayText(parts.videos.videoAhead()); });
+    commands.bind(
+        command::kEditBranchZones, [this] { editBranchZones(); },
+        [this, &parts] { return isFree() && !parts.videos.ownVideo().empty(); });
+}
+
+void BranchList::bindBranches() {
+    Parts& parts = *m_parts;
+    CommandSet& commands = this->commands();
+    commands.bind(
+        command::kAddBranch, [&parts] { parts.branches.add(); }, [this] { return isFree(); });
+    commands.bind(
+        command::kRename, [this] { controls().startTyping(kNameEdit); },
+        [this, &parts] { return isFree() && parts.session.branchCount() > 0; });
+    const auto isShown = [this, &parts] { return isFree() && parts.branches.shown() >= 0; };
+    commands.bind(
+        command::kDuplicateBranch, [&parts] { parts.branches.duplicate(); }, isShown);
+    commands.bind(
+        command::kRemoveBranch, [this] { removeBranch(); }, isShown);
+    commands.bind(
+        command::kLeadsHere, [&parts] { parts.leads.open(); },
+        [this, &parts] { return isFree() && parts.leads.areThere(); });
+    for (const auto& [id, by] : {std::pair{command::kBranchUp, -1}, {command::kBranchDown, 1}}) {
+        commands.bind(
+            id, [&parts, by = by] { parts.branches.move(by); },
+            [this, &parts, by = by] { return isFree() && parts.branches.canMove(by); });
+    }
+}
+
+void BranchList::bindActions() {
+    Parts& parts = *m_parts;
+    CommandSet& commands = this->commands();
+    commands.bind(
+        command::kAddAction, [&parts] { parts.chosen.add(); },
+        [this, &parts] { return isFree() && parts.session.branchCount() > 0; });
+    commands.bind(
+        command::kRemoveAction, [this] { removeActions(); },
+        [this, &parts] { return isFree() && !parts.chosen.selected().empty(); });
+    commands.bind(
+        command::kDuplicateAction, [&parts] { parts.chosen.duplicate(); },
+        [this, &parts] { return isFree() && !parts.chosen.rows().empty(); });
+    for (const auto& [id, by] : {std::pair{command::kActionUp, -1}, {command::kActionDown, 1}}) {
+        commands.bind(
+            id, [&parts, by = by] { parts.chosen.move(by); },
+            [this, &parts, by = by] { return isFree() && parts.chosen.canMove(by); });
+    }
+}
+
+void BranchList::bindHistory() {
+    HistoryPresenter& history = m_parts->history;
+    StripPresenter& strip = m_parts->strip;
+    // A name that was refused when the button was pressed is what the author takes back.
+    commands().bind(
+        command::kUndo,
+        [&history, &strip] {
+            if (!strip.takeFreshNote()) {
+                history.undo();
+            }
+        },
+        [this, &history] { return isFree() && history.canUndo(); },
+        [&history] { return history.undoName(); });
+    commands().bind(
+        command::kRedo, [&history] { history.redo(); },
+        [this, &history] { return isFree() && history.canRedo(); },
+        [&history] { return history.redoName(); });
+    commands().bind(command::kNoticeUndo, [&strip] { strip.answer(kNoticeUndoButton); });
+    commands().bind(command::kRetarget, [&strip] { strip.answer(kRetargetButton); });
+    commands().bind(command::kCloseNotice, [&strip] { strip.closeOffer(); });
+}
+
+} // namespace ui

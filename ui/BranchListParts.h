@@ -1,0 +1,39 @@
+// What the branch editor's window is made of. Used by its sources only.
+#pragma once
+
+#include "scene/SceneSession.h"
+#include "ui/BranchList.h"
+#include "ui/DraftProblem.h"
+#include "ui/NameList.h"
+#include "ui/branch_editor/ActionPresenter.h"
+#include "ui/branch_editor/ActionValues.h"
+#include "ui/branch_editor/BranchPresenter.h"
+#include "ui/branch_editor/ChosenActions.h"
+#include "ui/branch_editor/HistoryPresenter.h"
+#include "ui/branch_editor/LeadsPresenter.h"
+#include "ui/branch_editor/StripPresenter.h"
+#include "ui/branch_editor/VideoAdder.h"
+#include "ui/branch_editor/VideoPresenter.h"
+#include "ui/branch_editor/ZoneVisit.h"
+
+namespace ui {
+
+struct BranchList::Parts {
+    explicit Parts(BranchList& window);
+
+    scene::SceneSession& session;
+    NameList conditions;
+    NameList letters{keyLetters()};
+    BranchPresenter branches;
+    VideoPresenter videos;
+    ActionPresenter actions;
+    ChosenActions chosen;
+    StripPresenter strip;
+    HistoryPresenter history;
+    LeadsPresenter leads;
+    ZoneVisit visit;
+    DraftProblem draftProblem;
+    VideoAdder adder;
+};
+
+} // namespace ui

@@ -1,0 +1,40 @@
+// Who leads to the branch on show: how many actions do, and the list from which the author can go
+// to each of them. Used by the branch editor.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "edit/Observers.h"
+#include "scene/SceneSession.h"
+#include "ui/Controls.h"
+
+namespace ui {
+
+/// UI thread only.
+class LeadsPresenter {
+public:
+    using Place = scene::SceneSession::ActionPlace;
+
+    /// The session outlives it. `go` shows an action.
+    LeadsPresenter(Controls controls, scene::SceneSession& session,
+                   std::function<void(const Place& place)> go);
+
+    /// -1: no branch is on show.
+    void show(int branch);
+    [[nodiscard]] bool areThere() const { return !m_places.empty(); }
+    /// Opens the list at its button.
+    void open();
+
+private:
+    void read();
+
+    Controls m_controls;
+    scene::SceneSession& m_session;
+    std::function<void(const Place&)> m_go;
+    int m_branch = -1;
+    std::vector<Place> m_places;
+    edit::Subscription m_subscription;
+};
+
+} // namespace ui
