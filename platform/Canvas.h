@@ -25,6 +25,8 @@ public:
     /// Narrows the clip to `rect`; each push needs one pop. ClipScope pairs them.
     virtual void pushClip(const Rect& rect) = 0;
     virtual void popClip() = 0;
+    /// How many pixels of the screen one window pixel is wide.
+    [[nodiscard]] virtual double scale() const { return 1; }
 
     /// Fills with `color`, blended by its alpha.
     virtual void fillRect(const Rect& rect, Color color) = 0;
@@ -43,6 +45,10 @@ public:
     /// Stretches the whole bitmap onto `target`, smoothly, blended by alpha. Much reduced ones take
     /// time by their own size.
     virtual void drawStill(const Bitmap& still, const Rect& target) = 0;
+    /// Lays `color` on `target`, by the alpha that `source` of the mask has there; as it is where
+    /// the sizes are the same, else smoothly.
+    virtual void drawMask(const Bitmap& mask, const Rect& source, const Rect& target,
+                          Color color) = 0;
     /// One line of text, centred from top to bottom in `box` and clipped to it.
     virtual void drawText(std::u16string_view text, const Rect& box, FontHandle font, Color color,
                           TextAlign align) = 0;

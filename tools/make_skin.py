@@ -22,6 +22,7 @@ from vector.canvas import Image
 
 FOLDER = pathlib.Path(__file__).resolve().parent.parent / "data" / "UI"
 ICON_FOLDER = FOLDER.parent / "icon"
+ICON_TABLE = "Icons.txt"
 
 MUTED, WINDOW, SURFACE = "#465362", "#F3F5F8", "#FFFFFF"
 LINE, EDGE = "#D3DAE2", "#7C8A9A"
@@ -30,32 +31,39 @@ SELECTED, HOT, OFF = "#C1E3FF", "#E9F5FF", "#98A4B1"
 DANGER, DANGER_HOVER, DANGER_PRESSED = "#A8221B", "#FCECEA", "#F6D5D2"
 QUESTION, CHECK_OFF, CHEVRON_OFF = "#33475B", "#C9D1DA", "#B9C3CE"
 THUMB_HOVER = "#596675"
+WARNING, GOOD = "#B97A0A", "#1B6B3C"
 
-# State: (fill, edge, icon) for each kind of button.
+# State: (fill, edge) for each kind of button.
 SECONDARY = {
-    "Normal": (SURFACE, EDGE, MUTED),
-    "Hover": (HOT, ACCENT, ACCENT_PRESSED),
-    "Click": (SELECTED, ACCENT_PRESSED, ACCENT_PRESSED),
-    "Inactive": (WINDOW, LINE, OFF),
+    "Normal": (SURFACE, EDGE),
+    "Hover": (HOT, ACCENT),
+    "Click": (SELECTED, ACCENT_PRESSED),
+    "Inactive": (WINDOW, LINE),
+    "Chosen": (SELECTED, ACCENT),
 }
 PRIMARY = {
-    "Normal": (ACCENT, ACCENT, SURFACE),
-    "Hover": (ACCENT_HOVER, ACCENT_HOVER, SURFACE),
-    "Click": (ACCENT_PRESSED, ACCENT_PRESSED, SURFACE),
-    "Inactive": ("#E1E6EC", LINE, OFF),
+    "Normal": (ACCENT, ACCENT),
+    "Hover": (ACCENT_HOVER, ACCENT_HOVER),
+    "Click": (ACCENT_PRESSED, ACCENT_PRESSED),
+    "Inactive": ("#E1E6EC", LINE),
 }
-DANGEROUS = {
-    "Normal": (SURFACE, EDGE, DANGER),
-    "Hover": (DANGER_HOVER, DANGER, DANGER),
-    "Click": (DANGER_PRESSED, DANGER, DANGER),
-    "Inactive": SECONDARY["Inactive"],
+DANGEROUS = {"Hover": (DANGER_HOVER, DANGER), "Click": (DANGER_PRESSED, DANGER)}  # else as SECONDARY
+# The colours of icons: at rest, under the pointer, pressed, inactive, chosen.
+TINTS = {
+    "button": (MUTED, ACCENT_PRESSED, ACCENT_PRESSED, OFF, ACCENT_PRESSED),
+    "primary": (SURFACE, SURFACE, SURFACE, OFF, SURFACE),
+    "danger": (DANGER, DANGER, DANGER, OFF, DANGER),
+    "flag": (MUTED, MUTED, MUTED, OFF, ACCENT),
+    "accent": (ACCENT, ACCENT, ACCENT, OFF, ACCENT),
+    "muted": (MUTED, MUTED, MUTED, OFF, MUTED),
+    "warning": (WARNING, WARNING, WARNING, OFF, WARNING),
+    "good": (GOOD, GOOD, GOOD, OFF, GOOD),
+    "off": (OFF, OFF, OFF, OFF, OFF),
+    "question": (QUESTION, QUESTION, QUESTION, OFF, QUESTION),
 }
-FLAT = {  # neither fill nor edge until it is under the pointer
-    "Normal": (None, None, MUTED),
-    "Hover": SECONDARY["Hover"],
-    "Click": SECONDARY["Click"],
-    "Inactive": (None, None, OFF),
-}
+SCALES = (100, 125, 150, 200, 300)  # percent, for which icons are drawn
+SHEET_COLUMNS = 12
+
 FIELD = {
     "Normal": (SURFACE, EDGE),
     "Hover": (SURFACE, ACCENT),
@@ -86,13 +94,9 @@ def flat(colour, width=3, height=3):
     return image
 
 
-def button(width, height, look, icon=None, place=(0, 0)):
-    fill, edge, colour = look
-    image = Image(width, height)
-    if fill:
-        framed(image, 0, 0, width, height, fill, edge)
-    if icon:
-        skin_icons.draw(image, icon, place[0], place[1], colour)
+def button(look, height=25):
+    image = Image(16, height)
+    framed(image, 0, 0, 16, height, *look)
     return image
 
 
@@ -115,14 +119,7 @@ def box(image, x, y, state):
     fill, edge, tick = BOX[state]
     framed(image, x, y, 18, 18, fill, edge)
     if tick:
-        skin_icons.draw(image, "Tick", x + 1, y + 1, tick)
-    return image
-
-
-def flag_check(state):
-    image = box(Image(64, 25), 0, 4, state)
-    colour = OFF if "Inactive" in state else ACCENT if "Click" in state else MUTED
-    skin_icons.draw(image, "First", 24, 5, colour)
+        skin_icons.draw(image, "Check", x + 1, y + 1, tick)
     return image
 
 
@@ -154,12 +151,6 @@ def thumb(colour):
     return image
 
 
-def icon(name, size, colour, scale=1.0):
-    image = Image(size, size)
-    skin_icons.draw(image, name, 0, 0, colour, scale)
-    return image
-
-
 def tab(fill, top=None):
     """The head of a page; the chosen one is open below and has a bar on its upper edge."""
     image = Image(16, 32)
@@ -172,29 +163,9 @@ def tab(fill, top=None):
 
 
 def buttons():
-    for kind, looks, icons in (("Button", SECONDARY, ("Add", "Exit", "Close", "Zone", "Undo")),
-                               ("Primary", PRIMARY, ("Save", "Open", "History")),
-                               ("Danger", DANGEROUS, ("Remove",))):
+    for kind, looks in (("Button", SECONDARY), ("Primary", PRIMARY), ("Danger", DANGEROUS)):
         for state, look in looks.items():
-            if kind != "Danger":
-                yield kind + state, button(16, 25, look)
-            for name in icons:
-                yield kind + name + state, button(48, 25, look, name, (14, 5))
-    for kind, name, looks in (("Icon", "Add", SECONDARY), ("Icon", "Remove", DANGEROUS), ("Icon", "Undo", SECONDARY),
-                              ("Icon", "Redo", SECONDARY), ("Icon", "More", SECONDARY), ("Flat", "Close", FLAT)):
-        for state, look in looks.items():
-            yield kind + name + state, button(28, 25, look, name, (6, 5))
-
-
-def tiles():
-    chosen = (SELECTED, ACCENT, ACCENT_PRESSED)
-    for name in ("Move", "AddPoint", "AddMultiPoint", "DeletePoint"):
-        for state, look in [*SECONDARY.items(), ("Chosen", chosen)]:
-            yield "Tool" + name + state, button(64, 60, look, name, (20, 10))
-    yield "TileChosen", button(16, 25, chosen)
-    for name in ("Previous10", "Previous", "Next", "Next10"):
-        for state, look in SECONDARY.items():
-            yield "Step" + name + state, button(40, 60, look, name, (12, 14))
+            yield kind + state, button(look)
 
 
 def tabs():
@@ -205,16 +176,14 @@ def tabs():
 def fields():
     for state in FIELD:
         yield "Combo" + state, combo(state)
-        fill, edge = FIELD[state]
         if state != "Click":
-            yield "Edit" + state, button(16, 25, (fill, edge, None))
+            yield "Edit" + state, button(FIELD[state])
     for state, colour in (("Normal", SURFACE), ("Selected", SELECTED), ("Hover", HOT)):
         yield "ComboItem" + state, flat(colour)
     for state in ("Normal", "Hover", "Click", "Inactive"):
         yield "Option" + state, box(Image(18, 18), 0, 0, state)
     for state in BOX:
         yield "Check" + state, box(Image(44, 25), 0, 4, state)
-        yield "CheckFirst" + state, flag_check(state)
 
 
 def parts():
@@ -229,19 +198,44 @@ def parts():
     notice = Image(12, 12)
     framed(notice, 0, 0, 12, 12, HOT, ACCENT)
     yield "Notice", notice
-    for name in ("Mark", "Note", "History"):
-        yield name, icon(name, 16, ACCENT)
-    for name in ("History", "Gear", "Book", "Tick", "Open"):
-        for state in ("Normal", "Inactive"):
-            yield "Menu" + name + state, icon(name, 16, SECONDARY[state][2])
-    for name, piece in (("With", "Add"), ("Without", "Remove"), ("Other", "Note")):
-        yield "Version" + name, icon(piece, 16, MUTED)
     cap = Image(12, 12)
     framed(cap, 0, 0, 12, 12, EDGE, EDGE)
     cap.fill(path.rounded(1, 1, 10, 9, 2), SURFACE)
     yield "KeyCap", cap
-    yield "Question", icon("Question", 32, QUESTION)
-    yield "EmptyScenes", icon("Open", 32, OFF, 2.0)
+
+
+def icons():
+    """(name, x, y, side) of every icon in the sheets at 100 percent. All are multiples of 4, so that
+    they fall on whole pixels at every scale."""
+    x = y = row = 0
+    for name, side in skin_icons.names():
+        if x + side > SHEET_COLUMNS * 16:
+            x, y, row = 0, y + row, 0
+        yield name, x, y, side
+        x, row = x + side, max(row, side)
+
+
+def sheet(percent):
+    """The masks of all icons at one scale."""
+    places = list(icons())
+    height = max(y + side for _, _, y, side in places)
+    mask = skin_icons.Mask(SHEET_COLUMNS * 16 * percent // 100, height * percent // 100)
+    for name, x, y, _ in places:
+        mask.draw(name, x * percent // 100, y * percent // 100, percent / 100)
+    return mask
+
+
+def icon_table():
+    lines = ["# The skin's icons and their colours: at rest, under the pointer, pressed, inactive, chosen."]
+    lines += ["scale " + " ".join(str(percent) for percent in SCALES)]
+    lines += [f"tint {name} " + " ".join(colours) for name, colours in TINTS.items()]
+    lines += [f"icon {name} {x} {y} {side}" for name, x, y, side in icons()]
+    return "\n".join(lines) + "\n"
+
+
+def sheets():
+    for percent in SCALES:
+        yield f"Icons{percent}", sheet(percent)
 
 
 def template(boxes, lines):
@@ -266,7 +260,7 @@ def templates():
 
 def images():
     """Every image as (file name, Image)."""
-    for group in (buttons, tiles, tabs, fields, parts, templates):
+    for group in (buttons, tabs, fields, parts, templates, sheets):
         for name, image in group():
             yield name + ".png", image
 
@@ -274,6 +268,8 @@ def images():
 def check():
     wrong = [f"{name}: differs from its description" for name, data in program_icon.files(ACCENT, SURFACE)
              if (ICON_FOLDER / name).read_bytes() != data]
+    if (FOLDER / ICON_TABLE).read_text(encoding="ascii") != icon_table():
+        wrong.append(f"{ICON_TABLE}: differs from its description")
     wanted = set()
     for name, image in images():
         wanted.add(name)
@@ -309,6 +305,7 @@ def main(arguments):
     for name, image in images():
         (FOLDER / name).write_bytes(png.encode(image.width, image.height, image.rgba()))
         count += 1
+    (FOLDER / ICON_TABLE).write_text(icon_table(), encoding="ascii")
     ICON_FOLDER.mkdir(parents=True, exist_ok=True)
     for name, data in program_icon.files(ACCENT, SURFACE):
         (ICON_FOLDER / name).write_bytes(data)

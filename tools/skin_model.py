@@ -86,6 +86,12 @@ class Skin:
     def __init__(self, folder):
         self.folder = pathlib.Path(folder)
         self.images = sorted(file.name for file in self.folder.glob("*.png"))
+        self.icons = {"icon": {}, "tint": {}, "scale": {}}  # the lines of Icons.txt, by their first two words
+        table = self.folder / "Icons.txt"
+        for line in table.read_text(encoding="utf-8").splitlines() if table.exists() else ():
+            kind, *words = line.split() or ("",)
+            if kind in self.icons:
+                self.icons[kind].update({word: words for word in (words if kind == "scale" else words[:1])})
         self._pixels = {}
 
     def layout(self, name):

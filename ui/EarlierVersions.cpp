@@ -59,9 +59,10 @@ std::unique_ptr<toolkit::CControlUI> differenceRow(const Line& line) {
     icon->SetFixedWidth(kIconSide);
     icon->SetFixedHeight(kIconSide);
     icon->SetPadding({11, 0, 10, 0});
-    icon->SetAttribute(u"bkimage", line.kind == Line::Kind::with      ? u"file='VersionWith.png'"
-                                   : line.kind == Line::Kind::without ? u"file='VersionWithout.png'"
-                                                                      : u"file='VersionOther.png'");
+    icon->SetAttribute(u"icontint", u"muted");
+    icon->SetIcon(line.kind == Line::Kind::with      ? u"Add"
+                  : line.kind == Line::Kind::without ? u"Remove"
+                                                     : u"Note");
     auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
     layout->Add(std::move(icon));
     layout->Add(label(core::displayText(line.text), 0, false));

@@ -153,6 +153,26 @@ void RasterCanvas::drawStill(const Bitmap& still, const Rect& target) {
     raster::drawStill(still, m_target, target, clip());
 }
 
+void RasterCanvas::drawMask(const Bitmap& mask, const Rect& source, const Rect& target,
+                            Color color) {
+    const Rect part = source.intersected({0, 0, mask.size().width, mask.size().height});
+    if (part.isEmpty() || part != source || target.intersected(clip()).isEmpty()) {
+        return;
+    }
+    Bitmap colored(part.size());
+    const std::uint32_t pixel = premultiply(color);
+    for (int y = 0; y < part.height(); ++y) {
+        const std::uint32_t* from = mask.row(part.top + y) + part.left;
+        std::transform(from, from + part.width(), colored.row(y),
+                       [pixel](std::uint32_t cover) { return scalePixel(pixel, cover >> 24U); });
+    }
+    if (part.size() == target.size()) {
+        drawBitmap(colored, {0, 0, part.width(), part.height()}, target);
+    } else {
+        raster::drawStill(colored, m_target, target, clip());
+    }
+}
+
 void RasterCanvas::drawText(std::u16string_view text, const Rect& box, FontHandle font, Color color,
                             TextAlign align) {
     const Rect visible = box.intersected(clip());

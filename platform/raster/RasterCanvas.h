@@ -34,6 +34,8 @@ public:
     void drawEllipse(const Rect& box, Color outline, Color fill) override;
     void fillPath(const Path& path, Color color) override;
     void drawStill(const Bitmap& still, const Rect& target) override;
+    /// Draws nothing for a `source` that is not inside the mask.
+    void drawMask(const Bitmap& mask, const Rect& source, const Rect& target, Color color) override;
     void drawText(std::u16string_view text, const Rect& box, FontHandle font, Color color,
                   TextAlign align) override;
 

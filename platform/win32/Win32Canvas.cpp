@@ -73,6 +73,12 @@ void Win32Canvas::fillPath(const Path& path, Color color) {
     RasterCanvas::fillPath(path, color);
 }
 
+void Win32Canvas::drawMask(const Bitmap& mask, const Rect& source, const Rect& target,
+                           Color color) {
+    GdiFlush();
+    RasterCanvas::drawMask(mask, source, target, color);
+}
+
 void Win32Canvas::drawStill(const Bitmap& still, const Rect& target) {
     GdiFlush();
     RasterCanvas::drawStill(still, target);

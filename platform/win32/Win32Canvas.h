@@ -20,6 +20,7 @@ public:
     void drawEllipse(const Rect& box, Color outline, Color fill) override;
     void fillPath(const Path& path, Color color) override;
     void drawStill(const Bitmap& still, const Rect& target) override;
+    void drawMask(const Bitmap& mask, const Rect& source, const Rect& target, Color color) override;
 
 private:
     void applyClip() const;

@@ -119,3 +119,15 @@ TEST_F(RasterCanvasTest, DrawsLinesAndEllipsesInsideTheClipOnly) {
     m_canvas.drawEllipse({-40000, 0, 40000, 20}, kRed, kRed);
     EXPECT_EQ(m_bitmap.at(9, 9), kBlue);
 }
+
+TEST_F(RasterCanvasTest, ColorsMasksByTheirAlpha) {
+    Bitmap mask({3, 2});
+    mask.row(1)[1] = mask.row(1)[2] = 0xFFFFFFFF;
+    m_canvas.drawMask(mask, {1, 0, 3, 2}, {4, 4, 6, 6}, kRed);
+    EXPECT_EQ(countOf(kRed), 2);
+    EXPECT_EQ(m_bitmap.at(4, 5), kRed);
+    m_canvas.drawMask(mask, {1, 1, 3, 2}, {10, 10, 14, 14}, kBlue); // enlarged
+    EXPECT_EQ(countOf(kBlue), 16);
+    m_canvas.drawMask(mask, {2, 0, 4, 2}, {0, 0, 2, 2}, kBlue); // not all of it is in the mask
+    EXPECT_EQ(countOf(kBlue), 16);
+}

@@ -107,32 +107,37 @@ TEST_F(Paint, ShowsTheStateOfButtonsAndOptions) {
         support::writeBytes("UI/" + state + ".bmp", bmp(2, 2, ++color));
         look += state + "image=\"" + state + ".bmp\" ";
     }
-    open("<Option name=\"Check\" pos=\"0,0,80,25\" " + look + "/>");
+    support::writeBytes("UI/Icons.txt",
+                        "scale 100 x -1\ntint t #000011 #000012 #000013 #000014 #000015\n"
+                        "icon Dot 0 0 2\r\nicon Bad 0 -1 2\nicon\ntint\n\n");
+    support::writeBytes("UI/Icons100.png", bmp(2, 2, 0xFFFFFFFF));
+    open("<Option name=\"Check\" pos=\"0,0,80,25\" icon=\"Dot\" icontint=\"t\" " + look + "/>");
     auto& check = get<toolkit::COptionUI>(u"Check");
     constexpr platform::Point kAway{300, 200};
-    const std::tuple<const char*, std::function<void()>, std::uint32_t> cases[] = {
-        {"normal", [&] { driver().hover(kAway); }, 1},
-        {"hot", [&] { driver().hover(u"Check"); }, 2},
+    const std::tuple<const char*, std::function<void()>, std::uint32_t, std::uint32_t> cases[] = {
+        {"normal", [&] { driver().hover(kAway); }, 1, 1},
+        {"hot", [&] { driver().hover(u"Check"); }, 2, 2},
         {"pushed",
          [&] {
              driver().send(EventKind::mouseDown, {40, 12});
          },
-         3},
-        {"held, the pointer outside", [&] { driver().send(EventKind::mouseMove, kAway); }, 2},
-        {"released outside", [&] { driver().send(EventKind::mouseUp, kAway); }, 1},
-        {"selected", [&] { check.Selected(true); }, 5},
-        {"selected and hot", [&] { driver().hover(u"Check"); }, 6},
-        {"disabled", [&] { check.SetEnabled(false); }, 4},
+         3, 3},
+        {"held, the pointer outside", [&] { driver().send(EventKind::mouseMove, kAway); }, 2, 2},
+        {"released outside", [&] { driver().send(EventKind::mouseUp, kAway); }, 1, 1},
+        {"selected", [&] { check.Selected(true); }, 5, 5},
+        {"selected and hot", [&] { driver().hover(u"Check"); }, 6, 5},
+        {"disabled", [&] { check.SetEnabled(false); }, 4, 4},
         {"enabled below the pointer",
          [&] {
              check.SetEnabled(true);
              driver().hover(platform::Point{41, 13});
          },
-         6},
+         6, 5},
     };
-    for (const auto& [what, act, state] : cases) {
+    for (const auto& [what, act, face, icon] : cases) {
         act();
-        EXPECT_EQ(driver().pixel({5, 5}), 0xFF000000 + state) << what;
+        EXPECT_EQ(driver().pixel({5, 5}), 0xFF000000 + face) << what;
+        EXPECT_EQ(driver().pixel({39, 12}), 0xFF000010 + icon) << what;
     }
 }
 

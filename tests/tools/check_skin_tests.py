@@ -55,7 +55,8 @@ class SkinTest(unittest.TestCase):
             ("NewScene.xml", 'name="ButtonBack"', 'name="ButtonCreate"', "the name stands twice"),
             ("OpenScene.xml", r'<Font size="12" />\s*<Font', "<Font", "font 4 is none of the layout's 4 fonts"),
             ("ZoneEdit.xml", '<Font size="12"', '<Font family="Arial" size="12"', "names a family"),
-            ("ZoneEdit.xml", "ToolMoveHover.png", "ToolMoveHower.png", "ToolMoveHower.png"),
+            ("ZoneEdit.xml", "ButtonHover.png", "ButtonHower.png", "ButtonHower.png"),
+            ("ZoneEdit.xml", 'icon="Move"', 'icon="Moved"', "OptionMovePoint: icon Moved is not in Icons.txt"),
             ("BranchList.xml", "corner='5,4,28,4'", "corner='45,4,28,4'", "the corners are larger"),
             ("BranchList.xml", 'textcolor="#FF465362"', 'textcolor="grey"', '"grey" is no colour'),
             ("BranchList.xml", 'text="Branch" textcolor="#FF465362"', 'text="Branch" textcolor="#FFA0A8B0"',
@@ -80,7 +81,7 @@ class SkinTest(unittest.TestCase):
 
     def test_images_without_a_use_and_uses_without_an_image_are_named(self):
         os.remove(os.path.join(self.folder, "OptionHover.png"))
-        shutil.copy(os.path.join(SKIN, "Mark.png"), os.path.join(self.folder, "Extra.png"))
+        shutil.copy(os.path.join(SKIN, "Card.png"), os.path.join(self.folder, "Extra.png"))
         self.assertIn("OptionHover.png: missing", findings(self.folder))
         shutil.copy(os.path.join(SKIN, "OptionHover.png"), self.folder)
         self.assertEqual(["Extra.png: no layout uses it"], findings(self.folder))

@@ -32,6 +32,8 @@ public:
     }
     void fillPath(const platform::Path&, platform::Color) override {}
     void drawStill(const platform::Bitmap&, const platform::Rect&) override {}
+    void drawMask(const platform::Bitmap&, const platform::Rect&, const platform::Rect&,
+                  platform::Color) override {}
     void drawText(std::u16string_view text, const platform::Rect& box, platform::FontHandle font,
                   platform::Color color, platform::TextAlign align) override {
         note((align == platform::TextAlign::center ? "centred " : "text ") + core::storedText(text),

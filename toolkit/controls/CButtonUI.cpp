@@ -175,6 +175,19 @@ platform::Color CButtonUI::currentTextColor() const {
     return CLabelUI::currentTextColor();
 }
 
+IconState CButtonUI::iconState() const {
+    return !IsEnabled() ? IconState::disabled
+           : isPushed() ? IconState::pushed
+           : m_hot      ? IconState::hot
+                        : IconState::normal;
+}
+
+/// Left of the text, if there is one.
+platform::Point CButtonUI::iconPlace() const {
+    constexpr int kBeforeText = 14;
+    return {GetText().empty() ? -1 : kBeforeText, -1};
+}
+
 platform::AccessibleState CButtonUI::accessibleState() const {
     platform::AccessibleState state = CLabelUI::accessibleState();
     state.expandable = state.expanded = hasMenu();

@@ -9,6 +9,7 @@
 #include "platform/Color.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
+#include "toolkit/skin/IconSet.h"
 
 namespace toolkit {
 
@@ -36,6 +37,8 @@ public:
 protected:
     void paintStatus(platform::Canvas& canvas) override;
     [[nodiscard]] platform::Color currentTextColor() const override;
+    [[nodiscard]] IconState iconState() const override;
+    [[nodiscard]] Point iconPlace() const override;
     [[nodiscard]] bool takesPress() const;
     [[nodiscard]] bool isHot() const { return m_hot; }
     /// Pressed by mouse or Space and not released yet, or its menu is open.

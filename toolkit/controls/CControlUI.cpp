@@ -52,6 +52,15 @@ const AttributeTable<CControlUI>& CControlUI::Attributes::table() {
         {u"bkimage", [](CControlUI& c, Text v) { c.m_backImage = v; }},
         {u"foreimage", [](CControlUI& c, Text v) { c.m_foreImage = v; }},
         {u"focusedimage", [](CControlUI& c, Text v) { c.m_focusedImage = v; }},
+        {u"icon", [](CControlUI& c, Text v) { c.SetIcon(v); }},
+        {u"icontint", [](CControlUI& c, Text v) { c.m_icon.tint = v; }},
+        {u"iconsize", [](CControlUI& c, Text v) { assignIf(c.m_icon.side, parseInt(v)); }},
+        {u"iconpos",
+         [](CControlUI& c, Text v) {
+             if (const auto place = parseSize(v)) {
+                 c.m_icon.place = {place->width, place->height};
+             }
+         }},
         {u"enabled",
          [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetEnabled, parseBool(v)); }},
         {u"visible",
@@ -227,8 +236,29 @@ bool CControlUI::DoEvent(const TEventUI& /*event*/) {
 void CControlUI::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
     paintBackground(canvas);
     paintStatus(canvas);
+    paintIcon(canvas);
     paintText(canvas);
     paintBorder(canvas);
+}
+
+void CControlUI::SetIcon(std::u16string_view name) {
+    m_icon.name = name;
+    Invalidate();
+}
+
+IconState CControlUI::iconState() const {
+    return IsEnabled() ? IconState::normal : IconState::disabled;
+}
+
+void CControlUI::paintIcon(platform::Canvas& canvas) {
+    if (m_icon.name.empty() || m_manager == nullptr) {
+        return;
+    }
+    IconStyle style = m_icon;
+    if (style.place == Point{-1, -1}) {
+        style.place = iconPlace();
+    }
+    m_manager->look().icons().draw(canvas, m_pos, style, iconState());
 }
 
 void CControlUI::paintBackground(platform::Canvas& canvas) {

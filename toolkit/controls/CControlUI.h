@@ -13,6 +13,7 @@
 #include "platform/WindowParts.h"
 #include "toolkit/input/TEventUI.h"
 #include "toolkit/layout/Anchor.h"
+#include "toolkit/skin/IconSet.h"
 
 namespace toolkit {
 
@@ -146,6 +147,8 @@ public:
     [[nodiscard]] virtual std::u16string toolTipAt(Point point) const;
     /// The image attribute of the focus ring; empty: the window's.
     [[nodiscard]] const std::u16string& focusedImage() const { return m_focusedImage; }
+    /// One of the skin's icons; empty: none. Attribute "icon".
+    void SetIcon(std::u16string_view name);
 
     /// The child controls, in painting and Tab order. Not owned by the caller.
     [[nodiscard]] virtual int childCount() const { return 0; }
@@ -191,8 +194,13 @@ protected:
     /// The parts of DoPaint, in their order.
     virtual void paintBackground(platform::Canvas& canvas);
     virtual void paintStatus(platform::Canvas& /*canvas*/) {}
+    void paintIcon(platform::Canvas& canvas);
     virtual void paintText(platform::Canvas& /*canvas*/) {}
     virtual void paintBorder(platform::Canvas& canvas);
+    /// Which of its colours the icon has.
+    [[nodiscard]] virtual IconState iconState() const;
+    /// Where the icon is unless the layout says so; -1: in the middle.
+    [[nodiscard]] virtual Point iconPlace() const { return {-1, -1}; }
 
     /// Draws the image that `attribute` names over the control; false when there is none.
     bool drawImage(platform::Canvas& canvas, const std::u16string& attribute) const;
@@ -219,6 +227,7 @@ private:
     std::u16string m_backImage;
     std::u16string m_foreImage;
     std::u16string m_focusedImage;
+    IconStyle m_icon;
     std::optional<Rect> m_place;
     Anchor m_anchor;
     Rect m_pos;

@@ -13,7 +13,7 @@
 #include "toolkit/input/FocusKeeper.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
-#include "toolkit/skin/SkinImage.h"
+#include "toolkit/skin/IconSet.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -44,8 +44,6 @@ MenuStyle MenuStyle::of(const WindowLook& look) {
     static const AttributeTable<MenuStyle> attributes{
         {u"keytextcolor", [](MenuStyle& s, Text v) { assignIf(s.keyColor, parseColor(v)); }},
         {u"linecolor", [](MenuStyle& s, Text v) { assignIf(s.lineColor, parseColor(v)); }},
-        {u"tickimage", [](MenuStyle& s, Text v) { s.tickImage = v; }},
-        {u"disabledtickimage", [](MenuStyle& s, Text v) { s.disabledTickImage = v; }},
         {u"width", [](MenuStyle& s, Text v) { assignIf(s.width, parseInt(v)); }},
     };
     MenuStyle style;
@@ -217,11 +215,9 @@ void CMenuItemUI::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
     const ItemState state{IsEnabled(), false, IsFocused()};
     style.item.paintBackground(canvas, manager, rect, state);
     rect = {rect.left - kBorder, rect.top, rect.right - kRight + kBorder, rect.bottom};
-    if (const SkinImage* image = manager.look().GetImage(sign())) {
-        image->draw(canvas,
-                    Rect::at(rect.left + kIconLeft, rect.top + (rect.height() - kIconSize) / 2,
-                             kIconSize, kIconSize));
-    }
+    const IconStyle sign{this->sign(), u"muted", {kIconLeft, -1}, kIconSize};
+    manager.look().icons().draw(canvas, rect, sign,
+                                IsEnabled() ? IconState::normal : IconState::disabled);
     TextLook look;
     look.font = manager.look().GetFont(style.item.font);
     look.color = IsEnabled() ? style.keyColor : style.item.disabledTextColor;
@@ -235,13 +231,11 @@ void CMenuItemUI::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
     paintTextLine(canvas, manager.fonts(), m_entry.text, rect, look);
 }
 
-const std::u16string& CMenuItemUI::sign() const {
-    static const std::u16string none;
+std::u16string CMenuItemUI::sign() const {
     if (m_entry.checked) {
-        const MenuStyle& style = m_menu.style();
-        return !*m_entry.checked ? none : IsEnabled() ? style.tickImage : style.disabledTickImage;
+        return *m_entry.checked ? u"Check" : u"";
     }
-    return IsEnabled() ? m_entry.icon : m_entry.disabledIcon;
+    return m_entry.icon;
 }
 
 platform::AccessibleState CMenuItemUI::accessibleState() const {

@@ -24,8 +24,7 @@ class WindowLook;
 struct MenuEntry {
     std::u16string text{};
     std::u16string key{};  ///< only shown, at the right
-    std::u16string icon{}; ///< image attributes; empty: none
-    std::u16string disabledIcon{};
+    std::u16string icon{}; ///< one of the skin's icons; empty: none
     bool enabled = true;
     /// For a row that switches something: whether that is on. It shows a tick in place of the icon.
     std::optional<bool> checked{};
@@ -37,8 +36,6 @@ struct MenuStyle {
     ItemStyle item;
     platform::Color keyColor = 0xFF596675;
     platform::Color lineColor = 0xFFD3DAE2;
-    std::u16string tickImage;
-    std::u16string disabledTickImage;
     int width = 280; ///< at least; more where a row needs it
 
     [[nodiscard]] static MenuStyle of(const WindowLook& look);
@@ -98,8 +95,8 @@ public:
     void accessiblePress() override { run(); }
 
 private:
-    /// The image attribute of what stands left of the text; empty: nothing.
-    [[nodiscard]] const std::u16string& sign() const;
+    /// The icon left of the text; empty: none.
+    [[nodiscard]] std::u16string sign() const;
 
     const CMenuUI& m_menu;
     MenuEntry m_entry;

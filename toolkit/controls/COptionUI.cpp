@@ -174,6 +174,10 @@ platform::Color COptionUI::currentTextColor() const {
                                                                  : CButtonUI::currentTextColor();
 }
 
+IconState COptionUI::iconState() const {
+    return m_selected && IsEnabled() ? IconState::chosen : CButtonUI::iconState();
+}
+
 platform::AccessibleRole COptionUI::accessibleRole() const {
     return m_group.empty() ? platform::AccessibleRole::checkBox
                            : platform::AccessibleRole::radioButton;

@@ -8,6 +8,7 @@
 #include "platform/Accessible.h"
 #include "platform/Color.h"
 #include "toolkit/controls/CButtonUI.h"
+#include "toolkit/skin/IconSet.h"
 
 namespace toolkit {
 
@@ -33,6 +34,7 @@ public:
 protected:
     void paintStatus(platform::Canvas& canvas) override;
     [[nodiscard]] platform::Color currentTextColor() const override;
+    [[nodiscard]] IconState iconState() const override;
 
 private:
     struct Attributes;

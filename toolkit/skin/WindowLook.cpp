@@ -1,6 +1,7 @@
 #include "toolkit/skin/WindowLook.h"
 
 #include <cstddef>
+#include <utility>
 
 #include "core/Text.h"
 #include "platform/Geometry.h"
@@ -8,6 +9,11 @@
 #include "toolkit/skin/ImageCache.h"
 
 namespace toolkit {
+
+void WindowLook::SetSkin(std::shared_ptr<const Skin> skin) {
+    m_skin = std::move(skin);
+    m_icons.reset();
+}
 
 void WindowLook::Clear() {
     m_fontHandles.clear();
@@ -31,6 +37,13 @@ const SkinImage* WindowLook::GetImage(const std::u16string& attribute) {
         }
     }
     return image ? &*image : nullptr;
+}
+
+const IconSet& WindowLook::icons() {
+    if (!m_icons) {
+        m_icons.emplace(m_skin);
+    }
+    return *m_icons;
 }
 
 void WindowLook::AddFont(const platform::FontDescription& font) {

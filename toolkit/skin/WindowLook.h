@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/FontSet.h"
+#include "toolkit/skin/IconSet.h"
 #include "toolkit/skin/Skin.h"
 #include "toolkit/skin/SkinImage.h"
 
@@ -27,10 +28,12 @@ public:
 
     /// Forgets everything but the skin.
     void Clear();
-    void SetSkin(std::shared_ptr<const Skin> skin) { m_skin = std::move(skin); }
+    void SetSkin(std::shared_ptr<const Skin> skin);
     /// The image that an attribute names; null when it names none that can be read. The pointer
     /// stays valid until Clear.
     [[nodiscard]] const SkinImage* GetImage(const std::u16string& attribute);
+    /// The icons of the skin.
+    [[nodiscard]] const IconSet& icons();
     /// Fonts are numbered from 0 in the order added.
     void AddFont(const platform::FontDescription& font);
     /// An unknown number means the default font.
@@ -45,6 +48,7 @@ public:
 private:
     platform::FontSet& m_fonts;
     std::shared_ptr<const Skin> m_skin;
+    std::optional<IconSet> m_icons; ///< empty until one is asked for
     std::unordered_map<std::u16string, std::optional<SkinImage>> m_images;
     std::unordered_map<std::u16string, Attributes> m_defaults;
     std::vector<platform::FontHandle> m_fontHandles;

@@ -198,6 +198,28 @@ def stroke(path, width, cap="round"):
     return pieces
 
 
+def dashed(path, dash, gap):
+    """The path cut into strokes of the length `dash`, `gap` apart; each subpath begins with one."""
+    pieces = []
+    for points, closed in path:
+        chain = points + [points[0]] if closed else points
+        rest, inked, piece = dash, True, [chain[0]]
+        for (x0, y0), (x1, y1) in zip(chain, chain[1:]):
+            length, done = math.hypot(x1 - x0, y1 - y0), 0.0
+            while length - done > rest:
+                done += rest
+                place = (x0 + (x1 - x0) * done / length, y0 + (y1 - y0) * done / length)
+                if inked:
+                    pieces.append((piece + [place], False))
+                rest, inked, piece = (gap, False, []) if inked else (dash, True, [place])
+            rest -= length - done
+            if inked:
+                piece.append((x1, y1))
+        if inked and len(piece) > 1:
+            pieces.append((piece, False))
+    return pieces
+
+
 def union(*paths):
     """Paths as one shape: filled once, so that overlaps show no seam."""
     return [(_forward(points), True) for path in paths for points, _ in path]

@@ -99,7 +99,7 @@ inline constexpr Command kBranchEditorCommands[] = {
     {.id = command::kOpenAnother,
      .group = kEverywhere,
      .text = u"Open Another Scene…",
-     .icon = u"MenuOpen"},
+     .icon = u"Open"},
     kEarlierVersionsCommand,
     kNoticeUndoCommand,
     {command::kRetarget,

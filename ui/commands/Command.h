@@ -32,7 +32,7 @@ struct Command {
     bool repeats = false; ///< runs again and again while its key is held
     /// Ctrl and Alt held as well make no difference, unless another command has that chord.
     bool anyModifiers = false;
-    /// In menus: the skin has it as ICONNormal.png and ICONInactive.png.
+    /// One of the skin's icons, in menus.
     std::u16string_view icon{};
     /// In the list of keys, if that is not `text`.
     std::u16string_view listed{};

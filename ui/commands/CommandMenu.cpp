@@ -15,10 +15,7 @@ toolkit::MenuEntry entryOf(CommandSet& set, const Command& command) {
     toolkit::MenuEntry entry;
     entry.text = command.text;
     entry.key = keyText(command.keys[0]);
-    if (!command.icon.empty()) {
-        entry.icon = std::u16string(command.icon) + u"Normal.png";
-        entry.disabledIcon = std::u16string(command.icon) + u"Inactive.png";
-    }
+    entry.icon = command.icon;
     entry.enabled = set.isEnabled(command.id);
     entry.run = [&set, id = command.id] { set.run(id); };
     return entry;

@@ -69,7 +69,7 @@ inline constexpr Command kMenuCommand{
 inline constexpr Command kEarlierVersionsCommand{.id = command::kEarlierVersions,
                                                  .group = kEverywhere,
                                                  .text = u"Earlier Versions…",
-                                                 .icon = u"MenuHistory"};
+                                                 .icon = u"History"};
 inline constexpr Command kNoticeUndoCommand{
     command::kNoticeUndo, {}, u"Undo", u"ButtonNoticeUndo", u"Take this change back"};
 inline constexpr Command kCloseNoticeCommand{
@@ -81,13 +81,14 @@ inline constexpr Command kCommonCommands[] = {
      .group = kEverywhere,
      .text = u"Keys",
      .keys = {{kF1}},
+     .icon = u"Keys",
      .listed = u"This list"},
     {.id = command::kManual,
      .group = kEverywhere,
      .text = u"Manual",
      .keys = {{{platform::Key::f1, {.shift = true}}}},
-     .icon = u"MenuBook"},
-    {.id = command::kSettings, .group = kEverywhere, .text = u"Settings…", .icon = u"MenuGear"},
+     .icon = u"Book"},
+    {.id = command::kSettings, .group = kEverywhere, .text = u"Settings…", .icon = u"Gear"},
     {.id = command::kNextPane,
      .group = kEverywhere,
      .text = u"Next part of the window",

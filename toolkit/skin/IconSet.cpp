@@ -1,0 +1,110 @@
+#include "toolkit/skin/IconSet.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "core/Text.h"
+#include "platform/Bitmap.h"
+#include "toolkit/layout/AttributeTable.h"
+#include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/ImageCache.h"
+#include "toolkit/skin/Skin.h"
+
+namespace toolkit {
+namespace {
+
+constexpr int kMinScale = 25;
+constexpr int kMaxScale = 800;
+constexpr std::size_t kMaxScales = 8; ///< each is a bitmap that is kept
+
+/// Cuts the next word off the front of `line`; empty at its end.
+std::u16string_view nextWord(std::u16string_view& line) {
+    line = trimmed(line);
+    const std::size_t end = std::min(line.find(u' '), line.size());
+    const std::u16string_view word = line.substr(0, end);
+    line.remove_prefix(end);
+    return word;
+}
+
+platform::Rect scaled(const platform::Rect& rect, int percent) {
+    return {rect.left * percent / 100, rect.top * percent / 100, rect.right * percent / 100,
+            rect.bottom * percent / 100};
+}
+
+} // namespace
+
+IconSet::IconSet(std::shared_ptr<const Skin> skin) : m_skin(std::move(skin)) {
+    const auto bytes = m_skin != nullptr ? m_skin->read("Icons.txt") : std::nullopt;
+    const std::u16string text =
+        bytes ? core::displayText(std::string(bytes->begin(), bytes->end())) : std::u16string();
+    for (std::u16string_view rest = text; !rest.empty();) {
+        const std::size_t end = std::min(rest.find(u'\n'), rest.size());
+        readLine(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    std::sort(m_scales.begin(), m_scales.end());
+}
+
+/// "scale 100 150", "tint NAME #RRGGBB" with a colour for each state, "icon NAME X Y SIDE".
+void IconSet::readLine(std::u16string_view line) {
+    const std::u16string_view kind = nextWord(line);
+    if (kind == u"scale") {
+        for (auto word = nextWord(line); !word.empty(); word = nextWord(line)) {
+            const int percent = parseInt(word).value_or(0);
+            if (percent >= kMinScale && percent <= kMaxScale && m_scales.size() < kMaxScales) {
+                m_scales.push_back(percent);
+            }
+        }
+        return;
+    }
+    const std::u16string name(nextWord(line));
+    if (kind == u"tint" && m_tints.size() < kMaxIcons) {
+        Colors& colors = m_tints[name];
+        for (platform::Color& color : colors) {
+            assignIf(color, parseColor(nextWord(line)));
+        }
+    } else if (kind == u"icon" && m_places.size() < kMaxIcons) {
+        const auto x = parseInt(nextWord(line));
+        const auto y = parseInt(nextWord(line));
+        const auto side = parseInt(nextWord(line));
+        if (x && y && side && *x >= 0 && *y >= 0 && *side > 0) {
+            m_places[name] = platform::Rect::at(*x, *y, *side, *side);
+        }
+    }
+}
+
+int IconSet::scaleFor(double wanted) const {
+    const auto enough = std::find_if(m_scales.begin(), m_scales.end(), [&](int percent) {
+        return percent >= std::lround(wanted * 100);
+    });
+    return enough != m_scales.end() ? *enough : m_scales.back();
+}
+
+void IconSet::draw(platform::Canvas& canvas, const platform::Rect& rect, const IconStyle& style,
+                   IconState state) const {
+    const auto place = m_places.find(style.name);
+    const auto tint = m_tints.find(style.tint);
+    if (place == m_places.end() || tint == m_tints.end() || m_scales.empty()) {
+        return;
+    }
+    const int own = place->second.width();
+    const int side = style.side > 0 ? style.side : own;
+    // An odd pixel is above and on the left of what stands in the middle.
+    const auto begin = [side](int at, int from, int length) {
+        return from + (at >= 0 ? at : (length - side + 1) / 2);
+    };
+    const int percent = scaleFor(canvas.scale() * side / own);
+    const auto sheet = ImageCache::get().load(*m_skin, "Icons" + std::to_string(percent) + ".png");
+    if (sheet != nullptr) {
+        canvas.drawMask(*sheet, scaled(place->second, percent),
+                        platform::Rect::at(begin(style.place.x, rect.left, rect.width()),
+                                           begin(style.place.y, rect.top, rect.height()), side,
+                                           side),
+                        tint->second[static_cast<std::size_t>(state)]);
+    }
+}
+
+} // namespace toolkit
