@@ -4,27 +4,23 @@
 //
 // Usage: draft_bench prints a Markdown table. The files are in a temporary folder while it runs.
 #include <algorithm>
-#include <condition_variable>
 #include <cstdio>
-#include <deque>
 #include <exception>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <stdexcept>
 #include <string>
-#include <utility>
 
 #include "bench/BareZones.h"
 #include "bench/MarkdownTable.h"
 #include "core/Services.h"
-#include "platform/EventLoop.h"
 #include "recovery/Drafts.h"
 #include "recovery/SceneDraft.h"
 #include "recovery/ZoneDraft.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "tests/support/FixedClock.h"
+#include "tests/support/TaskLoop.h"
 #include "tests/support/TempFolder.h"
 #include "zone/ZoneSession.h"
 
@@ -42,36 +38,6 @@ constexpr int kActionsEach = 8;
 constexpr int kPointOfShape = 2;
 constexpr const char* kVideo = "Scenes/Large/clip.ogv";
 constexpr const char* kTarget = "max <= 5 ms";
-
-/// Runs the tasks one by one, so that each can be timed.
-class StepLoop final : public platform::EventLoop {
-public:
-    int run() override { return 0; }
-    void postQuit(int /*code*/) override {}
-    void processEvents(bool /*wait*/) override {
-        std::unique_lock lock(m_mutex);
-        m_posted.wait(lock, [&] { return !m_tasks.empty(); });
-        const std::function<void()> task = std::move(m_tasks.front());
-        m_tasks.pop_front();
-        lock.unlock();
-        task();
-        lock.lock();
-    }
-    void post(std::function<void()> task) override {
-        const std::scoped_lock lock(m_mutex);
-        m_tasks.push_back(std::move(task));
-        m_posted.notify_one();
-    }
-    void waitForTask() {
-        std::unique_lock lock(m_mutex);
-        m_posted.wait(lock, [&] { return !m_tasks.empty(); });
-    }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_posted;
-    std::deque<std::function<void()>> m_tasks;
-};
 
 class Desk {
 public:
@@ -95,7 +61,7 @@ private:
     double runTask() {
         m_loop.waitForTask();
         const auto began = Clock::now();
-        m_loop.processEvents(true);
+        static_cast<void>(m_loop.runNext());
         return millisecondsSince(began);
     }
 
@@ -103,7 +69,7 @@ private:
     support::FixedClock m_clock;
     core::ServicesOverride m_override{
         {core::services().fileSystem, &m_clock, core::services().process}};
-    StepLoop m_loop;
+    support::TaskLoop m_loop;
     recovery::Drafts m_drafts{m_loop, [] { return true; }};
 };
 

@@ -18,6 +18,8 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/BareZones.h"
+#include "bench/MarkdownTable.h"
+#include "bench/Samples.h"
 #include "core/File.h"
 #include "core/Services.h"
 #include "zone/ZoneSession.h"
@@ -27,6 +29,7 @@ namespace {
 using bench::BareModel;
 using bench::BareZone;
 using bench::buildImage;
+using bench::Clock;
 using bench::kCoordinateBytes;
 using bench::kFrames;
 using bench::kHeadBytes;
@@ -36,8 +39,11 @@ using bench::kShapeBytes;
 using bench::kZoneBytes;
 using bench::kZones;
 using bench::makeBareModel;
+using bench::millisecondsSince;
+using bench::Samples;
 using bench::scaled;
 
+constexpr int kStepRounds = 40;
 constexpr const char* kBase = "zone_bench";
 constexpr const char* kBinary = "zone_bench-ZoneInfo.bin";
 constexpr const char* kFloorFile = "zone_bench-floor.bin";
@@ -234,28 +240,34 @@ constexpr Step kSteps[] = {
     {"return to another version", [](zone::ZoneSession& session) { session.restore(*version()); }},
 };
 
-/// Which of the three is timed: do and record, undo, or redo.
-enum class Timed { edit, undo, redo, modified };
-void step(benchmark::State& state, const Step& step, Timed timed) {
+/// A row each for doing and recording a step, undoing it, and redoing it.
+void measureStep(const Step& step) {
     zone::ZoneSession session(loadManager());
     session.addPoint(0, 0, 1200, 700); // for the one that is deleted
-    const auto timedIf = [&](bool isTimed, auto&& action) {
-        if (isTimed) {
-            state.ResumeTiming();
-        }
+    Samples record;
+    Samples undo;
+    Samples redo;
+    const auto time = [](Samples& samples, auto&& action) {
+        const auto began = Clock::now();
         action();
-        if (isTimed) {
-            state.PauseTiming();
-        }
+        samples.add(millisecondsSince(began));
     };
-    for (auto _ : state) {
-        state.PauseTiming();
-        timedIf(timed == Timed::edit, [&] { step.run(session); });
-        timedIf(timed == Timed::modified, [&] { benchmark::DoNotOptimize(session.isModified()); });
-        timedIf(timed == Timed::undo, [&] { session.undo(); });
-        timedIf(timed == Timed::redo, [&] { session.redo(); });
+    for (int round = 0; round < kStepRounds; ++round) {
+        time(record, [&] { step.run(session); });
+        time(undo, [&] { session.undo(); });
+        time(redo, [&] { session.redo(); });
         session.undo();
-        state.ResumeTiming();
+    }
+    bench::tableRow(step.what, timesText(record), "", "p95 <= 1 ms");
+    bench::tableRow(std::string(step.what) + ", undo", timesText(undo), "", "<= 5 ms");
+    bench::tableRow(std::string(step.what) + ", redo", timesText(redo), "", "<= 5 ms");
+}
+
+void modifiedOrNot(benchmark::State& state) {
+    zone::ZoneSession session(loadManager());
+    kSteps[0].run(session);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(session.isModified());
     }
 }
 
@@ -328,20 +340,11 @@ void registerAll() {
     add("add a point to all frames, floor", addFloor, 1);
     add("add a point to all frames", addPoint, 1);
     add("delete a point from all frames", deletePoint, 1);
-    for (const Step& kind : kSteps) {
-        for (const auto& [name, timed] :
-             {std::pair{"", Timed::edit}, {", undo", Timed::undo}, {", redo", Timed::redo}}) {
-            add((std::string("step: ") + kind.what + name).c_str(),
-                [&kind, timed = timed](benchmark::State& state) { step(state, kind, timed); }, 10);
-        }
-    }
     add(
         "snapshot", [](benchmark::State& state) { snapshot(state, false); }, 10);
     add(
         "snapshot and the next change", [](benchmark::State& state) { snapshot(state, true); }, 10);
-    add(
-        "modified or not, after a step",
-        [](benchmark::State& state) { step(state, kSteps[0], Timed::modified); }, 10);
+    add("modified or not, after a step", modifiedOrNot, 10);
 }
 
 } // namespace
@@ -356,6 +359,10 @@ int main(int argc, char** argv) {
     }
     registerAll();
     benchmark::RunSpecifiedBenchmarks();
+    bench::tableHead("Steps of the zone editor, 108,000 frames x 8 points");
+    for (const Step& step : kSteps) {
+        measureStep(step);
+    }
     lastLoaded().reset();
     int error = 0;
     for (const char* path : {kBinary, kFloorFile, "zone_bench-ZoneInfo.xml"}) {

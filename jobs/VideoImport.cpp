@@ -1,18 +1,26 @@
 #include "jobs/VideoImport.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <random>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "core/Paths.h"
+#include "core/Services.h"
+#include "platform/Clock.h"
 
 namespace jobs {
 
 namespace {
 
 constexpr std::size_t kBlockBytes = std::size_t{1} << 20U;
+constexpr std::int64_t kLeftoverSeconds = 3600;
+constexpr std::string_view kTemporaryStart = "VideoCopy";
+constexpr std::string_view kTemporaryEnd = ".part";
 
 using platform::FileInfo;
 using platform::FileStream;
@@ -30,13 +38,12 @@ bool isSameFile(FileSystem& files, const std::string& a, const FileInfo& infoA,
 }
 
 /// The file to which a copy is written before it replaces the destination. Removed at the end
-/// unless it was moved, so its stream must be closed first. Another editor that copies into the
-/// same folder may have put its own file there in the meantime: that one is never touched.
+/// unless it was moved, so its stream must be closed first.
 class Temporary {
 public:
     Temporary(FileSystem& files, std::string path) : m_files(files), m_path(std::move(path)) {}
     ~Temporary() {
-        if (m_made && isOurs()) {
+        if (m_made) {
             int error = 0;
             m_files.removeFile(m_path, error);
         }
@@ -46,16 +53,11 @@ public:
 
     /// Empty if the file cannot be created.
     std::unique_ptr<FileStream> make(int& error) {
-        // A leftover of a killed program, or a link to somewhere else: never write through it.
+        // A link to somewhere else: never write through it.
         m_files.removeFile(m_path, error);
         std::unique_ptr<FileStream> stream = m_files.open(m_path, OpenMode::write, error);
         m_made = stream != nullptr;
-        m_identity = m_made ? m_files.info(m_path) : std::nullopt;
         return stream;
-    }
-    bool isOurs() const {
-        const auto now = m_files.info(m_path);
-        return !now || !m_identity || isSameFile(m_files, m_path, *m_identity, m_path, *now);
     }
     bool moveTo(const std::string& destination, int& error) {
         m_made = !m_files.replaceFile(m_path, destination, error);
@@ -66,8 +68,22 @@ private:
     FileSystem& m_files;
     std::string m_path;
     bool m_made = false;
-    std::optional<FileInfo> m_identity;
 };
+
+/// What a killed program has left. One that still copies writes again and again.
+void removeLeftovers(FileSystem& files, const std::string& folder) {
+    std::vector<platform::FolderEntry> entries;
+    (void)files.list(folder, entries);
+    const std::int64_t now = core::services().clock->now();
+    for (const platform::FolderEntry& entry : entries) {
+        const std::string path = folder + entry.name;
+        const auto info = isImportTemporary(entry.name) ? files.info(path) : std::nullopt;
+        if (info && !info->isFolder && info->modified < now - kLeftoverSeconds) {
+            int error = 0;
+            files.removeFile(path, error);
+        }
+    }
+}
 
 ImportReport failure(const char* reason) {
     return {ImportResult::failed, reason};
@@ -102,12 +118,11 @@ public:
         core::createFolders(m_files, folder);
         m_progress.copiedBytes = 0;
         m_progress.totalBytes = info->size;
-        const std::string path = folder + kImportTemporary;
-        const auto leftover = m_files.info(path);
-        if (leftover && isSameFile(m_files, m_source, *info, path, *leftover)) {
-            return failure("it is an unfinished copy"); // the new copy would replace it
+        if (isImportTemporary(core::fileName(m_source))) {
+            return failure("it is an unfinished copy"); // which may go at any moment
         }
-        ImportReport report = copyThrough(Temporary(m_files, path));
+        removeLeftovers(m_files, folder);
+        ImportReport report = copyThrough(Temporary(m_files, folder + importTemporary()));
         if (report.result == ImportResult::copied) {
             m_files.syncFolder(folder);
         }
@@ -136,9 +151,6 @@ private:
         ImportReport report = copyTo(temporary);
         if (report.result == ImportResult::copied && m_progress.cancelled) {
             return {ImportResult::cancelled};
-        }
-        if (!temporary.isOurs()) {
-            return failure("another program copies into this folder");
         }
         int error = 0;
         if (report.result == ImportResult::copied && !temporary.moveTo(m_destination, error)) {
@@ -191,6 +203,22 @@ private:
 };
 
 } // namespace
+
+const std::string& importTemporary() {
+    static const std::string name = std::string(kTemporaryStart) + "-" +
+                                    std::to_string(std::random_device()()) +
+                                    std::string(kTemporaryEnd);
+    return name;
+}
+
+bool isImportTemporary(std::string_view name) {
+    if (!name.starts_with(kTemporaryStart) || !name.ends_with(kTemporaryEnd)) {
+        return false;
+    }
+    name.remove_prefix(kTemporaryStart.size());
+    name.remove_suffix(kTemporaryEnd.size());
+    return name.find_first_not_of("0123456789", name.starts_with('-') ? 1 : 0) == name.npos;
+}
 
 ImportReport importVideo(FileSystem& files, const std::string& source,
                          const std::string& destination, ImportProgress& progress,

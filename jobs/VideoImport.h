@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "platform/FileSystem.h"
 #include "src/TheoraProbe.h"
@@ -32,13 +33,17 @@ struct ImportProgress {
     std::atomic<bool> cancelled{false}; ///< set by the observer; takes effect within one block
 };
 
-/// The name of the temporary file in the destination's folder.
-inline constexpr const char* kImportTemporary = "VideoCopy.part";
+/// The name of this program's temporary file in the destination's folder: two programs may copy
+/// into the same one.
+[[nodiscard]] const std::string& importTemporary();
+/// Whether a file of that name is an unfinished copy, of whatever program.
+[[nodiscard]] bool isImportTemporary(std::string_view name);
 
 /// Copies `source` to `destination`, creating missing folders. Both are UTF-8 paths.
 /// Source and destination are compared as files (volume and index), so that a file of the scene's
 /// folder never replaces itself, however its path is spelled. Unless the result is `copied`, an
 /// existing destination is unchanged. `onBlock` is called on this thread after each block copied.
+/// Removes unfinished copies that nobody has written to for an hour from the destination's folder.
 /// Does not check whether the file can be played. Any thread.
 [[nodiscard]] ImportReport importVideo(platform::FileSystem& files, const std::string& source,
                                        const std::string& destination, ImportProgress& progress,

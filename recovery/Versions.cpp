@@ -150,7 +150,7 @@ VersionList listVersions(FileSystem& files, const std::string& folder) {
     (void)files.list(folder, entries);
     std::map<std::string, Version> byBase;
     for (const platform::FolderEntry& entry : entries) {
-        if (entry.isFolder || entry.name == jobs::kImportTemporary) {
+        if (entry.isFolder || jobs::isImportTemporary(entry.name)) {
             continue; // an unfinished copy is written again
         }
         const std::string path = folder + entry.name;

@@ -21,14 +21,6 @@ std::string_view stepName(Name name) {
     return kNames[static_cast<std::size_t>(name)];
 }
 
-std::string describe(const StepLabel& label) {
-    std::string text(stepName(label.name));
-    if (label.frame >= 0) {
-        text += ", frame " + std::to_string(label.frame);
-    }
-    return text;
-}
-
 ZoneSession::ZoneSession(std::shared_ptr<ZoneManager> zones, edit::Limits limits)
     : m_model{std::move(zones), {}, {}, 0, {}}, m_history(m_model, limits) {
     m_model.context.currentZone = m_model.zones->lastZoneRead;

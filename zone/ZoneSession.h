@@ -48,8 +48,6 @@ struct StepLabel {
 
 /// "move point"
 [[nodiscard]] std::string_view stepName(StepLabel::Name name);
-/// "move point, frame 31"
-[[nodiscard]] std::string describe(const StepLabel& label);
 
 class ZoneSession {
 public:

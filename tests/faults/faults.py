@@ -21,11 +21,12 @@ import signal
 import subprocess
 import sys
 import tempfile
+import time
 
 VARIANTS = 4
 FILES = {"Scene.xml": "scene", "clip-ZoneInfo.xml": "zones", "clip-ZoneInfo.bin": "zones",
          "clip.ogv": "video"}
-TEMPORARIES = (".quorvel-saving.xml", ".quorvel-saving.bin", "VideoCopy.part")
+LEFTOVER_SECONDS = 7200  # older than what the next copy leaves alone
 VIDEO_BYTES = 1500000  # of the smallest: two blocks of the copy
 SHORT = 10  # rounds of a run that is no more than a glance
 NOBODY = 65534
@@ -135,7 +136,11 @@ class Faults:
             self.run("once", self.folder, scene, str(VARIANTS - 1))
             time_left = self.random.randrange(2000, 400000 if self.runner else 200000)
             told, _ = self.until_killed("forever", self.folder, scene, str(time_left))
-            inside += any(os.path.exists(scene + name) for name in TEMPORARIES)
+            temporaries = sorted(set(os.listdir(scene)) - set(FILES))
+            inside += bool(temporaries)
+            for name in temporaries:
+                old = time.time() - LEFTOVER_SECONDS
+                os.utime(scene + name, (old, old))
             self.check(scene, told, dict.fromkeys(FILES.values(), VARIANTS - 1),
                        "kill %d" % number, FILES)
         self.run("once", self.folder, scene, "1")
@@ -233,7 +238,8 @@ class Faults:
         scene = self.scene("vanishing")
 
         def clear():
-            for name in self.random.sample((*FILES, *TEMPORARIES), 3):
+            names = sorted({*FILES, *os.listdir(scene)})
+            for name in self.random.sample(names, 3):
                 pathlib.Path(scene + name).unlink(missing_ok=True)
 
         for number in range(rounds):

@@ -1,47 +1,21 @@
 // Loading when there is no memory for one of the model's objects.
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <string>
 
 #include "scene/SceneSession.h"
 #include "tests/scene/SceneFixture.h"
-
-namespace {
-
-std::size_t lastBytes = 0;    ///< of the latest allocation in this executable
-std::size_t refusedBytes = 0; ///< the next one of this size fails; 0 = none does
-
-} // namespace
-
-// None is inlined: the compiler would take malloc() or free() for the wrong end of an expression.
-[[gnu::noinline]] void* operator new(std::size_t bytes) {
-    lastBytes = bytes;
-    void* memory = bytes == refusedBytes ? nullptr : std::malloc(bytes | 1);
-    if (memory == nullptr) {
-        refusedBytes = 0;
-        throw std::bad_alloc();
-    }
-    return memory;
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-[[gnu::noinline]] void operator delete(void* memory, std::size_t /*bytes*/) noexcept {
-    std::free(memory);
-}
+#include "tests/support/RefusedMemory.h"
 
 namespace {
 
 using scene_tests::Lines;
+using support::refusedBytes;
 
 /// The next object that T's factory makes cannot be made.
 template <typename T>
 void refuse() {
     const std::shared_ptr<T> sample = T::create();
-    refusedBytes = lastBytes;
+    refusedBytes = support::lastBytes;
 }
 
 class MemoryTest : public scene_tests::SceneTest {

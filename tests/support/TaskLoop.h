@@ -17,15 +17,27 @@ public:
     int run() override { return 0; }
     void postQuit(int /*code*/) override {}
     void processEvents(bool wait) override {
-        std::unique_lock lock(m_mutex);
-        m_posted.wait(lock, [&] { return !wait || !m_tasks.empty(); });
-        while (!m_tasks.empty()) {
-            const std::function<void()> task = std::move(m_tasks.front());
-            m_tasks.pop_front();
-            lock.unlock();
-            task();
-            lock.lock();
+        if (wait) {
+            waitForTask();
         }
+        while (runNext()) {
+        }
+    }
+    void waitForTask() {
+        std::unique_lock lock(m_mutex);
+        m_posted.wait(lock, [&] { return !m_tasks.empty(); });
+    }
+    /// Runs one task; false if there is none.
+    bool runNext() {
+        std::unique_lock lock(m_mutex);
+        if (m_tasks.empty()) {
+            return false;
+        }
+        const std::function<void()> task = std::move(m_tasks.front());
+        m_tasks.pop_front();
+        lock.unlock();
+        task();
+        return true;
     }
     void post(std::function<void()> task) override {
         const std::scoped_lock lock(m_mutex);

@@ -37,7 +37,7 @@ protected:
         writeBytes("from/b.ogv", clipBytes());
         m_files.setRule(
             [this](const support::Call& call) {
-                if (call.path.ends_with(jobs::kImportTemporary) && call.operation == "open") {
+                if (call.path.ends_with(jobs::importTemporary()) && call.operation == "open") {
                     m_gate.wait();
                 }
                 return support::Fault::none;

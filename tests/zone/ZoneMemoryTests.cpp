@@ -1,42 +1,19 @@
 // Edits when memory runs out at any of their allocations: they change nothing then, and what was
 // done before is still undone and redone exactly.
-#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <new>
 #include <string>
 #include <vector>
 
+#include "tests/support/RefusedMemory.h"
 #include "tests/zone/ZoneFixture.h"
 #include "zone/ZoneSession.h"
-
-namespace {
-
-int allocationsLeft = -1; ///< the one after so many fails; below 0 none does
-
-} // namespace
-
-// None is inlined: the compiler would take malloc() or free() for the wrong end of an expression.
-[[gnu::noinline]] void* operator new(std::size_t bytes) {
-    const bool isRefused = allocationsLeft >= 0 && allocationsLeft-- == 0;
-    void* memory = isRefused ? nullptr : std::malloc(bytes | 1);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
-    return memory;
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-[[gnu::noinline]] void operator delete(void* memory, std::size_t /*bytes*/) noexcept {
-    std::free(memory);
-}
 
 namespace zone_tests {
 namespace {
 
+using support::allocationsLeft;
 using zone::StepLabel;
 
 class ZoneMemoryTest : public ZoneTest {
