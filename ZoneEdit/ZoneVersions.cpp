@@ -28,7 +28,9 @@ ui::VersionDetails readZones(const recovery::Version& version, const zone::ZoneM
     details.summary = check::summaryOf(differences);
     details.differences = check::linesOf(differences);
     details.contents = check::contentsOf(*zones);
-    details.restore = [zones, &session] { return session.restore(*zones); };
+    // The window that restores takes the editor's input: these are still the zones of `now`.
+    const bool differs = differences != check::ZoneDifferences{};
+    details.restore = [zones, &session, differs] { return session.restore(*zones, differs); };
     return details;
 }
 

@@ -148,7 +148,7 @@ void ZoneSession::renameZone(int zone, const std::string& name) {
     }
 }
 
-bool ZoneSession::restore(const ZoneManager& version) {
+bool ZoneSession::restore(const ZoneManager& version, bool isKnownToDiffer) {
     std::vector<std::shared_ptr<Zone>> copies;
     for (int index = 0; index < version.zoneCount(); ++index) {
         const std::shared_ptr<const Zone> zone = version.zone(index);
@@ -159,7 +159,7 @@ bool ZoneSession::restore(const ZoneManager& version) {
     }
     SavedContent now;
     now.noteSaved(zones());
-    if (now.differs(version)) {
+    if (isKnownToDiffer || now.differs(version)) {
         runAlone({Name::restore}, ReplaceZones(std::move(copies)));
     }
     return true;

@@ -97,8 +97,9 @@ public:
 
     /// Makes the zones of `version` the contents, as the step "restore version". False, with
     /// nothing changed, when they do not count as many frames as the video; true without a step
-    /// when a save would write the same bytes. `version` may be changed afterwards.
-    bool restore(const ZoneManager& version);
+    /// when a save would write the same bytes, which takes a while to find out for long zones that
+    /// are alike, and is not asked where it `isKnownToDiffer`. `version` may be changed afterwards.
+    bool restore(const ZoneManager& version, bool isKnownToDiffer = false);
 
     void moveSelectedPoint(int zone, int frame, int x, int y);
     void addPoint(int zone, int frame, int x, int y);

@@ -57,6 +57,8 @@ TEST_F(ToolTips, SayWhatTheControlSaysOrWhatItCuts) {
     open(R"(<Button name="Go" pos="0,0,80,25" tooltip="Go on"/>
             <Button name="Silent" pos="0,30,80,25" text="x"/>
             <Label name="Cut" pos="0,60,40,20" text="a text that does not fit"/>
+            <Button pos="0,210,80,25" tooltip="Below"/>
+            <Label name="Over" pos="0,210,40,25" mouse="false" text="a text that is cut"/>
             <Label name="Fits" pos="0,90,200,20" text="fits"/>
             <Combo name="Combo" pos="0,120,60,25" tooltip="Choose">
                 <ListLabelElement text="a very long name of a zone"/><ListLabelElement text="b"/></Combo>
@@ -70,6 +72,9 @@ TEST_F(ToolTips, SayWhatTheControlSaysOrWhatItCuts) {
     EXPECT_TRUE(get<toolkit::CComboUI>(u"Combo").SelectItem(0));
     EXPECT_EQ(tipOver(u"Combo"), u"a very long name of a zone");
     EXPECT_EQ(tipOver(u"Edit"), u"long text in a short edit");
+    EXPECT_EQ(tipOver(u"Over"), u"a text that is cut");
+    get<toolkit::CControlUI>(u"Over").SetText(u"x");
+    EXPECT_EQ(tipOver(u"Over"), u"Below");
     EXPECT_EQ(tipOver(u"Off"), u"Not now") << "a disabled control still explains itself";
 }
 
