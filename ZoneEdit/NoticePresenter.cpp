@@ -16,13 +16,15 @@ namespace {
 
 constexpr int kRefusalMs = 3000;
 
-struct Colors {
+struct Look {
     std::u16string_view fill;
     std::u16string_view edge;
     std::u16string_view text;
+    std::u16string_view icon;
+    std::u16string_view tint;
 };
-constexpr Colors kNote{u"#FFE9F5FF", u"#FF1D63AD", u"#FF1C2733"};
-constexpr Colors kProblem{u"#FFFFF0CF", u"#FFB97A0A", u"#FF7A4A00"};
+constexpr Look kNote{u"#FFE9F5FF", u"#FF1D63AD", u"#FF1C2733", u"Note", u"accent"};
+constexpr Look kProblem{u"#FFFFF0CF", u"#FFB97A0A", u"#FF7A4A00", u"Warning", u"warning"};
 
 } // namespace
 
@@ -107,12 +109,17 @@ void NoticePresenter::show() {
         m_controls.setVisible(name, std::find(line.buttons.begin(), line.buttons.end(), name) !=
                                         line.buttons.end());
     }
-    const Colors& colors = line.isProblem ? kProblem : kNote;
-    panel->SetAttribute(u"bkcolor", colors.fill);
-    panel->SetAttribute(u"bordercolor", colors.edge);
+    const Look& look = line.isProblem ? kProblem : kNote;
+    panel->SetAttribute(u"bkcolor", look.fill);
+    panel->SetAttribute(u"bordercolor", look.edge);
+    if (toolkit::CControlUI* sign = m_controls.find(kNoticeSign)) {
+        sign->SetAttribute(u"icon", look.icon);
+        sign->SetAttribute(u"icontint", look.tint);
+    }
     panel->SetVisible(isShown());
+    panel->Invalidate();
     if (toolkit::CControlUI* label = m_controls.find(kNoticeText)) {
-        label->SetAttribute(u"textcolor", colors.text);
+        label->SetAttribute(u"textcolor", look.text);
         label->SetText(m_shown);
         if (isNews && isShown()) {
             label->announce(line.isProblem);

@@ -16,6 +16,7 @@ inline constexpr std::u16string_view kVideoLabel = u"LabelVideo";
 inline constexpr std::u16string_view kStateLabel = u"LabelState";
 inline constexpr std::u16string_view kNoticePanel = u"PanelNotice";
 inline constexpr std::u16string_view kNoticeText = u"LabelNotice";
+inline constexpr std::u16string_view kNoticeSign = u"NoticeSign";
 inline constexpr std::u16string_view kNoticeUndoButton = u"ButtonNoticeUndo";
 inline constexpr std::u16string_view kOnlyThisFrameButton = u"ButtonOnlyThisFrame";
 inline constexpr std::u16string_view kOnAllFramesButton = u"ButtonOnAllFrames";

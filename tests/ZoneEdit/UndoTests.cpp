@@ -319,6 +319,13 @@ TEST_F(ZoneEditUndo, TheBarSaysWhatTheCaptionHasNoRoomFor) {
     m_driver->click(u"OptionToggleActive");
     m_driver->click(u"ButtonSave");
     const Texts fault = notice();
+    const Point sign = m_driver->get(u"NoticeSign").GetPos().topLeft();
+    const platform::Bitmap picture = m_driver->picture();
+    int amber = 0;
+    for (int pixel = 0; pixel < 256; ++pixel) {
+        amber += picture.at(sign.x + pixel % 16, sign.y + pixel / 16) == 0xFFB97A0A ? 1 : 0;
+    }
+    EXPECT_GT(amber, 0) << "a sign of its own";
     m_driver->click(u"ButtonCloseNotice");
     EXPECT_TRUE(fault != offer && notice() == offer) << "the fault came later";
     m_driver->enter(u"EditCurrentFrame", u"x");
