@@ -50,12 +50,8 @@ protected:
 TEST_F(SceneDraftTest, OfAnySceneIsOneStepOnTopOfWhatIsSaved) {
     const std::string name = "New & Scene";
     m_session->newScene(name);
-    {
-        auto gesture = m_session->begin({scene::SceneStep::addBranch, 0});
-        m_session->addBranch();
-        m_session->renameBranch(0, "a < b & c");
-        gesture.commit();
-    }
+    m_session->addBranch();
+    m_session->renameBranch(0, "a < b & c");
     wait();
     until([] { return isOnDisk("a &#60; b"); });
     restart();
