@@ -25,6 +25,7 @@ enum class AccessibleRole {
     menu,
     menuItem,
     picture,
+    separator, ///< between two areas, which it sizes
 };
 
 struct AccessibleState {

@@ -27,7 +27,9 @@ class Control:
         elif parent and parent.rect:
             height = numbers(self.own.get("height", ""))
             self.rect = (*parent.rect[:3], height[0] if height else parent.rect[3])
-        self.children = [Control(child, self, defaults) for child in element if isinstance(child.tag, str)]
+        self.children = [Control(child, self, defaults) for child in element
+                         if isinstance(child.tag, str) and child.tag != "Range"]
+        self.ranges = [dict(child.attrib) for child in element.findall("Range")]
 
     @property
     def name(self):

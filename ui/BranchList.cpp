@@ -120,6 +120,18 @@ void BranchList::OnSelectChanged(toolkit::TNotifyUI& message) {
     react(kReactions, *message.pSender);
 }
 
+void BranchList::OnSplit(toolkit::TNotifyUI& /*message*/) {
+    if (m_parts) {
+        m_parts->leftPane.keepWidths();
+    }
+}
+
+void BranchList::windowSized() {
+    if (m_parts) {
+        m_parts->leftPane.windowSized();
+    }
+}
+
 void BranchList::OnKillFocus(toolkit::TNotifyUI& message) {
     using toolkit::CControlUI;
     static constexpr Reaction kReactions[] = {

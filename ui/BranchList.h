@@ -43,12 +43,14 @@ public:
     void OnClick(toolkit::TNotifyUI& message) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
     void OnSelectChanged(toolkit::TNotifyUI& message) override;
+    void OnSplit(toolkit::TNotifyUI& message) override;
     void OnKillFocus(toolkit::TNotifyUI& message) override;
     bool HandleMessage(const platform::Event& event) override;
 
 protected:
     [[nodiscard]] std::span<const ContextMenu> contextMenus() const override;
     [[nodiscard]] std::span<const std::u16string_view> panes() const override;
+    void windowSized() override;
 
 private:
     struct Parts;

@@ -11,6 +11,7 @@
 #include "ui/branch_editor/ChosenActions.h"
 #include "ui/branch_editor/HistoryPresenter.h"
 #include "ui/branch_editor/LeadsPresenter.h"
+#include "ui/branch_editor/LeftPane.h"
 #include "ui/branch_editor/StripPresenter.h"
 #include "ui/branch_editor/VideoAdder.h"
 #include "ui/branch_editor/VideoPresenter.h"
@@ -30,6 +31,7 @@ struct BranchList::Parts {
     ChosenActions chosen;
     StripPresenter strip;
     HistoryPresenter history;
+    LeftPane leftPane;
     LeadsPresenter leads;
     ZoneVisit visit;
     DraftProblem draftProblem;

@@ -1,6 +1,7 @@
 #include "ui/EditorWindow.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 #include "app/state/ScreenState.h"
@@ -49,6 +50,7 @@ platform::Rect anchorOf(const toolkit::CControlUI& control) {
 EditorWindow::EditorWindow(const WindowContext& context, std::span<const Command> commands)
     : WindowImplBase(context.gui), m_context(context), m_commands(GetPaintManager(), commands),
       m_commonCommands(GetPaintManager(), kCommonCommands) {
+    bindWindowCommands();
     bindCommonCommands();
 }
 
@@ -71,6 +73,28 @@ void EditorWindow::bindFind(std::u16string_view field) {
         [this, field] { return controls().isUsable(field); });
 }
 
+void EditorWindow::bindWindowCommands() {
+    using platform::WindowState;
+    m_commands.bind(command::kMinimize, [this] { GetNative()->setState(WindowState::minimized); });
+    m_commands.bind(command::kMaximize, [this] {
+        GetNative()->setState(GetNative()->state() == WindowState::maximized
+                                  ? WindowState::normal
+                                  : WindowState::maximized);
+    });
+}
+
+void EditorWindow::showState() {
+    toolkit::CControlUI* button = findControl(kMaximizeCommand.control);
+    if (button == nullptr) {
+        return;
+    }
+    const bool isMaximized = GetNative()->state() == platform::WindowState::maximized;
+    const std::u16string_view text = isMaximized ? u"Restore" : kMaximizeCommand.toolTip;
+    button->SetToolTip(text);
+    button->SetLabel(text);
+    button->SetAttribute(u"icon", isMaximized ? u"Restore" : u"Maximize");
+}
+
 void EditorWindow::showMenu(std::span<const std::string_view> ids) {
     if (toolkit::CControlUI* button = findControl(kMenuCommand.control)) {
         toolkit::MenuPopup::of(GetPaintManager())
@@ -83,6 +107,10 @@ void EditorWindow::OnClick(toolkit::TNotifyUI& message) {
 }
 
 bool EditorWindow::MessageHandler(const platform::Event& event) {
+    if (event.kind == platform::EventKind::resized) {
+        showState();
+        windowSized();
+    }
     return openContextMenu(event) || m_commands.handleKey(event) ||
            m_commonCommands.handleKey(event) || WindowImplBase::MessageHandler(event);
 }

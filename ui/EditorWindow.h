@@ -52,10 +52,12 @@ public:
     void Close(int code = 0) override;
     /// Runs the command of the clicked control.
     void OnClick(toolkit::TNotifyUI& message) override;
-    /// Runs the command of a key.
+    /// Runs the command of a key, and follows the window's size.
     bool MessageHandler(const platform::Event& event) override;
 
 protected:
+    /// The window has another size; before the controls are laid out for it.
+    virtual void windowSized() {}
     /// Shows the created window and runs its message loop. When the system ends the
     /// program meanwhile, the quit flag is set: every screen is left as by Exit then.
     void runLoop();
@@ -101,6 +103,9 @@ private:
     bool openContextMenu(const platform::Event& event);
     void bindCommonCommands();
     void placeScreen();
+    void bindWindowCommands();
+    /// The button that maximises the window restores it while it is.
+    void showState();
     void notePlace();
 
     WindowContext m_context;

@@ -44,6 +44,8 @@ QAccessible::Role roleOf(AccessibleRole role) {
         return QAccessible::MenuItem;
     case AccessibleRole::picture:
         return QAccessible::Graphic;
+    case AccessibleRole::separator:
+        return QAccessible::Splitter;
     }
     return QAccessible::Client;
 }

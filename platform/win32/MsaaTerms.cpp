@@ -36,6 +36,8 @@ long msaaRole(AccessibleRole role) {
         return ROLE_SYSTEM_MENUITEM;
     case AccessibleRole::picture:
         return ROLE_SYSTEM_GRAPHIC;
+    case AccessibleRole::separator:
+        return ROLE_SYSTEM_SEPARATOR;
     }
     return ROLE_SYSTEM_CLIENT;
 }

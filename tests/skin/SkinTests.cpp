@@ -2,6 +2,7 @@
 // of a control is told by its picture.
 #include <algorithm>
 #include <cstdint>
+#include <fstream> // IWYU pragma: keep
 #include <memory>
 #include <set>
 #include <span>
@@ -55,6 +56,23 @@ public:
 private:
     std::string m_file;
 };
+
+/// Gives the window the size that a name as "Window.xml@1600x900" ends in, if it does.
+void resizeTo(SkinWindow& window, const std::string& name) {
+    platform::Size size;
+    char sign = 0;
+    std::istringstream text(name.substr(std::min(name.find('@'), name.size() - 1) + 1));
+    if (!(text >> size.width >> sign >> size.height)) {
+        return;
+    }
+    const test::WindowDriver driver(window);
+    driver.native().setGeometry(Rect::at(0, 0, size.width, size.height));
+    ASSERT_TRUE(test::pumpUntil([&] { return driver.manager().GetWindowSize() == size; }));
+    for (const char16_t* pane : {u"PaneLeft", u"SplitterColumn", u"SpaceLeft", u"SpaceRight"}) {
+        driver.get(pane).SetVisible(!driver.get(pane).isShown());
+    }
+    driver.manager().UpdateLayout();
+}
 
 /// Pixels of `rect` that differ, and are then of one of the colours, of any when none are given.
 int changes(const Bitmap& before, const Bitmap& after, const Rect& rect,
@@ -198,6 +216,32 @@ TEST_P(SkinLook, ButtonsSayWhatTheirCommandsSay) {
     }
 }
 
+// A name as "BranchList.xml@1600x900": the places in a window of that size, with all its panes.
+TEST(SkinPlaces, AreTheDesignsInWindowsOfEverySize) {
+    std::ifstream table(LAYOUT_TABLE);
+    std::unique_ptr<SkinWindow> window;
+    std::string shown;
+    std::string line;
+    for (std::getline(table, line); std::getline(table, line);) { // below the heading
+        std::istringstream cells(line);
+        std::string name;
+        std::string control;
+        platform::Point at;
+        platform::Size size;
+        std::getline(std::getline(cells, name, '\t'), control, '\t');
+        cells >> at.x >> at.y >> size.width >> size.height;
+        if (std::exchange(shown, name) != name) {
+            window = std::make_unique<SkinWindow>(name.substr(0, name.find('@')));
+            resizeTo(*window, name);
+        }
+        const Rect place =
+            control.empty() ? window->GetPaintManager().GetRoot()->GetPos()
+                            : test::WindowDriver(*window).get(core::displayText(control)).GetPos();
+        EXPECT_EQ(place, Rect::at(at.x, at.y, size.width, size.height)) << name << " " << control;
+    }
+    EXPECT_EQ(shown, "BranchList.xml@1600x900");
+}
+
 const std::string kZoneEditOrder =
     "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonClose ButtonNoticeUndo ButtonOnlyThisFrame "
     "ButtonOnAllFrames ButtonRestoreDraft ButtonCloseNotice OptionMovePoint OptionAddPoint "
@@ -220,7 +264,8 @@ const Layout kLayouts[] = {
      "ButtonCreate ButtonBack",
      ui::kNewSceneCommands},
     {"BranchList",
-     "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonExit ComboBranchName ButtonAddBranch "
+     "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonMinimize ButtonMaximize ButtonExit "
+     "SplitterColumn ComboBranchName ButtonAddBranch "
      "EditBranchName "
      "CheckFirst ComboVideoName ButtonAddVideo ButtonEditZones ButtonAddAction "
      "ButtonRemoveAction BranchList ButtonNoticeUndo ButtonRetarget ButtonCloseNotice",

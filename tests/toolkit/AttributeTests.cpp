@@ -131,5 +131,5 @@ TEST(SkinDocument, NamesForEveryElementTheAttributesThatItsKindKnowsAndNoOthers)
                 << name;
         }
     }
-    EXPECT_EQ(elements, 15);
+    EXPECT_EQ(elements, 16);
 }

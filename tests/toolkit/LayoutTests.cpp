@@ -1,4 +1,5 @@
 // Where controls stand.
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -67,6 +68,89 @@ TEST_F(Layout, KeepsTheDistancesToAnchoredEdges) {
         window().GetPaintManager().UpdateLayout();
         EXPECT_EQ(driver().get(name).GetPos(), place) << std::string(name.begin(), name.end());
     }
+}
+
+TEST_F(Layout, TakesWhatItsWindowHasRoomFor) {
+    open(R"(<Default class="Label" textcolor="#FF000000"/>
+            <Label name="A" pos="10,20,30,40" anchor="top,right" text="" visible="true">
+              <Range from="500,0" pos="0,20,40,40" text="wide" textcolor="#FF0000FF"/>
+              <Range from="500,400" text="large" align="right"/><Range text="odd"/>
+            </Label>
+            <HorizontalLayout pos="0,0,400,20" anchor="left,right">
+              <Container name="Box" size="100,20" visible="false">
+                <Label name="B" pos="90,0,10,20" anchor="top,right"/></Container>
+            </HorizontalLayout>)");
+    EXPECT_EQ(m_log.errors().size(), 2U) << "no usual \"align\", no size";
+    const std::tuple<platform::Size, std::u16string_view, int> sizes[] = {
+        {{499, 999}, u"", 109},     {{500, 399}, u"wide", 100}, {{500, 400}, u"large", 100},
+        {{600, 200}, u"wide", 200}, {{400, 300}, u"", 10},
+    };
+    driver().get(u"Box").SetVisible(true);
+    for (const auto& [size, text, left] : sizes) {
+        window().GetPaintManager().SetWindowSize(size);
+        window().GetPaintManager().UpdateLayout();
+        EXPECT_EQ(driver().textOf(u"A"), text);
+        EXPECT_EQ(driver().get(u"A").GetPos().left, left);
+        EXPECT_EQ(driver().get(u"B").GetPos().right, size.width) << "hidden in the first layout";
+    }
+}
+
+TEST_F(Layout, GivesWayToTheSplitter) {
+    open(R"(<HorizontalLayout name="Row" pos="0,0,400,100" anchor="left,right">
+              <Label name="Front" minwidth="50"/><Splitter name="Bar" width="16"/>
+              <Label name="Gone" width="40" visible="false"/>
+              <Label name="Back" width="100" minwidth="80"/></HorizontalLayout>)");
+    const auto length = [&] { return driver().get(u"Back").GetPos().width(); };
+    const platform::Point bar = test::WindowDriver::middleOf(driver().get(u"Bar"));
+    const std::tuple<const char*, std::function<void()>, int, bool> moves[] = {
+        {"at first", [] {}, 100, false},
+        {"a drag",
+         [&] {
+             driver().drag({bar, {bar.x - 10, 99}, {bar.x - 60, 0}});
+         },
+         160, true},
+        {"least",
+         [&] {
+             driver().doubleClick({bar.x - 60, 50});
+         },
+         80, true},
+        {"last", [&] { driver().press(platform::Key::enter); }, 160, true},
+        {"a key", [&] { driver().press(platform::Key::right); }, 144, true},
+        {"to the end",
+         [&] {
+             driver().drag({{248, 50}, {-500, 50}});
+         },
+         334, true},
+        {"less room",
+         [&] {
+             window().GetPaintManager().SetWindowSize({300, 300});
+         },
+         234, false},
+        {"no room",
+         [&] {
+             window().GetPaintManager().SetWindowSize({120, 300});
+         },
+         80, false},
+        {"room again",
+         [&] {
+             window().GetPaintManager().SetWindowSize({400, 300});
+         },
+         334, false},
+        {"a width for what was hidden",
+         [&] {
+             driver().get(u"Back").SetVisible(false);
+             driver().get(u"Gone").SetVisible(true);
+         },
+         334, false},
+    };
+    for (const auto& [what, move, expected, isUsers] : moves) {
+        move();
+        window().GetPaintManager().UpdateLayout();
+        EXPECT_EQ(length(), expected) << what;
+        const Notes notes = window().take();
+        EXPECT_EQ(std::count(notes.begin(), notes.end(), "split Bar") > 0, isUsers) << what;
+    }
+    EXPECT_EQ(driver().get(u"Gone").GetPos().width(), 334);
 }
 
 TEST_F(Layout, ComesAnewWhenTheProgramChangesIt) {

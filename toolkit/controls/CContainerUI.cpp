@@ -7,6 +7,7 @@
 #include "platform/Canvas.h"
 #include "platform/Geometry.h"
 #include "toolkit/layout/Anchor.h"
+#include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
@@ -89,7 +90,11 @@ platform::Rect CContainerUI::contentRect() const {
 void CContainerUI::SetPos(const Rect& pos) {
     CControlUI::SetPos(pos);
     const Rect content = contentRect();
-    m_designed = m_designed.value_or(content.size());
+    if (!m_designed) {
+        const Size all = m_size.value_or(pos.size());
+        m_designed = {all.width - m_inset.left - m_inset.right,
+                      all.height - m_inset.top - m_inset.bottom};
+    }
     layoutChildren(content);
 }
 
@@ -119,6 +124,10 @@ void CContainerUI::layoutChildren(const Rect& content) {
 }
 
 bool CContainerUI::SetAttribute(std::u16string_view name, std::u16string_view value) {
+    if (name == u"size") {
+        assignIf(m_size, parseSize(value));
+        return true;
+    }
     if (name != u"inset") {
         return CControlUI::SetAttribute(name, value);
     }

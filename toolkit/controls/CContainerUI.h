@@ -71,7 +71,8 @@ protected:
 private:
     std::vector<std::unique_ptr<CControlUI>> m_items;
     Rect m_inset;
-    std::optional<Size> m_designed; ///< size of the content in the first layout
+    std::optional<Size> m_size;     ///< for which the children's places are made
+    std::optional<Size> m_designed; ///< the same of the content; else as in the first layout
 };
 
 } // namespace toolkit

@@ -70,6 +70,7 @@ public:
     /// Sizes in pixels; 0 means: as large as the place allows (or as the control's kind needs).
     void SetFixedWidth(int width);
     void SetFixedHeight(int height);
+    [[nodiscard]] const Size& GetFixedSize() const { return m_fixed; }
     [[nodiscard]] int GetFixedWidth() const { return m_fixed.width; }
     [[nodiscard]] int GetFixedHeight() const { return m_fixed.height; }
     void SetMinWidth(int width);
@@ -95,6 +96,8 @@ public:
     [[nodiscard]] const Rect& GetPos() const { return m_pos; }
     /// Called by the layout; invalidates what the control leaves and what it takes.
     virtual void SetPos(const Rect& pos);
+    /// The row or column that it stands in is about to share out its content.
+    virtual void beforeLayout(Size /*content*/) {}
     /// The size the control wants; a side of 0 leaves that side to the layout.
     [[nodiscard]] virtual Size EstimateSize(Size available) const;
     /// `size` within the control's minimum and maximum.

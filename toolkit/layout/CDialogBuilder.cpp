@@ -1,6 +1,8 @@
 #include "toolkit/layout/CDialogBuilder.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -14,6 +16,7 @@
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/layout/ControlFactory.h"
 #include "toolkit/layout/IDialogBuilderCallback.h"
+#include "toolkit/layout/SizeRanges.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
@@ -24,6 +27,8 @@ using tinyxml2::XMLAttribute;
 using tinyxml2::XMLElement;
 
 constexpr std::size_t kMaxRemarks = 100;
+constexpr const char* kRange = "Range";
+constexpr const char* kRangeFrom = "from";
 
 std::u16string wide(const char* text) {
     return core::displayText(text != nullptr ? text : "");
@@ -93,7 +98,7 @@ struct CDialogBuilder::Building {
             const std::u16string value = wide(a->Value());
             if (name == u"caption") {
                 manager.SetCaption(parseRect(value).value_or(platform::Rect{}));
-            } else if (name != u"size" && name != u"minsize" && !root.SetAttribute(name, value)) {
+            } else if (name != u"minsize" && !root.SetAttribute(name, value)) {
                 remark(element, std::string("Window has no attribute ") + a->Name());
             }
         }
@@ -115,14 +120,59 @@ struct CDialogBuilder::Building {
                 remark(element, std::string(element.Name()) + " has no attribute " + a->Name());
             }
         }
+        addRanges(*control, element);
         return control;
+    }
+
+    /// What the element or the default of its kind says; null when neither does.
+    std::optional<std::u16string> usualValue(const CControlUI& control, const XMLElement& element,
+                                             const char* name) {
+        if (const char* own = element.Attribute(name)) {
+            return wide(own);
+        }
+        const auto& defaults = manager.look().GetDefaults(control.GetClass());
+        const auto found = std::find_if(defaults.rbegin(), defaults.rend(), [&](const auto& value) {
+            return value.first == wide(name);
+        });
+        return found != defaults.rend() ? std::optional(found->second) : std::nullopt;
+    }
+
+    /// Only attributes that the control has outside the range, too, or they would stay for good.
+    void addRanges(CControlUI& control, const XMLElement& element) {
+        SizeRanges::Values usual;
+        std::vector<SizeRanges::Range> ranges;
+        for (const XMLElement* e = element.FirstChildElement(kRange); e != nullptr;
+             e = e->NextSiblingElement(kRange)) {
+            const auto from = parseSize(wide(e->Attribute(kRangeFrom)));
+            if (!from) {
+                remark(*e, "Range without a size from which it holds");
+                continue;
+            }
+            ranges.push_back({*from, {}});
+            for (const XMLAttribute* a = e->FirstAttribute(); a != nullptr; a = a->Next()) {
+                const auto value = usualValue(control, element, a->Name());
+                if (std::string_view(a->Name()) == kRangeFrom) {
+                    continue;
+                }
+                if (!value) {
+                    remark(*e, std::string(element.Name()) + " has no " + a->Name() +
+                                   " outside this range");
+                    continue;
+                }
+                usual.emplace_back(wide(a->Name()), *value);
+                ranges.back().values.emplace_back(wide(a->Name()), wide(a->Value()));
+            }
+        }
+        if (!ranges.empty()) {
+            manager.ranges().add(control, std::move(usual), std::move(ranges));
+        }
     }
 
     bool addChildren(CContainerUI& parent, const XMLElement& from) {
         for (const XMLElement* e = from.FirstChildElement(); e != nullptr;
              e = e->NextSiblingElement()) {
             const std::string_view kind = e->Name();
-            if (kind == "Font" || kind == "Default") {
+            if (kind == "Font" || kind == "Default" || kind == kRange) {
                 continue;
             }
             if (++controls > kMaxControls) {

@@ -27,6 +27,9 @@ void CVerticalLayoutUI::layoutChildren(const Rect& content) {
     std::vector<CControlUI*> column;
     std::vector<BoxPart> parts;
     for (const std::unique_ptr<CControlUI>& child : items()) {
+        child->beforeLayout(content.size());
+    }
+    for (const std::unique_ptr<CControlUI>& child : items()) {
         if (!child->isShown() || placeFixed(*child, content)) {
             continue;
         }

@@ -14,6 +14,7 @@
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/controls/CScrollBarUI.h"
+#include "toolkit/controls/CSplitterUI.h"
 #include "toolkit/controls/CTextUI.h"
 #include "toolkit/layout/CHorizontalLayoutUI.h"
 #include "toolkit/layout/CVerticalLayoutUI.h"
@@ -46,6 +47,7 @@ std::unique_ptr<CControlUI> createControl(std::u16string_view className) {
         {u"ListLabelElement", make<CListLabelElementUI>},
         {u"ListContainerElement", make<CListContainerElementUI>},
         {u"ScrollBar", make<CScrollBarUI>},
+        {u"Splitter", make<CSplitterUI>},
     };
     const auto maker = makers.find(className);
     return maker == makers.end() ? nullptr : maker->second();

@@ -13,6 +13,7 @@ void CNotifyPump::NotifyPump(TNotifyUI& message) {
         {kItemActivate, &CNotifyPump::OnItemActivate},
         {kSelectChanged, &CNotifyPump::OnSelectChanged},
         {kKillFocus, &CNotifyPump::OnKillFocus},
+        {kSplit, &CNotifyPump::OnSplit},
         {kTextChanged, &CNotifyPump::OnTextChanged},
     };
     for (const auto& [type, handler] : handlers) {

@@ -13,6 +13,7 @@ public:
     virtual void OnItemActivate(TNotifyUI& /*message*/) {}
     virtual void OnSelectChanged(TNotifyUI& /*message*/) {}
     virtual void OnKillFocus(TNotifyUI& /*message*/) {}
+    virtual void OnSplit(TNotifyUI& /*message*/) {}
     virtual void OnTextChanged(TNotifyUI& /*message*/) {}
 
     /// Unknown types are ignored.

@@ -37,6 +37,7 @@ void CPaintManagerUI::Init(platform::NativeWindow* window) {
     m_closing = false;
     m_mouse.windowChanged();
     m_look.Clear();
+    m_ranges.clear();
     m_caption = {};
     // Their windows were destroyed with the former one, which owned them.
     m_popup.reset();
@@ -66,6 +67,7 @@ void CPaintManagerUI::forget(CControlUI& control) {
     if (const Popup* open = popup(); open != nullptr && open->owner() == &control) {
         closePopup(); // may give the focus back to it
     }
+    m_ranges.forget(control);
     m_focus.forget(control);
     m_mouse.forget(control);
     m_toolTip->leave(control);
@@ -153,8 +155,9 @@ void CPaintManagerUI::Invalidate(const Rect& rect) {
 
 void CPaintManagerUI::UpdateLayout() {
     if (m_needsLayout && m_root != nullptr) {
-        m_needsLayout = false;
         const Busy busy(this);
+        m_ranges.apply(m_windowSize);
+        m_needsLayout = false;
         m_root->SetPos(Rect::at(0, 0, m_windowSize.width, m_windowSize.height));
     }
 }

@@ -13,6 +13,7 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/FocusKeeper.h"
 #include "toolkit/input/MouseInput.h"
+#include "toolkit/layout/SizeRanges.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/ControlTimers.h"
 #include "toolkit/window/IMessageFilterUI.h"
@@ -81,6 +82,8 @@ public:
 
     [[nodiscard]] WindowLook& look() { return m_look; }
     [[nodiscard]] const WindowLook& look() const { return m_look; }
+    /// What follows the window's size.
+    [[nodiscard]] SizeRanges& ranges() { return m_ranges; }
     [[nodiscard]] platform::FontSet& fonts() const { return m_gui.fonts(); }
 
     /// The focus ring of controls that have none of their own.
@@ -151,6 +154,7 @@ private:
     platform::Gui& m_gui;
     platform::NativeWindow* m_window = nullptr;
     WindowLook m_look;
+    SizeRanges m_ranges;
     std::unique_ptr<CControlUI> m_root;
     std::vector<std::unique_ptr<CControlUI>> m_retired;
     std::vector<INotifyUI*> m_notifiers;

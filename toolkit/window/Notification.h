@@ -22,6 +22,8 @@ inline constexpr std::u16string_view kSelectChanged = u"selectchanged";
 inline constexpr std::u16string_view kKillFocus = u"killfocus";
 /// The user changed an edit's text.
 inline constexpr std::u16string_view kTextChanged = u"textchanged";
+/// The user has moved a splitter: GetLength() is what is wanted now.
+inline constexpr std::u16string_view kSplit = u"split";
 
 struct TNotifyUI {
     std::u16string sType;

@@ -13,6 +13,12 @@ inline constexpr std::u16string_view kFirstCheck = u"CheckFirst";
 inline constexpr std::u16string_view kLeadsHereButton = u"";
 inline constexpr std::u16string_view kActionList = u"BranchList";
 
+inline constexpr std::u16string_view kLeftPane = u"PaneLeft";
+inline constexpr std::u16string_view kColumnSplitter = u"SplitterColumn";
+inline constexpr std::u16string_view kColumn = u"PaneColumn";
+inline constexpr std::u16string_view kSpaceLeft = u"SpaceLeft";
+inline constexpr std::u16string_view kSpaceRight = u"SpaceRight";
+
 inline constexpr std::u16string_view kSceneLabel = u"LabelScene";
 inline constexpr std::u16string_view kStateLabel = u"LabelState";
 inline constexpr std::u16string_view kNoticePanel = u"PanelNotice";

@@ -95,6 +95,8 @@ inline constexpr Command kBranchEditorCommands[] = {
      {{{platform::Key::d, {.control = true}}}}},
     kUndoCommand,
     kRedoCommand,
+    kMinimizeCommand,
+    kMaximizeCommand,
     kMenuCommand,
     {.id = command::kOpenAnother,
      .group = kEverywhere,

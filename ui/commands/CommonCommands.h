@@ -21,6 +21,8 @@ inline constexpr std::string_view kPaneBefore = "paneBefore";
 inline constexpr std::string_view kUndo = "undo";
 inline constexpr std::string_view kRedo = "redo";
 inline constexpr std::string_view kMenu = "menu";
+inline constexpr std::string_view kMinimize = "minimize";
+inline constexpr std::string_view kMaximize = "maximize";
 inline constexpr std::string_view kSettings = "settings";
 inline constexpr std::string_view kEarlierVersions = "earlierVersions";
 /// In a menu: a line between the rows above and below.
@@ -66,6 +68,16 @@ inline constexpr Command kMenuCommand{
     .toolTip = u"More",
     .keys = {{{platform::Key::menu, {}}, {platform::Key::f10, {.shift = true}}}},
     .listed = u"Menu"};
+// Of windows that can be sized.
+inline constexpr Command kMinimizeCommand{command::kMinimize, kEverywhere, u"Minimise",
+                                          u"ButtonMinimize", u"Minimise"};
+inline constexpr Command kMaximizeCommand{.id = command::kMaximize,
+                                          .group = kEverywhere,
+                                          .text = u"Maximise",
+                                          .control = u"ButtonMaximize",
+                                          .toolTip = u"Maximise",
+                                          .keys = {{{platform::Key::f11, {}}}},
+                                          .listed = u"Fill the screen, and back"};
 inline constexpr Command kEarlierVersionsCommand{.id = command::kEarlierVersions,
                                                  .group = kEverywhere,
                                                  .text = u"Earlier Versions…",

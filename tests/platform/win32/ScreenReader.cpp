@@ -34,6 +34,7 @@ const std::map<AccessibleRole, SystemRole> kRoles{
     {AccessibleRole::menu, {ROLE_SYSTEM_MENUPOPUP}},
     {AccessibleRole::menuItem, {ROLE_SYSTEM_MENUITEM, u"Execute"}},
     {AccessibleRole::picture, {ROLE_SYSTEM_GRAPHIC}},
+    {AccessibleRole::separator, {ROLE_SYSTEM_SEPARATOR}},
 };
 
 } // namespace
