@@ -6,6 +6,7 @@
 
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/state/SharedServices.h"
+#include "recovery/RecentScenes.h"
 #include "recovery/SceneDraft.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
@@ -83,6 +84,7 @@ std::optional<ScreenResult> EditorScreens::showZoneEditor() {
 
 bool EditorScreens::loadChosenScene() {
     const auto& session = m_context.services.sceneSession;
+    const std::string chosen = session ? session->scene().Name() : std::string();
     const std::string draft = std::exchange(m_context.state.draftToRestore, {});
     if (!session || !m_sceneDraft) {
         return session && session->load("");
@@ -90,6 +92,9 @@ bool EditorScreens::loadChosenScene() {
     const bool good =
         draft.empty() ? m_sceneDraft->load(session->scene().Name()) : m_sceneDraft->restore(draft);
     m_context.state.unreadableDraft = good ? std::string() : draft;
+    if (good) {
+        recovery::noteOpenedScene(chosen);
+    }
     return good;
 }
 

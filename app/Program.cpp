@@ -12,9 +12,12 @@
 #include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
 #include "core/Log.h"
+#include "core/Services.h"
 #include "core/StandardError.h"
 #include "platform/Desktop.h"
 #include "recovery/Drafts.h"
+#include "recovery/Places.h"
+#include "stills/StillService.h"
 
 namespace app {
 namespace {
@@ -32,11 +35,14 @@ int runScreens(app_state::ScreenState& state, app_state::SharedServices& service
     services.drafts = std::make_shared<recovery::Drafts>(gui->loop(), [&services] {
         return !services.editorSettings || services.editorSettings->keepDrafts();
     });
+    services.stills = std::make_shared<stills::StillService>(
+        gui->loop(), *core::services().fileSystem, recovery::cacheFolder());
     bool ended = false;
     {
         EditorScreens screens({*gui, state, services});
         ended = ScreenLoop(state, gui->components(), screens).run();
     }
+    services.stills.reset();
     services.drafts.reset();
     return ended ? kSuccess : kFailure;
 }

@@ -111,6 +111,24 @@ int convertStringToInt(const std::u16string& text) {
     return convertStringToInt(narrow);
 }
 
+std::u16string foldCase(std::u16string_view text) {
+    const auto isIn = [](char16_t c, char16_t first, char16_t last) {
+        return first <= c && c <= last;
+    };
+    std::u16string folded(text);
+    for (char16_t& c : folded) {
+        if (isIn(c, u'A', u'Z') || (isIn(c, 0xC0, 0xDE) && c != 0xD7) || isIn(c, 0x391, 0x3A9) ||
+            isIn(c, 0x410, 0x42F)) {
+            c = static_cast<char16_t>(c + 0x20);
+        } else if (isIn(c, 0x100, 0x137) || isIn(c, 0x14A, 0x177)) {
+            c = static_cast<char16_t>(c | 1U); // pairs of a capital and a small letter
+        } else if (isIn(c, 0x400, 0x40F)) {
+            c = static_cast<char16_t>(c + 0x50);
+        }
+    }
+    return folded;
+}
+
 std::string lowerCase(std::string_view text) {
     std::string result(text);
     for (char& c : result) {

@@ -26,6 +26,9 @@ namespace core {
 [[nodiscard]] int convertStringToInt(const std::string& text);
 [[nodiscard]] int convertStringToInt(const std::u16string& text);
 
+/// For finding: small letters in place of the capital ones of Latin, Greek and Cyrillic.
+[[nodiscard]] std::u16string foldCase(std::u16string_view text);
+
 /// Changes ASCII letters only.
 [[nodiscard]] std::string lowerCase(std::string_view text);
 /// Whether it is "true", ignoring case.

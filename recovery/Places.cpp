@@ -83,6 +83,10 @@ std::string editorIniPath() {
     return inWorkingDirectory("Editor.ini");
 }
 
+std::string recentScenesPath() {
+    return inWorkingDirectory("Recent.txt");
+}
+
 std::string encodedName(std::string_view name) {
     if (name.empty()) {
         return "%";

@@ -8,7 +8,7 @@
 
 namespace recovery {
 
-// Folders, each ending in a separator, and a file; absolute, empty if the working directory is
+// Folders, each ending in a separator, and files; absolute, empty if the working directory is
 // unknown.
 /// Unsaved work.
 [[nodiscard]] std::string draftsFolder();
@@ -18,6 +18,8 @@ namespace recovery {
 [[nodiscard]] std::string cacheFolder();
 /// The settings of this editor.
 [[nodiscard]] std::string editorIniPath();
+/// When scenes were opened.
+[[nodiscard]] std::string recentScenesPath();
 
 /// Encoded names are never longer.
 inline constexpr std::size_t kMaxEncodedBytes = 96;

@@ -18,6 +18,7 @@
 #include "scene/BranchManager.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
+#include "scene/SceneSummary.h"
 #include "scene/SceneXml.h"
 
 namespace scene {
@@ -25,8 +26,6 @@ namespace {
 
 constexpr const char* kNotLoaded = "Unable to load scene";
 constexpr int kSaveLine = 305; // as those in SceneManager.cpp
-/// About 200,000 actions, far more than any real scene; parsing takes many times the file's size.
-constexpr std::size_t kMaxFileBytes = std::size_t{32} * 1024 * 1024;
 
 bool failLoad(const char* reason) {
     core::Log::get()->Error("%s", reason);
@@ -66,13 +65,13 @@ bool SceneManager::dropBranches() {
 
 bool SceneManager::readFile(const std::string& folder) {
     // From memory: the library does not open files by UTF-8 names on every system.
-    const auto text = core::readWholeFile(folder + kSceneFileName, kMaxFileBytes);
+    const auto text = core::readWholeFile(folder + kSceneFileName, kMaxSceneFileBytes);
     return text ? readText(*text) : failLoad(kNotLoaded);
 }
 
 bool SceneManager::readText(std::string_view text) {
     tinyxml2::XMLDocument document;
-    if (text.size() > kMaxFileBytes ||
+    if (text.size() > kMaxSceneFileBytes ||
         document.Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS) {
         return failLoad(kNotLoaded);
     }

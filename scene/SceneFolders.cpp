@@ -1,32 +1,52 @@
 #include "scene/SceneFolders.h"
 
+#include <optional>
 #include <utility>
 
 #include "core/Paths.h"
+#include "core/Services.h"
+#include "platform/FileSystem.h"
 
 namespace scene {
 
 namespace {
 
-bool isOffered(const std::string& name) {
+/// Empty unless the scene is on offer.
+std::optional<std::int64_t> savedTime(const std::string& name) {
     const std::string folder = std::string(kScenesFolder) + "/" + name;
-    return !core::isFile(folder + "/Replaced") && core::isFile(folder + "/" + kSceneFileName);
+    const auto file = core::services().fileSystem->info(folder + "/" + kSceneFileName);
+    return file && !file->isFolder && !core::isFile(folder + "/Replaced")
+               ? std::optional(file->modified)
+               : std::nullopt;
 }
 
 } // namespace
 
-std::vector<std::string> listScenes() {
+std::vector<ListedScene> listScenesAndTimes() {
     std::vector<std::string> folders;
     if (!core::listFolders(core::withSeparator(kScenesFolder), folders)) {
         return {};
     }
-    std::vector<std::string> scenes;
+    std::vector<ListedScene> scenes;
     for (std::string& name : folders) {
-        if (isOffered(name)) {
-            scenes.push_back(std::move(name));
+        if (const auto saved = savedTime(name)) {
+            scenes.push_back({std::move(name), *saved});
         }
     }
     return scenes;
+}
+
+std::vector<std::string> listScenes() {
+    std::vector<std::string> names;
+    for (ListedScene& scene : listScenesAndTimes()) {
+        names.push_back(std::move(scene.name));
+    }
+    return names;
+}
+
+std::string videoPath(const std::string& scene, const std::string& name) {
+    const std::string folder = sceneFolderPath(scene);
+    return folder.empty() ? folder : folder + name;
 }
 
 bool canBeListed(std::string_view name) {

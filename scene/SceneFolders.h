@@ -2,6 +2,7 @@
 // directory that contain a "Scene.xml". Used by the windows and by loading and saving.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,12 @@ inline constexpr const char* kSceneFileName = "Scene.xml";
 /// that contains a file "Replaced" is left out: a newer scene has replaced it.
 /// Empty when "Scenes/" cannot be read.
 [[nodiscard]] std::vector<std::string> listScenes();
+/// The same, with when each was saved last, as Clock::now().
+struct ListedScene {
+    std::string name;
+    std::int64_t saved = 0;
+};
+[[nodiscard]] std::vector<ListedScene> listScenesAndTimes();
 
 /// The folder of all scenes, ending in "/". The Add Video dialog starts here.
 [[nodiscard]] std::string scenesFolderPath();
@@ -24,6 +31,9 @@ inline constexpr const char* kSceneFileName = "Scene.xml";
 /// Whether a scene saved as `name` has a folder of its own right below "Scenes/", as all that
 /// listScenes() finds have.
 [[nodiscard]] bool canBeListed(std::string_view name);
+
+/// Where the scene `scene` has the video `name`; empty when the working directory is unknown.
+[[nodiscard]] std::string videoPath(const std::string& scene, const std::string& name);
 
 /// The folder of the scene `name`, ending in "\" whatever the system's own separator: working
 /// directory + "Scenes/" + name + "\". Empty when the working directory is unknown.

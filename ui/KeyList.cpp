@@ -4,6 +4,7 @@
 #include <span>
 #include <utility>
 
+#include "core/Text.h"
 #include "platform/Event.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommonCommands.h"
@@ -20,18 +21,9 @@ constexpr std::span<const Command> kTables[] = {
 };
 constexpr std::u16string_view kGroups[] = {kEverywhere, kFrames, kBranchEditor, kZones};
 
-std::u16string folded(std::u16string_view text) {
-    std::u16string result(text);
-    for (char16_t& letter : result) {
-        letter =
-            letter >= u'A' && letter <= u'Z' ? static_cast<char16_t>(letter - u'A' + u'a') : letter;
-    }
-    return result;
-}
-
 bool isWanted(const KeyLine& line, const std::u16string& wanted) {
-    return folded(line.text).find(wanted) != std::u16string::npos ||
-           folded(keyText(line.chord)).find(wanted) != std::u16string::npos;
+    return core::foldCase(line.text).find(wanted) != std::u16string::npos ||
+           core::foldCase(keyText(line.chord)).find(wanted) != std::u16string::npos;
 }
 
 void addLines(const Command& command, const std::u16string& wanted, std::vector<KeyLine>& lines) {
@@ -48,7 +40,7 @@ void addLines(const Command& command, const std::u16string& wanted, std::vector<
 
 std::vector<KeyGroup> keyGroups(std::u16string_view wanted) {
     std::vector<KeyGroup> groups;
-    const std::u16string text = folded(wanted);
+    const std::u16string text = core::foldCase(wanted);
     for (const std::u16string_view name : kGroups) {
         KeyGroup group{name, {}};
         for (const std::span<const Command> table : kTables) {

@@ -1,18 +1,22 @@
 #include "ui/OpenScene.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 #include <utility>
 
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
+#include "core/Services.h"
 #include "core/Text.h"
+#include "platform/Desktop.h"
+#include "platform/Event.h"
 #include "platform/Gui.h"
 #include "recovery/DraftInfo.h"
 #include "recovery/KeptDrafts.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
-#include "toolkit/controls/CContainerUI.h"
+#include "stills/StillService.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CListUI.h"
@@ -22,6 +26,7 @@
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
 #include "ui/WindowContext.h"
+#include "ui/branch_editor/FlagScope.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
 #include "ui/commands/StartCommands.h"
@@ -31,7 +36,10 @@ namespace ui {
 namespace {
 
 constexpr std::u16string_view kSceneList = u"SceneList";
-constexpr std::u16string_view kLoadButton = u"ButtonLoadScene";
+constexpr std::u16string_view kCardList = u"ListScenes";
+constexpr std::u16string_view kFind = u"EditFindScene";
+constexpr std::u16string_view kFindHint = u"LabelFindScene";
+constexpr std::u16string_view kDuplicateName = u"EditDuplicateName";
 constexpr std::u16string_view kEmptyIcon = u"EmptyIcon";
 constexpr std::u16string_view kEmptyHeading = u"EmptyHeading";
 constexpr std::u16string_view kEmptyLine = u"EmptyLine";
@@ -48,42 +56,68 @@ std::shared_ptr<OpenScene> OpenScene::create(const WindowContext& context) {
 
 OpenScene::OpenScene(const WindowContext& context)
     : EditorWindow(context, kOpenSceneCommands), m_components(context.gui.components()),
-      m_scenes(scene::listScenes()) {
-    commands().bind(command::kOpenScene, [this] { loadScene(); });
-    commands().bind(command::kNewScene, [this] { newScene(); });
-    commands().bind(command::kMenu, [this] { showMenu(kOpenSceneMenu); });
-    commands().bind(command::kExit, [this] { exitProgram(); });
-    commands().bind(command::kRestoreDraft, [this] { restoreDraft(); });
-    commands().bind(command::kDropDraft, [this] { m_drafts->hide(); });
+      m_scenes(scene::listScenesAndTimes()) {
+    bindCommands();
+}
+
+void OpenScene::bindCommands() {
+    const auto free = [this] { return !m_duplicate || !m_duplicate->isCopying(); };
+    const auto hasScene = [this, free] { return free() && chosenRow() >= 0; };
+    CommandSet& commands = this->commands();
+    commands.bind(
+        command::kOpenScene, [this] { loadScene(); },
+        [this, free] { return free() && !m_scenes.empty(); });
+    commands.bind(
+        command::kNewScene, [this] { newScene(); }, free);
+    commands.bind(command::kMenu, [this] { showMenu(kOpenSceneMenu); });
+    commands.bind(command::kExit, [this] { exitProgram(); });
+    commands.bind(
+        command::kRestoreDraft, [this] { restoreDraft(); }, free);
+    commands.bind(command::kDropDraft, [this] { m_drafts->hide(); });
+    commands.bind(
+        command::kDuplicateScene, [this] { m_duplicate->ask(chosenScene()); }, hasScene);
+    commands.bind(
+        command::kOpenFolder, [this] { openFolder(); }, hasScene);
+    commands.bind(command::kMakeDuplicate, [this] { m_duplicate->make(); });
+    commands.bind(command::kDropDuplicate, [this] { stop(); });
+    commands.bind(
+        command::kStop, [this] { stop(); },
+        [this] { return m_duplicate->isShown() || controls().hasFocus(kFind); });
+    bindFind(kFind);
 }
 
 void OpenScene::InitWindow() {
-    fillList();
+    if (const toolkit::CControlUI* hint = findControl(kHint)) {
+        m_usualHint = hint->GetText();
+    }
+    m_duplicate.emplace(
+        controls(), context().gui.loop(), *core::services().fileSystem,
+        [this](const std::string& name) { showDuplicate(name); },
+        [this] { commands().showEnabled(); });
+    fillLists();
     showFailedLoad();
     m_drafts.emplace(controls(), context().state);
-    m_drafts->show(chosenScene());
-    const bool empty = m_scenes.empty();
-    setEnabledOf(kLoadButton, !empty);
-    if (!empty) {
+    choose(0);
+    if (!m_scenes.empty()) {
         GetPaintManager().SetFocus(findControl(kSceneList));
-    }
-    for (const std::u16string_view name : {kEmptyIcon, kEmptyHeading, kEmptyLine}) {
-        setVisibleOf(name, empty);
     }
 }
 
-void OpenScene::fillList() {
+void OpenScene::fillLists() {
     auto* list = find<toolkit::CListUI>(kSceneList);
     if (list == nullptr) {
         return;
     }
-    list->RemoveAll();
-    for (const std::string& name : m_scenes) {
-        addRow(*list, name);
+    list->SetRows(static_cast<int>(m_scenes.size()),
+                  {.make = [this](int row) { return makeRow(row); }, .height = kRowHeight});
+    m_cards.reset(); // before the next ones take its list
+    m_cards =
+        std::make_unique<SceneCards>(controls(), context().gui.loop(), *core::services().fileSystem,
+                                     context().services.stills.get(), m_scenes);
+    for (const std::u16string_view name : {kEmptyIcon, kEmptyHeading, kEmptyLine}) {
+        setVisibleOf(name, m_scenes.empty());
     }
-    if (list->GetCount() > 0) {
-        list->SelectItem(0);
-    }
+    commands().showEnabled();
 }
 
 void OpenScene::showFailedLoad() {
@@ -105,7 +139,8 @@ void OpenScene::showFailedLoad() {
     }
 }
 
-void OpenScene::addRow(toolkit::CContainerUI& list, const std::string& name) {
+std::unique_ptr<toolkit::CControlUI> OpenScene::makeRow(int row) {
+    const std::string& name = m_scenes[static_cast<std::size_t>(row)].name;
     auto text = std::make_unique<toolkit::CTextUI>();
     GetPaintManager().look().ApplyDefaults(*text);
     text->SetName(u"ListItem");
@@ -114,30 +149,142 @@ void OpenScene::addRow(toolkit::CContainerUI& list, const std::string& name) {
     text->SetToolTip(core::displayText("Open " + name + " scenario"));
     auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
     layout->Add(std::move(text));
-    auto row = std::make_unique<toolkit::CListContainerElementUI>();
-    row->SetName(u"Row");
-    row->SetFixedHeight(kRowHeight);
-    row->Add(std::move(layout));
-    list.Add(std::move(row));
+    auto made = std::make_unique<toolkit::CListContainerElementUI>();
+    made->SetName(u"Row");
+    made->SetFixedHeight(kRowHeight);
+    made->Add(std::move(layout));
+    return made;
 }
 
 void OpenScene::OnItemActivate(toolkit::TNotifyUI& message) {
-    if (message.pSender->GetName() == kSceneList) {
-        loadScene();
+    const std::u16string& name = message.pSender->GetName();
+    if (name == kSceneList || name == kCardList) {
+        commands().run(command::kOpenScene);
     }
 }
 
 void OpenScene::OnItemSelect(toolkit::TNotifyUI& message) {
-    if (m_drafts && message.pSender->GetName() == kSceneList) {
-        m_drafts->show(chosenScene());
+    const std::u16string& name = message.pSender->GetName();
+    if (!m_drafts || m_isChoosing || (name != kSceneList && name != kCardList)) {
+        return;
+    }
+    {
+        const FlagScope choosing(m_isChoosing);
+        if (name == kSceneList) {
+            m_cards->choose(chosenRow(), true);
+        } else if (auto* list = find<toolkit::CListUI>(kSceneList)) {
+            list->SelectItem(m_cards->chosen());
+        }
+    }
+    m_drafts->show(chosenScene());
+}
+
+void OpenScene::choose(int row) {
+    auto* list = find<toolkit::CListUI>(kSceneList);
+    if (list == nullptr || row >= list->GetCount()) {
+        m_drafts->show({});
+        return;
+    }
+    {
+        const FlagScope choosing(m_isChoosing);
+        const bool isFirst = list->GetCurSel() < 0; // the newest ones stay in sight
+        list->SelectItem(row);
+        m_cards->choose(row, !isFirst);
+    }
+    m_drafts->show(chosenScene());
+}
+
+void OpenScene::Notify(toolkit::TNotifyUI& message) {
+    if (message.sType == toolkit::kTextChanged && message.pSender->GetName() == kFind) {
+        findScene();
+    }
+    EditorWindow::Notify(message);
+}
+
+bool OpenScene::MessageHandler(const platform::Event& event) {
+    using platform::Key;
+    const bool isDown = event.kind == platform::EventKind::keyDown;
+    if (isDown && event.key == Key::enter && controls().hasFocus(kDuplicateName)) {
+        return event.repeat || commands().run(command::kMakeDuplicate) || true;
+    }
+    if (isDown && controls().hasFocus(kFind)) {
+        if (event.key == Key::enter) {
+            return event.repeat || commands().run(command::kOpenScene) || true;
+        }
+        if (event.key == Key::down || event.key == Key::up) {
+            findBeside(event.key == Key::down ? 1 : -1);
+            return true;
+        }
+    }
+    return EditorWindow::MessageHandler(event);
+}
+
+void OpenScene::findScene() {
+    const toolkit::CControlUI* edit = findControl(kFind);
+    const std::u16string wanted = core::foldCase(edit->GetText());
+    setVisibleOf(kFindHint, wanted.empty());
+    const auto isWanted = [&](int row) {
+        const std::string& name = m_scenes[static_cast<std::size_t>(row)].name;
+        return core::foldCase(core::displayText(name)).find(wanted) != std::u16string::npos;
+    };
+    const int count = static_cast<int>(m_scenes.size());
+    const int chosen = std::max(chosenRow(), 0);
+    int step = 0;
+    while (step < count && !isWanted((chosen + step) % count)) {
+        ++step;
+    }
+    setTextOf(kHint, step < count || wanted.empty() ? m_usualHint : u"No scene has this name.");
+    if (step > 0 && step < count) {
+        choose((chosen + step) % count);
     }
 }
 
-std::string OpenScene::chosenScene() {
+void OpenScene::findBeside(int step) {
+    const std::u16string wanted = core::foldCase(findControl(kFind)->GetText());
+    for (int row = chosenRow() + step; row >= 0 && row < static_cast<int>(m_scenes.size());
+         row += step) {
+        const std::string& name = m_scenes[static_cast<std::size_t>(row)].name;
+        if (core::foldCase(core::displayText(name)).find(wanted) != std::u16string::npos) {
+            choose(row);
+            return;
+        }
+    }
+}
+
+void OpenScene::stop() {
+    if (m_duplicate->isShown()) {
+        m_duplicate->hide();
+    } else {
+        setTextOf(kFind, {});
+        findScene();
+    }
+    controls().setFocus(kSceneList);
+}
+
+int OpenScene::chosenRow() {
     const auto* list = find<toolkit::CListUI>(kSceneList);
-    const int index = list != nullptr ? list->GetCurSel() : -1;
-    const bool isChosen = index >= 0 && static_cast<std::size_t>(index) < m_scenes.size();
-    return isChosen ? m_scenes[static_cast<std::size_t>(index)] : std::string();
+    const int row = list != nullptr ? list->GetCurSel() : -1;
+    return row < static_cast<int>(m_scenes.size()) ? row : -1;
+}
+
+std::string OpenScene::chosenScene() {
+    const int row = chosenRow();
+    return row >= 0 ? m_scenes[static_cast<std::size_t>(row)].name : std::string();
+}
+
+void OpenScene::showDuplicate(const std::string& name) {
+    m_scenes = scene::listScenesAndTimes();
+    fillLists();
+    const auto made = std::find_if(m_scenes.begin(), m_scenes.end(),
+                                   [&](const auto& scene) { return scene.name == name; });
+    choose(made != m_scenes.end() ? static_cast<int>(made - m_scenes.begin()) : 0);
+    controls().setFocus(kSceneList);
+}
+
+void OpenScene::openFolder() {
+    const std::string folder = scene::scenesFolderPath() + chosenScene();
+    const bool isOpen = context().gui.desktop().openFile(folder);
+    showProblem(isOpen ? u"" : u"The folder cannot be shown.", kHint);
 }
 
 void OpenScene::loadScene() {

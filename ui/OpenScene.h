@@ -1,4 +1,6 @@
-// The first screen: lists the scenes and lets the author open one, start a new one or leave.
+// The first screen: lists the scenes twice, as the folder does and the last ones first, and lets
+// the author open one, copy one, start a new one or leave. A choice in one list is one in the
+// other.
 #pragma once
 
 #include <memory>
@@ -6,13 +8,14 @@
 #include <string>
 #include <vector>
 
+#include "scene/SceneFolders.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/window/Notification.h"
 #include "ui/ComponentScope.h"
 #include "ui/DraftBar.h"
+#include "ui/DuplicateBar.h"
 #include "ui/EditorWindow.h"
-
-namespace toolkit {
-class CContainerUI;
-}
+#include "ui/SceneCards.h"
 
 namespace ui {
 
@@ -27,27 +30,44 @@ public:
     void InitWindow() override;
     void OnItemActivate(toolkit::TNotifyUI& message) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
+    void Notify(toolkit::TNotifyUI& message) override;
+    bool MessageHandler(const platform::Event& event) override;
 
 protected:
     [[nodiscard]] std::span<const ContextMenu> contextMenus() const override;
     [[nodiscard]] std::span<const std::u16string_view> panes() const override;
 
 private:
-    void fillList();
+    void bindCommands();
+    /// Lists what the folder has now.
+    void fillLists();
     /// Why this window is back although a scene or unsaved work was chosen.
     void showFailedLoad();
-    void addRow(toolkit::CContainerUI& list, const std::string& name);
+    [[nodiscard]] std::unique_ptr<toolkit::CControlUI> makeRow(int row);
+    [[nodiscard]] int chosenRow();
     /// As stored; empty for none.
     [[nodiscard]] std::string chosenScene();
+    void choose(int row);
+    /// Chooses a scene whose name has what was typed: the one that is chosen, else the next one.
+    void findScene();
+    /// The next one down or up the list.
+    void findBeside(int step);
+    void stop();
     void loadScene();
     void restoreDraft();
     void newScene();
+    void openFolder();
+    void showDuplicate(const std::string& name);
     void exitProgram();
 
     ComponentScope m_components;
-    /// As stored, in the order of the rows.
-    std::vector<std::string> m_scenes;
-    std::optional<DraftBar> m_drafts; ///< from InitWindow on
+    std::vector<scene::ListedScene> m_scenes; ///< in the order of the rows
+    std::u16string m_usualHint;
+    bool m_isChoosing = false; ///< the program chooses in a list
+    // From InitWindow on.
+    std::optional<DraftBar> m_drafts;
+    std::optional<DuplicateBar> m_duplicate;
+    std::unique_ptr<SceneCards> m_cards;
 };
 
 } // namespace ui

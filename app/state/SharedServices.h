@@ -15,6 +15,9 @@ namespace scene {
 class SceneManager;
 class SceneSession;
 } // namespace scene
+namespace stills {
+class StillService;
+}
 
 namespace app_state {
 
@@ -27,6 +30,8 @@ struct SharedServices {
     std::shared_ptr<scene::SceneSession> sceneSession;
     /// Unsaved work of both editors; while there are windows.
     std::shared_ptr<recovery::Drafts> drafts;
+    /// Small pictures of clips; while there are windows.
+    std::shared_ptr<stills::StillService> stills;
 };
 
 } // namespace app_state

@@ -254,7 +254,8 @@ const Layout kLayouts[] = {
      "ListVersions ListVersionActions ListDifferences ButtonRestoreVersion ButtonVersionsClose",
      ui::kEarlierVersionsCommands},
     {"OpenScene",
-     "ButtonDropDraft ButtonRestoreDraft SceneList ButtonNewScene ButtonMenu ButtonLoadScene "
+     "ButtonRestoreDraft ButtonDropDraft EditDuplicateName ButtonMakeDuplicate ButtonDropDuplicate "
+     "EditFindScene SceneList ListScenes ButtonNewScene ButtonMenu ButtonLoadScene "
      "ButtonExit",
      ui::kOpenSceneCommands},
     {"Keys", "EditFindKey ButtonKeysCopy ButtonManual ButtonKeysClose", ui::kKeysCommands},

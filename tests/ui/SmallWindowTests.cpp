@@ -60,7 +60,7 @@ TEST_F(OpenSceneWindow, ListsFoldersWithASceneFileThatNothingReplaces) {
     EXPECT_FALSE(isVisible(u"EmptyHeading"));
     EXPECT_EQ(list().GetItemAt(1)->GetName(), u"Row");
     EXPECT_EQ(test::inRow(driver, u"SceneList", 1, u"ListItem").GetPos(),
-              platform::Rect::at(25, 93, 510, 16))
+              platform::Rect::at(25, 122, 254, 16))
         << "set in from the list's edge";
 }
 

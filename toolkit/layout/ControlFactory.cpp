@@ -13,6 +13,7 @@
 #include "toolkit/controls/CListLabelElementUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/COptionUI.h"
+#include "toolkit/controls/CPictureUI.h"
 #include "toolkit/controls/CScrollBarUI.h"
 #include "toolkit/controls/CSplitterUI.h"
 #include "toolkit/controls/CTextUI.h"
@@ -40,6 +41,7 @@ std::unique_ptr<CControlUI> createControl(std::u16string_view className) {
         {u"Text", make<CTextUI>},
         {u"Button", make<CButtonUI>},
         {u"Option", make<COptionUI>},
+        {u"Picture", make<CPictureUI>},
         {u"Combo", make<CComboUI>},
         {u"Edit", make<CEditUI>},
         {u"List", make<CListUI>},

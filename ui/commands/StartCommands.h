@@ -13,6 +13,10 @@ namespace command {
 inline constexpr std::string_view kOpenScene = "openScene";
 inline constexpr std::string_view kNewScene = "newScene";
 inline constexpr std::string_view kDropDraft = "dropDraft";
+inline constexpr std::string_view kDuplicateScene = "duplicateScene";
+inline constexpr std::string_view kOpenFolder = "openFolder";
+inline constexpr std::string_view kMakeDuplicate = "makeDuplicate";
+inline constexpr std::string_view kDropDuplicate = "dropDuplicate";
 inline constexpr std::string_view kCreate = "create";
 inline constexpr std::string_view kBackToStart = "backToStart";
 } // namespace command
@@ -29,17 +33,31 @@ inline constexpr Command kOpenSceneCommands[] = {
      u"Open the scene with its unsaved work"},
     {command::kDropDraft, {}, u"Hide", u"ButtonDropDraft", u"Hide this; the unsaved work is kept"},
     {.id = command::kFind, .text = u"Find a Scene", .keys = {{kCtrlF}}},
+    {.id = command::kDuplicateScene, .text = u"Duplicate…"},
+    {.id = command::kOpenFolder, .text = u"Open Folder"},
+    {command::kMakeDuplicate,
+     {},
+     u"Duplicate",
+     u"ButtonMakeDuplicate",
+     u"Copy the scene with its videos and zones"},
+    {command::kDropDuplicate, {}, u"Cancel", u"ButtonDropDuplicate", u"Leave without a copy"},
+    {command::kStop, {}, kStopText, {}, {}, {kEsc}},
     kMenuCommand,
 };
 
-inline constexpr std::string_view kOpenSceneMenu[] = {command::kSettings, command::kKeys};
+inline constexpr std::string_view kOpenSceneMenu[] = {command::kDuplicateScene,
+                                                      command::kOpenFolder, command::kLine,
+                                                      command::kSettings, command::kKeys};
 
-inline constexpr std::string_view kSceneRows[] = {command::kOpenScene, command::kNewScene};
+inline constexpr std::string_view kSceneRows[] = {command::kOpenScene, command::kDuplicateScene,
+                                                  command::kOpenFolder, command::kLine,
+                                                  command::kNewScene};
 inline constexpr ContextMenu kOpenSceneContexts[] = {
     {u"SceneList", kSceneRows},
     {u"ListScenes", kSceneRows},
 };
-inline constexpr std::u16string_view kOpenScenePanes[] = {u"SceneList", u"ButtonNewScene"};
+inline constexpr std::u16string_view kOpenScenePanes[] = {u"SceneList", u"ListScenes",
+                                                          u"ButtonNewScene"};
 
 inline constexpr Command kNewSceneCommands[] = {
     {command::kCreate, kEverywhere, u"Create", u"ButtonCreate", u"Start the scene with this name"},

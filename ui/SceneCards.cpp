@@ -1,0 +1,236 @@
+#include "ui/SceneCards.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "core/Text.h"
+#include "platform/Geometry.h"
+#include "recovery/RecentScenes.h"
+#include "toolkit/controls/CLabelUI.h"
+#include "toolkit/controls/CListContainerElementUI.h"
+#include "toolkit/controls/CPictureUI.h"
+#include "toolkit/layout/CHorizontalLayoutUI.h"
+#include "toolkit/layout/CVerticalLayoutUI.h"
+#include "toolkit/skin/WindowLook.h"
+#include "toolkit/window/CPaintManagerUI.h"
+#include "ui/TimeTexts.h"
+
+namespace ui {
+namespace {
+
+constexpr std::u16string_view kList = u"ListScenes";
+constexpr std::u16string_view kStill = u"Still";
+constexpr std::u16string_view kCounts = u"Counts";
+constexpr int kRowHeight = 70;
+constexpr platform::Size kStillSize{94, 53};
+/// Twice the size: sharp on every screen.
+constexpr platform::Size kStillBox{188, 106};
+constexpr int kNameFont = 5;
+constexpr int kSmallFont = 4;
+constexpr int kDateWidth = 150;
+
+/// Opened or saved, whichever came later.
+std::int64_t lastTime(const scene::ListedScene& scene,
+                      const std::map<std::string, std::int64_t>& opened) {
+    const auto found = opened.find(scene.name);
+    return found == opened.end() ? scene.saved : std::max(found->second, scene.saved);
+}
+
+std::u16string momentText(std::int64_t time) {
+    const std::u16string day = dayText(time);
+    return day == u"Today" || day == u"Yesterday" ? day + u" " + timeText(time) : day;
+}
+
+std::string counted(int number, const char* one, const char* several) {
+    return std::to_string(number) + (number == 1 ? one : several);
+}
+
+std::unique_ptr<toolkit::CLabelUI> makeLabel(const toolkit::WindowLook& look, int font,
+                                             std::u16string_view text, int height) {
+    auto label = std::make_unique<toolkit::CLabelUI>();
+    look.ApplyDefaults(*label);
+    label->SetFont(font);
+    label->SetText(text);
+    label->SetFixedHeight(height);
+    if (font == kSmallFont) {
+        label->SetAttribute(u"textcolor", u"#FF465362");
+    }
+    return label;
+}
+
+} // namespace
+
+SceneCards::SceneCards(Controls controls, platform::EventLoop& loop, platform::FileSystem& files,
+                       stills::StillService* stills, std::vector<scene::ListedScene> scenes)
+    : m_controls(controls), m_loop(loop), m_scenes(std::move(scenes)), m_facts(loop, files) {
+    if (list() == nullptr) {
+        return;
+    }
+    const auto opened = recovery::openedScenes();
+    for (std::size_t scene = 0; scene < m_scenes.size(); ++scene) {
+        m_cards.push_back({scene, lastTime(m_scenes[scene], opened)});
+    }
+    std::stable_sort(m_cards.begin(), m_cards.end(),
+                     [](const Card& a, const Card& b) { return a.time > b.time; });
+    if (stills != nullptr) {
+        m_stills = std::make_unique<stills::StillClient>(
+            *stills, [this](const stills::StillRequest& request) {
+                for (int row = 0; row < list()->GetCount(); ++row) {
+                    if (list()->madeRow(row) != nullptr &&
+                        requestOf(m_cards[static_cast<std::size_t>(row)]) == request) {
+                        showFacts(row);
+                    }
+                }
+            });
+    }
+    list()->SetRows(static_cast<int>(m_cards.size()),
+                    {.make = [this](int row) { return makeRow(row); }, .height = kRowHeight});
+    std::vector<std::string> paths;
+    for (const Card& card : m_cards) {
+        paths.push_back(scene::videoPath(m_scenes[card.scene].name, scene::kSceneFileName));
+    }
+    m_facts.read(std::move(paths),
+                 [this](std::size_t row, const auto& summary) { factsArrived(row, summary); });
+}
+
+SceneCards::~SceneCards() {
+    if (list() != nullptr) {
+        list()->SetRows(0, {}); // the list may outlive what makes its rows
+    }
+}
+
+toolkit::CListUI* SceneCards::list() const {
+    return m_controls.find<toolkit::CListUI>(kList);
+}
+
+void SceneCards::choose(int scene, bool reveals) {
+    const auto card = std::find_if(m_cards.begin(), m_cards.end(), [&](const Card& each) {
+        return static_cast<int>(each.scene) == scene;
+    });
+    if (card == m_cards.end()) {
+        return;
+    }
+    const int row = static_cast<int>(card - m_cards.begin());
+    if (reveals) {
+        list()->SelectItem(row);
+    } else {
+        list()->pick(row, false);
+    }
+}
+
+int SceneCards::chosen() const {
+    const int row = list() != nullptr ? list()->GetCurSel() : -1;
+    return row < 0 ? -1 : static_cast<int>(m_cards[static_cast<std::size_t>(row)].scene);
+}
+
+std::unique_ptr<toolkit::CControlUI> SceneCards::makeRow(int row) {
+    const Card& card = m_cards[static_cast<std::size_t>(row)];
+    const toolkit::WindowLook& look = m_controls.manager().look();
+    auto still = std::make_unique<toolkit::CPictureUI>();
+    look.ApplyDefaults(*still);
+    still->SetName(kStill);
+    still->SetFixedWidth(kStillSize.width);
+    still->SetFixedHeight(kStillSize.height);
+    auto heading = std::make_unique<toolkit::CHorizontalLayoutUI>();
+    heading->SetFixedHeight(20);
+    auto name = makeLabel(look, kNameFont, core::displayText(m_scenes[card.scene].name), 20);
+    name->SetAttribute(u"endellipsis", u"true");
+    heading->Add(std::move(name));
+    auto date = makeLabel(look, kSmallFont, momentText(card.time), 20);
+    date->SetFixedWidth(kDateWidth);
+    date->SetAttribute(u"align", u"right");
+    heading->Add(std::move(date));
+    auto texts = std::make_unique<toolkit::CVerticalLayoutUI>();
+    texts->SetPadding({13, 0, 0, 0});
+    texts->Add(std::move(heading));
+    auto counts = makeLabel(look, kSmallFont, countsOf(card), 18);
+    counts->SetName(kCounts);
+    texts->Add(std::move(counts));
+    auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
+    layout->SetInset({8, 8, 11, 8});
+    layout->Add(std::move(still));
+    layout->Add(std::move(texts));
+    auto element = std::make_unique<toolkit::CListContainerElementUI>();
+    element->SetFixedHeight(kRowHeight);
+    element->SetAttribute(u"bordercolor", u"#FFE6EBF1");
+    element->SetAttribute(u"bordersize", u"0,0,0,1");
+    element->Add(std::move(layout));
+    if (m_stills && card.summary) {
+        if (const stills::StillPtr known = m_stills->find(requestOf(card))) {
+            auto* picture =
+                toolkit::controlCast<toolkit::CPictureUI>(element->FindSubControl(kStill));
+            picture->SetPicture({known, &known->picture});
+        }
+    }
+    wantStills();
+    return element;
+}
+
+void SceneCards::factsArrived(std::size_t row, const std::optional<scene::SceneSummary>& summary) {
+    m_cards[row].isRead = true;
+    m_cards[row].summary = summary;
+    showFacts(static_cast<int>(row));
+}
+
+void SceneCards::showFacts(int row) {
+    const toolkit::CControlUI* made = list()->madeRow(row);
+    if (made == nullptr) {
+        return;
+    }
+    const Card& card = m_cards[static_cast<std::size_t>(row)];
+    if (toolkit::CControlUI* counts = made->FindSubControl(kCounts)) {
+        counts->SetText(countsOf(card));
+    }
+    auto* picture = toolkit::controlCast<toolkit::CPictureUI>(made->FindSubControl(kStill));
+    if (m_stills && picture != nullptr && card.summary) {
+        const stills::StillPtr known = m_stills->find(requestOf(card));
+        picture->SetPicture(known ? toolkit::CPictureUI::Picture(known, &known->picture) : nullptr);
+        if (!known) {
+            wantStills();
+        }
+    }
+}
+
+void SceneCards::wantStills() {
+    if (!m_stills || std::exchange(m_isWanting, true)) {
+        return;
+    }
+    m_loop.post([this, life = std::weak_ptr<const bool>(m_life)] {
+        if (!life.expired()) {
+            m_isWanting = false;
+            wantStillsNow();
+        }
+    });
+}
+
+void SceneCards::wantStillsNow() {
+    std::vector<stills::StillRequest> visible;
+    std::vector<stills::StillRequest> near;
+    for (int row = 0; row < list()->GetCount(); ++row) {
+        const Card& card = m_cards[static_cast<std::size_t>(row)];
+        const toolkit::CControlUI* made = list()->madeRow(row);
+        if (made != nullptr && card.summary && !card.summary->video.empty()) {
+            const bool isVisible = !made->GetPos().intersected(list()->GetPos()).isEmpty();
+            (isVisible ? visible : near).push_back(requestOf(card));
+        }
+    }
+    visible.insert(visible.end(), near.begin(), near.end());
+    m_stills->want(std::move(visible));
+}
+
+stills::StillRequest SceneCards::requestOf(const Card& card) const {
+    return {card.summary ? scene::videoPath(m_scenes[card.scene].name, card.summary->video)
+                         : std::string(),
+            kStillBox};
+}
+
+std::u16string SceneCards::countsOf(const Card& card) const {
+    if (!card.summary) {
+        return card.isRead ? u"Cannot be read" : u"";
+    }
+    return core::displayText(counted(card.summary->branches, " branch, ", " branches, ") +
+                             counted(card.summary->videos, " video", " videos"));
+}
+
+} // namespace ui
