@@ -67,7 +67,6 @@ std::unique_ptr<toolkit::CControlUI> differenceRow(const Line& line) {
     layout->Add(std::move(icon));
     layout->Add(label(core::displayText(line.text), 0, false));
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
-    row->SetFixedHeight(kLineHeight);
     row->Add(std::move(layout));
     return row;
 }
@@ -77,7 +76,6 @@ std::unique_ptr<toolkit::CControlUI> contentsRow(const Line& line) {
     auto text = label(core::displayText(line.text), isHeading ? kBoldFont : 0, false);
     text->SetTextPadding({isHeading ? 11 : 27, 0, 8, 0});
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
-    row->SetFixedHeight(kLineHeight);
     row->Add(std::move(text));
     return row;
 }
@@ -229,22 +227,24 @@ void EarlierVersions::showChosen(int row) {
 
 void EarlierVersions::showDetails(const VersionDetails& details) {
     m_details = details;
-    if (auto* list = find<toolkit::CListUI>(kContents)) {
-        list->RemoveAll();
-        for (const Line& line : details.contents) {
-            list->Add(contentsRow(line));
-        }
-    }
-    if (auto* list = find<toolkit::CListUI>(kDifferences)) {
-        list->RemoveAll();
-        for (const Line& line : details.differences) {
-            list->Add(differenceRow(line));
-        }
-    }
+    listLines(kContents, details.contents, contentsRow);
+    listLines(kDifferences, details.differences, differenceRow);
     if (!details.isReadable) {
         showProblem(u"This version cannot be read.", kHintLabel);
     }
     commands().showEnabled();
+}
+
+void EarlierVersions::listLines(std::u16string_view name, const std::vector<Line>& lines,
+                                std::unique_ptr<toolkit::CControlUI> (*makeRow)(const Line&)) {
+    if (auto* list = find<toolkit::CListUI>(name)) {
+        const auto kept = std::make_shared<const std::vector<Line>>(lines);
+        list->SetRows(
+            static_cast<int>(kept->size()),
+            {.make = [kept,
+                      makeRow](int row) { return makeRow((*kept)[static_cast<std::size_t>(row)]); },
+             .height = kLineHeight});
+    }
 }
 
 void EarlierVersions::restore() {

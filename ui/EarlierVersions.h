@@ -3,12 +3,15 @@
 // input of the editor that opened it. UI thread only.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "check/Differences.h"
 #include "platform/Event.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/window/Notification.h"
 #include "ui/ConfirmCallback.h"
@@ -50,6 +53,8 @@ private:
     void showEmpty();
     void showChosen(int row);
     void showDetails(const VersionDetails& details);
+    void listLines(std::u16string_view name, const std::vector<check::Line>& lines,
+                   std::unique_ptr<toolkit::CControlUI> (*makeRow)(const check::Line&));
     void restore();
 
     ConfirmCallback* m_owner = nullptr; ///< not owned; outlives the window's loop

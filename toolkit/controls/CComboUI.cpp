@@ -193,6 +193,15 @@ platform::Accessible* CComboUI::accessibleChild(int index) const {
     return GetItemAt(index);
 }
 
+int CComboUI::accessibleIndexOf(const platform::Accessible& child) const {
+    return GetItemIndex(dynamic_cast<const CControlUI*>(&child));
+}
+
+std::vector<platform::Accessible*> CComboUI::accessibleSelection() const {
+    platform::Accessible* current = GetItemAt(m_current);
+    return current != nullptr ? std::vector{current} : std::vector<platform::Accessible*>();
+}
+
 void CComboUI::accessiblePress() {
     dropOrClose();
 }

@@ -87,6 +87,12 @@ public:
     [[nodiscard]] platform::AccessibleState accessibleState() const override;
     [[nodiscard]] int accessibleChildCount() const override { return GetCount(); }
     [[nodiscard]] platform::Accessible* accessibleChild(int index) const override;
+    [[nodiscard]] int accessibleIndexOf(const platform::Accessible& child) const override;
+    /// The items have no place of their own.
+    [[nodiscard]] platform::Accessible* accessibleChildAt(Point /*point*/) const override {
+        return nullptr;
+    }
+    [[nodiscard]] std::vector<platform::Accessible*> accessibleSelection() const override;
     void accessiblePress() override;
 
 protected:

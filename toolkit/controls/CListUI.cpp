@@ -81,6 +81,7 @@ void CListUI::SetRows(int count, RowMaker maker) {
     RemoveAll();
     m_maker = std::move(maker);
     m_rows.append(std::max(count, 0));
+    accessibleChanged(platform::AccessibleChange::children);
 }
 
 bool CListUI::RemoveAt(int index) {
