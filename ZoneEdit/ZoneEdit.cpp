@@ -83,6 +83,7 @@ std::unique_ptr<toolkit::CControlUI> ZoneEdit::CreateControl(std::u16string_view
         return EditorWindow::CreateControl(className);
     }
     auto control = std::make_unique<video::CVideoUI>(context().gui.loop());
+    control->SetLabel(u"Picture");
     m_video.setControl(control.get());
     return control;
 }

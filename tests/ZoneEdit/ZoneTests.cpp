@@ -36,6 +36,9 @@ TEST_F(ZoneEditZones, AVideoWithoutZonesStartsEmptyOnItsFirstFrame) {
     EXPECT_EQ(frameText(), u"0");
     EXPECT_EQ(m_driver->textOf(u"EditTotalFrames"), u"4");
     EXPECT_EQ(m_driver->textOf(u"LabelVideo"), u"clip.ogv");
+    EXPECT_EQ(m_driver->get(u"Video").accessibleName(), u"Picture");
+    EXPECT_EQ(m_driver->get(u"ButtonCloseNotice").accessibleName(), u"Close this message")
+        << "another button closes the window";
     EXPECT_EQ(itemsOf(list()), Texts{});
     for (const auto* control : {u"ComboZone", u"EditZone", u"ButtonRemoveZone"}) {
         EXPECT_FALSE(m_driver->get(control).IsEnabled()) << core::storedText(control);

@@ -180,6 +180,7 @@ TEST_F(Menus, TellRolesNamesAndStates) {
     EXPECT_TRUE(button.accessibleState().expanded);
     auto& node = static_cast<platform::Accessible&>(*menu());
     EXPECT_EQ(node.accessibleRole(), AccessibleRole::menu);
+    EXPECT_EQ(node.accessibleName(), button.accessibleName());
     ASSERT_EQ(node.accessibleChildCount(), 5);
     EXPECT_EQ(node.accessibleChild(1)->accessibleRole(), AccessibleRole::group);
     EXPECT_FALSE(node.accessibleChild(2)->accessibleState().enabled);

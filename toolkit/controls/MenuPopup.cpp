@@ -33,6 +33,7 @@ bool MenuPopup::openAt(const platform::Rect& anchor, CControlUI& owner,
     m_menu = controlCast<CMenuUI>(root->Add(std::make_unique<CMenuUI>(
         m_manager.look(), entries, [this](const auto& action) { run(action); })));
     m_life = m_menu->accessibleLife();
+    m_menu->SetLabel(owner.accessibleName());
     m_owner = &owner;
     const platform::Size window = m_manager.GetWindowSize();
     m_menu->SetPlace(placeMenu(anchor, m_menu->EstimateSize(window), window));
