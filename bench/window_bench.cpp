@@ -1,4 +1,5 @@
-// The time from each window's creation to its first picture, and the cost of an idle window.
+// The time from each window's creation to its first picture, that of one step while an editor is
+// resized, and the cost of an idle window.
 //
 // Usage: window_bench prints a Markdown table. Run it in a folder with UI/, Translations.ini and
 // the demo scenes, such as build/release/bin. Needs a display; QT_QPA_PLATFORM=offscreen will do.
@@ -9,11 +10,15 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "ZoneEdit/CurrentZones.h"
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/services/Startup.h"
 #include "bench/MarkdownTable.h"
+#include "platform/Geometry.h"
+#include "platform/Window.h"
+#include "platform/WindowParts.h"
 #include "platform/testing/TestInput.h"
 #include "scene/SceneManager.h"
 #include "ui/BranchList.h"
@@ -28,6 +33,7 @@ using bench::Samples;
 using Window = std::shared_ptr<ui::EditorWindow>;
 
 constexpr int kOpenings = 20;
+constexpr int kSteps = 60;
 constexpr std::chrono::seconds kIdle{20};
 constexpr const char* kScene = "Fire Drill Level 1";
 constexpr const char* kSceneClip = "Scenes/Fire Drill Level 1/alarm-corridor.ogv";
@@ -61,6 +67,20 @@ public:
         });
         m_state.zoneEditVideo = kSceneClip;
         opening("zone editor", [this] { return zoneedit::ZoneEdit::create(context()); });
+    }
+
+    /// The editors at a large window's size and at that of a screen with 3840 x 2160 pixels.
+    void resizings() {
+        m_state.zoneEditVideo = kSceneClip;
+        const std::pair<const char*, Window> editors[] = {
+            {"branch editor", ui::BranchList::create(context())},
+            {"zone editor", zoneedit::ZoneEdit::create(context())}};
+        for (const auto& [name, window] : editors) {
+            if (window && show(*window)) {
+                resizing(name, *window, {1600, 900}, "p95 <= 16 ms");
+                resizing(name, *window, {3840, 2160}, "p95 <= 33 ms");
+            }
+        }
     }
 
     /// The cost of windows that an author leaves open, shown and minimised.
@@ -113,6 +133,25 @@ private:
                0; // painted, whatever came before
     }
 
+    /// From the system's new size to the picture in it, pixel by pixel.
+    void resizing(const char* name, ui::EditorWindow& window, platform::Size size,
+                  const char* target) {
+        platform::NativeWindow& native = *window.GetNative();
+        Samples times;
+        for (int step = -1; step < kSteps; ++step) {
+            const auto began = Clock::now();
+            native.setGeometry(platform::Rect::at(0, 0, size.width - step % 20, size.height));
+            m_gui.loop().processEvents(false);
+            native.picture().repaintNow();
+            if (step >= 0) { // the first one comes from another size
+                times.add(bench::millisecondsSince(began));
+            }
+        }
+        bench::tableRow(std::string("a resize step at ") + std::to_string(size.width) + " x " +
+                            std::to_string(size.height) + ": " + name,
+                        bench::timesText(times), "", target);
+    }
+
     void settle() {
         for (int i = 0; i < 500; ++i) {
             m_gui.loop().processEvents(false);
@@ -158,6 +197,7 @@ int main() {
     bench::tableHead("Windows");
     bench.idleWindows();
     bench.openings();
+    bench.resizings();
     zoneedit::setCurrentZoneManager(nullptr);
     return 0;
 }
