@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/state/ScreenState.h"
+#include "app/state/SharedServices.h"
 #include "platform/Event.h"
 #include "platform/Gui.h"
 #include "platform/Window.h"
@@ -30,12 +31,6 @@ bool isInput(platform::EventKind kind) {
     using platform::EventKind;
     return kind == EventKind::mouseMove || kind == EventKind::mouseDown ||
            kind == EventKind::keyDown;
-}
-
-/// Begins at `start` where there is room for `size` up to `end`, before it as far as needed, but
-/// never before `least`.
-int fitted(int start, int size, int least, int end) {
-    return std::max(std::min(start, end - size), least);
 }
 
 /// Where a menu of the control stands when a key opens it: at the chosen row of a list.
@@ -149,8 +144,10 @@ bool EditorWindow::runScreen(std::u16string_view title) {
     if (!Create(nullptr, std::u16string(title), kScreenStyle, kScreenExtendedStyle)) {
         return false;
     }
-    m_isScreen = true;
-    placeScreen();
+    const std::string file = GetSkinFile();
+    m_place.emplace(m_context.gui.windows(), m_context.services.editorSettings.get(),
+                    file.substr(0, file.rfind('.')));
+    m_place->apply(*GetNative(), leastSize());
     runLoop();
     return true;
 }
@@ -175,40 +172,18 @@ void EditorWindow::OnFinalMessage() {
     }
 }
 
-void EditorWindow::placeScreen() {
-    const auto& place = m_context.state.windowPlace;
-    if (!place) {
-        CenterWindow();
-        return;
-    }
-    const platform::Size size = GetNative()->geometry().size();
-    const platform::Rect area =
-        m_context.gui.windows().workArea({place->left + size.width / 2, place->top});
-    GetNative()->setGeometry(platform::Rect::at(
-        fitted(place->left, size.width, area.left, area.right),
-        fitted(place->top, size.height, area.top, area.bottom), size.width, size.height));
-}
-
 bool EditorWindow::HandleMessage(const platform::Event& event) {
-    if (!m_firstPlace && isInput(event.kind) && GetNative() != nullptr) {
-        m_firstPlace = GetNative()->geometry().topLeft();
+    if (m_place && isInput(event.kind) && GetNative() != nullptr) {
+        m_place->noteOpened(*GetNative());
     }
     return WindowImplBase::HandleMessage(event);
 }
 
-void EditorWindow::notePlace() {
-    if (!m_isScreen || !m_firstPlace || GetNative() == nullptr) {
-        return;
-    }
-    const platform::Point now = GetNative()->geometry().topLeft();
-    if (now != *m_firstPlace) { // the author has moved it
-        m_context.state.windowPlace = app_state::WindowPlace{now.x, now.y};
-    }
-}
-
 void EditorWindow::Close(int code) {
     if (!IsClosing()) {
-        notePlace();
+        if (m_place && GetNative() != nullptr) {
+            m_place->keep(*GetNative());
+        }
         m_companions.close();
     }
     WindowImplBase::Close(code);

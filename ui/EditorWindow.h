@@ -15,6 +15,7 @@
 #include "ui/Controls.h"
 #include "ui/Panes.h"
 #include "ui/WindowContext.h"
+#include "ui/WindowPlace.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/ContextMenu.h"
 
@@ -34,7 +35,7 @@ public:
     explicit EditorWindow(const WindowContext& context, std::span<const Command> commands = {});
 
     /// Creates the native window with its layout, shows it, and runs a message loop until it is
-    /// closed. It stands where the author put a window last in this run, else in the middle. The
+    /// closed. It stands where the author left it, else in the middle. The
     /// outcome stands in shared flags by then. False, and nothing was shown, when the window or its
     /// layout cannot be made (the log names the layout).
     [[nodiscard]] bool runScreen(std::u16string_view title);
@@ -102,16 +103,12 @@ private:
     /// Opens the menu of what was pressed or has the focus. False: there is none.
     bool openContextMenu(const platform::Event& event);
     void bindCommonCommands();
-    void placeScreen();
     void bindWindowCommands();
     /// The button that maximises the window restores it while it is.
     void showState();
-    void notePlace();
 
     WindowContext m_context;
-    bool m_isScreen = false;
-    /// Where the system let the window stand, as found with the first input; empty before.
-    std::optional<platform::Point> m_firstPlace;
+    std::optional<WindowPlace> m_place; ///< a screen's
     CommandSet m_commands;
     CommandSet m_commonCommands;
     Panes m_panes{GetPaintManager()};

@@ -36,12 +36,6 @@ struct ZonePlace {
     int zone = -1;
 };
 
-/// The top left corner of a window, in screen pixels.
-struct WindowPlace {
-    int left = 0;
-    int top = 0;
-};
-
 struct ScreenState {
     Screen screen = Screen::openScene;
     bool quit = false;
@@ -67,8 +61,6 @@ struct ScreenState {
     std::string unreadableDraft;
     /// The author does not want to see drafts offered in this run.
     bool draftsHidden = false;
-    /// Where the author put the last window; empty while none has been moved: windows are centred.
-    std::optional<WindowPlace> windowPlace;
 };
 
 } // namespace app_state

@@ -102,6 +102,7 @@ void QtWindow::fixSize(Size size) {
 void QtWindow::setGeometry(const Rect& screenRect) {
     fixSize(screenRect.size());
     m_surface->setGeometry(toQt(screenRect));
+    noteGeometry(); // a hidden window gets no event
     if (m_cornerRadius > 0 && hasWindowSystem()) {
         m_surface->setMask(roundedRegion(screenRect.size(), m_cornerRadius));
     }

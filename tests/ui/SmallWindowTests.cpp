@@ -140,39 +140,6 @@ TEST_F(OpenSceneWindow, OffersTheUnsavedWorkOfTheChosenSceneOrElseTheNewest) {
     EXPECT_EQ(recovery::keptSceneDrafts().size(), 2U);
 }
 
-TEST_F(OpenSceneWindow, StandsWhereTheAuthorPutTheLastWindow) {
-    const platform::Rect area = test::gui().windows().workArea({0, 0});
-    const auto runAndMoveTo = [this](std::optional<platform::Point> to) {
-        const auto window = ui::OpenScene::create(context());
-        platform::Point opened;
-        test::gui().loop().post([&] {
-            WindowDriver driver(*window);
-            test::pump();
-            opened = driver.native().geometry().topLeft();
-            driver.hover(u"ButtonExit");
-            if (to) {
-                const platform::Size size = driver.native().geometry().size();
-                driver.native().setGeometry(
-                    platform::Rect::at(to->x, to->y, size.width, size.height));
-                test::pump();
-            }
-            driver.click(u"ButtonExit");
-        });
-        EXPECT_TRUE(window->runScreen(u"Test"));
-        return opened;
-    };
-    const platform::Point middle = runAndMoveTo(std::nullopt);
-    EXPECT_EQ(runAndMoveTo(platform::Point{area.left + 7, area.top + 9}), middle);
-    EXPECT_EQ(runAndMoveTo(std::nullopt), (platform::Point{area.left + 7, area.top + 9}));
-    EXPECT_EQ(runAndMoveTo(platform::Point{area.left - 90, area.bottom - 20}),
-              (platform::Point{area.left + 7, area.top + 9}))
-        << "looking at a window does not move the place";
-    const platform::Point inside = runAndMoveTo(std::nullopt);
-    EXPECT_EQ(inside.x, area.left) << "the caption stays in reach";
-    EXPECT_LT(inside.y, area.bottom - 20);
-    EXPECT_EQ(m_state.windowPlace->left, area.left - 90) << "what fits is for each window to find";
-}
-
 TEST_F(OpenSceneWindow, WithoutScenesItSaysWhatToDo) {
     scene().SetName("kept");
     WindowDriver& driver = show();

@@ -2,12 +2,14 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "core/EditorSettings.h"
 #include "platform/Window.h"
 #include "tests/ui/BranchListFixture.h"
 #include "toolkit/controls/CContainerUI.h"
+#include "ui/OpenScene.h"
 
 namespace {
 
@@ -75,6 +77,61 @@ TEST_F(WindowSize, AWideWindowHasAPaneLeftOfTheColumnOnceSomethingIsInIt) {
         EXPECT_EQ(shownAt(1600), std::pair(600, 632)) << "and so in the next window";
         EXPECT_EQ(shownAt(1240), std::pair(340, 372)) << "both at their least";
     }
+}
+
+// Each in a run of its own, as far as the settings go.
+TEST_F(WindowSize, WindowsStandWhereTheAuthorLeftThemAtTheNextStartToo) {
+    makeScene({"A"});
+    const platform::Rect area = test::gui().windows().workArea({0, 0});
+    platform::Rect opened;
+    WindowState state{};
+    const auto run = [&]<class Window>(std::shared_ptr<Window> window,
+                                       const std::function<void(const WindowDriver&)>& act) {
+        m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+        test::gui().loop().post([&] {
+            const WindowDriver driver(*window);
+            test::pump();
+            state = driver.native().state();
+            opened = driver.native().normalGeometry();
+            driver.hover(u"ButtonExit");
+            act(driver);
+            test::pump();
+            window->Close(1);
+        });
+        EXPECT_TRUE(window->runScreen(u"Test"));
+    };
+    const auto open = [&](const std::function<void(const WindowDriver&)>& act) {
+        run(ui::BranchList::create(context()), act);
+    };
+    const auto place = [](const platform::Rect& to) {
+        return [to](const WindowDriver& driver) { driver.native().setGeometry(to); };
+    };
+    const auto leave = [](const WindowDriver&) {};
+    const platform::Rect large = platform::Rect::at(area.left + 7, area.top + 9, 1000, 700);
+    const platform::Rect far = platform::Rect::at(area.left - 800, area.bottom - 20, 900, 680);
+    open(place(large));
+    EXPECT_EQ(opened, area.centred({884, 672}));
+    run(ui::OpenScene::create(context()), leave);
+    EXPECT_EQ(opened, area.centred(opened.size())) << "each has its own place";
+    open([](const WindowDriver& driver) { driver.press(Key::f11); });
+    EXPECT_EQ(opened, large);
+    open([](const WindowDriver& driver) { driver.press(Key::f11); });
+    EXPECT_EQ(state, WindowState::maximized);
+    EXPECT_EQ(opened, large);
+    open(place(far));
+    EXPECT_EQ(state, WindowState::normal);
+    EXPECT_EQ(opened, large);
+    open(leave);
+    EXPECT_EQ(opened, far) << "a hundred pixels of the caption are enough";
+    for (const char* odd :
+         {"-801,2000,900,680", "1,2,3", "x", "", "1,2,999999,9", "9999,0,900,700"}) {
+        support::writeBytes("Editor.ini", std::string("place.BranchList = ") + odd);
+        open(leave);
+        EXPECT_EQ(opened.topLeft(), area.centred(opened.size()).topLeft()) << odd;
+    }
+    support::writeBytes("Editor.ini", "place.BranchList = 3,4,100,6000,maximised");
+    open(leave);
+    EXPECT_EQ(opened, platform::Rect::at(3, 4, 884, area.height()));
 }
 
 } // namespace

@@ -68,7 +68,7 @@ bool WindowImplBase::Create(platform::NativeWindow* owner, const std::u16string&
     options.style = style;
     options.extendedStyle = exStyle;
     options.size = builder.windowSize();
-    options.leastSize = builder.leastSize();
+    options.leastSize = m_leastSize = builder.leastSize();
     options.owner = owner;
     if (!createNative(options)) {
         return false;

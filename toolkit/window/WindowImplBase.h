@@ -54,6 +54,8 @@ public:
                 std::uint32_t exStyle);
     void Close(int code = 0) override;
 
+    /// Of the layout, once created; empty for a window of a fixed size.
+    [[nodiscard]] platform::Size leastSize() const { return m_leastSize; }
     [[nodiscard]] CPaintManagerUI& GetPaintManager() { return m_manager; }
     [[nodiscard]] const CPaintManagerUI& GetPaintManager() const { return m_manager; }
     /// A control of this window by name and kind; null when there is none.
@@ -80,6 +82,7 @@ private:
                        const std::u16string& title);
 
     CPaintManagerUI m_manager;
+    platform::Size m_leastSize;
     bool m_modeless = false;
 };
 
