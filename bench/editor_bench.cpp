@@ -38,6 +38,8 @@ constexpr int kActions = 5000;
 constexpr int kFewActions = 20;
 constexpr int kActionsEach = 8;
 constexpr int kZones = 300;
+constexpr int kActionsOfEach = 5;
+constexpr int kEditRounds = 40;
 constexpr const char16_t* kList = u"BranchList";
 
 class Desk {
@@ -177,6 +179,43 @@ void measureActions(WindowDriver& driver) {
     });
 }
 
+/// Moving, copying and removing, in a scene of 1,000 branches with five actions each.
+void measureEdits(Desk& desk) {
+    fillScene(desk.scene());
+    for (int branch = 1; branch < kBranches; ++branch) {
+        for (int i = 0; i < kActionsOfEach; ++i) {
+            const auto action = scene::Action::create();
+            action->SetBranchID("New Branch " + std::to_string(branch));
+            desk.scene().addAction(branch, action);
+        }
+    }
+    const auto window = desk.open<ui::BranchList>();
+    WindowDriver driver(*window);
+    driver.pick(u"ComboBranchName", 2);
+    const auto edit = [&](const char* what, const std::function<void(int round)>& act) {
+        measure(what, act, "p95 <= 5 ms", kEditRounds);
+    };
+    const auto key = [&driver](platform::Key one, platform::Key other,
+                               platform::Modifiers held = {.control = true}) {
+        return [&driver, one, other, held](int round) {
+            driver.press(round % 2 == 0 ? one : other, held);
+        };
+    };
+    using platform::Key;
+    edit("a branch down and up", key(Key::down, Key::up, {.shift = true, .control = true}));
+    edit("Duplicate Branch", [&](int) { driver.click(u"ButtonDuplicateBranch"); });
+    edit("Remove Branch", [&](int) { driver.click(u"ButtonRemoveBranch"); });
+    edit("undo and redo it", key(Key::z, Key::y));
+    driver.click(test::inRow(driver, kList, 0, u"CheckImmediate"));
+    edit("an action down and up", key(Key::down, Key::up));
+    edit("Duplicate Action", key(Key::d, Key::d));
+    edit("undo and redo it", key(Key::z, Key::y));
+    edit("who leads here: open, Esc", [&](int) {
+        driver.click(u"ButtonLeadsHere");
+        driver.press(Key::escape);
+    });
+}
+
 /// The session alone, on a scene whose actions all lead to one branch.
 void measureHistory() {
     const auto manager = scene::SceneManager::create();
@@ -234,6 +273,8 @@ void run() {
     WindowDriver driver(*window);
     measureBranches(driver);
     measureActions(driver);
+    bench::tableHead("Branch housekeeping: 1,000 branches, 5,200 actions");
+    measureEdits(desk);
 }
 
 } // namespace

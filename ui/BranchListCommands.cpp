@@ -91,9 +91,12 @@ void BranchList::bindBranches() {
         command::kDuplicateBranch, [&parts] { parts.branches.duplicate(); }, isShown);
     commands.bind(
         command::kRemoveBranch, [this] { removeBranch(); }, isShown);
-    commands.bind(
-        command::kLeadsHere, [&parts] { parts.leads.open(); },
-        [this, &parts] { return isFree() && parts.leads.areThere(); });
+    for (const auto& [id, control] :
+         {std::pair{command::kLeadsHere, kLeadsHereButton}, {command::kLeadsNames, kLeadsNames}}) {
+        commands.bind(
+            id, [&parts, control = control] { parts.leads.open(control); },
+            [this, &parts] { return isFree() && parts.leads.areThere(); });
+    }
     for (const auto& [id, by] : {std::pair{command::kBranchUp, -1}, {command::kBranchDown, 1}}) {
         commands.bind(
             id, [&parts, by = by] { parts.branches.move(by); },

@@ -97,6 +97,35 @@ TEST_F(ZoneEditVisits, OfferWhatWasLeftUnsavedAndRestoreItAsOneStep) {
     EXPECT_EQ(points(0, 20), drawn);
 }
 
+TEST_F(ZoneEditVisits, GoOnWhereTheLastOneEndedWhenAskedToAndSayWhatWasRenamed) {
+    show(30, 3);
+    m_driver->pick(u"ComboZone", 1);
+    m_driver->enter(u"EditZone", u"Gate");
+    m_driver->click(u"ButtonSave");
+    m_driver->enter(u"EditZone", u"Not saved");
+    EXPECT_TRUE(m_window->result().renamedZones.empty()) << "it was new";
+    goTo(17);
+    const auto reopen = [this](bool resumes) {
+        m_driver->clickThen(u"ButtonClose", test::answering(test::Answer::yes));
+        m_state.zoneEditResumes = resumes;
+        show();
+    };
+    reopen(true);
+    EXPECT_EQ(frameText(), u"17");
+    EXPECT_TRUE(waitForFrame(17));
+    EXPECT_EQ(m_driver->textOf(u"ComboZone"), u"Gate");
+    m_driver->enter(u"EditZone", u"Door");
+    m_driver->pick(u"ComboZone", 0);
+    m_driver->enter(u"EditZone", u"Gate"); // what waited for the zone before finds this one
+    m_driver->click(u"ButtonSave");
+    const auto& renamed = m_window->result().renamedZones;
+    ASSERT_EQ(renamed.size(), 1U);
+    EXPECT_EQ(renamed[0].from + ">" + renamed[0].to, "Zone 1>Gate");
+    reopen(false);
+    EXPECT_EQ(frameText(), u"0");
+    EXPECT_EQ(m_driver->textOf(u"ComboZone"), u"Zone 3");
+}
+
 TEST_F(ZoneEditVisits, SayWhyUnsavedWorkCannotBeKeptUntilItCan) {
     support::FixedClock clock;
     const core::ServicesOverride fixed(

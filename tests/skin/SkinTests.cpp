@@ -268,7 +268,10 @@ const Layout kLayouts[] = {
      "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonMinimize ButtonMaximize ButtonExit "
      "SplitterColumn ComboBranchName ButtonAddBranch "
      "EditBranchName "
-     "CheckFirst ComboVideoName ButtonAddVideo ButtonEditZones ButtonAddAction "
+     "CheckFirst ButtonBranchUp ButtonBranchDown ButtonDuplicateBranch ButtonRemoveBranch "
+     "ButtonLeadsHere LabelLeadsHere ComboVideoName ButtonAddVideo ButtonEditBranchZones "
+     "ButtonEditZones "
+     "ButtonActionUp ButtonActionDown ButtonDuplicateAction ButtonAddAction "
      "ButtonRemoveAction BranchList ButtonNoticeUndo ButtonRetarget ButtonCloseNotice",
      ui::kBranchEditorCommands},
     {"ZoneEdit", kZoneEditOrder, ui::kZoneEditorCommands},

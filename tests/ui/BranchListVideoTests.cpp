@@ -253,8 +253,15 @@ TEST_F(BranchVideos, EditZonesTakesTheVideoOfTheBranchAtTheVideosPlace) {
         show();
         addVideos({"b.ogv"});
         m_driver->pick(u"ComboVideoName", 1);
-        m_driver->click(u"ButtonEditZones");
         const bool leaves = !test.opens.empty();
+        EXPECT_EQ(m_driver->get(u"ButtonEditZones").GetToolTip(),
+                  core::displayText("Draw the zones of this video" +
+                                    (leaves ? ": " + test.opens : std::string())));
+        const bool isOther = m_driver->textOf(u"LabelStatus") ==
+                             u"Edit Zones opens \"a.ogv\" here. This Branch's Zones opens "
+                             u"\"b.ogv\".";
+        EXPECT_EQ(isOther, test.opens == "a.ogv");
+        m_driver->click(u"ButtonEditZones");
         EXPECT_EQ(m_state.zoneEditRequest, leaves);
         EXPECT_EQ(m_state.zoneEditVideo, leaves ? sceneFolder("Fire") + test.opens : "");
         EXPECT_EQ(isClosed(*m_window), leaves);
@@ -264,6 +271,43 @@ TEST_F(BranchVideos, EditZonesTakesTheVideoOfTheBranchAtTheVideosPlace) {
     }
     EXPECT_EQ(m_log.errors(),
               std::vector<std::string>{"..\\BranchManager.cpp:351 Invalid branch index"});
+}
+
+TEST_F(BranchVideos, AVisitToTheZonesOfTheBranchOnShowEndsWhereItBegan) {
+    makeScene({"1", "2", "3"}, {"a.ogv", "a.ogv", ""});
+    for (int i = 0; i < 40; ++i) {
+        addAction(scene::Action::kZoneAction, i % 2 == 0 ? "Door" : "Hall", "1", 1);
+    }
+    addAction(scene::Action::kZoneAction, "Door", "1", 0);
+    m_services.sceneSession = scene::SceneSession::create(m_services.sceneManager);
+    show();
+    m_driver->pick(u"ComboBranchName", 2);
+    EXPECT_FALSE(isEnabled(u"ButtonEditBranchZones"));
+    EXPECT_TRUE(isVisible(u"LabelNoVideo")) << "not the name of the last one";
+    m_driver->pick(u"ComboBranchName", 1);
+    EXPECT_FALSE(isVisible(u"LabelNoVideo"));
+    actions().SelectItem(30);
+    m_window->GetPaintManager().UpdateLayout();
+    const int row = actions().GetItemAt(30)->GetPos().top;
+    m_driver->click(u"ButtonEditBranchZones");
+    EXPECT_TRUE(isClosed(*m_window) && m_state.zoneEditRequest && m_state.zoneEditResumes);
+    EXPECT_EQ(m_state.zoneEditVideo, sceneFolder("Fire") + "a.ogv");
+    m_state.zoneEditRequest = false;
+    show(app_state::ScreenResult{{}, {{"Hall", "Yard"}, {"Wall", "W"}, {"Door", "Gate"}}});
+    EXPECT_EQ(combo(u"ComboBranchName").GetCurSel(), 1);
+    EXPECT_EQ(actions().GetCurSel(), 30);
+    m_window->GetPaintManager().UpdateLayout();
+    EXPECT_EQ(actions().GetItemAt(30)->GetPos().top, row);
+
+    EXPECT_EQ(m_driver->textOf(u"LabelStrip"), u"21 actions still name the zone \"Door\".");
+    m_driver->click(u"ButtonRetarget");
+    EXPECT_EQ(session().actionsWaitingFor("a.ogv", "Gate").size(), 21U);
+    EXPECT_EQ(m_driver->textOf(u"LabelStrip"), u"20 actions still name the zone \"Hall\".");
+    m_driver->press(platform::Key::z, {.control = true});
+    EXPECT_EQ(session().actionsWaitingFor("a.ogv", "Door").size(), 21U) << "one step each";
+    show();
+    EXPECT_EQ(combo(u"ComboBranchName").GetCurSel(), 0) << "at another opening";
+    EXPECT_FALSE(isVisible(u"PanelNotice"));
 }
 
 TEST_F(BranchVideos, AVideoThatTheZoneEditorCouldNotReadIsReportedOnce) {

@@ -134,7 +134,7 @@ TEST_F(Undo, TakesBackEachStepWhereItHappenedAndDoesItAgain) {
     EXPECT_EQ(state(), u"Saved 22:13");
 }
 
-TEST_F(Undo, LeavesTheOtherRowsAndBranchesAlone) {
+TEST_F(Undo, LeavesTheOtherRowsAlone) {
     m_driver->click(immediate(1));
     m_driver->pick(combo(2, u"ComboConditions"), 3);
     toolkit::CControlUI* const before[] = {actions().GetItemAt(0), actions().GetItemAt(2)};
@@ -148,17 +148,6 @@ TEST_F(Undo, LeavesTheOtherRowsAndBranchesAlone) {
     m_driver->click(immediate(1));
     EXPECT_TRUE(session().action(0, 1).Immediate()) << "the rows know their new numbers";
     EXPECT_EQ(session().history().undoLabel()->action, 1);
-
-    m_driver->pick(u"ComboBranchName", 1);
-    session().moveBranch(1, 0);
-    EXPECT_EQ(m_driver->textOf(u"EditBranchName"), u"Lift");
-    EXPECT_EQ(combo(u"ComboBranchName").GetCurSel(), 0);
-    session().duplicateBranch(1);
-    session().removeBranch(1);
-    EXPECT_EQ(m_driver->textOf(u"EditBranchName"), u"Lift");
-    m_driver->pick(u"ComboBranchName", 1);
-    session().removeBranch(1);
-    EXPECT_EQ(m_driver->textOf(u"EditBranchName"), u"Lift") << "the last one when it was the last";
 }
 
 TEST_F(Undo, BelongsToATextFieldUntilItsTextIsTaken) {

@@ -10,7 +10,8 @@ inline constexpr std::u16string_view kBranchCombo = u"ComboBranchName";
 inline constexpr std::u16string_view kVideoCombo = u"ComboVideoName";
 inline constexpr std::u16string_view kNameEdit = u"EditBranchName";
 inline constexpr std::u16string_view kFirstCheck = u"CheckFirst";
-inline constexpr std::u16string_view kLeadsHereButton = u"";
+inline constexpr std::u16string_view kLeadsHereButton = u"ButtonLeadsHere";
+inline constexpr std::u16string_view kLeadsNames = u"LabelLeadsHere";
 inline constexpr std::u16string_view kActionList = u"BranchList";
 
 inline constexpr std::u16string_view kLeftPane = u"PaneLeft";
@@ -28,6 +29,7 @@ inline constexpr std::u16string_view kRetargetButton = u"ButtonRetarget";
 inline constexpr std::u16string_view kCloseNoticeButton = u"ButtonCloseNotice";
 inline constexpr std::u16string_view kStatus = u"LabelStatus";
 inline constexpr std::u16string_view kOwnVideo = u"LabelOwnVideo";
+inline constexpr std::u16string_view kNoVideo = u"LabelNoVideo";
 inline constexpr std::u16string_view kZonesHint = u"LabelZonesHint";
 inline constexpr std::u16string_view kEmptyHeading = u"EmptyHeading";
 inline constexpr std::u16string_view kEmptyLine = u"EmptyLine";

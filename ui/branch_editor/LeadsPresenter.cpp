@@ -6,9 +6,12 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "platform/FontSet.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/MenuPopup.h"
+#include "toolkit/skin/WindowLook.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/branch_editor/ControlNames.h"
 
 namespace ui {
@@ -19,6 +22,10 @@ namespace {
 
 /// As many rows as fit into the smallest window.
 constexpr std::size_t kMostRows = 18;
+
+std::u16string andMore(std::size_t count) {
+    return core::displayText("and " + std::to_string(count) + " more");
+}
 
 } // namespace
 
@@ -38,10 +45,35 @@ void LeadsPresenter::read() {
         isThere ? m_session.actionsLeadingTo(m_session.branchName(m_branch)) : std::vector<Place>();
     const char* const text = m_places.size() == 1 ? " leads here" : " lead here";
     m_controls.setText(kLeadsHereButton, core::displayText(std::to_string(m_places.size()) + text));
+    m_controls.setText(kLeadsNames, namesText());
 }
 
-void LeadsPresenter::open() {
-    toolkit::CControlUI* button = m_controls.find(kLeadsHereButton);
+std::u16string LeadsPresenter::namesText() const {
+    const toolkit::CControlUI* label = m_controls.find(kLeadsNames);
+    std::vector<int> branches; // in the order of the scene, as the places are
+    for (const Place& place : m_places) {
+        if (branches.empty() || branches.back() != place.branch) {
+            branches.push_back(place.branch);
+        }
+    }
+    std::u16string text = branches.empty() ? u"No action leads here" : u"";
+    for (std::size_t i = 0; label != nullptr && i < branches.size(); ++i) {
+        const std::u16string name = core::displayText(m_session.branchName(branches[i]));
+        const std::u16string longer = text.empty() ? name : text + u", " + name;
+        const std::u16string rest = andMore(branches.size() - i);
+        toolkit::CPaintManagerUI& manager = m_controls.manager();
+        const int width =
+            manager.fonts().measure(longer + u", " + rest, manager.look().GetFont(0)).width;
+        if (!text.empty() && width > label->GetPos().width()) {
+            return text + u", " + rest;
+        }
+        text = longer;
+    }
+    return text;
+}
+
+void LeadsPresenter::open(std::u16string_view control) {
+    toolkit::CControlUI* button = m_controls.find(control);
     if (button == nullptr) {
         return;
     }
@@ -54,9 +86,7 @@ void LeadsPresenter::open() {
              .run = [go = m_go, place] { go(place); }});
     }
     if (m_places.size() > kMostRows) {
-        const std::size_t more = m_places.size() - kMostRows;
-        entries.push_back(
-            {.text = core::displayText("and " + std::to_string(more) + " more"), .enabled = false});
+        entries.push_back({.text = andMore(m_places.size() - kMostRows), .enabled = false});
     }
     toolkit::MenuPopup::of(m_controls.manager()).open(*button, entries);
 }

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "edit/Observers.h"
@@ -23,11 +25,13 @@ public:
     /// -1: no branch is on show.
     void show(int branch);
     [[nodiscard]] bool areThere() const { return !m_places.empty(); }
-    /// Opens the list at its button.
-    void open();
+    /// Opens the list at a control.
+    void open(std::u16string_view control);
 
 private:
     void read();
+    /// As many names of branches as there is room for.
+    [[nodiscard]] std::u16string namesText() const;
 
     Controls m_controls;
     scene::SceneSession& m_session;

@@ -189,6 +189,7 @@ void VideoPresenter::showOwnVideo() {
     m_controls.setText(kOwnVideo, ownVideoText(own));
     m_controls.setVisible(kOwnVideo, differs);
     m_controls.setVisible(kZonesHint, !differs);
+    m_controls.setVisible(kNoVideo, m_branch >= 0 && own.empty());
 }
 
 std::string VideoPresenter::ownVideo() const {
