@@ -33,6 +33,11 @@ bool isSection(std::string_view line) {
     return trimmed(line).starts_with('[');
 }
 
+/// Whether the line begins the section `name`, given in small letters.
+bool begins(std::string_view line, const std::string& name) {
+    return isSection(line) && lowerCase(trimmed(line)) == "[" + name + "]";
+}
+
 /// Blank or a comment.
 bool isEmpty(std::string_view line) {
     const std::string_view text = trimmed(line);
@@ -71,9 +76,14 @@ std::vector<std::string> linesOf(std::string_view text) {
     return lines;
 }
 
-bool hasControl(std::string_view text) {
-    return std::any_of(text.begin(), text.end(),
-                       [](char sign) { return static_cast<unsigned char>(sign) < 0x20; });
+/// "key = value", or empty where no line can hold that.
+std::string lineFor(std::string_view key, std::string_view value) {
+    const std::string line = std::string(key) + " = " + std::string(value);
+    const bool hasControl = std::any_of(line.begin(), line.end(), [](char sign) {
+        return static_cast<unsigned char>(sign) < 0x20;
+    });
+    return key.empty() || keyOf(line) != key || isSection(line) || hasControl ? std::string()
+                                                                              : line;
 }
 
 } // namespace
@@ -144,14 +154,11 @@ std::string EditorSettings::getString(std::string_view key, std::string_view usu
 }
 
 bool EditorSettings::set(std::string_view key, std::string_view value) {
-    const std::string line = std::string(key) + " = " + std::string(value);
-    if (key.empty() || keyOf(line) != key || isSection(line) || hasControl(line)) {
+    const std::string line = lineFor(key, value);
+    if (line.empty()) {
         return false;
     }
-    // Another program may have written since. What cannot be read any more is replaced.
-    if (std::vector<std::string> now = readLines(); !now.empty()) {
-        m_lines = std::move(now);
-    }
+    readAgain();
     const auto place = lineOf(m_lines, key);
     if (place != m_lines.end() && !isSection(*place)) {
         *place = line;
@@ -159,6 +166,56 @@ bool EditorSettings::set(std::string_view key, std::string_view value) {
         m_lines.insert(place, line);
     }
     return write();
+}
+
+std::vector<std::pair<std::string, std::string>>
+EditorSettings::section(std::string_view name) const {
+    std::vector<std::pair<std::string, std::string>> values;
+    const std::string wanted = lowerCase(name);
+    bool isInside = false;
+    for (const std::string& line : m_lines) {
+        isInside = isSection(line) ? begins(line, wanted) : isInside;
+        const std::string key(keyOf(line));
+        const auto isKnown = [&key](const auto& value) {
+            return lowerCase(value.first) == lowerCase(key);
+        };
+        if (isInside && !key.empty() && std::none_of(values.begin(), values.end(), isKnown)) {
+            values.emplace_back(key, trimmed(std::string_view(line).substr(line.find('=') + 1)));
+        }
+    }
+    return values;
+}
+
+bool EditorSettings::setIn(std::string_view section, std::string_view key,
+                           std::optional<std::string_view> value) {
+    const std::string line = lineFor(key, value.value_or(""));
+    if (line.empty()) {
+        return false;
+    }
+    readAgain();
+    const std::string wanted = lowerCase(key);
+    const std::string name = lowerCase(section);
+    bool isInside = false;
+    std::erase_if(m_lines, [&](const std::string& old) {
+        isInside = isSection(old) ? begins(old, name) : isInside;
+        return isInside && lowerCase(keyOf(old)) == wanted;
+    });
+    if (value) {
+        auto place = std::find_if(m_lines.begin(), m_lines.end(),
+                                  [&](const std::string& old) { return begins(old, name); });
+        if (place == m_lines.end()) {
+            place = m_lines.insert(place, "[" + std::string(section) + "]");
+        }
+        m_lines.insert(place + 1, line);
+    }
+    return write();
+}
+
+/// What cannot be read any more is replaced.
+void EditorSettings::readAgain() {
+    if (std::vector<std::string> now = readLines(); !now.empty()) {
+        m_lines = std::move(now);
+    }
 }
 
 bool EditorSettings::write() const {

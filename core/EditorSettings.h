@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace core {
@@ -27,6 +28,15 @@ public:
     [[nodiscard]] bool getBool(std::string_view key, bool usual) const;
     [[nodiscard]] int getInt(std::string_view key, int usual, int least, int most) const;
     [[nodiscard]] std::string getString(std::string_view key, std::string_view usual) const;
+    /// The keys of a section and their values, in the order of the file. The section's name is
+    /// case-insensitive; its lines after another section's count as well.
+    [[nodiscard]] std::vector<std::pair<std::string, std::string>>
+    section(std::string_view name) const;
+    /// As set, in a section, which is added at the end of the file when it is not there. Without a
+    /// value the key goes.
+    bool setIn(std::string_view section, std::string_view key,
+               std::optional<std::string_view> value);
+
     /// Changes one value for this run and writes the file whole; what another program has written
     /// to other keys meanwhile stays. False, with a log line, if the file cannot be written; false,
     /// and nothing has changed, for a key or value that no line can hold (control characters; a
@@ -39,6 +49,8 @@ private:
 
     [[nodiscard]] std::vector<std::string> readLines() const;
     [[nodiscard]] std::optional<std::string> find(std::string_view key) const;
+    /// Reads what another program may have written since.
+    void readAgain();
     [[nodiscard]] bool write() const;
     /// The log line, once.
     void report(const std::string& what) const;

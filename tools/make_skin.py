@@ -198,10 +198,6 @@ def parts():
     notice = Image(12, 12)
     framed(notice, 0, 0, 12, 12, HOT, ACCENT)
     yield "Notice", notice
-    cap = Image(12, 12)
-    framed(cap, 0, 0, 12, 12, EDGE, EDGE)
-    cap.fill(path.rounded(1, 1, 10, 9, 2), SURFACE)
-    yield "KeyCap", cap
 
 
 def icons():

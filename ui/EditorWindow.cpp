@@ -16,12 +16,12 @@
 #include "toolkit/input/TEventUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
-#include "ui/KeysWindow.h"
 #include "ui/Manual.h"
 #include "ui/SettingsWindow.h"
 #include "ui/commands/Command.h"
 #include "ui/commands/CommandMenu.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/keys/KeysWindow.h"
 
 namespace ui {
 
@@ -43,8 +43,9 @@ platform::Rect anchorOf(const toolkit::CControlUI& control) {
 } // namespace
 
 EditorWindow::EditorWindow(const WindowContext& context, std::span<const Command> commands)
-    : WindowImplBase(context.gui), m_context(context), m_commands(GetPaintManager(), commands),
-      m_commonCommands(GetPaintManager(), kCommonCommands) {
+    : WindowImplBase(context.gui), m_context(context), m_keys(KeyMap::of(context.services)),
+      m_commands(GetPaintManager(), commands, m_keys),
+      m_commonCommands(GetPaintManager(), kCommonCommands, m_keys) {
     bindWindowCommands();
     bindCommonCommands();
 }
@@ -138,6 +139,15 @@ bool EditorWindow::openContextMenu(const platform::Event& event) {
         }
     }
     return false;
+}
+
+void EditorWindow::controlsReady() {
+    m_commands.showKeys();
+    m_keysChanged = m_keys.observe([this] {
+        if (!IsClosing()) {
+            m_commands.showKeys();
+        }
+    });
 }
 
 bool EditorWindow::runScreen(std::u16string_view title) {

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "edit/Observers.h"
 #include "platform/Geometry.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "ui/Companions.h"
@@ -18,6 +19,7 @@
 #include "ui/WindowPlace.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/ContextMenu.h"
+#include "ui/commands/KeyMap.h"
 
 namespace ui {
 
@@ -59,11 +61,14 @@ public:
 protected:
     /// The window has another size; before the controls are laid out for it.
     virtual void windowSized() {}
+    /// Every tool tip names the keys of its command, now and when they change.
+    void controlsReady() override;
     /// Shows the created window and runs its message loop. When the system ends the
     /// program meanwhile, the quit flag is set: every screen is left as by Exit then.
     void runLoop();
     [[nodiscard]] const WindowContext& context() const { return m_context; }
     [[nodiscard]] CommandSet& commands() { return m_commands; }
+    [[nodiscard]] KeyMap& keys() { return m_keys; }
     /// Opens the menu of these commands at the button of the command "menu".
     void showMenu(std::span<const std::string_view> ids);
     /// The menus of its controls, for a right click, the menu key and Shift+F10. Elsewhere these
@@ -109,6 +114,8 @@ private:
 
     WindowContext m_context;
     std::optional<WindowPlace> m_place; ///< a screen's
+    KeyMap& m_keys;
+    edit::Subscription m_keysChanged;
     CommandSet m_commands;
     CommandSet m_commonCommands;
     Panes m_panes{GetPaintManager()};

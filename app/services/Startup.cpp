@@ -48,6 +48,7 @@ bool createServices(app_state::SharedServices& services, app_state::ScreenState&
 }
 
 void dropServices(app_state::SharedServices& services) {
+    services.keyMap.reset();
     std::exchange(services.sceneSession, nullptr).reset();
     std::exchange(services.sceneManager, nullptr).reset();
     std::exchange(services.editorSettings, nullptr).reset();

@@ -18,6 +18,9 @@ class SceneSession;
 namespace stills {
 class StillService;
 }
+namespace ui {
+class KeyMap;
+}
 
 namespace app_state {
 
@@ -32,6 +35,8 @@ struct SharedServices {
     std::shared_ptr<recovery::Drafts> drafts;
     /// Small pictures of clips; while there are windows.
     std::shared_ptr<stills::StillService> stills;
+    /// Made by the first window.
+    std::shared_ptr<ui::KeyMap> keyMap;
 };
 
 } // namespace app_state

@@ -1,6 +1,7 @@
 #include <cstddef>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -75,6 +76,19 @@ TEST_F(EditorSettingsTest, ChangeTheirOwnLineAloneAndKeepWhatAnotherProgramWrote
     EXPECT_TRUE(first.set("path", "C:\\a = b; #c"));
     EXPECT_EQ(core::EditorSettings(kFile).getString("path", ""), "C:\\a = b; #c");
     EXPECT_EQ(newLines(), 0U);
+}
+
+TEST_F(EditorSettingsTest, SectionsAreReadInOrderAndChangedWithoutTheRest) {
+    using Values = std::vector<std::pair<std::string, std::string>>;
+    support::writeBytes(kFile, "a = 0\n[KEYS]\nb = x = 1\n= 7\n;c = 2\nB = 3\n[more]\na = 4\n"
+                               "[keys]\nd =\n");
+    core::EditorSettings settings(kFile);
+    EXPECT_EQ(settings.section("keys"), (Values{{"b", "x = 1"}, {"d", ""}}));
+    EXPECT_TRUE(settings.setIn("keys", "e", "5") && settings.setIn("Keys", "b", {}));
+    EXPECT_TRUE(settings.setIn("new", "a", "6") && settings.setIn("none", "a", {}));
+    EXPECT_FALSE(settings.setIn("keys", "f", "\n"));
+    EXPECT_EQ(support::readBytes(kFile), "a = 0\r\n[KEYS]\r\ne = 5\r\n= 7\r\n;c = 2\r\n[more]\r\n"
+                                         "a = 4\r\n[keys]\r\nd =\r\n[new]\r\na = 6\r\n");
 }
 
 TEST_F(EditorSettingsTest, AFailedWriteLeavesTheFileWholeAndCountsForThisRun) {

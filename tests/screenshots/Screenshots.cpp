@@ -36,11 +36,11 @@
 #include "ui/BranchList.h"
 #include "ui/Confirmation.h"
 #include "ui/EarlierVersions.h"
-#include "ui/KeysWindow.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
 #include "ui/SettingsWindow.h"
 #include "ui/VersionHistory.h"
+#include "ui/keys/KeysWindow.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 

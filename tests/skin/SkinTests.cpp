@@ -50,7 +50,9 @@ public:
     [[nodiscard]] std::string GetSkinFolder() const override { return SKIN_FOLDER; }
     [[nodiscard]] std::string GetSkinFile() const override { return m_file; }
     std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override {
-        return className == u"Video" ? std::make_unique<toolkit::CControlUI>() : nullptr;
+        return className == u"Video" || className == u"KeyTable"
+                   ? std::make_unique<toolkit::CControlUI>()
+                   : nullptr;
     }
 
 private:

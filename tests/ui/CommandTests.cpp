@@ -5,9 +5,13 @@
 #include <utility>
 #include <vector>
 
+#include "core/EditorSettings.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "platform/Accessible.h"
 #include "tests/support/windows/EditorTest.h"
+#include "tests/ui/BranchListFixture.h"
+#include "toolkit/controls/CContainerUI.h"
 #include "ui/commands/CommandSet.h"
 
 namespace {
@@ -194,25 +198,133 @@ TEST_F(Commands, OfEveryWindowOpenTheManualOrSayWhyNot) {
     EXPECT_EQ(m_window->take(), "");
 }
 
-TEST_F(Commands, OfEveryWindowShowTheKeysThatTheTablesHave) {
-    m_driver->press(Key::f1);
+using Keys = test::BranchEditorTest;
+
+/// The list of keys, opened in the window of the driver.
+test::WindowDriver openKeys(const test::WindowDriver& driver) {
+    driver.press(Key::f1);
     test::pump();
-    test::WindowDriver keys(test::topWindow());
-    ASSERT_EQ(test::topWindow().GetSkinFile(), "Keys.xml");
+    EXPECT_EQ(test::topWindow().GetSkinFile(), "Keys.xml");
+    return test::WindowDriver(test::topWindow());
+}
+
+/// What the rows tell a screen reader, a line each.
+std::u16string rowsOf(const test::WindowDriver& keys) {
+    std::u16string text;
+    const auto& list = keys.get<toolkit::CContainerUI>(u"ListKeys");
+    for (int i = 0; i < list.GetCount(); ++i) {
+        const toolkit::CControlUI& row = *list.GetItemAt(i);
+        if (row.accessibleRole() == platform::AccessibleRole::listItem) {
+            text += row.accessibleName() + u"\n";
+        }
+    }
+    return text;
+}
+
+TEST_F(Keys, OfAllTablesAreInOneListWhicheverWindowAsks) {
+    makeScene({"A"});
+    show();
+    const test::WindowDriver keys = openKeys(*m_driver);
     keys.type(u"UND");
     keys.click(u"ButtonKeysCopy");
     EXPECT_EQ(m_gui.windows().clipboardText(), u"Everywhere\nCtrl+Z\tUndo\n");
-    const auto& list = keys.get<toolkit::CContainerUI>(u"ListKeys");
-    EXPECT_EQ(list.GetItemAt(list.GetCount() - 1)->accessibleName(), u"Ctrl+Z: Undo");
-    keys.press(Key::f1); // back to the field, in the same window
     keys.retype(u"EditFindKey", u"shift+left");
-    keys.click(u"ButtonKeysCopy");
-    EXPECT_EQ(m_gui.windows().clipboardText(), u"Zone Edit: frames\nShift+Left\tBack 10 frames\n");
+    EXPECT_EQ(rowsOf(keys), u"Shift+Left: Back 10 frames\n");
+    keys.retype(u"EditFindKey", u"Add B");
+    EXPECT_EQ(rowsOf(keys), u"Add Branch\n") << "a command without a key";
     keys.retype(u"EditFindKey", u"no such key");
     EXPECT_TRUE(keys.get(u"EmptyLine").IsVisible());
+
+    for (const std::string layout : {"Settings.xml", "Confirmation.xml"}) {
+        const auto ask = [&](const test::WindowDriver& asking) {
+            asking.press(Key::f1);
+            test::pump();
+            EXPECT_EQ(keys.focusName(), u"EditFindKey") << "the one that is open";
+            keys.type(u"x"); // it takes input
+            asking.press(Key::escape);
+        };
+        inWindow(layout, ask);
+        if (layout == "Settings.xml") {
+            m_driver->press(Key::menu);
+            m_driver->type(u"s");
+            m_driver->press(Key::enter);
+            test::pump();
+        } else {
+            m_driver->click(u"ButtonExit");
+        }
+    }
+    EXPECT_EQ(keys.textOf(u"EditFindKey"), u"no such keyxx");
+}
+
+TEST_F(Keys, AreChosenInTheListAndCountAtOnce) {
+    makeScene({"A"});
+    show();
+    const test::WindowDriver keys = openKeys(*m_driver);
+    const auto choose = [&](const std::u16string& text, Key key, platform::Modifiers held = {}) {
+        keys.retype(u"EditFindKey", text);
+        keys.press(Key::f6); // the list
+        keys.press(Key::down);
+        keys.press(Key::enter);
+        keys.press(key, held);
+        return rowsOf(keys);
+    };
+    EXPECT_EQ(choose(u"Add Branch", Key::z, kControl), u"Ctrl+Z is \"Undo\".\n");
     keys.press(Key::escape);
-    test::pump();
-    EXPECT_EQ(&test::topWindow(), m_window.get());
+    EXPECT_EQ(rowsOf(keys), u"Add Branch\n") << "waits no more";
+    EXPECT_EQ(choose(u"Add Branch", Key::down), u"Down belongs to fields and lists.\n");
+    EXPECT_EQ(choose(u"Add Branch", Key::tab), u"Add Branch\n") << "leaves the list";
+    EXPECT_EQ(choose(u"Next control", Key::k), u"Tab: Next control\n");
+    EXPECT_EQ(choose(u"Add Branch", Key::b, kControl), u"Ctrl+B: Add Branch\n");
+    EXPECT_EQ(m_driver->get(u"ButtonAddBranch").GetToolTip(),
+              u"Add a branch to the scene (Ctrl+B)");
+    m_driver->press(Key::b, kControl);
+    EXPECT_EQ(session().branchCount(), 2);
+
+    EXPECT_EQ(choose(u"Undo", Key::u, kControl), u"Ctrl+U: Undo\n");
+    EXPECT_EQ(m_driver->get(u"ButtonUndo").GetToolTip(), u"Undo: add branch (Ctrl+U)");
+    EXPECT_EQ(choose(u"Redo", Key::z, kControl), u"Ctrl+Z: Redo\nCtrl+Shift+Z: Redo\n");
+    EXPECT_EQ(choose(u"Undo", Key::backspace), u"Undo\n") << "Redo has its key";
+    EXPECT_EQ(choose(u"Redo", Key::del), u"Ctrl+Shift+Z: Redo\n");
+    EXPECT_EQ(choose(u"Undo", Key::backspace), u"Ctrl+Z: Undo\n");
+    EXPECT_EQ(m_driver->get(u"ButtonUndo").GetToolTip(), u"Undo: add branch (Ctrl+Z)");
+    EXPECT_EQ(support::readBytes("Editor.ini"),
+              "[keys]\r\nredo = Ctrl+Shift+Z\r\naddBranch = Ctrl+B\r\n");
+    keys.press(Key::menu);
+    keys.press(Key::end);
+    keys.press(Key::enter); // all keys
+    m_driver->press(Key::b, kControl);
+    EXPECT_EQ(session().branchCount(), 2);
+    EXPECT_EQ(support::readBytes("Editor.ini"), "[keys]\r\n");
+}
+
+TEST_F(Keys, AreReadFromTheSettingsAndWhatIsOddThereIsOnlyShown) {
+    support::writeBytes("Editor.ini",
+                        "keepDrafts = false\n[Keys]\nback = right\nforward = LEFT\n"
+                        "save = F9, ctrl + shift+s, F10\nSAVE = F7\nundo = Ctrl+Blah\n"
+                        "redo = Ctrl+Z\nstop = F8\nnothing = F5\nmanual =\n"
+                        "addVideo = Tab\nrename = F9\n[other]\naddBranch = F11\n");
+    m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+    makeScene({"A"});
+    show();
+    const test::WindowDriver keys = openKeys(*m_driver);
+    const std::u16string rows = rowsOf(keys);
+    for (const std::u16string_view row :
+         {u"Right: Back 1 frame\n", u"Left: Forward 1 frame\n", u"F9: Save\nCtrl+Shift+S: Save\n",
+          u"Ctrl+Z: Redo\n", u"Esc: Close a list, stop what runs\n", u"\nUndo\n", u"\nManual\n",
+          u"F2: Rename the Branch\n",
+          u"\"stop\" has no keys to choose.\n\"nothing\" has no keys to choose.\n"
+          u"Save: only two keys count.\nUndo: \"Ctrl+Blah\" is no key.\n"
+          u"Add Video…: Tab is \"Next control\".\nRename the Branch: F9 is \"Save\".\n"}) {
+        EXPECT_NE(rows.find(row), std::u16string::npos) << core::storedText(row);
+    }
+    EXPECT_EQ(m_log.count("Settings \""), 0U);
+    keys.press(Key::f6);
+    keys.press(Key::end);
+    const auto& list = keys.get<toolkit::CContainerUI>(u"ListKeys");
+    const auto lowest = [&] { return list.GetItemAt(list.GetCount() - 1)->GetPos().bottom; };
+    const int before = lowest();
+    keys.wheel(keys.middleOf(list), 20);
+    EXPECT_TRUE(lowest() >= before) << "scrolled back";
 }
 
 } // namespace

@@ -81,6 +81,7 @@ bool WindowImplBase::Create(platform::NativeWindow* owner, const std::u16string&
     }
     m_manager.UpdateLayout();
     InitWindow();
+    controlsReady();
     return true;
 }
 

@@ -41,6 +41,8 @@ public:
     bool HandleMessage(const platform::Event& event) override;
     /// Called once, after the controls are built and laid out: fills them.
     virtual void InitWindow() {}
+    /// Called once, after InitWindow: what all windows of a program do to their controls.
+    virtual void controlsReady() {}
     /// UTF-8, relative to the current directory.
     [[nodiscard]] virtual std::string GetSkinFolder() const { return "UI/"; }
     /// The layout's file name in the skin.

@@ -35,7 +35,7 @@ inline constexpr std::u16string_view kBranchEditor = u"Branch editor";
 inline constexpr Command kBranchEditorCommands[] = {
     {command::kSave, kEverywhere, u"Save", u"ButtonSave", u"Save the scene", {kCtrlS}},
     {command::kExit, kEverywhere, u"Exit", u"ButtonExit", u"Leave Quorvel"},
-    {command::kStop, kEverywhere, kStopText, {}, {}, {kEsc}},
+    kStopCommand,
     {command::kAddBranch, kBranchEditor, u"Add Branch", u"ButtonAddBranch",
      u"Add a branch to the scene"},
     {.id = command::kRename, .group = kBranchEditor, .text = u"Rename the Branch", .keys = {{kF2}}},

@@ -1,6 +1,8 @@
 #include "ui/commands/Command.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace ui {
@@ -42,6 +44,30 @@ std::u16string nameOf(Key key) {
     return {};
 }
 
+std::u16string withoutSpaces(std::u16string_view text) {
+    std::u16string result;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(result),
+                 [](char16_t sign) { return sign != u' ' && sign != u'\t'; });
+    return result;
+}
+
+/// Small letters, no spaces: for comparison.
+std::u16string folded(std::u16string_view text) {
+    std::u16string result = withoutSpaces(text);
+    for (char16_t& sign : result) {
+        sign = sign >= u'A' && sign <= u'Z' ? static_cast<char16_t>(sign - u'A' + u'a') : sign;
+    }
+    return result;
+}
+
+/// A tool tip without the key that stands behind it in brackets, if it is this one.
+std::u16string_view withoutKey(std::u16string_view toolTip, const KeyChord& key) {
+    const std::size_t open = toolTip.rfind(u" (");
+    const bool names = toolTip.ends_with(u")") && open != std::u16string_view::npos &&
+                       folded(toolTip.substr(open)) == folded(u"(" + keyText(key) + u")");
+    return names ? toolTip.substr(0, open) : toolTip;
+}
+
 } // namespace
 
 std::u16string keyText(const KeyChord& chord) {
@@ -59,23 +85,51 @@ std::u16string keyText(const KeyChord& chord) {
     return text;
 }
 
-std::u16string toolTipOf(const Command& command, std::u16string_view subject) {
+std::vector<std::u16string> splitKeys(std::u16string_view text) {
+    std::vector<std::u16string> parts;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(u','), text.size());
+        if (std::u16string part = withoutSpaces(text.substr(0, end)); !part.empty()) {
+            parts.push_back(std::move(part));
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return parts;
+}
+
+std::optional<KeyChord> parseKey(std::u16string_view text) {
+    const std::u16string wanted = folded(text);
+    for (int number = static_cast<int>(Key::left); number <= static_cast<int>(Key::z); ++number) {
+        for (unsigned held = 0; held < 8; ++held) {
+            const KeyChord chord{
+                static_cast<Key>(number),
+                {.shift = (held & 1U) != 0, .control = (held & 2U) != 0, .alt = (held & 4U) != 0}};
+            if (folded(keyText(chord)) == wanted) {
+                return chord;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+std::u16string toolTipOf(const Command& command, std::u16string_view subject,
+                         const std::optional<KeyChord>& key) {
     constexpr std::u16string_view kSubject = u": %s";
     std::u16string text(command.toolTip);
     if (const std::size_t at = text.find(kSubject); at != std::u16string::npos) {
         text.replace(at, kSubject.size(),
                      subject.empty() ? std::u16string() : u": " + std::u16string(subject));
     }
+    if (key && *key != command.keys[0]) {
+        text.resize(withoutKey(text, command.keys[0]).size());
+        text += key->key != Key::other ? u" (" + keyText(*key) + u")" : std::u16string();
+    }
     return text;
 }
 
 std::u16string labelOf(const Command& command, std::u16string_view subject) {
-    std::u16string text = toolTipOf(command, subject);
-    const std::u16string key = u" (" + keyText(command.keys[0]) + u")";
-    if (text.ends_with(key)) {
-        text.resize(text.size() - key.size());
-    }
-    return text;
+    const std::u16string text = toolTipOf(command, subject);
+    return std::u16string(withoutKey(text, command.keys[0]));
 }
 
 } // namespace ui

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Event.h"
 
@@ -18,6 +20,10 @@ struct KeyChord {
 
 /// As shown to the user: "Ctrl+Shift+Z", "Esc", "Left". Empty for no key.
 [[nodiscard]] std::u16string keyText(const KeyChord& chord);
+/// The key of such a text, whose letters may be small and capital; empty when it is none.
+[[nodiscard]] std::optional<KeyChord> parseKey(std::u16string_view text);
+/// The texts between commas, without spaces around them; none of them is empty.
+[[nodiscard]] std::vector<std::u16string> splitKeys(std::u16string_view text);
 
 struct Command {
     /// Unique in its table; also the name under which a key can be set.
@@ -36,10 +42,15 @@ struct Command {
     std::u16string_view icon{};
     /// In the list of keys, if that is not `text`.
     std::u16string_view listed{};
+    bool isFixed = false; ///< the author cannot choose its key
+
+    [[nodiscard]] std::u16string_view listedText() const { return listed.empty() ? text : listed; }
 };
 
-/// The command's tool tip for `subject`; empty: for none.
-[[nodiscard]] std::u16string toolTipOf(const Command& command, std::u16string_view subject = {});
+/// The command's tool tip for `subject` (empty: for none), with the key that runs the command if
+/// that is not the first one of the table.
+[[nodiscard]] std::u16string toolTipOf(const Command& command, std::u16string_view subject = {},
+                                       const std::optional<KeyChord>& key = {});
 /// The same without the key, as a screen reader names the button.
 [[nodiscard]] std::u16string labelOf(const Command& command, std::u16string_view subject = {});
 

@@ -14,7 +14,7 @@ namespace {
 toolkit::MenuEntry entryOf(CommandSet& set, const Command& command) {
     toolkit::MenuEntry entry;
     entry.text = command.text;
-    entry.key = keyText(command.keys[0]);
+    entry.key = set.keyOf(command);
     entry.icon = command.icon;
     entry.enabled = set.isEnabled(command.id);
     entry.run = [&set, id = command.id] { set.run(id); };

@@ -8,14 +8,11 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/FocusKeeper.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/commands/KeyMap.h"
 
 namespace ui {
 
 namespace {
-
-bool has(const Command& command, const KeyChord& chord) {
-    return std::find(command.keys.begin(), command.keys.end(), chord) != command.keys.end();
-}
 
 /// Keys that act wherever the focus is.
 bool actsEverywhere(const platform::Event& event) {
@@ -37,6 +34,15 @@ const Command* CommandSet::find(std::string_view id) const {
 
 const Command* CommandSet::bound(std::string_view id) const {
     return m_bindings.contains(id) ? find(id) : nullptr;
+}
+
+bool CommandSet::has(const Command& command, const KeyChord& chord) const {
+    const KeyMap::Keys keys = m_keys.keysOf(command);
+    return std::find(keys.begin(), keys.end(), chord) != keys.end();
+}
+
+std::u16string CommandSet::keyOf(const Command& command) const {
+    return keyText(m_keys.keysOf(command)[0]);
 }
 
 const Command* CommandSet::commandOf(const platform::Event& event) const {
@@ -127,6 +133,26 @@ bool CommandSet::handleKey(const platform::Event& event) {
     return true;
 }
 
+void CommandSet::showKeys() {
+    bool isChanged = false;
+    for (const Command& command : m_table) {
+        const bool isChosen = m_keys.isChosen(command);
+        if (command.toolTip.empty() || (!isChosen && m_rekeyed.erase(command.id) == 0)) {
+            continue; // it names the key of the table already
+        }
+        if (isChosen) {
+            m_rekeyed.insert(command.id);
+        }
+        if (toolkit::CControlUI* control = controlOf(command)) {
+            control->SetToolTip(toolTipOf(command, {}, m_keys.keysOf(command)[0]));
+            isChanged = true;
+        }
+    }
+    if (isChanged) {
+        showEnabled(); // what they would act on is part of some
+    }
+}
+
 void CommandSet::showEnabled() {
     for (const auto& [id, binding] : m_bindings) {
         const Command* command = find(id);
@@ -136,7 +162,7 @@ void CommandSet::showEnabled() {
         }
         if (control != nullptr && binding.subject) {
             const std::u16string subject = binding.subject();
-            control->SetToolTip(toolTipOf(*command, subject));
+            control->SetToolTip(toolTipOf(*command, subject, m_keys.keysOf(*command)[0]));
             control->SetLabel(labelOf(*command, subject));
         }
     }

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -23,11 +24,14 @@ class CPaintManagerUI;
 
 namespace ui {
 
+class KeyMap;
+
 class CommandSet {
 public:
-    /// Both outlive the set; `table` is one of the constants.
-    CommandSet(toolkit::CPaintManagerUI& manager, std::span<const Command> table)
-        : m_manager(manager), m_table(table) {}
+    /// All outlive the set; `table` is one of the constants.
+    CommandSet(toolkit::CPaintManagerUI& manager, std::span<const Command> table,
+               const KeyMap& keys)
+        : m_manager(manager), m_table(table), m_keys(keys) {}
 
     /// What runs a command of the table. Commands without a handler do nothing. `subject`: what it
     /// would act on now, for the tool tip of its button.
@@ -46,6 +50,10 @@ public:
     bool runOf(std::u16string_view control);
     /// For a window's message filter. True when the key was a command's, run or not.
     bool handleKey(const platform::Event& event);
+    /// The first key of the command, as menus show it; empty: none.
+    [[nodiscard]] std::u16string keyOf(const Command& command) const;
+    /// Has the tool tips of all buttons name the keys that the commands have now.
+    void showKeys();
     /// Enables the buttons of all commands with a condition by it, and has them say what the
     /// command would act on.
     void showEnabled();
@@ -58,6 +66,7 @@ private:
     };
 
     [[nodiscard]] const Command* find(std::string_view id) const;
+    [[nodiscard]] bool has(const Command& command, const KeyChord& chord) const;
     [[nodiscard]] const Command* commandOf(const platform::Event& event) const;
     [[nodiscard]] bool mayRun(const Command& command) const;
     [[nodiscard]] toolkit::CControlUI* controlOf(const Command& command) const;
@@ -65,6 +74,8 @@ private:
 
     toolkit::CPaintManagerUI& m_manager;
     std::span<const Command> m_table;
+    const KeyMap& m_keys;
+    std::set<std::string_view> m_rekeyed; ///< tool tips that do not name the key of the table
     std::map<std::string_view, Binding> m_bindings;
 };
 

@@ -33,7 +33,6 @@ inline constexpr std::string_view kRestoreDraft = "restoreDraft";
 } // namespace command
 
 inline constexpr std::u16string_view kEverywhere = u"Everywhere";
-inline constexpr std::u16string_view kStopText = u"Close a list, stop what runs";
 
 inline constexpr KeyChord kCtrlS{platform::Key::s, {.control = true}};
 inline constexpr KeyChord kF1{platform::Key::f1, {}};
@@ -41,6 +40,11 @@ inline constexpr KeyChord kF2{platform::Key::f2, {}};
 inline constexpr KeyChord kCtrlF{platform::Key::f, {.control = true}};
 inline constexpr KeyChord kEsc{platform::Key::escape, {}};
 
+inline constexpr Command kStopCommand{.id = command::kStop,
+                                      .group = kEverywhere,
+                                      .text = u"Close a list, stop what runs",
+                                      .keys = {{kEsc}},
+                                      .isFixed = true};
 inline constexpr Command kUndoCommand{
     .id = command::kUndo,
     .group = kEverywhere,
@@ -67,7 +71,8 @@ inline constexpr Command kMenuCommand{
     .control = u"ButtonMenu",
     .toolTip = u"More",
     .keys = {{{platform::Key::menu, {}}, {platform::Key::f10, {.shift = true}}}},
-    .listed = u"Menu"};
+    .listed = u"Menu",
+    .isFixed = true};
 // Of windows that can be sized.
 inline constexpr Command kMinimizeCommand{command::kMinimize, kEverywhere, u"Minimise",
                                           u"ButtonMinimize", u"Minimise"};
@@ -112,11 +117,13 @@ inline constexpr Command kCommonCommands[] = {
     {.id = "nextControl",
      .group = kEverywhere,
      .text = u"Next control",
-     .keys = {{{platform::Key::tab, {}}}}},
+     .keys = {{{platform::Key::tab, {}}}},
+     .isFixed = true},
     {.id = "controlBefore",
      .group = kEverywhere,
      .text = u"Control before",
-     .keys = {{{platform::Key::tab, {.shift = true}}}}},
+     .keys = {{{platform::Key::tab, {.shift = true}}}},
+     .isFixed = true},
 };
 
 } // namespace ui

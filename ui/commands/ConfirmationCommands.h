@@ -14,8 +14,8 @@ inline constexpr std::string_view kNo = "no";
 } // namespace command
 
 inline constexpr Command kConfirmationCommands[] = {
-    {command::kYes, kEverywhere, u"Yes", u"ButtonYes", u"Go ahead"},
-    {command::kNo, kEverywhere, u"No", u"ButtonNo", u"Leave everything as it is (Esc)", {kEsc}},
+    {command::kYes, {}, u"Yes", u"ButtonYes", u"Go ahead"},
+    {command::kNo, {}, u"No", u"ButtonNo", u"Leave everything as it is (Esc)", {kEsc}},
 };
 
 } // namespace ui

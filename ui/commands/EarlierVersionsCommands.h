@@ -15,10 +15,13 @@ inline constexpr std::string_view kCloseVersions = "closeVersions";
 } // namespace command
 
 inline constexpr Command kEarlierVersionsCommands[] = {
-    {command::kRestoreVersion, kEverywhere, u"Restore", u"ButtonRestoreVersion",
+    {command::kRestoreVersion,
+     {},
+     u"Restore",
+     u"ButtonRestoreVersion",
      u"Bring this version back; Undo takes that back"},
     {command::kCloseVersions,
-     kEverywhere,
+     {},
      u"Close",
      u"ButtonVersionsClose",
      u"Back to the editor (Esc)",

@@ -14,7 +14,7 @@ inline constexpr std::string_view kSettingsClose = "settingsClose";
 
 inline constexpr Command kSettingsCommands[] = {
     {command::kSettingsClose,
-     kEverywhere,
+     {},
      u"Close",
      u"ButtonSettingsClose",
      u"Close the settings (Esc)",

@@ -41,7 +41,7 @@ inline constexpr Command kOpenSceneCommands[] = {
      u"ButtonMakeDuplicate",
      u"Copy the scene with its videos and zones"},
     {command::kDropDuplicate, {}, u"Cancel", u"ButtonDropDuplicate", u"Leave without a copy"},
-    {command::kStop, {}, kStopText, {}, {}, {kEsc}},
+    kStopCommand,
     kMenuCommand,
 };
 

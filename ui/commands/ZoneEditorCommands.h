@@ -32,7 +32,7 @@ inline constexpr Command kZoneEditorCommands[] = {
      u"ButtonSave",
      u"Save the zones of this video",
      {kCtrlS}},
-    {command::kStop, kEverywhere, kStopText, {}, {}, {kEsc}},
+    kStopCommand,
     {command::kClose, kEverywhere, u"Close", u"ButtonClose", u"Back to the branch editor"},
     {.id = command::kBack,
      .group = kFrames,

@@ -1,0 +1,184 @@
+#include "ui/commands/KeyMap.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "core/Text.h"
+#include "platform/Event.h"
+#include "ui/commands/CommandTables.h"
+
+namespace ui {
+
+using platform::Key;
+
+namespace {
+
+constexpr const char* kSection = "keys";
+
+const Command* commandWith(std::string_view id) {
+    for (const std::span<const Command> table : commandTables()) {
+        const auto found = std::find_if(table.begin(), table.end(), [id](const Command& command) {
+            return command.id == id && !command.group.empty();
+        });
+        if (found != table.end()) {
+            return &*found;
+        }
+    }
+    return nullptr;
+}
+
+bool has(const KeyMap::Keys& keys, const KeyChord& chord) {
+    return std::find(keys.begin(), keys.end(), chord) != keys.end();
+}
+
+/// Keys that fields, lists, buttons and the system use themselves.
+bool isTakenByControls(const KeyChord& chord) {
+    const bool isPlain = !chord.modifiers.control;
+    return chord.modifiers.alt || chord.key == Key::tab || chord.key == Key::escape ||
+           chord.key == Key::enter || chord.key == Key::menu ||
+           (chord.key == Key::f10 && chord.modifiers.shift) ||
+           (isPlain && chord.key >= Key::left && chord.key <= Key::insert);
+}
+
+std::u16string listed(const KeyMap::Keys& keys) {
+    std::u16string text;
+    for (const KeyChord& chord : keys) {
+        if (chord.key != Key::other) {
+            text += (text.empty() ? u"" : u", ") + keyText(chord);
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+KeyMap& KeyMap::of(app_state::SharedServices& services) {
+    if (!services.keyMap) {
+        services.keyMap = std::make_shared<KeyMap>(services.editorSettings);
+    }
+    return *services.keyMap;
+}
+
+KeyMap::KeyMap(std::shared_ptr<core::EditorSettings> settings) : m_settings(std::move(settings)) {
+    if (m_settings) {
+        read();
+    }
+}
+
+void KeyMap::read() {
+    std::vector<std::pair<const Command*, std::string>> lines;
+    for (const auto& [id, text] : m_settings->section(kSection)) {
+        const Command* command = commandWith(id);
+        if (command == nullptr || command->isFixed) {
+            m_problems.push_back(u"\"" + core::displayText(id) + u"\" has no keys to choose.");
+            continue;
+        }
+        m_chosen[std::string(command->id)] = {}; // its keys are free for the others
+        lines.emplace_back(command, text);
+    }
+    std::vector<const Command*> unread;
+    for (const auto& [command, text] : lines) {
+        if (!readLine(*command, core::displayText(text))) {
+            unread.push_back(command);
+        }
+    }
+    for (const Command* command : unread) {
+        set(*command, usualKeys(*command));
+    }
+}
+
+bool KeyMap::readLine(const Command& command, const std::u16string& text) {
+    Keys keys{};
+    std::size_t count = 0;
+    bool isGood = true;
+    for (const std::u16string& part : splitKeys(text)) {
+        const std::optional<KeyChord> chord = parseKey(part);
+        const std::u16string problem = !chord ? u"\"" + part + u"\" is no key."
+                                       : count == keys.size()
+                                           ? std::u16string(u"only two keys count.")
+                                           : refusal(command, *chord);
+        if (!problem.empty()) {
+            m_problems.push_back(std::u16string(command.listedText()) + u": " + problem);
+            isGood = false;
+        } else if (!has(keys, *chord)) {
+            keys[count++] = *chord;
+        }
+    }
+    set(command, keys);
+    return isGood || count > 0;
+}
+
+void KeyMap::set(const Command& command, const Keys& keys) {
+    if (keys == command.keys) {
+        m_chosen.erase(std::string(command.id));
+    } else {
+        m_chosen[std::string(command.id)] = keys;
+    }
+}
+
+KeyMap::Keys KeyMap::usualKeys(const Command& command) const {
+    Keys keys = command.keys;
+    for (KeyChord& chord : keys) {
+        if (chord.key != Key::other && !refusal(command, chord).empty()) {
+            chord = {};
+        }
+    }
+    return keys;
+}
+
+KeyMap::Keys KeyMap::keysOf(const Command& command) const {
+    const auto chosen = m_chosen.find(command.id);
+    return chosen != m_chosen.end() ? chosen->second : command.keys;
+}
+
+bool KeyMap::isChosen(const Command& command) const {
+    return m_chosen.contains(command.id);
+}
+
+std::u16string KeyMap::refusal(const Command& command, const KeyChord& chord) const {
+    const std::u16string key = keyText(chord);
+    if (key.empty()) {
+        return u"This key cannot be chosen.";
+    }
+    if (command.isFixed) {
+        return std::u16string(command.listedText()) + u" keeps its key.";
+    }
+    std::u16string owner;
+    bool isUsual = false; // a command of these windows has it by default
+    anyCommandBeside(command.id, [&](const Command& other) {
+        isUsual = isUsual || (!other.isFixed && has(other.keys, chord));
+        if (other.id != command.id && has(keysOf(other), chord)) {
+            owner = other.listedText();
+        }
+        return !owner.empty();
+    });
+    if (!owner.empty()) {
+        return key + u" is \"" + owner + u"\".";
+    }
+    return isTakenByControls(chord) && !isUsual ? key + u" belongs to fields and lists."
+                                                : std::u16string();
+}
+
+void KeyMap::choose(const Command& command, const Keys& keys) {
+    set(command, keys);
+    if (m_settings) { // a failed write is in the log
+        m_settings->setIn(kSection, command.id,
+                          isChosen(command) ? std::optional(core::storedText(listed(keys)))
+                                            : std::nullopt);
+    }
+    m_observers.notify();
+}
+
+void KeyMap::resetAll() {
+    m_problems.clear();
+    for (const auto& [id, keys] : std::exchange(m_chosen, {})) {
+        if (m_settings) {
+            m_settings->setIn(kSection, id, std::nullopt);
+        }
+    }
+    m_observers.notify();
+}
+
+} // namespace ui

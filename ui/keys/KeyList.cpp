@@ -1,0 +1,95 @@
+#include "ui/keys/KeyList.h"
+
+#include <algorithm>
+#include <span>
+#include <utility>
+
+#include "core/Text.h"
+#include "platform/Event.h"
+#include "ui/commands/BranchEditorCommands.h"
+#include "ui/commands/CommandTables.h"
+#include "ui/commands/CommonCommands.h"
+#include "ui/commands/ZoneEditorCommands.h"
+
+namespace ui {
+
+namespace {
+
+constexpr std::u16string_view kGroups[] = {kEverywhere, kFrames, kBranchEditor, kZones};
+constexpr std::size_t kMostProblems = 10;
+
+bool contains(std::u16string_view text, const std::u16string& wanted) {
+    return core::foldCase(text).find(wanted) != std::u16string::npos;
+}
+
+void addLine(KeyLine line, const std::u16string& wanted, std::vector<KeyLine>& lines) {
+    const bool isThere = std::any_of(lines.begin(), lines.end(), [&](const KeyLine& other) {
+        return other.text == line.text && other.chord == line.chord;
+    });
+    if (!isThere && (contains(line.text, wanted) || contains(keyText(line.chord), wanted))) {
+        lines.push_back(std::move(line));
+    }
+}
+
+void addLines(const Command& command, const KeyMap& keys, const std::u16string& wanted,
+              std::vector<KeyLine>& lines) {
+    const KeyMap::Keys chords = keys.keysOf(command);
+    const std::u16string text(command.listedText());
+    for (std::size_t i = 0; i < chords.size(); ++i) {
+        // One that lost its key can get it again.
+        const bool isShown = chords[i].key != platform::Key::other ||
+                             (i == 0 && (!wanted.empty() || keys.isChosen(command)));
+        if (isShown) {
+            addLine({text, &command, i, chords[i], keys.isChosen(command)}, wanted, lines);
+        }
+    }
+}
+
+KeyGroup problemGroup(const std::vector<std::u16string>& problems) {
+    KeyGroup group{u"Not understood in Editor.ini", {}};
+    for (std::size_t i = 0; i < std::min(problems.size(), kMostProblems); ++i) {
+        group.lines.push_back({.text = problems[i]});
+    }
+    if (problems.size() > kMostProblems) {
+        const std::size_t rest = problems.size() - kMostProblems;
+        group.lines.push_back({.text = core::displayText("and " + std::to_string(rest) + " more")});
+    }
+    return group;
+}
+
+} // namespace
+
+std::vector<KeyGroup> keyGroups(const KeyMap& keys, std::u16string_view wanted) {
+    std::vector<KeyGroup> groups;
+    const std::u16string text = core::foldCase(wanted);
+    for (const std::u16string_view name : kGroups) {
+        KeyGroup group{std::u16string(name), {}};
+        for (const std::span<const Command> table : commandTables()) {
+            for (const Command& command : table) {
+                if (command.group == name) {
+                    addLines(command, keys, text, group.lines);
+                }
+            }
+        }
+        groups.push_back(std::move(group));
+    }
+    if (text.empty()) {
+        groups.push_back(problemGroup(keys.problems()));
+    }
+    std::erase_if(groups, [](const KeyGroup& group) { return group.lines.empty(); });
+    return groups;
+}
+
+std::u16string keyListText(const std::vector<KeyGroup>& groups) {
+    std::u16string text;
+    for (const KeyGroup& group : groups) {
+        text += (text.empty() ? u"" : u"\n") + group.name + u"\n";
+        for (const KeyLine& line : group.lines) {
+            text +=
+                (line.command != nullptr ? keyText(line.chord) + u"\t" : u"") + line.text + u"\n";
+        }
+    }
+    return text;
+}
+
+} // namespace ui
