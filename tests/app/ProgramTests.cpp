@@ -1,7 +1,9 @@
 // Start-up, exit codes, the hand-off around the screens, and one whole pass of an author.
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,12 +11,18 @@
 #include "app/Program.h"
 #include "core/Log.h"
 #include "core/Services.h"
+#include "core/Text.h"
+#include "platform/FileDialog.h"
+#include "scene/SceneManager.h"
+#include "scene/SceneSession.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RecordingProcess.h"
 #include "tests/support/windows/EditorTest.h"
 #include "tests/zone/ZoneFixture.h"
+#include "tools/tour/AuthoringPass.h"
 #include "tools/tour/EditingPass.h"
+#include "tools/tour/Hands.h"
 #include "tools/tour/Script.h"
 
 namespace {
@@ -50,6 +58,7 @@ protected:
             ++m_guis;
             auto gui = std::make_unique<test::ScriptedGui>(test::gui());
             gui->library.fails = m_componentsFail;
+            gui->dialog.answer = m_chosenFiles;
             gui->ends = [&] { return !script.problem().empty(); };
             return m_hasDisplay ? std::move(gui) : nullptr;
         });
@@ -63,6 +72,7 @@ protected:
     support::RecordingProcess m_process;
     core::ServicesOverride m_override{
         {core::services().fileSystem, core::services().clock, &m_process}};
+    std::optional<platform::OpenFilesResult> m_chosenFiles;
     bool m_hasDisplay = true;
     bool m_componentsFail = false;
     int m_guis = 0;
@@ -182,6 +192,56 @@ TEST_F(Program, UnsavedWorkComesBackInTheNextRunAndGoesWithTheSave) {
     EXPECT_EQ(run("", second), 0);
     EXPECT_NE(readBytes(kFolder + "Scene.xml").find("<ID>New Branch 2</ID>"), std::string::npos);
     EXPECT_FALSE(isKept());
+    EXPECT_EQ(m_log.errors(), Lines{});
+}
+
+/// What the authoring pass is to leave, made without windows.
+std::string plannedScene(const std::vector<std::string>& videos) {
+    const auto session = scene::SceneSession::create(scene::SceneManager::create());
+    session->newScene(core::storedText(tour::kPlannedScene));
+    const auto nameOf = [](int branch) { return core::storedText(tour::kPlannedBranches[branch]); };
+    for (int i = 0; i < static_cast<int>(std::size(tour::kPlannedBranches)); ++i) {
+        session->addBranch();
+        session->renameBranch(i, nameOf(i));
+        session->setVideo(i, videos[static_cast<std::size_t>(tour::kPlannedVideos[i])]);
+    }
+    session->setFirstBranch(nameOf(0));
+    for (const tour::PlannedAction& action : tour::kPlannedActions) {
+        const int row = session->actionCount(action.branch);
+        session->addAction(action.branch);
+        session->setType(action.branch, row, action.condition);
+        if (action.letter >= 0) {
+            session->setParameter(action.branch, row,
+                                  std::string(1, static_cast<char>('A' + action.letter)));
+        }
+        session->setTarget(action.branch, row, nameOf(action.target));
+        session->setImmediate(action.branch, row, action.isImmediate);
+    }
+    return session->savedForm();
+}
+
+TEST_F(Program, MakesTheSameSceneByKeysAloneAndByAScreenReadersActionsAlone) {
+    const std::vector<std::string> videos{"a.ogv", "b.ogv"};
+    const support::Bytes clip = support::makeClip({});
+    for (const std::string& video : videos) {
+        writeBytes("from/" + video, clip);
+    }
+    m_chosenFiles = {core::services().fileSystem->fullPath("from") + "/", videos};
+    const std::string wanted = plannedScene(videos);
+    const std::string folder = "Scenes/" + core::storedText(tour::kPlannedScene) + "/";
+    for (const bool isByKeys : {true, false}) {
+        SCOPED_TRACE(isByKeys);
+        tour::Script script("./");
+        script.skipWaits();
+        tour::KeyHands keys(script);
+        tour::AccessibleHands reader(script);
+        tour::writeAuthoringPass(script, isByKeys ? static_cast<tour::Hands&>(keys) : reader);
+        EXPECT_EQ(run("", script), 0);
+        EXPECT_EQ(readBytes(folder + "Scene.xml"), wanted);
+        EXPECT_EQ(support::filesBelow(folder), (Lines{"Scene.xml", "a.ogv", "b.ogv"}));
+        std::filesystem::remove_all("Scenes");
+        writeBytes(kFolder + "Scene.xml", "<Scene><Name>\xC3\x9C</Name></Scene>");
+    }
     EXPECT_EQ(m_log.errors(), Lines{});
 }
 

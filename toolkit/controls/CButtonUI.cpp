@@ -2,6 +2,7 @@
 
 #include "platform/Event.h"
 #include "platform/Geometry.h"
+#include "toolkit/input/FocusKeeper.h"
 #include "toolkit/input/TEventUI.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
@@ -196,6 +197,14 @@ platform::AccessibleState CButtonUI::accessibleState() const {
 
 platform::AccessibleRole CButtonUI::accessibleRole() const {
     return platform::AccessibleRole::button;
+}
+
+void CButtonUI::accessiblePress() {
+    const CPaintManagerUI::Busy busy(GetManager());
+    if (takesPress()) {
+        GetManager()->focusKeeper().takeText();
+    }
+    Activate();
 }
 
 } // namespace toolkit

@@ -32,7 +32,8 @@ public:
     void forgetInput() override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
     [[nodiscard]] platform::AccessibleState accessibleState() const override;
-    void accessiblePress() override { Activate(); }
+    /// What was being typed is taken first, as a click would have it.
+    void accessiblePress() override;
 
 protected:
     void paintStatus(platform::Canvas& canvas) override;

@@ -1,5 +1,6 @@
 #include "tools/tour/Script.h"
 
+#include <algorithm>
 #include <exception>
 #include <stdexcept>
 #include <utility>
@@ -26,6 +27,7 @@ using platform::MouseButton;
 using platform::Point;
 
 constexpr auto kTick = std::chrono::milliseconds(20);
+constexpr auto kShortTick = std::chrono::milliseconds(5); ///< where nobody watches
 constexpr auto kStepTimeout = std::chrono::seconds(20);
 
 Point middleOf(const platform::Rect& rect) {
@@ -36,6 +38,16 @@ Point middleOf(const platform::Rect& rect) {
 toolkit::WindowImplBase* topWindow() {
     const auto windows = platform::openWindowsOf<toolkit::WindowImplBase>();
     return windows.empty() ? nullptr : windows.back();
+}
+
+/// What the Tab key stops at, in its order.
+void collectStops(const toolkit::CControlUI& tree, std::vector<const toolkit::CControlUI*>& stops) {
+    if (tree.isTabStop() && tree.CanTakeFocus()) {
+        stops.push_back(&tree);
+    }
+    for (int i = 0; i < tree.childCount(); ++i) {
+        collectStops(*tree.childAt(i), stops);
+    }
 }
 
 } // namespace
@@ -62,11 +74,16 @@ void Script::wait(std::chrono::milliseconds time) {
     m_steps.push_back({{}, ready, [] {}});
 }
 
+void Script::until(std::u16string window, std::function<bool()> ready) {
+    m_steps.push_back({std::move(window), std::move(ready), [] {}});
+}
+
 void Script::play(platform::Gui& gui) {
     m_gui = &gui;
     m_input = platform::createTestInput(gui);
     m_stepBegan = std::chrono::steady_clock::now();
-    m_ticker = std::make_unique<Ticker>(gui.loop(), kTick, [this] { tick(); });
+    m_ticker =
+        std::make_unique<Ticker>(gui.loop(), m_skipsWaits ? kShortTick : kTick, [this] { tick(); });
 }
 
 void Script::tick() {
@@ -155,14 +172,39 @@ void Script::pickItem(int index) {
     m_input->mouse(*list.native(), EventKind::mouseUp, at);
 }
 
-void Script::clickInRow(int row, std::u16string_view name) {
+toolkit::CControlUI& Script::inRow(int row, std::u16string_view name) const {
     const auto* item = toolkit::controlCast<toolkit::CContainerUI>(
         get<toolkit::CListUI>(u"BranchList").GetItemAt(row));
-    const toolkit::CControlUI* control = item != nullptr ? item->FindSubControl(name) : nullptr;
+    toolkit::CControlUI* control = item != nullptr ? item->FindSubControl(name) : nullptr;
     if (control == nullptr) {
         throw std::runtime_error("no such row");
     }
-    clickAt(middleOf(control->GetPos()));
+    return *control;
+}
+
+void Script::clickInRow(int row, std::u16string_view name) {
+    clickAt(middleOf(inRow(row, name).GetPos()));
+}
+
+void Script::tabTo(const toolkit::CControlUI& control) {
+    const toolkit::CPaintManagerUI& manager = top().GetPaintManager();
+    std::vector<const toolkit::CControlUI*> stops;
+    collectStops(*manager.GetRoot(), stops);
+    const auto placeOf = [&stops](const toolkit::CControlUI* stop) {
+        return std::find(stops.begin(), stops.end(), stop) - stops.begin();
+    };
+    const auto count = static_cast<std::ptrdiff_t>(stops.size());
+    const std::ptrdiff_t from = manager.GetFocus() != nullptr ? placeOf(manager.GetFocus()) : -1;
+    const std::ptrdiff_t to = placeOf(&control);
+    if (to == count || from == count) {
+        throw std::runtime_error("the Tab key does not reach " +
+                                 core::storedText(control.GetName()));
+    }
+    const std::ptrdiff_t forward = (to - from + count) % count;
+    const bool isBack = from >= 0 && forward > count / 2;
+    for (std::ptrdiff_t i = isBack ? count - forward : forward; i > 0; --i) {
+        press(platform::Key::tab, {.shift = isBack});
+    }
 }
 
 void Script::picture(const std::string& name) {

@@ -14,6 +14,7 @@
 #include "platform/Event.h"
 #include "platform/Gui.h"
 #include "platform/testing/TestInput.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "tools/tour/Ticker.h"
 
@@ -30,6 +31,8 @@ public:
     // Building. Steps run in the order of the calls; `window` is a window class name.
     void on(std::u16string window, std::function<void()> action);
     void wait(std::chrono::milliseconds time);
+    /// Waits until the window is on top and `ready` returns true.
+    void until(std::u16string window, std::function<bool()> ready);
     /// For runs that nobody watches.
     void skipWaits() { m_skipsWaits = true; }
 
@@ -43,9 +46,15 @@ public:
     void pickItem(int index);
     /// The combo or check box `name` in row `row` of the action list.
     void clickInRow(int row, std::u16string_view name);
+    /// Presses Tab, or Shift+Tab where that is shorter, as often as it takes to come to the
+    /// control.
+    void tabTo(const toolkit::CControlUI& control);
     void picture(const std::string& name);
+    /// The control `name` in row `row` of the action list.
+    [[nodiscard]] toolkit::CControlUI& inRow(int row, std::u16string_view name) const;
+    [[nodiscard]] toolkit::WindowImplBase& top() const;
     template <class T>
-    [[nodiscard]] T& get(std::u16string_view name) {
+    [[nodiscard]] T& get(std::u16string_view name) const {
         auto* control = top().FindControl<T>(name);
         if (control == nullptr) {
             throw std::runtime_error("no control " + std::string(name.begin(), name.end()));
@@ -71,7 +80,6 @@ private:
 
     void tick();
     void fail(const std::string& problem);
-    [[nodiscard]] toolkit::WindowImplBase& top() const;
     [[nodiscard]] platform::NativeWindow& native() const;
 
     std::string m_folder;
