@@ -9,7 +9,7 @@ using namespace support;
 [[gnu::noinline]] void* operator new(std::size_t bytes) {
     lastBytes = bytes;
     const bool isRefused =
-        bytes == refusedBytes || (allocationsLeft >= 0 && allocationsLeft-- == 0);
+        (bytes > 0 && bytes == refusedBytes) || (allocationsLeft >= 0 && allocationsLeft-- == 0);
     void* memory = isRefused ? nullptr : std::malloc(bytes | 1);
     if (memory == nullptr) {
         refusedBytes = 0;

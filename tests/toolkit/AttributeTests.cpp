@@ -131,5 +131,5 @@ TEST(SkinDocument, NamesForEveryElementTheAttributesThatItsKindKnowsAndNoOthers)
                 << name;
         }
     }
-    EXPECT_EQ(elements, 16);
+    EXPECT_EQ(elements, 17);
 }

@@ -53,7 +53,7 @@ class SkinTest(unittest.TestCase):
             ("NewScene.xml", 'name="ButtonBack"', 'name="Buttonback"', "ButtonBack: missing"),
             ("NewScene.xml", 'Edit name="EditSceneName"', 'Label name="EditSceneName"', "must be a Edit"),
             ("NewScene.xml", 'name="ButtonBack"', 'name="ButtonCreate"', "the name stands twice"),
-            ("OpenScene.xml", r'<Font size="12" />\s*<Font', "<Font", "font 4 is none of the layout's 4 fonts"),
+            ("Settings.xml", r'<Font size="12" />\s*<Font', "<Font", "font 4 is none of the layout's 4 fonts"),
             ("ZoneEdit.xml", '<Font size="12"', '<Font family="Arial" size="12"', "names a family"),
             ("ZoneEdit.xml", "ButtonHover.png", "ButtonHower.png", "ButtonHower.png"),
             ("ZoneEdit.xml", 'icon="Move"', 'icon="Moved"', "OptionMovePoint: icon Moved is not in Icons.txt"),
@@ -86,9 +86,9 @@ class SkinTest(unittest.TestCase):
         shutil.copy(os.path.join(SKIN, "OptionHover.png"), self.folder)
         self.assertEqual(["Extra.png: no layout uses it"], findings(self.folder))
 
-    def test_a_moved_control_differs_from_the_table(self):
-        self.edit("BranchList.xml", 'pos="728,105,124,25"', 'pos="728,106,124,25"')
-        self.assertEqual(["BranchList.xml: ButtonEditZones: place is (728, 106, 124, 25), must be (728, 105, 124, 25)"],
+    def test_another_text_differs_from_the_table(self):
+        self.edit("BranchList.xml", 'text="Edit Zones"', 'text="Edit Zone"')
+        self.assertEqual(["BranchList.xml: ButtonEditZones: text is 'Edit Zone', must be 'Edit Zones'"],
                          findings(self.folder, TABLE))
 
 
