@@ -5,6 +5,7 @@
 #include <string>
 
 #include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "tools/tour/Hands.h"
 #include "tools/tour/Script.h"
 

@@ -1,13 +1,13 @@
 #include "tools/tour/Hands.h"
 
 #include <stdexcept>
-#include <vector>
 
 #include "core/Text.h"
 #include "platform/Accessible.h"
 #include "platform/Event.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "toolkit/window/WindowImplBase.h"
 #include "tools/tour/Script.h"
 
 namespace tour {
