@@ -32,6 +32,9 @@ int runScreens(app_state::ScreenState& state, app_state::SharedServices& service
         core::writeStandardError("Quorvel: no display to show windows on.");
         return kFailure;
     }
+    if (services.editorSettings) {
+        gui->windows().setZoom(services.editorSettings->scale() / 100.0);
+    }
     services.drafts = std::make_shared<recovery::Drafts>(gui->loop(), [&services] {
         return !services.editorSettings || services.editorSettings->keepDrafts();
     });

@@ -34,7 +34,8 @@ private:
 
 class NoText final : public platform::raster::TextPainter {
 public:
-    void drawText(platform::raster::PixelView /*target*/, const Rect& /*clip*/,
+    void drawText(platform::raster::PixelView /*target*/,
+                  const platform::raster::PixelScale& /*scale*/, const Rect& /*clip*/,
                   std::u16string_view /*text*/, const Rect& /*box*/, platform::FontHandle /*font*/,
                   platform::Color /*color*/, platform::TextAlign /*align*/) override {}
 };

@@ -24,6 +24,10 @@ public:
     [[nodiscard]] bool keepBackups() const { return getBool(kKeepBackups, true); }
     bool setKeepBackups(bool keep) { return set(kKeepBackups, keep ? "true" : "false"); }
 
+    /// By how much all windows are larger than by the system's scale, in percent.
+    [[nodiscard]] int scale() const { return getInt(kScale, 100, 50, 400); }
+    bool setScale(int percent) { return set(kScale, std::to_string(percent)); }
+
     // Any key, for settings to come. `usual` is what an absent or odd value counts as.
     [[nodiscard]] bool getBool(std::string_view key, bool usual) const;
     [[nodiscard]] int getInt(std::string_view key, int usual, int least, int most) const;
@@ -46,6 +50,7 @@ public:
 private:
     static constexpr std::string_view kKeepDrafts = "keepDrafts";
     static constexpr std::string_view kKeepBackups = "keepBackups";
+    static constexpr std::string_view kScale = "scale";
 
     [[nodiscard]] std::vector<std::string> readLines() const;
     [[nodiscard]] std::optional<std::string> find(std::string_view key) const;

@@ -1,6 +1,7 @@
-// What a window, a control or a zone draws on. Coordinates are window pixels; everything is cut to
-// the current clip rectangle. Only text, paths and stills are smoothed, and all but text by our own
-// arithmetic, so that pixels are the same everywhere.
+// What a window, a control or a zone draws on. Coordinates are layout pixels, which may be several
+// or a part of the screen's; everything is cut to the current clip rectangle. Only text, paths and
+// stills are smoothed, and all but text by our own arithmetic, so that pixels are the same
+// everywhere.
 #pragma once
 
 #include <string_view>
@@ -25,16 +26,19 @@ public:
     /// Narrows the clip to `rect`; each push needs one pop. ClipScope pairs them.
     virtual void pushClip(const Rect& rect) = 0;
     virtual void popClip() = 0;
-    /// How many pixels of the screen one window pixel is wide.
+    /// How many pixels of the screen one layout pixel is wide.
     [[nodiscard]] virtual double scale() const { return 1; }
 
-    /// Fills with `color`, blended by its alpha.
+    /// Fills with `color`, blended by its alpha. What is one or two pixels thin has whole pixels of
+    /// the screen, the same number everywhere.
     virtual void fillRect(const Rect& rect, Color color) = 0;
     /// Stretches `source` of the bitmap onto `target`, nearest pixel centre, blended by alpha.
     virtual void drawBitmap(const Bitmap& bitmap, const Rect& source, const Rect& target) = 0;
     /// Stretches the whole frame buffer onto `target`: target column x shows source column
     /// ((2x + 1) * sourceWidth) / (2 * targetWidth), rows alike.
     virtual void drawFrame(const FrameBuffer& frame, const Rect& target) = 0;
+    /// A frame inside the edges of `rect`, `widths` thick on each side.
+    virtual void fillFrame(const Rect& rect, const Rect& widths, Color color) = 0;
     /// A line one pixel wide; `from` is drawn, `to` is not.
     virtual void drawLine(Point from, Point to, Color color) = 0;
     /// An ellipse that fills `box` (right and bottom edges excluded), outline one pixel wide.

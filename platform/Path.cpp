@@ -247,4 +247,14 @@ Path Path::stroked(double width) const {
     return result;
 }
 
+Path Path::scaled(double factor) const {
+    Path result = *this;
+    for (Part& part : result.m_parts) {
+        for (PointF& point : part.points) {
+            point = {point.x * factor, point.y * factor};
+        }
+    }
+    return result;
+}
+
 } // namespace platform

@@ -43,6 +43,7 @@ public:
     /// What a pen of this width covers on the way along all parts: open ones end square at their
     /// last point; corners are pointed up to a turn of about 105 degrees and cut off beyond that.
     [[nodiscard]] Path stroked(double width) const;
+    [[nodiscard]] Path scaled(double factor) const;
 
 private:
     std::vector<Part> m_parts;

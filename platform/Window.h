@@ -65,9 +65,19 @@ public:
     /// Centred on the owner, else on the primary monitor's work area; in the work area in any case,
     /// at its top left where the window is larger.
     virtual void center() = 0;
-    /// Position and size in screen pixels.
+    /// Position and size in layout pixels of this window, counted from the screen's origin.
     virtual void setGeometry(const Rect& screenRect) = 0;
     [[nodiscard]] virtual Rect geometry() const = 0;
+    /// The work area of the monitor that holds `point`, both in the same pixels.
+    [[nodiscard]] virtual Rect workArea(Point point) const = 0;
+    /// How many pixels of the screen one layout pixel is wide: the scale of its monitor by the
+    /// system, times WindowHost::zoom(), times the window's own fit. Popups have that of their
+    /// owner. When it changes, the window keeps its layout size as far as the work area allows.
+    [[nodiscard]] virtual double scale() const = 0;
+    /// Makes the window smaller than the others where its least size would not fit the screen;
+    /// above 0, 1 at first.
+    virtual void setFit(double fit) = 0;
+    [[nodiscard]] virtual double fit() const = 0;
     /// A hidden window takes the state when it is shown. A window of a fixed size is not maximised.
     virtual void setState(WindowState state) = 0;
     [[nodiscard]] virtual WindowState state() const = 0;
@@ -94,9 +104,14 @@ public:
     /// An invisible window, or empty when the system refuses. `events` is not owned.
     [[nodiscard]] virtual std::unique_ptr<NativeWindow> createWindow(const WindowOptions& options,
                                                                      WindowEvents& events) = 0;
+    /// By how much the user wants all windows larger than by the system's scale; 1 at first.
+    /// Counts at once in those that are open.
+    virtual void setZoom(double zoom) = 0;
+    [[nodiscard]] virtual double zoom() const = 0;
     /// Height of the primary monitor in layout pixels.
     [[nodiscard]] virtual int primaryScreenHeight() const = 0;
-    /// The work area of the monitor that holds `point`, in screen pixels.
+    /// The work area of the monitor that holds `point`, both in layout pixels of a window on the
+    /// primary monitor; a window knows it in its own.
     [[nodiscard]] virtual Rect workArea(Point point) const = 0;
     [[nodiscard]] virtual std::u16string clipboardText() const = 0;
     virtual void setClipboardText(const std::u16string& text) = 0;

@@ -13,11 +13,11 @@ namespace platform {
 class WindowPicture {
 public:
     virtual ~WindowPicture() = default;
-    /// Asks for a paint of `dirty`, which is in window pixels.
+    /// Asks for a paint of `dirty`, which is in layout pixels.
     virtual void invalidate(const Rect& dirty) = 0;
     /// Paints whatever is invalid before it returns.
     virtual void repaintNow() = 0;
-    /// Paints the whole window and returns the picture, shown or not.
+    /// Paints the whole window and returns the picture in pixels of the screen, shown or not.
     [[nodiscard]] virtual Bitmap snapshot() = 0;
     /// A back buffer that suits this window.
     [[nodiscard]] virtual FrameBufferResult createFrameBuffer(Size size) = 0;

@@ -11,14 +11,14 @@ Needs Python 3 alone. The pixels are the same on every machine, so the images ar
 script and a build never draws them.
 """
 
+import math
 import pathlib
 import sys
 
 import program_icon
 import skin_icons
 import skin_sheet
-from vector import path, png
-from vector.canvas import Image
+from vector import canvas, path, png
 
 FOLDER = pathlib.Path(__file__).resolve().parent.parent / "data" / "UI"
 ICON_FOLDER = FOLDER.parent / "icon"
@@ -81,16 +81,49 @@ BOX = {  # fill, edge, tick
 THUMB = {"Normal": EDGE, "Hover": THUMB_HOVER, "Click": ACCENT_PRESSED}
 
 
+class Image(canvas.Image):
+    """A picture whose shapes are given at 100 percent and drawn at Image.scale."""
+
+    scale = 1.0
+
+    def __init__(self, width, height):
+        super().__init__(self.pixels(width), self.pixels(height))
+
+    @classmethod
+    def pixels(cls, length):
+        return math.floor(length * cls.scale + 0.5)
+
+    @classmethod
+    def snapped(cls, length):
+        """The length that is a whole number of pixels."""
+        return cls.pixels(length) / cls.scale
+
+    @classmethod
+    def line(cls):
+        """The width of a line of one pixel: whole pixels, rounded down."""
+        return max(1, math.floor(cls.scale)) / cls.scale
+
+    def fill(self, shape, colour, opacity=1.0, even_odd=False):
+        super().fill(path.moved(shape, 0, 0, self.scale), colour, opacity, even_odd)
+
+
+def box_path(x, y, width, height, radius, inset=0.0):
+    """A round box with its edges on whole pixels."""
+    left, top, right, bottom = (Image.snapped(edge) for edge in (x, y, x + width, y + height))
+    return path.rounded(left + inset, top + inset, right - left - 2 * inset, bottom - top - 2 * inset,
+                        max(0, radius - inset))
+
+
 def framed(image, x, y, width, height, fill, edge, radius=3):
     """A box with an edge of one pixel."""
-    image.fill(path.rounded(x, y, width, height, radius), edge)
+    image.fill(box_path(x, y, width, height, radius), edge)
     if fill != edge:
-        image.fill(path.rounded(x + 1, y + 1, width - 2, height - 2, radius - 1), fill)
+        image.fill(box_path(x, y, width, height, radius, Image.line()), fill)
 
 
 def flat(colour, width=3, height=3):
     image = Image(width, height)
-    image.fill(path.rounded(0, 0, width, height, 0), colour)
+    image.fill(box_path(0, 0, width, height, 0), colour)
     return image
 
 
@@ -107,10 +140,12 @@ def combo(state):
     framed(image, 0, 0, 48, 25, fill, edge)
     grip = {"Hover": (HOT, SELECTED), "Click": (SELECTED, ACCENT)}.get(state)
     if grip:
-        image.fill(path.rounded(40, 1, 7, 23, 2), grip[0])
-        image.fill(path.rounded(20, 1, 24, 23, 0), grip[0])
-        image.fill(path.rounded(4, 1, 16, 23, 0), fill)
-        image.fill(path.rounded(20, 1, 1, 23, 0), grip[1])
+        line = Image.line()
+        inside = Image.snapped(25) - 2 * line
+        image.fill(path.rounded(40, line, Image.snapped(48) - 40 - line, inside, 2), grip[0])
+        image.fill(path.rounded(20, line, 24, inside, 0), grip[0])
+        image.fill(path.rounded(4, line, 16, inside, 0), fill)
+        image.fill(path.rounded(20, line, line, inside, 0), grip[1])
     skin_icons.draw(image, "Chevron", 34, 13, CHEVRON_OFF if state == "Inactive" else MUTED)
     return image
 
@@ -125,8 +160,8 @@ def box(image, x, y, state):
 
 def ring(width, height, colour, thick=2, radius=3):
     image = Image(width, height)
-    outer = path.rounded(0, 0, width, height, radius)
-    inner = path.rounded(thick, thick, width - 2 * thick, height - 2 * thick, max(0, radius - thick))
+    outer = box_path(0, 0, width, height, radius)
+    inner = box_path(0, 0, width, height, radius, Image.snapped(thick))
     image.fill(outer + inner, colour, even_odd=True)
     return image
 
@@ -134,14 +169,18 @@ def ring(width, height, colour, thick=2, radius=3):
 def primary_ring():
     """2 px dark, then a white line: seen on the accent fill."""
     image = ring(12, 12, ACCENT_PRESSED)
-    image.fill(path.rounded(2, 2, 8, 8, 1) + path.rounded(3, 3, 6, 6, 0), SURFACE, even_odd=True)
+    inner = Image.snapped(2)
+    image.fill(box_path(0, 0, 12, 12, 3, inner) + box_path(0, 0, 12, 12, 3, inner + Image.line()), SURFACE,
+               even_odd=True)
     return image
 
 
 def check_ring():
     """Around an 18 px box: 1 px white, then 2 px accent, 24 x 24 in all."""
     image = ring(24, 24, ACCENT, 2, 6)
-    image.fill(path.rounded(2, 2, 20, 20, 4) + path.rounded(3, 3, 18, 18, 3), SURFACE, even_odd=True)
+    inner = Image.snapped(2)
+    image.fill(box_path(0, 0, 24, 24, 6, inner) + box_path(0, 0, 24, 24, 6, inner + Image.line()), SURFACE,
+               even_odd=True)
     return image
 
 
@@ -156,9 +195,10 @@ def tab(fill, top=None):
     image = Image(16, 32)
     if fill:
         image.fill(path.rounded(0, 0, 16, 32, 0), LINE if top else fill)
-        image.fill(path.rounded(1, 1, 14, 31, 0), fill)
+        line = Image.line()
+        image.fill(path.rounded(line, line, 16 - 2 * line, 32, 0), fill)
     if top:
-        image.fill(path.rounded(0, 0, 16, 3, 0), top)
+        image.fill(box_path(0, 0, 16, 3, 0), top)
     return image
 
 
@@ -211,21 +251,49 @@ def icons():
         x, row = x + side, max(row, side)
 
 
+def faces():
+    for group in (buttons, tabs, fields, parts, templates):
+        yield from group()
+
+
+def places_of_faces(top):
+    """(name, x, y, width, height) of every other image in the sheets of larger scales, below `top`; in
+    cells whose corners are multiples of 4."""
+    x, y, row = 0, top, 0
+    for name, image in faces():
+        width, height = (-(-length // 4) * 4 for length in (image.width, image.height))
+        if x + width > SHEET_COLUMNS * 16:
+            x, y, row = 0, y + row, 0
+        yield name, x, y, image.width, image.height
+        x, row = x + width, max(row, height)
+
+
 def sheet(percent):
-    """The masks of all icons at one scale."""
+    """The masks of all icons at one scale and, where it is larger than 1, all other images."""
     places = list(icons())
-    height = max(y + side for _, _, y, side in places)
-    mask = skin_icons.Mask(SHEET_COLUMNS * 16 * percent // 100, height * percent // 100)
+    end = max(y + side for _, _, y, side in places)
+    pictures = list(places_of_faces(end)) if percent > 100 else []
+    height = max([end] + [-(-(y + size) // 4) * 4 for _, _, y, _, size in pictures])
+    result = skin_icons.Sheet(SHEET_COLUMNS * 16 * percent // 100, height * percent // 100)
     for name, x, y, _ in places:
-        mask.draw(name, x * percent // 100, y * percent // 100, percent / 100)
-    return mask
+        result.draw(name, x * percent // 100, y * percent // 100, percent / 100)
+    Image.scale = percent / 100
+    try:
+        for (_, x, y, _, _), (_, image) in zip(pictures, faces() if pictures else ()):
+            result.lay(image, x * percent // 100, y * percent // 100)
+    finally:
+        Image.scale = 1.0
+    return result
 
 
 def icon_table():
+    places = list(icons())
     lines = ["# The skin's icons and their colours: at rest, under the pointer, pressed, inactive, chosen."]
     lines += ["scale " + " ".join(str(percent) for percent in SCALES)]
     lines += [f"tint {name} " + " ".join(colours) for name, colours in TINTS.items()]
-    lines += [f"icon {name} {x} {y} {side}" for name, x, y, side in icons()]
+    lines += [f"icon {name} {x} {y} {side}" for name, x, y, side in places]
+    lines += [f"image {name}.png {x} {y} {width} {height}"
+              for name, x, y, width, height in places_of_faces(max(y + side for _, _, y, side in places))]
     return "\n".join(lines) + "\n"
 
 
@@ -256,7 +324,7 @@ def templates():
 
 def images():
     """Every image as (file name, Image)."""
-    for group in (buttons, tabs, fields, parts, templates, sheets):
+    for group in (faces, sheets):
         for name, image in group():
             yield name + ".png", image
 

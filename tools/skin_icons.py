@@ -164,20 +164,30 @@ def draw(image, name, x, y, colour, scale=1.0, ground="#FFFFFF"):
             fill([shape], ground)
 
 
-class Mask:
-    """How much of each pixel an icon covers, as a white picture with that alpha."""
+class Sheet:
+    """Masks: how much of each pixel an icon covers, as a white picture with that alpha; and pictures."""
 
     def __init__(self, width, height):
         self.width, self.height = width, height
         self._picture = Image(width, height)
         self._picture.fill(path.rounded(0, 0, width, height, 0), "#000000")
+        self._laid = []
 
     def draw(self, name, x, y, scale):
         draw(self._picture, name, x, y, "#FFFFFF", scale, "#000000")
 
     def rgba(self):
         cover = self._picture.rgba()[::4]
-        return b"".join(b"\xff\xff\xff" + bytes((share,)) if share else b"\0\0\0\0" for share in cover)
+        pixels = bytearray(b"".join(b"\xff\xff\xff" + bytes((share,)) if share else b"\0\0\0\0" for share in cover))
+        for image, x, y in self._laid:
+            rows = image.rgba()
+            for row in range(image.height):
+                place = ((y + row) * self.width + x) * 4
+                pixels[place:place + image.width * 4] = rows[row * image.width * 4:(row + 1) * image.width * 4]
+        return bytes(pixels)
+
+    def lay(self, image, x, y):
+        self._laid.append((image, x, y))
 
 
 def svg(name, colour, ground="#FFFFFF"):

@@ -1,10 +1,18 @@
 #include "ui/SettingsWindow.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
+#include "core/Text.h"
+#include "platform/Gui.h"
+#include "platform/Window.h"
 #include "recovery/Drafts.h"
+#include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -29,6 +37,9 @@ constexpr Box kBoxes[] = {
      &core::EditorSettings::setKeepBackups},
 };
 
+constexpr std::u16string_view kComboScale = u"ComboScale";
+constexpr std::array kScales{100, 125, 150, 200};
+
 } // namespace
 
 std::shared_ptr<SettingsWindow> SettingsWindow::create(const WindowContext& context) {
@@ -47,7 +58,30 @@ void SettingsWindow::InitWindow() {
             option->Selected(((*settings).*box.isOn)());
         }
     }
+    if (auto* combo = find<toolkit::CComboUI>(kComboScale); combo != nullptr && settings) {
+        auto texts = std::make_shared<toolkit::CComboUI::Texts>();
+        for (const int scale : kScales) {
+            texts->push_back(core::displayText(std::to_string(scale) + " %"));
+        }
+        combo->SetItemTexts(texts);
+        const auto now = std::find(kScales.begin(), kScales.end(), settings->scale());
+        combo->SelectItem(now != kScales.end() ? static_cast<int>(now - kScales.begin()) : -1);
+    }
     GetPaintManager().SetFocus(findControl(kBoxes[0].name));
+}
+
+void SettingsWindow::OnItemSelect(toolkit::TNotifyUI& message) {
+    const auto& settings = context().services.editorSettings;
+    const auto* combo = toolkit::controlCast<toolkit::CComboUI>(message.pSender);
+    if (!settings || combo == nullptr || combo->GetName() != kComboScale ||
+        combo->GetCurSel() < 0) {
+        return;
+    }
+    const int scale = kScales.at(static_cast<std::size_t>(combo->GetCurSel()));
+    if (scale != settings->scale()) {
+        settings->setScale(scale); // a failed write is in the log
+        context().gui.windows().setZoom(scale / 100.0);
+    }
 }
 
 void SettingsWindow::OnSelectChanged(toolkit::TNotifyUI& message) {

@@ -24,6 +24,7 @@ public:
     [[nodiscard]] std::string GetSkinFile() const override { return "Settings.xml"; }
     void InitWindow() override;
     void OnSelectChanged(toolkit::TNotifyUI& message) override;
+    void OnItemSelect(toolkit::TNotifyUI& message) override;
 };
 
 } // namespace ui

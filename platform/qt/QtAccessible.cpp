@@ -122,7 +122,9 @@ int QtAccessibleNode::indexOfChild(const QAccessibleInterface* child) const {
 
 QAccessibleInterface* QtAccessibleNode::childAt(int x, int y) const {
     const Accessible* self = node();
-    const QPoint at = m_surface != nullptr ? m_surface->mapFromGlobal(QPoint(x, y)) : QPoint();
+    const QPoint at = m_surface != nullptr && m_surface->window() != nullptr
+                          ? m_surface->mapFromGlobal(QPoint(x, y)) / m_surface->window()->unit()
+                          : QPoint();
     Accessible* below = self != nullptr ? self->accessibleChildAt(Point{at.x(), at.y()}) : nullptr;
     return below != nullptr ? QtAccessibleNodes::of(*m_surface, *below) : nullptr;
 }
@@ -173,7 +175,10 @@ QRect QtAccessibleNode::rect() const {
     if (self == nullptr) {
         return {};
     }
-    return toQt(self->accessibleRect()).translated(m_surface->mapToGlobal(QPoint()));
+    const double unit = m_surface->window()->unit();
+    const QRect place = toQt(self->accessibleRect());
+    return QRect(place.topLeft() * unit, place.size() * unit)
+        .translated(m_surface->mapToGlobal(QPoint()));
 }
 
 QAccessible::Role QtAccessibleNode::role() const {

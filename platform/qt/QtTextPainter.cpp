@@ -27,8 +27,9 @@ int leftOf(const Rect& box, int width, TextAlign align) {
 
 } // namespace
 
-void QtTextPainter::drawText(raster::PixelView target, const Rect& clip, std::u16string_view text,
-                             const Rect& box, FontHandle font, Color color, TextAlign align) {
+void QtTextPainter::drawText(raster::PixelView target, const raster::PixelScale& scale,
+                             const Rect& clip, std::u16string_view text, const Rect& box,
+                             FontHandle font, Color color, TextAlign align) {
     const Size size = m_fonts.measure(text, font);
     const QFont& face = m_fonts.font(font);
     const int top = box.top + (box.height() - size.height) / 2;
@@ -38,7 +39,9 @@ void QtTextPainter::drawText(raster::PixelView target, const Rect& clip, std::u1
     painter.setClipRect(toQt(clip));
     painter.setFont(face);
     painter.setPen(QColor::fromRgba(color));
-    painter.drawText(QPointF(leftOf(box, size.width, align), baseline), toQt(text));
+    painter.translate(scale.x(leftOf(box, size.width, align)), scale.y(baseline));
+    painter.scale(scale.factor(), scale.factor());
+    painter.drawText(QPointF(), toQt(text));
 }
 
 } // namespace platform::qt

@@ -4,6 +4,8 @@
 #include <QGuiApplication>
 #include <QMetaObject>
 #include <QScreen>
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
 #include "platform/Event.h"
@@ -34,15 +36,17 @@ bool hasWindowSystem() {
 
 QtWindow::QtWindow(QtWindowHost& host, const WindowOptions& options, WindowEvents& events)
     : m_host(host), m_events(events), m_surface(std::make_unique<QtSurface>(*this).release()),
-      m_kind(options.kind), m_leastSize(options.leastSize), m_cornerRadius(options.cornerRadius) {
+      m_kind(options.kind), m_leastSize(options.leastSize), m_cornerRadius(options.cornerRadius),
+      m_content(options.size) {
     m_surface->setSurfaceType(QSurface::RasterSurface);
     m_surface->setFlags(flagsOf(options.kind));
     m_surface->setTitle(toQt(options.title));
-    fixSize(options.size);
-    m_surface->resize(options.size.width, options.size.height);
     if (const auto* owner = static_cast<const QtWindow*>(options.owner)) {
         m_surface->setTransientParent(owner->m_surface.get());
     }
+    const Size size = toQtSize(options.size);
+    fixSize(size);
+    m_surface->resize(size.width, size.height);
     m_surface->create();
     m_host.add(*this);
 }
@@ -85,14 +89,77 @@ void QtWindow::center() {
     const QScreen* screen = owner != nullptr ? owner->screen() : QGuiApplication::primaryScreen();
     const Rect area = fromQt(screen->availableGeometry());
     const Rect around = owner != nullptr ? fromQt(owner->geometry()) : area;
-    m_surface->setGeometry(toQt(around.centred(geometry().size()).movedInto(area)));
+    m_surface->setGeometry(toQt(around.centred(qtGeometry().size()).movedInto(area)));
 }
 
-/// For the window manager, which would otherwise offer to maximise a window of a fixed size. It
-/// ignores popups.
+double QtWindow::unit() const {
+    const auto* owner = dynamic_cast<const QtSurface*>(m_surface->transientParent());
+    return m_kind == WindowKind::popup && owner != nullptr && owner->window() != nullptr
+               ? owner->window()->unit()
+               : m_host.zoom() * m_fit;
+}
+
+double QtWindow::scale() const {
+    return unit() * m_surface->devicePixelRatio();
+}
+
+void QtWindow::setFit(double fit) {
+    m_fit = fit;
+    rescale();
+}
+
+Size QtWindow::toQtSize(Size size) const {
+    constexpr double kSlack = 1e-6;
+    const auto length = [unit = unit()](int layout) {
+        return static_cast<int>(std::ceil(layout * unit - kSlack));
+    };
+    return {length(size.width), length(size.height)};
+}
+
+Rect QtWindow::toLayout(const Rect& place) const {
+    const auto at = [unit = unit()](int from) {
+        return static_cast<int>(std::lround(from / unit));
+    };
+    return {at(place.left), at(place.top), at(place.right), at(place.bottom)};
+}
+
+Size QtWindow::contentSize() const {
+    constexpr double kSlack = 1e-6;
+    const Size now = qtGeometry().size();
+    if (now == toQtSize(m_content)) {
+        return m_content; // not what is left of it after rounding twice
+    }
+    const auto length = [unit = unit()](int from) {
+        return std::max(static_cast<int>(std::floor(from / unit + kSlack)), 1);
+    };
+    return {length(now.width), length(now.height)};
+}
+
+void QtWindow::rescale() {
+    if (m_closing) {
+        return;
+    }
+    const Rect place = qtGeometry();
+    Size size = toQtSize(m_content);
+    const Rect area = fromQt(m_surface->screen()->availableGeometry());
+    if (isSizable()) {
+        const Size least = leastSize();
+        size = {std::max(std::min(size.width, area.width()), least.width),
+                std::max(std::min(size.height, area.height()), least.height)};
+    }
+    fixSize(size);
+    if (state() == WindowState::normal) {
+        m_surface->setGeometry(
+            toQt(Rect::at(place.left, place.top, size.width, size.height).movedInto(area)));
+    }
+    handleSize(false); // its layout pixels are others even if Qt's are not
+}
+
+/// In Qt's pixels. For the window manager, which would otherwise offer to maximise a window of a
+/// fixed size. It ignores popups.
 void QtWindow::fixSize(Size size) {
     if (isSizable()) {
-        m_surface->setMinimumSize(QSize(m_leastSize.width, m_leastSize.height));
+        m_surface->setMinimumSize(QSize(leastSize().width, leastSize().height));
     } else if (m_kind == WindowKind::normal) {
         m_surface->setMinimumSize(QSize(size.width, size.height));
         m_surface->setMaximumSize(QSize(size.width, size.height));
@@ -100,16 +167,31 @@ void QtWindow::fixSize(Size size) {
 }
 
 void QtWindow::setGeometry(const Rect& screenRect) {
-    fixSize(screenRect.size());
-    m_surface->setGeometry(toQt(screenRect));
+    m_content = screenRect.size();
+    const Size size = toQtSize(m_content);
+    fixSize(size);
+    m_surface->setGeometry(static_cast<int>(std::lround(screenRect.left * unit())),
+                           static_cast<int>(std::lround(screenRect.top * unit())), size.width,
+                           size.height);
     noteGeometry(); // a hidden window gets no event
     if (m_cornerRadius > 0 && hasWindowSystem()) {
-        m_surface->setMask(roundedRegion(screenRect.size(), m_cornerRadius));
+        m_surface->setMask(
+            roundedRegion(size, static_cast<int>(std::lround(m_cornerRadius * unit()))));
     }
 }
 
-Rect QtWindow::geometry() const {
+Rect QtWindow::qtGeometry() const {
     return fromQt(m_surface->geometry());
+}
+
+Rect QtWindow::geometry() const {
+    const Point corner = toLayout(qtGeometry()).topLeft();
+    const Size size = contentSize();
+    return Rect::at(corner.x, corner.y, size.width, size.height);
+}
+
+Rect QtWindow::workArea(Point point) const {
+    return QtWindowHost::workArea(point, unit());
 }
 
 void QtWindow::setState(WindowState state) {
@@ -138,11 +220,11 @@ WindowState QtWindow::state() const {
 }
 
 Rect QtWindow::normalGeometry() const {
-    return state() == WindowState::normal ? geometry() : m_normal;
+    return state() == WindowState::normal ? geometry() : toLayout(m_normal);
 }
 
 void QtWindow::noteGeometry() {
-    const Rect now = geometry();
+    const Rect now = qtGeometry();
     if (state() == WindowState::normal && now != m_normal) {
         m_formerNormal = m_normal;
         m_normal = now;
@@ -151,7 +233,7 @@ void QtWindow::noteGeometry() {
 
 /// A window manager may size the window before it reports that it has maximised it.
 void QtWindow::noteState() {
-    if (state() == WindowState::maximized && m_normal == geometry()) {
+    if (state() == WindowState::maximized && m_normal == qtGeometry()) {
         m_normal = m_formerNormal;
     }
 }

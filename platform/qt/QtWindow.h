@@ -26,6 +26,10 @@ public:
     void center() override;
     void setGeometry(const Rect& screenRect) override;
     [[nodiscard]] Rect geometry() const override;
+    [[nodiscard]] Rect workArea(Point point) const override;
+    [[nodiscard]] double scale() const override;
+    void setFit(double fit) override;
+    [[nodiscard]] double fit() const override { return m_fit; }
     void setState(WindowState state) override;
     [[nodiscard]] WindowState state() const override;
     [[nodiscard]] Rect normalGeometry() const override;
@@ -46,7 +50,15 @@ public:
     /// Asks the owner whether the window may close, and closes it when the owner has no objection.
     void requestClose();
     [[nodiscard]] bool isSizable() const { return m_leastSize != Size{}; }
-    [[nodiscard]] Size leastSize() const { return m_leastSize; }
+    /// In Qt's pixels.
+    [[nodiscard]] Size leastSize() const { return toQtSize(m_leastSize); }
+    /// How many of Qt's pixels one layout pixel is wide.
+    [[nodiscard]] double unit() const;
+    [[nodiscard]] Rect qtGeometry() const;
+    /// In layout pixels.
+    [[nodiscard]] Size contentSize() const;
+    /// After unit() has changed.
+    void rescale();
     [[nodiscard]] bool isEnabled() const { return m_enabled; }
     [[nodiscard]] bool isClosing() const { return m_closing; }
     /// Not while it waits for a dialog of its own, nor when it is closing.
@@ -57,6 +69,9 @@ public:
 
 private:
     void changed(Accessible& node, AccessibleChange change) override;
+    [[nodiscard]] Size toQtSize(Size size) const;
+    /// A place on the screen in layout pixels.
+    [[nodiscard]] Rect toLayout(const Rect& place) const;
     void fixSize(Size size);
     void noteGeometry();
     void noteState();
@@ -70,7 +85,9 @@ private:
     WindowKind m_kind;
     Size m_leastSize;
     int m_cornerRadius;
-    Rect m_normal;
+    Size m_content; ///< in layout pixels, as it was set
+    double m_fit = 1;
+    Rect m_normal;       ///< in Qt's pixels
     Rect m_formerNormal; ///< before the last change of m_normal
     bool m_enabled = true;
     bool m_closing = false;

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <algorithm>
+#include <cmath>
 
 #include "platform/Guard.h"
 #include "platform/qt/QtConvert.h"
@@ -22,13 +23,30 @@ std::unique_ptr<NativeWindow> QtWindowHost::createWindow(const WindowOptions& op
 }
 
 int QtWindowHost::primaryScreenHeight() const {
-    return QGuiApplication::primaryScreen()->size().height();
+    return static_cast<int>(QGuiApplication::primaryScreen()->size().height() / m_zoom);
 }
 
-Rect QtWindowHost::workArea(Point point) const {
-    const QScreen* screen = QGuiApplication::screenAt(toQt(point));
-    return fromQt(
+Rect QtWindowHost::workArea(Point point, double unit) {
+    const auto scaled = [](int at, double by) { return static_cast<int>(std::lround(at * by)); };
+    const QScreen* screen =
+        QGuiApplication::screenAt({scaled(point.x, unit), scaled(point.y, unit)});
+    const Rect area = fromQt(
         (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry());
+    return {scaled(area.left, 1 / unit), scaled(area.top, 1 / unit), scaled(area.right, 1 / unit),
+            scaled(area.bottom, 1 / unit)};
+}
+
+void QtWindowHost::setZoom(double zoom) {
+    if (m_zoom == zoom) {
+        return;
+    }
+    m_zoom = zoom;
+    const std::vector<QtWindow*> windows = m_windows; // a resized event may close one
+    for (QtWindow* window : windows) {
+        if (std::find(m_windows.begin(), m_windows.end(), window) != m_windows.end()) {
+            window->rescale();
+        }
+    }
 }
 
 std::u16string QtWindowHost::clipboardText() const {

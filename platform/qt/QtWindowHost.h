@@ -23,8 +23,12 @@ public:
 
     [[nodiscard]] std::unique_ptr<NativeWindow> createWindow(const WindowOptions& options,
                                                              WindowEvents& events) override;
+    void setZoom(double zoom) override;
+    [[nodiscard]] double zoom() const override { return m_zoom; }
     [[nodiscard]] int primaryScreenHeight() const override;
-    [[nodiscard]] Rect workArea(Point point) const override;
+    [[nodiscard]] Rect workArea(Point point) const override { return workArea(point, m_zoom); }
+    /// The same in layout pixels of which each is `unit` of Qt's.
+    [[nodiscard]] static Rect workArea(Point point, double unit);
     [[nodiscard]] std::u16string clipboardText() const override;
     void setClipboardText(const std::u16string& text) override;
     [[nodiscard]] std::u16string foldedCase(std::u16string_view text) const override;
@@ -43,6 +47,7 @@ public:
 
 private:
     QtTextPainter m_textPainter;
+    double m_zoom = 1;
     std::vector<QtWindow*> m_windows;   ///< living ones, oldest first; not owned
     QtWindowInput* m_capture = nullptr; ///< of one of m_windows
 };

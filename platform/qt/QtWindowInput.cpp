@@ -64,6 +64,7 @@ bool movesWindows() {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
+/// `position` in layout pixels.
 Event mouseEvent(EventKind kind, QPointF position) {
     Event event;
     event.kind = kind;
@@ -171,7 +172,7 @@ bool QtWindowInput::handlePointer(QEvent& event) {
         return true;
     case QEvent::Enter:
         if (m_window.isEnabled()) {
-            const QPointF at = static_cast<QEnterEvent&>(event).position();
+            const QPointF at = static_cast<QEnterEvent&>(event).position() / m_window.unit();
             m_window.send(mouseEvent(EventKind::mouseMove, at));
         }
         return true;
@@ -206,9 +207,9 @@ bool QtWindowInput::handleBorder(const QMouseEvent& event) {
         return false;
     }
     QtSurface& surface = m_window.surface();
-    const Rect place = m_window.geometry();
-    const Qt::Edges edges =
-        edgesAt(pixelAt(surface.mapFromGlobal(event.globalPosition())), place.size());
+    const Rect place = m_window.qtGeometry();
+    const QPointF at = surface.mapFromGlobal(event.globalPosition()) / m_window.unit();
+    const Qt::Edges edges = edgesAt(pixelAt(at), m_window.contentSize());
     const bool entered = !std::exchange(m_onBorder, edges != Qt::Edges()) && m_onBorder;
     if (!m_onBorder) {
         surface.setCursor(cursorOf(m_shape));
@@ -238,7 +239,8 @@ void QtWindowInput::handleMouse(const QMouseEvent& event) {
         return;
     }
     Event ours =
-        mouseEvent(EventKind::mouseMove, m_window.surface().mapFromGlobal(event.globalPosition()));
+        mouseEvent(EventKind::mouseMove,
+                   m_window.surface().mapFromGlobal(event.globalPosition()) / m_window.unit());
     if (event.type() != QEvent::MouseMove) {
         ours.button = buttonFromQt(event.button());
         if (ours.button == MouseButton::none) {
@@ -253,7 +255,7 @@ void QtWindowInput::handleMouse(const QMouseEvent& event) {
 
 void QtWindowInput::handleWheel(const QWheelEvent& event) {
     if (m_window.isEnabled() && event.angleDelta().y() != 0) {
-        Event ours = mouseEvent(EventKind::mouseWheel, event.position());
+        Event ours = mouseEvent(EventKind::mouseWheel, event.position() / m_window.unit());
         ours.wheelDelta = event.angleDelta().y();
         m_window.send(ours);
     }
@@ -305,7 +307,10 @@ void QtWindowInput::answerInputMethod(QInputMethodQueryEvent& event) const {
         event.setValue(Qt::ImEnabled, m_textInput && m_window.isEnabled());
     }
     if (event.queries().testFlag(Qt::ImCursorRectangle)) {
-        event.setValue(Qt::ImCursorRectangle, toQt(m_caret));
+        const QRect caret = toQt(m_caret);
+        const double unit = m_window.unit();
+        event.setValue(Qt::ImCursorRectangle, QRectF(caret.x() * unit, caret.y() * unit,
+                                                     caret.width() * unit, caret.height() * unit));
     }
     event.accept();
 }

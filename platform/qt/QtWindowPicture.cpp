@@ -22,8 +22,8 @@ namespace platform::qt {
 QtWindowPicture::QtWindowPicture(QtWindow& window) : m_window(window), m_store(&window.surface()) {}
 
 void QtWindowPicture::invalidate(const Rect& dirty) {
-    const QSize size = m_window.surface().size();
-    m_dirty.add(dirty.intersected({0, 0, size.width(), size.height()}));
+    const Size size = m_window.contentSize();
+    m_dirty.add(dirty.intersected({0, 0, size.width, size.height}));
     if (!m_dirty.isEmpty()) {
         requestPaint();
     }
@@ -46,13 +46,18 @@ void QtWindowPicture::requestPaint() {
 
 void QtWindowPicture::resizeBack() {
     const QtSurface& surface = m_window.surface();
-    const Size size{surface.width(), surface.height()};
-    if (m_back.size() == size) {
+    const double ratio = surface.devicePixelRatio();
+    const Size size{static_cast<int>(std::lround(surface.width() * ratio)),
+                    static_cast<int>(std::lround(surface.height() * ratio))};
+    const double scale = m_window.scale();
+    if (m_back.size() == size && m_scale.factor() == scale) {
         return;
     }
+    const Size content = m_window.contentSize();
+    m_scale = {scale, content, size};
     m_back = Bitmap(size);
     m_dirty.clear();
-    m_dirty.add({0, 0, size.width, size.height});
+    m_dirty.add({0, 0, content.width, content.height});
 }
 
 void QtWindowPicture::paintDirty() {
@@ -64,20 +69,20 @@ void QtWindowPicture::paintDirty() {
     QRegion region;
     for (const Rect& rect : m_dirty.take()) {
         paintRect(rect);
-        region += toQt(rect);
+        region += toQt(m_scale.rect(rect));
     }
     present(region);
 }
 
 void QtWindowPicture::paintRect(const Rect& rect) {
-    raster::RasterCanvas canvas(m_back, m_window.host().textPainter(), rect);
+    raster::RasterCanvas canvas(m_back, m_window.host().textPainter(), rect, m_scale);
     guardedRun("painting", [&] { m_window.events().onPaint(canvas, canvas.clip()); });
 }
 
 void QtWindowPicture::showAll() {
     if (isOnScreen()) {
         paintDirty();
-        present(QRect(QPoint(), m_window.surface().size()));
+        present(QRect(0, 0, m_back.size().width, m_back.size().height));
     }
 }
 
@@ -86,21 +91,27 @@ void QtWindowPicture::present(const QRegion& region) {
     if (region.isEmpty() || m_window.isClosing() || m_back.isEmpty() || !surface.isExposed()) {
         return;
     }
-    // With a fractional scale the edges of a part would not fall on pixels: show everything.
-    const double scale = surface.devicePixelRatio();
-    const bool whole = scale != std::floor(scale);
-    const QRect all(QPoint(), surface.size());
-    const QRegion shown = whole ? QRegion(all) : region;
+    // Where Qt's pixels are no whole number of the screen's, the edges of a part would not fall on
+    // pixels: show everything.
+    const double ratio = surface.devicePixelRatio();
+    const auto whole = static_cast<int>(ratio);
+    QRegion shown;
+    for (const QRect& rect : region) {
+        shown += QRect(QPoint(rect.left() / whole, rect.top() / whole),
+                       QPoint(rect.right() / whole, rect.bottom() / whole));
+    }
+    if (ratio != whole) {
+        shown = QRect(QPoint(), surface.size());
+    }
     m_store.resize(surface.size());
     m_store.beginPaint(shown);
     {
-        const QImage picture = imageOver(m_back);
+        QImage picture = imageOver(m_back);
+        picture.setDevicePixelRatio(ratio);
         QPainter painter(m_store.paintDevice());
         painter.setCompositionMode(QPainter::CompositionMode_Source);
-        painter.setRenderHint(QPainter::SmoothPixmapTransform, whole);
-        for (const QRect& rect : shown) {
-            painter.drawImage(rect, picture, rect);
-        }
+        painter.setClipRegion(shown);
+        painter.drawImage(QPoint(), picture);
     }
     m_store.endPaint();
     m_store.flush(shown);
@@ -108,7 +119,8 @@ void QtWindowPicture::present(const QRegion& region) {
 
 Bitmap QtWindowPicture::snapshot() {
     resizeBack();
-    m_dirty.add({0, 0, m_back.size().width, m_back.size().height});
+    const Size size = m_window.contentSize();
+    m_dirty.add({0, 0, size.width, size.height});
     paintDirty();
     return m_back;
 }

@@ -8,6 +8,7 @@
 #include "platform/FrameBuffer.h"
 #include "platform/WindowParts.h"
 #include "platform/raster/DirtyRegion.h"
+#include "platform/raster/PixelScale.h"
 
 class QRegion;
 
@@ -35,11 +36,13 @@ private:
     void requestPaint();
     void resizeBack();
     void paintRect(const Rect& rect);
+    /// In pixels of the screen.
     void present(const QRegion& region);
 
     QtWindow& m_window;
     QBackingStore m_store; ///< only carries the bitmap to the screen
-    Bitmap m_back;
+    Bitmap m_back;         ///< in pixels of the screen
+    raster::PixelScale m_scale;
     raster::DirtyRegion m_dirty;
     bool m_paintRequested = false;
 };

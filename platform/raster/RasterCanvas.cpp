@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 
 #include "platform/Bitmap.h"
 #include "platform/raster/Blend.h"
@@ -47,22 +48,26 @@ std::vector<int> sourceCoordinates(int sourceFrom, int sourceTo, int limit, int 
 
 } // namespace
 
-RasterCanvas::RasterCanvas(PixelView target, TextPainter& textPainter, const Rect& clip)
-    : m_target(target),
-      m_textPainter(textPainter), m_clips{orderly(clip.intersected(boundsOf(target)))} {}
+RasterCanvas::RasterCanvas(PixelView target, TextPainter& textPainter, const Rect& clip,
+                           const PixelScale& scale)
+    : m_target(target), m_textPainter(textPainter),
+      m_scale(scale), m_clips{orderly(scale.isOne() ? clip.intersected(boundsOf(target)) : clip)},
+      m_deviceClips{orderly(scale.rect(m_clips.back()).intersected(boundsOf(target)))} {}
 
 void RasterCanvas::pushClip(const Rect& rect) {
     m_clips.push_back(orderly(clip().intersected(rect)));
+    m_deviceClips.push_back(orderly(deviceClip().intersected(m_scale.rect(m_clips.back()))));
 }
 
 void RasterCanvas::popClip() {
     if (m_clips.size() > 1) {
         m_clips.pop_back();
+        m_deviceClips.pop_back();
     }
 }
 
 void RasterCanvas::fillSpan(int left, int right, int y, Color color) {
-    const Rect& bounds = m_clips.back();
+    const Rect& bounds = deviceClip();
     if (y < bounds.top || y >= bounds.bottom) {
         return;
     }
@@ -82,8 +87,8 @@ void RasterCanvas::fillSpan(int left, int right, int y, Color color) {
     }
 }
 
-void RasterCanvas::fillRect(const Rect& rect, Color color) {
-    const Rect visible = rect.intersected(clip());
+void RasterCanvas::fill(const Rect& rect, Color color) {
+    const Rect visible = rect.intersected(deviceClip());
     if (alphaOf(color) == 0) {
         return;
     }
@@ -92,8 +97,32 @@ void RasterCanvas::fillRect(const Rect& rect, Color color) {
     }
 }
 
-void RasterCanvas::drawBitmap(const Bitmap& bitmap, const Rect& source, const Rect& target) {
-    const Rect visible = target.intersected(clip());
+void RasterCanvas::fillRect(const Rect& rect, Color color) {
+    constexpr int kThin = 2;
+    Rect place = m_scale.rect(rect);
+    if (rect.width() <= kThin && !rect.isEmpty()) {
+        place.right = place.left + m_scale.line(rect.width());
+    }
+    if (rect.height() <= kThin && !rect.isEmpty()) {
+        place.bottom = place.top + m_scale.line(rect.height());
+    }
+    fill(place, color);
+}
+
+void RasterCanvas::fillFrame(const Rect& rect, const Rect& widths, Color color) {
+    const Rect r = m_scale.rect(rect);
+    const auto line = [this](int width) { return width > 0 ? m_scale.line(width) : 0; };
+    const int top = r.top + line(widths.top);
+    const int bottom = r.bottom - line(widths.bottom);
+    fill({r.left, r.top, r.right, top}, color);
+    fill({r.left, bottom, r.right, r.bottom}, color);
+    fill({r.left, top, r.left + line(widths.left), bottom}, color);
+    fill({r.right - line(widths.right), top, r.right, bottom}, color);
+}
+
+void RasterCanvas::drawBitmap(const Bitmap& bitmap, const Rect& source, const Rect& place) {
+    const Rect target = m_scale.rect(place);
+    const Rect visible = target.intersected(deviceClip());
     if (visible.isEmpty() || source.isEmpty() || bitmap.isEmpty()) {
         return;
     }
@@ -120,43 +149,75 @@ void RasterCanvas::drawBitmap(const Bitmap& bitmap, const Rect& source, const Re
 }
 
 void RasterCanvas::drawFrame(const FrameBuffer& frame, const Rect& target) {
-    scaleFrame(frame, m_target, target, clip());
+    scaleFrame(frame, m_target, m_scale.rect(target), deviceClip());
 }
 
 void RasterCanvas::drawLine(Point from, Point to, Color color) {
     const std::uint32_t pixel = premultiply(color);
-    walkLine(from, to, clip(), [&](Point at) {
+    if (const int width = m_scale.line(1); width > 1) {
+        drawThickLine({m_scale.x(from.x), m_scale.y(from.y)}, {m_scale.x(to.x), m_scale.y(to.y)},
+                      width, pixel);
+        return;
+    }
+    const Point begin = m_scale.isOne() ? from : Point{m_scale.x(from.x), m_scale.y(from.y)};
+    const Point end = m_scale.isOne() ? to : Point{m_scale.x(to.x), m_scale.y(to.y)};
+    walkLine(begin, end, deviceClip(), [&](Point at) {
         std::uint32_t& under = m_target.row(at.y)[at.x];
         under = blendPixel(pixel, under);
     });
 }
 
+/// A square for each pixel of the thin line.
+void RasterCanvas::drawThickLine(Point from, Point to, int width, std::uint32_t pixel) {
+    const Rect& bounds = deviceClip();
+    const Rect around{bounds.left - width, bounds.top - width, bounds.right, bounds.bottom};
+    walkLine(from, to, around, [&](Point at) {
+        const Rect square = Rect::at(at.x, at.y, width, width).intersected(bounds);
+        for (int y = square.top; y < square.bottom; ++y) {
+            for (int x = square.left; x < square.right; ++x) {
+                m_target.row(y)[x] = blendPixel(pixel, m_target.row(y)[x]);
+            }
+        }
+    });
+}
+
 void RasterCanvas::drawEllipse(const Rect& box, Color outline, Color fill) {
-    const Rect visible = box.intersected(clip());
+    fillEllipse(m_scale.rect(box), m_scale.line(1), outline, fill);
+}
+
+void RasterCanvas::fillEllipse(const Rect& box, int outlineWidth, Color outline, Color fill) {
+    const Rect visible = box.intersected(deviceClip());
     if (visible.isEmpty() || lengthOf(box.left, box.right) > kMaxEllipseSide ||
         lengthOf(box.top, box.bottom) > kMaxEllipseSide) {
         return;
     }
+    const Color first = outlineWidth > 1 ? outline : fill; // a thick outline is a disc in a disc
     for (int y = visible.top; y < visible.bottom; ++y) {
         const EllipseRow row = ellipseRow(box.size(), y - box.top);
         fillSpan(box.left + row.left, box.left + row.innerLeft, y, outline);
-        fillSpan(box.left + row.innerLeft, box.left + row.innerRight, y, fill);
+        fillSpan(box.left + row.innerLeft, box.left + row.innerRight, y, first);
         fillSpan(box.left + row.innerRight, box.left + row.right, y, outline);
+    }
+    if (outlineWidth > 1) {
+        fillEllipse({box.left + outlineWidth, box.top + outlineWidth, box.right - outlineWidth,
+                     box.bottom - outlineWidth},
+                    1, fill, fill);
     }
 }
 
 void RasterCanvas::fillPath(const Path& path, Color color) {
-    m_pathFiller.fill(m_target, clip(), path, color);
+    m_pathFiller.fill(m_target, deviceClip(), m_scale.isOne() ? path : path.scaled(scale()), color);
 }
 
 void RasterCanvas::drawStill(const Bitmap& still, const Rect& target) {
-    raster::drawStill(still, m_target, target, clip());
+    raster::drawStill(still, m_target, m_scale.rect(target), deviceClip());
 }
 
-void RasterCanvas::drawMask(const Bitmap& mask, const Rect& source, const Rect& target,
+void RasterCanvas::drawMask(const Bitmap& mask, const Rect& source, const Rect& place,
                             Color color) {
+    const Rect target = m_scale.rect(place);
     const Rect part = source.intersected({0, 0, mask.size().width, mask.size().height});
-    if (part.isEmpty() || part != source || target.intersected(clip()).isEmpty()) {
+    if (part.isEmpty() || part != source || target.intersected(deviceClip()).isEmpty()) {
         return;
     }
     Bitmap colored(part.size());
@@ -166,20 +227,23 @@ void RasterCanvas::drawMask(const Bitmap& mask, const Rect& source, const Rect& 
         std::transform(from, from + part.width(), colored.row(y),
                        [pixel](std::uint32_t cover) { return scalePixel(pixel, cover >> 24U); });
     }
-    if (part.size() == target.size()) {
-        drawBitmap(colored, {0, 0, part.width(), part.height()}, target);
-    } else {
-        raster::drawStill(colored, m_target, target, clip());
-    }
+    // The edges of one that fits may round to a pixel more or less, which must not blur it.
+    const auto isNear = [](int first, int second) { return std::abs(first - second) <= 1; };
+    const bool fits =
+        isNear(part.width(), target.width()) && isNear(part.height(), target.height());
+    raster::drawStill(colored, m_target,
+                      fits ? Rect::at(target.left, target.top, part.width(), part.height())
+                           : target,
+                      deviceClip());
 }
 
 void RasterCanvas::drawText(std::u16string_view text, const Rect& box, FontHandle font, Color color,
                             TextAlign align) {
-    const Rect visible = box.intersected(clip());
+    const Rect visible = m_scale.rect(box).intersected(deviceClip());
     if (visible.isEmpty() || text.empty()) {
         return;
     }
-    m_textPainter.drawText(m_target, visible, text, box, font, color, align);
+    m_textPainter.drawText(m_target, m_scale, visible, text, box, font, color, align);
 }
 
 } // namespace platform::raster

@@ -6,6 +6,7 @@
 #include "platform/Canvas.h"
 #include "platform/Color.h"
 #include "platform/FontSet.h"
+#include "platform/raster/PixelScale.h"
 #include "platform/raster/PixelView.h"
 
 namespace platform::raster {
@@ -14,10 +15,11 @@ namespace platform::raster {
 class TextPainter {
 public:
     virtual ~TextPainter() = default;
-    /// One line of text on `target`, centred from top to bottom in `box`; pixels outside `clip`
-    /// (which lies inside both `target` and `box`) stay as they are.
-    virtual void drawText(PixelView target, const Rect& clip, std::u16string_view text,
-                          const Rect& box, FontHandle font, Color color, TextAlign align) = 0;
+    /// One line of text on `target`, centred from top to bottom in `box`, which is in layout
+    /// pixels; pixels outside `clip` (which lies inside both `target` and `box`) stay as they are.
+    virtual void drawText(PixelView target, const PixelScale& scale, const Rect& clip,
+                          std::u16string_view text, const Rect& box, FontHandle font, Color color,
+                          TextAlign align) = 0;
 };
 
 } // namespace platform::raster

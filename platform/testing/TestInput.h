@@ -19,7 +19,7 @@ class TestInput {
 public:
     virtual ~TestInput() = default;
 
-    /// Moves the pointer to `position` (window pixels, may lie outside) and, for the kinds
+    /// Moves the pointer to `position` (layout pixels, may lie outside) and, for the kinds
     /// mouseDown, mouseUp and mouseDoubleClick, works `button` there. mouseDoubleClick is the
     /// second press and needs the first press and both releases around it, as from a user. Two
     /// mouseDown events never make a double click, however fast the test is.

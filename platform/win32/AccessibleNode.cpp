@@ -6,6 +6,7 @@
 
 #include "platform/AccessibleTree.h"
 #include "platform/Geometry.h"
+#include "platform/raster/PixelScale.h"
 #include "platform/win32/MsaaTerms.h"
 #include "platform/win32/SelectedNodes.h"
 #include "platform/win32/WideText.h"
@@ -53,7 +54,9 @@ HRESULT give(IDispatch* object, VARIANT* result) {
 Rect onScreen(HWND window, const Accessible& node) {
     POINT origin{};
     ClientToScreen(window, &origin);
-    return node.accessibleRect().translated(origin.x, origin.y);
+    const Win32Window* ours = Win32Window::fromHandle(window);
+    const raster::PixelScale scale(ours != nullptr ? ours->scale() : 1, {}, {});
+    return scale.rect(node.accessibleRect()).translated(origin.x, origin.y);
 }
 
 } // namespace
@@ -289,8 +292,9 @@ HRESULT AccessibleNode::accHitTest(long left, long top, VARIANT* child) {
     }
     POINT inWindow{left, top};
     ScreenToClient(m_window, &inWindow);
+    const Win32Window* window = Win32Window::fromHandle(m_window);
     Accessible* below =
-        self->accessibleChildAt({static_cast<int>(inWindow.x), static_cast<int>(inWindow.y)});
+        window != nullptr ? self->accessibleChildAt(window->toLayout(inWindow)) : nullptr;
     return below != nullptr ? give(objectFor(*below), child) : give(long{CHILDID_SELF}, child);
 }
 

@@ -20,16 +20,22 @@ void clipTo(HDC context, const Rect& rect) {
 
 } // namespace
 
-Win32Canvas::Win32Canvas(const Win32BackBuffer& target, raster::TextPainter& text, const Rect& clip)
-    : RasterCanvas(target.pixels(), text, clip), m_context(target.context()) {}
+Win32Canvas::Win32Canvas(const Win32BackBuffer& target, raster::TextPainter& text, const Rect& clip,
+                         const raster::PixelScale& scale)
+    : RasterCanvas(target.pixels(), text, clip, scale), m_context(target.context()) {}
 
 void Win32Canvas::applyClip() const {
-    clipTo(m_context, clip());
+    clipTo(m_context, deviceClip());
 }
 
 void Win32Canvas::fillRect(const Rect& rect, Color color) {
     GdiFlush();
     RasterCanvas::fillRect(rect, color);
+}
+
+void Win32Canvas::fillFrame(const Rect& rect, const Rect& widths, Color color) {
+    GdiFlush();
+    RasterCanvas::fillFrame(rect, widths, color);
 }
 
 void Win32Canvas::drawBitmap(const Bitmap& bitmap, const Rect& source, const Rect& target) {
@@ -47,11 +53,17 @@ void Win32Canvas::drawFrame(const FrameBuffer& frame, const Rect& target) {
     applyClip();
     // Without this mode a reduced picture is darkened by the pixels that are left out.
     SetStretchBltMode(m_context, COLORONCOLOR);
-    StretchBlt(m_context, target.left, target.top, target.width(), target.height(),
-               native->context(), 0, 0, frame.size().width, frame.size().height, SRCCOPY);
+    const Rect place = pixels().rect(target);
+    StretchBlt(m_context, place.left, place.top, place.width(), place.height(), native->context(),
+               0, 0, frame.size().width, frame.size().height, SRCCOPY);
 }
 
 void Win32Canvas::drawLine(Point from, Point to, Color color) {
+    if (!pixels().isOne()) {
+        GdiFlush();
+        RasterCanvas::drawLine(from, to, color);
+        return;
+    }
     applyClip();
     const Selection pen(m_context, GetStockObject(DC_PEN));
     SetDCPenColor(m_context, toGdi(color));
@@ -60,6 +72,11 @@ void Win32Canvas::drawLine(Point from, Point to, Color color) {
 }
 
 void Win32Canvas::drawEllipse(const Rect& box, Color outline, Color fill) {
+    if (!pixels().isOne()) {
+        GdiFlush();
+        RasterCanvas::drawEllipse(box, outline, fill);
+        return;
+    }
     applyClip();
     const Selection pen(m_context, GetStockObject(DC_PEN));
     const Selection brush(m_context, GetStockObject(DC_BRUSH));

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Color.h"
+#include "platform/raster/PixelScale.h"
 #include "platform/raster/RasterCanvas.h"
 #include "platform/win32/Win32BackBuffer.h"
 
@@ -11,9 +12,11 @@ namespace platform::win32 {
 class Win32Canvas final : public raster::RasterCanvas {
 public:
     /// The parts are not owned and must outlive the canvas.
-    Win32Canvas(const Win32BackBuffer& target, raster::TextPainter& text, const Rect& clip);
+    Win32Canvas(const Win32BackBuffer& target, raster::TextPainter& text, const Rect& clip,
+                const raster::PixelScale& scale);
 
     void fillRect(const Rect& rect, Color color) override;
+    void fillFrame(const Rect& rect, const Rect& widths, Color color) override;
     void drawBitmap(const Bitmap& bitmap, const Rect& source, const Rect& target) override;
     void drawFrame(const FrameBuffer& frame, const Rect& target) override;
     void drawLine(Point from, Point to, Color color) override;

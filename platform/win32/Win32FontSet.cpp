@@ -1,6 +1,7 @@
 #include "platform/win32/Win32FontSet.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 #include "platform/win32/WideText.h"
@@ -32,6 +33,11 @@ bool isInstalled(HDC context, const std::wstring& family) {
     return found;
 }
 
+int heightOf(const FontDescription& font, double scale) {
+    const int size = std::clamp(font.pixelSize, kMinPixelSize, kMaxPixelSize);
+    return std::max(static_cast<int>(std::lround(size * scale)), 1);
+}
+
 bool isInsidePair(std::u16string_view text, std::size_t position) {
     return position > 0 && position < text.size() && (text[position - 1] & 0xFC00U) == 0xD800U &&
            (text[position] & 0xFC00U) == 0xDC00U;
@@ -50,19 +56,39 @@ FontHandle Win32FontSet::open(const FontDescription& asked) {
     if (known != m_fonts.end()) {
         return static_cast<FontHandle>(known - m_fonts.begin());
     }
-    LOGFONTW font = description(asked.family.empty() ? m_defaultFamily : wide(asked.family));
-    // Negative: the em size, not the height of a line.
-    font.lfHeight = -std::clamp(asked.pixelSize, kMinPixelSize, kMaxPixelSize);
-    font.lfWeight = asked.bold ? FW_BOLD : FW_NORMAL;
-    font.lfItalic = asked.italic ? TRUE : FALSE;
-    font.lfQuality = ANTIALIASED_QUALITY;
-    m_fonts.push_back({asked, UniqueFont(CreateFontIndirectW(&font))});
+    m_fonts.push_back({asked, create(asked, heightOf(asked, 1))});
     return static_cast<FontHandle>(m_fonts.size() - 1);
 }
 
+UniqueFont Win32FontSet::create(const FontDescription& asked, int height) const {
+    LOGFONTW font = description(asked.family.empty() ? m_defaultFamily : wide(asked.family));
+    font.lfHeight = -height; // negative: the em size, not the height of a line
+    font.lfWeight = asked.bold ? FW_BOLD : FW_NORMAL;
+    font.lfItalic = asked.italic ? TRUE : FALSE;
+    font.lfQuality = ANTIALIASED_QUALITY;
+    return UniqueFont(CreateFontIndirectW(&font));
+}
+
+std::size_t Win32FontSet::indexOf(FontHandle handle) const {
+    const auto index = static_cast<std::size_t>(handle);
+    return handle >= 0 && index < m_fonts.size() ? index : 0;
+}
+
 HFONT Win32FontSet::font(FontHandle handle) const {
-    const bool known = handle >= 0 && static_cast<std::size_t>(handle) < m_fonts.size();
-    return m_fonts[known ? static_cast<std::size_t>(handle) : 0].font.get();
+    return m_fonts[indexOf(handle)].font.get();
+}
+
+HFONT Win32FontSet::font(FontHandle handle, double scale) {
+    Entry& entry = m_fonts[indexOf(handle)];
+    const int height = heightOf(entry.description, scale);
+    if (height == heightOf(entry.description, 1)) {
+        return entry.font.get();
+    }
+    if (entry.scaledHeight != height) {
+        entry.scaled = create(entry.description, height);
+        entry.scaledHeight = height;
+    }
+    return entry.scaled.get();
 }
 
 int Win32FontSet::lineHeight(FontHandle handle) const {

@@ -1,6 +1,7 @@
 // Fonts by handle on GDI fonts.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,12 +24,19 @@ public:
 
     /// The default font for a handle that was never given out.
     [[nodiscard]] HFONT font(FontHandle handle) const;
+    /// The same for drawing `scale` times as large.
+    [[nodiscard]] HFONT font(FontHandle handle, double scale);
 
 private:
     struct Entry {
         FontDescription description;
         UniqueFont font;
+        int scaledHeight = 0; ///< of the one drawn last at another scale
+        UniqueFont scaled{};
     };
+
+    [[nodiscard]] UniqueFont create(const FontDescription& asked, int height) const;
+    [[nodiscard]] std::size_t indexOf(FontHandle handle) const;
 
     UniqueMemoryContext m_context; ///< for measuring
     std::wstring m_defaultFamily;

@@ -1,6 +1,7 @@
 // Keyboard of a window: keys, typed text and the input method.
 #include "platform/win32/Win32Keys.h"
 
+#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -216,7 +217,8 @@ void Win32WindowInput::setTextInput(bool enabled, const Rect& caret) {
     }
     COMPOSITIONFORM place{};
     place.dwStyle = CFS_POINT;
-    place.ptCurrentPos = {caret.left, caret.top};
+    const double scale = m_window.scale();
+    place.ptCurrentPos = {std::lround(caret.left * scale), std::lround(caret.top * scale)};
     ImmSetCompositionWindow(context.get(), &place);
 }
 

@@ -122,7 +122,7 @@ void Win32WindowInput::handleMouse(UINT message, LPARAM wideLong) {
         m_tracksLeave = TrackMouseEvent(&request) != 0;
     }
     Event event = eventOf(message);
-    event.position = {GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)};
+    event.position = m_window.toLayout(POINT{GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)});
     m_window.send(event);
 }
 
@@ -130,7 +130,7 @@ void Win32WindowInput::handleWheel(WPARAM wide, LPARAM wideLong) {
     POINT point{GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)};
     // The system may send it to the window with the focus; it belongs to the one under the pointer.
     Win32Window* target = &m_window;
-    if (!m_window.geometry().contains({point.x, point.y})) {
+    if (!m_window.screenGeometry().contains({point.x, point.y})) {
         Win32Window* below = Win32Window::fromHandle(WindowFromPoint(point));
         target = below != nullptr ? below : &m_window;
     }
@@ -140,7 +140,7 @@ void Win32WindowInput::handleWheel(WPARAM wide, LPARAM wideLong) {
     ScreenToClient(target->handle(), &point);
     Event event;
     event.kind = EventKind::mouseWheel;
-    event.position = {point.x, point.y};
+    event.position = target->toLayout(point);
     event.wheelDelta = GET_WHEEL_DELTA_WPARAM(wide);
     event.modifiers = currentModifiers();
     target->send(event);
@@ -212,7 +212,8 @@ void Win32WindowInput::beginMove() {
     if (GetAsyncKeyState(VK_LBUTTON) >= 0) {
         // For the system no button is held, and it would wait for the release for ever: follow the
         // pointer here.
-        m_moveGrip = Point{point.x - m_window.geometry().left, point.y - m_window.geometry().top};
+        const Rect place = m_window.screenGeometry();
+        m_moveGrip = Point{point.x - place.left, point.y - place.top};
         SetCapture(window);
         return;
     }

@@ -6,6 +6,7 @@
 #include "platform/Canvas.h"
 #include "platform/Color.h"
 #include "platform/FontSet.h"
+#include "platform/raster/PixelScale.h"
 #include "platform/raster/PixelView.h"
 #include "platform/raster/TextPainter.h"
 #include "platform/win32/Win32BackBuffer.h"
@@ -21,16 +22,22 @@ class Win32FontSet;
 class Win32TextPainter final : public raster::TextPainter {
 public:
     /// `fonts` is not owned and must outlive the painter.
-    explicit Win32TextPainter(const Win32FontSet& fonts) : m_fonts(fonts) {}
+    explicit Win32TextPainter(Win32FontSet& fonts) : m_fonts(fonts) {}
 
-    void drawText(raster::PixelView target, const Rect& clip, std::u16string_view text,
-                  const Rect& box, FontHandle font, Color color, TextAlign align) override;
+    void drawText(raster::PixelView target, const raster::PixelScale& scale, const Rect& clip,
+                  std::u16string_view text, const Rect& box, FontHandle font, Color color,
+                  TextAlign align) override;
 
 private:
     /// Makes the mask at least `size` large, and its top left part of that size black.
     bool prepareMask(Size size);
 
-    const Win32FontSet& m_fonts;
+    /// Draws into the mask, whose top left corner is at `origin` of the target. Letters are as far
+    /// apart as they were measured, so that text keeps to its box and carets stand between them.
+    void drawScaled(const raster::PixelScale& scale, Point origin, std::u16string_view text,
+                    const Rect& box, FontHandle font, TextAlign align);
+
+    Win32FontSet& m_fonts;
     Win32BackBuffer
         m_mask; ///< white letters on black; kept, as creating one costs more than the text
 };

@@ -1,11 +1,14 @@
 #include "platform/win32/Win32Window.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "platform/Event.h"
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Accessible.h"
+#include "platform/win32/Win32WindowHost.h"
 
 namespace platform::win32 {
 
@@ -59,7 +62,7 @@ Rect restoredRectOf(HWND window) {
 Win32Window::Win32Window(const WindowServices& services, const WindowOptions& options,
                          WindowEvents& events)
     : m_services(services), m_events(events), m_kind(options.kind), m_leastSize(options.leastSize),
-      m_cornerRadius(options.cornerRadius) {
+      m_cornerRadius(options.cornerRadius), m_content(options.size) {
     if (const auto* owner = static_cast<const Win32Window*>(options.owner)) {
         m_owner = owner->handle();
     }
@@ -75,7 +78,8 @@ Win32Window::Win32Window(const WindowServices& services, const WindowOptions& op
     }
     allowStates();
     // The style bits asked for a frame: have it computed again, now that this object answers.
-    SetWindowPos(m_handle.get(), nullptr, 0, 0, options.size.width, options.size.height,
+    const Size size = toScreenSize(options.size);
+    SetWindowPos(m_handle.get(), nullptr, 0, 0, size.width, size.height,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     m_input.setTextInput(false, {});
 }
@@ -142,19 +146,99 @@ void Win32Window::show(bool visible) {
 void Win32Window::center() {
     const Rect area = fromNative(monitorOf(m_owner).rcWork); // without an owner: the primary one's
     const Rect around = m_owner != nullptr ? rectOf(m_owner) : area;
-    const Rect place = around.centred(geometry().size()).movedInto(area);
+    const Rect place = around.centred(screenGeometry().size()).movedInto(area);
     SetWindowPos(m_handle.get(), nullptr, place.left, place.top, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+double Win32Window::scale() const {
+    if (const Win32Window* owner = m_kind == WindowKind::popup ? fromHandle(m_owner) : nullptr) {
+        return owner->scale();
+    }
+    constexpr double kUsualDpi = 96;
+    const UINT dpi = GetDpiForWindow(m_handle.get());
+    return (dpi > 0 ? dpi / kUsualDpi : 1) * *m_services.zoom * m_fit;
+}
+
+void Win32Window::setFit(double fit) {
+    m_fit = fit;
+    rescale(screenGeometry().topLeft());
+}
+
+Size Win32Window::toScreenSize(Size size) const {
+    constexpr double kSlack = 1e-6;
+    const auto length = [scale = scale()](int layout) {
+        return static_cast<int>(std::ceil(layout * scale - kSlack));
+    };
+    return {length(size.width), length(size.height)};
+}
+
+Point Win32Window::toScreen(Point at) const {
+    const double factor = scale();
+    return {static_cast<int>(std::lround(at.x * factor)),
+            static_cast<int>(std::lround(at.y * factor))};
+}
+
+Rect Win32Window::toLayout(const Rect& place) const {
+    const auto at = [scale = scale()](int from) {
+        return static_cast<int>(std::lround(from / scale));
+    };
+    return {at(place.left), at(place.top), at(place.right), at(place.bottom)};
+}
+
+Point Win32Window::toLayout(POINT at) const {
+    constexpr double kSlack = 1e-6;
+    const auto pixel = [scale = scale()](LONG from) {
+        return static_cast<int>(std::floor(from / scale + kSlack));
+    };
+    return {pixel(at.x), pixel(at.y)};
+}
+
+Size Win32Window::contentSize() const {
+    const Size now = screenGeometry().size();
+    if (now == toScreenSize(m_content)) {
+        return m_content; // not what is left of it after rounding twice
+    }
+    const Point end = toLayout(POINT{now.width, now.height});
+    return {std::max(end.x, 1), std::max(end.y, 1)};
+}
+
+void Win32Window::rescale(Point corner) {
+    HWND window = m_handle.get();
+    if (m_closing || window == nullptr) {
+        return;
+    }
+    Size size = toScreenSize(m_content);
+    const Rect area = fromNative(monitorOf(window).rcWork);
+    if (isSizable()) {
+        const Size least = toScreenSize(m_leastSize);
+        size = {std::max(std::min(size.width, area.width()), least.width),
+                std::max(std::min(size.height, area.height()), least.height)};
+    }
+    if (IsIconic(window) == 0 && IsZoomed(window) == 0) {
+        const Rect place = Rect::at(corner.x, corner.y, size.width, size.height).movedInto(area);
+        SetWindowPos(window, nullptr, place.left, place.top, size.width, size.height,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    m_picture.invalidateAll();
+    if (isSizable() && fromHandle(window) == this) {
+        Event event; // its layout pixels are others even if its size is not
+        event.kind = EventKind::resized;
+        send(event);
+    }
+}
+
 void Win32Window::setGeometry(const Rect& screenRect) {
-    SetWindowPos(m_handle.get(), nullptr, screenRect.left, screenRect.top, screenRect.width(),
-                 screenRect.height(), SWP_NOZORDER | SWP_NOACTIVATE);
+    m_content = screenRect.size();
+    const Size size = toScreenSize(m_content);
+    const Point corner = toScreen(screenRect.topLeft());
+    SetWindowPos(m_handle.get(), nullptr, corner.x, corner.y, size.width, size.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
     if (m_cornerRadius > 0) {
-        const int across = 2 * m_cornerRadius;
+        const int across = toScreen({2 * m_cornerRadius, 0}).x;
         // A region excludes its right and bottom edges. A window that has one owns it.
-        UniqueRegion shape(CreateRoundRectRgn(0, 0, screenRect.width() + 1, screenRect.height() + 1,
-                                              across, across));
+        UniqueRegion shape(
+            CreateRoundRectRgn(0, 0, size.width + 1, size.height + 1, across, across));
         if (SetWindowRgn(m_handle.get(), shape.get(), TRUE) != 0) {
             shape.release();
         }
@@ -162,6 +246,16 @@ void Win32Window::setGeometry(const Rect& screenRect) {
 }
 
 Rect Win32Window::geometry() const {
+    const Point corner = toLayout(screenGeometry()).topLeft();
+    const Size size = contentSize();
+    return Rect::at(corner.x, corner.y, size.width, size.height);
+}
+
+Rect Win32Window::workArea(Point point) const {
+    return Win32WindowHost::workArea(point, scale());
+}
+
+Rect Win32Window::screenGeometry() const {
     HWND window = m_handle.get();
     return IsIconic(window) != 0 ? restoredRectOf(window) : rectOf(window);
 }
@@ -189,22 +283,24 @@ WindowState Win32Window::state() const {
 
 Rect Win32Window::normalGeometry() const {
     HWND window = m_handle.get();
-    return IsIconic(window) != 0 || IsZoomed(window) != 0 ? restoredRectOf(window) : rectOf(window);
+    const bool isNormal = IsIconic(window) == 0 && IsZoomed(window) == 0;
+    return isNormal ? geometry() : toLayout(restoredRectOf(window));
 }
 
 LRESULT Win32Window::frameCodeAt(POINT at) const {
-    constexpr int kCorner = 3 * kSizingBorder;
+    const int border = toScreen({kSizingBorder, 0}).x;
+    const int corner = 3 * border;
     constexpr LRESULT kCodes[3][3] = {{HTTOPLEFT, HTTOP, HTTOPRIGHT},
                                       {HTLEFT, HTCLIENT, HTRIGHT},
                                       {HTBOTTOMLEFT, HTBOTTOM, HTBOTTOMRIGHT}};
     const Rect place = rectOf(m_handle.get());
-    const Rect inside{place.left + kSizingBorder, place.top + kSizingBorder,
-                      place.right - kSizingBorder, place.bottom - kSizingBorder};
+    const Rect inside{place.left + border, place.top + border, place.right - border,
+                      place.bottom - border};
     if (inside.contains({at.x, at.y}) || IsZoomed(m_handle.get()) != 0) {
         return HTCLIENT;
     }
-    const auto third = [](int value, int begin, int end) {
-        return value < begin + kCorner ? 0 : value >= end - kCorner ? 2 : 1;
+    const auto third = [corner](int value, int begin, int end) {
+        return value < begin + corner ? 0 : value >= end - corner ? 2 : 1;
     };
     return kCodes[third(at.y, place.top, place.bottom)][third(at.x, place.left, place.right)];
 }
@@ -215,7 +311,8 @@ void Win32Window::limitSize(MINMAXINFO& limits) const {
     const RECT& area = monitor.rcWork;
     limits.ptMaxPosition = {area.left - monitor.rcMonitor.left, area.top - monitor.rcMonitor.top};
     limits.ptMaxSize = {area.right - area.left, area.bottom - area.top};
-    limits.ptMinTrackSize = {m_leastSize.width, m_leastSize.height};
+    const Size least = toScreenSize(m_leastSize);
+    limits.ptMinTrackSize = {least.width, least.height};
 }
 
 void Win32Window::setTitle(const std::u16string& title) {

@@ -21,6 +21,7 @@ namespace platform::win32 {
 /// What windows share with the rest of the back end. Not owned by them.
 struct WindowServices {
     raster::TextPainter* text = nullptr;
+    const double* zoom = nullptr;     ///< the host's
     std::function<void()> endProgram; ///< called when the session ends
 };
 
@@ -36,6 +37,10 @@ public:
     void center() override;
     void setGeometry(const Rect& screenRect) override;
     [[nodiscard]] Rect geometry() const override;
+    [[nodiscard]] Rect workArea(Point point) const override;
+    [[nodiscard]] double scale() const override;
+    void setFit(double fit) override;
+    [[nodiscard]] double fit() const override { return m_fit; }
     void setState(WindowState state) override;
     [[nodiscard]] WindowState state() const override;
     [[nodiscard]] Rect normalGeometry() const override;
@@ -51,6 +56,15 @@ public:
     /// The living window of a handle; null for foreign handles and windows that are gone.
     [[nodiscard]] static Win32Window* fromHandle(HWND handle);
     [[nodiscard]] HWND handle() const { return m_handle.get(); }
+
+    /// In pixels of the screen, as the system counts.
+    [[nodiscard]] Rect screenGeometry() const;
+    /// In layout pixels.
+    [[nodiscard]] Size contentSize() const;
+    /// From pixels of the window to layout pixels.
+    [[nodiscard]] Point toLayout(POINT at) const;
+    /// After scale() has changed; `corner` is the place for the window's top left.
+    void rescale(Point corner);
 
     /// What the owner answers; true when the window is closing. May destroy this object.
     bool send(const Event& event);
@@ -86,6 +100,10 @@ private:
 
     void changed(Accessible& node, AccessibleChange change) override;
     void allowStates();
+    [[nodiscard]] Size toScreenSize(Size size) const;
+    /// A place on the screen in layout pixels.
+    [[nodiscard]] Rect toLayout(const Rect& place) const;
+    [[nodiscard]] Point toScreen(Point at) const;
     void finish();
 
     const WindowServices& m_services;
@@ -95,6 +113,8 @@ private:
     WindowKind m_kind;
     Size m_leastSize;
     int m_cornerRadius;
+    Size m_content; ///< in layout pixels, as it was set
+    double m_fit = 1;
     bool m_showsMaximized = false;
     bool m_enabled = true;
     bool m_closing = false;

@@ -1,6 +1,9 @@
 #include "platform/win32/Win32WindowHost.h"
 
+#include <cmath>
 #include <cstring>
+#include <utility>
+#include <vector>
 
 #include "platform/Guard.h"
 #include "platform/win32/Handles.h"
@@ -53,7 +56,16 @@ private:
     void* m_pointer;
 };
 
+BOOL CALLBACK noteWindow(HWND window, LPARAM windows) {
+    reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+    return TRUE;
+}
+
 } // namespace
+
+Win32WindowHost::Win32WindowHost(WindowServices services) : m_services(std::move(services)) {
+    m_services.zoom = &m_zoom;
+}
 
 std::unique_ptr<NativeWindow> Win32WindowHost::createWindow(const WindowOptions& options,
                                                             WindowEvents& events) {
@@ -68,14 +80,42 @@ std::unique_ptr<NativeWindow> Win32WindowHost::createWindow(const WindowOptions&
 }
 
 int Win32WindowHost::primaryScreenHeight() const {
-    return GetSystemMetrics(SM_CYSCREEN);
+    return static_cast<int>(GetSystemMetrics(SM_CYSCREEN) / primaryScale());
+}
+
+double Win32WindowHost::primaryScale() const {
+    constexpr double kUsualDpi = 96;
+    return GetDpiForSystem() / kUsualDpi * m_zoom;
 }
 
 Rect Win32WindowHost::workArea(Point point) const {
+    return workArea(point, primaryScale());
+}
+
+Rect Win32WindowHost::workArea(Point point, double scale) {
+    const auto scaled = [](LONG at, double by) { return static_cast<int>(std::lround(at * by)); };
     MONITORINFO info{};
     info.cbSize = sizeof info;
-    GetMonitorInfoW(MonitorFromPoint({point.x, point.y}, MONITOR_DEFAULTTONEAREST), &info);
-    return {info.rcWork.left, info.rcWork.top, info.rcWork.right, info.rcWork.bottom};
+    GetMonitorInfoW(MonitorFromPoint({scaled(point.x, scale), scaled(point.y, scale)},
+                                     MONITOR_DEFAULTTONEAREST),
+                    &info);
+    const RECT& area = info.rcWork;
+    return {scaled(area.left, 1 / scale), scaled(area.top, 1 / scale),
+            scaled(area.right, 1 / scale), scaled(area.bottom, 1 / scale)};
+}
+
+void Win32WindowHost::setZoom(double zoom) {
+    if (m_zoom == zoom) {
+        return;
+    }
+    m_zoom = zoom;
+    std::vector<HWND> windows;
+    EnumThreadWindows(GetCurrentThreadId(), noteWindow, reinterpret_cast<LPARAM>(&windows));
+    for (HWND handle : windows) {
+        if (Win32Window* window = Win32Window::fromHandle(handle)) { // the one before may close it
+            window->rescale(window->screenGeometry().topLeft());
+        }
+    }
 }
 
 std::u16string Win32WindowHost::clipboardText() const {

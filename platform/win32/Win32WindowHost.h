@@ -14,17 +14,24 @@ namespace platform::win32 {
 
 class Win32WindowHost final : public WindowHost {
 public:
-    explicit Win32WindowHost(WindowServices services) : m_services(std::move(services)) {}
+    explicit Win32WindowHost(WindowServices services);
 
     [[nodiscard]] std::unique_ptr<NativeWindow> createWindow(const WindowOptions& options,
                                                              WindowEvents& events) override;
+    void setZoom(double zoom) override;
+    [[nodiscard]] double zoom() const override { return m_zoom; }
     [[nodiscard]] int primaryScreenHeight() const override;
     [[nodiscard]] Rect workArea(Point point) const override;
+    /// The same in layout pixels of which each is `scale` of the screen's.
+    [[nodiscard]] static Rect workArea(Point point, double scale);
     [[nodiscard]] std::u16string clipboardText() const override;
     void setClipboardText(const std::u16string& text) override;
     [[nodiscard]] std::u16string foldedCase(std::u16string_view text) const override;
 
 private:
+    [[nodiscard]] double primaryScale() const;
+
+    double m_zoom = 1;
     WindowServices m_services;
 };
 

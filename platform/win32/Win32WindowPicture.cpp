@@ -32,17 +32,26 @@ private:
 
 } // namespace
 
-Rect Win32WindowPicture::clientRect() const {
+Size Win32WindowPicture::clientSize() const {
     if (IsIconic(m_window.handle()) != 0) { // has none then
-        return {0, 0, m_back.size().width, m_back.size().height};
+        return m_back.size();
     }
     RECT rect{};
     GetClientRect(m_window.handle(), &rect);
-    return {rect.left, rect.top, rect.right, rect.bottom};
+    return {rect.right, rect.bottom};
+}
+
+Rect Win32WindowPicture::content() const {
+    const Size size = m_window.contentSize();
+    return {0, 0, size.width, size.height};
+}
+
+void Win32WindowPicture::invalidateAll() {
+    invalidate(content());
 }
 
 void Win32WindowPicture::invalidate(const Rect& dirty) {
-    const Rect visible = dirty.intersected(clientRect());
+    const Rect visible = dirty.intersected(content());
     if (visible.isEmpty() || m_window.isClosing()) {
         return;
     }
@@ -50,7 +59,8 @@ void Win32WindowPicture::invalidate(const Rect& dirty) {
     if (IsIconic(m_window.handle()) != 0) {
         return; // painted once it is restored
     }
-    const RECT native = toNative(visible);
+    const RECT native = toNative(
+        raster::PixelScale(m_window.scale(), content().size(), clientSize()).rect(visible));
     InvalidateRect(m_window.handle(), &native, FALSE);
 }
 
@@ -63,13 +73,15 @@ void Win32WindowPicture::repaintNow() {
 }
 
 void Win32WindowPicture::resizeBack() {
-    const Rect client = clientRect();
-    if (m_back.size() == client.size()) {
+    const Size client = clientSize();
+    const double scale = m_window.scale();
+    if (m_back.size() == client && m_scale.factor() == scale) {
         return;
     }
-    m_back.resize(client.size());
+    m_scale = {scale, content().size(), client};
+    m_back.resize(client);
     m_dirty.clear();
-    m_dirty.add(client);
+    m_dirty.add(content());
 }
 
 void Win32WindowPicture::paintDirty() {
@@ -81,7 +93,7 @@ void Win32WindowPicture::paintDirty() {
         return;
     }
     for (const Rect& rect : m_dirty.take()) {
-        Win32Canvas canvas(m_back, *m_window.services().text, rect);
+        Win32Canvas canvas(m_back, *m_window.services().text, rect, m_scale);
         guardedRun("painting", [&] { m_window.events().onPaint(canvas, canvas.clip()); });
     }
     SelectClipRgn(m_back.context(), nullptr);
@@ -99,7 +111,7 @@ void Win32WindowPicture::handlePaint() {
 }
 
 Bitmap Win32WindowPicture::snapshot() {
-    m_dirty.add(clientRect());
+    m_dirty.add(content());
     paintDirty();
     return m_back.copy();
 }

@@ -7,6 +7,7 @@
 #include "platform/Geometry.h"
 #include "platform/WindowParts.h"
 #include "platform/raster/DirtyRegion.h"
+#include "platform/raster/PixelScale.h"
 #include "platform/win32/Win32BackBuffer.h"
 
 namespace platform::win32 {
@@ -23,17 +24,20 @@ public:
     [[nodiscard]] Bitmap snapshot() override;
     [[nodiscard]] FrameBufferResult createFrameBuffer(Size size) override;
 
-    void invalidateAll() { invalidate(clientRect()); }
+    void invalidateAll();
     /// The system wants the window painted.
     void handlePaint();
 
 private:
     void paintDirty();
-    [[nodiscard]] Rect clientRect() const;
+    /// In pixels of the screen.
+    [[nodiscard]] Size clientSize() const;
+    [[nodiscard]] Rect content() const;
     void resizeBack();
 
     Win32Window& m_window;
     Win32BackBuffer m_back;
+    raster::PixelScale m_scale;
     raster::DirtyRegion m_dirty;
 };
 

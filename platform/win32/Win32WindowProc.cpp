@@ -123,6 +123,11 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
     case WM_SIZE:
         m_picture.invalidateAll();
         break;
+    case WM_DPICHANGED: { // with the place for the window at the new scale
+        const auto* place = reinterpret_cast<const RECT*>(wideLong);
+        rescale({place->left, place->top});
+        return 0;
+    }
     case WM_TIMER:
         m_timers.handle(wide);
         return 0;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -221,6 +222,36 @@ TEST(Sizing, KeepsTheLeastSizeAndComesBackFromOtherStates) {
     test::pump();
     EXPECT_EQ(fixed.native().state(), WindowState::normal);
     EXPECT_EQ(fixed.native().geometry().size(), (Size{200, 100}));
+}
+
+TEST(Scale, ChangesPixelsAndNeitherSizesNorPlacesOfPresses) {
+    platform::WindowHost& windows = test::gui().windows();
+    TestWindow window({301, 101});
+    window.paint = [](platform::Canvas& canvas) {
+        canvas.fillRect({0, 0, 301, 101}, rgb(0, 0, 9));
+        canvas.fillRect({298, 98, 301, 101}, rgb(9, 0, 0));
+    };
+    window.show();
+    const platform::Rect primary = windows.workArea({0, 0});
+    for (const double zoom : {1.25, 2.0, 1.0}) {
+        windows.setZoom(zoom);
+        test::pump();
+        const int width = static_cast<int>(std::ceil(301 * zoom));
+        const int height = static_cast<int>(std::ceil(101 * zoom));
+        const Bitmap picture = window.native().picture().snapshot();
+        EXPECT_EQ(picture.size(), (Size{width, height}));
+        EXPECT_EQ(picture.at(width - 1, height - 1) & 0xFFFFFF, 0x090000U) << "to the last pixel";
+        EXPECT_EQ(picture.at(width - 7, height - 7) & 0xFFFFFF, 0x000009U);
+        EXPECT_EQ(window.native().geometry().size(), (Size{301, 101}));
+        EXPECT_NEAR(windows.workArea({0, 0}).width() * zoom, primary.width(), 2);
+        test::click(window.native(), {297, 77});
+        EXPECT_EQ(window.takeEvents(), (std::vector<std::string>{"down 1 297,77", "up 1 297,77"}));
+        TestWindow other({80, 60}, &window.native(), WindowKind::popup);
+        EXPECT_EQ(other.native().scale(), window.native().scale());
+    }
+    window.native().setFit(0.5);
+    EXPECT_EQ(window.native().scale(), 0.5);
+    EXPECT_EQ(window.native().geometry().size(), (Size{301, 101}));
 }
 
 TEST(FrameBuffer, ReportsABitmapThatCannotBe) {

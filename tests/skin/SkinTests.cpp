@@ -261,7 +261,8 @@ const Layout kLayouts[] = {
      "ButtonExit",
      ui::kOpenSceneCommands},
     {"Keys", "EditFindKey ButtonKeysCopy ButtonManual ButtonKeysClose", ui::kKeysCommands},
-    {"Settings", "CheckKeepDrafts CheckKeepBackups ButtonSettingsClose", ui::kSettingsCommands},
+    {"Settings", "ComboScale CheckKeepDrafts CheckKeepBackups ButtonSettingsClose",
+     ui::kSettingsCommands},
     {"NewScene",
      "EditSceneName OptionTemplateEmpty OptionTemplateLinear OptionTemplateQuiz EditTemplateCount "
      "ButtonCreate ButtonBack",

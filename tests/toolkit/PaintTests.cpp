@@ -141,6 +141,17 @@ TEST_F(Paint, ShowsTheStateOfButtonsAndOptions) {
     }
 }
 
+TEST_F(Paint, TakesImagesAsTheyWereDrawnForTheScale) {
+    support::writeBytes("UI/Icons.txt", "scale 100 200\nimage Face.bmp 2 0 2 2\n");
+    support::writeBytes("UI/Icons200.png", bmp(8, 4, 0xFF0000B2));
+    support::writeBytes("UI/Face.bmp", bmp(2, 2, 0xFF0000A1));
+    open("<Control pos=\"0,0,80,25\" bkimage=\"file='Face.bmp' corner='1,1,1,1'\" />");
+    EXPECT_EQ(driver().pixel({0, 0}), 0xFF0000A1);
+    test::gui().windows().setZoom(2);
+    EXPECT_EQ(driver().pixel({159, 49}), 0xFF0000B2);
+    test::gui().windows().setZoom(1);
+}
+
 TEST_F(Paint, ShowsSelectedAndHotRows) {
     open(R"(<List name="List" pos="0,0,100,100" itemheight="20" itembkcolor="#FF000001"
         itemhotbkcolor="#FF000002" itemselectedbkcolor="#FF000003" itemlinecolor="#FF000004"

@@ -5,12 +5,16 @@
 
 #include "core/EditorSettings.h"
 #include "platform/Event.h"
+#include "platform/Geometry.h"
+#include "platform/Gui.h"
+#include "platform/Window.h"
 #include "recovery/Drafts.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
 #include "tests/ui/BranchListFixture.h"
+#include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/MenuPopup.h"
@@ -19,6 +23,7 @@
 namespace {
 
 using platform::Key;
+using platform::Size;
 using test::Answer;
 using test::isChecked;
 using test::menuOf;
@@ -138,6 +143,16 @@ TEST_F(BranchEditorMenu, ChangesOfTheSettingsCountAtOnce) {
     settings.click(u"CheckKeepBackups");
     settings.click(u"CheckKeepDrafts");
     EXPECT_EQ(support::readBytes("Editor.ini"), "keepDrafts = true\r\nkeepBackups = false\r\n");
+    EXPECT_EQ(settings.get<toolkit::CComboUI>(u"ComboScale").GetText(), u"100 %");
+    const Size size = m_driver->picture().size();
+    settings.click(u"ComboScale");
+    settings.press(Key::end);
+    settings.press(Key::enter);
+    EXPECT_EQ(m_driver->picture().size(), (Size{2 * size.width, 2 * size.height}));
+    EXPECT_EQ(m_services.editorSettings->scale(), 200);
+    settings.click(u"CheckKeepDrafts"); // at its place in the larger window
+    EXPECT_FALSE(isChecked(settings, u"CheckKeepDrafts"));
+    m_gui.windows().setZoom(1);
     settings.press(Key::escape);
     test::pump();
     EXPECT_EQ(&test::topWindow(), m_window.get());

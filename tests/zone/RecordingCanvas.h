@@ -19,6 +19,7 @@ public:
     void pushClip(const platform::Rect&) override {}
     void popClip() override {}
     void fillRect(const platform::Rect&, platform::Color) override {}
+    void fillFrame(const platform::Rect&, const platform::Rect&, platform::Color) override {}
     void drawBitmap(const platform::Bitmap&, const platform::Rect&,
                     const platform::Rect&) override {}
     void drawFrame(const platform::FrameBuffer&, const platform::Rect&) override {}

@@ -273,13 +273,7 @@ void CControlUI::paintBorder(platform::Canvas& canvas) {
     if (platform::alphaOf(m_borderColor) == 0 || m_borderSize == Rect{}) {
         return;
     }
-    const Rect& r = m_pos;
-    const int top = r.top + m_borderSize.top;
-    const int bottom = r.bottom - m_borderSize.bottom;
-    canvas.fillRect({r.left, r.top, r.right, top}, m_borderColor);
-    canvas.fillRect({r.left, bottom, r.right, r.bottom}, m_borderColor);
-    canvas.fillRect({r.left, top, r.left + m_borderSize.left, bottom}, m_borderColor);
-    canvas.fillRect({r.right - m_borderSize.right, top, r.right, bottom}, m_borderColor);
+    canvas.fillFrame(m_pos, m_borderSize, m_borderColor);
 }
 
 std::u16string CControlUI::toolTipAt(Point /*point*/) const {

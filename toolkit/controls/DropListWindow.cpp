@@ -71,7 +71,7 @@ bool DropListWindow::open(CComboUI& combo) {
                                 rows * m_rowHeight + 2 * kBorder};
     const Point corner = m_manager.toScreen(pos.topLeft());
     const Rect anchor = Rect::at(corner.x, corner.y, pos.width(), pos.height());
-    const Rect place = placeDropList(anchor, wanted, m_manager.Gui().windows().workArea(corner));
+    const Rect place = placeDropList(anchor, wanted, m_manager.GetWindow()->workArea(corner));
     m_size = place.size();
     m_scroll.setExtent(combo.GetCount() * m_rowHeight, m_size.height - 2 * kBorder);
     m_scroll.setOffset(0);

@@ -66,13 +66,19 @@ void IconSet::readLine(std::u16string_view line) {
         for (platform::Color& color : colors) {
             assignIf(color, parseColor(nextWord(line)));
         }
-    } else if (kind == u"icon" && m_places.size() < kMaxIcons) {
-        const auto x = parseInt(nextWord(line));
-        const auto y = parseInt(nextWord(line));
-        const auto side = parseInt(nextWord(line));
-        if (x && y && side && *x >= 0 && *y >= 0 && *side > 0) {
-            m_places[name] = platform::Rect::at(*x, *y, *side, *side);
-        }
+    } else if (kind == u"icon" || kind == u"image") {
+        readPlace(name, line, kind == u"icon");
+    }
+}
+
+void IconSet::readPlace(const std::u16string& name, std::u16string_view line, bool isSquare) {
+    const auto x = parseInt(nextWord(line));
+    const auto y = parseInt(nextWord(line));
+    const auto width = parseInt(nextWord(line));
+    const auto height = isSquare ? width : parseInt(nextWord(line));
+    if (x && y && width && height && *x >= 0 && *y >= 0 && *width > 0 && *height > 0 &&
+        m_places.size() < kMaxIcons) {
+        m_places[name] = platform::Rect::at(*x, *y, *width, *height);
     }
 }
 
@@ -81,6 +87,30 @@ int IconSet::scaleFor(double wanted) const {
         return percent >= std::lround(wanted * 100);
     });
     return enough != m_scales.end() ? *enough : m_scales.back();
+}
+
+std::shared_ptr<const platform::Bitmap> IconSet::sheet(int percent) const {
+    return ImageCache::get().load(*m_skin, "Icons" + std::to_string(percent) + ".png");
+}
+
+ScaledImage IconSet::image(const std::u16string& file, double scale) const {
+    const auto place = m_places.find(file);
+    if (place == m_places.end() || m_scales.empty()) {
+        return {};
+    }
+    const int percent = scaleFor(scale);
+    if (percent <= 100) {
+        return {}; // the file itself
+    }
+    const auto rounded = [percent](int length) { return (length * percent + 50) / 100; };
+    const platform::Rect& r = place->second;
+    const platform::Point corner = scaled(r, percent).topLeft();
+    const auto part =
+        platform::Rect::at(corner.x, corner.y, rounded(r.width()), rounded(r.height()));
+    auto bitmap = sheet(percent);
+    const bool isInside = bitmap != nullptr && part.right <= bitmap->size().width &&
+                          part.bottom <= bitmap->size().height;
+    return isInside ? ScaledImage{std::move(bitmap), part, percent / 100.0} : ScaledImage{};
 }
 
 void IconSet::draw(platform::Canvas& canvas, const platform::Rect& rect, const IconStyle& style,

@@ -1,4 +1,5 @@
-// A skin's icons: masks drawn for several scales, and the colours that they take. UI thread only.
+// What a skin has for several scales: icons, which are masks, with the colours that they take, and
+// its images. UI thread only.
 #pragma once
 
 #include <array>
@@ -9,6 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/Bitmap.h"
 #include "platform/Canvas.h"
 #include "platform/Color.h"
 #include "platform/Geometry.h"
@@ -28,6 +30,13 @@ struct IconStyle {
     int side = 0; ///< 0: as the icon is drawn
 };
 
+/// An image as it was drawn for another scale.
+struct ScaledImage {
+    std::shared_ptr<const platform::Bitmap> sheet; ///< null: there is none
+    platform::Rect part{};                         ///< of the sheet
+    double scale = 1;
+};
+
 class IconSet {
 public:
     static constexpr std::size_t kMaxIcons = 1024;
@@ -40,16 +49,22 @@ public:
     void draw(platform::Canvas& canvas, const platform::Rect& rect, const IconStyle& style,
               IconState state) const;
 
+    /// The image of that file for a scale.
+    [[nodiscard]] ScaledImage image(const std::u16string& file, double scale) const;
+
 private:
     using Colors = std::array<platform::Color, 5>; ///< indexed by IconState
 
     void readLine(std::u16string_view line);
+    void readPlace(const std::u16string& name, std::u16string_view line, bool isSquare);
+    [[nodiscard]] std::shared_ptr<const platform::Bitmap> sheet(int percent) const;
     /// The least of the scales, in percent, that needs no enlarging; else the largest.
     [[nodiscard]] int scaleFor(double wanted) const;
 
     std::shared_ptr<const Skin> m_skin;
-    std::vector<int> m_scales;                                   ///< ascending
-    std::unordered_map<std::u16string, platform::Rect> m_places; ///< in the sheet of 100 percent
+    std::vector<int> m_scales; ///< ascending
+    /// By name, in the sheet of 100 percent. Images are named as their files.
+    std::unordered_map<std::u16string, platform::Rect> m_places;
     std::unordered_map<std::u16string, Colors> m_tints;
 };
 

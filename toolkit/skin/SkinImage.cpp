@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/IconSet.h"
 
 namespace toolkit {
 namespace {
@@ -84,12 +86,25 @@ void SkinImage::draw(platform::Canvas& canvas, const platform::Rect& rect) const
         return;
     }
     const platform::Size size = bitmap->size();
+    ScaledImage from;
+    if (scales != nullptr && canvas.scale() != 1) {
+        from = scales->image(file, canvas.scale());
+    }
+    if (from.sheet == nullptr) {
+        from = {bitmap, {0, 0, size.width, size.height}, 1};
+    }
+    const auto scaled = [&from](int length) {
+        return static_cast<int>(std::lround(length * from.scale));
+    };
     const Cuts sx = cut(0, size.width, corner.left, corner.right);
     const Cuts sy = cut(0, size.height, corner.top, corner.bottom);
     const Cuts tx = cut(rect.left, rect.right, sx.first, size.width - sx.second);
     const Cuts ty = cut(rect.top, rect.bottom, sy.first, size.height - sy.second);
-    const std::array<int, 4> fromX{0, sx.first, sx.second, size.width};
-    const std::array<int, 4> fromY{0, sy.first, sy.second, size.height};
+    const platform::Rect& part = from.part;
+    const std::array<int, 4> fromX{part.left, part.left + scaled(sx.first),
+                                   part.right - scaled(size.width - sx.second), part.right};
+    const std::array<int, 4> fromY{part.top, part.top + scaled(sy.first),
+                                   part.bottom - scaled(size.height - sy.second), part.bottom};
     const std::array<int, 4> toX{rect.left, tx.first, tx.second, rect.right};
     const std::array<int, 4> toY{rect.top, ty.first, ty.second, rect.bottom};
     for (std::size_t row = 0; row < 3; ++row) {
@@ -98,7 +113,7 @@ void SkinImage::draw(platform::Canvas& canvas, const platform::Rect& rect) const
                                         fromY[row + 1]};
             const platform::Rect target{toX[column], toY[row], toX[column + 1], toY[row + 1]};
             if (!source.isEmpty() && !target.intersected(clip).isEmpty()) {
-                canvas.drawBitmap(*bitmap, source, target);
+                canvas.drawBitmap(*from.sheet, source, target);
             }
         }
     }

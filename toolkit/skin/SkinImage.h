@@ -12,6 +12,8 @@
 
 namespace toolkit {
 
+class IconSet;
+
 /// The parsed text of an image attribute. A value without "=" is the file name alone.
 struct ImageAttribute {
     std::u16string file;                ///< inside the skin folder; empty: no image
@@ -26,6 +28,8 @@ struct SkinImage {
     std::shared_ptr<const platform::Bitmap> bitmap; ///< never empty
     platform::Rect corner;
     std::optional<platform::Rect> dest;
+    std::u16string file{};
+    const IconSet* scales = nullptr; ///< has the file for other scales; null: none
 
     /// The part of a control at `pos` that the image covers: all of it, or its `dest`.
     [[nodiscard]] platform::Rect placeIn(const platform::Rect& pos) const;

@@ -12,6 +12,7 @@ namespace toolkit {
 
 void WindowLook::SetSkin(std::shared_ptr<const Skin> skin) {
     m_skin = std::move(skin);
+    m_images.clear(); // which refer to the icons
     m_icons.reset();
 }
 
@@ -33,7 +34,7 @@ const SkinImage* WindowLook::GetImage(const std::u16string& attribute) {
     std::optional<SkinImage>& image = m_images[attribute];
     if (!parsed.file.empty()) {
         if (auto bitmap = ImageCache::get().load(*m_skin, core::storedText(parsed.file))) {
-            image = SkinImage{std::move(bitmap), parsed.corner, parsed.dest};
+            image = SkinImage{std::move(bitmap), parsed.corner, parsed.dest, parsed.file, &icons()};
         }
     }
     return image ? &*image : nullptr;

@@ -110,8 +110,7 @@ void ToolTipWindow::timeOver() {
     m_size = {width + 2 * look.padding, look.height};
     m_text = text;
     const platform::Point pointer = m_manager.toScreen(m_at);
-    m_native->setGeometry(
-        placeToolTip(pointer, kBelowPointer, m_size, m_manager.Gui().windows().workArea(pointer)));
+    m_native->setGeometry(placeToolTip(pointer, kBelowPointer, m_size, window->workArea(pointer)));
     m_native->show(true);
     m_native->picture().invalidate(platform::Rect::at(0, 0, m_size.width, m_size.height));
 }

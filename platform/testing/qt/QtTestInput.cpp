@@ -41,6 +41,11 @@ QtSurface& surfaceOf(NativeWindow& window) {
     return static_cast<QtWindow&>(window).surface();
 }
 
+/// In Qt's pixels.
+QPointF placeOf(NativeWindow& window, Point position) {
+    return QPointF(toQt(position)) * static_cast<QtWindow&>(window).unit();
+}
+
 class QtTestInput final : public TestInput {
 public:
     explicit QtTestInput(Gui& gui) : m_loop(gui.loop()) {}
@@ -88,15 +93,15 @@ void QtTestInput::mouse(NativeWindow& window, EventKind kind, Point position, Mo
     const QEvent::Type type = kind == EventKind::mouseMove ? QEvent::MouseMove
                               : press                      ? QEvent::MouseButtonPress
                                                            : QEvent::MouseButtonRelease;
-    post(window, [=, at = toQt(position), held = m_buttons, keys = modifiersToQt(modifiers),
-                  time = m_timestampMs](QtSurface& surface) {
+    post(window, [=, at = placeOf(window, position), held = m_buttons,
+                  keys = modifiersToQt(modifiers), time = m_timestampMs](QtSurface& surface) {
         qt_handleMouseEvent(&surface, at, surface.mapToGlobal(at), held, qtButton, type, keys,
                             time);
     });
 }
 
 void QtTestInput::wheel(NativeWindow& window, Point position, int delta, Modifiers modifiers) {
-    post(window, [delta, at = toQt(position), keys = modifiersToQt(modifiers),
+    post(window, [delta, at = placeOf(window, position), keys = modifiersToQt(modifiers),
                   held = m_buttons](QtSurface& surface) {
         QWheelEvent event(at, surface.mapToGlobal(at), QPoint(), QPoint(0, delta), held, keys,
                           Qt::NoScrollPhase, false);

@@ -1,6 +1,7 @@
 // Input messages for tests and guided tours, given to the window procedure as the system gives
 // them.
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -49,6 +50,13 @@ LPARAM packed(POINT point) {
     return MAKELPARAM(static_cast<WORD>(point.x), static_cast<WORD>(point.y));
 }
 
+/// In pixels of the screen.
+POINT placeOf(NativeWindow& window, Point position) {
+    const double scale = window.scale();
+    return {static_cast<LONG>(std::ceil(position.x * scale)),
+            static_cast<LONG>(std::ceil(position.y * scale))};
+}
+
 class Win32TestInput final : public TestInput {
 public:
     explicit Win32TestInput(Gui& gui) : m_loop(gui.loop()) {
@@ -88,9 +96,10 @@ void Win32TestInput::mouse(NativeWindow& window, EventKind kind, Point position,
         post(window, [](HWND handle) { SendMessageW(handle, WM_MOUSELEAVE, 0, 0); });
         return;
     }
-    post(window, [message = mouseMessage(kind, button), position, modifiers](HWND handle) {
+    post(window, [message = mouseMessage(kind, button), at = placeOf(window, position),
+                  modifiers](HWND handle) {
         setModifiers(modifiers);
-        POINT point{position.x, position.y};
+        POINT point = at;
         ClientToScreen(handle, &point);
         SetCursorPos(point.x, point.y); // or the system would report that the pointer left
         // As the system does: a captured mouse belongs to the capturing window.
@@ -102,9 +111,9 @@ void Win32TestInput::mouse(NativeWindow& window, EventKind kind, Point position,
 }
 
 void Win32TestInput::wheel(NativeWindow& window, Point position, int delta, Modifiers modifiers) {
-    post(window, [position, delta, modifiers](HWND handle) {
+    post(window, [at = placeOf(window, position), delta, modifiers](HWND handle) {
         setModifiers(modifiers);
-        POINT point{position.x, position.y};
+        POINT point = at;
         ClientToScreen(handle, &point);
         SendMessageW(handle, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(delta)), packed(point));
     });

@@ -61,6 +61,10 @@ public:
     void center() override {}
     void setGeometry(const platform::Rect& screenRect) override { m_geometry = screenRect; }
     [[nodiscard]] platform::Rect geometry() const override { return m_geometry; }
+    [[nodiscard]] platform::Rect workArea(platform::Point /*point*/) const override { return {}; }
+    [[nodiscard]] double scale() const override { return 1; }
+    void setFit(double /*fit*/) override {}
+    [[nodiscard]] double fit() const override { return 1; }
     void setState(platform::WindowState /*state*/) override {}
     [[nodiscard]] platform::WindowState state() const override { return {}; }
     [[nodiscard]] platform::Rect normalGeometry() const override { return m_geometry; }
@@ -135,6 +139,8 @@ private:
                                                          platform::WindowEvents& events) override {
         return std::make_unique<FakeWindow>(options, events);
     }
+    void setZoom(double /*zoom*/) override {}
+    [[nodiscard]] double zoom() const override { return 1; }
     [[nodiscard]] int primaryScreenHeight() const override { return 1080; }
     [[nodiscard]] platform::Rect workArea(platform::Point /*point*/) const override {
         return {0, 0, 1920, 1080};
@@ -189,7 +195,8 @@ private:
 /// Draws no text.
 class NoText final : public platform::raster::TextPainter {
 public:
-    void drawText(platform::raster::PixelView /*target*/, const platform::Rect& /*clip*/,
+    void drawText(platform::raster::PixelView /*target*/,
+                  const platform::raster::PixelScale& /*scale*/, const platform::Rect& /*clip*/,
                   std::u16string_view /*text*/, const platform::Rect& /*box*/,
                   platform::FontHandle /*font*/, platform::Color /*color*/,
                   platform::TextAlign /*align*/) override {}

@@ -69,6 +69,8 @@ public:
                                                          platform::WindowEvents& events) override {
         return fails ? nullptr : m_real.windows().createWindow(options, events);
     }
+    void setZoom(double zoom) override { m_real.windows().setZoom(zoom); }
+    double zoom() const override { return m_real.windows().zoom(); }
     int primaryScreenHeight() const override {
         return screenHeight.value_or(m_real.windows().primaryScreenHeight());
     }
