@@ -129,6 +129,7 @@ void BranchList::OnSplit(toolkit::TNotifyUI& /*message*/) {
 void BranchList::windowSized() {
     if (m_parts) {
         m_parts->leftPane.windowSized();
+        m_parts->clip.windowSized();
     }
 }
 
@@ -180,10 +181,23 @@ void BranchList::branchShown(int branch, bool again) {
     m_parts->videos.show(branch);
     m_parts->actions.show(branch, again);
     m_parts->leads.show(branch);
+    showClip(false);
     showEnabled();
 }
 
+void BranchList::showClip(bool isNew) {
+    const int branch = m_parts->branches.shown();
+    if (branch < 0) {
+        m_parts->clip.hide();
+        return;
+    }
+    const std::string video = m_parts->session.video(branch);
+    const bool isThere = !video.empty() && !m_folder.empty();
+    m_parts->clip.show(isThere ? m_folder + video : std::string(), isNew);
+}
+
 void BranchList::zonesShown(bool picked) {
+    showClip(false);
     if (picked) {
         m_parts->actions.offerOtherZones();
     } else {
@@ -207,6 +221,7 @@ void BranchList::copying(const jobs::CopyStatus& status) {
 void BranchList::copied(const jobs::ImportOutcome& outcome, bool copied) {
     m_parts->strip.showCopy({});
     m_parts->strip.showNote(importNote(outcome), importProblem(outcome));
+    showClip(true);
     showEnabled();
     if (copied) {
         controls().setFocus(kAddVideoButton);

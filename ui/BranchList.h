@@ -86,6 +86,8 @@ private:
 
     /// While a video is being copied, nothing may change under the copy; Esc ends it.
     [[nodiscard]] bool isFree() const;
+    /// Shows the clip of the branch on show. `isNew`: its file may be another one now.
+    void showClip(bool isNew);
     /// Enables what can be done now.
     void showEnabled();
 

@@ -7,6 +7,7 @@
 #include "core/Text.h"
 #include "core/Translations.h"
 #include "scene/SceneSession.h"
+#include "stills/StillService.h"
 #include "ui/BranchListParts.h"
 #include "ui/Controls.h"
 #include "ui/NameList.h"
@@ -38,6 +39,7 @@ BranchList::Parts::Parts(BranchList& window)
       conditions(conditionNames(window.context().services)),
       branches(window.controls(), session, window),
       videos(window.controls(), session, window.m_folder, window),
+      clip(window.controls(), window.context().gui.loop(), window.context().services.stills.get()),
       actions(window.controls(), session, {conditions, letters, videos.zones(), branches.names()}),
       chosen(window.controls(), session, branches), strip(window.controls(), session),
       history(window.controls(), session, window.m_folder, branches, chosen),
@@ -49,7 +51,8 @@ BranchList::Parts::Parts(BranchList& window)
             }),
       visit({session, window.m_folder, window.context().state, branches, actions, chosen, videos}),
       draftProblem(window.controls(), window.context().services.drafts.get()),
-      adder(window.context().gui, videos, window.m_folder, window) {}
+      adder(window.context().gui, window.context().services.editorSettings.get(), videos,
+            window.m_folder, window) {}
 
 void BranchList::bindCommands() {
     Parts& parts = *m_parts;

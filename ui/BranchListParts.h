@@ -9,6 +9,7 @@
 #include "ui/branch_editor/ActionValues.h"
 #include "ui/branch_editor/BranchPresenter.h"
 #include "ui/branch_editor/ChosenActions.h"
+#include "ui/branch_editor/ClipCard.h"
 #include "ui/branch_editor/HistoryPresenter.h"
 #include "ui/branch_editor/LeadsPresenter.h"
 #include "ui/branch_editor/LeftPane.h"
@@ -27,6 +28,7 @@ struct BranchList::Parts {
     NameList letters{keyLetters()};
     BranchPresenter branches;
     VideoPresenter videos;
+    ClipCard clip;
     ActionPresenter actions;
     ChosenActions chosen;
     StripPresenter strip;

@@ -1,16 +1,22 @@
 // The videos of the branch editor: which are listed, copying new ones, and the way to the zones.
 #include <filesystem>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
 
+#include "core/EditorSettings.h"
 #include "core/Text.h"
 #include "jobs/VideoImport.h"
+#include "stills/StillService.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/Gate.h"
 #include "tests/ui/BranchListFixture.h"
+#include "toolkit/controls/CPictureUI.h"
+#include "ui/branch_editor/ClipCard.h"
 
 namespace {
 
@@ -317,6 +323,41 @@ TEST_F(BranchVideos, AVideoThatTheZoneEditorCouldNotReadIsReportedOnce) {
     EXPECT_TRUE(isVisible(u"LabelProblem"));
     m_driver->click(u"ButtonAddAction");
     EXPECT_FALSE(isVisible(u"LabelProblem"));
+}
+
+TEST_F(BranchVideos, TheCardShowsTheClipOfTheBranchOnShow) {
+    m_services.stills = std::make_shared<stills::StillService>(
+        m_gui.loop(), platform::nativeFileSystem(), std::string());
+    m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+    makeScene({"Alarm", "Empty", "Odd"}, {"a.ogv", "", "odd.ogv"});
+    writeBytes("Scenes/Fire/odd.ogv", std::string("no clip"));
+    show();
+    const auto says = [this](std::u16string_view label, std::u16string_view text) {
+        return pumpUntil([&] { return m_driver->textOf(label) == text; });
+    };
+    EXPECT_TRUE(says(u"LabelClipLength", u"The file is missing"));
+    pressAddVideo({"a.ogv"}); // in the list already
+    writeBytes("Scenes/Fire/a.ogv", clipBytes());
+    pressAddVideo({"b.ogv"});
+    EXPECT_TRUE(says(u"LabelClipLength", u"0:00.08, 64 × 48")) << "looked up again after a copy";
+    EXPECT_EQ(m_gui.dialog.requests.back().initialFolder, m_folder.path() + "from/");
+    waitForCopies();
+    const auto& image = m_driver->get<toolkit::CPictureUI>(u"ImageClip");
+    EXPECT_NE(image.GetPicture(), nullptr);
+    m_driver->native().setGeometry(platform::Rect::at(0, 0, 884, 720));
+    EXPECT_TRUE(says(u"LabelClipLength", u"0:00.08"));
+    EXPECT_EQ(m_driver->textOf(u"LabelClipSize"), u"64 × 48");
+    EXPECT_EQ(m_driver->textOf(u"LabelClipBytes"), ui::bytesText(clipBytes().size()));
+    m_driver->pick(u"ComboBranchName", 1);
+    EXPECT_FALSE(isVisible(u"ImageClip"));
+    EXPECT_TRUE(isVisible(u"LabelOwnVideo"));
+    m_driver->pick(u"ComboBranchName", 2);
+    EXPECT_TRUE(says(u"LabelClipLength", u"Cannot be read"));
+    EXPECT_EQ(image.GetPicture()->isEmpty(), true);
+    EXPECT_EQ(ui::lengthText(3725.5) + u" " + ui::bytesText(842'499) + u" " +
+                  ui::bytesText(8'249'999) + u" " + ui::bytesText(1'250'000'000),
+              u"62:05.50 842 KB 8.2 MB 1.3 GB");
+    EXPECT_EQ(ui::lengthText(-1) + ui::lengthText(1e300), u"");
 }
 
 } // namespace

@@ -1,7 +1,9 @@
 #include "ui/branch_editor/VideoAdder.h"
 
+#include <string_view>
 #include <utility>
 
+#include "core/EditorSettings.h"
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "jobs/VideoImport.h"
@@ -12,6 +14,9 @@
 namespace ui {
 
 namespace {
+
+/// Where the author chose videos last.
+constexpr std::string_view kLastFolder = "videoFolder";
 
 /// Brings the working directory back: a file dialog may leave another one behind.
 class KeptDirectory {
@@ -27,10 +32,10 @@ private:
 
 } // namespace
 
-VideoAdder::VideoAdder(platform::Gui& gui, VideoPresenter& videos, std::string folder,
-                       Listener& listener)
-    : m_gui(gui), m_videos(videos), m_folder(std::move(folder)), m_listener(listener),
-      m_import(gui.loop(), *core::services().fileSystem) {}
+VideoAdder::VideoAdder(platform::Gui& gui, core::EditorSettings* settings, VideoPresenter& videos,
+                       std::string folder, Listener& listener)
+    : m_gui(gui), m_settings(settings), m_videos(videos), m_folder(std::move(folder)),
+      m_listener(listener), m_import(gui.loop(), *core::services().fileSystem) {}
 
 std::optional<platform::OpenFilesResult> VideoAdder::chooseFiles(ConfirmCallback& asker) {
     const KeptDirectory kept;
@@ -40,8 +45,16 @@ std::optional<platform::OpenFilesResult> VideoAdder::chooseFiles(ConfirmCallback
     request.filterName = "Theora Video Files";
     request.filterPatterns = "*.ogg;*.ogv";
     request.initialFolder = scene::scenesFolderPath();
+    const std::string last = m_settings != nullptr ? m_settings->getString(kLastFolder, {}) : "";
+    if (!last.empty() && core::isFolder(last)) {
+        request.initialFolder = last;
+    }
     const AskingScope asking(asker);
-    return m_gui.fileDialog().openFiles(request);
+    auto chosen = m_gui.fileDialog().openFiles(request);
+    if (chosen && m_settings != nullptr && chosen->folder != last) {
+        m_settings->set(kLastFolder, chosen->folder);
+    }
+    return chosen;
 }
 
 void VideoAdder::ask(ConfirmCallback& asker) {

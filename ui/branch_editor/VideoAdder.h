@@ -13,6 +13,10 @@
 #include "ui/ConfirmCallback.h"
 #include "ui/branch_editor/VideoPresenter.h"
 
+namespace core {
+class EditorSettings;
+}
+
 namespace ui {
 
 /// UI thread only.
@@ -29,7 +33,8 @@ public:
     };
 
     /// `folder` is the scene's, ending in "\". `gui` and `videos` outlive it.
-    VideoAdder(platform::Gui& gui, VideoPresenter& videos, std::string folder, Listener& listener);
+    VideoAdder(platform::Gui& gui, core::EditorSettings* settings, VideoPresenter& videos,
+               std::string folder, Listener& listener);
 
     /// Asks above the asker's window and begins.
     void ask(ConfirmCallback& asker);
@@ -44,6 +49,7 @@ private:
     [[nodiscard]] jobs::CopyStatus status() const; ///< only while one is under way
 
     platform::Gui& m_gui;
+    core::EditorSettings* m_settings; ///< null: nothing is remembered
     VideoPresenter& m_videos;
     std::string m_folder;
     Listener& m_listener;

@@ -1,0 +1,134 @@
+#include "ui/branch_editor/ClipCard.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+#include "core/Text.h"
+#include "platform/Geometry.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/CPictureUI.h"
+#include "ui/branch_editor/ControlNames.h"
+
+namespace ui {
+namespace {
+
+constexpr std::u16string_view kRow = u"RowClip";
+constexpr std::u16string_view kImage = u"ImageClip";
+constexpr std::u16string_view kLength = u"LabelClipLength";
+constexpr std::u16string_view kSize = u"LabelClipSize";
+constexpr std::u16string_view kBytes = u"LabelClipBytes";
+/// Twice the size of the large place: sharp on every screen.
+constexpr platform::Size kBox{220, 124};
+constexpr double kLongest = 360'000; ///< seconds: what claims to be longer is damaged
+
+std::string twoDigits(long long number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+std::u16string sizeText(platform::Size size) {
+    return core::displayText(std::to_string(size.width)) + u" × " +
+           core::displayText(std::to_string(size.height));
+}
+
+} // namespace
+
+ClipCard::ClipCard(Controls controls, platform::EventLoop& loop, stills::StillService* stills)
+    : m_controls(controls), m_loop(loop) {
+    if (stills != nullptr) {
+        m_client =
+            std::make_unique<stills::StillClient>(*stills, [this](const auto&) { showFacts(); });
+    }
+}
+
+void ClipCard::show(const std::string& path, bool isNew) {
+    if (!m_client) {
+        return;
+    }
+    const toolkit::CControlUI* instead = m_controls.find(branch_list::kOwnVideo);
+    const bool hasPlace = !path.empty() && (instead == nullptr || !instead->isShown());
+    m_controls.setVisible(kRow, hasPlace);
+    if (isNew) {
+        m_client->want({});
+    }
+    m_path = path;
+    if (!path.empty()) {
+        m_client->want({request()});
+    }
+    showFacts();
+}
+
+void ClipCard::hide() {
+    m_path.clear();
+    m_controls.setVisible(kRow, false);
+}
+
+void ClipCard::windowSized() {
+    m_loop.post([this, life = std::weak_ptr<const bool>(m_life)] {
+        if (!life.expired()) {
+            showFacts();
+        }
+    });
+}
+
+stills::StillRequest ClipCard::request() const {
+    return {m_path, kBox};
+}
+
+void ClipCard::showFacts() {
+    if (!m_client) {
+        return;
+    }
+    const stills::StillPtr still = m_path.empty() ? nullptr : m_client->find(request());
+    if (auto* image = m_controls.find<toolkit::CPictureUI>(kImage)) {
+        image->SetPicture(still ? toolkit::CPictureUI::Picture(still, &still->picture) : nullptr);
+    }
+    if (still) {
+        showTexts(*still);
+        return;
+    }
+    for (const std::u16string_view name : {kLength, kSize, kBytes}) {
+        m_controls.setText(name, {});
+    }
+}
+
+void ClipCard::showTexts(const stills::Still& still) {
+    const bool isClip = still.frame != platform::Size{};
+    std::u16string length = !still.exists ? u"The file is missing"
+                            : !isClip     ? u"Cannot be read"
+                                          : lengthText(still.seconds);
+    const std::u16string size = isClip ? sizeText(still.frame) : std::u16string();
+    const toolkit::CControlUI* place = m_controls.find(kSize);
+    const bool hasRoom = place != nullptr && place->isShown();
+    if (!hasRoom && isClip) {
+        length += (length.empty() ? u"" : u", ") + size;
+    }
+    m_controls.setText(kLength, length);
+    m_controls.setText(kSize, size);
+    m_controls.setText(kBytes, still.exists ? bytesText(still.bytes) : std::u16string());
+}
+
+std::u16string lengthText(double seconds) {
+    if (!(seconds >= 0) || seconds > kLongest) {
+        return {};
+    }
+    const long long hundredths = std::llround(seconds * 100);
+    return core::displayText(std::to_string(hundredths / 6000) + ":" +
+                             twoDigits(hundredths / 100 % 60) + "." + twoDigits(hundredths % 100));
+}
+
+std::u16string bytesText(std::uint64_t bytes) {
+    constexpr std::uint64_t kKilo = 1000;
+    const std::uint64_t kilobytes = (bytes + kKilo / 2) / kKilo;
+    if (kilobytes < kKilo) {
+        return core::displayText(std::to_string(std::max<std::uint64_t>(kilobytes, 1)) + " KB");
+    }
+    const bool isGiga = bytes >= kKilo * kKilo * kKilo;
+    const std::uint64_t tenth = kKilo * kKilo / 10 * (isGiga ? kKilo : 1);
+    const std::uint64_t shown = (bytes + tenth / 2) / tenth;
+    return core::displayText(std::to_string(shown / 10) + "." + std::to_string(shown % 10) +
+                             (isGiga ? " GB" : " MB"));
+}
+
+} // namespace ui

@@ -1,0 +1,46 @@
+// The row of the video card that shows the clip of the branch on show: a still, its length, the
+// size of its picture and, where the window has room, of its file. UI thread only.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "platform/EventLoop.h"
+#include "stills/Still.h"
+#include "stills/StillService.h"
+#include "ui/Controls.h"
+
+namespace ui {
+
+class ClipCard {
+public:
+    /// Both outlive the card; without `stills`, nothing is shown.
+    ClipCard(Controls controls, platform::EventLoop& loop, stills::StillService* stills);
+
+    /// The clip at `path`, absolute; empty for a branch without one. `isNew`: another file may be
+    /// there than before.
+    void show(const std::string& path, bool isNew);
+    /// There is no branch.
+    void hide();
+    /// The window gets another size: what has room is known once the layout has followed.
+    void windowSized();
+
+private:
+    void showFacts();
+    [[nodiscard]] stills::StillRequest request() const;
+    void showTexts(const stills::Still& still);
+
+    Controls m_controls;
+    platform::EventLoop& m_loop;
+    std::string m_path;
+    std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
+    std::unique_ptr<stills::StillClient> m_client; ///< null without a service
+};
+
+/// "0:04.25".
+[[nodiscard]] std::u16string lengthText(double seconds);
+/// "842 KB", "8.2 MB".
+[[nodiscard]] std::u16string bytesText(std::uint64_t bytes);
+
+} // namespace ui
