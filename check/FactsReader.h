@@ -31,6 +31,7 @@ public:
     FactsReader(platform::FileSystem& files, platform::Clock& clock, std::string folder)
         : m_files(files), m_clock(clock), m_folder(std::move(folder)) {}
 
+    [[nodiscard]] const std::string& folder() const { return m_folder; }
     /// Of the videos of these names, but those being copied, and of all video files of the folder.
     /// Once `isStopped` returns true, the facts are incomplete.
     [[nodiscard]] FolderFacts read(const std::set<std::string>& videos,

@@ -67,6 +67,7 @@ void BranchList::InitWindow() {
     bindBranches();
     bindActions();
     bindHistory();
+    bindCheck();
     if (!context().state.newSceneRequest) {
         m_parts->videos.fill();
     }
@@ -107,6 +108,15 @@ void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
     if (m_parts) {
         m_parts->strip.actionBegins();
         react(kReactions, *message.pSender);
+        if (message.pSender->GetName() == kFindingsList) {
+            m_parts->findings.choose(m_isPointerUsed);
+        }
+    }
+}
+
+void BranchList::OnItemActivate(toolkit::TNotifyUI& message) {
+    if (m_parts && message.pSender->GetName() == kFindingsList) {
+        m_parts->findings.choose(true);
     }
 }
 
@@ -116,6 +126,10 @@ void BranchList::OnSelectChanged(toolkit::TNotifyUI& message) {
         {kImmediateCheck,
          [](Parts& parts, CControlUI& row) { parts.actions.changeImmediate(row); }},
         {kFirstCheck, [](Parts& parts, CControlUI&) { parts.branches.chooseFirst(); }},
+        {kErrorsFilter, [](Parts& parts, CControlUI&) { parts.findings.filter(); }},
+        {kWarningsFilter, [](Parts& parts, CControlUI&) { parts.findings.filter(); }},
+        {kNotesFilter, [](Parts& parts, CControlUI&) { parts.findings.filter(); }},
+        {kFindingsFold, [](Parts& parts, CControlUI&) { parts.findings.fold(); }},
     };
     react(kReactions, *message.pSender);
 }
@@ -155,6 +169,10 @@ bool BranchList::HandleMessage(const platform::Event& event) {
     if (m_parts && (event.kind == EventKind::keyDown || event.kind == EventKind::mouseDown ||
                     event.kind == EventKind::mouseDoubleClick)) {
         m_parts->strip.inputBegins();
+        m_isPointerUsed = event.kind != EventKind::keyDown;
+    }
+    if (m_parts && event.kind == EventKind::activated) {
+        m_parts->findings.readFiles();
     }
     // A question's loop runs inside this window's: the question has to end first.
     if (event.kind == EventKind::closeRequest && isAsking()) {
@@ -214,11 +232,13 @@ void BranchList::nameRefused(const std::u16string& name) {
 }
 
 void BranchList::copying(const jobs::CopyStatus& status) {
+    m_parts->findings.setCopying({status.name});
     m_parts->strip.showCopy(copyText(status));
     showEnabled();
 }
 
 void BranchList::copied(const jobs::ImportOutcome& outcome, bool copied) {
+    m_parts->findings.setCopying({});
     m_parts->strip.showCopy({});
     m_parts->strip.showNote(importNote(outcome), importProblem(outcome));
     showClip(true);
@@ -305,7 +325,7 @@ void BranchList::exitProgram() {
 
 bool BranchList::canStop() const {
     return m_parts->adder.isRunning() || m_parts->branches.isNameTyped() ||
-           m_parts->strip.isOffering();
+           m_parts->leftPane.isInPlace() || m_parts->strip.isOffering();
 }
 
 void BranchList::stop() {
@@ -313,6 +333,8 @@ void BranchList::stop() {
         m_parts->adder.cancel();
     } else if (m_parts->branches.isNameTyped()) {
         m_parts->branches.dropTypedName();
+    } else if (m_parts->leftPane.isInPlace()) {
+        toggleCheck();
     } else {
         m_parts->strip.closeOffer();
     }

@@ -16,14 +16,20 @@
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
 #include "ui/branch_editor/BranchPresenter.h"
+#include "ui/branch_editor/FindingsPresenter.h"
 #include "ui/branch_editor/VideoAdder.h"
 #include "ui/branch_editor/VideoPresenter.h"
+
+namespace check {
+class FactsReader;
+}
 
 namespace ui {
 
 class BranchList final : public ConfirmCallback,
                          public EditorWindow,
                          private BranchPresenter::Listener,
+                         private FindingsPresenter::Listener,
                          private VideoPresenter::Listener,
                          private VideoAdder::Listener {
 public:
@@ -42,6 +48,7 @@ public:
     void Notify(toolkit::TNotifyUI& message) override;
     void OnClick(toolkit::TNotifyUI& message) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
+    void OnItemActivate(toolkit::TNotifyUI& message) override;
     void OnSelectChanged(toolkit::TNotifyUI& message) override;
     void OnSplit(toolkit::TNotifyUI& message) override;
     void OnKillFocus(toolkit::TNotifyUI& message) override;
@@ -60,6 +67,11 @@ private:
     void bindBranches();
     void bindActions();
     void bindHistory();
+    void bindCheck();
+    /// What is known of the scene's files is kept for its next window.
+    [[nodiscard]] std::shared_ptr<check::FactsReader> readerOfFiles();
+    /// Shows the list of findings, or takes it away.
+    void toggleCheck();
     void save();
     void showVersions();
     /// Whether there is unsaved work that no draft keeps.
@@ -80,6 +92,7 @@ private:
     void branchShown(int branch, bool again) override;
     void branchRenamed(int branch, const std::string& oldName) override;
     void nameRefused(const std::u16string& name) override;
+    void showPlace(const check::Finding& finding, bool opens) override;
     void zonesShown(bool picked) override;
     void copying(const jobs::CopyStatus& status) override;
     void copied(const jobs::ImportOutcome& outcome, bool copied) override;
@@ -95,6 +108,7 @@ private:
     app_state::ScreenResult m_returned;
     /// The scene's, ending in "\"; empty when the working directory is unknown.
     std::string m_folder;
+    bool m_isPointerUsed = false;   ///< the author acts with the pointer, not with a key
     std::unique_ptr<Parts> m_parts; ///< from InitWindow on; none without a scene
 };
 

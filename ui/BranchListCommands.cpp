@@ -43,6 +43,8 @@ BranchList::Parts::Parts(BranchList& window)
       actions(window.controls(), session, {conditions, letters, videos.zones(), branches.names()}),
       chosen(window.controls(), session, branches), strip(window.controls(), session),
       history(window.controls(), session, window.m_folder, branches, chosen),
+      findings(window.controls(), session, window.readerOfFiles(), window.context().gui.loop(),
+               window.context().services.editorSettings.get(), window),
       leftPane(window.controls(), window.context().services.editorSettings.get()),
       leads(window.controls(), session,
             [this](const auto& place) {

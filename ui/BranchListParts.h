@@ -10,6 +10,7 @@
 #include "ui/branch_editor/BranchPresenter.h"
 #include "ui/branch_editor/ChosenActions.h"
 #include "ui/branch_editor/ClipCard.h"
+#include "ui/branch_editor/FindingsPresenter.h"
 #include "ui/branch_editor/HistoryPresenter.h"
 #include "ui/branch_editor/LeadsPresenter.h"
 #include "ui/branch_editor/LeftPane.h"
@@ -33,6 +34,7 @@ struct BranchList::Parts {
     ChosenActions chosen;
     StripPresenter strip;
     HistoryPresenter history;
+    FindingsPresenter findings;
     LeftPane leftPane;
     LeadsPresenter leads;
     ZoneVisit visit;

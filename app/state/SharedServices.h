@@ -4,6 +4,9 @@
 
 #include <memory>
 
+namespace check {
+class FactsReader;
+}
 namespace core {
 class EditorSettings;
 class Translations;
@@ -31,6 +34,9 @@ struct SharedServices {
     std::shared_ptr<scene::SceneManager> sceneManager;
     /// All edits of what the scene manager holds go through it.
     std::shared_ptr<scene::SceneSession> sceneSession;
+    /// What is known of the files of the scene that was open last; empty before. Used by one window
+    /// at a time.
+    std::shared_ptr<check::FactsReader> sceneFiles;
     /// Unsaved work of both editors; while there are windows.
     std::shared_ptr<recovery::Drafts> drafts;
     /// Small pictures of clips; while there are windows.

@@ -119,6 +119,9 @@ private:
     void collect(toolkit::CControlUI& control) {
         for (int i = 0; i < control.childCount(); ++i) {
             toolkit::CControlUI& child = *control.childAt(i);
+            if (child.GetName() == u"PaneLeft") {
+                continue; // has no room beside the column at the layout's own size
+            }
             if (child.isFocusable() && child.GetClass() != u"List") {
                 m_controls.push_back(&child);
                 child.SetEnabled(true);
@@ -268,7 +271,8 @@ const Layout kLayouts[] = {
      "ButtonCreate ButtonBack",
      ui::kNewSceneCommands},
     {"BranchList",
-     "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonMinimize ButtonMaximize ButtonExit "
+     "ButtonUndo ButtonRedo ButtonCheck ButtonMenu ButtonSave ButtonMinimize ButtonMaximize "
+     "ButtonExit "
      "SplitterColumn ComboBranchName ButtonAddBranch "
      "EditBranchName "
      "CheckFirst ButtonBranchUp ButtonBranchDown ButtonDuplicateBranch ButtonRemoveBranch "

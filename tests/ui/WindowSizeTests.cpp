@@ -8,7 +8,6 @@
 #include "core/EditorSettings.h"
 #include "platform/Window.h"
 #include "tests/ui/BranchListFixture.h"
-#include "toolkit/controls/CContainerUI.h"
 #include "ui/OpenScene.h"
 
 namespace {
@@ -66,10 +65,12 @@ TEST_F(WindowSize, AWideWindowHasAPaneLeftOfTheColumnOnceSomethingIsInIt) {
         return std::pair(isVisible(u"PaneLeft") ? m_driver->get(u"PaneLeft").GetPos().width() : 0,
                          isVisible(u"PaneColumn") ? column.left : 0);
     };
+    m_services.editorSettings->set("leftPane", "false");
     show();
     EXPECT_EQ(shownAt(1600), std::pair(0, 374)) << "in the middle";
+    m_services.editorSettings->set("leftPane", "true");
     for (int run = 0; run < 2; ++run) {
-        show().get<toolkit::CContainerUI>(u"PaneLeft").AddNew<toolkit::CControlUI>();
+        show();
         EXPECT_EQ(shownAt(1239), std::pair(0, 194));
         EXPECT_EQ(shownAt(1600), run == 0 ? std::pair(700, 732) : std::pair(600, 632));
         const platform::Point bar = WindowDriver::middleOf(m_driver->get(u"SplitterColumn"));

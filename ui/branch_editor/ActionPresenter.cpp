@@ -243,6 +243,18 @@ int ActionPresenter::offset() const {
     return list != nullptr ? list->GetScrollBar().model().offset() : 0;
 }
 
+void ActionPresenter::chooseTargetOf(int action) {
+    auto* list = m_controls.find<CListUI>(kActionList);
+    if (list == nullptr || action < 0 || action >= list->GetCount()) {
+        return;
+    }
+    list->revealRow(action);
+    if (toolkit::CComboUI* combo = rowCombo(*list->GetItemAt(action), kTargetCombo)) {
+        m_controls.manager().SetFocus(combo);
+        combo->Drop();
+    }
+}
+
 void ActionPresenter::scrollTo(int offset) {
     if (auto* list = m_controls.find<CListUI>(kActionList)) {
         list->GetScrollBar().model().setOffset(offset);

@@ -32,6 +32,8 @@ public:
     /// Whether an action of the branch on show waits for a zone.
     [[nodiscard]] bool waitsForZone() const;
 
+    /// Opens the list of branches that the action may lead to.
+    void chooseTargetOf(int action);
     [[nodiscard]] int offset() const; ///< how far the list is scrolled, in pixels
     void scrollTo(int offset);
 

@@ -20,12 +20,27 @@ inline constexpr std::u16string_view kColumn = u"PaneColumn";
 inline constexpr std::u16string_view kSpaceLeft = u"SpaceLeft";
 inline constexpr std::u16string_view kSpaceRight = u"SpaceRight";
 
+inline constexpr std::u16string_view kCheckButton = u"ButtonCheck";
+inline constexpr std::u16string_view kCheckBadge = u"LabelFindings";
+inline constexpr std::u16string_view kBadgeGround = u"SignFindings";
+inline constexpr std::u16string_view kErrorsFilter = u"CheckErrors";
+inline constexpr std::u16string_view kWarningsFilter = u"CheckWarnings";
+inline constexpr std::u16string_view kNotesFilter = u"CheckNotes";
+inline constexpr std::u16string_view kFindingsFold = u"CheckFindings";
+inline constexpr std::u16string_view kFindingsBody = u"PaneFindings";
+inline constexpr std::u16string_view kFindingsSpace = u"SpaceFindings";
+inline constexpr std::u16string_view kFindingsList = u"ListFindings";
+inline constexpr std::u16string_view kNoFindings = u"EmptyFindings";
+
 inline constexpr std::u16string_view kSceneLabel = u"LabelScene";
 inline constexpr std::u16string_view kStateLabel = u"LabelState";
 inline constexpr std::u16string_view kNoticePanel = u"PanelNotice";
 inline constexpr std::u16string_view kNoticeText = u"LabelStrip";
 inline constexpr std::u16string_view kNoticeUndoButton = u"ButtonNoticeUndo";
 inline constexpr std::u16string_view kRetargetButton = u"ButtonRetarget";
+inline constexpr std::u16string_view kFixButton = u"ButtonFix";
+inline constexpr std::u16string_view kFixOtherButton = u"ButtonFixOther";
+inline constexpr std::u16string_view kNoteSign = u"SignNote";
 inline constexpr std::u16string_view kCloseNoticeButton = u"ButtonCloseNotice";
 inline constexpr std::u16string_view kStatus = u"LabelStatus";
 inline constexpr std::u16string_view kOwnVideo = u"LabelOwnVideo";

@@ -56,6 +56,12 @@ void LeftPane::show(bool shown) {
     arrange();
 }
 
+void LeftPane::leave() {
+    if (!isWide()) {
+        show(false);
+    }
+}
+
 void LeftPane::arrange() {
     if (isWide()) {
         m_isInPlace = false;

@@ -20,6 +20,10 @@ public:
 
     [[nodiscard]] bool isShown() const;
     void show(bool shown);
+    /// Whether it stands in the column's place.
+    [[nodiscard]] bool isInPlace() const { return m_isInPlace; }
+    /// A narrow window shows the column again.
+    void leave();
     /// The window has another size.
     void windowSized() { arrange(); }
     /// The author has moved the splitter.

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "scene/SceneChange.h"
 #include "scene/SceneSession.h"
 #include "ui/branch_editor/ControlNames.h"
 
@@ -79,6 +80,34 @@ StripOffer zoneRenameOffer(scene::SceneSession& session, const std::string& vide
         show(zoneRenameOffer(session, video, renames, show));
     };
     return {text, {{branch_list::kRetargetButton, update}}};
+}
+
+StripOffer targetOffer(scene::SceneSession& session, int branch, int action,
+                       std::function<void()> chooseOther) {
+    const scene::SceneSession::BranchToken token = session.token(branch);
+    const std::string name = session.action(branch, action).BranchID();
+    const auto text = [&session, token, action, name]() -> std::u16string {
+        const int now = session.find(token);
+        const std::vector<std::string> names = session.branchNames();
+        if (now < 0 || action >= session.actionCount(now) ||
+            session.action(now, action).BranchID() != name ||
+            std::find(names.begin(), names.end(), name) != names.end()) {
+            return {};
+        }
+        return core::displayText("Action " + std::to_string(action + 1) + " leads to \"" + name +
+                                 "\", which is not in the scene.");
+    };
+    const auto add = [&session, name] {
+        const int added = session.branchCount();
+        auto gesture = session.begin({scene::SceneStep::addBranch, added});
+        session.addBranch();
+        session.renameBranch(added, name);
+        gesture.commit();
+    };
+    return {
+        text,
+        {{branch_list::kFixButton, add}, {branch_list::kFixOtherButton, std::move(chooseOther)}},
+        core::displayText("Add \"" + name + "\"")};
 }
 
 } // namespace ui

@@ -21,6 +21,8 @@ struct StripOffer {
     std::function<std::u16string()> text;
     /// The buttons to show, of those in the strip, and what each does.
     std::vector<std::pair<std::u16string_view, std::function<void()>>> answers;
+    /// Something is wrong, and this is what the button for mending it says.
+    std::u16string fix{};
 };
 
 /// To bring back the branch `name`, which has just been removed: until the next step.
@@ -37,5 +39,10 @@ struct StripOffer {
 [[nodiscard]] StripOffer zoneRenameOffer(scene::SceneSession& session, const std::string& video,
                                          std::vector<app_state::ScreenResult::Rename> renames,
                                          const std::function<void(StripOffer)>& show);
+
+/// To add the branch that an action leads to and that the scene does not have, or to have the
+/// action lead elsewhere. The session outlives the offer.
+[[nodiscard]] StripOffer targetOffer(scene::SceneSession& session, int branch, int action,
+                                     std::function<void()> chooseOther);
 
 } // namespace ui

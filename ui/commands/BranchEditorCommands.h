@@ -27,6 +27,11 @@ inline constexpr std::string_view kActionUp = "actionUp";
 inline constexpr std::string_view kActionDown = "actionDown";
 inline constexpr std::string_view kDuplicateAction = "duplicateAction";
 inline constexpr std::string_view kRetarget = "retarget";
+inline constexpr std::string_view kCheck = "check";
+inline constexpr std::string_view kNextFinding = "nextFinding";
+inline constexpr std::string_view kFindingBefore = "findingBefore";
+inline constexpr std::string_view kFix = "fix";
+inline constexpr std::string_view kFixOther = "fixOther";
 inline constexpr std::string_view kOpenAnother = "openAnother";
 } // namespace command
 
@@ -102,6 +107,21 @@ inline constexpr Command kBranchEditorCommands[] = {
      .icon = u"Open"},
     kEarlierVersionsCommand,
     kNoticeUndoCommand,
+    {command::kCheck, kBranchEditor, u"Check", u"ButtonCheck", u"Findings"},
+    {.id = command::kNextFinding,
+     .group = kBranchEditor,
+     .text = u"Next Finding",
+     .keys = {{{platform::Key::f8, {}}}}},
+    {.id = command::kFindingBefore,
+     .group = kBranchEditor,
+     .text = u"Finding Before",
+     .keys = {{{platform::Key::f8, {.shift = true}}}}},
+    {command::kFix, {}, u"Add the Branch", u"ButtonFix", u"Add a branch of this name"},
+    {command::kFixOther,
+     {},
+     u"Choose Another…",
+     u"ButtonFixOther",
+     u"Choose where the action leads"},
     {command::kRetarget,
      {},
      u"Update Them",
@@ -129,7 +149,7 @@ inline constexpr ContextMenu kBranchEditorContexts[] = {
     {u"ComboVideoName", kVideoRows},
     {u"BranchList", kActionRows},
 };
-inline constexpr std::u16string_view kBranchEditorPanes[] = {u"ComboBranchName", u"BranchList",
-                                                             u"PanelNotice"};
+inline constexpr std::u16string_view kBranchEditorPanes[] = {u"ListFindings", u"ComboBranchName",
+                                                             u"BranchList", u"PanelNotice"};
 
 } // namespace ui

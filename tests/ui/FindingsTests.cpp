@@ -1,0 +1,124 @@
+// The list of what is wrong with the scene: it follows every edit, leads to each place and offers
+// to mend what it can.
+#include <string>
+
+#include "platform/Window.h"
+#include "tests/support/ClipMaker.h"
+#include "tests/ui/BranchListFixture.h"
+#include "toolkit/controls/CListUI.h"
+
+namespace {
+
+using platform::Key;
+using test::WindowDriver;
+
+class FindingsTest : public test::BranchEditorTest {
+protected:
+    /// "A" leads to "B" and to "Gone"; "B" has no way out; nobody leads to "C".
+    void showScene(int width) {
+        support::writeBytes("Scenes/Fire/a.ogv", support::makeClip({.frames = 2}));
+        makeScene({"A", "B", "C"}, {"a.ogv", "a.ogv", "a.ogv"});
+        addAction(0, {}, "B");
+        addAction(1, "K", "Gone");
+        addAction(0, {}, "A", 2);
+        show();
+        m_driver->native().setGeometry(platform::Rect::at(0, 0, width, 700));
+        test::pump();
+    }
+    toolkit::CListUI& findings() { return m_driver->get<toolkit::CListUI>(u"ListFindings"); }
+    std::u16string row(int index) { return findings().GetItemAt(index)->accessibleName(); }
+    void clickRow(int index) { m_driver->click(*findings().GetItemAt(index)); }
+
+    const std::u16string kGone =
+        u"Error: An action of \"A\" leads to \"Gone\", which is not in the "
+        u"scene, A, action 2";
+    const std::u16string kEnd = u"Note: \"B\" has no way out, B";
+    const std::u16string kUnreached = u"Warning: No action leads to \"C\", C";
+};
+
+TEST_F(FindingsTest, TheListFollowsEveryEditAndTheFilters) {
+    showScene(1600);
+    ASSERT_EQ(findings().GetCount(), 3);
+    EXPECT_EQ(row(0), kGone);
+    EXPECT_EQ(row(1), kUnreached);
+    EXPECT_EQ(row(2), kEnd);
+    EXPECT_EQ(m_driver->textOf(u"LabelFindings"), u"3");
+    EXPECT_EQ(m_driver->get(u"ButtonCheck").accessibleName(), u"Check, 3 findings");
+    m_driver->click(u"CheckErrors");
+    ASSERT_EQ(findings().GetCount(), 2);
+    EXPECT_EQ(row(0), kUnreached);
+    EXPECT_EQ(m_driver->textOf(u"CheckErrors"), u"1");
+    EXPECT_EQ(m_driver->textOf(u"LabelFindings"), u"3");
+    m_driver->click(u"CheckErrors");
+    session().setTarget(0, 1, "C");
+    ASSERT_EQ(findings().GetCount(), 1);
+    EXPECT_EQ(row(0), kEnd);
+    m_driver->press(Key::f8); // selects it, and the selection stays with it
+    session().setVideo(0, "");
+    ASSERT_EQ(findings().GetCount(), 2);
+    EXPECT_EQ(row(findings().GetCurSel()), kEnd);
+    session().setVideo(0, "gone.ogv");
+    EXPECT_TRUE(test::pumpUntil([&] { return m_driver->textOf(u"CheckErrors") == u"1"; }));
+    EXPECT_EQ(row(0), u"Error: The video \"gone.ogv\" is missing, A, video");
+    support::writeBytes("Scenes/Fire/gone.ogv", support::makeClip({.frames = 2}));
+    m_driver->click(u"CheckFindings");
+    EXPECT_FALSE(isVisible(u"ListFindings"));
+    m_driver->click(u"CheckFindings");
+    EXPECT_TRUE(isVisible(u"ListFindings"));
+}
+
+TEST_F(FindingsTest, AFindingLeadsToItsPlaceAndOffersWhatMendsIt) {
+    showScene(1600);
+    m_driver->pick(u"ComboBranchName", 1);
+    const auto revision = session().revision();
+    clickRow(0);
+    EXPECT_EQ(m_driver->textOf(u"ComboBranchName"), u"A");
+    EXPECT_EQ(actions().GetCurSel(), 1);
+    EXPECT_EQ(m_driver->textOf(u"LabelStrip"),
+              u"Action 2 leads to \"Gone\", which is not in the scene.");
+    EXPECT_EQ(m_driver->textOf(u"ButtonFix"), u"Add \"Gone\"");
+    EXPECT_EQ(session().revision(), revision);
+    m_driver->click(u"ButtonFix");
+    EXPECT_EQ(session().branchNames().back(), "Gone");
+    EXPECT_EQ(m_driver->get(u"ButtonUndo").GetToolTip(), u"Undo: add branch (Ctrl+Z)");
+    EXPECT_FALSE(isVisible(u"PanelNotice"));
+    m_driver->click(u"ButtonUndo");
+    EXPECT_EQ(session().branchCount(), 3);
+    m_driver->pick(u"ComboBranchName", 2);
+    m_driver->press(Key::f8, {.shift = true});
+    EXPECT_EQ(m_driver->textOf(u"ComboBranchName"), u"B") << "round at the end";
+    m_driver->press(Key::f8);
+    EXPECT_EQ(m_driver->textOf(u"ComboBranchName"), u"A");
+    m_driver->click(u"ButtonFixOther");
+    EXPECT_TRUE(combo(1, u"ComboBranches").IsDropped());
+    m_driver->press(Key::escape);
+    session().setTarget(0, 1, "B");
+    EXPECT_FALSE(isVisible(u"PanelNotice")) << "no longer true";
+    EXPECT_FALSE(isVisible(u"LabelProblem"));
+}
+
+TEST_F(FindingsTest, ANarrowWindowShowsTheListInPlaceOfTheColumn) {
+    showScene(1000);
+    const auto shown = [&] {
+        return std::pair(isVisible(u"ListFindings"), isVisible(u"BranchList"));
+    };
+    EXPECT_EQ(shown(), std::pair(false, true));
+    for (const Key key : {Key::escape, Key::enter}) {
+        m_driver->click(u"ButtonCheck");
+        EXPECT_EQ(shown(), std::pair(true, false));
+        EXPECT_EQ(m_driver->focusName(), u"ListFindings");
+        m_driver->press(Key::down);
+        EXPECT_EQ(shown(), std::pair(true, false)) << "keys only select";
+        m_driver->press(key);
+        EXPECT_EQ(shown(), std::pair(false, true));
+    }
+    m_driver->click(u"ButtonCheck");
+    clickRow(1);
+    EXPECT_EQ(shown(), std::pair(false, true));
+    EXPECT_EQ(m_driver->textOf(u"ComboBranchName"), u"C");
+    m_driver->click(u"ButtonCheck");
+    m_driver->click(u"ButtonCheck");
+    EXPECT_EQ(shown(), std::pair(false, true));
+}
+
+} // namespace

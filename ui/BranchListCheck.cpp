@@ -1,0 +1,77 @@
+// How the branch editor shows what is wrong with the scene, and leads to it.
+#include <memory>
+#include <utility>
+
+#include "app/state/ScreenState.h"
+#include "app/state/SharedServices.h"
+#include "check/FactsReader.h"
+#include "check/Finding.h"
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
+#include "ui/BranchListParts.h"
+#include "ui/Controls.h"
+#include "ui/WindowContext.h"
+#include "ui/branch_editor/ControlNames.h"
+#include "ui/branch_editor/StripOffer.h"
+#include "ui/commands/BranchEditorCommands.h"
+#include "ui/commands/CommandSet.h"
+
+namespace ui {
+
+using namespace branch_list;
+
+std::shared_ptr<check::FactsReader> BranchList::readerOfFiles() {
+    std::shared_ptr<check::FactsReader>& reader = context().services.sceneFiles;
+    if (m_folder.empty()) {
+        return nullptr;
+    }
+    if (reader == nullptr || reader->folder() != m_folder) {
+        // For a thread: the system's own, which nobody replaces meanwhile.
+        reader = std::make_shared<check::FactsReader>(platform::nativeFileSystem(),
+                                                      platform::nativeClock(), m_folder);
+    }
+    return reader;
+}
+
+void BranchList::bindCheck() {
+    Parts& parts = *m_parts;
+    const auto hasFindings = [&parts] { return parts.findings.hasRows(); };
+    commands().bind(command::kCheck, [this] { toggleCheck(); });
+    commands().bind(
+        command::kNextFinding, [&parts] { parts.findings.step(1); }, hasFindings);
+    commands().bind(
+        command::kFindingBefore, [&parts] { parts.findings.step(-1); }, hasFindings);
+    commands().bind(command::kFix, [&parts] { parts.strip.answer(kFixButton); });
+    commands().bind(command::kFixOther, [&parts] { parts.strip.answer(kFixOtherButton); });
+}
+
+void BranchList::showPlace(const check::Finding& finding, bool opens) {
+    if (opens && finding.zoneNumber >= 0 && isFree()) {
+        const int frame = finding.frames ? finding.frames->first : 0;
+        context().state.zonePlaces[m_folder + finding.video] = {frame, finding.zoneNumber};
+        m_parts->visit.begin(finding.video, true);
+        Close(1);
+        return;
+    }
+    if (finding.branch < 0) {
+        return;
+    }
+    m_parts->branches.show(finding.branch);
+    m_parts->chosen.go(finding.action);
+    if (opens) {
+        m_parts->leftPane.leave();
+    }
+    if (finding.kind == check::Kind::missingTarget && finding.arguments.size() == 2) {
+        m_parts->strip.offer(targetOffer(
+            m_parts->session, finding.branch, finding.action,
+            [this, action = finding.action] { m_parts->actions.chooseTargetOf(action); }));
+    }
+}
+
+void BranchList::toggleCheck() {
+    const bool shown = !m_parts->leftPane.isShown();
+    m_parts->leftPane.show(shown);
+    controls().setFocus(shown ? kFindingsList : kBranchCombo);
+}
+
+} // namespace ui

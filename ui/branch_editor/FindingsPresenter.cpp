@@ -1,0 +1,292 @@
+#include "ui/branch_editor/FindingsPresenter.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+#include "check/FactsReader.h"
+#include "core/EditorSettings.h"
+#include "core/Text.h"
+#include "scene/SceneManager.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/CLabelUI.h"
+#include "toolkit/controls/CListContainerElementUI.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/COptionUI.h"
+#include "toolkit/layout/CHorizontalLayoutUI.h"
+#include "ui/branch_editor/ControlNames.h"
+#include "ui/branch_editor/FlagScope.h"
+
+namespace ui {
+
+using namespace branch_list;
+
+namespace {
+
+constexpr int kRowHeight = 29;
+constexpr int kSignSide = 16;
+constexpr int kPlaceWidth = 142;
+constexpr int kSmallFont = 4;
+constexpr const char* kFoldedKey = "findingsFolded";
+
+struct SeverityLook {
+    std::u16string_view filter;
+    std::u16string_view name;
+    std::u16string_view plural;
+    std::u16string_view icon;
+    std::u16string_view tint;
+};
+constexpr std::array<SeverityLook, 3> kLooks{{
+    {kErrorsFilter, u"Error", u"errors", u"Error", u"danger"},
+    {kWarningsFilter, u"Warning", u"warnings", u"Warning", u"warning"},
+    {kNotesFilter, u"Note", u"notes", u"Note", u"muted"},
+}};
+
+const SeverityLook& lookOf(check::Severity severity) {
+    return kLooks.at(static_cast<std::size_t>(severity));
+}
+
+std::u16string number(int count) {
+    return core::displayText(std::to_string(count));
+}
+
+std::unique_ptr<toolkit::CLabelUI> label(std::u16string_view text) {
+    auto label = std::make_unique<toolkit::CLabelUI>();
+    label->SetText(text);
+    label->SetAttribute(u"textcolor", u"#FF1C2733");
+    label->SetAttribute(u"endellipsis", u"true");
+    return label;
+}
+
+/// The same problem, whatever its number in the list now.
+bool isSame(const check::Finding& one, const check::Finding& other) {
+    return one.kind == other.kind && one.branch == other.branch && one.action == other.action &&
+           one.video == other.video && one.zoneNumber == other.zoneNumber &&
+           one.arguments == other.arguments;
+}
+
+} // namespace
+
+FindingsPresenter::FindingsPresenter(Controls controls, scene::SceneSession& session,
+                                     std::shared_ptr<check::FactsReader> reader,
+                                     platform::EventLoop& loop, core::EditorSettings* settings,
+                                     Listener& listener)
+    : m_controls(controls), m_session(session), m_settings(settings), m_listener(listener),
+      m_reader(std::move(reader)), m_job(loop),
+      m_subscription(session.observe([this](const auto& changes) { changed(changes); })) {
+    auto* folded = m_controls.find<toolkit::COptionUI>(kFindingsFold);
+    if (folded != nullptr && m_settings != nullptr) {
+        folded->Selected(m_settings->getBool(kFoldedKey, false));
+    }
+    fold();
+    m_check.checkAll(m_session.scene());
+    update();
+    readFiles();
+}
+
+FindingsPresenter::~FindingsPresenter() {
+    m_job.cancel();
+}
+
+void FindingsPresenter::changed(const scene::SceneSession::Changes& changes) {
+    m_check.update(m_session.scene(), changes);
+    update();
+    const bool mayUseOthers = std::any_of(changes.begin(), changes.end(), [](const auto& change) {
+        using Part = scene::SceneChange::Part;
+        return change.part != Part::actions && change.part != Part::branchName &&
+               change.part != Part::firstBranch;
+    });
+    if (mayUseOthers && check::videosOf(m_session.scene()) != m_videos) {
+        readFiles();
+    }
+}
+
+void FindingsPresenter::setCopying(std::set<std::string> names) {
+    if (names != m_copying) {
+        m_copying = std::move(names);
+        readFiles();
+    }
+}
+
+void FindingsPresenter::readFiles() {
+    if (m_reader == nullptr || m_job.isRunning()) {
+        m_readsAgain = m_reader != nullptr;
+        return;
+    }
+    m_readsAgain = false;
+    m_videos = check::videosOf(m_session.scene());
+    const auto facts = std::make_shared<check::FolderFacts>();
+    const auto work = [facts, reader = m_reader, videos = m_videos,
+                       copying = m_copying](jobs::BackgroundJob::Control& control) {
+        *facts = reader->read(videos, copying, [&control] { return control.isCancelled(); });
+    };
+    m_job.start(work, {}, [this, facts](bool isWhole) {
+        if (isWhole) {
+            m_check.setFacts(std::move(*facts));
+            m_check.checkAll(m_session.scene());
+            update();
+        }
+        if (m_readsAgain) {
+            readFiles();
+        }
+    });
+}
+
+std::vector<check::Finding> FindingsPresenter::wanted() const {
+    std::vector<check::Finding> findings;
+    for (std::size_t severity = 0; severity < kLooks.size(); ++severity) {
+        const auto* filter = m_controls.find<toolkit::COptionUI>(kLooks[severity].filter);
+        for (const check::Finding* finding : m_check.findings()) {
+            if (static_cast<std::size_t>(finding->severity) == severity &&
+                (filter == nullptr || filter->IsSelected())) {
+                findings.push_back(*finding);
+            }
+        }
+    }
+    return findings;
+}
+
+void FindingsPresenter::update() {
+    showCounts();
+    auto* list = m_controls.find<toolkit::CListUI>(kFindingsList);
+    std::vector<check::Finding> findings = wanted();
+    if (list == nullptr || findings == m_shown) {
+        return;
+    }
+    const check::Finding* const before = selected();
+    const auto kept = before == nullptr
+                          ? findings.end()
+                          : std::find_if(findings.begin(), findings.end(),
+                                         [&](const auto& one) { return isSame(one, *before); });
+    const int row = kept != findings.end() ? static_cast<int>(kept - findings.begin()) : -1;
+    m_shown = std::move(findings);
+    const FlagScope selecting(m_isSelecting);
+    list->SetRows(static_cast<int>(m_shown.size()),
+                  {.make = [this](int index) { return makeRow(index); }, .height = kRowHeight});
+    list->SelectItem(row);
+}
+
+void FindingsPresenter::showCounts() {
+    const check::Counts& counts = m_check.counts();
+    const std::array<int, 3> each{counts.errors, counts.warnings, counts.notes};
+    for (std::size_t i = 0; i < kLooks.size(); ++i) {
+        if (toolkit::CControlUI* filter = m_controls.find(kLooks[i].filter)) {
+            const bool isOne = each[i] == 1;
+            filter->SetText(number(each[i]));
+            filter->SetLabel(
+                number(each[i]) + u" " +
+                std::u16string(kLooks[i].plural).substr(0, kLooks[i].plural.size() - isOne));
+        }
+    }
+    const int all = counts.all();
+    m_controls.setVisible(kNoFindings, all == 0);
+    if (toolkit::CControlUI* button = m_controls.find(kCheckButton)) {
+        const std::u16string findings = all == 1 ? u" finding" : u" findings";
+        button->SetLabel(u"Check, " + number(all) + findings);
+        button->SetToolTip(u"Findings: " + number(all) + u" (F8: next)");
+    }
+    m_controls.setText(kCheckBadge, all > 99 ? u"99" : number(all));
+    if (toolkit::CControlUI* ground = m_controls.find(kBadgeGround)) {
+        ground->SetAttribute(u"bkcolor", counts.errors > 0     ? u"#FFA8221B"
+                                         : counts.warnings > 0 ? u"#FF7A4A00"
+                                         : all > 0             ? u"#FF465362"
+                                                               : u"#FF1B6B3C");
+    }
+}
+
+std::string FindingsPresenter::placeOf(const check::Finding& finding) const {
+    std::string place = finding.branch >= 0 ? m_session.branchName(finding.branch) : "";
+    if (finding.action >= 0) {
+        place += ", action " + std::to_string(finding.action + 1);
+    } else if (finding.zoneNumber >= 0) {
+        place += ", zones";
+    } else if (finding.branch >= 0 && !finding.video.empty()) {
+        place += ", video";
+    }
+    return place;
+}
+
+std::unique_ptr<toolkit::CControlUI> FindingsPresenter::makeRow(int row) const {
+    const check::Finding& finding = m_shown[static_cast<std::size_t>(row)];
+    const SeverityLook& look = lookOf(finding.severity);
+    const std::u16string sentence = core::displayText(check::findingText(finding));
+    const std::u16string place = core::displayText(placeOf(finding));
+    auto sign = std::make_unique<toolkit::CControlUI>();
+    sign->SetFixedWidth(kSignSide);
+    sign->SetFixedHeight(kSignSide);
+    sign->SetPadding({12, 0, 10, 0});
+    sign->SetAttribute(u"icon", look.icon);
+    sign->SetAttribute(u"icontint", look.tint);
+    auto where = label(place);
+    where->SetFixedWidth(kPlaceWidth);
+    where->SetPadding({8, 0, 12, 0});
+    where->SetFont(kSmallFont);
+    where->SetAttribute(u"textcolor", u"#FF596675");
+    where->SetAttribute(u"align", u"right");
+    auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
+    layout->Add(std::move(sign));
+    layout->Add(label(sentence));
+    layout->Add(std::move(where));
+    auto element = std::make_unique<toolkit::CListContainerElementUI>();
+    element->SetFixedHeight(kRowHeight);
+    element->SetAttribute(u"bordercolor", u"#FFE8ECF1");
+    element->SetAttribute(u"bordersize", u"0,0,0,1");
+    // The name of the row, which shows its labels.
+    element->SetText(std::u16string(look.name) + u": " +
+                     std::u16string(sentence, 0, sentence.size() - 1) +
+                     (place.empty() ? u"" : u", " + place));
+    element->SetToolTip(sentence);
+    element->Add(std::move(layout));
+    return element;
+}
+
+const check::Finding* FindingsPresenter::selected() const {
+    const auto* list = m_controls.find<toolkit::CListUI>(kFindingsList);
+    const int row = list != nullptr ? list->GetCurSel() : -1;
+    return row >= 0 && static_cast<std::size_t>(row) < m_shown.size()
+               ? &m_shown[static_cast<std::size_t>(row)]
+               : nullptr;
+}
+
+void FindingsPresenter::choose(bool byPointer) {
+    const check::Finding* const finding = selected();
+    if (finding != nullptr && !m_isSelecting) {
+        m_listener.showPlace(check::Finding(*finding), byPointer);
+    }
+}
+
+void FindingsPresenter::step(int by) {
+    auto* list = m_controls.find<toolkit::CListUI>(kFindingsList);
+    const int count = static_cast<int>(m_shown.size());
+    if (list == nullptr || count == 0) {
+        return;
+    }
+    const int now = list->GetCurSel();
+    const int next = now < 0 ? (by > 0 ? 0 : count - 1) : (now + by + count) % count;
+    {
+        const FlagScope selecting(m_isSelecting);
+        list->SelectItem(next);
+    }
+    m_listener.showPlace(check::Finding(m_shown[static_cast<std::size_t>(next)]), false);
+}
+
+void FindingsPresenter::filter() {
+    update();
+}
+
+void FindingsPresenter::fold() {
+    const auto* option = m_controls.find<toolkit::COptionUI>(kFindingsFold);
+    const bool isFolded = option != nullptr && option->IsSelected();
+    if (toolkit::CControlUI* fold = m_controls.find(kFindingsFold)) {
+        fold->SetAttribute(u"icon", isFolded ? u"ChevronUp" : u"ChevronDown");
+    }
+    m_controls.setVisible(kFindingsBody, !isFolded);
+    m_controls.setVisible(kFindingsSpace, isFolded);
+    if (m_settings != nullptr && m_settings->getBool(kFoldedKey, false) != isFolded) {
+        m_settings->set(kFoldedKey, isFolded ? "true" : "false");
+    }
+}
+
+} // namespace ui
