@@ -279,7 +279,8 @@ const Layout kLayouts[] = {
      "ButtonLeadsHere LabelLeadsHere ComboVideoName ButtonAddVideo ButtonEditBranchZones "
      "ButtonEditZones "
      "ButtonActionUp ButtonActionDown ButtonDuplicateAction ButtonAddAction "
-     "ButtonRemoveAction BranchList ButtonNoticeUndo ButtonRetarget ButtonCloseNotice",
+     "ButtonRemoveAction BranchList ButtonNoticeUndo ButtonRetarget ButtonFix ButtonFixOther "
+     "ButtonCloseNotice",
      ui::kBranchEditorCommands},
     {"ZoneEdit", kZoneEditOrder, ui::kZoneEditorCommands},
     {"ZoneEditSmall", kZoneEditOrder, ui::kZoneEditorCommands},
