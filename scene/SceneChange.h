@@ -51,7 +51,7 @@ struct SceneLabel {
     SceneStep step = SceneStep::addBranch;
     int branch = -1; ///< -1 if it is about no branch
     int action = -1; ///< -1 if it is about no action
-    int from = -1;   ///< where the moved branch or action was before
+    int from = -1;   ///< where the moved branch or action was before, or the copied one is
 };
 
 } // namespace scene

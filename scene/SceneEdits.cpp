@@ -30,7 +30,8 @@ bool SceneSession::insertBranch(SceneStep step, int index, std::shared_ptr<Branc
     if (!branch) {
         return false;
     }
-    auto gesture = m_history.begin({step, index});
+    const int original = step == SceneStep::duplicateBranch ? index - 1 : -1;
+    auto gesture = m_history.begin({step, index, -1, original});
     if (branchCount() == 0 && m_scene->FirstBranch() != branch->ID()) {
         gesture.run(SwapFirstBranch{branch->ID()});
     }
@@ -163,7 +164,7 @@ bool SceneSession::duplicateActions(int branch, std::vector<int> actions) {
         return false;
     }
     int place = actions.back() + 1;
-    auto gesture = m_history.begin({SceneStep::duplicateAction, branch, place});
+    auto gesture = m_history.begin({SceneStep::duplicateAction, branch, place, actions.front()});
     for (const auto& original : originals) {
         gesture.run(PlaceAction{branch, place++, std::make_shared<Action>(*original), false});
     }

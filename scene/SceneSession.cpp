@@ -120,15 +120,16 @@ SceneSession::actionsThat(const std::function<bool(const Branch&, const Action&)
 
 std::vector<SceneSession::ActionPlace>
 SceneSession::actionsLeadingTo(const std::string& name) const {
-    return actionsThat(
-        [&](const Branch& /*branch*/, const Action& action) { return action.BranchID() == name; });
+    return actionsThat([&](const Branch& /*branch*/, const Action& action) {
+        return !name.empty() && action.BranchID() == name;
+    });
 }
 
 std::vector<SceneSession::ActionPlace>
 SceneSession::actionsWaitingFor(const std::string& video, const std::string& zone) const {
     return actionsThat([&](const Branch& branch, const Action& action) {
-        return action.Type() == Action::kZoneAction && action.Parameter() == zone &&
-               branch.Filename() == video;
+        return !zone.empty() && action.Type() == Action::kZoneAction &&
+               action.Parameter() == zone && branch.Filename() == video;
     });
 }
 

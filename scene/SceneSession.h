@@ -96,7 +96,7 @@ public:
 
         friend bool operator==(const ActionPlace&, const ActionPlace&) = default;
     };
-    // In the order of the scene.
+    // In the order of the scene. None for an empty name: it stands for nothing chosen.
     /// The actions that have this branch as their target.
     [[nodiscard]] std::vector<ActionPlace> actionsLeadingTo(const std::string& name) const;
     /// The actions that wait for this zone, in all branches with the video.

@@ -303,7 +303,7 @@ TEST_F(SceneSessionTest, RandomEditsAndUndoAgreeWithPlainContents) {
     while (m_session.undo() && !HasFailure()) {
         expectState();
     }
-    EXPECT_GT(history.size(), 5'000U);
+    EXPECT_GT(history.size(), 4'500U);
     while (m_session.redo() && !HasFailure()) {
         expectState();
     }

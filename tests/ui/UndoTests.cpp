@@ -93,11 +93,12 @@ TEST_F(Undo, TakesBackEachStepWhereItHappenedAndDoesItAgain) {
          0, 29},
         {u"add action", [this] { m_driver->click(u"ButtonAddAction"); }, 0, 29},
         {u"move action", press(Key::up, kControl), 0, 29},
-        {u"duplicate action", press(Key::d, kControl), 0, 29},
+        {u"duplicate action", press(Key::d, kControl), 0, 28},
         {u"move action", press(Key::down, kControl), 0, 29},
-        {u"move branch", press(Key::down, kControlShift), 0, -1},
-        {u"add branch", [this] { m_driver->click(u"ButtonAddBranch"); }, 2, -1},
-        {u"first branch", [this] { m_driver->click(u"CheckFirst"); }, 2, -1},
+        {u"duplicate branch", [this] { m_driver->click(u"ButtonDuplicateBranch"); }, 0, -1},
+        {u"move branch", press(Key::down, kControlShift), 1, -1},
+        {u"add branch", [this] { m_driver->click(u"ButtonAddBranch"); }, 3, -1},
+        {u"first branch", [this] { m_driver->click(u"CheckFirst"); }, 3, -1},
     };
     std::vector<Texts> states{shown()};
     for (const auto& step : steps) {
@@ -276,6 +277,12 @@ TEST_F(Undo, ARenameOffersToUpdateWhatNamesTheBranch) {
                   byKey ? u"1 action still names \"Hall\"." : u"1 action still names \"Door\".");
         byKey ? m_driver->press(Key::escape) : m_driver->click(u"ButtonCloseNotice");
         EXPECT_EQ(offer(), u"");
+    }
+    session().setTarget(0, 0, "Yard");
+    session().addAction(0); // which has no target yet
+    for (const char16_t* name : {u"", u"Roof"}) {
+        rename(name);
+        EXPECT_EQ(offer(), u"") << "no name is nothing to lead to";
     }
 }
 

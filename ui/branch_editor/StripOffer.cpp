@@ -45,7 +45,9 @@ StripOffer renameOffer(scene::SceneSession& session, int branch, const std::stri
     const scene::SceneSession::BranchToken renamed = session.token(branch);
     const auto text = [&session, renamed, oldName]() -> std::u16string {
         const std::size_t count = session.actionsLeadingTo(oldName).size();
-        if (count == 0 || session.find(renamed) < 0 || hasBranch(session, oldName)) {
+        const int now = session.find(renamed);
+        if (count == 0 || now < 0 || session.branchName(now).empty() ||
+            hasBranch(session, oldName)) {
             return {};
         }
         return core::displayText(actionsThat(count, "still names \"", "still name \"") + oldName +
