@@ -1,5 +1,6 @@
 #include "core/Text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 #include <system_error>
@@ -49,7 +50,10 @@ std::string validUtf8(std::string_view text) {
 }
 
 std::u16string displayText(std::string_view text) {
-    return narrowToWide(validUtf8(text));
+    // Most names are: lists show thousands.
+    const bool isAscii = std::all_of(text.begin(), text.end(),
+                                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return isAscii ? std::u16string(text.begin(), text.end()) : narrowToWide(validUtf8(text));
 }
 
 std::string storedText(std::u16string_view text) {

@@ -56,6 +56,10 @@ std::shared_ptr<Action> Branch::action(int index) {
     return hasAction(index) ? m_actions[static_cast<std::size_t>(index)] : nullptr;
 }
 
+const Action* Branch::peekAction(int index) const {
+    return hasAction(index) ? m_actions[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
 void Branch::addAction(const std::shared_ptr<Action>& action) {
     insertAction(actionCount(), action);
 }

@@ -29,6 +29,9 @@ public:
     /// Empty if out of range.
     [[nodiscard]] std::shared_ptr<const Action> action(int index) const;
     [[nodiscard]] std::shared_ptr<Action> action(int index);
+    /// The same, not shared: for a pass over all actions. Null if out of range; valid until the
+    /// branch changes.
+    [[nodiscard]] const Action* peekAction(int index) const;
     /// Appends; an empty pointer is ignored.
     void addAction(const std::shared_ptr<Action>& action);
     /// Inserts at `index`, which may be the end. An empty pointer or other index is ignored.

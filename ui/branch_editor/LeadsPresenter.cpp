@@ -32,7 +32,13 @@ std::u16string andMore(std::size_t count) {
 LeadsPresenter::LeadsPresenter(Controls controls, scene::SceneSession& session,
                                std::function<void(const Place&)> go)
     : m_controls(controls), m_session(session), m_go(std::move(go)),
-      m_subscription(session.observe([this](const auto&) { read(); })) {}
+      m_subscription(session.observe([this](const auto&) { changed(); })) {}
+
+void LeadsPresenter::changed() {
+    if (m_read != m_session.revision()) { // not if the branch was shown because of the change
+        read();
+    }
+}
 
 void LeadsPresenter::show(int branch) {
     m_branch = branch;
@@ -40,6 +46,7 @@ void LeadsPresenter::show(int branch) {
 }
 
 void LeadsPresenter::read() {
+    m_read = m_session.revision();
     const bool isThere = m_branch >= 0 && m_branch < m_session.branchCount();
     m_places =
         isThere ? m_session.actionsLeadingTo(m_session.branchName(m_branch)) : std::vector<Place>();

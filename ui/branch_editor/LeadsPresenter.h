@@ -2,6 +2,7 @@
 // to each of them. Used by the branch editor.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -29,6 +30,7 @@ public:
     void open(std::u16string_view control);
 
 private:
+    void changed();
     void read();
     /// As many names of branches as there is room for.
     [[nodiscard]] std::u16string namesText() const;
@@ -38,6 +40,7 @@ private:
     std::function<void(const Place&)> m_go;
     int m_branch = -1;
     std::vector<Place> m_places;
+    std::uint64_t m_read = 0; ///< the session's revision at that time
     edit::Subscription m_subscription;
 };
 

@@ -1,9 +1,7 @@
 #include "ui/branch_editor/VideoPresenter.h"
 
 #include <cstddef>
-#include <functional>
 #include <memory>
-#include <set>
 #include <utility>
 
 #include "core/Paths.h"
@@ -63,10 +61,9 @@ void VideoPresenter::list(const std::string& name) {
 
 bool VideoPresenter::listMissing() {
     const std::size_t before = m_videos.size();
-    std::set<std::string, std::less<>> listed(m_videos.begin(), m_videos.end());
     for (int branch = 0; branch < m_session.branchCount(); ++branch) {
         const std::string name = m_session.video(branch);
-        if (!name.empty() && listed.insert(name).second) {
+        if (!name.empty()) {
             list(name);
         }
     }
@@ -87,7 +84,7 @@ void VideoPresenter::matchAdded() {
 }
 
 bool VideoPresenter::isListed(const std::string& name) const {
-    return indexOfText(m_videos, name) >= 0;
+    return m_listed.contains(name);
 }
 
 bool VideoPresenter::addItem(const std::string& name) {
@@ -99,6 +96,7 @@ bool VideoPresenter::addItem(const std::string& name) {
     item->SetText(core::displayText(name));
     combo->Add(std::move(item));
     m_videos.push_back(name);
+    m_listed.insert(name);
     return true;
 }
 
@@ -108,6 +106,7 @@ void VideoPresenter::removeItem(const std::string& name) {
     if (combo != nullptr && index >= 0) {
         combo->RemoveAt(index);
         m_videos.erase(m_videos.begin() + index);
+        m_listed.erase(name);
     }
 }
 

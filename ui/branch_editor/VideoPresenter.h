@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "edit/Observers.h"
@@ -80,8 +81,9 @@ private:
     bool m_isOwnEdit = false;          ///< the change being announced is the choice in the list
     bool m_isShowing = false;          ///< the program makes the choice in the list
     std::vector<std::string> m_videos; ///< stored names, in the order of the list
-    std::vector<std::string> m_added;  ///< those of them that were added to the scene
-    std::map<std::string, NameList> m_zones; ///< names of the zones, by stored video name
+    std::unordered_set<std::string> m_listed; ///< the same names, to look them up
+    std::vector<std::string> m_added;         ///< those of them that were added to the scene
+    std::map<std::string, NameList> m_zones;  ///< names of the zones, by stored video name
     NameList m_shownZones;
     edit::Subscription m_subscription;
 };
