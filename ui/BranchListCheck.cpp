@@ -62,9 +62,14 @@ void BranchList::showPlace(const check::Finding& finding, bool opens) {
         m_parts->leftPane.leave();
     }
     if (finding.kind == check::Kind::missingTarget && finding.arguments.size() == 2) {
-        m_parts->strip.offer(targetOffer(
-            m_parts->session, finding.branch, finding.action,
-            [this, action = finding.action] { m_parts->actions.chooseTargetOf(action); }));
+        const auto chooseOther = [this, branch = m_parts->session.token(finding.branch),
+                                  action = finding.action] {
+            m_parts->branches.show(m_parts->session.find(branch)); // another one may be on show
+            m_parts->chosen.go(action);
+            m_parts->actions.chooseTargetOf(action);
+        };
+        m_parts->strip.offer(
+            targetOffer(m_parts->session, finding.branch, finding.action, chooseOther));
     }
 }
 
