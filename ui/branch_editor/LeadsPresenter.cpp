@@ -7,6 +7,7 @@
 
 #include "core/Text.h"
 #include "platform/FontSet.h"
+#include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/MenuPopup.h"
