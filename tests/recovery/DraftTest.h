@@ -23,22 +23,24 @@ protected:
     void wait() { m_clock.passed += recovery::Drafts::kDelay.count(); }
     template <typename Condition>
     void until(Condition condition) {
-        while (!condition()) {
+        const auto isMet = [&condition] {
+            try {
+                return condition();
+            } catch (const std::exception&) {
+                return false; // a file is being replaced; the end of that is an event
+            }
+        };
+        while (!isMet()) {
             m_loop.processEvents(true);
         }
     }
     /// Whether a draft's file holds such a text, or a text at all.
     static bool isOnDisk(const std::string& text) {
-        try {
-            for (const std::string& name : support::filesBelow("Drafts")) {
-                const bool isContent = name.find('-') != std::string::npos;
-                if (isContent &&
-                    support::readBytes("Drafts/" + name).find(text) != std::string::npos) {
-                    return true;
-                }
+        for (const std::string& name : support::filesBelow("Drafts")) {
+            const bool isContent = name.find('-') != std::string::npos;
+            if (isContent && support::readBytes("Drafts/" + name).find(text) != std::string::npos) {
+                return true;
             }
-        } catch (const std::exception&) {
-            return false; // it is being replaced
         }
         return false;
     }
