@@ -3,7 +3,6 @@
 #include <map>
 #include <set>
 
-#include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
 namespace zoneedit {

@@ -15,6 +15,7 @@
 #include "core/Services.h"
 #include "core/StandardError.h"
 #include "platform/Desktop.h"
+#include "platform/Window.h"
 #include "recovery/Drafts.h"
 #include "recovery/Places.h"
 #include "stills/StillService.h"

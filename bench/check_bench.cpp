@@ -4,6 +4,7 @@
 //
 // Usage: check_bench prints a Markdown table.
 #include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>

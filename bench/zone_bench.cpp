@@ -12,7 +12,6 @@
 #include <fstream>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <benchmark/benchmark.h>

@@ -1,7 +1,6 @@
 #include "check/FactsReader.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -10,6 +9,7 @@
 #include "core/Log.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "platform/Geometry.h"
 #include "scene/Branch.h"
 #include "scene/BranchManager.h"
 #include "scene/SceneManager.h"

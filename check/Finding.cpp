@@ -1,6 +1,7 @@
 #include "check/Finding.h"
 
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace check {

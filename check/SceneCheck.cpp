@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "check/Names.h"
 #include "check/VideoFindings.h"
 #include "scene/Action.h"
 #include "scene/Branch.h"

@@ -1,10 +1,13 @@
 #include "jobs/FolderCopy.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "jobs/VideoImport.h"
 

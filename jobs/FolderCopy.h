@@ -3,12 +3,9 @@
 // not copied. UI thread only.
 #pragma once
 
-#include <atomic>
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "jobs/BackgroundJob.h"
 #include "platform/EventLoop.h"

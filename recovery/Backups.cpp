@@ -14,6 +14,7 @@
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "recovery/Places.h"
+#include "recovery/Versions.h"
 
 namespace recovery {
 namespace {

@@ -19,7 +19,7 @@
 
 #include "core/FileError.h"
 #include "core/ReplacedFiles.h"
-#include "recovery/Versions.h"
+#include "platform/FileSystem.h"
 
 namespace recovery {
 

@@ -5,13 +5,15 @@
 #include <cstdint>
 #include <exception>
 
-#include "platform/raster/PixelView.h"
 #include "platform/raster/StillScaler.h"
 #include "src/Theora/GranuleFormat.h"
+#include "src/Theora/OggHandles.h"
+#include "src/Theora/PacketReader.h"
 #include "src/Theora/PictureDecoder.h"
 #include "src/Theora/SharedSource.h"
 #include "src/Theora/StreamHeaders.h"
 #include "src/Theora/StreamScan.h"
+#include "src/TheoraDataSource.h"
 #include "src/TheoraException.h"
 #include "src/TheoraFileDataSource.h"
 #include "src/TheoraOutputMode.h"

@@ -14,6 +14,7 @@
 #include "src/Theora/StreamHeaders.h"
 #include "src/Theora/StreamScan.h"
 #include "src/TheoraFileDataSource.h"
+#include "src/TheoraPicture.h"
 
 namespace theora {
 namespace {

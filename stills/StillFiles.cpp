@@ -6,11 +6,13 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "core/Paths.h"
+#include "platform/Bitmap.h"
 
 namespace stills {
 namespace {

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <atomic>
-#include <exception>
 #include <new>
 #include <optional>
 #include <utility>
 
+#include "platform/Bitmap.h"
+#include "platform/Geometry.h"
 #include "platform/ThreadAnnotations.h"
 #include "platform/ThreadPriority.h"
 #include "src/TheoraMutex.h"

@@ -8,6 +8,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "app/state/ScreenState.h"
 #include "platform/Window.h"

@@ -1,6 +1,5 @@
 // How the branch editor shows what is wrong with the scene, and leads to it.
 #include <memory>
-#include <utility>
 
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
@@ -8,11 +7,18 @@
 #include "check/Finding.h"
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
+#include "scene/SceneSession.h"
+#include "ui/BranchList.h"
 #include "ui/BranchListParts.h"
 #include "ui/Controls.h"
 #include "ui/WindowContext.h"
+#include "ui/branch_editor/ActionPresenter.h"
+#include "ui/branch_editor/ChosenActions.h"
 #include "ui/branch_editor/ControlNames.h"
+#include "ui/branch_editor/LeftPane.h"
 #include "ui/branch_editor/StripOffer.h"
+#include "ui/branch_editor/StripPresenter.h"
+#include "ui/branch_editor/ZoneVisit.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
 

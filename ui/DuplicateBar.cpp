@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "check/Names.h"
-#include "core/Paths.h"
 #include "core/Text.h"
 #include "core/WholeFile.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneSummary.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CEditUI.h"
 
 namespace ui {

@@ -1,12 +1,12 @@
 #include "ui/EditorWindow.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
 #include "platform/Event.h"
+#include "platform/Geometry.h"
 #include "platform/Gui.h"
 #include "platform/Window.h"
 #include "toolkit/controls/CControlUI.h"

@@ -10,7 +10,6 @@
 #include <string_view>
 
 #include "edit/Observers.h"
-#include "platform/Geometry.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "ui/Companions.h"
 #include "ui/Controls.h"

@@ -18,6 +18,7 @@
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
+#include "ui/Controls.h"
 #include "ui/SceneHints.h"
 #include "ui/WindowContext.h"
 #include "ui/commands/CommandSet.h"

@@ -1,6 +1,7 @@
 #include "ui/SceneCards.h"
 
 #include <algorithm>
+#include <map>
 #include <string_view>
 #include <utility>
 

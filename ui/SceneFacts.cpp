@@ -1,5 +1,6 @@
 #include "ui/SceneFacts.h"
 
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <utility>

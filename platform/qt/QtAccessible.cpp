@@ -3,6 +3,7 @@
 #include <QMetaObject>
 
 #include "platform/AccessibleTree.h"
+#include "platform/Geometry.h"
 #include "platform/Guard.h"
 #include "platform/Window.h"
 #include "platform/qt/QtConvert.h"

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "platform/Bitmap.h"
+#include "platform/Path.h"
 #include "platform/raster/Blend.h"
 #include "platform/raster/FrameScaler.h"
 #include "platform/raster/Shapes.h"

@@ -1,5 +1,6 @@
 // Start-up, exit codes, the hand-off around the screens, and one whole pass of an author.
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <iterator>
 #include <memory>

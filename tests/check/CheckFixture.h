@@ -1,16 +1,18 @@
 // Scenes and facts for the tests of checks, from short texts, and findings as lines.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "check/Facts.h"
 #include "check/Finding.h"
 #include "scene/Action.h"
 #include "scene/Branch.h"
-#include "scene/BranchManager.h"
 #include "scene/SceneManager.h"
 
 namespace check_tests {

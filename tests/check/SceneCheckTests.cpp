@@ -1,12 +1,14 @@
 // One scene for each kind of finding, and for what looks like it and is none; then random edits,
 // after each of which the check finds what a plain reading of the whole scene finds.
 #include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <memory>
 #include <set>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>

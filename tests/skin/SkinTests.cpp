@@ -6,7 +6,6 @@
 #include <memory>
 #include <set>
 #include <span>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>

@@ -6,7 +6,6 @@
 #include "core/EditorSettings.h"
 #include "platform/Event.h"
 #include "platform/Geometry.h"
-#include "platform/Gui.h"
 #include "platform/Window.h"
 #include "recovery/Drafts.h"
 #include "tests/support/TempFolder.h"

@@ -1,5 +1,6 @@
 // Edits when memory runs out at any of their allocations: they change nothing then, and what was
 // done before is still undone and redone exactly.
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <new>

@@ -7,6 +7,7 @@
 #include "core/Text.h"
 #include "platform/Canvas.h"
 #include "platform/Event.h"
+#include "toolkit/input/TEventUI.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/layout/CHorizontalLayoutUI.h"

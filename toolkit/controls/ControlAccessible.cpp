@@ -2,6 +2,7 @@
 #include <string>
 
 #include "platform/Accessible.h"
+#include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"

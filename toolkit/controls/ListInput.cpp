@@ -9,6 +9,7 @@
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/CScrollBarUI.h"
 #include "toolkit/controls/ItemStyle.h"
+#include "toolkit/controls/ListRows.h"
 #include "toolkit/controls/ScrollModel.h"
 #include "toolkit/input/TEventUI.h"
 

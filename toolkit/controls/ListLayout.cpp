@@ -4,7 +4,13 @@
 #include <vector>
 
 #include "platform/Canvas.h"
+#include "platform/Geometry.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/CListHeader.h"
 #include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/CScrollBarUI.h"
+#include "toolkit/controls/ItemStyle.h"
 #include "toolkit/controls/ListRows.h"
 #include "toolkit/controls/ScrollModel.h"
 #include "toolkit/input/FocusKeeper.h"

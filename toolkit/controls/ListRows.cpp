@@ -1,7 +1,6 @@
 #include "toolkit/controls/ListRows.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace toolkit {

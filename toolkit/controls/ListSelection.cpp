@@ -4,9 +4,13 @@
 
 #include "platform/Accessible.h"
 #include "platform/Event.h"
+#include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
+#include "toolkit/controls/CListHeader.h"
 #include "toolkit/controls/CListLabelElementUI.h"
 #include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/CScrollBarUI.h"
 #include "toolkit/controls/ListRows.h"
 #include "toolkit/controls/ScrollModel.h"
 #include "toolkit/input/TEventUI.h"

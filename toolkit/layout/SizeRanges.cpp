@@ -36,8 +36,9 @@ void SizeRanges::apply(platform::Size window) {
         for (const auto& [name, usual] : follower.usual) {
             std::u16string value = usual;
             for (const Range& range : follower.ranges) {
-                const auto found = std::find_if(range.values.begin(), range.values.end(),
-                                                [&](const auto& own) { return own.first == name; });
+                const auto found =
+                    std::find_if(range.values.begin(), range.values.end(),
+                                 [&key = name](const auto& own) { return own.first == key; });
                 if (found != range.values.end() && holds(range, window)) {
                     value = found->second;
                 }

@@ -14,6 +14,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/layout/IDialogBuilderCallback.h"
 #include "toolkit/window/CNotifyPump.h"

@@ -14,6 +14,7 @@
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/controls/CScrollBarUI.h"
 #include "toolkit/controls/ScrollModel.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/NameList.h"
 #include "ui/branch_editor/ActionValues.h"
 #include "ui/branch_editor/ControlNames.h"

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "core/Text.h"
-#include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/COptionUI.h"

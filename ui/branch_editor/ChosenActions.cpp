@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <numeric>
 
-#include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/window/CPaintManagerUI.h"

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <string_view>
-#include <utility>
 
 #include "core/Text.h"
 #include "platform/Geometry.h"

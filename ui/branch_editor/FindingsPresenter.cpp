@@ -6,10 +6,11 @@
 #include <string_view>
 #include <utility>
 
+#include "check/Facts.h"
 #include "check/FactsReader.h"
 #include "core/EditorSettings.h"
 #include "core/Text.h"
-#include "scene/SceneManager.h"
+#include "scene/SceneChange.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"

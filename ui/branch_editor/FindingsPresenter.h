@@ -3,7 +3,6 @@
 // changes nothing in the scene. Used by the branch editor.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <set>
 #include <string>

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "edit/History.h"
+#include "scene/Action.h"
 #include "scene/SceneChange.h"
 #include "scene/SceneSession.h"
 #include "ui/branch_editor/ControlNames.h"

@@ -4,7 +4,6 @@
 #include <utility>
 #include <vector>
 
-#include "scene/SceneSession.h"
 #include "ui/SceneHints.h"
 #include "ui/branch_editor/ActionPresenter.h"
 #include "ui/branch_editor/BranchPresenter.h"

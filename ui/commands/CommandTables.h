@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <span>
+#include <string_view>
 
 #include "ui/commands/Command.h"
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <utility>
 
 #include "core/Text.h"

@@ -8,7 +8,7 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/state/SharedServices.h"

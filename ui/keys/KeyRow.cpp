@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "platform/Event.h"
 #include "platform/FontSet.h"
+#include "platform/Geometry.h"
 #include "platform/Path.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/commands/Command.h"
 #include "ui/keys/KeyTable.h"
 
 namespace ui {

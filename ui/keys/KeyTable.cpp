@@ -7,12 +7,13 @@
 
 #include "platform/Geometry.h"
 #include "toolkit/controls/CLabelUI.h"
+#include "toolkit/controls/ItemStyle.h"
+#include "toolkit/controls/ScrollModel.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
-#include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommonCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
 

@@ -14,7 +14,6 @@
 #include "ui/WindowContext.h"
 #include "ui/commands/Command.h"
 #include "ui/commands/ContextMenu.h"
-#include "ui/commands/KeyMap.h"
 #include "ui/keys/KeyList.h"
 
 namespace toolkit {

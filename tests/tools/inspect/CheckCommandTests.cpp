@@ -1,6 +1,5 @@
 // Findings about files: of clips and zones as they are on the disk.
 #include <cstdint>
-#include <set>
 #include <string>
 #include <vector>
 
