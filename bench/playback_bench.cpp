@@ -164,12 +164,8 @@ private:
         theora::SharedSource source(*file);
         theora::StreamHeaders headers;
         theora::readStreamHeaders(source, headers);
-        const theora::GranuleFormat format(*headers.theora.info.get());
-        theora::StreamLayout layout;
-        layout.serial = headers.theora.serial;
-        layout.dataStart = headers.dataStart;
-        theora::findFirstFrame(source, format, layout);
-        layout.frameCount = theora::findFrameCount(source, layout.serial, format);
+        theora::GranuleFormat format(*headers.theora.info.get());
+        const theora::StreamLayout layout = theora::scanStream(source, headers, format);
         const theora::StopCheck never;
         theora::PageSearch search(source, never, layout, format);
         Samples time;

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "scene/Action.h"
@@ -30,6 +31,9 @@ public:
             aboutReferences(action);
             aboutOrder(action);
         }
+        std::stable_sort(m_found.begin(), m_found.end(), [](const auto& one, const auto& next) {
+            return std::tie(one.action, one.video) < std::tie(next.action, next.video);
+        });
         return std::move(m_found);
     }
 

@@ -49,7 +49,7 @@ struct BranchSituation {
     friend bool operator==(const BranchSituation&, const BranchSituation&) = default;
 };
 
-/// Ordered by action, those of the branch itself first.
+/// Ordered by action, those of the branch itself first, and then by video.
 [[nodiscard]] std::vector<Finding>
 findingsOf(const BranchContent& branch, const BranchSituation& situation, const NameTable& names);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "check/Names.h"
 #include "check/VideoFindings.h"
@@ -58,6 +59,9 @@ void SceneCheck::update(const scene::SceneManager& scene,
         checkAll(scene);
         return;
     }
+    if (m_hasNewFacts) {
+        readFacts();
+    }
     const bool isMoved = has(Part::branches);
     if (isMoved) {
         readOrder(scene);
@@ -82,6 +86,7 @@ void SceneCheck::update(const scene::SceneManager& scene,
 }
 
 void SceneCheck::readFacts() {
+    m_hasNewFacts = false;
     m_videos.clear();
     for (const auto& [name, id] : m_facts.files) {
         (void)m_names.numberOf(name); // later checks add no names
@@ -132,12 +137,13 @@ void SceneCheck::evaluate(const scene::SceneManager& scene) {
     m_sceneFindings.clear();
     if (!m_branches.empty()) {
         const Ways ways = followWays(scene.FirstBranch());
+        BranchSituation situation; // one for all, as its lists need memory
         for (std::size_t branch = 0; branch < m_branches.size(); ++branch) {
             BranchRecord& record = m_branches[branch];
-            BranchSituation situation = situationOf(branch, ways);
+            readSituation(branch, ways, situation);
             if (record.isStale || situation != record.situation) {
                 record.findings = findingsOf(record.content, situation, m_names);
-                record.situation = std::move(situation);
+                std::swap(record.situation, situation);
                 record.isStale = false;
             }
         }
@@ -188,26 +194,29 @@ SceneCheck::Ways SceneCheck::followWays(const std::string& firstBranch) {
     return ways;
 }
 
-BranchSituation SceneCheck::situationOf(std::size_t branch, const Ways& ways) const {
+void SceneCheck::readSituation(std::size_t branch, const Ways& ways,
+                               BranchSituation& situation) const {
     const BranchContent& content = m_branches[branch].content;
     const std::size_t name = Ways::at(content.name);
-    BranchSituation situation;
+    situation.reach = Reach::reached;
     if (ways.hasFirstBranch && !ways.isReached[name]) {
         situation.reach = ways.isTarget[name] ? Reach::notFromFirst : Reach::byNoAction;
     }
     situation.isFirstOfName = ways.first[name] == static_cast<int>(branch);
     situation.isSecondOfName = ways.second[name] == static_cast<int>(branch);
+    situation.similarName = -1;
     const int alike = ways.firstOfFolded[Ways::at(m_names[content.name].folded)];
     if (situation.isFirstOfName && alike != content.name) {
         situation.similarName = alike;
     }
     situation.isOnlyEnd = content.actions.empty() && ways.ends == 1;
+    situation.targets.clear();
+    situation.zones.clear();
     for (const BranchContent::Action& action : content.actions) {
         situation.targets.push_back(ways.first[Ways::at(action.target)] >= 0 ? Reference::good
                                                                              : Reference::missing);
         situation.zones.push_back(zoneOf(content, action));
     }
-    return situation;
 }
 
 Reference SceneCheck::zoneOf(const BranchContent& branch,
@@ -225,13 +234,9 @@ Reference SceneCheck::zoneOf(const BranchContent& branch,
 }
 
 void SceneCheck::evaluateVideos() {
-    struct Use {
-        int firstBranch = -1;
-        std::vector<bool> isZoneUsed;
-    };
-    std::unordered_map<int, Use> uses;
-    for (const auto& [number, video] : m_videos) {
-        uses[number].isZoneUsed.assign(video.facts->zones.size(), false);
+    for (auto& [number, video] : m_videos) {
+        video.firstBranch = -1;
+        video.isZoneUsedNow.assign(video.facts->zones.size(), false);
     }
     for (std::size_t i = m_branches.size(); i-- > 0;) {
         const BranchContent& branch = m_branches[i].content;
@@ -239,23 +244,23 @@ void SceneCheck::evaluateVideos() {
         if (video == m_videos.end()) {
             continue;
         }
-        Use& use = uses[branch.video];
-        use.firstBranch = static_cast<int>(i);
+        VideoRecord& used = video->second;
+        used.firstBranch = static_cast<int>(i);
         for (const BranchContent::Action& action : branch.actions) {
-            const auto zones = video->second.zones.find(action.parameter);
-            if (action.type == scene::Action::kZoneAction && zones != video->second.zones.end()) {
+            if (action.type != scene::Action::kZoneAction) {
+                continue;
+            }
+            if (const auto zones = used.zones.find(action.parameter); zones != used.zones.end()) {
                 for (const std::size_t zone : zones->second) {
-                    use.isZoneUsed[zone] = true;
+                    used.isZoneUsedNow[zone] = true;
                 }
             }
         }
     }
     for (auto& [number, video] : m_videos) {
-        Use& use = uses[number];
-        video.firstBranch = use.firstBranch;
-        if (video.isStale || video.isZoneUsed != use.isZoneUsed) {
-            video.findings = findingsOf(*video.name, *video.facts, use.isZoneUsed);
-            video.isZoneUsed = std::move(use.isZoneUsed);
+        if (video.isStale || video.isZoneUsed != video.isZoneUsedNow) {
+            video.findings = findingsOf(*video.name, *video.facts, video.isZoneUsedNow);
+            video.isZoneUsed.swap(video.isZoneUsedNow);
             video.isStale = false;
         }
     }

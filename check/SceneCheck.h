@@ -2,8 +2,9 @@
 // ways between branches are followed anew, by numbers instead of names, and only those findings are
 // made again that may differ. No window, no files: what matters about files is passed in.
 //
-//   check.setFacts(facts);
 //   check.checkAll(session.scene());
+//   check.setFacts(facts);  // whenever files have been read
+//   check.update(session.scene(), {});
 //   session.observe([&](const auto& changes) { check.update(session.scene(), changes); });
 //
 // Neither the scene nor the facts are changed. One thread.
@@ -41,11 +42,14 @@ struct Counts {
 
 class SceneCheck {
 public:
-    /// Counts from the next checkAll() on. Until facts are set, nothing is known of any file.
-    void setFacts(FolderFacts facts) { m_facts = std::move(facts); }
+    /// Counts from the next check on. Until facts are set, nothing is known of any file.
+    void setFacts(FolderFacts facts) {
+        m_facts = std::move(facts);
+        m_hasNewFacts = true;
+    }
 
     void checkAll(const scene::SceneManager& scene);
-    /// After exactly these changes since the last check of this scene.
+    /// After exactly these changes since the last check of this scene, and perhaps with new facts.
     void update(const scene::SceneManager& scene, std::span<const scene::SceneChange> changes);
 
     /// By branch (those of none first), then action (the branch's own first), then video. Valid
@@ -65,8 +69,9 @@ private:
         const std::string* name = nullptr; ///< in the facts
         std::shared_ptr<const VideoFacts> facts{};
         std::map<int, std::vector<std::size_t>> zones{}; ///< by the number of the name
-        std::vector<bool> isZoneUsed{};
-        int firstBranch = -1; ///< that has the video
+        std::vector<bool> isZoneUsed{};                  ///< as the findings say
+        std::vector<bool> isZoneUsedNow{};               ///< as the branches do
+        int firstBranch = -1;                            ///< that has the video
         std::vector<Finding> findings{};
         bool isStale = true;
     };
@@ -77,7 +82,7 @@ private:
     void readBranch(std::size_t branch);
     void evaluate(const scene::SceneManager& scene);
     [[nodiscard]] Ways followWays(const std::string& firstBranch);
-    [[nodiscard]] BranchSituation situationOf(std::size_t branch, const Ways& ways) const;
+    void readSituation(std::size_t branch, const Ways& ways, BranchSituation& situation) const;
     [[nodiscard]] BranchSituation::Reference zoneOf(const BranchContent& branch,
                                                     const BranchContent::Action& action) const;
     void evaluateVideos();
@@ -87,6 +92,7 @@ private:
     void take(Finding& found, int branch);
 
     FolderFacts m_facts;
+    bool m_hasNewFacts = false;
     NameTable m_names;
     std::vector<BranchRecord> m_branches;
     std::unordered_map<int, VideoRecord> m_videos; ///< known ones, by the number of the name

@@ -35,14 +35,7 @@ public:
         readStreamHeaders(m_source, m_headers);
         const th_info& info = *m_headers.theora.info.get();
         GranuleFormat format(info);
-        m_layout.serial = m_headers.theora.serial;
-        m_layout.dataStart = m_headers.dataStart;
-        findFirstFrame(m_source, format, m_layout);
-        if (m_layout.firstFrame < 0) {
-            format.shiftNumbers(-m_layout.firstFrame);
-            m_layout.firstFrame = 0;
-        }
-        m_layout.frameCount = findFrameCount(m_source, m_layout.serial, format);
+        m_layout = scanStream(m_source, m_headers, format);
         if (!decodesAny(format)) {
             return {};
         }

@@ -1,6 +1,7 @@
 #include "src/Theora/StreamScan.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "src/Theora/GranuleFormat.h"
 #include "src/Theora/OggHandles.h"
@@ -27,8 +28,7 @@ int countFrames(ogg_stream_state* stream, ogg_page& page) {
     return count;
 }
 
-} // namespace
-
+/// Sets firstFrame, negative or not, and firstPage; the serial number and dataStart are set.
 void findFirstFrame(SharedSource& source, const GranuleFormat& format, StreamLayout& layout) {
     const StopCheck never;
     PageReader pages(source, never);
@@ -58,6 +58,8 @@ void findFirstFrame(SharedSource& source, const GranuleFormat& format, StreamLay
     }
 }
 
+/// Intended: a page without granule position after a counted one adds a frame, whether it completes
+/// one or not, since players count that way and the editor's totals must agree.
 std::int64_t findFrameCount(SharedSource& source, int serial, const GranuleFormat& format) {
     const StopCheck never;
     PageReader pages(source, never);
@@ -80,6 +82,8 @@ std::int64_t findFrameCount(SharedSource& source, int serial, const GranuleForma
     }
     return count > 0 ? count : -1;
 }
+
+} // namespace
 
 StreamLayout scanStream(SharedSource& source, const StreamHeaders& headers, GranuleFormat& format) {
     StreamLayout layout;

@@ -386,11 +386,10 @@ void edit(scene::SceneSession& session, support::Random& random) {
 }
 
 TEST(SceneCheck, AfterEveryEditItFindsWhatAPlainReadingFinds) {
-    const FolderFacts facts = [] {
-        FolderFacts folder = folderOf(goodVideo({goodZone("Exit"), goodZone("Door")}));
-        folder.files = {{"a", {}}, {"b", {}}};
-        return folder;
-    }();
+    FolderFacts facts = folderOf(goodVideo({goodZone("Exit"), goodZone("Door")}));
+    FolderFacts others = folderOf(goodVideo({goodZone("Door"), goodZone("New")}));
+    facts.files = {{"a", {}}, {"b", {}}};
+    others.files = facts.files;
     for (unsigned seed = 1; seed <= 8; ++seed) {
         SCOPED_TRACE(seed);
         support::Random random(seed);
@@ -408,6 +407,11 @@ TEST(SceneCheck, AfterEveryEditItFindsWhatAPlainReadingFinds) {
                     edit(session, random);
                 }
                 gesture.commit();
+            }
+            if (random.below(16) == 0) {
+                std::swap(facts, others);
+                check.setFacts(facts);
+                check.update(session.scene(), {});
             }
             EXPECT_EQ(linesOf(check), plainReading(session, facts));
             const auto key = [](const check::Finding* one) {

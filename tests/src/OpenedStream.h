@@ -11,10 +11,7 @@ struct OpenedStream {
     explicit OpenedStream(MemorySource& bytes) : source(bytes) {
         theora::readStreamHeaders(source, headers);
         format.emplace(*headers.theora.info.get());
-        layout.serial = headers.theora.serial;
-        layout.dataStart = headers.dataStart;
-        theora::findFirstFrame(source, *format, layout);
-        layout.frameCount = theora::findFrameCount(source, layout.serial, *format);
+        layout = theora::scanStream(source, headers, *format);
     }
 
     theora::SharedSource source;

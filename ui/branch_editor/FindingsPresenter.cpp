@@ -89,18 +89,27 @@ FindingsPresenter::FindingsPresenter(Controls controls, scene::SceneSession& ses
 
 FindingsPresenter::~FindingsPresenter() {
     m_job.cancel();
+    if (auto* list = m_controls.find<toolkit::CListUI>(kFindingsList)) {
+        list->SetRows(0, {}); // it may outlive what makes its rows
+    }
 }
 
 void FindingsPresenter::changed(const scene::SceneSession::Changes& changes) {
+    using Part = scene::SceneChange::Part;
     m_check.update(m_session.scene(), changes);
+    m_areNamesNew =
+        m_areNamesNew || std::any_of(changes.begin(), changes.end(),
+                                     [](const auto& one) { return one.part == Part::branchName; });
     update();
     const bool mayUseOthers = std::any_of(changes.begin(), changes.end(), [](const auto& change) {
-        using Part = scene::SceneChange::Part;
         return change.part != Part::actions && change.part != Part::branchName &&
                change.part != Part::firstBranch;
     });
-    if (mayUseOthers && check::videosOf(m_session.scene()) != m_videos) {
-        readFiles();
+    if (mayUseOthers) {
+        const std::set<std::string> videos = check::videosOf(m_session.scene());
+        if (!std::includes(m_videos.begin(), m_videos.end(), videos.begin(), videos.end())) {
+            readFiles(); // what is known of the others may stay
+        }
     }
 }
 
@@ -126,7 +135,7 @@ void FindingsPresenter::readFiles() {
     m_job.start(work, {}, [this, facts](bool isWhole) {
         if (isWhole) {
             m_check.setFacts(std::move(*facts));
-            m_check.checkAll(m_session.scene());
+            m_check.update(m_session.scene(), {});
             update();
         }
         if (m_readsAgain) {
@@ -135,14 +144,14 @@ void FindingsPresenter::readFiles() {
     });
 }
 
-std::vector<check::Finding> FindingsPresenter::wanted() const {
-    std::vector<check::Finding> findings;
+std::vector<const check::Finding*> FindingsPresenter::wanted() const {
+    std::vector<const check::Finding*> findings;
     for (std::size_t severity = 0; severity < kLooks.size(); ++severity) {
         const auto* filter = m_controls.find<toolkit::COptionUI>(kLooks[severity].filter);
         for (const check::Finding* finding : m_check.findings()) {
             if (static_cast<std::size_t>(finding->severity) == severity &&
                 (filter == nullptr || filter->IsSelected())) {
-                findings.push_back(*finding);
+                findings.push_back(finding);
             }
         }
     }
@@ -152,17 +161,24 @@ std::vector<check::Finding> FindingsPresenter::wanted() const {
 void FindingsPresenter::update() {
     showCounts();
     auto* list = m_controls.find<toolkit::CListUI>(kFindingsList);
-    std::vector<check::Finding> findings = wanted();
-    if (list == nullptr || findings == m_shown) {
+    const std::vector<const check::Finding*> findings = wanted();
+    if (list == nullptr || // rows name their branches
+        (!std::exchange(m_areNamesNew, false) &&
+         std::equal(findings.begin(), findings.end(), m_shown.begin(), m_shown.end(),
+                    [](const auto* one, const auto& shown) { return *one == shown; }))) {
         return;
     }
     const check::Finding* const before = selected();
     const auto kept = before == nullptr
                           ? findings.end()
                           : std::find_if(findings.begin(), findings.end(),
-                                         [&](const auto& one) { return isSame(one, *before); });
+                                         [&](const auto* one) { return isSame(*one, *before); });
     const int row = kept != findings.end() ? static_cast<int>(kept - findings.begin()) : -1;
-    m_shown = std::move(findings);
+    m_shown.clear();
+    m_shown.reserve(findings.size());
+    for (const check::Finding* finding : findings) {
+        m_shown.push_back(*finding);
+    }
     const FlagScope selecting(m_isSelecting);
     list->SetRows(static_cast<int>(m_shown.size()),
                   {.make = [this](int index) { return makeRow(index); }, .height = kRowHeight});
@@ -171,6 +187,10 @@ void FindingsPresenter::update() {
 
 void FindingsPresenter::showCounts() {
     const check::Counts& counts = m_check.counts();
+    if (m_shownCounts == counts) {
+        return;
+    }
+    m_shownCounts = counts;
     const std::array<int, 3> each{counts.errors, counts.warnings, counts.notes};
     for (std::size_t i = 0; i < kLooks.size(); ++i) {
         if (toolkit::CControlUI* filter = m_controls.find(kLooks[i].filter)) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -68,7 +69,7 @@ private:
     void changed(const scene::SceneSession::Changes& changes);
     void update();
     void showCounts();
-    [[nodiscard]] std::vector<check::Finding> wanted() const;
+    [[nodiscard]] std::vector<const check::Finding*> wanted() const;
     [[nodiscard]] std::unique_ptr<toolkit::CControlUI> makeRow(int row) const;
     [[nodiscard]] std::string placeOf(const check::Finding& finding) const;
     [[nodiscard]] const check::Finding* selected() const;
@@ -79,6 +80,8 @@ private:
     Listener& m_listener;
     check::SceneCheck m_check;
     std::vector<check::Finding> m_shown; ///< by row
+    std::optional<check::Counts> m_shownCounts;
+    bool m_areNamesNew = false; ///< since the rows were made
     std::set<std::string> m_copying;
     std::set<std::string> m_videos; ///< that facts were asked for
     bool m_isSelecting = false;     ///< the program selects a row
