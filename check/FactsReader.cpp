@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "check/ZoneShapes.h"
+#include "core/File.h"
 #include "core/Log.h"
 #include "core/Paths.h"
 #include "core/Text.h"
@@ -95,6 +96,7 @@ VideoFacts FactsReader::readVideo(const std::string& name, const Stamps& stamps,
         size = {clip.width, clip.height};
     }
     if (facts.hasZoneFiles) {
+        const core::StoppableReading stoppable(isStopped);
         readZones(core::withoutExtension(m_folder + name), size, facts);
     }
     return facts;

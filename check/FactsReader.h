@@ -27,7 +27,8 @@ namespace check {
 /// Any thread, one at a time.
 class FactsReader {
 public:
-    /// `folder` ends in a separator; `files` and `clock` outlive the reader.
+    /// `folder` ends in a separator; `files` and `clock` outlive the reader. Zones are read as
+    /// everywhere, through the file system of core::services().
     FactsReader(platform::FileSystem& files, platform::Clock& clock, std::string folder)
         : m_files(files), m_clock(clock), m_folder(std::move(folder)) {}
 

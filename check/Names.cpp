@@ -1,7 +1,6 @@
 #include "check/Names.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <memory>
 
@@ -51,34 +50,6 @@ bool isControl(char c) {
 
 bool isBlank(char16_t c) {
     return c == u' ' || c == u'\t' || c == u'\u00A0';
-}
-
-/// Latin with its accents, Greek and Cyrillic.
-char16_t lowered(char16_t c) {
-    struct Range {
-        char16_t first;
-        char16_t last;
-        char16_t distance;
-    };
-    static constexpr std::array kRanges{
-        Range{u'A', u'Z', 32},           Range{u'\u00C0', u'\u00D6', 32},
-        Range{u'\u00D8', u'\u00DE', 32}, Range{u'\u0391', u'\u03A9', 32},
-        Range{u'\u0410', u'\u042F', 32}, Range{u'\u0400', u'\u040F', 80},
-    };
-    for (const Range& range : kRanges) {
-        if (c >= range.first && c <= range.last) {
-            return static_cast<char16_t>(c + range.distance);
-        }
-    }
-    const bool isOddLarge =
-        (c >= u'\u0139' && c <= u'\u0148') || (c >= u'\u0179' && c <= u'\u017E');
-    if (c == u'\u0178') {
-        return u'\u00FF';
-    }
-    if (c >= u'\u0100' && c <= u'\u017E' && (c % 2 != 0) == isOddLarge) {
-        return static_cast<char16_t>(c + 1);
-    }
-    return c;
 }
 
 std::optional<Finding> unreadable(const std::string& name, int branch, int action) {
@@ -140,12 +111,8 @@ std::string foldedName(std::string_view name) {
         }
         return core::lowerCase(folded);
     }
-    std::u16string wide;
-    for (const char16_t c : core::displayText(name)) {
-        if (!isBlank(c)) {
-            wide += lowered(c);
-        }
-    }
+    std::u16string wide = core::foldCase(core::displayText(name));
+    std::erase_if(wide, isBlank);
     return core::storedText(wide);
 }
 

@@ -1,6 +1,7 @@
 #include "core/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <iterator>
 #include <system_error>
@@ -115,21 +116,42 @@ int convertStringToInt(const std::u16string& text) {
     return convertStringToInt(narrow);
 }
 
-std::u16string foldCase(std::u16string_view text) {
-    const auto isIn = [](char16_t c, char16_t first, char16_t last) {
-        return first <= c && c <= last;
+namespace {
+
+/// Latin with its accents, Greek and Cyrillic.
+char16_t lowered(char16_t c) {
+    struct Range {
+        char16_t first;
+        char16_t last;
+        char16_t distance;
     };
-    std::u16string folded(text);
-    for (char16_t& c : folded) {
-        if (isIn(c, u'A', u'Z') || (isIn(c, 0xC0, 0xDE) && c != 0xD7) || isIn(c, 0x391, 0x3A9) ||
-            isIn(c, 0x410, 0x42F)) {
-            c = static_cast<char16_t>(c + 0x20);
-        } else if (isIn(c, 0x100, 0x137) || isIn(c, 0x14A, 0x177)) {
-            c = static_cast<char16_t>(c | 1U); // pairs of a capital and a small letter
-        } else if (isIn(c, 0x400, 0x40F)) {
-            c = static_cast<char16_t>(c + 0x50);
+    static constexpr std::array kRanges{
+        Range{u'A', u'Z', 32},           Range{u'\u00C0', u'\u00D6', 32},
+        Range{u'\u00D8', u'\u00DE', 32}, Range{u'\u0391', u'\u03A9', 32},
+        Range{u'\u0410', u'\u042F', 32}, Range{u'\u0400', u'\u040F', 80},
+    };
+    for (const Range& range : kRanges) {
+        if (c >= range.first && c <= range.last) {
+            return static_cast<char16_t>(c + range.distance);
         }
     }
+    const bool isOddLarge =
+        (c >= u'\u0139' && c <= u'\u0148') || (c >= u'\u0179' && c <= u'\u017E');
+    if (c == u'\u0178') {
+        return u'\u00FF';
+    }
+    const bool hasNoLarge = c == u'\u0138' || c == u'\u0149';
+    if (c >= u'\u0100' && c <= u'\u017E' && !hasNoLarge && (c % 2 != 0) == isOddLarge) {
+        return static_cast<char16_t>(c + 1);
+    }
+    return c;
+}
+
+} // namespace
+
+std::u16string foldCase(std::u16string_view text) {
+    std::u16string folded(text);
+    std::transform(folded.begin(), folded.end(), folded.begin(), lowered);
     return folded;
 }
 

@@ -27,4 +27,19 @@ std::optional<std::string> readWholeFile(const std::string& path, std::size_t ma
     return bytes;
 }
 
+void replaceWholeFile(platform::FileSystem& files, const std::string& path,
+                      std::string_view bytes) {
+    const std::string part = path + ".part";
+    int error = 0;
+    files.removeFile(part, error); // a link there is not followed
+    const auto isWritten = [&] {
+        const auto stream = files.open(part, platform::OpenMode::write, error);
+        return stream && stream->write(bytes.data(), bytes.size()) == bytes.size() &&
+               stream->close();
+    };
+    if (!isWritten() || !files.replaceFile(part, path, error)) {
+        files.removeFile(part, error);
+    }
+}
+
 } // namespace core

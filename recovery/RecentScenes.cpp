@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
-#include <memory>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -12,7 +11,6 @@
 #include "core/Services.h"
 #include "core/WholeFile.h"
 #include "platform/Clock.h"
-#include "platform/FileSystem.h"
 #include "recovery/Places.h"
 
 namespace recovery {
@@ -23,21 +21,6 @@ constexpr std::size_t kMaxScenes = 500;
 
 bool isPlain(char c) {
     return static_cast<unsigned char>(c) >= ' ';
-}
-
-void write(const std::string& text) {
-    platform::FileSystem& files = *core::services().fileSystem;
-    const std::string path = recentScenesPath();
-    const std::string part = path + ".part";
-    int error = 0;
-    files.removeFile(part, error); // a link there is not followed
-    const auto isWritten = [&] {
-        const auto stream = files.open(part, platform::OpenMode::write, error);
-        return stream && stream->write(text.data(), text.size()) == text.size() && stream->close();
-    };
-    if (!isWritten() || !files.replaceFile(part, path, error)) {
-        files.removeFile(part, error);
-    }
 }
 
 } // namespace
@@ -76,7 +59,7 @@ void noteOpenedScene(const std::string& name) {
     for (const auto& [time, scene] : newest) {
         text += std::to_string(time) + " " + scene + "\n";
     }
-    write(text);
+    core::replaceWholeFile(*core::services().fileSystem, recentScenesPath(), text);
 }
 
 } // namespace recovery

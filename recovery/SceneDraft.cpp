@@ -1,6 +1,5 @@
 #include "recovery/SceneDraft.h"
 
-#include <cstddef>
 #include <utility>
 
 #include "core/File.h"
@@ -11,12 +10,10 @@
 #include "recovery/KeptDrafts.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
+#include "scene/SceneSummary.h"
 
 namespace recovery {
 namespace {
-
-/// As for the files of scenes.
-constexpr std::size_t kMaxSceneBytes = std::size_t{32} * 1024 * 1024;
 
 std::string sceneFile(const std::string& name) {
     return scene::sceneFolderPath(name) + scene::kSceneFileName;
@@ -93,7 +90,8 @@ bool SceneDraft::restore(const std::string& folder) {
         return false;
     }
     const DraftInfo info = draft->info();
-    const auto text = core::readWholeFile(folder + draftFileNames(info).front(), kMaxSceneBytes);
+    const auto text =
+        core::readWholeFile(folder + draftFileNames(info).front(), scene::kMaxSceneFileBytes);
     if (!text || !isScene(*text)) {
         core::Log::get()->Error("Unable to restore the draft %s", folder.c_str());
         return false;

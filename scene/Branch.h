@@ -1,5 +1,5 @@
 // One node of a scenario: a video and the ordered actions that choose what follows it. Owned by the
-// BranchManager. Main thread only.
+// BranchManager. One thread at a time: the main thread, or the one that reads a scene.
 #pragma once
 
 #include <memory>

@@ -24,7 +24,6 @@
 namespace scene {
 namespace {
 
-constexpr const char* kNotLoaded = "Unable to load scene";
 constexpr int kSaveLine = 305; // as those in SceneManager.cpp
 
 bool failLoad(const char* reason) {
@@ -66,24 +65,14 @@ bool SceneManager::dropBranches() {
 bool SceneManager::readFile(const std::string& folder) {
     // From memory: the library does not open files by UTF-8 names on every system.
     const auto text = core::readWholeFile(folder + kSceneFileName, kMaxSceneFileBytes);
-    return text ? readText(*text) : failLoad(kNotLoaded);
+    return text ? readText(*text) : failLoad(kSceneNotLoaded);
 }
 
 bool SceneManager::readText(std::string_view text) {
     tinyxml2::XMLDocument document;
-    if (text.size() > kMaxSceneFileBytes ||
-        document.Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS) {
-        return failLoad(kNotLoaded);
-    }
-    const tinyxml2::XMLNode* first = document.FirstChild();
-    if (!first) {
-        return failLoad("Scene file is corrupt");
-    }
-    // A declaration or comment at the start has no children either and is rejected with this text.
-    if (first->NoChildren() || !first->ToElement()) {
-        return failLoad("Scene file has extraneous xml header");
-    }
-    return loadRoot(*first->ToElement());
+    const char* problem = nullptr;
+    const tinyxml2::XMLElement* const root = parseScene(text, document, problem);
+    return root != nullptr ? loadRoot(*root) : failLoad(problem);
 }
 
 bool SceneManager::loadRoot(const tinyxml2::XMLElement& root) {

@@ -1,6 +1,6 @@
 // The open scenario: its name, the branch that plays first and its branches. Loads and saves
 // "Scene.xml" in the scenario's folder under "Scenes". One for the whole run, shared by all
-// windows. Main thread only.
+// windows; other threads may load ones of their own, under a LogCollector. One thread at a time.
 //
 // Without a branch manager, the forwarding operations log "..\SceneManager.cpp:LINE Branch Manager
 // is invalid" and do nothing. The branch manager itself checks indexes.

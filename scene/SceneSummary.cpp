@@ -9,18 +9,9 @@
 namespace scene {
 namespace {
 
-/// Null for what SceneManager would not load.
-const tinyxml2::XMLElement* parse(tinyxml2::XMLDocument& document, std::string_view sceneXml) {
-    if (sceneXml.size() > kMaxSceneFileBytes ||
-        document.Parse(sceneXml.data(), sceneXml.size()) != tinyxml2::XML_SUCCESS) {
-        return nullptr;
-    }
-    const tinyxml2::XMLNode* first = document.FirstChild();
-    return first != nullptr && !first->NoChildren() ? first->ToElement() : nullptr;
-}
-
+/// Of the last such child, as when the scene is loaded.
 std::string childText(const tinyxml2::XMLElement& element, const char* name) {
-    const auto* child = element.FirstChildElement(name);
+    const auto* child = element.LastChildElement(name);
     return child != nullptr ? elementText(*child) : std::string();
 }
 
@@ -28,7 +19,8 @@ std::string childText(const tinyxml2::XMLElement& element, const char* name) {
 
 std::optional<SceneSummary> summaryOf(std::string_view sceneXml) {
     tinyxml2::XMLDocument document;
-    const tinyxml2::XMLElement* root = parse(document, sceneXml);
+    const char* problem = nullptr;
+    const tinyxml2::XMLElement* root = parseScene(sceneXml, document, problem);
     if (root == nullptr) {
         return std::nullopt;
     }
@@ -62,7 +54,8 @@ std::optional<std::string> renamedScene(std::string_view sceneXml, const std::st
     constexpr std::string_view kOpen = "<Name>";
     constexpr std::string_view kClose = "</Name>";
     tinyxml2::XMLDocument document;
-    const tinyxml2::XMLElement* root = parse(document, sceneXml);
+    const char* problem = nullptr;
+    const tinyxml2::XMLElement* root = parseScene(sceneXml, document, problem);
     if (root == nullptr) {
         return std::nullopt;
     }
@@ -79,7 +72,7 @@ std::optional<std::string> renamedScene(std::string_view sceneXml, const std::st
     renamed.replace(begin, close - begin, name);
     // The last name in a file counts.
     tinyxml2::XMLDocument other;
-    const tinyxml2::XMLElement* otherRoot = parse(other, renamed);
+    const tinyxml2::XMLElement* otherRoot = parseScene(renamed, other, problem);
     const tinyxml2::XMLElement* last =
         otherRoot != nullptr ? otherRoot->LastChildElement("Name") : nullptr;
     return last != nullptr && elementText(*last) == name ? std::optional(renamed) : std::nullopt;

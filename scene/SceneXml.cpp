@@ -6,8 +6,26 @@
 
 #include "core/File.h"
 #include "core/Log.h"
+#include "scene/SceneSummary.h"
 
 namespace scene {
+
+const tinyxml2::XMLElement* parseScene(std::string_view text, tinyxml2::XMLDocument& document,
+                                       const char*& problem) {
+    if (text.size() > kMaxSceneFileBytes ||
+        document.Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS) {
+        problem = kSceneNotLoaded;
+        return nullptr;
+    }
+    const tinyxml2::XMLNode* first = document.FirstChild();
+    if (!first) {
+        problem = "Scene file is corrupt";
+        return nullptr;
+    }
+    // A declaration or comment at the start has no children either and is rejected with this text.
+    problem = "Scene file has extraneous xml header";
+    return first->NoChildren() ? nullptr : first->ToElement();
+}
 
 std::string elementText(const tinyxml2::XMLElement& element) {
     for (const tinyxml2::XMLNode* node = element.FirstChild(); node; node = node->NextSibling()) {

@@ -10,11 +10,18 @@ namespace core {
 class File;
 }
 namespace tinyxml2 {
+class XMLDocument;
 class XMLElement;
-}
+} // namespace tinyxml2
 
 namespace scene {
 
+inline constexpr const char* kSceneNotLoaded = "Unable to load scene";
+
+/// Parses the text of a scene file; its root is in `document`. Null with a `problem`, as it is
+/// logged, if it is too large or no such file.
+[[nodiscard]] const tinyxml2::XMLElement*
+parseScene(std::string_view text, tinyxml2::XMLDocument& document, const char*& problem);
 /// The first text inside `element`, including white space; empty if there is none.
 [[nodiscard]] std::string elementText(const tinyxml2::XMLElement& element);
 /// Logs an unknown element.

@@ -1,11 +1,11 @@
 #include "src/TheoraStill.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <exception>
 
 #include "platform/raster/StillScaler.h"
+#include "src/StoppableSource.h"
 #include "src/Theora/GranuleFormat.h"
 #include "src/Theora/OggHandles.h"
 #include "src/Theora/PacketReader.h"
@@ -13,9 +13,6 @@
 #include "src/Theora/SharedSource.h"
 #include "src/Theora/StreamHeaders.h"
 #include "src/Theora/StreamScan.h"
-#include "src/TheoraDataSource.h"
-#include "src/TheoraException.h"
-#include "src/TheoraFileDataSource.h"
 #include "src/TheoraOutputMode.h"
 #include "src/TheoraPicture.h"
 #include "src/TheoraUtil/ColorConvert.h"
@@ -32,30 +29,6 @@ constexpr std::int64_t kMaxPixels = std::int64_t{16} << 20U;
 /// Where clips that fade in have a picture.
 constexpr double kLaterSeconds = 2.0;
 constexpr int kFlatRange = 24;
-constexpr int kStopLine = 1;
-
-/// A source that fails once it is to stop: reading headers ends in no other way.
-class StoppableSource final : public TheoraDataSource {
-public:
-    StoppableSource(const std::string& path, platform::FileSystem& files,
-                    const std::function<bool()>& stop)
-        : m_file(path, files), m_stop(stop) {}
-
-    [[nodiscard]] std::size_t read(void* buffer, std::size_t count) override {
-        if (m_stop()) {
-            throw TheoraGenericException("stopped", "src\\TheoraStill", kStopLine);
-        }
-        return m_file.read(buffer, count);
-    }
-    [[nodiscard]] std::string repr() const override { return m_file.repr(); }
-    void seek(std::int64_t offset) override { m_file.seek(offset); }
-    [[nodiscard]] std::int64_t size() override { return m_file.size(); }
-    [[nodiscard]] std::int64_t tell() const override { return m_file.tell(); }
-
-private:
-    TheoraFileDataSource m_file;
-    const std::function<bool()>& m_stop;
-};
 
 /// A colour's sum of red, green and blue hardly changes anywhere.
 bool isFlat(const Bitmap& picture) {

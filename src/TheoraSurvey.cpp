@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <exception>
 
+#include "src/StoppableSource.h"
 #include "src/Theora/GranuleFormat.h"
 #include "src/Theora/OggHandles.h"
 #include "src/Theora/PacketReader.h"
@@ -13,7 +14,6 @@
 #include "src/Theora/SharedSource.h"
 #include "src/Theora/StreamHeaders.h"
 #include "src/Theora/StreamScan.h"
-#include "src/TheoraFileDataSource.h"
 #include "src/TheoraPicture.h"
 
 namespace theora {
@@ -29,7 +29,7 @@ class Survey {
 public:
     Survey(const std::string& path, platform::FileSystem& files,
            const std::function<bool()>& isStopped)
-        : m_file(path, files), m_source(m_file), m_isStopped(isStopped) {}
+        : m_isStopped(isStopped), m_file(path, files, isStopped), m_source(m_file) {}
 
     ClipSurvey run() {
         readStreamHeaders(m_source, m_headers);
@@ -45,12 +45,12 @@ public:
         result.height = static_cast<int>(info.frame_height);
         result.frameCount =
             static_cast<int>(std::clamp<std::int64_t>(m_layout.frameCount, -1, INT_MAX));
-        result.framesPerSecond = static_cast<double>(info.fps_numerator) / info.fps_denominator;
+        const double framesPerSecond =
+            static_cast<double>(info.fps_numerator) / info.fps_denominator;
         // Positions count the frames since a key frame in so many bits.
         const double most = static_cast<double>(std::int64_t{1} << info.keyframe_granule_shift);
-        if (most / result.framesPerSecond > kSlowSeconds) {
-            result.keyFrameSeconds =
-                static_cast<double>(longestGroup(format)) / result.framesPerSecond;
+        if (most / framesPerSecond > kSlowSeconds) {
+            result.keyFrameSeconds = static_cast<double>(longestGroup(format)) / framesPerSecond;
         }
         return result;
     }
@@ -110,11 +110,11 @@ private:
         return longest;
     }
 
-    TheoraFileDataSource m_file;
-    SharedSource m_source;
     const std::function<bool()>& m_isStopped;
+    StoppableSource m_file;
+    SharedSource m_source;
     int m_reads = 0; ///< that are left
-    const StopCheck m_stop = [this] { return --m_reads < 0 || (m_isStopped && m_isStopped()); };
+    const StopCheck m_stop = [this] { return --m_reads < 0 || m_isStopped(); };
     StreamHeaders m_headers;
     StreamLayout m_layout;
 };

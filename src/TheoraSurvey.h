@@ -15,15 +15,14 @@ struct ClipSurvey {
     int width = 0; ///< as the editor shows the clip
     int height = 0;
     int frameCount = -1; ///< -1 if unknown
-    double framesPerSecond = 0.0;
     /// The longest way from one key frame to the next, or to the end; 0 if the file's format keeps
     /// it below five seconds. Of very large files only samples are read.
     double keyFrameSeconds = 0.0;
 };
 
 /// Reads the file at `path` (UTF-8). The time does not grow with the file beyond a few hundred
-/// megabytes, whatever it holds. Ends early, with what is known, once `isStopped` returns true.
-/// Never throws. Any thread.
+/// megabytes, whatever it holds. Ends early, with any result, once `isStopped`, which is not empty,
+/// returns true. Never throws. Any thread.
 [[nodiscard]] ClipSurvey surveyClip(const std::string& path, platform::FileSystem& files,
                                     const std::function<bool()>& isStopped);
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/Paths.h"
+#include "core/WholeFile.h"
 #include "platform/Bitmap.h"
 
 namespace stills {
@@ -172,18 +173,7 @@ void StillFiles::write(const std::string& path, const Still& still) {
         removeOldest();
     }
     core::createFolders(m_files, m_folder);
-    const std::string file = fileOf(path);
-    const std::string part = file + ".part";
-    int error = 0;
-    m_files.removeFile(part, error); // a link there is not followed
-    const auto isWritten = [&] {
-        const std::unique_ptr<FileStream> stream = m_files.open(part, OpenMode::write, error);
-        return stream && stream->write(bytes.data(), bytes.size()) == bytes.size() &&
-               stream->close();
-    };
-    if (!isWritten() || !m_files.replaceFile(part, file, error)) {
-        m_files.removeFile(part, error);
-    }
+    core::replaceWholeFile(m_files, fileOf(path), bytes);
 }
 
 void StillFiles::removeOldest() {

@@ -1,5 +1,5 @@
 // One clickable region of a video, followed frame by frame: a name and one shape for every frame.
-// Owned by the ZoneManager. Main thread only.
+// Owned by the ZoneManager. One thread at a time.
 //
 // An operation given a frame that is not there logs "..\Zone.cpp:LINE Frame index is invalid" and
 // does nothing. Changes that "spread" reach the given frame alone, or all later frames as well

@@ -1,6 +1,6 @@
 // The zones of one video and the two files they are kept in: BASE-ZoneInfo.xml with the names and
-// BASE-ZoneInfo.bin with the shapes, where BASE is the video's path without its extension. Main
-// thread only.
+// BASE-ZoneInfo.bin with the shapes, where BASE is the video's path without its extension. One
+// thread at a time; other threads than the main one read under a LogCollector.
 //
 // An operation given a zone that is not there logs "..\ZoneManager.cpp:LINE Zone index is invalid"
 // ("Invalid zone index" for removal and names) and does nothing, with false or "" as its result.

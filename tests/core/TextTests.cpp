@@ -79,8 +79,10 @@ TEST(Text, BadSequencesAreShownAsReplacementCharacters) {
     EXPECT_EQ(core::storedText(lone), "a\xEF\xBF\xBD\xEF\xBF\xBDz\xEF\xBF\xBD");
 }
 
-TEST(Text, OnlyAsciiLettersChangeCase) {
+TEST(Text, CaseChangesForAsciiAloneOrForFinding) {
     EXPECT_EQ(core::lowerCase("@AZ[\xC3\x89]xyz"), "@az[\xC3\x89]xyz");
+    EXPECT_EQ(core::foldCase(u"\u0141\u00D3D\u0179 \u017D\u0178\u00D7\u0416\u03A9\u0138"),
+              u"\u0142\u00F3d\u017A \u017E\u00FF\u00D7\u0436\u03C9\u0138");
     EXPECT_TRUE(core::toBool("true") && core::toBool("TRUE"));
     EXPECT_FALSE(core::toBool("") || core::toBool("1") || core::toBool(" true"));
 }
