@@ -5,7 +5,9 @@
 #include <string_view>
 #include <utility>
 
+#include "check/FactsReader.h"
 #include "core/Text.h"
+#include "platform/Clock.h"
 #include "platform/Geometry.h"
 #include "recovery/RecentScenes.h"
 #include "toolkit/controls/CLabelUI.h"
@@ -23,6 +25,8 @@ namespace {
 constexpr std::u16string_view kList = u"ListScenes";
 constexpr std::u16string_view kStill = u"Still";
 constexpr std::u16string_view kCounts = u"Counts";
+constexpr std::u16string_view kSign = u"Sign";
+constexpr std::u16string_view kFindings = u"Findings";
 constexpr int kRowHeight = 70;
 constexpr platform::Size kStillSize{94, 53};
 /// Twice the size: sharp on every screen.
@@ -30,6 +34,7 @@ constexpr platform::Size kStillBox{188, 106};
 constexpr int kNameFont = 5;
 constexpr int kSmallFont = 4;
 constexpr int kDateWidth = 150;
+constexpr int kSignSide = 14;
 
 /// Opened or saved, whichever came later.
 std::int64_t lastTime(const scene::ListedScene& scene,
@@ -60,11 +65,42 @@ std::unique_ptr<toolkit::CLabelUI> makeLabel(const toolkit::WindowLook& look, in
     return label;
 }
 
+/// Shows the number with the sign of the worst; nothing for none.
+void showFindings(const toolkit::CControlUI& row, const check::Counts& counts) {
+    toolkit::CControlUI* const sign = row.FindSubControl(kSign);
+    toolkit::CControlUI* const text = row.FindSubControl(kFindings);
+    if (sign == nullptr || text == nullptr || counts.all() == 0) {
+        return;
+    }
+    const auto [icon, tint] = counts.errors > 0     ? std::pair(u"Error", u"danger")
+                              : counts.warnings > 0 ? std::pair(u"Warning", u"warning")
+                                                    : std::pair(u"Note", u"muted");
+    sign->SetAttribute(u"icon", icon);
+    sign->SetAttribute(u"icontint", tint);
+    text->SetText(core::displayText(counted(counts.all(), " finding", " findings")));
+}
+
+std::unique_ptr<toolkit::CControlUI> makeFindings(const toolkit::WindowLook& look) {
+    auto sign = std::make_unique<toolkit::CControlUI>();
+    sign->SetName(kSign);
+    sign->SetFixedWidth(kSignSide);
+    sign->SetFixedHeight(kSignSide);
+    sign->SetPadding({0, 0, 5, 0});
+    auto text = makeLabel(look, kSmallFont, {}, kSignSide);
+    text->SetName(kFindings);
+    auto line = std::make_unique<toolkit::CHorizontalLayoutUI>();
+    line->SetFixedHeight(kSignSide);
+    line->Add(std::move(sign));
+    line->Add(std::move(text));
+    return line;
+}
+
 } // namespace
 
 SceneCards::SceneCards(Controls controls, platform::EventLoop& loop, platform::FileSystem& files,
                        stills::StillService* stills, std::vector<scene::ListedScene> scenes)
-    : m_controls(controls), m_loop(loop), m_scenes(std::move(scenes)), m_facts(loop, files) {
+    : m_controls(controls), m_loop(loop), m_files(files), m_scenes(std::move(scenes)),
+      m_facts(loop, files), m_counting(loop) {
     if (list() == nullptr) {
         return;
     }
@@ -148,6 +184,7 @@ std::unique_ptr<toolkit::CControlUI> SceneCards::makeRow(int row) {
     auto counts = makeLabel(look, kSmallFont, countsOf(card), 18);
     counts->SetName(kCounts);
     texts->Add(std::move(counts));
+    texts->Add(makeFindings(look));
     auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
     layout->SetInset({8, 8, 11, 8});
     layout->Add(std::move(still));
@@ -164,7 +201,8 @@ std::unique_ptr<toolkit::CControlUI> SceneCards::makeRow(int row) {
             picture->SetPicture({known, &known->picture});
         }
     }
-    wantStills();
+    showFindings(*element, card.findings);
+    wantMore();
     return element;
 }
 
@@ -172,6 +210,9 @@ void SceneCards::factsArrived(std::size_t row, const std::optional<scene::SceneS
     m_cards[row].isRead = true;
     m_cards[row].summary = summary;
     showFacts(static_cast<int>(row));
+    if (list()->madeRow(static_cast<int>(row)) != nullptr) {
+        wantMore();
+    }
 }
 
 void SceneCards::showFacts(int row) {
@@ -187,37 +228,77 @@ void SceneCards::showFacts(int row) {
     if (m_stills && picture != nullptr && card.summary) {
         const stills::StillPtr known = m_stills->find(requestOf(card));
         picture->SetPicture(known ? toolkit::CPictureUI::Picture(known, &known->picture) : nullptr);
-        if (!known) {
-            wantStills();
-        }
     }
+    showFindings(*made, card.findings);
 }
 
-void SceneCards::wantStills() {
-    if (!m_stills || std::exchange(m_isWanting, true)) {
+void SceneCards::wantMore() {
+    if (std::exchange(m_isWanting, true)) {
         return;
     }
     m_loop.post([this, life = std::weak_ptr<const bool>(m_life)] {
         if (!life.expired()) {
             m_isWanting = false;
-            wantStillsNow();
+            wantStills();
+            countNext();
         }
     });
 }
 
-void SceneCards::wantStillsNow() {
-    std::vector<stills::StillRequest> visible;
-    std::vector<stills::StillRequest> near;
+std::vector<std::size_t> SceneCards::madeRows() const {
+    std::vector<std::size_t> visible;
+    std::vector<std::size_t> near;
     for (int row = 0; row < list()->GetCount(); ++row) {
-        const Card& card = m_cards[static_cast<std::size_t>(row)];
-        const toolkit::CControlUI* made = list()->madeRow(row);
-        if (made != nullptr && card.summary && !card.summary->video.empty()) {
+        if (const toolkit::CControlUI* made = list()->madeRow(row)) {
             const bool isVisible = !made->GetPos().intersected(list()->GetPos()).isEmpty();
-            (isVisible ? visible : near).push_back(requestOf(card));
+            (isVisible ? visible : near).push_back(static_cast<std::size_t>(row));
         }
     }
     visible.insert(visible.end(), near.begin(), near.end());
-    m_stills->want(std::move(visible));
+    return visible;
+}
+
+void SceneCards::wantStills() {
+    if (!m_stills) {
+        return;
+    }
+    std::vector<stills::StillRequest> wanted;
+    for (const std::size_t row : madeRows()) {
+        const Card& card = m_cards[row];
+        if (card.summary && !card.summary->video.empty()) {
+            wanted.push_back(requestOf(card));
+        }
+    }
+    m_stills->want(std::move(wanted));
+}
+
+void SceneCards::countNext() {
+    if (m_counting.isRunning()) {
+        return;
+    }
+    const std::vector<std::size_t> rows = madeRows();
+    const auto next = std::find_if(rows.begin(), rows.end(), [this](std::size_t row) {
+        return m_cards[row].summary && !m_cards[row].isCounted;
+    });
+    if (next == rows.end()) {
+        return;
+    }
+    const auto counts = std::make_shared<std::optional<check::Counts>>();
+    m_counting.start(
+        [counts, &files = m_files,
+         folder = scene::sceneFolderPath(m_scenes[m_cards[*next].scene].name)](auto& control) {
+            *counts = check::countFindings(files, platform::nativeClock(), folder,
+                                           [&control] { return control.isCancelled(); });
+        },
+        {},
+        [this, counts, row = *next](bool isWhole) {
+            m_cards[row].isCounted = true;
+            if (isWhole && *counts) {
+                m_cards[row].findings = **counts;
+                showFacts(static_cast<int>(row));
+            }
+            countNext();
+        });
 }
 
 stills::StillRequest SceneCards::requestOf(const Card& card) const {

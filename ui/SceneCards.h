@@ -1,6 +1,7 @@
 // The scenes in the order in which they were opened or saved, the last one first, each with a
-// still, counts and a date: the second list of the open scene window. What stands in the files is
-// read in the background and shown as it comes. UI thread only.
+// still, counts, the number of its findings and a date: the second list of the open scene window.
+// What stands in the files is read in the background and shown as it comes; scenes are checked only
+// once their rows are near the visible ones. UI thread only.
 #pragma once
 
 #include <cstddef>
@@ -10,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "check/SceneCheck.h"
+#include "jobs/BackgroundJob.h"
 #include "platform/EventLoop.h"
 #include "platform/FileSystem.h"
 #include "scene/SceneFolders.h"
@@ -44,6 +47,8 @@ private:
         std::int64_t time; ///< when it was opened or saved
         bool isRead = false;
         std::optional<scene::SceneSummary> summary{};
+        bool isCounted = false;
+        check::Counts findings{};
     };
 
     [[nodiscard]] toolkit::CListUI* list() const;
@@ -51,17 +56,23 @@ private:
     void factsArrived(std::size_t row, const std::optional<scene::SceneSummary>& summary);
     /// Fills the row, if it is made.
     void showFacts(int row);
-    /// Asks for the stills of the rows that are made, once the running event is over.
+    /// Asks for what the rows that are made do not show yet, once the running event is over.
+    void wantMore();
     void wantStills();
-    void wantStillsNow();
+    /// Counts the findings of one scene after another.
+    void countNext();
+    /// Those that are visible first.
+    [[nodiscard]] std::vector<std::size_t> madeRows() const;
     [[nodiscard]] stills::StillRequest requestOf(const Card& card) const;
     [[nodiscard]] std::u16string countsOf(const Card& card) const;
 
     Controls m_controls;
     platform::EventLoop& m_loop;
+    platform::FileSystem& m_files;
     std::vector<scene::ListedScene> m_scenes;
     std::vector<Card> m_cards; ///< by row
     SceneFacts m_facts;
+    jobs::BackgroundJob m_counting;
     std::unique_ptr<stills::StillClient> m_stills; ///< null for none
     bool m_isWanting = false;
     std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);

@@ -75,6 +75,9 @@ TEST_F(SceneListsTest, TheSecondListShowsTheLastSceneFirstAndWhatTheFilesSay) {
     }));
     EXPECT_TRUE(test::pumpUntil([&] { return inCard(1, u"Counts") == u"Cannot be read"; }));
     EXPECT_TRUE(test::pumpUntil([&] { return inCard(2, u"Counts") == u"1 branch, 0 videos"; }));
+    EXPECT_TRUE(test::pumpUntil([&] { return inCard(0, u"Findings") == u"4 findings"; }));
+    EXPECT_TRUE(test::pumpUntil([&] { return inCard(2, u"Findings") == u"2 findings"; }));
+    EXPECT_EQ(inCard(1, u"Findings"), u"");
     EXPECT_EQ(chosen(), u"Damaged") << "the first of the folder, as ever";
     EXPECT_EQ(list(u"ListScenes").GetCurSel(), 1);
     m_driver->click(*list(u"ListScenes").GetItemAt(0));
