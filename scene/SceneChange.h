@@ -1,6 +1,8 @@
 // What a scene's session reports to its listeners, and how it names its steps.
 #pragma once
 
+#include <vector>
+
 namespace scene {
 
 /// A part of the scene that may have changed. Branch numbers are those at the time of the edit: if
@@ -52,6 +54,9 @@ struct SceneLabel {
     int branch = -1; ///< -1 if it is about no branch
     int action = -1; ///< -1 if it is about no action
     int from = -1;   ///< where the moved branch or action was before, or the copied one is
+    // Of a step on several actions of the branch.
+    std::vector<int> actions{};       ///< where they are after it; none if it removed them
+    std::vector<int> actionsBefore{}; ///< where they, or those that were copied, were before it
 };
 
 } // namespace scene

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <numeric>
 #include <string>
 #include <utility>
 #include <vector>
@@ -164,7 +165,10 @@ bool SceneSession::duplicateActions(int branch, std::vector<int> actions) {
         return false;
     }
     int place = actions.back() + 1;
-    auto gesture = m_history.begin({SceneStep::duplicateAction, branch, place, actions.front()});
+    std::vector<int> copies(actions.size());
+    std::iota(copies.begin(), copies.end(), place);
+    auto gesture = m_history.begin(
+        {SceneStep::duplicateAction, branch, place, actions.front(), std::move(copies), actions});
     for (const auto& original : originals) {
         gesture.run(PlaceAction{branch, place++, std::make_shared<Action>(*original), false});
     }
@@ -185,7 +189,8 @@ bool SceneSession::removeActions(int branch, std::vector<int> actions) {
     if (removed.empty()) {
         return false;
     }
-    auto gesture = m_history.begin({SceneStep::removeAction, branch, actions.front()});
+    auto gesture =
+        m_history.begin({SceneStep::removeAction, branch, actions.front(), -1, {}, actions});
     for (; !removed.empty(); removed.pop_back(), actions.pop_back()) {
         gesture.run(PlaceAction{branch, actions.back(), removed.back(), true});
     }
@@ -198,11 +203,16 @@ bool SceneSession::shiftActions(int branch, std::vector<int> actions, int by) {
         !actionAt(branch, actions.back() + by)) {
         return false;
     }
+    std::vector<int> moved = actions;
+    for (int& action : moved) {
+        action += by;
+    }
     const int first = actions.front();
+    auto gesture = m_history.begin(
+        {SceneStep::moveAction, branch, first + by, first, std::move(moved), actions});
     if (by > 0) { // each moves to where none that is still to move stands
         std::reverse(actions.begin(), actions.end());
     }
-    auto gesture = m_history.begin({SceneStep::moveAction, branch, first + by, first});
     for (const int action : actions) {
         gesture.run(MoveAction{branch, action, action + by});
     }
@@ -237,7 +247,14 @@ bool SceneSession::changeAll(SceneStep step, const std::vector<ActionPlace>& pla
     if (swap.actions.empty()) {
         return false;
     }
-    m_history.run({step, places.front().branch, places.front().action}, std::move(swap));
+    const auto [branch, first] = places.front(); // the one that undo and redo show
+    std::vector<int> actions;
+    for (const ActionPlace& place : places) {
+        if (place.branch == branch) {
+            actions.push_back(place.action);
+        }
+    }
+    m_history.run({step, branch, first, -1, actions, actions}, std::move(swap));
     return true;
 }
 

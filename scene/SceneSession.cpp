@@ -153,6 +153,7 @@ std::optional<SceneLabel> SceneSession::undo() {
     if (label.from >= 0) {
         (label.action >= 0 ? label.action : label.branch) = label.from;
     }
+    label.actions = label.actionsBefore;
     return label;
 }
 

@@ -149,7 +149,7 @@ public:
 
     // Steps; see edit/History.h.
     [[nodiscard]] History::Gesture begin(const SceneLabel& label) { return m_history.begin(label); }
-    /// The step that was undone or redone, with where its branch and action are now, or were if it
+    /// The step that was undone or redone, with where its branch and actions are now, or were if it
     /// removed them; none if there is no such step or a gesture is open.
     std::optional<SceneLabel> undo();
     std::optional<SceneLabel> redo();

@@ -54,22 +54,30 @@ TEST_F(BranchEdits, AreOneStepEachForSeveralRowsToo) {
         std::vector<std::pair<int, platform::Modifiers>> clicks;
         std::function<void()> act;
         std::string rows;
+        std::string undone;
     } cases[] = {
-        {"up", {{2, {}}}, [this] { m_driver->press(Key::up, kControl); }, "A[C]BD"},
-        {"down by button", {{2, {}}}, [this] { m_driver->click(u"ButtonActionDown"); }, "ABD[C]"},
+        {"up", {{2, {}}}, [this] { m_driver->press(Key::up, kControl); }, "A[C]BD", "AB[C]D"},
+        {"down by button",
+         {{2, {}}},
+         [this] { m_driver->click(u"ButtonActionDown"); },
+         "ABD[C]",
+         "AB[C]D"},
         {"several",
          {{0, {}}, {2, kControl}},
          [this] { m_driver->press(Key::down, kControl); },
-         "B[A]D[C]"},
+         "B[A]D[C]",
+         "[A]B[C]D"},
         {"copy by button",
          {{1, {}}},
          [this] { m_driver->click(u"ButtonDuplicateAction"); },
-         "AB[B]CD"},
+         "AB[B]CD",
+         "A[B]CD"},
         {"copy several",
          {{0, {}}, {1, {.shift = true}}},
          [this] { m_driver->press(Key::d, kControl); },
-         "AB[A][B]CD"},
-        {"remove several", {{0, {}}, {2, kControl}}, remove, "BD"},
+         "AB[A][B]CD",
+         "[A][B]CD"},
+        {"remove several", {{0, {}}, {2, kControl}}, remove, "BD", "[A]B[C]D"},
     };
     const std::string before = form();
     for (const auto& test : cases) {
@@ -83,8 +91,10 @@ TEST_F(BranchEdits, AreOneStepEachForSeveralRowsToo) {
         const std::string after = form();
         m_driver->press(Key::z, kControl);
         EXPECT_EQ(form(), before);
+        EXPECT_EQ(rows(), test.undone);
         m_driver->press(Key::y, kControl);
         EXPECT_EQ(form(), after);
+        EXPECT_TRUE(test.what.starts_with("remove") || rows() == test.rows);
         m_driver->press(Key::z, kControl);
     }
     m_driver->click(immediate(0));

@@ -8,9 +8,11 @@
 #include <vector>
 
 #include "core/Services.h"
+#include "core/Text.h"
 #include "platform/Clock.h"
 #include "recovery/Places.h"
 #include "recovery/RecentScenes.h"
+#include "scene/SceneFolders.h"
 #include "stills/StillService.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/windows/EditorTest.h"
@@ -114,6 +116,23 @@ TEST_F(SceneListsTest, FindingMovesTheChoiceAndHidesNothing) {
     EXPECT_EQ(chosen(), u"Über");
     m_driver->press(Key::enter);
     EXPECT_TRUE(isClosed(*m_window));
+}
+
+TEST_F(SceneListsTest, OpenFolderShowsTheFolderOfTheChosenScene) {
+    show();
+    m_driver->click(*list(u"ListScenes").GetItemAt(0));
+    const std::string folder = scene::scenesFolderPath() + core::storedText(chosen());
+    for (const bool opens : {true, false}) {
+        m_gui.userDesktop.opens = opens;
+        m_driver->click(u"ButtonMenu");
+        m_driver->press(Key::down);
+        m_driver->press(Key::down);
+        m_driver->press(Key::enter);
+        ASSERT_FALSE(m_gui.userDesktop.opened.empty());
+        EXPECT_EQ(m_gui.userDesktop.opened.back(), folder);
+        EXPECT_EQ(isVisible(u"LabelProblem"), !opens);
+    }
+    EXPECT_EQ(m_driver->textOf(u"LabelProblem"), u"The folder cannot be shown.");
 }
 
 TEST_F(SceneListsTest, ACopyIsTheWholeFolderUnderItsOwnName) {

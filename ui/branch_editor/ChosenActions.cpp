@@ -71,10 +71,11 @@ void ChosenActions::reveal(int row) {
     }
 }
 
-void ChosenActions::go(int action) {
-    if (action >= 0) {
-        select({action}); // if it is there
-        reveal(action);
+void ChosenActions::go(const std::vector<int>& actions) {
+    if (!actions.empty() && actions.front() >= 0) {
+        select(actions); // those that are there
+        reveal(actions.back());
+        reveal(actions.front());
     }
 }
 

@@ -40,7 +40,9 @@ public:
     void remove();
     /// Scrolls to an action and selects it; or to the last one when there are not as many. -1:
     /// nothing happens.
-    void go(int action);
+    void go(int action) { go(std::vector{action}); }
+    /// The same for several, ascending.
+    void go(const std::vector<int>& actions);
 
 private:
     /// A control in a row.

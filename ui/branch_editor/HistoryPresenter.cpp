@@ -1,5 +1,7 @@
 #include "ui/branch_editor/HistoryPresenter.h"
 
+#include <vector>
+
 #include "core/FileError.h"
 #include "core/Services.h"
 #include "core/Text.h"
@@ -36,7 +38,7 @@ void HistoryPresenter::showState() {
 void HistoryPresenter::show(const std::optional<scene::SceneLabel>& place) {
     if (place && place->branch >= 0) {
         m_branches.show(place->branch);
-        m_actions.go(place->action);
+        m_actions.go(place->actions.empty() ? std::vector{place->action} : place->actions);
     }
 }
 

@@ -24,7 +24,7 @@ public:
     HistoryPresenter(Controls controls, scene::SceneSession& session, const std::string& folder,
                      BranchPresenter& branches, ChosenActions& actions);
 
-    // Both show the branch and the action that changed.
+    // Both show the branch and the actions that changed.
     void undo() { show(m_session.undo()); }
     void redo() { show(m_session.redo()); }
     [[nodiscard]] bool canUndo() const { return m_session.history().canUndo(); }
