@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
@@ -12,55 +11,11 @@
 
 #include "platform/Immortal.h"
 #include "platform/Process.h"
+#include "platform/posix/Pipe.h"
 #include "platform/posix/SystemPath.h"
 
 namespace platform {
 namespace {
-
-/// Both ends of a pipe that no started program inherits.
-class ReportPipe {
-public:
-    ReportPipe() {
-        m_good = ::pipe2(m_ends.data(), O_CLOEXEC) == 0;
-        for (int& end : m_ends) {
-            m_good = m_good && moveAboveStandardStreams(end);
-        }
-    }
-    ~ReportPipe() {
-        closeEnd(0);
-        closeEnd(1);
-    }
-    ReportPipe(const ReportPipe&) = delete;
-    ReportPipe& operator=(const ReportPipe&) = delete;
-
-    [[nodiscard]] bool good() const { return m_good; }
-    [[nodiscard]] int readEnd() const { return m_ends[0]; }
-    [[nodiscard]] int writeEnd() const { return m_ends[1]; }
-    void closeWriteEnd() { closeEnd(1); }
-
-private:
-    /// The three lowest numbers are free when this program was started without standard streams,
-    /// and are replaced in the started one.
-    static bool moveAboveStandardStreams(int& end) {
-        if (end > 2) {
-            return true;
-        }
-        const int moved = ::fcntl(end, F_DUPFD_CLOEXEC, 3);
-        ::close(end);
-        end = moved;
-        return moved >= 0;
-    }
-
-    void closeEnd(std::size_t end) {
-        if (m_ends[end] >= 0) {
-            ::close(m_ends[end]);
-        }
-        m_ends[end] = -1;
-    }
-
-    std::array<int, 2> m_ends{-1, -1};
-    bool m_good = false;
-};
 
 std::vector<std::string> argumentList(const LaunchRequest& request) {
     std::vector<std::string> list{systemPath(request.program)};
@@ -90,9 +45,7 @@ std::vector<std::string> argumentList(const LaunchRequest& request) {
     if (::chdir(folder) == 0) {
         ::execv(arguments[0], arguments);
     }
-    const char failed = 1;
-    while (::write(report, &failed, 1) < 0 && errno == EINTR) {
-    }
+    reportStartError(report);
     ::_exit(1);
 }
 
@@ -116,7 +69,7 @@ public:
         }
         arguments.push_back(nullptr);
         const std::string folder = systemFolder(request.workingFolder);
-        ReportPipe pipe;
+        Pipe pipe;
         if (request.program.empty() || !pipe.good()) {
             return false;
         }
@@ -128,7 +81,7 @@ public:
             startInOwnSession(arguments.data(), folder.c_str(), pipe.writeEnd());
         }
         pipe.closeWriteEnd();
-        return reaped(child) && silent(pipe.readEnd());
+        return reaped(child) && startError(pipe.readEnd()) == 0;
     }
 
 private:
@@ -140,16 +93,6 @@ private:
             }
         }
         return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    }
-
-    /// A successful exec closes the pipe without a byte.
-    static bool silent(int readEnd) {
-        char byte = 0;
-        ssize_t count = 0;
-        do {
-            count = ::read(readEnd, &byte, 1);
-        } while (count < 0 && errno == EINTR);
-        return count == 0;
     }
 };
 

@@ -1,0 +1,44 @@
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "platform/ChildProcess.h"
+
+namespace {
+
+/// What a shell writes on both streams, and its exit code.
+std::string output(const std::string& script, std::uint64_t memoryBytes = 0) {
+    int error = 0;
+    const auto child = platform::startChild({"/bin/sh", {"-c", script}, {}, memoryBytes}, error);
+    platform::ChildOutput output;
+    std::string text;
+    while (child && child->read(std::chrono::milliseconds(1000), output)) {
+        text += output.out + output.error;
+    }
+    return text + (child ? std::to_string(child->exitCode()) : "not started");
+}
+
+TEST(PosixChildProcessTest, InheritsNothingButItsPipes) {
+    const int open = ::open(".", O_RDONLY); // without O_CLOEXEC
+    ASSERT_GE(open, 0);
+    EXPECT_EQ(output("ls /proc/$$/fd | tr '\\n' ' '; readlink /proc/$$/fd/0"),
+              "0 1 2 /dev/null\n0");
+    ::close(open);
+}
+
+TEST(PosixChildProcessTest, ASignalIsNoExitCode) {
+    EXPECT_EQ(output("kill -9 $$"), "-1");
+}
+
+TEST(PosixChildProcessTest, MemoryIsLimited) {
+    const std::string allocate = CHILD_PROGRAM " allocate 200000000";
+    EXPECT_EQ(output(allocate), "0");
+    EXPECT_EQ(output(allocate, 100000000), "4");
+}
+
+} // namespace
