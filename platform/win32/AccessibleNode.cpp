@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/AccessibleTree.h"
 #include "platform/Geometry.h"
 #include "platform/raster/PixelScale.h"
 #include "platform/win32/MsaaTerms.h"

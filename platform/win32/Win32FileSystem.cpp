@@ -30,11 +30,23 @@ bool outcome(BOOL result, int& error) {
     return result != 0;
 }
 
+/// Half a second in all.
+constexpr int kReplaceAttempts = 51;
+constexpr DWORD kReplacePause = 10;
+
 /// The file or folder itself, for questions about it.
 UniqueFile openForQuestions(const std::wstring& path) {
     return UniqueFile(CreateFileW(path.c_str(), 0,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
+/// Whether `error`, from replacing the file at `path`, may be due to somebody who reads it.
+bool isInUse(const std::wstring& path, int error) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return (error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION) &&
+           attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) == 0;
 }
 
 std::uint64_t joined(DWORD high, DWORD low) {
@@ -102,10 +114,22 @@ bool Win32FileSystem::removeFile(const std::string& path, int& error) {
     return outcome(DeleteFileW(widePath(path).c_str()), error);
 }
 
+/// A file that somebody has open cannot be replaced, not even one shared for removal; whoever looks
+/// into it, such as the background reading of a scene's files, is soon done.
 bool Win32FileSystem::replaceFile(const std::string& from, const std::string& to, int& error) {
-    return outcome(MoveFileExW(widePath(from).c_str(), widePath(to).c_str(),
-                               MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH),
-                   error);
+    const std::wstring source = widePath(from);
+    const std::wstring target = widePath(to);
+    for (int attempt = 1;; ++attempt) {
+        if (outcome(MoveFileExW(source.c_str(), target.c_str(),
+                                MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH),
+                    error)) {
+            return true;
+        }
+        if (attempt == kReplaceAttempts || !isInUse(target, error)) {
+            return false;
+        }
+        Sleep(kReplacePause);
+    }
 }
 
 bool Win32FileSystem::linkFile(const std::string& from, const std::string& to, int& error) {

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
+#include <thread>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -141,6 +142,25 @@ TEST_F(FileSystemTest, ASecondNameKeepsWhatARenameReplaces) {
     std::filesystem::create_symlink("file", "link", noLinksHere);
     EXPECT_FALSE(m_files.linkFile("link", "second", m_error));
     EXPECT_FALSE(support::exists("second"));
+}
+
+TEST_F(FileSystemTest, AFileIsReplacedThoughSomebodyIsJustLookingIntoIt) {
+    ASSERT_TRUE(write("file", "0"));
+    for (int i = 1; i <= 50; ++i) {
+        EXPECT_TRUE(write("new", std::to_string(i)));
+        auto stream = m_files.open("file", OpenMode::read, m_error);
+        ASSERT_TRUE(stream);
+        std::thread reader([&] {
+            char first = 0;
+            for (int look = 0; look < 50; ++look) {
+                EXPECT_TRUE(stream->seek(0) && stream->read(&first, 1) == 1);
+            }
+            stream.reset();
+        });
+        EXPECT_TRUE(m_files.replaceFile("new", "file", m_error)) << m_files.errorText(m_error);
+        reader.join();
+    }
+    EXPECT_EQ(support::readBytes("file"), "50");
 }
 
 TEST_F(FileSystemTest, AFileWasWrittenAMomentAgoByTheSameClock) {

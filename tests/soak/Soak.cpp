@@ -142,7 +142,9 @@ Course Soak::play(int session) {
 void Soak::session(int number) {
     const auto begin = std::chrono::steady_clock::now();
     layScenes();
-    (void)std::freopen("../../stderr.txt", "w", stderr);
+    if (std::freopen("../../stderr.txt", "w", stderr) == nullptr) {
+        std::puts("What the program prints cannot be kept.");
+    }
     std::printf("session %d of seed %llu: ", number,
                 static_cast<unsigned long long>(m_options.seed));
     (void)std::fflush(stdout);

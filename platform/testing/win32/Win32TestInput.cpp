@@ -11,6 +11,7 @@
 #include "platform/EventLoop.h"
 #include "platform/Geometry.h"
 #include "platform/Gui.h"
+#include "platform/Window.h"
 #include "platform/testing/TestInput.h"
 #include "platform/win32/WideText.h"
 #include "platform/win32/Win32Keys.h"
