@@ -311,6 +311,13 @@ TEST_F(BranchVideos, AVisitToTheZonesOfTheBranchOnShowEndsWhereItBegan) {
     EXPECT_EQ(m_driver->textOf(u"LabelStrip"), u"20 actions still name the zone \"Hall\".");
     m_driver->press(platform::Key::z, {.control = true});
     EXPECT_EQ(session().actionsWaitingFor("a.ogv", "Door").size(), 21U) << "one step each";
+    show(app_state::ScreenResult{{}, {{"Hall", "Yard"}, {"Wall", "W"}, {"Door", "Gate"}}});
+    m_driver->manager().SetFocus(&combo(u"ComboVideoName"));
+    m_driver->click(u"ButtonCloseNotice");
+    EXPECT_EQ(m_driver->textOf(u"LabelStrip"), u"20 actions still name the zone \"Hall\".");
+    m_driver->click(u"ButtonRetarget");
+    EXPECT_FALSE(isVisible(u"PanelNotice"));
+    EXPECT_EQ(m_driver->focusName(), u"ComboVideoName") << "where it was before the strip";
     show();
     EXPECT_EQ(combo(u"ComboBranchName").GetCurSel(), 0) << "at another opening";
     EXPECT_FALSE(isVisible(u"PanelNotice"));

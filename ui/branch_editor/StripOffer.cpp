@@ -62,14 +62,7 @@ StripOffer renameOffer(scene::SceneSession& session, int branch, const std::stri
 }
 
 StripOffer zoneRenameOffer(scene::SceneSession& session, const std::string& video,
-                           std::vector<app_state::ScreenResult::Rename> renames,
-                           const std::function<void(StripOffer)>& show) {
-    while (!renames.empty() && session.actionsWaitingFor(video, renames.back().from).empty()) {
-        renames.pop_back();
-    }
-    if (renames.empty()) {
-        return {[] { return std::u16string(); }, {}};
-    }
+                           std::vector<app_state::ScreenResult::Rename> renames) {
     const app_state::ScreenResult::Rename rename = renames.back();
     renames.pop_back();
     const auto text = [&session, video, rename]() -> std::u16string {
@@ -79,11 +72,16 @@ StripOffer zoneRenameOffer(scene::SceneSession& session, const std::string& vide
                                                           "still name the zone \"") +
                                               rename.from + "\".");
     };
-    const auto update = [&session, video, rename, renames, show] {
+    const auto update = [&session, video, rename] {
         session.renameZone(video, rename.from, rename.to);
-        show(zoneRenameOffer(session, video, renames, show));
     };
-    return {text, {{branch_list::kRetargetButton, update}}};
+    StripOffer offer{text, {{branch_list::kRetargetButton, update}}};
+    if (!renames.empty()) {
+        offer.next = [&session, video, renames = std::move(renames)] {
+            return zoneRenameOffer(session, video, renames);
+        };
+    }
+    return offer;
 }
 
 StripOffer targetOffer(scene::SceneSession& session, int branch, int action,

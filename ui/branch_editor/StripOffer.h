@@ -23,6 +23,8 @@ struct StripOffer {
     std::vector<std::pair<std::u16string_view, std::function<void()>>> answers;
     /// Something is wrong, and this is what the button for mending it says.
     std::u16string fix{};
+    /// Makes the offer that comes when this one is over, however it ends; empty for none.
+    std::function<StripOffer()> next{};
 };
 
 /// To bring back the branch `name`, which has just been removed: until the next step.
@@ -34,11 +36,10 @@ struct StripOffer {
 [[nodiscard]] StripOffer renameOffer(scene::SceneSession& session, int branch,
                                      const std::string& oldName);
 
-/// The same for the actions that wait for renamed zones of a video: for one name after the other,
-/// each of which `show` is called with once the one before is answered.
+/// The same for the actions that wait for renamed zones of a video, for the last of the names
+/// first; `renames` is not empty.
 [[nodiscard]] StripOffer zoneRenameOffer(scene::SceneSession& session, const std::string& video,
-                                         std::vector<app_state::ScreenResult::Rename> renames,
-                                         const std::function<void(StripOffer)>& show);
+                                         std::vector<app_state::ScreenResult::Rename> renames);
 
 /// To add the branch that an action leads to and that the scene does not have, or to have the
 /// action lead elsewhere. The session outlives the offer.

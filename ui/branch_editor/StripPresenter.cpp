@@ -7,6 +7,7 @@
 #include "scene/SceneChange.h"
 #include "scene/SceneManager.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/SceneHints.h"
 #include "ui/branch_editor/ControlNames.h"
 
@@ -77,10 +78,27 @@ void StripPresenter::showZonesHint(const std::u16string& hint) {
 }
 
 void StripPresenter::offer(StripOffer offer) {
-    if (!offer.text().empty()) {
-        m_offer = std::move(offer);
+    std::optional<StripOffer> shown(std::move(offer));
+    if (!textOfNextTrue(shown).empty()) {
+        m_offer = std::move(shown);
     }
     update();
+}
+
+std::u16string StripPresenter::textOfNextTrue(std::optional<StripOffer>& offer) {
+    std::u16string text;
+    while (offer && (text = offer->text()).empty()) {
+        offer = offer->next ? std::optional(offer->next()) : std::nullopt;
+    }
+    return text;
+}
+
+void StripPresenter::endOffer(std::optional<StripOffer> offer) {
+    if (!m_offer && offer && offer->next) {
+        m_offer = offer->next();
+    }
+    update();
+    keepFocus();
 }
 
 bool StripPresenter::offers(std::u16string_view button) const {
@@ -94,14 +112,40 @@ void StripPresenter::answer(std::u16string_view button) {
     for (const auto& [name, act] : offer ? offer->answers : decltype(offer->answers){}) {
         if (name == button) {
             act();
-            return;
+            break;
         }
     }
+    endOffer(offer);
 }
 
 void StripPresenter::closeOffer() {
-    m_offer.reset();
-    update();
+    endOffer(std::exchange(m_offer, {}));
+}
+
+void StripPresenter::inputBegins() {
+    m_noteIsFresh = false;
+    toolkit::CControlUI* const focus = m_controls.manager().GetFocus();
+    if (focus != nullptr && !hasFocus()) {
+        m_focus = focus;
+        m_focusLife = focus->accessibleLife();
+    }
+}
+
+bool StripPresenter::hasFocus() const {
+    const toolkit::CControlUI* const focus = m_controls.manager().GetFocus();
+    const toolkit::CControlUI* const panel = m_controls.find(kNoticePanel);
+    return focus != nullptr && panel != nullptr && focus->isInside(panel);
+}
+
+void StripPresenter::keepFocus() {
+    toolkit::CPaintManagerUI& manager = m_controls.manager();
+    const bool isThere = !m_focusLife.expired() && m_focus->GetManager() == &manager;
+    if (manager.GetFocus() == nullptr && isThere) {
+        manager.SetFocus(m_focus);
+    }
+    if (manager.GetFocus() == nullptr) {
+        m_controls.setFocus(kBranchCombo);
+    }
 }
 
 void StripPresenter::actionBegins() {
@@ -126,10 +170,8 @@ void StripPresenter::update() {
 }
 
 void StripPresenter::showOffer(bool hasRoom) {
-    const std::u16string text = m_offer ? m_offer->text() : std::u16string();
-    if (text.empty()) {
-        m_offer.reset();
-    }
+    const bool hadFocus = hasFocus();
+    const std::u16string text = textOfNextTrue(m_offer);
     toolkit::CControlUI* label = m_controls.find(kNoticeText);
     if (label != nullptr && label->GetText() != text) {
         label->SetText(text);
@@ -155,6 +197,9 @@ void StripPresenter::showOffer(bool hasRoom) {
     m_controls.setVisible(kNoticePanel, m_isOfferShown);
     if (m_isOfferShown) {
         m_controls.setVisible(kStatus, false);
+    }
+    if (hadFocus) {
+        keepFocus();
     }
 }
 

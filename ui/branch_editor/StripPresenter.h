@@ -2,6 +2,7 @@
 // the state of the scene. Used by the branch editor.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +12,10 @@
 #include "scene/SceneSession.h"
 #include "ui/Controls.h"
 #include "ui/branch_editor/StripOffer.h"
+
+namespace toolkit {
+class CControlUI;
+}
 
 namespace ui {
 
@@ -35,7 +40,7 @@ public:
     void showZonesHint(const std::u16string& hint);
 
     /// Shows an offer in place of the one before, and of everything but copies, notes and problems.
-    /// One that is not true changes nothing.
+    /// One that is not true, nor any after it, changes nothing.
     void offer(StripOffer offer);
     /// Whether an offer with this button is shown.
     [[nodiscard]] bool offers(std::u16string_view button) const;
@@ -46,7 +51,7 @@ public:
     void closeOffer();
 
     /// The author presses a key or a button.
-    void inputBegins() { m_noteIsFresh = false; }
+    void inputBegins();
     /// The author acts: the note of the last action goes.
     void actionBegins();
 
@@ -57,8 +62,15 @@ private:
     /// Looks for names that break the scene's file or keep it out of the list.
     void checkNames();
     void update();
+    /// Goes on to the next offer until one is true. The text of that one; empty for none.
+    [[nodiscard]] static std::u16string textOfNextTrue(std::optional<StripOffer>& offer);
+    /// The one on show is over.
+    void endOffer(std::optional<StripOffer> offer);
     /// Shows the offer, or hides its bar.
     void showOffer(bool hasRoom);
+    [[nodiscard]] bool hasFocus() const;
+    /// When the strip's buttons went, and the focus with them: back to where the author was.
+    void keepFocus();
     [[nodiscard]] std::u16string statusText() const;
 
     Controls m_controls;
@@ -73,6 +85,8 @@ private:
     std::optional<StripOffer> m_offer;
     bool m_isOfferShown = false;
     bool m_noteIsFresh = false;
+    toolkit::CControlUI* m_focus = nullptr; ///< outside the strip, at the last input
+    std::weak_ptr<const void> m_focusLife;
     edit::Subscription m_subscription;
 };
 

@@ -31,7 +31,7 @@ void ZoneVisit::end(const app_state::ScreenResult& result,
     const std::string& path = m_parts.state.zoneEditVideo;
     if (!result.renamedZones.empty() && path.starts_with(m_parts.folder)) {
         offer(zoneRenameOffer(m_parts.session, path.substr(m_parts.folder.size()),
-                              result.renamedZones, offer));
+                              result.renamedZones));
     }
 }
 
