@@ -1,10 +1,13 @@
 #include "scene/SceneFolders.h"
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "core/Text.h"
 #include "platform/FileSystem.h"
 
 namespace scene {
@@ -52,6 +55,20 @@ std::string videoPath(const std::string& scene, const std::string& name) {
 bool canBeListed(std::string_view name) {
     return !name.empty() && name != "." && name != ".." &&
            name.find_first_of("/\\") == std::string_view::npos;
+}
+
+bool isGoodFolder(std::string_view name) {
+    static constexpr std::string_view kDevices[] = {"con", "prn", "aux", "nul"};
+    static constexpr std::string_view kPorts[] = {"com", "lpt"};
+    const std::string word = core::lowerCase(name.substr(0, name.find('.')));
+    const bool isPort = word.size() == 4 && word[3] >= '1' && word[3] <= '9' &&
+                        std::ranges::find(kPorts, word.substr(0, 3)) != std::end(kPorts);
+    const bool isDevice = std::ranges::find(kDevices, word) != std::end(kDevices);
+    return !name.empty() && !isDevice && !isPort && name.back() != ' ' && name.back() != '.' &&
+           std::ranges::none_of(name, [](char c) {
+               return static_cast<unsigned char>(c) < 0x20 ||
+                      std::string_view("<>:\"/\\|?*").find(c) != std::string_view::npos;
+           });
 }
 
 std::string scenesFolderPath() {

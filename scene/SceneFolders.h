@@ -32,6 +32,10 @@ struct ListedScene {
 /// listScenes() finds have.
 [[nodiscard]] bool canBeListed(std::string_view name);
 
+/// Whether every system can have a folder of that name and gives the same name back: no character
+/// or word that Windows keeps for itself, no blank or dot at the end.
+[[nodiscard]] bool isGoodFolder(std::string_view name);
+
 /// Where the scene `scene` has the video `name`; empty when the working directory is unknown.
 [[nodiscard]] std::string videoPath(const std::string& scene, const std::string& name);
 

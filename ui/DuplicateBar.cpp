@@ -104,6 +104,12 @@ std::u16string DuplicateBar::objectionTo(const std::string& name) const {
     if (check::breaksFile(name)) {
         return u"A scene with \"<\" in its name will not load again.";
     }
+    if (check::faultOf(name) == check::NameFault::entity) {
+        return u"A scene with such a \"&\" in its name gets another name when it loads.";
+    }
+    if (check::faultOf(name) || !scene::isGoodFolder(name)) {
+        return u"Not every system can have a folder of that name.";
+    }
     return m_files.info(folderPath(name)) ? u"There is a folder " + quoted(name) + u" already."
                                           : std::u16string();
 }

@@ -141,6 +141,9 @@ TEST_F(SceneListsTest, ACopyIsTheWholeFolderUnderItsOwnName) {
     m_driver->click(*list(u"SceneList").GetItemAt(1));
     for (const auto& [name, problem] :
          {std::pair(u"a/b", u"would not be in the list"), std::pair(u"a<b", u"will not load"),
+          std::pair(u"a&lt;b", u"another name"), std::pair(u"   ", u"folder of that name"),
+          std::pair(u"Fire.", u"folder of that name"), std::pair(u"a:b", u"folder of that name"),
+          std::pair(u"nul.x", u"folder of that name"), std::pair(u"LPT1", u"folder of that name"),
           std::pair(u"Über", u"already")}) {
         duplicate(name);
         EXPECT_NE(m_driver->textOf(u"LabelProblem").find(problem), std::u16string::npos);
