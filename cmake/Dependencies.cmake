@@ -24,6 +24,9 @@ quorvel_library(deps::vorbis vorbis/codec.h vorbis ogg)
 quorvel_library(deps::vorbisenc vorbis/vorbisenc.h vorbisenc vorbis ogg)
 quorvel_library(deps::theoradec theora/theoradec.h theoradec ogg)
 quorvel_library(deps::theoraenc theora/theoraenc.h theoraenc theoradec ogg)
+if(NOT WIN32)
+  quorvel_library(deps::pulse pulse/pulseaudio.h pulse)
+endif()
 quorvel_library(deps::inih INIReader.h INIReader inih)
 
 # Header-only: utfcpp and stb_image.

@@ -9,6 +9,7 @@
 #include "platform/EventLoop.h"
 #include "platform/FileDialog.h"
 #include "platform/FontSet.h"
+#include "platform/Sound.h"
 #include "platform/Window.h"
 
 namespace platform {
@@ -32,6 +33,7 @@ public:
     virtual FileDialog& fileDialog() = 0;
     virtual Desktop& desktop() = 0;
     virtual ComponentLibrary& components() = 0;
+    virtual SoundSystem& sound() = 0;
     /// True once the system asked the program to end (SIGTERM, SIGINT, end of the session): running
     /// loops end, new ones return at once, and the program should leave as by its own Exit.
     [[nodiscard]] virtual bool isEnding() const = 0;

@@ -38,6 +38,7 @@ public:
     FileDialog& fileDialog() override { return m_fileDialog; }
     Desktop& desktop() override { return m_desktop; }
     ComponentLibrary& components() override { return m_components; }
+    SoundSystem& sound() override { return nativeSound(); }
     [[nodiscard]] bool isEnding() const override { return m_loop.isEnding(); }
 
 private:

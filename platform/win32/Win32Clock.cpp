@@ -1,4 +1,5 @@
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -21,7 +22,11 @@ public:
         return win32::secondsSince1970(time);
     }
 
-    std::int64_t ticks() override { return static_cast<std::int64_t>(GetTickCount64()); }
+    // Not GetTickCount64, which goes in steps of 16: longer than half a frame of a video.
+    std::int64_t ticks() override {
+        const auto passed = std::chrono::steady_clock::now().time_since_epoch();
+        return std::chrono::duration_cast<std::chrono::milliseconds>(passed).count();
+    }
 
     LocalTime localTime(std::int64_t time) override {
         const FILETIME moment = win32::fileTime(time);

@@ -8,6 +8,7 @@
 
 #include "platform/Guard.h"
 #include "platform/Gui.h"
+#include "platform/Sound.h"
 #include "platform/win32/Win32Desktop.h"
 #include "platform/win32/Win32EventLoop.h"
 #include "platform/win32/Win32FileDialog.h"
@@ -42,6 +43,7 @@ public:
     FileDialog& fileDialog() override { return m_fileDialog; }
     Desktop& desktop() override { return m_desktop; }
     ComponentLibrary& components() override { return m_components; }
+    SoundSystem& sound() override { return nativeSound(); }
     [[nodiscard]] bool isEnding() const override { return m_loop.isEnding(); }
 
 private:

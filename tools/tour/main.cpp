@@ -19,6 +19,7 @@
 #include "platform/FileDialog.h"
 #include "platform/FontSet.h"
 #include "platform/Gui.h"
+#include "platform/Sound.h"
 #include "platform/Window.h"
 #include "tools/tour/EditingPass.h"
 #include "tools/tour/Script.h"
@@ -44,6 +45,7 @@ public:
     platform::FileDialog& fileDialog() override { return m_real->fileDialog(); }
     platform::Desktop& desktop() override { return m_real->desktop(); }
     platform::ComponentLibrary& components() override { return m_real->components(); }
+    platform::SoundSystem& sound() override { return m_real->sound(); }
     bool isEnding() const override { return m_real->isEnding() || !m_script.problem().empty(); }
 
 private:

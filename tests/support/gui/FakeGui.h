@@ -13,7 +13,10 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Clock.h"
 #include "platform/Gui.h"
+#include "platform/SilentSound.h"
+#include "platform/Sound.h"
 #include "platform/raster/TextPainter.h"
 
 namespace test {
@@ -119,6 +122,7 @@ public:
     platform::FileDialog& fileDialog() override { return *this; }
     platform::Desktop& desktop() override { return *this; }
     platform::ComponentLibrary& components() override { return *this; }
+    platform::SoundSystem& sound() override { return m_sound; }
     [[nodiscard]] bool isEnding() const override { return false; }
     /// Runs the posted tasks; nothing else does.
     void runTasks() {
@@ -187,6 +191,7 @@ private:
     bool initialize(std::uint32_t& /*errorCode*/) override { return true; }
     void uninitialize() override {}
 
+    platform::SilentSound m_sound{platform::nativeClock()};
     std::u16string m_clipboard;
     std::mutex m_mutex; ///< any thread may post
     std::vector<std::function<void()>> m_tasks;

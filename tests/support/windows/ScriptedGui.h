@@ -10,7 +10,10 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Clock.h"
 #include "platform/Gui.h"
+#include "platform/SilentSound.h"
+#include "platform/Sound.h"
 
 namespace test {
 
@@ -103,13 +106,16 @@ public:
     platform::FileDialog& fileDialog() override { return dialog; }
     platform::Desktop& desktop() override { return userDesktop; }
     platform::ComponentLibrary& components() override { return library; }
+    platform::SoundSystem& sound() override { return *soundSystem; }
     bool isEnding() const override { return m_real.isEnding() || (ends && ends()); }
 
     ScriptedHost host;
     ScriptedFileDialog dialog;
     ScriptedDesktop userDesktop;
     CountedComponents library;
-    std::function<bool()> ends; ///< true: the system asks the program to end
+    platform::SilentSound silence{platform::nativeClock()};
+    platform::SoundSystem* soundSystem = &silence; ///< not owned
+    std::function<bool()> ends;                    ///< true: the system asks the program to end
 
 private:
     platform::Gui& m_real;
