@@ -8,12 +8,15 @@
 
 #include "core/Services.h"
 #include "recovery/Drafts.h"
+#include "scene/SceneSession.h"
 #include "src/TheoraVideoManager.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/windows/Answering.h"
+#include "toolkit/controls/CListUI.h"
+#include "ui/BranchList.h"
 
 namespace {
 
@@ -124,6 +127,45 @@ TEST_F(ZoneEditVisits, GoOnWhereTheLastOneEndedWhenAskedToAndSayWhatWasRenamed) 
     reopen(false);
     EXPECT_EQ(frameText(), u"0");
     EXPECT_EQ(m_driver->textOf(u"ComboZone"), u"Zone 3");
+}
+
+TEST_F(ZoneEditVisits, BeginAtTheZoneAndTheFrameOfAFinding) {
+    show(30, 3);
+    m_driver->pick(u"ComboZone", 1);
+    m_driver->click(u"OptionToggleActive"); // no more, on any frame
+    goTo(17);
+    m_driver->click(u"OptionToggleActive");
+    ASSERT_FALSE(zones().isActive(1, 16));
+    ASSERT_TRUE(zones().isActive(1, 17));
+    goTo(3);
+    m_driver->pick(u"ComboZone", 2);
+    m_driver->click(u"ButtonSave");
+    m_driver->clickThen(u"ButtonClose", test::answering(test::Answer::yes));
+
+    scene().newScene("Fire");
+    scene().AddBranch();
+    scene().setBranchFilename(0, "clip.ogv");
+    m_services.sceneSession = scene::SceneSession::create(m_services.sceneManager);
+    const auto branches = open<ui::BranchList>();
+    const test::WindowDriver driver(*branches);
+    driver.native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
+    test::pump();
+    const auto& findings = driver.get<toolkit::CListUI>(u"ListFindings");
+    const std::u16string wanted = u"The zone \"Zone 2\" has fewer than 3 points on 13 frames";
+    const auto row = [&] {
+        int found = findings.GetCount();
+        while (--found >= 0 &&
+               findings.GetItemAt(found)->accessibleName().find(wanted) == std::u16string::npos) {
+        }
+        return found;
+    };
+    ASSERT_TRUE(test::pumpUntil([&] { return row() >= 0; }));
+    driver.click(*findings.GetItemAt(row()));
+    EXPECT_TRUE(isClosed(*branches) && m_state.zoneEditRequest);
+    show();
+    EXPECT_EQ(m_driver->textOf(u"ComboZone"), u"Zone 2");
+    EXPECT_EQ(frameText(), u"17");
+    EXPECT_TRUE(waitForFrame(17));
 }
 
 TEST_F(ZoneEditVisits, SayWhyUnsavedWorkCannotBeKeptUntilItCan) {
