@@ -13,10 +13,12 @@
 #include <string_view>
 
 #include "bench/MarkdownTable.h"
+#include "core/Services.h"
 #include "core/Translations.h"
 #include "platform/testing/OpenWindows.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
+#include "stills/StillService.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
@@ -34,6 +36,7 @@ using toolkit::CComboUI;
 constexpr int kRounds = 15;
 constexpr int kModelRounds = 200;
 constexpr int kScenes = 500;
+constexpr int kBranchesOfEach = 20;
 constexpr int kBranches = 1000;
 constexpr int kActions = 5000;
 constexpr int kFewActions = 20;
@@ -49,6 +52,8 @@ public:
         m_services.translations = core::Translations::create("Translations.ini", "English");
         m_services.sceneManager = scene::SceneManager::create();
         m_services.sceneSession = scene::SceneSession::create(m_services.sceneManager);
+        m_services.stills = std::make_shared<stills::StillService>(
+            test::gui().loop(), *core::services().fileSystem, "Cache/");
     }
 
     template <class Window>
@@ -87,8 +92,16 @@ void makeFiles() {
     const std::filesystem::path data = std::filesystem::path(QUORVEL_SOURCE_DIR) / "data";
     std::filesystem::copy(data / "UI", "UI", std::filesystem::copy_options::recursive);
     std::filesystem::copy(data / "Translations.ini", "Translations.ini");
+    std::string branches;
+    for (int i = 0; i < kBranchesOfEach; ++i) {
+        const std::string name = std::to_string(i);
+        branches += "<Branch><ID>" + name + "</ID><Filename>" + name +
+                    ".ogv</Filename><Action><BranchID>" + name + "</BranchID></Action></Branch>";
+    }
     for (int i = 0; i < kScenes; ++i) {
-        support::writeBytes("Scenes/Scene " + std::to_string(i) + "/Scene.xml", std::string("x"));
+        const std::string number = std::to_string(i);
+        support::writeBytes("Scenes/Scene " + number + "/Scene.xml",
+                            "<Scene><Name>Scene " + number + "</Name>" + branches + "</Scene>");
     }
     std::string zones = "<ZoneInfo>";
     for (int i = 0; i < kZones; ++i) {
