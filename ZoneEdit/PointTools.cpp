@@ -116,7 +116,8 @@ bool PointTools::press(Point position) {
     const int frame = m_video.frame();
     // What lies over the picture takes its own presses.
     if (control == nullptr || zone < 0 || frame < 0 ||
-        m_controls.manager().FindControl(position) != control) {
+        m_controls.manager().FindControl(position) != control ||
+        !control->pictureRect().contains(position)) {
         return false;
     }
     const Rule& rule = ruleOf(m_tool);
@@ -162,7 +163,7 @@ bool PointTools::move(Point position) {
         return false;
     }
     const Place place{m_session.context().currentZone, m_video.frame()};
-    if (m_tool == Tool::movePoint && place.zone >= 0 && control->GetPos().contains(position)) {
+    if (m_tool == Tool::movePoint && place.zone >= 0 && control->pictureRect().contains(position)) {
         // Keys work while the button is down. What they change is not part of the drag, which goes
         // on wherever they led to.
         if (place != m_place || !m_session.inGesture()) {

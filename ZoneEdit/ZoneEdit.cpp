@@ -86,6 +86,7 @@ std::unique_ptr<toolkit::CControlUI> ZoneEdit::CreateControl(std::u16string_view
     }
     auto control = std::make_unique<video::CVideoUI>(context().gui.loop());
     control->SetLabel(u"Picture");
+    control->setDisplaySize(m_displaySize);
     m_video.setControl(control.get());
     return control;
 }
@@ -172,7 +173,7 @@ bool ZoneEdit::loadZones() {
     setCurrentZoneManager(zones);
     m_session = std::make_shared<zone::ZoneSession>(zones);
     m_renamed = std::make_unique<RenamedZones>(*zones);
-    m_session->setArea(m_video.control()->GetPos().size());
+    m_session->setArea(m_displaySize);
     const zone::NumberFont font{GetPaintManager().look().GetFont(kNumberFont),
                                 &context().gui.fonts()};
     m_video.control()->AddLayer(std::make_shared<ZonesLayer>(m_session, font));
@@ -296,6 +297,13 @@ bool ZoneEdit::HandleMessage(const platform::Event& event) {
         return true;
     }
     return EditorWindow::HandleMessage(event);
+}
+
+void ZoneEdit::windowSized() {
+    if (m_header) { // the caption may have room for what the bar says, or no more
+        GetPaintManager().UpdateLayout();
+        m_header->showAll();
+    }
 }
 
 void ZoneEdit::stop() {

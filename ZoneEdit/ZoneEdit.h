@@ -71,6 +71,7 @@ public:
 protected:
     [[nodiscard]] std::span<const ui::ContextMenu> contextMenus() const override;
     [[nodiscard]] std::span<const std::u16string_view> panes() const override;
+    void windowSized() override;
 
 private:
     void bindCommands();

@@ -26,6 +26,9 @@ public:
     virtual bool onEvent(const Event& event) = 0;
     /// Draws everything that touches `dirty`; the canvas is already clipped to it.
     virtual void onPaint(Canvas& canvas, const Rect& dirty) = 0;
+    /// Whether the content does something with a press at `at`. Where it does, the window is not
+    /// sized at its border.
+    [[nodiscard]] virtual bool takesPress(Point /*at*/) { return false; }
     /// The root of the window's accessibility tree, or null when it offers none. Not owned.
     virtual Accessible* accessibleRoot() { return nullptr; }
 };
@@ -37,7 +40,8 @@ enum class WindowKind {
 
 enum class WindowState { normal, maximized, minimized };
 
-/// How deep the user reaches into a window at its edges to size it.
+/// How deep the user reaches into a window at its edges to size it, where the content takes no
+/// presses.
 inline constexpr int kSizingBorder = 6;
 
 class NativeWindow;

@@ -55,7 +55,13 @@ class Layout:
             raise ValueError(f"{file.name}: {error}") from error
         if self.window.tag != "Window":
             raise ValueError(f"{file.name}: the root is <{self.window.tag}>, not <Window>")
-        self.size = tuple(numbers(self.window.get("size", "")) or ())
+        size = self.window.get("size", "")
+        if self.window.get("base"):
+            base = Layout(file.parent / self.window.get("base"))
+            size = size or base.window.get("size", "")
+            self.window = base.window
+        self.size = tuple(numbers(size) or ())
+        self.design = tuple(numbers(self.window.get("size", "")) or ())
         self.fonts = self.window.findall("Font")
         self.defaults = {}
         for element in self.window.findall("Default"):

@@ -154,6 +154,26 @@ void CVideoUI::AddLayer(std::shared_ptr<Layer> layer) {
     Invalidate();
 }
 
+PictureView CVideoUI::view() const {
+    const Rect& pos = GetPos();
+    if (m_displaySize.width < 1 || m_displaySize.height < 1) {
+        return {pos.topLeft()};
+    }
+    const double scale = std::min(static_cast<double>(pos.width()) / m_displaySize.width,
+                                  static_cast<double>(pos.height()) / m_displaySize.height);
+    if (scale <= 0) {
+        return {pos.topLeft()};
+    }
+    const Size shown{static_cast<int>(m_displaySize.width * scale + 0.5),
+                     static_cast<int>(m_displaySize.height * scale + 0.5)};
+    return {pos.centred(shown).topLeft(), scale};
+}
+
+platform::Rect CVideoUI::pictureRect() const {
+    const Rect whole = Rect::at(0, 0, m_displaySize.width, m_displaySize.height);
+    return whole.isEmpty() ? GetPos() : view().toWindow(whole).intersected(GetPos());
+}
+
 void CVideoUI::InvalidateLayers() {
     if (GetManager() == nullptr) {
         return;
@@ -228,12 +248,16 @@ bool CVideoUI::DoEvent(const toolkit::TEventUI& event) {
 }
 
 void CVideoUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
-    const Rect paint = dirty.intersected(GetPos());
+    const Rect picture = pictureRect();
+    if (picture != GetPos()) {
+        paintBackground(canvas); // beside the picture
+    }
+    const Rect paint = dirty.intersected(picture);
     if (paint.isEmpty()) {
         return;
     }
     paintPicture(canvas, paint);
-    const PictureView paintView{paint.topLeft()};
+    const PictureView paintView{paint.topLeft(), view().scale};
     for (ShownLayer& entry : m_layers) {
         entry.shown = entry.layer->area(paintView, frame());
         entry.layer->paint(canvas, paintView, frame());

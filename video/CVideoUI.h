@@ -47,11 +47,18 @@ public:
 
     /// Draws `layer` over the picture and over the layers added before.
     void AddLayer(std::shared_ptr<Layer> layer);
-    /// How the picture lies in the window.
-    [[nodiscard]] PictureView view() const { return {GetPos().topLeft()}; }
+    /// The size in display pixels of what the picture is stretched to. It is shown as large as the
+    /// control has room for, in its middle. Empty at first: that of the control.
+    void setDisplaySize(Size size) { m_displaySize = size; }
+    /// How the picture lies in the window, and where.
+    [[nodiscard]] PictureView view() const;
+    [[nodiscard]] Rect pictureRect() const;
     /// What tells the pointer's shape at a point of the window; none: an arrow.
     void setPointerShape(std::function<platform::PointerShape(Point)> shapeAt) {
         m_shapeAt = std::move(shapeAt);
+    }
+    [[nodiscard]] bool takesPressAt(Point point) const override {
+        return pictureRect().contains(point);
     }
     [[nodiscard]] platform::PointerShape pointerShapeAt(Point point) const override {
         return m_shapeAt ? m_shapeAt(point) : platform::PointerShape::arrow;
@@ -107,6 +114,7 @@ private:
     std::vector<ShownLayer> m_layers;
     std::function<platform::PointerShape(Point)> m_shapeAt;
     std::unique_ptr<platform::FrameBuffer> m_backBuffer;
+    Size m_displaySize;
     bool m_ready = false;
     int m_quietTicks = 0; ///< since the last new picture or request for one
 };

@@ -71,6 +71,10 @@ bool QtWindow::send(const Event& event) {
     return guarded("window event", true, [&] { return events.onEvent(event); });
 }
 
+bool QtWindow::takesPress(Point at) {
+    return guarded("press at the border", false, [&] { return m_events.takesPress(at); });
+}
+
 void QtWindow::show(bool visible) {
     if (m_closing) {
         return;

@@ -47,6 +47,8 @@ public:
 
     /// What the owner answers; true when the window is closing. May destroy this object.
     bool send(const Event& event);
+    /// Whether the owner's content takes a press at a layout pixel.
+    [[nodiscard]] bool takesPress(Point at);
     /// Asks the owner whether the window may close, and closes it when the owner has no objection.
     void requestClose();
     [[nodiscard]] bool isSizable() const { return m_leastSize != Size{}; }

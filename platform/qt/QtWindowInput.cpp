@@ -208,8 +208,11 @@ bool QtWindowInput::handleBorder(const QMouseEvent& event) {
     }
     QtSurface& surface = m_window.surface();
     const Rect place = m_window.qtGeometry();
-    const QPointF at = surface.mapFromGlobal(event.globalPosition()) / m_window.unit();
-    const Qt::Edges edges = edgesAt(pixelAt(at), m_window.contentSize());
+    const Point at = pixelAt(surface.mapFromGlobal(event.globalPosition()) / m_window.unit());
+    Qt::Edges edges = edgesAt(at, m_window.contentSize());
+    if (edges != Qt::Edges() && m_window.takesPress(at)) {
+        edges = {};
+    }
     const bool entered = !std::exchange(m_onBorder, edges != Qt::Edges()) && m_onBorder;
     if (!m_onBorder) {
         surface.setCursor(cursorOf(m_shape));

@@ -287,7 +287,7 @@ Rect Win32Window::normalGeometry() const {
     return isNormal ? geometry() : toLayout(restoredRectOf(window));
 }
 
-LRESULT Win32Window::frameCodeAt(POINT at) const {
+LRESULT Win32Window::frameCodeAt(POINT at) {
     const int border = toScreen({kSizingBorder, 0}).x;
     const int corner = 3 * border;
     constexpr LRESULT kCodes[3][3] = {{HTTOPLEFT, HTTOP, HTTOPRIGHT},
@@ -297,6 +297,10 @@ LRESULT Win32Window::frameCodeAt(POINT at) const {
     const Rect inside{place.left + border, place.top + border, place.right - border,
                       place.bottom - border};
     if (inside.contains({at.x, at.y}) || IsZoomed(m_handle.get()) != 0) {
+        return HTCLIENT;
+    }
+    const Point content = toLayout(POINT{at.x - place.left, at.y - place.top});
+    if (guarded("press at the border", false, [&] { return m_events.takesPress(content); })) {
         return HTCLIENT;
     }
     const auto third = [corner](int value, int begin, int end) {

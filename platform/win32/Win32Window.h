@@ -93,7 +93,7 @@ private:
     std::optional<LRESULT> handleSizing(UINT message, LPARAM wideLong);
     [[nodiscard]] bool isSizable() const { return m_leastSize != Size{}; }
     /// The part of the frame that a point of the screen would lie in, if there were one.
-    [[nodiscard]] LRESULT frameCodeAt(POINT at) const;
+    [[nodiscard]] LRESULT frameCodeAt(POINT at);
     void limitSize(MINMAXINFO& limits) const;
     void handleCloseRequest();
     void handleActivation(bool active);

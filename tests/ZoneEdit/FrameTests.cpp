@@ -164,10 +164,14 @@ TEST_F(ZoneEditFrames, AVideoWithoutFramesLeavesItsZonesAlone) {
     goTo(2);
     EXPECT_EQ(frameText(), u"0");
     EXPECT_EQ(m_driver->textOf(u"EditTotalFrames"), u"0");
-    EXPECT_TRUE(isVisible(u"LabelProblem"));
-    EXPECT_EQ(
-        m_driver->textOf(u"LabelProblem"),
-        u"The length of this video is unknown: there are no frames to step through or draw on.");
+    const std::u16string problem =
+        u"The length of this video is unknown: there are no frames to step through or draw on.";
+    EXPECT_TRUE(isVisible(u"LabelNotice")) << "the caption has no room for it";
+    EXPECT_EQ(m_driver->textOf(u"LabelNotice"), problem);
+    m_driver->native().setGeometry(platform::Rect::at(0, 0, 1800, 900));
+    EXPECT_TRUE(test::pumpUntil([&] { return isVisible(u"LabelProblem"); })) << "now it has";
+    EXPECT_FALSE(isVisible(u"PanelNotice"));
+    EXPECT_EQ(m_driver->textOf(u"LabelProblem"), problem);
     EXPECT_EQ(m_driver->textOf(u"EmptyLine"), u"The video's length is unknown.");
     EXPECT_EQ(m_driver->get<toolkit::CComboUI>(u"ComboZone").GetCount(), 1);
     EXPECT_EQ(m_log.errors(), test::kNoZones);

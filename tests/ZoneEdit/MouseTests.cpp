@@ -7,6 +7,7 @@
 #include "tests/support/windows/Answering.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/COptionUI.h"
+#include "video/CVideoUI.h"
 
 namespace {
 
@@ -48,6 +49,31 @@ TEST_F(ZoneEditMouse, AddOneAddsOnePointBehindTheChosenOneAndGoesBackToMove) {
     EXPECT_FALSE(isChecked(*m_driver, u"OptionAddPoint"));
     clickPicture(1000, 600);
     EXPECT_EQ(points(0, 0), drawn) << "the next click chooses";
+}
+
+TEST_F(ZoneEditMouse, PointsKeepTheirPlacesInThePictureWhateverItsSizeOnTheScreen) {
+    const auto& video = static_cast<const video::CVideoUI&>(m_driver->get(u"Video"));
+    const platform::Size area = video.GetPos().size();
+    m_driver->click(u"OptionAddMultiPoint");
+    Points expected;
+    for (const platform::Size size : {platform::Size{1400, 112 + area.height}, {1400, 712}}) {
+        m_driver->native().setGeometry(platform::Rect::at(0, 0, size.width, size.height));
+        ASSERT_TRUE(test::pumpUntil([&] {
+            return video.GetPos().size() == platform::Size{1400, size.height - 112};
+        }));
+        const platform::Rect picture = video.pictureRect();
+        EXPECT_EQ(picture.height(), size.height - 112) << "as large as there is room for";
+        m_driver->click(Point{picture.left - 10, 300}); // beside it nothing is drawn
+        for (const Point at : {picture.topLeft(), Point{picture.right - 1, picture.bottom - 1},
+                               Point{picture.left + 333, picture.top + 221}}) {
+            m_driver->click(at);
+            const double scale = static_cast<double>(area.height) / picture.height();
+            expected.push_back({static_cast<int>((at.x - picture.left + 0.5) * scale),
+                                static_cast<int>((at.y - picture.top + 0.5) * scale)});
+        }
+    }
+    EXPECT_EQ(points(0, 0), expected);
+    EXPECT_EQ(expected.back(), (Point{667 * area.height / 1200, 443 * area.height / 1200}));
 }
 
 TEST_F(ZoneEditMouse, AddManyAddsAPointForEachClickAndDragsNone) {

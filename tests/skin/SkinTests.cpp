@@ -247,7 +247,8 @@ TEST(SkinPlaces, AreTheDesignsInWindowsOfEverySize) {
 }
 
 const std::string kZoneEditOrder =
-    "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonClose ButtonNoticeUndo ButtonOnlyThisFrame "
+    "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonMinimize ButtonMaximize ButtonClose "
+    "ButtonNoticeUndo ButtonOnlyThisFrame "
     "ButtonOnAllFrames ButtonRestoreDraft ButtonCloseNotice OptionMovePoint OptionAddPoint "
     "OptionAddMultiPoint OptionDeletePoint "
     "ComboZone ButtonAddZone ButtonRemoveZone EditZone OptionToggleActive OptionProgressChanges "

@@ -128,6 +128,8 @@ public:
     [[nodiscard]] bool isTabStop() const { return m_tabStop; }
     /// True for kinds that do something with a press: the caption does not drag from them.
     [[nodiscard]] virtual bool isInteractive() const { return isFocusable(); }
+    /// Whether a press at a point of it does something: the window is not sized there.
+    [[nodiscard]] virtual bool takesPressAt(Point /*at*/) const { return isInteractive(); }
     /// True for a kind that types: it always shows the focus ring and loses the focus to any
     /// press elsewhere.
     [[nodiscard]] virtual bool takesText() const { return false; }

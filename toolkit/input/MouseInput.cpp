@@ -259,6 +259,14 @@ void MouseInput::leave() {
     setHot(nullptr, {});
 }
 
+bool MouseInput::takesPress(platform::Point at) const {
+    const CControlUI* control = m_manager.FindControl(at);
+    while (control != nullptr && !control->takesPressAt(at)) {
+        control = control->GetParent();
+    }
+    return control != nullptr;
+}
+
 bool MouseInput::dragsCaption(const CControlUI* hit, platform::Point at) const {
     if (!m_manager.captionRect().contains(at)) {
         return false;

@@ -38,6 +38,8 @@ public:
     [[nodiscard]] platform::PointerShape shape() const { return m_shape; }
     /// A native window was made, or is gone.
     void windowChanged() { m_shape = platform::PointerShape::arrow; }
+    /// Whether a press there reaches a control that does something with it.
+    [[nodiscard]] bool takesPress(platform::Point at) const;
     /// The control that was pressed, until the release. Null when none.
     [[nodiscard]] CControlUI* pressed() const { return m_pressed; }
 

@@ -199,36 +199,66 @@ CDialogBuilder::CDialogBuilder() = default;
 CDialogBuilder::~CDialogBuilder() = default;
 
 bool CDialogBuilder::Load(std::span<const std::uint8_t> xml) {
-    m_problem.clear();
+    m_base.reset();
+    m_baseFile.clear();
     m_document = std::make_unique<Document>();
+    if (!parse(*m_document, xml)) {
+        return false;
+    }
+    if (const char* base = m_document->xml.RootElement()->Attribute("base")) {
+        m_baseFile = base;
+        return true;
+    }
+    return readWindow();
+}
+
+bool CDialogBuilder::LoadBase(std::span<const std::uint8_t> xml) {
+    m_base = std::make_unique<Document>();
+    if (!parse(*m_base, xml)) {
+        return false;
+    }
+    if (m_base->xml.RootElement()->Attribute("base") != nullptr) {
+        m_problem = "its base has a base itself";
+        return false;
+    }
+    return readWindow();
+}
+
+bool CDialogBuilder::parse(Document& document, std::span<const std::uint8_t> xml) {
+    m_problem.clear();
     if (xml.size() > kMaxLayoutBytes) {
         m_problem = "too large";
         return false;
     }
     // The data pointer of an empty span may be null, which tinyxml2 does not take.
     const char* text = xml.empty() ? "" : reinterpret_cast<const char*>(xml.data());
-    if (m_document->xml.Parse(text, xml.size()) != tinyxml2::XML_SUCCESS) {
-        m_problem = "line " + std::to_string(m_document->xml.ErrorLineNum()) + ": " +
-                    m_document->xml.ErrorName();
+    if (document.xml.Parse(text, xml.size()) != tinyxml2::XML_SUCCESS) {
+        m_problem =
+            "line " + std::to_string(document.xml.ErrorLineNum()) + ": " + document.xml.ErrorName();
         return false;
     }
-    return readWindow();
-}
-
-bool CDialogBuilder::readWindow() {
-    const XMLElement* window = m_document->xml.RootElement();
+    const XMLElement* window = document.xml.RootElement();
     if (window == nullptr || std::string_view(window->Name()) != "Window") {
         m_problem = "no Window element";
         return false;
     }
-    const auto size = parseSize(wide(window->Attribute("size")));
+    return true;
+}
+
+const char* CDialogBuilder::windowAttribute(const char* name) const {
+    const char* own = m_document->xml.RootElement()->Attribute(name);
+    return own == nullptr && m_base != nullptr ? m_base->xml.RootElement()->Attribute(name) : own;
+}
+
+bool CDialogBuilder::readWindow() {
+    const auto size = parseSize(wide(windowAttribute("size")));
     if (!size || size->width < 1 || size->height < 1 || size->width > kMaxWindowSide ||
         size->height > kMaxWindowSide) {
         m_problem = "Window has no valid size";
         return false;
     }
     m_size = *size;
-    m_leastSize = parseSize(wide(window->Attribute("minsize"))).value_or(platform::Size{});
+    m_leastSize = parseSize(wide(windowAttribute("minsize"))).value_or(platform::Size{});
     m_leastSize = {std::clamp(m_leastSize.width, 0, m_size.width),
                    std::clamp(m_leastSize.height, 0, m_size.height)};
     return true;
@@ -236,7 +266,7 @@ bool CDialogBuilder::readWindow() {
 
 bool CDialogBuilder::Build(CPaintManagerUI& manager, IDialogBuilderCallback* callback) {
     m_remarks.clear();
-    const XMLElement& window = *m_document->xml.RootElement();
+    const XMLElement& window = *(m_base != nullptr ? m_base : m_document)->xml.RootElement();
     Building building{*this, manager, callback};
     for (const XMLElement* e = window.FirstChildElement(); e != nullptr;
          e = e->NextSiblingElement()) {

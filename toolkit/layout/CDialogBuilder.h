@@ -30,6 +30,11 @@ public:
     /// size; problem() says what is wrong. Builds nothing.
     [[nodiscard]] bool Load(std::span<const std::uint8_t> xml);
     [[nodiscard]] const std::string& problem() const { return m_problem; }
+    /// The file of the layout that this one changes; empty: it stands for itself.
+    [[nodiscard]] const std::string& baseFile() const { return m_baseFile; }
+    /// Takes from that layout, which must have no base itself, all but the window's sizes where
+    /// this one has its own. As Load.
+    [[nodiscard]] bool LoadBase(std::span<const std::uint8_t> xml);
     /// The window's client size in pixels, 1 to kMaxWindowSide a side; after Load.
     [[nodiscard]] platform::Size windowSize() const { return m_size; }
     /// The least size of a window that the user can size; else empty.
@@ -46,10 +51,14 @@ private:
     struct Document;
     struct Building;
 
+    bool parse(Document& document, std::span<const std::uint8_t> xml);
+    [[nodiscard]] const char* windowAttribute(const char* name) const;
     bool readWindow();
 
     std::unique_ptr<Document> m_document;
+    std::unique_ptr<Document> m_base; ///< null for a layout that stands for itself
     std::string m_problem;
+    std::string m_baseFile;
     std::vector<std::string> m_remarks;
     platform::Size m_size;
     platform::Size m_leastSize;

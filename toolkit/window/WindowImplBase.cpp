@@ -28,7 +28,14 @@ bool WindowImplBase::readLayout(const Skin& skin, CDialogBuilder& builder) const
         core::Log::get()->Error("Unable to read layout %s", skin.describe(GetSkinFile()).c_str());
         return false;
     }
-    return builder.Load(*layout) || refuse(skin, builder);
+    if (!builder.Load(*layout)) {
+        return refuse(skin, builder);
+    }
+    if (builder.baseFile().empty()) {
+        return true;
+    }
+    const auto base = skin.read(builder.baseFile());
+    return (base && builder.LoadBase(*base)) || refuse(skin, builder);
 }
 
 bool WindowImplBase::refuse(const Skin& skin, const CDialogBuilder& builder) const {

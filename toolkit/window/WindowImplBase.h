@@ -75,6 +75,9 @@ protected:
     /// A modeless window runs in the loop of another, which continues when it closes.
     void setModeless() { m_modeless = true; }
     void paint(platform::Canvas& canvas, const platform::Rect& dirty) override;
+    [[nodiscard]] bool takesPress(platform::Point at) override {
+        return m_manager.mouse().takesPress(at);
+    }
     [[nodiscard]] platform::Accessible* accessibleTree() override { return m_manager.GetRoot(); }
 
 private:

@@ -71,6 +71,8 @@ inline constexpr Command kZoneEditorCommands[] = {
     {command::kRemoveZone, kZones, u"Remove Zone", u"ButtonRemoveZone", u"Remove this zone"},
     kUndoCommand,
     kRedoCommand,
+    kMinimizeCommand,
+    kMaximizeCommand,
     kMenuCommand,
     kEarlierVersionsCommand,
     kNoticeUndoCommand,

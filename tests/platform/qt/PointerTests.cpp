@@ -96,10 +96,15 @@ TEST(SizingBorder, SizesByTheEdgesThatAreHeldAndNoFurtherThanTheLeastSize) {
         {{150, 3}, {5, -30}, platform::Rect::at(100, 70, 300, 230), Qt::SizeVerCursor},
         {{297, 190}, {20, -90}, platform::Rect::at(100, 100, 320, 150), Qt::SizeFDiagCursor},
         {{150, 100}, {20, 20}, platform::Rect::at(100, 100, 300, 200), Qt::ArrowCursor},
+        {{2, 150},
+         {90, 9},
+         platform::Rect::at(100, 100, 300, 200),
+         Qt::ArrowCursor}, // the content's
     };
     for (const auto& c : cases) {
         test::TestWindow window({300, 200}, nullptr, platform::WindowKind::normal, {250, 150});
         window.native().setGeometry({100, 100, 400, 300});
+        window.pressed = {0, 120, 300, 160};
         window.show();
         using platform::EventKind;
         const auto& surface = static_cast<platform::qt::QtWindow&>(window.native()).surface();

@@ -76,7 +76,7 @@ TEST_F(EditorWindows, HaveTheirClassesStylesAndTitlesAndNoFrame) {
         DWORD extendedStyle = 0x60000;
     } windows[] = {{L"Open or Create Scene", L"OpenSceneWindow"},
                    {L"New Scene", L"NewSceneWindow"},
-                   {L"Zone Edit", L"ZoneEditWindow"},
+                   {L"Zone Edit", L"ZoneEditWindow", kScreen | WS_THICKFRAME | WS_MAXIMIZEBOX},
                    {L"Quorvel", L"QuorvelWindow", kScreen | WS_THICKFRAME | WS_MAXIMIZEBOX},
                    {L"Exit?", L"ConfirmationWindow", kDialog, 0x20000}};
     std::size_t visits = 0;
@@ -146,6 +146,24 @@ TEST_F(EditorWindows, CanBeSizedAndMinimisedAndHaveTheirSystemMenu) {
     test::input().minimize(*editor->GetNative(), false);
     test::pump();
     EXPECT_EQ(IsIconic(handle), FALSE);
+}
+
+TEST_F(EditorWindows, AreSizedAtTheirBorderExceptWhereThePictureTakesPresses) {
+    const auto editor = openTitled<zoneedit::ZoneEdit>(u"Zone Edit");
+    HWND handle = handleOf(*editor);
+    RECT place{};
+    GetWindowRect(handle, &place);
+    const auto codeAt = [&](LONG x, LONG y) {
+        return SendMessageW(handle, WM_NCHITTEST, 0, MAKELPARAM(place.left + x, place.top + y));
+    };
+    const LONG right = place.right - place.left - 1;
+    const LONG bottom = place.bottom - place.top - 1;
+    EXPECT_EQ(codeAt(0, 300), HTCLIENT) << "the picture";
+    EXPECT_EQ(codeAt(right, 300), HTCLIENT);
+    EXPECT_EQ(codeAt(right - 20, 5), HTCLIENT) << "a button's first row";
+    EXPECT_EQ(codeAt(right - 20, 4), HTTOP);
+    EXPECT_EQ(codeAt(0, bottom - 30), HTLEFT);
+    EXPECT_EQ(codeAt(right, bottom), HTBOTTOMRIGHT);
 }
 
 TEST_F(EditorWindows, EndTheirLoopHoweverTheyAreDestroyed) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Geometry.h"
 #include "platform/Window.h"
 
 namespace test {
@@ -23,6 +24,7 @@ public:
 
     bool onEvent(const platform::Event& event) override;
     void onPaint(platform::Canvas& canvas, const platform::Rect& dirty) override;
+    bool takesPress(platform::Point at) override { return pressed.contains(at); }
 
     [[nodiscard]] platform::NativeWindow& native() { return *m_native; }
     /// Shows the window and waits until the system has painted it.
@@ -40,6 +42,8 @@ public:
     std::function<bool(const platform::Event&)> answer;
     /// Draws, after the rectangle is recorded.
     std::function<void(platform::Canvas&)> paint;
+    /// Where the content takes presses.
+    platform::Rect pressed;
     /// Events that are not recorded.
     std::set<platform::EventKind> unnoted{
         platform::EventKind::mouseMove, platform::EventKind::mouseLeave,
