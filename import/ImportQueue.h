@@ -79,7 +79,9 @@ private:
     int append(ImportItem item);
     void retry(int id, Failure after, bool Order::*choice);
     void startNext();
+    [[nodiscard]] std::shared_ptr<ImportTask> taskFor(const ImportItem& item) const;
     void look(ImportItem& item);
+    void takeLook(const ImportTask& task, bool isWhole);
     void convert(ImportItem& item);
     void takeProgress();
     void takeResult(bool isWhole);
@@ -92,8 +94,7 @@ private:
     std::vector<ImportItem> m_items;
     std::vector<Order> m_orders; ///< one for each item
     int m_lastId = 0;
-    int m_convertingId = 0; ///< 0 for none
-    std::shared_ptr<ImportTask> m_task;
+    std::shared_ptr<ImportTask> m_task; ///< the one that converts
     jobs::BackgroundJob m_looking;
     jobs::BackgroundJob m_converting; ///< last: it uses all of the above
 };

@@ -70,21 +70,6 @@ private:
     bool m_made = false;
 };
 
-/// What a killed program has left. One that still copies writes again and again.
-void removeLeftovers(FileSystem& files, const std::string& folder) {
-    std::vector<platform::FolderEntry> entries;
-    (void)files.list(folder, entries);
-    const std::int64_t now = core::services().clock->now();
-    for (const platform::FolderEntry& entry : entries) {
-        const std::string path = folder + entry.name;
-        const auto info = isImportTemporary(entry.name) ? files.info(path) : std::nullopt;
-        if (info && !info->isFolder && info->modified < now - kLeftoverSeconds) {
-            int error = 0;
-            files.removeFile(path, error);
-        }
-    }
-}
-
 ImportReport failure(const char* reason) {
     return {ImportResult::failed, reason};
 }
@@ -205,10 +190,13 @@ private:
 } // namespace
 
 const std::string& importTemporary() {
-    static const std::string name = std::string(kTemporaryStart) + "-" +
-                                    std::to_string(std::random_device()()) +
-                                    std::string(kTemporaryEnd);
+    static const std::string name = newTemporary();
     return name;
+}
+
+std::string newTemporary() {
+    return std::string(kTemporaryStart) + "-" + std::to_string(std::random_device()()) +
+           std::string(kTemporaryEnd);
 }
 
 bool isImportTemporary(std::string_view name) {
@@ -218,6 +206,20 @@ bool isImportTemporary(std::string_view name) {
     name.remove_prefix(kTemporaryStart.size());
     name.remove_suffix(kTemporaryEnd.size());
     return name.find_first_not_of("0123456789", name.starts_with('-') ? 1 : 0) == name.npos;
+}
+
+void removeLeftovers(FileSystem& files, const std::string& folder) {
+    std::vector<platform::FolderEntry> entries;
+    (void)files.list(folder, entries);
+    const std::int64_t now = core::services().clock->now();
+    for (const platform::FolderEntry& entry : entries) {
+        const std::string path = folder + entry.name;
+        const auto info = isImportTemporary(entry.name) ? files.info(path) : std::nullopt;
+        if (info && !info->isFolder && info->modified < now - kLeftoverSeconds) {
+            int error = 0;
+            files.removeFile(path, error);
+        }
+    }
 }
 
 ImportReport importVideo(FileSystem& files, const std::string& source,

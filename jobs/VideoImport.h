@@ -36,8 +36,13 @@ struct ImportProgress {
 /// The name of this program's temporary file in the destination's folder: two programs may copy
 /// into the same one.
 [[nodiscard]] const std::string& importTemporary();
+/// Another such name, for a file that this program writes at the same time.
+[[nodiscard]] std::string newTemporary();
 /// Whether a file of that name is an unfinished copy, of whatever program.
 [[nodiscard]] bool isImportTemporary(std::string_view name);
+
+/// Removes unfinished copies that nobody has written to for an hour. `folder` ends in a separator.
+void removeLeftovers(platform::FileSystem& files, const std::string& folder);
 
 /// Copies `source` to `destination`, creating missing folders. Both are UTF-8 paths.
 /// Source and destination are compared as files (volume and index), so that a file of the scene's

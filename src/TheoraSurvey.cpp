@@ -32,10 +32,8 @@ public:
         : m_isStopped(isStopped), m_file(path, files, isStopped), m_source(m_file) {}
 
     ClipSurvey run() {
-        readStreamHeaders(m_source, m_headers);
+        GranuleFormat format = readLayout();
         const th_info& info = *m_headers.theora.info.get();
-        GranuleFormat format(info);
-        m_layout = scanStream(m_source, m_headers, format);
         if (!decodesAny(format)) {
             return {};
         }
@@ -47,6 +45,8 @@ public:
             static_cast<int>(std::clamp<std::int64_t>(m_layout.frameCount, -1, INT_MAX));
         const double framesPerSecond =
             static_cast<double>(info.fps_numerator) / info.fps_denominator;
+        result.framesPerSecond = framesPerSecond;
+        result.hasSound = m_headers.vorbis.present;
         // Positions count the frames since a key frame in so many bits.
         const double most = static_cast<double>(std::int64_t{1} << info.keyframe_granule_shift);
         if (most / framesPerSecond > kSlowSeconds) {
@@ -55,7 +55,24 @@ public:
         return result;
     }
 
+    bool decodesLast() {
+        GranuleFormat format = readLayout();
+        m_reads = kReadsToDecode;
+        PictureDecoder decoder(m_source, m_stop, m_headers.theora, m_layout, format);
+        const std::int64_t last = m_layout.frameCount - 1;
+        return m_layout.frameCount > 0 &&
+               decoder.decodeTo(last, [](std::int64_t) {}) == DecodeResult::reached &&
+               decoder.picture().identity != 0;
+    }
+
 private:
+    GranuleFormat readLayout() {
+        readStreamHeaders(m_source, m_headers);
+        GranuleFormat format(*m_headers.theora.info.get());
+        m_layout = scanStream(m_source, m_headers, format);
+        return format;
+    }
+
     [[nodiscard]] bool decodesAny(const GranuleFormat& format) {
         m_reads = kReadsToDecode;
         PictureDecoder decoder(m_source, m_stop, m_headers.theora, m_layout, format);
@@ -127,6 +144,15 @@ ClipSurvey surveyClip(const std::string& path, platform::FileSystem& files,
         return Survey(path, files, isStopped).run();
     } catch (const std::exception&) { // the file, or memory
         return {};
+    }
+}
+
+bool decodesToItsEnd(const std::string& path, platform::FileSystem& files,
+                     const std::function<bool()>& isStopped) {
+    try {
+        return Survey(path, files, isStopped).decodesLast();
+    } catch (const std::exception&) {
+        return false;
     }
 }
 

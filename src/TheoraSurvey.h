@@ -15,6 +15,8 @@ struct ClipSurvey {
     int width = 0; ///< as the editor shows the clip
     int height = 0;
     int frameCount = -1; ///< -1 if unknown
+    double framesPerSecond = 0.0;
+    bool hasSound = false;
     /// The longest way from one key frame to the next, or to the end; 0 if the file's format keeps
     /// it below five seconds. Of very large files only samples are read.
     double keyFrameSeconds = 0.0;
@@ -25,5 +27,8 @@ struct ClipSurvey {
 /// returns true. Never throws. Any thread.
 [[nodiscard]] ClipSurvey surveyClip(const std::string& path, platform::FileSystem& files,
                                     const std::function<bool()>& isStopped);
+/// Whether the clip's last frame can be decoded, found as by a seek. The rest as above.
+[[nodiscard]] bool decodesToItsEnd(const std::string& path, platform::FileSystem& files,
+                                   const std::function<bool()>& isStopped);
 
 } // namespace theora

@@ -279,6 +279,15 @@ bool Zone::hasPointAt(int x, int y) const {
     return false;
 }
 
+void Zone::mapPoints(const std::function<Point(Point)>& map) {
+    ShapeTrack& track = m_track.own();
+    for (std::size_t run = 0; run < track.runCount(); ++run) {
+        for (Point& point : track.points(run)) {
+            point = map(point);
+        }
+    }
+}
+
 void Zone::revert(TrackChanges& changes) noexcept {
     changes.revert(m_track);
 }

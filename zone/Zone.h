@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -101,6 +102,8 @@ public:
     /// Whether addPoint with that selection, or deletePoint at that place, would change a frame.
     [[nodiscard]] bool takesPoint(int selectedPoint) const;
     [[nodiscard]] bool hasPointAt(int x, int y) const;
+    /// Moves every point of every frame to where `map` says. No step, and not undoable.
+    void mapPoints(const std::function<platform::Point(platform::Point)>& map);
     void revert(TrackChanges& changes) noexcept;
     void redo(TrackChanges& changes);
     /// Adds frames without a shape up to `frameCount`.

@@ -27,7 +27,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-constexpr int kNiceness = 10;
+constexpr int kNiceness = 5;
 /// How soon the end of a program is seen whose pipes another one keeps open.
 constexpr milliseconds kSlice{20};
 constexpr int kGroupRounds = 100;

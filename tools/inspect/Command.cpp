@@ -26,6 +26,28 @@ constexpr std::array kCommands{
             "  A-B                frames A to B, both included\n"
             "  random:SEED:COUNT  COUNT random frames, the same ones for the same SEED\n"
             "  --sequential       play the clip from its start instead of seeking each frame\n"},
+    Command{
+        "import",
+        "FILE... --into DIR [--quality small|standard|high] [--no-sound] [--keep-both] "
+        "[--readable] [--converter FILE] [--json]",
+        runImport,
+        "Convert videos of phones and cameras into clips in the folder DIR, one after the\n"
+        "other. A file that cannot be converted does not stop the rest. Clips get the names of\n"
+        "their files; nothing is ever overwritten.\n"
+        "\n"
+        "  --into DIR         where the clips go; an existing folder\n"
+        "  --quality QUALITY  small: 640 x 352 at most, standard: 1280 x 720, high: 1920 x 1072\n"
+        "  --no-sound         leave the sound out\n"
+        "  --keep-both        where a name is taken, append a number to it\n"
+        "  --readable         of a damaged file, take what can be read\n"
+        "  --converter FILE   the program ffmpeg, with ffprobe beside it; else both are looked\n"
+        "                     for beside this program and on the system's path\n"
+        "  --json             print one JSON object a line for each file: source, file,\n"
+        "                     frames, fps, width, height, sound, bytes, state (done, failed or\n"
+        "                     cancelled), reason (a word), text and details\n"
+        "\n"
+        "Exit status: 0 every file was converted, 1 at least one was not, 2 there is no\n"
+        "converter or the command line is wrong.\n"},
     Command{"scene", "DIR [--rewrite DIR2]", runScene,
             "Print the scene in the folder DIR as one JSON object.\n"
             "\n"

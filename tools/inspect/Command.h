@@ -38,6 +38,8 @@ struct Command {
 void printKinds(std::ostream& out);
 /// frames FILE [--sequential] [N | A-B | random:SEED:COUNT]...
 [[nodiscard]] int runFrames(const Arguments& arguments, std::ostream& out);
+/// import FILE... --into DIR [--quality small|standard|high] [--no-sound] [--json]
+[[nodiscard]] int runImport(const Arguments& arguments, std::ostream& out);
 /// scene DIR [--rewrite DIR2]
 [[nodiscard]] int runScene(const Arguments& arguments, std::ostream& out);
 /// video FILE

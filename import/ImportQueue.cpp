@@ -1,0 +1,244 @@
+#include "import/ImportQueue.h"
+
+#include <algorithm>
+#include <cmath>
+#include <mutex>
+#include <utility>
+
+#include "import/ImportJob.h"
+
+namespace imports {
+
+/// Shared by the queue and the thread that works for it.
+struct ImportTask {
+    JobRequest request;
+    int id = 0;
+
+    std::mutex mutex;
+    int percent = 0;
+    double secondsLeft = -1;
+    // Written before the work ends, read after it.
+    LookResult look;
+    JobResult result;
+};
+
+namespace {
+
+bool isOpen(const ImportItem& item) {
+    return item.state == ImportState::waiting || item.state == ImportState::converting;
+}
+
+} // namespace
+
+ImportQueue::ImportQueue(platform::EventLoop& loop, platform::FileSystem& files, std::string folder)
+    : m_files(files), m_folder(std::move(folder)), m_looking(loop), m_converting(loop) {}
+
+ImportQueue::~ImportQueue() {
+    m_looking.cancel();
+    m_converting.cancel();
+}
+
+int ImportQueue::add(const std::string& source) {
+    return append({.kind = ImportKind::file, .source = source});
+}
+
+int ImportQueue::addRemake(const std::string& clip) {
+    return append({.kind = ImportKind::remake, .source = m_folder + clip});
+}
+
+int ImportQueue::append(ImportItem item) {
+    item.id = ++m_lastId;
+    m_items.push_back(std::move(item));
+    m_orders.emplace_back();
+    changed();
+    return m_lastId;
+}
+
+void ImportQueue::keepBoth(int id) {
+    retry(id, Failure::nameTaken, &Order::takesFreeName);
+}
+
+void ImportQueue::importReadable(int id) {
+    retry(id, Failure::cut, &Order::takesReadable);
+}
+
+void ImportQueue::retry(int id, Failure after, bool Order::*choice) {
+    ImportItem* const item = itemOf(id);
+    if (item == nullptr || item->state != ImportState::failed || item->failure.kind != after) {
+        return;
+    }
+    m_orders[static_cast<std::size_t>(item - m_items.data())].*choice = true;
+    item->state = ImportState::waiting;
+    item->failure = {};
+    changed();
+}
+
+void ImportQueue::cancel(int id) {
+    ImportItem* const item = itemOf(id);
+    if (item != nullptr && item->state == ImportState::converting) {
+        m_converting.cancel(); // its end says that it is cancelled
+    } else if (item != nullptr && item->state == ImportState::waiting) {
+        item->state = ImportState::cancelled;
+        changed();
+    }
+}
+
+void ImportQueue::cancelAll() {
+    for (ImportItem& item : m_items) {
+        if (item.state == ImportState::waiting) {
+            item.state = ImportState::cancelled;
+        }
+    }
+    m_converting.cancel();
+    changed();
+}
+
+void ImportQueue::remove(int id) {
+    ImportItem* const item = itemOf(id);
+    if (item != nullptr && !isOpen(*item)) {
+        m_orders.erase(m_orders.begin() + (item - m_items.data()));
+        m_items.erase(m_items.begin() + (item - m_items.data()));
+        changed();
+    }
+}
+
+ImportItem* ImportQueue::itemOf(int id) {
+    const auto found = std::find_if(m_items.begin(), m_items.end(),
+                                    [id](const ImportItem& item) { return item.id == id; });
+    return found == m_items.end() ? nullptr : &*found;
+}
+
+const ImportItem* ImportQueue::find(int id) const {
+    const auto found = std::find_if(m_items.begin(), m_items.end(),
+                                    [id](const ImportItem& item) { return item.id == id; });
+    return found == m_items.end() ? nullptr : &*found;
+}
+
+bool ImportQueue::isBusy() const {
+    return std::any_of(m_items.begin(), m_items.end(), isOpen);
+}
+
+int ImportQueue::percent() const {
+    double done = 0;
+    double all = 0;
+    for (const ImportItem& item : m_items) {
+        if (item.state == ImportState::cancelled || item.state == ImportState::failed) {
+            continue;
+        }
+        // Long files count for more; a minute stands for those not looked at yet.
+        const double length = item.facts && item.facts->seconds > 0 ? item.facts->seconds : 60;
+        all += length;
+        done += item.state == ImportState::done ? length : length * item.percent / 100.0;
+    }
+    return all > 0 ? static_cast<int>(std::floor(done * 100 / all + 1e-9)) : 0;
+}
+
+void ImportQueue::changed() {
+    startNext();
+    if (onChanged) {
+        onChanged();
+    }
+}
+
+void ImportQueue::startNext() {
+    if (!m_looking.isRunning()) {
+        const auto next = std::find_if(m_items.begin(), m_items.end(), [](const ImportItem& item) {
+            return item.state == ImportState::waiting && !item.facts;
+        });
+        if (next != m_items.end()) {
+            look(*next);
+        }
+    }
+    if (!m_converting.isRunning()) {
+        const auto next = std::find_if(m_items.begin(), m_items.end(), [](const ImportItem& item) {
+            return item.state == ImportState::waiting && item.facts;
+        });
+        if (next != m_items.end()) {
+            convert(*next);
+        }
+    }
+}
+
+std::shared_ptr<ImportTask> ImportQueue::taskFor(const ImportItem& item) const {
+    const Order& order = m_orders[static_cast<std::size_t>(&item - m_items.data())];
+    auto task = std::make_shared<ImportTask>();
+    task->id = item.id;
+    task->request.kind = item.kind;
+    task->request.source = item.source;
+    task->request.folder = m_folder;
+    task->request.converter = m_converter;
+    task->request.limits.run.isBackground = true;
+    task->request.settings = m_settings;
+    task->request.takesFreeName = order.takesFreeName;
+    task->request.takesReadable = order.takesReadable;
+    return task;
+}
+
+void ImportQueue::look(ImportItem& item) {
+    const auto task = taskFor(item);
+    m_looking.start(
+        [task, &files = m_files](jobs::BackgroundJob::Control& control) {
+            task->look = lookAt(files, task->request, [&control] { return control.isCancelled(); });
+        },
+        [] {}, [this, task](bool isWhole) { takeLook(*task, isWhole); });
+}
+
+void ImportQueue::takeLook(const ImportTask& task, bool isWhole) {
+    ImportItem* const item = itemOf(task.id);
+    if (item != nullptr && item->state == ImportState::waiting) {
+        if (isWhole && task.look.source) {
+            item->facts = factsOf(*task.look.source);
+        } else {
+            item->state = ImportState::failed;
+            item->failure = isWhole ? task.look.failure : ImportFailure{Failure::noMemory};
+        }
+    }
+    changed();
+}
+
+void ImportQueue::convert(ImportItem& item) {
+    item.state = ImportState::converting;
+    item.percent = 0;
+    item.secondsLeft = -1;
+    m_task = taskFor(item);
+    m_converting.start(
+        [task = m_task, &files = m_files](jobs::BackgroundJob::Control& control) {
+            const ProgressSink onProgress = [&](int percent, double secondsLeft) {
+                {
+                    const std::scoped_lock lock(task->mutex);
+                    task->percent = percent;
+                    task->secondsLeft = secondsLeft;
+                }
+                control.report();
+            };
+            task->result = runImport(files, task->request, onProgress,
+                                     [&control] { return control.isCancelled(); });
+        },
+        [this] { takeProgress(); }, [this](bool isWhole) { takeResult(isWhole); });
+}
+
+void ImportQueue::takeProgress() {
+    ImportItem* const item = itemOf(m_task->id);
+    if (item != nullptr && item->state == ImportState::converting) {
+        const std::scoped_lock lock(m_task->mutex);
+        item->percent = m_task->percent;
+        item->secondsLeft = m_task->secondsLeft;
+    }
+    changed();
+}
+
+void ImportQueue::takeResult(bool isWhole) {
+    const std::shared_ptr<ImportTask> task = std::move(m_task);
+    ImportItem* const item = itemOf(task->id); // one that converts cannot be removed
+    item->state = isWhole ? task->result.state : ImportState::failed;
+    item->failure = isWhole ? task->result.failure : ImportFailure{Failure::noMemory};
+    item->clip = task->result.clip;
+    if (item->state == ImportState::done && onDone) {
+        item->percent = 100;
+        const ImportItem finished = *item; // the list may change meanwhile
+        onDone(finished);
+    }
+    changed();
+}
+
+} // namespace imports
