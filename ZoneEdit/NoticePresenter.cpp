@@ -16,16 +16,6 @@ namespace {
 
 constexpr int kRefusalMs = 3000;
 
-struct Look {
-    std::u16string_view fill;
-    std::u16string_view edge;
-    std::u16string_view text;
-    std::u16string_view icon;
-    std::u16string_view tint;
-};
-constexpr Look kNote{u"#FFE9F5FF", u"#FF1D63AD", u"#FF1C2733", u"Note", u"accent"};
-constexpr Look kProblem{u"#FFFFF0CF", u"#FFB97A0A", u"#FF7A4A00", u"Warning", u"warning"};
-
 } // namespace
 
 NoticePresenter::NoticePresenter(ui::Controls controls, zone::ZoneSession& session)
@@ -109,17 +99,16 @@ void NoticePresenter::show() {
         m_controls.setVisible(name, std::find(line.buttons.begin(), line.buttons.end(), name) !=
                                         line.buttons.end());
     }
-    const Look& look = line.isProblem ? kProblem : kNote;
-    panel->SetAttribute(u"bkcolor", look.fill);
-    panel->SetAttribute(u"bordercolor", look.edge);
-    if (toolkit::CControlUI* sign = m_controls.find(kNoticeSign)) {
-        sign->SetAttribute(u"icon", look.icon);
-        sign->SetAttribute(u"icontint", look.tint);
+    toolkit::CControlUI* label = m_controls.find(kNoticeText);
+    const ui::NoticeLook& look = line.isProblem ? ui::kWarningLook : ui::kNoteLook;
+    if (std::exchange(m_look, &look) != &look) {
+        ui::apply(panel, m_controls.find(kNoticeSign), look);
+        if (label != nullptr) {
+            label->SetAttribute(u"textcolor", look.text);
+        }
     }
     panel->SetVisible(isShown());
-    panel->Invalidate();
-    if (toolkit::CControlUI* label = m_controls.find(kNoticeText)) {
-        label->SetAttribute(u"textcolor", look.text);
+    if (label != nullptr) {
         label->SetText(m_shown);
         if (isNews && isShown()) {
             label->announce(line.isProblem);

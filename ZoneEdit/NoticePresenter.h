@@ -9,6 +9,7 @@
 
 #include "edit/Observers.h"
 #include "ui/Controls.h"
+#include "ui/NoticeLook.h"
 #include "zone/ZoneSession.h"
 
 namespace zoneedit {
@@ -56,6 +57,7 @@ private:
     std::u16string m_captionText;  ///< the latest, closed or not
     bool m_isCaptionFirst = false; ///< a problem that is newer than the offer
     std::u16string m_shown;
+    const ui::NoticeLook* m_look = &ui::kNoteLook;
     edit::Subscription m_changes;
 };
 

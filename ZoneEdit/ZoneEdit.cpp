@@ -51,6 +51,9 @@ namespace zoneedit {
 
 namespace {
 
+constexpr ui::ContextMenu kContextMenus[] = {{kZoneCombo, ui::kZoneRows},
+                                             {kZoneEdit, ui::kZoneRows}};
+constexpr std::u16string_view kPanes[] = {kNoticePanel, kToolOptions[0]};
 constexpr int kFullScreenHeight = 860;
 constexpr platform::Size kFullSize{1280, 720};
 constexpr platform::Size kSmallSize{1024, 600};
@@ -63,7 +66,7 @@ std::shared_ptr<ZoneEdit> ZoneEdit::create(const ui::WindowContext& context) {
 }
 
 ZoneEdit::ZoneEdit(const ui::WindowContext& context)
-    : EditorWindow(context, ui::kZoneEditorCommands),
+    : EditorWindow(context, {ui::kZoneEditorCommands, kContextMenus, kPanes}),
       m_displaySize(context.gui.windows().primaryScreenHeight() >= kFullScreenHeight ? kFullSize
                                                                                      : kSmallSize),
       m_session(std::make_shared<zone::ZoneSession>(std::make_shared<zone::ZoneManager>())) {
@@ -349,14 +352,6 @@ void ZoneEdit::closeEditor() {
     if (answer() == kYes) {
         Close(1);
     }
-}
-
-std::span<const ui::ContextMenu> ZoneEdit::contextMenus() const {
-    return ui::kZoneEditorContexts;
-}
-
-std::span<const std::u16string_view> ZoneEdit::panes() const {
-    return ui::kZoneEditorPanes;
 }
 
 } // namespace zoneedit

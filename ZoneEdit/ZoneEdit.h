@@ -69,8 +69,6 @@ public:
     bool HandleMessage(const platform::Event& event) override;
 
 protected:
-    [[nodiscard]] std::span<const ui::ContextMenu> contextMenus() const override;
-    [[nodiscard]] std::span<const std::u16string_view> panes() const override;
     void windowSized() override;
 
 private:

@@ -1,7 +1,7 @@
 // What a window, a control or a zone draws on. Coordinates are layout pixels, which may be several
-// or a part of the screen's; everything is cut to the current clip rectangle. Only text, paths and
-// stills are smoothed, and all but text by our own arithmetic, so that pixels are the same
-// everywhere.
+// or a part of the screen's; everything is cut to the current clip rectangle. Only text, paths,
+// stills and masks of another size are smoothed, and all but text by our own arithmetic, so that
+// pixels are the same everywhere.
 #pragma once
 
 #include <string_view>
@@ -49,8 +49,9 @@ public:
     /// Stretches the whole bitmap onto `target`, smoothly, blended by alpha. Much reduced ones take
     /// time by their own size.
     virtual void drawStill(const Bitmap& still, const Rect& target) = 0;
-    /// Lays `color` on `target`, by the alpha that `source` of the mask has there; as it is where
-    /// the sizes are the same, else smoothly.
+    /// Lays `color` on `target`, by the alpha that `source` of the mask has there: in its own size,
+    /// from the top left, where the screen's is that to a pixel, else smoothly stretched. A
+    /// `source` that is not all in the mask draws nothing.
     virtual void drawMask(const Bitmap& mask, const Rect& source, const Rect& target,
                           Color color) = 0;
     /// One line of text, centred from top to bottom in `box` and clipped to it.

@@ -82,7 +82,7 @@ public:
     /// above 0, 1 at first.
     virtual void setFit(double fit) = 0;
     [[nodiscard]] virtual double fit() const = 0;
-    /// A hidden window takes the state when it is shown. A window of a fixed size is not maximised.
+    /// A hidden window can be maximised, from when it is shown. A window of a fixed size cannot.
     virtual void setState(WindowState state) = 0;
     [[nodiscard]] virtual WindowState state() const = 0;
     /// The geometry in the normal state, whichever it is in.

@@ -99,6 +99,8 @@ public:
     /// Waits until what closed documents have left is on the disk and free for others, though not
     /// for long if the disk does not answer. Before looking for kept drafts.
     void settle();
+    /// Whether unsaved work is written aside: the author wants that, and it has not failed.
+    [[nodiscard]] bool isKeeping() const { return m_areKept() && m_failure.empty(); }
     /// `areKept` answers differently now: drops all drafts, or writes what is unsaved.
     void keepingChanged();
     /// Why the draft of an open document could not be written; empty if all were.

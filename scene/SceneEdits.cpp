@@ -42,10 +42,9 @@ bool SceneSession::insertBranch(SceneStep step, int index, std::shared_ptr<Branc
 }
 
 std::string SceneSession::nameOfCopy(const std::string& original) const {
-    const std::vector<std::string> names = branchNames();
     for (int number = 2;; ++number) {
         std::string name = original + " " + std::to_string(number);
-        if (std::find(names.begin(), names.end(), name) == names.end()) {
+        if (!hasBranch(name)) {
             return name;
         }
     }
@@ -72,11 +71,9 @@ bool SceneSession::removeBranch(int branch) {
     }
     auto gesture = m_history.begin({SceneStep::removeBranch, branch});
     gesture.run(PlaceBranch{branch, removed, true});
-    const std::vector<std::string> names = branchNames();
-    const bool isNamed = std::find(names.begin(), names.end(), removed->ID()) != names.end();
-    if (!isNamed && m_scene->FirstBranch() == removed->ID()) {
-        const int heir = std::min(branch, static_cast<int>(names.size()) - 1);
-        gesture.run(SwapFirstBranch{heir >= 0 ? names[static_cast<std::size_t>(heir)] : ""});
+    if (m_scene->FirstBranch() == removed->ID() && !hasBranch(removed->ID())) {
+        const int heir = std::min(branch, branchCount() - 1);
+        gesture.run(SwapFirstBranch{heir >= 0 ? branchName(heir) : ""});
     }
     gesture.commit();
     return true;

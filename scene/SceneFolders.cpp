@@ -39,14 +39,6 @@ std::vector<ListedScene> listScenesAndTimes() {
     return scenes;
 }
 
-std::vector<std::string> listScenes() {
-    std::vector<std::string> names;
-    for (ListedScene& scene : listScenesAndTimes()) {
-        names.push_back(std::move(scene.name));
-    }
-    return names;
-}
-
 std::string videoPath(const std::string& scene, const std::string& name) {
     const std::string folder = sceneFolderPath(scene);
     return folder.empty() ? folder : folder + name;

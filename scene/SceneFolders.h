@@ -14,22 +14,19 @@ inline constexpr const char* kScenesFolder = "Scenes";
 /// The scene's file in its folder.
 inline constexpr const char* kSceneFileName = "Scene.xml";
 
-/// The folder names of all scenes on offer, as stored (UTF-8 or not), in directory order. A folder
-/// that contains a file "Replaced" is left out: a newer scene has replaced it.
-/// Empty when "Scenes/" cannot be read.
-[[nodiscard]] std::vector<std::string> listScenes();
-/// The same, with when each was saved last, as Clock::now().
 struct ListedScene {
-    std::string name;
-    std::int64_t saved = 0;
+    std::string name;       ///< of its folder, as stored (UTF-8 or not)
+    std::int64_t saved = 0; ///< when it was saved last, as Clock::now()
 };
+/// All scenes on offer, in directory order. A folder that contains a file "Replaced" is left out: a
+/// newer scene has replaced it. Empty when "Scenes/" cannot be read.
 [[nodiscard]] std::vector<ListedScene> listScenesAndTimes();
 
 /// The folder of all scenes, ending in "/". The Add Video dialog starts here.
 [[nodiscard]] std::string scenesFolderPath();
 
 /// Whether a scene saved as `name` has a folder of its own right below "Scenes/", as all that
-/// listScenes() finds have.
+/// listScenesAndTimes() finds have.
 [[nodiscard]] bool canBeListed(std::string_view name);
 
 /// Whether every system can have a folder of that name and gives the same name back: no character

@@ -80,6 +80,14 @@ std::vector<std::string> SceneSession::branchNames() const {
     return names;
 }
 
+bool SceneSession::hasBranch(const std::string& name) const {
+    int branch = branchCount() - 1;
+    while (branch >= 0 && branchAt(branch)->ID() != name) {
+        --branch;
+    }
+    return branch >= 0;
+}
+
 int SceneSession::actionCount(int branch) const {
     std::vector<std::shared_ptr<Action>> actions;
     m_scene->branchActions(branch, actions);

@@ -86,6 +86,7 @@ public:
     [[nodiscard]] const std::string& firstBranch() const { return m_scene->FirstBranch(); }
     [[nodiscard]] std::string branchName(int branch) const { return m_scene->branchID(branch); }
     [[nodiscard]] std::vector<std::string> branchNames() const;
+    [[nodiscard]] bool hasBranch(const std::string& name) const;
     [[nodiscard]] std::string video(int branch) const { return m_scene->branchFilename(branch); }
     [[nodiscard]] int actionCount(int branch) const;
     [[nodiscard]] std::vector<Action> actions(int branch) const;

@@ -43,6 +43,18 @@ namespace ui {
 
 using namespace branch_list;
 
+namespace {
+
+constexpr ContextMenu kContextMenus[] = {
+    {kBranchCombo, kBranchRows},
+    {kNameEdit, kBranchRows},
+    {kVideoCombo, kVideoRows},
+    {kActionList, kActionRows},
+};
+constexpr std::u16string_view kPanes[] = {kFindingsList, kBranchCombo, kActionList, kNoticePanel};
+
+} // namespace
+
 /// What a part does when the author has changed the control of this name.
 struct BranchList::Reaction {
     std::u16string_view control;
@@ -56,8 +68,8 @@ std::shared_ptr<BranchList> BranchList::create(const WindowContext& context,
 }
 
 BranchList::BranchList(const WindowContext& context, const app_state::ScreenResult& returned)
-    : EditorWindow(context, kBranchEditorCommands), m_components(context.gui.components()),
-      m_returned(returned) {
+    : EditorWindow(context, {kBranchEditorCommands, kContextMenus, kPanes}),
+      m_components(context.gui.components()), m_returned(returned) {
     commands().bind(
         command::kExit, [this] { exitProgram(); }, [this] { return isFree(); });
 }
@@ -153,6 +165,7 @@ void BranchList::OnSplit(toolkit::TNotifyUI& /*message*/) {
 void BranchList::windowSized() {
     if (m_parts) {
         m_parts->leftPane.windowSized();
+        GetPaintManager().UpdateLayout();
         m_parts->clip.windowSized();
     }
 }
@@ -266,7 +279,7 @@ void BranchList::removeBranch() {
 }
 
 void BranchList::removeActions() {
-    if (m_parts->chosen.selected().empty()) {
+    if (m_parts->chosen.rows().empty()) {
         return;
     }
     // A dismissed question keeps the action: the opposite of the exit question. Intended.
@@ -312,10 +325,8 @@ void BranchList::showVersions() {
 }
 
 bool BranchList::isWorkAtRisk() const {
-    const app_state::SharedServices& services = context().services;
-    const bool isKept = services.drafts && services.drafts->failure().empty() &&
-                        services.editorSettings && services.editorSettings->keepDrafts();
-    return m_parts->session.isModified() && !isKept;
+    const auto& drafts = context().services.drafts;
+    return m_parts->session.isModified() && !(drafts && drafts->isKeeping());
 }
 
 void BranchList::openAnother() {
@@ -348,14 +359,6 @@ void BranchList::stop() {
     } else {
         m_parts->strip.closeOffer();
     }
-}
-
-std::span<const ContextMenu> BranchList::contextMenus() const {
-    return kBranchEditorContexts;
-}
-
-std::span<const std::u16string_view> BranchList::panes() const {
-    return kBranchEditorPanes;
 }
 
 } // namespace ui

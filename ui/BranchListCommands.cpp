@@ -44,7 +44,7 @@ BranchList::Parts::Parts(BranchList& window)
       conditions(conditionNames(window.context().services)),
       branches(window.controls(), session, window),
       videos(window.controls(), session, window.m_folder, window),
-      clip(window.controls(), window.context().gui.loop(), window.context().services.stills.get()),
+      clip(window.controls(), window.context().services.stills.get()),
       actions(window.controls(), session, {conditions, letters, videos.zones(), branches.names()}),
       chosen(window.controls(), session, branches), strip(window.controls(), session),
       history(window.controls(), session, window.m_folder, branches, chosen),
@@ -122,7 +122,7 @@ void BranchList::bindActions() {
         [this, &parts] { return isFree() && parts.session.branchCount() > 0; });
     commands.bind(
         command::kRemoveAction, [this] { removeActions(); },
-        [this, &parts] { return isFree() && !parts.chosen.selected().empty(); });
+        [this, &parts] { return isFree() && !parts.chosen.rows().empty(); });
     commands.bind(
         command::kDuplicateAction, [&parts] { parts.chosen.duplicate(); },
         [this, &parts] { return isFree() && !parts.chosen.rows().empty(); });

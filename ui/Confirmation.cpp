@@ -24,7 +24,7 @@ constexpr std::u16string_view kNoButton = u"ButtonNo";
 
 Confirmation::Confirmation(const WindowContext& context, ConfirmCallback& asker,
                            const std::string& title, const std::string& message)
-    : EditorWindow(context, kConfirmationCommands), m_asker(asker), m_title(title),
+    : EditorWindow(context, {kConfirmationCommands}), m_asker(asker), m_title(title),
       m_message(message) {
     joinCompanions(asker.askersCompanions());
     commands().bind(command::kYes, [this] { answerAndClose(ConfirmCallback::kYes); });

@@ -1,6 +1,5 @@
 #include "ui/DuplicateBar.h"
 
-#include <limits>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -11,7 +10,6 @@
 #include "scene/SceneFolders.h"
 #include "scene/SceneSummary.h"
 #include "toolkit/controls/CControlUI.h"
-#include "toolkit/controls/CEditUI.h"
 
 namespace ui {
 namespace {
@@ -57,10 +55,7 @@ void DuplicateBar::ask(const std::string& scene) {
     m_controls.setText(kName, core::displayText(name));
     showProblem({});
     show(true);
-    m_controls.setFocus(kName);
-    if (auto* edit = m_controls.find<toolkit::CEditUI>(kName)) {
-        edit->SetSel(0, std::numeric_limits<int>::max());
-    }
+    m_controls.startTyping(kName);
 }
 
 void DuplicateBar::show(bool shown) {

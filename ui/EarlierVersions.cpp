@@ -34,7 +34,11 @@ constexpr std::u16string_view kContents = u"ListVersionActions";
 constexpr std::u16string_view kPartsTab = u"OptionVersionActions";
 constexpr std::u16string_view kVersionLabel = u"LabelVersion";
 constexpr std::u16string_view kAboutLabel = u"LabelVersions";
+constexpr std::u16string_view kRestoreButton = u"ButtonRestoreVersion";
 constexpr std::u16string_view kHintLabel = u"LabelHint";
+
+constexpr ContextMenu kContextMenus[] = {{kVersions, kVersionRows}};
+constexpr std::u16string_view kPanes[] = {kVersions, kContents, kDifferences, kRestoreButton};
 
 constexpr int kBoldFont = 5;
 constexpr int kSmallFont = 4;
@@ -83,11 +87,10 @@ std::unique_ptr<toolkit::CControlUI> contentsRow(const Line& line) {
 } // namespace
 
 EarlierVersions::EarlierVersions(const WindowContext& context, VersionHistory history)
-    : EditorWindow(context, kEarlierVersionsCommands),
+    : EditorWindow(context, {kEarlierVersionsCommands, kContextMenus, kPanes}),
       m_reader(context.gui.loop(), *core::services().fileSystem, std::move(history)) {
     commands().bind(
-        command::kRestoreVersion, [this] { restore(); },
-        [this] { return m_details.restore != nullptr; });
+        command::kRestoreVersion, [this] { restore(); }, [this] { return m_restore != nullptr; });
     commands().bind(command::kCloseVersions, [this] { Close(1); });
 }
 
@@ -220,25 +223,25 @@ void EarlierVersions::showChosen(int row) {
     const recovery::Version& version = *m_versions[static_cast<std::size_t>(row)];
     setTextOf(kVersionLabel, dayText(version.saved) + u", " + timeText(version.saved));
     showProblem({}, kHintLabel);
-    m_details = {};
+    m_restore = {};
     commands().showEnabled();
-    m_reader.read(version, [this](const VersionDetails& details) { showDetails(details); });
+    m_reader.read(version, [this](VersionDetails details) { showDetails(std::move(details)); });
 }
 
-void EarlierVersions::showDetails(const VersionDetails& details) {
-    m_details = details;
-    listLines(kContents, details.contents, contentsRow);
-    listLines(kDifferences, details.differences, differenceRow);
+void EarlierVersions::showDetails(VersionDetails details) {
+    m_restore = std::move(details.restore);
+    listLines(kContents, std::move(details.contents), contentsRow);
+    listLines(kDifferences, std::move(details.differences), differenceRow);
     if (!details.isReadable) {
         showProblem(u"This version cannot be read.", kHintLabel);
     }
     commands().showEnabled();
 }
 
-void EarlierVersions::listLines(std::u16string_view name, const std::vector<Line>& lines,
+void EarlierVersions::listLines(std::u16string_view name, std::vector<Line> lines,
                                 std::unique_ptr<toolkit::CControlUI> (*makeRow)(const Line&)) {
     if (auto* list = find<toolkit::CListUI>(name)) {
-        const auto kept = std::make_shared<const std::vector<Line>>(lines);
+        const auto kept = std::make_shared<const std::vector<Line>>(std::move(lines));
         list->SetRows(
             static_cast<int>(kept->size()),
             {.make = [kept,
@@ -248,19 +251,11 @@ void EarlierVersions::listLines(std::u16string_view name, const std::vector<Line
 }
 
 void EarlierVersions::restore() {
-    if (m_details.restore()) {
+    if (m_restore()) {
         Close(1);
     } else {
         showProblem(u"This version cannot be restored here.", kHintLabel);
     }
-}
-
-std::span<const ContextMenu> EarlierVersions::contextMenus() const {
-    return kEarlierVersionsContexts;
-}
-
-std::span<const std::u16string_view> EarlierVersions::panes() const {
-    return kEarlierVersionsPanes;
 }
 
 } // namespace ui

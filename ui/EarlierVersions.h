@@ -3,6 +3,7 @@
 // input of the editor that opened it. UI thread only.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -41,10 +42,6 @@ public:
     void OnItemSelect(toolkit::TNotifyUI& message) override;
     void OnItemActivate(toolkit::TNotifyUI& message) override;
 
-protected:
-    [[nodiscard]] std::span<const ContextMenu> contextMenus() const override;
-    [[nodiscard]] std::span<const std::u16string_view> panes() const override;
-
 private:
     void run(ConfirmCallback& owner);
     void enableOwner(bool enabled);
@@ -53,8 +50,8 @@ private:
     void addVersion(toolkit::CListUI& list, const VersionReader::Row& row);
     void showEmpty();
     void showChosen(int row);
-    void showDetails(const VersionDetails& details);
-    void listLines(std::u16string_view name, const std::vector<check::Line>& lines,
+    void showDetails(VersionDetails details);
+    void listLines(std::u16string_view name, std::vector<check::Line> lines,
                    std::unique_ptr<toolkit::CControlUI> (*makeRow)(const check::Line&));
     void restore();
 
@@ -63,7 +60,7 @@ private:
     /// By the row of the list; days have none.
     std::vector<std::optional<recovery::Version>> m_versions;
     std::u16string m_lastDay;
-    VersionDetails m_details; ///< of the chosen version
+    std::function<bool()> m_restore; ///< of the chosen version; empty until it is read
 };
 
 } // namespace ui

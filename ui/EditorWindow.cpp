@@ -42,9 +42,9 @@ platform::Rect anchorOf(const toolkit::CControlUI& control) {
 
 } // namespace
 
-EditorWindow::EditorWindow(const WindowContext& context, std::span<const Command> commands)
-    : WindowImplBase(context.gui), m_context(context), m_keys(KeyMap::of(context.services)),
-      m_commands(GetPaintManager(), commands, m_keys),
+EditorWindow::EditorWindow(const WindowContext& context, const WindowTables& tables)
+    : WindowImplBase(context.gui), m_context(context), m_tables(tables),
+      m_keys(KeyMap::of(context.services)), m_commands(GetPaintManager(), tables.commands, m_keys),
       m_commonCommands(GetPaintManager(), kCommonCommands, m_keys) {
     bindWindowCommands();
     bindCommonCommands();
@@ -56,11 +56,11 @@ void EditorWindow::bindCommonCommands() {
                           [this] { companions().show<KeysWindow>(m_context, u"Keys"); });
     m_commonCommands.bind(command::kSettings,
                           [this] { companions().show<SettingsWindow>(m_context, u"Settings"); });
-    const auto hasPanes = [this] { return !panes().empty(); };
+    const auto hasPanes = [this] { return !m_tables.panes.empty(); };
     m_commonCommands.bind(
-        command::kNextPane, [this] { m_panes.go(panes(), false); }, hasPanes);
+        command::kNextPane, [this] { m_panes.go(m_tables.panes, false); }, hasPanes);
     m_commonCommands.bind(
-        command::kPaneBefore, [this] { m_panes.go(panes(), true); }, hasPanes);
+        command::kPaneBefore, [this] { m_panes.go(m_tables.panes, true); }, hasPanes);
 }
 
 void EditorWindow::bindFind(std::u16string_view field) {
@@ -85,9 +85,12 @@ void EditorWindow::showState() {
         return;
     }
     const bool isMaximized = GetNative()->state() == platform::WindowState::maximized;
-    const std::u16string_view text = isMaximized ? u"Restore" : kMaximizeCommand.toolTip;
-    button->SetToolTip(text);
-    button->SetLabel(text);
+    Command shown = kMaximizeCommand;
+    if (isMaximized) {
+        shown.toolTip = u"Restore";
+    }
+    button->SetToolTip(toolTipOf(shown, {}, m_keys.keysOf(shown)[0]));
+    button->SetLabel(labelOf(shown));
     button->SetAttribute(u"icon", isMaximized ? u"Restore" : u"Maximize");
 }
 
@@ -129,7 +132,7 @@ bool EditorWindow::openContextMenu(const platform::Event& event) {
         manager.mouse().notePress(control, {toolkit::EventType::buttonDown, control, event});
     }
     for (; control != nullptr; control = control->GetParent()) {
-        for (const ContextMenu& menu : contextMenus()) {
+        for (const ContextMenu& menu : m_tables.contextMenus) {
             if (control->GetName() == menu.control) {
                 // Belongs to the window: a combo has lists of its own.
                 return toolkit::MenuPopup::of(manager).openAt(
@@ -146,6 +149,7 @@ void EditorWindow::controlsReady() {
     m_keysChanged = m_keys.observe([this] {
         if (!IsClosing()) {
             m_commands.showKeys();
+            showState();
         }
     });
 }

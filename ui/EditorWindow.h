@@ -32,8 +32,8 @@ inline constexpr std::uint32_t kDialogExtendedStyle = 0x00020000;
 
 class EditorWindow : public toolkit::WindowImplBase {
 public:
-    /// Everything in `context` outlives the window. `commands` are its own, for it to bind.
-    explicit EditorWindow(const WindowContext& context, std::span<const Command> commands = {});
+    /// Everything in `context` outlives the window, which binds the commands of its tables.
+    explicit EditorWindow(const WindowContext& context, const WindowTables& tables = {});
 
     /// Creates the native window with its layout, shows it, and runs a message loop until it is
     /// closed. It stands where the author left it, else in the middle. The
@@ -60,7 +60,7 @@ public:
 protected:
     /// The window has another size; before the controls are laid out for it.
     virtual void windowSized() {}
-    /// Every tool tip names the keys of its command, now and when they change.
+    /// Tool tips name the keys that the author has chosen, now and when these change.
     void controlsReady() override;
     /// Shows the created window and runs its message loop. When the system ends the
     /// program meanwhile, the quit flag is set: every screen is left as by Exit then.
@@ -70,11 +70,6 @@ protected:
     [[nodiscard]] KeyMap& keys() { return m_keys; }
     /// Opens the menu of these commands at the button of the command "menu".
     void showMenu(std::span<const std::string_view> ids);
-    /// The menus of its controls, for a right click, the menu key and Shift+F10. Elsewhere these
-    /// keys open the window's menu.
-    [[nodiscard]] virtual std::span<const ContextMenu> contextMenus() const { return {}; }
-    /// The parts that F6 goes to, by the control that each begins with, in layout order.
-    [[nodiscard]] virtual std::span<const std::u16string_view> panes() const { return {}; }
     /// Lets the command "find" go to this text field, while it is there.
     void bindFind(std::u16string_view field);
     /// The modeless windows beside this one, or beside the window that this one belongs to.
@@ -112,6 +107,7 @@ private:
     void showState();
 
     WindowContext m_context;
+    WindowTables m_tables;
     std::optional<WindowPlace> m_place; ///< a screen's
     KeyMap& m_keys;
     edit::Subscription m_keysChanged;

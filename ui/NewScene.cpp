@@ -56,7 +56,7 @@ std::shared_ptr<NewScene> NewScene::create(const WindowContext& context) {
 }
 
 NewScene::NewScene(const WindowContext& context)
-    : EditorWindow(context, kNewSceneCommands), m_components(context.gui.components()) {
+    : EditorWindow(context, {kNewSceneCommands}), m_components(context.gui.components()) {
     commands().bind(command::kCreate, [this] { createScene(); });
     commands().bind(command::kBackToStart, [this] { goBack(); });
 }

@@ -44,6 +44,9 @@ constexpr std::u16string_view kEmptyIcon = u"EmptyIcon";
 constexpr std::u16string_view kEmptyHeading = u"EmptyHeading";
 constexpr std::u16string_view kEmptyLine = u"EmptyLine";
 constexpr std::u16string_view kHint = u"LabelHint";
+constexpr std::u16string_view kNewButton = u"ButtonNewScene";
+constexpr ContextMenu kContextMenus[] = {{kSceneList, kSceneRows}, {kCardList, kSceneRows}};
+constexpr std::u16string_view kPanes[] = {kSceneList, kCardList, kNewButton};
 constexpr int kRowHeight = 16;
 constexpr int kListFont = 2;
 
@@ -55,8 +58,8 @@ std::shared_ptr<OpenScene> OpenScene::create(const WindowContext& context) {
 }
 
 OpenScene::OpenScene(const WindowContext& context)
-    : EditorWindow(context, kOpenSceneCommands), m_components(context.gui.components()),
-      m_scenes(scene::listScenesAndTimes()) {
+    : EditorWindow(context, {kOpenSceneCommands, kContextMenus, kPanes}),
+      m_components(context.gui.components()), m_scenes(scene::listScenesAndTimes()) {
     bindCommands();
 }
 
@@ -219,18 +222,19 @@ bool OpenScene::MessageHandler(const platform::Event& event) {
     return EditorWindow::MessageHandler(event);
 }
 
+bool OpenScene::matches(int row, const std::u16string& wanted) const {
+    const std::string& name = m_scenes[static_cast<std::size_t>(row)].name;
+    return core::foldCase(core::displayText(name)).find(wanted) != std::u16string::npos;
+}
+
 void OpenScene::findScene() {
     const toolkit::CControlUI* edit = findControl(kFind);
     const std::u16string wanted = core::foldCase(edit->GetText());
     setVisibleOf(kFindHint, wanted.empty());
-    const auto isWanted = [&](int row) {
-        const std::string& name = m_scenes[static_cast<std::size_t>(row)].name;
-        return core::foldCase(core::displayText(name)).find(wanted) != std::u16string::npos;
-    };
     const int count = static_cast<int>(m_scenes.size());
     const int chosen = std::max(chosenRow(), 0);
     int step = 0;
-    while (step < count && !isWanted((chosen + step) % count)) {
+    while (step < count && !matches((chosen + step) % count, wanted)) {
         ++step;
     }
     setTextOf(kHint, step < count || wanted.empty() ? m_usualHint : u"No scene has this name.");
@@ -243,8 +247,7 @@ void OpenScene::findBeside(int step) {
     const std::u16string wanted = core::foldCase(findControl(kFind)->GetText());
     for (int row = chosenRow() + step; row >= 0 && row < static_cast<int>(m_scenes.size());
          row += step) {
-        const std::string& name = m_scenes[static_cast<std::size_t>(row)].name;
-        if (core::foldCase(core::displayText(name)).find(wanted) != std::u16string::npos) {
+        if (matches(row, wanted)) {
             choose(row);
             return;
         }
@@ -314,14 +317,6 @@ void OpenScene::newScene() {
 void OpenScene::exitProgram() {
     context().state.quit = true;
     Close(1);
-}
-
-std::span<const ContextMenu> OpenScene::contextMenus() const {
-    return kOpenSceneContexts;
-}
-
-std::span<const std::u16string_view> OpenScene::panes() const {
-    return kOpenScenePanes;
 }
 
 } // namespace ui

@@ -35,10 +35,6 @@ public:
     void Notify(toolkit::TNotifyUI& message) override;
     bool MessageHandler(const platform::Event& event) override;
 
-protected:
-    [[nodiscard]] std::span<const ContextMenu> contextMenus() const override;
-    [[nodiscard]] std::span<const std::u16string_view> panes() const override;
-
 private:
     void bindCommands();
     /// Lists what the folder has now.
@@ -50,6 +46,8 @@ private:
     /// As stored; empty for none.
     [[nodiscard]] std::string chosenScene();
     void choose(int row);
+    /// Whether the scene of the row has `wanted` in its name.
+    [[nodiscard]] bool matches(int row, const std::u16string& wanted) const;
     /// Chooses a scene whose name has what was typed: the one that is chosen, else the next one.
     void findScene();
     /// The next one down or up the list.

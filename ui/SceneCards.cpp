@@ -100,7 +100,7 @@ std::unique_ptr<toolkit::CControlUI> makeFindings(const toolkit::WindowLook& loo
 SceneCards::SceneCards(Controls controls, platform::EventLoop& loop, platform::FileSystem& files,
                        stills::StillService* stills, std::vector<scene::ListedScene> scenes)
     : m_controls(controls), m_loop(loop), m_files(files), m_scenes(std::move(scenes)),
-      m_facts(loop, files), m_counting(loop) {
+      m_facts(loop), m_counting(loop) {
     if (list() == nullptr) {
         return;
     }

@@ -9,7 +9,6 @@
 
 #include "jobs/BackgroundJob.h"
 #include "platform/EventLoop.h"
-#include "platform/FileSystem.h"
 #include "scene/SceneSummary.h"
 
 namespace ui {
@@ -20,15 +19,13 @@ public:
     using Arrived =
         std::function<void(std::size_t place, const std::optional<scene::SceneSummary>&)>;
 
-    /// Both outlive the object, whose end stops the reading.
-    SceneFacts(platform::EventLoop& loop, platform::FileSystem& files)
-        : m_files(files), m_job(loop) {}
+    /// The loop outlives the object, whose end stops the reading.
+    explicit SceneFacts(platform::EventLoop& loop) : m_job(loop) {}
 
     /// Reads these scene files in their order, and calls `arrived` with the place of each. Once.
     void read(std::vector<std::string> paths, Arrived arrived);
 
 private:
-    platform::FileSystem& m_files;
     jobs::BackgroundJob m_job;
 };
 

@@ -31,8 +31,9 @@ struct Box {
     bool (core::EditorSettings::*set)(bool);
 };
 
+constexpr std::u16string_view kKeepDrafts = u"CheckKeepDrafts";
 constexpr Box kBoxes[] = {
-    {u"CheckKeepDrafts", &core::EditorSettings::keepDrafts, &core::EditorSettings::setKeepDrafts},
+    {kKeepDrafts, &core::EditorSettings::keepDrafts, &core::EditorSettings::setKeepDrafts},
     {u"CheckKeepBackups", &core::EditorSettings::keepBackups,
      &core::EditorSettings::setKeepBackups},
 };
@@ -47,7 +48,7 @@ std::shared_ptr<SettingsWindow> SettingsWindow::create(const WindowContext& cont
 }
 
 SettingsWindow::SettingsWindow(const WindowContext& context)
-    : EditorWindow(context, kSettingsCommands) {
+    : EditorWindow(context, {kSettingsCommands}) {
     commands().bind(command::kSettingsClose, [this] { Close(1); });
 }
 
@@ -90,7 +91,7 @@ void SettingsWindow::OnSelectChanged(toolkit::TNotifyUI& message) {
     for (const Box& box : kBoxes) {
         if (settings && option != nullptr && option->GetName() == box.name) {
             ((*settings).*box.set)(option->IsSelected()); // a failed write is in the log
-            if (const auto& drafts = context().services.drafts) {
+            if (const auto& drafts = context().services.drafts; drafts && box.name == kKeepDrafts) {
                 drafts->keepingChanged();
             }
         }

@@ -90,7 +90,7 @@ void VersionReader::takeRows(const std::function<void(std::vector<Row>)>& onRows
 }
 
 void VersionReader::read(const recovery::Version& version,
-                         std::function<void(const VersionDetails&)> onRead) {
+                         std::function<void(VersionDetails)> onRead) {
     m_wanted = Wanted{version, std::move(onRead)};
     if (!m_details.isRunning()) {
         readNext();
@@ -109,7 +109,7 @@ void VersionReader::readNext() {
         if (m_wanted) {
             readNext(); // another was chosen meanwhile
         } else {
-            onRead(*details);
+            onRead(std::move(*details));
         }
     });
 }

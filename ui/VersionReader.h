@@ -33,13 +33,13 @@ public:
     /// Calls `onRows` with those that have been read since, again and again, and `onEnd` once.
     void readAll(std::function<void(std::vector<Row>)> onRows, std::function<void()> onEnd);
     /// Calls `onRead` with everything about that version; only for the one asked for last.
-    void read(const recovery::Version& version, std::function<void(const VersionDetails&)> onRead);
+    void read(const recovery::Version& version, std::function<void(VersionDetails)> onRead);
     [[nodiscard]] const VersionHistory& history() const { return m_history; }
 
 private:
     struct Wanted {
         recovery::Version version;
-        std::function<void(const VersionDetails&)> onRead;
+        std::function<void(VersionDetails)> onRead;
     };
     struct Found;
 

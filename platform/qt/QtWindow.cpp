@@ -4,9 +4,8 @@
 #include <QGuiApplication>
 #include <QMetaObject>
 #include <QScreen>
-#include <algorithm>
-#include <cmath>
 #include <memory>
+#include <utility>
 
 #include "platform/Event.h"
 #include "platform/Guard.h"
@@ -36,15 +35,15 @@ bool hasWindowSystem() {
 
 QtWindow::QtWindow(QtWindowHost& host, const WindowOptions& options, WindowEvents& events)
     : m_host(host), m_events(events), m_surface(std::make_unique<QtSurface>(*this).release()),
-      m_kind(options.kind), m_leastSize(options.leastSize), m_cornerRadius(options.cornerRadius),
-      m_content(options.size) {
+      m_kind(options.kind), m_leastSize(options.leastSize),
+      m_cornerRadius(options.cornerRadius), m_content{options.size, {}} {
     m_surface->setSurfaceType(QSurface::RasterSurface);
     m_surface->setFlags(flagsOf(options.kind));
     m_surface->setTitle(toQt(options.title));
     if (const auto* owner = static_cast<const QtWindow*>(options.owner)) {
         m_surface->setTransientParent(owner->m_surface.get());
     }
-    const Size size = toQtSize(options.size);
+    const Size size = toSystem(options.size, unit());
     fixSize(size);
     m_surface->resize(size.width, size.height);
     m_surface->create();
@@ -112,45 +111,14 @@ void QtWindow::setFit(double fit) {
     rescale();
 }
 
-Size QtWindow::toQtSize(Size size) const {
-    constexpr double kSlack = 1e-6;
-    const auto length = [unit = unit()](int layout) {
-        return static_cast<int>(std::ceil(layout * unit - kSlack));
-    };
-    return {length(size.width), length(size.height)};
-}
-
-Rect QtWindow::toLayout(const Rect& place) const {
-    const auto at = [unit = unit()](int from) {
-        return static_cast<int>(std::lround(from / unit));
-    };
-    return {at(place.left), at(place.top), at(place.right), at(place.bottom)};
-}
-
-Size QtWindow::contentSize() const {
-    constexpr double kSlack = 1e-6;
-    const Size now = qtGeometry().size();
-    if (now == toQtSize(m_content)) {
-        return m_content; // not what is left of it after rounding twice
-    }
-    const auto length = [unit = unit()](int from) {
-        return std::max(static_cast<int>(std::floor(from / unit + kSlack)), 1);
-    };
-    return {length(now.width), length(now.height)};
-}
-
 void QtWindow::rescale() {
     if (m_closing) {
         return;
     }
     const Rect place = qtGeometry();
-    Size size = toQtSize(m_content);
     const Rect area = fromQt(m_surface->screen()->availableGeometry());
-    if (isSizable()) {
-        const Size least = leastSize();
-        size = {std::max(std::min(size.width, area.width()), least.width),
-                std::max(std::min(size.height, area.height()), least.height)};
-    }
+    const Size size = isSizable() ? m_content.fit(unit(), leastSize(), area.size())
+                                  : toSystem(m_content.layout, unit());
     fixSize(size);
     if (state() == WindowState::normal) {
         m_surface->setGeometry(
@@ -171,16 +139,14 @@ void QtWindow::fixSize(Size size) {
 }
 
 void QtWindow::setGeometry(const Rect& screenRect) {
-    m_content = screenRect.size();
-    const Size size = toQtSize(m_content);
+    const Size size = toSystem(screenRect.size(), unit());
+    m_content = {screenRect.size(), size};
     fixSize(size);
-    m_surface->setGeometry(static_cast<int>(std::lround(screenRect.left * unit())),
-                           static_cast<int>(std::lround(screenRect.top * unit())), size.width,
-                           size.height);
+    const Point corner = toSystem(screenRect.topLeft(), unit());
+    m_surface->setGeometry(corner.x, corner.y, size.width, size.height);
     noteGeometry(); // a hidden window gets no event
     if (m_cornerRadius > 0 && hasWindowSystem()) {
-        m_surface->setMask(
-            roundedRegion(size, static_cast<int>(std::lround(m_cornerRadius * unit()))));
+        m_surface->setMask(roundedRegion(size, nearestPixel(m_cornerRadius * unit())));
     }
 }
 
@@ -189,7 +155,7 @@ Rect QtWindow::qtGeometry() const {
 }
 
 Rect QtWindow::geometry() const {
-    const Point corner = toLayout(qtGeometry()).topLeft();
+    const Point corner = toLayout(qtGeometry(), unit()).topLeft();
     const Size size = contentSize();
     return Rect::at(corner.x, corner.y, size.width, size.height);
 }
@@ -224,14 +190,15 @@ WindowState QtWindow::state() const {
 }
 
 Rect QtWindow::normalGeometry() const {
-    return state() == WindowState::normal ? geometry() : toLayout(m_normal);
+    return state() == WindowState::normal ? geometry() : toLayout(m_normal, unit());
 }
 
 void QtWindow::noteGeometry() {
     const Rect now = qtGeometry();
     if (state() == WindowState::normal && now != m_normal) {
-        m_formerNormal = m_normal;
-        m_normal = now;
+        m_formerNormal = std::exchange(m_normal, now);
+        m_formerContent = m_content;
+        m_content.note(now.size(), unit());
     }
 }
 
@@ -239,6 +206,7 @@ void QtWindow::noteGeometry() {
 void QtWindow::noteState() {
     if (state() == WindowState::maximized && m_normal == qtGeometry()) {
         m_normal = m_formerNormal;
+        m_content = m_formerContent;
     }
 }
 

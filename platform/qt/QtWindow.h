@@ -7,6 +7,7 @@
 #include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
+#include "platform/WindowScale.h"
 #include "platform/qt/QtSurface.h"
 #include "platform/qt/QtWindowInput.h"
 #include "platform/qt/QtWindowPicture.h"
@@ -53,12 +54,12 @@ public:
     void requestClose();
     [[nodiscard]] bool isSizable() const { return m_leastSize != Size{}; }
     /// In Qt's pixels.
-    [[nodiscard]] Size leastSize() const { return toQtSize(m_leastSize); }
+    [[nodiscard]] Size leastSize() const { return toSystem(m_leastSize, unit()); }
     /// How many of Qt's pixels one layout pixel is wide.
     [[nodiscard]] double unit() const;
     [[nodiscard]] Rect qtGeometry() const;
     /// In layout pixels.
-    [[nodiscard]] Size contentSize() const;
+    [[nodiscard]] Size contentSize() const { return m_content.at(qtGeometry().size(), unit()); }
     /// After unit() has changed.
     void rescale();
     [[nodiscard]] bool isEnabled() const { return m_enabled; }
@@ -71,9 +72,6 @@ public:
 
 private:
     void changed(Accessible& node, AccessibleChange change) override;
-    [[nodiscard]] Size toQtSize(Size size) const;
-    /// A place on the screen in layout pixels.
-    [[nodiscard]] Rect toLayout(const Rect& place) const;
     void fixSize(Size size);
     void noteGeometry();
     void noteState();
@@ -87,10 +85,11 @@ private:
     WindowKind m_kind;
     Size m_leastSize;
     int m_cornerRadius;
-    Size m_content; ///< in layout pixels, as it was set
+    KeptSize m_content;
     double m_fit = 1;
     Rect m_normal;       ///< in Qt's pixels
     Rect m_formerNormal; ///< before the last change of m_normal
+    KeptSize m_formerContent;
     bool m_enabled = true;
     bool m_closing = false;
     bool m_destroyedSent = false;

@@ -4,9 +4,9 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <algorithm>
-#include <cmath>
 
 #include "platform/Guard.h"
+#include "platform/WindowScale.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtSurface.h"
 #include "platform/qt/QtText.h"
@@ -27,13 +27,11 @@ int QtWindowHost::primaryScreenHeight() const {
 }
 
 Rect QtWindowHost::workArea(Point point, double unit) {
-    const auto scaled = [](int at, double by) { return static_cast<int>(std::lround(at * by)); };
-    const QScreen* screen =
-        QGuiApplication::screenAt({scaled(point.x, unit), scaled(point.y, unit)});
-    const Rect area = fromQt(
-        (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry());
-    return {scaled(area.left, 1 / unit), scaled(area.top, 1 / unit), scaled(area.right, 1 / unit),
-            scaled(area.bottom, 1 / unit)};
+    const QScreen* screen = QGuiApplication::screenAt(toQt(toSystem(point, unit)));
+    return toLayout(
+        fromQt(
+            (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry()),
+        unit);
 }
 
 void QtWindowHost::setZoom(double zoom) {

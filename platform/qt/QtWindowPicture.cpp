@@ -96,12 +96,13 @@ void QtWindowPicture::present(const QRegion& region) {
     const double ratio = surface.devicePixelRatio();
     const auto whole = static_cast<int>(ratio);
     QRegion shown;
-    for (const QRect& rect : region) {
-        shown += QRect(QPoint(rect.left() / whole, rect.top() / whole),
-                       QPoint(rect.right() / whole, rect.bottom() / whole));
-    }
     if (ratio != whole) {
         shown = QRect(QPoint(), surface.size());
+    } else {
+        for (const QRect& rect : region) {
+            shown += QRect(QPoint(rect.left() / whole, rect.top() / whole),
+                           QPoint(rect.right() / whole, rect.bottom() / whole));
+        }
     }
     m_store.resize(surface.size());
     m_store.beginPaint(shown);

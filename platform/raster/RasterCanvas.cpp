@@ -221,21 +221,28 @@ void RasterCanvas::drawMask(const Bitmap& mask, const Rect& source, const Rect& 
     if (part.isEmpty() || part != source || target.intersected(deviceClip()).isEmpty()) {
         return;
     }
-    Bitmap colored(part.size());
     const std::uint32_t pixel = premultiply(color);
+    // The edges of one that fits may round to a pixel more or less, which must not blur it.
+    const auto isNear = [](int first, int second) { return std::abs(first - second) <= 1; };
+    if (isNear(part.width(), target.width()) && isNear(part.height(), target.height())) {
+        const Rect shown = Rect::at(target.left, target.top, part.width(), part.height())
+                               .intersected(deviceClip());
+        for (int y = shown.top; y < shown.bottom; ++y) {
+            const std::uint32_t* from = mask.row(part.top + y - target.top) + part.left;
+            for (int x = shown.left; x < shown.right; ++x) {
+                std::uint32_t& under = m_target.row(y)[x];
+                under = blendPixel(scalePixel(pixel, from[x - target.left] >> 24U), under);
+            }
+        }
+        return;
+    }
+    Bitmap colored(part.size());
     for (int y = 0; y < part.height(); ++y) {
         const std::uint32_t* from = mask.row(part.top + y) + part.left;
         std::transform(from, from + part.width(), colored.row(y),
                        [pixel](std::uint32_t cover) { return scalePixel(pixel, cover >> 24U); });
     }
-    // The edges of one that fits may round to a pixel more or less, which must not blur it.
-    const auto isNear = [](int first, int second) { return std::abs(first - second) <= 1; };
-    const bool fits =
-        isNear(part.width(), target.width()) && isNear(part.height(), target.height());
-    raster::drawStill(colored, m_target,
-                      fits ? Rect::at(target.left, target.top, part.width(), part.height())
-                           : target,
-                      deviceClip());
+    raster::drawStill(colored, m_target, target, deviceClip());
 }
 
 void RasterCanvas::drawText(std::u16string_view text, const Rect& box, FontHandle font, Color color,

@@ -1,7 +1,5 @@
 #include "platform/win32/Win32Window.h"
 
-#include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "platform/Event.h"
@@ -62,7 +60,7 @@ Rect restoredRectOf(HWND window) {
 Win32Window::Win32Window(const WindowServices& services, const WindowOptions& options,
                          WindowEvents& events)
     : m_services(services), m_events(events), m_kind(options.kind), m_leastSize(options.leastSize),
-      m_cornerRadius(options.cornerRadius), m_content(options.size) {
+      m_cornerRadius(options.cornerRadius), m_content{options.size, {}} {
     if (const auto* owner = static_cast<const Win32Window*>(options.owner)) {
         m_owner = owner->handle();
     }
@@ -78,7 +76,7 @@ Win32Window::Win32Window(const WindowServices& services, const WindowOptions& op
     }
     allowStates();
     // The style bits asked for a frame: have it computed again, now that this object answers.
-    const Size size = toScreenSize(options.size);
+    const Size size = toSystem(options.size, scale());
     SetWindowPos(m_handle.get(), nullptr, 0, 0, size.width, size.height,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     m_input.setTextInput(false, {});
@@ -155,9 +153,7 @@ double Win32Window::scale() const {
     if (const Win32Window* owner = m_kind == WindowKind::popup ? fromHandle(m_owner) : nullptr) {
         return owner->scale();
     }
-    constexpr double kUsualDpi = 96;
-    const UINT dpi = GetDpiForWindow(m_handle.get());
-    return (dpi > 0 ? dpi / kUsualDpi : 1) * *m_services.zoom * m_fit;
+    return Win32WindowHost::scaleOf(GetDpiForWindow(m_handle.get())) * *m_services.zoom * m_fit;
 }
 
 void Win32Window::setFit(double fit) {
@@ -165,42 +161,17 @@ void Win32Window::setFit(double fit) {
     rescale(screenGeometry().topLeft());
 }
 
-Size Win32Window::toScreenSize(Size size) const {
-    constexpr double kSlack = 1e-6;
-    const auto length = [scale = scale()](int layout) {
-        return static_cast<int>(std::ceil(layout * scale - kSlack));
-    };
-    return {length(size.width), length(size.height)};
-}
-
-Point Win32Window::toScreen(Point at) const {
-    const double factor = scale();
-    return {static_cast<int>(std::lround(at.x * factor)),
-            static_cast<int>(std::lround(at.y * factor))};
-}
-
-Rect Win32Window::toLayout(const Rect& place) const {
-    const auto at = [scale = scale()](int from) {
-        return static_cast<int>(std::lround(from / scale));
-    };
-    return {at(place.left), at(place.top), at(place.right), at(place.bottom)};
-}
-
 Point Win32Window::toLayout(POINT at) const {
-    constexpr double kSlack = 1e-6;
-    const auto pixel = [scale = scale()](LONG from) {
-        return static_cast<int>(std::floor(from / scale + kSlack));
-    };
-    return {pixel(at.x), pixel(at.y)};
+    return layoutPixel({at.x, at.y}, scale());
 }
 
 Size Win32Window::contentSize() const {
-    const Size now = screenGeometry().size();
-    if (now == toScreenSize(m_content)) {
-        return m_content; // not what is left of it after rounding twice
-    }
-    const Point end = toLayout(POINT{now.width, now.height});
-    return {std::max(end.x, 1), std::max(end.y, 1)};
+    return m_content.at(screenGeometry().size(), scale());
+}
+
+/// A new size in the normal state.
+void Win32Window::noteSize() {
+    m_content.note(screenGeometry().size(), scale());
 }
 
 void Win32Window::rescale(Point corner) {
@@ -208,13 +179,9 @@ void Win32Window::rescale(Point corner) {
     if (m_closing || window == nullptr) {
         return;
     }
-    Size size = toScreenSize(m_content);
     const Rect area = fromNative(monitorOf(window).rcWork);
-    if (isSizable()) {
-        const Size least = toScreenSize(m_leastSize);
-        size = {std::max(std::min(size.width, area.width()), least.width),
-                std::max(std::min(size.height, area.height()), least.height)};
-    }
+    const Size size = isSizable() ? m_content.fit(scale(), leastSize(), area.size())
+                                  : toSystem(m_content.layout, scale());
     if (IsIconic(window) == 0 && IsZoomed(window) == 0) {
         const Rect place = Rect::at(corner.x, corner.y, size.width, size.height).movedInto(area);
         SetWindowPos(window, nullptr, place.left, place.top, size.width, size.height,
@@ -229,13 +196,13 @@ void Win32Window::rescale(Point corner) {
 }
 
 void Win32Window::setGeometry(const Rect& screenRect) {
-    m_content = screenRect.size();
-    const Size size = toScreenSize(m_content);
-    const Point corner = toScreen(screenRect.topLeft());
+    const Size size = toSystem(screenRect.size(), scale());
+    m_content = {screenRect.size(), size};
+    const Point corner = toSystem(screenRect.topLeft(), scale());
     SetWindowPos(m_handle.get(), nullptr, corner.x, corner.y, size.width, size.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
     if (m_cornerRadius > 0) {
-        const int across = toScreen({2 * m_cornerRadius, 0}).x;
+        const int across = nearestPixel(2 * m_cornerRadius * scale());
         // A region excludes its right and bottom edges. A window that has one owns it.
         UniqueRegion shape(
             CreateRoundRectRgn(0, 0, size.width + 1, size.height + 1, across, across));
@@ -246,7 +213,7 @@ void Win32Window::setGeometry(const Rect& screenRect) {
 }
 
 Rect Win32Window::geometry() const {
-    const Point corner = toLayout(screenGeometry()).topLeft();
+    const Point corner = platform::toLayout(screenGeometry(), scale()).topLeft();
     const Size size = contentSize();
     return Rect::at(corner.x, corner.y, size.width, size.height);
 }
@@ -284,11 +251,11 @@ WindowState Win32Window::state() const {
 Rect Win32Window::normalGeometry() const {
     HWND window = m_handle.get();
     const bool isNormal = IsIconic(window) == 0 && IsZoomed(window) == 0;
-    return isNormal ? geometry() : toLayout(restoredRectOf(window));
+    return isNormal ? geometry() : platform::toLayout(restoredRectOf(window), scale());
 }
 
 LRESULT Win32Window::frameCodeAt(POINT at) {
-    const int border = toScreen({kSizingBorder, 0}).x;
+    const int border = nearestPixel(kSizingBorder * scale());
     const int corner = 3 * border;
     constexpr LRESULT kCodes[3][3] = {{HTTOPLEFT, HTTOP, HTTOPRIGHT},
                                       {HTLEFT, HTCLIENT, HTRIGHT},
@@ -315,7 +282,7 @@ void Win32Window::limitSize(MINMAXINFO& limits) const {
     const RECT& area = monitor.rcWork;
     limits.ptMaxPosition = {area.left - monitor.rcMonitor.left, area.top - monitor.rcMonitor.top};
     limits.ptMaxSize = {area.right - area.left, area.bottom - area.top};
-    const Size least = toScreenSize(m_leastSize);
+    const Size least = leastSize();
     limits.ptMinTrackSize = {least.width, least.height};
 }
 

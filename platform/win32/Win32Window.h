@@ -10,6 +10,7 @@
 #include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
+#include "platform/WindowScale.h"
 #include "platform/raster/TextPainter.h"
 #include "platform/win32/Handles.h"
 #include "platform/win32/Win32WindowInput.h"
@@ -90,7 +91,7 @@ private:
     std::optional<LRESULT> handleMessage(UINT message, WPARAM wide, LPARAM wideLong);
     std::optional<LRESULT> handleEnd(UINT message, WPARAM wide);
     std::optional<LRESULT> handleFrame(UINT message, WPARAM wide);
-    std::optional<LRESULT> handleSizing(UINT message, LPARAM wideLong);
+    std::optional<LRESULT> handleSizing(UINT message, WPARAM wide, LPARAM wideLong);
     [[nodiscard]] bool isSizable() const { return m_leastSize != Size{}; }
     /// The part of the frame that a point of the screen would lie in, if there were one.
     [[nodiscard]] LRESULT frameCodeAt(POINT at);
@@ -100,10 +101,9 @@ private:
 
     void changed(Accessible& node, AccessibleChange change) override;
     void allowStates();
-    [[nodiscard]] Size toScreenSize(Size size) const;
-    /// A place on the screen in layout pixels.
-    [[nodiscard]] Rect toLayout(const Rect& place) const;
-    [[nodiscard]] Point toScreen(Point at) const;
+    void noteSize();
+    /// In pixels of the screen.
+    [[nodiscard]] Size leastSize() const { return toSystem(m_leastSize, scale()); }
     void finish();
 
     const WindowServices& m_services;
@@ -113,7 +113,7 @@ private:
     WindowKind m_kind;
     Size m_leastSize;
     int m_cornerRadius;
-    Size m_content; ///< in layout pixels, as it was set
+    KeptSize m_content;
     double m_fit = 1;
     bool m_showsMaximized = false;
     bool m_enabled = true;

@@ -1,11 +1,11 @@
 #include "platform/win32/Win32WindowHost.h"
 
-#include <cmath>
 #include <cstring>
 #include <utility>
 #include <vector>
 
 #include "platform/Guard.h"
+#include "platform/WindowScale.h"
 #include "platform/win32/Handles.h"
 #include "platform/win32/WideText.h"
 
@@ -84,8 +84,12 @@ int Win32WindowHost::primaryScreenHeight() const {
 }
 
 double Win32WindowHost::primaryScale() const {
+    return scaleOf(GetDpiForSystem()) * m_zoom;
+}
+
+double Win32WindowHost::scaleOf(UINT dpi) {
     constexpr double kUsualDpi = 96;
-    return GetDpiForSystem() / kUsualDpi * m_zoom;
+    return dpi > 0 ? dpi / kUsualDpi : 1;
 }
 
 Rect Win32WindowHost::workArea(Point point) const {
@@ -93,15 +97,12 @@ Rect Win32WindowHost::workArea(Point point) const {
 }
 
 Rect Win32WindowHost::workArea(Point point, double scale) {
-    const auto scaled = [](LONG at, double by) { return static_cast<int>(std::lround(at * by)); };
+    const Point at = toSystem(point, scale);
     MONITORINFO info{};
     info.cbSize = sizeof info;
-    GetMonitorInfoW(MonitorFromPoint({scaled(point.x, scale), scaled(point.y, scale)},
-                                     MONITOR_DEFAULTTONEAREST),
-                    &info);
+    GetMonitorInfoW(MonitorFromPoint({at.x, at.y}, MONITOR_DEFAULTTONEAREST), &info);
     const RECT& area = info.rcWork;
-    return {scaled(area.left, 1 / scale), scaled(area.top, 1 / scale),
-            scaled(area.right, 1 / scale), scaled(area.bottom, 1 / scale)};
+    return toLayout({area.left, area.top, area.right, area.bottom}, scale);
 }
 
 void Win32WindowHost::setZoom(double zoom) {

@@ -23,6 +23,7 @@ public:
     [[nodiscard]] Rect workArea(Point point) const override;
     /// The same in layout pixels of which each is `scale` of the screen's.
     [[nodiscard]] static Rect workArea(Point point, double scale);
+    [[nodiscard]] static double scaleOf(UINT dpi);
     [[nodiscard]] std::u16string clipboardText() const override;
     void setClipboardText(const std::u16string& text) override;
     [[nodiscard]] std::u16string foldedCase(std::u16string_view text) const override;

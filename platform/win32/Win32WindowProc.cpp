@@ -67,7 +67,7 @@ std::optional<LRESULT> Win32Window::handleFrame(UINT message, WPARAM wide) {
     }
 }
 
-std::optional<LRESULT> Win32Window::handleSizing(UINT message, LPARAM wideLong) {
+std::optional<LRESULT> Win32Window::handleSizing(UINT message, WPARAM wide, LPARAM wideLong) {
     if (!isSizable()) {
         return std::nullopt;
     }
@@ -78,6 +78,9 @@ std::optional<LRESULT> Win32Window::handleSizing(UINT message, LPARAM wideLong) 
         limitSize(*reinterpret_cast<MINMAXINFO*>(wideLong));
         return 0;
     case WM_SIZE: {
+        if (wide == SIZE_RESTORED) {
+            noteSize();
+        }
         Event event;
         event.kind = EventKind::resized;
         send(event);
@@ -153,7 +156,7 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
     if (const std::optional<LRESULT> end = handleEnd(message, wide)) {
         return end;
     }
-    if (const std::optional<LRESULT> sizing = handleSizing(message, wideLong)) {
+    if (const std::optional<LRESULT> sizing = handleSizing(message, wide, wideLong)) {
         return sizing;
     }
     const std::optional<LRESULT> frame = handleFrame(message, wide);

@@ -20,6 +20,18 @@ using toolkit::ScrollModel;
 
 namespace {
 
+class CountedRow : public toolkit::CListContainerElementUI {
+public:
+    explicit CountedRow(int& layouts) : m_layouts(layouts) {}
+    void SetPos(const Rect& pos) override {
+        ++m_layouts;
+        CListContainerElementUI::SetPos(pos);
+    }
+
+private:
+    int& m_layouts;
+};
+
 class Lists : public ToolkitTest {
 protected:
     CListUI& openList(int rows, const std::string& inside = {}) {
@@ -132,11 +144,12 @@ TEST_F(Lists, APressInARowSelectsItFirstAndDoesNotMoveIt) {
 TEST_F(Lists, MakeAnnouncedRowsOnlyWhereTheyAreNeeded) {
     CListUI& list = openList(0);
     int made = 0;
+    int layouts = 0;
     const auto cell = [&] { return window().GetPaintManager().GetFocus()->GetUserData(); };
     list.SetRows(10'000, {.make =
                               [&](int number) {
                                   ++made;
-                                  auto row = std::make_unique<toolkit::CListContainerElementUI>();
+                                  auto row = std::make_unique<CountedRow>(layouts);
                                   auto* button = row->AddNew<toolkit::CButtonUI>();
                                   button->SetName(u"Cell");
                                   button->SetUserData(std::u16string(1, char16_t(number)));
@@ -146,6 +159,12 @@ TEST_F(Lists, MakeAnnouncedRowsOnlyWhereTheyAreNeeded) {
                           .takesFocus = true});
     driver().click(platform::Point{50, 60});
     expectNotes("the row and its cell", {"itemselect List 2", "click Cell"});
+    layouts = 0;
+    EXPECT_EQ(row(2).top, 51);
+    EXPECT_EQ(layouts, 0) << "the look-up of a row that stands there";
+    list.NeedUpdate();
+    EXPECT_EQ(row(2).top, 51);
+    EXPECT_LE(layouts, list.childCount() - 1) << "each once, the focused one too";
     window().GetPaintManager().SetFocus(&list);
     driver().press(Key::end);
     EXPECT_EQ(list.GetCurSel(), 9'999);

@@ -63,7 +63,10 @@ TEST_F(ToolTips, SayWhatTheControlSaysOrWhatItCuts) {
             <Combo name="Combo" pos="0,120,60,25" tooltip="Choose">
                 <ListLabelElement text="a very long name of a zone"/><ListLabelElement text="b"/></Combo>
             <Edit name="Edit" pos="0,150,40,25" text="long text in a short edit"/>
+            <List pos="200,0,60,60"><ListHeader height="20">
+                <Label name="Head" pos="0,0,40,20" text="a long heading" mouse="false"/></ListHeader></List>
             <Button name="Off" pos="0,180,80,25" tooltip="Not now" enabled="false"/>)");
+    EXPECT_EQ(tipOver(u"Head"), u"a long heading");
     EXPECT_EQ(tipOver(u"Go"), u"Go on");
     EXPECT_EQ(tipOver(u"Silent"), u"");
     EXPECT_EQ(tipOver(u"Cut"), u"a text that does not fit");

@@ -14,6 +14,8 @@ PRESENT = {**dict.fromkeys(
     ("platform/Clock.h", "platform/testing/Input.h", "core/Log.h", "video/Video.h", "ui/Window.h",
      "zone/Zone.h", "tests/support/Files.h"),
     "#pragma once\n"),
+           "CMakeLists.txt": "zone/Zone.cpp core/Log.cpp tools/tour/Tour.cpp platform/qt/Window.cpp\n"
+                             "platform/win32/Window.cpp platform/win32/Files.cpp\n",
            ".clang-format": "BasedOnStyle: LLVM\nIndentWidth: 4\n"}
 
 
@@ -71,7 +73,7 @@ class TreeChecks(unittest.TestCase):
                 ("platform/Clock.cpp", "#  elif __APPLE__", False)]:
             self.expect("check_layers", path, f"// first line\n{line}\n".encode(),
                         0 if allowed else 2)
-
+        self.expect("check_layers", "zone/Lost.cpp", b"int a;\n", 1)
 
     def test_format(self):
         for path, data, line in [

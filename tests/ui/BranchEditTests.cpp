@@ -106,6 +106,11 @@ TEST_F(BranchEdits, AreOneStepEachForSeveralRowsToo) {
     m_driver->press(Key::down, kControl);
     EXPECT_EQ(rows(), "AC[B]D") << "the row with the keyboard, though another is chosen";
     EXPECT_TRUE(combo(2, u"ComboBranches").IsFocused());
+    m_driver->manager().SetFocus(&combo(0, u"ComboBranches"));
+    m_driver->press(Key::menu);
+    m_driver->press(Key::end);
+    m_driver->pressThen(Key::enter, test::answering(test::Answer::yes));
+    EXPECT_EQ(rows(), "CBD") << "removing, too";
 }
 
 TEST_F(BranchEdits, WriteWhatTheSameEditsByHandWrite) {

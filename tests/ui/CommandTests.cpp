@@ -54,7 +54,7 @@ public:
     static std::shared_ptr<CommandWindow> create(const ui::WindowContext& context) {
         return std::make_shared<CommandWindow>(context);
     }
-    explicit CommandWindow(const ui::WindowContext& context) : EditorWindow(context, kTable) {
+    explicit CommandWindow(const ui::WindowContext& context) : EditorWindow(context, {kTable}) {
         for (const Command& command : kTable) {
             commands().bind(
                 command.id, [this, &command] { write(std::string(command.id)); },

@@ -10,11 +10,13 @@
 #include "core/Services.h"
 #include "core/Text.h"
 #include "platform/Clock.h"
+#include "platform/FileSystem.h"
 #include "recovery/Places.h"
 #include "recovery/RecentScenes.h"
 #include "scene/SceneFolders.h"
 #include "stills/StillService.h"
 #include "tests/support/ClipMaker.h"
+#include "tests/support/FaultyFileSystem.h"
 #include "tests/support/windows/EditorTest.h"
 #include "toolkit/controls/CPictureUI.h"
 #include "ui/OpenScene.h"
@@ -33,8 +35,16 @@ class SceneListsTest : public test::WindowTest<ui::OpenScene> {
 protected:
     SceneListsTest() {
         m_services.stills = std::make_shared<stills::StillService>(
-            m_gui.loop(), *core::services().fileSystem, std::string());
-        writeBytes("Scenes/Damaged/Scene.xml", std::string("no scene"));
+            m_gui.loop(), platform::nativeFileSystem(), std::string());
+        // Whole, but it gets shorter while it is read.
+        writeBytes("Scenes/Damaged/Scene.xml", "<Scene/>" + std::string(100, ' '));
+        m_files.setRule(
+            [](const support::Call& call) {
+                return call.operation == "read" && call.path.find("Damaged") != std::string::npos
+                           ? support::Fault::shorten
+                           : support::Fault::none;
+            },
+            0);
         writeBytes("Scenes/Fire/Scene.xml", kTwoBranches);
         writeBytes("Scenes/Fire/clip.ogv", support::makeClip({}));
         writeBytes("Scenes/Über/Scene.xml", std::string("<Scene><Branch/></Scene>"));
@@ -61,6 +71,9 @@ protected:
         return test::inRow(*m_driver, u"SceneList", list(u"SceneList").GetCurSel(), u"ListItem")
             .GetText();
     }
+
+    support::FaultyFileSystem m_files{platform::nativeFileSystem()};
+    core::ServicesOverride m_override{{&m_files, core::services().clock, core::services().process}};
 };
 
 TEST_F(SceneListsTest, TheSecondListShowsTheLastSceneFirstAndWhatTheFilesSay) {

@@ -119,12 +119,20 @@ TEST_F(BranchEditorMenu, LeavesForAnotherSceneOnlyWhatIsKept) {
         toolkit::MenuPopup::of(m_driver->manager()).menu()->GetItemAt(0);
     EXPECT_EQ(row->GetText(), u"Open Another Scene…");
     EXPECT_FALSE(row->IsEnabled()) << "no draft keeps the work";
+    m_driver->press(Key::escape);
+    m_services.editorSettings.reset();
+    m_services.drafts = std::make_shared<recovery::Drafts>(m_gui.loop(), [] { return true; });
+    m_driver->press(Key::menu);
+    EXPECT_TRUE(toolkit::MenuPopup::of(m_driver->manager()).menu()->GetItemAt(0)->IsEnabled());
 }
 
 TEST_F(BranchEditorMenu, ChangesOfTheSettingsCountAtOnce) {
     makeScene({"A"});
-    m_services.drafts = std::make_shared<recovery::Drafts>(
-        m_gui.loop(), [this] { return m_services.editorSettings->keepDrafts(); });
+    int asked = 0;
+    m_services.drafts = std::make_shared<recovery::Drafts>(m_gui.loop(), [this, &asked] {
+        ++asked;
+        return m_services.editorSettings->keepDrafts();
+    });
     auto draft = m_services.drafts->open({"A", "A"}, [] {
         return recovery::DraftContent{{recovery::kDraftScene, [](core::File&) { return true; }}};
     });
@@ -136,10 +144,12 @@ TEST_F(BranchEditorMenu, ChangesOfTheSettingsCountAtOnce) {
     ASSERT_TRUE(isChecked(settings, u"CheckKeepBackups"));
     settings.press(Key::space); // the keyboard stands in the first box
     EXPECT_FALSE(m_services.editorSettings->keepDrafts());
+    const int askedBefore = asked;
+    settings.click(u"CheckKeepBackups");
+    EXPECT_EQ(asked, askedBefore) << "these are no drafts";
     draft = nullptr;
     m_services.drafts->settle();
     EXPECT_FALSE(support::exists("Drafts"));
-    settings.click(u"CheckKeepBackups");
     settings.click(u"CheckKeepDrafts");
     EXPECT_EQ(support::readBytes("Editor.ini"), "keepDrafts = true\r\nkeepBackups = false\r\n");
     EXPECT_EQ(settings.get<toolkit::CComboUI>(u"ComboScale").GetText(), u"100 %");

@@ -149,6 +149,12 @@ TEST_F(Undo, LeavesTheOtherRowsAlone) {
     m_driver->click(immediate(1));
     EXPECT_TRUE(session().action(0, 1).Immediate()) << "the rows know their new numbers";
     EXPECT_EQ(session().history().undoLabel()->action, 1);
+    m_driver->manager().UpdateLayout();
+    const platform::Rect odd = platform::Rect::at(1, 2, 3, 4);
+    m_driver->get(u"LabelScene").SetPos(odd);
+    session().setImmediate(0, 3, true);
+    m_driver->manager().UpdateLayout();
+    EXPECT_EQ(m_driver->get(u"LabelScene").GetPos(), odd) << "nothing was laid out again";
 }
 
 TEST_F(Undo, BelongsToATextFieldUntilItsTextIsTaken) {

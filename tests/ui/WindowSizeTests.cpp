@@ -9,6 +9,8 @@
 #include "platform/Window.h"
 #include "tests/ui/BranchListFixture.h"
 #include "ui/OpenScene.h"
+#include "ui/commands/CommonCommands.h"
+#include "ui/commands/KeyMap.h"
 
 namespace {
 
@@ -53,6 +55,13 @@ TEST_F(WindowSize, FillsTheScreenAndComesBackInEveryWay) {
     }
     m_driver->click(u"ButtonMinimize");
     expectState(WindowState::minimized, "minimise");
+    m_driver->native().setState(WindowState::maximized);
+    expectState(WindowState::maximized, "system");
+    ui::KeyMap::of(m_services).choose(ui::kMaximizeCommand, {{{Key::f7, {}}}});
+    EXPECT_EQ(m_driver->get(u"ButtonMaximize").GetToolTip(), u"Restore (F7)");
+    m_driver->press(Key::f7);
+    EXPECT_TRUE(test::pumpUntil(
+        [&] { return m_driver->get(u"ButtonMaximize").GetToolTip() == u"Maximise (F7)"; }));
 }
 
 TEST_F(WindowSize, AWideWindowHasAPaneLeftOfTheColumnOnceSomethingIsInIt) {

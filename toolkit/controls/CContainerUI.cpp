@@ -161,18 +161,18 @@ CControlUI* CContainerUI::childAt(int index) const {
     return CContainerUI::GetItemAt(index);
 }
 
-CControlUI* CContainerUI::controlAt(Point point) {
+CControlUI* CContainerUI::controlAt(Point point, Meeting kind) {
     if (!isShown() || !GetPos().contains(point)) {
         return nullptr;
     }
     if (childClip().contains(point)) {
         for (std::size_t i = m_items.size(); i-- > 0;) {
-            if (CControlUI* found = m_items[i]->controlAt(point)) {
+            if (CControlUI* found = m_items[i]->controlAt(point, kind)) {
                 return found;
             }
         }
     }
-    return takesMouse() ? this : nullptr;
+    return meets(point, kind) ? this : nullptr;
 }
 
 void CContainerUI::attach(CPaintManagerUI* manager, CControlUI* parent) {

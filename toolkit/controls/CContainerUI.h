@@ -51,7 +51,7 @@ public:
 
     [[nodiscard]] int childCount() const override { return static_cast<int>(m_items.size()); }
     [[nodiscard]] CControlUI* childAt(int index) const override;
-    [[nodiscard]] CControlUI* controlAt(Point point) override;
+    [[nodiscard]] CControlUI* controlAt(Point point, Meeting kind) override;
     void attach(CPaintManagerUI* manager, CControlUI* parent) override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
 

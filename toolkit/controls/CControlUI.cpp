@@ -254,11 +254,7 @@ void CControlUI::paintIcon(platform::Canvas& canvas) {
     if (m_icon.name.empty() || m_manager == nullptr) {
         return;
     }
-    IconStyle style = m_icon;
-    if (style.place == Point{-1, -1}) {
-        style.place = iconPlace();
-    }
-    m_manager->look().icons().draw(canvas, m_pos, style, iconState());
+    m_manager->look().icons().draw(canvas, m_pos, m_icon, iconState(), iconPlace());
 }
 
 void CControlUI::paintBackground(platform::Canvas& canvas) {
@@ -322,8 +318,12 @@ platform::Rect CControlUI::visibleArea(const Rect& rect) const {
     return area;
 }
 
-CControlUI* CControlUI::controlAt(Point point) {
-    return m_visible && m_takesMouse && m_pos.contains(point) ? this : nullptr;
+CControlUI* CControlUI::controlAt(Point point, Meeting kind) {
+    return m_visible && m_pos.contains(point) && meets(point, kind) ? this : nullptr;
+}
+
+bool CControlUI::meets(Point point, Meeting kind) const {
+    return m_takesMouse || (kind == Meeting::tip && !toolTipAt(point).empty());
 }
 
 void CControlUI::reveal(CControlUI& descendant) {

@@ -19,6 +19,10 @@ namespace toolkit {
 
 class CPaintManagerUI;
 
+/// What a control at a point is looked for by: it takes the mouse, or does that or has a tool tip
+/// there. A label that leaves the mouse to what is below it can still be read whole.
+enum class Meeting { mouse, tip };
+
 class CControlUI : public platform::Accessible {
 public:
     using Rect = platform::Rect;
@@ -141,7 +145,6 @@ public:
     [[nodiscard]] virtual platform::PointerShape pointerShapeAt(Point /*point*/) const {
         return m_isLink ? platform::PointerShape::hand : platform::PointerShape::arrow;
     }
-    void SetLink(bool isLink) { m_isLink = isLink; }
     /// Called before a press (buttonDown or doubleClick) reaches the control or anything inside it.
     /// True: it reaches nothing.
     virtual bool notePress(const TEventUI& /*event*/) { return false; }
@@ -166,7 +169,7 @@ public:
     [[nodiscard]] CControlUI* FindSubControl(std::u16string_view name) const;
     /// The topmost visible control at `point` that the mouse meets, disabled ones included; null
     /// when there is none.
-    [[nodiscard]] virtual CControlUI* controlAt(Point point);
+    [[nodiscard]] virtual CControlUI* controlAt(Point point, Meeting kind);
     /// The part of `rect` (around this control) that is visible inside all its ancestors.
     [[nodiscard]] Rect visibleArea(const Rect& rect) const;
     /// The area to which painting and clicks of the children are limited.
@@ -207,6 +210,8 @@ protected:
     /// Where the icon is unless the layout says so; -1: in the middle.
     [[nodiscard]] virtual Point iconPlace() const { return {-1, -1}; }
 
+    /// Whether the mouse meets the control itself at this point of it.
+    [[nodiscard]] bool meets(Point point, Meeting kind) const;
     /// Draws the image that `attribute` names over the control; false when there is none.
     bool drawImage(platform::Canvas& canvas, const std::u16string& attribute) const;
     /// `size`; where that has no height, with the height of the image that `attribute` names.

@@ -196,22 +196,22 @@ CControlUI* CListUI::childBeside(const CControlUI* child, bool backward) const {
     return at == -1 ? m_header.get() : at == GetCount() ? m_scrollBar.get() : GetItemAt(at);
 }
 
-CControlUI* CListUI::controlAt(Point point) {
+CControlUI* CListUI::controlAt(Point point, Meeting kind) {
     if (!isShown() || !GetPos().contains(point)) {
         return nullptr;
     }
     if (m_rowsRect.contains(point) && m_rows.isMeasured()) {
         const int row = m_rows.rowAt(point.y - m_rowsRect.top + m_scrollBar->model().offset());
         CControlUI* made = m_rows.made(row);
-        if (CControlUI* found = made != nullptr ? made->controlAt(point) : nullptr) {
+        if (CControlUI* found = made != nullptr ? made->controlAt(point, kind) : nullptr) {
             return found;
         }
     }
-    if (CControlUI* bar = m_scrollBar->controlAt(point)) {
+    if (CControlUI* bar = m_scrollBar->controlAt(point, kind)) {
         return bar;
     }
-    CControlUI* inHeader = m_header != nullptr ? m_header->controlAt(point) : nullptr;
-    return inHeader != nullptr ? inHeader : takesMouse() ? this : nullptr;
+    CControlUI* inHeader = m_header != nullptr ? m_header->controlAt(point, kind) : nullptr;
+    return inHeader != nullptr ? inHeader : meets(point, kind) ? this : nullptr;
 }
 
 } // namespace toolkit

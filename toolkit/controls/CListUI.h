@@ -72,7 +72,6 @@ public:
     void activate();
 
     // Several rows: attribute "multiselect".
-    [[nodiscard]] bool isMultiSelect() const { return m_isMulti; }
     [[nodiscard]] bool isSelected(int index) const { return m_rows.isSelected(index); }
     /// In ascending order.
     [[nodiscard]] std::vector<int> selectedRows() const;
@@ -107,7 +106,7 @@ public:
     [[nodiscard]] CControlUI* childBeside(const CControlUI* child, bool backward) const override;
     void childNeedsUpdate() override;
     void settle(const CControlUI& child) override;
-    [[nodiscard]] CControlUI* controlAt(Point point) override;
+    [[nodiscard]] CControlUI* controlAt(Point point, Meeting kind) override;
     void DoPaint(platform::Canvas& canvas, const Rect& dirty) override;
 
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
@@ -133,6 +132,7 @@ private:
     void rowsMoved(int from, int by);
     void giveInset(CControlUI& row) const;
     CControlUI* makeRow(int index);
+    /// Once in each layout.
     void placeRow(int index);
     void placeRows();
     [[nodiscard]] Range rowsIn(const Rect& area) const;
@@ -161,6 +161,7 @@ private:
     int m_current = -1; ///< where the arrow keys go on; not selected once Ctrl has deselected it
     int m_anchor = -1;  ///< where Shift selects from
     int m_reveal = -1;  ///< scrolled into view by the next layout
+    int m_layout = 0;   ///< the number of the last one
     bool m_isMulti = false;
 };
 

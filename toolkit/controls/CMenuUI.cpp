@@ -147,7 +147,7 @@ void CMenuUI::typed(const std::u16string& text) {
 }
 
 bool CMenuUI::runAt(Point point) {
-    auto* item = controlCast<CMenuItemUI>(controlAt(point));
+    auto* item = controlCast<CMenuItemUI>(controlAt(point, Meeting::mouse));
     if (item == nullptr || !item->CanTakeFocus()) {
         return false;
     }

@@ -36,6 +36,7 @@ void CListUI::childNeedsUpdate() {
 }
 
 void CListUI::layoutChildren(const Rect& content) {
+    ++m_layout;
     int top = content.top;
     if (m_header != nullptr) {
         const int height = m_header->EstimateSize(content.size()).height;
@@ -80,7 +81,8 @@ CListUI::Range CListUI::rowsIn(const Rect& area) const {
 
 void CListUI::placeRow(int index) {
     CControlUI* row = m_rows.made(index);
-    if (row != nullptr && m_rows.isMeasured() && !m_rowsRect.isEmpty()) {
+    if (row != nullptr && m_rows.isMeasured() && !m_rowsRect.isEmpty() &&
+        m_rows.takePlacing(index, m_layout)) {
         const int above = m_rowsRect.top - m_scrollBar->model().offset();
         row->SetPos({m_rowsRect.left, above + m_rows.top(index), m_rowsRect.right,
                      above + m_rows.top(index + 1)});

@@ -24,6 +24,10 @@ CControlUI* ListRows::made(int index) const {
     return place < madeCount() && rowAtPlace(place) == index ? madeAt(place) : nullptr;
 }
 
+bool ListRows::takePlacing(int index, int layout) {
+    return std::exchange(m_made[static_cast<std::size_t>(placeOf(index))].layout, layout) != layout;
+}
+
 int ListRows::indexOf(const CControlUI* control) const {
     // Mostly asked for one row after the other.
     for (const std::size_t place : {m_found, m_found + 1, m_found - 1}) {
@@ -48,7 +52,7 @@ void ListRows::insert(int index, Control control) {
         ++later->row;
     }
     if (control != nullptr) {
-        m_made.insert(m_made.begin() + place, {index, false, std::move(control)});
+        m_made.insert(m_made.begin() + place, {index, false, std::move(control), 0});
     }
     m_selected.insert(m_selected.begin() + index, false);
     m_measured = std::min(m_measured, index);
@@ -59,7 +63,7 @@ void ListRows::append(int count) {
 }
 
 void ListRows::make(int index, Control control) {
-    m_made.insert(m_made.begin() + placeOf(index), {index, true, std::move(control)});
+    m_made.insert(m_made.begin() + placeOf(index), {index, true, std::move(control), 0});
 }
 
 ListRows::Control ListRows::remove(int index) {

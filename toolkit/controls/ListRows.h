@@ -27,6 +27,8 @@ public:
     /// The place of the first made row at `index` or beyond; madeCount() when there is none.
     [[nodiscard]] int placeOf(int index) const;
     [[nodiscard]] int rowAtPlace(int place) const;
+    /// Whether layout number `layout`, above 0, has yet to place the row, which it then has done.
+    bool takePlacing(int index, int layout);
 
     /// A null control announces a row.
     void insert(int index, Control control);
@@ -66,6 +68,7 @@ private:
         int row;
         bool announced; ///< its control can be made again
         Control control;
+        int layout = 0; ///< the one that placed it last
     };
 
     std::vector<Made> m_made; ///< by row

@@ -103,7 +103,8 @@ Point MenuPopup::toWindow(Point screen) const {
 }
 
 void MenuPopup::dragOver(Point screen) {
-    CControlUI* hit = menu() != nullptr ? menu()->controlAt(toWindow(screen)) : nullptr;
+    CControlUI* hit =
+        menu() != nullptr ? menu()->controlAt(toWindow(screen), Meeting::mouse) : nullptr;
     if (hit != nullptr && hit->CanTakeFocus()) {
         m_manager.SetFocus(hit);
     }

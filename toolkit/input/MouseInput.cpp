@@ -23,20 +23,6 @@ TEventUI controlEvent(EventType type, CControlUI* control, const platform::Event
     return {type, control, event};
 }
 
-/// The topmost control at the point that has a tool tip or takes the mouse: a label that leaves the
-/// mouse to what is below it can still be read whole.
-CControlUI* tipOwner(CControlUI& control, platform::Point at) {
-    if (!control.isShown() || !control.GetPos().contains(at)) {
-        return nullptr;
-    }
-    for (int i = control.childClip().contains(at) ? control.childCount() : 0; i-- > 0;) {
-        if (CControlUI* found = tipOwner(*control.childAt(i), at)) {
-            return found;
-        }
-    }
-    return control.takesMouse() || !control.toolTipAt(at).empty() ? &control : nullptr;
-}
-
 } // namespace
 
 bool MouseInput::handle(const platform::Event& event) {
@@ -171,8 +157,7 @@ bool MouseInput::move(const platform::Event& event) {
     }
     CControlUI* hit = m_manager.FindControl(event.position);
     setHot(hit, event);
-    CControlUI* root = m_manager.GetRoot();
-    m_manager.toolTip().pointerAt(root != nullptr ? tipOwner(*root, event.position) : nullptr,
+    m_manager.toolTip().pointerAt(m_manager.FindControl(event.position, Meeting::tip),
                                   event.position);
     if (hit != nullptr && hit->IsEnabled()) {
         hit->DoEvent(controlEvent(EventType::mouseMove, hit, event));

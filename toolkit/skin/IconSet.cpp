@@ -48,7 +48,20 @@ IconSet::IconSet(std::shared_ptr<const Skin> skin) : m_skin(std::move(skin)) {
     std::sort(m_scales.begin(), m_scales.end());
 }
 
-/// "scale 100 150", "tint NAME #RRGGBB" with a colour for each state, "icon NAME X Y SIDE".
+std::shared_ptr<const IconSet> IconSet::of(const std::shared_ptr<const Skin>& skin) {
+    static std::map<std::weak_ptr<const Skin>, std::weak_ptr<const IconSet>, std::owner_less<>>
+        sets;
+    std::erase_if(sets, [](const auto& entry) { return entry.second.expired(); });
+    auto set = sets[skin].lock();
+    if (set == nullptr) {
+        set = std::make_shared<const IconSet>(skin);
+        sets[skin] = set;
+    }
+    return set;
+}
+
+/// "scale 100 150", "tint NAME #RRGGBB" with a colour for each state, "icon NAME X Y SIDE", "image
+/// FILE X Y WIDTH HEIGHT".
 void IconSet::readLine(std::u16string_view line) {
     const std::u16string_view kind = nextWord(line);
     if (kind == u"scale") {
@@ -89,8 +102,12 @@ int IconSet::scaleFor(double wanted) const {
     return enough != m_scales.end() ? *enough : m_scales.back();
 }
 
-std::shared_ptr<const platform::Bitmap> IconSet::sheet(int percent) const {
-    return ImageCache::get().load(*m_skin, "Icons" + std::to_string(percent) + ".png");
+const std::shared_ptr<const platform::Bitmap>& IconSet::sheet(int percent) const {
+    const auto [place, isNew] = m_sheets.try_emplace(percent);
+    if (isNew) {
+        place->second = ImageCache::get().load(*m_skin, "Icons" + std::to_string(percent) + ".png");
+    }
+    return place->second;
 }
 
 ScaledImage IconSet::image(const std::u16string& file, double scale) const {
@@ -107,14 +124,14 @@ ScaledImage IconSet::image(const std::u16string& file, double scale) const {
     const platform::Point corner = scaled(r, percent).topLeft();
     const auto part =
         platform::Rect::at(corner.x, corner.y, rounded(r.width()), rounded(r.height()));
-    auto bitmap = sheet(percent);
+    const auto& bitmap = sheet(percent);
     const bool isInside = bitmap != nullptr && part.right <= bitmap->size().width &&
                           part.bottom <= bitmap->size().height;
-    return isInside ? ScaledImage{std::move(bitmap), part, percent / 100.0} : ScaledImage{};
+    return isInside ? ScaledImage{bitmap, part, percent / 100.0} : ScaledImage{};
 }
 
 void IconSet::draw(platform::Canvas& canvas, const platform::Rect& rect, const IconStyle& style,
-                   IconState state) const {
+                   IconState state, platform::Point usualPlace) const {
     const auto place = m_places.find(style.name);
     const auto tint = m_tints.find(style.tint);
     if (place == m_places.end() || tint == m_tints.end() || m_scales.empty()) {
@@ -127,12 +144,12 @@ void IconSet::draw(platform::Canvas& canvas, const platform::Rect& rect, const I
         return from + (at >= 0 ? at : (length - side + 1) / 2);
     };
     const int percent = scaleFor(canvas.scale() * side / own);
-    const auto sheet = ImageCache::get().load(*m_skin, "Icons" + std::to_string(percent) + ".png");
-    if (sheet != nullptr) {
-        canvas.drawMask(*sheet, scaled(place->second, percent),
-                        platform::Rect::at(begin(style.place.x, rect.left, rect.width()),
-                                           begin(style.place.y, rect.top, rect.height()), side,
-                                           side),
+    if (const auto& mask = sheet(percent)) {
+        const platform::Point at =
+            style.place == platform::Point{-1, -1} ? usualPlace : style.place;
+        canvas.drawMask(*mask, scaled(place->second, percent),
+                        platform::Rect::at(begin(at.x, rect.left, rect.width()),
+                                           begin(at.y, rect.top, rect.height()), side, side),
                         tint->second[static_cast<std::size_t>(state)]);
     }
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -43,11 +44,13 @@ public:
 
     /// Reads "Icons.txt" of the skin; the set is empty if there is none, or no skin.
     explicit IconSet(std::shared_ptr<const Skin> skin);
+    /// The set of a skin, shared for as long as anyone holds it.
+    static std::shared_ptr<const IconSet> of(const std::shared_ptr<const Skin>& skin);
 
-    /// Draws the icon over the control at `rect`, with the mask for the canvas's scale. An unknown
-    /// one draws nothing.
+    /// Draws the icon over the control at `rect`, with the mask for the canvas's scale, at
+    /// `usualPlace` unless the style has one. An unknown one draws nothing.
     void draw(platform::Canvas& canvas, const platform::Rect& rect, const IconStyle& style,
-              IconState state) const;
+              IconState state, platform::Point usualPlace = {-1, -1}) const;
 
     /// The image of that file for a scale.
     [[nodiscard]] ScaledImage image(const std::u16string& file, double scale) const;
@@ -57,12 +60,13 @@ private:
 
     void readLine(std::u16string_view line);
     void readPlace(const std::u16string& name, std::u16string_view line, bool isSquare);
-    [[nodiscard]] std::shared_ptr<const platform::Bitmap> sheet(int percent) const;
+    [[nodiscard]] const std::shared_ptr<const platform::Bitmap>& sheet(int percent) const;
     /// The least of the scales, in percent, that needs no enlarging; else the largest.
     [[nodiscard]] int scaleFor(double wanted) const;
 
     std::shared_ptr<const Skin> m_skin;
-    std::vector<int> m_scales; ///< ascending
+    std::vector<int> m_scales;                                               ///< ascending
+    mutable std::map<int, std::shared_ptr<const platform::Bitmap>> m_sheets; ///< by scale
     /// By name, in the sheet of 100 percent. Images are named as their files.
     std::unordered_map<std::u16string, platform::Rect> m_places;
     std::unordered_map<std::u16string, Colors> m_tints;

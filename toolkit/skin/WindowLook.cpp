@@ -41,8 +41,8 @@ const SkinImage* WindowLook::GetImage(const std::u16string& attribute) {
 }
 
 const IconSet& WindowLook::icons() {
-    if (!m_icons) {
-        m_icons.emplace(m_skin);
+    if (m_icons == nullptr) {
+        m_icons = IconSet::of(m_skin);
     }
     return *m_icons;
 }

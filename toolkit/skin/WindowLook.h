@@ -48,7 +48,7 @@ public:
 private:
     platform::FontSet& m_fonts;
     std::shared_ptr<const Skin> m_skin;
-    std::optional<IconSet> m_icons; ///< empty until one is asked for
+    std::shared_ptr<const IconSet> m_icons; ///< null until one is asked for
     std::unordered_map<std::u16string, std::optional<SkinImage>> m_images;
     std::unordered_map<std::u16string, Attributes> m_defaults;
     std::vector<platform::FontHandle> m_fontHandles;

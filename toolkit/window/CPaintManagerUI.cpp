@@ -129,8 +129,8 @@ CControlUI* CPaintManagerUI::FindControl(std::u16string_view name) const {
     return m_root->GetName() == name ? m_root.get() : m_root->FindSubControl(name);
 }
 
-CControlUI* CPaintManagerUI::FindControl(Point at) const {
-    return m_root != nullptr ? m_root->controlAt(at) : nullptr;
+CControlUI* CPaintManagerUI::FindControl(Point at, Meeting kind) const {
+    return m_root != nullptr ? m_root->controlAt(at, kind) : nullptr;
 }
 
 const std::u16string& CPaintManagerUI::focusedImageFor(const CControlUI& control) const {

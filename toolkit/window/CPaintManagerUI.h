@@ -78,7 +78,7 @@ public:
     /// The first control with `name` in layout order; null when there is none. Not owned.
     [[nodiscard]] CControlUI* FindControl(std::u16string_view name) const;
     /// The topmost visible control at a point of the window; null when there is none.
-    [[nodiscard]] CControlUI* FindControl(Point at) const;
+    [[nodiscard]] CControlUI* FindControl(Point at, Meeting kind = Meeting::mouse) const;
 
     [[nodiscard]] WindowLook& look() { return m_look; }
     [[nodiscard]] const WindowLook& look() const { return m_look; }

@@ -71,13 +71,8 @@ Accessible& nodeOf(const Script& script, const Target& target) {
 } // namespace
 
 void KeyHands::reach(Target target) {
-    const std::u16string window(target.window);
-    m_script.on(window, [this, target] { m_script.tabTo(controlOf(m_script, target)); });
-    m_script.on(window, [this, target] {
-        if (!controlOf(m_script, target).IsFocused()) {
-            throw missing(target);
-        }
-    });
+    m_script.until(std::u16string(target.window),
+                   [this, target] { return m_script.tabTo(controlOf(m_script, target)); });
 }
 
 void KeyHands::press(Target target) {

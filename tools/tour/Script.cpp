@@ -1,6 +1,5 @@
 #include "tools/tour/Script.h"
 
-#include <algorithm>
 #include <exception>
 #include <stdexcept>
 #include <utility>
@@ -39,16 +38,6 @@ Point middleOf(const platform::Rect& rect) {
 toolkit::WindowImplBase* topWindow() {
     const auto windows = platform::openWindowsOf<toolkit::WindowImplBase>();
     return windows.empty() ? nullptr : windows.back();
-}
-
-/// What the Tab key stops at, in its order.
-void collectStops(const toolkit::CControlUI& tree, std::vector<const toolkit::CControlUI*>& stops) {
-    if (tree.isTabStop() && tree.CanTakeFocus()) {
-        stops.push_back(&tree);
-    }
-    for (int i = 0; i < tree.childCount(); ++i) {
-        collectStops(*tree.childAt(i), stops);
-    }
 }
 
 } // namespace
@@ -187,25 +176,13 @@ void Script::clickInRow(int row, std::u16string_view name) {
     clickAt(middleOf(inRow(row, name).GetPos()));
 }
 
-void Script::tabTo(const toolkit::CControlUI& control) {
-    const toolkit::CPaintManagerUI& manager = top().GetPaintManager();
-    std::vector<const toolkit::CControlUI*> stops;
-    collectStops(*manager.GetRoot(), stops);
-    const auto placeOf = [&stops](const toolkit::CControlUI* stop) {
-        return std::find(stops.begin(), stops.end(), stop) - stops.begin();
-    };
-    const auto count = static_cast<std::ptrdiff_t>(stops.size());
-    const std::ptrdiff_t from = manager.GetFocus() != nullptr ? placeOf(manager.GetFocus()) : -1;
-    const std::ptrdiff_t to = placeOf(&control);
-    if (to == count || from == count) {
-        throw std::runtime_error("the Tab key does not reach " +
-                                 core::storedText(control.GetName()));
+bool Script::tabTo(const toolkit::CControlUI& control) {
+    if (control.IsFocused()) {
+        return true;
     }
-    const std::ptrdiff_t forward = (to - from + count) % count;
-    const bool isBack = from >= 0 && forward > count / 2;
-    for (std::ptrdiff_t i = isBack ? count - forward : forward; i > 0; --i) {
-        press(platform::Key::tab, {.shift = isBack});
-    }
+    press(platform::Key::tab);
+    m_settling = true;
+    return false;
 }
 
 void Script::picture(const std::string& name) {

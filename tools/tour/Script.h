@@ -46,9 +46,9 @@ public:
     void pickItem(int index);
     /// The combo or check box `name` in row `row` of the action list.
     void clickInRow(int row, std::u16string_view name);
-    /// Presses Tab, or Shift+Tab where that is shorter, as often as it takes to come to the
-    /// control.
-    void tabTo(const toolkit::CControlUI& control);
+    /// Presses Tab unless the control has the focus, which is the answer: to be called until then,
+    /// since the rows of a list are made on the way.
+    bool tabTo(const toolkit::CControlUI& control);
     void picture(const std::string& name);
     /// The control `name` in row `row` of the action list.
     [[nodiscard]] toolkit::CControlUI& inRow(int row, std::u16string_view name) const;

@@ -120,7 +120,7 @@ void ChosenActions::move(int by) {
 }
 
 void ChosenActions::remove() {
-    const std::vector<int> rows = selected();
+    const std::vector<int> rows = this->rows();
     if (m_session.removeActions(m_branches.shown(), rows)) {
         select({});
         reveal(rows.front());

@@ -25,7 +25,7 @@ public:
 
     /// The selected rows, ascending.
     [[nodiscard]] std::vector<int> selected() const;
-    /// The rows that a key acts on: the selected ones, unless the focus is in another row.
+    /// The rows that commands act on: the selected ones, unless the focus is in another row.
     [[nodiscard]] std::vector<int> rows() const;
     /// Whether rows() can all go `by` places.
     [[nodiscard]] bool canMove(int by) const;
@@ -36,7 +36,6 @@ public:
     void duplicate();
     /// The rows stay selected, and the focus in its field.
     void move(int by);
-    /// The selected ones.
     void remove();
     /// Scrolls to an action and selects it; or to the last one when there are not as many. -1:
     /// nothing happens.

@@ -33,8 +33,7 @@ std::u16string sizeText(platform::Size size) {
 
 } // namespace
 
-ClipCard::ClipCard(Controls controls, platform::EventLoop& loop, stills::StillService* stills)
-    : m_controls(controls), m_loop(loop) {
+ClipCard::ClipCard(Controls controls, stills::StillService* stills) : m_controls(controls) {
     if (stills != nullptr) {
         m_client =
             std::make_unique<stills::StillClient>(*stills, [this](const auto&) { showFacts(); });
@@ -61,14 +60,6 @@ void ClipCard::show(const std::string& path, bool isNew) {
 void ClipCard::hide() {
     m_path.clear();
     m_controls.setVisible(kRow, false);
-}
-
-void ClipCard::windowSized() {
-    m_loop.post([this, life = std::weak_ptr<const bool>(m_life)] {
-        if (!life.expired()) {
-            showFacts();
-        }
-    });
 }
 
 stills::StillRequest ClipCard::request() const {

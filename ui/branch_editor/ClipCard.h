@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 
-#include "platform/EventLoop.h"
 #include "stills/Still.h"
 #include "stills/StillService.h"
 #include "ui/Controls.h"
@@ -15,16 +14,16 @@ namespace ui {
 
 class ClipCard {
 public:
-    /// Both outlive the card; without `stills`, nothing is shown.
-    ClipCard(Controls controls, platform::EventLoop& loop, stills::StillService* stills);
+    /// `stills` outlives the card; without it, nothing is shown.
+    ClipCard(Controls controls, stills::StillService* stills);
 
     /// The clip at `path`, absolute; empty for a branch without one. `isNew`: another file may be
     /// there than before.
     void show(const std::string& path, bool isNew);
     /// There is no branch.
     void hide();
-    /// The window gets another size: what has room is known once the layout has followed.
-    void windowSized();
+    /// The controls are laid out for another size of the window: something else may have room.
+    void windowSized() { showFacts(); }
 
 private:
     void showFacts();
@@ -32,9 +31,7 @@ private:
     void showTexts(const stills::Still& still);
 
     Controls m_controls;
-    platform::EventLoop& m_loop;
     std::string m_path;
-    std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
     std::unique_ptr<stills::StillClient> m_client; ///< null without a service
 };
 

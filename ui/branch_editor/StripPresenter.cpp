@@ -182,16 +182,12 @@ void StripPresenter::showOffer(bool hasRoom) {
         m_controls.setVisible(button, offers(button));
     }
     const bool isFault = m_offer && !m_offer->fix.empty();
-    if (toolkit::CControlUI* sign = m_controls.find(kNoteSign)) {
-        sign->SetAttribute(u"icon", isFault ? u"Error" : u"Note");
-        sign->SetAttribute(u"icontint", isFault ? u"danger" : u"accent");
-    }
     if (isFault) {
         m_controls.setText(kFixButton, m_offer->fix);
     }
-    if (toolkit::CControlUI* panel = m_controls.find(kNoticePanel)) {
-        panel->SetAttribute(u"bkcolor", isFault ? u"#FFFFF0CF" : u"#FFE9F5FF");
-        panel->SetAttribute(u"bordercolor", isFault ? u"#FFB97A0A" : u"#FF1D63AD");
+    const NoticeLook& look = isFault ? kErrorLook : kNoteLook;
+    if (std::exchange(m_look, &look) != &look) {
+        apply(m_controls.find(kNoticePanel), m_controls.find(kNoteSign), look);
     }
     m_isOfferShown = hasRoom && m_offer;
     m_controls.setVisible(kNoticePanel, m_isOfferShown);

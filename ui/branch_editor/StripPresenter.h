@@ -11,6 +11,7 @@
 #include "edit/Observers.h"
 #include "scene/SceneSession.h"
 #include "ui/Controls.h"
+#include "ui/NoticeLook.h"
 #include "ui/branch_editor/StripOffer.h"
 
 namespace toolkit {
@@ -83,6 +84,7 @@ private:
     std::u16string m_nameHint;
     std::u16string m_zonesHint;
     std::optional<StripOffer> m_offer;
+    const NoticeLook* m_look = &kNoteLook;
     bool m_isOfferShown = false;
     bool m_noteIsFresh = false;
     toolkit::CControlUI* m_focus = nullptr; ///< outside the strip, at the last input

@@ -6,7 +6,6 @@
 #include "platform/Event.h"
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
-#include "ui/commands/ContextMenu.h"
 
 namespace ui {
 
@@ -142,13 +141,5 @@ inline constexpr std::string_view kVideoRows[] = {command::kAddVideo, command::k
 inline constexpr std::string_view kActionRows[] = {
     command::kAddAction,       command::kLine, command::kActionUp,    command::kActionDown,
     command::kDuplicateAction, command::kLine, command::kRemoveAction};
-inline constexpr ContextMenu kBranchEditorContexts[] = {
-    {u"ComboBranchName", kBranchRows},
-    {u"EditBranchName", kBranchRows},
-    {u"ComboVideoName", kVideoRows},
-    {u"BranchList", kActionRows},
-};
-inline constexpr std::u16string_view kBranchEditorPanes[] = {u"ListFindings", u"ComboBranchName",
-                                                             u"BranchList", u"PanelNotice"};
 
 } // namespace ui

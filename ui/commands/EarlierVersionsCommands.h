@@ -5,7 +5,6 @@
 
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
-#include "ui/commands/ContextMenu.h"
 
 namespace ui {
 
@@ -29,8 +28,5 @@ inline constexpr Command kEarlierVersionsCommands[] = {
 };
 
 inline constexpr std::string_view kVersionRows[] = {command::kRestoreVersion};
-inline constexpr ContextMenu kEarlierVersionsContexts[] = {{u"ListVersions", kVersionRows}};
-inline constexpr std::u16string_view kEarlierVersionsPanes[] = {
-    u"ListVersions", u"ListVersionActions", u"ListDifferences", u"ButtonRestoreVersion"};
 
 } // namespace ui

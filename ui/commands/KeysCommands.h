@@ -6,7 +6,6 @@
 #include "platform/Event.h"
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
-#include "ui/commands/ContextMenu.h"
 
 namespace ui {
 
@@ -39,8 +38,5 @@ inline constexpr Command kKeysCommands[] = {
 inline constexpr std::string_view kKeyRows[] = {command::kChangeKey, command::kRemoveKey,
                                                 command::kResetKey, command::kLine,
                                                 command::kResetKeys};
-inline constexpr ContextMenu kKeysContexts[] = {{u"ListKeys", kKeyRows}};
-inline constexpr std::u16string_view kKeysPanes[] = {u"EditFindKey", u"ListKeys",
-                                                     u"ButtonKeysCopy"};
 
 } // namespace ui

@@ -5,7 +5,6 @@
 
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
-#include "ui/commands/ContextMenu.h"
 
 namespace ui {
 
@@ -52,12 +51,6 @@ inline constexpr std::string_view kOpenSceneMenu[] = {command::kDuplicateScene,
 inline constexpr std::string_view kSceneRows[] = {command::kOpenScene, command::kDuplicateScene,
                                                   command::kOpenFolder, command::kLine,
                                                   command::kNewScene};
-inline constexpr ContextMenu kOpenSceneContexts[] = {
-    {u"SceneList", kSceneRows},
-    {u"ListScenes", kSceneRows},
-};
-inline constexpr std::u16string_view kOpenScenePanes[] = {u"SceneList", u"ListScenes",
-                                                          u"ButtonNewScene"};
 
 inline constexpr Command kNewSceneCommands[] = {
     {command::kCreate, kEverywhere, u"Create", u"ButtonCreate", u"Start the scene with this name"},

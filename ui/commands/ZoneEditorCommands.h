@@ -6,7 +6,6 @@
 #include "platform/Event.h"
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
-#include "ui/commands/ContextMenu.h"
 
 namespace ui {
 
@@ -100,10 +99,5 @@ inline constexpr std::string_view kZoneEditorMenu[] = {command::kEarlierVersions
 
 inline constexpr std::string_view kZoneRows[] = {command::kAddZone, command::kRename,
                                                  command::kLine, command::kRemoveZone};
-inline constexpr ContextMenu kZoneEditorContexts[] = {
-    {u"ComboZone", kZoneRows},
-    {u"EditZone", kZoneRows},
-};
-inline constexpr std::u16string_view kZoneEditorPanes[] = {u"PanelNotice", u"OptionMovePoint"};
 
 } // namespace ui

@@ -294,9 +294,9 @@ toolkit::CControlUI* KeyTable::childAt(int index) const {
     return index == CContainerUI::childCount() ? m_scrollBar.get() : CContainerUI::childAt(index);
 }
 
-toolkit::CControlUI* KeyTable::controlAt(Point point) {
-    CControlUI* bar = isShown() ? m_scrollBar->controlAt(point) : nullptr;
-    return bar != nullptr ? bar : CContainerUI::controlAt(point);
+toolkit::CControlUI* KeyTable::controlAt(Point point, toolkit::Meeting kind) {
+    CControlUI* bar = isShown() ? m_scrollBar->controlAt(point, kind) : nullptr;
+    return bar != nullptr ? bar : CContainerUI::controlAt(point, kind);
 }
 
 void KeyTable::DoPaint(platform::Canvas& canvas, const Rect& dirty) {

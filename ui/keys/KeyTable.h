@@ -48,7 +48,7 @@ public:
     void DoPaint(platform::Canvas& canvas, const Rect& dirty) override;
     [[nodiscard]] int childCount() const override { return CContainerUI::childCount() + 1; }
     [[nodiscard]] CControlUI* childAt(int index) const override;
-    [[nodiscard]] CControlUI* controlAt(Point point) override;
+    [[nodiscard]] CControlUI* controlAt(Point point, toolkit::Meeting kind) override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override;
 
 protected:

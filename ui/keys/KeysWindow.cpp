@@ -24,7 +24,10 @@ namespace {
 constexpr std::u16string_view kFindEdit = u"EditFindKey";
 constexpr std::u16string_view kFindHint = u"LabelFindKey";
 constexpr std::u16string_view kList = u"ListKeys";
+constexpr std::u16string_view kCopyButton = u"ButtonKeysCopy";
 constexpr std::u16string_view kHintLabel = u"LabelHint";
+constexpr ContextMenu kContextMenus[] = {{kList, kKeyRows}};
+constexpr std::u16string_view kPanes[] = {kFindEdit, kList, kCopyButton};
 constexpr std::u16string_view kUsualHint =
     u"Letters and digits count when no text field has the cursor. Tool tips show them too.";
 constexpr std::u16string_view kWaitingHint =
@@ -36,7 +39,8 @@ std::shared_ptr<KeysWindow> KeysWindow::create(const WindowContext& context) {
     return std::make_shared<KeysWindow>(context);
 }
 
-KeysWindow::KeysWindow(const WindowContext& context) : EditorWindow(context, kKeysCommands) {
+KeysWindow::KeysWindow(const WindowContext& context)
+    : EditorWindow(context, {kKeysCommands, kContextMenus, kPanes}) {
     bindCommands();
     m_changed = keys().observe([this] { fill(); });
 }
@@ -166,14 +170,6 @@ void KeysWindow::resetChosen() {
         stopWaiting();
         keys().choose(command, keys().usualKeys(command));
     }
-}
-
-std::span<const ContextMenu> KeysWindow::contextMenus() const {
-    return kKeysContexts;
-}
-
-std::span<const std::u16string_view> KeysWindow::panes() const {
-    return kKeysPanes;
 }
 
 } // namespace ui

@@ -36,10 +36,6 @@ public:
     void Notify(toolkit::TNotifyUI& message) override;
     std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override;
 
-protected:
-    [[nodiscard]] std::span<const ContextMenu> contextMenus() const override;
-    [[nodiscard]] std::span<const std::u16string_view> panes() const override;
-
 private:
     void bindCommands();
     /// Shows the keys that the find box asks for.

@@ -118,6 +118,12 @@ TEST(SizingBorder, SizesByTheEdgesThatAreHeldAndNoFurtherThanTheLeastSize) {
         EXPECT_EQ(window.native().geometry(), c.expected) << c.from.x << "," << c.from.y;
         test::input().mouse(window.native(), EventKind::mouseUp, to);
         test::pump();
+        const platform::Size size = window.native().geometry().size();
+        for (const double zoom : {8.0, 1.25, 1.0}) { // the first is too large for the screen
+            test::gui().windows().setZoom(zoom);
+            test::pump();
+        }
+        EXPECT_EQ(window.native().geometry().size(), size) << "is kept";
     }
 }
 

@@ -1,9 +1,13 @@
-// The pointer as Windows shows it, after real movements.
+// The pointer as Windows shows it, after real movements, and sizes given from outside.
 #include <utility>
 
 #include <windows.h>
 
+#include "platform/Window.h"
 #include "platform/WindowParts.h"
+#include "platform/win32/Win32Window.h"
+#include "tests/support/gui/TestGui.h"
+#include "tests/support/gui/TestWindow.h"
 #include "tests/toolkit/ToolkitTest.h"
 
 namespace {
@@ -13,6 +17,18 @@ using platform::PointerShape;
 class Pointer : public toolkit_test::ToolkitTest {};
 
 } // namespace
+
+TEST(Sizing, OfTheUsersIsKeptThroughOtherScales) {
+    test::TestWindow window({300, 200}, nullptr, platform::WindowKind::normal, {250, 150});
+    window.show();
+    SetWindowPos(static_cast<platform::win32::Win32Window&>(window.native()).handle(), nullptr, 0,
+                 0, 340, 260, SWP_NOMOVE | SWP_NOZORDER);
+    for (const double zoom : {8.0, 1.25, 1.0}) { // the first is too large for the screen
+        test::gui().windows().setZoom(zoom);
+        test::pump();
+    }
+    EXPECT_EQ(window.native().geometry().size(), (platform::Size{340, 260}));
+}
 
 TEST_F(Pointer, HasTheShapeOfWhatIsUnderIt) {
     open(
