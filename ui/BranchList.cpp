@@ -26,6 +26,7 @@
 #include "ui/VersionHistory.h"
 #include "ui/WindowContext.h"
 #include "ui/branch_editor/ActionPresenter.h"
+#include "ui/branch_editor/BranchFind.h"
 #include "ui/branch_editor/ChosenActions.h"
 #include "ui/branch_editor/ClipCard.h"
 #include "ui/branch_editor/ControlNames.h"
@@ -103,6 +104,10 @@ void BranchList::InitWindow() {
 }
 
 void BranchList::Notify(toolkit::TNotifyUI& message) {
+    if (m_parts && message.sType == toolkit::kTextChanged &&
+        message.pSender->GetName() == kFindEdit) {
+        m_parts->find.typed();
+    }
     EditorWindow::Notify(message);
     if (message.sType != toolkit::kTextChanged && m_parts && !IsClosing()) {
         showEnabled();
@@ -202,6 +207,17 @@ bool BranchList::HandleMessage(const platform::Event& event) {
         return true;
     }
     return EditorWindow::HandleMessage(event);
+}
+
+bool BranchList::MessageHandler(const platform::Event& event) {
+    using platform::Key;
+    if (m_parts && event.kind == platform::EventKind::keyDown && controls().hasFocus(kFindEdit)) {
+        if (event.key == Key::enter || event.key == Key::down || event.key == Key::up) {
+            m_parts->find.go(event.key == Key::up || event.modifiers.shift ? -1 : 1);
+            return true;
+        }
+    }
+    return EditorWindow::MessageHandler(event);
 }
 
 bool BranchList::isFree() const {
@@ -346,7 +362,7 @@ void BranchList::exitProgram() {
 
 bool BranchList::canStop() const {
     return m_parts->adder.isRunning() || m_parts->branches.isNameTyped() ||
-           m_parts->leftPane.isInPlace() || m_parts->strip.isOffering();
+           m_parts->find.isActive() || m_parts->leftPane.isInPlace() || m_parts->strip.isOffering();
 }
 
 void BranchList::stop() {
@@ -354,6 +370,8 @@ void BranchList::stop() {
         m_parts->adder.cancel();
     } else if (m_parts->branches.isNameTyped()) {
         m_parts->branches.dropTypedName();
+    } else if (m_parts->find.isActive()) {
+        m_parts->find.end();
     } else if (m_parts->leftPane.isInPlace()) {
         toggleCheck();
     } else {

@@ -54,6 +54,7 @@ public:
     void OnSplit(toolkit::TNotifyUI& message) override;
     void OnKillFocus(toolkit::TNotifyUI& message) override;
     bool HandleMessage(const platform::Event& event) override;
+    bool MessageHandler(const platform::Event& event) override;
 
 protected:
     void windowSized() override;

@@ -14,10 +14,12 @@
 #include "ui/NameList.h"
 #include "ui/WindowContext.h"
 #include "ui/branch_editor/ActionValues.h"
+#include "ui/branch_editor/BranchFind.h"
 #include "ui/branch_editor/ChosenActions.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/branch_editor/HistoryPresenter.h"
 #include "ui/branch_editor/LeadsPresenter.h"
+#include "ui/branch_editor/LeftPane.h"
 #include "ui/branch_editor/StripPresenter.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
@@ -51,6 +53,7 @@ BranchList::Parts::Parts(BranchList& window)
       findings(window.controls(), session, window.readerOfFiles(), window.context().gui.loop(),
                window.context().services.editorSettings.get(), window),
       leftPane(window.controls(), window.context().services.editorSettings.get()),
+      find(window.controls(), session, branches, leftPane, strip),
       leads(window.controls(), session,
             [this](const auto& place) {
                 branches.show(place.branch);
@@ -96,6 +99,9 @@ void BranchList::bindBranches() {
     commands.bind(
         command::kRename, [this] { controls().startTyping(kNameEdit); },
         [this, &parts] { return isFree() && parts.session.branchCount() > 0; });
+    commands.bind(
+        command::kFind, [&parts] { parts.find.begin(); },
+        [&parts] { return parts.session.branchCount() > 0; });
     const auto isShown = [this, &parts] { return isFree() && parts.branches.shown() >= 0; };
     commands.bind(
         command::kDuplicateBranch, [&parts] { parts.branches.duplicate(); }, isShown);

@@ -7,6 +7,7 @@
 #include "ui/NameList.h"
 #include "ui/branch_editor/ActionPresenter.h"
 #include "ui/branch_editor/ActionValues.h"
+#include "ui/branch_editor/BranchFind.h"
 #include "ui/branch_editor/BranchPresenter.h"
 #include "ui/branch_editor/ChosenActions.h"
 #include "ui/branch_editor/ClipCard.h"
@@ -36,6 +37,7 @@ struct BranchList::Parts {
     HistoryPresenter history;
     FindingsPresenter findings;
     LeftPane leftPane;
+    BranchFind find;
     LeadsPresenter leads;
     ZoneVisit visit;
     DraftProblem draftProblem;

@@ -1,5 +1,5 @@
-// The list of what is wrong with the scene: it follows every edit, leads to each place and offers
-// to mend what it can.
+// The left pane: finding branches by their names, and the list of what is wrong with the scene,
+// which follows every edit, leads to each place and offers to mend what it can.
 #include <string>
 #include <utility>
 
@@ -123,6 +123,45 @@ TEST_F(FindingsTest, ANarrowWindowShowsTheListInPlaceOfTheColumn) {
     m_driver->click(u"ButtonCheck");
     m_driver->click(u"ButtonCheck");
     EXPECT_EQ(shown(), std::pair(false, true));
+}
+
+TEST_F(FindingsTest, ABranchIsFoundByAnyPartOfItsName) {
+    const auto shown = [this] { return m_driver->textOf(u"EditBranchName"); };
+    makeScene({"Hall", "Stairs up", "Übung", "Stairs down"});
+    show();
+    for (const int width : {1600, 1000}) {
+        SCOPED_TRACE(width);
+        m_driver->native().setGeometry(platform::Rect::at(0, 0, width, 700));
+        test::pump();
+        m_driver->press(Key::f, {.control = true});
+        EXPECT_EQ(m_driver->focusName(), u"EditFindBranch");
+        m_driver->type(u"AIR");
+        EXPECT_EQ(shown(), u"Hall") << "typing goes nowhere";
+        const std::pair<Key, std::u16string> steps[] = {{Key::enter, u"Stairs up"},
+                                                        {Key::enter, u"Stairs down"},
+                                                        {Key::enter, u"Stairs up"},
+                                                        {Key::up, u"Stairs down"}};
+        for (const auto& [key, found] : steps) {
+            m_driver->press(key);
+            EXPECT_EQ(shown(), found);
+        }
+        m_driver->retype(u"EditFindBranch", u"übU");
+        m_driver->press(Key::enter);
+        EXPECT_EQ(shown(), u"Übung");
+        m_driver->type(u"x");
+        m_driver->press(Key::enter);
+        EXPECT_EQ(shown(), u"Übung");
+        EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"No branch has this name.");
+        session().renameBranch(3, "übux");
+        EXPECT_NE(m_driver->textOf(u"LabelStatus"), u"No branch has this name.");
+        session().undo();
+        m_driver->press(Key::escape);
+        EXPECT_EQ(m_driver->textOf(u"EditFindBranch"), u"");
+        EXPECT_TRUE(isVisible(u"EditFindBranch"));
+        m_driver->press(Key::escape);
+        EXPECT_TRUE(isVisible(u"BranchList")) << "the column is back";
+        m_driver->pick(u"ComboBranchName", 0);
+    }
 }
 
 } // namespace

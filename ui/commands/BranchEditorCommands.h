@@ -43,6 +43,11 @@ inline constexpr Command kBranchEditorCommands[] = {
     {command::kAddBranch, kBranchEditor, u"Add Branch", u"ButtonAddBranch",
      u"Add a branch to the scene"},
     {.id = command::kRename, .group = kBranchEditor, .text = u"Rename the Branch", .keys = {{kF2}}},
+    {.id = command::kFind,
+     .group = kBranchEditor,
+     .text = u"Find a Branch",
+     .keys = {{kCtrlF}},
+     .icon = u"Search"},
     {command::kBranchUp,
      kBranchEditor,
      u"Move Branch Up",
@@ -129,8 +134,9 @@ inline constexpr Command kBranchEditorCommands[] = {
 };
 
 inline constexpr std::string_view kBranchEditorMenu[] = {
-    command::kOpenAnother, command::kLine, command::kEarlierVersions, command::kLine,
-    command::kSettings,    command::kKeys, command::kManual};
+    command::kOpenAnother, command::kLine,  command::kEarlierVersions,
+    command::kFind,        command::kLine,  command::kSettings,
+    command::kKeys,        command::kManual};
 
 inline constexpr std::string_view kBranchRows[] = {
     command::kAddBranch, command::kRename,          command::kLine,
