@@ -35,6 +35,19 @@ inline constexpr double kPixelSlack = 1e-6; ///< what divisions by a scale may b
     return {pixel(at.x), pixel(at.y)};
 }
 
+/// The factor, in steps of a twentieth and at most 1, by which a window that needs at least `least`
+/// layout pixels at `scale` has to be smaller to fit into `area`. Very small screens show a part.
+[[nodiscard]] inline double fitInto(Size least, double scale, Size area) {
+    constexpr double kSteps = 20;
+    constexpr double kLowest = 5 / kSteps;
+    if (area.width < 1 || area.height < 1) { // no screen
+        return 1;
+    }
+    const double part = std::min(area.width / (std::max(least.width, 1) * scale),
+                                 area.height / (std::max(least.height, 1) * scale));
+    return std::clamp(std::floor(part * kSteps) / kSteps, kLowest, 1.0);
+}
+
 /// The layout size that a window keeps when its unit changes.
 struct KeptSize {
     Size layout; ///< as its owner set it or the user made it

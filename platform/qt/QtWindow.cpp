@@ -43,10 +43,17 @@ QtWindow::QtWindow(QtWindowHost& host, const WindowOptions& options, WindowEvent
     if (const auto* owner = static_cast<const QtWindow*>(options.owner)) {
         m_surface->setTransientParent(owner->m_surface.get());
     }
+    m_fit = fitOn(homeScreen());
     const Size size = toSystem(options.size, unit());
     fixSize(size);
     m_surface->resize(size.width, size.height);
     m_surface->create();
+    QObject::connect(m_surface.get(), &QWindow::screenChanged, m_surface.get(),
+                     [surface = m_surface.get()] {
+                         if (QtWindow* window = surface->window()) {
+                             guardedRun("change of the screen", [&] { window->refit(); });
+                         }
+                     });
     m_host.add(*this);
 }
 
@@ -87,10 +94,14 @@ void QtWindow::show(bool visible) {
     }
 }
 
+const QScreen& QtWindow::homeScreen() const {
+    const QWindow* owner = m_surface->transientParent();
+    return *(owner != nullptr ? owner->screen() : QGuiApplication::primaryScreen());
+}
+
 void QtWindow::center() {
     const QWindow* owner = m_surface->transientParent();
-    const QScreen* screen = owner != nullptr ? owner->screen() : QGuiApplication::primaryScreen();
-    const Rect area = fromQt(screen->availableGeometry());
+    const Rect area = fromQt(homeScreen().availableGeometry());
     const Rect around = owner != nullptr ? fromQt(owner->geometry()) : area;
     m_surface->setGeometry(toQt(around.centred(qtGeometry().size()).movedInto(area)));
 }
@@ -106,9 +117,17 @@ double QtWindow::scale() const {
     return unit() * m_surface->devicePixelRatio();
 }
 
-void QtWindow::setFit(double fit) {
-    m_fit = fit;
-    rescale();
+double QtWindow::fitOn(const QScreen& screen) const {
+    return m_kind == WindowKind::popup
+               ? 1
+               : fitInto(isSizable() ? m_leastSize : m_content.layout, m_host.zoom(),
+                         fromQt(screen.availableGeometry()).size());
+}
+
+void QtWindow::refit() {
+    if (m_surface->screen() != nullptr && fitOn(*m_surface->screen()) != m_fit) {
+        rescale();
+    }
 }
 
 void QtWindow::rescale() {
@@ -116,7 +135,9 @@ void QtWindow::rescale() {
         return;
     }
     const Rect place = qtGeometry();
-    const Rect area = fromQt(m_surface->screen()->availableGeometry());
+    const QScreen& screen = *m_surface->screen();
+    m_fit = fitOn(screen);
+    const Rect area = fromQt(screen.availableGeometry());
     const Size size = isSizable() ? m_content.fit(unit(), leastSize(), area.size())
                                   : toSystem(m_content.layout, unit());
     fixSize(size);

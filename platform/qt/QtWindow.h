@@ -13,6 +13,8 @@
 #include "platform/qt/QtWindowPicture.h"
 #include "platform/qt/QtWindowTimers.h"
 
+class QScreen;
+
 namespace platform::qt {
 
 class QtWindowHost;
@@ -29,7 +31,7 @@ public:
     [[nodiscard]] Rect geometry() const override;
     [[nodiscard]] Rect workArea(Point point) const override;
     [[nodiscard]] double scale() const override;
-    void setFit(double fit) override;
+    void setFit(double fit) override { m_fit = fit; }
     [[nodiscard]] double fit() const override { return m_fit; }
     void setState(WindowState state) override;
     [[nodiscard]] WindowState state() const override;
@@ -60,7 +62,7 @@ public:
     [[nodiscard]] Rect qtGeometry() const;
     /// In layout pixels.
     [[nodiscard]] Size contentSize() const { return m_content.at(qtGeometry().size(), unit()); }
-    /// After unit() has changed.
+    /// After the zoom or the screen has changed.
     void rescale();
     [[nodiscard]] bool isEnabled() const { return m_enabled; }
     [[nodiscard]] bool isClosing() const { return m_closing; }
@@ -72,6 +74,12 @@ public:
 
 private:
     void changed(Accessible& node, AccessibleChange change) override;
+    /// Where it opens: the owner's screen, else the primary one.
+    [[nodiscard]] const QScreen& homeScreen() const;
+    /// By how much the window has to be smaller on a screen.
+    [[nodiscard]] double fitOn(const QScreen& screen) const;
+    /// On another screen, or after it has changed.
+    void refit();
     void fixSize(Size size);
     void noteGeometry();
     void noteState();

@@ -75,6 +75,7 @@ Win32Window::Win32Window(const WindowServices& services, const WindowOptions& op
         return;
     }
     allowStates();
+    m_fit = fitOn(monitorOf(m_owner)); // without an owner: the primary one
     // The style bits asked for a frame: have it computed again, now that this object answers.
     const Size size = toSystem(options.size, scale());
     SetWindowPos(m_handle.get(), nullptr, 0, 0, size.width, size.height,
@@ -153,12 +154,23 @@ double Win32Window::scale() const {
     if (const Win32Window* owner = m_kind == WindowKind::popup ? fromHandle(m_owner) : nullptr) {
         return owner->scale();
     }
-    return Win32WindowHost::scaleOf(GetDpiForWindow(m_handle.get())) * *m_services.zoom * m_fit;
+    return usualScale() * m_fit;
 }
 
-void Win32Window::setFit(double fit) {
-    m_fit = fit;
-    rescale(screenGeometry().topLeft());
+double Win32Window::usualScale() const {
+    return Win32WindowHost::scaleOf(GetDpiForWindow(m_handle.get())) * *m_services.zoom;
+}
+
+double Win32Window::fitOn(const MONITORINFO& monitor) const {
+    return m_kind == WindowKind::popup ? 1
+                                       : fitInto(isSizable() ? m_leastSize : m_content.layout,
+                                                 usualScale(), fromNative(monitor.rcWork).size());
+}
+
+void Win32Window::refit() {
+    if (fitOn(monitorOf(m_handle.get())) != m_fit) {
+        rescale(screenGeometry().topLeft());
+    }
 }
 
 Point Win32Window::toLayout(POINT at) const {
@@ -179,7 +191,9 @@ void Win32Window::rescale(Point corner) {
     if (m_closing || window == nullptr) {
         return;
     }
-    const Rect area = fromNative(monitorOf(window).rcWork);
+    const MONITORINFO monitor = monitorOf(window);
+    m_fit = fitOn(monitor);
+    const Rect area = fromNative(monitor.rcWork);
     const Size size = isSizable() ? m_content.fit(scale(), leastSize(), area.size())
                                   : toSystem(m_content.layout, scale());
     if (IsIconic(window) == 0 && IsZoomed(window) == 0) {

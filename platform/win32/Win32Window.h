@@ -40,7 +40,7 @@ public:
     [[nodiscard]] Rect geometry() const override;
     [[nodiscard]] Rect workArea(Point point) const override;
     [[nodiscard]] double scale() const override;
-    void setFit(double fit) override;
+    void setFit(double fit) override { m_fit = fit; }
     [[nodiscard]] double fit() const override { return m_fit; }
     void setState(WindowState state) override;
     [[nodiscard]] WindowState state() const override;
@@ -96,6 +96,12 @@ private:
     /// The part of the frame that a point of the screen would lie in, if there were one.
     [[nodiscard]] LRESULT frameCodeAt(POINT at);
     void limitSize(MINMAXINFO& limits) const;
+    /// Of other windows on its monitor.
+    [[nodiscard]] double usualScale() const;
+    /// By how much the window has to be smaller on a monitor.
+    [[nodiscard]] double fitOn(const MONITORINFO& monitor) const;
+    /// On another monitor, or after it has changed.
+    void refit();
     void handleCloseRequest();
     void handleActivation(bool active);
 

@@ -131,6 +131,11 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
         rescale({place->left, place->top});
         return 0;
     }
+    case WM_EXITSIZEMOVE: // maybe on another monitor
+    case WM_DISPLAYCHANGE:
+    case WM_SETTINGCHANGE:
+        refit();
+        break;
     case WM_TIMER:
         m_timers.handle(wide);
         return 0;
