@@ -62,10 +62,11 @@ std::string fromHighRange(const VideoStream& video, Size size) {
     const std::string matrix = known(video.matrix, kMatrices, "bt2020nc");
     const std::string primaries = known(video.primaries, kPrimaries, "bt2020");
     return zscaleStart(size) + ":min=" + matrix + ":pin=" + primaries + ":tin=" + video.transfer +
-           ":rin=" + (video.range == "pc" ? "full" : "limited") +
+           ":rin=" + (video.range == "pc" ? "full" : "limited") + ":p=" + primaries +
            ":t=linear:npl=" + std::to_string(kDefaultWhite) +
-           ",format=gbrpf32le,zscale=p=bt709,tonemap=mobius:desat=0,"
-           "zscale=t=bt709:m=bt470bg:r=limited";
+           ",format=gbrpf32le,zscale=min=gbr:tin=linear:pin=" + primaries +
+           ":p=bt709,tonemap=mobius:desat=0,"
+           "zscale=min=gbr:tin=linear:pin=bt709:t=bt709:m=bt470bg:r=limited";
 }
 
 /// Theora has one matrix between colours and what is stored.
