@@ -1,8 +1,8 @@
 #include "import/ImportQueue.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
-#include <mutex>
 #include <utility>
 
 #include "import/ImportJob.h"
@@ -14,9 +14,8 @@ struct ImportTask {
     JobRequest request;
     int id = 0;
 
-    std::mutex mutex;
-    int percent = 0;
-    double secondsLeft = -1;
+    std::atomic<int> percent{0};
+    std::atomic<double> secondsLeft{-1};
     // Written before the work ends, read after it.
     LookResult look;
     JobResult result;
@@ -204,11 +203,8 @@ void ImportQueue::convert(ImportItem& item) {
     m_converting.start(
         [task = m_task, &files = m_files](jobs::BackgroundJob::Control& control) {
             const ProgressSink onProgress = [&](int percent, double secondsLeft) {
-                {
-                    const std::scoped_lock lock(task->mutex);
-                    task->percent = percent;
-                    task->secondsLeft = secondsLeft;
-                }
+                task->percent = percent;
+                task->secondsLeft = secondsLeft;
                 control.report();
             };
             task->result = runImport(files, task->request, onProgress,
@@ -220,7 +216,6 @@ void ImportQueue::convert(ImportItem& item) {
 void ImportQueue::takeProgress() {
     ImportItem* const item = itemOf(m_task->id);
     if (item != nullptr && item->state == ImportState::converting) {
-        const std::scoped_lock lock(m_task->mutex);
         item->percent = m_task->percent;
         item->secondsLeft = m_task->secondsLeft;
     }
