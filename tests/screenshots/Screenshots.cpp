@@ -1,9 +1,10 @@
 // Pictures of every window for the documents.
 //
-//   screenshots FOLDER [plain]
+//   screenshots FOLDER [plain|sizes]
 //
 // Runs in a folder with UI/, Translations.ini and the demo scenes, as the editor does. "plain"
 // leaves out all texts, which each system draws in its own way: the rest is the same to the pixel.
+// "sizes" shows the windows in other sizes and at 200 % instead, on a screen of 3840 x 2160.
 
 #include <algorithm>
 #include <cstdint>
@@ -76,6 +77,31 @@ public:
         zoneEditor("ZoneEditSmall");
     }
 
+    /// "BranchList@1366x728": in a window of that size; "BranchList@200": at 200 %.
+    void takeSizes() {
+        m_good = m_services.sceneSession->load(kScene) && m_good;
+        {
+            const auto window = ui::BranchList::create(context());
+            open(*window);
+            takeSizesOf("BranchList", *window);
+        }
+        for (const char* name : {"ZoneEdit", "ZoneEditSmall"}) {
+            m_state.zoneEditVideo = demoVideo();
+            const auto window = zoneedit::ZoneEdit::create(context());
+            open(*window);
+            showZone(*window);
+            takeSizesOf(name, *window);
+            zoneedit::setCurrentZoneManager(nullptr);
+            m_gui.host.screenHeight = kLowScreen;
+        }
+        m_gui.windows().setZoom(2);
+        take<ui::OpenScene>("OpenScene@200");
+        take<ui::NewScene>("NewScene@200");
+        take<ui::SettingsWindow>("Settings@200");
+        take<ui::KeysWindow>("Keys@200");
+        m_gui.windows().setZoom(1);
+    }
+
     /// Whether every window and the demo scene could be opened.
     [[nodiscard]] bool isGood() const { return m_good; }
 
@@ -101,16 +127,43 @@ private:
         save(name, plainOrNot(window));
     }
 
-    /// The zone whose shape is large in this frame, and one of its points.
-    void zoneEditor(const std::string& name) {
-        m_state.zoneEditVideo =
-            (std::filesystem::current_path() / "Scenes" / kScene / kVideo).string();
-        const auto window = zoneedit::ZoneEdit::create(context());
-        open(*window);
-        test::WindowDriver driver(*window);
+    [[nodiscard]] static std::string demoVideo() {
+        return (std::filesystem::current_path() / "Scenes" / kScene / kVideo).string();
+    }
+
+    /// The zone whose shape is large in this frame.
+    static void showZone(zoneedit::ZoneEdit& window) {
+        const test::WindowDriver driver(window);
         driver.get<toolkit::CComboUI>(u"ComboZone").SelectItem(0);
         driver.enter(u"EditCurrentFrame", core::displayText(std::to_string(kFrame)));
-        settle(*window);
+        settle(window);
+    }
+
+    void takeSizesOf(const std::string& name, toolkit::WindowImplBase& window) {
+        platform::NativeWindow& native = *window.GetNative();
+        const platform::Size least = window.leastSize();
+        for (const platform::Size size : {least, platform::Size{1366, 728}, {1600, 900}}) {
+            native.setGeometry(platform::Rect::at(0, 0, size.width, size.height));
+            settle(window);
+            shoot(name + "@" + std::to_string(size.width) + "x" + std::to_string(size.height),
+                  window);
+        }
+        m_gui.windows().setZoom(2);
+        for (const platform::Size size : {least, platform::Size{1920, 1080}}) {
+            native.setGeometry(platform::Rect::at(0, 0, size.width, size.height));
+            settle(window);
+            shoot(name + (size == least ? "@200" : "@3840x2160"), window);
+        }
+        m_gui.windows().setZoom(1);
+    }
+
+    /// With one of the zone's points chosen.
+    void zoneEditor(const std::string& name) {
+        m_state.zoneEditVideo = demoVideo();
+        const auto window = zoneedit::ZoneEdit::create(context());
+        open(*window);
+        showZone(*window);
+        const test::WindowDriver driver(*window);
         const platform::Point corner = driver.get(u"Video").GetPos().topLeft();
         const auto shape = zoneedit::currentZoneManager()->zone(0)->shape(kFrame);
         const platform::Point chosen = shape->points.at(1);
@@ -241,13 +294,17 @@ private:
 };
 
 int run(const std::vector<std::string_view>& arguments) {
-    const bool plain = arguments.size() == 2 && arguments[1] == "plain";
-    if (arguments.empty() || (arguments.size() > 1 && !plain)) {
-        std::cerr << "usage: screenshots FOLDER [plain]\n";
+    const std::string_view mode = arguments.size() == 2 ? arguments[1] : std::string_view();
+    if (arguments.empty() || (arguments.size() > 1 && mode != "plain" && mode != "sizes")) {
+        std::cerr << "usage: screenshots FOLDER [plain|sizes]\n";
         return 2;
     }
-    Photographer photographer(std::filesystem::absolute(arguments.front()), plain);
-    photographer.takeAll();
+    Photographer photographer(std::filesystem::absolute(arguments.front()), mode == "plain");
+    if (mode == "sizes") {
+        photographer.takeSizes();
+    } else {
+        photographer.takeAll();
+    }
     return photographer.isGood() ? 0 : 1;
 }
 
