@@ -51,10 +51,6 @@ Plan planFor(const Source& source, const ImportSettings& settings, RateChoice ra
     plan.theoraQuality = factsOf(settings.quality).theoraQuality;
     plan.seconds = video.seconds > 0 ? video.seconds : source.seconds;
     plan.videoFilters = videoFilters(video, plan.rate, plan.framing);
-    if (source.format == "avi") {
-        // Its streams start together, but its pictures have no times: these come out a little late.
-        plan.videoFilters = "setpts=PTS-STARTPTS," + plan.videoFilters;
-    }
     if (settings.keepsSound && source.sound) {
         plan.soundIndex = source.sound->index;
         plan.soundFilters = soundFilters(*source.sound);

@@ -25,11 +25,11 @@ bool isAbsolute(platform::FileSystem& files, const std::string& path) {
     return (hasDrive || isRooted) && !files.fullPath(path).empty();
 }
 
-/// Comparable: one kind of separator, one at the end.
+/// Comparable, on systems that ignore case as well: one kind of separator, one at the end.
 std::string normalised(platform::FileSystem& files, const std::string& folder) {
     std::string path = files.fullPath(folder);
     std::replace(path.begin(), path.end(), '\\', '/');
-    return core::withSeparator(path);
+    return core::withSeparator(core::lowerCase(path));
 }
 
 bool isForbidden(platform::FileSystem& files, const std::string& folder,

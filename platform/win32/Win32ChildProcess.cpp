@@ -22,7 +22,8 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// Pipes without a name cannot be waited for, so they are looked at this often.
+/// Pipes without a name cannot be waited for, so they are looked at: soon at first, later this
+/// often.
 constexpr milliseconds kSlice{10};
 /// Ends of programs by a fault of theirs have the severity "error" in their number.
 constexpr DWORD kFaultBits = 0xC0000000;
@@ -198,6 +199,7 @@ bool Win32ChildProcess::read(milliseconds wait, ChildOutput& output) {
     output.out.clear();
     output.error.clear();
     const auto until = steady_clock::now() + wait;
+    milliseconds slice{1};
     for (;;) {
         if (m_process && WaitForSingleObject(m_process.get(), 0) == WAIT_OBJECT_0) {
             endJob(); // from now on the pipes get no fuller
@@ -212,8 +214,9 @@ bool Win32ChildProcess::read(milliseconds wait, ChildOutput& output) {
         if (isOver || left <= milliseconds(0)) {
             return !isOver;
         }
-        const auto slice = std::min(left, kSlice);
-        (void)WaitForSingleObject(m_process.get(), static_cast<DWORD>(slice.count()));
+        (void)WaitForSingleObject(m_process.get(),
+                                  static_cast<DWORD>(std::min(left, slice).count()));
+        slice = std::min(slice * 2, kSlice);
     }
 }
 

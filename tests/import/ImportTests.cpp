@@ -1,5 +1,6 @@
 // Files on their way into a scene's folder: whatever the converter does, the author learns why, and
 // nothing unfinished stays.
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <functional>
@@ -255,7 +256,9 @@ protected:
     }
     std::string found(const imports::ConverterPlaces& places) {
         std::string path = imports::findConverter(platform::nativeFileSystem(), places).ffmpeg;
-        return path.starts_with(m_folder.path()) ? path.substr(m_folder.path().size()) : path;
+        path = path.starts_with(m_folder.path()) ? path.substr(m_folder.path().size()) : path;
+        std::replace(path.begin(), path.end(), '\\', '/');
+        return path;
     }
     std::string at(const std::string& folder) { return m_folder.path() + folder; }
 };

@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """Imports clips such as phones and cameras make, and compares what comes out with its source.
 
-Usage: phone_clips.py QUORVEL_INSPECT [--long]
+Usage: phone_clips.py QUORVEL_INSPECT [--long] [CLIP...]
 
-The clips are made by ffmpeg on the spot; without ffmpeg the test is skipped (exit code 77). --long
-adds the clip of ten minutes whose sound is compared at its end.
+The clips are made by ffmpeg on the spot; without ffmpeg the test is skipped (exit code 77). With
+--long, the clip whose sound is compared at its end has ten minutes instead of half a one.
 """
 
+import array
 import json
 import os
 import re
@@ -20,11 +21,12 @@ SOUND = ["-f", "lavfi", "-i", "sine=440:d={seconds}"]
 H264 = ["-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p", "-bf", "0"]
 
 
-def ffmpeg(*arguments):
+def ffmpeg(*arguments, text=True):
     run = subprocess.run(["ffmpeg", "-v", "error", "-nostdin", "-y", *arguments],
-                         capture_output=True, text=True)
+                         capture_output=True, text=text)
     if run.returncode != 0:
         raise RuntimeError(f"{arguments}: {run.stderr}")
+    return run.stdout
 
 
 class Clip:
@@ -109,7 +111,7 @@ CLIPS = [
     Clip("odd.mkv", ["-c:v", "ffv1", "-pix_fmt", "yuv444p", "-c:a", "flac"], size="321x181",
          frames=30, out=(320, 176)),
     Clip("old.avi", ["-vf", "setsar=16/15,setdar=4/3", "-c:v", "mpeg4", "-q:v", "2",
-                     "-c:a", "libmp3lame"], size="720x576", rate="25", seconds=0.4, frames=10,
+                     "-c:a", "libmp3lame"], size="720x576", rate="25", seconds=0.4, frames=11,
          out=(1024, 576), fps=25),
     Clip("fields.mp4", ["-vf", "interlace", "-c:v", "libx264", "-flags", "+ilme+ildct",
                         "-preset", "ultrafast"], rate="50", frames=25, fps=25, out=(320, 176)),
@@ -176,12 +178,47 @@ def check(clip, source, folder, line):
     return problems
 
 
+BEEP = "aevalsrc='sin(2*PI*1000*t)*lt(mod(t,10),0.05)':s=44100:d={0}"
+
+
+def beep_start(path, around):
+    """Where the beep begins that is due at a time, in seconds."""
+    samples = array.array("h", ffmpeg("-i", "file:" + path, "-ss", str(around - 1), "-t", "2", "-ac",
+                                      "1", "-ar", "48000", "-f", "s16le", "-", text=False))
+    loud = max(map(abs, samples)) / 4
+    return around - 1 + next(i for i, value in enumerate(samples) if abs(value) > loud) / 48000
+
+
+def check_sound(inspect, folder, into, seconds):
+    """A clip whose frames come at odd times: its sound must stay in step up to the end."""
+    path = os.path.join(folder, "long.mp4")
+    ffmpeg("-f", "lavfi", "-i", f"testsrc2=s=160x96:r=30:d={seconds}", "-f", "lavfi", "-i",
+           BEEP.format(seconds), "-vf", "select='not(eq(mod(n,6),5))'", "-vsync", "vfr", *H264,
+           "-c:a", "aac", path)
+    run = subprocess.run([inspect, "import", path, "--into", into, "--json"], capture_output=True,
+                         text=True)
+    line = json.loads(run.stdout)
+    problems = []
+    if line["state"] != "done":
+        return [f"long.mp4: {line}"]
+    length = line["frames"] / line["fps"]
+    if abs(length - seconds) > 2 / line["fps"]:
+        problems.append(f"long.mp4: {length} s of {seconds}")
+    result = os.path.join(into, line["file"])
+    for around in (10, seconds - 10):
+        offset = beep_start(result, around) - beep_start(path, around)
+        if abs(offset) > 0.02:
+            problems.append(f"long.mp4: sound is {offset * 1000:.1f} ms late at {around} s")
+    return problems
+
+
 def main(arguments):
     if not shutil.which("ffmpeg") or not shutil.which("ffprobe"):
         print("skipped: no ffmpeg")
         return 77
     inspect = os.path.abspath(arguments[0])
-    only = arguments[1:]
+    is_long = "--long" in arguments
+    only = [name for name in arguments[1:] if name != "--long"]
     failed = 0
     with tempfile.TemporaryDirectory() as folder:
         into = os.path.join(folder, "scene")
@@ -196,6 +233,9 @@ def main(arguments):
             for problem in check(clip, source, into, line):
                 print(f"{clip.name}: {problem}")
                 failed += 1
+        problems = check_sound(inspect, folder, into, 600 if is_long else 30) if not only else []
+        print("\n".join(problems))
+        failed += len(problems)
         left = [name for name in os.listdir(into) if not name.endswith(".ogv")]
         if left or len(lines) != len(clips):
             print(f"left behind: {left}; {len(lines)} lines for {len(clips)} files")
