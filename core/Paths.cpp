@@ -6,6 +6,7 @@
 #include "core/Services.h"
 #include "core/Text.h"
 #include "platform/FileSystem.h"
+#include "platform/QuickInfo.h"
 
 namespace core {
 namespace {
@@ -116,12 +117,12 @@ void createFolders(platform::FileSystem& files, const std::string& path) {
 }
 
 bool isFile(const std::string& path) {
-    const auto info = services().fileSystem->info(path);
+    const auto info = platform::quickInfo(*services().fileSystem, path);
     return info && !info->isFolder;
 }
 
 bool isFolder(const std::string& path) {
-    const auto info = services().fileSystem->info(path);
+    const auto info = platform::quickInfo(*services().fileSystem, path);
     return info && info->isFolder;
 }
 

@@ -8,7 +8,7 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
-#include "platform/FileSystem.h"
+#include "platform/QuickInfo.h"
 
 namespace scene {
 
@@ -17,7 +17,8 @@ namespace {
 /// Empty unless the scene is on offer.
 std::optional<std::int64_t> savedTime(const std::string& name) {
     const std::string folder = std::string(kScenesFolder) + "/" + name;
-    const auto file = core::services().fileSystem->info(folder + "/" + kSceneFileName);
+    const auto file =
+        platform::quickInfo(*core::services().fileSystem, folder + "/" + kSceneFileName);
     return file && !file->isFolder && !core::isFile(folder + "/Replaced")
                ? std::optional(file->modified)
                : std::nullopt;

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "platform/Immortal.h"
+#include "platform/QuickInfo.h"
 #include "platform/posix/PosixFileLock.h"
 #include "platform/posix/PosixFileStream.h"
 #include "platform/posix/SystemPath.h"
@@ -172,6 +173,10 @@ std::string PosixFileSystem::errorText(int error) {
 FileSystem& nativeFileSystem() {
     static Immortal<PosixFileSystem> fileSystem;
     return fileSystem.value;
+}
+
+std::optional<FileInfo> quickInfo(FileSystem& files, const std::string& path) {
+    return files.info(path);
 }
 
 } // namespace platform

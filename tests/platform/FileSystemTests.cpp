@@ -13,6 +13,7 @@
 
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
+#include "platform/QuickInfo.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -120,6 +121,16 @@ TEST_F(FileSystemTest, BothSeparatorsLeadToTheSameFile) {
     EXPECT_EQ(m_files.info("A\\g")->size, 1U);
     EXPECT_TRUE(m_files.info("A")->isFolder && !m_files.info("A\\g")->isFolder);
     EXPECT_FALSE(m_files.info("missing") || m_files.info(""));
+    for (const char* path : {"A\\g", "A", "A/", "missing", ""}) {
+        SCOPED_TRACE(path);
+        const auto info = m_files.info(path);
+        const auto quick = platform::quickInfo(m_files, path);
+        ASSERT_EQ(quick.has_value(), info.has_value());
+        EXPECT_TRUE(!info ||
+                    (quick->isFolder == info->isFolder && quick->modified == info->modified &&
+                     quick->modifiedNanoseconds == info->modifiedNanoseconds &&
+                     (info->isFolder || quick->size == info->size)));
+    }
     EXPECT_TRUE(m_files.syncFolder("A\\B"));
     EXPECT_EQ(m_files.resolveLink("A\\g"), "A\\g");
     EXPECT_TRUE(m_files.removeFile("A\\g", m_error));
