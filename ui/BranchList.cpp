@@ -33,12 +33,14 @@
 #include "ui/branch_editor/HistoryPresenter.h"
 #include "ui/branch_editor/LeadsPresenter.h"
 #include "ui/branch_editor/LeftPane.h"
+#include "ui/branch_editor/PaneHead.h"
 #include "ui/branch_editor/StripOffer.h"
 #include "ui/branch_editor/StripPresenter.h"
 #include "ui/branch_editor/ZoneVisit.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/map/SceneMap.h"
 
 namespace ui {
 
@@ -52,7 +54,8 @@ constexpr ContextMenu kContextMenus[] = {
     {kVideoCombo, kVideoRows},
     {kActionList, kActionRows},
 };
-constexpr std::u16string_view kPanes[] = {kFindingsList, kBranchCombo, kActionList, kNoticePanel};
+constexpr std::u16string_view kPanes[] = {kSceneMap, kFindingsList, kBranchCombo, kActionList,
+                                          kNoticePanel};
 
 } // namespace
 
@@ -76,6 +79,16 @@ BranchList::BranchList(const WindowContext& context, const app_state::ScreenResu
 }
 
 BranchList::~BranchList() = default;
+
+std::unique_ptr<toolkit::CControlUI> BranchList::CreateControl(std::u16string_view className) {
+    if (className == u"PaneHead") {
+        return std::make_unique<PaneHead>();
+    }
+    if (className == u"SceneMap") {
+        return std::make_unique<SceneMap>();
+    }
+    return EditorWindow::CreateControl(className);
+}
 
 void BranchList::InitWindow() {
     const auto& session = context().services.sceneSession;
@@ -156,7 +169,9 @@ void BranchList::OnSelectChanged(toolkit::TNotifyUI& message) {
         {kErrorsFilter, [](Parts& parts, CControlUI&) { parts.findings.filter(); }},
         {kWarningsFilter, [](Parts& parts, CControlUI&) { parts.findings.filter(); }},
         {kNotesFilter, [](Parts& parts, CControlUI&) { parts.findings.filter(); }},
-        {kFindingsFold, [](Parts& parts, CControlUI&) { parts.findings.fold(); }},
+        {kFindingsFold, [](Parts& parts, CControlUI&) { parts.findings.turnFold(); }},
+        {kMapTab, [](Parts& parts, CControlUI&) { parts.leftPane.turnPage(); }},
+        {kPreviewTab, [](Parts& parts, CControlUI&) { parts.leftPane.turnPage(); }},
     };
     react(kReactions, *message.pSender);
 }
@@ -164,12 +179,14 @@ void BranchList::OnSelectChanged(toolkit::TNotifyUI& message) {
 void BranchList::OnSplit(toolkit::TNotifyUI& /*message*/) {
     if (m_parts) {
         m_parts->leftPane.keepWidths();
+        m_parts->findings.keepHeight();
     }
 }
 
 void BranchList::windowSized() {
     if (m_parts) {
         m_parts->leftPane.windowSized();
+        m_parts->findings.windowSized();
         GetPaintManager().UpdateLayout();
         m_parts->clip.windowSized();
     }
@@ -373,7 +390,7 @@ void BranchList::stop() {
     } else if (m_parts->find.isActive()) {
         m_parts->find.end();
     } else if (m_parts->leftPane.isInPlace()) {
-        toggleCheck();
+        leavePane();
     } else {
         m_parts->strip.closeOffer();
     }

@@ -55,6 +55,7 @@ public:
     void OnKillFocus(toolkit::TNotifyUI& message) override;
     bool HandleMessage(const platform::Event& event) override;
     bool MessageHandler(const platform::Event& event) override;
+    std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override;
 
 protected:
     void windowSized() override;
@@ -72,6 +73,9 @@ private:
     [[nodiscard]] std::shared_ptr<check::FactsReader> readerOfFiles();
     /// Shows the list of findings, or takes it away.
     void toggleCheck();
+    void toggleMap();
+    /// A narrow window shows the column again.
+    void leavePane();
     void save();
     void showVersions();
     /// Whether there is unsaved work that no draft keeps.

@@ -47,6 +47,7 @@ void BranchList::bindCheck() {
         command::kNextFinding, [&parts] { parts.findings.step(1); }, hasFindings);
     commands().bind(
         command::kFindingBefore, [&parts] { parts.findings.step(-1); }, hasFindings);
+    commands().bind(command::kMap, [this] { toggleMap(); });
     commands().bind(command::kFix, [&parts] { parts.strip.answer(kFixButton); });
     commands().bind(command::kFixOther, [&parts] { parts.strip.answer(kFixOtherButton); });
 }
@@ -80,9 +81,33 @@ void BranchList::showPlace(const check::Finding& finding, bool opens) {
 }
 
 void BranchList::toggleCheck() {
-    const bool shown = !m_parts->leftPane.isShown();
-    m_parts->leftPane.show(shown);
+    const bool shown = !m_parts->leftPane.isShown() || m_parts->findings.isFolded();
+    if (shown) {
+        m_parts->leftPane.show(true);
+    } else {
+        m_parts->leftPane.leave();
+    }
+    if (m_parts->leftPane.isShown()) {
+        m_parts->findings.fold(!shown);
+    }
     controls().setFocus(shown ? kFindingsList : kBranchCombo);
+}
+
+void BranchList::toggleMap() {
+    const bool shown = !m_parts->leftPane.isShown(LeftPane::Page::map);
+    if (shown) {
+        m_parts->leftPane.showPage(LeftPane::Page::map);
+    } else {
+        m_parts->leftPane.show(false);
+    }
+    controls().setFocus(shown ? kSceneMap : kBranchCombo);
+}
+
+void BranchList::leavePane() {
+    if (m_parts->leftPane.isInPlace()) {
+        m_parts->leftPane.leave();
+        controls().setFocus(kBranchCombo);
+    }
 }
 
 } // namespace ui

@@ -227,7 +227,8 @@ const Layout kLayouts[] = {
      "ButtonCreate ButtonBack",
      ui::kNewSceneCommands},
     {"BranchList",
-     "ButtonUndo ButtonRedo ButtonCheck ButtonMenu ButtonSave ButtonMinimize ButtonMaximize "
+     "ButtonUndo ButtonRedo ButtonCheck CheckMap ButtonMenu ButtonSave ButtonMinimize "
+     "ButtonMaximize "
      "ButtonExit "
      "SplitterColumn ComboBranchName ButtonAddBranch "
      "EditBranchName "

@@ -13,6 +13,7 @@
 #include "tests/support/gui/WindowDriver.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/WindowImplBase.h"
+#include "ui/branch_editor/PaneHead.h"
 
 namespace test {
 
@@ -29,7 +30,10 @@ public:
     [[nodiscard]] std::string GetSkinFolder() const override { return SKIN_FOLDER; }
     [[nodiscard]] std::string GetSkinFile() const override { return m_file; }
     std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override {
-        return className == u"Video" || className == u"KeyTable"
+        if (className == u"PaneHead") {
+            return std::make_unique<ui::PaneHead>();
+        }
+        return className == u"Video" || className == u"KeyTable" || className == u"SceneMap"
                    ? std::make_unique<toolkit::CControlUI>()
                    : nullptr;
     }

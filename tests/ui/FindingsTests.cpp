@@ -23,7 +23,7 @@ protected:
         addAction(1, "K", "Gone");
         addAction(0, {}, "A", 2);
         show();
-        m_driver->native().setGeometry(platform::Rect::at(0, 0, width, 700));
+        m_driver->native().setGeometry(platform::Rect::at(0, 0, width, 760));
         test::pump();
     }
     toolkit::CListUI& findings() { return m_driver->get<toolkit::CListUI>(u"ListFindings"); }

@@ -48,7 +48,7 @@ bool BranchFind::isActive() const {
 }
 
 void BranchFind::begin() {
-    m_pane.show(true);
+    m_pane.showPage(LeftPane::Page::map);
     m_controls.startTyping(kFindEdit);
 }
 
@@ -81,7 +81,7 @@ void BranchFind::end() {
     m_controls.setText(kFindEdit, {});
     typed();
     if (m_controls.hasFocus(kFindEdit)) {
-        m_controls.setFocus(m_pane.isInPlace() ? kFindingsList : kBranchCombo);
+        m_controls.setFocus(m_pane.isInPlace() ? kSceneMap : kBranchCombo);
     }
 }
 

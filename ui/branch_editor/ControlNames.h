@@ -22,6 +22,18 @@ inline constexpr std::u16string_view kColumn = u"PaneColumn";
 inline constexpr std::u16string_view kSpaceLeft = u"SpaceLeft";
 inline constexpr std::u16string_view kSpaceRight = u"SpaceRight";
 
+inline constexpr std::u16string_view kMapButton = u"CheckMap";
+inline constexpr std::u16string_view kMapTab = u"OptionMap";
+inline constexpr std::u16string_view kPreviewTab = u"OptionPreview";
+inline constexpr std::u16string_view kMapPage = u"PageMap";
+inline constexpr std::u16string_view kPreviewPage = u"PagePreview";
+inline constexpr std::u16string_view kSceneMap = u"SceneMap";
+inline constexpr std::u16string_view kFindPane = u"PaneFindBranch";
+inline constexpr std::u16string_view kZoomOutButton = u"ButtonMapOut";
+inline constexpr std::u16string_view kZoomLabel = u"LabelMapZoom";
+inline constexpr std::u16string_view kZoomInButton = u"ButtonMapIn";
+inline constexpr std::u16string_view kFitButton = u"ButtonMapFit";
+
 inline constexpr std::u16string_view kCheckButton = u"ButtonCheck";
 inline constexpr std::u16string_view kCheckBadge = u"LabelFindings";
 inline constexpr std::u16string_view kBadgeGround = u"SignFindings";
@@ -30,7 +42,8 @@ inline constexpr std::u16string_view kWarningsFilter = u"CheckWarnings";
 inline constexpr std::u16string_view kNotesFilter = u"CheckNotes";
 inline constexpr std::u16string_view kFindingsFold = u"CheckFindings";
 inline constexpr std::u16string_view kFindingsBody = u"PaneFindings";
-inline constexpr std::u16string_view kFindingsSpace = u"SpaceFindings";
+inline constexpr std::u16string_view kCheckPane = u"PaneCheck";
+inline constexpr std::u16string_view kFindingsSplitter = u"SplitterFindings";
 inline constexpr std::u16string_view kFindingsList = u"ListFindings";
 inline constexpr std::u16string_view kNoFindings = u"EmptyFindings";
 

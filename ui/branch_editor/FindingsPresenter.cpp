@@ -16,7 +16,9 @@
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/COptionUI.h"
+#include "toolkit/controls/CSplitterUI.h"
 #include "toolkit/layout/CHorizontalLayoutUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/branch_editor/FlagScope.h"
 
@@ -31,6 +33,12 @@ constexpr int kSignSide = 16;
 constexpr int kPlaceWidth = 142;
 constexpr int kSmallFont = 4;
 constexpr const char* kFoldedKey = "findingsFolded";
+constexpr const char* kHeightKey = "findingsHeight";
+constexpr int kHeadHeight = 33;
+constexpr int kUsualHeight = kHeadHeight + 121;
+constexpr int kLeastHeight = kHeadHeight + 2 * kRowHeight;
+constexpr int kMostHeight = 8192;
+constexpr int kLowWindow = 728; ///< has no room for the list unless it is asked for
 
 struct SeverityLook {
     std::u16string_view filter;
@@ -75,13 +83,15 @@ FindingsPresenter::FindingsPresenter(Controls controls, scene::SceneSession& ses
                                      platform::EventLoop& loop, core::EditorSettings* settings,
                                      Listener& listener)
     : m_controls(controls), m_session(session), m_settings(settings), m_listener(listener),
-      m_reader(std::move(reader)), m_job(loop),
+      m_height(kUsualHeight), m_reader(std::move(reader)), m_job(loop),
       m_subscription(session.observe([this](const auto& changes) { changed(changes); })) {
-    auto* folded = m_controls.find<toolkit::COptionUI>(kFindingsFold);
-    if (folded != nullptr && m_settings != nullptr) {
-        folded->Selected(m_settings->getBool(kFoldedKey, false));
+    if (m_settings != nullptr) {
+        m_height = m_settings->getInt(kHeightKey, m_height, kLeastHeight, kMostHeight);
+        m_isFoldChosen = m_settings->getBool(kFoldedKey, false) || //
+                         !m_settings->getBool(kFoldedKey, true);
+        m_isFolded = m_settings->getBool(kFoldedKey, false);
     }
-    fold();
+    windowSized();
     m_check.checkAll(m_session.scene());
     update();
     readFiles();
@@ -297,16 +307,51 @@ void FindingsPresenter::filter() {
     update();
 }
 
-void FindingsPresenter::fold() {
-    const auto* option = m_controls.find<toolkit::COptionUI>(kFindingsFold);
-    const bool isFolded = option != nullptr && option->IsSelected();
-    if (toolkit::CControlUI* fold = m_controls.find(kFindingsFold)) {
-        fold->SetAttribute(u"icon", isFolded ? u"ChevronUp" : u"ChevronDown");
+void FindingsPresenter::windowSized() {
+    if (!m_isFoldChosen) {
+        m_isFolded = m_controls.manager().GetWindowSize().height <= kLowWindow;
     }
-    m_controls.setVisible(kFindingsBody, !isFolded);
-    m_controls.setVisible(kFindingsSpace, isFolded);
-    if (m_settings != nullptr && m_settings->getBool(kFoldedKey, false) != isFolded) {
-        m_settings->set(kFoldedKey, isFolded ? "true" : "false");
+    showFold();
+}
+
+void FindingsPresenter::fold(bool folded) {
+    if (m_isFolded != folded) {
+        m_isFolded = folded;
+        m_isFoldChosen = true;
+        if (m_settings != nullptr) {
+            m_settings->set(kFoldedKey, folded ? "true" : "false");
+        }
+    }
+    showFold();
+}
+
+void FindingsPresenter::turnFold() {
+    const auto* option = m_controls.find<toolkit::COptionUI>(kFindingsFold);
+    fold(option != nullptr && option->IsSelected());
+}
+
+void FindingsPresenter::showFold() {
+    if (auto* option = m_controls.find<toolkit::COptionUI>(kFindingsFold)) {
+        option->Selected(m_isFolded);
+        option->SetAttribute(u"icon", m_isFolded ? u"ChevronUp" : u"ChevronDown");
+    }
+    m_controls.setVisible(kFindingsBody, !m_isFolded);
+    m_controls.setEnabled(kFindingsSplitter, !m_isFolded);
+    if (toolkit::CControlUI* pane = m_controls.find(kCheckPane)) {
+        pane->SetMinHeight(m_isFolded ? kHeadHeight : kLeastHeight);
+    }
+    if (auto* splitter = m_controls.find<toolkit::CSplitterUI>(kFindingsSplitter)) {
+        splitter->SetLength(m_isFolded ? kHeadHeight : m_height);
+    }
+}
+
+void FindingsPresenter::keepHeight() {
+    const auto* splitter = m_controls.find<toolkit::CSplitterUI>(kFindingsSplitter);
+    if (splitter != nullptr && !m_isFolded && splitter->GetLength() != m_height) {
+        m_height = splitter->GetLength();
+        if (m_settings != nullptr) {
+            m_settings->set(kHeightKey, std::to_string(m_height));
+        }
     }
 }
 

@@ -63,12 +63,19 @@ public:
     [[nodiscard]] bool hasRows() const { return !m_shown.empty(); }
     /// A filter or the fold was pressed.
     void filter();
-    void fold();
+    void turnFold();
+    /// Folded, only the head is left. Until the author folds it, a low window has no list.
+    void fold(bool folded);
+    [[nodiscard]] bool isFolded() const { return m_isFolded; }
+    void windowSized();
+    /// The author has moved the splitter above.
+    void keepHeight();
 
 private:
     void changed(const scene::SceneSession::Changes& changes);
     void update();
     void showCounts();
+    void showFold();
     [[nodiscard]] std::vector<const check::Finding*> wanted() const;
     [[nodiscard]] std::unique_ptr<toolkit::CControlUI> makeRow(int row) const;
     [[nodiscard]] std::string placeOf(const check::Finding& finding) const;
@@ -78,6 +85,9 @@ private:
     scene::SceneSession& m_session;
     core::EditorSettings* m_settings;
     Listener& m_listener;
+    int m_height;
+    bool m_isFolded = false;
+    bool m_isFoldChosen = false; ///< by the author
     check::SceneCheck m_check;
     std::vector<check::Finding> m_shown; ///< by row
     std::optional<check::Counts> m_shownCounts;

@@ -1,9 +1,10 @@
 #include "ui/branch_editor/LeftPane.h"
 
 #include <string>
+#include <string_view>
 
 #include "core/EditorSettings.h"
-#include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/COptionUI.h"
 #include "toolkit/controls/CSplitterUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/branch_editor/ControlNames.h"
@@ -31,17 +32,12 @@ LeftPane::LeftPane(Controls controls, core::EditorSettings* settings)
     arrange();
 }
 
-bool LeftPane::isFilled() const {
-    const toolkit::CControlUI* pane = m_controls.find(kLeftPane);
-    return pane != nullptr && pane->childCount() > 0;
-}
-
 bool LeftPane::isWide() const {
     return m_controls.manager().GetWindowSize().width >= kWide;
 }
 
 bool LeftPane::isShown() const {
-    return isFilled() && (isWide() ? m_isWanted : m_isInPlace);
+    return isWide() ? m_isWanted : m_isInPlace;
 }
 
 void LeftPane::show(bool shown) {
@@ -53,6 +49,17 @@ void LeftPane::show(bool shown) {
             m_settings->set(kShownKey, shown ? "true" : "false");
         }
     }
+    arrange();
+}
+
+void LeftPane::showPage(Page page) {
+    m_page = page;
+    show(true);
+}
+
+void LeftPane::turnPage() {
+    const auto* map = m_controls.find<toolkit::COptionUI>(kMapTab);
+    m_page = map == nullptr || map->IsSelected() ? Page::map : Page::preview;
     arrange();
 }
 
@@ -72,6 +79,19 @@ void LeftPane::arrange() {
     m_controls.setVisible(kColumnSplitter, isShown && isWide());
     m_controls.setVisible(kSpaceLeft, !isShown);
     m_controls.setVisible(kSpaceRight, !isShown);
+    const bool isMap = m_page == Page::map;
+    m_controls.setVisible(kMapPage, isMap);
+    m_controls.setVisible(kPreviewPage, !isMap);
+    for (const std::u16string_view tool :
+         {kFindPane, kZoomOutButton, kZoomLabel, kZoomInButton, kFitButton}) {
+        m_controls.setVisible(tool, isMap);
+    }
+    if (auto* tab = m_controls.find<toolkit::COptionUI>(isMap ? kMapTab : kPreviewTab)) {
+        tab->Selected(true);
+    }
+    if (auto* button = m_controls.find<toolkit::COptionUI>(kMapButton)) {
+        button->Selected(this->isShown(Page::map));
+    }
 }
 
 void LeftPane::keepWidths() const {

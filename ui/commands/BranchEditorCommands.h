@@ -27,6 +27,7 @@ inline constexpr std::string_view kActionDown = "actionDown";
 inline constexpr std::string_view kDuplicateAction = "duplicateAction";
 inline constexpr std::string_view kRetarget = "retarget";
 inline constexpr std::string_view kCheck = "check";
+inline constexpr std::string_view kMap = "map";
 inline constexpr std::string_view kNextFinding = "nextFinding";
 inline constexpr std::string_view kFindingBefore = "findingBefore";
 inline constexpr std::string_view kFix = "fix";
@@ -110,6 +111,12 @@ inline constexpr Command kBranchEditorCommands[] = {
      .icon = u"Open"},
     kEarlierVersionsCommand,
     kNoticeUndoCommand,
+    {command::kMap,
+     kBranchEditor,
+     u"Map",
+     u"CheckMap",
+     u"Show or hide the map (Ctrl+M)",
+     {{{platform::Key::m, {.control = true}}}}},
     {command::kCheck, kBranchEditor, u"Check", u"ButtonCheck", u"Findings"},
     {.id = command::kNextFinding,
      .group = kBranchEditor,
