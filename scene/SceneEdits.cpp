@@ -1,6 +1,5 @@
 // The edits of SceneSession: each builds its operations and runs them as one step.
 #include <algorithm>
-#include <cstddef>
 #include <functional>
 #include <memory>
 #include <numeric>

@@ -8,6 +8,7 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "platform/FileSystem.h"
 #include "platform/QuickInfo.h"
 
 namespace scene {
@@ -54,11 +55,13 @@ bool isGoodFolder(std::string_view name) {
     static constexpr std::string_view kDevices[] = {"con", "prn", "aux", "nul"};
     static constexpr std::string_view kPorts[] = {"com", "lpt"};
     const std::string word = core::lowerCase(name.substr(0, name.find('.')));
-    const bool isPort = word.size() == 4 && word[3] >= '1' && word[3] <= '9' &&
-                        std::ranges::find(kPorts, word.substr(0, 3)) != std::end(kPorts);
-    const bool isDevice = std::ranges::find(kDevices, word) != std::end(kDevices);
+    const bool isPort =
+        word.size() == 4 && word[3] >= '1' && word[3] <= '9' &&
+        std::find(std::begin(kPorts), std::end(kPorts), word.substr(0, 3)) != std::end(kPorts);
+    const bool isDevice =
+        std::find(std::begin(kDevices), std::end(kDevices), word) != std::end(kDevices);
     return !name.empty() && !isDevice && !isPort && name.back() != ' ' && name.back() != '.' &&
-           std::ranges::none_of(name, [](char c) {
+           std::none_of(name.begin(), name.end(), [](char c) {
                return static_cast<unsigned char>(c) < 0x20 ||
                       std::string_view("<>:\"/\\|?*").find(c) != std::string_view::npos;
            });

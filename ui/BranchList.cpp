@@ -5,8 +5,6 @@
 #include <vector>
 
 #include "app/state/SharedServices.h"
-#include "core/EditorSettings.h"
-#include "core/FileError.h"
 #include "core/Text.h"
 #include "jobs/ImportOutcome.h"
 #include "platform/Event.h"
@@ -16,6 +14,7 @@
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
 #include "ui/BranchListParts.h"
 #include "ui/Confirmation.h"
@@ -40,6 +39,7 @@
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/ContextMenu.h"
 #include "ui/map/SceneMap.h"
 
 namespace ui {

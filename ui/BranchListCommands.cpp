@@ -19,7 +19,6 @@
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/branch_editor/HistoryPresenter.h"
 #include "ui/branch_editor/LeadsPresenter.h"
-#include "ui/branch_editor/LeftPane.h"
 #include "ui/branch_editor/StripPresenter.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"

@@ -5,6 +5,7 @@
 
 #include "core/Text.h"
 #include "toolkit/controls/CControlUI.h"
+#include "ui/NameList.h"
 #include "ui/branch_editor/BranchPresenter.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/branch_editor/LeftPane.h"
