@@ -133,6 +133,9 @@ TEST_F(FindingsTest, ABranchIsFoundByAnyPartOfItsName) {
         SCOPED_TRACE(width);
         m_driver->native().setGeometry(platform::Rect::at(0, 0, width, 700));
         test::pump();
+        if (width == 1600) {
+            m_driver->click(u"OptionPreview"); // which has no such field
+        }
         m_driver->press(Key::f, {.control = true});
         EXPECT_EQ(m_driver->focusName(), u"EditFindBranch");
         m_driver->type(u"AIR");

@@ -45,7 +45,8 @@ std::vector<int> BranchFind::found() const {
 }
 
 bool BranchFind::isActive() const {
-    return m_pane.isShown() && (m_controls.hasFocus(kFindEdit) || !text().empty());
+    return m_pane.isShown(LeftPane::Page::map) &&
+           (m_controls.hasFocus(kFindEdit) || !text().empty());
 }
 
 void BranchFind::begin() {

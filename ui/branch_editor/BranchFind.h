@@ -28,7 +28,7 @@ public:
     BranchFind(Controls controls, scene::SceneSession& session, BranchPresenter& branches,
                LeftPane& pane, StripPresenter& strip);
 
-    /// Puts the cursor into the field, and shows the pane that it stands in.
+    /// Puts the cursor into the field, and shows the page of the pane that it stands on.
     void begin();
     /// The text in the field has changed.
     void typed();
