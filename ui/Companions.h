@@ -3,7 +3,9 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "ui/WindowContext.h"
@@ -31,6 +33,9 @@ public:
         }
         return open(Window::create(context), title);
     }
+    /// The window that the list of keys was asked for in, as the manual names it.
+    void setHelped(std::string window) { m_helped = std::move(window); }
+    [[nodiscard]] const std::string& helped() const { return m_helped; }
     /// Closes them all; safe inside a handler of one of them.
     void close();
     /// Whether they take input; they do not while the screen asks a question.
@@ -44,6 +49,7 @@ private:
     static bool bringToFront(EditorWindow& window);
 
     EditorWindow& m_screen;
+    std::string m_helped;
     std::shared_ptr<Windows> m_windows; ///< shared with what takes ended ones out, later
 };
 

@@ -51,9 +51,11 @@ EditorWindow::EditorWindow(const WindowContext& context, const WindowTables& tab
 }
 
 void EditorWindow::bindCommonCommands() {
-    m_commonCommands.bind(command::kManual, [this] { openManual(m_context.gui); });
-    m_commonCommands.bind(command::kKeys,
-                          [this] { companions().show<KeysWindow>(m_context, u"Keys"); });
+    m_commonCommands.bind(command::kManual, [this] { openManual(m_context.gui, layoutName()); });
+    m_commonCommands.bind(command::kKeys, [this] {
+        companions().setHelped(layoutName());
+        companions().show<KeysWindow>(m_context, u"Keys");
+    });
     m_commonCommands.bind(command::kSettings,
                           [this] { companions().show<SettingsWindow>(m_context, u"Settings"); });
     const auto hasPanes = [this] { return !m_tables.panes.empty(); };
@@ -61,6 +63,11 @@ void EditorWindow::bindCommonCommands() {
         command::kNextPane, [this] { m_panes.go(m_tables.panes, false); }, hasPanes);
     m_commonCommands.bind(
         command::kPaneBefore, [this] { m_panes.go(m_tables.panes, true); }, hasPanes);
+}
+
+std::string EditorWindow::layoutName() const {
+    const std::string file = GetSkinFile();
+    return file.substr(0, file.rfind('.'));
 }
 
 void EditorWindow::bindFind(std::u16string_view field) {
@@ -158,9 +165,7 @@ bool EditorWindow::runScreen(std::u16string_view title) {
     if (!Create(nullptr, std::u16string(title), kScreenStyle, kScreenExtendedStyle)) {
         return false;
     }
-    const std::string file = GetSkinFile();
-    m_place.emplace(m_context.gui.windows(), m_context.services.editorSettings.get(),
-                    file.substr(0, file.rfind('.')));
+    m_place.emplace(m_context.gui.windows(), m_context.services.editorSettings.get(), layoutName());
     m_place->apply(*GetNative(), leastSize());
     runLoop();
     return true;

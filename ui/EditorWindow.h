@@ -101,6 +101,8 @@ protected:
 private:
     /// Opens the menu of what was pressed or has the focus. False: there is none.
     bool openContextMenu(const platform::Event& event);
+    /// Names the window in the settings and in the manual.
+    [[nodiscard]] std::string layoutName() const;
     void bindCommonCommands();
     void bindWindowCommands();
     /// The button that maximises the window restores it while it is.

@@ -1,7 +1,5 @@
 #include "ui/Manual.h"
 
-#include <string>
-
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "platform/Desktop.h"
@@ -11,12 +9,17 @@
 namespace ui {
 namespace {
 
-constexpr const char* kFirstPage = "Manual/index.html";
+std::string pagePath(const std::string& name) {
+    return core::services().fileSystem->fullPath("Manual/" + name + ".html");
+}
 
 } // namespace
 
-void openManual(platform::Gui& gui) {
-    const std::string page = core::services().fileSystem->fullPath(kFirstPage);
+void openManual(platform::Gui& gui, const std::string& window) {
+    std::string page = pagePath(window);
+    if (!core::isFile(page)) {
+        page = pagePath("index");
+    }
     if (!core::isFile(page) || !gui.desktop().openFile(page)) {
         gui.desktop().showError("Quorvel", "The manual cannot be opened:\n" + page);
     }

@@ -192,7 +192,15 @@ TEST_F(ZoneEditUndo, AChangeOverOtherShapesOffersTwoWaysBack) {
     drag();
     EXPECT_EQ(notice(), offer);
     EXPECT_EQ(points(0, 19)[1], (Point{350, 100}));
-    m_driver->click(u"ButtonOnlyThisFrame");
+    m_driver->press(Key::f2);
+    EXPECT_EQ(m_driver->focusName(), u"EditZone");
+    m_driver->press(Key::f6);
+    EXPECT_EQ(m_driver->focusName(), u"ButtonNoticeUndo") << "what the bar offers";
+    m_driver->press(Key::f6);
+    EXPECT_EQ(m_driver->focusName(), u"EditZone") << "where it was before";
+    m_driver->press(Key::f6, {.shift = true});
+    m_driver->press(Key::tab);
+    m_driver->press(Key::space); // Only This Frame
     EXPECT_EQ(notice(), Texts());
     auto alone = before;
     alone[4][1] = {350, 100};

@@ -196,6 +196,9 @@ TEST_F(Commands, OfEveryWindowOpenTheManualOrSayWhyNot) {
     const std::string error = "Quorvel: The manual cannot be opened:\n" + page;
     EXPECT_EQ(m_gui.userDesktop.opened, (std::vector{page, page}));
     EXPECT_EQ(m_gui.userDesktop.errors, (std::vector{error, error}));
+    support::writeBytes("Manual/Commands.html", "");
+    openManual();
+    EXPECT_TRUE(m_gui.userDesktop.opened.back().ends_with("Commands.html")) << "its own page";
     EXPECT_EQ(m_window->take(), "");
 }
 
@@ -256,6 +259,10 @@ TEST_F(Keys, OfAllTablesAreInOneListWhicheverWindowAsks) {
         }
     }
     EXPECT_EQ(keys.textOf(u"EditFindKey"), u"no such keyxx");
+    support::writeBytes("Manual/Confirmation.html", "");
+    keys.click(u"ButtonManual");
+    ASSERT_EQ(m_gui.userDesktop.opened.size(), 1U);
+    EXPECT_TRUE(m_gui.userDesktop.opened[0].ends_with("Confirmation.html")) << "the last to ask";
 }
 
 TEST_F(Keys, AreChosenInTheListAndCountAtOnce) {
