@@ -342,7 +342,7 @@ TEST_F(BranchVideos, TheCardShowsTheClipOfTheBranchOnShow) {
     const auto says = [this](std::u16string_view label, std::u16string_view text) {
         return pumpUntil([&] { return m_driver->textOf(label) == text; });
     };
-    EXPECT_TRUE(says(u"LabelClipLength", u"The file is missing"));
+    EXPECT_TRUE(says(u"LabelClipLength", u"File missing"));
     pressAddVideo({"a.ogv"}); // in the list already
     writeBytes("Scenes/Fire/a.ogv", clipBytes());
     pressAddVideo({"b.ogv"});

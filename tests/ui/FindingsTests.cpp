@@ -155,6 +155,10 @@ TEST_F(FindingsTest, ABranchIsFoundByAnyPartOfItsName) {
         m_driver->press(Key::enter);
         EXPECT_EQ(shown(), u"Übung");
         EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"No branch has this name.");
+        m_driver->click(u"CheckNotes"); // what the author does next takes the note away
+        EXPECT_NE(m_driver->textOf(u"LabelStatus"), u"No branch has this name.");
+        m_driver->retype(u"EditFindBranch", u"übUx");
+        EXPECT_EQ(m_driver->textOf(u"LabelStatus"), u"No branch has this name.");
         session().renameBranch(3, "übux");
         EXPECT_NE(m_driver->textOf(u"LabelStatus"), u"No branch has this name.");
         session().undo();

@@ -30,7 +30,7 @@ BranchFind::BranchFind(Controls controls, scene::SceneSession& session, BranchPr
                        LeftPane& pane, StripPresenter& strip)
     : m_controls(controls), m_branches(branches), m_pane(pane), m_strip(strip),
       m_subscription(session.observe([this](const auto& /*changes*/) {
-          if (m_isNoted) {
+          if (m_isNoted && !found().empty()) {
               typed();
           }
       })) {}
@@ -58,7 +58,7 @@ void BranchFind::typed() {
     const std::u16string wanted = text();
     m_controls.setVisible(kFindHint, wanted.empty());
     const bool isNone = !wanted.empty() && found().empty();
-    if (isNone != m_isNoted) {
+    if (isNone || m_isNoted) { // an action may have taken the note away
         m_isNoted = isNone;
         m_strip.showNote(isNone ? u"No branch has this name." : u"");
     }

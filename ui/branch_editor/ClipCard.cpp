@@ -85,7 +85,7 @@ void ClipCard::showFacts() {
 
 void ClipCard::showTexts(const stills::Still& still) {
     const bool isClip = still.frame != platform::Size{};
-    std::u16string length = !still.exists ? u"The file is missing"
+    std::u16string length = !still.exists ? u"File missing"
                             : !isClip     ? u"Cannot be read"
                                           : lengthText(still.seconds);
     const std::u16string size = isClip ? sizeText(still.frame) : std::u16string();
