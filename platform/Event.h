@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/Geometry.h"
 
@@ -16,12 +17,13 @@ enum class EventKind {
     mouseLeave,
     keyDown,
     keyUp,
-    textInput,   ///< committed text, from the keyboard, a dead key or an input method
-    textPreedit, ///< the input method's uncommitted text; empty when there is none any more
-    activated,   ///< the window got the keyboard
-    deactivated, ///< another window got it
-    captureLost, ///< the system took the mouse capture away
-    resized,     ///< a window that can be sized: its size or its state has changed
+    textInput,    ///< committed text, from the keyboard, a dead key or an input method
+    textPreedit,  ///< the input method's uncommitted text; empty when there is none any more
+    activated,    ///< the window got the keyboard
+    deactivated,  ///< another window got it
+    captureLost,  ///< the system took the mouse capture away
+    resized,      ///< a window that can be sized: its size or its state has changed
+    filesDropped, ///< files or folders were dragged into the window; not while it is disabled
     timer,
     closeRequest, ///< close box, Alt+F4 or the window manager
     destroyed,    ///< the native window is gone; the last event
@@ -77,6 +79,7 @@ struct Event {
     Modifiers modifiers; ///< at the time of the event
     std::u16string text; ///< textInput, textPreedit
     unsigned timerId = 0;
+    std::vector<std::string> files; ///< filesDropped: absolute paths, UTF-8
 };
 
 } // namespace platform

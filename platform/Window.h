@@ -91,6 +91,8 @@ public:
     /// A disabled window takes no mouse or keyboard input.
     virtual void setEnabled(bool enabled) = 0;
     virtual void activate() = 0;
+    /// Files that are dragged over the window may be dropped into it; they may not at first.
+    virtual void setTakesFiles(bool takes) = 0;
     /// Hides the window at once and destroys it later: the event loop sends `destroyed`, once,
     /// after the handler that called this has returned. No other event is sent.
     virtual void close() = 0;

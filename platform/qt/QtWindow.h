@@ -39,6 +39,7 @@ public:
     void setTitle(const std::u16string& title) override;
     void setEnabled(bool enabled) override;
     void activate() override;
+    void setTakesFiles(bool takes) override { m_takesFiles = takes; }
     void close() override;
     QtWindowPicture& picture() override { return m_picture; }
     QtWindowInput& input() override { return m_input; }
@@ -68,6 +69,7 @@ public:
     [[nodiscard]] bool isClosing() const { return m_closing; }
     /// Not while it waits for a dialog of its own, nor when it is closing.
     [[nodiscard]] bool takesInput() const { return m_enabled && !m_closing; }
+    [[nodiscard]] bool takesFiles() const { return m_takesFiles && takesInput(); }
     [[nodiscard]] QtWindowHost& host() const { return m_host; }
     [[nodiscard]] QtSurface& surface() const { return *m_surface; }
     [[nodiscard]] WindowEvents& events() const { return m_events; }
@@ -99,6 +101,7 @@ private:
     Rect m_formerNormal; ///< before the last change of m_normal
     KeptSize m_formerContent;
     bool m_enabled = true;
+    bool m_takesFiles = false;
     bool m_closing = false;
     bool m_destroyedSent = false;
     QtWindowPicture m_picture{*this};

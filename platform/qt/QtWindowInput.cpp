@@ -1,12 +1,15 @@
 #include "platform/qt/QtWindowInput.h"
 
+#include <QDropEvent>
 #include <QEnterEvent>
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QStyleHints>
+#include <QUrl>
 #include <QWheelEvent>
 #include <cmath>
 #include <string>
@@ -153,6 +156,11 @@ bool QtWindowInput::handle(QEvent& event) {
     case QEvent::InputMethodQuery:
         answerInputMethod(static_cast<QInputMethodQueryEvent&>(event));
         return true;
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+        handleDrag(static_cast<QDropEvent&>(event));
+        return true;
     default:
         return handlePointer(event);
     }
@@ -289,6 +297,27 @@ void QtWindowInput::handleKey(const QKeyEvent& event) {
         ours.kind = EventKind::textInput;
         ours.key = Key::other;
         ours.text = typed;
+        m_window.send(ours);
+    }
+}
+
+void QtWindowInput::handleDrag(QDropEvent& event) {
+    Event ours;
+    ours.kind = EventKind::filesDropped;
+    for (const QUrl& url : event.mimeData()->urls()) {
+        if (url.isLocalFile()) {
+            ours.files.push_back(url.toLocalFile().toStdString());
+        }
+    }
+    // What is dropped stays where it is, whatever the source of the drag would rather do.
+    if (!m_window.takesFiles() || ours.files.empty() ||
+        !event.possibleActions().testFlag(Qt::CopyAction)) {
+        event.ignore();
+        return;
+    }
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+    if (event.type() == QEvent::Drop) {
         m_window.send(ours);
     }
 }

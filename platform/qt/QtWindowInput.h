@@ -8,6 +8,7 @@
 #include "platform/WindowParts.h"
 #include "platform/qt/WindowMove.h"
 
+class QDropEvent;
 class QInputMethodEvent;
 class QInputMethodQueryEvent;
 class QKeyEvent;
@@ -42,6 +43,7 @@ private:
     };
 
     bool handlePointer(QEvent& event);
+    void handleDrag(QDropEvent& event);
     void handleMouse(const QMouseEvent& event);
     /// True when the event is about the border, at which the window is sized.
     bool handleBorder(const QMouseEvent& event);

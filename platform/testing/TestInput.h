@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/Event.h"
 #include "platform/Geometry.h"
@@ -34,6 +35,8 @@ public:
     /// Text from an input method: shown as not yet committed, or committed.
     virtual void preedit(NativeWindow& window, const std::u16string& text) = 0;
     virtual void commit(NativeWindow& window, const std::u16string& text) = 0;
+    /// Drags these files into the window and drops them there; absolute paths, UTF-8.
+    virtual void dropFiles(NativeWindow& window, const std::vector<std::string>& files) = 0;
     /// What the task bar or the window manager does; false brings the window up again.
     virtual void minimize(NativeWindow& window, bool minimized) = 0;
     /// What the close box, Alt+F4 or the window manager asks.

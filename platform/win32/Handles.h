@@ -6,6 +6,8 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 namespace platform::win32 {
 
 /// Move-only owner of a handle; `Traits` gives the invalid value and closes handles.
@@ -83,6 +85,14 @@ struct MemoryContextTraits {
 };
 /// From CreateCompatibleDC. Objects selected into it must be deselected before it is deleted.
 using UniqueMemoryContext = Unique<MemoryContextTraits>;
+
+struct DropTraits {
+    using Type = HDROP;
+    static Type none() { return nullptr; }
+    static void close(Type handle) { DragFinish(handle); }
+};
+/// The names of dropped files.
+using UniqueDrop = Unique<DropTraits>;
 
 template <typename Object>
 struct ObjectTraits {

@@ -1,5 +1,7 @@
 #include "platform/win32/Win32Window.h"
 
+#include <cstddef>
+#include <string>
 #include <utility>
 
 #include "platform/Event.h"
@@ -317,6 +319,10 @@ void Win32Window::activate() {
     SetActiveWindow(m_handle.get());
 }
 
+void Win32Window::setTakesFiles(bool takes) {
+    DragAcceptFiles(m_handle.get(), takes ? TRUE : FALSE);
+}
+
 void Win32Window::close() {
     if (m_closing) {
         return;
@@ -341,6 +347,21 @@ void Win32Window::finish() {
     last.kind = EventKind::destroyed;
     WindowEvents& events = m_events;
     guardedRun("destroyed event", [&] { events.onEvent(last); });
+}
+
+void Win32Window::handleDrop(HDROP drop) {
+    const UniqueDrop owner(drop);
+    Event event;
+    event.kind = EventKind::filesDropped;
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    for (UINT i = 0; i < count; ++i) {
+        std::wstring name(DragQueryFileW(drop, i, nullptr, 0) + std::size_t{1}, L'\0');
+        name.resize(DragQueryFileW(drop, i, name.data(), static_cast<UINT>(name.size())));
+        event.files.push_back(narrow(name));
+    }
+    if (takesInput() && count > 0) {
+        send(event);
+    }
 }
 
 void Win32Window::handleCloseRequest() {

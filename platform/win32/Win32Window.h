@@ -48,6 +48,7 @@ public:
     void setTitle(const std::u16string& title) override;
     void setEnabled(bool enabled) override;
     void activate() override;
+    void setTakesFiles(bool takes) override;
     void close() override;
     Win32WindowPicture& picture() override { return m_picture; }
     Win32WindowInput& input() override { return m_input; }
@@ -103,6 +104,7 @@ private:
     /// On another monitor, or after it has changed.
     void refit();
     void handleCloseRequest();
+    void handleDrop(HDROP drop);
     void handleActivation(bool active);
 
     void changed(Accessible& node, AccessibleChange change) override;

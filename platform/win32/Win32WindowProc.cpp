@@ -150,6 +150,9 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
             answerAccessibility(m_handle.get(), accessibleRoot(), wide, wideLong);
         return answer != 0 ? std::optional<LRESULT>(answer) : std::nullopt;
     }
+    case WM_DROPFILES:
+        handleDrop(reinterpret_cast<HDROP>(wide));
+        return 0;
     case kPressMessage:
         if (takesInput()) {
             pressAccessible(static_cast<long>(wideLong));

@@ -175,6 +175,23 @@ TEST(Keyboard, ReportsKeysModifiersAndTextApart) {
     }
 }
 
+TEST(DroppedFiles, GoToAWindowThatTakesThem) {
+    const std::vector<std::string> files{"/a b.mov", "/Gr\xC3\xBC\xC3\x9F/%41#.mp4"};
+    TestWindow window;
+    window.show();
+    test::input().dropFiles(window.native(), files);
+    test::pump();
+    EXPECT_EQ(window.takeEvents(), Events()) << "not asked for";
+    window.native().setTakesFiles(true);
+    test::input().dropFiles(window.native(), files);
+    test::pump();
+    EXPECT_EQ(window.takeEvents(), Events{"files " + files[0] + " " + files[1]});
+    window.native().setEnabled(false);
+    test::input().dropFiles(window.native(), files);
+    test::pump();
+    EXPECT_EQ(window.takeEvents(), Events());
+}
+
 TEST(DisabledWindow, TakesNoInput) {
     TestWindow window;
     window.show();

@@ -76,6 +76,7 @@ bool CPaintManagerUI::dispatch(const platform::Event& event) {
         m_mouse.cancelPress();
         m_focus.windowDeactivated();
         return filter(event);
+    case EventKind::filesDropped: // the window's own
     case EventKind::closeRequest:
     case EventKind::destroyed:
         return false;

@@ -1,13 +1,17 @@
 // Input events through the window system interface, as the platform plug-in would report them.
 #include <QCoreApplication>
+#include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QUrl>
 #include <QWheelEvent>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/Event.h"
 #include "platform/EventLoop.h"
@@ -57,6 +61,7 @@ public:
              Modifiers modifiers) override;
     void preedit(NativeWindow& window, const std::u16string& text) override;
     void commit(NativeWindow& window, const std::u16string& text) override;
+    void dropFiles(NativeWindow& window, const std::vector<std::string>& files) override;
     void minimize(NativeWindow& window, bool minimized) override;
     void requestClose(NativeWindow& window) override;
 
@@ -130,6 +135,24 @@ void QtTestInput::commit(NativeWindow& window, const std::u16string& text) {
         QInputMethodEvent event;
         event.setCommitString(committed);
         QCoreApplication::sendEvent(&surface, &event);
+    });
+}
+
+void QtTestInput::dropFiles(NativeWindow& window, const std::vector<std::string>& files) {
+    post(window, [files, at = placeOf(window, {1, 1})](QtSurface& surface) {
+        QList<QUrl> urls;
+        for (const std::string& file : files) {
+            urls.push_back(QUrl::fromLocalFile(QString::fromStdString(file)));
+        }
+        QMimeData data;
+        data.setUrls(urls);
+        const Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
+        QDragEnterEvent enter(at.toPoint(), actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&surface, &enter);
+        if (enter.isAccepted()) {
+            QDropEvent drop(at, actions, &data, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&surface, &drop);
+        }
     });
 }
 

@@ -3,9 +3,15 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
+
+#include <windows.h>
+
+#include <shlobj.h>
 
 #include "platform/Event.h"
 #include "platform/EventLoop.h"
@@ -73,6 +79,7 @@ public:
              Modifiers modifiers) override;
     void preedit(NativeWindow& window, const std::u16string& text) override;
     void commit(NativeWindow& window, const std::u16string& text) override;
+    void dropFiles(NativeWindow& window, const std::vector<std::string>& files) override;
     void minimize(NativeWindow& window, bool minimized) override;
     void requestClose(NativeWindow& window) override;
 
@@ -145,6 +152,28 @@ void Win32TestInput::preedit(NativeWindow& window, const std::u16string& text) {
 void Win32TestInput::commit(NativeWindow& window, const std::u16string& text) {
     post(window,
          [text](HWND handle) { Win32Window::fromHandle(handle)->input().compose({}, text); });
+}
+
+void Win32TestInput::dropFiles(NativeWindow& window, const std::vector<std::string>& files) {
+    post(window, [files](HWND handle) {
+        if ((GetWindowLongPtrW(handle, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) == 0 ||
+            IsWindowEnabled(handle) == 0) {
+            return; // the system drops nothing there
+        }
+        std::wstring names;
+        for (const std::string& file : files) {
+            names += wide(file) + L'\0';
+        }
+        names += L'\0';
+        const DROPFILES head{sizeof head, {1, 1}, FALSE, TRUE};
+        const std::size_t size = names.size() * sizeof(wchar_t);
+        HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, sizeof head + size);
+        auto* bytes = static_cast<std::byte*>(GlobalLock(memory));
+        std::memcpy(bytes, &head, sizeof head);
+        std::memcpy(bytes + sizeof head, names.data(), size);
+        GlobalUnlock(memory);
+        SendMessageW(handle, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0); // frees it
+    });
 }
 
 void Win32TestInput::minimize(NativeWindow& window, bool minimized) {

@@ -74,6 +74,7 @@ public:
     void setTitle(const std::u16string& /*title*/) override {}
     void setEnabled(bool /*enabled*/) override {}
     void activate() override {}
+    void setTakesFiles(bool /*takes*/) override {}
     void close() override {}
     platform::WindowPicture& picture() override { return *this; }
     platform::WindowInput& input() override { return *this; }

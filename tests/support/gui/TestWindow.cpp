@@ -17,10 +17,10 @@ using platform::Event;
 using platform::EventKind;
 
 /// By EventKind.
-constexpr const char* kNames[] = {
-    "move",        "down",    "up",    "double",       "wheel",     "leave",
-    "keyDown",     "keyUp",   "text",  "preedit",      "activated", "deactivated",
-    "captureLost", "resized", "timer", "closeRequest", "destroyed"};
+constexpr const char* kNames[] = {"move",      "down",         "up",          "double",  "wheel",
+                                  "leave",     "keyDown",      "keyUp",       "text",    "preedit",
+                                  "activated", "deactivated",  "captureLost", "resized", "files",
+                                  "timer",     "closeRequest", "destroyed"};
 
 /// An event as text: its kind, then what it carries.
 std::string describe(const Event& event) {
@@ -45,6 +45,11 @@ std::string describe(const Event& event) {
     case EventKind::textInput:
     case EventKind::textPreedit:
         out << " '" << core::storedText(event.text) << "'";
+        break;
+    case EventKind::filesDropped:
+        for (const std::string& file : event.files) {
+            out << " " << file;
+        }
         break;
     case EventKind::timer:
         out << " " << event.timerId;
