@@ -26,6 +26,7 @@ enum class AccessibleRole {
     menuItem,
     picture,
     separator, ///< between two areas, which it sizes
+    progressBar,
 };
 
 struct AccessibleState {

@@ -47,6 +47,8 @@ QAccessible::Role roleOf(AccessibleRole role) {
         return QAccessible::Graphic;
     case AccessibleRole::separator:
         return QAccessible::Splitter;
+    case AccessibleRole::progressBar:
+        return QAccessible::ProgressBar;
     }
     return QAccessible::Client;
 }

@@ -38,6 +38,8 @@ long msaaRole(AccessibleRole role) {
         return ROLE_SYSTEM_GRAPHIC;
     case AccessibleRole::separator:
         return ROLE_SYSTEM_SEPARATOR;
+    case AccessibleRole::progressBar:
+        return ROLE_SYSTEM_PROGRESSBAR;
     }
     return ROLE_SYSTEM_CLIENT;
 }

@@ -14,6 +14,7 @@
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/controls/CPictureUI.h"
+#include "toolkit/controls/CProgressUI.h"
 #include "toolkit/controls/CScrollBarUI.h"
 #include "toolkit/controls/CSplitterUI.h"
 #include "toolkit/controls/CTextUI.h"
@@ -49,6 +50,7 @@ std::unique_ptr<CControlUI> createControl(std::u16string_view className) {
         {u"ListLabelElement", make<CListLabelElementUI>},
         {u"ListContainerElement", make<CListContainerElementUI>},
         {u"ScrollBar", make<CScrollBarUI>},
+        {u"Progress", make<CProgressUI>},
         {u"Splitter", make<CSplitterUI>},
     };
     const auto maker = makers.find(className);

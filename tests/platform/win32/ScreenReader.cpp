@@ -35,6 +35,7 @@ const std::map<AccessibleRole, SystemRole> kRoles{
     {AccessibleRole::menuItem, {ROLE_SYSTEM_MENUITEM, u"Execute"}},
     {AccessibleRole::picture, {ROLE_SYSTEM_GRAPHIC}},
     {AccessibleRole::separator, {ROLE_SYSTEM_SEPARATOR}},
+    {AccessibleRole::progressBar, {ROLE_SYSTEM_PROGRESSBAR}},
 };
 
 } // namespace
