@@ -19,6 +19,7 @@
 #include "recovery/Drafts.h"
 #include "recovery/Places.h"
 #include "stills/StillService.h"
+#include "ui/importing/SceneImports.h"
 
 namespace app {
 namespace {
@@ -46,6 +47,7 @@ int runScreens(app_state::ScreenState& state, app_state::SharedServices& service
         EditorScreens screens({*gui, state, services});
         ended = ScreenLoop(state, gui->components(), screens).run();
     }
+    services.sceneImports.reset(); // what runs ends; its half-written file goes
     services.stills.reset();
     services.drafts.reset();
     return ended ? kSuccess : kFailure;

@@ -113,6 +113,9 @@ void BranchList::InitWindow() {
     }
     m_parts->visit.end(m_returned,
                        [this](StripOffer offer) { m_parts->strip.offer(std::move(offer)); });
+    if (GetNative() != nullptr) {
+        GetNative()->setTakesFiles(true);
+    }
     showEnabled();
 }
 
@@ -219,6 +222,10 @@ bool BranchList::HandleMessage(const platform::Event& event) {
     if (m_parts && event.kind == EventKind::activated) {
         m_parts->findings.readFiles();
     }
+    if (event.kind == EventKind::filesDropped && m_parts) {
+        m_parts->imports.drop(event.files);
+        return true;
+    }
     // A question's loop runs inside this window's: the question has to end first.
     if (event.kind == EventKind::closeRequest && isAsking()) {
         return true;
@@ -288,15 +295,18 @@ void BranchList::nameRefused(const std::u16string& name) {
 }
 
 void BranchList::copying(const jobs::CopyStatus& status) {
-    m_parts->findings.setCopying({status.name});
+    noteUnfinished(status.name);
     m_parts->strip.showCopy(copyText(status));
     showEnabled();
 }
 
 void BranchList::copied(const jobs::ImportOutcome& outcome, bool copied) {
-    m_parts->findings.setCopying({});
+    noteUnfinished({});
     m_parts->strip.showCopy({});
-    m_parts->strip.showNote(importNote(outcome), importProblem(outcome));
+    m_parts->strip.showNote(importNote(outcome), joinSentences({importProblem(outcome),
+                                                                m_parts->imports.takeLeftOut()}));
+    m_parts->imports.offerImport(joinSentences({importProblem(outcome), importNote(outcome)}),
+                                 m_parts->adder.foreign());
     showClip(true);
     showEnabled();
     if (copied) {

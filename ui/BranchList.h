@@ -27,6 +27,8 @@ class FactsReader;
 
 namespace ui {
 
+class SceneImports;
+
 class BranchList final : public ConfirmCallback,
                          public EditorWindow,
                          private BranchPresenter::Listener,
@@ -71,6 +73,12 @@ private:
     void bindCheck();
     /// What is known of the scene's files is kept for its next window.
     [[nodiscard]] std::shared_ptr<check::FactsReader> readerOfFiles();
+    /// Null when the scene's folder is unknown.
+    [[nodiscard]] std::shared_ptr<SceneImports> importsOfScene();
+    void openImports();
+    void importsChanged();
+    /// Nothing is said about videos that are not whole yet.
+    void noteUnfinished(const std::string& copying);
     /// Shows the list of findings, or takes it away.
     void toggleCheck();
     void toggleMap();
@@ -112,6 +120,7 @@ private:
     app_state::ScreenResult m_returned;
     /// The scene's, ending in "\"; empty when the working directory is unknown.
     std::string m_folder;
+    std::string m_copying;          ///< the video being copied into the scene; empty for none
     bool m_isPointerUsed = false;   ///< the author acts with the pointer, not with a key
     std::unique_ptr<Parts> m_parts; ///< from InitWindow on; none without a scene
 };

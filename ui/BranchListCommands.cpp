@@ -61,7 +61,10 @@ BranchList::Parts::Parts(BranchList& window)
       visit({session, window.m_folder, window.context().state, branches, actions, chosen, videos}),
       draftProblem(window.controls(), window.context().services.drafts.get()),
       adder(window.context().gui, window.context().services.editorSettings.get(), videos,
-            window.m_folder, window) {}
+            window.m_folder, window),
+      imports({window.context().gui.loop(), strip, adder, [&window] { window.openImports(); },
+               [&window] { window.importsChanged(); }},
+              window.importsOfScene()) {}
 
 void BranchList::bindCommands() {
     Parts& parts = *m_parts;
@@ -74,11 +77,14 @@ void BranchList::bindCommands() {
     commands.bind(command::kMenu, [this] { showMenu(kBranchEditorMenu); });
     commands.bind(
         command::kOpenAnother, [this] { openAnother(); },
-        [this, free] { return free() && !isWorkAtRisk(); });
+        [this, free, &parts] { return free() && !isWorkAtRisk() && !parts.imports.isBusy(); });
     commands.bind(
         command::kEarlierVersions, [this] { showVersions(); }, free);
     commands.bind(
         command::kAddVideo, [this, &parts] { parts.adder.ask(*this); }, free);
+    commands.bind(
+        command::kImportVideo, [&parts] { parts.imports.open(); },
+        [&parts] { return parts.imports.canImport(); });
     commands.bind(
         command::kEditZones, [this] { editZones(); },
         [this, &parts] {
@@ -157,6 +163,11 @@ void BranchList::bindHistory() {
         [&history] { return history.redoName(); });
     commands().bind(command::kNoticeUndo, [&strip] { strip.answer(kNoticeUndoButton); });
     commands().bind(command::kRetarget, [&strip] { strip.answer(kRetargetButton); });
+    for (const auto& [id, button] : {std::pair{command::kShowImport, kShowImportButton},
+                                     {command::kImportIt, kImportButton},
+                                     {command::kConvertIt, kConvertButton}}) {
+        commands().bind(id, [&strip, button = button] { strip.answer(button); });
+    }
     commands().bind(command::kCloseNotice, [&strip] { strip.closeOffer(); });
 }
 

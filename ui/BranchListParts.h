@@ -13,6 +13,7 @@
 #include "ui/branch_editor/ClipCard.h"
 #include "ui/branch_editor/FindingsPresenter.h"
 #include "ui/branch_editor/HistoryPresenter.h"
+#include "ui/branch_editor/ImportPresenter.h"
 #include "ui/branch_editor/LeadsPresenter.h"
 #include "ui/branch_editor/LeftPane.h"
 #include "ui/branch_editor/StripPresenter.h"
@@ -42,6 +43,7 @@ struct BranchList::Parts {
     ZoneVisit visit;
     DraftProblem draftProblem;
     VideoAdder adder;
+    ImportPresenter imports;
 };
 
 } // namespace ui

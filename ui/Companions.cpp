@@ -60,4 +60,11 @@ void Companions::setEnabled(bool enabled) {
     }
 }
 
+void Companions::Pause::set(bool enabled) {
+    if (platform::NativeWindow* screen = m_companions.m_screen.GetNative()) {
+        screen->setEnabled(enabled);
+    }
+    m_companions.setEnabled(enabled);
+}
+
 } // namespace ui

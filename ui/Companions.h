@@ -41,6 +41,21 @@ public:
     /// Whether they take input; they do not while the screen asks a question.
     void setEnabled(bool enabled);
 
+    /// While it lives, neither the screen nor its companions take input: a dialog of the system
+    /// is on the screen.
+    class Pause {
+    public:
+        explicit Pause(Companions& companions) : m_companions(companions) { set(false); }
+        ~Pause() { set(true); }
+        Pause(const Pause&) = delete;
+        Pause& operator=(const Pause&) = delete;
+
+    private:
+        void set(bool enabled);
+
+        Companions& m_companions;
+    };
+
 private:
     using Windows = std::vector<std::shared_ptr<EditorWindow>>;
 

@@ -8,7 +8,10 @@
 
 #include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
+#include "core/Paths.h"
 #include "core/Text.h"
+#include "import/Converter.h"
+#include "platform/FileSystem.h"
 #include "platform/Gui.h"
 #include "platform/Window.h"
 #include "recovery/Drafts.h"
@@ -19,6 +22,8 @@
 #include "toolkit/window/Notification.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/SettingsCommands.h"
+#include "ui/importing/ConverterChoice.h"
+#include "ui/importing/SceneImports.h"
 
 namespace ui {
 
@@ -39,6 +44,7 @@ constexpr Box kBoxes[] = {
 };
 
 constexpr std::u16string_view kComboScale = u"ComboScale";
+constexpr std::u16string_view kConverterEdit = u"EditConverter";
 constexpr std::array kScales{100, 125, 150, 200};
 
 } // namespace
@@ -48,8 +54,52 @@ std::shared_ptr<SettingsWindow> SettingsWindow::create(const WindowContext& cont
 }
 
 SettingsWindow::SettingsWindow(const WindowContext& context)
-    : EditorWindow(context, {kSettingsCommands}) {
+    : EditorWindow(context, {kSettingsCommands}), m_looking(context.gui.loop()) {
     commands().bind(command::kSettingsClose, [this] { Close(1); });
+    commands().bind(command::kChooseConverter, [this] { chooseConverter(); });
+}
+
+void SettingsWindow::chooseConverter() {
+    if (ui::chooseConverter(context(), GetNative(), companions())) {
+        showConverter();
+        if (const auto& imports = context().services.sceneImports) {
+            imports->lookAgain();
+        }
+    }
+}
+
+void SettingsWindow::showConverter() {
+    const auto& settings = context().services.editorSettings;
+    if (m_looking.isRunning()) {
+        m_looksAgain = true;
+        return;
+    }
+    m_looksAgain = false;
+    const std::string chosen = settings ? settings->getString(kConverterKey, {}) : std::string();
+    const auto found = std::make_shared<imports::Converter>();
+    m_looking.start(
+        [found, chosen](jobs::BackgroundJob::Control&) {
+            platform::FileSystem& files = platform::nativeFileSystem();
+            *found = imports::findConverter(files, imports::usualPlaces(files, chosen));
+        },
+        {},
+        [this, found](bool) {
+            if (m_looksAgain) {
+                showConverter();
+            } else {
+                showConverter(*found);
+            }
+        });
+}
+
+void SettingsWindow::showConverter(const imports::Converter& converter) {
+    const bool isFound = converter.isFound();
+    setTextOf(kConverterEdit,
+              isFound ? u"found: " + core::displayText(core::fileTitle(converter.ffmpeg))
+                      : u"not found");
+    if (toolkit::CControlUI* field = findControl(kConverterEdit); field != nullptr && isFound) {
+        field->SetToolTip(core::displayText(converter.ffmpeg));
+    }
 }
 
 void SettingsWindow::InitWindow() {
@@ -68,6 +118,7 @@ void SettingsWindow::InitWindow() {
         const auto now = std::find(kScales.begin(), kScales.end(), settings->scale());
         combo->SelectItem(now != kScales.end() ? static_cast<int>(now - kScales.begin()) : -1);
     }
+    showConverter();
     GetPaintManager().SetFocus(findControl(kBoxes[0].name));
 }
 

@@ -5,9 +5,13 @@
 #include <memory>
 #include <string>
 
+#include "jobs/BackgroundJob.h"
 #include "ui/EditorWindow.h"
 #include "ui/WindowContext.h"
 
+namespace imports {
+struct Converter;
+}
 namespace toolkit {
 struct TNotifyUI;
 }
@@ -25,6 +29,15 @@ public:
     void InitWindow() override;
     void OnSelectChanged(toolkit::TNotifyUI& message) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
+
+private:
+    void chooseConverter();
+    /// Looks for the converter in the background and shows where it is.
+    void showConverter();
+    void showConverter(const imports::Converter& converter);
+
+    bool m_looksAgain = false;
+    jobs::BackgroundJob m_looking;
 };
 
 } // namespace ui

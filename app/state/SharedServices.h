@@ -23,7 +23,8 @@ class StillService;
 }
 namespace ui {
 class KeyMap;
-}
+class SceneImports;
+} // namespace ui
 
 namespace app_state {
 
@@ -41,6 +42,9 @@ struct SharedServices {
     std::shared_ptr<recovery::Drafts> drafts;
     /// Small pictures of clips; while there are windows.
     std::shared_ptr<stills::StillService> stills;
+    /// Videos being imported into the scene that was open last; empty before, and once there are no
+    /// windows.
+    std::shared_ptr<ui::SceneImports> sceneImports;
     /// Made by the first window.
     std::shared_ptr<ui::KeyMap> keyMap;
 };

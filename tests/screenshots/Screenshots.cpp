@@ -13,6 +13,7 @@
 #include <fstream> // IWYU pragma: keep
 #include <functional>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -23,8 +24,12 @@
 #include "app/services/Startup.h"
 #include "core/Log.h"
 #include "core/Text.h"
+#include "import/Converter.h"
+#include "import/ImportTypes.h"
+#include "platform/FileSystem.h"
 #include "recovery/Backups.h"
 #include "recovery/Versions.h"
+#include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "tests/screenshots/Shots.h"
@@ -32,6 +37,7 @@
 #include "tests/support/windows/ScriptedGui.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/CProgressUI.h"
 #include "tools/tour/PngFile.h"
 #include "tools/tour/WindowPicture.h"
 #include "ui/BranchList.h"
@@ -41,6 +47,9 @@
 #include "ui/OpenScene.h"
 #include "ui/SettingsWindow.h"
 #include "ui/VersionHistory.h"
+#include "ui/importing/ImportRow.h"
+#include "ui/importing/ImportVideo.h"
+#include "ui/importing/SceneImports.h"
 #include "ui/keys/KeysWindow.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
@@ -229,6 +238,62 @@ private:
         }
         shoot("BranchList-focus", *window);
         earlierVersions();
+        importVideo();
+        m_services.sceneImports.reset();
+    }
+
+    /// Files in every state, as if the converter had worked on them.
+    void importVideo() {
+        using imports::ImportState;
+        const auto open = [this](const imports::Converter& converter) {
+            m_services.sceneImports = std::make_shared<ui::SceneImports>(
+                m_gui.loop(), platform::nativeFileSystem(), m_services.sceneSession, nullptr,
+                scene::sceneFolderPath(kScene), [converter](const auto&) { return converter; });
+            auto window = ui::ImportVideo::create(context());
+            this->open(*window);
+            return window;
+        };
+        {
+            const auto window = open({});
+            test::WindowDriver driver(*window);
+            m_good =
+                test::pumpUntil([&] { return driver.get(u"PaneMissing").IsVisible(); }) && m_good;
+            shoot("ImportVideo-missing", *window);
+        }
+        const auto window = open({"/usr/bin/ffmpeg", "/usr/bin/ffprobe"});
+        test::WindowDriver driver(*window);
+        auto& list = driver.get<toolkit::CListUI>(u"ListImports");
+        const imports::SourceFacts full{42.1, {1920, 1080}, true};
+        const imports::ImportItem films[] = {
+            {.source = "lobby-wide.mp4",
+             .state = ImportState::done,
+             .facts = full,
+             .clip = {"lobby-wide.ogv", 8'200'000, true}},
+            {.source = "reception.mov",
+             .state = ImportState::converting,
+             .facts = imports::SourceFacts{75.32, {1920, 1080}, true},
+             .percent = 46,
+             .secondsLeft = 38},
+            {.source = "parking.webm",
+             .state = ImportState::waiting,
+             .facts = imports::SourceFacts{20, {1280, 720}, true}},
+            {.source = "notes.avi",
+             .state = ImportState::failed,
+             .failure = {imports::Failure::noPicture}},
+            {.source = "lobby.mov",
+             .state = ImportState::failed,
+             .facts = full,
+             .failure = {imports::Failure::nameTaken, 0, "lobby"}}};
+        for (const imports::ImportItem& film : films) {
+            list.Add(ui::makeImportRow(film));
+        }
+        for (const std::u16string_view name : {u"EmptyHeading", u"EmptyLine"}) {
+            driver.get(name).SetVisible(false);
+        }
+        driver.get(u"LabelImport").SetText(u"1 of 5 done");
+        driver.get<toolkit::CProgressUI>(u"ProgressImport").SetPercent(38);
+        driver.get(u"ButtonImportStop").SetEnabled(true);
+        shoot("ImportVideo", *window);
     }
 
     /// As if the scene had grown from one branch, by one Save after the other.

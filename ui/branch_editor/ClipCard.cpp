@@ -26,11 +26,6 @@ std::string twoDigits(long long number) {
     return (number < 10 ? "0" : "") + std::to_string(number);
 }
 
-std::u16string sizeText(platform::Size size) {
-    return core::displayText(std::to_string(size.width)) + u" × " +
-           core::displayText(std::to_string(size.height));
-}
-
 } // namespace
 
 ClipCard::ClipCard(Controls controls, stills::StillService* stills) : m_controls(controls) {
@@ -106,6 +101,11 @@ std::u16string lengthText(double seconds) {
     const long long hundredths = std::llround(seconds * 100);
     return core::displayText(std::to_string(hundredths / 6000) + ":" +
                              twoDigits(hundredths / 100 % 60) + "." + twoDigits(hundredths % 100));
+}
+
+std::u16string sizeText(platform::Size size) {
+    return core::displayText(std::to_string(size.width)) + u" × " +
+           core::displayText(std::to_string(size.height));
 }
 
 std::u16string bytesText(std::uint64_t bytes) {

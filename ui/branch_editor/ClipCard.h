@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/Geometry.h"
 #include "stills/Still.h"
 #include "stills/StillService.h"
 #include "ui/Controls.h"
@@ -37,6 +38,8 @@ private:
 
 /// "0:04.25".
 [[nodiscard]] std::u16string lengthText(double seconds);
+/// "1280 × 720".
+[[nodiscard]] std::u16string sizeText(platform::Size size);
 /// "842 KB", "8.2 MB".
 [[nodiscard]] std::u16string bytesText(std::uint64_t bytes);
 

@@ -109,7 +109,9 @@ StripOffer targetOffer(scene::SceneSession& session, int branch, int action,
     return {
         text,
         {{branch_list::kFixButton, add}, {branch_list::kFixOtherButton, std::move(chooseOther)}},
-        core::displayText("Add \"" + name + "\"")};
+        core::displayText("Add \"" + name + "\""),
+        {},
+        true};
 }
 
 } // namespace ui

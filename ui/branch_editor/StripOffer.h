@@ -21,10 +21,12 @@ struct StripOffer {
     std::function<std::u16string()> text;
     /// The buttons to show, of those in the strip, and what each does.
     std::vector<std::pair<std::u16string_view, std::function<void()>>> answers;
-    /// Something is wrong, and this is what the button for mending it says.
+    /// What the button for mending it says, if that is kFixButton.
     std::u16string fix{};
     /// Makes the offer that comes when this one is over, however it ends; empty for none.
     std::function<StripOffer()> next{};
+    bool isFault = false;       ///< something is wrong
+    bool coversProblem = false; ///< it says what the problem on show says, and offers more
 };
 
 /// To bring back the branch `name`, which has just been removed: until the next step.

@@ -57,6 +57,9 @@ void StripPresenter::showCopy(const std::u16string& text) {
 void StripPresenter::showNote(const std::u16string& note, const std::u16string& problem) {
     m_note = note;
     m_problem = problem;
+    if (!problem.empty() && m_offer && m_offer->coversProblem) {
+        m_offer.reset(); // it was about the problem before
+    }
     update();
 }
 
@@ -101,13 +104,24 @@ void StripPresenter::endOffer(std::optional<StripOffer> offer) {
     keepFocus();
 }
 
+void StripPresenter::setStanding(StripOffer offer) {
+    m_standing = std::move(offer);
+    m_isStandingSaid = false;
+    update();
+}
+
+const StripOffer* StripPresenter::offerOnTop() const {
+    return m_offer ? &*m_offer : m_standing ? &*m_standing : nullptr;
+}
+
 bool StripPresenter::offers(std::u16string_view button) const {
-    return m_offer && std::any_of(m_offer->answers.begin(), m_offer->answers.end(),
-                                  [&](const auto& answer) { return answer.first == button; });
+    const StripOffer* offer = offerOnTop();
+    return offer != nullptr && std::any_of(offer->answers.begin(), offer->answers.end(),
+                                           [&](const auto& one) { return one.first == button; });
 }
 
 void StripPresenter::answer(std::u16string_view button) {
-    const std::optional<StripOffer> offer = std::exchange(m_offer, {});
+    const std::optional<StripOffer> offer = std::exchange(m_offer ? m_offer : m_standing, {});
     update();
     for (const auto& [name, act] : offer ? offer->answers : decltype(offer->answers){}) {
         if (name == button) {
@@ -119,7 +133,7 @@ void StripPresenter::answer(std::u16string_view button) {
 }
 
 void StripPresenter::closeOffer() {
-    endOffer(std::exchange(m_offer, {}));
+    endOffer(std::exchange(m_offer ? m_offer : m_standing, {}));
 }
 
 void StripPresenter::inputBegins() {
@@ -166,36 +180,50 @@ void StripPresenter::update() {
     const std::u16string text = m_copy.empty() ? statusText() : m_copy;
     m_controls.setText(kStatus, problem.empty() ? text : problem);
     m_controls.showProblem(problem, kStatus);
-    showOffer(problem.empty() && m_copy.empty() && m_note.empty());
+    const bool covers = m_offer && m_offer->coversProblem && !m_problem.empty();
+    showOffer(m_copy.empty() && (covers || (problem.empty() && m_note.empty())));
 }
 
 void StripPresenter::showOffer(bool hasRoom) {
     const bool hadFocus = hasFocus();
-    const std::u16string text = textOfNextTrue(m_offer);
+    std::u16string text = textOfNextTrue(m_offer);
+    const bool isStanding = text.empty();
+    if (isStanding) {
+        text = textOfNextTrue(m_standing);
+    }
+    const StripOffer* offer = offerOnTop();
     toolkit::CControlUI* label = m_controls.find(kNoticeText);
     if (label != nullptr && label->GetText() != text) {
         label->SetText(text);
-        label->announce(false);
+        if (!isStanding || !std::exchange(m_isStandingSaid, true)) {
+            label->announce(false);
+        }
     }
     for (const std::u16string_view button :
-         {kNoticeUndoButton, kRetargetButton, kFixButton, kFixOtherButton}) {
+         {kNoticeUndoButton, kRetargetButton, kFixButton, kFixOtherButton, kShowImportButton,
+          kImportButton, kConvertButton}) {
         m_controls.setVisible(button, offers(button));
     }
-    const bool isFault = m_offer && !m_offer->fix.empty();
-    if (isFault) {
-        m_controls.setText(kFixButton, m_offer->fix);
+    if (offer != nullptr) {
+        styleOffer(*offer);
     }
-    const NoticeLook& look = isFault ? kErrorLook : kNoteLook;
-    if (std::exchange(m_look, &look) != &look) {
-        apply(m_controls.find(kNoticePanel), m_controls.find(kNoteSign), look);
-    }
-    m_isOfferShown = hasRoom && m_offer;
+    m_isOfferShown = hasRoom && offer != nullptr;
     m_controls.setVisible(kNoticePanel, m_isOfferShown);
     if (m_isOfferShown) {
         m_controls.setVisible(kStatus, false);
     }
     if (hadFocus) {
         keepFocus();
+    }
+}
+
+void StripPresenter::styleOffer(const StripOffer& offer) {
+    if (!offer.fix.empty()) {
+        m_controls.setText(kFixButton, offer.fix);
+    }
+    const NoticeLook& look = offer.isFault ? kErrorLook : kNoteLook;
+    if (std::exchange(m_look, &look) != &look) {
+        apply(m_controls.find(kNoticePanel), m_controls.find(kNoteSign), look);
     }
 }
 

@@ -43,6 +43,10 @@ public:
     /// Shows an offer in place of the one before, and of everything but copies, notes and problems.
     /// One that is not true, nor any after it, changes nothing.
     void offer(StripOffer offer);
+    /// An offer that lies under all others: it comes back when they are gone.
+    void setStanding(StripOffer offer);
+    /// What the offers say may have changed, though the scene has not.
+    void refreshOffers() { update(); }
     /// Whether an offer with this button is shown.
     [[nodiscard]] bool offers(std::u16string_view button) const;
     /// Runs what the offer's button does; the offer is answered.
@@ -72,6 +76,9 @@ private:
     [[nodiscard]] bool hasFocus() const;
     /// When the strip's buttons went, and the focus with them: back to where the author was.
     void keepFocus();
+    void styleOffer(const StripOffer& offer);
+    /// The offer on top; null for none.
+    [[nodiscard]] const StripOffer* offerOnTop() const;
     [[nodiscard]] std::u16string statusText() const;
 
     Controls m_controls;
@@ -84,6 +91,8 @@ private:
     std::u16string m_nameHint;
     std::u16string m_zonesHint;
     std::optional<StripOffer> m_offer;
+    std::optional<StripOffer> m_standing;
+    bool m_isStandingSaid = false; ///< read out: its numbers are not, again and again
     const NoticeLook* m_look = &kNoteLook;
     bool m_isOfferShown = false;
     bool m_noteIsFresh = false;

@@ -3,13 +3,13 @@
 #include <string_view>
 #include <utility>
 
-#include "core/EditorSettings.h"
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "jobs/VideoImport.h"
 #include "platform/FileDialog.h"
 #include "platform/FileSystem.h"
 #include "scene/SceneFolders.h"
+#include "ui/FileChoice.h"
 
 namespace ui {
 
@@ -17,18 +17,6 @@ namespace {
 
 /// Where the author chose videos last.
 constexpr std::string_view kLastFolder = "videoFolder";
-
-/// Brings the working directory back: a file dialog may leave another one behind.
-class KeptDirectory {
-public:
-    KeptDirectory() : m_folder(core::services().fileSystem->currentFolder()) {}
-    ~KeptDirectory() { core::services().fileSystem->setCurrentFolder(m_folder); }
-    KeptDirectory(const KeptDirectory&) = delete;
-    KeptDirectory& operator=(const KeptDirectory&) = delete;
-
-private:
-    std::string m_folder;
-};
 
 } // namespace
 
@@ -38,71 +26,89 @@ VideoAdder::VideoAdder(platform::Gui& gui, core::EditorSettings* settings, Video
       m_listener(listener), m_import(gui.loop(), *core::services().fileSystem) {}
 
 std::optional<platform::OpenFilesResult> VideoAdder::chooseFiles(ConfirmCallback& asker) {
-    const KeptDirectory kept;
     platform::OpenFilesRequest request;
     request.owner = asker.GetParentWindow();
     request.title = "Select Video";
     request.filterName = "Theora Video Files";
     request.filterPatterns = "*.ogg;*.ogv";
     request.initialFolder = scene::scenesFolderPath();
-    const std::string last = m_settings != nullptr ? m_settings->getString(kLastFolder, {}) : "";
-    if (!last.empty() && core::isFolder(last)) {
-        request.initialFolder = last;
-    }
     const AskingScope asking(asker);
-    auto chosen = m_gui.fileDialog().openFiles(request);
-    if (chosen && m_settings != nullptr && chosen->folder != last) {
-        m_settings->set(kLastFolder, chosen->folder);
-    }
-    return chosen;
+    return ui::chooseFiles(m_gui, m_settings, kLastFolder, request);
 }
 
 void VideoAdder::ask(ConfirmCallback& asker) {
     const auto chosen = chooseFiles(asker);
-    if (!chosen || m_folder.empty() || isRunning()) {
+    if (!chosen || isRunning()) {
         return;
     }
-    m_from = chosen->folder;
-    m_names.assign(chosen->names.begin(), chosen->names.end());
-    m_count = static_cast<int>(m_names.size());
-    m_outcome = {};
-    next();
-    if (!isRunning()) {
-        m_listener.copied(m_outcome, false);
+    std::vector<Source> sources;
+    for (const std::string& name : chosen->names) {
+        sources.push_back({chosen->folder, name});
     }
+    add(sources);
 }
 
-void VideoAdder::next() {
-    while (!m_names.empty() && !isRunning()) {
-        const std::string name = m_names.front();
-        if (m_videos.isListed(name)) {
-            ++m_outcome.listedAlready;
-            m_names.pop_front();
-        } else if (m_videos.addItem(name)) {
-            m_import.start(
-                m_from + name, m_folder + core::fileName(name),
-                [this] { m_listener.copying(status()); },
-                [this, name](const jobs::ImportReport& report) { done(name, report); });
-            m_listener.copying(status());
-        } else {
-            m_names.clear(); // no list to add to
+void VideoAdder::add(const std::vector<std::string>& paths) {
+    std::vector<Source> sources;
+    for (const std::string& path : paths) {
+        sources.push_back({core::folderOf(path), core::fileName(path)});
+    }
+    add(sources);
+}
+
+void VideoAdder::add(const std::vector<Source>& sources) {
+    if (m_folder.empty()) {
+        return;
+    }
+    if (!isRunning()) {
+        m_count = 0;
+        m_outcome = {};
+        m_foreign.clear();
+    }
+    m_sources.insert(m_sources.end(), sources.begin(), sources.end());
+    m_count += static_cast<int>(sources.size());
+    if (!isRunning()) {
+        next();
+        if (!isRunning()) {
+            m_listener.copied(m_outcome, false);
         }
     }
 }
 
-void VideoAdder::done(const std::string& name, const jobs::ImportReport& report) {
+void VideoAdder::next() {
+    while (!m_sources.empty() && !isRunning()) {
+        const Source source = m_sources.front();
+        if (m_videos.isListed(source.name)) {
+            ++m_outcome.listedAlready;
+            m_sources.pop_front();
+        } else if (m_videos.addItem(source.name)) {
+            m_import.start(
+                source.folder + source.name, m_folder + core::fileName(source.name),
+                [this] { m_listener.copying(status()); },
+                [this, source](const jobs::ImportReport& report) { done(source, report); });
+            m_listener.copying(status());
+        } else {
+            m_sources.clear(); // no list to add to
+        }
+    }
+}
+
+void VideoAdder::done(const Source& source, const jobs::ImportReport& report) {
     const bool cancelled = report.result == jobs::ImportResult::cancelled;
     if (cancelled) {
-        m_names.clear();
+        m_sources.clear();
     } else {
-        m_names.pop_front();
+        m_sources.pop_front();
     }
     if (cancelled || report.result == jobs::ImportResult::failed) {
-        m_videos.removeItem(name);
+        m_videos.removeItem(source.name);
     } else {
-        m_added.push_back(name);
+        m_added.push_back(source.name);
+        if (!report.probe.isTheora) {
+            m_foreign.push_back(source.folder + source.name);
+        }
     }
-    m_outcome.note(name, report);
+    m_outcome.note(source.name, report);
     next();
     if (!isRunning()) {
         m_videos.added(std::exchange(m_added, {}));
@@ -112,9 +118,9 @@ void VideoAdder::done(const std::string& name, const jobs::ImportReport& report)
 
 jobs::CopyStatus VideoAdder::status() const {
     jobs::CopyStatus status;
-    status.name = m_names.front();
+    status.name = m_sources.front().name;
     status.count = m_count;
-    status.number = m_count - static_cast<int>(m_names.size()) + 1;
+    status.number = m_count - static_cast<int>(m_sources.size()) + 1;
     status.copiedBytes = m_import.copiedBytes();
     status.totalBytes = m_import.totalBytes();
     return status;

@@ -38,14 +38,24 @@ public:
 
     /// Asks above the asker's window and begins.
     void ask(ConfirmCallback& asker);
+    /// Adds these files, UTF-8 paths, behind those that are still to come.
+    void add(const std::vector<std::string>& paths);
+    /// Where the files of the last outcome's `notTheora` were copied from.
+    [[nodiscard]] const std::vector<std::string>& foreign() const { return m_foreign; }
     [[nodiscard]] bool isRunning() const { return m_import.isRunning(); }
     /// Also gives up the files that are still to come.
     void cancel() { m_import.cancel(); }
 
 private:
+    struct Source {
+        std::string folder;
+        std::string name;
+    };
+
     [[nodiscard]] std::optional<platform::OpenFilesResult> chooseFiles(ConfirmCallback& asker);
+    void add(const std::vector<Source>& sources);
     void next();
-    void done(const std::string& name, const jobs::ImportReport& report);
+    void done(const Source& source, const jobs::ImportReport& report);
     [[nodiscard]] jobs::CopyStatus status() const; ///< only while one is under way
 
     platform::Gui& m_gui;
@@ -53,9 +63,9 @@ private:
     VideoPresenter& m_videos;
     std::string m_folder;
     Listener& m_listener;
-    std::string m_from;              ///< the folder of the chosen files
-    std::deque<std::string> m_names; ///< still to come, the one under way in front
+    std::deque<Source> m_sources; ///< still to come, the one under way in front
     std::vector<std::string> m_added;
+    std::vector<std::string> m_foreign;
     int m_count = 0;
     jobs::ImportOutcome m_outcome;
     jobs::BackgroundImport m_import;

@@ -32,6 +32,10 @@ inline constexpr std::string_view kNextFinding = "nextFinding";
 inline constexpr std::string_view kFindingBefore = "findingBefore";
 inline constexpr std::string_view kFix = "fix";
 inline constexpr std::string_view kFixOther = "fixOther";
+inline constexpr std::string_view kImportVideo = "importVideo";
+inline constexpr std::string_view kShowImport = "showImport";
+inline constexpr std::string_view kImportIt = "importIt";
+inline constexpr std::string_view kConvertIt = "convertIt";
 inline constexpr std::string_view kOpenAnother = "openAnother";
 } // namespace command
 
@@ -72,6 +76,12 @@ inline constexpr Command kBranchEditorCommands[] = {
     {command::kLeadsNames, {}, u"Who Leads Here", u"LabelLeadsHere", u"Which actions lead here"},
     {command::kAddVideo, kBranchEditor, u"Add Video…", u"ButtonAddVideo",
      u"Copy Theora videos into the scene"},
+    {.id = command::kImportVideo,
+     .group = kBranchEditor,
+     .text = u"Import Video…",
+     .control = u"ButtonImportVideo",
+     .toolTip = u"Convert MP4, MOV, WebM or AVI videos and add them",
+     .icon = u"Import"},
     {command::kEditZones, kBranchEditor, u"Edit Zones", u"ButtonEditZones",
      u"Draw the zones of this video: %s"},
     {command::kEditBranchZones, kBranchEditor, u"This Branch's Zones", u"ButtonEditBranchZones",
@@ -132,6 +142,13 @@ inline constexpr Command kBranchEditorCommands[] = {
      u"Choose Another…",
      u"ButtonFixOther",
      u"Choose where the action leads"},
+    {command::kShowImport, {}, u"Show", u"ButtonShowImport", u"Show the files being imported"},
+    {command::kImportIt, {}, u"Import", u"ButtonImportIt", u"Convert it to an Ogg video"},
+    {command::kConvertIt,
+     {},
+     u"Convert It",
+     u"ButtonConvertIt",
+     u"Make a new video of it and have all branches show that"},
     {command::kRetarget,
      {},
      u"Update Them",
@@ -141,16 +158,17 @@ inline constexpr Command kBranchEditorCommands[] = {
 };
 
 inline constexpr std::string_view kBranchEditorMenu[] = {
-    command::kOpenAnother, command::kLine,  command::kEarlierVersions,
-    command::kFind,        command::kLine,  command::kSettings,
-    command::kKeys,        command::kManual};
+    command::kOpenAnother,     command::kImportVideo, command::kLine,
+    command::kEarlierVersions, command::kFind,        command::kLine,
+    command::kSettings,        command::kKeys,        command::kManual};
 
 inline constexpr std::string_view kBranchRows[] = {
     command::kAddBranch, command::kRename,          command::kLine,
     command::kBranchUp,  command::kBranchDown,      command::kLeadsHere,
     command::kLine,      command::kDuplicateBranch, command::kRemoveBranch};
-inline constexpr std::string_view kVideoRows[] = {command::kAddVideo, command::kLine,
-                                                  command::kEditBranchZones, command::kEditZones};
+inline constexpr std::string_view kVideoRows[] = {command::kAddVideo, command::kImportVideo,
+                                                  command::kLine, command::kEditBranchZones,
+                                                  command::kEditZones};
 inline constexpr std::string_view kActionRows[] = {
     command::kAddAction,       command::kLine, command::kActionUp,    command::kActionDown,
     command::kDuplicateAction, command::kLine, command::kRemoveAction};

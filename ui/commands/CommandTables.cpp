@@ -7,6 +7,7 @@
 #include "ui/commands/CommonCommands.h"
 #include "ui/commands/ConfirmationCommands.h"
 #include "ui/commands/EarlierVersionsCommands.h"
+#include "ui/commands/ImportCommands.h"
 #include "ui/commands/KeysCommands.h"
 #include "ui/commands/SettingsCommands.h"
 #include "ui/commands/StartCommands.h"
@@ -16,9 +17,9 @@ namespace ui {
 
 std::span<const std::span<const Command>> commandTables() {
     static constexpr std::span<const Command> kTables[] = {
-        kCommonCommands,       kOpenSceneCommands,       kNewSceneCommands,
-        kBranchEditorCommands, kZoneEditorCommands,      kConfirmationCommands,
-        kSettingsCommands,     kEarlierVersionsCommands, kKeysCommands,
+        kCommonCommands,     kOpenSceneCommands,    kNewSceneCommands, kBranchEditorCommands,
+        kZoneEditorCommands, kConfirmationCommands, kSettingsCommands, kEarlierVersionsCommands,
+        kKeysCommands,       kImportCommands,
     };
     return kTables;
 }

@@ -10,6 +10,7 @@ namespace ui {
 
 namespace command {
 inline constexpr std::string_view kSettingsClose = "settingsClose";
+inline constexpr std::string_view kChooseConverter = "chooseConverter";
 } // namespace command
 
 inline constexpr Command kSettingsCommands[] = {
@@ -19,6 +20,11 @@ inline constexpr Command kSettingsCommands[] = {
      u"ButtonSettingsClose",
      u"Close the settings (Esc)",
      {kEsc}},
+    {command::kChooseConverter,
+     {},
+     u"Choose…",
+     u"ButtonFindConverter",
+     u"Choose the program ffmpeg"},
 };
 
 } // namespace ui

@@ -1,0 +1,273 @@
+// Importing videos: the window for it, what the branch editor says meanwhile, files that are
+// dropped into the editor, and converting a clip that the findings complain of.
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/EditorSettings.h"
+#include "core/Text.h"
+#include "import/Converter.h"
+#include "import/ImportTypes.h"
+#include "platform/FileSystem.h"
+#include "platform/Geometry.h"
+#include "scene/SceneFolders.h"
+#include "tests/support/ClipMaker.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/gui/WindowDriver.h"
+#include "tests/ui/BranchListFixture.h"
+#include "toolkit/controls/CListUI.h"
+#include "ui/importing/SceneImports.h"
+
+namespace {
+
+using imports::ImportState;
+using platform::Key;
+using support::exists;
+using support::readBytes;
+using support::writeBytes;
+using test::itemsOf;
+using test::pumpUntil;
+using test::Texts;
+using test::WindowDriver;
+
+class Importing : public test::BranchEditorTest {
+protected:
+    Importing() {
+        const support::Bytes clip = support::makeClip({.frames = 2});
+        const std::string bytes(clip.begin(), clip.end());
+        makeScene({"Alarm", "Lift", "End"}, {"first.ogv", "first.ogv", "other.ogv"});
+        for (const char* name :
+             {"Scenes/Fire/first.ogv", "Scenes/Fire/other.ogv", "from/a.ogv", "from/hall.mov",
+              "from/notes.avi", "from/stops.mov", "from/hangs.mov", "from/floods.mov"}) {
+            writeBytes(name, bytes);
+        }
+        m_services.sceneImports = std::make_shared<ui::SceneImports>(
+            m_gui.loop(), platform::nativeFileSystem(), m_services.sceneSession,
+            m_services.editorSettings, scene::sceneFolderPath("Fire"),
+            [this](const std::string& chosen) {
+                return m_hasConverter || !chosen.empty()
+                           ? imports::Converter{FAKE_CONVERTER, FAKE_CONVERTER}
+                           : imports::Converter();
+            });
+    }
+    ~Importing() override {
+        m_driver.reset();
+        m_window.reset();
+        m_services.sceneImports.reset();
+    }
+    ui::SceneImports& imports() { return *m_services.sceneImports; }
+    Texts videos() { return itemsOf(combo(u"ComboVideoName")); }
+    std::vector<std::string> from(const std::vector<std::string>& names) {
+        std::vector<std::string> paths;
+        for (const std::string& name : names) {
+            paths.push_back(m_folder.path() + "from/" + name);
+        }
+        return paths;
+    }
+    /// The Import window, on top now.
+    static WindowDriver importWindow() {
+        EXPECT_TRUE(pumpUntil([] { return test::topWindow().GetSkinFile() == "ImportVideo.xml"; }));
+        return WindowDriver(test::topWindow());
+    }
+    WindowDriver openImports() {
+        m_driver->click(u"ButtonImportVideo");
+        return importWindow();
+    }
+    void addFiles(const WindowDriver& window, const std::vector<std::string>& names) {
+        m_gui.dialog.answer = platform::OpenFilesResult{m_folder.path() + "from/", names};
+        window.click(u"ButtonImportAdd");
+    }
+    static toolkit::CControlUI& row(const WindowDriver& window, int index) {
+        return *window.get<toolkit::CListUI>(u"ListImports").GetItemAt(index);
+    }
+    bool waitFor(std::size_t item, ImportState state) {
+        return pumpUntil([&] {
+            return item < imports().items().size() && imports().items()[item].state == state;
+        });
+    }
+    /// Only whole files may be in the scene's folder.
+    static std::vector<std::string> sceneFiles() {
+        std::vector<platform::FolderEntry> entries;
+        EXPECT_TRUE(platform::nativeFileSystem().list("Scenes/Fire", entries));
+        std::vector<std::string> names;
+        for (const platform::FolderEntry& entry : entries) {
+            names.push_back(entry.name);
+        }
+        return names;
+    }
+
+    bool m_hasConverter = true;
+};
+
+TEST_F(Importing, EachFileJoinsTheListAsAStepOrSaysWhyNot) {
+    show();
+    const WindowDriver window = openImports();
+    EXPECT_TRUE(window.get(u"EmptyHeading").IsVisible());
+    addFiles(window, {"notes.avi", "stops.mov", "hall.mov"});
+    EXPECT_FALSE(window.get(u"EmptyHeading").IsVisible());
+    ASSERT_TRUE(waitFor(2, ImportState::done)) << "one failure does not stop the rest";
+    EXPECT_EQ(row(window, 0).accessibleName(),
+              u"notes.avi, Not converted: there is no picture in it.");
+    EXPECT_EQ(row(window, 1).accessibleName(),
+              u"stops.mov, 0:00.08, 64 × 48, Not converted: the converter stopped (3).");
+    EXPECT_TRUE(row(window, 2).accessibleName().starts_with(u"hall.mov, 0:00.08, 64 × 48, Done, "));
+    EXPECT_EQ(window.textOf(u"LabelImport"), u"1 of 3 done");
+    EXPECT_FALSE(window.get(u"ButtonImportStop").IsEnabled());
+    EXPECT_EQ(videos(), (Texts{u"first.ogv", u"other.ogv", u"hall.ogv"}));
+    EXPECT_EQ(sceneFiles(), (std::vector<std::string>{"first.ogv", "hall.ogv", "other.ogv"}));
+    window.click(window.getIn(row(window, 1), u"ButtonRowRemedy"));
+    EXPECT_EQ(window.textOf(u"LabelProblem"), u"out of order");
+    window.click(window.getIn(row(window, 0), u"ButtonRowEnd"));
+    EXPECT_EQ(imports().items().size(), 2U);
+    m_driver->click(u"ButtonUndo");
+    EXPECT_EQ(videos(), (Texts{u"first.ogv", u"other.ogv"}));
+
+    addFiles(window, {"hall.mov"});
+    ASSERT_TRUE(waitFor(2, ImportState::failed));
+    EXPECT_EQ(window.textOf(u"LabelImport"), u"1 of 3 done");
+    window.click(window.getIn(row(window, 2), u"ButtonRowRemedy"));
+    ASSERT_TRUE(waitFor(2, ImportState::done));
+    EXPECT_EQ(videos().back(), u"hall 2.ogv");
+    window.pick(u"ComboQuality", 0);
+    window.click(u"CheckKeepSound");
+    EXPECT_EQ(window.textOf(u"LabelQuality"), u"About 4 MB a minute, 640 × 352 at most");
+    EXPECT_EQ(m_services.editorSettings->getString("importQuality", {}), "small");
+    EXPECT_FALSE(m_services.editorSettings->getBool("importSound", true));
+}
+
+TEST_F(Importing, GoesOnWithoutTheWindowAndEndsWithTheProgram) {
+    show();
+    const WindowDriver window = openImports();
+    addFiles(window, {"hangs.mov", "hall.mov"});
+    ASSERT_TRUE(pumpUntil([&] { return imports().queue().percent() == 23; }));
+    EXPECT_FALSE(isVisible(u"PanelNotice")) << "the window says it";
+    window.press(Key::escape);
+    test::pump();
+    EXPECT_TRUE(isVisible(u"ButtonShowImport"));
+    EXPECT_EQ(m_driver->textOf(u"LabelStrip"), u"Importing hangs.mov: 46 %.");
+    m_driver->click(u"ButtonMenu");
+    m_driver->press(Key::escape);
+    m_driver->click(u"ButtonRemoveBranch"); // another offer, and then this one again
+    EXPECT_FALSE(isVisible(u"ButtonShowImport"));
+    m_driver->click(u"ButtonNoticeUndo");
+    EXPECT_TRUE(isVisible(u"ButtonShowImport"));
+
+    show(); // as after a visit to the zone editor
+    EXPECT_EQ(m_driver->textOf(u"LabelStrip"), u"Importing hangs.mov: 46 %.");
+    m_driver->click(u"ButtonShowImport");
+    const WindowDriver again = importWindow();
+    EXPECT_FALSE(isVisible(u"PanelNotice"));
+    again.click(again.getIn(row(again, 0), u"ButtonRowEnd"));
+    ASSERT_TRUE(waitFor(0, ImportState::cancelled));
+    ASSERT_TRUE(waitFor(1, ImportState::done)) << "the rest goes on";
+    addFiles(again, {"hangs.mov", "stops.mov"});
+    ASSERT_TRUE(waitFor(2, ImportState::converting));
+    m_driver.reset();
+    m_window.reset();
+    m_services.sceneImports.reset();
+    EXPECT_EQ(sceneFiles(), (std::vector<std::string>{"first.ogv", "hall.ogv", "other.ogv"}));
+}
+
+TEST_F(Importing, AFloodingConverterDoesNotHoldUpTheWindow) {
+    using Clock = std::chrono::steady_clock;
+    show();
+    imports().add(from({"floods.mov"}));
+    ASSERT_TRUE(waitFor(0, ImportState::converting));
+    Clock::duration longest{};
+    ASSERT_TRUE(pumpUntil([&, last = Clock::now()]() mutable {
+        const Clock::time_point now = Clock::now();
+        longest = std::max(longest, now - std::exchange(last, now));
+        return imports().items()[0].state == ImportState::failed;
+    }));
+    RecordProperty(
+        "longestPauseMs",
+        static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(longest).count()));
+    EXPECT_EQ(sceneFiles(), (std::vector<std::string>{"first.ogv", "other.ogv"}));
+}
+
+TEST_F(Importing, WithoutAConverterTheWindowAsksForOne) {
+    m_hasConverter = false;
+    imports().lookAgain();
+    show();
+    const WindowDriver window = openImports();
+    ASSERT_TRUE(pumpUntil([&] { return window.get(u"PaneMissing").IsVisible(); }));
+    EXPECT_FALSE(window.get(u"PaneImport").IsVisible());
+    test::input().dropFiles(window.native(), from({"hall.mov"}));
+    test::pump();
+    EXPECT_TRUE(imports().items().empty()) << "waits for a converter";
+    m_gui.dialog.answer = platform::OpenFilesResult{m_folder.path(), {"ffmpeg"}};
+    window.click(u"ButtonFindConverter");
+    EXPECT_EQ(m_services.editorSettings->getString(ui::kConverterKey, {}),
+              m_folder.path() + "ffmpeg");
+    ASSERT_TRUE(waitFor(0, ImportState::done));
+    EXPECT_TRUE(window.get(u"PaneImport").IsVisible());
+}
+
+TEST_F(Importing, DroppedFilesAreAddedImportedOrNamed) {
+    show();
+    writeBytes("from/plan.txt", "text");
+    writeBytes("from/film.MP4", "no clip yet");
+    test::input().dropFiles(m_driver->native(), from({"a.ogv", "film.MP4", "plan.txt", "."}));
+    const WindowDriver window = importWindow();
+    ASSERT_TRUE(waitFor(0, ImportState::failed)) << "what the converter makes of it is no clip";
+    EXPECT_EQ(imports().items()[0].source, from({"film.MP4"})[0]);
+    ASSERT_TRUE(pumpUntil([&] { return videos().size() == 3; }));
+    EXPECT_EQ(readBytes("Scenes/Fire/a.ogv"), readBytes("from/a.ogv"));
+    ASSERT_TRUE(pumpUntil([&] { return isVisible(u"LabelProblem"); }));
+    const std::u16string problem = m_driver->textOf(u"LabelProblem");
+    EXPECT_TRUE(problem.starts_with(u"Not added: ")) << core::storedText(problem);
+    EXPECT_NE(problem.find(u"is a folder: drop the videos in it. \"plan.txt\" is no video."),
+              std::u16string::npos)
+        << core::storedText(problem);
+    window.press(Key::escape);
+}
+
+TEST_F(Importing, AnAddedFileThatIsNoTheoraVideoCanBeImported) {
+    writeBytes("from/talk.ogg", "no pictures");
+    show();
+    m_gui.dialog.answer = platform::OpenFilesResult{m_folder.path() + "from/", {"talk.ogg"}};
+    m_driver->click(u"ButtonAddVideo");
+    ASSERT_TRUE(pumpUntil([&] { return isVisible(u"ButtonImportIt"); }));
+    EXPECT_EQ(core::storedText(m_driver->textOf(u"LabelStrip")),
+              "\"talk.ogg\" is not a Theora video and cannot be played.");
+    m_driver->click(u"ButtonImportIt");
+    (void)importWindow();
+    ASSERT_TRUE(pumpUntil([&] { return imports().items().size() == 1; }));
+    EXPECT_EQ(imports().items()[0].source, from({"talk.ogg"})[0]);
+}
+
+TEST_F(Importing, ConvertItHasAllBranchesShowTheNewClipAsOneStep) {
+    const support::Bytes slow = support::makeClip({.frames = 300, .keyframeDistance = 256});
+    writeBytes("Scenes/Fire/first.ogv", std::string(slow.begin(), slow.end()));
+    show();
+    m_driver->native().setGeometry(platform::Rect::at(0, 0, 1600, 700));
+    auto& findings = m_driver->get<toolkit::CListUI>(u"ListFindings");
+    int found = -1;
+    ASSERT_TRUE(pumpUntil([&] {
+        for (int i = 0; i < findings.GetCount(); ++i) {
+            const std::u16string name = findings.GetItemAt(i)->accessibleName();
+            found = name.find(u"first.ogv") != std::u16string::npos ? i : found;
+        }
+        return found >= 0;
+    }));
+    m_driver->click(*findings.GetItemAt(found));
+    ASSERT_TRUE(isVisible(u"ButtonConvertIt"));
+    m_driver->click(u"ButtonConvertIt");
+    EXPECT_FALSE(isVisible(u"ButtonConvertIt"));
+    ASSERT_TRUE(waitFor(0, ImportState::done));
+    EXPECT_EQ(session().video(0), "first 2.ogv");
+    EXPECT_EQ(session().video(1), "first 2.ogv");
+    EXPECT_EQ(session().video(2), "other.ogv");
+    EXPECT_TRUE(exists("Scenes/Fire/first.ogv")) << "the old file stays";
+    m_driver->click(u"ButtonUndo");
+    EXPECT_EQ(session().video(0), "first.ogv");
+    EXPECT_EQ(session().video(1), "first.ogv");
+    EXPECT_FALSE(isEnabled(u"ButtonUndo"));
+}
+
+} // namespace

@@ -1,0 +1,43 @@
+#include "ui/FileChoice.h"
+
+#include <string>
+
+#include "core/EditorSettings.h"
+#include "core/Paths.h"
+#include "core/Services.h"
+#include "platform/FileSystem.h"
+
+namespace ui {
+namespace {
+
+/// Brings the working directory back: a file dialog may leave another one behind.
+class KeptDirectory {
+public:
+    KeptDirectory() : m_folder(core::services().fileSystem->currentFolder()) {}
+    ~KeptDirectory() { core::services().fileSystem->setCurrentFolder(m_folder); }
+    KeptDirectory(const KeptDirectory&) = delete;
+    KeptDirectory& operator=(const KeptDirectory&) = delete;
+
+private:
+    std::string m_folder;
+};
+
+} // namespace
+
+std::optional<platform::OpenFilesResult> chooseFiles(platform::Gui& gui,
+                                                     core::EditorSettings* settings,
+                                                     std::string_view key,
+                                                     platform::OpenFilesRequest request) {
+    const KeptDirectory kept;
+    const std::string last = settings != nullptr ? settings->getString(key, {}) : std::string();
+    if (!last.empty() && core::isFolder(last)) {
+        request.initialFolder = last;
+    }
+    auto chosen = gui.fileDialog().openFiles(request);
+    if (chosen && settings != nullptr && chosen->folder != last) {
+        settings->set(key, chosen->folder);
+    }
+    return chosen;
+}
+
+} // namespace ui

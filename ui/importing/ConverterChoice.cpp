@@ -1,0 +1,25 @@
+#include "ui/importing/ConverterChoice.h"
+
+#include "app/state/SharedServices.h"
+#include "core/EditorSettings.h"
+#include "platform/FileDialog.h"
+#include "ui/FileChoice.h"
+#include "ui/importing/SceneImports.h"
+
+namespace ui {
+
+bool chooseConverter(const WindowContext& context, platform::NativeWindow* owner,
+                     Companions& beside) {
+    platform::OpenFilesRequest request;
+    request.owner = owner;
+    request.title = "Choose the Converter";
+    request.filterName = "ffmpeg";
+    request.filterPatterns = "ffmpeg;ffmpeg.exe";
+    const auto& settings = context.services.editorSettings;
+    const Companions::Pause pause(beside);
+    const auto chosen = chooseFiles(context.gui, settings.get(), "converterFolder", request);
+    return chosen && settings &&
+           settings->set(kConverterKey, chosen->folder + chosen->names.front());
+}
+
+} // namespace ui
