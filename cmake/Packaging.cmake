@@ -9,6 +9,13 @@ if(WIN32)
   install(TARGETS Quorvel quorvel-inspect RUNTIME DESTINATION ${editor_folder})
   install(DIRECTORY data/UI demo/Scenes "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Manual" DESTINATION ${editor_folder})
   install(FILES data/Translations.ini DESTINATION ${editor_folder})
+  # The prefix that tools/win-converter fills: programs that import videos, beside the editor.
+  set(WIN_CONVERTER "" CACHE PATH "prefix of the converter for Windows packages; empty: none is packaged")
+  if(WIN_CONVERTER)
+    install(PROGRAMS "${WIN_CONVERTER}/ffmpeg.exe" "${WIN_CONVERTER}/ffprobe.exe"
+      DESTINATION ${editor_folder})
+    install(DIRECTORY "${WIN_CONVERTER}/Licences" DESTINATION ${editor_folder})
+  endif()
   install(FILES packaging/Settings.ini DESTINATION Settings)
   install(FILES CHANGELOG.md DESTINATION . RENAME CHANGELOG.txt)
   install(FILES packaging/README.txt DESTINATION .)
@@ -78,6 +85,6 @@ set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The skin names this font; Qt's plugin for X comes with its library.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS fonts-dejavu-core)
-# Opens manual and scenes from the desktop's menu.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS xdg-utils)
+# The converter of Import Video; what opens manual and scenes from the desktop's menu.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ffmpeg, xdg-utils")
 include(CPack)

@@ -265,10 +265,25 @@ class Windows(PackageTest):
         scene = self.wine("quorvel-inspect.exe", "scene", "Scenes/Fire Drill Level 1", cwd=editor)
         self.assertIn('"branches"', scene)
 
+    def assert_imports(self, editor):
+        """What phones film becomes a clip of a scene, by the converter that came along."""
+        film = os.path.join(self.place, "a film.mp4")
+        run("ffmpeg", "-v", "error", "-f", "lavfi", "-i", "testsrc2=size=320x180:rate=25:duration=1",
+            "-f", "lavfi", "-i", "sine=duration=1", "-c:v", "libx264", "-c:a", "aac", film)
+        into = os.path.join(self.place, "imported")
+        os.mkdir(into)
+        self.wine("quorvel-inspect.exe", "import", "Z:" + film, "--into", "Z:" + into, cwd=editor)
+        clip = self.wine("quorvel-inspect.exe", "video", "Z:" + os.path.join(into, "a film.ogv"), cwd=editor)
+        self.assertIn('"frames": 25', clip)
+        self.assertEqual(os.listdir(into), ["a film.ogv"])
+        self.assertTrue(os.path.exists(os.path.join(editor, "Licences", "ffmpeg-LGPL-2.1.txt")))
+        self.package("Quorvel-*-converter-sources.zip")
+
     def test_zip(self):
         run("cmake", "-E", "tar", "xf", self.package("Quorvel-*-windows.zip"), cwd=self.place)
         editor = os.path.join(self.place, f"Quorvel-{VERSION}", "Programs", "Quorvel")
         self.assert_inspects(editor)
+        self.assert_imports(editor)
         process = self.start("Quorvel.exe", cwd=editor)
         exit_by_click(process)
         self.assertEqual(process.wait(timeout=LONGEST_WAIT), 0)
