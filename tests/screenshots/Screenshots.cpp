@@ -279,18 +279,14 @@ private:
              .facts = imports::SourceFacts{20, {1280, 720}, true}},
             {.source = "notes.avi",
              .state = ImportState::failed,
-             .failure = {imports::Failure::noPicture}},
-            {.source = "lobby.mov",
-             .state = ImportState::failed,
-             .facts = full,
-             .failure = {imports::Failure::nameTaken, 0, "lobby"}}};
+             .failure = {imports::Failure::noPicture}}};
         for (const imports::ImportItem& film : films) {
             list.Add(ui::makeImportRow(film));
         }
         for (const std::u16string_view name : {u"EmptyHeading", u"EmptyLine"}) {
             driver.get(name).SetVisible(false);
         }
-        driver.get(u"LabelImport").SetText(u"1 of 5 done");
+        driver.get(u"LabelImport").SetText(u"1 of 4 done");
         driver.get<toolkit::CProgressUI>(u"ProgressImport").SetPercent(38);
         driver.get(u"ButtonImportStop").SetEnabled(true);
         shoot("ImportVideo", *window);

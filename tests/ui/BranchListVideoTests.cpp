@@ -10,6 +10,8 @@
 #include "core/EditorSettings.h"
 #include "core/Text.h"
 #include "jobs/VideoImport.h"
+#include "platform/Geometry.h"
+#include "platform/Window.h"
 #include "stills/StillService.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FaultyFileSystem.h"
@@ -78,6 +80,8 @@ protected:
 TEST_F(BranchVideos, EachVideoIsListedOnceAndABranchWithoutKeepsWhatIsShown) {
     makeScene({"1", "2", "3", "4", "5"}, {"b.ogv", "a.ogv", "", "A.ogv", "a.ogv"});
     show();
+    m_driver->native().setGeometry(platform::Rect::at(0, 0, 884, 712)); // room for the hint
+    test::pump();
     EXPECT_EQ(listed(), (Texts{u"b.ogv", u"a.ogv", u"", u"A.ogv"}));
     for (const auto& [branch, shown] : {std::pair{0, u"b.ogv"}, {3, u"A.ogv"}, {2, u"A.ogv"}}) {
         m_driver->pick(u"ComboBranchName", branch);

@@ -88,7 +88,7 @@ Control& part(CControlUI& row, std::u16string_view name) {
 /// The sign and the lines behind it: in the column of states, or from that of the facts on.
 void placeState(CControlUI& row, bool isWide, bool hasRemedy, bool hasSign, bool isTwoLines) {
     const std::u16string left = isWide ? u"295" : hasSign ? u"445" : u"423";
-    const std::u16string width = hasRemedy ? u"204" : isWide ? u"312" : hasSign ? u"164" : u"184";
+    const std::u16string width = hasRemedy ? u"190" : isWide ? u"312" : hasSign ? u"164" : u"184";
     place(part(row, kSign), isWide ? u"273,12,16,16" : u"423,12,16,16");
     place(part(row, kFirst),
           left + (isTwoLines ? u",5," : u",0,") + width + (isTwoLines ? u",15" : u",39"));
@@ -113,11 +113,11 @@ std::unique_ptr<CControlUI> makeImportRow(const ImportItem& item) {
     add<CControlUI>(*row, kSign, u"423,12,16,16");
     addLabel(*row, kFirst, u"445,0,164,39", kSmallFont);
     addLabel(*row, kSecond, u"445,19,164,15", kSmallFont);
-    auto& bar = add<toolkit::CProgressUI>(*row, kBar, u"423,26,180,5");
+    auto& bar = add<toolkit::CProgressUI>(*row, kBar, u"423,26,170,5");
     bar.SetAttribute(u"trackcolor", u"#FFDDE4EB");
     bar.SetAttribute(u"barcolor", u"#FF1D63AD");
     bar.SetLabel(u"Progress");
-    addButton(*row, kRowRemedy, u"503,7,104,25", false);
+    addButton(*row, kRowRemedy, u"503,7,104,25", false).SetAttribute(u"anchor", u"top,right");
     auto& end = addButton(*row, kRowEnd, u"611,7,28,25", true);
     end.SetAttribute(u"anchor", u"top,right");
     showImport(*row, item);
