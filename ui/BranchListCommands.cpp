@@ -164,7 +164,6 @@ void BranchList::bindHistory() {
     commands().bind(command::kNoticeUndo, [&strip] { strip.answer(kNoticeUndoButton); });
     commands().bind(command::kRetarget, [&strip] { strip.answer(kRetargetButton); });
     for (const auto& [id, button] : {std::pair{command::kShowImport, kShowImportButton},
-                                     {command::kImportIt, kImportButton},
                                      {command::kConvertIt, kConvertButton}}) {
         commands().bind(id, [&strip, button = button] { strip.answer(button); });
     }

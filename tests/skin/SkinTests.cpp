@@ -21,6 +21,7 @@
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/ConfirmationCommands.h"
 #include "ui/commands/EarlierVersionsCommands.h"
+#include "ui/commands/ImportCommands.h"
 #include "ui/commands/KeysCommands.h"
 #include "ui/commands/SettingsCommands.h"
 #include "ui/commands/StartCommands.h"
@@ -78,8 +79,8 @@ private:
     void collect(toolkit::CControlUI& control) {
         for (int i = 0; i < control.childCount(); ++i) {
             toolkit::CControlUI& child = *control.childAt(i);
-            if (child.GetName() == u"PaneLeft") {
-                continue; // has no room beside the column at the layout's own size
+            if (child.GetName() == u"PaneLeft" || child.GetName() == u"PaneMissing") {
+                continue; // has no room beside the others at the layout's own size
             }
             if (child.isFocusable() && child.GetClass() != u"List") {
                 m_controls.push_back(&child);
@@ -220,8 +221,13 @@ const Layout kLayouts[] = {
      "ButtonExit",
      ui::kOpenSceneCommands},
     {"Keys", "EditFindKey ButtonKeysCopy ButtonManual ButtonKeysClose", ui::kKeysCommands},
-    {"Settings", "ComboScale CheckKeepDrafts CheckKeepBackups ButtonSettingsClose",
+    {"Settings",
+     "ComboScale EditConverter ButtonFindConverter CheckKeepDrafts CheckKeepBackups "
+     "ButtonSettingsClose",
      ui::kSettingsCommands},
+    {"ImportVideo",
+     "ButtonImportAdd ListImports ComboQuality CheckKeepSound ButtonImportStop ButtonImportClose",
+     ui::kImportCommands},
     {"NewScene",
      "EditSceneName OptionTemplateEmpty OptionTemplateLinear OptionTemplateQuiz EditTemplateCount "
      "ButtonCreate ButtonBack",
@@ -234,10 +240,10 @@ const Layout kLayouts[] = {
      "EditBranchName "
      "CheckFirst ButtonBranchUp ButtonBranchDown ButtonDuplicateBranch ButtonRemoveBranch "
      "ButtonLeadsHere LabelLeadsHere ComboVideoName ButtonAddVideo ButtonEditBranchZones "
-     "ButtonEditZones "
+     "ButtonEditZones ButtonImportVideo "
      "ButtonActionUp ButtonActionDown ButtonDuplicateAction ButtonAddAction "
      "ButtonRemoveAction BranchList ButtonNoticeUndo ButtonRetarget ButtonFix ButtonFixOther "
-     "ButtonCloseNotice",
+     "ButtonShowImport ButtonConvertIt ButtonCloseNotice",
      ui::kBranchEditorCommands},
     {"ZoneEdit", kZoneEditOrder, ui::kZoneEditorCommands},
     {"ZoneEditSmall", kZoneEditOrder, ui::kZoneEditorCommands},

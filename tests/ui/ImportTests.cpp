@@ -236,10 +236,11 @@ TEST_F(Importing, AnAddedFileThatIsNoTheoraVideoCanBeImported) {
     show();
     m_gui.dialog.answer = platform::OpenFilesResult{m_folder.path() + "from/", {"talk.ogg"}};
     m_driver->click(u"ButtonAddVideo");
-    ASSERT_TRUE(pumpUntil([&] { return isVisible(u"ButtonImportIt"); }));
+    ASSERT_TRUE(pumpUntil([&] { return isVisible(u"ButtonConvertIt"); }));
     EXPECT_EQ(core::storedText(m_driver->textOf(u"LabelStrip")),
               "\"talk.ogg\" is not a Theora video and cannot be played.");
-    m_driver->click(u"ButtonImportIt");
+    EXPECT_EQ(m_driver->textOf(u"ButtonConvertIt"), u"Import");
+    m_driver->click(u"ButtonConvertIt");
     (void)importWindow();
     ASSERT_TRUE(pumpUntil([&] { return imports().items().size() == 1; }));
     EXPECT_EQ(imports().items()[0].source, from({"talk.ogg"})[0]);
@@ -249,7 +250,7 @@ TEST_F(Importing, ConvertItHasAllBranchesShowTheNewClipAsOneStep) {
     writeBytes("Scenes/Fire/first.ogv", "damaged");
     writeBytes("Scenes/Fire/good.ogv", m_clip); // what the converter makes of it
     show();
-    m_driver->native().setGeometry(platform::Rect::at(0, 0, 1600, 700));
+    m_driver->native().setGeometry(platform::Rect::at(0, 0, 1600, 760));
     test::pump();
     auto& findings = m_driver->get<toolkit::CListUI>(u"ListFindings");
     int found = -1;

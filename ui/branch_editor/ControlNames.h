@@ -56,7 +56,6 @@ inline constexpr std::u16string_view kRetargetButton = u"ButtonRetarget";
 inline constexpr std::u16string_view kFixButton = u"ButtonFix";
 inline constexpr std::u16string_view kFixOtherButton = u"ButtonFixOther";
 inline constexpr std::u16string_view kShowImportButton = u"ButtonShowImport";
-inline constexpr std::u16string_view kImportButton = u"ButtonImportIt";
 inline constexpr std::u16string_view kConvertButton = u"ButtonConvertIt";
 inline constexpr std::u16string_view kNoteSign = u"SignNote";
 inline constexpr std::u16string_view kCloseNoticeButton = u"ButtonCloseNotice";

@@ -172,8 +172,8 @@ void ImportPresenter::offerImport(const std::u16string& problem,
                                   const std::vector<std::string>& paths) {
     if (m_imports != nullptr && !paths.empty()) {
         m_parts.strip.offer(StripOffer{[problem] { return problem; },
-                                       {{kImportButton, [this, paths] { import(paths); }}},
-                                       {},
+                                       {{kConvertButton, [this, paths] { import(paths); }}},
+                                       u"Import",
                                        {},
                                        true,
                                        true});
@@ -199,7 +199,7 @@ bool ImportPresenter::offerRemedy(const check::Finding& finding) {
             m_parts.openWindow();
         }
     };
-    m_parts.strip.offer(StripOffer{text, {{kConvertButton, convert}}, {}, {}, true});
+    m_parts.strip.offer(StripOffer{text, {{kConvertButton, convert}}, u"Convert It", {}, true});
     return true;
 }
 

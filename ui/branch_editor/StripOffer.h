@@ -21,7 +21,7 @@ struct StripOffer {
     std::function<std::u16string()> text;
     /// The buttons to show, of those in the strip, and what each does.
     std::vector<std::pair<std::u16string_view, std::function<void()>>> answers;
-    /// What the button for mending it says, if that is kFixButton.
+    /// What the first of the buttons says; empty: as in the layout.
     std::u16string fix{};
     /// Makes the offer that comes when this one is over, however it ends; empty for none.
     std::function<StripOffer()> next{};

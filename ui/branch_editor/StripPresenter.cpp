@@ -199,9 +199,8 @@ void StripPresenter::showOffer(bool hasRoom) {
             label->announce(false);
         }
     }
-    for (const std::u16string_view button :
-         {kNoticeUndoButton, kRetargetButton, kFixButton, kFixOtherButton, kShowImportButton,
-          kImportButton, kConvertButton}) {
+    for (const std::u16string_view button : {kNoticeUndoButton, kRetargetButton, kFixButton,
+                                             kFixOtherButton, kShowImportButton, kConvertButton}) {
         m_controls.setVisible(button, offers(button));
     }
     if (offer != nullptr) {
@@ -219,7 +218,7 @@ void StripPresenter::showOffer(bool hasRoom) {
 
 void StripPresenter::styleOffer(const StripOffer& offer) {
     if (!offer.fix.empty()) {
-        m_controls.setText(kFixButton, offer.fix);
+        m_controls.setText(offer.answers.front().first, offer.fix);
     }
     const NoticeLook& look = offer.isFault ? kErrorLook : kNoteLook;
     if (std::exchange(m_look, &look) != &look) {

@@ -34,7 +34,6 @@ inline constexpr std::string_view kFix = "fix";
 inline constexpr std::string_view kFixOther = "fixOther";
 inline constexpr std::string_view kImportVideo = "importVideo";
 inline constexpr std::string_view kShowImport = "showImport";
-inline constexpr std::string_view kImportIt = "importIt";
 inline constexpr std::string_view kConvertIt = "convertIt";
 inline constexpr std::string_view kOpenAnother = "openAnother";
 } // namespace command
@@ -143,12 +142,7 @@ inline constexpr Command kBranchEditorCommands[] = {
      u"ButtonFixOther",
      u"Choose where the action leads"},
     {command::kShowImport, {}, u"Show", u"ButtonShowImport", u"Show the files being imported"},
-    {command::kImportIt, {}, u"Import", u"ButtonImportIt", u"Convert it to an Ogg video"},
-    {command::kConvertIt,
-     {},
-     u"Convert It",
-     u"ButtonConvertIt",
-     u"Make a new video of it and have all branches show that"},
+    {command::kConvertIt, {}, u"Convert It", u"ButtonConvertIt", u"Make an Ogg video of it"},
     {command::kRetarget,
      {},
      u"Update Them",
