@@ -77,15 +77,22 @@ void ImportQueue::cancel(int id) {
     if (item != nullptr && item->state == ImportState::converting) {
         m_converting.cancel(); // its end says that it is cancelled
     } else if (item != nullptr && item->state == ImportState::waiting) {
-        item->state = ImportState::cancelled;
+        stopWaiting(*item);
         changed();
+    }
+}
+
+void ImportQueue::stopWaiting(ImportItem& item) {
+    item.state = ImportState::cancelled;
+    if (item.id == m_lookedAt) {
+        m_looking.cancel(); // else a probe that hangs would hold up the others
     }
 }
 
 void ImportQueue::cancelAll() {
     for (ImportItem& item : m_items) {
         if (item.state == ImportState::waiting) {
-            item.state = ImportState::cancelled;
+            stopWaiting(item);
         }
     }
     m_converting.cancel();
@@ -175,6 +182,7 @@ std::shared_ptr<ImportTask> ImportQueue::taskFor(const ImportItem& item) const {
 
 void ImportQueue::look(ImportItem& item) {
     const auto task = taskFor(item);
+    m_lookedAt = item.id;
     m_looking.start(
         [task, &files = m_files](jobs::BackgroundJob::Control& control) {
             task->look = lookAt(files, task->request, [&control] { return control.isCancelled(); });
@@ -184,6 +192,7 @@ void ImportQueue::look(ImportItem& item) {
 
 void ImportQueue::takeLook(const ImportTask& task, bool isWhole) {
     ImportItem* const item = itemOf(task.id);
+    m_lookedAt = 0;
     if (item != nullptr && item->state == ImportState::waiting) {
         if (isWhole && task.look.source) {
             item->facts = factsOf(*task.look.source);

@@ -78,6 +78,7 @@ private:
     [[nodiscard]] ImportItem* itemOf(int id);
     int append(ImportItem item);
     void retry(int id, Failure after, bool Order::*choice);
+    void stopWaiting(ImportItem& item);
     void startNext();
     [[nodiscard]] std::shared_ptr<ImportTask> taskFor(const ImportItem& item) const;
     void look(ImportItem& item);
@@ -94,6 +95,7 @@ private:
     std::vector<ImportItem> m_items;
     std::vector<Order> m_orders; ///< one for each item
     int m_lastId = 0;
+    int m_lookedAt = 0;                 ///< 0 for none
     std::shared_ptr<ImportTask> m_task; ///< the one that converts
     jobs::BackgroundJob m_looking;
     jobs::BackgroundJob m_converting; ///< last: it uses all of the above

@@ -153,6 +153,12 @@ TEST_F(ImportTest, CancellingEndsTheConverterAndForgetsTheRest) {
     while (m_queue->find(again)->percent == 0) {
         m_loop.processEvents(true);
     }
+    const int unknown = m_queue->add(source("probe hangs.mp4"));
+    const int next = m_queue->add(source("lobby.mp4"));
+    m_queue->cancel(unknown);
+    while (!m_queue->find(next)->facts) {
+        m_loop.processEvents(true);
+    }
     m_queue.reset(); // as the program ends
     EXPECT_EQ(filesBelow("Scene"), Names{});
 }
