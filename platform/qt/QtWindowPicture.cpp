@@ -61,17 +61,21 @@ void QtWindowPicture::resizeBack() {
 }
 
 void QtWindowPicture::paintDirty() {
+    present(paintBack());
+}
+
+QRegion QtWindowPicture::paintBack() {
     m_paintRequested = false;
+    QRegion region;
     if (m_window.isClosing()) {
-        return;
+        return region;
     }
     resizeBack();
-    QRegion region;
     for (const Rect& rect : m_dirty.take()) {
         paintRect(rect);
         region += toQt(m_scale.rect(rect));
     }
-    present(region);
+    return region;
 }
 
 void QtWindowPicture::paintRect(const Rect& rect) {
@@ -81,7 +85,7 @@ void QtWindowPicture::paintRect(const Rect& rect) {
 
 void QtWindowPicture::showAll() {
     if (isOnScreen()) {
-        paintDirty();
+        paintBack();
         present(QRect(0, 0, m_back.size().width, m_back.size().height));
     }
 }

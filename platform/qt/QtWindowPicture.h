@@ -35,6 +35,8 @@ private:
     [[nodiscard]] bool isOnScreen() const;
     void requestPaint();
     void resizeBack();
+    /// What was dirty, and where that is in pixels of the screen.
+    QRegion paintBack();
     void paintRect(const Rect& rect);
     /// In pixels of the screen.
     void present(const QRegion& region);
