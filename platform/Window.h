@@ -75,13 +75,10 @@ public:
     /// The work area of the monitor that holds `point`, both in the same pixels.
     [[nodiscard]] virtual Rect workArea(Point point) const = 0;
     /// How many pixels of the screen one layout pixel is wide: the scale of its monitor by the
-    /// system, times WindowHost::zoom(), times the window's own fit. Popups have that of their
-    /// owner. When it changes, the window keeps its layout size as far as the work area allows.
+    /// system, times WindowHost::zoom(); less where the work area has no room for the window's
+    /// least size. Popups have that of their owner. When it changes, the window keeps its layout
+    /// size as far as the work area allows.
     [[nodiscard]] virtual double scale() const = 0;
-    /// Makes the window smaller than the others where its least size would not fit the screen;
-    /// above 0, 1 at first.
-    virtual void setFit(double fit) = 0;
-    [[nodiscard]] virtual double fit() const = 0;
     /// A hidden window can be maximised, from when it is shown. A window of a fixed size cannot.
     virtual void setState(WindowState state) = 0;
     [[nodiscard]] virtual WindowState state() const = 0;

@@ -165,7 +165,7 @@ bool EditorWindow::runScreen(std::u16string_view title) {
     if (!Create(nullptr, std::u16string(title), kScreenStyle, kScreenExtendedStyle)) {
         return false;
     }
-    m_place.emplace(m_context.gui.windows(), m_context.services.editorSettings.get(), layoutName());
+    m_place.emplace(m_context.services.editorSettings.get(), layoutName());
     m_place->apply(*GetNative(), leastSize());
     runLoop();
     return true;

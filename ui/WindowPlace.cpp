@@ -59,11 +59,11 @@ std::optional<WindowPlace::Place> WindowPlace::remembered() const {
     return Place{Rect::at(left, top, std::max(width, 1), std::max(height, 1)), text == kMaximized};
 }
 
-bool WindowPlace::isInReach(const Rect& place) const {
+bool WindowPlace::isInReach(const platform::NativeWindow& window, const Rect& place) {
     const Rect caption = Rect::at(place.left, place.top, place.width(), kCaptionHeight);
     const auto isSeenAt = [&](int x) {
         const Rect seen =
-            caption.intersected(m_host.workArea({x, caption.top + kCaptionHeight / 2}));
+            caption.intersected(window.workArea({x, caption.top + kCaptionHeight / 2}));
         return seen.width() >= kReach && seen.height() >= kCaptionHeight / 2;
     };
     return isSeenAt(caption.left) || isSeenAt(caption.left + caption.width() / 2) ||
@@ -77,10 +77,10 @@ void WindowPlace::apply(platform::NativeWindow& window, Size least) const {
     if (place && !isSizable) {
         place->normal = Rect::at(place->normal.left, place->normal.top, now.width(), now.height());
     }
-    const bool isUsed = place && isInReach(place->normal);
+    const bool isUsed = place && isInReach(window, place->normal);
     if (isSizable) {
         Rect sized = isUsed ? place->normal : now;
-        const Rect area = m_host.workArea(sized.topLeft());
+        const Rect area = window.workArea(sized.topLeft());
         const auto limited = [](int side, int lowest, int most) {
             return std::max(std::min(side, most), lowest);
         };

@@ -12,16 +12,15 @@ class EditorSettings;
 }
 namespace platform {
 class NativeWindow;
-class WindowHost;
-} // namespace platform
+}
 
 namespace ui {
 
 class WindowPlace {
 public:
-    /// Both outlive it; without settings nothing is remembered. `name` tells the windows apart.
-    WindowPlace(platform::WindowHost& host, core::EditorSettings* settings, const std::string& name)
-        : m_host(host), m_settings(settings), m_key("place." + name) {}
+    /// The settings outlive it; without them nothing is remembered. `name` tells the windows apart.
+    WindowPlace(core::EditorSettings* settings, const std::string& name)
+        : m_settings(settings), m_key("place." + name) {}
 
     /// Puts the window, not shown yet, into its place. `least` is its least size, empty for a
     /// window of a fixed size; others get no larger than the screen.
@@ -39,10 +38,10 @@ private:
     };
     [[nodiscard]] static Place placeOf(const platform::NativeWindow& window);
     [[nodiscard]] std::optional<Place> remembered() const;
-    /// Whether enough of the caption of a window at `place` is on a screen.
-    [[nodiscard]] bool isInReach(const platform::Rect& place) const;
+    /// Whether enough of the caption of the window at `place` is on a screen.
+    [[nodiscard]] static bool isInReach(const platform::NativeWindow& window,
+                                        const platform::Rect& place);
 
-    platform::WindowHost& m_host;
     core::EditorSettings* m_settings;
     std::string m_key;
     std::optional<Place> m_opened;

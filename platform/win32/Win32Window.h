@@ -40,8 +40,6 @@ public:
     [[nodiscard]] Rect geometry() const override;
     [[nodiscard]] Rect workArea(Point point) const override;
     [[nodiscard]] double scale() const override;
-    void setFit(double fit) override { m_fit = fit; }
-    [[nodiscard]] double fit() const override { return m_fit; }
     void setState(WindowState state) override;
     [[nodiscard]] WindowState state() const override;
     [[nodiscard]] Rect normalGeometry() const override;

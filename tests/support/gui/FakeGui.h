@@ -66,8 +66,6 @@ public:
     [[nodiscard]] platform::Rect geometry() const override { return m_geometry; }
     [[nodiscard]] platform::Rect workArea(platform::Point /*point*/) const override { return {}; }
     [[nodiscard]] double scale() const override { return 1; }
-    void setFit(double /*fit*/) override {}
-    [[nodiscard]] double fit() const override { return 1; }
     void setState(platform::WindowState /*state*/) override {}
     [[nodiscard]] platform::WindowState state() const override { return {}; }
     [[nodiscard]] platform::Rect normalGeometry() const override { return m_geometry; }
