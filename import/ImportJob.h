@@ -2,7 +2,8 @@
 // lies under a temporary name until it is known to be good; whatever happens, nothing else stays.
 #pragma once
 
-#include <cstddef>
+#include <chrono>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>

@@ -1,7 +1,6 @@
 // What an import is asked for and what becomes of it, as values that windows and tools show.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
