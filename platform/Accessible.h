@@ -27,6 +27,7 @@ enum class AccessibleRole {
     picture,
     separator, ///< between two areas, which it sizes
     progressBar,
+    slider,
 };
 
 struct AccessibleState {

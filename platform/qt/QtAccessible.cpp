@@ -49,6 +49,8 @@ QAccessible::Role roleOf(AccessibleRole role) {
         return QAccessible::Splitter;
     case AccessibleRole::progressBar:
         return QAccessible::ProgressBar;
+    case AccessibleRole::slider:
+        return QAccessible::Slider;
     }
     return QAccessible::Client;
 }

@@ -40,6 +40,8 @@ long msaaRole(AccessibleRole role) {
         return ROLE_SYSTEM_SEPARATOR;
     case AccessibleRole::progressBar:
         return ROLE_SYSTEM_PROGRESSBAR;
+    case AccessibleRole::slider:
+        return ROLE_SYSTEM_SLIDER;
     }
     return ROLE_SYSTEM_CLIENT;
 }

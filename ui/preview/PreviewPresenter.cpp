@@ -1,0 +1,397 @@
+#include "ui/preview/PreviewPresenter.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "core/EditorSettings.h"
+#include "core/Services.h"
+#include "core/Text.h"
+#include "player/Clip.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/CListContainerElementUI.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/COptionUI.h"
+#include "ui/branch_editor/ClipCard.h"
+#include "ui/preview/PreviewNames.h"
+#include "ui/preview/PreviewSlider.h"
+#include "ui/preview/PreviewTexts.h"
+
+namespace ui {
+
+using namespace branch_list;
+
+namespace {
+
+constexpr int kRowHeight = 44;
+constexpr const char* kSoundKey = "previewSound";
+constexpr const char* kZonesKey = "previewZones";
+constexpr std::u16string_view kNoDevice = u"No sound device: playing silently.";
+
+} // namespace
+
+PreviewPresenter::PreviewPresenter(Controls controls, scene::SceneSession& session,
+                                   const std::string& folder, platform::Gui& gui,
+                                   core::EditorSettings* settings, Listener& listener)
+    : m_controls(controls), m_session(session), m_folder(folder), m_gui(gui), m_settings(settings),
+      m_listener(listener), m_subscription(session.observe([this](const auto&) { changed(); })) {
+    if (auto* sound = m_controls.find<toolkit::COptionUI>(kPreviewSound)) {
+        sound->Selected(settings == nullptr || settings->getBool(kSoundKey, true));
+    }
+    if (auto* zones = m_controls.find<toolkit::COptionUI>(kPreviewZones)) {
+        zones->Selected(settings != nullptr && settings->getBool(kZonesKey, false));
+    }
+    if (auto* slider = m_controls.find<PreviewSlider>(kPreviewSlider)) {
+        slider->setListener([this](int place) {
+            if (m_preview) {
+                m_preview->seek(place);
+            }
+        });
+    }
+}
+
+PreviewPresenter::~PreviewPresenter() {
+    if (auto* slider = m_controls.find<PreviewSlider>(kPreviewSlider)) {
+        slider->setListener({});
+    }
+    stop();
+}
+
+VideoPreview* PreviewPresenter::picture() const {
+    return m_controls.find<VideoPreview>(kVideoPreview);
+}
+
+bool PreviewPresenter::isOn(std::u16string_view option) const {
+    const auto* control = m_controls.find<toolkit::COptionUI>(option);
+    return control != nullptr && control->IsSelected();
+}
+
+void PreviewPresenter::open() {
+    stop();
+    platform::Clock& clock = *core::services().clock;
+    m_story = std::make_unique<playback::SceneStory>(m_session);
+    const auto seed = static_cast<std::uint32_t>(clock.ticks());
+    m_preview = std::make_unique<playback::Preview>(playback::Preview::Setup{
+        m_story->story(), m_folder, *core::services().fileSystem, clock, m_gui.sound(), seed});
+    m_preview->setAudible(isOn(kPreviewSound));
+    if (VideoPreview* view = picture()) {
+        view->setListener(this);
+        view->run(true);
+    }
+}
+
+void PreviewPresenter::playFirst() {
+    open();
+    m_preview->startAt(m_session.firstBranch());
+    tick();
+    m_controls.setFocus(kVideoPreview);
+}
+
+void PreviewPresenter::playBranch(int branch) {
+    open();
+    m_preview->startAt(branch);
+    tick();
+    m_controls.setFocus(kVideoPreview);
+}
+
+void PreviewPresenter::stop() {
+    if (VideoPreview* view = picture()) {
+        view->run(false);
+        view->setListener(nullptr);
+        view->showNothing();
+    }
+    m_preview.reset();
+    m_story.reset();
+    m_hasNotedSilence = false;
+    m_duration = m_seconds = 0.0;
+    m_choices.clear();
+    fill(kPreviewChoices, m_choiceRows, {});
+    fill(kPreviewPath, m_pathRows, {});
+    m_controls.setText(kPreviewTime, {});
+    if (auto* slider = m_controls.find<PreviewSlider>(kPreviewSlider)) {
+        slider->show(0, 0);
+    }
+}
+
+bool PreviewPresenter::isPlaying() const {
+    return m_preview && m_preview->player().state() == player::Player::State::playing;
+}
+
+bool PreviewPresenter::canGoBack() const {
+    return m_preview && m_preview->player().path().size() > 1;
+}
+
+void PreviewPresenter::restart() {
+    m_preview->restart();
+    tick();
+}
+
+void PreviewPresenter::back() {
+    if (m_preview->back()) {
+        tick();
+    }
+}
+
+void PreviewPresenter::togglePause() {
+    m_preview->setPaused(!m_preview->transport().isPaused());
+    showPause();
+}
+
+void PreviewPresenter::pause() {
+    if (m_preview && !m_preview->transport().isPaused()) {
+        togglePause();
+    }
+}
+
+void PreviewPresenter::setSpeed(double speed) {
+    m_preview->setSpeed(speed);
+    m_shownFrame = -1;
+}
+
+void PreviewPresenter::copyPath() const {
+    m_gui.windows().setClipboardText(pathText(m_preview->player()));
+}
+
+void PreviewPresenter::takeSwitches() {
+    if (m_settings != nullptr) {
+        m_settings->set(kSoundKey, isOn(kPreviewSound) ? "true" : "false");
+        m_settings->set(kZonesKey, isOn(kPreviewZones) ? "true" : "false");
+    }
+    if (auto* sound = m_controls.find(kPreviewSound)) {
+        sound->SetIcon(isOn(kPreviewSound) ? u"Sound" : u"Mute");
+    }
+    if (m_preview) {
+        m_preview->setAudible(isOn(kPreviewSound));
+        showOutlines();
+    }
+}
+
+void PreviewPresenter::takeChoice() {
+    const auto* list = m_controls.find<toolkit::CListUI>(kPreviewChoices);
+    const int row = list != nullptr ? list->GetCurSel() : -1;
+    if (m_preview && row >= 0 && static_cast<std::size_t>(row) < m_choices.size() &&
+        m_preview->choose(m_choices[static_cast<std::size_t>(row)].action)) {
+        tick();
+        showChoices();
+    }
+}
+
+int PreviewPresenter::selectedBranch() const {
+    const auto* list = m_controls.find<toolkit::CListUI>(kPreviewPath);
+    const int row = list != nullptr && m_preview ? list->GetCurSel() : -1;
+    const auto& path = m_preview ? m_preview->player().path() : std::vector<player::Step>();
+    return row >= 0 && static_cast<std::size_t>(row) < path.size()
+               ? path[static_cast<std::size_t>(row)].branch
+               : -1;
+}
+
+void PreviewPresenter::changed() {
+    if (m_preview) {
+        auto story = std::make_unique<playback::SceneStory>(m_session);
+        m_preview->replaceStory(story->story(), m_story->movedTo(m_session));
+        m_story = std::move(story);
+        showAll();
+    }
+}
+
+void PreviewPresenter::clicked(platform::Point pixel) {
+    if (m_preview && m_preview->click(pixel)) {
+        tick();
+        showChoices();
+    }
+}
+
+void PreviewPresenter::typed(char letter) {
+    if (m_preview && m_preview->press(std::string_view(&letter, 1))) {
+        tick();
+        showChoices();
+    }
+}
+
+void PreviewPresenter::tick() {
+    VideoPreview* view = picture();
+    if (!m_preview || view == nullptr) {
+        return;
+    }
+    const bool hasChanged =
+        m_preview->tick([view](const std::uint8_t* pixels, platform::Size size) {
+            view->showPicture(pixels, size);
+        });
+    if (!std::exchange(m_hasNotedSilence, m_preview->transport().lacksDevice()) &&
+        m_hasNotedSilence) {
+        m_listener.previewNotes(std::u16string(kNoDevice));
+    }
+    if (hasChanged) {
+        showAll();
+        m_listener.previewChanged();
+    } else if (m_preview->frame() != m_shownFrame) {
+        showTime();
+        showOutlines();
+        showChoices();
+    }
+}
+
+void PreviewPresenter::showAll() {
+    if (VideoPreview* view = picture()) {
+        view->setBranch(core::displayText(m_preview->player().path().back().name));
+    }
+    showTime();
+    showOutlines();
+    showChoices();
+    showPath();
+    showPause();
+}
+
+double PreviewPresenter::secondsLeft() const {
+    const int count = m_preview->frameCount();
+    return count < 0 ? -1.0 : (count - m_preview->frame()) / m_preview->framesPerSecond();
+}
+
+void PreviewPresenter::showTime() {
+    m_shownFrame = m_preview->frame();
+    if (isPlaying()) { // the clip that ended last stays on show
+        m_seconds = m_preview->frame() / m_preview->framesPerSecond();
+        m_duration = m_preview->frameCount() / m_preview->framesPerSecond();
+    }
+    std::u16string text = lengthText(m_seconds);
+    if (m_duration > 0) {
+        text += u" / " + lengthText(m_duration);
+    }
+    const double speed = m_preview->transport().speed();
+    if (speed != 1.0) {
+        text += speed < 1.0 ? u"  ½ ×" : u"  2 ×";
+    }
+    m_controls.setText(kPreviewTime, text);
+    if (auto* slider = m_controls.find<PreviewSlider>(kPreviewSlider)) {
+        slider->show(m_preview->frame(), std::max(m_preview->frameCount(), 0));
+    }
+}
+
+void PreviewPresenter::showOutlines() {
+    VideoPreview* view = picture();
+    const auto& clip = m_preview->player().clip();
+    std::vector<VideoPreview::Outline> outlines;
+    if (isPlaying() && clip && clip->frameCount >= 0 && isOn(kPreviewZones)) {
+        for (const player::ZoneTrack& zone : clip->zones) {
+            const player::ZoneShape* shape = player::shapeAt(zone, m_preview->frame());
+            if (shape != nullptr && shape->isActive) {
+                outlines.push_back({core::displayText(zone.name), shape->points});
+            }
+        }
+    }
+    if (view != nullptr) {
+        view->setOutlines(std::move(outlines));
+    }
+}
+
+PreviewRowLook PreviewPresenter::choiceLook(const player::Choice& choice) const {
+    using When = player::Action::When;
+    const player::Player& player = m_preview->player();
+    const player::Action& action = player.branch().actions[static_cast<std::size_t>(choice.action)];
+    PreviewRowLook look;
+    look.name = core::displayText(action.target);
+    look.detail = choiceText(player, choice, secondsLeft());
+    look.isButton = true;
+    look.isChosen = choice.waits;
+    switch (action.when) {
+    case When::keyPressed:
+        look.badge = core::displayText(action.parameter);
+        look.badgeColor = 0xFF1D63AD;
+        break;
+    case When::zoneClicked:
+        look.icon = u"Zone";
+        look.badgeColor = 0xFF0B6B60;
+        break;
+    case When::byChance:
+        look.icon = u"Dice";
+        look.badgeColor = 0xFF6A3D9E;
+        break;
+    case When::clipEnds:
+        look.icon = u"End";
+        look.badgeColor = 0xFF465362;
+        break;
+    }
+    return look;
+}
+
+void PreviewPresenter::showChoices() {
+    m_choices = m_preview->player().choices(m_preview->frame());
+    std::vector<PreviewRowLook> looks;
+    for (const player::Choice& choice : m_choices) {
+        looks.push_back(choiceLook(choice));
+    }
+    fill(kPreviewChoices, m_choiceRows, std::move(looks));
+}
+
+std::vector<PreviewRowLook> PreviewPresenter::pathLooks() const {
+    std::vector<PreviewRowLook> looks;
+    for (const player::Step& step : m_preview->player().path()) {
+        PreviewRowLook look;
+        look.number = core::displayText(std::to_string(looks.size() + 1));
+        look.name = core::displayText(step.name);
+        look.detail = reasonText(step.reason);
+        look.time = lengthText(step.seconds);
+        looks.push_back(std::move(look));
+    }
+    const std::u16string end = endText(m_preview->player());
+    if (!end.empty()) {
+        PreviewRowLook look;
+        look.name = end;
+        look.isProblem = m_preview->player().state() != player::Player::State::ended;
+        looks.push_back(std::move(look));
+    }
+    return looks;
+}
+
+void PreviewPresenter::showPath() {
+    fill(kPreviewPath, m_pathRows, pathLooks());
+    if (auto* list = m_controls.find<toolkit::CListUI>(kPreviewPath)) {
+        list->SelectItem(static_cast<int>(m_preview->player().path().size()) - 1);
+        list->revealRow(list->GetCount() - 1);
+    }
+}
+
+// Rows that only have other texts now stay, with the focus and the selection.
+void PreviewPresenter::fill(std::u16string_view name, std::vector<PreviewRowLook>& shown,
+                            std::vector<PreviewRowLook> looks) const {
+    auto* list = m_controls.find<toolkit::CListUI>(name);
+    if (list == nullptr || shown == looks) {
+        return;
+    }
+    const bool isRefill = shown.size() != looks.size();
+    shown = std::move(looks);
+    if (isRefill) {
+        list->RemoveAll();
+    }
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        const PreviewRowLook& look = shown[i];
+        const std::u16string text = look.name + (look.detail.empty() ? u"" : u", " + look.detail) +
+                                    (look.time.empty() ? u"" : u", " + look.time);
+        if (isRefill) {
+            auto element = std::make_unique<toolkit::CListContainerElementUI>();
+            element->SetFixedHeight(kRowHeight);
+            element->Add(std::make_unique<PreviewRow>(look));
+            element->SetText(text);
+            list->Add(std::move(element));
+            continue;
+        }
+        toolkit::CControlUI* element = list->GetItemAt(static_cast<int>(i));
+        if (auto* row =
+                element != nullptr ? dynamic_cast<PreviewRow*>(element->childAt(0)) : nullptr) {
+            row->show(look);
+            element->SetText(text);
+        }
+    }
+}
+
+void PreviewPresenter::showPause() {
+    if (toolkit::CControlUI* button = m_controls.find(kPreviewPlay)) {
+        const bool isPaused = m_preview->transport().isPaused() || !isPlaying();
+        button->SetIcon(isPaused ? u"Play" : u"Pause");
+        button->SetLabel(isPaused ? u"Play" : u"Pause");
+    }
+}
+
+} // namespace ui
