@@ -81,6 +81,7 @@ void TheoraVideoClip::setOutputMode(TheoraOutputMode mode) {
     m_yieldRequests.fetch_add(1); // a running seek gives up the lock and resumes later
     {
         const TheoraLock lock(m_access);
+        finishFrames();
         m_outputMode.store(mode);
         if (m_frameQueue) {
             const int firstLost = m_frameQueue->firstWaitingNumber();

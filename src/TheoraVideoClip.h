@@ -5,8 +5,10 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/ThreadAnnotations.h"
 #include "src/TheoraDataSource.h"
@@ -93,6 +95,11 @@ public:
     /// Carries out the pending seek, or else decodes one frame. False when that gave no frame.
     /// Never throws.
     [[nodiscard]] bool decodeOnWorker() EXCLUDES(m_access);
+    /// Called, on any thread, for each frame that becomes ready without a worker having waited for
+    /// it. Set before any worker knows the clip; must not throw.
+    void setFrameReadyCallback(std::function<void()> callback) {
+        m_frameReady = std::move(callback);
+    }
     /// Makes current work return soon and prevents further work.
     void cancelWork();
     /// Whether there is work for a worker now.
@@ -116,6 +123,8 @@ protected:
     [[nodiscard]] virtual bool decodeNextFrame() REQUIRES(m_access) = 0;
     /// Decoding resumes at `frame` after the queue was emptied.
     virtual void continueFrom(int frame) REQUIRES(m_access) = 0;
+    /// Returns once no frame of the queue is being filled any more.
+    virtual void finishFrames() REQUIRES(m_access) {}
 
     /// Whether to abandon a seek to `frame`: a newer request, a mode change, destruction. frame -1:
     /// ordinary decoding.
@@ -132,6 +141,7 @@ protected:
     void deliver(TheoraVideoFrame& frame, int number);
 
     const std::unique_ptr<TheoraDataSource> m_dataSource;
+    std::function<void()> m_frameReady;
     TheoraWorkSignal& m_workSignal;
     std::unique_ptr<TheoraFrameQueue> m_frameQueue; ///< made by load(), never replaced
     std::atomic<bool> m_restartAtEnd{false};

@@ -87,6 +87,7 @@ TheoraVideoClip* TheoraVideoManager::createClip(std::unique_ptr<TheoraDataSource
         writeLog(error.getErrorText()); // the caller shows less
         throw;
     }
+    clip->setFrameReadyCallback([this] { notifyFrameReady(); });
     TheoraVideoClip* created = clip.get();
     {
         const TheoraLock lock(m_workMutex);

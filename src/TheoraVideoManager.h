@@ -46,8 +46,9 @@ public:
     /// seeks.
     void updateClips(float timeStep);
 
-    /// Called on a worker whenever a frame becomes ready, holding only the callback lock; must not
-    /// throw or call the manager. An empty function disables it: no call runs after this returns.
+    /// Called on a worker, or on another thread of a clip's, whenever a frame becomes ready,
+    /// holding only the callback lock; must not throw or call the manager. An empty function
+    /// disables it: no call runs after this returns.
     void setFrameReadyCallback(std::function<void()> callback) EXCLUDES(m_callbackMutex);
     /// For clips created later. factory: outlives the manager; null (initially) = silence.
     void setAudioInterfaceFactory(TheoraAudioInterfaceFactory* factory) {

@@ -99,6 +99,7 @@ void TheoraVideoClip_Theora::decodeSound(std::int64_t frame) {
 
 bool TheoraVideoClip_Theora::deliverPicture(const TheoraPicture& picture, std::int64_t number,
                                             bool isOwn) {
+    m_converter.finish();
     TheoraVideoFrame* frame = m_frameQueue->requestEmptyFrame();
     if (frame == nullptr) {
         return false;
@@ -108,6 +109,30 @@ bool TheoraVideoClip_Theora::deliverPicture(const TheoraPicture& picture, std::i
     }
     frame->setHasOwnPicture(isOwn);
     deliver(*frame, static_cast<int>(std::min<std::int64_t>(number, INT_MAX)));
+    return true;
+}
+
+// The decoder keeps the picture through the next one, which is predicted from it, but no longer: at
+// most one is being converted while the next is decoded.
+bool TheoraVideoClip_Theora::deliverMeanwhile() {
+    m_converter.finish();
+    TheoraVideoFrame* frame = m_frameQueue->requestEmptyFrame();
+    if (frame == nullptr) {
+        return false;
+    }
+    const TheoraPicture picture = m_decoder->picture();
+    const int number = static_cast<int>(std::min<std::int64_t>(m_decoder->position(), INT_MAX));
+    frame->setHasOwnPicture(true);
+    if (m_frameQueue->reusePixels(*frame, picture.identity)) {
+        deliver(*frame, number);
+        return true;
+    }
+    m_converter.begin(picture, *frame, [this, frame, number] {
+        deliver(*frame, number);
+        if (m_frameReady) {
+            m_frameReady();
+        }
+    });
     return true;
 }
 
@@ -125,6 +150,7 @@ void TheoraVideoClip_Theora::keepPicture(std::int64_t number) {
 }
 
 bool TheoraVideoClip_Theora::seekTo(int frame) {
+    m_converter.finish();
     m_workingOn = frame;
     m_goesBack = frame < m_centre;
     m_centre = frame;
@@ -169,6 +195,10 @@ DecodeResult TheoraVideoClip_Theora::decodeNextPicture() {
 
 bool TheoraVideoClip_Theora::decodeNextFrame() {
     m_workingOn = -1;
+    const bool plays = !getTimer().isPaused() && m_decoder->position() == m_nextFrame - 1;
+    if (!plays) {
+        m_converter.finish();
+    }
     if (m_frameQueue->isFull()) {
         return false;
     }
@@ -185,12 +215,14 @@ bool TheoraVideoClip_Theora::decodeNextFrame() {
             return reachedEnd();
         }
         m_nextFrame = m_decoder->position() + 1;
-        if (!deliverPicture(m_decoder->picture(), m_decoder->position(), true)) {
+        if (!(plays ? deliverMeanwhile()
+                    : deliverPicture(m_decoder->picture(), m_decoder->position(), true))) {
             return false;
         }
     }
     decodeSound(m_nextFrame);
     if (m_frameQueue->isFull() && getTimer().isPaused()) {
+        m_converter.finish();
         prepareStepBack();
         lookAhead();
     }
@@ -209,6 +241,7 @@ void TheoraVideoClip_Theora::lookAhead() {
 }
 
 bool TheoraVideoClip_Theora::reachedEnd() {
+    m_converter.finish();
     if (m_audio) {
         m_audio->decodeUntil(getDuration());
     }

@@ -7,6 +7,7 @@
 
 #include "platform/ThreadAnnotations.h"
 #include "src/Theora/AudioTrack.h"
+#include "src/Theora/FrameConverter.h"
 #include "src/Theora/GranuleFormat.h"
 #include "src/Theora/PacketReader.h"
 #include "src/Theora/PageReader.h"
@@ -37,6 +38,7 @@ protected:
     bool seekTo(int frame) override REQUIRES(m_access);
     bool decodeNextFrame() override REQUIRES(m_access);
     void continueFrom(int frame) override REQUIRES(m_access);
+    void finishFrames() override REQUIRES(m_access) { m_converter.finish(); }
 
 private:
     void makeDecoders();
@@ -44,6 +46,7 @@ private:
     void decodeSound(std::int64_t frame) REQUIRES(m_access);
     [[nodiscard]] bool deliverPicture(const TheoraPicture& picture, std::int64_t number, bool isOwn)
         REQUIRES(m_access);
+    [[nodiscard]] bool deliverMeanwhile() REQUIRES(m_access);
     [[nodiscard]] bool deliverCached(std::int64_t number, bool realOnly) REQUIRES(m_access);
     [[nodiscard]] DecodeResult decodeNextPicture() REQUIRES(m_access);
     void keepPicture(std::int64_t number) REQUIRES(m_access);
@@ -65,7 +68,8 @@ private:
     std::int64_t m_nextFrame GUARDED_BY(m_access) = 0; ///< the next to be delivered
     std::int64_t m_centre GUARDED_BY(m_access) = 0;    ///< the current frame
     bool m_goesBack GUARDED_BY(m_access) = false;      ///< the last seek went to an earlier frame
-    std::unique_ptr<StepBackDecoder> m_stepBack;       ///< last: its thread uses the members above
+    FrameConverter m_converter; ///< its thread uses the queue and m_decoder's picture
+    std::unique_ptr<StepBackDecoder> m_stepBack; ///< last: its thread uses the members above
 };
 
 } // namespace theora
