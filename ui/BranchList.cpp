@@ -41,6 +41,10 @@
 #include "ui/commands/CommonCommands.h"
 #include "ui/commands/ContextMenu.h"
 #include "ui/map/SceneMap.h"
+#include "ui/preview/PreviewNames.h"
+#include "ui/preview/PreviewPresenter.h"
+#include "ui/preview/PreviewSlider.h"
+#include "ui/preview/VideoPreview.h"
 
 namespace ui {
 
@@ -49,13 +53,11 @@ using namespace branch_list;
 namespace {
 
 constexpr ContextMenu kContextMenus[] = {
-    {kBranchCombo, kBranchRows},
-    {kNameEdit, kBranchRows},
-    {kVideoCombo, kVideoRows},
-    {kActionList, kActionRows},
+    {kVideoPreview, kPreviewRows}, {kBranchCombo, kBranchRows}, {kNameEdit, kBranchRows},
+    {kVideoCombo, kVideoRows},     {kActionList, kActionRows},
 };
-constexpr std::u16string_view kPanes[] = {kSceneMap, kFindingsList, kBranchCombo, kActionList,
-                                          kNoticePanel};
+constexpr std::u16string_view kPanes[] = {kSceneMap,    kVideoPreview, kFindingsList,
+                                          kBranchCombo, kActionList,   kNoticePanel};
 
 } // namespace
 
@@ -87,6 +89,12 @@ std::unique_ptr<toolkit::CControlUI> BranchList::CreateControl(std::u16string_vi
     if (className == u"SceneMap") {
         return std::make_unique<SceneMap>();
     }
+    if (className == u"VideoPreview") {
+        return std::make_unique<VideoPreview>();
+    }
+    if (className == u"PreviewSlider") {
+        return std::make_unique<PreviewSlider>();
+    }
     return EditorWindow::CreateControl(className);
 }
 
@@ -104,6 +112,7 @@ void BranchList::InitWindow() {
     bindActions();
     bindHistory();
     bindCheck();
+    bindPreview();
     if (!context().state.newSceneRequest) {
         m_parts->videos.fill();
     }
@@ -153,6 +162,8 @@ void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
         react(kReactions, *message.pSender);
         if (message.pSender->GetName() == kFindingsList) {
             m_parts->findings.choose(m_isPointerUsed);
+        } else if (message.pSender->GetName() == kPreviewChoices && m_isPointerUsed) {
+            m_parts->preview.takeChoice();
         }
     }
 }
@@ -160,6 +171,10 @@ void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
 void BranchList::OnItemActivate(toolkit::TNotifyUI& message) {
     if (m_parts && message.pSender->GetName() == kFindingsList) {
         m_parts->findings.choose(true);
+    } else if (m_parts && message.pSender->GetName() == kPreviewChoices && !m_isPointerUsed) {
+        m_parts->preview.takeChoice();
+    } else if (m_parts && message.pSender->GetName() == kPreviewPath) {
+        m_parts->branches.show(m_parts->preview.selectedBranch());
     }
 }
 
@@ -175,6 +190,8 @@ void BranchList::OnSelectChanged(toolkit::TNotifyUI& message) {
         {kFindingsFold, [](Parts& parts, CControlUI&) { parts.findings.turnFold(); }},
         {kMapTab, [](Parts& parts, CControlUI&) { parts.leftPane.turnPage(); }},
         {kPreviewTab, [](Parts& parts, CControlUI&) { parts.leftPane.turnPage(); }},
+        {kPreviewSound, [](Parts& parts, CControlUI&) { parts.preview.takeSwitches(); }},
+        {kPreviewZones, [](Parts& parts, CControlUI&) { parts.preview.takeSwitches(); }},
     };
     react(kReactions, *message.pSender);
 }
@@ -389,7 +406,8 @@ void BranchList::exitProgram() {
 
 bool BranchList::canStop() const {
     return m_parts->adder.isRunning() || m_parts->branches.isNameTyped() ||
-           m_parts->find.isActive() || m_parts->leftPane.isInPlace() || m_parts->strip.isOffering();
+           m_parts->find.isActive() || m_parts->preview.isOpen() || m_parts->leftPane.isInPlace() ||
+           m_parts->strip.isOffering();
 }
 
 void BranchList::stop() {
@@ -399,6 +417,8 @@ void BranchList::stop() {
         m_parts->branches.dropTypedName();
     } else if (m_parts->find.isActive()) {
         m_parts->find.end();
+    } else if (m_parts->preview.isOpen()) {
+        stopPreview();
     } else if (m_parts->leftPane.isInPlace()) {
         leavePane();
     } else {

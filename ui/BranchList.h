@@ -20,6 +20,7 @@
 #include "ui/branch_editor/FindingsPresenter.h"
 #include "ui/branch_editor/VideoAdder.h"
 #include "ui/branch_editor/VideoPresenter.h"
+#include "ui/preview/PreviewPresenter.h"
 
 namespace check {
 class FactsReader;
@@ -34,6 +35,7 @@ class BranchList final : public ConfirmCallback,
                          private BranchPresenter::Listener,
                          private FindingsPresenter::Listener,
                          private VideoPresenter::Listener,
+                         private PreviewPresenter::Listener,
                          private VideoAdder::Listener {
 public:
     /// Empty when the system's components cannot be initialised. `returned` is what the zone editor
@@ -71,6 +73,7 @@ private:
     void bindActions();
     void bindHistory();
     void bindCheck();
+    void bindPreview();
     /// What is known of the scene's files is kept for its next window.
     [[nodiscard]] std::shared_ptr<check::FactsReader> readerOfFiles();
     /// Null when the scene's folder is unknown.
@@ -82,6 +85,9 @@ private:
     /// Shows the list of findings, or takes it away.
     void toggleCheck();
     void toggleMap();
+    /// Plays the scene from its first branch (-1) or from this one.
+    void play(int branch);
+    void stopPreview();
     /// A narrow window shows the column again.
     void leavePane();
     void save();
@@ -106,6 +112,8 @@ private:
     void nameRefused(const std::u16string& name) override;
     void showPlace(const check::Finding& finding, bool opens) override;
     void zonesShown(bool picked) override;
+    void previewNotes(const std::u16string& text) override;
+    void previewChanged() override;
     void copying(const jobs::CopyStatus& status) override;
     void copied(const jobs::ImportOutcome& outcome, bool copied) override;
 

@@ -58,6 +58,8 @@ BranchList::Parts::Parts(BranchList& window)
                 branches.show(place.branch);
                 chosen.go(place.action);
             }),
+      preview(window.controls(), session, window.m_folder, window.context().gui,
+              window.context().services.editorSettings.get(), window),
       visit({session, window.m_folder, window.context().state, branches, actions, chosen, videos}),
       draftProblem(window.controls(), window.context().services.drafts.get()),
       adder(window.context().gui, window.context().services.editorSettings.get(), videos,

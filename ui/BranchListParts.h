@@ -20,6 +20,7 @@
 #include "ui/branch_editor/VideoAdder.h"
 #include "ui/branch_editor/VideoPresenter.h"
 #include "ui/branch_editor/ZoneVisit.h"
+#include "ui/preview/PreviewPresenter.h"
 
 namespace ui {
 
@@ -40,6 +41,7 @@ struct BranchList::Parts {
     LeftPane leftPane;
     BranchFind find;
     LeadsPresenter leads;
+    PreviewPresenter preview;
     ZoneVisit visit;
     DraftProblem draftProblem;
     VideoAdder adder;

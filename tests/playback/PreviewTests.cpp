@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include "core/Services.h"
 #include "platform/FileSystem.h"
 #include "platform/Geometry.h"
 #include "platform/SilentSound.h"
@@ -20,14 +19,11 @@
 #include "playback/Preview.h"
 #include "player/Player.h"
 #include "player/Story.h"
+#include "tests/playback/LeftZone.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/SoundMaker.h"
 #include "tests/support/TempFolder.h"
-#include "zone/EditContext.h"
-#include "zone/Scale.h"
-#include "zone/Zone.h"
-#include "zone/ZoneManager.h"
 
 namespace playback {
 namespace {
@@ -98,29 +94,6 @@ protected:
         support::writeBytes(name, support::makeClip(spec));
     }
 
-    /// A zone over the left half of the picture, from frame 5 on.
-    void zoneOf(const std::string& video, const std::string& name) {
-        const auto zones = zone::ZoneManager::createEmpty();
-        zones->scale = zone::scaleBetween(player::kZoneArea, {64, 48});
-        zones->frameCount = 30;
-        const auto added = zone::Zone::create(30);
-        added->setName(name);
-        zones->addZone(added);
-        zones->videoWidth = player::kZoneArea.width;
-        zones->videoHeight = player::kZoneArea.height;
-        zone::EditContext context;
-        context.progressChanges = true;
-        for (const platform::Point corner :
-             {platform::Point{0, 0}, {640, 0}, {640, 719}, {0, 719}}) {
-            zones->addPoint(context, 0, 0, corner.x, corner.y, nullptr, true);
-        }
-        context.progressChanges = false;
-        for (int frame = 0; frame < 5; ++frame) {
-            zones->setActive(context, 0, frame, false);
-        }
-        ASSERT_TRUE(zones->save(m_folder.path() + video));
-    }
-
     Preview& play(player::Story story, std::uint32_t seed = 1) {
         const std::string first = story.first;
         m_preview = std::make_unique<Preview>(Preview::Setup{std::move(story), m_folder.path(),
@@ -176,7 +149,7 @@ protected:
 TEST_F(PreviewTest, FollowsAScriptFrameByFrame) {
     clip("alarm.ogv", 30, true);
     clip("short.ogv", 6, false);
-    zoneOf("alarm.ogv", "Exit");
+    makeLeftZone(m_folder.path() + "alarm.ogv", "Exit");
     Preview& preview = play(
         {"Alarm",
          {{"Alarm",

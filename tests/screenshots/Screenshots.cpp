@@ -80,6 +80,9 @@ public:
         take<ui::SettingsWindow>("Settings");
         take<ui::KeysWindow>("Keys");
         branchEditor();
+        if (!m_plain) { // it has pictures of clips
+            preview();
+        }
         emptyStates();
         zoneEditor("ZoneEdit");
         m_gui.host.screenHeight = kLowScreen;
@@ -290,6 +293,23 @@ private:
         driver.get<toolkit::CProgressUI>(u"ProgressImport").SetPercent(38);
         driver.get(u"ButtonImportStop").SetEnabled(true);
         shoot("ImportVideo", *window);
+    }
+
+    /// In the middle of the first clip, paused.
+    void preview() {
+        m_good = m_services.sceneSession->load(kScene) && m_good;
+        const auto window = ui::BranchList::create(context());
+        open(*window);
+        const test::WindowDriver driver(*window);
+        driver.native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
+        test::pump();
+        driver.press(platform::Key::f5);
+        test::pumpUntil([&] { return !driver.textOf(u"LabelPreviewTime").empty(); });
+        driver.press(platform::Key::space);
+        driver.click(u"SliderPreview");
+        driver.click(u"CheckShowZones");
+        driver.click(*driver.get<toolkit::CListUI>(u"ListChoices").GetItemAt(0));
+        shoot("Preview", *window);
     }
 
     /// As if the scene had grown from one branch, by one Save after the other.

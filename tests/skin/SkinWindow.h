@@ -33,7 +33,8 @@ public:
         if (className == u"PaneHead") {
             return std::make_unique<ui::PaneHead>();
         }
-        return className == u"Video" || className == u"KeyTable" || className == u"SceneMap"
+        return className == u"Video" || className == u"KeyTable" || className == u"SceneMap" ||
+                       className == u"VideoPreview" || className == u"PreviewSlider"
                    ? std::make_unique<toolkit::CControlUI>()
                    : nullptr;
     }

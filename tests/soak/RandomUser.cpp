@@ -51,7 +51,7 @@ RandomUser::RandomUser(platform::Gui& gui, test::ScriptedFileDialog& dialog, std
     : m_dialog(dialog), m_input(platform::createTestInput(gui)), m_random(seed) {}
 
 void RandomUser::act() {
-    static constexpr std::array<Deed, 12> kDeeds{{
+    static constexpr std::array<Deed, 13> kDeeds{{
         {40, &RandomUser::clickControl},
         {8, &RandomUser::clickAnywhere},
         {3, &RandomUser::doubleClick},
@@ -62,6 +62,7 @@ void RandomUser::act() {
         {7, &RandomUser::typeText},
         {2, &RandomUser::compose},
         {12, &RandomUser::pickFromDropList},
+        {6, &RandomUser::playScene},
         {1, &RandomUser::askToClose},
         {1, &RandomUser::harmAFile},
     }};
@@ -236,6 +237,21 @@ void RandomUser::pickFromDropList() {
         m_input->wheel(*list.native(), at, (below(5) - 2) * 120);
     }
     click(*list.native(), at);
+}
+
+void RandomUser::playScene() {
+    const CControlUI* picture = m_window->GetPaintManager().FindControl(u"VideoPreview");
+    if (picture == nullptr || !picture->IsVisible() || oneIn(8)) {
+        m_input->key(native(), EventKind::keyDown, Key::f5, {}, {.shift = oneIn(2)});
+        m_input->key(native(), EventKind::keyUp, Key::f5);
+    } else if (oneIn(2)) {
+        click(native(), anyPointIn(picture->GetPos()));
+    } else {
+        const int letter = static_cast<int>(Key::a) + below(26);
+        m_input->key(native(), EventKind::keyDown, static_cast<Key>(letter));
+        m_input->key(native(), EventKind::keyUp, static_cast<Key>(letter));
+    }
+    m_patience = 1 + below(kCopyPatience); // the clips need time to play
 }
 
 void RandomUser::askToClose() {

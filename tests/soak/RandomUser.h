@@ -65,6 +65,7 @@ private:
     void typeText();
     void compose();
     void pickFromDropList();
+    void playScene();
     void askToClose();
     void harmAFile();
 

@@ -8,6 +8,7 @@
 #include "toolkit/controls/CSplitterUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/branch_editor/ControlNames.h"
+#include "ui/preview/PreviewNames.h"
 
 namespace ui {
 
@@ -85,6 +86,9 @@ void LeftPane::arrange() {
     for (const std::u16string_view tool :
          {kFindPane, kZoomOutButton, kZoomLabel, kZoomInButton, kFitButton}) {
         m_controls.setVisible(tool, isMap);
+    }
+    for (const std::u16string_view tool : {kPreviewNote, kPreviewStop}) {
+        m_controls.setVisible(tool, !isMap);
     }
     if (auto* tab = m_controls.find<toolkit::COptionUI>(isMap ? kMapTab : kPreviewTab)) {
         tab->Selected(true);

@@ -10,6 +10,7 @@
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/branch_editor/ControlNames.h"
+#include "ui/preview/PreviewNames.h"
 
 namespace ui {
 
@@ -38,6 +39,10 @@ bool isBox(const toolkit::CControlUI& control) {
 
 bool isZoom(const toolkit::CControlUI& control) {
     return control.GetName() == branch_list::kZoomLabel;
+}
+
+bool isNote(const toolkit::CControlUI& control) {
+    return control.GetName() == branch_list::kPreviewNote;
 }
 
 /// Without its text, a control still has it as its user data.
@@ -78,13 +83,16 @@ int PaneHead::placeTabs(const Rect& content, bool withTexts) {
     return x - kGap;
 }
 
-int PaneHead::placeTools(const Rect& content, bool withZoom) {
+int PaneHead::placeTools(const Rect& content, int left, bool withZoom) {
     int right = content.right - kEdge;
     for (const auto& child : std::views::reverse(items())) {
         if (isTab(*child) || isBox(*child) || !child->isShown()) {
             continue;
         }
-        const int width = isZoom(*child) && !withZoom ? 0 : child->GetFixedWidth();
+        const bool hasRoom = isZoom(*child)   ? withZoom
+                             : isNote(*child) ? right - child->GetFixedWidth() >= left + kBesideBox
+                                              : true;
+        const int width = hasRoom ? child->GetFixedWidth() : 0;
         child->SetPos(Rect::at(right - width, content.top + kEdge, width, kToolHeight));
         right -= width > 0 ? width + kGap : 0;
     }
@@ -93,18 +101,18 @@ int PaneHead::placeTools(const Rect& content, bool withZoom) {
 
 void PaneHead::layoutChildren(const Rect& content) {
     int left = placeTabs(content, true);
-    int right = placeTools(content, true);
+    int right = placeTools(content, left, true);
     const auto box = std::ranges::find_if(items(), [](const auto& one) { return isBox(*one); });
     if (box == items().end() || !(*box)->isShown()) {
         return;
     }
     const auto room = [&] { return right - left - 2 * kBesideBox; };
     if (room() < kLeastBox) {
-        right = placeTools(content, false);
+        right = placeTools(content, left, false);
     }
     if (room() < kLeastBox) {
         left = placeTabs(content, false);
-        right = placeTools(content, left + kLeastBox + 2 * kBesideBox <= right);
+        right = placeTools(content, left, left + kLeastBox + 2 * kBesideBox <= right);
     }
     const int width = std::clamp(room(), 0, kMostBox);
     if (toolkit::CControlUI* hint = (*box)->FindSubControl(branch_list::kFindHint)) {

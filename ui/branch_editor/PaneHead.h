@@ -19,7 +19,7 @@ protected:
 private:
     int placeTabs(const Rect& content, bool withTexts);
     /// Returns where the leftmost one begins.
-    int placeTools(const Rect& content, bool withZoom);
+    int placeTools(const Rect& content, int left, bool withZoom);
     [[nodiscard]] int textWidth(toolkit::CControlUI& tab) const;
 };
 

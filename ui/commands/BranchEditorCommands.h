@@ -28,6 +28,16 @@ inline constexpr std::string_view kDuplicateAction = "duplicateAction";
 inline constexpr std::string_view kRetarget = "retarget";
 inline constexpr std::string_view kCheck = "check";
 inline constexpr std::string_view kMap = "map";
+inline constexpr std::string_view kPlay = "play";
+inline constexpr std::string_view kPlayHere = "playHere";
+inline constexpr std::string_view kPreviewPlay = "previewPlay";
+inline constexpr std::string_view kPreviewRestart = "previewRestart";
+inline constexpr std::string_view kPreviewBack = "previewBack";
+inline constexpr std::string_view kPreviewStop = "previewStop";
+inline constexpr std::string_view kCopyPath = "copyPath";
+inline constexpr std::string_view kHalfSpeed = "halfSpeed";
+inline constexpr std::string_view kNormalSpeed = "normalSpeed";
+inline constexpr std::string_view kDoubleSpeed = "doubleSpeed";
 inline constexpr std::string_view kNextFinding = "nextFinding";
 inline constexpr std::string_view kFindingBefore = "findingBefore";
 inline constexpr std::string_view kFix = "fix";
@@ -39,6 +49,8 @@ inline constexpr std::string_view kOpenAnother = "openAnother";
 } // namespace command
 
 inline constexpr std::u16string_view kBranchEditor = u"Branch editor";
+
+inline constexpr std::u16string_view kPreviewGroup = u"Preview";
 
 inline constexpr Command kBranchEditorCommands[] = {
     {command::kSave, kEverywhere, u"Save", u"ButtonSave", u"Save the scene", {kCtrlS}},
@@ -135,6 +147,49 @@ inline constexpr Command kBranchEditorCommands[] = {
      .group = kBranchEditor,
      .text = u"Finding Before",
      .keys = {{{platform::Key::f8, {.shift = true}}}}},
+    {command::kPlay,
+     kPreviewGroup,
+     u"Play",
+     u"ButtonPlay",
+     u"Play from the first branch (F5)",
+     {{{platform::Key::f5, {}}}}},
+    {command::kPlayHere,
+     kPreviewGroup,
+     u"Play from Here",
+     u"ButtonPlayHere",
+     u"Play from this branch (Shift+F5)",
+     {{{platform::Key::f5, {.shift = true}}}}},
+    {.id = command::kPreviewPlay,
+     .group = kPreviewGroup,
+     .text = u"Play or Pause",
+     .control = u"ButtonPreviewPlay",
+     .toolTip = u"Play or pause (Space)",
+     .keys = {{{platform::Key::space, {}}}},
+     .icon = u"Pause"},
+    {.id = command::kPreviewBack,
+     .group = kPreviewGroup,
+     .text = u"One Choice Back",
+     .control = u"ButtonPreviewBack",
+     .toolTip = u"One choice back (Backspace)",
+     .keys = {{{platform::Key::backspace, {}}}},
+     .icon = u"Back"},
+    {.id = command::kPreviewRestart,
+     .group = kPreviewGroup,
+     .text = u"Restart the Branch",
+     .control = u"ButtonPreviewRestart",
+     .toolTip = u"Restart the branch",
+     .icon = u"Restart"},
+    {command::kCopyPath, kPreviewGroup, u"Copy the Path", u"ButtonCopyPath",
+     u"Copy the path taken"},
+    {.id = command::kHalfSpeed, .group = kPreviewGroup, .text = u"Half Speed"},
+    {.id = command::kNormalSpeed, .group = kPreviewGroup, .text = u"Normal Speed"},
+    {.id = command::kDoubleSpeed, .group = kPreviewGroup, .text = u"Double Speed"},
+    {.id = command::kPreviewStop,
+     .group = kPreviewGroup,
+     .text = u"Stop",
+     .control = u"ButtonPreviewStop",
+     .toolTip = u"Stop the preview",
+     .icon = u"Stop"},
     {command::kFix, {}, u"Add the Branch", u"ButtonFix", u"Add a branch of this name"},
     {command::kFixOther,
      {},
@@ -163,6 +218,10 @@ inline constexpr std::string_view kBranchRows[] = {
 inline constexpr std::string_view kVideoRows[] = {command::kAddVideo, command::kImportVideo,
                                                   command::kLine, command::kEditBranchZones,
                                                   command::kEditZones};
+inline constexpr std::string_view kPreviewRows[] = {
+    command::kPreviewPlay, command::kPreviewRestart, command::kPreviewBack, command::kLine,
+    command::kHalfSpeed,   command::kNormalSpeed,    command::kDoubleSpeed, command::kLine,
+    command::kCopyPath,    command::kPreviewStop};
 inline constexpr std::string_view kActionRows[] = {
     command::kAddAction,       command::kLine, command::kActionUp,    command::kActionDown,
     command::kDuplicateAction, command::kLine, command::kRemoveAction};

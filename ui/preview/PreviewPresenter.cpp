@@ -215,6 +215,9 @@ void PreviewPresenter::tick() {
     if (!m_preview || view == nullptr) {
         return;
     }
+    if (!view->IsVisible()) {
+        pause();
+    }
     const bool hasChanged =
         m_preview->tick([view](const std::uint8_t* pixels, platform::Size size) {
             view->showPicture(pixels, size);
@@ -226,7 +229,9 @@ void PreviewPresenter::tick() {
     if (hasChanged) {
         showAll();
         m_listener.previewChanged();
-    } else if (m_preview->frame() != m_shownFrame) {
+    }
+    // Until the first picture of a branch, the time of the one before stays.
+    if (isPlaying() && !m_preview->isWaiting() && m_preview->frame() != m_shownFrame) {
         showTime();
         showOutlines();
         showChoices();
@@ -237,7 +242,10 @@ void PreviewPresenter::showAll() {
     if (VideoPreview* view = picture()) {
         view->setBranch(core::displayText(m_preview->player().path().back().name));
     }
-    showTime();
+    m_shownFrame = -1;
+    if (!isPlaying()) {
+        showTime();
+    }
     showOutlines();
     showChoices();
     showPath();

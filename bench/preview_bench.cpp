@@ -1,0 +1,144 @@
+// Plays a clip in real time as the preview does, paints every picture at the size of the left pane,
+// and counts what was not on time.
+//
+//   preview_bench FILE.ogv [SECONDS] [--silent]    (10 seconds, the system's sound device)
+//
+// Two branches with the clip lead to each other, so that long runs go through many changes.
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <ctime>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "bench/Samples.h"
+#include "platform/Bitmap.h"
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
+#include "platform/Geometry.h"
+#include "platform/SilentSound.h"
+#include "platform/Sound.h"
+#include "platform/raster/StillScaler.h"
+#include "playback/Preview.h"
+#include "player/Player.h"
+#include "player/Story.h"
+
+namespace {
+
+using bench::Clock;
+using bench::millisecondsSince;
+
+constexpr platform::Size kPane{700, 394};
+constexpr std::chrono::milliseconds kTick{8};
+
+player::Story storyOf(const std::string& clip) {
+    const player::Action next{player::Action::When::byChance, {}, "B", false};
+    const player::Action back{player::Action::When::byChance, {}, "A", false};
+    return {"A", {{"A", clip, {next}}, {"B", clip, {back}}}};
+}
+
+double secondsOfProcessor() {
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+struct Run {
+    bench::Samples paint; ///< milliseconds for each picture
+    bench::Samples gaps;  ///< from the end of a branch to the first picture of the next
+    double start = 0;     ///< to the first picture
+};
+
+class Player {
+public:
+    Player(const std::string& path, platform::SoundSystem& sound)
+        : m_preview({storyOf(path), "", platform::nativeFileSystem(), platform::nativeClock(),
+                     sound, 1}) {}
+
+    void play(double seconds) {
+        const auto began = Clock::now();
+        m_preview.startAt("A");
+        for (auto next = began; millisecondsSince(began) < seconds * 1000;) {
+            tick(began);
+            next = std::max(next + kTick, Clock::now());
+            std::this_thread::sleep_until(next);
+        }
+    }
+
+    [[nodiscard]] const Run& run() const { return m_run; }
+    [[nodiscard]] playback::PictureCount pictures() const { return m_preview.pictures(); }
+    [[nodiscard]] bool lacksDevice() const { return m_preview.transport().lacksDevice(); }
+
+private:
+    void tick(Clock::time_point began) {
+        const auto now = Clock::now();
+        bool isShown = false;
+        if (m_preview.tick([&](const std::uint8_t* pixels, platform::Size size) {
+                show(pixels, size);
+                isShown = true;
+            })) {
+            m_isFirst = true;
+            m_changed = now;
+        }
+        if (isShown && std::exchange(m_isFirst, false)) {
+            if (m_run.start == 0) {
+                m_run.start = millisecondsSince(began);
+            } else {
+                m_run.gaps.add(millisecondsSince(m_changed));
+            }
+        }
+    }
+
+    void show(const std::uint8_t* pixels, platform::Size size) {
+        const auto began = Clock::now();
+        if (m_picture.size() != size) {
+            m_picture = platform::Bitmap(size);
+        }
+        std::copy_n(pixels,
+                    static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) *
+                        4,
+                    reinterpret_cast<std::uint8_t*>(m_picture.row(0)));
+        platform::raster::drawStill(m_picture, m_pane, {0, 0, kPane.width, kPane.height},
+                                    {0, 0, kPane.width, kPane.height});
+        m_run.paint.add(millisecondsSince(began));
+    }
+
+    playback::Preview m_preview;
+    platform::Bitmap m_picture;
+    platform::Bitmap m_pane{kPane};
+    Run m_run;
+    bool m_isFirst = true;
+    Clock::time_point m_changed;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::string> arguments(argv + 1, argv + argc);
+    const bool isSilent = std::erase(arguments, "--silent") > 0;
+    if (arguments.empty()) {
+        std::fputs("usage: preview_bench FILE.ogv [SECONDS] [--silent]\n", stderr);
+        return 2;
+    }
+    const double seconds = arguments.size() > 1 ? std::stod(arguments[1]) : 10.0;
+    platform::SilentSound silence(platform::nativeClock());
+    platform::SoundSystem& device = platform::nativeSound();
+    Player player(arguments[0], isSilent ? static_cast<platform::SoundSystem&>(silence) : device);
+    const double processor = secondsOfProcessor();
+    player.play(seconds);
+    const double used = secondsOfProcessor() - processor;
+    const playback::PictureCount count = player.pictures();
+    const Run& run = player.run();
+    std::printf("%s, %.0f s%s\n", arguments[0].c_str(), seconds,
+                player.lacksDevice() ? ", no sound device" : "");
+    std::printf("pictures: %u shown, %u dropped, %u late\n", count.shown, count.dropped,
+                count.late);
+    std::printf("processor: %.0f %% of one\n", 100 * used / seconds);
+    std::printf("to the first picture: %.0f ms\n", run.start);
+    std::printf("change of branch: median %.0f, at most %.0f ms, %zu times\n", run.gaps.median(),
+                run.gaps.most(), run.gaps.count());
+    std::printf("copying and scaling a picture: median %.1f, p95 %.1f ms\n", run.paint.median(),
+                run.paint.p95());
+    return 0;
+}

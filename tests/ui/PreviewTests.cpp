@@ -1,0 +1,176 @@
+// The preview in the branch editor: played by real keys and clicks on a clock that stands between
+// two steps of the test.
+#include <string>
+#include <vector>
+
+#include "platform/Geometry.h"
+#include "platform/SilentSound.h"
+#include "platform/Window.h"
+#include "tests/playback/LeftZone.h"
+#include "tests/support/ClipMaker.h"
+#include "tests/ui/BranchListFixture.h"
+#include "toolkit/controls/CListUI.h"
+#include "ui/branch_editor/ClipCard.h"
+
+namespace {
+
+using platform::Key;
+using test::Texts;
+
+class PreviewTest : public test::BranchEditorTest {
+protected:
+    /// "Alarm": a zone and two keys; "Out": chance between "Alarm" and a branch that is not there.
+    void showScene() {
+        m_gui.soundSystem = &m_sound;
+        support::ClipSpec spec;
+        spec.sound = support::Sound::before;
+        support::writeBytes("Scenes/Fire/a.ogv", support::makeClip(spec));
+        support::writeBytes("Scenes/Fire/b.ogv", support::makeClip({.frames = 4}));
+        playback::makeLeftZone("Scenes/Fire/a.ogv", "Exit");
+        makeScene({"Alarm", "Out", "Void"}, {"a.ogv", "b.ogv"});
+        addAction(scene::Action::kZoneAction, "Exit", "Out").SetImmediate(true);
+        addAction(scene::Action::kKeypressAction, "B", "Alarm");
+        addAction(scene::Action::kKeypressAction, "V", "Void").SetImmediate(true);
+        addAction(scene::Action::kDefaultAction, {}, "Out");
+        addAction(scene::Action::kRandomAction, {}, "Roof", 1);
+        show();
+        m_driver->native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
+        test::pump();
+    }
+    /// The frames up to `last` come up one after the other, each on its time.
+    void playTo(int last) {
+        while (m_frame < last) {
+            m_clock.passed += 40;
+            ASSERT_TRUE(shows(m_frame + 1)) << m_frame;
+        }
+    }
+    bool shows(int frame) {
+        m_frame = frame;
+        return test::pumpUntil([&] {
+            return m_driver->textOf(u"LabelPreviewTime")
+                .starts_with(ui::lengthText(frame / 25.0) + u" ");
+        });
+    }
+    Texts rows(std::u16string_view list) {
+        Texts texts;
+        auto& control = m_driver->get<toolkit::CListUI>(list);
+        for (int i = 0; i < control.GetCount(); ++i) {
+            texts.push_back(control.GetItemAt(i)->GetText());
+        }
+        return texts;
+    }
+    void clickPicture(int x, int y) { // in 1280 x 720
+        const platform::Rect picture = m_driver->get(u"VideoPreview").GetPos();
+        const int width = picture.height() * 4 / 3;
+        const int left = picture.left + (picture.width() - width) / 2;
+        m_driver->click({left + x * width / 1280, picture.top + y * picture.height() / 720});
+    }
+
+    platform::SilentSound m_sound{m_clock};
+    int m_frame = 0;
+};
+
+TEST_F(PreviewTest, FollowsKeysClicksAndTheEndFrameByFrame) {
+    showScene();
+    const auto revision = session().revision();
+    m_driver->press(Key::f5);
+    EXPECT_TRUE(isVisible(u"VideoPreview"));
+    EXPECT_EQ(m_driver->focusName(), u"VideoPreview");
+    ASSERT_TRUE(shows(0));
+    EXPECT_EQ(m_driver->get(u"VideoPreview").accessibleName(), u"Preview of Alarm");
+    EXPECT_EQ(rows(u"ListChoices"),
+              (Texts{u"Alarm, Press B", u"Void, Press V", u"Out, At the end, in 0:01.20"}));
+    playTo(4);
+    clickPicture(100, 100);
+    EXPECT_EQ(rows(u"ListPath").size(), 1U) << "the zone is active from frame 5 on";
+    m_driver->press(Key::b);
+    playTo(8);
+    EXPECT_EQ(rows(u"ListChoices"),
+              (Texts{u"Out, Click into the zone Exit", u"Alarm, Chosen: at the end, in 0:00.88",
+                     u"Void, Press V", u"Out, At the end, unless a choice waits"}));
+    playTo(29);
+    m_clock.passed += 40;
+    ASSERT_TRUE(shows(0));
+    EXPECT_EQ(rows(u"ListPath"), (Texts{u"Alarm, Played from here, 0:00.00",
+                                        u"Alarm, Key B pressed, at the end of the clip, 0:01.20"}));
+    playTo(6);
+    clickPicture(900, 100);
+    EXPECT_EQ(rows(u"ListPath").size(), 2U) << "beside the zone";
+    clickPicture(100, 100);
+    ASSERT_TRUE(shows(0));
+    EXPECT_EQ(rows(u"ListPath").back(), u"Out, Zone \"Exit\" clicked, immediate, 0:01.44");
+    playTo(3);
+    m_clock.passed += 40;
+    EXPECT_TRUE(test::pumpUntil([&] { return rows(u"ListPath").size() == 5; }));
+    EXPECT_EQ(rows(u"ListPath").at(3), u"Roof, By chance, 1 of 1, 0:01.60");
+    EXPECT_EQ(rows(u"ListPath").back(), u"Stopped: \"Roof\" is not in the scene.");
+    m_driver->click(u"ButtonCopyPath");
+    EXPECT_TRUE(m_gui.windows().clipboardText().starts_with(
+        u"1\tAlarm\t0:00.00\tPlayed from here\n2\tAlarm\t0:01.20\tKey B pressed"));
+    m_driver->press(Key::backspace);
+    ASSERT_TRUE(shows(0));
+    EXPECT_EQ(rows(u"ListPath").size(), 3U);
+    m_driver->press(Key::escape);
+    EXPECT_FALSE(isVisible(u"VideoPreview"));
+    EXPECT_TRUE(rows(u"ListPath").empty());
+    EXPECT_EQ(session().revision(), revision) << "watching changes nothing";
+}
+
+TEST_F(PreviewTest, PlaysFromHereAndLetsTheSceneBeEdited) {
+    showScene();
+    m_driver->pick(u"ComboBranchName", 1);
+    m_driver->press(Key::f5, {.shift = true});
+    ASSERT_TRUE(shows(0));
+    EXPECT_EQ(rows(u"ListChoices"), (Texts{u"Roof, By chance at the end, 1 of 1"}));
+    m_driver->press(Key::space);
+    m_clock.passed += 4000;
+    test::pump();
+    EXPECT_EQ(rows(u"ListPath").size(), 1U) << "paused";
+    session().renameBranch(1, "Outside");
+    session().setTarget(1, 0, "Alarm");
+    session().moveBranch(0, 2);
+    EXPECT_EQ(rows(u"ListPath"), (Texts{u"Outside, Played from here, 0:00.00"}));
+    EXPECT_EQ(rows(u"ListChoices"), (Texts{u"Alarm, By chance at the end, 1 of 1"}));
+    m_driver->press(Key::space);
+    playTo(3);
+    m_clock.passed += 40;
+    ASSERT_TRUE(test::pumpUntil([&] { return rows(u"ListPath").size() == 2; }));
+    EXPECT_EQ(rows(u"ListPath").back(), u"Alarm, By chance, 1 of 1, 0:00.16");
+    session().removeBranch(2);
+    m_driver->click(*m_driver->get<toolkit::CListUI>(u"ListChoices").GetItemAt(1));
+    EXPECT_TRUE(test::pumpUntil([&] { return rows(u"ListPath").size() == 4; }));
+    EXPECT_EQ(rows(u"ListPath").back(), u"Stopped: no video.");
+    m_driver->click(u"ButtonPreviewStop");
+    EXPECT_FALSE(isVisible(u"VideoPreview"));
+    EXPECT_TRUE(isVisible(u"SceneMap"));
+}
+
+TEST_F(PreviewTest, SpeedSoundOutlinesAndPlaceCanBeChosen) {
+    showScene();
+    m_gui.soundSystem = &m_gui.silence; // a device that never lacks
+    m_driver->click(u"ButtonPlay");
+    ASSERT_TRUE(shows(0));
+    EXPECT_FALSE(isVisible(u"LabelProblem"));
+    m_driver->press(Key::space);
+    auto& slider = m_driver->get(u"SliderPreview");
+    const platform::Rect bar = slider.GetPos();
+    m_driver->click({bar.right - 2, bar.top + bar.height() / 2});
+    ASSERT_TRUE(shows(29));
+    EXPECT_EQ(slider.accessibleValue(), u"30 of 30");
+    m_driver->press(Key::left);
+    ASSERT_TRUE(shows(28));
+    const auto before = m_driver->picture();
+    m_driver->click(u"CheckShowZones");
+    const auto after = m_driver->picture();
+    const platform::Rect picture = m_driver->get(u"VideoPreview").GetPos();
+    int changed = 0;
+    for (int y = picture.top; y < picture.bottom; ++y) {
+        for (int x = picture.left; x < picture.right; ++x) {
+            changed += before.at(x, y) != after.at(x, y) ? 1 : 0;
+        }
+    }
+    EXPECT_GT(changed, 500) << "the outline and the name of the zone";
+    EXPECT_EQ(m_driver->get(u"ButtonPreviewPlay").accessibleName(), u"Play");
+}
+
+} // namespace
