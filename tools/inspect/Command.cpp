@@ -48,6 +48,10 @@ constexpr std::array kCommands{
         "\n"
         "Exit status: 0 every file was converted, 1 at least one was not, 2 there is no\n"
         "converter or the command line is wrong.\n"},
+    Command{"map", "DIR [--svg FILE] [--dot FILE]", runMap,
+            "Write a map of the scene in the folder DIR, as a drawing or as a graph in the DOT\n"
+            "language, or both. Every branch is in it with its whole name. Exit status: 0\n"
+            "written, 1 not written.\n"},
     Command{"scene", "DIR [--rewrite DIR2]", runScene,
             "Print the scene in the folder DIR as one JSON object.\n"
             "\n"

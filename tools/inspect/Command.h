@@ -40,6 +40,8 @@ void printKinds(std::ostream& out);
 [[nodiscard]] int runFrames(const Arguments& arguments, std::ostream& out);
 /// import FILE... --into DIR [--quality small|standard|high] [--no-sound] [--json]
 [[nodiscard]] int runImport(const Arguments& arguments, std::ostream& out);
+/// map DIR [--svg FILE] [--dot FILE]
+[[nodiscard]] int runMap(const Arguments& arguments, std::ostream& out);
 /// scene DIR [--rewrite DIR2]
 [[nodiscard]] int runScene(const Arguments& arguments, std::ostream& out);
 /// video FILE

@@ -1,0 +1,182 @@
+#include "map/MapLayout.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <span>
+#include <tuple>
+#include <utility>
+
+#include "map/Ordering.h"
+#include "map/Placement.h"
+#include "map/Ranks.h"
+
+namespace map {
+namespace {
+
+constexpr int kBetweenColumns = 40;
+constexpr int kSlotHeight = 18;
+constexpr int kSpread = 13;
+constexpr int kStub = 34; ///< below a node with an action that leads nowhere
+constexpr int kHeading = 44;
+constexpr int kFoot = 5;
+
+std::size_t at(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+int heightOf(const MapBranch& branch, const FormSizes& sizes) {
+    const int actions = static_cast<int>(branch.actions.size());
+    const int rows = std::min(actions, kMostRows) + (actions > kMostRows ? 1 : 0);
+    return sizes.height + (sizes.row > 0 ? rows * sizes.row + kFoot : 0);
+}
+
+bool hasStub(const MapBranch& branch) {
+    return std::any_of(branch.actions.begin(), branch.actions.end(), [](const MapAction& action) {
+        return action.branch < 0 && !action.target.empty();
+    });
+}
+
+/// The nodes of one part of the map, the reached ones or the others.
+class Part {
+public:
+    Part(const MapScene& scene, NodeForm form, MapLayout& layout)
+        : m_scene(scene), m_form(form), m_sizes(sizesOf(form)), m_layout(layout),
+          m_number(scene.branches.size(), -1) {}
+
+    void lay(const Ranks& ranks, const std::vector<MapLine>& actions, std::span<const Arc> arcs,
+             bool isReached, int top) {
+        std::vector<int> column;
+        std::vector<int> heights;
+        for (std::size_t branch = 0; branch < m_scene.branches.size(); ++branch) {
+            if (ranks.isReached[branch] == isReached) {
+                m_number[branch] = static_cast<int>(m_branches.size());
+                m_branches.push_back(static_cast<int>(branch));
+                column.push_back(ranks.column[branch]);
+                const MapBranch& content = m_scene.branches[branch];
+                heights.push_back(heightOf(content, m_sizes) +
+                                  (m_sizes.row > 0 && hasStub(content) ? kStub : 0));
+            }
+        }
+        std::vector<Arc> drawn;
+        for (std::size_t i = 0; i < arcs.size(); ++i) {
+            if (ranks.isForward[i] && m_number[at(arcs[i].from)] >= 0) {
+                drawn.push_back({m_number[at(arcs[i].from)], m_number[at(arcs[i].to)]});
+                m_lines.push_back(actions[i]);
+            }
+        }
+        Columns columns = makeColumns(column, drawn);
+        reduceCrossings(columns);
+        const std::vector<int> tops = placeVertices(columns, heights, m_sizes.gap, kSlotHeight);
+        for (std::size_t node = 0; node < m_branches.size(); ++node) {
+            const int branch = m_branches[node];
+            m_layout.nodes[at(branch)] = {xOf(column[node]), top + tops[node], m_sizes.width,
+                                          heightOf(m_scene.branches[at(branch)], m_sizes),
+                                          isReached};
+            m_layout.width = std::max(m_layout.width, xOf(column[node]) + m_sizes.width);
+            m_layout.height = std::max(m_layout.height, top + tops[node] + heights[node]);
+        }
+        addLines(columns, drawn, column, tops, top);
+    }
+
+private:
+    [[nodiscard]] int xOf(int column) const { return column * (m_sizes.width + kBetweenColumns); }
+
+    void addLines(const Columns& columns, const std::vector<Arc>& drawn,
+                  const std::vector<int>& column, const std::vector<int>& tops, int top) {
+        for (std::size_t i = 0; i < drawn.size(); ++i) {
+            MapLine& line = m_lines[i];
+            const MapNode& from = m_layout.nodes[at(line.branch)];
+            line.points = {{from.x + from.width, from.y + exitOf(m_form, line.action)}};
+            int passed = column[at(drawn[i].from)];
+            for (const int slot : columns.slots[i]) {
+                const int y = top + tops[at(slot)] + kSlotHeight / 2;
+                const int x = xOf(++passed);
+                line.points.push_back({x, y});
+                line.points.push_back({x + m_sizes.width, y});
+                m_layout.height = std::max(m_layout.height, y + kSlotHeight / 2);
+            }
+        }
+        spreadEnds(drawn);
+        std::move(m_lines.begin(), m_lines.end(), std::back_inserter(m_layout.lines));
+    }
+
+    /// Lines arrive in the order in which they come, one below the other.
+    void spreadEnds(const std::vector<Arc>& drawn) {
+        std::vector<std::size_t> order(drawn.size());
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            order[i] = i;
+        }
+        const auto key = [&](std::size_t i) {
+            return std::tuple(drawn[i].to, m_lines[i].points.back().y, i);
+        };
+        std::sort(order.begin(), order.end(),
+                  [&](std::size_t one, std::size_t other) { return key(one) < key(other); });
+        for (std::size_t begin = 0; begin < order.size();) {
+            std::size_t end = begin;
+            while (end < order.size() && drawn[order[end]].to == drawn[order[begin]].to) {
+                ++end;
+            }
+            const int count = static_cast<int>(end - begin);
+            const MapNode& to = m_layout.nodes[at(m_branches[at(drawn[order[begin]].to)])];
+            const int room = 2 * std::min(m_sizes.entry, to.height - m_sizes.entry) - 8;
+            const int all = std::min(kSpread * (count - 1), std::max(room, 0));
+            for (int i = 0; begin < end; ++begin, ++i) {
+                const int by = count > 1 ? all * i / (count - 1) - all / 2 : 0;
+                m_lines[order[begin]].points.push_back({to.x, to.y + m_sizes.entry + by});
+            }
+        }
+    }
+
+    const MapScene& m_scene;
+    NodeForm m_form;
+    FormSizes m_sizes;
+    MapLayout& m_layout;
+    std::vector<int> m_number;   ///< by branch; -1: not in this part
+    std::vector<int> m_branches; ///< by number
+    std::vector<MapLine> m_lines;
+};
+
+} // namespace
+
+FormSizes sizesOf(NodeForm form) {
+    switch (form) {
+    case NodeForm::whole:
+        return {136, kStillHeight + kNameHeight, 17, 24, 37};
+    case NodeForm::still:
+        return {92, 74, 0, 22, 37};
+    default:
+        return {72, kNameHeight, 0, 16, kNameHeight / 2};
+    }
+}
+
+int exitOf(NodeForm form, int action) {
+    const FormSizes sizes = sizesOf(form);
+    return sizes.row > 0 ? sizes.height + sizes.row * std::min(action, kMostRows) + sizes.row / 2
+                         : sizes.entry;
+}
+
+MapLayout layOut(const MapScene& scene, NodeForm form) {
+    std::vector<Arc> arcs;
+    std::vector<MapLine> actions; // by arc
+    for (std::size_t branch = 0; branch < scene.branches.size(); ++branch) {
+        const std::vector<MapAction>& content = scene.branches[branch].actions;
+        for (std::size_t action = 0; action < content.size(); ++action) {
+            if (content[action].branch >= 0) {
+                arcs.push_back({static_cast<int>(branch), content[action].branch});
+                actions.push_back({static_cast<int>(branch), static_cast<int>(action), {}});
+            }
+        }
+    }
+    const Ranks ranks = rankNodes(static_cast<int>(scene.branches.size()), arcs, scene.first);
+    MapLayout layout;
+    layout.nodes.resize(scene.branches.size());
+    Part(scene, form, layout).lay(ranks, actions, arcs, true, 0);
+    if (std::find(ranks.isReached.begin(), ranks.isReached.end(), false) != ranks.isReached.end()) {
+        layout.unreachedTop = layout.height + (layout.height > 0 ? sizesOf(form).gap : 0);
+        Part(scene, form, layout).lay(ranks, actions, arcs, false, layout.unreachedTop + kHeading);
+    }
+    return layout;
+}
+
+} // namespace map

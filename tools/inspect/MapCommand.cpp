@@ -1,0 +1,47 @@
+#include <iostream>
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "core/File.h"
+#include "map/MapScene.h"
+#include "map/MapText.h"
+#include "scene/SceneManager.h"
+#include "tools/inspect/Command.h"
+
+namespace inspect {
+namespace {
+
+constexpr int kFailed = 1;
+
+bool write(const std::string& path, const std::string& text) {
+    core::File file;
+    if (file.open(path, "wb") && file.writeString(text) && file.close()) {
+        return true;
+    }
+    std::cerr << "quorvel-inspect: cannot write " << path << '\n';
+    return false;
+}
+
+} // namespace
+
+int runMap(const Arguments& arguments, std::ostream& /*out*/) {
+    Arguments rest = arguments;
+    std::string svg;
+    std::string dot;
+    if (!takeOption(rest, "--svg", svg) || !takeOption(rest, "--dot", dot) || rest.size() != 1 ||
+        rest.front().empty() || (svg.empty() && dot.empty())) {
+        static_cast<void>(badUsage("map", "one folder and a file to write are needed"));
+        return kFailed;
+    }
+    const std::shared_ptr<scene::SceneManager> scene = readScene(rest.front());
+    if (!scene) {
+        return kFailed;
+    }
+    const map::MapScene content = map::readMap(*scene);
+    const bool isWritten = (svg.empty() || write(svg, map::svgText(content))) &&
+                           (dot.empty() || write(dot, map::dotText(content)));
+    return isWritten ? kSuccess : kFailed;
+}
+
+} // namespace inspect
