@@ -40,6 +40,7 @@
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
 #include "ui/commands/ContextMenu.h"
+#include "ui/map/MapPresenter.h"
 #include "ui/map/SceneMap.h"
 #include "ui/preview/PreviewNames.h"
 #include "ui/preview/PreviewPresenter.h"
@@ -132,6 +133,7 @@ void BranchList::Notify(toolkit::TNotifyUI& message) {
     if (m_parts && message.sType == toolkit::kTextChanged &&
         message.pSender->GetName() == kFindEdit) {
         m_parts->find.typed();
+        m_parts->map.setFound(m_parts->find.found());
     }
     EditorWindow::Notify(message);
     if (message.sType != toolkit::kTextChanged && m_parts && !IsClosing()) {
@@ -164,6 +166,8 @@ void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
             m_parts->findings.choose(m_isPointerUsed);
         } else if (message.pSender->GetName() == kPreviewChoices && m_isPointerUsed) {
             m_parts->preview.takeChoice();
+        } else if (message.pSender->GetName() == kSceneMap) {
+            m_parts->branches.show(static_cast<int>(message.wParam));
         }
     }
 }
@@ -175,6 +179,8 @@ void BranchList::OnItemActivate(toolkit::TNotifyUI& message) {
         m_parts->preview.takeChoice();
     } else if (m_parts && message.pSender->GetName() == kPreviewPath) {
         m_parts->branches.show(m_parts->preview.selectedBranch());
+    } else if (m_parts && message.pSender->GetName() == kSceneMap) {
+        leavePane();
     }
 }
 
@@ -279,6 +285,7 @@ void BranchList::branchShown(int branch, bool again) {
     m_parts->videos.show(branch);
     m_parts->actions.show(branch, again);
     m_parts->leads.show(branch);
+    m_parts->map.choose(branch);
     showClip(false);
     showEnabled();
 }

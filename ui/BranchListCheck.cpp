@@ -48,6 +48,13 @@ void BranchList::bindCheck() {
     commands().bind(
         command::kFindingBefore, [&parts] { parts.findings.step(-1); }, hasFindings);
     commands().bind(command::kMap, [this] { toggleMap(); });
+    const auto isMapShown = [&parts] { return parts.leftPane.isShown(LeftPane::Page::map); };
+    commands().bind(
+        command::kMapFit, [&parts] { parts.map.fit(); }, isMapShown);
+    commands().bind(
+        command::kMapIn, [&parts] { parts.map.zoom(1); }, isMapShown);
+    commands().bind(
+        command::kMapOut, [&parts] { parts.map.zoom(-1); }, isMapShown);
     commands().bind(command::kFix, [&parts] { parts.strip.answer(kFixButton); });
     commands().bind(command::kFixOther, [&parts] { parts.strip.answer(kFixOtherButton); });
 }

@@ -20,6 +20,7 @@
 #include "ui/branch_editor/VideoAdder.h"
 #include "ui/branch_editor/VideoPresenter.h"
 #include "ui/branch_editor/ZoneVisit.h"
+#include "ui/map/MapPresenter.h"
 #include "ui/preview/PreviewPresenter.h"
 
 namespace ui {
@@ -39,6 +40,7 @@ struct BranchList::Parts {
     HistoryPresenter history;
     FindingsPresenter findings;
     LeftPane leftPane;
+    MapPresenter map;
     BranchFind find;
     LeadsPresenter leads;
     PreviewPresenter preview;

@@ -168,6 +168,13 @@ std::vector<const check::Finding*> FindingsPresenter::wanted() const {
     return findings;
 }
 
+int FindingsPresenter::errorsOf(int branch) const {
+    const auto& findings = m_check.findings();
+    return static_cast<int>(std::count_if(findings.begin(), findings.end(), [&](const auto* one) {
+        return one->branch == branch && one->severity == check::Severity::error;
+    }));
+}
+
 void FindingsPresenter::update() {
     showCounts();
     auto* list = m_controls.find<toolkit::CListUI>(kFindingsList);

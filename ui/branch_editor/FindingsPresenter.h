@@ -60,6 +60,8 @@ public:
     void choose(bool byPointer);
     /// Selects the next finding, or the one before, and shows where it is.
     void step(int by);
+    /// How many the branch has.
+    [[nodiscard]] int errorsOf(int branch) const;
     [[nodiscard]] bool hasRows() const { return !m_shown.empty(); }
     /// A filter or the fold was pressed.
     void filter();

@@ -38,6 +38,9 @@ inline constexpr std::string_view kCopyPath = "copyPath";
 inline constexpr std::string_view kHalfSpeed = "halfSpeed";
 inline constexpr std::string_view kNormalSpeed = "normalSpeed";
 inline constexpr std::string_view kDoubleSpeed = "doubleSpeed";
+inline constexpr std::string_view kMapFit = "mapFit";
+inline constexpr std::string_view kMapIn = "mapIn";
+inline constexpr std::string_view kMapOut = "mapOut";
 inline constexpr std::string_view kNextFinding = "nextFinding";
 inline constexpr std::string_view kFindingBefore = "findingBefore";
 inline constexpr std::string_view kFix = "fix";
@@ -138,6 +141,14 @@ inline constexpr Command kBranchEditorCommands[] = {
      u"CheckMap",
      u"Show or hide the map (Ctrl+M)",
      {{{platform::Key::m, {.control = true}}}}},
+    {command::kMapFit,
+     kBranchEditor,
+     u"Fit the Map",
+     u"ButtonMapFit",
+     u"Fit the whole scene (Ctrl+0)",
+     {{{platform::Key::digit0, {.control = true}}}}},
+    {command::kMapIn, {}, u"Zoom In", u"ButtonMapIn", u"Zoom in"},
+    {command::kMapOut, {}, u"Zoom Out", u"ButtonMapOut", u"Zoom out"},
     {command::kCheck, kBranchEditor, u"Check", u"ButtonCheck", u"Findings"},
     {.id = command::kNextFinding,
      .group = kBranchEditor,

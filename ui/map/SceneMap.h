@@ -1,17 +1,111 @@
-// The scene as a map: a node for each branch, lines to the branches that its actions lead to.
+// The scene as a map: a node for each branch with its actions, and lines to the branches that they
+// lead to. Click a node, or go there by the arrow keys, and "itemselect" is sent; a double click or
+// Enter sends "itemactivate". The wheel zooms about the pointer, dragging moves the view.
 // UI thread only.
 #pragma once
 
+#include <functional>
+#include <map>
+#include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "map/MapLayout.h"
+#include "map/MapScene.h"
+#include "platform/Accessible.h"
+#include "platform/Bitmap.h"
+#include "platform/Canvas.h"
+#include "platform/Color.h"
+#include "platform/Event.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/input/TEventUI.h"
 
 namespace ui {
 
+/// A layout of the scene, by form; made once for each scene.
+using MapLayouts = std::map<map::NodeForm, map::MapLayout>;
+
 class SceneMap final : public toolkit::CControlUI {
 public:
+    using Picture = std::shared_ptr<const platform::Bitmap>;
+
+    SceneMap();
+
+    /// The chosen branch keeps its place in the view.
+    void show(std::shared_ptr<const map::MapScene> scene, std::shared_ptr<MapLayouts> layouts);
+    /// Null for none; called while painting.
+    void setStills(std::function<Picture(int branch)> stills) { m_stills = std::move(stills); }
+    /// How many errors a branch has; called while painting.
+    void setErrors(std::function<int(int branch)> errors) { m_errors = std::move(errors); }
+    /// Sends nothing; -1 for none.
+    void choose(int branch);
+    [[nodiscard]] int chosen() const { return m_chosen; }
+    /// Rings, while something is looked for.
+    void setFound(std::vector<int> branches);
+
+    /// To the next step; `by` above 0 enlarges.
+    void zoom(int by);
+    void fit();
+    [[nodiscard]] int zoomPercent() const;
+    /// Called whenever the zoom has changed.
+    void setOnZoom(std::function<void()> onZoom) { m_onZoom = std::move(onZoom); }
+    /// Where a branch is in the window; empty when there is none.
+    [[nodiscard]] Rect placeOf(int branch) const;
+
     [[nodiscard]] std::u16string GetClass() const override { return u"SceneMap"; }
     [[nodiscard]] bool isFocusable() const override { return true; }
+    [[nodiscard]] bool claimsKey(const platform::Event& event) const override;
+    bool DoEvent(const toolkit::TEventUI& event) override;
+    void SetPos(const Rect& pos) override;
+    void forgetInput() override { m_isPressed = m_isDragged = false; }
+    [[nodiscard]] std::u16string toolTipAt(Point point) const override;
+    [[nodiscard]] std::u16string accessibleValue() const override;
+
+protected:
+    void paintStatus(platform::Canvas& canvas) override;
+
+private:
+    struct View { ///< the map's point (x, y) stands in the control's top left corner
+        double x = 0;
+        double y = 0;
+    };
+
+    [[nodiscard]] map::NodeForm form() const;
+    [[nodiscard]] double scale() const;
+    [[nodiscard]] const map::MapLayout& layout() const;
+    [[nodiscard]] int branchAt(Point point) const;
+    [[nodiscard]] Rect inWindow(int x, int y, int width, int height) const;
+    void setStep(int step, Point fixed);
+    void reveal(int branch);
+    void pick(int branch);
+    bool key(const platform::Event& event);
+    void press(const platform::Event& event);
+    void drag(Point point);
+    void go(platform::Key key);
+
+    void paintLines(platform::Canvas& canvas, bool near) const;
+    void paintNode(platform::Canvas& canvas, int branch) const;
+    void paintStill(platform::Canvas& canvas, int branch, const Rect& box) const;
+    void paintRows(platform::Canvas& canvas, int branch, const Rect& box) const;
+    void paintText(platform::Canvas& canvas, const std::string& text, const Rect& box, int font,
+                   platform::Color color) const;
+    using CControlUI::paintText;
+
+    std::shared_ptr<const map::MapScene> m_scene;
+    std::shared_ptr<MapLayouts> m_layouts;
+    std::function<Picture(int)> m_stills;
+    std::function<int(int)> m_errors;
+    std::function<void()> m_onZoom;
+    std::vector<int> m_found;
+    int m_chosen = -1;
+    int m_step; ///< of the zoom
+    View m_view;
+    bool m_isFitted = false; ///< nobody has moved the view since
+    bool m_isPressed = false;
+    bool m_isDragged = false;
+    Point m_pressedAt;
+    View m_pressedView;
 };
 
 } // namespace ui

@@ -1,0 +1,159 @@
+#include "ui/map/MapPresenter.h"
+
+#include <cstddef>
+#include <utility>
+
+#include "core/Text.h"
+#include "map/MapLayout.h"
+#include "stills/Still.h"
+#include "ui/branch_editor/ControlNames.h"
+
+namespace ui {
+
+using namespace branch_list;
+
+namespace {
+
+constexpr std::size_t kSmall = 150; ///< branches that are laid out at once
+constexpr std::size_t kMostStills = 400;
+constexpr platform::Size kStillBox{272, 152};
+
+} // namespace
+
+MapPresenter::MapPresenter(Controls controls, scene::SceneSession& session,
+                           const std::string& folder, platform::EventLoop& loop,
+                           stills::StillService* stills, std::function<int(int)> errors)
+    : m_controls(controls), m_session(session), m_folder(folder), m_job(loop),
+      m_subscription(session.observe([this](const auto& /*changes*/) { update(); })) {
+    SceneMap* map = control();
+    if (map == nullptr) {
+        return;
+    }
+    if (stills != nullptr) {
+        m_stills = std::make_unique<stills::StillClient>(
+            *stills, [map](const stills::StillRequest&) { map->Invalidate(); });
+    }
+    map->setStills([this](int branch) { return still(branch); });
+    map->setErrors(std::move(errors));
+    map->setOnZoom([this] { showZoom(); });
+    update();
+}
+
+MapPresenter::~MapPresenter() {
+    m_job.cancel();
+    if (SceneMap* map = control()) {
+        map->setStills({});
+        map->setErrors({});
+        map->setOnZoom({});
+    }
+}
+
+SceneMap* MapPresenter::control() const {
+    return m_controls.find<SceneMap>(kSceneMap);
+}
+
+void MapPresenter::update() {
+    auto scene = std::make_shared<const map::MapScene>(map::readMap(m_session.scene()));
+    if (m_scene != nullptr && *scene == *m_scene) {
+        return;
+    }
+    m_scene = std::move(scene);
+    if (m_scene->branches.size() <= kSmall) {
+        m_isStale = m_job.isRunning();
+        show(std::make_shared<MapLayouts>());
+    } else if (m_job.isRunning()) {
+        m_isStale = true;
+    } else {
+        layOut();
+    }
+    wantStills();
+}
+
+void MapPresenter::layOut() {
+    m_isStale = false;
+    const auto layouts = std::make_shared<MapLayouts>();
+    const auto work = [layouts, scene = m_scene](jobs::BackgroundJob::Control& control) {
+        for (const map::NodeForm form :
+             {map::NodeForm::whole, map::NodeForm::still, map::NodeForm::name}) {
+            if (!control.isCancelled()) {
+                layouts->emplace(form, map::layOut(*scene, form));
+            }
+        }
+    };
+    m_job.start(work, {}, [this, layouts](bool isWhole) {
+        if (!m_isStale && isWhole) {
+            show(layouts);
+        } else if (m_isStale && m_scene->branches.size() > kSmall) {
+            layOut();
+        }
+    });
+}
+
+void MapPresenter::show(const std::shared_ptr<MapLayouts>& layouts) {
+    if (SceneMap* map = control()) {
+        map->show(m_scene, layouts);
+        map->choose(m_chosen);
+    }
+}
+
+void MapPresenter::choose(int branch) {
+    m_chosen = branch;
+    if (SceneMap* map = control()) {
+        map->choose(branch);
+    }
+}
+
+void MapPresenter::setFound(std::vector<int> branches) {
+    if (SceneMap* map = control()) {
+        map->setFound(std::move(branches));
+    }
+}
+
+void MapPresenter::zoom(int by) {
+    if (SceneMap* map = control()) {
+        map->zoom(by);
+    }
+}
+
+void MapPresenter::fit() {
+    if (SceneMap* map = control()) {
+        map->fit();
+    }
+}
+
+void MapPresenter::showErrors() {
+    if (SceneMap* map = control()) {
+        map->Invalidate();
+    }
+}
+
+void MapPresenter::showZoom() const {
+    if (const SceneMap* map = control()) {
+        m_controls.setText(kZoomLabel,
+                           core::displayText(std::to_string(map->zoomPercent()) + " %"));
+    }
+}
+
+void MapPresenter::wantStills() {
+    if (m_stills == nullptr || m_folder.empty()) {
+        return;
+    }
+    std::vector<stills::StillRequest> requests;
+    for (const map::MapBranch& branch : m_scene->branches) {
+        if (!branch.video.empty() && requests.size() < kMostStills) {
+            requests.push_back({m_folder + branch.video, kStillBox});
+        }
+    }
+    m_stills->want(std::move(requests));
+}
+
+SceneMap::Picture MapPresenter::still(int branch) {
+    const std::string& video = m_scene->branches[static_cast<std::size_t>(branch)].video;
+    if (m_stills == nullptr || m_folder.empty() || video.empty()) {
+        return nullptr;
+    }
+    const stills::StillPtr still = m_stills->find({m_folder + video, kStillBox});
+    return still ? SceneMap::Picture(still, &still->picture) : nullptr;
+}
+
+} // namespace ui

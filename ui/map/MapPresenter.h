@@ -1,0 +1,63 @@
+// Fills the map of the branch editor and follows every edit. Large scenes are laid out on a thread.
+// Used by the branch editor. UI thread only.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "edit/Observers.h"
+#include "jobs/BackgroundJob.h"
+#include "map/MapScene.h"
+#include "scene/SceneSession.h"
+#include "stills/StillService.h"
+#include "ui/Controls.h"
+#include "ui/map/SceneMap.h"
+
+namespace platform {
+class EventLoop;
+}
+
+namespace ui {
+
+class MapPresenter {
+public:
+    /// `folder`: the scene's, ending in a separator; empty when it is unknown. `stills` may be
+    /// null. `errors`: how many a branch has. All of them outlive the presenter.
+    MapPresenter(Controls controls, scene::SceneSession& session, const std::string& folder,
+                 platform::EventLoop& loop, stills::StillService* stills,
+                 std::function<int(int branch)> errors);
+    ~MapPresenter();
+    MapPresenter(const MapPresenter&) = delete;
+    MapPresenter& operator=(const MapPresenter&) = delete;
+
+    /// The branch on show is another one.
+    void choose(int branch);
+    void setFound(std::vector<int> branches);
+    void zoom(int by);
+    void fit();
+    /// Findings have changed.
+    void showErrors();
+
+private:
+    [[nodiscard]] SceneMap* control() const;
+    void update();
+    void layOut();
+    void show(const std::shared_ptr<MapLayouts>& layouts);
+    void wantStills();
+    [[nodiscard]] SceneMap::Picture still(int branch);
+    void showZoom() const;
+
+    Controls m_controls;
+    scene::SceneSession& m_session;
+    const std::string& m_folder;
+    std::shared_ptr<const map::MapScene> m_scene;
+    std::unique_ptr<stills::StillClient> m_stills;
+    bool m_isStale = false; ///< the scene has changed since the layout began
+    int m_chosen = -1;
+    jobs::BackgroundJob m_job;
+    edit::Subscription m_subscription;
+};
+
+} // namespace ui

@@ -1,0 +1,331 @@
+#include "ui/map/SceneMap.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdlib>
+
+#include "core/Text.h"
+#include "toolkit/window/Notification.h"
+
+namespace ui {
+
+using map::MapNode;
+using map::NodeForm;
+using platform::Key;
+using toolkit::EventType;
+
+namespace {
+
+struct Step {
+    int percent;
+    NodeForm form;
+    double scale; ///< of the form's own pixels
+};
+constexpr std::array<Step, 7> kSteps{{{35, NodeForm::name, 1},
+                                      {45, NodeForm::still, 0.75},
+                                      {60, NodeForm::still, 1},
+                                      {80, NodeForm::whole, 0.8},
+                                      {100, NodeForm::whole, 1},
+                                      {125, NodeForm::whole, 1.25},
+                                      {150, NodeForm::whole, 1.5}}};
+constexpr int kUsualStep = 4;
+constexpr int kMargin = 16;
+constexpr int kSlack = 4; ///< pixels until a press becomes a drag
+
+std::size_t at(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+} // namespace
+
+SceneMap::SceneMap() : m_step(kUsualStep) {}
+
+NodeForm SceneMap::form() const {
+    return kSteps.at(at(m_step)).form;
+}
+
+double SceneMap::scale() const {
+    return kSteps.at(at(m_step)).scale;
+}
+
+int SceneMap::zoomPercent() const {
+    return kSteps.at(at(m_step)).percent;
+}
+
+const map::MapLayout& SceneMap::layout() const {
+    static const map::MapLayout kNone;
+    if (m_scene == nullptr || m_layouts == nullptr) {
+        return kNone;
+    }
+    const auto found = m_layouts->find(form());
+    return found != m_layouts->end()
+               ? found->second
+               : m_layouts->emplace(form(), map::layOut(*m_scene, form())).first->second;
+}
+
+void SceneMap::show(std::shared_ptr<const map::MapScene> scene,
+                    std::shared_ptr<MapLayouts> layouts) {
+    const Rect before = placeOf(m_chosen);
+    m_scene = std::move(scene);
+    m_layouts = std::move(layouts);
+    const Rect now = placeOf(m_chosen);
+    if (before.width() > 0 && now.width() > 0 && !m_isFitted) {
+        m_view.x += now.left - before.left;
+        m_view.y += now.top - before.top;
+    } else {
+        fit();
+    }
+    accessibleChanged(platform::AccessibleChange::value);
+    Invalidate();
+}
+
+void SceneMap::choose(int branch) {
+    if (m_chosen != branch) {
+        m_chosen = branch;
+        reveal(branch);
+        accessibleChanged(platform::AccessibleChange::value);
+        Invalidate();
+    }
+}
+
+void SceneMap::setFound(std::vector<int> branches) {
+    if (m_found != branches) {
+        m_found = std::move(branches);
+        Invalidate();
+    }
+}
+
+SceneMap::Rect SceneMap::inWindow(int x, int y, int width, int height) const {
+    const auto edge = [this](int begin, double shift, int place) {
+        return static_cast<int>(std::floor(begin * scale() - shift)) + place;
+    };
+    return {edge(x, m_view.x, GetPos().left), edge(y, m_view.y, GetPos().top),
+            edge(x + width, m_view.x, GetPos().left), edge(y + height, m_view.y, GetPos().top)};
+}
+
+SceneMap::Rect SceneMap::placeOf(int branch) const {
+    const map::MapLayout& map = layout();
+    if (branch < 0 || at(branch) >= map.nodes.size()) {
+        return {};
+    }
+    const MapNode& node = map.nodes[at(branch)];
+    return inWindow(node.x, node.y, node.width, node.height);
+}
+
+int SceneMap::branchAt(Point point) const {
+    const int count = static_cast<int>(layout().nodes.size());
+    for (int branch = 0; branch < count; ++branch) {
+        if (placeOf(branch).contains(point)) {
+            return branch;
+        }
+    }
+    return -1;
+}
+
+void SceneMap::fit() {
+    const Size room{GetPos().width() - 2 * kMargin, GetPos().height() - 2 * kMargin};
+    for (m_step = static_cast<int>(kSteps.size()) - 1; m_step > 0; --m_step) {
+        if (m_step <= kUsualStep && layout().width * scale() <= room.width &&
+            layout().height * scale() <= room.height) {
+            break;
+        }
+    }
+    const auto shift = [this](int length, int window) {
+        const double free = window - length * scale();
+        return -(kMargin + std::max(0.0, free / 2));
+    };
+    m_view = {shift(layout().width, room.width), shift(layout().height, room.height)};
+    m_isFitted = true;
+    reveal(m_chosen);
+    if (m_onZoom) {
+        m_onZoom();
+    }
+    Invalidate();
+}
+
+void SceneMap::setStep(int step, Point fixed) {
+    step = std::clamp(step, 0, static_cast<int>(kSteps.size()) - 1);
+    if (step == m_step) {
+        return;
+    }
+    // Forms have places of their own: a node, or the part of the map, keeps its place.
+    const int node = branchAt(fixed);
+    const Rect before = placeOf(node);
+    const double shareX =
+        (fixed.x - GetPos().left + m_view.x) / std::max(1.0, layout().width * scale());
+    const double shareY =
+        (fixed.y - GetPos().top + m_view.y) / std::max(1.0, layout().height * scale());
+    m_step = step;
+    m_isFitted = false;
+    if (node >= 0) {
+        const Rect now = placeOf(node);
+        m_view.x +=
+            now.left - before.left +
+            (fixed.x - before.left) * (static_cast<double>(now.width()) / before.width() - 1);
+        m_view.y += now.top - before.top;
+    } else {
+        m_view.x = shareX * layout().width * scale() - (fixed.x - GetPos().left);
+        m_view.y = shareY * layout().height * scale() - (fixed.y - GetPos().top);
+    }
+    if (m_onZoom) {
+        m_onZoom();
+    }
+    Invalidate();
+}
+
+void SceneMap::zoom(int by) {
+    const Rect chosen = placeOf(m_chosen);
+    const Rect& pos = GetPos();
+    const bool isSeen = chosen.width() > 0 && chosen.intersected(pos).width() > 0;
+    setStep(m_step + (by > 0 ? 1 : -1),
+            isSeen ? Point{(chosen.left + chosen.right) / 2, (chosen.top + chosen.bottom) / 2}
+                   : Point{(pos.left + pos.right) / 2, (pos.top + pos.bottom) / 2});
+}
+
+/// Moves the view as little as it takes to show the branch.
+void SceneMap::reveal(int branch) {
+    const Rect place = placeOf(branch);
+    const Rect& pos = GetPos();
+    if (place.width() == 0 || pos.width() == 0) {
+        return;
+    }
+    const auto by = [](int begin, int end, int from, int to) {
+        return begin < from + kMargin || end - begin > to - from - 2 * kMargin
+                   ? std::min(0, begin - from - kMargin)
+                   : std::max(0, end - to + kMargin);
+    };
+    m_view.x += by(place.left, place.right, pos.left, pos.right);
+    m_view.y += by(place.top, place.bottom, pos.top, pos.bottom);
+    Invalidate();
+}
+
+void SceneMap::SetPos(const Rect& pos) {
+    const bool isNew = pos.size() != GetPos().size();
+    CControlUI::SetPos(pos);
+    if (isNew && m_isFitted) {
+        fit();
+    }
+}
+
+void SceneMap::pick(int branch) {
+    if (branch >= 0 && branch != m_chosen) {
+        choose(branch);
+        notify(toolkit::kItemSelect, branch);
+    }
+}
+
+bool SceneMap::claimsKey(const platform::Event& event) const {
+    const bool isArrow = event.key == Key::left || event.key == Key::right ||
+                         event.key == Key::up || event.key == Key::down;
+    return !event.modifiers.control && !event.modifiers.alt &&
+           (isArrow || event.key == Key::enter || event.key == Key::home);
+}
+
+/// To the nearest node in that direction.
+void SceneMap::go(Key key) {
+    const Rect from = placeOf(m_chosen);
+    int best = -1;
+    int least = 0;
+    for (int branch = 0; branch < static_cast<int>(layout().nodes.size()); ++branch) {
+        const Rect to = placeOf(branch);
+        const int right = to.left - from.left;
+        const int down = to.top - from.top;
+        const int ahead = key == Key::left    ? -right
+                          : key == Key::right ? right
+                          : key == Key::up    ? -down
+                                              : down;
+        const int aside = std::abs(key == Key::left || key == Key::right ? down : right);
+        const int distance = ahead + 2 * aside;
+        if (ahead > 0 && (best < 0 || distance < least)) {
+            best = branch;
+            least = distance;
+        }
+    }
+    pick(best);
+}
+
+bool SceneMap::key(const platform::Event& event) {
+    if (!claimsKey(event)) {
+        return false;
+    }
+    if (event.key == Key::enter) {
+        notify(toolkit::kItemActivate, m_chosen);
+    } else if (m_chosen < 0 || event.key == Key::home) {
+        pick(m_scene != nullptr ? std::max(m_scene->first, 0) : -1);
+    } else {
+        go(event.key);
+    }
+    return true;
+}
+
+void SceneMap::press(const platform::Event& event) {
+    m_isPressed = true;
+    m_isDragged = false;
+    m_pressedAt = event.position;
+    m_pressedView = m_view;
+    pick(branchAt(event.position));
+    m_pressedView = m_view;
+}
+
+void SceneMap::drag(Point point) {
+    const Point by{point.x - m_pressedAt.x, point.y - m_pressedAt.y};
+    m_isDragged = m_isDragged || std::abs(by.x) > kSlack || std::abs(by.y) > kSlack;
+    if (m_isDragged) {
+        m_view = {m_pressedView.x - by.x, m_pressedView.y - by.y};
+        m_isFitted = false;
+        Invalidate();
+    }
+}
+
+bool SceneMap::DoEvent(const toolkit::TEventUI& event) {
+    switch (event.Type) {
+    case EventType::buttonDown:
+        press(event.native);
+        return true;
+    case EventType::mouseMove:
+        if (m_isPressed) {
+            drag(event.native.position);
+        }
+        return true;
+    case EventType::buttonUp:
+    case EventType::captureLost:
+        forgetInput();
+        return true;
+    case EventType::doubleClick:
+        if (branchAt(event.native.position) >= 0) {
+            notify(toolkit::kItemActivate, branchAt(event.native.position));
+        }
+        return true;
+    case EventType::wheel:
+        setStep(m_step + (event.native.wheelDelta > 0 ? 1 : -1), event.native.position);
+        return true;
+    case EventType::keyDown:
+        return key(event.native);
+    default:
+        return CControlUI::DoEvent(event);
+    }
+}
+
+std::u16string SceneMap::toolTipAt(Point point) const {
+    const int branch = branchAt(point);
+    return branch >= 0 ? core::displayText(m_scene->branches[at(branch)].name) : std::u16string();
+}
+
+std::u16string SceneMap::accessibleValue() const {
+    if (m_scene == nullptr || m_chosen < 0 || at(m_chosen) >= m_scene->branches.size()) {
+        return {};
+    }
+    const map::MapBranch& branch = m_scene->branches[at(m_chosen)];
+    const std::size_t actions = branch.actions.size();
+    std::string value = branch.name + (m_chosen == m_scene->first ? ", first branch" : "") + ", " +
+                        std::to_string(actions) + (actions == 1 ? " action" : " actions");
+    const int errors = m_errors ? m_errors(m_chosen) : 0;
+    if (errors > 0) {
+        value += ", " + std::to_string(errors) + (errors == 1 ? " error" : " errors");
+    }
+    return core::displayText(value);
+}
+
+} // namespace ui
