@@ -132,5 +132,5 @@ TEST(SkinDocument, NamesForEveryElementTheAttributesThatItsKindKnowsAndNoOthers)
                 << name;
         }
     }
-    EXPECT_EQ(elements, 17);
+    EXPECT_EQ(elements, 18);
 }
