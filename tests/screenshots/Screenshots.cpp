@@ -304,7 +304,8 @@ private:
         driver.native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
         test::pump();
         driver.press(platform::Key::f5);
-        test::pumpUntil([&] { return !driver.textOf(u"LabelPreviewTime").empty(); });
+        m_good =
+            test::pumpUntil([&] { return !driver.textOf(u"LabelPreviewTime").empty(); }) && m_good;
         driver.press(platform::Key::space);
         driver.click(u"SliderPreview");
         driver.click(u"CheckShowZones");
