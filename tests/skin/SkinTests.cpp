@@ -233,7 +233,8 @@ const Layout kLayouts[] = {
      "ButtonCreate ButtonBack",
      ui::kNewSceneCommands},
     {"BranchList",
-     "ButtonUndo ButtonRedo ButtonCheck CheckMap ButtonMenu ButtonSave ButtonMinimize "
+     "ButtonUndo ButtonRedo ButtonPlay ButtonPlayHere ButtonCheck CheckMap ButtonMenu ButtonSave "
+     "ButtonMinimize "
      "ButtonMaximize "
      "ButtonExit "
      "SplitterColumn ComboBranchName ButtonAddBranch "
