@@ -93,7 +93,7 @@ void PreviewRow::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
         left = box.left + kTextLeft;
     } else {
         paintLine(canvas, m_look.number,
-                  {box.left + kNumberLeft, box.top, left, box.top + box.height() / 2 + 2},
+                  {box.left + kNumberLeft, box.top + 3, left, box.top + box.height() / 2 + 2},
                   kBoldFont, ink, TextAlign::left);
     }
     const int right = box.right - kInset - (m_look.time.empty() ? 0 : kTimeWidth);
@@ -103,8 +103,8 @@ void PreviewRow::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
     } else {
         paintLine(canvas, m_look.name, {left, box.top + 3, right, middle + 2}, 0, ink,
                   TextAlign::left);
-        paintLine(canvas, m_look.detail, {left, middle, right, box.bottom - 2}, kSmallFont, hint,
-                  TextAlign::left);
+        paintLine(canvas, m_look.detail, {left, middle, box.right - kInset, box.bottom - 2},
+                  kSmallFont, hint, TextAlign::left);
     }
     paintLine(canvas, m_look.time, {right, box.top + 3, box.right - kInset, middle + 2}, kSmallFont,
               hint, TextAlign::right);
