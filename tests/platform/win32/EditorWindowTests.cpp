@@ -77,7 +77,8 @@ TEST_F(EditorWindows, HaveTheirClassesStylesAndTitlesAndNoFrame) {
     } windows[] = {{L"Open or Create Scene", L"OpenSceneWindow"},
                    {L"New Scene", L"NewSceneWindow"},
                    {L"Zone Edit", L"ZoneEditWindow", kScreen | WS_THICKFRAME | WS_MAXIMIZEBOX},
-                   {L"Quorvel", L"QuorvelWindow", kScreen | WS_THICKFRAME | WS_MAXIMIZEBOX},
+                   {L"Quorvel", L"QuorvelWindow", kScreen | WS_THICKFRAME | WS_MAXIMIZEBOX,
+                    0x60000 | WS_EX_ACCEPTFILES}, // takes dropped videos
                    {L"Exit?", L"ConfirmationWindow", kDialog, 0x20000}};
     std::size_t visits = 0;
     visitAll([&](toolkit::WindowImplBase& window) {

@@ -36,6 +36,7 @@ const std::map<AccessibleRole, SystemRole> kRoles{
     {AccessibleRole::picture, {ROLE_SYSTEM_GRAPHIC}},
     {AccessibleRole::separator, {ROLE_SYSTEM_SEPARATOR}},
     {AccessibleRole::progressBar, {ROLE_SYSTEM_PROGRESSBAR}},
+    {AccessibleRole::slider, {ROLE_SYSTEM_SLIDER}},
 };
 
 } // namespace
