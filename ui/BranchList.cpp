@@ -179,8 +179,10 @@ void BranchList::OnItemActivate(toolkit::TNotifyUI& message) {
         m_parts->preview.takeChoice();
     } else if (m_parts && message.pSender->GetName() == kPreviewPath) {
         m_parts->branches.show(m_parts->preview.selectedBranch());
-    } else if (m_parts && message.pSender->GetName() == kSceneMap) {
+    } else if (m_parts && message.pSender->GetName() == kSceneMap && !m_isPointerUsed) {
         leavePane();
+    } else if (m_parts && message.pSender->GetName() == kSceneMap && !m_folder.empty()) {
+        play(static_cast<int>(message.wParam));
     }
 }
 
@@ -215,6 +217,7 @@ void BranchList::windowSized() {
         m_parts->findings.windowSized();
         GetPaintManager().UpdateLayout();
         m_parts->clip.windowSized();
+        showEnabled(); // the map's buttons: a narrow window shows it on demand only
     }
 }
 

@@ -52,9 +52,11 @@ BranchList::Parts::Parts(BranchList& window)
       findings(window.controls(), session, window.readerOfFiles(), window.context().gui.loop(),
                window.context().services.editorSettings.get(), window),
       leftPane(window.controls(), window.context().services.editorSettings.get()),
-      map(window.controls(), session, window.m_folder, window.context().gui.loop(),
+      map(
+          window.controls(), session, window.m_folder, window.context().gui.loop(),
           window.context().services.stills.get(),
-          [this](int branch) { return findings.errorsOf(branch); }),
+          [this](int branch) { return findings.errorsOf(branch); },
+          [&window] { return window.isFree(); }),
       find(window.controls(), session, branches, leftPane, strip),
       leads(window.controls(), session,
             [this](const auto& place) {

@@ -5,6 +5,7 @@
 
 #include "core/Text.h"
 #include "map/MapLayout.h"
+#include "scene/SceneChange.h"
 #include "stills/Still.h"
 #include "ui/branch_editor/ControlNames.h"
 
@@ -22,9 +23,10 @@ constexpr platform::Size kStillBox{272, 152};
 
 MapPresenter::MapPresenter(Controls controls, scene::SceneSession& session,
                            const std::string& folder, platform::EventLoop& loop,
-                           stills::StillService* stills, std::function<int(int)> errors)
-    : m_controls(controls), m_session(session), m_folder(folder), m_job(loop),
-      m_subscription(session.observe([this](const auto& /*changes*/) { update(); })) {
+                           stills::StillService* stills, std::function<int(int)> errors,
+                           std::function<bool()> mayEdit)
+    : m_controls(controls), m_session(session), m_folder(folder), m_mayEdit(std::move(mayEdit)),
+      m_job(loop), m_subscription(session.observe([this](const auto& /*changes*/) { update(); })) {
     SceneMap* map = control();
     if (map == nullptr) {
         return;
@@ -36,6 +38,7 @@ MapPresenter::MapPresenter(Controls controls, scene::SceneSession& session,
     map->setStills([this](int branch) { return still(branch); });
     map->setErrors(std::move(errors));
     map->setOnZoom([this] { showZoom(); });
+    map->setOnLink([this](int branch, int action, int target) { link(branch, action, target); });
     update();
 }
 
@@ -45,6 +48,7 @@ MapPresenter::~MapPresenter() {
         map->setStills({});
         map->setErrors({});
         map->setOnZoom({});
+        map->setOnLink({});
     }
 }
 
@@ -67,6 +71,22 @@ void MapPresenter::update() {
         layOut();
     }
     wantStills();
+}
+
+/// As one step; a target of -1 is a new branch.
+void MapPresenter::link(int branch, int action, int target) {
+    if (!m_mayEdit()) {
+        return;
+    }
+    using scene::SceneStep;
+    auto step =
+        m_session.begin({target < 0 ? SceneStep::addBranch : SceneStep::target, branch, action});
+    if (target < 0) {
+        m_session.addBranch();
+        target = m_session.branchCount() - 1;
+    }
+    m_session.setTarget(branch, action, m_session.branchName(target));
+    step.commit();
 }
 
 void MapPresenter::layOut() {

@@ -24,10 +24,11 @@ namespace ui {
 class MapPresenter {
 public:
     /// `folder`: the scene's, ending in a separator; empty when it is unknown. `stills` may be
-    /// null. `errors`: how many a branch has. All of them outlive the presenter.
+    /// null. `errors`: how many a branch has. `mayEdit`: whether the scene can be edited now. All
+    /// of them outlive the presenter.
     MapPresenter(Controls controls, scene::SceneSession& session, const std::string& folder,
                  platform::EventLoop& loop, stills::StillService* stills,
-                 std::function<int(int branch)> errors);
+                 std::function<int(int branch)> errors, std::function<bool()> mayEdit);
     ~MapPresenter();
     MapPresenter(const MapPresenter&) = delete;
     MapPresenter& operator=(const MapPresenter&) = delete;
@@ -43,6 +44,7 @@ public:
 private:
     [[nodiscard]] SceneMap* control() const;
     void update();
+    void link(int branch, int action, int target);
     void layOut();
     void show(const std::shared_ptr<MapLayouts>& layouts);
     void wantStills();
@@ -52,6 +54,7 @@ private:
     Controls m_controls;
     scene::SceneSession& m_session;
     const std::string& m_folder;
+    std::function<bool()> m_mayEdit;
     std::shared_ptr<const map::MapScene> m_scene;
     std::unique_ptr<stills::StillClient> m_stills;
     bool m_isStale = false; ///< the scene has changed since the layout began

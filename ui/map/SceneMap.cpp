@@ -4,17 +4,13 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <cstdlib>
 
 #include "core/Text.h"
-#include "toolkit/window/Notification.h"
 
 namespace ui {
 
 using map::MapNode;
 using map::NodeForm;
-using platform::Key;
-using toolkit::EventType;
 
 namespace {
 
@@ -31,8 +27,8 @@ constexpr std::array<Step, 7> kSteps{{{35, NodeForm::name, 1},
                                       {125, NodeForm::whole, 1.25},
                                       {150, NodeForm::whole, 1.5}}};
 constexpr int kUsualStep = 4;
+constexpr int kLeastAtFirst = 2;
 constexpr int kMargin = 16;
-constexpr int kSlack = 4; ///< pixels until a press becomes a drag
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
@@ -75,7 +71,7 @@ void SceneMap::show(std::shared_ptr<const map::MapScene> scene,
         m_view.x += now.left - before.left;
         m_view.y += now.top - before.top;
     } else {
-        fit();
+        fitDownTo(kLeastAtFirst);
     }
     accessibleChanged(platform::AccessibleChange::value);
     Invalidate();
@@ -124,9 +120,29 @@ int SceneMap::branchAt(Point point) const {
     return -1;
 }
 
+int SceneMap::actionAt(int branch, Point point) const {
+    if (branch < 0 || form() != NodeForm::whole) {
+        return -1;
+    }
+    const double y = (point.y - placeOf(branch).top) / scale();
+    const int row = map::sizesOf(form()).row;
+    const int count = static_cast<int>(m_scene->branches[at(branch)].actions.size());
+    for (int action = 0; action < std::min(count, map::kMostRows); ++action) {
+        if (std::abs(y - map::exitOf(form(), action)) <= row / 2.0) {
+            return action;
+        }
+    }
+    return -1;
+}
+
 void SceneMap::fit() {
+    fitDownTo(0);
+}
+
+void SceneMap::fitDownTo(int step) {
+    m_leastFitted = step;
     const Size room{GetPos().width() - 2 * kMargin, GetPos().height() - 2 * kMargin};
-    for (m_step = static_cast<int>(kSteps.size()) - 1; m_step > 0; --m_step) {
+    for (m_step = static_cast<int>(kSteps.size()) - 1; m_step > step; --m_step) {
         if (m_step <= kUsualStep && layout().width * scale() <= room.width &&
             layout().height * scale() <= room.height) {
             break;
@@ -182,6 +198,9 @@ void SceneMap::zoom(int by) {
     setStep(m_step + (by > 0 ? 1 : -1),
             isSeen ? Point{(chosen.left + chosen.right) / 2, (chosen.top + chosen.bottom) / 2}
                    : Point{(pos.left + pos.right) / 2, (pos.top + pos.bottom) / 2});
+    if (isSeen) {
+        reveal(m_chosen);
+    }
 }
 
 /// Moves the view as little as it takes to show the branch.
@@ -205,106 +224,7 @@ void SceneMap::SetPos(const Rect& pos) {
     const bool isNew = pos.size() != GetPos().size();
     CControlUI::SetPos(pos);
     if (isNew && m_isFitted) {
-        fit();
-    }
-}
-
-void SceneMap::pick(int branch) {
-    if (branch >= 0 && branch != m_chosen) {
-        choose(branch);
-        notify(toolkit::kItemSelect, branch);
-    }
-}
-
-bool SceneMap::claimsKey(const platform::Event& event) const {
-    const bool isArrow = event.key == Key::left || event.key == Key::right ||
-                         event.key == Key::up || event.key == Key::down;
-    return !event.modifiers.control && !event.modifiers.alt &&
-           (isArrow || event.key == Key::enter || event.key == Key::home);
-}
-
-/// To the nearest node in that direction.
-void SceneMap::go(Key key) {
-    const Rect from = placeOf(m_chosen);
-    int best = -1;
-    int least = 0;
-    for (int branch = 0; branch < static_cast<int>(layout().nodes.size()); ++branch) {
-        const Rect to = placeOf(branch);
-        const int right = to.left - from.left;
-        const int down = to.top - from.top;
-        const int ahead = key == Key::left    ? -right
-                          : key == Key::right ? right
-                          : key == Key::up    ? -down
-                                              : down;
-        const int aside = std::abs(key == Key::left || key == Key::right ? down : right);
-        const int distance = ahead + 2 * aside;
-        if (ahead > 0 && (best < 0 || distance < least)) {
-            best = branch;
-            least = distance;
-        }
-    }
-    pick(best);
-}
-
-bool SceneMap::key(const platform::Event& event) {
-    if (!claimsKey(event)) {
-        return false;
-    }
-    if (event.key == Key::enter) {
-        notify(toolkit::kItemActivate, m_chosen);
-    } else if (m_chosen < 0 || event.key == Key::home) {
-        pick(m_scene != nullptr ? std::max(m_scene->first, 0) : -1);
-    } else {
-        go(event.key);
-    }
-    return true;
-}
-
-void SceneMap::press(const platform::Event& event) {
-    m_isPressed = true;
-    m_isDragged = false;
-    m_pressedAt = event.position;
-    m_pressedView = m_view;
-    pick(branchAt(event.position));
-    m_pressedView = m_view;
-}
-
-void SceneMap::drag(Point point) {
-    const Point by{point.x - m_pressedAt.x, point.y - m_pressedAt.y};
-    m_isDragged = m_isDragged || std::abs(by.x) > kSlack || std::abs(by.y) > kSlack;
-    if (m_isDragged) {
-        m_view = {m_pressedView.x - by.x, m_pressedView.y - by.y};
-        m_isFitted = false;
-        Invalidate();
-    }
-}
-
-bool SceneMap::DoEvent(const toolkit::TEventUI& event) {
-    switch (event.Type) {
-    case EventType::buttonDown:
-        press(event.native);
-        return true;
-    case EventType::mouseMove:
-        if (m_isPressed) {
-            drag(event.native.position);
-        }
-        return true;
-    case EventType::buttonUp:
-    case EventType::captureLost:
-        forgetInput();
-        return true;
-    case EventType::doubleClick:
-        if (branchAt(event.native.position) >= 0) {
-            notify(toolkit::kItemActivate, branchAt(event.native.position));
-        }
-        return true;
-    case EventType::wheel:
-        setStep(m_step + (event.native.wheelDelta > 0 ? 1 : -1), event.native.position);
-        return true;
-    case EventType::keyDown:
-        return key(event.native);
-    default:
-        return CControlUI::DoEvent(event);
+        fitDownTo(m_leastFitted);
     }
 }
 

@@ -1,7 +1,7 @@
 // The scene as a map: a node for each branch with its actions, and lines to the branches that they
 // lead to. Click a node, or go there by the arrow keys, and "itemselect" is sent; a double click or
-// Enter sends "itemactivate". The wheel zooms about the pointer, dragging moves the view.
-// UI thread only.
+// Enter sends "itemactivate". The wheel zooms about the pointer, dragging moves the view; dragging
+// from an action's row leads the action elsewhere. UI thread only.
 #pragma once
 
 #include <functional>
@@ -18,6 +18,7 @@
 #include "platform/Canvas.h"
 #include "platform/Color.h"
 #include "platform/Event.h"
+#include "platform/Path.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/TEventUI.h"
 
@@ -50,6 +51,10 @@ public:
     [[nodiscard]] int zoomPercent() const;
     /// Called whenever the zoom has changed.
     void setOnZoom(std::function<void()> onZoom) { m_onZoom = std::move(onZoom); }
+    /// Called when an action of the branch was dragged to another branch, or with -1 to the ground.
+    void setOnLink(std::function<void(int branch, int action, int target)> onLink) {
+        m_onLink = std::move(onLink);
+    }
     /// Where a branch is in the window; empty when there is none.
     [[nodiscard]] Rect placeOf(int branch) const;
 
@@ -58,7 +63,7 @@ public:
     [[nodiscard]] bool claimsKey(const platform::Event& event) const override;
     bool DoEvent(const toolkit::TEventUI& event) override;
     void SetPos(const Rect& pos) override;
-    void forgetInput() override { m_isPressed = m_isDragged = false; }
+    void forgetInput() override;
     [[nodiscard]] std::u16string toolTipAt(Point point) const override;
     [[nodiscard]] std::u16string accessibleValue() const override;
 
@@ -75,6 +80,9 @@ private:
     [[nodiscard]] double scale() const;
     [[nodiscard]] const map::MapLayout& layout() const;
     [[nodiscard]] int branchAt(Point point) const;
+    /// The action of the branch whose row is there; -1 for none.
+    [[nodiscard]] int actionAt(int branch, Point point) const;
+    void fitDownTo(int step);
     [[nodiscard]] Rect inWindow(int x, int y, int width, int height) const;
     void setStep(int step, Point fixed);
     void reveal(int branch);
@@ -82,9 +90,18 @@ private:
     bool key(const platform::Event& event);
     void press(const platform::Event& event);
     void drag(Point point);
+    void release(Point point);
     void go(platform::Key key);
+    void turnWheel(const platform::Event& event);
 
     void paintLines(platform::Canvas& canvas, bool near) const;
+    static void paintLine(platform::Canvas& canvas, const platform::Path& path,
+                          const map::MapAction& action, bool near);
+    static void paintHead(platform::Canvas& canvas, platform::PointF tip, platform::PointF along,
+                          platform::Color color);
+    void paintBackLines(platform::Canvas& canvas) const;
+    void paintBackLine(platform::Canvas& canvas, int branch, int action, int order) const;
+    void paintLink(platform::Canvas& canvas) const;
     void paintNode(platform::Canvas& canvas, int branch) const;
     void paintStill(platform::Canvas& canvas, int branch, const Rect& box) const;
     void paintRows(platform::Canvas& canvas, int branch, const Rect& box) const;
@@ -97,11 +114,16 @@ private:
     std::function<Picture(int)> m_stills;
     std::function<int(int)> m_errors;
     std::function<void()> m_onZoom;
+    std::function<void(int, int, int)> m_onLink;
     std::vector<int> m_found;
     int m_chosen = -1;
     int m_step; ///< of the zoom
     View m_view;
     bool m_isFitted = false; ///< nobody has moved the view since
+    int m_leastFitted = 0;   ///< step
+    int m_linked = -1;       ///< action of the chosen branch that is pressed
+    Point m_pointer;         ///< while pressed
+    int m_turned = 0;        ///< of the wheel, less than a notch
     bool m_isPressed = false;
     bool m_isDragged = false;
     Point m_pressedAt;

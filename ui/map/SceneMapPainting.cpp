@@ -1,7 +1,6 @@
 // How the map of the scene is drawn.
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -14,6 +13,7 @@
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/map/MapColors.h"
 #include "ui/map/SceneMap.h"
 
 namespace ui {
@@ -21,7 +21,6 @@ namespace ui {
 using map::MapAction;
 using map::NodeForm;
 using platform::Color;
-using platform::PointF;
 
 namespace {
 
@@ -35,47 +34,16 @@ constexpr Color kBand = 0xFFE6EBF1;
 constexpr Color kAccent = 0xFF1D63AD;
 constexpr Color kSelected = 0xFFC1E3FF;
 constexpr Color kDanger = 0xFFA8221B;
-constexpr Color kFaint = 0x61000000; ///< of lines away from the chosen branch
-constexpr std::array<Color, 4> kKinds{0xFF465362, 0xFF1D63AD, 0xFF0B6B60, 0xFF6A3D9E};
 constexpr std::array<std::u16string_view, 4> kBadges{u"End", u"", u"Zone", u"Dice"};
 constexpr int kSmallFont = 4;
+constexpr int kIcon = 12; ///< in a row
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
-std::size_t kindOf(const MapAction& action) {
-    return action.type > 0 && at(action.type) < kKinds.size() ? at(action.type) : 0;
-}
-
 bool isBroken(const MapAction& action) {
     return action.branch < 0 && !action.target.empty();
-}
-
-/// Leaves gaps in a line that is drawn in short pieces.
-platform::Path dashed(const platform::Path& path, double length, double gap) {
-    platform::Path result;
-    for (const platform::Path::Part& part : path.parts()) {
-        double place = 0;
-        bool isDrawn = false;
-        for (std::size_t i = 1; i < part.points.size(); ++i) {
-            const PointF from = part.points[i - 1];
-            const PointF to = part.points[i];
-            const bool draws = place < length;
-            if (draws && !isDrawn) {
-                result.moveTo(from);
-            }
-            if (draws) {
-                result.lineTo(to);
-            }
-            isDrawn = draws;
-            place += std::max(std::abs(to.x - from.x), std::abs(to.y - from.y));
-            if (place >= length + gap) {
-                place = 0;
-            }
-        }
-    }
-    return result;
 }
 
 } // namespace
@@ -104,11 +72,15 @@ void SceneMap::paintStatus(platform::Canvas& canvas) {
     }
     if (layout().unreachedTop >= 0) {
         const Rect heading = inWindow(0, layout().unreachedTop, std::max(layout().width, 300), 40);
-        canvas.fillRect({heading.left, heading.top, heading.right, heading.top + 1}, kEdge);
+        for (int x = std::max(heading.left, heading.left + (GetPos().left - heading.left) / 6 * 6);
+             x < std::min(heading.right, GetPos().right); x += 6) {
+            canvas.fillRect({x, heading.top, x + 4, heading.top + 1}, kEdge);
+        }
         paintText(canvas, "Not reached from the first branch", heading, kSmallFont, kHint);
     }
     paintLines(canvas, false);
     paintLines(canvas, true);
+    paintBackLines(canvas);
     for (int branch = 0; branch < static_cast<int>(layout().nodes.size()); ++branch) {
         Rect place = placeOf(branch);
         place.bottom += 40; // a stub
@@ -117,47 +89,7 @@ void SceneMap::paintStatus(platform::Canvas& canvas) {
             paintNode(canvas, branch);
         }
     }
-}
-
-void SceneMap::paintLines(platform::Canvas& canvas, bool near) const {
-    for (const map::MapLine& line : layout().lines) {
-        const MapAction& action = m_scene->branches[at(line.branch)].actions[at(line.action)];
-        if (near != (line.branch == m_chosen || action.branch == m_chosen)) {
-            continue;
-        }
-        std::vector<PointF> points;
-        Rect around = inWindow(line.points.front().x, line.points.front().y, 0, 0);
-        for (const map::MapPoint& point : line.points) {
-            const Rect place = inWindow(point.x, point.y, 0, 0);
-            points.push_back({place.left + 0.5, place.top + 0.5});
-            around = {std::min(around.left, place.left), std::min(around.top, place.top - 8),
-                      std::max(around.right, place.left + 1),
-                      std::max(around.bottom, place.top + 8)};
-        }
-        const Rect seen = around.intersected(canvas.clip());
-        if (seen.width() <= 0 || seen.height() <= 0) {
-            continue;
-        }
-        platform::Path path;
-        path.moveTo(points.front());
-        for (std::size_t i = 1; i < points.size(); ++i) {
-            const double half = (points[i].x - points[i - 1].x) / 2;
-            if (i % 2 == 0) {
-                path.lineTo(points[i]);
-            } else {
-                path.curveTo({points[i - 1].x + half, points[i - 1].y},
-                             {points[i].x - half, points[i].y}, points[i]);
-            }
-        }
-        const Color color = kKinds.at(kindOf(action));
-        const Color shown = near ? color : (color & 0x00FFFFFFU) | kFaint;
-        const bool isRandom = action.type == scene::Action::kRandomAction;
-        canvas.fillPath((isRandom ? dashed(path, 5, 3) : path).stroked(near ? 2.25 : 1.5), shown);
-        platform::Path head;
-        const PointF tip = points.back();
-        head.addArrowHead({tip.x - 10, tip.y}, tip, 8, 8);
-        canvas.fillPath(head, shown);
-    }
+    paintLink(canvas);
 }
 
 void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
@@ -254,15 +186,17 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
         const std::size_t kind = kindOf(action);
         const Rect badge =
             Rect::at(box.left + 4, top + std::max(0, (row.height() - 14) / 2), 14, 14);
-        canvas.fillRect(badge, kKinds.at(kind));
+        canvas.fillRect(badge, kKindColors.at(kind));
         if (kBadges.at(kind).empty()) {
             const std::u16string letter = core::displayText(action.text.substr(4));
             canvas.drawText(letter, badge, GetManager()->look().GetFont(kSmallFont), kSurface,
                             platform::TextAlign::center);
         } else {
             const platform::ClipScope clip(canvas, canvas.clip().intersected(badge));
-            icons.draw(canvas, badge, {std::u16string(kBadges.at(kind)), u"primary"},
-                       toolkit::IconState::normal);
+            icons.draw(
+                canvas, badge,
+                {.name = std::u16string(kBadges.at(kind)), .tint = u"primary", .side = kIcon},
+                toolkit::IconState::normal);
         }
         const std::string text = isBroken(action) ? action.target
                                  : !hasLine[i] && action.branch >= 0
@@ -271,7 +205,8 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
         paintText(canvas, text, row, kSmallFont, isBroken(action) ? kDanger : kMuted);
         if (action.immediate) {
             const Rect bolt = Rect::at(box.right - 16, badge.top, 14, 14);
-            icons.draw(canvas, bolt, {u"Bolt", u"warning"}, toolkit::IconState::normal);
+            icons.draw(canvas, bolt, {.name = u"Bolt", .tint = u"warning", .side = kIcon},
+                       toolkit::IconState::normal);
         }
     }
 }

@@ -1,0 +1,132 @@
+// The map of the scene in the branch editor, by real clicks, drags and keys.
+#include <string>
+
+#include "platform/Geometry.h"
+#include "platform/Window.h"
+#include "tests/ui/BranchListFixture.h"
+#include "ui/map/SceneMap.h"
+
+namespace {
+
+using platform::Key;
+using platform::Point;
+using platform::Rect;
+
+class MapTest : public test::BranchEditorTest {
+protected:
+    /// "Alarm" leads to "Lift" and to a branch that is not there; nothing leads to "Apart".
+    void showScene(int width = 1600, int height = 900) {
+        makeScene({"Alarm", "Lift", "Apart"});
+        addAction(scene::Action::kKeypressAction, "L", "Lift");
+        addAction(scene::Action::kDefaultAction, {}, "Roof");
+        addAction(scene::Action::kDefaultAction, {}, "Alarm", 1);
+        show();
+        m_driver->native().setGeometry(Rect::at(0, 0, width, height));
+        test::pump();
+    }
+    ui::SceneMap& map() { return m_driver->get<ui::SceneMap>(u"SceneMap"); }
+    Point on(int branch) {
+        const Rect place = map().placeOf(branch);
+        return {(place.left + place.right) / 2, place.top + 10};
+    }
+    /// The row of an action, at 100 %.
+    Point row(int branch, int action) {
+        return {on(branch).x, map().placeOf(branch).top + 107 + 17 * action};
+    }
+    std::u16string shown() { return m_driver->textOf(u"EditBranchName"); }
+    std::string target(int action) { return session().action(0, action).BranchID(); }
+
+    static constexpr Point kGround{600, 110};
+};
+
+TEST_F(MapTest, ANarrowWindowShowsItInPlaceOfTheFields) {
+    showScene(884, 672);
+    EXPECT_FALSE(isVisible(u"SceneMap"));
+    m_driver->click(u"CheckMap");
+    EXPECT_TRUE(isVisible(u"SceneMap"));
+    EXPECT_FALSE(isVisible(u"BranchList"));
+    EXPECT_EQ(m_driver->focusName(), u"SceneMap");
+    m_driver->press(Key::right);
+    m_driver->press(Key::enter);
+    EXPECT_TRUE(isVisible(u"BranchList"));
+    EXPECT_FALSE(isVisible(u"SceneMap"));
+    EXPECT_EQ(shown(), u"Lift");
+    m_driver->press(Key::m, {.control = true});
+    EXPECT_TRUE(isVisible(u"SceneMap"));
+    EXPECT_TRUE(isEnabled(u"ButtonMapIn"));
+    m_driver->press(Key::escape);
+    EXPECT_TRUE(isVisible(u"BranchList"));
+    m_driver->native().setGeometry(Rect::at(0, 0, 1600, 900));
+    test::pump();
+    EXPECT_TRUE(isVisible(u"SceneMap") && isVisible(u"BranchList"));
+    EXPECT_TRUE(isEnabled(u"ButtonMapIn"));
+}
+
+TEST_F(MapTest, ShowsTheChoiceAndFollowsEdits) {
+    showScene();
+    EXPECT_EQ(m_driver->textOf(u"LabelMapZoom"), u"100 %");
+    EXPECT_EQ(map().accessibleValue(), u"Alarm, first branch, 2 actions, 2 errors");
+    m_driver->click(on(2));
+    EXPECT_EQ(shown(), u"Apart");
+    m_driver->press(Key::home);
+    EXPECT_EQ(shown(), u"Alarm");
+    const Rect before = map().placeOf(0);
+    EXPECT_EQ(before.height() - map().placeOf(2).height(), 2 * 17) << "a row for each action";
+    m_driver->drag({kGround, {kGround.x + 30, kGround.y + 20}});
+    EXPECT_EQ(map().placeOf(0).left, before.left + 30);
+    EXPECT_EQ(map().placeOf(0).top, before.top + 20);
+    m_driver->click(u"ButtonAddAction");
+    EXPECT_EQ(map().placeOf(0).topLeft(), (Point{before.left + 30, before.top + 20}));
+    EXPECT_EQ(map().placeOf(0).height(), before.height() + 17);
+    m_driver->press(Key::z, {.control = true});
+    EXPECT_EQ(map().placeOf(0).height(), before.height());
+
+    const std::uint32_t edge = m_driver->pixel(map().placeOf(1).topLeft());
+    m_driver->retype(u"EditFindBranch", u"lif");
+    EXPECT_NE(m_driver->pixel(map().placeOf(1).topLeft()), edge) << "a ring";
+    EXPECT_EQ(m_driver->pixel(map().placeOf(2).topLeft()), edge);
+
+    const Point fixed = on(1);
+    m_driver->wheel(fixed, -2);
+    EXPECT_EQ(m_driver->textOf(u"LabelMapZoom"), u"60 %");
+    EXPECT_TRUE(map().placeOf(1).contains(fixed));
+    m_driver->press(Key::digit0, {.control = true});
+    EXPECT_EQ(m_driver->textOf(u"LabelMapZoom"), u"100 %");
+}
+
+TEST_F(MapTest, ADragFromARowLeadsTheActionElsewhere) {
+    showScene();
+    const std::string before = session().savedForm();
+    m_driver->drag({row(0, 1), {row(0, 1).x + 60, row(0, 1).y + 60}, on(2)});
+    EXPECT_EQ(target(1), "Apart");
+    EXPECT_EQ(target(0), "Lift");
+    EXPECT_EQ(shown(), u"Alarm");
+    m_driver->drag({row(0, 0), kGround});
+    EXPECT_EQ(session().branchNames().size(), 4U);
+    EXPECT_EQ(target(0), session().branchName(3));
+    EXPECT_TRUE(target(0).starts_with("New Branch "));
+    m_driver->press(Key::z, {.control = true});
+    EXPECT_EQ(session().branchNames().size(), 3U);
+    EXPECT_EQ(target(0), "Lift");
+    m_driver->press(Key::z, {.control = true});
+    EXPECT_EQ(session().savedForm(), before);
+
+    const auto revision = session().revision();
+    m_driver->drag({row(0, 0), {1200, 500}}); // out of the map
+    m_driver->drag({on(0), kGround});         // not from a row
+    m_driver->send(platform::EventKind::mouseDown, row(0, 0));
+    m_driver->send(platform::EventKind::mouseMove, on(2));
+    m_driver->press(Key::escape);
+    m_driver->send(platform::EventKind::mouseUp, on(2));
+    EXPECT_EQ(session().revision(), revision);
+}
+
+TEST_F(MapTest, ADoubleClickPlaysFromTheBranch) {
+    showScene();
+    m_driver->doubleClick(on(1));
+    EXPECT_TRUE(isVisible(u"VideoPreview"));
+    EXPECT_EQ(m_driver->get(u"VideoPreview").accessibleName(), u"Preview of Lift");
+    EXPECT_EQ(shown(), u"Lift");
+}
+
+} // namespace

@@ -1,0 +1,153 @@
+// How the map answers to the mouse and the keyboard.
+#include <algorithm>
+#include <cstdlib>
+
+#include "toolkit/window/Notification.h"
+#include "ui/map/SceneMap.h"
+
+namespace ui {
+
+using platform::Key;
+using toolkit::EventType;
+
+namespace {
+
+constexpr int kSlack = 4; ///< pixels until a press becomes a drag
+
+} // namespace
+
+void SceneMap::pick(int branch) {
+    if (branch >= 0 && branch != m_chosen) {
+        choose(branch);
+        notify(toolkit::kItemSelect, branch);
+    }
+}
+
+bool SceneMap::claimsKey(const platform::Event& event) const {
+    if (event.key == Key::escape && m_isPressed) {
+        return true;
+    }
+    const bool isArrow = event.key == Key::left || event.key == Key::right ||
+                         event.key == Key::up || event.key == Key::down;
+    return !event.modifiers.control && !event.modifiers.alt &&
+           (isArrow || event.key == Key::enter || event.key == Key::home);
+}
+
+/// To the nearest node in that direction.
+void SceneMap::go(Key key) {
+    const Rect from = placeOf(m_chosen);
+    int best = -1;
+    int least = 0;
+    for (int branch = 0; branch < static_cast<int>(layout().nodes.size()); ++branch) {
+        const Rect to = placeOf(branch);
+        const int right = to.left - from.left;
+        const int down = to.top - from.top;
+        const int ahead = key == Key::left    ? -right
+                          : key == Key::right ? right
+                          : key == Key::up    ? -down
+                                              : down;
+        const int aside = std::abs(key == Key::left || key == Key::right ? down : right);
+        const int distance = ahead + 2 * aside;
+        if (ahead > 0 && (best < 0 || distance < least)) {
+            best = branch;
+            least = distance;
+        }
+    }
+    pick(best);
+}
+
+bool SceneMap::key(const platform::Event& event) {
+    if (!claimsKey(event)) {
+        return false;
+    }
+    if (event.key == Key::escape) {
+        forgetInput();
+    } else if (event.key == Key::enter) {
+        notify(toolkit::kItemActivate, m_chosen);
+    } else if (m_chosen < 0 || event.key == Key::home) {
+        pick(m_scene != nullptr ? std::max(m_scene->first, 0) : -1);
+    } else {
+        go(event.key);
+    }
+    return true;
+}
+
+void SceneMap::press(const platform::Event& event) {
+    m_isPressed = true;
+    m_isDragged = false;
+    m_pressedAt = event.position;
+    m_pressedView = m_view;
+    const int branch = branchAt(event.position);
+    m_linked = actionAt(branch, event.position);
+    pick(branch);
+    m_pressedView = m_view;
+}
+
+void SceneMap::forgetInput() {
+    m_isPressed = m_isDragged = false;
+    m_linked = -1;
+    Invalidate();
+}
+
+void SceneMap::release(Point point) {
+    const bool isLinked = m_isPressed && m_isDragged && m_linked >= 0 && GetPos().contains(point);
+    const int action = m_linked;
+    forgetInput();
+    if (isLinked && m_onLink) {
+        m_onLink(m_chosen, action, branchAt(point));
+    }
+}
+
+void SceneMap::drag(Point point) {
+    const Point by{point.x - m_pressedAt.x, point.y - m_pressedAt.y};
+    m_isDragged = m_isDragged || std::abs(by.x) > kSlack || std::abs(by.y) > kSlack;
+    m_pointer = point;
+    if (m_isDragged && m_linked >= 0) {
+        Invalidate();
+    } else if (m_isDragged) {
+        m_view = {m_pressedView.x - by.x, m_pressedView.y - by.y};
+        m_isFitted = false;
+        Invalidate();
+    }
+}
+
+/// A step a notch; parts of a notch add up.
+void SceneMap::turnWheel(const platform::Event& event) {
+    constexpr int kNotch = 120;
+    m_turned += event.wheelDelta;
+    setStep(m_step + m_turned / kNotch, event.position);
+    m_turned %= kNotch;
+}
+
+bool SceneMap::DoEvent(const toolkit::TEventUI& event) {
+    switch (event.Type) {
+    case EventType::buttonDown:
+        press(event.native);
+        return true;
+    case EventType::mouseMove:
+        if (m_isPressed) {
+            drag(event.native.position);
+        }
+        return true;
+    case EventType::buttonUp:
+        release(event.native.position);
+        return true;
+    case EventType::captureLost:
+        forgetInput();
+        return true;
+    case EventType::doubleClick:
+        if (branchAt(event.native.position) >= 0) {
+            notify(toolkit::kItemActivate, branchAt(event.native.position));
+        }
+        return true;
+    case EventType::wheel:
+        turnWheel(event.native);
+        return true;
+    case EventType::keyDown:
+        return key(event.native);
+    default:
+        return CControlUI::DoEvent(event);
+    }
+}
+
+} // namespace ui
