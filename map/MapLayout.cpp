@@ -25,9 +25,10 @@ std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
-int heightOf(const MapBranch& branch, const FormSizes& sizes) {
+int heightOf(const MapBranch& branch, NodeForm form) {
+    const FormSizes sizes = sizesOf(form);
     const int actions = static_cast<int>(branch.actions.size());
-    const int rows = std::min(actions, kMostRows) + (actions > kMostRows ? 1 : 0);
+    const int rows = form == NodeForm::unfolded ? actions : std::min(actions, kMostRows + 1);
     return sizes.height + (sizes.row > 0 ? rows * sizes.row + kFoot : 0);
 }
 
@@ -54,7 +55,7 @@ public:
                 m_branches.push_back(static_cast<int>(branch));
                 column.push_back(ranks.column[branch]);
                 const MapBranch& content = m_scene.branches[branch];
-                heights.push_back(heightOf(content, m_sizes) +
+                heights.push_back(heightOf(content, m_form) +
                                   (m_sizes.row > 0 && hasStub(content) ? kStub : 0));
             }
         }
@@ -71,7 +72,7 @@ public:
         for (std::size_t node = 0; node < m_branches.size(); ++node) {
             const int branch = m_branches[node];
             m_layout.nodes[at(branch)] = {xOf(column[node]), top + tops[node], m_sizes.width,
-                                          heightOf(m_scene.branches[at(branch)], m_sizes),
+                                          heightOf(m_scene.branches[at(branch)], m_form),
                                           isReached};
             m_layout.width = std::max(m_layout.width, xOf(column[node]) + m_sizes.width);
             m_layout.height = std::max(m_layout.height, top + tops[node] + heights[node]);
@@ -141,6 +142,7 @@ private:
 
 FormSizes sizesOf(NodeForm form) {
     switch (form) {
+    case NodeForm::unfolded:
     case NodeForm::whole:
         return {136, kStillHeight + kNameHeight, 17, 24, 37};
     case NodeForm::still:
@@ -152,8 +154,8 @@ FormSizes sizesOf(NodeForm form) {
 
 int exitOf(NodeForm form, int action) {
     const FormSizes sizes = sizesOf(form);
-    return sizes.row > 0 ? sizes.height + sizes.row * std::min(action, kMostRows) + sizes.row / 2
-                         : sizes.entry;
+    const int row = form == NodeForm::unfolded ? action : std::min(action, kMostRows);
+    return sizes.row > 0 ? sizes.height + sizes.row * row + sizes.row / 2 : sizes.entry;
 }
 
 MapLayout layOut(const MapScene& scene, NodeForm form) {

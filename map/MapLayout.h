@@ -9,7 +9,12 @@
 namespace map {
 
 /// How much of a branch a map shows.
-enum class NodeForm { whole, still, name };
+enum class NodeForm {
+    unfolded, ///< with every action
+    whole,
+    still,
+    name
+};
 
 struct FormSizes {
     int width;

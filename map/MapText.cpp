@@ -108,16 +108,11 @@ std::string drawnNode(const MapBranch& branch, const MapNode& node,
     result += text(x + 6, y + kStillHeight / 2, branch.video, "#596675");
     y += kStillHeight + 15;
     result += text(x + 6, y, branch.name, "#1C2733");
-    for (std::size_t i = 0; i < branch.actions.size() && i < kMostRows; ++i) {
+    for (std::size_t i = 0; i < branch.actions.size(); ++i) {
         y += 17;
         const MapAction& action = branch.actions[i];
         const bool isBroken = action.branch < 0 && !action.target.empty();
         result += text(x + 22, y, rowText(action, hasLine[i]), isBroken ? "#A8221B" : "#465362");
-    }
-    if (branch.actions.size() > kMostRows) {
-        result +=
-            text(x + 22, y + 17,
-                 "and " + std::to_string(branch.actions.size() - kMostRows) + " more", "#596675");
     }
     return result + "</g>\n";
 }
@@ -125,7 +120,7 @@ std::string drawnNode(const MapBranch& branch, const MapNode& node,
 } // namespace
 
 std::string svgText(const MapScene& scene) {
-    const MapLayout layout = layOut(scene, NodeForm::whole);
+    const MapLayout layout = layOut(scene, NodeForm::unfolded);
     const int width = layout.width + 2 * kEdge;
     const int height = layout.height + 2 * kEdge;
     std::string result = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"

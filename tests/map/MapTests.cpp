@@ -143,7 +143,9 @@ TEST(MapText, HoldsEveryNameWholeAndEscaped) {
     action->SetType(scene::Action::kKeypressAction);
     action->SetParameter("L");
     action->SetBranchID("Gone\\");
-    manager->addAction(0, action);
+    for (int i = 0; i < 20; ++i) {
+        manager->addAction(0, action);
+    }
     const MapScene scene = map::readMap(*manager);
     EXPECT_EQ(scene.first, 0);
     const std::string svg = map::svgText(scene);
@@ -153,6 +155,11 @@ TEST(MapText, HoldsEveryNameWholeAndEscaped) {
           "Long " + std::string(300, 'x') + "</text>", std::string("Key L \xE2\x86\x92 Gone\\")}) {
         EXPECT_NE(svg.find(part), std::string::npos) << part;
     }
+    int rows = 0;
+    for (std::size_t at = 0; (at = svg.find("Gone", at)) != std::string::npos; ++at) {
+        ++rows;
+    }
+    EXPECT_EQ(rows, 20) << "nothing is folded";
     EXPECT_NE(dot.find(R"(b0 [label="A <b> & \"c\"", peripheries=2];)"), std::string::npos) << dot;
     EXPECT_NE(dot.find(R"(b0 -> m0 [label="Key L"];)"), std::string::npos);
     EXPECT_NE(dot.find(R"(m0 [label="Gone\\", style=dashed];)"), std::string::npos);

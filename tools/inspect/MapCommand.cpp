@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/File.h"
+#include "core/SafeSave.h"
 #include "map/MapScene.h"
 #include "map/MapText.h"
 #include "scene/SceneManager.h"
@@ -15,8 +16,8 @@ namespace {
 constexpr int kFailed = 1;
 
 bool write(const std::string& path, const std::string& text) {
-    core::File file;
-    if (file.open(path, "wb") && file.writeString(text) && file.close()) {
+    core::SafeSave save(core::SafeSave::Failures::silent);
+    if (save.open(path, "wb") && save.file().writeString(text) && save.prepare() && save.commit()) {
         return true;
     }
     std::cerr << "quorvel-inspect: cannot write " << path << '\n';

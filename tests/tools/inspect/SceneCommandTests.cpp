@@ -41,6 +41,26 @@ TEST_F(SceneCommandTest, PrintsTheSceneAndNamesUnknownNodes) {
               "\xF0\x9F\x98\x80\xEF\xBF\xBD\xEF\xBF\xBD\",\"branches\":[]}\n");
 }
 
+TEST_F(SceneCommandTest, TheMapIsWrittenWholeOrNotAtAll) {
+    support::writeBytes("in/Scene.xml", kScene);
+    EXPECT_EQ(run({"map", "in", "--svg", "a.svg", "--dot", "a.dot"}), 0);
+    EXPECT_EQ(m_errors, "Error: Unknown node type: Odd\nError: Unknown node type: Odder\n");
+    const std::string svg = support::readBytes("a.svg");
+    EXPECT_TRUE(svg.ends_with("</svg>\n") && svg.find(">Start</text>") != std::string::npos) << svg;
+    EXPECT_TRUE(support::readBytes("a.dot").starts_with("digraph"));
+    support::makeFolder("folder");
+    const inspect::Arguments wrong[] = {{"map", "none", "--svg", "a.svg"},
+                                        {"map", "in"},
+                                        {"map", "in", "--svg"},
+                                        {"map", "in", "--svg", "folder"},
+                                        {"map", "in", "--dot", "none/a.dot"}};
+    for (const inspect::Arguments& arguments : wrong) {
+        EXPECT_EQ(run(arguments), 1) << arguments.back();
+        EXPECT_NE(m_errors, "") << arguments.back();
+    }
+    EXPECT_EQ(support::readBytes("a.svg"), svg);
+}
+
 TEST_F(SceneCommandTest, TheDemoScenesRewriteToTheSameBytes) {
     const std::string scenes = QUORVEL_SOURCE_FOLDER "/demo/Scenes/";
     std::vector<std::string> names;
@@ -55,7 +75,7 @@ TEST_F(SceneCommandTest, TheDemoScenesRewriteToTheSameBytes) {
 }
 
 TEST_F(SceneCommandTest, HelpIsPrintedForEveryCommandAndForAll) {
-    for (const char* command : {"check", "frames", "scene", "video", "zones"}) {
+    for (const char* command : {"check", "frames", "map", "scene", "video", "zones"}) {
         const std::string usage = std::string("quorvel-inspect ") + command + " ";
         for (const inspect::Arguments& arguments :
              {inspect::Arguments{command, "--help"}, {command, "in", "--help"}}) {
