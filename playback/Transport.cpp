@@ -13,6 +13,7 @@ namespace {
 
 constexpr double kAhead = 0.18;       // seconds of sound written before they are heard
 constexpr double kSilentBit = 0.02;   // seconds of silence written at a time
+constexpr double kSilenceAhead = 0.1; // seconds of it: devices stand with less than 50 ms to play
 constexpr double kLongestStep = 0.02; // seconds between two positions of a device, bridged
 constexpr double kStalled = 2.0;      // seconds that a device with sound to play may stand
 
@@ -133,7 +134,7 @@ double Transport::advance() {
     }
     if (m_isSounding) {
         feed();
-        m_sinceStep += passed;
+        m_sinceStep = isSoundOwed() ? 0.0 : m_sinceStep + passed;
         m_time = std::max(m_time, soundTime());
         if (m_output->isLost() || (m_isDevice && m_sinceStep > kStalled)) {
             fallSilent();
@@ -174,7 +175,7 @@ void Transport::feed() {
         if (samples.empty()) {
             // The track is shorter than the pictures, or damaged: it must not hold them up.
             const auto bit = static_cast<std::int64_t>(kSilentBit * m_format.rate);
-            if (isSoundOwed() || ahead > 2 * bit) {
+            if (isSoundOwed() || ahead > sampleAt(kSilenceAhead)) {
                 return;
             }
             samples.resize(std::min(room, static_cast<std::size_t>(bit)) *

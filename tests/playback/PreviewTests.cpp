@@ -45,7 +45,8 @@ public:
     }
 
     bool hasDevice = true;
-    bool isBroken = false; ///< nothing is heard any more
+    bool isBroken = false;   ///< nothing is heard any more
+    std::int64_t needed = 0; ///< samples: with fewer to play, it stands
     int opened = 0;
     std::vector<float> heard; ///< of the output opened last
     platform::SoundOutput* output = nullptr;
@@ -62,24 +63,37 @@ private:
         std::size_t space() override { return m_system.isBroken ? 0 : m_output->space(); }
         std::size_t write(const float* samples, std::size_t count) override {
             const std::size_t taken = m_output->write(samples, count);
+            m_written += static_cast<std::int64_t>(taken);
+            stand();
             m_system.heard.insert(m_system.heard.end(), samples, samples + taken);
             return taken;
         }
         std::int64_t position() override {
             m_position = m_system.isBroken ? m_position : m_output->position();
+            stand();
             return m_position;
         }
-        void pause(bool paused) override { m_output->pause(paused); }
+        void pause(bool paused) override {
+            m_isPaused = paused;
+            stand();
+        }
         void flush() override {
             m_output->flush();
+            m_written = m_output->position();
             m_system.heard.resize(static_cast<std::size_t>(m_output->position()));
         }
         bool isLost() override { return false; }
 
     private:
+        void stand() {
+            m_output->pause(m_isPaused || m_written - m_output->position() < m_system.needed);
+        }
+
         RecordingSound& m_system;
         std::unique_ptr<platform::SoundOutput> m_output;
         std::int64_t m_position = 0;
+        std::int64_t m_written = 0;
+        bool m_isPaused = false;
     };
 
     platform::Clock& m_clock;
@@ -243,6 +257,20 @@ TEST_F(PreviewTest, PlaysOnWithoutADeviceAndWhenItFails) {
     EXPECT_LE(preview.frame(), stood + 1);
     EXPECT_TRUE(preview.transport().lacksDevice());
     EXPECT_GE(pass(10).back(), stood + 8) << "by the clock from here on";
+
+    m_sound.isBroken = false;
+    m_sound.needed = 1120; // 70 ms
+    support::ClipSpec spec;
+    spec.sound = support::Sound::before;
+    spec.claimedSoundRate = 16'000; // ends in the middle of the clip
+    support::writeBytes("half.ogv", support::makeClip(spec));
+    Preview& filled = play({"A", {{"A", "half.ogv", {}}}});
+    while (filled.player().state() == State::playing && !filled.transport().lacksDevice()) {
+        (void)pass(1);
+        std::this_thread::yield(); // while the decoder owes sound, time stands
+    }
+    EXPECT_EQ(filled.frame(), 29);
+    EXPECT_FALSE(filled.transport().lacksDevice()) << "silence keeps the device going";
 }
 
 TEST_F(PreviewTest, SaysWhyItStopsAndPlaysOnFromThere) {
