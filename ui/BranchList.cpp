@@ -318,7 +318,7 @@ void BranchList::branchRenamed(int branch, const std::string& oldName) {
 }
 
 void BranchList::nameRefused(const std::u16string& name) {
-    m_parts->strip.showNoteOfLeaving(takenNameText(name));
+    m_parts->strip.showLastingNote(takenNameText(name));
 }
 
 void BranchList::copying(const jobs::CopyStatus& status) {

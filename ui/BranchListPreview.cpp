@@ -66,7 +66,7 @@ void BranchList::stopPreview() {
 }
 
 void BranchList::previewNotes(const std::u16string& text) {
-    m_parts->strip.showNote(text);
+    m_parts->strip.showLastingNote(text); // the lists are filled after it, and choose their rows
 }
 
 void BranchList::previewChanged() {

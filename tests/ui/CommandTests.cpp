@@ -236,6 +236,10 @@ TEST_F(Keys, OfAllTablesAreInOneListWhicheverWindowAsks) {
     EXPECT_EQ(rowsOf(keys), u"Shift+Left: Back 10 frames\n");
     keys.retype(u"EditFindKey", u"Add B");
     EXPECT_EQ(rowsOf(keys), u"Add Branch\n") << "a command without a key";
+    keys.retype(u"EditFindKey", u"scene");
+    EXPECT_NE(rowsOf(keys).find(u"A to Z go to the scene."), std::u16string::npos);
+    keys.retype(u"EditFindKey", u"f5");
+    EXPECT_EQ(rowsOf(keys), u"F5: Play\nShift+F5: Play from Here\n");
     keys.retype(u"EditFindKey", u"no such key");
     EXPECT_TRUE(keys.get(u"EmptyLine").IsVisible());
 

@@ -63,7 +63,7 @@ void StripPresenter::showNote(const std::u16string& note, const std::u16string& 
     update();
 }
 
-void StripPresenter::showNoteOfLeaving(const std::u16string& note) {
+void StripPresenter::showLastingNote(const std::u16string& note) {
     m_noteIsFresh = true;
     showNote(note);
 }

@@ -30,9 +30,9 @@ public:
     void showCopy(const std::u16string& text);
     /// What an action did, and what went wrong with it. Gone with the next action.
     void showNote(const std::u16string& note, const std::u16string& problem = {});
-    /// A note that came up when the author left a field: the press that left it, which may act on
-    /// something else as well, does not take it away.
-    void showNoteOfLeaving(const std::u16string& note);
+    /// A note that comes up in the middle of an action, as when the author leaves a field: what
+    /// else the same key or press does, does not take it away.
+    void showLastingNote(const std::u16string& note);
     /// Whether such a note has come up by the input at hand; once for each note.
     [[nodiscard]] bool takeFreshNote() { return std::exchange(m_noteIsFresh, false); }
     /// A save ended; shown until the first change of the scene, or until the next save.

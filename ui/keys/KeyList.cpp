@@ -15,7 +15,9 @@ namespace ui {
 
 namespace {
 
-constexpr std::u16string_view kGroups[] = {kEverywhere, kFrames, kBranchEditor, kZones};
+constexpr std::u16string_view kGroups[] = {kEverywhere, kFrames, kBranchEditor, kPreviewGroup,
+                                           kZones};
+constexpr std::u16string_view kSceneKeys = u"A to Z go to the scene.";
 constexpr std::size_t kMostProblems = 10;
 
 bool contains(std::u16string_view text, const std::u16string& wanted) {
@@ -70,6 +72,9 @@ std::vector<KeyGroup> keyGroups(const KeyMap& keys, std::u16string_view wanted) 
                     addLines(command, keys, text, group.lines);
                 }
             }
+        }
+        if (name == kPreviewGroup && contains(kSceneKeys, text)) {
+            group.lines.push_back({.text = std::u16string(kSceneKeys)});
         }
         groups.push_back(std::move(group));
     }
