@@ -28,6 +28,8 @@ enum class AccessibleRole {
     separator, ///< between two areas, which it sizes
     progressBar,
     slider,
+    tree,
+    treeItem,
 };
 
 struct AccessibleState {

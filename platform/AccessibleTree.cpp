@@ -15,6 +15,7 @@ bool isPressable(AccessibleRole role) {
     case AccessibleRole::comboBox:
     case AccessibleRole::listItem:
     case AccessibleRole::menuItem:
+    case AccessibleRole::treeItem:
         return true;
     default:
         return false;

@@ -51,6 +51,10 @@ QAccessible::Role roleOf(AccessibleRole role) {
         return QAccessible::ProgressBar;
     case AccessibleRole::slider:
         return QAccessible::Slider;
+    case AccessibleRole::tree:
+        return QAccessible::Tree;
+    case AccessibleRole::treeItem:
+        return QAccessible::TreeItem;
     }
     return QAccessible::Client;
 }

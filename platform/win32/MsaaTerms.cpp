@@ -42,6 +42,10 @@ long msaaRole(AccessibleRole role) {
         return ROLE_SYSTEM_PROGRESSBAR;
     case AccessibleRole::slider:
         return ROLE_SYSTEM_SLIDER;
+    case AccessibleRole::tree:
+        return ROLE_SYSTEM_OUTLINE;
+    case AccessibleRole::treeItem:
+        return ROLE_SYSTEM_OUTLINEITEM;
     }
     return ROLE_SYSTEM_CLIENT;
 }
@@ -81,6 +85,7 @@ std::u16string msaaAction(const Accessible& node) {
     case AccessibleRole::comboBox:
         return node.accessibleState().expanded ? u"Close" : u"Open";
     case AccessibleRole::listItem:
+    case AccessibleRole::treeItem:
         return u"Select";
     case AccessibleRole::menuItem:
         return u"Execute";

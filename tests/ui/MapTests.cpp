@@ -65,7 +65,6 @@ TEST_F(MapTest, ANarrowWindowShowsItInPlaceOfTheFields) {
 TEST_F(MapTest, ShowsTheChoiceAndFollowsEdits) {
     showScene();
     EXPECT_EQ(m_driver->textOf(u"LabelMapZoom"), u"100 %");
-    EXPECT_EQ(map().accessibleValue(), u"Alarm, first branch, 2 actions, 2 errors");
     m_driver->click(on(2));
     EXPECT_EQ(shown(), u"Apart");
     m_driver->press(Key::home);
@@ -119,6 +118,31 @@ TEST_F(MapTest, ADragFromARowLeadsTheActionElsewhere) {
     m_driver->press(Key::escape);
     m_driver->send(platform::EventKind::mouseUp, on(2));
     EXPECT_EQ(session().revision(), revision);
+}
+
+TEST_F(MapTest, IsATreeForScreenReaders) {
+    showScene();
+    EXPECT_EQ(map().accessibleName(), u"Scene map");
+    ASSERT_EQ(map().accessibleChildCount(), 3);
+    platform::Accessible& lift = *map().accessibleChild(1);
+    const platform::Accessible& alarm = *map().accessibleChild(0);
+    EXPECT_EQ(alarm.accessibleName(), u"Alarm, first branch, 2 actions, 2 errors");
+    ASSERT_EQ(alarm.accessibleChildCount(), 2);
+    const platform::Accessible& key = *alarm.accessibleChild(0);
+    EXPECT_EQ(key.accessibleName(), u"Key L, to Lift");
+    EXPECT_EQ(alarm.accessibleChild(1)->accessibleName(), u"Default, to Roof, missing");
+    EXPECT_TRUE(key.accessibleRect().contains(row(0, 0)));
+    EXPECT_EQ(key.accessibleParent(), &alarm);
+    EXPECT_EQ(map().accessibleChildAt(on(1)), &lift);
+    EXPECT_EQ(map().accessibleIndexOf(lift), 1);
+    lift.accessiblePress();
+    EXPECT_EQ(shown(), u"Lift");
+    EXPECT_TRUE(lift.accessibleState().selected && !alarm.accessibleState().selected);
+    const auto life = lift.accessibleLife();
+    session().setImmediate(1, 0, true);
+    EXPECT_TRUE(life.expired()) << "nodes of the scene before";
+    EXPECT_EQ(map().accessibleChild(1)->accessibleChild(0)->accessibleName(),
+              u"Default, to Alarm, immediate");
 }
 
 TEST_F(MapTest, ADoubleClickPlaysFromTheBranch) {

@@ -66,6 +66,7 @@ void SceneMap::show(std::shared_ptr<const map::MapScene> scene,
     const Rect before = placeOf(m_chosen);
     m_scene = std::move(scene);
     m_layouts = std::move(layouts);
+    m_items.clear();
     const Rect now = placeOf(m_chosen);
     if (before.width() > 0 && now.width() > 0 && !m_isFitted) {
         m_view.x += now.left - before.left;
@@ -73,6 +74,7 @@ void SceneMap::show(std::shared_ptr<const map::MapScene> scene,
     } else {
         fitDownTo(kLeastAtFirst);
     }
+    accessibleChanged(platform::AccessibleChange::children);
     accessibleChanged(platform::AccessibleChange::value);
     Invalidate();
 }
@@ -231,21 +233,6 @@ void SceneMap::SetPos(const Rect& pos) {
 std::u16string SceneMap::toolTipAt(Point point) const {
     const int branch = branchAt(point);
     return branch >= 0 ? core::displayText(m_scene->branches[at(branch)].name) : std::u16string();
-}
-
-std::u16string SceneMap::accessibleValue() const {
-    if (m_scene == nullptr || m_chosen < 0 || at(m_chosen) >= m_scene->branches.size()) {
-        return {};
-    }
-    const map::MapBranch& branch = m_scene->branches[at(m_chosen)];
-    const std::size_t actions = branch.actions.size();
-    std::string value = branch.name + (m_chosen == m_scene->first ? ", first branch" : "") + ", " +
-                        std::to_string(actions) + (actions == 1 ? " action" : " actions");
-    const int errors = m_errors ? m_errors(m_chosen) : 0;
-    if (errors > 0) {
-        value += ", " + std::to_string(errors) + (errors == 1 ? " error" : " errors");
-    }
-    return core::displayText(value);
 }
 
 } // namespace ui

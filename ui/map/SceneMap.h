@@ -65,12 +65,21 @@ public:
     void SetPos(const Rect& pos) override;
     void forgetInput() override;
     [[nodiscard]] std::u16string toolTipAt(Point point) const override;
+    [[nodiscard]] platform::AccessibleRole accessibleRole() const override {
+        return platform::AccessibleRole::tree;
+    }
+    /// What it says of the chosen branch.
     [[nodiscard]] std::u16string accessibleValue() const override;
+    [[nodiscard]] int accessibleChildCount() const override;
+    [[nodiscard]] platform::Accessible* accessibleChild(int index) const override;
+    [[nodiscard]] int accessibleIndexOf(const platform::Accessible& child) const override;
 
 protected:
     void paintStatus(platform::Canvas& canvas) override;
 
 private:
+    class Item; ///< of the tree that assistive technology sees: a branch, or one of its actions
+
     struct View { ///< the map's point (x, y) stands in the control's top left corner
         double x = 0;
         double y = 0;
@@ -83,6 +92,8 @@ private:
     /// The action of the branch whose row is there; -1 for none.
     [[nodiscard]] int actionAt(int branch, Point point) const;
     void fitDownTo(int step);
+    [[nodiscard]] std::u16string textOf(int branch) const;
+    [[nodiscard]] std::u16string textOf(int branch, int action) const;
     [[nodiscard]] Rect inWindow(int x, int y, int width, int height) const;
     void setStep(int step, Point fixed);
     void reveal(int branch);
@@ -111,6 +122,7 @@ private:
 
     std::shared_ptr<const map::MapScene> m_scene;
     std::shared_ptr<MapLayouts> m_layouts;
+    mutable std::vector<std::shared_ptr<Item>> m_items; ///< by branch, made when asked for
     std::function<Picture(int)> m_stills;
     std::function<int(int)> m_errors;
     std::function<void()> m_onZoom;

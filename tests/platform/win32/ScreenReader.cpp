@@ -37,6 +37,8 @@ const std::map<AccessibleRole, SystemRole> kRoles{
     {AccessibleRole::separator, {ROLE_SYSTEM_SEPARATOR}},
     {AccessibleRole::progressBar, {ROLE_SYSTEM_PROGRESSBAR}},
     {AccessibleRole::slider, {ROLE_SYSTEM_SLIDER}},
+    {AccessibleRole::tree, {ROLE_SYSTEM_OUTLINE}},
+    {AccessibleRole::treeItem, {ROLE_SYSTEM_OUTLINEITEM, u"Select"}},
 };
 
 } // namespace
