@@ -187,7 +187,7 @@ void Preview::showDue(float time, const PictureSink& show) {
         m_transport.go();
     }
     const bool isOver = frameCount() >= 0 && m_nextFrame >= frameCount();
-    m_isWaiting = !m_transport.isGoing() ||
+    m_isWaiting = !m_transport.isGoing() || m_transport.isShortOfSound() ||
                   (!isOver && !clip.endOfFile.load() && time >= timeOf(m_nextFrame));
 }
 

@@ -73,7 +73,7 @@ public:
     /// Goes on to the present: shows the picture that is due and follows the clip's end. True when
     /// another branch has come up, or playing has ended or stopped, since the last call.
     bool tick(const PictureSink& show);
-    /// The picture of this moment has not been decoded yet.
+    /// The picture of this moment, or the sound after it, has not been decoded yet.
     [[nodiscard]] bool isWaiting() const { return m_isWaiting; }
 
     [[nodiscard]] const player::Player& player() const { return m_player; }

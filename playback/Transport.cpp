@@ -12,6 +12,7 @@ namespace playback {
 namespace {
 
 constexpr double kAhead = 0.18;       // seconds of sound written before they are heard
+constexpr double kLeastAhead = 0.09;  // seconds of it that bridge a busy moment
 constexpr double kSilentBit = 0.02;   // seconds of silence written at a time
 constexpr double kSilenceAhead = 0.1; // seconds of it: devices stand with less than 50 ms to play
 constexpr double kLongestStep = 0.02; // seconds between two positions of a device, bridged
@@ -35,6 +36,11 @@ bool Transport::isSoundOwed() const {
 
 bool Transport::isReady() const {
     return !usesSound() || !isSoundOwed();
+}
+
+bool Transport::isShortOfSound() const {
+    return m_isSounding && !m_isPaused && isSoundOwed() &&
+           m_written - m_output->position() < sampleAt(kLeastAhead);
 }
 
 double Transport::lap() {

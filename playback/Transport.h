@@ -22,6 +22,8 @@ public:
     void load(OpenClip* clip, double seconds);
     /// The sound that belongs to the first picture is there, or there is none.
     [[nodiscard]] bool isReady() const;
+    /// Whether the sound may run out before the decoder, which is behind, brings more.
+    [[nodiscard]] bool isShortOfSound() const;
     /// The first picture is shown: time begins to pass.
     void go();
     void setPaused(bool paused);

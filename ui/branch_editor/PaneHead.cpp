@@ -1,7 +1,6 @@
 #include "ui/branch_editor/PaneHead.h"
 
 #include <algorithm>
-#include <ranges>
 #include <string>
 
 #include "platform/FontSet.h"
@@ -85,7 +84,8 @@ int PaneHead::placeTabs(const Rect& content, bool withTexts) {
 
 int PaneHead::placeTools(const Rect& content, int left, bool withZoom) {
     int right = content.right - kEdge;
-    for (const auto& child : std::views::reverse(items())) {
+    for (auto item = items().rbegin(); item != items().rend(); ++item) {
+        const auto& child = *item;
         if (isTab(*child) || isBox(*child) || !child->isShown()) {
             continue;
         }
@@ -102,7 +102,8 @@ int PaneHead::placeTools(const Rect& content, int left, bool withZoom) {
 void PaneHead::layoutChildren(const Rect& content) {
     int left = placeTabs(content, true);
     int right = placeTools(content, left, true);
-    const auto box = std::ranges::find_if(items(), [](const auto& one) { return isBox(*one); });
+    const auto box =
+        std::find_if(items().begin(), items().end(), [](const auto& one) { return isBox(*one); });
     if (box == items().end() || !(*box)->isShown()) {
         return;
     }
