@@ -39,6 +39,7 @@
 #include "ui/WindowContext.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/ContextMenu.h"
 #include "ui/commands/ZoneEditorCommands.h"
 #include "video/CVideoUI.h"
 #include "zone/EditContext.h"

@@ -19,7 +19,6 @@
 #include "recovery/Drafts.h"
 #include "recovery/Places.h"
 #include "stills/StillService.h"
-#include "ui/importing/SceneImports.h"
 
 namespace app {
 namespace {

@@ -23,7 +23,6 @@
 #include "platform/Sound.h"
 #include "platform/raster/StillScaler.h"
 #include "playback/Preview.h"
-#include "player/Player.h"
 #include "player/Story.h"
 
 namespace {

@@ -1,10 +1,11 @@
 // The converter's arguments (https://ffmpeg.org/ffmpeg.html, https://ffmpeg.org/ffprobe.html).
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "import/Filters.h"
+#include "import/ImportTypes.h"
 #include "import/Plan.h"
+#include "import/Source.h"
 
 namespace imports {
 namespace {

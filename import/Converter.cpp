@@ -1,6 +1,7 @@
 #include "import/Converter.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 
 #include "core/Paths.h"

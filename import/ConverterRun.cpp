@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <memory>
+#include <system_error>
 #include <utility>
 #include <vector>
 

@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "platform/Geometry.h"
+
 namespace imports {
 namespace {
 

@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
+#include "import/ConverterRun.h"
 #include "import/ImportJob.h"
+#include "import/Source.h"
 
 namespace imports {
 

@@ -1,11 +1,12 @@
 #include "import/Source.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <map>
+#include <system_error>
 #include <utility>
 
 namespace imports {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <memory>
 
+#include "core/FileError.h"
 #include "core/Log.h"
 #include "zone/LoadReport.h"
 #include "zone/Scale.h"

@@ -1,11 +1,13 @@
 #include <algorithm>
-#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <numeric>
+#include <span>
 #include <tuple>
-#include <utility>
+#include <vector>
 
 #include "map/Ordering.h"
+#include "map/Ranks.h"
 
 namespace map {
 namespace {

@@ -5,7 +5,6 @@
 #include <iterator>
 #include <span>
 #include <tuple>
-#include <utility>
 
 #include "map/Ordering.h"
 #include "map/Placement.h"

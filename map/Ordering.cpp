@@ -1,7 +1,6 @@
 #include "map/Ordering.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "map/BlockSifting.h"
 

@@ -4,7 +4,9 @@
 #include <cmath>
 #include <cstdint>
 #include <exception>
+#include <vector>
 
+#include "platform/Sound.h"
 #include "playback/ClipZones.h"
 #include "src/TheoraOutputMode.h"
 

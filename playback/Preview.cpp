@@ -1,10 +1,10 @@
 #include "playback/Preview.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <utility>
 
+#include "player/Clip.h"
 #include "src/TheoraTimer.h"
 #include "src/TheoraVideoClip.h"
 #include "src/TheoraVideoFrame.h"

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <utility>
 #include <vector>
 
 #include "platform/SilentSound.h"
+#include "playback/SoundQueue.h"
+#include "src/TheoraVideoClip.h"
 
 namespace playback {
 namespace {

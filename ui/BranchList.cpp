@@ -30,6 +30,7 @@
 #include "ui/branch_editor/ClipCard.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/branch_editor/HistoryPresenter.h"
+#include "ui/branch_editor/ImportPresenter.h"
 #include "ui/branch_editor/LeadsPresenter.h"
 #include "ui/branch_editor/LeftPane.h"
 #include "ui/branch_editor/PaneHead.h"

@@ -15,12 +15,14 @@
 #include "ui/branch_editor/ActionPresenter.h"
 #include "ui/branch_editor/ChosenActions.h"
 #include "ui/branch_editor/ControlNames.h"
+#include "ui/branch_editor/ImportPresenter.h"
 #include "ui/branch_editor/LeftPane.h"
 #include "ui/branch_editor/StripOffer.h"
 #include "ui/branch_editor/StripPresenter.h"
 #include "ui/branch_editor/ZoneVisit.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
+#include "ui/map/MapPresenter.h"
 
 namespace ui {
 

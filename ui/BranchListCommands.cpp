@@ -18,6 +18,7 @@
 #include "ui/branch_editor/ChosenActions.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/branch_editor/HistoryPresenter.h"
+#include "ui/branch_editor/ImportPresenter.h"
 #include "ui/branch_editor/LeadsPresenter.h"
 #include "ui/branch_editor/StripPresenter.h"
 #include "ui/commands/BranchEditorCommands.h"

@@ -1,11 +1,13 @@
 // The preview of the branch editor: its commands, and what they do to the window.
 #include <utility>
 
+#include "scene/SceneSession.h"
 #include "ui/BranchList.h"
 #include "ui/BranchListParts.h"
 #include "ui/Controls.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/branch_editor/LeftPane.h"
+#include "ui/branch_editor/StripPresenter.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/preview/PreviewPresenter.h"

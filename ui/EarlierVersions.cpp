@@ -1,6 +1,5 @@
 #include "ui/EarlierVersions.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <utility>
@@ -21,6 +20,7 @@
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/TimeTexts.h"
 #include "ui/commands/CommandSet.h"
+#include "ui/commands/ContextMenu.h"
 #include "ui/commands/EarlierVersionsCommands.h"
 
 namespace ui {

@@ -29,6 +29,7 @@
 #include "ui/branch_editor/FlagScope.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/ContextMenu.h"
 #include "ui/commands/StartCommands.h"
 
 namespace ui {

@@ -5,9 +5,7 @@
 
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "scene/SceneFolders.h"

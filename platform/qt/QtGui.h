@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "platform/Gui.h"
+#include "platform/Sound.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialog.h"

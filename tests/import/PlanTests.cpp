@@ -2,7 +2,6 @@
 #include <sstream>
 #include <string>
 #include <tuple>
-#include <vector>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
 // The map of the scene in the branch editor, by real clicks, drags and keys.
+#include <cstdint>
 #include <string>
 
 #include "platform/Geometry.h"

@@ -2,6 +2,7 @@
 // two steps of the test.
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/Geometry.h"

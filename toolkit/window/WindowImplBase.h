@@ -16,6 +16,7 @@
 
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/input/MouseInput.h"
 #include "toolkit/layout/IDialogBuilderCallback.h"
 #include "toolkit/window/CNotifyPump.h"
 #include "toolkit/window/CPaintManagerUI.h"

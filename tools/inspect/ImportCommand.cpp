@@ -6,12 +6,16 @@
 #include <string>
 #include <utility>
 
+#include <bits/types/sig_atomic_t.h>
+
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/StandardError.h"
 #include "import/Converter.h"
 #include "import/ImportJob.h"
 #include "import/ImportTypes.h"
+#include "platform/FileSystem.h"
+#include "platform/Geometry.h"
 #include "tools/inspect/Command.h"
 #include "tools/inspect/Json.h"
 

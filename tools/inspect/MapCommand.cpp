@@ -1,6 +1,5 @@
 #include <iostream>
 #include <memory>
-#include <ostream>
 #include <string>
 
 #include "core/File.h"

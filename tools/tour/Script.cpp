@@ -14,7 +14,6 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/DropListWindow.h"
-#include "toolkit/window/CPaintManagerUI.h"
 #include "tools/tour/PngFile.h"
 #include "tools/tour/WindowPicture.h"
 

@@ -5,6 +5,7 @@
 
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "import/ImportQueue.h"
 #include "platform/FileSystem.h"
 #include "src/TheoraProbe.h"
 #include "ui/branch_editor/ControlNames.h"

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/FontSet.h"
+#include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/skin/WindowLook.h"

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "toolkit/controls/CContainerUI.h"
+#include "toolkit/controls/CControlUI.h"
 
 namespace ui {
 

@@ -7,8 +7,8 @@
 #include "core/Services.h"
 #include "jobs/VideoImport.h"
 #include "platform/FileDialog.h"
-#include "platform/FileSystem.h"
 #include "scene/SceneFolders.h"
+#include "src/TheoraProbe.h"
 #include "ui/FileChoice.h"
 
 namespace ui {

@@ -1,11 +1,13 @@
 #include "ui/importing/ImportRow.h"
 
+#include <cstddef>
 #include <string>
 #include <utility>
 
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "toolkit/controls/CButtonUI.h"
+#include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CProgressUI.h"

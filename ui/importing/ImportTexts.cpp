@@ -4,6 +4,7 @@
 
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "platform/Geometry.h"
 #include "ui/branch_editor/ClipCard.h"
 
 namespace ui {

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string_view>
 #include <utility>
 
 #include "app/state/SharedServices.h"
-#include "core/EditorSettings.h"
 #include "core/Text.h"
+#include "import/ImportQueue.h"
 #include "platform/FileDialog.h"
-#include "platform/Gui.h"
 #include "platform/Window.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
@@ -17,13 +17,14 @@
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/controls/CProgressUI.h"
 #include "toolkit/controls/MenuPopup.h"
-#include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
+#include "ui/Companions.h"
+#include "ui/Controls.h"
 #include "ui/FileChoice.h"
-#include "ui/commands/CommandMenu.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/ImportCommands.h"
 #include "ui/importing/ConverterChoice.h"

@@ -8,6 +8,7 @@
 
 #include "core/EditorSettings.h"
 #include "core/Paths.h"
+#include "edit/History.h"
 #include "scene/SceneChange.h"
 #include "scene/SceneSession.h"
 

@@ -1,6 +1,7 @@
 #include "ui/importing/VideoKinds.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "core/Paths.h"
 

@@ -6,6 +6,7 @@
 #include "platform/Gui.h"
 #include "platform/Window.h"
 #include "toolkit/window/Notification.h"
+#include "ui/Companions.h"
 #include "ui/Controls.h"
 #include "ui/Manual.h"
 #include "ui/commands/CommandSet.h"

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +12,6 @@
 #include "ui/EditorWindow.h"
 #include "ui/WindowContext.h"
 #include "ui/commands/Command.h"
-#include "ui/commands/ContextMenu.h"
 #include "ui/keys/KeyList.h"
 
 namespace toolkit {

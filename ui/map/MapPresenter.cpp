@@ -4,7 +4,9 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "edit/History.h"
 #include "map/MapLayout.h"
+#include "platform/Geometry.h"
 #include "scene/SceneChange.h"
 #include "stills/Still.h"
 #include "ui/branch_editor/ControlNames.h"

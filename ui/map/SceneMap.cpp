@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "core/Text.h"
+#include "platform/Geometry.h"
 
 namespace ui {
 

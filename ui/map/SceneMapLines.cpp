@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Geometry.h"
 #include "platform/Path.h"
 #include "scene/Action.h"
 #include "ui/map/MapColors.h"

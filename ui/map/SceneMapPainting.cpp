@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "platform/Geometry.h"
 #include "platform/Path.h"
-#include "scene/Action.h"
 #include "toolkit/skin/IconSet.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"

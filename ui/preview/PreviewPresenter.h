@@ -2,10 +2,9 @@
 // taken. Plays the scene as it is edited; edits count at once and disturb nothing. UI thread only.
 #pragma once
 
-#include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "edit/Observers.h"
@@ -13,6 +12,7 @@
 #include "platform/Gui.h"
 #include "playback/Preview.h"
 #include "playback/SceneStory.h"
+#include "player/Player.h"
 #include "scene/SceneSession.h"
 #include "ui/Controls.h"
 #include "ui/preview/PreviewRow.h"

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/FontSet.h"
+#include "platform/Geometry.h"
 #include "platform/Path.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"

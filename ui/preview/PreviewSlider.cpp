@@ -4,6 +4,8 @@
 #include <cstdint>
 
 #include "core/Text.h"
+#include "platform/Color.h"
+#include "platform/Geometry.h"
 #include "platform/Path.h"
 
 namespace ui {

@@ -2,10 +2,8 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "player/Player.h"
-#include "player/Story.h"
 
 namespace ui {
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/Color.h"
 #include "platform/Event.h"
 #include "platform/FontSet.h"
 #include "platform/Path.h"

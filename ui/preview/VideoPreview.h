@@ -11,7 +11,7 @@
 #include "platform/Accessible.h"
 #include "platform/Bitmap.h"
 #include "platform/Canvas.h"
-#include "platform/Geometry.h"
+#include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/TEventUI.h"
 

@@ -1,7 +1,6 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
