@@ -95,6 +95,9 @@ TEST(Threads, WorkGoesToTheMostUrgentClipThatNobodyWorksOn) {
         clips.push_back(
             manager.createClip(std::make_unique<MemorySource>(file), TheoraOutputMode::TH_RGB));
         EXPECT_TRUE(clips[i]->decodeOnWorker());
+        while (clips[i]->getNumReadyFrames() == 0) {
+            std::this_thread::yield(); // it is being converted
+        }
     }
     clips[0]->getTimer().pause();
     clips[2]->setPriority(2.0F);

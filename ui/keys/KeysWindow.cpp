@@ -11,6 +11,7 @@
 #include "ui/Manual.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/ContextMenu.h"
 #include "ui/commands/KeyMap.h"
 #include "ui/commands/KeysCommands.h"
 #include "ui/keys/KeyRow.h"

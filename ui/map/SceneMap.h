@@ -13,6 +13,7 @@
 
 #include "map/MapLayout.h"
 #include "map/MapScene.h"
+#include "platform/Accessible.h"
 #include "platform/Bitmap.h"
 #include "platform/Canvas.h"
 #include "platform/Color.h"

@@ -6,6 +6,7 @@
 
 #include "core/Text.h"
 #include "platform/Accessible.h"
+#include "platform/Geometry.h"
 #include "ui/map/SceneMap.h"
 
 namespace ui {

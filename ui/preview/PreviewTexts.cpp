@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "core/Text.h"
+#include "player/Story.h"
 #include "ui/branch_editor/ClipCard.h"
 
 namespace ui {

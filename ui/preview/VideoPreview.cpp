@@ -8,6 +8,7 @@
 #include "platform/Color.h"
 #include "platform/Event.h"
 #include "platform/FontSet.h"
+#include "platform/Geometry.h"
 #include "platform/Path.h"
 #include "player/Clip.h"
 #include "toolkit/skin/WindowLook.h"
