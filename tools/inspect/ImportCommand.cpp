@@ -6,8 +6,6 @@
 #include <string>
 #include <utility>
 
-#include <bits/types/sig_atomic_t.h>
-
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/StandardError.h"
