@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <cstdint>
 #include <ostream>
@@ -24,10 +25,11 @@ constexpr std::array<std::pair<const char*, imports::Quality>, 3> kQualities{
     std::pair{"small", imports::Quality::small}, std::pair{"standard", imports::Quality::standard},
     std::pair{"high", imports::Quality::high}};
 
-volatile std::sig_atomic_t isInterrupted = 0;
+std::atomic<bool> isInterrupted = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
 
 void interrupt(int /*signal*/) {
-    isInterrupted = 1;
+    isInterrupted = true;
 }
 
 bool takeFlag(Arguments& arguments, const std::string& name) {
@@ -141,9 +143,9 @@ int runImport(const Arguments& arguments, std::ostream& out) {
     for (const std::string& source : rest) {
         options.request.source = files.fullPath(source);
         imports::JobResult result{imports::ImportState::cancelled};
-        if (isInterrupted == 0) {
+        if (!isInterrupted) {
             result = imports::runImport(
-                files, options.request, [](int, double) {}, [] { return isInterrupted != 0; });
+                files, options.request, [](int, double) {}, [] { return isInterrupted.load(); });
         }
         if (options.isJson) {
             printLine(out, source, result);
