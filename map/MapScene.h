@@ -17,6 +17,8 @@ struct MapAction {
     int branch = -1;    ///< that it leads to; -1: there is none of this name
     bool immediate = false;
 
+    /// It names a branch that is not there.
+    [[nodiscard]] bool isBroken() const { return branch < 0 && !target.empty(); }
     friend bool operator==(const MapAction&, const MapAction&) = default;
 };
 

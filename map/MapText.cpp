@@ -111,8 +111,8 @@ std::string drawnNode(const MapBranch& branch, const MapNode& node,
     for (std::size_t i = 0; i < branch.actions.size(); ++i) {
         y += 17;
         const MapAction& action = branch.actions[i];
-        const bool isBroken = action.branch < 0 && !action.target.empty();
-        result += text(x + 22, y, rowText(action, hasLine[i]), isBroken ? "#A8221B" : "#465362");
+        result +=
+            text(x + 22, y, rowText(action, hasLine[i]), action.isBroken() ? "#A8221B" : "#465362");
     }
     return result + "</g>\n";
 }

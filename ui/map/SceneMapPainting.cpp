@@ -36,14 +36,12 @@ constexpr Color kSelected = 0xFFC1E3FF;
 constexpr Color kDanger = 0xFFA8221B;
 constexpr std::array<std::u16string_view, 4> kBadges{u"End", u"", u"Zone", u"Dice"};
 constexpr int kSmallFont = 4;
-constexpr int kIcon = 12; ///< in a row
+constexpr int kIcon = 12;       ///< in a row
+constexpr int kBrokenLine = 20; ///< from a node with a broken target down to a cross
+constexpr int kCrossReach = 5;  ///< of the cross, from its middle
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
-}
-
-bool isBroken(const MapAction& action) {
-    return action.branch < 0 && !action.target.empty();
 }
 
 } // namespace
@@ -83,9 +81,8 @@ void SceneMap::paintStatus(platform::Canvas& canvas) {
     paintBackLines(canvas);
     for (int branch = 0; branch < static_cast<int>(layout().nodes.size()); ++branch) {
         Rect place = placeOf(branch);
-        place.bottom += 40; // a stub
-        if (place.intersected(canvas.clip()).width() > 0 &&
-            place.intersected(canvas.clip()).height() > 0) {
+        place.bottom += kBrokenLine + 2 * kCrossReach; // the sign of a broken target hangs below
+        if (!place.intersected(canvas.clip()).isEmpty()) {
             paintNode(canvas, branch);
         }
     }
@@ -115,17 +112,17 @@ void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
     if (form() == NodeForm::whole) {
         canvas.fillRect({box.left, name.bottom, box.right, name.bottom + 1}, kLine);
         paintRows(canvas, branch, {box.left, name.bottom, box.right, box.bottom});
-        if (std::any_of(content.actions.begin(), content.actions.end(), isBroken)) {
+        if (std::ranges::any_of(content.actions, &MapAction::isBroken)) {
             const int x = (box.left + box.right) / 2;
-            for (int y = box.bottom; y < box.bottom + 20; y += 5) {
+            for (int y = box.bottom; y < box.bottom + kBrokenLine; y += 5) {
                 canvas.fillRect({x, y, x + 2, y + 3}, kDanger);
             }
             platform::Path cross;
-            const double middle = box.bottom + 25;
-            cross.moveTo({x - 4.0, middle - 5});
-            cross.lineTo({x + 6.0, middle + 5});
-            cross.moveTo({x + 6.0, middle - 5});
-            cross.lineTo({x - 4.0, middle + 5});
+            const double middle = box.bottom + kBrokenLine + kCrossReach;
+            cross.moveTo({x + 1.0 - kCrossReach, middle - kCrossReach});
+            cross.lineTo({x + 1.0 + kCrossReach, middle + kCrossReach});
+            cross.moveTo({x + 1.0 + kCrossReach, middle - kCrossReach});
+            cross.lineTo({x + 1.0 - kCrossReach, middle + kCrossReach});
             canvas.fillPath(cross.stroked(2), kDanger);
         }
     }
@@ -198,11 +195,11 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
                 {.name = std::u16string(kBadges.at(kind)), .tint = u"primary", .side = kIcon},
                 toolkit::IconState::normal);
         }
-        const std::string text = isBroken(action) ? action.target
+        const std::string text = action.isBroken() ? action.target
                                  : !hasLine[i] && action.branch >= 0
                                      ? "\xE2\x86\xA9 " + action.target
                                      : action.text;
-        paintText(canvas, text, row, kSmallFont, isBroken(action) ? kDanger : kMuted);
+        paintText(canvas, text, row, kSmallFont, action.isBroken() ? kDanger : kMuted);
         if (action.immediate) {
             const Rect bolt = Rect::at(box.right - 16, badge.top, 14, 14);
             icons.draw(canvas, bolt, {.name = u"Bolt", .tint = u"warning", .side = kIcon},
