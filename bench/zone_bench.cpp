@@ -214,10 +214,23 @@ const std::shared_ptr<zone::ZoneManager>& version() {
     return zones;
 }
 
-/// The kinds of steps on a whole zone, and the operation for each.
+void addAt1200(zone::ZoneManager& zones, zone::EditContext& context) {
+    zones.addPoint(context, 0, 5, 1200, 700);
+}
+
+void deleteAt1200(zone::ZoneManager& zones, zone::EditContext& context) {
+    zones.deletePoint(context, 0, 5, 1200, 700);
+}
+
+/// The kinds of steps on a whole zone: a step of the session, and for the largest ones the same
+/// change of the zones without a record, with what prepares it.
 struct Step {
+    using Change = void (*)(zone::ZoneManager& zones, zone::EditContext& context);
+
     const char* what;
     void (*run)(zone::ZoneSession& session);
+    Change change = nullptr;
+    Change before = [](zone::ZoneManager&, zone::EditContext&) {};
 };
 constexpr Step kSteps[] = {
     {"move a point",
@@ -225,6 +238,10 @@ constexpr Step kSteps[] = {
          const platform::Point at = session.zones().zone(0)->shape(0)->points[2];
          (void)session.hitTest(0, 0, at.x, at.y);
          session.moveSelectedPoint(0, 0, at.x + 1, 40);
+     },
+     [](zone::ZoneManager& zones, zone::EditContext& context) {
+         context.zone(0).selectedPoint = 2;
+         zones.moveSelectedPoint(context, 0, 0, zones.zone(0)->shape(0)->points[2].x + 1, 40);
      }},
     {"move a shape",
      [](zone::ZoneSession& session) {
@@ -233,31 +250,52 @@ constexpr Step kSteps[] = {
          (void)session.hitTest(0, 0, center.x, center.y);
          session.moveSelectedPoint(0, 0, center.x + 1, center.y);
      }},
-    {"add a point", [](zone::ZoneSession& session) { session.addPoint(0, 5, 1200, 700); }},
-    {"delete a point", [](zone::ZoneSession& session) { session.deletePoint(0, 5, 1200, 700); }},
+    {"add a point", [](zone::ZoneSession& session) { session.addPoint(0, 5, 1200, 700); },
+     addAt1200, deleteAt1200},
+    {"delete a point", [](zone::ZoneSession& session) { session.deletePoint(0, 5, 1200, 700); },
+     deleteAt1200, addAt1200},
     {"active", [](zone::ZoneSession& session) { session.setActive(0, 0, false); }},
     {"return to another version", [](zone::ZoneSession& session) { session.restore(*version()); }},
 };
 
+template <typename Action>
+void time(Samples& samples, const Action& action) {
+    const auto began = Clock::now();
+    action();
+    samples.add(millisecondsSince(began));
+}
+
+/// The change alone, on zones that nobody shares.
+std::string changeAlone(const Step& step) {
+    if (!step.change) {
+        return {};
+    }
+    const auto zones = loadManager();
+    zone::EditContext context;
+    zones->addPoint(context, 0, 0, 1200, 700);
+    Samples alone;
+    for (int round = 0; round < kStepRounds; ++round) {
+        step.before(*zones, context);
+        time(alone, [&] { step.change(*zones, context); });
+    }
+    return timesText(alone) + " without a record";
+}
+
 /// A row each for doing and recording a step, undoing it, and redoing it.
 void measureStep(const Step& step) {
+    const std::string alone = changeAlone(step);
     zone::ZoneSession session(loadManager());
     session.addPoint(0, 0, 1200, 700); // for the one that is deleted
     Samples record;
     Samples undo;
     Samples redo;
-    const auto time = [](Samples& samples, auto&& action) {
-        const auto began = Clock::now();
-        action();
-        samples.add(millisecondsSince(began));
-    };
     for (int round = 0; round < kStepRounds; ++round) {
         time(record, [&] { step.run(session); });
         time(undo, [&] { session.undo(); });
         time(redo, [&] { session.redo(); });
         session.undo();
     }
-    bench::tableRow(step.what, timesText(record), "", "p95 <= 1 ms");
+    bench::tableRow(step.what, timesText(record), alone, "record: p95 <= 1 ms");
     bench::tableRow(std::string(step.what) + ", undo", timesText(undo), "", "<= 5 ms");
     bench::tableRow(std::string(step.what) + ", redo", timesText(redo), "", "<= 5 ms");
 }
