@@ -21,6 +21,7 @@
 #include "bench/Samples.h"
 #include "core/File.h"
 #include "core/Services.h"
+#include "zone/SessionKeys.h"
 #include "zone/ZoneSession.h"
 
 namespace {
@@ -321,6 +322,22 @@ void snapshot(benchmark::State& state, bool withChange) {
     }
 }
 
+/// All keys of one zone, or those around one frame after its flag was switched.
+void keys(benchmark::State& state, bool afterEdit) {
+    zone::ZoneSession session(loadManager());
+    session.setProgressChanges(false);
+    zone::SessionKeys found(session);
+    bool active = true;
+    for (auto _ : state) {
+        if (afterEdit) {
+            session.setActive(0, static_cast<int>(kFrames) / 2, active = !active);
+        } else {
+            (void)found.of(-1);
+        }
+        benchmark::DoNotOptimize(found.of(0).frames().size());
+    }
+}
+
 void spreadFloor(benchmark::State& state) {
     BareModel model = makeBareModel();
     std::int32_t x = 0;
@@ -362,6 +379,10 @@ void registerAll() {
             ->Repetitions(kRounds)
             ->ReportAggregatesOnly();
     };
+    add(
+        "all keys", [](benchmark::State& state) { keys(state, false); }, 3);
+    add(
+        "keys after an edit", [](benchmark::State& state) { keys(state, true); }, 3);
     benchmark::RegisterBenchmark("memory after load", memoryAfterLoad)->Iterations(1);
     add("load, floor", loadFloor, 1);
     add("load", load, 1);

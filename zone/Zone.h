@@ -74,6 +74,9 @@ public:
         return m_track->endFrame(m_track->indexOf(frame));
     }
 
+    /// For this module's sources only.
+    [[nodiscard]] const ShapeTrack& track() const { return m_track.get(); }
+
     /// True for a frame without a shape.
     [[nodiscard]] bool isActive(int frame) const;
     /// Spreads.
