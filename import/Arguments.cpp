@@ -20,7 +20,12 @@ constexpr const char* kFormats =
     "mov,mp4,m4a,3gp,3g2,mj2,matroska,webm,avi,mpegts,mpeg,mpegvideo,asf,flv,ogg,dv,gif,mxf,nut,rm,"
     "wtv,h264,hevc,m4v,mjpeg,ivf,obu,av1,swf,mp3,aac,wav,flac,aiff,amr,caf,ac3,w64,ape";
 
-/// Before the file's name, for both programs: they have to count its streams alike.
+void append(Arguments& arguments, const Arguments& more) {
+    arguments.insert(arguments.end(), more.begin(), more.end());
+}
+
+} // namespace
+
 Arguments inputArguments(const std::string& source) {
     return {"-protocol_whitelist",
             "file",
@@ -35,12 +40,6 @@ Arguments inputArguments(const std::string& source) {
             "-i",
             "file:" + source};
 }
-
-void append(Arguments& arguments, const Arguments& more) {
-    arguments.insert(arguments.end(), more.begin(), more.end());
-}
-
-} // namespace
 
 Plan planFor(const Source& source, const ImportSettings& settings, RateChoice rate) {
     const VideoStream& video = *source.video;

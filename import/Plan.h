@@ -50,7 +50,10 @@ enum class RateChoice { usual, asIs };
 [[nodiscard]] Plan planFor(const Source& source, const ImportSettings& settings,
                            RateChoice rate = RateChoice::usual);
 
-/// How the converter is called. Paths are absolute.
+// How the converter is called. Paths are absolute.
+/// Before all that follows, for both programs: they have to count a file's streams alike.
+[[nodiscard]] std::vector<std::string> inputArguments(const std::string& source);
+/// What the file is.
 [[nodiscard]] std::vector<std::string> probeArguments(const std::string& source);
 /// Lists the times of the packets of one stream, for PacketTimes.
 [[nodiscard]] std::vector<std::string> packetArguments(const std::string& source, int stream);

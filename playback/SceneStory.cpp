@@ -1,9 +1,12 @@
 #include "playback/SceneStory.h"
 
-#include <string>
+#include <memory>
 #include <utility>
 
 #include "scene/Action.h"
+#include "scene/Branch.h"
+#include "scene/BranchManager.h"
+#include "scene/SceneManager.h"
 
 namespace playback {
 namespace {
@@ -23,15 +26,23 @@ player::Action::When whenOf(int type) {
 
 } // namespace
 
-SceneStory::SceneStory(const scene::SceneSession& session) {
-    m_story.first = session.firstBranch();
-    for (int branch = 0; branch < session.branchCount(); ++branch) {
-        player::Branch copy{session.branchName(branch), session.video(branch), {}};
-        for (const scene::Action& action : session.actions(branch)) {
+player::Story storyOf(const scene::SceneManager& scene) {
+    player::Story story{scene.FirstBranch(), {}};
+    for (int number = 0; number < scene.branchCount(); ++number) {
+        const std::shared_ptr<const scene::Branch> branch = scene.branches()->branch(number);
+        player::Branch copy{branch->ID(), branch->Filename(), {}};
+        for (int row = 0; row < branch->actionCount(); ++row) {
+            const scene::Action& action = *branch->peekAction(row);
             copy.actions.push_back(
                 {whenOf(action.Type()), action.Parameter(), action.BranchID(), action.Immediate()});
         }
-        m_story.branches.push_back(std::move(copy));
+        story.branches.push_back(std::move(copy));
+    }
+    return story;
+}
+
+SceneStory::SceneStory(const scene::SceneSession& session) : m_story(storyOf(session.scene())) {
+    for (int branch = 0; branch < session.branchCount(); ++branch) {
         m_tokens.push_back(session.token(branch));
     }
 }

@@ -1,4 +1,4 @@
-// The scene that is being edited, as the player takes it, and where its branches have gone since.
+// A scene as the player takes it, and where the branches of one that is edited have gone since.
 #pragma once
 
 #include <vector>
@@ -6,7 +6,14 @@
 #include "player/Story.h"
 #include "scene/SceneSession.h"
 
+namespace scene {
+class SceneManager;
+}
+
 namespace playback {
+
+/// The scene as it is now.
+[[nodiscard]] player::Story storyOf(const scene::SceneManager& scene);
 
 /// A scene as it was at one moment. UI thread only.
 class SceneStory {

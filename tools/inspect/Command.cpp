@@ -52,6 +52,24 @@ constexpr std::array kCommands{
             "Write a map of the scene in the folder DIR, as a drawing or as a graph in the DOT\n"
             "language, or both. Every branch is in it with its whole name. Exit status: 0\n"
             "written, 1 not written.\n"},
+    Command{
+        "publish",
+        "DIR --to FOLDER [--title TITLE] [--language LANGUAGE] [--no-outlines] [--no-keys] "
+        "[--report] [--converter FILE]",
+        runPublish,
+        "Publish the scene in the folder DIR as a web page: a folder that plays in any browser.\n"
+        "A folder that was published before is replaced once the new one is whole.\n"
+        "\n"
+        "  --to FOLDER          new, empty, or published before\n"
+        "  --title TITLE        instead of the scene's name\n"
+        "  --language LANGUAGE  of the page's own words: en, fr, de, es or nl\n"
+        "  --no-outlines        no outline of the zone under the mouse\n"
+        "  --no-keys            no buttons for keys\n"
+        "  --report             show the path taken at the end\n"
+        "  --converter FILE     the program ffmpeg, with ffprobe beside it; else both are looked\n"
+        "                       for beside this program and on the system's path\n"
+        "\n"
+        "Exit status: 0 published, 1 not published, with the reason on standard error.\n"},
     Command{"scene", "DIR [--rewrite DIR2]", runScene,
             "Print the scene in the folder DIR as one JSON object.\n"
             "\n"
@@ -144,6 +162,15 @@ bool takeOption(Arguments& arguments, const std::string& name, std::string& valu
     value = *(found + 1);
     arguments.erase(found, found + 2);
     return true;
+}
+
+bool takeFlag(Arguments& arguments, const std::string& name) {
+    const auto found = std::find(arguments.begin(), arguments.end(), name);
+    const bool isThere = found != arguments.end();
+    if (isThere) {
+        arguments.erase(found);
+    }
+    return isThere;
 }
 
 int runCommand(const Arguments& arguments, std::ostream& out) {

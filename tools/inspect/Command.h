@@ -42,6 +42,8 @@ void printKinds(std::ostream& out);
 [[nodiscard]] int runImport(const Arguments& arguments, std::ostream& out);
 /// map DIR [--svg FILE] [--dot FILE]
 [[nodiscard]] int runMap(const Arguments& arguments, std::ostream& out);
+/// publish DIR --to FOLDER [--title TITLE] [--language LANGUAGE] ...
+[[nodiscard]] int runPublish(const Arguments& arguments, std::ostream& out);
 /// scene DIR [--rewrite DIR2]
 [[nodiscard]] int runScene(const Arguments& arguments, std::ostream& out);
 /// video FILE
@@ -63,5 +65,7 @@ void printKinds(std::ostream& out);
 /// Removes "NAME value" from `arguments`. False when the value is missing; without the option
 /// `value` stays unchanged.
 [[nodiscard]] bool takeOption(Arguments& arguments, const std::string& name, std::string& value);
+/// Removes the option "NAME"; whether it was there.
+[[nodiscard]] bool takeFlag(Arguments& arguments, const std::string& name);
 
 } // namespace inspect

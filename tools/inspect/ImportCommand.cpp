@@ -32,15 +32,6 @@ void interrupt(int /*signal*/) {
     isInterrupted = true;
 }
 
-bool takeFlag(Arguments& arguments, const std::string& name) {
-    const auto found = std::find(arguments.begin(), arguments.end(), name);
-    const bool isThere = found != arguments.end();
-    if (isThere) {
-        arguments.erase(found);
-    }
-    return isThere;
-}
-
 struct Options {
     imports::JobRequest request{};
     bool isJson = false;
