@@ -4,6 +4,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <vector>
 
 #include "platform/Geometry.h"
@@ -20,6 +21,9 @@ struct ZoneEditing {
     int selectedPoint = -1;
     /// Of the frames shown so far.
     std::map<int, platform::Point> centers;
+    /// Frames that the author has given a shape since the zones were opened. Steps that are taken
+    /// back take back theirs.
+    std::set<int> shapedFrames;
 
     /// (0, 0) for a frame that was never shown.
     [[nodiscard]] platform::Point centerOf(int frame) const;

@@ -1,6 +1,7 @@
 #include "zone/ShapeGeometry.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -37,6 +38,12 @@ bool handleContains(platform::Point handle, platform::Point at) {
 }
 
 } // namespace
+
+int roundedCoordinate(double value) {
+    return static_cast<int>(std::clamp(std::round(value),
+                                       static_cast<double>(std::numeric_limits<int>::min()),
+                                       static_cast<double>(std::numeric_limits<int>::max())));
+}
 
 void reportPointIndex() {
     core::Log::get()->Error("%s:%d Invalid point index", kShapeSource, kPointIndexLine);

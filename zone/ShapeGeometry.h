@@ -21,6 +21,8 @@ inline constexpr int kMinimumOutline = 3;
     return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
 }
 
+/// The nearest coordinate; half a pixel goes away from zero.
+[[nodiscard]] int roundedCoordinate(double value);
 /// Logs "Invalid point index".
 void reportPointIndex();
 /// A side of `area` that is not positive only raises negative values to 0.

@@ -106,6 +106,86 @@ void ShapeTrack::append(const ShapeRecord& record, Scale scale) {
     convertPoints(record, scale, m_points.data() + run.offset);
 }
 
+void ShapeTrack::append(std::span<const Point> points, bool active, int frames) {
+    if (!m_runs.empty()) {
+        const ShapeRun& last = m_runs.back();
+        const std::span<const Point> held = std::as_const(*this).points(m_runs.size() - 1);
+        if ((last.active != 0) == active &&
+            std::equal(held.begin(), held.end(), points.begin(), points.end())) {
+            m_frameCount += frames;
+            return;
+        }
+    }
+    ShapeRun run;
+    run.setOffset(m_points.size());
+    run.firstFrame = m_frameCount;
+    run.setPointCount(points.size());
+    run.present = 1;
+    run.active = active ? 1 : 0;
+    run.edited = points.empty() ? 0 : 1;
+    m_points.insert(m_points.end(), points.begin(), points.end());
+    m_runs.push_back(run);
+    m_frameCount += frames;
+}
+
+bool ShapeTrack::isFit(RunRange range, const ShapeTrack& other) const {
+    if (range.end - range.first != other.m_runs.size()) {
+        return false;
+    }
+    const int first = m_runs[range.first].firstFrame;
+    for (std::size_t index = 0; index < other.m_runs.size(); ++index) {
+        const ShapeRun& own = m_runs[range.first + index];
+        if (own.firstFrame - first != other.m_runs[index].firstFrame ||
+            own.pointCount + own.spare < other.m_runs[index].pointCount) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void ShapeTrack::makeRuns(RunRange range, int first, const ShapeTrack& other) {
+    const std::size_t count = other.m_runs.size();
+    std::size_t offset = m_points.size();
+    m_points.resize(offset + other.m_points.size());
+    m_runs.reserve(m_runs.size() + count);
+    const auto at = m_runs.erase(m_runs.begin() + static_cast<std::ptrdiff_t>(range.first),
+                                 m_runs.begin() + static_cast<std::ptrdiff_t>(range.end));
+    m_runs.insert(at, count, ShapeRun());
+    for (std::size_t index = 0; index < count; ++index) {
+        ShapeRun& run = m_runs[range.first + index];
+        run.firstFrame = first + other.m_runs[index].firstFrame;
+        run.setOffset(offset);
+        run.setSpare(other.m_runs[index].pointCount);
+        offset += other.m_runs[index].pointCount;
+    }
+}
+
+void ShapeTrack::replace(int first, const ShapeTrack& other) {
+    std::size_t held = 0;
+    for (const ShapeRun& run : m_runs) {
+        held += run.pointCount + run.spare;
+    }
+    if (m_points.size() > 2 * held + kSplitRoom) { // a drag replaces the same frames many times
+        repack(0);
+    }
+    const std::size_t from = splitAt(first);
+    const RunRange range{from, splitAt(first + other.m_frameCount)};
+    if (!isFit(range, other)) {
+        makeRuns(range, first, other);
+    }
+    for (std::size_t index = 0; index < other.m_runs.size(); ++index) {
+        ShapeRun& run = m_runs[from + index];
+        const ShapeRun& wanted = other.m_runs[index];
+        run.setSpare(run.pointCount + run.spare - wanted.pointCount);
+        run.setPointCount(wanted.pointCount);
+        run.present = wanted.present;
+        run.active = wanted.active;
+        run.edited = wanted.edited;
+        const std::span<const Point> source = other.points(index);
+        std::copy(source.begin(), source.end(), m_points.data() + run.offset);
+    }
+}
+
 void ShapeTrack::trim() {
     if (m_runs.size() < m_runs.capacity() - m_runs.capacity() / 16) {
         m_runs.shrink_to_fit();
@@ -120,16 +200,20 @@ void ShapeTrack::makeRoom() {
                      [](const ShapeRun& run) { return run.spare == 0; })) {
         return;
     }
+    repack(1);
+}
+
+void ShapeTrack::repack(std::size_t spare) {
     TrackPoints grown;
     std::size_t total = kSplitRoom;
     for (const ShapeRun& run : m_runs) {
-        total += run.pointCount + std::max<std::size_t>(run.spare, 1);
+        total += run.pointCount + std::max<std::size_t>(run.spare, spare);
     }
     grown.reserve(total);
     for (ShapeRun& run : m_runs) {
         const auto old = m_points.begin() + static_cast<std::ptrdiff_t>(run.offset);
         run.setOffset(grown.size());
-        run.setSpare(std::max<std::size_t>(run.spare, 1));
+        run.setSpare(std::max<std::size_t>(run.spare, spare));
         grown.insert(grown.end(), old, old + run.pointCount);
         grown.resize(grown.size() + run.spare);
     }

@@ -104,6 +104,11 @@ public:
     void reserveFor(std::size_t records, std::size_t bytes);
     void append(const ShapeRecord& record, Scale scale);
     void appendSame() { ++m_frameCount; }
+    /// Appends frames of one shape, as one run with the last frame where that is alike.
+    void append(std::span<const platform::Point> points, bool active, int frames);
+    /// The frames from `first` on become those of `other`, all of which the track has. When it
+    /// throws, all frames look as before.
+    void replace(int first, const ShapeTrack& other);
     /// Frees most of the room that reserveFor made in excess.
     void trim();
 
@@ -136,6 +141,12 @@ public:
     }
 
 private:
+    /// Whether the runs of `range` start as those of `other` do and have room for their points.
+    [[nodiscard]] bool isFit(RunRange range, const ShapeTrack& other) const;
+    /// Makes those of `range` such runs, without points yet.
+    void makeRuns(RunRange range, int first, const ShapeTrack& other);
+    /// Drops what no run holds, and gives each run room for at least `spare` more points.
+    void repack(std::size_t spare);
     /// Inserts one point into the room that the run has to spare.
     void insert(ShapeRun& run, std::size_t index, platform::Point point) noexcept;
     std::vector<ShapeRun> m_runs; ///< by firstFrame, from 0; none when there is no frame

@@ -260,6 +260,13 @@ void Zone::putShape(const EditScope& scope, int frame, const ZoneShape& shape) {
     std::copy(shape.points.begin(), shape.points.end(), track.points(run).begin());
 }
 
+void Zone::replaceShapes(const EditScope& scope, const ShapeStretch& stretch) {
+    if (scope.changes) {
+        scope.changes->keepTrack(m_track);
+    }
+    m_track.own().replace(stretch.frames().first, stretch.shapes());
+}
+
 bool Zone::takesPoint(int selectedPoint) const {
     for (std::size_t run = 0; run < m_track->runCount(); ++run) {
         if (!m_track->run(run).present ||

@@ -21,6 +21,7 @@
 #include "zone/EditContext.h"
 #include "zone/Scale.h"
 #include "zone/ShapeDrawing.h"
+#include "zone/ShapeStretch.h"
 #include "zone/ShapeTrack.h"
 #include "zone/SharedTrack.h"
 #include "zone/ZoneShape.h"
@@ -102,6 +103,8 @@ public:
     void deletePoint(const EditScope& scope, int frame, int x, int y, bool orSame = false);
     /// Gives one frame a shape of as many points as it has.
     void putShape(const EditScope& scope, int frame, const ZoneShape& shape);
+    /// Gives frames of the zone other shapes.
+    void replaceShapes(const EditScope& scope, const ShapeStretch& stretch);
     /// Whether addPoint with that selection, or deletePoint at that place, would change a frame.
     [[nodiscard]] bool takesPoint(int selectedPoint) const;
     [[nodiscard]] bool hasPointAt(int x, int y) const;

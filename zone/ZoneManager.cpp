@@ -137,4 +137,9 @@ void ZoneManager::putShape(EditContext& context, int zone, int frame, const Zone
     this->zone(zone)->putShape(scope(context, zone, changes), frame, shape);
 }
 
+void ZoneManager::replaceShapes(EditContext& context, int zone, const ShapeStretch& stretch,
+                                TrackChanges* changes) {
+    this->zone(zone)->replaceShapes(scope(context, zone, changes), stretch);
+}
+
 } // namespace zone

@@ -77,6 +77,8 @@ public:
     /// Both are there.
     void putShape(EditContext& context, int zone, int frame, const ZoneShape& shape,
                   TrackChanges* changes);
+    void replaceShapes(EditContext& context, int zone, const ShapeStretch& stretch,
+                       TrackChanges* changes);
 
     /// The zones as they are now, without what is known about their files: for another thread,
     /// which may read it and call the two functions below. Costs next to nothing; each zone's first

@@ -18,9 +18,11 @@ EditShapes::EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Kee
 
 void EditShapes::apply(ZoneModel& model) {
     Zone& zone = model.changing(m_zone);
-    int& selected = model.context.zone(m_zone).selectedPoint;
+    ZoneEditing& editing = model.context.zone(m_zone);
+    int& selected = editing.selectedPoint;
     if (m_edit) {
         m_selectedBefore = selected;
+        m_otherFrames = editing.shapedFrames;
         try {
             std::exchange(m_edit, nullptr)(*model.zones, model.context, &m_changes);
         } catch (...) {
@@ -32,13 +34,16 @@ void EditShapes::apply(ZoneModel& model) {
     } else {
         zone.redo(m_changes);
         selected = m_selectedAfter;
+        editing.shapedFrames.swap(m_otherFrames);
     }
     model.context.noteShown(*model.zones);
 }
 
 void EditShapes::revert(ZoneModel& model) noexcept {
     model.changing(m_zone).revert(m_changes);
-    model.context.zone(m_zone).selectedPoint = m_selectedBefore;
+    ZoneEditing& editing = model.context.zone(m_zone);
+    editing.selectedPoint = m_selectedBefore;
+    editing.shapedFrames.swap(m_otherFrames);
     model.context.noteShown(*model.zones);
 }
 

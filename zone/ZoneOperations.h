@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,20 +13,13 @@
 #include "edit/OneOf.h"
 #include "zone/EditContext.h"
 #include "zone/SavedContent.h"
+#include "zone/ShapeStretch.h"
 #include "zone/StepReach.h"
 #include "zone/TrackChanges.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
 namespace zone {
-
-/// From `first` up to `end`, which is excluded.
-struct FrameRange {
-    int first = 0;
-    int end = 0;
-
-    bool operator==(const FrameRange&) const = default;
-};
 
 /// What listeners may have to read again.
 struct ZoneChange {
@@ -65,7 +59,9 @@ public:
     void prepare(ZoneModel& model) const { model.zones->zone(m_zone)->unshare(); }
     void revert(ZoneModel& model) noexcept;
     [[nodiscard]] std::vector<ZoneChange> changes() const;
-    [[nodiscard]] std::size_t bytes() const { return sizeof *this + m_changes.bytes(); }
+    [[nodiscard]] std::size_t bytes() const {
+        return sizeof *this + m_changes.bytes() + m_otherFrames.size() * 5 * sizeof(void*);
+    }
     bool absorb(EditShapes& next) noexcept;
 
 private:
@@ -76,6 +72,7 @@ private:
     bool m_isRepetition;
     int m_selectedBefore = -1;
     int m_selectedAfter = -1;
+    std::set<int> m_otherFrames; ///< shapedFrames, as they are not now
 };
 
 class RenameZone {

@@ -14,10 +14,11 @@ namespace zone {
 using Name = StepLabel::Name;
 
 std::string_view stepName(Name name) {
-    constexpr std::string_view kNames[] = {"add zone",  "remove zone",    "rename",
-                                           "add point", "move point",     "delete point",
-                                           "active",    "restore version"};
-    static_assert(std::size(kNames) == static_cast<std::size_t>(Name::restore) + 1);
+    constexpr std::string_view kNames[] = {
+        "add zone", "remove zone",     "rename",      "add point", "move point",  "delete point",
+        "active",   "restore version", "interpolate", "fill",      "paste",       "apply shape",
+        "follow",   "rectangle",       "scale",       "rotate",    "match points"};
+    static_assert(std::size(kNames) == static_cast<std::size_t>(Name::matchPoints) + 1);
     return kNames[static_cast<std::size_t>(name)];
 }
 
@@ -75,6 +76,7 @@ void ZoneSession::beginGesture(StepLabel label) {
 
 void ZoneSession::endGesture() {
     m_lastMove = {};
+    m_replacedZone = -1;
     m_gestureZones.clear();
     if (m_gesture) {
         History::Gesture gesture = std::move(*m_gesture);
@@ -85,6 +87,7 @@ void ZoneSession::endGesture() {
 
 void ZoneSession::cancelGesture() {
     m_lastMove = {};
+    m_replacedZone = -1;
     m_gestureZones.clear();
     if (m_gesture) {
         History::Gesture gesture = std::move(*m_gesture);
@@ -116,6 +119,7 @@ void ZoneSession::edit(const StepLabel& label, FrameRange frames, EditShapes::Ed
         return;
     }
     m_lastMove = {};
+    m_replacedZone = -1;
     beginReach(label);
     if (m_gesture && std::find(m_gestureZones.begin(), m_gestureZones.end(), label.zone) ==
                          m_gestureZones.end()) {
@@ -184,6 +188,9 @@ void ZoneSession::moveSelectedPoint(int zone, int frame, int x, int y) {
     edit(
         {Name::movePoint, zone, frame}, spreadFrom(zone, frame),
         [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+            if (changes != nullptr) {
+                context.zone(zone).shapedFrames.insert(frame);
+            }
             zones.moveSelectedPoint(context, zone, frame, x, y, changes);
         },
         repeats ? TrackChanges::Keep::nothingTwice : TrackChanges::Keep::all);
@@ -212,6 +219,35 @@ void ZoneSession::deletePoint(int zone, int frame, int x, int y) {
          [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
              zones.deletePoint(context, zone, frame, x, y, changes);
          });
+}
+
+void ZoneSession::replaceShapes(const StepLabel& label, NewShapes shapes) {
+    const int zone = label.zone;
+    const FrameRange frames = shapes.stretch.frames();
+    if (!isThere(zone, frames.first) || frames.end > allFrames(zone).end || frames.count() < 1) {
+        return;
+    }
+    const bool repeats = m_gesture && m_replacedZone == zone && m_replaced == frames;
+    edit(
+        label, frames,
+        [zone, shapes = std::move(shapes)](ZoneManager& zones, EditContext& context,
+                                           TrackChanges* changes) {
+            ZoneEditing& editing = context.zone(zone);
+            editing.shapedFrames.erase(editing.shapedFrames.lower_bound(shapes.released.first),
+                                       editing.shapedFrames.lower_bound(shapes.released.end));
+            if (shapes.shapedFrame >= 0) {
+                editing.shapedFrames.insert(shapes.shapedFrame);
+            }
+            if (changes->isFirst()) {
+                changes->counts().own += shapes.ownFrames;
+            }
+            zones.replaceShapes(context, zone, shapes.stretch, changes);
+        },
+        repeats ? TrackChanges::Keep::nothingTwice : TrackChanges::Keep::all);
+    if (m_gesture) {
+        m_replacedZone = zone;
+        m_replaced = frames;
+    }
 }
 
 std::optional<StepLabel> ZoneSession::undo() {

@@ -18,6 +18,7 @@
 #include "edit/Observers.h"
 #include "platform/Geometry.h"
 #include "zone/EditContext.h"
+#include "zone/NewShapes.h"
 #include "zone/SavedContent.h"
 #include "zone/StepReach.h"
 #include "zone/TrackChanges.h"
@@ -36,7 +37,16 @@ struct StepLabel {
         movePoint,
         deletePoint,
         active,
-        restore
+        restore,
+        interpolate,
+        fill,
+        paste,
+        applyShape,
+        follow,
+        rectangle,
+        scale,
+        rotate,
+        matchPoints
     };
 
     Name name = Name::addZone;
@@ -78,6 +88,8 @@ public:
     [[nodiscard]] bool isHandleAt(int zone, int frame, int x, int y) const;
     [[nodiscard]] bool takesPoint(int zone) const;
     [[nodiscard]] bool hasPointAt(int zone, int x, int y) const;
+    /// As editing begins for a zone that it has not touched.
+    [[nodiscard]] const ZoneEditing& editingOf(int zone) const;
     void endMove(int zone, int frame, int x, int y) const { zones().endMove(zone, frame, x, y); }
 
     /// Everything up to endGesture becomes one step of that name, or none when nothing was done.
@@ -104,6 +116,9 @@ public:
     void moveSelectedPoint(int zone, int frame, int x, int y);
     void addPoint(int zone, int frame, int x, int y);
     void deletePoint(int zone, int frame, int x, int y);
+    /// Gives frames of a zone, which are there, other shapes. May be repeated in a gesture, for the
+    /// same frames without a cost that adds up.
+    void replaceShapes(const StepLabel& label, NewShapes shapes);
 
     /// How far the last step reached. Plain after an undo or redo, and while a gesture is open.
     [[nodiscard]] StepReach reach() const;
@@ -141,7 +156,6 @@ public:
     [[nodiscard]] std::uint64_t changeCount() const { return m_model.changeCount; }
 
 private:
-    [[nodiscard]] const ZoneEditing& editingOf(int zone) const;
     /// What was added or removed last.
     struct LastPoint {
         platform::Point at;
@@ -181,6 +195,9 @@ private:
     /// Whether the last step is one edit of one frame, and at most moves after it.
     bool m_isPlainEdit = false;
     edit::Observers<bool> m_saveObservers;
+    /// Frames that the gesture's last operation replaced; of zone -1 when it did not.
+    int m_replacedZone = -1;
+    FrameRange m_replaced;
     Move m_lastMove; ///< the gesture's last operation; of zone -1 when that was no move
 };
 

@@ -1,0 +1,331 @@
+// Random edits of shapes over many frames, against a model that keeps each frame by itself and
+// blends in whole numbers. After each the zone files are the model's, byte for byte; all are taken
+// back and done again.
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/support/Random.h"
+#include "tests/zone/ZoneFixture.h"
+#include "zone/ShapeEdits.h"
+#include "zone/ZoneSession.h"
+
+namespace zone_tests {
+namespace {
+
+using platform::Point;
+using zone::BlendWay;
+using zone::FrameRange;
+using zone::NewShapes;
+using Name = zone::StepLabel::Name;
+
+struct Frame {
+    Points points;
+    bool active = true;
+};
+
+/// `from` plus `part` / `whole` of the way to `to`, halves up.
+int between(int from, int to, int part, int whole) {
+    return (2 * (from * whole + (to - from) * part) + whole) / (2 * whole);
+}
+
+class ShapeEditTest : public ZoneTest {
+protected:
+    void begin(const std::vector<Frame>& frames) {
+        m_plain = frames;
+        Lines shapes;
+        for (const Frame& frame : frames) {
+            shapes.push_back(shapeBytes(frame.points, frame.active ? 1 : 0));
+        }
+        m_manager = load(zoneBytes("Z", shapes), count());
+        m_session = std::make_unique<zone::ZoneSession>(m_manager);
+        m_session->setArea({1280, 720});
+    }
+    [[nodiscard]] int count() const { return static_cast<int>(m_plain.size()); }
+    Frame& plain(int frame) { return m_plain.at(static_cast<std::size_t>(frame)); }
+    [[nodiscard]] const zone::Zone& held() const { return *m_manager->zone(0); }
+    std::string saved() {
+        EXPECT_TRUE(m_session->save("clip.ogv"));
+        return file("clip-ZoneInfo.bin");
+    }
+    std::string plainBytes() {
+        Lines shapes;
+        for (const Frame& frame : m_plain) {
+            shapes.push_back(shapeBytes(frame.points, frame.active ? 1 : 0));
+        }
+        return zoneBytes("Z", shapes);
+    }
+    void replace(Name name, const NewShapes& shapes) {
+        m_session->replaceShapes({name, 0, shapes.stretch.frames().first}, shapes);
+    }
+    /// Sets the plain frames between two keys, if their shapes can be blended.
+    void blendPlain(int from, int to) {
+        const Points start = plain(from).points;
+        const Points end = plain(to).points;
+        for (int frame = from + 1; start.size() == end.size() && frame < to; ++frame) {
+            plain(frame).points.clear();
+            for (std::size_t i = 0; i < start.size(); ++i) {
+                plain(frame).points.push_back(
+                    {between(start[i].x, end[i].x, frame - from, to - from),
+                     between(start[i].y, end[i].y, frame - from, to - from)});
+            }
+        }
+    }
+    Points randomPoints(int most) {
+        Points points;
+        for (int left = m_random.below(most + 1); left > 0; --left) {
+            points.push_back({m_random.below(400), m_random.below(400)});
+        }
+        return points;
+    }
+    std::vector<int> randomKeys() {
+        std::set<int> keys{m_random.below(count())};
+        for (int left = m_random.below(5); left > 0; --left) {
+            keys.insert(m_random.below(count()));
+        }
+        return {keys.begin(), keys.end()};
+    }
+    FrameRange randomRange() {
+        const int one = m_random.below(count());
+        const int other = m_random.below(count());
+        return {std::min(one, other), std::max(one, other) + 1};
+    }
+    void interpolate();
+    void drag();
+    void applyShape();
+    void setFlags();
+    void removePoint();
+    void match();
+
+    std::vector<Frame> m_plain;
+    std::unique_ptr<zone::ZoneSession> m_session;
+    support::Random m_random{26};
+};
+
+void ShapeEditTest::interpolate() {
+    const std::vector<int> keys = randomKeys();
+    const auto stretch = zone::blendedShapes(held(), keys, BlendWay::straight);
+    const bool areEqual = std::ranges::all_of(keys, [&](int key) {
+        return plain(key).points.size() == plain(keys.front()).points.size();
+    });
+    ASSERT_EQ(stretch.has_value(), keys.size() > 1 && areEqual);
+    if (stretch) {
+        replace(Name::interpolate, {*stretch});
+        for (std::size_t i = 1; i < keys.size(); ++i) {
+            blendPlain(keys[i - 1], keys[i]);
+        }
+    }
+}
+
+/// Of a point or the whole shape, carried or filled.
+void ShapeEditTest::drag() {
+    const int frame = m_random.below(count());
+    const bool carries = m_random.below(2) == 0;
+    const bool fills = m_random.below(2) == 0;
+    const std::vector<int> keys = randomKeys();
+    const int index = m_random.below(5) - 1;
+    const Point to{m_random.below(400), m_random.below(300)};
+    const zone::EditReach reach = fills ? zone::fillReach(held(), frame, keys, carries)
+                                        : zone::plainReach(held(), frame, carries);
+    replace(
+        Name::movePoint,
+        zone::reshaped(held(), reach, index < 0 ? zone::shifted(to) : zone::movedPoint(index, to)));
+    EXPECT_TRUE(m_session->editingOf(0).shapedFrames.contains(frame));
+    const auto behind = std::ranges::upper_bound(keys, frame);
+    const auto before = std::ranges::lower_bound(keys, frame);
+    const bool spreads = carries && (!fills || behind == keys.end());
+    for (int at = frame; at < (spreads ? count() : frame + 1); ++at) {
+        for (std::size_t i = 0; i < plain(at).points.size(); ++i) {
+            Point& point = plain(at).points[i];
+            if (index < 0) {
+                point = {point.x + to.x, point.y + to.y};
+            } else if (static_cast<int>(i) == index) {
+                point = to;
+            }
+        }
+    }
+    if (fills && before != keys.begin()) {
+        blendPlain(*std::prev(before), frame);
+    }
+    if (fills && behind != keys.end()) {
+        blendPlain(frame, *behind);
+    }
+}
+
+void ShapeEditTest::applyShape() {
+    const FrameRange range = randomRange();
+    const int frame = m_random.below(2) == 0 ? range.first : range.end - 1;
+    replace(Name::applyShape, zone::applied(held(), frame, range));
+    const Points shape = plain(frame).points;
+    for (int at = range.first; at < range.end; ++at) {
+        plain(at).points = shape;
+    }
+}
+
+void ShapeEditTest::setFlags() {
+    const FrameRange range = randomRange();
+    const bool active = m_random.below(2) == 0;
+    const bool only = m_random.below(2) == 0;
+    replace(Name::active, zone::flagged(held(), range, active, only));
+    for (int at = 0; at < count(); ++at) {
+        if (range.contains(at) || only) {
+            plain(at).active = range.contains(at) == active;
+        }
+    }
+}
+
+void ShapeEditTest::removePoint() {
+    const int index = m_random.below(4);
+    replace(Name::deletePoint, zone::withoutPoint(held(), index));
+    for (Frame& frame : m_plain) {
+        if (index < static_cast<int>(frame.points.size())) {
+            frame.points.erase(frame.points.begin() + index);
+        }
+    }
+}
+
+void ShapeEditTest::match() {
+    const int one = m_random.below(count());
+    const int other = m_random.below(count());
+    const auto result = zone::matched(held(), one, other);
+    const std::size_t few = std::min(plain(one).points.size(), plain(other).points.size());
+    const std::size_t many = std::max(plain(one).points.size(), plain(other).points.size());
+    ASSERT_EQ(result.has_value(), few >= 2 && few < many);
+    if (!result) {
+        return;
+    }
+    replace(Name::matchPoints, *result);
+    const int changed = plain(one).points.size() == few ? one : other;
+    const FrameRange range = result->stretch.frames();
+    EXPECT_TRUE(range.contains(changed));
+    for (int at = range.first; at < range.end; ++at) {
+        const Points points = held().shape(at)->points;
+        EXPECT_EQ(plain(at).points.size(), few);
+        EXPECT_EQ(points.size(), many);
+        // The old ones are there still, in their order.
+        auto from = points.begin();
+        for (const Point& old : plain(at).points) {
+            from = std::find(from, points.end(), old);
+            ASSERT_NE(from, points.end());
+            ++from;
+        }
+        plain(at).points = points;
+    }
+}
+
+TEST_F(ShapeEditTest, RandomEditsSaveWhatAPlainModelOfTheirRulesDoesAndAreTakenBackExactly) {
+    for (int round = 0; round < 150; ++round) {
+        std::vector<Frame> frames(1 + static_cast<std::size_t>(m_random.below(12)));
+        for (Frame& frame : frames) {
+            frame = m_random.below(3) == 0 && &frame != frames.data()
+                        ? *(&frame - 1)
+                        : Frame{randomPoints(4), m_random.below(4) > 0};
+        }
+        begin(frames);
+        Lines states{saved()};
+        for (int step = 0; step < 30; ++step) {
+            const std::function<void()> edits[] = {[&] { interpolate(); }, [&] { drag(); },
+                                                   [&] { applyShape(); },  [&] { setFlags(); },
+                                                   [&] { removePoint(); }, [&] { match(); }};
+            const std::size_t steps = m_session->history().size();
+            edits[m_random.below(step % 5 == 0 ? 6 : 4)]();
+            ASSERT_EQ(saved(), plainBytes()) << round << ", " << step;
+            if (m_session->history().size() > steps) {
+                states.push_back(saved());
+            }
+        }
+        for (std::size_t left = states.size() - 1; left > 0; --left) {
+            ASSERT_TRUE(m_session->undo());
+            ASSERT_EQ(saved(), states[left - 1]);
+        }
+        EXPECT_TRUE(m_session->editingOf(0).shapedFrames.empty());
+        for (std::size_t done = 1; done < states.size(); ++done) {
+            ASSERT_TRUE(m_session->redo());
+            ASSERT_EQ(saved(), states[done]);
+        }
+    }
+}
+
+TEST_F(ShapeEditTest, ADragThatReplacesItsFramesAgainAndAgainIsOneSmallStep) {
+    begin(std::vector<Frame>(60, {{{0, 0}, {90, 0}, {0, 90}}}));
+    const std::string before = saved();
+    m_session->beginGesture({Name::fill, 0, 30});
+    const int keys[] = {0};
+    for (int x = 1; x <= 2000; ++x) { // some of them leave equal neighbours, and so other runs
+        replace(Name::fill, zone::reshaped(held(), zone::fillReach(held(), 30, keys, false),
+                                           zone::movedPoint(0, {x % 40, 7})));
+    }
+    m_session->endGesture();
+    EXPECT_EQ(held().shape(15)->points, (Points{{0, 4}, {90, 0}, {0, 90}}));
+    EXPECT_LT(held().bytes(), 100'000U);
+    EXPECT_LT(m_session->history().bytes(), 100'000U);
+    EXPECT_EQ(m_session->history().size(), 1U);
+    (void)m_session->undo();
+    EXPECT_EQ(saved(), before);
+}
+
+TEST_F(ShapeEditTest, ASmoothCourseMeetsItsKeysTurnsGentlyAndNeverLeavesTheirRange) {
+    // A quarter of a circle every 10 frames.
+    std::vector<Frame> frames(41);
+    const auto circle = [](int frame) {
+        return Point{static_cast<int>(std::lround(500 + 300 * std::cos(frame * 0.157079633))),
+                     static_cast<int>(std::lround(400 + 300 * std::sin(frame * 0.157079633)))};
+    };
+    for (int frame = 0; frame <= 40; ++frame) {
+        frames[static_cast<std::size_t>(frame)].points = {circle(frame)};
+    }
+    begin(frames);
+    const auto worst = [&](BlendWay way) {
+        const int keys[] = {0, 10, 20, 30, 40};
+        const auto stretch = zone::blendedShapes(held(), keys, way);
+        double most = 0;
+        for (int frame = 0; frame <= 40; ++frame) {
+            const Point at = stretch->shapes().points(stretch->shapes().indexOf(frame))[0];
+            const Point wanted = circle(frame);
+            if (frame >= 10 && frame <= 30) { // in the outer gaps it has less to go by
+                most = std::max(most, std::hypot(at.x - wanted.x, at.y - wanted.y));
+            }
+            EXPECT_TRUE(frame % 10 != 0 || at == wanted);
+            const Point from = circle(frame / 10 * 10);
+            const Point to = circle((frame + 9) / 10 * 10);
+            EXPECT_EQ(std::clamp(at.x, std::min(from.x, to.x), std::max(from.x, to.x)), at.x);
+            EXPECT_EQ(std::clamp(at.y, std::min(from.y, to.y), std::max(from.y, to.y)), at.y);
+        }
+        return most;
+    };
+    EXPECT_GT(worst(BlendWay::straight), 80);
+    EXPECT_LT(worst(BlendWay::smooth), 40);
+}
+
+TEST_F(ShapeEditTest, APointOnAnEdgeFollowsItsNeighboursAndTheKeysOfAnAuthorAreWhereHeShaped) {
+    std::vector<Frame> frames(20, {{{0, 0}, {100, 0}, {100, 100}}});
+    for (std::size_t frame = 10; frame < 20; ++frame) { // turned, and twice as large
+        frames[frame].points = {{300, 0}, {300, 200}, {100, 200}};
+    }
+    frames[15].points = {{5, 5}};
+    frames[5].points = {{1, 1}, {2, 2}, {3, 3}};
+    begin(frames);
+    // As the timeline finds them: where a shape was held until, too.
+    const int derived[] = {0, 4, 5, 6, 9, 10, 14, 15, 16, 19};
+    EXPECT_EQ(zone::authoredKeys(held(), derived, {}), (std::vector<int>{0, 5, 10, 15}));
+    EXPECT_EQ(zone::authoredKeys(held(), derived, {6, 12}),
+              (std::vector<int>{0, 5, 6, 10, 12, 15}));
+    EXPECT_EQ(zone::keysAround(std::vector<int>{0, 5, 10}, 5), (std::vector<int>{0, 5, 10}));
+    EXPECT_EQ(zone::keysAround(std::vector<int>{0, 5, 10}, 12), (std::vector<int>{10}));
+
+    EXPECT_EQ(zone::edgeAt(frames[0].points, {25, 3}, 4), 0);
+    EXPECT_EQ(zone::edgeAt(frames[0].points, {52, 50}, 4), 2) << "the closing line";
+    EXPECT_EQ(zone::edgeAt(frames[0].points, {25, 5}, 4), -1);
+    replace(Name::addPoint, zone::withPointOnEdge(held(), 2, 0, {25, -4}));
+    EXPECT_EQ(held().shape(2)->points[1], (Point{25, -4}));
+    EXPECT_EQ(held().shape(12)->points[1], (Point{308, 50}));
+    EXPECT_EQ(held().shape(15)->points.size(), 1U) << "no edge there";
+}
+
+} // namespace
+} // namespace zone_tests

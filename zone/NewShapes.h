@@ -1,0 +1,18 @@
+// What ZoneSession::replaceShapes does to a zone. A value.
+#pragma once
+
+#include "zone/ShapeStretch.h"
+
+namespace zone {
+
+struct NewShapes {
+    ShapeStretch stretch;
+    /// What the author has shaped by it, -1 for none.
+    int shapedFrame = -1;
+    /// Frames that do not count as shaped by the author any more.
+    FrameRange released = {};
+    /// Later frames in the stretch that had a shape of their own; see StepReach.
+    int ownFrames = 0;
+};
+
+} // namespace zone

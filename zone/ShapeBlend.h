@@ -1,0 +1,50 @@
+// Shapes between keys: what each frame's points are when those of some frames are given. Values, no
+// window; everything here only reads. See ShapeEdits.h for the edits made of it.
+#pragma once
+
+#include <optional>
+#include <set>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "platform/Geometry.h"
+#include "zone/ShapeStretch.h"
+
+namespace zone {
+
+class Zone;
+
+enum class BlendWay {
+    straight, ///< each point goes evenly from key to key
+    smooth,   ///< through the keys without a jerk, and never beyond a key and back
+};
+
+struct KeyShape {
+    int frame = 0;
+    std::span<const platform::Point> points;
+};
+
+/// The points on `frame`, which lies between two of the keys or on one. These are in order of their
+/// frames, at least one, and all have as many points. Half a pixel is rounded away from zero.
+[[nodiscard]] std::vector<platform::Point> blended(std::span<const KeyShape> keys, int frame,
+                                                   BlendWay way);
+
+/// The zone's frames from the first key to the last, blended; each keeps its active flag. None when
+/// there are fewer than two keys or their numbers of points differ: see unequalKeys().
+[[nodiscard]] std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int> keys,
+                                                        BlendWay way);
+/// The numbers of points of the first two neighbouring keys that differ in it.
+[[nodiscard]] std::optional<std::pair<int, int>> unequalKeys(const Zone& zone,
+                                                             std::span<const int> keys);
+
+/// The frames that an author would call keys: `keys`, as they can be told from the shapes, and
+/// those of `shaped`, without frames at which a shape merely stops to be held, or is held again
+/// after a frame of its own between equal ones. In order.
+[[nodiscard]] std::vector<int> authoredKeys(const Zone& zone, std::span<const int> keys,
+                                            const std::set<int>& shaped);
+/// Of keys in order, those around a frame: the last in front of it, itself if it is one, and the
+/// first behind it.
+[[nodiscard]] std::vector<int> keysAround(std::span<const int> keys, int frame);
+
+} // namespace zone

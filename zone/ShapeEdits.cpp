@@ -1,0 +1,333 @@
+#include "zone/ShapeEdits.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <numbers>
+#include <utility>
+
+#include "zone/ShapeGeometry.h"
+#include "zone/Zone.h"
+
+namespace zone {
+namespace {
+
+using platform::Point;
+using Outline = std::span<const Point>;
+
+Outline outline(const Zone& zone, int frame) {
+    return zone.points(frame).value_or(Outline());
+}
+
+Points pointsOf(const Zone& zone, int frame) {
+    const Outline held = outline(zone, frame);
+    return {held.begin(), held.end()};
+}
+
+/// Calls for the frames of `range`, alike ones together.
+template <class Call>
+void forRuns(const Zone& zone, FrameRange range, Call call) {
+    for (int frame = range.first; frame < range.end;) {
+        const int end = std::min(zone.sameUntil(frame), range.end);
+        call(frame, end - frame);
+        frame = end;
+    }
+}
+
+/// The frames of `range` with points that `points` gives for one of them.
+template <class PointsAt>
+ShapeStretch stretchOf(const Zone& zone, FrameRange range, PointsAt points) {
+    ShapeStretch stretch(range.first);
+    forRuns(zone, range,
+            [&](int frame, int count) { stretch.add(points(frame), zone.isActive(frame), count); });
+    return stretch;
+}
+
+FrameRange allOf(const Zone& zone) {
+    return {0, zone.frameCount()};
+}
+
+/// As a straight blend, between two shapes of as many points.
+void addBlend(ShapeStretch& stretch, const Zone& zone, const KeyShape& from, const KeyShape& to) {
+    const KeyShape ends[] = {from, to};
+    for (int frame = from.frame + 1; frame < to.frame; ++frame) {
+        stretch.add(blended(ends, frame, BlendWay::straight), zone.isActive(frame));
+    }
+}
+
+struct Place {
+    double x;
+    double y;
+};
+
+/// Moves each point to where `to` puts its distance from the middle of all.
+template <class To>
+void aboutMiddle(Points& points, To to) {
+    if (points.empty()) {
+        return;
+    }
+    Place middle{0, 0};
+    for (const Point& point : points) {
+        middle.x += point.x / static_cast<double>(points.size());
+        middle.y += point.y / static_cast<double>(points.size());
+    }
+    for (Point& point : points) {
+        const Place moved = to(Place{point.x - middle.x, point.y - middle.y});
+        point = {roundedCoordinate(middle.x + moved.x), roundedCoordinate(middle.y + moved.y)};
+    }
+}
+
+} // namespace
+
+EditReach plainReach(const Zone& zone, int frame, bool carries) {
+    return {frame, {frame, carries ? zone.frameCount() : frame + 1}, {}, carries};
+}
+
+EditReach fillReach(const Zone& zone, int frame, std::span<const int> keys, bool carries) {
+    EditReach reach;
+    reach.frame = frame;
+    reach.keys = keysAround(keys, frame);
+    if (!std::ranges::binary_search(reach.keys, frame)) {
+        reach.keys.insert(std::ranges::upper_bound(reach.keys, frame), frame);
+    }
+    const bool isLast = reach.keys.back() == frame;
+    reach.frames = {frame, isLast && carries ? zone.frameCount() : frame + 1};
+    return reach;
+}
+
+NewShapes reshaped(const Zone& zone, const EditReach& reach, const Reshape& reshape) {
+    const auto reshapedAt = [&](int frame) {
+        Points points = pointsOf(zone, frame);
+        reshape(points);
+        return points;
+    };
+    const Points edited = reshapedAt(reach.frame);
+    const auto canBlend = [&](int key) { return outline(zone, key).size() == edited.size(); };
+    const bool fromKey =
+        !reach.keys.empty() && reach.keys.front() < reach.frame && canBlend(reach.keys.front());
+    const bool toKey =
+        !reach.keys.empty() && reach.keys.back() > reach.frame && canBlend(reach.keys.back());
+    NewShapes result{ShapeStretch(fromKey ? reach.keys.front() : reach.frames.first), reach.frame};
+    if (fromKey) {
+        const int key = reach.keys.front();
+        result.stretch.add(outline(zone, key), zone.isActive(key));
+        addBlend(result.stretch, zone, {key, outline(zone, key)}, {reach.frame, edited});
+    }
+    forRuns(zone, reach.frames, [&](int frame, int count) {
+        result.stretch.add(reshapedAt(frame), zone.isActive(frame), count);
+        const Outline before = outline(zone, frame);
+        const bool isOwn = frame > reach.frame && !before.empty() &&
+                           !std::ranges::equal(before, outline(zone, reach.frame));
+        result.ownFrames += reach.isCarried && isOwn ? count : 0;
+    });
+    if (toKey) {
+        const int key = reach.keys.back();
+        addBlend(result.stretch, zone, {reach.frame, edited}, {key, outline(zone, key)});
+    }
+    return result;
+}
+
+Reshape movedPoint(int index, Point to) {
+    return [=](Points& points) {
+        if (index >= 0 && static_cast<std::size_t>(index) < points.size()) {
+            points[static_cast<std::size_t>(index)] = to;
+        }
+    };
+}
+
+Reshape shifted(Point delta) {
+    return [=](Points& points) { shiftPoints(points, delta); };
+}
+
+Reshape scaled(double factor) {
+    return [=](Points& points) {
+        aboutMiddle(points, [&](Place at) { return Place{at.x * factor, at.y * factor}; });
+    };
+}
+
+Reshape rotated(double degrees) {
+    const double angle = degrees * std::numbers::pi / 180;
+    return [cosine = std::cos(angle), sine = std::sin(angle)](Points& points) {
+        aboutMiddle(points, [&](Place at) {
+            return Place{at.x * cosine - at.y * sine, at.x * sine + at.y * cosine};
+        });
+    };
+}
+
+Reshape replaced(Points shape) {
+    return [shape = std::move(shape)](Points& points) { points = shape; };
+}
+
+NewShapes applied(const Zone& zone, int frame, FrameRange frames) {
+    const Points shape = pointsOf(zone, frame);
+    return {stretchOf(zone, frames, [&](int) -> const Points& { return shape; }), frame, frames};
+}
+
+NewShapes flagged(const Zone& zone, FrameRange frames, bool active, bool only) {
+    const FrameRange changed = only ? allOf(zone) : frames;
+    NewShapes result{ShapeStretch(changed.first)};
+    for (const FrameRange part :
+         {FrameRange{changed.first, frames.first}, frames, FrameRange{frames.end, changed.end}}) {
+        const bool flag = part == frames ? active : !active;
+        forRuns(zone, part, [&](int frame, int count) {
+            result.stretch.add(outline(zone, frame), flag, count);
+        });
+    }
+    return result;
+}
+
+std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys, FrameRange range,
+                                     BlendWay way) {
+    const auto behind = std::ranges::lower_bound(keys, range.end);
+    const auto first = std::ranges::lower_bound(keys, range.first);
+    const bool hasBefore = first != keys.begin();
+    const bool hasBehind = behind != keys.end();
+    if (hasBefore && hasBehind) {
+        std::vector<int> left(keys.begin(), first);
+        left.insert(left.end(), behind, keys.end());
+        const int from = *std::prev(first);
+        // The keys further away give a smooth course its direction.
+        const auto gap = static_cast<std::size_t>(first - keys.begin()) - 1;
+        const std::size_t begin = gap > 0 ? gap - 1 : 0;
+        const std::size_t count = std::min(gap + 3, left.size()) - begin;
+        const std::span<const int> near = std::span(left).subspan(begin, count);
+        if (unequalKeys(zone, near)) {
+            return std::nullopt;
+        }
+        std::vector<KeyShape> shapes;
+        for (const int key : near) {
+            shapes.push_back({key, outline(zone, key)});
+        }
+        NewShapes result{ShapeStretch(from)};
+        for (int frame = from; frame <= *behind; ++frame) {
+            result.stretch.add(blended(shapes, frame, way), zone.isActive(frame));
+        }
+        result.released = range;
+        return result;
+    }
+    if (!hasBefore && !hasBehind) {
+        return std::nullopt;
+    }
+    const int held = hasBefore ? *std::prev(first) : *behind;
+    NewShapes result = applied(
+        zone, held, hasBefore ? FrameRange{range.first, zone.frameCount()} : FrameRange{0, held});
+    result.shapedFrame = -1;
+    result.released = range;
+    return result;
+}
+
+NewShapes withPointOnEdge(const Zone& zone, int frame, int index, Point at) {
+    const auto first = static_cast<std::size_t>(index);
+    /// Of the edge's frame: from its start, in parts of the edge along it and across it.
+    double along = 0;
+    double across = 0;
+    const auto edgeOf = [&](Outline points) {
+        const Point from = points[first];
+        const Point to = points[(first + 1) % points.size()];
+        return std::pair(
+            Place{static_cast<double>(from.x), static_cast<double>(from.y)},
+            Place{static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y});
+    };
+    {
+        const auto [from, edge] = edgeOf(outline(zone, frame));
+        const double square = edge.x * edge.x + edge.y * edge.y;
+        const Place offset{at.x - from.x, at.y - from.y};
+        if (square > 0) {
+            along = (offset.x * edge.x + offset.y * edge.y) / square;
+            across = (offset.y * edge.x - offset.x * edge.y) / square;
+        }
+    }
+    return {stretchOf(zone, allOf(zone), [&](int other) {
+        Points points = pointsOf(zone, other);
+        if (points.size() > first && points.size() >= 2 && points.size() < kMaxPoints) {
+            const auto [from, edge] = edgeOf(points);
+            const Point placed{roundedCoordinate(from.x + along * edge.x - across * edge.y),
+                               roundedCoordinate(from.y + along * edge.y + across * edge.x)};
+            points.insert(points.begin() + index + 1, placed);
+        }
+        return points;
+    })};
+}
+
+NewShapes withoutPoint(const Zone& zone, int index) {
+    return {stretchOf(zone, allOf(zone), [&](int frame) {
+        Points points = pointsOf(zone, frame);
+        if (index >= 0 && static_cast<std::size_t>(index) < points.size()) {
+            points.erase(points.begin() + index);
+        }
+        return points;
+    })};
+}
+
+std::optional<NewShapes> matched(const Zone& zone, int frame, int other) {
+    if (outline(zone, frame).size() > outline(zone, other).size()) {
+        std::swap(frame, other);
+    }
+    const std::size_t few = outline(zone, frame).size();
+    const std::size_t many = outline(zone, other).size();
+    if (few == many || few < 2) {
+        return std::nullopt;
+    }
+    // Each new point halves the edge that is longest then, on `frame`; the others follow it.
+    std::vector<std::size_t> edges;
+    Points shape = pointsOf(zone, frame);
+    const auto halve = [](Points& points, std::size_t edge) {
+        const Point from = points[edge];
+        const Point to = points[(edge + 1) % points.size()];
+        points.insert(points.begin() + static_cast<std::ptrdiff_t>(edge) + 1,
+                      {roundedCoordinate((static_cast<double>(from.x) + to.x) / 2),
+                       roundedCoordinate((static_cast<double>(from.y) + to.y) / 2)});
+    };
+    while (shape.size() < many) {
+        const auto lengthOf = [&](std::size_t edge) {
+            const Point to = shape[(edge + 1) % shape.size()];
+            return std::hypot(static_cast<double>(to.x) - shape[edge].x,
+                              static_cast<double>(to.y) - shape[edge].y);
+        };
+        std::size_t longest = 0;
+        for (std::size_t edge = 1; edge < shape.size(); ++edge) {
+            longest = lengthOf(edge) > lengthOf(longest) ? edge : longest;
+        }
+        edges.push_back(longest);
+        halve(shape, longest);
+    }
+    FrameRange range{frame, frame + 1};
+    const auto isAlike = [&](int at) { return outline(zone, at).size() == few; };
+    while (range.first > 0 && isAlike(range.first - 1)) {
+        --range.first;
+    }
+    while (range.end < zone.frameCount() && isAlike(range.end)) {
+        ++range.end;
+    }
+    return NewShapes{stretchOf(zone, range, [&](int at) {
+        Points points = pointsOf(zone, at);
+        for (const std::size_t edge : edges) {
+            halve(points, edge);
+        }
+        return points;
+    })};
+}
+
+int edgeAt(Outline points, Point at, double reach) {
+    int found = -1;
+    const std::size_t edges = points.size() < 2 ? 0 : points.size() == 2 ? 1 : points.size();
+    for (std::size_t edge = 0; edge < edges; ++edge) {
+        const Point from = points[edge];
+        const Point to = points[(edge + 1) % points.size()];
+        const double x = static_cast<double>(to.x) - from.x;
+        const double y = static_cast<double>(to.y) - from.y;
+        const double square = x * x + y * y;
+        const double dx = static_cast<double>(at.x) - from.x;
+        const double dy = static_cast<double>(at.y) - from.y;
+        const double part = square > 0 ? std::clamp((dx * x + dy * y) / square, 0.0, 1.0) : 0;
+        const double distance = std::hypot(dx - part * x, dy - part * y);
+        if (distance <= reach) {
+            reach = distance;
+            found = static_cast<int>(edge);
+        }
+    }
+    return found;
+}
+
+} // namespace zone
