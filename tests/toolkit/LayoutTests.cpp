@@ -42,6 +42,24 @@ TEST_F(Layout, PlacesByPosByFillingAndInRowsAndColumns) {
     }
 }
 
+TEST_F(Layout, GivesAControlTheRoomThatItsTextNeeds) {
+    open(R"(<HorizontalLayout pos="0,0,400,40"><Label name="Rest"/>
+              <Label name="State" width="40" besidetext="10" text="No"/>
+            </HorizontalLayout>)");
+    toolkit::CControlUI& state = driver().get(u"State");
+    EXPECT_EQ(state.GetPos(), Rect::at(360, 0, 40, 40));
+    state.SetText(u"Saved on the 12th of May");
+    window().GetPaintManager().UpdateLayout();
+    EXPECT_GE(state.GetPos().width(),
+              10 + window()
+                       .GetPaintManager()
+                       .fonts()
+                       .measure(state.GetText(), window().GetPaintManager().look().GetFont(0))
+                       .width);
+    EXPECT_EQ(driver().get(u"Rest").GetPos().right, state.GetPos().left);
+    EXPECT_EQ(state.GetPos().right, 400);
+}
+
 TEST_F(Layout, KeepsTheDistancesToAnchoredEdges) {
     open(R"(<Label name="Still" pos="10,20,30,40"/>
             <Label name="Right" pos="360,20,30,40" anchor="top, right"/>

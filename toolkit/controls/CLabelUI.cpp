@@ -1,5 +1,8 @@
 #include "toolkit/controls/CLabelUI.h"
 
+#include <algorithm>
+
+#include "platform/FontSet.h"
 #include "platform/Geometry.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
@@ -22,6 +25,7 @@ const AttributeTable<CLabelUI>& CLabelUI::Attributes::table() {
          [](CLabelUI& c, Text v) { assignIf(c.m_disabledTextColor, parseColor(v)); }},
         {u"textpadding", [](CLabelUI& c, Text v) { assignIf(c.m_textPadding, parseRect(v)); }},
         {u"endellipsis", [](CLabelUI& c, Text v) { assignIf(c.m_endEllipsis, parseBool(v)); }},
+        {u"besidetext", [](CLabelUI& c, Text v) { assignIf(c.m_besideText, parseInt(v)); }},
         {u"align",
          [](CLabelUI& c, Text v) {
              const Text word = trimmed(v);
@@ -39,6 +43,24 @@ const AttributeTable<CLabelUI>& CLabelUI::Attributes::table() {
 
 void* CLabelUI::GetInterface(std::u16string_view name) {
     return name == u"Label" ? this : CControlUI::GetInterface(name);
+}
+
+void CLabelUI::SetText(std::u16string_view text) {
+    CControlUI::SetText(text);
+    if (m_besideText) {
+        NeedUpdate();
+    }
+}
+
+platform::Size CLabelUI::EstimateSize(Size available) const {
+    constexpr int kStep = 4; // so that a change of one letter seldom moves the neighbours
+    Size size = CControlUI::EstimateSize(available);
+    if (m_besideText && GetManager() != nullptr) {
+        const CPaintManagerUI& manager = *GetManager();
+        const int text = manager.fonts().measure(GetText(), manager.look().GetFont(m_font)).width;
+        size.width = std::max(size.width, (text + *m_besideText + kStep - 1) / kStep * kStep);
+    }
+    return size;
 }
 
 void CLabelUI::SetFont(int font) {

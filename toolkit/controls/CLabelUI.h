@@ -1,6 +1,7 @@
 // A line of text.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,8 @@ class CLabelUI : public CControlUI {
 public:
     [[nodiscard]] std::u16string GetClass() const override { return u"Label"; }
     [[nodiscard]] void* GetInterface(std::u16string_view name) override;
+    void SetText(std::u16string_view text) override;
+    [[nodiscard]] Size EstimateSize(Size available) const override;
 
     /// The number of a font of the layout; an unknown one means the default font.
     void SetFont(int font);
@@ -44,6 +47,7 @@ private:
     platform::Color m_disabledTextColor = 0xFF98A4B1;
     platform::TextAlign m_align = platform::TextAlign::left;
     bool m_endEllipsis = true;
+    std::optional<int> m_besideText; ///< the least width is that of the text and this
 };
 
 } // namespace toolkit
