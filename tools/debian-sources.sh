@@ -1,4 +1,4 @@
-# Fetches Debian's source packages for a cross build: sourced by win-converter.
+# Fetches Debian's source packages for a cross build: sourced by win-deps.sh and win-converter.
 # Wants `work`, a folder for sources, logs and the state of apt. Needs no root.
 
 say() { printf '[%3ds] %s\n' $SECONDS "$*"; }

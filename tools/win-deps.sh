@@ -15,51 +15,8 @@ work=$prefix.work
 toolchain=$here/cmake/mingw-w64-x86_64.cmake
 host=x86_64-w64-mingw32
 rm -rf "$prefix" "$work"
-mkdir -p "$prefix"/{include,lib} "$work"/{src,build}
-say() { printf '[%3ds] %s\n' $SECONDS "$*"; }
-
-# --- Sources, from private source lists with private state; the system's are untouched. The lists
-# are made from the machine's own. A second set reads the next release: a mirror may lack a file.
-source_apt() { # SUITE APT-GET-ARGUMENT...
-  local state=$work/apt-$1
-  shift
-  apt-get -o Dir::Etc::sourcelist="$state/sources.list" -o Dir::Etc::sourceparts="$state/parts" \
-    -o Dir::State::lists="$state/lists" -o Dir::Cache="$state/cache" -o APT::Sandbox::User=root \
-    -o Acquire::Languages=none -q "$@" >>"$work/apt.log" 2>&1
-}
-make_lists() { # SUITE SED-PROGRAM
-  local state=$work/apt-$1 file
-  mkdir -p "$state"/{parts,lists/partial,cache/archives/partial}
-  : >"$state/sources.list"
-  for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
-    [ -e "$file" ] || continue
-    sed -nE "s/^deb(-src)? /deb-src /; $2; /^deb-src/p" "$file" | sort -u >>"$state/sources.list"
-  done
-  for file in /etc/apt/sources.list.d/*.sources; do
-    [ -e "$file" ] || continue
-    sed -E "s/^Types:.*/Types: deb-src/; $2" "$file" >"$state/parts/$(basename "$file")"
-  done
-  source_apt "$1" update
-}
-fetch() { # SUITE PACKAGE
-  (cd "$work/src" && rm -rf "$2"-*/ && source_apt "$1" source --only-source "$2")
-}
-fetch_all() {
-  local package
-  make_lists this ''
-  say "source lists read"
-  for package in libogg libvorbis libtheora tinyxml2 libinih; do
-    fetch this $package && continue
-    say "$package: not on the mirror, trying the next release"
-    [ -d "$work/apt-next" ] || make_lists next 's/\bbookworm/trixie/g'
-    fetch next $package
-  done
-  say "sources fetched and patched"
-}
-source_of() {
-  local folder
-  for folder in "$work"/src/"$1"-*/; do echo "${folder%/}"; done
-}
+mkdir -p "$prefix"/{include,lib} "$work/build"
+. "$here/tools/debian-sources.sh"
 
 with_cmake() { # NAME SOURCE-FOLDER CMAKE-ARGUMENT...
   local name=$1 source=$2
@@ -119,7 +76,7 @@ copy_headers() {
 
 trap 'status=$?; [ $status = 0 ] || { echo "win-deps.sh failed; the logs are in $work" >&2;
   tail -n 5 "$work"/*.log >&2; }' EXIT
-fetch_all
+fetch_all libogg libvorbis libtheora tinyxml2 libinih
 with_cmake libogg "$(source_of libogg)" -DINSTALL_DOCS=OFF -DBUILD_TESTING=OFF
 with_cmake libvorbis "$(source_of libvorbis)"
 with_cmake tinyxml2 "$(source_of tinyxml2)" -DBUILD_TESTING=OFF -Dtinyxml2_BUILD_TESTING=OFF
