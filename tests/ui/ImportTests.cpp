@@ -1,11 +1,13 @@
 // Importing videos: the window for it, what the branch editor says meanwhile, files that are
 // dropped into the editor, and converting a clip that the findings complain of.
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
-#include <utility>
+#include <thread>
 #include <vector>
 
 #include "core/EditorSettings.h"
@@ -16,6 +18,7 @@
 #include "platform/Geometry.h"
 #include "scene/SceneFolders.h"
 #include "tests/support/ClipMaker.h"
+#include "tests/support/FaultyFileSystem.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/ui/BranchListFixture.h"
@@ -44,14 +47,12 @@ protected:
              {"Scenes/Fire/first.ogv", "Scenes/Fire/other.ogv", "from/a.ogv", "from/good.ogv"}) {
             writeBytes(name, m_clip);
         }
-        for (const char* name :
-             {"hall.mov", "probe fails.avi", "dies.mov", "hangs.mov", "floods.mov"}) {
+        for (const char* name : {"hall.mov", "probe fails.avi", "dies.mov", "hangs.mov"}) {
             writeBytes(std::string("from/") + name, "a film");
         }
         m_services.sceneImports = std::make_shared<ui::SceneImports>(
-            m_gui.loop(), platform::nativeFileSystem(), m_services.sceneSession,
-            m_services.editorSettings, scene::sceneFolderPath("Fire"),
-            [this](const std::string& chosen) {
+            m_gui.loop(), m_files, m_services.sceneSession, m_services.editorSettings,
+            scene::sceneFolderPath("Fire"), [this](const std::string& chosen) {
                 return m_hasConverter || !chosen.empty()
                            ? imports::Converter{FAKE_CONVERTER, FAKE_CONVERTER}
                            : imports::Converter();
@@ -103,6 +104,7 @@ protected:
         return names;
     }
 
+    support::FaultyFileSystem m_files{platform::nativeFileSystem()};
     std::string m_clip;
     bool m_hasConverter = true;
 };
@@ -176,29 +178,70 @@ TEST_F(Importing, GoesOnWithoutTheWindowAndEndsWithTheProgram) {
     EXPECT_EQ(sceneFiles(), (std::vector<std::string>{"first.ogv", "hall.ogv", "other.ogv"}));
 }
 
-TEST_F(Importing, AFloodingConverterDoesNotHoldUpTheWindow) {
+TEST_F(Importing, NoFaultHoldsUpTheWindowOrLeavesAnything) {
     using Clock = std::chrono::steady_clock;
+    struct Case {
+        const char* file;
+        imports::Failure failure; ///< none: it is cancelled once it converts
+        int refusal = 0;          ///< what the scene's folder answers when a file is made
+    };
+    using imports::Failure;
+    const Case cases[] = {
+        {"dies", Failure::stopped},
+        {"disk full", Failure::diskFull},
+        {"nothing", Failure::stopped},
+        {"probe nonsense", Failure::noPicture},
+        {"probe floods", Failure::unreadable},
+        {"complains", Failure::stopped},
+        {"grows", Failure::tooLarge},
+        {"read-only", Failure::notWritable, EACCES},
+        {"hangs", Failure::none},
+        {"floods", Failure::none},
+    };
     show();
     const WindowDriver window = openImports();
-    addFiles(window, {"floods.mov"});
-    Clock::duration longest{};
-    auto noteTime = [&longest, last = Clock::now()]() mutable {
-        const Clock::time_point now = Clock::now();
-        longest = std::max(longest, now - std::exchange(last, now));
+    Clock::duration longestPause{};
+    Clock::duration longestCancel{};
+    const auto runUntil = [&](const std::function<bool()>& done) {
+        const Clock::time_point begun = Clock::now();
+        for (Clock::time_point last = begun; !done(); std::this_thread::yield()) {
+            last = Clock::now();
+            m_gui.loop().processEvents(false);
+            longestPause = std::max(longestPause, Clock::now() - last);
+        }
+        return Clock::now() - begun;
     };
-    ASSERT_TRUE(pumpUntil([&] {
-        noteTime();
-        return imports().queue().percent() > 0;
-    }));
-    imports().queue().cancelAll();
-    ASSERT_TRUE(pumpUntil([&] {
-        noteTime();
-        return !imports().queue().isBusy();
-    }));
-    using Milliseconds = std::chrono::milliseconds;
-    RecordProperty("longestPauseMs",
-                   static_cast<int>(std::chrono::duration_cast<Milliseconds>(longest).count()));
-    EXPECT_EQ(sceneFiles(), (std::vector<std::string>{"first.ogv", "other.ogv"}));
+    std::size_t row = 0;
+    for (const auto& [file, failure, refusal] : cases) {
+        const std::string name = std::string(file) + ".mov";
+        writeBytes("from/" + name, "a film");
+        m_files.setRule(
+            [isRefused = refusal != 0](const support::Call& call) {
+                const bool isClip = call.path.find("Fire") != call.path.npos;
+                return isRefused && isClip && call.operation == "open" ? support::Fault::fail
+                                                                       : support::Fault::none;
+            },
+            refusal);
+        addFiles(window, {name});
+        runUntil([&] { return imports().items().size() > row; });
+        const imports::ImportItem& item = imports().items()[row++];
+        if (failure == Failure::none) {
+            runUntil([&] { return item.percent > 0; });
+            imports().queue().cancelAll();
+            longestCancel = std::max(
+                longestCancel, runUntil([&] { return item.state == ImportState::cancelled; }));
+        } else {
+            runUntil([&] { return item.state == ImportState::failed; });
+        }
+        EXPECT_EQ(item.failure.kind, failure) << name;
+        EXPECT_EQ(sceneFiles(), (std::vector<std::string>{"first.ogv", "other.ogv"})) << name;
+    }
+    const auto milliseconds = [](Clock::duration time) {
+        return static_cast<int>(
+            std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
+    };
+    RecordProperty("longestPauseMs", milliseconds(longestPause));
+    RecordProperty("longestCancelMs", milliseconds(longestCancel));
 }
 
 TEST_F(Importing, WithoutAConverterTheWindowAsksForOne) {
