@@ -15,6 +15,11 @@ using Arguments = std::vector<std::string>;
 /// Frames; how far an exact seek has to decode at most.
 constexpr int kKeyFrameDistance = 12;
 
+/// Seconds. A picture that comes later than the sound by less is the start of the clip: many
+/// formats put their sound a little earlier, and the clip must not begin with a frame that is there
+/// twice. Else the first picture stands still until its time, so that no sound is lost.
+constexpr double kLongestLead = 0.2;
+
 /// What files may be: nothing that names other files, or that is made up on the fly.
 constexpr const char* kFormats =
     "mov,mp4,m4a,3gp,3g2,mj2,matroska,webm,avi,mpegts,mpeg,mpegvideo,asf,flv,ogg,dv,gif,mxf,nut,rm,"
@@ -46,14 +51,16 @@ Plan planFor(const Source& source, const ImportSettings& settings, RateChoice ra
     Plan plan;
     plan.videoIndex = video.index;
     plan.framing = frameFor(uprightSize(video), settings.quality);
-    const bool keepsRate = rate == RateChoice::asIs && video.averageRate.isKnown();
-    plan.rate = keepsRate ? video.averageRate : constantRate(video.averageRate);
+    const bool keepsRate = rate == RateChoice::asIs && video.hasExactRate();
+    plan.rate = keepsRate ? video.baseRate : constantRate(video.averageRate);
     plan.theoraQuality = factsOf(settings.quality).theoraQuality;
     plan.seconds = video.seconds > 0 ? video.seconds : source.seconds;
-    plan.videoFilters = videoFilters(video, plan.rate, plan.framing);
+    const double delay = pictureDelay(source);
+    const double lead = delay < kLongestLead ? delay : 0;
+    plan.videoFilters = videoFilters(video, plan.rate, plan.framing, lead);
     if (settings.keepsSound && source.sound) {
         plan.soundIndex = source.sound->index;
-        plan.soundFilters = soundFilters(*source.sound);
+        plan.soundFilters = soundFilters(*source.sound, lead);
     }
     return plan;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <string_view>
 
@@ -91,10 +92,19 @@ std::string scaling(const VideoStream& video, Size size) {
     return "scale=" + text(size, ':') + ":flags=bicubic+accurate_rnd+full_chroma_int:out_range=tv";
 }
 
+/// The expression for times that begin so much earlier; empty if none do.
+std::string earlier(double seconds) {
+    const long long microseconds = std::llround(seconds * 1e6);
+    return microseconds > 0 ? "PTS-" + std::to_string(microseconds) + "/1e6/TB" : "";
+}
+
 } // namespace
 
-std::string videoFilters(const VideoStream& video, const Ratio& rate, const Framing& framing) {
-    std::string filters = deinterlacing(video) + "fps=fps=" + text(rate) + ":start_time=0," +
+std::string videoFilters(const VideoStream& video, const Ratio& rate, const Framing& framing,
+                         double lead) {
+    const std::string cut = earlier(lead);
+    std::string filters = (cut.empty() ? "" : "setpts=" + cut + ',') + deinterlacing(video) +
+                          "fps=fps=" + text(rate) + ":start_time=0," +
                           scaling(video, framing.scaled) + ",format=yuv420p";
     if (framing.cropped != framing.scaled) {
         filters += ",crop=" + text(framing.cropped, ':') + ':' + std::to_string(framing.crop.x) +
@@ -107,9 +117,11 @@ std::string videoFilters(const VideoStream& video, const Ratio& rate, const Fram
     return filters + ",setsar=1";
 }
 
-std::string soundFilters(const SoundStream& sound) {
-    // From the picture's own start on, with gaps filled: places in the sound are places in time.
-    std::string filters = "aresample=48000:async=1000:min_comp=0.01:first_pts=0";
+std::string soundFilters(const SoundStream& sound, double lead) {
+    const std::string cut = earlier(lead);
+    // From the clip's start on, with gaps filled: places in the sound are places in time.
+    std::string filters = (cut.empty() ? "" : "asetpts=" + cut + ',') +
+                          "aresample=48000:async=1000:min_comp=0.01:first_pts=0";
     // How to mix channels without places is not known: the first two are taken.
     const bool hasPlaces = !sound.layout.empty() && !sound.layout.starts_with("ambisonic") &&
                            sound.layout.find("channels") == std::string::npos;

@@ -9,9 +9,11 @@
 
 namespace imports {
 
+// The clip begins `lead` seconds after the file: what is before that is cut off.
+
 /// The filters of the picture, behind which it is turned already.
 [[nodiscard]] std::string videoFilters(const VideoStream& video, const Ratio& rate,
-                                       const Framing& framing);
-[[nodiscard]] std::string soundFilters(const SoundStream& sound);
+                                       const Framing& framing, double lead);
+[[nodiscard]] std::string soundFilters(const SoundStream& sound, double lead);
 
 } // namespace imports

@@ -133,9 +133,10 @@ private:
         if (endsTooSoon(run.messages) && !m_request.takesReadable) {
             return {Failure::cut, 0, {}, run.lastMessage()};
         }
-        if (times.rate().isKnown()) {
-            m_source.video->averageRate = times.rate();
-            m_source.video->seconds = times.seconds();
+        VideoStream& video = *m_source.video;
+        if (const Ratio rate = times.rate(video.averageRate); rate.isKnown()) {
+            video.averageRate = rate;
+            video.seconds = times.seconds();
         }
         return {};
     }

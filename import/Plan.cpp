@@ -105,6 +105,9 @@ Ratio constantRate(const Ratio& average) {
 
 bool needsPacketTimes(const Source& source) {
     const VideoStream& video = *source.video;
+    if (video.hasExactRate()) {
+        return false;
+    }
     const auto isFormat = [&](std::string_view name) {
         return source.format.find(name) != std::string::npos;
     };

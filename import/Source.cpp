@@ -118,17 +118,24 @@ private:
     const std::string m_start;
 };
 
+/// The converter turns a picture by any angle, but its sides change with quarters alone.
 int readTurn(const Stream& stream) {
     std::optional<double> degrees;
     for (int i = 0; i < 4 && !degrees; ++i) {
         degrees =
             readNumber(stream.text("side_data_list.side_data." + std::to_string(i) + ".rotation"));
     }
-    if (!degrees) {
-        degrees = readNumber(stream.text("tags.rotate"));
-    }
-    const int quarters = static_cast<int>(std::lround(degrees.value_or(0) / 90.0)) % 4;
+    const double turns = degrees.value_or(0) / 90;
+    const bool isQuarter = std::abs(turns - std::round(turns)) * 90 <= 1;
+    const int quarters = isQuarter ? static_cast<int>(std::lround(turns) % 4) : 0;
     return (quarters + 4) % 4 * 90;
+}
+
+/// A file with several streams of a kind prefers one of them; a single picture is a cover, whatever
+/// else its file says.
+int rankOf(const Stream& stream) {
+    const bool isStill = stream.number("nb_frames") == 1;
+    return (isStill ? 0 : 2) + (stream.number("disposition.default") != 0 ? 1 : 0);
 }
 
 VideoStream readVideo(const Stream& stream) {
@@ -145,6 +152,10 @@ VideoStream readVideo(const Stream& stream) {
     video.turn = readTurn(stream);
     video.averageRate = readRatio(stream.text("avg_frame_rate"), '/');
     video.baseRate = readRatio(stream.text("r_frame_rate"), '/');
+    if (video.hasExactRate()) {
+        video.averageRate = video.baseRate;
+    }
+    video.start = readNumber(stream.text("start_time"));
     video.seconds = readSeconds(stream.text("duration"));
     if (video.seconds < 0) {
         video.seconds = readClock(stream.text("tags.DURATION"));
@@ -170,19 +181,19 @@ bool isPicture(const Stream& stream) {
 Source readSource(std::string_view text) {
     const Entries entries = readEntries(text);
     Source source;
-    bool hasPreferredSound = false;
+    int pictureRank = -1;
+    int soundRank = -1;
     for (std::size_t number = 0; number < kMaxStreams; ++number) {
         const Stream stream(entries, number);
-        if (!source.video && isPicture(stream)) {
+        const int rank = rankOf(stream);
+        if (isPicture(stream) && rank > pictureRank) {
             source.video = readVideo(stream);
-        } else if (stream.isOf("audio") && stream.number("channels") > 0 && !hasPreferredSound) {
-            const bool isPreferred = stream.number("disposition.default") != 0;
-            if (!source.sound || isPreferred) {
-                source.sound = SoundStream{static_cast<int>(stream.number("index")),
-                                           static_cast<int>(stream.number("channels")),
-                                           stream.word("channel_layout")};
-            }
-            hasPreferredSound = isPreferred;
+            pictureRank = rank;
+        } else if (stream.isOf("audio") && stream.number("channels") > 0 && rank > soundRank) {
+            source.sound = SoundStream{static_cast<int>(stream.number("index")),
+                                       static_cast<int>(stream.number("channels")),
+                                       stream.word("channel_layout")};
+            soundRank = rank;
         }
     }
     const auto entry = [&](std::string_view name) {
@@ -190,6 +201,7 @@ Source readSource(std::string_view text) {
         return found == entries.end() ? std::string() : found->second;
     };
     source.format = entry("format.format_name");
+    source.start = readNumber(entry("format.start_time"));
     source.seconds = readSeconds(entry("format.duration"));
     return source;
 }
@@ -201,6 +213,11 @@ Size uprightSize(const VideoStream& video) {
         std::swap(size.width, size.height);
     }
     return size;
+}
+
+double pictureDelay(const Source& source) {
+    const std::optional<double> start = source.video->start;
+    return start && source.start ? std::max(0.0, *start - *source.start) : 0;
 }
 
 SourceFacts factsOf(const Source& source) {
@@ -239,8 +256,13 @@ double PacketTimes::seconds() const {
     return span + last > 0 ? span + last : -1;
 }
 
-Ratio PacketTimes::rate() const {
+Ratio PacketTimes::rate(const Ratio& told) const {
     const double length = seconds();
+    constexpr double kPrecision = 0.004; // many formats count milliseconds
+    if (told.isKnown() &&
+        std::abs(static_cast<double>(m_count) / told.value() - length) < kPrecision) {
+        return told;
+    }
     const double perSecond = length > 0 ? static_cast<double>(m_count) / length : 0;
     constexpr std::int64_t kParts = 1000;
     const Ratio ratio{std::llround(std::min(perSecond, 1e6) * kParts), kParts};

@@ -26,18 +26,22 @@ struct Ratio {
 struct VideoStream {
     int index = 0;
     std::string codec{};
-    platform::Size coded{}; ///< before turning, in pixels of any shape
-    Ratio pixelShape{1, 1}; ///< width by height of a pixel
-    int turn = 0;           ///< degrees, a multiple of 90 in 0 to 270
-    Ratio averageRate{};    ///< frames a second
-    Ratio baseRate{};       ///< what all times are multiples of, roughly
-    double seconds = -1;    ///< -1 = unknown
+    platform::Size coded{};        ///< before turning, in pixels of any shape
+    Ratio pixelShape{1, 1};        ///< width by height of a pixel
+    int turn = 0;                  ///< degrees, a multiple of 90 in 0 to 270
+    Ratio averageRate{};           ///< frames a second
+    Ratio baseRate{};              ///< what all times are multiples of, roughly
+    std::optional<double> start{}; ///< of its first picture, in seconds
+    double seconds = -1;           ///< -1 = unknown
     // As the converter names them; empty if unknown.
     std::string range{};
     std::string matrix{};
     std::string transfer{};
     std::string primaries{};
     std::string fieldOrder{};
+
+    /// Whether its frames come at the base rate, though those that repeat others may be left out.
+    [[nodiscard]] bool hasExactRate() const { return codec == "theora" && baseRate.isKnown(); }
 };
 
 struct SoundStream {
@@ -48,8 +52,9 @@ struct SoundStream {
 
 struct Source {
     std::string format{};
+    std::optional<double> start{};      ///< of what begins first, in seconds
     double seconds = -1;                ///< of the whole file; -1 = unknown
-    std::optional<VideoStream> video{}; ///< the first that is no cover picture
+    std::optional<VideoStream> video{}; ///< the preferred one, else the first; no cover picture
     std::optional<SoundStream> sound{}; ///< the preferred one, else the first
 };
 
@@ -58,6 +63,9 @@ struct Source {
 
 /// Upright, with square pixels; at least 1 x 1.
 [[nodiscard]] platform::Size uprightSize(const VideoStream& video);
+/// How long after the file's own start its first picture is shown, in seconds; the source has a
+/// video.
+[[nodiscard]] double pictureDelay(const Source& source);
 /// For lists; the source has a video.
 [[nodiscard]] SourceFacts factsOf(const Source& source);
 
@@ -70,8 +78,8 @@ public:
     [[nodiscard]] std::int64_t count() const { return m_count; }
     /// From the first picture to the end of the last; -1 = unknown.
     [[nodiscard]] double seconds() const;
-    /// Frames a second, on average.
-    [[nodiscard]] Ratio rate() const;
+    /// Frames a second, on average: what the headers have `told`, if that fits the times.
+    [[nodiscard]] Ratio rate(const Ratio& told) const;
 
 private:
     std::int64_t m_count = 0;

@@ -182,7 +182,7 @@ Arguments webClipArguments(const Source& source, const WebClipRequest& request) 
         append(arguments, {"-frames:v", std::to_string(request.frameCount)});
     }
     if (source.sound) {
-        std::string filters = soundFilters(*source.sound);
+        std::string filters = soundFilters(*source.sound, 0);
         if (request.frameCount > 0) { // a clip ends with its last picture
             filters += ",atrim=end=" + std::to_string(request.frameCount / rate.value());
         }

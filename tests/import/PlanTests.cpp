@@ -36,7 +36,8 @@ Source sourceWith(const std::string& lines) {
                                     "height=1080\navg_frame_rate=\"25/1\"\n");
     std::string all = "format.format_name=\"mov,mp4\"\n";
     for (std::string line; std::getline(text, line);) {
-        all += (line.starts_with("streams.") ? "" : "streams.stream.0.") + line + '\n';
+        const bool isWhole = line.starts_with("streams.") || line.starts_with("format.");
+        all += (isWhole ? "" : "streams.stream.0.") + line + '\n';
     }
     return imports::readSource(all);
 }
@@ -93,9 +94,14 @@ TEST(PlanTest, EverySourceGetsTheFiltersThatItNeeds) {
         {"field_order=\"tt\"\n", "bwdif=mode=send_frame:deint=interlaced,fps", "setfield"},
         {"codec_name=\"ffv1\"\nfield_order=\"bb\"\n", "setfield=bff,bwdif", "tff"},
         {"field_order=\"progressive\"\n", "fps=fps=25/1:start_time=0,", "bwdif"},
-        {"tags.rotate=\"90\"\n", "crop=400:720:2:0,pad=1280:720:440:0:black,setsar=1", "bwdif=x"},
+        {"side_data_list.side_data.2.rotation=90\n",
+         "crop=400:720:2:0,pad=1280:720:440:0:black,setsar=1", "bwdif=x"},
         {"side_data_list.side_data.0.rotation=-90\n", "scale=406:720", "1280:720:fl"},
         {"side_data_list.side_data.1.rotation=180\n", "scale=1280:720", "pad"},
+        {"side_data_list.side_data.0.rotation=45\n", "scale=1280:720", "pad"},
+        {"start_time=1.521\nformat.start_time=1.5\n", "setpts=PTS-21000/1e6/TB,bwdif", "crop"},
+        {"start_time=2.0\nformat.start_time=1.5\n", "start_time=0,", "setpts"},
+        {"start_time=0\nformat.start_time=N/A\n", "start_time=0,", "setpts"},
         {"sample_aspect_ratio=\"4:3\"\nwidth=1440\n", "scale=1280:720", "pad"},
         {"sample_aspect_ratio=\"1000:1\"\n", "scale=1280:720", "pad"},
     };
@@ -118,6 +124,9 @@ TEST(PlanTest, OnlyUsableStreamsAreTaken) {
                                "streams.stream.1.height=48\n";
     ASSERT_TRUE(streams(second).video);
     EXPECT_EQ(streams(second).video->index, 1);
+    EXPECT_EQ(sourceWith("nb_frames=1\ndisposition.default=1\n" + second).video->index, 1);
+    EXPECT_EQ(sourceWith(second + "streams.stream.1.disposition.default=1\n").video->index, 1);
+    EXPECT_EQ(sourceWith("nb_frames=1\n").video->index, 0);
     const std::string sound = "streams.stream.2.index=2\nstreams.stream.2.codec_type=\"audio\"\n"
                               "streams.stream.2.codec_name=\"aac\"\nstreams.stream.2.channels=";
     const Source spatial = streams(second + sound + "4\n");
@@ -144,7 +153,7 @@ TEST(PlanTest, AnyTextIsReadHarmlessly) {
         EXPECT_FALSE(source.video) << text;
         EXPECT_LT(source.seconds, 0) << text;
     }
-    const Source odd = sourceWith("duration=\"-inf\"\ntags.rotate=\"1e300\"\n"
+    const Source odd = sourceWith("duration=\"-inf\"\nside_data_list.side_data.0.rotation=1e300\n"
                                   "sample_aspect_ratio=\"0:0\"\n");
     EXPECT_EQ(imports::uprightSize(*odd.video), (Size{1920, 1080}));
 }
@@ -157,8 +166,10 @@ TEST(PlanTest, PacketsTellTheRateThatHeadersDoNot) {
     }
     EXPECT_EQ(times.count(), 3);
     EXPECT_NEAR(times.seconds(), 0.6, 1e-9);
-    EXPECT_NEAR(times.rate().value(), 5.0, 1e-9);
-    EXPECT_FALSE(imports::PacketTimes().rate().isKnown());
+    EXPECT_NEAR(times.rate({}).value(), 5.0, 1e-9);
+    EXPECT_EQ(times.rate({4995, 1000}).top, 4995) << "as precise as the times are";
+    EXPECT_NEAR(times.rate({24, 5}).value(), 5.0, 1e-9);
+    EXPECT_FALSE(imports::PacketTimes().rate({}).isKnown());
 }
 
 TEST(PlanTest, PointsMoveWithThePicture) {
