@@ -15,6 +15,7 @@
 #include "import/Plan.h"
 #include "import/ZoneMapping.h"
 #include "jobs/VideoImport.h"
+#include "src/ClipEnding.h"
 #include "src/TheoraSurvey.h"
 
 namespace imports {
@@ -189,6 +190,10 @@ private:
         if (!m_survey.isDecodable || m_survey.frameCount <= 0) {
             const bool isEmpty = m_progress.frames == 0;
             return {isEmpty ? Failure::noPicture : Failure::stopped, 0, {}, details};
+        }
+        if (m_survey.frameCount < m_progress.frames &&
+            theora::extendClip(m_temporary.path(), m_progress.frames, m_files, m_isCancelled)) {
+            m_survey.frameCount = static_cast<int>(m_progress.frames);
         }
         if (!theora::decodesToItsEnd(m_temporary.path(), m_files, m_isCancelled)) {
             return {Failure::stopped, 0, {}, details};

@@ -3,12 +3,16 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "platform/FileSystem.h"
+#include "src/ClipEnding.h"
 #include "tests/src/PlaybackSession.h"
 #include "tests/support/ClipMaker.h"
+#include "tests/support/TempFolder.h"
 
 namespace {
 
@@ -129,6 +133,46 @@ TEST(Numbering, AStreamThatStartsInsideAGroupShowsWhatPlayingShows) {
                              .dropFrames = 1},
                             1);
     }
+}
+
+class ClipEnding : public support::TempFolderTest {};
+
+TEST_F(ClipEnding, RepeatsTheLastPictureAndNothingElse) {
+    struct Case {
+        ClipSpec spec;
+        int asked;
+        int frames; ///< that there are then
+    };
+    const Case cases[] = {
+        {{.frames = 10, .granuleShift = 4}, 17, 17},
+        {{.frames = 10, .granuleShift = 4, .sound = support::Sound::after}, 13, 13},
+        {{.frames = 10, .granuleShift = 4, .pages = {.packetsPerPage = 9}}, 12, 12},
+        {{.frames = 10, .version320 = true}, 12, 12},
+        {{.frames = 10}, 10, 10},
+        {{.frames = 10}, 5, 10},
+        {{.frames = 10, .keyframeDistance = 8}, 40, 10}, // no position says "32 since a key frame"
+    };
+    platform::FileSystem& files = platform::nativeFileSystem();
+    const auto goesOn = [] { return false; };
+    for (const auto& [spec, asked, frames] : cases) {
+        const Bytes before = support::makeClip(spec);
+        support::writeBytes("clip.ogv", std::string(before.begin(), before.end()));
+        EXPECT_EQ(theora::extendClip("clip.ogv", asked, files, goesOn), frames >= asked) << asked;
+        const std::string after = support::readBytes("clip.ogv");
+        EXPECT_EQ(after.size() > before.size(), frames > spec.frames);
+        PlaybackSession session(Bytes(after.begin(), after.end()));
+        EXPECT_EQ(session.clip().getNumFrames(), frames);
+        const auto played = session.playToEnd();
+        ASSERT_EQ(std::ssize(played), frames);
+        for (int frame = 0; frame < frames; ++frame) {
+            const auto& shown = played[static_cast<std::size_t>(frame)];
+            EXPECT_EQ(shown.pictureNumber, std::min(frame, spec.frames - 1));
+            EXPECT_EQ(session.seek(frame).hash, shown.hash);
+        }
+    }
+    support::writeBytes("clip.ogv", "no clip");
+    EXPECT_FALSE(theora::extendClip("clip.ogv", 3, files, goesOn));
+    EXPECT_EQ(support::readBytes("clip.ogv"), "no clip");
 }
 
 } // namespace
