@@ -268,6 +268,7 @@ void QtWindowInput::handleWheel(const QWheelEvent& event) {
     if (m_window.isEnabled() && event.angleDelta().y() != 0) {
         Event ours = mouseEvent(EventKind::mouseWheel, event.position() / m_window.unit());
         ours.wheelDelta = event.angleDelta().y();
+        ours.modifiers = modifiersFromQt(event.modifiers());
         m_window.send(ours);
     }
 }

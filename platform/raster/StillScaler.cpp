@@ -1,7 +1,10 @@
 #include "platform/raster/StillScaler.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "platform/raster/Blend.h"
@@ -52,6 +55,43 @@ Bitmap halved(const Bitmap& still) {
     return half;
 }
 
+/// The rows of a still, each scaled to the width of a place. Of neighbouring rows of the place most
+/// lie between the same two, so each is scaled once.
+class ScaledRows {
+public:
+    ScaledRows(const Bitmap& still, std::vector<Between> columns)
+        : m_still(still),
+          m_columns(std::move(columns)), m_rows{Row(m_columns.size()), Row(m_columns.size())} {}
+
+    /// Valid until a third row is asked for.
+    const std::uint32_t* row(int number) {
+        const std::size_t kept = m_numbers[0] == number   ? 0
+                                 : m_numbers[1] == number ? 1
+                                                          : scale(number);
+        m_older = 1 - kept;
+        return m_rows[kept].data();
+    }
+
+private:
+    using Row = std::vector<std::uint32_t>;
+
+    std::size_t scale(int number) {
+        const std::uint32_t* from = m_still.row(number);
+        std::uint32_t* to = m_rows[m_older].data();
+        for (const auto& [first, second, share] : m_columns) {
+            *to++ = mix(from[first], from[second], share);
+        }
+        m_numbers[m_older] = number;
+        return m_older;
+    }
+
+    const Bitmap& m_still;
+    std::vector<Between> m_columns;
+    std::array<Row, 2> m_rows;
+    std::array<int, 2> m_numbers{-1, -1};
+    std::size_t m_older = 0;
+};
+
 void drawNear(const Bitmap& still, PixelView target, const Rect& place, const Rect& visible) {
     const std::int64_t left = place.left;
     const std::int64_t top = place.top;
@@ -59,16 +99,19 @@ void drawNear(const Bitmap& still, PixelView target, const Rect& place, const Re
     for (int x = visible.left; x < visible.right; ++x) {
         columns.push_back(between(x - left, still.size().width, place.right - left));
     }
+    const std::size_t count = columns.size();
+    ScaledRows scaled(still, std::move(columns));
+    std::vector<std::uint32_t> mixed(count);
     for (int y = visible.top; y < visible.bottom; ++y) {
         const Between rows = between(y - top, still.size().height, place.bottom - top);
-        const std::uint32_t* upper = still.row(rows.first);
-        const std::uint32_t* lower = still.row(rows.second);
+        const std::uint32_t* upper = scaled.row(rows.first);
+        const std::uint32_t* lower = scaled.row(rows.second);
+        for (std::size_t i = 0; i < count; ++i) {
+            mixed[i] = mix(upper[i], lower[i], rows.share);
+        }
         std::uint32_t* to = target.row(y) + visible.left;
-        for (const auto& [first, second, share] : columns) {
-            *to = blendPixel(mix(mix(upper[first], upper[second], share),
-                                 mix(lower[first], lower[second], share), rows.share),
-                             *to);
-            ++to;
+        for (std::size_t i = 0; i < count; ++i) {
+            to[i] = blendPixel(mixed[i], to[i]);
         }
     }
 }

@@ -1,5 +1,6 @@
 // Which keys reach the commands of a window, and what becomes of a text that is being typed.
 #include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -107,9 +108,12 @@ TEST_F(Commands, TakeTheKeysThatTheFocusedControlDoesNotClaim) {
     const struct {
         const char16_t* focus;
         std::string claimed; ///< of all keys of the table
+        bool isLimited = false;
     } cases[] = {
         {u"", ""},
         {u"Save", "Space "},
+        {u"Save", "N 2 Space ", true},
+        {u"List", "Home Down ", true},
         {u"Combo", "F4 N 2 Space Home Down "},
         {u"List", "Home Down "},
         {u"Edit", "Ctrl+C Ctrl+Left N 2 Space Home Delete Down Left Right "},
@@ -117,6 +121,10 @@ TEST_F(Commands, TakeTheKeysThatTheFocusedControlDoesNotClaim) {
     for (const auto& test : cases) {
         SCOPED_TRACE(core::storedText(test.focus));
         std::string claimed;
+        static constexpr std::u16string_view kTyping[] = {u"List"};
+        m_window->commands().setTypingControls(test.isLimited
+                                                   ? std::span<const std::u16string_view>(kTyping)
+                                                   : std::span<const std::u16string_view>());
         for (const Command& command : kTable) {
             // Nothing was typed: the edit has nothing to undo of its own.
             m_driver->get(u"Edit").SetText(u"old");

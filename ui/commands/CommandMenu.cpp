@@ -16,6 +16,7 @@ toolkit::MenuEntry entryOf(CommandSet& set, const Command& command) {
     entry.text = command.text;
     entry.key = set.keyOf(command);
     entry.icon = command.icon;
+    entry.checked = set.isOn(command.id);
     entry.enabled = set.isEnabled(command.id);
     entry.run = [&set, id = command.id] { set.run(id); };
     return entry;

@@ -19,11 +19,29 @@ bool actsEverywhere(const platform::Event& event) {
     return event.modifiers.control || platform::isFunctionKey(event.key);
 }
 
+/// Keys that would type something into a text field.
+bool isTyping(const platform::Event& event) {
+    return (event.key >= platform::Key::digit0 || event.key == platform::Key::space) &&
+           !event.modifiers.control && !event.modifiers.alt;
+}
+
 } // namespace
 
 void CommandSet::bind(std::string_view id, std::function<void()> run, std::function<bool()> enabled,
                       std::function<std::u16string()> subject) {
-    m_bindings[id] = {std::move(run), std::move(enabled), std::move(subject)};
+    m_bindings[id] = {std::move(run), std::move(enabled), std::move(subject), {}};
+}
+
+void CommandSet::bindSwitch(std::string_view id, std::function<void()> run,
+                            std::function<bool()> isOn) {
+    m_bindings[id] = {std::move(run), {}, {}, std::move(isOn)};
+}
+
+std::optional<bool> CommandSet::isOn(std::string_view id) const {
+    const auto binding = m_bindings.find(id);
+    return binding != m_bindings.end() && binding->second.isOn
+               ? std::optional(binding->second.isOn())
+               : std::nullopt;
 }
 
 const Command* CommandSet::find(std::string_view id) const {
@@ -110,10 +128,20 @@ bool CommandSet::runOf(std::u16string_view control) {
     return false;
 }
 
-bool CommandSet::handleKey(const platform::Event& event) {
+bool CommandSet::isForFocus(const platform::Event& event) const {
     const toolkit::CControlUI* focus = m_manager.GetFocus();
-    if (event.kind != platform::EventKind::keyDown ||
-        (focus != nullptr && focus->claimsKey(event))) {
+    if (focus == nullptr) {
+        return true;
+    }
+    const auto& controls = m_typingControls;
+    const bool isLimited = isTyping(event) && !controls.empty();
+    return !focus->claimsKey(event) &&
+           (!isLimited ||
+            std::find(controls.begin(), controls.end(), focus->GetName()) != controls.end());
+}
+
+bool CommandSet::handleKey(const platform::Event& event) {
+    if (event.kind != platform::EventKind::keyDown || !isForFocus(event)) {
         return false;
     }
     const Command* command = commandOf(event);

@@ -4,12 +4,14 @@
 //   m_commands.bind(command::kSave, [this] { save(); });
 //
 // Which keys reach a command: those that the focused control does not claim for itself
-// (CControlUI::claimsKey). Before a command of a function key or Ctrl runs, a focused text field
-// commits what was typed, as if it were left.
+// (CControlUI::claimsKey), and, where the window limits them, letters, digits and Space. Before a
+// command of a function key or Ctrl runs, a focused text field commits what was typed, as if it
+// were left.
 #pragma once
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -38,6 +40,14 @@ public:
     void bind(std::string_view id, std::function<void()> run, std::function<bool()> enabled = {},
               std::function<std::u16string()> subject = {});
 
+    /// The same for a command that turns something on and off.
+    void bindSwitch(std::string_view id, std::function<void()> run, std::function<bool()> isOn);
+    /// Whether what it switches is on; none for a command that is no switch.
+    [[nodiscard]] std::optional<bool> isOn(std::string_view id) const;
+    /// Limits the keys that type: they act while nothing or one of these controls has the focus.
+    /// The names are constants.
+    void setTypingControls(std::span<const std::u16string_view> names) { m_typingControls = names; }
+
     /// The command, if it has a handler; else null.
     [[nodiscard]] const Command* bound(std::string_view id) const;
     /// Whether it can run now: it has a handler, its condition holds, and its button, if the window
@@ -63,11 +73,13 @@ private:
         std::function<void()> run;
         std::function<bool()> enabled;
         std::function<std::u16string()> subject;
+        std::function<bool()> isOn;
     };
 
     [[nodiscard]] const Command* find(std::string_view id) const;
     [[nodiscard]] bool has(const Command& command, const KeyChord& chord) const;
     [[nodiscard]] const Command* commandOf(const platform::Event& event) const;
+    [[nodiscard]] bool isForFocus(const platform::Event& event) const;
     [[nodiscard]] bool mayRun(const Command& command) const;
     [[nodiscard]] toolkit::CControlUI* controlOf(const Command& command) const;
     bool run(const Command& command);
@@ -75,6 +87,7 @@ private:
     toolkit::CPaintManagerUI& m_manager;
     std::span<const Command> m_table;
     const KeyMap& m_keys;
+    std::span<const std::u16string_view> m_typingControls;
     std::set<std::string_view> m_rekeyed; ///< tool tips that do not name the key of the table
     std::map<std::string_view, Binding> m_bindings;
 };

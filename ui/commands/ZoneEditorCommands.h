@@ -19,6 +19,10 @@ inline constexpr std::string_view kAddZone = "addZone";
 inline constexpr std::string_view kRemoveZone = "removeZone";
 inline constexpr std::string_view kOnlyThisFrame = "onlyThisFrame";
 inline constexpr std::string_view kOnAllFrames = "onAllFrames";
+inline constexpr std::string_view kAllZones = "allZones";
+inline constexpr std::string_view kOnion = "onionSkin";
+inline constexpr std::string_view kLoupe = "loupe";
+inline constexpr std::string_view kPanel = "zonePanel";
 } // namespace command
 
 inline constexpr std::u16string_view kFrames = u"Zone Edit: frames";
@@ -68,6 +72,25 @@ inline constexpr Command kZoneEditorCommands[] = {
     {command::kAddZone, kZones, u"Add Zone", u"ButtonAddZone", u"Add a zone"},
     {.id = command::kRename, .group = kZones, .text = u"Rename the Zone", .keys = {{kF2}}},
     {command::kRemoveZone, kZones, u"Remove Zone", u"ButtonRemoveZone", u"Remove this zone"},
+    {.id = command::kAllZones,
+     .group = kZones,
+     .text = u"All zones",
+     .control = u"CheckAllZones",
+     .toolTip = u"Outlines of all zones (Z)",
+     .keys = {{{platform::Key::z, {}}}}},
+    {.id = command::kOnion,
+     .group = kZones,
+     .text = u"Onion skin",
+     .control = u"CheckOnion",
+     .toolTip = u"Keys before and after (O)",
+     .keys = {{{platform::Key::o, {}}}}},
+    {.id = command::kLoupe,
+     .group = kZones,
+     .text = u"Loupe",
+     .control = u"CheckLoupe",
+     .toolTip = u"Loupe (L)",
+     .keys = {{{platform::Key::l, {}}}}},
+    {command::kPanel, kZones, u"List of zones", u"CheckPanel", u"List of zones"},
     kUndoCommand,
     kRedoCommand,
     kMinimizeCommand,
