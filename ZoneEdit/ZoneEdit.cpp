@@ -1,6 +1,8 @@
 #include "ZoneEdit/ZoneEdit.h"
 
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "ZoneEdit/CurrentZones.h"
 #include "ZoneEdit/FlagsPresenter.h"
@@ -8,12 +10,15 @@
 #include "ZoneEdit/HeaderPresenter.h"
 #include "ZoneEdit/HistoryPresenter.h"
 #include "ZoneEdit/NoticePresenter.h"
+#include "ZoneEdit/Overview.h"
 #include "ZoneEdit/PointTools.h"
 #include "ZoneEdit/RenamedZones.h"
+#include "ZoneEdit/ViewToggles.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneVersions.h"
 #include "ZoneEdit/ZonesLayer.h"
 #include "ZoneEdit/ZonesPresenter.h"
+#include "ZoneEdit/ZoomPresenter.h"
 #include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
 #include "core/FileError.h"
@@ -71,6 +76,7 @@ ZoneEdit::ZoneEdit(const ui::WindowContext& context)
       m_displaySize(context.gui.windows().primaryScreenHeight() >= kFullScreenHeight ? kFullSize
                                                                                      : kSmallSize),
       m_session(std::make_shared<zone::ZoneSession>(std::make_shared<zone::ZoneManager>())) {
+    commands().setTypingControls(kTypingControls);
     bindCommands();
 }
 
@@ -85,6 +91,9 @@ std::string ZoneEdit::GetSkinFile() const {
 }
 
 std::unique_ptr<toolkit::CControlUI> ZoneEdit::CreateControl(std::u16string_view className) {
+    if (className == kOverview) {
+        return std::make_unique<Overview>();
+    }
     if (className != kVideo) {
         return EditorWindow::CreateControl(className);
     }
@@ -103,6 +112,8 @@ void ZoneEdit::InitWindow() {
     m_flags->showAll();
     m_tools->showAll();
     m_frames->showAll();
+    m_zoom->showAll();
+    m_toggles->showAll();
     if (context().state.zoneEditResumes) {
         resume();
     }
@@ -201,6 +212,9 @@ void ZoneEdit::makeParts() {
     m_frames = std::make_unique<FramesPresenter>(controls, m_video, session, *m_header,
                                                  [this] { m_flags->showActive(); });
     m_tools = std::make_unique<PointTools>(controls, m_video, session);
+    m_zoom = std::make_unique<ZoomPresenter>(controls, m_video, [] {});
+    m_toggles = std::make_unique<ViewToggles>(controls, context().services.editorSettings.get(),
+                                              [this](Toggle /*toggle*/) { viewChanged(); });
     m_history =
         std::make_unique<HistoryPresenter>(controls, session, *m_zones, *m_frames,
                                            core::withoutExtension(context().state.zoneEditVideo));
@@ -248,6 +262,24 @@ void ZoneEdit::bindCommands() {
     commands().bind(command::kForward, [this] { m_frames->forward(); });
     commands().bind(command::kForwardTen, [this] { m_frames->forwardTen(); });
     bindHistory();
+    bindView();
+}
+
+void ZoneEdit::bindView() {
+    namespace command = ui::command;
+    const std::pair<std::string_view, Toggle> switches[] = {{command::kAllZones, Toggle::allZones},
+                                                            {command::kOnion, Toggle::onion},
+                                                            {command::kLoupe, Toggle::loupe},
+                                                            {command::kPanel, Toggle::panel}};
+    for (const auto& [id, toggle] : switches) {
+        commands().bindSwitch(
+            id, [this, toggle] { m_toggles->turn(toggle); },
+            [this, toggle] { return m_toggles && m_toggles->isOn(toggle); });
+    }
+}
+
+void ZoneEdit::viewChanged() {
+    m_video.repaintZone();
 }
 
 void ZoneEdit::bindHistory() {
@@ -267,9 +299,22 @@ void ZoneEdit::bindHistory() {
     commands().bind(command::kCloseNotice, [this] { m_notice->close(); });
 }
 
+void ZoneEdit::OnClick(toolkit::TNotifyUI& message) {
+    const toolkit::CControlUI* clicked = message.pSender;
+    EditorWindow::OnClick(message);
+    // A button that was clicked would keep letters and Space from the picture, and nobody sees it.
+    toolkit::CPaintManagerUI& manager = GetPaintManager();
+    if (manager.takesInput() && manager.GetFocus() == clicked &&
+        !manager.focusKeeper().isKeyboardUse()) {
+        manager.SetFocus(nullptr);
+    }
+}
+
 void ZoneEdit::OnItemSelect(toolkit::TNotifyUI& message) {
     if (m_zones && message.pSender->GetName() == kZoneCombo) {
         m_zones->choose();
+    } else if (m_zoom && message.pSender->GetName() == kZoomCombo) {
+        m_zoom->choose();
     }
 }
 
@@ -288,7 +333,8 @@ void ZoneEdit::OnKillFocus(toolkit::TNotifyUI& message) {
 }
 
 bool ZoneEdit::MessageHandler(const platform::Event& event) {
-    return (m_tools && m_tools->handle(event)) || EditorWindow::MessageHandler(event);
+    return (m_zoom && m_zoom->handle(event)) || (m_tools && m_tools->handle(event)) ||
+           EditorWindow::MessageHandler(event);
 }
 
 bool ZoneEdit::HandleMessage(const platform::Event& event) {
@@ -304,8 +350,12 @@ bool ZoneEdit::HandleMessage(const platform::Event& event) {
 }
 
 void ZoneEdit::windowSized() {
+    if (m_toggles) {
+        m_toggles->windowSized();
+    }
     if (m_header) { // the caption may have room for what the bar says, or no more
         GetPaintManager().UpdateLayout();
+        m_zoom->windowSized();
         m_header->showAll();
     }
 }

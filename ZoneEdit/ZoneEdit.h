@@ -33,7 +33,9 @@ class HistoryPresenter;
 class NoticePresenter;
 class PointTools;
 class RenamedZones;
+class ViewToggles;
 class ZonesPresenter;
+class ZoomPresenter;
 
 class ZoneEdit final : public ui::ConfirmCallback,
                        public ui::EditorWindow,
@@ -61,6 +63,7 @@ public:
     void InitWindow() override;
     void Close(int code = 0) override;
     std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override;
+    void OnClick(toolkit::TNotifyUI& message) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
     void OnSelectChanged(toolkit::TNotifyUI& message) override;
     void OnKillFocus(toolkit::TNotifyUI& message) override;
@@ -86,6 +89,9 @@ private:
     void restoreDraft();
 
     void bindHistory();
+    void bindView();
+    /// Another part of the window is shown, or drawn another way.
+    void viewChanged();
     void stop();
     void removeZone();
     void saveZones();
@@ -105,6 +111,8 @@ private:
     std::unique_ptr<ZonesPresenter> m_zones;
     std::unique_ptr<FramesPresenter> m_frames;
     std::unique_ptr<PointTools> m_tools;
+    std::unique_ptr<ZoomPresenter> m_zoom;
+    std::unique_ptr<ViewToggles> m_toggles;
     std::unique_ptr<HistoryPresenter> m_history;
     std::unique_ptr<ui::DraftProblem> m_draftProblem;
     std::unique_ptr<recovery::ZoneDraft> m_draft; ///< none without a video or the service for it

@@ -22,6 +22,15 @@ inline constexpr std::u16string_view kOnlyThisFrameButton = u"ButtonOnlyThisFram
 inline constexpr std::u16string_view kOnAllFramesButton = u"ButtonOnAllFrames";
 inline constexpr std::u16string_view kRestoreDraftButton = u"ButtonRestoreDraft";
 inline constexpr std::u16string_view kCloseNoticeButton = u"ButtonCloseNotice";
+inline constexpr std::u16string_view kHintLabel = u"LabelHint";
+inline constexpr std::u16string_view kZoomCombo = u"ComboZoom";
+inline constexpr std::u16string_view kAllZonesOption = u"CheckAllZones";
+inline constexpr std::u16string_view kOnionOption = u"CheckOnion";
+inline constexpr std::u16string_view kLoupeOption = u"CheckLoupe";
+inline constexpr std::u16string_view kPanelOption = u"CheckPanel";
+inline constexpr std::u16string_view kZonesPane = u"PaneZones";
+inline constexpr std::u16string_view kOverview = u"Overview";
+inline constexpr std::u16string_view kTimeline = u"Timeline";
 inline constexpr std::u16string_view kEmptyLine = u"EmptyLine";
 inline constexpr std::u16string_view kNoteLabel = u"LabelNote";
 inline constexpr std::u16string_view kProblemLabel = u"LabelProblem";
@@ -31,6 +40,9 @@ inline constexpr std::u16string_view kNoticeButtons[] = {kNoticeUndoButton, kOnl
 /// The index is the tool's number.
 inline constexpr std::u16string_view kToolOptions[] = {
     u"OptionMovePoint", u"OptionAddPoint", u"OptionAddMultiPoint", u"OptionDeletePoint"};
+
+/// While one of these or nothing has the focus, letters, digits and Space are commands.
+inline constexpr std::u16string_view kTypingControls[] = {kVideo, kTimeline};
 
 /// Places of "VideoUI is invalid" in the log.
 inline constexpr int kStepLine = 214;

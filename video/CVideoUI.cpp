@@ -154,24 +154,59 @@ void CVideoUI::AddLayer(std::shared_ptr<Layer> layer) {
     Invalidate();
 }
 
+bool CVideoUI::hasDisplaySize() const {
+    return m_displaySize.width > 0 && m_displaySize.height > 0;
+}
+
 PictureView CVideoUI::view() const {
-    const Rect& pos = GetPos();
-    if (m_displaySize.width < 1 || m_displaySize.height < 1) {
-        return {pos.topLeft()};
-    }
-    const double scale = std::min(static_cast<double>(pos.width()) / m_displaySize.width,
-                                  static_cast<double>(pos.height()) / m_displaySize.height);
-    if (scale <= 0) {
-        return {pos.topLeft()};
-    }
-    const Size shown{static_cast<int>(m_displaySize.width * scale + 0.5),
-                     static_cast<int>(m_displaySize.height * scale + 0.5)};
-    return {pos.centred(shown).topLeft(), scale};
+    return hasDisplaySize() ? m_zoom.view(place()) : PictureView{GetPos().topLeft()};
 }
 
 platform::Rect CVideoUI::pictureRect() const {
     const Rect whole = Rect::at(0, 0, m_displaySize.width, m_displaySize.height);
     return whole.isEmpty() ? GetPos() : view().toWindow(whole).intersected(GetPos());
+}
+
+double CVideoUI::fittingScale() const {
+    return hasDisplaySize() ? PictureZoom::fittingScale(place()) : 1;
+}
+
+void CVideoUI::fit() {
+    m_zoom.fit();
+    viewChanged();
+}
+
+void CVideoUI::zoomTo(double scale, Point about) {
+    if (hasDisplaySize()) {
+        m_zoom.zoomTo(scale, about, place());
+        viewChanged();
+    }
+}
+
+void CVideoUI::moveBy(Point delta) {
+    if (hasDisplaySize() && !isFit()) {
+        m_zoom.moveBy(delta, place());
+        viewChanged();
+    }
+}
+
+void CVideoUI::center(Point display) {
+    if (hasDisplaySize() && !isFit()) {
+        m_zoom.center(display, place());
+        viewChanged();
+    }
+}
+
+bool CVideoUI::isCut() const {
+    const Rect whole = Rect::at(0, 0, m_displaySize.width, m_displaySize.height);
+    return !isFit() && view().toWindow(whole) != pictureRect();
+}
+
+void CVideoUI::viewChanged() {
+    Invalidate();
+    if (m_follower) {
+        m_follower();
+    }
 }
 
 void CVideoUI::InvalidateLayers() {
@@ -256,26 +291,60 @@ void CVideoUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
     if (paint.isEmpty()) {
         return;
     }
-    paintPicture(canvas, paint);
-    const PictureView paintView{paint.topLeft(), view().scale};
+    PictureView shown = view();
+    Rect target = shown.toWindow(Rect::at(0, 0, m_displaySize.width, m_displaySize.height));
+    if (isFit()) { // whatever part is painted shows the whole picture
+        target = paint;
+        shown.offset = paint.topLeft();
+    }
+    paintPicture(canvas, target, shown.scale != 1);
     for (ShownLayer& entry : m_layers) {
-        entry.shown = entry.layer->area(paintView, frame());
-        entry.layer->paint(canvas, paintView, frame());
+        entry.shown = entry.layer->area(shown, frame());
+        entry.layer->paint(canvas, shown, frame());
     }
 }
 
-void CVideoUI::paintPicture(platform::Canvas& canvas, const Rect& target) {
+void CVideoUI::paintPicture(platform::Canvas& canvas, const Rect& target, bool isSmooth) {
     if (!m_video) {
         return;
     }
     const bool isNew = m_video->RenderFrame(m_backBuffer.get());
-    if (m_backBuffer) {
+    m_pictureId += isNew ? 1 : 0;
+    if (m_backBuffer && isSmooth) {
+        canvas.drawStill(still(), target);
+    } else if (m_backBuffer) {
         canvas.drawFrame(*m_backBuffer, target);
     }
     // A new picture came while a part was painted: the other parts have to follow.
-    if (isNew && canvas.clip().intersected(target) != target) {
+    const Rect visible = target.intersected(GetPos());
+    if (isNew && canvas.clip().intersected(visible) != visible) {
         Invalidate();
     }
+    if (isNew && m_follower) {
+        m_follower();
+    }
+}
+
+const platform::Bitmap& CVideoUI::still() {
+    const Size size = m_backBuffer->size();
+    if (m_still.size() == size && m_stillId == m_pictureId) {
+        return m_still;
+    }
+    if (m_still.size() != size) {
+        m_still = platform::Bitmap(size);
+    }
+    m_stillId = m_pictureId;
+    for (int y = 0; y < size.height; ++y) { // the buffer begins with its last row
+        const std::uint8_t* from =
+            m_backBuffer->bits() +
+            static_cast<std::ptrdiff_t>(size.height - 1 - y) * m_backBuffer->rowBytes();
+        std::uint32_t* to = m_still.row(y);
+        for (int x = 0; x < size.width; ++x, from += 3) {
+            to[x] = 0xFF000000U | static_cast<std::uint32_t>(from[2]) << 16U |
+                    static_cast<std::uint32_t>(from[1]) << 8U | from[0];
+        }
+    }
+    return m_still;
 }
 
 } // namespace video

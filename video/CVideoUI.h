@@ -1,10 +1,11 @@
 // The control that shows one video frame by frame, with layers drawn over it. The picture is
-// stretched onto the control's rectangle. It looks for a new picture whenever a frame arrives from
-// the decoder and 30 times a second, twice a second while nothing moves, and repaints only when
-// there is one. UI thread only.
+// stretched onto the control's rectangle, or zoomed. It looks for a new picture whenever a frame
+// arrives from the decoder and 30 times a second, twice a second while nothing moves, and repaints
+// only when there is one. UI thread only.
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "platform/Accessible.h"
+#include "platform/Bitmap.h"
 #include "platform/EventLoop.h"
 #include "platform/FrameBuffer.h"
 #include "platform/WindowParts.h"
@@ -20,6 +22,7 @@
 #include "toolkit/controls/CControlUI.h"
 #include "video/Layer.h"
 #include "video/PictureView.h"
+#include "video/PictureZoom.h"
 #include "video/Video.h"
 
 namespace video {
@@ -50,9 +53,30 @@ public:
     /// The size in display pixels of what the picture is stretched to. It is shown as large as the
     /// control has room for, in its middle. Empty at first: that of the control.
     void setDisplaySize(Size size) { m_displaySize = size; }
-    /// How the picture lies in the window, and where.
+    [[nodiscard]] Size displaySize() const { return m_displaySize; }
+    /// How the picture lies in the window, and where. All that is drawn over it, and every press on
+    /// it, goes by this.
     [[nodiscard]] PictureView view() const;
+    /// What of the window shows the picture.
     [[nodiscard]] Rect pictureRect() const;
+
+    // Without a display size there is no zoom.
+    [[nodiscard]] bool isFit() const { return m_zoom.isFit(); }
+    /// The scale that shows all of it as large as possible.
+    [[nodiscard]] double fittingScale() const;
+    void fit();
+    /// To so many window pixels for a display pixel, about a point of the window.
+    void zoomTo(double scale, Point about);
+    void moveBy(Point delta);
+    void center(Point display);
+    /// Whether there is more of it than the control shows.
+    [[nodiscard]] bool isCut() const;
+
+    /// Another number with each new picture in the back buffer.
+    [[nodiscard]] std::uint64_t pictureId() const { return m_pictureId; }
+    /// Called with each new picture and each other view of it, so that those who show it as well
+    /// can follow.
+    void setFollower(std::function<void()> follower) { m_follower = std::move(follower); }
     /// What tells the pointer's shape at a point of the window; none: an arrow.
     void setPointerShape(std::function<platform::PointerShape(Point)> shapeAt) {
         m_shapeAt = std::move(shapeAt);
@@ -100,7 +124,12 @@ private:
     void listenForFrames();
     void onFrameReady();
     [[nodiscard]] int frame() const { return m_video ? m_video->currentFrame : 0; }
-    void paintPicture(platform::Canvas& canvas, const Rect& target);
+    [[nodiscard]] bool hasDisplaySize() const;
+    [[nodiscard]] PictureZoom::Place place() const { return {GetPos(), m_displaySize}; }
+    void viewChanged();
+    void paintPicture(platform::Canvas& canvas, const Rect& target, bool isSmooth);
+    /// The back buffer as a still.
+    [[nodiscard]] const platform::Bitmap& still();
     void stepBack(int count);
     void stepForward(int count);
 
@@ -115,6 +144,11 @@ private:
     std::function<platform::PointerShape(Point)> m_shapeAt;
     std::unique_ptr<platform::FrameBuffer> m_backBuffer;
     Size m_displaySize;
+    PictureZoom m_zoom;
+    platform::Bitmap m_still; ///< of the picture with this number
+    std::uint64_t m_stillId = 0;
+    std::uint64_t m_pictureId = 0;
+    std::function<void()> m_follower;
     bool m_ready = false;
     int m_quietTicks = 0; ///< since the last new picture or request for one
 };

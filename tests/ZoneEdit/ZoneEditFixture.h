@@ -41,6 +41,12 @@ protected:
             addZone();
         }
     }
+    /// Gives the caption room for long texts.
+    void widen() { resize({1550, m_driver->native().geometry().height()}); }
+    void resize(platform::Size size) {
+        m_driver->native().setGeometry(platform::Rect::at(0, 0, size.width, size.height));
+        ASSERT_TRUE(test::pumpUntil([&] { return m_driver->manager().GetWindowSize() == size; }));
+    }
     /// Adds a zone by its button.
     void addZone() { m_driver->click(u"ButtonAddZone"); }
     void goTo(int frame) {

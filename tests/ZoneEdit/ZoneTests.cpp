@@ -157,6 +157,7 @@ TEST_F(ZoneEditZones, TheActiveFlagIsCarriedForwardByItsOptionAndNotBySteps) {
 
 TEST_F(ZoneEditZones, AFailedSaveIsShownUntilTheNextGoodOne) {
     show(3, 1);
+    widen();
     for (const std::string file : {"clip-ZoneInfo.xml", "clip-ZoneInfo.bin"}) {
         const std::string path = "Scenes/Fire/" + file;
         std::filesystem::remove(path);
@@ -235,6 +236,7 @@ TEST_F(ZoneEditZones, FilesThatCannotBeReadWholeAreSaidAndKept) {
             std::filesystem::remove(base + ".bin");
         }
         show();
+        widen();
         EXPECT_TRUE(isVisible(u"LabelProblem") && !isVisible(u"LabelNote"));
         EXPECT_EQ(m_driver->textOf(u"LabelProblem"), problem);
         m_driver->click(u"ButtonSave");
