@@ -95,7 +95,7 @@ std::string branchText(const player::Branch& branch) {
 
 std::string shapeText(const player::ZoneShape& shape) {
     std::string text = "[" + std::to_string(shape.firstFrame) + (shape.isActive ? ",1,[" : ",0,[");
-    for (const platform::Point point : shape.points) {
+    for (const platform::Point& point : shape.points) {
         text += (&point == shape.points.data() ? "" : ",") + std::to_string(point.x) + "," +
                 std::to_string(point.y);
     }

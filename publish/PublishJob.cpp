@@ -184,21 +184,25 @@ private:
         return m_folder.write(clip.zones, zonesScript(number, zones));
     }
 
-    /// Of the first branch's clip, else of the first that there is. A page can do without.
-    PublishFailure makeStill() {
-        const PageClip* shown = nullptr;
-        for (const player::Branch& branch : m_content.story.branches) {
-            const auto clip =
-                std::find_if(m_content.clips.begin(), m_content.clips.end(),
-                             [&](const PageClip& known) { return known.video == branch.video; });
-            const bool isPlayed = clip != m_content.clips.end() && !clip->file.empty();
-            if (isPlayed && (shown == nullptr || branch.name == m_content.story.first)) {
-                shown = &*clip;
-            }
-            if (branch.name == m_content.story.first) {
-                break;
+    /// Of the first branch's clip, else of the first that there is; null: none can be played.
+    [[nodiscard]] const PageClip* clipOfStill() const {
+        const auto first = std::find_if(
+            m_content.story.branches.begin(), m_content.story.branches.end(),
+            [&](const player::Branch& branch) { return branch.name == m_content.story.first; });
+        const PageClip* found = nullptr;
+        for (const PageClip& clip : m_content.clips) {
+            const bool isFirst =
+                first != m_content.story.branches.end() && first->video == clip.video;
+            if (!clip.file.empty() && (found == nullptr || isFirst)) {
+                found = &clip;
             }
         }
+        return found;
+    }
+
+    /// A page can do without.
+    PublishFailure makeStill() {
+        const PageClip* shown = clipOfStill();
         if (shown == nullptr) {
             return PublishFailure::none;
         }

@@ -142,7 +142,7 @@ class Page {
   // Only a picture can be answered: until the first one of a clip is there, the one before is on show.
   act(answer, pixel = null) {
     const { screen } = this;
-    if (!screen.current || screen.current !== screen.shown) {
+    if (!window.quorvel.shows) {
       return;
     }
     const frame = screen.frame;
@@ -242,8 +242,7 @@ class Page {
   // chosen, so that the focus stays on it.
   showChoices() {
     const list = byId("choiceList");
-    const now = this.screen.current && this.screen.current === this.screen.shown
-      ? this.player.choices(this.screen.frame) : [];
+    const now = window.quorvel.shows ? this.player.choices(this.screen.frame) : [];
     if (this.player.branch !== this.rowsOf) {
       this.rows.clear();
       this.rowsOf = this.player.branch;
@@ -291,7 +290,7 @@ class Page {
   shapeUnder(place) {
     const { player, screen } = this;
     const pixel = screen.zonePixel(place.x, place.y);
-    if (!pixel || player.state !== "playing" || screen.current !== screen.shown || player.clip.frames < 0) {
+    if (!pixel || player.state !== "playing" || !window.quorvel.shows || player.clip.frames < 0) {
       return null;
     }
     for (const action of player.branch.actions) {
@@ -372,6 +371,10 @@ window.quorvel = {
   },
   get waiting() {
     return page.player.waiting;
+  },
+  // Whether a picture of the branch is on show, so that events are judged.
+  get shows() {
+    return page.screen.current !== null && page.screen.current === page.screen.shown;
   },
   get frame() {
     return page.screen.frame;

@@ -120,6 +120,16 @@ int run(const std::string& name, const std::string& source, const std::string& t
     return convert(source, target, name == "short" ? "short.ogv" : "good.ogv");
 }
 
+/// Of what a conversion has made.
+int listPackets(const std::string& clip) {
+    std::string start(4, '\0');
+    std::ifstream(clip, std::ios::binary).read(start.data(), 4);
+    for (int frame = 0; frame < (start == "OggS" ? 10 : 0); ++frame) {
+        std::cout << frame * 0.04 << ",0.04,__\n";
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int count, char** values) {
@@ -127,7 +137,10 @@ int main(int count, char** values) {
     const std::string source = path(behind(arguments, "-i"));
     const std::size_t start = source.find_last_of("/\\") + 1;
     const std::string name = source.substr(start, source.rfind('.') - start);
-    const bool isProbe =
-        std::find(arguments.begin(), arguments.end(), "-show_streams") != arguments.end();
-    return isProbe ? probe(name) : run(name, source, path(arguments.back()));
+    const auto has = [&](const char* option) {
+        return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
+    };
+    return has("-show_streams")   ? probe(name)
+           : has("-show_entries") ? listPackets(source)
+                                  : run(name, source, path(arguments.back()));
 }
