@@ -89,7 +89,7 @@ void measure(const char* what, const std::function<void(int round)>& act,
 }
 
 void makeFiles() {
-    const std::filesystem::path data = std::filesystem::path(QUORVEL_SOURCE_DIR) / "data";
+    const std::filesystem::path data = QUORVEL_DATA_FOLDER;
     std::filesystem::copy(data / "UI", "UI", std::filesystem::copy_options::recursive);
     std::filesystem::copy(data / "Translations.ini", "Translations.ini");
     std::string branches;

@@ -29,9 +29,7 @@ class BenchWindow final : public toolkit::WindowImplBase {
 public:
     using WindowImplBase::WindowImplBase;
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"Bench"; }
-    [[nodiscard]] std::string GetSkinFolder() const override {
-        return std::string(QUORVEL_SOURCE_DIR) + "/data/UI/";
-    }
+    [[nodiscard]] std::string GetSkinFolder() const override { return QUORVEL_DATA_FOLDER "/UI/"; }
     [[nodiscard]] std::string GetSkinFile() const override { return "BranchList.xml"; }
 };
 

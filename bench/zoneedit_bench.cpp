@@ -229,7 +229,7 @@ void measureTick() {
 
 int run(const std::string& clip) {
     const support::TempFolder folder;
-    std::filesystem::copy(std::filesystem::path(QUORVEL_SOURCE_DIR) / "data" / "UI", "UI",
+    std::filesystem::copy(QUORVEL_DATA_FOLDER "/UI", "UI",
                           std::filesystem::copy_options::recursive);
     try {
         measureSteps(clip);

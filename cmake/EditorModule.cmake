@@ -26,8 +26,10 @@ endfunction()
 
 # The source folder as test programs see it: under Wine this machine's root is a drive.
 set(QUORVEL_SOURCE_FOLDER "${CMAKE_SOURCE_DIR}")
+set(QUORVEL_DATA_FOLDER "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
 if(CMAKE_CROSSCOMPILING)
   set(QUORVEL_SOURCE_FOLDER "Z:${CMAKE_SOURCE_DIR}")
+  set(QUORVEL_DATA_FOLDER "Z:${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
 endif()
 
 # editor_test(NAME SOURCES ... DEPS ... [GUI])

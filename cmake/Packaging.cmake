@@ -7,7 +7,7 @@ set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 if(WIN32)
   set(editor_folder Programs/Quorvel)
   install(TARGETS Quorvel quorvel-inspect RUNTIME DESTINATION ${editor_folder})
-  install(DIRECTORY data/UI demo/Scenes "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Manual" DESTINATION ${editor_folder})
+  install(DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/UI" demo/Scenes "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Manual" DESTINATION ${editor_folder})
   install(FILES data/Translations.ini DESTINATION ${editor_folder})
   # The prefix that tools/win-converter fills: programs that import videos, beside the editor.
   set(WIN_CONVERTER "" CACHE PATH "prefix of the converter for Windows packages; empty: none is packaged")
@@ -48,7 +48,7 @@ add_custom_target(package_files
 install(TARGETS Quorvel RUNTIME DESTINATION lib/quorvel)
 install(TARGETS quorvel-inspect RUNTIME DESTINATION bin)
 install(PROGRAMS packaging/quorvel DESTINATION bin)
-install(DIRECTORY data/UI demo/Scenes "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Manual" DESTINATION share/quorvel)
+install(DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/UI" demo/Scenes "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Manual" DESTINATION share/quorvel)
 install(FILES data/Translations.ini packaging/Settings.ini DESTINATION share/quorvel)
 install(FILES packaging/quorvel.desktop DESTINATION share/applications)
 install(FILES "${package_files}/quorvel.metainfo.xml" DESTINATION share/metainfo

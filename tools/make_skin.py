@@ -1,17 +1,20 @@
 #!/usr/bin/env python3
-"""Draws every image of the default skin into data/UI from the descriptions below, and the program's
-icon into data/icon.
+"""Makes the default skin: its layouts are in data/UI, its images are drawn from the descriptions below.
+The program's icon is drawn into data/icon, where packages find it.
 
-  tools/make_skin.py           writes data/UI/*.png, data/icon/*
-  tools/make_skin.py --check   compares them with what it would draw; exit 1 when one differs
+  tools/make_skin.py FOLDER    the whole skin; images are drawn anew when a description has changed
+  tools/make_skin.py --icon    writes data/icon/*
+  tools/make_skin.py --check   compares data/icon with what it would draw; exit 1 when a file differs
   tools/make_skin.py --sheet F all images on one sheet, enlarged four times
   tools/make_skin.py --setup D the pictures of the installer's pages into the folder D
 
-Needs Python 3 alone. The pixels are the same on every machine, so the images are kept beside this
-script and a build never draws them.
+Needs Python 3 alone. The pixels are the same on every machine. Beside FOLDER lies FOLDER.drawn, which
+says from what its images were drawn.
 """
 
+import hashlib
 import math
+import os
 import pathlib
 import sys
 
@@ -20,8 +23,9 @@ import skin_icons
 import skin_sheet
 from vector import canvas, path, png
 
-FOLDER = pathlib.Path(__file__).resolve().parent.parent / "data" / "UI"
-ICON_FOLDER = FOLDER.parent / "icon"
+TOOLS = pathlib.Path(__file__).resolve().parent
+LAYOUTS = TOOLS.parent / "data" / "UI"
+ICON_FOLDER = LAYOUTS.parent / "icon"
 ICON_TABLE = "Icons.txt"
 
 MUTED, WINDOW, SURFACE = "#465362", "#F3F5F8", "#FFFFFF"
@@ -329,51 +333,73 @@ def images():
             yield name + ".png", image
 
 
-def check():
-    wrong = [f"{name}: differs from its description" for name, data in program_icon.files(ACCENT, SURFACE)
-             if (ICON_FOLDER / name).read_bytes() != data]
-    if (FOLDER / ICON_TABLE).read_text(encoding="ascii") != icon_table():
-        wrong.append(f"{ICON_TABLE}: differs from its description")
+def description():
+    """Changes with everything that the images are drawn from."""
+    sources = [TOOLS / "make_skin.py", TOOLS / "skin_icons.py", *sorted((TOOLS / "vector").glob("*.py"))]
+    return hashlib.sha256(b"".join(source.read_bytes() for source in sources)).hexdigest()
+
+
+def write(file, data):
+    """In one step: two builds may make the same skin."""
+    part = file.with_name(f"{file.name}.{os.getpid()}")
+    part.write_bytes(data)
+    part.replace(file)
+
+
+def draw(folder):
     wanted = set()
     for name, image in images():
+        write(folder / name, png.encode(image.width, image.height, image.rgba()))
         wanted.add(name)
-        file = FOLDER / name
-        try:
-            stored = png.decode(file.read_bytes())
-        except (OSError, ValueError) as error:
-            wrong.append(f"{name}: {error}")
-            continue
-        if stored != (image.width, image.height, image.rgba()):
-            wrong.append(f"{name}: differs from its description")
-    wrong += [f"{file.name}: not drawn by this script" for file in sorted(FOLDER.glob("*.png"))
-              if file.name not in wanted]
-    print("\n".join(wrong) if wrong else f"{len(wanted)} images are as described")
+    write(folder / ICON_TABLE, icon_table().encode("ascii"))
+    for old in folder.glob("*.png"):
+        if old.name not in wanted:
+            old.unlink(missing_ok=True)
+
+
+def compose(folder):
+    """The whole skin in `folder`."""
+    folder.mkdir(parents=True, exist_ok=True)
+    layouts = {file.name: file.read_bytes() for file in LAYOUTS.glob("*.xml")}
+    for name, data in layouts.items():
+        write(folder / name, data)
+    for old in folder.glob("*.xml"):
+        if old.name not in layouts:
+            old.unlink(missing_ok=True)
+    drawn, wanted = folder.with_name(folder.name + ".drawn"), description().encode("ascii")
+    if not drawn.exists() or drawn.read_bytes() != wanted:
+        draw(folder)
+        write(drawn, wanted)
+
+
+def check_icon():
+    wrong = [name for name, data in program_icon.files(ACCENT, SURFACE)
+             if (ICON_FOLDER / name).read_bytes() != data]
+    print("\n".join(f"{name}: differs from its description" for name in wrong) or "the icon is as described")
     return 1 if wrong else 0
 
 
-def main(arguments):
-    if arguments[:1] == ["--check"]:
-        return check()
-    if arguments[:1] == ["--sheet"] and len(arguments) == 2:
-        skin_sheet.write(images(), arguments[1])
-        return 0
-    if arguments[:1] == ["--setup"] and len(arguments) == 2:
-        for name, data in program_icon.setup_pictures(ACCENT, SURFACE):
-            (pathlib.Path(arguments[1]) / name).write_bytes(data)
-        return 0
-    if arguments:
-        print(__doc__)
-        return 2
-    FOLDER.mkdir(parents=True, exist_ok=True)
-    count = 0
-    for name, image in images():
-        (FOLDER / name).write_bytes(png.encode(image.width, image.height, image.rgba()))
-        count += 1
-    (FOLDER / ICON_TABLE).write_text(icon_table(), encoding="ascii")
+def write_icon():
     ICON_FOLDER.mkdir(parents=True, exist_ok=True)
     for name, data in program_icon.files(ACCENT, SURFACE):
         (ICON_FOLDER / name).write_bytes(data)
-    print(f"{count} images in {FOLDER}, the icon in {ICON_FOLDER}")
+
+
+def main(arguments):
+    if arguments == ["--check"]:
+        return check_icon()
+    if arguments == ["--icon"]:
+        write_icon()
+    elif arguments[:1] == ["--sheet"] and len(arguments) == 2:
+        skin_sheet.write(images(), arguments[1])
+    elif arguments[:1] == ["--setup"] and len(arguments) == 2:
+        for name, data in program_icon.setup_pictures(ACCENT, SURFACE):
+            (pathlib.Path(arguments[1]) / name).write_bytes(data)
+    elif len(arguments) == 1 and not arguments[0].startswith("-"):
+        compose(pathlib.Path(arguments[0]))
+    else:
+        print(__doc__)
+        return 2
     return 0
 
 

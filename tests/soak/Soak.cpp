@@ -4,9 +4,10 @@
 //
 //   quorvel-soak DATA FOLDER [MINUTES [SEED [SESSION]]]
 //
-// DATA is the tree's data folder, FOLDER is emptied and used. Each session prints one line; what
-// the program says goes to FOLDER/stderr.txt, anew in each session. A run that fails is repeated
-// by its seed, and by the number of its last session. Exit 0 when nothing was found.
+// DATA is the folder of the built programs, with skin and texts, FOLDER is emptied and used. Each
+// session prints one line; what the program says goes to FOLDER/stderr.txt, anew in each session. A
+// run that fails is repeated by its seed, and by the number of its last session. Exit 0 when
+// nothing was found.
 #include <algorithm>
 #include <chrono>
 #include <cstdint>

@@ -12,7 +12,6 @@ import tempfile
 import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-SKIN = os.path.join(ROOT, "data", "UI")
 TABLE = pathlib.Path(ROOT, "tests", "data", "skin", "layout.tsv")
 
 
@@ -39,7 +38,7 @@ class SkinTest(unittest.TestCase):
         place = tempfile.TemporaryDirectory()
         self.addCleanup(place.cleanup)
         self.folder = os.path.join(place.name, "UI")
-        shutil.copytree(SKIN, self.folder)
+        shutil.copytree(check_skin.default_skin(), self.folder)
 
     def edit(self, name, pattern, replacement):
         file = pathlib.Path(self.folder, name)
@@ -75,17 +74,17 @@ class SkinTest(unittest.TestCase):
         ]
         for name, pattern, replacement, finding in cases:
             with self.subTest(finding=finding):
-                shutil.copy(os.path.join(SKIN, name), self.folder)
+                shutil.copy(os.path.join(check_skin.default_skin(), name), self.folder)
                 self.edit(name, pattern, replacement)
                 found = [line for line in findings(self.folder) if finding in line]
                 self.assertTrue(found and found[0].startswith(name), found)
-                shutil.copy(os.path.join(SKIN, name), self.folder)
+                shutil.copy(os.path.join(check_skin.default_skin(), name), self.folder)
 
     def test_images_without_a_use_and_uses_without_an_image_are_named(self):
         os.remove(os.path.join(self.folder, "OptionHover.png"))
-        shutil.copy(os.path.join(SKIN, "Card.png"), os.path.join(self.folder, "Extra.png"))
+        shutil.copy(os.path.join(check_skin.default_skin(), "Card.png"), os.path.join(self.folder, "Extra.png"))
         self.assertIn("OptionHover.png: missing", findings(self.folder))
-        shutil.copy(os.path.join(SKIN, "OptionHover.png"), self.folder)
+        shutil.copy(os.path.join(check_skin.default_skin(), "OptionHover.png"), self.folder)
         self.assertEqual(["Extra.png: no layout uses it"], findings(self.folder))
 
     def test_another_text_differs_from_the_table(self):
