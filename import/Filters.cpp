@@ -98,13 +98,21 @@ std::string earlier(double seconds) {
     return microseconds > 0 ? "PTS-" + std::to_string(microseconds) + "/1e6/TB" : "";
 }
 
+/// Pictures at the end that repeat the one before them are no packets that the converter sees.
+std::string stillEnd(const VideoStream& video, const Ratio& rate) {
+    const std::string count = std::to_string(std::llround(video.seconds * rate.value()));
+    return video.hasExactRate() && video.seconds > 0
+               ? "tpad=stop_mode=clone:stop=" + count + ",trim=end_frame=" + count + ','
+               : "";
+}
+
 } // namespace
 
 std::string videoFilters(const VideoStream& video, const Ratio& rate, const Framing& framing,
                          double lead) {
     const std::string cut = earlier(lead);
     std::string filters = (cut.empty() ? "" : "setpts=" + cut + ',') + deinterlacing(video) +
-                          "fps=fps=" + text(rate) + ":start_time=0," +
+                          "fps=fps=" + text(rate) + ":start_time=0," + stillEnd(video, rate) +
                           scaling(video, framing.scaled) + ",format=yuv420p";
     if (framing.cropped != framing.scaled) {
         filters += ",crop=" + text(framing.cropped, ':') + ':' + std::to_string(framing.crop.x) +

@@ -272,7 +272,10 @@ private:
         }
         shapes.watch();
         names.watch();
-        const ZoneCopy copy = copyZones(oldBase, base, m_plan.framing, m_source.video->coded);
+        const platform::Size picture = m_source.video->coded;
+        const ZoneCopy copy = copyZones(
+            oldBase, base, m_plan.framing,
+            platform::Rect::at(old.pictureX, old.pictureY, picture.width, picture.height));
         return copy == ZoneCopy::failed ? ImportFailure{Failure::zonesFailed} : ImportFailure{};
     }
 

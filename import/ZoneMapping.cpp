@@ -15,7 +15,7 @@ namespace imports {
 namespace {
 
 using platform::Point;
-using platform::Size;
+using platform::Rect;
 
 int mapSide(int value, int old, int scaled, int crop, int side, int frame) {
     const double moved = static_cast<double>(value) * scaled / std::max(old, 1) - crop + side;
@@ -24,15 +24,15 @@ int mapSide(int value, int old, int scaled, int crop, int side, int frame) {
 
 } // namespace
 
-Point mapPoint(const Framing& framing, Size old, Point point) {
-    return {mapSide(point.x, old.width, framing.scaled.width, framing.crop.x, framing.inFrame.x,
-                    framing.frame.width),
-            mapSide(point.y, old.height, framing.scaled.height, framing.crop.y, framing.inFrame.y,
-                    framing.frame.height)};
+Point mapPoint(const Framing& framing, const Rect& old, Point point) {
+    return {mapSide(point.x - old.left, old.width(), framing.scaled.width, framing.crop.x,
+                    framing.inFrame.x, framing.frame.width),
+            mapSide(point.y - old.top, old.height(), framing.scaled.height, framing.crop.y,
+                    framing.inFrame.y, framing.frame.height)};
 }
 
 ZoneCopy copyZones(const std::string& oldBase, const std::string& newBase, const Framing& framing,
-                   Size old) {
+                   const Rect& old) {
     const core::LogCollector quiet; // the failure tells
     const zone::Scale videoPixels{};
     const auto zones =

@@ -41,6 +41,8 @@ public:
         result.isDecodable = true;
         result.width = static_cast<int>(info.frame_width);
         result.height = static_cast<int>(info.frame_height);
+        result.pictureX = static_cast<int>(info.pic_x);
+        result.pictureY = static_cast<int>(info.pic_y);
         result.frameCount =
             static_cast<int>(std::clamp<std::int64_t>(m_layout.frameCount, -1, INT_MAX));
         const double framesPerSecond =

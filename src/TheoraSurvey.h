@@ -14,6 +14,8 @@ struct ClipSurvey {
     bool isDecodable = false;
     int width = 0; ///< as the editor shows the clip
     int height = 0;
+    int pictureX = 0; ///< where in that the picture begins that other programs show
+    int pictureY = 0;
     int frameCount = -1; ///< -1 if unknown
     double framesPerSecond = 0.0;
     bool hasSound = false;

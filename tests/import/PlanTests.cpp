@@ -17,6 +17,7 @@ using imports::Quality;
 using imports::Ratio;
 using imports::Source;
 using platform::Point;
+using platform::Rect;
 using platform::Size;
 
 std::string show(Size size) {
@@ -175,13 +176,14 @@ TEST(PlanTest, PacketsTellTheRateThatHeadersDoNot) {
 TEST(PlanTest, PointsMoveWithThePicture) {
     const Framing wide = imports::frameFor({1920, 1080}, Quality::high); // cropped above and below
     const Framing upright = imports::frameFor({1080, 1920}, Quality::standard);
-    const std::tuple<const Framing&, Size, Point, Point> cases[] = {
-        {wide, {1920, 1080}, {100, 100}, {100, 96}},
-        {wide, {1920, 1080}, {0, 2}, {0, 0}},
-        {wide, {1920, 1080}, {1920, 1080}, {1920, 1072}},
-        {upright, {1080, 1920}, {540, 960}, {641, 360}},
-        {upright, {1080, 1920}, {0, 0}, {438, 0}},
-        {upright, {0, 0}, {5, 5}, {1280, 720}},
+    const std::tuple<const Framing&, Rect, Point, Point> cases[] = {
+        {wide, Rect::at(0, 0, 1920, 1080), {100, 100}, {100, 96}},
+        {wide, Rect::at(0, 0, 1920, 1080), {0, 2}, {0, 0}},
+        {wide, Rect::at(0, 0, 1920, 1080), {1920, 1080}, {1920, 1072}},
+        {wide, Rect::at(0, 8, 1920, 1080), {100, 108}, {100, 96}},
+        {upright, Rect::at(0, 0, 1080, 1920), {540, 960}, {641, 360}},
+        {upright, Rect::at(0, 0, 1080, 1920), {0, 0}, {438, 0}},
+        {upright, {}, {5, 5}, {1280, 720}},
     };
     for (const auto& [framing, old, from, to] : cases) {
         EXPECT_EQ(imports::mapPoint(framing, old, from), to) << from.x << "," << from.y;
