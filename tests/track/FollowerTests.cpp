@@ -1,0 +1,122 @@
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "bench/FollowedClip.h"
+#include "track/Follower.h"
+
+namespace {
+
+using bench::ClipKind;
+using bench::FollowedClip;
+using track::Sight;
+
+constexpr int kFrames = 25;
+
+TEST(FollowerTest, ThingsAreFollowedWhateverTheyDo) {
+    const ClipKind kinds[] = {ClipKind::zoom,  ClipKind::turn,  ClipKind::shake,
+                              ClipKind::fast,  ClipKind::noise, ClipKind::soft,
+                              ClipKind::plain, ClipKind::away,  ClipKind::brightness};
+    for (const ClipKind kind : kinds) {
+        FollowedClip clip(kind, 11);
+        track::Follower follower(clip.picture(0), clip.zone(0));
+        double least = 1;
+        for (int frame = 1; frame < kFrames; ++frame) {
+            const track::Step step = follower.follow(clip.picture(frame));
+            ASSERT_EQ(step.sight, Sight::kept) << nameOf(kind) << " " << frame;
+            least = std::min(least, bench::overlap(step.shape, clip.zone(frame)));
+        }
+        EXPECT_GE(least, 0.85) << nameOf(kind);
+    }
+}
+
+TEST(FollowerTest, SightIsLostWhenSomethingSlidesOverTheThing) {
+    for (const std::uint32_t seed : {41U, 44U}) {
+        FollowedClip clip(ClipKind::covered, seed);
+        track::Follower follower(clip.picture(0), clip.zone(0));
+        int lostAt = 0;
+        int coveredAt = 0;
+        double hiddenAtLastGood = 0;
+        track::Step step;
+        for (int frame = 1; frame < FollowedClip::kFrames && lostAt == 0; ++frame) {
+            step = follower.follow(clip.picture(frame));
+            coveredAt = coveredAt == 0 && clip.covered(frame) > 0.999 ? frame : coveredAt;
+            lostAt = step.sight != Sight::kept ? frame : 0;
+            hiddenAtLastGood = step.isDoubtful ? hiddenAtLastGood : clip.covered(frame);
+        }
+        EXPECT_EQ(step.sight, Sight::covered) << seed;
+        EXPECT_TRUE(coveredAt == 0 || lostAt <= coveredAt + 3) << seed << ": " << lostAt;
+        EXPECT_LT(hiddenAtLastGood, 0.9) << seed;
+        // It stays lost, where it was seen last.
+        const track::Step after = follower.follow(clip.picture(0));
+        EXPECT_EQ(after.sight, Sight::covered);
+        EXPECT_EQ(after.shape, step.shape);
+    }
+}
+
+TEST(FollowerTest, BackwardsFromTheEndAsWell) {
+    FollowedClip clip(ClipKind::turn, 3);
+    track::Follower follower(clip.picture(kFrames), clip.zone(kFrames));
+    for (int frame = kFrames - 1; frame >= 0; --frame) {
+        const track::Step step = follower.follow(clip.picture(frame));
+        ASSERT_EQ(step.sight, Sight::kept);
+        EXPECT_GE(bench::overlap(step.shape, clip.zone(frame)), 0.85) << frame;
+    }
+}
+
+/// A picture of `side` pixels with a box at (x, y) in it.
+std::vector<std::uint8_t> boxAt(int side, int x, int y, int size) {
+    std::vector<std::uint8_t> pixels(
+        static_cast<std::size_t>(side) * static_cast<std::size_t>(side), 120);
+    for (int row = std::max(0, y); row < std::min(side, y + size); ++row) {
+        for (int column = std::max(0, x); column < std::min(side, x + size); ++column) {
+            pixels[static_cast<std::size_t>(row * side + column)] =
+                static_cast<std::uint8_t>(170 + 8 * ((row - y) / 10 + (column - x) / 10));
+        }
+    }
+    return pixels;
+}
+
+TEST(FollowerTest, WhatLeavesThePictureIsLost) {
+    const auto polygon = [](double x) {
+        return track::Polygon{{x, 60}, {x + 50, 60}, {x + 50, 110}, {x, 110}};
+    };
+    const auto first = boxAt(200, 100, 60, 50);
+    track::Follower follower({first.data(), 200, 200, 200}, polygon(100));
+    track::Step step;
+    int x = 100;
+    while (step.sight == Sight::kept && x < 200) {
+        x += 4;
+        const auto next = boxAt(200, x, 60, 50);
+        step = follower.follow({next.data(), 200, 200, 200});
+    }
+    EXPECT_EQ(step.sight, Sight::left);
+    EXPECT_GE(x, 165); // more than half of it is still there at 175
+}
+
+TEST(FollowerTest, EmptyAndOddPicturesShowNothingToFollow) {
+    const std::vector<std::uint8_t> grey(64 * 64, 128);
+    const double far = 90000;
+    const struct {
+        int width;
+        int height;
+        track::Polygon polygon;
+    } cases[] = {
+        {64, 64, {{10, 10}, {50, 10}, {50, 50}}},
+        {64, 64, {{30, 30}, {30, 30}, {30, 30}}},
+        {64, 64, {{-far, -far}, {far, -far}, {far, far}}},
+        {64, 64, {{far, far}, {far + 9, far}, {far, far + 9}}},
+        {1, 1, {{0, 0}, {1, 0}, {1, 1}}},
+        {3, 64, {{0, 0}, {2, 0}, {2, 60}}},
+    };
+    for (const auto& item : cases) {
+        const track::GreyView view{grey.data(), item.width, item.height, item.width};
+        track::Follower follower(view, item.polygon);
+        EXPECT_EQ(follower.follow(view).sight, Sight::plain);
+    }
+}
+
+} // namespace

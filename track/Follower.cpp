@@ -1,0 +1,166 @@
+#include "track/Follower.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "track/Consensus.h"
+#include "track/Corners.h"
+#include "track/PointFlow.h"
+#include "track/Shift.h"
+
+namespace track {
+namespace {
+
+constexpr int kCorners = 60;
+constexpr double kGrowth = 1.6;    ///< most change of the area from picture to picture
+constexpr double kMostGrowth = 16; ///< and since the reference
+constexpr double kGood = 0.8;      ///< of the usual likeness: no need to look elsewhere
+constexpr double kDoubtful = 0.5;  ///< of the usual likeness: gone when it lasts
+constexpr double kCertain = 0.7;   ///< of the usual likeness: doubts are over
+constexpr double kGone = 0.3;      ///< of the usual likeness
+constexpr int kMostDoubts = 3;     ///< steps in a row
+constexpr double kLeastInside = 0.4;
+constexpr double kLeastLikeness = 0.25; ///< of the first step, else nothing can be followed
+constexpr int kLearning = 3;            ///< steps until the usual likeness is known
+constexpr double kForgetting = 0.05;
+constexpr float kTrusting = 0.25F; ///< share of what the last step says about a sample
+constexpr double kRenewed = 0.25;  ///< change of scale, as a logarithm, for a new reference
+constexpr double kWhole = 0.85;    ///< of the thing seen, for a new reference
+
+} // namespace
+
+Follower::Follower(const GreyView& picture, const Polygon& polygon) : m_first(polygon) {
+    m_now.build(picture);
+    m_reference = Appearance(m_now, polygon);
+    m_step.shape = polygon;
+    m_step.match = 1;
+    if (!m_reference.showsAnything()) {
+        m_step.sight = Sight::plain;
+    }
+}
+
+Step Follower::follow(const GreyView& picture) {
+    if (m_step.sight != Sight::kept) {
+        return m_step;
+    }
+    std::swap(m_before, m_now);
+    m_now.build(picture);
+    ++m_steps;
+    const Point shift = findShift(m_before, m_now, m_step.shape);
+    const Motion motion = fromBefore(shift);
+    const Appearance::Found found = best(motion, shift);
+    m_step.agreement = motion.agreement;
+    m_step.seen = found.match.seen;
+    m_step.match = std::min(1.0, found.match.likeness / std::max(m_usual, kLeastLikeness));
+    m_step.sight = judge(found.match);
+    if (m_step.sight != Sight::kept) {
+        return m_step;
+    }
+    const Warp before = m_toNow;
+    m_toNow = found.warp * m_toReference;
+    m_last = m_toNow * before.inverse();
+    m_step.shape = warped(m_toNow, m_first);
+    if (m_doubts == 0) {
+        learn(found);
+        renewReference(found.match);
+    }
+    return m_step;
+}
+
+Follower::Motion Follower::fromBefore(Point shift) const {
+    const Warp toReference = m_toReference * m_toNow.inverse();
+    std::vector<Point> corners = findCorners(m_before, m_step.shape, kCorners);
+    // What is in front of the thing must not lead away from it.
+    std::erase_if(corners, [&](Point corner) {
+        return m_experience.covered.test(m_reference.blockAt(toReference(corner)));
+    });
+    const Consensus consensus =
+        findConsensus(followPoints(m_before, m_now, corners, Warp::translation(shift.x, shift.y)));
+    if (consensus.inliers == 0 || !isPlausible(consensus.motion, m_step.shape, kGrowth)) {
+        return {Warp::translation(shift.x, shift.y), 0};
+    }
+    return {consensus.motion,
+            static_cast<double>(consensus.inliers) / static_cast<double>(corners.size())};
+}
+
+bool Follower::isLikely(const Warp& fromReference) const {
+    const Warp before = m_toNow * m_toReference.inverse();
+    return isPlausible(fromReference, warped(m_toReference, m_first), kMostGrowth) &&
+           isPlausible(fromReference * before.inverse(), m_step.shape, kGrowth);
+}
+
+Appearance::Found Follower::best(const Motion& motion, Point shift) const {
+    const Warp before = m_toNow * m_toReference.inverse();
+    const std::array<Warp, 3> guesses{motion.warp, m_last, Warp::translation(shift.x, shift.y)};
+    Appearance::Found best{motion.warp * before, {}, 0, 0, {}};
+    for (const Warp& guess : guesses) {
+        const Appearance::Found found = m_reference.find(m_now, guess * before, m_experience);
+        if (found.match.likeness > best.match.likeness && isLikely(found.warp)) {
+            best = found;
+        }
+        if (best.match.likeness > kGood * std::max(m_usual, kLeastLikeness)) {
+            break;
+        }
+    }
+    return best;
+}
+
+Sight Follower::judge(const Match& match) {
+    if (match.inside < kLeastInside) {
+        return Sight::left;
+    }
+    if (m_steps == 1 && match.likeness < kLeastLikeness) {
+        return Sight::plain;
+    }
+    const double share = match.likeness / std::max(m_usual, kLeastLikeness);
+    m_doubts = share < (m_doubts > 0 ? kCertain : kDoubtful) ? m_doubts + 1 : 0;
+    m_step.isDoubtful = m_doubts > 0;
+    return m_steps > 1 && (share < kGone || m_doubts >= kMostDoubts) ? Sight::covered : Sight::kept;
+}
+
+void Follower::learn(const Appearance::Found& found) {
+    m_experience.covered = found.match.covered;
+    m_experience.trust.resize(found.agreed.size());
+    for (std::size_t layer = 0; layer < found.agreed.size(); ++layer) {
+        std::vector<float>& trust = m_experience.trust[layer];
+        trust.resize(found.agreed[layer].size(), 1.0F);
+        for (std::size_t i = 0; i < trust.size(); ++i) {
+            trust[i] += kTrusting * (found.agreed[layer][i] - trust[i]);
+        }
+    }
+    const auto towards = [](double& usual, double now) { usual += kForgetting * (now - usual); };
+    if (m_steps == 1) {
+        m_usual = found.match.likeness;
+        m_experience.noise = found.noise;
+        m_experience.comparedNoise = found.comparedNoise;
+    } else if (m_steps <= kLearning) {
+        m_usual = std::max(m_usual, found.match.likeness);
+        m_experience.noise = std::max(m_experience.noise, found.noise);
+        m_experience.comparedNoise = std::max(m_experience.comparedNoise, found.comparedNoise);
+    } else if (found.match.likeness > kGood * m_usual) {
+        towards(m_usual, found.match.likeness);
+        towards(m_experience.noise, found.noise);
+        towards(m_experience.comparedNoise, found.comparedNoise);
+    }
+}
+
+void Follower::renewReference(const Match& match) {
+    const double before = signedArea(warped(m_toReference, m_first));
+    const double scale = std::sqrt(signedArea(m_step.shape) / before);
+    if (std::abs(std::log(scale)) < kRenewed || match.seen < kWhole || match.inside < 0.95) {
+        return;
+    }
+    Appearance renewed(m_now, m_step.shape);
+    if (renewed.showsAnything()) {
+        m_reference = std::move(renewed);
+        m_toReference = m_toNow;
+        m_experience.covered.reset();
+        m_experience.trust.clear();
+    }
+}
+
+} // namespace track

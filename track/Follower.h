@@ -1,0 +1,76 @@
+// Follows what a polygon holds from picture to picture. Start here.
+//
+//   track::Follower follower(first, polygon);
+//   for (each picture behind it, or each before it, from there backwards) {
+//       const track::Step step = follower.follow(picture);
+//       if (step.sight != track::Sight::kept) { break; }
+//       use(step.shape);
+//   }
+//
+// Each step is found twice: from the picture before, by corners that can be followed, and then
+// against the appearance on a reference picture, which is the first one until the thing shows
+// itself from another side or distance. So errors do not add up, and what comes in front of the
+// thing is noticed instead of followed. Same pictures, same results. No threads of its own; one
+// object may be used by one thread at a time.
+#pragma once
+
+#include "track/Appearance.h"
+#include "track/Geometry.h"
+#include "track/Picture.h"
+
+namespace track {
+
+enum class Sight {
+    kept,
+    covered, ///< something else is there, or the thing looks different now
+    left,    ///< most of it is outside the picture
+    plain    ///< there is nothing in it that could be followed
+};
+
+struct Step {
+    Polygon shape; ///< where the thing is, or was seen last
+    Sight sight = Sight::kept;
+    /// Little of the thing agrees. When sight gets lost, the doubtful steps before are no good.
+    bool isDoubtful = false;
+    double match = 0;     ///< with the reference picture, 0 to 1
+    double seen = 0;      ///< share of the thing that nothing is in front of
+    double agreement = 0; ///< share of the corners that moved alike, 0 to 1; 0 without corners
+};
+
+class Follower {
+public:
+    /// The polygon has at least three corners, and none is further than 100,000 pixels away.
+    Follower(const GreyView& picture, const Polygon& polygon);
+
+    /// The picture has the size of the first. After a sight other than kept, all steps say the
+    /// same.
+    Step follow(const GreyView& picture);
+
+private:
+    struct Motion {
+        Warp warp; ///< from the picture before
+        double agreement = 0;
+    };
+
+    [[nodiscard]] Motion fromBefore(Point shift) const;
+    [[nodiscard]] Appearance::Found best(const Motion& motion, Point shift) const;
+    [[nodiscard]] bool isLikely(const Warp& fromReference) const;
+    [[nodiscard]] Sight judge(const Match& match);
+    void learn(const Appearance::Found& found);
+    void renewReference(const Match& match);
+
+    Polygon m_first;
+    Pyramid m_before;
+    Pyramid m_now;
+    Appearance m_reference;
+    Warp m_toReference; ///< from the first picture to the reference
+    Warp m_toNow;       ///< from the first picture
+    Warp m_last;        ///< the last motion
+    double m_usual = 0; ///< likeness where all is well; less than 1 with noise
+    Experience m_experience;
+    int m_steps = 0;
+    int m_doubts = 0; ///< in a row
+    Step m_step;
+};
+
+} // namespace track
