@@ -125,7 +125,7 @@ class Page {
     } else if (event.repeat || !/^[a-z]$/i.test(letter)) {
       return;
     } else {
-      this.act(() => this.player.press(letter, this.screen.frame));
+      this.act((frame) => this.player.press(letter, frame));
       return;
     }
     event.preventDefault();
@@ -136,7 +136,7 @@ class Page {
     }
     const pixel = this.player.state === "playing" ? this.screen.zonePixel(event.clientX, event.clientY) : null;
     if (pixel) {
-      this.act(() => this.player.click(pixel.x, pixel.y, this.screen.frame), pixel);
+      this.act((frame) => this.player.click(pixel.x, pixel.y, frame), pixel);
     }
   }
   // Only a picture can be answered: until the first one of a clip is there, the one before is on show.
@@ -145,9 +145,9 @@ class Page {
     if (!window.quorvel.shows) {
       return;
     }
-    const frame = screen.frame;
+    const frame = screen.frameNow();
     const length = this.player.path.length;
-    const answered = answer();
+    const answered = answer(frame);
     this.judged = { frame, pixel, answered, clip: screen.facts.video };
     if (this.player.path.length !== length) {
       this.follow();
@@ -234,7 +234,7 @@ class Page {
       button.type = "button";
       button.textContent = key.toUpperCase();
       button.setAttribute("aria-label", fill(this.texts.key, key.toUpperCase()));
-      button.addEventListener("click", () => this.act(() => this.player.press(key, this.screen.frame)));
+      button.addEventListener("click", () => this.act((frame) => this.player.press(key, frame)));
       keys.append(button);
     }
   }
@@ -264,7 +264,7 @@ class Page {
       button.type = "button";
       button.textContent = action.when === "Zone"
         ? fill(this.texts.zone, action.parameter) : fill(this.texts.key, action.parameter.toUpperCase());
-      button.addEventListener("click", () => this.act(() => this.player.choose(index, this.screen.frame)));
+      button.addEventListener("click", () => this.act((frame) => this.player.choose(index, frame)));
       const row = document.createElement("li");
       row.append(button);
       this.rows.set(index, row);

@@ -13,6 +13,7 @@ class Screen {
     this.shown = null; // the video on show: the one before until the first picture is there
     this.facts = null;
     this.frame = 0;
+    this.since = Infinity; // when it came up
     this.isPaused = false;
     this.isMuted = false;
     this.turn = 0;
@@ -30,6 +31,7 @@ class Screen {
     this.stop();
     this.facts = this.clips.facts[clip];
     this.frame = 0;
+    this.since = Infinity;
     this.isPaused = false;
     const video = this.clips.take(clip, this.shown);
     this.current = video;
@@ -83,16 +85,16 @@ class Screen {
 
   watch(video, turn) {
     const fps = this.facts.fps;
-    const last = this.facts.frames > 0 ? this.facts.frames - 1 : Infinity;
-    const show = (frame) => {
-      this.frame = Math.max(0, Math.min(frame, last));
+    const show = (frame, since) => {
+      this.frame = Math.max(0, Math.min(frame, this.lastFrame()));
+      this.since = since;
       this.bringUp(video);
       this.listener.frameShown();
     };
     if (video.requestVideoFrameCallback) {
       const step = (now, picture) => {
         if (turn === this.turn && video === this.current) {
-          show(Math.round(picture.mediaTime * fps));
+          show(Math.round(picture.mediaTime * fps), picture.expectedDisplayTime);
           video.requestVideoFrameCallback(step);
         }
       };
@@ -101,13 +103,27 @@ class Screen {
       const step = () => {
         if (turn === this.turn && video === this.current) {
           if (video.readyState > 1) {
-            show(Math.floor(video.currentTime * fps + 0.001));
+            show(Math.floor(video.currentTime * fps + 0.001), Infinity);
           }
           requestAnimationFrame(step);
         }
       };
       requestAnimationFrame(step);
     }
+  }
+  lastFrame() {
+    return this.facts.frames > 0 ? this.facts.frames - 1 : Infinity;
+  }
+  // The frame on show at this moment. The browser goes on showing pictures while the page is held up,
+  // and tells it of them later: by the clock, not further than the clip has played.
+  frameNow() {
+    const { current, frame, facts } = this;
+    if (!current || current.paused || current.seeking) {
+      return frame;
+    }
+    const passed = Math.floor(((performance.now() - this.since) * facts.fps) / 1000);
+    const played = Math.floor(current.currentTime * facts.fps + 0.001);
+    return Math.max(frame, Math.min(frame + passed, played, this.lastFrame()));
   }
   bringUp(video) {
     if (this.shown !== video) {

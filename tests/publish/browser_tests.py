@@ -386,8 +386,10 @@ class PageTests(unittest.TestCase):
             const canvas = document.createElement("canvas").getContext("2d", {willReadFrequently: true});
             window.seen = [];
             let number = 0;
+            let judged = null;
             addEventListener("pointerdown", () => { // before the page hears of it
               number = 0;
+              judged = quorvel.judged;
               const video = document.querySelector("video.on");
               for (let bit = 0; video && bit < 8; ++bit) {
                 if (bit === 0) canvas.drawImage(video, 0, 0);
@@ -395,14 +397,16 @@ class PageTests(unittest.TestCase):
               }
             }, true);
             addEventListener("pointerdown", () => { // and after
-              if (quorvel.judged) window.seen.push([number, quorvel.judged.frame]);
+              if (quorvel.judged !== judged) window.seen.push([number, quorvel.judged.frame]);
             });""")
         browser.start()
-        for number in range(100):
+        seen = []
+        for number in range(300):  # between two clips there is nothing to judge
             browser.click(10, 10)
             time.sleep(0.013 * (number % 7))  # at all phases of a picture
-            browser.wait("quorvel.shows", "a picture")
-        seen = browser.run("return window.seen")
+            seen = browser.run("return window.seen")
+            if len(seen) == 100:
+                break
         self.assertEqual(len(seen), 100)
         self.assertGreater(len({frame for _, frame in seen}), 30)
         self.assertEqual([pair for pair in seen if abs(pair[0] - pair[1]) > 1], [])
