@@ -77,13 +77,26 @@ constexpr std::array kCommands{
     Command{"video", "FILE", runVideo,
             "Print the size, frame rate and length of a clip as one JSON object. The length is\n"
             "-1 if it is unknown.\n"},
-    Command{"zones", "BASE [--display WxH] [--video WxH] [--frames N] [--rewrite BASE2]", runZones,
-            "Print the zones in BASE-ZoneInfo.xml and BASE-ZoneInfo.bin as one JSON object.\n"
-            "\n"
-            "  --display WxH      size of the picture area that points are given in; 1280x720\n"
-            "  --video WxH        size of the video; that of the picture area\n"
-            "  --frames N         frames of each zone; as many as are stored\n"
-            "  --rewrite BASE2    also save them under another name\n"},
+    Command{
+        "zones",
+        "BASE [--display WxH] [--video WxH] [--frames N] [--rewrite BASE2] "
+        "[--export cvat FILE | --import cvat FILE]",
+        runZones,
+        "Print the zones in BASE-ZoneInfo.xml and BASE-ZoneInfo.bin as one JSON object.\n"
+        "\n"
+        "  --display WxH      size of the picture area that points are given in; 1280x720\n"
+        "  --video WxH        size of the video; that of the picture area\n"
+        "  --frames N         frames of each zone; as many as are stored\n"
+        "  --rewrite BASE2    also save them under another name\n"
+        "\n"
+        "Or exchange them with programs that mark things in videos, as tracks of polygons:\n"
+        "\n"
+        "  --export cvat FILE  write the zones into FILE, in \"CVAT for videos 1.1\"; what\n"
+        "                      that cannot hold is listed on standard error\n"
+        "  --import cvat FILE  make the tracks of FILE the zones; what does not fit the clip\n"
+        "                      is refused by its line, and nothing is written then\n"
+        "\n"
+        "Size and length are those of the clip BASE.ogv or BASE.ogg, or --video and --frames.\n"},
 };
 
 std::string usage(const Command& command) {

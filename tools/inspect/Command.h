@@ -49,6 +49,7 @@ void printKinds(std::ostream& out);
 /// video FILE
 [[nodiscard]] int runVideo(const Arguments& arguments, std::ostream& out);
 /// zones BASE [--display WxH] [--video WxH] [--frames N] [--rewrite BASE2]
+///     [--export cvat FILE | --import cvat FILE]
 [[nodiscard]] int runZones(const Arguments& arguments, std::ostream& out);
 
 /// Finds the command that the first argument names and runs it. Never throws: an error is reported

@@ -8,6 +8,7 @@
 #include "core/FileError.h"
 #include "platform/Geometry.h"
 #include "tools/inspect/Command.h"
+#include "tools/inspect/CvatCommand.h"
 #include "tools/inspect/Json.h"
 #include "zone/Scale.h"
 #include "zone/Zone.h"
@@ -18,6 +19,7 @@ namespace inspect {
 namespace {
 
 constexpr int kMaxFrames = 10'000'000; // over four days of video
+constexpr const char* kFrameRule = "the number of frames is 0 or more, at most 10000000";
 
 std::optional<int> wholeNumber(const std::string& text) {
     int number = 0;
@@ -82,6 +84,26 @@ void printZones(Json& json, const zone::ZoneManager& manager) {
     json.endObject();
 }
 
+/// With --export or --import taken out of the arguments.
+int exchange(const Arguments& arguments, bool isImport, const std::string& format,
+             const std::string& video, const std::string& frames) {
+    if (format != "cvat") {
+        return badUsage("zones", "the format \"" + format + "\" is unknown");
+    }
+    if (arguments.size() != 2 || arguments[0].empty() || arguments[1].empty()) {
+        return badUsage("zones", "one base path and one file are needed");
+    }
+    const std::optional<platform::Size> size = sizeFrom(video);
+    const std::optional<int> count = wholeNumber(frames);
+    if (!video.empty() && !size) {
+        return badUsage("zones", "a size is written as WIDTHxHEIGHT");
+    }
+    if (!frames.empty() && (!count || *count > kMaxFrames)) {
+        return badUsage("zones", kFrameRule);
+    }
+    return runCvat({arguments[0], arguments[1], isImport, size, count});
+}
+
 } // namespace
 
 int runZones(const Arguments& given, std::ostream& out) {
@@ -90,10 +112,21 @@ int runZones(const Arguments& given, std::ostream& out) {
     std::string video;
     std::string frames;
     std::string rewriteBase;
+    std::string exported;
+    std::string imported;
+    if (!takeOption(arguments, "--export", exported) ||
+        !takeOption(arguments, "--import", imported) || (!exported.empty() && !imported.empty())) {
+        return badUsage("zones", "a format is needed: cvat");
+    }
     if (!takeOption(arguments, "--display", display) || !takeOption(arguments, "--video", video) ||
         !takeOption(arguments, "--frames", frames) ||
-        !takeOption(arguments, "--rewrite", rewriteBase) || arguments.size() != 1 ||
-        arguments.front().empty()) {
+        !takeOption(arguments, "--rewrite", rewriteBase)) {
+        return badUsage("zones", "one base path is needed");
+    }
+    if (!exported.empty() || !imported.empty()) {
+        return exchange(arguments, !imported.empty(), exported + imported, video, frames);
+    }
+    if (arguments.size() != 1 || arguments.front().empty()) {
         return badUsage("zones", "one base path is needed");
     }
     const std::optional<zone::Scale> scale = scaleFrom(display, video);
@@ -103,8 +136,7 @@ int runZones(const Arguments& given, std::ostream& out) {
     const std::optional<int> frameCount =
         frames.empty() ? zone::kStoredFrameCount : wholeNumber(frames);
     if (!frameCount || *frameCount > kMaxFrames) {
-        return badUsage("zones",
-                        "the number of frames is 0 or more, at most " + std::to_string(kMaxFrames));
+        return badUsage("zones", kFrameRule);
     }
 
     const auto manager = zone::ZoneManager::create(arguments.front(), *frameCount, true, scale);
