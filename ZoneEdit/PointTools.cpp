@@ -1,6 +1,7 @@
 #include "ZoneEdit/PointTools.h"
 
 #include <cstddef>
+#include <cstdlib>
 #include <iterator>
 #include <utility>
 
@@ -12,8 +13,17 @@
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 #include "zone/EditContext.h"
+#include "zone/ShapeEdits.h"
+#include "zone/ZoneManager.h"
 
 namespace zoneedit {
+
+namespace {
+
+/// How near to a line a double-click adds a point to it. Window pixels.
+constexpr double kEdgeReach = 6;
+
+} // namespace
 
 using platform::EventKind;
 using platform::Point;
@@ -37,8 +47,10 @@ const PointTools::Rule& PointTools::ruleOf(Tool tool) {
     return kRules[static_cast<std::size_t>(tool)];
 }
 
-PointTools::PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session)
-    : m_controls(controls), m_video(video), m_session(session) {
+PointTools::PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
+                       ShapeEditor& editor, HintPresenter& hints)
+    : m_controls(controls), m_video(video), m_session(session), m_editor(editor), m_hints(hints),
+      m_gesture(controls, video, session, editor) {
     if (video::CVideoUI* control = m_video.control()) {
         control->setPointerShape([this](Point at) { return pointerAt(at); });
     }
@@ -56,6 +68,9 @@ platform::PointerShape PointTools::pointerAt(Point position) const {
     const int frame = m_video.frame();
     if (zone < 0 || frame < 0) {
         return PointerShape::notAllowed;
+    }
+    if (const auto kind = gestureOf(m_held)) {
+        return *kind == ShapeGesture::Kind::rectangle ? PointerShape::cross : PointerShape::move;
     }
     const Point at = m_video.control()->view().toDisplay(position);
     switch (m_tool) {
@@ -77,6 +92,7 @@ bool PointTools::choose(std::u16string_view option) {
     for (const std::u16string_view name : kToolOptions) {
         if (option == name) {
             m_tool = static_cast<Tool>(number);
+            m_hints.showTool(number);
             return true;
         }
         ++number;
@@ -86,18 +102,32 @@ bool PointTools::choose(std::u16string_view option) {
 
 void PointTools::choose(Tool tool) {
     m_tool = tool;
+    m_hints.showTool(static_cast<int>(tool));
     const std::u16string_view name = kToolOptions[static_cast<std::size_t>(tool)];
     if (auto* option = m_controls.find<toolkit::COptionUI>(name)) {
         option->Selected(true);
     }
 }
 
+std::optional<ShapeGesture::Kind> PointTools::gestureOf(platform::Modifiers held) const {
+    using Kind = ShapeGesture::Kind;
+    if (!held.control || held.alt) {
+        return std::nullopt;
+    }
+    if (m_tool == Tool::movePoint) {
+        return held.shift ? Kind::rotate : Kind::scale;
+    }
+    return m_tool == Tool::addMultiPoint && !held.shift ? std::optional(Kind::rectangle)
+                                                        : std::nullopt;
+}
+
 bool PointTools::handle(const platform::Event& event) {
     const bool left = event.button == platform::MouseButton::left;
+    noteHeld(event);
     switch (event.kind) {
     case EventKind::mouseDown:
     case EventKind::mouseDoubleClick: // two quick clicks are two clicks
-        return left && press(event.position);
+        return left && press(event);
     case EventKind::mouseMove:
         return m_isHeld && move(event.position);
     case EventKind::mouseUp:
@@ -110,24 +140,66 @@ bool PointTools::handle(const platform::Event& event) {
     }
 }
 
-bool PointTools::press(Point position) {
+void PointTools::noteHeld(const platform::Event& event) {
+    switch (event.kind) {
+    case EventKind::mouseDown:
+    case EventKind::mouseDoubleClick:
+    case EventKind::mouseMove:
+    case EventKind::mouseUp:
+    case EventKind::keyDown:
+    case EventKind::keyUp:
+        m_held = event.modifiers;
+        break;
+    case EventKind::deactivated:
+        m_held = {};
+        break;
+    default:
+        return;
+    }
+    m_hints.showHeld(m_held, m_isHeld);
+}
+
+bool PointTools::press(const platform::Event& event) {
+    const Point position = event.position;
     const video::CVideoUI* control = m_video.checkedControl(kMouseDownLine);
-    const int zone = m_session.context().currentZone;
-    const int frame = m_video.frame();
+    const Place place{m_session.context().currentZone, m_video.frame()};
     // What lies over the picture takes its own presses.
-    if (control == nullptr || zone < 0 || frame < 0 ||
-        m_controls.manager().FindControl(position) != control ||
+    if (control == nullptr || m_controls.manager().FindControl(position) != control ||
         !control->pictureRect().contains(position)) {
         return false;
     }
+    if (place.zone < 0 || place.frame < 0) {
+        if (m_video.hasFrames()) {
+            m_hints.explain(kNoZoneYet);
+        }
+        return false;
+    }
+    if (const auto kind = gestureOf(event.modifiers)) {
+        return beginGesture(*kind, position);
+    }
+    if (event.kind == EventKind::mouseDoubleClick && m_tool == Tool::movePoint &&
+        insertOnEdge(place, position)) {
+        return true;
+    }
+    return pressTool(place, control->view().toDisplay(position));
+}
+
+bool PointTools::beginGesture(ShapeGesture::Kind kind, Point position) {
+    m_isHeld = true;
+    m_controls.manager().SetCapture(); // may lose it at once: then this is a click
+    m_gesture.begin(kind, position);
+    return true;
+}
+
+bool PointTools::pressTool(Place place, Point at) {
     const Rule& rule = ruleOf(m_tool);
     m_isHeld = rule.holds;
     if (m_isHeld) {
         m_controls.manager().SetCapture(); // may lose it at once: then this is a click
     }
     try {
-        beginStep(rule.step, {zone, frame});
-        use(zone, frame, control->view().toDisplay(position));
+        beginStep(rule.step, place);
+        use(place, at);
     } catch (...) { // out of memory: the next edit must not become part of this step
         cancelStep();
         throw;
@@ -142,19 +214,43 @@ bool PointTools::press(Point position) {
     return true;
 }
 
-void PointTools::use(int zone, int frame, Point at) {
+void PointTools::use(Place place, Point at) {
     switch (m_tool) {
     case Tool::movePoint:
-        m_session.hitTest(zone, frame, at.x, at.y);
+        m_session.hitTest(place.zone, place.frame, at.x, at.y);
+        m_start = m_editor.startMove();
+        m_grab = {};
+        if (m_start && m_start->handle >= 0 && m_keepsDistance && m_keepsDistance()) {
+            m_grab = {m_start->at.x - at.x, m_start->at.y - at.y};
+        }
         break;
     case Tool::addPoint:
     case Tool::addMultiPoint:
-        m_session.addPoint(zone, frame, at.x, at.y);
+        m_session.addPoint(place.zone, place.frame, at.x, at.y);
         break;
     case Tool::deletePoint:
-        m_session.deletePoint(zone, frame, at.x, at.y);
+        if (!m_session.hasPointAt(place.zone, at.x, at.y)) {
+            m_hints.explain(kNoPointHere);
+        }
+        m_session.deletePoint(place.zone, place.frame, at.x, at.y);
         break;
     }
+}
+
+bool PointTools::insertOnEdge(Place place, Point position) {
+    const video::PictureView view = m_video.control()->view();
+    const Point at = view.toDisplay(position);
+    const zone::Points points = m_editor.points();
+    const int edge = zone::edgeAt(points, at, kEdgeReach / view.scale);
+    if (edge < 0 || m_session.isHandleAt(place.zone, place.frame, at.x, at.y)) {
+        return false;
+    }
+    const auto held = m_session.zones().zone(place.zone);
+    m_session.replaceShapes({StepLabel::Name::addPoint, place.zone, place.frame},
+                            zone::withPointOnEdge(*held, place.frame, edge, at));
+    m_session.hitTest(place.zone, place.frame, at.x, at.y); // chooses it
+    m_video.repaintZoneNow();
+    return true;
 }
 
 bool PointTools::move(Point position) {
@@ -162,21 +258,44 @@ bool PointTools::move(Point position) {
     if (control == nullptr) {
         return false;
     }
-    const Place place{m_session.context().currentZone, m_video.frame()};
-    if (m_tool == Tool::movePoint && place.zone >= 0 && control->pictureRect().contains(position)) {
-        // Keys work while the button is down. What they change is not part of the drag, which goes
-        // on wherever they led to.
-        if (place != m_place || !m_session.inGesture()) {
-            beginStep(StepLabel::Name::movePoint, place);
-        }
-        const Point at = control->view().toDisplay(position);
-        m_session.moveSelectedPoint(place.zone, place.frame, at.x, at.y);
+    if (m_gesture.isOpen()) {
+        m_gesture.move(position);
+        return true;
+    }
+    if (m_tool == Tool::movePoint && m_session.context().currentZone >= 0 &&
+        control->pictureRect().contains(position)) {
+        moveHandle(position);
     }
     m_video.repaintZoneNow();
     return true;
 }
 
+void PointTools::moveHandle(Point position) {
+    const Place place{m_session.context().currentZone, m_video.frame()};
+    // Keys work while the button is down. What they change is not part of the drag, which goes
+    // on wherever they led to.
+    if (place != m_place || !m_session.inGesture()) {
+        beginStep(StepLabel::Name::movePoint, place);
+        m_start = m_editor.startMove();
+    }
+    Point at = m_video.control()->view().toDisplay(position);
+    at = {at.x + m_grab.x, at.y + m_grab.y};
+    if (!m_start) { // a point that was added by this press
+        m_session.moveSelectedPoint(place.zone, place.frame, at.x, at.y);
+        return;
+    }
+    if (m_held.shift) {
+        const bool isAcross = std::abs(at.x - m_start->at.x) >= std::abs(at.y - m_start->at.y);
+        at = isAcross ? Point{at.x, m_start->at.y} : Point{m_start->at.x, at.y};
+    }
+    m_editor.move(*m_start, at);
+}
+
 bool PointTools::release(Point position) {
+    if (m_gesture.isOpen()) {
+        releaseGesture(position);
+        return true;
+    }
     const video::CVideoUI* control = m_video.checkedControl(kMouseUpLine);
     const int zone = m_session.context().currentZone;
     if (control != nullptr && m_tool == Tool::movePoint && zone >= 0) {
@@ -188,9 +307,34 @@ bool PointTools::release(Point position) {
     return true;
 }
 
+void PointTools::releaseGesture(Point position) {
+    const bool wasDragged = m_gesture.end();
+    endStep();
+    m_controls.manager().ReleaseCapture();
+    if (wasDragged || (m_tool == Tool::movePoint && m_controlClick && m_controlClick(position))) {
+        return;
+    }
+    if (const auto place = m_editor.place()) { // a click as one without Ctrl
+        (void)pressTool(*place, m_video.control()->view().toDisplay(position));
+        endStep();
+        m_controls.manager().ReleaseCapture();
+    }
+}
+
+bool PointTools::cancelDrag() {
+    const bool wasDragging = m_isHeld;
+    m_gesture.cancel();
+    if (wasDragging) {
+        cancelStep();
+        m_video.repaintZoneNow();
+    }
+    return wasDragging;
+}
+
 void PointTools::beginStep(StepLabel::Name name, Place place) {
     m_session.beginGesture({name, place.zone, place.frame});
     m_place = place;
+    m_start.reset();
 }
 
 void PointTools::cancelStep() {
@@ -202,6 +346,10 @@ void PointTools::cancelStep() {
 
 void PointTools::endStep() {
     m_isHeld = false;
+    m_start.reset();
+    if (m_gesture.isOpen()) { // the capture is lost
+        (void)m_gesture.end();
+    }
     m_session.endGesture();
 }
 

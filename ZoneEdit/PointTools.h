@@ -3,9 +3,14 @@
 // edits something else, or chooses another zone or frame, meanwhile. Part of the zone editor.
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string_view>
 
 #include "ZoneEdit/EditedVideo.h"
+#include "ZoneEdit/HintPresenter.h"
+#include "ZoneEdit/ShapeEditor.h"
+#include "ZoneEdit/ShapeGesture.h"
 #include "platform/Event.h"
 #include "platform/Geometry.h"
 #include "platform/WindowParts.h"
@@ -17,7 +22,8 @@ namespace zoneedit {
 class PointTools {
 public:
     /// All outlive it.
-    PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session);
+    PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
+               ShapeEditor& editor, HintPresenter& hints);
 
     void showAll() { choose(Tool::movePoint); }
     ~PointTools();
@@ -28,25 +34,38 @@ public:
     bool choose(std::u16string_view option);
     /// True when the event was handled.
     bool handle(const platform::Event& event);
+    /// Whether a press keeps its distance from the handle that it takes.
+    void setKeepsDistance(std::function<bool()> keeps) { m_keepsDistance = std::move(keeps); }
+    /// What a click with Ctrl and Move at a point of the window is for, before it counts as one
+    /// without. True when it was for that.
+    void setControlClick(std::function<bool(platform::Point)> click) {
+        m_controlClick = std::move(click);
+    }
+    /// Takes back the drag that is going on. False when there is none.
+    bool cancelDrag();
+    [[nodiscard]] bool isAddingMany() const { return m_tool == Tool::addMultiPoint; }
+    void endAddingMany() { choose(Tool::movePoint); }
 
 private:
     enum class Tool { movePoint = 0, addPoint = 1, addMultiPoint = 2, deletePoint = 3 };
     struct Rule;
-    struct Place {
-        int zone = -1;
-        int frame = -1;
-
-        bool operator==(const Place&) const = default;
-    };
+    using Place = ShapeEditor::Place;
 
     /// What a press at a point of the window would do.
     [[nodiscard]] platform::PointerShape pointerAt(platform::Point position) const;
     [[nodiscard]] static const Rule& ruleOf(Tool tool);
+    [[nodiscard]] std::optional<ShapeGesture::Kind> gestureOf(platform::Modifiers held) const;
     void choose(Tool tool);
-    bool press(platform::Point position);
-    void use(int zone, int frame, platform::Point at);
+    void noteHeld(const platform::Event& event);
+    bool press(const platform::Event& event);
+    bool pressTool(Place place, platform::Point at);
+    bool beginGesture(ShapeGesture::Kind kind, platform::Point position);
+    void use(Place place, platform::Point at);
+    bool insertOnEdge(Place place, platform::Point position);
+    void moveHandle(platform::Point position);
     bool move(platform::Point position);
     bool release(platform::Point position);
+    void releaseGesture(platform::Point position);
     void beginStep(zone::StepLabel::Name name, Place place);
     void cancelStep();
     void endStep();
@@ -54,9 +73,17 @@ private:
     ui::Controls m_controls;
     EditedVideo& m_video;
     zone::ZoneSession& m_session;
+    ShapeEditor& m_editor;
+    HintPresenter& m_hints;
+    ShapeGesture m_gesture;
+    std::function<bool()> m_keepsDistance;
+    std::function<bool(platform::Point)> m_controlClick;
     Tool m_tool = Tool::movePoint;
     bool m_isHeld = false; ///< the button is down, and the mouse ours
-    Place m_place;         ///< of the step in progress
+    platform::Modifiers m_held;
+    Place m_place; ///< of the step in progress
+    std::optional<ShapeEditor::Start> m_start;
+    platform::Point m_grab; ///< from the pointer to the handle, where that is kept
 };
 
 } // namespace zoneedit

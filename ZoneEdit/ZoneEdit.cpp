@@ -5,13 +5,14 @@
 #include <utility>
 
 #include "ZoneEdit/CurrentZones.h"
+#include "ZoneEdit/EditingParts.h"
 #include "ZoneEdit/FlagsPresenter.h"
 #include "ZoneEdit/FramesPresenter.h"
 #include "ZoneEdit/HeaderPresenter.h"
+#include "ZoneEdit/HintPresenter.h"
 #include "ZoneEdit/HistoryPresenter.h"
 #include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/Overview.h"
-#include "ZoneEdit/PointTools.h"
 #include "ZoneEdit/RenamedZones.h"
 #include "ZoneEdit/ViewToggles.h"
 #include "ZoneEdit/ZoneEditControls.h"
@@ -110,7 +111,7 @@ void ZoneEdit::InitWindow() {
     m_header->showAll();
     m_zones->showAll();
     m_flags->showAll();
-    m_tools->showAll();
+    m_editing->showAll();
     m_frames->showAll();
     m_zoom->showAll();
     m_toggles->showAll();
@@ -211,7 +212,10 @@ void ZoneEdit::makeParts() {
     m_zones = std::make_unique<ZonesPresenter>(controls, m_video, session, *m_flags);
     m_frames = std::make_unique<FramesPresenter>(controls, m_video, session, *m_header,
                                                  [this] { m_flags->showActive(); });
-    m_tools = std::make_unique<PointTools>(controls, m_video, session);
+    m_keys = std::make_unique<zone::SessionKeys>(session);
+    m_editing = std::make_unique<EditingParts>(
+        commands(), EditingParts::Links{controls, m_video, session, *m_keys, *m_notice,
+                                        context().services.editorSettings.get()});
     m_zoom = std::make_unique<ZoomPresenter>(controls, m_video, [] {});
     m_toggles = std::make_unique<ViewToggles>(controls, context().services.editorSettings.get(),
                                               [this](Toggle /*toggle*/) { viewChanged(); });
@@ -319,7 +323,7 @@ void ZoneEdit::OnItemSelect(toolkit::TNotifyUI& message) {
 }
 
 void ZoneEdit::OnSelectChanged(toolkit::TNotifyUI& message) {
-    if (m_tools && !m_tools->choose(message.pSender->GetName())) {
+    if (m_editing && !m_editing->choose(message.pSender->GetName())) {
         m_flags->change(*message.pSender);
     }
 }
@@ -333,7 +337,7 @@ void ZoneEdit::OnKillFocus(toolkit::TNotifyUI& message) {
 }
 
 bool ZoneEdit::MessageHandler(const platform::Event& event) {
-    return (m_zoom && m_zoom->handle(event)) || (m_tools && m_tools->handle(event)) ||
+    return (m_zoom && m_zoom->handle(event)) || (m_editing && m_editing->handle(event)) ||
            EditorWindow::MessageHandler(event);
 }
 
@@ -344,6 +348,10 @@ bool ZoneEdit::HandleMessage(const platform::Event& event) {
     }
     if (event.kind == platform::EventKind::timer && event.timerId == NoticePresenter::kTimer) {
         m_notice->timeIsUp();
+        return true;
+    }
+    if (event.kind == platform::EventKind::timer && event.timerId == HintPresenter::kTimer) {
+        m_editing->hints().timeIsUp();
         return true;
     }
     return EditorWindow::HandleMessage(event);
@@ -364,8 +372,13 @@ void ZoneEdit::stop() {
     const ui::Controls controls(GetPaintManager());
     const bool wasTyping = (controls.hasFocus(kFrameEdit) && m_frames->restoreText()) ||
                            (controls.hasFocus(kZoneEdit) && m_zones->restoreText());
-    if (!wasTyping) {
+    if (wasTyping || m_editing->cancelDrag()) {
+        return;
+    }
+    if (m_notice->isShown()) {
         m_notice->close();
+    } else {
+        (void)m_editing->endAdding();
     }
 }
 

@@ -15,6 +15,7 @@
 #include "ui/Companions.h"
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
+#include "zone/SessionKeys.h"
 #include "zone/ZoneSession.h"
 
 namespace recovery {
@@ -26,12 +27,12 @@ class DraftProblem;
 
 namespace zoneedit {
 
+class EditingParts;
 class FlagsPresenter;
 class FramesPresenter;
 class HeaderPresenter;
 class HistoryPresenter;
 class NoticePresenter;
-class PointTools;
 class RenamedZones;
 class ViewToggles;
 class ZonesPresenter;
@@ -110,7 +111,8 @@ private:
     std::unique_ptr<FlagsPresenter> m_flags;
     std::unique_ptr<ZonesPresenter> m_zones;
     std::unique_ptr<FramesPresenter> m_frames;
-    std::unique_ptr<PointTools> m_tools;
+    std::unique_ptr<zone::SessionKeys> m_keys;
+    std::unique_ptr<EditingParts> m_editing;
     std::unique_ptr<ZoomPresenter> m_zoom;
     std::unique_ptr<ViewToggles> m_toggles;
     std::unique_ptr<HistoryPresenter> m_history;

@@ -20,9 +20,10 @@ inline constexpr std::u16string_view kNoticeSign = u"NoticeSign";
 inline constexpr std::u16string_view kNoticeUndoButton = u"ButtonNoticeUndo";
 inline constexpr std::u16string_view kOnlyThisFrameButton = u"ButtonOnlyThisFrame";
 inline constexpr std::u16string_view kOnAllFramesButton = u"ButtonOnAllFrames";
+inline constexpr std::u16string_view kMatchPointsButton = u"ButtonMatchPoints";
+inline constexpr std::u16string_view kNewZoneButton = u"ButtonNewZone";
 inline constexpr std::u16string_view kRestoreDraftButton = u"ButtonRestoreDraft";
 inline constexpr std::u16string_view kCloseNoticeButton = u"ButtonCloseNotice";
-inline constexpr std::u16string_view kHintLabel = u"LabelHint";
 inline constexpr std::u16string_view kZoomCombo = u"ComboZoom";
 inline constexpr std::u16string_view kAllZonesOption = u"CheckAllZones";
 inline constexpr std::u16string_view kOnionOption = u"CheckOnion";
@@ -31,12 +32,15 @@ inline constexpr std::u16string_view kPanelOption = u"CheckPanel";
 inline constexpr std::u16string_view kZonesPane = u"PaneZones";
 inline constexpr std::u16string_view kOverview = u"Overview";
 inline constexpr std::u16string_view kTimeline = u"Timeline";
+inline constexpr std::u16string_view kHintLabel = u"LabelHint";
+inline constexpr std::u16string_view kGestureLabel = u"LabelGesture";
 inline constexpr std::u16string_view kEmptyLine = u"EmptyLine";
 inline constexpr std::u16string_view kNoteLabel = u"LabelNote";
 inline constexpr std::u16string_view kProblemLabel = u"LabelProblem";
 /// Those of the bar that show in some notices only.
-inline constexpr std::u16string_view kNoticeButtons[] = {kNoticeUndoButton, kOnlyThisFrameButton,
-                                                         kOnAllFramesButton, kRestoreDraftButton};
+inline constexpr std::u16string_view kNoticeButtons[] = {kNoticeUndoButton,  kOnlyThisFrameButton,
+                                                         kOnAllFramesButton, kMatchPointsButton,
+                                                         kNewZoneButton,     kRestoreDraftButton};
 /// The index is the tool's number.
 inline constexpr std::u16string_view kToolOptions[] = {
     u"OptionMovePoint", u"OptionAddPoint", u"OptionAddMultiPoint", u"OptionDeletePoint"};

@@ -70,6 +70,23 @@ bool isSame(const Zone& zone, int one, int other) {
     return std::ranges::equal(outline(zone, one), outline(zone, other));
 }
 
+/// The frames from the first key to the last, whose shapes all have as many points.
+void addBlends(ShapeStretch& stretch, const Zone& zone, std::span<const int> keys, BlendWay way) {
+    std::vector<KeyShape> shapes;
+    for (const int key : keys) {
+        shapes.push_back({key, outline(zone, key)});
+    }
+    std::size_t gap = 0;
+    for (int frame = keys.front(); frame <= keys.back(); ++frame) {
+        gap += gap + 2 < keys.size() && frame >= keys[gap + 1] ? 1 : 0;
+        // What a key has to know of others are its neighbours.
+        const std::size_t first = gap > 0 ? gap - 1 : 0;
+        const std::size_t count = std::min(gap + 3, keys.size()) - first;
+        stretch.add(blended(std::span(shapes).subspan(first, count), frame, way),
+                    zone.isActive(frame));
+    }
+}
+
 } // namespace
 
 std::vector<Point> blended(std::span<const KeyShape> keys, int frame, BlendWay way) {
@@ -113,19 +130,22 @@ std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int>
     if (keys.size() < 2 || unequalKeys(zone, keys)) {
         return std::nullopt;
     }
-    std::vector<KeyShape> shapes;
-    for (const int key : keys) {
-        shapes.push_back({key, outline(zone, key)});
-    }
+    return filledGaps(zone, keys, way);
+}
+
+ShapeStretch filledGaps(const Zone& zone, std::span<const int> keys, BlendWay way) {
     ShapeStretch stretch(keys.front());
-    std::size_t gap = 0;
-    for (int frame = keys.front(); frame <= keys.back(); ++frame) {
-        gap += gap + 2 < keys.size() && frame >= keys[gap + 1] ? 1 : 0;
-        // What a key has to know of others are its neighbours.
-        const std::size_t first = gap > 0 ? gap - 1 : 0;
-        const std::size_t count = std::min(gap + 3, keys.size()) - first;
-        stretch.add(blended(std::span(shapes).subspan(first, count), frame, way),
-                    zone.isActive(frame));
+    for (std::size_t first = 0; first < keys.size();) {
+        const std::size_t points = outline(zone, keys[first]).size();
+        std::size_t end = first + 1;
+        while (end < keys.size() && outline(zone, keys[end]).size() == points) {
+            ++end;
+        }
+        addBlends(stretch, zone, keys.subspan(first, end - first), way);
+        for (int frame = keys[end - 1] + 1; end < keys.size() && frame < keys[end]; ++frame) {
+            stretch.add(outline(zone, frame), zone.isActive(frame));
+        }
+        first = end;
     }
     return stretch;
 }

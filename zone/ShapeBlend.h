@@ -34,6 +34,9 @@ struct KeyShape {
 /// there are fewer than two keys or their numbers of points differ: see unequalKeys().
 [[nodiscard]] std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int> keys,
                                                         BlendWay way);
+/// The same between all neighbouring keys that have as many points; frames elsewhere stay. There
+/// is at least one key.
+[[nodiscard]] ShapeStretch filledGaps(const Zone& zone, std::span<const int> keys, BlendWay way);
 /// The numbers of points of the first two neighbouring keys that differ in it.
 [[nodiscard]] std::optional<std::pair<int, int>> unequalKeys(const Zone& zone,
                                                              std::span<const int> keys);

@@ -267,6 +267,15 @@ void Zone::replaceShapes(const EditScope& scope, const ShapeStretch& stretch) {
     m_track.own().replace(stretch.frames().first, stretch.shapes());
 }
 
+bool Zone::hasPoints() const {
+    for (std::size_t run = 0; run < m_track->runCount(); ++run) {
+        if (m_track->run(run).pointCount > 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool Zone::takesPoint(int selectedPoint) const {
     for (std::size_t run = 0; run < m_track->runCount(); ++run) {
         if (!m_track->run(run).present ||

@@ -105,6 +105,8 @@ public:
     void putShape(const EditScope& scope, int frame, const ZoneShape& shape);
     /// Gives frames of the zone other shapes.
     void replaceShapes(const EditScope& scope, const ShapeStretch& stretch);
+    /// Whether any frame has a point.
+    [[nodiscard]] bool hasPoints() const;
     /// Whether addPoint with that selection, or deletePoint at that place, would change a frame.
     [[nodiscard]] bool takesPoint(int selectedPoint) const;
     [[nodiscard]] bool hasPointAt(int x, int y) const;

@@ -7,6 +7,7 @@
 
 #include "core/FileError.h"
 #include "platform/Geometry.h"
+#include "zone/ShapeGeometry.h"
 #include "zone/Zone.h"
 
 namespace zone {
@@ -41,6 +42,10 @@ void ZoneSession::showFrame(int frame) {
 void ZoneSession::setArea(platform::Size area) {
     m_model.zones->videoWidth = area.width;
     m_model.zones->videoHeight = area.height;
+}
+
+platform::Point ZoneSession::clamped(platform::Point point) const {
+    return clampedTo({zones().videoWidth, zones().videoHeight}, point);
 }
 
 bool ZoneSession::hitTest(int zone, int frame, int x, int y) {

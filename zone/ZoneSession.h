@@ -84,10 +84,13 @@ public:
     void setArea(platform::Size area);
     /// Selects the handle at (x, y), or none; true when there is one.
     bool hitTest(int zone, int frame, int x, int y);
+    void chooseNoPoint(int zone) { m_model.context.zone(zone).selectedPoint = -1; }
     // What a press would do; they log nothing.
     [[nodiscard]] bool isHandleAt(int zone, int frame, int x, int y) const;
     [[nodiscard]] bool takesPoint(int zone) const;
     [[nodiscard]] bool hasPointAt(int zone, int x, int y) const;
+    /// The nearest place in the picture area.
+    [[nodiscard]] platform::Point clamped(platform::Point point) const;
     /// As editing begins for a zone that it has not touched.
     [[nodiscard]] const ZoneEditing& editingOf(int zone) const;
     void endMove(int zone, int frame, int x, int y) const { zones().endMove(zone, frame, x, y); }

@@ -9,6 +9,7 @@
 
 #include "tests/support/RefusedMemory.h"
 #include "tests/zone/ZoneFixture.h"
+#include "zone/ShapeEdits.h"
 #include "zone/ZoneSession.h"
 
 namespace zone_tests {
@@ -85,6 +86,17 @@ TEST_F(ZoneMemoryTest, AnEditWithoutEnoughChangesNothingAndUndoingNeverLacksIt) 
             if (s.hitTest(0, 1, center.x, center.y)) {
                 s.moveSelectedPoint(0, 1, center.x + 3, center.y);
                 s.moveSelectedPoint(0, 1, center.x + 5, center.y);
+            }
+            s.endGesture();
+        },
+        [&] { // a drag that blends, twice over the same frames
+            s.beginGesture({StepLabel::Name::fill, 0, 4});
+            for (const platform::Point to : {platform::Point{5, 5}, {6, 9}}) {
+                const int keys[] = {1, 7};
+                s.replaceShapes({StepLabel::Name::fill, 0, 4},
+                                zone::reshaped(*m_manager->zone(0),
+                                               zone::fillReach(*m_manager->zone(0), 4, keys, true),
+                                               zone::shifted(to)));
             }
             s.endGesture();
         },

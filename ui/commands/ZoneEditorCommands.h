@@ -1,6 +1,7 @@
 // The commands of the zone editor.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "platform/Event.h"
@@ -23,10 +24,24 @@ inline constexpr std::string_view kAllZones = "allZones";
 inline constexpr std::string_view kOnion = "onionSkin";
 inline constexpr std::string_view kLoupe = "loupe";
 inline constexpr std::string_view kPanel = "zonePanel";
+inline constexpr std::string_view kDeletePoint = "deletePoint";
+inline constexpr std::string_view kEndAdding = "endAdding";
+inline constexpr std::string_view kNudge[] = {"pointLeft",  "pointRight",   "pointUp",
+                                              "pointDown",  "pointLeftTen", "pointRightTen",
+                                              "pointUpTen", "pointDownTen"};
 } // namespace command
 
 inline constexpr std::u16string_view kFrames = u"Zone Edit: frames";
 inline constexpr std::u16string_view kZones = u"Zone Edit: zones";
+
+/// The first four of command::kNudge move by one pixel, the others have Shift held as well.
+constexpr Command nudgeCommand(std::size_t number, std::u16string_view text, platform::Key arrow) {
+    return {.id = command::kNudge[number],
+            .group = kZones,
+            .text = text,
+            .keys = {{{arrow, {.shift = number >= 4, .control = true}}}},
+            .repeats = true};
+}
 
 inline constexpr Command kZoneEditorCommands[] = {
     {command::kSave,
@@ -114,6 +129,22 @@ inline constexpr Command kZoneEditorCommands[] = {
      u"ButtonRestoreDraft",
      u"Bring the unsaved zones back"},
     kCloseNoticeCommand,
+    {.id = command::kDeletePoint,
+     .group = kZones,
+     .text = u"Delete the point",
+     .keys = {{{platform::Key::del, {}}, {platform::Key::backspace, {}}}}},
+    {.id = command::kEndAdding,
+     .group = kZones,
+     .text = u"End Add many",
+     .keys = {{{platform::Key::enter, {}}}}},
+    nudgeCommand(0, u"Move the point left by 1 pixel", platform::Key::left),
+    nudgeCommand(1, u"Move the point right by 1 pixel", platform::Key::right),
+    nudgeCommand(2, u"Move the point up by 1 pixel", platform::Key::up),
+    nudgeCommand(3, u"Move the point down by 1 pixel", platform::Key::down),
+    nudgeCommand(4, u"Move the point left by 10 pixels", platform::Key::left),
+    nudgeCommand(5, u"Move the point right by 10 pixels", platform::Key::right),
+    nudgeCommand(6, u"Move the point up by 10 pixels", platform::Key::up),
+    nudgeCommand(7, u"Move the point down by 10 pixels", platform::Key::down),
 };
 
 inline constexpr std::string_view kZoneEditorMenu[] = {command::kEarlierVersions, command::kLine,

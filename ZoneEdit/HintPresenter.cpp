@@ -1,0 +1,73 @@
+#include "ZoneEdit/HintPresenter.h"
+
+#include <cstddef>
+
+#include "ZoneEdit/ZoneEditControls.h"
+#include "platform/Window.h"
+#include "platform/WindowParts.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
+
+namespace zoneedit {
+namespace {
+
+constexpr int kNewsMs = 4000;
+constexpr std::u16string_view kAtRest[] = {
+    u"Ctrl: scale, Ctrl + Shift: rotate", u"Click: a point behind the chosen one",
+    u"Click: a point. Ctrl: rectangle", u"Click a point to delete it"};
+constexpr int kMove = 0;
+constexpr int kAddMany = 2;
+
+} // namespace
+
+void HintPresenter::showTool(int tool) {
+    m_tool = tool;
+    m_reason = {};
+    show();
+}
+
+void HintPresenter::showHeld(platform::Modifiers held, bool isDragging) {
+    if (held != m_held || isDragging != m_isDragging) {
+        m_held = held;
+        m_isDragging = isDragging;
+        show();
+    }
+}
+
+void HintPresenter::explain(std::u16string_view reason) {
+    m_reason = reason;
+    show();
+    if (toolkit::CControlUI* label = m_controls.find(kHintLabel)) {
+        label->announce(false);
+    }
+    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
+        window->timers().start(kTimer, kNewsMs);
+    }
+}
+
+void HintPresenter::timeIsUp() {
+    m_reason = {};
+    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
+        window->timers().stop(kTimer);
+    }
+    show();
+}
+
+std::u16string_view HintPresenter::usual() const {
+    if (m_tool == kAddMany && m_held.control) {
+        return u"Drag: a rectangle";
+    }
+    if (m_tool == kMove && m_held.control) {
+        return m_held.shift ? u"Drag: rotate about the centre" : u"Drag: scale about the centre";
+    }
+    if (m_tool == kMove && m_held.shift && m_isDragging) {
+        return u"Straight across or down";
+    }
+    return kAtRest[static_cast<std::size_t>(m_tool)];
+}
+
+void HintPresenter::show() {
+    m_controls.setText(kHintLabel, m_reason.empty() ? usual() : m_reason);
+}
+
+} // namespace zoneedit

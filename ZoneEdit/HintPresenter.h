@@ -1,0 +1,39 @@
+// The line in the caption that tells what the chosen tool does, what holding Ctrl or Shift makes of
+// a drag, and for some seconds why a click did nothing. Part of the zone editor. UI thread only.
+#pragma once
+
+#include <string_view>
+
+#include "platform/Event.h"
+#include "ui/Controls.h"
+
+namespace zoneedit {
+
+inline constexpr std::u16string_view kNoPointHere = u"There is no point here";
+inline constexpr std::u16string_view kNoZoneYet = u"Add a zone first: press +";
+
+class HintPresenter {
+public:
+    explicit HintPresenter(ui::Controls controls) : m_controls(controls) {}
+
+    /// By its number.
+    void showTool(int tool);
+    void showHeld(platform::Modifiers held, bool isDragging);
+    /// Why a click did nothing.
+    void explain(std::u16string_view reason);
+    /// For the window's timer of this number.
+    void timeIsUp();
+    static constexpr unsigned kTimer = 0x7FFFFFFE;
+
+private:
+    [[nodiscard]] std::u16string_view usual() const;
+    void show();
+
+    ui::Controls m_controls;
+    int m_tool = 0;
+    platform::Modifiers m_held;
+    bool m_isDragging = false;
+    std::u16string_view m_reason;
+};
+
+} // namespace zoneedit

@@ -1,0 +1,65 @@
+#include "ZoneEdit/PointKeys.h"
+
+#include "zone/ShapeEdits.h"
+#include "zone/Zone.h"
+#include "zone/ZoneManager.h"
+
+namespace zoneedit {
+
+using Name = zone::StepLabel::Name;
+
+void PointKeys::begin() {
+    m_start = m_editor.startMove();
+    m_by = {};
+    if (m_start) {
+        m_session.beginGesture(
+            {ShapeEditor::moveName(*m_start), m_start->place.zone, m_start->place.frame});
+    }
+}
+
+void PointKeys::nudge(platform::Point by) {
+    if (!canNudge()) {
+        return;
+    }
+    if (!m_start || !m_session.inGesture() || m_editor.place() != m_start->place ||
+        m_editor.handle() != m_start->handle) {
+        begin();
+    }
+    const platform::Point at = m_editor.handlePlace().value_or(platform::Point());
+    if (m_start && m_start->isPlain) {
+        m_editor.move(*m_start, {at.x + by.x, at.y + by.y});
+    } else if (m_start) {
+        m_by = {m_by.x + by.x, m_by.y + by.y};
+        m_editor.move(*m_start, {m_start->at.x + m_by.x, m_start->at.y + m_by.y});
+    }
+    m_video.repaintZoneNow();
+}
+
+void PointKeys::note(const platform::Event& event) {
+    using platform::EventKind;
+    if (m_start && (event.kind == EventKind::keyUp || event.kind == EventKind::deactivated ||
+                    event.kind == EventKind::mouseDown)) {
+        m_start.reset();
+        m_session.endGesture();
+    }
+}
+
+bool PointKeys::canRemove() const {
+    const int handle = m_editor.handle();
+    return handle >= 0 && handle < static_cast<int>(m_editor.points().size());
+}
+
+void PointKeys::remove() {
+    const auto place = m_editor.place();
+    if (!place || !canRemove()) {
+        return;
+    }
+    const int number = m_editor.handle();
+    m_session.endGesture();
+    m_session.replaceShapes({Name::deletePoint, place->zone, place->frame},
+                            zone::withoutPoint(*m_session.zones().zone(place->zone), number));
+    m_session.chooseNoPoint(place->zone);
+    m_video.repaintZone();
+}
+
+} // namespace zoneedit

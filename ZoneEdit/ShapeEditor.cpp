@@ -1,0 +1,143 @@
+#include "ZoneEdit/ShapeEditor.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+#include "core/EditorSettings.h"
+#include "zone/EditContext.h"
+#include "zone/Zone.h"
+#include "zone/ZoneManager.h"
+
+namespace zoneedit {
+namespace {
+
+using platform::Point;
+using Name = zone::StepLabel::Name;
+
+constexpr const char* kFills = "fillBetweenKeys";
+constexpr const char* kWay = "interpolation";
+constexpr const char* kSmooth = "smooth";
+
+} // namespace
+
+ShapeEditor::ShapeEditor(const EditedVideo& video, zone::ZoneSession& session,
+                         zone::SessionKeys& keys, Range range, core::EditorSettings* settings)
+    : m_video(video), m_session(session), m_keys(keys), m_range(std::move(range)),
+      m_settings(settings), m_fills(settings != nullptr && settings->getBool(kFills, false)),
+      m_way(settings != nullptr && settings->getString(kWay, "straight") == kSmooth
+                ? zone::BlendWay::smooth
+                : zone::BlendWay::straight) {}
+
+void ShapeEditor::setFills(bool fills) {
+    m_fills = fills;
+    if (m_settings != nullptr) {
+        m_settings->set(kFills, fills ? "true" : "false");
+    }
+}
+
+void ShapeEditor::setWay(zone::BlendWay way) {
+    m_way = way;
+    if (m_settings != nullptr) {
+        m_settings->set(kWay, way == zone::BlendWay::smooth ? kSmooth : "straight");
+    }
+}
+
+std::optional<ShapeEditor::Place> ShapeEditor::place() const {
+    const Place place{m_session.context().currentZone, m_video.frame()};
+    const auto zone = m_session.zones().zone(place.zone);
+    return zone && place.frame >= 0 && place.frame < zone->frameCount() ? std::optional(place)
+                                                                        : std::nullopt;
+}
+
+zone::Points ShapeEditor::points() const {
+    const auto at = place();
+    const auto held = at ? m_session.zones().zone(at->zone)->points(at->frame) : std::nullopt;
+    return held ? zone::Points(held->begin(), held->end()) : zone::Points();
+}
+
+int ShapeEditor::handle() const {
+    const auto at = place();
+    return at ? m_session.editingOf(at->zone).selectedPoint : -1;
+}
+
+std::optional<Point> ShapeEditor::handlePlace() const {
+    const zone::Points all = points();
+    const int chosen = handle();
+    if (chosen < 0 || chosen > static_cast<int>(all.size())) {
+        return std::nullopt;
+    }
+    const auto index = static_cast<std::size_t>(chosen);
+    if (index < all.size()) {
+        return all[index];
+    }
+    const Place at = place().value_or(Place());
+    return m_session.editingOf(at.zone).centerOf(at.frame);
+}
+
+std::vector<int> ShapeEditor::keys() const {
+    const auto at = place();
+    return at ? zone::authoredKeys(*m_session.zones().zone(at->zone), m_keys.of(at->zone).frames(),
+                                   m_session.editingOf(at->zone).shapedFrames)
+              : std::vector<int>();
+}
+
+std::optional<ShapeEditor::Start> ShapeEditor::start(bool isWhole, bool isMove) const {
+    const auto at = place();
+    if (!at) {
+        return std::nullopt;
+    }
+    const auto zone = m_session.zones().zone(at->zone);
+    Start start;
+    start.place = *at;
+    start.handle = handle();
+    start.at = handlePlace().value_or(Point());
+    const bool carries = m_session.context().progressChanges;
+    const auto range = m_range();
+    if (isWhole && range && range->contains(at->frame)) {
+        start.reach = {at->frame, *range, {}, false};
+        start.isPlain = false;
+    } else if (m_fills) {
+        start.reach = zone::fillReach(*zone, at->frame, keys(), carries);
+        start.isPlain = false;
+    } else {
+        start.reach = zone::plainReach(*zone, at->frame, carries);
+    }
+    if (!isMove || !start.isPlain) {
+        start.before = std::make_shared<zone::Zone>(*zone); // shares the shapes until they change
+    }
+    return start;
+}
+
+std::optional<ShapeEditor::Start> ShapeEditor::startMove() const {
+    return start(handle() == static_cast<int>(points().size()), true);
+}
+
+void ShapeEditor::reshape(const Start& start, Name name, const zone::Reshape& reshape) {
+    m_session.replaceShapes({name, start.place.zone, start.place.frame},
+                            zone::reshaped(*start.before, start.reach, reshape));
+}
+
+void ShapeEditor::move(const Start& start, Point to) {
+    if (start.isPlain) {
+        m_session.moveSelectedPoint(start.place.zone, start.place.frame, to.x, to.y);
+    } else if (start.handle >= 0) {
+        const auto held = start.before->points(start.place.frame);
+        const bool isCentre = held && start.handle == static_cast<int>(held->size());
+        reshape(start, moveName(start),
+                isCentre ? zone::shifted({to.x - start.at.x, to.y - start.at.y})
+                         : zone::movedPoint(start.handle, m_session.clamped(to)));
+    }
+}
+
+Name ShapeEditor::moveName(const Start& start) {
+    return start.reach.keys.empty() ? Name::movePoint : Name::fill;
+}
+
+void ShapeEditor::reshapeAll(Name name, const zone::Reshape& change) {
+    if (const auto begun = start()) {
+        reshape(*begun, name, change);
+    }
+}
+
+} // namespace zoneedit

@@ -1,0 +1,188 @@
+#include "ZoneEdit/ShapeGesture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <numbers>
+#include <utility>
+
+#include "ZoneEdit/ZoneEditControls.h"
+#include "core/Text.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
+#include "video/CVideoUI.h"
+#include "video/PictureView.h"
+#include "zone/Zone.h"
+#include "zone/ZoneManager.h"
+
+namespace zoneedit {
+namespace {
+
+using platform::Point;
+using Name = zone::StepLabel::Name;
+
+/// A press that goes less far is a click. Window pixels.
+constexpr int kSlack = 4;
+/// Of the label, from the pointer.
+constexpr Point kLabelOffset{20, 10};
+
+struct Vector {
+    double x;
+    double y;
+
+    [[nodiscard]] double length() const { return std::hypot(x, y); }
+};
+
+Vector middleOf(const zone::Points& points) {
+    Vector middle{0, 0};
+    for (const Point& point : points) {
+        middle.x += static_cast<double>(point.x) / static_cast<double>(points.size());
+        middle.y += static_cast<double>(point.y) / static_cast<double>(points.size());
+    }
+    return middle;
+}
+
+} // namespace
+
+ShapeGesture::ShapeGesture(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
+                           ShapeEditor& editor)
+    : m_controls(controls), m_video(video), m_session(session), m_editor(editor) {
+    if (video::CVideoUI* control = m_video.control()) {
+        control->AddLayer(m_layer);
+    }
+}
+
+void ShapeGesture::begin(Kind kind, Point at) {
+    m_kind = kind;
+    m_press = m_at = at;
+    m_isDragged = false;
+}
+
+void ShapeGesture::move(Point to) {
+    if (m_start && !m_session.inGesture()) { // a key has edited something else meanwhile
+        close();
+    }
+    if (!isOpen()) {
+        return;
+    }
+    m_at = to;
+    if (!m_isDragged) {
+        if (std::abs(to.x - m_press.x) < kSlack && std::abs(to.y - m_press.y) < kSlack) {
+            return;
+        }
+        startDrag();
+    }
+    if (m_kind == Kind::rectangle) {
+        const zone::Points corners = rectangleTo(to);
+        m_layer->showDrawn(corners);
+        showLabel(core::displayText(std::to_string(corners[2].x - corners[0].x) + " × " +
+                                    std::to_string(corners[2].y - corners[0].y)),
+                  to);
+    } else if (m_start) {
+        turnOrScale(to);
+    }
+    m_video.repaintZoneNow();
+}
+
+void ShapeGesture::startDrag() {
+    m_isDragged = true;
+    if (m_kind == Kind::rectangle) {
+        return;
+    }
+    m_start = m_editor.points().empty() ? std::nullopt : m_editor.start();
+    if (m_start) {
+        m_layer->showBefore(m_editor.points());
+        m_session.beginGesture({m_kind == Kind::scale ? Name::scale : Name::rotate,
+                                m_start->place.zone, m_start->place.frame});
+    }
+}
+
+void ShapeGesture::turnOrScale(Point to) {
+    const auto before = m_start->before->points(m_start->place.frame).value();
+    const video::PictureView view = m_video.control()->view();
+    const Vector middle = middleOf({before.begin(), before.end()});
+    // In window pixels: they are finer than the picture's while it is enlarged.
+    const Point centre = view.toWindow(
+        Point{static_cast<int>(std::lround(middle.x)), static_cast<int>(std::lround(middle.y))});
+    const Vector from{static_cast<double>(m_press.x - centre.x),
+                      static_cast<double>(m_press.y - centre.y)};
+    const Vector now{static_cast<double>(to.x - centre.x), static_cast<double>(to.y - centre.y)};
+    if (m_kind == Kind::scale) {
+        const double factor = now.length() / std::max(from.length(), 1.0);
+        m_editor.reshape(*m_start, Name::scale, zone::scaled(factor));
+        showLabel(core::displayText(std::to_string(std::lround(factor * 100)) + " %"), to);
+        return;
+    }
+    const double turned =
+        std::atan2(from.x * now.y - from.y * now.x, from.x * now.x + from.y * now.y) * 180 /
+        std::numbers::pi;
+    m_editor.reshape(*m_start, Name::rotate, zone::rotated(turned));
+    showLabel(core::displayText(std::to_string(std::lround(turned)) + "°"), to);
+}
+
+zone::Points ShapeGesture::rectangleTo(Point to) const {
+    const video::PictureView view = m_video.control()->view();
+    const Point one = m_session.clamped(view.toDisplay(m_press));
+    const Point other = m_session.clamped(view.toDisplay(to));
+    const auto [left, right] = std::minmax(one.x, other.x);
+    const auto [top, bottom] = std::minmax(one.y, other.y);
+    return {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
+}
+
+bool ShapeGesture::end() {
+    const bool wasDragged = m_isDragged;
+    if (wasDragged && m_kind == Kind::rectangle) {
+        addRectangle();
+    }
+    m_session.endGesture();
+    close();
+    return wasDragged;
+}
+
+void ShapeGesture::addRectangle() {
+    const auto place = m_editor.place();
+    if (!place) {
+        return;
+    }
+    m_session.beginGesture({Name::rectangle, place->zone, place->frame});
+    try {
+        for (const Point& corner : rectangleTo(m_at)) {
+            m_session.addPoint(place->zone, place->frame, corner.x, corner.y);
+        }
+    } catch (...) {
+        m_session.cancelGesture();
+        throw;
+    }
+}
+
+void ShapeGesture::cancel() {
+    if (isOpen()) {
+        m_session.cancelGesture();
+        close();
+    }
+}
+
+void ShapeGesture::close() {
+    m_kind.reset();
+    m_isDragged = false;
+    m_start.reset();
+    m_layer->clear();
+    m_controls.setVisible(kGestureLabel, false);
+    m_video.repaintZoneNow();
+}
+
+void ShapeGesture::showLabel(const std::u16string& text, Point at) {
+    toolkit::CControlUI* label = m_controls.find(kGestureLabel);
+    if (label == nullptr || label->GetParent() == nullptr) {
+        return;
+    }
+    const platform::Rect pane = label->GetParent()->GetPos();
+    const platform::Rect place = label->GetPlace().value_or(platform::Rect());
+    label->SetText(text);
+    label->SetPlace(platform::Rect::at(at.x + kLabelOffset.x - pane.left,
+                                       at.y + kLabelOffset.y - pane.top, place.width(),
+                                       place.height()));
+    label->SetVisible(true);
+}
+
+} // namespace zoneedit

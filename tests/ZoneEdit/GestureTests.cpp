@@ -1,0 +1,230 @@
+// Drags with Ctrl and Shift, double-clicks and keys that edit points, by real events: in the whole
+// picture, zoomed in, and on a screen of another scale.
+#include <string_view>
+#include <vector>
+
+#include "core/EditorSettings.h"
+#include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "video/CVideoUI.h"
+#include "video/PictureView.h"
+
+namespace {
+
+using platform::EventKind;
+using platform::Key;
+using platform::Modifiers;
+using platform::Point;
+using test::isChecked;
+using Points = std::vector<Point>;
+
+constexpr Modifiers kControl{.control = true};
+constexpr Modifiers kShift{.shift = true};
+constexpr Modifiers kBoth{.shift = true, .control = true};
+
+class ZoneEditGesture : public test::ZoneEditTest {
+protected:
+    ~ZoneEditGesture() override { m_gui.windows().setZoom(1); }
+
+    video::PictureView view() { return m_driver->get<video::CVideoUI>(u"Video").view(); }
+    /// Of the window, where a display pixel is shown.
+    Point on(int x, int y) { return view().toWindow(Point{x, y}); }
+    /// What a press there draws at.
+    Point hit(Point window) { return view().toDisplay(window); }
+    void mouse(EventKind kind, Point at, Modifiers held) {
+        test::input().mouse(m_driver->native(), kind, at, platform::MouseButton::left, held);
+        test::pump();
+    }
+    /// Down at the first, up at the last.
+    void drag(const Points& window, Modifiers held) {
+        mouse(EventKind::mouseDown, window.front(), held);
+        for (const Point at : window) {
+            mouse(EventKind::mouseMove, at, held);
+        }
+        mouse(EventKind::mouseUp, window.back(), held);
+    }
+    void key(EventKind kind, Key key, Modifiers held) {
+        test::input().key(m_driver->native(), kind, key, {}, held);
+        test::pump();
+    }
+    /// A square on all frames, with no point chosen.
+    void drawSquare(int left = 500, int top = 300, int size = 80) {
+        m_driver->click(u"OptionAddMultiPoint");
+        drag({on(left, top), on(left + size, top + size)}, kControl);
+        m_driver->click(u"OptionMovePoint");
+        m_driver->click(on(left + 200, top));
+    }
+    std::string_view lastStep() {
+        const zone::StepLabel* label = m_window->session().undoLabel();
+        return label != nullptr ? zone::stepName(label->name) : std::string_view();
+    }
+    int selected() { return editing().zones.at(0).selectedPoint; }
+    std::u16string hint() { return m_driver->textOf(u"LabelHint"); }
+};
+
+TEST_F(ZoneEditGesture, CtrlDrawsRectanglesScalesAndTurnsWhateverTheZoomAndTheScreen) {
+    for (const double enlarged : {1.0, 2.0}) {
+        m_gui.windows().setZoom(enlarged);
+        for (const char16_t* tool : {u"", u"200"}) {
+            show(5, 1);
+            if (*tool != 0) {
+                m_driver->pick(u"ComboZoom", 3);
+            }
+            m_driver->click(u"OptionAddMultiPoint");
+            const Point from = on(560, 400);
+            const Point to = on(460, 320);
+            drag({from, {from.x - 20, from.y - 3}, to}, kControl);
+            const Point low = hit(from);
+            const Point high = hit(to);
+            const Points drawn{high, {low.x, high.y}, low, {high.x, low.y}};
+            EXPECT_EQ(points(0, 0), drawn) << "from the upper left onwards";
+            EXPECT_EQ(points(0, 4), drawn);
+            EXPECT_EQ(lastStep(), "rectangle");
+            drag({on(520, 250), {on(520, 250).x + 3, on(520, 250).y}}, kControl);
+            ASSERT_EQ(points(0, 0).size(), 5U) << "a click";
+            m_driver->press(Key::z, kControl);
+
+            m_driver->click(u"OptionMovePoint");
+            const Point centre = on((low.x + high.x) / 2, (low.y + high.y) / 2);
+            drag({{centre.x + 60, centre.y}, {centre.x + 70, centre.y}, {centre.x, centre.y - 120}},
+                 kControl);
+            const int width = low.x - high.x;
+            EXPECT_NEAR(points(0, 4)[1].x - points(0, 4)[0].x, 2 * width, 4);
+            EXPECT_NEAR(points(0, 4)[0].x, high.x - width / 2, 4) << "about its centre";
+            EXPECT_EQ(lastStep(), "scale");
+            m_driver->press(Key::z, kControl);
+            EXPECT_EQ(points(0, 0), drawn);
+
+            drag({{centre.x + 60, centre.y}, {centre.x, centre.y + 90}}, kBoth);
+            EXPECT_NEAR(points(0, 0)[0].x - points(0, 0)[1].x, 0, 4) << "a quarter, clockwise";
+            EXPECT_NEAR(points(0, 0)[1].y - points(0, 0)[0].y, width, 4);
+            EXPECT_EQ(lastStep(), "rotate");
+        }
+    }
+}
+
+TEST_F(ZoneEditGesture, ADragWithCtrlTellsItsMeasureAndEscTakesItBack) {
+    show(5, 1);
+    drawSquare();
+    const Points square = points(0, 0);
+    const std::size_t steps = m_window->session().history().size();
+    const struct {
+        Modifiers held;
+        Point to;
+        const char16_t* measure;
+        const char16_t* hint;
+    } cases[] = {{kControl, {690, 340}, u"150 %", u"Drag: scale about the centre"},
+                 {kBoth, {540, 440}, u"90°", u"Drag: rotate about the centre"}};
+    for (const auto& c : cases) {
+        mouse(EventKind::mouseDown, on(640, 340), c.held);
+        mouse(EventKind::mouseMove, on(c.to.x, c.to.y), c.held);
+        EXPECT_EQ(hint(), c.hint);
+        EXPECT_EQ(m_driver->textOf(u"LabelGesture"), c.measure);
+        EXPECT_EQ(m_driver->get(u"LabelGesture").GetPos().topLeft(),
+                  (Point{on(c.to.x, c.to.y).x + 20, on(c.to.x, c.to.y).y + 10}));
+        EXPECT_NE(points(0, 0), square);
+        // The left edge of the shape before: a dash, and a gap behind it.
+        EXPECT_EQ(m_driver->pixel(on(500, 378)) & 0xFFFFFFU, 0xFFFFFFU);
+        m_driver->press(Key::escape);
+        EXPECT_EQ(points(0, 0), square);
+        EXPECT_FALSE(isVisible(u"LabelGesture"));
+        mouse(EventKind::mouseMove, on(700, 400), c.held);
+        mouse(EventKind::mouseUp, on(700, 400), c.held);
+        EXPECT_EQ(points(0, 0), square);
+    }
+    mouse(EventKind::mouseDown, on(500, 300), {});
+    mouse(EventKind::mouseMove, on(510, 310), {});
+    m_driver->press(Key::escape);
+    mouse(EventKind::mouseUp, on(510, 310), {});
+    EXPECT_EQ(points(0, 0), square) << "a point's drag as well";
+    EXPECT_EQ(m_window->session().history().size(), steps);
+}
+
+TEST_F(ZoneEditGesture, ShiftKeepsADragOnItsAxisWhileItIsHeld) {
+    show(5, 1);
+    drawSquare();
+    mouse(EventKind::mouseDown, on(503, 302), {});
+    mouse(EventKind::mouseMove, on(560, 320), kShift);
+    EXPECT_EQ(hint(), u"Straight across or down");
+    EXPECT_EQ(points(0, 0)[0], (Point{560, 300}));
+    mouse(EventKind::mouseMove, on(510, 380), kShift);
+    EXPECT_EQ(points(0, 0)[0], (Point{500, 380}));
+    mouse(EventKind::mouseMove, on(511, 381), {});
+    EXPECT_EQ(points(0, 0)[0], (Point{511, 381}));
+    mouse(EventKind::mouseUp, on(511, 381), {});
+    EXPECT_EQ(hint(), u"Ctrl: scale, Ctrl + Shift: rotate");
+}
+
+TEST_F(ZoneEditGesture, ADoubleClickOnALineAddsAPointThereOnEveryFrame) {
+    show(5, 1);
+    drawSquare();
+    goTo(2);
+    m_driver->drag({on(540, 340), on(640, 340)}); // the frames behind lie elsewhere
+    const std::size_t steps = m_window->session().history().size();
+    m_driver->doubleClick(on(620, 301));
+    EXPECT_EQ(points(0, 2)[1], (Point{620, 301}));
+    EXPECT_EQ(points(0, 4), points(0, 2));
+    EXPECT_EQ(points(0, 0)[1], (Point{520, 301})) << "where the line is there";
+    EXPECT_EQ(selected(), 1);
+    EXPECT_EQ(m_window->session().history().size(), steps + 1);
+    m_driver->doubleClick(on(640, 340)); // inside
+    m_driver->doubleClick(on(620, 301)); // a point
+    EXPECT_EQ(points(0, 0).size(), 5U);
+
+    m_driver->press(Key::del);
+    EXPECT_EQ(points(0, 0).size(), 4U);
+    EXPECT_EQ(points(0, 4).size(), 4U);
+    EXPECT_EQ(lastStep(), "delete point");
+    m_driver->press(Key::backspace);
+    EXPECT_EQ(points(0, 0).size(), 4U) << "none is chosen now";
+}
+
+TEST_F(ZoneEditGesture, CtrlWithArrowsMovesTheChosenPointInOneStepForEachPress) {
+    show(5, 1);
+    drawSquare();
+    goTo(1);
+    m_driver->click(on(580, 300));
+    const std::size_t steps = m_window->session().history().size();
+    const Key arrows[] = {Key::left, Key::up, Key::right, Key::down};
+    Point expected{580, 300};
+    for (int press = 0; press < 8; ++press) {
+        const Modifiers held = press < 4 ? kControl : kBoth;
+        const int by = press < 4 ? 1 : 10;
+        const int count = 1 + press % 3; // held down
+        for (int i = 0; i < count; ++i) {
+            key(EventKind::keyDown, arrows[press % 4], held);
+        }
+        key(EventKind::keyUp, arrows[press % 4], held);
+        expected.x += count * by * (press % 4 == 0 ? -1 : press % 4 == 2 ? 1 : 0);
+        expected.y += count * by * (press % 4 == 1 ? -1 : press % 4 == 3 ? 1 : 0);
+        EXPECT_EQ(points(0, 1)[1], expected);
+        EXPECT_EQ(m_window->session().history().size(),
+                  steps + static_cast<std::size_t>(press) + 1);
+    }
+    EXPECT_EQ(points(0, 4)[1], expected) << "carried forward";
+    EXPECT_EQ(points(0, 0)[1], (Point{580, 300}));
+    EXPECT_EQ(frameText(), u"1");
+    m_driver->press(Key::right);
+    EXPECT_EQ(frameText(), u"2") << "without Ctrl they step as ever";
+}
+
+TEST_F(ZoneEditGesture, EnterAndEscEndAddManyAndHintsTellWhyAClickDidNothing) {
+    show(5);
+    m_driver->click(on(600, 300));
+    EXPECT_EQ(hint(), u"Add a zone first: press +");
+    addZone();
+    for (const Key end : {Key::enter, Key::escape}) {
+        m_driver->click(u"OptionAddMultiPoint");
+        EXPECT_EQ(hint(), u"Click: a point. Ctrl: rectangle");
+        m_driver->manager().SetFocus(nullptr);
+        m_driver->press(end);
+        EXPECT_TRUE(isChecked(*m_driver, u"OptionMovePoint"));
+    }
+    m_driver->click(u"OptionDeletePoint");
+    EXPECT_EQ(hint(), u"Click a point to delete it");
+    m_driver->click(on(600, 300));
+    EXPECT_EQ(hint(), u"There is no point here");
+    m_driver->click(u"OptionAddPoint");
+    EXPECT_EQ(hint(), u"Click: a point behind the chosen one");
+}
+
+} // namespace
