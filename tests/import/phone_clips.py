@@ -12,6 +12,7 @@ import json
 import os
 import re
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
@@ -33,11 +34,12 @@ class Clip:
     """One source: how it is made, and what must come out."""
 
     def __init__(self, name, make, size="320x180", rate="30", seconds=1, sound=True, ends=("done",),
-                 frames=None, out=None, fps=None, reference=None, least=0.95, **more):
+                 frames=None, out=None, fps=None, reference=None, least=0.95, area=None):
         self.name, self.make, self.size, self.rate = name, make, size, rate
         self.seconds, self.sound, self.ends = seconds, sound, ends
         self.frames, self.out, self.fps = frames, out, fps
-        self.reference, self.least, self.more = reference, least, more
+        self.reference, self.least = reference, least
+        self.area = area  # of the clip, to be as the picture was before it was stored
 
     def inputs(self):
         parts = PICTURE + (SOUND if self.sound else [])
@@ -52,12 +54,14 @@ class Clip:
         return path
 
 
-def rotated(degrees):
-    def make(clip, folder, path):
-        plain = os.path.join(folder, "plain.mov")
-        ffmpeg(*clip.inputs(), *H264, "-c:a", "aac", plain)
-        ffmpeg("-i", plain, "-c", "copy", "-metadata:s:v:0", f"rotate={degrees}", path)
-        os.remove(plain)
+def turned(coded_by, matrix):
+    """Stored the way the camera lay; the header's matrix says how to show it."""
+    def make(clip, _folder, path):
+        ffmpeg(*clip.inputs(), "-vf", coded_by, *H264, "-c:a", "aac", path)
+        with open(path, "r+b") as stream:
+            stream.seek(stream.read().index(b"tkhd") + 44)
+            a, b, c, d = (value << 16 for value in matrix)
+            stream.write(struct.pack(">9i", a, b, 0, c, d, 0, 0, 0, 1 << 30))
     return make
 
 
@@ -88,6 +92,15 @@ def with_cover(clip, folder, path):
     os.remove(cover)
 
 
+def cover_first(clip, folder, path):
+    """A picture that the file does not call a cover."""
+    cover = os.path.join(folder, "cover.jpg")
+    ffmpeg("-f", "lavfi", "-i", "testsrc=s=500x500", "-frames:v", "1", cover)
+    ffmpeg("-i", cover, *clip.inputs(), "-map", "0", "-map", "1", "-map", "2", "-c:v:0", "copy",
+           "-c:v:1", "libx264", "-disposition:v:0", "default", "-disposition:v:1", "0", path)
+    os.remove(cover)
+
+
 TO_HIGH = ["-vf", "format=yuv444p,zscale=tin=bt709:min=bt470bg:pin=bt709:rin=limited:p=bt709:t=linear:"
            "npl=100,format=gbrpf32le,zscale=min=gbr:tin=linear:pin=bt709:p=bt2020:t={0}:m=bt2020nc:r=limited,"
            "format=yuv420p10le", "-c:v", "libx265", "-preset", "ultrafast", "-x265-params",
@@ -103,9 +116,14 @@ SCALE = "scale={0}:{1}:flags=bicubic"
 CLIPS = [
     Clip("plain.mp4", H264 + ["-c:a", "aac"], frames=30, out=(320, 176), fps=30,
          reference="crop=320:176:0:2"),
-    Clip("upright.mov", rotated(90), size="320x240", frames=30, out=(576, 320)),
-    Clip("upside.mov", rotated(180), frames=30, out=(320, 176)),
-    Clip("other side.mov", rotated(270), frames=30, out=(576, 320)),
+    Clip("upright.mov", turned("transpose=cclock", (0, 1, -1, 0)), size="240x320", frames=30,
+         out=(576, 320), area="crop=240:320:168:0"),
+    Clip("upside.mov", turned("hflip,vflip", (-1, 0, 0, -1)), frames=30, out=(320, 176),
+         area="null", reference="crop=320:176:0:2"),
+    Clip("other side.mov", turned("transpose=clock", (0, -1, 1, 0)), size="240x320", frames=30,
+         out=(576, 320), area="crop=240:320:168:0"),
+    Clip("mirror.mp4", turned("hflip", (-1, 0, 0, 1)), frames=30, out=(320, 176), area="null",
+         reference="crop=320:176:0:2"),
     Clip("large.mp4", H264 + ["-an"], size="1920x1080", seconds=0.2, frames=6, out=(1280, 720),
          sound=False, reference=SCALE.format(1280, 720)),
     Clip("odd.mkv", ["-c:v", "ffv1", "-pix_fmt", "yuv444p", "-c:a", "flac"], size="321x181",
@@ -117,6 +135,11 @@ CLIPS = [
                         "-preset", "ultrafast"], rate="50", frames=25, fps=25, out=(320, 176)),
     Clip("variable.mp4", ["-vf", "select='not(eq(mod(n,6),5))'", "-vsync", "vfr", *H264],
          seconds=3, frames=74, fps=25, out=(320, 176)),
+    Clip("still.mp4", ["-vf", "trim=end_frame=1,loop=-1:1,trim=end_frame=36", *H264], frames=36,
+         out=(320, 176), sound=False),
+    Clip("early sound.mkv", [*H264, "-c:a", "aac"], frames=30, out=(320, 176), area="null",
+         reference="crop=320:176:0:2"),
+    Clip("cover.mov", cover_first, frames=30, out=(320, 176)),
     Clip("slow.mp4", H264, rate="240", frames=60, fps=60, out=(320, 176)),
     Clip("pq.mov", high_range("smpte2084"), frames=30, out=(320, 176), least=0.6,
          reference="crop=320:176:0:2"),
@@ -148,10 +171,13 @@ CLIPS = [
 ]
 
 
-def ssim(result, source, reference):
+def ssim(clip, result, source):
+    """Beside the source, or beside what the source was made from."""
+    beside = clip.inputs()[:4] if clip.area else ["-i", "file:" + source]
     lines = subprocess.run(
-        ["ffmpeg", "-v", "info", "-nostdin", "-i", "file:" + result, "-i", "file:" + source, "-lavfi",
-         f"[1:v]{reference},format=yuv420p[b];[0:v][b]ssim", "-f", "null", "-"],
+        ["ffmpeg", "-v", "info", "-nostdin", "-i", "file:" + result, *beside, "-lavfi",
+         f"[1:v]{clip.reference or 'null'},format=yuv420p[b];[0:v]{clip.area or 'null'}[a];[a][b]ssim",
+         "-f", "null", "-"],
         check=True, capture_output=True, text=True).stderr
     return float(re.search(r"SSIM Y:([0-9.]+)", lines).group(1))
 
@@ -171,8 +197,8 @@ def check(clip, source, folder, line):
     expect("fps", round(line["fps"], 3), clip.fps)
     expect("size", (line["width"], line["height"]), clip.out)
     expect("sound", line["sound"], clip.sound)
-    if clip.reference:
-        value = ssim(os.path.join(folder, line["file"]), source, clip.reference)
+    if clip.reference or clip.area:
+        value = ssim(clip, os.path.join(folder, line["file"]), source)
         if value < clip.least:
             problems.append(f"SSIM {value}")
     return problems
