@@ -1,6 +1,6 @@
 // Gives a clip the length that it was meant to have. A picture that repeats the one before it is a
-// Theora packet without bytes; writers of Ogg files leave such packets out, and where a clip stands
-// still at its end, nothing then says how long.
+// Theora packet without bytes. Some writers of Ogg files leave such packets out behind the last one
+// with bytes: where a clip stands still at its end, nothing then says how long.
 #pragma once
 
 #include <cstdint>

@@ -135,8 +135,7 @@ CLIPS = [
                         "-preset", "ultrafast"], rate="50", frames=25, fps=25, out=(320, 176)),
     Clip("variable.mp4", ["-vf", "select='not(eq(mod(n,6),5))'", "-vsync", "vfr", *H264],
          seconds=3, frames=74, fps=25, out=(320, 176)),
-    Clip("still.mp4", ["-vf", "trim=end_frame=1,loop=-1:1,trim=end_frame=36", *H264], frames=36,
-         out=(320, 176), sound=False),
+    Clip("still.mp4", ["-vf", "lutyuv=y=90:u=128:v=128", *H264], frames=30, out=(320, 176)),
     Clip("early sound.mkv", [*H264, "-c:a", "aac"], frames=30, out=(320, 176), area="null",
          reference="crop=320:176:0:2"),
     Clip("cover.mov", cover_first, frames=30, out=(320, 176)),
@@ -197,7 +196,7 @@ def check(clip, source, folder, line):
     expect("fps", round(line["fps"], 3), clip.fps)
     expect("size", (line["width"], line["height"]), clip.out)
     expect("sound", line["sound"], clip.sound)
-    if clip.reference or clip.area:
+    if not problems and (clip.reference or clip.area):
         value = ssim(clip, os.path.join(folder, line["file"]), source)
         if value < clip.least:
             problems.append(f"SSIM {value}")
