@@ -327,7 +327,15 @@ void QtWindow::handleSize(bool ofState) {
         event.kind = EventKind::resized;
         send(event);
     }
-    if (surface != nullptr && surface->window() != nullptr) {
+    if (surface == nullptr || surface->window() == nullptr) {
+        return;
+    }
+    if (ofState) {
+        // The size that goes with the state is still to come: a Wayland compositor would take a
+        // picture of the former one for a fault and end the connection.
+        const Size size = contentSize();
+        m_picture.invalidate({0, 0, size.width, size.height});
+    } else {
         m_picture.showAll();
     }
 }
