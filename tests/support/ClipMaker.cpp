@@ -27,7 +27,7 @@ using Encoder = std::unique_ptr<th_enc_ctx, theora::CallFree<th_encode_free>>;
 
 class Picture {
 public:
-    explicit Picture(const ClipSpec& spec) : m_flatFrames(spec.flatFrames) {
+    explicit Picture(const ClipSpec& spec) : m_flatFrames(spec.flatFrames), m_luma(spec.luma) {
         const int hDivide = spec.chroma == Chroma::yuv444 ? 1 : 2;
         const int vDivide = spec.chroma == Chroma::yuv420 ? 2 : 1;
         for (int i = 0; i < 3; ++i) {
@@ -51,8 +51,9 @@ public:
             for (int y = 0; y < plane.height; ++y) {
                 for (int x = 0; x < plane.width; ++x) {
                     plane.data[y * plane.stride + x] = static_cast<std::uint8_t>(
-                        i == 0 ? luma(x, y, number)
-                               : 90 + (x * (i + 1) + y * 2 + number * (7 - i)) % 80);
+                        i == 0   ? (m_luma ? m_luma(number, x, y) : luma(x, y, number))
+                        : m_luma ? 128
+                                 : 90 + (x * (i + 1) + y * 2 + number * (7 - i)) % 80);
                 }
             }
         }
@@ -69,6 +70,7 @@ private:
     }
 
     int m_flatFrames;
+    std::function<std::uint8_t(int, int, int)> m_luma;
     Bytes m_samples[3];
     th_ycbcr_buffer m_planes{};
 };

@@ -39,8 +39,10 @@ struct ClipSpec {
     std::int64_t firstNumber = 0;      ///< of the first frame, as in a file cut from a longer one
     bool numbersJump = false;          ///< pages of the headers seem to be missing
     int flatFrames = 0;                ///< frames at the start of one colour
-    int damagedFrame = -1;             ///< this packet is invalid; -1 = none
-    int dropFrames = 0;                ///< frames missing at the start of the data (cut streams)
+    /// The grey values of a picture that shows no number. Null = none.
+    std::function<std::uint8_t(int frame, int x, int y)> luma = {};
+    int damagedFrame = -1; ///< this packet is invalid; -1 = none
+    int dropFrames = 0;    ///< frames missing at the start of the data (cut streams)
 };
 
 inline constexpr int kClipFramesPerSecond = 25;
