@@ -64,6 +64,14 @@ TINTS = {
     "good": (GOOD, GOOD, GOOD, OFF, GOOD),
     "off": (OFF, OFF, OFF, OFF, OFF),
     "question": (QUESTION, QUESTION, QUESTION, OFF, QUESTION),
+    "badge": (SURFACE, SURFACE, SURFACE, SURFACE, SURFACE),
+}
+# What the program draws itself: the map, the preview.
+PALETTE = {
+    "ink": "#1C2733", "muted": MUTED, "hint": "#596675", "surface": SURFACE, "band": "#E6EBF1", "line": LINE,
+    "edge": EDGE, "accent": ACCENT, "selected": SELECTED, "onselected": ACCENT_PRESSED, "danger": DANGER,
+    "stage": "#20262D", "onstage": "#B3BECA", "tag": "#E61C2733", "ontag": SURFACE, "halo": "#B3FFFFFF",
+    "rest": "#DDE4EB", "default": MUTED, "key": ACCENT, "zone": "#0B6B60", "random": "#6A3D9E", "onkind": SURFACE,
 }
 SCALES = (100, 125, 150, 200, 300)  # percent, for which icons are drawn
 SHEET_COLUMNS = 12
@@ -295,6 +303,7 @@ def icon_table():
     lines = ["# The skin's icons and their colours: at rest, under the pointer, pressed, inactive, chosen."]
     lines += ["scale " + " ".join(str(percent) for percent in SCALES)]
     lines += [f"tint {name} " + " ".join(colours) for name, colours in TINTS.items()]
+    lines += [f"color {name} {colour}" for name, colour in PALETTE.items()]
     lines += [f"icon {name} {x} {y} {side}" for name, x, y, side in places]
     lines += [f"image {name}.png {x} {y} {width} {height}"
               for name, x, y, width, height in places_of_faces(max(y + side for _, _, y, side in places))]

@@ -94,7 +94,7 @@ class Skin:
     def __init__(self, folder):
         self.folder = pathlib.Path(folder)
         self.images = sorted(file.name for file in self.folder.glob("*.png"))
-        self.icons = {"icon": {}, "tint": {}, "scale": {}}  # the lines of Icons.txt, by their first two words
+        self.icons = {"icon": {}, "tint": {}, "color": {}, "scale": {}}  # the lines of Icons.txt, by their first two words
         table = self.folder / "Icons.txt"
         for line in table.read_text(encoding="utf-8").splitlines() if table.exists() else ():
             kind, *words = line.split() or ("",)

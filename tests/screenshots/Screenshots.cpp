@@ -23,6 +23,7 @@
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/services/Startup.h"
 #include "core/Log.h"
+#include "core/Services.h"
 #include "core/Text.h"
 #include "import/Converter.h"
 #include "import/ImportTypes.h"
@@ -32,6 +33,8 @@
 #include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
+#include "stills/Still.h"
+#include "stills/StillService.h"
 #include "tests/screenshots/Shots.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/support/windows/ScriptedGui.h"
@@ -51,6 +54,7 @@
 #include "ui/importing/ImportVideo.h"
 #include "ui/importing/SceneImports.h"
 #include "ui/keys/KeysWindow.h"
+#include "ui/map/MapPresenter.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
@@ -300,6 +304,8 @@ private:
     /// nowhere and a branch that nothing leads to.
     void map() {
         m_good = m_services.sceneSession->load(kScene) && m_good;
+        m_services.stills = std::make_shared<stills::StillService>(
+            test::gui().loop(), *core::services().fileSystem, "");
         scene::SceneSession& session = *m_services.sceneSession;
         for (const char* name : {"Help a colleague", "Stairs A", "Stairs B", "Assembly point",
                                  "Headcount", "Someone is missing", "Debriefing"}) {
@@ -337,6 +343,7 @@ private:
         open(*window);
         const test::WindowDriver driver(*window);
         driver.native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
+        waitForStills();
         settle(*window);
         shoot("Map", *window);
         driver.click(u"ButtonMapIn");
@@ -348,8 +355,29 @@ private:
         shoot("Map@884x672", *window);
     }
 
+    void waitForStills() {
+        stills::StillClient client(*m_services.stills,
+                                   [](const stills::StillRequest& /*request*/) {});
+        std::vector<stills::StillRequest> wanted;
+        for (int branch = 0; branch < m_services.sceneSession->branchCount(); ++branch) {
+            const std::string& video = m_services.sceneSession->video(branch);
+            if (!video.empty()) {
+                wanted.push_back(
+                    {scene::sceneFolderPath(kScene) + video, ui::MapPresenter::kStillBox});
+            }
+        }
+        client.want(wanted);
+        m_good = test::pumpUntil([&] {
+                     return std::all_of(wanted.begin(), wanted.end(), [&](const auto& request) {
+                         return client.find(request) != nullptr;
+                     });
+                 }) &&
+                 m_good;
+    }
+
     /// In the middle of the first clip, paused.
     void preview() {
+        m_services.stills.reset(); // they would come at any time
         m_good = m_services.sceneSession->load(kScene) && m_good;
         const auto window = ui::BranchList::create(context());
         open(*window);

@@ -9,6 +9,8 @@
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CButtonUI.h"
 #include "toolkit/controls/COptionUI.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 
 using namespace toolkit_test;
@@ -142,11 +144,15 @@ TEST_F(Paint, ShowsTheStateOfButtonsAndOptions) {
 }
 
 TEST_F(Paint, TakesImagesAsTheyWereDrawnForTheScale) {
-    support::writeBytes("UI/Icons.txt", "scale 100 200\nimage Face.bmp 2 0 2 2\n");
+    support::writeBytes("UI/Icons.txt", "scale 100 200\nimage Face.bmp 2 0 2 2\ncolor ink #010203\n"
+                                        "color hint grey\ncolor none #040506\n");
     support::writeBytes("UI/Icons200.png", bmp(8, 4, 0xFF0000B2));
     support::writeBytes("UI/Face.bmp", bmp(2, 2, 0xFF0000A1));
     open("<Control pos=\"0,0,80,25\" bkimage=\"file='Face.bmp' corner='1,1,1,1'\" />");
     EXPECT_EQ(driver().pixel({0, 0}), 0xFF0000A1);
+    const toolkit::Palette& colors = driver().manager().look().palette();
+    EXPECT_EQ(colors[toolkit::Tone::ink], 0xFF010203);
+    EXPECT_EQ(colors[toolkit::Tone::hint], 0xFF596675) << "the default skin's";
     test::gui().windows().setZoom(2);
     EXPECT_EQ(driver().pixel({159, 49}), 0xFF0000B2);
     test::gui().windows().setZoom(1);

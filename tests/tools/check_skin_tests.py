@@ -57,6 +57,8 @@ class SkinTest(unittest.TestCase):
             ("ZoneEdit.xml", "ButtonHover.png", "ButtonHower.png", "ButtonHower.png"),
             ("ZoneEdit.xml", 'icon="Move"', 'icon="Moved"', "OptionMovePoint: icon Moved is not in Icons.txt"),
             ("Icons.txt", "icon ChevronDown", "icon Chevron", "no icon ChevronDown, which"),
+            ("Icons.txt", "color ink", "color inc", "no color ink, which"),
+            ("Icons.txt", "color hint #596675", "color hint #A0A8B0", "color hint on surface: contrast 2.4"),
             ("Icons.txt", "tint danger", "tint dangerous", "no tint danger, which"),
             ("BranchList.xml", "corner='5,4,28,4'", "corner='45,4,28,4'", "the corners are larger"),
             ("BranchList.xml", 'textcolor="#FF465362"', 'textcolor="grey"', '"grey" is no colour'),

@@ -60,8 +60,8 @@ std::shared_ptr<const IconSet> IconSet::of(const std::shared_ptr<const Skin>& sk
     return set;
 }
 
-/// "scale 100 150", "tint NAME #RRGGBB" with a colour for each state, "icon NAME X Y SIDE", "image
-/// FILE X Y WIDTH HEIGHT".
+/// "scale 100 150", "tint NAME #RRGGBB" with a colour for each state, "color NAME #RRGGBB", "icon
+/// NAME X Y SIDE", "image FILE X Y WIDTH HEIGHT".
 void IconSet::readLine(std::u16string_view line) {
     const std::u16string_view kind = nextWord(line);
     if (kind == u"scale") {
@@ -78,6 +78,10 @@ void IconSet::readLine(std::u16string_view line) {
         Colors& colors = m_tints[name];
         for (platform::Color& color : colors) {
             assignIf(color, parseColor(nextWord(line)));
+        }
+    } else if (kind == u"color") {
+        if (const auto color = parseColor(nextWord(line))) {
+            m_palette.set(name, *color);
         }
     } else if (kind == u"icon" || kind == u"image") {
         readPlace(name, line, kind == u"icon");

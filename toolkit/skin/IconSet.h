@@ -1,5 +1,5 @@
 // What a skin has for several scales: icons, which are masks, with the colours that they take, and
-// its images. UI thread only.
+// its images; and the palette beside them. UI thread only.
 #pragma once
 
 #include <array>
@@ -15,6 +15,7 @@
 #include "platform/Canvas.h"
 #include "platform/Color.h"
 #include "platform/Geometry.h"
+#include "toolkit/skin/Palette.h"
 
 namespace toolkit {
 
@@ -52,6 +53,8 @@ public:
     void draw(platform::Canvas& canvas, const platform::Rect& rect, const IconStyle& style,
               IconState state, platform::Point usualPlace = {-1, -1}) const;
 
+    [[nodiscard]] const Palette& palette() const { return m_palette; }
+
     /// The image of that file for a scale.
     [[nodiscard]] ScaledImage image(const std::u16string& file, double scale) const;
 
@@ -70,6 +73,7 @@ private:
     /// By name, in the sheet of 100 percent. Images are named as their files.
     std::unordered_map<std::u16string, platform::Rect> m_places;
     std::unordered_map<std::u16string, Colors> m_tints;
+    Palette m_palette;
 };
 
 } // namespace toolkit

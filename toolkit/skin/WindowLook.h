@@ -12,6 +12,7 @@
 
 #include "platform/FontSet.h"
 #include "toolkit/skin/IconSet.h"
+#include "toolkit/skin/Palette.h"
 #include "toolkit/skin/Skin.h"
 #include "toolkit/skin/SkinImage.h"
 
@@ -34,6 +35,8 @@ public:
     [[nodiscard]] const SkinImage* GetImage(const std::u16string& attribute);
     /// The icons of the skin.
     [[nodiscard]] const IconSet& icons();
+    /// The colours of what the program draws itself.
+    [[nodiscard]] const Palette& palette() { return icons().palette(); }
     /// Fonts are numbered from 0 in the order added.
     void AddFont(const platform::FontDescription& font);
     /// An unknown number means the default font.

@@ -6,7 +6,6 @@
 #include "core/Text.h"
 #include "edit/History.h"
 #include "map/MapLayout.h"
-#include "platform/Geometry.h"
 #include "scene/SceneChange.h"
 #include "stills/Still.h"
 #include "ui/branch_editor/ControlNames.h"
@@ -19,7 +18,6 @@ namespace {
 
 constexpr std::size_t kSmall = 150; ///< branches that are laid out at once
 constexpr std::size_t kMostStills = 400;
-constexpr platform::Size kStillBox{272, 152};
 
 } // namespace
 

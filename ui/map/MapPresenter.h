@@ -10,6 +10,7 @@
 #include "edit/Observers.h"
 #include "jobs/BackgroundJob.h"
 #include "map/MapScene.h"
+#include "platform/Geometry.h"
 #include "scene/SceneSession.h"
 #include "stills/StillService.h"
 #include "ui/Controls.h"
@@ -23,6 +24,9 @@ namespace ui {
 
 class MapPresenter {
 public:
+    /// Of the stills that it asks for.
+    static constexpr platform::Size kStillBox{272, 152};
+
     /// `folder`: the scene's, ending in a separator; empty when it is unknown. `stills` may be
     /// null. `errors`: how many a branch has. `mayEdit`: whether the scene can be edited now. All
     /// of them outlive the presenter.

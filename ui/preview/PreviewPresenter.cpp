@@ -311,19 +311,19 @@ PreviewRowLook PreviewPresenter::choiceLook(const player::Choice& choice) const 
     switch (action.when) {
     case When::keyPressed:
         look.badge = core::displayText(action.parameter);
-        look.badgeColor = 0xFF1D63AD;
+        look.badgeTone = toolkit::Tone::keyKind;
         break;
     case When::zoneClicked:
         look.icon = u"Zone";
-        look.badgeColor = 0xFF0B6B60;
+        look.badgeTone = toolkit::Tone::zoneKind;
         break;
     case When::byChance:
         look.icon = u"Dice";
-        look.badgeColor = 0xFF6A3D9E;
+        look.badgeTone = toolkit::Tone::randomKind;
         break;
     case When::clipEnds:
         look.icon = u"End";
-        look.badgeColor = 0xFF465362;
+        look.badgeTone = toolkit::Tone::defaultKind;
         break;
     }
     return look;

@@ -4,6 +4,7 @@
 
 #include "platform/Geometry.h"
 #include "platform/Path.h"
+#include "toolkit/skin/Palette.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -13,6 +14,7 @@ namespace {
 
 using platform::Color;
 using platform::TextAlign;
+using toolkit::Tone;
 
 constexpr int kInset = 8;
 constexpr int kBadgeSide = 16;
@@ -24,14 +26,6 @@ constexpr int kTimeWidth = 60;
 constexpr int kSmallFont = 4;
 constexpr int kBoldFont = 1;
 constexpr int kGap = 3;
-constexpr Color kInk = 0xFF1C2733;
-constexpr Color kHint = 0xFF596675;
-constexpr Color kEdge = 0xFF7C8A9A;
-constexpr Color kAccent = 0xFF1D63AD;
-constexpr Color kSelected = 0xFFC1E3FF;
-constexpr Color kOnSelected = 0xFF124274;
-constexpr Color kDanger = 0xFFA8221B;
-constexpr Color kWhite = 0xFFFFFFFF;
 
 void fillRound(platform::Canvas& canvas, const platform::Rect& box, double radius, Color color) {
     platform::Path path;
@@ -43,7 +37,7 @@ void fillRound(platform::Canvas& canvas, const platform::Rect& box, double radiu
 } // namespace
 
 PreviewRow::PreviewRow(PreviewRowLook look) : m_look(std::move(look)) {
-    SetAttribute(u"icontint", u"primary");
+    SetAttribute(u"icontint", u"badge");
     SetAttribute(u"iconpos", u"17,14"); // on the badge of a button
     SetIcon(m_look.icon);
 }
@@ -67,26 +61,28 @@ void PreviewRow::paintLine(platform::Canvas& canvas, std::u16string_view text, c
 }
 
 void PreviewRow::paintBadge(platform::Canvas& canvas, const Rect& box) {
-    fillRound(canvas, box, 3, m_look.badgeColor);
+    const toolkit::Palette& colors = GetManager()->look().palette();
+    fillRound(canvas, box, 3, colors[m_look.badgeTone]);
     if (m_look.icon.empty()) {
-        paintLine(canvas, m_look.badge, box, kSmallFont, kWhite, TextAlign::center);
+        paintLine(canvas, m_look.badge, box, kSmallFont, colors[Tone::onKind], TextAlign::center);
     } else {
         paintIcon(canvas);
     }
 }
 
 void PreviewRow::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
+    const toolkit::Palette& colors = GetManager()->look().palette();
     Rect box = GetPos();
-    Color ink = m_look.isProblem ? kDanger : kInk;
-    Color hint = kHint;
+    Color ink = colors[m_look.isProblem ? Tone::danger : Tone::ink];
+    Color hint = colors[Tone::hint];
     int left = box.left + kPathTextLeft;
     if (m_look.isButton) {
         box = {box.left + kInset, box.top + kGap, box.right - kInset, box.bottom - kGap};
-        fillRound(canvas, box, 3, m_look.isChosen ? kAccent : kEdge);
+        fillRound(canvas, box, 3, colors[m_look.isChosen ? Tone::accent : Tone::edge]);
         fillRound(canvas, {box.left + 1, box.top + 1, box.right - 1, box.bottom - 1}, 2,
-                  m_look.isChosen ? kSelected : kWhite);
-        ink = m_look.isChosen ? kOnSelected : ink;
-        hint = m_look.isChosen ? kOnSelected : hint;
+                  colors[m_look.isChosen ? Tone::selected : Tone::surface]);
+        ink = m_look.isChosen ? colors[Tone::onSelected] : ink;
+        hint = m_look.isChosen ? colors[Tone::onSelected] : hint;
         paintBadge(canvas,
                    Rect::at(box.left + kBadgeLeft, box.top + (box.height() - kBadgeSide) / 2,
                             kBadgeSide, kBadgeSide));

@@ -8,13 +8,14 @@
 #include "platform/Canvas.h"
 #include "platform/Color.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/skin/Palette.h"
 
 namespace ui {
 
 struct PreviewRowLook {
     std::u16string badge{}; ///< a letter or two; or
     std::u16string icon{};  ///< one of the skin's
-    platform::Color badgeColor = 0;
+    toolkit::Tone badgeTone = toolkit::Tone::defaultKind;
     std::u16string number{};
     std::u16string name{};
     std::u16string detail{};

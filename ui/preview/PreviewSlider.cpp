@@ -7,19 +7,20 @@
 #include "platform/Color.h"
 #include "platform/Geometry.h"
 #include "platform/Path.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/WindowLook.h"
+#include "toolkit/window/CPaintManagerUI.h"
 
 namespace ui {
 namespace {
 
 using platform::Key;
+using toolkit::Tone;
 
 constexpr int kBarHeight = 6;
 constexpr int kHandleWidth = 7;
 constexpr int kHandleHeight = 15;
 constexpr int kPage = 25;
-constexpr platform::Color kRun = 0xFF1D63AD;
-constexpr platform::Color kRest = 0xFFDDE4EB;
-constexpr platform::Color kHandle = 0xFF124274;
 
 void fillRound(platform::Canvas& canvas, const platform::Rect& box, platform::Color color) {
     platform::Path path;
@@ -123,17 +124,19 @@ bool PreviewSlider::DoEvent(const toolkit::TEventUI& event) {
 }
 
 void PreviewSlider::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
+    const toolkit::Palette& colors = GetManager()->look().palette();
     const Rect whole = bar();
-    fillRound(canvas, whole, kRest);
+    fillRound(canvas, whole, colors[Tone::rest]);
     if (m_count < 1) {
         return;
     }
     const int handle = handleAt();
-    fillRound(canvas, {whole.left, whole.top, handle + kHandleWidth / 2, whole.bottom}, kRun);
+    fillRound(canvas, {whole.left, whole.top, handle + kHandleWidth / 2, whole.bottom},
+              colors[Tone::accent]);
     fillRound(canvas,
               Rect::at(handle, GetPos().top + (GetPos().height() - kHandleHeight) / 2, kHandleWidth,
                        kHandleHeight),
-              kHandle);
+              colors[Tone::onSelected]);
 }
 
 std::u16string PreviewSlider::accessibleValue() const {

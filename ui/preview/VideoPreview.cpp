@@ -5,12 +5,12 @@
 #include <cstring>
 #include <utility>
 
-#include "platform/Color.h"
 #include "platform/Event.h"
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
 #include "platform/Path.h"
 #include "player/Clip.h"
+#include "toolkit/skin/Palette.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -18,14 +18,10 @@
 namespace ui {
 namespace {
 
+using toolkit::Tone;
+
 constexpr unsigned kTickTimer = 1;
 constexpr int kTickMs = 8;
-constexpr platform::Color kStage = 0xFF20262D;
-constexpr platform::Color kTagGround = 0xE61C2733;
-constexpr platform::Color kWhite = 0xFFFFFFFF;
-constexpr platform::Color kHint = 0xFFB3BECA;
-constexpr platform::Color kOutline = 0xFF0B6B60;
-constexpr platform::Color kOutlineEdge = 0xB3FFFFFF;
 constexpr double kOutlineWidth = 1.5;
 constexpr int kSmallFont = 4;
 constexpr int kTagInset = 10;
@@ -151,7 +147,7 @@ platform::PointerShape VideoPreview::pointerShapeAt(Point point) const {
 void VideoPreview::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
     const Rect picture = pictureRect();
     if (m_picture.isEmpty() || picture != GetPos()) {
-        canvas.fillRect(GetPos(), kStage);
+        canvas.fillRect(GetPos(), GetManager()->look().palette()[Tone::stage]);
     }
     if (m_picture.isEmpty() && m_branch.empty()) {
         paintHint(canvas);
@@ -171,7 +167,7 @@ void VideoPreview::paintHint(platform::Canvas& canvas) const {
     toolkit::CPaintManagerUI& manager = *GetManager();
     toolkit::TextLook look;
     look.font = manager.look().GetFont(kSmallFont);
-    look.color = kHint;
+    look.color = manager.look().palette()[Tone::onStage];
     look.align = platform::TextAlign::center;
     Rect box = GetPos();
     box.left += kTagInset;
@@ -192,8 +188,9 @@ void VideoPreview::paintOutline(platform::Canvas& canvas, const Outline& outline
     }
     platform::Path path;
     path.addPolygon(corners);
-    canvas.fillPath(path.stroked(kOutlineWidth + 2), kOutlineEdge);
-    canvas.fillPath(path.stroked(kOutlineWidth), kOutline);
+    const toolkit::Palette& colors = GetManager()->look().palette();
+    canvas.fillPath(path.stroked(kOutlineWidth + 2), colors[Tone::halo]);
+    canvas.fillPath(path.stroked(kOutlineWidth), colors[Tone::zoneKind]);
     const auto left = std::min_element(corners.begin(), corners.end(),
                                        [](const auto& a, const auto& b) { return a.x < b.x; });
     const auto top = std::min_element(corners.begin(), corners.end(),
@@ -210,14 +207,14 @@ void VideoPreview::paintTag(platform::Canvas& canvas, std::u16string_view text, 
     toolkit::CPaintManagerUI& manager = *GetManager();
     toolkit::TextLook look;
     look.font = manager.look().GetFont(kSmallFont);
-    look.color = kWhite;
+    look.color = manager.look().palette()[Tone::onTag];
     const int most = std::max(pictureRect().right - at.x - kTagInset, 0);
     const int width =
         std::min(manager.fonts().measure(text, look.font).width + 2 * kTagPadding, most);
     platform::Path ground;
     ground.addRoundBox({static_cast<double>(at.x), static_cast<double>(at.y)}, width, kTagHeight,
                        3);
-    canvas.fillPath(ground, kTagGround);
+    canvas.fillPath(ground, manager.look().palette()[Tone::tag]);
     toolkit::paintTextLine(canvas, manager.fonts(), text,
                            Rect::at(at.x + kTagPadding, at.y, width - 2 * kTagPadding, kTagHeight),
                            look);
