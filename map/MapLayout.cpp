@@ -5,7 +5,9 @@
 #include <iterator>
 #include <span>
 #include <tuple>
+#include <utility>
 
+#include "map/Chains.h"
 #include "map/Ordering.h"
 #include "map/Placement.h"
 #include "map/Ranks.h"
@@ -13,12 +15,12 @@
 namespace map {
 namespace {
 
-constexpr int kBetweenColumns = 40;
 constexpr int kSlotHeight = 18;
 constexpr int kSpread = 13;
 constexpr int kStub = 34; ///< below a node with an action that leads nowhere
 constexpr int kHeading = 44;
 constexpr int kFoot = 5;
+constexpr int kCountHeight = 17; ///< of how many more a chain has
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
@@ -32,17 +34,18 @@ int heightOf(const MapBranch& branch, NodeForm form) {
 }
 
 bool hasStub(const MapBranch& branch) {
-    return std::any_of(branch.actions.begin(), branch.actions.end(), [](const MapAction& action) {
-        return action.branch < 0 && !action.target.empty();
-    });
+    return std::any_of(branch.actions.begin(), branch.actions.end(),
+                       [](const MapAction& action) { return action.isBroken(); });
 }
 
 /// The nodes of one part of the map, the reached ones or the others.
 class Part {
 public:
-    Part(const MapScene& scene, NodeForm form, MapLayout& layout)
-        : m_scene(scene), m_form(form), m_sizes(sizesOf(form)), m_layout(layout),
-          m_number(scene.branches.size(), -1) {}
+    /// `nodeHeights`: by branch.
+    Part(const MapScene& scene, NodeForm form, const std::vector<int>& nodeHeights,
+         MapLayout& layout)
+        : m_scene(scene), m_form(form), m_sizes(sizesOf(form)), m_nodeHeights(nodeHeights),
+          m_layout(layout), m_number(scene.branches.size(), -1) {}
 
     void lay(const Ranks& ranks, const std::vector<MapLine>& actions, std::span<const Arc> arcs,
              bool isReached, int top) {
@@ -53,9 +56,8 @@ public:
                 m_number[branch] = static_cast<int>(m_branches.size());
                 m_branches.push_back(static_cast<int>(branch));
                 column.push_back(ranks.column[branch]);
-                const MapBranch& content = m_scene.branches[branch];
-                heights.push_back(heightOf(content, m_form) +
-                                  (m_sizes.row > 0 && hasStub(content) ? kStub : 0));
+                const bool needsStub = m_sizes.row > 0 && hasStub(m_scene.branches[branch]);
+                heights.push_back(m_nodeHeights[branch] + (needsStub ? kStub : 0));
             }
         }
         std::vector<Arc> drawn;
@@ -71,8 +73,7 @@ public:
         for (std::size_t node = 0; node < m_branches.size(); ++node) {
             const int branch = m_branches[node];
             m_layout.nodes[at(branch)] = {xOf(column[node]), top + tops[node], m_sizes.width,
-                                          heightOf(m_scene.branches[at(branch)], m_form),
-                                          isReached};
+                                          m_nodeHeights[at(branch)], isReached};
             m_layout.width = std::max(m_layout.width, xOf(column[node]) + m_sizes.width);
             m_layout.height = std::max(m_layout.height, top + tops[node] + heights[node]);
         }
@@ -131,11 +132,68 @@ private:
     const MapScene& m_scene;
     NodeForm m_form;
     FormSizes m_sizes;
+    const std::vector<int>& m_nodeHeights;
     MapLayout& m_layout;
     std::vector<int> m_number;   ///< by branch; -1: not in this part
     std::vector<int> m_branches; ///< by number
     std::vector<MapLine> m_lines;
 };
+
+std::vector<int> heightsOf(const MapScene& scene, NodeForm form) {
+    std::vector<int> heights;
+    for (const MapBranch& branch : scene.branches) {
+        heights.push_back(heightOf(branch, form));
+    }
+    return heights;
+}
+
+MapLayout layOutAll(const MapScene& scene, NodeForm form, const std::vector<int>& heights) {
+    std::vector<Arc> arcs;
+    std::vector<MapLine> actions; // by arc
+    for (std::size_t branch = 0; branch < scene.branches.size(); ++branch) {
+        const std::vector<MapAction>& content = scene.branches[branch].actions;
+        for (std::size_t action = 0; action < content.size(); ++action) {
+            if (content[action].branch >= 0) {
+                arcs.push_back({static_cast<int>(branch), content[action].branch});
+                actions.push_back({static_cast<int>(branch), static_cast<int>(action), {}});
+            }
+        }
+    }
+    const Ranks ranks = rankNodes(static_cast<int>(scene.branches.size()), arcs, scene.first);
+    MapLayout layout;
+    layout.nodes.resize(scene.branches.size());
+    Part(scene, form, heights, layout).lay(ranks, actions, arcs, true, 0);
+    if (std::find(ranks.isReached.begin(), ranks.isReached.end(), false) != ranks.isReached.end()) {
+        layout.unreachedTop = layout.height + (layout.height > 0 ? sizesOf(form).gap : 0);
+        Part(scene, form, heights, layout)
+            .lay(ranks, actions, arcs, false, layout.unreachedTop + kHeading);
+    }
+    return layout;
+}
+
+/// All branches of a chain have the place of its one node.
+MapLayout layOutFolded(const MapScene& scene, NodeForm form, std::vector<std::vector<int>> chains) {
+    const FoldedScene folded = fold(scene, chains);
+    std::vector<int> heights = heightsOf(folded.scene, form);
+    for (const std::vector<int>& chain : chains) {
+        heights[at(folded.numbers[at(chain.front())])] += kCountHeight;
+    }
+    MapLayout layout = layOutAll(folded.scene, form, heights);
+    const std::vector<MapNode> nodes = std::exchange(layout.nodes, {});
+    for (const int number : folded.numbers) {
+        layout.nodes.push_back(nodes[at(number)]);
+    }
+    for (std::size_t chain = 0; chain < chains.size(); ++chain) {
+        for (const int branch : chains[chain]) {
+            layout.nodes[at(branch)].chain = static_cast<int>(chain);
+        }
+    }
+    for (MapLine& line : layout.lines) {
+        line.branch = folded.last[at(line.branch)];
+    }
+    layout.chains = std::move(chains);
+    return layout;
+}
 
 } // namespace
 
@@ -157,26 +215,26 @@ int exitOf(NodeForm form, int action) {
     return sizes.row > 0 ? sizes.height + sizes.row * row + sizes.row / 2 : sizes.entry;
 }
 
+std::span<const MapLine> linesOf(const MapLayout& layout, int branch) {
+    const auto first =
+        std::partition_point(layout.lines.begin(), layout.lines.end(),
+                             [branch](const MapLine& line) { return line.branch < branch; });
+    const auto last = std::partition_point(
+        first, layout.lines.end(), [branch](const MapLine& line) { return line.branch == branch; });
+    return {first, last};
+}
+
 MapLayout layOut(const MapScene& scene, NodeForm form) {
-    std::vector<Arc> arcs;
-    std::vector<MapLine> actions; // by arc
-    for (std::size_t branch = 0; branch < scene.branches.size(); ++branch) {
-        const std::vector<MapAction>& content = scene.branches[branch].actions;
-        for (std::size_t action = 0; action < content.size(); ++action) {
-            if (content[action].branch >= 0) {
-                arcs.push_back({static_cast<int>(branch), content[action].branch});
-                actions.push_back({static_cast<int>(branch), static_cast<int>(action), {}});
-            }
-        }
+    std::vector<std::vector<int>> chains;
+    if (form == NodeForm::name) {
+        chains = findChains(scene);
     }
-    const Ranks ranks = rankNodes(static_cast<int>(scene.branches.size()), arcs, scene.first);
-    MapLayout layout;
-    layout.nodes.resize(scene.branches.size());
-    Part(scene, form, layout).lay(ranks, actions, arcs, true, 0);
-    if (std::find(ranks.isReached.begin(), ranks.isReached.end(), false) != ranks.isReached.end()) {
-        layout.unreachedTop = layout.height + (layout.height > 0 ? sizesOf(form).gap : 0);
-        Part(scene, form, layout).lay(ranks, actions, arcs, false, layout.unreachedTop + kHeading);
-    }
+    MapLayout layout = chains.empty() ? layOutAll(scene, form, heightsOf(scene, form))
+                                      : layOutFolded(scene, form, std::move(chains));
+    std::sort(layout.lines.begin(), layout.lines.end(),
+              [](const MapLine& one, const MapLine& other) {
+                  return std::tie(one.branch, one.action) < std::tie(other.branch, other.action);
+              });
     return layout;
 }
 

@@ -2,6 +2,7 @@
 // scene always looks the same.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "map/MapScene.h"
@@ -13,7 +14,7 @@ enum class NodeForm {
     unfolded, ///< with every action
     whole,
     still,
-    name
+    name ///< alone; chains of branches without a choice are folded
 };
 
 struct FormSizes {
@@ -25,6 +26,7 @@ struct FormSizes {
 };
 [[nodiscard]] FormSizes sizesOf(NodeForm form);
 
+constexpr int kBetweenColumns = 40;
 constexpr int kStillHeight = 76;
 constexpr int kNameHeight = 22;
 constexpr int kMostRows = 8; ///< one more says how many are left out
@@ -42,6 +44,7 @@ struct MapNode {
     int width = 0;
     int height = 0;
     bool isReached = true;
+    int chain = -1; ///< that it is folded into: its branches have one place
 
     friend bool operator==(const MapNode&, const MapNode&) = default;
 };
@@ -58,7 +61,10 @@ struct MapLine {
 
 struct MapLayout {
     std::vector<MapNode> nodes; ///< by branch
-    std::vector<MapLine> lines; ///< without those that lead back, or from what is not reached
+    /// By branch and action; without those that lead back, or from what is not reached, or inside a
+    /// chain.
+    std::vector<MapLine> lines;
+    std::vector<std::vector<int>> chains; ///< branches of each, in their order
     int width = 0;
     int height = 0;
     int unreachedTop = -1; ///< of the part with branches that are not reached; -1: all are
@@ -66,6 +72,8 @@ struct MapLayout {
     friend bool operator==(const MapLayout&, const MapLayout&) = default;
 };
 
+/// The lines of a branch.
+[[nodiscard]] std::span<const MapLine> linesOf(const MapLayout& layout, int branch);
 /// Where the line of an action begins, below the node's top.
 [[nodiscard]] int exitOf(NodeForm form, int action);
 [[nodiscard]] MapLayout layOut(const MapScene& scene, NodeForm form);

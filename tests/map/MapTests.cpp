@@ -3,10 +3,13 @@
 #include <cstddef>
 #include <random>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "map/BackLines.h"
 #include "map/MapLayout.h"
 #include "map/MapScene.h"
 #include "map/MapText.h"
@@ -47,8 +50,13 @@ void expectSound(const MapScene& scene, const MapLayout& layout) {
     ASSERT_EQ(layout.nodes.size(), scene.branches.size());
     std::vector<map::MapNode> nodes = layout.nodes;
     std::sort(nodes.begin(), nodes.end(), [](const auto& one, const auto& other) {
-        return one.x != other.x ? one.x < other.x : one.y < other.y;
+        return std::tie(one.x, one.y) < std::tie(other.x, other.y);
     });
+    nodes.erase(std::unique(nodes.begin(), nodes.end(),
+                            [](const auto& one, const auto& other) {
+                                return one.chain >= 0 && one == other;
+                            }),
+                nodes.end());
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         EXPECT_TRUE(nodes[i].x >= 0 && nodes[i].y >= 0 &&
                     nodes[i].x + nodes[i].width <= layout.width &&
@@ -108,6 +116,68 @@ TEST(MapLayoutOf, HostileScenesIsSound) {
     for (const MapScene& scene :
          {branches(0), branches(1), loops, chain, star, nowhere, randomScene(7, 1'000, 5'000)}) {
         expectSound(scene, map::layOut(scene, NodeForm::whole));
+    }
+}
+
+TEST(MapLayoutOf, ChainsWithoutAChoiceIsFoldedWhereOnlyNamesAreShown) {
+    // 0 to 3 and 6 to 8 are chains, 9 and 10 are a ring that nothing leads into.
+    MapScene scene = branches(11);
+    const std::pair<int, int> leads[] = {{0, 1}, {1, 2}, {1, 2}, {2, 3}, {3, 4},  {3, 5}, {4, 6},
+                                         {5, 6}, {6, 7}, {7, 8}, {8, 0}, {9, 10}, {10, 9}};
+    for (const auto& [from, to] : leads) {
+        lead(scene, from, to);
+    }
+    EXPECT_TRUE(map::layOut(scene, NodeForm::still).chains.empty());
+    const MapLayout layout = map::layOut(scene, NodeForm::name);
+    expectSound(scene, layout);
+    EXPECT_EQ(layout.chains, (std::vector<std::vector<int>>{{0, 1, 2, 3}, {6, 7, 8}}));
+    EXPECT_EQ(layout.nodes[0], layout.nodes[3]);
+    EXPECT_GT(layout.nodes[0].height, layout.nodes[4].height) << "says how many there are";
+    EXPECT_EQ(layout.width, 3 * 72 + 2 * 40);
+    EXPECT_TRUE(map::linesOf(layout, 1).empty());
+    ASSERT_EQ(map::linesOf(layout, 3).size(), 2U) << "the last of a chain leads on";
+    EXPECT_EQ(map::linesOf(layout, 3)[1].action, 1);
+    EXPECT_EQ(map::backLinesOf(scene, layout, NodeForm::name, 0).size(), 1U)
+        << "from 8, none inside a chain";
+    lead(scene, 1, -1);
+    EXPECT_EQ(map::layOut(scene, NodeForm::name).chains.size(), 1U) << "a target that is missing";
+}
+
+TEST(MapLayoutOf, LinesBackRunAroundWhatIsBetween) {
+    MapScene scene = branches(7);
+    const std::pair<int, int> leads[] = {{0, 1}, {0, 2}, {1, 3}, {2, 3}, {1, 0},
+                                         {3, 1}, {3, 0}, {6, 0}, {2, 2}};
+    for (const auto& [from, to] : leads) {
+        lead(scene, from, to);
+    }
+    for (const NodeForm form : {NodeForm::whole, NodeForm::still, NodeForm::name}) {
+        const MapLayout layout = map::layOut(scene, form);
+        for (int branch = 0; branch < 7; ++branch) {
+            for (const map::MapLine& line : map::backLinesOf(scene, layout, form, branch)) {
+                const auto& points = line.points;
+                const auto from = static_cast<std::size_t>(line.branch);
+                const auto to = static_cast<std::size_t>(
+                    scene.branches[from].actions[static_cast<std::size_t>(line.action)].branch);
+                SCOPED_TRACE(std::to_string(from) + " to " + std::to_string(to));
+                EXPECT_EQ(points.front().x, layout.nodes[from].x);
+                const map::MapNode& target = layout.nodes[to];
+                EXPECT_TRUE(points.back().x > target.x &&
+                            points.back().x < target.x + target.width);
+                EXPECT_EQ(points.back().y,
+                          target.y + ((from == 3 && to == 0) || from == 6 ? target.height : 0));
+                for (std::size_t i = 1; i < points.size(); ++i) {
+                    EXPECT_NE(points[i].x == points[i - 1].x, points[i].y == points[i - 1].y);
+                    for (const map::MapNode& node : layout.nodes) {
+                        EXPECT_FALSE(std::min(points[i].x, points[i - 1].x) < node.x + node.width &&
+                                     std::max(points[i].x, points[i - 1].x) > node.x &&
+                                     std::min(points[i].y, points[i - 1].y) <
+                                         node.y + node.height &&
+                                     std::max(points[i].y, points[i - 1].y) > node.y);
+                    }
+                }
+            }
+        }
+        EXPECT_EQ(map::backLinesOf(scene, layout, form, 0).size(), 3U) << "from and to it alone";
     }
 }
 

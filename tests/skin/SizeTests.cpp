@@ -83,9 +83,7 @@ protected:
         std::vector<toolkit::CLabelUI*> texts;
         collectTexts(*m_driver.manager().GetRoot(), texts);
         for (toolkit::CLabelUI* text : texts) {
-            // The map's zoom gives way to the find box.
-            const bool gaveWay = text->GetName() == u"LabelMapZoom" && text->GetPos().isEmpty();
-            if (gaveWay || (!text->IsVisible() && !text->isInteractive())) {
+            if (!text->IsVisible() && !text->isInteractive()) {
                 continue;
             }
             const Controls hidden = show(*text);

@@ -94,6 +94,70 @@ TEST_F(MapTest, ShowsTheChoiceAndFollowsEdits) {
     EXPECT_EQ(m_driver->textOf(u"LabelMapZoom"), u"100 %");
 }
 
+TEST_F(MapTest, TheChosenNodeKeepsItsPlaceThroughEdits) {
+    showScene();
+    m_driver->click(on(1)); // the view is still fitted
+    const Point before = map().placeOf(1).topLeft();
+    const Rect first = map().placeOf(0);
+    session().addAction(0);
+    session().setTarget(0, 2, "Apart");
+    EXPECT_EQ(map().placeOf(1).topLeft(), before);
+    EXPECT_NE(map().placeOf(2).left, first.left) << "reached now";
+}
+
+TEST_F(MapTest, AChainIsOneNodeWhereOnlyNamesAreShown) {
+    makeScene({"Alarm", "Lift", "Stairs", "Yard", "Roof"});
+    for (int branch = 0; branch < 3; ++branch) {
+        addAction(scene::Action::kDefaultAction, {}, session().branchName(branch + 1), branch);
+    }
+    addAction(scene::Action::kDefaultAction, {}, "Roof", 3);
+    addAction(scene::Action::kKeypressAction, "A", "Alarm", 3);
+    show();
+    m_driver->native().setGeometry(Rect::at(0, 0, 1600, 900));
+    test::pump();
+    EXPECT_NE(map().placeOf(0), map().placeOf(3));
+    m_driver->wheel(on(0), -7);
+    ASSERT_EQ(m_driver->textOf(u"LabelMapZoom"), u"35 %");
+    EXPECT_EQ(map().placeOf(0), map().placeOf(3));
+    EXPECT_EQ(map().toolTipAt(on(2)), u"Alarm, Lift, Stairs, Yard");
+    m_driver->click(on(4));
+    m_driver->press(Key::left);
+    m_driver->press(Key::left);
+    EXPECT_EQ(shown(), u"Stairs") << "the arrows go along it";
+    m_driver->click(on(0));
+    EXPECT_EQ(shown(), u"Stairs") << "the chosen one stands for all";
+    m_driver->press(Key::right);
+    m_driver->press(Key::right);
+    EXPECT_EQ(shown(), u"Roof");
+    m_driver->click(on(0));
+    EXPECT_EQ(shown(), u"Alarm") << "its first";
+}
+
+TEST_F(MapTest, AnEmptyMapSaysWhatWillBeHere) {
+    makeScene({});
+    show();
+    m_driver->native().setGeometry(Rect::at(0, 0, 1600, 900));
+    test::pump();
+    const Rect pos = map().GetPos();
+    const auto textRows = [&](int from, int to) {
+        const auto picture = m_driver->picture();
+        int rows = 0;
+        for (int y = pos.top + from; y < pos.top + to; ++y) {
+            const std::uint32_t ground = picture.at(pos.left + 2, y);
+            bool hasText = false;
+            for (int x = pos.left + 2; x < pos.right - 2; ++x) {
+                hasText = hasText || picture.at(x, y) != ground;
+            }
+            rows += hasText ? 1 : 0;
+        }
+        return rows;
+    };
+    const int top = pos.height() * 2 / 5;
+    const int heading = textRows(top, top + 22);
+    EXPECT_GT(heading, 0);
+    EXPECT_GT(textRows(top + 22, pos.height() - 2), 0) << "and a line below it";
+}
+
 TEST_F(MapTest, ADragFromARowLeadsTheActionElsewhere) {
     showScene();
     const std::string before = session().savedForm();

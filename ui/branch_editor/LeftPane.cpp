@@ -84,7 +84,7 @@ void LeftPane::arrange() {
     m_controls.setVisible(kMapPage, isMap);
     m_controls.setVisible(kPreviewPage, !isMap);
     for (const std::u16string_view tool :
-         {kFindPane, kZoomOutButton, kZoomLabel, kZoomInButton, kFitButton}) {
+         {kFindPane, kZoomOutButton, kZoomInButton, kFitButton}) { // the head shows the zoom
         m_controls.setVisible(tool, isMap);
     }
     for (const std::u16string_view tool : {kPreviewNote, kPreviewStop}) {

@@ -87,12 +87,10 @@ int PaneHead::placeTools(const Rect& content, int left, bool withZoom) {
     int right = content.right - kEdge;
     for (auto item = items().rbegin(); item != items().rend(); ++item) {
         const auto& child = *item;
-        if (isTab(*child) || isBox(*child) || !child->isShown()) {
+        if (isTab(*child) || isBox(*child) || !(isZoom(*child) ? withZoom : child->isShown())) {
             continue;
         }
-        const bool hasRoom = isZoom(*child)   ? withZoom
-                             : isNote(*child) ? right - child->GetFixedWidth() >= left + kBesideBox
-                                              : true;
+        const bool hasRoom = !isNote(*child) || right - child->GetFixedWidth() >= left + kBesideBox;
         const int width = hasRoom ? child->GetFixedWidth() : 0;
         child->SetPos(Rect::at(right - width, content.top + kEdge, width, kToolHeight));
         right -= width > 0 ? width + kGap : 0;
@@ -100,21 +98,35 @@ int PaneHead::placeTools(const Rect& content, int left, bool withZoom) {
     return right + kGap;
 }
 
+void PaneHead::showZoom(bool shown) {
+    for (const auto& child : items()) {
+        if (isZoom(*child)) {
+            child->SetVisible(shown);
+        }
+    }
+}
+
 void PaneHead::layoutChildren(const Rect& content) {
-    int left = placeTabs(content, true);
-    int right = placeTools(content, left, true);
     const auto box =
         std::find_if(items().begin(), items().end(), [](const auto& one) { return isBox(*one); });
-    if (box == items().end() || !(*box)->isShown()) {
-        return;
-    }
+    const bool isMap = box != items().end() && (*box)->isShown();
+    bool hasZoom = isMap;
+    int left = placeTabs(content, true);
+    int right = placeTools(content, left, hasZoom);
     const auto room = [&] { return right - left - 2 * kBesideBox; };
-    if (room() < kLeastBox) {
-        right = placeTools(content, left, false);
+    if (isMap && room() < kLeastBox) {
+        hasZoom = false;
+        right = placeTools(content, left, hasZoom);
     }
-    if (room() < kLeastBox) {
+    if (isMap && room() < kLeastBox) {
         left = placeTabs(content, false);
-        right = placeTools(content, left, left + kLeastBox + 2 * kBesideBox <= right);
+        right = placeTools(content, left, true);
+        hasZoom = room() >= kLeastBox;
+        right = placeTools(content, left, hasZoom);
+    }
+    showZoom(hasZoom);
+    if (!isMap) {
+        return;
     }
     const int width = std::clamp(room(), 0, kMostBox);
     if (toolkit::CControlUI* hint = (*box)->FindSubControl(branch_list::kFindHint)) {

@@ -19,8 +19,9 @@ protected:
 
 private:
     int placeTabs(const Rect& content, bool withTexts);
-    /// Returns where the leftmost one begins.
+    /// Returns where the leftmost one begins. Without room the number of the zoom is hidden.
     int placeTools(const Rect& content, int left, bool withZoom);
+    void showZoom(bool shown);
     [[nodiscard]] int textWidth(toolkit::CControlUI& tab) const;
 };
 

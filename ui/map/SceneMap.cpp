@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <string>
+#include <vector>
 
 #include "core/Text.h"
 #include "platform/Geometry.h"
@@ -68,8 +70,9 @@ void SceneMap::show(std::shared_ptr<const map::MapScene> scene,
     m_scene = std::move(scene);
     m_layouts = std::move(layouts);
     m_items.clear();
+    m_backLines.reset();
     const Rect now = placeOf(m_chosen);
-    if (before.width() > 0 && now.width() > 0 && !m_isFitted) {
+    if (before.width() > 0 && now.width() > 0) {
         m_view.x += now.left - before.left;
         m_view.y += now.top - before.top;
     } else {
@@ -83,6 +86,7 @@ void SceneMap::show(std::shared_ptr<const map::MapScene> scene,
 void SceneMap::choose(int branch) {
     if (m_chosen != branch) {
         m_chosen = branch;
+        m_backLines.reset();
         reveal(branch);
         accessibleChanged(platform::AccessibleChange::value);
         Invalidate();
@@ -117,10 +121,21 @@ int SceneMap::branchAt(Point point) const {
     const int count = static_cast<int>(layout().nodes.size());
     for (int branch = 0; branch < count; ++branch) {
         if (placeOf(branch).contains(point)) {
-            return branch;
+            return faceOf(branch);
         }
     }
     return -1;
+}
+
+int SceneMap::faceOf(int branch) const {
+    const std::vector<MapNode>& nodes = layout().nodes;
+    const int chain = nodes[at(branch)].chain;
+    if (chain < 0) {
+        return branch;
+    }
+    const bool isChosen =
+        m_chosen >= 0 && at(m_chosen) < nodes.size() && nodes[at(m_chosen)].chain == chain;
+    return isChosen ? m_chosen : layout().chains[at(chain)].front();
 }
 
 int SceneMap::actionAt(int branch, Point point) const {
@@ -145,6 +160,7 @@ void SceneMap::fit() {
 void SceneMap::fitDownTo(int step) {
     m_leastFitted = step;
     const Size room{GetPos().width() - 2 * kMargin, GetPos().height() - 2 * kMargin};
+    m_backLines.reset();
     for (m_step = static_cast<int>(kSteps.size()) - 1; m_step > step; --m_step) {
         if (m_step <= kUsualStep && layout().width * scale() <= room.width &&
             layout().height * scale() <= room.height) {
@@ -178,6 +194,7 @@ void SceneMap::setStep(int step, Point fixed) {
         (fixed.y - GetPos().top + m_view.y) / std::max(1.0, layout().height * scale());
     m_step = step;
     m_isFitted = false;
+    m_backLines.reset();
     if (node >= 0) {
         const Rect now = placeOf(node);
         m_view.x +=
@@ -233,7 +250,23 @@ void SceneMap::SetPos(const Rect& pos) {
 
 std::u16string SceneMap::toolTipAt(Point point) const {
     const int branch = branchAt(point);
-    return branch >= 0 ? core::displayText(m_scene->branches[at(branch)].name) : std::u16string();
+    if (branch < 0) {
+        return {};
+    }
+    const int chain = layout().nodes[at(branch)].chain;
+    if (chain < 0) {
+        return core::displayText(m_scene->branches[at(branch)].name);
+    }
+    const std::vector<int>& members = layout().chains[at(chain)];
+    constexpr std::size_t kMostNames = 8;
+    std::string names;
+    for (std::size_t i = 0; i < std::min(members.size(), kMostNames); ++i) {
+        names += (i == 0 ? "" : ", ") + m_scene->branches[at(members[i])].name;
+    }
+    if (members.size() > kMostNames) {
+        names += " and " + std::to_string(members.size() - kMostNames) + " more";
+    }
+    return core::displayText(names);
 }
 
 } // namespace ui

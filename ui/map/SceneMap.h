@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,9 +19,9 @@
 #include "platform/Canvas.h"
 #include "platform/Color.h"
 #include "platform/Event.h"
-#include "platform/Path.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/TEventUI.h"
+#include "toolkit/skin/Palette.h"
 
 namespace ui {
 
@@ -89,6 +90,9 @@ private:
     [[nodiscard]] double scale() const;
     [[nodiscard]] const map::MapLayout& layout() const;
     [[nodiscard]] int branchAt(Point point) const;
+    /// The branch that is shown in its place: of a folded chain one shows for all.
+    [[nodiscard]] int faceOf(int branch) const;
+    [[nodiscard]] toolkit::Tone toneOf(const map::MapLine& line) const;
     /// The action of the branch whose row is there; -1 for none.
     [[nodiscard]] int actionAt(int branch, Point point) const;
     void fitDownTo(int step);
@@ -105,23 +109,27 @@ private:
     void go(platform::Key key);
     void turnWheel(const platform::Event& event);
 
+    [[nodiscard]] platform::Color color(toolkit::Tone tone) const;
+    [[nodiscard]] platform::PointF pointInWindow(const map::MapPoint& point) const;
     void paintLines(platform::Canvas& canvas, bool near) const;
-    static void paintLine(platform::Canvas& canvas, const platform::Path& path,
-                          const map::MapAction& action, bool near);
-    static void paintHead(platform::Canvas& canvas, platform::PointF tip, platform::PointF along,
-                          platform::Color color);
+    void paintLine(platform::Canvas& canvas, const map::MapLine& line, bool near) const;
     void paintBackLines(platform::Canvas& canvas) const;
-    void paintBackLine(platform::Canvas& canvas, int branch, int action, int order) const;
     void paintLink(platform::Canvas& canvas) const;
+    void paintEmpty(platform::Canvas& canvas) const;
+    void paintHeading(platform::Canvas& canvas) const;
+    void paintStub(platform::Canvas& canvas, const Rect& node) const;
     void paintNode(platform::Canvas& canvas, int branch) const;
     void paintStill(platform::Canvas& canvas, int branch, const Rect& box) const;
     void paintRows(platform::Canvas& canvas, int branch, const Rect& box) const;
+    void paintBadge(platform::Canvas& canvas, const map::MapAction& action, const Rect& box) const;
     void paintText(platform::Canvas& canvas, const std::string& text, const Rect& box, int font,
                    platform::Color color) const;
     using CControlUI::paintText;
 
     std::shared_ptr<const map::MapScene> m_scene;
     std::shared_ptr<MapLayouts> m_layouts;
+    /// Of the chosen branch, made when they are painted.
+    mutable std::optional<std::vector<map::MapLine>> m_backLines;
     mutable std::vector<std::shared_ptr<Item>> m_items; ///< by branch, made when asked for
     std::function<Picture(int)> m_stills;
     std::function<int(int)> m_errors;

@@ -1,6 +1,8 @@
 // How the map answers to the mouse and the keyboard.
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
+#include <vector>
 
 #include "toolkit/window/Notification.h"
 #include "ui/map/SceneMap.h"
@@ -33,8 +35,22 @@ bool SceneMap::claimsKey(const platform::Event& event) const {
            (isArrow || event.key == Key::enter || event.key == Key::home);
 }
 
-/// To the nearest node in that direction.
+/// To the nearest node in that direction, or along a chain that is folded.
 void SceneMap::go(Key key) {
+    const auto chainOf = [this](int branch) -> const std::vector<int>* {
+        const auto index = static_cast<std::size_t>(branch);
+        const int chain = index < layout().nodes.size() ? layout().nodes[index].chain : -1;
+        return chain < 0 ? nullptr : &layout().chains[static_cast<std::size_t>(chain)];
+    };
+    const bool isBack = key == Key::left;
+    const std::vector<int>* chain = chainOf(m_chosen);
+    if (chain != nullptr && (isBack || key == Key::right)) {
+        const auto place = std::find(chain->begin(), chain->end(), m_chosen);
+        if (isBack ? place != chain->begin() : place + 1 != chain->end()) {
+            pick(isBack ? *(place - 1) : *(place + 1));
+            return;
+        }
+    }
     const Rect from = placeOf(m_chosen);
     int best = -1;
     int least = 0;
@@ -53,7 +69,8 @@ void SceneMap::go(Key key) {
             least = distance;
         }
     }
-    pick(best);
+    chain = best >= 0 ? chainOf(best) : nullptr;
+    pick(chain == nullptr ? best : isBack ? chain->back() : chain->front());
 }
 
 bool SceneMap::key(const platform::Event& event) {

@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <set>
-#include <utility>
 #include <vector>
 
+#include "map/BackLines.h"
+#include "platform/Color.h"
 #include "platform/Geometry.h"
 #include "platform/Path.h"
 #include "scene/Action.h"
+#include "toolkit/skin/WindowLook.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/map/MapColors.h"
 #include "ui/map/SceneMap.h"
 
@@ -17,43 +19,53 @@ namespace ui {
 
 using map::MapAction;
 using platform::Color;
+using platform::Path;
 using platform::PointF;
+using platform::Rect;
+using toolkit::Tone;
 
 namespace {
 
-constexpr Color kAccent = 0xFF1D63AD;
-constexpr Color kFaint = 0x61000000; ///< of lines away from the chosen branch
+constexpr Color kFaint = 0x61; ///< alpha of lines away from the chosen branch
+constexpr double kWidth = 1.5;
+constexpr double kNearWidth = 2.25;
 constexpr double kDash = 5;
 constexpr double kGap = 3;
-constexpr int kLane = 14; ///< of lines that lead back, below the nodes
-constexpr int kLaneWidth = 6;
-constexpr int kLanes = 4;
+constexpr double kHead = 8; ///< length and width
+constexpr double kCorner = 8;
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
 /// Whether one of the ends, or what is between them, may be in the area.
-bool touches(PointF from, PointF to, const platform::Rect& area) {
-    return std::max(from.x, to.x) >= area.left && std::min(from.x, to.x) <= area.right &&
-           std::max(from.y, to.y) >= area.top && std::min(from.y, to.y) <= area.bottom;
+bool touches(PointF from, PointF to, const Rect& area) {
+    return std::max(from.x, to.x) >= area.left - kHead &&
+           std::min(from.x, to.x) <= area.right + kHead &&
+           std::max(from.y, to.y) >= area.top - kHead &&
+           std::min(from.y, to.y) <= area.bottom + kHead;
 }
 
-/// Leaves out what is not in the area.
-platform::Path dashed(const platform::Path& path, const platform::Rect& area) {
-    platform::Path result;
-    for (const platform::Path::Part& part : path.parts()) {
+/// The dashes in the area. Each part begins with one, so that they stay where they are when
+/// another area is painted.
+Path dashed(const Path& path, const Rect& area) {
+    Path result;
+    for (const Path::Part& part : path.parts()) {
         bool isDrawn = true;
         double left = kDash; // of the dash or gap
         result.moveTo(part.points.front());
         for (std::size_t i = 1; i < part.points.size(); ++i) {
             const PointF from = part.points[i - 1];
             const PointF to = part.points[i];
+            const double length = std::hypot(to.x - from.x, to.y - from.y);
             if (!touches(from, to, area)) {
+                const double rest =
+                    std::fmod(length + (isDrawn ? kDash : kDash + kGap) - left, kDash + kGap);
+                isDrawn = rest < kDash;
+                left = (isDrawn ? kDash : kDash + kGap) - rest;
                 result.moveTo(to);
                 continue;
             }
-            const double length = std::hypot(to.x - from.x, to.y - from.y);
             double done = 0;
             while (length - done > left) {
                 done += left;
@@ -73,116 +85,119 @@ platform::Path dashed(const platform::Path& path, const platform::Rect& area) {
     return result;
 }
 
+/// A way with right angles, its corners round.
+Path rounded(const std::vector<PointF>& corners) {
+    Path path;
+    path.moveTo(corners.front());
+    for (std::size_t i = 1; i + 1 < corners.size(); ++i) {
+        const PointF corner = corners[i];
+        const auto towards = [&](PointF end) {
+            const double length = std::hypot(end.x - corner.x, end.y - corner.y);
+            const double share = length > 0 ? std::min(kCorner, length / 2) / length : 0;
+            return PointF{corner.x + (end.x - corner.x) * share,
+                          corner.y + (end.y - corner.y) * share};
+        };
+        const PointF in = towards(corners[i - 1]);
+        const PointF out = towards(corners[i + 1]);
+        const auto bend = [&](PointF end) {
+            return PointF{corner.x + (end.x - corner.x) * 0.45,
+                          corner.y + (end.y - corner.y) * 0.45};
+        };
+        path.lineTo(in);
+        path.curveTo(bend(in), bend(out), out);
+    }
+    path.lineTo(corners.back());
+    return path;
+}
+
+Color faintIf(bool isFaint, Color color) {
+    return isFaint ? (color & 0x00FFFFFFU) | (kFaint << 24U) : color;
+}
+
+void paintHead(platform::Canvas& canvas, PointF tip, PointF along, Color color) {
+    Path head;
+    head.addArrowHead({tip.x - 10 * along.x, tip.y - 10 * along.y}, tip, kHead, kHead);
+    canvas.fillPath(head, color);
+}
+
 } // namespace
 
+PointF SceneMap::pointInWindow(const map::MapPoint& point) const {
+    const Rect place = inWindow(point.x, point.y, 0, 0);
+    return {place.left + 0.5, place.top + 0.5};
+}
+
+Tone SceneMap::toneOf(const map::MapLine& line) const {
+    return toneOfKind(m_scene->branches[at(line.branch)].actions[at(line.action)].type);
+}
+
 void SceneMap::paintLines(platform::Canvas& canvas, bool near) const {
+    const bool isFolded = !layout().chains.empty();
     for (const map::MapLine& line : layout().lines) {
-        const MapAction& action = m_scene->branches[at(line.branch)].actions[at(line.action)];
-        if (near != (line.branch == m_chosen || action.branch == m_chosen)) {
-            continue;
+        const int target = m_scene->branches[at(line.branch)].actions[at(line.action)].branch;
+        const int from = isFolded ? faceOf(line.branch) : line.branch;
+        const int to = isFolded ? faceOf(target) : target;
+        if (near == (from == m_chosen || to == m_chosen)) {
+            paintLine(canvas, line, near);
         }
-        std::vector<PointF> points;
-        Rect around = inWindow(line.points.front().x, line.points.front().y, 0, 0);
-        for (const map::MapPoint& point : line.points) {
-            const Rect place = inWindow(point.x, point.y, 0, 0);
-            points.push_back({place.left + 0.5, place.top + 0.5});
-            around = {std::min(around.left, place.left), std::min(around.top, place.top - 8),
-                      std::max(around.right, place.left + 1),
-                      std::max(around.bottom, place.top + 8)};
-        }
-        const Rect seen = around.intersected(canvas.clip());
-        if (seen.width() <= 0 || seen.height() <= 0) {
-            continue;
-        }
-        platform::Path path;
-        path.moveTo(points.front());
-        for (std::size_t i = 1; i < points.size(); ++i) {
-            const double half = (points[i].x - points[i - 1].x) / 2;
-            if (i % 2 == 0) {
-                path.lineTo(points[i]);
-            } else {
-                path.curveTo({points[i - 1].x + half, points[i - 1].y},
-                             {points[i].x - half, points[i].y}, points[i]);
-            }
-        }
-        paintLine(canvas, path, action, near);
-        const Color color = kKindColors.at(kindOf(action));
-        paintHead(canvas, points.back(), {1, 0}, near ? color : (color & 0x00FFFFFFU) | kFaint);
     }
 }
 
-void SceneMap::paintLine(platform::Canvas& canvas, const platform::Path& path,
-                         const MapAction& action, bool near) {
-    const Color color = kKindColors.at(kindOf(action));
+/// Only the pieces that may be seen: lines can be much longer than the view.
+void SceneMap::paintLine(platform::Canvas& canvas, const map::MapLine& line, bool near) const {
+    const Rect& area = canvas.clip();
+    Path path;
+    bool isOn = false; // the path has come to this point
+    PointF from = pointInWindow(line.points.front());
+    for (std::size_t i = 1; i < line.points.size(); ++i) {
+        const PointF to = pointInWindow(line.points[i]);
+        const bool isSeen = touches(from, to, area);
+        const bool isCurve = i % 2 != 0; // dashes begin anew with each curve
+        if (isSeen) {
+            if (!isOn || isCurve) {
+                path.moveTo(from);
+            }
+            const double half = (to.x - from.x) / 2;
+            if (i % 2 == 0) {
+                path.lineTo(to);
+            } else {
+                path.curveTo({from.x + half, from.y}, {to.x - half, to.y}, to);
+            }
+        }
+        isOn = isSeen;
+        from = to;
+    }
+    if (path.parts().empty()) {
+        return;
+    }
+    const MapAction& action = m_scene->branches[at(line.branch)].actions[at(line.action)];
+    const Color ink = faintIf(!near, color(toneOf(line)));
     const bool isRandom = action.type == scene::Action::kRandomAction;
-    canvas.fillPath((isRandom ? dashed(path, canvas.clip()) : path).stroked(near ? 2.25 : 1.5),
-                    near ? color : (color & 0x00FFFFFFU) | kFaint);
-}
-
-void SceneMap::paintHead(platform::Canvas& canvas, PointF tip, PointF along, Color color) {
-    platform::Path head;
-    head.addArrowHead({tip.x - 10 * along.x, tip.y - 10 * along.y}, tip, 8, 8);
-    canvas.fillPath(head, color);
+    canvas.fillPath((isRandom ? dashed(path, area) : path).stroked(near ? kNearWidth : kWidth),
+                    ink);
+    paintHead(canvas, from, {1, 0}, ink);
 }
 
 /// Only those from and to the chosen branch: all of them would hide the others.
 void SceneMap::paintBackLines(platform::Canvas& canvas) const {
-    const std::vector<map::MapNode>& nodes = layout().nodes;
-    std::set<std::pair<int, int>> drawn;
-    for (const map::MapLine& line : layout().lines) {
-        drawn.emplace(line.branch, line.action);
+    if (!m_backLines) {
+        m_backLines = map::backLinesOf(*m_scene, layout(), form(), m_chosen);
     }
-    int order = 0;
-    for (int branch = 0; branch < static_cast<int>(nodes.size()); ++branch) {
-        const std::vector<MapAction>& actions = m_scene->branches[at(branch)].actions;
-        for (int action = 0; action < static_cast<int>(actions.size()); ++action) {
-            const int target = actions[at(action)].branch;
-            if (target >= 0 && (branch == m_chosen || target == m_chosen) &&
-                !drawn.contains({branch, action})) {
-                paintBackLine(canvas, branch, action, order++);
-            }
-        }
-    }
-}
-
-/// From the row down to a lane below the nodes and lines on the way, and up into the target. Those
-/// that come one after the other keep apart.
-void SceneMap::paintBackLine(platform::Canvas& canvas, int branch, int action, int order) const {
-    const MapAction& content = m_scene->branches[at(branch)].actions[at(action)];
-    const map::MapNode& from = layout().nodes[at(branch)];
-    const map::MapNode& to = layout().nodes[at(content.branch)];
-    const int aside = order % kLanes * kLaneWidth;
-    const int right = std::max(from.x + from.width, to.x + to.width);
-    int lane = 0;
-    for (const map::MapNode& node : layout().nodes) {
-        const bool isBetween = node.x < right && node.x + node.width > std::min(from.x, to.x);
-        if (isBetween && node.isReached == (from.isReached && to.isReached)) {
-            lane = std::max(lane, node.y + node.height);
-        }
-    }
-    for (const map::MapLine& line : layout().lines) {
+    for (const map::MapLine& line : *m_backLines) {
+        std::vector<PointF> corners;
         for (const map::MapPoint& point : line.points) {
-            const bool isBetween = point.x < right && point.x > std::min(from.x, to.x);
-            lane = isBetween ? std::max(lane, point.y) : lane;
+            corners.push_back(pointInWindow(point));
         }
+        const MapAction& action = m_scene->branches[at(line.branch)].actions[at(line.action)];
+        const PointF tip = corners.back();
+        const double down = tip.y > corners[corners.size() - 2].y ? 1 : -1;
+        corners.back().y -= down * (kHead - 1); // the line ends inside the head
+        const Path path = rounded(corners);
+        const bool isRandom = action.type == scene::Action::kRandomAction;
+        canvas.fillPath((isRandom ? dashed(path, canvas.clip()) : path).stroked(kNearWidth),
+                        color(toneOf(line)));
+        paintHead(canvas, tip, {0, down}, color(toneOf(line)));
     }
-    lane = std::max({lane, from.y + from.height, to.y + to.height}) + kLane + aside;
-    const int exit = from.y + map::exitOf(form(), action);
-    const auto point = [this](int x, int y) {
-        const Rect place = inWindow(x, y, 0, 0);
-        return PointF{place.left + 0.5, place.top + 0.5};
-    };
-    const int turn = from.x + from.width + kLane - aside / 2;
-    const int end = to.x + to.width / 2 + aside;
-    const PointF tip = point(end, to.y + to.height);
-    platform::Path path;
-    path.moveTo(point(from.x + from.width, exit));
-    path.lineTo(point(turn, exit));
-    path.lineTo(point(turn, lane));
-    path.lineTo(point(end, lane));
-    path.lineTo({tip.x, tip.y + 8});
-    paintLine(canvas, path, content, true);
-    paintHead(canvas, tip, {0, -1}, kKindColors.at(kindOf(content)));
 }
 
 void SceneMap::paintLink(platform::Canvas& canvas) const {
@@ -194,13 +209,13 @@ void SceneMap::paintLink(platform::Canvas& canvas) const {
     const PointF from{box.right + 0.5, std::floor(box.top + exit) + 0.5};
     const PointF to{m_pointer.x + 0.5, m_pointer.y + 0.5};
     const double half = std::max(30.0, std::abs(to.x - from.x) / 2);
-    platform::Path path;
+    Path path;
     path.moveTo(from);
     path.curveTo({from.x + half, from.y}, {to.x - half, to.y}, to);
-    canvas.fillPath(path.stroked(2.25), kAccent);
-    paintHead(canvas, to, {1, 0}, kAccent);
+    canvas.fillPath(path.stroked(kNearWidth), color(Tone::accent));
+    paintHead(canvas, to, {1, 0}, color(Tone::accent));
     const Rect target = placeOf(branchAt(m_pointer));
-    canvas.fillFrame(target, {3, 3, 3, 3}, kAccent);
+    canvas.fillFrame(target, {3, 3, 3, 3}, color(Tone::accent));
 }
 
 } // namespace ui

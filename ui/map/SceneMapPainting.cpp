@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,30 +22,51 @@ namespace ui {
 using map::MapAction;
 using map::NodeForm;
 using platform::Color;
+using toolkit::Tone;
 
 namespace {
 
-constexpr Color kInk = 0xFF1C2733;
-constexpr Color kMuted = 0xFF465362;
-constexpr Color kHint = 0xFF596675;
-constexpr Color kEdge = 0xFF7C8A9A;
-constexpr Color kLine = 0xFFD3DAE2;
-constexpr Color kSurface = 0xFFFFFFFF;
-constexpr Color kBand = 0xFFE6EBF1;
-constexpr Color kAccent = 0xFF1D63AD;
-constexpr Color kSelected = 0xFFC1E3FF;
-constexpr Color kDanger = 0xFFA8221B;
 constexpr std::array<std::u16string_view, 4> kBadges{u"End", u"", u"Zone", u"Dice"};
+constexpr std::u16string_view kEmptyHeading = u"The map is empty";
+constexpr std::u16string_view kEmptyText =
+    u"Each branch you add appears here, with lines to the branches its actions lead to.";
+constexpr int kBoldFont = 1;
 constexpr int kSmallFont = 4;
+constexpr int kEmptyEdge = 16;
+constexpr int kEmptyLine = 18;
 constexpr int kIcon = 12;       ///< in a row
 constexpr int kBrokenLine = 20; ///< from a node with a broken target down to a cross
 constexpr int kCrossReach = 5;  ///< of the cross, from its middle
+constexpr int kPile = 3;        ///< by which the second of a pile of nodes is off
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
+/// As many lines as it takes, broken at blanks.
+std::vector<std::u16string> wrapped(std::u16string_view text, int width, platform::FontHandle font,
+                                    const platform::FontSet& fonts) {
+    std::vector<std::u16string> lines(1);
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(u' '), text.size());
+        std::u16string longer = lines.back();
+        longer += (longer.empty() ? u"" : u" ");
+        longer += text.substr(0, end);
+        if (lines.back().empty() || toolkit::fitsInto(width, longer, font, fonts)) {
+            lines.back() = std::move(longer);
+        } else {
+            lines.emplace_back(text.substr(0, end));
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
 } // namespace
+
+Color SceneMap::color(Tone tone) const {
+    return GetManager()->look().palette()[tone];
+}
 
 void SceneMap::paintText(platform::Canvas& canvas, const std::string& text, const Rect& box,
                          int font, Color color) const {
@@ -61,20 +83,11 @@ void SceneMap::paintStatus(platform::Canvas& canvas) {
     }
     const platform::ClipScope clip(canvas, canvas.clip().intersected(GetPos()));
     if (m_scene->branches.empty()) {
-        Rect box = GetPos();
-        box.top += box.height() / 2 - 12;
-        box.bottom = box.top + 24;
-        box.left += std::max(0, box.width() / 2 - 60);
-        paintText(canvas, "The map is empty", box, 1, kInk);
+        paintEmpty(canvas);
         return;
     }
     if (layout().unreachedTop >= 0) {
-        const Rect heading = inWindow(0, layout().unreachedTop, std::max(layout().width, 300), 40);
-        for (int x = std::max(heading.left, heading.left + (GetPos().left - heading.left) / 6 * 6);
-             x < std::min(heading.right, GetPos().right); x += 6) {
-            canvas.fillRect({x, heading.top, x + 4, heading.top + 1}, kEdge);
-        }
-        paintText(canvas, "Not reached from the first branch", heading, kSmallFont, kHint);
+        paintHeading(canvas);
     }
     paintLines(canvas, false);
     paintLines(canvas, true);
@@ -82,18 +95,63 @@ void SceneMap::paintStatus(platform::Canvas& canvas) {
     for (int branch = 0; branch < static_cast<int>(layout().nodes.size()); ++branch) {
         Rect place = placeOf(branch);
         place.bottom += kBrokenLine + 2 * kCrossReach; // the sign of a broken target hangs below
-        if (!place.intersected(canvas.clip()).isEmpty()) {
+        place.right += kPile;
+        if (!place.intersected(canvas.clip()).isEmpty() && faceOf(branch) == branch) {
             paintNode(canvas, branch);
         }
     }
     paintLink(canvas);
 }
 
+void SceneMap::paintEmpty(platform::Canvas& canvas) const {
+    toolkit::CPaintManagerUI& manager = *GetManager();
+    toolkit::TextLook look;
+    look.align = platform::TextAlign::center;
+    look.font = manager.look().GetFont(kBoldFont);
+    look.color = color(Tone::ink);
+    const Rect& pos = GetPos();
+    Rect line{pos.left + kEmptyEdge, pos.top + pos.height() * 2 / 5, pos.right - kEmptyEdge, 0};
+    constexpr int kSide = 32;
+    const Rect icon =
+        Rect::at((line.left + line.right - kSide) / 2, line.top - kSide - 4, kSide, kSide);
+    manager.look().icons().draw(canvas, icon, {.name = u"Map", .tint = u"off", .side = kSide},
+                                toolkit::IconState::normal);
+    line.bottom = line.top + kEmptyLine + 2;
+    toolkit::paintTextLine(canvas, manager.fonts(), kEmptyHeading, line, look);
+    look.font = manager.look().GetFont(0);
+    look.color = color(Tone::hint);
+    line.top = line.bottom + 4;
+    for (const std::u16string& text :
+         wrapped(kEmptyText, line.width(), look.font, manager.fonts())) {
+        line.bottom = line.top + kEmptyLine;
+        toolkit::paintTextLine(canvas, manager.fonts(), text, line, look);
+        line.top = line.bottom;
+    }
+}
+
+void SceneMap::paintHeading(platform::Canvas& canvas) const {
+    const Rect heading = inWindow(0, layout().unreachedTop, std::max(layout().width, 300), 40);
+    for (int x = std::max(heading.left, heading.left + (GetPos().left - heading.left) / 6 * 6);
+         x < std::min(heading.right, GetPos().right); x += 6) {
+        canvas.fillRect({x, heading.top, x + 4, heading.top + 1}, color(Tone::edge));
+    }
+    paintText(canvas, "Not reached from the first branch", heading, kSmallFont, color(Tone::hint));
+}
+
 void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
     const Rect box = placeOf(branch);
+    const int chain = layout().nodes[at(branch)].chain;
     const bool isChosen = branch == m_chosen;
-    const bool isFound = std::find(m_found.begin(), m_found.end(), branch) != m_found.end();
-    canvas.fillRect(box, kSurface);
+    const bool isFound = std::any_of(m_found.begin(), m_found.end(), [&](int found) {
+        return found == branch ||
+               (chain >= 0 && at(found) < layout().nodes.size() && faceOf(found) == branch);
+    });
+    if (chain >= 0) {
+        const Rect second{box.left + kPile, box.top + kPile, box.right + kPile, box.bottom + kPile};
+        canvas.fillRect(second, color(Tone::band));
+        canvas.fillFrame(second, {1, 1, 1, 1}, color(Tone::edge));
+    }
+    canvas.fillRect(box, color(Tone::surface));
     Rect name = box;
     if (form() != NodeForm::name) {
         const int stillHeight = form() == NodeForm::whole ? map::kStillHeight : 52;
@@ -101,39 +159,51 @@ void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
         still.bottom = still.top + static_cast<int>(stillHeight * scale());
         paintStill(canvas, branch, still);
         name.top = still.bottom;
-        name.bottom = name.top + static_cast<int>(map::kNameHeight * scale());
     }
-    canvas.fillRect(name, isChosen ? kSelected : kSurface);
+    name.bottom = name.top + static_cast<int>(map::kNameHeight * scale());
+    canvas.fillRect(name, color(isChosen ? Tone::selected : Tone::surface));
     Rect text = name;
     text.left += 6;
     text.right -= 4;
     const map::MapBranch& content = m_scene->branches[at(branch)];
-    paintText(canvas, content.name, text, kSmallFont, kInk);
+    paintText(canvas, content.name, text, kSmallFont, color(Tone::ink));
+    if (chain >= 0) {
+        text.top = name.bottom;
+        text.bottom = box.bottom - 2;
+        const std::size_t others = layout().chains[at(chain)].size() - 1;
+        paintText(canvas, "and " + std::to_string(others) + " more", text, kSmallFont,
+                  color(Tone::hint));
+    }
     if (form() == NodeForm::whole) {
-        canvas.fillRect({box.left, name.bottom, box.right, name.bottom + 1}, kLine);
+        canvas.fillRect({box.left, name.bottom, box.right, name.bottom + 1}, color(Tone::line));
         paintRows(canvas, branch, {box.left, name.bottom, box.right, box.bottom});
         if (std::ranges::any_of(content.actions, &MapAction::isBroken)) {
-            const int x = (box.left + box.right) / 2;
-            for (int y = box.bottom; y < box.bottom + kBrokenLine; y += 5) {
-                canvas.fillRect({x, y, x + 2, y + 3}, kDanger);
-            }
-            platform::Path cross;
-            const double middle = box.bottom + kBrokenLine + kCrossReach;
-            cross.moveTo({x + 1.0 - kCrossReach, middle - kCrossReach});
-            cross.lineTo({x + 1.0 + kCrossReach, middle + kCrossReach});
-            cross.moveTo({x + 1.0 + kCrossReach, middle - kCrossReach});
-            cross.lineTo({x + 1.0 - kCrossReach, middle + kCrossReach});
-            canvas.fillPath(cross.stroked(2), kDanger);
+            paintStub(canvas, box);
         }
     }
     const int edge = isChosen || isFound ? 2 : 1;
-    canvas.fillFrame(box, {edge, edge, edge, edge}, isChosen || isFound ? kAccent : kEdge);
+    canvas.fillFrame(box, {edge, edge, edge, edge},
+                     color(isChosen || isFound ? Tone::accent : Tone::edge));
+}
+
+void SceneMap::paintStub(platform::Canvas& canvas, const Rect& node) const {
+    const int x = (node.left + node.right) / 2;
+    for (int y = node.bottom; y < node.bottom + kBrokenLine; y += 5) {
+        canvas.fillRect({x, y, x + 2, y + 3}, color(Tone::danger));
+    }
+    platform::Path cross;
+    const double middle = node.bottom + kBrokenLine + kCrossReach;
+    cross.moveTo({x + 1.0 - kCrossReach, middle - kCrossReach});
+    cross.lineTo({x + 1.0 + kCrossReach, middle + kCrossReach});
+    cross.moveTo({x + 1.0 + kCrossReach, middle - kCrossReach});
+    cross.lineTo({x + 1.0 - kCrossReach, middle + kCrossReach});
+    canvas.fillPath(cross.stroked(2), color(Tone::danger));
 }
 
 void SceneMap::paintStill(platform::Canvas& canvas, int branch, const Rect& box) const {
     const toolkit::IconSet& icons = GetManager()->look().icons();
     const Picture picture = m_stills ? m_stills(branch) : nullptr;
-    canvas.fillRect(box, kBand);
+    canvas.fillRect(box, color(Tone::band));
     if (picture != nullptr && !picture->isEmpty()) {
         const platform::ClipScope clip(canvas, canvas.clip().intersected(box));
         const Size size = picture->size(); // fills the box
@@ -150,12 +220,12 @@ void SceneMap::paintStill(platform::Canvas& canvas, int branch, const Rect& box)
     }
     if (branch == m_scene->first) {
         const Rect flag = Rect::at(box.left + 6, box.top + 6, 20, 20);
-        canvas.fillRect(flag, kAccent);
-        icons.draw(canvas, flag, {u"First", u"primary"}, toolkit::IconState::normal);
+        canvas.fillRect(flag, color(Tone::accent));
+        icons.draw(canvas, flag, {u"First", u"badge"}, toolkit::IconState::normal);
     }
     if (m_errors && m_errors(branch) > 0) {
         const Rect sign = Rect::at(box.right - 26, box.top + 6, 20, 20);
-        canvas.fillRect(sign, kSurface);
+        canvas.fillRect(sign, color(Tone::surface));
         icons.draw(canvas, sign, {u"Error", u"danger"}, toolkit::IconState::normal);
     }
 }
@@ -163,12 +233,8 @@ void SceneMap::paintStill(platform::Canvas& canvas, int branch, const Rect& box)
 void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) const {
     const toolkit::IconSet& icons = GetManager()->look().icons();
     const map::MapBranch& content = m_scene->branches[at(branch)];
-    std::vector<bool> hasLine(content.actions.size());
-    for (const map::MapLine& line : layout().lines) {
-        if (line.branch == branch) {
-            hasLine[at(line.action)] = true;
-        }
-    }
+    const std::span<const map::MapLine> lines = map::linesOf(layout(), branch);
+    auto line = lines.begin();
     const double height = map::sizesOf(NodeForm::whole).row * scale();
     for (std::size_t i = 0; i < content.actions.size() && i <= map::kMostRows; ++i) {
         const int top = box.top + static_cast<int>(height * static_cast<double>(i)) + 1;
@@ -176,35 +242,43 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
         if (i == map::kMostRows) {
             paintText(canvas,
                       "and " + std::to_string(content.actions.size() - map::kMostRows) + " more",
-                      row, kSmallFont, kHint);
+                      row, kSmallFont, color(Tone::hint));
             return;
         }
         const MapAction& action = content.actions[i];
-        const std::size_t kind = kindOf(action);
+        const bool hasLine = line != lines.end() && at(line->action) == i;
+        line += hasLine ? 1 : 0;
         const Rect badge =
             Rect::at(box.left + 4, top + std::max(0, (row.height() - 14) / 2), 14, 14);
-        canvas.fillRect(badge, kKindColors.at(kind));
-        if (kBadges.at(kind).empty()) {
-            const std::u16string letter = core::displayText(action.text.substr(4));
-            canvas.drawText(letter, badge, GetManager()->look().GetFont(kSmallFont), kSurface,
-                            platform::TextAlign::center);
-        } else {
-            const platform::ClipScope clip(canvas, canvas.clip().intersected(badge));
-            icons.draw(
-                canvas, badge,
-                {.name = std::u16string(kBadges.at(kind)), .tint = u"primary", .side = kIcon},
-                toolkit::IconState::normal);
-        }
-        const std::string text = action.isBroken() ? action.target
-                                 : !hasLine[i] && action.branch >= 0
-                                     ? "\xE2\x86\xA9 " + action.target
-                                     : action.text;
-        paintText(canvas, text, row, kSmallFont, action.isBroken() ? kDanger : kMuted);
+        paintBadge(canvas, action, badge);
+        const std::string text = action.isBroken()                ? action.target
+                                 : !hasLine && action.branch >= 0 ? "\xE2\x86\xA9 " + action.target
+                                                                  : action.text;
+        paintText(canvas, text, row, kSmallFont,
+                  color(action.isBroken() ? Tone::danger : Tone::muted));
         if (action.immediate) {
             const Rect bolt = Rect::at(box.right - 16, badge.top, 14, 14);
             icons.draw(canvas, bolt, {.name = u"Bolt", .tint = u"warning", .side = kIcon},
                        toolkit::IconState::normal);
         }
+    }
+}
+
+void SceneMap::paintBadge(platform::Canvas& canvas, const MapAction& action,
+                          const Rect& box) const {
+    canvas.fillRect(box, color(toneOfKind(action.type)));
+    const bool isKnown = action.type > 0 && at(action.type) < kBadges.size();
+    const std::u16string_view icon = kBadges.at(isKnown ? at(action.type) : 0);
+    toolkit::CPaintManagerUI& manager = *GetManager();
+    if (icon.empty()) {
+        canvas.drawText(core::displayText(action.text.substr(4)), box,
+                        manager.look().GetFont(kSmallFont), color(Tone::onKind),
+                        platform::TextAlign::center);
+    } else {
+        const platform::ClipScope clip(canvas, canvas.clip().intersected(box));
+        manager.look().icons().draw(canvas, box,
+                                    {.name = std::u16string(icon), .tint = u"badge", .side = kIcon},
+                                    toolkit::IconState::normal);
     }
 }
 

@@ -48,6 +48,9 @@ TEST_F(SceneCommandTest, TheMapIsWrittenWholeOrNotAtAll) {
     const std::string svg = support::readBytes("a.svg");
     EXPECT_TRUE(svg.ends_with("</svg>\n") && svg.find(">Start</text>") != std::string::npos) << svg;
     EXPECT_TRUE(support::readBytes("a.dot").starts_with("digraph"));
+    EXPECT_EQ(run({"map", "in", "--svg", "b.svg", "--dot", "b.dot"}), 0);
+    EXPECT_EQ(support::readBytes("b.svg"), svg);
+    EXPECT_EQ(support::readBytes("b.dot"), support::readBytes("a.dot"));
     support::makeFolder("folder");
     const inspect::Arguments wrong[] = {{"map", "none", "--svg", "a.svg"},
                                         {"map", "in"},

@@ -1,0 +1,119 @@
+#include "map/BackLines.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+
+namespace map {
+namespace {
+
+constexpr int kBeforeColumn = 14;
+constexpr int kBelow = 14; ///< from nodes and lines down to the first lane
+constexpr int kLaneWidth = 6;
+constexpr int kLanes = 4;
+
+std::size_t at(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+class BackLines {
+public:
+    BackLines(const MapScene& scene, const MapLayout& layout, NodeForm form)
+        : m_scene(scene), m_layout(layout), m_form(form), m_sizes(sizesOf(form)) {}
+
+    [[nodiscard]] std::vector<MapLine> of(int branch) const {
+        std::vector<MapLine> lines;
+        for (int from = 0; from < static_cast<int>(m_layout.nodes.size()); ++from) {
+            const std::vector<MapAction>& actions = m_scene.branches[at(from)].actions;
+            for (int action = 0; action < static_cast<int>(actions.size()); ++action) {
+                const int to = actions[at(action)].branch;
+                if (to >= 0 && (from == branch || to == branch) && !isDrawn(from, action) &&
+                    !isInChain(from, to)) {
+                    const int lane = static_cast<int>(lines.size()) % kLanes;
+                    lines.push_back({from, action, way(from, action, to, lane)});
+                }
+            }
+        }
+        return lines;
+    }
+
+private:
+    [[nodiscard]] bool isDrawn(int branch, int action) const {
+        const std::span<const MapLine> lines = linesOf(m_layout, branch);
+        return std::any_of(lines.begin(), lines.end(),
+                           [action](const MapLine& line) { return line.action == action; });
+    }
+
+    [[nodiscard]] bool isInChain(int from, int to) const {
+        const int chain = m_layout.nodes[at(from)].chain;
+        return from != to && chain >= 0 && chain == m_layout.nodes[at(to)].chain;
+    }
+
+    [[nodiscard]] std::vector<MapPoint> way(int branch, int action, int target, int lane) const {
+        const MapNode& from = m_layout.nodes[at(branch)];
+        const MapNode& to = m_layout.nodes[at(target)];
+        const int exit = from.y + (m_sizes.row > 0 ? exitOf(m_form, action) : from.height * 3 / 4);
+        const int turn = from.x - kBeforeColumn - lane * kLaneWidth / 2;
+        const int end = to.x + to.width / 2 + lane * kLaneWidth;
+        std::vector<MapPoint> points{{from.x, exit}, {turn, exit}};
+        const int pitch = m_sizes.width + kBetweenColumns;
+        if (from.isReached == to.isReached && to.x <= from.x && from.x - to.x <= pitch) {
+            const int above = to.y - m_sizes.gap / 2 - lane * m_sizes.gap / 8;
+            points.insert(points.end(), {{turn, above}, {end, above}, {end, to.y}});
+            return points;
+        }
+        const int below = bottomBetween(to, turn) + kBelow + lane * kLaneWidth;
+        points.push_back({turn, below});
+        const int bottom = to.y + to.height;
+        if (hasOthersBelow(to)) { // round them
+            const int beside = to.x - kBeforeColumn - lane * kLaneWidth / 2;
+            const int under = bottom + m_sizes.gap / 2 + lane * m_sizes.gap / 8;
+            points.insert(points.end(), {{beside, below}, {beside, under}, {end, under}});
+        } else {
+            points.push_back({end, below});
+        }
+        points.push_back({end, bottom});
+        return points;
+    }
+
+    /// Of nodes and lines of the target's part, from its column up to `x`.
+    [[nodiscard]] int bottomBetween(const MapNode& to, int x) const {
+        const int left = std::min(to.x, x);
+        const int right = std::max(to.x + to.width, x);
+        int bottom = to.y + to.height;
+        for (const MapNode& node : m_layout.nodes) {
+            if (node.isReached == to.isReached && node.x < right && node.x + node.width > left) {
+                bottom = std::max(bottom, node.y + node.height);
+            }
+        }
+        for (const MapLine& line : m_layout.lines) {
+            if (m_layout.nodes[at(line.branch)].isReached != to.isReached) {
+                continue;
+            }
+            for (const MapPoint& point : line.points) {
+                bottom = point.x > left && point.x < right ? std::max(bottom, point.y) : bottom;
+            }
+        }
+        return bottom;
+    }
+
+    [[nodiscard]] bool hasOthersBelow(const MapNode& to) const {
+        return std::any_of(m_layout.nodes.begin(), m_layout.nodes.end(), [&](const MapNode& node) {
+            return node.isReached == to.isReached && node.x == to.x && node.y > to.y;
+        });
+    }
+
+    const MapScene& m_scene;
+    const MapLayout& m_layout;
+    NodeForm m_form;
+    FormSizes m_sizes;
+};
+
+} // namespace
+
+std::vector<MapLine> backLinesOf(const MapScene& scene, const MapLayout& layout, NodeForm form,
+                                 int branch) {
+    return BackLines(scene, layout, form).of(branch);
+}
+
+} // namespace map
