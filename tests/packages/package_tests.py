@@ -7,6 +7,7 @@ The virtual display ($DISPLAY) must have no window manager. Exit 0 when all is w
 """
 
 import glob
+import json
 import os
 import pathlib
 import resource
@@ -25,6 +26,19 @@ WINE_KEEP = os.path.join(ROOT, "tools", "wine-keep.sh")
 LONGEST_WAIT = 240  # seconds until a step counts as hanging
 FIRST_TITLE = "Open or Create Scene"
 DEMO = ["Fire Drill Level 1", "Forklift Safety"]
+# One film of each decoder and container that a recording may need.
+FILMS = {
+    "a film.mp4": ["-c:v", "libx264", "-c:a", "aac"],
+    "bright.mov": ["-c:v", "libx265", "-x265-params", "log-level=none", "-pix_fmt", "yuv420p10le",
+                   "-color_trc", "smpte2084", "-color_primaries", "bt2020", "-colorspace",
+                   "bt2020nc", "-c:a", "pcm_s16le"],
+    "web.webm": ["-c:v", "libvpx-vp9", "-deadline", "realtime", "-cpu-used", "8", "-c:a", "libopus"],
+    "new.mkv": ["-c:v", "libsvtav1", "-preset", "12", "-c:a", "flac"],
+    "camera.mts": ["-c:v", "libx264", "-c:a", "ac3", "-f", "mpegts"],
+    "studio.mxf": ["-c:v", "mpeg2video", "-c:a", "pcm_s16le", "-ar", "48000"],
+    "old.wmv": ["-c:v", "wmv2", "-c:a", "wmav2"],
+    "tape.dv": ["-target", "pal-dv"],
+}
 SKIN_TABLE = os.path.join(ROOT, "tests", "data", "skin", "layout.tsv")
 
 
@@ -267,15 +281,18 @@ class Windows(PackageTest):
 
     def assert_imports(self, editor):
         """What phones film becomes a clip of a scene, by the converter that came along."""
-        film = os.path.join(self.place, "a film.mp4")
-        run("ffmpeg", "-v", "error", "-f", "lavfi", "-i", "testsrc2=size=320x180:rate=25:duration=1",
-            "-f", "lavfi", "-i", "sine=duration=1", "-c:v", "libx264", "-c:a", "aac", film)
+        films = [os.path.join(self.place, name) for name in FILMS]
+        for film, coding in zip(films, FILMS.values()):
+            run("ffmpeg", "-v", "error", "-f", "lavfi", "-i", "testsrc2=size=320x180:rate=25:duration=1",
+                "-f", "lavfi", "-i", "sine=duration=1", *coding, film)
         into = os.path.join(self.place, "imported")
         os.mkdir(into)
-        self.wine("quorvel-inspect.exe", "import", "Z:" + film, "--into", "Z:" + into, cwd=editor)
-        clip = self.wine("quorvel-inspect.exe", "video", "Z:" + os.path.join(into, "a film.ogv"), cwd=editor)
-        self.assertIn('"frames": 25', clip)
-        self.assertEqual(os.listdir(into), ["a film.ogv"])
+        lines = self.wine("quorvel-inspect.exe", "import", *("Z:" + film for film in films), "--into",
+                          "Z:" + into, "--json", cwd=editor)
+        clips = [json.loads(line) for line in lines.splitlines() if line.startswith("{")]
+        self.assertEqual([(clip["file"], clip["frames"], clip["sound"]) for clip in clips],
+                         [(os.path.splitext(name)[0] + ".ogv", 25, True) for name in FILMS])
+        self.assertEqual(sorted(os.listdir(into)), sorted(clip["file"] for clip in clips))
         self.assertTrue(os.path.exists(os.path.join(editor, "Licences", "ffmpeg-LGPL-2.1.txt")))
         self.package("Quorvel-*-converter-sources.zip")
 
