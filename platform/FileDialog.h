@@ -1,4 +1,4 @@
-// The system's dialog for choosing files to open.
+// The system's dialogs for choosing files to open and folders.
 #pragma once
 
 #include <optional>
@@ -22,12 +22,20 @@ struct OpenFilesResult {
     std::vector<std::string> names; ///< file names in it, at least one
 };
 
+struct FolderRequest {
+    NativeWindow* owner = nullptr; ///< not owned; takes no input meanwhile
+    std::string title;             ///< UTF-8
+    std::string initialFolder;
+};
+
 class FileDialog {
 public:
     virtual ~FileDialog() = default;
     /// Empty when cancelled. The current directory may differ afterwards: callers restore it.
     [[nodiscard]] virtual std::optional<OpenFilesResult>
     openFiles(const OpenFilesRequest& request) = 0;
+    /// A folder that exists, made in the dialog perhaps; absolute. Otherwise as above.
+    [[nodiscard]] virtual std::optional<std::string> chooseFolder(const FolderRequest& request) = 0;
 };
 
 } // namespace platform

@@ -14,9 +14,7 @@ namespace {
 using platform::FileSystem;
 using platform::OpenMode;
 
-/// Lists the folder's files, one a line below a first line that says what this is. By it a folder
-/// is known as ours.
-constexpr std::string_view kListName = "published.txt";
+/// Its first line.
 constexpr std::string_view kListHead = "Quorvel web page 1";
 constexpr std::size_t kMaxListBytes = std::size_t{4} << 20U;
 constexpr const char* kClipsFolder = "clips";

@@ -14,6 +14,10 @@
 
 namespace publish {
 
+/// Lists the folder's files, one a line below a first line that says what this is. By it a folder
+/// is known as ours.
+inline constexpr std::string_view kListName = "published.txt";
+
 enum class PublishFailure {
     none,
     notEmpty,        ///< "the folder is not empty."

@@ -47,6 +47,7 @@
 #include "ui/preview/PreviewPresenter.h"
 #include "ui/preview/PreviewSlider.h"
 #include "ui/preview/VideoPreview.h"
+#include "ui/publishing/PublishWindow.h"
 
 namespace ui {
 
@@ -384,10 +385,19 @@ void BranchList::editBranchZones() {
     }
 }
 
-void BranchList::save() {
-    if (!m_folder.empty() && m_parts->session.branchCount() > 0) {
-        m_parts->strip.showSaved(m_parts->session.save(m_folder));
+bool BranchList::save() {
+    if (m_folder.empty() || m_parts->session.branchCount() == 0) {
+        return false;
     }
+    const bool isSaved = m_parts->session.save(m_folder);
+    m_parts->strip.showSaved(isSaved);
+    return isSaved;
+}
+
+void BranchList::publish() {
+    PublishWindow::show(context(), *this,
+                        {m_folder, m_parts->findings.errors(), [this] { return save(); },
+                         [this](const check::Finding& finding) { showPlace(finding, true); }});
 }
 
 void BranchList::showVersions() {

@@ -90,8 +90,9 @@ private:
     void stopPreview();
     /// A narrow window shows the column again.
     void leavePane();
-    void save();
+    bool save();
     void showVersions();
+    void publish();
     /// Whether there is unsaved work that no draft keeps.
     [[nodiscard]] bool isWorkAtRisk() const;
     /// Back to the open scene window. Nothing is asked: only for work that a draft keeps.

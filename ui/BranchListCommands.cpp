@@ -87,6 +87,8 @@ void BranchList::bindCommands() {
         command::kOpenAnother, [this] { openAnother(); },
         [this, free, &parts] { return free() && !isWorkAtRisk() && !parts.imports.isBusy(); });
     commands.bind(
+        command::kPublish, [this] { publish(); }, [this] { return isFree() && !m_folder.empty(); });
+    commands.bind(
         command::kEarlierVersions, [this] { showVersions(); }, free);
     commands.bind(
         command::kAddVideo, [this, &parts] { parts.adder.ask(*this); }, free);

@@ -60,12 +60,11 @@ private:
     QFileDialog& m_dialog;
 };
 
-std::optional<OpenFilesResult> ask(const OpenFilesRequest& request) {
-    QFileDialog dialog;
+/// What is chosen in it; empty when it is cancelled.
+template <class Request>
+QStringList choose(QFileDialog& dialog, const Request& request) {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setWindowTitle(QString::fromStdString(request.title));
-    dialog.setNameFilter(nameFilter(request));
     // Scene folders are kept with either separator.
     dialog.setDirectory(QString::fromStdString(request.initialFolder).replace(u'\\', u'/'));
     dialog.setWindowModality(Qt::ApplicationModal);
@@ -79,16 +78,32 @@ std::optional<OpenFilesResult> ask(const OpenFilesRequest& request) {
     if (owner != nullptr) {
         owner->activate(); // for the same reason
     }
-    if (!accepted) {
-        return std::nullopt;
-    }
-    return resultOf(dialog.selectedFiles());
+    return accepted ? dialog.selectedFiles() : QStringList();
+}
+
+std::optional<OpenFilesResult> ask(const OpenFilesRequest& request) {
+    QFileDialog dialog;
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.setNameFilter(nameFilter(request));
+    return resultOf(choose(dialog, request));
+}
+
+std::optional<std::string> ask(const FolderRequest& request) {
+    QFileDialog dialog;
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    const QStringList chosen = choose(dialog, request);
+    return chosen.isEmpty() ? std::nullopt : std::optional(chosen.front().toStdString());
 }
 
 } // namespace
 
 std::optional<OpenFilesResult> QtFileDialog::openFiles(const OpenFilesRequest& request) {
     return guarded("file dialog", std::optional<OpenFilesResult>(), [&] { return ask(request); });
+}
+
+std::optional<std::string> QtFileDialog::chooseFolder(const FolderRequest& request) {
+    return guarded("folder dialog", std::optional<std::string>(), [&] { return ask(request); });
 }
 
 } // namespace platform::qt

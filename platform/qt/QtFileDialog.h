@@ -12,6 +12,7 @@ class QtFileDialog final : public FileDialog {
 public:
     [[nodiscard]] std::optional<OpenFilesResult>
     openFiles(const OpenFilesRequest& request) override;
+    std::optional<std::string> chooseFolder(const FolderRequest& request) override;
 };
 
 } // namespace platform::qt

@@ -1,12 +1,15 @@
 #include "platform/win32/Win32FileDialog.h"
 
+#include <array>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include <windows.h>
 
 #include <commdlg.h>
+#include <shlobj.h>
 
 #include "platform/Guard.h"
 #include "platform/win32/WideText.h"
@@ -71,10 +74,41 @@ std::optional<OpenFilesResult> ask(const OpenFilesRequest& request) {
     return resultOf(buffer, dialog.nFileOffset);
 }
 
+int CALLBACK showInitial(HWND dialog, UINT message, LPARAM /*value*/, LPARAM folder) {
+    if (message == BFFM_INITIALIZED && folder != 0) {
+        SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, folder);
+    }
+    return 0;
+}
+
+std::optional<std::string> ask(const FolderRequest& request) {
+    const std::wstring title = wide(request.title);
+    std::wstring folder = widePath(request.initialFolder);
+    BROWSEINFOW dialog{};
+    if (const auto* owner = static_cast<const Win32Window*>(request.owner)) {
+        dialog.hwndOwner = owner->handle();
+    }
+    dialog.lpszTitle = title.c_str();
+    dialog.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE | BIF_EDITBOX;
+    dialog.lpfn = showInitial;
+    dialog.lParam = folder.empty() ? 0 : reinterpret_cast<LPARAM>(folder.c_str());
+    const std::unique_ptr<ITEMIDLIST, decltype(&CoTaskMemFree)> chosen(SHBrowseForFolderW(&dialog),
+                                                                       CoTaskMemFree);
+    std::array<wchar_t, MAX_PATH + 1> path{};
+    if (!chosen || SHGetPathFromIDListW(chosen.get(), path.data()) == 0) {
+        return std::nullopt;
+    }
+    return narrow(path.data());
+}
+
 } // namespace
 
 std::optional<OpenFilesResult> Win32FileDialog::openFiles(const OpenFilesRequest& request) {
     return guarded("file dialog", std::optional<OpenFilesResult>(), [&] { return ask(request); });
+}
+
+std::optional<std::string> Win32FileDialog::chooseFolder(const FolderRequest& request) {
+    return guarded("folder dialog", std::optional<std::string>(), [&] { return ask(request); });
 }
 
 } // namespace platform::win32

@@ -11,6 +11,7 @@ class Win32FileDialog final : public FileDialog {
 public:
     [[nodiscard]] std::optional<OpenFilesResult>
     openFiles(const OpenFilesRequest& request) override;
+    std::optional<std::string> chooseFolder(const FolderRequest& request) override;
 };
 
 } // namespace platform::win32

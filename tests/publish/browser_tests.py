@@ -4,7 +4,7 @@
 Usage: browser_tests.py QUORVEL_INSPECT DEMO_SCENE RULES_JSON [--pictures FOLDER]
 
 Without Chromium, its driver or ffmpeg the test is skipped (exit code 77). With --pictures, the
-pictures of docs/screenshots are made as well.
+pictures of docs/screenshots are made instead.
 """
 
 import functools
@@ -227,10 +227,8 @@ class PageTests(unittest.TestCase):
             with self.subTest(server=server):
                 Served.asked.clear()
                 self.open(self.demo, server)
-                self.picture("published-start", not server)
                 self.browser.start()
                 self.browser.wait("quorvel.frame > 12", "a later picture")
-                self.picture("published-playing", not server)
                 self.browser.key("l")
                 self.browser.wait_path(2)
                 self.assertEqual(self.browser.state("path")[1]["reason"]["name"], "L")
@@ -287,7 +285,6 @@ class PageTests(unittest.TestCase):
         self.assertIn("Beginn", rows[0])
         browser.press_button("copy")
         browser.wait("document.getElementById('copy').textContent === 'Kopiert'", "copying")
-        self.picture("published-report", True)
         browser.key(Keys.ENTER)  # the focus is still on the button
         browser.press_button("again")
         browser.wait_path(1)
@@ -308,7 +305,6 @@ class PageTests(unittest.TestCase):
                 self.assertEqual(browser.state("judged.answered"), False)
                 browser.touch(*browser.place(left + 100, top + 100))
                 browser.wait_path(2)
-                self.picture("published-phone", width == 390)
                 box = browser.run("const b = document.querySelector('#keys button').getBoundingClientRect();"
                                   "return [b.left + b.width / 2, b.top + b.height / 2, b.width, b.height]")
                 self.assertGreaterEqual(min(box[2:]), 44)
@@ -337,7 +333,6 @@ class PageTests(unittest.TestCase):
         browser.wait("quorvel.shows", "playing")
         browser.key(Keys.TAB)
         self.assertEqual(browser.run("return document.activeElement.textContent"), "In die Zone Box klicken")
-        self.picture("published-choices", True)
         browser.key(Keys.ENTER)
         browser.wait_path(2)
         nodes = browser.driver.execute_cdp_cmd("Accessibility.getFullAXTree", {})["nodes"]
@@ -355,7 +350,6 @@ class PageTests(unittest.TestCase):
         outline = "return document.getElementById('outlineLine').getAttribute('points')"
         browser.mouse("mouseMoved", left + 50, top + 50)
         self.assertEqual(browser.run(outline).split()[0], f"{left + .5},{top + .5}")
-        self.picture("published-outline", True)
         browser.mouse("mouseMoved", left - 50, top + 50)
         self.assertEqual(browser.run(outline), "")
 
@@ -421,19 +415,47 @@ class PageTests(unittest.TestCase):
                     capture_output=True, text=True, check=True).stdout.strip()
                 self.assertEqual(facts, f"vp9,25/1,{scenes.FRAMES[clip['video']]}")
 
-    def picture(self, name, is_wanted):
-        if PICTURES and is_wanted:
-            self.browser.driver.save_screenshot(os.path.join(PICTURES, name + ".png"))
+
+def make_pictures(folder):
+    """Of the published demo, for the documents."""
+    browser = Browser()
+    with tempfile.TemporaryDirectory() as root:
+        url = "file://" + publish(DEMO, os.path.join(root, "demo"), "--report") + "/index.html"
+
+        def shoot(name):
+            browser.driver.save_screenshot(os.path.join(folder, f"published-{name}.png"))
+
+        browser.resize(960, 594)
+        browser.open(url)
+        shoot("start")
+        browser.start()
+        browser.wait("quorvel.frame > 40", "a later picture")
+        browser.key(" ")
+        browser.wait("document.querySelector('video.on').paused", "the pause")
+        for x in range(200, 700, 20):
+            browser.mouse("mouseMoved", x, 380)
+            if browser.run("return document.getElementById('stage').classList.contains('hit')"):
+                break
+        shoot("outline")
+        browser.key(Keys.TAB)
+        shoot("choices")
+        browser.resize(390, 700)
+        shoot("phone")
+        browser.resize(960, 594)
+        browser.key(" ", "l")
+        browser.wait("quorvel.state === 'ended'", "the end")
+        shoot("report")
+    browser.driver.quit()
 
 
 def main():
-    global INSPECT, DEMO, RULES, PICTURES
-    arguments = sys.argv[1:]
-    PICTURES = arguments.pop() if "--pictures" in arguments else None
-    INSPECT, DEMO, RULES = arguments[:3]
+    global INSPECT, DEMO, RULES
+    INSPECT, DEMO, RULES = sys.argv[1:4]
     if webdriver is None or not shutil.which("ffmpeg") or not os.path.exists("/usr/bin/chromedriver"):
         print("skipped: no browser, no driver or no ffmpeg")
         return 77
+    if "--pictures" in sys.argv:
+        return make_pictures(sys.argv[-1])
     return not unittest.main(argv=sys.argv[:1], exit=False, verbosity=2).result.wasSuccessful()
 
 

@@ -22,6 +22,7 @@
 #include "ZoneEdit/CurrentZones.h"
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/services/Startup.h"
+#include "check/Finding.h"
 #include "core/Log.h"
 #include "core/Services.h"
 #include "core/Text.h"
@@ -55,6 +56,7 @@
 #include "ui/importing/SceneImports.h"
 #include "ui/keys/KeysWindow.h"
 #include "ui/map/MapPresenter.h"
+#include "ui/publishing/PublishWindow.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
@@ -247,7 +249,22 @@ private:
         shoot("BranchList-focus", *window);
         earlierVersions();
         importVideo();
+        publish();
         m_services.sceneImports.reset();
+    }
+
+    /// Of a scene with an action that leads nowhere.
+    void publish() {
+        check::Finding finding =
+            check::finding(check::Kind::missingTarget, {"Evacuate", "Call for help"});
+        finding.branch = 1;
+        finding.action = 1;
+        m_services.sceneSession->addBranch();
+        const auto window = std::make_shared<ui::PublishWindow>(
+            context(), ui::PublishTask{scene::sceneFolderPath(kScene), {finding}});
+        open(*window);
+        shoot("Publish", *window);
+        m_services.sceneSession->undo();
     }
 
     /// Files in every state, as if the converter had worked on them.

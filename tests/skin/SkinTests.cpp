@@ -23,6 +23,7 @@
 #include "ui/commands/EarlierVersionsCommands.h"
 #include "ui/commands/ImportCommands.h"
 #include "ui/commands/KeysCommands.h"
+#include "ui/commands/PublishCommands.h"
 #include "ui/commands/SettingsCommands.h"
 #include "ui/commands/StartCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
@@ -225,6 +226,11 @@ const Layout kLayouts[] = {
      "ComboScale EditConverter ButtonFindConverter CheckKeepDrafts CheckKeepBackups "
      "ButtonSettingsClose",
      ui::kSettingsCommands},
+    {"Publish",
+     "EditPublishFolder ButtonPublishFolder EditPublishTitle ComboPublishLanguage "
+     "CheckPublishHints "
+     "CheckPublishKeys CheckPublishReport ButtonPublish ButtonPublishClose",
+     ui::kPublishCommands},
     {"ImportVideo",
      "ButtonImportAdd ListImports ComboQuality CheckKeepSound ButtonImportStop ButtonImportClose",
      ui::kImportCommands},

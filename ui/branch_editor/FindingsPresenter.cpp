@@ -234,6 +234,16 @@ void FindingsPresenter::showCounts() {
     }
 }
 
+std::vector<check::Finding> FindingsPresenter::errors() const {
+    std::vector<check::Finding> found;
+    for (const check::Finding* finding : m_check.findings()) {
+        if (finding->severity == check::Severity::error) {
+            found.push_back(*finding);
+        }
+    }
+    return found;
+}
+
 std::string FindingsPresenter::placeOf(const check::Finding& finding) const {
     std::string place = finding.branch >= 0 ? m_session.branchName(finding.branch) : "";
     if (finding.action >= 0) {

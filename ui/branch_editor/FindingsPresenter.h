@@ -62,6 +62,8 @@ public:
     void step(int by);
     /// How many the branch has.
     [[nodiscard]] int errorsOf(int branch) const;
+    /// All that there are, whatever the filter shows.
+    [[nodiscard]] std::vector<check::Finding> errors() const;
     [[nodiscard]] bool hasRows() const { return !m_shown.empty(); }
     /// A filter or the fold was pressed.
     void filter();

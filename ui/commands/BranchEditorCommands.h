@@ -46,6 +46,7 @@ inline constexpr std::string_view kFindingBefore = "findingBefore";
 inline constexpr std::string_view kFix = "fix";
 inline constexpr std::string_view kFixOther = "fixOther";
 inline constexpr std::string_view kImportVideo = "importVideo";
+inline constexpr std::string_view kPublish = "publish";
 inline constexpr std::string_view kShowImport = "showImport";
 inline constexpr std::string_view kConvertIt = "convertIt";
 inline constexpr std::string_view kOpenAnother = "openAnother";
@@ -96,6 +97,10 @@ inline constexpr Command kBranchEditorCommands[] = {
      .control = u"ButtonImportVideo",
      .toolTip = u"Convert MP4, MOV, WebM or AVI videos and add them",
      .icon = u"Import"},
+    {.id = command::kPublish,
+     .group = kBranchEditor,
+     .text = u"Publish as a Web Page…",
+     .icon = u"Web"},
     {command::kEditZones, kBranchEditor, u"Edit Zones", u"ButtonEditZones",
      u"Draw the zones of this video: %s"},
     {command::kEditBranchZones, kBranchEditor, u"This Branch's Zones", u"ButtonEditBranchZones",
@@ -218,9 +223,10 @@ inline constexpr Command kBranchEditorCommands[] = {
 };
 
 inline constexpr std::string_view kBranchEditorMenu[] = {
-    command::kOpenAnother,     command::kImportVideo, command::kLine,
-    command::kEarlierVersions, command::kFind,        command::kLine,
-    command::kSettings,        command::kKeys,        command::kManual};
+    command::kOpenAnother, command::kImportVideo,     command::kPublish,
+    command::kLine,        command::kEarlierVersions, command::kFind,
+    command::kLine,        command::kSettings,        command::kKeys,
+    command::kManual};
 
 inline constexpr std::string_view kBranchRows[] = {
     command::kAddBranch, command::kRename,          command::kLine,

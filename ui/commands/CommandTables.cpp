@@ -9,6 +9,7 @@
 #include "ui/commands/EarlierVersionsCommands.h"
 #include "ui/commands/ImportCommands.h"
 #include "ui/commands/KeysCommands.h"
+#include "ui/commands/PublishCommands.h"
 #include "ui/commands/SettingsCommands.h"
 #include "ui/commands/StartCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
@@ -19,7 +20,7 @@ std::span<const std::span<const Command>> commandTables() {
     static constexpr std::span<const Command> kTables[] = {
         kCommonCommands,     kOpenSceneCommands,    kNewSceneCommands, kBranchEditorCommands,
         kZoneEditorCommands, kConfirmationCommands, kSettingsCommands, kEarlierVersionsCommands,
-        kKeysCommands,       kImportCommands,
+        kKeysCommands,       kImportCommands,       kPublishCommands,
     };
     return kTables;
 }

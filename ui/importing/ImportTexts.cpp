@@ -16,22 +16,23 @@ using imports::ImportState;
 
 constexpr double kLongest = 360'000; ///< seconds: a longer estimate says nothing
 
-/// "0:38".
-std::string minutesText(double seconds) {
-    const long long whole = std::llround(seconds);
-    const std::string rest = std::to_string(whole % 60);
-    return std::to_string(whole / 60) + ":" + (rest.size() < 2 ? "0" : "") + rest;
-}
-
-std::string convertingText(const ImportItem& item) {
-    std::string text = "Converting, " + std::to_string(item.percent) + " %";
-    if (item.secondsLeft >= 0 && item.secondsLeft < kLongest) {
-        text += ", " + minutesText(item.secondsLeft) + " left";
-    }
-    return text;
+std::u16string convertingText(const ImportItem& item) {
+    const std::u16string left = minutesText(item.secondsLeft);
+    return core::displayText("Converting, " + std::to_string(item.percent) + " %") +
+           (left.empty() ? left : u", " + left + u" left");
 }
 
 } // namespace
+
+std::u16string minutesText(double seconds) {
+    if (seconds < 0 || seconds >= kLongest) {
+        return {};
+    }
+    const long long whole = std::llround(seconds);
+    const std::string rest = std::to_string(whole % 60);
+    return core::displayText(std::to_string(whole / 60) + ":" + (rest.size() < 2 ? "0" : "") +
+                             rest);
+}
 
 std::u16string importFactsText(const ImportItem& item) {
     if (!item.facts) {
@@ -49,7 +50,7 @@ ImportStateText importStateText(const ImportItem& item) {
     case ImportState::waiting:
         return {u"Waiting", {}};
     case ImportState::converting:
-        return {core::displayText(convertingText(item)), {}};
+        return {convertingText(item), {}};
     case ImportState::done:
         return {u"Done, " + bytesText(item.clip.bytes) +
                     (item.clip.hasSound ? u", with sound" : u", without sound"),

@@ -29,7 +29,12 @@ public:
         return answer;
     }
 
+    std::optional<std::string> chooseFolder(const platform::FolderRequest& /*request*/) override {
+        return folder;
+    }
+
     std::optional<platform::OpenFilesResult> answer; ///< empty: cancelled
+    std::optional<std::string> folder;               ///< empty: cancelled
     std::function<void()> whileOpen;
     std::vector<platform::OpenFilesRequest> requests;
 };

@@ -1,0 +1,411 @@
+#include "ui/publishing/PublishWindow.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "app/state/SharedServices.h"
+#include "core/EditorSettings.h"
+#include "core/Log.h"
+#include "core/Paths.h"
+#include "core/Services.h"
+#include "core/Text.h"
+#include "import/Converter.h"
+#include "platform/Desktop.h"
+#include "platform/FileDialog.h"
+#include "platform/FileSystem.h"
+#include "platform/Gui.h"
+#include "platform/ThreadAnnotations.h"
+#include "platform/Window.h"
+#include "publish/PageText.h"
+#include "recovery/Places.h"
+#include "scene/SceneManager.h"
+#include "scene/SceneSession.h"
+#include "src/TheoraMutex.h"
+#include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/COptionUI.h"
+#include "toolkit/controls/CProgressUI.h"
+#include "ui/Controls.h"
+#include "ui/commands/CommandSet.h"
+#include "ui/commands/PublishCommands.h"
+#include "ui/importing/SceneImports.h"
+#include "ui/publishing/PublishTexts.h"
+
+namespace ui {
+namespace {
+
+using publish::PageOptions;
+using publish::PublishFailure;
+using publish::PublishProgress;
+using publish::PublishResult;
+
+constexpr std::u16string_view kFolderEdit = u"EditPublishFolder";
+constexpr std::u16string_view kTitleEdit = u"EditPublishTitle";
+constexpr std::u16string_view kLanguageCombo = u"ComboPublishLanguage";
+constexpr std::u16string_view kPublishButton = u"ButtonPublish";
+constexpr std::u16string_view kState = u"LabelPublishState";
+
+constexpr int kUsualWidth = 100; ///< of that button
+constexpr int kSavingWidth = 160;
+
+constexpr std::string_view kLanguageKey = "publishLanguage";
+/// A box, the option that it stands for, and where that is remembered.
+struct Box {
+    std::u16string_view name;
+    bool PageOptions::*option;
+    std::string_view key;
+};
+constexpr std::array kBoxes{Box{u"CheckPublishHints", &PageOptions::hasOutlines, "publishHints"},
+                            Box{u"CheckPublishKeys", &PageOptions::hasKeys, "publishKeys"},
+                            Box{u"CheckPublishReport", &PageOptions::hasReport, "publishReport"}};
+
+} // namespace
+
+/// Shared with the thread that publishes.
+struct PublishWindow::Run {
+    theora::TheoraMutex mutex;
+    PublishProgress progress GUARDED_BY(mutex);
+    PublishResult result; ///< the thread's until it ends
+};
+
+PublishWindow::PublishWindow(const WindowContext& context, PublishTask task)
+    : EditorWindow(context, {kPublishCommands, {}, kPublishPanes}), m_task(std::move(task)),
+      m_job(context.gui.loop()) {
+    bindCommands();
+}
+
+PublishWindow::~PublishWindow() = default;
+
+void PublishWindow::bindCommands() {
+    CommandSet& commands = this->commands();
+    commands.bind(
+        command::kPublishNow, [this] { publish(); },
+        [this] { return m_phase == Phase::asking && !isImporting(); });
+    commands.bind(command::kPublishCancel, [this] { m_job.cancel(); });
+    commands.bind(command::kPublishClose, [this] { Close(1); });
+    commands.bind(command::kStop, [this] {
+        if (m_phase == Phase::running) {
+            m_job.cancel();
+        } else {
+            Close(1);
+        }
+    });
+    commands.bind(
+        command::kPublishFolder, [this] { chooseFolder(); },
+        [this] { return m_phase == Phase::asking; });
+    commands.bind(command::kPublishShow, [this] {
+        m_showsFinding = true;
+        Close(1);
+    });
+    commands.bind(command::kPublishOpen, [this] {
+        if (!context().gui.desktop().openFile(m_result.folder + "/index.html")) {
+            showProblem(u"No browser opens it.", {});
+        }
+    });
+    commands.bind(command::kPublishReveal, [this] {
+        if (!context().gui.desktop().openFile(m_result.folder)) {
+            showProblem(u"The folder cannot be opened.", {});
+        }
+    });
+    commands.bind(command::kPublishAgain, [this] { show(Phase::asking); });
+}
+
+void PublishWindow::show(const WindowContext& context, ConfirmCallback& owner, PublishTask task) {
+    const auto window = std::make_shared<PublishWindow>(context, std::move(task));
+    window->run(owner);
+    if (window->m_showsFinding) {
+        window->m_task.showPlace(window->m_task.findings.front());
+    }
+}
+
+void PublishWindow::run(ConfirmCallback& owner) {
+    if (!Create(owner.GetParentWindow(), u"Publish as a Web Page", kDialogStyle,
+                kDialogExtendedStyle)) {
+        core::Log::get()->Error("Unable to show the Publish window");
+        return;
+    }
+    const AskingScope asking(owner);
+    joinCompanions(owner.askersCompanions());
+    m_owner = &owner;
+    enableOwner(false);
+    CenterWindow();
+    runLoop();
+    enableOwner(true);
+}
+
+void PublishWindow::enableOwner(bool enabled) {
+    if (platform::NativeWindow* owner = m_owner != nullptr ? m_owner->GetParentWindow() : nullptr) {
+        owner->setEnabled(enabled);
+    }
+}
+
+void PublishWindow::Close(int code) {
+    m_importsChanged.reset();
+    enableOwner(true); // before the window goes, so that the keyboard returns to the editor
+    EditorWindow::Close(code);
+}
+
+bool PublishWindow::HandleMessage(const platform::Event& event) {
+    if (event.kind == platform::EventKind::closeRequest) {
+        enableOwner(true);
+    }
+    return EditorWindow::HandleMessage(event);
+}
+
+void PublishWindow::InitWindow() {
+    fill();
+    showFindings();
+    if (const auto& imports = context().services.sceneImports) {
+        m_importsChanged = imports->observe([this] {
+            if (!IsClosing()) {
+                showState();
+            }
+        });
+    }
+    show(Phase::asking);
+    controls().startTyping(kFolderEdit);
+}
+
+void PublishWindow::fill() {
+    const auto& settings = context().services.editorSettings;
+    const std::string& name = context().services.sceneSession->scene().Name();
+    setTextOf(kFolderEdit, core::displayText(recovery::publishedFolder(name)));
+    setTextOf(kTitleEdit, core::displayText(name));
+    const PageOptions usual;
+    const std::string code =
+        settings ? settings->getString(kLanguageKey, usual.language) : usual.language;
+    if (auto* combo = find<toolkit::CComboUI>(kLanguageCombo)) {
+        auto texts = std::make_shared<toolkit::CComboUI::Texts>();
+        int chosen = 0;
+        for (const publish::Language& language : publish::languages()) {
+            chosen = code == language.code ? static_cast<int>(texts->size()) : chosen;
+            texts->push_back(core::displayText(language.name));
+        }
+        combo->SetItemTexts(texts);
+        combo->SelectItem(chosen);
+    }
+    for (const Box& box : kBoxes) {
+        if (auto* option = find<toolkit::COptionUI>(box.name)) {
+            const bool usually = usual.*box.option;
+            option->Selected(settings ? settings->getBool(box.key, usually) : usually);
+        }
+    }
+}
+
+void PublishWindow::showFindings() {
+    if (!m_task.findings.empty()) {
+        setTextOf(u"LabelPublishFindings", publishFindingsText(m_task.findings.size()));
+        setTextOf(u"LabelPublishCheck",
+                  publishFindingText(m_task.findings.front(), *context().services.sceneSession));
+    }
+}
+
+void PublishWindow::show(Phase phase) {
+    m_phase = phase;
+    const bool isAsking = phase == Phase::asking;
+    setVisibleOf(u"PanePublish", phase != Phase::done);
+    setVisibleOf(u"PanelPublishCheck", isAsking && !m_task.findings.empty());
+    setVisibleOf(u"PanelPublishRunning", phase == Phase::running);
+    setVisibleOf(u"PanePublished", phase == Phase::done);
+    for (const std::u16string_view name : {kFolderEdit, kTitleEdit, kLanguageCombo}) {
+        setEnabledOf(name, isAsking);
+    }
+    for (const Box& box : kBoxes) {
+        setEnabledOf(box.name, isAsking);
+    }
+    setVisibleOf(u"ButtonPublishCancel", phase == Phase::running);
+    setVisibleOf(u"ButtonPublishClose", phase != Phase::running);
+    setVisibleOf(u"ButtonPublishAgain", phase == Phase::done);
+    setVisibleOf(u"LabelPublishKept", phase == Phase::running);
+    showProblem({}, {});
+    showState();
+}
+
+bool PublishWindow::isModified() const {
+    return context().services.sceneSession->isModified();
+}
+
+bool PublishWindow::isImporting() const {
+    const auto& imports = context().services.sceneImports;
+    return imports && imports->queue().isBusy();
+}
+
+void PublishWindow::showState() {
+    const bool isAsking = m_phase == Phase::asking;
+    if (auto* button = findControl(kPublishButton)) {
+        button->SetText(isModified() ? u"Save and Publish" : u"Publish");
+        if (auto place = button->GetPlace()) {
+            place->left = place->right - (isModified() ? kSavingWidth : kUsualWidth);
+            button->SetPlace(*place);
+        }
+        button->SetVisible(isAsking);
+    }
+    setTextOf(kState, isImporting()  ? u"Videos are being imported: publishing waits for that."
+                      : isModified() ? u"The scene is modified: publishing saves it first."
+                                     : u"");
+    const bool hasProblem = controls().isUsable(u"LabelProblem");
+    setVisibleOf(kState, isAsking && !hasProblem);
+    commands().showEnabled();
+}
+
+void PublishWindow::Notify(toolkit::TNotifyUI& message) {
+    if (message.sType == toolkit::kTextChanged && m_phase == Phase::asking) {
+        showProblem({}, kState);
+        showState();
+    }
+    EditorWindow::Notify(message);
+}
+
+publish::PublishRequest PublishWindow::request() {
+    publish::PublishRequest request;
+    PageOptions& options = request.options;
+    options.title = core::storedText(findControl(kTitleEdit)->GetText());
+    if (const auto* combo = find<toolkit::CComboUI>(kLanguageCombo);
+        combo != nullptr && combo->GetCurSel() >= 0) {
+        options.language = publish::languages()[static_cast<std::size_t>(combo->GetCurSel())].code;
+    }
+    for (const Box& box : kBoxes) {
+        const auto* option = find<toolkit::COptionUI>(box.name);
+        options.*box.option = option != nullptr && option->IsSelected();
+    }
+    request.scene = m_task.folder;
+    if (request.scene.ends_with('\\')) { // programs of every system take the other separator
+        request.scene.back() = '/';
+    }
+    const std::string folder = core::storedText(findControl(kFolderEdit)->GetText());
+    request.folder = folder.empty() ? folder : core::services().fileSystem->fullPath(folder);
+    if (const auto& imports = context().services.sceneImports) {
+        request.converter = imports->converter();
+    }
+    request.limits.isBackground = true;
+    return request;
+}
+
+void PublishWindow::rememberOptions(const PageOptions& options) {
+    if (const auto& settings = context().services.editorSettings) {
+        settings->set(kLanguageKey, options.language); // a failed write is in the log
+        for (const Box& box : kBoxes) {
+            settings->set(box.key, options.*box.option ? "true" : "false");
+        }
+    }
+}
+
+void PublishWindow::publish() {
+    publish::PublishRequest request = this->request();
+    rememberOptions(request.options);
+    setTextOf(u"LabelPublish", u"Saving");
+    setTextOf(u"LabelPublishLeft", {});
+    show(Phase::running);
+    controls().setFocus(u"ButtonPublishCancel");
+    m_run = std::make_shared<Run>();
+    m_result = {};
+    if (isModified() && !m_task.save()) {
+        m_run->result.failure = PublishFailure::notSaved;
+        takeResult(true);
+        return;
+    }
+    const auto& settings = context().services.editorSettings;
+    const std::string chosen = settings ? settings->getString(kConverterKey, {}) : std::string();
+    m_job.start(
+        [run = m_run, request = std::move(request), chosen](auto& control) mutable {
+            platform::FileSystem& files = platform::nativeFileSystem();
+            if (!request.converter.isFound()) {
+                request.converter =
+                    imports::findConverter(files, imports::usualPlaces(files, chosen));
+            }
+            run->result = publish::publishScene(
+                files, request,
+                [&](const PublishProgress& progress) {
+                    {
+                        const theora::TheoraLock lock(run->mutex);
+                        run->progress = progress;
+                    }
+                    control.report();
+                },
+                [&] { return control.isCancelled(); });
+        },
+        [this] { takeProgress(); }, [this](bool isWhole) { takeResult(isWhole); });
+}
+
+void PublishWindow::takeProgress() {
+    PublishProgress progress;
+    {
+        const theora::TheoraLock lock(m_run->mutex);
+        progress = m_run->progress;
+    }
+    if (progress.count == 0 || IsClosing()) {
+        return;
+    }
+    setTextOf(u"LabelPublish", publishProgressText(progress));
+    setTextOf(u"LabelPublishLeft", publishLeftText(progress));
+    if (auto* bar = find<toolkit::CProgressUI>(u"ProgressPublish")) {
+        bar->SetPercent(progress.percent);
+    }
+}
+
+void PublishWindow::takeResult(bool isWhole) {
+    if (IsClosing()) {
+        return;
+    }
+    m_result = std::move(m_run->result);
+    if (!isWhole) {
+        m_result = {};
+        m_result.failure = PublishFailure::noMemory;
+    }
+    const bool isPublished = m_result.state == PublishResult::State::published;
+    show(isPublished ? Phase::done : Phase::asking);
+    if (isPublished) {
+        showDone();
+    } else {
+        controls().setFocus(kPublishButton);
+    }
+    if (m_result.state == PublishResult::State::failed) {
+        showProblem(notPublishedText(m_result), kState);
+        if (toolkit::CControlUI* problem = findControl(u"LabelProblem")) {
+            problem->SetToolTip(core::displayText(m_result.details));
+        }
+    }
+}
+
+void PublishWindow::showDone() {
+    setTextOf(u"LabelPublished", publishedText(m_result, findControl(kFolderEdit)->GetText()));
+    const auto counted = [](int count, std::u16string_view one, std::u16string_view many) {
+        return core::displayText(std::to_string(count) + " ") +
+               std::u16string(count == 1 ? one : many);
+    };
+    setTextOf(u"LabelPublishedVideos", counted(m_result.videoCount, u"video", u"videos"));
+    setVisibleOf(u"LabelPublishedStill", m_result.hasStill);
+    setVisibleOf(u"LabelPublishedStillUse", m_result.hasStill);
+    controls().setFocus(u"ButtonPublishOpen");
+}
+
+void PublishWindow::chooseFolder() {
+    platform::FileSystem& files = *core::services().fileSystem;
+    platform::FolderRequest request;
+    request.owner = GetNative();
+    request.title = "Publish as a Web Page";
+    request.initialFolder = core::currentDirectory();
+    std::optional<std::string> chosen;
+    {
+        const Companions::Pause pause(companions());
+        chosen = context().gui.fileDialog().chooseFolder(request);
+    }
+    if (!chosen) {
+        return;
+    }
+    // One that holds something else gets the page as a folder of its own.
+    std::vector<platform::FolderEntry> entries;
+    const bool isFree = files.list(*chosen, entries) && entries.empty();
+    if (!isFree && !core::isFile(core::withSeparator(*chosen) + std::string(publish::kListName))) {
+        *chosen = core::withSeparator(*chosen) +
+                  recovery::encodedName(context().services.sceneSession->scene().Name());
+    }
+    setTextOf(kFolderEdit, core::displayText(*chosen));
+    showProblem({}, kState);
+    showState();
+    controls().setFocus(kFolderEdit);
+}
+
+} // namespace ui
