@@ -91,6 +91,9 @@ class Screen {
       this.bringUp(video);
       this.listener.frameShown();
     };
+    if (video.readyState > 1) {
+      show(0, Infinity); // it was loaded ahead: its first picture is there
+    }
     if (video.requestVideoFrameCallback) {
       const step = (now, picture) => {
         if (turn === this.turn && video === this.current) {
