@@ -1,19 +1,22 @@
 // Plays a clip in real time as the preview does, paints every picture at the size of the left pane,
-// and counts what was not on time.
+// and counts what was not on time. Of a clip with sound it also says when that is first heard and
+// how far the pictures are from it at the beginning and at the end.
 //
 //   preview_bench FILE.ogv [SECONDS] [--silent]    (10 seconds, the system's sound device)
 //
-// Two branches with the clip lead to each other, so that long runs go through many changes.
+// Two branches with the clip lead to each other, so that runs that are longer go through changes.
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <string>
 #include <thread>
 #include <utility>
 #include <vector>
 
+#include "bench/HeardSound.h"
 #include "bench/Samples.h"
 #include "platform/Bitmap.h"
 #include "platform/Clock.h"
@@ -39,29 +42,40 @@ player::Story storyOf(const std::string& clip) {
     return {"A", {{"A", clip, {next}}, {"B", clip, {back}}}};
 }
 
+/// Of all threads; std::clock measures the time that passes on Windows.
 double secondsOfProcessor() {
-    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+    timespec used{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) * 1e-9;
 }
 
 struct Run {
     bench::Samples paint; ///< milliseconds for each picture
     bench::Samples gaps;  ///< from the end of a branch to the first picture of the next
     double start = 0;     ///< to the first picture
+    double sound = 0;     ///< to the first sample
+    /// How long what is heard has been due when its picture is shown, in milliseconds: of the first
+    /// and the last tenth of the run.
+    bench::Samples early;
+    bench::Samples late;
 };
 
 class Player {
 public:
     Player(const std::string& path, platform::SoundSystem& sound)
-        : m_preview({storyOf(path), "", platform::nativeFileSystem(), platform::nativeClock(),
-                     sound, 1}) {}
+        : m_sound(sound, m_heard), m_preview({storyOf(path), "", platform::nativeFileSystem(),
+                                              platform::nativeClock(), m_sound, 1}) {}
 
     void play(double seconds) {
         const auto began = Clock::now();
         m_preview.startAt("A");
         for (auto next = began; millisecondsSince(began) < seconds * 1000;) {
-            tick(began);
+            tick(began, seconds * 1000);
             next = std::max(next + kTick, Clock::now());
             std::this_thread::sleep_until(next);
+        }
+        if (m_heard.first) {
+            m_run.sound = std::chrono::duration<double, std::milli>(*m_heard.first - began).count();
         }
     }
 
@@ -70,7 +84,7 @@ public:
     [[nodiscard]] bool lacksDevice() const { return m_preview.transport().lacksDevice(); }
 
 private:
-    void tick(Clock::time_point began) {
+    void tick(Clock::time_point began, double length) {
         const auto now = Clock::now();
         bool isShown = false;
         if (m_preview.tick([&](const std::uint8_t* pixels, platform::Size size) {
@@ -79,6 +93,13 @@ private:
             })) {
             m_isFirst = true;
             m_changed = now;
+        }
+        if (const auto heard = m_heard.seconds(); isShown && heard && m_run.gaps.count() == 0) {
+            const double off = 1000 * (*heard - m_preview.frame() / m_preview.framesPerSecond());
+            const double share = millisecondsSince(began) / length;
+            if (share < 0.1 || share > 0.9) {
+                (share < 0.1 ? m_run.early : m_run.late).add(off);
+            }
         }
         if (isShown && std::exchange(m_isFirst, false)) {
             if (m_run.start == 0) {
@@ -103,6 +124,8 @@ private:
         m_run.paint.add(millisecondsSince(began));
     }
 
+    bench::Heard m_heard;
+    bench::HeardSound m_sound;
     playback::Preview m_preview;
     platform::Bitmap m_picture;
     platform::Bitmap m_pane{kPane};
@@ -120,7 +143,7 @@ int main(int argc, char** argv) {
         std::fputs("usage: preview_bench FILE.ogv [SECONDS] [--silent]\n", stderr);
         return 2;
     }
-    const double seconds = arguments.size() > 1 ? std::stod(arguments[1]) : 10.0;
+    const double seconds = arguments.size() > 1 ? std::atof(arguments[1].c_str()) : 10.0;
     platform::SilentSound silence(platform::nativeClock());
     platform::SoundSystem& device = platform::nativeSound();
     Player player(arguments[0], isSilent ? static_cast<platform::SoundSystem&>(silence) : device);
@@ -134,7 +157,18 @@ int main(int argc, char** argv) {
     std::printf("pictures: %u shown, %u dropped, %u late\n", count.shown, count.dropped,
                 count.late);
     std::printf("processor: %.0f %% of one\n", 100 * used / seconds);
-    std::printf("to the first picture: %.0f ms\n", run.start);
+    std::printf("to the first picture: %.0f ms", run.start);
+    if (run.sound > 0) {
+        std::printf(", to the first sound %.0f ms", run.sound);
+    }
+    std::puts("");
+    if (run.early.count() > 0 && run.late.count() > 0) {
+        std::printf("sound ahead of its picture: median %.1f ms in the first tenth, %.1f ms in the "
+                    "last; at most %.1f ms; drift %.1f ms\n",
+                    run.early.median(), run.late.median(),
+                    std::max(run.early.most(), run.late.most()),
+                    run.late.median() - run.early.median());
+    }
     std::printf("change of branch: median %.0f, at most %.0f ms, %zu times\n", run.gaps.median(),
                 run.gaps.most(), run.gaps.count());
     std::printf("copying and scaling a picture: median %.1f, p95 %.1f ms\n", run.paint.median(),

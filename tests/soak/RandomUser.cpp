@@ -241,6 +241,9 @@ void RandomUser::pickFromDropList() {
 
 void RandomUser::playScene() {
     const CControlUI* picture = m_window->GetPaintManager().FindControl(u"VideoPreview");
+    if (picture != nullptr && picture->IsVisible()) {
+        ++m_deeds[u"VideoPreview"];
+    }
     if (picture == nullptr || !picture->IsVisible() || oneIn(8)) {
         m_input->key(native(), EventKind::keyDown, Key::f5, {}, {.shift = oneIn(2)});
         m_input->key(native(), EventKind::keyUp, Key::f5);

@@ -101,8 +101,14 @@ void Soak::layScenes() const {
     support::writeBytes("Scenes/Drill/Scene.xml",
                         "<Scene><Name>Drill</Name><FirstBranch>A</FirstBranch>"
                         "<Branch><ID>A</ID><Filename>door.ogv</Filename>"
-                        "<Action><Type>ZoneAction</Type><Parameter>Z</Parameter></Action></Branch>"
-                        "<Branch><ID>B</ID><Filename>hall.ogg</Filename></Branch></Scene>");
+                        "<Action><Type>ZoneAction</Type><Parameter>Z</Parameter></Action>"
+                        "<Action><Type>KeypressAction</Type><Parameter>K</Parameter>"
+                        "<BranchID>B</BranchID><Immediate>true</Immediate></Action>"
+                        "<Action><Type>RandomAction</Type><BranchID>A</BranchID></Action>"
+                        "<Action><Type>RandomAction</Type><BranchID>B</BranchID></Action></Branch>"
+                        "<Branch><ID>B</ID><Filename>hall.ogg</Filename>"
+                        "<Action><Type>DefaultAction</Type><BranchID>A</BranchID></Action></Branch>"
+                        "</Scene>");
     support::writeBytes("Scenes/Second/Scene.xml", "<Scene><Name>Second</Name><Branch><ID>A</ID>"
                                                    "<Filename>cut.ogv</Filename></Branch></Scene>");
     support::writeBytes("Scenes/Damaged/Scene.xml", "<Scene><Name>");

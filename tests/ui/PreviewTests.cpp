@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/Geometry.h"
@@ -68,6 +69,17 @@ protected:
             texts.push_back(control.GetItemAt(i)->GetText());
         }
         return texts;
+    }
+    /// With the right button on the picture, then by the first letter of a row.
+    void pickFromMenu(char16_t letter) {
+        for (const auto kind : {platform::EventKind::mouseDown, platform::EventKind::mouseUp}) {
+            test::input().mouse(m_driver->native(), kind,
+                                m_driver->middleOf(m_driver->get(u"VideoPreview")),
+                                platform::MouseButton::right);
+        }
+        test::pump();
+        m_driver->type(std::u16string(1, letter));
+        m_driver->press(Key::enter);
     }
     void clickPicture(int x, int y) { // in 1280 x 720
         const platform::Rect picture = m_driver->get(u"VideoPreview").GetPos();
@@ -182,6 +194,17 @@ TEST_F(PreviewTest, SpeedSoundOutlinesAndPlaceCanBeChosen) {
     }
     EXPECT_GT(changed, 500) << "the outline and the name of the zone";
     EXPECT_EQ(m_driver->get(u"ButtonPreviewPlay").accessibleName(), u"Play");
+    m_driver->click({bar.left + 1, bar.top + bar.height() / 2});
+    ASSERT_TRUE(shows(0));
+    m_driver->click(u"ButtonPreviewPlay");
+    for (const auto& [letter, milliseconds] : {std::pair{u'D', 20}, {u'H', 80}}) {
+        pickFromMenu(letter);
+        m_clock.passed += milliseconds;
+        EXPECT_TRUE(shows(m_frame + 1)) << milliseconds;
+        EXPECT_NE(m_driver->textOf(u"LabelPreviewTime").find(u" \u00D7"), std::u16string::npos);
+    }
+    pickFromMenu(u'N');
+    EXPECT_EQ(m_driver->textOf(u"LabelPreviewTime").find(u'\u00D7'), std::u16string::npos);
     m_driver->press(Key::escape); // the preview ends before its sound
     EXPECT_FALSE(isVisible(u"VideoPreview"));
 }
