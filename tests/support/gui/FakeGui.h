@@ -187,6 +187,9 @@ private:
     openFiles(const platform::OpenFilesRequest& /*request*/) override {
         return std::nullopt;
     }
+    std::optional<std::string> chooseFolder(const platform::FolderRequest& /*request*/) override {
+        return std::nullopt;
+    }
     bool initialize(std::uint32_t& /*errorCode*/) override { return true; }
     void uninitialize() override {}
 
