@@ -29,9 +29,35 @@ int EditedVideo::frame() const {
     return video != nullptr ? video->currentFrame : 0;
 }
 
+double EditedVideo::framesPerSecond() const {
+    const video::Video* video = this->video();
+    return video != nullptr && video->framesPerSecond > 0 ? video->framesPerSecond : 1;
+}
+
+bool EditedVideo::shows(platform::Point at) const {
+    return m_control != nullptr && m_control->pictureRect().contains(at);
+}
+
+bool EditedVideo::isWaiting() const {
+    const video::Video* video = this->video();
+    return video != nullptr && video->shownFrame != video->currentFrame;
+}
+
 platform::Size EditedVideo::size() const {
     const video::Video* video = this->video();
     return video != nullptr ? platform::Size{video->width, video->height} : platform::Size{};
+}
+
+void EditedVideo::showPlayed(int frame, const std::uint8_t* pixels, platform::Size size) const {
+    if (m_control != nullptr) {
+        m_control->ShowPlayed(frame, pixels, size);
+    }
+}
+
+void EditedVideo::endPlayed() const {
+    if (video::Video* video = this->video()) {
+        video->seekTo(video->currentFrame);
+    }
 }
 
 void EditedVideo::repaintZone() const {

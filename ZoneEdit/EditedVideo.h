@@ -2,6 +2,8 @@
 // that shows them. UI thread only.
 #pragma once
 
+#include <cstdint>
+
 #include "platform/Geometry.h"
 #include "video/CVideoUI.h"
 
@@ -23,8 +25,20 @@ public:
     [[nodiscard]] bool lacksLength() const { return size().width > 0 && !hasFrames(); }
     /// The frame on show, 0 without a video, -1 for one without frames.
     [[nodiscard]] int frame() const;
+    /// Above 0, without a video as well.
+    [[nodiscard]] double framesPerSecond() const;
+    /// Whether the picture is at a point of the window.
+    [[nodiscard]] bool shows(platform::Point at) const;
+    /// The picture of the frame on show has not come yet.
+    [[nodiscard]] bool isWaiting() const;
     /// In its own pixels; empty without a video.
     [[nodiscard]] platform::Size size() const;
+
+    /// A picture of `frame` that came from elsewhere, as playback::PictureSink takes it, is the one
+    /// on show.
+    void showPlayed(int frame, const std::uint8_t* pixels, platform::Size size) const;
+    /// The pictures come from the video again, the one of the frame on show first.
+    void endPlayed() const;
 
     /// Where the zone that is edited was drawn and is to be drawn.
     void repaintZone() const;
@@ -32,9 +46,9 @@ public:
     void repaintZoneNow() const;
     /// A frame that is decoded already need not wait for the system's next paint.
     void repaintDueFrame() const;
+    void paintNow() const;
 
 private:
-    void paintNow() const;
     [[nodiscard]] video::Video* video() const;
 
     video::CVideoUI* m_control = nullptr;

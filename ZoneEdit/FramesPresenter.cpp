@@ -8,11 +8,16 @@
 #include "ZoneEdit/HeaderPresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneTexts.h"
+#include "core/Services.h"
 #include "core/Text.h"
+#include "platform/Clock.h"
 #include "toolkit/controls/CControlUI.h"
 
 namespace zoneedit {
 namespace {
+
+/// A picture that never comes, of a damaged file, must not hold up the others.
+constexpr std::int64_t kLongestWaitMs = 500;
 
 std::u16string numberText(int number) {
     return core::displayText(std::to_string(std::max(number, 0)));
@@ -33,6 +38,7 @@ void FramesPresenter::showAll() {
 
 void FramesPresenter::step(void (video::CVideoUI::*move)()) {
     if (video::CVideoUI* control = m_video.checkedControl(kStepLine)) {
+        beginMove();
         (control->*move)();
         m_header.showNotice({});
         showFrame();
@@ -52,12 +58,49 @@ void FramesPresenter::goToTyped() {
     show(target.value_or(m_video.frame()));
 }
 
+void FramesPresenter::beginMove() {
+    m_wanted.reset();
+    if (m_moves) {
+        m_moves();
+    }
+}
+
+void FramesPresenter::followPlaying() {
+    showFrame();
+    m_video.paintNow();
+}
+
 void FramesPresenter::show(int frame) {
+    beginMove();
     if (frame != m_video.frame() && m_video.control() != nullptr) {
         m_video.control()->GoToFrame(frame);
     }
     showFrame();
     m_video.repaintDueFrame();
+}
+
+void FramesPresenter::want(int frame) {
+    const std::int64_t now = core::services().clock->ticks();
+    if (m_video.isWaiting() && now - m_askedAt < kLongestWaitMs) {
+        m_wanted = frame;
+    } else {
+        m_askedAt = now;
+        show(frame);
+    }
+}
+
+void FramesPresenter::pictureShown() {
+    if (m_wanted && !m_video.isWaiting()) {
+        want(*m_wanted);
+    }
+}
+
+void FramesPresenter::stepBy(int frames) {
+    if (m_video.hasFrames() && frames != 0) {
+        const int last = m_video.frameCount() - 1;
+        const int room = frames > 0 ? last - m_video.frame() : m_video.frame();
+        show(m_video.frame() + std::clamp(frames, -room, room));
+    }
 }
 
 bool FramesPresenter::restoreText() {

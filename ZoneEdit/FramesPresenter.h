@@ -2,8 +2,11 @@
 // typed. Part of the zone editor.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "ZoneEdit/EditedVideo.h"
 #include "ui/Controls.h"
@@ -29,12 +32,24 @@ public:
     /// To the number in the edit; the header says when it holds none.
     void goToTyped();
     void show(int frame);
+    /// As show(), once the picture that was asked for last is there; of several such frames only
+    /// the last one counts.
+    void want(int frame);
+    /// Another picture is on the screen.
+    void pictureShown();
+    /// Playing has shown another frame.
+    void followPlaying();
+    /// What is called before the author goes to a frame. Empty: nothing.
+    void setMoveListener(std::function<void()> moves) { m_moves = std::move(moves); }
+    /// Cut to the clip.
+    void stepBy(int frames);
     /// Gives the edit the number of the frame on show back. False when it has it.
     bool restoreText();
 
 private:
     void step(void (video::CVideoUI::*move)());
     void showFrame();
+    void beginMove();
     [[nodiscard]] std::u16string frameText() const;
 
     ui::Controls m_controls;
@@ -42,6 +57,9 @@ private:
     zone::ZoneSession& m_session;
     HeaderPresenter& m_header;
     std::function<void()> m_shown;
+    std::function<void()> m_moves;
+    std::optional<int> m_wanted;
+    std::int64_t m_askedAt = 0; ///< when m_wanted's predecessor was asked for, in ticks
 };
 
 } // namespace zoneedit

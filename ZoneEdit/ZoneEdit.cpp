@@ -7,13 +7,18 @@
 #include "ZoneEdit/CurrentZones.h"
 #include "ZoneEdit/EditingParts.h"
 #include "ZoneEdit/FlagsPresenter.h"
+#include "ZoneEdit/FrameSelection.h"
 #include "ZoneEdit/FramesPresenter.h"
 #include "ZoneEdit/HeaderPresenter.h"
 #include "ZoneEdit/HintPresenter.h"
 #include "ZoneEdit/HistoryPresenter.h"
 #include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/Overview.h"
+#include "ZoneEdit/PlayPresenter.h"
+#include "ZoneEdit/RangePresenter.h"
 #include "ZoneEdit/RenamedZones.h"
+#include "ZoneEdit/Timeline.h"
+#include "ZoneEdit/TimelinePresenter.h"
 #include "ZoneEdit/ViewToggles.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneVersions.h"
@@ -50,6 +55,7 @@
 #include "video/CVideoUI.h"
 #include "zone/EditContext.h"
 #include "zone/Scale.h"
+#include "zone/SessionKeys.h"
 #include "zone/ShapeDrawing.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
@@ -95,6 +101,9 @@ std::unique_ptr<toolkit::CControlUI> ZoneEdit::CreateControl(std::u16string_view
     if (className == kOverview) {
         return std::make_unique<Overview>();
     }
+    if (className == kTimeline) {
+        return std::make_unique<Timeline>();
+    }
     if (className != kVideo) {
         return EditorWindow::CreateControl(className);
     }
@@ -115,6 +124,7 @@ void ZoneEdit::InitWindow() {
     m_frames->showAll();
     m_zoom->showAll();
     m_toggles->showAll();
+    m_timeline->showAll();
     if (context().state.zoneEditResumes) {
         resume();
     }
@@ -210,13 +220,26 @@ void ZoneEdit::makeParts() {
                                                  context().state.zoneEditVideo);
     m_flags = std::make_unique<FlagsPresenter>(controls, m_video, session);
     m_zones = std::make_unique<ZonesPresenter>(controls, m_video, session, *m_flags);
-    m_frames = std::make_unique<FramesPresenter>(controls, m_video, session, *m_header,
-                                                 [this] { m_flags->showActive(); });
+    m_frames = std::make_unique<FramesPresenter>(controls, m_video, session, *m_header, [this] {
+        m_flags->showActive();
+        m_timeline->showFrame();
+    });
     m_keys = std::make_unique<zone::SessionKeys>(session);
+    m_selection = std::make_unique<FrameSelection>(m_video.frameCount());
+    m_range = std::make_unique<RangePresenter>(controls, m_video, *m_selection);
+    m_timeline = std::make_unique<TimelinePresenter>(controls, m_video, session, *m_keys,
+                                                     *m_selection, *m_frames);
+    if (m_video.control() != nullptr) {
+        m_video.control()->setPictureListener([this] { m_frames->pictureShown(); });
+        m_player = std::make_unique<PlayPresenter>(controls, m_video, session, *m_frames,
+                                                   context().gui, context().state.zoneEditVideo);
+        m_frames->setMoveListener([this] { m_player->pause(); });
+    }
     m_editing = std::make_unique<EditingParts>(
         commands(), EditingParts::Links{controls, m_video, session, *m_keys, *m_notice,
                                         context().services.editorSettings.get()});
-    m_zoom = std::make_unique<ZoomPresenter>(controls, m_video, [] {});
+    m_zoom = std::make_unique<ZoomPresenter>(controls, m_video,
+                                             [this] { commands().run(ui::command::kPlayVideo); });
     m_toggles = std::make_unique<ViewToggles>(controls, context().services.editorSettings.get(),
                                               [this](Toggle /*toggle*/) { viewChanged(); });
     m_history =
@@ -265,6 +288,7 @@ void ZoneEdit::bindCommands() {
     commands().bind(command::kBack, [this] { m_frames->back(); });
     commands().bind(command::kForward, [this] { m_frames->forward(); });
     commands().bind(command::kForwardTen, [this] { m_frames->forwardTen(); });
+    bindTime();
     bindHistory();
     bindView();
 }
@@ -284,6 +308,20 @@ void ZoneEdit::bindView() {
 
 void ZoneEdit::viewChanged() {
     m_video.repaintZone();
+}
+
+void ZoneEdit::bindTime() {
+    namespace command = ui::command;
+    commands().bind(
+        command::kPlayVideo, [this] { m_player->toggle(); },
+        [this] { return m_player && m_video.frameCount() > 1; });
+    commands().bind(command::kFirstFrame, [this] { m_timeline->first(); });
+    commands().bind(command::kLastFrame, [this] { m_timeline->last(); });
+    commands().bind(command::kKeyBefore, [this] { m_timeline->keyBefore(); });
+    commands().bind(command::kNextKey, [this] { m_timeline->nextKey(); });
+    commands().bind(command::kTimelineFit, [this] { m_timeline->fit(); });
+    commands().bind(command::kRangeBegin, [this] { m_range->begin(); });
+    commands().bind(command::kRangeEnd, [this] { m_range->end(); });
 }
 
 void ZoneEdit::bindHistory() {
@@ -317,6 +355,9 @@ void ZoneEdit::OnClick(toolkit::TNotifyUI& message) {
 void ZoneEdit::OnItemSelect(toolkit::TNotifyUI& message) {
     if (m_zones && message.pSender->GetName() == kZoneCombo) {
         m_zones->choose();
+        if (m_timeline) {
+            m_timeline->showZone();
+        }
     } else if (m_zoom && message.pSender->GetName() == kZoomCombo) {
         m_zoom->choose();
     }
@@ -333,10 +374,15 @@ void ZoneEdit::OnKillFocus(toolkit::TNotifyUI& message) {
         m_zones->rename();
     } else if (m_frames && message.pSender->GetName() == kFrameEdit) {
         m_frames->goToTyped();
+    } else if (m_range) {
+        m_range->typed(message.pSender->GetName());
     }
 }
 
 bool ZoneEdit::MessageHandler(const platform::Event& event) {
+    if (m_player && event.kind == platform::EventKind::mouseDown && m_video.shows(event.position)) {
+        m_player->pause(); // what the press does is done on the frame that the author saw
+    }
     return (m_zoom && m_zoom->handle(event)) || (m_editing && m_editing->handle(event)) ||
            EditorWindow::MessageHandler(event);
 }
@@ -344,6 +390,10 @@ bool ZoneEdit::MessageHandler(const platform::Event& event) {
 bool ZoneEdit::HandleMessage(const platform::Event& event) {
     // A question's loop runs inside this window's: the question has to end first.
     if (event.kind == platform::EventKind::closeRequest && isAsking()) {
+        return true;
+    }
+    if (event.kind == platform::EventKind::timer && event.timerId == PlayPresenter::kTimer) {
+        m_player->tick();
         return true;
     }
     if (event.kind == platform::EventKind::timer && event.timerId == NoticePresenter::kTimer) {
@@ -371,14 +421,15 @@ void ZoneEdit::windowSized() {
 void ZoneEdit::stop() {
     const ui::Controls controls(GetPaintManager());
     const bool wasTyping = (controls.hasFocus(kFrameEdit) && m_frames->restoreText()) ||
-                           (controls.hasFocus(kZoneEdit) && m_zones->restoreText());
+                           (controls.hasFocus(kZoneEdit) && m_zones->restoreText()) ||
+                           m_range->restoreText();
     if (wasTyping || m_editing->cancelDrag()) {
         return;
     }
     if (m_notice->isShown()) {
         m_notice->close();
-    } else {
-        (void)m_editing->endAdding();
+    } else if (!m_editing->endAdding()) {
+        m_selection->clear();
     }
 }
 

@@ -24,6 +24,9 @@ class ZoneDraft;
 namespace ui {
 class DraftProblem;
 }
+namespace zone {
+class SessionKeys;
+}
 
 namespace zoneedit {
 
@@ -33,6 +36,10 @@ class FramesPresenter;
 class HeaderPresenter;
 class HistoryPresenter;
 class NoticePresenter;
+class FrameSelection;
+class PlayPresenter;
+class RangePresenter;
+class TimelinePresenter;
 class RenamedZones;
 class ViewToggles;
 class ZonesPresenter;
@@ -93,6 +100,7 @@ private:
     void bindView();
     /// Another part of the window is shown, or drawn another way.
     void viewChanged();
+    void bindTime();
     void stop();
     void removeZone();
     void saveZones();
@@ -115,6 +123,10 @@ private:
     std::unique_ptr<EditingParts> m_editing;
     std::unique_ptr<ZoomPresenter> m_zoom;
     std::unique_ptr<ViewToggles> m_toggles;
+    std::unique_ptr<FrameSelection> m_selection;
+    std::unique_ptr<RangePresenter> m_range;
+    std::unique_ptr<TimelinePresenter> m_timeline;
+    std::unique_ptr<PlayPresenter> m_player; ///< none without a video
     std::unique_ptr<HistoryPresenter> m_history;
     std::unique_ptr<ui::DraftProblem> m_draftProblem;
     std::unique_ptr<recovery::ZoneDraft> m_draft; ///< none without a video or the service for it

@@ -4,6 +4,7 @@
 //
 // Usage: zoneedit_bench [CLIP] prints Markdown tables. CLIP should be 1280 x 720; default: that of
 // the larger demo scene. Needs a display; QT_QPA_PLATFORM=offscreen will do.
+#include <chrono>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -21,6 +22,9 @@
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "video/CVideoUI.h"
+#include "zone/Scale.h"
+#include "zone/ZoneManager.h"
+#include "zone/ZoneSession.h"
 
 namespace {
 
@@ -39,6 +43,10 @@ using platform::Point;
 
 constexpr int kLongFrames = 100'000;
 constexpr double kMaxWaitMs = 10'000;
+constexpr std::chrono::milliseconds kHeldPause{100};
+constexpr int kScrubbed = 300;
+constexpr int kHourFrames = 108'000;
+constexpr platform::Size kLargeWindow{1920, 1040};
 
 /// The zone editor's window on a clip.
 class Editor {
@@ -69,6 +77,59 @@ public:
     Samples jump(const std::vector<Move>& moves) {
         return measure(moves, [this](int to) { m_control->GoToFrame(to); });
     }
+    /// Holding Left at 10 a second from `from` on, right after a jump there.
+    Samples holdBack(int from, int steps) {
+        m_control->GoToFrame(from);
+        waitForPicture();
+        Samples times;
+        auto due = Clock::now();
+        for (int step = 0; step < steps && m_control->video()->currentFrame > 0; ++step) {
+            due += kHeldPause;
+            waitUntil(due);
+            const auto began = Clock::now();
+            test::input().key(m_driver->native(), EventKind::keyDown, Key::left);
+            test::gui().loop().processEvents(false);
+            waitForPicture();
+            times.add(millisecondsSince(began));
+        }
+        return times;
+    }
+    /// Pictures a second while the pointer is drawn over the timeline from end to end.
+    double scrub() {
+        const platform::Rect line = m_driver->get(u"Timeline").GetPos();
+        const auto began = Clock::now();
+        test::input().mouse(m_driver->native(), EventKind::mouseDown,
+                            {line.left + 5, line.top + 9});
+        for (int position = 1; position <= kScrubbed; ++position) {
+            const int x = line.left + 5 + (line.width() - 10) * position / kScrubbed;
+            test::input().mouse(m_driver->native(), EventKind::mouseMove, {x, line.top + 9});
+            test::gui().loop().processEvents(false);
+            waitForPicture();
+        }
+        test::input().mouse(m_driver->native(), EventKind::mouseUp, {line.right, line.top + 9});
+        return kScrubbed * 1000 / millisecondsSince(began);
+    }
+    void resize(platform::Size size) {
+        m_driver->native().setGeometry(platform::Rect::at(0, 0, size.width, size.height));
+        pause();
+    }
+    /// A turn of the wheel over the timeline and the paint it causes.
+    Samples turnTimeline(bool zooms) {
+        const platform::Rect line = m_driver->get(u"Timeline").GetPos();
+        const Point middle{(line.left + line.right) / 2, line.top + 9};
+        Samples times;
+        for (int round = 0; round < kRounds; ++round) {
+            const int delta = round / 20 % 2 == 0 ? 120 : -120;
+            const auto began = Clock::now();
+            test::input().wheel(m_driver->native(), middle, delta,
+                                {.shift = !zooms, .control = zooms});
+            test::gui().loop().processEvents(false);
+            m_driver->native().picture().repaintNow();
+            times.add(millisecondsSince(began));
+        }
+        return times;
+    }
+    [[nodiscard]] int frameCount() const { return m_control->video()->frameCount; }
     void drawZone() {
         m_driver->click(u"ButtonAddZone");
         m_driver->click(u"OptionAddMultiPoint");
@@ -143,8 +204,10 @@ private:
         }
     }
     static void pause() {
-        const auto began = Clock::now();
-        while (millisecondsSince(began) < kPauseMs) {
+        waitUntil(Clock::now() + std::chrono::milliseconds(static_cast<int>(kPauseMs)));
+    }
+    static void waitUntil(Clock::time_point time) {
+        while (Clock::now() < time) {
             test::gui().loop().processEvents(true);
         }
     }
@@ -198,6 +261,23 @@ void measureSteps(const std::string& clip) {
                     timesText(editor.drag()), "", "< 10 ms");
 }
 
+/// Scrubbing, and holding back over several groups from inside one, right after a jump.
+void measureGroups(const std::string& clip) {
+    bench::tableHead("Zone editor: over many groups, " +
+                     std::filesystem::path(clip).filename().string());
+    Editor editor(clip);
+    bench::tableRow("scrubbing over the whole clip, pictures a second",
+                    std::to_string(editor.scrub()), "",
+                    ">= 10 with a key frame every 64, >= 30 with one every 12");
+    const int from = editor.frameCount() - 15;
+    bench::tableRow("holding back, 10 frames a second",
+                    timesText(editor.holdBack(from, from * 6 / 10)), "", "max <= 40 ms");
+    editor.resize(kLargeWindow);
+    bench::tableRow("step forward in a window of 1920 x 1040",
+                    timesText(editor.keys(walk(editor.frameCount(), 1), Key::right, false)), "",
+                    "p95 <= 20 ms for 1920 x 1080");
+}
+
 std::string madeClip(const char* name, int width, int height, int frames, int pictureEvery) {
     support::ClipSpec spec;
     spec.width = width;
@@ -219,6 +299,39 @@ void measureLongClip() {
                     std::to_string(log.errors().size() - before), "", "0");
 }
 
+/// Saves a zone that is elsewhere on every frame and active on every other third one.
+void makeJaggedZone(const std::string& clip) {
+    const auto zones = zone::ZoneManager::createEmpty();
+    zones->scale = zone::Scale{};
+    zones->videoWidth = 1280;
+    zones->videoHeight = 720;
+    zones->frameCount = kHourFrames;
+    zone::ZoneSession session(zones);
+    session.setArea({1280, 720});
+    session.addZone("jagged", kHourFrames);
+    session.addPoint(0, 0, 100, 100);
+    (void)session.hitTest(0, 0, 100, 100);
+    for (int frame = 1; frame < kHourFrames; ++frame) {
+        session.moveSelectedPoint(0, frame, frame * 7 % 1000, frame * 331 % 700);
+        if (frame % 3 == 0) {
+            session.setActive(0, frame, frame % 2 == 0);
+        }
+    }
+    (void)session.save(clip.substr(0, clip.size() - 4));
+}
+
+void measureTimeline() {
+    bench::tableHead("Zone editor: the timeline of 108,000 frames");
+    const std::string clip = madeClip("hour.ogv", 64, 48, kHourFrames, 50);
+    makeJaggedZone(clip);
+    Editor editor(clip);
+    bench::tableRow("zoom", timesText(editor.turnTimeline(true)), "", "p95 < 16.6 ms");
+    bench::tableRow("move", timesText(editor.turnTimeline(false)), "", "p95 < 16.6 ms");
+    editor.resize(kLargeWindow);
+    bench::tableRow("zoom in a window of 1920 x 1040", timesText(editor.turnTimeline(true)), "",
+                    "p95 < 16.6 ms");
+}
+
 void measureTick() {
     bench::tableHead("Zone editor: one tick of the 33 ms timer, 1920 x 1088 into 1280 x 720");
     Editor editor(madeClip("large.ogv", 1920, 1088, 16, 1));
@@ -234,6 +347,8 @@ int run(const std::string& clip) {
     try {
         measureSteps(clip);
         measureLongClip();
+        measureGroups(clip);
+        measureTimeline();
         measureTick();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "zoneedit_bench: %s\n", error.what());

@@ -50,6 +50,8 @@ enum class Key {
     del,
     insert,
     menu, ///< the key that opens a context menu
+    openBracket,
+    closeBracket,
     // Function keys, digits and letters are consecutive: back ends convert them by their distance.
     // clang-format off
     f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12,

@@ -12,19 +12,21 @@
 
 namespace playback {
 
-OpenClip::OpenClip(const std::string& path, platform::FileSystem& files)
+OpenClip::OpenClip(const std::string& path, platform::FileSystem& files, Zones zones)
     : m_path(path), m_manager(1, files) {
     m_manager.setAudioInterfaceFactory(&m_sounds);
     m_clip = m_manager.createClip(path, theora::TheoraOutputMode::TH_BGRX);
     const int frames = m_clip->getNumFrames();
     m_facts = std::make_shared<const player::Clip>(
         player::Clip{frames, static_cast<double>(m_clip->getFPS()),
-                     frames >= 0 ? readZones(path, size()) : std::vector<player::ZoneTrack>()});
+                     frames >= 0 && zones == Zones::read ? readZones(path, size())
+                                                         : std::vector<player::ZoneTrack>()});
 }
 
-std::unique_ptr<OpenClip> OpenClip::open(const std::string& path, platform::FileSystem& files) {
+std::unique_ptr<OpenClip> OpenClip::open(const std::string& path, platform::FileSystem& files,
+                                         Zones zones) {
     try {
-        return std::unique_ptr<OpenClip>(new OpenClip(path, files));
+        return std::unique_ptr<OpenClip>(new OpenClip(path, files, zones));
     } catch (const std::exception&) { // no clip, no memory, or no further thread
         return nullptr;
     }

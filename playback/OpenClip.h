@@ -17,9 +17,10 @@ namespace playback {
 /// Made and ended on any thread, used by one at a time.
 class OpenClip {
 public:
+    enum class Zones { read, left };
     /// `path`: UTF-8. `files` outlive the clip. Null when it cannot be played.
-    [[nodiscard]] static std::unique_ptr<OpenClip> open(const std::string& path,
-                                                        platform::FileSystem& files);
+    [[nodiscard]] static std::unique_ptr<OpenClip>
+    open(const std::string& path, platform::FileSystem& files, Zones zones = Zones::read);
 
     [[nodiscard]] const std::string& path() const { return m_path; }
     [[nodiscard]] const std::shared_ptr<const player::Clip>& facts() const { return m_facts; }
@@ -34,7 +35,7 @@ public:
     void seek(int frame);
 
 private:
-    OpenClip(const std::string& path, platform::FileSystem& files);
+    OpenClip(const std::string& path, platform::FileSystem& files, Zones zones);
 
     std::string m_path;
     SoundQueueFactory m_sounds; ///< outlives the manager

@@ -5,9 +5,7 @@
 #include <utility>
 
 #include "player/Clip.h"
-#include "src/TheoraTimer.h"
 #include "src/TheoraVideoClip.h"
-#include "src/TheoraVideoFrame.h"
 
 namespace playback {
 namespace {
@@ -56,30 +54,21 @@ std::shared_ptr<const player::Clip> Preview::bringUp(const std::string& video) {
 }
 
 void Preview::putClipAway() {
-    m_transport.load(nullptr, 0.0);
+    m_run.end();
     if (m_clip) {
-        m_before.dropped += m_clip->clip().getNumDroppedFrames();
+        m_dropped += m_clip->clip().getNumDroppedFrames();
         m_shelf.putAway(std::move(m_clip));
     }
 }
 
 void Preview::begin(int frame) {
-    m_hasPicture = false;
-    m_isWaiting = true;
-    m_nextFrame = frame;
-    m_transport.load(m_clip.get(), timeOf(frame));
-}
-
-// As the clip reckons, in floats: both have to agree on when a frame is due.
-float Preview::timeOf(int frame) const {
-    return static_cast<float>(frame) / m_clip->clip().getFPS();
+    m_run.begin(*m_clip, frame);
 }
 
 void Preview::follow() {
     if (m_player.state() != player::Player::State::playing) {
         m_hasChanged = m_hasChanged || m_clip != nullptr || m_isNew;
         m_isNew = false;
-        m_isWaiting = false;
         putClipAway();
     } else if (std::exchange(m_isNew, false)) {
         m_hasChanged = true;
@@ -156,49 +145,20 @@ double Preview::framesPerSecond() const {
 
 PictureCount Preview::pictures() const {
     const unsigned dropped = m_clip ? m_clip->clip().getNumDroppedFrames() : 0;
-    return {m_shown, m_before.dropped + dropped, m_late};
+    return {m_run.shownCount(), m_dropped + dropped, m_run.lateCount()};
 }
 
 bool Preview::tick(const PictureSink& show) {
     if (m_clip) {
-        const auto time = static_cast<float>(m_transport.advance());
-        m_clip->clip().getTimer().seek(time);
-        showDue(time, show);
-        if (isAtEnd(time)) {
-            m_player.clipEnded(frameCount() >= 0 ? frameCount() : m_nextFrame);
+        if (m_run.tick(show)) {
+            m_frame = m_run.frame();
+        }
+        if (m_run.isAtEnd()) {
+            m_player.clipEnded(m_run.endFrame());
             follow();
         }
     }
     return std::exchange(m_hasChanged, false);
-}
-
-void Preview::showDue(float time, const PictureSink& show) {
-    theora::TheoraVideoClip& clip = m_clip->clip();
-    if (const theora::TheoraVideoFrame* frame = clip.peekReadyFrame()) {
-        m_late += m_hasPicture && time >= timeOf(frame->getFrameNumber() + 1) ? 1U : 0U;
-        ++m_shown;
-        m_frame = frame->getFrameNumber();
-        m_nextFrame = m_frame + 1;
-        show(frame->getBuffer(), {frame->getWidth(), frame->getHeight()});
-        clip.releaseShownFrame();
-        m_hasPicture = true;
-    }
-    if (m_hasPicture && !m_transport.isGoing() && m_transport.isReady()) {
-        m_transport.go();
-    }
-    const bool isOver = frameCount() >= 0 && m_nextFrame >= frameCount();
-    m_isWaiting = !m_transport.isGoing() || m_transport.isShortOfSound() ||
-                  (!isOver && !clip.endOfFile.load() && time >= timeOf(m_nextFrame));
-}
-
-bool Preview::isAtEnd(float time) const {
-    theora::TheoraVideoClip& clip = m_clip->clip();
-    if (m_hasPicture && frameCount() >= 0 && time >= timeOf(frameCount())) {
-        return true;
-    }
-    // A file that ends early, or whose length only its end tells.
-    return clip.endOfFile.load() && clip.pendingSeekFrame.load() == -1 &&
-           clip.getNumReadyFrames() == 0 && time >= timeOf(m_nextFrame);
 }
 
 } // namespace playback

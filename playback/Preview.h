@@ -7,7 +7,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -18,6 +17,7 @@
 #include "platform/FileSystem.h"
 #include "platform/Geometry.h"
 #include "platform/Sound.h"
+#include "playback/ClipRun.h"
 #include "playback/ClipShelf.h"
 #include "playback/OpenClip.h"
 #include "playback/Transport.h"
@@ -44,10 +44,6 @@ public:
         platform::SoundSystem& sound;
         std::uint32_t seed = 0;
     };
-    /// Takes `size.height` rows of `size.width` pixels, blue, green, red, 255, from the top,
-    /// unpadded; valid during the call.
-    using PictureSink = std::function<void(const std::uint8_t* pixels, platform::Size size)>;
-
     /// What `setup` refers to outlives the preview.
     explicit Preview(Setup setup);
     ~Preview();
@@ -74,7 +70,7 @@ public:
     /// another branch has come up, or playing has ended or stopped, since the last call.
     bool tick(const PictureSink& show);
     /// The picture of this moment, or the sound after it, has not been decoded yet.
-    [[nodiscard]] bool isWaiting() const { return m_isWaiting; }
+    [[nodiscard]] bool isWaiting() const { return m_run.isWaiting(); }
 
     [[nodiscard]] const player::Player& player() const { return m_player; }
     [[nodiscard]] const Transport& transport() const { return m_transport; }
@@ -91,25 +87,18 @@ private:
     void openAhead();
     /// After the player may have moved on.
     void follow();
-    [[nodiscard]] float timeOf(int frame) const;
-    void showDue(float time, const PictureSink& show);
-    [[nodiscard]] bool isAtEnd(float time) const;
 
     std::string m_folder;
     Transport m_transport;
+    ClipRun m_run{m_transport};
     ClipShelf m_shelf;
     std::vector<std::string> m_videos; ///< of the story's branches
     player::Player m_player;
     std::unique_ptr<OpenClip> m_clip; ///< on show
     bool m_isNew = false;             ///< a branch came up
-    bool m_hasPicture = false;        ///< of this clip, or since the last seek
-    bool m_isWaiting = false;
     bool m_hasChanged = false;
     int m_frame = 0;
-    int m_nextFrame = 0;   ///< the one that is shown next
-    PictureCount m_before; ///< of the clips that were put away
-    unsigned m_shown = 0;
-    unsigned m_late = 0;
+    unsigned m_dropped = 0; ///< of the clips that were put away
 };
 
 } // namespace playback

@@ -99,6 +99,14 @@ void CVideoUI::onFrameReady() {
     }
 }
 
+void CVideoUI::tellOfPicture() {
+    m_loop.post([listener = m_listener] {
+        if (listener->control != nullptr && listener->control->m_pictureShown) {
+            listener->control->m_pictureShown();
+        }
+    });
+}
+
 void CVideoUI::stepBack(int count) {
     watchForFrames();
     m_video->seekTo(std::max(m_video->currentFrame - count, 0));
@@ -146,6 +154,13 @@ void CVideoUI::GoToFrame(int frame) {
         watchForFrames();
         m_video->seekTo(std::clamp(frame, 0, m_video->frameCount - 1));
         NeedUpdate();
+    }
+}
+
+void CVideoUI::ShowPlayed(int frame, const std::uint8_t* pixels, Size size) {
+    if (m_video) {
+        m_video->takePlayed(frame, pixels, size, m_backBuffer.get());
+        Invalidate();
     }
 }
 
@@ -314,6 +329,9 @@ void CVideoUI::paintPicture(platform::Canvas& canvas, const Rect& target, bool i
         canvas.drawStill(still(), target);
     } else if (m_backBuffer) {
         canvas.drawFrame(*m_backBuffer, target);
+    }
+    if (isNew && m_pictureShown) {
+        tellOfPicture();
     }
     // A new picture came while a part was painted: the other parts have to follow.
     const Rect visible = target.intersected(GetPos());

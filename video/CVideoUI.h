@@ -48,6 +48,9 @@ public:
     /// To frame `frame`, cut to the video.
     void GoToFrame(int frame);
 
+    /// Shows a picture that came from elsewhere, as Video::takePlayed takes it.
+    void ShowPlayed(int frame, const std::uint8_t* pixels, Size size);
+
     /// Draws `layer` over the picture and over the layers added before.
     void AddLayer(std::shared_ptr<Layer> layer);
     /// The size in display pixels of what the picture is stretched to. It is shown as large as the
@@ -89,6 +92,8 @@ public:
     }
     /// Repaints where the layers drew last and where they would draw now.
     void InvalidateLayers();
+    /// What is called, from the loop, after another picture was shown. Empty: nothing.
+    void setPictureListener(std::function<void()> shown) { m_pictureShown = std::move(shown); }
 
     [[nodiscard]] std::u16string GetClass() const override { return u"Video"; }
     [[nodiscard]] void* GetInterface(std::u16string_view name) override;
@@ -122,6 +127,7 @@ private:
     void watchForFrames();
     void startTimer(int intervalMs);
     void listenForFrames();
+    void tellOfPicture();
     void onFrameReady();
     [[nodiscard]] int frame() const { return m_video ? m_video->currentFrame : 0; }
     [[nodiscard]] bool hasDisplaySize() const;
@@ -142,6 +148,7 @@ private:
     };
     std::vector<ShownLayer> m_layers;
     std::function<platform::PointerShape(Point)> m_shapeAt;
+    std::function<void()> m_pictureShown;
     std::unique_ptr<platform::FrameBuffer> m_backBuffer;
     Size m_displaySize;
     PictureZoom m_zoom;

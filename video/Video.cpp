@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kWorkers = 1;
 constexpr std::size_t kBytesPerPixel = 3;
+constexpr std::size_t kPlayedBytesPerPixel = 4;
 
 void copyPixels(const std::uint8_t* source, std::uint8_t* target, std::size_t pixels) {
     for (std::size_t i = 0; i < pixels * kBytesPerPixel; i += kBytesPerPixel) {
@@ -64,6 +65,7 @@ bool Video::Load(const std::string& path) {
     frameCount = m_clip->getNumFrames();
     width = m_clip->getWidth();
     height = m_clip->getHeight();
+    framesPerSecond = static_cast<double>(m_clip->getFPS());
     if (frameCount > 0) {
         seekTo(0);
     }
@@ -75,6 +77,7 @@ bool Video::seekTo(int target) {
         return false;
     }
     currentFrame = target;
+    m_isPlayed = false;
     if (m_clip != nullptr) {
         m_clip->requestSeek(target);
     }
@@ -99,12 +102,40 @@ bool Video::RenderFrame(platform::FrameBuffer* target) {
     if (frame == nullptr) {
         return false;
     }
-    if (target != nullptr) {
+    const bool isShown = !m_isPlayed;
+    if (isShown && target != nullptr) {
         copyBottomUp(frame->getBuffer(), width, height, target->bits(), target->byteCount());
     }
-    shownFrame = frame->getFrameNumber();
+    shownFrame = isShown ? frame->getFrameNumber() : shownFrame;
     m_clip->releaseShownFrame();
-    return true;
+    return isShown;
+}
+
+void Video::takePlayed(int frame, const std::uint8_t* pixels, platform::Size size,
+                       platform::FrameBuffer* target) {
+    if (size != platform::Size{width, height}) {
+        return;
+    }
+    currentFrame = shownFrame = std::clamp(frame, 0, std::max(frameCount - 1, 0));
+    m_isPlayed = true;
+    if (target == nullptr) {
+        return;
+    }
+    const std::size_t rowPixels = static_cast<std::size_t>(width);
+    std::size_t offset = 0;
+    for (int row = height - 1; row >= 0; --row, offset += rowPixels * kBytesPerPixel) {
+        if (offset + rowPixels * kBytesPerPixel > target->byteCount()) {
+            return;
+        }
+        const std::uint8_t* from =
+            pixels + static_cast<std::size_t>(row) * rowPixels * kPlayedBytesPerPixel;
+        std::uint8_t* to = target->bits() + offset;
+        for (std::size_t i = 0; i < rowPixels; ++i, from += kPlayedBytesPerPixel) {
+            *to++ = from[0];
+            *to++ = from[1];
+            *to++ = from[2];
+        }
+    }
 }
 
 void Video::setFrameReadyCallback(std::function<void()> callback) {

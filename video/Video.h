@@ -10,6 +10,7 @@
 #include <string>
 
 #include "platform/FrameBuffer.h"
+#include "platform/Geometry.h"
 #include "src/TheoraVideoManager.h"
 
 namespace video {
@@ -36,6 +37,12 @@ public:
     /// no multiple of 4 bytes shows sheared. Intended. Bytes beyond the buffer are left out, so a
     /// buffer made for another video's size is safe.
     bool RenderFrame(platform::FrameBuffer* target);
+    /// Makes `frame` the current one and copies its picture, which came from elsewhere, into
+    /// `target` as RenderFrame does: `size.height` rows of `size.width` pixels, blue, green, red
+    /// and one more byte, from the top. Nothing when it has not the video's size. Until the next
+    /// seekTo, RenderFrame takes the clip's frames and shows none.
+    void takePlayed(int frame, const std::uint8_t* pixels, platform::Size size,
+                    platform::FrameBuffer* target);
     /// Whether RenderFrame would take a frame now.
     [[nodiscard]] bool hasDueFrame();
 
@@ -48,12 +55,14 @@ public:
     int frameCount = 0;
     int width = 0; ///< shown pixels: without the alpha half of an alpha clip
     int height = 0;
+    double framesPerSecond = 0; ///< 0 without a video
 
 private:
     [[nodiscard]] theora::TheoraVideoFrame* dueFrame();
 
     std::unique_ptr<theora::TheoraVideoManager> m_manager;
     theora::TheoraVideoClip* m_clip = nullptr; ///< the manager's
+    bool m_isPlayed = false;                   ///< the picture on show came from elsewhere
 };
 
 /// Copies a top-down picture of `height` packed rows of `width` R, G, B pixels into `target` as

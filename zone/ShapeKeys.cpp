@@ -162,6 +162,23 @@ private:
 
 } // namespace
 
+std::vector<FrameRange> activeRuns(const Zone& zone) {
+    const ShapeTrack& track = zone.track();
+    std::vector<FrameRange> runs;
+    for (std::size_t index = 0; index < track.runCount(); ++index) {
+        const ShapeRun& run = track.run(index);
+        if (!run.present || !run.active) {
+            continue;
+        }
+        if (!runs.empty() && runs.back().end == run.firstFrame) {
+            runs.back().end = track.endFrame(index);
+        } else {
+            runs.push_back({run.firstFrame, track.endFrame(index)});
+        }
+    }
+    return runs;
+}
+
 void ShapeKeys::compute(const Zone& zone) {
     m_frames.clear();
     update(zone, {0, zone.frameCount()});

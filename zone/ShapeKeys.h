@@ -39,4 +39,7 @@ private:
     std::vector<int> m_frames;
 };
 
+/// The frames that have a shape and on which it is active, as few runs as can be, ascending.
+[[nodiscard]] std::vector<FrameRange> activeRuns(const Zone& zone);
+
 } // namespace zone

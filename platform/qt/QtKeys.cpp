@@ -29,6 +29,8 @@ constexpr KeyPair kKeys[] = {
     {Qt::Key_Delete, Key::del},
     {Qt::Key_Insert, Key::insert},
     {Qt::Key_Menu, Key::menu},
+    {Qt::Key_BracketLeft, Key::openBracket},
+    {Qt::Key_BracketRight, Key::closeBracket},
 };
 
 /// Keys that both sides number in the same order.

@@ -27,12 +27,12 @@ struct KeyPair {
 };
 
 constexpr KeyPair kKeys[] = {
-    {VK_LEFT, Key::left},      {VK_RIGHT, Key::right},   {VK_UP, Key::up},
-    {VK_DOWN, Key::down},      {VK_HOME, Key::home},     {VK_END, Key::end},
-    {VK_PRIOR, Key::pageUp},   {VK_NEXT, Key::pageDown}, {VK_TAB, Key::tab},
-    {VK_RETURN, Key::enter},   {VK_ESCAPE, Key::escape}, {VK_SPACE, Key::space},
-    {VK_BACK, Key::backspace}, {VK_DELETE, Key::del},    {VK_INSERT, Key::insert},
-    {VK_APPS, Key::menu},
+    {VK_LEFT, Key::left},      {VK_RIGHT, Key::right},       {VK_UP, Key::up},
+    {VK_DOWN, Key::down},      {VK_HOME, Key::home},         {VK_END, Key::end},
+    {VK_PRIOR, Key::pageUp},   {VK_NEXT, Key::pageDown},     {VK_TAB, Key::tab},
+    {VK_RETURN, Key::enter},   {VK_ESCAPE, Key::escape},     {VK_SPACE, Key::space},
+    {VK_BACK, Key::backspace}, {VK_DELETE, Key::del},        {VK_INSERT, Key::insert},
+    {VK_APPS, Key::menu},      {VK_OEM_4, Key::openBracket}, {VK_OEM_6, Key::closeBracket},
 };
 
 /// Keys that both sides number in the same order.

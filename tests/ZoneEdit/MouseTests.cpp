@@ -56,13 +56,13 @@ TEST_F(ZoneEditMouse, PointsKeepTheirPlacesInThePictureWhateverItsSizeOnTheScree
     const platform::Size area = video.GetPos().size();
     m_driver->click(u"OptionAddMultiPoint");
     Points expected;
-    for (const platform::Size size : {platform::Size{1400, 112 + area.height}, {1400, 712}}) {
+    for (const platform::Size size : {platform::Size{1400, 136 + area.height}, {1400, 712}}) {
         m_driver->native().setGeometry(platform::Rect::at(0, 0, size.width, size.height));
         ASSERT_TRUE(test::pumpUntil([&] {
-            return video.GetPos().size() == platform::Size{1400, size.height - 112};
+            return video.GetPos().size() == platform::Size{1400, size.height - 136};
         }));
         const platform::Rect picture = video.pictureRect();
-        EXPECT_EQ(picture.height(), size.height - 112) << "as large as there is room for";
+        EXPECT_EQ(picture.height(), size.height - 136) << "as large as there is room for";
         m_driver->click(Point{picture.left - 10, 300}); // beside it nothing is drawn
         for (const Point at : {picture.topLeft(), Point{picture.right - 1, picture.bottom - 1},
                                Point{picture.left + 333, picture.top + 221}}) {
@@ -73,7 +73,7 @@ TEST_F(ZoneEditMouse, PointsKeepTheirPlacesInThePictureWhateverItsSizeOnTheScree
         }
     }
     EXPECT_EQ(points(0, 0), expected);
-    EXPECT_EQ(expected.back(), (Point{667 * area.height / 1200, 443 * area.height / 1200}));
+    EXPECT_EQ(expected.back(), (Point{667 * area.height / 1152, 443 * area.height / 1152}));
 }
 
 TEST_F(ZoneEditMouse, AddManyAddsAPointForEachClickAndDragsNone) {
@@ -82,7 +82,7 @@ TEST_F(ZoneEditMouse, AddManyAddsAPointForEachClickAndDragsNone) {
     m_driver->drag({at(200, 100), at(250, 150)});
     m_driver->doubleClick(at(1279, 719));
     // Outside of the picture, and with other buttons, there is nothing to draw with.
-    m_driver->click(Point{690, 790});
+    m_driver->click(Point{690, 814});
     for (const auto button : {platform::MouseButton::right, platform::MouseButton::middle}) {
         test::input().mouse(m_driver->native(), EventKind::mouseDown, at(100, 100), button);
         test::input().mouse(m_driver->native(), EventKind::mouseUp, at(100, 100), button);

@@ -18,7 +18,7 @@ using toolkit::CControlUI;
 using Controls = std::vector<CControlUI*>;
 
 /// In layout pixels. The last one is a screen of 3840 x 2160 at 200 %.
-constexpr Size kSizes[] = {{1239, 711}, {1240, 712}, {1279, 720}, {1280, 832},
+constexpr Size kSizes[] = {{1239, 711}, {1240, 712}, {1279, 720}, {1280, 856},
                            {1366, 728}, {1600, 900}, {1920, 1080}};
 
 /// Neighbours may share theirs.

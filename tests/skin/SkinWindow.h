@@ -34,7 +34,8 @@ public:
             return std::make_unique<ui::PaneHead>();
         }
         return className == u"Video" || className == u"KeyTable" || className == u"SceneMap" ||
-                       className == u"VideoPreview" || className == u"PreviewSlider"
+                       className == u"VideoPreview" || className == u"PreviewSlider" ||
+                       className == u"Timeline"
                    ? std::make_unique<toolkit::CControlUI>()
                    : nullptr;
     }

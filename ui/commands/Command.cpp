@@ -17,7 +17,7 @@ constexpr std::pair<Key, std::u16string_view> kNames[] = {
     {Key::pageUp, u"Page Up"},      {Key::pageDown, u"Page Down"}, {Key::tab, u"Tab"},
     {Key::enter, u"Enter"},         {Key::escape, u"Esc"},         {Key::space, u"Space"},
     {Key::backspace, u"Backspace"}, {Key::del, u"Delete"},         {Key::insert, u"Insert"},
-    {Key::menu, u"Menu"},
+    {Key::menu, u"Menu"},           {Key::openBracket, u"["},      {Key::closeBracket, u"]"},
 };
 
 std::u16string nameOf(Key key) {

@@ -21,7 +21,9 @@ bool actsEverywhere(const platform::Event& event) {
 
 /// Keys that would type something into a text field.
 bool isTyping(const platform::Event& event) {
-    return (event.key >= platform::Key::digit0 || event.key == platform::Key::space) &&
+    using platform::Key;
+    return (event.key >= Key::digit0 || event.key == Key::space || event.key == Key::openBracket ||
+            event.key == Key::closeBracket) &&
            !event.modifiers.control && !event.modifiers.alt;
 }
 

@@ -41,7 +41,7 @@ public:
     void setListener(Listener* listener) { m_listener = listener; }
     /// Whether its listener is woken.
     void run(bool runs);
-    /// As playback::Preview::PictureSink gives it.
+    /// As playback::PictureSink takes it.
     void showPicture(const std::uint8_t* pixels, Size size);
     void showNothing();
     /// The name of the branch on show.
