@@ -12,7 +12,10 @@
 #include "ZoneEdit/HeaderPresenter.h"
 #include "ZoneEdit/HintPresenter.h"
 #include "ZoneEdit/HistoryPresenter.h"
+#include "ZoneEdit/Loupe.h"
 #include "ZoneEdit/NoticePresenter.h"
+#include "ZoneEdit/OnionLayer.h"
+#include "ZoneEdit/OutlinesLayer.h"
 #include "ZoneEdit/Overview.h"
 #include "ZoneEdit/PlayPresenter.h"
 #include "ZoneEdit/RangePresenter.h"
@@ -23,6 +26,7 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneVersions.h"
 #include "ZoneEdit/ZonesLayer.h"
+#include "ZoneEdit/ZonesPanel.h"
 #include "ZoneEdit/ZonesPresenter.h"
 #include "ZoneEdit/ZoomPresenter.h"
 #include "app/state/SharedServices.h"
@@ -30,15 +34,19 @@
 #include "core/FileError.h"
 #include "core/Log.h"
 #include "core/Paths.h"
+#include "core/Text.h"
 #include "platform/Event.h"
 #include "platform/EventLoop.h"
 #include "platform/Gui.h"
+#include "player/Clip.h"
 #include "recovery/Backups.h"
 #include "recovery/DraftInfo.h"
 #include "recovery/KeptDrafts.h"
 #include "recovery/ZoneDraft.h"
 #include "scene/SceneManager.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/COptionUI.h"
+#include "toolkit/input/FocusKeeper.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
@@ -71,6 +79,7 @@ constexpr int kFullScreenHeight = 860;
 constexpr platform::Size kFullSize{1280, 720};
 constexpr platform::Size kSmallSize{1024, 600};
 constexpr int kNumberFont = 3;
+constexpr int kTagFont = 4;
 
 } // namespace
 
@@ -104,6 +113,9 @@ std::unique_ptr<toolkit::CControlUI> ZoneEdit::CreateControl(std::u16string_view
     if (className == kTimeline) {
         return std::make_unique<Timeline>();
     }
+    if (className == kLoupe) {
+        return std::make_unique<Loupe>();
+    }
     if (className != kVideo) {
         return EditorWindow::CreateControl(className);
     }
@@ -123,8 +135,13 @@ void ZoneEdit::InitWindow() {
     m_editing->showAll();
     m_frames->showAll();
     m_zoom->showAll();
+    m_panel->showAll();
+    if (auto* loupe = controls().find<Loupe>(kLoupe)) {
+        loupe->show(m_video.control(), m_session);
+    }
     m_toggles->showAll();
     m_timeline->showAll();
+    viewChanged();
     if (context().state.zoneEditResumes) {
         resume();
     }
@@ -202,7 +219,14 @@ bool ZoneEdit::loadZones() {
     m_session->setArea(m_displaySize);
     const zone::NumberFont font{GetPaintManager().look().GetFont(kNumberFont),
                                 &context().gui.fonts()};
-    m_video.control()->AddLayer(std::make_shared<ZonesLayer>(m_session, font));
+    m_onion = std::make_shared<OnionLayer>(m_session);
+    m_outlines =
+        std::make_shared<OutlinesLayer>(*m_video.control(), m_session, context().gui.fonts(),
+                                        GetPaintManager().look().GetFont(kTagFont));
+    m_drawing = std::make_shared<ZonesLayer>(m_session, font);
+    m_video.control()->AddLayer(m_onion);
+    m_video.control()->AddLayer(m_outlines);
+    m_video.control()->AddLayer(m_drawing);
     return true;
 }
 
@@ -223,6 +247,7 @@ void ZoneEdit::makeParts() {
     m_frames = std::make_unique<FramesPresenter>(controls, m_video, session, *m_header, [this] {
         m_flags->showActive();
         m_timeline->showFrame();
+        m_panel->refresh();
     });
     m_keys = std::make_unique<zone::SessionKeys>(session);
     m_selection = std::make_unique<FrameSelection>(m_video.frameCount());
@@ -238,7 +263,11 @@ void ZoneEdit::makeParts() {
     m_editing = std::make_unique<EditingParts>(
         commands(), EditingParts::Links{controls, m_video, session, *m_keys, *m_notice,
                                         context().services.editorSettings.get()});
-    m_zoom = std::make_unique<ZoomPresenter>(controls, m_video,
+    m_editing->tools().setKeepsDistance(
+        [this] { return m_toggles && m_toggles->isOn(Toggle::grabDistance); });
+    m_editing->tools().setControlClick([this](platform::Point at) { return chooseInside(at); });
+    m_panel = std::make_unique<ZonesPanel>(controls, m_video, session, *m_zones, m_outlines);
+    m_zoom = std::make_unique<ZoomPresenter>(controls, m_video, session,
                                              [this] { commands().run(ui::command::kPlayVideo); });
     m_toggles = std::make_unique<ViewToggles>(controls, context().services.editorSettings.get(),
                                               [this](Toggle /*toggle*/) { viewChanged(); });
@@ -276,14 +305,7 @@ void ZoneEdit::bindCommands() {
     commands().bind(
         command::kEarlierVersions, [this] { showVersions(); }, [this] { return m_loaded; });
     commands().bind(command::kClose, [this] { closeEditor(); });
-    commands().bind(
-        command::kRemoveZone, [this] { removeZone(); },
-        [this] { return m_zones && m_zones->hasZones(); });
-    commands().bind(
-        command::kRename, [this] { ui::Controls(GetPaintManager()).startTyping(kZoneEdit); },
-        [this] { return m_zones && m_zones->hasZones(); });
     commands().bind(command::kStop, [this] { stop(); });
-    commands().bind(command::kAddZone, [this] { m_zones->add(); });
     commands().bind(command::kBackTen, [this] { m_frames->backTen(); });
     commands().bind(command::kBack, [this] { m_frames->back(); });
     commands().bind(command::kForward, [this] { m_frames->forward(); });
@@ -291,14 +313,59 @@ void ZoneEdit::bindCommands() {
     bindTime();
     bindHistory();
     bindView();
+    bindZones();
+}
+
+void ZoneEdit::bindZones() {
+    namespace command = ui::command;
+    const auto hasZones = [this] { return m_zones && m_zones->hasZones(); };
+    const auto isChosen = [this] { return m_zones && m_zones->canRemove(); };
+    for (const std::string_view id : {command::kAddZone, command::kPanelAddZone}) {
+        commands().bind(id, [this] { m_zones->add(); });
+    }
+    commands().bind(
+        command::kRemoveZone, [this] { removeZone(); }, hasZones);
+    commands().bind(
+        command::kPanelRemoveZone, [this] { remove(); }, isChosen);
+    for (const std::string_view id : {command::kDuplicateZone, command::kPanelDuplicateZone}) {
+        commands().bind(
+            id, [this] { m_session->duplicateZone(m_session->context().currentZone); }, isChosen);
+    }
+    commands().bind(
+        command::kRename,
+        [this] {
+            if (m_panel->hasFocus()) {
+                m_panel->startRename();
+            } else {
+                controls().startTyping(kZoneEdit);
+            }
+        },
+        hasZones);
+    commands().bind(
+        command::kNextZone, [this] { chooseBeside(1); }, hasZones);
+    commands().bind(
+        command::kZoneBefore, [this] { chooseBeside(-1); }, hasZones);
+    const std::pair<std::string_view, std::u16string_view> options[] = {
+        {command::kMoveTool, kToolOptions[0]},
+        {command::kAddOneTool, kToolOptions[1]},
+        {command::kAddManyTool, kToolOptions[2]},
+        {command::kDeleteTool, kToolOptions[3]},
+        {command::kActive, kActiveOption}};
+    for (const auto& [id, name] : options) {
+        commands().bind(id, [this, name] {
+            if (auto* option = find<toolkit::COptionUI>(name)) {
+                option->Activate();
+            }
+        });
+    }
 }
 
 void ZoneEdit::bindView() {
     namespace command = ui::command;
-    const std::pair<std::string_view, Toggle> switches[] = {{command::kAllZones, Toggle::allZones},
-                                                            {command::kOnion, Toggle::onion},
-                                                            {command::kLoupe, Toggle::loupe},
-                                                            {command::kPanel, Toggle::panel}};
+    const std::pair<std::string_view, Toggle> switches[] = {
+        {command::kAllZones, Toggle::allZones},     {command::kOnion, Toggle::onion},
+        {command::kLoupe, Toggle::loupe},           {command::kPanel, Toggle::panel},
+        {command::kClearLines, Toggle::clearLines}, {command::kGrabDistance, Toggle::grabDistance}};
     for (const auto& [id, toggle] : switches) {
         commands().bindSwitch(
             id, [this, toggle] { m_toggles->turn(toggle); },
@@ -307,7 +374,58 @@ void ZoneEdit::bindView() {
 }
 
 void ZoneEdit::viewChanged() {
-    m_video.repaintZone();
+    if (!m_toggles || !m_drawing) {
+        return;
+    }
+    m_onion->show(m_toggles->isOn(Toggle::onion));
+    m_outlines->show(m_toggles->isOn(Toggle::allZones));
+    m_drawing->setEdge(m_toggles->isOn(Toggle::clearLines) ? zone::LineEdge::dark
+                                                           : zone::LineEdge::none);
+    setVisibleOf(kLoupe, m_toggles->isOn(Toggle::loupe));
+    setVisibleOf(kLoupeHead, m_toggles->isOn(Toggle::loupe));
+    m_video.control()->Invalidate();
+}
+
+bool ZoneEdit::chooseByTag(const platform::Event& event) {
+    const video::CVideoUI* control = m_video.control();
+    const bool isPress =
+        event.kind == platform::EventKind::mouseDown && event.button == platform::MouseButton::left;
+    if (!isPress || !m_outlines || GetPaintManager().FindControl(event.position) != control) {
+        return false;
+    }
+    const int zone = m_outlines->tagAt(event.position, m_video.frame());
+    if (zone >= 0) {
+        m_zones->show(zone);
+    }
+    return zone >= 0;
+}
+
+bool ZoneEdit::chooseInside(platform::Point at) {
+    const platform::Point pixel = m_video.control()->view().toDisplay(at);
+    const int edited = m_session->context().currentZone;
+    const int count = m_session->zones().zoneCount();
+    for (int step = 1; step < count; ++step) {
+        const int zone = (edited + step) % count;
+        const auto points = m_session->zones().zone(zone)->points(m_video.frame());
+        if (points && player::contains({0, true, {points->begin(), points->end()}}, pixel)) {
+            m_zones->show(zone);
+            return true;
+        }
+    }
+    return false;
+}
+
+void ZoneEdit::chooseBeside(int by) {
+    const int count = m_session->zones().zoneCount();
+    const int edited = m_session->context().currentZone;
+    m_zones->show(edited < 0 ? 0 : (edited + by + count) % count);
+}
+
+void ZoneEdit::remove() {
+    const std::u16string name =
+        core::displayText(m_session->zones().getZoneName(m_session->context().currentZone));
+    m_zones->remove();
+    m_notice->offer(u"Zone \"" + name + u"\" removed.", {kNoticeUndoButton});
 }
 
 void ZoneEdit::bindTime() {
@@ -352,12 +470,21 @@ void ZoneEdit::OnClick(toolkit::TNotifyUI& message) {
     }
 }
 
+void ZoneEdit::OnItemActivate(toolkit::TNotifyUI& message) {
+    if (m_panel && message.pSender->GetName() == kZonesList) {
+        m_panel->startRename();
+    }
+}
+
 void ZoneEdit::OnItemSelect(toolkit::TNotifyUI& message) {
     if (m_zones && message.pSender->GetName() == kZoneCombo) {
         m_zones->choose();
         if (m_timeline) {
             m_timeline->showZone();
         }
+        m_panel->refresh();
+    } else if (m_panel && message.pSender->GetName() == kZonesList) {
+        m_panel->choose();
     } else if (m_zoom && message.pSender->GetName() == kZoomCombo) {
         m_zoom->choose();
     }
@@ -365,13 +492,15 @@ void ZoneEdit::OnItemSelect(toolkit::TNotifyUI& message) {
 
 void ZoneEdit::OnSelectChanged(toolkit::TNotifyUI& message) {
     if (m_editing && !m_editing->choose(message.pSender->GetName())) {
-        m_flags->change(*message.pSender);
+        m_flags->change(*message.pSender) || m_panel->press(*message.pSender);
     }
 }
 
 void ZoneEdit::OnKillFocus(toolkit::TNotifyUI& message) {
     if (m_zones && message.pSender->GetName() == kZoneEdit) {
         m_zones->rename();
+    } else if (m_panel && message.pSender->GetName() == kRowEdit) {
+        m_panel->endRename(true);
     } else if (m_frames && message.pSender->GetName() == kFrameEdit) {
         m_frames->goToTyped();
     } else if (m_range) {
@@ -383,8 +512,8 @@ bool ZoneEdit::MessageHandler(const platform::Event& event) {
     if (m_player && event.kind == platform::EventKind::mouseDown && m_video.shows(event.position)) {
         m_player->pause(); // what the press does is done on the frame that the author saw
     }
-    return (m_zoom && m_zoom->handle(event)) || (m_editing && m_editing->handle(event)) ||
-           EditorWindow::MessageHandler(event);
+    return (m_zoom && m_zoom->handle(event)) || chooseByTag(event) ||
+           (m_editing && m_editing->handle(event)) || EditorWindow::MessageHandler(event);
 }
 
 bool ZoneEdit::HandleMessage(const platform::Event& event) {
@@ -422,6 +551,7 @@ void ZoneEdit::stop() {
     const ui::Controls controls(GetPaintManager());
     const bool wasTyping = (controls.hasFocus(kFrameEdit) && m_frames->restoreText()) ||
                            (controls.hasFocus(kZoneEdit) && m_zones->restoreText()) ||
+                           (controls.hasFocus(kRowEdit) && m_panel->endRename(false)) ||
                            m_range->restoreText();
     if (wasTyping || m_editing->cancelDrag()) {
         return;
@@ -441,7 +571,7 @@ void ZoneEdit::removeZone() {
     ui::Confirmation::ask(context(), *this, "Remove Zone?",
                           "Are you sure you want to remove the zone?");
     if (answer() == kYes) {
-        m_zones->remove();
+        remove();
     }
 }
 

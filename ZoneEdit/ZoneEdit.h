@@ -40,8 +40,12 @@ class FrameSelection;
 class PlayPresenter;
 class RangePresenter;
 class TimelinePresenter;
+class OnionLayer;
+class OutlinesLayer;
 class RenamedZones;
 class ViewToggles;
+class ZonesLayer;
+class ZonesPanel;
 class ZonesPresenter;
 class ZoomPresenter;
 
@@ -72,6 +76,7 @@ public:
     void Close(int code = 0) override;
     std::unique_ptr<toolkit::CControlUI> CreateControl(std::u16string_view className) override;
     void OnClick(toolkit::TNotifyUI& message) override;
+    void OnItemActivate(toolkit::TNotifyUI& message) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
     void OnSelectChanged(toolkit::TNotifyUI& message) override;
     void OnKillFocus(toolkit::TNotifyUI& message) override;
@@ -98,9 +103,16 @@ private:
 
     void bindHistory();
     void bindView();
+    void bindZones();
     /// Another part of the window is shown, or drawn another way.
     void viewChanged();
     void bindTime();
+    /// Chooses the zone whose name is at a point of the window. False when there is none.
+    bool chooseByTag(const platform::Event& event);
+    /// Chooses the next zone, but the edited one, that has the point inside. False: there is none.
+    bool chooseInside(platform::Point at);
+    void chooseBeside(int by);
+    void remove();
     void stop();
     void removeZone();
     void saveZones();
@@ -127,6 +139,11 @@ private:
     std::unique_ptr<RangePresenter> m_range;
     std::unique_ptr<TimelinePresenter> m_timeline;
     std::unique_ptr<PlayPresenter> m_player; ///< none without a video
+    std::unique_ptr<ZonesPanel> m_panel;
+    // The layers over the picture; none without a video.
+    std::shared_ptr<OnionLayer> m_onion;
+    std::shared_ptr<OutlinesLayer> m_outlines;
+    std::shared_ptr<ZonesLayer> m_drawing;
     std::unique_ptr<HistoryPresenter> m_history;
     std::unique_ptr<ui::DraftProblem> m_draftProblem;
     std::unique_ptr<recovery::ZoneDraft> m_draft; ///< none without a video or the service for it

@@ -37,6 +37,15 @@ inline constexpr std::u16string_view kLoupeOption = u"CheckLoupe";
 inline constexpr std::u16string_view kPanelOption = u"CheckPanel";
 inline constexpr std::u16string_view kZonesPane = u"PaneZones";
 inline constexpr std::u16string_view kOverview = u"Overview";
+inline constexpr std::u16string_view kLoupe = u"Loupe";
+inline constexpr std::u16string_view kLoupeHead = u"PaneLoupe";
+inline constexpr std::u16string_view kZonesList = u"ListZones";
+// In each row of the list.
+inline constexpr std::u16string_view kRowDot = u"DotRow";
+inline constexpr std::u16string_view kRowName = u"LabelRowName";
+inline constexpr std::u16string_view kRowEdit = u"EditRowName";
+inline constexpr std::u16string_view kRowState = u"LabelRowActive";
+inline constexpr std::u16string_view kRowEye = u"CheckRowOutline";
 inline constexpr std::u16string_view kHintLabel = u"LabelHint";
 inline constexpr std::u16string_view kGestureLabel = u"LabelGesture";
 inline constexpr std::u16string_view kEmptyLine = u"EmptyLine";

@@ -25,7 +25,7 @@ void ZonesLayer::paint(platform::Canvas& canvas, const video::PictureView& view,
     const auto index = static_cast<std::size_t>(context.currentZone);
     const int selected = index < context.zones.size() ? context.zones[index].selectedPoint : -1;
     const auto place = [&view](platform::Point point) { return view.toWindow(point); };
-    zone->draw(frame, canvas, place, selected, m_font);
+    zone->draw(frame, canvas, place, selected, m_font, m_edge);
 }
 
 platform::Rect ZonesLayer::area(const video::PictureView& view, int frame) const {

@@ -10,12 +10,15 @@
 #include <string_view>
 #include <utility>
 
+#include "ZoneEdit/Loupe.h"
 #include "ZoneEdit/Overview.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "video/CVideoUI.h"
+#include "video/PictureView.h"
+#include "zone/ShapeDrawing.h"
 
 namespace zoneedit {
 
@@ -55,9 +58,9 @@ std::vector<double> stepsWith(double fitting) {
 
 } // namespace
 
-ZoomPresenter::ZoomPresenter(ui::Controls controls, EditedVideo& video,
+ZoomPresenter::ZoomPresenter(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
                              std::function<void()> tapped)
-    : m_controls(controls), m_video(video), m_tapped(std::move(tapped)) {
+    : m_controls(controls), m_video(video), m_session(session), m_tapped(std::move(tapped)) {
     if (video::CVideoUI* control = m_video.control()) {
         control->setFollower([this] { showOverview(); });
     }
@@ -117,6 +120,9 @@ void ZoomPresenter::showOverview() {
         }
         overview->Invalidate();
     }
+    if (toolkit::CControlUI* loupe = m_controls.find(kLoupe)) {
+        loupe->Invalidate();
+    }
 }
 
 void ZoomPresenter::choose() {
@@ -170,6 +176,14 @@ bool ZoomPresenter::isOnPicture(Point at) const {
 }
 
 bool ZoomPresenter::handle(const platform::Event& event) {
+    if (const video::CVideoUI* control = m_video.control()) {
+        // Handles keep their size on the screen.
+        m_session.setHandleReach(zone::kHandleSide / 2.0 / control->view().scale);
+        if (auto* loupe =
+                event.kind == EventKind::mouseMove ? m_controls.find<Loupe>(kLoupe) : nullptr) {
+            loupe->pointAt(event.position);
+        }
+    }
     switch (event.kind) {
     case EventKind::mouseDown:
     case EventKind::mouseDoubleClick:

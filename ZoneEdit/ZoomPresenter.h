@@ -10,13 +10,15 @@
 #include "platform/Event.h"
 #include "platform/Geometry.h"
 #include "ui/Controls.h"
+#include "zone/ZoneSession.h"
 
 namespace zoneedit {
 
 class ZoomPresenter {
 public:
     /// All outlive it. `tapped` is called when Space is released and nothing was dragged with it.
-    ZoomPresenter(ui::Controls controls, EditedVideo& video, std::function<void()> tapped);
+    ZoomPresenter(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
+                  std::function<void()> tapped);
     ~ZoomPresenter();
     ZoomPresenter(const ZoomPresenter&) = delete;
     ZoomPresenter& operator=(const ZoomPresenter&) = delete;
@@ -45,6 +47,7 @@ private:
 
     ui::Controls m_controls;
     EditedVideo& m_video;
+    zone::ZoneSession& m_session;
     std::function<void()> m_tapped;
     std::vector<int> m_percents;           ///< of the list's entries behind the first
     std::optional<platform::Point> m_from; ///< where the pointer was while it moves the picture

@@ -39,6 +39,8 @@ struct EditContext {
     int currentZone = -1;
     /// Whether changes of points and of the active flag reach all later frames.
     bool progressChanges = true;
+    /// Half the side of a handle in display pixels, which is less where the picture is enlarged.
+    double handleReach = 8;
     /// The frame on show, -1 for none.
     int shownFrame = -1;
     /// By zone number; as long as the editing needed so far.
@@ -61,6 +63,7 @@ struct EditScope {
     platform::Size area = {};
     /// Receives what the operation does to the zone's frames; null when it need not be undoable.
     TrackChanges* changes = nullptr;
+    double handleReach = 8;
 };
 
 } // namespace zone

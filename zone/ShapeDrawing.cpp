@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/Text.h"
 #include "platform/Color.h"
+#include "platform/Path.h"
 #include "zone/ShapeGeometry.h"
 
 namespace zone {
@@ -20,7 +22,11 @@ constexpr Color kHandleOutline = platform::rgb(250, 0, 0);
 constexpr Color kHandleFill = platform::rgb(255, 255, 255);
 constexpr Color kSelectedFill = platform::rgb(255, 255, 0);
 constexpr Color kNumberColor = platform::rgb(0, 0, 0);
-constexpr int kHandleSize = 2 * kHandleReach;
+constexpr Color kEdgeColor = 0x9914191F;
+constexpr double kEdgedLine = 3;
+constexpr double kHandleEdge = 1.5;
+constexpr int kHandleSize = kHandleSide;
+static_assert(kHandleSide == 2 * kHandleReach);
 /// From a handle's middle to the end of the longest number, with room to spare.
 constexpr int kDrawnReach = 40;
 
@@ -50,20 +56,47 @@ void drawNumber(platform::Canvas& canvas, Point at, std::size_t number, NumberFo
                     kNumberColor, platform::TextAlign::center);
 }
 
+/// Covers one pixel more than a line on both sides, and a pixel and a half more than a handle.
+void drawEdges(platform::Canvas& canvas, std::span<const Point> painted,
+               const std::optional<Point>& last, const std::optional<Point>& center) {
+    platform::Path lines;
+    const auto middleOf = [](Point at) { return platform::PointF{at.x + 0.5, at.y + 0.5}; };
+    lines.moveTo(last ? middleOf(*last) : middleOf(painted.front()));
+    for (const Point& point : painted.subspan(last ? 0 : 1)) {
+        lines.lineTo(middleOf(point));
+    }
+    canvas.fillPath(lines.stroked(kEdgedLine), kEdgeColor);
+    const auto drawRound = [&](Point at) {
+        platform::Path round;
+        const double radius = kHandleReach + kHandleEdge;
+        round.addRoundBox({at.x - radius, at.y - radius}, 2 * radius, 2 * radius, radius);
+        canvas.fillPath(round, kEdgeColor);
+    };
+    std::for_each(painted.begin(), painted.end(), drawRound);
+    if (center) {
+        drawRound(*center);
+    }
+}
+
 } // namespace
 
 void drawShape(platform::Canvas& canvas, std::span<const Point> points, bool active,
-               const Placement& place, int selectedIndex, NumberFont font) {
+               const Placement& place, int selectedIndex, NumberFont font, LineEdge edge) {
     const int count = static_cast<int>(points.size());
     std::vector<Point> painted;
     for (const Point& point : points.first(std::min(points.size(), kMaxPaintedPoints))) {
         painted.push_back(place(point));
     }
+    const bool isOutline = count >= kMinimumOutline;
+    if (edge == LineEdge::dark && !painted.empty()) {
+        drawEdges(canvas, painted, isOutline ? std::optional(place(points.back())) : std::nullopt,
+                  isOutline ? std::optional(place(shapeCenter(points))) : std::nullopt);
+    }
     for (std::size_t i = 1; i < painted.size(); ++i) {
         canvas.drawLine(painted[i - 1], painted[i],
                         segmentColor(static_cast<int>(i) - 1 == selectedIndex, active));
     }
-    if (count >= kMinimumOutline) {
+    if (isOutline) {
         canvas.drawLine(place(points.back()), painted.front(),
                         segmentColor(selectedIndex == count - 1, active));
         drawHandle(canvas, place(shapeCenter(points)), selectedIndex == count);

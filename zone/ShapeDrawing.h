@@ -15,6 +15,9 @@ namespace zone {
 /// must not freeze the window. No author draws as many.
 inline constexpr std::size_t kMaxPaintedPoints = 10'000;
 
+/// Of a handle on the screen, in window pixels.
+inline constexpr int kHandleSide = 16;
+
 /// What point numbers are written in.
 struct NumberFont {
     platform::FontHandle handle = 0;
@@ -25,10 +28,14 @@ struct NumberFont {
 /// Gives the window pixel at which a display pixel is shown.
 using Placement = std::function<platform::Point(platform::Point)>;
 
+/// Whether lines and handles have a thin dark edge, by which they stand out on their own colour.
+enum class LineEdge { none, dark };
+
 /// Paints lines, centre handle and numbered point handles. Lines and handles have one size however
 /// large the picture is shown.
 void drawShape(platform::Canvas& canvas, std::span<const platform::Point> points, bool active,
-               const Placement& place, int selectedIndex, NumberFont font);
+               const Placement& place, int selectedIndex, NumberFont font,
+               LineEdge edge = LineEdge::none);
 
 /// All window pixels that drawShape may change.
 [[nodiscard]] platform::Rect drawnArea(std::span<const platform::Point> points,

@@ -28,13 +28,13 @@ int narrowed(std::int64_t value) {
                                                      std::numeric_limits<int>::max()));
 }
 
-bool isInReach(int value, int handle) {
-    const std::int64_t distance = std::int64_t{value} - handle;
-    return distance >= -kHandleReach && distance < kHandleReach;
+bool isInReach(int value, int handle, double reach) {
+    const auto distance = static_cast<double>(std::int64_t{value} - handle);
+    return distance >= -reach && distance < reach;
 }
 
-bool handleContains(platform::Point handle, platform::Point at) {
-    return isInReach(at.x, handle.x) && isInReach(at.y, handle.y);
+bool handleContains(platform::Point handle, platform::Point at, double reach) {
+    return isInReach(at.x, handle.x, reach) && isInReach(at.y, handle.y, reach);
 }
 
 } // namespace
@@ -85,22 +85,23 @@ void shiftPoints(std::span<platform::Point> points, platform::Point delta) {
     }
 }
 
-int hitPoint(std::span<const platform::Point> points, platform::Point at) {
+int hitPoint(std::span<const platform::Point> points, platform::Point at, double reach) {
     for (std::size_t index = 0; index < points.size(); ++index) {
-        if (handleContains(points[index], at)) {
+        if (handleContains(points[index], at, reach)) {
             return static_cast<int>(index);
         }
     }
     return -1;
 }
 
-int hitHandle(std::span<const platform::Point> points, platform::Point center, platform::Point at) {
-    const int point = hitPoint(points, at);
+int hitHandle(std::span<const platform::Point> points, platform::Point center, platform::Point at,
+              double reach) {
+    const int point = hitPoint(points, at, reach);
     const int count = static_cast<int>(points.size());
     if (point != -1 || count < kMinimumOutline) {
         return point;
     }
-    return handleContains(center, at) ? count : -1;
+    return handleContains(center, at, reach) ? count : -1;
 }
 
 } // namespace zone

@@ -33,10 +33,12 @@ void reportPointIndex();
 /// is no room for one more.
 [[nodiscard]] int insertPosition(int afterIndex, std::size_t count);
 void shiftPoints(std::span<platform::Point> points, platform::Point delta);
-/// The lowest index of a point whose handle is at `at`; -1 for none.
-[[nodiscard]] int hitPoint(std::span<const platform::Point> points, platform::Point at);
+/// The lowest index of a point whose handle is at `at`; -1 for none. `reach`: half the side of a
+/// handle, in display pixels.
+[[nodiscard]] int hitPoint(std::span<const platform::Point> points, platform::Point at,
+                           double reach = kHandleReach);
 /// As hitPoint; then the point count for the centre handle of an outline.
 [[nodiscard]] int hitHandle(std::span<const platform::Point> points, platform::Point center,
-                            platform::Point at);
+                            platform::Point at, double reach = kHandleReach);
 
 } // namespace zone

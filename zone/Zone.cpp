@@ -102,18 +102,18 @@ void Zone::setActive(const EditScope& scope, int frame, bool active) {
 }
 
 void Zone::draw(int frame, platform::Canvas& canvas, const Placement& place, int selectedPoint,
-                NumberFont font) const {
+                NumberFont font, LineEdge edge) const {
     if (!checkFrame(frame, kDrawLine)) {
         return;
     }
     const std::size_t run = m_track->indexOf(frame);
     if (m_track->run(run).present) {
         drawShape(canvas, m_track->points(run), m_track->run(run).active != 0, place, selectedPoint,
-                  font);
+                  font, edge);
     }
 }
 
-bool Zone::hitTest(ZoneEditing& editing, int frame, int x, int y) const {
+bool Zone::hitTest(ZoneEditing& editing, int frame, int x, int y, double reach) const {
     if (!checkFrame(frame, kHitTestLine)) {
         return false;
     }
@@ -121,13 +121,13 @@ bool Zone::hitTest(ZoneEditing& editing, int frame, int x, int y) const {
     if (!m_track->run(run).present) {
         return false;
     }
-    editing.selectedPoint = hitHandle(m_track->points(run), editing.centerOf(frame), {x, y});
+    editing.selectedPoint = hitHandle(m_track->points(run), editing.centerOf(frame), {x, y}, reach);
     return editing.selectedPoint != -1;
 }
 
-bool Zone::isHandleAt(const ZoneEditing& editing, int frame, int x, int y) const {
+bool Zone::isHandleAt(const ZoneEditing& editing, int frame, int x, int y, double reach) const {
     const auto shown = points(frame);
-    return shown && hitHandle(*shown, editing.centerOf(frame), {x, y}) != -1;
+    return shown && hitHandle(*shown, editing.centerOf(frame), {x, y}, reach) != -1;
 }
 
 void Zone::endMove(int frame, int, int) const {
@@ -219,15 +219,15 @@ void Zone::deletePoint(const EditScope& scope, int frame, int x, int y, bool orS
     if (!checkFrame(frame, kDeletePointLine)) {
         return;
     }
-    if (!hasPointAt(x, y)) {
+    if (!hasPointAt(x, y, scope.handleReach)) {
         return;
     }
     ShapeTrack& track = m_track.own();
-    const int same = hitPoint(track.points(track.indexOf(frame)), {x, y});
+    const int same = hitPoint(track.points(track.indexOf(frame)), {x, y}, scope.handleReach);
     FrameCounts counts;
     for (std::size_t run = 0; run < track.runCount(); ++run) {
         const bool hasSame = same != -1 && same < static_cast<int>(track.points(run).size());
-        int hit = hitPoint(track.points(run), {x, y});
+        int hit = hitPoint(track.points(run), {x, y}, scope.handleReach);
         if (hit == -1 && hasSame && orSame) {
             hit = same;
         }
@@ -286,9 +286,9 @@ bool Zone::takesPoint(int selectedPoint) const {
     return false;
 }
 
-bool Zone::hasPointAt(int x, int y) const {
+bool Zone::hasPointAt(int x, int y, double reach) const {
     for (std::size_t run = 0; run < m_track->runCount(); ++run) {
-        if (hitPoint(m_track->points(run), {x, y}) != -1) {
+        if (hitPoint(m_track->points(run), {x, y}, reach) != -1) {
             return true;
         }
     }

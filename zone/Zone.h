@@ -84,11 +84,12 @@ public:
     void setActive(const EditScope& scope, int frame, bool active);
     /// Nothing for a frame without a shape.
     void draw(int frame, platform::Canvas& canvas, const Placement& place, int selectedPoint,
-              NumberFont font) const;
+              NumberFont font, LineEdge edge = LineEdge::none) const;
     /// Selects the handle at (x, y), or none; true when there is one.
-    [[nodiscard]] bool hitTest(ZoneEditing& editing, int frame, int x, int y) const;
+    [[nodiscard]] bool hitTest(ZoneEditing& editing, int frame, int x, int y, double reach) const;
     /// Whether hitTest would select a handle. Logs nothing.
-    [[nodiscard]] bool isHandleAt(const ZoneEditing& editing, int frame, int x, int y) const;
+    [[nodiscard]] bool isHandleAt(const ZoneEditing& editing, int frame, int x, int y,
+                                  double reach) const;
     /// Nothing but the frame's check: the moves have been stored already.
     void endMove(int frame, int x, int y) const;
     /// Puts the selected point there, clamped, or shifts the shape by its centre handle. Spreads:
@@ -109,7 +110,7 @@ public:
     [[nodiscard]] bool hasPoints() const;
     /// Whether addPoint with that selection, or deletePoint at that place, would change a frame.
     [[nodiscard]] bool takesPoint(int selectedPoint) const;
-    [[nodiscard]] bool hasPointAt(int x, int y) const;
+    [[nodiscard]] bool hasPointAt(int x, int y, double reach) const;
     /// Moves every point of every frame to where `map` says. No step, and not undoable.
     void mapPoints(const std::function<platform::Point(platform::Point)>& map);
     void revert(TrackChanges& changes) noexcept;

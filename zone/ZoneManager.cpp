@@ -90,7 +90,11 @@ bool ZoneManager::isActive(int zone, int frame) const {
 }
 
 EditScope ZoneManager::scope(EditContext& context, int zone, TrackChanges* changes) const {
-    return {context.zone(zone), context.progressChanges, {videoWidth, videoHeight}, changes};
+    return {context.zone(zone),
+            context.progressChanges,
+            {videoWidth, videoHeight},
+            changes,
+            context.handleReach};
 }
 
 void ZoneManager::setActive(EditContext& context, int zone, int frame, bool active,
@@ -102,7 +106,7 @@ void ZoneManager::setActive(EditContext& context, int zone, int frame, bool acti
 
 bool ZoneManager::hitTest(EditContext& context, int zone, int frame, int x, int y) const {
     const Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kHitTestLine);
-    return found && found->hitTest(context.zone(zone), frame, x, y);
+    return found && found->hitTest(context.zone(zone), frame, x, y, context.handleReach);
 }
 
 void ZoneManager::endMove(int zone, int frame, int x, int y) const {

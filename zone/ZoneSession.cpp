@@ -54,7 +54,7 @@ bool ZoneSession::hitTest(int zone, int frame, int x, int y) {
 
 bool ZoneSession::isHandleAt(int zone, int frame, int x, int y) const {
     const auto found = zones().zone(zone);
-    return found && found->isHandleAt(editingOf(zone), frame, x, y);
+    return found && found->isHandleAt(editingOf(zone), frame, x, y, context().handleReach);
 }
 
 bool ZoneSession::takesPoint(int zone) const {
@@ -64,7 +64,7 @@ bool ZoneSession::takesPoint(int zone) const {
 
 bool ZoneSession::hasPointAt(int zone, int x, int y) const {
     const auto found = zones().zone(zone);
-    return found && found->hasPointAt(x, y);
+    return found && found->hasPointAt(x, y, context().handleReach);
 }
 
 const ZoneEditing& ZoneSession::editingOf(int zone) const {
@@ -146,6 +146,27 @@ void ZoneSession::removeZone(int zone) {
         return;
     }
     runAlone({Name::removeZone, zone}, ListZone(zone, nullptr));
+}
+
+void ZoneSession::duplicateZone(int zone) {
+    const std::shared_ptr<const Zone> original = zones().zone(zone);
+    if (!original) {
+        return;
+    }
+    const auto copy = std::make_shared<Zone>(*original);
+    const auto isTaken = [this](const std::string& name) {
+        for (int other = 0; other < zones().zoneCount(); ++other) {
+            if (zones().getZoneName(other) == name) {
+                return true;
+            }
+        }
+        return false;
+    };
+    // A name that is too long for a number may stay the same.
+    for (int number = 2; number < zones().zoneCount() + 3 && isTaken(copy->name()); ++number) {
+        copy->setName(original->name() + " " + std::to_string(number));
+    }
+    runAlone({Name::addZone, zone + 1}, ListZone(zone + 1, copy));
 }
 
 void ZoneSession::renameZone(int zone, const std::string& name) {

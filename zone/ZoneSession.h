@@ -82,6 +82,8 @@ public:
     void showFrame(int frame);
     /// The picture area, to which points are clamped and which saves write.
     void setArea(platform::Size area);
+    /// How far handles reach: half their side, in display pixels.
+    void setHandleReach(double reach) { m_model.context.handleReach = reach; }
     /// Selects the handle at (x, y), or none; true when there is one.
     bool hitTest(int zone, int frame, int x, int y);
     void chooseNoPoint(int zone) { m_model.context.zone(zone).selectedPoint = -1; }
@@ -107,6 +109,8 @@ public:
     /// Appends a zone without shapes and makes it the current one.
     void addZone(const std::string& name, int frameCount);
     void removeZone(int zone);
+    /// A copy behind it, with a name of its own, becomes the current one; a step "add zone".
+    void duplicateZone(int zone);
     void renameZone(int zone, const std::string& name);
     void setActive(int zone, int frame, bool active);
 
@@ -165,6 +169,7 @@ private:
         /// The chosen point of an added one; -1: there was none, or the edited frame lacks it.
         int behind = -1;
         bool progressChanges = false;
+        double reach = 0; ///< of handles then
     };
 
     [[nodiscard]] bool isThere(int zone, int frame) const;

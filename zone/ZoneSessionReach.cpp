@@ -65,7 +65,7 @@ void ZoneSession::noteLastPoint(int zone, int frame, Point at) {
     const auto points = isThere(zone, frame) ? zones().zone(zone)->points(frame) : std::nullopt;
     const int selected = points ? m_model.context.zone(zone).selectedPoint : -1;
     const bool isTaken = selected >= 0 && insertPosition(selected, points->size()) != -1;
-    m_lastPoint = {at, isTaken ? selected : -1, context().progressChanges};
+    m_lastPoint = {at, isTaken ? selected : -1, context().progressChanges, context().handleReach};
 }
 
 bool ZoneSession::canExtend() const {
@@ -87,8 +87,10 @@ bool ZoneSession::extendToAllFrames() {
     (void)m_history.undo();
     edit(label, allFrames(label.zone),
          [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+             const double reach = std::exchange(context.handleReach, last.reach);
              zones.deletePoint(context, label.zone, label.frame, last.at.x, last.at.y, changes,
                                true);
+             context.handleReach = reach;
          });
     return true;
 }

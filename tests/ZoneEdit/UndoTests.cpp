@@ -158,8 +158,12 @@ TEST_F(ZoneEditUndo, AnEarlierVersionIsOpenedByTheMenuAndRestoredAsAStep) {
     const auto now = allPoints();
     m_driver->click(u"ButtonMenu");
     EXPECT_EQ(test::menuOf(*m_driver),
-              (Texts{u"Earlier Versions…", u"-", u"Settings…", u"Keys", u"Manual"}));
+              (Texts{u"Clear Lines", u"Keep the Grab Distance", u"-", u"Duplicate Zone", u"-",
+                     u"Earlier Versions…", u"Settings…", u"Keys", u"Manual"}));
     m_driver->press(Key::home);
+    for (int row = 0; row < 3; ++row) {
+        m_driver->press(Key::down);
+    }
     inWindow("EarlierVersions.xml", [](const test::WindowDriver& versions) {
         EXPECT_TRUE(
             test::pumpUntil([&] { return versions.get(u"ButtonRestoreVersion").IsEnabled(); }));

@@ -3,12 +3,15 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/EditorSettings.h"
 #include "platform/Window.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CListUI.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 
@@ -167,6 +170,170 @@ TEST_F(ZoneEditView, WhatIsShownIsOffUntilAskedForAndRemembered) {
     m_driver->click(u"CheckPanel");
     resize({1700, 832});
     EXPECT_FALSE(isVisible(u"PaneZones")) << "the author's choice counts";
+}
+
+TEST_F(ZoneEditView, HandlesAreAsLargeAsTheyAreDrawnAtAnyZoom) {
+    show(5, 1);
+    drawTriangle();
+    wheel(at(100, 100), 4);
+    ASSERT_EQ(zoom(), u"400 %");
+    const Point middle = video().view().toWindow(Point{100, 100});
+    m_driver->click(Point{middle.x - 7, middle.y});
+    EXPECT_EQ(editing().zones[0].selectedPoint, 0);
+    m_driver->click(Point{middle.x + 14, middle.y});
+    EXPECT_EQ(editing().zones[0].selectedPoint, -1) << "beside it";
+    m_driver->click(u"OptionDeletePoint");
+    m_driver->click(Point{middle.x + 14, middle.y});
+    EXPECT_EQ(points(0, 0).size(), 3U);
+    m_driver->click(middle);
+    EXPECT_EQ(points(0, 0).size(), 2U);
+}
+
+/// Two zones, of which the second is edited: a square at the left and one at the right.
+class ZoneEditZonesPanel : public ZoneEditView {
+protected:
+    ZoneEditZonesPanel() {
+        show(9, 2);
+        resize({1600, 832});
+        for (const int zone : {0, 1}) {
+            m_driver->pick(u"ComboZone", zone);
+            m_driver->click(u"OptionAddMultiPoint");
+            const int left = 200 + 500 * zone;
+            for (const Point corner :
+                 {Point{left, 200}, {left + 200, 200}, {left + 200, 400}, {left, 400}}) {
+                clickPicture(corner.x, corner.y);
+            }
+        }
+        m_driver->click(u"OptionMovePoint");
+    }
+    platform::Color pixel(Point place) { return m_driver->pixel(at(place.x, place.y)) & 0xFFFFFFU; }
+    /// How many pixels of that colour there are on the line from one point to the other, level or
+    /// upright.
+    int count(Point from, Point to, platform::Color color) {
+        const platform::Bitmap picture = m_driver->picture();
+        int found = 0;
+        for (int x = from.x; x <= to.x; ++x) {
+            for (int y = from.y; y <= to.y; ++y) {
+                const Point place = at(x, y);
+                found += (picture.at(place.x, place.y) & 0xFFFFFFU) == color ? 1 : 0;
+            }
+        }
+        return found;
+    }
+    std::u16string row(int zone) {
+        return m_driver->get<toolkit::CListUI>(u"ListZones").GetItemAt(zone)->GetText();
+    }
+    template <class T = toolkit::CControlUI>
+    T& part(int zone, std::u16string_view name) {
+        return test::inRow<T>(*m_driver, u"ListZones", zone, name);
+    }
+    int edited() { return editing().currentZone; }
+};
+
+constexpr platform::Color kFirstOther = 0x35D07F;
+
+TEST_F(ZoneEditZonesPanel, ARowTellsAndChoosesItsZone) {
+    EXPECT_EQ(row(0), u"Zone 1, active, shown");
+    m_driver->click(u"OptionToggleActive");
+    EXPECT_EQ(row(1), u"Zone 2, not active, shown");
+    m_driver->click(part(0, u"LabelRowName"));
+    EXPECT_EQ(edited(), 0);
+    EXPECT_EQ(m_driver->textOf(u"EditZone"), u"Zone 1");
+    m_driver->press(Key::f2);
+    m_driver->type(u"Door");
+    m_driver->press(Key::escape);
+    EXPECT_EQ(row(0), u"Zone 1, active, shown") << "dropped";
+    m_driver->press(Key::f2);
+    m_driver->type(u"Exit");
+    m_driver->press(Key::enter);
+    EXPECT_EQ(zones().getZoneName(0), "Exit");
+    EXPECT_EQ(row(0), u"Exit, active, shown");
+    m_driver->doubleClick(test::WindowDriver::middleOf(part(1, u"LabelRowName")));
+    EXPECT_EQ(m_driver->focusName(), u"EditRowName");
+    m_driver->press(Key::enter);
+    EXPECT_EQ(edited(), 1);
+    m_driver->click(u"ButtonDuplicateZone");
+    EXPECT_EQ(zones().zoneCount(), 3);
+    EXPECT_EQ(edited(), 2);
+    EXPECT_EQ(row(2), u"Zone 2 2, not active, shown");
+    EXPECT_EQ(points(2, 8), points(1, 8));
+    m_driver->click(u"ButtonPanelRemoveZone");
+    EXPECT_EQ(m_driver->textOf(u"LabelNotice"), u"Zone \"Zone 2 2\" removed.");
+    m_driver->click(u"ButtonNoticeUndo");
+    EXPECT_EQ(zones().zoneCount(), 3);
+    m_driver->click(u"ButtonPanelAddZone");
+    EXPECT_EQ(zones().zoneCount(), 4);
+}
+
+TEST_F(ZoneEditZonesPanel, OutlinesAndTagsShowAndChooseOtherZones) {
+    const Point tag{210, 185};
+    EXPECT_EQ(count({250, 199}, {350, 201}, kFirstOther), 0);
+    clickPicture(tag.x, tag.y);
+    EXPECT_EQ(edited(), 1) << "no tag is shown";
+    m_driver->press(Key::z);
+    EXPECT_GT(count({250, 199}, {350, 201}, kFirstOther), 90);
+    EXPECT_EQ(count({202, 180}, {202, 190}, kFirstOther), 11) << "the tag's edge";
+    m_driver->click(part(0, u"CheckRowOutline"));
+    EXPECT_EQ(row(0), u"Zone 1, active, hidden");
+    EXPECT_EQ(count({250, 199}, {350, 201}, kFirstOther), 0);
+    m_driver->click(part(0, u"CheckRowOutline"));
+    EXPECT_EQ(edited(), 1) << "an eye chooses nothing but itself";
+    clickPicture(tag.x, tag.y);
+    EXPECT_EQ(edited(), 0);
+    m_driver->click(u"OptionToggleActive");
+    m_driver->press(Key::n);
+    EXPECT_EQ(edited(), 1);
+    const int dashes = count({250, 199}, {350, 201}, kFirstOther);
+    EXPECT_TRUE(dashes > 20 && dashes < 70) << "not active: " << dashes;
+    m_driver->press(Key::n, {.shift = true});
+    EXPECT_EQ(edited(), 0);
+    m_driver->click(at(800, 300), kControl);
+    EXPECT_EQ(edited(), 1) << "inside another zone";
+    m_driver->click(at(850, 350), kControl);
+    EXPECT_EQ(edited(), 1) << "inside no other";
+}
+
+TEST_F(ZoneEditZonesPanel, TheOnionSkinShowsTheKeysBesideTheFrame) {
+    goTo(4);
+    m_driver->drag({at(700, 200), at(700, 100)}); // frame 4 is a key, and so is what is before it
+    goTo(3);
+    const auto green = [this] { return count({700, 110}, {700, 190}, 0x7BE0A8); };
+    const auto blue = [this] { return count({750, 200}, {850, 200}, 0x59A9FF); };
+    EXPECT_EQ(green(), 0);
+    m_driver->press(Key::o);
+    EXPECT_TRUE(green() > 30 && green() < 60) << "the corner that moves up, dashed";
+    goTo(6);
+    EXPECT_EQ(green(), 0) << "under the zone itself";
+    goTo(4);
+    EXPECT_TRUE(blue() > 40 && blue() < 75) << "where it came from, dashed";
+}
+
+TEST_F(ZoneEditZonesPanel, ClearLinesHaveADarkEdge) {
+    const platform::Color above = pixel({800, 199});
+    m_driver->click(u"ButtonMenu");
+    EXPECT_EQ(test::menuOf(*m_driver).front(), u"Clear Lines");
+    m_driver->press(Key::home);
+    m_driver->press(Key::enter);
+    EXPECT_NE(pixel({800, 199}), above);
+    EXPECT_EQ(pixel({760, 200}), 0xFF0000U) << "the line itself stays";
+}
+
+TEST_F(ZoneEditZonesPanel, TheLoupeShowsThePlaceOfThePointerFourTimesAsLarge) {
+    EXPECT_FALSE(isVisible(u"Loupe"));
+    m_driver->press(Key::l);
+    const platform::Rect& loupe = m_driver->get(u"Loupe").GetPos();
+    EXPECT_EQ(loupe.size(), (platform::Size{256, 144}));
+    EXPECT_GT(loupe.left, video().GetPos().right) << "in the pane";
+    m_driver->hover(at(790, 210));
+    const Point middle = loupe.centred({1, 1}).topLeft();
+    EXPECT_EQ(m_driver->pixel({middle.x + 30, middle.y - 40}) & 0xFFFFFFU, 0xFF0000U)
+        << "the line ten pixels above the pointer";
+    m_driver->click(u"CheckPanel");
+    EXPECT_EQ(m_driver->get(u"Loupe").GetPos(),
+              platform::Rect::at(video().GetPos().right - 268, 48, 256, 144));
+    m_driver->get(u"PanelNotice").SetVisible(true);
+    wheel(at(790, 210), 1);
+    EXPECT_EQ(m_driver->get(u"Loupe").GetPos().top, 48 + 32 + 111);
 }
 
 } // namespace

@@ -28,6 +28,19 @@ inline constexpr std::string_view kAddZone = "addZone";
 inline constexpr std::string_view kRemoveZone = "removeZone";
 inline constexpr std::string_view kOnlyThisFrame = "onlyThisFrame";
 inline constexpr std::string_view kOnAllFrames = "onAllFrames";
+inline constexpr std::string_view kPanelAddZone = "panelAddZone";
+inline constexpr std::string_view kPanelRemoveZone = "panelRemoveZone";
+inline constexpr std::string_view kDuplicateZone = "duplicateZone";
+inline constexpr std::string_view kPanelDuplicateZone = "panelDuplicateZone";
+inline constexpr std::string_view kMoveTool = "moveTool";
+inline constexpr std::string_view kAddOneTool = "addOneTool";
+inline constexpr std::string_view kAddManyTool = "addManyTool";
+inline constexpr std::string_view kDeleteTool = "deleteTool";
+inline constexpr std::string_view kActive = "active";
+inline constexpr std::string_view kNextZone = "nextZone";
+inline constexpr std::string_view kZoneBefore = "zoneBefore";
+inline constexpr std::string_view kClearLines = "clearLines";
+inline constexpr std::string_view kGrabDistance = "keepGrabDistance";
 inline constexpr std::string_view kAllZones = "allZones";
 inline constexpr std::string_view kOnion = "onionSkin";
 inline constexpr std::string_view kLoupe = "loupe";
@@ -132,6 +145,47 @@ inline constexpr Command kZoneEditorCommands[] = {
     {command::kAddZone, kZones, u"Add Zone", u"ButtonAddZone", u"Add a zone"},
     {.id = command::kRename, .group = kZones, .text = u"Rename the Zone", .keys = {{kF2}}},
     {command::kRemoveZone, kZones, u"Remove Zone", u"ButtonRemoveZone", u"Remove this zone"},
+    {.id = command::kDuplicateZone, .group = kZones, .text = u"Duplicate Zone", .icon = u"Copy"},
+    // The same beside the list of zones.
+    {command::kPanelAddZone, {}, u"Add Zone", u"ButtonPanelAddZone", u"Add a zone"},
+    {command::kPanelDuplicateZone,
+     {},
+     u"Duplicate Zone",
+     u"ButtonDuplicateZone",
+     u"Duplicate this zone"},
+    {command::kPanelRemoveZone, {}, u"Remove Zone", u"ButtonPanelRemoveZone", u"Remove this zone"},
+    {.id = command::kMoveTool,
+     .group = kZones,
+     .text = u"Tool: Move",
+     .keys = {{{platform::Key::digit1, {}}}}},
+    {.id = command::kAddOneTool,
+     .group = kZones,
+     .text = u"Tool: Add one",
+     .keys = {{{platform::Key::digit2, {}}}}},
+    {.id = command::kAddManyTool,
+     .group = kZones,
+     .text = u"Tool: Add many",
+     .keys = {{{platform::Key::digit3, {}}}}},
+    {.id = command::kDeleteTool,
+     .group = kZones,
+     .text = u"Tool: Delete",
+     .keys = {{{platform::Key::digit4, {}}}}},
+    {.id = command::kActive,
+     .group = kZones,
+     .text = u"Active on this frame",
+     .keys = {{{platform::Key::a, {}}}}},
+    {.id = command::kNextZone,
+     .group = kZones,
+     .text = u"Next zone",
+     .keys = {{{platform::Key::n, {}}}},
+     .repeats = true},
+    {.id = command::kZoneBefore,
+     .group = kZones,
+     .text = u"Zone before",
+     .keys = {{{platform::Key::n, {.shift = true}}}},
+     .repeats = true},
+    {.id = command::kClearLines, .group = kZones, .text = u"Clear Lines"},
+    {.id = command::kGrabDistance, .group = kZones, .text = u"Keep the Grab Distance"},
     {.id = command::kAllZones,
      .group = kZones,
      .text = u"All zones",
@@ -192,9 +246,10 @@ inline constexpr Command kZoneEditorCommands[] = {
     nudgeCommand(7, u"Move the point down by 10 pixels", platform::Key::down),
 };
 
-inline constexpr std::string_view kZoneEditorMenu[] = {command::kEarlierVersions, command::kLine,
-                                                       command::kSettings, command::kKeys,
-                                                       command::kManual};
+inline constexpr std::string_view kZoneEditorMenu[] = {
+    command::kClearLines,    command::kGrabDistance, command::kLine,
+    command::kDuplicateZone, command::kLine,         command::kEarlierVersions,
+    command::kSettings,      command::kKeys,         command::kManual};
 
 inline constexpr std::string_view kZoneRows[] = {command::kAddZone, command::kRename,
                                                  command::kLine, command::kRemoveZone};
