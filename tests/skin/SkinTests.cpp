@@ -205,9 +205,12 @@ TEST(SkinPlaces, AreTheDesignsInWindowsOfEverySize) {
 }
 
 const std::string kZoneEditOrder =
+    "ComboZoom CheckAllZones CheckOnion CheckLoupe CheckPanel "
     "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonMinimize ButtonMaximize ButtonClose "
-    "ButtonNoticeUndo ButtonOnlyThisFrame "
-    "ButtonOnAllFrames ButtonRestoreDraft ButtonCloseNotice OptionMovePoint OptionAddPoint "
+    "ButtonNoticeUndo ButtonOnlyThisFrame ButtonOnAllFrames ButtonMatchPoints ButtonNewZone "
+    "ButtonRestoreDraft ButtonCloseNotice ButtonPanelAddZone ButtonDuplicateZone "
+    "ButtonPanelRemoveZone ListZones ButtonPlayVideo ButtonTimelineFit "
+    "OptionMovePoint OptionAddPoint "
     "OptionAddMultiPoint OptionDeletePoint "
     "ComboZone ButtonAddZone ButtonRemoveZone EditZone OptionToggleActive OptionProgressChanges "
     "ButtonPrevious10 ButtonPrevious EditCurrentFrame ButtonNext ButtonNext10";

@@ -35,7 +35,7 @@ public:
         }
         return className == u"Video" || className == u"KeyTable" || className == u"SceneMap" ||
                        className == u"VideoPreview" || className == u"PreviewSlider" ||
-                       className == u"Timeline"
+                       className == u"Timeline" || className == u"Overview" || className == u"Loupe"
                    ? std::make_unique<toolkit::CControlUI>()
                    : nullptr;
     }
