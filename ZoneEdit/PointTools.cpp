@@ -218,7 +218,7 @@ void PointTools::use(Place place, Point at) {
     switch (m_tool) {
     case Tool::movePoint:
         m_session.hitTest(place.zone, place.frame, at.x, at.y);
-        m_start = m_editor.startMove();
+        beginMove(place);
         m_grab = {};
         if (m_start && m_start->handle >= 0 && m_keepsDistance && m_keepsDistance()) {
             m_grab = {m_start->at.x - at.x, m_start->at.y - at.y};
@@ -270,13 +270,18 @@ bool PointTools::move(Point position) {
     return true;
 }
 
+void PointTools::beginMove(Place place) {
+    const auto start = m_editor.startMove();
+    beginStep(start ? ShapeEditor::moveName(*start) : StepLabel::Name::movePoint, place);
+    m_start = start;
+}
+
 void PointTools::moveHandle(Point position) {
     const Place place{m_session.context().currentZone, m_video.frame()};
     // Keys work while the button is down. What they change is not part of the drag, which goes
     // on wherever they led to.
     if (place != m_place || !m_session.inGesture()) {
-        beginStep(StepLabel::Name::movePoint, place);
-        m_start = m_editor.startMove();
+        beginMove(place);
     }
     Point at = m_video.control()->view().toDisplay(position);
     at = {at.x + m_grab.x, at.y + m_grab.y};

@@ -62,6 +62,7 @@ private:
     bool beginGesture(ShapeGesture::Kind kind, platform::Point position);
     void use(Place place, platform::Point at);
     bool insertOnEdge(Place place, platform::Point position);
+    void beginMove(Place place);
     void moveHandle(platform::Point position);
     bool move(platform::Point position);
     bool release(platform::Point position);

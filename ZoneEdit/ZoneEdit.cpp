@@ -248,6 +248,9 @@ void ZoneEdit::makeParts() {
         m_flags->showActive();
         m_timeline->showFrame();
         m_panel->refresh();
+        if (m_editing) {
+            m_editing->shown();
+        }
     });
     m_keys = std::make_unique<zone::SessionKeys>(session);
     m_selection = std::make_unique<FrameSelection>(m_video.frameCount());
@@ -261,8 +264,9 @@ void ZoneEdit::makeParts() {
         m_frames->setMoveListener([this] { m_player->pause(); });
     }
     m_editing = std::make_unique<EditingParts>(
-        commands(), EditingParts::Links{controls, m_video, session, *m_keys, *m_notice,
-                                        context().services.editorSettings.get()});
+        commands(),
+        EditingParts::Links{controls, m_video, session, *m_keys, *m_selection, *m_notice, *m_zones,
+                            context().services.editorSettings.get()});
     m_editing->tools().setKeepsDistance(
         [this] { return m_toggles && m_toggles->isOn(Toggle::grabDistance); });
     m_editing->tools().setControlClick([this](platform::Point at) { return chooseInside(at); });
@@ -483,6 +487,9 @@ void ZoneEdit::OnItemSelect(toolkit::TNotifyUI& message) {
             m_timeline->showZone();
         }
         m_panel->refresh();
+        if (m_editing) {
+            m_editing->shown();
+        }
     } else if (m_panel && message.pSender->GetName() == kZonesList) {
         m_panel->choose();
     } else if (m_zoom && message.pSender->GetName() == kZoomCombo) {
@@ -501,6 +508,8 @@ void ZoneEdit::OnKillFocus(toolkit::TNotifyUI& message) {
         m_zones->rename();
     } else if (m_panel && message.pSender->GetName() == kRowEdit) {
         m_panel->endRename(true);
+    } else if (m_editing && m_editing->typed(message.pSender->GetName())) {
+        return;
     } else if (m_frames && message.pSender->GetName() == kFrameEdit) {
         m_frames->goToTyped();
     } else if (m_range) {
@@ -542,6 +551,7 @@ void ZoneEdit::windowSized() {
     }
     if (m_header) { // the caption may have room for what the bar says, or no more
         GetPaintManager().UpdateLayout();
+        m_editing->windowSized();
         m_zoom->windowSized();
         m_header->showAll();
     }
@@ -552,7 +562,7 @@ void ZoneEdit::stop() {
     const bool wasTyping = (controls.hasFocus(kFrameEdit) && m_frames->restoreText()) ||
                            (controls.hasFocus(kZoneEdit) && m_zones->restoreText()) ||
                            (controls.hasFocus(kRowEdit) && m_panel->endRename(false)) ||
-                           m_range->restoreText();
+                           m_range->restoreText() || m_editing->restoreText();
     if (wasTyping || m_editing->cancelDrag()) {
         return;
     }

@@ -32,11 +32,11 @@ namespace zoneedit {
 
 class EditingParts;
 class FlagsPresenter;
+class FrameSelection;
 class FramesPresenter;
 class HeaderPresenter;
 class HistoryPresenter;
 class NoticePresenter;
-class FrameSelection;
 class PlayPresenter;
 class RangePresenter;
 class TimelinePresenter;
@@ -132,10 +132,10 @@ private:
     std::unique_ptr<ZonesPresenter> m_zones;
     std::unique_ptr<FramesPresenter> m_frames;
     std::unique_ptr<zone::SessionKeys> m_keys;
+    std::unique_ptr<FrameSelection> m_selection;
     std::unique_ptr<EditingParts> m_editing;
     std::unique_ptr<ZoomPresenter> m_zoom;
     std::unique_ptr<ViewToggles> m_toggles;
-    std::unique_ptr<FrameSelection> m_selection;
     std::unique_ptr<RangePresenter> m_range;
     std::unique_ptr<TimelinePresenter> m_timeline;
     std::unique_ptr<PlayPresenter> m_player; ///< none without a video

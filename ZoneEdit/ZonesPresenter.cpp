@@ -98,9 +98,9 @@ bool ZonesPresenter::restoreText() {
     return differs;
 }
 
-void ZonesPresenter::add() {
+void ZonesPresenter::add(const zone::ShapeStretch* shapes) {
     if (m_video.checkedControl(kAddZoneLine) != nullptr && m_video.hasFrames()) {
-        m_session.addZone("Zone " + std::to_string(++m_zoneCounter), m_video.frameCount());
+        m_session.addZone("Zone " + std::to_string(++m_zoneCounter), m_video.frameCount(), shapes);
     }
 }
 

@@ -30,7 +30,8 @@ public:
     void show(int zone);
     /// Gives the edit the name of the current zone back. False when it has it.
     bool restoreText();
-    void add();
+    /// Without shapes, or with these.
+    void add(const zone::ShapeStretch* shapes = nullptr);
     [[nodiscard]] bool hasZones() const { return m_session.zones().zoneCount() > 0; }
     [[nodiscard]] bool canRemove() const { return m_session.context().currentZone >= 0; }
     void remove();

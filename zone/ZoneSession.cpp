@@ -133,9 +133,13 @@ void ZoneSession::edit(const StepLabel& label, FrameRange frames, EditShapes::Ed
     run(label, EditShapes(label.zone, frames, std::move(edit), keep));
 }
 
-void ZoneSession::addZone(const std::string& name, int frameCount) {
+void ZoneSession::addZone(const std::string& name, int frameCount, const ShapeStretch* shapes) {
     const std::shared_ptr<Zone> zone = Zone::create(frameCount);
     zone->setName(name);
+    if (shapes != nullptr) {
+        ZoneEditing untouched;
+        zone->replaceShapes({untouched}, *shapes);
+    }
     const int index = zones().zoneCount();
     runAlone({Name::addZone, index}, ListZone(index, zone));
 }

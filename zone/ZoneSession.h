@@ -106,8 +106,9 @@ public:
     [[nodiscard]] bool inGesture() const { return m_gesture.has_value(); }
 
     // Never part of a gesture, which they end.
-    /// Appends a zone without shapes and makes it the current one.
-    void addZone(const std::string& name, int frameCount);
+    /// Appends a zone without shapes, or with those of its first frames, and makes it the current
+    /// one.
+    void addZone(const std::string& name, int frameCount, const ShapeStretch* shapes = nullptr);
     void removeZone(int zone);
     /// A copy behind it, with a name of its own, becomes the current one; a step "add zone".
     void duplicateZone(int zone);

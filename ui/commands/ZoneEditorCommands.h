@@ -50,6 +50,33 @@ inline constexpr std::string_view kEndAdding = "endAdding";
 inline constexpr std::string_view kNudge[] = {"pointLeft",  "pointRight",   "pointUp",
                                               "pointDown",  "pointLeftTen", "pointRightTen",
                                               "pointUpTen", "pointDownTen"};
+inline constexpr std::string_view kFill = "fillBetweenKeys";
+inline constexpr std::string_view kInterpolate = "interpolate";
+inline constexpr std::string_view kInterpolateButton = "interpolateButton";
+inline constexpr std::string_view kInterpolateMenu = "interpolateMenu";
+inline constexpr std::string_view kStraight = "straight";
+inline constexpr std::string_view kSmooth = "smooth";
+inline constexpr std::string_view kInterpolateAll = "interpolateAll";
+inline constexpr std::string_view kMatchPoints = "matchPoints";
+inline constexpr std::string_view kMatchPointsButton = "matchPointsButton";
+inline constexpr std::string_view kDeleteKeys = "deleteKeys";
+inline constexpr std::string_view kCopyShape = "copyShape";
+inline constexpr std::string_view kCopyShapeButton = "copyShapeButton";
+inline constexpr std::string_view kPasteShape = "pasteShape";
+inline constexpr std::string_view kPasteShapeButton = "pasteShapeButton";
+inline constexpr std::string_view kNewZone = "newZone";
+inline constexpr std::string_view kApplyShape = "applyShape";
+inline constexpr std::string_view kApplyRange = "applyRange";
+inline constexpr std::string_view kApplyOnwards = "applyOnwards";
+inline constexpr std::string_view kApplyUpTo = "applyUpTo";
+inline constexpr std::string_view kActiveOnwards = "activeOnwards";
+inline constexpr std::string_view kActiveUpTo = "activeUpTo";
+inline constexpr std::string_view kInactiveOnwards = "inactiveOnwards";
+inline constexpr std::string_view kInactiveUpTo = "inactiveUpTo";
+inline constexpr std::string_view kActiveOnly = "activeOnly";
+inline constexpr std::string_view kRangeActive = "rangeActive";
+inline constexpr std::string_view kRangeInactive = "rangeInactive";
+inline constexpr std::string_view kClearRange = "clearRange";
 } // namespace command
 
 inline constexpr std::u16string_view kFrames = u"Zone Edit: frames";
@@ -232,6 +259,78 @@ inline constexpr Command kZoneEditorCommands[] = {
      .group = kZones,
      .text = u"Delete the point",
      .keys = {{{platform::Key::del, {}}, {platform::Key::backspace, {}}}}},
+    {.id = command::kInterpolate,
+     .group = kZones,
+     .text = u"Interpolate the range",
+     .keys = {{{platform::Key::i, {}}}},
+     .icon = u"Interpolate"},
+    {.id = command::kFill,
+     .group = kZones,
+     .text = u"Fill Between Keys",
+     .control = u"CheckAutoFill",
+     .toolTip = u"Fill between keys: a drag blends up to the keys on both sides (Shift+I)",
+     .keys = {{{platform::Key::i, {.shift = true}}}},
+     .listed = u"Fill between keys"},
+    {.id = command::kCopyShape,
+     .group = kZones,
+     .text = u"Copy the shape",
+     .keys = {{{platform::Key::c, {.control = true}}}},
+     .icon = u"Copy"},
+    {.id = command::kPasteShape,
+     .group = kZones,
+     .text = u"Paste the shape",
+     .keys = {{{platform::Key::v, {.control = true}}}},
+     .icon = u"Paste"},
+    // Of the bar that shows while frames are marked.
+    {command::kInterpolateButton,
+     {},
+     u"Interpolate",
+     u"ButtonInterpolate",
+     u"Fill the frames between keys (I)"},
+    {command::kInterpolateMenu,
+     {},
+     u"How to interpolate",
+     u"ButtonInterpolateMenu",
+     u"How frames between keys are filled"},
+    {command::kCopyShapeButton, {}, u"Copy", u"ButtonCopyShape", u"Copy the shape (Ctrl+C)"},
+    {command::kPasteShapeButton, {}, u"Paste", u"ButtonPasteShape", u"Paste the shape (Ctrl+V)"},
+    {command::kApplyShape,
+     {},
+     u"Apply shape",
+     u"ButtonApplyShape",
+     u"Give other frames this shape"},
+    {command::kRangeActive,
+     {},
+     u"Active",
+     u"ButtonRangeActive",
+     u"The zone reacts on the frames of the range"},
+    {command::kRangeInactive,
+     {},
+     u"Not active",
+     u"ButtonRangeInactive",
+     u"The zone does not react on the frames of the range"},
+    {command::kClearRange, {}, u"Clear the range", u"ButtonClearRange", u"Clear the range (Esc)"},
+    // Of the line at the top.
+    {command::kMatchPointsButton,
+     {},
+     u"Match Points",
+     u"ButtonMatchPoints",
+     u"Give both keys the same number of points"},
+    {command::kNewZone, {}, u"New Zone", u"ButtonNewZone", u"Paste the shape as a zone of its own"},
+    // Of menus alone.
+    {.id = command::kStraight, .text = u"Straight"},
+    {.id = command::kSmooth, .text = u"Smooth"},
+    {.id = command::kInterpolateAll, .text = u"Interpolate All Gaps", .icon = u"Interpolate"},
+    {.id = command::kMatchPoints, .text = u"Match Points", .icon = u"Match"},
+    {.id = command::kDeleteKeys, .text = u"Delete the Keys of the Range", .icon = u"Remove"},
+    {.id = command::kApplyRange, .text = u"To the range"},
+    {.id = command::kApplyOnwards, .text = u"From here on"},
+    {.id = command::kApplyUpTo, .text = u"Up to here"},
+    {.id = command::kActiveOnly, .text = u"Active from B to E only"},
+    {.id = command::kActiveOnwards, .text = u"Active from here on"},
+    {.id = command::kActiveUpTo, .text = u"Active up to here"},
+    {.id = command::kInactiveOnwards, .text = u"Not active from here on"},
+    {.id = command::kInactiveUpTo, .text = u"Not active up to here"},
     {.id = command::kEndAdding,
      .group = kZones,
      .text = u"End Add many",
@@ -246,10 +345,19 @@ inline constexpr Command kZoneEditorCommands[] = {
     nudgeCommand(7, u"Move the point down by 10 pixels", platform::Key::down),
 };
 
+inline constexpr std::string_view kInterpolateRows[] = {
+    command::kStraight,       command::kSmooth,      command::kLine,
+    command::kInterpolateAll, command::kMatchPoints, command::kDeleteKeys};
+
+inline constexpr std::string_view kApplyRows[] = {
+    command::kApplyRange, command::kApplyOnwards,    command::kApplyUpTo,
+    command::kLine,       command::kActiveOnly,      command::kActiveOnwards,
+    command::kActiveUpTo, command::kInactiveOnwards, command::kInactiveUpTo};
+
 inline constexpr std::string_view kZoneEditorMenu[] = {
-    command::kClearLines,    command::kGrabDistance, command::kLine,
-    command::kDuplicateZone, command::kLine,         command::kEarlierVersions,
-    command::kSettings,      command::kKeys,         command::kManual};
+    command::kClearLines,      command::kFill,        command::kGrabDistance,  command::kLine,
+    command::kInterpolateAll,  command::kMatchPoints, command::kDuplicateZone, command::kLine,
+    command::kEarlierVersions, command::kSettings,    command::kKeys,          command::kManual};
 
 inline constexpr std::string_view kZoneRows[] = {command::kAddZone, command::kRename,
                                                  command::kLine, command::kRemoveZone};

@@ -1,0 +1,124 @@
+#include "ZoneEdit/PointFields.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "ZoneEdit/ZoneEditControls.h"
+#include "core/Text.h"
+#include "toolkit/controls/CControlUI.h"
+#include "zone/ShapeEdits.h"
+
+namespace zoneedit {
+namespace {
+
+using Name = zone::StepLabel::Name;
+
+constexpr std::u16string_view kFields[] = {kPointXEdit, kPointYEdit, kShapeWidthEdit,
+                                           kShapeAngleEdit};
+constexpr int kMostPercent = 1000;
+
+std::u16string numberText(int number) {
+    return core::displayText(std::to_string(number));
+}
+
+/// None for a text that is no whole number of at most six digits.
+std::optional<int> numberFrom(std::u16string_view text) {
+    const bool isNegative = text.starts_with(u'-');
+    text.remove_prefix(isNegative ? 1 : 0);
+    if (text.empty() || text.size() > 6) {
+        return std::nullopt;
+    }
+    int number = 0;
+    for (const char16_t unit : text) {
+        if (unit < u'0' || unit > u'9') {
+            return std::nullopt;
+        }
+        number = number * 10 + (unit - u'0');
+    }
+    return isNegative ? -number : number;
+}
+
+} // namespace
+
+PointFields::PointFields(ui::Controls controls, zone::ZoneSession& session, ShapeEditor& editor)
+    : m_controls(controls), m_session(session), m_editor(editor),
+      m_changes(session.observe([this](const auto&) { show(); })) {}
+
+std::u16string PointFields::textOf(std::u16string_view field) const {
+    if (field == kShapeWidthEdit) {
+        return u"100";
+    }
+    if (field == kShapeAngleEdit) {
+        return u"0";
+    }
+    const auto at = m_editor.handlePlace();
+    return at ? numberText(field == kPointXEdit ? at->x : at->y) : std::u16string();
+}
+
+void PointFields::show() {
+    const std::size_t count = m_editor.points().size();
+    const int handle = m_editor.handle();
+    for (const std::u16string_view field : kFields) {
+        const bool isOfPoint = field == kPointXEdit || field == kPointYEdit;
+        m_controls.setEnabled(field, isOfPoint ? m_editor.handlePlace().has_value() : count > 0);
+        if (!m_controls.hasFocus(field)) {
+            m_controls.setText(field, textOf(field));
+        }
+    }
+    const bool isPoint = handle >= 0 && static_cast<std::size_t>(handle) < count;
+    m_controls.setText(kPointLabel, isPoint ? numberText(handle + 1) + u" of " +
+                                                  numberText(static_cast<int>(count))
+                                    : m_editor.handlePlace() ? std::u16string(u"Centre")
+                                                             : std::u16string());
+    m_controls.setText(kShapeLabel,
+                       numberText(static_cast<int>(count)) + (count == 1 ? u" point" : u" points"));
+}
+
+bool PointFields::typed(std::u16string_view field) {
+    const toolkit::CControlUI* edit = m_controls.find(field);
+    bool isOurs = false;
+    for (const std::u16string_view name : kFields) {
+        isOurs = isOurs || name == field;
+    }
+    if (!isOurs || edit == nullptr) {
+        return isOurs;
+    }
+    const auto number = numberFrom(edit->GetText());
+    if (number && edit->GetText() != textOf(field)) {
+        if (field == kShapeWidthEdit && *number > 0 && *number <= kMostPercent) {
+            m_editor.reshapeAll(Name::scale, zone::scaled(*number / 100.0));
+        } else if (field == kShapeAngleEdit) {
+            m_editor.reshapeAll(Name::rotate, zone::rotated(*number));
+        } else if (field == kPointXEdit || field == kPointYEdit) {
+            movePoint(field, *number);
+        }
+    }
+    m_controls.setText(field, textOf(field));
+    return true;
+}
+
+void PointFields::movePoint(std::u16string_view field, int value) {
+    const auto start = m_editor.startMove();
+    if (!start || !m_editor.handlePlace()) {
+        return;
+    }
+    m_session.beginGesture({ShapeEditor::moveName(*start), start->place.zone, start->place.frame});
+    m_editor.move(*start, field == kPointXEdit ? platform::Point{value, start->at.y}
+                                               : platform::Point{start->at.x, value});
+    m_session.endGesture();
+}
+
+bool PointFields::restoreText() {
+    for (const std::u16string_view field : kFields) {
+        if (m_controls.hasFocus(field)) {
+            const toolkit::CControlUI* edit = m_controls.find(field);
+            const bool differs = edit != nullptr && edit->GetText() != textOf(field);
+            m_controls.setText(field, textOf(field));
+            return differs;
+        }
+    }
+    return false;
+}
+
+} // namespace zoneedit

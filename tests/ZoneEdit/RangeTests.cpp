@@ -1,0 +1,165 @@
+// Filling between keys, and what is done to many frames at once, by real events.
+#include <string_view>
+#include <vector>
+
+#include "ZoneEdit/CopiedShape.h"
+#include "core/EditorSettings.h"
+#include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "zone/ShapeEdits.h"
+
+namespace {
+
+using platform::Key;
+using platform::Modifiers;
+using platform::Point;
+using test::isChecked;
+using Points = std::vector<Point>;
+
+constexpr Modifiers kControl{.control = true};
+constexpr Modifiers kShift{.shift = true};
+
+const Points kTriangle{{100, 100}, {300, 100}, {200, 400}};
+
+class ZoneEditRange : public test::ZoneEditTest {
+protected:
+    ZoneEditRange() {
+        zoneedit::copiedShape().reset();
+        show(21, 1);
+        drawTriangle();
+        m_driver->manager().SetFocus(nullptr);
+    }
+
+    void press(Key key, Modifiers held = {}) {
+        m_driver->manager().SetFocus(nullptr);
+        m_driver->press(key, held);
+    }
+    /// Drags the centre of the triangle on a frame, where `dx` others have moved it already.
+    void shift(int frame, int from, int dx) {
+        goTo(frame);
+        m_driver->drag({at(200 + from, 200), at(200 + dx, 200)});
+    }
+    int xAt(int frame) { return points(0, frame).at(0).x - 100; }
+    std::string_view lastStep() {
+        const zone::StepLabel* label = m_window->session().undoLabel();
+        return label != nullptr ? zone::stepName(label->name) : std::string_view();
+    }
+    std::size_t steps() { return m_window->session().history().size(); }
+    std::u16string notice() {
+        return isVisible(u"PanelNotice") ? m_driver->textOf(u"LabelNotice") : std::u16string();
+    }
+};
+
+TEST_F(ZoneEditRange, InterpolateFillsTheGapAtTheFrameInOneStepAndSaysWhatItNeeds) {
+    press(Key::i);
+    EXPECT_EQ(notice(), u"Interpolate needs a key at both ends of the range.");
+    shift(10, 0, 100); // carried forward
+    const std::size_t before = steps();
+    goTo(4);
+    press(Key::i);
+    EXPECT_EQ(xAt(5), 50);
+    EXPECT_EQ(xAt(9), 90);
+    EXPECT_EQ(xAt(20), 100);
+    EXPECT_EQ(steps(), before + 1);
+    EXPECT_EQ(lastStep(), "interpolate");
+    m_driver->press(Key::z, kControl);
+    EXPECT_EQ(xAt(5), 0);
+
+    // Another number of points behind frame 10.
+    zone::ShapeStretch longer(10);
+    longer.add(Points{{0, 0}, {9, 0}, {9, 9}, {5, 9}}, true, 11);
+    const_cast<zone::ZoneSession&>(m_window->session())
+        .replaceShapes({zone::StepLabel::Name::applyShape, 0, 10}, {longer});
+    press(Key::i);
+    EXPECT_EQ(notice(), u"The keys have 3 and 4 points: give them the same number first.");
+    m_driver->click(u"ButtonMatchPoints");
+    EXPECT_EQ(notice(), u"Point counts made equal: 4.");
+    EXPECT_EQ(points(0, 0).size(), 4U);
+    EXPECT_EQ(lastStep(), "match points");
+    press(Key::i);
+    EXPECT_EQ(lastStep(), "interpolate");
+}
+
+TEST_F(ZoneEditRange, WhileFillingADragBlendsUpToTheKeysBesideItAndIsCarriedBehindTheLast) {
+    press(Key::i, kShift);
+    EXPECT_TRUE(m_services.editorSettings == nullptr ||
+                m_services.editorSettings->getBool("fillBetweenKeys", false));
+    shift(10, 0, 100);
+    EXPECT_EQ(xAt(5), 50);
+    EXPECT_EQ(xAt(20), 100) << "carried behind the last key";
+    shift(20, 100, 0);
+    EXPECT_EQ(xAt(15), 50);
+    const std::size_t before = steps();
+    goTo(5);
+    m_driver->drag({at(250, 200), at(300, 210), at(270, 200)});
+    EXPECT_EQ(steps(), before + 1);
+    EXPECT_EQ(lastStep(), "fill");
+    EXPECT_EQ(xAt(5), 70);
+    EXPECT_EQ(xAt(1), 14);
+    EXPECT_EQ(xAt(8), 88);
+    EXPECT_EQ(xAt(15), 50) << "beyond the key";
+    EXPECT_EQ(points(0, 10)[0], (Point{200, 100}));
+    // A point and an arrow key blend, too.
+    m_driver->click(at(170, 100));
+    press(Key::down, {.shift = true, .control = true});
+    EXPECT_EQ(points(0, 5)[0].y, 110);
+    EXPECT_EQ(points(0, 1)[0].y, 102);
+    press(Key::i, kShift);
+    shift(15, 50, 60);
+    EXPECT_EQ(xAt(14), 60) << "no longer";
+}
+
+TEST_F(ZoneEditRange, AShapeIsCopiedToOtherFramesZonesAndVideos) {
+    press(Key::c, kControl);
+    shift(10, 0, 100);
+    press(Key::v, kControl);
+    EXPECT_EQ(points(0, 10), kTriangle);
+    EXPECT_EQ(points(0, 20), kTriangle) << "carried forward";
+    EXPECT_EQ(lastStep(), "paste");
+    addZone();
+    press(Key::v, kControl);
+    EXPECT_EQ(points(1, 0), kTriangle);
+    EXPECT_EQ(points(1, 20), kTriangle) << "a new zone has it everywhere";
+    m_driver->click(at(100, 100));
+    press(Key::del);
+    press(Key::v, kControl);
+    EXPECT_EQ(notice(), u"The copied shape has 3 points, this zone 2: paste it as a new zone?");
+    const std::size_t before = steps();
+    m_driver->click(u"ButtonNewZone");
+    EXPECT_EQ(points(2, 7), kTriangle);
+    EXPECT_EQ(steps(), before + 1);
+    addZone();
+    press(Key::c, kControl);
+    EXPECT_EQ(notice(), u"There is no shape to copy on this frame.");
+
+    show(5, 1); // another visit
+    press(Key::v, kControl);
+    EXPECT_EQ(points(0, 4), kTriangle);
+}
+
+TEST_F(ZoneEditRange, TheFieldsOfThePanelMoveThePointAndScaleAndTurnTheShape) {
+    m_driver->click(u"CheckPanel");
+    test::pump();
+    const platform::Rect video = m_driver->get(u"Video").GetPos();
+    ASSERT_LT(video.right, m_driver->manager().GetWindowSize().width);
+    press(Key::z, kControl); // leaves the third point chosen by none
+    EXPECT_EQ(m_driver->textOf(u"LabelShape"), u"2 points");
+    press(Key::y, kControl);
+    EXPECT_EQ(m_driver->textOf(u"LabelPoint"), u"3 of 3");
+    EXPECT_EQ(m_driver->textOf(u"EditPointX"), u"200");
+    m_driver->enter(u"EditPointX", u"260");
+    m_driver->enter(u"EditPointY", u"9999");
+    EXPECT_EQ(points(0, 20)[2].x, 260);
+    EXPECT_LT(points(0, 20)[2].y, 720) << "in the picture";
+    m_driver->enter(u"EditPointY", u"400");
+    m_driver->enter(u"EditPointX", u"200");
+    const std::size_t before = steps();
+    m_driver->enter(u"EditShapeWidth", u"50");
+    EXPECT_EQ(points(0, 0), (Points{{150, 150}, {250, 150}, {200, 300}}));
+    EXPECT_EQ(m_driver->textOf(u"EditShapeWidth"), u"100");
+    m_driver->enter(u"EditShapeAngle", u"90");
+    EXPECT_EQ(points(0, 0), (Points{{250, 150}, {250, 250}, {100, 200}}));
+    m_driver->enter(u"EditShapeAngle", u"x");
+    EXPECT_EQ(steps(), before + 2);
+}
+
+} // namespace
