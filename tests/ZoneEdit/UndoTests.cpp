@@ -158,10 +158,11 @@ TEST_F(ZoneEditUndo, AnEarlierVersionIsOpenedByTheMenuAndRestoredAsAStep) {
     const auto now = allPoints();
     m_driver->click(u"ButtonMenu");
     EXPECT_EQ(test::menuOf(*m_driver),
-              (Texts{u"Clear Lines", u"Keep the Grab Distance", u"-", u"Duplicate Zone", u"-",
+              (Texts{u"Clear Lines", u"Fill Between Keys", u"Keep the Grab Distance", u"-",
+                     u"Interpolate All Gaps", u"Match Points", u"Duplicate Zone", u"-",
                      u"Earlier Versions…", u"Settings…", u"Keys", u"Manual"}));
     m_driver->press(Key::home);
-    for (int row = 0; row < 3; ++row) {
+    for (int row = 0; row < 6; ++row) {
         m_driver->press(Key::down);
     }
     inWindow("EarlierVersions.xml", [](const test::WindowDriver& versions) {

@@ -59,8 +59,10 @@ struct Layout {
 };
 
 /// What has no room beside the others at a layout's own size, or stands in their place at times.
-constexpr std::u16string_view kElsewhere[] = {u"PaneLeft", u"PaneMissing", u"PanePublished",
-                                              u"ButtonPublishCancel", u"ButtonPublishAgain"};
+constexpr std::u16string_view kElsewhere[] = {
+    u"PaneLeft",           u"PaneMissing", u"PanePublished",     u"ButtonPublishCancel",
+    u"ButtonPublishAgain", u"PaneZones",   u"ButtonMatchPoints", u"ButtonNewZone",
+    u"EditRangeFrom",      u"EditRangeTo", u"PanelRange",        u"PanelFollow"};
 
 class SkinLook : public testing::TestWithParam<Layout> {
 protected:
@@ -154,6 +156,12 @@ std::u16string keyIn(std::u16string_view toolTip) {
 }
 
 TEST_P(SkinLook, ButtonsSayWhatTheirCommandsSay) {
+    std::set<std::u16string> keys; // a button may run what a key of another command does
+    for (const ui::Command& command : GetParam().commands) {
+        for (const ui::KeyChord& chord : command.keys) {
+            keys.insert(ui::keyText(chord));
+        }
+    }
     std::set<std::u16string> seen;
     for (const ui::Command& command : GetParam().commands) {
         SCOPED_TRACE(std::string(command.id));
@@ -164,7 +172,7 @@ TEST_P(SkinLook, ButtonsSayWhatTheirCommandsSay) {
             EXPECT_TRUE(key.empty() || seen.insert(key).second) << core::storedText(key);
         }
         const std::u16string named = keyIn(command.toolTip);
-        EXPECT_TRUE(named.empty() || named == ui::keyText(command.keys[0]));
+        EXPECT_TRUE(named.empty() || keys.contains(named)) << core::storedText(named);
         if (!command.control.empty()) {
             EXPECT_EQ(m_driver.get(command.control).GetToolTip(), ui::toolTipOf(command));
             seen.insert(std::u16string(command.control));
@@ -213,9 +221,8 @@ TEST(SkinPlaces, AreTheDesignsInWindowsOfEverySize) {
 const std::string kZoneEditOrder =
     "ComboZoom CheckAllZones CheckOnion CheckLoupe CheckPanel "
     "ButtonUndo ButtonRedo ButtonMenu ButtonSave ButtonMinimize ButtonMaximize ButtonClose "
-    "ButtonNoticeUndo ButtonOnlyThisFrame ButtonOnAllFrames ButtonMatchPoints ButtonNewZone "
-    "ButtonRestoreDraft ButtonCloseNotice ButtonPanelAddZone ButtonDuplicateZone "
-    "ButtonPanelRemoveZone ListZones ButtonPlayVideo ButtonTimelineFit "
+    "ButtonNoticeUndo ButtonOnlyThisFrame ButtonOnAllFrames ButtonRestoreDraft "
+    "ButtonCloseNotice ButtonPlayVideo CheckAutoFill ButtonTimelineFit "
     "OptionMovePoint OptionAddPoint "
     "OptionAddMultiPoint OptionDeletePoint "
     "ComboZone ButtonAddZone ButtonRemoveZone EditZone OptionToggleActive OptionProgressChanges "

@@ -241,7 +241,8 @@ TEST_F(Keys, OfAllTablesAreInOneListWhicheverWindowAsks) {
     keys.click(u"ButtonKeysCopy");
     EXPECT_EQ(m_gui.windows().clipboardText(), u"Everywhere\nCtrl+Z\tUndo\n");
     keys.retype(u"EditFindKey", u"shift+left");
-    EXPECT_EQ(rowsOf(keys), u"Shift+Left: Back 10 frames\n");
+    EXPECT_EQ(rowsOf(keys), u"Shift+Left: Back 10 frames\n"
+                            u"Ctrl+Shift+Left: Move the point left by 10 pixels\n");
     keys.retype(u"EditFindKey", u"Add B");
     EXPECT_EQ(rowsOf(keys), u"Add Branch\n") << "a command without a key";
     keys.retype(u"EditFindKey", u"scene");
