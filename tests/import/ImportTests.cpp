@@ -54,6 +54,13 @@ protected:
         writeBytes(name, "a phone's video");
         return m_folder.path() + name;
     }
+    /// Waits until a part of it is converted.
+    void begin(int id) {
+        while (m_queue->find(id)->percent == 0) {
+            ASSERT_NE(m_queue->find(id)->state, ImportState::failed);
+            m_loop.processEvents(true);
+        }
+    }
     const ImportItem& finish(int id) {
         while (m_queue->isBusy()) {
             m_loop.processEvents(true);
@@ -140,9 +147,7 @@ TEST_F(ImportTest, LimitsEndWhatWouldNeverEnd) {
 TEST_F(ImportTest, CancellingEndsTheConverterAndForgetsTheRest) {
     const int running = m_queue->add(source("hangs.mp4"));
     const int waiting = m_queue->add(source("lobby.mp4"));
-    while (m_queue->find(running)->percent == 0) {
-        m_loop.processEvents(true);
-    }
+    begin(running);
     EXPECT_EQ(filesBelow("Scene").size(), 1U) << "the unfinished clip";
     m_queue->cancelAll();
     EXPECT_EQ(m_queue->find(waiting)->state, ImportState::cancelled);
@@ -150,9 +155,7 @@ TEST_F(ImportTest, CancellingEndsTheConverterAndForgetsTheRest) {
     EXPECT_EQ(filesBelow("Scene"), Names{});
 
     const int again = m_queue->add(source("hangs.mp4"));
-    while (m_queue->find(again)->percent == 0) {
-        m_loop.processEvents(true);
-    }
+    begin(again);
     const int unknown = m_queue->add(source("probe hangs.mp4"));
     const int next = m_queue->add(source("lobby.mp4"));
     m_queue->cancel(unknown);
