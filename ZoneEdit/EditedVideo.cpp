@@ -3,6 +3,7 @@
 #include "core/Log.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "video/Video.h"
 

@@ -5,16 +5,16 @@
 #include <optional>
 #include <utility>
 
-#include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZonesPresenter.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/controls/MenuPopup.h"
-#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/commands/CommandMenu.h"
 #include "ui/commands/CommandSet.h"
+#include "ui/commands/CommonCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
+#include "zone/ShapeBlend.h"
 #include "zone/ShapeStretch.h"
 
 namespace zoneedit {

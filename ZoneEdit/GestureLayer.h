@@ -2,6 +2,8 @@
 // rectangle that it draws. Part of the zone editor.
 #pragma once
 
+#include <utility>
+
 #include "platform/Geometry.h"
 #include "video/Layer.h"
 #include "zone/ShapeEdits.h"

@@ -13,6 +13,7 @@
 #include "toolkit/window/CPaintManagerUI.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
+#include "video/Video.h"
 #include "zone/EditContext.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"

@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/Accessible.h"
 #include "platform/Canvas.h"
-#include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 
 namespace video {

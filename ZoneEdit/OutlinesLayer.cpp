@@ -1,6 +1,7 @@
 #include "ZoneEdit/OutlinesLayer.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 

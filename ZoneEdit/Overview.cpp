@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "platform/Color.h"
+#include "platform/Event.h"
 #include "platform/FrameBuffer.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"

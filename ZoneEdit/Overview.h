@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/Accessible.h"
 #include "platform/Bitmap.h"
 #include "platform/Canvas.h"
-#include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/TEventUI.h"
 

@@ -5,6 +5,7 @@
 #include "ZoneEdit/FramesPresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Services.h"
+#include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"

@@ -6,6 +6,7 @@
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
+#include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "zone/ShapeEdits.h"
 

@@ -2,6 +2,7 @@
 // Part of the zone editor. UI thread only.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "ZoneEdit/ShapeEditor.h"

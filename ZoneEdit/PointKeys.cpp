@@ -1,7 +1,6 @@
 #include "ZoneEdit/PointKeys.h"
 
 #include "zone/ShapeEdits.h"
-#include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
 namespace zoneedit {

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "ZoneEdit/EditedVideo.h"
 #include "ZoneEdit/HintPresenter.h"

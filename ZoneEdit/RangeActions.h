@@ -9,7 +9,6 @@
 #include "ZoneEdit/CopiedShape.h"
 #include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/ShapeEditor.h"
-#include "zone/ShapeEdits.h"
 #include "zone/ShapeStretch.h"
 #include "zone/ZoneSession.h"
 

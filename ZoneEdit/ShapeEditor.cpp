@@ -1,11 +1,11 @@
 #include "ZoneEdit/ShapeEditor.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <utility>
 
 #include "core/EditorSettings.h"
 #include "zone/EditContext.h"
+#include "zone/ShapeKeys.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 

@@ -13,6 +13,7 @@
 #include "zone/SessionKeys.h"
 #include "zone/ShapeBlend.h"
 #include "zone/ShapeEdits.h"
+#include "zone/ShapeStretch.h"
 #include "zone/ZoneSession.h"
 
 namespace core {

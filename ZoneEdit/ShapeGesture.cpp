@@ -4,16 +4,13 @@
 #include <cmath>
 #include <cstdlib>
 #include <numbers>
-#include <utility>
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
 #include "toolkit/controls/CControlUI.h"
-#include "toolkit/window/CPaintManagerUI.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 #include "zone/Zone.h"
-#include "zone/ZoneManager.h"
 
 namespace zoneedit {
 namespace {

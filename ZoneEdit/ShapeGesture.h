@@ -12,6 +12,7 @@
 #include "ZoneEdit/ShapeEditor.h"
 #include "platform/Geometry.h"
 #include "ui/Controls.h"
+#include "zone/ShapeEdits.h"
 #include "zone/ZoneSession.h"
 
 namespace zoneedit {

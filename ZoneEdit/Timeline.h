@@ -6,18 +6,16 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "ZoneEdit/FrameSelection.h"
 #include "ZoneEdit/TimeScale.h"
 #include "platform/Accessible.h"
 #include "platform/Canvas.h"
-#include "platform/Geometry.h"
 #include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/TEventUI.h"
-#include "zone/ZoneOperations.h"
+#include "zone/ShapeStretch.h"
 
 namespace zoneedit {
 

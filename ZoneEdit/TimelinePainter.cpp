@@ -8,6 +8,7 @@
 #include "core/Text.h"
 #include "platform/Color.h"
 #include "platform/Path.h"
+#include "zone/ShapeStretch.h"
 
 namespace zoneedit {
 namespace {

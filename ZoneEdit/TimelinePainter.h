@@ -1,15 +1,12 @@
 // Draws a timeline. The work grows with the pixels and with the keys in view, not with the frames.
 #pragma once
 
-#include <optional>
-
 #include "ZoneEdit/FrameSelection.h"
 #include "ZoneEdit/TimeScale.h"
 #include "ZoneEdit/Timeline.h"
 #include "platform/Canvas.h"
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
-#include "zone/ZoneOperations.h"
 
 namespace zoneedit {
 

@@ -4,10 +4,10 @@
 
 #include "ZoneEdit/FramesPresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
-#include "toolkit/controls/CControlUI.h"
 #include "ui/branch_editor/ClipCard.h"
+#include "zone/EditContext.h"
 #include "zone/ShapeKeys.h"
-#include "zone/Zone.h"
+#include "zone/ShapeStretch.h"
 #include "zone/ZoneManager.h"
 
 namespace zoneedit {

@@ -2,7 +2,6 @@
 // range. Part of the zone editor.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <vector>
 

@@ -356,7 +356,7 @@ void ZoneEdit::bindZones() {
         {command::kDeleteTool, kToolOptions[3]},
         {command::kActive, kActiveOption}};
     for (const auto& [id, name] : options) {
-        commands().bind(id, [this, name] {
+        commands().bind(id, [this, name = name] {
             if (auto* option = find<toolkit::COptionUI>(name)) {
                 option->Activate();
             }
@@ -372,8 +372,8 @@ void ZoneEdit::bindView() {
         {command::kClearLines, Toggle::clearLines}, {command::kGrabDistance, Toggle::grabDistance}};
     for (const auto& [id, toggle] : switches) {
         commands().bindSwitch(
-            id, [this, toggle] { m_toggles->turn(toggle); },
-            [this, toggle] { return m_toggles && m_toggles->isOn(toggle); });
+            id, [this, toggle = toggle] { m_toggles->turn(toggle); },
+            [this, toggle = toggle] { return m_toggles && m_toggles->isOn(toggle); });
     }
 }
 

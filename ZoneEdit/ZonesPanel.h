@@ -3,10 +3,7 @@
 // edited in place. Part of the zone editor. UI thread only.
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <string>
-#include <string_view>
 
 #include "ZoneEdit/EditedVideo.h"
 #include "edit/Observers.h"

@@ -15,6 +15,7 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
 #include "toolkit/controls/CComboUI.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"

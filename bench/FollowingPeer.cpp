@@ -1,5 +1,7 @@
 #include "bench/FollowingPeer.h"
 
+#include <cstdint>
+
 #ifdef QUORVEL_HAVE_OPENCV
 #include <cmath>
 #include <cstddef>

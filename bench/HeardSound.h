@@ -1,6 +1,7 @@
 // A sound system that notes when the first sample is heard, and how much since the last flush.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>

@@ -4,6 +4,7 @@
 // Usage: map_bench [layout|crossings|view] prints Markdown tables, all or one. Needs a display;
 // QT_QPA_PLATFORM=offscreen will do.
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -24,7 +25,6 @@
 #include "stills/StillService.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/TempFolder.h"
-#include "tests/support/windows/EditorTest.h"
 #include "ui/BranchList.h"
 #include "ui/map/SceneMap.h"
 

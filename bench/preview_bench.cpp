@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <ratio>
 #include <string>
 #include <thread>
 #include <utility>

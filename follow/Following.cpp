@@ -9,6 +9,7 @@
 #include "src/TheoraException.h"
 #include "track/BothEnds.h"
 #include "track/Geometry.h"
+#include "track/Picture.h"
 
 namespace follow {
 namespace {

@@ -15,6 +15,7 @@
 #include "import/Plan.h"
 #include "import/ZoneMapping.h"
 #include "jobs/VideoImport.h"
+#include "platform/Geometry.h"
 #include "src/ClipEnding.h"
 #include "src/TheoraSurvey.h"
 

@@ -1,6 +1,5 @@
 #include "map/Chains.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <utility>
 

@@ -13,8 +13,11 @@
 #include "core/Text.h"
 #include "import/ImportTypes.h"
 #include "import/WebClip.h"
+#include "platform/Geometry.h"
 #include "playback/ClipZones.h"
 #include "playback/SceneStory.h"
+#include "player/Clip.h"
+#include "player/Story.h"
 #include "scene/SceneManager.h"
 #include "src/TheoraSurvey.h"
 

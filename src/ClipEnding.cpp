@@ -12,6 +12,7 @@
 
 #include "src/StoppableSource.h"
 #include "src/Theora/GranuleFormat.h"
+#include "src/Theora/OggHandles.h"
 #include "src/Theora/PacketReader.h"
 #include "src/Theora/PageReader.h"
 #include "src/Theora/SharedSource.h"

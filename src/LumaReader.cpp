@@ -1,11 +1,13 @@
 #include "src/LumaReader.h"
 
+#include <cstdint>
 #include <exception>
 #include <utility>
 
 #include "src/StoppableSource.h"
 #include "src/Theora/GranuleFormat.h"
 #include "src/Theora/OggHandles.h"
+#include "src/Theora/PacketReader.h"
 #include "src/Theora/PictureDecoder.h"
 #include "src/Theora/SharedSource.h"
 #include "src/Theora/StreamHeaders.h"

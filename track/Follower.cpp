@@ -10,6 +10,7 @@
 #include "track/Consensus.h"
 #include "track/Corners.h"
 #include "track/PointFlow.h"
+#include "track/Samples.h"
 #include "track/Shift.h"
 
 namespace track {

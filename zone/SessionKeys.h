@@ -7,6 +7,7 @@
 
 #include "edit/Observers.h"
 #include "zone/ShapeKeys.h"
+#include "zone/ShapeStretch.h"
 #include "zone/ZoneOperations.h"
 
 namespace zone {

@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
+#include <iterator>
 #include <numbers>
 #include <utility>
 
 #include "zone/ShapeGeometry.h"
+#include "zone/ShapeRecord.h"
 #include "zone/Zone.h"
 
 namespace zone {

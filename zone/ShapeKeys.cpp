@@ -8,6 +8,7 @@
 #include <span>
 
 #include "platform/Geometry.h"
+#include "zone/ShapeStretch.h"
 #include "zone/ShapeTrack.h"
 #include "zone/Zone.h"
 

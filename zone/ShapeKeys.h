@@ -13,8 +13,6 @@
 #include <optional>
 #include <vector>
 
-#include "zone/ZoneOperations.h"
-
 namespace zone {
 
 class Zone;

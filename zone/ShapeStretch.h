@@ -2,9 +2,7 @@
 // works out many shapes at once, in a window or on another thread, hands them over in one of these.
 #pragma once
 
-#include <cstddef>
 #include <memory>
-#include <optional>
 #include <span>
 
 #include "platform/Geometry.h"

@@ -20,6 +20,7 @@
 #include "zone/EditContext.h"
 #include "zone/NewShapes.h"
 #include "zone/SavedContent.h"
+#include "zone/ShapeStretch.h"
 #include "zone/StepReach.h"
 #include "zone/TrackChanges.h"
 #include "zone/ZoneManager.h"

@@ -6,6 +6,7 @@
 
 #include "platform/Geometry.h"
 #include "zone/ShapeGeometry.h"
+#include "zone/ShapeStretch.h"
 #include "zone/Zone.h"
 #include "zone/ZoneSession.h"
 #include "zone/ZoneShape.h"

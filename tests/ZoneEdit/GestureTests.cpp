@@ -1,9 +1,10 @@
 // Drags with Ctrl and Shift, double-clicks and keys that edit points, by real events: in the whole
 // picture, zoomed in, and on a screen of another scale.
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
-#include "core/EditorSettings.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"

@@ -1,4 +1,6 @@
 // Filling between keys, and what is done to many frames at once, by real events.
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 

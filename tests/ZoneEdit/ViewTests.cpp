@@ -10,7 +10,6 @@
 #include "core/EditorSettings.h"
 #include "platform/Window.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
-#include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"

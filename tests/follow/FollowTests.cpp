@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 #include <gtest/gtest.h>
 

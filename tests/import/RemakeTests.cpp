@@ -1,5 +1,6 @@
 // "Convert It" on real clips, by the converter that this system has: what the check complains of is
 // gone afterwards, and every zone lies where it lay on its frame. Without a converter, skipped.
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <tuple>

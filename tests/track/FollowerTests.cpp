@@ -1,6 +1,6 @@
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <optional>
 #include <vector>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "toolkit/skin/Palette.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace toolkit {
 namespace {

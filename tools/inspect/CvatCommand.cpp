@@ -1,13 +1,15 @@
 #include "tools/inspect/CvatCommand.h"
 
 #include <array>
+#include <cstddef>
 #include <memory>
 #include <optional>
-#include <ostream>
 #include <sstream>
-#include <utility>
 #include <variant>
+#include <vector>
 
+#include "core/File.h"
+#include "core/FileError.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/StandardError.h"

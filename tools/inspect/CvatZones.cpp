@@ -3,7 +3,6 @@
 #include <memory>
 #include <ostream>
 #include <set>
-#include <span>
 
 #include <tinyxml2.h>
 

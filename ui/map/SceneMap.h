@@ -19,6 +19,7 @@
 #include "platform/Canvas.h"
 #include "platform/Color.h"
 #include "platform/Event.h"
+#include "platform/Path.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/TEventUI.h"
 #include "toolkit/skin/Palette.h"

@@ -10,8 +10,6 @@
 #include "platform/Geometry.h"
 #include "platform/Path.h"
 #include "scene/Action.h"
-#include "toolkit/skin/WindowLook.h"
-#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/map/MapColors.h"
 #include "ui/map/SceneMap.h"
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "platform/FontSet.h"
 #include "platform/Geometry.h"
 #include "platform/Path.h"
 #include "toolkit/skin/IconSet.h"

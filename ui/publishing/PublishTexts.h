@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "check/Finding.h"
 #include "publish/PublishJob.h"
