@@ -89,6 +89,12 @@ void FramesPresenter::want(int frame) {
     }
 }
 
+void FramesPresenter::showWanted() {
+    if (m_wanted) {
+        show(*m_wanted);
+    }
+}
+
 void FramesPresenter::pictureShown() {
     if (m_wanted && !m_video.isWaiting()) {
         want(*m_wanted);

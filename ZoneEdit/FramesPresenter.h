@@ -35,6 +35,8 @@ public:
     /// As show(), once the picture that was asked for last is there; of several such frames only
     /// the last one counts.
     void want(int frame);
+    /// Shows the frame that is still wanted without waiting.
+    void showWanted();
     /// Another picture is on the screen.
     void pictureShown();
     /// Playing has shown another frame.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "ZoneEdit/TimelinePainter.h"
 #include "core/Text.h"
@@ -113,6 +114,12 @@ void Timeline::press(const Event& event) {
     }
 }
 
+void Timeline::release() {
+    if (std::exchange(m_drag, Drag::none) == Drag::frame) {
+        m_listener->frameChosen();
+    }
+}
+
 void Timeline::dragTo(int x) {
     const Rect bar = barOf(GetPos());
     const int beyond = x < bar.left ? x - bar.left : std::max(x - bar.right, 0);
@@ -164,7 +171,7 @@ bool Timeline::DoEvent(const toolkit::TEventUI& event) {
         return true;
     case EventType::buttonUp:
     case EventType::captureLost:
-        m_drag = Drag::none;
+        release();
         return true;
     case EventType::wheel:
         return wheel(event.native);

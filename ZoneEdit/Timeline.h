@@ -33,6 +33,8 @@ public:
         virtual ~Listener() = default;
         /// The author wants to see this frame; asked for again and again during a drag.
         virtual void frameWanted(int frame) = 0;
+        /// The drag is over: what the author does next is meant for the frame wanted last.
+        virtual void frameChosen() = 0;
         virtual void steps(int frames) = 0;
         virtual void rangeMarked(int one, int other) = 0;
         /// What to paint now. Valid until the next call.
@@ -70,6 +72,7 @@ private:
     enum class Drag { none, frame, range, begin, end };
 
     void press(const platform::Event& event);
+    void release();
     void dragTo(int x);
     void dragRange(int frame);
     bool wheel(const platform::Event& event);

@@ -90,6 +90,10 @@ void TimelinePresenter::frameWanted(int frame) {
     m_frames.want(frame);
 }
 
+void TimelinePresenter::frameChosen() {
+    m_frames.showWanted();
+}
+
 void TimelinePresenter::steps(int frames) {
     m_frames.stepBy(frames);
 }

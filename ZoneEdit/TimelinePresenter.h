@@ -41,6 +41,7 @@ public:
 
 private:
     void frameWanted(int frame) override;
+    void frameChosen() override;
     void steps(int frames) override;
     void rangeMarked(int one, int other) override;
     [[nodiscard]] const TimelineMarks& marks() override;

@@ -139,10 +139,14 @@ TEST_F(ZoneEditRange, AShapeIsCopiedToOtherFramesZonesAndVideos) {
 }
 
 TEST_F(ZoneEditRange, TheFieldsOfThePanelMoveThePointAndScaleAndTurnTheShape) {
+    press(Key::b);
     m_driver->click(u"CheckPanel");
     test::pump();
     const platform::Rect video = m_driver->get(u"Video").GetPos();
     ASSERT_LT(video.right, m_driver->manager().GetWindowSize().width);
+    const platform::Rect bar = m_driver->get(u"PanelRange").GetPos();
+    EXPECT_EQ(bar.left - video.left, (video.width() - bar.width()) / 2) << "over the picture";
+    m_driver->click(u"ButtonClearRange");
     press(Key::z, kControl); // leaves the third point chosen by none
     EXPECT_EQ(m_driver->textOf(u"LabelShape"), u"2 points");
     press(Key::y, kControl);

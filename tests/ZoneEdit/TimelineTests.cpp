@@ -92,11 +92,13 @@ TEST_F(ZoneEditTimeline, OneFrameIsAskedForAtATime) {
         EXPECT_TRUE(!waits || video.currentFrame == asked) << frame;
     }
     send(toolkit::EventType::buttonUp, 8);
+    EXPECT_EQ(video.currentFrame, 8) << "the release does not wait";
     EXPECT_TRUE(waitForFrame(8));
     send(toolkit::EventType::buttonDown, 30);
+    const bool waits = video.shownFrame != video.currentFrame; // the decoder may be as fast
     send(toolkit::EventType::mouseMove, 50);
     m_driver->press(Key::right);
-    EXPECT_TRUE(waitForFrame(31)) << "a step replaces what was wanted";
+    EXPECT_TRUE(waitForFrame(waits ? 31 : 51)) << "a step replaces what was wanted";
 }
 
 TEST_F(ZoneEditTimeline, KeysAndTheWheelGoToFramesAndItSaysWhatIsThere) {
