@@ -49,7 +49,8 @@ public:
     void showAll();
     /// Another frame or zone is on show.
     void shown() { m_fields.show(); }
-    void windowSized() { m_rangeBar.show(); }
+    /// The window was sized, or another bar is in the place of theirs.
+    void barsChanged() { m_rangeBar.show(); }
     /// The author pressed the option of that name. False when it is none of theirs.
     bool choose(std::u16string_view option) { return m_tools.choose(option); }
     /// True when the event was handled.
@@ -63,6 +64,7 @@ public:
 
     [[nodiscard]] HintPresenter& hints() { return m_hints; }
     [[nodiscard]] PointTools& tools() { return m_tools; }
+    [[nodiscard]] const ShapeEditor& editor() const { return m_editor; }
 
 private:
     void bindPoints(ui::CommandSet& commands);

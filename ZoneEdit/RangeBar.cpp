@@ -72,7 +72,10 @@ void RangeBar::show() {
                             picture.bottom - kGap - kPanel.height, kPanel.width, kPanel.height));
     panel->SetAttribute(u"bkcolor", isInBand ? u"#00000000" : u"#FFF3F5F8");
     panel->SetAttribute(u"bordersize", isInBand ? u"0" : u"1");
-    panel->SetVisible(span.has_value());
+    // Both bars stand in the same place over the picture.
+    const toolkit::CControlUI* follow = m_controls.find(kFollowPanel);
+    const bool isCovered = !isInBand && follow != nullptr && follow->IsVisible();
+    panel->SetVisible(span.has_value() && !isCovered);
     const auto put = [&](const Part& part, int widthInBand) {
         if (toolkit::CControlUI* control = m_controls.find(part.name)) {
             control->SetPlace(isInBand

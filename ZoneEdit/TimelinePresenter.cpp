@@ -57,6 +57,12 @@ void TimelinePresenter::showZone() {
     invalidate();
 }
 
+void TimelinePresenter::showOffered(const zone::FrameRange& frames) {
+    if (Timeline* line = timeline()) {
+        line->showOffered(frames);
+    }
+}
+
 void TimelinePresenter::note(const std::vector<zone::ZoneChange>& /*changes*/) {
     m_isStale = true;
     // Keys are found once a drag is over: in a long clip that would hold up its moves.

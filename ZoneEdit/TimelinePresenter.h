@@ -31,6 +31,8 @@ public:
     void showFrame();
     /// Another zone was chosen.
     void showZone();
+    /// Frames that something offers to change. Empty: none.
+    void showOffered(const zone::FrameRange& frames);
 
     void first();
     void last();

@@ -7,6 +7,7 @@
 #include "ZoneEdit/CurrentZones.h"
 #include "ZoneEdit/EditingParts.h"
 #include "ZoneEdit/FlagsPresenter.h"
+#include "ZoneEdit/FollowPresenter.h"
 #include "ZoneEdit/FrameSelection.h"
 #include "ZoneEdit/FramesPresenter.h"
 #include "ZoneEdit/HeaderPresenter.h"
@@ -34,6 +35,7 @@
 #include "core/FileError.h"
 #include "core/Log.h"
 #include "core/Paths.h"
+#include "core/Services.h"
 #include "core/Text.h"
 #include "platform/Event.h"
 #include "platform/EventLoop.h"
@@ -278,8 +280,23 @@ void ZoneEdit::makeParts() {
     m_history =
         std::make_unique<HistoryPresenter>(controls, session, *m_zones, *m_frames,
                                            core::withoutExtension(context().state.zoneEditVideo));
+    makeFollow();
     m_draftProblem = std::make_unique<ui::DraftProblem>(controls, context().services.drafts.get());
     m_changes = session.observe([this](const auto&) { commands().showEnabled(); });
+}
+
+void ZoneEdit::makeFollow() {
+    if (m_loaded) {
+        m_follow = std::make_unique<FollowPresenter>(FollowPresenter::Links{
+            ui::Controls(GetPaintManager()), m_video, *m_session, m_editing->editor(), *m_notice,
+            context().gui.loop(), *core::services().fileSystem, context().state.zoneEditVideo,
+            [this](int frame) { m_frames->show(frame); },
+            [this](const zone::FrameRange& found) { m_timeline->showOffered(found); },
+            [this] {
+                m_editing->barsChanged();
+                commands().showEnabled();
+            }});
+    }
 }
 
 void ZoneEdit::keepDraft() {
@@ -318,6 +335,7 @@ void ZoneEdit::bindCommands() {
     bindHistory();
     bindView();
     bindZones();
+    bindFollow();
 }
 
 void ZoneEdit::bindZones() {
@@ -375,6 +393,23 @@ void ZoneEdit::bindView() {
             id, [this, toggle = toggle] { m_toggles->turn(toggle); },
             [this, toggle = toggle] { return m_toggles && m_toggles->isOn(toggle); });
     }
+}
+
+void ZoneEdit::bindFollow() {
+    namespace command = ui::command;
+    const auto bind = [this](std::string_view id, auto act) {
+        commands().bind(
+            id, [this, act] { act(*m_follow); }, [this] { return m_follow != nullptr; });
+    };
+    for (const std::string_view id : {command::kFollow, command::kFollowButton}) {
+        commands().bind(
+            id, [this] { m_follow->start(); }, [this] { return m_follow && m_follow->canStart(); });
+    }
+    bind(command::kFollowStop, [](FollowPresenter& follow) { follow.stop(); });
+    commands().bind(
+        command::kFollowAccept, [this] { m_follow->accept(); },
+        [this] { return m_follow && (m_follow->isRunning() || m_follow->canAccept()); });
+    bind(command::kFollowDiscard, [](FollowPresenter& follow) { follow.discard(); });
 }
 
 void ZoneEdit::viewChanged() {
@@ -553,7 +588,7 @@ void ZoneEdit::windowSized() {
     }
     if (m_header) { // the caption may have room for what the bar says, or no more
         GetPaintManager().UpdateLayout();
-        m_editing->windowSized();
+        m_editing->barsChanged();
         m_zoom->windowSized();
         m_header->showAll();
     }
@@ -570,7 +605,9 @@ void ZoneEdit::stop() {
     }
     if (m_notice->isShown()) {
         m_notice->close();
-    } else if (!m_editing->endAdding()) {
+    } else if (m_follow && m_follow->isRunning()) {
+        m_follow->stop();
+    } else if ((!m_follow || !m_follow->discard()) && !m_editing->endAdding()) {
         m_selection->clear();
     }
 }

@@ -32,6 +32,7 @@ namespace zoneedit {
 
 class EditingParts;
 class FlagsPresenter;
+class FollowPresenter;
 class FrameSelection;
 class FramesPresenter;
 class HeaderPresenter;
@@ -104,6 +105,8 @@ private:
     void bindHistory();
     void bindView();
     void bindZones();
+    void bindFollow();
+    void makeFollow();
     /// Another part of the window is shown, or drawn another way.
     void viewChanged();
     void bindTime();
@@ -134,6 +137,7 @@ private:
     std::unique_ptr<zone::SessionKeys> m_keys;
     std::unique_ptr<FrameSelection> m_selection;
     std::unique_ptr<EditingParts> m_editing;
+    std::unique_ptr<FollowPresenter> m_follow; ///< none without a video
     std::unique_ptr<ZoomPresenter> m_zoom;
     std::unique_ptr<ViewToggles> m_toggles;
     std::unique_ptr<RangePresenter> m_range;

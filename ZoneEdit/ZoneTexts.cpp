@@ -1,6 +1,7 @@
 #include "ZoneEdit/ZoneTexts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <map>
 
@@ -15,6 +16,14 @@ namespace zoneedit {
 namespace {
 
 using zone::LoadProblem;
+
+std::string percentText(double share) {
+    return std::to_string(std::lround(100 * share)) + " %";
+}
+
+std::string framesText(int frames) {
+    return std::to_string(frames) + (frames == 1 ? " frame" : " frames");
+}
 
 std::string ofThem(int number, int all) {
     return std::to_string(number) + " of " + std::to_string(all) + (all == 1 ? " zone" : " zones");
@@ -102,6 +111,28 @@ std::u16string reachText(const zone::StepReach& reach) {
         break;
     }
     return {};
+}
+
+std::u16string followingText(const std::string& zone, int frame, int last) {
+    return core::displayText("Following \"" + zone + "\": frame " + std::to_string(frame) + " of " +
+                             std::to_string(last));
+}
+
+std::u16string matchText(double match) {
+    return core::displayText("Match " + percentText(match));
+}
+
+std::u16string followedText(int frame) {
+    return core::displayText("Followed to frame " + std::to_string(frame) + ".");
+}
+
+std::u16string followedMatchText(int frames, double leastMatch) {
+    return core::displayText(framesText(frames) + ", least match " + percentText(leastMatch));
+}
+
+std::u16string lostText(int frame, int frames) {
+    return core::displayText("Lost sight at frame " + std::to_string(frame) + ": " +
+                             framesText(frames) + " found.");
 }
 
 std::optional<int> frameFrom(const std::u16string& text, int last) {

@@ -33,6 +33,18 @@ inline constexpr std::u16string_view kDamagedKept =
 /// "Changed 279 later frames that had their own shape."; empty for a plain step.
 [[nodiscard]] std::u16string reachText(const zone::StepReach& reach);
 
+inline constexpr std::u16string_view kDrawZoneFirst = u"Draw the zone on this frame first.";
+/// 'Following "Door": frame 62 of 96'
+[[nodiscard]] std::u16string followingText(const std::string& zone, int frame, int last);
+/// "Match 94 %"; 1 is all of it.
+[[nodiscard]] std::u16string matchText(double match);
+/// "Followed to frame 85."
+[[nodiscard]] std::u16string followedText(int frame);
+/// "40 frames, least match 88 %"
+[[nodiscard]] std::u16string followedMatchText(int frames, double leastMatch);
+/// "Lost sight at frame 62: 31 frames found."
+[[nodiscard]] std::u16string lostText(int frame, int frames);
+
 /// The number that `text` begins with, cut to 0 ... `last`; none when it begins with no number. A
 /// text that holds no 32-bit number is logged, as by core::convertStringToInt.
 [[nodiscard]] std::optional<int> frameFrom(const std::u16string& text, int last);

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 #include "platform/Geometry.h"
 #include "tests/support/ClipMaker.h"
@@ -23,15 +25,21 @@ struct BoxClip {
         spec.width = width;
         spec.height = height;
         spec.frames = frames;
-        spec.luma = [this](int frame, int x, int y) {
-            const platform::Point at = place(frame);
+        std::vector<std::uint8_t> ground; // with some shading
+        for (int i = 0; i < width * height; ++i) {
+            const int x = i % width;
+            const int y = i / width;
+            ground.push_back(static_cast<std::uint8_t>(
+                90 + static_cast<int>(12 * std::sin(x / 23.0 + y / 31.0))));
+        }
+        platform::Point at; // of the box, on a frame whose first pixel comes first
+        spec.luma = [&](int frame, int x, int y) {
+            at = x == 0 && y == 0 ? place(frame) : at;
             const int u = x - at.x;
             const int v = y - at.y;
             const bool isBox = frame < hiddenFrom && u >= 0 && v >= 0 && u < side && v < side;
-            // Squares on the box; the ground has some shading.
-            const int value = isBox ? 150 + 25 * ((u / 8 + v / 8) % 3)
-                                    : 90 + static_cast<int>(12 * std::sin(x / 23.0 + y / 31.0));
-            return static_cast<std::uint8_t>(value);
+            return isBox ? static_cast<std::uint8_t>(150 + 25 * ((u / 8 + v / 8) % 3))
+                         : ground[static_cast<std::size_t>(y * width + x)];
         };
         return makeClip(spec);
     }

@@ -45,6 +45,11 @@ inline constexpr std::string_view kAllZones = "allZones";
 inline constexpr std::string_view kOnion = "onionSkin";
 inline constexpr std::string_view kLoupe = "loupe";
 inline constexpr std::string_view kPanel = "zonePanel";
+inline constexpr std::string_view kFollow = "follow";
+inline constexpr std::string_view kFollowButton = "followButton";
+inline constexpr std::string_view kFollowStop = "followStop";
+inline constexpr std::string_view kFollowAccept = "followAccept";
+inline constexpr std::string_view kFollowDiscard = "followDiscard";
 inline constexpr std::string_view kDeletePoint = "deletePoint";
 inline constexpr std::string_view kEndAdding = "endAdding";
 inline constexpr std::string_view kNudge[] = {"pointLeft",  "pointRight",   "pointUp",
@@ -231,6 +236,14 @@ inline constexpr Command kZoneEditorCommands[] = {
      .control = u"CheckLoupe",
      .toolTip = u"Loupe (L)",
      .keys = {{{platform::Key::l, {}}}}},
+    {.id = command::kFollow,
+     .group = kZones,
+     .text = u"Follow",
+     .keys = {{{platform::Key::f, {}}}},
+     .icon = u"Follow"},
+    {command::kFollowStop, {}, u"Stop", u"ButtonFollowStop", u"Keep what was found so far"},
+    {command::kFollowAccept, {}, u"Accept", u"ButtonFollowAccept", u"Take these shapes over"},
+    {command::kFollowDiscard, {}, u"Discard", u"ButtonFollowDiscard", u"Leave the zone as it was"},
     {command::kPanel, kZones, u"List of zones", u"CheckPanel", u"List of zones"},
     kUndoCommand,
     kRedoCommand,
@@ -287,6 +300,7 @@ inline constexpr Command kZoneEditorCommands[] = {
      u"Interpolate",
      u"ButtonInterpolate",
      u"Fill the frames between keys (I)"},
+    {command::kFollowButton, {}, u"Follow", u"ButtonFollow", u"Follow what is in the zone (F)"},
     {command::kInterpolateMenu,
      {},
      u"How to interpolate",

@@ -1,0 +1,215 @@
+#include "ZoneEdit/FollowPresenter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+#include "ZoneEdit/NoticePresenter.h"
+#include "ZoneEdit/ZoneEditControls.h"
+#include "ZoneEdit/ZoneTexts.h"
+#include "core/Text.h"
+#include "toolkit/controls/CProgressUI.h"
+#include "zone/NewShapes.h"
+#include "zone/Zone.h"
+#include "zone/ZoneManager.h"
+
+namespace zoneedit {
+namespace {
+
+constexpr std::size_t kLeastPoints = 3;
+
+} // namespace
+
+FollowPresenter::FollowPresenter(Links links)
+    : m_links(std::move(links)), m_changes(m_links.session.observe([this](const auto&) {
+          if (!m_isChanging) {
+              discard();
+          }
+      })),
+      m_job(m_links.loop, m_links.files) {
+    if (video::CVideoUI* control = m_links.video.control()) {
+        control->AddLayer(m_layer);
+    }
+}
+
+FollowPresenter::~FollowPresenter() = default;
+
+bool FollowPresenter::canStart() const {
+    return m_links.editor.place() && !m_job.isRunning();
+}
+
+void FollowPresenter::start() {
+    discard();
+    const std::optional<ShapeEditor::Place> place = m_links.editor.place();
+    std::optional<follow::Request> request = place ? this->request(*place) : std::nullopt;
+    if (!request) {
+        if (place) {
+            m_links.notice.refuse(kDrawZoneFirst);
+        }
+        return;
+    }
+    if (request->count() == 0) {
+        return;
+    }
+    m_request = std::move(*request);
+    m_place = *place;
+    m_isOpen = true;
+    m_job.start(
+        m_request, [this](const follow::News& news) { showNews(news); },
+        [this](const follow::Outcome& outcome) { finish(outcome); });
+    showNews({m_place.frame, m_request.points, 1, 0, m_request.count()});
+    showPanel();
+}
+
+std::optional<follow::Request> FollowPresenter::request(const ShapeEditor::Place& place) const {
+    follow::Request request{
+        m_links.path, {m_links.session.zones().videoWidth, m_links.session.zones().videoHeight},
+        place.frame,  m_links.editor.points(),
+        place.frame,  {}};
+    if (request.points.size() < kLeastPoints || request.display.width <= 0 ||
+        request.display.height <= 0) {
+        return std::nullopt;
+    }
+    setGoal(request, place);
+    return request;
+}
+
+void FollowPresenter::setGoal(follow::Request& request, const ShapeEditor::Place& place) const {
+    zone::FrameRange range{0, m_links.video.frameCount()};
+    if (const auto marked = m_links.editor.range(); marked && marked->contains(place.frame)) {
+        range = *marked;
+    }
+    const bool isBackwards = place.frame == range.end - 1;
+    request.last = isBackwards ? range.first : range.end - 1;
+    const std::vector<int> keys = m_links.editor.keys();
+    const auto zone = m_links.session.zones().zone(place.zone);
+    // The next one on the way. A shape that is only held up to this frame was not made on that one.
+    std::optional<int> key;
+    for (const int each : keys) {
+        const bool isNext = isBackwards ? each < place.frame && zone->sameUntil(each) <= place.frame
+                                        : each > place.frame && !key;
+        key = isNext ? each : key;
+    }
+    const int step = request.step();
+    if (!key || (request.last - *key) * step < 0) {
+        return;
+    }
+    request.last = *key - step;
+    const auto known = zone->points(*key);
+    if (known && known->size() == request.points.size()) {
+        request.pointsBeyond.assign(known->begin(), known->end());
+    }
+}
+
+void FollowPresenter::showNews(const follow::News& news) {
+    if (!m_isOpen) {
+        return;
+    }
+    const std::string name = m_links.session.zones().getZoneName(m_place.zone);
+    m_links.controls.setText(kFollowLabel, followingText(name, news.frame, m_request.last));
+    m_links.controls.setText(kMatchLabel, matchText(news.match));
+    if (auto* bar = m_links.controls.find<toolkit::CProgressUI>(kFollowProgress)) {
+        bar->SetPercent(news.all > 0 ? 100 * news.done / news.all : 0);
+    }
+    if (news.done > 0) {
+        m_layer->show(news.frame, news.points);
+        m_links.showFrame(news.frame);
+    }
+    showFound();
+}
+
+void FollowPresenter::finish(const follow::Outcome& outcome) {
+    if (!m_isOpen) {
+        return;
+    }
+    const int count = static_cast<int>(outcome.shapes.size());
+    const int step = m_request.step();
+    FollowLayer::Shapes shapes;
+    for (int i = 0; i < count; ++i) {
+        shapes.emplace(m_request.frame + step * (i + 1),
+                       outcome.shapes[static_cast<std::size_t>(i)]);
+    }
+    propose(std::move(shapes));
+    const int last = m_request.frame + step * count;
+    if (m_isAccepting && count > 0) {
+        accept();
+        return;
+    }
+    m_isAccepting = false;
+    if (count == 0 && !outcome.lostAt) { // stopped at once, or nothing to look at
+        close();
+        return;
+    }
+    m_links.controls.setText(kFollowLabel, outcome.lostAt ? lostText(*outcome.lostAt, count)
+                                                          : followedText(last));
+    m_links.controls.setText(kMatchLabel, followedMatchText(count, outcome.leastMatch));
+    m_links.showFrame(outcome.lostAt ? *outcome.lostAt : last);
+    showPanel();
+}
+
+void FollowPresenter::propose(FollowLayer::Shapes shapes) {
+    m_layer->replace(std::move(shapes));
+    showFound();
+}
+
+void FollowPresenter::showFound() {
+    const auto& all = m_layer->shapes();
+    m_links.offer(all.empty() ? zone::FrameRange{}
+                              : zone::FrameRange{all.begin()->first, all.rbegin()->first + 1});
+    m_links.video.repaintZone();
+}
+
+void FollowPresenter::showPanel() {
+    const bool isRunning = m_job.isRunning();
+    const ui::Controls& controls = m_links.controls;
+    controls.setVisible(kFollowPanel, m_isOpen);
+    controls.setVisible(kFollowProgress, isRunning);
+    controls.setVisible(kFollowStopButton, isRunning);
+    controls.setVisible(kFollowDiscardButton, !isRunning);
+    controls.setVisible(kFollowSpace, !isRunning);
+    m_links.barChanged();
+}
+
+void FollowPresenter::stop() {
+    m_job.stop();
+}
+
+void FollowPresenter::accept() {
+    if (m_job.isRunning()) {
+        m_isAccepting = true;
+        m_job.stop();
+        return;
+    }
+    const auto zone = m_links.session.zones().zone(m_place.zone);
+    if (canAccept() && zone) {
+        zone::ShapeStretch stretch(m_layer->shapes().begin()->first);
+        for (const auto& [frame, points] : m_layer->shapes()) {
+            stretch.add(points, zone->isActive(frame));
+        }
+        m_isChanging = true;
+        m_links.session.replaceShapes({zone::StepLabel::Name::follow, m_place.zone, m_place.frame},
+                                      {std::move(stretch)});
+        m_isChanging = false;
+    }
+    close();
+}
+
+bool FollowPresenter::discard() {
+    const bool wasOpen = m_isOpen;
+    m_isOpen = false;
+    m_job.stop();
+    if (wasOpen) {
+        close();
+    }
+    return wasOpen;
+}
+
+void FollowPresenter::close() {
+    m_isOpen = false;
+    m_isAccepting = false;
+    propose({});
+    showPanel();
+}
+
+} // namespace zoneedit

@@ -1,0 +1,195 @@
+// Following what is in a zone, by real events: the reference job of a box that moves through 300
+// frames, where following ends, and what becomes of what it found.
+#include <cmath>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "bench/FollowedClip.h"
+#include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "tests/support/BoxClip.h"
+#include "track/Geometry.h"
+
+namespace {
+
+using platform::Key;
+using platform::Point;
+
+constexpr int kScaleX = 2; // of the window's picture to the clip's
+
+class ZoneEditFollow : public test::ZoneEditTest {
+protected:
+    ZoneEditFollow() {
+        m_clip.width = 640;
+        m_clip.height = 368;
+        m_clip.side = 30;
+        m_clip.place = [](int frame) {
+            return Point{40 + frame * 3 / 2, 160 + static_cast<int>(90 * std::sin(frame / 25.0))};
+        };
+    }
+
+    void showBox(int frames) {
+        m_clip.frames = frames;
+        support::makeFolder("Scenes/Fire");
+        support::writeBytes("Scenes/Fire/clip.ogv", m_clip.make());
+        m_state.zoneEditVideo = sceneFolder("Fire") + "clip.ogv";
+        show();
+    }
+    void draw(int frame) {
+        mouse(platform::EventKind::mouseDown, boxOn(frame)[0]);
+        mouse(platform::EventKind::mouseMove, boxOn(frame)[2]);
+        mouse(platform::EventKind::mouseUp, boxOn(frame)[2]);
+    }
+    /// A zone round the box, on all frames.
+    void drawZone(int frame = 0) {
+        addZone();
+        m_driver->click(u"OptionAddMultiPoint");
+        draw(frame);
+        m_driver->click(u"OptionMovePoint");
+    }
+    void press(Key key) { test::press(m_driver->native(), key); }
+    bool waitForEnd() {
+        return test::pumpUntil([&] { return m_driver->get(u"ButtonFollowDiscard").IsVisible(); });
+    }
+    bool panelShows() { return m_driver->get(u"PanelFollow").IsVisible(); }
+
+    /// The corners of the box in display pixels.
+    [[nodiscard]] std::vector<Point> boxOn(int frame) const {
+        const Point at = m_clip.place(frame);
+        const auto y = [](int row) { return row * 720 / 368; };
+        const int right = kScaleX * (at.x + m_clip.side) - 1;
+        const int bottom = y(at.y + m_clip.side) - 1;
+        return {
+            {kScaleX * at.x, y(at.y)}, {right, y(at.y)}, {right, bottom}, {kScaleX * at.x, bottom}};
+    }
+    double overlapOn(int frame) {
+        const auto polygon = [](const std::vector<Point>& points) {
+            track::Polygon result;
+            for (const Point& p : points) {
+                result.push_back({static_cast<double>(p.x), static_cast<double>(p.y)});
+            }
+            return result;
+        };
+        return bench::overlap(polygon(points(0, frame)), polygon(boxOn(frame)));
+    }
+
+    support::BoxClip m_clip;
+
+private:
+    void mouse(platform::EventKind kind, Point at) {
+        test::input().mouse(m_driver->native(), kind, this->at(at.x, at.y),
+                            platform::MouseButton::left, {.control = true});
+        test::pump();
+    }
+};
+
+TEST_F(ZoneEditFollow, TheReferenceJobTakesFiveInputs) {
+    showBox(300);
+    int inputs = 0;
+    const auto input = [&](auto act) {
+        act();
+        ++inputs;
+    };
+    input([&] { addZone(); });
+    input([&] { m_driver->click(u"OptionAddMultiPoint"); });
+    input([&] { draw(0); });
+    const auto drawn = points(0, 0);
+    input([&] { press(Key::f); });
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(m_driver->textOf(u"LabelFollow"), u"Followed to frame 299.");
+    EXPECT_EQ(points(0, 299), drawn) << "nothing is changed before it is accepted";
+    input([&] { m_driver->click(u"ButtonFollowAccept"); });
+    EXPECT_FALSE(panelShows());
+    double sum = 0;
+    for (int frame = 0; frame < 300; frame += 5) {
+        sum += overlapOn(frame) / 60;
+    }
+    std::cout << "reference job by Follow: " << inputs << " inputs, mean overlap " << sum << '\n';
+    EXPECT_LE(inputs, 6);
+    EXPECT_GE(sum, 0.9);
+    // One step, and back.
+    EXPECT_EQ(m_window->session().undoLabel()->name, zone::StepLabel::Name::follow);
+    m_driver->click(u"ButtonUndo");
+    EXPECT_EQ(points(0, 299), drawn);
+}
+
+TEST_F(ZoneEditFollow, ItStopsAtTheNextKeyAndMeetsIt) {
+    showBox(40);
+    drawZone();
+    goTo(30);
+    const Point from = boxOn(0)[0];
+    const Point to = boxOn(30)[0];
+    const Point middle{from.x + 29, from.y + 28};
+    m_driver->drag(
+        {at(middle.x, middle.y), at(middle.x + to.x - from.x, middle.y + to.y - from.y)});
+    const auto key = points(0, 30);
+    ASSERT_NE(key, points(0, 0));
+    goTo(0);
+    press(Key::f);
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(m_driver->textOf(u"LabelFollow"), u"Followed to frame 29.");
+    EXPECT_EQ(m_driver->textOf(u"LabelMatch").substr(0, 23), u"29 frames, least match ");
+    m_driver->click(u"ButtonFollowAccept");
+    EXPECT_EQ(points(0, 30), key);
+    for (const int frame : {1, 10, 20, 29}) {
+        EXPECT_GE(overlapOn(frame), 0.85) << frame;
+    }
+}
+
+TEST_F(ZoneEditFollow, BackwardsFromTheLastFrame) {
+    showBox(30);
+    drawZone(29);
+    goTo(29);
+    press(Key::f);
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(m_driver->textOf(u"LabelFollow"), u"Followed to frame 0.");
+    m_driver->click(u"ButtonFollowAccept");
+    EXPECT_GE(overlapOn(0), 0.85);
+}
+
+TEST_F(ZoneEditFollow, LostSightIsSaidAndWhatWasFoundIsOffered) {
+    m_clip.hiddenFrom = 20;
+    showBox(60);
+    press(Key::f); // without a zone
+    EXPECT_FALSE(panelShows());
+    addZone();
+    press(Key::f);
+    EXPECT_EQ(m_driver->textOf(u"LabelNotice"), u"Draw the zone on this frame first.");
+    m_driver->click(u"OptionAddMultiPoint");
+    draw(0);
+    press(Key::f);
+    ASSERT_TRUE(waitForEnd());
+    const std::u16string said = m_driver->textOf(u"LabelFollow");
+    EXPECT_EQ(said.substr(0, 21), u"Lost sight at frame 2");
+    EXPECT_NE(said.find(u" frames found."), std::u16string::npos);
+    const auto drawn = points(0, 5);
+    m_driver->click(u"ButtonFollowDiscard");
+    EXPECT_FALSE(panelShows());
+    EXPECT_EQ(points(0, 5), drawn);
+    // Any other step discards it, too.
+    press(Key::f);
+    ASSERT_TRUE(waitForEnd());
+    m_driver->click(u"ButtonUndo");
+    EXPECT_FALSE(panelShows());
+}
+
+TEST_F(ZoneEditFollow, EscAndStopEndItAtOnceAndTheWindowMayCloseMeanwhile) {
+    showBox(300);
+    drawZone();
+    press(Key::f);
+    ASSERT_TRUE(panelShows());
+    EXPECT_EQ(m_driver->textOf(u"LabelFollow").substr(0, 11), u"Following \"");
+    ASSERT_TRUE(test::pumpUntil([&] {
+        return m_driver->textOf(u"LabelFollow").find(u"frame 0 ") == std::u16string::npos;
+    }));
+    press(Key::escape);
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(m_driver->textOf(u"LabelFollow").substr(0, 18), u"Followed to frame ");
+    press(Key::escape);
+    EXPECT_FALSE(panelShows());
+    goTo(0);
+    press(Key::f);
+    m_window->Close(0); // the fixture destroys it while the work goes on
+}
+
+} // namespace
