@@ -423,7 +423,7 @@ void ZoneEdit::viewChanged() {
     setVisibleOf(kLoupe, m_toggles->isOn(Toggle::loupe));
     setVisibleOf(kLoupeHead, m_toggles->isOn(Toggle::loupe));
     GetPaintManager().UpdateLayout();
-    m_editing->windowSized(); // the panel moves the picture, over which the bar of the range is
+    m_editing->barsChanged(); // the panel moves the picture, over which the bar of the range is
     m_video.control()->Invalidate();
 }
 

@@ -25,6 +25,7 @@
 #include "stills/StillService.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/windows/EditorTest.h"
 #include "ui/BranchList.h"
 #include "ui/map/SceneMap.h"
 

@@ -13,6 +13,8 @@
 #include <optional>
 #include <vector>
 
+#include "zone/ShapeStretch.h"
+
 namespace zone {
 
 class Zone;
