@@ -4,7 +4,9 @@
 #include <cmath>
 #include <cstddef>
 
+#include "platform/Canvas.h"
 #include "platform/Color.h"
+#include "video/PictureView.h"
 
 namespace zoneedit {
 namespace {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <utility>
 
 #include "platform/Geometry.h"
 #include "video/Layer.h"

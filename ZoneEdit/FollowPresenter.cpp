@@ -1,16 +1,16 @@
 #include "ZoneEdit/FollowPresenter.h"
 
-#include <algorithm>
-#include <cmath>
-#include <string_view>
+#include <cstddef>
 #include <utility>
+#include <vector>
 
 #include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneTexts.h"
-#include "core/Text.h"
+#include "platform/Geometry.h"
 #include "toolkit/controls/CProgressUI.h"
-#include "zone/NewShapes.h"
+#include "video/CVideoUI.h"
+#include "zone/ShapeStretch.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 

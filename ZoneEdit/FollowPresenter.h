@@ -13,6 +13,7 @@
 #include "ZoneEdit/ShapeEditor.h"
 #include "edit/Observers.h"
 #include "follow/FollowJob.h"
+#include "follow/Following.h"
 #include "platform/EventLoop.h"
 #include "platform/FileSystem.h"
 #include "ui/Controls.h"

@@ -10,6 +10,7 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "platform/Color.h"
 #include "platform/FrameBuffer.h"
+#include "platform/Geometry.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"

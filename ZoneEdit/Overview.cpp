@@ -6,6 +6,7 @@
 #include "platform/Color.h"
 #include "platform/Event.h"
 #include "platform/FrameBuffer.h"
+#include "platform/Geometry.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 

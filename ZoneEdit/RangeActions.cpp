@@ -9,6 +9,7 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
 #include "zone/ShapeBlend.h"
+#include "zone/ShapeEdits.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 

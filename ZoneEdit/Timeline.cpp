@@ -7,6 +7,7 @@
 #include "ZoneEdit/TimelinePainter.h"
 #include "core/Text.h"
 #include "platform/Event.h"
+#include "platform/Geometry.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/branch_editor/ClipCard.h"

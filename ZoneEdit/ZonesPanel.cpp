@@ -1,6 +1,8 @@
 #include "ZoneEdit/ZonesPanel.h"
 
 #include <algorithm>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "ZoneEdit/OutlinePath.h"

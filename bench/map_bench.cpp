@@ -25,7 +25,7 @@
 #include "stills/StillService.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/TempFolder.h"
-#include "tests/support/windows/EditorTest.h"
+#include "tests/support/windows/EditorTest.h" // IWYU pragma: keep
 #include "ui/BranchList.h"
 #include "ui/map/SceneMap.h"
 

@@ -1,5 +1,6 @@
 #include "follow/FollowJob.h"
 
+#include <memory>
 #include <utility>
 
 #include "platform/ThreadAnnotations.h"
