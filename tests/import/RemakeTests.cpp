@@ -37,9 +37,7 @@ class RemakeTest : public support::TempFolderTest {
 protected:
     void SetUp() override {
         m_converter = imports::findConverter(m_files, imports::usualPlaces(m_files, {}));
-        if (!m_converter.isFound()) {
-            GTEST_SKIP() << "no converter";
-        }
+        ASSERT_TRUE(m_converter.isFound()) << "ffmpeg and ffprobe are installed by tools/setup";
     }
 
     static bool goesOn() { return false; }
