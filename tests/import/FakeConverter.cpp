@@ -1,6 +1,6 @@
 // Stands in for the converter and its probe. What it does is the name of the file that it is given:
-// "hangs.mp4" hangs, "floods.mp4" prints without end; see the tables. Any other file "converts" to
-// the clip that lies beside it as "good.ogv".
+// "hangs.mp4" hangs, "floods.mp4" prints without end, "babbles.mp4" too but slowly; see the tables.
+// Any other file "converts" to the clip that lies beside it as "good.ogv".
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -38,6 +38,14 @@ constexpr const char* kFacts = "streams.stream.0.index=0\n"
     }
     for (;;) {
         stream << text;
+    }
+}
+
+/// Always busy, and never too much.
+[[noreturn]] void babble() {
+    for (;;) {
+        std::cout << "nonsense " << std::flush;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
 
@@ -93,6 +101,9 @@ int run(const std::string& name, const std::string& source, const std::string& t
     }
     if (name == "floods") {
         flood(std::cout, "nonsense ");
+    }
+    if (name == "babbles") {
+        babble();
     }
     if (name == "complains") {
         flood(std::cerr, "error\n");
