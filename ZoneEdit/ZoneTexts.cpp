@@ -105,6 +105,9 @@ std::u16string reachText(const zone::StepReach& reach) {
                                                     : " later frames that had their own shape."));
     case zone::StepReach::Kind::added:
         return core::displayText("Added on " + ofAll);
+    case zone::StepReach::Kind::addedInPlace:
+        return core::displayText("Added at the same place on " + framesText(reach.frames) +
+                                 " where the shape is elsewhere.");
     case zone::StepReach::Kind::removed:
         return core::displayText("Removed on " + ofAll);
     case zone::StepReach::Kind::plain:

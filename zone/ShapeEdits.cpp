@@ -17,6 +17,9 @@ namespace {
 using platform::Point;
 using Outline = std::span<const Point>;
 
+/// Between two courses of a point, in display pixels, that are the same.
+constexpr double kRounding = 1;
+
 Outline outline(const Zone& zone, int frame) {
     return zone.points(frame).value_or(Outline());
 }
@@ -60,6 +63,47 @@ void addBlend(ShapeStretch& stretch, const Zone& zone, const KeyShape& from, con
 struct Place {
     double x;
     double y;
+};
+
+struct Edge {
+    Point from;
+    Point to;
+
+    [[nodiscard]] Place way() const {
+        return {static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y};
+    }
+};
+
+/// From point number `first` to the next one.
+Edge edgeOf(Outline points, std::size_t first) {
+    return {points[first], points[(first + 1) % points.size()]};
+}
+
+/// A place beside an edge that goes with it wherever it moves and however it turns and grows.
+class Beside {
+public:
+    Beside(const Edge& edge, Point at) {
+        const Place way = edge.way();
+        const Place offset = Edge{edge.from, at}.way();
+        const double square = way.x * way.x + way.y * way.y;
+        if (square > 0) {
+            m_along = (offset.x * way.x + offset.y * way.y) / square;
+            m_across = (offset.y * way.x - offset.x * way.y) / square;
+        } else {
+            m_offset = offset; // no length to measure by
+        }
+    }
+    [[nodiscard]] Point on(const Edge& edge) const {
+        const Place way = edge.way();
+        return {roundedCoordinate(edge.from.x + m_offset.x + m_along * way.x - m_across * way.y),
+                roundedCoordinate(edge.from.y + m_offset.y + m_along * way.y + m_across * way.x)};
+    }
+
+private:
+    // In lengths of the edge, from its start; and pixels where it has none.
+    double m_along = 0;
+    double m_across = 0;
+    Place m_offset{0, 0};
 };
 
 /// Moves each point to where `to` puts its distance from the middle of all.
@@ -212,7 +256,7 @@ std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys
     }
     const int held = hasBefore ? *std::prev(first) : *behind;
     NewShapes result = applied(
-        zone, held, hasBefore ? FrameRange{range.first, zone.frameCount()} : FrameRange{0, held});
+        zone, held, hasBefore ? FrameRange{held, zone.frameCount()} : FrameRange{0, held});
     result.shapedFrame = -1;
     result.released = range;
     return result;
@@ -220,35 +264,50 @@ std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys
 
 NewShapes withPointOnEdge(const Zone& zone, int frame, int index, Point at) {
     const auto first = static_cast<std::size_t>(index);
-    /// Of the edge's frame: from its start, in parts of the edge along it and across it.
-    double along = 0;
-    double across = 0;
-    const auto edgeOf = [&](Outline points) {
-        const Point from = points[first];
-        const Point to = points[(first + 1) % points.size()];
-        return std::pair(
-            Place{static_cast<double>(from.x), static_cast<double>(from.y)},
-            Place{static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y});
-    };
-    {
-        const auto [from, edge] = edgeOf(outline(zone, frame));
-        const double square = edge.x * edge.x + edge.y * edge.y;
-        const Place offset{at.x - from.x, at.y - from.y};
-        if (square > 0) {
-            along = (offset.x * edge.x + offset.y * edge.y) / square;
-            across = (offset.y * edge.x - offset.x * edge.y) / square;
-        }
-    }
+    const Beside place(edgeOf(outline(zone, frame), first), at);
     return {stretchOf(zone, allOf(zone), [&](int other) {
         Points points = pointsOf(zone, other);
         if (points.size() > first && points.size() >= 2 && points.size() < kMaxPoints) {
-            const auto [from, edge] = edgeOf(points);
-            const Point placed{roundedCoordinate(from.x + along * edge.x - across * edge.y),
-                               roundedCoordinate(from.y + along * edge.y + across * edge.x)};
-            points.insert(points.begin() + index + 1, placed);
+            points.insert(points.begin() + index + 1, place.on(edgeOf(points, first)));
         }
         return points;
     })};
+}
+
+NewShapes withPointEverywhere(const Zone& zone, int frame, int index, Point at) {
+    const auto first = static_cast<std::size_t>(index);
+    const Beside place(edgeOf(outline(zone, frame), first), at);
+    return {stretchOf(zone, allOf(zone), [&](int other) {
+        Points points = pointsOf(zone, other);
+        if (points.size() < kMaxPoints) {
+            const bool hasEdge = first < points.size();
+            points.insert(hasEdge ? points.begin() + index + 1 : points.end(),
+                          hasEdge ? place.on(edgeOf(points, first)) : at);
+        }
+        return points;
+    })};
+}
+
+int strayFrames(const Zone& zone, int frame, int index) {
+    const auto number = static_cast<std::size_t>(index);
+    const auto around = [&](Outline points) {
+        const std::size_t count = points.size();
+        return Edge{points[(number + count - 1) % count], points[(number + 1) % count]};
+    };
+    const Outline edited = outline(zone, frame);
+    const Beside place(around(edited), edited[number]);
+    int strays = 0;
+    forRuns(zone, allOf(zone), [&](int other, int count) {
+        const Outline points = outline(zone, other);
+        if (number < points.size()) {
+            const Point wanted = place.on(around(points));
+            const Point held = points[number];
+            const bool isNear = std::abs(static_cast<double>(held.x) - wanted.x) <= kRounding &&
+                                std::abs(static_cast<double>(held.y) - wanted.y) <= kRounding;
+            strays += isNear ? 0 : count;
+        }
+    });
+    return strays;
 }
 
 NewShapes withoutPoint(const Zone& zone, int index) {

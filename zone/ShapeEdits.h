@@ -61,6 +61,12 @@ using Reshape = std::function<void(Points&)>;
 /// A point behind point `index` of `frame`, at `at`. On other frames it goes where the line between
 /// its neighbours takes it; where these are missing, none is added.
 [[nodiscard]] NewShapes withPointOnEdge(const Zone& zone, int frame, int index, platform::Point at);
+/// The same on every frame: where the neighbours are missing, it becomes the last one, at `at`.
+[[nodiscard]] NewShapes withPointEverywhere(const Zone& zone, int frame, int index,
+                                            platform::Point at);
+/// The frames on which point number `index`, which `frame` has, is not where its neighbours would
+/// take it from there.
+[[nodiscard]] int strayFrames(const Zone& zone, int frame, int index);
 /// Without point number `index`, on every frame that has one.
 [[nodiscard]] NewShapes withoutPoint(const Zone& zone, int index);
 /// Brings the shapes of two frames to one number of points: the one with fewer gets points in the

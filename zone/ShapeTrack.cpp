@@ -228,14 +228,11 @@ void ShapeTrack::insert(ShapeRun& run, std::size_t index, Point point) noexcept 
     run.setSpare(run.spare - std::size_t{1});
 }
 
-int ShapeTrack::insertPointEverywhere(int afterIndex, Point point, bool orAtEnd) noexcept {
+int ShapeTrack::insertPointEverywhere(int afterIndex, Point point) noexcept {
     int frames = 0;
     for (std::size_t index = 0; index < m_runs.size(); ++index) {
         ShapeRun& run = m_runs[index];
-        int at = insertPosition(afterIndex, run.pointCount);
-        if (at == -1 && orAtEnd) {
-            at = insertPosition(-1, run.pointCount);
-        }
+        const int at = insertPosition(afterIndex, run.pointCount);
         run.present = 1;
         if (at != -1) {
             insert(run, static_cast<std::size_t>(at), point);

@@ -129,7 +129,7 @@ public:
     /// Inserts behind the point `afterIndex` of every run, by insertPosition's rule; where that is
     /// no point, at the end or not at all. Creates missing shapes. Needs the room. Returns on how
     /// many frames.
-    int insertPointEverywhere(int afterIndex, platform::Point point, bool orAtEnd = false) noexcept;
+    int insertPointEverywhere(int afterIndex, platform::Point point) noexcept;
     void shift(RunRange range, platform::Point delta) noexcept;
     void removePoint(std::size_t index, std::size_t point) noexcept;
     /// Puts a point back where removePoint took it from.

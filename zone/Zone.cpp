@@ -195,7 +195,7 @@ std::size_t Zone::shiftByCenters(const ZoneEditing& editing, std::size_t run, Po
     return track.runCount() - runsBefore;
 }
 
-void Zone::addPoint(const EditScope& scope, int frame, int x, int y, bool orAtEnd) {
+void Zone::addPoint(const EditScope& scope, int frame, int x, int y) {
     if (!checkFrame(frame, kAddPointLine)) {
         return;
     }
@@ -206,7 +206,7 @@ void Zone::addPoint(const EditScope& scope, int frame, int x, int y, bool orAtEn
     if (scope.changes) {
         scope.changes->keepInsert(m_track, selected, {x, y});
     }
-    const int frames = track.insertPointEverywhere(selected, {x, y}, orAtEnd);
+    const int frames = track.insertPointEverywhere(selected, {x, y});
     if (scope.changes) {
         scope.changes->counts() += {0, frames, frames < frameCount()};
     }
@@ -228,18 +228,19 @@ void Zone::deletePoint(const EditScope& scope, int frame, int x, int y, bool orS
     for (std::size_t run = 0; run < track.runCount(); ++run) {
         const bool hasSame = same != -1 && same < static_cast<int>(track.points(run).size());
         int hit = hitPoint(track.points(run), {x, y}, scope.handleReach);
-        if (hit == -1 && hasSame && orSame) {
+        if (hasSame && orSame) {
             hit = same;
         }
+        const bool isOther = hasSame && hit != same;
+        counts.isPartial = counts.isPartial || isOther;
         if (hit == -1) {
-            counts.isPartial = counts.isPartial || hasSame;
             continue;
         }
         if (scope.changes) {
             scope.changes->keepRemoval(track, run, static_cast<std::size_t>(hit));
         }
         track.removePoint(run, static_cast<std::size_t>(hit));
-        counts.changed += track.framesOf(run);
+        counts.changed += isOther ? 0 : track.framesOf(run);
     }
     if (scope.changes) {
         scope.changes->counts() += counts;

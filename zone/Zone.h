@@ -96,11 +96,10 @@ public:
     /// a shift by the same distance, a point to the same place. Nothing without a selection.
     void moveSelectedPoint(const EditScope& scope, int frame, int x, int y);
     /// Inserts behind the selected point, in every frame, and selects the new one. Deleting leaves
-    /// the selection alone, so one that is no point any more inserts nothing. Intended. With
-    /// `orAtEnd`, frames without that point get the new one as their last.
-    void addPoint(const EditScope& scope, int frame, int x, int y, bool orAtEnd = false);
-    /// Removes the point at (x, y), in every frame that has one there. With `orSame`, the others
-    /// lose the point of the number that it has on `frame`.
+    /// the selection alone, so one that is no point any more inserts nothing. Intended.
+    void addPoint(const EditScope& scope, int frame, int x, int y);
+    /// Removes the point at (x, y), in every frame that has one there. With `orSame`, frames lose
+    /// the point of the number that it has on `frame`, wherever it is.
     void deletePoint(const EditScope& scope, int frame, int x, int y, bool orSame = false);
     /// Gives one frame a shape of as many points as it has.
     void putShape(const EditScope& scope, int frame, const ZoneShape& shape);

@@ -123,9 +123,9 @@ void ZoneManager::moveSelectedPoint(EditContext& context, int zone, int frame, i
 }
 
 void ZoneManager::addPoint(EditContext& context, int zone, int frame, int x, int y,
-                           TrackChanges* changes, bool orAtEnd) {
+                           TrackChanges* changes) {
     if (Zone* found = checkedZone(zone, kZoneIndexIsInvalid, kAddPointLine)) {
-        found->addPoint(scope(context, zone, changes), frame, x, y, orAtEnd);
+        found->addPoint(scope(context, zone, changes), frame, x, y);
     }
 }
 

@@ -71,7 +71,7 @@ public:
     void moveSelectedPoint(EditContext& context, int zone, int frame, int x, int y,
                            TrackChanges* changes = nullptr);
     void addPoint(EditContext& context, int zone, int frame, int x, int y,
-                  TrackChanges* changes = nullptr, bool orAtEnd = false);
+                  TrackChanges* changes = nullptr);
     void deletePoint(EditContext& context, int zone, int frame, int x, int y,
                      TrackChanges* changes = nullptr, bool orSame = false);
     /// Both are there.

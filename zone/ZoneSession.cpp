@@ -7,6 +7,7 @@
 
 #include "core/FileError.h"
 #include "platform/Geometry.h"
+#include "zone/ShapeEdits.h"
 #include "zone/ShapeGeometry.h"
 #include "zone/Zone.h"
 
@@ -234,9 +235,13 @@ void ZoneSession::addPoint(int zone, int frame, int x, int y) {
         return;
     }
     noteLastPoint(zone, frame, {x, y});
+    const int index = m_lastPoint.index;
     edit({Name::addPoint, zone, frame}, allFrames(zone),
          [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
              zones.addPoint(context, zone, frame, x, y, changes);
+             if (changes != nullptr && index > 0) {
+                 changes->counts().strays = strayFrames(*zones.zone(zone), frame, index);
+             }
          });
 }
 

@@ -136,9 +136,9 @@ public:
     bool keepToOneFrame();
     /// Whether extendToAllFrames() has an effect.
     [[nodiscard]] bool canExtend() const;
-    /// After a point was added or removed on some frames: does it on all. Where frames lack the
-    /// chosen point, the new one becomes their last; where none is at the place of the removed one,
-    /// the one of its number goes. One step, too.
+    /// After a point was added or removed on some frames, or added where the shape is on one of
+    /// them alone: does it on all. A new point goes where its neighbours are; where frames lack
+    /// these, it becomes their last. Of removed ones, all are of the same number. One step, too.
     bool extendToAllFrames();
 
     /// The step that was taken back or done again; none when there is none or a gesture is open.
@@ -168,9 +168,7 @@ private:
     /// What was added or removed last.
     struct LastPoint {
         platform::Point at;
-        /// The chosen point of an added one; -1: there was none, or the edited frame lacks it.
-        int behind = -1;
-        bool progressChanges = false;
+        int index = -1;   ///< of an added one, on the edited frame; -1: it got none
         double reach = 0; ///< of handles then
     };
 
@@ -182,7 +180,7 @@ private:
     void runAlone(const StepLabel& label, ZoneOperation operation);
     void beginReach(const StepLabel& label);
     void noteLastPoint(int zone, int frame, platform::Point at);
-    void addToAllFrames(const StepLabel& label, const LastPoint& added);
+    void addToAllFrames(const StepLabel& label, int index);
     [[nodiscard]] FrameRange allFrames(int zone) const;
     [[nodiscard]] FrameRange spreadFrom(int zone, int frame) const;
 

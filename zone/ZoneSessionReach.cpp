@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/Geometry.h"
+#include "zone/ShapeEdits.h"
 #include "zone/ShapeGeometry.h"
 #include "zone/ShapeStretch.h"
 #include "zone/Zone.h"
@@ -36,6 +37,9 @@ StepReach ZoneSession::reach() const {
     if (last->name == Name::addPoint && counts.isPartial && counts.changed > 0) {
         return {StepReach::Kind::added, counts.changed, all};
     }
+    if (last->name == Name::addPoint && counts.strays > 0) {
+        return {StepReach::Kind::addedInPlace, counts.strays, all};
+    }
     if (last->name == Name::deletePoint && counts.isPartial) {
         return {StepReach::Kind::removed, counts.changed, all};
     }
@@ -64,15 +68,14 @@ bool ZoneSession::keepToOneFrame() {
 
 void ZoneSession::noteLastPoint(int zone, int frame, Point at) {
     const auto points = isThere(zone, frame) ? zones().zone(zone)->points(frame) : std::nullopt;
-    const int selected = points ? m_model.context.zone(zone).selectedPoint : -1;
-    const bool isTaken = selected >= 0 && insertPosition(selected, points->size()) != -1;
-    m_lastPoint = {at, isTaken ? selected : -1, context().progressChanges, context().handleReach};
+    m_lastPoint = {at, points ? insertPosition(editingOf(zone).selectedPoint, points->size()) : -1,
+                   context().handleReach};
 }
 
 bool ZoneSession::canExtend() const {
     const StepReach::Kind kind = reach().kind;
-    return kind == StepReach::Kind::removed ||
-           (kind == StepReach::Kind::added && m_lastPoint.behind >= 0);
+    return kind == StepReach::Kind::removed || kind == StepReach::Kind::addedInPlace ||
+           (kind == StepReach::Kind::added && m_lastPoint.index > 0);
 }
 
 bool ZoneSession::extendToAllFrames() {
@@ -82,7 +85,7 @@ bool ZoneSession::extendToAllFrames() {
     const StepLabel label = *undoLabel();
     const LastPoint last = m_lastPoint;
     if (label.name == Name::addPoint) {
-        addToAllFrames(label, last);
+        addToAllFrames(label, last.index);
         return true;
     }
     (void)m_history.undo();
@@ -96,30 +99,17 @@ bool ZoneSession::extendToAllFrames() {
     return true;
 }
 
-void ZoneSession::addToAllFrames(const StepLabel& label, const LastPoint& added) {
-    const int zone = label.zone;
-    const int frame = label.frame;
-    const auto index = static_cast<std::size_t>(added.behind) + 1;
-    const Point now = zones().zone(zone)->points(frame).value()[index];
+void ZoneSession::addToAllFrames(const StepLabel& label, int index) {
+    // It may have been dragged at once.
+    const Point now =
+        zones().zone(label.zone)->points(label.frame).value()[static_cast<std::size_t>(index)];
     (void)m_history.undo();
-    const bool progressChanges =
-        std::exchange(m_model.context.progressChanges, added.progressChanges);
-    try {
-        beginGesture(label);
-        edit(label, allFrames(zone),
-             [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
-                 zones.addPoint(context, zone, frame, added.at.x, added.at.y, changes, true);
-             });
-        if (now != added.at) { // it was dragged at once
-            moveSelectedPoint(zone, frame, now.x, now.y);
-        }
-        endGesture();
-    } catch (...) {
-        cancelGesture();
-        m_model.context.progressChanges = progressChanges;
-        throw;
-    }
-    m_model.context.progressChanges = progressChanges;
+    edit(label, allFrames(label.zone),
+         [shapes = withPointEverywhere(*zones().zone(label.zone), label.frame, index - 1, now),
+          label, index](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+             zones.replaceShapes(context, label.zone, shapes.stretch, changes);
+             context.zone(label.zone).selectedPoint = index;
+         });
 }
 
 } // namespace zone

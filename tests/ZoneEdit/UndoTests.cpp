@@ -253,16 +253,24 @@ TEST_F(ZoneEditUndo, AChangeOverOtherShapesOffersTwoWaysBack) {
 
 TEST_F(ZoneEditUndo, AddAndDeleteThatMissFramesOfferAllFrames) {
     followTriangle();
+    m_driver->click(u"OptionProgressChanges");
+    m_driver->drag({at(100, 100), at(300, 300)});
+    m_driver->drag({at(300, 100), at(104, 100)}); // frame 4 has another point in its place
+    m_driver->click(u"OptionProgressChanges");
+    goTo(0);
     const auto before = allPoints();
     m_driver->click(u"OptionDeletePoint");
     clickPicture(100, 100); // on the later ones it lies elsewhere
-    EXPECT_EQ(notice(), (Texts{u"Removed on 10 of 20 frames.", u"Undo", u"On All Frames"}));
+    EXPECT_EQ(notice(), (Texts{u"Removed on 9 of 20 frames.", u"Undo", u"On All Frames"}));
+    EXPECT_EQ(points(0, 4), (std::vector<Point>{{300, 300}, {200, 400}}));
     m_driver->click(u"ButtonNoticeUndo");
     EXPECT_EQ(allPoints(), before);
     clickPicture(100, 100);
     m_driver->click(u"ButtonOnAllFrames");
     EXPECT_EQ(notice(), Texts());
-    EXPECT_EQ(allPoints(), std::vector(kFrames, std::vector<Point>{{300, 100}, {200, 400}}));
+    std::vector corners(kFrames, std::vector<Point>{{300, 100}, {200, 400}});
+    corners[4][0] = {104, 100};
+    EXPECT_EQ(allPoints(), corners);
     undo();
     EXPECT_EQ(allPoints(), before);
     clickPicture(100, 100);
@@ -273,17 +281,36 @@ TEST_F(ZoneEditUndo, AddAndDeleteThatMissFramesOfferAllFrames) {
     m_driver->click(u"OptionAddPoint");
     m_driver->drag({at(600, 600), at(640, 610)});
     EXPECT_EQ(notice(), (Texts{u"Added on 10 of 20 frames.", u"Undo", u"On All Frames"}));
-    const auto added = allPoints();
     m_driver->click(u"ButtonOnAllFrames");
-    auto everywhere = added;
-    for (std::size_t frame = 0; frame < 10; ++frame) {
-        everywhere[frame].push_back({600, 600});
-    }
-    EXPECT_EQ(allPoints(), everywhere) << "the drag went forward from the frame on show";
+    EXPECT_EQ(points(0, 0), (std::vector<Point>{{300, 100}, {200, 400}, {640, 610}})) << "its last";
+    EXPECT_EQ(points(0, 10)[3], (Point{645, 604})) << "as its neighbours lie there";
+    EXPECT_EQ(points(0, 15)[3], (Point{640, 610}));
+    const auto everywhere = allPoints();
     undo();
     EXPECT_EQ(points(0, 15).size(), 3U);
     m_driver->press(Key::y, kControl);
     EXPECT_EQ(allPoints(), everywhere);
+}
+
+TEST_F(ZoneEditUndo, APointAddedToAShapeThatMovesOffersToGoWithItsNeighbours) {
+    followTriangle();
+    const auto before = allPoints();
+    goTo(12);
+    clickPicture(112, 100);
+    m_driver->click(u"OptionAddPoint");
+    clickPicture(206, 100); // in the middle of the line here
+    EXPECT_EQ(points(0, 0)[1], (Point{206, 100})) << "as Add always does";
+    EXPECT_EQ(notice(),
+              (Texts{u"Added at the same place on 15 frames where the shape is elsewhere.", u"Undo",
+                     u"On All Frames"}));
+    m_driver->click(u"ButtonOnAllFrames");
+    EXPECT_EQ(notice(), Texts());
+    for (int frame = 0; frame < kFrames; ++frame) {
+        const std::vector<Point> all = points(0, frame);
+        EXPECT_EQ(all[1], (Point{(all[0].x + all[2].x + 1) / 2, 100})) << frame;
+    }
+    undo();
+    EXPECT_EQ(allPoints(), before) << "one step";
 }
 
 TEST_F(ZoneEditUndo, TheBarSaysWhatTheCaptionHasNoRoomFor) {
