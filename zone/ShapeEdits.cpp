@@ -255,8 +255,8 @@ std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys
         return std::nullopt;
     }
     const int held = hasBefore ? *std::prev(first) : *behind;
-    NewShapes result = applied(
-        zone, held, hasBefore ? FrameRange{held, zone.frameCount()} : FrameRange{0, held});
+    NewShapes result =
+        applied(zone, held, hasBefore ? FrameRange{held, zone.frameCount()} : FrameRange{0, held});
     result.shapedFrame = -1;
     result.released = range;
     return result;

@@ -1,4 +1,5 @@
 // Filling between keys, and what is done to many frames at once, by real events.
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -7,6 +8,8 @@
 #include "ZoneEdit/CopiedShape.h"
 #include "core/EditorSettings.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "toolkit/controls/CMenuUI.h"
+#include "toolkit/controls/MenuPopup.h"
 #include "zone/ShapeEdits.h"
 
 namespace {
@@ -41,11 +44,44 @@ protected:
         m_driver->drag({at(200 + from, 200), at(200 + dx, 200)});
     }
     int xAt(int frame) { return points(0, frame).at(0).x - 100; }
+    /// Each frame's, "o" where the triangle was drawn.
+    std::string allPlaces() {
+        std::string all;
+        for (int frame = 0; frame < 21; ++frame) {
+            all += xAt(frame) == 0 ? 'o' : 'X';
+        }
+        return all;
+    }
+    std::string allFlags() {
+        std::string all;
+        for (int frame = 0; frame < 21; ++frame) {
+            all += zones().isActive(0, frame) ? 'A' : '-';
+        }
+        return all;
+    }
+    void mark(int begin, int end) {
+        goTo(begin);
+        press(Key::b);
+        goTo(end);
+        press(Key::e);
+    }
+    /// Clicks a button, and then a row of the menu that it opens, if any.
+    void choose(std::u16string_view button, const char16_t* row) {
+        m_driver->click(button);
+        if (row != nullptr) {
+            const auto rows = test::menuOf(*m_driver);
+            const auto place = std::ranges::find(rows, row);
+            ASSERT_NE(place, rows.end());
+            m_driver->click(*toolkit::MenuPopup::of(m_driver->manager())
+                                 .menu()
+                                 ->GetItemAt(static_cast<int>(place - rows.begin())));
+        }
+    }
     std::string_view lastStep() {
         const zone::StepLabel* label = m_window->session().undoLabel();
         return label != nullptr ? zone::stepName(label->name) : std::string_view();
     }
-    std::size_t steps() { return m_window->session().history().size(); }
+    std::size_t steps() { return m_window->session().history().position(); }
     std::u16string notice() {
         return isVisible(u"PanelNotice") ? m_driver->textOf(u"LabelNotice") : std::u16string();
     }
@@ -79,6 +115,89 @@ TEST_F(ZoneEditRange, InterpolateFillsTheGapAtTheFrameInOneStepAndSaysWhatItNeed
     EXPECT_EQ(lastStep(), "match points");
     press(Key::i);
     EXPECT_EQ(lastStep(), "interpolate");
+}
+
+TEST_F(ZoneEditRange, ShapesAndFlagsGoToTheRangeFromHereOnAndUpToHere) {
+    shift(10, 0, 100);
+    goTo(8);
+    m_driver->click(u"OptionToggleActive");
+    mark(5, 14);
+    const std::string places = "ooooooooooXXXXXXXXXXX";
+    const std::string flags = "AAAAAAAA-------------";
+    const struct {
+        const char16_t* button;
+        const char16_t* row; ///< of its menu
+        int frame;
+        std::string places;
+        std::string flags;
+    } cases[] = {
+        {u"ButtonApplyShape", u"To the range", 10, "oooooXXXXXXXXXXXXXXXX", flags},
+        {u"ButtonApplyShape", u"To the range", 2, "oooooooooooooooXXXXXX", flags},
+        {u"ButtonApplyShape", u"From here on", 3, "ooooooooooooooooooooo", flags},
+        {u"ButtonApplyShape", u"Up to here", 12, "XXXXXXXXXXXXXXXXXXXXX", flags},
+        {u"ButtonApplyShape", u"Active from B to E only", 0, places, "-----AAAAAAAAAA------"},
+        {u"ButtonApplyShape", u"Active from here on", 12, places, "AAAAAAAA----AAAAAAAAA"},
+        {u"ButtonApplyShape", u"Active up to here", 12, places, "AAAAAAAAAAAAA--------"},
+        {u"ButtonApplyShape", u"Not active from here on", 3, places, "AAA------------------"},
+        {u"ButtonApplyShape", u"Not active up to here", 3, places, "----AAAA-------------"},
+        {u"ButtonRangeActive", nullptr, 0, places, "AAAAAAAAAAAAAAA------"},
+        {u"ButtonRangeInactive", nullptr, 0, places, "AAAAA----------------"},
+    };
+    for (const auto& item : cases) {
+        const std::size_t number = static_cast<std::size_t>(&item - cases);
+        goTo(item.frame);
+        const std::size_t before = steps();
+        choose(item.button, item.row);
+        EXPECT_EQ(allPlaces(), item.places) << number;
+        EXPECT_EQ(allFlags(), item.flags) << number;
+        EXPECT_EQ(steps(), before + 1) << number;
+        m_driver->press(Key::z, kControl);
+        EXPECT_EQ(allPlaces() + allFlags(), places + flags) << number;
+    }
+}
+
+TEST_F(ZoneEditRange, GapsAreFilledKeysDeletedAndTheRangeIsDraggedInOneStepEach) {
+    shift(10, 0, 100);
+    shift(20, 100, 0); // keys on 0, 10 and 20
+    const auto xs = [this] {
+        std::vector<int> all;
+        for (const int frame : {0, 4, 5, 10, 14, 15, 20}) {
+            all.push_back(xAt(frame));
+        }
+        return all;
+    };
+    const std::vector<int> filled{0, 40, 50, 100, 60, 50, 0};
+    const std::size_t before = steps();
+    goTo(3);
+    choose(u"ButtonMenu", u"Interpolate All Gaps");
+    EXPECT_EQ(xs(), filled);
+    EXPECT_EQ(lastStep(), "interpolate");
+    const struct {
+        int begin;
+        int end;
+        std::vector<int> left;
+    } cuts[] = {{8, 12, {0, 0, 0, 0, 0, 0, 0}},          // blended from 0 to 20
+                {10, 20, {0, 0, 0, 0, 0, 0, 0}},         // nothing behind: the one before holds
+                {0, 3, {100, 100, 100, 100, 60, 50, 0}}, // nothing in front
+                {4, 5, {0, 40, 50, 100, 60, 50, 0}}};    // no key in it
+    for (const auto& cut : cuts) {
+        mark(cut.begin, cut.end);
+        choose(u"ButtonInterpolateMenu", u"Delete the Keys of the Range");
+        EXPECT_EQ(xs(), cut.left) << cut.begin;
+        while (steps() > before + 1) {
+            m_driver->press(Key::z, kControl);
+        }
+        EXPECT_EQ(xs(), filled) << cut.begin;
+    }
+    mark(5, 14);
+    goTo(10);
+    m_driver->drag({at(300, 200), at(310, 220), at(340, 220)});
+    EXPECT_EQ(xs(), (std::vector<int>{0, 40, 90, 140, 100, 50, 0}));
+    EXPECT_EQ(points(0, 14)[0].y, 120);
+    EXPECT_EQ(steps(), before + 2);
+    goTo(2); // beside the range: as ever
+    m_driver->drag({at(220, 200), at(230, 200)});
+    EXPECT_EQ(xs(), (std::vector<int>{0, 50, 100, 150, 110, 60, 10}));
 }
 
 TEST_F(ZoneEditRange, WhileFillingADragBlendsUpToTheKeysBesideItAndIsCarriedBehindTheLast) {
