@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -172,14 +173,12 @@ std::vector<std::pair<std::string, std::string>>
 EditorSettings::section(std::string_view name) const {
     std::vector<std::pair<std::string, std::string>> values;
     const std::string wanted = lowerCase(name);
+    std::set<std::string> known;
     bool isInside = false;
     for (const std::string& line : m_lines) {
         isInside = isSection(line) ? begins(line, wanted) : isInside;
-        const std::string key(keyOf(line));
-        const auto isKnown = [&key](const auto& value) {
-            return lowerCase(value.first) == lowerCase(key);
-        };
-        if (isInside && !key.empty() && std::none_of(values.begin(), values.end(), isKnown)) {
+        const std::string_view key = keyOf(line);
+        if (isInside && !key.empty() && known.insert(lowerCase(key)).second) {
             values.emplace_back(key, trimmed(std::string_view(line).substr(line.find('=') + 1)));
         }
     }

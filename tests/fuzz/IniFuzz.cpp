@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "core/EditorSettings.h"
 #include "core/IniLines.h"
 #include "core/Settings.h"
 #include "core/Translations.h"
@@ -24,11 +23,6 @@ void readBothWays(support::MemoryFileSystem& files, const std::string& text) {
     require(translations->translate("").empty());
     const std::string found = translations->translate("Zone");
     require(found == "Zone" || found == translations->translate("zONE"));
-    core::EditorSettings editor("T.ini");
-    require(editor.getInt("size", 7, 7, 9) >= 7);
-    require(editor.set("name", "a = b"));
-    require(core::EditorSettings("T.ini").getString("name", "") == "a = b");
-    files.files["/home/T.ini"] = text;
     const auto settings = core::Settings::create("T.ini");
     if (settings) {
         (void)settings->getString("", "language", "English");

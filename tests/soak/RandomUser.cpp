@@ -39,6 +39,15 @@ void collect(CControlUI& parent, std::vector<CControlUI*>& controls) {
     }
 }
 
+/// None where the folder is not there, or where the program removes a part of it at this moment.
+std::vector<std::string> filesOf(const std::filesystem::path& folder) {
+    try {
+        return support::filesBelow(folder.string());
+    } catch (const std::filesystem::filesystem_error&) {
+        return {};
+    }
+}
+
 /// Leaving is rare, or nothing else would ever happen.
 bool leaves(const CControlUI& control) {
     const std::u16string& name = control.GetName();
@@ -264,12 +273,15 @@ void RandomUser::askToClose() {
 }
 
 void RandomUser::harmAFile() {
-    const std::vector<std::string> names = support::filesBelow("Scenes");
+    static const std::vector<std::string> kPlaces{"Scenes",  "Scenes",    "Drafts",
+                                                  "Backups", "Published", "Cache"};
+    const std::filesystem::path place(oneOf(kPlaces));
+    const std::vector<std::string> names = filesOf(place);
     if (names.empty() || !oneIn(4)) {
         return;
     }
     const std::string& name = oneOf(names);
-    const std::filesystem::path file(u8"Scenes/" + std::u8string(name.begin(), name.end()));
+    const std::filesystem::path file = place / std::u8string(name.begin(), name.end());
     std::error_code error;
     if (oneIn(2)) {
         std::filesystem::remove(file, error);

@@ -45,6 +45,19 @@ private:
     bool m_open = true;
 };
 
+class MemoryLock final : public platform::FileLock {
+public:
+    MemoryLock(MemoryFileSystem& files, std::string path)
+        : m_files(files), m_path(std::move(path)) {}
+
+    bool isIntact() const override { return m_files.files.contains(m_path); }
+    void remove() override { m_files.files.erase(m_path); }
+
+private:
+    MemoryFileSystem& m_files;
+    std::string m_path;
+};
+
 std::string parentOf(const std::string& path) {
     return path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
 }
@@ -108,6 +121,39 @@ bool MemoryFileSystem::createFolder(const std::string& path, int& error) {
         folders.insert(full);
     }
     return error == 0;
+}
+
+bool MemoryFileSystem::removeFolder(const std::string& path, int& error) {
+    std::vector<platform::FolderEntry> entries;
+    const bool removed = list(path, entries) && entries.empty();
+    error = removed ? 0 : kNotFound;
+    if (removed) {
+        folders.erase(fullPath(path));
+    }
+    return removed;
+}
+
+std::unique_ptr<platform::FileLock> MemoryFileSystem::lockFile(const std::string& path,
+                                                               int& error) {
+    const auto stream = open(path, platform::OpenMode::write, error);
+    return stream ? std::make_unique<MemoryLock>(*this, fullPath(path)) : nullptr;
+}
+
+bool MemoryFileSystem::list(const std::string& folder,
+                            std::vector<platform::FolderEntry>& entries) {
+    const std::string full = fullPath(folder);
+    entries.clear();
+    for (const std::string& path : folders) {
+        if (path != "/" && parentOf(path) == full) {
+            entries.push_back({path.substr(path.rfind('/') + 1), true});
+        }
+    }
+    for (const auto& [path, bytes] : files) {
+        if (parentOf(path) == full) {
+            entries.push_back({path.substr(path.rfind('/') + 1), false});
+        }
+    }
+    return folders.contains(full);
 }
 
 bool MemoryFileSystem::removeFile(const std::string& path, int& error) {

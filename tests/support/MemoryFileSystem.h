@@ -12,7 +12,7 @@
 
 namespace support {
 
-/// Streams may not outlive it. One thread at a time. No listings, links, access rights, sync or
+/// Streams and locks may not outlive it. One thread at a time. No links, access rights, sync or
 /// seeking.
 class MemoryFileSystem final : public platform::FileSystem {
 public:
@@ -28,16 +28,11 @@ public:
     open(const std::string& path, platform::OpenMode mode, int& error) override;
     [[nodiscard]] std::optional<platform::FileInfo> info(const std::string& path) override;
     bool createFolder(const std::string& path, int& error) override;
-    bool removeFolder(const std::string&, int& error) override {
-        error = kNotFound;
-        return false;
-    }
+    bool removeFolder(const std::string& path, int& error) override;
     bool removeFile(const std::string& path, int& error) override;
-    [[nodiscard]] std::unique_ptr<platform::FileLock> lockFile(const std::string&,
-                                                               int& error) override {
-        error = kNotFound;
-        return nullptr;
-    }
+    /// Nobody else has locked it.
+    [[nodiscard]] std::unique_ptr<platform::FileLock> lockFile(const std::string& path,
+                                                               int& error) override;
     bool replaceFile(const std::string& from, const std::string& to, int& error) override;
     bool linkFile(const std::string&, const std::string&, int& error) override {
         error = kExists;
@@ -45,9 +40,8 @@ public:
     }
     void copyAccess(const std::string&, const std::string&) override {}
     bool syncFolder(const std::string&) override { return true; }
-    [[nodiscard]] bool list(const std::string&, std::vector<platform::FolderEntry>&) override {
-        return false;
-    }
+    [[nodiscard]] bool list(const std::string& folder,
+                            std::vector<platform::FolderEntry>& entries) override;
     [[nodiscard]] std::string currentFolder() override { return "/home"; }
     bool setCurrentFolder(const std::string&) override { return false; }
     [[nodiscard]] std::string fullPath(const std::string& path) override;
