@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
 #include <span>
 #include <utility>
 #include <vector>
+
+#include "map/Links.h"
 
 namespace map {
 namespace {
@@ -14,22 +17,17 @@ std::size_t at(int number) {
     return static_cast<std::size_t>(number);
 }
 
-/// A node, or all slots of one line.
+/// A node, or all slots of one line: the columns that it stands in.
 struct Block {
-    int first = 0;           ///< column
-    int last = 0;            ///< column
-    double middle = 0;       ///< where its vertices are, on the average
-    std::vector<int> left{}; ///< blocks at the other ends of its links
-    std::vector<int> right{};
+    int first = 0;
+    int last = 0;
 };
 
 class Sifting {
 public:
     Sifting(Columns& columns, std::int64_t limit)
-        : m_columns(columns), m_blockOf(columns.vertices(), -1), m_limit(limit) {
-        makeBlocks();
-        link();
-    }
+        : m_columns(columns), m_blockOf(columns.vertices(), -1), m_blocks(makeBlocks()),
+          m_links(link()), m_limit(limit) {}
 
     std::int64_t run() {
         while (m_work < m_limit && round()) {
@@ -39,7 +37,8 @@ public:
     }
 
 private:
-    void makeBlocks() {
+    /// Numbers them as well, and brings them into the order of where they are on the average.
+    std::vector<Block> makeBlocks() {
         std::vector<int> columnOf(m_columns.vertices());
         std::vector<double> place(m_columns.vertices());
         for (std::size_t column = 0; column < m_columns.order.size(); ++column) {
@@ -50,46 +49,52 @@ private:
                     (static_cast<double>(i) + 0.5) - static_cast<double>(order.size()) / 2;
             }
         }
-        const auto add = [&](const std::vector<int>& vertices) {
-            Block block{columnOf[at(vertices.front())], columnOf[at(vertices.back())]};
+        std::vector<Block> blocks;
+        std::vector<double> middles;
+        const auto add = [&](std::span<const int> vertices) {
+            double middle = 0;
             for (const int vertex : vertices) {
-                m_blockOf[at(vertex)] = static_cast<int>(m_blocks.size());
-                block.middle += place[at(vertex)] / static_cast<double>(vertices.size());
+                m_blockOf[at(vertex)] = static_cast<int>(blocks.size());
+                middle += place[at(vertex)] / static_cast<double>(vertices.size());
             }
-            m_blocks.push_back(std::move(block));
+            blocks.push_back({columnOf[at(vertices.front())], columnOf[at(vertices.back())]});
+            middles.push_back(middle);
         };
         for (const std::vector<int>& slots : m_columns.slots) {
             if (!slots.empty() && m_blockOf[at(slots.front())] < 0) {
                 add(slots);
             }
         }
-        for (std::size_t vertex = 0; vertex < m_columns.vertices(); ++vertex) {
-            if (m_blockOf[vertex] < 0) {
-                add({static_cast<int>(vertex)});
+        for (int vertex = 0; at(vertex) < m_columns.vertices(); ++vertex) {
+            if (m_blockOf[at(vertex)] < 0) {
+                add({&vertex, 1});
             }
         }
-        for (std::size_t block = 0; block < m_blocks.size(); ++block) {
-            m_order.push_back(static_cast<int>(block));
-        }
-        std::stable_sort(m_order.begin(), m_order.end(), [this](int one, int other) {
-            return m_blocks[at(one)].middle < m_blocks[at(other)].middle;
-        });
-        m_place.resize(m_blocks.size());
-        for (std::size_t i = 0; i < m_order.size(); ++i) {
-            m_place[at(m_order[i])] = static_cast<int>(i);
-        }
+        m_order.resize(blocks.size());
+        std::iota(m_order.begin(), m_order.end(), 0);
+        std::stable_sort(m_order.begin(), m_order.end(),
+                         [&](int one, int other) { return middles[at(one)] < middles[at(other)]; });
+        m_place.resize(blocks.size());
+        number(0, m_order.size());
+        return blocks;
     }
 
-    void link() {
+    [[nodiscard]] BothLinks link() const {
+        std::vector<std::pair<int, int>> pairs;
         for (std::size_t vertex = 0; vertex < m_columns.vertices(); ++vertex) {
-            const int from = m_blockOf[vertex];
             for (const int next : m_columns.right[vertex]) {
-                const int to = m_blockOf[at(next)];
-                if (from != to) {
-                    m_blocks[at(from)].right.push_back(to);
-                    m_blocks[at(to)].left.push_back(from);
+                if (m_blockOf[vertex] != m_blockOf[at(next)]) {
+                    pairs.emplace_back(m_blockOf[vertex], m_blockOf[at(next)]);
                 }
             }
+        }
+        return makeLinks(m_blocks.size(), std::move(pairs));
+    }
+
+    /// Places are even; a block on its way is between two of them.
+    void number(std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i) {
+            m_place[at(m_order[i])] = 2 * static_cast<int>(i);
         }
     }
 
@@ -107,55 +112,61 @@ private:
         return sum;
     }
 
-    /// What passing below the next one costs.
+    /// What passing below the next one costs; they have a column in common.
     std::int64_t costOfSwap(int one, int next) {
         const Block& upper = m_blocks[at(one)];
         const Block& lower = m_blocks[at(next)];
-        ++m_work;
-        if (upper.last < lower.first || lower.last < upper.first) {
-            return 0;
-        }
         // Where one of them goes on beyond the other's end, its link there leads to itself.
         using Ends = std::span<const int>;
         const Ends self(&one, 1);
         const Ends other(&next, 1);
-        const bool bothBegin = upper.first == lower.first;
-        const bool bothEnd = upper.last == lower.last;
-        return gain(bothBegin || upper.first > lower.first ? Ends(upper.left) : self,
-                    bothBegin || lower.first > upper.first ? Ends(lower.left) : other) +
-               gain(bothEnd || upper.last < lower.last ? Ends(upper.right) : self,
-                    bothEnd || lower.last < upper.last ? Ends(lower.right) : other);
+        return gain(upper.first >= lower.first ? m_links.left.of(one) : self,
+                    lower.first >= upper.first ? m_links.left.of(next) : other) +
+               gain(upper.last <= lower.last ? m_links.right.of(one) : self,
+                    lower.last <= upper.last ? m_links.right.of(next) : other);
     }
 
-    void swapBehind(std::size_t place) {
-        std::swap(m_order[place], m_order[place + 1]);
-        m_place[at(m_order[place])] = static_cast<int>(place);
-        m_place[at(m_order[place + 1])] = static_cast<int>(place) + 1;
-    }
-
-    /// Moves one block past all others and to the best place that it met.
+    /// Moves one block to its best place among all others.
     bool sift(int block) {
-        const auto begin = at(m_place[at(block)]);
-        for (std::size_t place = begin; place > 0; --place) {
-            m_trail += costOfSwap(m_order[place - 1], block);
-            swapBehind(place - 1);
-        }
-        std::int64_t least = m_trail; // at the top
+        const Block own = m_blocks[at(block)];
+        const auto begin = at(m_place[at(block)] / 2);
+        m_place[at(block)] = -1;
+        std::int64_t cost = 0; // against the place at the top
+        std::int64_t costAtBegin = 0;
+        std::int64_t least = 0;
         std::size_t best = 0;
-        for (std::size_t place = 0; place + 1 < m_order.size(); ++place) {
-            m_trail += costOfSwap(block, m_order[place + 1]);
-            swapBehind(place);
-            const bool isNearer = m_trail == least && place + 1 == begin;
-            if (m_trail < least || isNearer) {
-                least = m_trail;
-                best = place + 1;
+        for (std::size_t i = 0; i < m_order.size(); ++i) {
+            const int next = m_order[i];
+            if (i == begin) {
+                costAtBegin = cost;
+                best = cost == least ? i : best;
+                continue;
+            }
+            const Block& other = m_blocks[at(next)];
+            if (own.last >= other.first && other.last >= own.first) {
+                cost += costOfSwap(block, next);
+            }
+            m_place[at(block)] = 2 * static_cast<int>(i) + 1;
+            if (cost < least) {
+                least = cost;
+                best = i < begin ? i + 1 : i;
             }
         }
-        for (std::size_t place = m_order.size() - 1; place > best; --place) {
-            swapBehind(place - 1);
+        m_work += static_cast<std::int64_t>(m_order.size());
+        moveTo(begin, best);
+        return least < costAtBegin;
+    }
+
+    void moveTo(std::size_t from, std::size_t to) {
+        const auto place = [this](std::size_t i) {
+            return m_order.begin() + static_cast<std::ptrdiff_t>(i);
+        };
+        if (to < from) {
+            std::rotate(place(to), place(from), place(from + 1));
+        } else {
+            std::rotate(place(from), place(from + 1), place(to + 1));
         }
-        m_trail = 0;
-        return least < 0;
+        number(std::min(from, to), std::max(from, to) + 1);
     }
 
     bool round() {
@@ -175,11 +186,11 @@ private:
     }
 
     Columns& m_columns;
+    std::vector<int> m_order;   ///< of all blocks, from top to bottom
+    std::vector<int> m_place;   ///< by block
     std::vector<int> m_blockOf; ///< by vertex
     std::vector<Block> m_blocks;
-    std::vector<int> m_order; ///< of all blocks, from top to bottom
-    std::vector<int> m_place; ///< by block
-    std::int64_t m_trail = 0; ///< how many more crossings than where the block came from
+    BothLinks m_links; ///< of blocks
     std::int64_t m_work = 0;
     std::int64_t m_limit;
 };

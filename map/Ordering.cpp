@@ -1,8 +1,11 @@
 #include "map/Ordering.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "map/BlockSifting.h"
+#include "map/ColumnSifting.h"
+#include "map/Links.h"
 
 namespace map {
 namespace {
@@ -11,9 +14,9 @@ using Order = std::vector<std::vector<int>>;
 
 /// What all starts together may cost: links and vertices looked at.
 constexpr std::int64_t kMostWork = 40'000'000;
-constexpr std::int64_t kMostWorkOfSmall = 2'500'000;
+constexpr std::int64_t kMostWorkOfSmall = 2'000'000;
 constexpr std::int64_t kWorkOfVertex = 1'250;
-constexpr int kMostStarts = 8;
+constexpr int kMostStarts = 6;
 constexpr std::int64_t kShareOfSweeps = 6;
 constexpr int kMostIdleSweeps = 2;
 
@@ -24,7 +27,10 @@ std::size_t at(int vertex) {
 /// Counts pairs that are out of order.
 class Inversions {
 public:
-    explicit Inversions(std::size_t places) : m_tree(places + 1, 0) {}
+    void restart(std::size_t places) {
+        m_tree.assign(places + 1, 0);
+        m_count = 0;
+    }
 
     std::int64_t add(int place) {
         std::int64_t notAbove = 0;
@@ -45,18 +51,11 @@ private:
 class Reduction {
 public:
     explicit Reduction(Columns& columns)
-        : m_columns(columns), m_place(columns.vertices()), m_key(columns.vertices()) {
+        : m_columns(columns), m_links(linksOf(columns)), m_place(columns.vertices()),
+          m_key(columns.vertices()), m_sifting(columns.order.size(), m_links, m_place) {
         for (const std::vector<int>& column : columns.order) {
             number(column);
         }
-    }
-
-    [[nodiscard]] std::int64_t count() const {
-        std::int64_t sum = 0;
-        for (std::size_t column = 0; column + 1 < m_columns.order.size(); ++column) {
-            sum += countBehind(column);
-        }
-        return sum;
     }
 
     void run() {
@@ -81,6 +80,16 @@ public:
     }
 
 private:
+    static BothLinks linksOf(const Columns& columns) {
+        std::vector<std::pair<int, int>> pairs;
+        for (std::size_t vertex = 0; vertex < columns.vertices(); ++vertex) {
+            for (const int next : columns.right[vertex]) {
+                pairs.emplace_back(static_cast<int>(vertex), next);
+            }
+        }
+        return makeLinks(columns.vertices(), std::move(pairs));
+    }
+
     void number(const std::vector<int>& column) {
         for (std::size_t i = 0; i < column.size(); ++i) {
             m_place[at(column[i])] = static_cast<int>(i);
@@ -88,26 +97,29 @@ private:
         m_work += static_cast<std::int64_t>(column.size());
     }
 
-    [[nodiscard]] std::int64_t countBehind(std::size_t column) const {
-        Inversions inversions(m_columns.order[column + 1].size());
+    std::int64_t count() {
         std::int64_t sum = 0;
-        for (const int vertex : m_columns.order[column]) {
-            for (const int place : placesOf(m_columns.right[at(vertex)])) {
-                sum += inversions.add(place);
-            }
+        for (std::size_t column = 0; column + 1 < m_columns.order.size(); ++column) {
+            sum += countBehind(column);
         }
         return sum;
     }
 
-    [[nodiscard]] std::vector<int> placesOf(const std::vector<int>& neighbours) const {
-        std::vector<int> places;
-        places.reserve(neighbours.size());
-        for (const int vertex : neighbours) {
-            places.push_back(m_place[at(vertex)]);
+    std::int64_t countBehind(std::size_t column) {
+        m_inversions.restart(m_columns.order[column + 1].size());
+        std::int64_t sum = 0;
+        for (const int vertex : m_columns.order[column]) {
+            m_ends.clear();
+            for (const int neighbour : m_links.right.of(vertex)) {
+                m_ends.push_back(m_place[at(neighbour)]);
+            }
+            std::sort(m_ends.begin(), m_ends.end());
+            for (const int place : m_ends) {
+                sum += m_inversions.add(place);
+            }
+            m_work += static_cast<std::int64_t>(m_ends.size()) + 1;
         }
-        std::sort(places.begin(), places.end());
-        m_work += static_cast<std::int64_t>(places.size()) + 1;
-        return places;
+        return sum;
     }
 
     void sweep(int start, std::int64_t limit) {
@@ -119,6 +131,7 @@ private:
             for (std::size_t i = 1; i < count; ++i) {
                 sortColumn(isForward ? i : count - 1 - i, isForward, turns);
             }
+            m_sifting.restart();
             for (bool better = true; better && m_work < limit;) {
                 better = false;
                 for (std::size_t column = 0; column < count && m_work < limit; ++column) {
@@ -127,6 +140,15 @@ private:
             }
             idle = keepBest() ? 0 : idle + 1;
         }
+    }
+
+    bool sift(std::size_t column) {
+        const bool hasChanged = m_sifting.sift(column, m_columns.order[column]);
+        m_work += m_sifting.takeWork();
+        if (hasChanged) {
+            number(m_columns.order[column]);
+        }
+        return hasChanged;
     }
 
     void moveLines(std::int64_t limit) {
@@ -152,7 +174,7 @@ private:
     void sortColumn(std::size_t column, bool isForward, bool turns) {
         std::vector<int>& order = m_columns.order[column];
         for (const int vertex : order) {
-            const auto& side = (isForward ? m_columns.left : m_columns.right)[at(vertex)];
+            const auto side = (isForward ? m_links.left : m_links.right).of(vertex);
             double sum = 0;
             for (const int neighbour : side) {
                 sum += m_place[at(neighbour)];
@@ -169,98 +191,19 @@ private:
         number(order);
     }
 
-    struct Ends {
-        std::vector<int> left;
-        std::vector<int> right;
-    };
-
-    /// Crossings of links from a vertex with those from one below it.
-    std::int64_t crossings(const std::vector<int>& above, const std::vector<int>& below) {
-        std::int64_t sum = 0;
-        std::size_t passed = 0;
-        for (const int end : above) {
-            while (passed < below.size() && below[passed] < end) {
-                ++passed;
-            }
-            sum += static_cast<std::int64_t>(passed);
-        }
-        m_work += static_cast<std::int64_t>(above.size() + below.size());
-        return sum;
-    }
-
-    /// How many more crossings there are with `one` above `other` than with it below.
-    std::int64_t costAbove(const Ends& one, const Ends& other) {
-        return crossings(one.left, other.left) + crossings(one.right, other.right) -
-               crossings(other.left, one.left) - crossings(other.right, one.right);
-    }
-
-    /// Moves every vertex of a column to its best place among the others; in a large column, only
-    /// past its neighbours.
-    bool sift(std::size_t column) {
-        std::vector<int>& order = m_columns.order[column];
-        std::vector<Ends> ends;
-        ends.reserve(order.size());
-        for (const int vertex : order) {
-            ends.push_back(
-                {placesOf(m_columns.left[at(vertex)]), placesOf(m_columns.right[at(vertex)])});
-        }
-        const std::size_t reach = order.size() <= 64 ? order.size() : 1;
-        bool any = false;
-        for (std::size_t i = 0; i < order.size(); ++i) {
-            const std::size_t to = bestPlace(ends, i, reach);
-            const auto move = [&](auto& list) {
-                const auto begin = list.begin();
-                const auto from = begin + static_cast<std::ptrdiff_t>(i);
-                const auto target = begin + static_cast<std::ptrdiff_t>(to);
-                to < i ? std::rotate(target, from, from + 1)
-                       : std::rotate(from, from + 1, target + 1);
-            };
-            if (to != i) {
-                move(order);
-                move(ends);
-                any = true;
-            }
-        }
-        number(order);
-        return any;
-    }
-
-    std::size_t bestPlace(const std::vector<Ends>& ends, std::size_t from, std::size_t reach) {
-        std::size_t best = from;
-        std::int64_t least = 0;
-        std::int64_t cost = 0;
-        for (std::size_t i = from; i > 0 && from - (i - 1) <= reach; --i) {
-            cost += costAbove(ends[from], ends[i - 1]);
-            if (cost < least) {
-                least = cost;
-                best = i - 1;
-            }
-        }
-        cost = 0;
-        for (std::size_t i = from + 1; i < ends.size() && i - from <= reach; ++i) {
-            cost -= costAbove(ends[from], ends[i]);
-            if (cost < least) {
-                least = cost;
-                best = i;
-            }
-        }
-        return best;
-    }
-
     Columns& m_columns;
+    BothLinks m_links;
     std::vector<int> m_place; ///< by vertex: in its column
     std::vector<double> m_key;
+    ColumnSifting m_sifting;
+    Inversions m_inversions;
+    std::vector<int> m_ends;
     Order m_best;
     std::int64_t m_least = 0;
-    mutable std::int64_t m_work = 0;
+    std::int64_t m_work = 0;
 };
 
 } // namespace
-
-std::int64_t countCrossings(const Columns& columns) {
-    Columns copy = columns;
-    return Reduction(copy).count();
-}
 
 void reduceCrossings(Columns& columns) {
     Reduction(columns).run();

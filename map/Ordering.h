@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -25,9 +24,6 @@ struct Columns {
 /// `column`: by node. Arcs from the same node to the same one share their slots. Where there are
 /// too many lines that pass, the longest get no slots.
 [[nodiscard]] Columns makeColumns(std::span<const int> column, std::span<const Arc> arcs);
-
-/// Crossings of links.
-[[nodiscard]] std::int64_t countCrossings(const Columns& columns);
 
 /// Changes the order within the columns. The same columns always get the same order; large ones are
 /// given less care, so that it takes no longer.
