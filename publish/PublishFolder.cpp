@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "core/Paths.h"
-#include "core/WholeFile.h"
+#include "publish/PageList.h"
 
 namespace publish {
 namespace {
@@ -14,9 +14,6 @@ namespace {
 using platform::FileSystem;
 using platform::OpenMode;
 
-/// Its first line.
-constexpr std::string_view kListHead = "Quorvel web page 1";
-constexpr std::size_t kMaxListBytes = std::size_t{4} << 20U;
 constexpr const char* kClipsFolder = "clips";
 
 // Beside the place: the folder in the making, the one that it replaces, and what keeps others out.
@@ -42,16 +39,9 @@ bool isPageFile(const std::string& folder, const std::string& name) {
     return isLitter(name) || (end > 0 && (rest == ".webm" || rest == ".js"));
 }
 
-/// The names of a list; empty if it is none. What they are is not to be relied on.
-std::vector<std::string> listedNames(const std::string& path) {
-    const std::optional<std::string> text = core::readWholeFile(path, kMaxListBytes);
-    std::vector<std::string> names;
-    for (std::size_t start = 0; text && start < text->size();) {
-        const std::size_t end = std::min(text->find('\n', start), text->size());
-        names.push_back(text->substr(start, end - start));
-        start = end + 1;
-    }
-    return !names.empty() && names.front() == kListHead ? names : std::vector<std::string>();
+bool isListed(const std::vector<PageFile>& list, const std::string& name) {
+    return std::any_of(list.begin(), list.end(),
+                       [&](const PageFile& file) { return file.name == name; });
 }
 
 std::string withoutEnd(std::string path) {
@@ -96,6 +86,7 @@ PublishFailure PublishFolder::begin() {
     if (!mayReplace()) {
         return PublishFailure::notEmpty;
     }
+    m_former = readPageList(m_path + "/" + std::string(kListName));
     removeOurs(m_path + kOld);
     removeOurs(m_path + kNew);
     const std::string aside = m_path + kNew;
@@ -118,32 +109,79 @@ bool PublishFolder::mayReplace() const {
     if (entries.empty()) {
         return true;
     }
-    std::vector<std::string> names = listedNames(m_path + "/" + std::string(kListName));
-    if (names.empty()) {
+    std::vector<PageFile> list = readPageList(m_path + "/" + std::string(kListName));
+    if (list.empty()) {
         return false;
     }
-    names.emplace_back(kListName);
-    names.emplace_back(kClipsFolder);
-    return holdsOnly(names, "") && holdsOnly(names, std::string(kClipsFolder) + "/");
+    list.push_back({std::string(kListName)});
+    return holdsOnly(list, "") && holdsOnly(list, std::string(kClipsFolder) + "/");
 }
 
-bool PublishFolder::holdsOnly(const std::vector<std::string>& names,
-                              const std::string& folder) const {
+bool PublishFolder::holdsOnly(const std::vector<PageFile>& list, const std::string& folder) const {
     std::vector<platform::FolderEntry> entries;
     if (!m_files.list(m_path + "/" + folder, entries)) {
         return !m_files.info(m_path + "/" + folder);
     }
     return std::all_of(entries.begin(), entries.end(), [&](const platform::FolderEntry& entry) {
         const std::string name = folder + entry.name;
-        return entry.isFolder ? name == kClipsFolder
-                              : isLitter(entry.name) ||
-                                    std::find(names.begin(), names.end(), name) != names.end();
+        return entry.isFolder ? name == kClipsFolder : isLitter(entry.name) || isListed(list, name);
     });
 }
 
-std::string PublishFolder::add(const std::string& name) {
-    m_names.push_back(name);
+std::string PublishFolder::asideOf(const std::string& name) const {
     return m_path + kNew + "/" + name;
+}
+
+std::string PublishFolder::add(const std::string& name) {
+    m_list.push_back({name});
+    return asideOf(name);
+}
+
+void PublishFolder::forget(const std::string& name) {
+    std::erase_if(m_list, [&](const PageFile& file) { return file.name == name; });
+}
+
+void PublishFolder::setSource(const std::string& name, Mark source) {
+    for (PageFile& file : m_list) {
+        file.source = file.name == name ? source : file.source;
+    }
+}
+
+bool PublishFolder::reuse(const std::string& name, Mark source,
+                          const std::function<bool()>& isCancelled) {
+    const std::string clips = std::string(kClipsFolder) + "/";
+    const auto former = std::find_if(m_former.begin(), m_former.end(), [&](const PageFile& file) {
+        return file.source == source && file.name.starts_with(clips) &&
+               isPageFile(kClipsFolder, file.name.substr(clips.size()));
+    });
+    if (source == 0 || former == m_former.end()) {
+        return false;
+    }
+    const std::optional<Mark> contents = copy(m_path + "/" + former->name, add(name), isCancelled);
+    if (contents != former->contents) {
+        forget(name);
+        return false;
+    }
+    setSource(name, source);
+    return true;
+}
+
+/// Removes what was not copied as a whole.
+std::optional<Mark> PublishFolder::copy(const std::string& from, const std::string& to,
+                                        const std::function<bool()>& isCancelled) {
+    int error = 0;
+    const auto target = m_files.open(to, OpenMode::write, error);
+    if (!target) {
+        return std::nullopt;
+    }
+    std::optional<Mark> contents = markOfFile(m_files, from, 0, [&](std::string_view bytes) {
+        return !isCancelled() && target->write(bytes.data(), bytes.size()) == bytes.size();
+    });
+    if (!target->close() || !contents) {
+        contents.reset();
+        m_files.removeFile(to, error);
+    }
+    return contents;
 }
 
 PublishFailure PublishFolder::write(const std::string& name, std::string_view text) {
@@ -160,11 +198,12 @@ PublishFailure PublishFolder::write(const std::string& name, std::string_view te
 }
 
 PublishFailure PublishFolder::commit() {
-    std::string list = std::string(kListHead) + "\n";
-    for (const std::string& name : m_names) {
-        list += name + "\n";
+    for (PageFile& file : m_list) {
+        if (file.source != 0) {
+            file.contents = markOfFile(m_files, asideOf(file.name), 0, {}).value_or(0);
+        }
     }
-    PublishFailure failure = write(std::string(kListName), list);
+    PublishFailure failure = write(std::string(kListName), pageListText(m_list));
     if (failure == PublishFailure::none) {
         failure = sync();
     }
@@ -173,8 +212,8 @@ PublishFailure PublishFolder::commit() {
 
 PublishFailure PublishFolder::sync() {
     int error = 0;
-    for (const std::string& name : m_names) {
-        const auto stream = m_files.open(m_path + kNew + "/" + name, OpenMode::writeInPlace, error);
+    for (const PageFile& file : m_list) {
+        const auto stream = m_files.open(asideOf(file.name), OpenMode::writeInPlace, error);
         if (!stream) {
             return failed(PublishFailure::notWritable, error);
         }

@@ -5,12 +5,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/FileSystem.h"
+#include "publish/PageList.h"
 
 namespace publish {
 
@@ -48,7 +51,13 @@ public:
     /// The path aside of a file of the folder; it counts as one of the folder's from now on.
     [[nodiscard]] std::string add(const std::string& name);
     /// Takes a file out again that was not made after all.
-    void forget(const std::string& name) { std::erase(m_names, name); }
+    void forget(const std::string& name);
+    /// Says what a clip was made from, so that reuse() finds it again.
+    void setSource(const std::string& name, Mark source);
+    /// Adds a clip as the page that is replaced has it, made from the same. False, and nothing
+    /// was added: it has none, or one that has changed since, or it was cancelled.
+    [[nodiscard]] bool reuse(const std::string& name, Mark source,
+                             const std::function<bool()>& isCancelled);
     /// Writes a file of the folder.
     [[nodiscard]] PublishFailure write(const std::string& name, std::string_view text);
     /// Puts the folder in its place, with all files on the disk.
@@ -56,7 +65,7 @@ public:
 
     /// Where it is in the end, without a final separator.
     [[nodiscard]] const std::string& path() const { return m_path; }
-    [[nodiscard]] std::size_t fileCount() const { return m_names.size(); }
+    [[nodiscard]] std::size_t fileCount() const { return m_list.size(); }
     /// Of all files together, once they are in place.
     [[nodiscard]] std::uint64_t bytes() const { return m_bytes; }
     /// What the system said last about a failure; may be empty.
@@ -64,8 +73,11 @@ public:
 
 private:
     [[nodiscard]] bool mayReplace() const;
-    [[nodiscard]] bool holdsOnly(const std::vector<std::string>& names,
+    [[nodiscard]] bool holdsOnly(const std::vector<PageFile>& list,
                                  const std::string& folder) const;
+    [[nodiscard]] std::string asideOf(const std::string& name) const;
+    [[nodiscard]] std::optional<Mark> copy(const std::string& from, const std::string& to,
+                                           const std::function<bool()>& isCancelled);
     [[nodiscard]] PublishFailure sync();
     [[nodiscard]] PublishFailure swap();
     void removeOurs(const std::string& folder) const;
@@ -74,7 +86,8 @@ private:
     platform::FileSystem& m_files;
     std::string m_path;
     std::unique_ptr<platform::FileLock> m_lock;
-    std::vector<std::string> m_names; ///< of files, with "/"
+    std::vector<PageFile> m_list;
+    std::vector<PageFile> m_former; ///< of the page that is replaced
     std::uint64_t m_bytes = 0;
     std::string m_details;
     bool m_isBegun = false;

@@ -1,16 +1,16 @@
 #include "publish/PublishJob.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <new>
+#include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "core/Log.h"
 #include "core/Paths.h"
-#include "core/Text.h"
 #include "import/ImportTypes.h"
 #include "import/WebClip.h"
 #include "platform/Geometry.h"
@@ -18,6 +18,8 @@
 #include "playback/SceneStory.h"
 #include "player/Clip.h"
 #include "player/Story.h"
+#include "publish/ConversionCount.h"
+#include "publish/PageList.h"
 #include "scene/SceneManager.h"
 #include "src/TheoraSurvey.h"
 
@@ -25,21 +27,14 @@ namespace publish {
 namespace {
 
 using State = PublishResult::State;
-using std::chrono::steady_clock;
 
 constexpr const char* kStill = "still.jpg";
 constexpr int kStillWidth = 1280;
-constexpr int kGuessedFrames = 250; ///< of a clip of unknown length
-constexpr double kSecondsBeforeEstimate = 1.5;
 
 /// Branches may name any file; a page takes those of the scene's own folder.
 bool isPlainName(const std::string& name) {
     return !name.empty() && name != "." && name != ".." &&
            name.find_first_of("/\\:") == std::string::npos;
-}
-
-int framesOf(const PageClip& clip) {
-    return clip.frameCount > 0 ? clip.frameCount : kGuessedFrames;
 }
 
 class Publishing {
@@ -51,9 +46,9 @@ public:
           m_folder(files, request.folder) {}
 
     PublishResult run() {
-        for (const auto step :
-             {&Publishing::readScene, &Publishing::begin, &Publishing::convertClips,
-              &Publishing::makeStill, &Publishing::writePage, &Publishing::commit}) {
+        for (const auto step : {&Publishing::readScene, &Publishing::begin, &Publishing::reuseClips,
+                                &Publishing::convertClips, &Publishing::makeStill,
+                                &Publishing::writePage, &Publishing::commit}) {
             const PublishFailure failure = (this->*step)();
             if (m_isCancelled() && step != &Publishing::commit) {
                 m_result.state = State::cancelled;
@@ -112,23 +107,59 @@ private:
         }
         const theora::ClipSurvey facts = theora::surveyClip(pathOf(clip), m_files, m_isCancelled);
         if (facts.isDecodable && facts.frameCount != 0) {
-            clip.file = "clips/" + std::to_string(++m_count) + ".webm";
+            clip.file = "clips/" + std::to_string(++m_clipCount) + ".webm";
             clip.frameCount = facts.frameCount;
             clip.framesPerSecond = facts.framesPerSecond;
             clip.frame = {facts.width, facts.height};
-            m_totalFrames += framesOf(clip);
         }
     }
 
+    /// Those that the page before has as they would be made now.
+    PublishFailure reuseClips() {
+        for (const PageClip& clip : m_content.clips) {
+            const Mark source = clip.file.empty() ? 0 : sourceOf(clip);
+            const bool isReused =
+                !clip.file.empty() && m_folder.reuse(clip.file, source, m_isCancelled);
+            m_sources.push_back(source);
+            if (isReused) {
+                ++m_result.videoCount;
+            } else if (!clip.file.empty()) {
+                m_count.plan(clip.frameCount);
+            }
+            m_isReused.push_back(isReused);
+        }
+        return PublishFailure::none;
+    }
+
+    /// Of the clip, the converter, and what this program does with them; 0: unknown.
+    [[nodiscard]] Mark sourceOf(const PageClip& clip) const {
+        const std::string& converter = m_request.converter.ffmpeg;
+        const std::optional<platform::FileInfo> info = m_files.info(converter);
+        if (!info) {
+            return 0;
+        }
+        std::string facts = QUORVEL_VERSION "\n" + converter;
+        for (const std::int64_t number :
+             {static_cast<std::int64_t>(info->size), info->modified,
+              std::int64_t{info->modifiedNanoseconds}, std::int64_t{clip.frameCount}}) {
+            facts += "\n" + std::to_string(number);
+        }
+        facts += "\n" + std::to_string(clip.framesPerSecond);
+        return markOfFile(m_files, pathOf(clip), markOf(facts),
+                          [this](std::string_view) { return !m_isCancelled(); })
+            .value_or(0);
+    }
+
     PublishFailure convertClips() {
-        m_begun = steady_clock::now();
         PublishFailure failure = PublishFailure::none;
         for (std::size_t i = 0; i < m_content.clips.size(); ++i) {
             PageClip& clip = m_content.clips[i];
-            if (failure == PublishFailure::none && !clip.file.empty() && !m_isCancelled()) {
-                ++m_number;
+            if (failure == PublishFailure::none && !clip.file.empty() && !m_isReused[i] &&
+                !m_isCancelled()) {
+                m_count.begin(clip.video, clip.frameCount);
                 failure = convert(clip);
-                m_doneFrames += framesOf(clip);
+                m_folder.setSource(clip.file, m_sources[i]);
+                m_count.end();
             }
             if (failure == PublishFailure::none && !clip.file.empty() && !m_isCancelled()) {
                 failure = writeZones(i);
@@ -144,10 +175,10 @@ private:
     }
 
     PublishFailure convert(PageClip& clip) {
-        report(clip, 0);
+        m_onProgress(m_count.at(0));
         const imports::ImportFailure failure = imports::makeWebClip(
-            m_files, requestFor(clip, clip.file), [&](int frames, double) { report(clip, frames); },
-            m_isCancelled);
+            m_files, requestFor(clip, clip.file),
+            [&](int frames, double) { m_onProgress(m_count.at(frames)); }, m_isCancelled);
         switch (failure.kind) {
         case imports::Failure::none:
             ++m_result.videoCount;
@@ -162,16 +193,6 @@ private:
             m_result.details = failure.details;
             return PublishFailure::notConverted;
         }
-    }
-
-    void report(const PageClip& clip, int frames) const {
-        const std::int64_t done = m_doneFrames + std::min(frames, framesOf(clip));
-        const double part =
-            m_totalFrames > 0 ? static_cast<double>(done) / static_cast<double>(m_totalFrames) : 0;
-        const double elapsed = std::chrono::duration<double>(steady_clock::now() - m_begun).count();
-        const bool isKnown = part > 0 && elapsed > kSecondsBeforeEstimate;
-        m_onProgress({clip.video, m_number, m_count, static_cast<int>(part * 100),
-                      isKnown ? elapsed * (1 - part) / part : -1});
     }
 
     PublishFailure writeZones(std::size_t number) {
@@ -253,44 +274,14 @@ private:
     PublishFolder m_folder;
     PageContent m_content;
     PublishResult m_result;
-    steady_clock::time_point m_begun{};
-    int m_number = 0;
-    int m_count = 0;
-    std::int64_t m_doneFrames = 0;
-    std::int64_t m_totalFrames = 0;
+    // By clip:
+    std::vector<Mark> m_sources;
+    std::vector<bool> m_isReused;
+    int m_clipCount = 0; ///< that have a file
+    ConversionCount m_count;
 };
 
 } // namespace
-
-std::string publishFailureText(const PublishResult& result) {
-    switch (result.failure) {
-    case PublishFailure::none:
-        break;
-    case PublishFailure::notEmpty:
-        return "the folder is not empty.";
-    case PublishFailure::noSpace:
-        return "no space left.";
-    case PublishFailure::noVideo:
-        return "no branch has a video.";
-    case PublishFailure::notSaved:
-        return "the scene could not be saved.";
-    case PublishFailure::sceneUnreadable:
-        return "the scene cannot be read.";
-    case PublishFailure::notWritable:
-        return "the folder cannot be written.";
-    case PublishFailure::inUse:
-        return "the folder is in use by another program.";
-    case PublishFailure::busy:
-        return "it is being published already.";
-    case PublishFailure::noConverter:
-        return "the converter is not installed.";
-    case PublishFailure::notConverted:
-        return core::validUtf8(result.video) + ": " + result.reason;
-    case PublishFailure::noMemory:
-        return "there is not enough memory.";
-    }
-    return {};
-}
 
 PublishResult publishScene(platform::FileSystem& files, const PublishRequest& request,
                            const std::function<void(const PublishProgress&)>& onProgress,

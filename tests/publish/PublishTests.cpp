@@ -200,6 +200,39 @@ TEST_F(PublishSceneTest, TakesTheClipsOfTheScenesOwnFolderThatCanBePlayed) {
     EXPECT_EQ(m_progress.back().percent, 100);
 }
 
+TEST_F(PublishSceneTest, ConvertsAgainOnlyWhatHasChanged) {
+    const auto converted = [this](const Names& videos) {
+        m_progress.clear();
+        const PublishResult result = publish(videos);
+        EXPECT_EQ(result.state, PublishResult::State::published) << publishFailureText(result);
+        EXPECT_EQ(result.videoCount, 2);
+        Names names;
+        for (const PublishProgress& progress : m_progress) {
+            if (names.empty() || names.back() != progress.video) {
+                names.push_back(progress.video);
+            }
+        }
+        return names;
+    };
+    support::writeBytes("scene/other.ogv", support::makeClip({.frames = 10, .quality = 30}));
+    const Names both{"good.ogv", "other.ogv"};
+    EXPECT_EQ(converted(both), both);
+    EXPECT_EQ(converted({"other.ogv", "good.ogv"}), Names{}) << "another number, the same clip";
+    EXPECT_EQ(support::readBytes("page/clips/1.webm"), support::readBytes("page/clips/2.webm"));
+    support::writeBytes("scene/other.ogv", support::makeClip({.frames = 10, .quality = 20}));
+    EXPECT_EQ(converted(both), Names{"other.ogv"});
+    support::writeBytes("page/clips/1.webm", std::string("damaged"));
+    EXPECT_EQ(converted(both), Names{"good.ogv"});
+    m_converter.ffmpeg = m_folder.path() + "another converter";
+    std::filesystem::copy_file(FAKE_CONVERTER, m_converter.ffmpeg);
+    EXPECT_EQ(converted(both), both);
+    // A list that leads out of the folder.
+    std::string list = support::readBytes("page/published.txt");
+    list.replace(list.find("clips/1.webm"), 12, "clips/../../scene/good.ogv");
+    support::writeBytes("page/published.txt", list + "clips/1.webm\n");
+    EXPECT_EQ(converted(both), Names{"good.ogv"});
+}
+
 TEST_F(PublishSceneTest, SaysWhyThereIsNoPage) {
     const std::vector<std::pair<Names, std::string>> kCases{
         {{}, "no branch has a video."},
@@ -224,7 +257,7 @@ TEST_F(PublishSceneTest, SaysWhyThereIsNoPage) {
 TEST_F(PublishSceneTest, LeavesTheOldPageWhenItIsCancelled) {
     ASSERT_EQ(publish({"good.ogv"}).state, PublishResult::State::published);
     const Names before = support::filesBelow(".");
-    support::writeBytes("scene/hangs.ogv", m_clip);
+    support::writeBytes("scene/hangs.ogv", support::makeClip({.frames = 10, .quality = 30}));
     const PublishResult result =
         publish({"hangs.ogv"}, [this] { return m_progress.back().video == "hangs.ogv"; });
     EXPECT_EQ(result.state, PublishResult::State::cancelled);
