@@ -5,8 +5,6 @@
 
 #include "core/Log.h"
 #include "core/Text.h"
-#include "platform/Event.h"
-#include "platform/Window.h"
 #include "toolkit/input/FocusKeeper.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/commands/CommandSet.h"
@@ -26,7 +24,6 @@ Confirmation::Confirmation(const WindowContext& context, ConfirmCallback& asker,
                            const std::string& title, const std::string& message)
     : EditorWindow(context, {kConfirmationCommands}), m_asker(asker), m_title(title),
       m_message(message) {
-    joinCompanions(asker.askersCompanions());
     commands().bind(command::kYes, [this] { answerAndClose(ConfirmCallback::kYes); });
     commands().bind(command::kNo, [this] { answerAndClose(ConfirmCallback::kNo); });
 }
@@ -34,25 +31,8 @@ Confirmation::Confirmation(const WindowContext& context, ConfirmCallback& asker,
 void Confirmation::ask(const WindowContext& context, ConfirmCallback& asker,
                        const std::string& title, const std::string& message) {
     const auto dialog = std::make_shared<Confirmation>(context, asker, title, message);
-    dialog->run();
-}
-
-void Confirmation::run() {
-    platform::NativeWindow* owner = m_asker.GetParentWindow();
-    if (!Create(owner, core::displayText(m_title), kDialogStyle, kDialogExtendedStyle)) {
-        core::Log::get()->Error("Unable to show the question \"%s\"", m_message.c_str());
-        return;
-    }
-    const AskingScope asking(m_asker);
-    enableOwner(false);
-    CenterWindow();
-    runLoop();
-    enableOwner(true);
-}
-
-void Confirmation::enableOwner(bool enabled) {
-    if (platform::NativeWindow* owner = m_asker.GetParentWindow()) {
-        owner->setEnabled(enabled);
+    if (!dialog->runAbove(asker, core::displayText(title))) {
+        core::Log::get()->Error("Unable to show the question \"%s\"", message.c_str());
     }
 }
 
@@ -69,16 +49,7 @@ void Confirmation::InitWindow() {
 
 void Confirmation::answerAndClose(std::uint8_t answer) {
     m_asker.SetAnswer(answer);
-    // Before the dialog goes, so that the keyboard returns to the owner and to no other program.
-    enableOwner(true);
     Close(1);
-}
-
-bool Confirmation::HandleMessage(const platform::Event& event) {
-    if (event.kind == platform::EventKind::closeRequest) {
-        enableOwner(true);
-    }
-    return EditorWindow::HandleMessage(event);
 }
 
 } // namespace ui

@@ -26,11 +26,8 @@ public:
     }
     [[nodiscard]] std::string GetSkinFile() const override { return "Confirmation.xml"; }
     void InitWindow() override;
-    bool HandleMessage(const platform::Event& event) override;
 
 private:
-    void run();
-    void enableOwner(bool enabled);
     void answerAndClose(std::uint8_t answer);
 
     ConfirmCallback& m_asker;

@@ -8,9 +8,7 @@
 #include "core/Log.h"
 #include "core/Services.h"
 #include "core/Text.h"
-#include "platform/Event.h"
 #include "platform/Gui.h"
-#include "platform/Window.h"
 #include "recovery/Versions.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
@@ -99,39 +97,9 @@ EarlierVersions::~EarlierVersions() = default;
 void EarlierVersions::show(const WindowContext& context, ConfirmCallback& owner,
                            VersionHistory history) {
     const auto window = std::make_shared<EarlierVersions>(context, std::move(history));
-    window->run(owner);
-}
-
-void EarlierVersions::run(ConfirmCallback& owner) {
-    if (!Create(owner.GetParentWindow(), u"Earlier Versions", kDialogStyle, kDialogExtendedStyle)) {
+    if (!window->runAbove(owner, u"Earlier Versions")) {
         core::Log::get()->Error("Unable to show the earlier versions");
-        return;
     }
-    const AskingScope asking(owner);
-    joinCompanions(owner.askersCompanions());
-    m_owner = &owner;
-    enableOwner(false);
-    CenterWindow();
-    runLoop();
-    enableOwner(true);
-}
-
-void EarlierVersions::enableOwner(bool enabled) {
-    if (platform::NativeWindow* owner = m_owner != nullptr ? m_owner->GetParentWindow() : nullptr) {
-        owner->setEnabled(enabled);
-    }
-}
-
-void EarlierVersions::Close(int code) {
-    enableOwner(true); // before the window goes, so that the keyboard returns to the editor
-    EditorWindow::Close(code);
-}
-
-bool EarlierVersions::HandleMessage(const platform::Event& event) {
-    if (event.kind == platform::EventKind::closeRequest) {
-        enableOwner(true);
-    }
-    return EditorWindow::HandleMessage(event);
 }
 
 void EarlierVersions::InitWindow() {

@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "check/Differences.h"
-#include "platform/Event.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/window/Notification.h"
@@ -36,14 +35,10 @@ public:
     }
     [[nodiscard]] std::string GetSkinFile() const override { return "EarlierVersions.xml"; }
     void InitWindow() override;
-    void Close(int code = 0) override;
-    bool HandleMessage(const platform::Event& event) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
     void OnItemActivate(toolkit::TNotifyUI& message) override;
 
 private:
-    void run(ConfirmCallback& owner);
-    void enableOwner(bool enabled);
     void addRows(const std::vector<VersionReader::Row>& rows);
     void addDay(toolkit::CListUI& list, std::u16string_view day);
     void addVersion(toolkit::CListUI& list, const VersionReader::Row& row);
@@ -54,7 +49,6 @@ private:
                    std::unique_ptr<toolkit::CControlUI> (*makeRow)(const check::Line&));
     void restore();
 
-    ConfirmCallback* m_owner = nullptr; ///< not owned; outlives the window's loop
     VersionReader m_reader;
     /// By the row of the list; days have none.
     std::vector<std::optional<recovery::Version>> m_versions;

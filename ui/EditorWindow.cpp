@@ -16,6 +16,7 @@
 #include "toolkit/input/TEventUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
+#include "ui/ConfirmCallback.h"
 #include "ui/Manual.h"
 #include "ui/SettingsWindow.h"
 #include "ui/commands/Command.h"
@@ -33,11 +34,15 @@ bool isInput(platform::EventKind kind) {
            kind == EventKind::keyDown;
 }
 
-/// Where a menu of the control stands when a key opens it: at the chosen row of a list.
+/// Where a menu of the control stands when a key opens it: at the chosen row of a list, at the top
+/// of one that has none.
 platform::Rect anchorOf(const toolkit::CControlUI& control) {
     const auto* list = dynamic_cast<const toolkit::CListUI*>(&control);
     const toolkit::CControlUI* row = list != nullptr ? list->GetItemAt(list->GetCurSel()) : nullptr;
-    return row != nullptr ? row->GetPos() : control.GetPos();
+    const platform::Rect pos = control.GetPos();
+    return row != nullptr    ? row->GetPos()
+           : list != nullptr ? platform::Rect::at(pos.left, pos.top, pos.width(), 0)
+                             : pos;
 }
 
 } // namespace
@@ -184,6 +189,28 @@ bool EditorWindow::showBeside(platform::NativeWindow* owner, std::u16string_view
     return true;
 }
 
+bool EditorWindow::runAbove(ConfirmCallback& asker, std::u16string_view title) {
+    joinCompanions(asker.askersCompanions());
+    if (!Create(asker.GetParentWindow(), std::u16string(title), kDialogStyle,
+                kDialogExtendedStyle)) {
+        return false;
+    }
+    const AskingScope asking(asker);
+    m_asker = &asker;
+    enableAsker(false);
+    CenterWindow();
+    runLoop();
+    enableAsker(true);
+    m_asker = nullptr;
+    return true;
+}
+
+void EditorWindow::enableAsker(bool enabled) {
+    if (platform::NativeWindow* owner = m_asker != nullptr ? m_asker->GetParentWindow() : nullptr) {
+        owner->setEnabled(enabled);
+    }
+}
+
 void EditorWindow::OnFinalMessage() {
     m_companions.close();
     if (m_onEnd) {
@@ -195,10 +222,14 @@ bool EditorWindow::HandleMessage(const platform::Event& event) {
     if (m_place && isInput(event.kind) && GetNative() != nullptr) {
         m_place->noteOpened(*GetNative());
     }
+    if (event.kind == platform::EventKind::closeRequest) {
+        enableAsker(true);
+    }
     return WindowImplBase::HandleMessage(event);
 }
 
 void EditorWindow::Close(int code) {
+    enableAsker(true); // before the window goes, so that the keyboard returns to the asker
     if (!IsClosing()) {
         if (m_place && GetNative() != nullptr) {
             m_place->keep(*GetNative());

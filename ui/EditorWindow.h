@@ -22,6 +22,8 @@
 
 namespace ui {
 
+class ConfirmCallback;
+
 /// Style bits of the screens: pop-up, visible, clip siblings and children, caption, system menu;
 /// application window, static edge.
 inline constexpr std::uint32_t kScreenStyle = 0x96C80000;
@@ -45,6 +47,10 @@ public:
     /// once its native window is gone. False when the window or its layout cannot be made.
     [[nodiscard]] bool showBeside(platform::NativeWindow* owner, std::u16string_view title,
                                   std::function<void()> onEnd);
+    /// Shows the window above the asker's and runs a message loop until it is closed. Meanwhile
+    /// neither that one nor those beside it take input. False when the window or its layout cannot
+    /// be made.
+    [[nodiscard]] bool runAbove(ConfirmCallback& asker, std::u16string_view title);
     /// What it opens beside itself is opened in `host`, as one of the windows there. Null: alone.
     void joinCompanions(Companions* host) { m_host = host; }
     [[nodiscard]] std::string GetSkinFolder() const override { return "UI/"; }
@@ -107,6 +113,7 @@ private:
     void bindWindowCommands();
     /// The button that maximises the window restores it while it is.
     void showState();
+    void enableAsker(bool enabled);
 
     WindowContext m_context;
     WindowTables m_tables;
@@ -117,7 +124,8 @@ private:
     CommandSet m_commonCommands;
     Panes m_panes{GetPaintManager()};
     Companions m_companions{*this};
-    Companions* m_host = nullptr; ///< not owned; outlives the window
+    Companions* m_host = nullptr;       ///< not owned; outlives the window
+    ConfirmCallback* m_asker = nullptr; ///< not owned; outlives the window's loop
     std::function<void()> m_onEnd;
 };
 

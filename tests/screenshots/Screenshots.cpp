@@ -29,6 +29,7 @@
 #include "import/Converter.h"
 #include "import/ImportTypes.h"
 #include "platform/FileSystem.h"
+#include "publish/PublishJob.h"
 #include "recovery/Backups.h"
 #include "recovery/Versions.h"
 #include "scene/SceneFolders.h"
@@ -264,6 +265,16 @@ private:
             context(), ui::PublishTask{scene::sceneFolderPath(kScene), {finding}});
         open(*window);
         shoot("Publish", *window);
+        window->showProgress({"way-out.ogv", 3, 4, 58, 38});
+        shoot("Publish-running", *window);
+        publish::PublishResult result;
+        result.state = publish::PublishResult::State::published;
+        result.fileCount = 13;
+        result.videoCount = 4;
+        result.bytes = 2'300'000;
+        result.hasStill = true;
+        window->showResult(result);
+        shoot("Publish-done", *window);
         m_services.sceneSession->undo();
     }
 

@@ -7,6 +7,8 @@
 #include "core/Text.h"
 #include "tests/support/windows/Answering.h"
 #include "tests/ui/BranchListFixture.h"
+#include "toolkit/controls/CMenuUI.h"
+#include "toolkit/controls/MenuPopup.h"
 
 namespace {
 
@@ -111,6 +113,12 @@ TEST_F(BranchEdits, AreOneStepEachForSeveralRowsToo) {
     m_driver->press(Key::end);
     m_driver->pressThen(Key::enter, test::answering(test::Answer::yes));
     EXPECT_EQ(rows(), "CBD") << "removing, too";
+    actions().SelectItem(-1);
+    m_driver->manager().SetFocus(&actions());
+    m_driver->press(Key::menu);
+    const auto* menu = toolkit::MenuPopup::of(m_driver->manager()).menu();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_GE(menu->GetPos().top, actions().GetPos().top) << "inside a list without a chosen row";
 }
 
 TEST_F(BranchEdits, WriteWhatTheSameEditsByHandWrite) {

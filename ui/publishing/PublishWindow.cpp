@@ -1,7 +1,5 @@
 #include "ui/publishing/PublishWindow.h"
 
-#include <array>
-#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -10,7 +8,6 @@
 #include "core/EditorSettings.h"
 #include "core/Log.h"
 #include "core/Paths.h"
-#include "core/Services.h"
 #include "core/Text.h"
 #include "import/Converter.h"
 #include "import/ConverterRun.h"
@@ -21,16 +18,11 @@
 #include "platform/Geometry.h"
 #include "platform/Gui.h"
 #include "platform/ThreadAnnotations.h"
-#include "platform/Window.h"
-#include "publish/PageText.h"
 #include "publish/PublishFolder.h"
-#include "recovery/Places.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "src/TheoraMutex.h"
-#include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"
-#include "toolkit/controls/COptionUI.h"
 #include "toolkit/controls/CProgressUI.h"
 #include "ui/Companions.h"
 #include "ui/Controls.h"
@@ -43,30 +35,15 @@
 namespace ui {
 namespace {
 
-using publish::PageOptions;
 using publish::PublishFailure;
 using publish::PublishProgress;
 using publish::PublishResult;
 
-constexpr std::u16string_view kFolderEdit = u"EditPublishFolder";
-constexpr std::u16string_view kTitleEdit = u"EditPublishTitle";
-constexpr std::u16string_view kLanguageCombo = u"ComboPublishLanguage";
 constexpr std::u16string_view kPublishButton = u"ButtonPublish";
 constexpr std::u16string_view kState = u"LabelPublishState";
 
 constexpr int kUsualWidth = 100; ///< of that button
 constexpr int kSavingWidth = 160;
-
-constexpr std::string_view kLanguageKey = "publishLanguage";
-/// A box, the option that it stands for, and where that is remembered.
-struct Box {
-    std::u16string_view name;
-    bool PageOptions::*option;
-    std::string_view key;
-};
-constexpr std::array kBoxes{Box{u"CheckPublishHints", &PageOptions::hasOutlines, "publishHints"},
-                            Box{u"CheckPublishKeys", &PageOptions::hasKeys, "publishKeys"},
-                            Box{u"CheckPublishReport", &PageOptions::hasReport, "publishReport"}};
 
 } // namespace
 
@@ -121,48 +98,21 @@ void PublishWindow::bindCommands() {
 
 void PublishWindow::show(const WindowContext& context, ConfirmCallback& owner, PublishTask task) {
     const auto window = std::make_shared<PublishWindow>(context, std::move(task));
-    window->run(owner);
+    if (!window->runAbove(owner, u"Publish as a Web Page")) {
+        core::Log::get()->Error("Unable to show the Publish window");
+    }
     if (window->m_showsFinding) {
         window->m_task.showPlace(window->m_task.findings.front());
     }
 }
 
-void PublishWindow::run(ConfirmCallback& owner) {
-    if (!Create(owner.GetParentWindow(), u"Publish as a Web Page", kDialogStyle,
-                kDialogExtendedStyle)) {
-        core::Log::get()->Error("Unable to show the Publish window");
-        return;
-    }
-    const AskingScope asking(owner);
-    joinCompanions(owner.askersCompanions());
-    m_owner = &owner;
-    enableOwner(false);
-    CenterWindow();
-    runLoop();
-    enableOwner(true);
-}
-
-void PublishWindow::enableOwner(bool enabled) {
-    if (platform::NativeWindow* owner = m_owner != nullptr ? m_owner->GetParentWindow() : nullptr) {
-        owner->setEnabled(enabled);
-    }
-}
-
 void PublishWindow::Close(int code) {
     m_importsChanged.reset();
-    enableOwner(true); // before the window goes, so that the keyboard returns to the editor
     EditorWindow::Close(code);
 }
 
-bool PublishWindow::HandleMessage(const platform::Event& event) {
-    if (event.kind == platform::EventKind::closeRequest) {
-        enableOwner(true);
-    }
-    return EditorWindow::HandleMessage(event);
-}
-
 void PublishWindow::InitWindow() {
-    fill();
+    m_form.fill(sceneName(), context().services.editorSettings.get());
     showFindings();
     if (const auto& imports = context().services.sceneImports) {
         m_importsChanged = imports->observe([this] {
@@ -172,33 +122,7 @@ void PublishWindow::InitWindow() {
         });
     }
     show(Phase::asking);
-    controls().startTyping(kFolderEdit);
-}
-
-void PublishWindow::fill() {
-    const auto& settings = context().services.editorSettings;
-    const std::string& name = context().services.sceneSession->scene().Name();
-    setTextOf(kFolderEdit, core::displayText(recovery::publishedFolder(name)));
-    setTextOf(kTitleEdit, core::displayText(name));
-    const PageOptions usual;
-    const std::string code =
-        settings ? settings->getString(kLanguageKey, usual.language) : usual.language;
-    if (auto* combo = find<toolkit::CComboUI>(kLanguageCombo)) {
-        auto texts = std::make_shared<toolkit::CComboUI::Texts>();
-        int chosen = 0;
-        for (const publish::Language& language : publish::languages()) {
-            chosen = code == language.code ? static_cast<int>(texts->size()) : chosen;
-            texts->push_back(core::displayText(language.name));
-        }
-        combo->SetItemTexts(texts);
-        combo->SelectItem(chosen);
-    }
-    for (const Box& box : kBoxes) {
-        if (auto* option = find<toolkit::COptionUI>(box.name)) {
-            const bool usually = usual.*box.option;
-            option->Selected(settings ? settings->getBool(box.key, usually) : usually);
-        }
-    }
+    controls().startTyping(PublishForm::kFolder);
 }
 
 void PublishWindow::showFindings() {
@@ -216,18 +140,17 @@ void PublishWindow::show(Phase phase) {
     setVisibleOf(u"PanelPublishCheck", isAsking && !m_task.findings.empty());
     setVisibleOf(u"PanelPublishRunning", phase == Phase::running);
     setVisibleOf(u"PanePublished", phase == Phase::done);
-    for (const std::u16string_view name : {kFolderEdit, kTitleEdit, kLanguageCombo}) {
-        setEnabledOf(name, isAsking);
-    }
-    for (const Box& box : kBoxes) {
-        setEnabledOf(box.name, isAsking);
-    }
+    m_form.setEnabled(isAsking);
     setVisibleOf(u"ButtonPublishCancel", phase == Phase::running);
     setVisibleOf(u"ButtonPublishClose", phase != Phase::running);
     setVisibleOf(u"ButtonPublishAgain", phase == Phase::done);
     setVisibleOf(u"LabelPublishKept", phase == Phase::running);
     showProblem({}, {});
     showState();
+}
+
+const std::string& PublishWindow::sceneName() const {
+    return context().services.sceneSession->scene().Name();
 }
 
 bool PublishWindow::isModified() const {
@@ -267,22 +190,12 @@ void PublishWindow::Notify(toolkit::TNotifyUI& message) {
 
 publish::PublishRequest PublishWindow::request() {
     publish::PublishRequest request;
-    PageOptions& options = request.options;
-    options.title = core::storedText(findControl(kTitleEdit)->GetText());
-    if (const auto* combo = find<toolkit::CComboUI>(kLanguageCombo);
-        combo != nullptr && combo->GetCurSel() >= 0) {
-        options.language = publish::languages()[static_cast<std::size_t>(combo->GetCurSel())].code;
-    }
-    for (const Box& box : kBoxes) {
-        const auto* option = find<toolkit::COptionUI>(box.name);
-        options.*box.option = option != nullptr && option->IsSelected();
-    }
+    request.options = m_form.options();
     request.scene = m_task.folder;
     if (request.scene.ends_with('\\')) { // programs of every system take the other separator
         request.scene.back() = '/';
     }
-    const std::string folder = core::storedText(findControl(kFolderEdit)->GetText());
-    request.folder = folder.empty() ? folder : core::services().fileSystem->fullPath(folder);
+    request.folder = m_form.folderPath();
     if (const auto& imports = context().services.sceneImports) {
         request.converter = imports->converter();
     }
@@ -290,18 +203,9 @@ publish::PublishRequest PublishWindow::request() {
     return request;
 }
 
-void PublishWindow::rememberOptions(const PageOptions& options) {
-    if (const auto& settings = context().services.editorSettings) {
-        settings->set(kLanguageKey, options.language); // a failed write is in the log
-        for (const Box& box : kBoxes) {
-            settings->set(box.key, options.*box.option ? "true" : "false");
-        }
-    }
-}
-
 void PublishWindow::publish() {
     publish::PublishRequest request = this->request();
-    rememberOptions(request.options);
+    PublishForm::remember(request.options, context().services.editorSettings.get());
     setTextOf(u"LabelPublish", u"Saving");
     setTextOf(u"LabelPublishLeft", {});
     show(Phase::running);
@@ -342,8 +246,14 @@ void PublishWindow::takeProgress() {
         const theora::TheoraLock lock(m_run->mutex);
         progress = m_run->progress;
     }
-    if (progress.count == 0 || IsClosing()) {
-        return;
+    if (progress.count > 0 && !IsClosing()) {
+        showProgress(progress);
+    }
+}
+
+void PublishWindow::showProgress(const PublishProgress& progress) {
+    if (m_phase != Phase::running) {
+        show(Phase::running);
     }
     setTextOf(u"LabelPublish", publishProgressText(progress));
     setTextOf(u"LabelPublishLeft", publishLeftText(progress));
@@ -356,11 +266,13 @@ void PublishWindow::takeResult(bool isWhole) {
     if (IsClosing()) {
         return;
     }
-    m_result = std::move(m_run->result);
-    if (!isWhole) {
-        m_result = {};
-        m_result.failure = PublishFailure::noMemory;
-    }
+    PublishResult outOfMemory;
+    outOfMemory.failure = PublishFailure::noMemory;
+    showResult(isWhole ? std::move(m_run->result) : outOfMemory);
+}
+
+void PublishWindow::showResult(PublishResult result) {
+    m_result = std::move(result);
     const bool isPublished = m_result.state == PublishResult::State::published;
     show(isPublished ? Phase::done : Phase::asking);
     if (isPublished) {
@@ -377,7 +289,7 @@ void PublishWindow::takeResult(bool isWhole) {
 }
 
 void PublishWindow::showDone() {
-    setTextOf(u"LabelPublished", publishedText(m_result, findControl(kFolderEdit)->GetText()));
+    setTextOf(u"LabelPublished", publishedText(m_result, m_form.folder()));
     const auto counted = [](int count, std::u16string_view one, std::u16string_view many) {
         return core::displayText(std::to_string(count) + " ") +
                std::u16string(count == 1 ? one : many);
@@ -389,7 +301,6 @@ void PublishWindow::showDone() {
 }
 
 void PublishWindow::chooseFolder() {
-    platform::FileSystem& files = *core::services().fileSystem;
     platform::FolderRequest request;
     request.owner = GetNative();
     request.title = "Publish as a Web Page";
@@ -402,17 +313,10 @@ void PublishWindow::chooseFolder() {
     if (!chosen) {
         return;
     }
-    // One that holds something else gets the page as a folder of its own.
-    std::vector<platform::FolderEntry> entries;
-    const bool isFree = files.list(*chosen, entries) && entries.empty();
-    if (!isFree && !core::isFile(core::withSeparator(*chosen) + std::string(publish::kListName))) {
-        *chosen = core::withSeparator(*chosen) +
-                  recovery::encodedName(context().services.sceneSession->scene().Name());
-    }
-    setTextOf(kFolderEdit, core::displayText(*chosen));
+    m_form.setFolder(*chosen, sceneName());
     showProblem({}, kState);
     showState();
-    controls().setFocus(kFolderEdit);
+    controls().setFocus(PublishForm::kFolder);
 }
 
 } // namespace ui

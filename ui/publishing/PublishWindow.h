@@ -10,12 +10,12 @@
 #include "check/Finding.h"
 #include "edit/Observers.h"
 #include "jobs/BackgroundJob.h"
-#include "platform/Event.h"
 #include "publish/PublishJob.h"
 #include "toolkit/window/Notification.h"
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
 #include "ui/WindowContext.h"
+#include "ui/publishing/PublishForm.h"
 
 namespace ui {
 
@@ -38,25 +38,26 @@ public:
     /// Shows the window above `owner` until it is closed.
     static void show(const WindowContext& context, ConfirmCallback& owner, PublishTask task);
 
+    /// What the window tells while it runs, and after.
+    void showProgress(const publish::PublishProgress& progress);
+    void showResult(publish::PublishResult result);
+
     [[nodiscard]] std::u16string GetWindowClassName() const override { return u"PublishWindow"; }
     [[nodiscard]] std::string GetSkinFile() const override { return "Publish.xml"; }
     void InitWindow() override;
     void Close(int code = 0) override;
     void Notify(toolkit::TNotifyUI& message) override;
-    bool HandleMessage(const platform::Event& event) override;
 
 private:
     enum class Phase { asking, running, done };
     struct Run;
 
-    void run(ConfirmCallback& owner);
-    void enableOwner(bool enabled);
     void bindCommands();
-    void fill();
     void show(Phase phase);
     void showFindings();
     /// Whether saving comes first, and why publishing is not possible now.
     void showState();
+    [[nodiscard]] const std::string& sceneName() const;
     [[nodiscard]] bool isModified() const;
     [[nodiscard]] bool isImporting() const;
     void publish();
@@ -65,10 +66,9 @@ private:
     void takeResult(bool isWhole);
     void showDone();
     void chooseFolder();
-    void rememberOptions(const publish::PageOptions& options);
 
     PublishTask m_task;
-    ConfirmCallback* m_owner = nullptr; ///< not owned; outlives the window's loop
+    PublishForm m_form{controls()};
     Phase m_phase = Phase::asking;
     bool m_showsFinding = false; ///< once it is closed
     publish::PublishResult m_result;
