@@ -11,6 +11,7 @@
 #include "platform/Color.h"
 #include "platform/FrameBuffer.h"
 #include "platform/Geometry.h"
+#include "toolkit/skin/Palette.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
@@ -25,7 +26,6 @@ namespace {
 
 constexpr double kEnlarged = 4;
 constexpr platform::Color kGround = 0xFF000000;
-constexpr platform::Color kEdge = 0xFF7C8A9A;
 constexpr platform::Color kInk = 0xFF000000;
 constexpr platform::Color kPaper = 0xFFFFFFFF;
 constexpr platform::Color kChosenColor = 0xFFFFFF00;
@@ -102,7 +102,7 @@ void Loupe::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
             {middle.x - half, middle.y - kCross, middle.x + half + 1, middle.y + kCross + 1},
             color);
     }
-    canvas.fillFrame(pos, {1, 1, 1, 1}, kEdge);
+    canvas.fillFrame(pos, {1, 1, 1, 1}, paletteColor(toolkit::Tone::edge));
 }
 
 void Loupe::paintLines(platform::Canvas& canvas, const video::PictureView& view) const {

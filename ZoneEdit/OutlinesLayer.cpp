@@ -8,7 +8,9 @@
 #include "ZoneEdit/OutlinePath.h"
 #include "core/Text.h"
 #include "platform/Canvas.h"
-#include "platform/Color.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/WindowLook.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 #include "zone/EditContext.h"
@@ -23,8 +25,6 @@ using platform::Rect;
 
 constexpr double kLineWidth = 1.5;
 constexpr Dashes kInactive{3, 4};
-constexpr platform::Color kTagGround = 0xE61C2733;
-constexpr platform::Color kTagText = 0xFFFFFFFF;
 constexpr int kTagHeight = 18;
 constexpr int kTagGap = 4; ///< above the outline
 constexpr int kTagBar = 4; ///< of the zone's colour, at the left
@@ -96,14 +96,15 @@ void OutlinesLayer::paint(platform::Canvas& canvas, const video::PictureView& vi
                             zoneColor(zone, edited));
         }
     }
+    const toolkit::Palette& colors = m_video.GetManager()->look().palette();
     for (const auto& [zone, place] : tags(view, frame)) {
-        canvas.fillRect(place, kTagGround);
+        canvas.fillRect(place, colors[toolkit::Tone::tag]);
         canvas.fillRect(Rect::at(place.left, place.top, kTagBar, place.height()),
                         zoneColor(zone, edited));
         canvas.drawText(core::displayText(zones.getZoneName(zone)),
                         {place.left + kTagBar + kTagPadding, place.top, place.right - kTagPadding,
                          place.bottom},
-                        m_font, kTagText, platform::TextAlign::left);
+                        m_font, colors[toolkit::Tone::onTag], platform::TextAlign::left);
     }
 }
 

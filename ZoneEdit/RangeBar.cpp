@@ -70,7 +70,7 @@ void RangeBar::show() {
         isInBand ? Rect::at(kBand.x, window.height - kBand.y, kBandSize.width, kBandSize.height)
                  : Rect::at(picture.left + (picture.width() - kPanel.width) / 2,
                             picture.bottom - kGap - kPanel.height, kPanel.width, kPanel.height));
-    panel->SetAttribute(u"bkcolor", isInBand ? u"#00000000" : u"#FFF3F5F8");
+    panel->SetAttribute(u"bkcolor", isInBand ? u"#00000000" : u"window");
     panel->SetAttribute(u"bordersize", isInBand ? u"0" : u"1");
     // Both bars stand in the same place over the picture.
     const toolkit::CControlUI* follow = m_controls.find(kFollowPanel);

@@ -183,7 +183,7 @@ bool Timeline::DoEvent(const toolkit::TEventUI& event) {
 
 void Timeline::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
     const platform::ClipScope clip(canvas, GetPos().intersected(dirty));
-    const TimelinePainter painter(canvas, GetPos(), m_scale);
+    const TimelinePainter painter(canvas, GetPos(), m_scale, GetManager()->look().palette());
     static const TimelineMarks kNone;
     const TimelineMarks& marks = m_listener != nullptr ? m_listener->marks() : kNone;
     painter.runs(marks);

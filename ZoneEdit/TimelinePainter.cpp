@@ -17,21 +17,13 @@ using platform::Color;
 using platform::PointF;
 using platform::Rect;
 
-constexpr Color kNoRun = 0xFFDDE4EB;
-constexpr Color kRun = 0xFF4088D0;
-constexpr Color kHead = 0xFF124274;
-constexpr Color kSurface = 0xFFFFFFFF;
-constexpr Color kAccent = 0xFF1D63AD;
-constexpr Color kMarked = 0x331D63AD;
-constexpr Color kOffered = 0xFF1B6B3C;
-constexpr Color kTick = 0xFF7C8A9A;
-constexpr Color kFineTick = 0xFFB4BFCA;
-constexpr Color kTime = 0xFF596675;
+using toolkit::Tone;
 
-constexpr int kRulerFrom = 40; // pixels of height
-constexpr int kMargin = 4;     // beside the bar, for half a key
-constexpr int kEdge = 2;       // thickness of a range's ends
-constexpr double kApart = 6;   // pixels between two keys that are told apart
+constexpr Color kMarkedShare = 0x33; // alpha of what lies in a range
+constexpr int kRulerFrom = 40;       // pixels of height
+constexpr int kMargin = 4;           // beside the bar, for half a key
+constexpr int kEdge = 2;             // thickness of a range's ends
+constexpr double kApart = 6;         // pixels between two keys that are told apart
 constexpr double kKeyReach = 5.0;
 constexpr double kKeyInside = 3.2;
 constexpr int kHeadReach = 7;
@@ -123,21 +115,21 @@ void TimelinePainter::ruler(double framesPerSecond, platform::FontHandle font) c
          at += step) {
         const int left = x(at * framesPerSecond);
         if (left >= m_bar.left) {
-            m_canvas.fillRect(Rect::at(left, m_area.top + 4, 1, 12), kTick);
+            m_canvas.fillRect(Rect::at(left, m_area.top + 4, 1, 12), m_colors[Tone::edge]);
         }
-        m_canvas.drawText(tickText(at), Rect::at(left + 4, m_area.top + 2, 60, 14), font, kTime,
-                          platform::TextAlign::left);
+        m_canvas.drawText(tickText(at), Rect::at(left + 4, m_area.top + 2, 60, 14), font,
+                          m_colors[Tone::hint], platform::TextAlign::left);
         for (int fine = 1; hasFine && fine < 5 && at + fine * step / 5 <= last; ++fine) {
             const int place = x((at + fine * step / 5) * framesPerSecond);
             if (place >= m_bar.left) {
-                m_canvas.fillRect(Rect::at(place, m_area.top + 11, 1, 5), kFineTick);
+                m_canvas.fillRect(Rect::at(place, m_area.top + 11, 1, 5), m_colors[Tone::tick]);
             }
         }
     }
 }
 
 void TimelinePainter::runs(const TimelineMarks& marks) const {
-    fillRounded(m_canvas, m_bar, 2, kNoRun);
+    fillRounded(m_canvas, m_bar, 2, m_colors[Tone::rest]);
     const double from = m_scale.from();
     auto run =
         std::partition_point(marks.active.begin(), marks.active.end(),
@@ -147,7 +139,7 @@ void TimelinePainter::runs(const TimelineMarks& marks) const {
         const Rect box = onBar(run->first, run->end);
         // Of runs closer than a pixel, the first stands for all.
         if (box.right > done && box.right > clip.left) {
-            fillRounded(m_canvas, box, 2, kRun);
+            fillRounded(m_canvas, box, 2, m_colors[Tone::run]);
             done = box.right;
         }
     }
@@ -174,17 +166,17 @@ void TimelinePainter::offered(const zone::FrameRange& frames) const {
                                   {at + kWidth, static_cast<double>(box.bottom)}};
         path.addPolygon(corners);
     }
-    m_canvas.fillPath(path, kOffered);
+    m_canvas.fillPath(path, m_colors[Tone::good]);
 }
 
 void TimelinePainter::range(const FrameSpan& span) const {
     const Rect box{x(span.first), m_area.top + 1, std::max(x(span.last), x(span.first) + kEdge),
                    m_area.bottom - 1};
-    m_canvas.fillRect(box, kMarked);
-    m_canvas.fillRect({box.left, box.top, box.left + kEdge, box.bottom}, kAccent);
-    m_canvas.fillRect({box.right - kEdge, box.top, box.right, box.bottom}, kAccent);
-    fillRounded(m_canvas, beginGrip(m_area, m_scale, span), 2, kAccent);
-    fillRounded(m_canvas, endGrip(m_area, m_scale, span), 2, kAccent);
+    m_canvas.fillRect(box, (m_colors[Tone::accent] & 0xFFFFFFU) | kMarkedShare << 24U);
+    m_canvas.fillRect({box.left, box.top, box.left + kEdge, box.bottom}, m_colors[Tone::accent]);
+    m_canvas.fillRect({box.right - kEdge, box.top, box.right, box.bottom}, m_colors[Tone::accent]);
+    fillRounded(m_canvas, beginGrip(m_area, m_scale, span), 2, m_colors[Tone::accent]);
+    fillRounded(m_canvas, endGrip(m_area, m_scale, span), 2, m_colors[Tone::accent]);
 }
 
 void TimelinePainter::keys(const TimelineMarks& marks) const {
@@ -207,23 +199,24 @@ void TimelinePainter::keys(const TimelineMarks& marks) const {
 
 void TimelinePainter::key(double middle) const {
     const PointF at{std::floor(middle + 0.5) + 0.5, m_bar.top + m_bar.height() / 2.0};
-    fillDiamond(m_canvas, at, kKeyReach, kHead);
-    fillDiamond(m_canvas, at, kKeyInside, kSurface);
+    fillDiamond(m_canvas, at, kKeyReach, m_colors[Tone::playhead]);
+    fillDiamond(m_canvas, at, kKeyInside, m_colors[Tone::surface]);
 }
 
 void TimelinePainter::keyBar(double first, double last) const {
     const int middle = m_bar.top + m_bar.height() / 2;
     const Rect box{rounded(first) - 3, middle - 3, rounded(last) + 4, middle + 3};
-    fillRounded(m_canvas, box, 3, kHead);
-    fillRounded(m_canvas, {box.left + 1, box.top + 1, box.right - 1, box.bottom - 1}, 2, kSurface);
+    fillRounded(m_canvas, box, 3, m_colors[Tone::playhead]);
+    fillRounded(m_canvas, {box.left + 1, box.top + 1, box.right - 1, box.bottom - 1}, 2,
+                m_colors[Tone::surface]);
 }
 
 void TimelinePainter::playhead(int frame) const {
     const int middle = x(frame);
     const int top = m_area.top + 1;
     const int bottom = m_area.bottom - 1;
-    m_canvas.fillRect({middle - 2, top, middle + 3, bottom}, kSurface);
-    m_canvas.fillRect({middle - 1, top, middle + 2, bottom}, kHead);
+    m_canvas.fillRect({middle - 2, top, middle + 3, bottom}, m_colors[Tone::surface]);
+    m_canvas.fillRect({middle - 1, top, middle + 2, bottom}, m_colors[Tone::playhead]);
     const double left = middle - 6;
     const PointF corners[] = {{left, top + 0.0},
                               {left + 13, top + 0.0},
@@ -232,7 +225,7 @@ void TimelinePainter::playhead(int frame) const {
                               {left, top + 3.0}};
     platform::Path handle;
     handle.addPolygon(corners);
-    m_canvas.fillPath(handle, kHead);
+    m_canvas.fillPath(handle, m_colors[Tone::playhead]);
 }
 
 void TimelinePainter::part() const {
@@ -244,7 +237,7 @@ void TimelinePainter::part() const {
     const int width = std::max(rounded(m_scale.span() / whole * m_bar.width()), 2 * kPartHeight);
     const int top = m_area.bottom - 1 - kPartHeight;
     fillRounded(m_canvas, Rect::at(std::min(left, m_bar.right - width), top, width, kPartHeight), 2,
-                kTick);
+                m_colors[Tone::edge]);
 }
 
 } // namespace zoneedit

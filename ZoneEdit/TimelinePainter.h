@@ -7,6 +7,7 @@
 #include "platform/Canvas.h"
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
+#include "toolkit/skin/Palette.h"
 
 namespace zoneedit {
 
@@ -24,8 +25,9 @@ namespace zoneedit {
 class TimelinePainter {
 public:
     /// All outlive it.
-    TimelinePainter(platform::Canvas& canvas, const platform::Rect& area, const TimeScale& scale)
-        : m_canvas(canvas), m_area(area), m_scale(scale), m_bar(barOf(area)) {}
+    TimelinePainter(platform::Canvas& canvas, const platform::Rect& area, const TimeScale& scale,
+                    const toolkit::Palette& colors)
+        : m_canvas(canvas), m_area(area), m_scale(scale), m_colors(colors), m_bar(barOf(area)) {}
 
     /// Only where there is room for it.
     void ruler(double framesPerSecond, platform::FontHandle font) const;
@@ -47,6 +49,7 @@ private:
     platform::Canvas& m_canvas;
     platform::Rect m_area;
     const TimeScale& m_scale;
+    const toolkit::Palette& m_colors;
     platform::Rect m_bar;
 };
 

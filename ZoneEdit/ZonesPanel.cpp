@@ -22,6 +22,7 @@
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/input/TEventUI.h"
+#include "toolkit/skin/Palette.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "zone/EditContext.h"
 #include "zone/Zone.h"
@@ -34,7 +35,6 @@ namespace {
 using toolkit::CControlUI;
 
 constexpr int kRowHeight = 30;
-constexpr platform::Color kDotEdge = 0xFF465362;
 constexpr int kSmallFont = 4;
 
 /// The colour of the zone's outline.
@@ -45,7 +45,7 @@ public:
         Invalidate();
     }
     void DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) override {
-        canvas.drawEllipse(GetPos(), kDotEdge, m_color);
+        canvas.drawEllipse(GetPos(), paletteColor(toolkit::Tone::muted), m_color);
     }
 
 private:
@@ -130,7 +130,7 @@ std::unique_ptr<CControlUI> ZonesPanel::makeRow(int zone) {
     auto row = std::make_unique<ZoneRow>();
     row->SetFixedHeight(kRowHeight);
     row->SetAttribute(u"size", u"254,30");
-    row->SetAttribute(u"bordercolor", u"#FFE8ECF1");
+    row->SetAttribute(u"bordercolor", u"rowline");
     row->SetAttribute(u"bordersize", u"0,0,0,1");
     add<Dot>(*row, kRowDot, u"11,9,12,12", u"left,top");
     auto& name = add<toolkit::CLabelUI>(*row, kRowName, u"33,0,118,29", u"left,top,right");
@@ -166,10 +166,10 @@ void ZonesPanel::showRow(CControlUI& row, int zone) {
     part<Dot>(row, kRowDot).setColor(zoneColor(zone, m_session.context().currentZone));
     auto& label = part<toolkit::CLabelUI>(row, kRowName);
     label.SetText(name);
-    label.SetAttribute(u"textcolor", isActive ? u"#FF1C2733" : u"#FF596675");
+    label.SetAttribute(u"textcolor", isActive ? u"ink" : u"hint");
     auto& state = part<toolkit::CLabelUI>(row, kRowState);
     state.SetText(active);
-    state.SetAttribute(u"textcolor", isActive ? u"#FF1B6B3C" : u"#FF596675");
+    state.SetAttribute(u"textcolor", isActive ? u"good" : u"hint");
     auto& eye = part<toolkit::COptionUI>(row, kRowEye);
     eye.Selected(!isHidden);
     eye.SetIcon(isHidden ? u"EyeOff" : u"Eye");

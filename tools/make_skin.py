@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the default skin: its layouts are in data/UI, its images are drawn from the descriptions below.
+"""Makes the default skin: its layouts are in data/UI, its images are drawn from the descriptions below,
+light ones and, in the folder Dark, dark ones.
 The program's icon is drawn into data/icon, where packages find it.
 
   tools/make_skin.py FOLDER    the whole skin; images are drawn anew when a description has changed
@@ -12,6 +13,7 @@ Needs Python 3 alone. The pixels are the same on every machine. Beside FOLDER li
 says from what its images were drawn.
 """
 
+import functools
 import hashlib
 import math
 import os
@@ -28,75 +30,95 @@ LAYOUTS = TOOLS.parent / "data" / "UI"
 ICON_FOLDER = LAYOUTS.parent / "icon"
 ICON_TABLE = "Icons.txt"
 
-MUTED, WINDOW, SURFACE = "#465362", "#F3F5F8", "#FFFFFF"
-LINE, EDGE = "#D3DAE2", "#7C8A9A"
-ACCENT, ACCENT_HOVER, ACCENT_PRESSED = "#1D63AD", "#185493", "#124274"
-SELECTED, HOT, OFF = "#C1E3FF", "#E9F5FF", "#98A4B1"
-DANGER, DANGER_HOVER, DANGER_PRESSED = "#A8221B", "#FCECEA", "#F6D5D2"
-QUESTION, CHECK_OFF, CHEVRON_OFF = "#33475B", "#C9D1DA", "#B9C3CE"
-THUMB_HOVER = "#596675"
-WARNING, GOOD = "#B97A0A", "#1B6B3C"
+SHADES = ("", "Dark")  # the light skin and its folder of dark images
+# Each tone in the light and the dark skin. Layouts and the program name those of PALETTE.
+TONES = {
+    "ink": ("#1C2733", "#E4EAF0"), "value": ("#000000", "#FFFFFF"), "muted": ("#465362", "#B3BECA"),
+    "hint": ("#596675", "#9BA8B6"), "window": ("#F3F5F8", "#20262D"), "band": ("#E6EBF1", "#2A323B"),
+    "surface": ("#FFFFFF", "#14191F"), "line": ("#D3DAE2", "#3A4550"), "edge": ("#7C8A9A", "#7F8E9E"),
+    "frame": ("#8A97A5", "#0B0E12"), "accent": ("#1D63AD", "#63AEF5"), "primary": ("#1D63AD", "#2A72BD"),
+    "onprimary": ("#FFFFFF", "#FFFFFF"), "selected": ("#C1E3FF", "#1E466D"), "onselected": ("#124274", "#BFE0FF"),
+    "hot": ("#E9F5FF", "#27394B"), "off": ("#98A4B1", "#66727F"), "danger": ("#A8221B", "#FF9D93"),
+    "warn": ("#7A4A00", "#F2C46D"), "warnfill": ("#FFF0CF", "#3A2E14"), "warnedge": ("#B97A0A", "#C99330"),
+    "good": ("#1B6B3C", "#7FD6A0"), "question": ("#33475B", "#0E1318"), "onquestion": ("#FFFFFF", "#FFFFFF"),
+    "tip": ("#2B3947", "#E4EAF0"), "ontip": ("#FFFFFF", "#14191F"), "listedge": ("#A9B4C0", "#4A5662"),
+    "divider": ("#C3CCD6", "#4A5662"), "rowline": ("#E8ECF1", "#242B33"), "selectedline": ("#A6D2F7", "#2F6395"),
+    "itemoff": ("#CCCCCC", "#5C6874"), "canvas": ("#FAFBFC", "#171C22"), "stage": ("#20262D", "#0E1216"),
+    "onstage": ("#B3BECA", "#B3BECA"), "tag": ("#E61C2733", "#E61C2733"), "ontag": ("#FFFFFF", "#FFFFFF"),
+    "halo": ("#B3FFFFFF", "#B314191F"), "rest": ("#DDE4EB", "#333D47"), "run": ("#4088D0", "#3F86CC"),
+    "playhead": ("#124274", "#BFE0FF"), "tick": ("#B4BFCA", "#4A5662"), "default": ("#465362", "#B3BECA"),
+    "key": ("#1D63AD", "#7DBBF7"), "zone": ("#0B6B60", "#5CCFC0"), "random": ("#6A3D9E", "#C5A3F2"),
+    "onkind": ("#FFFFFF", "#14191F"),
+}
+PALETTE = tuple(TONES)
+ACCENT, SURFACE = TONES["accent"][0], TONES["surface"][0]  # of the program's icon
+# Of images alone.
+TONES |= {
+    "primaryhover": ("#185493", "#2E78C6"), "primarypressed": ("#124274", "#1F5C9C"),
+    "primaryoff": ("#E1E6EC", "#2A323B"), "dangerhover": ("#FCECEA", "#42262A"), "dangerpressed": ("#F6D5D2", "#5A2C30"),
+    "questionsign": ("#33475B", "#B3BECA"), "checkoff": ("#C9D1DA", "#3A4550"), "chevronoff": ("#B9C3CE", "#55606C"),
+    "thumbhover": ("#596675", "#9BA8B6"),
+}
 
 # State: (fill, edge) for each kind of button.
 SECONDARY = {
-    "Normal": (SURFACE, EDGE),
-    "Hover": (HOT, ACCENT),
-    "Click": (SELECTED, ACCENT_PRESSED),
-    "Inactive": (WINDOW, LINE),
-    "Chosen": (SELECTED, ACCENT),
+    "Normal": ("surface", "edge"),
+    "Hover": ("hot", "accent"),
+    "Click": ("selected", "onselected"),
+    "Inactive": ("window", "line"),
+    "Chosen": ("selected", "accent"),
 }
 PRIMARY = {
-    "Normal": (ACCENT, ACCENT),
-    "Hover": (ACCENT_HOVER, ACCENT_HOVER),
-    "Click": (ACCENT_PRESSED, ACCENT_PRESSED),
-    "Inactive": ("#E1E6EC", LINE),
+    "Normal": ("primary", "primary"),
+    "Hover": ("primaryhover", "primaryhover"),
+    "Click": ("primarypressed", "primarypressed"),
+    "Inactive": ("primaryoff", "line"),
 }
-DANGEROUS = {"Hover": (DANGER_HOVER, DANGER), "Click": (DANGER_PRESSED, DANGER)}  # else as SECONDARY
+DANGEROUS = {"Hover": ("dangerhover", "danger"), "Click": ("dangerpressed", "danger")}  # else as SECONDARY
 # The colours of icons: at rest, under the pointer, pressed, inactive, chosen.
 TINTS = {
-    "button": (MUTED, ACCENT_PRESSED, ACCENT_PRESSED, OFF, ACCENT_PRESSED),
-    "primary": (SURFACE, SURFACE, SURFACE, OFF, SURFACE),
-    "danger": (DANGER, DANGER, DANGER, OFF, DANGER),
-    "flag": (MUTED, MUTED, MUTED, OFF, ACCENT),
-    "accent": (ACCENT, ACCENT, ACCENT, OFF, ACCENT),
-    "muted": (MUTED, MUTED, MUTED, OFF, MUTED),
-    "warning": (WARNING, WARNING, WARNING, OFF, WARNING),
-    "good": (GOOD, GOOD, GOOD, OFF, GOOD),
-    "off": (OFF, OFF, OFF, OFF, OFF),
-    "question": (QUESTION, QUESTION, QUESTION, OFF, QUESTION),
-    "badge": (SURFACE, SURFACE, SURFACE, SURFACE, SURFACE),
-}
-# What the program draws itself: the map, the preview.
-PALETTE = {
-    "ink": "#1C2733", "muted": MUTED, "hint": "#596675", "surface": SURFACE, "band": "#E6EBF1", "line": LINE,
-    "edge": EDGE, "accent": ACCENT, "selected": SELECTED, "onselected": ACCENT_PRESSED, "danger": DANGER,
-    "stage": "#20262D", "onstage": "#B3BECA", "tag": "#E61C2733", "ontag": SURFACE, "halo": "#B3FFFFFF",
-    "rest": "#DDE4EB", "default": MUTED, "key": ACCENT, "zone": "#0B6B60", "random": "#6A3D9E", "onkind": SURFACE,
+    "button": ("muted", "onselected", "onselected", "off", "onselected"),
+    "primary": ("onprimary", "onprimary", "onprimary", "off", "onprimary"),
+    "danger": ("danger", "danger", "danger", "off", "danger"),
+    "flag": ("muted", "muted", "muted", "off", "accent"),
+    "accent": ("accent", "accent", "accent", "off", "accent"),
+    "muted": ("muted", "muted", "muted", "off", "muted"),
+    "warning": ("warnedge", "warnedge", "warnedge", "off", "warnedge"),
+    "good": ("good", "good", "good", "off", "good"),
+    "off": ("off", "off", "off", "off", "off"),
+    "question": ("questionsign", "questionsign", "questionsign", "off", "questionsign"),
+    "badge": ("onkind", "onkind", "onkind", "onkind", "onkind"),
 }
 SCALES = (100, 125, 150, 200, 300)  # percent, for which icons are drawn
 SHEET_COLUMNS = 12
 
 FIELD = {
-    "Normal": (SURFACE, EDGE),
-    "Hover": (SURFACE, ACCENT),
-    "Click": (SURFACE, ACCENT),
-    "Inactive": (WINDOW, LINE),
+    "Normal": ("surface", "edge"),
+    "Hover": ("surface", "accent"),
+    "Click": ("surface", "accent"),
+    "Inactive": ("window", "line"),
 }
 BOX = {  # fill, edge, tick
-    "Normal": (SURFACE, EDGE, None),
-    "Hover": (HOT, ACCENT, None),
-    "Inactive": (WINDOW, LINE, None),
-    "Click": (ACCENT, ACCENT, SURFACE),
-    "ClickHover": (ACCENT_HOVER, ACCENT_HOVER, SURFACE),
-    "ClickInactive": (CHECK_OFF, CHECK_OFF, SURFACE),
+    "Normal": ("surface", "edge", None),
+    "Hover": ("hot", "accent", None),
+    "Inactive": ("window", "line", None),
+    "Click": ("primary", "primary", "onprimary"),
+    "ClickHover": ("primaryhover", "primaryhover", "onprimary"),
+    "ClickInactive": ("checkoff", "checkoff", "onprimary"),
 }
-THUMB = {"Normal": EDGE, "Hover": THUMB_HOVER, "Click": ACCENT_PRESSED}
+THUMB = {"Normal": "edge", "Hover": "thumbhover", "Click": "onselected"}
+
+
+def colour(tone):
+    """The tone in the skin that is drawn."""
+    return TONES[tone][SHADES.index(Image.shade)]
 
 
 class Image(canvas.Image):
-    """A picture whose shapes are given at 100 percent and drawn at Image.scale."""
+    """A picture whose shapes are given at 100 percent and drawn at Image.scale, with the tones of Image.shade."""
 
     scale = 1.0
+    shade = SHADES[0]
 
     def __init__(self, width, height):
         super().__init__(self.pixels(width), self.pixels(height))
@@ -115,8 +137,8 @@ class Image(canvas.Image):
         """The width of a line of one pixel: whole pixels, rounded down."""
         return max(1, math.floor(cls.scale)) / cls.scale
 
-    def fill(self, shape, colour, opacity=1.0, even_odd=False):
-        super().fill(path.moved(shape, 0, 0, self.scale), colour, opacity, even_odd)
+    def fill(self, shape, tone, opacity=1.0, even_odd=False):
+        super().fill(path.moved(shape, 0, 0, self.scale), colour(tone), opacity, even_odd)
 
 
 def box_path(x, y, width, height, radius, inset=0.0):
@@ -150,7 +172,7 @@ def combo(state):
     fill, edge = FIELD[state]
     image = Image(48, 25)
     framed(image, 0, 0, 48, 25, fill, edge)
-    grip = {"Hover": (HOT, SELECTED), "Click": (SELECTED, ACCENT)}.get(state)
+    grip = {"Hover": ("hot", "selected"), "Click": ("selected", "accent")}.get(state)
     if grip:
         line = Image.line()
         inside = Image.snapped(25) - 2 * line
@@ -158,7 +180,7 @@ def combo(state):
         image.fill(path.rounded(20, line, 24, inside, 0), grip[0])
         image.fill(path.rounded(4, line, 16, inside, 0), fill)
         image.fill(path.rounded(20, line, line, inside, 0), grip[1])
-    skin_icons.draw(image, "Chevron", 34, 13, CHEVRON_OFF if state == "Inactive" else MUTED)
+    skin_icons.draw(image, "Chevron", 34, 13, "chevronoff" if state == "Inactive" else "muted")
     return image
 
 
@@ -180,18 +202,18 @@ def ring(width, height, colour, thick=2, radius=3):
 
 def primary_ring():
     """2 px dark, then a white line: seen on the accent fill."""
-    image = ring(12, 12, ACCENT_PRESSED)
+    image = ring(12, 12, "onselected")
     inner = Image.snapped(2)
-    image.fill(box_path(0, 0, 12, 12, 3, inner) + box_path(0, 0, 12, 12, 3, inner + Image.line()), SURFACE,
+    image.fill(box_path(0, 0, 12, 12, 3, inner) + box_path(0, 0, 12, 12, 3, inner + Image.line()), "surface",
                even_odd=True)
     return image
 
 
 def check_ring():
     """Around an 18 px box: 1 px white, then 2 px accent, 24 x 24 in all."""
-    image = ring(24, 24, ACCENT, 2, 6)
+    image = ring(24, 24, "accent", 2, 6)
     inner = Image.snapped(2)
-    image.fill(box_path(0, 0, 24, 24, 6, inner) + box_path(0, 0, 24, 24, 6, inner + Image.line()), SURFACE,
+    image.fill(box_path(0, 0, 24, 24, 6, inner) + box_path(0, 0, 24, 24, 6, inner + Image.line()), "surface",
                even_odd=True)
     return image
 
@@ -206,7 +228,7 @@ def tab(fill, top=None):
     """The head of a page; the chosen one is open below and has a bar on its upper edge."""
     image = Image(16, 32)
     if fill:
-        image.fill(path.rounded(0, 0, 16, 32, 0), LINE if top else fill)
+        image.fill(path.rounded(0, 0, 16, 32, 0), "line" if top else fill)
         line = Image.line()
         image.fill(path.rounded(line, line, 16 - 2 * line, 32, 0), fill)
     if top:
@@ -221,7 +243,7 @@ def buttons():
 
 
 def tabs():
-    for state, look in (("Normal", (None,)), ("Hover", (HOT,)), ("Inactive", (WINDOW, LINE)), ("Chosen", (SURFACE, ACCENT))):
+    for state, look in (("Normal", (None,)), ("Hover", ("hot",)), ("Inactive", ("window", "line")), ("Chosen", ("surface", "accent"))):
         yield "Tab" + state, tab(*look)
 
 
@@ -230,7 +252,7 @@ def fields():
         yield "Combo" + state, combo(state)
         if state != "Click":
             yield "Edit" + state, button(FIELD[state])
-    for state, colour in (("Normal", SURFACE), ("Selected", SELECTED), ("Hover", HOT)):
+    for state, colour in (("Normal", "surface"), ("Selected", "selected"), ("Hover", "hot")):
         yield "ComboItem" + state, flat(colour)
     for state in ("Normal", "Hover", "Click", "Inactive"):
         yield "Option" + state, box(Image(18, 18), 0, 0, state)
@@ -239,16 +261,16 @@ def fields():
 
 
 def parts():
-    yield "FocusRing", ring(12, 12, ACCENT)
+    yield "FocusRing", ring(12, 12, "accent")
     yield "FocusRingPrimary", primary_ring()
     yield "FocusRingCheck", check_ring()
     for state, colour in THUMB.items():
         yield "ScrollThumb" + state, thumb(colour)
     card = Image(12, 12)
-    framed(card, 0, 0, 12, 12, SURFACE, LINE, 4)
+    framed(card, 0, 0, 12, 12, "surface", "line", 4)
     yield "Card", card
     notice = Image(12, 12)
-    framed(notice, 0, 0, 12, 12, HOT, ACCENT)
+    framed(notice, 0, 0, 12, 12, "hot", "accent")
     yield "Notice", notice
 
 
@@ -280,15 +302,21 @@ def places_of_faces(top):
         x, row = x + width, max(row, height)
 
 
-def sheet(percent):
-    """The masks of all icons at one scale and, where it is larger than 1, all other images."""
+@functools.cache
+def masks(percent, height):
     places = list(icons())
-    end = max(y + side for _, _, y, side in places)
-    pictures = list(places_of_faces(end)) if percent > 100 else []
-    height = max([end] + [-(-(y + size) // 4) * 4 for _, _, y, _, size in pictures])
     result = skin_icons.Sheet(SHEET_COLUMNS * 16 * percent // 100, height * percent // 100)
     for name, x, y, _ in places:
         result.draw(name, x * percent // 100, y * percent // 100, percent / 100)
+    return result
+
+
+def sheet(percent):
+    """The masks of all icons at one scale and, where it is larger than 1, all other images."""
+    end = max(y + side for _, _, y, side in icons())
+    pictures = list(places_of_faces(end)) if percent > 100 else []
+    height = max([end] + [-(-(y + size) // 4) * 4 for _, _, y, _, size in pictures])
+    result = masks(percent, height).copy()
     Image.scale = percent / 100
     try:
         for (_, x, y, _, _), (_, image) in zip(pictures, faces() if pictures else ()):
@@ -302,8 +330,8 @@ def icon_table():
     places = list(icons())
     lines = ["# The skin's icons and their colours: at rest, under the pointer, pressed, inactive, chosen."]
     lines += ["scale " + " ".join(str(percent) for percent in SCALES)]
-    lines += [f"tint {name} " + " ".join(colours) for name, colours in TINTS.items()]
-    lines += [f"color {name} {colour}" for name, colour in PALETTE.items()]
+    lines += [f"tint {name} " + " ".join(map(colour, tones)) for name, tones in TINTS.items()]
+    lines += [f"color {name} {colour(name)}" for name in PALETTE]
     lines += [f"icon {name} {x} {y} {side}" for name, x, y, side in places]
     lines += [f"image {name}.png {x} {y} {width} {height}"
               for name, x, y, width, height in places_of_faces(max(y + side for _, _, y, side in places))]
@@ -319,11 +347,11 @@ def template(boxes, lines):
     """The branches of a new scene, the first one filled."""
     image = Image(112, 64)
     for line in lines:
-        image.fill(path.stroke(path.parse(line), 1.5, "butt"), MUTED)
+        image.fill(path.stroke(path.parse(line), 1.5, "butt"), "muted")
     for number, (x, y) in enumerate(boxes):
         framed_box = path.rounded(x - 0.75, y - 0.75, 23.5, 15.5, 2.75)
-        image.fill(framed_box, EDGE if number else ACCENT)
-        image.fill(path.rounded(x + 0.75, y + 0.75, 20.5, 12.5, 1.25), SURFACE if number else ACCENT)
+        image.fill(framed_box, "edge" if number else "accent")
+        image.fill(path.rounded(x + 0.75, y + 0.75, 20.5, 12.5, 1.25), "surface" if number else "accent")
     return image
 
 
@@ -356,6 +384,14 @@ def write(file, data):
 
 
 def draw(folder):
+    for shade in SHADES:
+        Image.shade = shade
+        (folder / shade).mkdir(exist_ok=True)
+        draw_shade(folder / shade)
+    Image.shade = SHADES[0]
+
+
+def draw_shade(folder):
     wanted = set()
     for name, image in images():
         write(folder / name, png.encode(image.width, image.height, image.rgba()))

@@ -1,11 +1,10 @@
 """Contrast of every text that the layouts put on a fill: WCAG 2 ratio, from the colours and the
 images themselves (https://www.w3.org/TR/WCAG21/#dfn-contrast-ratio)."""
 
-from skin_model import colour, image_parts
+from skin_model import image_parts
 
 REQUIRED = 4.5
-INK = "#FF000000"
-TIP_INK, TIP_GROUND = "#FFFFFFFF", "#FF2B3947"
+INK, TIP_INK, TIP_GROUND = "value", "ontip", "tip"
 
 # State: (image attribute, text colour attribute); the first image and colour that exist are used.
 STATES = {
@@ -45,7 +44,7 @@ def _ground(layout, skin, control):
     """What the controls painted before `control` leave at the middle of its left edge."""
     x, y, _, height = control.rect
     y += height // 2
-    ground = _over(colour(layout.window.get("bkcolor", "")) or (0, 0, 0, 0), (255, 255, 255, 255))
+    ground = _over(skin.colour(layout.window.get("bkcolor", "")) or (0, 0, 0, 0), (255, 255, 255, 255))
     for other in layout.controls():
         if other is control:
             break
@@ -53,18 +52,18 @@ def _ground(layout, skin, control):
         inside = rect[0] <= x < rect[0] + rect[2] and rect[1] <= y < rect[1] + rect[3]
         if not inside or other.get("visible") == "false" and not any(one is control for one in other.all()):
             continue  # hidden, unless the control is seen together with it
-        fill = colour(other.get("bkcolor"))
+        fill = skin.colour(other.get("bkcolor"))
         if fill:
             ground = _over(fill, ground)
         if other.get("bkimage") and "corner" in image_parts(other.get("bkimage")):
             ground = _over(skin.middle(other.get("bkimage")), ground)
-    return ground
+    return _over(skin.colour(control.get("bkcolor")) or (0, 0, 0, 0), ground)
 
 
 def texts(layout, skin):
     """Yields (control, state, text colour, ground colour, ratio) for all texts of a layout."""
     tip = layout.defaults.get("ToolTip", {})
-    ink, below = colour(tip.get("textcolor", TIP_INK)), colour(tip.get("bkcolor", TIP_GROUND))
+    ink, below = skin.colour(tip.get("textcolor", TIP_INK)), skin.colour(tip.get("bkcolor", TIP_GROUND))
     yield "ToolTip", "normal", ink, below, ratio(ink, below)
     for control in layout.controls():
         if control.rect is None or control.kind not in ("Label", "Text", "Button", "Option", "Edit", "Combo", "List"):
@@ -77,14 +76,14 @@ def texts(layout, skin):
             image = _first(control, images)
             if state != "normal" and not image:
                 continue
-            ink = colour(_first(control, colours, INK))
+            ink = skin.colour(_first(control, colours, INK))
             below = _over(skin.middle(image), ground) if image else ground
             yield what, state, ink, below, ratio(ink, below)
         if control.kind in ("Combo", "List"):
             for state, (images, fills, colours) in ITEM_STATES.items():
                 # The rows that the program puts into a list hold texts.
                 rows = layout.defaults.get("Text", {}) if control.kind == "List" else {}
-                ink = colour(_first(control, colours, rows.get("textcolor", INK)))
-                image, fill = _first(control, images), _first(control, fills, "#FFFFFFFF")
-                below = skin.middle(image) if image else colour(fill)
+                ink = skin.colour(_first(control, colours, rows.get("textcolor", INK)))
+                image, fill = _first(control, images), _first(control, fills, "surface")
+                below = skin.middle(image) if image else skin.colour(fill)
                 yield what, state, ink, below, ratio(ink, below)

@@ -4,6 +4,8 @@
 round the ground, "cut" an outline through which the ground shows. 16 px icons take an outline of
 1.5 px, larger ones of 2 px. A new icon is one entry here; make_skin.py then draws its masks."""
 
+import copy
+
 from vector import path
 from vector.canvas import Image
 
@@ -187,6 +189,12 @@ class Sheet:
                 place = ((y + row) * self.width + x) * 4
                 pixels[place:place + image.width * 4] = rows[row * image.width * 4:(row + 1) * image.width * 4]
         return bytes(pixels)
+
+    def copy(self):
+        """One with the same masks, to lay other pictures into."""
+        other = copy.copy(self)
+        other._laid = list(self._laid)
+        return other
 
     def lay(self, image, x, y):
         self._laid.append((image, x, y))

@@ -89,10 +89,12 @@ class Layout:
 
 
 class Skin:
-    """The folder: layouts are read at once, images when asked for."""
+    """The folder: layouts are read at once, images when asked for. With the shade "Dark", images and colours
+    are those of that folder in it."""
 
-    def __init__(self, folder):
-        self.folder = pathlib.Path(folder)
+    def __init__(self, folder, shade=""):
+        self.layouts = pathlib.Path(folder)
+        self.folder = self.layouts / shade
         self.images = sorted(file.name for file in self.folder.glob("*.png"))
         self.icons = {"icon": {}, "tint": {}, "color": {}, "scale": {}}  # the lines of Icons.txt, by their first two words
         table = self.folder / "Icons.txt"
@@ -103,7 +105,11 @@ class Skin:
         self._pixels = {}
 
     def layout(self, name):
-        return Layout(self.folder / name)
+        return Layout(self.layouts / name)
+
+    def colour(self, text):
+        """As the function colour; a tone's name is that tone."""
+        return colour(" ".join(self.icons["color"].get(text.strip(), ["", text])[1:]))
 
     def image(self, name):
         """(width, height, rgba); ValueError or OSError when it cannot be read."""

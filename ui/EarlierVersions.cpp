@@ -51,8 +51,8 @@ std::unique_ptr<toolkit::CLabelUI> label(std::u16string_view text, int font, boo
     auto label = std::make_unique<toolkit::CLabelUI>();
     label->SetText(text);
     label->SetFont(font);
-    label->SetAttribute(u"textcolor", isMuted ? u"#FF465362" : u"#FF1C2733");
-    label->SetAttribute(u"disabledtextcolor", u"#FF465362");
+    label->SetAttribute(u"textcolor", isMuted ? u"muted" : u"ink");
+    label->SetAttribute(u"disabledtextcolor", u"muted");
     return label;
 }
 
@@ -138,7 +138,7 @@ void EarlierVersions::addDay(toolkit::CListUI& list, std::u16string_view day) {
     text->SetTextPadding({11, 0, 8, 0});
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->SetFixedHeight(kDayHeight);
-    row->SetAttribute(u"bkcolor", u"#FFE6EBF1");
+    row->SetAttribute(u"bkcolor", u"band");
     row->Add(std::move(text));
     row->SetEnabled(false);
     list.Add(std::move(row));
@@ -158,7 +158,7 @@ void EarlierVersions::addVersion(toolkit::CListUI& list, const VersionReader::Ro
     layout->Add(std::move(differences));
     auto element = std::make_unique<toolkit::CListContainerElementUI>();
     element->SetFixedHeight(kVersionHeight);
-    element->SetAttribute(u"bordercolor", u"#FFE6EBF1");
+    element->SetAttribute(u"bordercolor", u"band");
     element->SetAttribute(u"bordersize", u"0,0,0,1");
     element->Add(std::move(layout));
     list.Add(std::move(element));

@@ -16,9 +16,8 @@ struct NoticeLook {
     std::u16string_view tint;
 };
 /// That of the layouts.
-inline constexpr NoticeLook kNoteLook{u"#FFE9F5FF", u"#FF1D63AD", u"#FF1C2733", u"Note", u"accent"};
-inline constexpr NoticeLook kWarningLook{u"#FFFFF0CF", u"#FFB97A0A", u"#FF7A4A00", u"Warning",
-                                         u"warning"};
+inline constexpr NoticeLook kNoteLook{u"hot", u"accent", u"ink", u"Note", u"accent"};
+inline constexpr NoticeLook kWarningLook{u"warnfill", u"warnedge", u"warn", u"Warning", u"warning"};
 inline constexpr NoticeLook kErrorLook{kWarningLook.fill, kWarningLook.edge, kWarningLook.text,
                                        u"Error", u"danger"};
 

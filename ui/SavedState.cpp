@@ -15,7 +15,7 @@ constexpr std::u16string_view kNotSaved = u"Not saved";
 constexpr std::u16string_view kModified = u"Modified";
 
 std::u16string_view colorOf(std::u16string_view text) {
-    return text == kNotSaved ? u"#FFA8221B" : text == kModified ? u"#FF7A4A00" : u"#FF596675";
+    return text == kNotSaved ? u"danger" : text == kModified ? u"warn" : u"hint";
 }
 
 } // namespace

@@ -60,7 +60,7 @@ std::unique_ptr<toolkit::CLabelUI> makeLabel(const toolkit::WindowLook& look, in
     label->SetText(text);
     label->SetFixedHeight(height);
     if (font == kSmallFont) {
-        label->SetAttribute(u"textcolor", u"#FF465362");
+        label->SetAttribute(u"textcolor", u"muted");
     }
     return label;
 }
@@ -191,7 +191,7 @@ std::unique_ptr<toolkit::CControlUI> SceneCards::makeRow(int row) {
     layout->Add(std::move(texts));
     auto element = std::make_unique<toolkit::CListContainerElementUI>();
     element->SetFixedHeight(kRowHeight);
-    element->SetAttribute(u"bordercolor", u"#FFE6EBF1");
+    element->SetAttribute(u"bordercolor", u"band");
     element->SetAttribute(u"bordersize", u"0,0,0,1");
     element->Add(std::move(layout));
     if (m_stills && card.summary) {

@@ -23,9 +23,10 @@ const AttributeTable<CButtonUI>& CButtonUI::Attributes::table() {
         {u"hotimage", [](CButtonUI& c, Text v) { c.m_hotImage = v; }},
         {u"pushedimage", [](CButtonUI& c, Text v) { c.m_pushedImage = v; }},
         {u"disabledimage", [](CButtonUI& c, Text v) { c.m_disabledImage = v; }},
-        {u"hottextcolor", [](CButtonUI& c, Text v) { assignIf(c.m_hotTextColor, parseColor(v)); }},
+        {u"hottextcolor",
+         [](CButtonUI& c, Text v) { assignIf(c.m_hotTextColor, parseSkinColor(v)); }},
         {u"pushedtextcolor",
-         [](CButtonUI& c, Text v) { assignIf(c.m_pushedTextColor, parseColor(v)); }},
+         [](CButtonUI& c, Text v) { assignIf(c.m_pushedTextColor, parseSkinColor(v)); }},
     };
     return attributes;
 }
@@ -166,11 +167,11 @@ void CButtonUI::paintStatus(platform::Canvas& canvas) {
     drawImage(canvas, m_normalImage);
 }
 
-platform::Color CButtonUI::currentTextColor() const {
-    if (IsEnabled() && isPushed() && m_pushedTextColor != 0) {
+SkinColor CButtonUI::currentTextColor() const {
+    if (IsEnabled() && isPushed() && m_pushedTextColor.isSet()) {
         return m_pushedTextColor;
     }
-    if (IsEnabled() && (isPushed() || m_hot) && m_hotTextColor != 0) {
+    if (IsEnabled() && (isPushed() || m_hot) && m_hotTextColor.isSet()) {
         return m_hotTextColor;
     }
     return CLabelUI::currentTextColor();

@@ -6,10 +6,10 @@
 #include <string_view>
 
 #include "platform/Accessible.h"
-#include "platform/Color.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/skin/IconSet.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -37,7 +37,7 @@ public:
 
 protected:
     void paintStatus(platform::Canvas& canvas) override;
-    [[nodiscard]] platform::Color currentTextColor() const override;
+    [[nodiscard]] SkinColor currentTextColor() const override;
     [[nodiscard]] IconState iconState() const override;
     [[nodiscard]] Point iconPlace() const override;
     [[nodiscard]] bool takesPress() const;
@@ -57,8 +57,8 @@ private:
     std::u16string m_hotImage;
     std::u16string m_pushedImage;
     std::u16string m_disabledImage;
-    platform::Color m_hotTextColor = 0;
-    platform::Color m_pushedTextColor = 0;
+    SkinColor m_hotTextColor;
+    SkinColor m_pushedTextColor;
     bool m_hot = false;
     bool m_mouseDown = false;   ///< the press began here
     bool m_mousePushed = false; ///< and the pointer is inside

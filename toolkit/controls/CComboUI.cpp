@@ -27,15 +27,16 @@ const AttributeTable<CComboUI>& CComboUI::Attributes::table() {
         {u"hotimage", [](CComboUI& c, Text v) { c.m_hotImage = v; }},
         {u"pushedimage", [](CComboUI& c, Text v) { c.m_pushedImage = v; }},
         {u"disabledimage", [](CComboUI& c, Text v) { c.m_disabledImage = v; }},
-        {u"textcolor", [](CComboUI& c, Text v) { assignIf(c.m_textColor, parseColor(v)); }},
+        {u"textcolor", [](CComboUI& c, Text v) { assignIf(c.m_textColor, parseSkinColor(v)); }},
         {u"disabledtextcolor",
-         [](CComboUI& c, Text v) { assignIf(c.m_disabledTextColor, parseColor(v)); }},
+         [](CComboUI& c, Text v) { assignIf(c.m_disabledTextColor, parseSkinColor(v)); }},
         {u"textpadding", [](CComboUI& c, Text v) { assignIf(c.m_textPadding, parseRect(v)); }},
         {u"font", [](CComboUI& c, Text v) { assignIf(c.m_font, parseInt(v)); }},
         {u"dropboxsize", [](CComboUI& c, Text v) { assignIf(c.m_dropBoxSize, parseSize(v)); }},
         {u"dropbordercolor",
-         [](CComboUI& c, Text v) { assignIf(c.m_dropBorderColor, parseColor(v)); }},
-        {u"dropbkcolor", [](CComboUI& c, Text v) { assignIf(c.m_dropBackColor, parseColor(v)); }},
+         [](CComboUI& c, Text v) { assignIf(c.m_dropBorderColor, parseSkinColor(v)); }},
+        {u"dropbkcolor",
+         [](CComboUI& c, Text v) { assignIf(c.m_dropBackColor, parseSkinColor(v)); }},
     };
     return attributes;
 }
@@ -163,8 +164,9 @@ void CComboUI::paintText(platform::Canvas& canvas) {
     const CPaintManagerUI& manager = *GetManager();
     TextLook look;
     look.font = manager.look().GetFont(m_font.value_or(m_itemStyle.font));
-    look.color = IsEnabled() ? m_textColor.value_or(m_itemStyle.textColor)
-                             : m_disabledTextColor.value_or(m_itemStyle.disabledTextColor);
+    look.color =
+        paletteColor(IsEnabled() ? m_textColor.value_or(m_itemStyle.textColor)
+                                 : m_disabledTextColor.value_or(m_itemStyle.disabledTextColor));
     paintTextLine(canvas, manager.fonts(), GetText(), textRect(), look);
 }
 

@@ -12,12 +12,13 @@
 #include <vector>
 
 #include "platform/Accessible.h"
-#include "platform/Color.h"
 #include "platform/Event.h"
 #include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListLabelElementUI.h"
 #include "toolkit/controls/ItemStyle.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -68,8 +69,8 @@ public:
     void CloseDrop();
 
     [[nodiscard]] const ItemStyle& itemStyle() const { return m_itemStyle; }
-    [[nodiscard]] platform::Color dropBorderColor() const { return m_dropBorderColor; }
-    [[nodiscard]] platform::Color dropBackColor() const { return m_dropBackColor; }
+    [[nodiscard]] SkinColor dropBorderColor() const { return m_dropBorderColor; }
+    [[nodiscard]] SkinColor dropBackColor() const { return m_dropBackColor; }
 
     bool SetAttribute(std::u16string_view name, std::u16string_view value) override;
     void forgetInput() override;
@@ -123,11 +124,11 @@ private:
     std::u16string m_disabledImage;
     Size m_dropBoxSize{0, 150};
     std::optional<Rect> m_textPadding;
-    std::optional<platform::Color> m_textColor;
-    std::optional<platform::Color> m_disabledTextColor;
+    std::optional<SkinColor> m_textColor;
+    std::optional<SkinColor> m_disabledTextColor;
     std::optional<int> m_font;
-    platform::Color m_dropBorderColor = 0xFF7C8A9A;
-    platform::Color m_dropBackColor = 0xFFFFFFFF;
+    SkinColor m_dropBorderColor = Tone::edge;
+    SkinColor m_dropBackColor = Tone::surface;
     int m_current = -1;
     bool m_hot = false;
 };

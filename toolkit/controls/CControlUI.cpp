@@ -39,8 +39,9 @@ const AttributeTable<CControlUI>& CControlUI::Attributes::table() {
          [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetMaxHeight, parseInt(v)); }},
         {u"padding",
          [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetPadding, parseRect(v)); }},
-        {u"bkcolor", [](CControlUI& c, Text v) { assignIf(c.m_backColor, parseColor(v)); }},
-        {u"bordercolor", [](CControlUI& c, Text v) { assignIf(c.m_borderColor, parseColor(v)); }},
+        {u"bkcolor", [](CControlUI& c, Text v) { assignIf(c.m_backColor, parseSkinColor(v)); }},
+        {u"bordercolor",
+         [](CControlUI& c, Text v) { assignIf(c.m_borderColor, parseSkinColor(v)); }},
         {u"bordersize",
          [](CControlUI& c, Text v) {
              if (const auto all = parseInt(v)) {
@@ -258,18 +259,24 @@ void CControlUI::paintIcon(platform::Canvas& canvas) {
 }
 
 void CControlUI::paintBackground(platform::Canvas& canvas) {
-    if (platform::alphaOf(m_backColor) != 0) {
-        canvas.fillRect(m_pos, m_backColor);
+    const platform::Color ground = paletteColor(m_backColor);
+    if (platform::alphaOf(ground) != 0) {
+        canvas.fillRect(m_pos, ground);
     }
     drawImage(canvas, m_backImage);
     drawImage(canvas, m_foreImage);
 }
 
 void CControlUI::paintBorder(platform::Canvas& canvas) {
-    if (platform::alphaOf(m_borderColor) == 0 || m_borderSize == Rect{}) {
-        return;
+    const platform::Color edge = paletteColor(m_borderColor);
+    if (platform::alphaOf(edge) != 0 && m_borderSize != Rect{}) {
+        canvas.fillFrame(m_pos, m_borderSize, edge);
     }
-    canvas.fillFrame(m_pos, m_borderSize, m_borderColor);
+}
+
+platform::Color CControlUI::paletteColor(const SkinColor& color) const {
+    static const Palette usual;
+    return color.in(m_manager != nullptr ? m_manager->look().palette() : usual);
 }
 
 std::u16string CControlUI::toolTipAt(Point /*point*/) const {

@@ -14,6 +14,7 @@
 #include "toolkit/input/TEventUI.h"
 #include "toolkit/layout/Anchor.h"
 #include "toolkit/skin/IconSet.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -210,6 +211,8 @@ protected:
     /// Where the icon is unless the layout says so; -1: in the middle.
     [[nodiscard]] virtual Point iconPlace() const { return {-1, -1}; }
 
+    /// As the window's skin has it.
+    [[nodiscard]] platform::Color paletteColor(const SkinColor& color) const;
     /// Whether the mouse meets the control itself at this point of it.
     [[nodiscard]] bool meets(Point point, Meeting kind) const;
     /// Draws the image that `attribute` names over the control; false when there is none.
@@ -246,8 +249,8 @@ private:
     Size m_fixed;
     Size m_min;
     Size m_max;
-    platform::Color m_backColor = 0;
-    platform::Color m_borderColor = 0;
+    SkinColor m_backColor;
+    SkinColor m_borderColor;
     bool m_enabled = true;
     bool m_visible = true;
     bool m_tabStop = true;

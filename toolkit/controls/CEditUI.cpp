@@ -37,10 +37,10 @@ const AttributeTable<CEditUI>& CEditUI::Attributes::table() {
         {u"hotimage", [](CEditUI& c, Text v) { c.m_hotImage = v; }},
         {u"disabledimage", [](CEditUI& c, Text v) { c.m_disabledImage = v; }},
         {u"readonlytextcolor",
-         [](CEditUI& c, Text v) { assignIf(c.m_readOnlyTextColor, parseColor(v)); }},
+         [](CEditUI& c, Text v) { assignIf(c.m_readOnlyTextColor, parseSkinColor(v)); }},
         {u"selectioncolor",
-         [](CEditUI& c, Text v) { assignIf(c.m_selectionColor, parseColor(v)); }},
-        {u"caretcolor", [](CEditUI& c, Text v) { assignIf(c.m_caretColor, parseColor(v)); }},
+         [](CEditUI& c, Text v) { assignIf(c.m_selectionColor, parseSkinColor(v)); }},
+        {u"caretcolor", [](CEditUI& c, Text v) { assignIf(c.m_caretColor, parseSkinColor(v)); }},
     };
     return attributes;
 }
@@ -172,7 +172,7 @@ void CEditUI::paintStatus(platform::Canvas& canvas) {
     }
 }
 
-platform::Color CEditUI::currentTextColor() const {
+SkinColor CEditUI::currentTextColor() const {
     return IsEnabled() && m_readOnly ? m_readOnlyTextColor : CLabelUI::currentTextColor();
 }
 
@@ -189,18 +189,18 @@ void CEditUI::paintText(platform::Canvas& canvas) {
     if (m_model.hasSelection() && IsFocused() && m_preedit.empty()) {
         canvas.fillRect({origin + positions[m_model.selectionBegin()], caret.top,
                          origin + positions[m_model.selectionEnd()], caret.bottom},
-                        m_selectionColor);
+                        paletteColor(m_selectionColor));
     }
     const Rect line{origin, textRect().top, origin + positions.back() + 1, textRect().bottom};
-    canvas.drawText(shownText(), line, manager.look().GetFont(GetFont()), currentTextColor(),
-                    platform::TextAlign::left);
+    canvas.drawText(shownText(), line, manager.look().GetFont(GetFont()),
+                    paletteColor(currentTextColor()), platform::TextAlign::left);
     if (!m_preedit.empty()) {
         canvas.fillRect(
             {origin + positions[m_model.caret()], caret.bottom - 1, caret.left, caret.bottom},
-            m_caretColor);
+            paletteColor(m_caretColor));
     }
     if (IsFocused() && !m_readOnly) {
-        canvas.fillRect(caret, m_caretColor);
+        canvas.fillRect(caret, paletteColor(m_caretColor));
     }
 }
 

@@ -8,10 +8,11 @@
 #include <vector>
 
 #include "platform/Accessible.h"
-#include "platform/Color.h"
 #include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/SkinColor.h"
 #include "toolkit/text/EditModel.h"
 
 namespace toolkit {
@@ -58,7 +59,7 @@ public:
 protected:
     void paintStatus(platform::Canvas& canvas) override;
     void paintText(platform::Canvas& canvas) override;
-    [[nodiscard]] platform::Color currentTextColor() const override;
+    [[nodiscard]] SkinColor currentTextColor() const override;
 
 private:
     struct Attributes;
@@ -83,9 +84,9 @@ private:
     std::u16string m_normalImage;
     std::u16string m_hotImage;
     std::u16string m_disabledImage;
-    platform::Color m_readOnlyTextColor = 0xFF465362;
-    platform::Color m_selectionColor = 0xFFC1E3FF;
-    platform::Color m_caretColor = 0xFF000000;
+    SkinColor m_readOnlyTextColor = Tone::muted;
+    SkinColor m_selectionColor = Tone::selected;
+    SkinColor m_caretColor = Tone::value;
     int m_scroll = 0; ///< pixels of text left of the visible part
     bool m_readOnly = false;
     bool m_hot = false;

@@ -20,9 +20,9 @@ const AttributeTable<CLabelUI>& CLabelUI::Attributes::table() {
     using Text = std::u16string_view;
     static const AttributeTable<CLabelUI> attributes{
         {u"font", [](CLabelUI& c, Text v) { assignIf(c.m_font, parseInt(v)); }},
-        {u"textcolor", [](CLabelUI& c, Text v) { assignIf(c.m_textColor, parseColor(v)); }},
+        {u"textcolor", [](CLabelUI& c, Text v) { assignIf(c.m_textColor, parseSkinColor(v)); }},
         {u"disabledtextcolor",
-         [](CLabelUI& c, Text v) { assignIf(c.m_disabledTextColor, parseColor(v)); }},
+         [](CLabelUI& c, Text v) { assignIf(c.m_disabledTextColor, parseSkinColor(v)); }},
         {u"textpadding", [](CLabelUI& c, Text v) { assignIf(c.m_textPadding, parseRect(v)); }},
         {u"endellipsis", [](CLabelUI& c, Text v) { assignIf(c.m_endEllipsis, parseBool(v)); }},
         {u"besidetext", [](CLabelUI& c, Text v) { assignIf(c.m_besideText, parseInt(v)); }},
@@ -87,14 +87,15 @@ platform::Rect CLabelUI::textRect() const {
             pos.right - m_textPadding.right, pos.bottom - m_textPadding.bottom};
 }
 
-platform::Color CLabelUI::currentTextColor() const {
+SkinColor CLabelUI::currentTextColor() const {
     return IsEnabled() ? m_textColor : m_disabledTextColor;
 }
 
 void CLabelUI::paintText(platform::Canvas& canvas) {
     const CPaintManagerUI& manager = *GetManager();
-    paintTextLine(canvas, manager.fonts(), GetText(), textRect(),
-                  {manager.look().GetFont(m_font), currentTextColor(), m_align, m_endEllipsis});
+    paintTextLine(
+        canvas, manager.fonts(), GetText(), textRect(),
+        {manager.look().GetFont(m_font), paletteColor(currentTextColor()), m_align, m_endEllipsis});
 }
 
 std::u16string CLabelUI::toolTipAt(Point /*point*/) const {

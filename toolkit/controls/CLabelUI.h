@@ -7,8 +7,9 @@
 
 #include "platform/Accessible.h"
 #include "platform/Canvas.h"
-#include "platform/Color.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -34,7 +35,7 @@ public:
 protected:
     void paintText(platform::Canvas& canvas) override;
     /// The colour of the text in the control's present state.
-    [[nodiscard]] virtual platform::Color currentTextColor() const;
+    [[nodiscard]] virtual SkinColor currentTextColor() const;
     [[nodiscard]] Rect textRect() const;
     [[nodiscard]] platform::TextAlign align() const { return m_align; }
 
@@ -43,8 +44,8 @@ private:
 
     int m_font = 0;
     Rect m_textPadding;
-    platform::Color m_textColor = 0xFF000000;
-    platform::Color m_disabledTextColor = 0xFF98A4B1;
+    SkinColor m_textColor = Tone::value;
+    SkinColor m_disabledTextColor = Tone::off;
     platform::TextAlign m_align = platform::TextAlign::left;
     bool m_endEllipsis = true;
     std::optional<int> m_besideText; ///< the least width is that of the text and this

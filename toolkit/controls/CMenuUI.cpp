@@ -42,8 +42,8 @@ int textWidth(const CPaintManagerUI& manager, const std::u16string& text, int fo
 MenuStyle MenuStyle::of(const WindowLook& look) {
     using Text = std::u16string_view;
     static const AttributeTable<MenuStyle> attributes{
-        {u"keytextcolor", [](MenuStyle& s, Text v) { assignIf(s.keyColor, parseColor(v)); }},
-        {u"linecolor", [](MenuStyle& s, Text v) { assignIf(s.lineColor, parseColor(v)); }},
+        {u"keytextcolor", [](MenuStyle& s, Text v) { assignIf(s.keyColor, parseSkinColor(v)); }},
+        {u"linecolor", [](MenuStyle& s, Text v) { assignIf(s.lineColor, parseSkinColor(v)); }},
         {u"width", [](MenuStyle& s, Text v) { assignIf(s.width, parseInt(v)); }},
     };
     MenuStyle style;
@@ -209,7 +209,7 @@ void CMenuItemUI::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
     Rect rect = GetPos();
     if (m_entry.text.empty()) {
         const int middle = rect.top + rect.height() / 2;
-        canvas.fillRect({rect.left, middle, rect.right, middle + 1}, style.lineColor);
+        canvas.fillRect({rect.left, middle, rect.right, middle + 1}, paletteColor(style.lineColor));
         return;
     }
     const ItemState state{IsEnabled(), false, IsFocused()};
@@ -220,13 +220,13 @@ void CMenuItemUI::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
                                 IsEnabled() ? IconState::normal : IconState::disabled);
     TextLook look;
     look.font = manager.look().GetFont(style.item.font);
-    look.color = IsEnabled() ? style.keyColor : style.item.disabledTextColor;
+    look.color = paletteColor(IsEnabled() ? style.keyColor : style.item.disabledTextColor);
     look.align = platform::TextAlign::right;
     paintTextLine(canvas, manager.fonts(), m_entry.key, rect, look);
     rect.left += kTextLeft;
     rect.right -=
         m_entry.key.empty() ? 0 : textWidth(manager, m_entry.key, style.item.font) + kKeyGap / 2;
-    look.color = style.item.textColorFor(state);
+    look.color = paletteColor(style.item.textColorFor(state));
     look.align = platform::TextAlign::left;
     paintTextLine(canvas, manager.fonts(), m_entry.text, rect, look);
 }

@@ -9,12 +9,13 @@
 
 #include "platform/Accessible.h"
 #include "platform/Canvas.h"
-#include "platform/Color.h"
 #include "platform/Event.h"
 #include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/ItemStyle.h"
 #include "toolkit/input/TEventUI.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -34,8 +35,8 @@ struct MenuEntry {
 /// The look of a menu: the attributes of `<Default class="Menu">`.
 struct MenuStyle {
     ItemStyle item;
-    platform::Color keyColor = 0xFF596675;
-    platform::Color lineColor = 0xFFD3DAE2;
+    SkinColor keyColor = Tone::hint;
+    SkinColor lineColor = Tone::line;
     int width = 280; ///< at least; more where a row needs it
 
     [[nodiscard]] static MenuStyle of(const WindowLook& look);

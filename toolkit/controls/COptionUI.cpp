@@ -27,7 +27,7 @@ const AttributeTable<COptionUI>& COptionUI::Attributes::table() {
         {u"selectedpushedimage", [](COptionUI& c, Text v) { c.m_selectedPushedImage = v; }},
         {u"selecteddisabledimage", [](COptionUI& c, Text v) { c.m_selectedDisabledImage = v; }},
         {u"selectedtextcolor",
-         [](COptionUI& c, Text v) { assignIf(c.m_selectedTextColor, parseColor(v)); }},
+         [](COptionUI& c, Text v) { assignIf(c.m_selectedTextColor, parseSkinColor(v)); }},
     };
     return attributes;
 }
@@ -169,9 +169,9 @@ void COptionUI::paintStatus(platform::Canvas& canvas) {
     CButtonUI::paintStatus(canvas);
 }
 
-platform::Color COptionUI::currentTextColor() const {
-    return m_selected && m_selectedTextColor != 0 && IsEnabled() ? m_selectedTextColor
-                                                                 : CButtonUI::currentTextColor();
+SkinColor COptionUI::currentTextColor() const {
+    return m_selected && m_selectedTextColor.isSet() && IsEnabled() ? m_selectedTextColor
+                                                                    : CButtonUI::currentTextColor();
 }
 
 IconState COptionUI::iconState() const {

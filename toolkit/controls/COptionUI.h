@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "platform/Accessible.h"
-#include "platform/Color.h"
 #include "toolkit/controls/CButtonUI.h"
 #include "toolkit/skin/IconSet.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -33,7 +33,7 @@ public:
 
 protected:
     void paintStatus(platform::Canvas& canvas) override;
-    [[nodiscard]] platform::Color currentTextColor() const override;
+    [[nodiscard]] SkinColor currentTextColor() const override;
     [[nodiscard]] IconState iconState() const override;
 
 private:
@@ -46,7 +46,7 @@ private:
     std::u16string m_selectedHotImage;
     std::u16string m_selectedPushedImage;
     std::u16string m_selectedDisabledImage;
-    platform::Color m_selectedTextColor = 0;
+    SkinColor m_selectedTextColor;
     bool m_selected = false;
 };
 

@@ -43,7 +43,7 @@ bool CProgressUI::SetAttribute(std::u16string_view name, std::u16string_view val
     if (!isTrack && name != u"barcolor") {
         return CControlUI::SetAttribute(name, value);
     }
-    assignIf(isTrack ? m_trackColor : m_barColor, parseColor(value));
+    assignIf(isTrack ? m_trackColor : m_barColor, parseSkinColor(value));
     Invalidate();
     return true;
 }
@@ -54,8 +54,9 @@ std::u16string CProgressUI::accessibleValue() const {
 
 void CProgressUI::paintStatus(platform::Canvas& canvas) {
     const Rect& box = GetPos();
-    fillRounded(canvas, box, box.width(), m_trackColor);
-    fillRounded(canvas, box, static_cast<double>(box.width()) * m_percent / kWhole, m_barColor);
+    fillRounded(canvas, box, box.width(), paletteColor(m_trackColor));
+    fillRounded(canvas, box, static_cast<double>(box.width()) * m_percent / kWhole,
+                paletteColor(m_barColor));
 }
 
 } // namespace toolkit

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "platform/Accessible.h"
-#include "platform/Color.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -30,8 +30,8 @@ protected:
 
 private:
     int m_percent = 0;
-    platform::Color m_trackColor = 0;
-    platform::Color m_barColor = 0;
+    SkinColor m_trackColor;
+    SkinColor m_barColor;
 };
 
 } // namespace toolkit

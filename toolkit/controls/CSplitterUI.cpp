@@ -32,7 +32,7 @@ bool CSplitterUI::SetAttribute(std::u16string_view name, std::u16string_view val
     if (!isHot && name != u"gripcolor") {
         return CControlUI::SetAttribute(name, value);
     }
-    assignIf(isHot ? m_hotGripColor : m_gripColor, parseColor(value));
+    assignIf(isHot ? m_hotGripColor : m_gripColor, parseSkinColor(value));
     Invalidate();
     return true;
 }
@@ -179,7 +179,8 @@ std::u16string CSplitterUI::accessibleValue() const {
 void CSplitterUI::paintStatus(platform::Canvas& canvas) {
     const Size grip = isUpright() ? kGrip : Size{kGrip.height, kGrip.width};
     if (IsEnabled()) {
-        canvas.fillRect(GetPos().centred(grip), m_isHot ? m_hotGripColor : m_gripColor);
+        canvas.fillRect(GetPos().centred(grip),
+                        paletteColor(m_isHot ? m_hotGripColor : m_gripColor));
     }
 }
 

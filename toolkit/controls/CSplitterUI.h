@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "platform/Accessible.h"
-#include "platform/Color.h"
 #include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -54,8 +54,8 @@ private:
     void toggle();
     bool key(const platform::Event& event);
 
-    platform::Color m_gripColor = 0;
-    platform::Color m_hotGripColor = 0;
+    SkinColor m_gripColor;
+    SkinColor m_hotGripColor;
     int m_usual = 0; ///< the neighbour's length in the layout; 0: not known yet
     int m_wanted = 0;
     int m_last = 0;    ///< before it was made as short as possible

@@ -244,9 +244,10 @@ void DropListWindow::onPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
         return;
     }
     const ItemStyle& style = m_combo->itemStyle();
-    canvas.fillRect(Rect::at(0, 0, m_size.width, m_size.height), m_combo->dropBorderColor());
+    canvas.fillRect(Rect::at(0, 0, m_size.width, m_size.height),
+                    m_manager.look().color(m_combo->dropBorderColor()));
     canvas.fillRect({kBorder, kBorder, m_size.width - kBorder, m_size.height - kBorder},
-                    m_combo->dropBackColor());
+                    m_manager.look().color(m_combo->dropBackColor()));
     if (m_scroll.isNeeded()) {
         m_scrollStyle.paint(canvas, m_manager, trackRect(), m_scroll.thumb(trackRect()), false,
                             m_dragging);

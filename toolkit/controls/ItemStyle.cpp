@@ -18,22 +18,23 @@ bool ItemStyle::apply(std::u16string_view name, std::u16string_view value) {
         {u"itemhotimage", [](ItemStyle& s, Text v) { s.hotImage = v; }},
         {u"itemselectedimage", [](ItemStyle& s, Text v) { s.selectedImage = v; }},
         {u"itemdisabledimage", [](ItemStyle& s, Text v) { s.disabledImage = v; }},
-        {u"itembkcolor", [](ItemStyle& s, Text v) { assignIf(s.backColor, parseColor(v)); }},
-        {u"itemhotbkcolor", [](ItemStyle& s, Text v) { assignIf(s.hotBackColor, parseColor(v)); }},
+        {u"itembkcolor", [](ItemStyle& s, Text v) { assignIf(s.backColor, parseSkinColor(v)); }},
+        {u"itemhotbkcolor",
+         [](ItemStyle& s, Text v) { assignIf(s.hotBackColor, parseSkinColor(v)); }},
         {u"itemselectedbkcolor",
-         [](ItemStyle& s, Text v) { assignIf(s.selectedBackColor, parseColor(v)); }},
+         [](ItemStyle& s, Text v) { assignIf(s.selectedBackColor, parseSkinColor(v)); }},
         {u"itemdisabledbkcolor",
-         [](ItemStyle& s, Text v) { assignIf(s.disabledBackColor, parseColor(v)); }},
-        {u"itemtextcolor", [](ItemStyle& s, Text v) { assignIf(s.textColor, parseColor(v)); }},
+         [](ItemStyle& s, Text v) { assignIf(s.disabledBackColor, parseSkinColor(v)); }},
+        {u"itemtextcolor", [](ItemStyle& s, Text v) { assignIf(s.textColor, parseSkinColor(v)); }},
         {u"itemhottextcolor",
-         [](ItemStyle& s, Text v) { assignIf(s.hotTextColor, parseColor(v)); }},
+         [](ItemStyle& s, Text v) { assignIf(s.hotTextColor, parseSkinColor(v)); }},
         {u"itemselectedtextcolor",
-         [](ItemStyle& s, Text v) { assignIf(s.selectedTextColor, parseColor(v)); }},
+         [](ItemStyle& s, Text v) { assignIf(s.selectedTextColor, parseSkinColor(v)); }},
         {u"itemdisabledtextcolor",
-         [](ItemStyle& s, Text v) { assignIf(s.disabledTextColor, parseColor(v)); }},
-        {u"itemlinecolor", [](ItemStyle& s, Text v) { assignIf(s.lineColor, parseColor(v)); }},
+         [](ItemStyle& s, Text v) { assignIf(s.disabledTextColor, parseSkinColor(v)); }},
+        {u"itemlinecolor", [](ItemStyle& s, Text v) { assignIf(s.lineColor, parseSkinColor(v)); }},
         {u"itemselectedlinecolor",
-         [](ItemStyle& s, Text v) { assignIf(s.selectedLineColor, parseColor(v)); }},
+         [](ItemStyle& s, Text v) { assignIf(s.selectedLineColor, parseSkinColor(v)); }},
         {u"itemtextpadding", [](ItemStyle& s, Text v) { assignIf(s.textPadding, parseRect(v)); }},
         {u"itemfont", [](ItemStyle& s, Text v) { assignIf(s.font, parseInt(v)); }},
         {u"itemheight",
@@ -42,7 +43,7 @@ bool ItemStyle::apply(std::u16string_view name, std::u16string_view value) {
     return attributes.apply(*this, name, value);
 }
 
-platform::Color ItemStyle::textColorFor(const ItemState& state) const {
+SkinColor ItemStyle::textColorFor(const ItemState& state) const {
     if (!state.enabled) {
         return disabledTextColor;
     }
@@ -53,10 +54,10 @@ void ItemStyle::paintBackground(platform::Canvas& canvas, CPaintManagerUI& manag
                                 const platform::Rect& rect, const ItemState& state) const {
     const bool selected = state.enabled && state.selected;
     const bool hot = state.enabled && !selected && state.hot;
-    const platform::Color fill = !state.enabled ? disabledBackColor
-                                 : selected     ? selectedBackColor
-                                 : hot          ? hotBackColor
-                                                : backColor;
+    const platform::Color fill = manager.look().color(!state.enabled ? disabledBackColor
+                                                      : selected     ? selectedBackColor
+                                                      : hot          ? hotBackColor
+                                                                     : backColor);
     if (platform::alphaOf(fill) != 0) {
         canvas.fillRect(rect, fill);
     }
@@ -68,7 +69,7 @@ void ItemStyle::paintBackground(platform::Canvas& canvas, CPaintManagerUI& manag
         image->draw(canvas, image->placeIn(rect));
     }
     const platform::Color line =
-        selected && platform::alphaOf(selectedLineColor) != 0 ? selectedLineColor : lineColor;
+        manager.look().color(selected && selectedLineColor.isSet() ? selectedLineColor : lineColor);
     if (platform::alphaOf(line) != 0) {
         canvas.fillRect({rect.left, rect.bottom - 1, rect.right, rect.bottom}, line);
     }
@@ -81,7 +82,7 @@ void ItemStyle::paintText(platform::Canvas& canvas, CPaintManagerUI& manager,
                              rect.right - textPadding.right, rect.bottom - textPadding.bottom};
     TextLook look;
     look.font = manager.look().GetFont(font);
-    look.color = textColorFor(state);
+    look.color = manager.look().color(textColorFor(state));
     paintTextLine(canvas, manager.fonts(), text, box, look);
 }
 

@@ -5,8 +5,9 @@
 #include <string_view>
 
 #include "platform/Canvas.h"
-#include "platform/Color.h"
 #include "platform/Geometry.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -23,23 +24,23 @@ struct ItemStyle {
     std::u16string hotImage;
     std::u16string selectedImage;
     std::u16string disabledImage;
-    platform::Color backColor = 0; ///< alpha 0: nothing is filled
-    platform::Color hotBackColor = 0xFFE9F5FF;
-    platform::Color selectedBackColor = 0xFFC1E3FF;
-    platform::Color disabledBackColor = 0;
-    platform::Color textColor = 0xFF000000;
-    platform::Color hotTextColor = 0xFF000000;
-    platform::Color selectedTextColor = 0xFF000000;
-    platform::Color disabledTextColor = 0xFFCCCCCC;
-    platform::Color lineColor = 0; ///< one pixel along the item's bottom
-    platform::Color selectedLineColor = 0;
+    SkinColor backColor; ///< alpha 0: nothing is filled
+    SkinColor hotBackColor = Tone::hot;
+    SkinColor selectedBackColor = Tone::selected;
+    SkinColor disabledBackColor;
+    SkinColor textColor = Tone::value;
+    SkinColor hotTextColor = Tone::value;
+    SkinColor selectedTextColor = Tone::value;
+    SkinColor disabledTextColor = Tone::itemOff;
+    SkinColor lineColor; ///< one pixel along the item's bottom
+    SkinColor selectedLineColor;
     platform::Rect textPadding;
     int font = 0;
     int height = 25;
 
     /// Sets the attribute `name`; false when it is none of an item's.
     bool apply(std::u16string_view name, std::u16string_view value);
-    [[nodiscard]] platform::Color textColorFor(const ItemState& state) const;
+    [[nodiscard]] SkinColor textColorFor(const ItemState& state) const;
     /// Fill, image and line of one item.
     void paintBackground(platform::Canvas& canvas, CPaintManagerUI& manager,
                          const platform::Rect& rect, const ItemState& state) const;

@@ -14,9 +14,9 @@ bool ScrollStyle::apply(std::u16string_view name, std::u16string_view value) {
         {u"width", [](ScrollStyle& s, Text v) { assignIf(s.width, parseInt(v)); }},
         {u"thumbwidth", [](ScrollStyle& s, Text v) { assignIf(s.thumbWidth, parseInt(v)); }},
         {u"thumbmargin", [](ScrollStyle& s, Text v) { assignIf(s.thumbMargin, parseInt(v)); }},
-        {u"trackcolor", [](ScrollStyle& s, Text v) { assignIf(s.trackColor, parseColor(v)); }},
-        {u"linecolor", [](ScrollStyle& s, Text v) { assignIf(s.lineColor, parseColor(v)); }},
-        {u"thumbcolor", [](ScrollStyle& s, Text v) { assignIf(s.thumbColor, parseColor(v)); }},
+        {u"trackcolor", [](ScrollStyle& s, Text v) { assignIf(s.trackColor, parseSkinColor(v)); }},
+        {u"linecolor", [](ScrollStyle& s, Text v) { assignIf(s.lineColor, parseSkinColor(v)); }},
+        {u"thumbcolor", [](ScrollStyle& s, Text v) { assignIf(s.thumbColor, parseSkinColor(v)); }},
         {u"thumbimage", [](ScrollStyle& s, Text v) { s.thumbImage = v; }},
         {u"thumbhotimage", [](ScrollStyle& s, Text v) { s.thumbHotImage = v; }},
         {u"thumbpushedimage", [](ScrollStyle& s, Text v) { s.thumbPushedImage = v; }},
@@ -27,8 +27,9 @@ bool ScrollStyle::apply(std::u16string_view name, std::u16string_view value) {
 void ScrollStyle::paint(platform::Canvas& canvas, CPaintManagerUI& manager,
                         const platform::Rect& track, const platform::Rect& thumb, bool hot,
                         bool pushed) const {
-    canvas.fillRect(track, trackColor);
-    canvas.fillRect({track.left, track.top, track.left + 1, track.bottom}, lineColor);
+    const Palette& colors = manager.look().palette();
+    canvas.fillRect(track, trackColor.in(colors));
+    canvas.fillRect({track.left, track.top, track.left + 1, track.bottom}, lineColor.in(colors));
     const platform::Rect bar{track.right - thumbMargin - thumbWidth, thumb.top,
                              track.right - thumbMargin, thumb.bottom};
     const SkinImage* image = manager.look().GetImage(pushed ? thumbPushedImage
@@ -40,7 +41,7 @@ void ScrollStyle::paint(platform::Canvas& canvas, CPaintManagerUI& manager,
     if (image != nullptr) {
         image->draw(canvas, bar);
     } else {
-        canvas.fillRect(bar, thumbColor);
+        canvas.fillRect(bar, thumbColor.in(colors));
     }
 }
 

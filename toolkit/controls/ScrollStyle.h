@@ -5,8 +5,9 @@
 #include <string_view>
 
 #include "platform/Canvas.h"
-#include "platform/Color.h"
 #include "platform/Geometry.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -16,9 +17,9 @@ struct ScrollStyle {
     int width = 14;
     int thumbWidth = 8;
     int thumbMargin = 3; ///< between the thumb and the right edge
-    platform::Color trackColor = 0xFFF3F5F8;
-    platform::Color lineColor = 0xFFD3DAE2;
-    platform::Color thumbColor = 0xFF7C8A9A; ///< where no image is given
+    SkinColor trackColor = Tone::window;
+    SkinColor lineColor = Tone::line;
+    SkinColor thumbColor = Tone::edge; ///< where no image is given
     std::u16string thumbImage;
     std::u16string thumbHotImage;
     std::u16string thumbPushedImage;

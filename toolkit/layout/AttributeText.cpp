@@ -106,6 +106,14 @@ std::optional<platform::Color> parseColor(std::u16string_view text) {
     return text.size() == 6 ? value | 0xFF000000U : value;
 }
 
+std::optional<SkinColor> parseSkinColor(std::u16string_view text) {
+    if (const auto color = parseColor(text)) {
+        return *color;
+    }
+    const auto tone = toneNamed(trimmed(text));
+    return tone ? std::optional<SkinColor>(*tone) : std::nullopt;
+}
+
 std::optional<platform::Size> parseSize(std::u16string_view text) {
     const auto n = parseNumbers<2>(text);
     return n ? std::optional(platform::Size{(*n)[0], (*n)[1]}) : std::nullopt;

@@ -7,6 +7,7 @@
 
 #include "platform/Color.h"
 #include "platform/Geometry.h"
+#include "toolkit/skin/SkinColor.h"
 
 namespace toolkit {
 
@@ -20,6 +21,8 @@ inline constexpr int kMaxLayoutNumber = 32767;
 [[nodiscard]] std::optional<bool> parseBool(std::u16string_view text);
 /// "#AARRGGBB", "0xAARRGGBB", or six digits for an opaque colour.
 [[nodiscard]] std::optional<platform::Color> parseColor(std::u16string_view text);
+/// As these, or the name of a tone.
+[[nodiscard]] std::optional<SkinColor> parseSkinColor(std::u16string_view text);
 /// "width,height".
 [[nodiscard]] std::optional<platform::Size> parseSize(std::u16string_view text);
 /// "left,top,right,bottom" as they stand: edges, paddings or corners.

@@ -80,8 +80,10 @@ void IconSet::readLine(std::u16string_view line) {
             assignIf(color, parseColor(nextWord(line)));
         }
     } else if (kind == u"color") {
-        if (const auto color = parseColor(nextWord(line))) {
-            m_palette.set(name, *color);
+        const auto tone = toneNamed(name);
+        const auto color = parseColor(nextWord(line));
+        if (tone && color) {
+            m_palette.set(*tone, *color);
         }
     } else if (kind == u"icon" || kind == u"image") {
         readPlace(name, line, kind == u"icon");

@@ -10,10 +10,12 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Color.h"
 #include "platform/FontSet.h"
 #include "toolkit/skin/IconSet.h"
 #include "toolkit/skin/Palette.h"
 #include "toolkit/skin/Skin.h"
+#include "toolkit/skin/SkinColor.h"
 #include "toolkit/skin/SkinImage.h"
 
 namespace toolkit {
@@ -37,6 +39,7 @@ public:
     [[nodiscard]] const IconSet& icons();
     /// The colours of what the program draws itself.
     [[nodiscard]] const Palette& palette() { return icons().palette(); }
+    [[nodiscard]] platform::Color color(const SkinColor& color) { return color.in(palette()); }
     /// Fonts are numbered from 0 in the order added.
     void AddFont(const platform::FontDescription& font);
     /// An unknown number means the default font.

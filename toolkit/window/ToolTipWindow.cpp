@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/Canvas.h"
-#include "platform/Color.h"
 #include "platform/Event.h"
 #include "platform/FontSet.h"
 #include "platform/Gui.h"
@@ -13,6 +12,8 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/SkinColor.h"
 #include "toolkit/skin/SkinImage.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
@@ -35,8 +36,8 @@ void assignLimited(int& target, std::u16string_view value, int lowest) {
 
 /// The attributes of `<Default class="ToolTip">`.
 struct ToolTipWindow::Look {
-    platform::Color backColor = 0xFF2B3947;
-    platform::Color textColor = 0xFFFFFFFF;
+    SkinColor backColor = Tone::tip;
+    SkinColor textColor = Tone::onTip;
     std::u16string backImage;
     int font = 0;
     int height = 24;
@@ -49,8 +50,8 @@ struct ToolTipWindow::Look {
 ToolTipWindow::Look ToolTipWindow::Look::of(const CPaintManagerUI& manager) {
     using Text = std::u16string_view;
     static const AttributeTable<Look> attributes{
-        {u"bkcolor", [](Look& l, Text v) { assignIf(l.backColor, parseColor(v)); }},
-        {u"textcolor", [](Look& l, Text v) { assignIf(l.textColor, parseColor(v)); }},
+        {u"bkcolor", [](Look& l, Text v) { assignIf(l.backColor, parseSkinColor(v)); }},
+        {u"textcolor", [](Look& l, Text v) { assignIf(l.textColor, parseSkinColor(v)); }},
         {u"bkimage", [](Look& l, Text v) { l.backImage = v; }},
         {u"font", [](Look& l, Text v) { assignIf(l.font, parseInt(v)); }},
         {u"height", [](Look& l, Text v) { assignLimited(l.height, v, 1); }},
@@ -146,13 +147,13 @@ bool ToolTipWindow::onEvent(const platform::Event& event) {
 void ToolTipWindow::onPaint(platform::Canvas& canvas, const platform::Rect& /*dirty*/) {
     const Look look = Look::of(m_manager);
     const platform::Rect all = platform::Rect::at(0, 0, m_size.width, m_size.height);
-    canvas.fillRect(all, look.backColor);
+    canvas.fillRect(all, m_manager.look().color(look.backColor));
     if (const SkinImage* image = m_manager.look().GetImage(look.backImage)) {
         image->draw(canvas, all);
     }
     TextLook text;
     text.font = m_manager.look().GetFont(look.font);
-    text.color = look.textColor;
+    text.color = m_manager.look().color(look.textColor);
     paintTextLine(canvas, m_manager.fonts(), m_text,
                   {look.padding, 0, m_size.width - look.padding, m_size.height}, text);
 }

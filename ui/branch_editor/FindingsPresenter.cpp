@@ -64,7 +64,7 @@ std::u16string number(int count) {
 std::unique_ptr<toolkit::CLabelUI> label(std::u16string_view text) {
     auto label = std::make_unique<toolkit::CLabelUI>();
     label->SetText(text);
-    label->SetAttribute(u"textcolor", u"#FF1C2733");
+    label->SetAttribute(u"textcolor", u"ink");
     label->SetAttribute(u"endellipsis", u"true");
     return label;
 }
@@ -227,10 +227,10 @@ void FindingsPresenter::showCounts() {
     }
     m_controls.setText(kCheckBadge, all > 99 ? u"99" : number(all));
     if (toolkit::CControlUI* ground = m_controls.find(kBadgeGround)) {
-        ground->SetAttribute(u"bkcolor", counts.errors > 0     ? u"#FFA8221B"
-                                         : counts.warnings > 0 ? u"#FF7A4A00"
-                                         : all > 0             ? u"#FF465362"
-                                                               : u"#FF1B6B3C");
+        ground->SetAttribute(u"bkcolor", counts.errors > 0     ? u"danger"
+                                         : counts.warnings > 0 ? u"warn"
+                                         : all > 0             ? u"muted"
+                                                               : u"good");
     }
 }
 
@@ -271,7 +271,7 @@ std::unique_ptr<toolkit::CControlUI> FindingsPresenter::makeRow(int row) const {
     where->SetFixedWidth(kPlaceWidth);
     where->SetPadding({8, 0, 12, 0});
     where->SetFont(kSmallFont);
-    where->SetAttribute(u"textcolor", u"#FF596675");
+    where->SetAttribute(u"textcolor", u"hint");
     where->SetAttribute(u"align", u"right");
     auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
     layout->Add(std::move(sign));
@@ -279,7 +279,7 @@ std::unique_ptr<toolkit::CControlUI> FindingsPresenter::makeRow(int row) const {
     layout->Add(std::move(where));
     auto element = std::make_unique<toolkit::CListContainerElementUI>();
     element->SetFixedHeight(kRowHeight);
-    element->SetAttribute(u"bordercolor", u"#FFE8ECF1");
+    element->SetAttribute(u"bordercolor", u"rowline");
     element->SetAttribute(u"bordersize", u"0,0,0,1");
     // The name of the row, which shows its labels.
     element->SetText(std::u16string(look.name) + u": " +

@@ -38,13 +38,13 @@ struct StateLook {
 StateLook lookOf(ImportState state) {
     switch (state) {
     case ImportState::done:
-        return {u"#FF1B6B3C", u"Check", u"good"};
+        return {u"good", u"Check", u"good"};
     case ImportState::failed:
-        return {u"#FFA8221B", u"Error", u"danger"};
+        return {u"danger", u"Error", u"danger"};
     case ImportState::converting:
-        return {u"#FF1C2733"};
+        return {u"ink"};
     default:
-        return {u"#FF596675"};
+        return {u"hint"};
     }
 }
 
@@ -66,7 +66,7 @@ toolkit::CLabelUI& addLabel(toolkit::CContainerUI& row, std::u16string_view name
                             const std::u16string& where, int font) {
     auto& label = add<toolkit::CLabelUI>(row, name, where);
     label.SetFont(font);
-    label.SetAttribute(u"textcolor", u"#FF465362");
+    label.SetAttribute(u"textcolor", u"muted");
     label.SetAttribute(u"endellipsis", u"true");
     return label;
 }
@@ -78,7 +78,7 @@ toolkit::CButtonUI& addButton(toolkit::CContainerUI& row, std::u16string_view na
     button.SetAttribute(u"hotimage", u"file='ButtonHover.png' corner='4,4,4,4'");
     button.SetAttribute(u"pushedimage", u"file='ButtonClick.png' corner='4,4,4,4'");
     button.SetAttribute(u"align", u"center");
-    button.SetAttribute(u"textcolor", u"#FF1C2733");
+    button.SetAttribute(u"textcolor", u"ink");
     return button;
 }
 
@@ -103,21 +103,21 @@ std::unique_ptr<CControlUI> makeImportRow(const ImportItem& item) {
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->SetFixedHeight(40);
     row->SetAttribute(u"size", u"646,40");
-    row->SetAttribute(u"bordercolor", u"#FFE8ECF1");
+    row->SetAttribute(u"bordercolor", u"rowline");
     row->SetAttribute(u"bordersize", u"0,0,0,1");
     auto& icon = add<CControlUI>(*row, {}, u"11,12,16,16");
     icon.SetAttribute(u"icon", u"Video");
     icon.SetAttribute(u"icontint", u"muted");
     auto& name = addLabel(*row, {}, u"35,0,230,39", 0);
     name.SetText(core::displayText(core::fileName(item.source)));
-    name.SetAttribute(u"textcolor", u"#FF1C2733");
+    name.SetAttribute(u"textcolor", u"ink");
     addLabel(*row, kFacts, u"273,0,146,39", kSmallFont);
     add<CControlUI>(*row, kSign, u"423,12,16,16");
     addLabel(*row, kFirst, u"445,0,164,39", kSmallFont);
     addLabel(*row, kSecond, u"445,19,164,15", kSmallFont);
     auto& bar = add<toolkit::CProgressUI>(*row, kBar, u"423,26,170,5");
-    bar.SetAttribute(u"trackcolor", u"#FFDDE4EB");
-    bar.SetAttribute(u"barcolor", u"#FF1D63AD");
+    bar.SetAttribute(u"trackcolor", u"rest");
+    bar.SetAttribute(u"barcolor", u"primary");
     bar.SetLabel(u"Progress");
     addButton(*row, kRowRemedy, u"503,7,104,25", false).SetAttribute(u"anchor", u"top,right");
     auto& end = addButton(*row, kRowEnd, u"611,7,28,25", true);

@@ -105,11 +105,11 @@ platform::AccessibleState KeyRow::accessibleState() const {
 }
 
 int KeyRow::paintWords(platform::Canvas& canvas, std::u16string_view text, int left,
-                       platform::Color color) const {
+                       const toolkit::SkinColor& color) const {
     toolkit::CPaintManagerUI& manager = *GetManager();
     toolkit::TextLook look;
     look.font = manager.look().GetFont(style().font);
-    look.color = color;
+    look.color = paletteColor(color);
     Rect box = GetPos();
     box.left = left;
     box.right -= kInset;
@@ -149,8 +149,9 @@ int KeyRow::paintCap(platform::Canvas& canvas, std::u16string_view key, int left
                         3);
     platform::Path face;
     face.addRoundBox({left + 1.0, top + 1.0}, width - 2, kCapHeight - 3, 2);
-    canvas.fillPath(outside, m_line.isChosen ? style().chosenEdgeColor : style().capEdgeColor);
-    canvas.fillPath(face, style().capColor);
+    canvas.fillPath(outside,
+                    paletteColor(m_line.isChosen ? style().chosenEdgeColor : style().capEdgeColor));
+    canvas.fillPath(face, paletteColor(style().capColor));
     paintWords(canvas, key, left + (width - widthOf(key)) / 2, style().textColor);
     return left + width;
 }

@@ -6,10 +6,11 @@
 
 #include "platform/Accessible.h"
 #include "platform/Canvas.h"
-#include "platform/Color.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/ItemStyle.h"
 #include "toolkit/input/TEventUI.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/SkinColor.h"
 #include "ui/keys/KeyList.h"
 
 namespace ui {
@@ -18,12 +19,13 @@ class KeyTable;
 
 struct KeyStyle {
     toolkit::ItemStyle item;
-    platform::Color textColor = 0xFF1C2733;
-    platform::Color hintColor = 0xFF596675;
-    platform::Color refusedColor = 0xFFA8221B;
-    platform::Color capColor = 0xFFFFFFFF;
-    platform::Color capEdgeColor = 0xFF7C8A9A;
-    platform::Color chosenEdgeColor = 0xFF1D63AD; ///< of keys that the author has chosen
+    toolkit::SkinColor textColor = toolkit::Tone::ink;
+    toolkit::SkinColor hintColor = toolkit::Tone::hint;
+    toolkit::SkinColor refusedColor = toolkit::Tone::danger;
+    toolkit::SkinColor capColor = toolkit::Tone::surface;
+    toolkit::SkinColor capEdgeColor = toolkit::Tone::edge;
+    toolkit::SkinColor chosenEdgeColor =
+        toolkit::Tone::accent; ///< of keys that the author has chosen
     int font = 0;
 };
 
@@ -64,7 +66,7 @@ private:
     int paintKeys(platform::Canvas& canvas, int left) const;
     int paintCap(platform::Canvas& canvas, std::u16string_view key, int left) const;
     int paintWords(platform::Canvas& canvas, std::u16string_view text, int left,
-                   platform::Color color) const;
+                   const toolkit::SkinColor& color) const;
     [[nodiscard]] const KeyStyle& style() const;
 
     KeyTable& m_table;

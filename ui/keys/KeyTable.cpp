@@ -164,21 +164,23 @@ void KeyTable::setWaiting(bool waiting) {
 bool KeyTable::SetAttribute(std::u16string_view name, std::u16string_view value) {
     using Text = std::u16string_view;
     using toolkit::assignIf;
-    using toolkit::parseColor;
+    using toolkit::parseSkinColor;
     static const toolkit::AttributeTable<KeyTable> attributes{
         {u"font", [](KeyTable& t, Text v) { assignIf(t.m_style.font, toolkit::parseInt(v)); }},
         {u"headingfont",
          [](KeyTable& t, Text v) { assignIf(t.m_headingFont, toolkit::parseInt(v)); }},
-        {u"textcolor", [](KeyTable& t, Text v) { assignIf(t.m_style.textColor, parseColor(v)); }},
-        {u"hintcolor", [](KeyTable& t, Text v) { assignIf(t.m_style.hintColor, parseColor(v)); }},
+        {u"textcolor",
+         [](KeyTable& t, Text v) { assignIf(t.m_style.textColor, parseSkinColor(v)); }},
+        {u"hintcolor",
+         [](KeyTable& t, Text v) { assignIf(t.m_style.hintColor, parseSkinColor(v)); }},
         {u"refusedcolor",
-         [](KeyTable& t, Text v) { assignIf(t.m_style.refusedColor, parseColor(v)); }},
+         [](KeyTable& t, Text v) { assignIf(t.m_style.refusedColor, parseSkinColor(v)); }},
         {u"rulecolor", [](KeyTable& t, Text v) { t.m_ruleColor = v; }},
-        {u"capcolor", [](KeyTable& t, Text v) { assignIf(t.m_style.capColor, parseColor(v)); }},
+        {u"capcolor", [](KeyTable& t, Text v) { assignIf(t.m_style.capColor, parseSkinColor(v)); }},
         {u"capedgecolor",
-         [](KeyTable& t, Text v) { assignIf(t.m_style.capEdgeColor, parseColor(v)); }},
+         [](KeyTable& t, Text v) { assignIf(t.m_style.capEdgeColor, parseSkinColor(v)); }},
         {u"chosenedgecolor",
-         [](KeyTable& t, Text v) { assignIf(t.m_style.chosenEdgeColor, parseColor(v)); }},
+         [](KeyTable& t, Text v) { assignIf(t.m_style.chosenEdgeColor, parseSkinColor(v)); }},
     };
     return attributes.apply(*this, name, value) || m_style.item.apply(name, value) ||
            CContainerUI::SetAttribute(name, value);
