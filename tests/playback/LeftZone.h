@@ -26,7 +26,7 @@ inline void makeLeftZone(const std::string& videoPath, const std::string& name) 
     zone::EditContext context;
     context.progressChanges = true;
     for (const platform::Point corner : {platform::Point{0, 0}, {640, 0}, {640, 719}, {0, 719}}) {
-        zones->addPoint(context, 0, 0, corner.x, corner.y, nullptr, true);
+        zones->addPoint(context, 0, 0, corner.x, corner.y);
     }
     context.progressChanges = false;
     for (int frame = 0; frame < 5; ++frame) {
