@@ -136,7 +136,8 @@ class PackageTest(unittest.TestCase):
         return path
 
     def assert_opened_the_manual(self):
-        self.assertIn("Manual/index.html", pathlib.Path(self.opened).read_text(encoding="utf-8"))
+        """Its page about the first window."""
+        self.assertIn("Manual/OpenScene.html", pathlib.Path(self.opened).read_text(encoding="utf-8"))
         os.remove(self.opened)
 
     def contents(self, folder):
