@@ -12,9 +12,10 @@ Zone& ZoneModel::changing(int zone) noexcept {
     return *zones->zone(zone);
 }
 
-EditShapes::EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep)
+EditShapes::EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep,
+                       const ShapedFrames& shaped)
     : m_zone(zone), m_frames(frames), m_edit(std::move(edit)), m_changes(keep),
-      m_isRepetition(keep == TrackChanges::Keep::nothingTwice) {}
+      m_isRepetition(keep == TrackChanges::Keep::nothingTwice), m_shaped(shaped) {}
 
 void EditShapes::apply(ZoneModel& model) {
     Zone& zone = model.changing(m_zone);
@@ -22,7 +23,8 @@ void EditShapes::apply(ZoneModel& model) {
     int& selected = editing.selectedPoint;
     if (m_edit) {
         m_selectedBefore = selected;
-        m_otherFrames = editing.shapedFrames;
+        m_shapedChange.prepare(editing.shapedFrames, m_shaped);
+        m_shapedChange.swap(editing.shapedFrames);
         try {
             std::exchange(m_edit, nullptr)(*model.zones, model.context, &m_changes);
         } catch (...) {
@@ -34,7 +36,7 @@ void EditShapes::apply(ZoneModel& model) {
     } else {
         zone.redo(m_changes);
         selected = m_selectedAfter;
-        editing.shapedFrames.swap(m_otherFrames);
+        m_shapedChange.swap(editing.shapedFrames);
     }
     model.context.noteShown(*model.zones);
 }
@@ -43,7 +45,7 @@ void EditShapes::revert(ZoneModel& model) noexcept {
     model.changing(m_zone).revert(m_changes);
     ZoneEditing& editing = model.context.zone(m_zone);
     editing.selectedPoint = m_selectedBefore;
-    editing.shapedFrames.swap(m_otherFrames);
+    m_shapedChange.swap(editing.shapedFrames);
     model.context.noteShown(*model.zones);
 }
 

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "zone/EditContext.h"
 #include "zone/SavedContent.h"
 #include "zone/ShapeStretch.h"
+#include "zone/ShapedFrames.h"
 #include "zone/StepReach.h"
 #include "zone/TrackChanges.h"
 #include "zone/Zone.h"
@@ -53,14 +53,16 @@ public:
     /// Calls the manager's operation. Runs once.
     using Edit = std::function<void(ZoneManager&, EditContext&, TrackChanges*)>;
 
-    EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep);
+    /// A repetition (Keep::nothingTwice) shapes the same frames as what it repeats.
+    EditShapes(int zone, FrameRange frames, Edit edit, TrackChanges::Keep keep,
+               const ShapedFrames& shaped);
 
     void apply(ZoneModel& model);
     void prepare(ZoneModel& model) const { model.zones->zone(m_zone)->unshare(); }
     void revert(ZoneModel& model) noexcept;
     [[nodiscard]] std::vector<ZoneChange> changes() const;
     [[nodiscard]] std::size_t bytes() const {
-        return sizeof *this + m_changes.bytes() + m_otherFrames.size() * 5 * sizeof(void*);
+        return sizeof *this + m_changes.bytes() + m_shapedChange.bytes();
     }
     bool absorb(EditShapes& next) noexcept;
 
@@ -72,7 +74,8 @@ private:
     bool m_isRepetition;
     int m_selectedBefore = -1;
     int m_selectedAfter = -1;
-    std::set<int> m_otherFrames; ///< shapedFrames, as they are not now
+    ShapedFrames m_shaped;
+    ShapedFramesChange m_shapedChange; ///< made with the first apply
 };
 
 class RenameZone {

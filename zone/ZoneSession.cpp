@@ -119,7 +119,7 @@ void ZoneSession::runAlone(const StepLabel& label, ZoneOperation operation) {
 }
 
 void ZoneSession::edit(const StepLabel& label, FrameRange frames, EditShapes::Edit edit,
-                       TrackChanges::Keep keep) {
+                       TrackChanges::Keep keep, const ShapedFrames& shaped) {
     if (!isThere(label.zone, label.frame)) {
         edit(*m_model.zones, m_model.context, nullptr); // which says so in the log
         return;
@@ -131,7 +131,7 @@ void ZoneSession::edit(const StepLabel& label, FrameRange frames, EditShapes::Ed
                          m_gestureZones.end()) {
         m_gestureZones.push_back(label.zone);
     }
-    run(label, EditShapes(label.zone, frames, std::move(edit), keep));
+    run(label, EditShapes(label.zone, frames, std::move(edit), keep, shaped));
 }
 
 void ZoneSession::addZone(const std::string& name, int frameCount, const ShapeStretch* shapes) {
@@ -216,15 +216,11 @@ void ZoneSession::moveSelectedPoint(int zone, int frame, int x, int y) {
     const Move move{zone, frame, hasSelection ? m_model.context.zone(zone).selectedPoint : -1,
                     context().progressChanges};
     const bool repeats = m_gesture && move == m_lastMove;
-    edit(
-        {Name::movePoint, zone, frame}, spreadFrom(zone, frame),
-        [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
-            if (changes != nullptr) {
-                context.zone(zone).shapedFrames.insert(frame);
-            }
-            zones.moveSelectedPoint(context, zone, frame, x, y, changes);
-        },
-        repeats ? TrackChanges::Keep::nothingTwice : TrackChanges::Keep::all);
+    edit({Name::movePoint, zone, frame}, spreadFrom(zone, frame),
+         [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
+             zones.moveSelectedPoint(context, zone, frame, x, y, changes);
+         },
+         repeats ? TrackChanges::Keep::nothingTwice : TrackChanges::Keep::all, {frame});
     if (m_gesture) {
         m_lastMove = move;
     }
@@ -262,26 +258,23 @@ void ZoneSession::replaceShapes(const StepLabel& label, NewShapes shapes) {
     if (!isThere(zone, frames.first) || frames.end > allFrames(zone).end || frames.count() < 1) {
         return;
     }
-    const bool repeats = m_gesture && m_replacedZone == zone && m_replaced == frames;
+    const ShapedFrames shaped{shapes.shapedFrame, shapes.released};
+    const bool repeats =
+        m_gesture && m_replacedZone == zone && m_replaced == frames && m_replacedShaped == shaped;
     edit(
         label, frames,
         [zone, shapes = std::move(shapes)](ZoneManager& zones, EditContext& context,
                                            TrackChanges* changes) {
-            ZoneEditing& editing = context.zone(zone);
-            editing.shapedFrames.erase(editing.shapedFrames.lower_bound(shapes.released.first),
-                                       editing.shapedFrames.lower_bound(shapes.released.end));
-            if (shapes.shapedFrame >= 0) {
-                editing.shapedFrames.insert(shapes.shapedFrame);
-            }
             if (changes->isFirst()) {
                 changes->counts().own += shapes.ownFrames;
             }
             zones.replaceShapes(context, zone, shapes.stretch, changes);
         },
-        repeats ? TrackChanges::Keep::nothingTwice : TrackChanges::Keep::all);
+        repeats ? TrackChanges::Keep::nothingTwice : TrackChanges::Keep::all, shaped);
     if (m_gesture) {
         m_replacedZone = zone;
         m_replaced = frames;
+        m_replacedShaped = shaped;
     }
 }
 

@@ -21,6 +21,7 @@
 #include "zone/NewShapes.h"
 #include "zone/SavedContent.h"
 #include "zone/ShapeStretch.h"
+#include "zone/ShapedFrames.h"
 #include "zone/StepReach.h"
 #include "zone/TrackChanges.h"
 #include "zone/ZoneManager.h"
@@ -175,7 +176,7 @@ private:
     [[nodiscard]] bool isThere(int zone, int frame) const;
     void run(const StepLabel& label, ZoneOperation operation);
     void edit(const StepLabel& label, FrameRange frames, EditShapes::Edit edit,
-              TrackChanges::Keep keep = TrackChanges::Keep::all);
+              TrackChanges::Keep keep = TrackChanges::Keep::all, const ShapedFrames& shaped = {});
     /// A step that is never part of a gesture.
     void runAlone(const StepLabel& label, ZoneOperation operation);
     void beginReach(const StepLabel& label);
@@ -206,6 +207,7 @@ private:
     /// Frames that the gesture's last operation replaced; of zone -1 when it did not.
     int m_replacedZone = -1;
     FrameRange m_replaced;
+    ShapedFrames m_replacedShaped;
     Move m_lastMove; ///< the gesture's last operation; of zone -1 when that was no move
 };
 

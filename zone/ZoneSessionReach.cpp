@@ -8,6 +8,7 @@
 #include "zone/ShapeEdits.h"
 #include "zone/ShapeGeometry.h"
 #include "zone/ShapeStretch.h"
+#include "zone/ShapedFrames.h"
 #include "zone/Zone.h"
 #include "zone/ZoneSession.h"
 #include "zone/ZoneShape.h"
@@ -62,7 +63,8 @@ bool ZoneSession::keepToOneFrame() {
          [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
              zones.putShape(context, zone, frame, shape.value_or(ZoneShape()), changes);
              context.zone(zone).selectedPoint = selected;
-         });
+         },
+         TrackChanges::Keep::all, {label.name == Name::movePoint ? frame : -1});
     return true;
 }
 

@@ -229,6 +229,7 @@ TEST_F(ShapeEditTest, RandomEditsSaveWhatAPlainModelOfTheirRulesDoesAndAreTakenB
         }
         begin(frames);
         Lines states{saved()};
+        std::vector<std::set<int>> shaped{{}};
         for (int step = 0; step < 30; ++step) {
             const std::function<void()> edits[] = {[&] { interpolate(); }, [&] { drag(); },
                                                    [&] { applyShape(); },  [&] { setFlags(); },
@@ -238,18 +239,38 @@ TEST_F(ShapeEditTest, RandomEditsSaveWhatAPlainModelOfTheirRulesDoesAndAreTakenB
             ASSERT_EQ(saved(), plainBytes()) << round << ", " << step;
             if (m_session->history().size() > steps) {
                 states.push_back(saved());
+                shaped.push_back(m_session->editingOf(0).shapedFrames);
             }
         }
         for (std::size_t left = states.size() - 1; left > 0; --left) {
             ASSERT_TRUE(m_session->undo());
             ASSERT_EQ(saved(), states[left - 1]);
+            ASSERT_EQ(m_session->editingOf(0).shapedFrames, shaped[left - 1]);
         }
-        EXPECT_TRUE(m_session->editingOf(0).shapedFrames.empty());
         for (std::size_t done = 1; done < states.size(); ++done) {
             ASSERT_TRUE(m_session->redo());
             ASSERT_EQ(saved(), states[done]);
+            ASSERT_EQ(m_session->editingOf(0).shapedFrames, shaped[done]);
         }
     }
+}
+
+TEST_F(ShapeEditTest, AStepKeepsWhatItChangedHoweverManyFramesWereShapedBefore) {
+    constexpr int kMoves = 3000;
+    begin(std::vector<Frame>(kMoves, {{{0, 0}}}));
+    m_session->hitTest(0, 0, 0, 0);
+    for (int frame = 0; frame < kMoves; ++frame) {
+        m_session->moveSelectedPoint(0, frame, frame % 400, 7);
+    }
+    EXPECT_EQ(m_session->history().size(), 1000U);
+    EXPECT_LT(m_session->history().bytes(), 2'000'000U);
+    EXPECT_EQ(m_session->editingOf(0).shapedFrames.size(), std::size_t{kMoves});
+    begin(std::vector<Frame>(9, {{{0, 0}}}));
+    m_session->hitTest(0, 0, 0, 0);
+    m_session->moveSelectedPoint(0, 7, 3, 3);
+    m_session->moveSelectedPoint(0, 5, 1, 1);
+    ASSERT_TRUE(m_session->keepToOneFrame());
+    EXPECT_EQ(m_session->editingOf(0).shapedFrames, (std::set<int>{5, 7}));
 }
 
 TEST_F(ShapeEditTest, ADragThatReplacesItsFramesAgainAndAgainIsOneSmallStep) {
