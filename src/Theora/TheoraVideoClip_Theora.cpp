@@ -164,6 +164,14 @@ bool TheoraVideoClip_Theora::seekTo(int frame) {
     }
     m_frameQueue->clear();
     m_nextFrame = std::int64_t{frame} + 1;
+    const bool isDone = deliverSought(frame);
+    if (isDone) { // right behind a keyframe there is no time to lose: filling the queue takes long
+        fillBehind();
+    }
+    return isDone;
+}
+
+bool TheoraVideoClip_Theora::deliverSought(int frame) {
     if (deliverCached(frame, false) ||
         (m_stepBack->waitFor(frame, m_stop) && deliverCached(frame, false))) {
         return true;
@@ -259,15 +267,18 @@ bool TheoraVideoClip_Theora::reachedEnd() {
     return false;
 }
 
-void TheoraVideoClip_Theora::prepareStepBack() {
-    if (!getTimer().isPaused()) {
-        return;
+void TheoraVideoClip_Theora::fillBehind() {
+    if (getTimer().isPaused()) {
+        const std::int64_t count = m_layout.frameCount;
+        m_stepBack->prepare(count > 0 ? std::min(m_centre, count) : m_centre);
     }
-    const std::int64_t count = m_layout.frameCount;
-    m_stepBack->prepare(count > 0 ? std::min(m_centre, count) : m_centre);
+}
+
+void TheoraVideoClip_Theora::prepareStepBack() {
+    fillBehind();
     // A step back is likely to be followed by another, so convert that one now. A step forward
     // would have to wait for the conversion.
-    if (!m_goesBack || m_stop()) {
+    if (!getTimer().isPaused() || !m_goesBack || m_stop()) {
         return;
     }
     if (const auto before = m_cache->find(m_centre - 1)) {

@@ -49,8 +49,11 @@ private:
     [[nodiscard]] bool deliverMeanwhile() REQUIRES(m_access);
     [[nodiscard]] bool deliverCached(std::int64_t number, bool realOnly) REQUIRES(m_access);
     [[nodiscard]] DecodeResult decodeNextPicture() REQUIRES(m_access);
+    [[nodiscard]] bool deliverSought(int frame) REQUIRES(m_access);
     void keepPicture(std::int64_t number) REQUIRES(m_access);
     [[nodiscard]] bool reachedEnd() REQUIRES(m_access);
+    /// Has the frames before the current one decoded, while the clip is paused.
+    void fillBehind() REQUIRES(m_access);
     void prepareStepBack() REQUIRES(m_access);
     void lookAhead() REQUIRES(m_access);
 

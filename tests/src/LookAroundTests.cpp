@@ -89,6 +89,28 @@ TEST(LookAround, AStandingClipDecodesAheadOfItsQueue) {
     }
 }
 
+TEST(LookAround, TheGroupBeforeIsDecodedAsSoonAsAPictureIsShownAndNotOnlyWhenTheQueueIsFull) {
+    const std::thread::id worker = std::this_thread::get_id();
+    std::atomic<bool> isPrepared{false};
+    theora::TheoraWorkSignal signal;
+    theora::TheoraVideoClip_Theora clip(
+        std::make_unique<MemorySource>(longGroups(),
+                                       [&] {
+                                           if (std::this_thread::get_id() != worker) {
+                                               isPrepared.store(true);
+                                           }
+                                           return true;
+                                       }),
+        theora::TheoraOutputMode::TH_RGB, 4, false, signal, nullptr);
+    clip.load();
+    clip.getTimer().pause();
+    clip.requestSeek(101);
+    ASSERT_TRUE(clip.decodeOnWorker());
+    while (!isPrepared.load()) {
+        std::this_thread::yield();
+    }
+}
+
 TEST(LookAround, AFrameThatTheStepBackDecoderComesPastIsWaitedFor) {
     std::atomic<bool> isOpen{false};
     support::Gate gate;
