@@ -61,12 +61,12 @@ class SkinTest(unittest.TestCase):
             ("Icons.txt", "color hint #596675", "color hint #A0A8B0", "color hint on surface: contrast 2.4"),
             ("Icons.txt", "tint danger", "tint dangerous", "no tint danger, which"),
             ("BranchList.xml", "corner='5,4,28,4'", "corner='45,4,28,4'", "the corners are larger"),
-            ("BranchList.xml", 'textcolor="#FF465362"', 'textcolor="grey"', '"grey" is no colour'),
-            ("BranchList.xml", 'text="Branch" textcolor="#FF465362"', 'text="Branch" textcolor="#FFA0A8B0"',
+            ("BranchList.xml", 'textcolor="muted"', 'textcolor="grey"', '"grey" is no colour'),
+            ("BranchList.xml", 'text="Branch" textcolor="muted"', 'text="Branch" textcolor="#FFA0A8B0"',
              "Branch: normal: contrast 2.4"),
-            ("OpenScene.xml", 'class="Text" textcolor="#FF1C2733"', 'class="Text" textcolor="#FF98A4B1"',
+            ("OpenScene.xml", 'class="Text" textcolor="ink"', 'class="Text" textcolor="#FF98A4B1"',
              "SceneList: item, chosen: contrast 1.9"),
-            ("NewScene.xml", 'bkcolor="#FF2B3947"', 'bkcolor="#FFC1E3FF"', "ToolTip: normal: contrast 1.3"),
+            ("NewScene.xml", 'bkcolor="tip"', 'bkcolor="#FFC1E3FF"', "ToolTip: normal: contrast 1.3"),
             ("ZoneEdit.xml", 'label="Zone name"', "", "EditZone: no label"),
             ("Confirmation.xml", 'tooltip="Go ahead"', "", "ButtonYes: no tool tip"),
             ("Confirmation.xml", 'pos="228,121', 'pos="428,121', "is not inside the window"),
@@ -87,7 +87,8 @@ class SkinTest(unittest.TestCase):
         shutil.copy(os.path.join(check_skin.default_skin(), "Card.png"), os.path.join(self.folder, "Extra.png"))
         self.assertIn("OptionHover.png: missing", findings(self.folder))
         shutil.copy(os.path.join(check_skin.default_skin(), "OptionHover.png"), self.folder)
-        self.assertEqual(["Extra.png: no layout uses it"], findings(self.folder))
+        self.assertEqual(["Dark: Extra.png: only in one of the skin and its folder Dark",
+                          "Extra.png: no layout uses it"], findings(self.folder))
 
     def test_another_text_differs_from_the_table(self):
         self.edit("BranchList.xml", 'text="Edit Zones"', 'text="Edit Zone"')
