@@ -1,0 +1,193 @@
+#!/usr/bin/env python3
+"""The whole program on a Wayland compositor, which stands on a virtual display of its own: windows are
+moved, made as large as the screen and closed with the mouse and the keyboard, and looked at in pictures
+of the display.
+
+Usage: wayland_runs.py PROGRAM DATA_FOLDER    ends with 77 where weston is not installed
+"""
+
+import glob
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+PROGRAM, DATA = sys.argv[1:3]
+LONGEST_WAIT = 60  # seconds until something counts as missing
+WIDTH, HEIGHT = 1400, 1000
+EDGE = 8  # of the display, where the mouse is parked
+GROUND = (0x20, 0x40, 0x60)
+SOCKET = "wayland-quorvel"
+FIRST_WIDTH, EDITOR_WIDTH = 880, 884
+# In the windows:
+CAPTION = (300, 15)
+COMBO = (184, 80)
+MENU = (612, 17)
+BELOW = 30  # from the middle of a control into what opens below it
+NEEDED = ("weston", "Xvfb", "xdotool", "import")
+
+
+def missing():
+    tools = [name for name in NEEDED if not shutil.which(name)]
+    plugins = glob.glob("/usr/lib/*/qt6/plugins/platforms/libqwayland*")
+    return tools + ([] if plugins else ["Qt's plugin for Wayland"])
+
+
+def wait_for(what, find):
+    """The first true answer of `find`."""
+    end = time.monotonic() + LONGEST_WAIT
+    while time.monotonic() < end:
+        found = find()
+        if found:
+            return found
+        time.sleep(0.05)
+    raise AssertionError(f"{what}: waited for in vain")
+
+
+class WaylandRun(unittest.TestCase):
+    def setUp(self):
+        self.place = pathlib.Path(tempfile.mkdtemp(prefix="quorvel-wayland-"))
+        self.addCleanup(shutil.rmtree, self.place)
+        self.folder = self.place / "Programs" / "Quorvel"
+        for name in ("UI", "Scenes"):
+            shutil.copytree(os.path.join(DATA, name), self.folder / name)
+        shutil.copy(os.path.join(DATA, "Translations.ini"), self.folder)
+        self.environment = {"HOME": str(self.place), "XDG_RUNTIME_DIR": str(self.place), "LC_ALL": "C.UTF-8",
+                            "PATH": os.environ["PATH"]}
+        self.environment["DISPLAY"] = self.start_display()
+        self.start_compositor()
+        self.environment.update(WAYLAND_DISPLAY=SOCKET, QT_QPA_PLATFORM="wayland")
+
+    def start(self, *command, **options):
+        process = subprocess.Popen(command, env=self.environment, **options)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        return process
+
+    def start_display(self):
+        reading, writing = os.pipe()
+        self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", "-nolisten", "tcp",
+                   pass_fds=[writing], stderr=subprocess.DEVNULL)
+        os.close(writing)
+        with os.fdopen(reading) as stream:
+            return ":" + stream.readline().strip()
+
+    def start_compositor(self):
+        config = self.place / "weston.ini"
+        config.write_text("[core]\nidle-time=0\n[shell]\npanel-position=none\nlocking=false\nanimation=none\n"
+                          "close-animation=none\nstartup-animation=none\nfocus-animation=none\n"
+                          f"background-color=0xff{GROUND[0]:02x}{GROUND[1]:02x}{GROUND[2]:02x}\n", encoding="ascii")
+        (self.place / "weston.log").touch()
+        self.start("weston", "--backend=x11-backend.so", "--use-pixman", f"--width={WIDTH}", f"--height={HEIGHT}",
+                   f"--socket={SOCKET}", f"--config={config}", f"--log={self.place}/weston.log",
+                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        wait_for("the compositor's ground", lambda: (self.place / SOCKET).exists() and self.is_empty())
+        screen = wait_for("the compositor's window", lambda: self.tell("search", "--onlyvisible", "--class", "."))
+        self.do("windowfocus", screen.split()[-1])
+        for _ in range(2):  # the compositor follows the mouse by its steps, from an edge on truly
+            self.do("mousemove", str(WIDTH - 1), str(HEIGHT - 1))
+            self.do("mousemove", "0", "0")
+
+    def do(self, *command):
+        """Mouse and keyboard."""
+        subprocess.run(["xdotool", *command], check=True, env=self.environment, stdout=subprocess.DEVNULL)
+
+    def tell(self, *command):
+        return subprocess.run(["xdotool", *command], check=False, env=self.environment, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, text=True).stdout
+
+    def picture(self):
+        data = subprocess.run(["import", "-window", "root", "-depth", "8", "rgb:-"], check=True, env=self.environment,
+                              stdout=subprocess.PIPE).stdout
+        self.assertEqual(len(data), WIDTH * HEIGHT * 3)
+        return data
+
+    def is_empty(self):
+        return self.picture().count(bytes(GROUND)) > WIDTH * HEIGHT * 9 // 10
+
+    def box(self):
+        """Left, top, right and bottom of all that stands on the ground; none: nothing."""
+        data, ground = self.picture(), bytes(GROUND)
+        rows = [data[y * WIDTH * 3:(y + 1) * WIDTH * 3] for y in range(HEIGHT)]
+        full = [y for y, row in enumerate(rows[:-EDGE]) if row != ground * WIDTH]
+        if not full:
+            return None
+        middle = rows[(full[0] + full[-1]) // 2]
+        pixels = [x for x in range(WIDTH - EDGE) if middle[3 * x:3 * x + 3] != ground]
+        return pixels and (pixels[0], full[0], pixels[-1] + 1, full[-1] + 1)
+
+    def steady_box(self, what, is_right):
+        """Once it stands still; the mouse waits in the corner, which box() leaves out."""
+        self.do("mousemove", str(WIDTH - 1), str(HEIGHT - 1))
+        last = [None]
+
+        def look():
+            before, last[0] = last[0], self.box()
+            return last[0] if last[0] and last[0] == before and is_right(last[0]) else None
+
+        return wait_for(what, look)
+
+    def hover(self, box, place):
+        self.do("mousemove", str(box[0] + place[0]), str(box[1] + place[1]))
+
+    def wait_below(self, box, place, is_changed, before):
+        """Until the picture right below that place is another one than `before`, or that again."""
+        def look():
+            at = ((box[1] + place[1] + BELOW) * WIDTH + box[0] + place[0]) * 3
+            row = self.picture()[at:at + 3 * BELOW]
+            return row if before is None or (row != before) == is_changed else None
+
+        return wait_for("a list or a tip", look)
+
+    def open_and_close(self, box, place, opening, closing):
+        """Something that appears below the mouse and goes again."""
+        self.hover(box, place)
+        before = self.wait_below(box, place, True, None)
+        self.do(*opening)
+        self.wait_below(box, place, True, before)
+        self.do(*closing)
+        self.wait_below(box, place, False, before)
+
+    def test_windows_are_moved_enlarged_and_closed(self):
+        program = self.start(PROGRAM, cwd=self.folder, stderr=subprocess.PIPE, text=True)
+        box = self.steady_box("the first window", lambda box: box[2] - box[0] == FIRST_WIDTH)
+        self.hover(box, CAPTION)
+        self.do("mousedown", "1")
+        for _ in range(8):
+            self.do("mousemove_relative", "--sync", "--", "-10", "-20")
+        self.do("mouseup", "1")
+        self.steady_box("the place that it was drawn to", lambda now: now[:2] == (box[0] - 80, box[1] - 160))
+
+        self.do("key", "Return")
+        small = self.steady_box("the branch editor", lambda box: box[2] - box[0] == EDITOR_WIDTH)
+        self.open_and_close(small, COMBO, ("click", "1"), ("key", "Escape"))
+        for _ in range(3):
+            self.do("key", "F11")
+            self.steady_box("the whole screen", lambda box: box == (0, 0, WIDTH - EDGE, HEIGHT - EDGE))
+            self.do("key", "F11")
+            self.steady_box("the former size", lambda box: box == small)
+        self.open_and_close(small, MENU, ("mousemove_relative", "1", "0"), ("mousemove", "0", "0"))
+
+        # A window that goes at the moment at which a tip of it comes.
+        for delay in range(350, 650, 50):
+            self.do("key", "F1")
+            keys = self.steady_box("the list of keys", lambda box: box != small)
+            self.do("mousemove", str(keys[2] - 50), str(keys[3] - 20), "sleep", str(delay / 1000), "key", "Escape")
+            self.steady_box("the branch editor alone", lambda box: box == small)
+        program.terminate()
+        told = program.communicate(timeout=LONGEST_WAIT)[1]
+        self.assertEqual((program.returncode, told), (0, ""))
+        page = (self.folder / "Log.html").read_text(encoding="utf-8")
+        self.assertEqual(re.findall("COLOR=#FF0000>Error: (.*?)</FONT>", page, re.DOTALL), [])
+
+
+if __name__ == "__main__":
+    if missing():
+        print("skipped: not installed: " + ", ".join(missing()))
+        sys.exit(77)
+    unittest.main(argv=sys.argv[:1])
