@@ -166,11 +166,13 @@ class WaylandRun(unittest.TestCase):
         self.do("key", "Return")
         small = self.steady_box("the branch editor", lambda box: box[2] - box[0] == EDITOR_WIDTH)
         self.open_and_close(small, COMBO, ("click", "1"), ("key", "Escape"))
-        for _ in range(3):
-            self.do("key", "F11")
-            self.steady_box("the whole screen", lambda box: box == (0, 0, WIDTH - EDGE, HEIGHT - EDGE))
-            self.do("key", "F11")
-            self.steady_box("the former size", lambda box: box == small)
+        full = (0, 0, WIDTH - EDGE, HEIGHT - EDGE)
+        for enlarge in (("key", "F11"), ("click", "--repeat", "2", "--delay", "50", "1")):
+            for box in (full, small):
+                now = small if box == full else full
+                self.hover(now, CAPTION)
+                self.do(*enlarge)
+                self.steady_box(f"{enlarge}: {box}", lambda now, wanted=box: now == wanted)
         self.open_and_close(small, MENU, ("mousemove_relative", "1", "0"), ("mousemove", "0", "0"))
 
         # A window that goes at the moment at which a tip of it comes.

@@ -1,9 +1,12 @@
 // The map of the scene in the branch editor, by real clicks, drags and keys.
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
+#include "platform/Bitmap.h"
 #include "platform/Geometry.h"
 #include "platform/Window.h"
+#include "platform/WindowParts.h"
 #include "tests/ui/BranchListFixture.h"
 #include "ui/map/SceneMap.h"
 
@@ -92,6 +95,35 @@ TEST_F(MapTest, ShowsTheChoiceAndFollowsEdits) {
     EXPECT_TRUE(map().placeOf(1).contains(fixed));
     m_driver->press(Key::digit0, {.control = true});
     EXPECT_EQ(m_driver->textOf(u"LabelMapZoom"), u"100 %");
+}
+
+TEST_F(MapTest, ABrokenTargetHangsBelowItsNodeAndWhatIsNotReachedStandsApart) {
+    showScene();
+    const auto isDrawnIn = [this](const Rect& area) {
+        const platform::Bitmap picture = m_driver->native().picture().snapshot();
+        const std::uint32_t ground = picture.row(kGround.y)[kGround.x];
+        for (int y = area.top; y < area.bottom; ++y) {
+            if (std::any_of(picture.row(y) + area.left, picture.row(y) + area.right,
+                            [&](std::uint32_t pixel) { return pixel != ground; })) {
+                return true;
+            }
+        }
+        return false;
+    };
+    const auto below = [this](int branch) {
+        const Rect place = map().placeOf(branch);
+        return Rect{place.left, place.bottom + 3, place.right, place.bottom + 30};
+    };
+    EXPECT_TRUE(isDrawnIn(below(0)));
+    EXPECT_FALSE(isDrawnIn(below(1)));
+    const Rect apart = map().placeOf(2);
+    EXPECT_GT(apart.top, below(0).bottom);
+    const Rect heading{apart.left, apart.top - 40, apart.right, apart.top - 5};
+    EXPECT_TRUE(isDrawnIn(heading)) << "says what these are";
+    session().setTarget(0, 1, "Apart");
+    test::pump();
+    EXPECT_FALSE(isDrawnIn(below(0)));
+    EXPECT_EQ(map().placeOf(2).left, map().placeOf(1).left) << "reached as the other is";
 }
 
 TEST_F(MapTest, TheChosenNodeKeepsItsPlaceThroughEdits) {
