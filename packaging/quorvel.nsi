@@ -4,13 +4,15 @@
 ;   makensis -INPUTCHARSET UTF8 -DVERSION=1.2.3 -DTREE=<installed tree> -DOUTPUT=<installer>
 ;     -DPICTURES=<pictures of its pages> -DROOT=<source tree> quorvel.nsi
 ;
-; Silent: Quorvel-1.2.3-setup.exe /S [/D=C:\Folder]; Uninstall.exe /S [_?=C:\Folder]. Exit codes:
+; Silent: Quorvel-1.2.3-setup.exe /S [/ALLOWDOWNGRADE] [/D=C:\Folder]; Uninstall.exe /S [_?=C:\Folder].
+; Exit codes:
 ;   0  done
 ;   1  cancelled by the user
 ;   2  refused, because Quorvel is running; nothing was changed
 ;   3  files could not be written or removed; a failed installation leaves everything as it was, a failed
 ;      removal can be run again
 ;   4  installed, but not in the start menu or the list of programs
+;   5  refused, because a later version is installed; nothing was changed
 ; Uninstall.exe goes on in a copy of itself and ends at once with 0; with _?= and its own folder as the
 ; last argument it does not, and its exit code is the result.
 Unicode true
@@ -18,6 +20,7 @@ Target amd64-unicode
 !include "MUI2.nsh"
 !include "FileFunc.nsh"
 !include "LogicLib.nsh"
+!include "WordFunc.nsh"
 
 !define EDITOR "$INSTDIR\Programs\Quorvel"
 !define NEW "$INSTDIR\Setup.new"    ; the files of this version, until they are in their places
@@ -102,6 +105,23 @@ FunctionEnd
       Quit
     ${EndIf}
   ${Loop}
+!macroend
+
+; An earlier version cannot read all that a later one may have written.
+!macro refuseDowngrade
+  ReadRegStr $0 HKCU "${UNINSTALL}" "DisplayVersion"
+  ${VersionCompare} "$0" "${VERSION}" $1 ; 1: the first is the later one
+  ${GetParameters} $2
+  ClearErrors
+  ${GetOptions} $2 "/ALLOWDOWNGRADE" $3
+  ${If} ${Errors}
+  ${AndIf} $1 == 1
+    ${If} ${Cmd} `MessageBox MB_YESNO|MB_ICONEXCLAMATION|MB_DEFBUTTON2 "$(textLater)" /SD IDNO IDNO`
+      SetErrorLevel 5
+      Quit
+    ${EndIf}
+  ${EndIf}
+  ClearErrors
 !macroend
 
 ; What is installed, in the order in which it comes to its place.
@@ -201,6 +221,7 @@ Function .onInstFailed
 FunctionEnd
 
 Section "Quorvel"
+  !insertmacro refuseDowngrade
   !insertmacro refuseWhileRuns "Quorvel.exe"
   !insertmacro refuseWhileRuns "quorvel-inspect.exe"
   Call undo

@@ -13,6 +13,12 @@
   "Quorvel läuft noch. Bitte schließen Sie es zuerst." \
   "Quorvel se está ejecutando. Ciérrelo primero." \
   "Quorvel is nog actief. Sluit het eerst."
+!insertmacro text textLater \
+  "Version $0 of Quorvel is installed, which is later than this one (${VERSION}). Replace it all the same?" \
+  "La version $0 de Quorvel est installée ; elle est plus récente que celle-ci (${VERSION}). La remplacer quand même ?" \
+  "Installiert ist Quorvel $0, eine neuere Version als diese (${VERSION}). Trotzdem ersetzen?" \
+  "Está instalada la versión $0 de Quorvel, más reciente que esta (${VERSION}). ¿Reemplazarla de todos modos?" \
+  "Versie $0 van Quorvel is geïnstalleerd en is nieuwer dan deze (${VERSION}). Toch vervangen?"
 !insertmacro text textNotInstalled \
   "Quorvel could not be installed: not every file can be written in$\n$INSTDIR$\n$\nNothing was changed there." \
   "Quorvel n'a pas pu être installé : certains fichiers ne peuvent pas être écrits dans$\n$INSTDIR$\n$\nRien n'y a été modifié." \

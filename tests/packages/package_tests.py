@@ -470,6 +470,19 @@ class Windows(PackageTest):
         exit_by_click(process)
         self.assertEqual(process.wait(timeout=LONGEST_WAIT), 0)
 
+    def test_a_later_version_is_replaced_only_on_request(self):
+        self.assertEqual(self.set_up(), 0)
+        key = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvel"
+        for later, code in ((VERSION + ".1", 5), ("99.0.0", 5), ("0.9.12", 0)):
+            self.wine("reg", "add", key, "/v", "DisplayVersion", "/d", later, "/f")
+            before = self.contents(self.product())
+            self.assertEqual(self.set_up(), code, later)
+            self.assertEqual(self.contents(self.product()), before)
+            self.assertEqual(self.registered(), code == 0 or later.startswith(VERSION))
+        self.wine("reg", "add", key, "/v", "DisplayVersion", "/d", "99.0.0", "/f")
+        self.assertEqual(self.set_up("/ALLOWDOWNGRADE"), 0)
+        self.assertTrue(self.registered())
+
 
 if __name__ == "__main__":
     unittest.main(argv=[sys.argv[0], "-v"] + sys.argv[3:])
