@@ -23,7 +23,7 @@ constexpr double kFineNoise = 2;     ///< the same on the finest layer
 constexpr double kOutlying = 2.5;    ///< times the noise: half the pull
 constexpr double kIndependent = 0.1; ///< share of samples that count: neighbours tell the same
 /// How far the motions may lie from the guess, as shares of the radius; and pixels for shifts.
-constexpr Motions kFreedom{0.1, 0.1, 0.06, 0.06, 0.02, 0.02, 0.01, 0.01};
+constexpr Motions kFreedom{0.1, 0.1, 0.06, 0.06, 0.01, 0.01, 0.005, 0.005};
 constexpr double kShiftFreedom = 6;
 constexpr double kGainFreedom = 0.5;
 constexpr double kLeastGain = 0.25;
@@ -43,6 +43,9 @@ Appearance::Appearance(const Pyramid& picture, const Polygon& polygon) : m_frame
     int finest = 0;
     while (finest + 1 < picture.levels() &&
            box.width() * box.height() > kMostPixels * Pyramid::step(2 * finest)) {
+        ++finest;
+    }
+    while (side >= 2 * kLeastSide * Pyramid::step(finest + 1) && isSoft(picture, polygon, finest)) {
         ++finest;
     }
     int coarsest = finest;
@@ -119,7 +122,8 @@ bool Appearance::refine(const Pyramid& picture, std::size_t index, const Experie
             const float pull = pullOf(seen.difference(k, fit.gain, fit.offset), noise);
             const auto sample = static_cast<std::size_t>(seen.samples[k] - layer.samples.data());
             const float trust = experience.trust.empty() ? 1 : experience.trust[index][sample];
-            weights[k] = trust * pull * pull / static_cast<float>(noise * noise);
+            const bool counts = !experience.isInnerOnly || seen.samples[k]->isInner;
+            weights[k] = counts ? trust * pull * pull / static_cast<float>(noise * noise) : 0;
         }
         if (!step(seen, weights, stillness, fit)) {
             break;

@@ -33,6 +33,9 @@ struct Experience {
     /// How well each sample of each layer has agreed lately, from 0 to 1: ground in the band around
     /// the thing, which moves in another way, soon counts no more. Empty: all agree.
     Trust trust;
+    /// Looks at what is well inside the outline alone: steep ground in the band around soft
+    /// things would draw them along.
+    bool isInnerOnly = false;
 };
 
 class Appearance {

@@ -61,8 +61,7 @@ struct Centres {
     }
 };
 
-/// Umeyama, "Least-Squares Estimation of Transformation Parameters", IEEE PAMI 13, 1991, in the
-/// plane, where complex numbers give it directly.
+/// In the plane complex numbers give it directly.
 Warp fitSimilarity(const std::vector<PointPair>& pairs, const Centres& centres) {
     double norm = 0;
     double even = 0;
@@ -76,7 +75,8 @@ Warp fitSimilarity(const std::vector<PointPair>& pairs, const Centres& centres) 
         even += x * u + y * v;
         odd += x * v - y * u;
     }
-    return centres.motion(even / norm, -odd / norm, odd / norm, even / norm);
+    return norm > 0 ? centres.motion(even / norm, -odd / norm, odd / norm, even / norm)
+                    : centres.motion(1, 0, 0, 1);
 }
 
 std::optional<Warp> fitAffine(const std::vector<PointPair>& pairs, const Centres& centres) {
@@ -118,6 +118,10 @@ Warp fit(const std::vector<PointPair>& pairs) {
 }
 
 } // namespace
+
+Warp similarityOf(const std::vector<PointPair>& pairs) {
+    return fitSimilarity(pairs, Centres(pairs));
+}
 
 Consensus findConsensus(const std::vector<PointPair>& pairs) {
     if (pairs.size() < kLeastPoints) {

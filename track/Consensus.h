@@ -19,4 +19,8 @@ struct Consensus {
 /// they are few or close together. The same points always give the same motion.
 [[nodiscard]] Consensus findConsensus(const std::vector<PointPair>& pairs);
 
+/// The similarity that comes nearest to the pairs; their mean shift where all are at one place.
+/// Umeyama, "Least-Squares Estimation of Transformation Parameters", IEEE PAMI 13, 1991.
+[[nodiscard]] Warp similarityOf(const std::vector<PointPair>& pairs);
+
 } // namespace track

@@ -20,10 +20,13 @@ constexpr int kCorners = 60;
 constexpr double kGrowth = 1.6;    ///< most change of the area from picture to picture
 constexpr double kMostGrowth = 16; ///< and since the reference
 constexpr double kGood = 0.8;      ///< of the usual likeness: no need to look elsewhere
-constexpr double kDoubtful = 0.5;  ///< of the usual likeness: gone when it lasts
-constexpr double kCertain = 0.7;   ///< of the usual likeness: doubts are over
-constexpr double kGone = 0.3;      ///< of the usual likeness
-constexpr int kMostDoubts = 3;     ///< steps in a row
+constexpr double kSure = 0.95;     ///< of the usual likeness: no need to look at less of it
+/// Of what a view is distorted by, which goes back where the picture says nothing about it.
+constexpr double kStraightened = 0.03;
+constexpr double kDoubtful = 0.5; ///< of the usual likeness: gone when it lasts
+constexpr double kCertain = 0.7;  ///< of the usual likeness: doubts are over
+constexpr double kGone = 0.3;     ///< of the usual likeness
+constexpr int kMostDoubts = 3;    ///< steps in a row
 constexpr double kLeastInside = 0.4;
 constexpr double kLeastLikeness = 0.25; ///< of the first step, else nothing can be followed
 constexpr int kLearning = 3;            ///< steps until the usual likeness is known
@@ -94,17 +97,43 @@ bool Follower::isLikely(const Warp& fromReference) const {
            isPlausible(fromReference * before.inverse(), m_step.shape, kGrowth);
 }
 
+Warp Follower::expected(const Warp& motion) const {
+    const Warp guess = motion * m_toNow * m_toReference.inverse();
+    const Polygon polygon = warped(m_toReference, m_first);
+    std::vector<PointPair> pairs;
+    Point middle;
+    for (const Point& corner : polygon) {
+        pairs.push_back({corner, guess(corner)});
+        middle.x += corner.x / static_cast<double>(polygon.size());
+        middle.y += corner.y / static_cast<double>(polygon.size());
+    }
+    const Warp similarity = similarityOf(pairs);
+    const double scale = guess.m[6] * middle.x + guess.m[7] * middle.y + guess.m[8];
+    Warp result;
+    for (std::size_t i = 0; i < result.m.size(); ++i) {
+        result.m[i] = std::lerp(guess.m[i] / scale, similarity.m[i], kStraightened);
+    }
+    return result;
+}
+
 Appearance::Found Follower::best(const Motion& motion, Point shift) const {
-    const Warp before = m_toNow * m_toReference.inverse();
     const std::array<Warp, 3> guesses{motion.warp, m_last, Warp::translation(shift.x, shift.y)};
-    Appearance::Found best{motion.warp * before, {}, 0, 0, {}};
+    Appearance::Found best{expected(motion.warp), {}, 0, 0, {}};
     for (const Warp& guess : guesses) {
-        const Appearance::Found found = m_reference.find(m_now, guess * before, m_experience);
+        const Appearance::Found found = m_reference.find(m_now, expected(guess), m_experience);
         if (found.match.likeness > best.match.likeness && isLikely(found.warp)) {
             best = found;
         }
         if (best.match.likeness > kGood * std::max(m_usual, kLeastLikeness)) {
             break;
+        }
+    }
+    if (best.match.likeness < kSure * std::max(m_usual, kLeastLikeness)) {
+        Experience inner = m_experience;
+        inner.isInnerOnly = true;
+        const Appearance::Found found = m_reference.find(m_now, expected(m_last), inner);
+        if (found.match.likeness > best.match.likeness && isLikely(found.warp)) {
+            return found;
         }
     }
     return best;

@@ -53,6 +53,8 @@ private:
     };
 
     [[nodiscard]] Motion fromBefore(Point shift) const;
+    /// Where a motion would lead to, from the reference.
+    [[nodiscard]] Warp expected(const Warp& motion) const;
     [[nodiscard]] Appearance::Found best(const Motion& motion, Point shift) const;
     [[nodiscard]] bool isLikely(const Warp& fromReference) const;
     [[nodiscard]] Sight judge(const Match& match);

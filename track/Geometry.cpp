@@ -45,9 +45,10 @@ bool contains(const Polygon& polygon, Point point) {
 }
 
 double distanceTo(const Polygon& polygon, Point point) {
-    if (contains(polygon, point)) {
-        return 0;
-    }
+    return contains(polygon, point) ? 0 : distanceToOutline(polygon, point);
+}
+
+double distanceToOutline(const Polygon& polygon, Point point) {
     double least = std::numeric_limits<double>::infinity();
     for (std::size_t i = 0, j = polygon.size() - 1; i < polygon.size(); j = i++) {
         least = std::min(least, distanceToSegment(point, polygon[j], polygon[i]));

@@ -31,6 +31,7 @@ struct Box {
 [[nodiscard]] bool contains(const Polygon& polygon, Point point);
 /// 0 inside the polygon, else the distance to its outline.
 [[nodiscard]] double distanceTo(const Polygon& polygon, Point point);
+[[nodiscard]] double distanceToOutline(const Polygon& polygon, Point point);
 /// Positive when the corners go clockwise on the screen.
 [[nodiscard]] double signedArea(const Polygon& polygon);
 

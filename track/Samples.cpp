@@ -10,6 +10,9 @@ namespace {
 constexpr double kSamples = 800;
 constexpr float kLeastGradient = 0.4F; ///< of the steepest places, in grey values a pixel
 constexpr double kLeastNoise = 1.5;    ///< grey values
+constexpr double kRim = 0.1;           ///< of the smaller side: what is near the outline
+constexpr double kSoft = 0.75;         ///< of the steepness kept on a level of half the size
+constexpr double kMostLooked = 1500;   ///< pixels
 
 struct Gradient {
     float x = 0;
@@ -72,6 +75,25 @@ std::optional<Pixel> steepest(const Plane& plane, int level, const Polygon& poly
     return best;
 }
 
+/// The mean of the squared gradients of what the polygon holds, for pixels of level 0.
+double steepnessOf(const Pyramid& picture, const Polygon& polygon, int level) {
+    const Plane& plane = picture.level(level);
+    const Area area = areaOf(plane, boundsOf(polygon), 0, level);
+    const double pixels = static_cast<double>(area.right - area.left) * (area.bottom - area.top);
+    const int stride = std::max(1, static_cast<int>(std::lround(std::sqrt(pixels / kMostLooked))));
+    double sum = 0;
+    int count = 0;
+    for (int y = area.top; y < area.bottom; y += stride) {
+        for (int x = area.left; x < area.right; x += stride) {
+            if (contains(polygon, placeOf(x, y, level))) {
+                sum += static_cast<double>(gradientAt(plane, x, y).squared());
+                ++count;
+            }
+        }
+    }
+    return count > 0 ? sum / count / Pyramid::step(2 * level) : 0;
+}
+
 Sample sampleAt(const Plane& plane, int level, const Pixel& pixel, const Frame& frame) {
     Sample sample;
     sample.at = placeOf(pixel.x, pixel.y, level);
@@ -118,6 +140,11 @@ Warp Frame::warpOf(const Motions& pixels) const {
     return out * around * out.inverse();
 }
 
+bool isSoft(const Pyramid& picture, const Polygon& polygon, int level) {
+    return level + 2 < picture.levels() && steepnessOf(picture, polygon, level + 2) >
+                                               kSoft * steepnessOf(picture, polygon, level + 1);
+}
+
 Layer takeLayer(const Pyramid& picture, const Polygon& polygon, const Frame& frame, int level) {
     const Plane& plane = picture.level(level);
     const double band =
@@ -134,6 +161,10 @@ Layer takeLayer(const Pyramid& picture, const Polygon& polygon, const Frame& fra
             if (const auto found = steepest(plane, level, polygon, band, cell)) {
                 most = std::max(most, found->gradient.squared());
                 layer.samples.push_back(sampleAt(plane, level, *found, frame));
+                Sample& sample = layer.samples.back();
+                sample.isInner = contains(polygon, sample.at) &&
+                                 distanceToOutline(polygon, sample.at) >
+                                     kRim * std::min(frame.box.width(), frame.box.height());
                 sum += static_cast<double>(layer.samples.back().value);
             }
         }

@@ -38,6 +38,7 @@ struct Sample {
     Point at;        ///< on level 0
     float value = 0; ///< grey, relative to the layer's mean
     std::size_t block = 0;
+    bool isInner = false; ///< well inside the polygon, where nothing of the ground can be
     std::array<float, kMotions> change{}; ///< of the value for a pixel of each motion
 };
 
@@ -50,6 +51,9 @@ struct Layer {
 /// each cell of a grid the pixel with the steepest gradient.
 [[nodiscard]] Layer takeLayer(const Pyramid& picture, const Polygon& polygon, const Frame& frame,
                               int level);
+
+/// Whether the levels behind `level` show all that the polygon holds: then it adds noise alone.
+[[nodiscard]] bool isSoft(const Pyramid& picture, const Polygon& polygon, int level);
 
 /// What a picture shows at the samples of a layer.
 struct Seen {
