@@ -7,6 +7,7 @@
 #include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneTexts.h"
+#include "core/Texts.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CProgressUI.h"
 #include "video/CVideoUI.h"
@@ -45,7 +46,7 @@ void FollowPresenter::start() {
     std::optional<follow::Request> request = place ? this->request(*place) : std::nullopt;
     if (!request) {
         if (place) {
-            m_links.notice.refuse(kDrawZoneFirst);
+            m_links.notice.refuse(core::tr(kDrawZoneFirst));
         }
         return;
     }

@@ -10,6 +10,7 @@
 #include "ZoneEdit/ZoneTexts.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Clock.h"
 #include "toolkit/controls/CControlUI.h"
 
@@ -54,7 +55,7 @@ void FramesPresenter::goToTyped() {
     }
     const std::optional<int> target =
         frameFrom(edit->GetText(), std::max(m_video.frameCount() - 1, 0));
-    m_header.showNotice(target ? std::u16string_view() : kNoFrameNumber);
+    m_header.showNotice(target ? std::u16string() : core::tr(kNoFrameNumber));
     show(target.value_or(m_video.frame()));
 }
 

@@ -10,6 +10,7 @@
 #include "core/FileError.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "edit/History.h"
 #include "toolkit/controls/CControlUI.h"
 #include "ui/SceneHints.h"
@@ -47,7 +48,7 @@ void HeaderPresenter::save() {
     if (m_session.zones().lastSaveFailure().empty()) {
         m_saved = ui::savedText() + u" ";
         if (wasDamaged) {
-            m_saved += std::u16string(kDamagedKept) + u" ";
+            m_saved += core::tr(kDamagedKept) + u" ";
         }
     }
     show();
@@ -124,7 +125,7 @@ std::u16string HeaderPresenter::problemText(const std::u16string& notice) const 
     const std::u16string unread =
         loadProblemText(m_session.zones().loadReport(), core::withoutExtension(m_videoPath));
     const bool isUnknown = m_saved.empty() && m_video.lacksLength();
-    return unread.empty() && isUnknown ? std::u16string(kUnknownLength) : unread;
+    return unread.empty() && isUnknown ? core::tr(kUnknownLength) : unread;
 }
 
 } // namespace zoneedit

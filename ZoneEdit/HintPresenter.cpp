@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "ZoneEdit/ZoneEditControls.h"
+#include "core/Texts.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
@@ -12,9 +13,9 @@ namespace zoneedit {
 namespace {
 
 constexpr int kNewsMs = 4000;
-constexpr std::u16string_view kAtRest[] = {
-    u"Ctrl: scale, Ctrl + Shift: rotate", u"Click: a point behind the chosen one",
-    u"Click: a point. Ctrl: rectangle", u"Click a point to delete it"};
+constexpr core::Text kAtRest[] = {
+    "Ctrl: scale, Ctrl + Shift: rotate"_tr, "Click: a point behind the chosen one"_tr,
+    "Click: a point. Ctrl: rectangle"_tr, "Click a point to delete it"_tr};
 constexpr int kMove = 0;
 constexpr int kAddMany = 2;
 
@@ -34,7 +35,7 @@ void HintPresenter::showHeld(platform::Modifiers held, bool isDragging) {
     }
 }
 
-void HintPresenter::explain(std::u16string_view reason) {
+void HintPresenter::explain(core::Text reason) {
     m_reason = reason;
     show();
     if (toolkit::CControlUI* label = m_controls.find(kHintLabel)) {
@@ -53,21 +54,22 @@ void HintPresenter::timeIsUp() {
     show();
 }
 
-std::u16string_view HintPresenter::usual() const {
+core::Text HintPresenter::usual() const {
     if (m_tool == kAddMany && m_held.control) {
-        return u"Drag: a rectangle";
+        return "Drag: a rectangle"_tr;
     }
     if (m_tool == kMove && m_held.control) {
-        return m_held.shift ? u"Drag: rotate about the centre" : u"Drag: scale about the centre";
+        return m_held.shift ? "Drag: rotate about the centre"_tr
+                            : "Drag: scale about the centre"_tr;
     }
     if (m_tool == kMove && m_held.shift && m_isDragging) {
-        return u"Straight across or down";
+        return "Straight across or down"_tr;
     }
     return kAtRest[static_cast<std::size_t>(m_tool)];
 }
 
 void HintPresenter::show() {
-    m_controls.setText(kHintLabel, m_reason.empty() ? usual() : m_reason);
+    m_controls.setText(kHintLabel, core::tr(m_reason.empty() ? usual() : m_reason));
 }
 
 } // namespace zoneedit

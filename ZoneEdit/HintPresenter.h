@@ -4,13 +4,14 @@
 
 #include <string_view>
 
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "ui/Controls.h"
 
 namespace zoneedit {
 
-inline constexpr std::u16string_view kNoPointHere = u"There is no point here";
-inline constexpr std::u16string_view kNoZoneYet = u"Add a zone first: press +";
+inline constexpr core::Text kNoPointHere = "There is no point here"_tr;
+inline constexpr core::Text kNoZoneYet = "Add a zone first: press +"_tr;
 
 class HintPresenter {
 public:
@@ -20,20 +21,20 @@ public:
     void showTool(int tool);
     void showHeld(platform::Modifiers held, bool isDragging);
     /// Why a click did nothing.
-    void explain(std::u16string_view reason);
+    void explain(core::Text reason);
     /// For the window's timer of this number.
     void timeIsUp();
     static constexpr unsigned kTimer = 0x7FFFFFFE;
 
 private:
-    [[nodiscard]] std::u16string_view usual() const;
+    [[nodiscard]] core::Text usual() const;
     void show();
 
     ui::Controls m_controls;
     int m_tool = 0;
     platform::Modifiers m_held;
     bool m_isDragging = false;
-    std::u16string_view m_reason;
+    core::Text m_reason;
 };
 
 } // namespace zoneedit

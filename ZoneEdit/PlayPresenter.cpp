@@ -5,6 +5,7 @@
 #include "ZoneEdit/FramesPresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
@@ -88,7 +89,7 @@ void PlayPresenter::tick() {
 void PlayPresenter::showButton() {
     if (toolkit::CControlUI* button = m_controls.find(kPlayButton)) {
         button->SetIcon(m_isPlaying ? u"Pause" : u"Play");
-        button->SetLabel(m_isPlaying ? u"Pause" : u"Play");
+        button->SetLabel(core::tr(m_isPlaying ? "Pause"_tr : "Play"_tr));
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "zone/ShapeEdits.h"
@@ -68,12 +69,10 @@ void PointFields::show() {
         }
     }
     const bool isPoint = handle >= 0 && static_cast<std::size_t>(handle) < count;
-    m_controls.setText(kPointLabel, isPoint ? numberText(handle + 1) + u" of " +
-                                                  numberText(static_cast<int>(count))
-                                    : m_editor.handlePlace() ? std::u16string(u"Centre")
+    m_controls.setText(kPointLabel, isPoint ? core::tr("PlaceOf|{0} of {1}"_tr, handle + 1, count)
+                                    : m_editor.handlePlace() ? core::tr("Centre"_tr)
                                                              : std::u16string());
-    m_controls.setText(kShapeLabel,
-                       numberText(static_cast<int>(count)) + (count == 1 ? u" point" : u" points"));
+    m_controls.setText(kShapeLabel, core::tr("{0} point|{0} points"_trn, count));
 }
 
 bool PointFields::typed(std::u16string_view field) {

@@ -8,6 +8,7 @@
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "zone/ShapeBlend.h"
 #include "zone/ShapeEdits.h"
 #include "zone/Zone.h"
@@ -18,14 +19,8 @@ namespace {
 
 using Name = zone::StepLabel::Name;
 
-constexpr std::u16string_view kNeedsKeys = u"Interpolate needs a key at both ends of the range.";
-constexpr std::u16string_view kNoShape = u"There is no shape to copy on this frame.";
-
-std::u16string numbered(const char* before, int number, const char* between, int other,
-                        const char* behind) {
-    return core::displayText(before + std::to_string(number) + between + std::to_string(other) +
-                             behind);
-}
+constexpr core::Text kNeedsKeys = "Interpolate needs a key at both ends of the range."_tr;
+constexpr core::Text kNoShape = "There is no shape to copy on this frame."_tr;
 
 } // namespace
 
@@ -60,7 +55,7 @@ void RangeActions::interpolate() {
     }
     const auto keys = keysOfGap();
     if (!keys) {
-        m_notice.refuse(kNeedsKeys);
+        m_notice.refuse(core::tr(kNeedsKeys));
     } else if (const auto blend = zone::blendedShapes(zone(), *keys, m_editor.way())) {
         replace(Name::interpolate, {*blend});
     } else {
@@ -70,9 +65,10 @@ void RangeActions::interpolate() {
 
 void RangeActions::refuseUnequal(const std::vector<int>& keys) {
     if (const auto numbers = zone::unequalKeys(zone(), keys)) {
-        m_notice.offer(numbered("The keys have ", numbers->first, " and ", numbers->second,
-                                " points: give them the same number first."),
-                       {kMatchPointsButton});
+        m_notice.offer(
+            core::tr("The keys have {0} and {1} points: give them the same number first."_tr,
+                     numbers->first, numbers->second),
+            {kMatchPointsButton});
     }
 }
 
@@ -82,7 +78,7 @@ void RangeActions::interpolateAll() {
     }
     const std::vector<int> keys = m_editor.keys();
     if (keys.size() < 2) {
-        m_notice.refuse(kNeedsKeys);
+        m_notice.refuse(core::tr(kNeedsKeys));
     } else {
         replace(Name::interpolate, {zone::filledGaps(zone(), keys, m_editor.way())});
     }
@@ -113,8 +109,7 @@ void RangeActions::matchPoints() {
     if (const auto shapes = zone::matched(zone(), first, last)) {
         replace(Name::matchPoints, *shapes);
         const auto count = zone().points(first)->size();
-        m_notice.offer(core::displayText("Point counts made equal: " + std::to_string(count) + "."),
-                       {kNoticeUndoButton});
+        m_notice.offer(core::tr("Point counts made equal: {0}."_tr, count), {kNoticeUndoButton});
     }
 }
 
@@ -133,7 +128,7 @@ void RangeActions::deleteKeys() {
 void RangeActions::copy() {
     const zone::Points points = m_editor.points();
     if (points.empty()) {
-        m_notice.refuse(kNoShape);
+        m_notice.refuse(core::tr(kNoShape));
     } else {
         copiedShape() = points;
     }
@@ -151,9 +146,9 @@ void RangeActions::paste() {
         m_session.endGesture();
         m_editor.reshapeAll(Name::paste, zone::replaced(*copiedShape()));
     } else {
-        m_notice.offer(numbered("The copied shape has ", static_cast<int>(copiedShape()->size()),
-                                " points, this zone ", static_cast<int>(here),
-                                ": paste it as a new zone?"),
+        m_notice.offer(core::tr("The copied shape has {0} points, this zone {1}: paste it as a new "
+                                "zone?"_tr,
+                                copiedShape()->size(), here),
                        {kNewZoneButton});
     }
 }
@@ -183,7 +178,7 @@ void RangeActions::applyShape(Where where) {
         return;
     }
     if (m_editor.points().empty()) {
-        m_notice.refuse(kNoShape);
+        m_notice.refuse(core::tr(kNoShape));
     } else {
         replace(Name::applyShape, zone::applied(zone(), m_editor.place()->frame, *frames));
     }

@@ -5,6 +5,7 @@
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -46,9 +47,8 @@ constexpr Part kLabel{u"LabelRange", 12, 1136, kUpper, 132};
 constexpr int kLabelInBand = 176;
 
 std::u16string textOf(const FrameSpan& span) {
-    return core::displayText(std::to_string(span.first) + " to " + std::to_string(span.last) +
-                             ", " + std::to_string(span.count()) +
-                             (span.count() == 1 ? " frame" : " frames"));
+    return core::tr("FrameSpan|{1} to {2}, {0} frame|{1} to {2}, {0} frames"_trn,
+                    static_cast<std::size_t>(span.count()), span.first, span.last);
 }
 
 } // namespace

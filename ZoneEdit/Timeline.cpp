@@ -6,6 +6,7 @@
 
 #include "ZoneEdit/TimelinePainter.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "platform/Geometry.h"
 #include "toolkit/skin/WindowLook.h"
@@ -212,14 +213,13 @@ std::u16string Timeline::accessibleValue() const {
         std::any_of(marks.active.begin(), marks.active.end(), [this](const zone::FrameRange& run) {
             return run.first <= m_frame && m_frame < run.end;
         });
-    std::u16string text =
-        core::displayText(std::to_string(m_frame) + " of " + std::to_string(m_frames - 1) + ", ") +
-        ui::lengthText(m_frame / m_framesPerSecond);
+    std::u16string text = core::tr("PlaceOf|{0} of {1}"_tr, m_frame, m_frames - 1) + u", " +
+                          ui::lengthText(m_frame / m_framesPerSecond);
     if (marks.isZone) {
-        text += isActive ? u", active" : u", not active";
+        text += u", " + core::tr(isActive ? "ZoneActive|active"_tr : "ZoneNotActive|not active"_tr);
     }
     if (std::binary_search(marks.keys.begin(), marks.keys.end(), m_frame)) {
-        text += u", key";
+        text += u", " + core::tr("FrameKey|key"_tr);
     }
     return text;
 }

@@ -38,6 +38,7 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "platform/EventLoop.h"
 #include "platform/Gui.h"
@@ -101,7 +102,7 @@ ZoneEdit::ZoneEdit(const ui::WindowContext& context)
 ZoneEdit::~ZoneEdit() = default;
 
 bool ZoneEdit::run() {
-    return runScreen(u"Zone Edit");
+    return runScreen(core::tr("Zone Edit"_tr));
 }
 
 std::string ZoneEdit::GetSkinFile() const {
@@ -122,7 +123,7 @@ std::unique_ptr<toolkit::CControlUI> ZoneEdit::CreateControl(std::u16string_view
         return EditorWindow::CreateControl(className);
     }
     auto control = std::make_unique<video::CVideoUI>(context().gui.loop());
-    control->SetLabel(u"Picture");
+    control->SetLabel(core::tr("Picture"_tr));
     control->setDisplaySize(m_displaySize);
     m_video.setControl(control.get());
     return control;
@@ -315,7 +316,7 @@ void ZoneEdit::keepDraft() {
 void ZoneEdit::restoreDraft() {
     m_notice->close();
     if (m_draft && !m_draft->restore()) {
-        m_notice->refuse(u"The unsaved work cannot be read.");
+        m_notice->refuse(core::tr("The unsaved work cannot be read."_tr));
     }
 }
 
@@ -373,7 +374,7 @@ void ZoneEdit::remove() {
     const std::u16string name =
         core::displayText(m_session->zones().getZoneName(m_session->context().currentZone));
     m_zones->remove();
-    m_notice->offer(u"Zone \"" + name + u"\" removed.", {kNoticeUndoButton});
+    m_notice->offer(core::tr("Zone \"{0}\" removed."_tr, name), {kNoticeUndoButton});
 }
 
 void ZoneEdit::OnClick(toolkit::TNotifyUI& message) {
@@ -493,8 +494,9 @@ void ZoneEdit::removeZone() {
         return;
     }
     SetAnswer(kNo);
-    ui::Confirmation::ask(context(), *this, "Remove Zone?",
-                          "Are you sure you want to remove the zone?");
+    ui::Confirmation::ask(
+        context(), *this, core::trStored("RemoveZoneQuestion|Remove Zone?"_tr),
+        core::trStored("RemoveZoneSure|Are you sure you want to remove the zone?"_tr));
     if (answer() == kYes) {
         remove();
     }
@@ -518,7 +520,8 @@ void ZoneEdit::showVersions() {
 void ZoneEdit::closeEditor() {
     // A dismissed question counts as yes. Intended.
     SetAnswer(kYes);
-    ui::Confirmation::ask(context(), *this, "Close?", "Are you sure you want to close Zone Edit?");
+    ui::Confirmation::ask(context(), *this, core::trStored("CloseQuestion|Close?"_tr),
+                          core::trStored("Are you sure you want to close Zone Edit?"_tr));
     if (answer() == kYes) {
         Close(1);
     }

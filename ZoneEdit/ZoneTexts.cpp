@@ -8,6 +8,7 @@
 #include "check/Names.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "ui/SceneHints.h"
 #include "zone/LoadReport.h"
 #include "zone/StepReach.h"
@@ -17,45 +18,36 @@ namespace {
 
 using zone::LoadProblem;
 
-std::string percentText(double share) {
-    return std::to_string(std::lround(100 * share)) + " %";
-}
-
-std::string framesText(int frames) {
-    return std::to_string(frames) + (frames == 1 ? " frame" : " frames");
-}
-
-std::string ofThem(int number, int all) {
-    return std::to_string(number) + " of " + std::to_string(all) + (all == 1 ? " zone" : " zones");
+int percentOf(double share) {
+    return static_cast<int>(std::lround(100 * share));
 }
 
 /// What was read of the zones that were not read whole.
-std::string partsText(const zone::LoadReport& report) {
+std::u16string partsText(const zone::LoadReport& report) {
     if (report.partZones == 0) {
         return {};
     }
     if (report.partZones > 1) {
-        return " " + std::to_string(report.partZones) + " more were read in part.";
+        return u" " + core::tr("{0} more were read in part."_tr, report.partZones);
     }
-    std::string frames = std::to_string(report.partFrames);
-    if (report.storedFrames > 0) {
-        frames += " of " + std::to_string(report.storedFrames);
-    }
-    return " Another: " + frames + " frames.";
+    return u" " + (report.storedFrames > 0
+                       ? core::tr("AnotherPart|Another: {0} of {1} frames."_tr, report.partFrames,
+                                  report.storedFrames)
+                       : core::tr("Another: {0} frames."_tr, report.partFrames));
 }
 
-const char* reasonText(LoadProblem problem) {
+core::Text reasonText(LoadProblem problem) {
     switch (problem) {
     case LoadProblem::binaryMissing:
-        return ".bin is missing.";
+        return "{0}.bin is missing."_tr;
     case LoadProblem::binaryUnreadable:
-        return ".bin cannot be read.";
+        return "{0}.bin cannot be read."_tr;
     case LoadProblem::binaryForeign:
-        return ".bin also holds other data.";
+        return "{0}.bin also holds other data."_tr;
     case LoadProblem::listDamaged:
-        return ".xml is damaged.";
+        return "{0}.xml is damaged."_tr;
     default:
-        return ".bin is damaged.";
+        return "{0}.bin is damaged."_tr;
     }
 }
 
@@ -70,46 +62,50 @@ std::u16string loadProblemText(const zone::LoadReport& report, const std::string
         return {};
     }
     // How much first: a narrow label cuts the end.
-    return core::displayText(
-        (report.zones > 0 ? ofThem(report.wholeZones, report.zones) : "No zones") + " read: " +
-        core::fileName(basePath) + "-ZoneInfo" + reasonText(report.problem) + partsText(report));
+    const std::u16string read =
+        report.zones > 0
+            ? core::tr("ZonesRead|{1} of {0} zone read: {2}|{1} of {0} zones read: {2}"_trn,
+                       static_cast<std::size_t>(report.zones), report.wholeZones,
+                       core::tr(reasonText(report.problem), core::fileName(basePath) + "-ZoneInfo"))
+            : core::tr("No zones read: {0}"_tr, core::tr(reasonText(report.problem),
+                                                         core::fileName(basePath) + "-ZoneInfo"));
+    return read + partsText(report);
 }
 
 std::u16string zoneNamesHint(const std::vector<std::string>& names) {
     if (std::any_of(names.begin(), names.end(), check::breaksFile)) {
-        return ui::kUnreadableZoneHint;
+        return core::tr(ui::kUnreadableZoneHint);
     }
     std::map<std::string, int> uses;
     for (const std::string& name : names) {
         ++uses[name];
     }
     if (uses.contains("")) {
-        return u"A zone without a name cannot be chosen for an action.";
+        return core::tr("A zone without a name cannot be chosen for an action."_tr);
     }
     const auto repeated =
         std::find_if(uses.begin(), uses.end(), [](const auto& use) { return use.second > 1; });
     return repeated == uses.end()
                ? std::u16string()
-               : core::displayText(std::to_string(repeated->second) + " zones are named \"" +
-                                   repeated->first +
-                                   "\": actions tell zones apart by their names alone.");
+               : core::tr("{0} zones are named \"{1}\": actions tell zones apart by their "
+                          "names alone."_tr,
+                          repeated->second, repeated->first);
 }
 
 std::u16string reachText(const zone::StepReach& reach) {
-    const std::string number = std::to_string(reach.frames);
-    const std::string ofAll = number + " of " + std::to_string(reach.of) + " frames.";
     switch (reach.kind) {
     case zone::StepReach::Kind::overOwn:
-        return core::displayText("Changed " + number +
-                                 (reach.frames == 1 ? " later frame that had its own shape."
-                                                    : " later frames that had their own shape."));
+        return core::tr("Changed {0} later frame that had its own shape.|"
+                        "Changed {0} later frames that had their own shape."_trn,
+                        static_cast<std::size_t>(reach.frames));
     case zone::StepReach::Kind::added:
-        return core::displayText("Added on " + ofAll);
+        return core::tr("Added on {0} of {1} frames."_tr, reach.frames, reach.of);
     case zone::StepReach::Kind::addedInPlace:
-        return core::displayText("Added at the same place on " + framesText(reach.frames) +
-                                 " where the shape is elsewhere.");
+        return core::tr("Added at the same place on {0} frame where the shape is elsewhere.|"
+                        "Added at the same place on {0} frames where the shape is elsewhere."_trn,
+                        static_cast<std::size_t>(reach.frames));
     case zone::StepReach::Kind::removed:
-        return core::displayText("Removed on " + ofAll);
+        return core::tr("Removed on {0} of {1} frames."_tr, reach.frames, reach.of);
     case zone::StepReach::Kind::plain:
         break;
     }
@@ -117,25 +113,26 @@ std::u16string reachText(const zone::StepReach& reach) {
 }
 
 std::u16string followingText(const std::string& zone, int frame, int last) {
-    return core::displayText("Following \"" + zone + "\": frame " + std::to_string(frame) + " of " +
-                             std::to_string(last));
+    return core::tr("Following \"{0}\": frame {1} of {2}"_tr, zone, frame, last);
 }
 
 std::u16string matchText(double match) {
-    return core::displayText("Match " + percentText(match));
+    return core::tr("Match {0} %"_tr, percentOf(match));
 }
 
 std::u16string followedText(int frame) {
-    return core::displayText("Followed to frame " + std::to_string(frame) + ".");
+    return core::tr("Followed to frame {0}."_tr, frame);
 }
 
 std::u16string followedMatchText(int frames, double leastMatch) {
-    return core::displayText(framesText(frames) + ", least match " + percentText(leastMatch));
+    return core::tr("{0} frame, least match {1} %|{0} frames, least match {1} %"_trn,
+                    static_cast<std::size_t>(frames), percentOf(leastMatch));
 }
 
 std::u16string lostText(int frame, int frames) {
-    return core::displayText("Lost sight at frame " + std::to_string(frame) + ": " +
-                             framesText(frames) + " found.");
+    return core::tr("Lost sight at frame {1}: {0} frame found.|"
+                    "Lost sight at frame {1}: {0} frames found."_trn,
+                    static_cast<std::size_t>(frames), frame);
 }
 
 std::optional<int> frameFrom(const std::u16string& text, int last) {

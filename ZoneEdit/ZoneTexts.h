@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Texts.h"
+
 namespace zone {
 struct LoadReport;
 struct StepReach;
@@ -13,19 +15,18 @@ struct StepReach;
 
 namespace zoneedit {
 
-inline constexpr std::u16string_view kNoFrameNumber = u"Not a frame number";
+inline constexpr core::Text kNoFrameNumber = "Not a frame number"_tr;
 /// In the header, and in place of the invitation to add a zone.
-inline constexpr std::u16string_view kUnknownLength =
-    u"The length of this video is unknown: there are no frames to step through or draw on.";
-inline constexpr std::u16string_view kUnknownLengthShort = u"The video's length is unknown.";
+inline constexpr core::Text kUnknownLength =
+    "The length of this video is unknown: there are no frames to step through or draw on."_tr;
+inline constexpr core::Text kUnknownLengthShort = "The video's length is unknown."_tr;
 
 /// How much of the zone files at `basePath` was read, and why not all; empty when all was.
 [[nodiscard]] std::u16string loadProblemText(const zone::LoadReport& report,
                                              const std::string& basePath);
 
 /// After the first save of zones that were not read whole.
-inline constexpr std::u16string_view kDamagedKept =
-    u"The old files are kept among the earlier versions.";
+inline constexpr core::Text kDamagedKept = "The old files are kept among the earlier versions."_tr;
 
 /// A hint about names that scenes cannot read, or that do not tell the zones apart.
 [[nodiscard]] std::u16string zoneNamesHint(const std::vector<std::string>& names);
@@ -33,7 +34,7 @@ inline constexpr std::u16string_view kDamagedKept =
 /// "Changed 279 later frames that had their own shape."; empty for a plain step.
 [[nodiscard]] std::u16string reachText(const zone::StepReach& reach);
 
-inline constexpr std::u16string_view kDrawZoneFirst = u"Draw the zone on this frame first.";
+inline constexpr core::Text kDrawZoneFirst = "Draw the zone on this frame first."_tr;
 /// 'Following "Door": frame 62 of 96'
 [[nodiscard]] std::u16string followingText(const std::string& zone, int frame, int last);
 /// "Match 94 %"; 1 is all of it.

@@ -4,6 +4,7 @@
 
 #include "check/Differences.h"
 #include "core/Paths.h"
+#include "core/Texts.h"
 #include "recovery/Versions.h"
 #include "zone/LoadReport.h"
 #include "zone/Scale.h"
@@ -38,8 +39,10 @@ ui::VersionDetails readZones(const recovery::Version& version, const zone::ZoneM
 
 ui::VersionHistory zoneHistory(zone::ZoneSession& session, const std::string& videoPath,
                                const std::string& folder) {
-    return {core::fileName(videoPath), u"Zones", u"the zones as they are now", folder,
-            [now = session.snapshot(), &session](const recovery::Version& version) {
+    return {core::fileName(videoPath), core::tr("Zones"_tr),
+            "VersionsOfZones|Each Save of \"{0}\" kept the version before it. What differs is told "
+            "against the zones as they are now."_tr,
+            folder, [now = session.snapshot(), &session](const recovery::Version& version) {
                 return readZones(version, *now, session);
             }};
 }

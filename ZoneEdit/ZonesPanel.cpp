@@ -10,6 +10,7 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZonesPresenter.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "edit/History.h"
 #include "platform/Canvas.h"
 #include "platform/Color.h"
@@ -139,7 +140,7 @@ std::unique_ptr<CControlUI> ZonesPanel::makeRow(int zone) {
     edit.SetAttribute(u"normalimage", u"file='EditNormal.png' corner='4,4,4,4'");
     edit.SetAttribute(u"hotimage", u"file='EditHover.png' corner='4,4,4,4'");
     edit.SetAttribute(u"textpadding", u"5,0,5,0");
-    edit.SetLabel(u"Zone name");
+    edit.SetLabel(core::tr("Zone name"_tr));
     edit.SetVisible(false);
     auto& state = add<toolkit::CLabelUI>(*row, kRowState, u"153,0,64,29", u"top,right");
     state.SetFont(kSmallFont);
@@ -147,7 +148,7 @@ std::unique_ptr<CControlUI> ZonesPanel::makeRow(int zone) {
     auto& eye = add<toolkit::COptionUI>(*row, kRowEye, u"221,2,28,25", u"top,right");
     eye.SetAttribute(u"hotimage", u"file='ButtonHover.png' corner='4,4,4,4'");
     eye.SetAttribute(u"icontint", u"muted");
-    eye.SetToolTip(u"Show its outline");
+    eye.SetToolTip(core::tr("Show its outline"_tr));
     showRow(*row, zone);
     return row;
 }
@@ -162,7 +163,8 @@ void ZonesPanel::showRow(CControlUI& row, int zone) {
         frame >= 0 && frame < shown->frameCount() && m_session.zones().isActive(zone, frame);
     const bool isHidden = m_outlines && m_outlines->isHidden(shown);
     const std::u16string name = core::displayText(shown->name());
-    const std::u16string active = isActive ? u"active" : u"not active";
+    const std::u16string active =
+        core::tr(isActive ? "ZoneActive|active"_tr : "ZoneNotActive|not active"_tr);
     part<Dot>(row, kRowDot).setColor(zoneColor(zone, m_session.context().currentZone));
     auto& label = part<toolkit::CLabelUI>(row, kRowName);
     label.SetText(name);
@@ -173,12 +175,13 @@ void ZonesPanel::showRow(CControlUI& row, int zone) {
     auto& eye = part<toolkit::COptionUI>(row, kRowEye);
     eye.Selected(!isHidden);
     eye.SetIcon(isHidden ? u"EyeOff" : u"Eye");
-    eye.SetLabel(u"Show the outline: " + name);
+    eye.SetLabel(core::tr("Show the outline: {0}"_tr, name));
     const bool isRenamed = m_renamed == zone;
     part<toolkit::CEditUI>(row, kRowEdit).SetVisible(isRenamed);
     label.SetVisible(!isRenamed);
     state.SetVisible(!isRenamed);
-    row.SetText(name + u", " + active + (isHidden ? u", hidden" : u", shown"));
+    row.SetText(name + u", " + active + u", " +
+                core::tr(isHidden ? "ZoneHidden|hidden"_tr : "ZoneShown|shown"_tr));
 }
 
 int ZonesPanel::rowOf(const CControlUI& control) const {

@@ -9,6 +9,7 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneTexts.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "edit/History.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"
@@ -25,7 +26,7 @@ ZonesPresenter::ZonesPresenter(ui::Controls controls, EditedVideo& video,
 void ZonesPresenter::showAll() {
     fillList();
     if (m_video.lacksLength()) {
-        m_controls.setText(kEmptyLine, kUnknownLengthShort);
+        m_controls.setText(kEmptyLine, core::tr(kUnknownLengthShort));
     }
 }
 

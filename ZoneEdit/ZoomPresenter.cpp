@@ -14,6 +14,7 @@
 #include "ZoneEdit/Overview.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -31,7 +32,7 @@ namespace {
 
 constexpr std::array kListed{50, 100, 200, 400};
 constexpr std::array kSteps{50, 75, 100, 150, 200, 300, 400};
-constexpr std::u16string_view kFitText = u"Fit";
+constexpr core::Text kFitText = "Fit"_tr;
 constexpr int kNotch = 120;
 /// Two scales as near as this show the same.
 constexpr double kSame = 1e-3;
@@ -101,7 +102,7 @@ void ZoomPresenter::showZoom() {
         }
     }
     auto texts = std::make_shared<toolkit::CComboUI::Texts>();
-    texts->emplace_back(kFitText);
+    texts->push_back(core::tr(kFitText));
     for (const int percent : m_percents) {
         texts->push_back(percentText(percent));
     }

@@ -6,6 +6,7 @@
 
 #include "ZoneEdit/ZoneEdit.h"
 #include "app/state/SharedServices.h"
+#include "core/Texts.h"
 #include "recovery/RecentScenes.h"
 #include "recovery/SceneDraft.h"
 #include "scene/SceneManager.h"
@@ -42,9 +43,9 @@ EditorScreens::~EditorScreens() = default;
 std::optional<ScreenResult> EditorScreens::show(Screen screen, const ScreenResult& returned) {
     switch (screen) {
     case Screen::openScene:
-        return shown(ui::OpenScene::create(m_context), u"Open or Create Scene");
+        return shown(ui::OpenScene::create(m_context), core::tr("Open or Create Scene"_tr));
     case Screen::newScene:
-        return shown(ui::NewScene::create(m_context), u"New Scene");
+        return shown(ui::NewScene::create(m_context), core::tr("New Scene"_tr));
     case Screen::branchEditor:
         return showBranchEditor(returned);
     case Screen::zoneEditor:

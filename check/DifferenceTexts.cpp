@@ -4,12 +4,12 @@
 #include <cstddef>
 #include <iterator>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "check/Differences.h"
 #include "check/Finding.h"
+#include "core/Texts.h"
 
 namespace check {
 namespace {
@@ -17,34 +17,29 @@ namespace {
 /// A line with several branches is as long as the window has room for.
 constexpr std::size_t kLineBytes = 64;
 
-std::string quoted(const std::string& name) {
-    return "\"" + name + "\"";
-}
-
-/// A number with what it counts and how that differs.
+/// A number with what it counts and how that differs; `bare`: without the latter.
 struct Part {
     std::size_t number;
-    std::string_view one;
-    std::string_view many;
-    std::string_view word;
+    core::CountedText bare;
+    core::CountedText whole;
+    enum class Way { more, fewer, changed } way;
 };
 
-/// "4 branches, 3 videos fewer": neighbours share their last word.
-std::string joined(const std::vector<Part>& parts) {
+constexpr core::CountedText kBranches = "{0} branch|{0} branches"_trn;
+constexpr core::CountedText kVideos = "{0} video|{0} videos"_trn;
+constexpr core::CountedText kActions = "{0} action|{0} actions"_trn;
+constexpr core::CountedText kZones = "{0} zone|{0} zones"_trn;
+
+/// "4 branches, 3 videos fewer": neighbours share how they differ.
+std::string joined(std::vector<Part> parts) {
+    std::erase_if(parts, [](const Part& part) { return part.number == 0; });
     std::string text;
-    std::string_view word;
-    for (const Part& part : parts) {
-        if (part.number == 0) {
-            continue;
-        }
-        if (!text.empty()) {
-            text += word == part.word ? ", " : " " + std::string(word) + ", ";
-        }
-        word = part.word;
-        text += std::to_string(part.number) + " ";
-        text += part.number == 1 ? part.one : part.many;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const bool isShared = i + 1 < parts.size() && parts[i + 1].way == parts[i].way;
+        text += text.empty() ? "" : ", ";
+        text += core::trStored(isShared ? parts[i].bare : parts[i].whole, parts[i].number);
     }
-    return text.empty() ? text : text + " " + std::string(word);
+    return text;
 }
 
 void append(std::string& text, const std::string& part) {
@@ -53,41 +48,54 @@ void append(std::string& text, const std::string& part) {
 
 /// "3", "3 and 4", "3, 4 and 7", counted from 1.
 std::string listed(const std::vector<int>& numbers) {
-    std::string text;
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const bool isLast = i + 1 == numbers.size();
-        text += i == 0 ? "" : isLast ? " and " : ", ";
-        text += std::to_string(numbers[i] + 1);
+    if (numbers.empty()) {
+        return {};
     }
-    return text;
+    std::string text = std::to_string(numbers.front() + 1);
+    for (std::size_t i = 1; i + 1 < numbers.size(); ++i) {
+        text += ", " + std::to_string(numbers[i] + 1);
+    }
+    return numbers.size() == 1
+               ? text
+               : core::trStored("ListAnd|{0} and {1}"_tr, {text, numbers.back() + 1});
 }
 
-std::string framesText(const ZoneDifferences::Frames& zone) {
+/// A zone and its frames: at the beginning of a line, or after other words.
+std::string framesText(const ZoneDifferences::Frames& zone, bool isBeginning) {
     const auto& [first, last] = zone.frames;
-    return "zone " + zone.zone + ": " +
-           (first == last ? "frame " + std::to_string(first)
-                          : "frames " + std::to_string(first) + " to " + std::to_string(last));
+    if (first == last) {
+        return core::trStored(isBeginning ? "LineZoneFrame|Zone {0}: frame {1}"_tr
+                                          : "ZoneFrame|zone {0}: frame {1}"_tr,
+                              {zone.zone, first});
+    }
+    return core::trStored(isBeginning ? "LineZoneFrames|Zone {0}: frames {1} to {2}"_tr
+                                      : "ZoneFrames|zone {0}: frames {1} to {2}"_tr,
+                          {zone.zone, first, last});
 }
 
-void addNames(std::vector<Line>& lines, Line::Kind kind, const char* word,
+void addNames(std::vector<Line>& lines, Line::Kind kind, core::Text text,
               const std::vector<std::string>& names) {
     for (const std::string& name : names) {
-        lines.push_back({kind, word + quoted(name)});
+        lines.push_back({kind, core::trStored(text, {name})});
     }
 }
 
-/// Puts `parts` behind `title` on as few lines as have room for them.
-void addParts(std::vector<Line>& lines, const std::string& title,
-              const std::vector<std::string>& parts) {
+constexpr core::Text kAsNow = "as now"_tr;
+constexpr core::Text kOrderChanged = "order changed"_tr;
+constexpr core::Text kWith = "LineWith|With \"{0}\""_tr;
+constexpr core::Text kWithout = "LineWithout|Without \"{0}\""_tr;
+
+/// Puts `parts` into `line`, on as few lines as have room for them.
+void addParts(std::vector<Line>& lines, core::Text line, const std::vector<std::string>& parts) {
     std::string text;
     for (const std::string& part : parts) {
         if (!text.empty() && text.size() + part.size() > kLineBytes) {
-            lines.push_back({Line::Kind::other, title + std::exchange(text, {})});
+            lines.push_back({Line::Kind::other, core::trStored(line, {std::exchange(text, {})})});
         }
         append(text, part);
     }
     if (!text.empty()) {
-        lines.push_back({Line::Kind::other, title + text});
+        lines.push_back({Line::Kind::other, core::trStored(line, {text})});
     }
 }
 
@@ -100,67 +108,76 @@ std::string summaryOf(const SceneDifferences& differences) {
     }
     // Videos that come and go are counted already.
     const bool areVideosCounted = differences.videosMore + differences.videosFewer > 0;
+    using Way = Part::Way;
     std::string text = joined(
-        {{differences.with.size(), "branch", "branches", "more"},
-         {static_cast<std::size_t>(differences.videosMore), "video", "videos", "more"},
-         {differences.without.size(), "branch", "branches", "fewer"},
-         {static_cast<std::size_t>(differences.videosFewer), "video", "videos", "fewer"},
-         {areVideosCounted ? 0 : differences.otherVideos.size(), "video", "videos", "changed"},
-         {actions, "action", "actions", "changed"}});
+        {{differences.with.size(), kBranches, "{0} branch more|{0} branches more"_trn, Way::more},
+         {static_cast<std::size_t>(differences.videosMore), kVideos,
+          "{0} video more|{0} videos more"_trn, Way::more},
+         {differences.without.size(), kBranches, "{0} branch fewer|{0} branches fewer"_trn,
+          Way::fewer},
+         {static_cast<std::size_t>(differences.videosFewer), kVideos,
+          "{0} video fewer|{0} videos fewer"_trn, Way::fewer},
+         {areVideosCounted ? 0 : differences.otherVideos.size(), kVideos,
+          "{0} video changed|{0} videos changed"_trn, Way::changed},
+         {actions, kActions, "{0} action changed|{0} actions changed"_trn, Way::changed}});
     if (text.empty() && differences.firstBranch) {
-        text = "first branch changed";
+        text = core::trStored("first branch changed"_tr);
     }
     if (text.empty() && differences.isOtherOrder) {
-        text = "order changed";
+        text = core::trStored(kOrderChanged);
     }
-    return text.empty() ? "as now" : text;
+    return text.empty() ? core::trStored(kAsNow) : text;
 }
 
 std::string summaryOf(const ZoneDifferences& differences) {
-    std::string text = joined({{differences.with.size(), "zone", "zones", "more"},
-                               {differences.without.size(), "zone", "zones", "fewer"}});
+    using Way = Part::Way;
+    std::string text = joined(
+        {{differences.with.size(), kZones, "{0} zone more|{0} zones more"_trn, Way::more},
+         {differences.without.size(), kZones, "{0} zone fewer|{0} zones fewer"_trn, Way::fewer}});
     for (const ZoneDifferences::Frames& zone : differences.frames) {
-        append(text, framesText(zone));
+        append(text, framesText(zone, false));
     }
     if (text.empty() && differences.isOtherOrder) {
-        text = "order changed";
+        text = core::trStored(kOrderChanged);
     }
-    return text.empty() ? "as now" : text;
+    return text.empty() ? core::trStored(kAsNow) : text;
 }
 
 std::vector<Line> linesOf(const SceneDifferences& differences) {
     std::vector<Line> lines;
-    addNames(lines, Line::Kind::with, "With ", differences.with);
-    addNames(lines, Line::Kind::without, "Without ", differences.without);
+    addNames(lines, Line::Kind::with, kWith, differences.with);
+    addNames(lines, Line::Kind::without, kWithout, differences.without);
     std::vector<std::string> actions;
     for (const SceneDifferences::Actions& changed : differences.actions) {
-        actions.push_back(quoted(changed.branch) + " " + listed(changed.numbers));
+        actions.push_back(core::trStored("NameNumbers|\"{0}\" {1}"_tr,
+                                         {changed.branch, listed(changed.numbers)}));
     }
-    addParts(lines, "Other actions: ", actions);
+    addParts(lines, "Other actions: {0}"_tr, actions);
     std::vector<std::string> videos;
-    std::transform(differences.otherVideos.begin(), differences.otherVideos.end(),
-                   std::back_inserter(videos), quoted);
-    addParts(lines, "Other videos: ", videos);
+    std::transform(
+        differences.otherVideos.begin(), differences.otherVideos.end(), std::back_inserter(videos),
+        [](const std::string& name) { return core::trStored("QuotedName|\"{0}\""_tr, {name}); });
+    addParts(lines, "Other videos: {0}"_tr, videos);
     if (differences.firstBranch) {
-        lines.push_back({Line::Kind::other, "First branch: " + quoted(*differences.firstBranch)});
+        lines.push_back(
+            {Line::Kind::other, core::trStored("LineFirstBranch|First branch: \"{0}\""_tr,
+                                               {*differences.firstBranch})});
     }
     if (differences.isOtherOrder) {
-        lines.push_back({Line::Kind::other, "Other order of the branches"});
+        lines.push_back({Line::Kind::other, core::trStored("Other order of the branches"_tr)});
     }
     return lines;
 }
 
 std::vector<Line> linesOf(const ZoneDifferences& differences) {
     std::vector<Line> lines;
-    addNames(lines, Line::Kind::with, "With ", differences.with);
-    addNames(lines, Line::Kind::without, "Without ", differences.without);
+    addNames(lines, Line::Kind::with, kWith, differences.with);
+    addNames(lines, Line::Kind::without, kWithout, differences.without);
     for (const ZoneDifferences::Frames& zone : differences.frames) {
-        std::string text = framesText(zone);
-        text.front() = 'Z';
-        lines.push_back({Line::Kind::other, std::move(text)});
+        lines.push_back({Line::Kind::other, framesText(zone, true)});
     }
     if (differences.isOtherOrder) {
-        lines.push_back({Line::Kind::other, "Other order of the zones"});
+        lines.push_back({Line::Kind::other, core::trStored("Other order of the zones"_tr)});
     }
     return lines;
 }

@@ -4,6 +4,8 @@
 #include <iterator>
 #include <utility>
 
+#include "core/Texts.h"
+
 namespace check {
 namespace {
 
@@ -15,77 +17,105 @@ constexpr KindInfo kKinds[] = {
     {Kind::unreadableName,
      "unreadable-name",
      kError,
-     {R"(The name "%s" holds a "<": the scene will not load again.)",
-      R"(The name "%s" holds a "&": the scene will not load again.)",
-      R"(The name "%s" holds a control character: the scene will not load again.)"}},
-    {Kind::noFirstBranch, "no-first-branch", kError, {"The scene has no first branch."}},
-    {Kind::duplicateBranch, "duplicate-branch", kError, {R"(Two branches are named "%s".)"}},
-    {Kind::noVideo, "no-video", kError, {R"("%s" has no video.)"}},
-    {Kind::videoMissing, "video-missing", kError, {R"(The video "%s" is missing.)"}},
-    {Kind::videoUnreadable, "video-unreadable", kError, {R"(The video "%s" cannot be read.)"}},
+     {R"(Finding.UnreadableName|The name "{0}" holds a "<": the scene will not load again.)"_tr,
+      R"(Finding.UnreadableName2|The name "{0}" holds a "&": the scene will not load again.)"_tr,
+      R"(Finding.UnreadableName3|The name "{0}" holds a control character: the scene will not load again.)"_tr}},
+    {Kind::noFirstBranch,
+     "no-first-branch",
+     kError,
+     {"Finding.NoFirstBranch|The scene has no first branch."_tr}},
+    {Kind::duplicateBranch,
+     "duplicate-branch",
+     kError,
+     {R"(Finding.DuplicateBranch|Two branches are named "{0}".)"_tr}},
+    {Kind::noVideo, "no-video", kError, {R"(Finding.NoVideo|"{0}" has no video.)"_tr}},
+    {Kind::videoMissing,
+     "video-missing",
+     kError,
+     {R"(Finding.VideoMissing|The video "{0}" is missing.)"_tr}},
+    {Kind::videoUnreadable,
+     "video-unreadable",
+     kError,
+     {R"(Finding.VideoUnreadable|The video "{0}" cannot be read.)"_tr}},
     {Kind::missingTarget,
      "missing-target",
      kError,
-     {R"(An action of "%s" leads to "%s", which is not in the scene.)",
-      R"(An action of "%s" has no target yet.)"}},
+     {R"(Finding.MissingTarget|An action of "{0}" leads to "{1}", which is not in the scene.)"_tr,
+      R"(Finding.MissingTarget2|An action of "{0}" has no target yet.)"_tr}},
     {Kind::zoneMissing,
      "zone-missing",
      kError,
-     {R"(An action of "%s" waits for the zone "%s", which its video does not have.)",
-      R"(A Zone action of "%s" has no zone yet.)"}},
+     {R"(Finding.ZoneMissing|An action of "{0}" waits for the zone "{1}", which its video does not have.)"_tr,
+      R"(Finding.ZoneMissing2|A Zone action of "{0}" has no zone yet.)"_tr}},
     {Kind::unreached,
      "unreached",
      kWarning,
-     {R"(No action leads to "%s".)", R"("%s" is not reached from the first branch.)"}},
-    {Kind::noWayOut, "no-way-out", kWarning, {R"("%s" has no way out.)"}},
-    {Kind::keyTwice, "key-twice", kWarning, {R"(Two actions of "%s" use the key %s.)"}},
+     {R"(Finding.Unreached|No action leads to "{0}".)"_tr,
+      R"(Finding.Unreached2|"{0}" is not reached from the first branch.)"_tr}},
+    {Kind::noWayOut, "no-way-out", kWarning, {R"(Finding.NoWayOut|"{0}" has no way out.)"_tr}},
+    {Kind::keyTwice,
+     "key-twice",
+     kWarning,
+     {R"(Finding.KeyTwice|Two actions of "{0}" use the key {1}.)"_tr}},
     {Kind::defaultTwice,
      "default-twice",
      kWarning,
-     {R"("%s" has two Default actions: the first counts.)"}},
+     {R"(Finding.DefaultTwice|"{0}" has two Default actions: the first counts.)"_tr}},
     {Kind::neverFires,
      "never-fires",
      kWarning,
-     {R"("%s" has Random actions: its Default never counts.)",
-      R"(Action %d of "%s" never applies: action %d comes first.)"}},
+     {R"(Finding.NeverFires|"{0}" has Random actions: its Default never counts.)"_tr,
+      R"(Finding.NeverFires2|Action {0} of "{1}" never applies: action {2} comes first.)"_tr}},
     {Kind::similarNames,
      "similar-names",
      kWarning,
-     {R"(The names "%s" and "%s" are easily confused.)"}},
+     {R"(Finding.SimilarNames|The names "{0}" and "{1}" are easily confused.)"_tr}},
     {Kind::zoneNeverActive,
      "zone-never-active",
      kWarning,
-     {R"(The zone "%s" is active on no frame.)"}},
+     {R"(Finding.ZoneNeverActive|The zone "{0}" is active on no frame.)"_tr}},
     {Kind::zoneFewPoints,
      "zone-few-points",
      kWarning,
-     {R"(The zone "%s" has fewer than 3 points on %d frames.)",
-      R"(The zone "%s" has fewer than 3 points on %d frame.)"}},
+     {R"(Finding.ZoneFewPoints|The zone "{0}" has fewer than 3 points on {1} frames.)"_tr,
+      R"(Finding.ZoneFewPoints2|The zone "{0}" has fewer than 3 points on {1} frame.)"_tr}},
     {Kind::zoneOutside,
      "zone-outside",
      kWarning,
-     {R"(The zone "%s" lies outside the picture on %d frames.)",
-      R"(The zone "%s" lies outside the picture on %d frame.)"}},
-    {Kind::zoneNameTwice, "zone-name-twice", kWarning, {R"(Two zones of %s are named "%s".)"}},
-    {Kind::zoneNoName, "zone-no-name", kWarning, {"A zone of %s has no name."}},
+     {R"(Finding.ZoneOutside|The zone "{0}" lies outside the picture on {1} frames.)"_tr,
+      R"(Finding.ZoneOutside2|The zone "{0}" lies outside the picture on {1} frame.)"_tr}},
+    {Kind::zoneNameTwice,
+     "zone-name-twice",
+     kWarning,
+     {R"(Finding.ZoneNameTwice|Two zones of {0} are named "{1}".)"_tr}},
+    {Kind::zoneNoName,
+     "zone-no-name",
+     kWarning,
+     {"Finding.ZoneNoName|A zone of {0} has no name."_tr}},
     {Kind::zoneFrames,
      "zone-frames",
      kWarning,
-     {R"(The zones of "%s" count %d frames, the video %d.)"}},
+     {R"(Finding.ZoneFrames|The zones of "{0}" count {1} frames, the video {2}.)"_tr}},
     {Kind::sheared,
      "sheared",
      kWarning,
-     {"%s is %d pixels wide and will show sheared: convert it."}},
+     {"Finding.Sheared|{0} is {1} pixels wide and will show sheared: convert it."_tr}},
     {Kind::slowSeeks,
      "slow-seeks",
      kWarning,
-     {"Steps and jumps in %s will be slow: its key frames are %d s apart."}},
-    {Kind::zoneUnused, "zone-unused", kNote, {R"(No action uses the zone "%s" of %s.)"}},
-    {Kind::videoUnused, "video-unused", kNote, {"%s is used by no branch."}},
+     {"Finding.SlowSeeks|Steps and jumps in {0} will be slow: its key frames are {1} s apart."_tr}},
+    {Kind::zoneUnused,
+     "zone-unused",
+     kNote,
+     {R"(Finding.ZoneUnused|No action uses the zone "{0}" of {1}.)"_tr}},
+    {Kind::videoUnused,
+     "video-unused",
+     kNote,
+     {"Finding.VideoUnused|{0} is used by no branch."_tr}},
     {Kind::waits,
      "waits",
      kNote,
-     {R"("%s" ends the scene when nothing is chosen: it has no Default action.)"}},
+     {R"(Finding.Waits|"{0}" ends the scene when nothing is chosen: it has no Default action.)"_tr}},
 };
 
 constexpr bool isInOrder() {
@@ -125,24 +155,8 @@ std::string_view severityName(Severity severity) {
 }
 
 std::string findingText(const Finding& finding) {
-    return findingText(finding,
-                       infoOf(finding.kind).texts.at(static_cast<std::size_t>(finding.variant)));
-}
-
-std::string findingText(const Finding& finding, std::string_view sentence) {
-    std::string text;
-    std::size_t next = 0;
-    for (std::size_t i = 0; i < sentence.size(); ++i) {
-        const bool isPlace = sentence[i] == '%' && i + 1 < sentence.size() &&
-                             (sentence[i + 1] == 's' || sentence[i + 1] == 'd');
-        if (!isPlace) {
-            text += sentence[i];
-        } else {
-            text += next < finding.arguments.size() ? finding.arguments[next++] : std::string();
-            ++i;
-        }
-    }
-    return text;
+    return core::trFilled(infoOf(finding.kind).texts.at(static_cast<std::size_t>(finding.variant)),
+                          finding.arguments);
 }
 
 } // namespace check

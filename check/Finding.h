@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Texts.h"
+
 namespace check {
 
 enum class Severity { error, warning, note };
@@ -47,9 +49,8 @@ struct KindInfo {
     Kind kind;
     const char* name; ///< as programs use it: "unreadable-name"
     Severity severity;
-    /// The sentence, with "%s" and "%d" for the arguments, in each of its variants; also a
-    /// translation key.
-    std::array<const char*, 3> texts;
+    /// The sentence in each of its variants; its places are the arguments.
+    std::array<core::Text, 3> texts;
 };
 /// In the order of the enumeration.
 [[nodiscard]] std::span<const KindInfo> kinds();
@@ -84,9 +85,7 @@ struct Finding {
 [[nodiscard]] std::string_view kindName(Kind kind);
 /// "error", "warning" or "note".
 [[nodiscard]] std::string_view severityName(Severity severity);
-/// One English sentence for the author.
+/// One sentence for the author.
 [[nodiscard]] std::string findingText(const Finding& finding);
-/// The same from a translation of that sentence.
-[[nodiscard]] std::string findingText(const Finding& finding, std::string_view sentence);
 
 } // namespace check

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "check/Differences.h"
+#include "core/Texts.h"
 #include "scene/Action.h"
 #include "scene/Branch.h"
 #include "scene/BranchManager.h"
@@ -31,11 +32,12 @@ std::string actionText(const scene::Action& action, int number,
     if (!action.Parameter().empty()) {
         text += " " + action.Parameter();
     }
-    text += action.BranchID().empty() ? ", to no branch" : ", to " + action.BranchID();
-    if (!action.BranchID().empty() && !branches.contains(action.BranchID())) {
-        text += ", which is missing";
-    }
-    return text + (action.Immediate() ? ", immediate" : "");
+    const core::Text target = action.BranchID().empty() ? "LineToNone|to no branch"_tr
+                              : branches.contains(action.BranchID())
+                                  ? "MapTo|to {0}"_tr
+                                  : "LineToMissing|to {0}, which is missing"_tr;
+    text += ", " + core::trStored(target, {action.BranchID()});
+    return action.Immediate() ? text + ", " + core::trStored("MapImmediate|immediate"_tr) : text;
 }
 
 /// "0 to 49, 60 and 2 more": the frames on which the zone has an active shape.
@@ -57,15 +59,18 @@ std::string activeFrames(const zone::Zone& zone) {
             continue;
         }
         text += ranges == 1 ? "" : ", ";
-        text += std::to_string(first) + (first == frame ? "" : " to " + std::to_string(frame));
+        text += first == frame ? std::to_string(first)
+                               : core::trStored("FromTo|{0} to {1}"_tr, {first, frame});
     }
-    return ranges <= kMaxRanges ? text
-                                : text + " and " + std::to_string(ranges - kMaxRanges) + " more";
+    return ranges <= kMaxRanges
+               ? text
+               : core::trStored("NamesAndMore|{0} and {1} more"_tr, {text, ranges - kMaxRanges});
 }
 
 void cut(std::vector<Line>& lines, std::size_t all) {
     if (all > lines.size()) {
-        lines.push_back({Line::Kind::plain, "and " + std::to_string(all - lines.size()) + " more"});
+        lines.push_back({Line::Kind::plain,
+                         core::trStored("AndMoreRows|and {0} more"_tr, {all - lines.size()})});
     }
 }
 
@@ -87,7 +92,9 @@ std::vector<Line> contentsOf(const scene::SceneManager& scene,
         lines.push_back({Line::Kind::heading,
                          branch->ID() +
                              (branch->Filename().empty() ? "" : ", " + branch->Filename()) +
-                             (branch->ID() == scene.FirstBranch() ? ", first branch" : "")});
+                             (branch->ID() == scene.FirstBranch()
+                                  ? ", " + core::trStored("MapFirst|first branch"_tr)
+                                  : std::string())});
         for (int number = 0; number < branch->actionCount() && lines.size() < kMaxLines; ++number) {
             lines.push_back({Line::Kind::plain,
                              actionText(*branch->action(number), number, conditions, names)});
@@ -103,10 +110,12 @@ std::vector<Line> contentsOf(const zone::ZoneManager& zones) {
         const zone::Zone& zone = *zones.zone(i);
         const std::string active = activeFrames(zone);
         lines.push_back({Line::Kind::heading, zone.name()});
-        lines.push_back(
-            {Line::Kind::plain, std::to_string(zone.frameCount()) +
-                                    (zone.frameCount() == 1 ? " frame, " : " frames, ") +
-                                    (active.empty() ? "never active" : "active on " + active)});
+        lines.push_back({Line::Kind::plain,
+                         core::trStored("{0} frame|{0} frames"_trn,
+                                        static_cast<std::size_t>(zone.frameCount())) +
+                             ", " +
+                             (active.empty() ? core::trStored("never active"_tr)
+                                             : core::trStored("active on {0}"_tr, {active}))});
     }
     cut(lines, static_cast<std::size_t>(zones.zoneCount()) * 2);
     return lines;

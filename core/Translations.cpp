@@ -21,6 +21,7 @@ namespace {
 constexpr const char* kFallbackLanguage = "English";
 constexpr std::string_view kSectionPrefix = "language:"; // in lower case
 constexpr std::size_t kMaxFileBytes = std::size_t{4} * 1024 * 1024;
+constexpr int kMaxLines = 9;
 
 std::string lookupKey(std::string_view language, std::string_view key) {
     return lowerCase(language) + "." + lowerCase(key);
@@ -70,20 +71,39 @@ bool Translations::loadFile(const std::string& path) {
     return true;
 }
 
-const std::string* Translations::find(const std::string& language, const std::string& key) const {
+const std::string* Translations::findLine(const std::string& language,
+                                          const std::string& key) const {
     const auto found = m_texts.find(lookupKey(language, key));
     return found == m_texts.end() ? nullptr : &found->second;
+}
+
+std::optional<std::string> Translations::findIn(const std::string& language,
+                                                const std::string& key) const {
+    const std::string* line = findLine(language, key);
+    if (line == nullptr) {
+        return std::nullopt;
+    }
+    std::string text = *line;
+    for (int number = 2; number <= kMaxLines; ++number) {
+        line = findLine(language, key + "." + std::to_string(number));
+        if (line == nullptr) {
+            break;
+        }
+        text += " " + *line;
+    }
+    return text;
+}
+
+std::optional<std::string> Translations::find(const std::string& key) const {
+    std::optional<std::string> text = findIn(m_language, key);
+    return !text && m_language != kFallbackLanguage ? findIn(kFallbackLanguage, key) : text;
 }
 
 std::string Translations::translate(const std::string& key) const {
     if (key.empty() || (key.front() >= '0' && key.front() <= '9')) {
         return key;
     }
-    const std::string* text = find(m_language, key);
-    if (text == nullptr && m_language != kFallbackLanguage) {
-        text = find(kFallbackLanguage, key);
-    }
-    return text == nullptr ? key : *text;
+    return find(key).value_or(key);
 }
 
 } // namespace core

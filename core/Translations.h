@@ -4,8 +4,10 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace core {
 
@@ -22,15 +24,22 @@ public:
     /// empty or start with a digit are returned unchanged. Case is ignored.
     [[nodiscard]] std::string translate(const std::string& key) const;
 
+    /// The text of `key` in the current language, else in English, with the lines "key.2" to
+    /// "key.9" of that language behind it, if it has them; none if neither language has the key.
+    [[nodiscard]] std::optional<std::string> find(const std::string& key) const;
+
     [[nodiscard]] const std::string& language() const { return m_language; }
+    void setLanguage(std::string language) { m_language = std::move(language); }
     /// The languages for which the files have texts, as spelled there.
     [[nodiscard]] const std::set<std::string>& languages() const { return m_languages; }
 
 private:
     [[nodiscard]] bool load(const std::string& path);
     [[nodiscard]] bool loadFile(const std::string& path);
-    [[nodiscard]] const std::string* find(const std::string& language,
-                                          const std::string& key) const;
+    [[nodiscard]] const std::string* findLine(const std::string& language,
+                                              const std::string& key) const;
+    [[nodiscard]] std::optional<std::string> findIn(const std::string& language,
+                                                    const std::string& key) const;
 
     std::string m_language;
     std::set<std::string> m_languages;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "core/Texts.h"
 #include "platform/Geometry.h"
 
 namespace imports {
@@ -17,7 +18,7 @@ struct ImportSettings {
 };
 
 struct QualityFacts {
-    const char* name;     ///< as users see it: "Standard"
+    core::Text name;      ///< "Standard"
     platform::Size box;   ///< no picture is larger
     int theoraQuality;    ///< 0 to 10
     int megabytesAMinute; ///< of ordinary material
@@ -58,8 +59,6 @@ struct ImportFailure {
     std::string details{}; ///< technical, for "Details"; one line, may be empty
 };
 
-/// The text above; "%s" stands for the name, "%d" for the code. Empty for none.
-[[nodiscard]] const char* failurePattern(Failure failure);
 /// The same, filled in.
 [[nodiscard]] std::string failureText(const ImportFailure& failure);
 /// One plain word for tools: "no-picture".

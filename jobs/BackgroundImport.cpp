@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/Texts.h"
 #include "src/TheoraProbe.h"
 
 namespace jobs {
@@ -35,8 +36,8 @@ void BackgroundImport::start(const std::string& source, const std::string& desti
     m_progress = std::make_shared<ImportProgress>();
     // The report if memory or threads run out: only the temporary file was touched, and it has been
     // removed again.
-    const auto report =
-        std::make_shared<ImportReport>(ImportReport{ImportResult::failed, "out of memory"});
+    const auto report = std::make_shared<ImportReport>(
+        ImportReport{ImportResult::failed, core::trStored("out of memory"_tr)});
     m_job.start(
         [progress = m_progress, report, source, destination, &files = m_files](auto& control) {
             *report = importAndProbe(files, source, destination, *progress, control);

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Texts.h"
 #include "jobs/VideoImport.h"
 
 namespace jobs {
@@ -84,15 +85,15 @@ private:
     std::string collect(const std::string& folder, int depth) {
         std::vector<platform::FolderEntry> entries;
         if (!m_files.list(m_from + folder + "/", entries)) {
-            return "its folder cannot be read";
+            return core::trStored("its folder cannot be read"_tr);
         }
         for (const platform::FolderEntry& entry : entries) {
             const std::string name = folder + "/" + entry.name;
             if (depth == kMaxDepth || m_names.size() + m_folders.size() >= kMaxEntries) {
-                return "it has too many folders or files";
+                return core::trStored("it has too many folders or files"_tr);
             }
             if (isLink(m_from + name)) {
-                return "\"" + name.substr(1) + "\" is a link";
+                return core::trStored("\"{0}\" is a link"_tr, {name.substr(1)});
             }
             std::string failure;
             if (entry.isFolder) {
@@ -165,7 +166,7 @@ FolderCopy::~FolderCopy() {
 void FolderCopy::start(const std::string& from, const std::string& to, LastFile last,
                        std::function<void()> onProgress, Done onDone) {
     m_progress = std::make_shared<Progress>();
-    const auto failure = std::make_shared<std::string>("out of memory");
+    const auto failure = std::make_shared<std::string>(core::trStored("out of memory"_tr));
     const auto copy = std::make_shared<Copy>(m_files, from, to, std::move(last));
     m_job.start(
         [progress = m_progress, failure, copy](auto& control) {

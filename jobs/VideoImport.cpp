@@ -11,6 +11,7 @@
 
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "platform/Clock.h"
 
 namespace jobs {
@@ -70,12 +71,13 @@ private:
     bool m_made = false;
 };
 
-ImportReport failure(const char* reason) {
-    return {ImportResult::failed, reason};
+ImportReport failure(core::Text reason) {
+    return {ImportResult::failed, core::trStored(reason)};
 }
 
 ImportReport failure(FileSystem& files, int error) {
-    return {ImportResult::failed, error != 0 ? files.errorText(error) : "it cannot be read"};
+    return {ImportResult::failed,
+            error != 0 ? files.errorText(error) : core::trStored("it cannot be read"_tr)};
 }
 
 /// One import; see importVideo.
@@ -104,7 +106,7 @@ public:
         m_progress.copiedBytes = 0;
         m_progress.totalBytes = info->size;
         if (isImportTemporary(core::fileName(m_source))) {
-            return failure("it is an unfinished copy"); // which may go at any moment
+            return failure("it is an unfinished copy"_tr); // which may go at any moment
         }
         removeLeftovers(m_files, folder);
         ImportReport report = copyThrough(Temporary(m_files, folder + importTemporary()));
@@ -173,7 +175,7 @@ private:
             if (count < block.size()) {
                 const bool whole = m_progress.copiedBytes >= m_progress.totalBytes;
                 return whole ? ImportReport{ImportResult::copied}
-                             : failure("it became shorter during the copy");
+                             : failure("it became shorter during the copy"_tr);
             }
             m_onBlock();
         }

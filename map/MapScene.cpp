@@ -4,6 +4,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "core/Texts.h"
 #include "scene/Action.h"
 #include "scene/Branch.h"
 #include "scene/BranchManager.h"
@@ -26,14 +27,15 @@ int randomActions(const scene::Branch& branch) {
 std::string textOf(const Action& action, int randomActions) {
     switch (action.Type()) {
     case Action::kKeypressAction:
-        return "Key " + action.Parameter();
+        return core::trStored("MapKey|Key {0}"_tr, {action.Parameter()});
     case Action::kZoneAction:
         return action.Parameter();
     case Action::kRandomAction:
-        return randomActions > 1 ? "Random " + std::to_string(100 / randomActions) + " %"
-                                 : "Random";
+        return randomActions > 1
+                   ? core::trStored("RandomShare|Random {0} %"_tr, {100 / randomActions})
+                   : core::trStored("Random"_tr);
     default:
-        return "Default";
+        return core::trStored("Default"_tr);
     }
 }
 
@@ -43,9 +45,10 @@ MapBranch readBranch(const scene::Branch& branch, const Numbers& numbers) {
     for (int i = 0; i < branch.actionCount(); ++i) {
         const Action& action = *branch.peekAction(i);
         const auto target = numbers.find(action.BranchID());
-        result.actions.push_back({action.Type(), textOf(action, chances), action.BranchID(),
-                                  target != numbers.end() ? target->second : -1,
-                                  action.Immediate()});
+        result.actions.push_back(
+            {action.Type(), textOf(action, chances), action.BranchID(),
+             target != numbers.end() ? target->second : -1, action.Immediate(),
+             action.Type() == Action::kKeypressAction ? action.Parameter() : std::string()});
     }
     return result;
 }

@@ -12,10 +12,11 @@ namespace map {
 
 struct MapAction {
     int type = 0;       ///< as in scene::Action
-    std::string text;   ///< what leads on: "Key L", "Default", the name of a zone
+    std::string text;   ///< what leads on, as shown: "Key L", "Default", the name of a zone
     std::string target; ///< as the action names it
     int branch = -1;    ///< that it leads to; -1: there is none of this name
     bool immediate = false;
+    std::string letter{}; ///< of the key that leads on
 
     /// It names a branch that is not there.
     [[nodiscard]] bool isBroken() const { return branch < 0 && !target.empty(); }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "map/MapLayout.h"
 
 namespace map {
@@ -141,8 +142,8 @@ std::string svgText(const MapScene& scene) {
         result += drawnLine(line, scene.branches[branch].actions[action]);
     }
     if (layout.unreachedTop >= 0) {
-        result += text(kEdge, layout.unreachedTop + kEdge + 16, "Not reached from the first branch",
-                       "#596675");
+        result += text(kEdge, layout.unreachedTop + kEdge + 16,
+                       core::trStored("Not reached from the first branch"_tr), "#596675");
     }
     for (std::size_t i = 0; i < scene.branches.size(); ++i) {
         result += drawnNode(scene.branches[i], layout.nodes[i], hasLine[i],

@@ -1,6 +1,7 @@
 #include <string>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "publish/PublishFolder.h"
 #include "publish/PublishJob.h"
 
@@ -11,27 +12,27 @@ std::string publishFailureText(const PublishResult& result) {
     case PublishFailure::none:
         break;
     case PublishFailure::notEmpty:
-        return "the folder is not empty.";
+        return core::trStored("the folder is not empty."_tr);
     case PublishFailure::noSpace:
-        return "no space left.";
+        return core::trStored("no space left."_tr);
     case PublishFailure::noVideo:
-        return "no branch has a video.";
+        return core::trStored("no branch has a video."_tr);
     case PublishFailure::notSaved:
-        return "the scene could not be saved.";
+        return core::trStored("the scene could not be saved."_tr);
     case PublishFailure::sceneUnreadable:
-        return "the scene cannot be read.";
+        return core::trStored("the scene cannot be read."_tr);
     case PublishFailure::notWritable:
-        return "the folder cannot be written.";
+        return core::trStored("the folder cannot be written."_tr);
     case PublishFailure::inUse:
-        return "the folder is in use by another program.";
+        return core::trStored("the folder is in use by another program."_tr);
     case PublishFailure::busy:
-        return "it is being published already.";
+        return core::trStored("it is being published already."_tr);
     case PublishFailure::noConverter:
-        return "the converter is not installed.";
+        return core::trStored("ConverterMissing|the converter is not installed."_tr);
     case PublishFailure::notConverted:
         return core::validUtf8(result.video) + ": " + result.reason;
     case PublishFailure::noMemory:
-        return "there is not enough memory.";
+        return core::trStored("there is not enough memory."_tr);
     }
     return {};
 }

@@ -1,6 +1,7 @@
 // What a scene's session reports to its listeners, and how it names its steps.
 #pragma once
 
+#include <string>
 #include <vector>
 
 namespace scene {
@@ -45,8 +46,8 @@ enum class SceneStep {
     addVideo,
 };
 
-/// A step's name in lower-case English ("move action"), which is also its translation key.
-[[nodiscard]] const char* stepName(SceneStep step);
+/// A step's name as shown, in small letters: "move action".
+[[nodiscard]] std::string stepName(SceneStep step);
 
 /// A step and where it happened, so that undo and redo can show it.
 struct SceneLabel {

@@ -6,6 +6,7 @@
 
 #include "app/state/SharedServices.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "jobs/ImportOutcome.h"
 #include "platform/Event.h"
 #include "platform/Gui.h"
@@ -356,8 +357,8 @@ void BranchList::removeActions() {
     }
     // A dismissed question keeps the action: the opposite of the exit question. Intended.
     SetAnswer(kNo);
-    Confirmation::ask(context(), *this, "Remove Action?",
-                      "Are you sure you want to remove the action?");
+    Confirmation::ask(context(), *this, core::trStored("RemoveActionQuestion|Remove Action?"_tr),
+                      core::trStored("Are you sure you want to remove the action?"_tr));
     if (answer() == kYes) {
         m_parts->chosen.remove();
     }
@@ -418,7 +419,8 @@ void BranchList::openAnother() {
 void BranchList::exitProgram() {
     // A dismissed question counts as yes. Intended.
     SetAnswer(kYes);
-    Confirmation::ask(context(), *this, "Exit?", "Are you sure you want to exit?");
+    Confirmation::ask(context(), *this, core::trStored("ExitQuestion|Exit?"_tr),
+                      core::trStored("Are you sure you want to exit?"_tr));
     if (answer() == kYes) {
         context().state.quit = true;
         Close(1);

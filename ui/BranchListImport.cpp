@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/state/SharedServices.h"
+#include "core/Texts.h"
 #include "platform/FileSystem.h"
 #include "platform/Gui.h"
 #include "ui/BranchList.h"
@@ -33,7 +34,7 @@ std::shared_ptr<SceneImports> BranchList::importsOfScene() {
 }
 
 void BranchList::openImports() {
-    companions().show<ImportVideo>(context(), u"Import Video");
+    companions().show<ImportVideo>(context(), core::tr("Import Video"_tr));
 }
 
 void BranchList::importsChanged() {

@@ -1,21 +1,22 @@
 #include "ui/DraftTexts.h"
 
-#include "core/Text.h"
+#include "core/Texts.h"
 #include "ui/TimeTexts.h"
 
 namespace ui {
 
 std::u16string draftText(const std::string& name, std::int64_t time, bool isSavedSince) {
-    const std::u16string day = isToday(time) ? u"today" : dateText(time);
-    const std::u16string end =
-        isSavedSince ? u", was kept; the scene was saved after it." : u", was kept.";
-    return core::displayText("Unsaved work of \"" + name + "\" from ") + day + u", " +
-           timeText(time) + end;
+    const std::u16string day = isToday(time) ? core::tr("DraftToday|today"_tr) : dateText(time);
+    return core::tr(isSavedSince
+                        ? "DraftSavedSince|Unsaved work of \"{0}\" from {1}, {2}, was kept; "
+                          "the scene was saved after it."_tr
+                        : "DraftKept|Unsaved work of \"{0}\" from {1}, {2}, was kept."_tr,
+                    name, day, timeText(time));
 }
 
 std::u16string draftProblemText(const std::string& reason) {
     return reason.empty() ? std::u16string()
-                          : core::displayText("Unsaved work cannot be kept as a draft: " + reason);
+                          : core::tr("Unsaved work cannot be kept as a draft: {0}"_tr, reason);
 }
 
 } // namespace ui

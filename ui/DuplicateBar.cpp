@@ -6,10 +6,12 @@
 
 #include "check/Names.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "core/WholeFile.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneSummary.h"
 #include "toolkit/controls/CControlUI.h"
+#include "ui/SceneHints.h"
 
 namespace ui {
 namespace {
@@ -22,10 +24,6 @@ constexpr std::u16string_view kHint = u"LabelHint";
 
 std::string folderPath(const std::string& scene) {
     return scene::scenesFolderPath() + scene;
-}
-
-std::u16string quoted(const std::string& name) {
-    return core::displayText("\"" + name + "\"");
 }
 
 } // namespace
@@ -51,7 +49,7 @@ void DuplicateBar::ask(const std::string& scene) {
     for (int number = 2; name.empty() || m_files.info(folderPath(name)); ++number) {
         name = scene + " " + std::to_string(number);
     }
-    m_controls.setText(kLabel, u"Duplicate " + quoted(scene) + u" as");
+    m_controls.setText(kLabel, core::tr("Duplicate \"{0}\" as"_tr, scene));
     m_controls.setText(kName, core::displayText(name));
     showProblem({});
     show(true);
@@ -80,7 +78,8 @@ void DuplicateBar::make() {
                                           scene::kMaxSceneFileBytes);
     const auto renamed = text ? scene::renamedScene(*text, name) : std::nullopt;
     if (!renamed) {
-        showProblem(quoted(m_scene) + u" cannot be duplicated: its Scene.xml is not readable.");
+        showProblem(
+            core::tr("\"{0}\" cannot be duplicated: its Scene.xml is not readable."_tr, m_scene));
         return;
     }
     showProblem({});
@@ -94,24 +93,25 @@ void DuplicateBar::make() {
 
 std::u16string DuplicateBar::objectionTo(const std::string& name) const {
     if (!scene::canBeListed(name)) {
-        return u"A scene of that name would not be in the list.";
+        return core::tr("A scene of that name would not be in the list."_tr);
     }
     if (check::breaksFile(name)) {
-        return u"A scene with \"<\" in its name will not load again.";
+        return core::tr(kUnreadableSceneHint);
     }
     if (check::faultOf(name) == check::NameFault::entity) {
-        return u"A scene with such a \"&\" in its name gets another name when it loads.";
+        return core::tr(
+            "A scene with such a \"&\" in its name gets another name when it loads."_tr);
     }
     if (check::faultOf(name) || !scene::isGoodFolder(name)) {
-        return u"Not every system can have a folder of that name.";
+        return core::tr("Not every system can have a folder of that name."_tr);
     }
-    return m_files.info(folderPath(name)) ? u"There is a folder " + quoted(name) + u" already."
+    return m_files.info(folderPath(name)) ? core::tr("There is a folder \"{0}\" already."_tr, name)
                                           : std::u16string();
 }
 
 void DuplicateBar::showProgress() {
-    m_controls.setText(kLabel, u"Duplicating " + quoted(m_scene) + u": " +
-                                   core::displayText(std::to_string(m_copy.percent())) + u" %");
+    m_controls.setText(kLabel,
+                       core::tr("Duplicating \"{0}\": {1} %"_tr, m_scene, m_copy.percent()));
 }
 
 void DuplicateBar::done(const std::string& name, const std::string& failure) {
@@ -121,9 +121,9 @@ void DuplicateBar::done(const std::string& name, const std::string& failure) {
         m_made(name);
         return;
     }
-    m_controls.setText(kLabel, u"Duplicate " + quoted(m_scene) + u" as");
+    m_controls.setText(kLabel, core::tr("Duplicate \"{0}\" as"_tr, m_scene));
     if (!isCancelled) {
-        showProblem(quoted(m_scene) + u" was not duplicated: " + core::displayText(failure) + u".");
+        showProblem(core::tr("\"{0}\" was not duplicated: {1}."_tr, m_scene, failure));
     }
 }
 

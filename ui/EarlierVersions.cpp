@@ -8,6 +8,7 @@
 #include "core/Log.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Gui.h"
 #include "recovery/Versions.h"
 #include "toolkit/controls/CControlUI.h"
@@ -97,16 +98,14 @@ EarlierVersions::~EarlierVersions() = default;
 void EarlierVersions::show(const WindowContext& context, ConfirmCallback& owner,
                            VersionHistory history) {
     const auto window = std::make_shared<EarlierVersions>(context, std::move(history));
-    if (!window->runAbove(owner, u"Earlier Versions")) {
+    if (!window->runAbove(owner, core::tr("Earlier Versions"_tr))) {
         core::Log::get()->Error("Unable to show the earlier versions");
     }
 }
 
 void EarlierVersions::InitWindow() {
     const VersionHistory& history = m_reader.history();
-    setTextOf(kAboutLabel, u"Each Save of \"" + core::displayText(history.name) +
-                               u"\" kept the version before it. What differs is told against " +
-                               history.now + u".");
+    setTextOf(kAboutLabel, core::tr(history.about, history.name));
     setTextOf(kPartsTab, history.parts);
     if (toolkit::CControlUI* list = findControl(kVersions)) {
         GetPaintManager().SetFocus(list);
@@ -146,8 +145,10 @@ void EarlierVersions::addDay(toolkit::CListUI& list, std::u16string_view day) {
 }
 
 void EarlierVersions::addVersion(toolkit::CListUI& list, const VersionReader::Row& row) {
-    std::string summary = row.summary.empty() ? "Cannot be read" : row.summary;
-    summary += row.version.isDamaged ? ", damaged" : "";
+    std::string summary = row.summary.empty() ? core::trStored("Cannot be read"_tr) : row.summary;
+    if (row.version.isDamaged) {
+        summary = core::trStored("VersionDamaged|{0}, damaged"_tr, {summary});
+    }
     auto layout = std::make_unique<toolkit::CVerticalLayoutUI>();
     layout->SetInset({11, 4, 8, 0});
     auto time = label(timeText(row.version.saved), kBoldFont, false);
@@ -201,7 +202,7 @@ void EarlierVersions::showDetails(VersionDetails details) {
     listLines(kContents, std::move(details.contents), contentsRow);
     listLines(kDifferences, std::move(details.differences), differenceRow);
     if (!details.isReadable) {
-        showProblem(u"This version cannot be read.", kHintLabel);
+        showProblem(core::tr("This version cannot be read."_tr), kHintLabel);
     }
     commands().showEnabled();
 }
@@ -222,7 +223,7 @@ void EarlierVersions::restore() {
     if (m_restore()) {
         Close(1);
     } else {
-        showProblem(u"This version cannot be restored here.", kHintLabel);
+        showProblem(core::tr("This version cannot be restored here."_tr), kHintLabel);
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "platform/Geometry.h"
 #include "platform/Gui.h"
@@ -59,10 +60,11 @@ void EditorWindow::bindCommonCommands() {
     m_commonCommands.bind(command::kManual, [this] { openManual(m_context.gui, layoutName()); });
     m_commonCommands.bind(command::kKeys, [this] {
         companions().setHelped(layoutName());
-        companions().show<KeysWindow>(m_context, u"Keys");
+        companions().show<KeysWindow>(m_context, core::tr("Keys"_tr));
     });
-    m_commonCommands.bind(command::kSettings,
-                          [this] { companions().show<SettingsWindow>(m_context, u"Settings"); });
+    m_commonCommands.bind(command::kSettings, [this] {
+        companions().show<SettingsWindow>(m_context, core::tr("Settings"_tr));
+    });
     const auto hasPanes = [this] { return !m_tables.panes.empty(); };
     m_commonCommands.bind(
         command::kNextPane, [this] { m_panes.go(m_tables.panes, false); }, hasPanes);
@@ -99,7 +101,7 @@ void EditorWindow::showState() {
     const bool isMaximized = GetNative()->state() == platform::WindowState::maximized;
     Command shown = kMaximizeCommand;
     if (isMaximized) {
-        shown.toolTip = u"Restore";
+        shown.toolTip = "RestoreWindow|Restore"_tr;
     }
     button->SetToolTip(toolTipOf(shown, {}, m_keys.keysOf(shown)[0]));
     button->SetLabel(labelOf(shown));

@@ -2,6 +2,7 @@
 
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "platform/Desktop.h"
 #include "platform/FileSystem.h"
 #include "platform/Gui.h"
@@ -21,7 +22,8 @@ void openManual(platform::Gui& gui, const std::string& window) {
         page = pagePath("index");
     }
     if (!core::isFile(page) || !gui.desktop().openFile(page)) {
-        gui.desktop().showError("Quorvel", "The manual cannot be opened:\n" + page);
+        gui.desktop().showError("Quorvel",
+                                core::trStored("The manual cannot be opened:"_tr) + "\n" + page);
     }
 }
 

@@ -10,6 +10,7 @@
 #include "app/state/SharedServices.h"
 #include "check/Names.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "platform/Gui.h"
 #include "scene/SceneSession.h"
@@ -139,7 +140,7 @@ void NewScene::showHint() {
     const std::string name = core::storedText(edit->GetText());
     const std::u16string unlisted = unlistedHint(name);
     if (check::breaksFile(name)) {
-        setTextOf(kHint, kUnreadableSceneHint);
+        setTextOf(kHint, core::tr(kUnreadableSceneHint));
     } else {
         setTextOf(kHint, unlisted.empty() ? m_usualHint : unlisted);
     }

@@ -9,6 +9,7 @@
 #include "app/state/SharedServices.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Desktop.h"
 #include "platform/Event.h"
 #include "platform/Gui.h"
@@ -127,7 +128,7 @@ void OpenScene::fillLists() {
 void OpenScene::showFailedLoad() {
     const auto& manager = context().services.sceneManager;
     if (!context().state.unreadableDraft.empty()) {
-        showProblem(u"The unsaved work cannot be read.", kHint);
+        showProblem(core::tr("The unsaved work cannot be read."_tr), kHint);
         return;
     }
     if (!manager || !manager->loadFailed()) {
@@ -135,10 +136,10 @@ void OpenScene::showFailedLoad() {
     }
     if (manager->Name().empty()) {
         // The system's close request chose no scene; it does not end the program either.
-        setTextOf(kHint, u"Open a scene, start a new one, or press Exit to leave.");
+        setTextOf(kHint, core::tr("Open a scene, start a new one, or press Exit to leave."_tr));
     } else {
-        showProblem(core::displayText("\"" + manager->Name() + "\"") +
-                        u" cannot be opened: its Scene.xml is not readable.",
+        showProblem(core::tr("\"{0}\" cannot be opened: its Scene.xml is not readable."_tr,
+                             manager->Name()),
                     kHint);
     }
 }
@@ -150,7 +151,7 @@ std::unique_ptr<toolkit::CControlUI> OpenScene::makeRow(int row) {
     text->SetName(u"ListItem");
     text->SetFont(kListFont);
     text->SetText(core::displayText(name));
-    text->SetToolTip(core::displayText("Open " + name + " scenario"));
+    text->SetToolTip(core::tr("Open {0} scenario"_tr, name));
     auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
     layout->Add(std::move(text));
     auto made = std::make_unique<toolkit::CListContainerElementUI>();
@@ -238,7 +239,8 @@ void OpenScene::findScene() {
     while (step < count && !matches((chosen + step) % count, wanted)) {
         ++step;
     }
-    setTextOf(kHint, step < count || wanted.empty() ? m_usualHint : u"No scene has this name.");
+    setTextOf(kHint, step < count || wanted.empty() ? m_usualHint
+                                                    : core::tr("No scene has this name."_tr));
     if (step > 0 && step < count) {
         choose((chosen + step) % count);
     }
@@ -288,7 +290,7 @@ void OpenScene::showDuplicate(const std::string& name) {
 void OpenScene::openFolder() {
     const std::string folder = scene::scenesFolderPath() + chosenScene();
     const bool isOpen = context().gui.desktop().openFile(folder);
-    showProblem(isOpen ? u"" : u"The folder cannot be shown.", kHint);
+    showProblem(isOpen ? std::u16string() : core::tr("The folder cannot be shown."_tr), kHint);
 }
 
 void OpenScene::loadScene() {

@@ -7,6 +7,7 @@
 
 #include "check/FactsReader.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Clock.h"
 #include "platform/Geometry.h"
 #include "recovery/RecentScenes.h"
@@ -44,12 +45,7 @@ std::int64_t lastTime(const scene::ListedScene& scene,
 }
 
 std::u16string momentText(std::int64_t time) {
-    const std::u16string day = dayText(time);
-    return day == u"Today" || day == u"Yesterday" ? day + u" " + timeText(time) : day;
-}
-
-std::string counted(int number, const char* one, const char* several) {
-    return std::to_string(number) + (number == 1 ? one : several);
+    return isRecentDay(time) ? dayText(time) + u" " + timeText(time) : dayText(time);
 }
 
 std::unique_ptr<toolkit::CLabelUI> makeLabel(const toolkit::WindowLook& look, int font,
@@ -77,7 +73,7 @@ void showFindings(const toolkit::CControlUI& row, const check::Counts& counts) {
                                                     : std::pair(u"Note", u"muted");
     sign->SetAttribute(u"icon", icon);
     sign->SetAttribute(u"icontint", tint);
-    text->SetText(core::displayText(counted(counts.all(), " finding", " findings")));
+    text->SetText(core::tr("{0} finding|{0} findings"_trn, static_cast<std::size_t>(counts.all())));
 }
 
 std::unique_ptr<toolkit::CControlUI> makeFindings(const toolkit::WindowLook& look) {
@@ -309,10 +305,12 @@ stills::StillRequest SceneCards::requestOf(const Card& card) const {
 
 std::u16string SceneCards::countsOf(const Card& card) const {
     if (!card.summary) {
-        return card.isRead ? u"Cannot be read" : u"";
+        return card.isRead ? core::tr("Cannot be read"_tr) : std::u16string();
     }
-    return core::displayText(counted(card.summary->branches, " branch, ", " branches, ") +
-                             counted(card.summary->videos, " video", " videos"));
+    return core::tr("{0} branch|{0} branches"_trn,
+                    static_cast<std::size_t>(card.summary->branches)) +
+           u", " +
+           core::tr("{0} video|{0} videos"_trn, static_cast<std::size_t>(card.summary->videos));
 }
 
 } // namespace ui

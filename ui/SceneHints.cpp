@@ -1,11 +1,13 @@
 #include "ui/SceneHints.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "core/FileError.h"
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Clock.h"
 #include "scene/SceneFolders.h"
 
@@ -13,13 +15,9 @@ namespace ui {
 
 namespace {
 
-std::string quoted(const std::string& text) {
-    return "\"" + text + "\"";
-}
-
-/// That only the first of `count` is named.
-std::string andMore(std::size_t count) {
-    return count > 1 ? " (and " + std::to_string(count - 1) + " more)" : std::string();
+/// `text`, and that it is true of more than the first of `count`.
+std::u16string andMore(const std::u16string& text, std::size_t count) {
+    return count > 1 ? core::tr("AndMore|{0} (and {1} more)"_tr, text, count - 1) : text;
 }
 
 } // namespace
@@ -29,62 +27,68 @@ std::u16string findingHint(const std::optional<check::Finding>& finding) {
 }
 
 std::u16string copyText(const jobs::CopyStatus& status) {
-    std::string text = "Copying " + status.name;
-    if (status.count > 1) {
-        text += " (" + std::to_string(status.number) + " of " + std::to_string(status.count) + ")";
+    const bool isOne = status.count <= 1;
+    if (status.totalBytes == 0) {
+        return isOne ? core::tr("Copying {0}. Esc cancels."_tr, status.name)
+                     : core::tr("Copying {0} ({1} of {2}). Esc cancels."_tr, status.name,
+                                status.number, status.count);
     }
-    if (status.totalBytes > 0) {
-        const auto percent = static_cast<int>(static_cast<double>(status.copiedBytes) * 100.0 /
-                                              static_cast<double>(status.totalBytes));
-        text += ": " + std::to_string(percent < 100 ? percent : 100) + " %";
-    }
-    return core::displayText(text + ". Esc cancels.");
+    const int percent =
+        std::min(100, static_cast<int>(static_cast<double>(status.copiedBytes) * 100.0 /
+                                       static_cast<double>(status.totalBytes)));
+    return isOne ? core::tr("CopyingPercent|Copying {0}: {1} %. Esc cancels."_tr, status.name,
+                            percent)
+                 : core::tr("CopyingOfPercent|Copying {0} ({1} of {2}): {3} %. Esc cancels."_tr,
+                            status.name, status.number, status.count, percent);
 }
 
 std::u16string notSavedText(const core::FileError& error) {
     // Folders would push the reason out of a narrow label.
     const core::FileError shown{core::fileName(error.file), error.reason};
-    return error.empty() ? std::u16string() : core::displayText("Not saved: " + shown.text());
+    return error.empty() ? std::u16string()
+                         : core::tr("NotSavedWhy|Not saved: {0}"_tr, shown.text());
 }
 
 std::u16string importNote(const jobs::ImportOutcome& outcome) {
-    std::string text;
-    if (outcome.added == 1) {
-        text = "The video is in the list now; choose it for a branch.";
-    } else if (outcome.added > 1) {
-        text = std::to_string(outcome.added) +
-               " videos are in the list now; choose them for branches.";
+    std::u16string text;
+    if (outcome.added > 0) {
+        text = core::tr("The video is in the list now; choose it for a branch.|"
+                        "{0} videos are in the list now; choose them for branches."_trn,
+                        static_cast<std::size_t>(outcome.added));
     }
     if (outcome.listedAlready > 0) {
-        text += text.empty() ? "" : " ";
-        text += outcome.listedAlready == 1
-                    ? "A video of this name was in the list already."
-                    : std::to_string(outcome.listedAlready) + " were in the list already.";
+        text += text.empty() ? u"" : u" ";
+        text += core::tr("A video of this name was in the list already.|"
+                         "{0} were in the list already."_trn,
+                         static_cast<std::size_t>(outcome.listedAlready));
     }
-    return core::displayText(text);
+    return text;
 }
 
 std::u16string importProblem(const jobs::ImportOutcome& outcome) {
-    std::string failed;
+    std::u16string failed;
     if (!outcome.failed.empty()) {
-        failed = "Not added: " + outcome.failed.front() + ": " + outcome.failure +
-                 andMore(outcome.failed.size());
+        failed =
+            andMore(core::tr("Not added: {0}: {1}"_tr, outcome.failed.front(), outcome.failure),
+                    outcome.failed.size());
     }
-    std::string faulty;
+    std::u16string faulty;
     if (!outcome.faulty.empty()) {
-        faulty = quoted(outcome.faulty.front()) + " cannot be played: " + outcome.fault +
-                 andMore(outcome.faulty.size());
+        faulty = andMore(
+            core::tr("\"{0}\" cannot be played: {1}"_tr, outcome.faulty.front(), outcome.fault),
+            outcome.faulty.size());
     }
-    std::string unplayable;
+    std::u16string unplayable;
     if (!outcome.notTheora.empty()) {
         const std::size_t others = outcome.notTheora.size() - 1;
-        unplayable = quoted(outcome.notTheora.front());
-        unplayable += others == 0 ? " is not a Theora video and cannot be played."
-                                  : " and " + std::to_string(others) +
-                                        " more are not Theora videos and cannot be played.";
+        const std::string& name = outcome.notTheora.front();
+        unplayable =
+            others == 0
+                ? core::tr("\"{0}\" is not a Theora video and cannot be played."_tr, name)
+                : core::tr("\"{0}\" and {1} more are not Theora videos and cannot be played."_tr,
+                           name, others);
     }
-    return joinSentences(
-        {core::displayText(failed), core::displayText(faulty), core::displayText(unplayable)});
+    return joinSentences({failed, faulty, unplayable});
 }
 
 std::u16string joinSentences(const std::vector<std::u16string>& sentences) {
@@ -99,12 +103,12 @@ std::u16string joinSentences(const std::vector<std::u16string>& sentences) {
 }
 
 std::u16string takenNameText(const std::u16string& name) {
-    return u"Another branch is named \"" + name + u"\" already.";
+    return core::tr("Another branch is named \"{0}\" already."_tr, name);
 }
 
 std::u16string ownVideoText(const std::string& name) {
-    return name.empty() ? u"This branch has no video yet."
-                        : core::displayText("Its video is " + quoted(name) + ".");
+    return name.empty() ? core::tr("This branch has no video yet."_tr)
+                        : core::tr("Its video is \"{0}\"."_tr, name);
 }
 
 std::u16string unlistedHint(std::string_view name) {
@@ -112,36 +116,37 @@ std::u16string unlistedHint(std::string_view name) {
         return {};
     }
     if (name.find_first_of("/\\") != std::string_view::npos) {
-        return u"/ and \\ make folders inside folders; the scene will not be in the list.";
+        return core::tr(
+            "/ and \\ make folders inside folders; the scene will not be in the list."_tr);
     }
     if (name == "..") {
-        return u".. leads out of the scenes folder; the scene will not be in the list.";
+        return core::tr(".. leads out of the scenes folder; the scene will not be in the list."_tr);
     }
-    return name == "." ? u". is the scenes folder itself; the scene will not be in the list."
-                       : u"Without a name the scene will not be in the list.";
+    return name == "."
+               ? core::tr(". is the scenes folder itself; the scene will not be in the list."_tr)
+               : core::tr("Without a name the scene will not be in the list."_tr);
 }
 
 std::u16string nothingToEditText(int place) {
-    return core::displayText("Edit Zones opens the video of the branch at the same position in the "
-                             "list; there is no branch " +
-                             std::to_string(place + 1) + " with a video.");
+    return core::tr("Edit Zones opens the video of the branch at the same position in the "
+                    "list; there is no branch {0} with a video."_tr,
+                    place + 1);
 }
 
 std::u16string otherVideoText(const std::string& listed, const std::string& own) {
-    std::string text = "Edit Zones opens " + quoted(listed) + " here.";
-    if (!own.empty()) {
-        text += " This Branch's Zones opens " + quoted(own) + ".";
-    }
-    return core::displayText(text);
+    const std::u16string text = core::tr("Edit Zones opens \"{0}\" here."_tr, listed);
+    return own.empty() ? text
+                       : text + u" " + core::tr("This Branch's Zones opens \"{0}\"."_tr, own);
 }
 
 std::u16string unreadableVideoText(const std::string& path) {
-    return core::displayText("The video " + quoted(core::fileName(path)) +
-                             " could not be read: the file is missing or is not a Theora video.");
+    return core::tr("The video \"{0}\" could not be read: the file is missing or is not a Theora "
+                    "video."_tr,
+                    core::fileName(path));
 }
 
 std::u16string savedText() {
-    return core::displayText("Saved at " + core::services().clock->localTimeText() + ".");
+    return core::tr("Saved at {0}."_tr, core::services().clock->localTimeText());
 }
 
 } // namespace ui

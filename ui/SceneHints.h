@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "check/Finding.h"
+#include "core/Texts.h"
 #include "jobs/ImportOutcome.h"
 
 namespace core {
@@ -18,12 +19,12 @@ struct FileError;
 namespace ui {
 
 /// The new scene window's second hint while the name holds a "<".
-inline constexpr std::u16string_view kUnreadableSceneHint =
-    u"A scene with \"<\" in its name will not load again.";
+inline constexpr core::Text kUnreadableSceneHint =
+    "A scene with \"<\" in its name will not load again."_tr;
 
 /// The zone editor's hint while a zone's name holds one: scenes read the names from that file.
-inline constexpr const char16_t* kUnreadableZoneHint =
-    u"A name with \"<\" hides all zones of this video from the branch editor.";
+inline constexpr core::Text kUnreadableZoneHint =
+    "A name with \"<\" hides all zones of this video from the branch editor."_tr;
 
 /// The sentence about a finding; empty for none.
 [[nodiscard]] std::u16string findingHint(const std::optional<check::Finding>& finding);
@@ -52,8 +53,8 @@ inline constexpr const char16_t* kUnreadableZoneHint =
 [[nodiscard]] std::u16string unreadableVideoText(const std::string& path);
 
 /// The branch editor's hint while a zone action has no zone to choose from.
-inline constexpr std::u16string_view kNoZonesHint =
-    u"This video has no zones to choose from yet: draw them with Edit Zones.";
+inline constexpr core::Text kNoZonesHint =
+    "This video has no zones to choose from yet: draw them with Edit Zones."_tr;
 
 /// Why a branch was not renamed to `name`.
 [[nodiscard]] std::u16string takenNameText(const std::u16string& name);

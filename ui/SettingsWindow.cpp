@@ -10,6 +10,7 @@
 #include "core/EditorSettings.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "import/Converter.h"
 #include "platform/FileSystem.h"
 #include "platform/Gui.h"
@@ -95,8 +96,8 @@ void SettingsWindow::showConverter() {
 void SettingsWindow::showConverter(const imports::Converter& converter) {
     const bool isFound = converter.isFound();
     setTextOf(kConverterEdit,
-              isFound ? u"found: " + core::displayText(core::fileTitle(converter.ffmpeg))
-                      : u"not found");
+              isFound ? core::tr("ConverterFound|found: {0}"_tr, core::fileTitle(converter.ffmpeg))
+                      : core::tr("ConverterNotFound|not found"_tr));
     if (toolkit::CControlUI* field = findControl(kConverterEdit); field != nullptr && isFound) {
         field->SetToolTip(core::displayText(converter.ffmpeg));
     }

@@ -5,6 +5,7 @@
 
 #include "core/Services.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Clock.h"
 
 namespace ui {
@@ -22,16 +23,25 @@ std::string twoDigits(int number) {
     return (number < 10 ? "0" : "") + std::to_string(number);
 }
 
-/// With as many letters of the month's name.
-std::u16string dateText(std::int64_t time, std::size_t letters) {
-    static constexpr std::array kMonths{"January",   "February", "March",    "April",
-                                        "May",       "June",     "July",     "August",
-                                        "September", "October",  "November", "December"};
+constexpr std::array kMonths{
+    "Month.January|January"_tr, "Month.February|February"_tr, "Month.March|March"_tr,
+    "Month.April|April"_tr,     "Month.May|May"_tr,           "Month.June|June"_tr,
+    "Month.July|July"_tr,       "Month.August|August"_tr,     "Month.September|September"_tr,
+    "Month.October|October"_tr, "Month.November|November"_tr, "Month.December|December"_tr};
+constexpr std::array kShortMonths{
+    "MonthShort.January|Jan"_tr, "MonthShort.February|Feb"_tr, "MonthShort.March|Mar"_tr,
+    "MonthShort.April|Apr"_tr,   "MonthShort.May|May"_tr,      "MonthShort.June|Jun"_tr,
+    "MonthShort.July|Jul"_tr,    "MonthShort.August|Aug"_tr,   "MonthShort.September|Sep"_tr,
+    "MonthShort.October|Oct"_tr, "MonthShort.November|Nov"_tr, "MonthShort.December|Dec"_tr};
+
+std::u16string dateText(std::int64_t time, const std::array<core::Text, 12>& months) {
     const platform::LocalTime at = local(time);
-    const std::string month = kMonths.at(static_cast<std::size_t>(at.month - 1));
-    const std::string day = std::to_string(at.day) + " " + month.substr(0, letters);
-    return core::displayText(at.year == now().year ? day : day + " " + std::to_string(at.year));
+    const std::u16string month = core::tr(months.at(static_cast<std::size_t>(at.month - 1)));
+    return at.year == now().year ? core::tr("Date.Day|{0} {1}"_tr, at.day, month)
+                                 : core::tr("Date.Whole|{0} {1} {2}"_tr, at.day, month, at.year);
 }
+
+constexpr std::int64_t kSecondsOfDay = 86'400;
 
 } // namespace
 
@@ -41,15 +51,18 @@ std::u16string timeText(std::int64_t time) {
 }
 
 std::u16string dateText(std::int64_t time) {
-    return dateText(time, 3);
+    return dateText(time, kShortMonths);
 }
 
 std::u16string dayText(std::int64_t time) {
-    constexpr std::int64_t kSecondsOfDay = 86'400;
     if (isToday(time)) {
-        return u"Today";
+        return core::tr("Today"_tr);
     }
-    return isToday(time + kSecondsOfDay) ? u"Yesterday" : dateText(time, std::string::npos);
+    return isToday(time + kSecondsOfDay) ? core::tr("Yesterday"_tr) : dateText(time, kMonths);
+}
+
+bool isRecentDay(std::int64_t time) {
+    return isToday(time) || isToday(time + kSecondsOfDay);
 }
 
 bool isToday(std::int64_t time) {

@@ -12,6 +12,8 @@ namespace ui {
 [[nodiscard]] std::u16string dateText(std::int64_t time);
 /// "Today", "Yesterday" or "18 November", with the year unless it is this one.
 [[nodiscard]] std::u16string dayText(std::int64_t time);
+/// Whether dayText has a word for the day.
+[[nodiscard]] bool isRecentDay(std::int64_t time);
 /// Whether `time` is on the calendar day of now.
 [[nodiscard]] bool isToday(std::int64_t time);
 

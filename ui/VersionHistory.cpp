@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "core/Texts.h"
 #include "core/WholeFile.h"
 #include "recovery/Backups.h"
 #include "scene/SceneManager.h"
@@ -42,7 +43,10 @@ VersionHistory sceneHistory(scene::SceneSession& session, std::vector<std::strin
     if (now && !now->loadText(session.draftForm())) {
         (void)now->newScene(name); // there are no branches yet
     }
-    return {name, u"Actions", u"the scene as it is now", recovery::sceneVersionsFolder(name),
+    return {name, core::tr("Actions"_tr),
+            "VersionsOfScene|Each Save of \"{0}\" kept the version before it. What differs is told "
+            "against the scene as it is now."_tr,
+            recovery::sceneVersionsFolder(name),
             [now, conditions = std::move(conditions), &session](const recovery::Version& version) {
                 return now ? readScene(version, *now, conditions, session) : VersionDetails{};
             }};

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "check/Differences.h"
+#include "core/Texts.h"
 #include "recovery/Versions.h"
 
 namespace scene {
@@ -27,7 +28,7 @@ struct VersionDetails {
 struct VersionHistory {
     std::string name;     ///< of the scene or video
     std::u16string parts; ///< what a version is made of: "Actions"
-    std::u16string now;   ///< what it is compared with: "the scene as it is now"
+    core::Text about;     ///< what versions of "{0}" are compared with
     std::string folder;   ///< where the versions are
     /// Any thread; logs into the log.
     std::function<VersionDetails(const recovery::Version&)> read;

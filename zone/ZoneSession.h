@@ -59,7 +59,7 @@ struct StepLabel {
 };
 
 /// "move point"
-[[nodiscard]] std::string_view stepName(StepLabel::Name name);
+[[nodiscard]] std::string stepName(StepLabel::Name name);
 
 class ZoneSession {
 public:

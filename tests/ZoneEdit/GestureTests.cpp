@@ -54,9 +54,9 @@ protected:
         m_driver->click(u"OptionMovePoint");
         m_driver->click(on(left + 200, top));
     }
-    std::string_view lastStep() {
+    std::string lastStep() {
         const zone::StepLabel* label = m_window->session().undoLabel();
-        return label != nullptr ? zone::stepName(label->name) : std::string_view();
+        return label != nullptr ? zone::stepName(label->name) : std::string();
     }
     int selected() { return editing().zones.at(0).selectedPoint; }
     std::u16string hint() { return m_driver->textOf(u"LabelHint"); }

@@ -77,9 +77,9 @@ protected:
                                  ->GetItemAt(static_cast<int>(place - rows.begin())));
         }
     }
-    std::string_view lastStep() {
+    std::string lastStep() {
         const zone::StepLabel* label = m_window->session().undoLabel();
-        return label != nullptr ? zone::stepName(label->name) : std::string_view();
+        return label != nullptr ? zone::stepName(label->name) : std::string();
     }
     std::size_t steps() { return m_window->session().history().position(); }
     std::u16string notice() {

@@ -10,6 +10,7 @@
 #include "ZoneEdit/ZoneTexts.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "recovery/Backups.h"
 #include "recovery/Versions.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
@@ -241,7 +242,7 @@ TEST_F(ZoneEditZones, FilesThatCannotBeReadWholeAreSaidAndKept) {
         EXPECT_EQ(m_driver->textOf(u"LabelProblem"), problem);
         m_driver->click(u"ButtonSave");
         EXPECT_TRUE(isVisible(u"LabelNote") && !isVisible(u"LabelProblem"));
-        EXPECT_TRUE(m_driver->textOf(u"LabelNote").find(zoneedit::kDamagedKept) !=
+        EXPECT_TRUE(m_driver->textOf(u"LabelNote").find(core::tr(zoneedit::kDamagedKept)) !=
                     std::u16string::npos);
         const recovery::Version version =
             recovery::listVersions(platform::nativeFileSystem(),

@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "tests/skin/SkinWindow.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "toolkit/controls/CEditUI.h"
@@ -171,7 +172,7 @@ TEST_P(SkinLook, ButtonsSayWhatTheirCommandsSay) {
             const std::u16string key = ui::keyText(chord);
             EXPECT_TRUE(key.empty() || seen.insert(key).second) << core::storedText(key);
         }
-        const std::u16string named = keyIn(command.toolTip);
+        const std::u16string named = keyIn(core::tr(command.toolTip));
         EXPECT_TRUE(named.empty() || keys.contains(named)) << core::storedText(named);
         if (!command.control.empty()) {
             EXPECT_EQ(m_driver.get(command.control).GetToolTip(), ui::toolTipOf(command));

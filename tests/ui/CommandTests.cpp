@@ -10,6 +10,7 @@
 #include "core/EditorSettings.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Accessible.h"
 #include "tests/support/windows/EditorTest.h"
 #include "tests/ui/BranchListFixture.h"
@@ -29,8 +30,9 @@ constexpr Modifiers kControlShift{.shift = true, .control = true};
 constexpr Command kTable[] = {
     {.id = "Ctrl+S",
      .control = u"Save",
-     .toolTip = u"Save: %s (Ctrl+S)",
-     .keys = {{{Key::s, kControl}}}},
+     .toolTip = "Save (Ctrl+S)"_tr,
+     .keys = {{{Key::s, kControl}}},
+     .subjectTip = "SaveIt|Save: {0} (Ctrl+S)"_tr},
     {.id = "Ctrl+D", .control = u"Missing", .keys = {{{Key::d, kControl}}}},
     {.id = "Ctrl+Z", .keys = {{{Key::z, kControl}}}},
     {.id = "Ctrl+Y", .keys = {{{Key::y, kControl}, {Key::z, kControlShift}}}},

@@ -9,6 +9,7 @@
 #include <tinyxml2.h>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/FontSet.h"
 #include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CControlUI.h"
@@ -32,6 +33,10 @@ constexpr const char* kRangeFrom = "from";
 
 std::u16string wide(const char* text) {
     return core::displayText(text != nullptr ? text : "");
+}
+
+bool isShownText(std::string_view attribute) {
+    return attribute == "text" || attribute == "tooltip" || attribute == "label";
 }
 
 /// The attributes of `<Font>`.
@@ -67,6 +72,11 @@ struct CDialogBuilder::Building {
             builder.m_remarks.push_back("line " + std::to_string(element.GetLineNum()) + ": " +
                                         what);
         }
+    }
+
+    /// What a control gets for an attribute: texts in the chosen language.
+    [[nodiscard]] std::u16string valueFor(const char* name, const char* value) const {
+        return isShownText(name) ? core::trLayout(builder.m_area, wide(value)) : wide(value);
     }
 
     void addFont(const XMLElement& element) {
@@ -116,7 +126,7 @@ struct CDialogBuilder::Building {
         }
         manager.look().ApplyDefaults(*control);
         for (const XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
-            if (!control->SetAttribute(wide(a->Name()), wide(a->Value()))) {
+            if (!control->SetAttribute(wide(a->Name()), valueFor(a->Name(), a->Value()))) {
                 remark(element, std::string(element.Name()) + " has no attribute " + a->Name());
             }
         }
@@ -128,7 +138,7 @@ struct CDialogBuilder::Building {
     std::optional<std::u16string> usualValue(const CControlUI& control, const XMLElement& element,
                                              const char* name) {
         if (const char* own = element.Attribute(name)) {
-            return wide(own);
+            return valueFor(name, own);
         }
         const auto& defaults = manager.look().GetDefaults(control.GetClass());
         const auto found = std::find_if(defaults.rbegin(), defaults.rend(), [&](const auto& value) {
@@ -160,7 +170,7 @@ struct CDialogBuilder::Building {
                     continue;
                 }
                 usual.emplace_back(wide(a->Name()), *value);
-                ranges.back().values.emplace_back(wide(a->Name()), wide(a->Value()));
+                ranges.back().values.emplace_back(wide(a->Name()), valueFor(a->Name(), a->Value()));
             }
         }
         if (!ranges.empty()) {
@@ -264,8 +274,11 @@ bool CDialogBuilder::readWindow() {
     return true;
 }
 
-bool CDialogBuilder::Build(CPaintManagerUI& manager, IDialogBuilderCallback* callback) {
+bool CDialogBuilder::Build(CPaintManagerUI& manager, IDialogBuilderCallback* callback,
+                           std::string_view file) {
     m_remarks.clear();
+    m_area = m_baseFile.empty() ? file : m_baseFile;
+    m_area.resize(std::min(m_area.rfind('.'), m_area.size()));
     const XMLElement& window = *(m_base != nullptr ? m_base : m_document)->xml.RootElement();
     Building building{*this, manager, callback};
     for (const XMLElement* e = window.FirstChildElement(); e != nullptr;

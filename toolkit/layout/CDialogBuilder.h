@@ -6,6 +6,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/Geometry.h"
@@ -42,8 +43,9 @@ public:
 
     /// Makes fonts, defaults and controls and hands them to `manager`. Elements unknown to both
     /// the toolkit and `callback` (may be null) are skipped with their content. False when there
-    /// are more than kMaxControls.
-    [[nodiscard]] bool Build(CPaintManagerUI& manager, IDialogBuilderCallback* callback);
+    /// are more than kMaxControls. `file`: the name of the layout that was loaded, for its texts.
+    [[nodiscard]] bool Build(CPaintManagerUI& manager, IDialogBuilderCallback* callback,
+                             std::string_view file = {});
     /// Elements and attributes of the last Build that are unknown, one line of text each.
     [[nodiscard]] const std::vector<std::string>& remarks() const { return m_remarks; }
 
@@ -59,6 +61,7 @@ private:
     std::unique_ptr<Document> m_base; ///< null for a layout that stands for itself
     std::string m_problem;
     std::string m_baseFile;
+    std::string m_area; ///< under which its texts are looked up first
     std::vector<std::string> m_remarks;
     platform::Size m_size;
     platform::Size m_leastSize;

@@ -49,7 +49,7 @@ bool WindowImplBase::buildControls(const std::shared_ptr<const Skin>& skin, CDia
     m_manager.Init(GetNative());
     m_manager.look().SetSkin(skin);
     m_manager.SetWindowSize(builder.windowSize());
-    if (!builder.Build(m_manager, this)) {
+    if (!builder.Build(m_manager, this, GetSkinFile())) {
         return refuse(*skin, builder);
     }
     for (const std::string& remark : builder.remarks()) {

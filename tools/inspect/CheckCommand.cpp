@@ -7,6 +7,7 @@
 #include "check/SceneCheck.h"
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "scene/SceneManager.h"
 #include "tools/inspect/Command.h"
 #include "tools/inspect/Json.h"
@@ -49,7 +50,8 @@ void printKinds(std::ostream& out) {
         const std::string name = std::string("  ") + info.name;
         const std::string severity(check::severityName(info.severity));
         out << name << std::string(20 - name.size(), ' ') << severity
-            << std::string(9 - severity.size(), ' ') << info.texts[0] << '\n';
+            << std::string(9 - severity.size(), ' ')
+            << core::trStored(info.texts[0], {"%s", "%s", "%s"}) << '\n';
     }
 }
 

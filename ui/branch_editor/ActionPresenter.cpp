@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "core/Texts.h"
 #include "scene/Action.h"
 #include "scene/SceneChange.h"
 #include "toolkit/controls/CComboUI.h"
@@ -83,10 +84,11 @@ void ActionPresenter::showEmptyText() {
     const bool hasBranches = m_session.branchCount() > 0;
     const bool empty = m_shown.empty();
     if (empty) {
-        m_controls.setText(kEmptyHeading, hasBranches ? u"No actions yet" : u"No branches yet");
-        m_controls.setText(kEmptyLine, hasBranches
-                                           ? u"Press Add Action to say which branch plays next."
-                                           : u"Press Add Branch to start the scene.");
+        m_controls.setText(kEmptyHeading,
+                           core::tr(hasBranches ? "No actions yet"_tr : "No branches yet"_tr));
+        m_controls.setText(
+            kEmptyLine, core::tr(hasBranches ? "Press Add Action to say which branch plays next."_tr
+                                             : "Press Add Branch to start the scene."_tr));
     }
     m_controls.setVisible(kEmptyHeading, empty);
     m_controls.setVisible(kEmptyLine, empty);

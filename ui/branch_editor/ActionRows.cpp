@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/COptionUI.h"
@@ -24,11 +25,11 @@ constexpr int kConditionDrop = 120;
 constexpr int kLongDrop = 540;
 constexpr int kCheckSide = 18;
 
-std::unique_ptr<CComboUI> makeCombo(std::u16string_view name, std::u16string_view toolTip,
-                                    int dropHeight, const NameList& items) {
+std::unique_ptr<CComboUI> makeCombo(std::u16string_view name, core::Text toolTip, int dropHeight,
+                                    const NameList& items) {
     auto combo = std::make_unique<CComboUI>();
     combo->SetName(name);
-    combo->SetToolTip(toolTip);
+    combo->SetToolTip(core::tr(toolTip));
     StyleCombo(*combo, dropHeight);
     combo->SetItemTexts(items.shown);
     return combo;
@@ -37,7 +38,7 @@ std::unique_ptr<CComboUI> makeCombo(std::u16string_view name, std::u16string_vie
 std::unique_ptr<CControlUI> makeImmediate() {
     auto check = std::make_unique<toolkit::COptionUI>();
     check->SetName(kImmediateCheck);
-    check->SetToolTip(u"Activate immediately");
+    check->SetToolTip(core::tr("Activate immediately"_tr));
     check->SetPadding({94, 8, 0, 0});
     check->SetFixedWidth(kCheckSide);
     check->SetFixedHeight(kCheckSide);
@@ -70,9 +71,10 @@ std::unique_ptr<CControlUI> makeActionRow(int number, const scene::Action& actio
                                           const RowChoices& choices) {
     auto item = std::make_unique<toolkit::CHorizontalLayoutUI>();
     item->SetName(kRowItem);
-    item->Add(makeCombo(kConditionCombo, u"Action condition", kConditionDrop, choices.conditions));
-    item->Add(makeCombo(kParameterCombo, u"Action parameter", kLongDrop, {}));
-    item->Add(makeCombo(kTargetCombo, u"Branch to activate", kLongDrop, choices.branches));
+    item->Add(
+        makeCombo(kConditionCombo, "Action condition"_tr, kConditionDrop, choices.conditions));
+    item->Add(makeCombo(kParameterCombo, "Action parameter"_tr, kLongDrop, {}));
+    item->Add(makeCombo(kTargetCombo, "Branch to activate"_tr, kLongDrop, choices.branches));
     item->Add(makeImmediate());
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->SetName(kRow);

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "toolkit/controls/CControlUI.h"
 #include "ui/NameList.h"
 #include "ui/branch_editor/BranchPresenter.h"
@@ -60,7 +61,7 @@ void BranchFind::typed() {
     const bool isNone = !wanted.empty() && found().empty();
     if (isNone || m_isNoted) { // an action may have taken the note away
         m_isNoted = isNone;
-        m_strip.showNote(isNone ? u"No branch has this name." : u"");
+        m_strip.showNote(isNone ? core::tr("No branch has this name."_tr) : std::u16string());
     }
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CPictureUI.h"
@@ -80,8 +81,8 @@ void ClipCard::showFacts() {
 
 void ClipCard::showTexts(const stills::Still& still) {
     const bool isClip = still.frame != platform::Size{};
-    std::u16string length = !still.exists ? u"File missing"
-                            : !isClip     ? u"Cannot be read"
+    std::u16string length = !still.exists ? core::tr("File missing"_tr)
+                            : !isClip     ? core::tr("Cannot be read"_tr)
                                           : lengthText(still.seconds);
     const std::u16string size = isClip ? sizeText(still.frame) : std::u16string();
     const toolkit::CControlUI* place = m_controls.find(kSize);

@@ -10,6 +10,7 @@
 #include "check/FactsReader.h"
 #include "core/EditorSettings.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "scene/SceneChange.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
@@ -42,15 +43,16 @@ constexpr int kLowWindow = 728; ///< has no room for the list unless it is asked
 
 struct SeverityLook {
     std::u16string_view filter;
-    std::u16string_view name;
-    std::u16string_view plural;
+    core::Text row; ///< "{0}" is the sentence
+    core::CountedText count;
     std::u16string_view icon;
     std::u16string_view tint;
 };
 constexpr std::array<SeverityLook, 3> kLooks{{
-    {kErrorsFilter, u"Error", u"errors", u"Error", u"danger"},
-    {kWarningsFilter, u"Warning", u"warnings", u"Warning", u"warning"},
-    {kNotesFilter, u"Note", u"notes", u"Note", u"muted"},
+    {kErrorsFilter, "RowError|Error: {0}"_tr, "{0} error|{0} errors"_trn, u"Error", u"danger"},
+    {kWarningsFilter, "RowWarning|Warning: {0}"_tr, "{0} warning|{0} warnings"_trn, u"Warning",
+     u"warning"},
+    {kNotesFilter, "RowNote|Note: {0}"_tr, "{0} note|{0} notes"_trn, u"Note", u"muted"},
 }};
 
 const SeverityLook& lookOf(check::Severity severity) {
@@ -211,19 +213,16 @@ void FindingsPresenter::showCounts() {
     const std::array<int, 3> each{counts.errors, counts.warnings, counts.notes};
     for (std::size_t i = 0; i < kLooks.size(); ++i) {
         if (toolkit::CControlUI* filter = m_controls.find(kLooks[i].filter)) {
-            const bool isOne = each[i] == 1;
             filter->SetText(number(each[i]));
-            filter->SetLabel(
-                number(each[i]) + u" " +
-                std::u16string(kLooks[i].plural).substr(0, kLooks[i].plural.size() - isOne));
+            filter->SetLabel(core::tr(kLooks[i].count, static_cast<std::size_t>(each[i])));
         }
     }
     const int all = counts.all();
     m_controls.setVisible(kNoFindings, all == 0);
     if (toolkit::CControlUI* button = m_controls.find(kCheckButton)) {
-        const std::u16string findings = all == 1 ? u" finding" : u" findings";
-        button->SetLabel(u"Check, " + number(all) + findings);
-        button->SetToolTip(u"Findings: " + number(all) + u" (F8: next)");
+        button->SetLabel(core::tr("CheckCount|Check, {0} finding|Check, {0} findings"_trn,
+                                  static_cast<std::size_t>(all)));
+        button->SetToolTip(core::tr("FindingsNext|Findings: {0} (F8: next)"_tr, all));
     }
     m_controls.setText(kCheckBadge, all > 99 ? u"99" : number(all));
     if (toolkit::CControlUI* ground = m_controls.find(kBadgeGround)) {
@@ -245,15 +244,16 @@ std::vector<check::Finding> FindingsPresenter::errors() const {
 }
 
 std::string FindingsPresenter::placeOf(const check::Finding& finding) const {
-    std::string place = finding.branch >= 0 ? m_session.branchName(finding.branch) : "";
+    const std::string branch = finding.branch >= 0 ? m_session.branchName(finding.branch) : "";
     if (finding.action >= 0) {
-        place += ", action " + std::to_string(finding.action + 1);
-    } else if (finding.zoneNumber >= 0) {
-        place += ", zones";
-    } else if (finding.branch >= 0 && !finding.video.empty()) {
-        place += ", video";
+        return core::trStored("PlaceAction|{0}, action {1}"_tr, {branch, finding.action + 1});
     }
-    return place;
+    if (finding.zoneNumber >= 0) {
+        return core::trStored("PlaceZones|{0}, zones"_tr, {branch});
+    }
+    return finding.branch >= 0 && !finding.video.empty()
+               ? core::trStored("PlaceVideo|{0}, video"_tr, {branch})
+               : branch;
 }
 
 std::unique_ptr<toolkit::CControlUI> FindingsPresenter::makeRow(int row) const {
@@ -282,8 +282,7 @@ std::unique_ptr<toolkit::CControlUI> FindingsPresenter::makeRow(int row) const {
     element->SetAttribute(u"bordercolor", u"rowline");
     element->SetAttribute(u"bordersize", u"0,0,0,1");
     // The name of the row, which shows its labels.
-    element->SetText(std::u16string(look.name) + u": " +
-                     std::u16string(sentence, 0, sentence.size() - 1) +
+    element->SetText(core::tr(look.row, std::u16string(sentence, 0, sentence.size() - 1)) +
                      (place.empty() ? u"" : u", " + place));
     element->SetToolTip(sentence);
     element->Add(std::move(layout));

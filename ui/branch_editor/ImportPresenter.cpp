@@ -5,6 +5,7 @@
 
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "import/ImportQueue.h"
 #include "platform/FileSystem.h"
 #include "src/TheoraProbe.h"
@@ -24,18 +25,18 @@ using imports::ImportState;
 
 namespace {
 
-std::string quotedAnd(const std::vector<std::string>& paths) {
-    std::string text = "\"" + core::fileName(paths.front()) + "\"";
-    if (paths.size() > 1) {
-        text += " and " + std::to_string(paths.size() - 1) + " more";
-    }
-    return text;
+std::u16string quotedAnd(const std::vector<std::string>& paths) {
+    const std::string first = core::fileName(paths.front());
+    return paths.size() == 1
+               ? core::tr("QuotedName|\"{0}\""_tr, first)
+               : core::tr("QuotedAndMore|\"{0}\" and {1} more"_tr, first, paths.size() - 1);
 }
 
-/// "… is a folder: drop the videos in it."
-std::string leftOutText(const std::vector<std::string>& paths, const char* one,
-                        const char* several) {
-    return paths.empty() ? std::string() : quotedAnd(paths) + (paths.size() == 1 ? one : several);
+/// '"Videos" and 2 more are folders'; empty for no paths.
+std::u16string leftOutText(const std::vector<std::string>& paths, core::Text one,
+                           core::Text several) {
+    return paths.empty() ? std::u16string()
+                         : core::tr(paths.size() == 1 ? one : several, quotedAnd(paths));
 }
 
 } // namespace
@@ -154,11 +155,12 @@ void ImportPresenter::drop(const std::vector<std::string>& paths) {
 }
 
 void ImportPresenter::takeDropped(const Dropped& dropped) {
-    std::string left = leftOutText(dropped.folders, " is a folder: drop the videos in it.",
-                                   " are folders: drop the videos in them.");
-    const std::string others = leftOutText(dropped.others, " is no video.", " are no videos.");
-    left += (left.empty() || others.empty() ? "" : " ") + others;
-    m_leftOut = left.empty() ? std::u16string() : core::displayText("Not added: " + left);
+    std::u16string left = leftOutText(dropped.folders, "{0} is a folder: drop the videos in it."_tr,
+                                      "{0} are folders: drop the videos in them."_tr);
+    const std::u16string others =
+        leftOutText(dropped.others, "{0} is no video."_tr, "{0} are no videos."_tr);
+    left += (left.empty() || others.empty() ? u"" : u" ") + others;
+    m_leftOut = left.empty() ? std::u16string() : core::tr("LeftOut|Not added: {0}"_tr, left);
     if (!dropped.videos.empty()) {
         import(dropped.videos);
     }
@@ -174,7 +176,7 @@ void ImportPresenter::offerImport(const std::u16string& problem,
     if (m_imports != nullptr && !paths.empty()) {
         m_parts.strip.offer(StripOffer{[problem] { return problem; },
                                        {{kConvertButton, [this, paths] { import(paths); }}},
-                                       u"Import",
+                                       core::tr("ImportInstead|Import"_tr),
                                        {},
                                        true,
                                        true});
@@ -200,7 +202,8 @@ bool ImportPresenter::offerRemedy(const check::Finding& finding) {
             m_parts.openWindow();
         }
     };
-    m_parts.strip.offer(StripOffer{text, {{kConvertButton, convert}}, u"Convert It", {}, true});
+    m_parts.strip.offer(
+        StripOffer{text, {{kConvertButton, convert}}, core::tr("Convert It"_tr), {}, true});
     return true;
 }
 

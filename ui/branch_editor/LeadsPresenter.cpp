@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
@@ -25,7 +26,7 @@ namespace {
 constexpr std::size_t kMostRows = 18;
 
 std::u16string andMore(std::size_t count) {
-    return core::displayText("and " + std::to_string(count) + " more");
+    return core::tr("AndMoreRows|and {0} more"_tr, count);
 }
 
 } // namespace
@@ -51,8 +52,8 @@ void LeadsPresenter::read() {
     const bool isThere = m_branch >= 0 && m_branch < m_session.branchCount();
     m_places =
         isThere ? m_session.actionsLeadingTo(m_session.branchName(m_branch)) : std::vector<Place>();
-    const char* const text = m_places.size() == 1 ? " leads here" : " lead here";
-    m_controls.setText(kLeadsHereButton, core::displayText(std::to_string(m_places.size()) + text));
+    m_controls.setText(kLeadsHereButton,
+                       core::tr("{0} leads here|{0} lead here"_trn, m_places.size()));
     m_controls.setText(kLeadsNames, namesText());
 }
 
@@ -64,7 +65,7 @@ std::u16string LeadsPresenter::namesText() const {
             branches.push_back(place.branch);
         }
     }
-    std::u16string text = branches.empty() ? u"No action leads here" : u"";
+    std::u16string text = branches.empty() ? core::tr("No action leads here"_tr) : std::u16string();
     for (std::size_t i = 0; label != nullptr && i < branches.size(); ++i) {
         const std::u16string name = core::displayText(m_session.branchName(branches[i]));
         const std::u16string longer = text.empty() ? name : text + u", " + name;
@@ -88,10 +89,9 @@ void LeadsPresenter::open(std::u16string_view control) {
     std::vector<toolkit::MenuEntry> entries;
     for (std::size_t i = 0; i < std::min(m_places.size(), kMostRows); ++i) {
         const Place place = m_places[i];
-        entries.push_back(
-            {.text = core::displayText(m_session.branchName(place.branch) + ", action " +
-                                       std::to_string(place.action + 1)),
-             .run = [go = m_go, place] { go(place); }});
+        entries.push_back({.text = core::tr("PlaceAction|{0}, action {1}"_tr,
+                                            m_session.branchName(place.branch), place.action + 1),
+                           .run = [go = m_go, place] { go(place); }});
     }
     if (m_places.size() > kMostRows) {
         entries.push_back({.text = andMore(m_places.size() - kMostRows), .enabled = false});

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "edit/History.h"
 #include "scene/Action.h"
 #include "scene/SceneChange.h"
@@ -16,12 +17,6 @@ namespace ui {
 
 namespace {
 
-/// "3 actions", then one of the two.
-std::string actionsThat(std::size_t count, const char* one, const char* several) {
-    return std::to_string(count) + (count == 1 ? " action " : " actions ") +
-           (count == 1 ? one : several);
-}
-
 bool hasBranch(const scene::SceneSession& session, const std::string& name) {
     const std::vector<std::string> names = session.branchNames();
     return std::find(names.begin(), names.end(), name) != names.end();
@@ -31,14 +26,13 @@ bool hasBranch(const scene::SceneSession& session, const std::string& name) {
 
 StripOffer removalOffer(const scene::SceneSession& session, const std::string& name,
                         std::function<void()> undo) {
-    std::string sentence = "Branch \"" + name + "\" removed.";
+    std::u16string sentence = core::tr("Branch \"{0}\" removed."_tr, name);
     const std::size_t count = hasBranch(session, name) ? 0 : session.actionsLeadingTo(name).size();
     if (count > 0) {
-        sentence += " " + actionsThat(count, "named it.", "named it.");
+        sentence += u" " + core::tr("{0} action named it.|{0} actions named it."_trn, count);
     }
-    const auto text = [&session, revision = session.revision(),
-                       shown = core::displayText(sentence)]() {
-        return session.revision() == revision ? shown : std::u16string();
+    const auto text = [&session, revision = session.revision(), sentence]() {
+        return session.revision() == revision ? sentence : std::u16string();
     };
     return {text, {{branch_list::kNoticeUndoButton, std::move(undo)}}};
 }
@@ -52,8 +46,8 @@ StripOffer renameOffer(scene::SceneSession& session, int branch, const std::stri
             hasBranch(session, oldName)) {
             return {};
         }
-        return core::displayText(actionsThat(count, "still names \"", "still name \"") + oldName +
-                                 "\".");
+        return core::tr("{0} action still names \"{1}\".|{0} actions still name \"{1}\"."_trn,
+                        count, oldName);
     };
     const auto update = [&session, renamed, oldName] {
         session.retarget(oldName, session.branchName(session.find(renamed)));
@@ -68,9 +62,9 @@ StripOffer zoneRenameOffer(scene::SceneSession& session, const std::string& vide
     const auto text = [&session, video, rename]() -> std::u16string {
         const std::size_t count = session.actionsWaitingFor(video, rename.from).size();
         return count == 0 ? std::u16string()
-                          : core::displayText(actionsThat(count, "still names the zone \"",
-                                                          "still name the zone \"") +
-                                              rename.from + "\".");
+                          : core::tr("{0} action still names the zone \"{1}\".|"
+                                     "{0} actions still name the zone \"{1}\"."_trn,
+                                     count, rename.from);
     };
     const auto update = [&session, video, rename] {
         session.renameZone(video, rename.from, rename.to);
@@ -96,8 +90,8 @@ StripOffer targetOffer(scene::SceneSession& session, int branch, int action,
             std::find(names.begin(), names.end(), name) != names.end()) {
             return {};
         }
-        return core::displayText("Action " + std::to_string(action + 1) + " leads to \"" + name +
-                                 "\", which is not in the scene.");
+        return core::tr("Action {0} leads to \"{1}\", which is not in the scene."_tr, action + 1,
+                        name);
     };
     const auto add = [&session, name] {
         const int added = session.branchCount();
@@ -109,7 +103,7 @@ StripOffer targetOffer(scene::SceneSession& session, int branch, int action,
     return {
         text,
         {{branch_list::kFixButton, add}, {branch_list::kFixOtherButton, std::move(chooseOther)}},
-        core::displayText("Add \"" + name + "\""),
+        core::tr("AddNamed|Add \"{0}\""_tr, name),
         {},
         true};
 }

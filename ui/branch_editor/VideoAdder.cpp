@@ -5,6 +5,7 @@
 
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "jobs/VideoImport.h"
 #include "platform/FileDialog.h"
 #include "scene/SceneFolders.h"
@@ -28,8 +29,8 @@ VideoAdder::VideoAdder(platform::Gui& gui, core::EditorSettings* settings, Video
 std::optional<platform::OpenFilesResult> VideoAdder::chooseFiles(ConfirmCallback& asker) {
     platform::OpenFilesRequest request;
     request.owner = asker.GetParentWindow();
-    request.title = "Select Video";
-    request.filterName = "Theora Video Files";
+    request.title = core::trStored("Select Video"_tr);
+    request.filterName = core::trStored("Theora Video Files"_tr);
     request.filterPatterns = "*.ogg;*.ogv";
     request.initialFolder = scene::scenesFolderPath();
     const AskingScope asking(asker);

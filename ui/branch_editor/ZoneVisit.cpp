@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Texts.h"
 #include "ui/SceneHints.h"
 #include "ui/branch_editor/ActionPresenter.h"
 #include "ui/branch_editor/BranchPresenter.h"
@@ -45,7 +46,7 @@ std::u16string ZoneVisit::hint() const {
         return otherVideoText(listed, own);
     }
     const bool lacksZones = m_parts.actions.waitsForZone() && m_parts.videos.lacksZones();
-    return lacksZones ? std::u16string(kNoZonesHint) : std::u16string();
+    return lacksZones ? core::tr(kNoZonesHint) : std::u16string();
 }
 
 } // namespace ui

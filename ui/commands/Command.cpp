@@ -5,6 +5,8 @@
 #include <iterator>
 #include <utility>
 
+#include "core/Text.h"
+
 namespace ui {
 
 using platform::Key;
@@ -61,11 +63,17 @@ std::u16string folded(std::u16string_view text) {
 }
 
 /// A tool tip without the key that stands behind it in brackets, if it is this one.
-std::u16string_view withoutKey(std::u16string_view toolTip, const KeyChord& key) {
-    const std::size_t open = toolTip.rfind(u" (");
-    const bool names = toolTip.ends_with(u")") && open != std::u16string_view::npos &&
-                       folded(toolTip.substr(open)) == folded(u"(" + keyText(key) + u")");
-    return names ? toolTip.substr(0, open) : toolTip;
+core::Text withoutKey(core::Text toolTip, const KeyChord& key) {
+    const std::string_view source = toolTip.source;
+    const std::size_t open = source.rfind(" (");
+    const bool names =
+        source.ends_with(")") && open != std::string_view::npos &&
+        folded(core::displayText(source.substr(open))) == folded(u"(" + keyText(key) + u")");
+    return names ? core::Text{source.substr(0, open)} : toolTip;
+}
+
+const core::Text& tipFor(const Command& command, std::u16string_view subject) {
+    return subject.empty() || command.subjectTip.empty() ? command.toolTip : command.subjectTip;
 }
 
 } // namespace
@@ -83,6 +91,10 @@ std::u16string keyText(const KeyChord& chord) {
         }
     }
     return text;
+}
+
+std::u16string shownKey(const KeyChord& chord) {
+    return core::trKeys(keyText(chord));
 }
 
 std::vector<std::u16string> splitKeys(std::u16string_view text) {
@@ -114,22 +126,16 @@ std::optional<KeyChord> parseKey(std::u16string_view text) {
 
 std::u16string toolTipOf(const Command& command, std::u16string_view subject,
                          const std::optional<KeyChord>& key) {
-    constexpr std::u16string_view kSubject = u": %s";
-    std::u16string text(command.toolTip);
-    if (const std::size_t at = text.find(kSubject); at != std::u16string::npos) {
-        text.replace(at, kSubject.size(),
-                     subject.empty() ? std::u16string() : u": " + std::u16string(subject));
+    const core::Text tip = tipFor(command, subject);
+    if (!key || *key == command.keys[0]) {
+        return core::tr(tip, subject);
     }
-    if (key && *key != command.keys[0]) {
-        text.resize(withoutKey(text, command.keys[0]).size());
-        text += key->key != Key::other ? u" (" + keyText(*key) + u")" : std::u16string();
-    }
-    return text;
+    return core::tr(withoutKey(tip, command.keys[0]), subject) +
+           (key->key != Key::other ? u" (" + shownKey(*key) + u")" : std::u16string());
 }
 
 std::u16string labelOf(const Command& command, std::u16string_view subject) {
-    const std::u16string text = toolTipOf(command, subject);
-    return std::u16string(withoutKey(text, command.keys[0]));
+    return core::tr(withoutKey(tipFor(command, subject), command.keys[0]), subject);
 }
 
 } // namespace ui

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Texts.h"
 #include "platform/Event.h"
 
 namespace ui {
@@ -18,9 +19,11 @@ struct KeyChord {
     bool operator==(const KeyChord&) const = default;
 };
 
-/// As shown to the user: "Ctrl+Shift+Z", "Esc", "Left". Empty for no key.
+/// As settings hold it: "Ctrl+Shift+Z", "Esc", "Left". Empty for no key.
 [[nodiscard]] std::u16string keyText(const KeyChord& chord);
-/// The key of such a text, whose letters may be small and capital; empty when it is none.
+/// The same as shown to the user, in the chosen language.
+[[nodiscard]] std::u16string shownKey(const KeyChord& chord);
+/// The key of a keyText, whose letters may be small and capital; empty when it is none.
 [[nodiscard]] std::optional<KeyChord> parseKey(std::u16string_view text);
 /// The texts between commas, without spaces around them; none of them is empty.
 [[nodiscard]] std::vector<std::u16string> splitKeys(std::u16string_view text);
@@ -28,12 +31,11 @@ struct KeyChord {
 struct Command {
     /// Unique in its table; also the name under which a key can be set.
     std::string_view id;
-    std::u16string_view group{};   ///< its heading in the list of keys
-    std::u16string_view text{};    ///< in menus and in the list of keys
+    core::Text group{};            ///< its heading in the list of keys
+    core::Text text{};             ///< in menus and in the list of keys
     std::u16string_view control{}; ///< the button that runs it; empty: none
-    /// Of that button, with the first key where it names one. ": %s" stands for what the command
-    /// would act on now.
-    std::u16string_view toolTip{};
+    /// Of that button, with the first key behind it in brackets where it names one.
+    core::Text toolTip{};
     std::array<KeyChord, 2> keys{};
     bool repeats = false; ///< runs again and again while its key is held
     /// Ctrl and Alt held as well make no difference, unless another command has that chord.
@@ -41,10 +43,15 @@ struct Command {
     /// One of the skin's icons, in menus.
     std::u16string_view icon{};
     /// In the list of keys, if that is not `text`.
-    std::u16string_view listed{};
+    core::Text listed{};
     bool isFixed = false; ///< the author cannot choose its key
+    /// The tool tip while it would act on something, whose name is "{0}".
+    core::Text subjectTip{};
 
-    [[nodiscard]] std::u16string_view listedText() const { return listed.empty() ? text : listed; }
+    [[nodiscard]] std::u16string shownText() const { return core::tr(text); }
+    [[nodiscard]] std::u16string listedText() const {
+        return core::tr(listed.empty() ? text : listed);
+    }
 };
 
 /// The command's tool tip for `subject` (empty: for none), with the key that runs the command if

@@ -13,7 +13,7 @@ namespace {
 
 toolkit::MenuEntry entryOf(CommandSet& set, const Command& command) {
     toolkit::MenuEntry entry;
-    entry.text = command.text;
+    entry.text = command.shownText();
     entry.key = set.keyOf(command);
     entry.icon = command.icon;
     entry.checked = set.isOn(command.id);

@@ -62,7 +62,7 @@ bool CommandSet::has(const Command& command, const KeyChord& chord) const {
 }
 
 std::u16string CommandSet::keyOf(const Command& command) const {
-    return keyText(m_keys.keysOf(command)[0]);
+    return shownKey(m_keys.keysOf(command)[0]);
 }
 
 const Command* CommandSet::commandOf(const platform::Event& event) const {

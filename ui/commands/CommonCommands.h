@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "ui/commands/Command.h"
 
@@ -32,7 +33,7 @@ inline constexpr std::string_view kCloseNotice = "closeNotice";
 inline constexpr std::string_view kRestoreDraft = "restoreDraft";
 } // namespace command
 
-inline constexpr std::u16string_view kEverywhere = u"Everywhere";
+inline constexpr core::Text kEverywhere = "Everywhere"_tr;
 
 inline constexpr KeyChord kCtrlS{platform::Key::s, {.control = true}};
 inline constexpr KeyChord kF1{platform::Key::f1, {}};
@@ -42,86 +43,92 @@ inline constexpr KeyChord kEsc{platform::Key::escape, {}};
 
 inline constexpr Command kStopCommand{.id = command::kStop,
                                       .group = kEverywhere,
-                                      .text = u"Close a list, stop what runs",
+                                      .text = "Close a list, stop what runs"_tr,
                                       .keys = {{kEsc}},
                                       .isFixed = true};
 inline constexpr Command kUndoCommand{
     .id = command::kUndo,
     .group = kEverywhere,
-    .text = u"Undo",
+    .text = "Undo"_tr,
     .control = u"ButtonUndo",
-    .toolTip = u"Undo: %s (Ctrl+Z)",
+    .toolTip = "Undo (Ctrl+Z)"_tr,
     .keys = {{{platform::Key::z, {.control = true}}}},
     .repeats = true,
+    .subjectTip = "UndoStep|Undo: {0} (Ctrl+Z)"_tr,
 };
 inline constexpr Command kRedoCommand{
     .id = command::kRedo,
     .group = kEverywhere,
-    .text = u"Redo",
+    .text = "Redo"_tr,
     .control = u"ButtonRedo",
-    .toolTip = u"Redo: %s (Ctrl+Y)",
+    .toolTip = "Redo (Ctrl+Y)"_tr,
     .keys = {{{platform::Key::y, {.control = true}},
               {platform::Key::z, {.shift = true, .control = true}}}},
     .repeats = true,
+    .subjectTip = "RedoStep|Redo: {0} (Ctrl+Y)"_tr,
 };
 inline constexpr Command kMenuCommand{
     .id = command::kMenu,
     .group = kEverywhere,
-    .text = u"More",
+    .text = "More"_tr,
     .control = u"ButtonMenu",
-    .toolTip = u"More",
+    .toolTip = "More"_tr,
     .keys = {{{platform::Key::menu, {}}, {platform::Key::f10, {.shift = true}}}},
-    .listed = u"Menu",
+    .listed = "Menu"_tr,
     .isFixed = true};
 // Of windows that can be sized.
-inline constexpr Command kMinimizeCommand{command::kMinimize, kEverywhere, u"Minimise",
-                                          u"ButtonMinimize", u"Minimise"};
+inline constexpr Command kMinimizeCommand{command::kMinimize, kEverywhere, "Minimise"_tr,
+                                          u"ButtonMinimize", "Minimise"_tr};
 inline constexpr Command kMaximizeCommand{.id = command::kMaximize,
                                           .group = kEverywhere,
-                                          .text = u"Maximise",
+                                          .text = "Maximise"_tr,
                                           .control = u"ButtonMaximize",
-                                          .toolTip = u"Maximise",
+                                          .toolTip = "Maximise"_tr,
                                           .keys = {{{platform::Key::f11, {}}}},
-                                          .listed = u"Fill the screen, and back"};
+                                          .listed = "Fill the screen, and back"_tr};
 inline constexpr Command kEarlierVersionsCommand{.id = command::kEarlierVersions,
                                                  .group = kEverywhere,
-                                                 .text = u"Earlier Versions…",
+                                                 .text =
+                                                     "Command.EarlierVersions|Earlier Versions…"_tr,
                                                  .icon = u"History"};
 inline constexpr Command kNoticeUndoCommand{
-    command::kNoticeUndo, {}, u"Undo", u"ButtonNoticeUndo", u"Take this change back"};
+    command::kNoticeUndo, {}, "Undo"_tr, u"ButtonNoticeUndo", "Take this change back"_tr};
 inline constexpr Command kCloseNoticeCommand{
-    command::kCloseNotice, {}, u"Close", u"ButtonCloseNotice", u"Close this message"};
+    command::kCloseNotice, {}, "Close"_tr, u"ButtonCloseNotice", "Close this message"_tr};
 
 /// What every window runs, besides its own table; the toolkit moves the focus itself.
 inline constexpr Command kCommonCommands[] = {
     {.id = command::kKeys,
      .group = kEverywhere,
-     .text = u"Keys",
+     .text = "Keys"_tr,
      .keys = {{kF1}},
      .icon = u"Keys",
-     .listed = u"This list"},
+     .listed = "This list"_tr},
     {.id = command::kManual,
      .group = kEverywhere,
-     .text = u"Manual",
+     .text = "Manual"_tr,
      .keys = {{{platform::Key::f1, {.shift = true}}}},
      .icon = u"Book"},
-    {.id = command::kSettings, .group = kEverywhere, .text = u"Settings…", .icon = u"Gear"},
+    {.id = command::kSettings,
+     .group = kEverywhere,
+     .text = "Command.Settings|Settings…"_tr,
+     .icon = u"Gear"},
     {.id = command::kNextPane,
      .group = kEverywhere,
-     .text = u"Next part of the window",
+     .text = "Next part of the window"_tr,
      .keys = {{{platform::Key::f6, {}}}}},
     {.id = command::kPaneBefore,
      .group = kEverywhere,
-     .text = u"Part before",
+     .text = "Part before"_tr,
      .keys = {{{platform::Key::f6, {.shift = true}}}}},
     {.id = "nextControl",
      .group = kEverywhere,
-     .text = u"Next control",
+     .text = "Next control"_tr,
      .keys = {{{platform::Key::tab, {}}}},
      .isFixed = true},
     {.id = "controlBefore",
      .group = kEverywhere,
-     .text = u"Control before",
+     .text = "Control before"_tr,
      .keys = {{{platform::Key::tab, {.shift = true}}}},
      .isFixed = true},
 };

@@ -14,8 +14,8 @@ inline constexpr std::string_view kNo = "no";
 } // namespace command
 
 inline constexpr Command kConfirmationCommands[] = {
-    {command::kYes, {}, u"Yes", u"ButtonYes", u"Go ahead"},
-    {command::kNo, {}, u"No", u"ButtonNo", u"Leave everything as it is (Esc)", {kEsc}},
+    {command::kYes, {}, "Yes"_tr, u"ButtonYes", "Go ahead"_tr},
+    {command::kNo, {}, "No"_tr, u"ButtonNo", "Leave everything as it is (Esc)"_tr, {kEsc}},
 };
 
 } // namespace ui

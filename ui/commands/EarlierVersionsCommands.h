@@ -16,14 +16,14 @@ inline constexpr std::string_view kCloseVersions = "closeVersions";
 inline constexpr Command kEarlierVersionsCommands[] = {
     {command::kRestoreVersion,
      {},
-     u"Restore",
+     "Restore"_tr,
      u"ButtonRestoreVersion",
-     u"Bring this version back; Undo takes that back"},
+     "Bring this version back; Undo takes that back"_tr},
     {command::kCloseVersions,
      {},
-     u"Close",
+     "Close"_tr,
      u"ButtonVersionsClose",
-     u"Back to the editor (Esc)",
+     "Back to the editor (Esc)"_tr,
      {kEsc}},
 };
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "ui/commands/CommandTables.h"
 
@@ -74,7 +75,7 @@ void KeyMap::read() {
     for (const auto& [id, text] : m_settings->section(kSection)) {
         const Command* command = commandWith(id);
         if (command == nullptr || command->isFixed) {
-            m_problems.push_back(u"\"" + core::displayText(id) + u"\" has no keys to choose.");
+            m_problems.push_back(core::tr("\"{0}\" has no keys to choose."_tr, id));
             continue;
         }
         m_chosen[std::string(command->id)] = {}; // its keys are free for the others
@@ -97,12 +98,11 @@ bool KeyMap::readLine(const Command& command, const std::u16string& text) {
     bool isGood = true;
     for (const std::u16string& part : splitKeys(text)) {
         const std::optional<KeyChord> chord = parseKey(part);
-        const std::u16string problem = !chord ? u"\"" + part + u"\" is no key."
-                                       : count == keys.size()
-                                           ? std::u16string(u"only two keys count.")
-                                           : refusal(command, *chord);
+        const std::u16string problem = !chord ? core::tr("\"{0}\" is no key."_tr, part)
+                                       : count == keys.size() ? core::tr("only two keys count."_tr)
+                                                              : refusal(command, *chord);
         if (!problem.empty()) {
-            m_problems.push_back(std::u16string(command.listedText()) + u": " + problem);
+            m_problems.push_back(command.listedText() + u": " + problem);
             isGood = false;
         } else if (!has(keys, *chord)) {
             keys[count++] = *chord;
@@ -140,12 +140,12 @@ bool KeyMap::isChosen(const Command& command) const {
 }
 
 std::u16string KeyMap::refusal(const Command& command, const KeyChord& chord) const {
-    const std::u16string key = keyText(chord);
+    const std::u16string key = shownKey(chord);
     if (key.empty()) {
-        return u"This key cannot be chosen.";
+        return core::tr("This key cannot be chosen."_tr);
     }
     if (command.isFixed) {
-        return std::u16string(command.listedText()) + u" keeps its key.";
+        return core::tr("{0} keeps its key."_tr, command.listedText());
     }
     std::u16string owner;
     bool isUsual = false; // a command of these windows has it by default
@@ -157,10 +157,11 @@ std::u16string KeyMap::refusal(const Command& command, const KeyChord& chord) co
         return !owner.empty();
     });
     if (!owner.empty()) {
-        return key + u" is \"" + owner + u"\".";
+        return core::tr("KeyIs|{0} is \"{1}\"."_tr, key, owner);
     }
-    return isTakenByControls(chord) && !isUsual ? key + u" belongs to fields and lists."
-                                                : std::u16string();
+    return isTakenByControls(chord) && !isUsual
+               ? core::tr("{0} belongs to fields and lists."_tr, key)
+               : std::u16string();
 }
 
 void KeyMap::choose(const Command& command, const Keys& keys) {

@@ -19,20 +19,20 @@ inline constexpr std::string_view kResetKeys = "resetKeys";
 } // namespace command
 
 inline constexpr Command kKeysCommands[] = {
-    {.id = command::kKeys, .text = u"Keys", .keys = {{kF1}}},
-    {command::kCopyKeys, {}, u"Copy List", u"ButtonKeysCopy", u"Copy these keys as text"},
-    {command::kManual, {}, u"Manual", u"ButtonManual", u"Open the manual in the browser"},
+    {.id = command::kKeys, .text = "Keys"_tr, .keys = {{kF1}}},
+    {command::kCopyKeys, {}, "Copy List"_tr, u"ButtonKeysCopy", "Copy these keys as text"_tr},
+    {command::kManual, {}, "Manual"_tr, u"ButtonManual", "Open the manual in the browser"_tr},
     {command::kCloseKeys,
      {},
-     u"Close",
+     "Close"_tr,
      u"ButtonKeysClose",
-     u"Close the list of keys (Esc)",
+     "Close the list of keys (Esc)"_tr,
      {kEsc}},
-    {.id = command::kFind, .text = u"Find", .keys = {{kCtrlF}}},
-    {.id = command::kChangeKey, .text = u"Change…", .keys = {{kF2}}},
-    {.id = command::kRemoveKey, .text = u"Remove", .keys = {{{platform::Key::del, {}}}}},
-    {.id = command::kResetKey, .text = u"As at First"},
-    {.id = command::kResetKeys, .text = u"All Keys as at First"},
+    {.id = command::kFind, .text = "Find"_tr, .keys = {{kCtrlF}}},
+    {.id = command::kChangeKey, .text = "Change…"_tr, .keys = {{kF2}}},
+    {.id = command::kRemoveKey, .text = "Remove"_tr, .keys = {{{platform::Key::del, {}}}}},
+    {.id = command::kResetKey, .text = "As at First"_tr},
+    {.id = command::kResetKeys, .text = "All Keys as at First"_tr},
 };
 
 inline constexpr std::string_view kKeyRows[] = {command::kChangeKey, command::kRemoveKey,

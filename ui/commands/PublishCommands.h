@@ -20,23 +20,23 @@ inline constexpr std::string_view kPublishAgain = "publishAgain";
 } // namespace command
 
 inline constexpr Command kPublishCommands[] = {
-    {command::kPublishNow, {}, u"Publish", u"ButtonPublish", u"Make the folder"},
+    {command::kPublishNow, {}, "Publish"_tr, u"ButtonPublish", "Make the folder"_tr},
     {command::kPublishCancel,
      {},
-     u"Cancel",
+     "Cancel"_tr,
      u"ButtonPublishCancel",
-     u"Stop; nothing is changed then"},
-    {command::kPublishClose, {}, u"Close", u"ButtonPublishClose", u"Close this window"},
+     "Stop; nothing is changed then"_tr},
+    {command::kPublishClose, {}, "Close"_tr, u"ButtonPublishClose", "Close this window"_tr},
     kStopCommand,
-    {command::kPublishFolder, {}, u"Choose…", u"ButtonPublishFolder", u"Choose where it goes"},
-    {command::kPublishShow, {}, u"Show", u"ButtonPublishShow", u"Show where that is"},
-    {command::kPublishOpen, {}, u"Open in Browser", u"ButtonPublishOpen", u"Play the page"},
-    {command::kPublishReveal, {}, u"Open Folder", u"ButtonPublishReveal", u"Show the files"},
+    {command::kPublishFolder, {}, "Choose…"_tr, u"ButtonPublishFolder", "Choose where it goes"_tr},
+    {command::kPublishShow, {}, "Show"_tr, u"ButtonPublishShow", "Show where that is"_tr},
+    {command::kPublishOpen, {}, "Open in Browser"_tr, u"ButtonPublishOpen", "Play the page"_tr},
+    {command::kPublishReveal, {}, "Open Folder"_tr, u"ButtonPublishReveal", "Show the files"_tr},
     {command::kPublishAgain,
      {},
-     u"Publish Again",
+     "Publish Again"_tr,
      u"ButtonPublishAgain",
-     u"Back to what can be chosen"},
+     "Back to what can be chosen"_tr},
 };
 
 inline constexpr std::u16string_view kPublishPanes[] = {u"EditPublishFolder", u"ButtonPublishShow",

@@ -16,15 +16,15 @@ inline constexpr std::string_view kChooseConverter = "chooseConverter";
 inline constexpr Command kSettingsCommands[] = {
     {command::kSettingsClose,
      {},
-     u"Close",
+     "Close"_tr,
      u"ButtonSettingsClose",
-     u"Close the settings (Esc)",
+     "Close the settings (Esc)"_tr,
      {kEsc}},
     {command::kChooseConverter,
      {},
-     u"Choose…",
+     "Choose…"_tr,
      u"ButtonFindConverter",
-     u"Choose the program ffmpeg"},
+     "Choose the program ffmpeg"_tr},
 };
 
 } // namespace ui

@@ -21,25 +21,30 @@ inline constexpr std::string_view kBackToStart = "backToStart";
 } // namespace command
 
 inline constexpr Command kOpenSceneCommands[] = {
-    {command::kOpenScene, kEverywhere, u"Open Scene", u"ButtonLoadScene", u"Open the chosen scene"},
-    {command::kNewScene, kEverywhere, u"New Scene", u"ButtonNewScene",
-     u"Name and start a new scene"},
-    {command::kExit, kEverywhere, u"Exit", u"ButtonExit", u"Leave Quorvel"},
+    {command::kOpenScene, kEverywhere, "Open Scene"_tr, u"ButtonLoadScene",
+     "Open the chosen scene"_tr},
+    {command::kNewScene, kEverywhere, "New Scene"_tr, u"ButtonNewScene",
+     "Name and start a new scene"_tr},
+    {command::kExit, kEverywhere, "Exit"_tr, u"ButtonExit", "Leave Quorvel"_tr},
     {command::kRestoreDraft,
      {},
-     u"Restore Unsaved Work",
+     "Restore Unsaved Work"_tr,
      u"ButtonRestoreDraft",
-     u"Open the scene with its unsaved work"},
-    {command::kDropDraft, {}, u"Hide", u"ButtonDropDraft", u"Hide this; the unsaved work is kept"},
-    {.id = command::kFind, .text = u"Find a Scene", .keys = {{kCtrlF}}},
-    {.id = command::kDuplicateScene, .text = u"Duplicate…"},
-    {.id = command::kOpenFolder, .text = u"Open Folder"},
+     "Open the scene with its unsaved work"_tr},
+    {command::kDropDraft,
+     {},
+     "Hide"_tr,
+     u"ButtonDropDraft",
+     "Hide this; the unsaved work is kept"_tr},
+    {.id = command::kFind, .text = "Command.FindAScene|Find a Scene"_tr, .keys = {{kCtrlF}}},
+    {.id = command::kDuplicateScene, .text = "Command.Duplicate|Duplicate…"_tr},
+    {.id = command::kOpenFolder, .text = "Open Folder"_tr},
     {command::kMakeDuplicate,
      {},
-     u"Duplicate",
+     "Duplicate"_tr,
      u"ButtonMakeDuplicate",
-     u"Copy the scene with its videos and zones"},
-    {command::kDropDuplicate, {}, u"Cancel", u"ButtonDropDuplicate", u"Leave without a copy"},
+     "Copy the scene with its videos and zones"_tr},
+    {command::kDropDuplicate, {}, "Cancel"_tr, u"ButtonDropDuplicate", "Leave without a copy"_tr},
     kStopCommand,
     kMenuCommand,
 };
@@ -53,8 +58,9 @@ inline constexpr std::string_view kSceneRows[] = {command::kOpenScene, command::
                                                   command::kNewScene};
 
 inline constexpr Command kNewSceneCommands[] = {
-    {command::kCreate, kEverywhere, u"Create", u"ButtonCreate", u"Start the scene with this name"},
-    {command::kBackToStart, kEverywhere, u"Back", u"ButtonBack", u"Leave without this name"},
+    {command::kCreate, kEverywhere, "Create"_tr, u"ButtonCreate",
+     "Start the scene with this name"_tr},
+    {command::kBackToStart, kEverywhere, "Back"_tr, u"ButtonBack", "Leave without this name"_tr},
 };
 
 } // namespace ui

@@ -2,6 +2,7 @@
 
 #include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
+#include "core/Texts.h"
 #include "platform/FileDialog.h"
 #include "ui/FileChoice.h"
 #include "ui/importing/SceneImports.h"
@@ -12,7 +13,7 @@ bool chooseConverter(const WindowContext& context, platform::NativeWindow* owner
                      Companions& beside) {
     platform::OpenFilesRequest request;
     request.owner = owner;
-    request.title = "Choose the Converter";
+    request.title = core::trStored("Choose the Converter"_tr);
     request.filterName = "ffmpeg";
     request.filterPatterns = "ffmpeg;ffmpeg.exe";
     const auto& settings = context.services.editorSettings;

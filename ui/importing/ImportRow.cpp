@@ -6,6 +6,7 @@
 
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "toolkit/controls/CButtonUI.h"
 #include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CLabelUI.h"
@@ -118,7 +119,7 @@ std::unique_ptr<CControlUI> makeImportRow(const ImportItem& item) {
     auto& bar = add<toolkit::CProgressUI>(*row, kBar, u"423,26,170,5");
     bar.SetAttribute(u"trackcolor", u"rest");
     bar.SetAttribute(u"barcolor", u"primary");
-    bar.SetLabel(u"Progress");
+    bar.SetLabel(core::tr("Progress"_tr));
     addButton(*row, kRowRemedy, u"503,7,104,25", false).SetAttribute(u"anchor", u"top,right");
     auto& end = addButton(*row, kRowEnd, u"611,7,28,25", true);
     end.SetAttribute(u"anchor", u"top,right");
@@ -161,7 +162,9 @@ void showImport(CControlUI& row, const ImportItem& item) {
     const bool isDone = item.state == ImportState::done;
     auto& end = part(row, kRowEnd);
     end.SetAttribute(u"icon", isDone ? u"More" : u"Close");
-    const std::u16string what = isDone ? u"More" : isOver ? u"Take off the list" : u"Cancel";
+    const std::u16string what = core::tr(isDone   ? "More"_tr
+                                         : isOver ? "Take off the list"_tr
+                                                  : "Cancel"_tr);
     end.SetToolTip(what);
     end.SetLabel(what + u": " + core::displayText(core::fileName(item.source)));
     const std::u16string known = importFactsText(item);

@@ -4,6 +4,7 @@
 
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Geometry.h"
 #include "ui/branch_editor/ClipCard.h"
 
@@ -18,8 +19,9 @@ constexpr double kLongest = 360'000; ///< seconds: a longer estimate says nothin
 
 std::u16string convertingText(const ImportItem& item) {
     const std::u16string left = minutesText(item.secondsLeft);
-    return core::displayText("Converting, " + std::to_string(item.percent) + " %") +
-           (left.empty() ? left : u", " + left + u" left");
+    return left.empty()
+               ? core::tr("ConvertingAt|Converting, {0} %"_tr, item.percent)
+               : core::tr("ConvertingLeft|Converting, {0} %, {1} left"_tr, item.percent, left);
 }
 
 } // namespace
@@ -48,17 +50,19 @@ std::u16string importFactsText(const ImportItem& item) {
 ImportStateText importStateText(const ImportItem& item) {
     switch (item.state) {
     case ImportState::waiting:
-        return {u"Waiting", {}};
+        return {core::tr("Waiting"_tr), {}};
     case ImportState::converting:
         return {convertingText(item), {}};
     case ImportState::done:
-        return {u"Done, " + bytesText(item.clip.bytes) +
-                    (item.clip.hasSound ? u", with sound" : u", without sound"),
+        return {core::tr(item.clip.hasSound ? "Done, {0}, with sound"_tr
+                                            : "Done, {0}, without sound"_tr,
+                         bytesText(item.clip.bytes)),
                 {}};
     case ImportState::cancelled:
-        return {u"Cancelled", {}};
+        return {core::tr("Cancelled"_tr), {}};
     case ImportState::failed:
-        return {u"Not converted:", core::displayText(imports::failureText(item.failure))};
+        return {core::tr("Not converted:"_tr),
+                core::displayText(imports::failureText(item.failure))};
     }
     return {};
 }
@@ -66,47 +70,46 @@ ImportStateText importStateText(const ImportItem& item) {
 std::u16string importRemedyText(const imports::ImportFailure& failure) {
     switch (failure.kind) {
     case Failure::nameTaken:
-        return u"Keep Both";
+        return core::tr("Keep Both"_tr);
     case Failure::cut:
-        return u"Import Anyway";
+        return core::tr("Import Anyway"_tr);
     default:
-        return failure.details.empty() ? std::u16string() : u"Details";
+        return failure.details.empty() ? std::u16string() : core::tr("Details"_tr);
     }
 }
 
 std::u16string importRemedyToolTip(const imports::ImportFailure& failure) {
     switch (failure.kind) {
     case Failure::nameTaken:
-        return u"Import it under another name";
+        return core::tr("Import it under another name"_tr);
     case Failure::cut:
-        return u"Import what is readable";
+        return core::tr("Import what is readable"_tr);
     default:
-        return failure.details.empty() ? std::u16string() : u"What the converter said last";
+        return failure.details.empty() ? std::u16string()
+                                       : core::tr("What the converter said last"_tr);
     }
 }
 
 std::u16string qualityText(imports::Quality quality) {
     const imports::QualityFacts& facts = imports::factsOf(quality);
-    return core::displayText("About " + std::to_string(facts.megabytesAMinute) + " MB a minute, ") +
-           sizeText(facts.box) + u" at most";
+    return core::tr("About {0} MB a minute, {1} at most"_tr, facts.megabytesAMinute,
+                    sizeText(facts.box));
 }
 
 std::u16string importingText(const ImportItem& item) {
-    return core::displayText("Importing " + core::fileName(item.source) + ": " +
-                             std::to_string(item.percent) + " %.");
+    return core::tr("Importing {0}: {1} %."_tr, core::fileName(item.source), item.percent);
 }
 
 std::u16string importEndText(const ImportItem& item) {
     if (item.state == ImportState::failed) {
-        return core::displayText(core::fileName(item.source) +
-                                 " was not converted: " + imports::failureText(item.failure));
+        return core::tr("{0} was not converted: {1}"_tr, core::fileName(item.source),
+                        imports::failureText(item.failure));
     }
     if (item.kind == imports::ImportKind::remake) {
-        return core::displayText("\"" + item.clip.name + "\" is shown in place of \"" +
-                                 core::fileName(item.source) + "\" now.");
+        return core::tr("\"{0}\" is shown in place of \"{1}\" now."_tr, item.clip.name,
+                        core::fileName(item.source));
     }
-    return core::displayText("\"" + item.clip.name +
-                             "\" is in the list now; choose it for a branch.");
+    return core::tr("\"{0}\" is in the list now; choose it for a branch."_tr, item.clip.name);
 }
 
 } // namespace ui

@@ -8,6 +8,7 @@
 
 #include "app/state/SharedServices.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "import/ImportQueue.h"
 #include "platform/FileDialog.h"
 #include "platform/Window.h"
@@ -101,9 +102,9 @@ void ImportVideo::bindCommands() {
 
 void ImportVideo::InitWindow() {
     if (const auto& session = context().services.sceneSession) {
-        setTextOf(u"LabelImportScene", u"Videos become part of \"" +
-                                           core::displayText(session->scene().Name()) +
-                                           u"\". The originals stay as they are.");
+        setTextOf(u"LabelImportScene",
+                  core::tr("Videos become part of \"{0}\". The originals stay as they are."_tr,
+                           session->scene().Name()));
     }
     if (platform::NativeWindow* native = GetNative()) {
         native->setTakesFiles(true);
@@ -123,7 +124,7 @@ void ImportVideo::fillQuality() {
     if (auto* combo = find<toolkit::CComboUI>(kQualityCombo)) {
         auto texts = std::make_shared<toolkit::CComboUI::Texts>();
         for (const Quality quality : kQualities) {
-            texts->push_back(core::displayText(imports::factsOf(quality).name));
+            texts->push_back(core::tr(imports::factsOf(quality).name));
         }
         combo->SetItemTexts(texts);
         const auto now = std::find(kQualities.begin(), kQualities.end(), settings.quality);
@@ -211,10 +212,8 @@ void ImportVideo::showWhole() {
     const auto done = std::count_if(items.begin(), items.end(), [](const ImportItem& item) {
         return item.state == ImportState::done;
     });
-    setTextOf(u"LabelImport", items.empty()
-                                  ? std::u16string()
-                                  : core::displayText(std::to_string(done) + " of " +
-                                                      std::to_string(items.size()) + " done"));
+    setTextOf(u"LabelImport", items.empty() ? std::u16string()
+                                            : core::tr("{0} of {1} done"_tr, done, items.size()));
     if (auto* bar = find<toolkit::CProgressUI>(u"ProgressImport")) {
         bar->SetPercent(items.empty() ? 0 : m_imports->queue().percent());
     }
@@ -253,9 +252,10 @@ void ImportVideo::OnClick(toolkit::TNotifyUI& message) {
         remedy(item->id);
     } else if (item->state == ImportState::done) {
         toolkit::MenuPopup::of(GetPaintManager())
-            .open(button,
-                  {{.text = u"Take Off the List", .run = [this, id = item->id] { end(id); }},
-                   {.text = u"Take All That Is Done Off the List", .run = [this] { clear(); }}});
+            .open(button, {{.text = core::tr("Command.TakeOffTheList|Take Off the List"_tr),
+                            .run = [this, id = item->id] { end(id); }},
+                           {.text = core::tr("Take All That Is Done Off the List"_tr),
+                            .run = [this] { clear(); }}});
     } else {
         end(item->id);
     }
@@ -292,8 +292,8 @@ void ImportVideo::remedy(int id) {
 void ImportVideo::addFiles() {
     platform::OpenFilesRequest request;
     request.owner = GetNative();
-    request.title = "Import Video";
-    request.filterName = "Videos";
+    request.title = core::trStored("Import Video"_tr);
+    request.filterName = core::trStored("Videos"_tr);
     request.filterPatterns = std::string(kVideoPatterns);
     request.initialFolder = scene::scenesFolderPath();
     const Companions::Pause pause(companions());

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandTables.h"
@@ -15,9 +16,10 @@ namespace ui {
 
 namespace {
 
-constexpr std::u16string_view kGroups[] = {kEverywhere, kFrames, kBranchEditor, kPreviewGroup,
-                                           kZones};
-constexpr std::u16string_view kSceneKeys = u"A to Z go to the scene.";
+/// The groups and the column of each.
+constexpr std::pair<core::Text, int> kGroups[] = {
+    {kEverywhere, 0}, {kFrames, 0}, {kBranchEditor, 1}, {kPreviewGroup, 1}, {kZones, 2}};
+constexpr core::Text kSceneKeys = "A to Z go to the scene."_tr;
 constexpr std::size_t kMostProblems = 10;
 
 bool contains(std::u16string_view text, const std::u16string& wanted) {
@@ -28,7 +30,7 @@ void addLine(KeyLine line, const std::u16string& wanted, std::vector<KeyLine>& l
     const bool isThere = std::any_of(lines.begin(), lines.end(), [&](const KeyLine& other) {
         return other.text == line.text && other.chord == line.chord;
     });
-    if (!isThere && (contains(line.text, wanted) || contains(keyText(line.chord), wanted))) {
+    if (!isThere && (contains(line.text, wanted) || contains(shownKey(line.chord), wanted))) {
         lines.push_back(std::move(line));
     }
 }
@@ -48,13 +50,13 @@ void addLines(const Command& command, const KeyMap& keys, const std::u16string& 
 }
 
 KeyGroup problemGroup(const std::vector<std::u16string>& problems) {
-    KeyGroup group{u"Not understood in Editor.ini", {}};
+    KeyGroup group{core::tr("Not understood in Editor.ini"_tr), {}, 1};
     for (std::size_t i = 0; i < std::min(problems.size(), kMostProblems); ++i) {
         group.lines.push_back({.text = problems[i]});
     }
     if (problems.size() > kMostProblems) {
         const std::size_t rest = problems.size() - kMostProblems;
-        group.lines.push_back({.text = core::displayText("and " + std::to_string(rest) + " more")});
+        group.lines.push_back({.text = core::tr("AndMoreRows|and {0} more"_tr, rest)});
     }
     return group;
 }
@@ -64,17 +66,17 @@ KeyGroup problemGroup(const std::vector<std::u16string>& problems) {
 std::vector<KeyGroup> keyGroups(const KeyMap& keys, std::u16string_view wanted) {
     std::vector<KeyGroup> groups;
     const std::u16string text = core::foldCase(wanted);
-    for (const std::u16string_view name : kGroups) {
-        KeyGroup group{std::u16string(name), {}};
+    for (const auto& [name, column] : kGroups) {
+        KeyGroup group{core::tr(name), {}, column};
         for (const std::span<const Command> table : commandTables()) {
             for (const Command& command : table) {
-                if (command.group == name) {
+                if (command.group.source == name.source) {
                     addLines(command, keys, text, group.lines);
                 }
             }
         }
-        if (name == kPreviewGroup && contains(kSceneKeys, text)) {
-            group.lines.push_back({.text = std::u16string(kSceneKeys)});
+        if (name.source == kPreviewGroup.source && contains(core::tr(kSceneKeys), text)) {
+            group.lines.push_back({.text = core::tr(kSceneKeys)});
         }
         groups.push_back(std::move(group));
     }
@@ -91,7 +93,7 @@ std::u16string keyListText(const std::vector<KeyGroup>& groups) {
         text += (text.empty() ? u"" : u"\n") + group.name + u"\n";
         for (const KeyLine& line : group.lines) {
             text +=
-                (line.command != nullptr ? keyText(line.chord) + u"\t" : u"") + line.text + u"\n";
+                (line.command != nullptr ? shownKey(line.chord) + u"\t" : u"") + line.text + u"\n";
         }
     }
     return text;

@@ -23,6 +23,7 @@ struct KeyLine {
 struct KeyGroup {
     std::u16string name; ///< where the keys count
     std::vector<KeyLine> lines;
+    int column = 1; ///< in which it is shown
 };
 
 /// The groups that have lines, each line once; last what is wrong with the settings. With `wanted`,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "core/Texts.h"
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
 #include "platform/Path.h"
@@ -21,7 +22,7 @@ constexpr int kTextGap = 8; ///< least distance between caps and text
 constexpr int kCapHeight = 18;
 constexpr int kCapPadding = 6;
 constexpr int kPlusGap = 3;
-constexpr std::u16string_view kWaiting = u"Press the new key";
+constexpr core::Text kWaiting = "Press the new key"_tr;
 constexpr std::u16string_view kNoKey = u"–";
 
 } // namespace
@@ -31,10 +32,11 @@ KeyRow::KeyRow(KeyTable& table, const KeyLine& line) : m_table(table), m_line(li
     if (line.command == nullptr) {
         SetToolTip(line.text); // it may be longer than the row
     } else if (line.isChosen) {
-        const std::u16string usual = keyText(line.command->keys[line.number]);
-        SetToolTip(usual.empty() ? u"At first: no key" : u"At first: " + usual);
+        const std::u16string usual = shownKey(line.command->keys[line.number]);
+        SetToolTip(usual.empty() ? core::tr("At first: no key"_tr)
+                                 : core::tr("AtFirst|At first: {0}"_tr, usual));
     } else if (!line.command->isFixed) {
-        SetToolTip(u"Change: double-click or Enter");
+        SetToolTip(core::tr("Change: double-click or Enter"_tr));
     }
 }
 
@@ -91,9 +93,9 @@ std::u16string KeyRow::accessibleName() const {
         return m_refusal;
     }
     if (m_isWaiting) {
-        return std::u16string(kWaiting) + u": " + GetText();
+        return core::tr(kWaiting) + u": " + GetText();
     }
-    const std::u16string keys = keyText(m_line.chord);
+    const std::u16string keys = shownKey(m_line.chord);
     return keys.empty() ? GetText() : keys + u": " + GetText();
 }
 
@@ -128,7 +130,7 @@ int KeyRow::capWidth(std::u16string_view key) const {
 
 int KeyRow::keysWidth() const {
     int width = kInset + kTextGap;
-    std::u16string keys = keyText(m_line.chord);
+    std::u16string keys = shownKey(m_line.chord);
     for (std::size_t end = 0; end != std::u16string::npos && !keys.empty();) {
         end = keys.find(u'+');
         width += capWidth(keys.substr(0, end));
@@ -160,9 +162,10 @@ int KeyRow::paintKeys(platform::Canvas& canvas, int left) const {
     if (m_line.command == nullptr) {
         return left;
     }
-    const std::u16string keys = keyText(m_line.chord);
+    const std::u16string keys = shownKey(m_line.chord);
     if (m_isWaiting || keys.empty()) {
-        return paintWords(canvas, m_isWaiting ? kWaiting : kNoKey, left, style().hintColor);
+        const std::u16string words = m_isWaiting ? core::tr(kWaiting) : std::u16string(kNoKey);
+        return paintWords(canvas, words, left, style().hintColor);
     }
     std::u16string_view rest = keys;
     while (true) {

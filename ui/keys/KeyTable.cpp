@@ -34,10 +34,6 @@ constexpr int kRowsTop = 32;
 constexpr int kRowHeight = 22;
 constexpr int kGroupGap = 10;
 
-int columnOf(std::u16string_view group) {
-    return group == kEverywhere || group == kFrames ? 0 : group == kZones ? 2 : 1;
-}
-
 int columnOf(const KeyRow& row) {
     return row.GetPlace()->left / kColumnPitch;
 }
@@ -88,7 +84,7 @@ void KeyTable::alignTexts() {
 }
 
 void KeyTable::addGroup(const KeyGroup& group) {
-    const int column = columnOf(group.name);
+    const int column = group.column;
     const int left = column * kColumnPitch;
     int& top = m_tops[static_cast<std::size_t>(column)];
     auto heading = std::make_unique<toolkit::CLabelUI>();

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "platform/Gui.h"
 #include "platform/Window.h"
@@ -30,10 +31,10 @@ constexpr std::u16string_view kCopyButton = u"ButtonKeysCopy";
 constexpr std::u16string_view kHintLabel = u"LabelHint";
 constexpr ContextMenu kContextMenus[] = {{kList, kKeyRows}};
 constexpr std::u16string_view kPanes[] = {kFindEdit, kList, kCopyButton};
-constexpr std::u16string_view kUsualHint =
-    u"Letters and digits count when no text field has the cursor. Tool tips show them too.";
-constexpr std::u16string_view kWaitingHint =
-    u"Press the new key. Esc: leave, Delete: no key, Backspace: as at first.";
+constexpr core::Text kUsualHint =
+    "Letters and digits count when no text field has the cursor. Tool tips show them too."_tr;
+constexpr core::Text kWaitingHint =
+    "Press the new key. Esc: leave, Delete: no key, Backspace: as at first."_tr;
 
 } // namespace
 
@@ -104,10 +105,11 @@ void KeysWindow::fill() {
 
 void KeysWindow::copy() {
     Gui().windows().setClipboardText(keyListText(m_groups));
-    say(u"The list is on the clipboard.");
+    say("The list is on the clipboard."_tr);
 }
 
-void KeysWindow::say(std::u16string_view hint) {
+void KeysWindow::say(core::Text text) {
+    const std::u16string hint = core::tr(text);
     toolkit::CControlUI* label = findControl(kHintLabel);
     if (label != nullptr && label->GetText() != hint) {
         label->SetText(hint);
@@ -127,7 +129,7 @@ void KeysWindow::change() {
         m_table->setWaiting(true);
         say(kWaitingHint);
     } else {
-        say(u"This key cannot be changed.");
+        say("This key cannot be changed."_tr);
     }
 }
 

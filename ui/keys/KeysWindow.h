@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/Texts.h"
 #include "edit/Observers.h"
 #include "toolkit/controls/CControlUI.h"
 #include "ui/EditorWindow.h"
@@ -49,7 +50,7 @@ private:
     void resetChosen();
     /// The chosen row's line; null when its key cannot be chosen.
     [[nodiscard]] const KeyLine* changeable();
-    void say(std::u16string_view hint);
+    void say(core::Text text);
 
     KeyTable* m_table = nullptr;    ///< owned by the window's controls
     std::vector<KeyGroup> m_groups; ///< shown

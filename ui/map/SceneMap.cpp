@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Geometry.h"
 
 namespace ui {
@@ -264,7 +265,8 @@ std::u16string SceneMap::toolTipAt(Point point) const {
         names += (i == 0 ? "" : ", ") + m_scene->branches[at(members[i])].name;
     }
     if (members.size() > kMostNames) {
-        names += " and " + std::to_string(members.size() - kMostNames) + " more";
+        names = core::trStored("NamesAndMore|{0} and {1} more"_tr,
+                               {names, members.size() - kMostNames});
     }
     return core::displayText(names);
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
 #include "platform/Path.h"
@@ -28,9 +29,9 @@ using toolkit::Tone;
 namespace {
 
 constexpr std::array<std::u16string_view, 4> kBadges{u"End", u"", u"Zone", u"Dice"};
-constexpr std::u16string_view kEmptyHeading = u"The map is empty";
-constexpr std::u16string_view kEmptyText =
-    u"Each branch you add appears here, with lines to the branches its actions lead to.";
+constexpr core::Text kEmptyHeading = "The map is empty"_tr;
+constexpr core::Text kEmptyText =
+    "Each branch you add appears here, with lines to the branches its actions lead to."_tr;
 constexpr int kBoldFont = 1;
 constexpr int kSmallFont = 4;
 constexpr int kEmptyEdge = 16;
@@ -118,12 +119,12 @@ void SceneMap::paintEmpty(platform::Canvas& canvas) const {
     manager.look().icons().draw(canvas, icon, {.name = u"Map", .tint = u"off", .side = kSide},
                                 toolkit::IconState::normal);
     line.bottom = line.top + kEmptyLine + 2;
-    toolkit::paintTextLine(canvas, manager.fonts(), kEmptyHeading, line, look);
+    toolkit::paintTextLine(canvas, manager.fonts(), core::tr(kEmptyHeading), line, look);
     look.font = manager.look().GetFont(0);
     look.color = color(Tone::hint);
     line.top = line.bottom + 4;
     for (const std::u16string& text :
-         wrapped(kEmptyText, line.width(), look.font, manager.fonts())) {
+         wrapped(core::tr(kEmptyText), line.width(), look.font, manager.fonts())) {
         line.bottom = line.top + kEmptyLine;
         toolkit::paintTextLine(canvas, manager.fonts(), text, line, look);
         line.top = line.bottom;
@@ -136,7 +137,8 @@ void SceneMap::paintHeading(platform::Canvas& canvas) const {
          x < std::min(heading.right, GetPos().right); x += 6) {
         canvas.fillRect({x, heading.top, x + 4, heading.top + 1}, color(Tone::edge));
     }
-    paintText(canvas, "Not reached from the first branch", heading, kSmallFont, color(Tone::hint));
+    paintText(canvas, core::trStored("Not reached from the first branch"_tr), heading, kSmallFont,
+              color(Tone::hint));
 }
 
 void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
@@ -172,7 +174,7 @@ void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
         text.top = name.bottom;
         text.bottom = box.bottom - 2;
         const std::size_t others = layout().chains[at(chain)].size() - 1;
-        paintText(canvas, "and " + std::to_string(others) + " more", text, kSmallFont,
+        paintText(canvas, core::trStored("AndMoreRows|and {0} more"_tr, {others}), text, kSmallFont,
                   color(Tone::hint));
     }
     if (form() == NodeForm::whole) {
@@ -242,7 +244,8 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
         const Rect row{box.left + 22, top, box.right - 16, top + static_cast<int>(height)};
         if (i == map::kMostRows) {
             paintText(canvas,
-                      "and " + std::to_string(content.actions.size() - map::kMostRows) + " more",
+                      core::trStored("AndMoreRows|and {0} more"_tr,
+                                     {content.actions.size() - map::kMostRows}),
                       row, kSmallFont, color(Tone::hint));
             return;
         }
@@ -272,9 +275,8 @@ void SceneMap::paintBadge(platform::Canvas& canvas, const MapAction& action,
     const std::u16string_view icon = kBadges.at(isKnown ? at(action.type) : 0);
     toolkit::CPaintManagerUI& manager = *GetManager();
     if (icon.empty()) {
-        canvas.drawText(core::displayText(action.text.substr(4)), box,
-                        manager.look().GetFont(kSmallFont), color(Tone::onKind),
-                        platform::TextAlign::center);
+        canvas.drawText(core::displayText(action.letter), box, manager.look().GetFont(kSmallFont),
+                        color(Tone::onKind), platform::TextAlign::center);
     } else {
         const platform::ClipScope clip(canvas, canvas.clip().intersected(box));
         manager.look().icons().draw(canvas, box,

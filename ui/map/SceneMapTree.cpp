@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Accessible.h"
 #include "platform/Geometry.h"
 #include "ui/map/SceneMap.h"
@@ -15,10 +16,6 @@ namespace {
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
-}
-
-std::string counted(std::size_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 } // namespace
@@ -121,22 +118,26 @@ std::u16string SceneMap::accessibleValue() const {
 
 std::u16string SceneMap::textOf(int branch) const {
     const map::MapBranch& content = m_scene->branches[at(branch)];
-    std::string text = content.name + (branch == m_scene->first ? ", first branch" : "") + ", " +
-                       counted(content.actions.size(), "action");
+    std::u16string text = core::displayText(content.name);
+    if (branch == m_scene->first) {
+        text += u", " + core::tr("MapFirst|first branch"_tr);
+    }
+    text += u", " + core::tr("{0} action|{0} actions"_trn, content.actions.size());
     const int errors = m_errors ? m_errors(branch) : 0;
     if (errors > 0) {
-        text += ", " + counted(at(errors), "error");
+        text += u", " + core::tr("{0} error|{0} errors"_trn, at(errors));
     }
-    return core::displayText(text);
+    return text;
 }
 
 std::u16string SceneMap::textOf(int branch, int action) const {
     const map::MapAction& content = m_scene->branches[at(branch)].actions[at(action)];
-    std::string text = content.text;
+    std::u16string text = core::displayText(content.text);
     if (!content.target.empty()) {
-        text += ", to " + content.target + (content.branch < 0 ? ", missing" : "");
+        text += u", " + core::tr("MapTo|to {0}"_tr, content.target);
+        text += content.branch < 0 ? u", " + core::tr("MapMissing|missing"_tr) : std::u16string();
     }
-    return core::displayText(text + (content.immediate ? ", immediate" : ""));
+    return content.immediate ? text + u", " + core::tr("MapImmediate|immediate"_tr) : text;
 }
 
 } // namespace ui

@@ -10,6 +10,7 @@
 #include "core/EditorSettings.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Clock.h"
 #include "platform/Window.h"
 #include "playback/Transport.h"
@@ -34,7 +35,7 @@ namespace {
 constexpr int kRowHeight = 44;
 constexpr const char* kSoundKey = "previewSound";
 constexpr const char* kZonesKey = "previewZones";
-constexpr std::u16string_view kNoDevice = u"No sound device: playing silently.";
+constexpr core::Text kNoDevice = "No sound device: playing silently."_tr;
 
 } // namespace
 
@@ -230,7 +231,7 @@ void PreviewPresenter::tick() {
         });
     if (!std::exchange(m_hasNotedSilence, m_preview->transport().lacksDevice()) &&
         m_hasNotedSilence) {
-        m_listener.previewNotes(std::u16string(kNoDevice));
+        m_listener.previewNotes(core::tr(kNoDevice));
     }
     if (hasChanged) {
         showAll();
@@ -404,7 +405,7 @@ void PreviewPresenter::showPause() {
     if (toolkit::CControlUI* button = m_controls.find(kPreviewPlay)) {
         const bool isPaused = m_preview->transport().isPaused() || !isPlaying();
         button->SetIcon(isPaused ? u"Play" : u"Pause");
-        button->SetLabel(isPaused ? u"Play" : u"Pause");
+        button->SetLabel(core::tr(isPaused ? "Play"_tr : "Pause"_tr));
     }
 }
 

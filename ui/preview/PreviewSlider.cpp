@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "platform/Color.h"
 #include "platform/Geometry.h"
 #include "platform/Path.h"
@@ -140,9 +141,7 @@ void PreviewSlider::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
 }
 
 std::u16string PreviewSlider::accessibleValue() const {
-    return m_count < 1
-               ? std::u16string()
-               : core::displayText(std::to_string(m_place + 1) + " of " + std::to_string(m_count));
+    return m_count < 1 ? std::u16string() : core::tr("PlaceOf|{0} of {1}"_tr, m_place + 1, m_count);
 }
 
 } // namespace ui

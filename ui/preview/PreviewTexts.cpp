@@ -3,15 +3,12 @@
 #include <cstddef>
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "player/Story.h"
 #include "ui/branch_editor/ClipCard.h"
 
 namespace ui {
 namespace {
-
-std::u16string quoted(const std::string& name) {
-    return u"\"" + core::displayText(name) + u"\"";
-}
 
 std::u16string number(int value) {
     return core::displayText(std::to_string(value));
@@ -21,36 +18,39 @@ std::u16string number(int value) {
 
 std::u16string reasonText(const player::Reason& reason) {
     using Cause = player::Reason::Cause;
-    const std::u16string when = reason.isImmediate ? u", immediate" : u", at the end of the clip";
     switch (reason.cause) {
     case Cause::zone:
-        return u"Zone " + quoted(reason.name) + u" clicked" + when;
+        return core::tr(reason.isImmediate ? "Zone \"{0}\" clicked, immediate"_tr
+                                           : "Zone \"{0}\" clicked, at the end of the clip"_tr,
+                        reason.name);
     case Cause::key:
-        return u"Key " + core::displayText(reason.name) + u" pressed" + when;
+        return core::tr(reason.isImmediate ? "Key {0} pressed, immediate"_tr
+                                           : "Key {0} pressed, at the end of the clip"_tr,
+                        reason.name);
     case Cause::clipEnd:
-        return u"Clip ended";
+        return core::tr("Clip ended"_tr);
     case Cause::chance:
-        return u"By chance, 1 of " + number(reason.choices);
+        return core::tr("By chance, 1 of {0}"_tr, reason.choices);
     case Cause::started:
         break;
     }
-    return u"Played from here";
+    return core::tr("Played from here"_tr);
 }
 
 std::u16string endText(const player::Player& player) {
     using State = player::Player::State;
     switch (player.state()) {
     case State::ended:
-        return u"Ended: " + quoted(player.branch().name) + u" has no action that applies.";
+        return core::tr("Ended: \"{0}\" has no action that applies."_tr, player.branch().name);
     case State::noBranch: {
         const std::string& name = player.path().back().name;
-        return name.empty() ? std::u16string(u"Stopped: the action has no target branch.")
-                            : u"Stopped: " + quoted(name) + u" is not in the scene.";
+        return name.empty() ? core::tr("Stopped: the action has no target branch."_tr)
+                            : core::tr("Stopped: \"{0}\" is not in the scene."_tr, name);
     }
     case State::noVideo:
-        return u"Stopped: no video.";
+        return core::tr("Stopped: no video."_tr);
     case State::unreadableClip:
-        return u"Stopped: the video " + quoted(player.branch().video) + u" cannot be read.";
+        return core::tr("Stopped: the video \"{0}\" cannot be read."_tr, player.branch().video);
     case State::playing:
         break;
     }
@@ -61,23 +61,25 @@ std::u16string choiceText(const player::Player& player, const player::Choice& ch
                           double secondsLeft) {
     using When = player::Action::When;
     const player::Action& action = player.branch().actions[static_cast<std::size_t>(choice.action)];
-    const std::u16string left =
-        secondsLeft >= 0 ? u", in " + lengthText(secondsLeft) : std::u16string();
+    const std::u16string left = secondsLeft >= 0 ? lengthText(secondsLeft) : std::u16string();
     if (choice.waits) {
-        return u"Chosen: at the end" + left;
+        return left.empty() ? core::tr("Chosen: at the end"_tr)
+                            : core::tr("Chosen: at the end, in {0}"_tr, left);
     }
     switch (action.when) {
     case When::zoneClicked:
-        return u"Click into the zone " + core::displayText(action.parameter);
+        return core::tr("Click into the zone {0}"_tr, action.parameter);
     case When::keyPressed:
-        return u"Press " + core::displayText(action.parameter);
+        return core::tr("PressKey|Press {0}"_tr, action.parameter);
     case When::byChance:
-        return u"By chance at the end, 1 of " + number(choice.outOf);
+        return core::tr("By chance at the end, 1 of {0}"_tr, choice.outOf);
     case When::clipEnds:
         break;
     }
-    return player.waiting() >= 0 ? std::u16string(u"At the end, unless a choice waits")
-                                 : u"At the end" + left;
+    if (player.waiting() >= 0) {
+        return core::tr("At the end, unless a choice waits"_tr);
+    }
+    return left.empty() ? core::tr("At the end"_tr) : core::tr("At the end, in {0}"_tr, left);
 }
 
 std::u16string pathText(const player::Player& player) {

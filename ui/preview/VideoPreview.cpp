@@ -5,6 +5,7 @@
 #include <cstring>
 #include <utility>
 
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
@@ -27,8 +28,8 @@ constexpr int kSmallFont = 4;
 constexpr int kTagInset = 10;
 constexpr int kTagPadding = 6;
 constexpr int kTagHeight = 20;
-constexpr std::u16string_view kEmptyHint =
-    u"F5 plays the scene from its first branch, Shift+F5 from the one on show.";
+constexpr core::Text kEmptyHint =
+    "F5 plays the scene from its first branch, Shift+F5 from the one on show."_tr;
 
 } // namespace
 
@@ -172,7 +173,7 @@ void VideoPreview::paintHint(platform::Canvas& canvas) const {
     Rect box = GetPos();
     box.left += kTagInset;
     box.right -= kTagInset;
-    toolkit::paintTextLine(canvas, manager.fonts(), kEmptyHint, box, look);
+    toolkit::paintTextLine(canvas, manager.fonts(), core::tr(kEmptyHint), box, look);
 }
 
 void VideoPreview::paintOutline(platform::Canvas& canvas, const Outline& outline) const {
@@ -221,7 +222,7 @@ void VideoPreview::paintTag(platform::Canvas& canvas, std::u16string_view text, 
 }
 
 std::u16string VideoPreview::accessibleName() const {
-    return m_branch.empty() ? std::u16string(u"Preview") : u"Preview of " + m_branch;
+    return m_branch.empty() ? core::tr("Preview"_tr) : core::tr("Preview of {0}"_tr, m_branch);
 }
 
 } // namespace ui

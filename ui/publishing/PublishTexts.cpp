@@ -1,22 +1,15 @@
 #include "ui/publishing/PublishTexts.h"
 
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "scene/SceneSession.h"
 #include "ui/branch_editor/ClipCard.h"
 #include "ui/importing/ImportTexts.h"
 
 namespace ui {
-namespace {
-
-std::u16string number(std::size_t value) {
-    return core::displayText(std::to_string(value));
-}
-
-} // namespace
-
 std::u16string publishFindingsText(std::size_t count) {
-    return count == 1 ? std::u16string(u"1 finding would stop a learner:")
-                      : number(count) + u" findings would stop a learner:";
+    return core::tr("{0} finding would stop a learner:|{0} findings would stop a learner:"_trn,
+                    count);
 }
 
 std::u16string publishFindingText(const check::Finding& finding,
@@ -25,29 +18,27 @@ std::u16string publishFindingText(const check::Finding& finding,
         finding.branch < 0) {
         return core::displayText(check::findingText(finding));
     }
-    return core::displayText(session.branchName(finding.branch)) + u", action " +
-           number(static_cast<std::size_t>(finding.action + 1)) + u": \"" +
-           core::displayText(finding.arguments[1]) + u"\" is not in the scene.";
+    return core::tr("{0}, action {1}: \"{2}\" is not in the scene."_tr,
+                    session.branchName(finding.branch), finding.action + 1, finding.arguments[1]);
 }
 
 std::u16string publishProgressText(const publish::PublishProgress& progress) {
-    return u"Converting " + core::displayText(progress.video) + u", " +
-           number(static_cast<std::size_t>(progress.number)) + u" of " +
-           number(static_cast<std::size_t>(progress.count));
+    return core::tr("Converting {0}, {1} of {2}"_tr, progress.video, progress.number,
+                    progress.count);
 }
 
 std::u16string publishLeftText(const publish::PublishProgress& progress) {
     const std::u16string left = minutesText(progress.secondsLeft);
-    return left.empty() ? left : left + u" left";
+    return left.empty() ? left : core::tr("TimeLeft|{0} left"_tr, left);
 }
 
 std::u16string notPublishedText(const publish::PublishResult& result) {
-    return u"Not published: " + core::displayText(publish::publishFailureText(result));
+    return core::tr("Not published: {0}"_tr, publish::publishFailureText(result));
 }
 
 std::u16string publishedText(const publish::PublishResult& result, std::u16string_view folder) {
-    return number(static_cast<std::size_t>(result.fileCount)) + u" files, " +
-           bytesText(result.bytes) + u", in " + std::u16string(folder);
+    return core::tr("{0} file, {1}, in {2}|{0} files, {1}, in {2}"_trn,
+                    static_cast<std::size_t>(result.fileCount), bytesText(result.bytes), folder);
 }
 
 } // namespace ui

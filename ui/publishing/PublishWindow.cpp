@@ -9,6 +9,7 @@
 #include "core/Log.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "import/Converter.h"
 #include "import/ConverterRun.h"
 #include "import/ImportQueue.h"
@@ -85,12 +86,12 @@ void PublishWindow::bindCommands() {
     });
     commands.bind(command::kPublishOpen, [this] {
         if (!context().gui.desktop().openFile(m_result.folder + "/index.html")) {
-            showProblem(u"No browser opens it.", {});
+            showProblem(core::tr("No browser opens it."_tr), {});
         }
     });
     commands.bind(command::kPublishReveal, [this] {
         if (!context().gui.desktop().openFile(m_result.folder)) {
-            showProblem(u"The folder cannot be opened.", {});
+            showProblem(core::tr("The folder cannot be opened."_tr), {});
         }
     });
     commands.bind(command::kPublishAgain, [this] { show(Phase::asking); });
@@ -98,7 +99,7 @@ void PublishWindow::bindCommands() {
 
 void PublishWindow::show(const WindowContext& context, ConfirmCallback& owner, PublishTask task) {
     const auto window = std::make_shared<PublishWindow>(context, std::move(task));
-    if (!window->runAbove(owner, u"Publish as a Web Page")) {
+    if (!window->runAbove(owner, core::tr("Publish as a Web Page"_tr))) {
         core::Log::get()->Error("Unable to show the Publish window");
     }
     if (window->m_showsFinding) {
@@ -165,16 +166,17 @@ bool PublishWindow::isImporting() const {
 void PublishWindow::showState() {
     const bool isAsking = m_phase == Phase::asking;
     if (auto* button = findControl(kPublishButton)) {
-        button->SetText(isModified() ? u"Save and Publish" : u"Publish");
+        button->SetText(core::tr(isModified() ? "Save and Publish"_tr : "Publish"_tr));
         if (auto place = button->GetPlace()) {
             place->left = place->right - (isModified() ? kSavingWidth : kUsualWidth);
             button->SetPlace(*place);
         }
         button->SetVisible(isAsking);
     }
-    setTextOf(kState, isImporting()  ? u"Videos are being imported: publishing waits for that."
-                      : isModified() ? u"The scene is modified: publishing saves it first."
-                                     : u"");
+    setTextOf(kState,
+              isImporting()  ? core::tr("Videos are being imported: publishing waits for that."_tr)
+              : isModified() ? core::tr("The scene is modified: publishing saves it first."_tr)
+                             : std::u16string());
     const bool hasProblem = controls().isUsable(u"LabelProblem");
     setVisibleOf(kState, isAsking && !hasProblem);
     commands().showEnabled();
@@ -290,11 +292,8 @@ void PublishWindow::showResult(PublishResult result) {
 
 void PublishWindow::showDone() {
     setTextOf(u"LabelPublished", publishedText(m_result, m_form.folder()));
-    const auto counted = [](int count, std::u16string_view one, std::u16string_view many) {
-        return core::displayText(std::to_string(count) + " ") +
-               std::u16string(count == 1 ? one : many);
-    };
-    setTextOf(u"LabelPublishedVideos", counted(m_result.videoCount, u"video", u"videos"));
+    setTextOf(u"LabelPublishedVideos",
+              core::tr("{0} video|{0} videos"_trn, static_cast<std::size_t>(m_result.videoCount)));
     setVisibleOf(u"LabelPublishedStill", m_result.hasStill);
     setVisibleOf(u"LabelPublishedStillUse", m_result.hasStill);
     controls().setFocus(u"ButtonPublishOpen");
@@ -303,7 +302,7 @@ void PublishWindow::showDone() {
 void PublishWindow::chooseFolder() {
     platform::FolderRequest request;
     request.owner = GetNative();
-    request.title = "Publish as a Web Page";
+    request.title = core::trStored("Publish as a Web Page"_tr);
     request.initialFolder = core::currentDirectory();
     std::optional<std::string> chosen;
     {
