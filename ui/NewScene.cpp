@@ -41,12 +41,12 @@ using Kind = scene::SceneTemplate::Kind;
 struct Tile {
     std::u16string_view name;
     Kind kind;
-    std::u16string_view count; ///< what is counted
+    core::Text count; ///< what is counted
 };
 constexpr Tile kTiles[] = {
-    {u"OptionTemplateEmpty", Kind::empty, u"Steps"},
-    {u"OptionTemplateLinear", Kind::linear, u"Steps"},
-    {u"OptionTemplateQuiz", Kind::question, u"Answers"},
+    {u"OptionTemplateEmpty", Kind::empty, "Steps"_tr},
+    {u"OptionTemplateLinear", Kind::linear, "Steps"_tr},
+    {u"OptionTemplateQuiz", Kind::question, "Answers"_tr},
 };
 
 } // namespace
@@ -108,7 +108,7 @@ void NewScene::showKind() {
             option->SetFont(tile.kind == chosen ? kChosenFont : kBodyFont);
         }
         if (tile.kind == chosen) {
-            setTextOf(kCountLabel, tile.count);
+            setTextOf(kCountLabel, core::tr(tile.count));
         }
     }
     for (const std::u16string_view name : {kCountLabel, kCountEdit}) {

@@ -208,7 +208,7 @@ publish::PublishRequest PublishWindow::request() {
 void PublishWindow::publish() {
     publish::PublishRequest request = this->request();
     PublishForm::remember(request.options, context().services.editorSettings.get());
-    setTextOf(u"LabelPublish", u"Saving");
+    setTextOf(u"LabelPublish", core::tr("Saving"_tr));
     setTextOf(u"LabelPublishLeft", {});
     show(Phase::running);
     controls().setFocus(u"ButtonPublishCancel");
