@@ -57,7 +57,7 @@ EditorWindow::EditorWindow(const WindowContext& context, const WindowTables& tab
 }
 
 void EditorWindow::bindCommonCommands() {
-    m_commonCommands.bind(command::kManual, [this] { openManual(m_context.gui, layoutName()); });
+    m_commonCommands.bind(command::kManual, [this] { openManual(m_context, layoutName()); });
     m_commonCommands.bind(command::kKeys, [this] {
         companions().setHelped(layoutName());
         companions().show<KeysWindow>(m_context, core::tr("Keys"_tr));

@@ -1,11 +1,14 @@
 #include "ui/Manual.h"
 
+#include "app/state/SharedServices.h"
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Texts.h"
+#include "core/Translations.h"
 #include "platform/Desktop.h"
 #include "platform/FileSystem.h"
 #include "platform/Gui.h"
+#include "ui/WindowContext.h"
 
 namespace ui {
 namespace {
@@ -14,16 +17,30 @@ std::string pagePath(const std::string& name) {
     return core::services().fileSystem->fullPath("Manual/" + name + ".html");
 }
 
+/// Of the pages that there could be, the best first, the first that is there; else the last.
+std::string pageAbout(const std::string& window, const std::string& language) {
+    std::string page;
+    for (const std::string& folder :
+         {language.empty() ? language : language + "/", std::string()}) {
+        for (const std::string& name : {window, std::string("index")}) {
+            page = pagePath(folder + name);
+            if (core::isFile(page)) {
+                return page;
+            }
+        }
+    }
+    return page;
+}
+
 } // namespace
 
-void openManual(platform::Gui& gui, const std::string& window) {
-    std::string page = pagePath(window);
-    if (!core::isFile(page)) {
-        page = pagePath("index");
-    }
-    if (!core::isFile(page) || !gui.desktop().openFile(page)) {
-        gui.desktop().showError("Quorvel",
-                                core::trStored("The manual cannot be opened:"_tr) + "\n" + page);
+void openManual(const WindowContext& context, const std::string& window) {
+    const auto& texts = context.services.translations;
+    const std::string page = pageAbout(window, texts ? texts->language() : std::string());
+    platform::Desktop& desktop = context.gui.desktop();
+    if (!core::isFile(page) || !desktop.openFile(page)) {
+        desktop.showError("Quorvel",
+                          core::trStored("The manual cannot be opened:"_tr) + "\n" + page);
     }
 }
 

@@ -3,14 +3,12 @@
 
 #include <string>
 
-namespace platform {
-class Gui;
-}
-
 namespace ui {
 
-/// Opens it in the user's browser, at the page about `window` if it has one; a message box says
-/// when that fails.
-void openManual(platform::Gui& gui, const std::string& window);
+struct WindowContext;
+
+/// Opens it in the user's browser, in the editor's language if it is there in that, else in
+/// English, at the page about `window` if it has one; a message box says when that fails.
+void openManual(const WindowContext& context, const std::string& window);
 
 } // namespace ui

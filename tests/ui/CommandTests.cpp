@@ -11,6 +11,7 @@
 #include "core/Services.h"
 #include "core/Text.h"
 #include "core/Texts.h"
+#include "core/Translations.h"
 #include "platform/Accessible.h"
 #include "tests/support/windows/EditorTest.h"
 #include "tests/ui/BranchListFixture.h"
@@ -209,6 +210,12 @@ TEST_F(Commands, OfEveryWindowOpenTheManualOrSayWhyNot) {
     support::writeBytes("Manual/Commands.html", "");
     openManual();
     EXPECT_TRUE(m_gui.userDesktop.opened.back().ends_with("Commands.html")) << "its own page";
+    m_services.translations = std::make_shared<core::Translations>("German");
+    openManual();
+    EXPECT_EQ(m_gui.userDesktop.opened.back(), *(m_gui.userDesktop.opened.end() - 2));
+    support::writeBytes("Manual/German/index.html", "");
+    openManual();
+    EXPECT_TRUE(m_gui.userDesktop.opened.back().ends_with("index.html")) << "in the language";
     EXPECT_EQ(m_window->take(), "");
 }
 

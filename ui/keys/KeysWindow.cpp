@@ -53,7 +53,7 @@ void KeysWindow::bindCommands() {
     commands().bind(command::kKeys, [this] { controls().setFocus(kFindEdit); });
     bindFind(kFindEdit);
     commands().bind(command::kCopyKeys, [this] { copy(); });
-    commands().bind(command::kManual, [this] { openManual(context().gui, companions().helped()); });
+    commands().bind(command::kManual, [this] { openManual(context(), companions().helped()); });
     commands().bind(command::kCloseKeys, [this] { Close(1); });
     commands().bind(
         command::kChangeKey, [this] { change(); }, canChange);
