@@ -19,6 +19,7 @@
 #include "recovery/Drafts.h"
 #include "recovery/Places.h"
 #include "stills/StillService.h"
+#include "ui/SkinChoice.h"
 
 namespace app {
 namespace {
@@ -35,6 +36,7 @@ int runScreens(app_state::ScreenState& state, app_state::SharedServices& service
     }
     if (services.editorSettings) {
         gui->windows().setZoom(services.editorSettings->scale() / 100.0);
+        gui->windows().setAppearance(ui::chosenSkin(*services.editorSettings).appearance);
     }
     services.drafts = std::make_shared<recovery::Drafts>(gui->loop(), [&services] {
         return !services.editorSettings || services.editorSettings->keepDrafts();

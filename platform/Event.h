@@ -17,13 +17,14 @@ enum class EventKind {
     mouseLeave,
     keyDown,
     keyUp,
-    textInput,    ///< committed text, from the keyboard, a dead key or an input method
-    textPreedit,  ///< the input method's uncommitted text; empty when there is none any more
-    activated,    ///< the window got the keyboard
-    deactivated,  ///< another window got it
-    captureLost,  ///< the system took the mouse capture away
-    resized,      ///< a window that can be sized: its size or its state has changed
-    filesDropped, ///< files or folders were dragged into the window; not while it is disabled
+    textInput,         ///< committed text, from the keyboard, a dead key or an input method
+    textPreedit,       ///< the input method's uncommitted text; empty when there is none any more
+    activated,         ///< the window got the keyboard
+    deactivated,       ///< another window got it
+    captureLost,       ///< the system took the mouse capture away
+    resized,           ///< a window that can be sized: its size or its state has changed
+    filesDropped,      ///< files or folders were dragged into the window; not while it is disabled
+    appearanceChanged, ///< WindowHost::isDark() has
     timer,
     closeRequest, ///< close box, Alt+F4 or the window manager
     destroyed,    ///< the native window is gone; the last event

@@ -44,6 +44,9 @@ enum class WindowState { normal, maximized, minimized };
 /// presses.
 inline constexpr int kSizingBorder = 6;
 
+/// How all windows are to look.
+enum class Appearance { light, dark, asSystem };
+
 class NativeWindow;
 
 struct WindowOptions {
@@ -111,6 +114,10 @@ public:
     /// Counts at once in those that are open.
     virtual void setZoom(double zoom) = 0;
     [[nodiscard]] virtual double zoom() const = 0;
+    /// Light at first. Where it makes a difference, counts at once in windows that are open.
+    virtual void setAppearance(Appearance appearance) = 0;
+    /// Whether windows are to be dark. Each open one gets an event when that changes.
+    [[nodiscard]] virtual bool isDark() const = 0;
     /// Height of the primary monitor in layout pixels.
     [[nodiscard]] virtual int primaryScreenHeight() const = 0;
     /// The work area of the monitor that holds `point`, both in layout pixels of a window on the

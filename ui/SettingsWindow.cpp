@@ -21,6 +21,7 @@
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
+#include "ui/SkinChoice.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/SettingsCommands.h"
 #include "ui/importing/ConverterChoice.h"
@@ -44,6 +45,7 @@ constexpr Box kBoxes[] = {
      &core::EditorSettings::setKeepBackups},
 };
 
+constexpr std::u16string_view kComboSkin = u"ComboSkin";
 constexpr std::u16string_view kComboScale = u"ComboScale";
 constexpr std::u16string_view kConverterEdit = u"EditConverter";
 constexpr std::array kScales{100, 125, 150, 200};
@@ -110,30 +112,51 @@ void SettingsWindow::InitWindow() {
             option->Selected(((*settings).*box.isOn)());
         }
     }
-    if (auto* combo = find<toolkit::CComboUI>(kComboScale); combo != nullptr && settings) {
-        auto texts = std::make_shared<toolkit::CComboUI::Texts>();
-        for (const int scale : kScales) {
-            texts->push_back(core::displayText(std::to_string(scale) + " %"));
-        }
-        combo->SetItemTexts(texts);
-        const auto now = std::find(kScales.begin(), kScales.end(), settings->scale());
-        combo->SelectItem(now != kScales.end() ? static_cast<int>(now - kScales.begin()) : -1);
+    if (settings) {
+        showScale(*settings);
+        showSkin(*settings);
     }
     showConverter();
     GetPaintManager().SetFocus(findControl(kBoxes[0].name));
 }
 
+void SettingsWindow::showScale(const core::EditorSettings& settings) {
+    auto texts = std::make_shared<toolkit::CComboUI::Texts>();
+    for (const int scale : kScales) {
+        texts->push_back(core::displayText(std::to_string(scale) + " %"));
+    }
+    const auto now = std::find(kScales.begin(), kScales.end(), settings.scale());
+    if (auto* combo = find<toolkit::CComboUI>(kComboScale)) {
+        combo->SetItemTexts(texts);
+        combo->SelectItem(now != kScales.end() ? static_cast<int>(now - kScales.begin()) : -1);
+    }
+}
+
+void SettingsWindow::showSkin(const core::EditorSettings& settings) {
+    auto texts = std::make_shared<toolkit::CComboUI::Texts>();
+    for (const SkinChoice& choice : kSkinChoices) {
+        texts->push_back(core::tr(choice.text));
+    }
+    if (auto* combo = find<toolkit::CComboUI>(kComboSkin)) {
+        combo->SetItemTexts(texts);
+        combo->SelectItem(static_cast<int>(&chosenSkin(settings) - kSkinChoices.data()));
+    }
+}
+
 void SettingsWindow::OnItemSelect(toolkit::TNotifyUI& message) {
     const auto& settings = context().services.editorSettings;
     const auto* combo = toolkit::controlCast<toolkit::CComboUI>(message.pSender);
-    if (!settings || combo == nullptr || combo->GetName() != kComboScale ||
-        combo->GetCurSel() < 0) {
+    if (!settings || combo == nullptr || combo->GetCurSel() < 0) {
         return;
     }
-    const int scale = kScales.at(static_cast<std::size_t>(combo->GetCurSel()));
-    if (scale != settings->scale()) {
-        settings->setScale(scale); // a failed write is in the log
-        context().gui.windows().setZoom(scale / 100.0);
+    // What cannot be kept counts for this run; the log says why.
+    const auto chosen = static_cast<std::size_t>(combo->GetCurSel());
+    if (combo->GetName() == kComboSkin) {
+        keepSkin(*settings, kSkinChoices.at(chosen));
+        context().gui.windows().setAppearance(kSkinChoices.at(chosen).appearance);
+    } else if (combo->GetName() == kComboScale && kScales.at(chosen) != settings->scale()) {
+        settings->setScale(kScales.at(chosen));
+        context().gui.windows().setZoom(kScales.at(chosen) / 100.0);
     }
 }
 

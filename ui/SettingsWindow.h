@@ -9,6 +9,9 @@
 #include "ui/EditorWindow.h"
 #include "ui/WindowContext.h"
 
+namespace core {
+class EditorSettings;
+}
 namespace imports {
 struct Converter;
 }
@@ -31,6 +34,8 @@ public:
     void OnItemSelect(toolkit::TNotifyUI& message) override;
 
 private:
+    void showScale(const core::EditorSettings& settings);
+    void showSkin(const core::EditorSettings& settings);
     void chooseConverter();
     /// Looks for the converter in the background and shows where it is.
     void showConverter();

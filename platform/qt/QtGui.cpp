@@ -32,10 +32,18 @@ void QtComponents::uninitialize() {
     --m_count;
 }
 
+bool QtEditorApplication::event(QEvent* event) {
+    if (event->type() == QEvent::ApplicationPaletteChange && m_colorsChanged) {
+        guardedRun("change of colours", m_colorsChanged);
+    }
+    return QApplication::event(event);
+}
+
 QtGui::QtGui()
     : m_application(argumentCount, arguments), m_windows(m_fonts), m_signals([this] { end(); }) {
     // The application took the user's number format; our files have points in their numbers.
     std::setlocale(LC_NUMERIC, "C");
+    m_application.setColorsChanged([this] { m_windows.systemColorsChanged(); });
     QtAccessibleNodes::install();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setDesktopFileName(QStringLiteral("quorvel"));
@@ -47,6 +55,7 @@ QtGui::QtGui()
 }
 
 QtGui::~QtGui() {
+    m_application.setColorsChanged({});
     QtAccessibleNodes::forgetAll();
     // Surfaces whose windows are gone must not outlive the application.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

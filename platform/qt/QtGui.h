@@ -3,6 +3,8 @@
 
 #include <QApplication>
 #include <cstdint>
+#include <functional>
+#include <utility>
 
 #include "platform/Gui.h"
 #include "platform/Sound.h"
@@ -26,6 +28,19 @@ private:
     int m_count = 0;
 };
 
+/// Tells when the system's colours change.
+class QtEditorApplication final : public QApplication {
+public:
+    using QApplication::QApplication;
+    void setColorsChanged(std::function<void()> changed) { m_colorsChanged = std::move(changed); }
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    std::function<void()> m_colorsChanged;
+};
+
 class QtGui final : public Gui {
 public:
     QtGui();
@@ -45,7 +60,7 @@ public:
 private:
     void end();
 
-    QApplication m_application;
+    QtEditorApplication m_application;
     QtEventLoop m_loop;
     QtFontSet m_fonts;
     QtWindowHost m_windows;

@@ -2,9 +2,11 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QPalette>
 #include <QScreen>
 #include <algorithm>
 
+#include "platform/Event.h"
 #include "platform/Guard.h"
 #include "platform/WindowScale.h"
 #include "platform/qt/QtConvert.h"
@@ -39,12 +41,36 @@ void QtWindowHost::setZoom(double zoom) {
         return;
     }
     m_zoom = zoom;
-    const std::vector<QtWindow*> windows = m_windows; // a resized event may close one
+    forEachWindow([](QtWindow& window) { window.rescale(); });
+}
+
+void QtWindowHost::forEachWindow(const std::function<void(QtWindow&)>& act) {
+    const std::vector<QtWindow*> windows = m_windows; // an event may close one
     for (QtWindow* window : windows) {
         if (std::find(m_windows.begin(), m_windows.end(), window) != m_windows.end()) {
-            window->rescale();
+            act(*window);
         }
     }
+}
+
+void QtWindowHost::setAppearance(Appearance appearance) {
+    m_appearance = appearance;
+    systemColorsChanged();
+}
+
+void QtWindowHost::systemColorsChanged() {
+    constexpr int kHalf = 128;
+    const bool isSystemDark =
+        QGuiApplication::palette().color(QPalette::Window).lightness() < kHalf;
+    const bool isDark =
+        m_appearance == Appearance::dark || (m_appearance == Appearance::asSystem && isSystemDark);
+    if (m_isDark == isDark) {
+        return;
+    }
+    m_isDark = isDark;
+    Event event;
+    event.kind = EventKind::appearanceChanged;
+    forEachWindow([&](QtWindow& window) { window.send(event); });
 }
 
 std::u16string QtWindowHost::clipboardText() const {

@@ -1,6 +1,7 @@
 // Creates windows and offers what they share: screens, the clipboard and the mouse capture.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -25,6 +26,10 @@ public:
                                                              WindowEvents& events) override;
     void setZoom(double zoom) override;
     [[nodiscard]] double zoom() const override { return m_zoom; }
+    void setAppearance(Appearance appearance) override;
+    [[nodiscard]] bool isDark() const override { return m_isDark; }
+    /// The system may have become dark or light.
+    void systemColorsChanged();
     [[nodiscard]] int primaryScreenHeight() const override;
     [[nodiscard]] Rect workArea(Point point) const override { return workArea(point, m_zoom); }
     /// The same in layout pixels of which each is `unit` of Qt's.
@@ -46,8 +51,12 @@ public:
     [[nodiscard]] QtTextPainter& textPainter() { return m_textPainter; }
 
 private:
+    void forEachWindow(const std::function<void(QtWindow&)>& act);
+
     QtTextPainter m_textPainter;
     double m_zoom = 1;
+    Appearance m_appearance = Appearance::light;
+    bool m_isDark = false;
     std::vector<QtWindow*> m_windows;   ///< living ones, oldest first; not owned
     QtWindowInput* m_capture = nullptr; ///< of one of m_windows
 };

@@ -22,8 +22,9 @@ namespace platform::win32 {
 /// What windows share with the rest of the back end. Not owned by them.
 struct WindowServices {
     raster::TextPainter* text = nullptr;
-    const double* zoom = nullptr;     ///< the host's
-    std::function<void()> endProgram; ///< called when the session ends
+    const double* zoom = nullptr;          ///< the host's
+    std::function<void()> endProgram;      ///< called when the session ends
+    std::function<void()> settingsChanged; ///< called when the user has changed the system's
 };
 
 class Win32Window final : public NativeWindow, private WindowAccessibility {

@@ -1,9 +1,11 @@
 #include "platform/win32/Win32WindowHost.h"
 
 #include <cstring>
+#include <functional>
 #include <utility>
 #include <vector>
 
+#include "platform/Event.h"
 #include "platform/Guard.h"
 #include "platform/WindowScale.h"
 #include "platform/win32/Handles.h"
@@ -61,10 +63,31 @@ BOOL CALLBACK noteWindow(HWND window, LPARAM windows) {
     return TRUE;
 }
 
+void forEachWindow(const std::function<void(Win32Window&)>& act) {
+    std::vector<HWND> windows;
+    EnumThreadWindows(GetCurrentThreadId(), noteWindow, reinterpret_cast<LPARAM>(&windows));
+    for (HWND handle : windows) {
+        if (Win32Window* window = Win32Window::fromHandle(handle)) { // the one before may close it
+            act(*window);
+        }
+    }
+}
+
+/// As the user has chosen for programs, since Windows 10.
+bool isSystemDark() {
+    DWORD isLight = 1;
+    DWORD size = sizeof isLight;
+    const LSTATUS status = RegGetValueW(
+        HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
+        L"AppsUseLightTheme", RRF_RT_REG_DWORD, nullptr, &isLight, &size);
+    return status == ERROR_SUCCESS && isLight == 0;
+}
+
 } // namespace
 
 Win32WindowHost::Win32WindowHost(WindowServices services) : m_services(std::move(services)) {
     m_services.zoom = &m_zoom;
+    m_services.settingsChanged = [this] { updateAppearance(); };
 }
 
 std::unique_ptr<NativeWindow> Win32WindowHost::createWindow(const WindowOptions& options,
@@ -110,13 +133,24 @@ void Win32WindowHost::setZoom(double zoom) {
         return;
     }
     m_zoom = zoom;
-    std::vector<HWND> windows;
-    EnumThreadWindows(GetCurrentThreadId(), noteWindow, reinterpret_cast<LPARAM>(&windows));
-    for (HWND handle : windows) {
-        if (Win32Window* window = Win32Window::fromHandle(handle)) { // the one before may close it
-            window->rescale(window->screenGeometry().topLeft());
-        }
+    forEachWindow([](Win32Window& window) { window.rescale(window.screenGeometry().topLeft()); });
+}
+
+void Win32WindowHost::setAppearance(Appearance appearance) {
+    m_appearance = appearance;
+    updateAppearance();
+}
+
+void Win32WindowHost::updateAppearance() {
+    const bool isDark = m_appearance == Appearance::dark ||
+                        (m_appearance == Appearance::asSystem && isSystemDark());
+    if (m_isDark == isDark) {
+        return;
     }
+    m_isDark = isDark;
+    Event event;
+    event.kind = EventKind::appearanceChanged;
+    forEachWindow([&](Win32Window& window) { window.send(event); });
 }
 
 std::u16string Win32WindowHost::clipboardText() const {

@@ -19,6 +19,8 @@ public:
                                                              WindowEvents& events) override;
     void setZoom(double zoom) override;
     [[nodiscard]] double zoom() const override { return m_zoom; }
+    void setAppearance(Appearance appearance) override;
+    [[nodiscard]] bool isDark() const override { return m_isDark; }
     [[nodiscard]] int primaryScreenHeight() const override;
     [[nodiscard]] Rect workArea(Point point) const override;
     /// The same in layout pixels of which each is `scale` of the screen's.
@@ -29,9 +31,13 @@ public:
     [[nodiscard]] std::u16string foldedCase(std::u16string_view text) const override;
 
 private:
+    /// The user or the system may want another.
+    void updateAppearance();
     [[nodiscard]] double primaryScale() const;
 
     double m_zoom = 1;
+    Appearance m_appearance = Appearance::light;
+    bool m_isDark = false;
     WindowServices m_services;
 };
 

@@ -133,8 +133,11 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
     }
     case WM_EXITSIZEMOVE: // maybe on another monitor
     case WM_DISPLAYCHANGE:
+        refit();
+        break;
     case WM_SETTINGCHANGE:
         refit();
+        m_services.settingsChanged();
         break;
     case WM_TIMER:
         m_timers.handle(wide);

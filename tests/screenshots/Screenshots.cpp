@@ -1,10 +1,11 @@
 // Pictures of every window for the documents.
 //
-//   screenshots FOLDER [plain|sizes]
+//   screenshots FOLDER [plain|sizes|dark]
 //
 // Runs in a folder with UI/, Translations.ini and the demo scenes, as the editor does. "plain"
 // leaves out all texts, which each system draws in its own way: the rest is the same to the pixel.
-// "sizes" shows the windows in other sizes and at 200 % instead, on a screen of 3840 x 2160.
+// "sizes" shows the windows in other sizes and at 200 % instead, on a screen of 3840 x 2160; "dark"
+// shows them dark.
 
 #include <algorithm>
 #include <cstdint>
@@ -78,6 +79,8 @@ public:
         std::filesystem::create_directories(m_folder);
         m_good = app::createServices(m_services, m_state);
     }
+
+    void setDark() { m_gui.windows().setAppearance(platform::Appearance::dark); }
 
     void takeAll() {
         take<ui::OpenScene>("OpenScene");
@@ -486,11 +489,15 @@ private:
 
 int run(const std::vector<std::string_view>& arguments) {
     const std::string_view mode = arguments.size() == 2 ? arguments[1] : std::string_view();
-    if (arguments.empty() || (arguments.size() > 1 && mode != "plain" && mode != "sizes")) {
-        std::cerr << "usage: screenshots FOLDER [plain|sizes]\n";
+    if (arguments.empty() ||
+        (arguments.size() > 1 && mode != "plain" && mode != "sizes" && mode != "dark")) {
+        std::cerr << "usage: screenshots FOLDER [plain|sizes|dark]\n";
         return 2;
     }
     Photographer photographer(std::filesystem::absolute(arguments.front()), mode == "plain");
+    if (mode == "dark") {
+        photographer.setDark();
+    }
     if (mode == "sizes") {
         photographer.takeSizes();
     } else {

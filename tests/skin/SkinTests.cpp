@@ -240,7 +240,7 @@ const Layout kLayouts[] = {
      ui::kOpenSceneCommands},
     {"Keys", "EditFindKey ButtonKeysCopy ButtonManual ButtonKeysClose", ui::kKeysCommands},
     {"Settings",
-     "ComboScale EditConverter ButtonFindConverter CheckKeepDrafts CheckKeepBackups "
+     "ComboSkin ComboScale EditConverter ButtonFindConverter CheckKeepDrafts CheckKeepBackups "
      "ButtonSettingsClose",
      ui::kSettingsCommands},
     {"Publish",

@@ -1,15 +1,20 @@
 // A skin from a folder or from the zip beside it, good and hostile.
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <zlib.h>
 
+#include "platform/Window.h"
 #include "tests/support/Random.h"
+#include "tests/support/gui/TestGui.h"
 #include "tests/toolkit/ToolkitTest.h"
+#include "toolkit/skin/ImageCache.h"
 #include "toolkit/skin/Skin.h"
 #include "toolkit/skin/ZipArchive.h"
 
@@ -117,6 +122,42 @@ TEST_F(Skins, ThatAreZippedShowTheirLayoutsAndImages) {
     m_window = std::make_shared<RecordingWindow>(test::gui());
     ASSERT_TRUE(m_window->Create(nullptr, u"Test", 0, 0));
     EXPECT_EQ(driver().pixel({20, 15}), 0xFFFF0000);
+}
+
+TEST_F(Skins, WithADarkFolderGetDarkAtOnceAndOthersStayAsTheyAre) {
+    constexpr const char* kLayout =
+        R"(<Window size="40,30"><Control pos="0,0,20,30" bkcolor="band"/>
+        <Control pos="20,0,20,30" bkimage="A.bmp"/></Window>)";
+    const std::vector<ZipEntry> light{{"Test.xml", kLayout},
+                                      {"A.bmp", bmp(2, 2, 0xFFFF0000)},
+                                      {"Dark/A.bmp", bmp(2, 2, 0xFF00FF00)}};
+    using Colors = std::pair<std::uint32_t, std::uint32_t>;
+    const Colors own{0xFFE6EBF1, 0xFFFF0000};
+    for (const bool canBeDark : {true, false}) {
+        for (const bool isZip : {true, false}) {
+            std::vector<ZipEntry> files = light;
+            if (canBeDark) {
+                files.push_back({"Dark/Icons.txt", "color band #112233\n"});
+            }
+            support::writeBytes("UI.zip", zipOf(files));
+            for (const ZipEntry& file : isZip ? std::vector<ZipEntry>() : files) {
+                support::writeBytes("UI/" + file.name, file.data);
+            }
+            m_window = std::make_shared<RecordingWindow>(test::gui());
+            ASSERT_TRUE(m_window->Create(nullptr, u"Test", 0, 0));
+            const auto shown = [&](platform::Appearance wanted) {
+                test::gui().windows().setAppearance(wanted);
+                return Colors{driver().pixel({10, 15}), driver().pixel({30, 15})};
+            };
+            EXPECT_EQ(shown(platform::Appearance::light), own);
+            EXPECT_EQ(shown(platform::Appearance::dark),
+                      canBeDark ? Colors(0xFF112233, 0xFF00FF00) : own);
+            EXPECT_EQ(shown(platform::Appearance::light), own);
+            m_window.reset();
+            toolkit::ImageCache::get().clear();
+        }
+        std::filesystem::remove_all("UI");
+    }
 }
 
 TEST(ZipArchive, ReadsStoredAndDeflatedFiles) {

@@ -1,5 +1,6 @@
 // The menus of the windows and the settings that they open.
 #include <cmath>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,6 +20,7 @@
 #include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/MenuPopup.h"
 #include "ui/OpenScene.h"
+#include "ui/SkinChoice.h"
 
 namespace {
 
@@ -154,6 +156,15 @@ TEST_F(BranchEditorMenu, ChangesOfTheSettingsCountAtOnce) {
     settings.click(u"CheckKeepDrafts");
     EXPECT_EQ(support::readBytes("Editor.ini"), "keepDrafts = true\r\nkeepBackups = false\r\n");
     EXPECT_EQ(settings.get<toolkit::CComboUI>(u"ComboScale").GetText(), u"100 %");
+    settings.click(u"ComboSkin");
+    settings.press(Key::down);
+    settings.press(Key::enter);
+    EXPECT_TRUE(m_gui.windows().isDark());
+    EXPECT_EQ(ui::chosenSkin(*m_services.editorSettings).appearance, platform::Appearance::dark);
+    constexpr std::uint32_t kDarkBand = 0xFF2A323B;
+    EXPECT_EQ(m_driver->pixel({3, 3}), kDarkBand) << "in the window below";
+    EXPECT_EQ(settings.pixel({3, 3}), kDarkBand);
+    m_gui.windows().setAppearance(platform::Appearance::light);
     const Size size = m_driver->picture().size();
     settings.click(u"ComboScale");
     settings.press(Key::end);

@@ -181,6 +181,9 @@ bool DropListWindow::onEvent(const platform::Event& event) {
 
 bool DropListWindow::handle(const platform::Event& event) {
     switch (event.kind) {
+    case EventKind::appearanceChanged:
+        invalidate();
+        return true;
     case EventKind::mouseMove:
         follow(event.position);
         return true;

@@ -1,6 +1,7 @@
 #include "toolkit/skin/IconSet.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -36,8 +37,21 @@ platform::Rect scaled(const platform::Rect& rect, int percent) {
 
 } // namespace
 
-IconSet::IconSet(std::shared_ptr<const Skin> skin) : m_skin(std::move(skin)) {
-    const auto bytes = m_skin != nullptr ? m_skin->read("Icons.txt") : std::nullopt;
+IconSet::IconSet(std::shared_ptr<const Skin> skin, bool isDark)
+    : m_skin(std::move(skin)), m_isDark(isDark) {
+    if (m_skin == nullptr) {
+        return;
+    }
+    const std::string table = "Icons.txt";
+    read(table);
+    if (const std::string dark = m_skin->darkFile(table); m_isDark && dark != table) {
+        read(dark);
+    }
+    std::sort(m_scales.begin(), m_scales.end());
+}
+
+void IconSet::read(const std::string& file) {
+    const auto bytes = m_skin->read(file);
     const std::u16string text =
         bytes ? core::displayText(std::string(bytes->begin(), bytes->end())) : std::u16string();
     for (std::u16string_view rest = text; !rest.empty();) {
@@ -45,16 +59,17 @@ IconSet::IconSet(std::shared_ptr<const Skin> skin) : m_skin(std::move(skin)) {
         readLine(rest.substr(0, end));
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
-    std::sort(m_scales.begin(), m_scales.end());
 }
 
-std::shared_ptr<const IconSet> IconSet::of(const std::shared_ptr<const Skin>& skin) {
-    static std::map<std::weak_ptr<const Skin>, std::weak_ptr<const IconSet>, std::owner_less<>>
-        sets;
+std::shared_ptr<const IconSet> IconSet::of(const std::shared_ptr<const Skin>& skin, bool isDark) {
+    using Sets =
+        std::map<std::weak_ptr<const Skin>, std::weak_ptr<const IconSet>, std::owner_less<>>;
+    static std::array<Sets, 2> ofBoth;
+    Sets& sets = ofBoth.at(isDark ? 1 : 0);
     std::erase_if(sets, [](const auto& entry) { return entry.second.expired(); });
     auto set = sets[skin].lock();
     if (set == nullptr) {
-        set = std::make_shared<const IconSet>(skin);
+        set = std::make_shared<const IconSet>(skin, isDark);
         sets[skin] = set;
     }
     return set;
@@ -67,7 +82,10 @@ void IconSet::readLine(std::u16string_view line) {
     if (kind == u"scale") {
         for (auto word = nextWord(line); !word.empty(); word = nextWord(line)) {
             const int percent = parseInt(word).value_or(0);
-            if (percent >= kMinScale && percent <= kMaxScale && m_scales.size() < kMaxScales) {
+            const bool isNew =
+                std::find(m_scales.begin(), m_scales.end(), percent) == m_scales.end();
+            if (percent >= kMinScale && percent <= kMaxScale && m_scales.size() < kMaxScales &&
+                isNew) {
                 m_scales.push_back(percent);
             }
         }
@@ -111,7 +129,8 @@ int IconSet::scaleFor(double wanted) const {
 const std::shared_ptr<const platform::Bitmap>& IconSet::sheet(int percent) const {
     const auto [place, isNew] = m_sheets.try_emplace(percent);
     if (isNew) {
-        place->second = ImageCache::get().load(*m_skin, "Icons" + std::to_string(percent) + ".png");
+        const std::string file = "Icons" + std::to_string(percent) + ".png";
+        place->second = ImageCache::get().load(*m_skin, m_isDark ? m_skin->darkFile(file) : file);
     }
     return place->second;
 }

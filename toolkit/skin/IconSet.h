@@ -43,10 +43,11 @@ class IconSet {
 public:
     static constexpr std::size_t kMaxIcons = 1024;
 
-    /// Reads "Icons.txt" of the skin; the set is empty if there is none, or no skin.
-    explicit IconSet(std::shared_ptr<const Skin> skin);
+    /// Reads "Icons.txt" of the skin, then the dark one if wanted; the set is empty if there is
+    /// none, or no skin.
+    explicit IconSet(std::shared_ptr<const Skin> skin, bool isDark = false);
     /// The set of a skin, shared for as long as anyone holds it.
-    static std::shared_ptr<const IconSet> of(const std::shared_ptr<const Skin>& skin);
+    static std::shared_ptr<const IconSet> of(const std::shared_ptr<const Skin>& skin, bool isDark);
 
     /// Draws the icon over the control at `rect`, with the mask for the canvas's scale, at
     /// `usualPlace` unless the style has one. An unknown one draws nothing.
@@ -61,6 +62,7 @@ public:
 private:
     using Colors = std::array<platform::Color, 5>; ///< indexed by IconState
 
+    void read(const std::string& file);
     void readLine(std::u16string_view line);
     void readPlace(const std::u16string& name, std::u16string_view line, bool isSquare);
     [[nodiscard]] const std::shared_ptr<const platform::Bitmap>& sheet(int percent) const;
@@ -68,6 +70,7 @@ private:
     [[nodiscard]] int scaleFor(double wanted) const;
 
     std::shared_ptr<const Skin> m_skin;
+    bool m_isDark;
     std::vector<int> m_scales;                                               ///< ascending
     mutable std::map<int, std::shared_ptr<const platform::Bitmap>> m_sheets; ///< by scale
     /// By name, in the sheet of 100 percent. Images are named as their files.

@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "core/Paths.h"
 #include "core/Services.h"
 #include "platform/FileSystem.h"
 
@@ -74,6 +75,7 @@ std::shared_ptr<const Skin> Skin::open(const std::string& folder) {
             skin->m_zip = ZipArchive::open(std::move(*bytes));
         }
     }
+    skin->m_canBeDark = skin->has("Dark/Icons.txt");
     opened[identity] = skin;
     return skin;
 }
@@ -89,6 +91,16 @@ std::optional<Bytes> Skin::read(const std::string& file) const {
         return std::nullopt; // neither folder nor archive
     }
     return readFile(m_identity + file, kMaxFileBytes);
+}
+
+bool Skin::has(const std::string& file) const {
+    return m_zip ? m_zip->contains(file)
+                 : m_identity.back() == '/' && core::isFile(m_identity + file);
+}
+
+std::string Skin::darkFile(const std::string& file) const {
+    std::string dark = "Dark/" + file;
+    return m_canBeDark && has(dark) ? dark : file;
 }
 
 std::string Skin::describe(const std::string& file) const {

@@ -25,6 +25,9 @@ public:
     /// A file of the skin, "/" between folders; empty when it is missing, too large or its name
     /// leads out of the skin.
     [[nodiscard]] std::optional<std::vector<std::uint8_t>> read(const std::string& file) const;
+    /// What stands for `file` in the dark skin: the one in its folder "Dark", or the file itself
+    /// where that has none or the skin cannot be dark.
+    [[nodiscard]] std::string darkFile(const std::string& file) const;
     /// `file` as messages name it: folder and name.
     [[nodiscard]] std::string describe(const std::string& file) const;
     /// The same text for the same source of files.
@@ -32,10 +35,12 @@ public:
 
 private:
     Skin() = default;
+    [[nodiscard]] bool has(const std::string& file) const;
 
     std::string m_folder; ///< as given, with a final separator
     std::string m_identity;
     std::optional<ZipArchive> m_zip;
+    bool m_canBeDark = false;
 };
 
 } // namespace toolkit

@@ -16,6 +16,27 @@ void WindowLook::SetSkin(std::shared_ptr<const Skin> skin) {
     m_icons.reset();
 }
 
+void WindowLook::SetDark(bool isDark) {
+    if (m_isDark == isDark) {
+        return;
+    }
+    m_isDark = isDark;
+    m_icons.reset();
+    for (auto& [attribute, image] : m_images) {
+        if (image) {
+            image->scales = &icons();
+            if (auto bitmap = loadImage(image->file)) {
+                image->bitmap = std::move(bitmap);
+            }
+        }
+    }
+}
+
+std::shared_ptr<const platform::Bitmap> WindowLook::loadImage(const std::u16string& file) {
+    const std::string name = core::storedText(file);
+    return ImageCache::get().load(*m_skin, m_isDark ? m_skin->darkFile(name) : name);
+}
+
 void WindowLook::Clear() {
     m_fontHandles.clear();
     m_defaults.clear();
@@ -33,7 +54,7 @@ const SkinImage* WindowLook::GetImage(const std::u16string& attribute) {
     const ImageAttribute parsed = ImageAttribute::parse(attribute);
     std::optional<SkinImage>& image = m_images[attribute];
     if (!parsed.file.empty()) {
-        if (auto bitmap = ImageCache::get().load(*m_skin, core::storedText(parsed.file))) {
+        if (auto bitmap = loadImage(parsed.file)) {
             image = SkinImage{std::move(bitmap), parsed.corner, parsed.dest, parsed.file, &icons()};
         }
     }
@@ -42,7 +63,7 @@ const SkinImage* WindowLook::GetImage(const std::u16string& attribute) {
 
 const IconSet& WindowLook::icons() {
     if (m_icons == nullptr) {
-        m_icons = IconSet::of(m_skin);
+        m_icons = IconSet::of(m_skin, m_isDark);
     }
     return *m_icons;
 }

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Bitmap.h"
 #include "platform/Color.h"
 #include "platform/FontSet.h"
 #include "toolkit/skin/IconSet.h"
@@ -32,6 +33,8 @@ public:
     /// Forgets everything but the skin.
     void Clear();
     void SetSkin(std::shared_ptr<const Skin> skin);
+    /// Light at first. Images keep their pointers.
+    void SetDark(bool isDark);
     /// The image that an attribute names; null when it names none that can be read. The pointer
     /// stays valid until Clear.
     [[nodiscard]] const SkinImage* GetImage(const std::u16string& attribute);
@@ -52,12 +55,15 @@ public:
     [[nodiscard]] const Attributes& GetDefaults(const std::u16string& className) const;
 
 private:
+    [[nodiscard]] std::shared_ptr<const platform::Bitmap> loadImage(const std::u16string& file);
+
     platform::FontSet& m_fonts;
     std::shared_ptr<const Skin> m_skin;
     std::shared_ptr<const IconSet> m_icons; ///< null until one is asked for
     std::unordered_map<std::u16string, std::optional<SkinImage>> m_images;
     std::unordered_map<std::u16string, Attributes> m_defaults;
     std::vector<platform::FontHandle> m_fontHandles;
+    bool m_isDark = false;
 };
 
 } // namespace toolkit

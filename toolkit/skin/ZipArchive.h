@@ -23,6 +23,7 @@ public:
 
     /// In no particular order.
     [[nodiscard]] std::vector<std::string> names() const;
+    [[nodiscard]] bool contains(const std::string& name) const { return m_entries.contains(name); }
     /// The entry's bytes; empty when it is missing, damaged, too large or of a kind not read.
     [[nodiscard]] std::optional<std::vector<std::uint8_t>> read(const std::string& name) const;
 

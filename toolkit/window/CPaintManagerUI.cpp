@@ -37,6 +37,7 @@ void CPaintManagerUI::Init(platform::NativeWindow* window) {
     m_closing = false;
     m_mouse.windowChanged();
     m_look.Clear();
+    m_look.SetDark(m_gui.windows().isDark());
     m_ranges.clear();
     m_caption = {};
     // Their windows were destroyed with the former one, which owned them.

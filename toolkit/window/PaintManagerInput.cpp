@@ -67,6 +67,11 @@ bool CPaintManagerUI::dispatch(const platform::Event& event) {
             SetWindowSize(m_window->geometry().size());
         }
         return filter(event);
+    case EventKind::appearanceChanged:
+        m_toolTip->hide();
+        m_look.SetDark(m_gui.windows().isDark());
+        Invalidate(platform::Rect::at(0, 0, m_windowSize.width, m_windowSize.height));
+        return true;
     case EventKind::activated:
         m_focus.windowActivated();
         return filter(event);

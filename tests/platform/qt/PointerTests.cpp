@@ -1,8 +1,12 @@
 // What the pointer does beyond clicks: which pixel it lies in on screens that have several for each
 // of ours, and the move of a window by its caption.
+#include <QApplication>
 #include <QCoreApplication>
 #include <QMouseEvent>
+#include <QPalette>
+#include <algorithm>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -32,6 +36,31 @@ TEST(PointerPixel, IsTheOneThatThePositionLiesInAndNotTheNearest) {
         QCoreApplication::sendEvent(&surface, &release);
         EXPECT_EQ(window.takeEvents(), std::vector<std::string>{expected});
     }
+}
+
+TEST(Appearance, FollowsTheSystemWhileItIsToldTo) {
+    using platform::Appearance;
+    platform::WindowHost& windows = test::gui().windows();
+    test::TestWindow window;
+    window.show();
+    const QPalette before = QApplication::palette();
+    const auto isTold = [&] { // at once
+        const std::vector<std::string> events = window.takeEvents();
+        return std::find(events.begin(), events.end(), "appearance") != events.end();
+    };
+    static_cast<void>(window.takeEvents());
+    for (const auto& [chosen, isSystemDark, isDark] : {std::tuple(Appearance::light, true, false),
+                                                       {Appearance::asSystem, true, true},
+                                                       {Appearance::asSystem, false, false},
+                                                       {Appearance::dark, false, true},
+                                                       {Appearance::light, false, false}}) {
+        const bool changes = windows.isDark() != isDark;
+        windows.setAppearance(chosen);
+        QApplication::setPalette(QPalette(isSystemDark ? Qt::black : Qt::lightGray));
+        EXPECT_EQ(windows.isDark(), isDark);
+        EXPECT_EQ(isTold(), changes);
+    }
+    QApplication::setPalette(before);
 }
 
 TEST(CaptionMove, IsHandedToTheSystemAtTheFirstMotionWithTheButtonDown) {

@@ -1,4 +1,5 @@
 // The pointer as Windows shows it, after real movements, and sizes given from outside.
+#include <tuple>
 #include <utility>
 
 #include <windows.h>
@@ -28,6 +29,29 @@ TEST(Sizing, OfTheUsersIsKeptThroughOtherScales) {
         test::pump();
     }
     EXPECT_EQ(window.native().geometry().size(), (platform::Size{340, 260}));
+}
+
+TEST(Appearance, FollowsTheSystemWhileItIsToldTo) {
+    using platform::Appearance;
+    platform::WindowHost& windows = test::gui().windows();
+    test::TestWindow window;
+    window.show();
+    constexpr const wchar_t* kPlace =
+        L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
+    constexpr const wchar_t* kName = L"AppsUseLightTheme";
+    for (const auto& [chosen, isSystemDark, isDark] : {std::tuple(Appearance::light, true, false),
+                                                       {Appearance::asSystem, true, true},
+                                                       {Appearance::asSystem, false, false},
+                                                       {Appearance::dark, false, true},
+                                                       {Appearance::light, false, false}}) {
+        windows.setAppearance(chosen);
+        const DWORD value = isSystemDark ? 0 : 1;
+        RegSetKeyValueW(HKEY_CURRENT_USER, kPlace, kName, REG_DWORD, &value, sizeof value);
+        SendMessageW(static_cast<platform::win32::Win32Window&>(window.native()).handle(),
+                     WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
+        EXPECT_EQ(windows.isDark(), isDark);
+    }
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, kPlace, kName);
 }
 
 TEST_F(Pointer, HasTheShapeOfWhatIsUnderIt) {

@@ -17,10 +17,10 @@ using platform::Event;
 using platform::EventKind;
 
 /// By EventKind.
-constexpr const char* kNames[] = {"move",      "down",         "up",          "double",  "wheel",
-                                  "leave",     "keyDown",      "keyUp",       "text",    "preedit",
-                                  "activated", "deactivated",  "captureLost", "resized", "files",
-                                  "timer",     "closeRequest", "destroyed"};
+constexpr const char* kNames[] = {
+    "move",  "down",       "up",      "double",       "wheel",       "leave",       "keyDown",
+    "keyUp", "text",       "preedit", "activated",    "deactivated", "captureLost", "resized",
+    "files", "appearance", "timer",   "closeRequest", "destroyed"};
 
 /// An event as text: its kind, then what it carries.
 std::string describe(const Event& event) {

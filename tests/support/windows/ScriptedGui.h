@@ -79,6 +79,10 @@ public:
     }
     void setZoom(double zoom) override { m_real.windows().setZoom(zoom); }
     double zoom() const override { return m_real.windows().zoom(); }
+    void setAppearance(platform::Appearance appearance) override {
+        m_real.windows().setAppearance(appearance);
+    }
+    bool isDark() const override { return m_real.windows().isDark(); }
     int primaryScreenHeight() const override {
         return screenHeight.value_or(m_real.windows().primaryScreenHeight());
     }
