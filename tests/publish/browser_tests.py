@@ -86,6 +86,17 @@ class Browser:
         self.press_button("begin")
         self.wait("quorvel.frame > 0", "playing")
 
+    def measure(self):
+        """From each key or click that leads to a branch to its first picture, in window.times."""
+        self.run("""
+            window.times = [];
+            for (const event of ["keydown", "click"]) addEventListener(event, () => {
+              const began = performance.now(), length = quorvel.path.length;
+              const look = () => quorvel.path.length !== length && quorvel.shows
+                ? window.times.push(performance.now() - began) : requestAnimationFrame(look);
+              look();
+            }, true);""")
+
     def press_button(self, name):
         self.driver.find_element("id", name).click()
 
@@ -227,6 +238,7 @@ class PageTests(unittest.TestCase):
             with self.subTest(server=server):
                 Served.asked.clear()
                 self.open(self.demo, server)
+                self.browser.measure()
                 self.browser.start()
                 self.browser.wait("quorvel.frame > 12", "a later picture")
                 self.browser.key("l")
@@ -236,6 +248,9 @@ class PageTests(unittest.TestCase):
                 self.browser.wait_path(1)
                 self.browser.wait("quorvel.path.length > 1", "the end of the clip")
                 self.assertEqual(self.browser.state("path")[1]["seconds"], 4)
+                first, *changes = self.browser.wait("window.times.length > 2 && window.times", "three pictures")
+                print(f"From a {'server' if server else 'disk'}: first picture after {first:.0f} ms (wanted: < 500), changes"
+                      f" of branches {', '.join(f'{time:.0f}' for time in changes)} ms (wanted: < 150)")
                 folder = self.url(self.demo, server)[:-len("index.html")]
                 self.assertEqual([url for url in self.browser.requests() if not url.startswith(folder)], [])
                 self.assertEqual([path for path in Served.asked if not path.startswith("/demo/")], [])
