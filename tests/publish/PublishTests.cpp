@@ -223,7 +223,7 @@ TEST_F(PublishSceneTest, ConvertsAgainOnlyWhatHasChanged) {
     EXPECT_EQ(converted(both), Names{"other.ogv"});
     support::writeBytes("page/clips/1.webm", std::string("damaged"));
     EXPECT_EQ(converted(both), Names{"good.ogv"});
-    m_converter.ffmpeg = m_folder.path() + "another converter";
+    m_converter.ffmpeg = m_folder.path() + "another.exe";
     std::filesystem::copy_file(FAKE_CONVERTER, m_converter.ffmpeg);
     EXPECT_EQ(converted(both), both);
     // A list that leads out of the folder.
