@@ -90,6 +90,14 @@ class SkinTest(unittest.TestCase):
         self.assertEqual(["Dark: Extra.png: only in one of the skin and its folder Dark",
                           "Extra.png: no layout uses it"], findings(self.folder))
 
+    def test_the_dark_skin_is_read_as_well(self):
+        self.edit(os.path.join("Dark", "Icons.txt"), "color hint #9BA8B6", "color hint #4A5662")
+        self.edit(os.path.join("Dark", "Icons.txt"), "color key #7DBBF7", "color key #1D63AD")
+        found = findings(self.folder)
+        for finding in ("Dark: Icons.txt: color hint on surface: contrast 2.4, needed 4.5",
+                        "Dark: Icons.txt: color key on canvas: contrast 2.8, needed 3"):
+            self.assertIn(finding, found)
+
     def test_another_text_differs_from_the_table(self):
         self.edit("BranchList.xml", 'text="Edit Zones"', 'text="Edit Zone"')
         self.assertEqual(["BranchList.xml: ButtonEditZones: text is 'Edit Zone', must be 'Edit Zones'"],
