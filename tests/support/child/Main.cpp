@@ -1,7 +1,6 @@
 // A program for tests of child processes; its first argument says what it does.
 #include <chrono>
 #include <cstddef>
-#include <cstdlib>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -58,14 +57,6 @@ int spawn(const Arguments& arguments) {
     return 3;
 }
 
-/// allocate BYTES: ends with 4 when that much is not to be had.
-int allocate(const Arguments& arguments) {
-    const std::size_t bytes = std::stoul(arguments.at(1));
-    const std::unique_ptr<char, decltype(&std::free)> memory(
-        static_cast<char*>(std::calloc(bytes, 1)), &std::free);
-    return memory ? 0 : 4;
-}
-
 /// 7 when standard input is empty.
 int read(const Arguments& /*arguments*/) {
     return std::cin.get() == std::char_traits<char>::eof() ? 7 : 1;
@@ -75,8 +66,7 @@ int read(const Arguments& /*arguments*/) {
 
 int main(int count, char** values) {
     const std::map<std::string_view, int (*)(const Arguments&)> commands{
-        {"allocate", allocate}, {"echo", echo}, {"flood", flood},
-        {"hold", hold},         {"read", read}, {"spawn", spawn}};
+        {"echo", echo}, {"flood", flood}, {"hold", hold}, {"read", read}, {"spawn", spawn}};
     Arguments arguments(values, values + count);
     const auto command = commands.find(count > 1 ? values[1] : "");
     if (command == commands.end()) {
