@@ -41,6 +41,12 @@ std::shared_ptr<Translations> Translations::create(const std::string& path,
 
 Translations::Translations(const std::string& language) : m_language(language) {}
 
+std::shared_ptr<Translations> Translations::in(const std::string& language) const {
+    auto other = std::make_shared<Translations>(*this);
+    other->m_language = language;
+    return other;
+}
+
 bool Translations::load(const std::string& path) {
     if (!isFolder(path)) {
         return loadFile(path);

@@ -1,5 +1,5 @@
 // The texts of the user interface in the chosen language, read from INI files whose sections are
-// named "Language:" followed by a language's name. UI thread only.
+// named "Language:" followed by a language's name. Does not change once it is made.
 #pragma once
 
 #include <map>
@@ -7,9 +7,12 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <utility>
+#include <string_view>
 
 namespace core {
+
+/// The setting of the editor that comes before the language of the product's settings.
+inline constexpr std::string_view kLanguageKey = "language";
 
 class Translations {
 public:
@@ -29,7 +32,8 @@ public:
     [[nodiscard]] std::optional<std::string> find(const std::string& key) const;
 
     [[nodiscard]] const std::string& language() const { return m_language; }
-    void setLanguage(std::string language) { m_language = std::move(language); }
+    /// The same texts with another current language.
+    [[nodiscard]] std::shared_ptr<Translations> in(const std::string& language) const;
     /// The languages for which the files have texts, as spelled there.
     [[nodiscard]] const std::set<std::string>& languages() const { return m_languages; }
 

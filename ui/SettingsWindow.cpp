@@ -3,14 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "core/Texts.h"
+#include "core/Translations.h"
 #include "import/Converter.h"
 #include "platform/FileSystem.h"
 #include "platform/Gui.h"
@@ -45,6 +48,14 @@ constexpr Box kBoxes[] = {
      &core::EditorSettings::setKeepBackups},
 };
 
+/// Languages and what they call themselves, in the order shown; others follow by their name.
+constexpr std::pair<std::string_view, std::u16string_view> kLanguages[] = {
+    {"English", u"English"},
+    {"French", u"Français"},
+    {"German", u"Deutsch"},
+    {"Spanish", u"Español"},
+    {"Dutch", u"Nederlands"}};
+constexpr std::u16string_view kComboLanguage = u"ComboLanguage";
 constexpr std::u16string_view kComboSkin = u"ComboSkin";
 constexpr std::u16string_view kComboScale = u"ComboScale";
 constexpr std::u16string_view kConverterEdit = u"EditConverter";
@@ -105,7 +116,48 @@ void SettingsWindow::showConverter(const imports::Converter& converter) {
     }
 }
 
+void SettingsWindow::showLanguages() {
+    auto* combo = find<toolkit::CComboUI>(kComboLanguage);
+    const auto& translations = context().services.translations;
+    if (combo == nullptr || !translations) {
+        return;
+    }
+    std::map<std::string, std::string> left; // by their small letters, as the catalogue has them
+    for (const std::string& language : translations->languages()) {
+        left.emplace(core::lowerCase(language), language);
+    }
+    left.emplace("english", "English"); // is in the program
+    auto texts = std::make_shared<toolkit::CComboUI::Texts>();
+    for (const auto& [name, shown] : kLanguages) {
+        if (left.erase(core::lowerCase(name)) > 0) {
+            m_languages.emplace_back(name);
+            texts->emplace_back(shown);
+        }
+    }
+    for (const auto& [folded, language] : left) {
+        m_languages.push_back(language);
+        texts->push_back(core::displayText(language));
+    }
+    const auto now =
+        std::find_if(m_languages.begin(), m_languages.end(), [&](const std::string& language) {
+            return core::lowerCase(language) == core::lowerCase(translations->language());
+        });
+    combo->SetItemTexts(texts);
+    combo->SelectItem(now != m_languages.end() ? static_cast<int>(now - m_languages.begin()) : -1);
+}
+
+void SettingsWindow::chooseLanguage(std::size_t place) {
+    auto& services = context().services;
+    const std::string& language = m_languages.at(place);
+    if (language != services.translations->language()) {
+        services.editorSettings->set(core::kLanguageKey, language); // a failed write is in the log
+        services.translations = services.translations->in(language);
+        core::setTexts(services.translations);
+    }
+}
+
 void SettingsWindow::InitWindow() {
+    showLanguages();
     const auto& settings = context().services.editorSettings;
     for (const Box& box : kBoxes) {
         if (auto* option = find<toolkit::COptionUI>(box.name); option != nullptr && settings) {
@@ -151,7 +203,9 @@ void SettingsWindow::OnItemSelect(toolkit::TNotifyUI& message) {
     }
     // What cannot be kept counts for this run; the log says why.
     const auto chosen = static_cast<std::size_t>(combo->GetCurSel());
-    if (combo->GetName() == kComboSkin) {
+    if (combo->GetName() == kComboLanguage) {
+        chooseLanguage(chosen);
+    } else if (combo->GetName() == kComboSkin) {
         keepSkin(*settings, kSkinChoices.at(chosen));
         context().gui.windows().setAppearance(kSkinChoices.at(chosen).appearance);
     } else if (combo->GetName() == kComboScale && kScales.at(chosen) != settings->scale()) {

@@ -2,8 +2,10 @@
 // change counts at once.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "jobs/BackgroundJob.h"
 #include "ui/EditorWindow.h"
@@ -40,7 +42,10 @@ private:
     /// Looks for the converter in the background and shows where it is.
     void showConverter();
     void showConverter(const imports::Converter& converter);
+    void showLanguages();
+    void chooseLanguage(std::size_t place);
 
+    std::vector<std::string> m_languages; ///< as the catalogue spells them, in the order shown
     bool m_looksAgain = false;
     jobs::BackgroundJob m_looking;
 };

@@ -6,6 +6,7 @@
 #include "core/EditorSettings.h"
 #include "core/Log.h"
 #include "core/Settings.h"
+#include "core/Texts.h"
 #include "core/Translations.h"
 #include "recovery/Backups.h"
 #include "recovery/Places.h"
@@ -30,6 +31,11 @@ bool createServices(app_state::SharedServices& services, app_state::ScreenState&
     services.translations = core::Translations::create(kTranslationsFile, readLanguage());
     services.editorSettings = std::make_shared<core::EditorSettings>(recovery::editorIniPath());
     if (services.translations) {
+        const std::string chosen = services.editorSettings->getString(core::kLanguageKey, {});
+        if (!chosen.empty()) {
+            services.translations = services.translations->in(chosen);
+        }
+        core::setTexts(services.translations);
         services.sceneManager = scene::SceneManager::create();
         services.sceneSession = scene::SceneSession::create(services.sceneManager);
     }
@@ -52,6 +58,7 @@ void dropServices(app_state::SharedServices& services) {
     std::exchange(services.sceneSession, nullptr).reset();
     std::exchange(services.sceneManager, nullptr).reset();
     std::exchange(services.editorSettings, nullptr).reset();
+    core::setTexts(nullptr);
     std::exchange(services.translations, nullptr).reset();
 }
 

@@ -7,6 +7,7 @@
 
 #include "app/services/CommandLine.h"
 #include "app/services/Startup.h"
+#include "core/Texts.h"
 #include "core/Translations.h"
 #include "platform/FileSystem.h"
 #include "scene/SceneManager.h"
@@ -81,6 +82,16 @@ TEST_F(StartupTest, TheServicesSpeakTheLanguageOfTheSettingsAndAreDroppedWhole) 
         EXPECT_TRUE(scenes.expired());
         EXPECT_FALSE(m_services.sceneSession || m_services.translations);
     }
+}
+
+TEST_F(StartupTest, ALanguageChosenInTheEditorComesFirst) {
+    support::writeBytes("Translations.ini", "[Language:A]\nZone=a\n[Language:B]\nZone=b\n");
+    support::writeBytes("../../Settings/Settings.ini", "language=A\n");
+    support::writeBytes("Editor.ini", "language = B\n");
+    ASSERT_TRUE(app::createServices(m_services, m_state));
+    EXPECT_EQ(core::tr("Zone"_tr), u"b");
+    app::dropServices(m_services);
+    EXPECT_EQ(core::tr("Zone"_tr), u"Zone");
 }
 
 TEST(ShippedTranslations, HoldTheConditionsInFiveLanguages) {
