@@ -168,7 +168,6 @@ void FollowPresenter::showPanel() {
     controls.setVisible(kFollowProgress, isRunning);
     controls.setVisible(kFollowStopButton, isRunning);
     controls.setVisible(kFollowDiscardButton, !isRunning);
-    controls.setVisible(kFollowSpace, !isRunning);
     m_links.barChanged();
 }
 

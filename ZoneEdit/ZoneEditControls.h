@@ -50,7 +50,6 @@ inline constexpr std::u16string_view kFollowPanel = u"PanelFollow";
 inline constexpr std::u16string_view kFollowLabel = u"LabelFollow";
 inline constexpr std::u16string_view kFollowProgress = u"ProgressFollow";
 inline constexpr std::u16string_view kMatchLabel = u"LabelMatch";
-inline constexpr std::u16string_view kFollowSpace = u"SpaceFollow";
 inline constexpr std::u16string_view kFollowStopButton = u"ButtonFollowStop";
 inline constexpr std::u16string_view kFollowDiscardButton = u"ButtonFollowDiscard";
 inline constexpr std::u16string_view kHintLabel = u"LabelHint";

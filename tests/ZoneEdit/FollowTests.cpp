@@ -3,6 +3,7 @@
 #include <cmath>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "bench/FollowedClip.h"
@@ -62,6 +63,20 @@ protected:
         return {
             {kScaleX * at.x, y(at.y)}, {right, y(at.y)}, {right, bottom}, {kScaleX * at.x, bottom}};
     }
+    /// Green and white pixels along the upper edge of the box.
+    std::pair<int, int> stripes(int frame) {
+        test::pump();
+        const platform::Bitmap picture = m_driver->picture();
+        const Point from = at(boxOn(frame)[0].x, boxOn(frame)[0].y);
+        std::pair<int, int> count;
+        for (int y = from.y - 4; y <= from.y + 4; ++y) {
+            for (int x = from.x; x < from.x + kScaleX * m_clip.side; ++x) {
+                count.first += picture.at(x, y) == 0xFF1B6B3C ? 1 : 0;
+                count.second += picture.at(x, y) == 0xFFFFFFFF ? 1 : 0;
+            }
+        }
+        return count;
+    }
     double overlapOn(int frame) {
         const auto polygon = [](const std::vector<Point>& points) {
             track::Polygon result;
@@ -71,6 +86,17 @@ protected:
             return result;
         };
         return bench::overlap(polygon(points(0, frame)), polygon(boxOn(frame)));
+    }
+
+    /// Over the 300 frames of a reference job; ./test shows the line.
+    double printedOverlap(const char* way, int inputs) {
+        double mean = 0;
+        for (int frame = 0; frame < 300; frame += 5) {
+            mean += overlapOn(frame) / 60;
+        }
+        std::cout << "reference job by " << way << ": " << inputs
+                  << " inputs (598 in 1.0.0), mean overlap " << mean << '\n';
+        return mean;
     }
 
     support::BoxClip m_clip;
@@ -100,17 +126,38 @@ TEST_F(ZoneEditFollow, TheReferenceJobTakesFiveInputs) {
     EXPECT_EQ(points(0, 299), drawn) << "nothing is changed before it is accepted";
     input([&] { m_driver->click(u"ButtonFollowAccept"); });
     EXPECT_FALSE(panelShows());
-    double sum = 0;
-    for (int frame = 0; frame < 300; frame += 5) {
-        sum += overlapOn(frame) / 60;
-    }
-    std::cout << "reference job by Follow: " << inputs << " inputs, mean overlap " << sum << '\n';
     EXPECT_LE(inputs, 6);
-    EXPECT_GE(sum, 0.9);
+    EXPECT_GE(printedOverlap("Follow", inputs), 0.9);
     // One step, and back.
     EXPECT_EQ(m_window->session().undoLabel()->name, zone::StepLabel::Name::follow);
     m_driver->click(u"ButtonUndo");
     EXPECT_EQ(points(0, 299), drawn);
+}
+
+TEST_F(ZoneEditFollow, TheReferenceJobByKeysTakesTenInputs) {
+    m_clip.place = [](int frame) { // straight, with two turns
+        return frame < 100   ? Point{40 + 2 * frame, 60 + frame}
+               : frame < 200 ? Point{240 + 3 * (frame - 100), 160}
+                             : Point{540 - 4 * (frame - 200), 160 + (frame - 200)};
+    };
+    showBox(300);
+    drawZone(); // three inputs
+    m_driver->manager().SetFocus(nullptr);
+    test::press(m_driver->native(), Key::i, {.shift = true});
+    int inputs = 4;
+    const auto middle = [this](int frame) {
+        const auto box = boxOn(frame);
+        return at((box[0].x + box[2].x) / 2, (box[0].y + box[2].y) / 2);
+    };
+    int before = 0;
+    for (const int frame : {100, 200, 299}) {
+        goTo(frame);
+        m_driver->drag({middle(before), middle(frame)});
+        inputs += 2;
+        before = frame;
+    }
+    EXPECT_LE(inputs, 12);
+    EXPECT_GE(printedOverlap("keys", inputs), 0.95);
 }
 
 TEST_F(ZoneEditFollow, ItStopsAtTheNextKeyAndMeetsIt) {
@@ -134,6 +181,39 @@ TEST_F(ZoneEditFollow, ItStopsAtTheNextKeyAndMeetsIt) {
     for (const int frame : {1, 10, 20, 29}) {
         EXPECT_GE(overlapOn(frame), 0.85) << frame;
     }
+}
+
+TEST_F(ZoneEditFollow, TheButtonOfTheRangeFollowsWithinItAndStripesShowWhatWasFound) {
+    showBox(40);
+    drawZone();
+    press(Key::b);
+    goTo(20);
+    press(Key::e);
+    goTo(0);
+    ASSERT_TRUE(isVisible(u"PanelRange"));
+    m_driver->click(u"ButtonFollow");
+    EXPECT_FALSE(isVisible(u"PanelRange")) << "both have the same place";
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(m_driver->textOf(u"LabelFollow"), u"Followed to frame 20.");
+    const platform::Rect panel = m_driver->get(u"PanelFollow").GetPos();
+    const struct {
+        const char16_t* name;
+        int left;
+        int width;
+    } places[] = {{u"LabelFollow", 38, 300},
+                  {u"LabelMatch", 350, 270},
+                  {u"ButtonFollowDiscard", 632, 96},
+                  {u"ButtonFollowAccept", 736, 88}};
+    for (const auto& place : places) {
+        const platform::Rect at = m_driver->get(place.name).GetPos();
+        EXPECT_EQ(at.left - panel.left, place.left) << core::wideToNarrow(place.name);
+        EXPECT_EQ(at.width(), place.width) << core::wideToNarrow(place.name);
+    }
+    EXPECT_GT(stripes(20).first, 40);
+    EXPECT_GT(stripes(20).second, 40);
+    m_driver->click(u"ButtonFollowDiscard");
+    EXPECT_EQ(stripes(20).first, 0);
+    EXPECT_TRUE(isVisible(u"PanelRange"));
 }
 
 TEST_F(ZoneEditFollow, BackwardsFromTheLastFrame) {

@@ -33,6 +33,16 @@ TEST(FollowerTest, ThingsAreFollowedWhateverTheyDo) {
     }
 }
 
+TEST(FollowerTest, SoftThingsDoNotDrift) {
+    FollowedClip clip(ClipKind::soft, 1002);
+    track::Follower follower(clip.picture(0), clip.zone(0));
+    track::Step step;
+    for (int frame = 1; frame < FollowedClip::kFrames; ++frame) {
+        step = follower.follow(clip.picture(frame));
+    }
+    EXPECT_GE(bench::overlap(step.shape, clip.zone(FollowedClip::kFrames - 1)), 0.93);
+}
+
 TEST(FollowerTest, SightIsLostWhenSomethingSlidesOverTheThing) {
     for (const std::uint32_t seed : {41U, 44U}) {
         FollowedClip clip(ClipKind::covered, seed);
