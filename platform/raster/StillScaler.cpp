@@ -38,6 +38,20 @@ std::uint32_t mix(std::uint32_t first, std::uint32_t second, std::uint32_t share
     return ((odd >> 8U) & 0x00FF00FFU) | (even & 0xFF00FF00U);
 }
 
+/// mix() for whole rows. By bytes: compilers turn that into far fewer instructions for many pixels.
+void mixRows(const std::uint32_t* first, const std::uint32_t* second, std::uint32_t share,
+             std::size_t count, std::uint32_t* to) {
+    const auto* upper = reinterpret_cast<const std::uint8_t*>(first);
+    const auto* lower = reinterpret_cast<const std::uint8_t*>(second);
+    auto* mixed = reinterpret_cast<std::uint8_t*>(to);
+    const auto lowerShare = static_cast<std::uint16_t>(share);
+    const auto upperShare = static_cast<std::uint16_t>(256 - share);
+    for (std::size_t i = 0; i < count * sizeof *to; ++i) {
+        const auto sum = static_cast<std::uint16_t>(upper[i] * upperShare + lower[i] * lowerShare);
+        mixed[i] = static_cast<std::uint8_t>(sum >> 8U);
+    }
+}
+
 /// Each pixel from four; at an odd side the last ones count twice.
 Bitmap halved(const Bitmap& still) {
     const Size size = still.size();
@@ -59,36 +73,44 @@ Bitmap halved(const Bitmap& still) {
 /// lie between the same two, so each is scaled once.
 class ScaledRows {
 public:
+    using Pixels = std::vector<std::uint32_t>;
+    struct Row {
+        Pixels pixels;
+        int number = -1;
+        bool isOpaque = false;
+    };
+
     ScaledRows(const Bitmap& still, std::vector<Between> columns)
-        : m_still(still),
-          m_columns(std::move(columns)), m_rows{Row(m_columns.size()), Row(m_columns.size())} {}
+        : m_still(still), m_columns(std::move(columns)), m_rows{Row{Pixels(m_columns.size())},
+                                                                Row{Pixels(m_columns.size())}} {}
 
     /// Valid until a third row is asked for.
-    const std::uint32_t* row(int number) {
-        const std::size_t kept = m_numbers[0] == number   ? 0
-                                 : m_numbers[1] == number ? 1
-                                                          : scale(number);
+    const Row& row(int number) {
+        const std::size_t kept = m_rows[0].number == number   ? 0
+                                 : m_rows[1].number == number ? 1
+                                                              : scale(number);
         m_older = 1 - kept;
-        return m_rows[kept].data();
+        return m_rows[kept];
     }
 
 private:
-    using Row = std::vector<std::uint32_t>;
-
     std::size_t scale(int number) {
         const std::uint32_t* from = m_still.row(number);
-        std::uint32_t* to = m_rows[m_older].data();
+        Row& row = m_rows[m_older];
+        std::uint32_t* to = row.pixels.data();
+        std::uint32_t all = 0xFF000000U;
         for (const auto& [first, second, share] : m_columns) {
-            *to++ = mix(from[first], from[second], share);
+            *to = mix(from[first], from[second], share);
+            all &= *to++;
         }
-        m_numbers[m_older] = number;
+        row.number = number;
+        row.isOpaque = all >> 24U == 0xFFU;
         return m_older;
     }
 
     const Bitmap& m_still;
     std::vector<Between> m_columns;
     std::array<Row, 2> m_rows;
-    std::array<int, 2> m_numbers{-1, -1};
     std::size_t m_older = 0;
 };
 
@@ -104,13 +126,13 @@ void drawNear(const Bitmap& still, PixelView target, const Rect& place, const Re
     std::vector<std::uint32_t> mixed(count);
     for (int y = visible.top; y < visible.bottom; ++y) {
         const Between rows = between(y - top, still.size().height, place.bottom - top);
-        const std::uint32_t* upper = scaled.row(rows.first);
-        const std::uint32_t* lower = scaled.row(rows.second);
-        for (std::size_t i = 0; i < count; ++i) {
-            mixed[i] = mix(upper[i], lower[i], rows.share);
-        }
+        const ScaledRows::Row& upper = scaled.row(rows.first);
+        const ScaledRows::Row& lower = scaled.row(rows.second);
         std::uint32_t* to = target.row(y) + visible.left;
-        for (std::size_t i = 0; i < count; ++i) {
+        const bool isOpaque = upper.isOpaque && lower.isOpaque;
+        mixRows(upper.pixels.data(), lower.pixels.data(), rows.share, count,
+                isOpaque ? to : mixed.data());
+        for (std::size_t i = 0; !isOpaque && i < count; ++i) {
             to[i] = blendPixel(mixed[i], to[i]);
         }
     }
