@@ -70,7 +70,9 @@ platform::PointerShape PointTools::pointerAt(Point position) const {
         return PointerShape::notAllowed;
     }
     if (const auto kind = gestureOf(m_held)) {
-        return *kind == ShapeGesture::Kind::rectangle ? PointerShape::cross : PointerShape::move;
+        constexpr PointerShape kShapes[] = {PointerShape::rectangle, PointerShape::scale,
+                                            PointerShape::rotate};
+        return kShapes[static_cast<std::size_t>(*kind)];
     }
     const Point at = m_video.control()->view().toDisplay(position);
     switch (m_tool) {

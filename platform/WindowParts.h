@@ -32,6 +32,9 @@ enum class PointerShape {
     move,       ///< takes hold of something
     sizeAcross, ///< takes hold of an upright edge
     sizeDown,   ///< of a level one
+    scale,      ///< makes something larger or smaller
+    rotate,     ///< turns it
+    rectangle,  ///< draws one
     notAllowed, ///< does nothing
 };
 

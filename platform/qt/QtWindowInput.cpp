@@ -1,5 +1,6 @@
 #include "platform/qt/QtWindowInput.h"
 
+#include <QCursor>
 #include <QDropEvent>
 #include <QEnterEvent>
 #include <QGuiApplication>
@@ -8,6 +9,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPixmap>
 #include <QStyleHints>
 #include <QUrl>
 #include <QWheelEvent>
@@ -15,6 +17,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/Bitmap.h"
 #include "platform/Composition.h"
 #include "platform/Event.h"
 #include "platform/Window.h"
@@ -25,6 +28,7 @@
 #include "platform/qt/QtWindow.h"
 #include "platform/qt/QtWindowHost.h"
 #include "platform/qt/WindowSizing.h"
+#include "platform/raster/PointerPicture.h"
 
 namespace platform::qt {
 
@@ -38,7 +42,7 @@ Point pixelAt(QPointF position) {
             static_cast<int>(std::floor(position.y() + kRounding))};
 }
 
-Qt::CursorShape cursorOf(PointerShape shape) {
+Qt::CursorShape systemCursor(PointerShape shape) {
     switch (shape) {
     case PointerShape::text:
         return Qt::IBeamCursor;
@@ -55,9 +59,24 @@ Qt::CursorShape cursorOf(PointerShape shape) {
     case PointerShape::notAllowed:
         return Qt::ForbiddenCursor;
     case PointerShape::arrow:
+    case PointerShape::scale:
+    case PointerShape::rotate:
+    case PointerShape::rectangle:
         break;
     }
     return Qt::ArrowCursor;
+}
+
+/// `scale`: pixels of the screen for a layout pixel, of which `ratio` are Qt's for one of its own.
+QCursor cursorOf(PointerShape shape, double scale, double ratio) {
+    Bitmap picture = raster::pointerPicture(shape, scale);
+    if (picture.isEmpty()) {
+        return QCursor(systemCursor(shape));
+    }
+    QPixmap pixmap = QPixmap::fromImage(imageOver(picture).copy());
+    pixmap.setDevicePixelRatio(ratio);
+    const int middle = static_cast<int>(picture.size().width / ratio / 2);
+    return QCursor(pixmap, middle, middle);
 }
 
 /// Whether to leave moves to the system. An X11 window manager learns of a move too late when the
@@ -123,8 +142,13 @@ void QtWindowInput::loseCapture() {
 void QtWindowInput::setPointer(PointerShape shape) {
     m_shape = shape;
     if (!m_onBorder) {
-        m_window.surface().setCursor(cursorOf(shape));
+        showPointer();
     }
+}
+
+void QtWindowInput::showPointer() {
+    QtSurface& surface = m_window.surface();
+    surface.setCursor(cursorOf(m_shape, m_window.scale(), surface.devicePixelRatio()));
 }
 
 void QtWindowInput::beginMove() {
@@ -221,9 +245,11 @@ bool QtWindowInput::handleBorder(const QMouseEvent& event) {
     if (edges != Qt::Edges() && m_window.takesPress(at)) {
         edges = {};
     }
-    const bool entered = !std::exchange(m_onBorder, edges != Qt::Edges()) && m_onBorder;
+    const bool wasOnBorder = std::exchange(m_onBorder, edges != Qt::Edges());
     if (!m_onBorder) {
-        surface.setCursor(cursorOf(m_shape));
+        if (wasOnBorder) {
+            showPointer();
+        }
         return false;
     }
     surface.setCursor(cursorOf(edges));
@@ -232,7 +258,7 @@ bool QtWindowInput::handleBorder(const QMouseEvent& event) {
         m_sizedFrom = place;
         m_sizing.begin(m_pointer);
     }
-    if (entered) {
+    if (!wasOnBorder) {
         m_window.send(mouseEvent(EventKind::mouseLeave, QPointF(-1, -1)));
     }
     return true;

@@ -42,6 +42,7 @@ private:
         unsigned long long timestampMs = 0;
     };
 
+    void showPointer();
     bool handlePointer(QEvent& event);
     void handleDrag(QDropEvent& event);
     void handleMouse(const QMouseEvent& event);

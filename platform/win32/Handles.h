@@ -71,6 +71,14 @@ struct LocalMemoryTraits {
 /// Text that the system allocated.
 using UniqueLocalMemory = Unique<LocalMemoryTraits>;
 
+struct CursorTraits {
+    using Type = HCURSOR;
+    static Type none() { return nullptr; }
+    static void close(Type handle) { DestroyCursor(handle); }
+};
+/// That was made, and is not the system's.
+using UniqueCursor = Unique<CursorTraits>;
+
 struct WindowTraits {
     using Type = HWND;
     static Type none() { return nullptr; }

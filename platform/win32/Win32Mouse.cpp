@@ -14,28 +14,6 @@ namespace platform::win32 {
 
 namespace {
 
-const wchar_t* cursorOf(PointerShape shape) {
-    switch (shape) {
-    case PointerShape::text:
-        return IDC_IBEAM;
-    case PointerShape::hand:
-        return IDC_HAND;
-    case PointerShape::cross:
-        return IDC_CROSS;
-    case PointerShape::move:
-        return IDC_SIZEALL;
-    case PointerShape::sizeAcross:
-        return IDC_SIZEWE;
-    case PointerShape::sizeDown:
-        return IDC_SIZENS;
-    case PointerShape::notAllowed:
-        return IDC_NO;
-    case PointerShape::arrow:
-        break;
-    }
-    return IDC_ARROW;
-}
-
 Event eventOf(UINT message) {
     Event event;
     event.modifiers = currentModifiers();
@@ -189,15 +167,15 @@ void Win32WindowInput::setPointer(PointerShape shape) {
     m_pointer = shape;
     POINT point{};
     if (GetCursorPos(&point) != 0 && WindowFromPoint(point) == m_window.handle()) {
-        SetCursor(LoadCursorW(nullptr, cursorOf(shape)));
+        SetCursor(m_picture.cursor(shape, m_window.scale()));
     }
 }
 
-bool Win32WindowInput::handleSetCursor(LPARAM details) const {
+bool Win32WindowInput::handleSetCursor(LPARAM details) {
     if (LOWORD(details) != HTCLIENT) {
         return false;
     }
-    SetCursor(LoadCursorW(nullptr, cursorOf(m_pointer)));
+    SetCursor(m_picture.cursor(m_pointer, m_window.scale()));
     return true;
 }
 

@@ -8,6 +8,7 @@
 
 #include "platform/Geometry.h"
 #include "platform/WindowParts.h"
+#include "platform/win32/Win32Pointer.h"
 
 namespace platform::win32 {
 
@@ -38,13 +39,14 @@ private:
     bool followMove(UINT message, LPARAM wideLong);
     void handleWheel(WPARAM wide, LPARAM wideLong);
     void handleLeave();
-    bool handleSetCursor(LPARAM details) const;
+    bool handleSetCursor(LPARAM details);
     bool handleKey(UINT message, WPARAM virtualKey, LPARAM details);
     void handleCharacter(wchar_t unit);
     void handleComposition(LPARAM flags);
 
     Win32Window& m_window;
     PointerShape m_pointer = PointerShape::arrow;
+    Win32Pointer m_picture; ///< of it
     bool m_captured = false;
     std::optional<Point> m_moveGrip; ///< pointer within the window while we move it ourselves
     bool m_tracksLeave = false;

@@ -2,9 +2,13 @@
 // of ours, and the move of a window by its caption.
 #include <QApplication>
 #include <QCoreApplication>
+#include <QCursor>
+#include <QImage>
 #include <QMouseEvent>
 #include <QPalette>
+#include <QPixmap>
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -156,7 +160,7 @@ TEST(SizingBorder, SizesByTheEdgesThatAreHeldAndNoFurtherThanTheLeastSize) {
     }
 }
 
-TEST(PointerShape, IsTheSystemsOwn) {
+TEST(PointerShape, IsTheSystemsOwnOrDrawnForTheScale) {
     using platform::PointerShape;
     test::TestWindow window;
     window.show();
@@ -174,6 +178,21 @@ TEST(PointerShape, IsTheSystemsOwn) {
         window.native().input().setPointer(shape);
         EXPECT_EQ(surface.cursor().shape(), cursor);
     }
+    std::vector<QImage> drawn;
+    for (const double zoom : {1.0, 2.0}) {
+        test::gui().windows().setZoom(zoom);
+        for (const PointerShape shape :
+             {PointerShape::scale, PointerShape::rotate, PointerShape::rectangle}) {
+            window.native().input().setPointer(shape);
+            const QCursor cursor = surface.cursor();
+            const QImage picture = cursor.pixmap().toImage();
+            EXPECT_EQ(picture.width(), std::lround(24 * window.native().scale()));
+            EXPECT_EQ(cursor.hotSpot().x() * 2, cursor.pixmap().deviceIndependentSize().width());
+            EXPECT_EQ(std::ranges::count(drawn, picture), 0);
+            drawn.push_back(picture);
+        }
+    }
+    test::gui().windows().setZoom(1);
 }
 
 TEST(FixedSize, ReachesTheWindowManagerAndFollowsTheProgramsOwnChange) {

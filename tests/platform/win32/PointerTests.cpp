@@ -1,4 +1,5 @@
 // The pointer as Windows shows it, after real movements, and sizes given from outside.
+#include <cmath>
 #include <tuple>
 #include <utility>
 
@@ -6,6 +7,7 @@
 
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
+#include "platform/win32/Handles.h"
 #include "platform/win32/Win32Window.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
@@ -70,5 +72,16 @@ TEST_F(Pointer, HasTheShapeOfWhatIsUnderIt) {
                                         {PointerShape::notAllowed, IDC_NO}}) {
         driver().native().input().setPointer(shape);
         EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, cursor));
+    }
+    for (const PointerShape shape :
+         {PointerShape::scale, PointerShape::rotate, PointerShape::rectangle}) {
+        driver().native().input().setPointer(shape);
+        ICONINFO drawn{};
+        ASSERT_NE(GetIconInfo(GetCursor(), &drawn), 0);
+        const platform::win32::UniqueBitmap color(drawn.hbmColor);
+        const platform::win32::UniqueBitmap mask(drawn.hbmMask);
+        EXPECT_NE(color.get(), nullptr) << "not the system's";
+        EXPECT_EQ(drawn.fIcon, FALSE);
+        EXPECT_EQ(drawn.xHotspot, static_cast<DWORD>(std::lround(12 * driver().native().scale())));
     }
 }
