@@ -205,7 +205,8 @@ void SettingsWindow::OnItemSelect(toolkit::TNotifyUI& message) {
     const auto chosen = static_cast<std::size_t>(combo->GetCurSel());
     if (combo->GetName() == kComboLanguage) {
         chooseLanguage(chosen);
-    } else if (combo->GetName() == kComboSkin) {
+    } else if (combo->GetName() == kComboSkin &&
+               kSkinChoices.at(chosen).value != chosenSkin(*settings).value) {
         keepSkin(*settings, kSkinChoices.at(chosen));
         context().gui.windows().setAppearance(kSkinChoices.at(chosen).appearance);
     } else if (combo->GetName() == kComboScale && kScales.at(chosen) != settings->scale()) {

@@ -144,6 +144,8 @@ private:
     }
     void setZoom(double /*zoom*/) override {}
     [[nodiscard]] double zoom() const override { return 1; }
+    void setAppearance(platform::Appearance /*appearance*/) override {}
+    [[nodiscard]] bool isDark() const override { return false; }
     [[nodiscard]] int primaryScreenHeight() const override { return 1080; }
     [[nodiscard]] platform::Rect workArea(platform::Point /*point*/) const override {
         return {0, 0, 1920, 1080};
