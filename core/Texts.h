@@ -39,6 +39,7 @@ public:
     TextPart(const std::string& text) : m_text(text) {}
     TextPart(const char* text) : m_text(text) {}
     TextPart(std::u16string_view text);
+    TextPart(const char16_t* text) : TextPart(std::u16string_view(text)) {}
     TextPart(const std::u16string& text) : TextPart(std::u16string_view(text)) {}
     template <std::integral Number>
     TextPart(Number number) : m_text(std::to_string(number)) {}
