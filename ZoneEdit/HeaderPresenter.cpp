@@ -105,8 +105,9 @@ void HeaderPresenter::showLabels(const std::u16string& notice) {
     m_controls.setText(kVideoLabel, title);
     m_controls.setText(kNoteLabel, notice.empty() ? m_saved + m_namesHint : notice);
     m_controls.setVisible(kNoteLabel, problem.empty());
-    m_controls.setVisible(kHintLabel, problem.empty() && notice.empty() && m_saved.empty() &&
-                                          m_namesHint.empty());
+    if (m_allowHint) {
+        m_allowHint(problem.empty() && notice.empty() && m_saved.empty() && m_namesHint.empty());
+    }
     m_label = m_controls.find(problem.empty() ? kNoteLabel : kProblemLabel);
 }
 

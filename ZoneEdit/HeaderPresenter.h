@@ -2,8 +2,10 @@
 // not be read, and hints about the zones' names. Part of the zone editor.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "ZoneEdit/EditedVideo.h"
 #include "edit/Observers.h"
@@ -20,6 +22,8 @@ public:
     HeaderPresenter(ui::Controls controls, const EditedVideo& video, zone::ZoneSession& session,
                     NoticePresenter& notice, std::string videoPath);
 
+    /// Called with whether the hint may show, which is so while nothing else is said.
+    void setHintUse(std::function<void(bool)> allow) { m_allowHint = std::move(allow); }
     void showAll();
     /// In place of what is said otherwise, in front of a failed save; empty: no longer.
     void showNotice(std::u16string_view text);
@@ -44,6 +48,7 @@ private:
     std::u16string m_namesHint;
     std::u16string m_saved;  ///< about the last save; empty after a failed one and after a change
     std::u16string m_notice; ///< about what was typed last
+    std::function<void(bool)> m_allowHint;
     edit::Subscription m_changes;
 };
 

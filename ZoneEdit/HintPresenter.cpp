@@ -13,6 +13,8 @@ namespace zoneedit {
 namespace {
 
 constexpr int kNewsMs = 4000;
+/// From this width on there is room for it beside the video's name.
+constexpr int kWide = 1240;
 constexpr core::Text kAtRest[] = {
     "Ctrl: scale, Ctrl + Shift: rotate"_tr, "Click: a point behind the chosen one"_tr,
     "Click: a point. Ctrl: rectangle"_tr, "Click a point to delete it"_tr};
@@ -27,6 +29,23 @@ void HintPresenter::showTool(int tool) {
     show();
 }
 
+void HintPresenter::chooseTool(int tool) {
+    startNews();
+    showTool(tool);
+}
+
+void HintPresenter::allow(bool isAllowed) {
+    m_isAllowed = isAllowed;
+    place();
+}
+
+void HintPresenter::startNews() {
+    m_isNews = true;
+    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
+        window->timers().start(kTimer, kNewsMs);
+    }
+}
+
 void HintPresenter::showHeld(platform::Modifiers held, bool isDragging) {
     if (held != m_held || isDragging != m_isDragging) {
         m_held = held;
@@ -37,17 +56,16 @@ void HintPresenter::showHeld(platform::Modifiers held, bool isDragging) {
 
 void HintPresenter::explain(core::Text reason) {
     m_reason = reason;
+    startNews();
     show();
     if (toolkit::CControlUI* label = m_controls.find(kHintLabel)) {
         label->announce(false);
-    }
-    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
-        window->timers().start(kTimer, kNewsMs);
     }
 }
 
 void HintPresenter::timeIsUp() {
     m_reason = {};
+    m_isNews = false;
     if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
         window->timers().stop(kTimer);
     }
@@ -70,6 +88,24 @@ core::Text HintPresenter::usual() const {
 
 void HintPresenter::show() {
     m_controls.setText(kHintLabel, core::tr(m_reason.empty() ? usual() : m_reason));
+    place();
+}
+
+void HintPresenter::place() {
+    m_controls.setVisible(kHintLabel, m_isAllowed);
+    toolkit::CControlUI* pane = m_controls.find(kHintPane);
+    if (pane == nullptr) {
+        return;
+    }
+    const bool isNarrow = m_controls.manager().GetWindowSize().width < kWide;
+    const bool isHeld = m_held.control || m_held.shift;
+    const bool takesPlace = isNarrow && m_isAllowed && (m_isNews || isHeld);
+    m_controls.setVisible(kVideoLabel, !takesPlace);
+    const int width = isNarrow && !takesPlace ? 1 : 0; // 0: the rest of the caption
+    if (pane->GetFixedWidth() != width) {
+        pane->SetFixedWidth(width);
+        m_controls.manager().UpdateLayout();
+    }
 }
 
 } // namespace zoneedit

@@ -1,5 +1,6 @@
 // The line in the caption that tells what the chosen tool does, what holding Ctrl or Shift makes of
-// a drag, and for some seconds why a click did nothing. Part of the zone editor. UI thread only.
+// a drag, and for some seconds why a click did nothing. In a narrow window it takes the place of
+// the video's name, while there is something new to say. Part of the zone editor. UI thread only.
 #pragma once
 
 #include <string_view>
@@ -19,22 +20,32 @@ public:
 
     /// By its number.
     void showTool(int tool);
+    /// As the author chose it.
+    void chooseTool(int tool);
     void showHeld(platform::Modifiers held, bool isDragging);
     /// Why a click did nothing.
     void explain(core::Text reason);
+    /// Whether the caption has nothing more important to say.
+    void allow(bool isAllowed);
+    void windowSized() { place(); }
     /// For the window's timer of this number.
     void timeIsUp();
-    static constexpr unsigned kTimer = 0x7FFFFFFE;
+    static constexpr unsigned kTimer = 0x7FFFFFFD;
 
 private:
     [[nodiscard]] core::Text usual() const;
     void show();
+    void place();
+    /// For some seconds from now on it is new.
+    void startNews();
 
     ui::Controls m_controls;
     int m_tool = 0;
     platform::Modifiers m_held;
     bool m_isDragging = false;
     core::Text m_reason;
+    bool m_isNews = false;
+    bool m_isAllowed = true;
 };
 
 } // namespace zoneedit

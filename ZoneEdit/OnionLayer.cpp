@@ -21,12 +21,13 @@ constexpr Dashes kDashes{5, 4};
 
 } // namespace
 
-OnionLayer::OnionLayer(std::shared_ptr<zone::ZoneSession> session)
-    : m_session(std::move(session)), m_keys(*m_session) {}
+OnionLayer::OnionLayer(std::shared_ptr<zone::ZoneSession> session,
+                       std::shared_ptr<zone::SessionKeys> keys)
+    : m_session(std::move(session)), m_keys(std::move(keys)) {}
 
 void OnionLayer::paint(platform::Canvas& canvas, const video::PictureView& view, int frame) {
     if (m_isShown && frame >= 0) {
-        const zone::ShapeKeys& keys = m_keys.of(m_session->context().currentZone);
+        const zone::ShapeKeys& keys = m_keys->of(m_session->context().currentZone);
         paintKey(canvas, view, keys.before(frame), kBefore);
         paintKey(canvas, view, keys.after(frame), kAfter);
     }
@@ -49,7 +50,7 @@ platform::Rect OnionLayer::area(const video::PictureView& view, int frame) const
     if (!m_isShown || frame < 0 || !zone) {
         return area;
     }
-    const zone::ShapeKeys& keys = m_keys.of(m_session->context().currentZone);
+    const zone::ShapeKeys& keys = m_keys->of(m_session->context().currentZone);
     const auto place = [&view](platform::Point point) { return view.toWindow(point); };
     for (const std::optional<int> key : {keys.before(frame), keys.after(frame)}) {
         if (const auto points = key ? zone->points(*key) : std::nullopt) {

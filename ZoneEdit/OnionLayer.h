@@ -18,7 +18,8 @@ namespace zoneedit {
 
 class OnionLayer final : public video::Layer {
 public:
-    explicit OnionLayer(std::shared_ptr<zone::ZoneSession> session);
+    explicit OnionLayer(std::shared_ptr<zone::ZoneSession> session,
+                        std::shared_ptr<zone::SessionKeys> keys);
 
     void show(bool isShown) { m_isShown = isShown; }
 
@@ -30,7 +31,7 @@ private:
                   platform::Color color) const;
 
     std::shared_ptr<zone::ZoneSession> m_session;
-    mutable zone::SessionKeys m_keys; ///< found when asked for
+    std::shared_ptr<zone::SessionKeys> m_keys;
     bool m_isShown = false;
 };
 

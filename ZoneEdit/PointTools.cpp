@@ -94,7 +94,7 @@ bool PointTools::choose(std::u16string_view option) {
     for (const std::u16string_view name : kToolOptions) {
         if (option == name) {
             m_tool = static_cast<Tool>(number);
-            m_hints.showTool(number);
+            m_hints.chooseTool(number);
             return true;
         }
         ++number;

@@ -222,7 +222,8 @@ bool ZoneEdit::loadZones() {
     m_session->setArea(m_displaySize);
     const zone::NumberFont font{GetPaintManager().look().GetFont(kNumberFont),
                                 &context().gui.fonts()};
-    m_onion = std::make_shared<OnionLayer>(m_session);
+    m_keys = std::make_shared<zone::SessionKeys>(*m_session);
+    m_onion = std::make_shared<OnionLayer>(m_session, m_keys);
     m_outlines =
         std::make_shared<OutlinesLayer>(*m_video.control(), m_session, context().gui.fonts(),
                                         GetPaintManager().look().GetFont(kTagFont));
@@ -255,7 +256,9 @@ void ZoneEdit::makeParts() {
             m_editing->shown();
         }
     });
-    m_keys = std::make_unique<zone::SessionKeys>(session);
+    if (!m_keys) { // there is no video
+        m_keys = std::make_shared<zone::SessionKeys>(session);
+    }
     m_selection = std::make_unique<FrameSelection>(m_video.frameCount());
     m_range = std::make_unique<RangePresenter>(controls, m_video, *m_selection);
     m_timeline = std::make_unique<TimelinePresenter>(controls, m_video, session, *m_keys,
@@ -270,6 +273,7 @@ void ZoneEdit::makeParts() {
         commands(),
         EditingParts::Links{controls, m_video, session, *m_keys, *m_selection, *m_notice, *m_zones,
                             context().services.editorSettings.get()});
+    m_header->setHintUse([this](bool isAllowed) { m_editing->hints().allow(isAllowed); });
     m_editing->tools().setKeepsDistance(
         [this] { return m_toggles && m_toggles->isOn(Toggle::grabDistance); });
     m_editing->tools().setControlClick([this](platform::Point at) { return chooseInside(at); });
@@ -467,6 +471,7 @@ void ZoneEdit::windowSized() {
         GetPaintManager().UpdateLayout();
         m_editing->barsChanged();
         m_zoom->windowSized();
+        m_editing->hints().windowSized();
         m_header->showAll();
     }
 }

@@ -134,7 +134,7 @@ private:
     std::unique_ptr<FlagsPresenter> m_flags;
     std::unique_ptr<ZonesPresenter> m_zones;
     std::unique_ptr<FramesPresenter> m_frames;
-    std::unique_ptr<zone::SessionKeys> m_keys;
+    std::shared_ptr<zone::SessionKeys> m_keys;
     std::unique_ptr<FrameSelection> m_selection;
     std::unique_ptr<EditingParts> m_editing;
     std::unique_ptr<FollowPresenter> m_follow; ///< none without a video

@@ -53,6 +53,7 @@ inline constexpr std::u16string_view kMatchLabel = u"LabelMatch";
 inline constexpr std::u16string_view kFollowStopButton = u"ButtonFollowStop";
 inline constexpr std::u16string_view kFollowDiscardButton = u"ButtonFollowDiscard";
 inline constexpr std::u16string_view kHintLabel = u"LabelHint";
+inline constexpr std::u16string_view kHintPane = u"PaneHint";
 inline constexpr std::u16string_view kRangePanel = u"PanelRange";
 inline constexpr std::u16string_view kPointLabel = u"LabelPoint";
 inline constexpr std::u16string_view kPointXEdit = u"EditPointX";

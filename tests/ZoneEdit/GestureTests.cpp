@@ -1,10 +1,14 @@
 // Drags with Ctrl and Shift, double-clicks and keys that edit points, by real events: in the whole
 // picture, zoomed in, and on a screen of another scale.
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "ZoneEdit/HintPresenter.h"
+#include "core/EditorSettings.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
@@ -113,12 +117,24 @@ TEST_F(ZoneEditGesture, ADragWithCtrlTellsItsMeasureAndEscTakesItBack) {
         Point to;
         const char16_t* measure;
         const char16_t* hint;
-    } cases[] = {{kControl, {690, 340}, u"150 %", u"Drag: scale about the centre"},
-                 {kBoth, {540, 440}, u"90°", u"Drag: rotate about the centre"}};
+        platform::PointerShape shape;
+    } cases[] = {
+        {kControl,
+         {690, 340},
+         u"150 %",
+         u"Drag: scale about the centre",
+         platform::PointerShape::scale},
+        {kBoth,
+         {540, 440},
+         u"90°",
+         u"Drag: rotate about the centre",
+         platform::PointerShape::rotate},
+    };
     for (const auto& c : cases) {
         mouse(EventKind::mouseDown, on(640, 340), c.held);
         mouse(EventKind::mouseMove, on(c.to.x, c.to.y), c.held);
         EXPECT_EQ(hint(), c.hint);
+        EXPECT_EQ(m_driver->manager().mouse().shape(), c.shape);
         EXPECT_EQ(m_driver->textOf(u"LabelGesture"), c.measure);
         EXPECT_EQ(m_driver->get(u"LabelGesture").GetPos().topLeft(),
                   (Point{on(c.to.x, c.to.y).x + 20, on(c.to.x, c.to.y).y + 10}));
@@ -208,11 +224,88 @@ TEST_F(ZoneEditGesture, CtrlWithArrowsMovesTheChosenPointInOneStepForEachPress) 
     EXPECT_EQ(frameText(), u"2") << "without Ctrl they step as ever";
 }
 
+TEST_F(ZoneEditGesture, ToolsAndTheActiveFlagHaveKeysUnlessTheyAreTyped) {
+    show(5, 1);
+    const std::pair<Key, const char16_t*> tools[] = {{Key::digit2, u"OptionAddPoint"},
+                                                     {Key::digit3, u"OptionAddMultiPoint"},
+                                                     {Key::digit4, u"OptionDeletePoint"},
+                                                     {Key::digit1, u"OptionMovePoint"}};
+    for (const auto& [key, option] : tools) {
+        m_driver->press(key);
+        EXPECT_TRUE(isChecked(*m_driver, option));
+    }
+    m_driver->press(Key::a);
+    EXPECT_FALSE(zones().zone(0)->isActive(0));
+    EXPECT_EQ(lastStep(), "active");
+    m_driver->press(Key::a);
+    EXPECT_TRUE(zones().zone(0)->isActive(0));
+    m_driver->click(u"EditZone");
+    m_driver->press(Key::digit4);
+    m_driver->press(Key::a);
+    EXPECT_TRUE(isChecked(*m_driver, u"OptionMovePoint"));
+    EXPECT_TRUE(zones().zone(0)->isActive(0));
+}
+
+TEST_F(ZoneEditGesture, AGrabbedPointComesToThePointerUnlessItsDistanceIsKept) {
+    m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+    for (const bool keeps : {false, true}) {
+        show(5, 1);
+        drawSquare();
+        if (!keeps) {
+            m_driver->drag({on(503, 302), on(523, 312)});
+            EXPECT_EQ(points(0, 0)[0], (Point{523, 312}));
+            m_driver->click(u"ButtonMenu");
+            for (const Key key : {Key::home, Key::down, Key::down, Key::enter}) {
+                m_driver->press(key);
+            }
+            m_driver->press(Key::z, kControl);
+        }
+        m_driver->drag({on(503, 302), on(523, 312)}); // remembered by the next window as well
+        EXPECT_EQ(points(0, 0)[0], (Point{520, 310}));
+        m_driver->drag({on(583, 378), on(573, 388)});
+        EXPECT_EQ(points(0, 0)[2], (Point{570, 390}));
+    }
+}
+
+TEST_F(ZoneEditGesture, ANarrowWindowShowsTheHintInPlaceOfTheVideoWhileItIsNew) {
+    show(5, 1);
+    EXPECT_TRUE(isVisible(u"LabelVideo"));
+    resize({1100, 756});
+    const auto isInPlace = [this] {
+        const platform::Rect& hint = m_driver->get(u"LabelHint").GetPos();
+        EXPECT_EQ(isVisible(u"LabelVideo"), hint.width() <= 1);
+        return hint.width() > 200;
+    };
+    EXPECT_FALSE(isInPlace());
+    key(EventKind::keyDown, Key::other, kControl);
+    EXPECT_TRUE(isInPlace());
+    key(EventKind::keyUp, Key::other, {});
+    EXPECT_FALSE(isInPlace());
+    const auto timeIsUp = [this] {
+        platform::Event event;
+        event.kind = EventKind::timer;
+        event.timerId = zoneedit::HintPresenter::kTimer;
+        (void)m_window->HandleMessage(event);
+    };
+    m_driver->click(u"OptionDeletePoint");
+    EXPECT_TRUE(isInPlace());
+    timeIsUp();
+    EXPECT_FALSE(isInPlace());
+    m_driver->click(on(600, 300));
+    EXPECT_TRUE(isInPlace());
+    EXPECT_EQ(hint(), u"There is no point here");
+    resize({1280, 756});
+    EXPECT_TRUE(isVisible(u"LabelVideo"));
+}
+
 TEST_F(ZoneEditGesture, EnterAndEscEndAddManyAndHintsTellWhyAClickDidNothing) {
     show(5);
     m_driver->click(on(600, 300));
     EXPECT_EQ(hint(), u"Add a zone first: press +");
     addZone();
+    m_driver->press(Key::digit3);
+    mouse(EventKind::mouseMove, on(600, 300), kControl);
+    EXPECT_EQ(m_driver->manager().mouse().shape(), platform::PointerShape::rectangle);
     for (const Key end : {Key::enter, Key::escape}) {
         m_driver->click(u"OptionAddMultiPoint");
         EXPECT_EQ(hint(), u"Click: a point. Ctrl: rectangle");

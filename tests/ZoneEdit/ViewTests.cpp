@@ -106,6 +106,28 @@ TEST_F(ZoneEditView, TheWheelWithCtrlZoomsAboutThePointer) {
     EXPECT_FALSE(isVisible(u"Overview")) << "all of it is seen";
 }
 
+TEST_F(ZoneEditView, ThePictureIsSmoothWhereItIsNotOneToOne) {
+    show(5);
+    /// How often the colour changes along the picture's middle.
+    const auto changes = [this] {
+        const platform::Bitmap picture = m_driver->picture();
+        const platform::Rect& area = video().GetPos();
+        const int y = (area.top + area.bottom) / 2;
+        int count = 0;
+        for (int x = area.left + 1; x < area.right; ++x) {
+            count += picture.at(x, y) != picture.at(x - 1, y) ? 1 : 0;
+        }
+        return count;
+    };
+    EXPECT_LT(changes(), support::ClipSpec().width) << "nearest pixels at the base size";
+    m_driver->pick(u"ComboZoom", 3);
+    ASSERT_EQ(zoom(), u"200 %");
+    EXPECT_GT(changes(), 3 * support::ClipSpec().width);
+    m_driver->pick(u"ComboZoom", 0);
+    resize({1600, 1000});
+    EXPECT_GT(changes(), 3 * support::ClipSpec().width);
+}
+
 TEST_F(ZoneEditView, TheMiddleButtonAndSpaceMoveThePicture) {
     show(5, 1);
     drawTriangle();
