@@ -3,8 +3,6 @@
 // the video's name, while there is something new to say. Part of the zone editor. UI thread only.
 #pragma once
 
-#include <string_view>
-
 #include "core/Texts.h"
 #include "platform/Event.h"
 #include "ui/Controls.h"

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "ZoneEdit/ZoneEditControls.h"
-#include "core/Text.h"
 #include "core/Texts.h"
 #include "zone/ShapeBlend.h"
 #include "zone/ShapeEdits.h"

@@ -1,10 +1,10 @@
 #include "ZoneEdit/RangeBar.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 #include "ZoneEdit/ZoneEditControls.h"
-#include "core/Text.h"
 #include "core/Texts.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "ZoneEdit/TimelinePainter.h"
-#include "core/Text.h"
 #include "core/Texts.h"
 #include "platform/Event.h"
 #include "platform/Geometry.h"

@@ -9,7 +9,6 @@
 // collects the texts and checks the catalogue. Any thread.
 #pragma once
 
-#include <concepts>
 #include <cstddef>
 #include <initializer_list>
 #include <memory>

@@ -1,6 +1,7 @@
 #include "map/Ordering.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "map/BlockSifting.h"

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstddef>
 #include <memory>
+#include <system_error>
 
 #include "core/WholeFile.h"
 

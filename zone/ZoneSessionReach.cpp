@@ -8,7 +8,6 @@
 #include "zone/ShapeEdits.h"
 #include "zone/ShapeGeometry.h"
 #include "zone/ShapeStretch.h"
-#include "zone/ShapedFrames.h"
 #include "zone/Zone.h"
 #include "zone/ZoneSession.h"
 #include "zone/ZoneShape.h"

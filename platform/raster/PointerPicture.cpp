@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "platform/Color.h"
-#include "platform/Geometry.h"
 #include "platform/Path.h"
 #include "platform/raster/PathFiller.h"
 

@@ -1,5 +1,4 @@
 // Undo and redo in the zone editor, whether the zones are saved, and the bar over the picture.
-#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <string>

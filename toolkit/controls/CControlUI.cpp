@@ -5,6 +5,7 @@
 #include "platform/Bitmap.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/Palette.h"
 #include "toolkit/skin/SkinImage.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"

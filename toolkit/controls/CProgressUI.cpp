@@ -5,6 +5,7 @@
 
 #include "core/Text.h"
 #include "platform/Canvas.h"
+#include "platform/Color.h"
 #include "platform/Path.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/Color.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/skin/SkinImage.h"

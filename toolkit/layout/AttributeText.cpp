@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "toolkit/skin/Palette.h"
+
 namespace toolkit {
 namespace {
 

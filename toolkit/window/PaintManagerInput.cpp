@@ -2,11 +2,13 @@
 // controls.
 #include "platform/Event.h"
 #include "platform/Geometry.h"
+#include "platform/Gui.h"
 #include "platform/Window.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/FocusKeeper.h"
 #include "toolkit/input/MouseInput.h"
 #include "toolkit/input/TEventUI.h"
+#include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/ControlTimers.h"
 #include "toolkit/window/Popup.h"

@@ -5,7 +5,6 @@
 #include <utility>
 #include <vector>
 
-#include "core/Text.h"
 #include "core/Texts.h"
 #include "edit/History.h"
 #include "scene/Action.h"

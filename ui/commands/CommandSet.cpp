@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "toolkit/controls/CButtonUI.h"
 #include "toolkit/controls/CControlUI.h"

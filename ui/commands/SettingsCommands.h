@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "core/Texts.h"
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
 

@@ -11,11 +11,10 @@
 #include "toolkit/controls/ScrollModel.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
+#include "toolkit/skin/SkinColor.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
-#include "ui/commands/CommonCommands.h"
-#include "ui/commands/ZoneEditorCommands.h"
 
 namespace ui {
 

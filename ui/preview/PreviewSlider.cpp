@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "core/Text.h"
 #include "core/Texts.h"
 #include "platform/Color.h"
 #include "platform/Geometry.h"

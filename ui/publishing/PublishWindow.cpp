@@ -1,5 +1,6 @@
 #include "ui/publishing/PublishWindow.h"
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -19,6 +20,7 @@
 #include "platform/Geometry.h"
 #include "platform/Gui.h"
 #include "platform/ThreadAnnotations.h"
+#include "publish/PageText.h"
 #include "publish/PublishFolder.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
