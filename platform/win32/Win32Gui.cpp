@@ -35,7 +35,8 @@ public:
 
 class Win32Gui final : public Gui {
 public:
-    Win32Gui() : m_text(m_fonts), m_windows({&m_text, nullptr, [this] { m_loop.endAll(); }}) {}
+    Win32Gui()
+        : m_text(m_fonts), m_windows({&m_text, nullptr, [this] { m_loop.endAll(); }, nullptr}) {}
 
     WindowHost& windows() override { return m_windows; }
     EventLoop& loop() override { return m_loop; }
