@@ -7,6 +7,7 @@
 #include "platform/Geometry.h"
 #include "platform/WindowParts.h"
 #include "platform/win32/Win32Keys.h"
+#include "platform/win32/Win32Pointer.h"
 #include "platform/win32/Win32Window.h"
 #include "platform/win32/Win32WindowInput.h"
 
