@@ -6,8 +6,6 @@
 #include <QTimer>
 #include <utility>
 
-#include "platform/Guard.h"
-
 namespace platform::qt {
 
 namespace {
@@ -15,6 +13,12 @@ namespace {
 constexpr int kLongestWaitMs = 20;
 
 } // namespace
+
+QtEventLoop::QtEventLoop()
+    : m_tasks([this] {
+          return QMetaObject::invokeMethod(
+              &m_receiver, [this] { m_tasks.runWaiting(); }, Qt::QueuedConnection);
+      }) {}
 
 int QtEventLoop::run() {
     if (m_ending) {
@@ -36,14 +40,13 @@ void QtEventLoop::postQuit(int code) {
         return;
     }
     // The loop is chosen now: the quit is not for one that starts before it is handled.
-    const auto quit = [this, code, id = m_running.back().id] {
+    post([this, code, id = m_running.back().id] {
         for (const Running& running : m_running) {
             if (running.id == id) {
                 running.loop->exit(code);
             }
         }
-    };
-    QMetaObject::invokeMethod(&m_receiver, quit, Qt::QueuedConnection);
+    });
 }
 
 void QtEventLoop::processEvents(bool wait) {
@@ -58,9 +61,7 @@ void QtEventLoop::processEvents(bool wait) {
 }
 
 void QtEventLoop::post(std::function<void()> task) {
-    QMetaObject::invokeMethod(
-        &m_receiver, [work = std::move(task)] { guardedRun("posted task", work); },
-        Qt::QueuedConnection);
+    m_tasks.add(std::move(task));
 }
 
 void QtEventLoop::endAll() {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/EventLoop.h"
+#include "platform/TaskQueue.h"
 
 class QEventLoop;
 
@@ -15,6 +16,8 @@ namespace platform::qt {
 /// UI thread only, except post.
 class QtEventLoop final : public EventLoop {
 public:
+    QtEventLoop();
+
     int run() override;
     void postQuit(int code) override;
     void processEvents(bool wait) override;
@@ -31,6 +34,7 @@ private:
     };
 
     QObject m_receiver; ///< queued calls end with it
+    TaskQueue m_tasks;
     std::vector<Running> m_running;
     unsigned m_lastId = 0;
     std::optional<int> m_pendingQuit; ///< asked for while no loop was running

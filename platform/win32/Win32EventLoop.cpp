@@ -3,8 +3,6 @@
 #include <cstddef>
 #include <utility>
 
-#include "platform/Guard.h"
-
 namespace platform::win32 {
 
 namespace {
@@ -15,7 +13,8 @@ constexpr const wchar_t* kClassName = L"QuorvelEventLoop";
 
 } // namespace
 
-Win32EventLoop::Win32EventLoop() {
+Win32EventLoop::Win32EventLoop()
+    : m_tasks([this] { return PostMessageW(m_window.get(), kTaskMessage, 0, 0) != 0; }) {
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
     description.lpfnWndProc = receive;
@@ -32,36 +31,14 @@ Win32EventLoop::~Win32EventLoop() = default;
 LRESULT CALLBACK Win32EventLoop::receive(HWND window, UINT message, WPARAM wide, LPARAM wideLong) {
     auto* self = reinterpret_cast<Win32EventLoop*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (self != nullptr && message == kTaskMessage) {
-        self->runNextTask();
+        self->m_tasks.runWaiting();
         return 0;
     }
     return DefWindowProcW(window, message, wide, wideLong);
 }
 
-void Win32EventLoop::runNextTask() {
-    std::function<void()> task;
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_tasks.empty()) {
-            return;
-        }
-        task = std::move(m_tasks.front());
-        m_tasks.pop_front();
-        // One message at a time, however many tasks: the system's queue is short. It is sent before
-        // the task runs, which may start a loop of its own.
-        if (!m_tasks.empty()) {
-            PostMessageW(m_window.get(), kTaskMessage, 0, 0);
-        }
-    }
-    guardedRun("posted task", task);
-}
-
 void Win32EventLoop::post(std::function<void()> task) {
-    const std::lock_guard lock(m_mutex);
-    m_tasks.push_back(std::move(task));
-    if (m_tasks.size() == 1) {
-        PostMessageW(m_window.get(), kTaskMessage, 0, 0);
-    }
+    m_tasks.add(std::move(task));
 }
 
 void Win32EventLoop::handle(const MSG& message) {

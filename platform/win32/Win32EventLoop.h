@@ -3,14 +3,12 @@
 // loops.
 #pragma once
 
-#include <deque>
 #include <functional>
-#include <mutex>
 #include <optional>
 #include <vector>
 
 #include "platform/EventLoop.h"
-#include "platform/ThreadAnnotations.h"
+#include "platform/TaskQueue.h"
 #include "platform/win32/Handles.h"
 
 namespace platform::win32 {
@@ -39,12 +37,10 @@ private:
     };
 
     static LRESULT CALLBACK receive(HWND window, UINT message, WPARAM wide, LPARAM wideLong);
-    void runNextTask();
     void handle(const MSG& message);
 
     UniqueWindow m_window;
-    std::mutex m_mutex;
-    std::deque<std::function<void()>> m_tasks GUARDED_BY(m_mutex);
+    TaskQueue m_tasks;
     std::vector<Running> m_running;
     unsigned m_lastId = 0;
     std::optional<int> m_pendingQuit; ///< asked for while no loop was running

@@ -127,6 +127,19 @@ TEST_F(Lifetime, AWindowThatIsReleasedWithoutBeingClosedPostsNoQuit) {
     EXPECT_EQ(test::gui().loop().run(), 7);
 }
 
+TEST_F(Lifetime, ALoopThatATaskStartsRunsTheTasksBehindIt) {
+    platform::EventLoop& loop = test::gui().loop();
+    std::string order;
+    loop.post([&] {
+        EXPECT_TRUE(test::pumpUntil([&] { return order == "bc"; }));
+        order += "a";
+    });
+    loop.post([&] { order += "b"; });
+    loop.post([&] { order += "c"; });
+    test::pump();
+    EXPECT_EQ(order, "bca");
+}
+
 TEST_F(Lifetime, AWindowThatIsMadeAgainBeginsAnew) {
     const std::string combo = R"(<Combo name="Combo" pos="0,30,80,20" enabled="true">
         <ListLabelElement text="one"/></Combo>)";
