@@ -5,10 +5,14 @@
 #include <mutex>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "core/Text.h"
 #include "core/Translations.h"
+#include "platform/ThreadAnnotations.h"
 
 namespace core {
 namespace {
@@ -38,9 +42,22 @@ constexpr std::array kKeyNames{
     "Key.Menu|Menu"_tr,
 };
 
+/// A text as the chosen language has it, with its places.
+struct Prepared {
+    std::string one; ///< of a text that names a number
+    std::string text;
+    std::string keyboard{}; ///< keys in brackets behind it
+};
+/// By the text in the program.
+using PreparedTexts = std::unordered_map<std::string_view, std::shared_ptr<const Prepared>>;
+
 struct Current {
     std::mutex mutex;
-    std::shared_ptr<const Translations> texts; ///< guarded by the mutex
+    std::shared_ptr<const Translations> texts GUARDED_BY(mutex);
+    bool countsNone GUARDED_BY(mutex) = false; ///< none takes the singular
+    // Looking a text up takes far longer than filling it in, and lists show the same one often.
+    PreparedTexts plain GUARDED_BY(mutex);
+    PreparedTexts counted GUARDED_BY(mutex);
 };
 
 Current& current() {
@@ -90,9 +107,30 @@ std::string filled(std::string_view text, std::span<const TextPart> parts) {
 
 /// Whether the language has its singular for `count`.
 bool isOne(std::size_t count) {
-    const auto known = texts();
-    const bool countsNone = known != nullptr && lowerCase(known->language()) == "french";
-    return count == 1 || (count == 0 && countsNone);
+    Current& shared = current();
+    const std::lock_guard lock(shared.mutex);
+    return count == 1 || (count == 0 && shared.countsNone);
+}
+
+/// What `make` makes of `source`, once for each language.
+std::shared_ptr<const Prepared> prepared(PreparedTexts Current::*kept, std::string_view source,
+                                         Prepared (*make)(std::string_view)) {
+    Current& shared = current();
+    std::shared_ptr<const Translations> known;
+    {
+        const std::lock_guard lock(shared.mutex);
+        const auto found = (shared.*kept).find(source);
+        if (found != (shared.*kept).end()) {
+            return found->second;
+        }
+        known = shared.texts;
+    }
+    auto made = std::make_shared<const Prepared>(make(source));
+    const std::lock_guard lock(shared.mutex);
+    if (shared.texts == known) {
+        (shared.*kept).emplace(source, made);
+    }
+    return made;
 }
 
 bool isFunctionKey(std::string_view name) {
@@ -146,10 +184,27 @@ struct Source {
     std::string keyboard;
 };
 
+Prepared preparePlain(std::string_view text) {
+    const Source source(text);
+    return {{}, find(source.key).value_or(std::string(source.english)), source.keyboard};
+}
+
+Prepared prepareCounted(std::string_view text) {
+    auto forms = cut(text, '|');
+    std::string key;
+    if (forms.second.find('|') != std::string_view::npos) {
+        key = forms.first;
+        forms = cut(forms.second, '|');
+    } else {
+        key = keyOf(forms.second);
+    }
+    return {find(key + ".one").value_or(std::string(forms.first)),
+            find(key + ".other").value_or(std::string(forms.second))};
+}
+
 std::string shownText(Text text, std::span<const TextPart> parts) {
-    const Source source(text.source);
-    const std::optional<std::string> found = find(source.key);
-    return filled(found ? *found : source.english, parts) + source.keyboard;
+    const auto shown = prepared(&Current::plain, text.source, preparePlain);
+    return filled(shown->text, parts) + shown->keyboard;
 }
 
 } // namespace
@@ -191,18 +246,10 @@ std::string trStored(Text text, TextParts given) {
 }
 
 std::string trStored(CountedText text, std::size_t count, TextParts given) {
-    std::pair<std::string_view, std::string_view> forms = cut(text.source, '|');
-    std::string key;
-    if (forms.second.find('|') != std::string_view::npos) {
-        key = forms.first;
-        forms = cut(forms.second, '|');
-    } else {
-        key = keyOf(forms.second);
-    }
-    const std::optional<std::string> found = find(key + (isOne(count) ? ".one" : ".other"));
+    const auto shown = prepared(&Current::counted, text.source, prepareCounted);
     std::vector<TextPart> parts{count};
     parts.insert(parts.end(), given.begin(), given.end());
-    return filled(found ? *found : count == 1 ? forms.first : forms.second, parts);
+    return filled(isOne(count) ? shown->one : shown->text, parts);
 }
 
 std::u16string trWide(Text text, TextParts given) {
@@ -229,6 +276,9 @@ std::u16string trKeys(std::u16string_view text) {
 void setTexts(std::shared_ptr<const Translations> texts) {
     Current& shared = core::current();
     const std::lock_guard lock(shared.mutex);
+    shared.countsNone = texts != nullptr && lowerCase(texts->language()) == "french";
+    shared.plain.clear();
+    shared.counted.clear();
     shared.texts = std::move(texts);
 }
 
