@@ -8,8 +8,6 @@
 #include <mutex>
 #include <utility>
 
-#include "platform/ThreadAnnotations.h"
-
 namespace platform {
 
 class TaskQueue {
@@ -27,13 +25,13 @@ private:
     /// The first one, which is empty when none is left; asks for another call when it has others
     /// behind it.
     std::function<void()> take() noexcept;
-    /// Where it was refused, the next task that is added asks again.
-    void wake() REQUIRES(m_mutex);
+    /// With m_mutex held. Where it was refused, the next task that is added asks again.
+    void wake();
 
     const std::function<bool()> m_wake;
-    std::mutex m_mutex;
-    std::deque<std::function<void()>> m_tasks GUARDED_BY(m_mutex);
-    bool m_isWoken GUARDED_BY(m_mutex) = false;
+    std::mutex m_mutex; ///< guards what follows
+    std::deque<std::function<void()>> m_tasks;
+    bool m_isWoken = false;
 };
 
 } // namespace platform
