@@ -12,7 +12,6 @@
 
 #include "core/Text.h"
 #include "core/Translations.h"
-#include "platform/ThreadAnnotations.h"
 
 namespace core {
 namespace {
@@ -52,12 +51,12 @@ struct Prepared {
 using PreparedTexts = std::unordered_map<std::string_view, std::shared_ptr<const Prepared>>;
 
 struct Current {
-    std::mutex mutex;
-    std::shared_ptr<const Translations> texts GUARDED_BY(mutex);
-    bool countsNone GUARDED_BY(mutex) = false; ///< none takes the singular
+    std::mutex mutex; ///< guards what follows
+    std::shared_ptr<const Translations> texts;
+    bool countsNone = false; ///< none takes the singular
     // Looking a text up takes far longer than filling it in, and lists show the same one often.
-    PreparedTexts plain GUARDED_BY(mutex);
-    PreparedTexts counted GUARDED_BY(mutex);
+    PreparedTexts plain;
+    PreparedTexts counted;
 };
 
 Current& current() {
