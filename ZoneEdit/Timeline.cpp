@@ -53,12 +53,12 @@ void Timeline::showFrame(int frame) {
     }
     invalidatePlayhead();
     m_frame = shown;
-    reveal(shown);
+    scrollTo(shown);
     invalidatePlayhead();
     accessibleChanged(platform::AccessibleChange::value);
 }
 
-void Timeline::reveal(int frame) {
+void Timeline::scrollTo(int frame) {
     if (m_drag == Drag::none && m_scale.reveal(frame)) {
         Invalidate();
     }

@@ -76,7 +76,7 @@ private:
     void dragTo(int x);
     void dragRange(int frame);
     bool wheel(const platform::Event& event);
-    void reveal(int frame);
+    void scrollTo(int frame);
     /// The end of the range that can be dragged at a point.
     [[nodiscard]] Drag gripAt(Point point) const;
     void invalidatePlayhead();

@@ -5,7 +5,6 @@
 
 #include "core/File.h"
 #include "core/Log.h"
-#include "platform/ThreadAnnotations.h"
 
 namespace ui {
 namespace {
@@ -23,9 +22,9 @@ VersionDetails readQuietly(const VersionHistory& history, const recovery::Versio
 
 /// Between the thread and the window.
 struct VersionReader::Found {
-    std::mutex mutex;
-    std::vector<Row> rows GUARDED_BY(mutex);
-    std::vector<std::string> odd GUARDED_BY(mutex);
+    std::mutex mutex; ///< guards what follows
+    std::vector<Row> rows;
+    std::vector<std::string> odd;
 };
 
 VersionReader::VersionReader(platform::EventLoop& loop, platform::FileSystem& files,

@@ -88,7 +88,7 @@ void SceneMap::choose(int branch) {
     if (m_chosen != branch) {
         m_chosen = branch;
         m_backLines.reset();
-        reveal(branch);
+        showNode(branch);
         accessibleChanged(platform::AccessibleChange::value);
         Invalidate();
     }
@@ -174,7 +174,7 @@ void SceneMap::fitDownTo(int step) {
     };
     m_view = {shift(layout().width, room.width), shift(layout().height, room.height)};
     m_isFitted = true;
-    reveal(m_chosen);
+    showNode(m_chosen);
     if (m_onZoom) {
         m_onZoom();
     }
@@ -220,12 +220,12 @@ void SceneMap::zoom(int by) {
             isSeen ? Point{(chosen.left + chosen.right) / 2, (chosen.top + chosen.bottom) / 2}
                    : Point{(pos.left + pos.right) / 2, (pos.top + pos.bottom) / 2});
     if (isSeen) {
-        reveal(m_chosen);
+        showNode(m_chosen);
     }
 }
 
 /// Moves the view as little as it takes to show the branch.
-void SceneMap::reveal(int branch) {
+void SceneMap::showNode(int branch) {
     const Rect place = placeOf(branch);
     const Rect& pos = GetPos();
     if (place.width() == 0 || pos.width() == 0) {

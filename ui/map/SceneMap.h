@@ -101,7 +101,7 @@ private:
     [[nodiscard]] std::u16string textOf(int branch, int action) const;
     [[nodiscard]] Rect inWindow(int x, int y, int width, int height) const;
     void setStep(int step, Point fixed);
-    void reveal(int branch);
+    void showNode(int branch);
     void pick(int branch);
     bool key(const platform::Event& event);
     void press(const platform::Event& event);
