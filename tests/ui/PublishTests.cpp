@@ -80,7 +80,7 @@ protected:
 
 TEST_F(Publishing, SavesAndPublishesAndRemembersWhatWasChosen) {
     session().setImmediate(0, 0, true);
-    publish([this](const WindowDriver& window) {
+    publish([](const WindowDriver& window) {
         EXPECT_EQ(window.textOf(u"EditPublishFolder"), u"Published/+fire");
         EXPECT_EQ(window.textOf(u"EditPublishTitle"), u"Fire");
         EXPECT_EQ(window.textOf(u"ButtonPublish"), u"Save and Publish");
