@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZonesPresenter.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
@@ -163,6 +164,18 @@ void EditingParts::bindPoints(ui::CommandSet& commands) {
     commands.bind(
         command::kDeletePoint, [this] { m_pointKeys.remove(); },
         [this] { return m_pointKeys.canRemove(); });
+    const std::pair<std::string_view, std::u16string_view> tools[] = {
+        {command::kMoveTool, kToolOptions[0]},
+        {command::kAddOneTool, kToolOptions[1]},
+        {command::kAddManyTool, kToolOptions[2]},
+        {command::kDeleteTool, kToolOptions[3]}};
+    for (const auto& [id, name] : tools) {
+        commands.bind(id, [this, name = name] {
+            if (auto* option = m_links.controls.find<toolkit::COptionUI>(name)) {
+                option->Activate();
+            }
+        });
+    }
     commands.bind(
         command::kEndAdding, [this] { (void)endAdding(); },
         [this] { return m_tools.isAddingMany(); });

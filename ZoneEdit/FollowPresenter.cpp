@@ -1,6 +1,7 @@
 #include "ZoneEdit/FollowPresenter.h"
 
 #include <cstddef>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "ZoneEdit/ZoneTexts.h"
 #include "core/Texts.h"
 #include "platform/Geometry.h"
+#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CProgressUI.h"
 #include "video/CVideoUI.h"
 #include "zone/ShapeStretch.h"
@@ -61,6 +63,7 @@ void FollowPresenter::start() {
         [this](const follow::Outcome& outcome) { finish(outcome); });
     showNews({m_place.frame, m_request.points, 1, 0, m_request.count()});
     showPanel();
+    showSign(u"Follow", u"accent");
 }
 
 std::optional<follow::Request> FollowPresenter::request(const ShapeEditor::Place& place) const {
@@ -147,6 +150,11 @@ void FollowPresenter::finish(const follow::Outcome& outcome) {
     m_links.controls.setText(kMatchLabel, followedMatchText(count, outcome.leastMatch));
     m_links.showFrame(outcome.lostAt ? *outcome.lostAt : last);
     showPanel();
+    if (outcome.lostAt) {
+        showSign(u"Warning", u"warning");
+    } else {
+        showSign(u"Check", u"good");
+    }
 }
 
 void FollowPresenter::propose(FollowLayer::Shapes shapes) {
@@ -169,6 +177,13 @@ void FollowPresenter::showPanel() {
     controls.setVisible(kFollowStopButton, isRunning);
     controls.setVisible(kFollowDiscardButton, !isRunning);
     m_links.barChanged();
+}
+
+void FollowPresenter::showSign(std::u16string_view icon, std::u16string_view tint) const {
+    if (toolkit::CControlUI* sign = m_links.controls.find(kFollowSign)) {
+        sign->SetAttribute(u"icon", icon);
+        sign->SetAttribute(u"icontint", tint);
+    }
 }
 
 void FollowPresenter::stop() {

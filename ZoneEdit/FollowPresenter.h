@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "ZoneEdit/EditedVideo.h"
 #include "ZoneEdit/FollowLayer.h"
@@ -61,6 +62,7 @@ private:
     void showNews(const follow::News& news);
     void finish(const follow::Outcome& outcome);
     void showPanel();
+    void showSign(std::u16string_view icon, std::u16string_view tint) const;
     void showFound();
     void propose(FollowLayer::Shapes shapes);
     void close();

@@ -13,6 +13,7 @@ namespace zoneedit {
 namespace {
 
 constexpr int kNewsMs = 4000;
+constexpr unsigned kTimer = 0x7FFFFFFD;
 /// From this width on there is room for it beside the video's name.
 constexpr int kWide = 1240;
 constexpr core::Text kAtRest[] = {
@@ -63,13 +64,17 @@ void HintPresenter::explain(core::Text reason) {
     }
 }
 
-void HintPresenter::timeIsUp() {
+bool HintPresenter::timeIsUp(unsigned timer) {
+    if (timer != kTimer) {
+        return false;
+    }
     m_reason = {};
     m_isNews = false;
     if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
         window->timers().stop(kTimer);
     }
     show();
+    return true;
 }
 
 core::Text HintPresenter::usual() const {

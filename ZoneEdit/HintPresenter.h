@@ -26,9 +26,8 @@ public:
     /// Whether the caption has nothing more important to say.
     void allow(bool isAllowed);
     void windowSized() { place(); }
-    /// For the window's timer of this number.
-    void timeIsUp();
-    static constexpr unsigned kTimer = 0x7FFFFFFD;
+    /// For a timer of the window. False when it is not its own.
+    bool timeIsUp(unsigned timer);
 
 private:
     [[nodiscard]] core::Text usual() const;

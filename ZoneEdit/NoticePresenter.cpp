@@ -15,6 +15,7 @@ namespace zoneedit {
 namespace {
 
 constexpr int kRefusalMs = 3000;
+constexpr unsigned kTimer = 0x7FFFFFFF;
 
 } // namespace
 
@@ -52,9 +53,13 @@ void NoticePresenter::close() {
     show();
 }
 
-void NoticePresenter::timeIsUp() {
+bool NoticePresenter::timeIsUp(unsigned timer) {
+    if (timer != kTimer) {
+        return false;
+    }
     endRefusal();
     show();
+    return true;
 }
 
 void NoticePresenter::changed() {

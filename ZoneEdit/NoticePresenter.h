@@ -32,9 +32,8 @@ public:
 
     [[nodiscard]] bool isShown() const { return !m_shown.empty(); }
     void close();
-    /// What was said for a time only goes. For the window's timer of this number.
-    void timeIsUp();
-    static constexpr unsigned kTimer = 0x7FFFFFFF;
+    /// What was said for a time only goes. For a timer of the window; false when it is not its own.
+    bool timeIsUp(unsigned timer);
 
 private:
     struct Line {

@@ -1,7 +1,6 @@
 #include "ZoneEdit/PointTools.h"
 
 #include <cstddef>
-#include <cstdlib>
 #include <iterator>
 #include <utility>
 
@@ -13,8 +12,6 @@
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 #include "zone/EditContext.h"
-#include "zone/ShapeEdits.h"
-#include "zone/ZoneManager.h"
 
 namespace zoneedit {
 
@@ -50,7 +47,7 @@ const PointTools::Rule& PointTools::ruleOf(Tool tool) {
 PointTools::PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
                        ShapeEditor& editor, HintPresenter& hints)
     : m_controls(controls), m_video(video), m_session(session), m_editor(editor), m_hints(hints),
-      m_gesture(controls, video, session, editor) {
+      m_gesture(controls, video, session, editor), m_step(session, editor) {
     if (video::CVideoUI* control = m_video.control()) {
         control->setPointerShape([this](Point at) { return pointerAt(at); });
     }
@@ -179,11 +176,14 @@ bool PointTools::press(const platform::Event& event) {
     if (const auto kind = gestureOf(event.modifiers)) {
         return beginGesture(*kind, position);
     }
+    const video::PictureView view = control->view();
+    const Point at = view.toDisplay(position);
     if (event.kind == EventKind::mouseDoubleClick && m_tool == Tool::movePoint &&
-        insertOnEdge(place, position)) {
+        m_editor.insertOnEdge(place, at, kEdgeReach / view.scale)) {
+        m_video.repaintZoneNow();
         return true;
     }
-    return pressTool(place, control->view().toDisplay(position));
+    return pressTool(place, at);
 }
 
 bool PointTools::beginGesture(ShapeGesture::Kind kind, Point position) {
@@ -200,7 +200,7 @@ bool PointTools::pressTool(Place place, Point at) {
         m_controls.manager().SetCapture(); // may lose it at once: then this is a click
     }
     try {
-        beginStep(rule.step, place);
+        m_step.begin(rule.step, place);
         use(place, at);
     } catch (...) { // out of memory: the next edit must not become part of this step
         cancelStep();
@@ -220,11 +220,7 @@ void PointTools::use(Place place, Point at) {
     switch (m_tool) {
     case Tool::movePoint:
         m_session.hitTest(place.zone, place.frame, at.x, at.y);
-        beginMove(place);
-        m_grab = {};
-        if (m_start && m_start->handle >= 0 && m_keepsDistance && m_keepsDistance()) {
-            m_grab = {m_start->at.x - at.x, m_start->at.y - at.y};
-        }
+        m_step.beginMove(place, at, m_keepsDistance && m_keepsDistance());
         break;
     case Tool::addPoint:
     case Tool::addMultiPoint:
@@ -239,22 +235,6 @@ void PointTools::use(Place place, Point at) {
     }
 }
 
-bool PointTools::insertOnEdge(Place place, Point position) {
-    const video::PictureView view = m_video.control()->view();
-    const Point at = view.toDisplay(position);
-    const zone::Points points = m_editor.points();
-    const int edge = zone::edgeAt(points, at, kEdgeReach / view.scale);
-    if (edge < 0 || m_session.isHandleAt(place.zone, place.frame, at.x, at.y)) {
-        return false;
-    }
-    const auto held = m_session.zones().zone(place.zone);
-    m_session.replaceShapes({StepLabel::Name::addPoint, place.zone, place.frame},
-                            zone::withPointOnEdge(*held, place.frame, edge, at));
-    m_session.hitTest(place.zone, place.frame, at.x, at.y); // chooses it
-    m_video.repaintZoneNow();
-    return true;
-}
-
 bool PointTools::move(Point position) {
     const video::CVideoUI* control = m_video.checkedControl(kMouseMoveLine);
     if (control == nullptr) {
@@ -266,36 +246,11 @@ bool PointTools::move(Point position) {
     }
     if (m_tool == Tool::movePoint && m_session.context().currentZone >= 0 &&
         control->pictureRect().contains(position)) {
-        moveHandle(position);
+        m_step.move({m_session.context().currentZone, m_video.frame()},
+                    control->view().toDisplay(position), m_held.shift);
     }
     m_video.repaintZoneNow();
     return true;
-}
-
-void PointTools::beginMove(Place place) {
-    const auto start = m_editor.startMove();
-    beginStep(start ? ShapeEditor::moveName(*start) : StepLabel::Name::movePoint, place);
-    m_start = start;
-}
-
-void PointTools::moveHandle(Point position) {
-    const Place place{m_session.context().currentZone, m_video.frame()};
-    // Keys work while the button is down. What they change is not part of the drag, which goes
-    // on wherever they led to.
-    if (place != m_place || !m_session.inGesture()) {
-        beginMove(place);
-    }
-    Point at = m_video.control()->view().toDisplay(position);
-    at = {at.x + m_grab.x, at.y + m_grab.y};
-    if (!m_start) { // a point that was added by this press
-        m_session.moveSelectedPoint(place.zone, place.frame, at.x, at.y);
-        return;
-    }
-    if (m_held.shift) {
-        const bool isAcross = std::abs(at.x - m_start->at.x) >= std::abs(at.y - m_start->at.y);
-        at = isAcross ? Point{at.x, m_start->at.y} : Point{m_start->at.x, at.y};
-    }
-    m_editor.move(*m_start, at);
 }
 
 bool PointTools::release(Point position) {
@@ -338,14 +293,8 @@ bool PointTools::cancelDrag() {
     return wasDragging;
 }
 
-void PointTools::beginStep(StepLabel::Name name, Place place) {
-    m_session.beginGesture({name, place.zone, place.frame});
-    m_place = place;
-    m_start.reset();
-}
-
 void PointTools::cancelStep() {
-    m_session.cancelGesture();
+    m_step.cancel();
     if (std::exchange(m_isHeld, false)) {
         m_controls.manager().ReleaseCapture();
     }
@@ -353,11 +302,10 @@ void PointTools::cancelStep() {
 
 void PointTools::endStep() {
     m_isHeld = false;
-    m_start.reset();
     if (m_gesture.isOpen()) { // the capture is lost
         (void)m_gesture.end();
     }
-    m_session.endGesture();
+    m_step.end();
 }
 
 } // namespace zoneedit

@@ -10,6 +10,7 @@
 
 #include "ZoneEdit/EditedVideo.h"
 #include "ZoneEdit/HintPresenter.h"
+#include "ZoneEdit/PointStep.h"
 #include "ZoneEdit/ShapeEditor.h"
 #include "ZoneEdit/ShapeGesture.h"
 #include "platform/Event.h"
@@ -62,13 +63,9 @@ private:
     bool pressTool(Place place, platform::Point at);
     bool beginGesture(ShapeGesture::Kind kind, platform::Point position);
     void use(Place place, platform::Point at);
-    bool insertOnEdge(Place place, platform::Point position);
-    void beginMove(Place place);
-    void moveHandle(platform::Point position);
     bool move(platform::Point position);
     bool release(platform::Point position);
     void releaseGesture(platform::Point position);
-    void beginStep(zone::StepLabel::Name name, Place place);
     void cancelStep();
     void endStep();
 
@@ -78,14 +75,12 @@ private:
     ShapeEditor& m_editor;
     HintPresenter& m_hints;
     ShapeGesture m_gesture;
+    PointStep m_step;
     std::function<bool()> m_keepsDistance;
     std::function<bool(platform::Point)> m_controlClick;
     Tool m_tool = Tool::movePoint;
     bool m_isHeld = false; ///< the button is down, and the mouse ours
     platform::Modifiers m_held;
-    Place m_place; ///< of the step in progress
-    std::optional<ShapeEditor::Start> m_start;
-    platform::Point m_grab; ///< from the pointer to the handle, where that is kept
 };
 
 } // namespace zoneedit

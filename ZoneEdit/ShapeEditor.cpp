@@ -134,6 +134,18 @@ Name ShapeEditor::moveName(const Start& start) {
     return start.reach.keys.empty() ? Name::movePoint : Name::fill;
 }
 
+bool ShapeEditor::insertOnEdge(Place place, Point at, double reach) {
+    const int edge = zone::edgeAt(points(), at, reach);
+    if (edge < 0 || m_session.isHandleAt(place.zone, place.frame, at.x, at.y)) {
+        return false;
+    }
+    const auto held = m_session.zones().zone(place.zone);
+    m_session.replaceShapes({Name::addPoint, place.zone, place.frame},
+                            zone::withPointOnEdge(*held, place.frame, edge, at));
+    m_session.hitTest(place.zone, place.frame, at.x, at.y);
+    return true;
+}
+
 void ShapeEditor::reshapeAll(Name name, const zone::Reshape& change) {
     if (const auto begun = start()) {
         reshape(*begun, name, change);

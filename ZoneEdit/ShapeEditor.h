@@ -74,6 +74,9 @@ public:
     void move(const Start& start, platform::Point to);
     /// The name of the step that such a move is.
     [[nodiscard]] static zone::StepLabel::Name moveName(const Start& start);
+    /// Adds a point on every frame, to the edge that is at most that far from `at` there, and
+    /// chooses it. False where there is none, or a handle.
+    bool insertOnEdge(Place place, platform::Point at, double reach);
     /// An edit of the whole shape in one step.
     void reshapeAll(zone::StepLabel::Name name, const zone::Reshape& reshape);
 

@@ -18,37 +18,18 @@
 #include "zone/SessionKeys.h"
 #include "zone/ZoneSession.h"
 
-namespace recovery {
-class ZoneDraft;
-}
-namespace ui {
-class DraftProblem;
-}
-namespace zone {
-class SessionKeys;
-}
-
 namespace zoneedit {
 
+class DraftPresenter;
 class EditingParts;
-class FlagsPresenter;
 class FollowPresenter;
-class FrameSelection;
-class FramesPresenter;
 class HeaderPresenter;
 class HistoryPresenter;
 class NoticePresenter;
-class PlayPresenter;
-class RangePresenter;
-class TimelinePresenter;
-class OnionLayer;
-class OutlinesLayer;
 class RenamedZones;
-class ViewToggles;
-class ZonesLayer;
-class ZonesPanel;
-class ZonesPresenter;
-class ZoomPresenter;
+class TimeParts;
+class ViewParts;
+class ZoneParts;
 
 class ZoneEdit final : public ui::ConfirmCallback,
                        public ui::EditorWindow,
@@ -89,33 +70,23 @@ protected:
 
 private:
     void bindCommands();
+    void bindHistory();
+    void bindFollow();
     void openVideo();
     [[nodiscard]] bool loadVideo();
-    [[nodiscard]] bool loadZones();
     [[nodiscard]] std::string versionsFolder() const;
     void makeParts();
+    void makeFollow();
+    /// Whether the parts are made.
+    [[nodiscard]] bool isReady() const { return m_draft != nullptr; }
 
     /// Shows the frame and the zone that the last visit of this run ended at.
     void resume();
 
-    /// From now on; offers what was kept before.
-    void keepDraft();
-    void restoreDraft();
+    // The author went to another one.
+    void frameShown();
+    void zoneShown();
 
-    void bindHistory();
-    void bindView();
-    void bindZones();
-    void bindFollow();
-    void makeFollow();
-    /// Another part of the window is shown, or drawn another way.
-    void viewChanged();
-    void bindTime();
-    /// Chooses the zone whose name is at a point of the window. False when there is none.
-    bool chooseByTag(const platform::Event& event);
-    /// Chooses the next zone, but the edited one, that has the point inside. False: there is none.
-    bool chooseInside(platform::Point at);
-    void chooseBeside(int by);
-    void remove();
     void stop();
     void removeZone();
     void saveZones();
@@ -129,28 +100,16 @@ private:
     std::unique_ptr<RenamedZones> m_renamed; ///< empty without a video
     std::shared_ptr<zone::ZoneSession> m_session;
     // Empty until the window is made.
+    std::shared_ptr<zone::SessionKeys> m_keys;
+    std::unique_ptr<ViewParts> m_view;
     std::unique_ptr<NoticePresenter> m_notice;
     std::unique_ptr<HeaderPresenter> m_header;
-    std::unique_ptr<FlagsPresenter> m_flags;
-    std::unique_ptr<ZonesPresenter> m_zones;
-    std::unique_ptr<FramesPresenter> m_frames;
-    std::shared_ptr<zone::SessionKeys> m_keys;
-    std::unique_ptr<FrameSelection> m_selection;
+    std::unique_ptr<ZoneParts> m_zones;
+    std::unique_ptr<TimeParts> m_time;
     std::unique_ptr<EditingParts> m_editing;
     std::unique_ptr<FollowPresenter> m_follow; ///< none without a video
-    std::unique_ptr<ZoomPresenter> m_zoom;
-    std::unique_ptr<ViewToggles> m_toggles;
-    std::unique_ptr<RangePresenter> m_range;
-    std::unique_ptr<TimelinePresenter> m_timeline;
-    std::unique_ptr<PlayPresenter> m_player; ///< none without a video
-    std::unique_ptr<ZonesPanel> m_panel;
-    // The layers over the picture; none without a video.
-    std::shared_ptr<OnionLayer> m_onion;
-    std::shared_ptr<OutlinesLayer> m_outlines;
-    std::shared_ptr<ZonesLayer> m_drawing;
     std::unique_ptr<HistoryPresenter> m_history;
-    std::unique_ptr<ui::DraftProblem> m_draftProblem;
-    std::unique_ptr<recovery::ZoneDraft> m_draft; ///< none without a video or the service for it
+    std::unique_ptr<DraftPresenter> m_draft;
     edit::Subscription m_changes;
 };
 

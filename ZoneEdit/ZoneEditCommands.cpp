@@ -1,26 +1,25 @@
 // What keys, buttons and rows of menus do in the zone editor.
 #include <string>
 #include <string_view>
-#include <utility>
 
+#include "ZoneEdit/EditingParts.h"
 #include "ZoneEdit/FollowPresenter.h"
-#include "ZoneEdit/FramesPresenter.h"
+#include "ZoneEdit/HeaderPresenter.h"
 #include "ZoneEdit/HistoryPresenter.h"
 #include "ZoneEdit/NoticePresenter.h"
-#include "ZoneEdit/PlayPresenter.h"
-#include "ZoneEdit/RangePresenter.h"
-#include "ZoneEdit/TimelinePresenter.h"
-#include "ZoneEdit/ViewToggles.h"
+#include "ZoneEdit/RenamedZones.h"
+#include "ZoneEdit/TimeParts.h"
 #include "ZoneEdit/ZoneEdit.h"
-#include "ZoneEdit/ZoneEditControls.h"
-#include "ZoneEdit/ZonesPanel.h"
-#include "ZoneEdit/ZonesPresenter.h"
-#include "toolkit/controls/COptionUI.h"
-#include "ui/Controls.h"
+#include "ZoneEdit/ZoneParts.h"
+#include "ZoneEdit/ZoneVersions.h"
+#include "core/FileError.h"
+#include "core/Texts.h"
+#include "ui/Confirmation.h"
+#include "ui/EarlierVersions.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
-#include "zone/EditContext.h"
+#include "zone/ZoneManager.h"
 
 namespace zoneedit {
 
@@ -32,72 +31,11 @@ void ZoneEdit::bindCommands() {
         command::kEarlierVersions, [this] { showVersions(); }, [this] { return m_loaded; });
     commands().bind(command::kClose, [this] { closeEditor(); });
     commands().bind(command::kStop, [this] { stop(); });
-    commands().bind(command::kBackTen, [this] { m_frames->backTen(); });
-    commands().bind(command::kBack, [this] { m_frames->back(); });
-    commands().bind(command::kForward, [this] { m_frames->forward(); });
-    commands().bind(command::kForwardTen, [this] { m_frames->forwardTen(); });
-    bindTime();
+    commands().bind(
+        command::kRemoveZone, [this] { removeZone(); },
+        [this] { return m_zones && m_zones->list().hasZones(); });
     bindHistory();
-    bindView();
-    bindZones();
     bindFollow();
-}
-
-void ZoneEdit::bindZones() {
-    namespace command = ui::command;
-    const auto hasZones = [this] { return m_zones && m_zones->hasZones(); };
-    const auto isChosen = [this] { return m_zones && m_zones->canRemove(); };
-    for (const std::string_view id : {command::kAddZone, command::kPanelAddZone}) {
-        commands().bind(id, [this] { m_zones->add(); });
-    }
-    commands().bind(
-        command::kRemoveZone, [this] { removeZone(); }, hasZones);
-    commands().bind(
-        command::kPanelRemoveZone, [this] { remove(); }, isChosen);
-    for (const std::string_view id : {command::kDuplicateZone, command::kPanelDuplicateZone}) {
-        commands().bind(
-            id, [this] { m_session->duplicateZone(m_session->context().currentZone); }, isChosen);
-    }
-    commands().bind(
-        command::kRename,
-        [this] {
-            if (m_panel->hasFocus()) {
-                m_panel->startRename();
-            } else {
-                controls().startTyping(kZoneEdit);
-            }
-        },
-        hasZones);
-    commands().bind(
-        command::kNextZone, [this] { chooseBeside(1); }, hasZones);
-    commands().bind(
-        command::kZoneBefore, [this] { chooseBeside(-1); }, hasZones);
-    const std::pair<std::string_view, std::u16string_view> options[] = {
-        {command::kMoveTool, kToolOptions[0]},
-        {command::kAddOneTool, kToolOptions[1]},
-        {command::kAddManyTool, kToolOptions[2]},
-        {command::kDeleteTool, kToolOptions[3]},
-        {command::kActive, kActiveOption}};
-    for (const auto& [id, name] : options) {
-        commands().bind(id, [this, name = name] {
-            if (auto* option = find<toolkit::COptionUI>(name)) {
-                option->Activate();
-            }
-        });
-    }
-}
-
-void ZoneEdit::bindView() {
-    namespace command = ui::command;
-    const std::pair<std::string_view, Toggle> switches[] = {
-        {command::kAllZones, Toggle::allZones},     {command::kOnion, Toggle::onion},
-        {command::kLoupe, Toggle::loupe},           {command::kPanel, Toggle::panel},
-        {command::kClearLines, Toggle::clearLines}, {command::kGrabDistance, Toggle::grabDistance}};
-    for (const auto& [id, toggle] : switches) {
-        commands().bindSwitch(
-            id, [this, toggle = toggle] { m_toggles->turn(toggle); },
-            [this, toggle = toggle] { return m_toggles && m_toggles->isOn(toggle); });
-    }
 }
 
 void ZoneEdit::bindFollow() {
@@ -117,20 +55,6 @@ void ZoneEdit::bindFollow() {
     bind(command::kFollowDiscard, [](FollowPresenter& follow) { follow.discard(); });
 }
 
-void ZoneEdit::bindTime() {
-    namespace command = ui::command;
-    commands().bind(
-        command::kPlayVideo, [this] { m_player->toggle(); },
-        [this] { return m_player && m_video.frameCount() > 1; });
-    commands().bind(command::kFirstFrame, [this] { m_timeline->first(); });
-    commands().bind(command::kLastFrame, [this] { m_timeline->last(); });
-    commands().bind(command::kKeyBefore, [this] { m_timeline->keyBefore(); });
-    commands().bind(command::kNextKey, [this] { m_timeline->nextKey(); });
-    commands().bind(command::kTimelineFit, [this] { m_timeline->fit(); });
-    commands().bind(command::kRangeBegin, [this] { m_range->begin(); });
-    commands().bind(command::kRangeEnd, [this] { m_range->end(); });
-}
-
 void ZoneEdit::bindHistory() {
     namespace command = ui::command;
     commands().bind(
@@ -144,8 +68,60 @@ void ZoneEdit::bindHistory() {
     commands().bind(command::kNoticeUndo, [this] { m_history->undo(); });
     commands().bind(command::kOnlyThisFrame, [this] { m_session->keepToOneFrame(); });
     commands().bind(command::kOnAllFrames, [this] { m_session->extendToAllFrames(); });
-    commands().bind(command::kRestoreDraft, [this] { restoreDraft(); });
     commands().bind(command::kCloseNotice, [this] { m_notice->close(); });
+}
+
+void ZoneEdit::stop() {
+    const bool wasTyping =
+        m_time->restoreText() || m_zones->restoreText() || m_editing->restoreText();
+    if (wasTyping || m_editing->cancelDrag()) {
+        return;
+    }
+    if (m_notice->isShown()) {
+        m_notice->close();
+    } else if (m_follow && m_follow->isRunning()) {
+        m_follow->stop();
+    } else if ((!m_follow || !m_follow->discard()) && !m_editing->endAdding()) {
+        m_time->selection().clear();
+    }
+}
+
+void ZoneEdit::removeZone() {
+    if (!m_zones->list().canRemove()) {
+        return;
+    }
+    SetAnswer(kNo);
+    ui::Confirmation::ask(
+        context(), *this, core::trStored("RemoveZoneQuestion|Remove Zone?"_tr),
+        core::trStored("RemoveZoneSure|Are you sure you want to remove the zone?"_tr));
+    if (answer() == kYes) {
+        m_zones->remove();
+    }
+}
+
+void ZoneEdit::saveZones() {
+    if (m_loaded) {
+        m_header->save();
+        if (m_session->zones().lastSaveFailure().empty()) {
+            m_result.renamedZones = m_renamed->in(m_session->zones());
+        }
+    }
+}
+
+void ZoneEdit::showVersions() {
+    m_session->endGesture();
+    ui::EarlierVersions::show(
+        context(), *this, zoneHistory(*m_session, context().state.zoneEditVideo, versionsFolder()));
+}
+
+void ZoneEdit::closeEditor() {
+    // A dismissed question counts as yes. Intended.
+    SetAnswer(kYes);
+    ui::Confirmation::ask(context(), *this, core::trStored("CloseQuestion|Close?"_tr),
+                          core::trStored("Are you sure you want to close Zone Edit?"_tr));
+    if (answer() == kYes) {
+        Close(1);
+    }
 }
 
 } // namespace zoneedit

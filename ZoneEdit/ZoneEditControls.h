@@ -47,6 +47,7 @@ inline constexpr std::u16string_view kRowEdit = u"EditRowName";
 inline constexpr std::u16string_view kRowState = u"LabelRowActive";
 inline constexpr std::u16string_view kRowEye = u"CheckRowOutline";
 inline constexpr std::u16string_view kFollowPanel = u"PanelFollow";
+inline constexpr std::u16string_view kFollowSign = u"FollowSign";
 inline constexpr std::u16string_view kFollowLabel = u"LabelFollow";
 inline constexpr std::u16string_view kFollowProgress = u"ProgressFollow";
 inline constexpr std::u16string_view kMatchLabel = u"LabelMatch";

@@ -30,8 +30,6 @@ public:
     bool handle(const platform::Event& event);
     /// "All of it" is another scale now.
     void windowSized();
-    /// What a press would do if it moved the picture; none: it does not.
-    [[nodiscard]] bool isMoving() const { return m_from || m_isSpaceHeld; }
 
 private:
     bool press(const platform::Event& event);

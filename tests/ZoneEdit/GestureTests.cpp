@@ -1,12 +1,13 @@
 // Drags with Ctrl and Shift, double-clicks and keys that edit points, by real events: in the whole
 // picture, zoomed in, and on a screen of another scale.
+#include <cmath>
 #include <cstddef>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "ZoneEdit/HintPresenter.h"
+#include "ZoneEdit/Timeline.h"
 #include "core/EditorSettings.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "video/CVideoUI.h"
@@ -49,6 +50,10 @@ protected:
     void key(EventKind kind, Key key, Modifiers held) {
         test::input().key(m_driver->native(), kind, key, {}, held);
         test::pump();
+    }
+    void press(Key key) {
+        m_driver->manager().SetFocus(nullptr);
+        m_driver->press(key);
     }
     /// A square on all frames, with no point chosen.
     void drawSquare(int left = 500, int top = 300, int size = 80) {
@@ -102,6 +107,52 @@ TEST_F(ZoneEditGesture, CtrlDrawsRectanglesScalesAndTurnsWhateverTheZoomAndTheSc
             EXPECT_NEAR(points(0, 0)[0].x - points(0, 0)[1].x, 0, 4) << "a quarter, clockwise";
             EXPECT_NEAR(points(0, 0)[1].y - points(0, 0)[0].y, width, 4);
             EXPECT_EQ(lastStep(), "rotate");
+        }
+    }
+}
+
+TEST_F(ZoneEditGesture, TheOthersWorkAlikeWhateverTheZoomAndTheScreen) {
+    for (const double enlarged : {1.0, 2.0}) {
+        m_gui.windows().setZoom(enlarged);
+        for (const int zoom : {0, 3}) { // all of it; 200 %
+            show(9, 1);
+            m_driver->pick(u"ComboZoom", zoom);
+            drawSquare(500, 300, 80);
+            m_driver->manager().SetFocus(nullptr);
+            drag({on(500, 300), on(520, 302), on(530, 306)}, kShift);
+            EXPECT_EQ(points(0, 8)[0], (Point{530, 300}));
+            m_driver->doubleClick(on(580, 340));
+            EXPECT_EQ(points(0, 8)[2], (Point{580, 340}));
+            m_driver->press(Key::right, kBoth);
+            EXPECT_EQ(points(0, 8)[2], (Point{590, 340}));
+            m_driver->press(Key::del);
+            EXPECT_EQ(points(0, 8).size(), 4U);
+
+            addZone();
+            m_driver->click(u"OptionMovePoint");
+            drag({on(560, 340)}, kControl);
+            EXPECT_EQ(editing().currentZone, 0) << "a click into another zone";
+            press(Key::n);
+            EXPECT_EQ(editing().currentZone, 1);
+            press(Key::z); // outlines of all zones, with their names
+            m_driver->click(Point{on(500, 300).x + 8, on(500, 300).y - 10});
+            EXPECT_EQ(editing().currentZone, 0) << "its name";
+            press(Key::z);
+
+            const auto& line = m_driver->get<zoneedit::Timeline>(u"Timeline");
+            const auto onLine = [&line](int frame) {
+                return Point{static_cast<int>(std::lround(line.scale().xOf(frame))),
+                             line.GetPos().bottom - 6};
+            };
+            drag({onLine(2), onLine(4), onLine(5)}, kShift);
+            EXPECT_EQ(m_driver->textOf(u"EditRangeFrom"), u"2");
+            EXPECT_EQ(m_driver->textOf(u"EditRangeTo"), u"5");
+            m_driver->press(Key::escape);
+            m_driver->click(onLine(7));
+            EXPECT_EQ(frameText(), u"7");
+            test::input().wheel(m_driver->native(), onLine(3), -120);
+            test::pump();
+            EXPECT_EQ(frameText(), u"8");
         }
     }
 }
@@ -263,6 +314,9 @@ TEST_F(ZoneEditGesture, AGrabbedPointComesToThePointerUnlessItsDistanceIsKept) {
         EXPECT_EQ(points(0, 0)[0], (Point{520, 310}));
         m_driver->drag({on(583, 378), on(573, 388)});
         EXPECT_EQ(points(0, 0)[2], (Point{570, 390}));
+        m_driver->click(u"OptionAddPoint"); // no distance from an earlier grab
+        m_driver->drag({on(700, 500), on(720, 510)});
+        EXPECT_EQ(points(0, 0).at(3), (Point{720, 510}));
     }
 }
 
@@ -283,7 +337,7 @@ TEST_F(ZoneEditGesture, ANarrowWindowShowsTheHintInPlaceOfTheVideoWhileItIsNew) 
     const auto timeIsUp = [this] {
         platform::Event event;
         event.kind = EventKind::timer;
-        event.timerId = zoneedit::HintPresenter::kTimer;
+        event.timerId = 0x7FFFFFFD;
         (void)m_window->HandleMessage(event);
     };
     m_driver->click(u"OptionDeletePoint");

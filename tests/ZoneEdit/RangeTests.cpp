@@ -11,7 +11,6 @@
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/MenuPopup.h"
-#include "zone/ShapeEdits.h"
 
 namespace {
 
@@ -103,16 +102,15 @@ TEST_F(ZoneEditRange, InterpolateFillsTheGapAtTheFrameInOneStepAndSaysWhatItNeed
     m_driver->press(Key::z, kControl);
     EXPECT_EQ(xAt(5), 0);
 
-    // Another number of points behind frame 10.
-    zone::ShapeStretch longer(10);
-    longer.add(Points{{0, 0}, {9, 0}, {9, 9}, {5, 9}}, true, 11);
-    const_cast<zone::ZoneSession&>(m_window->session())
-        .replaceShapes({zone::StepLabel::Name::applyShape, 0, 10}, {longer});
+    goTo(10); // the frames before have no point there
+    m_driver->click(u"OptionDeletePoint");
+    m_driver->click(at(400, 100));
+    goTo(4);
     press(Key::i);
-    EXPECT_EQ(notice(), u"The keys have 3 and 4 points: give them the same number first.");
+    EXPECT_EQ(notice(), u"The keys have 3 and 2 points: give them the same number first.");
     m_driver->click(u"ButtonMatchPoints");
-    EXPECT_EQ(notice(), u"Point counts made equal: 4.");
-    EXPECT_EQ(points(0, 0).size(), 4U);
+    EXPECT_EQ(notice(), u"Point counts made equal: 3.");
+    EXPECT_EQ(points(0, 10).size(), 3U);
     EXPECT_EQ(lastStep(), "match points");
     press(Key::i);
     EXPECT_EQ(lastStep(), "interpolate");

@@ -371,7 +371,7 @@ TEST_F(ZoneEditUndo, TheBarSaysWhatTheCaptionHasNoRoomFor) {
     EXPECT_EQ(notice(), Texts{u"Not a frame number"});
     platform::Event time;
     time.kind = EventKind::timer;
-    time.timerId = zoneedit::NoticePresenter::kTimer;
+    time.timerId = 0x7FFFFFFF;
     m_window->HandleMessage(time);
     EXPECT_EQ(notice(), offer) << "it never goes by time";
     m_driver->enter(u"EditCurrentFrame", u"y");

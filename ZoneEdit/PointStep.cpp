@@ -1,0 +1,58 @@
+#include "ZoneEdit/PointStep.h"
+
+#include <cstdlib>
+
+namespace zoneedit {
+
+using platform::Point;
+using zone::StepLabel;
+
+void PointStep::open(StepLabel::Name name, Place place) {
+    m_session.beginGesture({name, place.zone, place.frame});
+    m_place = place;
+    m_start.reset();
+}
+
+void PointStep::openMove(Place place) {
+    const auto start = m_editor.startMove();
+    open(start ? ShapeEditor::moveName(*start) : StepLabel::Name::movePoint, place);
+    m_start = start;
+}
+
+void PointStep::begin(StepLabel::Name name, Place place) {
+    open(name, place);
+    m_grab = {};
+}
+
+void PointStep::beginMove(Place place, Point press, bool keepsDistance) {
+    openMove(place);
+    m_grab = {};
+    if (m_start && m_start->handle >= 0 && keepsDistance) {
+        m_grab = {m_start->at.x - press.x, m_start->at.y - press.y};
+    }
+}
+
+void PointStep::move(Place place, Point to, bool keepsAxis) {
+    // Keys work while the button is down. What they change is not part of the drag, which goes
+    // on wherever they led to.
+    if (place != m_place || !m_session.inGesture()) {
+        openMove(place);
+    }
+    Point at{to.x + m_grab.x, to.y + m_grab.y};
+    if (!m_start) {
+        m_session.moveSelectedPoint(place.zone, place.frame, at.x, at.y);
+        return;
+    }
+    if (keepsAxis) {
+        const bool isAcross = std::abs(at.x - m_start->at.x) >= std::abs(at.y - m_start->at.y);
+        at = isAcross ? Point{at.x, m_start->at.y} : Point{m_start->at.x, at.y};
+    }
+    m_editor.move(*m_start, at);
+}
+
+void PointStep::end() {
+    m_start.reset();
+    m_session.endGesture();
+}
+
+} // namespace zoneedit
