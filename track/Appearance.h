@@ -3,6 +3,7 @@
 // shading hold the shape where there are no corners.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <limits>
 #include <vector>
@@ -17,8 +18,11 @@ namespace track {
 struct Match {
     double likeness = 0; ///< 1: all of it is there; 0: as much as on any picture
     double seen = 0;     ///< share of its parts that are there
-    double inside = 0;   ///< share of it that lies in the picture
-    Blocks covered;      ///< the parts that are not there
+    /// For each part, in samples' worth: how much of it is there, and how much there could be.
+    std::array<double, kBlocks> agreed{};
+    std::array<double, kBlocks> possible{};
+    double inside = 0; ///< share of it that lies in the picture
+    Blocks covered;    ///< the parts that are not there
 };
 
 using Trust = std::vector<std::vector<float>>;

@@ -1,7 +1,6 @@
 #include "track/Comparison.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <vector>
@@ -38,24 +37,24 @@ private:
 Match compareParts(const Layer& layer, const Seen& seen, double gain, double offset, double noise) {
     const double reach = kAgrees * noise;
     const Chance chance(layer, reach / gain);
-    std::array<double, kBlocks> agreed{};
-    std::array<double, kBlocks> possible{};
+    Match match;
     for (std::size_t i = 0; i < seen.values.size(); ++i) {
         const Sample& sample = *seen.samples[i];
         const double byChance = chance.of(sample.value);
         const bool agrees = std::abs(seen.difference(i, gain, offset)) < reach;
-        agreed[sample.block] += (agrees ? 1 : 0) - byChance;
-        possible[sample.block] += 1 - byChance;
+        match.agreed[sample.block] += (agrees ? 1 : 0) - byChance;
+        match.possible[sample.block] += 1 - byChance;
     }
-    Match match;
     double all = 0;
     for (std::size_t i = 0; i < kBlocks; ++i) {
-        all += possible[i];
-        match.likeness += std::max(0.0, agreed[i]);
-        if (possible[i] >= kTelling && agreed[i] < kGone * possible[i]) {
+        const double possible = match.possible[i];
+        match.agreed[i] = std::max(0.0, match.agreed[i]);
+        all += possible;
+        match.likeness += match.agreed[i];
+        if (possible >= kTelling && match.agreed[i] < kGone * possible) {
             match.covered.set(i);
         } else {
-            match.seen += possible[i];
+            match.seen += possible;
         }
     }
     match.likeness /= std::max(all, 1e-9);

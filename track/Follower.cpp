@@ -23,9 +23,15 @@ constexpr double kGood = 0.8;      ///< of the usual likeness: no need to look e
 constexpr double kSure = 0.95;     ///< of the usual likeness: no need to look at less of it
 /// Of what a view is distorted by, which goes back where the picture says nothing about it.
 constexpr double kStraightened = 0.03;
-constexpr double kDoubtful = 0.5; ///< of the usual likeness: gone when it lasts
-constexpr double kCertain = 0.7;  ///< of the usual likeness: doubts are over
-constexpr double kGone = 0.3;     ///< of the usual likeness
+constexpr double kDoubtful = 0.5;   ///< of the usual likeness: gone when it lasts
+constexpr double kCertain = 0.7;    ///< of the usual likeness: doubts are over
+constexpr double kGone = 0.3;       ///< of the usual likeness
+constexpr double kLeastSeen = 0.22; ///< of the thing, where the rest is hidden
+constexpr int kOpen = 2; ///< steps after which a part counts as one with nothing in front
+/// How far the rest may be from where it was expected: pixels, and a share of the diagonal.
+constexpr double kJump = 2;
+constexpr double kJumpShare = 0.01;
+constexpr double kAgreeing = 0.5; ///< of the corners, which then tell where to expect it
 constexpr int kMostDoubts = 3;    ///< steps in a row
 constexpr double kLeastInside = 0.4;
 constexpr double kLeastLikeness = 0.25; ///< of the first step, else nothing can be followed
@@ -42,6 +48,7 @@ Follower::Follower(const GreyView& picture, const Polygon& polygon) : m_first(po
     m_reference = Appearance(m_now, polygon);
     m_step.shape = polygon;
     m_step.match = 1;
+    m_seenFor.fill(kOpen);
     if (!m_reference.showsAnything()) {
         m_step.sight = Sight::plain;
     }
@@ -60,7 +67,7 @@ Step Follower::follow(const GreyView& picture) {
     m_step.agreement = motion.agreement;
     m_step.seen = found.match.seen;
     m_step.match = std::min(1.0, found.match.likeness / std::max(m_usual, kLeastLikeness));
-    m_step.sight = judge(found.match);
+    m_step.sight = judge(found.match, isSteady(found.warp, motion));
     if (m_step.sight != Sight::kept) {
         return m_step;
     }
@@ -139,21 +146,61 @@ Appearance::Found Follower::best(const Motion& motion, Point shift) const {
     return best;
 }
 
-Sight Follower::judge(const Match& match) {
+bool Follower::isSteady(const Warp& fromReference, const Motion& motion) const {
+    const Polygon polygon = warped(m_toReference, m_first);
+    const Box box = boundsOf(m_step.shape);
+    const double reach = kJump + kJumpShare * std::hypot(box.width(), box.height());
+    const auto isNear = [&](const Warp& other) {
+        return std::ranges::all_of(polygon, [&](Point corner) {
+            const Point one = fromReference(corner);
+            const Point two = other(corner);
+            return std::hypot(one.x - two.x, one.y - two.y) <= reach;
+        });
+    };
+    return isNear(expected(m_last)) ||
+           (motion.agreement >= kAgreeing && isNear(expected(motion.warp)));
+}
+
+Sight Follower::judge(const Match& match, bool isSteady) {
     if (match.inside < kLeastInside) {
         return Sight::left;
     }
     if (m_steps == 1 && match.likeness < kLeastLikeness) {
         return Sight::plain;
     }
-    const double share = match.likeness / std::max(m_usual, kLeastLikeness);
+    const double usual = std::max(m_usual, kLeastLikeness);
+    const double open = isSteady ? likenessOfOpen(match) : 0;
+    const double share = std::max(match.likeness, open) / usual;
     m_doubts = share < (m_doubts > 0 ? kCertain : kDoubtful) ? m_doubts + 1 : 0;
     m_step.isDoubtful = m_doubts > 0;
     return m_steps > 1 && (share < kGone || m_doubts >= kMostDoubts) ? Sight::covered : Sight::kept;
 }
 
+double Follower::likenessOfOpen(const Match& match) const {
+    double agreed = 0;
+    double open = 0;
+    double all = 0;
+    for (std::size_t i = 0; i < kBlocks; ++i) {
+        all += match.possible[i];
+        if (m_seenFor[i] >= kOpen && !match.covered.test(i)) {
+            agreed += match.agreed[i];
+            open += match.possible[i];
+        }
+    }
+    return open > kLeastSeen * all && open > 0 ? agreed / open : 0;
+}
+
+void Follower::noteCovered(const Match& match) {
+    const bool isSure = match.likeness > kGood * m_usual;
+    for (std::size_t i = 0; i < kBlocks; ++i) {
+        const int before = isSure ? kOpen : m_seenFor[i];
+        m_seenFor[i] = match.covered.test(i) ? 0 : std::min(kOpen, before + 1);
+    }
+}
+
 void Follower::learn(const Appearance::Found& found) {
     m_experience.covered = found.match.covered;
+    noteCovered(found.match);
     m_experience.trust.resize(found.agreed.size());
     for (std::size_t layer = 0; layer < found.agreed.size(); ++layer) {
         std::vector<float>& trust = m_experience.trust[layer];
@@ -189,6 +236,7 @@ void Follower::renewReference(const Match& match) {
         m_reference = std::move(renewed);
         m_toReference = m_toNow;
         m_experience.covered.reset();
+        m_seenFor.fill(kOpen);
         m_experience.trust.clear();
     }
 }

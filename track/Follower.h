@@ -14,9 +14,12 @@
 // object may be used by one thread at a time.
 #pragma once
 
+#include <array>
+
 #include "track/Appearance.h"
 #include "track/Geometry.h"
 #include "track/Picture.h"
+#include "track/Samples.h"
 
 namespace track {
 
@@ -57,7 +60,13 @@ private:
     [[nodiscard]] Warp expected(const Warp& motion) const;
     [[nodiscard]] Appearance::Found best(const Motion& motion, Point shift) const;
     [[nodiscard]] bool isLikely(const Warp& fromReference) const;
-    [[nodiscard]] Sight judge(const Match& match);
+    /// Whether it lies where its last motion, or that of most corners, led to.
+    [[nodiscard]] bool isSteady(const Warp& fromReference, const Motion& motion) const;
+    [[nodiscard]] Sight judge(const Match& match, bool isSteady);
+    /// Of the parts that nothing has been in front of for some steps, as far as they are still
+    /// there. 0: these are too few to tell.
+    [[nodiscard]] double likenessOfOpen(const Match& match) const;
+    void noteCovered(const Match& match);
     void learn(const Appearance::Found& found);
     void renewReference(const Match& match);
 
@@ -70,6 +79,8 @@ private:
     Warp m_last;        ///< the last motion
     double m_usual = 0; ///< likeness where all is well; less than 1 with noise
     Experience m_experience;
+    /// Steps since something was in front of each part, at most those after which it counts.
+    std::array<int, kBlocks> m_seenFor{};
     int m_steps = 0;
     int m_doubts = 0; ///< in a row
     Step m_step;

@@ -44,7 +44,7 @@ TEST(FollowerTest, SoftThingsDoNotDrift) {
 }
 
 TEST(FollowerTest, SightIsLostWhenSomethingSlidesOverTheThing) {
-    for (const std::uint32_t seed : {41U, 44U}) {
+    for (const std::uint32_t seed : {41U, 44U, 2016U}) {
         FollowedClip clip(ClipKind::covered, seed);
         track::Follower follower(clip.picture(0), clip.zone(0));
         int lostAt = 0;
@@ -65,6 +65,19 @@ TEST(FollowerTest, SightIsLostWhenSomethingSlidesOverTheThing) {
         EXPECT_EQ(after.sight, Sight::covered);
         EXPECT_EQ(after.shape, step.shape);
     }
+}
+
+TEST(FollowerTest, WhatPassesInFrontOfHalfOfAThingDoesNotEndIt) {
+    FollowedClip clip(ClipKind::part, 1005);
+    track::Follower follower(clip.picture(0), clip.zone(0));
+    double mostHidden = 0;
+    for (int frame = 1; frame < 90; ++frame) {
+        const track::Step step = follower.follow(clip.picture(frame));
+        ASSERT_EQ(step.sight, Sight::kept) << frame;
+        EXPECT_GE(bench::overlap(step.shape, clip.zone(frame)), 0.85) << frame;
+        mostHidden = std::max(mostHidden, clip.covered(frame));
+    }
+    EXPECT_GT(mostHidden, 0.5);
 }
 
 TEST(FollowerTest, BackwardsFromTheEndAsWell) {
