@@ -159,17 +159,18 @@ void RandomUser::click(platform::NativeWindow& native, Point at, MouseButton but
     m_input->mouse(native, EventKind::mouseUp, at, button, modifiers);
 }
 
-void RandomUser::clickControl() {
+const CControlUI* RandomUser::anyControl() {
     std::vector<CControlUI*> controls;
     m_window->GetPaintManager().UpdateLayout();
     if (CControlUI* root = m_window->GetPaintManager().GetRoot()) {
         collect(*root, controls);
     }
-    if (controls.empty()) {
-        return;
-    }
-    const CControlUI* control = oneOf(controls);
-    if (leaves(*control) && !oneIn(5)) {
+    return controls.empty() ? nullptr : oneOf(controls);
+}
+
+void RandomUser::clickControl() {
+    const CControlUI* control = anyControl();
+    if (control == nullptr || (leaves(*control) && !oneIn(5))) {
         return;
     }
     if (control->GetName() == u"ButtonAddVideo") {
@@ -198,11 +199,18 @@ void RandomUser::pressOnly() {
 }
 
 void RandomUser::drag() {
-    mouse(EventKind::mouseDown, anyPoint());
+    const platform::Modifiers held = anyModifiers();
+    const MouseButton button = oneIn(8) ? MouseButton::middle : MouseButton::left;
+    const CControlUI* control = oneIn(2) ? anyControl() : nullptr; // most are small
+    const bool isThere = control != nullptr && !leaves(*control);
+    const auto place = [&] {
+        return isThere && !oneIn(3) ? anyPointIn(control->GetPos()) : anyPoint();
+    };
+    m_input->mouse(native(), EventKind::mouseDown, place(), button, held);
     for (int moves = 1 + below(8); moves > 0; --moves) {
-        mouse(EventKind::mouseMove, anyPoint());
+        m_input->mouse(native(), EventKind::mouseMove, place(), button, held);
     }
-    mouse(EventKind::mouseUp, anyPoint());
+    m_input->mouse(native(), EventKind::mouseUp, place(), button, held);
 }
 
 void RandomUser::turnWheel() {

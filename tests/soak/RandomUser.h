@@ -55,6 +55,8 @@ private:
     void click(platform::NativeWindow& native, platform::Point at,
                platform::MouseButton button = platform::MouseButton::left,
                platform::Modifiers modifiers = {});
+    /// Null where there is none.
+    [[nodiscard]] const toolkit::CControlUI* anyControl();
     void clickControl();
     void clickAnywhere();
     void doubleClick();
