@@ -34,4 +34,12 @@ void writeLog(const std::string& line) {
     }
 }
 
+void writeFailure(std::string_view what, const std::exception& error) noexcept {
+    try {
+        writeLog(std::string(what) + ": " + error.what());
+    } catch (const std::exception&) {
+        return; // the failure may have been that very lack of memory
+    }
+}
+
 } // namespace theora

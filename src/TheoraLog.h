@@ -2,8 +2,10 @@
 // program's log file; the program decides where they go.
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace theora {
 
@@ -16,5 +18,8 @@ void setLogHook(TheoraLogHook hook);
 
 /// Any thread.
 void writeLog(const std::string& line);
+/// "WHAT: " and the error's text, for handlers of exceptions: without memory for it there is no
+/// line. Any thread.
+void writeFailure(std::string_view what, const std::exception& error) noexcept;
 
 } // namespace theora

@@ -1,4 +1,5 @@
-// Tells clips from other files by their headers alone, for lists of videos that are not open yet.
+// Distinguishes clips from other files by their headers alone, for lists of videos that are not
+// open yet.
 #pragma once
 
 #include <string>

@@ -10,7 +10,12 @@ TheoraThread::~TheoraThread() {
 void TheoraThread::start() {
     join();
     m_running.store(true);
-    m_thread = std::thread([this] { execute(); });
+    try {
+        m_thread = std::thread([this] { execute(); });
+    } catch (...) {
+        m_running.store(false); // or nobody would try again, and some would wait for its work
+        throw;
+    }
 }
 
 void TheoraThread::join() {

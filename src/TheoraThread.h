@@ -16,7 +16,8 @@ public:
     TheoraThread(const TheoraThread&) = delete;
     TheoraThread& operator=(const TheoraThread&) = delete;
 
-    /// Waits for an earlier run to end, then starts another.
+    /// Waits for an earlier run to end, then starts another. Throws, with nothing running, when
+    /// there is no memory or no further thread.
     void start();
     /// Only a request: execute() returns when it next checks isRunning().
     void stop() { m_running.store(false); }

@@ -241,7 +241,7 @@ bool TheoraVideoClip::decodeOnWorker() {
         }
         return wanted != -1 ? runSeek(wanted) : decodeNextFrame();
     } catch (const std::exception& error) {
-        writeLog(m_name + ": " + error.what());
+        writeFailure(m_name, error);
         endOfFile.store(true);
         int expected = wanted; // a newer request stays pending
         if (wanted != -1) {

@@ -14,6 +14,8 @@ constexpr std::int64_t kSilenceChunk = 4096; // samples
 // Floats: over a minute of stereo. A damaged file may claim any rate, or sound that starts hours
 // on.
 constexpr std::size_t kMaxQueued = std::size_t{1} << 23U;
+// Damaged positions: above any real clip, low enough that sums of them cannot overflow.
+constexpr std::int64_t kHighestSample = std::int64_t{1} << 48U;
 
 bool isVorbisHeader(const ogg_packet& packet) {
     return packet.bytes > 0 && (packet.packet[0] & 1U) != 0;
@@ -62,7 +64,8 @@ AudioTrack::AudioTrack(SharedSource& source, const StopCheck& stop, VorbisHeader
 }
 
 std::int64_t AudioTrack::sampleAt(float time) const {
-    return std::llround(static_cast<double>(time) * static_cast<double>(m_headers.info->rate));
+    const double sample = static_cast<double>(time) * static_cast<double>(m_headers.info->rate);
+    return std::llround(std::min(sample, static_cast<double>(kHighestSample)));
 }
 
 void AudioTrack::startAt(std::int64_t offset) {
@@ -140,7 +143,7 @@ bool AudioTrack::decodePage(std::vector<float>& samples, std::int64_t& first) {
 
 // A page gives the position of its last packet's end, and so of all samples before it.
 void AudioTrack::place(ogg_page& page, std::vector<float>& samples, std::int64_t& first) {
-    const std::int64_t granule = ogg_page_granulepos(&page);
+    const std::int64_t granule = std::min<std::int64_t>(ogg_page_granulepos(&page), kHighestSample);
     if (granule < 0 && m_nextSample < 0) {
         return;
     }

@@ -93,11 +93,14 @@ PlaneCache::Entry PlaneCache::takeBuffer() {
         if (!m_pool->spare.empty()) {
             buffer = std::move(m_pool->spare.back());
             m_pool->spare.pop_back();
+        } else {
+            m_pool->spare.reserve(++m_pool->made);
         }
     }
     if (!buffer) {
         buffer = makeBuffer();
     }
+    // Must not throw: there is room for every buffer.
     const auto giveBack = [pool = m_pool](CachedPicture* used) {
         std::unique_ptr<CachedPicture> owned(used);
         const TheoraLock lock(pool->mutex);

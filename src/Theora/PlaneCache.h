@@ -57,6 +57,7 @@ private:
     struct Pool {
         TheoraMutex mutex;
         std::vector<std::unique_ptr<CachedPicture>> spare GUARDED_BY(mutex);
+        std::size_t made GUARDED_BY(mutex) = 0; ///< buffers so far
     };
 
     [[nodiscard]] std::int64_t distance(std::int64_t frame) const REQUIRES(m_mutex);

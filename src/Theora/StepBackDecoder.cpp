@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <exception>
-#include <string>
 
 #include "platform/ThreadPriority.h"
 #include "src/Theora/PacketReader.h"
@@ -144,7 +143,7 @@ void StepBackDecoder::execute() {
         try {
             work(goal);
         } catch (const std::exception& error) {
-            writeLog(std::string("stepping back is not prepared: ") + error.what());
+            writeFailure("stepping back is not prepared", error);
             const TheoraLock lock(m_mutex);
             m_wanted = false;
             m_decoder.reset();

@@ -15,7 +15,7 @@ using support::refusedBytes;
 template <typename T>
 void refuse() {
     const std::shared_ptr<T> sample = T::create();
-    refusedBytes = support::lastBytes;
+    refusedBytes = support::lastBytes.load();
 }
 
 class MemoryTest : public scene_tests::SceneTest {

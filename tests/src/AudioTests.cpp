@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <memory>
 #include <thread>
@@ -110,6 +111,16 @@ TEST(Audio, AnAbsurdRateAndASoundThatStartsFarAwayTakeLittleMemory) {
     (void)session.nextShown();
     EXPECT_GT(recorder.samples.size(), std::size_t{8'000'000});
     EXPECT_LT(recorder.samples.size(), std::size_t{10'000'000});
+}
+
+TEST(Audio, PositionsBeyondAllBoundsLeaveThePicturesAlone) {
+    Recorder recorder;
+    PlaybackSession session(
+        support::makeClip(
+            {.sound = support::Sound::before, .soundDelay = -(1 << 30), .soundBegins = INT64_MAX}),
+        0, &recorder);
+    EXPECT_EQ(session.playToEnd().size(), 30U);
+    EXPECT_EQ(session.seek(20).number, 20);
 }
 
 } // namespace

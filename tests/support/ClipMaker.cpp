@@ -240,10 +240,13 @@ private:
                 static_cast<std::uint8_t>(m_spec.claimedSoundRate >> 8 * byte);
         }
         addHeaders(sound, m_sound);
+        if (m_spec.soundBegins >= 0) {
+            m_pages.emplace(kHeader, m_sound.lastEmptyPage(m_spec.soundBegins).bytes);
+        }
         const PageLayout layout{.packetsPerPage = 4, .repeatsBegin = m_spec.pages.repeatsBegin};
         for (auto& page : m_sound.pages(sound.data, layout)) {
             const double time = static_cast<double>(page.granule) / kClipSoundRate;
-            m_pages.emplace(time, std::move(page.bytes));
+            m_pages.emplace(std::max(time, 0.0), std::move(page.bytes));
         }
     }
 

@@ -30,7 +30,8 @@ struct ClipSpec {
     /// Frames that are stored as an empty packet: they repeat the picture before. Null = none.
     std::function<bool(int frame)> isEmpty = {};
     Sound sound = Sound::none;
-    int soundDelay = 0; ///< samples that the sound starts after the pictures
+    int soundDelay = 0;            ///< samples that the sound starts after the pictures
+    std::int64_t soundBegins = -1; ///< the position of an empty page before the sound; -1 = no page
     unsigned claimedSoundRate = kClipSoundRate; ///< samples a second, as the header says
     bool skeleton = false;                      ///< a metadata stream in front
     bool secondTheora = false;                  ///< another Theora stream after the first

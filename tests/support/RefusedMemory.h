@@ -3,12 +3,13 @@
 // runtime has an operator new of its own.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 
 namespace support {
 
-inline int allocationsLeft = -1;     ///< the one after so many is refused; below 0 none is
-inline std::size_t refusedBytes = 0; ///< so is the next one of this size; 0: of none
-inline std::size_t lastBytes = 0;    ///< of the latest allocation
+inline std::atomic<int> allocationsLeft = -1;     ///< the one after so many is refused; < 0: none
+inline std::atomic<std::size_t> refusedBytes = 0; ///< so is the next one of this size; 0: of none
+inline std::atomic<std::size_t> lastBytes = 0;    ///< of the latest allocation
 
 } // namespace support
