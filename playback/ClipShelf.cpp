@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 #include <utility>
 
 namespace playback {
@@ -78,33 +79,42 @@ void ClipShelf::putAway(std::unique_ptr<OpenClip> clip) {
 }
 
 void ClipShelf::work() {
-    for (;;) {
-        std::vector<std::unique_ptr<OpenClip>> old; // ended outside of the lock
-        std::string path;
-        {
-            const theora::TheoraLock lock(m_mutex);
-            while (!m_isEnding && m_old.empty() && nextToOpen().empty()) {
-                m_changed.wait_for(m_mutex, kLongestWait);
-            }
-            if (m_isEnding) {
-                return;
-            }
-            old.swap(m_old);
-            path = nextToOpen();
-            m_opening = path;
-        }
-        std::unique_ptr<OpenClip> clip = path.empty() ? nullptr : OpenClip::open(path, m_files);
-        {
+    for (bool goesOn = true; goesOn;) {
+        try {
+            goesOn = workOnce();
+        } catch (const std::bad_alloc&) {
             const theora::TheoraLock lock(m_mutex);
             m_opening.clear();
-            if (clip) {
-                m_ready.push_back(std::move(clip));
-            } else if (!path.empty()) {
-                m_refused.insert(path);
-            }
+            m_wanted.clear(); // opening ahead is a luxury
         }
         m_changed.notify_all();
     }
+}
+
+bool ClipShelf::workOnce() {
+    std::vector<std::unique_ptr<OpenClip>> old; // ended outside of the lock
+    std::string path;
+    {
+        const theora::TheoraLock lock(m_mutex);
+        while (!m_isEnding && m_old.empty() && nextToOpen().empty()) {
+            m_changed.wait_for(m_mutex, kLongestWait);
+        }
+        if (m_isEnding) {
+            return false;
+        }
+        old.swap(m_old);
+        path = nextToOpen();
+        m_opening = path;
+    }
+    std::unique_ptr<OpenClip> clip = path.empty() ? nullptr : OpenClip::open(path, m_files);
+    const theora::TheoraLock lock(m_mutex);
+    m_opening.clear();
+    if (clip) {
+        m_ready.push_back(std::move(clip));
+    } else if (!path.empty()) {
+        m_refused.insert(path);
+    }
+    return true;
 }
 
 } // namespace playback

@@ -34,6 +34,8 @@ public:
 
 private:
     void work() EXCLUDES(m_mutex);
+    /// Ends and opens what there is to end and to open, or waits for it. False at the end.
+    [[nodiscard]] bool workOnce() EXCLUDES(m_mutex);
     [[nodiscard]] bool isThere(const std::string& path) const REQUIRES(m_mutex);
     [[nodiscard]] std::string nextToOpen() const REQUIRES(m_mutex);
 
