@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <exception>
 #include <optional>
 
 #include "core/Paths.h"
@@ -57,11 +58,15 @@ PublishFolder::PublishFolder(FileSystem& files, const std::string& path)
     : m_files(files), m_path(withoutEnd(files.resolveLink(withoutEnd(path)))) {}
 
 PublishFolder::~PublishFolder() {
-    if (m_isBegun) {
-        removeOurs(m_path + kNew);
-    }
-    if (m_lock) {
-        m_lock->remove();
+    try {
+        if (m_isBegun) {
+            removeOurs(m_path + kNew);
+        }
+        if (m_lock) {
+            m_lock->remove();
+        }
+    } catch (const std::exception&) {
+        return; // out of memory: the next page of this place removes what is left
     }
 }
 

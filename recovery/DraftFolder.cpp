@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <exception>
 #include <iterator>
 #include <optional>
 #include <string_view>
@@ -130,11 +131,15 @@ DraftFolder::~DraftFolder() {
     if (m_info.number != 0 || m_isForeign || !m_lock->isIntact()) {
         return;
     }
-    clear();
-    m_lock->remove();
-    int error = 0; // others may be in there
-    files().removeFolder(m_path, error) && files().removeFolder(parentOf(m_path), error) &&
-        files().removeFolder(parentOf(parentOf(m_path)), error);
+    try {
+        clear();
+        m_lock->remove();
+        int error = 0; // others may be in there
+        files().removeFolder(m_path, error) && files().removeFolder(parentOf(m_path), error) &&
+            files().removeFolder(parentOf(parentOf(m_path)), error);
+    } catch (const std::exception&) {
+        return; // out of memory: the folder goes when drafts are looked for
+    }
 }
 
 std::string DraftFolder::read() {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -133,6 +134,16 @@ TEST_F(PublishFolderTest, WhateverFailsLeavesTheOldPageOrTheNewOne) {
         EXPECT_EQ(next.begin(), PublishFailure::none);
         EXPECT_TRUE(published() == "old" || published() == "new") << published();
     }
+}
+
+TEST_F(PublishFolderTest, EndsQuietlyWhenMemoryIsShort) {
+    {
+        PublishFolder folder(m_files, m_folder.path() + "to/page");
+        EXPECT_EQ(folder.begin(), PublishFailure::none);
+        m_files.setRule([](const support::Call&) -> support::Fault { throw std::bad_alloc(); }, 0);
+    }
+    m_files.heal();
+    EXPECT_EQ(publish("new"), PublishFailure::none);
 }
 
 TEST_F(PublishFolderTest, IsWrittenByOneAtATimeAndBesideNothingOfOthers) {

@@ -5,10 +5,12 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <optional>
 #include <system_error>
 #include <utility>
 
+#include "recovery/DraftFolder.h"
 #include "recovery/KeptDrafts.h"
 #include "recovery/Places.h"
 #include "tests/recovery/DraftTest.h"
@@ -244,6 +246,17 @@ TEST_F(DraftTest, SurvivesEveryFaultOfAWriting) {
     document = nullptr;
     m_drafts.reset();
     EXPECT_EQ(m_log.errors().size(), 1U);
+}
+
+TEST_F(DraftTest, ThatHasGoneLeavesItsFolderWhenMemoryIsShort) {
+    core::FileError failure;
+    auto folder = recovery::DraftFolder::claim(recovery::draftsFolder() + "a/", failure);
+    ASSERT_TRUE(folder) << failure.text();
+    m_files.setRule([](const support::Call&) -> support::Fault { throw std::bad_alloc(); }, 0);
+    folder.reset();
+    m_files.heal();
+    EXPECT_TRUE(recovery::keptSceneDrafts().empty()) << "which tidies up";
+    EXPECT_FALSE(support::exists("Drafts"));
 }
 
 TEST_F(DraftTest, ThatCannotBeWrittenIsTriedAgainAndBeginsAnewWhereItsFolderVanished) {
