@@ -1,5 +1,7 @@
 #include "core/Paths.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -86,6 +88,14 @@ std::string folderOf(const std::string& path) {
 
 std::string withoutExtension(const std::string& path) {
     return folderOf(path) + fileTitle(path);
+}
+
+bool isDeviceName(std::string_view name) {
+    constexpr std::array<std::string_view, 4> kDevices{"con", "prn", "aux", "nul"};
+    const std::string stem = lowerCase(name.substr(0, name.find('.')));
+    const bool isPort = stem.size() == 4 && stem.back() >= '0' && stem.back() <= '9' &&
+                        (stem.starts_with("com") || stem.starts_with("lpt"));
+    return isPort || std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end();
 }
 
 std::string withSeparator(const std::string& folder) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/FileSystem.h"
@@ -17,6 +18,9 @@ namespace core {
 [[nodiscard]] std::string folderOf(const std::string& path);
 /// folderOf + fileTitle: the base of a video's zone files.
 [[nodiscard]] std::string withoutExtension(const std::string& path);
+/// Whether Windows takes a file of that name for a device, whatever stands behind the first dot:
+/// "CON", "com1.txt".
+[[nodiscard]] bool isDeviceName(std::string_view name);
 /// `folder` with a separator appended unless it already ends in one.
 [[nodiscard]] std::string withSeparator(const std::string& folder);
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "core/File.h"
+#include "core/UnfinishedFile.h"
 
 namespace core {
 
@@ -29,16 +30,12 @@ std::optional<std::string> readWholeFile(const std::string& path, std::size_t ma
 
 void replaceWholeFile(platform::FileSystem& files, const std::string& path,
                       std::string_view bytes) {
-    const std::string part = path + ".part";
+    UnfinishedFile part(files, path + ".part");
     int error = 0;
-    files.removeFile(part, error); // a link there is not followed
-    const auto isWritten = [&] {
-        const auto stream = files.open(part, platform::OpenMode::write, error);
-        return stream && stream->write(bytes.data(), bytes.size()) == bytes.size() &&
-               stream->close();
-    };
-    if (!isWritten() || !files.replaceFile(part, path, error)) {
-        files.removeFile(part, error);
+    const auto stream = part.make(error);
+    if (stream && stream->write(bytes.data(), bytes.size()) == bytes.size() && stream->close() &&
+        files.replaceFile(part.path(), path, error)) {
+        part.keep();
     }
 }
 

@@ -1,6 +1,5 @@
 // The converter's arguments (https://ffmpeg.org/ffmpeg.html, https://ffmpeg.org/ffprobe.html).
-#include <string>
-#include <vector>
+#include "import/Arguments.h"
 
 #include "import/Filters.h"
 #include "import/ImportTypes.h"
@@ -9,8 +8,6 @@
 
 namespace imports {
 namespace {
-
-using Arguments = std::vector<std::string>;
 
 /// Frames; how far an exact seek has to decode at most.
 constexpr int kKeyFrameDistance = 12;
@@ -24,10 +21,6 @@ constexpr double kLongestLead = 0.2;
 constexpr const char* kFormats =
     "mov,mp4,m4a,3gp,3g2,mj2,matroska,webm,avi,mpegts,mpeg,mpegvideo,asf,flv,ogg,dv,gif,mxf,nut,rm,"
     "wtv,h264,hevc,m4v,mjpeg,ivf,obu,av1,swf,mp3,aac,wav,flac,aiff,amr,caf,ac3,w64,ape";
-
-void append(Arguments& arguments, const Arguments& more) {
-    arguments.insert(arguments.end(), more.begin(), more.end());
-}
 
 } // namespace
 

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "import/Arguments.h"
 #include "platform/Geometry.h"
 
 namespace imports {
@@ -16,10 +17,6 @@ namespace {
 using platform::Size;
 
 constexpr int kDefaultWhite = 100; ///< candelas, of a picture with a usual range of brightness
-
-std::string text(const Ratio& ratio) {
-    return std::to_string(ratio.top) + '/' + std::to_string(ratio.bottom);
-}
 
 std::string text(Size size, char separator) {
     return std::to_string(size.width) + separator + std::to_string(size.height);
@@ -34,7 +31,7 @@ std::string deinterlacing(const VideoStream& video) {
     if (video.fieldOrder == "progressive") {
         return {};
     }
-    // These tell it for each frame; of the others only the file's header does.
+    // These say so for each frame; of the others only the file's header does.
     constexpr std::array<std::string_view, 8> kTelling{
         "h264", "hevc", "mpeg1video", "mpeg2video", "mpeg4", "dvvideo", "vc1", "prores"};
     std::string mark;
@@ -112,7 +109,7 @@ std::string videoFilters(const VideoStream& video, const Ratio& rate, const Fram
                          double lead) {
     const std::string cut = earlier(lead);
     std::string filters = (cut.empty() ? "" : "setpts=" + cut + ',') + deinterlacing(video) +
-                          "fps=fps=" + text(rate) + ":start_time=0," + stillEnd(video, rate) +
+                          "fps=fps=" + ratioText(rate) + ":start_time=0," + stillEnd(video, rate) +
                           scaling(video, framing.scaled) + ",format=yuv420p";
     if (framing.cropped != framing.scaled) {
         filters += ",crop=" + text(framing.cropped, ':') + ':' + std::to_string(framing.crop.x) +

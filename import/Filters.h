@@ -1,5 +1,5 @@
-// What is done to picture and sound on their way into a clip, as the converter is told. Used by
-// Plan.cpp.
+// What is done to picture and sound on their way into a clip, in the converter's notation. This
+// module's sources only.
 #pragma once
 
 #include <string>

@@ -10,7 +10,9 @@
 #include <vector>
 
 #include "core/Paths.h"
+#include "core/UnfinishedFile.h"
 #include "import/Failures.h"
+#include "import/Look.h"
 #include "import/Names.h"
 #include "import/Plan.h"
 #include "import/ZoneMapping.h"
@@ -28,33 +30,6 @@ using std::chrono::steady_clock;
 
 constexpr double kSecondsBeforeEstimate = 1.5;
 
-/// A file that is removed in the end unless it was kept.
-class Unfinished {
-public:
-    Unfinished(FileSystem& files, std::string path) : m_files(files), m_path(std::move(path)) {}
-    ~Unfinished() {
-        int error = 0;
-        if (m_isThere) {
-            m_files.removeFile(m_path, error);
-        }
-    }
-    Unfinished(const Unfinished&) = delete;
-    Unfinished& operator=(const Unfinished&) = delete;
-
-    bool make(int& error) {
-        m_isThere = m_files.open(m_path, OpenMode::write, error) != nullptr;
-        return m_isThere;
-    }
-    [[nodiscard]] const std::string& path() const { return m_path; }
-    void watch() { m_isThere = true; }
-    void keep() { m_isThere = false; }
-
-private:
-    FileSystem& m_files;
-    const std::string m_path;
-    bool m_isThere = false;
-};
-
 class Job {
 public:
     Job(FileSystem& files, const JobRequest& request, const ProgressSink& onProgress,
@@ -63,7 +38,8 @@ public:
           m_temporary(files, request.folder + jobs::newTemporary()) {}
 
     JobResult run() {
-        LookResult look = lookAt(m_files, m_request, m_isCancelled);
+        LookResult look = lookAt(m_files, m_request.source, m_request.converter,
+                                 m_request.limits.run, m_isCancelled);
         if (!look.source) {
             return fail(std::move(look.failure));
         }
@@ -225,8 +201,8 @@ private:
         if (baseName.empty() || !sync(error)) {
             return fail({Failure::notWritable, 0, {}, m_files.errorText(error)});
         }
-        Unfinished shapes(m_files, base + "-ZoneInfo.bin");
-        Unfinished names(m_files, base + "-ZoneInfo.xml");
+        core::UnfinishedFile shapes(m_files, base + "-ZoneInfo.bin");
+        core::UnfinishedFile names(m_files, base + "-ZoneInfo.xml");
         if (m_request.kind == ImportKind::remake) {
             if (ImportFailure failure = takeZones(base, shapes, names);
                 failure.kind != Failure::none) {
@@ -237,7 +213,7 @@ private:
         if (!info || !m_files.replaceFile(m_temporary.path(), base + kExtension, error)) {
             return fail({Failure::notWritable, 0, {}, m_files.errorText(error)});
         }
-        for (Unfinished* file : {&m_temporary, &shapes, &names}) {
+        for (core::UnfinishedFile* file : {&m_temporary, &shapes, &names}) {
             file->keep();
         }
         m_files.syncFolder(m_request.folder);
@@ -258,7 +234,8 @@ private:
         return isGood;
     }
 
-    ImportFailure takeZones(const std::string& base, Unfinished& shapes, Unfinished& names) {
+    ImportFailure takeZones(const std::string& base, core::UnfinishedFile& shapes,
+                            core::UnfinishedFile& names) {
         const theora::ClipSurvey old = theora::surveyClip(m_request.source, m_files, m_isCancelled);
         const std::string oldBase = core::withoutExtension(m_request.source);
         const bool hasZones = m_files.info(oldBase + "-ZoneInfo.xml").has_value() ||
@@ -284,7 +261,7 @@ private:
     const JobRequest& m_request;
     const ProgressSink& m_onProgress;
     const std::function<bool()>& m_isCancelled;
-    Unfinished m_temporary;
+    core::UnfinishedFile m_temporary;
     Source m_source;
     Plan m_plan;
     ConverterProgress m_progress;
@@ -293,41 +270,6 @@ private:
 };
 
 } // namespace
-
-LookResult lookAt(FileSystem& files, const JobRequest& request,
-                  const std::function<bool()>& isCancelled) {
-    if (!request.converter.isFound()) {
-        return {{}, {Failure::noConverter}};
-    }
-    const auto info = files.info(request.source);
-    if (!info) {
-        return {{}, {Failure::vanished}};
-    }
-    int error = 0;
-    if (info->isFolder || !files.open(request.source, OpenMode::read, error)) {
-        return {{}, {Failure::unreadable, 0, {}, error != 0 ? files.errorText(error) : ""}};
-    }
-    constexpr std::size_t kMaxText = std::size_t{4} << 20U;
-    std::string text;
-    const RunResult run = runConverter(
-        request.converter.ffprobe, probeArguments(request.source), request.limits.run,
-        [&](std::string_view piece) {
-            text += piece;
-            return text.size() > kMaxText ? Heard::enough : Heard::nothing;
-        },
-        isCancelled);
-    if (run.end == RunEnd::cancelled) {
-        return {};
-    }
-    if (!run.isGood()) {
-        return {{}, failureOfProbe(files, request.source, run)};
-    }
-    Source source = readSource(text);
-    if (!source.video) {
-        return {{}, {Failure::noPicture}};
-    }
-    return {std::move(source), {}};
-}
 
 JobResult runImport(FileSystem& files, const JobRequest& request, const ProgressSink& onProgress,
                     const std::function<bool()>& isCancelled) {

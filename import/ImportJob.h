@@ -36,15 +36,6 @@ struct JobRequest {
 /// How far the conversion is; secondsLeft: -1 = not known yet.
 using ProgressSink = std::function<void(int percent, double secondsLeft)>;
 
-struct LookResult {
-    std::optional<Source> source{}; ///< with a video; empty after a failure or a cancellation
-    ImportFailure failure{};        ///< none after a cancellation
-};
-
-/// What the file is. Any thread, like all of this.
-[[nodiscard]] LookResult lookAt(platform::FileSystem& files, const JobRequest& request,
-                                const std::function<bool()>& isCancelled);
-
 struct JobResult {
     ImportState state = ImportState::failed; ///< done, cancelled or failed
     ImportFailure failure{};

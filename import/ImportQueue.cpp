@@ -8,6 +8,7 @@
 
 #include "import/ConverterRun.h"
 #include "import/ImportJob.h"
+#include "import/Look.h"
 #include "import/Source.h"
 
 namespace imports {
@@ -188,7 +189,9 @@ void ImportQueue::look(ImportItem& item) {
     m_lookedAt = item.id;
     m_looking.start(
         [task, &files = m_files](jobs::BackgroundJob::Control& control) {
-            task->look = lookAt(files, task->request, [&control] { return control.isCancelled(); });
+            const JobRequest& request = task->request;
+            task->look = lookAt(files, request.source, request.converter, request.limits.run,
+                                [&control] { return control.isCancelled(); });
         },
         [] {}, [this, task](bool isWhole) { takeLook(*task, isWhole); });
 }

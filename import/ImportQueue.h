@@ -45,7 +45,7 @@ public:
 
     // Each of these begins at once when nothing else runs, and returns the item's id.
     int add(const std::string& source);
-    /// Makes a clip of the folder (its name, with extension) anew under a free name, with its
+    /// Converts a clip of the folder (its name, with extension) again under a free name, with its
     /// sound, and its zones moved with the picture; the old files stay.
     int addRemake(const std::string& clip);
 

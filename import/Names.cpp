@@ -1,7 +1,6 @@
 #include "import/Names.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <string_view>
 #include <vector>
@@ -15,17 +14,6 @@ namespace {
 constexpr std::size_t kMaxBytes = 100;
 constexpr int kMaxNumber = 9999;
 constexpr std::string_view kRefused = "<>:\"/\\|?*&"; // "<" and "&" by the scene's file
-
-/// Windows takes these for devices, whatever stands behind the first dot.
-bool isDevice(std::string_view name) {
-    const std::string stem = core::lowerCase(name.substr(0, name.find('.')));
-    constexpr std::array<std::string_view, 4> kDevices{"con", "prn", "aux", "nul"};
-    if (std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end()) {
-        return true;
-    }
-    return stem.size() == 4 && (stem.starts_with("com") || stem.starts_with("lpt")) &&
-           stem[3] >= '1' && stem[3] <= '9';
-}
 
 bool isRefused(char letter) {
     const auto byte = static_cast<unsigned char>(letter);
@@ -73,7 +61,7 @@ std::string baseNameFor(const std::string& source) {
         name.front() = '_'; // else it would be hidden
     }
     name = cut(name, kMaxBytes - std::string_view(kExtension).size());
-    if (isDevice(name)) {
+    if (core::isDeviceName(name)) {
         name = '_' + name;
     }
     return name.empty() ? "video" : name;

@@ -256,12 +256,12 @@ double PacketTimes::seconds() const {
     return span + last > 0 ? span + last : -1;
 }
 
-Ratio PacketTimes::rate(const Ratio& told) const {
+Ratio PacketTimes::rate(const Ratio& stated) const {
     const double length = seconds();
     constexpr double kPrecision = 0.004; // many formats count milliseconds
-    if (told.isKnown() &&
-        std::abs(static_cast<double>(m_count) / told.value() - length) < kPrecision) {
-        return told;
+    if (stated.isKnown() &&
+        std::abs(static_cast<double>(m_count) / stated.value() - length) < kPrecision) {
+        return stated;
     }
     const double perSecond = length > 0 ? static_cast<double>(m_count) / length : 0;
     constexpr std::int64_t kParts = 1000;

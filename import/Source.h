@@ -70,7 +70,7 @@ struct Source {
 [[nodiscard]] SourceFacts factsOf(const Source& source);
 
 /// Adds up the times of a stream's packets as they are listed: one line "TIME,DURATION,FLAGS" each,
-/// in any order. For files whose headers do not tell how many frames there are in how much time.
+/// in any order. For files whose headers do not say how many frames there are in how much time.
 class PacketTimes {
 public:
     void take(std::string_view line);
@@ -78,8 +78,8 @@ public:
     [[nodiscard]] std::int64_t count() const { return m_count; }
     /// From the first picture to the end of the last; -1 = unknown.
     [[nodiscard]] double seconds() const;
-    /// Frames a second, on average: what the headers have `told`, if that fits the times.
-    [[nodiscard]] Ratio rate(const Ratio& told) const;
+    /// Frames a second, on average: the headers' `stated` rate if that fits the times.
+    [[nodiscard]] Ratio rate(const Ratio& stated) const;
 
 private:
     std::int64_t m_count = 0;

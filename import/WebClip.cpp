@@ -10,57 +10,31 @@
 #include <string_view>
 #include <utility>
 
+#include "core/UnfinishedFile.h"
+#include "import/Arguments.h"
 #include "import/Failures.h"
 #include "import/Filters.h"
-#include "import/ImportJob.h"
+#include "import/Look.h"
 #include "import/Plan.h"
 
 namespace imports {
 namespace {
 
-using Arguments = std::vector<std::string>;
 using std::chrono::steady_clock;
 
 constexpr double kMaxRateError = 0.001; ///< of a rate that the header means
 constexpr std::int64_t kRateParts = 1000;
 
-std::string text(const Ratio& ratio) {
-    return std::to_string(ratio.top) + '/' + std::to_string(ratio.bottom);
-}
-
 /// From the first picture on, one for each tick of the clip's rate: pictures that the file repeats
 /// are repeated, also at its end.
 std::string pictureFilters(const Ratio& rate, int frameCount) {
-    std::string filters = "setpts=PTS-STARTPTS,fps=fps=" + text(rate) + ":start_time=0";
+    std::string filters = "setpts=PTS-STARTPTS,fps=fps=" + ratioText(rate) + ":start_time=0";
     if (frameCount > 0) {
         filters += ",tpad=stop_mode=clone:stop=" + std::to_string(frameCount);
     }
     // Theora has one matrix of colours; browsers would guess another one for large pictures.
     return filters + ",format=yuv420p,setparams=range=tv:colorspace=bt470bg,setsar=1";
 }
-
-void append(Arguments& arguments, const Arguments& more) {
-    arguments.insert(arguments.end(), more.begin(), more.end());
-}
-
-class Target {
-public:
-    Target(platform::FileSystem& files, const std::string& path) : m_files(files), m_path(path) {}
-    ~Target() {
-        int error = 0;
-        if (!m_isKept && m_files.info(m_path)) {
-            m_files.removeFile(m_path, error);
-        }
-    }
-    Target(const Target&) = delete;
-    Target& operator=(const Target&) = delete;
-    void keep() { m_isKept = true; }
-
-private:
-    platform::FileSystem& m_files;
-    const std::string& m_path;
-    bool m_isKept = false;
-};
 
 /// Of one kind of a request, with what all kinds need.
 class WebJob {
@@ -70,11 +44,8 @@ public:
         : m_files(files), m_request(request), m_isCancelled(isCancelled) {}
 
     LookResult look() {
-        JobRequest probe;
-        probe.source = m_request.source;
-        probe.converter = m_request.converter;
-        probe.limits.run = m_request.limits;
-        return lookAt(m_files, probe, m_isCancelled);
+        return lookAt(m_files, m_request.source, m_request.converter, m_request.limits,
+                      m_isCancelled);
     }
 
     ImportFailure run(const Arguments& arguments, const WebClipProgress& onProgress) {
@@ -198,7 +169,8 @@ ImportFailure makeWebClip(platform::FileSystem& files, const WebClipRequest& req
                           const WebClipProgress& onProgress,
                           const std::function<bool()>& isCancelled) {
     WebJob job(files, request, isCancelled);
-    Target target(files, request.target);
+    core::UnfinishedFile target(files, request.target);
+    target.watch();
     LookResult look = job.look();
     if (!look.source) {
         return std::move(look.failure);
@@ -216,7 +188,8 @@ ImportFailure makeWebClip(platform::FileSystem& files, const WebClipRequest& req
 ImportFailure makeWebStill(platform::FileSystem& files, const WebClipRequest& request, int width,
                            const std::function<bool()>& isCancelled) {
     WebJob job(files, request, isCancelled);
-    Target target(files, request.target);
+    core::UnfinishedFile target(files, request.target);
+    target.watch();
     Arguments arguments{"-hide_banner", "-v", "error", "-nostdin", "-y", "-max_error_rate", "1"};
     append(arguments, inputArguments(request.source));
     const std::string size =

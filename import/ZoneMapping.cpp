@@ -33,7 +33,7 @@ Point mapPoint(const Framing& framing, const Rect& old, Point point) {
 
 ZoneCopy copyZones(const std::string& oldBase, const std::string& newBase, const Framing& framing,
                    const Rect& old) {
-    const core::LogCollector quiet; // the failure tells
+    const core::LogCollector quiet; // the result says enough
     const zone::Scale videoPixels{};
     const auto zones =
         zone::ZoneManager::createForEditing(oldBase, zone::kStoredFrameCount, videoPixels);

@@ -80,7 +80,7 @@ void BackgroundJob::perform(const std::shared_ptr<Run>& run, const Work& work,
 }
 
 void BackgroundJob::end(Run& run) {
-    // The callback may destroy the job and thereby the member that holds the callback.
+    // The callback may destroy the job and so the member that holds the callback.
     const auto done = std::exchange(run.onDone, nullptr);
     run.onProgress = nullptr;
     if (done) {

@@ -12,6 +12,7 @@
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "core/Texts.h"
+#include "core/UnfinishedFile.h"
 #include "platform/Clock.h"
 
 namespace jobs {
@@ -37,39 +38,6 @@ bool isSameFile(FileSystem& files, const std::string& a, const FileInfo& infoA,
     const std::string fullA = files.fullPath(a);
     return !fullA.empty() && fullA == files.fullPath(b);
 }
-
-/// The file to which a copy is written before it replaces the destination. Removed at the end
-/// unless it was moved, so its stream must be closed first.
-class Temporary {
-public:
-    Temporary(FileSystem& files, std::string path) : m_files(files), m_path(std::move(path)) {}
-    ~Temporary() {
-        if (m_made) {
-            int error = 0;
-            m_files.removeFile(m_path, error);
-        }
-    }
-    Temporary(const Temporary&) = delete;
-    Temporary& operator=(const Temporary&) = delete;
-
-    /// Empty if the file cannot be created.
-    std::unique_ptr<FileStream> make(int& error) {
-        // A link to somewhere else: never write through it.
-        m_files.removeFile(m_path, error);
-        std::unique_ptr<FileStream> stream = m_files.open(m_path, OpenMode::write, error);
-        m_made = stream != nullptr;
-        return stream;
-    }
-    bool moveTo(const std::string& destination, int& error) {
-        m_made = !m_files.replaceFile(m_path, destination, error);
-        return !m_made;
-    }
-
-private:
-    FileSystem& m_files;
-    std::string m_path;
-    bool m_made = false;
-};
 
 ImportReport failure(core::Text reason) {
     return {ImportResult::failed, core::trStored(reason)};
@@ -109,7 +77,8 @@ public:
             return failure("it is an unfinished copy"_tr); // which may go at any moment
         }
         removeLeftovers(m_files, folder);
-        ImportReport report = copyThrough(Temporary(m_files, folder + importTemporary()));
+        core::UnfinishedFile temporary(m_files, folder + importTemporary());
+        ImportReport report = copyThrough(temporary);
         if (report.result == ImportResult::copied) {
             m_files.syncFolder(folder);
         }
@@ -134,19 +103,22 @@ private:
         return std::nullopt;
     }
 
-    ImportReport copyThrough(Temporary&& temporary) {
+    ImportReport copyThrough(core::UnfinishedFile& temporary) {
         ImportReport report = copyTo(temporary);
         if (report.result == ImportResult::copied && m_progress.cancelled) {
             return {ImportResult::cancelled};
         }
         int error = 0;
-        if (report.result == ImportResult::copied && !temporary.moveTo(m_destination, error)) {
-            return failure(m_files, error);
+        if (report.result == ImportResult::copied) {
+            if (!m_files.replaceFile(temporary.path(), m_destination, error)) {
+                return failure(m_files, error);
+            }
+            temporary.keep();
         }
         return report;
     }
 
-    ImportReport copyTo(Temporary& temporary) {
+    ImportReport copyTo(core::UnfinishedFile& temporary) {
         int error = 0;
         const std::unique_ptr<FileStream> from = m_files.open(m_source, OpenMode::read, error);
         const std::unique_ptr<FileStream> to = from ? temporary.make(error) : nullptr;

@@ -1,8 +1,5 @@
 #include "recovery/Places.h"
 
-#include <algorithm>
-#include <array>
-
 #include <boost/uuid/name_generator_sha1.hpp>
 #include <boost/uuid/nil_generator.hpp>
 
@@ -45,14 +42,6 @@ void appendEncoded(std::string& text, char c) {
         text += '%';
         appendHex(text, static_cast<unsigned char>(c));
     }
-}
-
-/// Names that open a device instead of a file on Windows.
-bool isDevice(std::string_view name) {
-    constexpr std::array<std::string_view, 4> kDevices{"con", "prn", "aux", "nul"};
-    const bool isNumbered = name.size() == 4 && isBetween('0', name.back(), '9') &&
-                            (name.starts_with("com") || name.starts_with("lpt"));
-    return isNumbered || std::find(kDevices.begin(), kDevices.end(), name) != kDevices.end();
 }
 
 /// SHA-1: no two names are known to share one.
@@ -106,7 +95,7 @@ std::string encodedName(std::string_view name) {
             return text.substr(0, legible).append(kDigestMark) + digestOf(name);
         }
     }
-    if (isDevice(text)) {
+    if (core::isDeviceName(text)) {
         std::string escaped = "%";
         appendHex(escaped, static_cast<unsigned char>(text.front()));
         return escaped + text.substr(1);

@@ -1,13 +1,11 @@
 #include "scene/SceneFolders.h"
 
 #include <algorithm>
-#include <iterator>
 #include <optional>
 #include <utility>
 
 #include "core/Paths.h"
 #include "core/Services.h"
-#include "core/Text.h"
 #include "platform/FileSystem.h"
 #include "platform/QuickInfo.h"
 
@@ -52,15 +50,7 @@ bool canBeListed(std::string_view name) {
 }
 
 bool isGoodFolder(std::string_view name) {
-    static constexpr std::string_view kDevices[] = {"con", "prn", "aux", "nul"};
-    static constexpr std::string_view kPorts[] = {"com", "lpt"};
-    const std::string word = core::lowerCase(name.substr(0, name.find('.')));
-    const bool isPort =
-        word.size() == 4 && word[3] >= '1' && word[3] <= '9' &&
-        std::find(std::begin(kPorts), std::end(kPorts), word.substr(0, 3)) != std::end(kPorts);
-    const bool isDevice =
-        std::find(std::begin(kDevices), std::end(kDevices), word) != std::end(kDevices);
-    return !name.empty() && !isDevice && !isPort && name.back() != ' ' && name.back() != '.' &&
+    return !name.empty() && !core::isDeviceName(name) && name.back() != ' ' && name.back() != '.' &&
            std::none_of(name.begin(), name.end(), [](char c) {
                return static_cast<unsigned char>(c) < 0x20 ||
                       std::string_view("<>:\"/\\|?*").find(c) != std::string_view::npos;

@@ -1,11 +1,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "core/File.h"
+#include "core/UnfinishedFile.h"
 #include "core/WholeFile.h"
 #include "tests/core/CoreFixture.h"
 #include "tests/support/LogCapture.h"
@@ -93,6 +95,28 @@ TEST_F(FileTest, AWholeFileIsReadUpToItsLimitOnly) {
     EXPECT_EQ(core::readWholeFile("empty", 5), "");
     m_files.failOn("read", EIO);
     EXPECT_EQ(core::readWholeFile("empty", 5), std::nullopt) << "not known to be empty";
+}
+
+TEST_F(FileTest, AnUnfinishedFileGoesUnlessItIsKeptOrNoMemoryIsLeft) {
+    using support::Fault;
+    for (const char* how : {"goes", "kept", "no memory"}) {
+        const bool lacksMemory = std::string(how) == "no memory";
+        {
+            core::UnfinishedFile file(m_files, "f");
+            int error = 0;
+            EXPECT_TRUE(file.make(error)) << how;
+            if (std::string(how) == "kept") {
+                file.keep();
+            }
+            m_files.setRule(
+                [lacksMemory](const support::Call&) {
+                    return lacksMemory ? throw std::bad_alloc() : Fault::none;
+                },
+                0);
+        }
+        m_files.heal();
+        EXPECT_EQ(support::filesBelow(".").empty(), std::string(how) == "goes") << how;
+    }
 }
 
 } // namespace

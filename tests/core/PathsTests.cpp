@@ -41,6 +41,15 @@ TEST(PathPieces, SplitAtTheLastSeparatorOfEitherKindAndTheLastDotOfTheName) {
     }
 }
 
+TEST(PathPieces, DevicesOfWindowsAreKnownByTheirStem) {
+    for (const char* name : {"CON", "nul.txt", "Com1", "lpt9.a.b"}) {
+        EXPECT_TRUE(core::isDeviceName(name)) << name;
+    }
+    for (const char* name : {"", "cone", "com", "com10", "a.con"}) {
+        EXPECT_FALSE(core::isDeviceName(name)) << name;
+    }
+}
+
 class ListingTest : public core_tests::CoreTest {
 protected:
     Names m_names{"left over"};
