@@ -86,7 +86,7 @@ void ScreenLoop::leaveTop(const ScreenResult& result) {
         if (m_state.zoneEditRequest) {
             push(Screen::zoneEditor);
         } else if (m_state.openSceneRequest) {
-            m_state.sceneCreated = false; // what follows is like a run of its own
+            m_state.sceneCreated = false; // what follows is like another run
             pop(result);
         }
         break;

@@ -13,7 +13,7 @@
 
 namespace bench {
 
-/// What the outputs of a HeardSound have told; outlives them.
+/// What the outputs of a HeardSound have reported; outlives them.
 struct Heard {
     std::optional<Clock::time_point> first{};
     platform::SoundOutput* output = nullptr; ///< the one that is open

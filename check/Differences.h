@@ -1,5 +1,5 @@
 // How an earlier version of a scene, or of a video's zones, differs from what is edited now, and
-// what a version holds: as values, and as English lines for the author. Any thread may call these
+// what a version holds: as values, and as lines for the author. Any thread may call these
 // with contents that nobody changes meanwhile.
 #pragma once
 

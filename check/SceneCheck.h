@@ -1,6 +1,6 @@
 // Checks a scene while it is edited. After an edit, only what the edit changed is read again; the
-// ways between branches are followed anew, by numbers instead of names, and only those findings are
-// made again that may differ. No window, no files: what matters about files is passed in.
+// ways between branches are followed again, by numbers instead of names, and only those findings
+// are made again that may differ. No window, no files: what matters about files is passed in.
 //
 //   check.checkAll(session.scene());
 //   check.setFacts(facts);  // whenever files have been read

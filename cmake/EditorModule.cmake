@@ -56,7 +56,7 @@ endfunction()
 # editor_fuzz(NAME SOURCES ... DEPS ...)
 #
 # One libFuzzer target, fuzz_NAME, with the corpus tests/fuzz/corpus/NAME. Without libFuzzer the same
-# source is linked to a main that feeds it the corpus, and is a test: every kept input stays mended.
+# source is linked to a main that feeds it the corpus, and is a test: what a kept input once broke stays fixed.
 # DEFINITIONS are for this target alone.
 function(editor_fuzz name)
   cmake_parse_arguments(arg "" "" "SOURCES;DEPS;DEFINITIONS" ${ARGN})

@@ -4,7 +4,7 @@ import math
 
 import figures
 from vector import path
-from vector.canvas import Columns, Frame, Rows, gradient, mix, rgb
+from vector.canvas import Columns, Frame, Rows, mix, rgb
 
 HALF, HEIGHT, EYE, END = 2.1, 2.75, 1.5, 15.0
 FRAMES = 100

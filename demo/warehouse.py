@@ -5,7 +5,6 @@ import math
 import figures
 from figures import area, disc, limb
 from rooms import Room, ease
-from vector import path
 from vector.canvas import Frame
 
 

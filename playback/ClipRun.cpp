@@ -67,7 +67,7 @@ bool ClipRun::isAtEnd() const {
     if (m_hasPicture && count >= 0 && m_time >= timeOf(count)) {
         return true;
     }
-    // A file that ends early, or whose length only its end tells.
+    // A file that ends early, or whose length is known only at its end.
     theora::TheoraVideoClip& clip = m_clip->clip();
     return clip.endOfFile.load() && clip.pendingSeekFrame.load() == -1 &&
            clip.getNumReadyFrames() == 0 && m_time >= timeOf(m_nextFrame);

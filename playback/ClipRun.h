@@ -34,7 +34,7 @@ public:
     [[nodiscard]] bool isWaiting() const { return m_isWaiting; }
     /// The last picture has been on show for its time.
     [[nodiscard]] bool isAtEnd() const;
-    /// Where the clip ends: also one whose length only its end tells.
+    /// Where the clip ends, even if that is known only there.
     [[nodiscard]] int endFrame() const;
 
     [[nodiscard]] unsigned shownCount() const { return m_shown; }

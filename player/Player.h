@@ -1,4 +1,4 @@
-// Plays a story by its rules: told what happened on which frame of the clip, it says which branch
+// Plays a story by its rules: given what happened on which frame of the clip, it says which branch
 // plays. It has no window, no clock and no files. docs/preview.md states the rules.
 //
 //   Player player(story, clips, seed);
@@ -63,7 +63,7 @@ public:
     /// `clips` is called whenever a branch comes up.
     Player(Story story, ClipSource clips, std::uint32_t seed);
 
-    /// Begins anew with the first branch of this name, or with the branch of this number.
+    /// Starts over with the first branch of this name, or with the branch of this number.
     void start(std::string_view name);
     void start(int branch);
 

@@ -47,9 +47,9 @@ public:
     void changed();
     /// Begins to write what has changed without waiting any longer.
     void flush() { update(); }
-    /// What has not been written is not going to be.
+    /// What has not been written yet will not be.
     void forgetChanges() { m_isDirty = false; }
-    /// `base` is what savedState() tells of the document's files now. Removes the draft.
+    /// `base`: savedState() of the document's files now. Removes the draft.
     void saved(std::string base);
     /// Where the list of scenes has the document from now on.
     void setListedAs(std::string name) { m_about.listedAs = std::move(name); }

@@ -32,7 +32,7 @@ inline constexpr int kMaxVersionNumber = 9999;
 struct Version {
     std::string base;       ///< the path of its files up to their endings
     std::int64_t kept = 0;  ///< when a save replaced it, as Clock::now(); never decreases
-    int number = 0;         ///< tells apart what was kept in the same second
+    int number = 0;         ///< distinguishes what was kept in the same second
     std::int64_t saved = 0; ///< when it had been saved
     bool isDamaged = false; ///< files that could not be read whole
     std::uint64_t bytes = 0;

@@ -1,4 +1,4 @@
-// One node of a scenario: a video and the ordered actions that choose what follows it. Owned by the
+// One node of a scene: a video and the ordered actions that choose what follows it. Owned by the
 // BranchManager. One thread at a time: the main thread, or the one that reads a scene.
 #pragma once
 
@@ -17,10 +17,10 @@ public:
     /// Empty, and logged, if an action cannot be created.
     [[nodiscard]] static std::shared_ptr<Branch> Load(const tinyxml2::XMLElement& element);
 
-    /// The name that actions refer to; unique in the scenario only by convention.
+    /// The name that actions refer to; unique in the scene only by convention.
     [[nodiscard]] const std::string& ID() const { return m_id; }
     void SetID(const std::string& id) { m_id = id; }
-    /// The video's name inside the scenario's folder.
+    /// The video's name inside the scene's folder.
     [[nodiscard]] const std::string& Filename() const { return m_filename; }
     void SetFilename(const std::string& filename) { m_filename = filename; }
 

@@ -1,4 +1,4 @@
-// The ordered list of a scenario's branches: names new ones and checks every index. Owned by the
+// The ordered list of a scene's branches: names new ones and checks every index. Owned by the
 // SceneManager, which forwards calls to it. Main thread only.
 //
 // An index outside 0 .. count-1 is logged as "..\BranchManager.cpp:LINE Invalid branch index" with

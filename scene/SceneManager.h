@@ -1,5 +1,5 @@
-// The open scenario: its name, the branch that plays first and its branches. Loads and saves
-// "Scene.xml" in the scenario's folder under "Scenes". One for the whole run, shared by all
+// The open scene: its name, the branch that plays first and its branches. Loads and saves
+// "Scene.xml" in the scene's folder under "Scenes". One for the whole run, shared by all
 // windows; other threads may load ones of their own, under a LogCollector. One thread at a time.
 //
 // Without a branch manager, the forwarding operations log "..\SceneManager.cpp:LINE Branch Manager
@@ -24,16 +24,16 @@ public:
     [[nodiscard]] static std::shared_ptr<SceneManager> create();
     explicit SceneManager(std::shared_ptr<BranchManager> branchManager);
 
-    /// Also the name of the scenario's folder.
+    /// Also the name of the scene's folder.
     [[nodiscard]] const std::string& Name() const { return m_name; }
     void SetName(const std::string& name) { m_name = name; }
     /// The ID of the branch that plays first.
     [[nodiscard]] const std::string& FirstBranch() const { return m_firstBranch; }
     void SetFirstBranch(const std::string& id) { m_firstBranch = id; }
 
-    /// Starts an empty scenario. False, with nothing changed, when out of memory.
+    /// Starts an empty scene. False, with nothing changed, when out of memory.
     bool newScene(const std::string& name);
-    /// Loads the scenario `name`, or the current Name() if that is empty. The previous scenario is
+    /// Loads the scene `name`, or the current Name() if that is empty. The previous scene is
     /// dropped first and not restored: after a failure (false, logged) the branches read so far
     /// remain. A "Name" in the file replaces the folder's name. Both are intended.
     bool Load(const std::string& name);
@@ -63,11 +63,11 @@ public:
     /// fileText() == text, without building that text.
     [[nodiscard]] bool hasFileText(std::string_view text) const;
 
-    /// Videos that were copied into the scenario's folder since it was opened, in that order. The
+    /// Videos that were copied into the scene's folder since it was opened, in that order. The
     /// file names only those that branches have.
     [[nodiscard]] const std::vector<std::string>& addedVideos() const { return m_addedVideos; }
 
-    /// The first branch of a scenario becomes its FirstBranch.
+    /// The first branch of a scene becomes its FirstBranch.
     bool AddBranch();
     /// Appends every branch's ID, in list order.
     void branchIDs(std::vector<std::string>& ids) const;

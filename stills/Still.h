@@ -16,7 +16,7 @@ struct Still {
     platform::Size frame{};     ///< empty for what is no clip
     double seconds = -1;        ///< -1 = unknown
     std::uint64_t bytes = 0;    ///< of the file
-    std::int64_t modified = 0;  ///< of the file; with its size, tells when it has changed
+    std::int64_t modified = 0;  ///< of the file; with its size, shows when it has changed
     bool exists = false;        ///< there is such a file
 };
 /// Shared by all who show it; never changes.

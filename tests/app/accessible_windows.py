@@ -25,7 +25,7 @@ ROLES = (
     ("BranchList", "list"),
 )
 
-# What listeners must be told of meanwhile: the event, the control, the event's detail.
+# What listeners must hear of meanwhile: the event, the control, the event's detail.
 EVENTS = {
     ("object:property-change:accessible-name", "LabelScene", 0),
     ("object:state-changed:focused", "EditSceneName", 1),
@@ -36,12 +36,12 @@ EVENTS = {
     ("object:state-changed:enabled", "ButtonUndo", 1),
     ("object:property-change:accessible-name", "ButtonUndo", 0),
 }
-told = set()
+heard = set()
 
 
 def note(event):
     with contextlib.suppress(GLib.GError):  # a control that has gone since
-        told.add((str(event.type), event.source.description, event.detail1))
+        heard.add((str(event.type), event.source.description, event.detail1))
 
 
 def expect(what, is_, must):
@@ -230,7 +230,7 @@ def main():
     work_scene_windows(pid)
     work_branch_editor(pid)
     work_zone_editor(pid, "ZoneEdit.xml" if int(os.environ["SCREEN_HEIGHT"]) >= SMALL_SCREEN else "ZoneEditSmall.xml")
-    wait_for(f"all of {EVENTS} among {told}", lambda: EVENTS <= told)
+    wait_for(f"all of {EVENTS} among {heard}", lambda: EVENTS <= heard)
     Window(pid, "Quorvel", "BranchList.xml").press("ButtonExit")
     answer(pid, "Exit?", "Are you sure you want to exit?", "ButtonYes")
     wait_for("the program's end", lambda: has_ended(pid))

@@ -44,9 +44,9 @@ class ProgramRuns(unittest.TestCase):
         return subprocess.Popen([program, *arguments], cwd=cwd or self.folder, env=environment,
                                 stderr=subprocess.PIPE)
 
-    def expect_end(self, process, code, told, *errors):
-        """The exit code, what stderr is told and the errors of the page, which is written whole."""
-        self.assertEqual(process.communicate(timeout=LONGEST_WAIT)[1].decode(), told)
+    def expect_end(self, process, code, text, *errors):
+        """The exit code, what stderr holds and the errors of the page, which is written whole."""
+        self.assertEqual(process.communicate(timeout=LONGEST_WAIT)[1].decode(), text)
         self.assertEqual(process.returncode, code)
         page = (self.folder / "Log.html").read_text(encoding="utf-8")
         self.assertEqual(re.findall("COLOR=#FF0000>Error: (.*?)</FONT>", page, re.DOTALL), list(errors))
@@ -74,15 +74,15 @@ class ProgramRuns(unittest.TestCase):
         self.run_until_terminated("TestMode", "launcher")
         # Nobody has opened the pipe: this one report is the second run's.
         self.run_until_terminated("TestMode", "Launcher")
-        told = subprocess.run(["cat", report], check=True, stdout=subprocess.PIPE, timeout=LONGEST_WAIT).stdout
-        self.assertEqual(told.decode(), f"{menu.parent} 0\n")
+        text = subprocess.run(["cat", report], check=True, stdout=subprocess.PIPE, timeout=LONGEST_WAIT).stdout
+        self.assertEqual(text.decode(), f"{menu.parent} 0\n")
 
     def test_help_and_version_are_printed_anywhere_and_leave_nothing_behind(self):
         before = sorted(self.product.rglob("*"))
         for option, start in (("--help", b"Usage: quorvel "), ("--version", b"quorvel ")):
-            told = subprocess.run([PROGRAM, option], cwd=self.folder, check=True, stdout=subprocess.PIPE,
+            text = subprocess.run([PROGRAM, option], cwd=self.folder, check=True, stdout=subprocess.PIPE,
                                   env={"QT_QPA_PLATFORM": "none"}, timeout=LONGEST_WAIT).stdout
-            self.assertTrue(told.startswith(start), told)
+            self.assertTrue(text.startswith(start), text)
         with open("/dev/full", "wb") as full:
             self.assertEqual(subprocess.run([PROGRAM, "--help"], stdout=full).returncode, 1)
         self.assertEqual(sorted(self.product.rglob("*")), before)
@@ -112,9 +112,9 @@ class ProgramRuns(unittest.TestCase):
         (elsewhere / "Scenes").mkdir()
         (self.folder / "Log.html").write_text("of the run before")
         there = missing.replace(f"\n{self.folder}", "")
-        for told, variables in ((there, {}), ("disk full", {"QUORVEL_START_PROBLEM": "disk full"})):
+        for text, variables in ((there, {}), ("disk full", {"QUORVEL_START_PROBLEM": "disk full"})):
             self.terminate(process := self.start(cwd=elsewhere, program=own, **variables))
-            self.assertEqual(process.communicate(timeout=LONGEST_WAIT)[1].decode(), f"Error: {told}\n")
+            self.assertEqual(process.communicate(timeout=LONGEST_WAIT)[1].decode(), f"Error: {text}\n")
             self.assertEqual(process.returncode, 1)
         self.assertEqual((self.folder / "Log.html").read_text(), "of the run before")
         self.assertEqual((elsewhere / "Log.html").read_text(), "of another program")

@@ -182,8 +182,8 @@ class WaylandRun(unittest.TestCase):
             self.do("mousemove", str(keys[2] - 50), str(keys[3] - 20), "sleep", str(delay / 1000), "key", "Escape")
             self.steady_box("the branch editor alone", lambda box: box == small)
         program.terminate()
-        told = program.communicate(timeout=LONGEST_WAIT)[1]
-        self.assertEqual((program.returncode, told), (0, ""))
+        errors = program.communicate(timeout=LONGEST_WAIT)[1]
+        self.assertEqual((program.returncode, errors), (0, ""))
         page = (self.folder / "Log.html").read_text(encoding="utf-8")
         self.assertEqual(re.findall("COLOR=#FF0000>Error: (.*?)</FONT>", page, re.DOTALL), [])
 

@@ -421,14 +421,14 @@ TEST(SceneCheck, AfterEveryEditItFindsWhatAPlainReadingFinds) {
                 check.findings().begin(), check.findings().end(),
                 [&](const auto* one, const auto* next) { return key(one) < key(next); }));
             // The other kinds too are those of a check from the start.
-            check::SceneCheck anew;
-            anew.setFacts(facts);
-            anew.checkAll(session.scene());
+            check::SceneCheck fresh;
+            fresh.setFacts(facts);
+            fresh.checkAll(session.scene());
             EXPECT_TRUE(
                 std::equal(check.findings().begin(), check.findings().end(),
-                           anew.findings().begin(), anew.findings().end(),
+                           fresh.findings().begin(), fresh.findings().end(),
                            [](const auto* one, const auto* same) { return *one == *same; }));
-            EXPECT_EQ(check.counts(), anew.counts());
+            EXPECT_EQ(check.counts(), fresh.counts());
         }
     }
 }

@@ -23,7 +23,7 @@ protected:
 
 class SafeSaveTest : public CoreTest {
 protected:
-    /// Keeps the reason of a failure and what standard error was told.
+    /// Keeps the reason of a failure and what was printed on standard error.
     bool save(const std::string& path, const std::string& text) {
         testing::internal::CaptureStderr();
         bool good = false;
@@ -33,12 +33,12 @@ protected:
                    saving.commit();
             m_failure = saving.failure().text();
         }
-        m_told = testing::internal::GetCapturedStderr();
+        m_printed = testing::internal::GetCapturedStderr();
         return good;
     }
 
     std::string m_failure;
-    std::string m_told;
+    std::string m_printed;
 };
 
 } // namespace core_tests

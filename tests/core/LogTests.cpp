@@ -27,7 +27,7 @@ std::string errorEntry(const std::string& message) {
            "</FONT><BR>";
 }
 
-/// The process-wide log, starting afresh in a folder of its own at a fixed time of day.
+/// The process-wide log, starting again in a folder of its own at a fixed time of day.
 class LogTest : public core_tests::CoreTest {
 protected:
     ~LogTest() override { core::Log::exchange(m_previous); }

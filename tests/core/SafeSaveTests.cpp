@@ -24,7 +24,7 @@ TEST_F(SafeSaveTest, BringsTheTemporaryToTheDiskBeforeItTakesTheFilesPlace) {
     EXPECT_EQ(support::filesBelow("A"), Lines{"Scene.xml"});
 }
 
-TEST_F(SafeSaveTest, AFaultAtAnyCallLeavesTheOldOrTheNewFileWholeAndIsToldInTheSystemsWords) {
+TEST_F(SafeSaveTest, AFaultAtAnyCallLeavesTheOldOrTheNewFileWholeAndSaysWhyInTheSystemsWords) {
     for (const auto plan :
          {&support::FaultyFileSystem::failAt, &support::FaultyFileSystem::shortenAt,
           &support::FaultyFileSystem::stopAt}) {
@@ -36,12 +36,12 @@ TEST_F(SafeSaveTest, AFaultAtAnyCallLeavesTheOldOrTheNewFileWholeAndIsToldInTheS
             const bool good = save("f.xml", "new");
             EXPECT_EQ(support::readBytes("f.xml"), good ? "new" : "old") << number;
             EXPECT_EQ(m_failure, good ? "" : "f.xml: " + m_files.errorText(m_files.error()));
-            if (good && !m_told.empty()) { // a folder that does not reach the disk: a warning
-                EXPECT_EQ(m_told,
+            if (good && !m_printed.empty()) { // a folder that does not reach the disk: a warning
+                EXPECT_EQ(m_printed,
                           "Saved, but a power failure may bring the old file back: f.xml\n");
                 EXPECT_EQ(m_files.callTexts().back(), "syncFolder .");
             } else {
-                EXPECT_EQ(m_told, good ? "" : "Not saved: " + m_failure + "\n") << number;
+                EXPECT_EQ(m_printed, good ? "" : "Not saved: " + m_failure + "\n") << number;
             }
             m_files.heal();
             EXPECT_TRUE(save("f.xml", "after")) << "a left-over must not stop the next save";

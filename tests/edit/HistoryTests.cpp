@@ -180,27 +180,27 @@ TEST(HistoryLimits, TheOldestStepsGoFirst) {
 
 TEST(Observers, ComeAndGoWhileTheyAreTold) {
     edit::Observers<int> observers;
-    std::string told;
+    std::string called;
     std::optional<edit::Subscription> self;
     std::optional<edit::Subscription> later;
     std::optional<edit::Subscription> added;
     self = observers.add([&](int) {
-        told += 'a';
+        called += 'a';
         self.reset();
         later.reset();
-        added = observers.add([&](int) { told += 'c'; });
+        added = observers.add([&](int) { called += 'c'; });
     });
-    later = observers.add([&](int) { told += 'b'; });
+    later = observers.add([&](int) { called += 'b'; });
     observers.notify(1);
-    EXPECT_EQ(told, "a");
+    EXPECT_EQ(called, "a");
     observers.notify(2);
-    EXPECT_EQ(told, "ac");
+    EXPECT_EQ(called, "ac");
 
     auto held = std::make_unique<edit::Observers<>>();
     const edit::Subscription first = held->add([&] { held.reset(); });
-    const edit::Subscription second = held->add([&] { told += 'd'; });
+    const edit::Subscription second = held->add([&] { called += 'd'; });
     held->notify();
-    EXPECT_EQ(told, "acd") << "those that were to be told still are";
+    EXPECT_EQ(called, "acd") << "those that were to be called still are";
 }
 
 } // namespace

@@ -83,11 +83,11 @@ class Faults:
         self.run("once", self.folder, path, str(variant))
         return path
 
-    def check(self, scene, told, before, what, following=()):
-        """What was told to be complete must be there; of the files in `following` the successor
+    def check(self, scene, output, before, what, following=()):
+        """What was reported complete must be there; of the files in `following` the successor
         may be there instead, which is the next variant after a kill and else the last one."""
         last = dict(before)
-        for line in told.splitlines():
+        for line in output.splitlines():
             kind, _, variant = line.partition(" ")
             if variant.isdigit():
                 last[kind] = int(variant)
@@ -114,7 +114,7 @@ class Faults:
                 self.kept += len(kept)
 
     def until_killed(self, *arguments, meddle=None, **options):
-        """What the run told, and its exit code. Wine now and then keeps a program that ended itself:
+        """What the run printed, and its exit code. Wine now and then keeps a program that ended itself:
         one thread of it waits for ever and nothing runs any more."""
         with subprocess.Popen(self.command(*arguments), stdout=subprocess.PIPE,
                               stderr=subprocess.DEVNULL, text=True,
@@ -122,11 +122,11 @@ class Faults:
             while meddle and process.poll() is None:
                 meddle()
             try:
-                told = process.communicate(timeout=PATIENCE)[0]
+                output = process.communicate(timeout=PATIENCE)[0]
             except subprocess.TimeoutExpired:
                 os.killpg(process.pid, signal.SIGKILL)
-                told = process.communicate()[0]
-            return told, process.returncode
+                output = process.communicate()[0]
+            return output, process.returncode
 
     def kills(self, rounds):
         # Variant 3 comes before variant 0, the first of each run.
@@ -135,13 +135,13 @@ class Faults:
         for number in range(rounds):
             self.run("once", self.folder, scene, str(VARIANTS - 1))
             time_left = self.random.randrange(2000, 400000 if self.runner else 200000)
-            told, _ = self.until_killed("forever", self.folder, scene, str(time_left))
+            output, _ = self.until_killed("forever", self.folder, scene, str(time_left))
             temporaries = sorted(set(os.listdir(scene)) - set(FILES))
             inside += bool(temporaries)
             for name in temporaries:
                 old = time.time() - LEFTOVER_SECONDS
                 os.utime(scene + name, (old, old))
-            self.check(scene, told, dict.fromkeys(FILES.values(), VARIANTS - 1),
+            self.check(scene, output, dict.fromkeys(FILES.values(), VARIANTS - 1),
                        "kill %d" % number, FILES)
         self.run("once", self.folder, scene, "1")
         self.check(scene, "", dict.fromkeys(FILES.values(), 1), "after the kills")
@@ -158,10 +158,10 @@ class Faults:
         ages = []
         for number in range(rounds):
             time_left = str(self.random.randrange(100000, 3000000 if self.runner else 600000))
-            told, code = self.until_killed("drafts", time_left, meddle=meddle, **options)
+            output, code = self.until_killed("drafts", time_left, meddle=meddle, **options)
             if not self.runner and code != -signal.SIGKILL:
                 self.lose("%s %d: exit %d" % (what, number, code))
-            lines = [line.split() for line in told.splitlines() if " " in line]
+            lines = [line.split() for line in output.splitlines() if " " in line]
             ages += [int(value) for kind, value in lines if kind == "age"]
             recovered = self.run("recovered", cwd=options.get("cwd")).stdout
             found = dict(line.split() for line in recovered.splitlines())
@@ -187,13 +187,13 @@ class Faults:
 
     def refused(self, name, scene, **options):
         """Saves a larger variant where that cannot work: each file is refused or complete."""
-        told = self.run("once", self.folder, scene, "3", expected=1, **options)
+        output = self.run("once", self.folder, scene, "3", expected=1, **options)
         # The list of a pair is replaced before its binary file, and may have fitted.
-        self.check(scene, told.stdout, dict.fromkeys(FILES.values(), 0), name,
+        self.check(scene, output.stdout, dict.fromkeys(FILES.values(), 0), name,
                    ("clip-ZoneInfo.xml",))
-        if "Not saved: " not in told.stderr:
-            self.lose(name + ": nobody was told, " + told.stderr)
-        print("%s: %s" % (name, told.stdout.replace("\n", ", ")))
+        if "Not saved: " not in output.stderr:
+            self.lose(name + ": nothing was said, " + output.stderr)
+        print("%s: %s" % (name, output.stdout.replace("\n", ", ")))
 
     def full_disk(self):
         scene = os.path.join(self.folder, "full", "")

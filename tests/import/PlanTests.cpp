@@ -1,4 +1,4 @@
-// From what the probe says to what the converter is told.
+// From what the probe says to the arguments of the converter.
 #include <sstream>
 #include <string>
 #include <tuple>
@@ -159,7 +159,7 @@ TEST(PlanTest, AnyTextIsReadHarmlessly) {
     EXPECT_EQ(imports::uprightSize(*odd.video), (Size{1920, 1080}));
 }
 
-TEST(PlanTest, PacketsTellTheRateThatHeadersDoNot) {
+TEST(PlanTest, PacketsGiveTheRateThatHeadersLack) {
     imports::PacketTimes times;
     for (const char* line : {"0.400000,0.2,K_", "0.000000,N/A,K_", "0.200000,0.2,__", "N/A,N/A,__",
                              "-5.0,0.2,KD", "nonsense", ""}) {

@@ -223,9 +223,9 @@ TEST(Input, OutlivesHandlersAndPaintersThatThrow) {
     test::click(window.native(), {5, 5});
     window.native().picture().invalidate({0, 0, 9, 9});
     test::pump();
-    const std::string told = testing::internal::GetCapturedStderr();
-    EXPECT_NE(told.find("handler"), std::string::npos);
-    EXPECT_NE(told.find("painter"), std::string::npos);
+    const std::string errors = testing::internal::GetCapturedStderr();
+    EXPECT_NE(errors.find("handler"), std::string::npos);
+    EXPECT_NE(errors.find("painter"), std::string::npos);
     EXPECT_EQ(window.takeEvents(), (Events{"down 1 5,5", "up 1 5,5"}));
     throws = false;
     window.native().picture().invalidate({0, 0, 9, 9});

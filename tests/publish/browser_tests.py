@@ -20,7 +20,6 @@ import tempfile
 import threading
 import time
 import unittest
-import urllib.request
 
 import scenes
 

@@ -141,8 +141,8 @@ TEST_F(SceneFileTest, AWriteThatFailsEndsTheSaveAndIsTold) {
         EXPECT_FALSE(m_scene->saveFailure().empty());
         EXPECT_EQ(file("A"), old);
     }
-    (void)testing::internal::GetCapturedStderr(); // each failure was told there
-    EXPECT_EQ(m_log.newErrors(), Lines{}) << "told, not logged";
+    (void)testing::internal::GetCapturedStderr(); // each failure is there
+    EXPECT_EQ(m_log.newErrors(), Lines{}) << "printed, not logged";
     m_files.heal();
     EXPECT_TRUE(m_scene->Save("Scenes/A/"));
     EXPECT_TRUE(m_scene->saveFailure().empty());

@@ -1,4 +1,4 @@
-// Random calls, valid and invalid, on a scenario, on its editing session and on a plain model of
+// Random calls, valid and invalid, on a scene, on its editing session and on a plain model of
 // the same rules, which log the same.
 #include <cstddef>
 #include <functional>
@@ -217,7 +217,7 @@ void ScenePropertyTest::step() {
     ASSERT_EQ(m_log.newErrors(), reports) << operation;
 }
 
-/// Another scenario, or this one from the disk: it was saved after each call.
+/// Another scene, or this one from the disk: it was saved after each call.
 void ScenePropertyTest::changeScene() {
     if (m_plain.branchCount() > 6 || m_random.below(2) == 0) {
         ASSERT_TRUE(m_scene->newScene("S"));

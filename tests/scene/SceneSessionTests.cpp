@@ -106,7 +106,8 @@ protected:
     }
 
     [[nodiscard]] bool isTold(Part part, int branch) const {
-        return std::find(m_told.begin(), m_told.end(), SceneChange{part, branch}) != m_told.end();
+        return std::find(m_heard.begin(), m_heard.end(), SceneChange{part, branch}) !=
+               m_heard.end();
     }
     /// What differs was announced since the last call.
     void expectTold(const Contents& before, const Contents& now);
@@ -122,9 +123,9 @@ protected:
     }
 
     SceneSession m_session{m_scene, {100'000, std::size_t{1} << 30U, 1}};
-    SceneSession::Changes m_told;
+    SceneSession::Changes m_heard;
     edit::Subscription m_token = m_session.observe([this](const auto& changes) {
-        m_told.insert(m_told.end(), changes.begin(), changes.end());
+        m_heard.insert(m_heard.end(), changes.begin(), changes.end());
     });
     support::Random m_random{5};
     int m_newBranches = 1;
@@ -146,7 +147,7 @@ void SceneSessionTest::expectTold(const Contents& before, const Contents& now) {
         EXPECT_TRUE(is.actions == was.actions || isTold(Part::actions, branch) ||
                     isTold(Part::actions, -1));
     }
-    m_told.clear();
+    m_heard.clear();
 }
 
 void SceneSessionTest::editOnce(Contents& plain) {
@@ -252,7 +253,7 @@ void SceneSessionTest::editAtRandom(Contents& plain) {
     auto gesture = m_session.begin({SceneStep::target, 0});
     for (int count = m_random.below(6); count > 0; --count) {
         editOnce(plain);
-        EXPECT_TRUE(m_told.empty() && !m_session.undo());
+        EXPECT_TRUE(m_heard.empty() && !m_session.undo());
     }
     if (m_random.below(2) == 0) {
         gesture.commit();
@@ -335,21 +336,21 @@ TEST_F(SceneSessionTest, StepsSayWhatAndWhereAndNameWhatTheyChange) {
         {[](Session& s) { return s.moveAction(0, 2, 0); }, "move action 0 0", {{Part::actions, 0}}},
         {[](Session& s) { return s.moveBranch(0, 2); }, "move branch 2 -1", {{Part::branches, -1}}},
     };
-    m_told.clear();
+    m_heard.clear();
     for (const auto& test : cases) {
         EXPECT_TRUE(test.edit(m_session));
         const scene::SceneLabel& label = *m_session.history().undoLabel();
         EXPECT_EQ(scene::stepName(label.step) + (" " + std::to_string(label.branch)) + " " +
                       std::to_string(label.action),
                   test.step);
-        EXPECT_EQ(std::exchange(m_told, {}), test.changes) << test.step;
+        EXPECT_EQ(std::exchange(m_heard, {}), test.changes) << test.step;
     }
     const std::optional<scene::SceneLabel> moved = m_session.undo();
     EXPECT_TRUE(moved && moved->branch == 0) << "where the branch is again";
     EXPECT_EQ(m_session.redo()->branch, 2);
-    m_told.clear();
+    m_heard.clear();
     EXPECT_FALSE(m_session.setVideo(0, "a.ogv") || m_session.setType(2, 0, 3));
-    EXPECT_TRUE(m_told.empty()) << "the same again is no step";
+    EXPECT_TRUE(m_heard.empty()) << "the same again is no step";
 }
 
 TEST_F(SceneSessionTest, ModifiedMeansThatASaveWouldWriteOtherBytes) {

@@ -1,5 +1,5 @@
 // The default skin in real windows: the Tab key goes in reading order, and every state of a control
-// is told by its picture.
+// shows in its picture.
 #include <algorithm>
 #include <cstdint>
 #include <fstream> // IWYU pragma: keep

@@ -60,7 +60,7 @@ RandomUser::RandomUser(platform::Gui& gui, test::ScriptedFileDialog& dialog, std
     : m_dialog(dialog), m_input(platform::createTestInput(gui)), m_random(seed) {}
 
 void RandomUser::act() {
-    static constexpr std::array<Deed, 13> kDeeds{{
+    static constexpr std::array<Action, 13> kActions{{
         {40, &RandomUser::clickControl},
         {8, &RandomUser::clickAnywhere},
         {3, &RandomUser::doubleClick},
@@ -76,8 +76,8 @@ void RandomUser::act() {
         {1, &RandomUser::harmAFile},
     }};
     static const int kAll =
-        std::accumulate(kDeeds.begin(), kDeeds.end(), 0,
-                        [](int sum, const Deed& deed) { return sum + deed.weight; });
+        std::accumulate(kActions.begin(), kActions.end(), 0,
+                        [](int sum, const Action& action) { return sum + action.weight; });
     const auto windows = platform::openWindowsOf<toolkit::WindowImplBase>();
     if (windows.empty()) {
         return;
@@ -86,15 +86,15 @@ void RandomUser::act() {
     m_patience = 1;
     answerFileDialog();
     int chosen = below(kAll);
-    const Deed* deed = kDeeds.data();
-    for (; chosen >= deed->weight; ++deed) {
-        chosen -= deed->weight;
+    const Action* action = kActions.data();
+    for (; chosen >= action->weight; ++action) {
+        chosen -= action->weight;
     }
-    note(static_cast<std::uint64_t>(deed - kDeeds.data()));
+    note(static_cast<std::uint64_t>(action - kActions.data()));
     const std::u16string window(m_window->GetWindowClassName());
     note(std::hash<std::u16string_view>{}(window));
-    ++m_deeds[window];
-    (this->*deed->act)();
+    ++m_actions[window];
+    (this->*action->perform)();
 }
 
 int RandomUser::below(int limit) {
@@ -259,7 +259,7 @@ void RandomUser::pickFromDropList() {
 void RandomUser::playScene() {
     const CControlUI* picture = m_window->GetPaintManager().FindControl(u"VideoPreview");
     if (picture != nullptr && picture->IsVisible()) {
-        ++m_deeds[u"VideoPreview"];
+        ++m_actions[u"VideoPreview"];
     }
     if (picture == nullptr || !picture->IsVisible() || oneIn(8)) {
         m_input->key(native(), EventKind::keyDown, Key::f5, {}, {.shift = oneIn(2)});

@@ -17,22 +17,23 @@ namespace soak {
 
 class RandomUser {
 public:
-    /// `gui` outlives it, `dialog` every deed: it answers with files of the folder "videos".
+    /// `gui` outlives it, `dialog` every action: it answers with files of the folder "videos".
     RandomUser(platform::Gui& gui, test::ScriptedFileDialog& dialog, std::seed_seq& seed);
 
-    /// Queues one deed; nothing while no window is open. UI thread, inside a loop.
+    /// Queues one action; nothing while no window is open. UI thread, inside a loop.
     void act();
-    /// How many ticks of the loop the last deed deserves before the next.
+    /// How many ticks of the loop the last action deserves before the next.
     [[nodiscard]] int patience() const { return m_patience; }
-    /// A number for all deeds so far and the windows they met: equal courses have equal ones.
+    /// A number for all actions so far and the windows they met: runs that were alike have the
+    /// same.
     [[nodiscard]] std::uint64_t course() const { return m_course; }
-    /// Deeds by the class of the window they met.
-    [[nodiscard]] const std::map<std::u16string, int>& deeds() const { return m_deeds; }
+    /// Actions by the class of the window they met.
+    [[nodiscard]] const std::map<std::u16string, int>& actions() const { return m_actions; }
 
 private:
-    struct Deed {
+    struct Action {
         int weight;
-        void (RandomUser::*act)();
+        void (RandomUser::*perform)();
     };
 
     [[nodiscard]] platform::NativeWindow& native() const { return *m_window->GetNative(); }
@@ -74,10 +75,10 @@ private:
     test::ScriptedFileDialog& m_dialog;
     std::unique_ptr<platform::TestInput> m_input;
     std::mt19937_64 m_random;
-    toolkit::WindowImplBase* m_window = nullptr; ///< on top, valid during a deed
+    toolkit::WindowImplBase* m_window = nullptr; ///< on top, valid during an action
     int m_patience = 1;
     std::uint64_t m_course = 0;
-    std::map<std::u16string, int> m_deeds;
+    std::map<std::u16string, int> m_actions;
 };
 
 } // namespace soak

@@ -69,7 +69,7 @@ private:
     Options m_options;
     std::unique_ptr<platform::Gui> m_real = platform::createGui();
     std::vector<ProcessFigures> m_figures; ///< after each session
-    std::map<std::string, int> m_deeds;    ///< by the window's class
+    std::map<std::string, int> m_actions;  ///< by the window's class
 };
 
 Soak::Soak(const Options& options) : m_options(options) {
@@ -139,8 +139,8 @@ Course Soak::play(int session) {
         });
         course.exitCode = app::runProgram("TestMode", [&gui] { return std::move(gui); });
     }
-    for (const auto& [window, deeds] : user.deeds()) {
-        m_deeds[core::storedText(window)] += deeds;
+    for (const auto& [window, actions] : user.actions()) {
+        m_actions[core::storedText(window)] += actions;
     }
     course.number = user.course();
     return course;
@@ -202,8 +202,8 @@ bool Soak::run() {
     do {
         session(number++);
     } while (Clock::now() < end);
-    for (const auto& [window, deeds] : m_deeds) {
-        std::printf("%s: %d events\n", window.c_str(), deeds);
+    for (const auto& [window, actions] : m_actions) {
+        std::printf("%s: %d events\n", window.c_str(), actions);
     }
     const bool good = judge();
     std::printf("%s: %zu sessions, seed %llu\n", good ? "nothing found" : "FAILED: growth",

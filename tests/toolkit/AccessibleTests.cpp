@@ -1,4 +1,4 @@
-// What assistive technology is told of the controls.
+// What assistive technology hears of the controls.
 #include <functional>
 #include <string>
 #include <string_view>

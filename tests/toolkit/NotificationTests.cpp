@@ -1,4 +1,4 @@
-// Who tells the window what, in which order, and what is never told.
+// What controls report to the window, in which order, and what never.
 #include <functional>
 #include <string_view>
 #include <utility>

@@ -3,7 +3,6 @@
 import json
 import os
 import pathlib
-import shutil
 import subprocess
 import sys
 import tempfile

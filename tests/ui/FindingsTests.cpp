@@ -1,5 +1,5 @@
 // The left pane: finding branches by their names, and the list of what is wrong with the scene,
-// which follows every edit, leads to each place and offers to mend what it can.
+// which follows every edit, leads to each place and offers to fix what it can.
 #include <string>
 #include <utility>
 

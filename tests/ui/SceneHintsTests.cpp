@@ -1,4 +1,4 @@
-// The one line that tells the author about the state of a scene.
+// The one line that informs the author about the state of a scene.
 #include <utility>
 
 #include <gtest/gtest.h>

@@ -20,14 +20,14 @@ protected:
         m_manager = load(m_newBin, 1);
     }
 
-    /// One save over old files, and what it told standard error.
+    /// One save over old files, and what it printed on standard error.
     bool save() {
         file(kXml) = "old list";
         file(kBin) = "old shapes";
         m_files.forgetCalls();
         testing::internal::CaptureStderr();
         const bool result = m_manager->saveAs("clip");
-        m_told = testing::internal::GetCapturedStderr();
+        m_printed = testing::internal::GetCapturedStderr();
         return result;
     }
     bool isNew(const char* name) {
@@ -37,7 +37,7 @@ protected:
     }
 
     const std::string m_newBin = zoneBytes("Z", {shapeBytes({{5, 6}, {7, 8}})});
-    std::string m_told;
+    std::string m_printed;
 };
 
 TEST_F(ZoneSaveTest, BothFilesAreOnTheDiskBeforeTheFirstIsReplacedTheListFirst) {
@@ -83,7 +83,8 @@ TEST_F(ZoneSaveTest, AFaultAtAnyCallHasItsResultAndLeavesEachFileOldOrNew) {
             m_files.heal();
             EXPECT_EQ(reason.empty(), isNew(kBin));
             EXPECT_TRUE(isNew(kXml) || !isNew(kBin)) << "the list is replaced first";
-            EXPECT_NE(m_told.find(reason.empty() ? "" : "Not saved: " + reason), std::string::npos);
+            EXPECT_NE(m_printed.find(reason.empty() ? "" : "Not saved: " + reason),
+                      std::string::npos);
             if (plan == &support::FaultyFileSystem::stopAt) {
                 (void)m_log.newErrors();
                 continue; // nothing can be cleaned up then
@@ -107,14 +108,14 @@ TEST_F(ZoneSaveTest, AFaultAtAnyCallHasItsResultAndLeavesEachFileOldOrNew) {
 class Keeper final : public core::ReplacedFiles {
 public:
     void begin(const std::vector<std::string>& paths, Need need) noexcept override {
-        told = paths.front() + " " + paths.back() + (need == Need::must ? " must" : " wish");
+        calls = paths.front() + " " + paths.back() + (need == Need::must ? " must" : " wish");
     }
     core::FileError beforeReplace() noexcept override {
-        return told.ends_with("must") ? failure : core::FileError{};
+        return calls.ends_with("must") ? failure : core::FileError{};
     }
-    void end(bool replaced) noexcept override { told += replaced ? " replaced" : " as it was"; }
+    void end(bool replaced) noexcept override { calls += replaced ? " replaced" : " as it was"; }
 
-    std::string told;
+    std::string calls;
     core::FileError failure;
 };
 
@@ -126,29 +127,29 @@ TEST_F(ZoneSaveTest, FilesNotReadWholeAreReplacedOnlyOnceTheyAreKept) {
     m_manager = zone::ZoneManager::createForEditing("clip", 1, zone::Scale{});
     m_manager->setKeeper(keeper);
     EXPECT_TRUE(m_manager->saveAs("elsewhere"));
-    EXPECT_EQ(keeper->told, "elsewhere-ZoneInfo.bin elsewhere-ZoneInfo.xml wish replaced");
+    EXPECT_EQ(keeper->calls, "elsewhere-ZoneInfo.bin elsewhere-ZoneInfo.xml wish replaced");
     const std::string both = "clip-ZoneInfo.bin clip-ZoneInfo.xml";
     keeper->failure = {"Backups", "full"};
     EXPECT_FALSE(m_manager->saveAs("clip"));
-    EXPECT_EQ(keeper->told, both + " must as it was");
+    EXPECT_EQ(keeper->calls, both + " must as it was");
     EXPECT_EQ(m_manager->lastSaveFailure().text(), "Backups: full");
     EXPECT_EQ(file(kXml) + file(kBin), old);
     EXPECT_EQ(m_manager->loadReport().problem, zone::LoadProblem::binaryDamaged);
     keeper->failure = {};
     EXPECT_TRUE(m_manager->saveAs("clip"));
-    EXPECT_EQ(keeper->told, both + " must replaced");
+    EXPECT_EQ(keeper->calls, both + " must replaced");
     EXPECT_EQ(m_manager->loadReport().problem, zone::LoadProblem::none);
     EXPECT_TRUE(m_manager->saveAs("clip"));
-    EXPECT_EQ(keeper->told, both + " wish replaced") << "a good pair";
+    EXPECT_EQ(keeper->calls, both + " wish replaced") << "a good pair";
     m_files.failOn("sync", EIO);
     (void)save();
-    EXPECT_EQ(keeper->told, both + " wish as it was");
+    EXPECT_EQ(keeper->calls, both + " wish as it was");
 }
 
 TEST_F(ZoneSaveTest, ShapesThatNoFileCanHoldKeepTheOldOne) {
     const auto expectKept = [this] {
         EXPECT_TRUE(save());
-        EXPECT_EQ(m_told, "Not saved: clip-ZoneInfo.bin: zones cannot be stored\n");
+        EXPECT_EQ(m_printed, "Not saved: clip-ZoneInfo.bin: zones cannot be stored\n");
         EXPECT_EQ(m_manager->lastSaveFailure().text(), "clip-ZoneInfo.bin: zones cannot be stored");
         EXPECT_FALSE(isNew(kXml) || isNew(kBin));
     };

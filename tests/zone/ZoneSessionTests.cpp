@@ -1,5 +1,5 @@
 // Random edits through a session: each step taken back and done again leaves what was there before
-// and after it, listeners are told of every frame that differs, and "modified" means that a save
+// and after it, listeners hear of every frame that differs, and "modified" means that a save
 // would write other bytes.
 #include <cerrno>
 #include <cstddef>
@@ -47,7 +47,7 @@ std::vector<Lines> contents(const ZoneManager& zones) {
 }
 
 /// Whether a listener that reads again what `changes` name has seen all that differs.
-bool tellsEverything(const std::vector<ZoneChange>& changes, std::vector<Lines> before,
+bool namesEverything(const std::vector<ZoneChange>& changes, std::vector<Lines> before,
                      const std::vector<Lines>& after) {
     for (const ZoneChange& change : changes) {
         const auto zone = static_cast<std::size_t>(change.zone);
@@ -80,8 +80,9 @@ protected:
         m_snapshot = m_manager->snapshot();
         m_snapshotContents.clear();
         m_session = std::make_unique<ZoneSession>(m_manager, limits);
-        m_token = m_session->observe(
-            [this](const auto& told) { m_told.insert(m_told.end(), told.begin(), told.end()); });
+        m_token = m_session->observe([this](const auto& changes) {
+            m_heard.insert(m_heard.end(), changes.begin(), changes.end());
+        });
     }
     /// What a save would write.
     std::string bytes() {
@@ -103,7 +104,7 @@ protected:
     int m_frames = 0;
     std::unique_ptr<ZoneSession> m_session;
     edit::Subscription m_token;
-    std::vector<ZoneChange> m_told;
+    std::vector<ZoneChange> m_heard;
     std::shared_ptr<const ZoneManager> m_snapshot;
     std::vector<Lines> m_snapshotContents; ///< when it was taken
 };
@@ -179,10 +180,10 @@ TEST_F(ZoneSessionTest, TwentyThousandEditsAreTakenBackAndDoneAgainExactly) {
         const std::string firstBytes = bytes();
         std::vector<std::vector<Lines>> states{contents(*m_manager)};
         for (; states.size() < 150 && !HasFatalFailure(); ++edits) {
-            m_told.clear();
+            m_heard.clear();
             randomStep();
             const std::vector<Lines> now = contents(*m_manager);
-            ASSERT_TRUE(tellsEverything(m_told, states.back(), now)) << edits;
+            ASSERT_TRUE(namesEverything(m_heard, states.back(), now)) << edits;
             const std::size_t position = m_session->history().position();
             ASSERT_LE(position, states.size());
             ASSERT_TRUE(position == states.size() || now == states.back()) << edits;
@@ -203,13 +204,13 @@ TEST_F(ZoneSessionTest, TwentyThousandEditsAreTakenBackAndDoneAgainExactly) {
         for (const bool back : {true, false}) {
             for (std::size_t step = 1; step < states.size(); ++step) {
                 const std::size_t to = back ? states.size() - 1 - step : step;
-                m_told.clear();
+                m_heard.clear();
                 const std::uint64_t count = m_session->changeCount();
                 ASSERT_TRUE(back ? m_session->undo() : m_session->redo());
                 ASSERT_GT(m_session->changeCount(), count);
                 checkSnapshot();
                 ASSERT_EQ(contents(*m_manager), states[to]) << round << " " << to;
-                ASSERT_TRUE(tellsEverything(m_told, states[back ? to + 1 : to - 1], states[to]));
+                ASSERT_TRUE(namesEverything(m_heard, states[back ? to + 1 : to - 1], states[to]));
             }
             EXPECT_FALSE(back ? m_session->undo() : m_session->redo());
             ASSERT_EQ(bytes(), back ? firstBytes : lastBytes);
@@ -239,7 +240,7 @@ TEST_F(ZoneSessionTest, AGestureIsOneStepNamedByWhatItBeganWith) {
     m_session->endGesture();
     EXPECT_EQ(m_session->history().position(), 2U);
     EXPECT_EQ(*m_session->undoLabel(), (StepLabel{Name::addPoint, 0, 31}));
-    EXPECT_EQ(m_told.back(), (ZoneChange{What::shapes, 0, {31, 300}})) << "the last move's";
+    EXPECT_EQ(m_heard.back(), (ZoneChange{What::shapes, 0, {31, 300}})) << "the last move's";
     m_session->beginGesture({Name::movePoint, 0, 40});
     EXPECT_TRUE(m_session->hitTest(0, 40, 29, 5));
     m_session->endGesture();

@@ -169,11 +169,6 @@ def moved(path, dx, dy, scale=1.0):
     return [([(x * scale + dx, y * scale + dy) for x, y in points], closed) for points, closed in path]
 
 
-def mapped(path, function):
-    """Every point through function(x, y): for perspective and rotation."""
-    return [([function(x, y) for x, y in points], closed) for points, closed in path]
-
-
 def _forward(points):
     """The polygon turned so that its area is positive: overlapping pieces then add up."""
     area = sum(points[i - 1][0] * points[i][1] - points[i][0] * points[i - 1][1] for i in range(len(points)))

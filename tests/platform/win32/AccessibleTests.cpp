@@ -1,4 +1,4 @@
-// A window's accessibility tree as a screen reader gets it through MSAA. What it is told of every
+// A window's accessibility tree as a screen reader gets it through MSAA. What it hears of every
 // control of the editor's own windows stands in EditorWindowTests.cpp.
 #include <vector>
 
@@ -74,7 +74,7 @@ TEST_F(AccessibleTest, TellsWhatIsAtAPointAndHasTheFocus) {
 
 TEST_F(AccessibleTest, ActsAsTheControlAllows) {
     const auto press = [&](const char* what, const toolkit_test::Notes& expected) {
-        // As listeners are told of it: by its number in the window.
+        // As listeners hear of it: by its number in the window.
         const long number = platform::win32::AccessibleNode::numberOf(driver().get(u"Go"));
         EXPECT_EQ(m_client->accDoDefaultAction(numbered(number)), S_OK);
         expectNotes("the asker is answered first", {});

@@ -1,5 +1,5 @@
 // The editor's own windows as Windows sees them: classes, styles, titles, the messages with a rule
-// of their own, handles, and what a screen reader is told of every control.
+// of their own, handles, and what a screen reader hears of every control.
 #include <cstddef>
 #include <iterator>
 #include <string>

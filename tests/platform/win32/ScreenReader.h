@@ -1,4 +1,4 @@
-// Asks for accessible objects through MSAA, as a screen reader does, and compares what it is told
+// Asks for accessible objects through MSAA, as a screen reader does, and compares what it hears
 // with the tree that a window keeps.
 #pragma once
 
