@@ -31,6 +31,8 @@ class SceneManager;
 
 namespace check {
 
+struct Ways;
+
 struct Counts {
     int errors = 0;
     int warnings = 0;
@@ -75,7 +77,6 @@ private:
         std::vector<Finding> findings{};
         bool isStale = true;
     };
-    struct Ways;
 
     void readFacts();
     void readOrder(const scene::SceneManager& scene);
