@@ -1,5 +1,5 @@
 // The system services used by this module and those above: the native ones, unless a test replaces
-// them. Main thread only.
+// them, on the main thread, while no other thread uses them.
 #pragma once
 
 #include "platform/Clock.h"

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Paths.h"
 #include "core/Texts.h"
 #include "jobs/VideoImport.h"
 
@@ -34,7 +35,9 @@ public:
 
     template <class Progress, class Report>
     std::string run(Progress& progress, const Report& report) {
-        std::string failure = isLink(m_from) ? "it is a link" : collect({}, 0);
+        std::string failure = isLink(m_from)
+                                  ? core::trStored("\"{0}\" is a link"_tr, {core::fileName(m_from)})
+                                  : collect({}, 0);
         progress.totalBytes = std::max<std::uint64_t>(m_bytes, 1);
         if (!failure.empty()) {
             return failure;

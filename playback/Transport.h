@@ -36,7 +36,6 @@ public:
     [[nodiscard]] double speed() const { return m_speed; }
     [[nodiscard]] bool isGoing() const { return m_isGoing; }
     [[nodiscard]] bool isPaused() const { return m_isPaused; }
-    [[nodiscard]] bool isAudible() const { return m_isAudible; }
     /// A clip with sound has come up and there was no device for it.
     [[nodiscard]] bool lacksDevice() const { return m_lacksDevice; }
 

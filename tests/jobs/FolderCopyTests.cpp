@@ -72,6 +72,9 @@ TEST_F(FolderCopyTest, CancellingOrALinkLeavesNothing) {
     std::filesystem::create_symlink("a.ogv", "from/sub/link.ogv", refused);
     if (!refused) {
         EXPECT_EQ(copy(), "\"sub/link.ogv\" is a link");
+        std::filesystem::rename("from", "elsewhere");
+        std::filesystem::create_directory_symlink("elsewhere", "from");
+        EXPECT_EQ(copy(), "\"from\" is a link");
         EXPECT_FALSE(support::exists("to"));
     }
 }

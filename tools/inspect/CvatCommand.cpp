@@ -28,7 +28,6 @@
 namespace inspect {
 namespace {
 
-constexpr std::size_t kMostText = std::size_t{32} * 1024 * 1024;
 constexpr platform::Size kEditorArea{1280, 720};
 constexpr std::array kEndings{".ogv", ".ogg"};
 
@@ -91,7 +90,7 @@ int exportZones(const CvatRequest& request, const CvatClip& clip) {
 }
 
 int importZones(const CvatRequest& request, const CvatClip& clip) {
-    const std::optional<std::string> text = core::readWholeFile(request.file, kMostText);
+    const std::optional<std::string> text = core::readWholeFile(request.file, kMaxCvatBytes);
     if (!text) {
         return fail("cannot read " + request.file);
     }

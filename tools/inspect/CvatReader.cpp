@@ -13,9 +13,7 @@
 namespace inspect {
 namespace {
 
-constexpr std::size_t kMostText = std::size_t{32} * 1024 * 1024;
 constexpr std::uint64_t kMostBytes = std::uint64_t{256} * 1024 * 1024; ///< of the pair
-constexpr std::size_t kLeastPoints = 3;
 
 /// Reads one file; throws the first problem, inside this source only.
 class Reader {
@@ -24,7 +22,7 @@ public:
 
     std::vector<CvatTrack> read(std::string_view text) {
         tinyxml2::XMLDocument document;
-        if (text.size() > kMostText) {
+        if (text.size() > kMaxCvatBytes) {
             throw CvatProblem{0, "the file is larger than 32 MB"};
         }
         if (document.Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS) {
@@ -165,7 +163,7 @@ private:
                 {coordinate(element, pair.substr(0, comma), m_clip.size.width),
                  coordinate(element, pair.substr(comma + 1), m_clip.size.height)});
         }
-        if (polygon.points.size() < kLeastPoints) {
+        if (polygon.points.size() < kLeastCvatPoints) {
             fail(element, "a polygon has at least three points");
         }
     }

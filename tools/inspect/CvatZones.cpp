@@ -15,8 +15,6 @@
 namespace inspect {
 namespace {
 
-constexpr std::size_t kLeastPoints = 3;
-
 void writeText(tinyxml2::XMLPrinter& xml, const char* name, const std::string& text) {
     xml.OpenElement(name);
     xml.PushText(text.c_str());
@@ -96,7 +94,7 @@ Losses writeTrack(tinyxml2::XMLPrinter& xml, int id, const zone::Zone& zone, con
     for (int frame = 0; frame < count;) {
         const int end = std::min(count, zone.sameUntil(frame));
         std::optional<zone::ZoneShape> shape = zone.shape(frame);
-        if (!shape || shape->points.size() < kLeastPoints) {
+        if (!shape || shape->points.size() < kLeastCvatPoints) {
             // In front of the first polygon nothing is nothing; behind it, the last one goes away.
             const bool isLost = last || (shape && (!shape->points.empty() || !shape->active));
             losses.smallShapes += isLost ? end - frame : 0;
