@@ -78,13 +78,19 @@ bool CVideoUI::LoadVideo(const std::string& path) {
 void CVideoUI::listenForFrames() {
     // One task at a time is under way, however many frames the decoder delivers meanwhile.
     m_video->setFrameReadyCallback([listener = m_listener, &loop = m_loop] {
-        if (!listener->posted.exchange(true)) {
+        if (listener->posted.exchange(true)) {
+            return;
+        }
+        try {
             loop.post([listener] {
                 listener->posted = false;
                 if (listener->control != nullptr) {
                     listener->control->onFrameReady();
                 }
             });
+        } catch (
+            const std::exception&) { // no memory: the next frame asks again, or a tick finds it
+            listener->posted = false;
         }
     });
 }

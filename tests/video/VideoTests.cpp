@@ -258,6 +258,7 @@ TEST_F(VideoControl, ATickOrAChangeRepaintsNoMoreThanWhatIsNew) {
 }
 
 TEST_F(VideoControl, AFrameRepaintsTheWindowAtOnceAndFindsNobodyOnceTheControlIsGone) {
+    m_gui.refusedTasks = 1; // of the decoder's thread
     ASSERT_TRUE(control().LoadVideo("clip.ogv"));
     control().SetPos(kPlace);
     auto& native = static_cast<test::FakeWindow&>(*m_window->GetNative());

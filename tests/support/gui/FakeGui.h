@@ -2,11 +2,13 @@
 // characters are six pixels wide, and events are delivered by the test.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -123,6 +125,8 @@ public:
     platform::ComponentLibrary& components() override { return *this; }
     platform::SoundSystem& sound() override { return m_sound; }
     [[nodiscard]] bool isEnding() const override { return false; }
+    /// So many posts find no memory.
+    std::atomic<int> refusedTasks = 0;
     /// Runs the posted tasks; nothing else does.
     void runTasks() {
         std::vector<std::function<void()>> tasks;
@@ -161,6 +165,10 @@ private:
     void processEvents(bool /*wait*/) override {}
     void post(std::function<void()> task) override {
         const std::lock_guard lock(m_mutex);
+        if (refusedTasks > 0) {
+            --refusedTasks;
+            throw std::bad_alloc();
+        }
         m_tasks.push_back(std::move(task));
     }
 
