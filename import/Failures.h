@@ -14,8 +14,8 @@ namespace imports {
 /// Of a probe that was not good.
 [[nodiscard]] ImportFailure failureOfProbe(platform::FileSystem& files, const std::string& source,
                                            const RunResult& run);
-/// None when the run was good. `frames` had been made when it ended; `takesReadable`: as many as
-/// there are will do.
+/// None when the run was good. `frames` had been made when it ended; `takesReadable`: what can
+/// be read is enough.
 [[nodiscard]] ImportFailure failureOfConversion(platform::FileSystem& files,
                                                 const std::string& source, const RunResult& run,
                                                 std::int64_t frames, bool takesReadable);

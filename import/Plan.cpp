@@ -9,7 +9,6 @@
 namespace imports {
 namespace {
 
-using platform::Point;
 using platform::Size;
 
 constexpr int kBlock = 16;

@@ -38,7 +38,7 @@ struct ImportProgress {
 [[nodiscard]] const std::string& importTemporary();
 /// Another such name, for a file that this program writes at the same time.
 [[nodiscard]] std::string newTemporary();
-/// Whether a file of that name is an unfinished copy, of whatever program.
+/// Whether a file of that name is an unfinished copy, of any program.
 [[nodiscard]] bool isImportTemporary(std::string_view name);
 
 /// Removes unfinished copies that nobody has written to for an hour. `folder` ends in a separator.

@@ -23,8 +23,8 @@ struct PageFile {
     Mark contents = 0;  ///< of a clip
 };
 
-/// In the order of the list; empty if there is none at `path`. What they are is not to be relied
-/// on.
+/// In the order of the list; empty if there is none at `path`. Anybody may have written it: names
+/// and marks are claims.
 [[nodiscard]] std::vector<PageFile> readPageList(const std::string& path);
 [[nodiscard]] std::string pageListText(std::span<const PageFile> list);
 

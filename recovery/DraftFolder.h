@@ -50,7 +50,7 @@ public:
     /// False once somebody has removed the lock.
     [[nodiscard]] bool isOurs() const { return m_lock->isIntact(); }
 
-    /// For use by its owners: other forms are not locked.
+    /// For claim() and open(), which lock the folder first.
     DraftFolder(std::string path, std::unique_ptr<platform::FileLock> lock);
 
 private:

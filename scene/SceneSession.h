@@ -103,7 +103,7 @@ public:
     /// The actions that wait for this zone, in all branches with the video.
     [[nodiscard]] std::vector<ActionPlace> actionsWaitingFor(const std::string& video,
                                                              const std::string& zone) const;
-    /// What find() finds a branch by, wherever edits and undo put it.
+    /// Identifies a branch for find(), wherever edits and undo put it.
     using BranchToken = std::weak_ptr<const void>;
     [[nodiscard]] BranchToken token(int branch) const { return branchAt(branch); }
     /// Where the branch is now; -1 if it is not in the scene.

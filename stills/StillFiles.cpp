@@ -18,7 +18,6 @@
 namespace stills {
 namespace {
 
-using platform::FileStream;
 using platform::OpenMode;
 using platform::Size;
 

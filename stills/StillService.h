@@ -33,7 +33,7 @@ struct StillTask;
 struct StillLimits {
     std::size_t memoryBytes = std::size_t{64} << 20U;
     std::uint64_t diskBytes = std::uint64_t{128} << 20U;
-    /// What a clip may cost; then it has no picture.
+    /// A clip that takes longer gets no picture.
     std::chrono::milliseconds timeOfOne{2000};
 };
 

@@ -14,7 +14,6 @@ namespace ui {
 
 namespace {
 
-using platform::Point;
 using platform::Rect;
 using platform::Size;
 

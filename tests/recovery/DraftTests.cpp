@@ -18,7 +18,6 @@
 namespace {
 
 using recovery::Draft;
-using recovery::DraftInfo;
 using recovery::Drafts;
 using Texts = std::vector<std::string>;
 

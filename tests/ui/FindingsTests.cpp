@@ -11,7 +11,6 @@
 namespace {
 
 using platform::Key;
-using test::WindowDriver;
 
 class FindingsTest : public test::BranchEditorTest {
 protected:

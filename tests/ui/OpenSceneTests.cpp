@@ -25,7 +25,6 @@ namespace {
 
 using platform::Key;
 using support::writeBytes;
-using Texts = std::vector<std::u16string>;
 
 const std::string kTwoBranches =
     "<Scene><Name>Fire</Name><FirstBranch>B</FirstBranch><Branch><ID>A</ID><Filename>a.ogv"

@@ -26,7 +26,6 @@ namespace {
 
 using platform::Key;
 using platform::Size;
-using test::Answer;
 using test::isChecked;
 using test::menuOf;
 using test::Texts;

@@ -18,7 +18,6 @@
 namespace zone_tests {
 namespace {
 
-using platform::Point;
 using Frames = std::vector<int>;
 
 constexpr int kLowest = std::numeric_limits<int>::min();
