@@ -1,15 +1,14 @@
 #include "core/EditorSettings.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <set>
-#include <system_error>
 #include <utility>
 
 #include "core/File.h"
 #include "core/FileError.h"
 #include "core/Log.h"
+#include "core/Numbers.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/Text.h"
@@ -139,15 +138,13 @@ int EditorSettings::getInt(std::string_view key, int usual, int least, int most)
     if (!value) {
         return usual;
     }
-    int number = 0;
-    const char* end = value->data() + value->size();
-    const auto [rest, error] = std::from_chars(value->data(), end, number);
-    if (error != std::errc() || rest != end || number < least || number > most) {
+    const std::optional<int> number = parseNumber<int>(*value);
+    if (!number || *number < least || *number > most) {
         report(std::string(key) + " is no number from " + std::to_string(least) + " to " +
                std::to_string(most));
         return usual;
     }
-    return number;
+    return *number;
 }
 
 std::string EditorSettings::getString(std::string_view key, std::string_view usual) const {

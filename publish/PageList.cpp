@@ -5,8 +5,8 @@
 #include <charconv>
 #include <cstddef>
 #include <memory>
-#include <system_error>
 
+#include "core/Numbers.h"
 #include "core/WholeFile.h"
 
 namespace publish {
@@ -25,9 +25,7 @@ std::string_view takeUntil(std::string_view& text, char end) {
 }
 
 Mark readMark(std::string_view text) {
-    Mark mark = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), mark, kHexadecimal);
-    return result.ptr == text.data() + text.size() && result.ec == std::errc() ? mark : 0;
+    return core::parseNumber<Mark>(text, kHexadecimal).value_or(0);
 }
 
 std::string markText(Mark mark) {

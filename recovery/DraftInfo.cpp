@@ -1,11 +1,10 @@
 #include "recovery/DraftInfo.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
-#include <system_error>
 #include <utility>
 
+#include "core/Numbers.h"
 #include "core/Services.h"
 #include "platform/FileSystem.h"
 
@@ -32,24 +31,25 @@ std::string escaped(std::string_view text) {
 }
 
 template <typename Number>
-bool readNumber(std::string_view text, Number& number, int base = 10) {
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number, base);
-    return error == std::errc() && stop == end;
+bool readNumber(std::string_view text, Number& number) {
+    const std::optional<Number> read = core::parseNumber<Number>(text);
+    number = read.value_or(number);
+    return read.has_value();
 }
 
 bool readText(std::string_view text, std::string& result) {
     result.clear();
     for (std::size_t at = 0; at < text.size(); ++at) {
-        unsigned byte = 0;
         if (text[at] != '%') {
             result += text[at];
-        } else if (at + 2 < text.size() && readNumber(text.substr(at + 1, 2), byte, 16)) {
-            result += static_cast<char>(byte);
-            at += 2;
-        } else {
+            continue;
+        }
+        const auto byte = core::parseNumber<unsigned>(text.substr(at + 1, 2), 16);
+        if (at + 2 >= text.size() || !byte) {
             return false;
         }
+        result += static_cast<char>(*byte);
+        at += 2;
     }
     return true;
 }

@@ -1,13 +1,11 @@
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <limits>
-#include <system_error>
 #include <utility>
 
 #include <tinyxml2.h>
 
+#include "core/Numbers.h"
 #include "tools/inspect/Cvat.h"
 
 namespace inspect {
@@ -61,13 +59,11 @@ private:
     }
 
     static int number(const tinyxml2::XMLElement& element, std::string_view text) {
-        int value = 0;
-        const char* const end = text.data() + text.size();
-        const auto [parsed, error] = std::from_chars(text.data(), end, value);
-        if (error != std::errc() || parsed != end) {
+        const std::optional<int> value = core::parseNumber<int>(text);
+        if (!value) {
             fail(element, "\"" + std::string(text) + "\" is no whole number");
         }
-        return value;
+        return *value;
     }
 
     static void checkNumber(const tinyxml2::XMLElement* element, int expected, const char* what) {
@@ -169,16 +165,14 @@ private:
     }
 
     static int coordinate(const tinyxml2::XMLElement& element, std::string_view text, int most) {
-        double value = std::numeric_limits<double>::quiet_NaN();
-        const char* const end = text.data() + text.size();
-        const auto [parsed, error] = std::from_chars(text.data(), end, value);
-        if (error != std::errc() || parsed != end || !std::isfinite(value)) {
+        const std::optional<double> value = core::parseNumber<double>(text);
+        if (!value || !std::isfinite(*value)) {
             fail(element, "\"" + std::string(text) + "\" is no coordinate");
         }
-        if (value <= -0.5 || value >= most + 0.5) {
+        if (*value <= -0.5 || *value >= most + 0.5) {
             fail(element, "the coordinate " + std::string(text) + " lies outside of the picture");
         }
-        return static_cast<int>(std::lround(value));
+        return static_cast<int>(std::lround(*value));
     }
 
     CvatClip m_clip;

@@ -1,21 +1,19 @@
 #include "tools/inspect/FrameList.h"
 
-#include <charconv>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string_view>
-#include <system_error>
+
+#include "core/Numbers.h"
 
 namespace inspect {
 namespace {
 
-template <typename Number = int>
-std::optional<Number> readNumber(std::string_view text) {
-    Number value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size() || value < 0) {
-        return std::nullopt;
-    }
-    return value;
+/// 0 or more.
+std::optional<int> readNumber(std::string_view text) {
+    const std::optional<int> number = core::parseNumber<int>(text);
+    return number && *number >= 0 ? number : std::nullopt;
 }
 
 std::optional<FrameItem> readRandom(std::string_view text) {
@@ -23,7 +21,7 @@ std::optional<FrameItem> readRandom(std::string_view text) {
     if (colon == std::string_view::npos) {
         return std::nullopt;
     }
-    const auto seed = readNumber<std::uint32_t>(text.substr(0, colon));
+    const auto seed = core::parseNumber<std::uint32_t>(text.substr(0, colon));
     const auto count = readNumber(text.substr(colon + 1));
     return seed && count ? std::optional<FrameItem>(RandomFrames{*seed, *count}) : std::nullopt;
 }

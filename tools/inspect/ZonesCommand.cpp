@@ -1,11 +1,10 @@
-#include <charconv>
 #include <cstddef>
 #include <optional>
 #include <ostream>
 #include <string>
-#include <system_error>
 
 #include "core/FileError.h"
+#include "core/Numbers.h"
 #include "platform/Geometry.h"
 #include "tools/inspect/Command.h"
 #include "tools/inspect/CvatCommand.h"
@@ -22,11 +21,8 @@ constexpr int kMaxFrames = 10'000'000; // over four days of video
 constexpr const char* kFrameRule = "the number of frames is 0 or more, at most 10000000";
 
 std::optional<int> wholeNumber(const std::string& text) {
-    int number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [parsed, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && parsed == end && number >= 0 ? std::optional(number)
-                                                                : std::nullopt;
+    const std::optional<int> number = core::parseNumber<int>(text);
+    return number && *number >= 0 ? number : std::nullopt;
 }
 
 /// "WxH", both above 0.
