@@ -28,7 +28,6 @@ public:
     /// At a point of the window.
     void begin(Kind kind, platform::Point at);
     [[nodiscard]] bool isOpen() const { return m_kind.has_value(); }
-    [[nodiscard]] bool isDragged() const { return m_isDragged; }
     void move(platform::Point to);
     /// False when it was a click, which has changed nothing.
     bool end();

@@ -74,7 +74,6 @@ private:
     void press(const platform::Event& event);
     void release();
     void dragTo(int x);
-    void dragRange(int frame);
     bool wheel(const platform::Event& event);
     void scrollTo(int frame);
     /// The end of the range that can be dragged at a point.

@@ -13,7 +13,6 @@
 namespace toolkit {
 class CControlUI;
 class CListUI;
-struct TNotifyUI;
 } // namespace toolkit
 
 namespace zoneedit {

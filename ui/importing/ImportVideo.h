@@ -49,7 +49,6 @@ private:
     void findConverter();
     [[nodiscard]] const imports::ImportItem* chosen();
     [[nodiscard]] const imports::ImportItem* itemOf(const toolkit::CControlUI& button);
-    void chooseRow(int id);
     /// Cancels what is under way, takes what is over off the list.
     void end(int id);
     void remedy(int id);
