@@ -80,10 +80,11 @@ float Texture::at(double x, double y) const {
 
 FollowedClip::FollowedClip(ClipKind kind, std::uint32_t seed)
     : m_kind(kind), m_random(seed * 977 + static_cast<std::uint32_t>(kind) * 7919 + 1),
-      m_ground(m_random, uniform(3, 12), uniform(8, 45)),
-      m_surface(m_random, kind == ClipKind::soft ? uniform(25, 60) : uniform(3, 9),
-                kind == ClipKind::soft ? uniform(15, 45) : uniform(12, 45)),
-      m_coverSurface(m_random, uniform(3, 40), uniform(0, 40)),
+      // Braces: every compiler draws the same clip only where the order is laid down.
+      m_ground{m_random, uniform(3, 12), uniform(8, 45)},
+      m_surface{m_random, kind == ClipKind::soft ? uniform(25, 60) : uniform(3, 9),
+                kind == ClipKind::soft ? uniform(15, 45) : uniform(12, 45)},
+      m_coverSurface{m_random, uniform(3, 40), uniform(0, 40)},
       m_picture(static_cast<std::size_t>(kWidth) * kHeight), m_noiseValues(1 << 16),
       m_bytes(m_picture.size()) {
     m_width = {uniform(60, 260), uniform(60, 220), uniform(60, 190)};
@@ -101,7 +102,7 @@ FollowedClip::FollowedClip(ClipKind kind, std::uint32_t seed)
     }
     if (m_kind == ClipKind::plain) {
         m_surface = Texture(m_random, 60, uniform(0, 2));
-        m_ground = Texture(m_random, uniform(20, 60), uniform(1, 6));
+        m_ground = Texture{m_random, uniform(20, 60), uniform(1, 6)};
         const double contrast = uniform(20, 60);
         m_width[2] = uniform(0, 1) < 0.5 ? 130 - contrast : 130 + contrast;
     }

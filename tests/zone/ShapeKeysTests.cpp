@@ -38,6 +38,9 @@ bool isNear(int from, int to, int length, int at, int value) {
 bool blends(const zone::Zone& zone, int from, int to) {
     const Points start = pointsOf(zone, from);
     const Points end = pointsOf(zone, to);
+    if (end.size() != start.size()) {
+        return false;
+    }
     for (int frame = from; frame <= to; ++frame) {
         const Points points = pointsOf(zone, frame);
         if (points.size() != start.size()) {

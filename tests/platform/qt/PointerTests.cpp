@@ -68,6 +68,7 @@ TEST(Appearance, FollowsTheSystemWhileItIsToldTo) {
 }
 
 TEST(CaptionMove, IsHandedToTheSystemAtTheFirstMotionWithTheButtonDown) {
+    static_cast<void>(test::gui()); // it owns the pointer that the events name
     using Steps = std::vector<std::string>;
     struct Step {
         QPoint at;
