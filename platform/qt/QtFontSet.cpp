@@ -1,12 +1,9 @@
 #include "platform/qt/QtFontSet.h"
 
 #include <QFontMetricsF>
-#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-
-#include "platform/qt/QtText.h"
 
 namespace platform::qt {
 
@@ -40,13 +37,17 @@ FontHandle QtFontSet::open(const FontDescription& description) {
     if (known != m_fonts.end()) {
         return static_cast<FontHandle>(known - m_fonts.begin());
     }
-    m_fonts.push_back({description, makeFont(description)});
+    m_fonts.push_back({description, makeFont(description), {}});
     return static_cast<FontHandle>(m_fonts.size() - 1);
 }
 
+std::size_t QtFontSet::indexOf(FontHandle handle) const {
+    const auto index = static_cast<std::size_t>(handle);
+    return handle >= 0 && index < m_fonts.size() ? index : 0;
+}
+
 const QFont& QtFontSet::font(FontHandle handle) const {
-    const bool known = handle >= 0 && static_cast<std::size_t>(handle) < m_fonts.size();
-    return m_fonts[known ? static_cast<std::size_t>(handle) : 0].font;
+    return m_fonts[indexOf(handle)].font;
 }
 
 int QtFontSet::lineHeight(FontHandle handle) const {
@@ -55,31 +56,29 @@ int QtFontSet::lineHeight(FontHandle handle) const {
 }
 
 Size QtFontSet::measure(std::u16string_view text, FontHandle handle) const {
-    const QFontMetricsF metrics(font(handle));
-    return {static_cast<int>(std::ceil(metrics.horizontalAdvance(toQt(text)))), lineHeight(handle)};
+    return {shaped(text, handle)->width(), lineHeight(handle)};
 }
 
 std::vector<int> QtFontSet::caretPositions(std::u16string_view text, FontHandle handle) const {
-    std::vector<int> positions(text.size() + 1, 0);
-    QTextLayout layout(toQt(text), font(handle));
-    layout.beginLayout();
-    const QTextLine line = layout.createLine();
-    layout.endLayout();
-    if (!line.isValid()) {
-        return positions;
+    return shaped(text, handle)->caretPositions();
+}
+
+std::shared_ptr<const ShapedText> QtFontSet::shaped(std::u16string_view text,
+                                                    FontHandle handle) const {
+    constexpr std::size_t kMostKept = 1000;
+    constexpr std::size_t kLongestKept = 200;
+    const Entry& entry = m_fonts[indexOf(handle)];
+    if (const auto known = entry.texts.find(text); known != entry.texts.end()) {
+        return known->second;
     }
-    for (std::size_t i = 0; i < positions.size(); ++i) {
-        int at = static_cast<int>(i);
-        positions[i] = static_cast<int>(std::lround(line.cursorToX(&at)));
-    }
-    for (std::size_t i = 1; i < text.size(); ++i) {
-        const bool insidePair =
-            (text[i - 1] & 0xFC00U) == 0xD800U && (text[i] & 0xFC00U) == 0xDC00U;
-        if (insidePair) {
-            positions[i] = positions[i - 1];
+    auto made = std::make_shared<const ShapedText>(text, entry.font);
+    if (text.size() <= kLongestKept) {
+        if (entry.texts.size() >= kMostKept) {
+            entry.texts.clear();
         }
+        entry.texts.emplace(text, made);
     }
-    return positions;
+    return made;
 }
 
 } // namespace platform::qt

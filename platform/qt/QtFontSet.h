@@ -2,11 +2,17 @@
 #pragma once
 
 #include <QFont>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
+#include "platform/qt/ShapedText.h"
 
 namespace platform::qt {
 
@@ -23,11 +29,26 @@ public:
     /// The default font for a handle that was never given out.
     [[nodiscard]] const QFont& font(FontHandle handle) const;
 
+    /// Texts are shown again and again: the last ones are kept.
+    [[nodiscard]] std::shared_ptr<const ShapedText> shaped(std::u16string_view text,
+                                                           FontHandle handle) const;
+
 private:
+    struct TextHash {
+        using is_transparent = void;
+        std::size_t operator()(std::u16string_view text) const {
+            return std::hash<std::u16string_view>()(text);
+        }
+    };
+    using Texts = std::unordered_map<std::u16string, std::shared_ptr<const ShapedText>, TextHash,
+                                     std::equal_to<>>;
     struct Entry {
         FontDescription description;
         QFont font;
+        mutable Texts texts; ///< shaped in it
     };
+    [[nodiscard]] std::size_t indexOf(FontHandle handle) const;
+
     std::vector<Entry> m_fonts;
 };
 

@@ -3,11 +3,12 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <cmath>
+#include <memory>
 
 #include "platform/Geometry.h"
 #include "platform/qt/QtConvert.h"
 #include "platform/qt/QtFontSet.h"
-#include "platform/qt/QtText.h"
+#include "platform/qt/ShapedText.h"
 
 namespace platform::qt {
 
@@ -30,18 +31,17 @@ int leftOf(const Rect& box, int width, TextAlign align) {
 void QtTextPainter::drawText(raster::PixelView target, const raster::PixelScale& scale,
                              const Rect& clip, std::u16string_view text, const Rect& box,
                              FontHandle font, Color color, TextAlign align) {
-    const Size size = m_fonts.measure(text, font);
-    const QFont& face = m_fonts.font(font);
-    const int top = box.top + (box.height() - size.height) / 2;
-    const int baseline = top + static_cast<int>(std::ceil(QFontMetricsF(face).ascent()));
+    const std::shared_ptr<const ShapedText> shaped = m_fonts.shaped(text, font);
+    const int top = box.top + (box.height() - m_fonts.lineHeight(font)) / 2;
+    const int baseline =
+        top + static_cast<int>(std::ceil(QFontMetricsF(m_fonts.font(font)).ascent()));
     QImage image = imageOver(target);
     QPainter painter(&image);
     painter.setClipRect(toQt(clip));
-    painter.setFont(face);
     painter.setPen(QColor::fromRgba(color));
-    painter.translate(scale.x(leftOf(box, size.width, align)), scale.y(baseline));
+    painter.translate(scale.x(leftOf(box, shaped->width(), align)), scale.y(baseline));
     painter.scale(scale.factor(), scale.factor());
-    painter.drawText(QPointF(), toQt(text));
+    shaped->draw(painter);
 }
 
 } // namespace platform::qt

@@ -47,6 +47,25 @@ std::vector<int> sourceCoordinates(int sourceFrom, int sourceTo, int limit, int 
     return result;
 }
 
+/// Whether a part is of one colour, as the middle of a frame is; not asked of large parts.
+bool isPlain(const Bitmap& bitmap, const Rect& part) {
+    constexpr std::int64_t kMostAsked = 256;
+    const Rect bounds{0, 0, bitmap.size().width, bitmap.size().height};
+    if (part.intersected(bounds) != part ||
+        std::int64_t{part.width()} * part.height() > kMostAsked) {
+        return false;
+    }
+    const std::uint32_t first = bitmap.row(part.top)[part.left];
+    for (int y = part.top; y < part.bottom; ++y) {
+        const std::uint32_t* row = bitmap.row(y);
+        if (!std::all_of(row + part.left, row + part.right,
+                         [first](std::uint32_t pixel) { return pixel == first; })) {
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 RasterCanvas::RasterCanvas(PixelView target, TextPainter& textPainter, const Rect& clip,
@@ -89,13 +108,7 @@ void RasterCanvas::fillSpan(int left, int right, int y, Color color) {
 }
 
 void RasterCanvas::fill(const Rect& rect, Color color) {
-    const Rect visible = rect.intersected(deviceClip());
-    if (alphaOf(color) == 0) {
-        return;
-    }
-    for (int y = visible.top; y < visible.bottom; ++y) {
-        fillSpan(visible.left, visible.right, y, color);
-    }
+    fillPlain(rect.intersected(deviceClip()), premultiply(color));
 }
 
 void RasterCanvas::fillRect(const Rect& rect, Color color) {
@@ -127,6 +140,10 @@ void RasterCanvas::drawBitmap(const Bitmap& bitmap, const Rect& source, const Re
     if (visible.isEmpty() || source.isEmpty() || bitmap.isEmpty()) {
         return;
     }
+    if (isPlain(bitmap, source)) {
+        fillPlain(visible, bitmap.row(source.top)[source.left]);
+        return;
+    }
     const std::vector<int> columns =
         sourceCoordinates(source.left, source.right, bitmap.size().width, target.left, target.right,
                           visible.left, visible.right);
@@ -145,6 +162,22 @@ void RasterCanvas::drawBitmap(const Bitmap& bitmap, const Rect& source, const Re
                 *to = blendPixel(from[column], *to);
             }
             ++to;
+        }
+    }
+}
+
+void RasterCanvas::fillPlain(const Rect& visible, std::uint32_t pixel) {
+    if (pixel == 0 || visible.isEmpty()) {
+        return;
+    }
+    for (int y = visible.top; y < visible.bottom; ++y) {
+        std::uint32_t* begin = m_target.row(y) + visible.left;
+        std::uint32_t* end = begin + visible.width();
+        if (pixel >> 24U == 255) {
+            std::fill(begin, end, pixel);
+        } else {
+            std::transform(begin, end, begin,
+                           [pixel](std::uint32_t under) { return blendPixel(pixel, under); });
         }
     }
 }

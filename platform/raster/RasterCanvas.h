@@ -52,6 +52,8 @@ protected:
 private:
     // These take pixels of the screen.
     void fill(const Rect& rect, Color color);
+    /// With a premultiplied pixel; `visible` lies inside the clip, or is empty.
+    void fillPlain(const Rect& visible, std::uint32_t pixel);
     void fillSpan(int left, int right, int y, Color color);
     void drawThickLine(Point from, Point to, int width, std::uint32_t pixel);
     void fillEllipse(const Rect& box, int outlineWidth, Color outline, Color fill);
