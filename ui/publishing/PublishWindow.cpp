@@ -11,20 +11,15 @@
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "core/Texts.h"
-#include "import/Converter.h"
-#include "import/ConverterRun.h"
 #include "import/ImportQueue.h"
 #include "platform/Desktop.h"
 #include "platform/FileDialog.h"
-#include "platform/FileSystem.h"
 #include "platform/Geometry.h"
 #include "platform/Gui.h"
-#include "platform/ThreadAnnotations.h"
 #include "publish/PageText.h"
 #include "publish/PublishFolder.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
-#include "src/TheoraMutex.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CProgressUI.h"
 #include "ui/Companions.h"
@@ -50,16 +45,20 @@ constexpr int kSavingWidth = 160;
 
 } // namespace
 
-/// Shared with the thread that publishes.
-struct PublishWindow::Run {
-    theora::TheoraMutex mutex;
-    PublishProgress progress GUARDED_BY(mutex);
-    PublishResult result; ///< the thread's until it ends
-};
-
 PublishWindow::PublishWindow(const WindowContext& context, PublishTask task)
     : EditorWindow(context, {kPublishCommands, {}, kPublishPanes}), m_task(std::move(task)),
-      m_job(context.gui.loop()) {
+      m_run(
+          context.gui.loop(),
+          [this](const PublishProgress& progress) {
+              if (!IsClosing()) {
+                  showProgress(progress);
+              }
+          },
+          [this](PublishResult result) {
+              if (!IsClosing()) {
+                  showResult(std::move(result));
+              }
+          }) {
     bindCommands();
 }
 
@@ -70,11 +69,11 @@ void PublishWindow::bindCommands() {
     commands.bind(
         command::kPublishNow, [this] { publish(); },
         [this] { return m_phase == Phase::asking && !isImporting(); });
-    commands.bind(command::kPublishCancel, [this] { m_job.cancel(); });
+    commands.bind(command::kPublishCancel, [this] { m_run.cancel(); });
     commands.bind(command::kPublishClose, [this] { Close(1); });
     commands.bind(command::kStop, [this] {
         if (m_phase == Phase::running) {
-            m_job.cancel();
+            m_run.cancel();
         } else {
             Close(1);
         }
@@ -214,45 +213,16 @@ void PublishWindow::publish() {
     setTextOf(u"LabelPublishLeft", {});
     show(Phase::running);
     controls().setFocus(u"ButtonPublishCancel");
-    m_run = std::make_shared<Run>();
     m_result = {};
     if (isModified() && !m_task.save()) {
-        m_run->result.failure = PublishFailure::notSaved;
-        takeResult(true);
+        PublishResult notSaved;
+        notSaved.failure = PublishFailure::notSaved;
+        showResult(std::move(notSaved));
         return;
     }
     const auto& settings = context().services.editorSettings;
-    const std::string chosen = settings ? settings->getString(kConverterKey, {}) : std::string();
-    m_job.start(
-        [run = m_run, request = std::move(request), chosen](auto& control) mutable {
-            platform::FileSystem& files = platform::nativeFileSystem();
-            if (!request.converter.isFound()) {
-                request.converter =
-                    imports::findConverter(files, imports::usualPlaces(files, chosen));
-            }
-            run->result = publish::publishScene(
-                files, request,
-                [&](const PublishProgress& progress) {
-                    {
-                        const theora::TheoraLock lock(run->mutex);
-                        run->progress = progress;
-                    }
-                    control.report();
-                },
-                [&] { return control.isCancelled(); });
-        },
-        [this] { takeProgress(); }, [this](bool isWhole) { takeResult(isWhole); });
-}
-
-void PublishWindow::takeProgress() {
-    PublishProgress progress;
-    {
-        const theora::TheoraLock lock(m_run->mutex);
-        progress = m_run->progress;
-    }
-    if (progress.count > 0 && !IsClosing()) {
-        showProgress(progress);
-    }
+    m_run.start(std::move(request),
+                settings ? settings->getString(kConverterKey, {}) : std::string());
 }
 
 void PublishWindow::showProgress(const PublishProgress& progress) {
@@ -264,15 +234,6 @@ void PublishWindow::showProgress(const PublishProgress& progress) {
     if (auto* bar = find<toolkit::CProgressUI>(u"ProgressPublish")) {
         bar->SetPercent(progress.percent);
     }
-}
-
-void PublishWindow::takeResult(bool isWhole) {
-    if (IsClosing()) {
-        return;
-    }
-    PublishResult outOfMemory;
-    outOfMemory.failure = PublishFailure::noMemory;
-    showResult(isWhole ? std::move(m_run->result) : outOfMemory);
 }
 
 void PublishWindow::showResult(PublishResult result) {

@@ -9,13 +9,13 @@
 
 #include "check/Finding.h"
 #include "edit/Observers.h"
-#include "jobs/BackgroundJob.h"
 #include "publish/PublishJob.h"
 #include "toolkit/window/Notification.h"
 #include "ui/ConfirmCallback.h"
 #include "ui/EditorWindow.h"
 #include "ui/WindowContext.h"
 #include "ui/publishing/PublishForm.h"
+#include "ui/publishing/PublishRun.h"
 
 namespace ui {
 
@@ -50,7 +50,6 @@ public:
 
 private:
     enum class Phase { asking, running, done };
-    struct Run;
 
     void bindCommands();
     void show(Phase phase);
@@ -62,8 +61,6 @@ private:
     [[nodiscard]] bool isImporting() const;
     void publish();
     [[nodiscard]] publish::PublishRequest request();
-    void takeProgress();
-    void takeResult(bool isWhole);
     void showDone();
     void chooseFolder();
 
@@ -73,8 +70,7 @@ private:
     bool m_showsFinding = false; ///< once it is closed
     publish::PublishResult m_result;
     edit::Subscription m_importsChanged;
-    std::shared_ptr<Run> m_run;
-    jobs::BackgroundJob m_job; ///< last: it uses all of the above
+    PublishRun m_run; ///< last: it uses all of the above
 };
 
 } // namespace ui
