@@ -27,7 +27,7 @@ public:
     /// Draws everything that touches `dirty`; the canvas is already clipped to it.
     virtual void onPaint(Canvas& canvas, const Rect& dirty) = 0;
     /// Whether the content does something with a press at `at`. Where it does, the window is not
-    /// sized at its border.
+    /// sized at a border that lies inside it.
     [[nodiscard]] virtual bool takesPress(Point /*at*/) { return false; }
     /// The root of the window's accessibility tree, or null when it offers none. Not owned.
     virtual Accessible* accessibleRoot() { return nullptr; }
@@ -40,8 +40,8 @@ enum class WindowKind {
 
 enum class WindowState { normal, maximized, minimized };
 
-/// How deep the user reaches into a window at its edges to size it, where the content takes no
-/// presses.
+/// How deep the border is at which the user sizes a window. It lies outside the window; where a
+/// system has no such place, inside it, where the content takes no presses.
 inline constexpr int kSizingBorder = 6;
 
 /// How all windows are to look.

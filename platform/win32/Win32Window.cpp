@@ -76,6 +76,7 @@ Win32Window::Win32Window(const WindowServices& services, const WindowOptions& op
         m_destroyedSent = true; // there was nothing to destroy
         return;
     }
+    m_dpi = GetDpiForWindow(m_handle.get());
     allowStates();
     m_fit = fitOn(monitorOf(m_owner)); // without an owner: the primary one
     // The style bits asked for a frame: have it computed again, now that this object answers.
@@ -160,7 +161,7 @@ double Win32Window::scale() const {
 }
 
 double Win32Window::usualScale() const {
-    return Win32WindowHost::scaleOf(GetDpiForWindow(m_handle.get())) * *m_services.zoom;
+    return Win32WindowHost::scaleOf(m_dpi) * *m_services.zoom;
 }
 
 double Win32Window::fitOn(const MONITORINFO& monitor) const {
@@ -203,6 +204,7 @@ void Win32Window::rescale(Point corner) {
         SetWindowPos(window, nullptr, place.left, place.top, size.width, size.height,
                      SWP_NOZORDER | SWP_NOACTIVATE);
     }
+    followWithFrame();
     m_picture.invalidateAll();
     if (isSizable() && fromHandle(window) == this) {
         Event event; // its layout pixels are others even if its size is not
@@ -270,26 +272,10 @@ Rect Win32Window::normalGeometry() const {
     return isNormal ? geometry() : platform::toLayout(restoredRectOf(window), scale());
 }
 
-LRESULT Win32Window::frameCodeAt(POINT at) {
-    const int border = nearestPixel(kSizingBorder * scale());
-    const int corner = 3 * border;
-    constexpr LRESULT kCodes[3][3] = {{HTTOPLEFT, HTTOP, HTTOPRIGHT},
-                                      {HTLEFT, HTCLIENT, HTRIGHT},
-                                      {HTBOTTOMLEFT, HTBOTTOM, HTBOTTOMRIGHT}};
-    const Rect place = rectOf(m_handle.get());
-    const Rect inside{place.left + border, place.top + border, place.right - border,
-                      place.bottom - border};
-    if (inside.contains({at.x, at.y}) || IsZoomed(m_handle.get()) != 0) {
-        return HTCLIENT;
+void Win32Window::followWithFrame() {
+    if (isSizable()) {
+        m_sizingFrame.follow(m_handle.get(), nearestPixel(kSizingBorder * scale()));
     }
-    const Point content = toLayout(POINT{at.x - place.left, at.y - place.top});
-    if (guarded("press at the border", false, [&] { return m_events.takesPress(content); })) {
-        return HTCLIENT;
-    }
-    const auto third = [corner](int value, int begin, int end) {
-        return value < begin + corner ? 0 : value >= end - corner ? 2 : 1;
-    };
-    return kCodes[third(at.y, place.top, place.bottom)][third(at.x, place.left, place.right)];
 }
 
 /// Without a frame of the system's, a maximised window would cover the task bar.

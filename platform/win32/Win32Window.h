@@ -13,6 +13,7 @@
 #include "platform/WindowScale.h"
 #include "platform/raster/TextPainter.h"
 #include "platform/win32/Handles.h"
+#include "platform/win32/Win32SizingFrame.h"
 #include "platform/win32/Win32WindowInput.h"
 #include "platform/win32/Win32WindowPicture.h"
 #include "platform/win32/Win32WindowTimers.h"
@@ -93,8 +94,7 @@ private:
     std::optional<LRESULT> handleFrame(UINT message, WPARAM wide);
     std::optional<LRESULT> handleSizing(UINT message, WPARAM wide, LPARAM wideLong);
     [[nodiscard]] bool isSizable() const { return m_leastSize != Size{}; }
-    /// The part of the frame that a point of the screen would lie in, if there were one.
-    [[nodiscard]] LRESULT frameCodeAt(POINT at);
+    void followWithFrame();
     void limitSize(MINMAXINFO& limits) const;
     /// Of other windows on its monitor.
     [[nodiscard]] double usualScale() const;
@@ -121,11 +121,13 @@ private:
     Size m_leastSize;
     int m_cornerRadius;
     KeptSize m_content;
+    UINT m_dpi = 0; ///< of its monitor
     double m_fit = 1;
     bool m_showsMaximized = false;
     bool m_enabled = true;
     bool m_closing = false;
     bool m_destroyedSent = false;
+    Win32SizingFrame m_sizingFrame;
     Win32WindowPicture m_picture{*this};
     Win32WindowInput m_input{*this};
     Win32WindowTimers m_timers{*this};

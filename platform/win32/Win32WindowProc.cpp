@@ -2,7 +2,6 @@
 #include <set>
 
 #include <windows.h>
-#include <windowsx.h>
 
 #include <imm.h>
 
@@ -73,7 +72,11 @@ std::optional<LRESULT> Win32Window::handleSizing(UINT message, WPARAM wide, LPAR
     }
     switch (message) {
     case WM_NCHITTEST:
-        return frameCodeAt({GET_X_LPARAM(wideLong), GET_Y_LPARAM(wideLong)});
+        return HTCLIENT; // it is sized outside
+    case WM_WINDOWPOSCHANGED:
+    case WM_ENABLE:
+        followWithFrame();
+        return std::nullopt;
     case WM_GETMINMAXINFO:
         limitSize(*reinterpret_cast<MINMAXINFO*>(wideLong));
         return 0;
@@ -128,6 +131,7 @@ std::optional<LRESULT> Win32Window::handleMessage(UINT message, WPARAM wide, LPA
         break;
     case WM_DPICHANGED: { // with the place for the window at the new scale
         const auto* place = reinterpret_cast<const RECT*>(wideLong);
+        m_dpi = LOWORD(wide);
         rescale({place->left, place->top});
         return 0;
     }

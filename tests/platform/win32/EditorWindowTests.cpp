@@ -149,24 +149,6 @@ TEST_F(EditorWindows, CanBeSizedAndMinimisedAndHaveTheirSystemMenu) {
     EXPECT_EQ(IsIconic(handle), FALSE);
 }
 
-TEST_F(EditorWindows, AreSizedAtTheirBorderExceptWhereThePictureTakesPresses) {
-    const auto editor = openTitled<zoneedit::ZoneEdit>(u"Zone Edit");
-    HWND handle = handleOf(*editor);
-    RECT place{};
-    GetWindowRect(handle, &place);
-    const auto codeAt = [&](LONG x, LONG y) {
-        return SendMessageW(handle, WM_NCHITTEST, 0, MAKELPARAM(place.left + x, place.top + y));
-    };
-    const LONG right = place.right - place.left - 1;
-    const LONG bottom = place.bottom - place.top - 1;
-    EXPECT_EQ(codeAt(0, 300), HTCLIENT) << "the picture";
-    EXPECT_EQ(codeAt(right, 300), HTCLIENT);
-    EXPECT_EQ(codeAt(right - 20, 5), HTCLIENT) << "a button's first row";
-    EXPECT_EQ(codeAt(right - 20, 4), HTTOP);
-    EXPECT_EQ(codeAt(0, bottom - 30), HTLEFT);
-    EXPECT_EQ(codeAt(right, bottom), HTBOTTOMRIGHT);
-}
-
 TEST_F(EditorWindows, EndTheirLoopHoweverTheyAreDestroyed) {
     const struct {
         const char* what;

@@ -73,6 +73,9 @@ TestWindow::TestWindow(platform::Size size, platform::NativeWindow* owner,
     options.size = size;
     options.owner = owner;
     options.leastSize = leastSize;
+    if (leastSize != platform::Size{}) {
+        options.style = 0x96C80000; // with a system menu, as all windows that can be sized
+    }
     m_native = gui().windows().createWindow(options, *this);
     EXPECT_NE(m_native, nullptr);
 }
