@@ -1,5 +1,6 @@
 // The preview in the branch editor: played by real keys and clicks on a clock that stands between
 // two steps of the test.
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -10,6 +11,7 @@
 #include "platform/SilentSound.h"
 #include "platform/Sound.h"
 #include "platform/Window.h"
+#include "player/Chance.h"
 #include "tests/playback/LeftZone.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/ui/BranchListFixture.h"
@@ -136,6 +138,33 @@ TEST_F(PreviewTest, FollowsKeysClicksAndTheEndFrameByFrame) {
     EXPECT_FALSE(isVisible(u"VideoPreview"));
     EXPECT_TRUE(rows(u"ListPath").empty());
     EXPECT_EQ(session().revision(), revision) << "watching changes nothing";
+}
+
+TEST_F(PreviewTest, ThrowsTheDiceOfItsSeedFrameByFrame) {
+    constexpr int kSeed = 33; // throws each of four numbers, the first one last
+    showScene();
+    session().setTarget(1, 0, "Void");
+    for (int i = 0; i < 3; ++i) {
+        addAction(scene::Action::kRandomAction, {}, "Out", 1);
+    }
+    m_driver->pick(u"ComboBranchName", 1);
+    m_clock.passed = kSeed;
+    player::Chance dice(kSeed);
+    m_driver->press(Key::f5, {.shift = true});
+    ASSERT_TRUE(shows(0));
+    std::size_t turns = 1;
+    for (int pick = 1; pick != 0; ++turns) {
+        pick = dice.pick(4); // of the actions in their order
+        playTo(3);
+        m_clock.passed += 40;
+        ASSERT_TRUE(test::pumpUntil([&] { return rows(u"ListPath").size() > turns; }));
+        EXPECT_TRUE(rows(u"ListPath")[turns].starts_with(pick == 0 ? u"Void, By chance, 1 of 4"
+                                                                   : u"Out, By chance, 1 of 4"))
+            << turns;
+        ASSERT_TRUE(pick == 0 || shows(0));
+    }
+    EXPECT_EQ(turns, 7U);
+    EXPECT_EQ(rows(u"ListPath").back(), u"Stopped: no video.");
 }
 
 TEST_F(PreviewTest, PlaysFromHereAndLetsTheSceneBeEdited) {
