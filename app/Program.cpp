@@ -56,10 +56,12 @@ int runScreens(app_state::ScreenState& state, app_state::SharedServices& service
 
 } // namespace
 
-int runProgram(const std::string& commandLine, const GuiFactory& createGui) {
+int runProgram(const std::string& commandLine, const GuiFactory& createGui,
+               const app_state::Installation& installation) {
     const std::uint32_t flags = parseCommandLine(commandLine);
     app_state::ScreenState state;
     app_state::SharedServices services;
+    services.installation = installation;
     if (!createServices(services, state)) {
         return kFailure;
     }

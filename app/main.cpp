@@ -8,6 +8,7 @@
 #include "core/Log.h"
 #include "platform/CommandLine.h"
 #include "platform/DebugLine.h"
+#include "platform/Environment.h"
 #include "platform/Gui.h"
 #include "platform/ProgramFolder.h"
 #include "platform/Terminal.h"
@@ -18,9 +19,9 @@ namespace {
 /// Where the program works, or what its start script could not prepare.
 app::StartFolder startFolder() {
     if (const char* problem = std::getenv("QUORVEL_START_PROBLEM")) {
-        return {false, problem};
+        return {false, problem, {}};
     }
-    return app::enterStartFolder(platform::programFolder());
+    return app::enterStartFolder(platform::programFolder(), platform::userFolders());
 }
 
 } // namespace
@@ -39,9 +40,10 @@ int main(int argc, char** argv) {
     core::Log::get();
     // Worker threads write these lines; the log page is the main thread's alone.
     theora::setLogHook(platform::writeDebugLine);
-    const int exitCode = folder.problem.empty()
-                             ? app::runProgram(commandLine, platform::createGui)
-                             : app::refuseToStart(folder.problem, platform::createGui);
+    const int exitCode =
+        folder.problem.empty()
+            ? app::runProgram(commandLine, platform::createGui, folder.installation)
+            : app::refuseToStart(folder.problem, platform::createGui);
     core::Log::release();
     return exitCode;
 }

@@ -126,6 +126,11 @@ void createFolders(platform::FileSystem& files, const std::string& path) {
     }
 }
 
+std::string hereOrIn(const std::string& folder, const std::string& name) {
+    return folder.empty() || services().fileSystem->info(name) ? name
+                                                               : withSeparator(folder) + name;
+}
+
 bool isFile(const std::string& path) {
     const auto info = platform::quickInfo(*services().fileSystem, path);
     return info && !info->isFolder;

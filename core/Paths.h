@@ -36,6 +36,10 @@ bool listFolders(const std::string& folder, std::vector<std::string>& names);
 /// when a file is made in them. Any thread.
 void createFolders(platform::FileSystem& files, const std::string& path);
 
+/// `name` if there is something of that name in the current directory; else the same in `folder`,
+/// unless that is empty.
+[[nodiscard]] std::string hereOrIn(const std::string& folder, const std::string& name);
+
 [[nodiscard]] bool isFile(const std::string& path);
 [[nodiscard]] bool isFolder(const std::string& path);
 

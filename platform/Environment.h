@@ -12,4 +12,14 @@ namespace platform {
 /// What the names of program files end in: ".exe" or nothing.
 [[nodiscard]] const char* programSuffix();
 
+/// Folders of the user, UTF-8, without a final separator; empty where the system has no such.
+struct UserFolders {
+    std::string documents;
+    std::string settings; ///< in which each program has a folder of its own
+};
+[[nodiscard]] UserFolders userFolders();
+/// `text` with the values of the environment's variables in place of their names, written as the
+/// system's users do ("%USERNAME%").
+[[nodiscard]] std::string expandVariables(const std::string& text);
+
 } // namespace platform

@@ -5,6 +5,7 @@
 
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
+#include "core/Paths.h"
 #include "core/Texts.h"
 #include "platform/Event.h"
 #include "platform/Geometry.h"
@@ -70,6 +71,13 @@ void EditorWindow::bindCommonCommands() {
         command::kNextPane, [this] { m_panes.go(m_tables.panes, false); }, hasPanes);
     m_commonCommands.bind(
         command::kPaneBefore, [this] { m_panes.go(m_tables.panes, true); }, hasPanes);
+}
+
+std::string EditorWindow::GetSkinFolder() const {
+    const std::string& installed = context().services.installation.folder;
+    return installed.empty() || core::isFile("UI.zip")
+               ? "UI/"
+               : core::withSeparator(core::hereOrIn(installed, "UI"));
 }
 
 std::string EditorWindow::layoutName() const {

@@ -53,7 +53,7 @@ public:
     [[nodiscard]] bool runAbove(ConfirmCallback& asker, std::u16string_view title);
     /// What it opens beside itself is opened in `host`, as one of the windows there. Null: alone.
     void joinCompanions(Companions* host) { m_host = host; }
-    [[nodiscard]] std::string GetSkinFolder() const override { return "UI/"; }
+    [[nodiscard]] std::string GetSkinFolder() const override;
     /// The owner's shared pointer releases the window, not the end of its native window.
     void OnFinalMessage() override;
     bool HandleMessage(const platform::Event& event) override;

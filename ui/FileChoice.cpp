@@ -40,4 +40,10 @@ std::optional<platform::OpenFilesResult> chooseFiles(platform::Gui& gui,
     return chosen;
 }
 
+std::optional<std::string> chooseFolder(platform::Gui& gui,
+                                        const platform::FolderRequest& request) {
+    const KeptDirectory kept;
+    return gui.fileDialog().chooseFolder(request);
+}
+
 } // namespace ui

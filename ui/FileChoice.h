@@ -1,8 +1,9 @@
-// The system's dialog for files, as windows use it: it opens where the author chose last, and what
-// it does to the working directory is taken back.
+// The system's dialogs for files and folders, as windows use them: that for files opens where the
+// author chose last, and what one does to the working directory is taken back.
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "platform/FileDialog.h"
@@ -19,5 +20,7 @@ namespace ui {
 [[nodiscard]] std::optional<platform::OpenFilesResult>
 chooseFiles(platform::Gui& gui, core::EditorSettings* settings, std::string_view key,
             platform::OpenFilesRequest request);
+[[nodiscard]] std::optional<std::string> chooseFolder(platform::Gui& gui,
+                                                      const platform::FolderRequest& request);
 
 } // namespace ui

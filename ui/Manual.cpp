@@ -13,17 +13,15 @@
 namespace ui {
 namespace {
 
-std::string pagePath(const std::string& name) {
-    return core::services().fileSystem->fullPath("Manual/" + name + ".html");
-}
-
 /// Of the pages that there could be, the best first, the first that is there; else the last.
-std::string pageAbout(const std::string& window, const std::string& language) {
+std::string pageAbout(const std::string& window, const std::string& language,
+                      const std::string& installed) {
+    const std::string manual = core::withSeparator(core::hereOrIn(installed, "Manual"));
     std::string page;
     for (const std::string& folder :
          {language.empty() ? language : language + "/", std::string()}) {
         for (const std::string& name : {window, std::string("index")}) {
-            page = pagePath(folder + name);
+            page = core::services().fileSystem->fullPath(manual + folder + name + ".html");
             if (core::isFile(page)) {
                 return page;
             }
@@ -36,7 +34,8 @@ std::string pageAbout(const std::string& window, const std::string& language) {
 
 void openManual(const WindowContext& context, const std::string& window) {
     const auto& texts = context.services.translations;
-    const std::string page = pageAbout(window, texts ? texts->language() : std::string());
+    const std::string page = pageAbout(window, texts ? texts->language() : std::string(),
+                                       context.services.installation.folder);
     platform::Desktop& desktop = context.gui.desktop();
     if (!core::isFile(page) || !desktop.openFile(page)) {
         desktop.showError("Quorvel",

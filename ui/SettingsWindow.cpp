@@ -68,9 +68,12 @@ std::shared_ptr<SettingsWindow> SettingsWindow::create(const WindowContext& cont
 }
 
 SettingsWindow::SettingsWindow(const WindowContext& context)
-    : EditorWindow(context, {kSettingsCommands}), m_looking(context.gui.loop()) {
+    : EditorWindow(context, {kSettingsCommands}), m_looking(context.gui.loop()),
+      m_scenesPlace(context, controls()) {
     commands().bind(command::kSettingsClose, [this] { Close(1); });
     commands().bind(command::kChooseConverter, [this] { chooseConverter(); });
+    commands().bind(command::kChooseScenesFolder,
+                    [this] { m_scenesPlace.choose(GetNative(), companions()); });
 }
 
 void SettingsWindow::chooseConverter() {
@@ -169,6 +172,7 @@ void SettingsWindow::InitWindow() {
         showSkin(*settings);
     }
     showConverter();
+    m_scenesPlace.show();
     GetPaintManager().SetFocus(findControl(kBoxes[0].name));
 }
 

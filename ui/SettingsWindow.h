@@ -9,6 +9,7 @@
 
 #include "jobs/BackgroundJob.h"
 #include "ui/EditorWindow.h"
+#include "ui/ScenesPlace.h"
 #include "ui/WindowContext.h"
 
 namespace core {
@@ -48,6 +49,7 @@ private:
     std::vector<std::string> m_languages; ///< as the catalogue spells them, in the order shown
     bool m_looksAgain = false;
     jobs::BackgroundJob m_looking;
+    ScenesPlace m_scenesPlace;
 };
 
 } // namespace ui

@@ -1,5 +1,6 @@
 #include "app/services/StartFolder.h"
 
+#include "app/services/UserTree.h"
 #include "core/Paths.h"
 #include "core/Services.h"
 #include "platform/FileSystem.h"
@@ -11,13 +12,46 @@ namespace {
 constexpr const char* kSkinFolder = "UI";
 constexpr const char* kSkinArchive = "UI.zip"; // a skin may come as one file
 
-bool hasSkin() {
-    return core::isFolder(kSkinFolder) || core::isFile(kSkinArchive);
+bool hasSkin(const std::string& folder = {}) {
+    return core::isFolder(folder + kSkinFolder) || core::isFile(folder + kSkinArchive);
+}
+
+std::string missingSkin(const std::string& startedIn) {
+    std::string problem = "Quorvel cannot start because its folder \"UI\" is missing.\n\n"
+                          "Looked for in:\n" +
+                          startedIn;
+    if (const std::string now = core::services().fileSystem->currentFolder(); now != startedIn) {
+        problem += '\n' + now;
+    }
+    return problem;
+}
+
+StartFolder enterUserTree(const std::string& programFolder, const platform::UserFolders& user) {
+    platform::FileSystem& files = *core::services().fileSystem;
+    StartFolder result;
+    result.installation = {core::withSeparator(programFolder), userPlaceFile(user)};
+    const std::string startedIn = files.currentFolder();
+    // The folder of the program itself is the tree of nobody.
+    if (!hasSkin() || isShared(startedIn)) {
+        const UserTree tree = prepareUserTree(programFolder, user);
+        result.problem = tree.problem;
+        if (!tree.problem.empty() || !files.setCurrentFolder(tree.workingFolder)) {
+            return result;
+        }
+    }
+    result.isOurs = true;
+    if (!hasSkin() && !hasSkin(result.installation.folder)) {
+        result.problem = missingSkin(programFolder);
+    }
+    return result;
 }
 
 } // namespace
 
-StartFolder enterStartFolder(const std::string& programFolder) {
+StartFolder enterStartFolder(const std::string& programFolder, const platform::UserFolders& user) {
+    if (isShared(programFolder)) {
+        return enterUserTree(programFolder, user);
+    }
     platform::FileSystem& files = *core::services().fileSystem;
     const std::string startedIn = files.currentFolder();
     const bool stays = hasSkin() || core::isFolder(scene::kScenesFolder);
@@ -27,14 +61,8 @@ StartFolder enterStartFolder(const std::string& programFolder) {
     StartFolder result;
     // A folder "Scenes" alone proves nothing: a "Log.html" beside it may be anybody's.
     result.isOurs = hasSkin() || files.currentFolder() == programFolder;
-    if (hasSkin()) {
-        return result;
-    }
-    result.problem = "Quorvel cannot start because its folder \"UI\" is missing.\n\n"
-                     "Looked for in:\n" +
-                     startedIn;
-    if (!stays && files.currentFolder() != startedIn) {
-        result.problem += '\n' + files.currentFolder();
+    if (!hasSkin()) {
+        result.problem = missingSkin(startedIn);
     }
     return result;
 }

@@ -3,15 +3,22 @@
 
 #include <string>
 
+#include "app/state/Installation.h"
+#include "platform/Environment.h"
+
 namespace app {
 
 struct StartFolder {
     bool isOurs = false; ///< the current folder is the product's, so the log may be written there
     std::string problem; ///< why the program cannot start, for its user; empty if it can
+    app_state::Installation installation; ///< filled where all users share it
 };
 
 /// Stays in the current folder if it has "UI" or "Scenes"; else changes to `programFolder`, where
-/// the program file is. Call this before anything that opens a file, including the log.
-[[nodiscard]] StartFolder enterStartFolder(const std::string& programFolder);
+/// the program file is. If all users share the installation, only "UI" counts, and instead of to
+/// `programFolder` it changes to the user's tree, which is made (UserTree.h). Call this before
+/// anything that opens a file, including the log.
+[[nodiscard]] StartFolder enterStartFolder(const std::string& programFolder,
+                                           const platform::UserFolders& user);
 
 } // namespace app

@@ -3,8 +3,10 @@
 #include <memory>
 #include <utility>
 
+#include "app/state/Installation.h"
 #include "core/EditorSettings.h"
 #include "core/Log.h"
+#include "core/Paths.h"
 #include "core/Settings.h"
 #include "core/Texts.h"
 #include "core/Translations.h"
@@ -28,7 +30,8 @@ std::string readLanguage() {
 }
 
 bool createServices(app_state::SharedServices& services, app_state::ScreenState& state) {
-    services.translations = core::Translations::create(kTranslationsFile, readLanguage());
+    services.translations = core::Translations::create(
+        core::hereOrIn(services.installation.folder, kTranslationsFile), readLanguage());
     services.editorSettings = std::make_shared<core::EditorSettings>(recovery::editorIniPath());
     if (services.translations) {
         const std::string chosen = services.editorSettings->getString(core::kLanguageKey, {});

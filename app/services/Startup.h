@@ -12,8 +12,9 @@ namespace app {
 /// The user's language: "English" unless "../../Settings/Settings.ini" names another.
 [[nodiscard]] std::string readLanguage();
 
-/// Fills `services` and clears the quit and new-scene requests of `state`. False, and logged, if
-/// "Translations.ini" cannot be read or memory runs out; the program then exits with 1.
+/// Fills `services`, whose `installation` says where else to look, and clears the quit and
+/// new-scene requests of `state`. False, and logged, if "Translations.ini" cannot be read or memory
+/// runs out; the program then exits with 1.
 [[nodiscard]] bool createServices(app_state::SharedServices& services,
                                   app_state::ScreenState& state);
 

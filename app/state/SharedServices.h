@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "app/state/Installation.h"
+
 namespace check {
 class FactsReader;
 }
@@ -30,6 +32,7 @@ namespace app_state {
 
 /// Filled at start-up, emptied at shutdown (the scene first).
 struct SharedServices {
+    Installation installation; ///< stays as it is for the whole run
     std::shared_ptr<core::Translations> translations;
     std::shared_ptr<core::EditorSettings> editorSettings;
     std::shared_ptr<scene::SceneManager> sceneManager;

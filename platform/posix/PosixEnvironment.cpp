@@ -21,4 +21,12 @@ const char* programSuffix() {
     return "";
 }
 
+UserFolders userFolders() {
+    return {}; // here a start script knows them
+}
+
+std::string expandVariables(const std::string& text) {
+    return text;
+}
+
 } // namespace platform

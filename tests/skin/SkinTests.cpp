@@ -240,8 +240,8 @@ const Layout kLayouts[] = {
      ui::kOpenSceneCommands},
     {"Keys", "EditFindKey ButtonKeysCopy ButtonManual ButtonKeysClose", ui::kKeysCommands},
     {"Settings",
-     "ComboLanguage ComboSkin ComboScale EditConverter ButtonFindConverter CheckKeepDrafts "
-     "CheckKeepBackups ButtonSettingsClose",
+     "ComboLanguage ComboSkin ComboScale EditConverter ButtonFindConverter "
+     "EditScenesFolder ButtonScenesFolder CheckKeepDrafts CheckKeepBackups ButtonSettingsClose",
      ui::kSettingsCommands},
     {"Publish",
      "EditPublishFolder ButtonPublishFolder EditPublishTitle ComboPublishLanguage "

@@ -2,11 +2,14 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/EditorSettings.h"
+#include "core/Text.h"
 #include "platform/Event.h"
+#include "platform/FileSystem.h"
 #include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "recovery/Drafts.h"
@@ -181,6 +184,42 @@ TEST_F(BranchEditorMenu, ChangesOfTheSettingsCountAtOnce) {
     test::pump();
     EXPECT_EQ(&test::topWindow(), m_window.get());
     EXPECT_FALSE(isChecked(openSettings(), u"CheckKeepBackups"));
+}
+
+TEST_F(BranchEditorMenu, TheSettingsShowWhereScenesAreAndChangeItForASharedInstallation) {
+    makeScene({"A"});
+    show();
+    constexpr const char16_t* kField = u"EditScenesFolder";
+    const auto fullPath = [](const std::string& path) {
+        return core::displayText(platform::nativeFileSystem().fullPath(path));
+    };
+    {
+        test::WindowDriver settings = openSettings();
+        EXPECT_FALSE(settings.get(u"ButtonScenesFolder").IsVisible());
+        EXPECT_EQ(settings.textOf(kField), fullPath("Scenes"));
+        settings.press(Key::escape);
+        test::pump();
+    }
+    m_services.installation = {m_folder.path(), m_folder.path() + "user/Quorvel/Quorvel.ini"};
+    support::makeFolder("old/Programs/Quorvel");
+    const struct {
+        std::optional<std::string> chosen;
+        std::string tree; ///< in the file
+    } cases[] = {
+        {std::nullopt, ""}, {"new", "new/Quorvel"}, {"a/quorvel", "a/quorvel"}, {"old", "old"}};
+    test::WindowDriver settings = openSettings();
+    for (const auto& [chosen, tree] : cases) {
+        m_gui.dialog.folder = chosen ? m_folder.path() + *chosen : chosen;
+        settings.click(u"ButtonScenesFolder");
+        EXPECT_EQ(settings.textOf(kField),
+                  fullPath(chosen ? tree + "/Programs/Quorvel/Scenes" : "Scenes"));
+        EXPECT_EQ(chosen ? support::readBytes("user/Quorvel/Quorvel.ini") : "",
+                  chosen ? "folder = " + m_folder.path() + tree + "\r\n" : "");
+    }
+    EXPECT_EQ(settings.textOf(u"LabelScenesFolder").substr(0, 4), u"From");
+    m_services.installation.placeFile = m_folder.path() + "old"; // a folder
+    settings.click(u"ButtonScenesFolder");
+    EXPECT_EQ(settings.textOf(u"LabelScenesFolder").substr(0, 10), u"The choice");
 }
 
 TEST_F(BranchEditorMenu, TheSettingsTakeNoInputWhileTheSystemAsksForFiles) {

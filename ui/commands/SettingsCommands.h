@@ -12,6 +12,7 @@ namespace ui {
 namespace command {
 inline constexpr std::string_view kSettingsClose = "settingsClose";
 inline constexpr std::string_view kChooseConverter = "chooseConverter";
+inline constexpr std::string_view kChooseScenesFolder = "chooseScenesFolder";
 } // namespace command
 
 inline constexpr Command kSettingsCommands[] = {
@@ -26,6 +27,11 @@ inline constexpr Command kSettingsCommands[] = {
      "Choose…"_tr,
      u"ButtonFindConverter",
      "Choose the program ffmpeg"_tr},
+    {command::kChooseScenesFolder,
+     {},
+     "Change…"_tr,
+     u"ButtonScenesFolder",
+     "Choose another folder for scenes and settings"_tr},
 };
 
 } // namespace ui

@@ -24,6 +24,7 @@
 #include "toolkit/controls/CProgressUI.h"
 #include "ui/Companions.h"
 #include "ui/Controls.h"
+#include "ui/FileChoice.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
 #include "ui/commands/PublishCommands.h"
@@ -270,7 +271,7 @@ void PublishWindow::chooseFolder() {
     std::optional<std::string> chosen;
     {
         const Companions::Pause pause(companions());
-        chosen = context().gui.fileDialog().chooseFolder(request);
+        chosen = ui::chooseFolder(context().gui, request);
     }
     if (!chosen) {
         return;

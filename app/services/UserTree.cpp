@@ -1,0 +1,167 @@
+#include "app/services/UserTree.h"
+
+#include <memory>
+#include <vector>
+
+#include "app/state/Installation.h"
+#include "core/EditorSettings.h"
+#include "core/Log.h"
+#include "core/Paths.h"
+#include "core/Services.h"
+#include "jobs/VideoImport.h"
+#include "platform/FileSystem.h"
+#include "scene/SceneFolders.h"
+
+namespace app {
+namespace {
+
+constexpr const char* kSharedFile = "AllUsers.ini";
+constexpr const char* kProduct = "Quorvel";
+constexpr const char* kWorkingFolder = "Programs/Quorvel";
+constexpr const char* kSettings = "Settings/Settings.ini";
+constexpr int kMaxDepth = 8;
+
+platform::FileSystem& files() {
+    return *core::services().fileSystem;
+}
+
+std::string in(const std::string& folder, const std::string& name) {
+    return core::withSeparator(folder) + name;
+}
+
+/// The log while its page has no place yet: what is odd about a file goes to stderr alone.
+class PagelessLog {
+public:
+    PagelessLog() : m_outer(core::Log::exchange(std::make_shared<core::Log>(std::string()))) {}
+    ~PagelessLog() { core::Log::exchange(m_outer); }
+    PagelessLog(const PagelessLog&) = delete;
+    PagelessLog& operator=(const PagelessLog&) = delete;
+
+private:
+    std::shared_ptr<core::Log> m_outer;
+};
+
+/// Where the tree is to be, and the file that says so.
+struct Place {
+    std::string folder;
+    std::string file;
+};
+
+Place placeOf(const std::string& programFolder, const platform::UserFolders& user) {
+    const PagelessLog log;
+    for (Place place :
+         {Place{{}, userPlaceFile(user)}, Place{{}, in(programFolder, kSharedFile)}}) {
+        if (!place.file.empty()) {
+            place.folder =
+                platform::expandVariables(core::EditorSettings(place.file)
+                                              .getString(app_state::Installation::kFolderKey, {}));
+        }
+        if (!place.folder.empty()) {
+            return place;
+        }
+    }
+    return {user.documents.empty() ? std::string() : in(user.documents, kProduct), {}};
+}
+
+bool isAbsolute(const std::string& path) {
+    return path.starts_with('/') || path.starts_with('\\') ||
+           (path.size() > 2 && path[1] == ':' && (path[2] == '\\' || path[2] == '/'));
+}
+
+/// Returns why it failed.
+std::string copyFile(const std::string& from, const std::string& to) {
+    jobs::ImportProgress progress;
+    const jobs::ImportReport report = jobs::importVideo(files(), from, to, progress, [] {});
+    const bool isThere = report.result == jobs::ImportResult::copied;
+    return isThere ? std::string() : "This file cannot be copied:\n" + from + "\n" + report.reason;
+}
+
+/// Copies over what an earlier try has left. Returns why that failed.
+std::string copyTo(const std::string& from, const std::string& to, int depth = 0) {
+    core::createFolders(files(), to + "/");
+    std::vector<platform::FolderEntry> entries;
+    if (depth == kMaxDepth || !files().list(from, entries)) {
+        return "This folder cannot be copied:\n" + from;
+    }
+    std::string failure;
+    for (const platform::FolderEntry& entry : entries) {
+        const std::string source = in(from, entry.name);
+        const std::string target = in(to, entry.name);
+        if (entry.isFolder) {
+            failure = copyTo(source, target, depth + 1);
+        } else {
+            failure = copyFile(source, target);
+        }
+        if (!failure.empty()) {
+            break;
+        }
+    }
+    return failure;
+}
+
+/// Gives the folder its name once it is whole. Nothing to do where there is one, or none to copy.
+std::string makeScenes(const std::string& from, const std::string& workingFolder) {
+    const std::string scenes = in(workingFolder, scene::kScenesFolder);
+    const auto isDone = [&] { return core::isFolder(scenes) || !core::isFolder(from); };
+    int error = 0;
+    // Of two programs that start at once, one makes the scenes of both.
+    const auto lock =
+        isDone() ? nullptr : files().lockFile(in(workingFolder, "Scenes.lock"), error);
+    if (!lock || isDone()) {
+        return error != 0 ? files().errorText(error) : std::string();
+    }
+    std::string failure = copyTo(from, scenes + ".part");
+    if (failure.empty() && !files().replaceFile(scenes + ".part", scenes, error) &&
+        !core::isFolder(scenes)) {
+        failure = files().errorText(error);
+    }
+    lock->remove();
+    return failure;
+}
+
+/// Returns why it failed.
+std::string prepare(const std::string& programFolder, const std::string& tree) {
+    const std::string workingFolder = in(tree, kWorkingFolder);
+    const std::string settings = in(tree, kSettings);
+    const std::string given = in(programFolder, "../../Template");
+    core::createFolders(files(), in(workingFolder, {}));
+    core::createFolders(files(), settings);
+    int error = 0;
+    if (!core::isFolder(workingFolder) && !files().createFolder(workingFolder, error)) {
+        return files().errorText(error);
+    }
+    std::string failure =
+        makeScenes(in(in(given, kWorkingFolder), scene::kScenesFolder), workingFolder);
+    if (failure.empty() && core::isFile(in(given, kSettings)) && !core::isFile(settings)) {
+        failure = copyFile(in(given, kSettings), settings);
+    }
+    return failure;
+}
+
+} // namespace
+
+bool isShared(const std::string& programFolder) {
+    return !programFolder.empty() && core::isFile(in(programFolder, kSharedFile));
+}
+
+std::string userPlaceFile(const platform::UserFolders& user) {
+    return user.settings.empty() ? std::string() : in(user.settings, "Quorvel/Quorvel.ini");
+}
+
+UserTree prepareUserTree(const std::string& programFolder, const platform::UserFolders& user) {
+    const auto [folder, file] = placeOf(programFolder, user);
+    const std::string failure =
+        isAbsolute(folder) ? prepare(programFolder, folder) : "It has to be a full path.";
+    if (failure.empty()) {
+        return {in(folder, kWorkingFolder), {}};
+    }
+    UserTree none;
+    none.problem =
+        "The folder \"" + folder + "\" cannot be prepared for your scenes.\n\n" + failure;
+    if (!file.empty()) {
+        none.problem += "\n\nIt is named in:\n" + file;
+    }
+    return none;
+}
+
+} // namespace app

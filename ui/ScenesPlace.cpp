@@ -1,0 +1,83 @@
+#include "ui/ScenesPlace.h"
+
+#include <string_view>
+
+#include "app/state/Installation.h"
+#include "app/state/SharedServices.h"
+#include "core/EditorSettings.h"
+#include "core/Paths.h"
+#include "core/Services.h"
+#include "core/Text.h"
+#include "core/Texts.h"
+#include "platform/FileDialog.h"
+#include "platform/FileSystem.h"
+#include "platform/Geometry.h"
+#include "scene/SceneFolders.h"
+#include "toolkit/controls/CControlUI.h"
+#include "ui/FileChoice.h"
+
+namespace ui {
+namespace {
+
+constexpr std::u16string_view kField = u"EditScenesFolder";
+constexpr std::u16string_view kButton = u"ButtonScenesFolder";
+constexpr std::u16string_view kHint = u"LabelScenesFolder";
+constexpr const char* kTreeName = "Quorvel";
+constexpr const char* kWorkingFolder = "Programs/Quorvel/";
+
+/// The tree that the author means by a folder: one that is there, or a new one in it.
+std::string treeIn(const std::string& folder) {
+    const bool isTree = core::lowerCase(core::fileName(folder)) == core::lowerCase(kTreeName) ||
+                        core::isFolder(core::withSeparator(folder) + kWorkingFolder);
+    return isTree ? folder : core::withSeparator(folder) + kTreeName;
+}
+
+} // namespace
+
+void ScenesPlace::show() {
+    showFolder(scene::kScenesFolder);
+    toolkit::CControlUI* field = m_controls.find(kField);
+    toolkit::CControlUI* button = m_controls.find(kButton);
+    if (field == nullptr || button == nullptr || !field->GetPlace() || !button->GetPlace()) {
+        return;
+    }
+    if (m_context.services.installation.folder.empty()) {
+        platform::Rect place = *field->GetPlace();
+        place.right = button->GetPlace()->right;
+        field->SetPlace(place);
+        button->SetVisible(false);
+    }
+}
+
+void ScenesPlace::showFolder(const std::string& folder) {
+    const std::u16string shown = core::displayText(core::services().fileSystem->fullPath(folder));
+    m_controls.setText(kField, shown);
+    if (toolkit::CControlUI* field = m_controls.find(kField)) {
+        field->SetToolTip(shown);
+    }
+}
+
+void ScenesPlace::choose(platform::NativeWindow* owner, Companions& beside) {
+    platform::FolderRequest request;
+    request.owner = owner;
+    request.title = core::trStored("Folder for Scenes"_tr);
+    request.initialFolder = core::services().fileSystem->fullPath("../..");
+    const Companions::Pause pause(beside);
+    const auto chosen = chooseFolder(m_context.gui, request);
+    if (!chosen) {
+        return;
+    }
+    const std::string tree = treeIn(*chosen);
+    const app_state::Installation& installation = m_context.services.installation;
+    core::createFolders(*core::services().fileSystem, installation.placeFile);
+    if (core::EditorSettings(installation.placeFile)
+            .set(app_state::Installation::kFolderKey, tree)) {
+        showFolder(core::withSeparator(tree) + kWorkingFolder + scene::kScenesFolder);
+        m_controls.setText(kHint,
+                           core::tr("From the next start on. Your scenes stay where they are."_tr));
+    } else {
+        m_controls.setText(kHint, core::tr("The choice could not be kept."_tr));
+    }
+}
+
+} // namespace ui
