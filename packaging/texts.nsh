@@ -51,3 +51,49 @@
   "Uw scènes, concepten, eerdere versies en instellingen blijven waar ze zijn, in Scenes en ernaast:$\n$INSTDIR\Programs\Quorvel\Scenes"
 !insertmacro text textManual \
   "Open the manual" "Ouvrir le manuel" "Handbuch öffnen" "Abrir el manual" "Handleiding openen"
+!insertmacro text textForWhom \
+  "For whom is Quorvel?" "Pour qui installer Quorvel ?" "Für wen ist Quorvel?" "¿Para quién es Quorvel?" "Voor wie is Quorvel?"
+!insertmacro text textForWhomHint \
+  "In both cases, everybody has their own scenes and settings." \
+  "Dans les deux cas, chacun a ses propres scènes et réglages." \
+  "In beiden Fällen haben alle ihre eigenen Szenen und Einstellungen." \
+  "En ambos casos, cada persona tiene sus propias escenas y ajustes." \
+  "In beide gevallen heeft iedereen eigen scènes en instellingen."
+!insertmacro text textForMe \
+  "For me only" "Pour moi uniquement" "Nur für mich" "Solo para mí" "Alleen voor mij"
+!insertmacro text textForMeHint \
+  "Needs no administrator. Your scenes are in the folder of the program." \
+  "Sans administrateur. Vos scènes sont dans le dossier du programme." \
+  "Braucht keine Administratorrechte. Ihre Szenen sind im Ordner des Programms." \
+  "No requiere administrador. Sus escenas están en la carpeta del programa." \
+  "Zonder beheerder. Uw scènes staan in de map van het programma."
+!insertmacro text textForAll \
+  "For all users of this computer" \
+  "Pour tous les utilisateurs de cet ordinateur" \
+  "Für alle Benutzer dieses Computers" \
+  "Para todos los usuarios de este equipo" \
+  "Voor alle gebruikers van deze computer"
+!insertmacro text textForAllHint \
+  "Needs an administrator. Each user's scenes are in the folder Quorvel of their documents; another folder can be chosen in the settings." \
+  "Exige un administrateur. Les scènes de chaque utilisateur sont dans le dossier Quorvel de ses documents ; les réglages permettent d'en choisir un autre." \
+  "Braucht Administratorrechte. Die Szenen jedes Benutzers sind im Ordner Quorvel seiner Dokumente; in den Einstellungen lässt sich ein anderer wählen." \
+  "Requiere un administrador. Las escenas de cada usuario están en la carpeta Quorvel de sus documentos; en los ajustes se puede elegir otra." \
+  "Vereist een beheerder. De scènes van elke gebruiker staan in de map Quorvel bij de documenten; in de instellingen kan een andere map worden gekozen."
+!insertmacro text textNoAdministrator \
+  "An installation for all users can only be changed by an administrator." \
+  "Seul un administrateur peut modifier une installation pour tous les utilisateurs." \
+  "Eine Installation für alle Benutzer kann nur mit Administratorrechten geändert werden." \
+  "Solo un administrador puede cambiar una instalación para todos los usuarios." \
+  "Alleen een beheerder kan een installatie voor alle gebruikers wijzigen."
+!insertmacro text textOtherKind \
+  "Quorvel cannot be installed here. The folder has it already, for one user instead of all or the other way round:$\n$INSTDIR" \
+  "Quorvel ne peut pas être installé ici. Il est déjà dans ce dossier, pour un seul utilisateur au lieu de tous, ou l'inverse :$\n$INSTDIR" \
+  "Quorvel kann hier nicht installiert werden. In diesem Ordner ist es schon, für einen Benutzer statt für alle oder umgekehrt:$\n$INSTDIR" \
+  "Quorvel no se puede instalar aquí. Ya está en esta carpeta, para un usuario en lugar de para todos, o al revés:$\n$INSTDIR" \
+  "Quorvel kan hier niet worden geïnstalleerd. Het staat al in deze map, voor één gebruiker in plaats van voor alle, of andersom:$\n$INSTDIR"
+!insertmacro text textUsersScenesStay \
+  "The scenes, drafts, earlier versions and settings of all users stay where they are: in the folder Quorvel of each user's documents, or in another that was chosen." \
+  "Les scènes, brouillons, versions antérieures et réglages de tous les utilisateurs restent où ils sont : dans le dossier Quorvel des documents de chacun, ou dans celui qui a été choisi." \
+  "Szenen, Entwürfe, frühere Versionen und Einstellungen aller Benutzer bleiben, wo sie sind: im Ordner Quorvel der Dokumente jedes Benutzers oder in einem anderen, der gewählt wurde." \
+  "Las escenas, los borradores, las versiones anteriores y los ajustes de todos los usuarios se quedan donde están: en la carpeta Quorvel de los documentos de cada uno, o en la que se haya elegido." \
+  "De scènes, concepten, eerdere versies en instellingen van alle gebruikers blijven waar ze zijn: in de map Quorvel bij de documenten van elke gebruiker, of in een andere die gekozen is."

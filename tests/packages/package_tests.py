@@ -7,9 +7,11 @@ The virtual display ($DISPLAY) must have no window manager. Exit 0 when all is w
 """
 
 import glob
+import hashlib
 import json
 import os
 import pathlib
+import re
 import resource
 import shutil
 import struct
@@ -49,6 +51,10 @@ def run(*command, **options):
     if result.returncode != 0:
         raise AssertionError(f"{command} ended with {result.returncode}:\n{result.stdout}")
     return result.stdout
+
+
+def digest(path):
+    return hashlib.sha256(pathlib.Path(path).read_bytes()).hexdigest()
 
 
 def wait_for(what, condition):
@@ -141,9 +147,10 @@ class PackageTest(unittest.TestCase):
         os.remove(self.opened)
 
     def contents(self, folder):
-        """Path -> bytes of every file below."""
+        """Path -> digest of every file below. The bytes would keep a failed comparison busy for hours: it
+        looks for the differences in their texts."""
         paths = [os.path.join(at, name) for at, _, names in os.walk(folder) for name in names]
-        return {path: pathlib.Path(path).read_bytes() for path in paths}
+        return {path: digest(path) for path in paths}
 
     def assert_clean_log(self, editor):
         path = os.path.join(editor, "Log.html")
@@ -250,12 +257,31 @@ class Linux(PackageTest):
         self.use_installed(glob.glob(os.path.join(self.place, "quorvel-*"))[0])
 
 
+class InstallerTexts(unittest.TestCase):
+    def test_every_text_is_used_and_has_the_same_places_in_five_languages(self):
+        folder = pathlib.Path(ROOT, "packaging")
+        texts = (folder / "texts.nsh").read_text(encoding="utf-8")
+        used = set(re.findall(r"\$\((text\w+)\)", (folder / "quorvel.nsi").read_text(encoding="utf-8")))
+        names = []
+        for name, languages in re.findall(r"^!insertmacro text (\w+)((?:\s*\\?\s*\".*?\")+)$", texts, re.MULTILINE):
+            variants = re.findall(r'"(.*?)"', languages)
+            self.assertEqual(len(variants), 5, name)
+            self.assertEqual({tuple(re.findall(r"\$\w+|\$\\n|\$\{\w+\}|\\\w+", text)) for text in variants},
+                             {tuple(re.findall(r"\$\w+|\$\\n|\$\{\w+\}|\\\w+", variants[0]))}, name)
+            self.assertFalse([text for text in variants[1:] if text == variants[0] or not text.strip()], name)
+            names.append(name)
+        self.assertEqual(sorted(names), sorted(used))
+
+
 class Windows(PackageTest):
     """A user's profile of its own: a fresh Wine prefix for each package."""
 
     def setUp(self):
         super().setUp()
-        self.environment = dict(os.environ, WINEPREFIX=os.path.join(self.place, "wine"), PATH=self.path)
+        # The home is where Wine has the user's documents.
+        self.home = os.path.dirname(self.put("home", "of the user"))
+        self.environment = dict(os.environ, WINEPREFIX=os.path.join(self.place, "wine"), PATH=self.path,
+                                HOME=self.home)
         run(WINE_KEEP, "start", env=self.environment)
         self.addCleanup(run, WINE_KEEP, "stop", env=self.environment)
 
@@ -274,10 +300,10 @@ class Windows(PackageTest):
         user = [name for name in os.listdir(users) if name != "Public"][0]
         return os.path.join(users, user, *parts)
 
-    def assert_inspects(self, editor):
-        self.assertEqual(self.wine("quorvel-inspect.exe", "--version", cwd=editor).strip(),
-                         f"quorvel-inspect {VERSION}")
-        scene = self.wine("quorvel-inspect.exe", "scene", "Scenes/Fire Drill Level 1", cwd=editor)
+    def assert_inspects(self, editor, programs=""):
+        inspect = os.path.join(programs, "quorvel-inspect.exe")
+        self.assertEqual(self.wine(inspect, "--version", cwd=editor).strip(), f"quorvel-inspect {VERSION}")
+        scene = self.wine(inspect, "scene", "Scenes/Fire Drill Level 1", cwd=editor)
         self.assertIn('"branches"', scene)
 
     def assert_imports(self, editor):
@@ -320,6 +346,12 @@ class Windows(PackageTest):
             names = program.split("OriginalFilename\0".encode("utf-16-le"))[1]
             self.assertTrue(names.lstrip(b"\0").startswith(name.encode("utf-16-le")), name)
 
+    def drive(self, *parts):
+        return os.path.join(self.place, "wine", "drive_c", *parts)
+
+    def shared(self, *parts):
+        return self.drive("Program Files", "Quorvel", *parts)
+
     def product(self, *parts):
         return self.profile("AppData", "Local", "Quorvel", *parts)
 
@@ -329,16 +361,27 @@ class Windows(PackageTest):
     def menu(self):
         return self.profile("AppData", "Roaming", "Microsoft", "Windows", "Start Menu", "Programs", "Quorvel")
 
+    def shared_menu(self):
+        return self.drive("ProgramData", "Microsoft", "Windows", "Start Menu", "Programs", "Quorvel")
+
+    def exit_code_of_line(self, line):
+        """Of a command line as it stands, without quotation marks around what has blanks."""
+        script = self.put("", "line.bat", f"{line}\r\nexit %errorlevel%\r\n")
+        return self.exit_code("cmd", "/c", self.windows_path(script))
+
+    def windows_path(self, path):
+        return self.wine("winepath", "-w", path).strip()
+
     def set_up(self, *arguments, **options):
         return self.exit_code(self.package("Quorvel-*-setup.exe"), "/S", *arguments, **options)
 
     def remove(self):
         """The exit code is the removal's own: it does not go on in a copy of itself."""
         return self.exit_code(self.product("Uninstall.exe"), "/S",
-                              "_?=" + self.wine("winepath", "-w", self.product()).strip())
+                              "_?=" + self.windows_path(self.product()))
 
-    def registered(self):
-        key = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvel"
+    def registered(self, root="HKCU"):
+        key = root + r"\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvel"
         found = subprocess.run([WINE, "reg", "query", key, "/v", "DisplayVersion"], env=self.environment,
                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, check=False)
         return VERSION in found.stdout
@@ -371,13 +414,16 @@ class Windows(PackageTest):
 
         return release
 
-    def test_installer(self):
-        self.assertEqual(self.set_up(), 0)
-        self.assert_inspects(self.editor())
-        # A browser: this system has none.
+    def give_browser(self):
+        """This system has none."""
         classes = r"HKLM\Software\Classes"
         self.wine("reg", "add", classes + r"\.html", "/ve", "/d", "page", "/f")
         self.wine("reg", "add", classes + r"\page\shell\open\command", "/ve", "/d", 'winebrowser "%1"', "/f")
+
+    def test_installer(self):
+        self.assertEqual(self.set_up(), 0)
+        self.assert_inspects(self.editor())
+        self.give_browser()
         self.assert_properties(self.editor())
         # By the start menu's entry: it says in which folder the program works.
         starter = self.start("start", "/unix", os.path.join(self.menu(), "Quorvel.lnk"), cwd="/")
@@ -399,7 +445,7 @@ class Windows(PackageTest):
                 self.put(self.editor("Backups", "+mine"), "1-Scene.xml", "version"),
                 self.put(self.editor(), "Editor.ini", "keepDrafts = false\n")]
         made = self.put(self.editor("Cache"), "still", "made")
-        kept = {path: pathlib.Path(path).read_bytes() for path in (*work, made, settings)}
+        kept = {path: digest(path) for path in (*work, made, settings)}
         # The second time as after a first installation that was cut short when all was in its place.
         # Whatever cannot be opened for writing is no running program: here, a folder.
         for traces in ((), ("Setup.new/Settings", "Setup.old/Programs/Quorvel", "Setup.new/Programs/Quorvel")):
@@ -465,10 +511,85 @@ class Windows(PackageTest):
         wait_for("first window", find_first_window)
         self.assertEqual(self.set_up(), 2)
         self.assertEqual(self.remove(), 2)
-        self.assertEqual(self.contents(self.product()), before)
+        now = self.contents(self.product())
+        self.assertEqual({path: now.get(path) for path in before}, before)
+        # The editor shows the scenes meanwhile.
+        added = [path for path in now if path not in before]
+        self.assertEqual([path for path in added if not path.startswith(self.editor("Cache"))], [])
         self.assertTrue(self.registered())
         exit_by_click(process)
         self.assertEqual(process.wait(timeout=LONGEST_WAIT), 0)
+
+    def use_shared(self, tree):
+        """The editor, from the menu of all users, in the user's own tree."""
+        starter = self.start("start", "/unix", os.path.join(self.shared_menu(), "Quorvel.lnk"), cwd="/")
+        exit_by_click(starter, self.opened)
+        self.assert_opened_the_manual()
+        self.assertEqual(starter.wait(timeout=LONGEST_WAIT), 0)
+        editor = os.path.join(tree, "Programs", "Quorvel")
+        self.assert_clean_log(editor)
+        self.assertEqual(sorted(os.listdir(os.path.join(editor, "Scenes"))), DEMO)
+        self.assertTrue(os.path.exists(os.path.join(tree, "Settings", "Settings.ini")))
+        return editor
+
+    def test_an_installation_for_all_users_beside_one_for_this_user(self):
+        self.assertEqual(self.set_up("/ALLUSERS"), 0)
+        self.give_browser()
+        before = self.contents(self.shared())
+        editor = self.use_shared(os.path.join(self.home, "Quorvel"))
+        self.assertEqual(self.contents(self.shared()), before)
+        self.assert_inspects(editor, os.path.join(self.shared("Programs", "Quorvel")))
+        given = self.put(self.shared("Programs", "Quorvel"), "AllUsers.ini", "folder = C:\\Work\\%USERNAME%\n")
+        self.use_shared(self.drive("Work", os.path.basename(self.profile())))
+
+        self.assertEqual(self.set_up(), 0)
+        self.assertTrue(self.registered("HKLM") and self.registered("HKCU"))
+        mine = self.contents(self.product())
+        theirs = self.contents(self.shared())
+        self.assertEqual(self.set_up("/ALLUSERS", "/D=" + self.windows_path(self.product())), 7)
+        installer = self.windows_path(self.package("Quorvel-*-setup.exe"))
+        self.assertEqual(self.exit_code_of_line(fr'"{installer}" /S /D=C:\Program Files\Quorvel'), 7)
+        self.assertEqual(self.set_up("/ALLUSERS"), 0)
+        self.assertEqual(self.contents(self.shared()), theirs)
+        self.assertIn(given, theirs)
+        # As the list of programs has it.
+        self.assertEqual(self.exit_code_of_line(
+            r'"C:\Program Files\Quorvel\Uninstall.exe" /S _?=C:\Program Files\Quorvel'), 0)
+        self.assertLessEqual(set(self.contents(self.shared())), {self.shared("Uninstall.exe")})
+        self.assertFalse(self.registered("HKLM") or os.path.exists(self.shared_menu()))
+        self.assertEqual(self.contents(self.product()), mine)
+        self.assertTrue(self.registered("HKCU"))
+        self.assertTrue(os.path.exists(os.path.join(editor, "Scenes", DEMO[0])))
+
+    def test_only_an_administrator_changes_an_installation_for_all_users(self):
+        """Wine's user always is one: installer and uninstaller are told otherwise."""
+        tree = os.path.join(self.place, "tree")
+        for name in ("Programs/Quorvel/Scenes/Mine/Scene.xml", "Settings/Settings.ini", *(
+                "Programs/Quorvel/" + name for name in (
+                    "Quorvel.exe", "quorvel-inspect.exe", "ffmpeg.exe", "ffprobe.exe", "Translations.ini",
+                    "UI/a", "Manual/a", "Licences/a")), "README.txt", "CHANGELOG.txt"):
+            self.put(tree, name)
+        for name, picture in (("top", "Header/win"), ("side", "Wizard/win")):
+            shutil.copy(f"/usr/share/nsis/Contrib/Graphics/{picture}.bmp", os.path.join(self.place, name + ".bmp"))
+        source = pathlib.Path(ROOT, "packaging", "quorvel.nsi").read_text(encoding="utf-8")
+        question = "UserInfo::GetAccountType\n"
+        self.assertEqual(source.count(question), 1)
+        for account in ("Admin", "User"):
+            script = self.put("", account + ".nsi", source.replace(question, f"Push {account}\n"))
+            run("makensis", "-V1", "-INPUTCHARSET", "UTF8", f"-DVERSION={VERSION}", f"-DTREE={tree}",
+                f"-DPICTURES={self.place}", f"-DROOT={ROOT}", f"-DOUTPUT={self.place}/{account}.exe", script)
+        user = os.path.join(self.place, "User.exe")
+        self.assertEqual(self.exit_code(user, "/S", "/ALLUSERS"), 6)
+        self.assertFalse(os.path.exists(self.shared()))
+        # The uninstaller of one who is no administrator, of an installation that is there.
+        self.assertEqual(self.exit_code(os.path.join(self.place, "Admin.exe"), "/S", "/ALLUSERS"), 0)
+        self.assertEqual(self.exit_code(user, "/S"), 0)
+        shutil.copy(self.product("Uninstall.exe"), self.shared("Uninstall.exe"))
+        before = self.contents(self.shared())
+        self.assertEqual(self.exit_code_of_line(
+            r'"C:\Program Files\Quorvel\Uninstall.exe" /S _?=C:\Program Files\Quorvel'), 6)
+        self.assertEqual(self.contents(self.shared()), before)
+        self.assertEqual(self.remove(), 0)
 
     def test_a_later_version_is_replaced_only_on_request(self):
         self.assertEqual(self.set_up(), 0)
