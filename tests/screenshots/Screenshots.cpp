@@ -96,6 +96,10 @@ public:
         }
         emptyStates();
         zoneEditor("ZoneEdit");
+        if (!m_plain) {
+            followedZone();
+            wideZoneEditor();
+        }
         m_gui.host.screenHeight = kLowScreen;
         zoneEditor("ZoneEditSmall");
     }
@@ -165,7 +169,8 @@ private:
     void takeSizesOf(const std::string& name, toolkit::WindowImplBase& window) {
         platform::NativeWindow& native = *window.GetNative();
         const platform::Size least = window.leastSize();
-        for (const platform::Size size : {least, platform::Size{1366, 728}, {1600, 900}}) {
+        for (const platform::Size size :
+             {least, platform::Size{1366, 728}, {1600, 900}, {1920, 1040}}) {
             native.setGeometry(platform::Rect::at(0, 0, size.width, size.height));
             settle(window);
             shoot(name + "@" + std::to_string(size.width) + "x" + std::to_string(size.height),
@@ -198,6 +203,58 @@ private:
             }
         }
         save(name, picture);
+        zoneedit::setCurrentZoneManager(nullptr);
+    }
+
+    /// A new zone around what the first one marks, after it was followed.
+    void followedZone() {
+        constexpr int kFrom = 45;
+        m_state.zoneEditVideo = demoVideo();
+        const auto window = zoneedit::ZoneEdit::create(context());
+        open(*window);
+        showZone(*window);
+        test::WindowDriver driver(*window);
+        driver.enter(u"EditCurrentFrame", core::displayText(std::to_string(kFrom)));
+        const auto shape = zoneedit::currentZoneManager()->zone(0)->shape(kFrom);
+        driver.click(u"ButtonAddZone");
+        driver.enter(u"EditZone", u"Sign");
+        driver.click(u"OptionAddMultiPoint");
+        const platform::Point corner = driver.get(u"Video").GetPos().topLeft();
+        for (const platform::Point at : shape->points) {
+            driver.click(platform::Point{corner.x + at.x, corner.y + at.y});
+        }
+        driver.manager().SetFocus(nullptr);
+        driver.press(platform::Key::escape);
+        driver.press(platform::Key::f);
+        m_good =
+            test::pumpUntil([&driver] { return driver.get(u"ButtonFollowDiscard").IsVisible(); }) &&
+            m_good;
+        driver.enter(u"EditCurrentFrame", core::displayText(std::to_string(kFrame)));
+        settle(*window);
+        shoot("ZoneEdit-followed", *window);
+        zoneedit::setCurrentZoneManager(nullptr);
+    }
+
+    /// With a range and all that can be shown.
+    void wideZoneEditor() {
+        m_state.zoneEditVideo = demoVideo();
+        const auto window = zoneedit::ZoneEdit::create(context());
+        open(*window);
+        window->GetNative()->setGeometry(platform::Rect::at(0, 0, 1920, 1040));
+        showZone(*window);
+        test::WindowDriver driver(*window);
+        constexpr const char16_t* kShown[] = {u"CheckAllZones", u"CheckOnion", u"CheckLoupe"};
+        for (const char16_t* name : kShown) {
+            driver.click(name);
+        }
+        driver.enter(u"EditRangeFrom", u"30");
+        driver.enter(u"EditRangeTo", u"62");
+        driver.manager().SetFocus(nullptr);
+        settle(*window);
+        shoot("ZoneEdit-wide", *window);
+        for (const char16_t* name : kShown) { // the next window begins as the last one ended
+            driver.click(name);
+        }
         zoneedit::setCurrentZoneManager(nullptr);
     }
 
