@@ -9,6 +9,7 @@
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/branch_editor/ClipCard.h"
 #include "video/CVideoUI.h"
 
 namespace zoneedit {
@@ -46,9 +47,13 @@ constexpr Part kParts[] = {{u"ButtonInterpolate", 148, 940, kLower, 120},
 constexpr Part kLabel{u"LabelRange", 12, 1136, kUpper, 132};
 constexpr int kLabelInBand = 176;
 
-std::u16string textOf(const FrameSpan& span) {
-    return core::tr("FrameSpan|{1} to {2}, {0} frame|{1} to {2}, {0} frames"_trn,
-                    static_cast<std::size_t>(span.count()), span.first, span.last);
+/// The band has fields for both ends, and room for the time.
+std::u16string textOf(const FrameSpan& span, bool isInBand, double framesPerSecond) {
+    const auto count = static_cast<std::size_t>(span.count());
+    return isInBand ? core::tr("FrameSpanTime|{0} frame, {1}|{0} frames, {1}"_trn, count,
+                               ui::lengthText(span.count() / framesPerSecond))
+                    : core::tr("FrameSpan|{1} to {2}, {0} frame|{1} to {2}, {0} frames"_trn, count,
+                               span.first, span.last);
 }
 
 } // namespace
@@ -88,7 +93,7 @@ void RangeBar::show() {
     }
     put(kLabel, kLabelInBand);
     if (span) {
-        m_controls.setText(kLabel.name, textOf(*span));
+        m_controls.setText(kLabel.name, textOf(*span, isInBand, m_video.framesPerSecond()));
     }
 }
 

@@ -213,6 +213,7 @@ void ZoneEdit::makeParts() {
     m_draft = std::make_unique<DraftPresenter>(
         commands(), DraftPresenter::Links{controls, session, *m_notice, context().services});
     m_changes = session.observe([this](const auto&) { commands().showEnabled(); });
+    m_rangeChanges = m_time->selection().observe([this] { commands().showEnabled(); });
 }
 
 void ZoneEdit::makeFollow() {

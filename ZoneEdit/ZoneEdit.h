@@ -111,6 +111,7 @@ private:
     std::unique_ptr<HistoryPresenter> m_history;
     std::unique_ptr<DraftPresenter> m_draft;
     edit::Subscription m_changes;
+    edit::Subscription m_rangeChanges;
 };
 
 } // namespace zoneedit

@@ -130,6 +130,7 @@ TEST_F(ZoneEditRange, ShapesAndFlagsGoToTheRangeFromHereOnAndUpToHere) {
         std::string places;
         std::string flags;
     } cases[] = {
+        {u"ButtonRangeInactive", nullptr, 0, places, "AAAAA----------------"},
         {u"ButtonApplyShape", u"To the range", 10, "oooooXXXXXXXXXXXXXXXX", flags},
         {u"ButtonApplyShape", u"To the range", 2, "oooooooooooooooXXXXXX", flags},
         {u"ButtonApplyShape", u"From here on", 3, "ooooooooooooooooooooo", flags},
@@ -140,7 +141,6 @@ TEST_F(ZoneEditRange, ShapesAndFlagsGoToTheRangeFromHereOnAndUpToHere) {
         {u"ButtonApplyShape", u"Not active from here on", 3, places, "AAA------------------"},
         {u"ButtonApplyShape", u"Not active up to here", 3, places, "----AAAA-------------"},
         {u"ButtonRangeActive", nullptr, 0, places, "AAAAAAAAAAAAAAA------"},
-        {u"ButtonRangeInactive", nullptr, 0, places, "AAAAA----------------"},
     };
     for (const auto& item : cases) {
         const std::size_t number = static_cast<std::size_t>(&item - cases);
