@@ -387,6 +387,41 @@ class PageTests(unittest.TestCase):
         self.browser.wait("quorvel.state === 'no branch'", "the stop")
         self.assertIn(scenes.HOSTILE[0], self.browser.run("return document.getElementById('endText').textContent"))
 
+    def test_only_its_own_files_run_and_they_are_small(self):
+        self.open(self.demo)
+        self.browser.run("""
+            const script = document.createElement("script");
+            script.textContent = "hackedInline = 1";
+            document.body.append(script);
+            document.body.insertAdjacentHTML("beforeend", "<img src=x onerror='hackedHandler = 1'>");
+            setTimeout("hackedText = 1");
+            fetch(arguments[0]).then(() => window.hackedFetch = 1, () => window.wasRefused = 1);""",
+                         f"http://127.0.0.1:{self.server.server_port}/")
+        self.browser.wait("window.wasRefused", "the refusal")
+        self.assertEqual(self.browser.run(
+            "return Object.keys(window).filter((name) => name.startsWith('hacked'))"), [])
+        refusals = [text for text in self.browser.complaints() if "Content Security Policy" in text]
+        self.assertGreaterEqual(len(refusals), 3)
+        parts = [os.path.join(self.demo, name) for name in ("index.html", "player.js", "player.css")]
+        self.assertLess(sum(map(os.path.getsize, parts)), 60000)
+
+    def test_a_long_scene_starts_with_no_more_than_a_short_one(self):
+        loaded = {}
+        for count in (5, 1000):
+            folder = os.path.join(self.root, f"long {count}")
+            scenes.write_long(folder + " scene", count)
+            publish(folder + " scene", folder)
+            Served.asked.clear()
+            self.open(folder, server=True)
+            self.browser.measure()
+            self.browser.start()
+            loaded[count] = sorted(path.split("/")[-1] for path in Served.asked)
+            self.browser.key("n")
+            self.browser.wait_path(2)
+            print(f"{count} branches: ready after {self.browser.run('return performance.now()'):.0f} ms,"
+                  f" a change {self.browser.run('return window.times[1]'):.0f} ms")
+        self.assertEqual(loaded[5], loaded[1000])
+
     def test_the_frame_it_judges_by_is_the_one_in_the_picture(self):
         browser = self.browser
         self.open(self.moving, server=True)  # a page from a disk may not read its pictures back

@@ -84,6 +84,17 @@ def write_moving(folder):
     ])
 
 
+def write_long(folder, count):
+    """Branches one after the other, on five clips."""
+    os.makedirs(folder)
+    for clip in range(5):
+        write_clip(os.path.join(folder, f"{clip}.ogv"), 12)
+    write_scene(folder, "Branch 0", [
+        (f"Branch {number}", f"{number % 5}.ogv",
+         [("Default", "", f"Branch {(number + 1) % count}", False),
+          ("Keypress", "N", f"Branch {(number + 1) % count}", True)]) for number in range(count)])
+
+
 def write_hostile(folder):
     os.makedirs(folder)
     write_clip(os.path.join(folder, "clip.ogv"), 25)
