@@ -88,9 +88,8 @@ void CVideoUI::listenForFrames() {
                     listener->control->onFrameReady();
                 }
             });
-        } catch (
-            const std::exception&) { // no memory: the next frame asks again, or a tick finds it
-            listener->posted = false;
+        } catch (const std::exception&) {
+            listener->posted = false; // no memory: the next frame asks again, or a tick finds it
         }
     });
 }
