@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "core/Log.h"
@@ -74,7 +75,7 @@ void Draft::changed() {
 }
 
 void Draft::update() {
-    if (!std::exchange(m_isDirty, false)) {
+    if (!m_isDirty) {
         return;
     }
     DraftInfo info = m_about;
@@ -89,12 +90,12 @@ void Draft::update() {
     }
     if (!content) {
         clear();
-        return;
+    } else { // captures no owner of the entry: the entry owns the work
+        m_drafts.enqueue(m_entry, [entry = m_entry.get(), info, content = *std::move(content)] {
+            return entry->write(info, content);
+        });
     }
-    // Not the entry's owner: the entry owns the work.
-    m_drafts.enqueue(m_entry, [entry = m_entry.get(), info, content = *std::move(content)] {
-        return entry->write(info, content);
-    });
+    m_isDirty = false; // no sooner: all of the above may lack memory
 }
 
 void Draft::clear() {
@@ -175,7 +176,11 @@ void Drafts::keepingChanged() {
 
 void Drafts::updateAll() {
     for (Draft* draft : m_open) {
-        draft->update();
+        try {
+            draft->update();
+        } catch (const std::bad_alloc&) {
+            requestUpdate(kRetryDelay);
+        }
     }
 }
 

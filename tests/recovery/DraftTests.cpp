@@ -247,6 +247,19 @@ TEST_F(DraftTest, SurvivesEveryFaultOfAWriting) {
     EXPECT_EQ(m_log.errors().size(), 1U);
 }
 
+TEST_F(DraftTest, ThatLacksMemoryIsTriedAgain) {
+    bool lacksMemory = true;
+    const auto draft = m_drafts->open({"A", "A"}, [&lacksMemory] {
+        return lacksMemory ? throw std::bad_alloc() : std::optional(contentOf("late"));
+    });
+    draft->changed();
+    wait();
+    m_loop.processEvents(true);
+    lacksMemory = false;
+    m_clock.passed += Drafts::kRetryDelay.count();
+    until([] { return isOnDisk("late"); });
+}
+
 TEST_F(DraftTest, ThatHasGoneLeavesItsFolderWhenMemoryIsShort) {
     core::FileError failure;
     auto folder = recovery::DraftFolder::claim(recovery::draftsFolder() + "a/", failure);
