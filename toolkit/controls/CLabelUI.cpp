@@ -1,6 +1,7 @@
 #include "toolkit/controls/CLabelUI.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
@@ -11,6 +12,12 @@
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace toolkit {
+
+namespace {
+
+constexpr int kMostLines = 64;
+
+} // namespace
 
 struct CLabelUI::Attributes {
     static const AttributeTable<CLabelUI>& table();
@@ -25,6 +32,8 @@ const AttributeTable<CLabelUI>& CLabelUI::Attributes::table() {
          [](CLabelUI& c, Text v) { assignIf(c.m_disabledTextColor, parseSkinColor(v)); }},
         {u"textpadding", [](CLabelUI& c, Text v) { assignIf(c.m_textPadding, parseRect(v)); }},
         {u"endellipsis", [](CLabelUI& c, Text v) { assignIf(c.m_endEllipsis, parseBool(v)); }},
+        {u"lines", [](CLabelUI& c,
+                      Text v) { c.m_lines = std::clamp(parseInt(v).value_or(1), 1, kMostLines); }},
         {u"besidetext", [](CLabelUI& c, Text v) { assignIf(c.m_besideText, parseInt(v)); }},
         {u"align",
          [](CLabelUI& c, Text v) {
@@ -93,9 +102,21 @@ SkinColor CLabelUI::currentTextColor() const {
 
 void CLabelUI::paintText(platform::Canvas& canvas) {
     const CPaintManagerUI& manager = *GetManager();
-    paintTextLine(
-        canvas, manager.fonts(), GetText(), textRect(),
-        {manager.look().GetFont(m_font), paletteColor(currentTextColor()), m_align, m_endEllipsis});
+    const Rect box = textRect();
+    const int height = box.height() / m_lines;
+    int top = box.top;
+    for (const std::u16string& line : textLines()) {
+        paintTextLine(canvas, manager.fonts(), line, {box.left, top, box.right, top + height},
+                      {manager.look().GetFont(m_font), paletteColor(currentTextColor()), m_align,
+                       m_endEllipsis});
+        top += height;
+    }
+}
+
+std::vector<std::u16string> CLabelUI::textLines() const {
+    const CPaintManagerUI& manager = *GetManager();
+    return brokenText(GetText(), textRect().width(), static_cast<std::size_t>(m_lines),
+                      manager.look().GetFont(m_font), manager.fonts());
 }
 
 std::u16string CLabelUI::toolTipAt(Point /*point*/) const {
@@ -103,10 +124,11 @@ std::u16string CLabelUI::toolTipAt(Point /*point*/) const {
         return GetToolTip();
     }
     const CPaintManagerUI& manager = *GetManager();
-    const std::u16string text = GetText();
-    const bool fits =
-        fitsInto(textRect().width(), text, manager.look().GetFont(m_font), manager.fonts());
-    return fits ? std::u16string() : text;
+    const std::vector<std::u16string> lines = textLines();
+    const bool fits = std::all_of(lines.begin(), lines.end(), [&](const std::u16string& line) {
+        return fitsInto(textRect().width(), line, manager.look().GetFont(m_font), manager.fonts());
+    });
+    return fits ? std::u16string() : GetText();
 }
 
 platform::AccessibleRole CLabelUI::accessibleRole() const {

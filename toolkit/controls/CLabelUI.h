@@ -1,9 +1,10 @@
-// A line of text.
+// A line of text, or several.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Accessible.h"
 #include "platform/Canvas.h"
@@ -42,7 +43,11 @@ protected:
 private:
     struct Attributes;
 
+    /// As they stand below each other.
+    [[nodiscard]] std::vector<std::u16string> textLines() const;
+
     int m_font = 0;
+    int m_lines = 1; ///< that it has room for
     Rect m_textPadding;
     SkinColor m_textColor = Tone::value;
     SkinColor m_disabledTextColor = Tone::off;

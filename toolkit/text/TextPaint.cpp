@@ -47,6 +47,26 @@ std::u16string fittedText(std::u16string_view text, int width, platform::FontHan
     }
 }
 
+std::vector<std::u16string> brokenText(std::u16string_view text, int width, std::size_t most,
+                                       platform::FontHandle font, const platform::FontSet& fonts) {
+    std::vector<std::u16string> lines;
+    while (lines.size() + 1 < most && !fitsInto(width, text, font, fonts)) {
+        std::size_t end = text.find(u' ');
+        for (std::size_t next = end; next != std::u16string_view::npos &&
+                                     fitsInto(width, text.substr(0, next), font, fonts);
+             next = text.find(u' ', next + 1)) {
+            end = next;
+        }
+        if (end == std::u16string_view::npos) {
+            break;
+        }
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(end + 1);
+    }
+    lines.emplace_back(text);
+    return lines;
+}
+
 void paintTextLine(platform::Canvas& canvas, const platform::FontSet& fonts,
                    std::u16string_view text, const platform::Rect& box, const TextLook& look) {
     if (text.empty() || box.isEmpty() || box.intersected(canvas.clip()).isEmpty()) {

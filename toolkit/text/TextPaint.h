@@ -1,8 +1,10 @@
 // Drawing a line of text that may be too long for its box.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Canvas.h"
 #include "platform/Color.h"
@@ -18,6 +20,12 @@ namespace toolkit {
 /// characters only; empty when not even the ellipsis fits.
 [[nodiscard]] std::u16string fittedText(std::u16string_view text, int width,
                                         platform::FontHandle font, const platform::FontSet& fonts);
+
+/// `text` broken at blanks into lines of `width` pixels, `most` at most (one or more): the last one
+/// has all that is left and, like a word that is longer than a line, may not fit.
+[[nodiscard]] std::vector<std::u16string> brokenText(std::u16string_view text, int width,
+                                                     std::size_t most, platform::FontHandle font,
+                                                     const platform::FontSet& fonts);
 
 struct TextLook {
     platform::FontHandle font = 0;
