@@ -269,6 +269,9 @@ def parts():
     card = Image(12, 12)
     framed(card, 0, 0, 12, 12, "surface", "line", 4)
     yield "Card", card
+    bubble = Image(12, 12)
+    framed(bubble, 0, 0, 12, 12, "surface", "accent", 4)
+    yield "Bubble", bubble
     notice = Image(12, 12)
     framed(notice, 0, 0, 12, 12, "hot", "accent")
     yield "Notice", notice

@@ -49,6 +49,8 @@
 #include "ui/preview/PreviewSlider.h"
 #include "ui/preview/VideoPreview.h"
 #include "ui/publishing/PublishWindow.h"
+#include "ui/tour/TourControls.h"
+#include "ui/tour/TourPresenter.h"
 
 namespace ui {
 
@@ -60,8 +62,8 @@ constexpr ContextMenu kContextMenus[] = {
     {kVideoPreview, kPreviewRows}, {kBranchCombo, kBranchRows}, {kNameEdit, kBranchRows},
     {kVideoCombo, kVideoRows},     {kActionList, kActionRows},
 };
-constexpr std::u16string_view kPanes[] = {kSceneMap,    kVideoPreview, kFindingsList,
-                                          kBranchCombo, kActionList,   kNoticePanel};
+constexpr std::u16string_view kPanes[] = {kSceneMap,   kVideoPreview, kFindingsList, kBranchCombo,
+                                          kActionList, kNoticePanel,  kTourPanel};
 
 } // namespace
 
@@ -93,6 +95,12 @@ std::unique_ptr<toolkit::CControlUI> BranchList::CreateControl(std::u16string_vi
     if (className == u"SceneMap") {
         return std::make_unique<SceneMap>();
     }
+    if (className == u"TourPanel") {
+        return std::make_unique<TourPanel>();
+    }
+    if (className == u"TourPointer") {
+        return std::make_unique<TourPointer>();
+    }
     if (className == u"VideoPreview") {
         return std::make_unique<VideoPreview>();
     }
@@ -117,6 +125,7 @@ void BranchList::InitWindow() {
     bindHistory();
     bindCheck();
     bindPreview();
+    bindTour();
     if (!context().state.newSceneRequest) {
         m_parts->videos.fill();
     }
@@ -250,6 +259,9 @@ bool BranchList::HandleMessage(const platform::Event& event) {
     }
     if (m_parts && event.kind == EventKind::activated) {
         m_parts->findings.readFiles();
+        if (!std::exchange(m_wasActive, true)) {
+            m_parts->tour.announce();
+        }
     }
     if (event.kind == EventKind::filesDropped && m_parts) {
         m_parts->imports.drop(event.files);
@@ -259,7 +271,11 @@ bool BranchList::HandleMessage(const platform::Event& event) {
     if (event.kind == EventKind::closeRequest && isAsking()) {
         return true;
     }
-    return EditorWindow::HandleMessage(event);
+    const bool isHandled = EditorWindow::HandleMessage(event);
+    if (m_parts && !IsClosing()) {
+        m_parts->tour.follow();
+    }
+    return isHandled;
 }
 
 bool BranchList::MessageHandler(const platform::Event& event) {
@@ -285,6 +301,7 @@ void BranchList::showEnabled() {
         controls().setEnabled(name, isFree() && hasBranches);
     }
     m_parts->strip.showZonesHint(m_parts->visit.hint());
+    m_parts->tour.refresh();
 }
 
 void BranchList::branchShown(int branch, bool again) {
@@ -413,6 +430,7 @@ bool BranchList::isWorkAtRisk() const {
 
 void BranchList::openAnother() {
     context().state.openSceneRequest = true;
+    context().state.tourStep = -1;
     Close(1);
 }
 
@@ -429,8 +447,8 @@ void BranchList::exitProgram() {
 
 bool BranchList::canStop() const {
     return m_parts->adder.isRunning() || m_parts->branches.isNameTyped() ||
-           m_parts->find.isActive() || m_parts->preview.isOpen() || m_parts->leftPane.isInPlace() ||
-           m_parts->strip.isOffering();
+           m_parts->find.isActive() || m_parts->tour.isShown() || m_parts->preview.isOpen() ||
+           m_parts->leftPane.isInPlace() || m_parts->strip.isOffering();
 }
 
 void BranchList::stop() {
@@ -440,6 +458,8 @@ void BranchList::stop() {
         m_parts->branches.dropTypedName();
     } else if (m_parts->find.isActive()) {
         m_parts->find.end();
+    } else if (m_parts->tour.isShown()) {
+        m_parts->tour.leave();
     } else if (m_parts->preview.isOpen()) {
         stopPreview();
     } else if (m_parts->leftPane.isInPlace()) {

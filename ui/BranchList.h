@@ -74,6 +74,7 @@ private:
     void bindHistory();
     void bindCheck();
     void bindPreview();
+    void bindTour();
     /// What is known of the scene's files is kept for its next window.
     [[nodiscard]] std::shared_ptr<check::FactsReader> readerOfFiles();
     /// Null when the scene's folder is unknown.
@@ -130,6 +131,7 @@ private:
     /// The scene's, ending in "\"; empty when the working directory is unknown.
     std::string m_folder;
     std::string m_copying;          ///< the video being copied into the scene; empty for none
+    bool m_wasActive = false;       ///< the window has been
     bool m_isPointerUsed = false;   ///< the author acts with the pointer, not with a key
     std::unique_ptr<Parts> m_parts; ///< from InitWindow on; none without a scene
 };

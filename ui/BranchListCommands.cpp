@@ -66,6 +66,7 @@ BranchList::Parts::Parts(BranchList& window)
             }),
       preview(window.controls(), session, window.m_folder, window.context().gui,
               window.context().services.editorSettings.get(), window),
+      tour(window.controls(), session, branches, leftPane, window.context().state.tourStep),
       visit({session, window.m_folder, window.context().state, branches, actions, chosen, videos}),
       draftProblem(window.controls(), window.context().services.drafts.get()),
       adder(window.context().gui, window.context().services.editorSettings.get(), videos,
@@ -151,6 +152,24 @@ void BranchList::bindActions() {
         commands.bind(
             id, [&parts, by = by] { parts.chosen.move(by); },
             [this, &parts, by = by] { return isFree() && parts.chosen.canMove(by); });
+    }
+}
+
+void BranchList::bindTour() {
+    TourPresenter& tour = m_parts->tour;
+    commands().bind(command::kTour, [this, &tour] {
+        tour.begin();
+        showEnabled();
+    });
+    commands().bind(command::kTourLeave, [&tour] { tour.leave(); });
+    commands().bind(
+        command::kTourBack, [&tour] { tour.go(-1); }, [&tour] { return !tour.isFirstStep(); });
+    commands().bind(command::kTourNext, [&tour] { tour.go(1); });
+    if (tour.isShown()) {
+        tour.resume();
+    } else if (isTourDue(context().services.editorSettings.get(),
+                         m_parts->session.scene().Name())) {
+        tour.begin();
     }
 }
 

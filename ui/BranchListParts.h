@@ -22,6 +22,7 @@
 #include "ui/branch_editor/ZoneVisit.h"
 #include "ui/map/MapPresenter.h"
 #include "ui/preview/PreviewPresenter.h"
+#include "ui/tour/TourPresenter.h"
 
 namespace ui {
 
@@ -44,6 +45,7 @@ struct BranchList::Parts {
     BranchFind find;
     LeadsPresenter leads;
     PreviewPresenter preview;
+    TourPresenter tour;
     ZoneVisit visit;
     DraftProblem draftProblem;
     VideoAdder adder;

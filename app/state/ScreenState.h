@@ -54,6 +54,8 @@ struct ScreenState {
     std::map<std::string, ZonePlace> zonePlaces;
     /// Where the branch editor was left for the zone editor; empty once it is back there.
     std::optional<BranchPlace> branchPlace;
+    /// Of the branch editor's tour, the one on show; -1: none.
+    int tourStep = -1;
     /// The folder of the draft that the open scene window asks to restore; empty: none.
     std::string draftToRestore;
     /// The folder of the draft that the author chose last, if it could not be restored: it is not

@@ -161,12 +161,28 @@ def work_scene_windows(pid):
     Window(pid, "Open or Create Scene", "OpenScene.xml").press("ButtonLoadScene")
 
 
-def work_settings(pid, opener):
+def choose_in_menu(opener, name):
     opener.press("ButtonMenu")
     wait_for("the menu", lambda: any(node.getRoleName() == "popup menu" for node in opener.nodes()))
     items = {node.name: node for node in opener.nodes() if node.getRoleName() == "menu item"}
-    expect("Settings in the menu", "Settings\u2026" in items, True)
-    press(items["Settings\u2026"])
+    expect(f"{name} in the menu", name in items, True)
+    press(items[name])
+
+
+def work_tour(window):
+    choose_in_menu(window, "Tour")
+    panel = window.control("PanelTour")
+    wait_for("the tour", lambda: panel.name == "A scene is made of branches")
+    expect("panel", panel.getRoleName(), "dialog")
+    window.press("ButtonTourNext")
+    wait_for("its next step", lambda: panel.name == "Actions say what comes next")
+    expect("text", window.control("LabelTour").name.startswith("The first one waits for a click"), True)
+    window.press("ButtonTourLeave")
+    wait_state(panel, pyatspi.STATE_SHOWING, False)
+
+
+def work_settings(pid, opener):
+    choose_in_menu(opener, "Settings\u2026")
     window = Window(pid, "Settings", "Settings.xml")
     wait_state(window.control("CheckKeepDrafts"), pyatspi.STATE_CHECKED)
     window.press("ButtonSettingsClose")
@@ -176,6 +192,7 @@ def work_settings(pid, opener):
 def work_branch_editor(pid):
     window = Window(pid, "Quorvel", "BranchList.xml")
     expect("scene", window.control("LabelScene").name, "Fire Drill Level 1")
+    work_tour(window)
     work_settings(pid, window)
     row = window.rows("BranchList")[0]
     kinds = [(node.getRoleName(), node.name, node.description) for node in window.nodes(row)

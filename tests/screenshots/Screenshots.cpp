@@ -93,6 +93,8 @@ public:
         if (!m_plain) { // it has pictures of clips
             map();
             preview();
+            m_good = m_services.sceneSession->load(kScene) && m_good;
+            takeTour({1366, 728}, 1);
         }
         emptyStates();
         zoneEditor("ZoneEdit");
@@ -111,6 +113,9 @@ public:
             const auto window = ui::BranchList::create(context());
             open(*window);
             takeSizesOf("BranchList", *window);
+        }
+        for (const platform::Size size : {platform::Size{884, 672}, {1600, 900}}) {
+            takeTour(size);
         }
         for (const char* name : {"ZoneEdit", "ZoneEditSmall"}) {
             m_state.zoneEditVideo = demoVideo();
@@ -152,6 +157,27 @@ private:
 
     void shoot(const std::string& name, toolkit::WindowImplBase& window) {
         save(name, plainOrNot(window));
+    }
+
+    /// All its steps: "Tour-1@884x672"; or one of them: "Tour".
+    void takeTour(platform::Size size, int step = -1) {
+        m_state.tourStep = std::max(step, 0);
+        const auto window = ui::BranchList::create(context());
+        open(*window);
+        const test::WindowDriver driver(*window);
+        driver.native().setGeometry(platform::Rect::at(0, 0, size.width, size.height));
+        while (m_state.tourStep >= 0) {
+            settle(*window);
+            if (step >= 0) {
+                shoot("Tour", *window);
+                break;
+            }
+            shoot("Tour-" + std::to_string(m_state.tourStep + 1) + "@" +
+                      std::to_string(size.width) + "x" + std::to_string(size.height),
+                  *window);
+            driver.click(u"ButtonTourNext");
+        }
+        m_state.tourStep = -1;
     }
 
     [[nodiscard]] static std::string demoVideo() {

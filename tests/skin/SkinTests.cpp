@@ -267,7 +267,8 @@ const Layout kLayouts[] = {
      "ButtonEditZones ButtonImportVideo "
      "ButtonActionUp ButtonActionDown ButtonDuplicateAction ButtonAddAction "
      "ButtonRemoveAction BranchList ButtonNoticeUndo ButtonRetarget ButtonFix ButtonFixOther "
-     "ButtonShowImport ButtonConvertIt ButtonCloseNotice",
+     "ButtonShowImport ButtonConvertIt ButtonCloseNotice "
+     "ButtonTourLeave ButtonTourBack ButtonTourNext",
      ui::kBranchEditorCommands},
     {"ZoneEdit", kZoneEditOrder, ui::kZoneEditorCommands},
     {"ZoneEditSmall", kZoneEditOrder, ui::kZoneEditorCommands},

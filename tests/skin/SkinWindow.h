@@ -14,6 +14,7 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "ui/branch_editor/PaneHead.h"
+#include "ui/tour/TourControls.h"
 
 namespace test {
 
@@ -33,9 +34,13 @@ public:
         if (className == u"PaneHead") {
             return std::make_unique<ui::PaneHead>();
         }
+        if (className == u"TourPanel") {
+            return std::make_unique<ui::TourPanel>();
+        }
         return className == u"Video" || className == u"KeyTable" || className == u"SceneMap" ||
                        className == u"VideoPreview" || className == u"PreviewSlider" ||
-                       className == u"Timeline" || className == u"Overview" || className == u"Loupe"
+                       className == u"Timeline" || className == u"Overview" ||
+                       className == u"Loupe" || className == u"TourPointer"
                    ? std::make_unique<toolkit::CControlUI>()
                    : nullptr;
     }

@@ -62,9 +62,10 @@ TEST_F(BranchEditorMenu, ShowsTheCommandsThatHaveAHandler) {
     show().click(u"ButtonMenu");
     const Texts all = menuOf(*m_driver);
     ASSERT_GE(all.size(), 3U);
-    EXPECT_EQ(Texts(all.end() - 3, all.end()), (Texts{u"Settings…", u"Keys", u"Manual"}));
+    EXPECT_EQ(Texts(all.end() - 4, all.end()), (Texts{u"Settings…", u"Keys", u"Manual", u"Tour"}));
     EXPECT_NE(all.front(), u"-");
     m_driver->press(Key::end);
+    m_driver->press(Key::up);
     m_driver->press(Key::enter);
     EXPECT_EQ(m_gui.userDesktop.errors.size(), 1U) << "the manual is not there";
     EXPECT_EQ(menuOf(*m_driver), Texts{});

@@ -75,6 +75,8 @@ void openAScene(Script& script) {
 }
 
 void editBranches(Script& script) {
+    // The program's own tour, which the first start brings.
+    script.on(kBranches, [&script] { script.press(Key::escape); });
     look(script, kBranches, "3-branches");
     click(script, kBranches, u"ButtonAddBranch");
     nameText(script, kBranches, u"EditBranchName", u"Check the corridor");

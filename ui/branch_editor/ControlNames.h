@@ -47,6 +47,8 @@ inline constexpr std::u16string_view kFindingsSplitter = u"SplitterFindings";
 inline constexpr std::u16string_view kFindingsList = u"ListFindings";
 inline constexpr std::u16string_view kNoFindings = u"EmptyFindings";
 
+inline constexpr std::u16string_view kTourPanel = u"PanelTour";
+
 inline constexpr std::u16string_view kSceneLabel = u"LabelScene";
 inline constexpr std::u16string_view kStateLabel = u"LabelState";
 inline constexpr std::u16string_view kNoticePanel = u"PanelNotice";

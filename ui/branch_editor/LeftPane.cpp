@@ -58,6 +58,14 @@ void LeftPane::showPage(Page page) {
     show(true);
 }
 
+bool LeftPane::putInPlace(Page page) {
+    if (isWide() || m_isInPlace) {
+        return false;
+    }
+    showPage(page);
+    return true;
+}
+
 void LeftPane::turnPage() {
     const auto* map = m_controls.find<toolkit::COptionUI>(kMapTab);
     m_page = map == nullptr || map->IsSelected() ? Page::map : Page::preview;

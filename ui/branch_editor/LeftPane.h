@@ -25,6 +25,8 @@ public:
     void show(bool shown);
     /// Shows the pane with that page.
     void showPage(Page page);
+    /// The same in the column's place. False: there is room for both, or the pane is there already.
+    bool putInPlace(Page page);
     /// The author has chosen a tab.
     void turnPage();
     /// Whether it stands in the column's place.

@@ -27,6 +27,10 @@ inline constexpr std::string_view kActionUp = "actionUp";
 inline constexpr std::string_view kActionDown = "actionDown";
 inline constexpr std::string_view kDuplicateAction = "duplicateAction";
 inline constexpr std::string_view kRetarget = "retarget";
+inline constexpr std::string_view kTour = "tour";
+inline constexpr std::string_view kTourLeave = "tourLeave";
+inline constexpr std::string_view kTourBack = "tourBack";
+inline constexpr std::string_view kTourNext = "tourNext";
 inline constexpr std::string_view kCheck = "check";
 inline constexpr std::string_view kMap = "map";
 inline constexpr std::string_view kPlay = "play";
@@ -232,13 +236,23 @@ inline constexpr Command kBranchEditorCommands[] = {
      u"ButtonRetarget",
      "Change the old name in all of them"_tr},
     kCloseNoticeCommand,
+    {.id = command::kTour, .group = kBranchEditor, .text = "Tour"_tr},
+    {command::kTourLeave, {}, "Leave"_tr, u"ButtonTourLeave", "Leave the tour (Esc)"_tr},
+    {command::kTourBack, {}, "Back"_tr, u"ButtonTourBack", "The step before"_tr},
+    {command::kTourNext, {}, "Next"_tr, u"ButtonTourNext", "The next step"_tr},
 };
 
-inline constexpr std::string_view kBranchEditorMenu[] = {
-    command::kOpenAnother, command::kImportVideo,     command::kPublish,
-    command::kLine,        command::kEarlierVersions, command::kFind,
-    command::kLine,        command::kSettings,        command::kKeys,
-    command::kManual};
+inline constexpr std::string_view kBranchEditorMenu[] = {command::kOpenAnother,
+                                                         command::kImportVideo,
+                                                         command::kPublish,
+                                                         command::kLine,
+                                                         command::kEarlierVersions,
+                                                         command::kFind,
+                                                         command::kLine,
+                                                         command::kSettings,
+                                                         command::kKeys,
+                                                         command::kManual,
+                                                         command::kTour};
 
 inline constexpr std::string_view kBranchRows[] = {
     command::kAddBranch, command::kRename,          command::kLine,
