@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -16,6 +17,8 @@
 #include "tests/support/windows/EditorTest.h"
 #include "tests/ui/BranchListFixture.h"
 #include "toolkit/controls/CContainerUI.h"
+#include "ui/NewScene.h"
+#include "ui/OpenScene.h"
 #include "ui/commands/CommandSet.h"
 
 namespace {
@@ -285,6 +288,54 @@ TEST_F(Keys, OfAllTablesAreInOneListWhicheverWindowAsks) {
     keys.click(u"ButtonManual");
     ASSERT_EQ(m_gui.userDesktop.opened.size(), 1U);
     EXPECT_TRUE(m_gui.userDesktop.opened[0].ends_with("Confirmation.html")) << "the last to ask";
+}
+
+TEST_F(Keys, OfTheManualOpenThePageOfEachWindow) {
+    std::string layout;
+    const auto expectPage = [&](const test::WindowDriver& driver) {
+        const std::string page = "Manual/" + layout + ".html";
+        support::writeBytes(page, "");
+        m_gui.userDesktop.opened.clear();
+        driver.press(Key::f1, {.shift = true});
+        EXPECT_EQ(m_gui.userDesktop.opened,
+                  std::vector{core::services().fileSystem->fullPath(page)});
+    };
+    const auto inDialog = [&](const test::WindowDriver& driver) {
+        expectPage(driver);
+        driver.press(Key::escape);
+    };
+    makeScene({"A"});
+    show();
+    layout = "BranchList";
+    expectPage(*m_driver);
+    layout = "Confirmation";
+    inWindow(layout + ".xml", inDialog);
+    m_driver->click(u"ButtonExit");
+    for (const auto& [letter, name, isDialog] : {std::tuple{u"p", "Publish", true},
+                                                 {u"e", "EarlierVersions", true},
+                                                 {u"i", "ImportVideo", false},
+                                                 {u"s", "Settings", false},
+                                                 {u"k", "Keys", false}}) {
+        layout = name;
+        m_driver->press(Key::menu);
+        m_driver->type(letter);
+        if (isDialog) {
+            inWindow(layout + ".xml", inDialog);
+        }
+        m_driver->press(Key::enter);
+        test::pump();
+        if (!isDialog) {
+            ASSERT_EQ(test::topWindow().GetSkinFile(), layout + ".xml");
+            inDialog(test::WindowDriver(test::topWindow()));
+            test::pump();
+        }
+    }
+    layout = "OpenScene";
+    const auto openScene = open<ui::OpenScene>();
+    expectPage(test::WindowDriver(*openScene));
+    layout = "NewScene";
+    const auto newScene = open<ui::NewScene>();
+    expectPage(test::WindowDriver(*newScene));
 }
 
 TEST_F(Keys, AreChosenInTheListAndCountAtOnce) {
