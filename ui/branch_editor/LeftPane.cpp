@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/EditorSettings.h"
 #include "toolkit/controls/COptionUI.h"
@@ -18,6 +19,8 @@ namespace {
 
 constexpr int kWide = 1240;
 constexpr int kMostWidth = 8192;
+constexpr int kBodyFont = 0;
+constexpr int kChosenFont = 5;
 constexpr const char* kShownKey = "leftPane";
 constexpr const char* kColumnKey = "columnWidth";
 
@@ -98,8 +101,13 @@ void LeftPane::arrange() {
     for (const std::u16string_view tool : {kPreviewNote, kPreviewStop}) {
         m_controls.setVisible(tool, !isMap);
     }
-    if (auto* tab = m_controls.find<toolkit::COptionUI>(isMap ? kMapTab : kPreviewTab)) {
-        tab->Selected(true);
+    for (const auto& [name, isChosen] : {std::pair(kMapTab, isMap), {kPreviewTab, !isMap}}) {
+        if (auto* tab = m_controls.find<toolkit::COptionUI>(name)) {
+            tab->SetFont(isChosen ? kChosenFont : kBodyFont);
+            if (isChosen) {
+                tab->Selected(true);
+            }
+        }
     }
     if (auto* button = m_controls.find<toolkit::COptionUI>(kMapButton)) {
         button->Selected(this->isShown(Page::map));
