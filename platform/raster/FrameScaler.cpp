@@ -1,6 +1,5 @@
 #include "platform/raster/FrameScaler.h"
 
-#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <vector>
@@ -56,15 +55,8 @@ void scaleFrame(const FrameBuffer& frame, PixelView pixels, const Rect& target, 
         --fastCount;
     }
     const std::size_t rowBytes = static_cast<std::size_t>(frame.rowBytes());
-    int rowAbove = -1;
     for (int y = visible.top; y < visible.bottom; ++y) {
         const int fromTop = nearestRow(y - target.top, source.height, target.height());
-        if (fromTop == rowAbove) { // a picture shown larger
-            std::copy_n(pixels.row(y - 1) + visible.left, offsets.size(),
-                        pixels.row(y) + visible.left);
-            continue;
-        }
-        rowAbove = fromTop;
         const std::uint8_t* from =
             frame.bits() + static_cast<std::size_t>(source.height - 1 - fromTop) * rowBytes;
         std::uint32_t* to = pixels.row(y) + visible.left;
