@@ -171,14 +171,13 @@ def choose_in_menu(opener, name):
 
 def work_tour(window):
     choose_in_menu(window, "Tour")
-    panel = window.control("PanelTour")
-    wait_for("the tour", lambda: panel.name == "A scene is made of branches")
-    expect("panel", panel.getRoleName(), "dialog")
+    wait_for("the tour", lambda: window.control("PanelTour").name == "A scene is made of branches")
+    expect("panel", window.control("PanelTour").getRoleName(), "dialog")
     window.press("ButtonTourNext")
-    wait_for("its next step", lambda: panel.name == "Actions say what comes next")
+    wait_for("its next step", lambda: window.control("PanelTour").name == "Actions say what comes next")
     expect("text", window.control("LabelTour").name.startswith("The first one waits for a click"), True)
     window.press("ButtonTourLeave")
-    wait_state(panel, pyatspi.STATE_SHOWING, False)
+    wait_state(window.control("PanelTour"), pyatspi.STATE_SHOWING, False)
 
 
 def work_settings(pid, opener):
