@@ -1,15 +1,19 @@
 #include "ZoneEdit/RangeBar.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <iterator>
 #include <string>
 #include <string_view>
 
 #include "ZoneEdit/ZoneEditControls.h"
+#include "core/Text.h"
 #include "core/Texts.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
-#include "ui/branch_editor/ClipCard.h"
+#include "ui/FigureTexts.h"
 #include "video/CVideoUI.h"
 
 namespace zoneedit {
@@ -24,28 +28,59 @@ constexpr int kHeight = 25;
 
 struct Part {
     std::u16string_view name;
-    int inBar;  ///< from the bar's left edge
-    int inBand; ///< from the window's left edge
-    int row;    ///< of the band, from the upper edge of what it holds
-    int width;
+    int inBar;               ///< from the bar's left edge, unless the part before it needs the room
+    int inBand;              ///< from the window's left edge, as well
+    int row;                 ///< of the band
+    int width;               ///< at least
+    int gap;                 ///< to the part before it, at least
+    bool hasChevron = false; ///< at its right end
 };
 
 /// Of what the band holds, from the window's left and lower edge.
 constexpr platform::Point kBand{940, 68};
 constexpr platform::Size kBandSize{572, 60};
-constexpr int kUpper = 0;
-constexpr int kLower = 35;
-constexpr Part kParts[] = {{u"ButtonInterpolate", 148, 940, kLower, 120},
-                           {u"ButtonInterpolateMenu", 267, 1059, kLower, 28},
-                           {u"ButtonFollow", 303, 1095, kLower, 92},
-                           {u"ButtonCopyShape", 403, 1408, kUpper, 28},
-                           {u"ButtonPasteShape", 435, 1440, kUpper, 28},
-                           {u"ButtonApplyShape", 471, 1195, kLower, 132},
-                           {u"ButtonRangeActive", 611, 1335, kLower, 72},
-                           {u"ButtonRangeInactive", 687, 1411, kLower, 96},
-                           {u"ButtonClearRange", 800, 1480, kUpper, 28}};
-constexpr Part kLabel{u"LabelRange", 12, 1136, kUpper, 132};
+constexpr int kBesideBand = 348; ///< right of it, for the frame steps
+constexpr int kRowHeight = 35;
+constexpr int kRows = 2;
 constexpr int kLabelInBand = 176;
+constexpr int kBesideChevron = 24;
+constexpr std::u16string_view kLabel = u"LabelRange";
+constexpr Part kParts[] = {{kLabel, 12, 1136, 0, 132, 0},
+                           {u"ButtonInterpolate", 148, 940, 1, 120, 4},
+                           {u"ButtonInterpolateMenu", 267, 1059, 1, 28, -1},
+                           {u"ButtonFollow", 303, 1095, 1, 92, 8},
+                           {u"ButtonCopyShape", 403, 1408, 0, 28, 8},
+                           {u"ButtonPasteShape", 435, 1440, 0, 28, 4},
+                           {u"ButtonApplyShape", 471, 1195, 1, 132, 8, true},
+                           {u"ButtonRangeActive", 611, 1335, 1, 72, 8},
+                           {u"ButtonRangeInactive", 687, 1411, 1, 96, 4},
+                           {u"ButtonClearRange", 800, 1480, 0, 28, 8}};
+
+/// Where the parts stand, from the panel's left and upper edge, each as wide as its text needs.
+struct Places {
+    std::array<Rect, std::size(kParts)> parts;
+    int right = 0; ///< the last one's
+};
+
+Places placesOf(const ui::Controls& controls, bool isInBand) {
+    Places places;
+    std::array<int, kRows> ends{}; // of what stands in each row of the band
+    for (std::size_t i = 0; i < std::size(kParts); ++i) {
+        const Part& part = kParts[i];
+        const toolkit::CControlUI* control = controls.find(part.name);
+        const int least = isInBand && part.name == kLabel ? kLabelInBand : part.width;
+        const int width =
+            control != nullptr ? std::max(least, control->EstimateSize({}).width) : least;
+        int& end = ends.at(isInBand ? static_cast<std::size_t>(part.row) : 0);
+        const int left =
+            std::max(isInBand ? part.inBand - kBand.x : part.inBar, end > 0 ? end + part.gap : 0);
+        places.parts.at(i) =
+            Rect::at(left, isInBand ? part.row * kRowHeight : kGap, width, kHeight);
+        end = left + width;
+        places.right = std::max(places.right, end);
+    }
+    return places;
+}
 
 /// The band has fields for both ends, and room for the time.
 std::u16string textOf(const FrameSpan& span, bool isInBand, double framesPerSecond) {
@@ -63,37 +98,46 @@ RangeBar::RangeBar(ui::Controls controls, const EditedVideo& video, FrameSelecti
       m_changes(selection.observe([this] { show(); })) {}
 
 void RangeBar::show() {
-    const auto span = m_selection.span();
-    const platform::Size window = m_controls.manager().GetWindowSize();
-    const bool isInBand = window.width >= kBandWidth;
-    const Rect picture = m_video.control() != nullptr ? m_video.control()->GetPos() : Rect();
     toolkit::CControlUI* panel = m_controls.find(kRangePanel);
     if (panel == nullptr) {
         return;
     }
-    panel->SetPlace(
-        isInBand ? Rect::at(kBand.x, window.height - kBand.y, kBandSize.width, kBandSize.height)
-                 : Rect::at(picture.left + (picture.width() - kPanel.width) / 2,
-                            picture.bottom - kGap - kPanel.height, kPanel.width, kPanel.height));
+    const auto span = m_selection.span();
+    const auto setText = [&](bool isInBand) {
+        if (span) {
+            m_controls.setText(kLabel, textOf(*span, isInBand, m_video.framesPerSecond()));
+        }
+    };
+    const platform::Size window = m_controls.manager().GetWindowSize();
+    setText(true);
+    Places places = placesOf(m_controls, true);
+    const bool isInBand =
+        window.width >= kBandWidth && kBand.x + places.right <= window.width - kBesideBand;
+    if (isInBand) {
+        panel->SetPlace(Rect::at(kBand.x, window.height - kBand.y,
+                                 std::max(kBandSize.width, places.right), kBandSize.height));
+    } else {
+        setText(false);
+        places = placesOf(m_controls, false);
+        const Rect picture = m_video.control() != nullptr ? m_video.control()->GetPos() : Rect();
+        const int width = std::max(kPanel.width, places.right + kGap);
+        panel->SetPlace(Rect::at(picture.left + (picture.width() - width) / 2,
+                                 picture.bottom - kGap - kPanel.height, width, kPanel.height));
+    }
     panel->SetAttribute(u"bkcolor", isInBand ? u"#00000000" : u"window");
     panel->SetAttribute(u"bordersize", isInBand ? u"0" : u"1");
     // Both bars stand in the same place over the picture.
     const toolkit::CControlUI* follow = m_controls.find(kFollowPanel);
     const bool isCovered = !isInBand && follow != nullptr && follow->IsVisible();
     panel->SetVisible(span.has_value() && !isCovered);
-    const auto put = [&](const Part& part, int widthInBand) {
-        if (toolkit::CControlUI* control = m_controls.find(part.name)) {
-            control->SetPlace(isInBand
-                                  ? Rect::at(part.inBand - kBand.x, part.row, widthInBand, kHeight)
-                                  : Rect::at(part.inBar, kGap, part.width, kHeight));
+    for (std::size_t i = 0; i < std::size(kParts); ++i) {
+        if (toolkit::CControlUI* control = m_controls.find(kParts[i].name)) {
+            control->SetPlace(places.parts.at(i));
+            if (kParts[i].hasChevron) {
+                const int left = places.parts.at(i).width() - kBesideChevron;
+                control->SetAttribute(u"iconpos", core::displayText(std::to_string(left) + ",4"));
+            }
         }
-    };
-    for (const Part& part : kParts) {
-        put(part, part.width);
-    }
-    put(kLabel, kLabelInBand);
-    if (span) {
-        m_controls.setText(kLabel.name, textOf(*span, isInBand, m_video.framesPerSecond()));
     }
 }
 

@@ -8,6 +8,7 @@
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Text.h"
 #include "toolkit/controls/CControlUI.h"
+#include "ui/FigureTexts.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 #include "zone/Zone.h"
@@ -107,7 +108,7 @@ void ShapeGesture::turnOrScale(Point to) {
     if (m_kind == Kind::scale) {
         const double factor = now.length() / std::max(from.length(), 1.0);
         m_editor.reshape(*m_start, Name::scale, zone::scaled(factor));
-        showLabel(core::displayText(std::to_string(std::lround(factor * 100)) + " %"), to);
+        showLabel(ui::percentText(static_cast<int>(std::lround(factor * 100))), to);
         return;
     }
     const double turned =

@@ -10,7 +10,7 @@
 #include "platform/Geometry.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
-#include "ui/branch_editor/ClipCard.h"
+#include "ui/FigureTexts.h"
 
 namespace zoneedit {
 namespace {

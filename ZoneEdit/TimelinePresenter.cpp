@@ -4,7 +4,7 @@
 
 #include "ZoneEdit/FramesPresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
-#include "ui/branch_editor/ClipCard.h"
+#include "ui/FigureTexts.h"
 #include "zone/EditContext.h"
 #include "zone/ShapeKeys.h"
 #include "zone/ShapeStretch.h"

@@ -18,6 +18,7 @@
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/FigureTexts.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 #include "zone/ShapeDrawing.h"
@@ -40,10 +41,6 @@ constexpr double kSame = 1e-3;
 bool isTypingControl(const std::u16string& name) {
     return std::find(std::begin(kTypingControls), std::end(kTypingControls), name) !=
            std::end(kTypingControls);
-}
-
-std::u16string percentText(int percent) {
-    return core::displayText(std::to_string(percent) + " %");
 }
 
 /// The scales that the wheel steps through, in ascending order.
@@ -104,7 +101,7 @@ void ZoomPresenter::showZoom() {
     auto texts = std::make_shared<toolkit::CComboUI::Texts>();
     texts->push_back(core::tr(kFitText));
     for (const int percent : m_percents) {
-        texts->push_back(percentText(percent));
+        texts->push_back(ui::percentText(percent));
     }
     m_isShowing = true;
     combo->SetItemTexts(std::move(texts));

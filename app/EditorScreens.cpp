@@ -12,6 +12,7 @@
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "ui/BranchList.h"
+#include "ui/ChosenLanguage.h"
 #include "ui/EditorWindow.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
@@ -41,6 +42,7 @@ EditorScreens::EditorScreens(const ui::WindowContext& context) : m_context(conte
 EditorScreens::~EditorScreens() = default;
 
 std::optional<ScreenResult> EditorScreens::show(Screen screen, const ScreenResult& returned) {
+    ui::speakChosenLanguage(m_context.services);
     switch (screen) {
     case Screen::openScene:
         return shown(ui::OpenScene::create(m_context), core::tr("Open or Create Scene"_tr));

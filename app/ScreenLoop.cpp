@@ -72,7 +72,7 @@ void ScreenLoop::leaveTop(const ScreenResult& result) {
     case Screen::openScene:
         if (m_state.newSceneRequest) {
             push(Screen::newScene);
-        } else if (m_screens.loadChosenScene()) {
+        } else if (!m_state.openSceneRequest && m_screens.loadChosenScene()) {
             push(Screen::branchEditor);
         }
         break;

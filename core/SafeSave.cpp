@@ -4,6 +4,7 @@
 #include <exception>
 
 #include "core/Paths.h"
+#include "core/Reason.h"
 #include "core/Services.h"
 #include "core/StandardError.h"
 
@@ -109,8 +110,8 @@ FileError SafeSave::failure() const {
 
 bool SafeSave::fail(int error) {
     if (m_failure.empty()) {
-        m_failure = {m_destination,
-                     error == 0 ? "cannot be written" : services().fileSystem->errorText(error)};
+        m_failure = {m_destination, error == 0 ? reason("cannot be written"_tr)
+                                               : services().fileSystem->errorText(error)};
     }
     return false;
 }

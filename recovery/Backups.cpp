@@ -9,6 +9,7 @@
 
 #include "core/Log.h"
 #include "core/Paths.h"
+#include "core/Reason.h"
 #include "core/Services.h"
 #include "jobs/VideoImport.h"
 #include "platform/Clock.h"
@@ -75,7 +76,7 @@ void Backups::begin(const std::vector<std::string>& paths, Need need) noexcept {
             start(paths);
         }
     } catch (const std::exception&) {
-        m_report.failure = {{}, "out of memory"};
+        m_report.failure = {{}, core::reason("out of memory"_tr)};
     }
 }
 
@@ -96,7 +97,7 @@ void Backups::start(const std::vector<std::string>& paths) {
     }
     if (m_folder.empty()) {
         m_files.clear();
-        m_report.failure = {{}, "the folder of the earlier versions is unknown"};
+        m_report.failure = {{}, core::reason("the folder of the earlier versions is unknown"_tr)};
         return;
     }
     core::createFolders(disk, m_folder);
@@ -110,7 +111,7 @@ void Backups::start(const std::vector<std::string>& paths) {
         linkOrCopy();
     }
     if (m_files.empty()) {
-        m_report.failure = {m_folder, "other programs keep versions in it"};
+        m_report.failure = {m_folder, core::reason("other programs keep versions in it"_tr)};
     }
 }
 
@@ -178,7 +179,7 @@ core::FileError Backups::beforeReplace() noexcept {
         say("Earlier version not kept: " + failure.text());
         return m_must ? failure : core::FileError{};
     } catch (const std::exception&) {
-        return m_must ? core::FileError{{}, "out of memory"} : core::FileError{};
+        return m_must ? core::FileError{{}, core::reason("out of memory"_tr)} : core::FileError{};
     }
 }
 
@@ -243,7 +244,7 @@ void Backups::run(std::function<void(const std::stop_token&)> work) {
         try {
             work(stop);
         } catch (const std::exception&) {
-            m_report.failure = {{}, "out of memory"};
+            m_report.failure = {{}, core::reason("out of memory"_tr)};
         }
     };
     try {

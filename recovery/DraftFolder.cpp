@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "core/Paths.h"
+#include "core/Reason.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
 #include "core/WholeFile.h"
@@ -101,7 +102,8 @@ std::unique_ptr<DraftFolder> DraftFolder::claim(const std::string& sceneFolder,
             }
         }
     }
-    failure = {sceneFolder, error == 0 ? "too many drafts" : files().errorText(error)};
+    failure = {sceneFolder,
+               error == 0 ? core::reason("too many drafts"_tr) : files().errorText(error)};
     return nullptr;
 }
 
@@ -210,7 +212,8 @@ core::FileError DraftFolder::writeFile(const std::string& name, const DraftFile&
         return {};
     }
     const core::FileError failure = save.failure();
-    return failure.empty() ? core::FileError{m_path + name, "cannot be written"} : failure;
+    return failure.empty() ? core::FileError{m_path + name, core::reason("cannot be written"_tr)}
+                           : failure;
 }
 
 void DraftFolder::removeOtherWritings() {

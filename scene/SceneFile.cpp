@@ -9,6 +9,7 @@
 #include "core/FileError.h"
 #include "core/Log.h"
 #include "core/Paths.h"
+#include "core/Reason.h"
 #include "core/ReplacedFiles.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
@@ -104,7 +105,7 @@ bool SceneManager::Save(const std::string& folder) {
 
 bool SceneManager::saveInto(const std::string& folder) {
     if (!checkedManager(kSaveLine)) {
-        m_saveFailure = {{}, "there is no scene"};
+        m_saveFailure = {{}, core::reason("there is no scene"_tr)};
         return false; // never replace the scene on the disk by an empty one
     }
     if (m_firstBranch.empty()) {

@@ -84,9 +84,10 @@ def marked_texts(source, counted):
 def layout_texts(file):
     for element in ElementTree.parse(file).iter():
         for name in SHOWN:
-            text = without_keyboard(element.get(name, ""))
-            if re.search("[A-Za-z]", key_of(text)):
-                yield key_of(text), text, False
+            key, _, text = element.get(name, "").rpartition("|")
+            text = without_keyboard(text)
+            if key or re.search("[A-Za-z]", key_of(text)):
+                yield key or key_of(text), text, False
 
 
 def source_texts(file):

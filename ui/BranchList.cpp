@@ -18,6 +18,7 @@
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
 #include "ui/BranchListParts.h"
+#include "ui/ChosenLanguage.h"
 #include "ui/Confirmation.h"
 #include "ui/Controls.h"
 #include "ui/EarlierVersions.h"
@@ -258,6 +259,11 @@ bool BranchList::HandleMessage(const platform::Event& event) {
         m_isPointerUsed = event.kind != EventKind::keyDown;
     }
     if (m_parts && event.kind == EventKind::activated) {
+        if (isLanguageNew(context().services) && isFree() && !isAsking()) {
+            m_parts->visit.keepPlace();
+            Close(1); // and is shown again
+            return true;
+        }
         m_parts->findings.readFiles();
         if (!std::exchange(m_wasActive, true)) {
             m_parts->tour.announce();

@@ -22,7 +22,7 @@ public:
     }
 
 private:
-    void show() { m_state.showDraftProblem(draftProblemText(m_drafts->failure().text())); }
+    void show() { m_state.showDraftProblem(draftProblemText(m_drafts->failure())); }
 
     SavedState m_state;
     recovery::Drafts* m_drafts;

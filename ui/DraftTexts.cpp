@@ -1,5 +1,7 @@
 #include "ui/DraftTexts.h"
 
+#include "core/FileError.h"
+#include "core/Reason.h"
 #include "core/Texts.h"
 #include "ui/TimeTexts.h"
 
@@ -14,9 +16,11 @@ std::u16string draftText(const std::string& name, std::int64_t time, bool isSave
                     name, day, timeText(time));
 }
 
-std::u16string draftProblemText(const std::string& reason) {
-    return reason.empty() ? std::u16string()
-                          : core::tr("Unsaved work cannot be kept as a draft: {0}"_tr, reason);
+std::u16string draftProblemText(const core::FileError& failure) {
+    const core::FileError shown{failure.file, core::trReason(failure.reason)};
+    return failure.empty()
+               ? std::u16string()
+               : core::tr("Unsaved work cannot be kept as a draft: {0}"_tr, shown.text());
 }
 
 } // namespace ui

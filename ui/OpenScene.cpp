@@ -25,6 +25,7 @@
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
+#include "ui/ChosenLanguage.h"
 #include "ui/Controls.h"
 #include "ui/WindowContext.h"
 #include "ui/branch_editor/FlagScope.h"
@@ -208,6 +209,11 @@ void OpenScene::Notify(toolkit::TNotifyUI& message) {
 
 bool OpenScene::MessageHandler(const platform::Event& event) {
     using platform::Key;
+    if (event.kind == platform::EventKind::activated && isLanguageNew(context().services)) {
+        context().state.openSceneRequest = true;
+        Close(1);
+        return true;
+    }
     const bool isDown = event.kind == platform::EventKind::keyDown;
     if (isDown && event.key == Key::enter && controls().hasFocus(kDuplicateName)) {
         return event.repeat || commands().run(command::kMakeDuplicate) || true;

@@ -5,6 +5,7 @@
 
 #include "core/FileError.h"
 #include "core/Paths.h"
+#include "core/Reason.h"
 #include "core/Services.h"
 #include "core/Text.h"
 #include "core/Texts.h"
@@ -44,7 +45,7 @@ std::u16string copyText(const jobs::CopyStatus& status) {
 
 std::u16string notSavedText(const core::FileError& error) {
     // Folders would push the reason out of a narrow label.
-    const core::FileError shown{core::fileName(error.file), error.reason};
+    const core::FileError shown{core::fileName(error.file), core::trReason(error.reason)};
     return error.empty() ? std::u16string()
                          : core::tr("NotSavedWhy|Not saved: {0}"_tr, shown.text());
 }

@@ -24,6 +24,8 @@
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
+#include "ui/ChosenLanguage.h"
+#include "ui/FigureTexts.h"
 #include "ui/SkinChoice.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/SettingsCommands.h"
@@ -143,20 +145,10 @@ void SettingsWindow::showLanguages() {
     }
     const auto now =
         std::find_if(m_languages.begin(), m_languages.end(), [&](const std::string& language) {
-            return core::lowerCase(language) == core::lowerCase(translations->language());
+            return core::lowerCase(language) == core::lowerCase(chosenLanguage(context().services));
         });
     combo->SetItemTexts(texts);
     combo->SelectItem(now != m_languages.end() ? static_cast<int>(now - m_languages.begin()) : -1);
-}
-
-void SettingsWindow::chooseLanguage(std::size_t place) {
-    auto& services = context().services;
-    const std::string& language = m_languages.at(place);
-    if (language != services.translations->language()) {
-        services.editorSettings->set(core::kLanguageKey, language); // a failed write is in the log
-        services.translations = services.translations->in(language);
-        core::setTexts(services.translations);
-    }
 }
 
 void SettingsWindow::InitWindow() {
@@ -179,7 +171,7 @@ void SettingsWindow::InitWindow() {
 void SettingsWindow::showScale(const core::EditorSettings& settings) {
     auto texts = std::make_shared<toolkit::CComboUI::Texts>();
     for (const int scale : kScales) {
-        texts->push_back(core::displayText(std::to_string(scale) + " %"));
+        texts->push_back(percentText(scale));
     }
     const auto now = std::find(kScales.begin(), kScales.end(), settings.scale());
     if (auto* combo = find<toolkit::CComboUI>(kComboScale)) {
@@ -208,7 +200,9 @@ void SettingsWindow::OnItemSelect(toolkit::TNotifyUI& message) {
     // What cannot be kept counts for this run; the log says why.
     const auto chosen = static_cast<std::size_t>(combo->GetCurSel());
     if (combo->GetName() == kComboLanguage) {
-        chooseLanguage(chosen);
+        if (m_languages.at(chosen) != chosenLanguage(context().services)) {
+            settings->set(core::kLanguageKey, m_languages.at(chosen));
+        }
     } else if (combo->GetName() == kComboSkin &&
                kSkinChoices.at(chosen).value != chosenSkin(*settings).value) {
         keepSkin(*settings, kSkinChoices.at(chosen));

@@ -44,7 +44,6 @@ private:
     void showConverter();
     void showConverter(const imports::Converter& converter);
     void showLanguages();
-    void chooseLanguage(std::size_t place);
 
     std::vector<std::string> m_languages; ///< as the catalogue spells them, in the order shown
     bool m_looksAgain = false;

@@ -37,8 +37,10 @@ constexpr std::array kShortMonths{
 std::u16string dateText(std::int64_t time, const std::array<core::Text, 12>& months) {
     const platform::LocalTime at = local(time);
     const std::u16string month = core::tr(months.at(static_cast<std::size_t>(at.month - 1)));
-    return at.year == now().year ? core::tr("Date.Day|{0} {1}"_tr, at.day, month)
-                                 : core::tr("Date.Whole|{0} {1} {2}"_tr, at.day, month, at.year);
+    const std::string day =
+        at.day == 1 ? core::trStored("Date.First|1"_tr) : std::to_string(at.day);
+    return at.year == now().year ? core::tr("Date.Day|{0} {1}"_tr, day, month)
+                                 : core::tr("Date.Whole|{0} {1} {2}"_tr, day, month, at.year);
 }
 
 constexpr std::int64_t kSecondsOfDay = 86'400;
@@ -47,7 +49,7 @@ constexpr std::int64_t kSecondsOfDay = 86'400;
 
 std::u16string timeText(std::int64_t time) {
     const platform::LocalTime at = local(time);
-    return core::displayText(twoDigits(at.hour) + ":" + twoDigits(at.minute));
+    return core::tr("Time.OfDay|{0}:{1}"_tr, twoDigits(at.hour), twoDigits(at.minute));
 }
 
 std::u16string dateText(std::int64_t time) {

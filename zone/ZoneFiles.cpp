@@ -10,6 +10,7 @@
 #include "core/FileError.h"
 #include "core/Log.h"
 #include "core/Paths.h"
+#include "core/Reason.h"
 #include "core/ReplacedFiles.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
@@ -31,7 +32,7 @@ constexpr const char* kBinaryEnding = "-ZoneInfo.bin";
 /// Tens of thousands of zones; the parser needs fifty times the size of a file of empty elements.
 constexpr std::size_t kMaxInfoBytes = std::size_t{4} * 1024 * 1024;
 
-constexpr const char* kInfoFailed = "Unable to save zone info file";
+constexpr core::Text kInfoFailed = "Unable to save zone info file"_tr;
 
 bool exists(const std::string& path) {
     return core::services().fileSystem->info(path).has_value();
@@ -233,18 +234,18 @@ bool ZoneManager::saveBoth(const std::string& basePath, core::ReplacedFiles::Nee
     core::SafeSave info;
     core::SafeSave binary;
     if (!info.open(basePath + kInfoEnding, "wt") || !writeInfo(info.file()) || !info.prepare()) {
-        return failSave(kInfoFailed, info.failure());
+        return failSave(kInfoFailed.source.data(), info.failure());
     }
     if (!binary.open(basePath + kBinaryEnding, "wb")) {
-        return failSave("Unable to save zone binary file", binary.failure());
+        return failSave("Unable to save zone binary file"_tr.source.data(), binary.failure());
     }
     const bool isPrepared = writeZones(binary.file()) && binary.prepare();
     // Both files are on the disk by now, so that the pair changes in two renames, or not at all.
     if (isPrepared && !kept.isReady()) {
-        return failSave(kInfoFailed, kept.failure());
+        return failSave(kInfoFailed.source.data(), kept.failure());
     }
     if (isPrepared && !info.commit()) {
-        return failSave(kInfoFailed, info.failure());
+        return failSave(kInfoFailed.source.data(), info.failure());
     }
     if (isPrepared) {
         kept.replaced();
@@ -252,7 +253,8 @@ bool ZoneManager::saveBoth(const std::string& basePath, core::ReplacedFiles::Nee
     if (!isPrepared || !binary.commit()) {
         m_lastSaveFailure = binary.failure();
         if (m_lastSaveFailure.empty()) { // no step of the file failed, so it reports nothing
-            m_lastSaveFailure = {basePath + kBinaryEnding, "zones cannot be stored"};
+            m_lastSaveFailure = {basePath + kBinaryEnding,
+                                 core::reason("zones cannot be stored"_tr)};
             core::writeStandardError("Not saved: " + m_lastSaveFailure.text());
         }
     }

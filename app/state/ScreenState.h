@@ -44,7 +44,7 @@ struct ScreenState {
     /// left by Back leads to the branch editor. Intended.
     bool sceneCreated = false;
     bool zoneEditRequest = false;
-    /// The branch editor asks for the open scene window.
+    /// The branch editor asks for the open scene window, or that one to be shown again.
     bool openSceneRequest = false;
     /// The video that the zone editor opens; UTF-8 path.
     std::string zoneEditVideo;

@@ -60,6 +60,20 @@ TEST_F(Layout, GivesAControlTheRoomThatItsTextNeeds) {
     EXPECT_EQ(state.GetPos().right, 400);
 }
 
+TEST_F(Layout, GivesARowTheRoomThatItsChildrenNeed) {
+    open(R"(<HorizontalLayout pos="0,0,400,40"><Label name="Rest"/>
+              <HorizontalLayout name="Bar" width="70" fit="true" inset="4,0,5,0" childpadding="2">
+                <Label width="30" padding="1,0,0,0"/><Control/><Label name="More" width="50"/>
+                <Label pos="0,0,300,10"/>
+              </HorizontalLayout>
+            </HorizontalLayout>)");
+    toolkit::CControlUI& bar = driver().get(u"Bar");
+    EXPECT_EQ(bar.GetPos(), Rect::at(306, 0, 94, 40));
+    driver().get(u"More").SetVisible(false);
+    window().GetPaintManager().UpdateLayout();
+    EXPECT_EQ(bar.GetPos(), Rect::at(330, 0, 70, 40)) << "its own width is the least";
+}
+
 TEST_F(Layout, KeepsTheDistancesToAnchoredEdges) {
     open(R"(<Label name="Still" pos="10,20,30,40"/>
             <Label name="Right" pos="360,20,30,40" anchor="top, right"/>

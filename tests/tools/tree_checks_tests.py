@@ -9,6 +9,9 @@ import unittest
 
 TOOLS = os.path.join(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))),
                      "tools")
+sys.path.insert(0, TOOLS)
+import page_texts  # noqa: E402
+
 # Files in every tree, for includes to refer to.
 PRESENT = {**dict.fromkeys(
     ("platform/Clock.h", "platform/testing/Input.h", "core/Log.h", "video/Video.h", "ui/Window.h",
@@ -89,6 +92,18 @@ class TreeChecks(unittest.TestCase):
                 ("tests/data/broken.md", b"one ", 0),
                 ("demo/clip.ogv", b"\x00\xff \n\n", 0)]:
             self.expect("check_format", path, data, line, "--root")
+
+
+class PageWords(unittest.TestCase):
+    def test_every_language_that_is_offered_has_every_word_with_its_places(self):
+        words = 'const TEXTS = {\n  en: {\n    a: "A %s", b: \'B "x"\',\n  },\n  fr: {\n    LINE\n  },\n};\n'
+        for line, offer, wrong in [('a: "%s A", b: "B",', "fr", 0), ('a: "%d A", b: "B",', "fr", 1),
+                                   ('a: "%s",', "fr", 1), ('a: "%s", b: "",', "fr", 1),
+                                   ('a: "%s", b: "B", c: "C",', "fr", 1), ('a: "%s", b: "B",', "de", 2)]:
+            with self.subTest(line=line, offer=offer):
+                offered = f'Language{{"en", "E"}}, Language{{"{offer}", "X"}}'
+                found = list(page_texts.findings(words.replace("LINE", line), offered))
+                self.assertEqual(len(found), wrong, found)
 
 
 if __name__ == "__main__":

@@ -18,7 +18,7 @@
 #include "tests/support/Gate.h"
 #include "tests/ui/BranchListFixture.h"
 #include "toolkit/controls/CPictureUI.h"
-#include "ui/branch_editor/ClipCard.h"
+#include "ui/FigureTexts.h"
 
 namespace {
 

@@ -16,7 +16,7 @@
 #include "tests/support/ClipMaker.h"
 #include "tests/ui/BranchListFixture.h"
 #include "toolkit/controls/CListUI.h"
-#include "ui/branch_editor/ClipCard.h"
+#include "ui/FigureTexts.h"
 
 namespace {
 

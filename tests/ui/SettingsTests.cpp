@@ -8,6 +8,8 @@
 
 #include "core/EditorSettings.h"
 #include "core/Text.h"
+#include "core/Texts.h"
+#include "core/Translations.h"
 #include "platform/Event.h"
 #include "platform/FileSystem.h"
 #include "platform/Geometry.h"
@@ -22,8 +24,11 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/MenuPopup.h"
+#include "ui/ChosenLanguage.h"
+#include "ui/FigureTexts.h"
 #include "ui/OpenScene.h"
 #include "ui/SkinChoice.h"
+#include "ui/TimeTexts.h"
 
 namespace {
 
@@ -221,6 +226,37 @@ TEST_F(BranchEditorMenu, TheSettingsShowWhereScenesAreAndChangeItForASharedInsta
     m_services.installation.placeFile = m_folder.path() + "old"; // a folder
     settings.click(u"ButtonScenesFolder");
     EXPECT_EQ(settings.textOf(u"LabelScenesFolder").substr(0, 10), u"The choice");
+}
+
+TEST_F(BranchEditorMenu, AnotherLanguageShowsTheScreenAgainAndNeverAMixture) {
+    makeScene({"A", "B"});
+    show().pick(u"ComboBranchName", 1);
+    test::WindowDriver settings = openSettings();
+    settings.pick(u"ComboLanguage", 2);
+    EXPECT_EQ(settings.get<toolkit::CComboUI>(u"ComboLanguage").GetText(), u"Deutsch");
+    EXPECT_EQ(core::tr("Save"_tr), u"Save") << "what is open stays as it is";
+    settings.press(Key::escape);
+    EXPECT_TRUE(test::pumpUntil([&] { return isClosed(*m_window); }));
+    ui::speakChosenLanguage(m_services);
+    show();
+    EXPECT_EQ(m_driver->textOf(u"ButtonSave"), u"Speichern");
+    EXPECT_EQ(m_driver->textOf(u"EditBranchName"), u"B") << "where it was";
+    core::setTexts(nullptr);
+}
+
+TEST_F(OpenSceneMenu, FiguresFollowTheLanguage) {
+    const auto figures = [this](const char* language) {
+        core::setTexts(m_services.translations->in(language));
+        const std::u16string text = ui::bytesText(842'499) + u" " + ui::bytesText(8'249'999) +
+                                    u" " + ui::percentText(46) + u" " + ui::lengthText(62.5) +
+                                    u" " + ui::dateText(1'698'833'600);
+        core::setTexts(nullptr);
+        return text;
+    };
+    EXPECT_EQ(figures("English"), u"842 KB 8.2 MB 46 % 1:02.50 1 Nov 2023");
+    EXPECT_EQ(figures("French"), u"842 Ko 8,2 Mo 46 % 1:02.50 1er nov. 2023");
+    EXPECT_EQ(figures("German"), u"842 KB 8,2 MB 46 % 1:02.50 1. Nov 2023");
+    EXPECT_EQ(figures("Dutch"), u"842 kB 8,2 MB 46% 1:02.50 1 nov 2023");
 }
 
 TEST_F(BranchEditorMenu, TheSettingsTakeNoInputWhileTheSystemAsksForFiles) {

@@ -1,5 +1,6 @@
 #include "toolkit/layout/CHorizontalLayoutUI.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -15,12 +16,39 @@ void* CHorizontalLayoutUI::GetInterface(std::u16string_view name) {
 }
 
 bool CHorizontalLayoutUI::SetAttribute(std::u16string_view name, std::u16string_view value) {
-    if (name != u"childpadding") {
+    if (name == u"childpadding") {
+        assignIf(m_childPadding, parseInt(value));
+    } else if (name == u"fit") {
+        assignIf(m_fits, parseBool(value));
+    } else {
         return CContainerUI::SetAttribute(name, value);
     }
-    assignIf(m_childPadding, parseInt(value));
     NeedUpdate();
     return true;
+}
+
+BoxPart CHorizontalLayoutUI::partOf(const CControlUI& child, Size content) {
+    const Rect& padding = child.GetPadding();
+    return {child.EstimateSize(content).width, padding.left + padding.right,
+            child.limited({}).width, child.limited({kMaxLayoutNumber, 0}).width};
+}
+
+int CHorizontalLayoutUI::leastWidth() const {
+    int width = GetInset().left + GetInset().right;
+    int gap = 0;
+    for (const std::unique_ptr<CControlUI>& child : items()) {
+        if (child->isShown() && !child->GetPlace()) {
+            const BoxPart part = partOf(*child, {});
+            width = advanced(width, {gap, part.padding, shareLength({part}, part.padding, 0)[0]});
+            gap = m_childPadding;
+        }
+    }
+    return width;
+}
+
+platform::Size CHorizontalLayoutUI::EstimateSize(Size available) const {
+    const Size size = CContainerUI::EstimateSize(available);
+    return {m_fits ? std::max(size.width, leastWidth()) : size.width, size.height};
 }
 
 void CHorizontalLayoutUI::layoutChildren(const Rect& content) {
@@ -33,10 +61,8 @@ void CHorizontalLayoutUI::layoutChildren(const Rect& content) {
         if (!child->isShown() || placeFixed(*child, content)) {
             continue;
         }
-        const Rect& padding = child->GetPadding();
         row.push_back(child.get());
-        parts.push_back({child->EstimateSize(content.size()).width, padding.left + padding.right,
-                         child->limited({}).width, child->limited({kMaxLayoutNumber, 0}).width});
+        parts.push_back(partOf(*child, content.size()));
     }
     const std::vector<int> widths = shareLength(parts, content.width(), m_childPadding);
     int x = content.left;

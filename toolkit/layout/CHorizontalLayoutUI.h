@@ -7,6 +7,7 @@
 
 #include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/layout/BoxLayout.h"
 
 namespace toolkit {
 
@@ -15,12 +16,19 @@ public:
     [[nodiscard]] std::u16string GetClass() const override { return u"HorizontalLayout"; }
     [[nodiscard]] void* GetInterface(std::u16string_view name) override;
     bool SetAttribute(std::u16string_view name, std::u16string_view value) override;
+    [[nodiscard]] Size EstimateSize(Size available) const override;
 
 protected:
     void layoutChildren(const Rect& content) override;
 
 private:
+    /// Of the child in the row.
+    [[nodiscard]] static BoxPart partOf(const CControlUI& child, Size content);
+    /// That the row needs for what is shown in it.
+    [[nodiscard]] int leastWidth() const;
+
     int m_childPadding = 0; ///< pixels between neighbours
+    bool m_fits = false;    ///< is never narrower than what is shown in it
 };
 
 } // namespace toolkit

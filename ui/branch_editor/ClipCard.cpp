@@ -1,7 +1,5 @@
 #include "ui/branch_editor/ClipCard.h"
 
-#include <algorithm>
-#include <cmath>
 #include <string_view>
 
 #include "core/Text.h"
@@ -9,6 +7,7 @@
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CPictureUI.h"
+#include "ui/FigureTexts.h"
 #include "ui/branch_editor/ControlNames.h"
 
 namespace ui {
@@ -21,11 +20,6 @@ constexpr std::u16string_view kSize = u"LabelClipSize";
 constexpr std::u16string_view kBytes = u"LabelClipBytes";
 /// Twice the size of the large place: sharp on every screen.
 constexpr platform::Size kBox{220, 124};
-constexpr double kLongest = 360'000; ///< seconds: what claims to be longer is damaged
-
-std::string twoDigits(long long number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
-}
 
 } // namespace
 
@@ -93,33 +87,6 @@ void ClipCard::showTexts(const stills::Still& still) {
     m_controls.setText(kLength, length);
     m_controls.setText(kSize, size);
     m_controls.setText(kBytes, still.exists ? bytesText(still.bytes) : std::u16string());
-}
-
-std::u16string lengthText(double seconds) {
-    if (!(seconds >= 0) || seconds > kLongest) {
-        return {};
-    }
-    const long long hundredths = std::llround(seconds * 100);
-    return core::displayText(std::to_string(hundredths / 6000) + ":" +
-                             twoDigits(hundredths / 100 % 60) + "." + twoDigits(hundredths % 100));
-}
-
-std::u16string sizeText(platform::Size size) {
-    return core::displayText(std::to_string(size.width)) + u" × " +
-           core::displayText(std::to_string(size.height));
-}
-
-std::u16string bytesText(std::uint64_t bytes) {
-    constexpr std::uint64_t kKilo = 1000;
-    const std::uint64_t kilobytes = (bytes + kKilo / 2) / kKilo;
-    if (kilobytes < kKilo) {
-        return core::displayText(std::to_string(std::max<std::uint64_t>(kilobytes, 1)) + " KB");
-    }
-    const bool isGiga = bytes >= kKilo * kKilo * kKilo;
-    const std::uint64_t tenth = kKilo * kKilo / 10 * (isGiga ? kKilo : 1);
-    const std::uint64_t shown = (bytes + tenth / 2) / tenth;
-    return core::displayText(std::to_string(shown / 10) + "." + std::to_string(shown % 10) +
-                             (isGiga ? " GB" : " MB"));
 }
 
 } // namespace ui

@@ -36,11 +36,4 @@ private:
     std::unique_ptr<stills::StillClient> m_client; ///< null without a service
 };
 
-/// "0:04.25".
-[[nodiscard]] std::u16string lengthText(double seconds);
-/// "1280 × 720".
-[[nodiscard]] std::u16string sizeText(platform::Size size);
-/// "842 KB", "8.2 MB".
-[[nodiscard]] std::u16string bytesText(std::uint64_t bytes);
-
 } // namespace ui

@@ -90,8 +90,9 @@ int PaneHead::placeTools(const Rect& content, int left, bool withZoom) {
         if (isTab(*child) || isBox(*child) || !(isZoom(*child) ? withZoom : child->isShown())) {
             continue;
         }
-        const bool hasRoom = !isNote(*child) || right - child->GetFixedWidth() >= left + kBesideBox;
-        const int width = hasRoom ? child->GetFixedWidth() : 0;
+        const int wanted = child->EstimateSize({}).width;
+        const bool hasRoom = !isNote(*child) || right - wanted >= left + kBesideBox;
+        const int width = hasRoom ? wanted : 0;
         child->SetPos(Rect::at(right - width, content.top + kEdge, width, kToolHeight));
         right -= width > 0 ? width + kGap : 0;
     }

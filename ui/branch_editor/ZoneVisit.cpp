@@ -13,10 +13,14 @@
 
 namespace ui {
 
-void ZoneVisit::begin(const std::string& video, bool resumes) {
+void ZoneVisit::keepPlace() {
     const std::vector<int> rows = m_parts.chosen.selected();
     m_parts.state.branchPlace = {m_parts.branches.shown(), rows.empty() ? -1 : rows.front(),
                                  m_parts.actions.offset()};
+}
+
+void ZoneVisit::begin(const std::string& video, bool resumes) {
+    keepPlace();
     m_parts.state.zoneEditVideo = m_parts.folder + video;
     m_parts.state.zoneEditResumes = resumes;
     m_parts.state.zoneEditRequest = true;

@@ -34,6 +34,8 @@ public:
     };
     explicit ZoneVisit(const Parts& parts) : m_parts(parts) {}
 
+    /// The next branch editor stands where this one does.
+    void keepPlace();
     /// Asks for the zone editor once the window is closed. `resumes`: where it last left the video.
     void begin(const std::string& video, bool resumes);
     /// Shows what was on show when the visit began, if there was one, and offers to have the

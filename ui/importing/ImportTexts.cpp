@@ -1,12 +1,10 @@
 #include "ui/importing/ImportTexts.h"
 
-#include <cmath>
-
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "core/Texts.h"
 #include "platform/Geometry.h"
-#include "ui/branch_editor/ClipCard.h"
+#include "ui/FigureTexts.h"
 
 namespace ui {
 namespace {
@@ -14,8 +12,6 @@ namespace {
 using imports::Failure;
 using imports::ImportItem;
 using imports::ImportState;
-
-constexpr double kLongest = 360'000; ///< seconds: a longer estimate says nothing
 
 std::u16string convertingText(const ImportItem& item) {
     const std::u16string left = minutesText(item.secondsLeft);
@@ -25,16 +21,6 @@ std::u16string convertingText(const ImportItem& item) {
 }
 
 } // namespace
-
-std::u16string minutesText(double seconds) {
-    if (seconds < 0 || seconds >= kLongest) {
-        return {};
-    }
-    const long long whole = std::llround(seconds);
-    const std::string rest = std::to_string(whole % 60);
-    return core::displayText(std::to_string(whole / 60) + ":" + (rest.size() < 2 ? "0" : "") +
-                             rest);
-}
 
 std::u16string importFactsText(const ImportItem& item) {
     if (!item.facts) {

@@ -26,9 +26,6 @@ struct ImportStateText {
 [[nodiscard]] std::u16string importRemedyText(const imports::ImportFailure& failure);
 [[nodiscard]] std::u16string importRemedyToolTip(const imports::ImportFailure& failure);
 
-/// "0:38"; empty when it is not known.
-[[nodiscard]] std::u16string minutesText(double seconds);
-
 /// "About 12 MB a minute, 1280 × 720 at most".
 [[nodiscard]] std::u16string qualityText(imports::Quality quality);
 

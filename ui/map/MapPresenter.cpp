@@ -8,6 +8,7 @@
 #include "map/MapLayout.h"
 #include "scene/SceneChange.h"
 #include "stills/Still.h"
+#include "ui/FigureTexts.h"
 #include "ui/branch_editor/ControlNames.h"
 
 namespace ui {
@@ -149,8 +150,7 @@ void MapPresenter::showErrors() {
 
 void MapPresenter::showZoom() const {
     if (const SceneMap* map = control()) {
-        m_controls.setText(kZoomLabel,
-                           core::displayText(std::to_string(map->zoomPercent()) + " %"));
+        m_controls.setText(kZoomLabel, percentText(map->zoomPercent()));
     }
 }
 

@@ -21,7 +21,7 @@
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/skin/Palette.h"
-#include "ui/branch_editor/ClipCard.h"
+#include "ui/FigureTexts.h"
 #include "ui/preview/PreviewNames.h"
 #include "ui/preview/PreviewSlider.h"
 #include "ui/preview/PreviewTexts.h"

@@ -5,7 +5,7 @@
 #include "core/Text.h"
 #include "core/Texts.h"
 #include "player/Story.h"
-#include "ui/branch_editor/ClipCard.h"
+#include "ui/FigureTexts.h"
 
 namespace ui {
 namespace {

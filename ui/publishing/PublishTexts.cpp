@@ -3,7 +3,7 @@
 #include "core/Text.h"
 #include "core/Texts.h"
 #include "scene/SceneSession.h"
-#include "ui/branch_editor/ClipCard.h"
+#include "ui/FigureTexts.h"
 #include "ui/importing/ImportTexts.h"
 
 namespace ui {

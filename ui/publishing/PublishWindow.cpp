@@ -169,10 +169,7 @@ void PublishWindow::showState() {
     const bool isAsking = m_phase == Phase::asking;
     if (auto* button = findControl(kPublishButton)) {
         button->SetText(core::tr(isModified() ? "Save and Publish"_tr : "Publish"_tr));
-        if (auto place = button->GetPlace()) {
-            place->left = place->right - (isModified() ? kSavingWidth : kUsualWidth);
-            button->SetPlace(*place);
-        }
+        button->SetFixedWidth(isModified() ? kSavingWidth : kUsualWidth);
         button->SetVisible(isAsking);
     }
     setTextOf(kState,
