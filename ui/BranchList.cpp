@@ -24,6 +24,7 @@
 #include "ui/EarlierVersions.h"
 #include "ui/NameList.h"
 #include "ui/SceneHints.h"
+#include "ui/SettingsWindow.h"
 #include "ui/VersionHistory.h"
 #include "ui/WindowContext.h"
 #include "ui/branch_editor/ActionPresenter.h"
@@ -259,7 +260,8 @@ bool BranchList::HandleMessage(const platform::Event& event) {
         m_isPointerUsed = event.kind != EventKind::keyDown;
     }
     if (m_parts && event.kind == EventKind::activated) {
-        if (isLanguageNew(context().services) && isFree() && !isAsking()) {
+        if (isLanguageNew(context().services) && isFree() && !isAsking() &&
+            !companions().has<SettingsWindow>()) {
             m_parts->visit.keepPlace();
             Close(1); // and is shown again
             return true;

@@ -35,11 +35,15 @@ bool Companions::open(std::shared_ptr<EditorWindow> window, std::u16string_view 
     return true;
 }
 
+bool Companions::isEnding(const EditorWindow& window) {
+    return window.GetNative() == nullptr || window.IsClosing();
+}
+
 bool Companions::bringToFront(EditorWindow& window) {
-    platform::NativeWindow* native = window.GetNative();
-    if (native == nullptr || window.IsClosing()) {
+    if (isEnding(window)) {
         return false;
     }
+    platform::NativeWindow* native = window.GetNative();
     native->setEnabled(true); // asked for, even while the screen asks a question
     native->activate();
     return true;

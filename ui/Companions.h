@@ -2,6 +2,7 @@
 // loop, stand above it, and end with it. UI thread only.
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -33,6 +34,13 @@ public:
         }
         return open(Window::create(context), title);
     }
+    /// Whether a Window is open; one that is closing is not.
+    template <class Window>
+    [[nodiscard]] bool has() const {
+        return std::any_of(m_windows->begin(), m_windows->end(), [](const auto& open) {
+            return dynamic_cast<Window*>(open.get()) != nullptr && !isEnding(*open);
+        });
+    }
     /// The window that the list of keys was asked for in, as the manual names it.
     void setHelped(std::string window) { m_helped = std::move(window); }
     [[nodiscard]] const std::string& helped() const { return m_helped; }
@@ -60,6 +68,7 @@ private:
     using Windows = std::vector<std::shared_ptr<EditorWindow>>;
 
     bool open(std::shared_ptr<EditorWindow> window, std::u16string_view title);
+    static bool isEnding(const EditorWindow& window);
     /// False for one that is closing.
     static bool bringToFront(EditorWindow& window);
 

@@ -27,6 +27,7 @@
 #include "toolkit/window/Notification.h"
 #include "ui/ChosenLanguage.h"
 #include "ui/Controls.h"
+#include "ui/SettingsWindow.h"
 #include "ui/WindowContext.h"
 #include "ui/branch_editor/FlagScope.h"
 #include "ui/commands/CommandSet.h"
@@ -209,7 +210,8 @@ void OpenScene::Notify(toolkit::TNotifyUI& message) {
 
 bool OpenScene::MessageHandler(const platform::Event& event) {
     using platform::Key;
-    if (event.kind == platform::EventKind::activated && isLanguageNew(context().services)) {
+    if (event.kind == platform::EventKind::activated && isLanguageNew(context().services) &&
+        !companions().has<SettingsWindow>()) {
         context().state.openSceneRequest = true;
         Close(1);
         return true;

@@ -36,15 +36,8 @@ std::string treeIn(const std::string& folder) {
 
 void ScenesPlace::show() {
     showFolder(scene::kScenesFolder);
-    toolkit::CControlUI* field = m_controls.find(kField);
     toolkit::CControlUI* button = m_controls.find(kButton);
-    if (field == nullptr || button == nullptr || !field->GetPlace() || !button->GetPlace()) {
-        return;
-    }
-    if (m_context.services.installation.folder.empty()) {
-        platform::Rect place = *field->GetPlace();
-        place.right = button->GetPlace()->right;
-        field->SetPlace(place);
+    if (button != nullptr && m_context.services.installation.folder.empty()) {
         button->SetVisible(false);
     }
 }
