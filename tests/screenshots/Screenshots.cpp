@@ -92,9 +92,9 @@ public:
         branchEditor();
         if (!m_plain) { // it has pictures of clips
             map();
-            preview();
             m_good = m_services.sceneSession->load(kScene) && m_good;
             takeTour({1366, 728}, 1);
+            preview();
         }
         emptyStates();
         zoneEditor("ZoneEdit");

@@ -84,7 +84,7 @@ constexpr const char* kPseudo = "Pseudo";
 /// Widths that translators keep to, which a language made by rule cannot: of the cards, the tools,
 /// the labels before fields, and of sentences that fill a line.
 bool hasFixedWidth(const CControlUI& control) {
-    constexpr int kWidestLabel = 62;
+    constexpr int kWidestLabel = 160;
     constexpr std::size_t kSentence = 48;
     constexpr std::u16string_view kNames[] = {
         u"ButtonAddBranch",      u"CheckFirst",         u"ButtonLeadsHere",

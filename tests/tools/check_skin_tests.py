@@ -69,7 +69,7 @@ class SkinTest(unittest.TestCase):
             ("NewScene.xml", 'bkcolor="tip"', 'bkcolor="#FFC1E3FF"', "ToolTip: normal: contrast 1.3"),
             ("ZoneEdit.xml", 'label="Zone name"', "", "EditZone: no label"),
             ("Confirmation.xml", 'tooltip="Go ahead"', "", "ButtonYes: no tool tip"),
-            ("Confirmation.xml", 'pos="228,121', 'pos="428,121', "is not inside the window"),
+            ("Confirmation.xml", 'pos="64,53,340', 'pos="464,53,340', "is not inside the window"),
             ("ZoneEdit.xml", 'readonly="true"', 'readonlyy="true"', "has no attribute readonlyy"),
             ("ZoneEdit.xml", '<Control pos', '<Contrl pos', "<Contrl> is no element"),
             ("ZoneEdit.xml", "<Label pos", "<Label><Label pos", "mismatched tag"),

@@ -43,7 +43,7 @@ class BranchEditorMenu : public test::BranchEditorTest {
 protected:
     /// Opens the settings from the menu, by keys alone.
     test::WindowDriver openSettings() {
-        m_driver->press(Key::menu);
+        m_driver->click(u"ButtonMenu");
         m_driver->type(u"s");
         m_driver->press(Key::enter);
         test::pump();
