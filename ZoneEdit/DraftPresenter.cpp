@@ -9,7 +9,7 @@
 #include "scene/SceneManager.h"
 #include "ui/DraftTexts.h"
 #include "ui/commands/CommandSet.h"
-#include "ui/commands/ZoneEditorCommands.h"
+#include "ui/commands/CommonCommands.h"
 
 namespace zoneedit {
 

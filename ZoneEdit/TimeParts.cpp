@@ -1,9 +1,8 @@
 #include "ZoneEdit/TimeParts.h"
 
-#include <utility>
-
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ui/commands/CommandSet.h"
+#include "ui/commands/CommonCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
 #include "video/CVideoUI.h"
 

@@ -8,6 +8,7 @@
 #include "core/Paths.h"
 #include "recovery/Backups.h"
 #include "zone/Scale.h"
+#include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
 namespace zoneedit {

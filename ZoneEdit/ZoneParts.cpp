@@ -9,7 +9,6 @@
 #include "core/Text.h"
 #include "core/Texts.h"
 #include "player/Clip.h"
-#include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/commands/CommandSet.h"

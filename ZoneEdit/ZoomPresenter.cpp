@@ -13,7 +13,6 @@
 #include "ZoneEdit/Loupe.h"
 #include "ZoneEdit/Overview.h"
 #include "ZoneEdit/ZoneEditControls.h"
-#include "core/Text.h"
 #include "core/Texts.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"

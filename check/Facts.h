@@ -2,7 +2,6 @@
 // reads them, away from the UI thread.
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <map>
 #include <memory>

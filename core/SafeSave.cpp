@@ -7,6 +7,7 @@
 #include "core/Reason.h"
 #include "core/Services.h"
 #include "core/StandardError.h"
+#include "core/Texts.h"
 
 namespace core {
 namespace {

@@ -15,6 +15,7 @@
 #include "import/Look.h"
 #include "import/Names.h"
 #include "import/Plan.h"
+#include "import/Source.h"
 #include "import/ZoneMapping.h"
 #include "jobs/VideoImport.h"
 #include "platform/Geometry.h"

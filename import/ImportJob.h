@@ -5,13 +5,11 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
 
 #include "import/Converter.h"
 #include "import/ConverterRun.h"
 #include "import/ImportTypes.h"
-#include "import/Source.h"
 #include "platform/FileSystem.h"
 
 namespace imports {

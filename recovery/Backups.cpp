@@ -11,6 +11,7 @@
 #include "core/Paths.h"
 #include "core/Reason.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "jobs/VideoImport.h"
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"

@@ -12,6 +12,7 @@
 #include "core/Reason.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "core/WholeFile.h"
 #include "recovery/Places.h"
 

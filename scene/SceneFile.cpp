@@ -13,6 +13,7 @@
 #include "core/ReplacedFiles.h"
 #include "core/SafeSave.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "core/WholeFile.h"
 #include "platform/FileSystem.h"
 #include "scene/Branch.h"

@@ -7,6 +7,7 @@
 #include "core/Text.h"
 #include "core/Translations.h"
 #include "platform/Gui.h"
+#include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "ui/BranchList.h"
 #include "ui/BranchListParts.h"
@@ -24,6 +25,7 @@
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/tour/TourPresenter.h"
 
 namespace ui {
 

@@ -1,7 +1,6 @@
 // Shows as the tool tip of an editor's saved state why unsaved work cannot be kept. UI thread only.
 #pragma once
 
-#include "core/FileError.h"
 #include "edit/Observers.h"
 #include "recovery/Drafts.h"
 #include "ui/Controls.h"

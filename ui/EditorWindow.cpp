@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "app/state/Installation.h"
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
 #include "core/Paths.h"

@@ -1,5 +1,6 @@
 #include "ui/Manual.h"
 
+#include "app/state/Installation.h"
 #include "app/state/SharedServices.h"
 #include "core/Paths.h"
 #include "core/Services.h"

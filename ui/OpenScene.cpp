@@ -26,6 +26,7 @@
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
 #include "ui/ChosenLanguage.h"
+#include "ui/Companions.h"
 #include "ui/Controls.h"
 #include "ui/SettingsWindow.h"
 #include "ui/WindowContext.h"

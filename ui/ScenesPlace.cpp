@@ -11,7 +11,6 @@
 #include "core/Texts.h"
 #include "platform/FileDialog.h"
 #include "platform/FileSystem.h"
-#include "platform/Geometry.h"
 #include "scene/SceneFolders.h"
 #include "toolkit/controls/CControlUI.h"
 #include "ui/FileChoice.h"

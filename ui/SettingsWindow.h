@@ -2,7 +2,6 @@
 // change counts at once.
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>

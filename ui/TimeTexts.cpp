@@ -4,7 +4,6 @@
 #include <cstddef>
 
 #include "core/Services.h"
-#include "core/Text.h"
 #include "core/Texts.h"
 #include "platform/Clock.h"
 

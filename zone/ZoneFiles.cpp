@@ -16,6 +16,7 @@
 #include "core/Services.h"
 #include "core/StandardError.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "core/WholeFile.h"
 #include "platform/FileSystem.h"
 #include "zone/ChunkReader.h"

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "ZoneEdit/NoticePresenter.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "tests/support/TempFolder.h"
 

@@ -9,7 +9,6 @@
 #include "app/services/StartFolder.h"
 #include "app/services/Startup.h"
 #include "core/Services.h"
-#include "core/Texts.h"
 #include "core/Translations.h"
 #include "tests/support/FaultyFileSystem.h"
 #include "tests/support/TempFolder.h"

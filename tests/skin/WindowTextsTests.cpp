@@ -1,12 +1,10 @@
 // What the editor's windows show while they are used: every text comes from the catalogue. The
 // scene's own names are digits, so that all letters are the program's.
 #include <algorithm>
-#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <regex>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "ZoneEdit/CurrentZones.h"
@@ -14,13 +12,10 @@
 #include "core/Services.h"
 #include "core/Text.h"
 #include "core/Texts.h"
-#include "core/Translations.h"
 #include "import/Converter.h"
 #include "import/ImportTypes.h"
 #include "publish/PublishJob.h"
 #include "recovery/Backups.h"
-#include "recovery/Drafts.h"
-#include "scene/Action.h"
 #include "scene/SceneFolders.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FixedClock.h"
@@ -29,7 +24,6 @@
 #include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/MenuPopup.h"
 #include "ui/BranchList.h"
-#include "ui/Confirmation.h"
 #include "ui/EarlierVersions.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"

@@ -17,7 +17,6 @@
 #include "recovery/Drafts.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
-#include "tests/support/windows/Answering.h"
 #include "tests/support/windows/EditorTest.h"
 #include "tests/ui/BranchListFixture.h"
 #include "toolkit/controls/CComboUI.h"

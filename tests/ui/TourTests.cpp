@@ -6,7 +6,6 @@
 #include <string_view>
 #include <tuple>
 #include <utility>
-#include <vector>
 
 #include "core/EditorSettings.h"
 #include "core/Text.h"

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/Geometry.h"
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/layout/BoxLayout.h"

@@ -1,7 +1,6 @@
 #include "tools/inspect/CvatCommand.h"
 
 #include <array>
-#include <cstddef>
 #include <memory>
 #include <optional>
 #include <sstream>

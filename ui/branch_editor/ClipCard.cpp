@@ -2,7 +2,6 @@
 
 #include <string_view>
 
-#include "core/Text.h"
 #include "core/Texts.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"

@@ -2,11 +2,9 @@
 // size of its picture and, where the window has room, of its file. UI thread only.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 
-#include "platform/Geometry.h"
 #include "stills/Still.h"
 #include "stills/StillService.h"
 #include "ui/Controls.h"

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <utility>
 
-#include "core/Text.h"
 #include "edit/History.h"
 #include "map/MapLayout.h"
 #include "scene/SceneChange.h"

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "import/Converter.h"
-#include "import/ConverterRun.h"
 #include "platform/FileSystem.h"
 #include "platform/ThreadAnnotations.h"
+#include "publish/PublishFolder.h"
 #include "src/TheoraMutex.h"
 
 namespace ui {

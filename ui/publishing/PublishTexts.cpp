@@ -4,7 +4,6 @@
 #include "core/Texts.h"
 #include "scene/SceneSession.h"
 #include "ui/FigureTexts.h"
-#include "ui/importing/ImportTexts.h"
 
 namespace ui {
 std::u16string publishFindingsText(std::size_t count) {

@@ -1,6 +1,7 @@
 #include "ui/publishing/PublishWindow.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -11,10 +12,11 @@
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "core/Texts.h"
+#include "import/Converter.h"
+#include "import/ConverterRun.h"
 #include "import/ImportQueue.h"
 #include "platform/Desktop.h"
 #include "platform/FileDialog.h"
-#include "platform/Geometry.h"
 #include "platform/Gui.h"
 #include "publish/PageText.h"
 #include "publish/PublishFolder.h"
