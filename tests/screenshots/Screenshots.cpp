@@ -87,7 +87,7 @@ public:
         take<ui::NewScene>("NewScene", [](test::WindowDriver& driver) {
             driver.retype(u"EditSceneName", u"Ladder Inspection");
         });
-        take<ui::SettingsWindow>("Settings");
+        settings("Settings");
         take<ui::KeysWindow>("Keys");
         branchEditor();
         if (!m_plain) { // it has pictures of clips
@@ -129,7 +129,7 @@ public:
         m_gui.windows().setZoom(2);
         take<ui::OpenScene>("OpenScene@200");
         take<ui::NewScene>("NewScene@200");
-        take<ui::SettingsWindow>("Settings@200");
+        settings("Settings@200");
         take<ui::KeysWindow>("Keys@200");
         m_gui.windows().setZoom(1);
     }
@@ -306,6 +306,14 @@ private:
         test::WindowDriver driver(*window);
         act(driver);
         shoot(name, *window);
+    }
+
+    /// With the place of scenes that an author would see.
+    void settings(const std::string& name) {
+        take<ui::SettingsWindow>(name, [](test::WindowDriver& driver) {
+            driver.get(u"EditScenesFolder")
+                .SetText(u"/home/anna/.local/share/quorvel/Programs/Quorvel/Scenes");
+        });
     }
 
     void branchEditor() {
