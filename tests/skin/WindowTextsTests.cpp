@@ -45,7 +45,7 @@ constexpr const char* kClip = "2.ogv";
 
 /// What stays as it is in every language: keys of one letter, F1 to F12, files, folders, names.
 const std::regex kNoTexts(
-    R"(\b[A-Z]\b|\bF\d+\b|[\w/.\\:-]*\.(ogv|mp4|mov|js|html)\b|Quorvel|[\w/.\\:-]*ffmpeg|/[\w/.-]*|)"
+    R"(\b[A-Z]\b|\bF\d+\b|[\w/.\\:-]*\.(ogv|mp4|mov|js|html)\b|Quorvel|[\w/.\\:-]*ffmpeg|([A-Z]:)?[\\/][\w\\/.-]*|)"
     "Pseudo|English|Deutsch|Fran\xC3\xA7"
     "ais|Espa\xC3\xB1ol|Nederlands");
 
