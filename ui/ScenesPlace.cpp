@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "app/state/Installation.h"
+#include "app/state/ProductTree.h"
 #include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
 #include "core/Paths.h"
@@ -21,14 +22,13 @@ namespace {
 constexpr std::u16string_view kField = u"EditScenesFolder";
 constexpr std::u16string_view kButton = u"ButtonScenesFolder";
 constexpr std::u16string_view kHint = u"LabelScenesFolder";
-constexpr const char* kTreeName = "Quorvel";
-constexpr const char* kWorkingFolder = "Programs/Quorvel/";
 
 /// The tree that the author means by a folder: one that is there, or a new one in it.
 std::string treeIn(const std::string& folder) {
-    const bool isTree = core::lowerCase(core::fileName(folder)) == core::lowerCase(kTreeName) ||
-                        core::isFolder(core::withSeparator(folder) + kWorkingFolder);
-    return isTree ? folder : core::withSeparator(folder) + kTreeName;
+    const bool isTree =
+        core::lowerCase(core::fileName(folder)) == core::lowerCase(app_state::kProductTree) ||
+        core::isFolder(core::withSeparator(folder) + app_state::kTreeWorkingFolder);
+    return isTree ? folder : core::withSeparator(folder) + app_state::kProductTree;
 }
 
 } // namespace
@@ -64,7 +64,8 @@ void ScenesPlace::choose(platform::NativeWindow* owner, Companions& beside) {
     core::createFolders(*core::services().fileSystem, installation.placeFile);
     if (core::EditorSettings(installation.placeFile)
             .set(app_state::Installation::kFolderKey, tree)) {
-        showFolder(core::withSeparator(tree) + kWorkingFolder + scene::kScenesFolder);
+        showFolder(core::withSeparator(tree) + app_state::kTreeWorkingFolder + "/" +
+                   scene::kScenesFolder);
         m_controls.setText(kHint,
                            core::tr("From the next start on. Your scenes stay where they are."_tr));
     } else {

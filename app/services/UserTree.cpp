@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "app/state/Installation.h"
+#include "app/state/ProductTree.h"
 #include "core/EditorSettings.h"
 #include "core/Log.h"
 #include "core/Paths.h"
@@ -16,8 +17,6 @@ namespace app {
 namespace {
 
 constexpr const char* kSharedFile = "AllUsers.ini";
-constexpr const char* kProduct = "Quorvel";
-constexpr const char* kWorkingFolder = "Programs/Quorvel";
 constexpr const char* kSettings = "Settings/Settings.ini";
 constexpr int kMaxDepth = 8;
 
@@ -60,7 +59,8 @@ Place placeOf(const std::string& programFolder, const platform::UserFolders& use
             return place;
         }
     }
-    return {user.documents.empty() ? std::string() : in(user.documents, kProduct), {}};
+    return {user.documents.empty() ? std::string() : in(user.documents, app_state::kProductTree),
+            {}};
 }
 
 bool isAbsolute(const std::string& path) {
@@ -103,17 +103,22 @@ std::string copyTo(const std::string& from, const std::string& to, int depth = 0
 std::string makeScenes(const std::string& from, const std::string& workingFolder) {
     const std::string scenes = in(workingFolder, scene::kScenesFolder);
     const auto isDone = [&] { return core::isFolder(scenes) || !core::isFolder(from); };
+    if (isDone()) {
+        return {};
+    }
     int error = 0;
     // Of two programs that start at once, one makes the scenes of both.
-    const auto lock =
-        isDone() ? nullptr : files().lockFile(in(workingFolder, "Scenes.lock"), error);
-    if (!lock || isDone()) {
+    const auto lock = files().lockFile(in(workingFolder, "Scenes.lock"), error);
+    if (!lock) {
         return error != 0 ? files().errorText(error) : std::string();
     }
-    std::string failure = copyTo(from, scenes + ".part");
-    if (failure.empty() && !files().replaceFile(scenes + ".part", scenes, error) &&
-        !core::isFolder(scenes)) {
-        failure = files().errorText(error);
+    std::string failure;
+    if (!isDone()) {
+        failure = copyTo(from, scenes + ".part");
+        if (failure.empty() && !files().replaceFile(scenes + ".part", scenes, error) &&
+            !core::isFolder(scenes)) {
+            failure = files().errorText(error);
+        }
     }
     lock->remove();
     return failure;
@@ -121,7 +126,7 @@ std::string makeScenes(const std::string& from, const std::string& workingFolder
 
 /// Returns why it failed.
 std::string prepare(const std::string& programFolder, const std::string& tree) {
-    const std::string workingFolder = in(tree, kWorkingFolder);
+    const std::string workingFolder = in(tree, app_state::kTreeWorkingFolder);
     const std::string settings = in(tree, kSettings);
     const std::string given = in(programFolder, "../../Template");
     core::createFolders(files(), in(workingFolder, {}));
@@ -130,8 +135,8 @@ std::string prepare(const std::string& programFolder, const std::string& tree) {
     if (!core::isFolder(workingFolder) && !files().createFolder(workingFolder, error)) {
         return files().errorText(error);
     }
-    std::string failure =
-        makeScenes(in(in(given, kWorkingFolder), scene::kScenesFolder), workingFolder);
+    std::string failure = makeScenes(
+        in(in(given, app_state::kTreeWorkingFolder), scene::kScenesFolder), workingFolder);
     if (failure.empty() && core::isFile(in(given, kSettings)) && !core::isFile(settings)) {
         failure = copyFile(in(given, kSettings), settings);
     }
@@ -153,7 +158,7 @@ UserTree prepareUserTree(const std::string& programFolder, const platform::UserF
     const std::string failure =
         isAbsolute(folder) ? prepare(programFolder, folder) : "It has to be a full path.";
     if (failure.empty()) {
-        return {in(folder, kWorkingFolder), {}};
+        return {in(folder, app_state::kTreeWorkingFolder), {}};
     }
     UserTree none;
     none.problem =
