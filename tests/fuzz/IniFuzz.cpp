@@ -1,12 +1,14 @@
 // Any bytes as a translation file and as a settings file. A text comes from
-// one line of the file, whatever the others hold.
+// one line of the file, whatever the others hold; the window's texts can be had from any.
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "core/IniLines.h"
 #include "core/Settings.h"
+#include "core/Texts.h"
 #include "core/Translations.h"
 #include "tests/fuzz/FuzzServices.h"
 #include "tests/fuzz/Require.h"
@@ -14,6 +16,17 @@
 namespace {
 
 using fuzz::require;
+
+/// What every language does: places, counts, keys and layouts.
+void showTexts(const std::shared_ptr<const core::Translations>& translations) {
+    core::setTexts(translations);
+    (void)core::tr("Zone|Following \"{0}\": frame {1}"_tr, u"name", 7);
+    for (const std::size_t count : {0U, 1U, 2U}) {
+        (void)core::tr("Zone|{0} frame|{0} frames"_trn, count, u"name");
+    }
+    require(core::trLayout("`Zone", u"Zone (Ctrl+Z)").ends_with(u")"));
+    core::setTexts(nullptr);
+}
 
 void readBothWays(support::MemoryFileSystem& files, const std::string& text) {
     files.files["/home/T.ini"] = text;
@@ -23,6 +36,7 @@ void readBothWays(support::MemoryFileSystem& files, const std::string& text) {
     require(translations->translate("").empty());
     const std::string found = translations->translate("Zone");
     require(found == "Zone" || found == translations->translate("zONE"));
+    showTexts(translations);
     const auto settings = core::Settings::create("T.ini");
     if (settings) {
         (void)settings->getString("", "language", "English");
