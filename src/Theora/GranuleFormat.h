@@ -18,6 +18,8 @@ public:
     [[nodiscard]] std::int64_t frameOf(std::int64_t granule) const;
     /// Number of the keyframe the frame depends on.
     [[nodiscard]] std::int64_t keyframeOf(std::int64_t granule) const;
+    /// How far apart keyframes can be.
+    [[nodiscard]] std::int64_t longestGroup() const { return std::int64_t{1} << m_shift; }
     /// Adds `count` to every number: for streams whose first frame number would be negative.
     void shiftNumbers(std::int64_t count) { m_offset += count; }
 

@@ -1,6 +1,5 @@
 #include "src/Theora/StepBackDecoder.h"
 
-#include <algorithm>
 #include <chrono>
 #include <exception>
 
@@ -11,8 +10,6 @@
 namespace theora {
 namespace {
 
-constexpr std::int64_t kMaxBehind =
-    256; // frames; with small pictures the cache could hold far more
 constexpr std::chrono::milliseconds kPollInterval{1}; // between two calls of giveUp
 
 } // namespace
@@ -21,7 +18,8 @@ StepBackDecoder::StepBackDecoder(SharedSource& source, const TheoraHeaders& head
                                  const StreamLayout& layout, const GranuleFormat& format,
                                  PlaneCache& cache)
     : m_source(source), m_headers(headers), m_layout(layout), m_format(format), m_cache(cache),
-      m_stop([this] { return !isRunning() || m_useless.load(); }) {}
+      m_stop([this] { return !isRunning() || m_useless.load(); }),
+      m_plan(cache, layout.firstFrame, format.longestGroup()) {}
 
 StepBackDecoder::~StepBackDecoder() {
     stop();
@@ -53,7 +51,7 @@ void StepBackDecoder::moveTo(std::int64_t frame) {
     }
     m_useless.store(true);
     m_wanted = false;
-    m_filling = false;
+    m_plan.reset();
 }
 
 bool StepBackDecoder::isOnTheWayTo(std::int64_t frame) const {
@@ -71,22 +69,6 @@ bool StepBackDecoder::waitFor(std::int64_t frame, const StopCheck& giveUp) {
     return true;
 }
 
-std::int64_t StepBackDecoder::chooseGoal() {
-    const std::int64_t window = std::min<std::int64_t>(m_cache.behind(), kMaxBehind);
-    const std::int64_t lowest = std::max(m_centre - window, m_layout.firstFrame);
-    const std::int64_t missing = m_cache.firstMissingBelow(m_centre, lowest);
-    if (missing < lowest) { // or the cache's window has moved on with playback
-        m_filling = false;
-        return -1;
-    }
-    // A whole group must be decoded, which pays off only when much of the window is empty.
-    if (!m_filling && m_centre - missing > window / 2) {
-        return -1;
-    }
-    m_filling = true;
-    return missing;
-}
-
 bool StepBackDecoder::waitForGoal(std::int64_t& goal) {
     const TheoraLock lock(m_mutex);
     for (;;) {
@@ -96,7 +78,7 @@ bool StepBackDecoder::waitForGoal(std::int64_t& goal) {
             return false;
         }
         if (m_wanted) {
-            m_goal = goal = chooseGoal();
+            m_goal = goal = m_plan.goalBelow(m_centre);
             if (goal >= 0) {
                 m_useless.store(false);
                 return true;
@@ -132,6 +114,7 @@ void StepBackDecoder::keepPicture(std::int64_t number) {
     {
         const TheoraLock lock(m_mutex);
         m_at = number;
+        m_plan.passed(number);
     }
     m_progress.notify_all();
 }

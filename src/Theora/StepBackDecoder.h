@@ -10,6 +10,7 @@
 #include "src/Theora/PageReader.h"
 #include "src/Theora/PictureDecoder.h"
 #include "src/Theora/PlaneCache.h"
+#include "src/Theora/StepBackPlan.h"
 #include "src/TheoraMutex.h"
 #include "src/TheoraThread.h"
 
@@ -39,7 +40,6 @@ protected:
 
 private:
     [[nodiscard]] bool waitForGoal(std::int64_t& goal) EXCLUDES(m_mutex);
-    [[nodiscard]] std::int64_t chooseGoal() REQUIRES(m_mutex);
     void work(std::int64_t goal) EXCLUDES(m_mutex);
     void keepPicture(std::int64_t number) EXCLUDES(m_mutex);
     [[nodiscard]] bool isOnTheWayTo(std::int64_t frame) const REQUIRES(m_mutex);
@@ -56,11 +56,11 @@ private:
     TheoraMutex m_mutex;
     TheoraCondition m_changed;
     TheoraCondition m_progress;
+    StepBackPlan m_plan GUARDED_BY(m_mutex);
     std::int64_t m_centre GUARDED_BY(m_mutex) = 0;
     std::int64_t m_goal GUARDED_BY(m_mutex) = -1; ///< target frame, -1 = none
     std::int64_t m_at GUARDED_BY(m_mutex) = -1;   ///< last frame decoded on the way, -1 = none yet
     bool m_wanted GUARDED_BY(m_mutex) = false;    ///< prepare() was called and is still valid
-    bool m_filling GUARDED_BY(m_mutex) = false;   ///< filling until the window is full
 };
 
 } // namespace theora

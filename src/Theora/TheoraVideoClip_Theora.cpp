@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "src/Theora/OggHandles.h"
+#include "src/Theora/StepBackPlan.h"
 #include "src/Theora/StreamScan.h"
 #include "src/TheoraDataSource.h"
 #include "src/TheoraFrameQueue.h"
@@ -20,9 +21,6 @@ namespace {
 
 constexpr std::size_t kCacheBytes = 128'000'000; // includes the picture converted ahead
 constexpr std::size_t kMaxBytesPerPixel = 4;
-// On the way to a distant frame only the last ones are cached: copying all would add noticeably to
-// decoding. The step-back decoder gets the others while the frame is on the screen.
-constexpr std::int64_t kKeptBefore = 12;
 constexpr std::int64_t kLookAhead = 24; // frames: two steps of ten, and some
 constexpr float kSoundAhead = 0.5F;     // seconds of sound decoded ahead of the pictures
 
@@ -69,6 +67,9 @@ void TheoraVideoClip_Theora::makeDecoders() {
     m_cache = std::make_unique<PlaneCache>(kCacheBytes - std::min(convertedBytes, kCacheBytes),
                                            static_cast<int>(info.frame_width),
                                            static_cast<int>(info.frame_height), shift.x, shift.y);
+    // The step-back decoder gets those further back while the frame is on the screen.
+    m_keptBefore =
+        StepBackPlan(*m_cache, m_layout.firstFrame, m_format->longestGroup()).keptBefore();
     m_stepBack = std::make_unique<StepBackDecoder>(*m_source, m_headers.theora, m_layout, *m_format,
                                                    *m_cache);
 }
@@ -144,7 +145,7 @@ bool TheoraVideoClip_Theora::deliverCached(std::int64_t number, bool realOnly) {
 
 // Only paused clips are stepped through.
 void TheoraVideoClip_Theora::keepPicture(std::int64_t number) {
-    if (getTimer().isPaused() && number >= m_centre - kKeptBefore && m_cache->wants(number)) {
+    if (getTimer().isPaused() && number >= m_centre - m_keptBefore && m_cache->wants(number)) {
         m_cache->store(number, m_decoder->picture());
     }
 }

@@ -66,8 +66,9 @@ private:
     std::unique_ptr<PictureDecoder> m_decoder GUARDED_BY(m_access);
     std::unique_ptr<AudioTrack> m_audio; ///< null: silent
     std::unique_ptr<PlaneCache> m_cache;
-    PictureDecoder::PictureSink m_keep;                ///< stores each decoded picture in the cache
-    int m_workingOn GUARDED_BY(m_access) = -1;         ///< the seek in progress
+    std::int64_t m_keptBefore = 0;             ///< pictures on the way to a frame that are cached
+    PictureDecoder::PictureSink m_keep;        ///< stores each decoded picture in the cache
+    int m_workingOn GUARDED_BY(m_access) = -1; ///< the seek in progress
     std::int64_t m_nextFrame GUARDED_BY(m_access) = 0; ///< the next to be delivered
     std::int64_t m_centre GUARDED_BY(m_access) = 0;    ///< the current frame
     bool m_goesBack GUARDED_BY(m_access) = false;      ///< the last seek went to an earlier frame

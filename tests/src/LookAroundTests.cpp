@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "src/Theora/StepBackDecoder.h"
+#include "src/Theora/StepBackPlan.h"
 #include "src/Theora/TheoraVideoClip_Theora.h"
 #include "tests/src/OpenedStream.h"
 #include "tests/src/PlaybackSession.h"
@@ -23,13 +24,17 @@ using theora::PlaneCache;
 constexpr int kSide = 16;
 constexpr std::size_t kPictureBytes = kSide * kSide * 3 / 2;
 
-/// Moves to `frame` and stores a picture for it whose samples are all `value`.
-void visit(PlaneCache& cache, int frame, int value) {
+/// Stores a picture whose samples are all `value`.
+void keep(PlaneCache& cache, int frame, int value) {
     const std::vector<std::uint8_t> samples(kSide * kSide, static_cast<std::uint8_t>(value));
     const theora::TheoraPlane luma{samples.data(), kSide, kSide, kSide};
     const theora::TheoraPlane chroma{samples.data(), kSide, kSide / 2, kSide / 2};
-    cache.setCentre(frame);
     cache.store(frame, {{luma, chroma, chroma}, 1, 1, 0});
+}
+
+void visit(PlaneCache& cache, int frame, int value) {
+    cache.setCentre(frame);
+    keep(cache, frame, value);
 }
 
 int valueOf(const PlaneCache& cache, int frame) {
@@ -60,6 +65,80 @@ TEST(PlaneCache, KeepsTheWindowAroundTheCentreWithinItsMemoryAndWhatIsHeld) {
     EXPECT_EQ(cache.firstMissingBelow(190, 0), 179);
 }
 
+/// A key that is held after a jump into a clip, while the step-back decoder gets on by so many
+/// frames from one step to the next.
+class HeldKey {
+public:
+    HeldKey(int pictures, int group, int speed)
+        : m_cache(kPictureBytes * static_cast<std::size_t>(pictures), kSide, kSide, 1, 1),
+          m_plan(m_cache, 0, group), m_group(group), m_speed(speed) {}
+
+    void goBackFrom(int frame) {
+        m_cache.setCentre(frame);
+        for (int kept = frame / m_group * m_group; kept <= frame; ++kept) {
+            if (kept >= frame - m_plan.keptBefore()) {
+                keep(m_cache, kept, 0);
+            }
+        }
+        for (m_shown = frame; m_shown > 0;) {
+            for (int i = 0; i < m_speed; ++i) {
+                decode();
+            }
+            m_cache.setCentre(--m_shown);
+            while (!m_cache.find(m_shown)) {
+                ++waited;
+                ASSERT_TRUE(decode());
+            }
+        }
+    }
+
+    int waited = 0;  ///< frames that were decoded while a step waited
+    int decoded = 0; ///< all of them
+
+private:
+    bool decode() {
+        if (m_goal < 0) {
+            m_goal = static_cast<int>(m_plan.goalBelow(m_shown));
+            m_at = m_goal / m_group * m_group;
+        }
+        if (m_goal < 0) {
+            return false;
+        }
+        ++decoded;
+        m_plan.passed(m_at);
+        keep(m_cache, m_at, 0);
+        m_goal = m_at++ < m_goal ? m_goal : -1;
+        return true;
+    }
+
+    PlaneCache m_cache;
+    theora::StepBackPlan m_plan;
+    int m_group;
+    int m_speed;
+    int m_shown = 0;
+    int m_goal = -1;
+    int m_at = 0;
+};
+
+TEST(StepBackPlan, HasThePicturesOfAHeldKeyReadyWithoutDecodingOverAndOver) {
+    constexpr int kLarge = 39;  // pictures that fit, of 1920 x 1080
+    constexpr int kMiddle = 90; // of 1280 x 720
+    constexpr struct {
+        int pictures;
+        int group;
+        int speed;
+        int decodedForAStep;
+    } kCases[] = {{kMiddle, 12, 7, 2},   {kMiddle, 64, 7, 2},  {kMiddle, 256, 7, 4},
+                  {kMiddle, 256, 40, 5}, {kLarge, 256, 14, 8}, {kLarge, 64, 40, 4}};
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(testing::Message() << c.pictures << " " << c.group << " " << c.speed);
+        HeldKey key(c.pictures, c.group, c.speed);
+        key.goBackFrom(1000);
+        EXPECT_EQ(key.waited, 0);
+        EXPECT_LE(key.decoded, 1000 * c.decodedForAStep);
+    }
+}
+
 /// Frames of about 4 kB in groups of 100.
 support::Bytes longGroups() {
     return support::makeClip(
@@ -82,6 +161,27 @@ TEST(LookAround, AStandingClipDecodesAheadOfItsQueue) {
     for (const int frame : {20, 30, 9, 19, 13, 34}) {
         clip.requestSeek(frame);
         ASSERT_TRUE(clip.decodeOnWorker()) << frame;
+        const theora::TheoraVideoFrame* shown = clip.peekReadyFrame();
+        ASSERT_NE(shown, nullptr) << frame;
+        EXPECT_EQ(pictureNumber(*shown), frame);
+        clip.releaseShownFrame();
+    }
+}
+
+TEST(LookAround, AJumpIntoALongGroupKeepsWhatAHeldKeyNeedsNext) {
+    const std::thread::id worker = std::this_thread::get_id();
+    std::atomic<bool> isThere{false};
+    theora::TheoraWorkSignal signal;
+    theora::TheoraVideoClip_Theora clip(
+        std::make_unique<MemorySource>(
+            longGroups(), [&] { return std::this_thread::get_id() == worker && !isThere.load(); }),
+        theora::TheoraOutputMode::TH_RGB, 4, false, signal, nullptr);
+    clip.load();
+    clip.getTimer().pause();
+    for (int frame = 90; frame > 72; --frame) {
+        clip.requestSeek(frame);
+        ASSERT_TRUE(clip.decodeOnWorker()) << frame;
+        isThere.store(true);
         const theora::TheoraVideoFrame* shown = clip.peekReadyFrame();
         ASSERT_NE(shown, nullptr) << frame;
         EXPECT_EQ(pictureNumber(*shown), frame);
