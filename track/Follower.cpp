@@ -37,15 +37,29 @@ constexpr double kLeastInside = 0.4;
 constexpr double kLeastLikeness = 0.25; ///< of the first step, else nothing can be followed
 constexpr int kLearning = 3;            ///< steps until the usual likeness is known
 constexpr double kForgetting = 0.05;
-constexpr float kTrusting = 0.25F; ///< share of what the last step says about a sample
-constexpr double kRenewed = 0.25;  ///< change of scale, as a logarithm, for a new reference
-constexpr double kWhole = 0.85;    ///< of the thing seen, for a new reference
+constexpr float kTrusting = 0.25F;        ///< share of what the last step says about a sample
+constexpr double kRenewed = 0.25;         ///< change of scale, as a logarithm, for a new reference
+constexpr double kWhole = 0.85;           ///< of the thing seen, for a new reference
+constexpr std::size_t kMostCorners = 256; ///< that are looked at of a polygon
+constexpr double kFarthest = 100'000;     ///< pixels
+
+/// What tells the form of a polygon, whatever a file holds.
+Polygon formOf(const Polygon& polygon) {
+    const std::size_t step = polygon.size() / (kMostCorners + 1) + 1;
+    Polygon form;
+    for (std::size_t i = 0; i < polygon.size(); i += step) {
+        form.push_back({std::clamp(polygon[i].x, -kFarthest, kFarthest),
+                        std::clamp(polygon[i].y, -kFarthest, kFarthest)});
+    }
+    return form;
+}
 
 } // namespace
 
-Follower::Follower(const GreyView& picture, const Polygon& polygon) : m_first(polygon) {
+Follower::Follower(const GreyView& picture, const Polygon& polygon)
+    : m_polygon(polygon), m_first(formOf(polygon)), m_shape(m_first) {
     m_now.build(picture);
-    m_reference = Appearance(m_now, polygon);
+    m_reference = Appearance(m_now, m_first);
     m_step.shape = polygon;
     m_step.match = 1;
     m_seenFor.fill(kOpen);
@@ -61,7 +75,7 @@ Step Follower::follow(const GreyView& picture) {
     std::swap(m_before, m_now);
     m_now.build(picture);
     ++m_steps;
-    const Point shift = findShift(m_before, m_now, m_step.shape);
+    const Point shift = findShift(m_before, m_now, m_shape);
     const Motion motion = fromBefore(shift);
     const Appearance::Found found = best(motion, shift);
     m_step.agreement = motion.agreement;
@@ -74,7 +88,8 @@ Step Follower::follow(const GreyView& picture) {
     const Warp before = m_toNow;
     m_toNow = found.warp * m_toReference;
     m_last = m_toNow * before.inverse();
-    m_step.shape = warped(m_toNow, m_first);
+    m_shape = warped(m_toNow, m_first);
+    m_step.shape = warped(m_toNow, m_polygon);
     if (m_doubts == 0) {
         learn(found);
         renewReference(found.match);
@@ -84,14 +99,14 @@ Step Follower::follow(const GreyView& picture) {
 
 Follower::Motion Follower::fromBefore(Point shift) const {
     const Warp toReference = m_toReference * m_toNow.inverse();
-    std::vector<Point> corners = findCorners(m_before, m_step.shape, kCorners);
+    std::vector<Point> corners = findCorners(m_before, m_shape, kCorners);
     // What is in front of the thing must not lead away from it.
     std::erase_if(corners, [&](Point corner) {
         return m_experience.covered.test(m_reference.blockAt(toReference(corner)));
     });
     const Consensus consensus =
         findConsensus(followPoints(m_before, m_now, corners, Warp::translation(shift.x, shift.y)));
-    if (consensus.inliers == 0 || !isPlausible(consensus.motion, m_step.shape, kGrowth)) {
+    if (consensus.inliers == 0 || !isPlausible(consensus.motion, m_shape, kGrowth)) {
         return {Warp::translation(shift.x, shift.y), 0};
     }
     return {consensus.motion,
@@ -101,7 +116,7 @@ Follower::Motion Follower::fromBefore(Point shift) const {
 bool Follower::isLikely(const Warp& fromReference) const {
     const Warp before = m_toNow * m_toReference.inverse();
     return isPlausible(fromReference, warped(m_toReference, m_first), kMostGrowth) &&
-           isPlausible(fromReference * before.inverse(), m_step.shape, kGrowth);
+           isPlausible(fromReference * before.inverse(), m_shape, kGrowth);
 }
 
 Warp Follower::expected(const Warp& motion) const {
@@ -148,7 +163,7 @@ Appearance::Found Follower::best(const Motion& motion, Point shift) const {
 
 bool Follower::isSteady(const Warp& fromReference, const Motion& motion) const {
     const Polygon polygon = warped(m_toReference, m_first);
-    const Box box = boundsOf(m_step.shape);
+    const Box box = boundsOf(m_shape);
     const double reach = kJump + kJumpShare * std::hypot(box.width(), box.height());
     const auto isNear = [&](const Warp& other) {
         return std::ranges::all_of(polygon, [&](Point corner) {
@@ -227,11 +242,11 @@ void Follower::learn(const Appearance::Found& found) {
 
 void Follower::renewReference(const Match& match) {
     const double before = signedArea(warped(m_toReference, m_first));
-    const double scale = std::sqrt(signedArea(m_step.shape) / before);
+    const double scale = std::sqrt(signedArea(m_shape) / before);
     if (std::abs(std::log(scale)) < kRenewed || match.seen < kWhole || match.inside < 0.95) {
         return;
     }
-    Appearance renewed(m_now, m_step.shape);
+    Appearance renewed(m_now, m_shape);
     if (renewed.showsAnything()) {
         m_reference = std::move(renewed);
         m_toReference = m_toNow;

@@ -42,7 +42,7 @@ struct Step {
 
 class Follower {
 public:
-    /// The polygon has at least three corners, and none is further than 100,000 pixels away.
+    /// The polygon has at least three corners, wherever they are.
     Follower(const GreyView& picture, const Polygon& polygon);
 
     /// The picture has the size of the first. After a sight other than kept, all steps say the
@@ -70,7 +70,9 @@ private:
     void learn(const Appearance::Found& found);
     void renewReference(const Match& match);
 
-    Polygon m_first;
+    Polygon m_polygon; ///< as it was given
+    Polygon m_first;   ///< its form
+    Polygon m_shape;   ///< that, where it was seen last
     Pyramid m_before;
     Pyramid m_now;
     Appearance m_reference;

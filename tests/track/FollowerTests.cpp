@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -31,6 +32,32 @@ TEST(FollowerTest, ThingsAreFollowedWhateverTheyDo) {
         }
         EXPECT_GE(least, 0.85) << nameOf(kind);
     }
+}
+
+TEST(FollowerTest, APolygonMayHaveAnyNumberOfCornersAnywhere) {
+    FollowedClip clip(ClipKind::zoom, 11);
+    const track::Polygon corners = clip.zone(0);
+    track::Polygon many;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const track::Point from = corners[i];
+        const track::Point to = corners[(i + 1) % corners.size()];
+        for (int part = 0; part < 100'000; ++part) {
+            many.push_back(
+                {std::lerp(from.x, to.x, part / 1e5), std::lerp(from.y, to.y, part / 1e5)});
+        }
+    }
+    track::Follower follower(clip.picture(0), many);
+    const track::Step step = follower.follow(clip.picture(1));
+    ASSERT_EQ(step.shape.size(), many.size());
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        EXPECT_NEAR(step.shape[i * 100'000].x, clip.zone(1)[i].x, 2);
+        EXPECT_NEAR(step.shape[i * 100'000].y, clip.zone(1)[i].y, 2);
+    }
+    track::Polygon far = corners;
+    far[1] = {2147483647.0, -2147483648.0};
+    const track::Step ofFar = track::Follower(clip.picture(0), far).follow(clip.picture(1));
+    EXPECT_EQ(ofFar.sight, Sight::kept);
+    EXPECT_NEAR(ofFar.shape[3].x, clip.zone(1)[3].x, 3);
 }
 
 TEST(FollowerTest, SoftThingsDoNotDrift) {
