@@ -211,12 +211,9 @@ void ImportQueue::takeLook(const ImportTask& task, bool isWhole) {
 }
 
 void ImportQueue::convert(ImportItem& item) {
-    item.state = ImportState::converting;
-    item.percent = 0;
-    item.secondsLeft = -1;
-    m_task = taskFor(item);
+    const std::shared_ptr<ImportTask> task = taskFor(item);
     m_converting.start(
-        [task = m_task, &files = m_files](jobs::BackgroundJob::Control& control) {
+        [task, &files = m_files](jobs::BackgroundJob::Control& control) {
             const ProgressSink onProgress = [&](int percent, double secondsLeft) {
                 task->percent = percent;
                 task->secondsLeft = secondsLeft;
@@ -226,6 +223,11 @@ void ImportQueue::convert(ImportItem& item) {
                                      [&control] { return control.isCancelled(); });
         },
         [this] { takeProgress(); }, [this](bool isWhole) { takeResult(isWhole); });
+    // Not before: without memory for the job, the item goes on waiting.
+    m_task = task;
+    item.state = ImportState::converting;
+    item.percent = 0;
+    item.secondsLeft = -1;
 }
 
 void ImportQueue::takeProgress() {

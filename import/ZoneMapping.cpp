@@ -17,17 +17,19 @@ namespace {
 using platform::Point;
 using platform::Rect;
 
-int mapSide(int value, int old, int scaled, int crop, int side, int frame) {
-    const double moved = static_cast<double>(value) * scaled / std::max(old, 1) - crop + side;
+/// `value`: any that a file may hold, from `start` of the old picture.
+int mapSide(int value, int start, int old, int scaled, int crop, int side, int frame) {
+    const double moved =
+        (static_cast<double>(value) - start) * scaled / std::max(old, 1) - crop + side;
     return static_cast<int>(std::lround(std::clamp(moved, 0.0, static_cast<double>(frame))));
 }
 
 } // namespace
 
 Point mapPoint(const Framing& framing, const Rect& old, Point point) {
-    return {mapSide(point.x - old.left, old.width(), framing.scaled.width, framing.crop.x,
+    return {mapSide(point.x, old.left, old.width(), framing.scaled.width, framing.crop.x,
                     framing.inFrame.x, framing.frame.width),
-            mapSide(point.y - old.top, old.height(), framing.scaled.height, framing.crop.y,
+            mapSide(point.y, old.top, old.height(), framing.scaled.height, framing.crop.y,
                     framing.inFrame.y, framing.frame.height)};
 }
 

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <chrono>
 #include <functional>
+#include <new>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -19,6 +20,7 @@
 #include "platform/Environment.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FaultyFileSystem.h"
+#include "tests/support/RefusedMemory.h"
 #include "tests/support/TaskLoop.h"
 #include "tests/support/TempFolder.h"
 #include "tests/zone/ZoneFixture.h"
@@ -101,6 +103,27 @@ TEST_F(ImportTest, FilesAreConvertedOneAfterTheOther) {
     EXPECT_EQ(readBytes("lobby.mp4"), "a phone's video");
     m_queue->remove(first);
     EXPECT_EQ(m_queue->items().size(), 1U);
+}
+
+TEST_F(ImportTest, WithoutMemoryForItsJobAFileGoesOnWaiting) {
+    (void)import("hall.mp4");
+    bool isRefused = true;
+    for (int allocations = 0; isRefused; ++allocations) {
+        const int id = m_queue->add(source("hall.mp4"));
+        ASSERT_EQ(finish(id).failure.kind, Failure::nameTaken);
+        isRefused = false;
+        support::allocationsLeft = allocations;
+        try {
+            m_queue->keepBoth(id);
+        } catch (const std::bad_alloc&) {
+            isRefused = true;
+        }
+        support::allocationsLeft = -1;
+        ASSERT_EQ(m_queue->find(id)->state,
+                  isRefused ? ImportState::waiting : ImportState::converting);
+        (void)m_queue->add(source("lobby.mp4")); // begins what waits
+        (void)finish(id);
+    }
 }
 
 TEST_F(ImportTest, EveryFailureHasItsReasonAndLeavesNothing) {

@@ -1,4 +1,5 @@
 // From what the probe says to the arguments of the converter.
+#include <climits>
 #include <sstream>
 #include <string>
 #include <tuple>
@@ -184,6 +185,7 @@ TEST(PlanTest, PointsMoveWithThePicture) {
         {upright, Rect::at(0, 0, 1080, 1920), {540, 960}, {641, 360}},
         {upright, Rect::at(0, 0, 1080, 1920), {0, 0}, {438, 0}},
         {upright, {}, {5, 5}, {1280, 720}},
+        {wide, Rect::at(8, 8, 1920, 1080), {INT_MIN, INT_MAX}, {0, 1072}},
     };
     for (const auto& [framing, old, from, to] : cases) {
         EXPECT_EQ(imports::mapPoint(framing, old, from), to) << from.x << "," << from.y;
