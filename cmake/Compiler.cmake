@@ -13,7 +13,7 @@ endif()
 
 add_library(quorvel_options INTERFACE)
 target_compile_options(quorvel_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Werror
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror
   $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>
   # gcc 12 sees overlapping copies and uninitialised strings where it inlines much (its bugs 105651,
   # 105562). The dev preset inlines less, and watches for the real ones.
