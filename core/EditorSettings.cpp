@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <set>
 #include <utility>
 
@@ -86,6 +87,23 @@ std::string lineFor(std::string_view key, std::string_view value) {
                                                                               : line;
 }
 
+/// What of the file counts: of one that has grown beyond all measure, the whole lines at its
+/// beginning.
+std::optional<std::string> readHead(const std::string& path, bool& isCut) {
+    File file;
+    const std::int64_t size = file.open(path, "rb") ? file.size() : -1;
+    isCut = size > static_cast<std::int64_t>(kMaxBytes);
+    if (!isCut) {
+        return readWholeFile(path, kMaxBytes);
+    }
+    std::string head(kMaxBytes, '\0');
+    if (!file.read(head.data(), head.size())) {
+        return std::nullopt;
+    }
+    head.resize(head.rfind('\n') + 1);
+    return head;
+}
+
 } // namespace
 
 EditorSettings::EditorSettings(std::string path) : m_path(std::move(path)), m_lines(readLines()) {}
@@ -94,10 +112,14 @@ std::vector<std::string> EditorSettings::readLines() const {
     if (m_path.empty() || !services().fileSystem->info(m_path)) {
         return {};
     }
-    const std::optional<std::string> text = readWholeFile(m_path, kMaxBytes);
+    bool isCut = false;
+    const std::optional<std::string> text = readHead(m_path, isCut);
     if (!text) {
         report("cannot be read");
         return {};
+    }
+    if (isCut) {
+        report("is too large; its end does not count");
     }
     std::vector<std::string> lines = linesOf(*text);
     for (std::size_t i = 0; i < lines.size() && !isSection(lines[i]); ++i) {

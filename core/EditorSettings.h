@@ -1,6 +1,7 @@
 // What the author has chosen for this editor, kept in "Editor.ini": lines "key = value". Keys are
 // case-insensitive; of two lines with one key the first counts. Lines that this program does not
-// know, comments and sections stay as they are. Main thread only.
+// know, comments and sections stay as they are; what is beyond 64 KB is not read, and goes with the
+// next change. Main thread only.
 #pragma once
 
 #include <optional>

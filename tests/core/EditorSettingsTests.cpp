@@ -39,7 +39,8 @@ TEST_F(EditorSettingsTest, TakeTheDefaultsWithOneLogLineForWhateverIsOdd) {
         {"size = 99999999999\n", true, true, 100, 1},
         {"keepDrafts\nkeepBackups false\n= true\nsize = 200", true, true, 200, 1},
         {std::string("\0\0\xFF\n\xFE=\nkeepDrafts=false\n", 23), false, true, 100, 1},
-        {"keepDrafts = false\n" + std::string(70000, 'x'), true, true, 100, 1},
+        {"keepDrafts = false\n" + std::string(70000, 'x'), false, true, 100, 1},
+        {std::string(70000, 'x'), true, true, 100, 1},
     };
     for (const auto& test : cases) {
         SCOPED_TRACE(test.text.substr(0, 60));
@@ -76,6 +77,16 @@ TEST_F(EditorSettingsTest, ChangeTheirOwnLineAloneAndKeepWhatAnotherProgramWrote
     EXPECT_TRUE(first.set("path", "C:\\a = b; #c"));
     EXPECT_EQ(core::EditorSettings(kFile).getString("path", ""), "C:\\a = b; #c");
     EXPECT_EQ(newLines(), 0U);
+}
+
+TEST_F(EditorSettingsTest, ThatAreTooLargeKeepTheirBeginning) {
+    const std::string first = "future = 1\r\nkeepDrafts = false\r\n";
+    support::writeBytes(kFile, first + std::string(70000, ';') + "\nsize = 150\n");
+    core::EditorSettings settings(kFile);
+    EXPECT_EQ(settings.getInt("size", 100, 100, 200), 100);
+    EXPECT_TRUE(settings.setKeepBackups(false));
+    EXPECT_EQ(support::readBytes(kFile), first + "keepBackups = false\r\n");
+    EXPECT_EQ(newLines(), 1U);
 }
 
 TEST_F(EditorSettingsTest, SectionsAreReadInOrderAndChangedWithoutTheRest) {
