@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <new>
 #include <string_view>
 
 #include <tinyxml2.h>
 
+#include "core/MakeOrNull.h"
 #include "core/Text.h"
 #include "scene/SceneXml.h"
 
@@ -35,11 +35,7 @@ int Action::typeNumber(const std::string& name) {
 }
 
 std::shared_ptr<Action> Action::create() {
-    try {
-        return std::make_shared<Action>();
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
+    return core::makeOrNull<Action>();
 }
 
 std::shared_ptr<Action> Action::create(const tinyxml2::XMLElement& element) {

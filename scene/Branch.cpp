@@ -2,23 +2,19 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <new>
 #include <string_view>
 
 #include <tinyxml2.h>
 
 #include "core/Log.h"
+#include "core/MakeOrNull.h"
 #include "scene/MoveEntry.h"
 #include "scene/SceneXml.h"
 
 namespace scene {
 
 std::shared_ptr<Branch> Branch::create() {
-    try {
-        return std::make_shared<Branch>();
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
+    return core::makeOrNull<Branch>();
 }
 
 std::shared_ptr<Branch> Branch::Load(const tinyxml2::XMLElement& element) {

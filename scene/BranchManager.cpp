@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <new>
 
 #include "core/Log.h"
+#include "core/MakeOrNull.h"
 #include "scene/MoveEntry.h"
 #include "scene/SceneXml.h"
 
@@ -29,11 +29,7 @@ void reportInvalidIndex(int line) {
 } // namespace
 
 std::shared_ptr<BranchManager> BranchManager::create() {
-    try {
-        return std::make_shared<BranchManager>();
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
+    return core::makeOrNull<BranchManager>();
 }
 
 bool BranchManager::AddBranch() {

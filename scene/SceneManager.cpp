@@ -1,9 +1,9 @@
 #include "scene/SceneManager.h"
 
-#include <new>
 #include <utility>
 
 #include "core/Log.h"
+#include "core/MakeOrNull.h"
 
 namespace scene {
 namespace {
@@ -25,12 +25,8 @@ constexpr int kActionLine = 298;
 } // namespace
 
 std::shared_ptr<SceneManager> SceneManager::create() {
-    try {
-        std::shared_ptr<BranchManager> branches = BranchManager::create();
-        return branches ? std::make_shared<SceneManager>(std::move(branches)) : nullptr;
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
+    std::shared_ptr<BranchManager> branches = BranchManager::create();
+    return branches ? core::makeOrNull<SceneManager>(std::move(branches)) : nullptr;
 }
 
 SceneManager::SceneManager(std::shared_ptr<BranchManager> branchManager)

@@ -1,19 +1,15 @@
 #include "scene/SceneSession.h"
 
 #include <algorithm>
-#include <new>
 
+#include "core/MakeOrNull.h"
 #include "scene/Branch.h"
 #include "scene/BranchManager.h"
 
 namespace scene {
 
 std::shared_ptr<SceneSession> SceneSession::create(std::shared_ptr<SceneManager> scene) {
-    try {
-        return scene ? std::make_shared<SceneSession>(std::move(scene)) : nullptr;
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
+    return scene ? core::makeOrNull<SceneSession>(std::move(scene)) : nullptr;
 }
 
 SceneSession::SceneSession(std::shared_ptr<SceneManager> scene, edit::Limits limits)

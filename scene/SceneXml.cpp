@@ -6,13 +6,14 @@
 
 #include "core/File.h"
 #include "core/Log.h"
+#include "core/XmlTags.h"
 #include "scene/SceneSummary.h"
 
 namespace scene {
 
 const tinyxml2::XMLElement* parseScene(std::string_view text, tinyxml2::XMLDocument& document,
                                        const char*& problem) {
-    if (text.size() > kMaxSceneFileBytes ||
+    if (text.size() > kMaxSceneFileBytes || !core::areTagsModest(text) ||
         document.Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS) {
         problem = kSceneNotLoaded;
         return nullptr;

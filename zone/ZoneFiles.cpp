@@ -9,6 +9,7 @@
 
 #include "core/FileError.h"
 #include "core/Log.h"
+#include "core/MakeOrNull.h"
 #include "core/Paths.h"
 #include "core/Reason.h"
 #include "core/ReplacedFiles.h"
@@ -18,6 +19,7 @@
 #include "core/Text.h"
 #include "core/Texts.h"
 #include "core/WholeFile.h"
+#include "core/XmlTags.h"
 #include "platform/FileSystem.h"
 #include "zone/ChunkReader.h"
 #include "zone/LoadReport.h"
@@ -52,11 +54,7 @@ std::string firstText(const tinyxml2::XMLElement& element) {
 }
 
 std::shared_ptr<ZoneManager> ZoneManager::createEmpty() {
-    try {
-        return std::make_shared<ZoneManager>();
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
+    return core::makeOrNull<ZoneManager>();
 }
 
 std::shared_ptr<ZoneManager> ZoneManager::create(const std::string& basePath, int frameCount,
@@ -116,7 +114,8 @@ bool ZoneManager::loadInfo(const std::string& basePath) {
     tinyxml2::XMLDocument document;
     const std::optional<std::string> text =
         core::readWholeFile(basePath + kInfoEnding, kMaxInfoBytes);
-    if (!text || document.Parse(text->data(), text->size()) != tinyxml2::XML_SUCCESS) {
+    if (!text || !core::areTagsModest(*text) ||
+        document.Parse(text->data(), text->size()) != tinyxml2::XML_SUCCESS) {
         if (exists(basePath + kInfoEnding)) {
             m_loadReport.problem = LoadProblem::listDamaged;
         }

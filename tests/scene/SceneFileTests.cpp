@@ -51,6 +51,10 @@ TEST_F(SceneFileTest, AFileThatIsNoSceneIsRefusedWithItsReason) {
     for (int i = 0; i < 100000; ++i) {
         deep += "<a>";
     }
+    std::string wide = "<Scene";
+    for (int i = 0; i < 257; ++i) {
+        wide += " a" + std::to_string(i) + "=''";
+    }
     struct Case {
         std::string text, error;
     };
@@ -60,6 +64,7 @@ TEST_F(SceneFileTest, AFileThatIsNoSceneIsRefusedWithItsReason) {
         {"<Scene><Name>A</Name>", unreadable},
         {"<Scene><Name>a < b</Name></Scene>", unreadable},
         {deep, unreadable},
+        {wide + "><Name>A</Name></Scene>", unreadable},
         {"<Scene><Name>" + std::string(32 << 20, 'x') + "</Name></Scene>", unreadable},
         {"\xEF\xBB\xBF\r\n", "Scene file is corrupt"}, // nothing that the parser minds
         {"<?xml version=\"1.0\"?>\n<Scene><Name>A</Name></Scene>", header},

@@ -64,6 +64,10 @@ TEST_F(ZoneDamageTest, WhatIsWrongWithAPairIsToldWithHowMuchWasRead) {
     const auto chunk = [](const std::string& body) {
         return chunkBytes(zone::kZoneTag, body, body.size());
     };
+    std::string wide = "<ZoneInfo";
+    for (int i = 0; i < 257; ++i) {
+        wide += " a" + std::to_string(i) + "=''";
+    }
     constexpr const char* kLoad = "Unable to load zone binary";
     constexpr const char* kRead = "Unable to read zone binary";
     const struct {
@@ -74,6 +78,7 @@ TEST_F(ZoneDamageTest, WhatIsWrongWithAPairIsToldWithHowMuchWasRead) {
     } cases[] = {
         {{}, {}, {}, kLoad},
         {"", {}, {listDamaged}, kLoad},
+        {wide + "/>", {}, {listDamaged}, kLoad},
         {two, {}, {binaryMissing, 2}, kLoad},
         {infoBytes({}), {}, {}, kLoad},
         {infoBytes({}), "", {}, kLoad},

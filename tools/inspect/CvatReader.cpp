@@ -6,6 +6,7 @@
 #include <tinyxml2.h>
 
 #include "core/Numbers.h"
+#include "core/XmlTags.h"
 #include "tools/inspect/Cvat.h"
 
 namespace inspect {
@@ -22,6 +23,9 @@ public:
         tinyxml2::XMLDocument document;
         if (text.size() > kMaxCvatBytes) {
             throw CvatProblem{0, "the file is larger than 32 MB"};
+        }
+        if (!core::areTagsModest(text)) {
+            throw CvatProblem{0, "a tag has too many attributes"};
         }
         if (document.Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS) {
             throw CvatProblem{document.ErrorLineNum(), "this is no well-formed XML"};

@@ -85,12 +85,17 @@ TEST_F(CvatTest, WhatDoesNotFitIsRefusedByItsLineAndNothingIsWritten) {
         return head + "<polygon " + attributes + "/>\n" + tail;
     };
     const std::string good = "points=\"1,1;2,2;3,1\"";
+    std::string wide = "<annotations";
+    for (int i = 0; i < 257; ++i) {
+        wide += " a" + std::to_string(i) + "=''";
+    }
     const struct {
         std::string text;
         const char* error;
     } cases[] = {
         {"<annotations>\n<track>", ":2: this is no well-formed XML"},
         {"", "this is no well-formed XML"},
+        {wide + "/>", "a tag has too many attributes"},
         {"\n<tracks/>", ":2: <annotations> is missing"},
         {"<annotations>\n<image/></annotations>", ":2: <image> cannot be read"},
         {"<annotations>\n\n<track/></annotations>", ":3: the attribute \"label\" is missing"},
