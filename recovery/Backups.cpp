@@ -117,12 +117,13 @@ void Backups::start(const std::vector<std::string>& paths) {
 }
 
 std::string Backups::freeBase(std::int64_t saved) const {
-    const std::int64_t now = core::services().clock->now();
+    platform::Clock& clock = *core::services().clock;
+    const std::int64_t now = clock.now();
     Version version;
     version.kept = now;
     version.saved = saved <= 0 ? now : std::min(saved, now);
     version.isDamaged = m_must;
-    const VersionList there = listVersions(*core::services().fileSystem, m_folder);
+    const VersionList there = listVersions(*core::services().fileSystem, clock, m_folder);
     // Behind the newest even if the clock has been set back: older ones go first.
     if (!there.versions.empty() && there.versions.front().kept >= now) {
         const Version& newest = there.versions.front();
@@ -210,13 +211,14 @@ void Backups::tidyUp() {
     FileSystem& disk = *core::services().fileSystem;
     platform::Clock& clock = *core::services().clock;
     run([this, &disk, &clock, backups = backupsFolder()](const std::stop_token& stop) {
-        removeSuperfluous(disk, stop);
+        removeSuperfluous(disk, clock, stop);
         m_report.odd = tidy(disk, clock, backups, m_folder, kMaxBackupBytes, stop);
     });
 }
 
-void Backups::removeSuperfluous(FileSystem& disk, const std::stop_token& stop) const {
-    const std::vector<Version> versions = listVersions(disk, m_folder).versions;
+void Backups::removeSuperfluous(FileSystem& disk, platform::Clock& clock,
+                                const std::stop_token& stop) const {
+    const std::vector<Version> versions = listVersions(disk, clock, m_folder).versions;
     const auto ours = std::find_if(versions.begin(), versions.end(), [this](const Version& v) {
         return m_files.front().version.starts_with(v.base + "-");
     });

@@ -19,6 +19,7 @@
 
 #include "core/FileError.h"
 #include "core/ReplacedFiles.h"
+#include "platform/Clock.h"
 #include "platform/FileSystem.h"
 
 namespace recovery {
@@ -64,7 +65,8 @@ private:
     void tidyUp();
     /// Removes the save's version if nothing is lost without it: the same bytes were kept last, or
     /// were saved again. Removes the one before it as well if the same were kept before that.
-    void removeSuperfluous(platform::FileSystem& disk, const std::stop_token& stop) const;
+    void removeSuperfluous(platform::FileSystem& disk, platform::Clock& clock,
+                           const std::stop_token& stop) const;
     void run(std::function<void(const std::stop_token&)> work);
     void stop();
     /// In the log, unless it was said before.

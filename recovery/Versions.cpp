@@ -115,9 +115,9 @@ bool isNewer(const Version& a, const Version& b) {
 }
 
 /// What lies below one folder of a scene's versions, and those of its videos.
-void addBelow(FileSystem& files, const std::string& folder, VersionList& all, int levels,
-              const std::stop_token& stop) {
-    VersionList here = listVersions(files, folder);
+void addBelow(FileSystem& files, platform::Clock& clock, const std::string& folder,
+              VersionList& all, int levels, const std::stop_token& stop) {
+    VersionList here = listVersions(files, clock, folder);
     std::move(here.versions.begin(), here.versions.end(), std::back_inserter(all.versions));
     std::move(here.odd.begin(), here.odd.end(), std::back_inserter(all.odd));
     std::vector<platform::FolderEntry> entries;
@@ -130,7 +130,7 @@ void addBelow(FileSystem& files, const std::string& folder, VersionList& all, in
             continue;
         }
         if (files.resolveLink(path) == path) {
-            addBelow(files, path + "/", all, levels - 1, stop);
+            addBelow(files, clock, path + "/", all, levels - 1, stop);
         } else {
             all.odd.push_back(path); // a link leads out of here, or in circles
         }
@@ -144,7 +144,8 @@ std::string Version::baseIn(const std::string& folder) const {
            std::string(isDamaged ? kDamaged : "");
 }
 
-VersionList listVersions(FileSystem& files, const std::string& folder) {
+VersionList listVersions(FileSystem& files, platform::Clock& clock, const std::string& folder) {
+    const std::int64_t latest = clock.now() + kMostDaysAhead * kSecondsOfDay;
     VersionList list;
     std::vector<platform::FolderEntry> entries;
     (void)files.list(folder, entries);
@@ -154,7 +155,10 @@ VersionList listVersions(FileSystem& files, const std::string& folder) {
             continue; // an unfinished copy is written again
         }
         const std::string path = folder + entry.name;
-        const std::optional<Version> found = parse(entry.name);
+        std::optional<Version> found = parse(entry.name);
+        if (found && found->kept > latest) {
+            found.reset();
+        }
         const auto info = found ? files.info(path) : std::nullopt;
         if (!info || info->isFolder || files.resolveLink(path) != path) {
             list.odd.push_back(path);
@@ -239,11 +243,11 @@ void removeVersion(FileSystem& files, const Version& version) {
 std::vector<std::string> tidy(FileSystem& files, platform::Clock& clock, const std::string& backups,
                               const std::string& folder, std::uint64_t maxBytes,
                               const std::stop_token& stop) {
-    for (const Version& version : surplusOf(listVersions(files, folder).versions, clock)) {
+    for (const Version& version : surplusOf(listVersions(files, clock, folder).versions, clock)) {
         removeVersion(files, version);
     }
     VersionList all;
-    addBelow(files, backups, all, 2, stop);
+    addBelow(files, clock, backups, all, 2, stop);
     if (stop.stop_requested()) {
         return {}; // what is missing may be the newest of a folder
     }

@@ -24,6 +24,8 @@ inline constexpr std::string_view kZoneShapesVersionEnding = "-ZoneInfo.bin";
 
 inline constexpr std::size_t kNewestKept = 20;
 inline constexpr std::int64_t kDaysKept = 30;
+/// How far the clock may have been ahead when a version was kept.
+inline constexpr std::int64_t kMostDaysAhead = 366;
 inline constexpr std::uint64_t kMaxBackupBytes = std::uint64_t{1} << 30U;
 
 /// The highest that a name has room for.
@@ -48,8 +50,10 @@ struct VersionList {
 };
 
 /// Of a folder that ends in a separator; nothing when it is not there. Folders in it, which hold
-/// versions of their own, are passed over.
-[[nodiscard]] VersionList listVersions(platform::FileSystem& files, const std::string& folder);
+/// versions of their own, are passed over. One of a day far ahead counts as odd: no other could
+/// follow it.
+[[nodiscard]] VersionList listVersions(platform::FileSystem& files, platform::Clock& clock,
+                                       const std::string& folder);
 
 /// Those of `versions`, newest first, that are neither among the newest nor the first of one of the
 /// last days. Damaged ones stay.

@@ -5,6 +5,7 @@
 
 #include "core/File.h"
 #include "core/Log.h"
+#include "platform/Clock.h"
 
 namespace ui {
 namespace {
@@ -40,7 +41,8 @@ VersionReader::~VersionReader() {
 void VersionReader::readAll(std::function<void(std::vector<Row>)> onRows,
                             std::function<void()> onEnd) {
     const auto work = [this, found = m_found](jobs::BackgroundJob::Control& control) {
-        recovery::VersionList list = recovery::listVersions(m_files, m_history.folder);
+        recovery::VersionList list =
+            recovery::listVersions(m_files, platform::nativeClock(), m_history.folder);
         {
             const std::lock_guard lock(found->mutex);
             found->odd = std::move(list.odd);

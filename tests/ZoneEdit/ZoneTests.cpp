@@ -245,7 +245,7 @@ TEST_F(ZoneEditZones, FilesThatCannotBeReadWholeAreSaidAndKept) {
         EXPECT_TRUE(m_driver->textOf(u"LabelNote").find(core::tr(zoneedit::kDamagedKept)) !=
                     std::u16string::npos);
         const recovery::Version version =
-            recovery::listVersions(platform::nativeFileSystem(),
+            recovery::listVersions(platform::nativeFileSystem(), platform::nativeClock(),
                                    recovery::zoneVersionsFolder("Fire", "clip"))
                 .versions.front();
         EXPECT_TRUE(version.isDamaged);

@@ -220,14 +220,16 @@ void printRecovered() {
     int versions = 0;
     int damaged = 0;
     platform::FileSystem& disk = platform::nativeFileSystem();
+    platform::Clock& clock = platform::nativeClock();
     for (const recovery::Version& version :
-         recovery::listVersions(disk, sceneVersions()).versions) {
+         recovery::listVersions(disk, clock, sceneVersions()).versions) {
         const auto scene = scene::SceneManager::create();
         const std::string file = version.base + std::string(recovery::kSceneVersionEnding);
         damaged += scene->loadText(support::readBytes(file)) ? 0 : 1;
         ++versions;
     }
-    for (const recovery::Version& version : recovery::listVersions(disk, zoneVersions()).versions) {
+    for (const recovery::Version& version :
+         recovery::listVersions(disk, clock, zoneVersions()).versions) {
         // One that was being kept when the run ended may lack a file.
         const bool isWhole =
             version.endings.size() < 2 ||

@@ -164,7 +164,8 @@ int damagedVersions(const std::vector<std::string>& bytes) {
     for (const std::string& folder :
          {recovery::sceneVersionsFolder(kScene), recovery::zoneVersionsFolder(kScene, kVideo)}) {
         for (const auto& version :
-             recovery::listVersions(platform::nativeFileSystem(), folder).versions) {
+             recovery::listVersions(platform::nativeFileSystem(), platform::nativeClock(), folder)
+                 .versions) {
             for (const std::string& ending : version.endings) {
                 const std::string found = support::readBytes(version.base + ending);
                 damaged += std::find(bytes.begin(), bytes.end(), found) == bytes.end() ? 1 : 0;

@@ -30,7 +30,8 @@ void lay(support::MemoryFileSystem& files, const std::string& names, const std::
 }
 
 void tidy(fuzz::Services& services, const std::string& folder) {
-    const recovery::VersionList before = recovery::listVersions(services.files, folder);
+    const recovery::VersionList before =
+        recovery::listVersions(services.files, services.clock, folder);
     for (const recovery::Version& version : before.versions) {
         for (const std::string& ending : version.endings) {
             require(services.files.files.contains(version.base + ending));
@@ -38,7 +39,8 @@ void tidy(fuzz::Services& services, const std::string& folder) {
         require(std::is_sorted(version.endings.begin(), version.endings.end()));
     }
     (void)recovery::tidy(services.files, services.clock, recovery::backupsFolder(), folder, 0);
-    const recovery::VersionList now = recovery::listVersions(services.files, folder);
+    const recovery::VersionList now =
+        recovery::listVersions(services.files, services.clock, folder);
     require(now.odd == before.odd);
     const auto newest =
         std::find_if(before.versions.begin(), before.versions.end(),

@@ -56,7 +56,7 @@ protected:
         return good;
     }
     [[nodiscard]] std::vector<recovery::Version> versions() {
-        return recovery::listVersions(platform::nativeFileSystem(), folder()).versions;
+        return recovery::listVersions(platform::nativeFileSystem(), m_clock, folder()).versions;
     }
     /// What the versions hold, the newest first.
     [[nodiscard]] Texts texts() {
@@ -302,13 +302,13 @@ TEST_F(BackupsTest, TheOldestGoWhenAllTogetherTakeTooMuch) {
     add(zones, 4000, 20);
     recovery::tidy(m_files, m_clock, "Backups/", folder(), 100);
     EXPECT_EQ(versions().size(), 1U);
-    EXPECT_EQ(recovery::listVersions(m_files, zones).versions.size(), 2U);
+    EXPECT_EQ(recovery::listVersions(m_files, m_clock, zones).versions.size(), 2U);
     add(folder(), 5000, 1000);
     add(zones, 500, 1, true);
     recovery::tidy(m_files, m_clock, "Backups/", folder(), 100);
     ASSERT_EQ(versions().size(), 1U);
     EXPECT_EQ(versions()[0].kept, 5000) << "the newest of each folder";
-    const auto ofZones = recovery::listVersions(m_files, zones).versions;
+    const auto ofZones = recovery::listVersions(m_files, m_clock, zones).versions;
     ASSERT_EQ(ofZones.size(), 2U);
     EXPECT_TRUE(ofZones[0].kept == 4000 && ofZones[1].isDamaged);
 }
@@ -322,7 +322,9 @@ TEST_F(BackupsTest, WhatIsNoVersionIsLeftAloneAndSaidOnce) {
                       "20231114T221320Z--1-20231114T221320Z-Scene.xml",
                       "20231114T221320Z-0-20231114T221320Z-damage-Scene.xml",
                       "-Scene.xml",
-                      "20231114T221320Z-99999-20231114T221320Z-Scene.xml"};
+                      "20231114T221320Z-99999-20231114T221320Z-Scene.xml",
+                      "20241120T000000Z-0-20231114T221320Z-Scene.xml",
+                      "99991231T235959Z-9999-20231114T221320Z-Scene.xml"};
     for (const std::string& name : names) {
         support::writeBytes(folder() + name, "odd");
     }
@@ -331,7 +333,7 @@ TEST_F(BackupsTest, WhatIsNoVersionIsLeftAloneAndSaidOnce) {
     std::filesystem::create_directory_symlink("../..", folder() + "circle", noLinksHere);
     std::filesystem::create_symlink("notes.txt", folder() + good + "-ZoneInfo.xml", noLinksHere);
     const std::size_t links = noLinksHere ? 0 : 1;
-    EXPECT_EQ(recovery::listVersions(m_files, folder()).odd.size(), names.size() + links);
+    EXPECT_EQ(recovery::listVersions(m_files, m_clock, folder()).odd.size(), names.size() + links);
     support::writeBytes(m_path, "1");
     EXPECT_TRUE(save("2") && save("3"));
     EXPECT_EQ(texts(), (Texts{"2", "1"}));
