@@ -1,6 +1,7 @@
 #include "map/BackLines.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <span>
 
@@ -19,7 +20,24 @@ std::size_t at(int index) {
 class BackLines {
 public:
     BackLines(const MapScene& scene, const MapLayout& layout, NodeForm form)
-        : m_scene(scene), m_layout(layout), m_form(form), m_sizes(sizesOf(form)) {}
+        : m_scene(scene), m_layout(layout), m_form(form), m_sizes(sizesOf(form)),
+          m_pitch(m_sizes.width + kBetweenColumns) {
+        for (std::vector<Column>& columns : m_columns) {
+            columns.resize(at(layout.width / m_pitch + 1));
+        }
+        for (const MapNode& node : layout.nodes) {
+            Column& column = columnsOf(node)[columnAt(node.x)];
+            column.lowestTop = std::max(column.lowestTop, node.y);
+            column.nodes = std::max(column.nodes, node.y + node.height);
+        }
+        for (const MapLine& line : layout.lines) {
+            for (const MapPoint& point : line.points) {
+                Column& column = columnsOf(layout.nodes[at(line.branch)])[columnAt(point.x)];
+                int& lowest = point.x % m_pitch == 0 ? column.ahead : column.behind;
+                lowest = std::max(lowest, point.y);
+            }
+        }
+    }
 
     [[nodiscard]] std::vector<MapLine> of(int branch) const {
         std::vector<MapLine> lines;
@@ -38,10 +56,29 @@ public:
     }
 
 private:
+    /// How far down what stands in a column reaches: scenes may have thousands of lines back to one
+    /// branch.
+    struct Column {
+        int lowestTop = -1; ///< of its nodes
+        int nodes = -1;
+        int ahead = -1; ///< lines in front of the nodes
+        int behind = -1;
+    };
+
+    [[nodiscard]] std::vector<Column>& columnsOf(const MapNode& node) {
+        return m_columns[node.isReached ? 1 : 0];
+    }
+    [[nodiscard]] const std::vector<Column>& columnsOf(const MapNode& node) const {
+        return m_columns[node.isReached ? 1 : 0];
+    }
+    [[nodiscard]] std::size_t columnAt(int x) const { return at(x / m_pitch); }
+
     [[nodiscard]] bool isDrawn(int branch, int action) const {
         const std::span<const MapLine> lines = linesOf(m_layout, branch);
-        return std::any_of(lines.begin(), lines.end(),
-                           [action](const MapLine& line) { return line.action == action; });
+        const auto found =
+            std::partition_point(lines.begin(), lines.end(),
+                                 [action](const MapLine& line) { return line.action < action; });
+        return found != lines.end() && found->action == action;
     }
 
     [[nodiscard]] bool isInChain(int from, int to) const {
@@ -56,8 +93,7 @@ private:
         const int turn = from.x - kBeforeColumn - lane * kLaneWidth / 2;
         const int end = to.x + to.width / 2 + lane * kLaneWidth;
         std::vector<MapPoint> points{{from.x, exit}, {turn, exit}};
-        const int pitch = m_sizes.width + kBetweenColumns;
-        if (from.isReached == to.isReached && to.x <= from.x && from.x - to.x <= pitch) {
+        if (from.isReached == to.isReached && to.x <= from.x && from.x - to.x <= m_pitch) {
             const int above = to.y - m_sizes.gap / 2 - lane * m_sizes.gap / 8;
             points.insert(points.end(), {{turn, above}, {end, above}, {end, to.y}});
             return points;
@@ -80,33 +116,31 @@ private:
     [[nodiscard]] int bottomBetween(const MapNode& to, int x) const {
         const int left = std::min(to.x, x);
         const int right = std::max(to.x + to.width, x);
+        const std::vector<Column>& columns = columnsOf(to);
         int bottom = to.y + to.height;
-        for (const MapNode& node : m_layout.nodes) {
-            if (node.isReached == to.isReached && node.x < right && node.x + node.width > left) {
-                bottom = std::max(bottom, node.y + node.height);
+        for (std::size_t i = columnAt(std::max(left, 0)); i < columns.size(); ++i) {
+            const int begin = static_cast<int>(i) * m_pitch;
+            const int end = begin + m_sizes.width;
+            if (begin >= right) {
+                break;
             }
-        }
-        for (const MapLine& line : m_layout.lines) {
-            if (m_layout.nodes[at(line.branch)].isReached != to.isReached) {
-                continue;
-            }
-            for (const MapPoint& point : line.points) {
-                bottom = point.x > left && point.x < right ? std::max(bottom, point.y) : bottom;
-            }
+            bottom = end > left ? std::max(bottom, columns[i].nodes) : bottom;
+            bottom = begin > left ? std::max(bottom, columns[i].ahead) : bottom;
+            bottom = end > left && end < right ? std::max(bottom, columns[i].behind) : bottom;
         }
         return bottom;
     }
 
     [[nodiscard]] bool hasOthersBelow(const MapNode& to) const {
-        return std::any_of(m_layout.nodes.begin(), m_layout.nodes.end(), [&](const MapNode& node) {
-            return node.isReached == to.isReached && node.x == to.x && node.y > to.y;
-        });
+        return columnsOf(to)[columnAt(to.x)].lowestTop > to.y;
     }
 
     const MapScene& m_scene;
     const MapLayout& m_layout;
     NodeForm m_form;
     FormSizes m_sizes;
+    int m_pitch;                                  ///< from column to column
+    std::array<std::vector<Column>, 2> m_columns; ///< of what is not reached, and of what is
 };
 
 } // namespace
