@@ -10,6 +10,7 @@
 // nothing was found.
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <exception>
@@ -37,7 +38,8 @@ namespace {
 
 using support::ProcessFigures;
 
-constexpr int kEvents = 3000; // of a session
+constexpr int kEvents = 3000;                     // of a session
+constexpr std::size_t kSessionsWithoutWindow = 3; // after them there is no display
 
 struct Options {
     fs::path data;
@@ -201,6 +203,9 @@ bool Soak::run() {
     int number = m_options.firstSession;
     do {
         session(number++);
+        if (m_actions.empty() && m_figures.size() >= kSessionsWithoutWindow) {
+            throw std::runtime_error("no window was shown");
+        }
     } while (Clock::now() < end);
     for (const auto& [window, actions] : m_actions) {
         std::printf("%s: %d events\n", window.c_str(), actions);
