@@ -1,10 +1,12 @@
 #include "ZoneEdit/PointFields.h"
 
+#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <string>
 
 #include "ZoneEdit/ZoneEditControls.h"
+#include "core/Numbers.h"
 #include "core/Text.h"
 #include "core/Texts.h"
 #include "platform/Geometry.h"
@@ -19,26 +21,23 @@ using Name = zone::StepLabel::Name;
 constexpr std::u16string_view kFields[] = {kPointXEdit, kPointYEdit, kShapeWidthEdit,
                                            kShapeAngleEdit};
 constexpr int kMostPercent = 1000;
+constexpr std::size_t kMostDigits = 6;
+constexpr char16_t kFirstBeyondAscii = 0x80;
 
 std::u16string numberText(int number) {
     return core::displayText(std::to_string(number));
 }
 
-/// None for a text that is no whole number of at most six digits.
-std::optional<int> numberFrom(std::u16string_view text) {
-    const bool isNegative = text.starts_with(u'-');
-    text.remove_prefix(isNegative ? 1 : 0);
-    if (text.empty() || text.size() > 6) {
-        return std::nullopt;
-    }
-    int number = 0;
+/// None for a text that is no number of at most six digits. Both decimal signs count in every
+/// language.
+std::optional<double> numberFrom(std::u16string_view text) {
+    std::string digits;
     for (const char16_t unit : text) {
-        if (unit < u'0' || unit > u'9') {
-            return std::nullopt;
-        }
-        number = number * 10 + (unit - u'0');
+        digits += unit == u',' ? '.' : unit < kFirstBeyondAscii ? static_cast<char>(unit) : '?';
     }
-    return isNegative ? -number : number;
+    const std::size_t most = kMostDigits + (digits.starts_with('-') ? 1 : 0);
+    const bool isNumber = digits.find_first_not_of("-.0123456789") == std::string::npos;
+    return isNumber && digits.size() <= most ? core::parseNumber<double>(digits) : std::nullopt;
 }
 
 } // namespace
@@ -87,11 +86,11 @@ bool PointFields::typed(std::u16string_view field) {
     const auto number = numberFrom(edit->GetText());
     if (number && edit->GetText() != textOf(field)) {
         if (field == kShapeWidthEdit && *number > 0 && *number <= kMostPercent) {
-            m_editor.reshapeAll(Name::scale, zone::scaled(*number / 100.0));
+            m_editor.reshapeAll(Name::scale, zone::scaled(*number / 100));
         } else if (field == kShapeAngleEdit) {
             m_editor.reshapeAll(Name::rotate, zone::rotated(*number));
         } else if (field == kPointXEdit || field == kPointYEdit) {
-            movePoint(field, *number);
+            movePoint(field, static_cast<int>(std::lround(*number)));
         }
     }
     m_controls.setText(field, textOf(field));

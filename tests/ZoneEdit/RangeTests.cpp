@@ -277,6 +277,11 @@ TEST_F(ZoneEditRange, TheFieldsOfThePanelMoveThePointAndScaleAndTurnTheShape) {
     m_driver->enter(u"EditPointY", u"400");
     m_driver->enter(u"EditPointX", u"200");
     const std::size_t before = steps();
+    for (const char16_t* text : {u"51,6", u"51.6"}) {
+        m_driver->enter(u"EditShapeWidth", text);
+        EXPECT_EQ(points(0, 0), (Points{{148, 148}, {252, 148}, {200, 303}}));
+        m_driver->click(u"ButtonUndo");
+    }
     m_driver->enter(u"EditShapeWidth", u"50");
     EXPECT_EQ(points(0, 0), (Points{{150, 150}, {250, 150}, {200, 300}}));
     EXPECT_EQ(m_driver->textOf(u"EditShapeWidth"), u"100");
