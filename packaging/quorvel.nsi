@@ -543,8 +543,8 @@ Section "Uninstall"
   !insertmacro refuseWhileRuns "quorvel-inspect.exe"
   SetOutPath "$TEMP" ; a folder that is current somewhere cannot be removed
   ClearErrors
-  ; The user's work stays: Scenes, Drafts and Backups, and Editor.ini. The program first: when it cannot be
-  ; removed, it stays usable.
+  ; The user's work stays: Scenes, Drafts, Backups and Published, Editor.ini and Recent.txt. The program
+  ; first: when it cannot be removed, it stays usable.
   Delete "${EDITOR}\Quorvel.exe"
   !insertmacro stopIfNotRemoved
   ${If} ${FileExists} "${EDITOR}\UI\*.*"
