@@ -176,6 +176,9 @@ void FollowPresenter::showPanel() {
     controls.setVisible(kFollowProgress, isRunning);
     controls.setVisible(kFollowStopButton, isRunning);
     controls.setVisible(kFollowDiscardButton, !isRunning);
+    if (toolkit::CControlUI* match = controls.find(kMatchLabel)) {
+        match->SetAttribute(u"textcolor", isRunning ? u"good" : u"hint");
+    }
     m_links.barChanged();
 }
 

@@ -1,5 +1,6 @@
 #include "ZoneEdit/HintPresenter.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "ZoneEdit/ZoneEditControls.h"
@@ -7,6 +8,7 @@
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/controls/CLabelUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace zoneedit {
@@ -21,6 +23,16 @@ constexpr core::Text kAtRest[] = {
     "Click: a point. Ctrl: rectangle"_tr, "Click a point to delete it"_tr};
 constexpr int kMove = 0;
 constexpr int kAddMany = 2;
+constexpr int kVideoWidth = 176; ///< beside the hint; less where another language needs the room
+
+/// Whether that changes anything.
+bool setWidth(toolkit::CControlUI& control, int width) {
+    const bool isOther = control.GetFixedWidth() != width;
+    if (isOther) {
+        control.SetFixedWidth(width);
+    }
+    return isOther;
+}
 
 } // namespace
 
@@ -107,10 +119,34 @@ void HintPresenter::place() {
     const bool takesPlace = isNarrow && m_isAllowed && (m_isNews || isHeld);
     m_controls.setVisible(kVideoLabel, !takesPlace);
     const int width = isNarrow && !takesPlace ? 1 : 0; // 0: the rest of the caption
-    if (pane->GetFixedWidth() != width) {
-        pane->SetFixedWidth(width);
+    bool isMoved = setWidth(*pane, width);
+    if (toolkit::CControlUI* video = m_controls.find(kVideoLabel); video != nullptr && !isNarrow) {
+        isMoved = setWidth(*video, kVideoWidth) || isMoved;
+    }
+    if (toolkit::CControlUI* title = m_controls.find(kTitleLabel); title && !title->IsVisible()) {
+        title->SetVisible(true);
+        isMoved = true;
+    }
+    if (isMoved) {
         m_controls.manager().UpdateLayout();
     }
+    if (m_isAllowed && (takesPlace || !isNarrow)) {
+        makeRoom(isNarrow);
+    }
+}
+
+void HintPresenter::makeRoom(bool isNarrow) {
+    const toolkit::CControlUI* hint = m_controls.find(kHintLabel);
+    auto* video = m_controls.find<toolkit::CLabelUI>(kVideoLabel);
+    if (hint == nullptr || video == nullptr || hint->toolTipAt({}).empty()) {
+        return; // it is not cut
+    }
+    if (isNarrow) {
+        m_controls.setVisible(kTitleLabel, false);
+    } else {
+        setWidth(*video, std::min(kVideoWidth, video->textWidth()));
+    }
+    m_controls.manager().UpdateLayout();
 }
 
 } // namespace zoneedit

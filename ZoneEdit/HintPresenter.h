@@ -33,6 +33,8 @@ private:
     [[nodiscard]] core::Text usual() const;
     void show();
     void place();
+    /// Where it is cut otherwise: the window's name goes, or the video's has no more than it needs.
+    void makeRoom(bool isNarrow);
     /// For some seconds from now on it is new.
     void startNews();
 

@@ -18,6 +18,7 @@ inline constexpr std::u16string_view kDurationLabel = u"LabelDuration";
 inline constexpr std::u16string_view kRangeFromEdit = u"EditRangeFrom";
 inline constexpr std::u16string_view kRangeToEdit = u"EditRangeTo";
 inline constexpr std::u16string_view kTotalEdit = u"EditTotalFrames";
+inline constexpr std::u16string_view kTitleLabel = u"LabelTitle";
 inline constexpr std::u16string_view kVideoLabel = u"LabelVideo";
 inline constexpr std::u16string_view kStateLabel = u"LabelState";
 inline constexpr std::u16string_view kNoticePanel = u"PanelNotice";

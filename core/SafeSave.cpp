@@ -51,7 +51,7 @@ bool SafeSave::open(const std::string& path, const std::string& mode) {
     int error = 0;
     const std::string end = files.resolveLink(path);
     if (end.empty()) {
-        m_failure = {path, "too many symbolic links"};
+        m_failure = {path, reason("too many symbolic links"_tr)};
         return false;
     }
     m_destination = end;
@@ -85,7 +85,7 @@ bool SafeSave::commit() {
     platform::FileSystem& files = *services().fileSystem;
     if (!isAsWritten(m_written, files.info(m_temporary))) {
         m_temporaryExists = false; // no longer ours to remove
-        m_failure = {m_destination, "another program is saving it"};
+        m_failure = {m_destination, reason("another program is saving it"_tr)};
         return false;
     }
     files.copyAccess(m_destination, m_temporary);

@@ -147,7 +147,7 @@ private:
             if (count < block.size()) {
                 const bool whole = m_progress.copiedBytes >= m_progress.totalBytes;
                 return whole ? ImportReport{ImportResult::copied}
-                             : failure("it became shorter during the copy"_tr);
+                             : failure("it became shorter while it was copied"_tr);
             }
             m_onBlock();
         }

@@ -112,7 +112,7 @@ std::unique_ptr<DraftFolder> DraftFolder::open(const std::string& path, std::str
     problem.clear();
     const std::string name = core::fileName(path.substr(0, path.size() - 1));
     if (name.empty() || name.find_first_not_of(kDigits) != std::string::npos) {
-        problem = "its name is no number";
+        problem = "its name is not a number";
         return nullptr; // not even a lock is put there
     }
     if (isLink(path) || isLink(parentOf(path))) {

@@ -33,7 +33,7 @@ public:
     [[nodiscard]] static std::unique_ptr<DraftFolder> claim(const std::string& sceneFolder,
                                                             core::FileError& failure);
     /// Takes over a folder, whose path ends in a separator. Empty if a running program has it, if
-    /// its name is no number, or if it holds no draft that can be used; `problem` then says why,
+    /// its name is not a number, or if it holds no draft that can be used; `problem` then says why,
     /// unless it was empty anyway and is removed.
     [[nodiscard]] static std::unique_ptr<DraftFolder> open(const std::string& path,
                                                            std::string& problem);

@@ -67,9 +67,9 @@ void ScenesPlace::choose(platform::NativeWindow* owner, Companions& beside) {
         showFolder(core::withSeparator(tree) + app_state::kTreeWorkingFolder + "/" +
                    scene::kScenesFolder);
         m_controls.setText(kHint,
-                           core::tr("From the next start on. Your scenes stay where they are."_tr));
+                           core::tr("From the next start. Your scenes stay where they are."_tr));
     } else {
-        m_controls.setText(kHint, core::tr("The choice could not be kept."_tr));
+        m_controls.setText(kHint, core::tr("The choice could not be saved."_tr));
     }
 }
 

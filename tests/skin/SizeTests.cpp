@@ -12,6 +12,7 @@
 
 #include "core/Text.h"
 #include "core/Texts.h"
+#include "tests/skin/CutTexts.h"
 #include "tests/skin/SkinWindow.h"
 #include "tests/support/PseudoTexts.h"
 #include "tests/support/TempFolder.h"
@@ -131,11 +132,7 @@ protected:
             }
             const Controls hidden = show(*text);
             if (!isPlacedByCode(*text)) {
-                // Without a tool tip of its own, a text offers itself where its box cuts it.
-                const std::u16string tip(text->GetToolTip());
-                text->SetToolTip(u"");
-                EXPECT_EQ(text->toolTipAt(text->GetPos().topLeft()), u"") << describe(*text);
-                text->SetToolTip(tip);
+                EXPECT_EQ(test::cutText(*text), u"") << describe(*text);
             }
             for (CControlUI* control : hidden) {
                 control->SetVisible(false);

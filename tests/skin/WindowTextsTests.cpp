@@ -1,5 +1,5 @@
-// What the editor's windows show while they are used: every text comes from the catalogue. The
-// scene's own names are digits, so that all letters are the program's.
+// What the editor's windows show while they are used: every text comes from the catalogue, and none
+// is cut in any language. The scene's own names are digits, so that all letters are the program's.
 #include <algorithm>
 #include <filesystem>
 #include <memory>
@@ -17,6 +17,7 @@
 #include "publish/PublishJob.h"
 #include "recovery/Backups.h"
 #include "scene/SceneFolders.h"
+#include "tests/skin/CutTexts.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FixedClock.h"
 #include "tests/support/PseudoTexts.h"
@@ -40,6 +41,7 @@ namespace {
 using platform::Key;
 using toolkit::CControlUI;
 
+constexpr const char* kPseudo = "Pseudo";
 constexpr const char* kScene = "1";
 constexpr const char* kClip = "2.ogv";
 
@@ -49,7 +51,7 @@ const std::regex kNoTexts(
     "Pseudo|English|Deutsch|Fran\xC3\xA7"
     "ais|Espa\xC3\xB1ol|Nederlands");
 
-class WindowTexts : public test::EditorTest, public testing::WithParamInterface<const char*> {
+class WindowTexts : public test::EditorTest, public testing::WithParamInterface<std::string> {
 protected:
     WindowTexts() {
         m_services.translations = support::textsIn(GetParam(), "Translations.ini");
@@ -92,6 +94,10 @@ protected:
         test::pump();
         driver.manager().UpdateLayout();
         CControlUI& root = *driver.manager().GetRoot();
+        if (GetParam() != kPseudo) {
+            test::expectNoneCut(root);
+            return;
+        }
         expectControls(root);
         expectAccessible(root);
         if (CControlUI* menu = toolkit::MenuPopup::of(driver.manager()).menu()) {
@@ -266,6 +272,10 @@ TEST_P(WindowTexts, OfTheZoneEditor) {
     const auto window = openTitled<zoneedit::ZoneEdit>(u"1");
     const test::WindowDriver driver(*window);
     expectTexts(driver, "no zone");
+    for (const auto* tool : {u"OptionMovePoint", u"OptionAddPoint", u"OptionDeletePoint"}) {
+        driver.click(tool);
+        expectTexts(driver, "tool");
+    }
     driver.click(u"ButtonAddZone");
     driver.retype(u"EditZone", u"8");
     driver.press(Key::enter);
@@ -293,7 +303,9 @@ TEST_P(WindowTexts, OfTheZoneEditor) {
     expectTexts(driver, "menu");
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, WindowTexts, testing::Values("Pseudo"),
-                         [](const auto& language) { return std::string(language.param); });
+INSTANTIATE_TEST_SUITE_P(Languages, WindowTexts,
+                         testing::Values(kPseudo, "English", "French", "German", "Spanish",
+                                         "Dutch"),
+                         [](const auto& language) { return language.param; });
 
 } // namespace

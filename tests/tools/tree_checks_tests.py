@@ -10,7 +10,9 @@ import unittest
 TOOLS = os.path.join(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))),
                      "tools")
 sys.path.insert(0, TOOLS)
+import manual_texts  # noqa: E402
 import page_texts  # noqa: E402
+import text_signs  # noqa: E402
 
 # Files in every tree, for includes to refer to.
 PRESENT = {**dict.fromkeys(
@@ -104,6 +106,26 @@ class PageWords(unittest.TestCase):
                 offered = f'Language{{"en", "E"}}, Language{{"{offer}", "X"}}'
                 found = list(page_texts.findings(words.replace("LINE", line), offered))
                 self.assertEqual(len(found), wrong, found)
+
+
+class Texts(unittest.TestCase):
+    def test_signs_stand_as_the_language_has_them(self):
+        for language, text, wrong in [
+                ("French", "Non\u202f: «\u202f{0}\u202f», l’image", None), ("French", "Non :", ":"),
+                ("French", "{0}:{1} à {2}\u202f%", None), ("French", "« {0}\u202f»", "«"),
+                ("French", "l'image", "'"), ("German", "„{0}“: 46\u00a0%", None), ("German", "„{0}„", "„{0}„"),
+                ("German", "{0} %", " %"), ("Spanish", "Uno; ¿dos?", None), ("Spanish", "Dos?", "Dos?"),
+                ("Dutch", "Video’s: “{0}”, {1}%", None), ("Dutch", "Video's", "'"), ("English", "It's :", None)]:
+            with self.subTest(language=language, text=text):
+                self.assertEqual(text_signs.wrong_sign(language, text), wrong)
+
+    def test_tool_tips_of_a_manual_are_those_of_the_catalogue(self):
+        section = {"A": "Stop; nothing changes", "B": "Close", "C": "Undo: {0}"}
+        for tip, wrong in [("Close (Esc)", 0), ("Stop; nothing changes; Close (Esc)", 0), ("Undo: STEP (Ctrl+Z)", 0),
+                           ("Closed", 1), ("Close; Open", 1)]:
+            with self.subTest(tip=tip):
+                manual = f"## Tool tips\n\n| W | C | T |\n| - | - | - |\n| | x | {tip} |\n\n## Next\n"
+                self.assertEqual(len(list(manual_texts.findings(manual, section))), wrong)
 
 
 if __name__ == "__main__":

@@ -395,7 +395,7 @@ TEST_F(Keys, AreReadFromTheSettingsAndWhatIsOddThereIsOnlyShown) {
           u"Ctrl+Z: Redo\n", u"Esc: Close a list, stop what runs\n", u"\nUndo\n", u"\nManual\n",
           u"F2: Rename the Branch\n",
           u"\"stop\" has no keys to choose.\n\"nothing\" has no keys to choose.\n"
-          u"Save: only two keys count.\nUndo: \"Ctrl+Blah\" is no key.\n"
+          u"Save: only two keys count.\nUndo: \"Ctrl+Blah\" is not a key.\n"
           u"Add Video…: Tab is \"Next control\".\nRename the Branch: F9 is \"Save\".\n"}) {
         EXPECT_NE(rows.find(row), std::u16string::npos) << core::storedText(row);
     }

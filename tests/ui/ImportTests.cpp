@@ -277,7 +277,7 @@ TEST_F(Importing, DroppedFilesAreAddedImportedOrNamed) {
     ASSERT_TRUE(pumpUntil([&] { return isVisible(u"LabelProblem"); }));
     const std::u16string problem = m_driver->textOf(u"LabelProblem");
     EXPECT_TRUE(problem.starts_with(u"Not added: ")) << core::storedText(problem);
-    EXPECT_NE(problem.find(u"is a folder: drop the videos in it. \"plan.txt\" is no video."),
+    EXPECT_NE(problem.find(u"is a folder: drop the videos in it. \"plan.txt\" is not a video."),
               std::u16string::npos)
         << core::storedText(problem);
     window.press(Key::escape);

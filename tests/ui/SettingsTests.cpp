@@ -257,9 +257,9 @@ TEST_F(OpenSceneMenu, FiguresFollowTheLanguage) {
         return text;
     };
     EXPECT_EQ(figures("English"), u"842 KB 8.2 MB 46 % 1:02.50 1 Nov 2023");
-    EXPECT_EQ(figures("French"), u"842 Ko 8,2 Mo 46 % 1:02.50 1er nov. 2023");
-    EXPECT_EQ(figures("German"), u"842 KB 8,2 MB 46 % 1:02.50 1. Nov 2023");
-    EXPECT_EQ(figures("Dutch"), u"842 kB 8,2 MB 46% 1:02.50 1 nov 2023");
+    EXPECT_EQ(figures("French"), u"842\u00A0Ko 8,2\u00A0Mo 46\u202F% 1:02.50 1er nov. 2023");
+    EXPECT_EQ(figures("German"), u"842\u00A0KB 8,2\u00A0MB 46\u00A0% 1:02.50 1. Nov 2023");
+    EXPECT_EQ(figures("Dutch"), u"842\u00A0kB 8,2\u00A0MB 46% 1:02.50 1 nov 2023");
 }
 
 TEST_F(BranchEditorMenu, TheSettingsTakeNoInputWhileTheSystemAsksForFiles) {

@@ -34,6 +34,7 @@ const AttributeTable<CLabelUI>& CLabelUI::Attributes::table() {
         {u"endellipsis", [](CLabelUI& c, Text v) { assignIf(c.m_endEllipsis, parseBool(v)); }},
         {u"lines", [](CLabelUI& c,
                       Text v) { c.m_lines = std::clamp(parseInt(v).value_or(1), 1, kMostLines); }},
+        {u"middle", [](CLabelUI& c, Text v) { assignIf(c.m_isInMiddle, parseBool(v)); }},
         {u"besidetext", [](CLabelUI& c, Text v) { assignIf(c.m_besideText, parseInt(v)); }},
         {u"align",
          [](CLabelUI& c, Text v) {
@@ -65,11 +66,17 @@ platform::Size CLabelUI::EstimateSize(Size available) const {
     constexpr int kStep = 4; // so that a change of one letter seldom moves the neighbours
     Size size = CControlUI::EstimateSize(available);
     if (m_besideText && GetManager() != nullptr) {
-        const CPaintManagerUI& manager = *GetManager();
-        const int text = manager.fonts().measure(GetText(), manager.look().GetFont(m_font)).width;
-        size.width = std::max(size.width, (text + *m_besideText + kStep - 1) / kStep * kStep);
+        size.width =
+            std::max(size.width, (textWidth() + *m_besideText + kStep - 1) / kStep * kStep);
     }
     return size;
+}
+
+int CLabelUI::textWidth() const {
+    const CPaintManagerUI* manager = GetManager();
+    return manager != nullptr
+               ? manager->fonts().measure(GetText(), manager->look().GetFont(m_font)).width
+               : 0;
 }
 
 void CLabelUI::SetFont(int font) {
@@ -104,8 +111,12 @@ void CLabelUI::paintText(platform::Canvas& canvas) {
     const CPaintManagerUI& manager = *GetManager();
     const Rect box = textRect();
     const int height = box.height() / m_lines;
+    const std::vector<std::u16string> lines = textLines();
     int top = box.top;
-    for (const std::u16string& line : textLines()) {
+    if (m_isInMiddle) {
+        top += (box.height() - height * static_cast<int>(lines.size())) / 2;
+    }
+    for (const std::u16string& line : lines) {
         paintTextLine(canvas, manager.fonts(), line, {box.left, top, box.right, top + height},
                       {manager.look().GetFont(m_font), paletteColor(currentTextColor()), m_align,
                        m_endEllipsis});

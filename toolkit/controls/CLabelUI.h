@@ -21,6 +21,8 @@ public:
     void SetText(std::u16string_view text) override;
     [[nodiscard]] Size EstimateSize(Size available) const override;
 
+    /// Of the whole text in one line; 0 outside of a window.
+    [[nodiscard]] int textWidth() const;
     /// The number of a font of the layout; an unknown one means the default font.
     void SetFont(int font);
     [[nodiscard]] int GetFont() const { return m_font; }
@@ -47,7 +49,8 @@ private:
     [[nodiscard]] std::vector<std::u16string> textLines() const;
 
     int m_font = 0;
-    int m_lines = 1; ///< that it has room for
+    int m_lines = 1;           ///< that it has room for
+    bool m_isInMiddle = false; ///< fewer lines, of the box
     Rect m_textPadding;
     SkinColor m_textColor = Tone::value;
     SkinColor m_disabledTextColor = Tone::off;

@@ -158,7 +158,7 @@ void ImportPresenter::takeDropped(const Dropped& dropped) {
     std::u16string left = leftOutText(dropped.folders, "{0} is a folder: drop the videos in it."_tr,
                                       "{0} are folders: drop the videos in them."_tr);
     const std::u16string others =
-        leftOutText(dropped.others, "{0} is no video."_tr, "{0} are no videos."_tr);
+        leftOutText(dropped.others, "{0} is not a video."_tr, "{0} are not videos."_tr);
     left += (left.empty() || others.empty() ? u"" : u" ") + others;
     m_leftOut = left.empty() ? std::u16string() : core::tr("LeftOut|Not added: {0}"_tr, left);
     if (!dropped.videos.empty()) {

@@ -46,10 +46,10 @@ inline constexpr Command kImportCommands[] = {
      u"ButtonLookAgain",
      "Look for the converter again"_tr},
     {.id = command::kImportEnd,
-     .text = "Cancel or Take Off the List"_tr,
+     .text = "Cancel or Remove from the List"_tr,
      .keys = {{{platform::Key::del, {}}}}},
     {.id = command::kImportRemedy, .text = "Keep Both, Import Anyway or Details"_tr},
-    {.id = command::kImportClear, .text = "Take All That Is Done Off the List"_tr},
+    {.id = command::kImportClear, .text = "Remove All That Is Done"_tr},
 };
 
 inline constexpr std::string_view kImportRows[] = {command::kImportEnd, command::kImportRemedy,

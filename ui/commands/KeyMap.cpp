@@ -98,7 +98,7 @@ bool KeyMap::readLine(const Command& command, const std::u16string& text) {
     bool isGood = true;
     for (const std::u16string& part : splitKeys(text)) {
         const std::optional<KeyChord> chord = parseKey(part);
-        const std::u16string problem = !chord ? core::tr("\"{0}\" is no key."_tr, part)
+        const std::u16string problem = !chord ? core::tr("\"{0}\" is not a key."_tr, part)
                                        : count == keys.size() ? core::tr("only two keys count."_tr)
                                                               : refusal(command, *chord);
         if (!problem.empty()) {

@@ -32,8 +32,8 @@ inline constexpr Command kKeysCommands[] = {
     {.id = command::kFind, .text = "Find"_tr, .keys = {{kCtrlF}}},
     {.id = command::kChangeKey, .text = "Change…"_tr, .keys = {{kF2}}},
     {.id = command::kRemoveKey, .text = "Remove"_tr, .keys = {{{platform::Key::del, {}}}}},
-    {.id = command::kResetKey, .text = "As at First"_tr},
-    {.id = command::kResetKeys, .text = "All Keys as at First"_tr},
+    {.id = command::kResetKey, .text = "Reset"_tr},
+    {.id = command::kResetKeys, .text = "Reset All Keys"_tr},
 };
 
 inline constexpr std::string_view kKeyRows[] = {command::kChangeKey, command::kRemoveKey,

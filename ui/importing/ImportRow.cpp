@@ -21,13 +21,14 @@ using imports::ImportItem;
 using imports::ImportState;
 using toolkit::CControlUI;
 
+constexpr std::u16string_view kName = u"LabelRowName";
 constexpr std::u16string_view kFacts = u"LabelRowFacts";
 constexpr std::u16string_view kSign = u"SignRow";
 constexpr std::u16string_view kFirst = u"LabelRowState";
 constexpr std::u16string_view kSecond = u"LabelRowReason";
 constexpr std::u16string_view kBar = u"ProgressRow";
 constexpr int kSmallFont = 4;
-/// A longer reason takes the place of the facts as well.
+/// A longer reason takes the place of the facts as well, and some of the name's.
 constexpr std::size_t kShortReason = 27;
 
 struct StateLook {
@@ -88,11 +89,12 @@ Control& part(CControlUI& row, std::u16string_view name) {
     return *toolkit::controlCast<Control>(row.FindSubControl(name));
 }
 
-/// The sign and the lines behind it: in the column of states, or from that of the facts on.
+/// The sign and the lines behind it: in the column of states, or from the end of a short name on.
 void placeState(CControlUI& row, bool isWide, bool hasRemedy, bool hasSign, bool isTwoLines) {
-    const std::u16string left = isWide ? u"295" : hasSign ? u"445" : u"423";
-    const std::u16string width = hasRemedy ? u"190" : isWide ? u"312" : hasSign ? u"164" : u"184";
-    place(part(row, kSign), isWide ? u"273,12,16,16" : u"423,12,16,16");
+    const std::u16string left = isWide ? u"212" : hasSign ? u"445" : u"423";
+    const std::u16string width = hasRemedy ? u"283" : isWide ? u"395" : hasSign ? u"164" : u"184";
+    place(part(row, kName), isWide ? u"35,0,149,39" : u"35,0,230,39");
+    place(part(row, kSign), isWide ? u"190,12,16,16" : u"423,12,16,16");
     place(part(row, kFirst),
           left + (isTwoLines ? u",5," : u",0,") + width + (isTwoLines ? u",15" : u",39"));
     place(part(row, kSecond), left + u",19," + width + u",15");
@@ -109,7 +111,7 @@ std::unique_ptr<CControlUI> makeImportRow(const ImportItem& item) {
     auto& icon = add<CControlUI>(*row, {}, u"11,12,16,16");
     icon.SetAttribute(u"icon", u"Video");
     icon.SetAttribute(u"icontint", u"muted");
-    auto& name = addLabel(*row, {}, u"35,0,230,39", 0);
+    auto& name = addLabel(*row, kName, u"35,0,230,39", 0);
     name.SetText(core::displayText(core::fileName(item.source)));
     name.SetAttribute(u"textcolor", u"ink");
     addLabel(*row, kFacts, u"273,0,146,39", kSmallFont);
@@ -163,7 +165,7 @@ void showImport(CControlUI& row, const ImportItem& item) {
     auto& end = part(row, kRowEnd);
     end.SetAttribute(u"icon", isDone ? u"More" : u"Close");
     const std::u16string what = core::tr(isDone   ? "More"_tr
-                                         : isOver ? "Take off the list"_tr
+                                         : isOver ? "Remove from the list"_tr
                                                   : "Cancel"_tr);
     end.SetToolTip(what);
     end.SetLabel(what + u": " + core::displayText(core::fileName(item.source)));

@@ -72,7 +72,7 @@ std::u16string importRemedyToolTip(const imports::ImportFailure& failure) {
         return core::tr("Import what is readable"_tr);
     default:
         return failure.details.empty() ? std::u16string()
-                                       : core::tr("What the converter said last"_tr);
+                                       : core::tr("The converter's last message"_tr);
     }
 }
 

@@ -252,10 +252,10 @@ void ImportVideo::OnClick(toolkit::TNotifyUI& message) {
         remedy(item->id);
     } else if (item->state == ImportState::done) {
         toolkit::MenuPopup::of(GetPaintManager())
-            .open(button, {{.text = core::tr("Command.TakeOffTheList|Take Off the List"_tr),
-                            .run = [this, id = item->id] { end(id); }},
-                           {.text = core::tr("Take All That Is Done Off the List"_tr),
-                            .run = [this] { clear(); }}});
+            .open(button,
+                  {{.text = core::tr("Command.RemoveFromTheList|Remove from the List"_tr),
+                    .run = [this, id = item->id] { end(id); }},
+                   {.text = core::tr("Remove All That Is Done"_tr), .run = [this] { clear(); }}});
     } else {
         end(item->id);
     }

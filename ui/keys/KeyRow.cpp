@@ -33,8 +33,8 @@ KeyRow::KeyRow(KeyTable& table, const KeyLine& line) : m_table(table), m_line(li
         SetToolTip(line.text); // it may be longer than the row
     } else if (line.isChosen) {
         const std::u16string usual = shownKey(line.command->keys[line.number]);
-        SetToolTip(usual.empty() ? core::tr("At first: no key"_tr)
-                                 : core::tr("AtFirst|At first: {0}"_tr, usual));
+        SetToolTip(usual.empty() ? core::tr("Originally: no key"_tr)
+                                 : core::tr("Originally|Originally: {0}"_tr, usual));
     } else if (!line.command->isFixed) {
         SetToolTip(core::tr("Change: double-click or Enter"_tr));
     }

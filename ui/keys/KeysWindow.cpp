@@ -34,7 +34,7 @@ constexpr std::u16string_view kPanes[] = {kFindEdit, kList, kCopyButton};
 constexpr core::Text kUsualHint =
     "Letters and digits count when no text field has the cursor. Tool tips show them too."_tr;
 constexpr core::Text kWaitingHint =
-    "Press the new key. Esc: leave, Delete: no key, Backspace: as at first."_tr;
+    "Press the new key. Esc: leave, Delete: no key, Backspace: reset."_tr;
 
 } // namespace
 

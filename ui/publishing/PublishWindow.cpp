@@ -90,7 +90,7 @@ void PublishWindow::bindCommands() {
     });
     commands.bind(command::kPublishOpen, [this] {
         if (!context().gui.desktop().openFile(m_result.folder + "/index.html")) {
-            showProblem(core::tr("No browser opens it."_tr), {});
+            showProblem(core::tr("No browser can open it."_tr), {});
         }
     });
     commands.bind(command::kPublishReveal, [this] {
