@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tests/toolkit/ToolkitTest.h"
+#include "toolkit/skin/ImageCache.h"
 #include "toolkit/skin/ImageDecoder.h"
 #include "toolkit/skin/SkinImage.h"
 
@@ -137,6 +138,26 @@ TEST_F(Images, StretchInNineParts) {
         EXPECT_EQ(picture.at(x, y), color) << x << "," << y;
     }
     EXPECT_NE(picture.at(35, 107), 0xFF00FF00) << "cut off at the control";
+}
+
+TEST_F(Images, ThatTogetherTakeTooMuchMemoryAreLeftOut) {
+    std::string large = bmp(1, 1, 0); // 8192 x 2000 black pixels of one bit
+    large.resize(54);
+    large.replace(10, 1, "\x3E").replace(28, 1, "\x01").replace(46, 1, "\x02");
+    large.replace(18, 2, std::string("\0\x20", 2)).replace(22, 2, "\xD0\x07");
+    large += std::string("\0\0\0\0\xFF\xFF\xFF\0", 8) + std::string(1024 * 2000, '\0');
+    std::string controls;
+    for (const char* name : {"A", "B", "C"}) {
+        support::writeBytes("UI/" + std::string(name) + ".bmp", large);
+        controls += "<Control height=\"50\" bkimage=\"" + std::string(name) + ".bmp\"/>";
+    }
+    open(R"(<Default class="Control" bkcolor="#FF123456"/><VerticalLayout>)" + controls +
+         "</VerticalLayout>");
+    toolkit::ImageCache::get().clear();
+    EXPECT_EQ(driver().pixel({10, 10}), 0xFF000000U);
+    EXPECT_EQ(driver().pixel({10, 110}), 0xFF123456U);
+    EXPECT_EQ(m_log.errors(), std::vector<std::string>{"Unable to load image UI/C.bmp"});
+    toolkit::ImageCache::get().clear();
 }
 
 TEST_F(Images, ThatAreMissingOrBadDrawNothingAndAreLoggedOnce) {

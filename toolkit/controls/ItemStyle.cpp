@@ -39,7 +39,9 @@ bool ItemStyle::apply(std::u16string_view name, std::u16string_view value) {
         {u"itemtextpadding", [](ItemStyle& s, Text v) { assignIf(s.textPadding, parseRect(v)); }},
         {u"itemfont", [](ItemStyle& s, Text v) { assignIf(s.font, parseInt(v)); }},
         {u"itemheight",
-         [](ItemStyle& s, Text v) { s.height = std::max(parseInt(v).value_or(s.height), 1); }},
+         [](ItemStyle& s, Text v) {
+             s.height = std::clamp(parseInt(v).value_or(s.height), 1, kMaxHeight);
+         }},
     };
     return attributes.apply(*this, name, value);
 }

@@ -20,6 +20,9 @@ struct ItemState {
 };
 
 struct ItemStyle {
+    /// So that the heights of all items together can be counted.
+    static constexpr int kMaxHeight = 1000;
+
     std::u16string backImage;
     std::u16string hotImage;
     std::u16string selectedImage;

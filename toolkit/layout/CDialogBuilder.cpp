@@ -10,6 +10,7 @@
 
 #include "core/Text.h"
 #include "core/Texts.h"
+#include "core/XmlTags.h"
 #include "platform/FontSet.h"
 #include "toolkit/controls/CContainerUI.h"
 #include "toolkit/controls/CControlUI.h"
@@ -28,6 +29,7 @@ using tinyxml2::XMLAttribute;
 using tinyxml2::XMLElement;
 
 constexpr std::size_t kMaxRemarks = 100;
+constexpr std::size_t kMaxRanges = 16; ///< of a control
 constexpr const char* kRange = "Range";
 constexpr const char* kRangeFrom = "from";
 
@@ -86,7 +88,9 @@ struct CDialogBuilder::Building {
                 remark(element, std::string("Font has no attribute ") + a->Name());
             }
         }
-        manager.look().AddFont(font);
+        if (!manager.look().AddFont(font)) {
+            remark(element, "too many fonts");
+        }
     }
 
     void addDefaults(const XMLElement& element) {
@@ -96,8 +100,9 @@ struct CDialogBuilder::Building {
             return;
         }
         for (const XMLAttribute* a = element.FirstAttribute(); a != nullptr; a = a->Next()) {
-            if (std::string_view(a->Name()) != "class") {
-                manager.look().AddDefault(wide(kind), wide(a->Name()), wide(a->Value()));
+            if (std::string_view(a->Name()) != "class" &&
+                !manager.look().AddDefault(wide(kind), wide(a->Name()), wide(a->Value()))) {
+                remark(element, std::string("too many defaults for ") + kind);
             }
         }
     }
@@ -157,6 +162,10 @@ struct CDialogBuilder::Building {
             if (!from) {
                 remark(*e, "Range without a size from which it holds");
                 continue;
+            }
+            if (ranges.size() == kMaxRanges) {
+                remark(*e, "too many ranges");
+                break;
             }
             ranges.push_back({*from, {}});
             for (const XMLAttribute* a = e->FirstAttribute(); a != nullptr; a = a->Next()) {
@@ -242,6 +251,10 @@ bool CDialogBuilder::parse(Document& document, std::span<const std::uint8_t> xml
     }
     // The data pointer of an empty span may be null, which tinyxml2 does not take.
     const char* text = xml.empty() ? "" : reinterpret_cast<const char*>(xml.data());
+    if (!core::areTagsModest({text, xml.size()})) {
+        m_problem = "too many attributes";
+        return false;
+    }
     if (document.xml.Parse(text, xml.size()) != tinyxml2::XML_SUCCESS) {
         m_problem =
             "line " + std::to_string(document.xml.ErrorLineNum()) + ": " + document.xml.ErrorName();

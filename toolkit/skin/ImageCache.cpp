@@ -1,11 +1,21 @@
 #include "toolkit/skin/ImageCache.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "core/Log.h"
+#include "platform/Geometry.h"
 #include "toolkit/skin/ImageDecoder.h"
 
 namespace toolkit {
+namespace {
+
+std::size_t bytesOf(platform::Size size) {
+    return static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) *
+           sizeof(std::uint32_t);
+}
+
+} // namespace
 
 ImageCache& ImageCache::get() {
     static ImageCache cache;
@@ -21,8 +31,10 @@ std::shared_ptr<const platform::Bitmap> ImageCache::load(const Skin& skin,
     }
     std::shared_ptr<const platform::Bitmap> image;
     if (const auto bytes = skin.read(file)) {
-        if (auto bitmap = decodeImage(*bytes)) {
+        if (auto bitmap = decodeImage(*bytes);
+            bitmap && m_bytes + bytesOf(bitmap->size()) <= kMaxBytes) {
             image = std::make_shared<const platform::Bitmap>(std::move(*bitmap));
+            m_bytes += bytesOf(image->size());
         }
     }
     if (image == nullptr) {

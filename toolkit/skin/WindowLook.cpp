@@ -1,6 +1,5 @@
 #include "toolkit/skin/WindowLook.h"
 
-#include <cstddef>
 #include <utility>
 
 #include "core/Text.h"
@@ -68,8 +67,12 @@ const IconSet& WindowLook::icons() {
     return *m_icons;
 }
 
-void WindowLook::AddFont(const platform::FontDescription& font) {
+bool WindowLook::AddFont(const platform::FontDescription& font) {
+    if (m_fontHandles.size() == kMaxFonts) {
+        return false;
+    }
     m_fontHandles.push_back(m_fonts.open(font));
+    return true;
 }
 
 platform::FontHandle WindowLook::GetFont(int id) const {
@@ -78,9 +81,14 @@ platform::FontHandle WindowLook::GetFont(int id) const {
                : 0;
 }
 
-void WindowLook::AddDefault(std::u16string_view className, std::u16string_view name,
+bool WindowLook::AddDefault(std::u16string_view className, std::u16string_view name,
                             std::u16string_view value) {
-    m_defaults[std::u16string(className)].emplace_back(name, value);
+    Attributes& defaults = m_defaults[std::u16string(className)];
+    if (defaults.size() == kMaxDefaults) {
+        return false;
+    }
+    defaults.emplace_back(name, value);
+    return true;
 }
 
 const WindowLook::Attributes& WindowLook::GetDefaults(const std::u16string& className) const {

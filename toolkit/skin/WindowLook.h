@@ -2,6 +2,7 @@
 // default attributes of each kind of control. UI thread only.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,6 +27,8 @@ class CControlUI;
 class WindowLook {
 public:
     using Attributes = std::vector<std::pair<std::u16string, std::u16string>>;
+    static constexpr std::size_t kMaxFonts = 256;
+    static constexpr std::size_t kMaxDefaults = 1024;
 
     /// `fonts` must outlive the object.
     explicit WindowLook(platform::FontSet& fonts) : m_fonts(fonts) {}
@@ -43,12 +46,13 @@ public:
     /// The colours of what the program draws itself.
     [[nodiscard]] const Palette& palette() { return icons().palette(); }
     [[nodiscard]] platform::Color color(const SkinColor& color) { return color.in(palette()); }
-    /// Fonts are numbered from 0 in the order added.
-    void AddFont(const platform::FontDescription& font);
+    /// Fonts are numbered from 0 in the order added. False beyond kMaxFonts.
+    bool AddFont(const platform::FontDescription& font);
     /// An unknown number means the default font.
     [[nodiscard]] platform::FontHandle GetFont(int id) const;
 
-    void AddDefault(std::u16string_view className, std::u16string_view name,
+    /// False beyond kMaxDefaults of a kind.
+    bool AddDefault(std::u16string_view className, std::u16string_view name,
                     std::u16string_view value);
     void ApplyDefaults(CControlUI& control) const;
     /// The defaults of a kind; empty when the layout has none.
