@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -16,6 +17,14 @@ using toolkit::CComboUI;
 using toolkit::CListUI;
 
 namespace {
+
+std::string repeated(const std::string& text, int count) {
+    std::string all;
+    for (int i = 0; i < count; ++i) {
+        all += text;
+    }
+    return all;
+}
 
 class Lifetime : public ToolkitTest {
 protected:
@@ -160,10 +169,37 @@ TEST_F(Lifetime, AWindowThatIsMadeAgainBeginsAnew) {
               test::gui().fonts().open({"", 40, false, false}));
 }
 
+TEST_F(Lifetime, AWindowWhoseLastHandlerFailsHasEndedAllTheSame) {
+    class Window final : public RecordingWindow {
+    public:
+        using RecordingWindow::RecordingWindow;
+        bool HandleMessage(const platform::Event& event) override {
+            RecordingWindow::HandleMessage(event);
+            if (event.kind == platform::EventKind::destroyed) {
+                throw std::bad_alloc();
+            }
+            return true;
+        }
+        void OnFinalMessage() override { hasEnded = true; }
+        bool hasEnded = false;
+    };
+    support::writeBytes("UI/Test.xml", "<Window size=\"10,10\"/>");
+    Window window(test::gui());
+    ASSERT_TRUE(window.Create(nullptr, u"Test", 0, 0));
+    window.Close();
+    test::gui().loop().run();
+    EXPECT_TRUE(window.hasEnded);
+    EXPECT_EQ(window.GetNative(), nullptr);
+}
+
 TEST_F(Lifetime, ABadLayoutKeepsTheWindowFromOpeningAndIsNamedInTheLog) {
     std::string deep = "<Window size=\"10,10\">";
     for (int i = 0; i < 2000; ++i) {
         deep += "<Container>";
+    }
+    std::string wide = "<Window size=\"10,10\"><!-- <Label --><Label";
+    for (int i = 0; i < 257; ++i) {
+        wide += " a" + std::to_string(i) + "='>'";
     }
     const std::pair<const char*, std::string> layouts[] = {
         {"missing", ""},
@@ -174,6 +210,7 @@ TEST_F(Lifetime, ABadLayoutKeepsTheWindowFromOpeningAndIsNamedInTheLog) {
         {"an empty size", "<Window size=\"0,10\"/>"},
         {"a huge size", "<Window size=\"100000,10\"/>"},
         {"too deep", deep},
+        {"too many attributes", wide + "/></Window>"},
     };
     for (const auto& [what, layout] : layouts) {
         SCOPED_TRACE(what);
@@ -188,6 +225,43 @@ TEST_F(Lifetime, ABadLayoutKeepsTheWindowFromOpeningAndIsNamedInTheLog) {
         ASSERT_EQ(m_log.errors().size(), before + 1);
         EXPECT_NE(m_log.errors().back().find("UI/Test.xml"), std::string::npos);
     }
+}
+
+TEST_F(Lifetime, WhatALayoutHasTooMuchOfIsLeftOut) {
+    open(repeated("<Font size=\"30\"/>", 256) + "<Font size=\"40\"/>" +
+         repeated("<Default class=\"Edit\" width=\"5\"/>", 1024) +
+         "<Default class=\"Edit\" width=\"6\"/><Label name=\"A\" text=\"few\">" +
+         repeated("<Range from=\"1,1\" text=\"some\"/>", 16) +
+         "<Range from=\"1,1\" text=\"many\"/></Label><Edit name=\"B\"/>");
+    EXPECT_EQ(m_log.errors().size(), 3U);
+    EXPECT_EQ(window().GetPaintManager().look().GetFont(256), 0);
+    EXPECT_EQ(driver().get(u"B").GetFixedWidth(), 5);
+    EXPECT_EQ(driver().textOf(u"A"), u"some");
+}
+
+TEST_F(Lifetime, WhatFailsInAWindowLeavesTheProgramRunning) {
+    class Failing final : public toolkit::CControlUI {
+    public:
+        void SetPos(const Rect& pos) override {
+            CControlUI::SetPos(pos);
+            if (std::exchange(fails, false)) {
+                throw std::bad_alloc();
+            }
+        }
+        bool fails = false;
+    };
+    open("");
+    auto* control = root().AddNew<Failing>();
+    driver().manager().UpdateLayout();
+    control->fails = true;
+    {
+        const toolkit::CPaintManagerUI::Busy busy(&driver().manager());
+        control->NeedUpdate();
+    }
+    EXPECT_FALSE(control->fails);
+    control->SetPos({});
+    driver().manager().UpdateLayout();
+    EXPECT_FALSE(control->GetPos().isEmpty()) << "laid out again";
 }
 
 TEST_F(Lifetime, WhatALayoutGetsWrongIsSkippedAndTheRestStands) {

@@ -78,6 +78,14 @@ TEST_F(Notifications, ButtonsTellOfAPressAndReleaseInside) {
         {"Space", [&] { driver().press(Key::space); }, {"click Go"}},
         {"Enter", [&] { driver().press(Key::enter); }, {"click Go"}},
         {"Control+Enter is no press", [&] { driver().press(Key::enter, kControl); }, {}},
+        {"Space let go with Control held",
+         [&] {
+             using platform::EventKind;
+             test::input().key(driver().native(), EventKind::keyDown, Key::space, u" ");
+             test::input().key(driver().native(), EventKind::keyUp, Key::space, {}, kControl);
+             test::pump();
+         },
+         {"click Go"}},
     });
 }
 

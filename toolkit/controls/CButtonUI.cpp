@@ -114,11 +114,12 @@ bool CButtonUI::onKey(const TEventUI& event) {
         Invalidate();
         return true;
     }
-    if (event.native.modifiers.alt || event.native.modifiers.control) {
-        return false;
+    const bool isDown = event.Type == EventType::keyDown;
+    if (isDown && (event.native.modifiers.alt || event.native.modifiers.control)) {
+        return false; // a release counts with them too, or the button would stay pressed
     }
     const platform::Key key = event.native.key;
-    if (event.Type == EventType::keyDown && key == platform::Key::enter) {
+    if (isDown && key == platform::Key::enter) {
         if (!event.native.repeat) {
             Activate();
         }
@@ -127,8 +128,8 @@ bool CButtonUI::onKey(const TEventUI& event) {
     if (key != platform::Key::space) {
         return false;
     }
-    const bool released = event.Type == EventType::keyUp && m_keyPushed;
-    m_keyPushed = event.Type == EventType::keyDown;
+    const bool released = !isDown && m_keyPushed;
+    m_keyPushed = isDown;
     Invalidate();
     if (released) {
         Activate();

@@ -44,8 +44,6 @@ protected:
     [[nodiscard]] bool isHot() const { return m_hot; }
     /// Pressed by mouse or Space and not released yet, or its menu is open.
     [[nodiscard]] bool isPushed() const { return m_mousePushed || m_keyPushed || hasMenu(); }
-    [[nodiscard]] const std::u16string& disabledImage() const { return m_disabledImage; }
-    [[nodiscard]] const std::u16string& normalImage() const { return m_normalImage; }
 
 private:
     struct Attributes;

@@ -106,7 +106,6 @@ private:
     /// An item: its control once that was requested, else its text in the shared list.
     using Item = std::unique_ptr<CListLabelElementUI>;
     void makeOwnItems();
-    void sendSelected();
     void dropOrClose();
     bool onMouse(const TEventUI& event);
     bool onKey(const TEventUI& event);

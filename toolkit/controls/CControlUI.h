@@ -77,7 +77,6 @@ public:
     void SetFixedHeight(int height);
     [[nodiscard]] const Size& GetFixedSize() const { return m_fixed; }
     [[nodiscard]] int GetFixedWidth() const { return m_fixed.width; }
-    [[nodiscard]] int GetFixedHeight() const { return m_fixed.height; }
     void SetMinWidth(int width);
     void SetMinHeight(int height);
     /// 0: no upper limit.

@@ -17,7 +17,6 @@ public:
 
     /// 0 to 100; others are brought into these bounds.
     void SetPercent(int percent);
-    [[nodiscard]] int GetPercent() const { return m_percent; }
 
     bool SetAttribute(std::u16string_view name, std::u16string_view value) override;
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override {

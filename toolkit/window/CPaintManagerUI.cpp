@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/Guard.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
 #include "toolkit/skin/SkinImage.h"
@@ -45,9 +46,10 @@ void CPaintManagerUI::Init(platform::NativeWindow* window) {
     m_toolTip = std::make_unique<ToolTipWindow>(*this);
 }
 
-void CPaintManagerUI::leaveBusy() {
+void CPaintManagerUI::leaveBusy() noexcept {
     if (m_busy == 1) {
-        UpdateLayout();
+        // What fails for want of memory is made up for in the next event.
+        platform::guardedRun("layout", [this] { UpdateLayout(); });
         // Ending controls may retire others.
         while (!m_retired.empty()) {
             const std::vector<std::unique_ptr<CControlUI>> ending = std::move(m_retired);
@@ -159,7 +161,12 @@ void CPaintManagerUI::UpdateLayout() {
         const Busy busy(this);
         m_ranges.apply(m_windowSize);
         m_needsLayout = false;
-        m_root->SetPos(Rect::at(0, 0, m_windowSize.width, m_windowSize.height));
+        try {
+            m_root->SetPos(Rect::at(0, 0, m_windowSize.width, m_windowSize.height));
+        } catch (...) {
+            m_needsLayout = true;
+            throw;
+        }
     }
 }
 

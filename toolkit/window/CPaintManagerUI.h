@@ -147,7 +147,7 @@ private:
     bool handleKey(const platform::Event& event);
     void handleTimer(const platform::Event& event);
     [[nodiscard]] platform::WindowTimers* nativeTimers() const;
-    void leaveBusy();
+    void leaveBusy() noexcept;
     static void forgetInputIn(CControlUI& control);
     void paintFocusRing(platform::Canvas& canvas);
 

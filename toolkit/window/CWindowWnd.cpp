@@ -65,17 +65,18 @@ bool CWindowWnd::onEvent(const platform::Event& event) {
     if (m_silent) {
         return false;
     }
+    const bool isLast = event.kind == platform::EventKind::destroyed;
+    bool handled = false;
     try {
-        const bool handled = HandleMessage(event);
-        if (event.kind == platform::EventKind::destroyed) {
-            m_alive = false;
-            OnFinalMessage();
-        }
-        return handled;
+        handled = HandleMessage(event);
     } catch (const std::exception& exception) {
         core::Log::get()->Error("Unexpected error in a window: %s", exception.what());
     }
-    return false;
+    if (isLast) {
+        m_alive = false;
+        OnFinalMessage();
+    }
+    return handled;
 }
 
 void CWindowWnd::onPaint(platform::Canvas& canvas, const platform::Rect& dirty) {
