@@ -19,6 +19,19 @@ public:
           m_pixels(static_cast<std::size_t>(m_size.width) *
                    static_cast<std::size_t>(m_size.height)) {}
 
+    /// Takes another size. All pixels are 0 again. Memory is taken with some to spare and kept, as
+    /// a window that is resized needs a little more or less of it with each step.
+    void reshape(Size size) {
+        m_size = size.width > 0 && size.height > 0 ? size : Size{};
+        const auto count =
+            static_cast<std::size_t>(m_size.width) * static_cast<std::size_t>(m_size.height);
+        if (count > m_pixels.capacity() || count < m_pixels.capacity() / 4) {
+            m_pixels = {};
+            m_pixels.reserve(count + count / 8);
+        }
+        m_pixels.assign(count, 0);
+    }
+
     [[nodiscard]] Size size() const { return m_size; }
     [[nodiscard]] bool isEmpty() const { return m_pixels.empty(); }
     /// Row y, 0 <= y < height: width pixels.

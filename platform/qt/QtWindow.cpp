@@ -51,9 +51,10 @@ QtWindow::QtWindow(QtWindowHost& host, const WindowOptions& options, WindowEvent
     QObject::connect(m_surface.get(), &QWindow::screenChanged, m_surface.get(),
                      [surface = m_surface.get()] {
                          if (QtWindow* window = surface->window()) {
-                             guardedRun("change of the screen", [&] { window->refit(); });
+                             guardedRun("change of the screen", [&] { window->changeScreen(); });
                          }
                      });
+    m_ratio = m_surface->devicePixelRatio();
     m_host.add(*this);
 }
 
@@ -124,8 +125,29 @@ double QtWindow::fitOn(const QScreen& screen) const {
                          fromQt(screen.availableGeometry()).size());
 }
 
-void QtWindow::refit() {
-    if (m_surface->screen() != nullptr && fitOn(*m_surface->screen()) != m_fit) {
+/// Qt tells of the other screen before the window has its pixels; where the system keeps the number
+/// of pixels, it tells of another size in between.
+void QtWindow::changeScreen() {
+    QMetaObject::invokeMethod(
+        m_surface.get(),
+        [surface = m_surface.get(), content = m_content] {
+            if (QtWindow* window = surface->window()) {
+                guardedRun("another screen", [&] { window->refit(content); });
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+void QtWindow::refit(const KeptSize& content) {
+    if (m_surface->screen() == nullptr) {
+        return;
+    }
+    const double ratio = m_surface->devicePixelRatio();
+    const bool hasOtherPixels = std::exchange(m_ratio, ratio) != ratio;
+    if (hasOtherPixels) {
+        m_content = content;
+    }
+    if (hasOtherPixels || fitOn(*m_surface->screen()) != m_fit) {
         rescale();
     }
 }

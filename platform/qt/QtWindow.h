@@ -78,8 +78,10 @@ private:
     [[nodiscard]] const QScreen& homeScreen() const;
     /// By how much the window has to be smaller on a screen.
     [[nodiscard]] double fitOn(const QScreen& screen) const;
-    /// On another screen, or after it has changed.
-    void refit();
+    /// It is on another screen, or that has changed.
+    void changeScreen();
+    /// Gives it the size there of the content that it had before.
+    void refit(const KeptSize& content);
     void fixSize(Size size);
     void noteGeometry();
     void noteState();
@@ -95,6 +97,7 @@ private:
     int m_cornerRadius;
     KeptSize m_content;
     double m_fit = 1;
+    double m_ratio = 1;  ///< the screen's pixels for one of Qt's
     Rect m_normal;       ///< in Qt's pixels
     Rect m_formerNormal; ///< before the last change of m_normal
     KeptSize m_formerContent;

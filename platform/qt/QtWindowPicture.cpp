@@ -55,7 +55,7 @@ void QtWindowPicture::resizeBack() {
     }
     const Size content = m_window.contentSize();
     m_scale = {scale, content, size};
-    m_back = Bitmap(size);
+    m_back.reshape(size);
     m_dirty.clear();
     m_dirty.add({0, 0, content.width, content.height});
 }
