@@ -127,10 +127,20 @@ public:
             m_gui.host.screenHeight = kLowScreen;
         }
         m_gui.windows().setZoom(2);
-        take<ui::OpenScene>("OpenScene@200");
-        take<ui::NewScene>("NewScene@200");
-        settings("Settings@200");
-        take<ui::KeysWindow>("Keys@200");
+        m_suffix = "@200";
+        take<ui::OpenScene>("OpenScene");
+        take<ui::NewScene>("NewScene");
+        settings("Settings");
+        take<ui::KeysWindow>("Keys");
+        {
+            const auto window = ui::BranchList::create(context());
+            open(*window);
+            question(*window);
+        }
+        earlierVersions();
+        importVideo();
+        publish();
+        m_services.sceneImports.reset();
         m_gui.windows().setZoom(1);
     }
 
@@ -293,7 +303,7 @@ private:
     }
 
     void save(const std::string& name, const platform::Bitmap& picture) {
-        tour::writePng(picture, (m_folder / (name + ".png")).string());
+        tour::writePng(picture, (m_folder / (name + m_suffix + ".png")).string());
         std::cout << name << " " << picture.size().width << "x" << picture.size().height << "\n";
     }
 
@@ -574,6 +584,7 @@ private:
     std::filesystem::path m_folder;
     app_state::ScreenState m_state;
     app_state::SharedServices m_services;
+    std::string m_suffix; ///< of the files' names
     bool m_plain;
     bool m_good = false;
 };
