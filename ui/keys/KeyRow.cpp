@@ -183,8 +183,11 @@ void KeyRow::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
     style().item.paintBackground(canvas, *GetManager(), GetPos(), {true, m_isSelected, m_isHot});
     const int end = paintKeys(canvas, GetPos().left + kInset);
     const bool isNote = m_line.command == nullptr;
-    paintWords(canvas, m_refusal.empty() ? GetText() : m_refusal,
-               isNote ? end : std::max(GetPos().left + m_textLeft, end + kTextGap),
+    const std::u16string text = m_refusal.empty() ? GetText() : m_refusal;
+    // A long one begins before the others, as far as its keys allow.
+    const int last = GetPos().right - kInset - widthOf(text);
+    paintWords(canvas, text,
+               isNote ? end : std::max(std::min(GetPos().left + m_textLeft, last), end + kTextGap),
                !m_refusal.empty() ? style().refusedColor
                : isNote           ? style().hintColor
                                   : style().textColor);
