@@ -49,7 +49,10 @@ def wait_for(what, find):
     raise AssertionError(f"{what}: waited for in vain")
 
 
-class WaylandRun(unittest.TestCase):
+class WaylandCase(unittest.TestCase):
+    width, height = WIDTH, HEIGHT  # of the display
+    outputs = ""  # of the compositor, in its settings; none: one that fills the display
+
     def setUp(self):
         self.place = pathlib.Path(tempfile.mkdtemp(prefix="quorvel-wayland-"))
         self.addCleanup(shutil.rmtree, self.place)
@@ -71,8 +74,8 @@ class WaylandRun(unittest.TestCase):
 
     def start_display(self):
         reading, writing = os.pipe()
-        self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", "-nolisten", "tcp",
-                   pass_fds=[writing], stderr=subprocess.DEVNULL)
+        self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.width}x{self.height}x24",
+                   "-nolisten", "tcp", pass_fds=[writing], stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as stream:
             return ":" + stream.readline().strip()
@@ -81,10 +84,12 @@ class WaylandRun(unittest.TestCase):
         config = self.place / "weston.ini"
         config.write_text("[core]\nidle-time=0\n[shell]\npanel-position=none\nlocking=false\nanimation=none\n"
                           "close-animation=none\nstartup-animation=none\nfocus-animation=none\n"
-                          f"background-color=0xff{GROUND[0]:02x}{GROUND[1]:02x}{GROUND[2]:02x}\n", encoding="ascii")
+                          f"background-color=0xff{GROUND[0]:02x}{GROUND[1]:02x}{GROUND[2]:02x}\n{self.outputs}",
+                          encoding="ascii")
         (self.place / "weston.log").touch()
-        self.start("weston", "--backend=x11-backend.so", "--use-pixman", f"--width={WIDTH}", f"--height={HEIGHT}",
-                   f"--socket={SOCKET}", f"--config={config}", f"--log={self.place}/weston.log",
+        screens = ["--output-count=2"] if self.outputs else [f"--width={self.width}", f"--height={self.height}"]
+        self.start("weston", "--backend=x11-backend.so", "--use-pixman", *screens, f"--socket={SOCKET}",
+                   f"--config={config}", f"--log={self.place}/weston.log",
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_for("the compositor's ground", lambda: (self.place / SOCKET).exists() and self.is_empty())
         screen = wait_for("the compositor's window", lambda: self.tell("search", "--onlyvisible", "--class", "."))
@@ -104,11 +109,11 @@ class WaylandRun(unittest.TestCase):
     def picture(self):
         data = subprocess.run(["import", "-window", "root", "-depth", "8", "rgb:-"], check=True, env=self.environment,
                               stdout=subprocess.PIPE).stdout
-        self.assertEqual(len(data), WIDTH * HEIGHT * 3)
+        self.assertEqual(len(data), self.width * self.height * 3)
         return data
 
     def is_empty(self):
-        return self.picture().count(bytes(GROUND)) > WIDTH * HEIGHT * 9 // 10
+        return self.picture().count(bytes(GROUND)) > self.width * self.height * 7 // 10
 
     def box(self):
         """Left, top, right and bottom of all that stands on the ground; none: nothing."""
@@ -153,6 +158,8 @@ class WaylandRun(unittest.TestCase):
         self.do(*closing)
         self.wait_below(box, place, False, before)
 
+
+class OneScreen(WaylandCase):
     def test_windows_are_moved_enlarged_and_closed(self):
         program = self.start(PROGRAM, cwd=self.folder, stderr=subprocess.PIPE, text=True)
         box = self.steady_box("the first window", lambda box: box[2] - box[0] == FIRST_WIDTH)
@@ -186,6 +193,48 @@ class WaylandRun(unittest.TestCase):
         self.assertEqual((program.returncode, errors), (0, ""))
         page = (self.folder / "Log.html").read_text(encoding="utf-8")
         self.assertEqual(re.findall("COLOR=#FF0000>Error: (.*?)</FONT>", page, re.DOTALL), [])
+
+
+class MixedScreens(WaylandCase):
+    """A screen, and right of it one with twice the pixels."""
+
+    LEFT, RIGHT = (1000, 750), (1900, 1450)
+    width, height = LEFT[0] + RIGHT[0], RIGHT[1]
+    outputs = f"[output]\nname=X1\nmode={LEFT[0]}x{LEFT[1]}\n" \
+              f"[output]\nname=X2\nmode={RIGHT[0] // 2}x{RIGHT[1] // 2}\nscale=2\n"
+
+    def is_empty(self):
+        windows = self.tell("search", "--onlyvisible", "--class", ".").split()
+        if len(windows) < 2:
+            return False
+        self.do("windowmove", windows[1], str(self.LEFT[0]), "0")
+        return super().is_empty()
+
+    def draw(self, start, end):
+        """Moves the window at a place, as compositors offer it. Stops at the edge of the screen."""
+        self.do("mousemove", *map(str, start), "keydown", "super", "mousedown", "1")
+        for step in range(1, 21):
+            self.do("mousemove", *(str(a + (b - a) * step // 20) for a, b in zip(start, end)), "sleep", "0.02")
+        self.do("mouseup", "1", "keyup", "super")
+
+    def is_sharp(self):
+        """Whether neighbours differ as only those of a picture do that was not enlarged, and not just at its edges."""
+        data = self.picture()
+        for y in range(0, self.height, 4):
+            row = data[(y * self.width + self.LEFT[0]) * 3:(y + 1) * self.width * 3]
+            if sum(abs(one - other) > 160 for one, other in zip(row, row[3:])) > 12:
+                return True
+        return False
+
+    def test_a_window_is_sharp_on_the_screen_that_it_is_moved_to(self):
+        # The mouse stays on an empty place: a control under it would have the window drawn anew.
+        self.do("mousemove", "300", "300")
+        self.start(PROGRAM, cwd=self.folder)
+        below = (500 + self.width * 550) * 3
+        wait_for("the first window", lambda: self.picture()[below:below + 3] != bytes(GROUND))
+        self.draw((500, 550), (self.LEFT[0] + 100, 550))
+        self.draw((self.LEFT[0] + 100, 1100), (self.LEFT[0] + 1140, 1100))
+        wait_for("the window in the pixels of the other screen", self.is_sharp)
 
 
 if __name__ == "__main__":
