@@ -1,6 +1,9 @@
 #include "ZoneEdit/PointStep.h"
 
+#include <cstdint>
 #include <cstdlib>
+
+#include "ZoneEdit/PointSums.h"
 
 namespace zoneedit {
 
@@ -28,7 +31,7 @@ void PointStep::beginMove(Place place, Point press, bool keepsDistance) {
     openMove(place);
     m_grab = {};
     if (m_start && m_start->handle >= 0 && keepsDistance) {
-        m_grab = {m_start->at.x - press.x, m_start->at.y - press.y};
+        m_grab = differenceOf(m_start->at, press);
     }
 }
 
@@ -38,13 +41,14 @@ void PointStep::move(Place place, Point to, bool keepsAxis) {
     if (place != m_place || !m_session.inGesture()) {
         openMove(place);
     }
-    Point at{to.x + m_grab.x, to.y + m_grab.y};
+    Point at = sumOf(to, m_grab);
     if (!m_start) {
         m_session.moveSelectedPoint(place.zone, place.frame, at.x, at.y);
         return;
     }
     if (keepsAxis) {
-        const bool isAcross = std::abs(at.x - m_start->at.x) >= std::abs(at.y - m_start->at.y);
+        const Point by = differenceOf(at, m_start->at);
+        const bool isAcross = std::abs(std::int64_t{by.x}) >= std::abs(std::int64_t{by.y});
         at = isAcross ? Point{at.x, m_start->at.y} : Point{m_start->at.x, at.y};
     }
     m_editor.move(*m_start, at);

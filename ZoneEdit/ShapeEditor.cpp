@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "ZoneEdit/PointSums.h"
 #include "core/EditorSettings.h"
 #include "zone/EditContext.h"
 #include "zone/ShapeKeys.h"
@@ -125,7 +126,7 @@ void ShapeEditor::move(const Start& start, Point to) {
         const auto held = start.before->points(start.place.frame);
         const bool isCentre = held && start.handle == static_cast<int>(held->size());
         reshape(start, moveName(start),
-                isCentre ? zone::shifted({to.x - start.at.x, to.y - start.at.y})
+                isCentre ? zone::shifted(differenceOf(to, start.at))
                          : zone::movedPoint(start.handle, m_session.clamped(to)));
     }
 }

@@ -1,5 +1,6 @@
 // Drags with Ctrl and Shift, double-clicks and keys that edit points, by real events: in the whole
 // picture, zoomed in, and on a screen of another scale.
+#include <climits>
 #include <cmath>
 #include <cstddef>
 #include <memory>
@@ -12,6 +13,9 @@
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
+#include "zone/Scale.h"
+#include "zone/ZoneManager.h"
+#include "zone/ZoneSession.h"
 
 namespace {
 
@@ -272,6 +276,24 @@ TEST_F(ZoneEditGesture, CtrlWithArrowsMovesTheChosenPointInOneStepForEachPress) 
     EXPECT_EQ(frameText(), u"1");
     m_driver->press(Key::right);
     EXPECT_EQ(frameText(), u"2") << "without Ctrl they step as ever";
+}
+
+TEST_F(ZoneEditGesture, APointThatLiesFarAwayInTheFileIsMovedIntoThePicture) {
+    makeClip(3);
+    const auto made = zone::ZoneManager::createEmpty();
+    made->scale = zone::Scale{};
+    zone::ZoneSession session(made);
+    session.setArea({INT_MAX, INT_MAX});
+    session.addZone("far", 3);
+    session.addPoint(0, 0, 5, 5);
+    (void)session.hitTest(0, 0, 5, 5);
+    session.moveSelectedPoint(0, 1, INT_MAX - 1, INT_MAX - 1);
+    ASSERT_TRUE(session.save("Scenes/Fire/clip.ogv"));
+    show();
+    m_driver->click(on(points(0, 0)[0].x, points(0, 0)[0].y));
+    press(Key::right);
+    m_driver->press(Key::right, kControl);
+    EXPECT_EQ(points(0, 1)[0], (Point{1279, 719}));
 }
 
 TEST_F(ZoneEditGesture, ToolsAndTheActiveFlagHaveKeysUnlessTheyAreTyped) {
