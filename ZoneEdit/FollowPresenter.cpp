@@ -12,6 +12,7 @@
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CProgressUI.h"
+#include "ui/FlagScope.h"
 #include "video/CVideoUI.h"
 #include "zone/ShapeStretch.h"
 #include "zone/Zone.h"
@@ -205,10 +206,9 @@ void FollowPresenter::accept() {
         for (const auto& [frame, points] : m_layer->shapes()) {
             stretch.add(points, zone->isActive(frame));
         }
-        m_isChanging = true;
+        const ui::FlagScope changing(m_isChanging);
         m_links.session.replaceShapes({zone::StepLabel::Name::follow, m_place.zone, m_place.frame},
                                       {std::move(stretch)});
-        m_isChanging = false;
     }
     close();
 }

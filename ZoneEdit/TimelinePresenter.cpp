@@ -83,11 +83,11 @@ const zone::ShapeKeys& TimelinePresenter::keys() {
 
 const TimelineMarks& TimelinePresenter::marks() {
     if (m_isStale && !m_session.inGesture()) {
-        m_isStale = false;
         m_marks.keys = keys().frames();
         const auto zone = m_session.zones().zone(m_session.context().currentZone);
         m_marks.isZone = zone != nullptr;
         m_marks.active = zone ? zone::activeRuns(*zone) : std::vector<zone::FrameRange>();
+        m_isStale = false;
     }
     return m_marks;
 }

@@ -25,6 +25,7 @@
 #include "toolkit/input/TEventUI.h"
 #include "toolkit/skin/Palette.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/FlagScope.h"
 #include "zone/EditContext.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
@@ -117,9 +118,10 @@ void ZonesPanel::refresh() {
     if (rows == nullptr) {
         return;
     }
-    m_isShowing = true;
-    rows->SelectItem(m_session.context().currentZone);
-    m_isShowing = false;
+    {
+        const ui::FlagScope showing(m_isShowing);
+        rows->SelectItem(m_session.context().currentZone);
+    }
     for (int zone = 0; zone < rows->GetCount(); ++zone) {
         if (CControlUI* row = rows->madeRow(zone)) {
             showRow(*row, zone);

@@ -18,6 +18,7 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/FigureTexts.h"
+#include "ui/FlagScope.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 #include "zone/ShapeDrawing.h"
@@ -102,10 +103,11 @@ void ZoomPresenter::showZoom() {
     for (const int percent : m_percents) {
         texts->push_back(ui::percentText(percent));
     }
-    m_isShowing = true;
-    combo->SetItemTexts(std::move(texts));
-    combo->SelectItem(chosen);
-    m_isShowing = false;
+    {
+        const ui::FlagScope showing(m_isShowing);
+        combo->SetItemTexts(std::move(texts));
+        combo->SelectItem(chosen);
+    }
     showOverview();
 }
 

@@ -16,10 +16,10 @@
 #include "toolkit/controls/CScrollBarUI.h"
 #include "toolkit/controls/ScrollModel.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/FlagScope.h"
 #include "ui/NameList.h"
 #include "ui/branch_editor/ActionValues.h"
 #include "ui/branch_editor/ControlNames.h"
-#include "ui/branch_editor/FlagScope.h"
 
 namespace ui {
 

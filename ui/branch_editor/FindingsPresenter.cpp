@@ -20,8 +20,8 @@
 #include "toolkit/controls/CSplitterUI.h"
 #include "toolkit/layout/CHorizontalLayoutUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/FlagScope.h"
 #include "ui/branch_editor/ControlNames.h"
-#include "ui/branch_editor/FlagScope.h"
 
 namespace ui {
 

@@ -11,10 +11,10 @@
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CListLabelElementUI.h"
+#include "ui/FlagScope.h"
 #include "ui/SceneHints.h"
 #include "ui/branch_editor/ActionValues.h"
 #include "ui/branch_editor/ControlNames.h"
-#include "ui/branch_editor/FlagScope.h"
 #include "zone/ZoneManager.h"
 
 namespace ui {
