@@ -1,13 +1,10 @@
 #include "ZoneEdit/PointTools.h"
 
-#include <cstddef>
-#include <iterator>
 #include <utility>
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
-#include "toolkit/controls/COptionUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
@@ -24,32 +21,14 @@ constexpr double kEdgeReach = 6;
 
 using platform::EventKind;
 using platform::Point;
-using zone::StepLabel;
-
-struct PointTools::Rule {
-    StepLabel::Name step;
-    bool holds; ///< the mouse stays ours until the button is released
-    Tool next;  ///< after the press
-};
-
-const PointTools::Rule& PointTools::ruleOf(Tool tool) {
-    static constexpr Rule kRules[] = {
-        {StepLabel::Name::movePoint, true, Tool::movePoint},
-        // The new point can be dragged at once, and the next click selects.
-        {StepLabel::Name::addPoint, true, Tool::movePoint},
-        {StepLabel::Name::addPoint, true, Tool::addMultiPoint},
-        {StepLabel::Name::deletePoint, false, Tool::deletePoint},
-    };
-    static_assert(std::size(kRules) == std::size(kToolOptions));
-    return kRules[static_cast<std::size_t>(tool)];
-}
 
 PointTools::PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
                        ShapeEditor& editor, HintPresenter& hints)
     : m_controls(controls), m_video(video), m_session(session), m_editor(editor), m_hints(hints),
-      m_gesture(controls, video, session, editor), m_step(session, editor) {
+      m_choice(controls, video, session, hints), m_gesture(controls, video, session, editor),
+      m_step(session, editor) {
     if (video::CVideoUI* control = m_video.control()) {
-        control->setPointerShape([this](Point at) { return pointerAt(at); });
+        control->setPointerShape([this](Point at) { return m_choice.pointerAt(at, m_held); });
     }
 }
 
@@ -57,67 +36,6 @@ PointTools::~PointTools() {
     if (video::CVideoUI* control = m_video.control()) {
         control->setPointerShape(nullptr);
     }
-}
-
-platform::PointerShape PointTools::pointerAt(Point position) const {
-    using platform::PointerShape;
-    const int zone = m_session.context().currentZone;
-    const int frame = m_video.frame();
-    if (zone < 0 || frame < 0) {
-        return PointerShape::notAllowed;
-    }
-    if (const auto kind = gestureOf(m_held)) {
-        constexpr PointerShape kShapes[] = {PointerShape::rectangle, PointerShape::scale,
-                                            PointerShape::rotate};
-        return kShapes[static_cast<std::size_t>(*kind)];
-    }
-    const Point at = m_video.control()->view().toDisplay(position);
-    switch (m_tool) {
-    case Tool::movePoint:
-        return m_session.isHandleAt(zone, frame, at.x, at.y) ? PointerShape::move
-                                                             : PointerShape::arrow;
-    case Tool::deletePoint:
-        return m_session.hasPointAt(zone, at.x, at.y) ? PointerShape::cross
-                                                      : PointerShape::notAllowed;
-    case Tool::addPoint:
-    case Tool::addMultiPoint:
-        break;
-    }
-    return m_session.takesPoint(zone) ? PointerShape::cross : PointerShape::notAllowed;
-}
-
-bool PointTools::choose(std::u16string_view option) {
-    int number = 0;
-    for (const std::u16string_view name : kToolOptions) {
-        if (option == name) {
-            m_tool = static_cast<Tool>(number);
-            m_hints.chooseTool(number);
-            return true;
-        }
-        ++number;
-    }
-    return false;
-}
-
-void PointTools::choose(Tool tool) {
-    m_tool = tool;
-    m_hints.showTool(static_cast<int>(tool));
-    const std::u16string_view name = kToolOptions[static_cast<std::size_t>(tool)];
-    if (auto* option = m_controls.find<toolkit::COptionUI>(name)) {
-        option->Selected(true);
-    }
-}
-
-std::optional<ShapeGesture::Kind> PointTools::gestureOf(platform::Modifiers held) const {
-    using Kind = ShapeGesture::Kind;
-    if (!held.control || held.alt) {
-        return std::nullopt;
-    }
-    if (m_tool == Tool::movePoint) {
-        return held.shift ? Kind::rotate : Kind::scale;
-    }
-    return m_tool == Tool::addMultiPoint && !held.shift ? std::optional(Kind::rectangle)
-                                                        : std::nullopt;
 }
 
 bool PointTools::handle(const platform::Event& event) {
@@ -173,12 +91,12 @@ bool PointTools::press(const platform::Event& event) {
         }
         return false;
     }
-    if (const auto kind = gestureOf(event.modifiers)) {
+    if (const auto kind = m_choice.gestureOf(event.modifiers)) {
         return beginGesture(*kind, position);
     }
     const video::PictureView view = control->view();
     const Point at = view.toDisplay(position);
-    if (event.kind == EventKind::mouseDoubleClick && m_tool == Tool::movePoint &&
+    if (event.kind == EventKind::mouseDoubleClick && m_choice.tool() == Tool::movePoint &&
         m_editor.insertOnEdge(place, at, kEdgeReach / view.scale)) {
         m_video.repaintZoneNow();
         return true;
@@ -194,7 +112,7 @@ bool PointTools::beginGesture(ShapeGesture::Kind kind, Point position) {
 }
 
 bool PointTools::pressTool(Place place, Point at) {
-    const Rule& rule = ruleOf(m_tool);
+    const ToolRule rule = m_choice.rule();
     m_isHeld = rule.holds;
     if (m_isHeld) {
         m_controls.manager().SetCapture(); // may lose it at once: then this is a click
@@ -209,15 +127,15 @@ bool PointTools::pressTool(Place place, Point at) {
     if (!m_isHeld) {
         m_session.endGesture();
     }
-    if (rule.next != m_tool) {
-        choose(rule.next);
+    if (rule.next != m_choice.tool()) {
+        m_choice.choose(rule.next);
     }
     m_video.repaintZoneNow();
     return true;
 }
 
 void PointTools::use(Place place, Point at) {
-    switch (m_tool) {
+    switch (m_choice.tool()) {
     case Tool::movePoint:
         m_session.hitTest(place.zone, place.frame, at.x, at.y);
         m_step.beginMove(place, at, m_keepsDistance && m_keepsDistance());
@@ -244,7 +162,7 @@ bool PointTools::move(Point position) {
         m_gesture.move(position);
         return true;
     }
-    if (m_tool == Tool::movePoint && m_session.context().currentZone >= 0 &&
+    if (m_choice.tool() == Tool::movePoint && m_session.context().currentZone >= 0 &&
         control->pictureRect().contains(position)) {
         m_step.move({m_session.context().currentZone, m_video.frame()},
                     control->view().toDisplay(position), m_held.shift);
@@ -260,7 +178,7 @@ bool PointTools::release(Point position) {
     }
     const video::CVideoUI* control = m_video.checkedControl(kMouseUpLine);
     const int zone = m_session.context().currentZone;
-    if (control != nullptr && m_tool == Tool::movePoint && zone >= 0) {
+    if (control != nullptr && m_choice.tool() == Tool::movePoint && zone >= 0) {
         const Point at = control->view().toDisplay(position);
         m_session.endMove(zone, m_video.frame(), at.x, at.y);
     }
@@ -273,7 +191,8 @@ void PointTools::releaseGesture(Point position) {
     const bool wasDragged = m_gesture.end();
     endStep();
     m_controls.manager().ReleaseCapture();
-    if (wasDragged || (m_tool == Tool::movePoint && m_controlClick && m_controlClick(position))) {
+    if (wasDragged ||
+        (m_choice.tool() == Tool::movePoint && m_controlClick && m_controlClick(position))) {
         return;
     }
     if (const auto place = m_editor.place()) { // a click as one without Ctrl

@@ -1,10 +1,9 @@
-// The four point tools: which one is chosen, and what the mouse does with it on the picture. A
-// press of the button up to its release is one step of the session; one more begins when a key
-// edits something else, or chooses another zone or frame, meanwhile. Part of the zone editor.
+// What the mouse does with the chosen point tool on the picture. A press of the button up to its
+// release is one step of the session; one more begins when a key edits something else, or chooses
+// another zone or frame, meanwhile. Part of the zone editor.
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -13,9 +12,9 @@
 #include "ZoneEdit/PointStep.h"
 #include "ZoneEdit/ShapeEditor.h"
 #include "ZoneEdit/ShapeGesture.h"
+#include "ZoneEdit/ToolChoice.h"
 #include "platform/Event.h"
 #include "platform/Geometry.h"
-#include "platform/WindowParts.h"
 #include "ui/Controls.h"
 #include "zone/ZoneSession.h"
 
@@ -27,13 +26,13 @@ public:
     PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
                ShapeEditor& editor, HintPresenter& hints);
 
-    void showAll() { choose(Tool::movePoint); }
+    void showAll() { m_choice.choose(Tool::movePoint); }
     ~PointTools();
     PointTools(const PointTools&) = delete;
     PointTools& operator=(const PointTools&) = delete;
 
     /// The author pressed the option of that name. False when it is no tool's.
-    bool choose(std::u16string_view option);
+    bool choose(std::u16string_view option) { return m_choice.choose(option); }
     /// True when the event was handled.
     bool handle(const platform::Event& event);
     /// Whether a press keeps its distance from the handle that it takes.
@@ -45,19 +44,12 @@ public:
     }
     /// Takes back the drag that is going on. False when there is none.
     bool cancelDrag();
-    [[nodiscard]] bool isAddingMany() const { return m_tool == Tool::addMultiPoint; }
-    void endAddingMany() { choose(Tool::movePoint); }
+    [[nodiscard]] bool isAddingMany() const { return m_choice.tool() == Tool::addMultiPoint; }
+    void endAddingMany() { m_choice.choose(Tool::movePoint); }
 
 private:
-    enum class Tool { movePoint = 0, addPoint = 1, addMultiPoint = 2, deletePoint = 3 };
-    struct Rule;
     using Place = ShapeEditor::Place;
 
-    /// What a press at a point of the window would do.
-    [[nodiscard]] platform::PointerShape pointerAt(platform::Point position) const;
-    [[nodiscard]] static const Rule& ruleOf(Tool tool);
-    [[nodiscard]] std::optional<ShapeGesture::Kind> gestureOf(platform::Modifiers held) const;
-    void choose(Tool tool);
     void noteHeld(const platform::Event& event);
     bool press(const platform::Event& event);
     bool pressTool(Place place, platform::Point at);
@@ -74,11 +66,11 @@ private:
     zone::ZoneSession& m_session;
     ShapeEditor& m_editor;
     HintPresenter& m_hints;
+    ToolChoice m_choice;
     ShapeGesture m_gesture;
     PointStep m_step;
     std::function<bool()> m_keepsDistance;
     std::function<bool(platform::Point)> m_controlClick;
-    Tool m_tool = Tool::movePoint;
     bool m_isHeld = false; ///< the button is down, and the mouse ours
     platform::Modifiers m_held;
 };

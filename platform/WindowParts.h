@@ -26,16 +26,17 @@ public:
 /// The shape of the pointer over a window: what a press would do there.
 enum class PointerShape {
     arrow,
-    text,       ///< puts the caret there
-    hand,       ///< leads somewhere
-    cross,      ///< acts on exactly this point
-    move,       ///< takes hold of something
-    sizeAcross, ///< takes hold of an upright edge
-    sizeDown,   ///< of a level one
-    scale,      ///< makes something larger or smaller
-    rotate,     ///< turns it
-    rectangle,  ///< draws one
-    notAllowed, ///< does nothing
+    text,        ///< puts the caret there
+    hand,        ///< leads somewhere
+    move,        ///< takes hold of something
+    addPoint,    ///< adds a point there
+    deletePoint, ///< deletes that point
+    sizeAcross,  ///< takes hold of an upright edge
+    sizeDown,    ///< of a level one
+    scale,       ///< makes something larger or smaller
+    rotate,      ///< turns it
+    rectangle,   ///< draws one
+    notAllowed,  ///< does nothing
 };
 
 /// How the mouse and the keyboard reach the window.

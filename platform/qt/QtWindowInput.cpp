@@ -48,10 +48,6 @@ Qt::CursorShape systemCursor(PointerShape shape) {
         return Qt::IBeamCursor;
     case PointerShape::hand:
         return Qt::PointingHandCursor;
-    case PointerShape::cross:
-        return Qt::CrossCursor;
-    case PointerShape::move:
-        return Qt::SizeAllCursor;
     case PointerShape::sizeAcross:
         return Qt::SizeHorCursor;
     case PointerShape::sizeDown:
@@ -59,6 +55,9 @@ Qt::CursorShape systemCursor(PointerShape shape) {
     case PointerShape::notAllowed:
         return Qt::ForbiddenCursor;
     case PointerShape::arrow:
+    case PointerShape::move:
+    case PointerShape::addPoint:
+    case PointerShape::deletePoint:
     case PointerShape::scale:
     case PointerShape::rotate:
     case PointerShape::rectangle:
@@ -69,14 +68,14 @@ Qt::CursorShape systemCursor(PointerShape shape) {
 
 /// `scale`: pixels of the screen for a layout pixel, of which `ratio` are Qt's for one of its own.
 QCursor cursorOf(PointerShape shape, double scale, double ratio) {
-    Bitmap picture = raster::pointerPicture(shape, scale);
-    if (picture.isEmpty()) {
+    raster::PointerPicture picture = raster::pointerPicture(shape, scale);
+    if (picture.bitmap.isEmpty()) {
         return QCursor(systemCursor(shape));
     }
-    QPixmap pixmap = QPixmap::fromImage(imageOver(picture).copy());
+    QPixmap pixmap = QPixmap::fromImage(imageOver(picture.bitmap).copy());
     pixmap.setDevicePixelRatio(ratio);
-    const int middle = static_cast<int>(picture.size().width / ratio / 2);
-    return QCursor(pixmap, middle, middle);
+    return QCursor(pixmap, static_cast<int>(picture.hotSpot.x / ratio),
+                   static_cast<int>(picture.hotSpot.y / ratio));
 }
 
 /// Whether to leave moves to the system. An X11 window manager learns of a move too late when the

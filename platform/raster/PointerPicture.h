@@ -3,14 +3,20 @@
 #pragma once
 
 #include "platform/Bitmap.h"
+#include "platform/Geometry.h"
 #include "platform/WindowParts.h"
 
 namespace platform::raster {
 
-/// The side of the picture in layout pixels. What it points at is its middle.
+/// The side of a picture in layout pixels.
 inline constexpr int kPointerSide = 24;
 
-/// `scale`: pixels of the screen for a layout pixel. Empty for a shape that every system has.
-[[nodiscard]] Bitmap pointerPicture(PointerShape shape, double scale);
+struct PointerPicture {
+    Bitmap bitmap; ///< empty for a shape that every system has
+    Point hotSpot; ///< the pixel of it that points
+};
+
+/// `scale`: pixels of the screen for a layout pixel.
+[[nodiscard]] PointerPicture pointerPicture(PointerShape shape, double scale);
 
 } // namespace platform::raster

@@ -17,10 +17,6 @@ const wchar_t* systemCursor(PointerShape shape) {
         return IDC_IBEAM;
     case PointerShape::hand:
         return IDC_HAND;
-    case PointerShape::cross:
-        return IDC_CROSS;
-    case PointerShape::move:
-        return IDC_SIZEALL;
     case PointerShape::sizeAcross:
         return IDC_SIZEWE;
     case PointerShape::sizeDown:
@@ -28,6 +24,9 @@ const wchar_t* systemCursor(PointerShape shape) {
     case PointerShape::notAllowed:
         return IDC_NO;
     case PointerShape::arrow:
+    case PointerShape::move:
+    case PointerShape::addPoint:
+    case PointerShape::deletePoint:
     case PointerShape::scale:
     case PointerShape::rotate:
     case PointerShape::rectangle:
@@ -46,12 +45,12 @@ std::uint32_t plain(std::uint32_t pixel) {
     return result;
 }
 
-UniqueCursor drawnCursor(const Bitmap& picture) {
-    const Size size = picture.size();
+UniqueCursor drawnCursor(const raster::PointerPicture& picture) {
+    const Size size = picture.bitmap.size();
     std::vector<std::uint32_t> pixels;
     for (int y = 0; y < size.height; ++y) {
         for (int x = 0; x < size.width; ++x) {
-            pixels.push_back(plain(picture.at(x, y)));
+            pixels.push_back(plain(picture.bitmap.at(x, y)));
         }
     }
     const auto maskBytes = static_cast<std::size_t>((size.width + 15) / 16 * 2 * size.height);
@@ -59,8 +58,8 @@ UniqueCursor drawnCursor(const Bitmap& picture) {
     const UniqueBitmap color(CreateBitmap(size.width, size.height, 1, 32, pixels.data()));
     const UniqueBitmap mask(CreateBitmap(size.width, size.height, 1, 1, none.data()));
     ICONINFO info{};
-    info.xHotspot = static_cast<DWORD>(size.width / 2);
-    info.yHotspot = static_cast<DWORD>(size.height / 2);
+    info.xHotspot = static_cast<DWORD>(picture.hotSpot.x);
+    info.yHotspot = static_cast<DWORD>(picture.hotSpot.y);
     info.hbmColor = color.get();
     info.hbmMask = mask.get();
     return UniqueCursor(CreateIconIndirect(&info));
@@ -70,8 +69,8 @@ UniqueCursor drawnCursor(const Bitmap& picture) {
 
 HCURSOR Win32Pointer::cursor(PointerShape shape, double scale) {
     if (!m_drawn || shape != m_shape || scale != m_scale) {
-        const Bitmap picture = raster::pointerPicture(shape, scale);
-        if (!picture.isEmpty()) {
+        const raster::PointerPicture picture = raster::pointerPicture(shape, scale);
+        if (!picture.bitmap.isEmpty()) {
             m_drawn = drawnCursor(picture);
             m_shape = shape;
             m_scale = scale;

@@ -104,8 +104,9 @@ TEST_F(ZoneEditMouse, ThePointerTellsWhatAPressWouldDo) {
         PointerShape point, centre, elsewhere;
     } cases[] = {
         {u"OptionMovePoint", PointerShape::move, PointerShape::move, PointerShape::arrow},
-        {u"OptionAddMultiPoint", PointerShape::cross, PointerShape::cross, PointerShape::cross},
-        {u"OptionDeletePoint", PointerShape::cross, PointerShape::notAllowed,
+        {u"OptionAddMultiPoint", PointerShape::addPoint, PointerShape::addPoint,
+         PointerShape::addPoint},
+        {u"OptionDeletePoint", PointerShape::deletePoint, PointerShape::notAllowed,
          PointerShape::notAllowed},
     };
     for (const auto& c : cases) {

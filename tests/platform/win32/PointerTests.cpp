@@ -171,16 +171,18 @@ TEST_F(Pointer, HasTheShapeOfWhatIsUnderIt) {
         driver().hover(name);
         EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, cursor));
     }
-    for (const auto& [shape, cursor] : {std::pair(PointerShape::cross, IDC_CROSS),
-                                        {PointerShape::move, IDC_SIZEALL},
-                                        {PointerShape::sizeAcross, IDC_SIZEWE},
+    for (const auto& [shape, cursor] : {std::pair(PointerShape::sizeAcross, IDC_SIZEWE),
                                         {PointerShape::sizeDown, IDC_SIZENS},
                                         {PointerShape::notAllowed, IDC_NO}}) {
         driver().native().input().setPointer(shape);
         EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, cursor));
     }
-    for (const PointerShape shape :
-         {PointerShape::scale, PointerShape::rotate, PointerShape::rectangle}) {
+    for (const auto& [shape, hotSpot] : {std::pair{PointerShape::move, 12.0},
+                                         {PointerShape::addPoint, 8.5},
+                                         {PointerShape::deletePoint, 8.5},
+                                         {PointerShape::scale, 12.0},
+                                         {PointerShape::rotate, 12.0},
+                                         {PointerShape::rectangle, 12.0}}) {
         driver().native().input().setPointer(shape);
         ICONINFO drawn{};
         ASSERT_NE(GetIconInfo(GetCursor(), &drawn), 0);
@@ -188,6 +190,6 @@ TEST_F(Pointer, HasTheShapeOfWhatIsUnderIt) {
         const platform::win32::UniqueBitmap mask(drawn.hbmMask);
         EXPECT_NE(color.get(), nullptr) << "not the system's";
         EXPECT_EQ(drawn.fIcon, FALSE);
-        EXPECT_EQ(drawn.xHotspot, static_cast<DWORD>(std::lround(12 * driver().native().scale())));
+        EXPECT_EQ(drawn.xHotspot, static_cast<DWORD>(hotSpot * driver().native().scale()));
     }
 }
