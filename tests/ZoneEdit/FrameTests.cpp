@@ -5,10 +5,12 @@
 #include <iterator>
 #include <random>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
+#include "core/Services.h"
 #include "core/Text.h"
+#include "platform/FileSystem.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "video/CVideoUI.h"
 
@@ -179,12 +181,18 @@ TEST_F(ZoneEditFrames, AVideoWithoutFramesLeavesItsZonesAlone) {
     EXPECT_EQ(support::readBytes(binary), saved);
 }
 
-TEST_F(ZoneEditFrames, TheLayoutFitsTheScreen) {
+TEST_F(ZoneEditFrames, TheLayoutFitsTheScreenAndHasItsPageInTheManual) {
     makeClip(10);
-    for (const auto& [height, size] :
-         {std::pair{860, platform::Size{1280, 720}}, std::pair{859, platform::Size{1024, 600}}}) {
+    for (const auto& [height, size, page] :
+         {std::tuple{860, platform::Size{1280, 720}, "Manual/ZoneEdit.html"},
+          std::tuple{859, platform::Size{1024, 600}, "Manual/ZoneEditSmall.html"}}) {
         m_gui.host.screenHeight = height;
+        support::writeBytes(page, "");
         show();
+        m_driver->click(u"EditCurrentFrame");
+        m_driver->press(Key::f1, {.shift = true});
+        ASSERT_FALSE(m_gui.userDesktop.opened.empty());
+        EXPECT_EQ(m_gui.userDesktop.opened.back(), core::services().fileSystem->fullPath(page));
         EXPECT_EQ(m_driver->get(u"Video").GetPos().size(), size);
         EXPECT_EQ((platform::Size{zones().videoWidth, zones().videoHeight}), size);
         EXPECT_TRUE(waitForFrame(0));

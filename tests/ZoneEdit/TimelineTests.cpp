@@ -28,6 +28,8 @@ std::u16string number(int value) {
 
 class ZoneEditTimeline : public test::ZoneEditTest {
 protected:
+    ~ZoneEditTimeline() override { m_gui.windows().setZoom(1); }
+
     /// Where frame `frame` of `count` is while the whole clip is shown.
     Point atFrame(int frame, int count) {
         const platform::Rect pos = m_driver->get(u"Timeline").GetPos();
@@ -101,39 +103,64 @@ TEST_F(ZoneEditTimeline, OneFrameIsAskedForAtATime) {
     EXPECT_TRUE(waitForFrame(waits ? 31 : 51)) << "a step replaces what was wanted";
 }
 
-TEST_F(ZoneEditTimeline, KeysAndTheWheelGoToFramesAndItSaysWhatIsThere) {
+TEST_F(ZoneEditTimeline, KeysAndTheWheelGoToFramesAndItSaysWhatIsThereWhateverTheScale) {
     constexpr int kFrames = 40;
-    show(kFrames, 1);
-    drawTriangle();
-    goTo(10);
-    m_driver->click(u"OptionProgressChanges"); // off
-    m_driver->drag({at(100, 100), at(140, 130)});
-    goTo(20);
-    m_driver->click(u"OptionProgressChanges");
-    m_driver->click(u"OptionToggleActive"); // not active from here on
-    m_driver->click(atFrame(20, kFrames));  // gives it the focus
     const struct {
         Key key;
+        bool shift;
         std::u16string frame;
-    } jumps[] = {{Key::openBracket, u"11"},  {Key::openBracket, u"10"}, {Key::openBracket, u"9"},
-                 {Key::openBracket, u"0"},   {Key::openBracket, u"0"},  {Key::closeBracket, u"9"},
-                 {Key::end, u"39"},          {Key::openBracket, u"20"}, {Key::closeBracket, u"39"},
-                 {Key::closeBracket, u"39"}, {Key::home, u"0"}};
-    for (const auto& [key, frame] : jumps) {
-        m_driver->press(key);
-        EXPECT_EQ(frameText(), frame);
+        std::u16string range;
+    } jumps[] = {{Key::openBracket, false, u"11", u"-"},
+                 {Key::openBracket, false, u"10", u"-"},
+                 {Key::openBracket, false, u"9", u"-"},
+                 {Key::openBracket, false, u"0", u"-"},
+                 {Key::openBracket, false, u"0", u"-"},
+                 {Key::closeBracket, false, u"9", u"-"},
+                 {Key::b, false, u"9", u"9-9"},
+                 {Key::end, false, u"39", u"9-9"},
+                 {Key::openBracket, false, u"20", u"9-9"},
+                 {Key::e, false, u"20", u"9-20"},
+                 {Key::closeBracket, false, u"39", u"9-20"},
+                 {Key::closeBracket, false, u"39", u"9-20"},
+                 {Key::left, false, u"38", u"9-20"},
+                 {Key::left, true, u"28", u"9-20"},
+                 {Key::right, false, u"29", u"9-20"},
+                 {Key::right, true, u"39", u"9-20"},
+                 {Key::escape, false, u"39", u"-"},
+                 {Key::home, false, u"0", u"-"}};
+    for (const double enlarged : {1.0, 2.0}) {
+        m_gui.windows().setZoom(enlarged);
+        show(kFrames, 1);
+        drawTriangle();
+        goTo(10);
+        m_driver->click(u"OptionProgressChanges"); // off
+        m_driver->drag({at(100, 100), at(140, 130)});
+        goTo(20);
+        m_driver->click(u"OptionProgressChanges");
+        m_driver->click(u"OptionToggleActive"); // not active from here on
+        m_driver->click(atFrame(20, kFrames));  // gives it the focus
+        for (const auto& jump : jumps) {
+            m_driver->press(jump.key, {.shift = jump.shift});
+            EXPECT_EQ(frameText(), jump.frame);
+            EXPECT_EQ(range(), jump.range);
+        }
+        EXPECT_EQ(value(), u"0 of 39, 0:00.00, active, key");
+        EXPECT_EQ(m_driver->get(u"Timeline").accessibleRole(), platform::AccessibleRole::slider);
+        EXPECT_EQ(m_driver->get(u"Timeline").accessibleName(), u"Frame");
+        m_driver->wheel(atFrame(30, kFrames), -3);
+        EXPECT_EQ(value(), u"3 of 39, 0:00.12, active");
+        EXPECT_EQ(m_driver->textOf(u"LabelTime"), u"0:00.12");
+        goTo(30);
+        EXPECT_EQ(value(), u"30 of 39, 0:01.20, not active");
     }
-    EXPECT_EQ(value(), u"0 of 39, 0:00.00, active, key");
-    EXPECT_EQ(m_driver->get(u"Timeline").accessibleRole(), platform::AccessibleRole::slider);
-    EXPECT_EQ(m_driver->get(u"Timeline").accessibleName(), u"Frame");
-    m_driver->wheel(atFrame(30, kFrames), -3);
-    EXPECT_EQ(value(), u"3 of 39, 0:00.12, active");
-    EXPECT_EQ(m_driver->textOf(u"LabelTime"), u"0:00.12");
+    m_gui.windows().setZoom(1);
+    show(kFrames, 1);
+    drawTriangle();
+    goTo(20);
+    m_driver->click(u"OptionToggleActive");
     const Point bar = atFrame(15, kFrames);
     EXPECT_EQ(m_driver->pixel(bar), kRun);
     EXPECT_EQ(m_driver->pixel(atFrame(30, kFrames)), kNoRun);
-    goTo(30);
-    EXPECT_EQ(value(), u"30 of 39, 0:01.20, not active");
     addZone();
     EXPECT_EQ(m_driver->pixel(bar), kNoRun) << "the timeline is the chosen zone's";
     m_driver->press(Key::z, {.control = true});

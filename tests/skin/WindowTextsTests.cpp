@@ -308,4 +308,43 @@ INSTANTIATE_TEST_SUITE_P(Languages, WindowTexts,
                                          "Dutch"),
                          [](const auto& language) { return language.param; });
 
+/// Of the bar with what can be done to a range of frames, whose parts the program places.
+using RangeBarTexts = WindowTexts;
+
+TEST_P(RangeBarTexts, HaveRoomInPartsThatDoNotMeet) {
+    m_state.zoneEditVideo = sceneFolder(kScene) + kClip;
+    for (const platform::Size size :
+         {platform::Size{1024, 756}, {1280, 856}, {1880, 1040}, {1920, 1040}}) {
+        SCOPED_TRACE(size.width);
+        m_gui.host.screenHeight = size.height == 756 ? 768 : 1080;
+        const auto window = openTitled<zoneedit::ZoneEdit>(u"1");
+        const test::WindowDriver driver(*window);
+        resize(driver, size);
+        driver.press(Key::b);
+        driver.enter(u"EditCurrentFrame", u"20");
+        driver.press(Key::e);
+        CControlUI& bar = driver.get(u"PanelRange");
+        ASSERT_TRUE(bar.IsVisible());
+        const platform::Rect room = platform::Rect::at(0, 0, size.width, size.height);
+        EXPECT_EQ(bar.GetPos().intersected(room), bar.GetPos());
+        for (int i = 0; i < bar.childCount(); ++i) {
+            CControlUI& part = *bar.childAt(i);
+            const std::string name = core::storedText(part.GetName());
+            EXPECT_EQ(part.GetPos().intersected(bar.GetPos()), part.GetPos()) << name;
+            part.SetToolTip(u""); // then a text offers itself where its box cuts it
+            EXPECT_EQ(part.toolTipAt(part.GetPos().topLeft()), u"") << name;
+            for (int other = 0; other < i; ++other) { // joined ones share a border
+                const platform::Rect both = part.GetPos().intersected(bar.childAt(other)->GetPos());
+                EXPECT_TRUE(both.width() <= 1 || both.height() <= 1)
+                    << name << " and " << core::storedText(bar.childAt(other)->GetName());
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, RangeBarTexts,
+                         testing::Values("English", "French", "German", "Spanish", "Dutch",
+                                         "Pseudo"),
+                         [](const auto& language) { return std::string(language.param); });
+
 } // namespace
