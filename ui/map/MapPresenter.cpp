@@ -75,7 +75,7 @@ void MapPresenter::update() {
 
 /// As one step; a target of -1 is a new branch.
 void MapPresenter::link(int branch, int action, int target) {
-    if (!m_mayEdit()) {
+    if (!m_mayEdit() || m_shown != m_scene) {
         return;
     }
     using scene::SceneStep;
@@ -110,6 +110,7 @@ void MapPresenter::layOut() {
 }
 
 void MapPresenter::show(const std::shared_ptr<MapLayouts>& layouts) {
+    m_shown = m_scene;
     if (SceneMap* map = control()) {
         map->show(m_scene, layouts);
         map->choose(m_chosen);
@@ -167,7 +168,7 @@ void MapPresenter::wantStills() {
 }
 
 SceneMap::Picture MapPresenter::still(int branch) {
-    const std::string& video = m_scene->branches[static_cast<std::size_t>(branch)].video;
+    const std::string& video = m_shown->branches[static_cast<std::size_t>(branch)].video;
     if (m_stills == nullptr || m_folder.empty() || video.empty()) {
         return nullptr;
     }

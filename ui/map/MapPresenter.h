@@ -60,6 +60,7 @@ private:
     const std::string& m_folder;
     std::function<bool()> m_mayEdit;
     std::shared_ptr<const map::MapScene> m_scene;
+    std::shared_ptr<const map::MapScene> m_shown; ///< former one, while a large one is laid out
     std::unique_ptr<stills::StillClient> m_stills;
     bool m_isStale = false; ///< the scene has changed since the layout began
     int m_chosen = -1;
