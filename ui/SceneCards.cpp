@@ -34,7 +34,7 @@ constexpr platform::Size kStillSize{94, 53};
 constexpr platform::Size kStillBox{188, 106};
 constexpr int kNameFont = 5;
 constexpr int kSmallFont = 4;
-constexpr int kDateWidth = 150;
+constexpr int kDateWidth = 170;
 constexpr int kSignSide = 14;
 
 /// Opened or saved, whichever came later.

@@ -29,7 +29,7 @@ constexpr std::u16string_view kSecond = u"LabelRowReason";
 constexpr std::u16string_view kBar = u"ProgressRow";
 constexpr int kSmallFont = 4;
 /// A longer reason takes the place of the facts as well, and some of the name's.
-constexpr std::size_t kShortReason = 27;
+constexpr std::size_t kShortReason = 26;
 
 struct StateLook {
     std::u16string_view color;
