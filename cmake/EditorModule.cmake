@@ -32,19 +32,23 @@ if(CMAKE_CROSSCOMPILING)
   set(QUORVEL_DATA_FOLDER "Z:${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
 endif()
 
-# editor_test(NAME SOURCES ... DEPS ... [GUI])
+# editor_test(NAME SOURCES ... DEPS ... [GUI [SCREENS FILE]])
 #
 # One test executable for a module, each case a ctest entry of its own. GUI tests run on a headless
-# screen: on Linux Qt's offscreen platform, a screen for each test; on Windows the one display, whose
-# pointer and active window they would take from one another, so one at a time.
+# screen: on Linux Qt's offscreen platform, a screen for each test, which FILE of tests/support
+# describes; on Windows the one display, whose pointer and active window they would take from one
+# another, so one at a time.
 function(editor_test name)
-  cmake_parse_arguments(arg "GUI" "" "SOURCES;DEPS" ${ARGN})
+  cmake_parse_arguments(arg "GUI" "SCREENS" "SOURCES;DEPS" ${ARGN})
+  if(NOT arg_SCREENS)
+    set(arg_SCREENS screens.json)
+  endif()
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_DEPS} GTest::gtest_main quorvel_options)
   set(properties TIMEOUT 120)
   if(arg_GUI)
     list(APPEND properties ENVIRONMENT
-      "QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/screens.json")
+      "QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/${arg_SCREENS}")
     if(WIN32)
       list(APPEND properties RESOURCE_LOCK display)
     endif()
