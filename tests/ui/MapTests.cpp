@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "platform/Bitmap.h"
 #include "platform/Geometry.h"
@@ -95,6 +96,26 @@ TEST_F(MapTest, ShowsTheChoiceAndFollowsEdits) {
     EXPECT_TRUE(map().placeOf(1).contains(fixed));
     m_driver->press(Key::digit0, {.control = true});
     EXPECT_EQ(m_driver->textOf(u"LabelMapZoom"), u"100 %");
+}
+
+TEST_F(MapTest, ALargeSceneIsShownAsItWasUntilItIsLaidOutAnew) {
+    constexpr int kCount = 200;
+    makeScene(std::vector<std::string>(kCount, "Same"));
+    show();
+    m_driver->native().setGeometry(Rect::at(0, 0, 1600, 900));
+    const auto isLaidOut = [this](int count) {
+        return map().accessibleChildCount() == count && map().placeOf(count - 1).width() > 0;
+    };
+    ASSERT_TRUE(test::pumpUntil([&] { return isLaidOut(kCount); }));
+    map().choose(kCount - 1);
+    while (map().zoomPercent() < 100) {
+        map().zoom(1);
+    }
+    session().removeBranch(kCount - 1);
+    session().removeBranch(kCount - 2);
+    (void)m_driver->native().picture().snapshot();
+    EXPECT_EQ(map().accessibleChildCount(), kCount);
+    EXPECT_TRUE(test::pumpUntil([&] { return isLaidOut(kCount - 2); }));
 }
 
 TEST_F(MapTest, ABrokenTargetHangsBelowItsNodeAndWhatIsNotReachedStandsApart) {
