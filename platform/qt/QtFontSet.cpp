@@ -65,7 +65,7 @@ std::vector<int> QtFontSet::caretPositions(std::u16string_view text, FontHandle 
 
 std::shared_ptr<const ShapedText> QtFontSet::shaped(std::u16string_view text,
                                                     FontHandle handle) const {
-    constexpr std::size_t kMostKept = 1000;
+    constexpr std::size_t kMostKept = 1000; // of all fonts; each takes a few kilobytes
     constexpr std::size_t kLongestKept = 200;
     const Entry& entry = m_fonts[indexOf(handle)];
     if (const auto known = entry.texts.find(text); known != entry.texts.end()) {
@@ -73,10 +73,14 @@ std::shared_ptr<const ShapedText> QtFontSet::shaped(std::u16string_view text,
     }
     auto made = std::make_shared<const ShapedText>(text, entry.font);
     if (text.size() <= kLongestKept) {
-        if (entry.texts.size() >= kMostKept) {
-            entry.texts.clear();
+        if (m_kept >= kMostKept) {
+            for (const Entry& any : m_fonts) {
+                any.texts.clear();
+            }
+            m_kept = 0;
         }
         entry.texts.emplace(text, made);
+        ++m_kept;
     }
     return made;
 }

@@ -50,6 +50,7 @@ private:
     [[nodiscard]] std::size_t indexOf(FontHandle handle) const;
 
     std::vector<Entry> m_fonts;
+    mutable std::size_t m_kept = 0; ///< texts of all fonts
 };
 
 } // namespace platform::qt
