@@ -4,6 +4,7 @@
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "platform/Geometry.h"
+#include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "video/CVideoUI.h"

@@ -25,6 +25,7 @@
 #include "core/Log.h"
 #include "core/Paths.h"
 #include "core/Texts.h"
+#include "edit/Announcements.h"
 #include "platform/Event.h"
 #include "platform/EventLoop.h"
 #include "platform/Gui.h"

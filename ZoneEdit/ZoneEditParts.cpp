@@ -17,7 +17,6 @@
 #include "ZoneEdit/ViewParts.h"
 #include "ZoneEdit/ZoneEdit.h"
 #include "ZoneEdit/ZoneParts.h"
-#include "ZoneEdit/ZonesPresenter.h"
 #include "app/state/SharedServices.h"
 #include "core/Paths.h"
 #include "core/Services.h"

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "edit/Announcements.h"
-#include "edit/EditTypes.h"
+#include "edit/EditTypes.h" // IWYU pragma: keep (its concept)
 #include "edit/Observers.h"
 #include "edit/Steps.h"
 

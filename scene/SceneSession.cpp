@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/MakeOrNull.h"
+#include "edit/Steps.h"
 #include "scene/Branch.h"
 #include "scene/BranchManager.h"
 

@@ -21,6 +21,7 @@
 #include <utility>
 #include <vector>
 
+#include "edit/Announcements.h"
 #include "edit/History.h"
 #include "edit/Observers.h"
 #include "scene/Action.h"

@@ -7,6 +7,7 @@
 
 #include "core/FileError.h"
 #include "core/Texts.h"
+#include "edit/Steps.h"
 #include "platform/Geometry.h"
 #include "zone/ShapeEdits.h"
 #include "zone/ShapeGeometry.h"

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "edit/Announcements.h"
 #include "edit/History.h"
 #include "edit/Observers.h"
 #include "platform/Geometry.h"

@@ -4,6 +4,7 @@
 #include <exception>
 
 #include "platform/ThreadPriority.h"
+#include "src/Theora/GranuleFormat.h"
 #include "src/Theora/PacketReader.h"
 #include "src/TheoraLog.h"
 
