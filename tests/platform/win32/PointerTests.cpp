@@ -1,6 +1,5 @@
 // The pointer as Windows shows it, after real movements, and sizes given from outside.
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <string>
 #include <tuple>
