@@ -26,7 +26,7 @@ public:
         const auto count =
             static_cast<std::size_t>(m_size.width) * static_cast<std::size_t>(m_size.height);
         if (count > m_pixels.capacity() || count < m_pixels.capacity() / 4) {
-            m_pixels = {};
+            m_pixels = std::vector<std::uint32_t>(); // "= {}" would keep the memory
             m_pixels.reserve(count + count / 8);
         }
         m_pixels.assign(count, 0);
