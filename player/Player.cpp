@@ -29,16 +29,19 @@ Player::Player(Story story, ClipSource clips, std::uint32_t seed)
     : m_story(std::move(story)), m_clips(std::move(clips)), m_chance(seed) {}
 
 void Player::start(std::string_view name) {
-    m_path.clear();
-    enter(findBranch(name), std::string(name), {}, 0.0);
+    startOver(findBranch(name), std::string(name));
 }
 
 void Player::start(int branch) {
-    m_path.clear();
     const bool isThere = branch >= 0 && branch < static_cast<int>(m_story.branches.size());
-    enter(isThere ? branch : -1,
-          isThere ? m_story.branches[static_cast<std::size_t>(branch)].name : std::string(), {},
-          0.0);
+    startOver(isThere ? branch : -1,
+              isThere ? m_story.branches[static_cast<std::size_t>(branch)].name : std::string());
+}
+
+void Player::startOver(int branch, std::string name) {
+    m_path.clear();
+    m_stepsBefore = 0;
+    enter(branch, std::move(name), {}, 0.0);
 }
 
 int Player::findBranch(std::string_view name) const {
@@ -49,6 +52,10 @@ int Player::findBranch(std::string_view name) const {
 }
 
 void Player::enter(int branch, std::string name, Reason reason, double seconds) {
+    if (m_path.size() >= kMostSteps) {
+        m_path.erase(m_path.begin());
+        ++m_stepsBefore;
+    }
     m_path.push_back({branch, std::move(name), std::move(reason), seconds});
     m_branch = branch >= 0 ? m_story.branches[static_cast<std::size_t>(branch)] : Branch{};
     show();

@@ -7,6 +7,7 @@
 //   player.clipEnded(frame);
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -57,6 +58,8 @@ public:
         noVideo,       ///< it has none
         unreadableClip ///< it has one that cannot be played
     };
+    /// A scene that leads in a circle may play for days.
+    static constexpr std::size_t kMostSteps = 1000;
     /// The clip of that name; null: it cannot be played.
     using ClipSource = std::function<std::shared_ptr<const Clip>(const std::string& video)>;
 
@@ -93,7 +96,10 @@ public:
     [[nodiscard]] const std::shared_ptr<const Clip>& clip() const { return m_clip; }
     /// The action that waits for the end of the clip; -1 for none.
     [[nodiscard]] int waiting() const { return m_waiting; }
+    /// The way to the branch on show; of a long way the last kMostSteps steps.
     [[nodiscard]] const std::vector<Step>& path() const { return m_path; }
+    /// How many steps there were before those of the path.
+    [[nodiscard]] int stepsBefore() const { return m_stepsBefore; }
     /// What can happen from this frame on, in the order of the actions.
     [[nodiscard]] std::vector<Choice> choices(int frame) const;
     /// The branches that may come next, in the story's numbers, the likeliest first and each once.
@@ -103,6 +109,7 @@ private:
     bool answer(int action, Reason reason, int frame);
     void follow(const Action& action, Reason reason, int frame);
     void enter(int branch, std::string name, Reason reason, double seconds);
+    void startOver(int branch, std::string name);
     void show();
     [[nodiscard]] int findBranch(std::string_view name) const;
     [[nodiscard]] std::vector<int> actionsOf(Action::When when) const;
@@ -116,6 +123,7 @@ private:
     int m_waiting = -1;
     Reason m_waitingReason;
     std::vector<Step> m_path;
+    int m_stepsBefore = 0;
 };
 
 } // namespace player

@@ -215,6 +215,32 @@ TEST(Player, OffersWhatCanHappenFromAFrameOn) {
     EXPECT_EQ(targets(player, 0), (Texts{">Alarm3", ">Stairs3", ">Lift3", "S>Smoke"}));
 }
 
+TEST(Player, KeepsTheLastStepsOfAWayThatNeverEnds) {
+    constexpr int kTurns = 2500;
+    const Story circle{"Round",
+                       {{"Round", "clip.ogv", {{Action::When::clipEnds, "", "Round", false}}}}};
+    Player player(
+        circle,
+        [](const std::string&) {
+            return std::make_shared<Clip>(Clip{25, 25.0, {}});
+        },
+        1);
+    player.start(0);
+    for (int turn = 0; turn < kTurns; ++turn) {
+        player.clipEnded(25);
+    }
+    EXPECT_EQ(player.path().size(), Player::kMostSteps);
+    EXPECT_EQ(player.stepsBefore() + static_cast<int>(player.path().size()), kTurns + 1);
+    EXPECT_EQ(player.path().back().seconds, kTurns);
+    for (std::size_t step = 1; step < Player::kMostSteps; ++step) {
+        ASSERT_TRUE(player.back());
+    }
+    EXPECT_FALSE(player.back());
+    EXPECT_EQ(player.path().back().seconds, player.stepsBefore());
+    player.start(0);
+    EXPECT_EQ(player.stepsBefore(), 0);
+}
+
 TEST(Player, PlaysOnWhileTheStoryChanges) {
     const Scene scene = Table().scene();
     Player player = scene.player(1);

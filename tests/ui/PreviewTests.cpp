@@ -120,8 +120,11 @@ TEST_F(PreviewTest, FollowsKeysClicksAndTheEndFrameByFrame) {
     playTo(6);
     clickPicture(900, 100);
     EXPECT_EQ(rows(u"ListPath").size(), 2U) << "beside the zone";
+    const auto* first = m_driver->get<toolkit::CListUI>(u"ListPath").GetItemAt(0);
     clickPicture(100, 100);
     ASSERT_TRUE(shows(0));
+    EXPECT_EQ(m_driver->get<toolkit::CListUI>(u"ListPath").GetItemAt(0), first)
+        << "a long path costs no more at each step";
     EXPECT_EQ(rows(u"ListPath").back(), u"Out, Zone \"Exit\" clicked, immediate, 0:01.44");
     playTo(3);
     m_clock.passed += 40;

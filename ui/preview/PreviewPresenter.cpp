@@ -116,6 +116,7 @@ void PreviewPresenter::stop() {
     m_choices.clear();
     fill(kPreviewChoices, m_choiceRows, {});
     fill(kPreviewPath, m_pathRows, {});
+    m_stepsBefore = 0;
     m_controls.setText(kPreviewTime, {});
     if (auto* slider = m_controls.find<PreviewSlider>(kPreviewSlider)) {
         slider->show(0, 0);
@@ -337,14 +338,20 @@ void PreviewPresenter::showChoices() {
     for (const player::Choice& choice : m_choices) {
         looks.push_back(choiceLook(choice));
     }
+    if (looks.size() != m_choiceRows.size()) { // others: none of them is the selected one
+        if (auto* list = m_controls.find<toolkit::CListUI>(kPreviewChoices)) {
+            list->SelectItem(-1);
+        }
+    }
     fill(kPreviewChoices, m_choiceRows, std::move(looks));
 }
 
 std::vector<PreviewRowLook> PreviewPresenter::pathLooks() const {
     std::vector<PreviewRowLook> looks;
+    int number = m_preview->player().stepsBefore();
     for (const player::Step& step : m_preview->player().path()) {
         PreviewRowLook look;
-        look.number = core::displayText(std::to_string(looks.size() + 1));
+        look.number = core::displayText(std::to_string(++number));
         look.name = core::displayText(step.name);
         look.detail = reasonText(step.reason);
         look.time = lengthText(step.seconds);
@@ -361,30 +368,45 @@ std::vector<PreviewRowLook> PreviewPresenter::pathLooks() const {
 }
 
 void PreviewPresenter::showPath() {
+    const player::Player& player = m_preview->player();
+    dropRows(kPreviewPath, m_pathRows, player.stepsBefore() - m_stepsBefore);
+    m_stepsBefore = player.stepsBefore();
     fill(kPreviewPath, m_pathRows, pathLooks());
     if (auto* list = m_controls.find<toolkit::CListUI>(kPreviewPath)) {
-        list->SelectItem(static_cast<int>(m_preview->player().path().size()) - 1);
+        list->SelectItem(static_cast<int>(player.path().size()) - 1);
         list->revealRow(list->GetCount() - 1);
     }
 }
 
-// Rows that only have other texts now stay, with the focus and the selection.
+void PreviewPresenter::dropRows(std::u16string_view name, std::vector<PreviewRowLook>& shown,
+                                int count) const {
+    auto* list = m_controls.find<toolkit::CListUI>(name);
+    for (; list != nullptr && count > 0 && !shown.empty(); --count) {
+        list->RemoveAt(0);
+        shown.erase(shown.begin());
+    }
+}
+
+// Rows that only have other texts now stay, with the focus and the selection; a long path grows by
+// a row at a time.
 void PreviewPresenter::fill(std::u16string_view name, std::vector<PreviewRowLook>& shown,
                             std::vector<PreviewRowLook> looks) const {
     auto* list = m_controls.find<toolkit::CListUI>(name);
     if (list == nullptr || shown == looks) {
         return;
     }
-    const bool isRefill = shown.size() != looks.size();
-    shown = std::move(looks);
-    if (isRefill) {
-        list->RemoveAll();
+    while (shown.size() > looks.size()) {
+        shown.pop_back();
+        list->RemoveAt(static_cast<int>(shown.size()));
     }
-    for (std::size_t i = 0; i < shown.size(); ++i) {
-        const PreviewRowLook& look = shown[i];
+    for (std::size_t i = 0; i < looks.size(); ++i) {
+        const PreviewRowLook& look = looks[i];
+        if (i < shown.size() && shown[i] == look) {
+            continue;
+        }
         const std::u16string text = look.name + (look.detail.empty() ? u"" : u", " + look.detail) +
                                     (look.time.empty() ? u"" : u", " + look.time);
-        if (isRefill) {
+        if (i >= shown.size()) {
             auto element = std::make_unique<toolkit::CListContainerElementUI>();
             element->SetFixedHeight(kRowHeight);
             element->Add(std::make_unique<PreviewRow>(look));
@@ -399,6 +421,7 @@ void PreviewPresenter::fill(std::u16string_view name, std::vector<PreviewRowLook
             element->SetText(text);
         }
     }
+    shown = std::move(looks);
 }
 
 void PreviewPresenter::showPause() {

@@ -77,6 +77,8 @@ private:
     [[nodiscard]] PreviewRowLook choiceLook(const player::Choice& choice) const;
     [[nodiscard]] std::vector<PreviewRowLook> pathLooks() const;
     [[nodiscard]] double secondsLeft() const;
+    /// Removes the first rows of a list.
+    void dropRows(std::u16string_view list, std::vector<PreviewRowLook>& shown, int count) const;
     void fill(std::u16string_view list, std::vector<PreviewRowLook>& shown,
               std::vector<PreviewRowLook> looks) const;
     [[nodiscard]] bool isOn(std::u16string_view option) const;
@@ -94,6 +96,7 @@ private:
     std::vector<player::Choice> m_choices; ///< as listed
     std::vector<PreviewRowLook> m_choiceRows;
     std::vector<PreviewRowLook> m_pathRows;
+    int m_stepsBefore = 0; ///< those that have left the path, and its list
     bool m_hasNotedSilence = false;
     int m_shownFrame = -1;
     double m_duration = 0.0; ///< of the clip on show last

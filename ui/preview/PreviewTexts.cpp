@@ -84,7 +84,7 @@ std::u16string choiceText(const player::Player& player, const player::Choice& ch
 
 std::u16string pathText(const player::Player& player) {
     std::u16string text;
-    int row = 0;
+    int row = player.stepsBefore();
     for (const player::Step& step : player.path()) {
         text += number(++row) + u"\t" + core::displayText(step.name) + u"\t" +
                 lengthText(step.seconds) + u"\t" + reasonText(step.reason) + u"\n";
