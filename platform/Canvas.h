@@ -37,6 +37,8 @@ public:
     /// Stretches the whole frame buffer onto `target`: target column x shows source column
     /// ((2x + 1) * sourceWidth) / (2 * targetWidth), rows alike.
     virtual void drawFrame(const FrameBuffer& frame, const Rect& target) = 0;
+    /// The same, smoothly: as drawStill.
+    virtual void drawFrameSmoothly(const FrameBuffer& frame, const Rect& target) = 0;
     /// A frame inside the edges of `rect`, `widths` thick on each side.
     virtual void fillFrame(const Rect& rect, const Rect& widths, Color color) = 0;
     /// A line one pixel wide; `from` is drawn, `to` is not.

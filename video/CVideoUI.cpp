@@ -305,7 +305,7 @@ bool CVideoUI::DoEvent(const toolkit::TEventUI& event) {
 void CVideoUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
     const Rect picture = pictureRect();
     if (picture != GetPos()) {
-        paintBackground(canvas); // beside the picture
+        paintBeside(canvas, m_video && m_backBuffer ? picture : Rect{});
     }
     const Rect paint = dirty.intersected(picture);
     if (paint.isEmpty()) {
@@ -324,6 +324,22 @@ void CVideoUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
     }
 }
 
+// A large picture would be painted over a ground of its own size.
+void CVideoUI::paintBeside(platform::Canvas& canvas, const Rect& picture) {
+    const Rect all = GetPos();
+    const Rect inside = picture.isEmpty() ? Rect{all.right, all.bottom, all.right, all.bottom}
+                                          : picture.intersected(all);
+    for (const Rect& part : {Rect{all.left, all.top, all.right, inside.top},
+                             Rect{all.left, inside.bottom, all.right, all.bottom},
+                             Rect{all.left, inside.top, inside.left, inside.bottom},
+                             Rect{inside.right, inside.top, all.right, inside.bottom}}) {
+        if (!part.isEmpty()) {
+            const platform::ClipScope clip(canvas, part);
+            paintBackground(canvas);
+        }
+    }
+}
+
 void CVideoUI::paintPicture(platform::Canvas& canvas, const Rect& target, bool isSmooth) {
     if (!m_video) {
         return;
@@ -331,7 +347,7 @@ void CVideoUI::paintPicture(platform::Canvas& canvas, const Rect& target, bool i
     const bool isNew = m_video->RenderFrame(m_backBuffer.get());
     m_pictureId += isNew ? 1 : 0;
     if (m_backBuffer && isSmooth) {
-        canvas.drawStill(still(), target);
+        canvas.drawFrameSmoothly(*m_backBuffer, target);
     } else if (m_backBuffer) {
         canvas.drawFrame(*m_backBuffer, target);
     }
@@ -346,28 +362,6 @@ void CVideoUI::paintPicture(platform::Canvas& canvas, const Rect& target, bool i
     if (isNew && m_follower) {
         m_follower();
     }
-}
-
-const platform::Bitmap& CVideoUI::still() {
-    const Size size = m_backBuffer->size();
-    if (m_still.size() == size && m_stillId == m_pictureId) {
-        return m_still;
-    }
-    if (m_still.size() != size) {
-        m_still = platform::Bitmap(size);
-    }
-    m_stillId = m_pictureId;
-    for (int y = 0; y < size.height; ++y) { // the buffer begins with its last row
-        const std::uint8_t* from =
-            m_backBuffer->bits() +
-            static_cast<std::ptrdiff_t>(size.height - 1 - y) * m_backBuffer->rowBytes();
-        std::uint32_t* to = m_still.row(y);
-        for (int x = 0; x < size.width; ++x, from += 3) {
-            to[x] = 0xFF000000U | static_cast<std::uint32_t>(from[2]) << 16U |
-                    static_cast<std::uint32_t>(from[1]) << 8U | from[0];
-        }
-    }
-    return m_still;
 }
 
 } // namespace video

@@ -133,9 +133,9 @@ private:
     [[nodiscard]] bool hasDisplaySize() const;
     [[nodiscard]] PictureZoom::Place place() const { return {GetPos(), m_displaySize}; }
     void viewChanged();
+    void paintBeside(platform::Canvas& canvas, const Rect& picture);
     void paintPicture(platform::Canvas& canvas, const Rect& target, bool isSmooth);
     /// The back buffer as a still.
-    [[nodiscard]] const platform::Bitmap& still();
     void stepBack(int count);
     void stepForward(int count);
 
@@ -152,8 +152,6 @@ private:
     std::unique_ptr<platform::FrameBuffer> m_backBuffer;
     Size m_displaySize;
     PictureZoom m_zoom;
-    platform::Bitmap m_still; ///< of the picture with this number
-    std::uint64_t m_stillId = 0;
     std::uint64_t m_pictureId = 0;
     std::function<void()> m_follower;
     bool m_ready = false;

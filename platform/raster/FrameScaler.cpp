@@ -1,39 +1,22 @@
 #include "platform/raster/FrameScaler.h"
 
-#include <bit>
-#include <cstring>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "platform/Geometry.h"
+#include "platform/raster/FramePixels.h"
 
 namespace platform::raster {
 
 namespace {
-
-constexpr int kBytesPerPixel = 3;
-
-std::uint32_t readPixel(const std::uint8_t* bytes) {
-    return 0xFF000000U | static_cast<std::uint32_t>(bytes[2]) << 16U |
-           static_cast<std::uint32_t>(bytes[1]) << 8U | bytes[0];
-}
-
-/// As readPixel, by one load that also reads the byte after the pixel.
-std::uint32_t readPixelFast(const std::uint8_t* bytes) {
-    if constexpr (std::endian::native == std::endian::little) {
-        std::uint32_t word = 0;
-        std::memcpy(&word, bytes, sizeof word);
-        return word | 0xFF000000U;
-    } else {
-        return readPixel(bytes);
-    }
-}
 
 /// Byte offsets into a source row, one for each visible target column.
 std::vector<int> columnOffsets(int sourceWidth, const Rect& target, const Rect& visible) {
     std::vector<int> offsets;
     offsets.reserve(static_cast<std::size_t>(visible.width()));
     for (int x = visible.left; x < visible.right; ++x) {
-        offsets.push_back(kBytesPerPixel *
+        offsets.push_back(kFrameBytesPerPixel *
                           nearestIndex(x - target.left, sourceWidth, target.width()));
     }
     return offsets;
@@ -49,7 +32,7 @@ void scaleFrame(const FrameBuffer& frame, PixelView pixels, const Rect& target, 
     }
     const std::vector<int> offsets = columnOffsets(source.width, target, visible);
     // The last pixel of a row may be the last of the memory: it must not be read by a longer load.
-    const int lastOffset = kBytesPerPixel * (source.width - 1);
+    const int lastOffset = kFrameBytesPerPixel * (source.width - 1);
     std::size_t fastCount = offsets.size();
     while (fastCount > 0 && offsets[fastCount - 1] == lastOffset) {
         --fastCount;

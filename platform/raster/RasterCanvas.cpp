@@ -186,6 +186,10 @@ void RasterCanvas::drawFrame(const FrameBuffer& frame, const Rect& target) {
     scaleFrame(frame, m_target, m_scale.rect(target), deviceClip());
 }
 
+void RasterCanvas::drawFrameSmoothly(const FrameBuffer& frame, const Rect& target) {
+    raster::drawFrameSmoothly(frame, m_target, m_scale.rect(target), deviceClip());
+}
+
 void RasterCanvas::drawLine(Point from, Point to, Color color) {
     const std::uint32_t pixel = premultiply(color);
     if (const int width = m_scale.line(1); width > 1) {

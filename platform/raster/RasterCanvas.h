@@ -34,6 +34,7 @@ public:
     /// Parts of `source` outside the bitmap leave the target as it is.
     void drawBitmap(const Bitmap& bitmap, const Rect& source, const Rect& target) override;
     void drawFrame(const FrameBuffer& frame, const Rect& target) override;
+    void drawFrameSmoothly(const FrameBuffer& frame, const Rect& target) override;
     void drawLine(Point from, Point to, Color color) override;
     /// A box with a side above 32767 draws nothing.
     void drawEllipse(const Rect& box, Color outline, Color fill) override;

@@ -58,6 +58,11 @@ void Win32Canvas::drawFrame(const FrameBuffer& frame, const Rect& target) {
                0, 0, frame.size().width, frame.size().height, SRCCOPY);
 }
 
+void Win32Canvas::drawFrameSmoothly(const FrameBuffer& frame, const Rect& target) {
+    GdiFlush();
+    RasterCanvas::drawFrameSmoothly(frame, target);
+}
+
 void Win32Canvas::drawLine(Point from, Point to, Color color) {
     if (!pixels().isOne()) {
         GdiFlush();

@@ -19,6 +19,7 @@ public:
     void fillFrame(const Rect& rect, const Rect& widths, Color color) override;
     void drawBitmap(const Bitmap& bitmap, const Rect& source, const Rect& target) override;
     void drawFrame(const FrameBuffer& frame, const Rect& target) override;
+    void drawFrameSmoothly(const FrameBuffer& frame, const Rect& target) override;
     void drawLine(Point from, Point to, Color color) override;
     void drawEllipse(const Rect& box, Color outline, Color fill) override;
     void fillPath(const Path& path, Color color) override;

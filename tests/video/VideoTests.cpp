@@ -38,10 +38,14 @@ TEST(CopyBottomUp, MirrorsRowsSwapsColoursAndStaysInsideTheBuffer) {
     } cases[] = {
         {"packed rows, so most widths shift", 1, 2, {6, 5, 4, 3, 2, 1, 0xEE, 0xEE}},
         {"what fits, no half pixel", 2, 2, {9, 8, 7, 12, 11, 10, 3, 2, 1, 0xEE, 0xEE}},
+        {"more than are swapped at once",
+         5,
+         1,
+         {3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10, 15, 14, 13}},
         {"no buffer", 1, 1, {}},
         {"a height below 1", 3, -4, {0xEE}},
     };
-    const Bytes source = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+    const Bytes source = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
     for (const auto& item : cases) {
         Bytes target(item.target.size(), 0xEE);
         video::copyBottomUp(source.data(), item.width, item.height, target.data(), target.size());

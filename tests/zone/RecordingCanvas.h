@@ -23,6 +23,7 @@ public:
     void drawBitmap(const platform::Bitmap&, const platform::Rect&,
                     const platform::Rect&) override {}
     void drawFrame(const platform::FrameBuffer&, const platform::Rect&) override {}
+    void drawFrameSmoothly(const platform::FrameBuffer&, const platform::Rect&) override {}
     void drawLine(platform::Point from, platform::Point to, platform::Color color) override {
         note("line", {from.x, from.y, to.x, to.y}, color);
     }
