@@ -55,6 +55,21 @@ TEST_F(Focus, TabFollowsTheLayoutAndSkipsWhatCannotTakeIt) {
     EXPECT_EQ(focus(), u"C") << "also when that takes it no more";
 }
 
+TEST_F(Focus, TheRingLiesBelowWhatLiesOverItsControl) {
+    support::writeBytes("UI/ring.bmp", bmp(8, 8, 0xFFFF0000));
+    open(R"(<Container pos="0,0,200,200"><Edit name="Edit" pos="20,20,100,30"/></Container>
+            <Control name="Over" pos="40,10,60,80" bkcolor="#FF00AA00"/>)",
+         "bkcolor=\"#FFFFFFFF\" focusedimage=\"ring.bmp\"");
+    const auto before = driver().picture();
+    driver().press(Key::tab);
+    EXPECT_EQ(focus(), u"Edit");
+    const auto after = driver().picture();
+    EXPECT_NE(after.at(30, 20), before.at(30, 20)) << "the ring";
+    for (int y = 10; y < 80; ++y) {
+        EXPECT_EQ(after.at(50, y), before.at(50, y));
+    }
+}
+
 TEST_F(Focus, AHeldKeyAndUncommittedTextEndWithWhatIsAroundTheirControl) {
     open(kOrder, "bkcolor=\"#FFFFFFFF\"");
     const auto hideAndShow = [&] {

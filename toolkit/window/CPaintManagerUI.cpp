@@ -246,8 +246,33 @@ void CPaintManagerUI::paintFocusRing(platform::Canvas& canvas) {
     if (image == nullptr) {
         return;
     }
-    const platform::ClipScope scope(canvas, focused.visibleArea(m_focus.ringRect()));
-    image->draw(canvas, m_focus.ringRect());
+    const Rect ring = m_focus.ringRect();
+    {
+        const platform::ClipScope scope(canvas, focused.visibleArea(ring));
+        image->draw(canvas, ring);
+    }
+    paintAbove(canvas, focused, ring);
+}
+
+// What lies over the focused control, as the panel of a tour, lies over its ring too.
+void CPaintManagerUI::paintAbove(platform::Canvas& canvas, const CControlUI& control,
+                                 const Rect& area) {
+    const CControlUI* inner = &control;
+    for (const CControlUI* around = inner->GetParent(); around != nullptr;
+         around = inner->GetParent()) {
+        bool isAbove = false;
+        for (int i = 0; i < around->childCount(); ++i) {
+            CControlUI& child = *around->childAt(i);
+            const Rect place = child.GetPos();
+            if (isAbove && child.isShown() && !place.intersected(control.GetPos()).isEmpty()) {
+                const Rect part = place.intersected(area);
+                const platform::ClipScope scope(canvas, child.visibleArea(part));
+                child.DoPaint(canvas, child.PaintsWhole() ? place : part);
+            }
+            isAbove = isAbove || &child == inner;
+        }
+        inner = around;
+    }
 }
 
 } // namespace toolkit

@@ -150,6 +150,7 @@ private:
     void leaveBusy() noexcept;
     static void forgetInputIn(CControlUI& control);
     void paintFocusRing(platform::Canvas& canvas);
+    static void paintAbove(platform::Canvas& canvas, const CControlUI& control, const Rect& area);
 
     platform::Gui& m_gui;
     platform::NativeWindow* m_window = nullptr;
