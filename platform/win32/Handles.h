@@ -74,7 +74,13 @@ using UniqueLocalMemory = Unique<LocalMemoryTraits>;
 struct CursorTraits {
     using Type = HCURSOR;
     static Type none() { return nullptr; }
-    static void close(Type handle) { DestroyCursor(handle); }
+    /// The one in use would stay, with its bitmaps.
+    static void close(Type handle) {
+        if (GetCursor() == handle) {
+            SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+        }
+        DestroyCursor(handle);
+    }
 };
 /// That was made, and is not the system's.
 using UniqueCursor = Unique<CursorTraits>;
