@@ -194,7 +194,7 @@ bool QtWindowInput::handlePointer(QEvent& event) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseMove:
-        m_window.host().mouseTarget(*this).handleMouse(static_cast<QMouseEvent&>(event));
+        takeMouse(static_cast<QMouseEvent&>(event));
         return true;
     case QEvent::MouseButtonDblClick:
         return true; // detected by us: Qt sends it in addition to the press, not instead of it
@@ -230,7 +230,16 @@ bool QtWindowInput::completesDoubleClick(const QMouseEvent& event) {
     return pair;
 }
 
-bool QtWindowInput::handleBorder(const QMouseEvent& event) {
+// Places on the screen are a detour that only other windows need: between screens of different
+// scales Qt may not know yet where on them the window is.
+void QtWindowInput::takeMouse(const QMouseEvent& event) {
+    QtWindowInput& target = m_window.host().mouseTarget(*this);
+    target.handleMouse(
+        event, &target == this ? event.position()
+                               : target.m_window.surface().mapFromGlobal(event.globalPosition()));
+}
+
+bool QtWindowInput::handleBorder(const QMouseEvent& event, QPointF place) {
     const bool presses = event.type() == QEvent::MouseButtonPress;
     if (!m_window.isSizable() || m_window.state() != WindowState::normal ||
         event.type() == QEvent::MouseButtonRelease ||
@@ -238,8 +247,7 @@ bool QtWindowInput::handleBorder(const QMouseEvent& event) {
         return false;
     }
     QtSurface& surface = m_window.surface();
-    const Rect place = m_window.qtGeometry();
-    const Point at = pixelAt(surface.mapFromGlobal(event.globalPosition()) / m_window.unit());
+    const Point at = pixelAt(place / m_window.unit());
     Qt::Edges edges = edgesAt(at, m_window.contentSize());
     if (edges != Qt::Edges() && m_window.takesPress(at)) {
         edges = {};
@@ -254,7 +262,7 @@ bool QtWindowInput::handleBorder(const QMouseEvent& event) {
     surface.setCursor(cursorOf(edges));
     if (presses) {
         m_edges = edges;
-        m_sizedFrom = place;
+        m_sizedFrom = m_window.qtGeometry();
         m_sizing.begin(m_pointer);
     }
     if (!wasOnBorder) {
@@ -263,7 +271,7 @@ bool QtWindowInput::handleBorder(const QMouseEvent& event) {
     return true;
 }
 
-void QtWindowInput::handleMouse(const QMouseEvent& event) {
+void QtWindowInput::handleMouse(const QMouseEvent& event, QPointF place) {
     if (!m_window.isEnabled()) {
         if (event.type() == QEvent::MouseButtonPress) {
             m_window.host().activateDialogOf(m_window);
@@ -271,12 +279,10 @@ void QtWindowInput::handleMouse(const QMouseEvent& event) {
         return;
     }
     m_pointer = event.globalPosition().toPoint();
-    if (m_move.follow(event) || m_sizing.follow(event) || handleBorder(event)) {
+    if (m_move.follow(event) || m_sizing.follow(event) || handleBorder(event, place)) {
         return;
     }
-    Event ours =
-        mouseEvent(EventKind::mouseMove,
-                   m_window.surface().mapFromGlobal(event.globalPosition()) / m_window.unit());
+    Event ours = mouseEvent(EventKind::mouseMove, place / m_window.unit());
     if (event.type() != QEvent::MouseMove) {
         ours.button = buttonFromQt(event.button());
         if (ours.button == MouseButton::none) {

@@ -45,9 +45,11 @@ private:
     void showPointer();
     bool handlePointer(QEvent& event);
     void handleDrag(QDropEvent& event);
-    void handleMouse(const QMouseEvent& event);
+    void takeMouse(const QMouseEvent& event);
+    /// `place`: in the surface, in Qt's pixels.
+    void handleMouse(const QMouseEvent& event, QPointF place);
     /// True when the event is about the border, at which the window is sized.
-    bool handleBorder(const QMouseEvent& event);
+    bool handleBorder(const QMouseEvent& event, QPointF place);
     void handleWheel(const QWheelEvent& event);
     void handleKey(const QKeyEvent& event);
     void handleInputMethod(const QInputMethodEvent& event);
