@@ -27,6 +27,7 @@
 #include "core/Log.h"
 #include "core/Services.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "import/Converter.h"
 #include "import/ImportTypes.h"
 #include "platform/FileSystem.h"
@@ -426,7 +427,7 @@ private:
         for (const std::u16string_view name : {u"EmptyHeading", u"EmptyLine"}) {
             driver.get(name).SetVisible(false);
         }
-        driver.get(u"LabelImport").SetText(u"1 of 4 done");
+        driver.get(u"LabelImport").SetText(core::tr("{0} of {1} done"_tr, 1, films.size()));
         driver.get<toolkit::CProgressUI>(u"ProgressImport").SetPercent(38);
         driver.get(u"ButtonImportStop").SetEnabled(true);
         shoot("ImportVideo", *window);
