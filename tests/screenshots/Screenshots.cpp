@@ -14,6 +14,7 @@
 #include <fstream> // IWYU pragma: keep
 #include <functional>
 #include <iostream>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -427,7 +428,7 @@ private:
         for (const std::u16string_view name : {u"EmptyHeading", u"EmptyLine"}) {
             driver.get(name).SetVisible(false);
         }
-        driver.get(u"LabelImport").SetText(core::tr("{0} of {1} done"_tr, 1, films.size()));
+        driver.get(u"LabelImport").SetText(core::tr("{0} of {1} done"_tr, 1, std::size(films)));
         driver.get<toolkit::CProgressUI>(u"ProgressImport").SetPercent(38);
         driver.get(u"ButtonImportStop").SetEnabled(true);
         shoot("ImportVideo", *window);
