@@ -14,7 +14,6 @@
 #include <vector>
 
 #include "platform/Accessible.h"
-#include "platform/Bitmap.h"
 #include "platform/EventLoop.h"
 #include "platform/FrameBuffer.h"
 #include "platform/WindowParts.h"
