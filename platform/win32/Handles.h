@@ -74,13 +74,7 @@ using UniqueLocalMemory = Unique<LocalMemoryTraits>;
 struct CursorTraits {
     using Type = HCURSOR;
     static Type none() { return nullptr; }
-    /// The one in use would stay, with its bitmaps.
-    static void close(Type handle) {
-        if (GetCursor() == handle) {
-            SetCursor(LoadCursorW(nullptr, IDC_ARROW));
-        }
-        DestroyCursor(handle);
-    }
+    static void close(Type handle) { DestroyCursor(handle); }
 };
 /// That was made, and is not the system's.
 using UniqueCursor = Unique<CursorTraits>;
