@@ -134,7 +134,6 @@ private:
     void viewChanged();
     void paintBeside(platform::Canvas& canvas, const Rect& picture);
     void paintPicture(platform::Canvas& canvas, const Rect& target, bool isSmooth);
-    /// The back buffer as a still.
     void stepBack(int count);
     void stepForward(int count);
 
