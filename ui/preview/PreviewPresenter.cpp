@@ -369,21 +369,16 @@ std::vector<PreviewRowLook> PreviewPresenter::pathLooks() const {
 
 void PreviewPresenter::showPath() {
     const player::Player& player = m_preview->player();
-    dropRows(kPreviewPath, m_pathRows, player.stepsBefore() - m_stepsBefore);
-    m_stepsBefore = player.stepsBefore();
+    auto* list = m_controls.find<toolkit::CListUI>(kPreviewPath);
+    for (; m_stepsBefore < player.stepsBefore(); ++m_stepsBefore) {
+        if (list != nullptr && list->RemoveAt(0)) {
+            m_pathRows.erase(m_pathRows.begin());
+        }
+    }
     fill(kPreviewPath, m_pathRows, pathLooks());
-    if (auto* list = m_controls.find<toolkit::CListUI>(kPreviewPath)) {
+    if (list != nullptr) {
         list->SelectItem(static_cast<int>(player.path().size()) - 1);
         list->revealRow(list->GetCount() - 1);
-    }
-}
-
-void PreviewPresenter::dropRows(std::u16string_view name, std::vector<PreviewRowLook>& shown,
-                                int count) const {
-    auto* list = m_controls.find<toolkit::CListUI>(name);
-    for (; list != nullptr && count > 0 && !shown.empty(); --count) {
-        list->RemoveAt(0);
-        shown.erase(shown.begin());
     }
 }
 

@@ -77,8 +77,6 @@ private:
     [[nodiscard]] PreviewRowLook choiceLook(const player::Choice& choice) const;
     [[nodiscard]] std::vector<PreviewRowLook> pathLooks() const;
     [[nodiscard]] double secondsLeft() const;
-    /// Removes the first rows of a list.
-    void dropRows(std::u16string_view list, std::vector<PreviewRowLook>& shown, int count) const;
     void fill(std::u16string_view list, std::vector<PreviewRowLook>& shown,
               std::vector<PreviewRowLook> looks) const;
     [[nodiscard]] bool isOn(std::u16string_view option) const;
