@@ -86,10 +86,9 @@ void EditingParts::bindRange(ui::CommandSet& commands) {
     }
     commands.bind(
         command::kInterpolateAll, [this] { m_range.interpolateAll(); }, hasPlace);
-    for (const std::string_view id : {command::kMatchPoints, command::kMatchPointsButton}) {
-        commands.bind(
-            id, [this] { m_range.matchPoints(); }, hasPlace);
-    }
+    commands.bind(
+        command::kMatchPoints, [this] { m_range.matchPoints(); }, hasPlace);
+    commands.bind(command::kMatchPointsButton, [this] { m_range.matchOffered(); });
     commands.bind(
         command::kDeleteKeys, [this] { m_range.deleteKeys(); }, hasRange);
     commands.bind(

@@ -8,6 +8,7 @@
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Texts.h"
+#include "zone/PointMatching.h"
 #include "zone/ShapeBlend.h"
 #include "zone/ShapeEdits.h"
 #include "zone/Zone.h"
@@ -19,9 +20,21 @@ namespace {
 using Name = zone::StepLabel::Name;
 
 constexpr core::Text kNeedsKeys = "Interpolate needs a key at both ends of the range."_tr;
+constexpr core::Text kTooManyPoints = "These shapes have too many points for so many frames."_tr;
 constexpr core::Text kNoShape = "There is no shape to copy on this frame."_tr;
 
+bool hasEmptyKey(const zone::Zone& zone, const std::vector<int>& keys) {
+    return std::ranges::any_of(keys, [&zone](int key) {
+        const auto points = zone.points(key);
+        return !points || points->empty();
+    });
+}
+
 } // namespace
+
+RangeActions::RangeActions(zone::ZoneSession& session, ShapeEditor& editor, NoticePresenter& notice)
+    : m_session(session), m_editor(editor), m_notice(notice),
+      m_changes(session.observe([this](const auto&) { m_offered.clear(); })) {}
 
 const zone::Zone& RangeActions::zone() const {
     return *m_session.zones().zone(m_editor.place().value().zone);
@@ -55,20 +68,31 @@ void RangeActions::interpolate() {
     const auto keys = keysOfGap();
     if (!keys) {
         m_notice.refuse(core::tr(kNeedsKeys));
-    } else if (const auto blend = zone::blendedShapes(zone(), *keys, m_editor.way())) {
+    } else if (const auto blend = zone::canBlend(zone(), *keys)
+                                      ? zone::blendedShapes(zone(), *keys, m_editor.way())
+                                      : std::nullopt) {
         replace(Name::interpolate, {*blend});
     } else {
-        refuseUnequal(*keys);
+        refuse(*keys);
     }
 }
 
-void RangeActions::refuseUnequal(const std::vector<int>& keys) {
-    if (const auto numbers = zone::unequalKeys(zone(), keys)) {
-        m_notice.offer(
-            core::tr("The keys have {0} and {1} points: give them the same number first."_tr,
-                     numbers->first, numbers->second),
-            {kMatchPointsButton});
+void RangeActions::refuse(const std::vector<int>& keys) {
+    const auto numbers = zone::unequalKeys(zone(), keys);
+    if (!numbers) {
+        m_notice.refuse(core::tr(kTooManyPoints));
+        return;
     }
+    const std::u16string text =
+        core::tr("The keys have {0} and {1} points: give them the same number first."_tr,
+                 numbers->first, numbers->second);
+    if (hasEmptyKey(zone(), keys)) { // nothing can be made of no point
+        m_notice.refuse(text);
+        return;
+    }
+    m_offered = keys;
+    m_offeredAt = m_editor.place().value();
+    m_notice.offer(text, {kMatchPointsButton});
 }
 
 void RangeActions::interpolateAll() {
@@ -78,8 +102,14 @@ void RangeActions::interpolateAll() {
     const std::vector<int> keys = m_editor.keys();
     if (keys.size() < 2) {
         m_notice.refuse(core::tr(kNeedsKeys));
-    } else {
+        return;
+    }
+    const bool canBlend = zone::canBlend(zone(), keys);
+    if (canBlend) {
         replace(Name::interpolate, {zone::filledGaps(zone(), keys, m_editor.way())});
+    }
+    if (!canBlend || zone::unequalKeys(zone(), keys)) {
+        refuse(keys);
     }
 }
 
@@ -87,28 +117,35 @@ void RangeActions::matchPoints() {
     if (!hasPlace()) {
         return;
     }
-    int first = 0;
-    int last = 0;
+    const std::vector<int> all = m_editor.keys();
+    std::vector<int> keys;
     if (const auto range = m_editor.range()) {
-        first = range->first;
-        last = range->end - 1;
+        keys = {range->first};
+        std::ranges::copy_if(all, std::back_inserter(keys),
+                             [&](int key) { return range->first < key && key < range->end - 1; });
+        keys.push_back(range->end - 1);
     } else {
-        // A gap whose ends are alike needs nothing; the frame may be a key between two gaps.
-        const std::vector<int> keys =
-            zone::keysAround(m_editor.keys(), m_editor.place().value().frame);
-        if (keys.size() < 2) {
-            return;
-        }
-        first = keys.front();
-        last = keys.back();
-        if (keys.size() == 3 && !zone::matched(zone(), first, last)) {
-            last = keys[1];
-        }
+        keys = zone::keysAround(all, m_editor.place().value().frame);
     }
-    if (const auto shapes = zone::matched(zone(), first, last)) {
-        replace(Name::matchPoints, *shapes);
-        const auto count = zone().points(first)->size();
+    match(m_editor.place().value(), keys);
+}
+
+void RangeActions::matchOffered() {
+    const std::vector<int> keys = m_offered;
+    if (!keys.empty()) {
+        match(m_offeredAt, keys);
+    }
+}
+
+void RangeActions::match(ShapeEditor::Place place, const std::vector<int>& keys) {
+    const zone::Zone& zone = *m_session.zones().zone(place.zone);
+    if (const auto shapes = zone::matched(zone, keys)) {
+        m_session.endGesture();
+        m_session.replaceShapes({Name::matchPoints, place.zone, place.frame}, *shapes);
+        const auto count = zone.points(keys.front())->size();
         m_notice.offer(core::tr("Point counts made equal: {0}."_tr, count), {kNoticeUndoButton});
+    } else if (zone::unequalKeys(zone, keys) && !hasEmptyKey(zone, keys)) {
+        m_notice.refuse(core::tr(kTooManyPoints));
     }
 }
 
@@ -117,10 +154,11 @@ void RangeActions::deleteKeys() {
         return;
     }
     const std::vector<int> keys = m_editor.keys();
-    if (const auto shapes = zone::withoutKeys(zone(), keys, *m_editor.range(), m_editor.way())) {
+    const zone::FrameRange range = *m_editor.range();
+    if (const auto shapes = zone::withoutKeys(zone(), keys, range, m_editor.way())) {
         replace(Name::interpolate, *shapes);
-    } else {
-        refuseUnequal(keys);
+    } else if (const std::vector<int> beside = zone::keysBeside(keys, range); !beside.empty()) {
+        refuse(beside);
     }
 }
 

@@ -9,6 +9,7 @@
 #include "ZoneEdit/CopiedShape.h"
 #include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/ShapeEditor.h"
+#include "edit/Observers.h"
 #include "zone/ShapeStretch.h"
 #include "zone/ZoneSession.h"
 
@@ -17,8 +18,7 @@ namespace zoneedit {
 class RangeActions {
 public:
     /// All outlive it.
-    RangeActions(zone::ZoneSession& session, ShapeEditor& editor, NoticePresenter& notice)
-        : m_session(session), m_editor(editor), m_notice(notice) {}
+    RangeActions(zone::ZoneSession& session, ShapeEditor& editor, NoticePresenter& notice);
 
     [[nodiscard]] bool hasPlace() const { return m_editor.place().has_value(); }
     [[nodiscard]] bool hasRange() const { return hasPlace() && m_editor.range().has_value(); }
@@ -27,8 +27,11 @@ public:
     void interpolate();
     /// Between all keys of the zone.
     void interpolateAll();
-    /// Gives both ends of the range, or of the gap at the frame on show, one number of points.
+    /// Gives the keys of the range and its ends, or those of the gap at the frame on show, one
+    /// number of points.
     void matchPoints();
+    /// The same for the keys that stood in the way of what was refused last, wherever they are.
+    void matchOffered();
     /// Takes the keys of the range away and fills what they leave.
     void deleteKeys();
 
@@ -49,13 +52,19 @@ private:
     /// None, and the bar says so, unless both ends of the range are keys.
     [[nodiscard]] std::optional<std::vector<int>> keysOfGap() const;
     [[nodiscard]] std::optional<zone::FrameRange> framesOf(Where where) const;
-    void refuseUnequal(const std::vector<int>& keys);
+    /// Says that the keys cannot be blended, and why.
+    void refuse(const std::vector<int>& keys);
+    void match(ShapeEditor::Place place, const std::vector<int>& keys);
     void replace(zone::StepLabel::Name name, const zone::NewShapes& shapes);
     [[nodiscard]] const zone::Zone& zone() const;
 
     zone::ZoneSession& m_session;
     ShapeEditor& m_editor;
     NoticePresenter& m_notice;
+    /// The keys that the bar offers to match, and where that was refused; none after the next step.
+    std::vector<int> m_offered;
+    ShapeEditor::Place m_offeredAt;
+    edit::Subscription m_changes;
 };
 
 } // namespace zoneedit

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Geometry.h"
+#include "zone/ShapeStretch.h"
 
 namespace zone {
 
@@ -24,6 +25,8 @@ struct ZoneEditing {
     /// Frames that the author has given a shape since the zones were opened. Steps that are taken
     /// back take back theirs.
     std::set<int> shapedFrames;
+    /// Stretches that got their shapes by following, in the order of the steps.
+    std::vector<FrameRange> followed;
 
     /// (0, 0) for a frame that was never shown.
     [[nodiscard]] platform::Point centerOf(int frame) const;

@@ -62,6 +62,9 @@ Course courseOf(std::span<const KeyShape> keys, std::size_t gap, std::size_t poi
     return course;
 }
 
+/// Of keys that somebody sets by hand, in frames: to either side if they stand closer.
+constexpr int kLeastDistance = 5;
+
 Outline outline(const Zone& zone, int frame) {
     return zone.points(frame).value_or(Outline());
 }
@@ -125,6 +128,17 @@ std::optional<std::pair<int, int>> unequalKeys(const Zone& zone, std::span<const
     return std::nullopt;
 }
 
+bool canBlend(const Zone& zone, std::span<const int> keys) {
+    std::size_t points = 0;
+    for (std::size_t index = 1; index < keys.size() && points <= kMaxEditedPoints; ++index) {
+        const auto frames = static_cast<std::size_t>(keys[index] - keys[index - 1]);
+        if (!isSame(zone, keys[index - 1], keys[index])) { // else one shape does for all
+            points += outline(zone, keys[index - 1]).size() * frames;
+        }
+    }
+    return points <= kMaxEditedPoints;
+}
+
 std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int> keys,
                                           BlendWay way) {
     if (keys.size() < 2 || unequalKeys(zone, keys)) {
@@ -181,6 +195,23 @@ std::vector<int> authoredKeys(const Zone& zone, std::span<const int> keys,
                    std::back_inserter(both));
     std::erase_if(both, [&](int frame) { return frame < 0 || frame >= zone.frameCount(); });
     return both;
+}
+
+std::vector<int> keysSetByHand(std::span<const int> authored, const std::set<int>& shaped,
+                               std::span<const FrameRange> followed) {
+    std::vector<int> set;
+    for (std::size_t index = 0; index < authored.size(); ++index) {
+        const int key = authored[index];
+        const bool isFollowed = std::ranges::any_of(
+            followed, [key](const FrameRange& range) { return range.contains(key); });
+        const bool isCrowded = index > 0 && index + 1 < authored.size() &&
+                               key - authored[index - 1] < kLeastDistance &&
+                               authored[index + 1] - key < kLeastDistance;
+        if (shaped.contains(key) || (!isFollowed && !isCrowded)) {
+            set.push_back(key);
+        }
+    }
+    return set;
 }
 
 std::vector<int> keysAround(std::span<const int> keys, int frame) {

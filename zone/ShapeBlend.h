@@ -2,6 +2,7 @@
 // window; everything here only reads. See ShapeEdits.h for the edits made of it.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <set>
 #include <span>
@@ -20,6 +21,9 @@ enum class BlendWay {
     smooth,   ///< through the keys without a jerk, and never beyond a key and back
 };
 
+/// Of all shapes that one edit makes; more would take too much memory.
+inline constexpr std::size_t kMaxEditedPoints = 32'000'000;
+
 struct KeyShape {
     int frame = 0;
     std::span<const platform::Point> points;
@@ -30,6 +34,8 @@ struct KeyShape {
 [[nodiscard]] std::vector<platform::Point> blended(std::span<const KeyShape> keys, int frame,
                                                    BlendWay way);
 
+/// Whether the shapes between these keys, in order, stay within kMaxEditedPoints.
+[[nodiscard]] bool canBlend(const Zone& zone, std::span<const int> keys);
 /// The zone's frames from the first key to the last, blended; each keeps its active flag. None when
 /// there are fewer than two keys or their numbers of points differ: see unequalKeys().
 [[nodiscard]] std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int> keys,
@@ -46,6 +52,11 @@ struct KeyShape {
 /// after a frame of its own between equal ones. In order.
 [[nodiscard]] std::vector<int> authoredKeys(const Zone& zone, std::span<const int> keys,
                                             const std::set<int>& shaped);
+/// Of those, the keys that an author has set: frames that were followed, and those that differ from
+/// one frame to the next or nearly so, are keys of a movement that somebody followed.
+[[nodiscard]] std::vector<int> keysSetByHand(std::span<const int> authored,
+                                             const std::set<int>& shaped,
+                                             std::span<const FrameRange> followed);
 /// Of keys in order, those around a frame: the last in front of it, itself if it is one, and the
 /// first behind it.
 [[nodiscard]] std::vector<int> keysAround(std::span<const int> keys, int frame);

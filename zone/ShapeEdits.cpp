@@ -9,6 +9,7 @@
 
 #include "zone/ShapeGeometry.h"
 #include "zone/ShapeRecord.h"
+#include "zone/ShapeTrack.h"
 #include "zone/Zone.h"
 
 namespace zone {
@@ -148,11 +149,14 @@ NewShapes reshaped(const Zone& zone, const EditReach& reach, const Reshape& resh
         return points;
     };
     const Points edited = reshapedAt(reach.frame);
-    const auto canBlend = [&](int key) { return outline(zone, key).size() == edited.size(); };
+    const auto blends = [&](int key) {
+        const int ends[] = {std::min(key, reach.frame), std::max(key, reach.frame)};
+        return outline(zone, key).size() == edited.size() && canBlend(zone, ends);
+    };
     const bool fromKey =
-        !reach.keys.empty() && reach.keys.front() < reach.frame && canBlend(reach.keys.front());
+        !reach.keys.empty() && reach.keys.front() < reach.frame && blends(reach.keys.front());
     const bool toKey =
-        !reach.keys.empty() && reach.keys.back() > reach.frame && canBlend(reach.keys.back());
+        !reach.keys.empty() && reach.keys.back() > reach.frame && blends(reach.keys.back());
     NewShapes result{ShapeStretch(fromKey ? reach.keys.front() : reach.frames.first), reach.frame};
     if (fromKey) {
         const int key = reach.keys.front();
@@ -222,6 +226,18 @@ NewShapes flagged(const Zone& zone, FrameRange frames, bool active, bool only) {
     return result;
 }
 
+std::vector<int> keysBeside(std::span<const int> keys, FrameRange range) {
+    const auto behind = std::ranges::lower_bound(keys, range.end);
+    const auto first = std::ranges::lower_bound(keys, range.first);
+    if (first == keys.begin() || behind == keys.end()) {
+        return {};
+    }
+    std::vector<int> beside;
+    std::copy(std::max(first - 2, keys.begin()), first, std::back_inserter(beside));
+    std::copy(behind, std::min(behind + 2, keys.end()), std::back_inserter(beside));
+    return beside;
+}
+
 std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys, FrameRange range,
                                      BlendWay way) {
     const auto behind = std::ranges::lower_bound(keys, range.end);
@@ -229,23 +245,17 @@ std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys
     const bool hasBefore = first != keys.begin();
     const bool hasBehind = behind != keys.end();
     if (hasBefore && hasBehind) {
-        std::vector<int> left(keys.begin(), first);
-        left.insert(left.end(), behind, keys.end());
-        const int from = *std::prev(first);
-        // The keys further away give a smooth course its direction.
-        const auto gap = static_cast<std::size_t>(first - keys.begin()) - 1;
-        const std::size_t begin = gap > 0 ? gap - 1 : 0;
-        const std::size_t count = std::min(gap + 3, left.size()) - begin;
-        const std::span<const int> near = std::span(left).subspan(begin, count);
-        if (unequalKeys(zone, near)) {
+        const std::vector<int> beside = keysBeside(keys, range);
+        const int ends[] = {*std::prev(first), *behind};
+        if (unequalKeys(zone, beside) || !canBlend(zone, ends)) {
             return std::nullopt;
         }
         std::vector<KeyShape> shapes;
-        for (const int key : near) {
+        for (const int key : beside) {
             shapes.push_back({key, outline(zone, key)});
         }
-        NewShapes result{ShapeStretch(from)};
-        for (int frame = from; frame <= *behind; ++frame) {
+        NewShapes result{ShapeStretch(ends[0])};
+        for (int frame = ends[0]; frame <= ends[1]; ++frame) {
             result.stretch.add(blended(shapes, frame, way), zone.isActive(frame));
         }
         result.released = range;
@@ -320,53 +330,20 @@ NewShapes withoutPoint(const Zone& zone, int index) {
     })};
 }
 
-std::optional<NewShapes> matched(const Zone& zone, int frame, int other) {
-    if (outline(zone, frame).size() > outline(zone, other).size()) {
-        std::swap(frame, other);
-    }
-    const std::size_t few = outline(zone, frame).size();
-    const std::size_t many = outline(zone, other).size();
-    if (few == many || few < 2) {
-        return std::nullopt;
-    }
-    // Each new point halves the edge that is longest then, on `frame`; the others follow it.
-    std::vector<std::size_t> edges;
-    Points shape = pointsOf(zone, frame);
-    const auto halve = [](Points& points, std::size_t edge) {
-        const Point from = points[edge];
-        const Point to = points[(edge + 1) % points.size()];
-        points.insert(points.begin() + static_cast<std::ptrdiff_t>(edge) + 1,
-                      {roundedCoordinate((static_cast<double>(from.x) + to.x) / 2),
-                       roundedCoordinate((static_cast<double>(from.y) + to.y) / 2)});
-    };
-    while (shape.size() < many) {
-        const auto lengthOf = [&](std::size_t edge) {
-            const Point to = shape[(edge + 1) % shape.size()];
-            return std::hypot(static_cast<double>(to.x) - shape[edge].x,
-                              static_cast<double>(to.y) - shape[edge].y);
-        };
-        std::size_t longest = 0;
-        for (std::size_t edge = 1; edge < shape.size(); ++edge) {
-            longest = lengthOf(edge) > lengthOf(longest) ? edge : longest;
+bool holdsShapes(const Zone& zone, const ShapeStretch& stretch) {
+    const ShapeTrack& shapes = stretch.shapes();
+    const int first = stretch.frames().first;
+    for (std::size_t index = 0; index < shapes.runCount(); ++index) {
+        const ShapeRun& run = shapes.run(index);
+        const int end = first + shapes.endFrame(index);
+        for (int frame = first + run.firstFrame; frame < end; frame = zone.sameUntil(frame)) {
+            if (zone.isActive(frame) != (run.active != 0) ||
+                !std::ranges::equal(outline(zone, frame), shapes.points(index))) {
+                return false;
+            }
         }
-        edges.push_back(longest);
-        halve(shape, longest);
     }
-    FrameRange range{frame, frame + 1};
-    const auto isAlike = [&](int at) { return outline(zone, at).size() == few; };
-    while (range.first > 0 && isAlike(range.first - 1)) {
-        --range.first;
-    }
-    while (range.end < zone.frameCount() && isAlike(range.end)) {
-        ++range.end;
-    }
-    return NewShapes{stretchOf(zone, range, [&](int at) {
-        Points points = pointsOf(zone, at);
-        for (const std::size_t edge : edges) {
-            halve(points, edge);
-        }
-        return points;
-    })};
+    return true;
 }
 
 int edgeAt(Outline points, Point at, double reach) {

@@ -54,8 +54,12 @@ using Reshape = std::function<void(Points&)>;
 /// The flag of `frames`; with `only`, all others get the opposite one.
 [[nodiscard]] NewShapes flagged(const Zone& zone, FrameRange frames, bool active,
                                 bool only = false);
+/// The keys that shape the frames of `range` once those within it are gone: two on either side, the
+/// further ones for the direction of a smooth course. None where a side has no key.
+[[nodiscard]] std::vector<int> keysBeside(std::span<const int> keys, FrameRange range);
 /// Without the keys in `range`: frames from the key in front of it to the one behind it are blended
-/// anew; where there is none, the other one is held. None when there is neither.
+/// anew; where there is none, the other one is held. None when there is neither, when those beside
+/// it have other numbers of points, or when there would be too many: see canBlend().
 [[nodiscard]] std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys,
                                                    FrameRange range, BlendWay way);
 /// A point behind point `index` of `frame`, at `at`. On other frames it goes where the line between
@@ -69,10 +73,8 @@ using Reshape = std::function<void(Points&)>;
 [[nodiscard]] int strayFrames(const Zone& zone, int frame, int index);
 /// Without point number `index`, on every frame that has one.
 [[nodiscard]] NewShapes withoutPoint(const Zone& zone, int index);
-/// Brings the shapes of two frames to one number of points: the one with fewer gets points in the
-/// middle of its longest edges, and so do the frames beside it up to those with another number.
-/// None when the numbers are equal, or when one has fewer than two points.
-[[nodiscard]] std::optional<NewShapes> matched(const Zone& zone, int frame, int other);
+/// Whether the zone's frames have these points and flags already.
+[[nodiscard]] bool holdsShapes(const Zone& zone, const ShapeStretch& stretch);
 
 /// The edge whose line passes within `reach` pixels of `at`, as the index of its first point; -1
 /// when none does.

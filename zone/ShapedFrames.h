@@ -15,6 +15,8 @@ struct ShapedFrames {
     int joins = -1; ///< -1 for none
     /// These leave, except the one that joins.
     FrameRange leave = {};
+    /// These were followed.
+    FrameRange followed = {};
 
     bool operator==(const ShapedFrames&) const = default;
 };

@@ -24,6 +24,7 @@ void EditShapes::apply(ZoneModel& model) {
     if (m_edit) {
         m_selectedBefore = selected;
         m_shapedChange.prepare(editing.shapedFrames, m_shaped);
+        noteFollowed(editing);
         m_shapedChange.swap(editing.shapedFrames);
         try {
             std::exchange(m_edit, nullptr)(*model.zones, model.context, &m_changes);
@@ -34,6 +35,7 @@ void EditShapes::apply(ZoneModel& model) {
         m_selectedAfter = selected;
         model.counts += m_changes.counts();
     } else {
+        noteFollowed(editing);
         zone.redo(m_changes);
         selected = m_selectedAfter;
         m_shapedChange.swap(editing.shapedFrames);
@@ -46,7 +48,16 @@ void EditShapes::revert(ZoneModel& model) noexcept {
     ZoneEditing& editing = model.context.zone(m_zone);
     editing.selectedPoint = m_selectedBefore;
     m_shapedChange.swap(editing.shapedFrames);
+    if (m_shaped.followed.count() > 0) {
+        editing.followed.pop_back();
+    }
     model.context.noteShown(*model.zones);
+}
+
+void EditShapes::noteFollowed(ZoneEditing& editing) const {
+    if (m_shaped.followed.count() > 0) {
+        editing.followed.push_back(m_shaped.followed);
+    }
 }
 
 std::vector<ZoneChange> EditShapes::changes() const {

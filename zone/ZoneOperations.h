@@ -67,6 +67,8 @@ public:
     bool absorb(EditShapes& next) noexcept;
 
 private:
+    void noteFollowed(ZoneEditing& editing) const;
+
     int m_zone;
     FrameRange m_frames;
     Edit m_edit; ///< empty once it has run

@@ -273,7 +273,10 @@ void ZoneSession::replaceShapes(const StepLabel& label, NewShapes shapes) {
     if (!isThere(zone, frames.first) || frames.end > allFrames(zone).end || frames.count() < 1) {
         return;
     }
-    const ShapedFrames shaped{shapes.shapedFrame, shapes.released};
+    const ShapedFrames shaped{shapes.shapedFrame, shapes.released, shapes.followed};
+    if (!m_gesture && changesNothing(zone, shapes)) {
+        return;
+    }
     const bool repeats =
         m_gesture && m_replacedZone == zone && m_replaced == frames && m_replacedShaped == shaped;
     edit(
@@ -334,6 +337,14 @@ std::shared_ptr<const ZoneManager> ZoneSession::snapshot() {
         m_model.zones->zone(zone)->unshare();
     }
     return taken;
+}
+
+bool ZoneSession::changesNothing(int zone, const NewShapes& shapes) const {
+    const std::set<int>& shaped = editingOf(zone).shapedFrames;
+    const auto released = shaped.lower_bound(shapes.released.first);
+    return (shapes.shapedFrame < 0 || shaped.contains(shapes.shapedFrame)) &&
+           (released == shaped.end() || *released >= shapes.released.end) &&
+           holdsShapes(*zones().zone(zone), shapes.stretch);
 }
 
 bool ZoneSession::isThere(int zone, int frame) const {

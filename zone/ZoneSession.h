@@ -174,6 +174,7 @@ private:
     };
 
     [[nodiscard]] bool isThere(int zone, int frame) const;
+    [[nodiscard]] bool changesNothing(int zone, const NewShapes& shapes) const;
     void run(const StepLabel& label, ZoneOperation operation);
     void edit(const StepLabel& label, FrameRange frames, EditShapes::Edit edit,
               TrackChanges::Keep keep = TrackChanges::Keep::all, const ShapedFrames& shaped = {});

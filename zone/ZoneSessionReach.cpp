@@ -17,13 +17,27 @@ namespace zone {
 using Name = StepLabel::Name;
 using platform::Point;
 
+namespace {
+
+bool changesWholeShape(Name name) {
+    return name == Name::paste || name == Name::scale || name == Name::rotate;
+}
+
+/// Steps that may be carried to later frames.
+bool isCarried(Name name) {
+    return name == Name::movePoint || name == Name::active || changesWholeShape(name);
+}
+
+} // namespace
+
 void ZoneSession::beginReach(const StepLabel& label) {
     if (!m_gesture || m_gestureZones.empty()) {
         m_model.counts = {};
         m_isPlainEdit = !m_gesture || label == m_gestureLabel;
     } else {
         const StepLabel move{Name::movePoint, m_gestureLabel.zone, m_gestureLabel.frame};
-        m_isPlainEdit = m_isPlainEdit && label == move;
+        const bool isRepeated = label == m_gestureLabel && changesWholeShape(label.name);
+        m_isPlainEdit = m_isPlainEdit && (label == move || isRepeated);
     }
 }
 
@@ -43,9 +57,9 @@ StepReach ZoneSession::reach() const {
     if (last->name == Name::deletePoint && counts.isPartial) {
         return {StepReach::Kind::removed, counts.changed, all};
     }
-    const bool isCarried = last->name == Name::movePoint || last->name == Name::active;
-    return isCarried && counts.own > 0 ? StepReach{StepReach::Kind::overOwn, counts.own, all}
-                                       : StepReach{};
+    return isCarried(last->name) && counts.own > 0
+               ? StepReach{StepReach::Kind::overOwn, counts.own, all}
+               : StepReach{};
 }
 
 bool ZoneSession::keepToOneFrame() {
@@ -63,7 +77,7 @@ bool ZoneSession::keepToOneFrame() {
              zones.putShape(context, zone, frame, shape.value_or(ZoneShape()), changes);
              context.zone(zone).selectedPoint = selected;
          },
-         TrackChanges::Keep::all, {label.name == Name::movePoint ? frame : -1});
+         TrackChanges::Keep::all, {label.name == Name::active ? -1 : frame});
     return true;
 }
 

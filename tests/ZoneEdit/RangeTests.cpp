@@ -116,6 +116,62 @@ TEST_F(ZoneEditRange, InterpolateFillsTheGapAtTheFrameInOneStepAndSaysWhatItNeed
     EXPECT_EQ(lastStep(), "interpolate");
 }
 
+TEST_F(ZoneEditRange, TheOfferToMatchPointsHelpsWhereverUnequalKeysStoodInTheWay) {
+    m_driver->click(u"OptionProgressChanges"); // off
+    const auto cut = [this](int frame) {       // a point less, on that frame alone
+        goTo(frame);
+        m_driver->click(u"OptionMovePoint");
+        m_driver->drag({at(300, 100), at(300 + frame, 120)});
+        m_driver->click(u"OptionDeletePoint");
+        m_driver->click(at(300 + frame, 120));
+        EXPECT_EQ(points(0, frame).size(), 2U);
+    };
+    const auto isRefused = [this] {
+        return notice() == u"The keys have 3 and 2 points: give them the same number first.";
+    };
+    const auto expectAllAreMatched = [&](std::initializer_list<int> keys) {
+        ASSERT_TRUE(isRefused()) << core::wideToNarrow(notice());
+        goTo(1); // it is about the keys, wherever the editor is by now
+        m_driver->click(u"ButtonMatchPoints");
+        EXPECT_EQ(notice(), u"Point counts made equal: 3.");
+        for (const int key : keys) {
+            EXPECT_EQ(points(0, key).size(), 3U) << key;
+        }
+    };
+    shift(20, 0, 40);
+    cut(10); // between the ends of the range, which are alike
+    const std::size_t before = steps();
+    mark(0, 20);
+    m_driver->click(u"ButtonInterpolate");
+    expectAllAreMatched({0, 10, 20});
+    EXPECT_EQ(steps(), before + 1);
+    m_driver->click(u"ButtonInterpolate");
+    EXPECT_EQ(lastStep(), "interpolate");
+    while (steps() > before) {
+        m_driver->press(Key::z, kControl);
+    }
+    mark(12, 14); // the keys beside it
+    choose(u"ButtonInterpolateMenu", u"Delete the Keys of the Range");
+    expectAllAreMatched({0, 10, 20});
+    m_driver->press(Key::z, kControl);
+    choose(u"ButtonMenu", u"Interpolate All Gaps");
+    expectAllAreMatched({0, 10, 20});
+}
+
+TEST_F(ZoneEditRange, WhatChangesNothingIsNoStep) {
+    shift(10, 0, 100);
+    goTo(4);
+    press(Key::i);
+    const std::size_t before = steps();
+    press(Key::i);
+    choose(u"ButtonMenu", u"Interpolate All Gaps");
+    mark(5, 14);
+    m_driver->click(u"ButtonRangeActive");
+    EXPECT_EQ(steps(), before);
+    m_driver->click(u"ButtonRangeInactive");
+    EXPECT_EQ(steps(), before + 1);
+}
+
 TEST_F(ZoneEditRange, ShapesAndFlagsGoToTheRangeFromHereOnAndUpToHere) {
     shift(10, 0, 100);
     goTo(8);
@@ -235,6 +291,17 @@ TEST_F(ZoneEditRange, AShapeIsCopiedToOtherFramesZonesAndVideos) {
     EXPECT_EQ(points(0, 10), kTriangle);
     EXPECT_EQ(points(0, 20), kTriangle) << "carried forward";
     EXPECT_EQ(lastStep(), "paste");
+    EXPECT_EQ(notice(), u"");
+    m_driver->press(Key::z, kControl);
+    goTo(5);
+    m_driver->drag({at(200, 200), at(230, 200)});
+    goTo(7);
+    press(Key::v, kControl);
+    EXPECT_EQ(notice(), u"Changed 11 later frames that had their own shape.");
+    m_driver->click(u"ButtonOnlyThisFrame");
+    EXPECT_EQ(points(0, 7), kTriangle);
+    EXPECT_EQ(xAt(8), 30);
+    EXPECT_EQ(xAt(20), 130);
     addZone();
     press(Key::v, kControl);
     EXPECT_EQ(points(1, 0), kTriangle);

@@ -235,6 +235,25 @@ TEST_F(ZoneEditUndo, AChangeOverOtherShapesOffersTwoWaysBack) {
         }
         ASSERT_EQ(allPoints(), before) << &end - ends;
     }
+    // So is a drag of the whole shape, however many moves it takes.
+    goTo(4);
+    const std::pair<platform::EventKind, int> moves[] = {{platform::EventKind::mouseDown, 400},
+                                                         {platform::EventKind::mouseMove, 420},
+                                                         {platform::EventKind::mouseMove, 460},
+                                                         {platform::EventKind::mouseUp, 460}};
+    for (const auto& [kind, x] : moves) {
+        test::input().mouse(m_driver->native(), kind, at(x, 200), platform::MouseButton::left,
+                            kControl);
+    }
+    test::pump();
+    EXPECT_EQ(notice(), offer);
+    m_driver->click(u"ButtonOnlyThisFrame");
+    auto scaled = before;
+    scaled[4] = points(0, 4);
+    EXPECT_NE(scaled, before);
+    EXPECT_EQ(allPoints(), scaled);
+    undo();
+    EXPECT_EQ(allPoints(), before);
     // Flags that were set later are such a change; other shapes alone are none.
     goTo(15);
     m_driver->click(u"OptionToggleActive");

@@ -13,6 +13,7 @@
 
 #include "tests/support/Random.h"
 #include "tests/zone/ZoneFixture.h"
+#include "zone/PointMatching.h"
 #include "zone/ShapeEdits.h"
 #include "zone/ZoneSession.h"
 
@@ -193,20 +194,32 @@ void ShapeEditTest::removePoint() {
 void ShapeEditTest::match() {
     const int one = m_random.below(count());
     const int other = m_random.below(count());
-    const auto result = zone::matched(held(), one, other);
-    const std::size_t few = std::min(plain(one).points.size(), plain(other).points.size());
-    const std::size_t many = std::max(plain(one).points.size(), plain(other).points.size());
-    ASSERT_EQ(result.has_value(), few >= 2 && few < many);
+    const int third = m_random.below(count());
+    std::vector<int> keys{one, other, third};
+    std::ranges::sort(keys);
+    const auto sizeAt = [this](int at) { return plain(at).points.size(); };
+    std::size_t few = sizeAt(one);
+    std::size_t many = few;
+    for (const int key : keys) {
+        few = std::min(few, sizeAt(key));
+        many = std::max(many, sizeAt(key));
+    }
+    const auto result = zone::matched(held(), keys);
+    ASSERT_EQ(result.has_value(), few >= 1 && few < many);
     if (!result) {
         return;
     }
+    std::set<int> changed; // with those beside them that are alike
+    for (const int key : keys) {
+        for (const int way : {-1, 1}) {
+            for (int at = key; at >= 0 && at < count() && sizeAt(at) == sizeAt(key); at += way) {
+                changed.insert(at);
+            }
+        }
+    }
     replace(Name::matchPoints, *result);
-    const int changed = plain(one).points.size() == few ? one : other;
-    const FrameRange range = result->stretch.frames();
-    EXPECT_TRUE(range.contains(changed));
-    for (int at = range.first; at < range.end; ++at) {
+    for (const int at : changed) {
         const Points points = held().shape(at)->points;
-        EXPECT_EQ(plain(at).points.size(), few);
         EXPECT_EQ(points.size(), many);
         // The old ones are there still, in their order.
         auto from = points.begin();
@@ -253,6 +266,31 @@ TEST_F(ShapeEditTest, RandomEditsSaveWhatAPlainModelOfTheirRulesDoesAndAreTakenB
             ASSERT_EQ(m_session->editingOf(0).shapedFrames, shaped[done]);
         }
     }
+}
+
+TEST_F(ShapeEditTest, OutlinesOfManyPointsAreMatchedAtOnceUnlessAllOfThemWouldTakeTooMuchMemory) {
+    constexpr std::size_t kMany = 200'000;
+    Points many;
+    for (int i = 0; i < static_cast<int>(kMany); ++i) {
+        many.push_back({i % 1280, i / 1280});
+    }
+    std::vector<Frame> frames(300, {{{0, 0}, {900, 0}, {0, 600}}});
+    frames.back().points = many;
+    begin(frames);
+    const int keys[] = {0, 299};
+    const auto result = zone::matched(held(), keys);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->stretch.frames(), (FrameRange{0, 299}));
+    EXPECT_EQ(result->stretch.shapes().points(0).size(), kMany);
+    for (int frame = 0; frame < 299; ++frame) { // a shape of its own each
+        frames[static_cast<std::size_t>(frame)].points[0].x = frame;
+    }
+    begin(frames);
+    EXPECT_FALSE(zone::matched(held(), keys));
+    frames[0].points = many;
+    frames.back().points[0] = {7, 7};
+    begin(frames);
+    EXPECT_FALSE(zone::canBlend(held(), keys));
 }
 
 TEST_F(ShapeEditTest, AStepKeepsWhatItChangedHoweverManyFramesWereShapedBefore) {
