@@ -47,7 +47,7 @@ void FollowLayer::paint(platform::Canvas& canvas, const video::PictureView& view
         return;
     }
     const zone::Points& points = found->second;
-    for (std::size_t i = 0; i < points.size(); ++i) {
+    for (std::size_t i = 0; i < points.size(); ++i) { // not many: see FollowPresenter
         drawEdge(canvas, view.toWindow(points[i]), view.toWindow(points[(i + 1) % points.size()]));
     }
 }

@@ -1,6 +1,7 @@
 #include "ZoneEdit/FollowPresenter.h"
 
 #include <cstddef>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "toolkit/controls/CProgressUI.h"
 #include "ui/FlagScope.h"
 #include "video/CVideoUI.h"
+#include "zone/NewShapes.h"
 #include "zone/ShapeStretch.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
@@ -21,7 +23,11 @@
 namespace zoneedit {
 namespace {
 
+using Outline = std::span<const platform::Point>;
+
 constexpr std::size_t kLeastPoints = 3;
+/// Each frame that is found keeps them all.
+constexpr std::size_t kMostPoints = 2000;
 
 } // namespace
 
@@ -54,6 +60,12 @@ void FollowPresenter::start() {
         return;
     }
     if (request->count() == 0) {
+        m_links.notice.refuse(core::tr(
+            "There is no frame to follow to: the next one is a key, or the range ends here."_tr));
+        return;
+    }
+    if (request->points.size() > kMostPoints) {
+        m_links.notice.refuse(core::tr("This shape has too many points to be followed."_tr));
         return;
     }
     m_request = std::move(*request);
@@ -87,7 +99,7 @@ void FollowPresenter::setGoal(follow::Request& request, const ShapeEditor::Place
     }
     const bool isBackwards = place.frame == range.end - 1;
     request.last = isBackwards ? range.first : range.end - 1;
-    const std::vector<int> keys = m_links.editor.keys();
+    const std::vector<int> keys = m_links.editor.keysOfAuthor();
     const auto zone = m_links.session.zones().zone(place.zone);
     // The next one on the way. A shape that is only held up to this frame was not made on that one.
     std::optional<int> key;
@@ -128,26 +140,33 @@ void FollowPresenter::finish(const follow::Outcome& outcome) {
     if (!m_isOpen) {
         return;
     }
-    const int count = static_cast<int>(outcome.shapes.size());
     const int step = m_request.step();
     FollowLayer::Shapes shapes;
-    for (int i = 0; i < count; ++i) {
-        shapes.emplace(m_request.frame + step * (i + 1),
-                       outcome.shapes[static_cast<std::size_t>(i)]);
+    int frame = m_request.frame;
+    for (const follow::Points& shape : outcome.shapes) {
+        shapes.emplace(frame += step, shape);
     }
+    const int last = frame;
+    frame = m_request.last;
+    for (const follow::Points& shape : outcome.shapesBeyond) {
+        shapes.emplace(frame, shape);
+        frame -= step;
+    }
+    const auto count = static_cast<int>(shapes.size());
     propose(std::move(shapes));
-    const int last = m_request.frame + step * count;
     if (m_isAccepting && count > 0) {
         accept();
         return;
     }
     m_isAccepting = false;
-    if (count == 0 && !outcome.lostAt) { // stopped at once, or nothing to look at
+    if (count == 0 && !outcome.lostAt) { // stopped at once
         close();
         return;
     }
-    m_links.controls.setText(kFollowLabel, outcome.lostAt ? lostText(*outcome.lostAt, count)
-                                                          : followedText(last));
+    m_links.controls.setText(kFollowLabel, outcome.isUnreadable
+                                               ? unreadableText(*outcome.lostAt, count)
+                                           : outcome.lostAt ? lostText(*outcome.lostAt, count)
+                                                            : followedText(last));
     m_links.controls.setText(kMatchLabel, followedMatchText(count, outcome.leastMatch));
     m_links.showFrame(outcome.lostAt ? *outcome.lostAt : last);
     showPanel();
@@ -202,13 +221,20 @@ void FollowPresenter::accept() {
     }
     const auto zone = m_links.session.zones().zone(m_place.zone);
     if (canAccept() && zone) {
-        zone::ShapeStretch stretch(m_layer->shapes().begin()->first);
-        for (const auto& [frame, points] : m_layer->shapes()) {
+        const FollowLayer::Shapes& found = m_layer->shapes();
+        const zone::FrameRange range{found.begin()->first, found.rbegin()->first + 1};
+        zone::ShapeStretch stretch(range.first);
+        for (int frame = range.first; frame < range.end; ++frame) {
+            const auto shape = found.find(frame); // not between two ways that did not meet
+            const auto points = shape != found.end() ? Outline(shape->second)
+                                                     : zone->points(frame).value_or(Outline());
             stretch.add(points, zone->isActive(frame));
         }
+        zone::NewShapes shapes{std::move(stretch)};
+        shapes.followed = range;
         const ui::FlagScope changing(m_isChanging);
         m_links.session.replaceShapes({zone::StepLabel::Name::follow, m_place.zone, m_place.frame},
-                                      {std::move(stretch)});
+                                      std::move(shapes));
     }
     close();
 }

@@ -83,6 +83,15 @@ std::vector<int> ShapeEditor::keys() const {
               : std::vector<int>();
 }
 
+std::vector<int> ShapeEditor::keysOfAuthor() const {
+    const auto at = place();
+    if (!at) {
+        return {};
+    }
+    const zone::ZoneEditing& editing = m_session.editingOf(at->zone);
+    return zone::keysSetByHand(keys(), editing.shapedFrames, editing.followed);
+}
+
 std::optional<ShapeEditor::Start> ShapeEditor::start(bool isWhole, bool isMove) const {
     const auto at = place();
     if (!at) {

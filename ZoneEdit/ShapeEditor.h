@@ -53,6 +53,8 @@ public:
     [[nodiscard]] std::optional<platform::Point> handlePlace() const;
     /// The keys that the author would name, of the zone that is edited.
     [[nodiscard]] std::vector<int> keys() const;
+    /// Those without what only looks like a key where something was followed.
+    [[nodiscard]] std::vector<int> keysOfAuthor() const;
     [[nodiscard]] std::optional<zone::FrameRange> range() const { return m_range(); }
 
     /// What an edit begins with. Each of its steps is worked out from this anew.

@@ -135,6 +135,12 @@ std::u16string lostText(int frame, int frames) {
                     static_cast<std::size_t>(frames), frame);
 }
 
+std::u16string unreadableText(int frame, int frames) {
+    return core::tr("Frame {1} cannot be read: {0} frame found.|"
+                    "Frame {1} cannot be read: {0} frames found."_trn,
+                    static_cast<std::size_t>(frames), frame);
+}
+
 std::optional<int> frameFrom(const std::u16string& text, int last) {
     const int value = core::convertStringToInt(text);
     std::size_t at = std::min(text.find_first_not_of(u" \t\n\v\f\r"), text.size());

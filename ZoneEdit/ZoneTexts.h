@@ -44,6 +44,8 @@ inline constexpr core::Text kDrawZoneFirst = "Draw the zone on this frame first.
 [[nodiscard]] std::u16string followedMatchText(int frames, double leastMatch);
 /// "Lost sight at frame 62: 31 frames found."
 [[nodiscard]] std::u16string lostText(int frame, int frames);
+/// "Frame 211 cannot be read: 34 frames found."
+[[nodiscard]] std::u16string unreadableText(int frame, int frames);
 
 /// The number that `text` begins with, cut to 0 ... `last`; none when it begins with no number. A
 /// text that holds no 32-bit number is logged, as by core::convertStringToInt.

@@ -25,7 +25,7 @@ void FollowJob::start(Request request, std::function<void(const News&)> onNews,
     const auto shared = std::make_shared<Shared>();
     m_job.start(
         [shared, request = std::move(request), &files = m_files](auto& control) {
-            shared->outcome.isUnreadable = true; // until it has come to something
+            shared->outcome = nothingRead(request); // until it has come to something
             shared->outcome = followZone(
                 request, files, [&control] { return control.isCancelled(); },
                 [&](const News& news) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
 
 #include "follow/FrameFeed.h"
 #include "src/LumaReader.h"
@@ -41,20 +42,18 @@ public:
             back = go(m_request.last + step, m_request.pointsBeyond, -step, count);
         }
         Outcome outcome;
-        outcome.isUnreadable = there.isUnreadable;
-        // What was followed from the other end counts only where it reaches the rest.
-        const bool meets = there.shapes.size() + back.shapes.size() >= size(count);
-        const auto joined =
-            track::joinBothEnds(there.shapes, meets ? back.shapes : decltype(back.shapes){}, count);
-        for (const auto& shape : joined) {
-            if (!shape) {
-                break;
-            }
-            outcome.shapes.push_back(fromVideo(*shape));
+        const auto joined = track::joinBothEnds(there.shapes, back.shapes, count);
+        const auto gap = std::ranges::find_if(joined, [](const auto& shape) { return !shape; });
+        for (auto shape = joined.begin(); shape != gap; ++shape) {
+            outcome.shapes.push_back(fromVideo(**shape));
         }
-        outcome.leastMatch = std::min(there.leastMatch, meets ? back.leastMatch : 1);
-        if (outcome.shapes.size() < size(count) && there.sight != track::Sight::kept) {
+        for (auto shape = joined.rbegin(); gap != joined.end() && *shape; ++shape) {
+            outcome.shapesBeyond.push_back(fromVideo(**shape));
+        }
+        outcome.leastMatch = std::min(there.leastMatch, back.leastMatch);
+        if (gap != joined.end() && !m_isStopped()) {
             outcome.lostAt = m_request.frame + step * (static_cast<int>(outcome.shapes.size()) + 1);
+            outcome.isUnreadable = there.isUnreadable;
             outcome.sight = there.sight;
         }
         return outcome;
@@ -137,6 +136,13 @@ private:
 
 } // namespace
 
+Outcome nothingRead(const Request& request) {
+    Outcome outcome;
+    outcome.lostAt = request.frame + request.step();
+    outcome.isUnreadable = true;
+    return outcome;
+}
+
 Outcome followZone(const Request& request, platform::FileSystem& files,
                    const std::function<bool()>& isStopped,
                    const std::function<void(const News&)>& report) {
@@ -144,9 +150,7 @@ Outcome followZone(const Request& request, platform::FileSystem& files,
         theora::LumaReader reader(request.path, files, isStopped);
         return Work(request, reader, isStopped, report).run();
     } catch (const theora::TheoraGenericException&) {
-        Outcome outcome;
-        outcome.isUnreadable = !isStopped();
-        return outcome;
+        return isStopped() ? Outcome() : nothingRead(request);
     }
 }
 

@@ -29,12 +29,18 @@ struct Request {
 
 struct Outcome {
     std::vector<Points> shapes; ///< of the frames beside `frame`, in the direction of `last`
-    double leastMatch = 1;      ///< 0 to 1
-    /// Where the thing was not seen any more, before `last` was reached.
+    /// Where the two ways did not meet: of `last` and those in front of it, back to `frame`.
+    std::vector<Points> shapesBeyond;
+    double leastMatch = 1; ///< 0 to 1
+    /// The first frame without a shape, unless it was stopped.
     std::optional<int> lostAt;
-    track::Sight sight = track::Sight::kept; ///< why
-    bool isUnreadable = false;               ///< the clip gave no pictures
+    /// Why that has none. `kept` where the last frames seen were too doubtful to count.
+    track::Sight sight = track::Sight::kept;
+    bool isUnreadable = false; ///< the clip gave no picture there
 };
+
+/// Of a clip that gives no picture at all.
+[[nodiscard]] Outcome nothingRead(const Request& request);
 
 /// What has been found so far.
 struct News {

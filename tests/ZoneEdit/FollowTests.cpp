@@ -183,6 +183,38 @@ TEST_F(ZoneEditFollow, ItStopsAtTheNextKeyAndMeetsIt) {
     }
 }
 
+TEST_F(ZoneEditFollow, WhatWasFollowedIsCorrectedAndFollowedAgain) {
+    showBox(60); // on a curve: nearly every frame is a key
+    drawZone();
+    press(Key::f);
+    press(Key::f); // while it runs
+    ASSERT_TRUE(waitForEnd());
+    m_driver->click(u"ButtonFollowAccept");
+    goTo(30);
+    const Point corner = points(0, 30)[0];
+    m_driver->drag({at(corner.x, corner.y), at(corner.x - 6, corner.y - 4)});
+    const auto corrected = points(0, 30);
+    for (const auto& [from, to] : {std::pair{0, 29}, std::pair{30, 59}, std::pair{40, 59}}) {
+        goTo(from);
+        press(Key::f);
+        ASSERT_TRUE(waitForEnd()) << from;
+        EXPECT_EQ(m_driver->textOf(u"LabelFollow"),
+                  u"Followed to frame " + core::displayText(std::to_string(to)) + u".");
+        m_driver->click(u"ButtonFollowAccept");
+        EXPECT_EQ(points(0, 30), corrected);
+    }
+    goTo(29);
+    press(Key::f);
+    EXPECT_FALSE(panelShows());
+    EXPECT_EQ(m_driver->textOf(u"LabelNotice"),
+              u"There is no frame to follow to: the next one is a key, or the range ends here.");
+    // A taken back step is no reason to go on over what it had made.
+    for (int step = 0; step < 4; ++step) {
+        m_driver->press(Key::z, {.control = true});
+    }
+    EXPECT_TRUE(m_window->session().editingOf(0).followed.size() == 1);
+}
+
 TEST_F(ZoneEditFollow, TheButtonOfTheRangeFollowsWithinItAndStripesShowWhatWasFound) {
     showBox(40);
     drawZone();

@@ -100,7 +100,19 @@ TEST_F(FollowTest, LostSightAndUnreadableClipsEndIt) {
     EXPECT_TRUE(run({"missing.ogv", {640, 384}, 0, boxOn(0), 9, {}}).isUnreadable);
     support::writeBytes("text.ogv", "no clip");
     EXPECT_TRUE(run({"text.ogv", {640, 384}, 0, boxOn(0), 9, {}}).isUnreadable);
-    EXPECT_TRUE(run(request(38, 60)).isUnreadable) << "beyond the end";
+    const Outcome beyond = run(request(38, 60));
+    EXPECT_TRUE(beyond.isUnreadable) << "beyond the end";
+    EXPECT_EQ(beyond.lostAt, 40);
+    // Towards a shape that is known behind the cover.
+    m_clip.hiddenTo = 34;
+    write();
+    follow::Request request = this->request(0, 38);
+    request.pointsBeyond = boxOn(39);
+    const Outcome parted = run(request);
+    EXPECT_GE(parted.shapes.size(), 23U);
+    ASSERT_GE(parted.shapesBeyond.size(), 3U);
+    EXPECT_LE(error(parted.shapesBeyond[0], boxOn(38)), 4);
+    EXPECT_EQ(parted.lostAt, static_cast<int>(parted.shapes.size()) + 1);
 }
 
 TEST_F(FollowTest, AJobThatIsStoppedBringsWhatItFoundAndOneThatGoesNothing) {

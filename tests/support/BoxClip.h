@@ -19,6 +19,7 @@ struct BoxClip {
     int side = 40;
     std::function<platform::Point(int frame)> place; ///< of the box's upper left corner
     int hiddenFrom = 1 << 30;                        ///< nothing but the ground from here on
+    int hiddenTo = 1 << 30;                          ///< up to here
 
     [[nodiscard]] Bytes make() const {
         ClipSpec spec;
@@ -37,7 +38,8 @@ struct BoxClip {
             at = x == 0 && y == 0 ? place(frame) : at;
             const int u = x - at.x;
             const int v = y - at.y;
-            const bool isBox = frame < hiddenFrom && u >= 0 && v >= 0 && u < side && v < side;
+            const bool isShown = frame < hiddenFrom || frame >= hiddenTo;
+            const bool isBox = isShown && u >= 0 && v >= 0 && u < side && v < side;
             return isBox ? static_cast<std::uint8_t>(150 + 25 * ((u / 8 + v / 8) % 3))
                          : ground[static_cast<std::size_t>(y * width + x)];
         };
