@@ -55,11 +55,13 @@ void writeMeta(tinyxml2::XMLPrinter& xml, const zone::ZoneManager& zones, const 
     xml.CloseElement();
 }
 
-void writePolygon(tinyxml2::XMLPrinter& xml, int frame, const zone::ZoneShape& shape) {
+/// Points outside of the picture come to its edge.
+void writePolygon(tinyxml2::XMLPrinter& xml, int frame, const zone::ZoneShape& shape,
+                  platform::Size size) {
     std::string points;
     for (const platform::Point& point : shape.points) {
-        points +=
-            (points.empty() ? "" : ";") + std::to_string(point.x) + "," + std::to_string(point.y);
+        points += (points.empty() ? "" : ";") + std::to_string(std::clamp(point.x, 0, size.width)) +
+                  "," + std::to_string(std::clamp(point.y, 0, size.height));
     }
     xml.OpenElement("polygon");
     xml.PushAttribute("frame", frame);
@@ -105,9 +107,9 @@ Losses writeTrack(tinyxml2::XMLPrinter& xml, int id, const zone::Zone& zone, con
         }
         if (shape) {
             losses.outsidePoints += isInside(*shape, clip.size) ? 0 : end - frame;
-            writePolygon(xml, frame, *shape);
+            writePolygon(xml, frame, *shape, clip.size);
             if (end - frame > 1) { // so that nothing moves before the next one
-                writePolygon(xml, end - 1, *shape);
+                writePolygon(xml, end - 1, *shape, clip.size);
             }
             last = shape;
         }

@@ -53,6 +53,7 @@ TEST_F(CvatTest, WhatTheFormatCannotHoldIsListed) {
                         "not in the file: zone \"Do or\": 3 frames with fewer than three points\n"
                         "not in the file: zone \"Do or\": 4 frames with points outside of the "
                         "picture\n");
+    EXPECT_EQ(exchange("A/clip", "--import"), inspect::kSuccess) << "at the edge of the picture";
 }
 
 TEST_F(CvatTest, ShapesBetweenPolygonsAreMixedUnlessOneIsOutside) {
