@@ -22,8 +22,9 @@ void PointStep::openMove(Place place) {
     m_start = start;
 }
 
-void PointStep::begin(StepLabel::Name name, Place place) {
+void PointStep::begin(StepLabel::Name name, Place place, Point press) {
     open(name, place);
+    m_press = press;
     m_grab = {};
 }
 
@@ -42,16 +43,17 @@ void PointStep::move(Place place, Point to, bool keepsAxis) {
         openMove(place);
     }
     Point at = sumOf(to, m_grab);
-    if (!m_start) {
-        m_session.moveSelectedPoint(place.zone, place.frame, at.x, at.y);
-        return;
-    }
     if (keepsAxis) {
-        const Point by = differenceOf(at, m_start->at);
+        const Point from = m_start ? m_start->at : m_press;
+        const Point by = differenceOf(at, from);
         const bool isAcross = std::abs(std::int64_t{by.x}) >= std::abs(std::int64_t{by.y});
-        at = isAcross ? Point{at.x, m_start->at.y} : Point{m_start->at.x, at.y};
+        at = isAcross ? Point{at.x, from.y} : Point{from.x, at.y};
     }
-    m_editor.move(*m_start, at);
+    if (m_start) {
+        m_editor.move(*m_start, at);
+    } else {
+        m_session.moveSelectedPoint(place.zone, place.frame, at.x, at.y);
+    }
 }
 
 void PointStep::end() {

@@ -18,7 +18,8 @@ public:
     PointStep(zone::ZoneSession& session, ShapeEditor& editor)
         : m_session(session), m_editor(editor) {}
 
-    void begin(zone::StepLabel::Name name, Place place);
+    /// `press`: of the pointer, in the picture area.
+    void begin(zone::StepLabel::Name name, Place place, platform::Point press);
     /// The step moves the chosen handle, which was pressed at that point of the picture area. The
     /// handle keeps its distance from the pointer, or comes to it.
     void beginMove(Place place, platform::Point press, bool keepsDistance);
@@ -36,6 +37,7 @@ private:
     ShapeEditor& m_editor;
     Place m_place;
     std::optional<ShapeEditor::Start> m_start; ///< none for a point that was added by this press
+    platform::Point m_press;                   ///< where that was
     platform::Point m_grab;                    ///< from the pointer to the handle
 };
 

@@ -119,7 +119,7 @@ bool PointTools::pressTool(Place place, Point at) {
         m_controls.manager().SetCapture(); // may lose it at once: then this is a click
     }
     try {
-        m_step.begin(rule.step, place);
+        m_step.begin(rule.step, place, at);
         use(place, at);
     } catch (...) { // out of memory: the next edit must not become part of this step
         cancelStep();

@@ -57,7 +57,9 @@ void ShapeGesture::begin(Kind kind, Point at) {
 }
 
 void ShapeGesture::move(Point to) {
-    if (m_start && !m_session.inGesture()) { // a key has edited something else meanwhile
+    // Keys work while the button is down: one has edited something else, or shows another frame.
+    if (m_start && (!m_session.inGesture() || m_editor.place() != m_start->place)) {
+        m_session.endGesture();
         close();
     }
     if (!isOpen()) {

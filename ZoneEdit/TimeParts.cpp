@@ -72,6 +72,14 @@ bool TimeParts::typed(std::u16string_view field) {
     return m_range.typed(field);
 }
 
+bool TimeParts::stopPlaying() {
+    const bool isPlaying = m_player && m_player->isPlaying();
+    if (isPlaying) {
+        m_player->pause();
+    }
+    return isPlaying;
+}
+
 bool TimeParts::restoreText() {
     return (m_controls.hasFocus(kFrameEdit) && m_frames.restoreText()) || m_range.restoreText();
 }

@@ -51,8 +51,9 @@ public:
     bool handle(const platform::Event& event);
     /// The author left a text field. False when it is none of theirs.
     bool typed(std::u16string_view field);
-    /// For Esc. False when there was nothing to do.
+    // For Esc. False when there was nothing to do.
     bool restoreText();
+    bool stopPlaying();
 
     [[nodiscard]] FramesPresenter& frames() { return m_frames; }
     [[nodiscard]] TimelinePresenter& timeline() { return m_timeline; }

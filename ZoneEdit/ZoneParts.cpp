@@ -108,17 +108,24 @@ bool ZoneParts::restoreText() {
 
 bool ZoneParts::handle(const platform::Event& event) {
     const video::CVideoUI* control = m_links.video.control();
-    const bool isPress =
-        event.kind == platform::EventKind::mouseDown && event.button == platform::MouseButton::left;
+    if (event.button != platform::MouseButton::left) {
+        return false;
+    }
+    if (event.kind == platform::EventKind::mouseDoubleClick) { // the second click is no tool's
+        return std::exchange(m_isTagPressed, false);
+    }
+    const bool isPress = event.kind == platform::EventKind::mouseDown;
+    m_isTagPressed = m_isTagPressed && !isPress;
     if (!isPress || !m_links.outlines ||
         m_links.controls.manager().FindControl(event.position) != control) {
         return false;
     }
     const int zone = m_links.outlines->tagAt(event.position, m_links.video.frame());
-    if (zone >= 0) {
+    m_isTagPressed = zone >= 0;
+    if (m_isTagPressed) {
         m_zones.show(zone);
     }
-    return zone >= 0;
+    return m_isTagPressed;
 }
 
 bool ZoneParts::chooseInside(platform::Point at) {

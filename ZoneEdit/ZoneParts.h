@@ -73,6 +73,7 @@ private:
     FlagsPresenter m_flags;
     ZonesPresenter m_zones;
     ZonesPanel m_panel;
+    bool m_isTagPressed = false; ///< by the last press of the left button
 };
 
 } // namespace zoneedit

@@ -141,6 +141,12 @@ TEST_F(ZoneEditGesture, TheOthersWorkAlikeWhateverTheZoomAndTheScreen) {
             press(Key::z); // outlines of all zones, with their names
             m_driver->click(Point{on(500, 300).x + 8, on(500, 300).y - 10});
             EXPECT_EQ(editing().currentZone, 0) << "its name";
+            press(Key::n);
+            m_driver->click(u"OptionAddMultiPoint");
+            m_driver->doubleClick(Point{on(500, 300).x + 8, on(500, 300).y - 10});
+            EXPECT_EQ(editing().currentZone, 0);
+            EXPECT_EQ(points(0, 8).size(), 4U) << "the second click of two is no tool's";
+            m_driver->click(u"OptionMovePoint");
             press(Key::z);
 
             const auto& line = m_driver->get<zoneedit::Timeline>(u"Timeline");
@@ -223,6 +229,27 @@ TEST_F(ZoneEditGesture, ShiftKeepsADragOnItsAxisWhileItIsHeld) {
     EXPECT_EQ(points(0, 0)[0], (Point{511, 381}));
     mouse(EventKind::mouseUp, on(511, 381), {});
     EXPECT_EQ(hint(), u"Ctrl: scale, Ctrl + Shift: rotate");
+    m_driver->click(u"OptionAddPoint"); // a new point is dragged at once
+    mouse(EventKind::mouseDown, on(700, 500), {});
+    mouse(EventKind::mouseMove, on(760, 520), kShift);
+    mouse(EventKind::mouseUp, on(760, 520), kShift);
+    EXPECT_EQ(points(0, 0)[static_cast<std::size_t>(selected())], (Point{760, 500}));
+}
+
+TEST_F(ZoneEditGesture, ADragWithCtrlEndsOnTheFrameItBeganOn) {
+    show(5, 1);
+    drawSquare();
+    m_driver->click(u"OptionProgressChanges");
+    mouse(EventKind::mouseDown, on(640, 340), kControl);
+    mouse(EventKind::mouseMove, on(690, 340), kControl);
+    const Points scaled = points(0, 0);
+    const Points square = points(0, 1);
+    ASSERT_NE(scaled, square);
+    m_driver->press(Key::right);
+    mouse(EventKind::mouseMove, on(740, 340), kControl);
+    mouse(EventKind::mouseUp, on(740, 340), kControl);
+    EXPECT_EQ(points(0, 0), scaled);
+    EXPECT_EQ(points(0, 1), square);
 }
 
 TEST_F(ZoneEditGesture, ADoubleClickOnALineAddsAPointThereOnEveryFrame) {

@@ -309,6 +309,7 @@ TEST_F(ZoneEditPlaying, WhateverEditsOrGoesToAFrameStopsOnTheFrameThatWasSeen) {
         [&] { m_driver->click(u"OptionToggleActive"); },
         [&] { m_driver->press(Key::z, {.control = true}); },
         [&] { addZone(); },
+        [&] { m_driver->press(Key::escape); },
     };
     for (const auto& act : actions) {
         m_driver->press(Key::home);
