@@ -2,6 +2,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -13,6 +14,7 @@
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/skin/ImageCache.h"
 #include "toolkit/skin/ImageDecoder.h"
+#include "toolkit/skin/Skin.h"
 #include "toolkit/skin/SkinImage.h"
 
 using namespace toolkit_test;
@@ -158,6 +160,35 @@ TEST_F(Images, ThatTogetherTakeTooMuchMemoryAreLeftOut) {
     EXPECT_EQ(driver().pixel({10, 110}), 0xFF123456U);
     EXPECT_EQ(m_log.errors(), std::vector<std::string>{"Unable to load image UI/C.bmp"});
     toolkit::ImageCache::get().clear();
+}
+
+TEST_F(Images, ThatNobodyHoldsAreForgottenTheOldestFirst) {
+    const std::vector<std::uint32_t> pixels(500 * 256,
+                                            0xFF000000); // four are just within the limit
+    support::makeFolder("UI");
+    const auto skin = toolkit::Skin::open("UI/");
+    toolkit::ImageCache& cache = toolkit::ImageCache::get();
+    cache.clear();
+    std::vector<std::weak_ptr<const platform::Bitmap>> seen;
+    const auto load = [&](int number) {
+        const std::string name = std::to_string(number) + ".bmp";
+        support::writeBytes("UI/" + name, bmp(500, 256, pixels));
+        const auto image = cache.load(*skin, name);
+        seen.push_back(image);
+        return image;
+    };
+    const auto held = load(0);
+    for (const int number : {1, 2, 3, 4}) {
+        load(number);
+    }
+    load(1); // once more: 2 is the oldest now
+    load(5);
+    load(6);
+    EXPECT_EQ(cache.load(*skin, "0.bmp"), held);
+    EXPECT_TRUE(seen[2].expired());
+    EXPECT_FALSE(seen[1].expired());
+    EXPECT_FALSE(seen.back().expired());
+    cache.clear();
 }
 
 TEST_F(Images, ThatAreMissingOrBadDrawNothingAndAreLoggedOnce) {

@@ -22,26 +22,49 @@ ImageCache& ImageCache::get() {
     return cache;
 }
 
+std::size_t ImageCache::Image::bytes() const {
+    return bitmap ? bytesOf(bitmap->size()) : 0;
+}
+
 std::shared_ptr<const platform::Bitmap> ImageCache::load(const Skin& skin,
                                                          const std::string& file) {
     const std::string key = skin.identity() + '\n' + file;
-    const auto known = m_images.find(key);
-    if (known != m_images.end()) {
-        return known->second;
+    if (const auto known = m_images.find(key); known != m_images.end()) {
+        known->second.lastLoad = ++m_loads;
+        return known->second.bitmap;
     }
-    std::shared_ptr<const platform::Bitmap> image;
+    Image image{nullptr, ++m_loads};
     if (const auto bytes = skin.read(file)) {
         if (auto bitmap = decodeImage(*bytes);
             bitmap && m_bytes + bytesOf(bitmap->size()) <= kMaxBytes) {
-            image = std::make_shared<const platform::Bitmap>(std::move(*bitmap));
-            m_bytes += bytesOf(image->size());
+            image.bitmap = std::make_shared<const platform::Bitmap>(std::move(*bitmap));
+            m_bytes += image.bytes();
         }
     }
-    if (image == nullptr) {
+    if (image.bitmap == nullptr) {
         core::Log::get()->Error("Unable to load image %s", skin.describe(file).c_str());
     }
-    m_images.emplace(key, image);
-    return image;
+    m_images.emplace(key, image); // which is in use until it is handed over
+    forgetUnused();
+    return image.bitmap;
+}
+
+void ImageCache::forgetUnused() {
+    std::size_t unused = 0;
+    for (const auto& [key, image] : m_images) {
+        unused += image.isUnused() ? image.bytes() : 0;
+    }
+    while (unused > kMaxUnusedBytes) {
+        auto oldest = m_images.end();
+        for (auto at = m_images.begin(); at != m_images.end(); ++at) {
+            const bool isOlder =
+                oldest == m_images.end() || at->second.lastLoad < oldest->second.lastLoad;
+            oldest = at->second.isUnused() && isOlder ? at : oldest;
+        }
+        unused -= oldest->second.bytes();
+        m_bytes -= oldest->second.bytes();
+        m_images.erase(oldest);
+    }
 }
 
 } // namespace toolkit

@@ -1,7 +1,9 @@
-// The skin's images, decoded once in a process and shared by all windows. UI thread only.
+// The skin's images, decoded once and shared by all windows. Those that no window shows any more
+// stay while there is room for them, as the next window may show them. UI thread only.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -15,6 +17,8 @@ class ImageCache {
 public:
     /// What all images together may take, so that no skin can exhaust the memory.
     static constexpr std::size_t kMaxBytes = std::size_t{128} << 20U;
+    /// What images that nobody holds may take: the icons for one scale, not those for all.
+    static constexpr std::size_t kMaxUnusedBytes = std::size_t{2} << 20U;
 
     static ImageCache& get();
 
@@ -28,10 +32,22 @@ public:
     }
 
 private:
+    struct Image {
+        std::shared_ptr<const platform::Bitmap> bitmap;
+        std::uint64_t lastLoad = 0;
+
+        [[nodiscard]] bool isUnused() const { return bitmap.use_count() == 1; }
+        [[nodiscard]] std::size_t bytes() const;
+    };
+
     ImageCache() = default;
 
-    std::unordered_map<std::string, std::shared_ptr<const platform::Bitmap>> m_images;
+    /// The one that was loaded longest ago goes first.
+    void forgetUnused();
+
+    std::unordered_map<std::string, Image> m_images;
     std::size_t m_bytes = 0; ///< of all images
+    std::uint64_t m_loads = 0;
 };
 
 } // namespace toolkit
