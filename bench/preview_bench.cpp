@@ -1,6 +1,6 @@
 // Plays a clip in real time as the preview does, paints every picture at the size of the left pane,
-// and counts what was not on time. Of a clip with sound it also says when that is first heard and
-// how far the pictures are from it at the beginning and at the end.
+// and prints a table of what was not on time. Of a clip with sound it also says when that is first
+// heard and how far the pictures are from it at the beginning and at the end.
 //
 //   preview_bench FILE.ogv [SECONDS] [--silent]    (10 seconds, the system's sound device)
 //
@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <ratio>
 #include <string>
 #include <thread>
@@ -18,6 +19,7 @@
 #include <vector>
 
 #include "bench/HeardSound.h"
+#include "bench/MarkdownTable.h"
 #include "bench/Samples.h"
 #include "platform/Bitmap.h"
 #include "platform/Clock.h"
@@ -153,26 +155,33 @@ int main(int argc, char** argv) {
     const double used = secondsOfProcessor() - processor;
     const playback::PictureCount count = player.pictures();
     const Run& run = player.run();
-    std::printf("%s, %.0f s%s\n", arguments[0].c_str(), seconds,
-                player.lacksDevice() ? ", no sound device" : "");
-    std::printf("pictures: %u shown, %u dropped, %u late\n", count.shown, count.dropped,
-                count.late);
-    std::printf("processor: %.0f %% of one\n", 100 * used / seconds);
-    std::printf("to the first picture: %.0f ms", run.start);
+    char text[128];
+    const auto row = [&text](const char* what, const char* target, const char* format,
+                             auto... values) {
+        std::snprintf(text, sizeof text, format, values...);
+        bench::tableRow(what, text, "", target);
+    };
+    std::snprintf(text, sizeof text, "%.0f s%s", seconds,
+                  player.lacksDevice() ? ", no sound device" : "");
+    bench::tableHead("Preview: " + std::filesystem::path(arguments[0]).filename().string() + ", " +
+                     text);
+    row("pictures", "0 dropped, 0 late", "%u shown, %u dropped, %u late", count.shown,
+        count.dropped, count.late);
+    row("processor", "", "%.0f %% of one", 100 * used / seconds);
+    row("to the first picture", "< 150 ms", "%.0f ms", run.start);
     if (run.sound > 0) {
-        std::printf(", to the first sound %.0f ms", run.sound);
+        row("to the first sound", "", "%.0f ms", run.sound);
     }
-    std::puts("");
     if (run.early.count() > 0 && run.late.count() > 0) {
-        std::printf("sound ahead of its picture: median %.1f ms in the first tenth, %.1f ms in the "
-                    "last; at most %.1f ms; drift %.1f ms\n",
-                    run.early.median(), run.late.median(),
-                    std::max(run.early.most(), run.late.most()),
-                    run.late.median() - run.early.median());
+        row("sound ahead of its picture", "",
+            "median %.1f ms in the first tenth, %.1f ms in the last; at most %.1f ms",
+            run.early.median(), run.late.median(), std::max(run.early.most(), run.late.most()));
     }
-    std::printf("change of branch: median %.0f, at most %.0f ms, %zu times\n", run.gaps.median(),
-                run.gaps.most(), run.gaps.count());
-    std::printf("copying and scaling a picture: median %.1f, p95 %.1f ms\n", run.paint.median(),
-                run.paint.p95());
+    if (run.gaps.count() > 0) {
+        row("change of branch", "", "median %.0f, at most %.0f ms, %zu times", run.gaps.median(),
+            run.gaps.most(), run.gaps.count());
+    }
+    row("copying and scaling a picture", "", "p50 %.1f, p95 %.1f ms", run.paint.median(),
+        run.paint.p95());
     return 0;
 }
