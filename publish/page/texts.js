@@ -39,7 +39,7 @@ const TEXTS = {
     path: "Gegangener Weg", copy: "Weg kopieren", copied: "Kopiert", started: "Beginn",
     byZone: "Zone „%s“ angeklickt", byKey: "Taste %s gedrückt", byEnd: "Video zu Ende",
     byChance: "Durch Zufall, 1 von %d", immediate: ", sofort", atEnd: ", am Ende des Videos",
-    mute: "Der Browser spielt ohne Ton, bis Sie ihn einschalten.",
+    mute: "Der Browser spielt ohne Ton ab, bis Sie den Ton einschalten.",
   },
   es: {
     start: "Empezar", pause: "Pausa", play: "Reproducir",

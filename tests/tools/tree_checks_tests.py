@@ -10,6 +10,7 @@ import unittest
 TOOLS = os.path.join(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))),
                      "tools")
 sys.path.insert(0, TOOLS)
+import installer_texts  # noqa: E402
 import manual_texts  # noqa: E402
 import page_texts  # noqa: E402
 import text_signs  # noqa: E402
@@ -118,6 +119,15 @@ class Texts(unittest.TestCase):
                 ("Dutch", "Video’s: “{0}”, {1}%", None), ("Dutch", "Video's", "'"), ("English", "It's :", None)]:
             with self.subTest(language=language, text=text):
                 self.assertEqual(text_signs.wrong_sign(language, text), wrong)
+
+    def test_texts_of_the_installer_have_the_signs_of_their_languages(self):
+        source = ("!macro text name english french german\n!macroend\n"
+                  '!insertmacro text textNo \\\n  "Don\'t: $0" \\\n  "FRENCH" \\\n  "„$0“: 46\u00a0%"\n')
+        for french, wrong in [("L’un\u202f: $0", 0), ("L'un", 1), ("L’un\u00a0:", 1)]:
+            with self.subTest(french=french):
+                found = list(installer_texts.findings(source.replace("FRENCH", french)))
+                self.assertEqual(len(found), wrong, found)
+        self.assertEqual(len(list(installer_texts.findings("!macro text name english\n"))), 1)
 
     def test_tool_tips_of_a_manual_are_those_of_the_catalogue(self):
         section = {"A": "Stop; nothing changes", "B": "Close", "C": "Undo: {0}"}
