@@ -18,7 +18,8 @@ namespace {
 
 constexpr std::size_t kMaxKey = 30;
 
-/// Keys of the keyboard as the English tool tips name them; single characters name themselves.
+/// Keys of the keyboard, and a drag, as the English tool tips name them; single characters name
+/// themselves.
 constexpr std::array kKeyNames{
     "Key.Ctrl|Ctrl"_tr,
     "Key.Shift|Shift"_tr,
@@ -39,6 +40,8 @@ constexpr std::array kKeyNames{
     "Key.Delete|Delete"_tr,
     "Key.Insert|Insert"_tr,
     "Key.Menu|Menu"_tr,
+    "Key.Arrows|Arrows"_tr,
+    "Key.Drag|Drag"_tr,
 };
 
 /// A text as the chosen language has it, with its places.

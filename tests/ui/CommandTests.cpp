@@ -261,6 +261,14 @@ TEST_F(Keys, OfAllTablesAreInOneListWhicheverWindowAsks) {
     EXPECT_NE(rowsOf(keys).find(u"A to Z go to the scene."), std::u16string::npos);
     keys.retype(u"EditFindKey", u"f5");
     EXPECT_EQ(rowsOf(keys), u"F5: Play\nShift+F5: Play from Here\n");
+    keys.retype(u"EditFindKey", u"drag");
+    EXPECT_EQ(rowsOf(keys), u"Ctrl+Drag: Rectangle (Add many)\n"
+                            u"Ctrl+Drag: Scale the shape\n"
+                            u"Ctrl+Shift+Drag: Rotate the shape\n"
+                            u"Shift+Drag: Straight across or down\n");
+    keys.retype(u"EditFindKey", u"arrows");
+    keys.click(u"ButtonKeysCopy");
+    EXPECT_EQ(m_gui.windows().clipboardText(), u"Map\nArrows\tTo the nearest branch\n");
     keys.retype(u"EditFindKey", u"no such key");
     EXPECT_TRUE(keys.get(u"EmptyLine").IsVisible());
 
@@ -356,6 +364,8 @@ TEST_F(Keys, AreChosenInTheListAndCountAtOnce) {
     EXPECT_EQ(choose(u"Add Branch", Key::down), u"Down belongs to fields and lists.\n");
     EXPECT_EQ(choose(u"Add Branch", Key::tab), u"Add Branch\n") << "leaves the list";
     EXPECT_EQ(choose(u"Next control", Key::k), u"Tab: Next control\n");
+    EXPECT_EQ(choose(u"Scale the shape", Key::del), u"Ctrl+Drag: Scale the shape\n");
+    EXPECT_EQ(keys.textOf(u"LabelHint"), u"This key cannot be changed.");
     EXPECT_EQ(choose(u"Add Branch", Key::b, kControl), u"Ctrl+B: Add Branch\n");
     EXPECT_EQ(m_driver->get(u"ButtonAddBranch").GetToolTip(),
               u"Add a branch to the scene (Ctrl+B)");
@@ -383,7 +393,7 @@ TEST_F(Keys, AreReadFromTheSettingsAndWhatIsOddThereIsOnlyShown) {
     support::writeBytes("Editor.ini",
                         "keepDrafts = false\n[Keys]\nback = right\nforward = LEFT\n"
                         "save = F9, ctrl + shift+s, F10\nSAVE = F7\nundo = Ctrl+Blah\n"
-                        "redo = Ctrl+Z\nstop = F8\nnothing = F5\nmanual =\n"
+                        "redo = Ctrl+Z\nstop = F8\nscaleShape = F8\nnothing = F5\nmanual =\n"
                         "addVideo = Tab\nrename = F9\n[other]\naddBranch = F11\n");
     m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
     makeScene({"A"});
@@ -393,8 +403,9 @@ TEST_F(Keys, AreReadFromTheSettingsAndWhatIsOddThereIsOnlyShown) {
     for (const std::u16string_view row :
          {u"Right: Back 1 frame\n", u"Left: Forward 1 frame\n", u"F9: Save\nCtrl+Shift+S: Save\n",
           u"Ctrl+Z: Redo\n", u"Esc: Close a list, stop what runs\n", u"\nUndo\n", u"\nManual\n",
-          u"F2: Rename the Branch\n",
-          u"\"stop\" has no keys to choose.\n\"nothing\" has no keys to choose.\n"
+          u"F2: Rename the Branch\n", u"Ctrl+Drag: Scale the shape\n",
+          u"\"stop\" has no keys to choose.\n\"scaleShape\" has no keys to choose.\n"
+          u"\"nothing\" has no keys to choose.\n"
           u"Save: only two keys count.\nUndo: \"Ctrl+Blah\" is not a key.\n"
           u"Add Video…: Tab is \"Next control\".\nRename the Branch: F9 is \"Save\".\n"}) {
         EXPECT_NE(rows.find(row), std::u16string::npos) << core::storedText(row);

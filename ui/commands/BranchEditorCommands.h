@@ -59,6 +59,8 @@ inline constexpr std::string_view kOpenAnother = "openAnother";
 
 inline constexpr core::Text kBranchEditor = "Branch editor"_tr;
 
+inline constexpr core::Text kMapGroup = "Map"_tr;
+
 inline constexpr core::Text kPreviewGroup = "Preview"_tr;
 
 inline constexpr Command kBranchEditorCommands[] = {
@@ -162,8 +164,10 @@ inline constexpr Command kBranchEditorCommands[] = {
      u"CheckMap",
      "Show or hide the map (Ctrl+M)"_tr,
      {{{platform::Key::m, {.control = true}}}}},
+    gestureCommand("mapBranch", kMapGroup, "To the nearest branch"_tr, u"Arrows"),
+    gestureCommand("mapActions", kMapGroup, "Show its actions"_tr, u"Enter"),
     {command::kMapFit,
-     kBranchEditor,
+     kMapGroup,
      "Fit the Map"_tr,
      u"ButtonMapFit",
      "Fit the whole scene (Ctrl+0)"_tr,

@@ -47,12 +47,20 @@ struct Command {
     bool isFixed = false; ///< the author cannot choose its key
     /// The tool tip while it would act on something, whose name is "{0}".
     core::Text subjectTip{};
+    /// In place of keys, written like them: what a control answers to itself, "Ctrl+Drag".
+    std::u16string_view gesture{};
 
     [[nodiscard]] std::u16string shownText() const { return core::tr(text); }
     [[nodiscard]] std::u16string listedText() const {
         return core::tr(listed.empty() ? text : listed);
     }
 };
+
+/// One that is listed only: the control that it concerns runs it.
+constexpr Command gestureCommand(std::string_view id, core::Text group, core::Text text,
+                                 std::u16string_view gesture) {
+    return {.id = id, .group = group, .text = text, .isFixed = true, .gesture = gesture};
+}
 
 /// The command's tool tip for `subject` (empty: for none), with the key that runs the command if
 /// that is not the first one of the table.

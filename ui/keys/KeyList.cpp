@@ -17,8 +17,9 @@ namespace ui {
 namespace {
 
 /// The groups and the column of each.
-constexpr std::pair<core::Text, int> kGroups[] = {
-    {kEverywhere, 0}, {kFrames, 0}, {kBranchEditor, 1}, {kPreviewGroup, 1}, {kZones, 2}};
+constexpr std::pair<core::Text, int> kGroups[] = {{kEverywhere, 0},   {kFrames, 0},
+                                                  {kBranchEditor, 1}, {kMapGroup, 1},
+                                                  {kPreviewGroup, 1}, {kZones, 2}};
 constexpr core::Text kSceneKeys = "A to Z go to the scene."_tr;
 constexpr std::size_t kMostProblems = 10;
 
@@ -30,15 +31,19 @@ void addLine(KeyLine line, const std::u16string& wanted, std::vector<KeyLine>& l
     const bool isThere = std::any_of(lines.begin(), lines.end(), [&](const KeyLine& other) {
         return other.text == line.text && other.chord == line.chord;
     });
-    if (!isThere && (contains(line.text, wanted) || contains(shownKey(line.chord), wanted))) {
+    if (!isThere && (contains(line.text, wanted) || contains(shownKeys(line), wanted))) {
         lines.push_back(std::move(line));
     }
 }
 
 void addLines(const Command& command, const KeyMap& keys, const std::u16string& wanted,
               std::vector<KeyLine>& lines) {
-    const KeyMap::Keys chords = keys.keysOf(command);
     const std::u16string text(command.listedText());
+    if (!command.gesture.empty()) {
+        addLine({.text = text, .command = &command}, wanted, lines);
+        return;
+    }
+    const KeyMap::Keys chords = keys.keysOf(command);
     for (std::size_t i = 0; i < chords.size(); ++i) {
         // One that lost its key can get it again.
         const bool isShown = chords[i].key != platform::Key::other ||
@@ -62,6 +67,11 @@ KeyGroup problemGroup(const std::vector<std::u16string>& problems) {
 }
 
 } // namespace
+
+std::u16string shownKeys(const KeyLine& line) {
+    const bool isGesture = line.command != nullptr && !line.command->gesture.empty();
+    return isGesture ? core::trKeys(line.command->gesture) : shownKey(line.chord);
+}
 
 std::vector<KeyGroup> keyGroups(const KeyMap& keys, std::u16string_view wanted) {
     std::vector<KeyGroup> groups;
@@ -92,8 +102,7 @@ std::u16string keyListText(const std::vector<KeyGroup>& groups) {
     for (const KeyGroup& group : groups) {
         text += (text.empty() ? u"" : u"\n") + group.name + u"\n";
         for (const KeyLine& line : group.lines) {
-            text +=
-                (line.command != nullptr ? shownKey(line.chord) + u"\t" : u"") + line.text + u"\n";
+            text += (line.command != nullptr ? shownKeys(line) + u"\t" : u"") + line.text + u"\n";
         }
     }
     return text;

@@ -20,6 +20,9 @@ struct KeyLine {
     bool isChosen = false;            ///< by the author
 };
 
+/// Its key or gesture, in the chosen language; empty: none.
+[[nodiscard]] std::u16string shownKeys(const KeyLine& line);
+
 struct KeyGroup {
     std::u16string name; ///< where the keys count
     std::vector<KeyLine> lines;

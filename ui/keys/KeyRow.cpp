@@ -95,7 +95,7 @@ std::u16string KeyRow::accessibleName() const {
     if (m_isWaiting) {
         return core::tr(kWaiting) + u": " + GetText();
     }
-    const std::u16string keys = shownKey(m_line.chord);
+    const std::u16string keys = shownKeys(m_line);
     return keys.empty() ? GetText() : keys + u": " + GetText();
 }
 
@@ -130,7 +130,7 @@ int KeyRow::capWidth(std::u16string_view key) const {
 
 int KeyRow::keysWidth() const {
     int width = kInset + kTextGap;
-    std::u16string keys = shownKey(m_line.chord);
+    std::u16string keys = shownKeys(m_line);
     for (std::size_t end = 0; end != std::u16string::npos && !keys.empty();) {
         end = keys.find(u'+');
         width += capWidth(keys.substr(0, end));
@@ -162,7 +162,7 @@ int KeyRow::paintKeys(platform::Canvas& canvas, int left) const {
     if (m_line.command == nullptr) {
         return left;
     }
-    const std::u16string keys = shownKey(m_line.chord);
+    const std::u16string keys = shownKeys(m_line);
     if (m_isWaiting || keys.empty()) {
         const std::u16string words = m_isWaiting ? core::tr(kWaiting) : std::u16string(kNoKey);
         return paintWords(canvas, words, left, style().hintColor);
