@@ -1,0 +1,18 @@
+// Pictures of the branch editor.
+#pragma once
+
+#include "platform/Geometry.h"
+#include "tests/screenshots/Photographer.h"
+
+namespace screenshots {
+
+/// The demo scene, with an open list, the menu, the keyboard's focus and the dialogs.
+void takeBranchEditor(Photographer& photographer);
+/// The second step of the tour, as "Tour".
+void takeTourStep(Photographer& photographer);
+/// All its steps in a window of this size: "Tour-1@884x672".
+void takeTour(Photographer& photographer, platform::Size size);
+/// In the middle of the demo scene's first clip, paused. The stills are off from then on.
+void takePreview(Photographer& photographer);
+
+} // namespace screenshots

@@ -1,0 +1,67 @@
+#include "tests/screenshots/Photographer.h"
+
+#include <iostream>
+#include <utility>
+
+#include "app/services/Startup.h"
+#include "tests/screenshots/Demo.h"
+#include "tests/screenshots/Shots.h"
+#include "tests/support/gui/TestGui.h"
+#include "tools/tour/PngFile.h"
+#include "tools/tour/WindowPicture.h"
+#include "ui/EditorWindow.h"
+
+namespace screenshots {
+
+namespace {
+
+constexpr int kLowScreen = 800;
+
+}
+
+std::string sizeSuffix(platform::Size size) {
+    return "@" + std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+Photographer::Photographer(std::filesystem::path folder, bool plain)
+    : m_gui(test::gui()), m_folder(std::move(folder)), m_isPlain(plain) {
+    std::filesystem::create_directories(m_folder);
+    m_isGood = app::createServices(m_services, m_state);
+}
+
+void Photographer::loadDemo() {
+    require(session().load(kScene));
+}
+
+void Photographer::useLowScreen() {
+    m_gui.host.screenHeight = kLowScreen;
+}
+
+void Photographer::setSuffix(std::string suffix) {
+    m_suffix = std::move(suffix);
+}
+
+void Photographer::open(toolkit::WindowImplBase& window, platform::NativeWindow* owner) {
+    require(window.Create(owner, u"Quorvel", ui::kScreenStyle, ui::kScreenExtendedStyle));
+    test::WindowDriver(window).show();
+    settle(window);
+}
+
+platform::Bitmap Photographer::pictureOf(toolkit::WindowImplBase& window) const {
+    if (m_isPlain) {
+        wipeTexts(window);
+    }
+    test::pump();
+    return tour::pictureOf(window);
+}
+
+void Photographer::save(const std::string& name, const platform::Bitmap& picture) const {
+    tour::writePng(picture, (m_folder / (name + m_suffix + ".png")).string());
+    std::cout << name << " " << picture.size().width << "x" << picture.size().height << "\n";
+}
+
+void Photographer::shoot(const std::string& name, toolkit::WindowImplBase& window) const {
+    save(name, pictureOf(window));
+}
+
+} // namespace screenshots

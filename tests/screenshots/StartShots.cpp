@@ -1,0 +1,43 @@
+#include "tests/screenshots/StartShots.h"
+
+#include <filesystem>
+#include <memory>
+
+#include "scene/SceneManager.h"
+#include "scene/SceneSession.h"
+#include "tests/support/gui/WindowDriver.h"
+#include "ui/BranchList.h"
+#include "ui/NewScene.h"
+#include "ui/OpenScene.h"
+#include "ui/SettingsWindow.h"
+#include "ui/keys/KeysWindow.h"
+
+namespace screenshots {
+
+void takeStart(Photographer& photographer, const std::u16string& newScene) {
+    photographer.take<ui::OpenScene>("OpenScene");
+    photographer.take<ui::NewScene>("NewScene", [&newScene](test::WindowDriver& driver) {
+        if (!newScene.empty()) {
+            driver.retype(u"EditSceneName", newScene);
+        }
+    });
+    photographer.take<ui::SettingsWindow>("Settings", [](test::WindowDriver& driver) {
+        // As an author would see it.
+        driver.get(u"EditScenesFolder")
+            .SetText(u"/home/anna/.local/share/quorvel/Programs/Quorvel/Scenes");
+    });
+    photographer.take<ui::KeysWindow>("Keys");
+}
+
+void takeEmptyStates(Photographer& photographer) {
+    std::filesystem::rename("Scenes", "away");
+    photographer.take<ui::OpenScene>("OpenScene-empty");
+    std::filesystem::rename("away", "Scenes");
+    app_state::SharedServices& services = photographer.services();
+    services.sceneManager = scene::SceneManager::create();
+    services.sceneManager->SetName("Ladder Inspection");
+    services.sceneSession = scene::SceneSession::create(services.sceneManager);
+    photographer.take<ui::BranchList>("BranchList-empty");
+}
+
+} // namespace screenshots
