@@ -16,17 +16,23 @@ std::int64_t stepsDuring(std::int64_t groupFrames) {
     return groupFrames * 3 / 20;
 }
 
+/// The frames below the one on show that a plan cares for.
+std::int64_t windowOf(const PlaneCache& cache) {
+    return std::min<std::int64_t>(cache.behind(), kMaxWindow);
+}
+
 } // namespace
 
 // A whole group must be decoded, which pays off only when much of the window is empty. Right after
 // a jump too few are ready, so that the window is filled at once.
 StepBackPlan::StepBackPlan(const PlaneCache& cache, std::int64_t firstFrame,
                            std::int64_t longestGroup)
-    : m_cache(cache), m_firstFrame(firstFrame),
-      m_window(std::min<std::int64_t>(cache.behind(), kMaxWindow)),
-      m_enough(std::clamp(stepsDuring(longestGroup), m_window / 2, m_window * 3 / 4)),
-      m_keptBefore(
-          std::max(kLeastKept, std::min(stepsDuring(longestGroup), m_window * 3 / 4) - 1)) {}
+    : m_cache(cache), m_firstFrame(firstFrame), m_window(windowOf(cache)),
+      m_enough(std::clamp(stepsDuring(longestGroup), m_window / 2, m_window * 3 / 4)) {}
+
+std::int64_t StepBackPlan::keptBefore(const PlaneCache& cache, std::int64_t longestGroup) {
+    return std::max(kLeastKept, std::min(stepsDuring(longestGroup), windowOf(cache) * 3 / 4) - 1);
+}
 
 std::int64_t StepBackPlan::goalBelow(std::int64_t frame) {
     const std::int64_t lowest = std::max(frame - m_window, m_firstFrame);

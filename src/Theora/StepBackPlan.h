@@ -22,15 +22,15 @@ public:
     /// The display went elsewhere.
     void reset() { m_isFilling = false; }
 
-    /// The pictures before a distant frame that are worth keeping on the way to it.
-    [[nodiscard]] std::int64_t keptBefore() const { return m_keptBefore; }
+    /// How many pictures before a distant frame are worth keeping on the way to it.
+    [[nodiscard]] static std::int64_t keptBefore(const PlaneCache& cache,
+                                                 std::int64_t longestGroup);
 
 private:
     const PlaneCache& m_cache;
     const std::int64_t m_firstFrame;
-    const std::int64_t m_window; ///< frames below the current one
-    const std::int64_t m_enough; ///< with no more of them ready, decoding has to begin
-    const std::int64_t m_keptBefore;
+    const std::int64_t m_window;    ///< frames below the current one
+    const std::int64_t m_enough;    ///< with no more of them ready, decoding has to begin
     bool m_isFilling = false;       ///< until the window is full
     bool m_isNewPass = false;       ///< nothing was decoded yet
     std::int64_t m_passedFrom = -1; ///< where the last pass began; -1: nowhere

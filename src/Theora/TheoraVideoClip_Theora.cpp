@@ -68,8 +68,7 @@ void TheoraVideoClip_Theora::makeDecoders() {
                                            static_cast<int>(info.frame_width),
                                            static_cast<int>(info.frame_height), shift.x, shift.y);
     // The step-back decoder gets those further back while the frame is on the screen.
-    m_keptBefore =
-        StepBackPlan(*m_cache, m_layout.firstFrame, m_format->longestGroup()).keptBefore();
+    m_keptBefore = StepBackPlan::keptBefore(*m_cache, m_format->longestGroup());
     m_stepBack = std::make_unique<StepBackDecoder>(*m_source, m_headers.theora, m_layout, *m_format,
                                                    *m_cache);
 }

@@ -76,7 +76,7 @@ public:
     void goBackFrom(int frame) {
         m_cache.setCentre(frame);
         for (int kept = frame / m_group * m_group; kept <= frame; ++kept) {
-            if (kept >= frame - m_plan.keptBefore()) {
+            if (kept >= frame - theora::StepBackPlan::keptBefore(m_cache, m_group)) {
                 keep(m_cache, kept, 0);
             }
         }
