@@ -39,29 +39,18 @@ std::uint32_t mix(std::uint32_t first, std::uint32_t second, std::uint32_t share
     return ((odd >> 8U) & 0x00FF00FFU) | (even & 0xFF00FF00U);
 }
 
-/// mix() for whole rows. By bytes: compilers turn that into far fewer instructions for many pixels.
-void mixRows(const std::uint32_t* first, const std::uint32_t* second, std::uint32_t share,
-             std::size_t count, std::uint32_t* to) {
-    const auto* upper = reinterpret_cast<const std::uint8_t*>(first);
-    const auto* lower = reinterpret_cast<const std::uint8_t*>(second);
-    auto* mixed = reinterpret_cast<std::uint8_t*>(to);
-    const auto lowerShare = static_cast<std::uint16_t>(share);
-    const auto upperShare = static_cast<std::uint16_t>(256 - share);
-    for (std::size_t i = 0; i < count * sizeof *to; ++i) {
-        const auto sum = static_cast<std::uint16_t>(upper[i] * upperShare + lower[i] * lowerShare);
-        mixed[i] = static_cast<std::uint8_t>(sum >> 8U);
-    }
-}
-
-/// The same with a share for each byte.
-void mixBytes(const std::uint32_t* first, const std::uint32_t* second, const std::uint16_t* shares,
-              std::size_t count, std::uint32_t* to) {
-    const auto* left = reinterpret_cast<const std::uint8_t*>(first);
-    const auto* right = reinterpret_cast<const std::uint8_t*>(second);
+/// mix() for whole rows; `shareOf` has the second one's share for each byte. By bytes: compilers
+/// turn that into far fewer instructions for many pixels.
+template <class ShareOf>
+void mixRows(const std::uint32_t* first, const std::uint32_t* second, std::size_t count,
+             const ShareOf& shareOf, std::uint32_t* to) {
+    const auto* firstBytes = reinterpret_cast<const std::uint8_t*>(first);
+    const auto* secondBytes = reinterpret_cast<const std::uint8_t*>(second);
     auto* mixed = reinterpret_cast<std::uint8_t*>(to);
     for (std::size_t i = 0; i < count * sizeof *to; ++i) {
+        const std::uint16_t share = shareOf(i);
         const auto sum =
-            static_cast<std::uint16_t>(left[i] * (256 - shares[i]) + right[i] * shares[i]);
+            static_cast<std::uint16_t>(firstBytes[i] * (256 - share) + secondBytes[i] * share);
         mixed[i] = static_cast<std::uint8_t>(sum >> 8U);
     }
 }
@@ -180,8 +169,10 @@ private:
     std::size_t scale(int number) {
         Row& row = m_rows[m_older];
         m_still.fetch(number, m_columns, m_first.data(), m_second.data());
-        mixBytes(m_first.data(), m_second.data(), m_shares.data(), m_columns.size(),
-                 row.pixels.data());
+        mixRows(
+            m_first.data(), m_second.data(), m_columns.size(),
+            [shares = m_shares.data()](std::size_t byte) { return shares[byte]; },
+            row.pixels.data());
         std::uint32_t all = 0xFF000000U;
         for (const std::uint32_t pixel : row.pixels) {
             all &= pixel;
@@ -217,8 +208,12 @@ void drawNear(const Pixels& still, PixelView target, const Rect& place, const Re
         const auto& lower = scaled.row(rows.second);
         std::uint32_t* to = target.row(y) + visible.left;
         const bool isOpaque = upper.isOpaque && lower.isOpaque;
-        mixRows(upper.pixels.data(), lower.pixels.data(), rows.share, count,
-                isOpaque ? to : mixed.data());
+        mixRows(
+            upper.pixels.data(), lower.pixels.data(), count,
+            [share = static_cast<std::uint16_t>(rows.share)](std::size_t /*byte*/) {
+                return share;
+            },
+            isOpaque ? to : mixed.data());
         for (std::size_t i = 0; !isOpaque && i < count; ++i) {
             to[i] = blendPixel(mixed[i], to[i]);
         }
