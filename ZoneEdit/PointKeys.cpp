@@ -1,6 +1,6 @@
 #include "ZoneEdit/PointKeys.h"
 
-#include "ZoneEdit/PointSums.h"
+#include "zone/PointSums.h"
 #include "zone/ShapeEdits.h"
 #include "zone/ZoneManager.h"
 
@@ -27,10 +27,10 @@ void PointKeys::nudge(platform::Point by) {
     }
     const platform::Point at = m_editor.handlePlace().value_or(platform::Point());
     if (m_start && m_start->isPlain) {
-        m_editor.move(*m_start, sumOf(at, by));
+        m_editor.move(*m_start, zone::sumOf(at, by));
     } else if (m_start) {
-        m_by = sumOf(m_by, by);
-        m_editor.move(*m_start, sumOf(m_start->at, m_by));
+        m_by = zone::sumOf(m_by, by);
+        m_editor.move(*m_start, zone::sumOf(m_start->at, m_by));
     }
     m_video.repaintZoneNow();
 }

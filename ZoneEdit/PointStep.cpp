@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "ZoneEdit/PointSums.h"
+#include "zone/PointSums.h"
 
 namespace zoneedit {
 
@@ -32,7 +32,7 @@ void PointStep::beginMove(Place place, Point press, bool keepsDistance) {
     openMove(place);
     m_grab = {};
     if (m_start && m_start->handle >= 0 && keepsDistance) {
-        m_grab = differenceOf(m_start->at, press);
+        m_grab = zone::differenceOf(m_start->at, press);
     }
 }
 
@@ -42,10 +42,10 @@ void PointStep::move(Place place, Point to, bool keepsAxis) {
     if (place != m_place || !m_session.inGesture()) {
         openMove(place);
     }
-    Point at = sumOf(to, m_grab);
+    Point at = zone::sumOf(to, m_grab);
     if (keepsAxis) {
         const Point from = m_start ? m_start->at : m_press;
-        const Point by = differenceOf(at, from);
+        const Point by = zone::differenceOf(at, from);
         const bool isAcross = std::abs(std::int64_t{by.x}) >= std::abs(std::int64_t{by.y});
         at = isAcross ? Point{at.x, from.y} : Point{from.x, at.y};
     }

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <utility>
 
-#include "ZoneEdit/PointSums.h"
 #include "core/EditorSettings.h"
 #include "zone/EditContext.h"
+#include "zone/PointSums.h"
 #include "zone/ShapeKeys.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
@@ -135,7 +135,7 @@ void ShapeEditor::move(const Start& start, Point to) {
         const auto held = start.before->points(start.place.frame);
         const bool isCentre = held && start.handle == static_cast<int>(held->size());
         reshape(start, moveName(start),
-                isCentre ? zone::shifted(differenceOf(to, start.at))
+                isCentre ? zone::shifted(zone::differenceOf(to, start.at))
                          : zone::movedPoint(start.handle, m_session.clamped(to)));
     }
 }

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "core/Log.h"
+#include "zone/PointSums.h"
 #include "zone/ShapeRecord.h"
 
 namespace zone {
@@ -21,11 +22,6 @@ int clampedSide(int value, int size) {
         value = std::min(value, size - 1);
     }
     return std::max(value, 0);
-}
-
-int narrowed(std::int64_t value) {
-    return static_cast<int>(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(),
-                                                     std::numeric_limits<int>::max()));
 }
 
 bool isInReach(int value, int handle, double reach) {
@@ -65,7 +61,7 @@ platform::Point shapeCenter(std::span<const platform::Point> points) {
         x /= count;
         y /= count;
     }
-    return {narrowed(x), narrowed(y)};
+    return {cutCoordinate(x), cutCoordinate(y)};
 }
 
 int insertPosition(int afterIndex, std::size_t count) {

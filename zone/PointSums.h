@@ -7,8 +7,9 @@
 
 #include "platform/Geometry.h"
 
-namespace zoneedit {
+namespace zone {
 
+/// The nearest coordinate that there is.
 [[nodiscard]] constexpr int cutCoordinate(std::int64_t value) {
     return static_cast<int>(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(),
                                                      std::numeric_limits<int>::max()));
@@ -22,4 +23,4 @@ namespace zoneedit {
     return {cutCoordinate(std::int64_t{a.x} - b.x), cutCoordinate(std::int64_t{a.y} - b.y)};
 }
 
-} // namespace zoneedit
+} // namespace zone
