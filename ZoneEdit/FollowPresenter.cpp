@@ -17,6 +17,7 @@
 #include "video/CVideoUI.h"
 #include "zone/NewShapes.h"
 #include "zone/ShapeStretch.h"
+#include "zone/StepLabel.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 

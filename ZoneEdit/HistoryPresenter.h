@@ -9,6 +9,7 @@
 #include "edit/Observers.h"
 #include "ui/Controls.h"
 #include "ui/SavedState.h"
+#include "zone/StepLabel.h"
 #include "zone/ZoneSession.h"
 
 namespace zoneedit {

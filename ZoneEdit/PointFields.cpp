@@ -12,6 +12,7 @@
 #include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "zone/ShapeEdits.h"
+#include "zone/StepLabel.h"
 
 namespace zoneedit {
 namespace {

@@ -2,6 +2,7 @@
 
 #include "zone/PointSums.h"
 #include "zone/ShapeEdits.h"
+#include "zone/StepLabel.h"
 #include "zone/ZoneManager.h"
 
 namespace zoneedit {

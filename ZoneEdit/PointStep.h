@@ -6,6 +6,7 @@
 
 #include "ZoneEdit/ShapeEditor.h"
 #include "platform/Geometry.h"
+#include "zone/StepLabel.h"
 #include "zone/ZoneSession.h"
 
 namespace zoneedit {

@@ -11,6 +11,7 @@
 #include "ZoneEdit/ShapeEditor.h"
 #include "edit/Observers.h"
 #include "zone/ShapeStretch.h"
+#include "zone/StepLabel.h"
 #include "zone/ZoneSession.h"
 
 namespace zoneedit {

@@ -14,6 +14,7 @@
 #include "zone/ShapeBlend.h"
 #include "zone/ShapeEdits.h"
 #include "zone/ShapeStretch.h"
+#include "zone/StepLabel.h"
 #include "zone/ZoneSession.h"
 
 namespace core {

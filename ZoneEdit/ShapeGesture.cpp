@@ -11,6 +11,7 @@
 #include "ui/FigureTexts.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
+#include "zone/StepLabel.h"
 #include "zone/Zone.h"
 
 namespace zoneedit {

@@ -12,6 +12,7 @@
 #include "platform/Geometry.h"
 #include "platform/WindowParts.h"
 #include "ui/Controls.h"
+#include "zone/StepLabel.h"
 #include "zone/ZoneSession.h"
 
 namespace zoneedit {

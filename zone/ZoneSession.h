@@ -22,44 +22,13 @@
 #include "zone/SavedContent.h"
 #include "zone/ShapeStretch.h"
 #include "zone/ShapedFrames.h"
+#include "zone/StepLabel.h"
 #include "zone/StepReach.h"
 #include "zone/TrackChanges.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneOperations.h"
 
 namespace zone {
-
-/// Names a step and the place it happened at.
-struct StepLabel {
-    enum class Name {
-        addZone,
-        removeZone,
-        rename,
-        addPoint,
-        movePoint,
-        deletePoint,
-        active,
-        restore,
-        interpolate,
-        fill,
-        paste,
-        applyShape,
-        follow,
-        rectangle,
-        scale,
-        rotate,
-        matchPoints
-    };
-
-    Name name = Name::addZone;
-    int zone = -1;
-    int frame = -1; ///< -1 for none
-
-    bool operator==(const StepLabel&) const = default;
-};
-
-/// "move point"
-[[nodiscard]] std::string stepName(StepLabel::Name name);
 
 class ZoneSession {
 public:

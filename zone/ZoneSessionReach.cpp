@@ -8,6 +8,7 @@
 #include "zone/ShapeEdits.h"
 #include "zone/ShapeGeometry.h"
 #include "zone/ShapeStretch.h"
+#include "zone/StepLabel.h"
 #include "zone/Zone.h"
 #include "zone/ZoneSession.h"
 #include "zone/ZoneShape.h"

@@ -14,6 +14,7 @@
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 #include "zone/Scale.h"
+#include "zone/StepLabel.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneSession.h"
 

@@ -15,6 +15,7 @@
 #include "tests/zone/ZoneFixture.h"
 #include "zone/PointMatching.h"
 #include "zone/ShapeEdits.h"
+#include "zone/StepLabel.h"
 #include "zone/ZoneSession.h"
 
 namespace zone_tests {

@@ -10,6 +10,7 @@
 #include "tests/support/RefusedMemory.h"
 #include "tests/zone/ZoneFixture.h"
 #include "zone/ShapeEdits.h"
+#include "zone/StepLabel.h"
 #include "zone/ZoneSession.h"
 
 namespace zone_tests {

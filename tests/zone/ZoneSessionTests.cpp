@@ -14,6 +14,7 @@
 
 #include "tests/support/Random.h"
 #include "tests/zone/ZoneFixture.h"
+#include "zone/StepLabel.h"
 #include "zone/ZoneSession.h"
 
 namespace zone_tests {
