@@ -27,8 +27,11 @@ struct ImportTask {
 
 namespace {
 
-bool isOpen(const ImportItem& item) {
-    return item.state == ImportState::waiting || item.state == ImportState::converting;
+template <class Items>
+auto* itemIn(Items& items, int id) {
+    const auto found = std::find_if(items.begin(), items.end(),
+                                    [id](const ImportItem& item) { return item.id == id; });
+    return found == items.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -105,7 +108,7 @@ void ImportQueue::cancelAll() {
 
 void ImportQueue::remove(int id) {
     ImportItem* const item = itemOf(id);
-    if (item != nullptr && !isOpen(*item)) {
+    if (item != nullptr && !isUnderWay(item->state)) {
         m_orders.erase(m_orders.begin() + (item - m_items.data()));
         m_items.erase(m_items.begin() + (item - m_items.data()));
         changed();
@@ -113,19 +116,16 @@ void ImportQueue::remove(int id) {
 }
 
 ImportItem* ImportQueue::itemOf(int id) {
-    const auto found = std::find_if(m_items.begin(), m_items.end(),
-                                    [id](const ImportItem& item) { return item.id == id; });
-    return found == m_items.end() ? nullptr : &*found;
+    return itemIn(m_items, id);
 }
 
 const ImportItem* ImportQueue::find(int id) const {
-    const auto found = std::find_if(m_items.begin(), m_items.end(),
-                                    [id](const ImportItem& item) { return item.id == id; });
-    return found == m_items.end() ? nullptr : &*found;
+    return itemIn(m_items, id);
 }
 
 bool ImportQueue::isBusy() const {
-    return std::any_of(m_items.begin(), m_items.end(), isOpen);
+    return std::any_of(m_items.begin(), m_items.end(),
+                       [](const ImportItem& item) { return isUnderWay(item.state); });
 }
 
 int ImportQueue::percent() const {

@@ -92,4 +92,9 @@ struct ImportItem {
     ImportedClip clip{};                ///< when done
 };
 
+/// Whether it waits or converts.
+[[nodiscard]] constexpr bool isUnderWay(ImportState state) {
+    return state == ImportState::waiting || state == ImportState::converting;
+}
+
 } // namespace imports

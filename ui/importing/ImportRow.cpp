@@ -160,10 +160,10 @@ void showImport(CControlUI& row, const ImportItem& item) {
     act.SetText(remedy);
     act.SetToolTip(importRemedyToolTip(item.failure));
     act.SetVisible(!remedy.empty());
-    const bool isOver = item.state != ImportState::waiting && !isConverting;
     const bool isDone = item.state == ImportState::done;
     auto& end = part(row, kRowEnd);
     end.SetAttribute(u"icon", isDone ? u"More" : u"Close");
+    const bool isOver = !imports::isUnderWay(item.state);
     const std::u16string what = core::tr(isDone   ? "More"_tr
                                          : isOver ? "Remove from the list"_tr
                                                   : "Cancel"_tr);

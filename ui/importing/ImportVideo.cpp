@@ -49,10 +49,6 @@ constexpr std::array kQualities{Quality::small, Quality::standard, Quality::high
 /// Where the author chose videos to import last.
 constexpr std::string_view kLastFolder = "importFolder";
 
-bool isUnderWay(const ImportItem& item) {
-    return item.state == ImportState::waiting || item.state == ImportState::converting;
-}
-
 } // namespace
 
 std::shared_ptr<ImportVideo> ImportVideo::create(const WindowContext& context) {
@@ -263,7 +259,7 @@ void ImportVideo::OnClick(toolkit::TNotifyUI& message) {
 
 void ImportVideo::end(int id) {
     const ImportItem* item = m_imports->queue().find(id);
-    if (item != nullptr && isUnderWay(*item)) {
+    if (item != nullptr && imports::isUnderWay(item->state)) {
         m_imports->queue().cancel(id);
     } else {
         m_imports->queue().remove(id);

@@ -33,10 +33,6 @@ std::string plainFolder(std::string folder) {
     return folder;
 }
 
-bool isOver(const ImportItem& item) {
-    return item.state != ImportState::waiting && item.state != ImportState::converting;
-}
-
 } // namespace
 
 SceneImports::SceneImports(platform::EventLoop& loop, platform::FileSystem& files,
@@ -158,7 +154,7 @@ bool SceneImports::retry(int id) {
 std::vector<std::string> SceneImports::clipsBeingRemade() const {
     std::vector<std::string> names;
     for (const ImportItem& item : m_queue.items()) {
-        if (item.kind == imports::ImportKind::remake && !isOver(item)) {
+        if (item.kind == imports::ImportKind::remake && imports::isUnderWay(item.state)) {
             names.push_back(core::fileName(item.source));
         }
     }
@@ -178,7 +174,7 @@ void SceneImports::changed() {
 void SceneImports::tellEnds() {
     for (std::size_t i = 0; i < m_open.size();) {
         const ImportItem* item = m_queue.find(m_open[i]);
-        if (item != nullptr && !isOver(*item)) {
+        if (item != nullptr && imports::isUnderWay(item->state)) {
             ++i;
             continue;
         }
