@@ -66,4 +66,11 @@ std::string sceneFolderPath(const std::string& name) {
     return current.empty() ? std::string() : current + kScenesFolder + "/" + name + "\\";
 }
 
+std::string endingInSlash(std::string sceneFolder) {
+    if (sceneFolder.ends_with('\\')) {
+        sceneFolder.back() = '/';
+    }
+    return sceneFolder;
+}
+
 } // namespace scene

@@ -40,4 +40,7 @@ struct ListedScene {
 /// directory + "Scenes/" + name + "\". Empty when the working directory is unknown.
 [[nodiscard]] std::string sceneFolderPath(const std::string& name);
 
+/// The same folder, ending in "/", which programs of every system take.
+[[nodiscard]] std::string endingInSlash(std::string sceneFolder);
+
 } // namespace scene

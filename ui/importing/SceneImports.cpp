@@ -10,6 +10,7 @@
 #include "core/Paths.h"
 #include "edit/History.h"
 #include "scene/SceneChange.h"
+#include "scene/SceneFolders.h"
 #include "scene/SceneSession.h"
 
 namespace ui {
@@ -25,14 +26,6 @@ constexpr std::array kQualities{std::pair{Quality::small, std::string_view("smal
                                 std::pair{Quality::standard, std::string_view("standard")},
                                 std::pair{Quality::high, std::string_view("high")}};
 
-/// With the separator that programs of every system take.
-std::string plainFolder(std::string folder) {
-    if (!folder.empty() && folder.back() == '\\') {
-        folder.back() = '/';
-    }
-    return folder;
-}
-
 } // namespace
 
 SceneImports::SceneImports(platform::EventLoop& loop, platform::FileSystem& files,
@@ -40,7 +33,8 @@ SceneImports::SceneImports(platform::EventLoop& loop, platform::FileSystem& file
                            std::shared_ptr<core::EditorSettings> settings, std::string folder,
                            Finder find)
     : m_find(std::move(find)), m_session(std::move(session)), m_settings(std::move(settings)),
-      m_folder(std::move(folder)), m_queue(loop, files, plainFolder(m_folder)), m_looking(loop) {
+      m_folder(std::move(folder)), m_queue(loop, files, scene::endingInSlash(m_folder)),
+      m_looking(loop) {
     if (!m_find) {
         m_find = [&files](const std::string& chosen) {
             return imports::findConverter(files, imports::usualPlaces(files, chosen));

@@ -20,6 +20,7 @@
 #include "platform/Gui.h"
 #include "publish/PageText.h"
 #include "publish/PublishFolder.h"
+#include "scene/SceneFolders.h"
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "toolkit/controls/CControlUI.h"
@@ -194,10 +195,7 @@ void PublishWindow::Notify(toolkit::TNotifyUI& message) {
 publish::PublishRequest PublishWindow::request() {
     publish::PublishRequest request;
     request.options = m_form.options();
-    request.scene = m_task.folder;
-    if (request.scene.ends_with('\\')) { // programs of every system take the other separator
-        request.scene.back() = '/';
-    }
+    request.scene = scene::endingInSlash(m_task.folder);
     request.folder = m_form.folderPath();
     if (const auto& imports = context().services.sceneImports) {
         request.converter = imports->converter();
