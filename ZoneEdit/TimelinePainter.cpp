@@ -8,6 +8,7 @@
 #include "core/Text.h"
 #include "platform/Color.h"
 #include "platform/Path.h"
+#include "toolkit/skin/RoundBox.h"
 #include "zone/ShapeStretch.h"
 
 namespace zoneedit {
@@ -31,13 +32,6 @@ constexpr double kTickSteps[] = {1, 5, 10, 30, 60, 300}; // seconds
 constexpr double kTickRoom = 60;
 constexpr double kFineTickRoom = 5;
 constexpr int kPartHeight = 4;
-
-void fillRounded(platform::Canvas& canvas, const Rect& box, double radius, Color color) {
-    platform::Path path;
-    path.addRoundBox({static_cast<double>(box.left), static_cast<double>(box.top)}, box.width(),
-                     box.height(), radius);
-    canvas.fillPath(path, color);
-}
 
 void fillDiamond(platform::Canvas& canvas, PointF middle, double reach, Color color) {
     const PointF corners[] = {{middle.x, middle.y - reach},
@@ -129,7 +123,7 @@ void TimelinePainter::ruler(double framesPerSecond, platform::FontHandle font) c
 }
 
 void TimelinePainter::runs(const TimelineMarks& marks) const {
-    fillRounded(m_canvas, m_bar, 2, m_colors[Tone::rest]);
+    toolkit::fillRoundBox(m_canvas, m_bar, 2, m_colors[Tone::rest]);
     const double from = m_scale.from();
     auto run =
         std::partition_point(marks.active.begin(), marks.active.end(),
@@ -139,7 +133,7 @@ void TimelinePainter::runs(const TimelineMarks& marks) const {
         const Rect box = onBar(run->first, run->end);
         // Of runs closer than a pixel, the first stands for all.
         if (box.right > done && box.right > clip.left) {
-            fillRounded(m_canvas, box, 2, m_colors[Tone::run]);
+            toolkit::fillRoundBox(m_canvas, box, 2, m_colors[Tone::run]);
             done = box.right;
         }
     }
@@ -175,8 +169,8 @@ void TimelinePainter::range(const FrameSpan& span) const {
     m_canvas.fillRect(box, (m_colors[Tone::accent] & 0xFFFFFFU) | kMarkedShare << 24U);
     m_canvas.fillRect({box.left, box.top, box.left + kEdge, box.bottom}, m_colors[Tone::accent]);
     m_canvas.fillRect({box.right - kEdge, box.top, box.right, box.bottom}, m_colors[Tone::accent]);
-    fillRounded(m_canvas, beginGrip(m_area, m_scale, span), 2, m_colors[Tone::accent]);
-    fillRounded(m_canvas, endGrip(m_area, m_scale, span), 2, m_colors[Tone::accent]);
+    toolkit::fillRoundBox(m_canvas, beginGrip(m_area, m_scale, span), 2, m_colors[Tone::accent]);
+    toolkit::fillRoundBox(m_canvas, endGrip(m_area, m_scale, span), 2, m_colors[Tone::accent]);
 }
 
 void TimelinePainter::keys(const TimelineMarks& marks) const {
@@ -206,9 +200,9 @@ void TimelinePainter::key(double middle) const {
 void TimelinePainter::keyBar(double first, double last) const {
     const int middle = m_bar.top + m_bar.height() / 2;
     const Rect box{rounded(first) - 3, middle - 3, rounded(last) + 4, middle + 3};
-    fillRounded(m_canvas, box, 3, m_colors[Tone::playhead]);
-    fillRounded(m_canvas, {box.left + 1, box.top + 1, box.right - 1, box.bottom - 1}, 2,
-                m_colors[Tone::surface]);
+    toolkit::fillRoundBox(m_canvas, box, 3, m_colors[Tone::playhead]);
+    toolkit::fillRoundBox(m_canvas, {box.left + 1, box.top + 1, box.right - 1, box.bottom - 1}, 2,
+                          m_colors[Tone::surface]);
 }
 
 void TimelinePainter::playhead(int frame) const {
@@ -236,8 +230,9 @@ void TimelinePainter::part() const {
     const int left = m_bar.left + rounded(m_scale.from() / whole * m_bar.width());
     const int width = std::max(rounded(m_scale.span() / whole * m_bar.width()), 2 * kPartHeight);
     const int top = m_area.bottom - 1 - kPartHeight;
-    fillRounded(m_canvas, Rect::at(std::min(left, m_bar.right - width), top, width, kPartHeight), 2,
-                m_colors[Tone::edge]);
+    toolkit::fillRoundBox(m_canvas,
+                          Rect::at(std::min(left, m_bar.right - width), top, width, kPartHeight), 2,
+                          m_colors[Tone::edge]);
 }
 
 } // namespace zoneedit

@@ -6,7 +6,7 @@
 #include "core/Texts.h"
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
-#include "platform/Path.h"
+#include "toolkit/skin/RoundBox.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -146,14 +146,11 @@ int KeyRow::paintCap(platform::Canvas& canvas, std::u16string_view key, int left
     const int width = capWidth(key);
     const int top = GetPos().top + (GetPos().height() - kCapHeight) / 2;
     // The lower edge is twice as thick: a key seen from the front.
-    platform::Path outside;
-    outside.addRoundBox({static_cast<double>(left), static_cast<double>(top)}, width, kCapHeight,
-                        3);
-    platform::Path face;
-    face.addRoundBox({left + 1.0, top + 1.0}, width - 2, kCapHeight - 3, 2);
-    canvas.fillPath(outside,
-                    paletteColor(m_line.isChosen ? style().chosenEdgeColor : style().capEdgeColor));
-    canvas.fillPath(face, paletteColor(style().capColor));
+    toolkit::fillRoundBox(
+        canvas, Rect::at(left, top, width, kCapHeight), 3,
+        paletteColor(m_line.isChosen ? style().chosenEdgeColor : style().capEdgeColor));
+    toolkit::fillRoundBox(canvas, Rect::at(left + 1, top + 1, width - 2, kCapHeight - 3), 2,
+                          paletteColor(style().capColor));
     paintWords(canvas, key, left + (width - widthOf(key)) / 2, style().textColor);
     return left + width;
 }

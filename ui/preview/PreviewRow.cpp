@@ -2,9 +2,8 @@
 
 #include <utility>
 
-#include "platform/Geometry.h"
-#include "platform/Path.h"
 #include "toolkit/skin/Palette.h"
+#include "toolkit/skin/RoundBox.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -26,13 +25,6 @@ constexpr int kTimeWidth = 60;
 constexpr int kSmallFont = 4;
 constexpr int kBoldFont = 1;
 constexpr int kGap = 3;
-
-void fillRound(platform::Canvas& canvas, const platform::Rect& box, double radius, Color color) {
-    platform::Path path;
-    path.addRoundBox({static_cast<double>(box.left), static_cast<double>(box.top)}, box.width(),
-                     box.height(), radius);
-    canvas.fillPath(path, color);
-}
 
 } // namespace
 
@@ -62,7 +54,7 @@ void PreviewRow::paintLine(platform::Canvas& canvas, std::u16string_view text, c
 
 void PreviewRow::paintBadge(platform::Canvas& canvas, const Rect& box) {
     const toolkit::Palette& colors = GetManager()->look().palette();
-    fillRound(canvas, box, 3, colors[m_look.badgeTone]);
+    toolkit::fillRoundBox(canvas, box, 3, colors[m_look.badgeTone]);
     if (m_look.icon.empty()) {
         paintLine(canvas, m_look.badge, box, kSmallFont, colors[Tone::onKind], TextAlign::center);
     } else {
@@ -78,9 +70,9 @@ void PreviewRow::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
     int left = box.left + kPathTextLeft;
     if (m_look.isButton) {
         box = {box.left + kInset, box.top + kGap, box.right - kInset, box.bottom - kGap};
-        fillRound(canvas, box, 3, colors[m_look.isChosen ? Tone::accent : Tone::edge]);
-        fillRound(canvas, {box.left + 1, box.top + 1, box.right - 1, box.bottom - 1}, 2,
-                  colors[m_look.isChosen ? Tone::selected : Tone::surface]);
+        toolkit::fillRoundBox(canvas, box, 3, colors[m_look.isChosen ? Tone::accent : Tone::edge]);
+        toolkit::fillRoundBox(canvas, {box.left + 1, box.top + 1, box.right - 1, box.bottom - 1}, 2,
+                              colors[m_look.isChosen ? Tone::selected : Tone::surface]);
         ink = m_look.isChosen ? colors[Tone::onSelected] : ink;
         hint = m_look.isChosen ? colors[Tone::onSelected] : hint;
         paintBadge(canvas,

@@ -4,10 +4,9 @@
 #include <cstdint>
 
 #include "core/Texts.h"
-#include "platform/Color.h"
 #include "platform/Geometry.h"
-#include "platform/Path.h"
 #include "toolkit/skin/Palette.h"
+#include "toolkit/skin/RoundBox.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
@@ -20,14 +19,8 @@ using toolkit::Tone;
 constexpr int kBarHeight = 6;
 constexpr int kHandleWidth = 7;
 constexpr int kHandleHeight = 15;
+constexpr double kRadius = 2;
 constexpr int kPage = 25;
-
-void fillRound(platform::Canvas& canvas, const platform::Rect& box, platform::Color color) {
-    platform::Path path;
-    path.addRoundBox({static_cast<double>(box.left), static_cast<double>(box.top)}, box.width(),
-                     box.height(), 2);
-    canvas.fillPath(path, color);
-}
 
 } // namespace
 
@@ -126,17 +119,17 @@ bool PreviewSlider::DoEvent(const toolkit::TEventUI& event) {
 void PreviewSlider::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
     const toolkit::Palette& colors = GetManager()->look().palette();
     const Rect whole = bar();
-    fillRound(canvas, whole, colors[Tone::rest]);
+    toolkit::fillRoundBox(canvas, whole, kRadius, colors[Tone::rest]);
     if (m_count < 1) {
         return;
     }
     const int handle = handleAt();
-    fillRound(canvas, {whole.left, whole.top, handle + kHandleWidth / 2, whole.bottom},
-              colors[Tone::accent]);
-    fillRound(canvas,
-              Rect::at(handle, GetPos().top + (GetPos().height() - kHandleHeight) / 2, kHandleWidth,
-                       kHandleHeight),
-              colors[Tone::onSelected]);
+    toolkit::fillRoundBox(canvas, {whole.left, whole.top, handle + kHandleWidth / 2, whole.bottom},
+                          kRadius, colors[Tone::accent]);
+    toolkit::fillRoundBox(canvas,
+                          Rect::at(handle, GetPos().top + (GetPos().height() - kHandleHeight) / 2,
+                                   kHandleWidth, kHandleHeight),
+                          kRadius, colors[Tone::onSelected]);
 }
 
 std::u16string PreviewSlider::accessibleValue() const {

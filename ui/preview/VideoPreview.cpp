@@ -12,6 +12,7 @@
 #include "platform/Path.h"
 #include "player/Clip.h"
 #include "toolkit/skin/Palette.h"
+#include "toolkit/skin/RoundBox.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -212,10 +213,8 @@ void VideoPreview::paintTag(platform::Canvas& canvas, std::u16string_view text, 
     const int most = std::max(pictureRect().right - at.x - kTagInset, 0);
     const int width =
         std::min(manager.fonts().measure(text, look.font).width + 2 * kTagPadding, most);
-    platform::Path ground;
-    ground.addRoundBox({static_cast<double>(at.x), static_cast<double>(at.y)}, width, kTagHeight,
-                       3);
-    canvas.fillPath(ground, manager.look().palette()[Tone::tag]);
+    toolkit::fillRoundBox(canvas, Rect::at(at.x, at.y, width, kTagHeight), 3,
+                          manager.look().palette()[Tone::tag]);
     toolkit::paintTextLine(canvas, manager.fonts(), text,
                            Rect::at(at.x + kTagPadding, at.y, width - 2 * kTagPadding, kTagHeight),
                            look);
