@@ -199,6 +199,32 @@ TEST_F(PreviewTest, PlaysFromHereAndLetsTheSceneBeEdited) {
     EXPECT_TRUE(isVisible(u"SceneMap"));
 }
 
+TEST_F(PreviewTest, ADragOfThePlaceEndsWithTheClip) {
+    showScene();
+    session().setTarget(0, 3, "Void");
+    m_driver->press(Key::f5);
+    ASSERT_TRUE(shows(0));
+    const platform::Rect bar = m_driver->get(u"SliderPreview").GetPos();
+    const int middle = bar.top + bar.height() / 2;
+    const auto mouse = [this](platform::EventKind kind, platform::Point point) {
+        test::input().mouse(m_driver->native(), kind, point);
+        test::pump();
+    };
+    mouse(platform::EventKind::mouseDown, {bar.right - 2, middle});
+    ASSERT_TRUE(shows(29));
+    ASSERT_TRUE(test::pumpUntil([&] {
+        m_clock.passed += 40;
+        return rows(u"ListPath").size() == 3;
+    }));
+    EXPECT_EQ(rows(u"ListPath").back(), u"Stopped: no video.");
+    mouse(platform::EventKind::mouseUp, {bar.right - 2, middle});
+    m_driver->press(Key::backspace);
+    ASSERT_TRUE(shows(0));
+    mouse(platform::EventKind::mouseMove, {bar.left + bar.width() / 2, middle});
+    EXPECT_EQ(m_driver->get(u"SliderPreview").accessibleValue(), u"1 of 30")
+        << "nothing is pressed any more";
+}
+
 TEST_F(PreviewTest, SpeedSoundOutlinesAndPlaceCanBeChosen) {
     showScene();
     NoSound none;

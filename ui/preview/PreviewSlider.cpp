@@ -29,6 +29,7 @@ void PreviewSlider::show(int place, int count) {
     if (now != m_place || count != m_count) {
         m_place = now;
         m_count = std::max(count, 0);
+        m_isDragged = m_isDragged && m_count > 0; // without a place it hears of no release
         Invalidate();
     }
 }
