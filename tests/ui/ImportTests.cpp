@@ -264,6 +264,18 @@ TEST_F(Importing, WithoutAConverterTheWindowAsksForOne) {
     EXPECT_TRUE(window.get(u"PaneImport").IsVisible());
 }
 
+TEST_F(Importing, AChosenConverterServesEvenIfItCannotBeRemembered) {
+    m_hasConverter = false;
+    imports().lookAgain();
+    support::makeFolder("Editor.ini"); // in place of the file
+    show();
+    const WindowDriver window = openImports();
+    ASSERT_TRUE(pumpUntil([&] { return window.get(u"PaneMissing").IsVisible(); }));
+    m_gui.dialog.answer = platform::OpenFilesResult{m_folder.path(), {"ffmpeg"}};
+    window.click(u"ButtonFindConverter");
+    EXPECT_TRUE(pumpUntil([&] { return window.get(u"PaneImport").IsVisible(); }));
+}
+
 TEST_F(Importing, DroppedFilesAreAddedImportedOrNamed) {
     show();
     writeBytes("from/plan.txt", "text");

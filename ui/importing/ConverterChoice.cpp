@@ -19,8 +19,12 @@ bool chooseConverter(const WindowContext& context, platform::NativeWindow* owner
     const auto& settings = context.services.editorSettings;
     const Companions::Pause pause(beside);
     const auto chosen = chooseFiles(context.gui, settings.get(), "converterFolder", request);
-    return chosen && settings &&
-           settings->set(kConverterKey, chosen->folder + chosen->names.front());
+    if (!chosen || !settings) {
+        return false;
+    }
+    // A failed write is in the log; the choice counts until the program ends.
+    settings->set(kConverterKey, chosen->folder + chosen->names.front());
+    return true;
 }
 
 } // namespace ui
