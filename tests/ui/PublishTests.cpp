@@ -18,6 +18,7 @@
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/ui/BranchListFixture.h"
+#include "toolkit/controls/CControlUI.h"
 #include "ui/importing/SceneImports.h"
 
 namespace {
@@ -99,6 +100,11 @@ TEST_F(Publishing, SavesAndPublishesAndRemembersWhatWasChosen) {
         window.click(u"ButtonPublishReveal");
         window.click(u"ButtonPublishAgain");
         EXPECT_EQ(window.textOf(u"ButtonPublish"), u"Publish");
+        const toolkit::CControlUI& bar = window.get(u"ProgressPublish");
+        EXPECT_NE(bar.accessibleValue(), u"0 %");
+        window.click(u"ButtonPublish");
+        ASSERT_TRUE(isDone(window));
+        EXPECT_EQ(bar.accessibleValue(), u"0 %") << "no video had to be converted";
         window.press(Key::escape);
     });
     EXPECT_FALSE(session().isModified());

@@ -209,6 +209,7 @@ void PublishWindow::publish() {
     PublishForm::remember(request.options, context().services.editorSettings.get());
     setTextOf(u"LabelPublish", core::tr("Saving"_tr));
     setTextOf(u"LabelPublishLeft", {});
+    showPercent(0);
     show(Phase::running);
     controls().setFocus(u"ButtonPublishCancel");
     m_result = {};
@@ -229,8 +230,12 @@ void PublishWindow::showProgress(const PublishProgress& progress) {
     }
     setTextOf(u"LabelPublish", publishProgressText(progress));
     setTextOf(u"LabelPublishLeft", publishLeftText(progress));
+    showPercent(progress.percent);
+}
+
+void PublishWindow::showPercent(int percent) {
     if (auto* bar = find<toolkit::CProgressUI>(u"ProgressPublish")) {
-        bar->SetPercent(progress.percent);
+        bar->SetPercent(percent);
     }
 }
 

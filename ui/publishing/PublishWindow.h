@@ -60,6 +60,7 @@ private:
     [[nodiscard]] bool isImporting() const;
     void publish();
     [[nodiscard]] publish::PublishRequest request();
+    void showPercent(int percent);
     void showDone();
     void chooseFolder();
 
