@@ -3,7 +3,6 @@
 #include "import/WebClip.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -19,8 +18,6 @@
 
 namespace imports {
 namespace {
-
-using std::chrono::steady_clock;
 
 constexpr double kMaxRateError = 0.001; ///< of a rate that the header means
 constexpr std::int64_t kRateParts = 1000;
@@ -51,7 +48,6 @@ public:
     ImportFailure run(const Arguments& arguments, const WebClipProgress& onProgress) {
         Lines lines;
         ConverterProgress progress;
-        const auto begun = steady_clock::now();
         const RunResult run = runConverter(
             m_request.converter.ffmpeg, arguments, m_request.limits,
             [&](std::string_view piece) {
@@ -59,8 +55,7 @@ public:
                 lines.take(piece, [&](std::string_view line) {
                     heard = progress.take(line) ? Heard::progress : heard;
                 });
-                onProgress(static_cast<int>(std::min<std::int64_t>(progress.frames, INT32_MAX)),
-                           std::chrono::duration<double>(steady_clock::now() - begun).count());
+                onProgress(static_cast<int>(std::min<std::int64_t>(progress.frames, INT32_MAX)));
                 return heard;
             },
             m_isCancelled);
@@ -197,7 +192,7 @@ ImportFailure makeWebStill(platform::FileSystem& files, const WebClipRequest& re
     append(arguments,
            {"-an", "-vf", size, "-frames:v", "1", "-c:v", "mjpeg", "-q:v", "4", "-map_metadata",
             "-1", "-f", "image2", "-update", "1", "file:" + request.target});
-    ImportFailure failure = job.run(arguments, [](int, double) {});
+    ImportFailure failure = job.run(arguments, [](int) {});
     if (failure.kind == Failure::none && !isCancelled() && files.info(request.target)) {
         target.keep();
     }

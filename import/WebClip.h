@@ -23,8 +23,8 @@ struct WebClipRequest {
     RunLimits limits{};
 };
 
-/// How many pictures there are so far, and how long making them has taken.
-using WebClipProgress = std::function<void(int frames, double seconds)>;
+/// How many pictures there are so far.
+using WebClipProgress = std::function<void(int frames)>;
 
 /// None when `target` is whole and has exactly as many pictures as the source; none, too, after a
 /// cancellation, which ends it within half a second. Whatever happens, nothing but a whole clip

@@ -178,7 +178,7 @@ private:
         m_onProgress(m_count.at(0));
         const imports::ImportFailure failure = imports::makeWebClip(
             m_files, requestFor(clip, clip.file),
-            [&](int frames, double) { m_onProgress(m_count.at(frames)); }, m_isCancelled);
+            [&](int frames) { m_onProgress(m_count.at(frames)); }, m_isCancelled);
         switch (failure.kind) {
         case imports::Failure::none:
             ++m_result.videoCount;
