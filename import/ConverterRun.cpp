@@ -20,6 +20,7 @@ constexpr milliseconds kSlice{50};
 constexpr std::size_t kKeptMessages = 4096;
 constexpr std::size_t kMaxLine = 4096;
 constexpr std::size_t kMaxShown = 200;
+constexpr double kSecondsBeforeEstimate = 1.5;
 
 } // namespace
 
@@ -103,6 +104,10 @@ bool ConverterProgress::take(std::string_view line) {
         }
     }
     return false;
+}
+
+double secondsLeft(double part, double elapsed) {
+    return part > 0 && elapsed > kSecondsBeforeEstimate ? elapsed * (1 - part) / part : -1;
 }
 
 } // namespace imports

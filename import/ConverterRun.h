@@ -69,4 +69,8 @@ struct ConverterProgress {
     bool take(std::string_view line);
 };
 
+/// How long the rest takes when `part` of the work has taken so many seconds; -1 while that is too
+/// early to say.
+[[nodiscard]] double secondsLeft(double part, double elapsed);
+
 } // namespace imports

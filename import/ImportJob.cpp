@@ -29,8 +29,6 @@ using platform::FileSystem;
 using platform::OpenMode;
 using std::chrono::steady_clock;
 
-constexpr double kSecondsBeforeEstimate = 1.5;
-
 class Job {
 public:
     Job(FileSystem& files, const JobRequest& request, const ProgressSink& onProgress,
@@ -158,8 +156,7 @@ private:
     void report(double elapsed) const {
         const double done = static_cast<double>(m_progress.microseconds) / 1e6;
         const double part = m_plan.seconds > 0 ? std::clamp(done / m_plan.seconds, 0.0, 1.0) : 0;
-        const bool isKnown = part > 0 && elapsed > kSecondsBeforeEstimate;
-        m_onProgress(static_cast<int>(part * 100), isKnown ? elapsed * (1 - part) / part : -1);
+        m_onProgress(static_cast<int>(part * 100), secondsLeft(part, elapsed));
     }
 
     ImportFailure verify() {

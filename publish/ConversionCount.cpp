@@ -2,13 +2,14 @@
 
 #include <algorithm>
 
+#include "import/ConverterRun.h"
+
 namespace publish {
 namespace {
 
 using std::chrono::steady_clock;
 
 constexpr int kGuessedFrames = 250; ///< of a clip of unknown length
-constexpr double kSecondsBeforeEstimate = 1.5;
 
 int guessed(int frames) {
     return frames > 0 ? frames : kGuessedFrames;
@@ -36,9 +37,8 @@ PublishProgress ConversionCount::at(int frame) const {
     const std::int64_t done = m_doneFrames + std::min(frame, m_frames);
     const double part = static_cast<double>(done) / static_cast<double>(m_totalFrames);
     const double elapsed = std::chrono::duration<double>(steady_clock::now() - m_begun).count();
-    const bool isKnown = part > 0 && elapsed > kSecondsBeforeEstimate;
     return {m_video, m_number, m_count, static_cast<int>(part * 100),
-            isKnown ? elapsed * (1 - part) / part : -1};
+            imports::secondsLeft(part, elapsed)};
 }
 
 } // namespace publish
