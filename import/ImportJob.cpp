@@ -92,15 +92,8 @@ private:
             return {};
         }
         PacketTimes times;
-        Lines lines;
-        const RunResult run = runConverter(
-            m_request.converter.ffprobe, packetArguments(m_request.source, m_source.video->index),
-            scanLimits(),
-            [&](std::string_view piece) {
-                lines.take(piece, [&](std::string_view line) { times.take(line); });
-                return Heard::progress;
-            },
-            m_isCancelled);
+        const RunResult run = readPackets(m_request.source, m_source.video->index, times,
+                                          m_request.converter, scanLimits(), m_isCancelled);
         if (run.end == RunEnd::cancelled) {
             return {};
         }

@@ -47,4 +47,17 @@ LookResult lookAt(FileSystem& files, const std::string& path, const Converter& c
     return {std::move(source), {}};
 }
 
+RunResult readPackets(const std::string& path, int stream, PacketTimes& times,
+                      const Converter& converter, const RunLimits& limits,
+                      const std::function<bool()>& isCancelled) {
+    Lines lines;
+    return runConverter(
+        converter.ffprobe, packetArguments(path, stream), limits,
+        [&](std::string_view piece) {
+            lines.take(piece, [&](std::string_view line) { times.take(line); });
+            return Heard::progress;
+        },
+        isCancelled);
+}
+
 } // namespace imports

@@ -22,4 +22,9 @@ struct LookResult {
                                 const Converter& converter, const RunLimits& limits,
                                 const std::function<bool()>& isCancelled);
 
+/// Has the probe list the packets of one stream of the file into `times`. Ends as lookAt() does.
+[[nodiscard]] RunResult readPackets(const std::string& path, int stream, PacketTimes& times,
+                                    const Converter& converter, const RunLimits& limits,
+                                    const std::function<bool()>& isCancelled);
+
 } // namespace imports

@@ -68,14 +68,8 @@ public:
     /// Counts the pictures of the new clip.
     ImportFailure count() {
         PacketTimes times;
-        Lines lines;
-        const RunResult run = runConverter(
-            m_request.converter.ffprobe, packetArguments(m_request.target, 0), m_request.limits,
-            [&](std::string_view piece) {
-                lines.take(piece, [&](std::string_view line) { times.take(line); });
-                return Heard::progress;
-            },
-            m_isCancelled);
+        const RunResult run = readPackets(m_request.target, 0, times, m_request.converter,
+                                          m_request.limits, m_isCancelled);
         if (run.end == RunEnd::cancelled) {
             return {};
         }
