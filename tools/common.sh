@@ -1,4 +1,5 @@
 # Shared by ./run, ./test and the scripts of tools/: sourced, never run. Sets `root` and goes there.
+script=$(realpath "$0")
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
@@ -13,6 +14,17 @@ fail() {
   say "$*" >&2
   exit 1
 }
+
+# usage STATUS: prints the comment at the head of the script, which ends at its "set", and ends it.
+usage() {
+  sed -n '2,/^set/s/^# \{0,1\}//p' "$script"
+  exit "$1"
+}
+
+product_version() { sed -nE 's/^project\(Quorvel VERSION ([0-9.]+).*/\1/p' CMakeLists.txt; }
+
+# result_of COMMAND...: the last line that it prints; all of them go to stderr.
+result_of() { "$@" | tee >(cat >&2) | tail -n 1; }
 
 jobs() { nproc 2>/dev/null || echo 2; }
 
