@@ -17,6 +17,7 @@
 #include "toolkit/layout/CHorizontalLayoutUI.h"
 #include "toolkit/layout/CVerticalLayoutUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/ListRow.h"
 #include "ui/TimeTexts.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/ContextMenu.h"
@@ -157,12 +158,7 @@ void EarlierVersions::addVersion(toolkit::CListUI& list, const VersionReader::Ro
     auto differences = label(core::displayText(summary), kSmallFont, true);
     differences->SetFixedHeight(kSummaryHeight);
     layout->Add(std::move(differences));
-    auto element = std::make_unique<toolkit::CListContainerElementUI>();
-    element->SetFixedHeight(kVersionHeight);
-    element->SetAttribute(u"bordercolor", u"band");
-    element->SetAttribute(u"bordersize", u"0,0,0,1");
-    element->Add(std::move(layout));
-    list.Add(std::move(element));
+    list.Add(makeLinedRow(std::move(layout), kVersionHeight, u"band"));
     m_versions.emplace_back(row.version);
 }
 

@@ -18,6 +18,7 @@
 #include "toolkit/layout/CVerticalLayoutUI.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/ListRow.h"
 #include "ui/TimeTexts.h"
 
 namespace ui {
@@ -185,11 +186,7 @@ std::unique_ptr<toolkit::CControlUI> SceneCards::makeRow(int row) {
     layout->SetInset({8, 8, 11, 8});
     layout->Add(std::move(still));
     layout->Add(std::move(texts));
-    auto element = std::make_unique<toolkit::CListContainerElementUI>();
-    element->SetFixedHeight(kRowHeight);
-    element->SetAttribute(u"bordercolor", u"band");
-    element->SetAttribute(u"bordersize", u"0,0,0,1");
-    element->Add(std::move(layout));
+    auto element = makeLinedRow(std::move(layout), kRowHeight, u"band");
     if (m_stills && card.summary) {
         if (const stills::StillPtr known = m_stills->find(requestOf(card))) {
             auto* picture =

@@ -21,6 +21,7 @@
 #include "toolkit/layout/CHorizontalLayoutUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/FlagScope.h"
+#include "ui/ListRow.h"
 #include "ui/branch_editor/ControlNames.h"
 
 namespace ui {
@@ -277,15 +278,11 @@ std::unique_ptr<toolkit::CControlUI> FindingsPresenter::makeRow(int row) const {
     layout->Add(std::move(sign));
     layout->Add(label(sentence));
     layout->Add(std::move(where));
-    auto element = std::make_unique<toolkit::CListContainerElementUI>();
-    element->SetFixedHeight(kRowHeight);
-    element->SetAttribute(u"bordercolor", u"rowline");
-    element->SetAttribute(u"bordersize", u"0,0,0,1");
+    auto element = makeLinedRow(std::move(layout), kRowHeight, u"rowline");
     // The name of the row, which shows its labels.
     element->SetText(core::tr(look.row, std::u16string(sentence, 0, sentence.size() - 1)) +
                      (place.empty() ? u"" : u", " + place));
     element->SetToolTip(sentence);
-    element->Add(std::move(layout));
     return element;
 }
 
