@@ -78,7 +78,7 @@ void PublishForm::setEnabled(bool enabled) {
     }
 }
 
-PageOptions PublishForm::options() {
+PageOptions PublishForm::options() const {
     PageOptions options;
     options.title = core::storedText(textOf(m_controls, kTitle));
     if (const auto* combo = m_controls.find<toolkit::CComboUI>(kLanguage);
@@ -102,11 +102,11 @@ void PublishForm::remember(const PageOptions& options, core::EditorSettings* set
     }
 }
 
-std::u16string PublishForm::folder() {
+std::u16string PublishForm::folder() const {
     return textOf(m_controls, kFolder);
 }
 
-std::string PublishForm::folderPath() {
+std::string PublishForm::folderPath() const {
     const std::string path = core::storedText(folder());
     return path.empty() ? path : core::services().fileSystem->fullPath(path);
 }

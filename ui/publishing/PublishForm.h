@@ -23,13 +23,13 @@ public:
     /// `settings` may be null, here and below.
     void fill(const std::string& sceneName, const core::EditorSettings* settings);
     void setEnabled(bool enabled);
-    [[nodiscard]] publish::PageOptions options();
+    [[nodiscard]] publish::PageOptions options() const;
     static void remember(const publish::PageOptions& options, core::EditorSettings* settings);
 
     /// As the author wrote it.
-    [[nodiscard]] std::u16string folder();
+    [[nodiscard]] std::u16string folder() const;
     /// Absolute; empty without one.
-    [[nodiscard]] std::string folderPath();
+    [[nodiscard]] std::string folderPath() const;
     /// A folder that holds something else gets the page of this scene as a folder of its own.
     void setFolder(const std::string& path, const std::string& sceneName);
 

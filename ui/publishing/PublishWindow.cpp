@@ -192,7 +192,7 @@ void PublishWindow::Notify(toolkit::TNotifyUI& message) {
     EditorWindow::Notify(message);
 }
 
-publish::PublishRequest PublishWindow::request() {
+publish::PublishRequest PublishWindow::request() const {
     publish::PublishRequest request;
     request.options = m_form.options();
     request.scene = scene::endingInSlash(m_task.folder);

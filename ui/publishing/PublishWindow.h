@@ -59,7 +59,7 @@ private:
     [[nodiscard]] bool isModified() const;
     [[nodiscard]] bool isImporting() const;
     void publish();
-    [[nodiscard]] publish::PublishRequest request();
+    [[nodiscard]] publish::PublishRequest request() const;
     void showPercent(int percent);
     void showDone();
     void chooseFolder();
