@@ -11,13 +11,13 @@
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/FigureTexts.h"
+#include "ui/Fonts.h"
 
 namespace zoneedit {
 namespace {
 
 using platform::Event;
 
-constexpr int kNumberFont = 3;
 constexpr int kNotch = 120;
 constexpr double kZoomStep = 1.25;
 constexpr double kMoveStep = 0.1; // of what is shown
@@ -191,7 +191,7 @@ void Timeline::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
         return;
     }
     if (GetManager() != nullptr) {
-        painter.ruler(m_framesPerSecond, GetManager()->look().GetFont(kNumberFont));
+        painter.ruler(m_framesPerSecond, GetManager()->look().GetFont(ui::font::kSmallest));
     }
     painter.offered(m_offered);
     if (m_range) {

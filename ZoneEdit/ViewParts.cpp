@@ -9,6 +9,7 @@
 #include "ZoneEdit/ZonesLayer.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/Fonts.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
@@ -16,12 +17,7 @@
 #include "zone/ShapeDrawing.h"
 
 namespace zoneedit {
-namespace {
-
-constexpr int kNumberFont = 3;
-constexpr int kTagFont = 4;
-
-} // namespace
+namespace {} // namespace
 
 ViewParts::ViewParts(ui::CommandSet& commands, Links links)
     : m_links(std::move(links)), m_zoom(m_links.controls, m_links.video, *m_links.session,
@@ -50,9 +46,9 @@ void ViewParts::addLayers() {
     const toolkit::WindowLook& look = m_links.controls.manager().look();
     m_onion = std::make_shared<OnionLayer>(m_links.session, m_links.keys);
     m_outlines = std::make_shared<OutlinesLayer>(control, m_links.session, m_links.fonts,
-                                                 look.GetFont(kTagFont));
+                                                 look.GetFont(ui::font::kSmall));
     m_drawing = std::make_shared<ZonesLayer>(
-        m_links.session, zone::NumberFont{look.GetFont(kNumberFont), &m_links.fonts});
+        m_links.session, zone::NumberFont{look.GetFont(ui::font::kSmallest), &m_links.fonts});
     control.AddLayer(m_onion);
     control.AddLayer(m_outlines);
     control.AddLayer(m_drawing);

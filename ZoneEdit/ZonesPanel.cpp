@@ -26,6 +26,7 @@
 #include "toolkit/skin/Palette.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/FlagScope.h"
+#include "ui/Fonts.h"
 #include "zone/EditContext.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
@@ -37,7 +38,6 @@ namespace {
 using toolkit::CControlUI;
 
 constexpr int kRowHeight = 30;
-constexpr int kSmallFont = 4;
 
 /// The colour of the zone's outline.
 class Dot final : public CControlUI {
@@ -145,7 +145,7 @@ std::unique_ptr<CControlUI> ZonesPanel::makeRow(int zone) {
     edit.SetLabel(core::tr("Zone name"_tr));
     edit.SetVisible(false);
     auto& state = add<toolkit::CLabelUI>(*row, kRowState, u"153,0,64,29", u"top,right");
-    state.SetFont(kSmallFont);
+    state.SetFont(ui::font::kSmall);
     state.SetAttribute(u"align", u"right");
     auto& eye = add<toolkit::COptionUI>(*row, kRowEye, u"221,2,28,25", u"top,right");
     eye.SetAttribute(u"hotimage", u"file='ButtonHover.png' corner='4,4,4,4'");

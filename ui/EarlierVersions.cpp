@@ -17,6 +17,7 @@
 #include "toolkit/layout/CHorizontalLayoutUI.h"
 #include "toolkit/layout/CVerticalLayoutUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/Fonts.h"
 #include "ui/ListRow.h"
 #include "ui/TimeTexts.h"
 #include "ui/commands/CommandSet.h"
@@ -40,8 +41,6 @@ constexpr std::u16string_view kHintLabel = u"LabelHint";
 constexpr ContextMenu kContextMenus[] = {{kVersions, kVersionRows}};
 constexpr std::u16string_view kPanes[] = {kVersions, kContents, kDifferences, kRestoreButton};
 
-constexpr int kBoldFont = 5;
-constexpr int kSmallFont = 4;
 constexpr int kDayHeight = 25;
 constexpr int kVersionHeight = 44;
 constexpr int kTimeHeight = 19;
@@ -69,7 +68,7 @@ std::unique_ptr<toolkit::CControlUI> differenceRow(const Line& line) {
                                                      : u"Note");
     auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();
     layout->Add(std::move(icon));
-    layout->Add(label(core::displayText(line.text), 0, false));
+    layout->Add(label(core::displayText(line.text), font::kBody, false));
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->Add(std::move(layout));
     return row;
@@ -77,7 +76,7 @@ std::unique_ptr<toolkit::CControlUI> differenceRow(const Line& line) {
 
 std::unique_ptr<toolkit::CControlUI> contentsRow(const Line& line) {
     const bool isHeading = line.kind == Line::Kind::heading;
-    auto text = label(core::displayText(line.text), isHeading ? kBoldFont : 0, false);
+    auto text = label(core::displayText(line.text), isHeading ? font::kBold : font::kBody, false);
     text->SetTextPadding({isHeading ? 11 : 27, 0, 8, 0});
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->Add(std::move(text));
@@ -134,7 +133,7 @@ void EarlierVersions::addRows(const std::vector<VersionReader::Row>& rows) {
 }
 
 void EarlierVersions::addDay(toolkit::CListUI& list, std::u16string_view day) {
-    auto text = label(day, kSmallFont, true);
+    auto text = label(day, font::kSmall, true);
     text->SetTextPadding({11, 0, 8, 0});
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->SetFixedHeight(kDayHeight);
@@ -152,10 +151,10 @@ void EarlierVersions::addVersion(toolkit::CListUI& list, const VersionReader::Ro
     }
     auto layout = std::make_unique<toolkit::CVerticalLayoutUI>();
     layout->SetInset({11, 4, 8, 0});
-    auto time = label(timeText(row.version.saved), kBoldFont, false);
+    auto time = label(timeText(row.version.saved), font::kBold, false);
     time->SetFixedHeight(kTimeHeight);
     layout->Add(std::move(time));
-    auto differences = label(core::displayText(summary), kSmallFont, true);
+    auto differences = label(core::displayText(summary), font::kSmall, true);
     differences->SetFixedHeight(kSummaryHeight);
     layout->Add(std::move(differences));
     list.Add(makeLinedRow(std::move(layout), kVersionHeight, u"band"));

@@ -20,6 +20,7 @@
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
 #include "ui/Controls.h"
+#include "ui/Fonts.h"
 #include "ui/SceneHints.h"
 #include "ui/WindowContext.h"
 #include "ui/commands/CommandSet.h"
@@ -33,8 +34,6 @@ constexpr std::u16string_view kNameEdit = u"EditSceneName";
 constexpr std::u16string_view kHint = u"LabelHint";
 constexpr std::u16string_view kCountEdit = u"EditTemplateCount";
 constexpr std::u16string_view kCountLabel = u"LabelTemplateCount";
-constexpr int kBodyFont = 0;
-constexpr int kChosenFont = 5;
 
 using Kind = scene::SceneTemplate::Kind;
 
@@ -105,7 +104,7 @@ void NewScene::showKind() {
     const Kind chosen = chosenKind();
     for (const Tile& tile : kTiles) {
         if (auto* option = find<toolkit::COptionUI>(tile.name)) {
-            option->SetFont(tile.kind == chosen ? kChosenFont : kBodyFont);
+            option->SetFont(tile.kind == chosen ? font::kBold : font::kBody);
         }
         if (tile.kind == chosen) {
             setTextOf(kCountLabel, core::tr(tile.count));

@@ -29,6 +29,7 @@
 #include "ui/Companions.h"
 #include "ui/Controls.h"
 #include "ui/FlagScope.h"
+#include "ui/Fonts.h"
 #include "ui/SettingsWindow.h"
 #include "ui/WindowContext.h"
 #include "ui/commands/CommandSet.h"
@@ -53,7 +54,6 @@ constexpr std::u16string_view kNewButton = u"ButtonNewScene";
 constexpr ContextMenu kContextMenus[] = {{kSceneList, kSceneRows}, {kCardList, kSceneRows}};
 constexpr std::u16string_view kPanes[] = {kSceneList, kCardList, kNewButton};
 constexpr int kRowHeight = 16;
-constexpr int kListFont = 2;
 
 } // namespace
 
@@ -152,7 +152,7 @@ std::unique_ptr<toolkit::CControlUI> OpenScene::makeRow(int row) {
     auto text = std::make_unique<toolkit::CTextUI>();
     GetPaintManager().look().ApplyDefaults(*text);
     text->SetName(u"ListItem");
-    text->SetFont(kListFont);
+    text->SetFont(font::kList);
     text->SetText(core::displayText(name));
     text->SetToolTip(core::tr("Open {0} scenario"_tr, name));
     auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();

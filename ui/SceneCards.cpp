@@ -18,6 +18,7 @@
 #include "toolkit/layout/CVerticalLayoutUI.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/Fonts.h"
 #include "ui/ListRow.h"
 #include "ui/TimeTexts.h"
 
@@ -33,8 +34,6 @@ constexpr int kRowHeight = 70;
 constexpr platform::Size kStillSize{94, 53};
 /// Twice the size: sharp on every screen.
 constexpr platform::Size kStillBox{188, 106};
-constexpr int kNameFont = 5;
-constexpr int kSmallFont = 4;
 constexpr int kDateWidth = 170;
 constexpr int kSignSide = 14;
 
@@ -49,14 +48,14 @@ std::u16string momentText(std::int64_t time) {
     return isRecentDay(time) ? dayText(time) + u" " + timeText(time) : dayText(time);
 }
 
-std::unique_ptr<toolkit::CLabelUI> makeLabel(const toolkit::WindowLook& look, int font,
+std::unique_ptr<toolkit::CLabelUI> makeLabel(const toolkit::WindowLook& look, int number,
                                              std::u16string_view text, int height) {
     auto label = std::make_unique<toolkit::CLabelUI>();
     look.ApplyDefaults(*label);
-    label->SetFont(font);
+    label->SetFont(number);
     label->SetText(text);
     label->SetFixedHeight(height);
-    if (font == kSmallFont) {
+    if (number == font::kSmall) {
         label->SetAttribute(u"textcolor", u"muted");
     }
     return label;
@@ -83,7 +82,7 @@ std::unique_ptr<toolkit::CControlUI> makeFindings(const toolkit::WindowLook& loo
     sign->SetFixedWidth(kSignSide);
     sign->SetFixedHeight(kSignSide);
     sign->SetPadding({0, 0, 5, 0});
-    auto text = makeLabel(look, kSmallFont, {}, kSignSide);
+    auto text = makeLabel(look, font::kSmall, {}, kSignSide);
     text->SetName(kFindings);
     auto line = std::make_unique<toolkit::CHorizontalLayoutUI>();
     line->SetFixedHeight(kSignSide);
@@ -168,17 +167,17 @@ std::unique_ptr<toolkit::CControlUI> SceneCards::makeRow(int row) {
     still->SetFixedHeight(kStillSize.height);
     auto heading = std::make_unique<toolkit::CHorizontalLayoutUI>();
     heading->SetFixedHeight(20);
-    auto name = makeLabel(look, kNameFont, core::displayText(m_scenes[card.scene].name), 20);
+    auto name = makeLabel(look, font::kBold, core::displayText(m_scenes[card.scene].name), 20);
     name->SetAttribute(u"endellipsis", u"true");
     heading->Add(std::move(name));
-    auto date = makeLabel(look, kSmallFont, momentText(card.time), 20);
+    auto date = makeLabel(look, font::kSmall, momentText(card.time), 20);
     date->SetFixedWidth(kDateWidth);
     date->SetAttribute(u"align", u"right");
     heading->Add(std::move(date));
     auto texts = std::make_unique<toolkit::CVerticalLayoutUI>();
     texts->SetPadding({13, 0, 0, 0});
     texts->Add(std::move(heading));
-    auto counts = makeLabel(look, kSmallFont, countsOf(card), 18);
+    auto counts = makeLabel(look, font::kSmall, countsOf(card), 18);
     counts->SetName(kCounts);
     texts->Add(std::move(counts));
     texts->Add(makeFindings(look));

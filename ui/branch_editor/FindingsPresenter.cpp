@@ -21,6 +21,7 @@
 #include "toolkit/layout/CHorizontalLayoutUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/FlagScope.h"
+#include "ui/Fonts.h"
 #include "ui/ListRow.h"
 #include "ui/branch_editor/ControlNames.h"
 
@@ -33,7 +34,6 @@ namespace {
 constexpr int kRowHeight = 29;
 constexpr int kSignSide = 16;
 constexpr int kPlaceWidth = 142;
-constexpr int kSmallFont = 4;
 constexpr const char* kFoldedKey = "findingsFolded";
 constexpr const char* kHeightKey = "findingsHeight";
 constexpr int kHeadHeight = 33;
@@ -271,7 +271,7 @@ std::unique_ptr<toolkit::CControlUI> FindingsPresenter::makeRow(int row) const {
     auto where = label(place);
     where->SetFixedWidth(kPlaceWidth);
     where->SetPadding({8, 0, 12, 0});
-    where->SetFont(kSmallFont);
+    where->SetFont(font::kSmall);
     where->SetAttribute(u"textcolor", u"hint");
     where->SetAttribute(u"align", u"right");
     auto layout = std::make_unique<toolkit::CHorizontalLayoutUI>();

@@ -14,6 +14,7 @@
 #include "toolkit/controls/MenuPopup.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/Fonts.h"
 #include "ui/branch_editor/ControlNames.h"
 
 namespace ui {
@@ -71,8 +72,9 @@ std::u16string LeadsPresenter::namesText() const {
         const std::u16string longer = text.empty() ? name : text + u", " + name;
         const std::u16string rest = andMore(branches.size() - i);
         toolkit::CPaintManagerUI& manager = m_controls.manager();
-        const int width =
-            manager.fonts().measure(longer + u", " + rest, manager.look().GetFont(0)).width;
+        const int width = manager.fonts()
+                              .measure(longer + u", " + rest, manager.look().GetFont(font::kBody))
+                              .width;
         if (!text.empty() && width > label->GetPos().width()) {
             return text + u", " + rest;
         }

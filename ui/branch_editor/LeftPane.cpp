@@ -8,6 +8,7 @@
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/controls/CSplitterUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/Fonts.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/preview/PreviewNames.h"
 
@@ -19,8 +20,6 @@ namespace {
 
 constexpr int kWide = 1240;
 constexpr int kMostWidth = 8192;
-constexpr int kBodyFont = 0;
-constexpr int kChosenFont = 5;
 constexpr const char* kShownKey = "leftPane";
 constexpr const char* kColumnKey = "columnWidth";
 
@@ -103,7 +102,7 @@ void LeftPane::arrange() {
     }
     for (const auto& [name, isChosen] : {std::pair(kMapTab, isMap), {kPreviewTab, !isMap}}) {
         if (auto* tab = m_controls.find<toolkit::COptionUI>(name)) {
-            tab->SetFont(isChosen ? kChosenFont : kBodyFont);
+            tab->SetFont(isChosen ? font::kBold : font::kBody);
             if (isChosen) {
                 tab->Selected(true);
             }

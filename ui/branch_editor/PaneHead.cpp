@@ -9,6 +9,7 @@
 #include "toolkit/controls/COptionUI.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/Fonts.h"
 #include "ui/branch_editor/ControlNames.h"
 #include "ui/preview/PreviewNames.h"
 
@@ -63,7 +64,7 @@ void showText(toolkit::CControlUI& control, bool shown) {
 int PaneHead::textWidth(toolkit::CControlUI& tab) const {
     toolkit::CPaintManagerUI* manager = GetManager();
     return manager != nullptr
-               ? manager->fonts().measure(textOf(tab), manager->look().GetFont(0)).width
+               ? manager->fonts().measure(textOf(tab), manager->look().GetFont(font::kBody)).width
                : 0;
 }
 

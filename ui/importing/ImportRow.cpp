@@ -12,6 +12,7 @@
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
 #include "toolkit/controls/CProgressUI.h"
+#include "ui/Fonts.h"
 #include "ui/importing/ImportTexts.h"
 
 namespace ui {
@@ -27,7 +28,6 @@ constexpr std::u16string_view kSign = u"SignRow";
 constexpr std::u16string_view kFirst = u"LabelRowState";
 constexpr std::u16string_view kSecond = u"LabelRowReason";
 constexpr std::u16string_view kBar = u"ProgressRow";
-constexpr int kSmallFont = 4;
 /// A longer reason takes the place of the facts as well, and some of the name's.
 constexpr std::size_t kShortReason = 26;
 
@@ -111,13 +111,13 @@ std::unique_ptr<CControlUI> makeImportRow(const ImportItem& item) {
     auto& icon = add<CControlUI>(*row, {}, u"11,12,16,16");
     icon.SetAttribute(u"icon", u"Video");
     icon.SetAttribute(u"icontint", u"muted");
-    auto& name = addLabel(*row, kName, u"35,0,230,39", 0);
+    auto& name = addLabel(*row, kName, u"35,0,230,39", font::kBody);
     name.SetText(core::displayText(core::fileName(item.source)));
     name.SetAttribute(u"textcolor", u"ink");
-    addLabel(*row, kFacts, u"273,0,146,39", kSmallFont);
+    addLabel(*row, kFacts, u"273,0,146,39", font::kSmall);
     add<CControlUI>(*row, kSign, u"423,12,16,16");
-    addLabel(*row, kFirst, u"445,0,164,39", kSmallFont);
-    addLabel(*row, kSecond, u"445,19,164,15", kSmallFont);
+    addLabel(*row, kFirst, u"445,0,164,39", font::kSmall);
+    addLabel(*row, kSecond, u"445,19,164,15", font::kSmall);
     auto& bar = add<toolkit::CProgressUI>(*row, kBar, u"423,26,170,5");
     bar.SetAttribute(u"trackcolor", u"rest");
     bar.SetAttribute(u"barcolor", u"primary");

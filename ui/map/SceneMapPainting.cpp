@@ -16,6 +16,7 @@
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/Fonts.h"
 #include "ui/map/MapColors.h"
 #include "ui/map/SceneMap.h"
 
@@ -32,8 +33,6 @@ constexpr std::array<std::u16string_view, 4> kBadges{u"End", u"", u"Zone", u"Dic
 constexpr core::Text kEmptyHeading = "The map is empty"_tr;
 constexpr core::Text kEmptyText =
     "Each branch you add appears here, with lines to the branches its actions lead to."_tr;
-constexpr int kBoldFont = 1;
-constexpr int kSmallFont = 4;
 constexpr int kEmptyEdge = 16;
 constexpr int kEmptyLine = 18;
 constexpr int kIcon = 12;       ///< in a row
@@ -109,7 +108,7 @@ void SceneMap::paintEmpty(platform::Canvas& canvas) const {
     toolkit::CPaintManagerUI& manager = *GetManager();
     toolkit::TextLook look;
     look.align = platform::TextAlign::center;
-    look.font = manager.look().GetFont(kBoldFont);
+    look.font = manager.look().GetFont(font::kHeading);
     look.color = color(Tone::ink);
     const Rect& pos = GetPos();
     Rect line{pos.left + kEmptyEdge, pos.top + pos.height() * 2 / 5, pos.right - kEmptyEdge, 0};
@@ -120,7 +119,7 @@ void SceneMap::paintEmpty(platform::Canvas& canvas) const {
                                 toolkit::IconState::normal);
     line.bottom = line.top + kEmptyLine + 2;
     toolkit::paintTextLine(canvas, manager.fonts(), core::tr(kEmptyHeading), line, look);
-    look.font = manager.look().GetFont(0);
+    look.font = manager.look().GetFont(font::kBody);
     look.color = color(Tone::hint);
     line.top = line.bottom + 4;
     for (const std::u16string& text :
@@ -137,7 +136,7 @@ void SceneMap::paintHeading(platform::Canvas& canvas) const {
          x < std::min(heading.right, GetPos().right); x += 6) {
         canvas.fillRect({x, heading.top, x + 4, heading.top + 1}, color(Tone::edge));
     }
-    paintText(canvas, core::trStored("Not reached from the first branch"_tr), heading, kSmallFont,
+    paintText(canvas, core::trStored("Not reached from the first branch"_tr), heading, font::kSmall,
               color(Tone::hint));
 }
 
@@ -169,13 +168,13 @@ void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
     text.left += 6;
     text.right -= 4;
     const map::MapBranch& content = m_scene->branches[at(branch)];
-    paintText(canvas, content.name, text, kSmallFont, color(Tone::ink));
+    paintText(canvas, content.name, text, font::kSmall, color(Tone::ink));
     if (chain >= 0) {
         text.top = name.bottom;
         text.bottom = box.bottom - 2;
         const std::size_t others = layout().chains[at(chain)].size() - 1;
-        paintText(canvas, core::trStored("AndMoreRows|and {0} more"_tr, {others}), text, kSmallFont,
-                  color(Tone::hint));
+        paintText(canvas, core::trStored("AndMoreRows|and {0} more"_tr, {others}), text,
+                  font::kSmall, color(Tone::hint));
     }
     if (form() == NodeForm::whole) {
         canvas.fillRect({box.left, name.bottom, box.right, name.bottom + 1}, color(Tone::line));
@@ -246,7 +245,7 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
             paintText(canvas,
                       core::trStored("AndMoreRows|and {0} more"_tr,
                                      {content.actions.size() - map::kMostRows}),
-                      row, kSmallFont, color(Tone::hint));
+                      row, font::kSmall, color(Tone::hint));
             return;
         }
         const MapAction& action = content.actions[i];
@@ -258,7 +257,7 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
         const std::string text = action.isBroken()                ? action.target
                                  : !hasLine && action.branch >= 0 ? "\xE2\x86\xA9 " + action.target
                                                                   : action.text;
-        paintText(canvas, text, row, kSmallFont,
+        paintText(canvas, text, row, font::kSmall,
                   color(action.isBroken() ? Tone::danger : Tone::muted));
         if (action.immediate) {
             const Rect bolt = Rect::at(box.right - 16, badge.top, 14, 14);
@@ -275,7 +274,7 @@ void SceneMap::paintBadge(platform::Canvas& canvas, const MapAction& action,
     const std::u16string_view icon = kBadges.at(isKnown ? at(action.type) : 0);
     toolkit::CPaintManagerUI& manager = *GetManager();
     if (icon.empty()) {
-        canvas.drawText(core::displayText(action.letter), box, manager.look().GetFont(kSmallFont),
+        canvas.drawText(core::displayText(action.letter), box, manager.look().GetFont(font::kSmall),
                         color(Tone::onKind), platform::TextAlign::center);
     } else {
         const platform::ClipScope clip(canvas, canvas.clip().intersected(box));

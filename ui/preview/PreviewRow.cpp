@@ -7,6 +7,7 @@
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/Fonts.h"
 
 namespace ui {
 namespace {
@@ -22,8 +23,6 @@ constexpr int kTextLeft = 34;
 constexpr int kNumberLeft = 12;
 constexpr int kPathTextLeft = 32;
 constexpr int kTimeWidth = 60;
-constexpr int kSmallFont = 4;
-constexpr int kBoldFont = 1;
 constexpr int kGap = 3;
 
 } // namespace
@@ -56,7 +55,7 @@ void PreviewRow::paintBadge(platform::Canvas& canvas, const Rect& box) {
     const toolkit::Palette& colors = GetManager()->look().palette();
     toolkit::fillRoundBox(canvas, box, 3, colors[m_look.badgeTone]);
     if (m_look.icon.empty()) {
-        paintLine(canvas, m_look.badge, box, kSmallFont, colors[Tone::onKind], TextAlign::center);
+        paintLine(canvas, m_look.badge, box, font::kSmall, colors[Tone::onKind], TextAlign::center);
     } else {
         paintIcon(canvas);
     }
@@ -82,20 +81,21 @@ void PreviewRow::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
     } else {
         paintLine(canvas, m_look.number,
                   {box.left + kNumberLeft, box.top + 3, left, box.top + box.height() / 2 + 2},
-                  kBoldFont, ink, TextAlign::left);
+                  font::kHeading, ink, TextAlign::left);
     }
     const int right = box.right - kInset - (m_look.time.empty() ? 0 : kTimeWidth);
     const int middle = box.top + box.height() / 2;
     if (m_look.detail.empty()) {
-        paintLine(canvas, m_look.name, {left, box.top, right, box.bottom}, 0, ink, TextAlign::left);
+        paintLine(canvas, m_look.name, {left, box.top, right, box.bottom}, font::kBody, ink,
+                  TextAlign::left);
     } else {
-        paintLine(canvas, m_look.name, {left, box.top + 3, right, middle + 2}, 0, ink,
+        paintLine(canvas, m_look.name, {left, box.top + 3, right, middle + 2}, font::kBody, ink,
                   TextAlign::left);
         paintLine(canvas, m_look.detail, {left, middle, box.right - kInset, box.bottom - 2},
-                  kSmallFont, hint, TextAlign::left);
+                  font::kSmall, hint, TextAlign::left);
     }
-    paintLine(canvas, m_look.time, {right, box.top + 3, box.right - kInset, middle + 2}, kSmallFont,
-              hint, TextAlign::right);
+    paintLine(canvas, m_look.time, {right, box.top + 3, box.right - kInset, middle + 2},
+              font::kSmall, hint, TextAlign::right);
 }
 
 } // namespace ui

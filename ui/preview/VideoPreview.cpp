@@ -16,6 +16,7 @@
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/Fonts.h"
 
 namespace ui {
 namespace {
@@ -25,7 +26,6 @@ using toolkit::Tone;
 constexpr unsigned kTickTimer = 1;
 constexpr int kTickMs = 8;
 constexpr double kOutlineWidth = 1.5;
-constexpr int kSmallFont = 4;
 constexpr int kTagInset = 10;
 constexpr int kTagPadding = 6;
 constexpr int kTagHeight = 20;
@@ -168,7 +168,7 @@ void VideoPreview::DoPaint(platform::Canvas& canvas, const Rect& /*dirty*/) {
 void VideoPreview::paintHint(platform::Canvas& canvas) const {
     toolkit::CPaintManagerUI& manager = *GetManager();
     toolkit::TextLook look;
-    look.font = manager.look().GetFont(kSmallFont);
+    look.font = manager.look().GetFont(font::kSmall);
     look.color = manager.look().palette()[Tone::onStage];
     look.align = platform::TextAlign::center;
     Rect box = GetPos();
@@ -208,7 +208,7 @@ void VideoPreview::paintTag(platform::Canvas& canvas, std::u16string_view text, 
     }
     toolkit::CPaintManagerUI& manager = *GetManager();
     toolkit::TextLook look;
-    look.font = manager.look().GetFont(kSmallFont);
+    look.font = manager.look().GetFont(font::kSmall);
     look.color = manager.look().palette()[Tone::onTag];
     const int most = std::max(pictureRect().right - at.x - kTagInset, 0);
     const int width =
