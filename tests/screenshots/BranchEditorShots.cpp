@@ -77,6 +77,7 @@ void takePreview(Photographer& photographer) {
     driver.click(u"SliderPreview");
     driver.click(u"CheckShowZones");
     driver.click(*driver.get<toolkit::CListUI>(u"ListChoices").GetItemAt(0));
+    settle(*window);
     photographer.shoot("Preview", *window);
 }
 
