@@ -287,6 +287,38 @@ TEST_F(ZoneEditFollow, LostSightIsSaidAndWhatWasFoundIsOffered) {
     EXPECT_FALSE(panelShows());
 }
 
+TEST_F(ZoneEditFollow, WhileItRunsItCanBeStoppedAcceptedAndGivenUpByAnyStep) {
+    showBox(300);
+    drawZone();
+    const auto drawn = points(0, 299);
+    const auto start = [this] {
+        goTo(0);
+        press(Key::f);
+        ASSERT_TRUE(test::pumpUntil([&] {
+            return m_driver->textOf(u"LabelFollow").find(u"frame 0 ") == std::u16string::npos;
+        }));
+    };
+    const std::size_t steps = m_window->session().history().position();
+    start();
+    m_driver->click(u"ButtonFollowStop");
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(m_driver->textOf(u"LabelFollow").substr(0, 18), u"Followed to frame ");
+    m_driver->click(u"ButtonFollowDiscard");
+    EXPECT_EQ(m_window->session().history().position(), steps);
+    start();
+    m_driver->click(u"ButtonFollowAccept");
+    ASSERT_TRUE(test::pumpUntil([&] { return !panelShows(); }));
+    EXPECT_EQ(m_window->session().history().position(), steps + 1);
+    EXPECT_NE(points(0, 1), drawn);
+    EXPECT_EQ(points(0, 299), drawn) << "it had not come to its end";
+    start();
+    m_driver->click(u"ButtonUndo");
+    EXPECT_FALSE(panelShows());
+    EXPECT_EQ(points(0, 1), drawn);
+    test::pump();
+    EXPECT_EQ(m_window->session().history().position(), steps) << "nor does it come later";
+}
+
 TEST_F(ZoneEditFollow, EscAndStopEndItAtOnceAndTheWindowMayCloseMeanwhile) {
     showBox(300);
     drawZone();

@@ -168,6 +168,53 @@ TEST_F(ZoneEditGesture, TheOthersWorkAlikeWhateverTheZoomAndTheScreen) {
     }
 }
 
+TEST_F(ZoneEditGesture, KeysWorkAlikeWhateverTheZoomAndTheScreen) {
+    for (const double enlarged : {1.0, 2.0}) {
+        m_gui.windows().setZoom(enlarged);
+        for (const int zoom : {0, 3}) { // all of it; 200 %
+            show(21, 1);
+            m_driver->pick(u"ComboZoom", zoom);
+            drawSquare();
+            const Points square = points(0, 0);
+            const std::pair<Key, const char16_t*> choices[] = {
+                {Key::digit2, u"OptionAddPoint"},
+                {Key::digit4, u"OptionDeletePoint"},
+                {Key::digit3, u"OptionAddMultiPoint"},
+                {Key::enter, u"OptionMovePoint"},
+                {Key::o, u"CheckOnion"},
+                {Key::l, u"CheckLoupe"}};
+            for (const auto& [key, option] : choices) {
+                press(key);
+                EXPECT_TRUE(isChecked(*m_driver, option));
+            }
+            press(Key::o);
+            press(Key::l);
+            press(Key::a);
+            EXPECT_FALSE(zones().isActive(0, 20));
+            m_driver->press(Key::c, kControl);
+            goTo(10);
+            drag({on(540, 340), on(560, 350), on(580, 340)}, {});
+            EXPECT_EQ(points(0, 10)[0], (Point{540, 300}));
+            goTo(5);
+            press(Key::i);
+            EXPECT_EQ(points(0, 5)[0], (Point{520, 300}));
+            m_driver->press(Key::i, kShift);
+            drag({on(560, 340), on(560, 360)}, {});
+            EXPECT_EQ(points(0, 5)[0], (Point{520, 320}));
+            EXPECT_EQ(points(0, 1)[0], (Point{504, 304}));
+            m_driver->press(Key::i, kShift);
+            goTo(12);
+            m_driver->manager().SetFocus(nullptr);
+            m_driver->press(Key::v, kControl);
+            EXPECT_EQ(points(0, 12), square);
+            press(Key::space);
+            EXPECT_EQ(m_driver->get(u"ButtonPlayVideo").accessibleName(), u"Pause");
+            m_driver->press(Key::escape);
+            EXPECT_EQ(m_driver->get(u"ButtonPlayVideo").accessibleName(), u"Play");
+        }
+    }
+}
+
 TEST_F(ZoneEditGesture, ADragWithCtrlTellsItsMeasureAndEscTakesItBack) {
     show(5, 1);
     drawSquare();
