@@ -56,6 +56,7 @@ using PreparedTexts = std::unordered_map<std::string_view, std::shared_ptr<const
 struct Current {
     std::mutex mutex; ///< guards what follows
     std::shared_ptr<const Translations> texts;
+    bool isEnglish = true;
     bool countsNone = false; ///< none takes the singular
     // Looking a text up takes far longer than filling it in, and lists show the same one often.
     PreparedTexts plain;
@@ -275,10 +276,18 @@ std::u16string trKeys(std::u16string_view text) {
     return translated ? displayText(*translated) : std::u16string(text);
 }
 
+bool isEnglish() {
+    Current& shared = current();
+    const std::lock_guard lock(shared.mutex);
+    return shared.isEnglish;
+}
+
 void setTexts(std::shared_ptr<const Translations> texts) {
     Current& shared = core::current();
     const std::lock_guard lock(shared.mutex);
-    shared.countsNone = texts != nullptr && lowerCase(texts->language()) == "french";
+    const std::string language = texts != nullptr ? lowerCase(texts->spelledLanguage()) : "";
+    shared.isEnglish = language.empty() || language == "english";
+    shared.countsNone = language == "french";
     shared.plain.clear();
     shared.counted.clear();
     shared.texts = std::move(texts);

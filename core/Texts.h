@@ -81,6 +81,8 @@ template <class... Parts>
 
 /// What all texts are looked up in from now on; null: English as it stands in the code.
 void setTexts(std::shared_ptr<const Translations> texts);
+/// Whether that is English, as it is for a language without any text.
+[[nodiscard]] bool isEnglish();
 
 } // namespace core
 

@@ -47,6 +47,14 @@ std::shared_ptr<Translations> Translations::in(const std::string& language) cons
     return other;
 }
 
+std::string Translations::spelledLanguage() const {
+    const auto found =
+        std::find_if(m_languages.begin(), m_languages.end(), [&](const std::string& language) {
+            return lowerCase(language) == lowerCase(m_language);
+        });
+    return found != m_languages.end() ? *found : std::string();
+}
+
 bool Translations::load(const std::string& path) {
     if (!isFolder(path)) {
         return loadFile(path);

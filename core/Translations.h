@@ -32,6 +32,8 @@ public:
     [[nodiscard]] std::optional<std::string> find(const std::string& key) const;
 
     [[nodiscard]] const std::string& language() const { return m_language; }
+    /// The current language as the files spell it; empty if they have no texts in it.
+    [[nodiscard]] std::string spelledLanguage() const;
     /// The same texts with another current language.
     [[nodiscard]] std::shared_ptr<Translations> in(const std::string& language) const;
     /// The languages for which the files have texts, as spelled there.

@@ -11,11 +11,11 @@ namespace {
 
 constexpr double kLongest = 360'000; ///< seconds: what claims to be longer is damaged or a guess
 
+} // namespace
+
 std::string twoDigits(long long number) {
     return (number < 10 ? "0" : "") + std::to_string(number);
 }
-
-} // namespace
 
 std::u16string lengthText(double seconds) {
     if (!(seconds >= 0) || seconds > kLongest) {

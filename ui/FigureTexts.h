@@ -8,6 +8,8 @@
 
 namespace ui {
 
+/// "07", of a number from 0.
+[[nodiscard]] std::string twoDigits(long long number);
 /// "0:04.25" in every language; empty for a length that none can be.
 [[nodiscard]] std::u16string lengthText(double seconds);
 /// "0:38"; empty for what is unknown or takes too long to say.

@@ -35,7 +35,7 @@ std::string pageAbout(const std::string& window, const std::string& language,
 
 void openManual(const WindowContext& context, const std::string& window) {
     const auto& texts = context.services.translations;
-    const std::string page = pageAbout(window, texts ? texts->language() : std::string(),
+    const std::string page = pageAbout(window, texts ? texts->spelledLanguage() : std::string(),
                                        context.services.installation.folder);
     platform::Desktop& desktop = context.gui.desktop();
     if (!core::isFile(page) || !desktop.openFile(page)) {

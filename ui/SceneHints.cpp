@@ -6,11 +6,10 @@
 #include "core/FileError.h"
 #include "core/Paths.h"
 #include "core/Reason.h"
-#include "core/Services.h"
 #include "core/Text.h"
 #include "core/Texts.h"
-#include "platform/Clock.h"
 #include "scene/SceneFolders.h"
+#include "ui/TimeTexts.h"
 
 namespace ui {
 
@@ -147,7 +146,7 @@ std::u16string unreadableVideoText(const std::string& path) {
 }
 
 std::u16string savedText() {
-    return core::tr("Saved at {0}."_tr, core::services().clock->localTimeText());
+    return core::tr("Saved at {0}."_tr, nowText());
 }
 
 } // namespace ui

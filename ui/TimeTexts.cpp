@@ -4,8 +4,10 @@
 #include <cstddef>
 
 #include "core/Services.h"
+#include "core/Text.h"
 #include "core/Texts.h"
 #include "platform/Clock.h"
+#include "ui/FigureTexts.h"
 
 namespace ui {
 namespace {
@@ -16,10 +18,6 @@ platform::LocalTime local(std::int64_t time) {
 
 platform::LocalTime now() {
     return local(core::services().clock->now());
-}
-
-std::string twoDigits(int number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
 }
 
 constexpr std::array kMonths{
@@ -49,6 +47,15 @@ constexpr std::int64_t kSecondsOfDay = 86'400;
 std::u16string timeText(std::int64_t time) {
     const platform::LocalTime at = local(time);
     return core::tr("Time.OfDay|{0}:{1}"_tr, twoDigits(at.hour), twoDigits(at.minute));
+}
+
+std::u16string nowText() {
+    if (core::isEnglish()) {
+        return core::displayText(core::services().clock->localTimeText());
+    }
+    const platform::LocalTime at = now();
+    return core::tr("Time.Exact|{0}:{1}:{2}"_tr, twoDigits(at.hour), twoDigits(at.minute),
+                    twoDigits(at.second));
 }
 
 std::u16string dateText(std::int64_t time) {

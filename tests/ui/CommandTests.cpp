@@ -213,7 +213,8 @@ TEST_F(Commands, OfEveryWindowOpenTheManualOrSayWhyNot) {
     support::writeBytes("Manual/Commands.html", "");
     openManual();
     EXPECT_TRUE(m_gui.userDesktop.opened.back().ends_with("Commands.html")) << "its own page";
-    m_services.translations = std::make_shared<core::Translations>("German");
+    support::writeBytes("Languages.ini", "[Language:German]\nManual = Handbuch\n");
+    m_services.translations = core::Translations::create("Languages.ini", "german");
     openManual();
     EXPECT_EQ(m_gui.userDesktop.opened.back(), *(m_gui.userDesktop.opened.end() - 2));
     support::writeBytes("Manual/German/index.html", "");

@@ -5,6 +5,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/EditorSettings.h"
@@ -244,6 +246,21 @@ TEST_F(BranchEditorMenu, AnotherLanguageShowsTheScreenAgainAndNeverAMixture) {
     show();
     EXPECT_EQ(m_driver->textOf(u"ButtonSave"), u"Speichern");
     EXPECT_EQ(m_driver->textOf(u"EditBranchName"), u"B") << "where it was";
+    core::setTexts(nullptr);
+}
+
+TEST_F(BranchEditorMenu, TheTimeOfSavingFollowsTheLanguage) {
+    const std::pair<const char*, std::u16string_view> languages[] = {
+        {"english", u"Saved at 03:07:41 PM."},
+        {"Klingon", u"Saved at 03:07:41 PM."},
+        {"german", u"Gespeichert um 22:13:20."},
+    };
+    for (const auto& [language, shown] : languages) {
+        core::setTexts(m_services.translations->in(language));
+        makeScene({"A"});
+        show().click(u"ButtonSave");
+        EXPECT_EQ(m_driver->textOf(u"LabelStatus").substr(0, shown.size()), shown);
+    }
     core::setTexts(nullptr);
 }
 
