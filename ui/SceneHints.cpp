@@ -1,6 +1,7 @@
 #include "ui/SceneHints.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 
 #include "core/FileError.h"
@@ -18,6 +19,24 @@ namespace {
 /// `text`, and that it is true of more than the first of `count`.
 std::u16string andMore(const std::u16string& text, std::size_t count) {
     return count > 1 ? core::tr("AndMore|{0} (and {1} more)"_tr, text, count - 1) : text;
+}
+
+/// What is said of a clip that cannot be played, as theora::probeClip has it.
+constexpr std::array kRefusals{
+    "Error parsing Theora stream headers."_tr,
+    "Error parsing vorbis stream headers"_tr,
+    "invalid theora stream"_tr,
+    "End of file found prematurely"_tr,
+    "Can't open video file"_tr,
+    "Can't read video file"_tr,
+    "out of memory"_tr,
+};
+
+std::u16string refusalText(const std::string& reason) {
+    const auto* const known =
+        std::find_if(kRefusals.begin(), kRefusals.end(),
+                     [&](const core::Text& text) { return text.source == reason; });
+    return known != kRefusals.end() ? core::tr(*known) : core::displayText(reason);
 }
 
 } // namespace
@@ -74,9 +93,9 @@ std::u16string importProblem(const jobs::ImportOutcome& outcome) {
     }
     std::u16string faulty;
     if (!outcome.faulty.empty()) {
-        faulty = andMore(
-            core::tr("\"{0}\" cannot be played: {1}"_tr, outcome.faulty.front(), outcome.fault),
-            outcome.faulty.size());
+        faulty = andMore(core::tr("\"{0}\" cannot be played: {1}"_tr, outcome.faulty.front(),
+                                  refusalText(outcome.fault)),
+                         outcome.faulty.size());
     }
     std::u16string unplayable;
     if (!outcome.notTheora.empty()) {

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <regex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -14,12 +15,16 @@
 #include "core/Texts.h"
 #include "import/Converter.h"
 #include "import/ImportTypes.h"
+#include "jobs/ImportOutcome.h"
+#include "platform/FileSystem.h"
 #include "publish/PublishJob.h"
 #include "recovery/Backups.h"
 #include "scene/SceneFolders.h"
+#include "src/TheoraProbe.h"
 #include "tests/skin/CutTexts.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FixedClock.h"
+#include "tests/support/OggPager.h"
 #include "tests/support/PseudoTexts.h"
 #include "tests/support/windows/EditorTest.h"
 #include "toolkit/controls/CMenuUI.h"
@@ -28,6 +33,7 @@
 #include "ui/EarlierVersions.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
+#include "ui/SceneHints.h"
 #include "ui/SettingsWindow.h"
 #include "ui/VersionHistory.h"
 #include "ui/importing/ImportRow.h"
@@ -47,7 +53,7 @@ constexpr const char* kClip = "2.ogv";
 
 /// What stays as it is in every language: keys of one letter, F1 to F12, files, folders, names.
 const std::regex kNoTexts(
-    R"(\b[A-Z]\b|\bF\d+\b|[\w/.\\:-]*\.(ogv|mp4|mov|js|html)\b|Quorvel|[\w/.\\:-]*ffmpeg|([A-Z]:)?[\\/][\w\\/.-]*|)"
+    R"(\b[A-Z]\b|\bF\d+\b|[\w/.\\:-]*\.(ogv|mp4|mov|js|html)\b|Quorvel|Published/1|[\w/.\\:-]*ffmpeg|([A-Z]:)?[\\/][\w\\/.-]*|)"
     "Pseudo|English|Deutsch|Fran\xC3\xA7"
     "ais|Espa\xC3\xB1ol|Nederlands");
 
@@ -190,6 +196,36 @@ TEST_P(WindowTexts, OfTheBranchEditor) {
     driver.click(u"ButtonExit");
 }
 
+TEST_P(WindowTexts, OfClipsThatCannotBePlayed) {
+    const support::Bytes clip = support::makeClip({.sound = support::Sound::after});
+    const auto damaged = [&](int serial, const std::string& packet) {
+        const support::Bytes page =
+            support::OggPager(serial).pages({{{packet.begin(), packet.end()}, 0}}, {})[0].bytes;
+        constexpr std::ptrdiff_t kFirstPage = 70;
+        return std::string(clip.begin(), clip.begin() + kFirstPage) +
+               std::string(page.begin(), page.end());
+    };
+    const int serial = clip[14] + 256 * clip[15]; // of the page; the rest is 0
+    const std::string files[] = {std::string(clip.begin(), clip.begin() + 100),
+                                 damaged(serial, "frame"), damaged(serial, "\x81theora and more"),
+                                 damaged(serial + 1, "\x01vorbis and more")};
+    std::set<std::string> reasons;
+    for (const std::string& bytes : files) {
+        support::writeBytes("5.ogv", bytes);
+        theora::Probe probe = theora::probeClip("5.ogv", platform::nativeFileSystem());
+        EXPECT_TRUE(reasons.insert(probe.reason).second) << probe.reason;
+        jobs::ImportOutcome outcome;
+        outcome.note("5.ogv", {.result = jobs::ImportResult::copied, .probe = probe});
+        const std::u16string text = ui::importProblem(outcome);
+        if (GetParam() == kPseudo) {
+            expectTranslated(text, probe.reason);
+        } else {
+            EXPECT_EQ(core::storedText(text).find(probe.reason) != std::string::npos,
+                      GetParam() == "English");
+        }
+    }
+}
+
 TEST_P(WindowTexts, OfImportingAndPublishing) {
     using imports::ImportState;
     makeScene();
@@ -230,10 +266,12 @@ TEST_P(WindowTexts, OfImportingAndPublishing) {
     window->showProgress({"2.ogv", 3, 4, 58, 38});
     expectTexts(driver, "publishing");
     publish::PublishResult result;
-    result.failure = publish::PublishFailure::notSaved;
     result.state = publish::PublishResult::State::failed;
-    window->showResult(result);
-    expectTexts(driver, "not published");
+    for (int kind = 1; kind <= static_cast<int>(publish::PublishFailure::noMemory); ++kind) {
+        result.failure = static_cast<publish::PublishFailure>(kind);
+        window->showResult(result);
+        expectTexts(driver, "not published");
+    }
     result.state = publish::PublishResult::State::published;
     result.fileCount = 13;
     result.videoCount = 4;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <regex>
 #include <sstream>
 
 #include "tests/support/TempFolder.h"
@@ -15,16 +16,23 @@ constexpr char16_t kOpenSign = 0x2039;
 constexpr char16_t kCloseSign = 0x203A;
 constexpr std::size_t kLongestLine = 196; ///< bytes that the reader takes
 
+/// `text` with its places outside of the signs, as what comes there is looked up by itself.
+std::string withOpenPlaces(const std::string& text) {
+    static const std::regex place(R"(\{\d\})");
+    return std::regex_replace(text, place, std::string(kClose) + "$&" + std::string(kOpen));
+}
+
 /// A line "Key = text" in the pseudo language.
 std::string pseudoLine(const std::string& line) {
     const std::size_t text = line.find('=') + 2;
+    const std::string open = withOpenPlaces(line.substr(text));
     std::string filler;
     const std::size_t more = (line.size() - std::min(text, line.size())) * 2 / 5;
     while (filler.size() + 2 < more) { // the signs are as wide as one letter
         filler += filler.size() % 6 == 0 ? ' ' : 'e';
     }
-    const std::size_t room = kLongestLine - std::min(kLongestLine, line.size() + 6);
-    return line.substr(0, text) + std::string(kOpen) + line.substr(text) + filler.substr(0, room) +
+    const std::size_t room = kLongestLine - std::min(kLongestLine, text + open.size() + 6);
+    return line.substr(0, text) + std::string(kOpen) + open + filler.substr(0, room) +
            std::string(kClose);
 }
 
@@ -53,9 +61,7 @@ std::u16string notTranslated(std::u16string_view text) {
     int depth = 0;
     for (const char16_t sign : text) {
         depth += sign == kOpenSign ? 1 : 0;
-        if (depth == 0) {
-            rest += sign;
-        }
+        rest += depth == 0 ? sign : u' '; // names on both sides stay apart
         depth -= sign == kCloseSign && depth > 0 ? 1 : 0;
     }
     return rest;

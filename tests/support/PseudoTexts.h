@@ -1,5 +1,6 @@
 // The language "Pseudo": every text of the English catalogue between signs that no text has, and
-// two fifths longer. What a window shows outside of the signs has not been looked up.
+// two fifths longer. What a text's places are filled with stands outside of its signs. What a
+// window shows there has not been looked up.
 #pragma once
 
 #include <memory>
