@@ -76,10 +76,10 @@ int runProgram(const std::string& commandLine, const GuiFactory& createGui,
     return exitCode;
 }
 
-int refuseToStart(const std::string& problem, const GuiFactory& createGui) {
-    core::Log::get()->Error("%s", problem.c_str());
+int refuseToStart(const StartProblem& problem, const GuiFactory& createGui) {
+    core::Log::get()->Error("%s", problem.logged.c_str());
     if (const std::unique_ptr<platform::Gui> gui = createGui()) {
-        gui->desktop().showError("Quorvel", problem);
+        gui->desktop().showError("Quorvel", problem.shown);
     }
     return kFailure;
 }

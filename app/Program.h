@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "app/services/StartProblem.h"
 #include "app/state/Installation.h"
 #include "platform/Gui.h"
 
@@ -23,6 +24,6 @@ using GuiFactory = std::function<std::unique_ptr<platform::Gui>()>;
 
 /// Reports in a message box, the log and stderr why the program cannot start. Returns the
 /// exit code for that.
-[[nodiscard]] int refuseToStart(const std::string& problem, const GuiFactory& createGui);
+[[nodiscard]] int refuseToStart(const StartProblem& problem, const GuiFactory& createGui);
 
 } // namespace app

@@ -16,10 +16,18 @@
 
 namespace {
 
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
 /// Where the program works, or what its start script could not prepare.
 app::StartFolder startFolder() {
     if (const char* problem = std::getenv("QUORVEL_START_PROBLEM")) {
-        return {false, problem, {}};
+        return {false,
+                app::scriptProblem(variable("QUORVEL_START_FOLDER"), variable("QUORVEL_INSTALLED"),
+                                   problem),
+                {}};
     }
     return app::enterStartFolder(platform::programFolder(), platform::userFolders());
 }

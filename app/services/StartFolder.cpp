@@ -3,6 +3,7 @@
 #include "app/services/UserTree.h"
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "platform/FileSystem.h"
 #include "scene/SceneFolders.h"
 
@@ -16,14 +17,13 @@ bool hasSkin(const std::string& folder = {}) {
     return core::isFolder(folder + kSkinFolder) || core::isFile(folder + kSkinArchive);
 }
 
-std::string missingSkin(const std::string& startedIn) {
-    std::string problem = "Quorvel cannot start because its folder \"UI\" is missing.\n\n"
-                          "Looked for in:\n" +
-                          startedIn;
-    if (const std::string now = core::services().fileSystem->currentFolder(); now != startedIn) {
-        problem += '\n' + now;
-    }
-    return problem;
+StartProblem missingSkin(const std::string& startedIn, const std::string& installed) {
+    const std::string now = core::services().fileSystem->currentFolder();
+    return startProblem({now, installed}, [&] {
+        return core::trStored("Quorvel cannot start because its folder \"UI\" is missing."_tr) +
+               "\n\n" + core::trStored("Looked for in:"_tr) + "\n" + startedIn +
+               (now != startedIn ? "\n" + now : std::string());
+    });
 }
 
 StartFolder enterUserTree(const std::string& programFolder, const platform::UserFolders& user) {
@@ -41,7 +41,7 @@ StartFolder enterUserTree(const std::string& programFolder, const platform::User
     }
     result.isOurs = true;
     if (!hasSkin() && !hasSkin(result.installation.folder)) {
-        result.problem = missingSkin(programFolder);
+        result.problem = missingSkin(programFolder, programFolder);
     }
     return result;
 }
@@ -62,7 +62,7 @@ StartFolder enterStartFolder(const std::string& programFolder, const platform::U
     // A folder "Scenes" alone proves nothing: a "Log.html" beside it may be anybody's.
     result.isOurs = hasSkin() || files.currentFolder() == programFolder;
     if (!hasSkin()) {
-        result.problem = missingSkin(startedIn);
+        result.problem = missingSkin(startedIn, programFolder);
     }
     return result;
 }

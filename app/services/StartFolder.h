@@ -3,14 +3,15 @@
 
 #include <string>
 
+#include "app/services/StartProblem.h"
 #include "app/state/Installation.h"
 #include "platform/Environment.h"
 
 namespace app {
 
 struct StartFolder {
-    bool isOurs = false; ///< the current folder is the product's, so the log may be written there
-    std::string problem; ///< why the program cannot start, for its user; empty if it can
+    bool isOurs = false;  ///< the current folder is the product's, so the log may be written there
+    StartProblem problem; ///< why the program cannot start; empty if it can
     app_state::Installation installation; ///< filled where all users share it
 };
 

@@ -8,7 +8,9 @@
 #include "core/EditorSettings.h"
 #include "core/Log.h"
 #include "core/Paths.h"
+#include "core/Reason.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "jobs/VideoImport.h"
 #include "platform/FileSystem.h"
 #include "scene/SceneFolders.h"
@@ -18,6 +20,7 @@ namespace {
 
 constexpr const char* kSharedFile = "AllUsers.ini";
 constexpr const char* kSettings = "Settings/Settings.ini";
+constexpr const char* kTemplate = "../../Template";
 constexpr int kMaxDepth = 8;
 
 platform::FileSystem& files() {
@@ -68,31 +71,47 @@ bool isAbsolute(const std::string& path) {
            (path.size() > 2 && path[1] == ':' && (path[2] == '\\' || path[2] == '/'));
 }
 
-/// Returns why it failed.
-std::string copyFile(const std::string& from, const std::string& to) {
-    jobs::ImportProgress progress;
-    const jobs::ImportReport report = jobs::importVideo(files(), from, to, progress, [] {});
-    const bool isThere = report.result == jobs::ImportResult::copied;
-    return isThere ? std::string() : "This file cannot be copied:\n" + from + "\n" + report.reason;
+/// Why the tree could not be made.
+struct Failure {
+    core::Text text{}; ///< empty: the reason says it all
+    std::string path{};
+    std::string reason{}; ///< in English or the system's words
+
+    [[nodiscard]] bool isNone() const { return text.empty() && reason.empty(); }
+    [[nodiscard]] std::string told() const {
+        std::string whole = text.empty() ? std::string() : core::trStored(text);
+        for (const std::string& line : {path, core::trReason(reason)}) {
+            whole += (whole.empty() || line.empty() ? "" : "\n") + line;
+        }
+        return whole;
+    }
+};
+
+Failure systemFailure(int error) {
+    return {{}, {}, files().errorText(error)};
 }
 
-/// Copies over what an earlier try has left. Returns why that failed.
-std::string copyTo(const std::string& from, const std::string& to, int depth = 0) {
+Failure copyFile(const std::string& from, const std::string& to) {
+    jobs::ImportProgress progress;
+    const jobs::ImportReport report = jobs::importVideo(files(), from, to, progress, [] {});
+    return report.result == jobs::ImportResult::copied
+               ? Failure()
+               : Failure{"This file cannot be copied:"_tr, from, report.reason};
+}
+
+/// Copies over what an earlier try has left.
+Failure copyTo(const std::string& from, const std::string& to, int depth = 0) {
     core::createFolders(files(), to + "/");
     std::vector<platform::FolderEntry> entries;
     if (depth == kMaxDepth || !files().list(from, entries)) {
-        return "This folder cannot be copied:\n" + from;
+        return {"This folder cannot be copied:"_tr, from};
     }
-    std::string failure;
+    Failure failure;
     for (const platform::FolderEntry& entry : entries) {
         const std::string source = in(from, entry.name);
         const std::string target = in(to, entry.name);
-        if (entry.isFolder) {
-            failure = copyTo(source, target, depth + 1);
-        } else {
-            failure = copyFile(source, target);
-        }
-        if (!failure.empty()) {
+        failure = entry.isFolder ? copyTo(source, target, depth + 1) : copyFile(source, target);
+        if (!failure.isNone()) {
             break;
         }
     }
@@ -100,7 +119,7 @@ std::string copyTo(const std::string& from, const std::string& to, int depth = 0
 }
 
 /// Gives the folder its name once it is whole. Nothing to do where there is one, or none to copy.
-std::string makeScenes(const std::string& from, const std::string& workingFolder) {
+Failure makeScenes(const std::string& from, const std::string& workingFolder) {
     const std::string scenes = in(workingFolder, scene::kScenesFolder);
     const auto isDone = [&] { return core::isFolder(scenes) || !core::isFolder(from); };
     if (isDone()) {
@@ -110,34 +129,33 @@ std::string makeScenes(const std::string& from, const std::string& workingFolder
     // Of two programs that start at once, one makes the scenes of both.
     const auto lock = files().lockFile(in(workingFolder, "Scenes.lock"), error);
     if (!lock) {
-        return error != 0 ? files().errorText(error) : std::string();
+        return error != 0 ? systemFailure(error) : Failure();
     }
-    std::string failure;
+    Failure failure;
     if (!isDone()) {
         failure = copyTo(from, scenes + ".part");
-        if (failure.empty() && !files().replaceFile(scenes + ".part", scenes, error) &&
+        if (failure.isNone() && !files().replaceFile(scenes + ".part", scenes, error) &&
             !core::isFolder(scenes)) {
-            failure = files().errorText(error);
+            failure = systemFailure(error);
         }
     }
     lock->remove();
     return failure;
 }
 
-/// Returns why it failed.
-std::string prepare(const std::string& programFolder, const std::string& tree) {
+Failure prepare(const std::string& programFolder, const std::string& tree) {
     const std::string workingFolder = in(tree, app_state::kTreeWorkingFolder);
     const std::string settings = in(tree, kSettings);
-    const std::string given = in(programFolder, "../../Template");
+    const std::string given = in(programFolder, kTemplate);
     core::createFolders(files(), in(workingFolder, {}));
     core::createFolders(files(), settings);
     int error = 0;
     if (!core::isFolder(workingFolder) && !files().createFolder(workingFolder, error)) {
-        return files().errorText(error);
+        return systemFailure(error);
     }
-    std::string failure = makeScenes(
-        in(in(given, app_state::kTreeWorkingFolder), scene::kScenesFolder), workingFolder);
-    if (failure.empty() && core::isFile(in(given, kSettings)) && !core::isFile(settings)) {
+    Failure failure = makeScenes(in(in(given, app_state::kTreeWorkingFolder), scene::kScenesFolder),
+                                 workingFolder);
+    if (failure.isNone() && core::isFile(in(given, kSettings)) && !core::isFile(settings)) {
         failure = copyFile(in(given, kSettings), settings);
     }
     return failure;
@@ -155,18 +173,24 @@ std::string userPlaceFile(const platform::UserFolders& user) {
 
 UserTree prepareUserTree(const std::string& programFolder, const platform::UserFolders& user) {
     const auto [folder, file] = placeOf(programFolder, user);
-    const std::string failure =
-        isAbsolute(folder) ? prepare(programFolder, folder) : "It has to be a full path.";
-    if (failure.empty()) {
-        return {in(folder, app_state::kTreeWorkingFolder), {}};
+    const Failure failure = isAbsolute(folder) ? prepare(programFolder, folder)
+                                               : Failure{"It has to be a full path."_tr};
+    const std::string workingFolder = in(folder, app_state::kTreeWorkingFolder);
+    if (failure.isNone()) {
+        return {workingFolder, {}};
     }
-    UserTree none;
-    none.problem =
-        "The folder \"" + folder + "\" cannot be prepared for your scenes.\n\n" + failure;
-    if (!file.empty()) {
-        none.problem += "\n\nIt is named in:\n" + file;
-    }
-    return none;
+    const StartTexts texts{workingFolder, programFolder,
+                           in(in(programFolder, kTemplate), kSettings)};
+    return {{}, startProblem(texts, [&, folder = folder, file = file] {
+                std::string text =
+                    core::trStored("The folder \"{0}\" cannot be prepared for your scenes."_tr,
+                                   {folder}) +
+                    "\n\n" + failure.told();
+                if (!file.empty()) {
+                    text += "\n\n" + core::trStored("It is named in:"_tr) + "\n" + file;
+                }
+                return text;
+            })};
 }
 
 } // namespace app

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "app/services/StartProblem.h"
 #include "platform/Environment.h"
 
 namespace app {
@@ -17,7 +18,7 @@ namespace app {
 
 struct UserTree {
     std::string workingFolder; ///< absolute; empty if there is no tree
-    std::string problem;       ///< why there is none, for the user
+    StartProblem problem;      ///< why there is none
 };
 
 /// Makes what is missing of the tree: its folders, and the settings and scenes that new users get

@@ -57,7 +57,7 @@ TEST_F(UserTreeTest, IsMadeOnceAndThenTheUsersOwn) {
                "of a start that was cut short");
     const Names before = support::filesBelow("shared");
     const app::StartFolder first = start();
-    EXPECT_EQ(first.problem, "");
+    EXPECT_EQ(first.problem.logged, "");
     EXPECT_TRUE(first.isOurs);
     EXPECT_TRUE(workedIn(kTree));
     EXPECT_EQ(support::filesBelow(kTree),
@@ -95,12 +95,34 @@ TEST_F(UserTreeTest, IsWhereTheUserElseTheAdministratorWantsIt) {
         if (!tree.empty()) {
             EXPECT_TRUE(workedIn(tree)) << tree;
         } else {
-            EXPECT_NE(result.problem.find(user.empty() ? "AllUsers.ini" : "Quorvel.ini"),
+            EXPECT_NE(result.problem.logged.find(user.empty() ? "AllUsers.ini" : "Quorvel.ini"),
                       std::string::npos)
-                << result.problem;
+                << result.problem.logged;
         }
     }
     EXPECT_FALSE(support::exists(kProgram + "/Log.html"));
+}
+
+TEST_F(UserTreeTest, ThatCannotBeMadeIsToldInTheLanguageThatItWouldHave) {
+    writeBytes(kProgram + "/AllUsers.ini", "folder = " + at("file/below"));
+    writeBytes(kProgram + "/Translations.ini",
+               "[Language:Dutch]\nTheFolderCannotBePreparedFor = Nee: {0}.\n"
+               "ItIsNamedIn = Zie:\n"
+               "[Language:German]\nTheFolderCannotBePreparedFor = Nein: {0}.\n");
+    writeBytes("file", std::string());
+    const auto told = [&](const std::string& text) { return text.substr(0, text.find('\n')); };
+    const app::StartProblem given = start().problem;
+    EXPECT_EQ(told(given.logged),
+              "The folder \"" + at("file/below") + "\" cannot be prepared for your scenes.");
+    EXPECT_EQ(told(given.shown), "Nee: " + at("file/below") + ".") << "as a new tree is set";
+    EXPECT_NE(given.shown.find("\n\nZie:\n"), std::string::npos);
+    writeBytes("tree/Settings/Settings.ini", "language = german\n");
+    writeBytes("tree/Programs/Quorvel/Scenes.lock/in the way", std::string());
+    writeBytes(kProgram + "/AllUsers.ini", "folder = " + at("tree"));
+    EXPECT_EQ(told(start().problem.shown), "Nein: " + at("tree") + ".") << "as the tree is set";
+    writeBytes("tree/Programs/Quorvel/Editor.ini", "language = English\n");
+    const app::StartProblem chosen = start().problem;
+    EXPECT_EQ(chosen.shown, chosen.logged);
 }
 
 TEST_F(UserTreeTest, OfItsOwnWithASkinStaysWhatItIs) {
@@ -115,7 +137,7 @@ TEST_F(UserTreeTest, HasAllScenesOrNoneWhateverFails) {
     core::Services services = core::services();
     services.fileSystem = &files;
     const core::ServicesOverride replaced(services);
-    ASSERT_EQ(start().problem, "");
+    ASSERT_EQ(start().problem.logged, "");
     const auto calls = static_cast<int>(files.calls().size());
     const std::string scenes = kTree + "/Programs/Quorvel/Scenes";
     for (int number = 1; number <= calls; ++number) {
