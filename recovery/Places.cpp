@@ -76,10 +76,6 @@ std::string recentScenesPath() {
     return inWorkingDirectory("Recent.txt");
 }
 
-std::string publishedFolder(std::string_view name) {
-    return "Published/" + encodedName(name);
-}
-
 std::string encodedName(std::string_view name) {
     if (name.empty()) {
         return "%";

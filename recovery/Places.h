@@ -21,10 +21,6 @@ namespace recovery {
 /// When scenes were opened.
 [[nodiscard]] std::string recentScenesPath();
 
-/// Where the scene `name` is published unless its author chooses another place; without a final
-/// separator and relative to the working directory. Any thread.
-[[nodiscard]] std::string publishedFolder(std::string_view name);
-
 /// Encoded names are never longer.
 inline constexpr std::size_t kMaxEncodedBytes = 96;
 

@@ -1,5 +1,8 @@
 #include "ui/ChosenLanguage.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "app/state/SharedServices.h"
 #include "core/EditorSettings.h"
 #include "core/Text.h"
@@ -7,6 +10,15 @@
 #include "core/Translations.h"
 
 namespace ui {
+
+std::u16string ownNameOf(const std::string& language) {
+    const auto* const known =
+        std::find_if(std::begin(kLanguages), std::end(kLanguages), [&](const OwnName& own) {
+            return core::lowerCase(own.language) == core::lowerCase(language);
+        });
+    return known != std::end(kLanguages) ? std::u16string(known->name)
+                                         : core::displayText(language);
+}
 
 std::string chosenLanguage(const app_state::SharedServices& services) {
     const std::string spoken =

@@ -50,13 +50,6 @@ constexpr Box kBoxes[] = {
      &core::EditorSettings::setKeepBackups},
 };
 
-/// Languages and what they call themselves, in the order shown; others follow by their name.
-constexpr std::pair<std::string_view, std::u16string_view> kLanguages[] = {
-    {"English", u"English"},
-    {"French", u"Français"},
-    {"German", u"Deutsch"},
-    {"Spanish", u"Español"},
-    {"Dutch", u"Nederlands"}};
 constexpr std::u16string_view kComboLanguage = u"ComboLanguage";
 constexpr std::u16string_view kComboSkin = u"ComboSkin";
 constexpr std::u16string_view kComboScale = u"ComboScale";

@@ -5,13 +5,16 @@
 #include <memory>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "core/EditorSettings.h"
 #include "core/Text.h"
+#include "core/Translations.h"
 #include "import/Converter.h"
 #include "platform/FileSystem.h"
 #include "platform/Geometry.h"
+#include "publish/PublishFolder.h"
 #include "scene/SceneFolders.h"
 #include "scene/SceneSession.h"
 #include "tests/support/ClipMaker.h"
@@ -20,6 +23,7 @@
 #include "tests/ui/BranchListFixture.h"
 #include "toolkit/controls/CControlUI.h"
 #include "ui/importing/SceneImports.h"
+#include "ui/publishing/PublishPlace.h"
 
 namespace {
 
@@ -35,7 +39,7 @@ std::string withSlashes(std::string path) {
     return path;
 }
 
-constexpr const char* kPage = "Published/+fire/index.html";
+constexpr const char* kPage = "Published/Fire/index.html";
 
 class Publishing : public test::BranchEditorTest {
 protected:
@@ -82,7 +86,7 @@ protected:
 TEST_F(Publishing, SavesAndPublishesAndRemembersWhatWasChosen) {
     session().setImmediate(0, 0, true);
     publish([](const WindowDriver& window) {
-        EXPECT_EQ(window.textOf(u"EditPublishFolder"), u"Published/+fire");
+        EXPECT_EQ(window.textOf(u"EditPublishFolder"), u"Published/Fire");
         EXPECT_EQ(window.textOf(u"EditPublishTitle"), u"Fire");
         EXPECT_EQ(window.textOf(u"ButtonPublish"), u"Save and Publish");
         EXPECT_EQ(window.get(u"ButtonPublish").GetPos(), platform::Rect::at(332, 365, 160, 25));
@@ -94,7 +98,7 @@ TEST_F(Publishing, SavesAndPublishesAndRemembersWhatWasChosen) {
         window.click(u"CheckPublishReport");
         window.click(u"ButtonPublish");
         ASSERT_TRUE(isDone(window));
-        EXPECT_TRUE(window.textOf(u"LabelPublished").ends_with(u"KB, in Published/+fire"));
+        EXPECT_TRUE(window.textOf(u"LabelPublished").ends_with(u"KB, in Published/Fire"));
         EXPECT_EQ(window.textOf(u"LabelPublishedVideos"), u"1 video");
         window.click(u"ButtonPublishOpen");
         window.click(u"ButtonPublishReveal");
@@ -109,10 +113,10 @@ TEST_F(Publishing, SavesAndPublishesAndRemembersWhatWasChosen) {
     });
     EXPECT_FALSE(session().isModified());
     EXPECT_NE(readBytes(kPage).find("<title>Drill &#60;1&#62;</title>"), std::string::npos);
-    const std::string scene = readBytes("Published/+fire/scene.js");
+    const std::string scene = readBytes("Published/Fire/scene.js");
     EXPECT_NE(scene.find("\"language\":\"de\",\"outlines\":true,\"keys\":true,\"report\":true"),
               std::string::npos);
-    const std::string folder = withSlashes(m_folder.path()) + "Published/+fire";
+    const std::string folder = withSlashes(m_folder.path()) + "Published/Fire";
     std::vector<std::string> opened = m_gui.userDesktop.opened;
     for (std::string& path : opened) {
         path = withSlashes(path);
@@ -127,6 +131,62 @@ TEST_F(Publishing, SavesAndPublishesAndRemembersWhatWasChosen) {
     EXPECT_TRUE(session().isModified()) << "the editor works again";
 }
 
+TEST_F(Publishing, GoesToAFolderOfTheScenesNameUnlessThatIsAnothers) {
+    using support::makeFolder;
+    const std::string page = std::string("/") + std::string(publish::kListName);
+    support::writeBytes("in/+once" + page, std::string());   // of "Once", from the time before
+    support::writeBytes("in/Plain" + page, std::string());   // its own
+    support::writeBytes("in/Lift" + page, std::string());    // of "Lift", not of "lift" or "LIFT"
+    support::writeBytes("in/Mine/notes.txt", std::string()); // nobody's page
+    makeFolder("in/Empty");
+    const std::pair<std::string, std::string> folders[] = {
+        {"Fire Drill Level 1", "Fire Drill Level 1"},
+        {"\xC3\x89tage", "\xC3\x89tage"},
+        {"v1.2", "v1.2"},
+        {"fire", "fire"},
+        {"Plain", "Plain"},
+        {"Empty", "Empty"},
+        {"Once", "+once"},
+        {"LIFT", "+l+i+f+t"},
+        {"lift", "lift%"},
+        {"Mine", "+mine"},
+        {"a_b", "a%5fb"}, // "a_b" was "a b"
+        {"NUL .txt", "+n+u+l_%2etxt"},
+        {"COM\xC2\xB9", "+c+o+m%c2%b9"},
+        {"Up.", "+up%2e"},
+        {".Up", "%2e+up"},
+        {"Up ", "+up_"},
+        {"A/B", "+a%2f+b"},
+        {"Why?", "+why%3f"},
+        {"FIRED~1", "+f+i+r+e+d%7e1"},
+        {"\xFF", "%ff"},
+        {"A\n", "+a%0a"},
+        {"Plain.quorvel-old", "+plain%2equorvel-old"},
+        {"", "%"},
+    };
+    for (const auto& [scene, folder] : folders) {
+        EXPECT_EQ(ui::publishFolderName(platform::nativeFileSystem(), "in", scene), folder)
+            << scene;
+    }
+}
+
+TEST_F(Publishing, StartsFromTheLanguageOfTheEditorWhereThePageHasIt) {
+    const std::pair<const char*, const char16_t*> languages[] = {
+        {"german", u"Deutsch"}, {"Klingon", u"English"}, {"Dutch", u"Nederlands"}};
+    for (const auto& [spoken, shown] : languages) {
+        m_services.translations = m_services.translations->in(spoken);
+        publish([shown = shown](const WindowDriver& window) {
+            EXPECT_EQ(window.textOf(u"ComboPublishLanguage"), shown);
+            window.click(u"ButtonPublishClose");
+        });
+    }
+    m_services.editorSettings->set("publishLanguage", "fr");
+    publish([](const WindowDriver& window) {
+        EXPECT_EQ(window.textOf(u"ComboPublishLanguage"), u"Français") << "chosen before";
+        window.click(u"ButtonPublishClose");
+    });
+}
+
 TEST_F(Publishing, SaysWhyNothingWasPublished) {
     support::writeBytes("mine/a.txt", std::string("mine"));
     publish([this](const WindowDriver& window) {
@@ -138,7 +198,7 @@ TEST_F(Publishing, SaysWhyNothingWasPublished) {
         m_gui.dialog.folder = m_folder.path() + "mine";
         window.click(u"ButtonPublishFolder");
         EXPECT_EQ(withSlashes(core::storedText(window.textOf(u"EditPublishFolder"))),
-                  withSlashes(m_folder.path()) + "mine/+fire");
+                  withSlashes(m_folder.path()) + "mine/Fire");
         EXPECT_FALSE(window.get(u"LabelProblem").IsVisible());
         session().setVideo(0, "dies.ogv");
         std::error_code ignored;

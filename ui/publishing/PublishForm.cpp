@@ -11,10 +11,11 @@
 #include "core/Text.h"
 #include "platform/FileSystem.h"
 #include "publish/PublishFolder.h"
-#include "recovery/Places.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/COptionUI.h"
+#include "ui/ChosenLanguage.h"
+#include "ui/publishing/PublishPlace.h"
 
 namespace ui {
 namespace {
@@ -52,14 +53,17 @@ void offerLanguages(toolkit::CComboUI& combo, const std::string& code) {
 
 } // namespace
 
-void PublishForm::fill(const std::string& sceneName, const core::EditorSettings* settings) {
-    m_controls.setText(kFolder, core::displayText(recovery::publishedFolder(sceneName)));
+void PublishForm::fill(const std::string& sceneName, const std::string& spoken,
+                       const core::EditorSettings* settings) {
+    m_controls.setText(
+        kFolder, core::displayText(usualPublishFolder(*core::services().fileSystem, sceneName)));
     m_controls.setText(kTitle, core::displayText(sceneName));
     const PageOptions usual;
     if (auto* combo = m_controls.find<toolkit::CComboUI>(kLanguage)) {
-        offerLanguages(*combo, settings != nullptr
-                                   ? settings->getString(kLanguageKey, usual.language)
-                                   : usual.language);
+        const auto* editors = publish::findLanguage(core::storedText(ownNameOf(spoken)));
+        const std::string language = editors != nullptr ? editors->code : usual.language;
+        offerLanguages(*combo, settings != nullptr ? settings->getString(kLanguageKey, language)
+                                                   : language);
     }
     for (const Box& box : kBoxes) {
         if (auto* option = m_controls.find<toolkit::COptionUI>(box.name)) {
@@ -112,13 +116,14 @@ std::string PublishForm::folderPath() const {
 }
 
 void PublishForm::setFolder(const std::string& path, const std::string& sceneName) {
+    platform::FileSystem& files = *core::services().fileSystem;
     std::vector<platform::FolderEntry> entries;
-    const bool isFree = core::services().fileSystem->list(path, entries) && entries.empty();
+    const bool isFree = files.list(path, entries) && entries.empty();
     const bool isPage = core::isFile(core::withSeparator(path) + std::string(publish::kListName));
-    m_controls.setText(kFolder,
-                       core::displayText(isFree || isPage ? path
-                                                          : core::withSeparator(path) +
-                                                                recovery::encodedName(sceneName)));
+    const std::string folder =
+        isFree || isPage ? path
+                         : core::withSeparator(path) + publishFolderName(files, path, sceneName);
+    m_controls.setText(kFolder, core::displayText(folder));
 }
 
 } // namespace ui

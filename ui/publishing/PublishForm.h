@@ -20,8 +20,10 @@ public:
 
     explicit PublishForm(Controls controls) : m_controls(controls) {}
 
+    /// `spoken`: the editor's language, which the page has as well unless another one was chosen.
     /// `settings` may be null, here and below.
-    void fill(const std::string& sceneName, const core::EditorSettings* settings);
+    void fill(const std::string& sceneName, const std::string& spoken,
+              const core::EditorSettings* settings);
     void setEnabled(bool enabled);
     [[nodiscard]] publish::PageOptions options() const;
     static void remember(const publish::PageOptions& options, core::EditorSettings* settings);

@@ -12,6 +12,7 @@
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "core/Texts.h"
+#include "core/Translations.h"
 #include "import/Converter.h"
 #include "import/ConverterRun.h"
 #include "import/ImportQueue.h"
@@ -118,7 +119,9 @@ void PublishWindow::Close(int code) {
 }
 
 void PublishWindow::InitWindow() {
-    m_form.fill(sceneName(), context().services.editorSettings.get());
+    const auto& texts = context().services.translations;
+    m_form.fill(sceneName(), texts ? texts->language() : std::string(),
+                context().services.editorSettings.get());
     showFindings();
     if (const auto& imports = context().services.sceneImports) {
         m_importsChanged = imports->observe([this] {
