@@ -10,6 +10,7 @@
 
 #include "ZoneEdit/CurrentZones.h"
 #include "ZoneEdit/ZoneEdit.h"
+#include "check/Finding.h"
 #include "core/Services.h"
 #include "core/Text.h"
 #include "core/Texts.h"
@@ -194,6 +195,33 @@ TEST_P(WindowTexts, OfTheBranchEditor) {
         question.click(u"ButtonNo");
     });
     driver.click(u"ButtonExit");
+}
+
+TEST_P(WindowTexts, OfAFindingAboutANameOfTwoWords) {
+    session().newScene(kScene);
+    session().addBranch();
+    session().renameBranch(0, "12345 12345");
+    session().setVideo(0, kClip);
+    session().addAction(0);
+    session().setType(0, 0, 2);
+    session().setParameter(0, 0, "7");
+    session().setTarget(0, 0, "12345 12345");
+    const auto window = openTitled<ui::BranchList>(u"1");
+    const test::WindowDriver driver(*window);
+    resize(driver, {1600, 900});
+    const auto& findings = driver.get<toolkit::CListUI>(u"ListFindings");
+    check::Finding waits;
+    waits.kind = check::Kind::waits;
+    waits.arguments = {"12345 12345"};
+    const std::u16string sentence = core::displayText(check::findingText(waits));
+    EXPECT_TRUE(test::pumpUntil([&] {
+        bool isListed = false;
+        for (int row = 0; row < findings.GetCount(); ++row) {
+            isListed = isListed || findings.GetItemAt(row)->GetToolTip() == sentence;
+        }
+        return isListed;
+    })) << core::storedText(sentence);
+    expectTexts(driver, "findings");
 }
 
 TEST_P(WindowTexts, OfClipsThatCannotBePlayed) {
