@@ -11,7 +11,6 @@ import hashlib
 import json
 import os
 import pathlib
-import re
 import resource
 import shutil
 import struct
@@ -256,22 +255,6 @@ class Linux(PackageTest):
     def test_archive(self):
         run("tar", "-xf", self.package("quorvel-*.tar.gz"), "-C", self.place)
         self.use_installed(glob.glob(os.path.join(self.place, "quorvel-*"))[0])
-
-
-class InstallerTexts(unittest.TestCase):
-    def test_every_text_is_used_and_has_the_same_places_in_five_languages(self):
-        folder = pathlib.Path(ROOT, "packaging")
-        texts = (folder / "texts.nsh").read_text(encoding="utf-8")
-        used = set(re.findall(r"\$\((text\w+)\)", (folder / "quorvel.nsi").read_text(encoding="utf-8")))
-        names = []
-        for name, languages in re.findall(r"^!insertmacro text (\w+)((?:\s*\\?\s*\".*?\")+)$", texts, re.MULTILINE):
-            variants = re.findall(r'"(.*?)"', languages)
-            self.assertEqual(len(variants), 5, name)
-            self.assertEqual({tuple(re.findall(r"\$\w+|\$\\n|\$\{\w+\}|\\\w+", text)) for text in variants},
-                             {tuple(re.findall(r"\$\w+|\$\\n|\$\{\w+\}|\\\w+", variants[0]))}, name)
-            self.assertFalse([text for text in variants[1:] if text == variants[0] or not text.strip()], name)
-            names.append(name)
-        self.assertEqual(sorted(names), sorted(used))
 
 
 class Windows(PackageTest):

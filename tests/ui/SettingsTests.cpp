@@ -249,6 +249,27 @@ TEST_F(BranchEditorMenu, AnotherLanguageShowsTheScreenAgainAndNeverAMixture) {
     core::setTexts(nullptr);
 }
 
+TEST_F(BranchEditorMenu, ALanguageOfTheCataloguesOwnIsOfferedAndSpoken) {
+    support::writeBytes("Translations.ini", support::readBytes("Translations.ini") +
+                                                "\n[Language:Esperanto]\nSave = Konservi\n");
+    m_services.translations = core::Translations::create("Translations.ini", "English");
+    m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+    makeScene({"A"});
+    show();
+    test::WindowDriver settings = openSettings();
+    EXPECT_EQ(
+        test::itemsOf(settings.get<toolkit::CComboUI>(u"ComboLanguage")),
+        (Texts{u"English", u"Français", u"Deutsch", u"Español", u"Nederlands", u"Esperanto"}));
+    settings.pick(u"ComboLanguage", 5);
+    settings.press(Key::escape);
+    EXPECT_TRUE(test::pumpUntil([&] { return isClosed(*m_window); }));
+    ui::speakChosenLanguage(m_services);
+    show();
+    EXPECT_EQ(m_driver->textOf(u"ButtonSave"), u"Konservi");
+    EXPECT_EQ(m_driver->textOf(u"ButtonExit"), u"Exit") << "what it lacks is English";
+    core::setTexts(nullptr);
+}
+
 TEST_F(BranchEditorMenu, TheTimeOfSavingFollowsTheLanguage) {
     const std::pair<const char*, std::u16string_view> languages[] = {
         {"english", u"Saved at 03:07:41 PM."},
