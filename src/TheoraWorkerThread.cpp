@@ -12,7 +12,7 @@ namespace theora {
 namespace {
 
 // Upper bounds only: a seek, a released frame or a stop ends either wait at once.
-constexpr std::chrono::milliseconds kIdleWait{100};
+constexpr std::chrono::milliseconds kIdleWait{500};
 constexpr std::chrono::milliseconds kNoFrameWait{1};
 
 } // namespace
