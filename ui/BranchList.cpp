@@ -181,7 +181,7 @@ void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
         } else if (message.pSender->GetName() == kPreviewChoices && m_isPointerUsed) {
             m_parts->preview.takeChoice();
         } else if (message.pSender->GetName() == kSceneMap) {
-            m_parts->branches.show(static_cast<int>(message.wParam));
+            pickBranch(m_parts->map.branchOf(static_cast<int>(message.wParam)));
         }
     }
 }
@@ -196,7 +196,10 @@ void BranchList::OnItemActivate(toolkit::TNotifyUI& message) {
     } else if (m_parts && message.pSender->GetName() == kSceneMap && !m_isPointerUsed) {
         leavePane();
     } else if (m_parts && message.pSender->GetName() == kSceneMap && !m_folder.empty()) {
-        play(static_cast<int>(message.wParam));
+        if (const int branch = m_parts->map.branchOf(static_cast<int>(message.wParam));
+            branch >= 0) {
+            play(branch);
+        }
     }
 }
 

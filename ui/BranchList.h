@@ -86,6 +86,8 @@ private:
     /// Shows the list of findings, or takes it away.
     void toggleCheck();
     void toggleMap();
+    /// On the map; -1 for one that is gone.
+    void pickBranch(int branch);
     /// Plays the scene from its first branch (-1) or from this one.
     void play(int branch);
     void stopPreview();

@@ -103,6 +103,14 @@ void BranchList::toggleCheck() {
     controls().setFocus(shown ? kFindingsList : kBranchCombo);
 }
 
+void BranchList::pickBranch(int branch) {
+    if (branch >= 0) {
+        m_parts->branches.show(branch);
+    } else {
+        m_parts->map.choose(m_parts->branches.shown());
+    }
+}
+
 void BranchList::toggleMap() {
     const bool shown = !m_parts->leftPane.isShown(LeftPane::Page::map);
     if (shown) {

@@ -8,7 +8,10 @@
 #include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
+#include "tests/support/ClipMaker.h"
 #include "tests/ui/BranchListFixture.h"
+#include "toolkit/input/MouseInput.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/map/SceneMap.h"
 
 namespace {
@@ -27,6 +30,21 @@ protected:
         addAction(scene::Action::kDefaultAction, {}, "Alarm", 1);
         show();
         m_driver->native().setGeometry(Rect::at(0, 0, width, height));
+        test::pump();
+    }
+    /// "A" leads to "B", that one to "C", and so on.
+    void showChain(int count) {
+        std::vector<std::string> names;
+        for (int i = 0; i < count; ++i) {
+            names.push_back(i < 26 ? std::string(1, static_cast<char>('A' + i))
+                                   : "Branch " + std::to_string(i));
+        }
+        makeScene(names);
+        for (int i = 0; i + 1 < count; ++i) {
+            addAction(scene::Action::kDefaultAction, {}, session().branchName(i + 1), i);
+        }
+        show();
+        m_driver->native().setGeometry(Rect::at(0, 0, 1600, 900));
         test::pump();
     }
     ui::SceneMap& map() { return m_driver->get<ui::SceneMap>(u"SceneMap"); }
@@ -118,6 +136,34 @@ TEST_F(MapTest, ALargeSceneIsShownAsItWasUntilItIsLaidOutAnew) {
     EXPECT_TRUE(test::pumpUntil([&] { return isLaidOut(kCount - 2); }));
 }
 
+TEST_F(MapTest, ALargeSceneThatIsLaidOutAnewStillLeadsToTheBranchesOfItsNodes) {
+    constexpr int kCount = 300;
+    showChain(kCount);
+    session().addAction(1);
+    session().setTarget(1, 1, "Gone");
+    const auto isLaidOut = [this](int count) {
+        return map().accessibleChildCount() == count && map().placeOf(count - 1).width() > 0;
+    };
+    ASSERT_TRUE(test::pumpUntil([&] {
+        return isLaidOut(kCount) && map().accessibleChild(1)->accessibleChildCount() == 2;
+    }));
+    session().removeBranch(0);
+    ASSERT_TRUE(isLaidOut(kCount));
+    EXPECT_EQ(map().chosen(), 1) << "as B is shown";
+    EXPECT_EQ(map().accessibleChild(1)->accessibleName(), u"B, 2 actions, 2 errors")
+        << "its own errors";
+    map().accessibleChild(2)->accessiblePress();
+    EXPECT_EQ(shown(), u"C");
+    map().accessibleChild(0)->accessiblePress();
+    EXPECT_EQ(shown(), u"C") << "A is gone";
+    EXPECT_EQ(map().chosen(), 2);
+    session().moveBranch(1, 0);
+    ASSERT_TRUE(isLaidOut(kCount));
+    EXPECT_EQ(map().chosen(), 2);
+    ASSERT_TRUE(test::pumpUntil([&] { return isLaidOut(kCount - 1); }));
+    EXPECT_EQ(map().chosen(), 0);
+}
+
 TEST_F(MapTest, ABrokenTargetHangsBelowItsNodeAndWhatIsNotReachedStandsApart) {
     showScene();
     const auto isDrawnIn = [this](const Rect& area) {
@@ -156,6 +202,47 @@ TEST_F(MapTest, TheChosenNodeKeepsItsPlaceThroughEdits) {
     session().setTarget(0, 2, "Apart");
     EXPECT_EQ(map().placeOf(1).topLeft(), before);
     EXPECT_NE(map().placeOf(2).left, first.left) << "reached now";
+}
+
+TEST_F(MapTest, TheChosenNodeKeepsItsPlaceWhenBranchesChangePlaces) {
+    showChain(4);
+    m_driver->click(on(2));
+    const Point before = map().placeOf(2).topLeft();
+    m_driver->click(u"ButtonBranchUp");
+    ASSERT_EQ(shown(), u"C");
+    EXPECT_EQ(map().chosen(), 1);
+    EXPECT_EQ(map().placeOf(1).topLeft(), before);
+    m_driver->press(Key::z, {.control = true});
+    EXPECT_EQ(map().chosen(), 2);
+    EXPECT_EQ(map().placeOf(2).topLeft(), before);
+}
+
+TEST_F(MapTest, ANewBranchLeavesTheViewWhereItIs) {
+    showChain(4);
+    m_driver->click(u"ButtonMapIn");
+    m_driver->drag({kGround, {kGround.x, kGround.y - 60}});
+    const Point before = map().placeOf(0).topLeft();
+    m_driver->click(u"ButtonAddBranch");
+    EXPECT_EQ(map().zoomPercent(), 125);
+    EXPECT_EQ(map().placeOf(0).topLeft(), before);
+    EXPECT_EQ(map().chosen(), 4);
+    m_driver->press(Key::z, {.control = true});
+    m_driver->click(u"ButtonDuplicateBranch");
+    EXPECT_EQ(map().zoomPercent(), 125);
+    EXPECT_EQ(map().placeOf(0).topLeft(), before);
+    m_driver->click(u"ButtonRemoveBranch");
+    m_driver->press(Key::z, {.control = true});
+    EXPECT_EQ(map().zoomPercent(), 125);
+}
+
+TEST_F(MapTest, AFittedViewTakesInANewBranch) {
+    showChain(4);
+    for (int i = 0; i < 4; ++i) {
+        m_driver->click(u"ButtonAddBranch");
+        const Rect place = map().placeOf(4 + i);
+        EXPECT_EQ(place.intersected(map().GetPos()), place);
+        EXPECT_EQ(map().placeOf(0).intersected(map().GetPos()), map().placeOf(0));
+    }
 }
 
 TEST_F(MapTest, AChainIsOneNodeWhereOnlyNamesAreShown) {

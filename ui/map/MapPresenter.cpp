@@ -1,5 +1,6 @@
 #include "ui/map/MapPresenter.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -36,7 +37,10 @@ MapPresenter::MapPresenter(Controls controls, scene::SceneSession& session,
             *stills, [map](const stills::StillRequest&) { map->Invalidate(); });
     }
     map->setStills([this](int branch) { return still(branch); });
-    map->setErrors(std::move(errors));
+    map->setErrors([this, errors = std::move(errors)](int number) {
+        const int branch = isUpToDate() ? number : branchOf(number);
+        return branch >= 0 ? errors(branch) : 0;
+    });
     map->setOnZoom([this] { showZoom(); });
     map->setOnLink([this](int branch, int action, int target) { link(branch, action, target); });
     update();
@@ -56,13 +60,27 @@ SceneMap* MapPresenter::control() const {
     return m_controls.find<SceneMap>(kSceneMap);
 }
 
+int MapPresenter::Content::find(const Token& branch) const {
+    const auto found = std::find_if(branches.begin(), branches.end(), [&](const Token& one) {
+        return !one.owner_before(branch) && !branch.owner_before(one);
+    });
+    return found != branches.end() ? static_cast<int>(found - branches.begin()) : -1;
+}
+
 void MapPresenter::update() {
     auto scene = std::make_shared<const map::MapScene>(map::readMap(m_session.scene()));
-    if (m_scene != nullptr && *scene == *m_scene) {
+    m_content.branches.clear();
+    for (int branch = 0; branch < m_session.branchCount(); ++branch) {
+        m_content.branches.push_back(m_session.token(branch));
+    }
+    if (m_content.scene != nullptr && *scene == *m_content.scene) {
+        if (isUpToDate()) { // branches that look the same may have changed places
+            m_shown.branches = m_content.branches;
+        }
         return;
     }
-    m_scene = std::move(scene);
-    if (m_scene->branches.size() <= kSmall) {
+    m_content.scene = std::move(scene);
+    if (m_content.scene->branches.size() <= kSmall) {
         m_isStale = m_job.isRunning();
         show(std::make_shared<MapLayouts>());
     } else if (m_job.isRunning()) {
@@ -75,7 +93,7 @@ void MapPresenter::update() {
 
 /// As one step; a target of -1 is a new branch.
 void MapPresenter::link(int branch, int action, int target) {
-    if (!m_mayEdit() || m_shown != m_scene) {
+    if (!m_mayEdit() || !isUpToDate()) {
         return;
     }
     using scene::SceneStep;
@@ -92,7 +110,7 @@ void MapPresenter::link(int branch, int action, int target) {
 void MapPresenter::layOut() {
     m_isStale = false;
     const auto layouts = std::make_shared<MapLayouts>();
-    const auto work = [layouts, scene = m_scene](jobs::BackgroundJob::Control& control) {
+    const auto work = [layouts, scene = m_content.scene](jobs::BackgroundJob::Control& control) {
         for (const map::NodeForm form :
              {map::NodeForm::whole, map::NodeForm::still, map::NodeForm::name}) {
             if (!control.isCancelled()) {
@@ -103,31 +121,67 @@ void MapPresenter::layOut() {
     m_job.start(work, {}, [this, layouts](bool isWhole) {
         if (!m_isStale && isWhole) {
             show(layouts);
-        } else if (m_isStale && m_scene->branches.size() > kSmall) {
+        } else if (m_isStale && m_content.scene->branches.size() > kSmall) {
             layOut();
         }
     });
 }
 
 void MapPresenter::show(const std::shared_ptr<MapLayouts>& layouts) {
-    m_shown = m_scene;
-    if (SceneMap* map = control()) {
-        map->show(m_scene, layouts);
-        map->choose(m_chosen);
+    SceneMap* map = control();
+    const SceneMap::Kept kept = this->kept(map != nullptr ? map->chosen() : -1);
+    m_shown = m_content;
+    if (map != nullptr) {
+        map->show(m_shown.scene, layouts, m_shown.find(m_chosen), kept);
+        showFound();
     }
 }
 
+/// The chosen branch or, if that one is new, the one that was chosen before.
+SceneMap::Kept MapPresenter::kept(int chosenBefore) const {
+    const int before = m_shown.find(m_chosen);
+    if (before >= 0) {
+        return {before, m_content.find(m_chosen)};
+    }
+    const auto index = static_cast<std::size_t>(chosenBefore);
+    return index < m_shown.branches.size()
+               ? SceneMap::Kept{chosenBefore, m_content.find(m_shown.branches[index])}
+               : SceneMap::Kept{};
+}
+
+/// One that the map does not show yet is chosen when it does.
 void MapPresenter::choose(int branch) {
-    m_chosen = branch;
-    if (SceneMap* map = control()) {
-        map->choose(branch);
+    m_chosen = branch >= 0 ? m_session.token(branch) : Token();
+    const int number = m_shown.find(m_chosen);
+    SceneMap* map = control();
+    if (map != nullptr && (number >= 0 || branch < 0)) {
+        map->choose(number);
     }
 }
 
-void MapPresenter::setFound(std::vector<int> branches) {
-    if (SceneMap* map = control()) {
-        map->setFound(std::move(branches));
+void MapPresenter::setFound(const std::vector<int>& branches) {
+    m_found.clear();
+    for (const int branch : branches) {
+        m_found.insert(m_session.token(branch));
     }
+    showFound();
+}
+
+void MapPresenter::showFound() const {
+    std::vector<int> numbers;
+    for (std::size_t i = 0; i < m_shown.branches.size(); ++i) {
+        if (m_found.contains(m_shown.branches[i])) {
+            numbers.push_back(static_cast<int>(i));
+        }
+    }
+    if (SceneMap* map = control()) {
+        map->setFound(std::move(numbers));
+    }
+}
+
+int MapPresenter::branchOf(int number) const {
+    const auto index = static_cast<std::size_t>(number);
+    return index < m_shown.branches.size() ? m_session.find(m_shown.branches[index]) : -1;
 }
 
 void MapPresenter::zoom(int by) {
@@ -159,7 +213,7 @@ void MapPresenter::wantStills() {
         return;
     }
     std::vector<stills::StillRequest> requests;
-    for (const map::MapBranch& branch : m_scene->branches) {
+    for (const map::MapBranch& branch : m_content.scene->branches) {
         if (!branch.video.empty() && requests.size() < kMostStills) {
             requests.push_back({m_folder + branch.video, kStillBox});
         }
@@ -168,7 +222,7 @@ void MapPresenter::wantStills() {
 }
 
 SceneMap::Picture MapPresenter::still(int branch) {
-    const std::string& video = m_shown->branches[static_cast<std::size_t>(branch)].video;
+    const std::string& video = m_shown.scene->branches[static_cast<std::size_t>(branch)].video;
     if (m_stills == nullptr || m_folder.empty() || video.empty()) {
         return nullptr;
     }

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -37,20 +38,35 @@ public:
     MapPresenter(const MapPresenter&) = delete;
     MapPresenter& operator=(const MapPresenter&) = delete;
 
+    // The map may still show the scene as it was: it numbers the branches in its own way.
     /// The branch on show is another one.
     void choose(int branch);
-    void setFound(std::vector<int> branches);
+    void setFound(const std::vector<int>& branches);
+    /// The branch that the map sent this number of; -1 when it has been removed meanwhile.
+    [[nodiscard]] int branchOf(int number) const;
     void zoom(int by);
     void fit();
     /// Findings have changed.
     void showErrors();
 
 private:
+    using Token = scene::SceneSession::BranchToken;
+    struct Content {
+        std::shared_ptr<const map::MapScene> scene;
+        std::vector<Token> branches; ///< which these are
+
+        /// -1 when it is not in the scene.
+        [[nodiscard]] int find(const Token& branch) const;
+    };
+
     [[nodiscard]] SceneMap* control() const;
     void update();
     void link(int branch, int action, int target);
     void layOut();
     void show(const std::shared_ptr<MapLayouts>& layouts);
+    [[nodiscard]] SceneMap::Kept kept(int chosenBefore) const;
+    void showFound() const;
+    [[nodiscard]] bool isUpToDate() const { return m_shown.scene == m_content.scene; }
     void wantStills();
     [[nodiscard]] SceneMap::Picture still(int branch);
     void showZoom() const;
@@ -59,11 +75,12 @@ private:
     scene::SceneSession& m_session;
     const std::string& m_folder;
     std::function<bool()> m_mayEdit;
-    std::shared_ptr<const map::MapScene> m_scene;
-    std::shared_ptr<const map::MapScene> m_shown; ///< former one, while a large one is laid out
+    Content m_content;
+    Content m_shown; ///< former one, while a large one is laid out
     std::unique_ptr<stills::StillClient> m_stills;
     bool m_isStale = false; ///< the scene has changed since the layout began
-    int m_chosen = -1;
+    Token m_chosen;
+    std::set<Token, std::owner_less<Token>> m_found;
     jobs::BackgroundJob m_job;
     edit::Subscription m_subscription;
 };

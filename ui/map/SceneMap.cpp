@@ -65,19 +65,26 @@ const map::MapLayout& SceneMap::layout() const {
                : m_layouts->emplace(form(), map::layOut(*m_scene, form())).first->second;
 }
 
-void SceneMap::show(std::shared_ptr<const map::MapScene> scene,
-                    std::shared_ptr<MapLayouts> layouts) {
-    const Rect before = placeOf(m_chosen);
+void SceneMap::show(std::shared_ptr<const map::MapScene> scene, std::shared_ptr<MapLayouts> layouts,
+                    int chosen, Kept kept) {
+    const Rect before = placeOf(kept.before);
+    const bool isNew = chosen != kept.now;
+    const bool refits = isNew && m_isFitted && fitsInto(room());
+    const int leastFitted = m_scene != nullptr ? m_leastFitted : kLeastAtFirst;
     m_scene = std::move(scene);
     m_layouts = std::move(layouts);
+    m_chosen = chosen;
     m_items.clear();
     m_backLines.reset();
-    const Rect now = placeOf(m_chosen);
-    if (before.width() > 0 && now.width() > 0) {
+    const Rect now = placeOf(kept.now);
+    if (before.width() == 0 || now.width() == 0 || refits) {
+        fitDownTo(leastFitted);
+    } else {
         m_view.x += now.left - before.left;
         m_view.y += now.top - before.top;
-    } else {
-        fitDownTo(kLeastAtFirst);
+        if (isNew) {
+            showNode(chosen);
+        }
     }
     accessibleChanged(platform::AccessibleChange::children);
     accessibleChanged(platform::AccessibleChange::value);
@@ -158,13 +165,20 @@ void SceneMap::fit() {
     fitDownTo(0);
 }
 
+SceneMap::Size SceneMap::room() const {
+    return {GetPos().width() - 2 * kMargin, GetPos().height() - 2 * kMargin};
+}
+
+bool SceneMap::fitsInto(const Size& room) const {
+    return layout().width * scale() <= room.width && layout().height * scale() <= room.height;
+}
+
 void SceneMap::fitDownTo(int step) {
     m_leastFitted = step;
-    const Size room{GetPos().width() - 2 * kMargin, GetPos().height() - 2 * kMargin};
+    const Size room = this->room();
     m_backLines.reset();
     for (m_step = static_cast<int>(kSteps.size()) - 1; m_step > step; --m_step) {
-        if (m_step <= kUsualStep && layout().width * scale() <= room.width &&
-            layout().height * scale() <= room.height) {
+        if (m_step <= kUsualStep && fitsInto(room)) {
             break;
         }
     }

@@ -35,8 +35,15 @@ public:
 
     SceneMap();
 
-    /// The chosen branch keeps its place in the view.
-    void show(std::shared_ptr<const map::MapScene> scene, std::shared_ptr<MapLayouts> layouts);
+    /// A branch as the scene before numbers it, and as the new one does; -1 for none.
+    struct Kept {
+        int before = -1;
+        int now = -1;
+    };
+    /// `kept` keeps its place in the view. Without it, or when the whole scene was in view and the
+    /// chosen branch is new, the new scene is fitted.
+    void show(std::shared_ptr<const map::MapScene> scene, std::shared_ptr<MapLayouts> layouts,
+              int chosen, Kept kept);
     /// Null for none; called while painting.
     void setStills(std::function<Picture(int branch)> stills) { m_stills = std::move(stills); }
     /// How many errors a branch has; called while painting.
@@ -97,6 +104,8 @@ private:
     /// The action of the branch whose row is there; -1 for none.
     [[nodiscard]] int actionAt(int branch, Point point) const;
     void fitDownTo(int step);
+    [[nodiscard]] Size room() const;
+    [[nodiscard]] bool fitsInto(const Size& room) const;
     [[nodiscard]] std::u16string textOf(int branch) const;
     [[nodiscard]] std::u16string textOf(int branch, int action) const;
     [[nodiscard]] Rect inWindow(int x, int y, int width, int height) const;
