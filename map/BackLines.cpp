@@ -8,7 +8,6 @@
 namespace map {
 namespace {
 
-constexpr int kBeforeColumn = 14;
 constexpr int kBelow = 14; ///< from nodes and lines down to the first lane
 constexpr int kLaneWidth = 6;
 constexpr int kLanes = 4;
@@ -21,7 +20,7 @@ class BackLines {
 public:
     BackLines(const MapScene& scene, const MapLayout& layout, NodeForm form)
         : m_scene(scene), m_layout(layout), m_form(form), m_sizes(sizesOf(form)),
-          m_pitch(m_sizes.width + kBetweenColumns) {
+          m_pitch(m_sizes.width + m_sizes.between), m_beforeColumn(m_sizes.between / 3) {
         for (std::vector<Column>& columns : m_columns) {
             columns.resize(at(layout.width / m_pitch + 1));
         }
@@ -90,7 +89,7 @@ private:
         const MapNode& from = m_layout.nodes[at(branch)];
         const MapNode& to = m_layout.nodes[at(target)];
         const int exit = from.y + (m_sizes.row > 0 ? exitOf(m_form, action) : from.height * 3 / 4);
-        const int turn = from.x - kBeforeColumn - lane * kLaneWidth / 2;
+        const int turn = from.x - m_beforeColumn - lane * kLaneWidth / 2;
         const int end = to.x + to.width / 2 + lane * kLaneWidth;
         std::vector<MapPoint> points{{from.x, exit}, {turn, exit}};
         if (from.isReached == to.isReached && to.x <= from.x && from.x - to.x <= m_pitch) {
@@ -102,7 +101,7 @@ private:
         points.push_back({turn, below});
         const int bottom = to.y + to.height;
         if (hasOthersBelow(to)) { // round them
-            const int beside = to.x - kBeforeColumn - lane * kLaneWidth / 2;
+            const int beside = to.x - m_beforeColumn - lane * kLaneWidth / 2;
             const int under = bottom + m_sizes.gap / 2 + lane * m_sizes.gap / 8;
             points.insert(points.end(), {{beside, below}, {beside, under}, {end, under}});
         } else {
@@ -140,6 +139,7 @@ private:
     NodeForm m_form;
     FormSizes m_sizes;
     int m_pitch;                                  ///< from column to column
+    int m_beforeColumn;                           ///< where the first line goes down
     std::array<std::vector<Column>, 2> m_columns; ///< of what is not reached, and of what is
 };
 

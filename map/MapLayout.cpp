@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <numeric>
 #include <span>
 #include <tuple>
 #include <utility>
@@ -18,7 +19,7 @@ namespace {
 constexpr int kSlotHeight = 18;
 constexpr int kSpread = 13;
 constexpr int kStub = 34; ///< below a node with an action that leads nowhere
-constexpr int kHeading = 44;
+constexpr int kHeading = 28;
 constexpr int kFoot = 5;
 constexpr int kCountHeight = 17; ///< of how many more a chain has
 
@@ -81,7 +82,7 @@ public:
     }
 
 private:
-    [[nodiscard]] int xOf(int column) const { return column * (m_sizes.width + kBetweenColumns); }
+    [[nodiscard]] int xOf(int column) const { return column * (m_sizes.width + m_sizes.between); }
 
     void addLines(const Columns& columns, const std::vector<Arc>& drawn,
                   const std::vector<int>& column, const std::vector<int>& tops, int top) {
@@ -99,32 +100,50 @@ private:
             }
         }
         spreadEnds(drawn);
+        if (m_sizes.row == 0) {
+            spreadBegins();
+        }
         std::move(m_lines.begin(), m_lines.end(), std::back_inserter(m_layout.lines));
     }
 
     /// Lines arrive in the order in which they come, one below the other.
     void spreadEnds(const std::vector<Arc>& drawn) {
-        std::vector<std::size_t> order(drawn.size());
-        for (std::size_t i = 0; i < order.size(); ++i) {
-            order[i] = i;
-        }
-        const auto key = [&](std::size_t i) {
-            return std::tuple(drawn[i].to, m_lines[i].points.back().y, i);
-        };
+        const auto target = [&](std::size_t i) { return m_branches[at(drawn[i].to)]; };
+        const auto comesFrom = [this](std::size_t i) { return m_lines[i].points.back().y; };
+        spread(target, comesFrom, [this](std::size_t i, const MapNode& node, int by) {
+            m_lines[i].points.push_back({node.x, node.y + m_sizes.entry + by});
+        });
+    }
+
+    /// They leave in the order in which they go on.
+    void spreadBegins() {
+        const auto source = [this](std::size_t i) { return m_lines[i].branch; };
+        const auto goesTo = [this](std::size_t i) { return m_lines[i].points[1].y; };
+        spread(source, goesTo, [this](std::size_t i, const MapNode& /*node*/, int by) {
+            m_lines[i].points.front().y += by;
+        });
+    }
+
+    /// Sorts the lines of each node by `height` and tells how far each is off the node's entry.
+    template <typename NodeOf, typename Height, typename Place>
+    void spread(const NodeOf& nodeOf, const Height& height, const Place& place) {
+        std::vector<std::size_t> order(m_lines.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        const auto key = [&](std::size_t i) { return std::tuple(nodeOf(i), height(i), i); };
         std::sort(order.begin(), order.end(),
                   [&](std::size_t one, std::size_t other) { return key(one) < key(other); });
         for (std::size_t begin = 0; begin < order.size();) {
+            const int number = nodeOf(order[begin]);
             std::size_t end = begin;
-            while (end < order.size() && drawn[order[end]].to == drawn[order[begin]].to) {
+            while (end < order.size() && nodeOf(order[end]) == number) {
                 ++end;
             }
             const int count = static_cast<int>(end - begin);
-            const MapNode& to = m_layout.nodes[at(m_branches[at(drawn[order[begin]].to)])];
-            const int room = 2 * std::min(m_sizes.entry, to.height - m_sizes.entry) - 8;
+            const MapNode& node = m_layout.nodes[at(number)];
+            const int room = 2 * std::min(m_sizes.entry, node.height - m_sizes.entry) - 8;
             const int all = std::min(kSpread * (count - 1), std::max(room, 0));
             for (int i = 0; begin < end; ++begin, ++i) {
-                const int by = count > 1 ? all * i / (count - 1) - all / 2 : 0;
-                m_lines[order[begin]].points.push_back({to.x, to.y + m_sizes.entry + by});
+                place(order[begin], node, count > 1 ? all * i / (count - 1) - all / 2 : 0);
             }
         }
     }
@@ -201,11 +220,11 @@ FormSizes sizesOf(NodeForm form) {
     switch (form) {
     case NodeForm::unfolded:
     case NodeForm::whole:
-        return {136, kStillHeight + kNameHeight, 17, 24, 37};
+        return {136, kStillHeight + kNameHeight, 17, 24, 40, 37};
     case NodeForm::still:
-        return {92, 74, 0, 22, 37};
+        return {92, 74, 0, 22, 22, 37};
     default:
-        return {72, kNameHeight, 0, 16, kNameHeight / 2};
+        return {72, kNameHeight, 0, 16, 40, kNameHeight / 2};
     }
 }
 

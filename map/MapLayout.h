@@ -19,14 +19,14 @@ enum class NodeForm {
 
 struct FormSizes {
     int width;
-    int height; ///< without rows
-    int row;    ///< of an action; 0: actions are not shown
-    int gap;    ///< below a node
-    int entry;  ///< where lines arrive: distance from the top
+    int height;  ///< without rows
+    int row;     ///< of an action; 0: actions are not shown
+    int gap;     ///< below a node
+    int between; ///< columns
+    int entry;   ///< where lines arrive: distance from the top
 };
 [[nodiscard]] FormSizes sizesOf(NodeForm form);
 
-constexpr int kBetweenColumns = 40;
 constexpr int kStillHeight = 76;
 constexpr int kNameHeight = 22;
 constexpr int kMostRows = 8; ///< one more says how many are left out
@@ -74,7 +74,8 @@ struct MapLayout {
 
 /// The lines of a branch.
 [[nodiscard]] std::span<const MapLine> linesOf(const MapLayout& layout, int branch);
-/// Where the line of an action begins, below the node's top.
+/// Where the line of an action begins, below the node's top. In forms without rows lines begin
+/// about here, one below the other.
 [[nodiscard]] int exitOf(NodeForm form, int action);
 [[nodiscard]] MapLayout layOut(const MapScene& scene, NodeForm form);
 

@@ -202,6 +202,27 @@ TEST(MapLayoutOf, AStoryGoesFromLeftToRight) {
     EXPECT_EQ(passing->points.size(), 4U);
 }
 
+TEST(MapLayoutOf, StillsStandCloserAndTheirLinesBeginOneBelowTheOther) {
+    MapScene scene = branches(4);
+    for (const int to : {3, 1, 2}) {
+        lead(scene, 0, to);
+    }
+    const MapLayout layout = map::layOut(scene, NodeForm::still);
+    EXPECT_EQ(layout.nodes[1].x, 92 + 22);
+    EXPECT_EQ(map::layOut(scene, NodeForm::whole).nodes[1].x, 136 + 40);
+    ASSERT_EQ(layout.lines.size(), 3U);
+    std::vector<std::pair<int, int>> ends; // where each begins and arrives
+    for (const map::MapLine& line : layout.lines) {
+        ends.emplace_back(line.points.front().y - layout.nodes[0].y, line.points.back().y);
+    }
+    std::sort(ends.begin(), ends.end());
+    EXPECT_EQ(ends[0].first, 37 - 13);
+    EXPECT_EQ(ends[1].first, 37);
+    EXPECT_EQ(ends[2].first, 37 + 13);
+    EXPECT_TRUE(ends[0].second < ends[1].second && ends[1].second < ends[2].second)
+        << "none crosses another";
+}
+
 TEST(MapText, HoldsEveryNameWholeAndEscaped) {
     const auto manager = scene::SceneManager::create();
     manager->newScene("Fire");
