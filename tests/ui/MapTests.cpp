@@ -103,10 +103,24 @@ TEST_F(MapTest, ShowsTheChoiceAndFollowsEdits) {
     m_driver->press(Key::z, {.control = true});
     EXPECT_EQ(map().placeOf(0).height(), before.height());
 
-    const std::uint32_t edge = m_driver->pixel(map().placeOf(1).topLeft());
+    const auto edgeOf = [this](int branch) {
+        return m_driver->pixel({map().placeOf(branch).left, on(branch).y});
+    };
+    const std::uint32_t edge = edgeOf(1);
+    EXPECT_NE(m_driver->pixel(map().placeOf(1).topLeft()), edge) << "round";
+    m_driver->retype(u"EditFindBranch", u"a");
+    EXPECT_EQ(edgeOf(1), edge);
+    m_driver->press(Key::enter);
+    EXPECT_EQ(shown(), u"Apart");
+    EXPECT_EQ(map().chosen(), 2);
+    m_driver->press(Key::enter);
+    EXPECT_EQ(shown(), u"Alarm");
     m_driver->retype(u"EditFindBranch", u"lif");
-    EXPECT_NE(m_driver->pixel(map().placeOf(1).topLeft()), edge) << "a ring";
-    EXPECT_EQ(m_driver->pixel(map().placeOf(2).topLeft()), edge);
+    EXPECT_NE(edgeOf(1), edge) << "a ring";
+    EXPECT_EQ(edgeOf(2), edge);
+    session().moveBranch(1, 0);
+    EXPECT_NE(edgeOf(0), edge) << "goes with its branch";
+    session().moveBranch(0, 1);
 
     const Point fixed = on(1);
     m_driver->wheel(fixed, -2);

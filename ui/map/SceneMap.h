@@ -129,6 +129,9 @@ private:
     void paintHeading(platform::Canvas& canvas) const;
     void paintStub(platform::Canvas& canvas, const Rect& node) const;
     void paintNode(platform::Canvas& canvas, int branch) const;
+    void paintPile(platform::Canvas& canvas, const Rect& box) const;
+    void paintEdge(platform::Canvas& canvas, const Rect& box, int width,
+                   platform::Color color) const;
     void paintStill(platform::Canvas& canvas, int branch, const Rect& box) const;
     void paintRows(platform::Canvas& canvas, int branch, const Rect& box) const;
     void paintBadge(platform::Canvas& canvas, const map::MapAction& action, const Rect& box) const;

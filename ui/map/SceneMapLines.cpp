@@ -213,7 +213,9 @@ void SceneMap::paintLink(platform::Canvas& canvas) const {
     canvas.fillPath(path.stroked(kNearWidth), color(Tone::accent));
     paintHead(canvas, to, {1, 0}, color(Tone::accent));
     const Rect target = placeOf(branchAt(m_pointer));
-    canvas.fillFrame(target, {3, 3, 3, 3}, color(Tone::accent));
+    if (!target.isEmpty()) {
+        paintEdge(canvas, target, 3, color(Tone::accent));
+    }
 }
 
 } // namespace ui

@@ -39,9 +39,65 @@ constexpr int kIcon = 12;       ///< in a row
 constexpr int kBrokenLine = 20; ///< from a node with a broken target down to a cross
 constexpr int kCrossReach = 5;  ///< of the cross, from its middle
 constexpr int kPile = 3;        ///< by which the second of a pile of nodes is off
+constexpr int kRadius = 3;      ///< of a node's corners
+constexpr int kBadgeRadius = 2;
 
 std::size_t at(int index) {
     return static_cast<std::size_t>(index);
+}
+
+struct Corner {
+    platform::PointF at;
+    platform::PointF in; ///< into the box, along both axes
+
+    [[nodiscard]] platform::PointF inside(double x, double y) const {
+        return {at.x + in.x * x, at.y + in.y * y};
+    }
+};
+
+std::array<Corner, 4> cornersOf(const platform::Rect& box) {
+    const auto left = static_cast<double>(box.left);
+    const auto top = static_cast<double>(box.top);
+    const auto right = static_cast<double>(box.right);
+    const auto bottom = static_cast<double>(box.bottom);
+    return {{{{left, top}, {1, 1}},
+             {{right, top}, {-1, 1}},
+             {{left, bottom}, {1, -1}},
+             {{right, bottom}, {-1, -1}}}};
+}
+
+constexpr double kCircle = 0.5523; ///< of the radius: where a curve of a quarter bends
+
+/// What a round corner leaves out of a square one.
+platform::Path outsideOf(const Corner& corner) {
+    const double bend = kRadius * (1 - kCircle);
+    platform::Path path;
+    path.moveTo(corner.at);
+    path.lineTo(corner.inside(kRadius, 0));
+    path.curveTo(corner.inside(bend, 0), corner.inside(0, bend), corner.inside(0, kRadius));
+    path.close();
+    return path;
+}
+
+/// The edge round a corner.
+platform::Path edgeOf(const Corner& corner, double width) {
+    const double bend = kRadius * (1 - kCircle);
+    const double inner = width + std::max(kRadius - width, 0.0) * (1 - kCircle);
+    platform::Path path;
+    path.moveTo(corner.inside(kRadius, 0));
+    path.curveTo(corner.inside(bend, 0), corner.inside(0, bend), corner.inside(0, kRadius));
+    path.lineTo(corner.inside(width, kRadius));
+    path.curveTo(corner.inside(width, inner), corner.inside(inner, width),
+                 corner.inside(kRadius, width));
+    path.close();
+    return path;
+}
+
+void fillRound(platform::Canvas& canvas, const platform::Rect& box, double radius, Color color) {
+    platform::Path path;
+    path.addRoundBox({static_cast<double>(box.left), static_cast<double>(box.top)}, box.width(),
+                     box.height(), radius);
+    canvas.fillPath(path, color);
 }
 
 /// As many lines as it takes, broken at blanks.
@@ -131,12 +187,13 @@ void SceneMap::paintEmpty(platform::Canvas& canvas) const {
 }
 
 void SceneMap::paintHeading(platform::Canvas& canvas) const {
-    const Rect heading = inWindow(0, layout().unreachedTop, std::max(layout().width, 300), 40);
+    const Rect heading = inWindow(0, layout().unreachedTop, std::max(layout().width, 300), 1);
     for (int x = std::max(heading.left, heading.left + (GetPos().left - heading.left) / 6 * 6);
          x < std::min(heading.right, GetPos().right); x += 6) {
         canvas.fillRect({x, heading.top, x + 4, heading.top + 1}, color(Tone::edge));
     }
-    paintText(canvas, core::trStored("Not reached from the first branch"_tr), heading, font::kSmall,
+    const Rect text{heading.left, heading.top + 3, heading.right, heading.top + 23};
+    paintText(canvas, core::trStored("Not reached from the first branch"_tr), text, font::kSmall,
               color(Tone::hint));
 }
 
@@ -149,9 +206,8 @@ void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
                (chain >= 0 && at(found) < layout().nodes.size() && faceOf(found) == branch);
     });
     if (chain >= 0) {
-        const Rect second{box.left + kPile, box.top + kPile, box.right + kPile, box.bottom + kPile};
-        canvas.fillRect(second, color(Tone::band));
-        canvas.fillFrame(second, {1, 1, 1, 1}, color(Tone::edge));
+        paintPile(canvas,
+                  {box.left + kPile, box.top + kPile, box.right + kPile, box.bottom + kPile});
     }
     canvas.fillRect(box, color(Tone::surface));
     Rect name = box;
@@ -183,9 +239,28 @@ void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
             paintStub(canvas, box);
         }
     }
-    const int edge = isChosen || isFound ? 2 : 1;
-    canvas.fillFrame(box, {edge, edge, edge, edge},
-                     color(isChosen || isFound ? Tone::accent : Tone::edge));
+    for (const Corner& corner : cornersOf(box)) {
+        const bool isOnPile = chain >= 0 && corner.in.x < 0 && corner.in.y < 0;
+        canvas.fillPath(outsideOf(corner), color(isOnPile ? Tone::band : Tone::canvas));
+    }
+    paintEdge(canvas, box, isChosen || isFound ? 2 : 1,
+              color(isChosen || isFound ? Tone::accent : Tone::edge));
+}
+
+void SceneMap::paintPile(platform::Canvas& canvas, const Rect& box) const {
+    fillRound(canvas, box, kRadius, color(Tone::band));
+    paintEdge(canvas, box, 1, color(Tone::edge));
+}
+
+/// Straight edges have whole pixels of the screen, as elsewhere.
+void SceneMap::paintEdge(platform::Canvas& canvas, const Rect& box, int width, Color color) const {
+    const Rect across{box.left + kRadius, box.top, box.right - kRadius, box.bottom};
+    canvas.fillFrame(across, {0, width, 0, width}, color);
+    const Rect down{box.left, box.top + kRadius, box.right, box.bottom - kRadius};
+    canvas.fillFrame(down, {width, 0, width, 0}, color);
+    for (const Corner& corner : cornersOf(box)) {
+        canvas.fillPath(edgeOf(corner, width), color);
+    }
 }
 
 void SceneMap::paintStub(platform::Canvas& canvas, const Rect& node) const {
@@ -222,12 +297,12 @@ void SceneMap::paintStill(platform::Canvas& canvas, int branch, const Rect& box)
     }
     if (branch == m_scene->first) {
         const Rect flag = Rect::at(box.left + 6, box.top + 6, 20, 20);
-        canvas.fillRect(flag, color(Tone::accent));
+        fillRound(canvas, flag, kBadgeRadius, color(Tone::accent));
         icons.draw(canvas, flag, {u"First", u"badge"}, toolkit::IconState::normal);
     }
     if (m_errors && m_errors(branch) > 0) {
         const Rect sign = Rect::at(box.right - 26, box.top + 6, 20, 20);
-        canvas.fillRect(sign, color(Tone::surface));
+        fillRound(canvas, sign, kRadius, color(Tone::surface));
         icons.draw(canvas, sign, {u"Error", u"danger"}, toolkit::IconState::normal);
     }
 }
@@ -269,7 +344,7 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
 
 void SceneMap::paintBadge(platform::Canvas& canvas, const MapAction& action,
                           const Rect& box) const {
-    canvas.fillRect(box, color(toneOfKind(action.type)));
+    fillRound(canvas, box, kBadgeRadius, color(toneOfKind(action.type)));
     const bool isKnown = action.type > 0 && at(action.type) < kBadges.size();
     const std::u16string_view icon = kBadges.at(isKnown ? at(action.type) : 0);
     toolkit::CPaintManagerUI& manager = *GetManager();
