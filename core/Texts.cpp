@@ -42,6 +42,8 @@ constexpr std::array kKeyNames{
     "Key.Menu|Menu"_tr,
     "Key.Arrows|Arrows"_tr,
     "Key.Drag|Drag"_tr,
+    "Key.Plus|Plus"_tr,
+    "Key.Minus|Minus"_tr,
 };
 
 /// A text as the chosen language has it, with its places.

@@ -53,6 +53,8 @@ enum class Key {
     menu, ///< the key that opens a context menu
     openBracket,
     closeBracket,
+    plus, ///< and minus: of the main row, whatever they type there, or of the keypad
+    minus,
     // Function keys, digits and letters are consecutive: back ends convert them by their distance.
     // clang-format off
     f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12,

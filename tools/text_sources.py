@@ -20,7 +20,7 @@ COMMENT = re.compile(rf'({LITERAL})|//[^\n]*')
 ESCAPE = {"n": "\n", "t": "\t"}
 PLACE = re.compile(r"\{\d\}")
 KEY_NAME = re.compile(r"(?:Ctrl|Shift|Alt|Left|Right|Up|Down|Home|End|Page Up|Page Down|Tab|Enter|"
-                      r"Esc|Space|Backspace|Delete|Insert|Menu|Arrows|Drag|F\d\d?|.)")
+                      r"Esc|Space|Backspace|Delete|Insert|Menu|Arrows|Drag|Plus|Minus|F\d\d?|.)")
 # The conditions of an action, whose keys are older than the others.
 CONDITIONS = ("Default", "Keypress", "Zone", "Random")
 

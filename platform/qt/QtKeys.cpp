@@ -31,6 +31,9 @@ constexpr KeyPair kKeys[] = {
     {Qt::Key_Menu, Key::menu},
     {Qt::Key_BracketLeft, Key::openBracket},
     {Qt::Key_BracketRight, Key::closeBracket},
+    {Qt::Key_Plus, Key::plus},
+    {Qt::Key_Equal, Key::plus}, // one key of many layouts
+    {Qt::Key_Minus, Key::minus},
 };
 
 /// Keys that both sides number in the same order.

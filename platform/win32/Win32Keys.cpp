@@ -33,6 +33,8 @@ constexpr KeyPair kKeys[] = {
     {VK_RETURN, Key::enter},   {VK_ESCAPE, Key::escape},     {VK_SPACE, Key::space},
     {VK_BACK, Key::backspace}, {VK_DELETE, Key::del},        {VK_INSERT, Key::insert},
     {VK_APPS, Key::menu},      {VK_OEM_4, Key::openBracket}, {VK_OEM_6, Key::closeBracket},
+    {VK_OEM_PLUS, Key::plus},  {VK_ADD, Key::plus},          {VK_OEM_MINUS, Key::minus},
+    {VK_SUBTRACT, Key::minus},
 };
 
 /// Keys that both sides number in the same order.

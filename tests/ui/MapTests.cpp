@@ -130,6 +130,31 @@ TEST_F(MapTest, ShowsTheChoiceAndFollowsEdits) {
     EXPECT_EQ(m_driver->textOf(u"LabelMapZoom"), u"100 %");
 }
 
+TEST_F(MapTest, ZoomsByButtonsKeysAndAboutThePointer) {
+    showScene();
+    const auto zoomAfter = [this](const auto& act) {
+        act();
+        return map().zoomPercent();
+    };
+    EXPECT_EQ(zoomAfter([&] { m_driver->click(u"ButtonMapIn"); }), 125);
+    EXPECT_EQ(zoomAfter([&] { m_driver->press(Key::plus, {.control = true}); }), 150);
+    EXPECT_EQ(zoomAfter([&] { m_driver->press(Key::plus, {.control = true}); }), 150);
+    EXPECT_EQ(zoomAfter([&] { m_driver->click(u"ButtonMapOut"); }), 125);
+    EXPECT_EQ(zoomAfter([&] { m_driver->press(Key::minus, {.control = true}); }), 100);
+    EXPECT_EQ(m_driver->get(u"ButtonMapIn").GetToolTip(), u"Zoom in (Ctrl+Plus)");
+    m_driver->press(Key::digit0, {.control = true});
+    for (const int notches : {1, -2, -3}) { // other forms too
+        const Rect before = map().placeOf(1);
+        const Point pointer{before.left + 100, before.top + 5};
+        m_driver->wheel(pointer, notches);
+        const Rect now = map().placeOf(1);
+        EXPECT_EQ(now.top, before.top);
+        EXPECT_NEAR((pointer.x - now.left) / static_cast<double>(now.width()),
+                    100.0 / before.width(), 0.02);
+        m_driver->press(Key::digit0, {.control = true});
+    }
+}
+
 TEST_F(MapTest, ALargeSceneIsShownAsItWasUntilItIsLaidOutAnew) {
     constexpr int kCount = 200;
     makeScene(std::vector<std::string>(kCount, "Same"));

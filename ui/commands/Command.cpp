@@ -20,6 +20,7 @@ constexpr std::pair<Key, std::u16string_view> kNames[] = {
     {Key::enter, u"Enter"},         {Key::escape, u"Esc"},         {Key::space, u"Space"},
     {Key::backspace, u"Backspace"}, {Key::del, u"Delete"},         {Key::insert, u"Insert"},
     {Key::menu, u"Menu"},           {Key::openBracket, u"["},      {Key::closeBracket, u"]"},
+    {Key::plus, u"Plus"},           {Key::minus, u"Minus"},
 };
 
 std::u16string nameOf(Key key) {

@@ -24,7 +24,7 @@ bool actsEverywhere(const platform::Event& event) {
 bool isTyping(const platform::Event& event) {
     using platform::Key;
     return (event.key >= Key::digit0 || event.key == Key::space || event.key == Key::openBracket ||
-            event.key == Key::closeBracket) &&
+            event.key == Key::closeBracket || event.key == Key::plus || event.key == Key::minus) &&
            !event.modifiers.control && !event.modifiers.alt;
 }
 
