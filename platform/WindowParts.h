@@ -36,6 +36,7 @@ enum class PointerShape {
     scale,       ///< makes something larger or smaller
     rotate,      ///< turns it
     rectangle,   ///< draws one
+    link,        ///< leads something elsewhere
     notAllowed,  ///< does nothing
 };
 

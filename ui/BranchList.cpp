@@ -61,8 +61,9 @@ using namespace branch_list;
 namespace {
 
 constexpr ContextMenu kContextMenus[] = {
-    {kVideoPreview, kPreviewRows}, {kBranchCombo, kBranchRows}, {kNameEdit, kBranchRows},
-    {kVideoCombo, kVideoRows},     {kActionList, kActionRows},
+    {kSceneMap, kBranchRows},    {kVideoPreview, kPreviewRows}, {kPreviewPath, kPathRows},
+    {kBranchCombo, kBranchRows}, {kNameEdit, kBranchRows},      {kVideoCombo, kVideoRows},
+    {kActionList, kActionRows},
 };
 constexpr std::u16string_view kPanes[] = {kSceneMap,   kVideoPreview, kFindingsList, kBranchCombo,
                                           kActionList, kNoticePanel,  kTourPanel};

@@ -61,6 +61,7 @@ Qt::CursorShape systemCursor(PointerShape shape) {
     case PointerShape::scale:
     case PointerShape::rotate:
     case PointerShape::rectangle:
+    case PointerShape::link:
         break;
     }
     return Qt::ArrowCursor;

@@ -110,6 +110,15 @@ Drawing rectangleDrawing() {
     return drawing;
 }
 
+/// An arrow away from a point.
+Drawing linkDrawing() {
+    Drawing drawing{.hotSpot = {3.5, 12.5}};
+    addDot(drawing.dots, drawing.hotSpot, 2.25);
+    addLine(drawing.lines, {drawing.hotSpot, {13, 3}});
+    addLine(drawing.lines, {{7.5, 3}, {13, 3}, {13, 8.5}});
+    return drawing;
+}
+
 Drawing drawingOf(PointerShape shape) {
     switch (shape) {
     case PointerShape::move:
@@ -124,6 +133,8 @@ Drawing drawingOf(PointerShape shape) {
         return rotateDrawing();
     case PointerShape::rectangle:
         return rectangleDrawing();
+    case PointerShape::link:
+        return linkDrawing();
     default:
         return {};
     }

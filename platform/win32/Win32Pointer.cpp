@@ -30,6 +30,7 @@ const wchar_t* systemCursor(PointerShape shape) {
     case PointerShape::scale:
     case PointerShape::rotate:
     case PointerShape::rectangle:
+    case PointerShape::link:
         break;
     }
     return IDC_ARROW;

@@ -382,11 +382,82 @@ TEST_F(MapTest, IsATreeForScreenReaders) {
     lift.accessiblePress();
     EXPECT_EQ(shown(), u"Lift");
     EXPECT_TRUE(lift.accessibleState().selected && !alarm.accessibleState().selected);
+    alarm.accessibleChild(0)->accessiblePress();
+    EXPECT_EQ(shown(), u"Alarm") << "whose action it is";
     const auto life = lift.accessibleLife();
     session().setImmediate(1, 0, true);
     EXPECT_TRUE(life.expired()) << "nodes of the scene before";
     EXPECT_EQ(map().accessibleChild(1)->accessibleChild(0)->accessibleName(),
               u"Default, to Alarm, immediate");
+}
+
+TEST_F(MapTest, APressThatStaysInItsRowLeadsNothingElsewhere) {
+    showScene();
+    const auto revision = session().revision();
+    m_driver->drag({row(0, 0), {row(0, 0).x + 6, row(0, 0).y + 2}});
+    EXPECT_EQ(session().revision(), revision);
+    m_driver->drag({row(0, 0), {row(0, 0).x + 60, row(0, 0).y}, row(0, 1)});
+    EXPECT_EQ(target(0), "Alarm") << "another row is its branch";
+}
+
+TEST_F(MapTest, ThePointerTellsWhatAPressWouldDo) {
+    using platform::PointerShape;
+    showScene();
+    const auto shapeAt = [this](Point at) {
+        m_driver->hover(at);
+        return m_driver->manager().mouse().shape();
+    };
+    EXPECT_EQ(shapeAt(on(1)), PointerShape::hand);
+    EXPECT_EQ(shapeAt(row(0, 1)), PointerShape::link);
+    EXPECT_EQ(shapeAt(kGround), PointerShape::arrow);
+    m_driver->send(platform::EventKind::mouseDown, kGround);
+    EXPECT_EQ(shapeAt({kGround.x - 30, kGround.y}), PointerShape::move);
+    m_driver->send(platform::EventKind::mouseUp, {kGround.x - 30, kGround.y});
+    m_driver->send(platform::EventKind::mouseDown, row(0, 1));
+    EXPECT_EQ(shapeAt(kGround), PointerShape::link);
+    m_driver->press(Key::escape);
+    m_driver->send(platform::EventKind::mouseUp, kGround);
+}
+
+TEST_F(MapTest, TheContextMenuIsAboutTheNodeItIsOpenedOn) {
+    showScene();
+    for (const auto kind : {platform::EventKind::mouseDown, platform::EventKind::mouseUp}) {
+        test::input().mouse(m_driver->native(), kind, on(1), platform::MouseButton::right);
+    }
+    test::pump();
+    EXPECT_EQ(shown(), u"Lift");
+    m_driver->type(u"d");
+    m_driver->press(Key::enter);
+    EXPECT_EQ(session().branchNames(),
+              (std::vector<std::string>{"Alarm", "Lift", "Lift 2", "Apart"}));
+}
+
+TEST_F(MapTest, TheArrowKeysGoToTheNodesAboveAndBelow) {
+    showScene();
+    m_driver->click(on(0));
+    m_driver->press(Key::down);
+    EXPECT_EQ(shown(), u"Apart");
+    m_driver->press(Key::up);
+    EXPECT_EQ(shown(), u"Alarm");
+}
+
+TEST_F(MapTest, ADoubleClickPlaysFromTheNodeThatItsFirstPressMet) {
+    showChain(8);
+    while (map().zoomPercent() < 150) {
+        m_driver->press(Key::plus, {.control = true});
+    }
+    const Rect pos = map().GetPos();
+    const Point ground{pos.left + 300, pos.bottom - 40};
+    m_driver->drag({ground, {ground.x + pos.right - 60 - map().placeOf(2).left, ground.y}});
+    const Rect before = map().placeOf(2);
+    ASSERT_EQ(before.left, pos.right - 60);
+    m_driver->click(Point{pos.right - 5, before.top + 10});
+    EXPECT_LT(map().placeOf(2).right, pos.right) << "the whole node is shown";
+    m_driver->drag({ground, {ground.x + before.left - map().placeOf(2).left, ground.y}});
+    m_driver->click(on(1));
+    m_driver->doubleClick({pos.right - 5, before.top + 10});
+    ASSERT_TRUE(isVisible(u"VideoPreview"));
+    EXPECT_EQ(m_driver->get(u"VideoPreview").accessibleName(), u"Preview of C");
 }
 
 TEST_F(MapTest, ADoubleClickPlaysFromTheBranch) {

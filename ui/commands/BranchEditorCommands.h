@@ -283,6 +283,7 @@ inline constexpr std::string_view kPreviewRows[] = {
     command::kPreviewPlay, command::kPreviewRestart, command::kPreviewBack, command::kLine,
     command::kHalfSpeed,   command::kNormalSpeed,    command::kDoubleSpeed, command::kLine,
     command::kCopyPath,    command::kPreviewStop};
+inline constexpr std::string_view kPathRows[] = {command::kCopyPath};
 inline constexpr std::string_view kActionRows[] = {
     command::kAddAction,       command::kLine, command::kActionUp,    command::kActionDown,
     command::kDuplicateAction, command::kLine, command::kRemoveAction};

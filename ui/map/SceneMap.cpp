@@ -74,6 +74,7 @@ void SceneMap::show(std::shared_ptr<const map::MapScene> scene, std::shared_ptr<
     m_scene = std::move(scene);
     m_layouts = std::move(layouts);
     m_chosen = chosen;
+    m_pressed = -1;
     m_items.clear();
     m_backLines.reset();
     const Rect now = placeOf(kept.now);

@@ -20,6 +20,7 @@
 #include "platform/Color.h"
 #include "platform/Event.h"
 #include "platform/Path.h"
+#include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/TEventUI.h"
 #include "toolkit/skin/Palette.h"
@@ -71,6 +72,8 @@ public:
     [[nodiscard]] bool isFocusable() const override { return true; }
     [[nodiscard]] bool claimsKey(const platform::Event& event) const override;
     bool DoEvent(const toolkit::TEventUI& event) override;
+    bool notePress(const toolkit::TEventUI& event) override;
+    [[nodiscard]] platform::PointerShape pointerShapeAt(Point point) const override;
     void SetPos(const Rect& pos) override;
     void forgetInput() override;
     [[nodiscard]] std::u16string toolTipAt(Point point) const override;
@@ -114,6 +117,7 @@ private:
     void pick(int branch);
     bool key(const platform::Event& event);
     void press(const platform::Event& event);
+    void doublePress(Point point);
     void drag(Point point);
     void release(Point point);
     void go(platform::Key key);
@@ -159,6 +163,8 @@ private:
     int m_turned = 0;        ///< of the wheel, less than a notch
     bool m_isPressed = false;
     bool m_isDragged = false;
+    bool m_isPicked = false; ///< by the press
+    int m_pressed = -1;      ///< the branch that the last press met
     Point m_pressedAt;
     View m_pressedView;
 };

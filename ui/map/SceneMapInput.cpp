@@ -14,7 +14,8 @@ using toolkit::EventType;
 
 namespace {
 
-constexpr int kSlack = 4; ///< pixels until a press becomes a drag
+constexpr int kSlack = 4;        ///< pixels until a press becomes a drag
+constexpr int kDoubleSlack = 16; ///< between the presses of a double click
 
 } // namespace
 
@@ -96,8 +97,39 @@ void SceneMap::press(const platform::Event& event) {
     m_pressedView = m_view;
     const int branch = branchAt(event.position);
     m_linked = actionAt(branch, event.position);
+    m_pressed = branch;
+    m_isPicked = branch >= 0 && branch != m_chosen;
     pick(branch);
-    m_pressedView = m_view;
+}
+
+/// Plays from the branch that the first press has met: its click may have moved the view.
+void SceneMap::doublePress(Point point) {
+    const bool isThere = std::abs(point.x - m_pressedAt.x) <= kDoubleSlack &&
+                         std::abs(point.y - m_pressedAt.y) <= kDoubleSlack;
+    if (isThere && m_pressed >= 0) {
+        notify(toolkit::kItemActivate, m_pressed);
+    }
+}
+
+/// A context menu is about the node that it is opened on.
+bool SceneMap::notePress(const toolkit::TEventUI& event) {
+    if (event.native.button == platform::MouseButton::right && !m_isPressed) {
+        pick(branchAt(event.native.position));
+    }
+    return false;
+}
+
+platform::PointerShape SceneMap::pointerShapeAt(Point point) const {
+    using platform::PointerShape;
+    const bool isDragged = m_isPressed && m_isDragged;
+    if (isDragged && m_linked < 0) {
+        return PointerShape::move;
+    }
+    const int branch = branchAt(point);
+    if (isDragged || (m_onLink && actionAt(branch, point) >= 0)) {
+        return PointerShape::link;
+    }
+    return branch >= 0 ? PointerShape::hand : PointerShape::arrow;
 }
 
 void SceneMap::forgetInput() {
@@ -107,11 +139,17 @@ void SceneMap::forgetInput() {
 }
 
 void SceneMap::release(Point point) {
-    const bool isLinked = m_isPressed && m_isDragged && m_linked >= 0 && GetPos().contains(point);
+    const int target = branchAt(point);
     const int action = m_linked;
+    const bool isInItsRow = target == m_chosen && actionAt(target, point) == action;
+    const bool isLinked =
+        m_isPressed && m_isDragged && action >= 0 && !isInItsRow && GetPos().contains(point);
+    const bool isClick = m_isPressed && !m_isDragged;
     forgetInput();
     if (isLinked && m_onLink) {
-        m_onLink(m_chosen, action, branchAt(point));
+        m_onLink(m_chosen, action, target);
+    } else if (isClick && m_isPicked) {
+        showNode(m_chosen);
     }
 }
 
@@ -153,9 +191,7 @@ bool SceneMap::DoEvent(const toolkit::TEventUI& event) {
         forgetInput();
         return true;
     case EventType::doubleClick:
-        if (branchAt(event.native.position) >= 0) {
-            notify(toolkit::kItemActivate, branchAt(event.native.position));
-        }
+        doublePress(event.native.position);
         return true;
     case EventType::wheel:
         turnWheel(event.native);

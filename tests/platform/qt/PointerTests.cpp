@@ -186,7 +186,8 @@ TEST(PointerShape, IsTheSystemsOwnOrDrawnForTheScale) {
                                              {PointerShape::deletePoint, {8, 12}},
                                              {PointerShape::scale, {12, 12}},
                                              {PointerShape::rotate, {12, 12}},
-                                             {PointerShape::rectangle, {12, 12}}}) {
+                                             {PointerShape::rectangle, {12, 12}},
+                                             {PointerShape::link, {5, 18}}}) {
             window.native().input().setPointer(shape);
             const QCursor cursor = surface.cursor();
             const QImage picture = cursor.pixmap().toImage();
