@@ -115,6 +115,7 @@ private:
     void branchRenamed(int branch, const std::string& oldName) override;
     void nameRefused(const std::u16string& name) override;
     void showPlace(const check::Finding& finding, bool opens) override;
+    void findingsChanged() override;
     void zonesShown(bool picked) override;
     void previewNotes(const std::u16string& text) override;
     void previewChanged() override;

@@ -90,6 +90,12 @@ void BranchList::showPlace(const check::Finding& finding, bool opens) {
     }
 }
 
+void BranchList::findingsChanged() {
+    if (m_parts) { // not while they are made
+        m_parts->map.showErrors();
+    }
+}
+
 void BranchList::toggleCheck() {
     const bool shown = !m_parts->leftPane.isShown() || m_parts->findings.isFolded();
     if (shown) {

@@ -441,6 +441,23 @@ TEST_F(MapTest, TheArrowKeysGoToTheNodesAboveAndBelow) {
     EXPECT_EQ(shown(), u"Alarm");
 }
 
+TEST_F(MapTest, ShowsWhatIsFoundInFiles) {
+    support::writeBytes("Scenes/Fire/a.ogv", support::makeClip({.frames = 2}));
+    makeScene({"Alarm"}, {"a.ogv"});
+    show();
+    m_driver->native().setGeometry(Rect::at(0, 0, 1600, 900));
+    ASSERT_TRUE(test::pumpUntil([&] { return m_driver->textOf(u"LabelFindings") == u"1"; }));
+    std::u16string painted;
+    map().setErrors([&](int) {
+        painted = m_driver->textOf(u"CheckErrors");
+        return 0;
+    });
+    session().setVideo(0, "gone.ogv");
+    ASSERT_TRUE(test::pumpUntil([&] { return m_driver->textOf(u"CheckErrors") == u"1"; }));
+    EXPECT_TRUE(test::pumpUntil([&] { return painted == u"1"; }));
+    map().setErrors({});
+}
+
 TEST_F(MapTest, ADoubleClickPlaysFromTheNodeThatItsFirstPressMet) {
     showChain(8);
     while (map().zoomPercent() < 150) {

@@ -180,6 +180,11 @@ int FindingsPresenter::errorsOf(int branch) const {
 
 void FindingsPresenter::update() {
     showCounts();
+    showList();
+    m_listener.findingsChanged();
+}
+
+void FindingsPresenter::showList() {
     auto* list = m_controls.find<toolkit::CListUI>(kFindingsList);
     const std::vector<const check::Finding*> findings = wanted();
     if (list == nullptr || // rows name their branches

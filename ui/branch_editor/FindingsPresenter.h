@@ -40,6 +40,8 @@ public:
         virtual ~Listener() = default;
         /// The finding was chosen: shows where it is. `opens`: in another window too.
         virtual void showPlace(const check::Finding& finding, bool opens) = 0;
+        /// What there is to find may be something else now.
+        virtual void findingsChanged() = 0;
     };
 
     /// `reader` reads the scene's folder; empty when that is unknown. Nobody else uses it
@@ -78,6 +80,7 @@ public:
 private:
     void changed(const scene::SceneSession::Changes& changes);
     void update();
+    void showList();
     void showCounts();
     void showFold();
     [[nodiscard]] std::vector<const check::Finding*> wanted() const;

@@ -198,7 +198,7 @@ void MapPresenter::fit() {
 
 void MapPresenter::showErrors() {
     if (SceneMap* map = control()) {
-        map->Invalidate();
+        map->errorsChanged();
     }
 }
 

@@ -88,16 +88,30 @@ void SceneMap::show(std::shared_ptr<const map::MapScene> scene, std::shared_ptr<
         }
     }
     accessibleChanged(platform::AccessibleChange::children);
-    accessibleChanged(platform::AccessibleChange::value);
+    tellValue();
     Invalidate();
+}
+
+void SceneMap::errorsChanged() {
+    if (accessibleValue() != m_toldValue) {
+        tellValue();
+    }
+    Invalidate();
+}
+
+void SceneMap::tellValue() {
+    m_toldValue = accessibleValue();
+    accessibleChanged(platform::AccessibleChange::value);
 }
 
 void SceneMap::choose(int branch) {
     if (m_chosen != branch) {
         m_chosen = branch;
         m_backLines.reset();
-        showNode(branch);
-        accessibleChanged(platform::AccessibleChange::value);
+        if (!m_isPressed) { // what the pointer holds stays below it
+            showNode(branch);
+        }
+        tellValue();
         Invalidate();
     }
 }

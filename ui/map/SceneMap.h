@@ -49,6 +49,8 @@ public:
     void setStills(std::function<Picture(int branch)> stills) { m_stills = std::move(stills); }
     /// How many errors a branch has; called while painting.
     void setErrors(std::function<int(int branch)> errors) { m_errors = std::move(errors); }
+    /// They may be others now.
+    void errorsChanged();
     /// Sends nothing; -1 for none.
     void choose(int branch);
     [[nodiscard]] int chosen() const { return m_chosen; }
@@ -115,6 +117,7 @@ private:
     void setStep(int step, Point fixed);
     void showNode(int branch);
     void pick(int branch);
+    void tellValue();
     bool key(const platform::Event& event);
     void press(const platform::Event& event);
     void doublePress(Point point);
@@ -158,9 +161,10 @@ private:
     View m_view;
     bool m_isFitted = false; ///< nobody has moved the view since
     int m_leastFitted = 0;   ///< step
-    int m_linked = -1;       ///< action of the chosen branch that is pressed
-    Point m_pointer;         ///< while pressed
-    int m_turned = 0;        ///< of the wheel, less than a notch
+    std::u16string m_toldValue;
+    int m_linked = -1; ///< action of the chosen branch that is pressed
+    Point m_pointer;   ///< while pressed
+    int m_turned = 0;  ///< of the wheel, less than a notch
     bool m_isPressed = false;
     bool m_isDragged = false;
     bool m_isPicked = false; ///< by the press
