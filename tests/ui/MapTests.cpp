@@ -156,7 +156,7 @@ TEST_F(MapTest, ZoomsByButtonsKeysAndAboutThePointer) {
 }
 
 TEST_F(MapTest, ALargeSceneIsShownAsItWasUntilItIsLaidOutAnew) {
-    constexpr int kCount = 200;
+    constexpr int kCount = 500;
     makeScene(std::vector<std::string>(kCount, "Same"));
     show();
     m_driver->native().setGeometry(Rect::at(0, 0, 1600, 900));
@@ -201,6 +201,24 @@ TEST_F(MapTest, ALargeSceneThatIsLaidOutAnewStillLeadsToTheBranchesOfItsNodes) {
     EXPECT_EQ(map().chosen(), 2);
     ASSERT_TRUE(test::pumpUntil([&] { return isLaidOut(kCount - 1); }));
     EXPECT_EQ(map().chosen(), 0);
+}
+
+TEST_F(MapTest, AFewBranchesWithManyActionsAreALargeScene) {
+    constexpr int kCount = 30;
+    std::vector<std::string> names;
+    for (int i = 0; i < kCount; ++i) {
+        names.push_back("Branch " + std::to_string(i));
+    }
+    makeScene(names);
+    for (int i = 0; i < 500; ++i) {
+        addAction(scene::Action::kDefaultAction, {}, "Branch " + std::to_string(i * 7 % kCount),
+                  i % kCount);
+    }
+    show();
+    ASSERT_TRUE(test::pumpUntil([&] { return map().accessibleChildCount() == kCount; }));
+    session().removeBranch(kCount - 1);
+    EXPECT_EQ(map().accessibleChildCount(), kCount) << "is laid out on a thread";
+    EXPECT_TRUE(test::pumpUntil([&] { return map().accessibleChildCount() == kCount - 1; }));
 }
 
 TEST_F(MapTest, ABrokenTargetHangsBelowItsNodeAndWhatIsNotReachedStandsApart) {

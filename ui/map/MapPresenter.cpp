@@ -17,8 +17,16 @@ using namespace branch_list;
 
 namespace {
 
-constexpr std::size_t kSmall = 150; ///< branches that are laid out at once
+constexpr std::size_t kSmall = 400; ///< branches and actions that are laid out at once
 constexpr std::size_t kMostStills = 400;
+
+bool isSmall(const map::MapScene& scene) {
+    std::size_t size = scene.branches.size();
+    for (const map::MapBranch& branch : scene.branches) {
+        size += branch.actions.size();
+    }
+    return size <= kSmall;
+}
 
 } // namespace
 
@@ -80,7 +88,7 @@ void MapPresenter::update() {
         return;
     }
     m_content.scene = std::move(scene);
-    if (m_content.scene->branches.size() <= kSmall) {
+    if (isSmall(*m_content.scene)) {
         m_isStale = m_job.isRunning();
         show(std::make_shared<MapLayouts>());
     } else if (m_job.isRunning()) {
@@ -121,7 +129,7 @@ void MapPresenter::layOut() {
     m_job.start(work, {}, [this, layouts](bool isWhole) {
         if (!m_isStale && isWhole) {
             show(layouts);
-        } else if (m_isStale && m_content.scene->branches.size() > kSmall) {
+        } else if (m_isStale && !isSmall(*m_content.scene)) {
             layOut();
         }
     });
