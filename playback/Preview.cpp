@@ -109,6 +109,7 @@ bool Preview::choose(int action) {
 
 void Preview::restart() {
     m_player.restart();
+    m_isNew = true;
     follow();
 }
 

@@ -151,9 +151,20 @@ void Player::follow(const Action& action, Reason reason, int frame) {
 }
 
 void Player::restart() {
-    if (!m_path.empty()) {
-        show();
+    if (m_path.empty()) {
+        return;
     }
+    Step& step = m_path.back();
+    if (m_state == State::noBranch) {
+        if (step.name.empty() && step.reason.cause == Cause::started) {
+            step.name = m_story.first;
+        }
+        step.branch = findBranch(step.name);
+    }
+    if (step.branch >= 0) {
+        m_branch = m_story.branches[static_cast<std::size_t>(step.branch)];
+    }
+    show();
 }
 
 bool Player::back() {

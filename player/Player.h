@@ -81,7 +81,8 @@ public:
     /// `frame`: how many the clip has had.
     void clipEnded(int frame);
 
-    /// Plays the branch on show from its beginning; what waits is forgotten.
+    /// Plays the branch on show from its beginning, as it is in the story now; what waits is
+    /// forgotten. One that was not in the story is looked for again.
     void restart();
     /// Plays the branch before it from its beginning. False when there is none.
     bool back();

@@ -289,6 +289,9 @@ TEST_F(PreviewTest, SaysWhyItStopsAndPlaysOnFromThere) {
         EXPECT_EQ(preview.player().state(), state) << key;
         EXPECT_TRUE(tick());
         EXPECT_FALSE(tick());
+        preview.restart();
+        EXPECT_EQ(preview.player().state(), state) << key;
+        EXPECT_TRUE(tick()) << "it may have stopped for another reason";
         preview.seek(3);
         EXPECT_TRUE(preview.back());
         EXPECT_EQ(preview.player().state(), State::playing);
