@@ -6,6 +6,7 @@ const TEXTS = {
     fullScreen: "Full screen", choices: "What can happen now", zone: "Click into the zone %s",
     key: "Press %s", chosen: "Chosen. It goes on when the clip ends.", paused: "Paused",
     ended: "The scene has ended.", noBranch: 'Stopped: "%s" is not in the scene.',
+    noFirst: "Stopped: the scene has no first branch.",
     noTarget: "Stopped: the action has no target branch.", noVideo: "Stopped: no video.",
     unreadable: 'Stopped: the video "%s" cannot be played.', again: "Play again",
     path: "Path taken", copy: "Copy the path", copied: "Copied", started: "Started",
@@ -20,6 +21,7 @@ const TEXTS = {
     zone: "Cliquer dans la zone %s", key: "Appuyer sur %s",
     chosen: "Choix retenu. La suite vient à la fin de la vidéo.", paused: "En pause",
     ended: "La scène est terminée.", noBranch: "Arrêt : « %s » n’est pas dans la scène.",
+    noFirst: "Arrêt : la scène n’a pas de première branche.",
     noTarget: "Arrêt : l’action ne mène à aucune branche.", noVideo: "Arrêt : pas de vidéo.",
     unreadable: "Arrêt : la vidéo « %s » ne peut pas être lue.", again: "Rejouer",
     path: "Chemin suivi", copy: "Copier le chemin", copied: "Copié", started: "Début",
@@ -34,6 +36,7 @@ const TEXTS = {
     zone: "In die Zone %s klicken", key: "%s drücken",
     chosen: "Gewählt. Weiter geht es am Ende des Videos.", paused: "Angehalten",
     ended: "Die Szene ist zu Ende.", noBranch: "Gestoppt: „%s“ ist nicht in der Szene.",
+    noFirst: "Gestoppt: Die Szene hat keinen Startzweig.",
     noTarget: "Gestoppt: Die Aktion hat keinen Zielzweig.", noVideo: "Gestoppt: kein Video.",
     unreadable: "Gestoppt: Das Video „%s“ lässt sich nicht abspielen.", again: "Noch einmal",
     path: "Gegangener Weg", copy: "Weg kopieren", copied: "Kopiert", started: "Beginn",
@@ -48,6 +51,7 @@ const TEXTS = {
     choices: "Qué puede pasar ahora", zone: "Hacer clic en la zona %s", key: "Pulsar %s",
     chosen: "Elegido. Continúa al final del vídeo.", paused: "En pausa",
     ended: "La escena ha terminado.", noBranch: "Detenido: «%s» no está en la escena.",
+    noFirst: "Detenido: la escena no tiene primera rama.",
     noTarget: "Detenido: la acción no lleva a ninguna rama.", noVideo: "Detenido: no hay vídeo.",
     unreadable: "Detenido: no se puede reproducir el vídeo «%s».", again: "Otra vez",
     path: "Camino seguido", copy: "Copiar el camino", copied: "Copiado", started: "Inicio",
@@ -63,6 +67,7 @@ const TEXTS = {
     zone: "In de zone %s klikken", key: "Op %s drukken",
     chosen: "Gekozen. Het gaat verder als de video eindigt.", paused: "Gepauzeerd",
     ended: "De scène is afgelopen.", noBranch: "Gestopt: “%s” komt niet voor in de scène.",
+    noFirst: "Gestopt: de scène heeft geen eerste tak.",
     noTarget: "Gestopt: de actie heeft geen doeltak.", noVideo: "Gestopt: geen video.",
     unreadable: "Gestopt: de video “%s” kan niet worden afgespeeld.", again: "Nog een keer",
     path: "Gevolgde weg", copy: "Weg kopiëren", copied: "Gekopieerd", started: "Begin",
@@ -92,8 +97,9 @@ function endText(texts, player) {
     case "no video": return texts.noVideo;
     case "unreadable": return fill(texts.unreadable, player.branch.video);
     case "no branch": {
-      const name = player.path[player.path.length - 1].name;
-      return name === "" ? texts.noTarget : fill(texts.noBranch, name);
+      const { name, reason } = player.path[player.path.length - 1];
+      const none = reason.cause === "started" ? texts.noFirst : texts.noTarget;
+      return name === "" ? none : fill(texts.noBranch, name);
     }
     default: return "";
   }

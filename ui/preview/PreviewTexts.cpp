@@ -43,9 +43,13 @@ std::u16string endText(const player::Player& player) {
     case State::ended:
         return core::tr("Ended: \"{0}\" has no action that applies."_tr, player.branch().name);
     case State::noBranch: {
-        const std::string& name = player.path().back().name;
-        return name.empty() ? core::tr("Stopped: the action has no target branch."_tr)
-                            : core::tr("Stopped: \"{0}\" is not in the scene."_tr, name);
+        const player::Step& step = player.path().back();
+        if (!step.name.empty()) {
+            return core::tr("Stopped: \"{0}\" is not in the scene."_tr, step.name);
+        }
+        return step.reason.cause == player::Reason::Cause::started
+                   ? core::tr("Stopped: the scene has no first branch."_tr)
+                   : core::tr("Stopped: the action has no target branch."_tr);
     }
     case State::noVideo:
         return core::tr("Stopped: no video."_tr);
