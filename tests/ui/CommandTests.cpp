@@ -20,6 +20,7 @@
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
 #include "ui/commands/CommandSet.h"
+#include "ui/commands/KeyMap.h"
 
 namespace {
 
@@ -297,6 +298,18 @@ TEST_F(Keys, OfAllTablesAreInOneListWhicheverWindowAsks) {
     keys.click(u"ButtonManual");
     ASSERT_EQ(m_gui.userDesktop.opened.size(), 1U);
     EXPECT_TRUE(m_gui.userDesktop.opened[0].ends_with("Confirmation.html")) << "the last to ask";
+}
+
+TEST_F(Keys, OfALongLineAreReadUpToTheThird) {
+    std::string line = "[keys]\nsave = none";
+    while (line.size() < 65'000) {
+        line += ",none";
+    }
+    support::writeBytes("Editor.ini", line + "\nundo = F9, F9, F9\n");
+    const ui::KeyMap keys(std::make_shared<core::EditorSettings>("Editor.ini"));
+    EXPECT_EQ(keys.problems(),
+              (test::Texts{u"Save: \"none\" is not a key.", u"Save: \"none\" is not a key.",
+                           u"Save: only two keys count.", u"Undo: only two keys count."}));
 }
 
 TEST_F(Keys, OfTheManualOpenThePageOfEachWindow) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <map>
 #include <utility>
 
 #include "core/Text.h"
@@ -63,6 +64,22 @@ std::u16string folded(std::u16string_view text) {
     return result;
 }
 
+/// All keys with a name, by their folded texts.
+std::map<std::u16string, KeyChord> chordsByText() {
+    std::map<std::u16string, KeyChord> chords;
+    for (int number = static_cast<int>(Key::left); number <= static_cast<int>(Key::z); ++number) {
+        for (unsigned held = 0; held < 8; ++held) {
+            const KeyChord chord{
+                static_cast<Key>(number),
+                {.shift = (held & 1U) != 0, .control = (held & 2U) != 0, .alt = (held & 4U) != 0}};
+            if (const std::u16string text = keyText(chord); !text.empty()) {
+                chords.emplace(folded(text), chord);
+            }
+        }
+    }
+    return chords;
+}
+
 /// A tool tip without the key that stands behind it in brackets, if it is this one.
 core::Text withoutKey(core::Text toolTip, const KeyChord& key) {
     const std::string_view source = toolTip.source;
@@ -111,18 +128,9 @@ std::vector<std::u16string> splitKeys(std::u16string_view text) {
 }
 
 std::optional<KeyChord> parseKey(std::u16string_view text) {
-    const std::u16string wanted = folded(text);
-    for (int number = static_cast<int>(Key::left); number <= static_cast<int>(Key::z); ++number) {
-        for (unsigned held = 0; held < 8; ++held) {
-            const KeyChord chord{
-                static_cast<Key>(number),
-                {.shift = (held & 1U) != 0, .control = (held & 2U) != 0, .alt = (held & 4U) != 0}};
-            if (folded(keyText(chord)) == wanted) {
-                return chord;
-            }
-        }
-    }
-    return std::nullopt;
+    static const std::map<std::u16string, KeyChord> kChords = chordsByText();
+    const auto found = kChords.find(folded(text));
+    return found != kChords.end() ? std::optional(found->second) : std::nullopt;
 }
 
 std::u16string toolTipOf(const Command& command, std::u16string_view subject,

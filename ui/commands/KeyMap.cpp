@@ -96,14 +96,21 @@ bool KeyMap::readLine(const Command& command, const std::u16string& text) {
     Keys keys{};
     std::size_t count = 0;
     bool isGood = true;
+    const auto refuse = [&](const std::u16string& problem) {
+        m_problems.push_back(command.listedText() + u": " + problem);
+        isGood = false;
+    };
+    std::size_t read = 0;
     for (const std::u16string& part : splitKeys(text)) {
+        if (++read > keys.size()) { // the line may be as long as it likes
+            refuse(core::tr("only two keys count."_tr));
+            break;
+        }
         const std::optional<KeyChord> chord = parseKey(part);
-        const std::u16string problem = !chord ? core::tr("\"{0}\" is not a key."_tr, part)
-                                       : count == keys.size() ? core::tr("only two keys count."_tr)
-                                                              : refusal(command, *chord);
+        const std::u16string problem =
+            chord ? refusal(command, *chord) : core::tr("\"{0}\" is not a key."_tr, part);
         if (!problem.empty()) {
-            m_problems.push_back(command.listedText() + u": " + problem);
-            isGood = false;
+            refuse(problem);
         } else if (!has(keys, *chord)) {
             keys[count++] = *chord;
         }
