@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <unordered_set>
 #include <utility>
 
 namespace player {
@@ -12,6 +13,12 @@ using Cause = Reason::Cause;
 
 char lowered(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+std::string lowered(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char letter) { return lowered(letter); });
+    return text;
 }
 
 bool isSameKey(std::string_view a, std::string_view b) {
@@ -26,7 +33,17 @@ Reason reasonOf(const Action& action) {
 } // namespace
 
 Player::Player(Story story, ClipSource clips, std::uint32_t seed)
-    : m_story(std::move(story)), m_clips(std::move(clips)), m_chance(seed) {}
+    : m_clips(std::move(clips)), m_chance(seed) {
+    takeStory(std::move(story));
+}
+
+void Player::takeStory(Story story) {
+    m_story = std::move(story);
+    m_numbers.clear();
+    for (const Branch& branch : m_story.branches) {
+        m_numbers.emplace(branch.name, static_cast<int>(&branch - m_story.branches.data()));
+    }
+}
 
 void Player::start(std::string_view name) {
     startOver(findBranch(name), std::string(name));
@@ -45,10 +62,8 @@ void Player::startOver(int branch, std::string name) {
 }
 
 int Player::findBranch(std::string_view name) const {
-    const auto found = std::find_if(m_story.branches.begin(), m_story.branches.end(),
-                                    [&](const Branch& branch) { return branch.name == name; });
-    return found == m_story.branches.end() ? -1
-                                           : static_cast<int>(found - m_story.branches.begin());
+    const auto found = m_numbers.find(name);
+    return found != m_numbers.end() ? found->second : -1;
 }
 
 void Player::enter(int branch, std::string name, Reason reason, double seconds) {
@@ -179,7 +194,7 @@ bool Player::back() {
 }
 
 void Player::replaceStory(Story story, std::span<const int> moved) {
-    m_story = std::move(story);
+    takeStory(std::move(story));
     for (Step& step : m_path) {
         const bool wasThere = step.branch >= 0 && step.branch < static_cast<int>(moved.size());
         step.branch = wasThere ? moved[static_cast<std::size_t>(step.branch)] : -1;
@@ -216,15 +231,8 @@ std::vector<Choice> Player::choices(int frame) const {
     }
     const int random = static_cast<int>(actionsOf(When::byChance).size());
     bool hasUsual = random > 0;
-    std::vector<std::string_view> zones;
-    std::vector<std::string_view> keys;
-    const auto isNew = [](std::vector<std::string_view>& known, std::string_view name) {
-        const bool isKnown = std::any_of(known.begin(), known.end(), [&](std::string_view other) {
-            return isSameKey(other, name);
-        });
-        known.push_back(name);
-        return !isKnown;
-    };
+    std::unordered_set<std::string_view> zones;
+    std::unordered_set<std::string> keys;
     for (std::size_t i = 0; i < m_branch.actions.size(); ++i) {
         const Action& action = m_branch.actions[i];
         const int index = static_cast<int>(i);
@@ -232,13 +240,12 @@ std::vector<Choice> Player::choices(int frame) const {
         bool counts = true;
         switch (action.when) {
         case When::keyPressed:
-            counts = isNew(keys, action.parameter);
+            counts = keys.insert(lowered(action.parameter)).second;
             break;
         case When::zoneClicked:
-            counts =
-                waits || (hasActiveZone(*m_clip, action.parameter, frame) &&
-                          std::find(zones.begin(), zones.end(), action.parameter) == zones.end());
-            zones.push_back(action.parameter);
+            counts = zones.insert(action.parameter).second
+                         ? waits || hasActiveZone(*m_clip, action.parameter, frame)
+                         : waits;
             break;
         case When::clipEnds:
             counts = !std::exchange(hasUsual, true);
@@ -258,9 +265,10 @@ std::vector<int> Player::likelyNext() const {
     if (m_state != State::playing) {
         return found;
     }
+    std::unordered_set<int> known;
     const auto add = [&](int action) {
         const int branch = findBranch(m_branch.actions[static_cast<std::size_t>(action)].target);
-        if (branch >= 0 && std::find(found.begin(), found.end(), branch) == found.end()) {
+        if (branch >= 0 && known.insert(branch).second) {
             found.push_back(branch);
         }
     };

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <span>
 #include <string>
@@ -112,10 +113,12 @@ private:
     void enter(int branch, std::string name, Reason reason, double seconds);
     void startOver(int branch, std::string name);
     void show();
+    void takeStory(Story story);
     [[nodiscard]] int findBranch(std::string_view name) const;
     [[nodiscard]] std::vector<int> actionsOf(Action::When when) const;
 
     Story m_story;
+    std::map<std::string, int, std::less<>> m_numbers; ///< of the story's branches, by name
     ClipSource m_clips;
     Chance m_chance;
     State m_state = State::ended;
