@@ -11,6 +11,7 @@
 #include "toolkit/controls/CListLabelElementUI.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/ScrollModel.h"
+#include "toolkit/input/TEventUI.h"
 
 using namespace toolkit_test;
 using platform::Key;
@@ -139,6 +140,28 @@ TEST_F(Lists, APressInARowSelectsItFirstAndDoesNotMoveIt) {
     driver().press(Key::down);
     expectNotes("a text, and the next row", {"itemselect List 0", "itemselect List 1"});
     EXPECT_EQ(driver().get(u"Half").GetPos().bottom, 100) << "the keyboard brings it into view";
+}
+
+TEST_F(Lists, RowsLikeButtonsAreActivatedByOnePress) {
+    CListUI& list = openList(3);
+    list.GetItemAt(0)->accessiblePress();
+    expectNotes("a row is only selected", {"itemselect List 0"});
+    list.SetAttribute(u"pressactivates", u"true");
+    driver().click(u"Row1");
+    expectNotes("a press", {"itemselect List 1", "itemactivate List"});
+    list.GetItemAt(2)->accessiblePress();
+    expectNotes("of assistive technology", {"itemselect List 2", "itemactivate List"});
+    list.GetItemAt(0)->accessibleSelect(true);
+    expectNotes("no more than selected by it", {"itemselect List 0"});
+    toolkit::TEventUI rightPress;
+    rightPress.native.button = platform::MouseButton::right;
+    list.pressRow(*list.GetItemAt(1), rightPress);
+    expectNotes("by the right button", {"itemselect List 1"});
+    driver().press(Key::down);
+    expectNotes("by a key", {"itemselect List 2"});
+    list.GetItemAt(2)->SetEnabled(false);
+    driver().click(u"Row2");
+    expectNotes("disabled", {});
 }
 
 TEST_F(Lists, MakeAnnouncedRowsOnlyWhereTheyAreNeeded) {

@@ -154,6 +154,10 @@ bool CListUI::SetAttribute(std::u16string_view name, std::u16string_view value) 
         assignIf(m_isMulti, parseBool(value));
         return true;
     }
+    if (name == u"pressactivates") {
+        assignIf(m_pressActivates, parseBool(value));
+        return true;
+    }
     if (!m_itemStyle.apply(name, value)) {
         return CContainerUI::SetAttribute(name, value);
     }

@@ -84,7 +84,8 @@ public:
     /// False, and nothing happens, without these keys or "multiselect".
     bool pickMore(int index, const platform::Modifiers& modifiers, bool reveals);
     /// For the row control `row`: a press on it or on something in it. True when the press ends
-    /// there.
+    /// there. With attribute "pressactivates" the first button, and assistive technology, activate
+    /// the row that they press, as if it were a button.
     bool pressRow(const CControlUI& row, const TEventUI& event);
     /// What assistive technology does to the row alone, where several can be selected.
     void setRowSelected(const CControlUI& row, bool selected);
@@ -163,6 +164,7 @@ private:
     int m_reveal = -1;  ///< scrolled into view by the next layout
     int m_layout = 0;   ///< the number of the last one
     bool m_isMulti = false;
+    bool m_pressActivates = false;
 };
 
 } // namespace toolkit

@@ -174,8 +174,7 @@ bool CListUI::pressRow(const CControlUI& row, const TEventUI& event) {
         }
         return true;
     }
-    pick(index, false);
-    if (event.Type == EventType::doubleClick) {
+    if (pick(index, false) && (m_pressActivates || event.Type == EventType::doubleClick)) {
         activate();
     }
     return false;

@@ -14,7 +14,8 @@ inline constexpr std::u16string_view kClick = u"click";
 /// A combo or list selected an item: any pick by the user, even of the item already shown, and a
 /// SelectItem by the program that changes the index to a valid one. Never for "nothing selected".
 inline constexpr std::u16string_view kItemSelect = u"itemselect";
-/// A row of a list was double-clicked, or Enter was pressed with a row selected.
+/// A row of a list was double-clicked, or pressed in a list of rows that are like buttons, or Enter
+/// was pressed with a row selected.
 inline constexpr std::u16string_view kItemActivate = u"itemactivate";
 /// The user changed an option's state; sent before its "click". A program's change is silent.
 inline constexpr std::u16string_view kSelectChanged = u"selectchanged";
