@@ -68,10 +68,11 @@ void Preview::begin(int frame) {
 void Preview::follow() {
     if (m_player.state() != player::Player::State::playing) {
         m_hasChanged = m_hasChanged || m_clip != nullptr || m_isNew;
-        m_isNew = false;
+        m_isNew = m_isShown = false;
         putClipAway();
     } else if (std::exchange(m_isNew, false)) {
         m_hasChanged = true;
+        m_isShown = false;
         m_frame = 0;
         begin(0);
         openAhead();
@@ -90,19 +91,19 @@ void Preview::openAhead() {
 }
 
 bool Preview::press(std::string_view key) {
-    const bool isAnswered = m_player.press(key, m_frame);
+    const bool isAnswered = m_isShown && m_player.press(key, m_frame);
     follow();
     return isAnswered;
 }
 
 bool Preview::click(platform::Point pixel) {
-    const bool isAnswered = m_player.click(pixel, m_frame);
+    const bool isAnswered = m_isShown && m_player.click(pixel, m_frame);
     follow();
     return isAnswered;
 }
 
 bool Preview::choose(int action) {
-    const bool isAnswered = m_player.choose(action, m_frame);
+    const bool isAnswered = m_isShown && m_player.choose(action, m_frame);
     follow();
     return isAnswered;
 }
@@ -153,6 +154,7 @@ bool Preview::tick(const PictureSink& show) {
     if (m_clip) {
         if (m_run.tick(show)) {
             m_frame = m_run.frame();
+            m_isShown = true;
         }
         if (m_run.isAtEnd()) {
             m_player.clipEnded(m_run.endFrame());

@@ -53,7 +53,8 @@ public:
     void startAt(std::string_view branch);
     void startAt(int branch);
 
-    // The learner's part; see player/Player.h. All count on the frame on show.
+    // The learner's part; see player/Player.h. All count on the frame on show; until a picture of
+    // the branch is, nothing answers.
     bool press(std::string_view key);
     bool click(platform::Point pixel);
     bool choose(int action);
@@ -74,6 +75,8 @@ public:
 
     [[nodiscard]] const player::Player& player() const { return m_player; }
     [[nodiscard]] const Transport& transport() const { return m_transport; }
+    /// Whether the branch's clip is on show: since it came up or began again, a picture of it came.
+    [[nodiscard]] bool isShown() const { return m_isShown; }
     /// The frame on show; 0 before the first.
     [[nodiscard]] int frame() const { return m_frame; }
     [[nodiscard]] int frameCount() const; ///< -1 when unknown
@@ -96,6 +99,7 @@ private:
     player::Player m_player;
     std::unique_ptr<OpenClip> m_clip; ///< on show
     bool m_isNew = false;             ///< a branch came up
+    bool m_isShown = false;
     bool m_hasChanged = false;
     int m_frame = 0;
     unsigned m_dropped = 0; ///< of the clips that were put away

@@ -299,6 +299,49 @@ TEST_F(PreviewTest, SaysWhyItStopsAndPlaysOnFromThere) {
     EXPECT_EQ(pass(5), upTo(5));
 }
 
+TEST_F(PreviewTest, NothingAnswersUntilAPictureOfTheBranchIsOnShow) {
+    clip("clip.ogv", 30, false);
+    makeLeftZone(m_folder.path() + "clip.ogv", "Exit");
+    Preview& preview =
+        play({"A",
+              {{"A",
+                "clip.ogv",
+                {{When::keyPressed, "A", "A", true}, {When::zoneClicked, "Exit", "A", true}}}}});
+    const auto answers = [&] {
+        return std::vector{preview.press("a"), preview.choose(0), preview.click({10, 10})};
+    };
+    EXPECT_FALSE(preview.isShown());
+    EXPECT_EQ(answers(), std::vector({false, false, false}));
+    (void)pass(7);
+    EXPECT_TRUE(preview.isShown());
+    EXPECT_TRUE(preview.click({10, 10}));
+    EXPECT_FALSE(preview.isShown()) << "the last picture of the clip before";
+    EXPECT_EQ(answers(), std::vector({false, false, false}));
+    EXPECT_EQ(path().size(), 2U);
+    (void)pass(7);
+    preview.restart();
+    EXPECT_EQ(answers(), std::vector({false, false, false}));
+    (void)pass(1);
+    EXPECT_EQ(answers(), std::vector({true, false, false}));
+}
+
+TEST_F(PreviewTest, IsSilentWhileItMayNotBeHeard) {
+    clip("clip.ogv", 60, true);
+    Preview& preview = play({"A", {{"A", "clip.ogv", {}}}});
+    const auto loudest = [this] { // of what is written in the time of some frames
+        m_sound.heard.clear();
+        (void)pass(8);
+        return std::abs(*std::max_element(m_sound.heard.begin(), m_sound.heard.end()));
+    };
+    EXPECT_GT(loudest(), 0.1F);
+    preview.setAudible(false);
+    (void)pass(8); // what was written before
+    EXPECT_EQ(loudest(), 0.0F);
+    preview.setAudible(true);
+    (void)pass(8);
+    EXPECT_GT(loudest(), 0.1F);
+}
+
 TEST_F(PreviewTest, EndsClipsThatAreShorterThanTheySay) {
     support::ClipSpec spec;
     spec.frames = 30;

@@ -7,6 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "core/EditorSettings.h"
+#include "core/Text.h"
+#include "platform/Bitmap.h"
+#include "platform/Clock.h"
 #include "platform/Geometry.h"
 #include "platform/SilentSound.h"
 #include "platform/Sound.h"
@@ -63,6 +67,13 @@ protected:
             return m_driver->textOf(u"LabelPreviewTime")
                 .starts_with(ui::lengthText(frame / 25.0) + u" ");
         });
+    }
+    /// The first picture of a clip of so many frames, after one of another length or a stop.
+    bool comesUp(int frames) {
+        m_frame = 0;
+        const std::u16string first = u"1 of " + core::displayText(std::to_string(frames));
+        return test::pumpUntil(
+            [&] { return m_driver->get(u"SliderPreview").accessibleValue() == first; });
     }
     Texts rows(std::u16string_view list) {
         Texts texts;
@@ -190,6 +201,7 @@ TEST_F(PreviewTest, PlaysFromHereAndLetsTheSceneBeEdited) {
     m_clock.passed += 40;
     ASSERT_TRUE(test::pumpUntil([&] { return rows(u"ListPath").size() == 2; }));
     EXPECT_EQ(rows(u"ListPath").back(), u"Alarm, By chance, 1 of 1, 0:00.16");
+    ASSERT_TRUE(comesUp(30));
     session().removeBranch(2);
     m_driver->click(*m_driver->get<toolkit::CListUI>(u"ListChoices").GetItemAt(1));
     EXPECT_TRUE(test::pumpUntil([&] { return rows(u"ListPath").size() == 4; }));
