@@ -193,7 +193,8 @@ platform::Size sizeIn(const std::string& name) {
     return text >> size.width >> sign >> size.height ? size : platform::Size{};
 }
 
-// A name as "BranchList.xml@1600x900": the places in a window of that size, with all its panes.
+// A name as "BranchList.xml@1600x900": the places in a window of that size, with all its panes;
+// behind a blank the page of the left pane that is shown, if that is not the first.
 TEST(SkinPlaces, AreTheDesignsInWindowsOfEverySize) {
     std::ifstream table(LAYOUT_TABLE);
     std::unique_ptr<SkinWindow> window;
@@ -210,13 +211,19 @@ TEST(SkinPlaces, AreTheDesignsInWindowsOfEverySize) {
         if (std::exchange(shown, name) != name) {
             window = std::make_unique<SkinWindow>(name.substr(0, name.find('@')));
             resizeTo(*window, sizeIn(name));
+            if (const std::size_t page = name.find(' '); page != std::string::npos) {
+                const test::WindowDriver driver(*window);
+                driver.get(u"PageMap").SetVisible(false);
+                driver.get(core::displayText(name.substr(page + 1))).SetVisible(true);
+                driver.manager().UpdateLayout();
+            }
         }
         const Rect place =
             control.empty() ? window->GetPaintManager().GetRoot()->GetPos()
                             : test::WindowDriver(*window).get(core::displayText(control)).GetPos();
         EXPECT_EQ(place, Rect::at(at.x, at.y, size.width, size.height)) << name << " " << control;
     }
-    EXPECT_EQ(shown, "BranchList.xml@1600x900");
+    EXPECT_EQ(shown, "BranchList.xml@1600x900 PagePreview");
 }
 
 const std::string kZoneEditOrder =

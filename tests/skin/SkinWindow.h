@@ -14,6 +14,7 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/window/WindowImplBase.h"
 #include "ui/branch_editor/PaneHead.h"
+#include "ui/preview/VideoPreview.h"
 #include "ui/tour/TourControls.h"
 
 namespace test {
@@ -37,10 +38,13 @@ public:
         if (className == u"TourPanel") {
             return std::make_unique<ui::TourPanel>();
         }
+        if (className == u"VideoPreview") {
+            return std::make_unique<ui::VideoPreview>();
+        }
         return className == u"Video" || className == u"KeyTable" || className == u"SceneMap" ||
-                       className == u"VideoPreview" || className == u"PreviewSlider" ||
-                       className == u"Timeline" || className == u"Overview" ||
-                       className == u"Loupe" || className == u"TourPointer"
+                       className == u"PreviewSlider" || className == u"Timeline" ||
+                       className == u"Overview" || className == u"Loupe" ||
+                       className == u"TourPointer"
                    ? std::make_unique<toolkit::CControlUI>()
                    : nullptr;
     }

@@ -17,6 +17,7 @@
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/Fonts.h"
+#include "ui/branch_editor/ControlNames.h"
 
 namespace ui {
 namespace {
@@ -29,6 +30,7 @@ constexpr double kOutlineWidth = 1.5;
 constexpr int kTagInset = 10;
 constexpr int kTagPadding = 6;
 constexpr int kTagHeight = 20;
+constexpr int kBelow = 130; // a row of buttons, and lists of one row
 constexpr core::Text kEmptyHint =
     "F5 plays the scene from its first branch, Shift+F5 from the one on show."_tr;
 
@@ -79,8 +81,14 @@ void VideoPreview::setOutlines(std::vector<Outline> outlines) {
 }
 
 VideoPreview::Size VideoPreview::EstimateSize(Size available) const {
+    const CControlUI* pane = GetParent();
+    while (pane != nullptr && pane->GetName() != branch_list::kLeftPane) {
+        pane = pane->GetParent();
+    }
     const int wanted = static_cast<int>(std::int64_t{available.width} * 9 / 16);
-    return {0, std::max(std::min(wanted, available.height / 2), 1)};
+    const int half = (pane != nullptr ? pane->GetPos().height() : available.height) / 2;
+    const int most = std::max(std::min(half, available.height - kBelow), available.height / 2);
+    return {0, std::max(std::min(wanted, most), 1)};
 }
 
 VideoPreview::Rect VideoPreview::pictureRect() const {

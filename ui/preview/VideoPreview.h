@@ -48,7 +48,7 @@ public:
     void setBranch(std::u16string_view name);
     void setOutlines(std::vector<Outline> outlines);
 
-    /// As high as the width asks for, at most half of what there is.
+    /// As high as the width asks for, at most half of the pane, and with room for the lists below.
     [[nodiscard]] Size EstimateSize(Size available) const override;
     bool DoEvent(const toolkit::TEventUI& event) override;
     void DoPaint(platform::Canvas& canvas, const Rect& dirty) override;
