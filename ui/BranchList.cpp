@@ -179,8 +179,6 @@ void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
         react(kReactions, *message.pSender);
         if (message.pSender->GetName() == kFindingsList) {
             m_parts->findings.choose(m_isPointerUsed);
-        } else if (message.pSender->GetName() == kPreviewChoices && m_isPointerUsed) {
-            m_parts->preview.takeChoice();
         } else if (message.pSender->GetName() == kSceneMap) {
             pickBranch(m_parts->map.branchOf(static_cast<int>(message.wParam)));
         }
@@ -190,7 +188,7 @@ void BranchList::OnItemSelect(toolkit::TNotifyUI& message) {
 void BranchList::OnItemActivate(toolkit::TNotifyUI& message) {
     if (m_parts && message.pSender->GetName() == kFindingsList) {
         m_parts->findings.choose(true);
-    } else if (m_parts && message.pSender->GetName() == kPreviewChoices && !m_isPointerUsed) {
+    } else if (m_parts && message.pSender->GetName() == kPreviewChoices) {
         m_parts->preview.takeChoice();
     } else if (m_parts && message.pSender->GetName() == kPreviewPath) {
         m_parts->branches.show(m_parts->preview.selectedBranch());
@@ -261,7 +259,8 @@ bool BranchList::HandleMessage(const platform::Event& event) {
     if (m_parts && (event.kind == EventKind::keyDown || event.kind == EventKind::mouseDown ||
                     event.kind == EventKind::mouseDoubleClick)) {
         m_parts->strip.inputBegins();
-        m_isPointerUsed = event.kind != EventKind::keyDown;
+        m_isPointerUsed = event.kind != EventKind::keyDown &&
+                          event.button != platform::MouseButton::right; // that one asks for a menu
     }
     if (m_parts && event.kind == EventKind::activated) {
         if (isLanguageNew(context().services) && isFree() && !isAsking() &&
