@@ -41,8 +41,9 @@ void BranchList::bindPreview() {
     for (const auto& [id, speed] : {std::pair{command::kHalfSpeed, 0.5},
                                     {command::kNormalSpeed, 1.0},
                                     {command::kDoubleSpeed, 2.0}}) {
-        commands.bind(
-            id, [&parts, speed = speed] { parts.preview.setSpeed(speed); }, isOpen);
+        commands.bindSwitch(
+            id, [&parts, speed = speed] { parts.preview.setSpeed(speed); },
+            [&parts, speed = speed] { return parts.preview.isSpeed(speed); }, isOpen);
     }
 }
 

@@ -17,9 +17,13 @@
 #include "platform/Window.h"
 #include "player/Chance.h"
 #include "tests/playback/LeftZone.h"
+#include "tests/skin/CutTexts.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/ui/BranchListFixture.h"
+#include "toolkit/controls/CLabelUI.h"
 #include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/CMenuUI.h"
+#include "toolkit/controls/MenuPopup.h"
 #include "ui/FigureTexts.h"
 
 namespace {
@@ -83,16 +87,31 @@ protected:
         }
         return texts;
     }
-    /// With the right button on the picture, then by the first letter of a row.
-    void pickFromMenu(char16_t letter) {
+    void rightClick(const toolkit::CControlUI& control) {
         for (const auto kind : {platform::EventKind::mouseDown, platform::EventKind::mouseUp}) {
-            test::input().mouse(m_driver->native(), kind,
-                                m_driver->middleOf(m_driver->get(u"VideoPreview")),
+            test::input().mouse(m_driver->native(), kind, m_driver->middleOf(control),
                                 platform::MouseButton::right);
         }
         test::pump();
+    }
+    /// By the first letter of a row.
+    void pickFromMenu(char16_t letter) {
+        rightClick(m_driver->get(u"VideoPreview"));
         m_driver->type(std::u16string(1, letter));
         m_driver->press(Key::enter);
+    }
+    /// What the picture's menu has ticks at.
+    Texts tickedRows() {
+        rightClick(m_driver->get(u"VideoPreview"));
+        Texts ticked;
+        const auto* menu = toolkit::MenuPopup::of(m_driver->manager()).menu();
+        for (int i = 0; menu != nullptr && i < menu->GetCount(); ++i) {
+            if (menu->GetItemAt(i)->accessibleState().checked) {
+                ticked.push_back(menu->GetItemAt(i)->accessibleName());
+            }
+        }
+        m_driver->press(Key::escape);
+        return ticked;
     }
     void clickPicture(int x, int y) { // in 1280 x 720
         const platform::Rect picture = m_driver->get(u"VideoPreview").GetPos();
@@ -272,12 +291,15 @@ TEST_F(PreviewTest, SpeedSoundOutlinesAndPlaceCanBeChosen) {
         m_clock.passed += milliseconds;
         EXPECT_TRUE(shows(m_frame + 1)) << milliseconds;
         EXPECT_NE(m_driver->textOf(u"LabelPreviewTime").find(u" \u00D7"), std::u16string::npos);
+        EXPECT_EQ(test::cutText(m_driver->get<toolkit::CLabelUI>(u"LabelPreviewTime")), u"");
+        EXPECT_EQ(tickedRows(), (Texts{letter == u'D' ? u"Double Speed" : u"Half Speed"}));
     }
     pickFromMenu(u'N');
     EXPECT_TRUE(test::pumpUntil([&] {
         m_clock.passed += 40;
         return m_driver->textOf(u"LabelPreviewTime").find(u'\u00D7') == std::u16string::npos;
     }));
+    EXPECT_EQ(tickedRows(), (Texts{u"Normal Speed"}));
     m_driver->press(Key::escape); // the preview ends before its sound
     EXPECT_FALSE(isVisible(u"VideoPreview"));
 }

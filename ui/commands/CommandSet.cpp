@@ -36,8 +36,8 @@ void CommandSet::bind(std::string_view id, std::function<void()> run, std::funct
 }
 
 void CommandSet::bindSwitch(std::string_view id, std::function<void()> run,
-                            std::function<bool()> isOn) {
-    m_bindings[id] = {std::move(run), {}, {}, std::move(isOn)};
+                            std::function<bool()> isOn, std::function<bool()> enabled) {
+    m_bindings[id] = {std::move(run), std::move(enabled), {}, std::move(isOn)};
 }
 
 std::optional<bool> CommandSet::isOn(std::string_view id) const {

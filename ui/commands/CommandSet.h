@@ -40,8 +40,9 @@ public:
     void bind(std::string_view id, std::function<void()> run, std::function<bool()> enabled = {},
               std::function<std::u16string()> subject = {});
 
-    /// The same for a command that turns something on and off.
-    void bindSwitch(std::string_view id, std::function<void()> run, std::function<bool()> isOn);
+    /// The same for a command that turns something on and off, or chooses one of several.
+    void bindSwitch(std::string_view id, std::function<void()> run, std::function<bool()> isOn,
+                    std::function<bool()> enabled = {});
     /// Whether what it switches is on; none for a command that is no switch.
     [[nodiscard]] std::optional<bool> isOn(std::string_view id) const;
     /// Limits the keys that type: they act while nothing or one of these controls has the focus.

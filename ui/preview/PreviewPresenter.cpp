@@ -158,6 +158,10 @@ void PreviewPresenter::setSpeed(double speed) {
     m_shownFrame = -1;
 }
 
+bool PreviewPresenter::isSpeed(double speed) const {
+    return m_preview && m_preview->transport().speed() == speed;
+}
+
 void PreviewPresenter::copyPath() const {
     m_gui.windows().setClipboardText(pathText(m_preview->player()));
 }

@@ -53,6 +53,7 @@ public:
     void pause();
     void back();
     void setSpeed(double speed);
+    [[nodiscard]] bool isSpeed(double speed) const;
     void stop();
     void copyPath() const;
     /// The author has switched sound or outlines.
