@@ -37,6 +37,26 @@ constexpr const char* kSoundKey = "previewSound";
 constexpr const char* kZonesKey = "previewZones";
 constexpr core::Text kNoDevice = "No sound device: playing silently."_tr;
 
+std::u16string textOf(const PreviewRowLook& look) {
+    return look.name + (look.detail.empty() ? u"" : u", " + look.detail) +
+           (look.time.empty() ? u"" : u", " + look.time);
+}
+
+std::unique_ptr<toolkit::CControlUI> makeRow(const PreviewRowLook& look) {
+    auto element = std::make_unique<toolkit::CListContainerElementUI>();
+    element->SetFixedHeight(kRowHeight);
+    element->Add(std::make_unique<PreviewRow>(look));
+    element->SetText(textOf(look));
+    return element;
+}
+
+void showRow(toolkit::CControlUI& element, const PreviewRowLook& look) {
+    if (auto* row = dynamic_cast<PreviewRow*>(element.childAt(0))) {
+        row->show(look);
+        element.SetText(textOf(look));
+    }
+}
+
 } // namespace
 
 PreviewPresenter::PreviewPresenter(Controls controls, scene::SceneSession& session,
@@ -114,8 +134,8 @@ void PreviewPresenter::stop() {
     m_hasNotedSilence = false;
     m_duration = m_seconds = 0.0;
     m_choices.clear();
-    fill(kPreviewChoices, m_choiceRows, {});
-    fill(kPreviewPath, m_pathRows, {});
+    listChoices(0);
+    fillPath({});
     m_stepsBefore = 0;
     m_controls.setText(kPreviewTime, {});
     if (auto* slider = m_controls.find<PreviewSlider>(kPreviewSlider)) {
@@ -336,18 +356,43 @@ PreviewRowLook PreviewPresenter::choiceLook(const player::Choice& choice) const 
     return look;
 }
 
+// Rows are made for those in view only, and stay with the focus and the selection while their
+// number does.
 void PreviewPresenter::showChoices() {
+    auto* list = m_controls.find<toolkit::CListUI>(kPreviewChoices);
     m_choices = m_preview->player().choices(m_preview->frame());
-    std::vector<PreviewRowLook> looks;
-    for (const player::Choice& choice : m_choices) {
-        looks.push_back(choiceLook(choice));
+    const int count = static_cast<int>(m_choices.size());
+    if (list == nullptr) {
+        return;
     }
-    if (looks.size() != m_choiceRows.size()) { // others: none of them is the selected one
-        if (auto* list = m_controls.find<toolkit::CListUI>(kPreviewChoices)) {
-            list->SelectItem(-1);
+    if (count != list->GetCount()) { // others: none of them is the selected one
+        list->SelectItem(-1);
+        listChoices(count);
+    }
+    for (int row = 0; row < count; ++row) {
+        if (toolkit::CControlUI* made = list->madeRow(row)) {
+            showRow(*made, choiceLook(m_choices[static_cast<std::size_t>(row)]));
         }
     }
-    fill(kPreviewChoices, m_choiceRows, std::move(looks));
+}
+
+void PreviewPresenter::listChoices(int count) {
+    auto* list = m_controls.find<toolkit::CListUI>(kPreviewChoices);
+    if (list == nullptr || list->GetCount() == count) {
+        return;
+    }
+    if (count == 0 || list->GetCount() == 0) {
+        const auto make = [this](int row) {
+            return makeRow(choiceLook(m_choices[static_cast<std::size_t>(row)]));
+        };
+        list->SetRows(count, {make, kRowHeight});
+    }
+    while (list->GetCount() > count) {
+        list->RemoveAt(list->GetCount() - 1);
+    }
+    while (list->GetCount() < count) {
+        list->AnnounceAt(list->GetCount());
+    }
 }
 
 std::vector<PreviewRowLook> PreviewPresenter::pathLooks() const {
@@ -379,48 +424,31 @@ void PreviewPresenter::showPath() {
             m_pathRows.erase(m_pathRows.begin());
         }
     }
-    fill(kPreviewPath, m_pathRows, pathLooks());
+    fillPath(pathLooks());
     if (list != nullptr) {
         list->SelectItem(static_cast<int>(player.path().size()) - 1);
         list->revealRow(list->GetCount() - 1);
     }
 }
 
-// Rows that only have other texts now stay, with the focus and the selection; a long path grows by
-// a row at a time.
-void PreviewPresenter::fill(std::u16string_view name, std::vector<PreviewRowLook>& shown,
-                            std::vector<PreviewRowLook> looks) const {
-    auto* list = m_controls.find<toolkit::CListUI>(name);
-    if (list == nullptr || shown == looks) {
+// A long path grows by a row at a time; the others stay.
+void PreviewPresenter::fillPath(std::vector<PreviewRowLook> looks) {
+    auto* list = m_controls.find<toolkit::CListUI>(kPreviewPath);
+    if (list == nullptr || m_pathRows == looks) {
         return;
     }
-    while (shown.size() > looks.size()) {
-        shown.pop_back();
-        list->RemoveAt(static_cast<int>(shown.size()));
+    while (m_pathRows.size() > looks.size()) {
+        m_pathRows.pop_back();
+        list->RemoveAt(static_cast<int>(m_pathRows.size()));
     }
     for (std::size_t i = 0; i < looks.size(); ++i) {
-        const PreviewRowLook& look = looks[i];
-        if (i < shown.size() && shown[i] == look) {
-            continue;
-        }
-        const std::u16string text = look.name + (look.detail.empty() ? u"" : u", " + look.detail) +
-                                    (look.time.empty() ? u"" : u", " + look.time);
-        if (i >= shown.size()) {
-            auto element = std::make_unique<toolkit::CListContainerElementUI>();
-            element->SetFixedHeight(kRowHeight);
-            element->Add(std::make_unique<PreviewRow>(look));
-            element->SetText(text);
-            list->Add(std::move(element));
-            continue;
-        }
-        toolkit::CControlUI* element = list->GetItemAt(static_cast<int>(i));
-        if (auto* row =
-                element != nullptr ? dynamic_cast<PreviewRow*>(element->childAt(0)) : nullptr) {
-            row->show(look);
-            element->SetText(text);
+        if (i >= m_pathRows.size()) {
+            list->Add(makeRow(looks[i]));
+        } else if (m_pathRows[i] != looks[i]) {
+            showRow(*list->GetItemAt(static_cast<int>(i)), looks[i]);
         }
     }
-    shown = std::move(looks);
+    m_pathRows = std::move(looks);
 }
 
 void PreviewPresenter::showPause() {

@@ -78,8 +78,8 @@ private:
     [[nodiscard]] PreviewRowLook choiceLook(const player::Choice& choice) const;
     [[nodiscard]] std::vector<PreviewRowLook> pathLooks() const;
     [[nodiscard]] double secondsLeft() const;
-    void fill(std::u16string_view list, std::vector<PreviewRowLook>& shown,
-              std::vector<PreviewRowLook> looks) const;
+    void fillPath(std::vector<PreviewRowLook> looks);
+    void listChoices(int count);
     [[nodiscard]] bool isOn(std::u16string_view option) const;
     [[nodiscard]] VideoPreview* picture() const;
 
@@ -93,7 +93,6 @@ private:
     std::unique_ptr<playback::Preview> m_preview;
     edit::Subscription m_subscription;
     std::vector<player::Choice> m_choices; ///< as listed
-    std::vector<PreviewRowLook> m_choiceRows;
     std::vector<PreviewRowLook> m_pathRows;
     int m_stepsBefore = 0; ///< those that have left the path, and its list
     bool m_hasNotedSilence = false;
