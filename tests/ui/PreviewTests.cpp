@@ -230,6 +230,89 @@ TEST_F(PreviewTest, PlaysFromHereAndLetsTheSceneBeEdited) {
     EXPECT_TRUE(isVisible(u"SceneMap"));
 }
 
+TEST_F(PreviewTest, RestartPlaysWhatTheAuthorHasMended) {
+    showScene();
+    m_driver->press(Key::f5);
+    ASSERT_TRUE(shows(0));
+    m_driver->press(Key::v);
+    EXPECT_EQ(rows(u"ListPath").back(), u"Stopped: no video.");
+    EXPECT_EQ(m_driver->get(u"VideoPreview").accessibleName(), u"Preview of Alarm")
+        << "its picture is the one on show";
+    session().setVideo(2, "b.ogv");
+    m_driver->click(u"ButtonPreviewRestart");
+    ASSERT_TRUE(comesUp(4));
+    EXPECT_EQ(m_driver->get(u"VideoPreview").accessibleName(), u"Preview of Void");
+    m_driver->press(Key::backspace);
+    ASSERT_TRUE(comesUp(30));
+    session().setTarget(0, 2, "Roof");
+    m_driver->manager().SetFocus(&m_driver->get(u"VideoPreview"));
+    m_driver->press(Key::v);
+    EXPECT_EQ(rows(u"ListPath").back(), u"Stopped: \"Roof\" is not in the scene.");
+    session().addBranch();
+    session().renameBranch(3, "Roof");
+    m_driver->click(u"ButtonPreviewRestart");
+    EXPECT_EQ(rows(u"ListPath").back(), u"Stopped: no video.");
+    session().setVideo(3, "b.ogv");
+    m_driver->click(u"ButtonPreviewRestart");
+    ASSERT_TRUE(comesUp(4));
+    EXPECT_EQ(rows(u"ListPath").back(), u"Roof, Key V pressed, immediate, 0:00.00");
+
+    session().setFirstBranch("");
+    m_driver->press(Key::f5);
+    EXPECT_EQ(rows(u"ListPath").back(), u"Stopped: the scene has no first branch.");
+    session().setFirstBranch("Out");
+    m_driver->click(u"ButtonPreviewRestart");
+    ASSERT_TRUE(comesUp(4));
+    EXPECT_EQ(rows(u"ListPath"), (Texts{u"Out, Played from here, 0:00.00"}));
+    session().setTarget(1, 0, "");
+    playTo(3);
+    m_clock.passed += 40;
+    EXPECT_TRUE(test::pumpUntil([&] { return rows(u"ListPath").size() == 3; }));
+    EXPECT_EQ(rows(u"ListPath").back(), u"Stopped: the action has no target branch.");
+}
+
+TEST_F(PreviewTest, ChoicesAreTakenAsButtonsAre) {
+    showScene();
+    m_driver->press(Key::f5);
+    ASSERT_TRUE(shows(0));
+    auto& list = m_driver->get<toolkit::CListUI>(u"ListChoices");
+    rightClick(*list.GetItemAt(1));
+    EXPECT_EQ(rows(u"ListPath").size(), 1U) << "the right button asks for a menu";
+    m_driver->press(Key::b);
+    list.GetItemAt(1)->accessiblePress();
+    EXPECT_EQ(rows(u"ListPath").size(), 3U) << "a screen reader, after a key";
+    m_driver->press(Key::backspace);
+    ASSERT_TRUE(comesUp(30));
+    m_driver->click(*list.GetItemAt(1));
+    EXPECT_EQ(rows(u"ListPath").size(), 3U) << "a click";
+    m_driver->press(Key::backspace);
+    ASSERT_TRUE(comesUp(30));
+    m_driver->manager().SetFocus(&list);
+    m_driver->press(Key::down);
+    m_driver->press(Key::down);
+    EXPECT_EQ(rows(u"ListPath").size(), 1U) << "a key only selects";
+    m_driver->press(Key::enter);
+    EXPECT_EQ(rows(u"ListPath").size(), 3U) << "Enter";
+}
+
+TEST_F(PreviewTest, MakesRowsOnlyForTheChoicesInView) {
+    constexpr int kMany = 2000;
+    showScene();
+    for (int i = 0; i < kMany; ++i) {
+        addAction(scene::Action::kKeypressAction, "key " + std::to_string(i), "Out");
+    }
+    m_driver->press(Key::f5);
+    ASSERT_TRUE(shows(0));
+    auto& list = m_driver->get<toolkit::CListUI>(u"ListChoices");
+    ASSERT_EQ(list.GetCount(), 3 + kMany);
+    EXPECT_EQ(list.madeRow(kMany), nullptr);
+    EXPECT_EQ(list.GetItemAt(2 + kMany)->GetText(), u"Out, Press key 1999");
+    playTo(5);
+    EXPECT_EQ(list.GetCount(), 4 + kMany) << "a zone";
+    EXPECT_EQ(list.GetItemAt(2 + kMany)->GetText(), u"Out, Press key 1998");
+    EXPECT_EQ(list.madeRow(kMany), nullptr);
+}
+
 TEST_F(PreviewTest, ADragOfThePlaceEndsWithTheClip) {
     showScene();
     session().setTarget(0, 3, "Void");

@@ -250,6 +250,7 @@ void PreviewPresenter::tick() {
     if (!view->IsVisible()) {
         pause();
     }
+    const bool wasShown = m_preview->isShown();
     const bool hasChanged =
         m_preview->tick([view](const std::uint8_t* pixels, platform::Size size) {
             view->showPicture(pixels, size);
@@ -261,6 +262,9 @@ void PreviewPresenter::tick() {
     if (hasChanged) {
         showAll();
         m_listener.previewChanged();
+    } else if (m_preview->isShown() != wasShown) {
+        showBranch();
+        showOutlines();
     }
     // Until the first picture of a branch, the time of the one before stays.
     if (isPlaying() && !m_preview->isWaiting() && m_preview->frame() != m_shownFrame) {
@@ -271,17 +275,26 @@ void PreviewPresenter::tick() {
 }
 
 void PreviewPresenter::showAll() {
-    if (VideoPreview* view = picture()) {
-        view->setBranch(core::displayText(m_preview->player().path().back().name));
-    }
     m_shownFrame = -1;
     if (!isPlaying()) {
         showTime();
     }
+    showBranch();
     showOutlines();
     showChoices();
     showPath();
     showPause();
+}
+
+// The picture of the branch before stays until the first one of this branch, and with it the name.
+void PreviewPresenter::showBranch() {
+    const player::Player& player = m_preview->player();
+    const bool isItsPicture =
+        m_preview->isShown() || player.state() == player::Player::State::ended;
+    VideoPreview* view = picture();
+    if (view != nullptr && (isItsPicture || !view->hasPicture())) {
+        view->setBranch(core::displayText(player.path().back().name));
+    }
 }
 
 double PreviewPresenter::secondsLeft() const {
@@ -313,7 +326,7 @@ void PreviewPresenter::showOutlines() {
     VideoPreview* view = picture();
     const auto& clip = m_preview->player().clip();
     std::vector<VideoPreview::Outline> outlines;
-    if (isPlaying() && clip && clip->frameCount >= 0 && isOn(kPreviewZones)) {
+    if (m_preview->isShown() && clip && clip->frameCount >= 0 && isOn(kPreviewZones)) {
         for (const player::ZoneTrack& zone : clip->zones) {
             const player::ZoneShape* shape = player::shapeAt(zone, m_preview->frame());
             if (shape != nullptr && shape->isActive) {

@@ -70,6 +70,7 @@ private:
     void typed(char letter) override;
     void changed();
     void showAll();
+    void showBranch();
     void showTime();
     void showOutlines();
     void showChoices();

@@ -44,7 +44,8 @@ public:
     /// As playback::PictureSink takes it.
     void showPicture(const std::uint8_t* pixels, Size size);
     void showNothing();
-    /// The name of the branch on show.
+    [[nodiscard]] bool hasPicture() const { return !m_picture.isEmpty(); }
+    /// The name of the branch whose picture is on show.
     void setBranch(std::u16string_view name);
     void setOutlines(std::vector<Outline> outlines);
 
