@@ -1,6 +1,9 @@
 // The preview in the branch editor: played by real keys and clicks on a clock that stands between
 // two steps of the test.
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,6 +39,40 @@ public:
     std::unique_ptr<platform::SoundOutput> open(const platform::SoundFormat& /*format*/) override {
         return nullptr;
     }
+};
+
+/// Silent outputs that know how loud they would be.
+class LoudSound final : public platform::SoundSystem {
+public:
+    explicit LoudSound(platform::Clock& clock) : m_clock(clock) {}
+    std::unique_ptr<platform::SoundOutput> open(const platform::SoundFormat& format) override {
+        return std::make_unique<Output>(platform::openSilentSound(format, m_clock), loudest);
+    }
+    float loudest = 0;
+
+private:
+    class Output final : public platform::SoundOutput {
+    public:
+        Output(std::unique_ptr<platform::SoundOutput> output, float& loudest)
+            : m_output(std::move(output)), m_loudest(loudest) {}
+        std::size_t space() override { return m_output->space(); }
+        std::size_t write(const float* samples, std::size_t count) override {
+            for (std::size_t i = 0; i < count; ++i) {
+                m_loudest = std::max(m_loudest, std::abs(samples[i]));
+            }
+            return m_output->write(samples, count);
+        }
+        std::int64_t position() override { return m_output->position(); }
+        void pause(bool paused) override { m_output->pause(paused); }
+        void flush() override { m_output->flush(); }
+        bool isLost() override { return false; }
+
+    private:
+        std::unique_ptr<platform::SoundOutput> m_output;
+        float& m_loudest;
+    };
+
+    platform::Clock& m_clock;
 };
 
 class PreviewTest : public test::BranchEditorTest {
@@ -385,6 +422,49 @@ TEST_F(PreviewTest, SpeedSoundOutlinesAndPlaceCanBeChosen) {
     EXPECT_EQ(tickedRows(), (Texts{u"Normal Speed"}));
     m_driver->press(Key::escape); // the preview ends before its sound
     EXPECT_FALSE(isVisible(u"VideoPreview"));
+}
+
+TEST_F(PreviewTest, SoundAndOutlinesComeBackAsTheyWereLeft) {
+    m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+    showScene();
+    LoudSound sound(m_clock);
+    m_gui.soundSystem = &sound;
+    const auto playLoud = [&] {
+        sound.loudest = 0;
+        m_driver->press(Key::f5);
+        EXPECT_TRUE(shows(0));
+        return sound.loudest;
+    };
+    const auto pictureOfCheck = [&] {
+        const platform::Bitmap window = m_driver->picture();
+        const double scale = 1.0 * window.size().width / m_driver->manager().GetWindowSize().width;
+        const auto at = [scale](int place) { return static_cast<int>(place * scale); };
+        const platform::Rect box = m_driver->get(u"CheckSound").GetPos();
+        std::vector<std::uint32_t> pixels;
+        for (int y = at(box.top); y < at(box.bottom); ++y) {
+            for (int x = at(box.left); x < at(box.right); ++x) {
+                pixels.push_back(window.at(x, y));
+            }
+        }
+        return pixels;
+    };
+    EXPECT_GT(playLoud(), 0.1F);
+    const auto on = pictureOfCheck();
+    m_driver->click(u"CheckSound");
+    m_driver->click(u"CheckShowZones");
+    EXPECT_EQ(playLoud(), 0.0F);
+    const auto off = pictureOfCheck();
+    EXPECT_NE(off, on);
+
+    m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+    show();
+    m_driver->native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
+    test::pump();
+    EXPECT_EQ(playLoud(), 0.0F);
+    EXPECT_EQ(pictureOfCheck(), off) << "with its other icon";
+    EXPECT_FALSE(test::isChecked(*m_driver, u"CheckSound"));
+    EXPECT_TRUE(test::isChecked(*m_driver, u"CheckShowZones"));
+    m_driver->press(Key::escape);
 }
 
 } // namespace

@@ -70,6 +70,7 @@ PreviewPresenter::PreviewPresenter(Controls controls, scene::SceneSession& sessi
     if (auto* zones = m_controls.find<toolkit::COptionUI>(kPreviewZones)) {
         zones->Selected(settings != nullptr && settings->getBool(kZonesKey, false));
     }
+    showSound();
     if (auto* slider = m_controls.find<PreviewSlider>(kPreviewSlider)) {
         slider->setListener([this](int place) {
             if (m_preview) {
@@ -191,12 +192,16 @@ void PreviewPresenter::takeSwitches() {
         m_settings->set(kSoundKey, isOn(kPreviewSound) ? "true" : "false");
         m_settings->set(kZonesKey, isOn(kPreviewZones) ? "true" : "false");
     }
-    if (auto* sound = m_controls.find(kPreviewSound)) {
-        sound->SetIcon(isOn(kPreviewSound) ? u"Sound" : u"Mute");
-    }
+    showSound();
     if (m_preview) {
         m_preview->setAudible(isOn(kPreviewSound));
         showOutlines();
+    }
+}
+
+void PreviewPresenter::showSound() {
+    if (auto* sound = m_controls.find(kPreviewSound)) {
+        sound->SetIcon(isOn(kPreviewSound) ? u"Sound" : u"Mute");
     }
 }
 

@@ -76,6 +76,7 @@ private:
     void showChoices();
     void showPath();
     void showPause();
+    void showSound();
     [[nodiscard]] PreviewRowLook choiceLook(const player::Choice& choice) const;
     [[nodiscard]] std::vector<PreviewRowLook> pathLooks() const;
     [[nodiscard]] double secondsLeft() const;
