@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/Event.h"
 #include "tests/screenshots/DialogShots.h"
@@ -15,6 +16,9 @@ namespace screenshots {
 
 void takeBranchEditor(Photographer& photographer) {
     photographer.loadDemo();
+    if (!photographer.isPlain()) {
+        photographer.makeStills();
+    }
     const auto window = photographer.opened<ui::BranchList>();
     test::WindowDriver driver(*window);
     auto& actions = driver.get<toolkit::CListUI>(u"BranchList");
@@ -64,19 +68,27 @@ void takeTour(Photographer& photographer, platform::Size size) {
 }
 
 void takePreview(Photographer& photographer) {
-    photographer.services().stills.reset(); // they would come at any time
     photographer.loadDemo();
     const auto window = photographer.opened<ui::BranchList>();
     const test::WindowDriver driver(*window);
     driver.native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
     test::pump();
     driver.press(platform::Key::f5);
-    photographer.require(
-        test::pumpUntil([&] { return !driver.textOf(u"LabelPreviewTime").empty(); }));
+    const auto waitFor = [&](std::u16string_view branch, std::u16string_view time) {
+        photographer.require(test::pumpUntil([&] {
+            return driver.get(u"VideoPreview").accessibleName().ends_with(branch) &&
+                   driver.textOf(u"LabelPreviewTime").starts_with(time);
+        }));
+    };
+    waitFor(u"Alarm sounds", u"0:0");
     driver.press(platform::Key::space);
     driver.click(u"SliderPreview");
+    waitFor(u"Alarm sounds", u"0:02.00 ");
     driver.click(u"CheckShowZones");
-    driver.click(*driver.get<toolkit::CListUI>(u"ListChoices").GetItemAt(0));
+    auto& choice = *driver.get<toolkit::CListUI>(u"ListChoices").GetItemAt(0);
+    const std::u16string target = choice.GetText().substr(0, choice.GetText().find(u','));
+    driver.click(choice);
+    waitFor(target, u"0:00.00 ");
     settle(*window);
     photographer.shoot("Preview", *window);
 }

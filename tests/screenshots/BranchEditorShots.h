@@ -12,8 +12,7 @@ void takeBranchEditor(Photographer& photographer);
 void takeTourStep(Photographer& photographer);
 /// All its steps in a window of this size: "Tour-1@884x672".
 void takeTour(Photographer& photographer, platform::Size size);
-/// Paused, with outlines, after the first choice in the middle of the demo scene's first clip. The
-/// stills are off from then on.
+/// Paused, with outlines, after the first choice in the middle of the demo scene's first clip.
 void takePreview(Photographer& photographer);
 
 } // namespace screenshots

@@ -1,23 +1,13 @@
 #include "tests/screenshots/MapShots.h"
 
-#include <algorithm>
-#include <functional>
 #include <memory>
-#include <string>
-#include <vector>
 
-#include "core/Services.h"
 #include "platform/Event.h"
 #include "platform/Geometry.h"
-#include "scene/SceneFolders.h"
 #include "scene/SceneSession.h"
-#include "stills/Still.h"
-#include "stills/StillService.h"
-#include "tests/screenshots/Demo.h"
 #include "tests/screenshots/Shots.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "ui/BranchList.h"
-#include "ui/map/MapPresenter.h"
 
 namespace screenshots {
 
@@ -59,34 +49,15 @@ void grow(scene::SceneSession& session) {
     }
 }
 
-void waitForStills(Photographer& photographer) {
-    stills::StillClient client(*photographer.services().stills,
-                               [](const stills::StillRequest& /*request*/) {});
-    std::vector<stills::StillRequest> wanted;
-    for (int branch = 0; branch < photographer.session().branchCount(); ++branch) {
-        const std::string& video = photographer.session().video(branch);
-        if (!video.empty()) {
-            wanted.push_back({scene::sceneFolderPath(kScene) + video, ui::MapPresenter::kStillBox});
-        }
-    }
-    client.want(wanted);
-    photographer.require(test::pumpUntil([&] {
-        return std::all_of(wanted.begin(), wanted.end(),
-                           [&](const auto& request) { return client.find(request) != nullptr; });
-    }));
-}
-
 } // namespace
 
 void takeMap(Photographer& photographer) {
     photographer.loadDemo();
-    photographer.services().stills = std::make_shared<stills::StillService>(
-        test::gui().loop(), *core::services().fileSystem, "");
     grow(photographer.session());
+    photographer.makeStills();
     const auto window = photographer.opened<ui::BranchList>();
     const test::WindowDriver driver(*window);
     driver.native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
-    waitForStills(photographer);
     settle(*window);
     photographer.shoot("Map", *window);
     driver.click(u"ButtonMapIn");

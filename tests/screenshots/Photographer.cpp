@@ -1,15 +1,25 @@
 #include "tests/screenshots/Photographer.h"
 
+#include <algorithm>
 #include <iostream>
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "app/services/Startup.h"
+#include "core/Services.h"
+#include "scene/SceneFolders.h"
+#include "stills/Still.h"
+#include "stills/StillService.h"
 #include "tests/screenshots/Demo.h"
 #include "tests/screenshots/Shots.h"
 #include "tests/support/gui/TestGui.h"
 #include "tools/tour/PngFile.h"
 #include "tools/tour/WindowPicture.h"
 #include "ui/EditorWindow.h"
+#include "ui/branch_editor/ClipCard.h"
+#include "ui/map/MapPresenter.h"
 
 namespace screenshots {
 
@@ -31,6 +41,28 @@ Photographer::Photographer(std::filesystem::path folder, bool plain)
 
 void Photographer::loadDemo() {
     require(session().load(kScene));
+}
+
+void Photographer::makeStills() {
+    if (m_services.stills == nullptr) {
+        m_services.stills =
+            std::make_shared<stills::StillService>(m_gui.loop(), *core::services().fileSystem, "");
+    }
+    std::vector<stills::StillRequest> wanted;
+    for (int branch = 0; branch < session().branchCount(); ++branch) {
+        const std::string& video = session().video(branch);
+        for (const platform::Size box : {ui::MapPresenter::kStillBox, ui::ClipCard::kStillBox}) {
+            if (!video.empty()) {
+                wanted.push_back({scene::sceneFolderPath(kScene) + video, box});
+            }
+        }
+    }
+    stills::StillClient client(*m_services.stills, [](const auto& /*request*/) {});
+    client.want(wanted);
+    require(test::pumpUntil([&] {
+        return std::all_of(wanted.begin(), wanted.end(),
+                           [&](const auto& request) { return client.find(request) != nullptr; });
+    }));
 }
 
 void Photographer::useLowScreen() {

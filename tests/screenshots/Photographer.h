@@ -42,6 +42,9 @@ public:
     /// The demo scene as its files hold it.
     void loadDemo();
 
+    /// From now on the windows show pictures of the scene's clips, which are made already.
+    void makeStills();
+
     /// From now on: a screen on which the zone editor has its small layout.
     void useLowScreen();
     /// From now on: the end of the pictures' names.

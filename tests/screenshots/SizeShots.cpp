@@ -41,6 +41,7 @@ void takeSizesOf(Photographer& photographer, const std::string& name,
 
 void takeSizes(Photographer& photographer) {
     photographer.loadDemo();
+    photographer.makeStills();
     takeSizesOf(photographer, "BranchList", *photographer.opened<ui::BranchList>());
     for (const platform::Size size : {platform::Size{884, 672}, {1600, 900}}) {
         takeTour(photographer, size);

@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "core/Texts.h"
-#include "platform/Geometry.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CPictureUI.h"
 #include "ui/FigureTexts.h"
@@ -17,8 +16,6 @@ constexpr std::u16string_view kImage = u"ImageClip";
 constexpr std::u16string_view kLength = u"LabelClipLength";
 constexpr std::u16string_view kSize = u"LabelClipSize";
 constexpr std::u16string_view kBytes = u"LabelClipBytes";
-/// Twice the size of the large place: sharp on every screen.
-constexpr platform::Size kBox{220, 124};
 
 } // namespace
 
@@ -52,7 +49,7 @@ void ClipCard::hide() {
 }
 
 stills::StillRequest ClipCard::request() const {
-    return {m_path, kBox};
+    return {m_path, kStillBox};
 }
 
 void ClipCard::showFacts() {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/Geometry.h"
 #include "stills/Still.h"
 #include "stills/StillService.h"
 #include "ui/Controls.h"
@@ -23,6 +24,9 @@ public:
     void hide();
     /// The controls are laid out for another size of the window: something else may have room.
     void windowSized() { showFacts(); }
+
+    /// Of the picture: twice the size of the large place, sharp on every screen.
+    static constexpr platform::Size kStillBox{220, 124};
 
 private:
     void showFacts();
