@@ -84,6 +84,10 @@ void MapPresenter::update() {
     if (m_content.scene != nullptr && *scene == *m_content.scene) {
         if (isUpToDate()) { // branches that look the same may have changed places
             m_shown.branches = m_content.branches;
+            if (SceneMap* map = control()) {
+                map->choose(m_shown.find(m_chosen));
+            }
+            showFound();
         }
         return;
     }

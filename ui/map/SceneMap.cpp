@@ -74,15 +74,20 @@ void SceneMap::show(std::shared_ptr<const map::MapScene> scene, std::shared_ptr<
     m_scene = std::move(scene);
     m_layouts = std::move(layouts);
     m_chosen = chosen;
-    m_pressed = -1;
+    // What the pointer holds is of the scene before: its rows may be others now.
+    if (m_linked >= 0) {
+        forgetInput();
+    }
+    m_pressed = m_pressed >= 0 && m_pressed == kept.before ? kept.now : -1;
     m_items.clear();
     m_backLines.reset();
     const Rect now = placeOf(kept.now);
     if (before.width() == 0 || now.width() == 0 || refits) {
         fitDownTo(leastFitted);
     } else {
-        m_view.x += now.left - before.left;
-        m_view.y += now.top - before.top;
+        const Point by{now.left - before.left, now.top - before.top};
+        m_view = {m_view.x + by.x, m_view.y + by.y};
+        m_pressedView = {m_pressedView.x + by.x, m_pressedView.y + by.y};
         if (isNew) {
             showNode(chosen);
         }

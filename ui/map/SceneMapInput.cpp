@@ -100,6 +100,9 @@ void SceneMap::press(const platform::Event& event) {
     m_pressed = branch;
     m_isPicked = branch >= 0 && branch != m_chosen;
     pick(branch);
+    if (m_chosen != branch) { // it is gone
+        m_linked = -1;
+    }
 }
 
 /// Plays from the branch that the first press has met: its click may have moved the view.
@@ -114,7 +117,9 @@ void SceneMap::doublePress(Point point) {
 /// A context menu is about the node that it is opened on.
 bool SceneMap::notePress(const toolkit::TEventUI& event) {
     if (event.native.button == platform::MouseButton::right && !m_isPressed) {
-        pick(branchAt(event.native.position));
+        const int branch = branchAt(event.native.position);
+        pick(branch);
+        return branch >= 0 && m_chosen != branch; // the node of one that is gone has no menu
     }
     return false;
 }

@@ -13,6 +13,7 @@
 #include "platform/Geometry.h"
 #include "platform/Path.h"
 #include "toolkit/skin/IconSet.h"
+#include "toolkit/skin/RoundBox.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -91,13 +92,6 @@ platform::Path edgeOf(const Corner& corner, double width) {
                  corner.inside(kRadius, width));
     path.close();
     return path;
-}
-
-void fillRound(platform::Canvas& canvas, const platform::Rect& box, double radius, Color color) {
-    platform::Path path;
-    path.addRoundBox({static_cast<double>(box.left), static_cast<double>(box.top)}, box.width(),
-                     box.height(), radius);
-    canvas.fillPath(path, color);
 }
 
 /// As many lines as it takes, broken at blanks.
@@ -248,7 +242,7 @@ void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
 }
 
 void SceneMap::paintPile(platform::Canvas& canvas, const Rect& box) const {
-    fillRound(canvas, box, kRadius, color(Tone::band));
+    toolkit::fillRoundBox(canvas, box, kRadius, color(Tone::band));
     paintEdge(canvas, box, 1, color(Tone::edge));
 }
 
@@ -297,12 +291,12 @@ void SceneMap::paintStill(platform::Canvas& canvas, int branch, const Rect& box)
     }
     if (branch == m_scene->first) {
         const Rect flag = Rect::at(box.left + 6, box.top + 6, 20, 20);
-        fillRound(canvas, flag, kBadgeRadius, color(Tone::accent));
+        toolkit::fillRoundBox(canvas, flag, kBadgeRadius, color(Tone::accent));
         icons.draw(canvas, flag, {u"First", u"badge"}, toolkit::IconState::normal);
     }
     if (m_errors && m_errors(branch) > 0) {
         const Rect sign = Rect::at(box.right - 26, box.top + 6, 20, 20);
-        fillRound(canvas, sign, kRadius, color(Tone::surface));
+        toolkit::fillRoundBox(canvas, sign, kRadius, color(Tone::surface));
         icons.draw(canvas, sign, {u"Error", u"danger"}, toolkit::IconState::normal);
     }
 }
@@ -344,7 +338,7 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
 
 void SceneMap::paintBadge(platform::Canvas& canvas, const MapAction& action,
                           const Rect& box) const {
-    fillRound(canvas, box, kBadgeRadius, color(toneOfKind(action.type)));
+    toolkit::fillRoundBox(canvas, box, kBadgeRadius, color(toneOfKind(action.type)));
     const bool isKnown = action.type > 0 && at(action.type) < kBadges.size();
     const std::u16string_view icon = kBadges.at(isKnown ? at(action.type) : 0);
     toolkit::CPaintManagerUI& manager = *GetManager();
