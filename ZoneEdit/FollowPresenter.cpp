@@ -147,7 +147,8 @@ void FollowPresenter::finish(const follow::Outcome& outcome) {
     for (const follow::Points& shape : outcome.shapes) {
         shapes.emplace(frame += step, shape);
     }
-    const int last = frame;
+    const bool isFarAlone = outcome.shapes.empty() && !outcome.shapesBeyond.empty();
+    const int last = isFarAlone ? m_request.last : frame;
     frame = m_request.last;
     for (const follow::Points& shape : outcome.shapesBeyond) {
         shapes.emplace(frame, shape);

@@ -161,6 +161,10 @@ bool PointTools::move(Point position) {
     }
     if (m_gesture.isOpen()) {
         m_gesture.move(position);
+        if (!m_gesture.isOpen()) { // a key has ended it: what is held moves nothing else
+            endStep();
+            m_controls.manager().ReleaseCapture();
+        }
         return true;
     }
     if (m_choice.tool() == Tool::movePoint && m_session.context().currentZone >= 0 &&

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Texts.h"
@@ -131,7 +132,8 @@ void RangeActions::matchPoints() {
 }
 
 void RangeActions::matchOffered() {
-    const std::vector<int> keys = m_offered;
+    const std::vector<int> keys = std::exchange(m_offered, {});
+    m_notice.close();
     if (!keys.empty()) {
         match(m_offeredAt, keys);
     }

@@ -17,7 +17,6 @@
 #include "zone/ShapeDrawing.h"
 
 namespace zoneedit {
-namespace {} // namespace
 
 ViewParts::ViewParts(ui::CommandSet& commands, Links links)
     : m_links(std::move(links)), m_zoom(m_links.controls, m_links.video, *m_links.session,

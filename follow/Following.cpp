@@ -89,6 +89,7 @@ private:
             certain = found.isDoubtful ? certain : way.shapes.size();
             tell(from + i * step, found);
         }
+        way.isUnreadable = way.isUnreadable && certain == way.shapes.size();
         way.shapes.resize(certain);
         matches.resize(certain);
         for (const double match : matches) {

@@ -16,6 +16,12 @@ class TrackChanges;
 class Zone;
 class ZoneManager;
 
+/// The last stretch that holds a frame tells.
+struct FollowedFrames {
+    FrameRange frames;
+    bool isFollowed = true; ///< else the author has chosen their shapes
+};
+
 /// What belongs to one zone.
 struct ZoneEditing {
     /// A point's index, the point count for the centre handle, or -1; one for all frames.
@@ -25,8 +31,9 @@ struct ZoneEditing {
     /// Frames that the author has given a shape since the zones were opened. Steps that are taken
     /// back take back theirs.
     std::set<int> shapedFrames;
-    /// Stretches that got their shapes by following, in the order of the steps.
-    std::vector<FrameRange> followed;
+    /// Stretches that got their shapes by following, and those that got others at once, in the
+    /// order of the steps.
+    std::vector<FollowedFrames> followed;
 
     /// (0, 0) for a frame that was never shown.
     [[nodiscard]] platform::Point centerOf(int frame) const;

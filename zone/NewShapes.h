@@ -11,7 +11,8 @@ struct NewShapes {
     int shapedFrame = -1;
     /// Frames that do not count as shaped by the author any more.
     FrameRange released = {};
-    /// Frames that were followed: what looks like a key there is none of the author's.
+    /// From the first frame that was followed to the last: what looks like a key there is none of
+    /// the author's.
     FrameRange followed = {};
     /// Later frames in the stretch that had a shape of their own; see StepReach.
     int ownFrames = 0;

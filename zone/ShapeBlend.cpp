@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <iterator>
 
+#include "zone/EditContext.h"
 #include "zone/ShapeGeometry.h"
 #include "zone/Zone.h"
 
@@ -198,16 +199,23 @@ std::vector<int> authoredKeys(const Zone& zone, std::span<const int> keys,
 }
 
 std::vector<int> keysSetByHand(std::span<const int> authored, const std::set<int>& shaped,
-                               std::span<const FrameRange> followed) {
+                               std::span<const FollowedFrames> followed) {
+    const auto isClose = [&](std::size_t one, std::size_t other) {
+        return authored[other] - authored[one] < kLeastDistance &&
+               !shaped.contains(authored[one]) && !shaped.contains(authored[other]);
+    };
     std::vector<int> set;
     for (std::size_t index = 0; index < authored.size(); ++index) {
         const int key = authored[index];
-        const bool isFollowed = std::ranges::any_of(
-            followed, [key](const FrameRange& range) { return range.contains(key); });
-        const bool isCrowded = index > 0 && index + 1 < authored.size() &&
-                               key - authored[index - 1] < kLeastDistance &&
-                               authored[index + 1] - key < kLeastDistance;
-        if (shaped.contains(key) || (!isFollowed && !isCrowded)) {
+        const auto last =
+            std::find_if(followed.rbegin(), followed.rend(), [key](const FollowedFrames& stretch) {
+                return stretch.frames.contains(key);
+            });
+        const bool isCrowded = index > 1 && index + 2 < authored.size() &&
+                               isClose(index - 2, index - 1) && isClose(index - 1, index) &&
+                               isClose(index, index + 1) && isClose(index + 1, index + 2);
+        const bool isFollowed = last != followed.rend() ? last->isFollowed : isCrowded;
+        if (shaped.contains(key) || !isFollowed) {
             set.push_back(key);
         }
     }

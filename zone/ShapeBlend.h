@@ -15,6 +15,7 @@
 namespace zone {
 
 class Zone;
+struct FollowedFrames;
 
 enum class BlendWay {
     straight, ///< each point goes evenly from key to key
@@ -52,11 +53,12 @@ struct KeyShape {
 /// after a frame of its own between equal ones. In order.
 [[nodiscard]] std::vector<int> authoredKeys(const Zone& zone, std::span<const int> keys,
                                             const std::set<int>& shaped);
-/// Of those, the keys that an author has set: frames that were followed, and those that differ from
-/// one frame to the next or nearly so, are keys of a movement that somebody followed.
+/// Of those, the keys that an author has set. Where something was followed, nearly every frame may
+/// be a key; as nobody knows what was followed in an earlier visit, so are keys with two others
+/// close by on either side.
 [[nodiscard]] std::vector<int> keysSetByHand(std::span<const int> authored,
                                              const std::set<int>& shaped,
-                                             std::span<const FrameRange> followed);
+                                             std::span<const FollowedFrames> followed);
 /// Of keys in order, those around a frame: the last in front of it, itself if it is one, and the
 /// first behind it.
 [[nodiscard]] std::vector<int> keysAround(std::span<const int> keys, int frame);

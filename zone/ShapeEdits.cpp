@@ -233,8 +233,10 @@ std::vector<int> keysBeside(std::span<const int> keys, FrameRange range) {
         return {};
     }
     std::vector<int> beside;
-    std::copy(std::max(first - 2, keys.begin()), first, std::back_inserter(beside));
-    std::copy(behind, std::min(behind + 2, keys.end()), std::back_inserter(beside));
+    std::copy(first - std::min<std::ptrdiff_t>(2, first - keys.begin()), first,
+              std::back_inserter(beside));
+    std::copy(behind, behind + std::min<std::ptrdiff_t>(2, keys.end() - behind),
+              std::back_inserter(beside));
     return beside;
 }
 

@@ -18,6 +18,8 @@ struct ShapedFrames {
     /// These were followed.
     FrameRange followed = {};
 
+    [[nodiscard]] bool tellsFollowed() const { return followed.count() > 0 || leave.count() > 0; }
+
     bool operator==(const ShapedFrames&) const = default;
 };
 

@@ -48,15 +48,17 @@ void EditShapes::revert(ZoneModel& model) noexcept {
     ZoneEditing& editing = model.context.zone(m_zone);
     editing.selectedPoint = m_selectedBefore;
     m_shapedChange.swap(editing.shapedFrames);
-    if (m_shaped.followed.count() > 0) {
+    if (tellsFollowed()) {
         editing.followed.pop_back();
     }
     model.context.noteShown(*model.zones);
 }
 
+// A redo needs no memory: revert() has left the room.
 void EditShapes::noteFollowed(ZoneEditing& editing) const {
-    if (m_shaped.followed.count() > 0) {
-        editing.followed.push_back(m_shaped.followed);
+    if (tellsFollowed()) {
+        const bool isFollowed = m_shaped.followed.count() > 0;
+        editing.followed.push_back({isFollowed ? m_shaped.followed : m_shaped.leave, isFollowed});
     }
 }
 

@@ -67,6 +67,8 @@ public:
     bool absorb(EditShapes& next) noexcept;
 
 private:
+    /// Repetitions tell what the first has told.
+    [[nodiscard]] bool tellsFollowed() const { return !m_isRepetition && m_shaped.tellsFollowed(); }
     void noteFollowed(ZoneEditing& editing) const;
 
     int m_zone;

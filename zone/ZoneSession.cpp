@@ -317,9 +317,10 @@ std::shared_ptr<const ZoneManager> ZoneSession::snapshot() {
 
 bool ZoneSession::changesNothing(int zone, const NewShapes& shapes) const {
     const std::set<int>& shaped = editingOf(zone).shapedFrames;
-    const auto released = shaped.lower_bound(shapes.released.first);
-    return (shapes.shapedFrame < 0 || shaped.contains(shapes.shapedFrame)) &&
-           (released == shaped.end() || *released >= shapes.released.end) &&
+    const bool isReleased = std::any_of(
+        shaped.lower_bound(shapes.released.first), shaped.lower_bound(shapes.released.end),
+        [&shapes](int frame) { return frame != shapes.shapedFrame; });
+    return (shapes.shapedFrame < 0 || shaped.contains(shapes.shapedFrame)) && !isReleased &&
            holdsShapes(*zones().zone(zone), shapes.stretch);
 }
 

@@ -212,7 +212,7 @@ TEST_F(ZoneEditFollow, WhatWasFollowedIsCorrectedAndFollowedAgain) {
     for (int step = 0; step < 4; ++step) {
         m_driver->press(Key::z, {.control = true});
     }
-    EXPECT_TRUE(m_window->session().editingOf(0).followed.size() == 1);
+    EXPECT_EQ(m_window->session().editingOf(0).followed.size(), 1U);
 }
 
 TEST_F(ZoneEditFollow, TheButtonOfTheRangeFollowsWithinItAndStripesShowWhatWasFound) {

@@ -288,12 +288,14 @@ TEST_F(ZoneEditGesture, ADragWithCtrlEndsOnTheFrameItBeganOn) {
     show(5, 1);
     drawSquare();
     m_driver->click(u"OptionProgressChanges");
+    m_driver->click(on(500, 300)); // a chosen point, which is not moved instead
     mouse(EventKind::mouseDown, on(640, 340), kControl);
     mouse(EventKind::mouseMove, on(690, 340), kControl);
     const Points scaled = points(0, 0);
     const Points square = points(0, 1);
     ASSERT_NE(scaled, square);
     m_driver->press(Key::right);
+    mouse(EventKind::mouseMove, on(720, 340), kControl);
     mouse(EventKind::mouseMove, on(740, 340), kControl);
     mouse(EventKind::mouseUp, on(740, 340), kControl);
     EXPECT_EQ(points(0, 0), scaled);

@@ -170,6 +170,9 @@ TEST_F(ZoneEditRange, WhatChangesNothingIsNoStep) {
     EXPECT_EQ(steps(), before);
     m_driver->click(u"ButtonRangeInactive");
     EXPECT_EQ(steps(), before + 1);
+    choose(u"ButtonApplyShape", u"To the range");
+    choose(u"ButtonApplyShape", u"To the range");
+    EXPECT_EQ(steps(), before + 2);
 }
 
 TEST_F(ZoneEditRange, ShapesAndFlagsGoToTheRangeFromHereOnAndUpToHere) {

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <memory>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -389,4 +390,17 @@ TEST_F(ShapeEditTest, APointOnAnEdgeFollowsItsNeighboursAndTheKeysOfAnAuthorAreW
 }
 
 } // namespace
+TEST_F(ShapeEditTest, KeysOfWhatWasFollowedAreNoneOfTheAuthors) {
+    using Keys = std::vector<int>;
+    const Keys keys{0, 20, 40, 42, 44, 47, 49, 51, 70, 73, 90};
+    EXPECT_EQ(zone::keysSetByHand(keys, {}, {}), (Keys{0, 20, 40, 42, 49, 51, 70, 73, 90}))
+        << "with two others close by on either side, in an earlier visit";
+    EXPECT_EQ(zone::keysSetByHand(keys, {47}, {}), keys);
+    const zone::FollowedFrames stretches[] = {{{10, 50}, true}, {{40, 44}, false}};
+    EXPECT_EQ(zone::keysSetByHand(keys, {20}, std::span(stretches).first(1)),
+              (Keys{0, 20, 51, 70, 73, 90}));
+    EXPECT_EQ(zone::keysSetByHand(keys, {}, stretches), (Keys{0, 40, 42, 51, 70, 73, 90}))
+        << "the last stretch tells";
+}
+
 } // namespace zone_tests
