@@ -53,7 +53,7 @@ enum class Key {
     menu, ///< the key that opens a context menu
     openBracket,
     closeBracket,
-    plus, ///< and minus: of the main row, whatever they type there, or of the keypad
+    plus, ///< and minus: keys that type them, on Windows those that are named so, or of the keypad
     minus,
     // Function keys, digits and letters are consecutive: back ends convert them by their distance.
     // clang-format off

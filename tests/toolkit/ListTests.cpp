@@ -149,6 +149,9 @@ TEST_F(Lists, RowsLikeButtonsAreActivatedByOnePress) {
     list.SetAttribute(u"pressactivates", u"true");
     driver().click(u"Row1");
     expectNotes("a press", {"itemselect List 1", "itemactivate List"});
+    driver().doubleClick(list.GetItemAt(0)->GetPos().topLeft());
+    expectNotes("two quick presses",
+                {"itemselect List 0", "itemactivate List", "itemselect List 0"});
     list.GetItemAt(2)->accessiblePress();
     expectNotes("of assistive technology", {"itemselect List 2", "itemactivate List"});
     list.GetItemAt(0)->accessibleSelect(true);

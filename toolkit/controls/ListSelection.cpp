@@ -174,7 +174,8 @@ bool CListUI::pressRow(const CControlUI& row, const TEventUI& event) {
         }
         return true;
     }
-    if (pick(index, false) && (m_pressActivates || event.Type == EventType::doubleClick)) {
+    const bool isDouble = event.Type == EventType::doubleClick;
+    if (pick(index, false) && isDouble != m_pressActivates) { // once for two clicks, either way
         activate();
     }
     return false;

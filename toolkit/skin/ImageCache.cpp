@@ -35,8 +35,12 @@ std::shared_ptr<const platform::Bitmap> ImageCache::load(const Skin& skin,
     }
     Image image{nullptr, ++m_loads};
     if (const auto bytes = skin.read(file)) {
-        if (auto bitmap = decodeImage(*bytes);
-            bitmap && m_bytes + bytesOf(bitmap->size()) <= kMaxBytes) {
+        auto bitmap = decodeImage(*bytes);
+        const std::size_t size = bitmap ? bytesOf(bitmap->size()) : 0;
+        if (m_bytes + size > kMaxBytes) {
+            forgetUnused();
+        }
+        if (bitmap && m_bytes + size <= kMaxBytes) {
             image.bitmap = std::make_shared<const platform::Bitmap>(std::move(*bitmap));
             m_bytes += image.bytes();
         }

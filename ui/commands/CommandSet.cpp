@@ -71,6 +71,9 @@ const Command* CommandSet::commandOf(const platform::Event& event) const {
     if (chord.key == platform::Key::other) {
         return nullptr;
     }
+    if (chord.key == platform::Key::plus) {
+        chord.modifiers.shift = false; // many keyboards need it to type the sign
+    }
     for (const Command& command : m_table) {
         if (has(command, chord)) {
             return &command;

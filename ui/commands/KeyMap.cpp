@@ -19,6 +19,8 @@ using platform::Key;
 namespace {
 
 constexpr const char* kSection = "keys";
+/// Of a line, that are read.
+constexpr std::size_t kMostParts = 4;
 
 const Command* commandWith(std::string_view id) {
     for (const std::span<const Command> table : commandTables()) {
@@ -102,7 +104,7 @@ bool KeyMap::readLine(const Command& command, const std::u16string& text) {
     };
     std::size_t read = 0;
     for (const std::u16string& part : splitKeys(text)) {
-        if (++read > keys.size()) { // the line may be as long as it likes
+        if (++read > kMostParts) { // the line may be as long as it likes
             refuse(core::tr("only two keys count."_tr));
             break;
         }
@@ -112,6 +114,10 @@ bool KeyMap::readLine(const Command& command, const std::u16string& text) {
         if (!problem.empty()) {
             refuse(problem);
         } else if (!has(keys, *chord)) {
+            if (count == keys.size()) {
+                refuse(core::tr("only two keys count."_tr));
+                break;
+            }
             keys[count++] = *chord;
         }
     }

@@ -30,7 +30,7 @@ constexpr double kOutlineWidth = 1.5;
 constexpr int kTagInset = 10;
 constexpr int kTagPadding = 6;
 constexpr int kTagHeight = 20;
-constexpr int kBelow = 130; // a row of buttons, and lists of one row
+constexpr int kBelow = 130; ///< a row of buttons, and lists of one row
 constexpr core::Text kEmptyHint =
     "F5 plays the scene from its first branch, Shift+F5 from the one on show."_tr;
 

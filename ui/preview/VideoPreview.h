@@ -49,7 +49,8 @@ public:
     void setBranch(std::u16string_view name);
     void setOutlines(std::vector<Outline> outlines);
 
-    /// As high as the width asks for, at most half of the pane, and with room for the lists below.
+    /// As high as the width asks for; at most half of the pane as far as the lists below keep a
+    /// row, or half of what there is.
     [[nodiscard]] Size EstimateSize(Size available) const override;
     bool DoEvent(const toolkit::TEventUI& event) override;
     void DoPaint(platform::Canvas& canvas, const Rect& dirty) override;
