@@ -14,7 +14,7 @@ std::string in(const std::string& folder, const std::string& name) {
     return folder.empty() ? folder : core::withSeparator(folder) + name;
 }
 
-/// As createServices chooses it; empty if none of the files tells.
+/// As createServices chooses it, from files that are well formed; empty if none of them tells.
 std::string languageOf(const StartTexts& texts) {
     for (const std::string& file :
          {in(texts.workingFolder, "Editor.ini"),

@@ -50,7 +50,8 @@ class StartScript(unittest.TestCase):
                                  (editor, "scale = 150\n[view]\nlanguage = French\n", german),
                                  (editor, "language = French ; a comment\n", english),
                                  (settings, "language = Dutch\n", english),
-                                 (editor, "scale = 150\nlanguage = German ; a comment\n", german)):
+                                 (editor, "scale = 150\nlanguage = German\n", german),
+                                 (editor, "language = German ; no comment there\n", english)):
             if file:
                 self.write(file, text)
             self.assertEqual(self.start("--manual"), str(self.share / page), text)
