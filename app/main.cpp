@@ -5,6 +5,7 @@
 #include "app/Program.h"
 #include "app/services/CommandLine.h"
 #include "app/services/StartFolder.h"
+#include "app/services/StartProblem.h"
 #include "core/Log.h"
 #include "platform/CommandLine.h"
 #include "platform/DebugLine.h"

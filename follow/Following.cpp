@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <optional>
+#include <ranges>
 
 #include "follow/FrameFeed.h"
 #include "src/LumaReader.h"

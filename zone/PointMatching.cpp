@@ -10,6 +10,7 @@
 #include "platform/Geometry.h"
 #include "zone/ShapeBlend.h"
 #include "zone/ShapeGeometry.h"
+#include "zone/ShapeStretch.h"
 #include "zone/Zone.h"
 
 namespace zone {

@@ -1,6 +1,7 @@
 // Following what is in a zone, by real events: the reference job of a box that moves through 300
 // frames, where following ends, and what becomes of what it found.
 #include <cmath>
+#include <cstddef>
 #include <iostream>
 #include <string>
 #include <utility>

@@ -1,6 +1,7 @@
 // Filling between keys, and what is done to many frames at once, by real events.
 #include <algorithm>
 #include <cstddef>
+#include <initializer_list>
 #include <ranges>
 #include <string>
 #include <string_view>

@@ -1,6 +1,7 @@
 // The default skin in real windows: the Tab key goes in reading order, and every state of a control
 // shows in its picture.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <fstream> // IWYU pragma: keep
 #include <iterator>
