@@ -53,6 +53,22 @@ protected:
     bool waitForEnd() {
         return test::pumpUntil([&] { return m_driver->get(u"ButtonFollowDiscard").IsVisible(); });
     }
+    /// Follows from the first frame and returns while that goes on. Where a busy machine has done
+    /// it all by then, it tries again.
+    bool startAndSeeItRun() {
+        for (int tries = 0; tries < 20; ++tries) {
+            goTo(0);
+            press(Key::f);
+            (void)test::pumpUntil([&] {
+                return m_driver->textOf(u"LabelFollow").find(u"frame 0 ") == std::u16string::npos;
+            });
+            if (m_driver->get(u"ButtonFollowStop").IsVisible()) {
+                return true;
+            }
+            m_driver->click(u"ButtonFollowDiscard");
+        }
+        return false;
+    }
     bool panelShows() { return m_driver->get(u"PanelFollow").IsVisible(); }
 
     /// The corners of the box in display pixels.
@@ -188,8 +204,8 @@ TEST_F(ZoneEditFollow, WhatWasFollowedIsCorrectedAndFollowedAgain) {
     showBox(60); // on a curve: nearly every frame is a key
     drawZone();
     press(Key::f);
-    press(Key::f); // while it runs
     ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(m_driver->textOf(u"LabelFollow"), u"Followed to frame 59.");
     m_driver->click(u"ButtonFollowAccept");
     goTo(30);
     const Point corner = points(0, 30)[0];
@@ -292,27 +308,20 @@ TEST_F(ZoneEditFollow, WhileItRunsItCanBeStoppedAcceptedAndGivenUpByAnyStep) {
     showBox(300);
     drawZone();
     const auto drawn = points(0, 299);
-    const auto start = [this] {
-        goTo(0);
-        press(Key::f);
-        ASSERT_TRUE(test::pumpUntil([&] {
-            return m_driver->textOf(u"LabelFollow").find(u"frame 0 ") == std::u16string::npos;
-        }));
-    };
     const std::size_t steps = m_window->session().history().position();
-    start();
+    ASSERT_TRUE(startAndSeeItRun());
     m_driver->click(u"ButtonFollowStop");
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(m_driver->textOf(u"LabelFollow").substr(0, 18), u"Followed to frame ");
     m_driver->click(u"ButtonFollowDiscard");
     EXPECT_EQ(m_window->session().history().position(), steps);
-    start();
+    ASSERT_TRUE(startAndSeeItRun());
     m_driver->click(u"ButtonFollowAccept");
     ASSERT_TRUE(test::pumpUntil([&] { return !panelShows(); }));
     EXPECT_EQ(m_window->session().history().position(), steps + 1);
     EXPECT_NE(points(0, 1), drawn);
     EXPECT_EQ(points(0, 299), drawn) << "it had not come to its end";
-    start();
+    ASSERT_TRUE(startAndSeeItRun());
     m_driver->click(u"ButtonUndo");
     EXPECT_FALSE(panelShows());
     EXPECT_EQ(points(0, 1), drawn);
@@ -323,12 +332,8 @@ TEST_F(ZoneEditFollow, WhileItRunsItCanBeStoppedAcceptedAndGivenUpByAnyStep) {
 TEST_F(ZoneEditFollow, EscAndStopEndItAtOnceAndTheWindowMayCloseMeanwhile) {
     showBox(300);
     drawZone();
-    press(Key::f);
-    ASSERT_TRUE(panelShows());
+    ASSERT_TRUE(startAndSeeItRun());
     EXPECT_EQ(m_driver->textOf(u"LabelFollow").substr(0, 11), u"Following \"");
-    ASSERT_TRUE(test::pumpUntil([&] {
-        return m_driver->textOf(u"LabelFollow").find(u"frame 0 ") == std::u16string::npos;
-    }));
     press(Key::escape);
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(m_driver->textOf(u"LabelFollow").substr(0, 18), u"Followed to frame ");
