@@ -1,7 +1,6 @@
 #include "ZoneEdit/FollowPresenter.h"
 
 #include <cstddef>
-#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -23,8 +22,6 @@
 
 namespace zoneedit {
 namespace {
-
-using Outline = std::span<const platform::Point>;
 
 constexpr std::size_t kLeastPoints = 3;
 /// Each frame that is found keeps them all.
@@ -228,9 +225,8 @@ void FollowPresenter::accept() {
         zone::ShapeStretch stretch(range.first);
         for (int frame = range.first; frame < range.end; ++frame) {
             const auto shape = found.find(frame); // not between two ways that did not meet
-            const auto points = shape != found.end() ? Outline(shape->second)
-                                                     : zone->points(frame).value_or(Outline());
-            stretch.add(points, zone->isActive(frame));
+            stretch.add(shape != found.end() ? shape->second : zone->outline(frame),
+                        zone->isActive(frame));
         }
         zone::NewShapes shapes{std::move(stretch)};
         shapes.followed = range;

@@ -25,10 +25,7 @@ constexpr core::Text kTooManyPoints = "These shapes have too many points for so 
 constexpr core::Text kNoShape = "There is no shape to copy on this frame."_tr;
 
 bool hasEmptyKey(const zone::Zone& zone, const std::vector<int>& keys) {
-    return std::ranges::any_of(keys, [&zone](int key) {
-        const auto points = zone.points(key);
-        return !points || points->empty();
-    });
+    return std::ranges::any_of(keys, [&zone](int key) { return zone.outline(key).empty(); });
 }
 
 } // namespace
@@ -69,9 +66,7 @@ void RangeActions::interpolate() {
     const auto keys = keysOfGap();
     if (!keys) {
         m_notice.refuse(core::tr(kNeedsKeys));
-    } else if (const auto blend = zone::canBlend(zone(), *keys)
-                                      ? zone::blendedShapes(zone(), *keys, m_editor.way())
-                                      : std::nullopt) {
+    } else if (const auto blend = zone::blendedShapes(zone(), *keys, m_editor.way())) {
         replace(Name::interpolate, {*blend});
     } else {
         refuse(*keys);
@@ -144,7 +139,7 @@ void RangeActions::match(ShapeEditor::Place place, const std::vector<int>& keys)
     if (const auto shapes = zone::matched(zone, keys)) {
         m_session.endGesture();
         m_session.replaceShapes({Name::matchPoints, place.zone, place.frame}, *shapes);
-        const auto count = zone.points(keys.front())->size();
+        const auto count = zone.outline(keys.front()).size();
         m_notice.offer(core::tr("Point counts made equal: {0}."_tr, count), {kNoticeUndoButton});
     } else if (zone::unequalKeys(zone, keys) && !hasEmptyKey(zone, keys)) {
         m_notice.refuse(core::tr(kTooManyPoints));

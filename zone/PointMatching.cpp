@@ -19,10 +19,6 @@ namespace {
 using platform::Point;
 using Outline = std::span<const Point>;
 
-Outline outline(const Zone& zone, int frame) {
-    return zone.points(frame).value_or(Outline());
-}
-
 /// A piece of an edge, in parts of its length.
 struct Piece {
     double length; ///< in pixels
@@ -94,8 +90,8 @@ std::vector<Point> withPoints(Outline points, std::span<const NewPoint> made) {
 
 /// The frames around one that have as many points.
 FrameRange alikeAround(const Zone& zone, int frame) {
-    const std::size_t count = outline(zone, frame).size();
-    const auto isAlike = [&](int at) { return outline(zone, at).size() == count; };
+    const std::size_t count = zone.outline(frame).size();
+    const auto isAlike = [&](int at) { return zone.outline(at).size() == count; };
     FrameRange range{frame, frame + 1};
     while (range.first > 0 && isAlike(range.first - 1)) {
         --range.first;
@@ -111,13 +107,13 @@ FrameRange alikeAround(const Zone& zone, int frame) {
 std::optional<NewShapes> matched(const Zone& zone, std::span<const int> keys) {
     std::size_t most = 0;
     for (const int key : keys) {
-        most = std::max(most, outline(zone, key).size());
+        most = std::max(most, zone.outline(key).size());
     }
     std::optional<ShapeStretch> stretch;
     int done = 0; // frames before this one are in the stretch or need nothing
     std::size_t points = 0;
     for (const int key : keys) {
-        const std::size_t few = outline(zone, key).size();
+        const std::size_t few = zone.outline(key).size();
         if (few == 0) {
             return std::nullopt;
         }
@@ -129,9 +125,9 @@ std::optional<NewShapes> matched(const Zone& zone, std::span<const int> keys) {
             stretch.emplace(range.first);
             done = range.first;
         }
-        const std::vector<NewPoint> made = halvedEdges(outline(zone, key), most - few);
+        const std::vector<NewPoint> made = halvedEdges(zone.outline(key), most - few);
         while (done < range.end) {
-            const Outline held = outline(zone, done);
+            const Outline held = zone.outline(done);
             const int end =
                 std::min(zone.sameUntil(done), done < range.first ? range.first : range.end);
             const std::vector<Point> shape = done < range.first

@@ -13,7 +13,6 @@ namespace zone {
 namespace {
 
 using platform::Point;
-using Outline = std::span<const Point>;
 
 /// One coordinate of one point at the keys around a gap: at the two ends, and at the keys in front
 /// of and behind them where there are such.
@@ -66,19 +65,15 @@ Course courseOf(std::span<const KeyShape> keys, std::size_t gap, std::size_t poi
 /// Of keys that somebody sets by hand, in frames: to either side if they stand closer.
 constexpr int kLeastDistance = 5;
 
-Outline outline(const Zone& zone, int frame) {
-    return zone.points(frame).value_or(Outline());
-}
-
 bool isSame(const Zone& zone, int one, int other) {
-    return std::ranges::equal(outline(zone, one), outline(zone, other));
+    return std::ranges::equal(zone.outline(one), zone.outline(other));
 }
 
 /// The frames from the first key to the last, whose shapes all have as many points.
 void addBlends(ShapeStretch& stretch, const Zone& zone, std::span<const int> keys, BlendWay way) {
     std::vector<KeyShape> shapes;
     for (const int key : keys) {
-        shapes.push_back({key, outline(zone, key)});
+        shapes.push_back({key, zone.outline(key)});
     }
     std::size_t gap = 0;
     for (int frame = keys.front(); frame <= keys.back(); ++frame) {
@@ -120,8 +115,8 @@ std::vector<Point> blended(std::span<const KeyShape> keys, int frame, BlendWay w
 
 std::optional<std::pair<int, int>> unequalKeys(const Zone& zone, std::span<const int> keys) {
     for (std::size_t index = 1; index < keys.size(); ++index) {
-        const std::size_t before = outline(zone, keys[index - 1]).size();
-        const std::size_t behind = outline(zone, keys[index]).size();
+        const std::size_t before = zone.outline(keys[index - 1]).size();
+        const std::size_t behind = zone.outline(keys[index]).size();
         if (before != behind) {
             return std::pair(static_cast<int>(before), static_cast<int>(behind));
         }
@@ -134,7 +129,7 @@ bool canBlend(const Zone& zone, std::span<const int> keys) {
     for (std::size_t index = 1; index < keys.size() && points <= kMaxEditedPoints; ++index) {
         const auto frames = static_cast<std::size_t>(keys[index] - keys[index - 1]);
         if (!isSame(zone, keys[index - 1], keys[index])) { // else one shape does for all
-            points += outline(zone, keys[index - 1]).size() * frames;
+            points += zone.outline(keys[index - 1]).size() * frames;
         }
     }
     return points <= kMaxEditedPoints;
@@ -142,7 +137,7 @@ bool canBlend(const Zone& zone, std::span<const int> keys) {
 
 std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int> keys,
                                           BlendWay way) {
-    if (keys.size() < 2 || unequalKeys(zone, keys)) {
+    if (keys.size() < 2 || unequalKeys(zone, keys) || !canBlend(zone, keys)) {
         return std::nullopt;
     }
     return filledGaps(zone, keys, way);
@@ -151,14 +146,14 @@ std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int>
 ShapeStretch filledGaps(const Zone& zone, std::span<const int> keys, BlendWay way) {
     ShapeStretch stretch(keys.front());
     for (std::size_t first = 0; first < keys.size();) {
-        const std::size_t points = outline(zone, keys[first]).size();
+        const std::size_t points = zone.outline(keys[first]).size();
         std::size_t end = first + 1;
-        while (end < keys.size() && outline(zone, keys[end]).size() == points) {
+        while (end < keys.size() && zone.outline(keys[end]).size() == points) {
             ++end;
         }
         addBlends(stretch, zone, keys.subspan(first, end - first), way);
         for (int frame = keys[end - 1] + 1; end < keys.size() && frame < keys[end]; ++frame) {
-            stretch.add(outline(zone, frame), zone.isActive(frame));
+            stretch.add(zone.outline(frame), zone.isActive(frame));
         }
         first = end;
     }

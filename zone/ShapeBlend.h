@@ -38,7 +38,8 @@ struct KeyShape {
 /// Whether the shapes between these keys, in order, stay within kMaxEditedPoints.
 [[nodiscard]] bool canBlend(const Zone& zone, std::span<const int> keys);
 /// The zone's frames from the first key to the last, blended; each keeps its active flag. None when
-/// there are fewer than two keys or their numbers of points differ: see unequalKeys().
+/// there are fewer than two keys, their numbers of points differ (see unequalKeys()) or there would
+/// be too many of them (see canBlend()).
 [[nodiscard]] std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int> keys,
                                                         BlendWay way);
 /// The same between all neighbouring keys that have as many points; frames elsewhere stay. There

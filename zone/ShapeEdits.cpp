@@ -21,12 +21,8 @@ using Outline = std::span<const Point>;
 /// Between two courses of a point, in display pixels, that are the same.
 constexpr double kRounding = 1;
 
-Outline outline(const Zone& zone, int frame) {
-    return zone.points(frame).value_or(Outline());
-}
-
 Points pointsOf(const Zone& zone, int frame) {
-    const Outline held = outline(zone, frame);
+    const Outline held = zone.outline(frame);
     return {held.begin(), held.end()};
 }
 
@@ -151,7 +147,7 @@ NewShapes reshaped(const Zone& zone, const EditReach& reach, const Reshape& resh
     const Points edited = reshapedAt(reach.frame);
     const auto blends = [&](int key) {
         const int ends[] = {std::min(key, reach.frame), std::max(key, reach.frame)};
-        return outline(zone, key).size() == edited.size() && canBlend(zone, ends);
+        return zone.outline(key).size() == edited.size() && canBlend(zone, ends);
     };
     const bool fromKey =
         !reach.keys.empty() && reach.keys.front() < reach.frame && blends(reach.keys.front());
@@ -160,19 +156,19 @@ NewShapes reshaped(const Zone& zone, const EditReach& reach, const Reshape& resh
     NewShapes result{ShapeStretch(fromKey ? reach.keys.front() : reach.frames.first), reach.frame};
     if (fromKey) {
         const int key = reach.keys.front();
-        result.stretch.add(outline(zone, key), zone.isActive(key));
-        addBlend(result.stretch, zone, {key, outline(zone, key)}, {reach.frame, edited});
+        result.stretch.add(zone.outline(key), zone.isActive(key));
+        addBlend(result.stretch, zone, {key, zone.outline(key)}, {reach.frame, edited});
     }
     forRuns(zone, reach.frames, [&](int frame, int count) {
         result.stretch.add(reshapedAt(frame), zone.isActive(frame), count);
-        const Outline before = outline(zone, frame);
+        const Outline before = zone.outline(frame);
         const bool isOwn = frame > reach.frame && !before.empty() &&
-                           !std::ranges::equal(before, outline(zone, reach.frame));
+                           !std::ranges::equal(before, zone.outline(reach.frame));
         result.ownFrames += reach.isCarried && isOwn ? count : 0;
     });
     if (toKey) {
         const int key = reach.keys.back();
-        addBlend(result.stretch, zone, {reach.frame, edited}, {key, outline(zone, key)});
+        addBlend(result.stretch, zone, {reach.frame, edited}, {key, zone.outline(key)});
     }
     return result;
 }
@@ -220,7 +216,7 @@ NewShapes flagged(const Zone& zone, FrameRange frames, bool active, bool only) {
          {FrameRange{changed.first, frames.first}, frames, FrameRange{frames.end, changed.end}}) {
         const bool flag = part == frames ? active : !active;
         forRuns(zone, part, [&](int frame, int count) {
-            result.stretch.add(outline(zone, frame), flag, count);
+            result.stretch.add(zone.outline(frame), flag, count);
         });
     }
     return result;
@@ -254,7 +250,7 @@ std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys
         }
         std::vector<KeyShape> shapes;
         for (const int key : beside) {
-            shapes.push_back({key, outline(zone, key)});
+            shapes.push_back({key, zone.outline(key)});
         }
         NewShapes result{ShapeStretch(ends[0])};
         for (int frame = ends[0]; frame <= ends[1]; ++frame) {
@@ -276,7 +272,7 @@ std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys
 
 NewShapes withPointOnEdge(const Zone& zone, int frame, int index, Point at) {
     const auto first = static_cast<std::size_t>(index);
-    const Beside place(edgeOf(outline(zone, frame), first), at);
+    const Beside place(edgeOf(zone.outline(frame), first), at);
     return {stretchOf(zone, allOf(zone), [&](int other) {
         Points points = pointsOf(zone, other);
         if (points.size() > first && points.size() >= 2 && points.size() < kMaxPoints) {
@@ -288,7 +284,7 @@ NewShapes withPointOnEdge(const Zone& zone, int frame, int index, Point at) {
 
 NewShapes withPointEverywhere(const Zone& zone, int frame, int index, Point at) {
     const auto first = static_cast<std::size_t>(index);
-    const Beside place(edgeOf(outline(zone, frame), first), at);
+    const Beside place(edgeOf(zone.outline(frame), first), at);
     return {stretchOf(zone, allOf(zone), [&](int other) {
         Points points = pointsOf(zone, other);
         if (points.size() < kMaxPoints) {
@@ -306,11 +302,11 @@ int strayFrames(const Zone& zone, int frame, int index) {
         const std::size_t count = points.size();
         return Edge{points[(number + count - 1) % count], points[(number + 1) % count]};
     };
-    const Outline edited = outline(zone, frame);
+    const Outline edited = zone.outline(frame);
     const Beside place(around(edited), edited[number]);
     int strays = 0;
     forRuns(zone, allOf(zone), [&](int other, int count) {
-        const Outline points = outline(zone, other);
+        const Outline points = zone.outline(other);
         if (number < points.size()) {
             const Point wanted = place.on(around(points));
             const Point held = points[number];
@@ -340,7 +336,7 @@ bool holdsShapes(const Zone& zone, const ShapeStretch& stretch) {
         const int end = first + shapes.endFrame(index);
         for (int frame = first + run.firstFrame; frame < end; frame = zone.sameUntil(frame)) {
             if (zone.isActive(frame) != (run.active != 0) ||
-                !std::ranges::equal(outline(zone, frame), shapes.points(index))) {
+                !std::ranges::equal(zone.outline(frame), shapes.points(index))) {
                 return false;
             }
         }

@@ -68,6 +68,10 @@ public:
     /// The points of the frame's shape, valid until the next change; none when it has none. Logs
     /// nothing.
     [[nodiscard]] std::optional<std::span<const platform::Point>> points(int frame) const;
+    /// The same; empty when the frame has no shape.
+    [[nodiscard]] std::span<const platform::Point> outline(int frame) const {
+        return points(frame).value_or(std::span<const platform::Point>());
+    }
 
     /// The frames from `frame`, which the zone has, up to this one are alike: one look at them is
     /// enough.
