@@ -137,7 +137,8 @@ TEST_F(MapTest, ZoomsByButtonsKeysAndAboutThePointer) {
         return map().zoomPercent();
     };
     EXPECT_EQ(zoomAfter([&] { m_driver->click(u"ButtonMapIn"); }), 125);
-    EXPECT_EQ(zoomAfter([&] { m_driver->press(Key::plus, {.control = true}); }), 150);
+    EXPECT_EQ(zoomAfter([&] { m_driver->press(Key::plus, {.shift = true, .control = true}); }),
+              150);
     EXPECT_EQ(zoomAfter([&] { m_driver->press(Key::plus, {.control = true}); }), 150);
     EXPECT_EQ(zoomAfter([&] { m_driver->click(u"ButtonMapOut"); }), 125);
     EXPECT_EQ(zoomAfter([&] { m_driver->press(Key::minus, {.control = true}); }), 100);

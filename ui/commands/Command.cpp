@@ -69,9 +69,9 @@ std::map<std::u16string, KeyChord> chordsByText() {
     std::map<std::u16string, KeyChord> chords;
     for (int number = static_cast<int>(Key::left); number <= static_cast<int>(Key::z); ++number) {
         for (unsigned held = 0; held < 8; ++held) {
-            const KeyChord chord{
+            const KeyChord chord = chordOf(
                 static_cast<Key>(number),
-                {.shift = (held & 1U) != 0, .control = (held & 2U) != 0, .alt = (held & 4U) != 0}};
+                {.shift = (held & 1U) != 0, .control = (held & 2U) != 0, .alt = (held & 4U) != 0});
             if (const std::u16string text = keyText(chord); !text.empty()) {
                 chords.emplace(folded(text), chord);
             }
@@ -95,6 +95,11 @@ const core::Text& tipFor(const Command& command, std::u16string_view subject) {
 }
 
 } // namespace
+
+KeyChord chordOf(Key key, platform::Modifiers modifiers) {
+    modifiers.shift = modifiers.shift && key != Key::plus;
+    return {key, modifiers};
+}
 
 std::u16string keyText(const KeyChord& chord) {
     std::u16string text = nameOf(chord.key);

@@ -19,6 +19,8 @@ struct KeyChord {
     bool operator==(const KeyChord&) const = default;
 };
 
+/// Of a key that is held with these. Plus is the same with Shift, which many keyboards need for it.
+[[nodiscard]] KeyChord chordOf(platform::Key key, platform::Modifiers modifiers);
 /// As settings hold it: "Ctrl+Shift+Z", "Esc", "Left". Empty for no key.
 [[nodiscard]] std::u16string keyText(const KeyChord& chord);
 /// The same as shown to the user, in the chosen language.

@@ -67,12 +67,9 @@ std::u16string CommandSet::keyOf(const Command& command) const {
 }
 
 const Command* CommandSet::commandOf(const platform::Event& event) const {
-    KeyChord chord{event.key, event.modifiers};
+    KeyChord chord = chordOf(event.key, event.modifiers);
     if (chord.key == platform::Key::other) {
         return nullptr;
-    }
-    if (chord.key == platform::Key::plus) {
-        chord.modifiers.shift = false; // many keyboards need it to type the sign
     }
     for (const Command& command : m_table) {
         if (has(command, chord)) {

@@ -15,6 +15,7 @@
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "toolkit/window/Notification.h"
+#include "ui/commands/Command.h"
 
 namespace ui {
 
@@ -212,7 +213,7 @@ bool KeyTable::onKey(const platform::Event& event) {
     if (isWaiting()) {
         m_isOther = event.key == Key::other;
         if (!m_isOther && !event.repeat && m_onKey) {
-            m_onKey({event.key, event.modifiers});
+            m_onKey(chordOf(event.key, event.modifiers));
         }
         return true;
     }
