@@ -97,6 +97,9 @@ void FollowPresenter::setGoal(follow::Request& request, const ShapeEditor::Place
     }
     const bool isBackwards = place.frame == range.end - 1;
     request.last = isBackwards ? range.first : range.end - 1;
+    if (request.last == place.frame) { // a range of one frame: there is no way to look for a key on
+        return;
+    }
     const std::vector<int> keys = m_links.editor.keysOfAuthor();
     const auto zone = m_links.session.zones().zone(place.zone);
     // The next one on the way. A shape that is only held up to this frame was not made on that one.

@@ -16,6 +16,9 @@ constexpr int kMostFrames = 32;
 
 track::GreyView FrameFeed::frame(int number) {
     const platform::Size size = m_reader.size();
+    if (number < 0) {
+        return {};
+    }
     if (!m_backwards) {
         if (!m_reader.goTo(number)) {
             return {};

@@ -198,6 +198,14 @@ TEST_F(ZoneEditFollow, ItStopsAtTheNextKeyAndMeetsIt) {
     for (const int frame : {1, 10, 20, 29}) {
         EXPECT_GE(overlapOn(frame), 0.85) << frame;
     }
+    // A range of one frame leads nowhere, whatever keys are in front of it.
+    goTo(35);
+    press(Key::b);
+    press(Key::e);
+    press(Key::f);
+    EXPECT_FALSE(panelShows());
+    EXPECT_EQ(m_driver->textOf(u"LabelNotice"),
+              u"There is no frame to follow to: the next one is a key, or the range ends here.");
 }
 
 TEST_F(ZoneEditFollow, WhatWasFollowedIsCorrectedAndFollowedAgain) {

@@ -103,6 +103,9 @@ TEST_F(FollowTest, LostSightAndUnreadableClipsEndIt) {
     const Outcome beyond = run(request(38, 60));
     EXPECT_TRUE(beyond.isUnreadable) << "beyond the end";
     EXPECT_EQ(beyond.lostAt, 40);
+    const Outcome before = run(request(2, -3));
+    EXPECT_TRUE(before.isUnreadable) << "before the start";
+    EXPECT_EQ(before.lostAt, -1);
     // Towards a shape that is known behind the cover.
     m_clip.hiddenTo = 34;
     write();
