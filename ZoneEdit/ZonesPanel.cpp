@@ -235,6 +235,7 @@ void ZonesPanel::startRename() {
     showRow(*row, zone);
     auto& edit = part<toolkit::CEditUI>(*row, kRowEdit);
     edit.SetText(core::displayText(m_session.zones().getZoneName(zone)));
+    m_shownName = edit.GetText();
     m_controls.manager().UpdateLayout();
     m_controls.manager().SetFocus(&edit);
     edit.SetSel(0, static_cast<int>(edit.GetText().size()));
@@ -248,7 +249,8 @@ bool ZonesPanel::endRename(bool takes) {
         return false;
     }
     const std::u16string typed = part<toolkit::CEditUI>(*row, kRowEdit).GetText();
-    const bool isNew = typed != core::displayText(m_session.zones().getZoneName(zone));
+    // An edit cannot hold every name that a file can: a text nobody touched is no new name.
+    const bool isNew = typed != m_shownName;
     if (!takes || !isNew) {
         showRow(*row, zone);
     }

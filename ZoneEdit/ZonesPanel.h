@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "ZoneEdit/EditedVideo.h"
 #include "edit/Observers.h"
@@ -53,8 +54,9 @@ private:
     zone::ZoneSession& m_session;
     ZonesPresenter& m_zones;
     std::shared_ptr<OutlinesLayer> m_outlines;
-    int m_renamed = -1;       ///< the zone whose name is being edited
-    bool m_isShowing = false; ///< the program chooses a row
+    int m_renamed = -1;         ///< the zone whose name is being edited
+    std::u16string m_shownName; ///< in its field at first
+    bool m_isShowing = false;   ///< the program chooses a row
     edit::Subscription m_changes;
 };
 

@@ -130,6 +130,13 @@ TEST_F(ZoneEditZones, ANameIsTakenWhenTheEditIsLeft) {
     m_driver->click(u"EditZone");
     m_driver->press(platform::Key::tab);
     EXPECT_EQ(zones().getZoneName(1), odd);
+    m_driver->click(u"CheckPanel");
+    test::pump();
+    m_driver->doubleClick(
+        test::WindowDriver::middleOf(test::inRow(*m_driver, u"ListZones", 1, u"LabelRowName")));
+    EXPECT_EQ(m_driver->focusName(), u"EditRowName");
+    m_driver->press(platform::Key::enter);
+    EXPECT_EQ(zones().getZoneName(1), odd);
 }
 
 TEST_F(ZoneEditZones, TheActiveFlagIsCarriedForwardByItsOptionAndNotBySteps) {
