@@ -58,14 +58,26 @@ std::u16string PointFields::textOf(std::u16string_view field) const {
     return at ? numberText(field == kPointXEdit ? at->x : at->y) : std::u16string();
 }
 
+bool PointFields::isTyped(std::u16string_view field) const {
+    const toolkit::CControlUI* edit = m_controls.find(field);
+    const auto shown = m_shown.find(field);
+    return edit != nullptr && shown != m_shown.end() && edit->GetText() != shown->second;
+}
+
+void PointFields::showNumber(std::u16string_view field) {
+    std::u16string& shown = m_shown[field];
+    shown = textOf(field);
+    m_controls.setText(field, shown);
+}
+
 void PointFields::show() {
     const std::size_t count = m_editor.points().size();
     const int handle = m_editor.handle();
     for (const std::u16string_view field : kFields) {
         const bool isOfPoint = field == kPointXEdit || field == kPointYEdit;
         m_controls.setEnabled(field, isOfPoint ? m_editor.handlePlace().has_value() : count > 0);
-        if (!m_controls.hasFocus(field)) {
-            m_controls.setText(field, textOf(field));
+        if (!m_controls.hasFocus(field) || !isTyped(field)) {
+            showNumber(field);
         }
     }
     const bool isPoint = handle >= 0 && static_cast<std::size_t>(handle) < count;
@@ -85,7 +97,7 @@ bool PointFields::typed(std::u16string_view field) {
         return isOurs;
     }
     const auto number = numberFrom(edit->GetText());
-    if (number && edit->GetText() != textOf(field)) {
+    if (number && isTyped(field) && edit->GetText() != textOf(field)) {
         if (field == kShapeWidthEdit && *number > 0 && *number <= kMostPercent) {
             m_editor.reshapeAll(Name::scale, zone::scaled(*number / 100));
         } else if (field == kShapeAngleEdit) {
@@ -94,7 +106,7 @@ bool PointFields::typed(std::u16string_view field) {
             movePoint(field, static_cast<int>(std::lround(*number)));
         }
     }
-    m_controls.setText(field, textOf(field));
+    showNumber(field);
     return true;
 }
 
@@ -114,7 +126,7 @@ bool PointFields::restoreText() {
         if (m_controls.hasFocus(field)) {
             const toolkit::CControlUI* edit = m_controls.find(field);
             const bool differs = edit != nullptr && edit->GetText() != textOf(field);
-            m_controls.setText(field, textOf(field));
+            showNumber(field);
             return differs;
         }
     }

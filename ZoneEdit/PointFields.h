@@ -2,6 +2,7 @@
 // Part of the zone editor. UI thread only.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -26,12 +27,16 @@ public:
 
 private:
     [[nodiscard]] std::u16string textOf(std::u16string_view field) const;
+    /// Whether the author has changed what the field showed.
+    [[nodiscard]] bool isTyped(std::u16string_view field) const;
+    void showNumber(std::u16string_view field);
     void movePoint(std::u16string_view field, int value);
 
     ui::Controls m_controls;
     zone::ZoneSession& m_session;
     ShapeEditor& m_editor;
     edit::Subscription m_changes;
+    std::map<std::u16string_view, std::u16string> m_shown; ///< by field
 };
 
 } // namespace zoneedit

@@ -362,4 +362,27 @@ TEST_F(ZoneEditRange, TheFieldsOfThePanelMoveThePointAndScaleAndTurnTheShape) {
     EXPECT_EQ(steps(), before + 2);
 }
 
+TEST_F(ZoneEditRange, AFieldThatNobodyTypedInChangesNothingWhereverTheWheelLeadsMeanwhile) {
+    m_driver->click(u"CheckPanel");
+    test::pump();
+    m_driver->enter(u"EditPointX", u"260"); // and on all frames behind
+    goTo(5);
+    m_driver->enter(u"EditPointX", u"300");
+    goTo(4);
+    const auto wheel = [this](int notches) {
+        m_driver->wheel(test::WindowDriver::middleOf(m_driver->get(u"Timeline")), notches);
+    };
+    const std::size_t before = steps();
+    m_driver->click(u"EditPointX");
+    wheel(-1);
+    EXPECT_EQ(m_driver->textOf(u"EditPointX"), u"300");
+    m_driver->press(Key::tab);
+    EXPECT_EQ(steps(), before);
+    m_driver->retype(u"EditPointX", u"280");
+    wheel(1);
+    EXPECT_EQ(m_driver->textOf(u"EditPointX"), u"280") << "typed";
+    m_driver->press(Key::tab);
+    EXPECT_EQ(points(0, 4)[2].x, 280) << "the frame on show";
+}
+
 } // namespace
