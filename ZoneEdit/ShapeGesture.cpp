@@ -54,6 +54,7 @@ ShapeGesture::ShapeGesture(ui::Controls controls, EditedVideo& video, zone::Zone
 void ShapeGesture::begin(Kind kind, Point at) {
     m_kind = kind;
     m_press = m_at = at;
+    m_pressView = m_video.control()->view();
     m_isDragged = false;
 }
 
@@ -105,8 +106,10 @@ void ShapeGesture::turnOrScale(Point to) {
     // In window pixels: they are finer than the picture's while it is enlarged.
     const Point centre = view.toWindow(
         Point{static_cast<int>(std::lround(middle.x)), static_cast<int>(std::lround(middle.y))});
-    const Vector from{static_cast<double>(m_press.x - centre.x),
-                      static_cast<double>(m_press.y - centre.y)};
+    // Where the pressed place of the picture is by now.
+    const double zoomed = view.scale / m_pressView.scale;
+    const Vector from{view.offset.x + (m_press.x - m_pressView.offset.x) * zoomed - centre.x,
+                      view.offset.y + (m_press.y - m_pressView.offset.y) * zoomed - centre.y};
     const Vector now{static_cast<double>(to.x - centre.x), static_cast<double>(to.y - centre.y)};
     if (m_kind == Kind::scale) {
         const double factor = now.length() / std::max(from.length(), 1.0);
@@ -122,9 +125,8 @@ void ShapeGesture::turnOrScale(Point to) {
 }
 
 zone::Points ShapeGesture::rectangleTo(Point to) const {
-    const video::PictureView view = m_video.control()->view();
-    const Point one = m_session.clamped(view.toDisplay(m_press));
-    const Point other = m_session.clamped(view.toDisplay(to));
+    const Point one = m_session.clamped(m_pressView.toDisplay(m_press));
+    const Point other = m_session.clamped(m_video.control()->view().toDisplay(to));
     const auto [left, right] = std::minmax(one.x, other.x);
     const auto [top, bottom] = std::minmax(one.y, other.y);
     return {{left, top}, {right, top}, {right, bottom}, {left, bottom}};

@@ -12,6 +12,7 @@
 #include "ZoneEdit/ShapeEditor.h"
 #include "platform/Geometry.h"
 #include "ui/Controls.h"
+#include "video/PictureView.h"
 #include "zone/ShapeEdits.h"
 #include "zone/ZoneSession.h"
 
@@ -50,7 +51,8 @@ private:
     std::optional<Kind> m_kind;
     bool m_isDragged = false;
     platform::Point m_press;
-    platform::Point m_at; ///< of the pointer now
+    video::PictureView m_pressView; ///< the wheel may zoom, and the middle button move, meanwhile
+    platform::Point m_at;           ///< of the pointer now
     std::optional<ShapeEditor::Start> m_start;
 };
 

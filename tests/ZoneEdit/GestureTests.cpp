@@ -302,6 +302,32 @@ TEST_F(ZoneEditGesture, ADragWithCtrlEndsOnTheFrameItBeganOn) {
     EXPECT_EQ(points(0, 1), square);
 }
 
+TEST_F(ZoneEditGesture, ADragWithCtrlKeepsThePlaceOfItsPressWhileTheWheelZooms) {
+    show(5, 1);
+    const auto zoomIn = [this](Point about) {
+        test::input().wheel(m_driver->native(), about, 240, kControl);
+        test::pump();
+    };
+    m_driver->click(u"OptionAddMultiPoint");
+    mouse(EventKind::mouseDown, on(500, 300), kControl);
+    mouse(EventKind::mouseMove, on(540, 340), kControl);
+    zoomIn(on(540, 340));
+    ASSERT_GT(view().scale, 1);
+    mouse(EventKind::mouseMove, on(580, 380), kControl);
+    mouse(EventKind::mouseUp, on(580, 380), kControl);
+    EXPECT_EQ(points(0, 0), (Points{{500, 300}, {580, 300}, {580, 380}, {500, 380}}));
+
+    m_driver->click(u"OptionMovePoint");
+    m_driver->pick(u"ComboZoom", 0);
+    m_driver->click(on(700, 300)); // no point is chosen
+    mouse(EventKind::mouseDown, on(640, 340), kControl);
+    mouse(EventKind::mouseMove, on(650, 340), kControl);
+    zoomIn(on(650, 340));
+    mouse(EventKind::mouseMove, on(690, 340), kControl);
+    mouse(EventKind::mouseUp, on(690, 340), kControl);
+    EXPECT_EQ(points(0, 0), (Points{{480, 280}, {600, 280}, {600, 400}, {480, 400}}));
+}
+
 TEST_F(ZoneEditGesture, ADoubleClickOnALineAddsAPointThereOnEveryFrame) {
     show(5, 1);
     drawSquare();
