@@ -11,17 +11,22 @@ namespace {
 
 using platform::Point;
 
-/// Room for the copies of a few split runs, so that a drag after loading moves no array.
+/// Room for the copies of a few split runs, so that a drag after loading moves no large array.
 constexpr std::size_t kSplitRoom = 1024;
 /// Room for such runs in a copy.
 constexpr std::size_t kRunRoom = 16;
+
+/// Points with room to split: at most as much again, for a file may hold a million tiny zones.
+std::size_t withSplitRoom(std::size_t points) {
+    return points + std::min(points, kSplitRoom);
+}
 
 } // namespace
 
 ShapeTrack::ShapeTrack(const ShapeTrack& other) : m_frameCount(other.m_frameCount) {
     m_runs.reserve(other.m_runs.size() + kRunRoom);
     m_runs = other.m_runs;
-    m_points.reserve(other.m_points.size() + kSplitRoom);
+    m_points.reserve(withSplitRoom(other.m_points.size()));
     m_points.insert(m_points.end(), other.m_points.begin(), other.m_points.end());
 }
 
@@ -90,7 +95,7 @@ void ShapeTrack::extendLast(int frameCount) {
 void ShapeTrack::reserveFor(std::size_t records, std::size_t bytes) {
     records = std::min(records, bytes / kShapeHeaderSize);
     m_runs.reserve(records);
-    m_points.reserve((bytes - records * kShapeHeaderSize) / kPointSize + kSplitRoom);
+    m_points.reserve(withSplitRoom((bytes - records * kShapeHeaderSize) / kPointSize));
 }
 
 void ShapeTrack::append(const ShapeRecord& record, Scale scale) {

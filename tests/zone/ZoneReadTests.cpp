@@ -113,6 +113,15 @@ const ChunkCase kChunks[]{
     {chunkBytes(7, "", 0xFFFFFFFF) + kZoneB, ""},
 };
 
+TEST_F(ZoneReadTest, ATinyZoneTakesLittleMemory) {
+    const auto manager = load(zoneBytes("a", {shapeBytes({{1, 2}})}), 1);
+    ASSERT_TRUE(manager && manager->zone(0));
+    EXPECT_LT(manager->zone(0)->bytes(), 1024U) << "a file may hold a million of them";
+    zone::Zone copy = *manager->zone(0);
+    copy.unshare();
+    EXPECT_LT(copy.bytes(), 1024U);
+}
+
 TEST_F(ZoneReadTest, ChunksAreWalkedByTheirStatedSizes) {
     for (const ChunkCase& c : kChunks) {
         const auto manager = load(c.binary, 2);
