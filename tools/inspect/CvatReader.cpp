@@ -6,6 +6,7 @@
 #include <tinyxml2.h>
 
 #include "core/Numbers.h"
+#include "core/Text.h"
 #include "core/XmlTags.h"
 #include "tools/inspect/Cvat.h"
 
@@ -100,6 +101,9 @@ private:
     CvatTrack readTrack(const tinyxml2::XMLElement& element) {
         CvatTrack track;
         track.label = attribute(element, "label");
+        if (track.label != core::validUtf8(track.label)) {
+            fail(element, "the label is no UTF-8 text");
+        }
         // Even a zone without a shape takes a record for each frame.
         m_bytes += 8 * static_cast<std::uint64_t>(m_clip.frameCount);
         for (const auto* child = element.FirstChildElement(); child != nullptr;

@@ -6,6 +6,7 @@
 
 #include <tinyxml2.h>
 
+#include "core/Text.h"
 #include "tools/inspect/Cvat.h"
 #include "zone/Scale.h"
 #include "zone/Zone.h"
@@ -21,9 +22,10 @@ void writeText(tinyxml2::XMLPrinter& xml, const char* name, const std::string& t
     xml.CloseElement();
 }
 
-/// XML has no control characters, and line ends in attributes become spaces.
+/// XML has no control characters and no bytes that are no text, and line ends in attributes become
+/// spaces.
 std::string plainName(const std::string& name) {
-    std::string plain = name;
+    std::string plain = core::validUtf8(name);
     std::ranges::replace_if(
         plain, [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
     return plain;
@@ -167,7 +169,7 @@ std::vector<std::string> writeCvat(std::ostream& out, const zone::ZoneManager& z
         const std::string plain = plainName(zone.name());
         const std::string name = "zone \"" + plain + "\": ";
         if (plain != zone.name()) {
-            lost.push_back(name + "control characters in the name");
+            lost.push_back(name + "characters of the name that are no text");
         }
         if (losses.smallShapes > 0) {
             lost.push_back(name + frames(losses.smallShapes) + " with fewer than three points");

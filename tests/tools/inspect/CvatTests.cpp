@@ -47,12 +47,17 @@ TEST_F(CvatTest, APairComesBackByteForByte) {
 TEST_F(CvatTest, WhatTheFormatCannotHoldIsListed) {
     const std::string two = shapeBytes({{1, 1}, {9, 9}});
     const std::string out = shapeBytes({{1, 1}, {9, 9}, {700, 5}});
-    givePair(zone_tests::zoneBytes("Do\ror", {two, two, out, two, out, out}), {"Door"});
+    givePair(zone_tests::zoneBytes("Do\ror", {two, two, out, two, out, out}) +
+                 zone_tests::zoneBytes("T\xFCr", {}),
+             {"Door", "T"});
     EXPECT_EQ(exchange("A/clip", "--export"), inspect::kSuccess);
-    EXPECT_EQ(m_errors, "not in the file: zone \"Do or\": control characters in the name\n"
-                        "not in the file: zone \"Do or\": 3 frames with fewer than three points\n"
-                        "not in the file: zone \"Do or\": 4 frames with points outside of the "
-                        "picture\n");
+    EXPECT_EQ(
+        m_errors,
+        "not in the file: zone \"Do or\": characters of the name that are no text\n"
+        "not in the file: zone \"Do or\": 3 frames with fewer than three points\n"
+        "not in the file: zone \"Do or\": 4 frames with points outside of the picture\n"
+        "not in the file: zone \"T\xEF\xBF\xBDr\": characters of the name that are no text\n");
+    EXPECT_EQ(support::readBytes("A/tracks.xml").find('\xFC'), std::string::npos);
     EXPECT_EQ(exchange("A/clip", "--import"), inspect::kSuccess) << "at the edge of the picture";
 }
 
@@ -100,6 +105,8 @@ TEST_F(CvatTest, WhatDoesNotFitIsRefusedByItsLineAndNothingIsWritten) {
         {"\n<tracks/>", ":2: <annotations> is missing"},
         {"<annotations>\n<image/></annotations>", ":2: <image> cannot be read"},
         {"<annotations>\n\n<track/></annotations>", ":3: the attribute \"label\" is missing"},
+        {"<annotations>\n<track label=\"T\xFCr\"/></annotations>",
+         ":2: the label is no UTF-8 text"},
         {head + "<box/>" + tail, ":3: <box> in a track is no polygon"},
         {polygon(good), ":3: the attribute \"frame\" is missing"},
         {polygon("frame=\"1x\" " + good), ":3: \"1x\" is no whole number"},
