@@ -186,12 +186,21 @@ bool ZoomPresenter::handle(const platform::Event& event) {
     }
     switch (event.kind) {
     case EventKind::mouseDown:
-    case EventKind::mouseDoubleClick:
-        return press(event);
+    case EventKind::mouseDoubleClick: {
+        const bool isOurs = press(event);
+        // The caption's are the window's, which says nothing of their end.
+        m_isLeftHeld =
+            m_isLeftHeld || (!isOurs && event.button == MouseButton::left &&
+                             !m_controls.manager().captionRect().contains(event.position));
+        return isOurs;
+    }
     case EventKind::mouseMove:
         return m_from && move(event.position);
-    case EventKind::mouseUp:
-        return m_from && release(event);
+    case EventKind::mouseUp: {
+        const bool isOurs = m_from && release(event);
+        m_isLeftHeld = m_isLeftHeld && event.button != MouseButton::left;
+        return isOurs;
+    }
     case EventKind::mouseWheel:
         return wheel(event);
     case EventKind::keyDown:
@@ -199,6 +208,7 @@ bool ZoomPresenter::handle(const platform::Event& event) {
         return key(event);
     case EventKind::captureLost:
         m_from.reset();
+        m_isLeftHeld = false;
         return false;
     case EventKind::deactivated:
         m_isSpaceHeld = false;
@@ -243,9 +253,15 @@ bool ZoomPresenter::move(Point at) {
 }
 
 bool ZoomPresenter::release(const platform::Event& event) {
+    if (event.button == MouseButton::left && m_isLeftHeld) {
+        m_from.reset(); // with the drag, which takes the capture along
+        return false;
+    }
     if (event.button == m_button) {
         m_from.reset();
-        m_controls.manager().ReleaseCapture();
+        if (!m_isLeftHeld) {
+            m_controls.manager().ReleaseCapture();
+        }
     }
     return true;
 }

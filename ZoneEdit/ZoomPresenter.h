@@ -50,6 +50,7 @@ private:
     std::vector<int> m_percents;           ///< of the list's entries behind the first
     std::optional<platform::Point> m_from; ///< where the pointer was while it moves the picture
     platform::MouseButton m_button{};      ///< by which
+    bool m_isLeftHeld = false;             ///< in a drag of something else
     int m_wheel = 0;                       ///< turned by less than a step
     bool m_isSpaceHeld = false;
     bool m_isDragged = false; ///< while Space is held

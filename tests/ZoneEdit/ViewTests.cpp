@@ -160,6 +160,36 @@ TEST_F(ZoneEditView, TheMiddleButtonAndSpaceMoveThePicture) {
     EXPECT_EQ(zoom(), u"Fit");
 }
 
+TEST_F(ZoneEditView, ThePictureMayMoveInTheMiddleOfADragWhicheverButtonEndsFirst) {
+    show(5, 1);
+    drawTriangle();
+    wheel(at(0, 0), 2);
+    const auto isMoving = [&](Point from, Point to) {
+        const Point before = video().view().offset;
+        mouse(EventKind::mouseMove, from, MouseButton::none);
+        mouse(EventKind::mouseMove, to, MouseButton::none);
+        return video().view().offset != before;
+    };
+    for (const bool leftFirst : {false, true}) {
+        const auto chosen = [&] { return points(0, 0)[0]; };
+        const auto shown = [&] { return video().view().toWindow(chosen()); };
+        mouse(EventKind::mouseDown, shown(), MouseButton::left);
+        mouse(EventKind::mouseDown, at(400, 300), MouseButton::middle);
+        EXPECT_TRUE(isMoving(at(390, 290), at(380, 280)));
+        mouse(EventKind::mouseUp, at(380, 280),
+              leftFirst ? MouseButton::left : MouseButton::middle);
+        const Point before = chosen();
+        EXPECT_FALSE(isMoving(at(420, 320), at(440, 330)));
+        EXPECT_EQ(chosen() == before, leftFirst) << "which goes on while its button is down";
+        mouse(EventKind::mouseUp, at(440, 330),
+              leftFirst ? MouseButton::middle : MouseButton::left);
+        const Point after = chosen();
+        EXPECT_FALSE(isMoving(at(420, 320), at(400, 300)));
+        EXPECT_EQ(chosen(), after);
+        EXPECT_FALSE(m_window->session().inGesture());
+    }
+}
+
 TEST_F(ZoneEditView, WhatIsShownIsOffUntilAskedForAndRemembered) {
     m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
     show(5);
