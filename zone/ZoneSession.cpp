@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/FileError.h"
+#include "core/Text.h"
 #include "edit/Steps.h"
 #include "platform/Geometry.h"
 #include "zone/ShapeEdits.h"
@@ -159,9 +160,10 @@ void ZoneSession::duplicateZone(int zone) {
         }
         return false;
     };
-    // A name that is too long for a number may stay the same.
     for (int number = 2; number < zones().zoneCount() + 3 && isTaken(copy->name()); ++number) {
-        copy->setName(original->name() + " " + std::to_string(number));
+        const std::string ending = " " + std::to_string(number);
+        const auto room = kMaxNameBytes - ending.size();
+        copy->setName(std::string(core::cutUtf8(original->name(), room)) + ending);
     }
     runAlone({Name::addZone, zone + 1}, ListZone(zone + 1, copy));
 }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <iterator>
 #include <memory>
+#include <set>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -276,6 +277,18 @@ TEST_F(ZoneSessionTest, AGestureIsOneStepNamedByWhatItBeganWith) {
         m_session->undo();
     }
     EXPECT_LT(m_manager->zone(0)->bytes(), 50'000U) << "places that are no longer used are freed";
+}
+
+TEST_F(ZoneSessionTest, DuplicatesHaveNamesOfTheirOwnHoweverLong) {
+    begin(2);
+    m_session->addZone(std::string(241, 'x') + "\xC3\xA4", 2);
+    std::set<std::string> names{m_manager->getZoneName(0)};
+    for (int copy = 2; copy <= 12; ++copy) {
+        m_session->duplicateZone(0);
+        names.insert(m_manager->getZoneName(1));
+    }
+    EXPECT_EQ(names.size(), 12U);
+    EXPECT_EQ(m_manager->getZoneName(1), std::string(240, 'x') + " 12");
 }
 
 TEST_F(ZoneSessionTest, AnotherThreadReadsASnapshotWhileEditingGoesOn) {
