@@ -4,7 +4,7 @@
 ; installed at once. Upgrade and removal keep scenes and what else is the users' work.
 ; Called by tools/package:
 ;   makensis -INPUTCHARSET UTF8 -DVERSION=1.2.3 -DTREE=<installed tree> -DOUTPUT=<installer>
-;     -DPICTURES=<pictures of its pages> -DROOT=<source tree> quorvel.nsi
+;     -DPICTURES=<pictures of its pages> -DTEXTS=<its other languages> -DROOT=<source tree> quorvel.nsi
 ;
 ; Silent: Quorvel-1.2.3-setup.exe /S [/CURRENTUSER | /ALLUSERS] [/ALLOWDOWNGRADE] [/D=C:\Folder];
 ; Uninstall.exe /S [_?=C:\Folder]. Without a switch it is for one user. Exit codes:
@@ -91,6 +91,7 @@ Page custom showChoice leaveChoice
 !insertmacro MUI_LANGUAGE "Spanish"
 !insertmacro MUI_LANGUAGE "Dutch"
 !include "${ROOT}/packaging/texts.nsh"
+!include "${TEXTS}"
 
 Function runEditor
   ${If} $forAll == 1

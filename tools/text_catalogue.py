@@ -6,7 +6,8 @@ HEADER = """\
 ; The texts of the editor that follow the language of Settings.ini, or the one chosen in Settings. A
 ; text that a language lacks is shown in English. This file is UTF-8. {0} to {9} are places for names
 ; and numbers; ".one" and ".other" are the forms for one and for several; ".2" and on continue a long
-; text. The first four keys are the conditions of an action. docs/translating.md says more.
+; text. The first four keys are the conditions of an action. "Page." is the published page and "Setup."
+; the installer: they have their texts from here when they are built. docs/translating.md says more.
 """
 LANGUAGES = ("English", "Dutch", "French", "German", "Spanish")
 MAX_LINE = 190  # bytes; the reader takes 198

@@ -1,4 +1,5 @@
-"""The texts that the program shows, from its sources ("..."_tr, "..."_trn) and its layouts."""
+"""The texts that are shown: by the program, from its sources ("..."_tr, "..."_trn) and its layouts, by the
+published page and by the installer."""
 
 import pathlib
 import re
@@ -6,6 +7,8 @@ import sys
 import xml.etree.ElementTree as ElementTree
 from collections import Counter
 from dataclasses import dataclass
+
+import text_files
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 LAYOUTS = ROOT / "data" / "UI"
@@ -109,6 +112,7 @@ def collect():
     for module in MODULES:
         files += [(file, source_texts) for file in sorted((ROOT / module).rglob("*.*"))
                   if file.suffix in (".h", ".cpp")]
+    files += [(text_files.PAGE, text_files.page_texts), (text_files.INSTALLER, text_files.installer_texts)]
     for condition in CONDITIONS:
         texts[condition] = Text(condition, "the conditions of an action")
         keys[condition.lower()] = condition

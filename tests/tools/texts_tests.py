@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""The texts of the installer, and the .po files of tools/texts as translators' editors change them."""
+"""The .po files of tools/texts as translators' editors change them, and what is made of the catalogue."""
 
 import importlib.machinery
 import importlib.util
+import json
 import pathlib
 import re
 import sys
@@ -11,6 +12,7 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(ROOT / "tools"))
+import text_files  # noqa: E402
 from text_catalogue import Catalogue  # noqa: E402
 from text_sources import Text, collect  # noqa: E402
 
@@ -57,20 +59,51 @@ class PoFiles(unittest.TestCase):
                          ['X: "Long" has other places than "One and two"'])
 
 
-class InstallerTexts(unittest.TestCase):
-    def test_every_text_is_used_and_has_the_same_places_in_five_languages(self):
-        folder = ROOT / "packaging"
-        texts = (folder / "texts.nsh").read_text(encoding="utf-8")
-        used = set(re.findall(r"\$\((text\w+)\)", (folder / "quorvel.nsi").read_text(encoding="utf-8")))
-        names = []
-        for name, languages in re.findall(r"^!insertmacro text (\w+)((?:\s*\\?\s*\".*?\")+)$", texts, re.MULTILINE):
-            variants = re.findall(r'"(.*?)"', languages)
-            self.assertEqual(len(variants), 5, name)
-            self.assertEqual({tuple(re.findall(r"\$\w+|\$\\n|\$\{\w+\}|\\\w+", text)) for text in variants},
-                             {tuple(re.findall(r"\$\w+|\$\\n|\$\{\w+\}|\\\w+", variants[0]))}, name)
-            self.assertFalse([text for text in variants[1:] if text == variants[0] or not text.strip()], name)
-            names.append(name)
-        self.assertEqual(sorted(names), sorted(used))
+PAGE = 'const TEXTS = {\n  en: {\n    zone: \'Zone "{0}"\', end: "End",\n  },\n};\nf({ a: "b" });\n'
+INSTALLER = ('LangString textIn ${LANG_ENGLISH} "Version $0 (${VERSION}): in$\\n$INSTDIR\\Scenes$\\n$\\nStop."\n'
+             'LangString textNo ${LANG_ENGLISH} \\\n  "No"\n')
+
+
+class MadeFiles(unittest.TestCase):
+    """What the builds of the page and of the installer take from the catalogue."""
+
+    def test_every_text_is_used_and_every_used_one_is_there(self):
+        scripts = "".join(file.read_text(encoding="utf-8") for file in (ROOT / "publish" / "page").glob("*.js"))
+        words = text_files.page_words(text_files.PAGE.read_text(encoding="utf-8"))
+        self.assertEqual(sorted(words), sorted(set(re.findall(r"\btexts\.(\w+)", scripts))))
+        script = (ROOT / "packaging" / "quorvel.nsi").read_text(encoding="utf-8")
+        lines = text_files.installer_lines(text_files.INSTALLER.read_text(encoding="utf-8"))
+        self.assertEqual(sorted(lines), sorted(set(re.findall(r"\$\(text(\w+)\)", script))))
+
+    def test_places_of_the_installer_come_back_as_they_went(self):
+        file = text_files.INSTALLER
+        lines = text_files.installer_lines(file.read_text(encoding="utf-8"))
+        texts = {key: english for key, english, _ in text_files.installer_texts(file)}
+        for name, english in lines.items():
+            self.assertEqual(text_files.with_places_of(english, texts["Setup." + name]), english)
+
+    def test_the_installer_has_each_language_and_english_where_one_lacks_a_text(self):
+        sections = {"German": {"Setup.In": '{1} nach {0}: $ "{2}"'}, "French": {"Setup.No": "Non"}}
+        lines = text_files.installer_script(sections, INSTALLER).splitlines()
+        self.assertIn('LangString textIn ${LANG_GERMAN} "${VERSION} nach $0: $$ $\\"$\\n$INSTDIR\\Scenes$\\n$\\n$\\""',
+                      lines)
+        self.assertIn('LangString textNo ${LANG_GERMAN} "No"', lines)
+        self.assertIn('LangString textNo ${LANG_FRENCH} "Non"', lines)
+        self.assertEqual(len(lines), 8)
+
+    def test_the_page_has_each_language_and_english_where_one_lacks_a_text(self):
+        made = text_files.page_script({"German": {"Page.Zone": "Zone „{0}“", "Page.Old": "alt"}}, PAGE)
+        languages = json.loads(made[made.index(",") + 1:made.rindex(")")])
+        self.assertEqual(languages["de"], {"zone": "Zone „{0}“", "end": "End"})
+        self.assertEqual(languages["nl"], {"zone": 'Zone "{0}"', "end": "End"})
+        self.assertEqual(sorted(languages), ["de", "es", "fr", "nl"])
+
+    def test_a_language_that_is_offered_without_words_is_found(self):
+        offer = ", ".join(f'Language{{"{code}", "X"}}' for code in ("en", "fr", "de", "es", "nl"))
+        self.assertEqual(list(text_files.offer_findings(offer)), [])
+        for other in (offer.replace("nl", "it"), offer + ', Language{"it", "X"}'):
+            self.assertIn("page: it is offered and has no words, or the other way round",
+                          list(text_files.offer_findings(other)))
 
 
 if __name__ == "__main__":

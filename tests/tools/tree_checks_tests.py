@@ -10,9 +10,7 @@ import unittest
 TOOLS = os.path.join(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))),
                      "tools")
 sys.path.insert(0, TOOLS)
-import installer_texts  # noqa: E402
 import manual_texts  # noqa: E402
-import page_texts  # noqa: E402
 import text_signs  # noqa: E402
 
 # Files in every tree, for includes to refer to.
@@ -97,18 +95,6 @@ class TreeChecks(unittest.TestCase):
             self.expect("check_format", path, data, line, "--root")
 
 
-class PageWords(unittest.TestCase):
-    def test_every_language_that_is_offered_has_every_word_with_its_places(self):
-        words = 'const TEXTS = {\n  en: {\n    a: "A %s", b: \'B "x"\',\n  },\n  fr: {\n    LINE\n  },\n};\n'
-        for line, offer, wrong in [('a: "%s A", b: "B",', "fr", 0), ('a: "%d A", b: "B",', "fr", 1),
-                                   ('a: "%s",', "fr", 1), ('a: "%s", b: "",', "fr", 1),
-                                   ('a: "%s", b: "B", c: "C",', "fr", 1), ('a: "%s", b: "B",', "de", 2)]:
-            with self.subTest(line=line, offer=offer):
-                offered = f'Language{{"en", "E"}}, Language{{"{offer}", "X"}}'
-                found = list(page_texts.findings(words.replace("LINE", line), offered))
-                self.assertEqual(len(found), wrong, found)
-
-
 class Texts(unittest.TestCase):
     def test_signs_stand_as_the_language_has_them(self):
         for language, text, wrong in [
@@ -119,15 +105,6 @@ class Texts(unittest.TestCase):
                 ("Dutch", "Video’s: “{0}”, {1}%", None), ("Dutch", "Video's", "'"), ("English", "It's :", None)]:
             with self.subTest(language=language, text=text):
                 self.assertEqual(text_signs.wrong_sign(language, text), wrong)
-
-    def test_texts_of_the_installer_have_the_signs_of_their_languages(self):
-        source = ("!macro text name english french german\n!macroend\n"
-                  '!insertmacro text textNo \\\n  "Don\'t: $0" \\\n  "FRENCH" \\\n  "„$0“: 46\u00a0%"\n')
-        for french, wrong in [("L’un\u202f: $0", 0), ("L'un", 1), ("L’un\u00a0:", 1)]:
-            with self.subTest(french=french):
-                found = list(installer_texts.findings(source.replace("FRENCH", french)))
-                self.assertEqual(len(found), wrong, found)
-        self.assertEqual(len(list(installer_texts.findings("!macro text name english\n"))), 1)
 
     def test_tool_tips_of_a_manual_are_those_of_the_catalogue(self):
         section = {"A": "Stop; nothing changes", "B": "Close", "C": "Undo: {0}"}
