@@ -142,6 +142,10 @@ int KeyRow::keysWidth() const {
     return width;
 }
 
+int KeyRow::lastTextLeft() const {
+    return GetPlace()->width() - kInset - widthOf(GetText());
+}
+
 int KeyRow::paintCap(platform::Canvas& canvas, std::u16string_view key, int left) const {
     const int width = capWidth(key);
     const int top = GetPos().top + (GetPos().height() - kCapHeight) / 2;

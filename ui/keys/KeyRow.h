@@ -56,6 +56,8 @@ public:
 
     /// How much room the caps need, from the row's left edge to the text.
     [[nodiscard]] int keysWidth() const;
+    /// Where the text begins at the latest, if it is not to be cut.
+    [[nodiscard]] int lastTextLeft() const;
     /// Where the text begins, from the row's left edge.
     void setTextLeft(int left) { m_textLeft = left; }
 

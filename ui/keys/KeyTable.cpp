@@ -27,7 +27,9 @@ namespace {
 constexpr int kColumnWidth = 308;
 constexpr int kColumnPitch = 316;
 constexpr int kTextInset = 6;
-constexpr int kTextLeft = 130; ///< of a row, where its column has no longer keys
+constexpr int kTextLeft =
+    130; ///< of a row, where its column has neither longer keys nor long texts
+constexpr int kLeastTextLeft = 110;
 constexpr int kHeadingHeight = 24;
 constexpr int kLineTop = 26;
 constexpr int kRowsTop = 32;
@@ -73,13 +75,17 @@ void KeyTable::show(const std::vector<KeyGroup>& groups) {
 
 void KeyTable::alignTexts() {
     std::array<int, 3> lefts{};
+    std::array<int, 3> lasts{};
     lefts.fill(kTextLeft);
+    lasts.fill(kColumnWidth);
     for (const KeyRow* row : m_rows) {
-        int& left = lefts[static_cast<std::size_t>(columnOf(*row))];
-        left = std::max(left, row->keysWidth());
+        const auto column = static_cast<std::size_t>(columnOf(*row));
+        lefts[column] = std::max(lefts[column], row->keysWidth());
+        lasts[column] = std::min(lasts[column], row->lastTextLeft());
     }
     for (KeyRow* row : m_rows) {
-        row->setTextLeft(lefts[static_cast<std::size_t>(columnOf(*row))]);
+        const auto column = static_cast<std::size_t>(columnOf(*row));
+        row->setTextLeft(std::max(kLeastTextLeft, std::min(lefts[column], lasts[column])));
     }
 }
 
