@@ -23,11 +23,14 @@ WIDTH, HEIGHT = 1400, 1000
 EDGE = 8  # of the display, where the mouse is parked
 GROUND = (0x20, 0x40, 0x60)
 SOCKET = "wayland-quorvel"
-FIRST_WIDTH, EDITOR_WIDTH = 880, 884
+FIRST_WIDTH, EDITOR_WIDTH, SETTINGS_WIDTH = 880, 884, 472
 # In the windows:
 CAPTION = (300, 15)
 COMBO = (184, 80)
 MENU = (612, 17)
+MENU_ROWS_TO_SETTINGS = 6
+EMPTY_ROWS = (400, 500)
+SKIN, SKIN_DARK = (225, 102), (225, 144)  # the list in the settings, and its second row when it is open
 BELOW = 30  # from the middle of a control into what opens below it
 NEEDED = ("weston", "Xvfb", "xdotool", "import")
 
@@ -137,6 +140,40 @@ class WaylandCase(unittest.TestCase):
 
         return wait_for(what, look)
 
+    def changed(self, before):
+        """Left, top, right and bottom of what is not as in that picture; none: nothing."""
+        now = self.picture()
+        rows = [(y, now[start:start + WIDTH * 3], before[start:start + WIDTH * 3])
+                for y, start in enumerate(range(0, len(now), WIDTH * 3))]
+        rows = [(y, [x // 3 for x, (one, other) in enumerate(zip(new, old)) if one != other])
+                for y, new, old in rows if new != old]
+        if not rows:
+            return None
+        return min(at[0] for _, at in rows), rows[0][0], max(at[-1] for _, at in rows) + 1, rows[-1][0] + 1
+
+    def window_of(self, width, edge):
+        """The box of the window so wide, by the lines of that colour above and below it."""
+        data = self.picture()
+        places = []
+        for y in range(HEIGHT):
+            row = data[y * WIDTH * 3:(y + 1) * WIDTH * 3]
+            runs = [(run.start() // 3, len(run[0]) // 3) for run in re.finditer(b"(?s)(?:%s)+" % re.escape(edge), row)]
+            places += [(left, y) for left, length in runs if length == width]
+        if not places:
+            return None
+        (left, top), (_, bottom) = places[0], places[-1]
+        return (left, top, left + width, bottom + 1) if bottom > top else None
+
+    def drag(self, box, x, y):
+        """Moves the window so far, by its caption; its box then."""
+        self.hover(box, CAPTION)
+        self.do("mousedown", "1")
+        for step in range(8):
+            by = [way * (step + 1) // 8 - way * step // 8 for way in (x, y)]
+            self.do("mousemove_relative", "--sync", "--", *map(str, by))
+        self.do("mouseup", "1")
+        return box[0] + x, box[1] + y, box[2] + x, box[3] + y
+
     def hover(self, box, place):
         self.do("mousemove", str(box[0] + place[0]), str(box[1] + place[1]))
 
@@ -163,12 +200,8 @@ class OneScreen(WaylandCase):
     def test_windows_are_moved_enlarged_and_closed(self):
         program = self.start(PROGRAM, cwd=self.folder, stderr=subprocess.PIPE, text=True)
         box = self.steady_box("the first window", lambda box: box[2] - box[0] == FIRST_WIDTH)
-        self.hover(box, CAPTION)
-        self.do("mousedown", "1")
-        for _ in range(8):
-            self.do("mousemove_relative", "--sync", "--", "-10", "-20")
-        self.do("mouseup", "1")
-        self.steady_box("the place that it was drawn to", lambda now: now[:2] == (box[0] - 80, box[1] - 160))
+        drawn = self.drag(box, -80, -160)
+        self.steady_box("the place that it was drawn to", lambda now: now == drawn)
 
         self.do("key", "Return")
         small = self.steady_box("the branch editor", lambda box: box[2] - box[0] == EDITOR_WIDTH)
@@ -193,6 +226,48 @@ class OneScreen(WaylandCase):
         self.assertEqual((program.returncode, errors), (0, ""))
         page = (self.folder / "Log.html").read_text(encoding="utf-8")
         self.assertEqual(re.findall("COLOR=#FF0000>Error: (.*?)</FONT>", page, re.DOTALL), [])
+
+    def test_menus_and_lists_open_at_their_places_in_windows_of_windows_too(self):
+        self.start(PROGRAM, cwd=self.folder)
+        self.steady_box("the first window", lambda box: box[2] - box[0] == FIRST_WIDTH)
+        self.do("key", "Return")
+        self.steady_box("the branch editor", lambda box: box[2] - box[0] == EDITOR_WIDTH)
+        self.do("key", "Escape")  # the tour
+        editor = self.steady_box("the branch editor", lambda box: box[2] - box[0] == EDITOR_WIDTH)
+
+        self.hover(editor, EMPTY_ROWS)
+        time.sleep(1)  # a tip would have come
+        before = self.picture()
+        self.do("click", "3")
+        menu = wait_for("the menu of the rows", lambda: self.changed(before))
+        self.assertEqual(menu[0], editor[0] + EMPTY_ROWS[0])
+        self.assertIn(menu[1] - editor[1] - EMPTY_ROWS[1], range(4))
+        self.do("key", "Escape")
+        wait_for("the editor without its menu", lambda: self.changed(before) is None)
+
+        # The button of the menu at the edge of the display, and the rest of the window outside.
+        editor = self.drag(editor, WIDTH - 3 * EDGE - editor[0] - MENU[0], 0)
+        self.steady_box("the window at the edge", lambda box: box[0] == editor[0] and box[2] == WIDTH - EDGE)
+        self.hover(editor, MENU)
+        self.do("click", "1")
+        self.do("key", "--repeat", str(MENU_ROWS_TO_SETTINGS), "Down")
+        self.do("key", "Return")
+        at = (editor[1] * WIDTH + editor[0] + CAPTION[0]) * 3
+        edge = self.picture()[at:at + 3]
+        settings = wait_for("the settings", lambda: self.window_of(SETTINGS_WIDTH, edge))
+
+        # A list of a window of the window, which was moved.
+        drawn = self.drag(settings, EDGE - settings[0], EDGE - settings[1])
+        wait_for("the settings in the corner", lambda: self.window_of(SETTINGS_WIDTH, edge) == drawn)
+        settings = drawn
+        self.open_and_close(settings, SKIN, ("click", "1"), ("key", "Escape"))
+        self.assertEqual(self.window_of(SETTINGS_WIDTH, edge), settings, "Esc closes the list and not its window")
+        self.do("click", "1")
+        self.wait_below(settings, SKIN, True, None)
+        self.hover(settings, SKIN_DARK)
+        self.do("click", "1")
+        at = ((settings[1] + CAPTION[1]) * WIDTH + settings[0] + CAPTION[0]) * 3
+        wait_for("the dark skin", lambda: max(self.picture()[at:at + 3]) < 0x60)
 
 
 class MixedScreens(WaylandCase):
