@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Plays published pages in a headless browser, from a disk and from a server.
 
-Usage: browser_tests.py QUORVEL_INSPECT DEMO_SCENE RULES_JSON [--pictures FOLDER]
+Usage: browser_tests.py QUORVEL_INSPECT DEMO_SCENE RULES_JSON [--pictures FOLDER LANGUAGE]
 
 Without Chromium, its driver or ffmpeg the test is skipped (exit code 77). With --pictures, the
 pictures of docs/screenshots are made instead.
@@ -468,11 +468,11 @@ class PageTests(unittest.TestCase):
                 self.assertEqual(facts, f"vp9,25/1,{scenes.FRAMES[clip['video']]}")
 
 
-def make_pictures(folder):
+def make_pictures(folder, language):
     """Of the published demo, for the documents."""
     browser = Browser()
     with tempfile.TemporaryDirectory() as root:
-        url = "file://" + publish(DEMO, os.path.join(root, "demo"), "--report") + "/index.html"
+        url = "file://" + publish(DEMO, os.path.join(root, "demo"), "--report", "--language", language) + "/index.html"
 
         def shoot(name):
             browser.driver.save_screenshot(os.path.join(folder, f"published-{name}.png"))
@@ -507,7 +507,7 @@ def main():
         print("skipped: no browser, no driver or no ffmpeg")
         return 77
     if "--pictures" in sys.argv:
-        return make_pictures(sys.argv[-1])
+        return make_pictures(*sys.argv[-2:])
     return not unittest.main(argv=sys.argv[:1], exit=False, verbosity=2).result.wasSuccessful()
 
 

@@ -10,6 +10,7 @@
 
 #include "check/Finding.h"
 #include "core/Texts.h"
+#include "core/Translations.h"
 #include "import/Converter.h"
 #include "import/ImportTypes.h"
 #include "platform/FileSystem.h"
@@ -54,9 +55,12 @@ void takeEarlierVersions(Photographer& photographer) {
         std::ofstream(path, std::ios::binary) << session.savedForm();
     }
     photographer.loadDemo();
+    const auto& conditions = photographer.services().translations;
     ui::EarlierVersions window(
         photographer.context(),
-        ui::sceneHistory(session, {"Default", "Keypress", "Zone", "Random"}));
+        ui::sceneHistory(session,
+                         {conditions->translate("Default"), conditions->translate("Keypress"),
+                          conditions->translate("Zone"), conditions->translate("Random")}));
     photographer.open(window);
     const test::WindowDriver driver(window);
     const auto& list = driver.get<toolkit::CListUI>(u"ListVersions");
@@ -145,8 +149,8 @@ void takePublish(Photographer& photographer) {
 } // namespace
 
 void takeQuestion(Photographer& photographer, ui::BranchList& asker) {
-    ui::Confirmation dialog(photographer.context(), asker, "Exit?",
-                            "Are you sure you want to exit?");
+    ui::Confirmation dialog(photographer.context(), asker, core::trStored("Exit?"_tr),
+                            core::trStored("Are you sure you want to exit?"_tr));
     platform::Bitmap picture = tour::pictureOf(asker);
     photographer.open(dialog, asker.GetNative());
     if (photographer.isPlain()) {

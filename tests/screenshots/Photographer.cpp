@@ -43,11 +43,15 @@ void Photographer::loadDemo() {
     require(session().load(kScene));
 }
 
-void Photographer::makeStills() {
+void Photographer::startStills() {
     if (m_services.stills == nullptr) {
         m_services.stills =
             std::make_shared<stills::StillService>(m_gui.loop(), *core::services().fileSystem, "");
     }
+}
+
+void Photographer::makeStills() {
+    startStills();
     std::vector<stills::StillRequest> wanted;
     for (int branch = 0; branch < session().branchCount(); ++branch) {
         const std::string& video = session().video(branch);

@@ -42,7 +42,9 @@ public:
     /// The demo scene as its files hold it.
     void loadDemo();
 
-    /// From now on the windows show pictures of the scene's clips, which are made already.
+    /// From now on the windows show pictures of clips, once these are made.
+    void startStills();
+    /// Those of the scene's clips are made already.
     void makeStills();
 
     /// From now on: a screen on which the zone editor has its small layout.

@@ -28,6 +28,9 @@ namespace screenshots {
 namespace {
 
 void takeAll(Photographer& photographer) {
+    if (!photographer.isPlain()) {
+        photographer.startStills();
+    }
     takeStart(photographer, u"Ladder Inspection");
     takeBranchEditor(photographer);
     if (!photographer.isPlain()) { // it has pictures of clips

@@ -6,6 +6,8 @@
 #include "scene/SceneManager.h"
 #include "scene/SceneSession.h"
 #include "tests/support/gui/WindowDriver.h"
+#include "toolkit/controls/CListUI.h"
+#include "toolkit/controls/CPictureUI.h"
 #include "ui/BranchList.h"
 #include "ui/NewScene.h"
 #include "ui/OpenScene.h"
@@ -15,7 +17,15 @@
 namespace screenshots {
 
 void takeStart(Photographer& photographer, const std::u16string& newScene) {
-    photographer.take<ui::OpenScene>("OpenScene");
+    photographer.take<ui::OpenScene>("OpenScene", [&photographer](test::WindowDriver& driver) {
+        const auto& list = driver.get<toolkit::CListUI>(u"ListScenes");
+        for (int row = 0; photographer.services().stills != nullptr && row < list.GetCount();
+             ++row) {
+            const auto& still = driver.getIn<toolkit::CPictureUI>(*list.GetItemAt(row), u"Still");
+            photographer.require(
+                test::pumpUntil([&still] { return still.GetPicture() != nullptr; }));
+        }
+    });
     photographer.take<ui::NewScene>("NewScene", [&newScene](test::WindowDriver& driver) {
         if (!newScene.empty()) {
             driver.retype(u"EditSceneName", newScene);
