@@ -149,7 +149,7 @@ void takePublish(Photographer& photographer) {
 } // namespace
 
 void takeQuestion(Photographer& photographer, ui::BranchList& asker) {
-    ui::Confirmation dialog(photographer.context(), asker, core::trStored("Exit?"_tr),
+    ui::Confirmation dialog(photographer.context(), asker, core::trStored("ExitQuestion|Exit?"_tr),
                             core::trStored("Are you sure you want to exit?"_tr));
     platform::Bitmap picture = tour::pictureOf(asker);
     photographer.open(dialog, asker.GetNative());
