@@ -140,6 +140,15 @@ class WaylandCase(unittest.TestCase):
 
         return wait_for(what, look)
 
+    def still_picture(self):
+        pictures = [None]
+
+        def look():
+            pictures.append(self.picture())
+            return pictures[-1] if pictures[-1] == pictures[-2] else None
+
+        return wait_for("a picture that stays", look)
+
     def changed(self, before):
         """Left, top, right and bottom of what is not as in that picture; none: nothing."""
         now = self.picture()
@@ -236,8 +245,7 @@ class OneScreen(WaylandCase):
         editor = self.steady_box("the branch editor", lambda box: box[2] - box[0] == EDITOR_WIDTH)
 
         self.hover(editor, EMPTY_ROWS)
-        time.sleep(1)  # a tip would have come
-        before = self.picture()
+        before = self.still_picture()
         self.do("click", "3")
         menu = wait_for("the menu of the rows", lambda: self.changed(before))
         self.assertEqual(menu[0], editor[0] + EMPTY_ROWS[0])
