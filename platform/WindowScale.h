@@ -23,6 +23,9 @@ inline constexpr double kPixelSlack = 1e-6; ///< what divisions by a scale may b
     };
     return {length(size.width), length(size.height)};
 }
+[[nodiscard]] inline Point toLayout(Point at, double unit) {
+    return {nearestPixel(at.x / unit), nearestPixel(at.y / unit)};
+}
 [[nodiscard]] inline Rect toLayout(const Rect& place, double unit) {
     return {nearestPixel(place.left / unit), nearestPixel(place.top / unit),
             nearestPixel(place.right / unit), nearestPixel(place.bottom / unit)};

@@ -11,6 +11,7 @@
 #include "platform/Guard.h"
 #include "platform/qt/QtAccessible.h"
 #include "platform/qt/QtConvert.h"
+#include "platform/qt/QtScreens.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindowHost.h"
 
@@ -107,11 +108,14 @@ void QtWindow::center() {
     m_surface->setGeometry(toQt(around.centred(qtGeometry().size()).movedInto(area)));
 }
 
-double QtWindow::unit() const {
+const QtWindow* QtWindow::popupOwner() const {
     const auto* owner = dynamic_cast<const QtSurface*>(m_surface->transientParent());
-    return m_kind == WindowKind::popup && owner != nullptr && owner->window() != nullptr
-               ? owner->window()->unit()
-               : m_host.zoom() * m_fit;
+    return m_kind == WindowKind::popup && owner != nullptr ? owner->window() : nullptr;
+}
+
+double QtWindow::unit() const {
+    const QtWindow* owner = popupOwner();
+    return owner != nullptr ? owner->scale() / m_ratio : m_host.zoom() * m_fit;
 }
 
 double QtWindow::scale() const {
@@ -181,11 +185,23 @@ void QtWindow::fixSize(Size size) {
     }
 }
 
+/// A popup's place is told in pixels of its owner, which may lie on screens of several scales. Qt
+/// counts it in those of the popup's own screen.
+Point QtWindow::placePopup(const QtWindow& owner, const Rect& place) {
+    const QScreen& home = homeScreen();
+    const Point corner = toSystem(place.topLeft(), owner.unit());
+    const QScreen& screen = screenAt(corner, home);
+    m_ratio = screen.devicePixelRatio();
+    return onScreen(corner, home, screen);
+}
+
 void QtWindow::setGeometry(const Rect& screenRect) {
+    const QtWindow* owner = popupOwner();
+    const Point corner =
+        owner != nullptr ? placePopup(*owner, screenRect) : toSystem(screenRect.topLeft(), unit());
     const Size size = toSystem(screenRect.size(), unit());
     m_content = {screenRect.size(), size};
     fixSize(size);
-    const Point corner = toSystem(screenRect.topLeft(), unit());
     m_surface->setGeometry(corner.x, corner.y, size.width, size.height);
     noteGeometry(); // a hidden window gets no event
     if (m_cornerRadius > 0 && hasWindowSystem()) {
@@ -198,13 +214,18 @@ Rect QtWindow::qtGeometry() const {
 }
 
 Rect QtWindow::geometry() const {
-    const Point corner = toLayout(qtGeometry(), unit()).topLeft();
+    const QtWindow* owner = popupOwner();
+    const Point corner =
+        owner != nullptr
+            ? toLayout(onScreen(qtGeometry().topLeft(), *m_surface->screen(), homeScreen()),
+                       owner->unit())
+            : toLayout(qtGeometry().topLeft(), unit());
     const Size size = contentSize();
     return Rect::at(corner.x, corner.y, size.width, size.height);
 }
 
 Rect QtWindow::workArea(Point point) const {
-    return QtWindowHost::workArea(point, unit());
+    return QtWindowHost::workArea(point, unit(), *m_surface->screen());
 }
 
 void QtWindow::setState(WindowState state) {

@@ -82,6 +82,10 @@ private:
     void changeScreen();
     /// Gives it the size there of the content that it had before.
     void refit(const KeptSize& content);
+    /// What a popup belongs to; null for others.
+    [[nodiscard]] const QtWindow* popupOwner() const;
+    /// Puts it on the screen where `place` of its owner begins; where that is, in Qt's pixels.
+    Point placePopup(const QtWindow& owner, const Rect& place);
     void fixSize(Size size);
     void noteGeometry();
     void noteState();
@@ -97,7 +101,7 @@ private:
     int m_cornerRadius;
     KeptSize m_content;
     double m_fit = 1;
-    double m_ratio = 1;  ///< the screen's pixels for one of Qt's
+    double m_ratio = 1;  ///< the screen's pixels for one of Qt's, where it is or is to be
     Rect m_normal;       ///< in Qt's pixels
     Rect m_formerNormal; ///< before the last change of m_normal
     KeptSize m_formerContent;

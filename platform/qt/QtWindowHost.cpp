@@ -9,7 +9,7 @@
 #include "platform/Event.h"
 #include "platform/Guard.h"
 #include "platform/WindowScale.h"
-#include "platform/qt/QtConvert.h"
+#include "platform/qt/QtScreens.h"
 #include "platform/qt/QtSurface.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWindow.h"
@@ -28,12 +28,12 @@ int QtWindowHost::primaryScreenHeight() const {
     return static_cast<int>(QGuiApplication::primaryScreen()->size().height() / m_zoom);
 }
 
-Rect QtWindowHost::workArea(Point point, double unit) {
-    const QScreen* screen = QGuiApplication::screenAt(toQt(toSystem(point, unit)));
-    return toLayout(
-        fromQt(
-            (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry()),
-        unit);
+Rect QtWindowHost::workArea(Point point, double unit, const QScreen& from) {
+    return toLayout(workAreaOf(screenAt(toSystem(point, unit), from), from), unit);
+}
+
+Rect QtWindowHost::workArea(Point point) const {
+    return workArea(point, m_zoom, *QGuiApplication::primaryScreen());
 }
 
 void QtWindowHost::setZoom(double zoom) {

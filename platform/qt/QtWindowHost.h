@@ -11,6 +11,8 @@
 #include "platform/Window.h"
 #include "platform/qt/QtTextPainter.h"
 
+class QScreen;
+
 namespace platform::qt {
 
 class QtFontSet;
@@ -31,9 +33,9 @@ public:
     /// The system may have become dark or light.
     void systemColorsChanged();
     [[nodiscard]] int primaryScreenHeight() const override;
-    [[nodiscard]] Rect workArea(Point point) const override { return workArea(point, m_zoom); }
-    /// The same in layout pixels of which each is `unit` of Qt's.
-    [[nodiscard]] static Rect workArea(Point point, double unit);
+    [[nodiscard]] Rect workArea(Point point) const override;
+    /// The same in layout pixels of a window on `from`, of which each is `unit` of Qt's there.
+    [[nodiscard]] static Rect workArea(Point point, double unit, const QScreen& from);
     [[nodiscard]] std::u16string clipboardText() const override;
     void setClipboardText(const std::u16string& text) override;
     [[nodiscard]] std::u16string foldedCase(std::u16string_view text) const override;

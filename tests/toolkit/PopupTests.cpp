@@ -39,6 +39,11 @@ TEST(DropListPlace, FlipsAndStaysOnTheMonitor) {
         {"cut above", {100, 500, 300, 525}, {200, 600}, Rect::at(100, 0, 200, 500)},
         {"the right edge", {900, 100, 990, 125}, {200, 100}, Rect::at(800, 125, 200, 100)},
         {"the left edge", {-50, 100, 50, 125}, {200, 100}, Rect::at(0, 125, 200, 100)},
+        {"under a window half below",
+         {100, 820, 300, 845},
+         {200, 300},
+         Rect::at(100, 500, 200, 300)},
+        {"under one half above", {100, -60, 300, -35}, {200, 300}, Rect::at(100, 0, 200, 300)},
         {"wider than all", {0, 100, 50, 125}, {3000, 100}, Rect::at(0, 125, 1000, 100)},
     };
     for (const auto& [what, anchor, size, place] : cases) {

@@ -6,14 +6,17 @@ namespace toolkit {
 
 platform::Rect placeDropList(const platform::Rect& anchor, platform::Size size,
                              const platform::Rect& workArea) {
-    const int below = workArea.bottom - anchor.bottom;
-    const int above = anchor.top - workArea.top;
+    const auto kept = [&](int y) { return std::clamp(y, workArea.top, workArea.bottom); };
+    const int top = kept(anchor.top);
+    const int bottom = kept(anchor.bottom);
+    const int below = workArea.bottom - bottom;
+    const int above = top - workArea.top;
     const bool flips = size.height > below && above > below;
     const int height = std::clamp(size.height, 1, std::max(flips ? above : below, 1));
     const int width = std::min(size.width, std::max(workArea.width(), 1));
     const int x =
         std::clamp(anchor.left, workArea.left, std::max(workArea.left, workArea.right - width));
-    return platform::Rect::at(x, flips ? anchor.top - height : anchor.bottom, width, height);
+    return platform::Rect::at(x, flips ? top - height : bottom, width, height);
 }
 
 platform::Rect placeMenu(const platform::Rect& anchor, platform::Size size, platform::Size window) {
