@@ -67,12 +67,7 @@ void takeTour(Photographer& photographer, platform::Size size) {
     }
 }
 
-void takePreview(Photographer& photographer) {
-    photographer.loadDemo();
-    const auto window = photographer.opened<ui::BranchList>();
-    const test::WindowDriver driver(*window);
-    driver.native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
-    test::pump();
+void play(Photographer& photographer, const test::WindowDriver& driver) {
     driver.press(platform::Key::f5);
     const auto waitFor = [&](std::u16string_view branch, std::u16string_view time) {
         photographer.require(test::pumpUntil([&] {
@@ -89,6 +84,15 @@ void takePreview(Photographer& photographer) {
     const std::u16string target = choice.GetText().substr(0, choice.GetText().find(u','));
     driver.click(choice);
     waitFor(target, u"0:00.00 ");
+}
+
+void takePreview(Photographer& photographer) {
+    photographer.loadDemo();
+    const auto window = photographer.opened<ui::BranchList>();
+    const test::WindowDriver driver(*window);
+    driver.native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
+    test::pump();
+    play(photographer, driver);
     settle(*window);
     photographer.shoot("Preview", *window);
 }

@@ -3,6 +3,7 @@
 
 #include "platform/Geometry.h"
 #include "tests/screenshots/Photographer.h"
+#include "tests/support/gui/WindowDriver.h"
 
 namespace screenshots {
 
@@ -12,6 +13,9 @@ void takeBranchEditor(Photographer& photographer);
 void takeTourStep(Photographer& photographer);
 /// All its steps in a window of this size: "Tour-1@884x672".
 void takeTour(Photographer& photographer, platform::Size size);
+/// Pauses the preview, with outlines, after the first choice in the middle of the first clip, which
+/// is the demo scene's.
+void play(Photographer& photographer, const test::WindowDriver& driver);
 /// Paused, with outlines, after the first choice in the middle of the demo scene's first clip.
 void takePreview(Photographer& photographer);
 

@@ -79,7 +79,9 @@ void Photographer::setSuffix(std::string suffix) {
 
 void Photographer::open(toolkit::WindowImplBase& window, platform::NativeWindow* owner) {
     require(window.Create(owner, u"Quorvel", ui::kScreenStyle, ui::kScreenExtendedStyle));
-    test::WindowDriver(window).show();
+    test::WindowDriver driver(window);
+    driver.show();
+    driver.hover(platform::Point{1, 1}); // away from whatever the pointer happened to rest on
     settle(window);
 }
 

@@ -4,7 +4,7 @@
 //
 // Runs in a folder with UI/, Translations.ini and the demo scenes, as the editor does. "plain"
 // leaves out all texts, which each system draws in its own way: the rest is the same to the pixel.
-// "sizes" shows the windows in other sizes and at 200 % instead, on a screen of 3840 x 2160; "dark"
+// "sizes" shows the windows in every size and at 200 % instead, on a screen of 3840 x 2160; "dark"
 // shows them dark.
 
 #include <exception>

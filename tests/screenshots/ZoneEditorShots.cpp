@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
+#include <vector>
 
 #include "ZoneEdit/CurrentZones.h"
 #include "core/Text.h"
@@ -13,6 +14,8 @@
 #include "tests/screenshots/Shots.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "toolkit/controls/CComboUI.h"
+#include "video/CVideoUI.h"
+#include "video/PictureView.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
@@ -32,6 +35,15 @@ void hideNumber(platform::Bitmap& picture, platform::Point middle) {
 
 void showFrame(const test::WindowDriver& driver, int frame) {
     driver.enter(u"EditCurrentFrame", core::displayText(std::to_string(frame)));
+    driver.manager().SetFocus(nullptr);
+}
+
+std::vector<platform::Point> firstZone(int frame) {
+    return zoneedit::currentZoneManager()->zone(0)->shape(frame)->points;
+}
+
+void clickPicture(const test::WindowDriver& driver, platform::Point at) {
+    driver.click(driver.get<video::CVideoUI>(u"Video").view().toWindow(at));
 }
 
 } // namespace
@@ -50,41 +62,56 @@ OpenZoneEditor::~OpenZoneEditor() {
     zoneedit::setCurrentZoneManager(nullptr);
 }
 
+void choosePoint(const test::WindowDriver& driver) {
+    clickPicture(driver, firstZone(kFrame).at(1));
+}
+
+void switchViews(const test::WindowDriver& driver) {
+    for (const char16_t* name : {u"CheckAllZones", u"CheckOnion", u"CheckLoupe"}) {
+        driver.click(name);
+    }
+}
+
+void chooseRange(const test::WindowDriver& driver) {
+    showFrame(driver, 30);
+    driver.press(platform::Key::b);
+    showFrame(driver, kFrame);
+    driver.press(platform::Key::e);
+}
+
+void followSign(Photographer& photographer, const test::WindowDriver& driver) {
+    constexpr int kFrom = 45;
+    showFrame(driver, kFrom);
+    driver.click(u"ButtonAddZone");
+    driver.enter(u"EditZone", u"Sign");
+    driver.click(u"OptionAddMultiPoint");
+    for (const platform::Point at : firstZone(kFrom)) {
+        clickPicture(driver, at);
+    }
+    driver.press(platform::Key::escape);
+    driver.press(platform::Key::f);
+    photographer.require(
+        test::pumpUntil([&driver] { return driver.get(u"ButtonFollowDiscard").IsVisible(); }));
+    showFrame(driver, kFrame);
+}
+
 void takeZoneEditor(Photographer& photographer, const std::string& name) {
     const OpenZoneEditor editor(photographer);
     const test::WindowDriver driver(editor.window());
-    const platform::Point corner = driver.get(u"Video").GetPos().topLeft();
-    const auto shape = zoneedit::currentZoneManager()->zone(0)->shape(kFrame);
-    const platform::Point chosen = shape->points.at(1);
-    driver.click(platform::Point{corner.x + chosen.x, corner.y + chosen.y});
+    choosePoint(driver);
     platform::Bitmap picture = photographer.pictureOf(editor.window());
     if (photographer.isPlain()) {
-        for (const platform::Point at : shape->points) {
-            hideNumber(picture, {corner.x + at.x, corner.y + at.y});
+        const video::PictureView view = driver.get<video::CVideoUI>(u"Video").view();
+        for (const platform::Point at : firstZone(kFrame)) {
+            hideNumber(picture, view.toWindow(at));
         }
     }
     photographer.save(name, picture);
 }
 
 void takeFollowedZone(Photographer& photographer) {
-    constexpr int kFrom = 45;
     const OpenZoneEditor editor(photographer);
-    const test::WindowDriver driver(editor.window());
-    showFrame(driver, kFrom);
-    const auto shape = zoneedit::currentZoneManager()->zone(0)->shape(kFrom);
-    driver.click(u"ButtonAddZone");
-    driver.enter(u"EditZone", u"Sign");
-    driver.click(u"OptionAddMultiPoint");
-    const platform::Point corner = driver.get(u"Video").GetPos().topLeft();
-    for (const platform::Point at : shape->points) {
-        driver.click(platform::Point{corner.x + at.x, corner.y + at.y});
-    }
-    driver.manager().SetFocus(nullptr);
-    driver.press(platform::Key::escape);
-    driver.press(platform::Key::f);
-    photographer.require(
-        test::pumpUntil([&driver] { return driver.get(u"ButtonFollowDiscard").IsVisible(); }));
-    showFrame(driver, kFrame);
+    followSign(photographer, test::WindowDriver(editor.window()));
     settle(editor.window());
     photographer.shoot("ZoneEdit-followed", editor.window());
 }
@@ -93,18 +120,11 @@ void takeWideZoneEditor(Photographer& photographer) {
     const OpenZoneEditor editor(photographer);
     editor.window().GetNative()->setGeometry(platform::Rect::at(0, 0, 1920, 1040));
     const test::WindowDriver driver(editor.window());
-    constexpr const char16_t* kShown[] = {u"CheckAllZones", u"CheckOnion", u"CheckLoupe"};
-    for (const char16_t* name : kShown) {
-        driver.click(name);
-    }
-    driver.enter(u"EditRangeFrom", u"30");
-    driver.enter(u"EditRangeTo", u"62");
-    driver.manager().SetFocus(nullptr);
+    switchViews(driver);
+    chooseRange(driver);
     settle(editor.window());
     photographer.shoot("ZoneEdit-wide", editor.window());
-    for (const char16_t* name : kShown) { // the next window begins as the last one ended
-        driver.click(name);
-    }
+    switchViews(driver);
 }
 
 } // namespace screenshots

@@ -6,6 +6,7 @@
 
 #include "ZoneEdit/ZoneEdit.h"
 #include "tests/screenshots/Photographer.h"
+#include "tests/support/gui/WindowDriver.h"
 
 namespace screenshots {
 
@@ -24,9 +25,20 @@ private:
     std::shared_ptr<zoneedit::ZoneEdit> m_window;
 };
 
+// In an editor that is open, in any size.
+/// One point of the zone.
+void choosePoint(const test::WindowDriver& driver);
+/// The other zones, the keys before and after, and the loupe; hides them when they are shown: the
+/// next window begins as the last one ended.
+void switchViews(const test::WindowDriver& driver);
+/// That ends with the frame on show.
+void chooseRange(const test::WindowDriver& driver);
+/// Draws a new zone around what the first one marks, and follows that.
+void followSign(Photographer& photographer, const test::WindowDriver& driver);
+
 /// With one of the zone's points chosen.
 void takeZoneEditor(Photographer& photographer, const std::string& name);
-/// A new zone around what the first one marks, after it was followed.
+/// After following.
 void takeFollowedZone(Photographer& photographer);
 /// With a range and all that can be shown.
 void takeWideZoneEditor(Photographer& photographer);
