@@ -101,6 +101,18 @@ TEST_F(Paint, DrawsBordersInsideAndTheWindowsFrameBelowItsControls) {
     }
 }
 
+TEST_F(Paint, RoundsTheCornersOfAFillThatHasARadius) {
+    open(R"(<Control pos="10,10,20,20" bkcolor="#FF0000FF" bkradius="6"/>)",
+         "bkcolor=\"#FFFFFFFF\"");
+    const platform::Bitmap picture = driver().picture();
+    for (const platform::Point at : {platform::Point{10, 10}, {29, 10}, {10, 29}, {29, 29}}) {
+        EXPECT_EQ(picture.at(at.x, at.y), 0xFFFFFFFF) << at.x << "," << at.y;
+    }
+    for (const platform::Point at : {platform::Point{10, 20}, {20, 10}, {29, 20}, {20, 20}}) {
+        EXPECT_EQ(picture.at(at.x, at.y), 0xFF0000FF) << at.x << "," << at.y;
+    }
+}
+
 TEST_F(Paint, ShowsTheStateOfButtonsAndOptions) {
     std::string look;
     std::uint32_t color = 0xFF000000;

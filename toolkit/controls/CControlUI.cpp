@@ -6,6 +6,7 @@
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/skin/Palette.h"
+#include "toolkit/skin/RoundBox.h"
 #include "toolkit/skin/SkinImage.h"
 #include "toolkit/skin/WindowLook.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -41,6 +42,7 @@ const AttributeTable<CControlUI>& CControlUI::Attributes::table() {
         {u"padding",
          [](CControlUI& c, Text v) { setIf(c, &CControlUI::SetPadding, parseRect(v)); }},
         {u"bkcolor", [](CControlUI& c, Text v) { assignIf(c.m_backColor, parseSkinColor(v)); }},
+        {u"bkradius", [](CControlUI& c, Text v) { assignIf(c.m_backRadius, parseInt(v)); }},
         {u"bordercolor",
          [](CControlUI& c, Text v) { assignIf(c.m_borderColor, parseSkinColor(v)); }},
         {u"bordersize",
@@ -262,7 +264,11 @@ void CControlUI::paintIcon(platform::Canvas& canvas) {
 void CControlUI::paintBackground(platform::Canvas& canvas) {
     const platform::Color ground = paletteColor(m_backColor);
     if (platform::alphaOf(ground) != 0) {
-        canvas.fillRect(m_pos, ground);
+        if (m_backRadius > 0) {
+            fillRoundBox(canvas, m_pos, m_backRadius, ground);
+        } else {
+            canvas.fillRect(m_pos, ground);
+        }
     }
     drawImage(canvas, m_backImage);
     drawImage(canvas, m_foreImage);

@@ -249,6 +249,7 @@ private:
     Size m_min;
     Size m_max;
     SkinColor m_backColor;
+    int m_backRadius = 0;
     SkinColor m_borderColor;
     bool m_enabled = true;
     bool m_visible = true;
