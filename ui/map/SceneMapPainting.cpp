@@ -36,7 +36,8 @@ constexpr core::Text kEmptyText =
     "Each branch you add appears here, with lines to the branches its actions lead to."_tr;
 constexpr int kEmptyEdge = 16;
 constexpr int kEmptyLine = 18;
-constexpr int kIcon = 12;       ///< in a row
+constexpr int kBadge = 14;      ///< in a row, and the bolt, as far as that has room
+constexpr int kStillIcon = 24;  ///< in place of a still
 constexpr int kBrokenLine = 20; ///< from a node with a broken target down to a cross
 constexpr int kCrossReach = 5;  ///< of the cross, from its middle
 constexpr int kPile = 3;        ///< by which the second of a pile of nodes is off
@@ -286,7 +287,8 @@ void SceneMap::paintStill(platform::Canvas& canvas, int branch, const Rect& box)
                                             (box.top + box.bottom - height) / 2, width, height));
     } else {
         const bool hasVideo = !m_scene->branches[at(branch)].video.empty();
-        icons.draw(canvas, box, {hasVideo ? u"Video" : u"NoVideo", u"off"},
+        icons.draw(canvas, box,
+                   {.name = hasVideo ? u"Video" : u"NoVideo", .tint = u"off", .side = kStillIcon},
                    toolkit::IconState::normal);
     }
     if (branch == m_scene->first) {
@@ -309,7 +311,7 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
     const double height = map::sizesOf(NodeForm::whole).row * scale();
     for (std::size_t i = 0; i < content.actions.size() && i <= map::kMostRows; ++i) {
         const int top = box.top + static_cast<int>(height * static_cast<double>(i)) + 1;
-        const Rect row{box.left + 22, top, box.right - 16, top + static_cast<int>(height)};
+        Rect row{box.left + 22, top, box.right - 4, top + static_cast<int>(height)};
         if (i == map::kMostRows) {
             paintText(canvas,
                       core::trStored("AndMoreRows|and {0} more"_tr,
@@ -320,19 +322,20 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
         const MapAction& action = content.actions[i];
         const bool hasLine = line != lines.end() && at(line->action) == i;
         line += hasLine ? 1 : 0;
-        const Rect badge =
-            Rect::at(box.left + 4, top + std::max(0, (row.height() - 14) / 2), 14, 14);
+        const int side = std::min(kBadge, row.height() - 2);
+        const Rect badge = Rect::at(box.left + 4, top + (row.height() - side) / 2, side, side);
+        if (action.immediate) {
+            const Rect bolt = Rect::at(box.right - 16, badge.top, side, side);
+            icons.draw(canvas, bolt, {.name = u"Bolt", .tint = u"warning", .side = side - 2},
+                       toolkit::IconState::normal);
+            row.right = bolt.left;
+        }
         paintBadge(canvas, action, badge);
         const std::string text = action.isBroken()                ? action.target
                                  : !hasLine && action.branch >= 0 ? "\xE2\x86\xA9 " + action.target
                                                                   : action.text;
         paintText(canvas, text, row, font::kSmall,
                   color(action.isBroken() ? Tone::danger : Tone::muted));
-        if (action.immediate) {
-            const Rect bolt = Rect::at(box.right - 16, badge.top, 14, 14);
-            icons.draw(canvas, bolt, {.name = u"Bolt", .tint = u"warning", .side = kIcon},
-                       toolkit::IconState::normal);
-        }
     }
 }
 
@@ -347,9 +350,9 @@ void SceneMap::paintBadge(platform::Canvas& canvas, const MapAction& action,
                         color(Tone::onKind), platform::TextAlign::center);
     } else {
         const platform::ClipScope clip(canvas, canvas.clip().intersected(box));
-        manager.look().icons().draw(canvas, box,
-                                    {.name = std::u16string(icon), .tint = u"badge", .side = kIcon},
-                                    toolkit::IconState::normal);
+        manager.look().icons().draw(
+            canvas, box, {.name = std::u16string(icon), .tint = u"badge", .side = box.width() - 2},
+            toolkit::IconState::normal);
     }
 }
 
