@@ -33,7 +33,7 @@ namespace {
 
 constexpr int kRowHeight = 29;
 constexpr int kSignSide = 16;
-constexpr int kPlaceWidth = 142;
+constexpr int kMostPlace = 200; ///< the sentence says more
 constexpr const char* kFoldedKey = "findingsFolded";
 constexpr const char* kHeightKey = "findingsHeight";
 constexpr int kHeadHeight = 33;
@@ -274,7 +274,9 @@ std::unique_ptr<toolkit::CControlUI> FindingsPresenter::makeRow(int row) const {
     sign->SetAttribute(u"icon", look.icon);
     sign->SetAttribute(u"icontint", look.tint);
     auto where = label(place);
-    where->SetFixedWidth(kPlaceWidth);
+    where->SetFixedWidth(1);
+    where->SetAttribute(u"besidetext", u"0");
+    where->SetMaxWidth(kMostPlace);
     where->SetPadding({8, 0, 12, 0});
     where->SetFont(font::kSmall);
     where->SetAttribute(u"textcolor", u"hint");
