@@ -64,13 +64,15 @@ std::string activeFrames(const zone::Zone& zone) {
     }
     return ranges <= kMaxRanges
                ? text
-               : core::trStored("NamesAndMore|{0} and {1} more"_tr, {text, ranges - kMaxRanges});
+               : core::trStored("NamesAndMore|{1} and {0} more|{1} and {0} more"_trn,
+                                ranges - kMaxRanges, {text});
 }
 
 void cut(std::vector<Line>& lines, std::size_t all) {
     if (all > lines.size()) {
-        lines.push_back({Line::Kind::plain,
-                         core::trStored("AndMoreRows|and {0} more"_tr, {all - lines.size()})});
+        lines.push_back(
+            {Line::Kind::plain,
+             core::trStored("AndMoreRows|and {0} more|and {0} more"_trn, all - lines.size())});
     }
 }
 

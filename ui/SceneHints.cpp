@@ -18,7 +18,9 @@ namespace {
 
 /// `text`, and that it is true of more than the first of `count`.
 std::u16string andMore(const std::u16string& text, std::size_t count) {
-    return count > 1 ? core::tr("AndMore|{0} (and {1} more)"_tr, text, count - 1) : text;
+    return count > 1
+               ? core::tr("AndMore|{1} (and {0} more)|{1} (and {0} more)"_trn, count - 1, text)
+               : text;
 }
 
 /// What is said of a clip that cannot be played, as theora::probeClip has it.
@@ -104,8 +106,10 @@ std::u16string importProblem(const jobs::ImportOutcome& outcome) {
         unplayable =
             others == 0
                 ? core::tr("\"{0}\" is not a Theora video and cannot be played."_tr, name)
-                : core::tr("\"{0}\" and {1} more are not Theora videos and cannot be played."_tr,
-                           name, others);
+                : core::tr(
+                      "AndMoreNotTheora|\"{1}\" and {0} more are not Theora videos and cannot be "
+                      "played.|\"{1}\" and {0} more are not Theora videos and cannot be played."_trn,
+                      others, name);
     }
     return joinSentences({failed, faulty, unplayable});
 }

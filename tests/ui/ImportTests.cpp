@@ -12,8 +12,11 @@
 
 #include "core/EditorSettings.h"
 #include "core/Text.h"
+#include "core/Texts.h"
+#include "core/Translations.h"
 #include "import/Converter.h"
 #include "import/ImportTypes.h"
+#include "jobs/ImportOutcome.h"
 #include "platform/FileSystem.h"
 #include "platform/Geometry.h"
 #include "scene/SceneFolders.h"
@@ -23,6 +26,7 @@
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/ui/BranchListFixture.h"
 #include "toolkit/controls/CListUI.h"
+#include "ui/SceneHints.h"
 #include "ui/importing/SceneImports.h"
 
 namespace {
@@ -293,6 +297,16 @@ TEST_F(Importing, DroppedFilesAreAddedImportedOrNamed) {
               std::u16string::npos)
         << core::storedText(problem);
     window.press(Key::escape);
+}
+
+TEST_F(Importing, OneMoreAndSeveralMoreReadAsTheLanguageHasThem) {
+    core::setTexts(m_services.translations->in("German"));
+    jobs::ImportOutcome outcome;
+    outcome.notTheora = {"a.ogv", "b.ogv"};
+    EXPECT_TRUE(ui::importProblem(outcome).starts_with(u"„a.ogv“ und eine weitere Datei sind "));
+    outcome.notTheora.emplace_back("c.ogv");
+    EXPECT_TRUE(ui::importProblem(outcome).starts_with(u"„a.ogv“ und 2 weitere Dateien sind "));
+    core::setTexts(nullptr);
 }
 
 TEST_F(Importing, AnAddedFileThatIsNoTheoraVideoCanBeImported) {

@@ -29,7 +29,8 @@ std::u16string quotedAnd(const std::vector<std::string>& paths) {
     const std::string first = core::fileName(paths.front());
     return paths.size() == 1
                ? core::tr("QuotedName|\"{0}\""_tr, first)
-               : core::tr("QuotedAndMore|\"{0}\" and {1} more"_tr, first, paths.size() - 1);
+               : core::tr("QuotedAndMore|\"{1}\" and {0} more|\"{1}\" and {0} more"_trn,
+                          paths.size() - 1, first);
 }
 
 /// '"Videos" and 2 more are folders'; empty for no paths.

@@ -27,7 +27,7 @@ namespace {
 constexpr std::size_t kMostRows = 18;
 
 std::u16string andMore(std::size_t count) {
-    return core::tr("AndMoreRows|and {0} more"_tr, count);
+    return core::tr("AndMoreRows|and {0} more|and {0} more"_trn, count);
 }
 
 } // namespace

@@ -61,7 +61,8 @@ KeyGroup problemGroup(const std::vector<std::u16string>& problems) {
     }
     if (problems.size() > kMostProblems) {
         const std::size_t rest = problems.size() - kMostProblems;
-        group.lines.push_back({.text = core::tr("AndMoreRows|and {0} more"_tr, rest)});
+        group.lines.push_back(
+            {.text = core::tr("AndMoreRows|and {0} more|and {0} more"_trn, rest)});
     }
     return group;
 }

@@ -299,8 +299,8 @@ std::u16string SceneMap::toolTipAt(Point point) const {
         names += (i == 0 ? "" : ", ") + m_scene->branches[at(members[i])].name;
     }
     if (members.size() > kMostNames) {
-        names = core::trStored("NamesAndMore|{0} and {1} more"_tr,
-                               {names, members.size() - kMostNames});
+        names = core::trStored("NamesAndMore|{1} and {0} more|{1} and {0} more"_trn,
+                               members.size() - kMostNames, {names});
     }
     return core::displayText(names);
 }

@@ -224,7 +224,7 @@ void SceneMap::paintNode(platform::Canvas& canvas, int branch) const {
         text.top = name.bottom;
         text.bottom = box.bottom - 2;
         const std::size_t others = layout().chains[at(chain)].size() - 1;
-        paintText(canvas, core::trStored("AndMoreRows|and {0} more"_tr, {others}), text,
+        paintText(canvas, core::trStored("AndMoreRows|and {0} more|and {0} more"_trn, others), text,
                   font::kSmall, color(Tone::hint));
     }
     if (form() == NodeForm::whole) {
@@ -314,8 +314,8 @@ void SceneMap::paintRows(platform::Canvas& canvas, int branch, const Rect& box) 
         Rect row{box.left + 22, top, box.right - 4, top + static_cast<int>(height)};
         if (i == map::kMostRows) {
             paintText(canvas,
-                      core::trStored("AndMoreRows|and {0} more"_tr,
-                                     {content.actions.size() - map::kMostRows}),
+                      core::trStored("AndMoreRows|and {0} more|and {0} more"_trn,
+                                     content.actions.size() - map::kMostRows),
                       row, font::kSmall, color(Tone::hint));
             return;
         }
