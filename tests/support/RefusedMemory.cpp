@@ -8,11 +8,12 @@ using namespace support;
 // None is inlined: the compiler would take malloc() or free() for the wrong end of an expression.
 [[gnu::noinline]] void* operator new(std::size_t bytes) {
     lastBytes = bytes;
-    const bool isRefused =
-        (bytes > 0 && bytes == refusedBytes) || (allocationsLeft >= 0 && allocationsLeft-- == 0);
+    const bool isRefused = (bytes > 0 && bytes == refusedBytes && allowedOfSize-- <= 0) ||
+                           (allocationsLeft >= 0 && allocationsLeft-- == 0);
     void* memory = isRefused ? nullptr : std::malloc(bytes | 1);
     if (memory == nullptr) {
         refusedBytes = 0;
+        allowedOfSize = 0;
         throw std::bad_alloc();
     }
     return memory;

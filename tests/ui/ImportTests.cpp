@@ -17,11 +17,13 @@
 #include "import/Converter.h"
 #include "import/ImportTypes.h"
 #include "jobs/ImportOutcome.h"
+#include "platform/Event.h"
 #include "platform/FileSystem.h"
 #include "platform/Geometry.h"
 #include "scene/SceneFolders.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FaultyFileSystem.h"
+#include "tests/support/RefusedMemory.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/ui/BranchListFixture.h"
@@ -298,6 +300,37 @@ TEST_F(Importing, DroppedFilesAreAddedImportedOrNamed) {
         << core::storedText(problem);
     window.press(Key::escape);
 }
+
+#if !defined(__SANITIZE_THREAD__)
+TEST_F(Importing, DroppedFilesThatMemoryIsTooShortForAreSaidAndLaterOnesTaken) {
+    show();
+    writeBytes("from/plan.txt", "text");
+    platform::Event drop;
+    drop.kind = platform::EventKind::filesDropped;
+    std::string path = from({""})[0];
+    for (int i = 0; i < 150; ++i) { // a size that nothing else has
+        path += "./";
+    }
+    drop.files = {path + "plan.txt"};
+    const auto problem = [this] { return m_driver->textOf(u"LabelProblem"); };
+    // The first copy is made by the window, the next by the thread that looks at the files.
+    for (const int copies : {0, 1}) {
+        SCOPED_TRACE(copies);
+        m_driver->click(u"ButtonAddBranch"); // takes the note before away
+        EXPECT_EQ(problem(), u"");
+        support::allowedOfSize = copies;
+        support::refusedBytes = drop.files[0].size() + 1;
+        m_window->HandleMessage(drop);
+        EXPECT_TRUE(pumpUntil([&] {
+            return problem() == u"Not added: there is not enough memory.";
+        })) << core::storedText(problem());
+        support::refusedBytes = 0;
+    }
+    m_window->HandleMessage(drop);
+    EXPECT_TRUE(pumpUntil([&] { return problem().find(u"plan.txt") != std::u16string::npos; }))
+        << core::storedText(problem());
+}
+#endif
 
 TEST_F(Importing, OneMoreAndSeveralMoreReadAsTheLanguageHasThem) {
     core::setTexts(m_services.translations->in("German"));

@@ -1,6 +1,7 @@
 #include "ui/branch_editor/ImportPresenter.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "core/Paths.h"
@@ -124,10 +125,17 @@ void ImportPresenter::import(const std::vector<std::string>& paths) {
 }
 
 void ImportPresenter::drop(const std::vector<std::string>& paths) {
-    m_dropped.insert(m_dropped.end(), paths.begin(), paths.end());
-    if (m_looking.isRunning() || m_imports == nullptr) {
-        return;
+    try {
+        m_dropped.insert(m_dropped.end(), paths.begin(), paths.end());
+        if (!m_looking.isRunning() && m_imports != nullptr) {
+            lookAtDropped();
+        }
+    } catch (const std::bad_alloc&) {
+        sayTooLittleMemory();
     }
+}
+
+void ImportPresenter::lookAtDropped() {
     const auto dropped = std::make_shared<Dropped>();
     m_looking.start(
         [dropped, taken = std::exchange(m_dropped, {})](jobs::BackgroundJob::Control& control) {
@@ -148,11 +156,19 @@ void ImportPresenter::drop(const std::vector<std::string>& paths) {
         [this, dropped](bool isWhole) {
             if (isWhole) {
                 takeDropped(*dropped);
+            } else {
+                sayTooLittleMemory();
             }
             if (!m_dropped.empty()) {
                 drop({});
             }
         });
+}
+
+/// What is still to be said of an earlier drop stays.
+void ImportPresenter::sayTooLittleMemory() {
+    m_parts.strip.showNote(
+        {}, core::tr("LeftOut|Not added: {0}"_tr, core::tr("there is not enough memory."_tr)));
 }
 
 void ImportPresenter::takeDropped(const Dropped& dropped) {

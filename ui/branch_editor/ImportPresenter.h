@@ -57,7 +57,9 @@ public:
 private:
     struct Dropped;
 
+    void lookAtDropped();
     void takeDropped(const Dropped& dropped);
+    void sayTooLittleMemory();
     void showProgress();
     void ended(const imports::ImportItem& item);
     void import(const std::vector<std::string>& paths);
