@@ -19,6 +19,7 @@
 
 #include "platform/qt/QtWindow.h"
 #include "platform/qt/WindowMove.h"
+#include "tests/platform/Appearance.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
 
@@ -44,27 +45,11 @@ TEST(PointerPixel, IsTheOneThatThePositionLiesInAndNotTheNearest) {
 }
 
 TEST(Appearance, FollowsTheSystemWhileItIsToldTo) {
-    using platform::Appearance;
-    platform::WindowHost& windows = test::gui().windows();
-    test::TestWindow window;
-    window.show();
+    static_cast<void>(test::gui()); // it owns the palette
     const QPalette before = QApplication::palette();
-    const auto isTold = [&] { // at once
-        const std::vector<std::string> events = window.takeEvents();
-        return std::find(events.begin(), events.end(), "appearance") != events.end();
-    };
-    static_cast<void>(window.takeEvents());
-    for (const auto& [chosen, isSystemDark, isDark] : {std::tuple(Appearance::light, true, false),
-                                                       {Appearance::asSystem, true, true},
-                                                       {Appearance::asSystem, false, false},
-                                                       {Appearance::dark, false, true},
-                                                       {Appearance::light, false, false}}) {
-        const bool changes = windows.isDark() != isDark;
-        windows.setAppearance(chosen);
-        QApplication::setPalette(QPalette(isSystemDark ? Qt::black : Qt::lightGray));
-        EXPECT_EQ(windows.isDark(), isDark);
-        EXPECT_EQ(isTold(), changes);
-    }
+    test::expectWindowsFollow([](bool isDark) {
+        QApplication::setPalette(QPalette(isDark ? Qt::black : Qt::lightGray));
+    });
     QApplication::setPalette(before);
 }
 

@@ -15,6 +15,7 @@
 #include "platform/WindowScale.h"
 #include "platform/win32/Handles.h"
 #include "platform/win32/Win32Window.h"
+#include "tests/platform/Appearance.h"
 #include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
 #include "tests/toolkit/ToolkitTest.h"
@@ -139,25 +140,16 @@ TEST(SizingBorder, LiesOutsideTheWindowAndTakesNothingFromItsContent) {
 }
 
 TEST(Appearance, FollowsTheSystemWhileItIsToldTo) {
-    using platform::Appearance;
-    platform::WindowHost& windows = test::gui().windows();
-    test::TestWindow window;
-    window.show();
     constexpr const wchar_t* kPlace =
         L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
     constexpr const wchar_t* kName = L"AppsUseLightTheme";
-    for (const auto& [chosen, isSystemDark, isDark] : {std::tuple(Appearance::light, true, false),
-                                                       {Appearance::asSystem, true, true},
-                                                       {Appearance::asSystem, false, false},
-                                                       {Appearance::dark, false, true},
-                                                       {Appearance::light, false, false}}) {
-        windows.setAppearance(chosen);
-        const DWORD value = isSystemDark ? 0 : 1;
+    test::expectWindowsFollow([](bool isDark) {
+        const DWORD value = isDark ? 0 : 1;
         RegSetKeyValueW(HKEY_CURRENT_USER, kPlace, kName, REG_DWORD, &value, sizeof value);
-        SendMessageW(static_cast<platform::win32::Win32Window&>(window.native()).handle(),
-                     WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
-        EXPECT_EQ(windows.isDark(), isDark);
-    }
+        SendMessageTimeoutW(HWND_BROADCAST, WM_SETTINGCHANGE, 0,
+                            reinterpret_cast<LPARAM>(L"ImmersiveColorSet"), SMTO_ABORTIFHUNG, 2000,
+                            nullptr);
+    });
     RegDeleteKeyValueW(HKEY_CURRENT_USER, kPlace, kName);
 }
 
