@@ -14,7 +14,6 @@
 #include "import/Converter.h"
 #include "import/ImportTypes.h"
 #include "platform/FileSystem.h"
-#include "publish/PublishJob.h"
 #include "recovery/Backups.h"
 #include "recovery/Versions.h"
 #include "scene/SceneFolders.h"
@@ -22,6 +21,7 @@
 #include "tests/screenshots/Demo.h"
 #include "tests/screenshots/Shots.h"
 #include "tests/support/gui/WindowDriver.h"
+#include "tests/support/windows/Published.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/CProgressUI.h"
 #include "tools/tour/WindowPicture.h"
@@ -135,13 +135,7 @@ void takePublish(Photographer& photographer) {
     photographer.shoot("Publish", *window);
     window->showProgress({"way-out.ogv", 3, 4, 58, 38});
     photographer.shoot("Publish-running", *window);
-    publish::PublishResult result;
-    result.state = publish::PublishResult::State::published;
-    result.fileCount = 13;
-    result.videoCount = 4;
-    result.bytes = 2'300'000;
-    result.hasStill = true;
-    window->showResult(result);
+    window->showResult(test::publishedScene());
     photographer.shoot("Publish-done", *window);
     photographer.session().undo();
 }

@@ -29,6 +29,7 @@
 #include "tests/support/OggPager.h"
 #include "tests/support/PseudoTexts.h"
 #include "tests/support/windows/EditorTest.h"
+#include "tests/support/windows/Published.h"
 #include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/MenuPopup.h"
 #include "ui/BranchList.h"
@@ -301,12 +302,7 @@ TEST_P(WindowTexts, OfImportingAndPublishing) {
         window->showResult(result);
         expectTexts(driver, "not published");
     }
-    result.state = publish::PublishResult::State::published;
-    result.fileCount = 13;
-    result.videoCount = 4;
-    result.bytes = 2'300'000;
-    result.hasStill = true;
-    window->showResult(result);
+    window->showResult(test::publishedScene());
     expectTexts(driver, "published");
 }
 
