@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <memory>
+#include <tuple>
 #include <utility>
 
+#include "app/state/SharedServices.h"
 #include "check/Differences.h"
 #include "core/Log.h"
 #include "core/Services.h"
@@ -14,6 +16,7 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/controls/CListContainerElementUI.h"
+#include "toolkit/controls/COptionUI.h"
 #include "toolkit/layout/CHorizontalLayoutUI.h"
 #include "toolkit/layout/CVerticalLayoutUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -23,6 +26,8 @@
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/ContextMenu.h"
 #include "ui/commands/EarlierVersionsCommands.h"
+#include "ui/commands/MapCommands.h"
+#include "ui/map/SceneMap.h"
 
 namespace ui {
 namespace {
@@ -32,14 +37,16 @@ using check::Line;
 constexpr std::u16string_view kVersions = u"ListVersions";
 constexpr std::u16string_view kDifferences = u"ListDifferences";
 constexpr std::u16string_view kContents = u"ListVersionActions";
+constexpr std::u16string_view kMap = u"VersionMap";
+constexpr std::u16string_view kMapTab = u"OptionVersionMap";
 constexpr std::u16string_view kPartsTab = u"OptionVersionActions";
 constexpr std::u16string_view kVersionLabel = u"LabelVersion";
 constexpr std::u16string_view kAboutLabel = u"LabelVersions";
 constexpr std::u16string_view kRestoreButton = u"ButtonRestoreVersion";
 constexpr std::u16string_view kHintLabel = u"LabelHint";
 
-constexpr ContextMenu kContextMenus[] = {{kVersions, kVersionRows}};
-constexpr std::u16string_view kPanes[] = {kVersions, kContents, kDifferences, kRestoreButton};
+constexpr ContextMenu kContextMenus[] = {{kVersions, kVersionRows}, {kMap, kVersionMapRows}};
+constexpr std::u16string_view kPanes[] = {kVersions, kMap, kContents, kDifferences, kRestoreButton};
 
 constexpr int kDayHeight = 25;
 constexpr int kVersionHeight = 44;
@@ -91,9 +98,26 @@ EarlierVersions::EarlierVersions(const WindowContext& context, VersionHistory hi
     commands().bind(
         command::kRestoreVersion, [this] { restore(); }, [this] { return m_restore != nullptr; });
     commands().bind(command::kCloseVersions, [this] { Close(1); });
+    const auto isMapShown = [this] { return controls().isUsable(kMap); };
+    commands().bind(
+        command::kMapFit, [this] { find<SceneMap>(kMap)->fit(); }, isMapShown);
+    for (const auto& [id, by] : {std::pair{command::kMapIn, 1}, {command::kMapOut, -1}}) {
+        commands().bind(
+            id, [this, by = by] { find<SceneMap>(kMap)->zoom(by); }, isMapShown);
+    }
 }
 
-EarlierVersions::~EarlierVersions() = default;
+EarlierVersions::~EarlierVersions() {
+    if (auto* map = find<SceneMap>(kMap)) {
+        map->setStills({});
+        map->setErrors({});
+    }
+}
+
+std::unique_ptr<toolkit::CControlUI> EarlierVersions::CreateControl(std::u16string_view className) {
+    return className == u"SceneMap" ? std::make_unique<SceneMap>()
+                                    : EditorWindow::CreateControl(className);
+}
 
 void EarlierVersions::show(const WindowContext& context, ConfirmCallback& owner,
                            VersionHistory history) {
@@ -107,11 +131,29 @@ void EarlierVersions::InitWindow() {
     const VersionHistory& history = m_reader.history();
     setTextOf(kAboutLabel, core::tr(history.about, history.name));
     setTextOf(kPartsTab, history.parts);
+    prepareMap();
     if (toolkit::CControlUI* list = findControl(kVersions)) {
         GetPaintManager().SetFocus(list);
     }
     commands().showEnabled();
     m_reader.readAll([this](const auto& rows) { addRows(rows); }, [this] { showEmpty(); });
+}
+
+void EarlierVersions::prepareMap() {
+    auto* map = find<SceneMap>(kMap);
+    const VersionHistory& history = m_reader.history();
+    m_hasMap = history.hasMap && map != nullptr;
+    setVisibleOf(kMapTab, m_hasMap);
+    if (m_hasMap) {
+        m_stills =
+            std::make_unique<MapStills>(*map, context().services.stills.get(), history.clipFolder);
+        map->setStills([this](int branch) {
+            return m_stills->of(m_map.scene->branches[static_cast<std::size_t>(branch)]);
+        });
+        map->setErrors(
+            [this](int branch) { return m_map.errors[static_cast<std::size_t>(branch)]; });
+    }
+    showView();
 }
 
 void EarlierVersions::addRows(const std::vector<VersionReader::Row>& rows) {
@@ -173,6 +215,14 @@ void EarlierVersions::OnItemSelect(toolkit::TNotifyUI& message) {
     }
 }
 
+void EarlierVersions::OnSelectChanged(toolkit::TNotifyUI& message) {
+    const std::u16string& name = message.pSender->GetName();
+    if (name == kMapTab || name == kPartsTab) {
+        m_isMapWanted = name == kMapTab;
+        showView();
+    }
+}
+
 void EarlierVersions::OnItemActivate(toolkit::TNotifyUI& message) {
     if (message.pSender->GetName() == kVersions) {
         commands().run(command::kRestoreVersion);
@@ -194,10 +244,35 @@ void EarlierVersions::showChosen(int row) {
 
 void EarlierVersions::showDetails(VersionDetails details) {
     m_restore = std::move(details.restore);
+    if (auto* map = find<SceneMap>(kMap); m_stills != nullptr) {
+        m_map = std::move(details.map);
+        m_hasMap = m_map.scene != nullptr || !details.isReadable;
+        if (m_map.scene != nullptr) {
+            m_stills->want(*m_map.scene);
+        }
+        map->show(m_map.scene, m_map.layouts, m_map.scene ? m_map.scene->first : -1, {});
+    }
+    showView();
     listLines(kContents, std::move(details.contents), contentsRow);
     listLines(kDifferences, std::move(details.differences), differenceRow);
     if (!details.isReadable) {
         showProblem(core::tr("This version cannot be read."_tr), kHintLabel);
+    }
+    commands().showEnabled();
+}
+
+void EarlierVersions::showView() {
+    const bool isMap = m_isMapWanted && m_hasMap;
+    setEnabledOf(kMapTab, m_hasMap);
+    for (const auto& [tab, view, isShown] :
+         {std::tuple(kMapTab, kMap, isMap), {kPartsTab, kContents, !isMap}}) {
+        setVisibleOf(view, isShown);
+        if (auto* option = find<toolkit::COptionUI>(tab)) {
+            option->SetFont(isShown ? font::kBold : font::kBody);
+            if (isShown) {
+                option->Selected(true);
+            }
+        }
     }
     commands().showEnabled();
 }

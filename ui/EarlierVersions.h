@@ -19,6 +19,7 @@
 #include "ui/VersionHistory.h"
 #include "ui/VersionReader.h"
 #include "ui/WindowContext.h"
+#include "ui/map/MapStills.h"
 
 namespace ui {
 
@@ -35,6 +36,9 @@ public:
     }
     [[nodiscard]] std::string GetSkinFile() const override { return "EarlierVersions.xml"; }
     void InitWindow() override;
+    [[nodiscard]] std::unique_ptr<toolkit::CControlUI>
+    CreateControl(std::u16string_view className) override;
+    void OnSelectChanged(toolkit::TNotifyUI& message) override;
     void OnItemSelect(toolkit::TNotifyUI& message) override;
     void OnItemActivate(toolkit::TNotifyUI& message) override;
 
@@ -45,6 +49,9 @@ private:
     void showEmpty();
     void showChosen(int row);
     void showDetails(VersionDetails details);
+    void prepareMap();
+    /// The map, or the list of what the version holds.
+    void showView();
     void listLines(std::u16string_view name, std::vector<check::Line> lines,
                    std::unique_ptr<toolkit::CControlUI> (*makeRow)(const check::Line&));
     void restore();
@@ -53,6 +60,10 @@ private:
     /// By the row of the list; days have none.
     std::vector<std::optional<recovery::Version>> m_versions;
     std::u16string m_lastDay;
+    std::unique_ptr<MapStills> m_stills; ///< null: versions have no map
+    VersionMap m_map;                    ///< of the chosen version
+    bool m_hasMap = false;               ///< the chosen version, as far as is known
+    bool m_isMapWanted = true;
     std::function<bool()> m_restore; ///< of the chosen version; empty until it is read
 };
 

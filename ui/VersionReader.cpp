@@ -105,6 +105,9 @@ void VersionReader::readNext() {
     const auto work = [this, details,
                        version = wanted.version](jobs::BackgroundJob::Control& control) {
         *details = readQuietly(m_history, version, control);
+        if (details->drawMap) {
+            details->map = details->drawMap([&control] { return control.isCancelled(); });
+        }
     };
     m_details.start(work, {}, [this, details, onRead = std::move(wanted.onRead)](bool) {
         if (m_wanted) {

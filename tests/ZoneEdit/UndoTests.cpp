@@ -169,6 +169,9 @@ TEST_F(ZoneEditUndo, AnEarlierVersionIsOpenedByTheMenuAndRestoredAsAStep) {
             test::pumpUntil([&] { return versions.get(u"ButtonRestoreVersion").IsEnabled(); }));
         const auto& list = versions.get<toolkit::CListUI>(u"ListVersions");
         EXPECT_EQ(list.GetCount(), 2) << "a day and its version";
+        EXPECT_FALSE(versions.get(u"OptionVersionMap").IsVisible()) << "zones have no map";
+        EXPECT_FALSE(versions.get(u"VersionMap").IsVisible());
+        EXPECT_TRUE(versions.get(u"ListVersionActions").IsVisible());
         EXPECT_TRUE(list.GetItemAt(1)->accessibleName().ends_with(
             u", 1 zone fewer, zone Door: frames 0 to 19"));
         versions.click(u"ButtonRestoreVersion");

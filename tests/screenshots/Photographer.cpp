@@ -19,7 +19,7 @@
 #include "tools/tour/WindowPicture.h"
 #include "ui/EditorWindow.h"
 #include "ui/branch_editor/ClipCard.h"
-#include "ui/map/MapPresenter.h"
+#include "ui/map/MapStills.h"
 
 namespace screenshots {
 
@@ -55,7 +55,7 @@ void Photographer::makeStills() {
     std::vector<stills::StillRequest> wanted;
     for (int branch = 0; branch < session().branchCount(); ++branch) {
         const std::string& video = session().video(branch);
-        for (const platform::Size box : {ui::MapPresenter::kStillBox, ui::ClipCard::kStillBox}) {
+        for (const platform::Size box : {ui::MapStills::kStillBox, ui::ClipCard::kStillBox}) {
             if (!video.empty()) {
                 wanted.push_back({scene::sceneFolderPath(kScene) + video, box});
             }

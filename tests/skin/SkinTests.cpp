@@ -239,7 +239,8 @@ const std::string kZoneEditOrder =
 const Layout kLayouts[] = {
     {"Confirmation", "ButtonYes ButtonNo", ui::kConfirmationCommands},
     {"EarlierVersions",
-     "ListVersions ListVersionActions ListDifferences ButtonRestoreVersion ButtonVersionsClose",
+     "ListVersions OptionVersionMap OptionVersionActions ListDifferences ButtonRestoreVersion "
+     "ButtonVersionsClose",
      ui::kEarlierVersionsCommands},
     {"OpenScene",
      "ButtonRestoreDraft ButtonDropDraft EditDuplicateName ButtonMakeDuplicate ButtonDropDuplicate "

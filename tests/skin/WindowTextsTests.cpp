@@ -326,6 +326,8 @@ TEST_P(WindowTexts, OfEarlierVersions) {
     driver.click(*list.GetItemAt(1));
     EXPECT_TRUE(test::pumpUntil([&] { return driver.get(u"ButtonRestoreVersion").IsEnabled(); }));
     expectTexts(driver, "earlier versions");
+    driver.click(u"OptionVersionActions");
+    expectTexts(driver, "actions of an earlier version");
     scene().setKeeper(nullptr);
 }
 

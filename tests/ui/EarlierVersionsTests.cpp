@@ -19,6 +19,7 @@
 #include "ui/EarlierVersions.h"
 #include "ui/VersionHistory.h"
 #include "ui/VersionReader.h"
+#include "ui/map/SceneMap.h"
 
 namespace {
 
@@ -67,6 +68,14 @@ protected:
         }
         return texts;
     }
+    ui::SceneMap& map() { return m_driver->get<ui::SceneMap>(u"VersionMap"); }
+    Texts nodes() {
+        Texts texts;
+        for (int i = 0; i < map().accessibleChildCount(); ++i) {
+            texts.push_back(map().accessibleChild(i)->accessibleName());
+        }
+        return texts;
+    }
     void clickRow(int row) { m_driver->click(*list(u"ListVersions").GetItemAt(row)); }
     bool canRestore() { return m_driver->get(u"ButtonRestoreVersion").IsEnabled(); }
 
@@ -110,6 +119,102 @@ TEST_F(EarlierVersionsTest, ListsDaysAndDifferencesAndBringsOneBackAsAStep) {
     EXPECT_EQ(support::readBytes("Scenes/Fire/Scene.xml"), saved) << "only Save writes";
     EXPECT_TRUE(session().undo());
     EXPECT_EQ(session().savedForm(), now);
+}
+
+TEST_F(EarlierVersionsTest, AVersionIsShownAsAMapUntilItsActionsAreWanted) {
+    session().addBranch();
+    session().renameBranch(1, "Lift");
+    session().addAction(0);
+    session().setTarget(0, 0, "Lift");
+    session().addAction(0);
+    session().setTarget(0, 1, "Roof"); // which is not there
+    save(0);
+    session().removeAction(0, 1);
+    save(60);
+    session().removeBranch(1);
+    save(60);
+    open();
+    ASSERT_TRUE(hasRows(u"ListVersions", 3));
+    ASSERT_TRUE(test::pumpUntil([&] { return canRestore(); }));
+    EXPECT_EQ(nodes(), (Texts{u"Alarm, first branch, 1 action, 1 error", // it has no video
+                              u"Lift, 0 actions, 1 error"}));
+    m_driver->press(Key::down);
+    EXPECT_TRUE(test::pumpUntil([&] { return canRestore(); }));
+    EXPECT_EQ(nodes(),
+              (Texts{u"Alarm, first branch, 2 actions, 2 errors", u"Lift, 0 actions, 1 error"}));
+    EXPECT_EQ(map().accessibleChild(0)->accessibleChild(1)->accessibleName(),
+              u"Default, to Roof, missing");
+    EXPECT_FALSE(m_driver->get(u"ListVersionActions").IsVisible());
+
+    m_driver->press(Key::f6);
+    EXPECT_EQ(m_driver->focusName(), u"VersionMap");
+    EXPECT_EQ(map().accessibleValue(), u"Alarm, first branch, 2 actions, 2 errors");
+    m_driver->press(Key::right);
+    EXPECT_EQ(map().accessibleValue(), u"Lift, 0 actions, 1 error");
+    const platform::Rect alarm = map().placeOf(0);
+    m_driver->press(Key::minus, {.control = true});
+    EXPECT_LT(map().placeOf(0).width(), alarm.width());
+    m_driver->press(Key::digit0, {.control = true});
+    EXPECT_EQ(map().placeOf(0), alarm);
+
+    m_driver->manager().SetFocus(&m_driver->get(u"OptionVersionMap"));
+    m_driver->press(Key::right);
+    EXPECT_TRUE(m_driver->get(u"ListVersionActions").IsVisible());
+    EXPECT_FALSE(map().IsVisible());
+    clickRow(1);
+    EXPECT_TRUE(test::pumpUntil([&] { return canRestore(); }));
+    EXPECT_FALSE(map().IsVisible()) << "the actions stay";
+    m_driver->click(u"OptionVersionMap");
+    EXPECT_TRUE(map().IsVisible());
+    EXPECT_EQ(nodes(), (Texts{u"Alarm, first branch, 1 action, 1 error", // of the next version
+                              u"Lift, 0 actions, 1 error"}));
+}
+
+TEST_F(EarlierVersionsTest, AMapOfAVersionChangesNothingWhenItIsDragged) {
+    session().addBranch();
+    session().renameBranch(1, "Lift");
+    session().addAction(0);
+    session().setTarget(0, 0, "Lift");
+    save(0);
+    session().addBranch();
+    save(60);
+    open();
+    ASSERT_TRUE(hasRows(u"ListVersions", 2));
+    ASSERT_TRUE(test::pumpUntil([&] { return canRestore(); }));
+    m_driver->press(Key::plus, {.control = true}); // whole nodes
+    const std::string before = session().savedForm();
+    const platform::Rect place = map().placeOf(0);
+    const platform::Point row{(place.left + place.right) / 2, place.bottom - 12};
+    m_driver->drag({row, {row.x + 30, row.y + 20}});
+    EXPECT_EQ(map().placeOf(0),
+              platform::Rect::at(place.left + 30, place.top + 20, place.width(), place.height()))
+        << "the view is moved, at an action too";
+    EXPECT_EQ(session().savedForm(), before);
+}
+
+TEST_F(EarlierVersionsTest, AVersionTooLargeForAMapIsListed) {
+    for (int i = 0; i < 20'001; ++i) {
+        session().addAction(0);
+    }
+    save(0);
+    while (session().actionCount(0) > 1) {
+        session().removeAction(0, 0);
+    }
+    save(60);
+    session().addBranch();
+    save(60);
+    open();
+    ASSERT_TRUE(hasRows(u"ListVersions", 3));
+    ASSERT_TRUE(test::pumpUntil([&] { return canRestore(); }));
+    EXPECT_TRUE(map().IsVisible());
+    clickRow(2);
+    EXPECT_TRUE(test::pumpUntil([&] { return canRestore(); }));
+    EXPECT_FALSE(map().IsVisible());
+    EXPECT_FALSE(m_driver->get(u"OptionVersionMap").IsEnabled());
+    EXPECT_TRUE(m_driver->get(u"ListVersionActions").IsVisible());
+    clickRow(1);
+    EXPECT_TRUE(test::pumpUntil([&] { return canRestore(); }));
+    EXPECT_TRUE(map().IsVisible()) << "as before";
 }
 
 TEST_F(EarlierVersionsTest, WithoutVersionsItSaysSoAndEscCloses) {

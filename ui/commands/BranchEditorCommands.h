@@ -7,6 +7,7 @@
 #include "platform/Event.h"
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/MapCommands.h"
 
 namespace ui {
 
@@ -43,9 +44,6 @@ inline constexpr std::string_view kCopyPath = "copyPath";
 inline constexpr std::string_view kHalfSpeed = "halfSpeed";
 inline constexpr std::string_view kNormalSpeed = "normalSpeed";
 inline constexpr std::string_view kDoubleSpeed = "doubleSpeed";
-inline constexpr std::string_view kMapFit = "mapFit";
-inline constexpr std::string_view kMapIn = "mapIn";
-inline constexpr std::string_view kMapOut = "mapOut";
 inline constexpr std::string_view kNextFinding = "nextFinding";
 inline constexpr std::string_view kFindingBefore = "findingBefore";
 inline constexpr std::string_view kFix = "fix";
@@ -58,8 +56,6 @@ inline constexpr std::string_view kOpenAnother = "openAnother";
 } // namespace command
 
 inline constexpr core::Text kBranchEditor = "Branch editor"_tr;
-
-inline constexpr core::Text kMapGroup = "Map"_tr;
 
 inline constexpr core::Text kPreviewGroup = "Preview"_tr;
 
@@ -166,28 +162,9 @@ inline constexpr Command kBranchEditorCommands[] = {
      {{{platform::Key::m, {.control = true}}}}},
     gestureCommand("mapBranch", kMapGroup, "To the nearest branch"_tr, u"Arrows"),
     gestureCommand("mapActions", kMapGroup, "Show its actions"_tr, u"Enter"),
-    {command::kMapFit,
-     kMapGroup,
-     "Fit the Map"_tr,
-     u"ButtonMapFit",
-     "Fit the whole scene (Ctrl+0)"_tr,
-     {{{platform::Key::digit0, {.control = true}}}}},
-    {.id = command::kMapIn,
-     .group = kMapGroup,
-     .text = "Command.ZoomIn|Zoom In"_tr,
-     .control = u"ButtonMapIn",
-     .toolTip = "Zoom in (Ctrl+Plus)"_tr,
-     .keys = {{{platform::Key::plus, {.control = true}}}},
-     .repeats = true,
-     .listed = "Larger"_tr},
-    {.id = command::kMapOut,
-     .group = kMapGroup,
-     .text = "Command.ZoomOut|Zoom Out"_tr,
-     .control = u"ButtonMapOut",
-     .toolTip = "Zoom out (Ctrl+Minus)"_tr,
-     .keys = {{{platform::Key::minus, {.control = true}}}},
-     .repeats = true,
-     .listed = "Smaller"_tr},
+    kMapFitCommand,
+    kMapInCommand,
+    kMapOutCommand,
     {command::kCheck, kBranchEditor, "Check"_tr, u"ButtonCheck", "Findings"_tr},
     {.id = command::kNextFinding,
      .group = kBranchEditor,

@@ -6,6 +6,7 @@
 #include "core/Texts.h"
 #include "ui/commands/Command.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/MapCommands.h"
 
 namespace ui {
 
@@ -26,8 +27,13 @@ inline constexpr Command kEarlierVersionsCommands[] = {
      u"ButtonVersionsClose",
      "Back to the editor (Esc)"_tr,
      {kEsc}},
+    withoutButton(kMapFitCommand),
+    withoutButton(kMapInCommand),
+    withoutButton(kMapOutCommand),
 };
 
 inline constexpr std::string_view kVersionRows[] = {command::kRestoreVersion};
+inline constexpr std::string_view kVersionMapRows[] = {
+    command::kMapFit, command::kMapIn, command::kMapOut, command::kLine, command::kRestoreVersion};
 
 } // namespace ui

@@ -5,9 +5,7 @@
 #include <utility>
 
 #include "edit/History.h"
-#include "map/MapLayout.h"
 #include "scene/SceneChange.h"
-#include "stills/Still.h"
 #include "ui/FigureTexts.h"
 #include "ui/branch_editor/ControlNames.h"
 
@@ -18,7 +16,6 @@ using namespace branch_list;
 namespace {
 
 constexpr std::size_t kSmall = 400; ///< branches and actions that are laid out at once
-constexpr std::size_t kMostStills = 400;
 
 bool isSmall(const map::MapScene& scene) {
     std::size_t size = scene.branches.size();
@@ -34,17 +31,16 @@ MapPresenter::MapPresenter(Controls controls, scene::SceneSession& session,
                            const std::string& folder, platform::EventLoop& loop,
                            stills::StillService* stills, std::function<int(int)> errors,
                            std::function<bool()> mayEdit)
-    : m_controls(controls), m_session(session), m_folder(folder), m_mayEdit(std::move(mayEdit)),
-      m_job(loop), m_subscription(session.observe([this](const auto& /*changes*/) { update(); })) {
+    : m_controls(controls), m_session(session), m_mayEdit(std::move(mayEdit)), m_job(loop),
+      m_subscription(session.observe([this](const auto& /*changes*/) { update(); })) {
     SceneMap* map = control();
     if (map == nullptr) {
         return;
     }
-    if (stills != nullptr) {
-        m_stills = std::make_unique<stills::StillClient>(
-            *stills, [map](const stills::StillRequest&) { map->Invalidate(); });
-    }
-    map->setStills([this](int branch) { return still(branch); });
+    m_stills = std::make_unique<MapStills>(*map, stills, folder);
+    map->setStills([this](int branch) {
+        return m_stills->of(m_shown.scene->branches[static_cast<std::size_t>(branch)]);
+    });
     map->setErrors([this, errors = std::move(errors)](int number) {
         const int branch = isUpToDate() ? number : branchOf(number);
         return branch >= 0 ? errors(branch) : 0;
@@ -100,7 +96,9 @@ void MapPresenter::update() {
     } else {
         layOut();
     }
-    wantStills();
+    if (m_stills != nullptr) {
+        m_stills->want(*m_content.scene);
+    }
 }
 
 /// As one step; a target of -1 is a new branch.
@@ -123,12 +121,7 @@ void MapPresenter::layOut() {
     m_isStale = false;
     const auto layouts = std::make_shared<MapLayouts>();
     const auto work = [layouts, scene = m_content.scene](jobs::BackgroundJob::Control& control) {
-        for (const map::NodeForm form :
-             {map::NodeForm::whole, map::NodeForm::still, map::NodeForm::name}) {
-            if (!control.isCancelled()) {
-                layouts->emplace(form, map::layOut(*scene, form));
-            }
-        }
+        *layouts = layOutAll(*scene, [&control] { return control.isCancelled(); });
     };
     m_job.start(work, {}, [this, layouts](bool isWhole) {
         if (!m_isStale && isWhole) {
@@ -218,28 +211,6 @@ void MapPresenter::showZoom() const {
     if (const SceneMap* map = control()) {
         m_controls.setText(kZoomLabel, percentText(map->zoomPercent()));
     }
-}
-
-void MapPresenter::wantStills() {
-    if (m_stills == nullptr || m_folder.empty()) {
-        return;
-    }
-    std::vector<stills::StillRequest> requests;
-    for (const map::MapBranch& branch : m_content.scene->branches) {
-        if (!branch.video.empty() && requests.size() < kMostStills) {
-            requests.push_back({m_folder + branch.video, kStillBox});
-        }
-    }
-    m_stills->want(std::move(requests));
-}
-
-SceneMap::Picture MapPresenter::still(int branch) {
-    const std::string& video = m_shown.scene->branches[static_cast<std::size_t>(branch)].video;
-    if (m_stills == nullptr || m_folder.empty() || video.empty()) {
-        return nullptr;
-    }
-    const stills::StillPtr still = m_stills->find({m_folder + video, kStillBox});
-    return still ? SceneMap::Picture(still, &still->picture) : nullptr;
 }
 
 } // namespace ui

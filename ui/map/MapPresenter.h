@@ -11,23 +11,23 @@
 #include "edit/Observers.h"
 #include "jobs/BackgroundJob.h"
 #include "map/MapScene.h"
-#include "platform/Geometry.h"
 #include "scene/SceneSession.h"
-#include "stills/StillService.h"
 #include "ui/Controls.h"
+#include "ui/map/MapLayouts.h"
+#include "ui/map/MapStills.h"
 #include "ui/map/SceneMap.h"
 
 namespace platform {
 class EventLoop;
+}
+namespace stills {
+class StillService;
 }
 
 namespace ui {
 
 class MapPresenter {
 public:
-    /// Of the stills that it asks for.
-    static constexpr platform::Size kStillBox{272, 152};
-
     /// `folder`: the scene's, ending in a separator; empty when it is unknown. `stills` may be
     /// null. `errors`: how many a branch has. `mayEdit`: whether the scene can be edited now. All
     /// of them outlive the presenter.
@@ -67,18 +67,15 @@ private:
     [[nodiscard]] SceneMap::Kept kept(int chosenBefore) const;
     void showFound() const;
     [[nodiscard]] bool isUpToDate() const { return m_shown.scene == m_content.scene; }
-    void wantStills();
-    [[nodiscard]] SceneMap::Picture still(int branch);
     void showZoom() const;
 
     Controls m_controls;
     scene::SceneSession& m_session;
-    const std::string& m_folder;
     std::function<bool()> m_mayEdit;
     Content m_content;
-    Content m_shown; ///< former one, while a large one is laid out
-    std::unique_ptr<stills::StillClient> m_stills;
-    bool m_isStale = false; ///< the scene has changed since the layout began
+    Content m_shown;                     ///< former one, while a large one is laid out
+    std::unique_ptr<MapStills> m_stills; ///< null: there is no map
+    bool m_isStale = false;              ///< the scene has changed since the layout began
     Token m_chosen;
     std::set<Token, std::owner_less<Token>> m_found;
     jobs::BackgroundJob m_job;

@@ -5,7 +5,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -24,11 +23,9 @@
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/input/TEventUI.h"
 #include "toolkit/skin/Palette.h"
+#include "ui/map/MapLayouts.h"
 
 namespace ui {
-
-/// A layout of the scene, by form; made once for each scene.
-using MapLayouts = std::map<map::NodeForm, map::MapLayout>;
 
 class SceneMap final : public toolkit::CControlUI {
 public:

@@ -96,7 +96,7 @@ void SceneMap::press(const platform::Event& event) {
     m_pressedAt = event.position;
     m_pressedView = m_view;
     const int branch = branchAt(event.position);
-    m_linked = actionAt(branch, event.position);
+    m_linked = m_onLink ? actionAt(branch, event.position) : -1;
     m_pressed = branch;
     m_isPicked = branch >= 0 && branch != m_chosen;
     pick(branch);
