@@ -63,7 +63,7 @@ namespace {
 constexpr ContextMenu kContextMenus[] = {
     {kSceneMap, kBranchRows},    {kVideoPreview, kPreviewRows}, {kPreviewPath, kPathRows},
     {kBranchCombo, kBranchRows}, {kNameEdit, kBranchRows},      {kVideoCombo, kVideoRows},
-    {kActionList, kActionRows},
+    {kActionList, kActionRows},  {kFindingsList, kFindingRows}, {kPreviewChoices, kPreviewRows},
 };
 constexpr std::u16string_view kPanes[] = {kSceneMap,   kVideoPreview, kFindingsList, kBranchCombo,
                                           kActionList, kNoticePanel,  kTourPanel};

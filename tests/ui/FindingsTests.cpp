@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/ui/BranchListFixture.h"
@@ -98,6 +99,36 @@ TEST_F(FindingsTest, AFindingLeadsToItsPlaceAndOffersWhatMendsIt) {
     session().setTarget(0, 1, "B");
     EXPECT_FALSE(isVisible(u"PanelNotice")) << "no longer true";
     EXPECT_FALSE(isVisible(u"LabelProblem"));
+}
+
+TEST_F(FindingsTest, TheMenuOfAFindingHasWhatMendsItAndLeadsOn) {
+    showScene(1600);
+    const platform::Point second = test::WindowDriver::middleOf(*findings().GetItemAt(1));
+    for (const auto kind : {platform::EventKind::mouseDown, platform::EventKind::mouseUp}) {
+        test::input().mouse(m_driver->native(), kind, second, platform::MouseButton::right);
+    }
+    test::pump();
+    EXPECT_EQ(test::menuOf(*m_driver),
+              (test::Texts{u"Next Finding", u"Finding Before", u"-", u"Add the Branch",
+                           u"Choose Another…", u"Convert It", u"-", u"This Branch's Zones"}));
+    EXPECT_EQ(findings().GetCurSel(), 1) << "the one that was pressed";
+    m_driver->press(Key::escape);
+    m_driver->click(*findings().GetItemAt(0)); // the missing branch
+    m_driver->manager().SetFocus(&findings());
+    m_driver->press(Key::f10, {.shift = true});
+    m_driver->type(u"a");
+    m_driver->press(Key::enter);
+    EXPECT_EQ(session().branchNames().back(), "Gone");
+    m_driver->manager().SetFocus(&findings());
+    m_driver->press(Key::menu);
+    m_driver->type(u"a"); // it is mended: nothing offers that now
+    m_driver->press(Key::enter);
+    m_driver->press(Key::escape);
+    EXPECT_EQ(session().branchCount(), 4);
+    m_driver->press(Key::menu);
+    m_driver->type(u"n");
+    m_driver->press(Key::enter);
+    EXPECT_GE(findings().GetCurSel(), 0);
 }
 
 TEST_F(FindingsTest, ANarrowWindowShowsTheListInPlaceOfTheColumn) {

@@ -267,6 +267,25 @@ TEST_F(PreviewTest, PlaysFromHereAndLetsTheSceneBeEdited) {
     EXPECT_TRUE(isVisible(u"SceneMap"));
 }
 
+TEST_F(PreviewTest, ChoicesHaveTheMenuOfThePicture) {
+    showScene();
+    m_driver->press(Key::f5);
+    ASSERT_TRUE(comesUp(30));
+    rightClick(m_driver->get(u"VideoPreview"));
+    const Texts ofPicture = test::menuOf(*m_driver);
+    EXPECT_EQ(ofPicture.size(), 10U);
+    m_driver->press(Key::escape);
+    auto& choices = m_driver->get<toolkit::CListUI>(u"ListChoices");
+    rightClick(*choices.GetItemAt(1));
+    EXPECT_EQ(test::menuOf(*m_driver), ofPicture);
+    EXPECT_EQ(choices.GetCurSel(), 1);
+    m_driver->press(Key::escape);
+    m_driver->press(Key::f10, {.shift = true});
+    EXPECT_EQ(test::menuOf(*m_driver), ofPicture);
+    m_driver->press(Key::escape);
+    EXPECT_TRUE(isVisible(u"VideoPreview")) << "Esc closed the menu alone";
+}
+
 TEST_F(PreviewTest, RestartPlaysWhatTheAuthorHasMended) {
     showScene();
     m_driver->press(Key::f5);
@@ -315,6 +334,7 @@ TEST_F(PreviewTest, ChoicesAreTakenAsButtonsAre) {
     auto& list = m_driver->get<toolkit::CListUI>(u"ListChoices");
     rightClick(*list.GetItemAt(1));
     EXPECT_EQ(rows(u"ListPath").size(), 1U) << "the right button asks for a menu";
+    m_driver->press(Key::escape);
     m_driver->press(Key::b);
     list.GetItemAt(1)->accessiblePress();
     EXPECT_EQ(rows(u"ListPath").size(), 3U) << "a screen reader, after a key";

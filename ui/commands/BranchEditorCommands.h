@@ -260,6 +260,9 @@ inline constexpr std::string_view kPreviewRows[] = {
     command::kPreviewPlay, command::kPreviewRestart, command::kPreviewBack, command::kLine,
     command::kHalfSpeed,   command::kNormalSpeed,    command::kDoubleSpeed, command::kLine,
     command::kCopyPath,    command::kPreviewStop};
+inline constexpr std::string_view kFindingRows[] = {
+    command::kNextFinding, command::kFindingBefore, command::kLine, command::kFix,
+    command::kFixOther,    command::kConvertIt,     command::kLine, command::kEditBranchZones};
 inline constexpr std::string_view kPathRows[] = {command::kCopyPath};
 inline constexpr std::string_view kActionRows[] = {
     command::kAddAction,       command::kLine, command::kActionUp,    command::kActionDown,
