@@ -21,6 +21,7 @@
 #include "ui/branch_editor/HistoryPresenter.h"
 #include "ui/branch_editor/ImportPresenter.h"
 #include "ui/branch_editor/LeadsPresenter.h"
+#include "ui/branch_editor/LeftPane.h"
 #include "ui/branch_editor/StripPresenter.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
@@ -115,7 +116,11 @@ void BranchList::bindBranches() {
     commands.bind(
         command::kAddBranch, [&parts] { parts.branches.add(); }, [this] { return isFree(); });
     commands.bind(
-        command::kRename, [this] { controls().startTyping(kNameEdit); },
+        command::kRename,
+        [this, &parts] {
+            parts.leftPane.leave(); // the name may stand behind it
+            controls().startTyping(kNameEdit);
+        },
         [this, &parts] { return isFree() && parts.session.branchCount() > 0; });
     commands.bind(
         command::kFind, [&parts] { parts.find.begin(); },

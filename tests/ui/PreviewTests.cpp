@@ -286,6 +286,18 @@ TEST_F(PreviewTest, ChoicesHaveTheMenuOfThePicture) {
     EXPECT_TRUE(isVisible(u"VideoPreview")) << "Esc closed the menu alone";
 }
 
+TEST_F(PreviewTest, RenamingBringsTheNameBackThatStandsBehindIt) {
+    showScene();
+    m_driver->native().setGeometry(platform::Rect::at(0, 0, 1000, 760));
+    test::pump();
+    m_driver->press(Key::f5);
+    ASSERT_TRUE(isVisible(u"VideoPreview"));
+    ASSERT_FALSE(isVisible(u"EditBranchName"));
+    m_driver->press(Key::f2);
+    EXPECT_TRUE(isVisible(u"EditBranchName"));
+    EXPECT_EQ(m_driver->focusName(), u"EditBranchName");
+}
+
 TEST_F(PreviewTest, RestartPlaysWhatTheAuthorHasMended) {
     showScene();
     m_driver->press(Key::f5);

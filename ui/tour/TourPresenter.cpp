@@ -160,7 +160,9 @@ void TourPresenter::announce() {
 }
 
 void TourPresenter::turnMap(bool shown) {
-    if (shown) {
+    if (shown && m_leftPane.isShown(LeftPane::Page::preview)) {
+        m_leftPane.showPage(LeftPane::Page::map);
+    } else if (shown) {
         m_hasTurnedMap = m_leftPane.putInPlace(LeftPane::Page::map) || m_hasTurnedMap;
     } else if (m_hasTurnedMap) {
         m_hasTurnedMap = false;
