@@ -1,13 +1,17 @@
 // The left pane: finding branches by their names, and the list of what is wrong with the scene,
 // which follows every edit, leads to each place and offers to fix what it can.
+#include <algorithm>
 #include <string>
 #include <utility>
 
+#include "platform/Bitmap.h"
 #include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/ui/BranchListFixture.h"
 #include "toolkit/controls/CListUI.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/WindowLook.h"
 
 namespace {
 
@@ -129,6 +133,33 @@ TEST_F(FindingsTest, TheMenuOfAFindingHasWhatMendsItAndLeadsOn) {
     m_driver->type(u"n");
     m_driver->press(Key::enter);
     EXPECT_GE(findings().GetCurSel(), 0);
+}
+
+// The count in the caption and the tick in the empty list.
+TEST_F(FindingsTest, NothingToReportHasATickAndTheCountARoundGround) {
+    const auto good = [this] { return m_driver->manager().look().palette()[toolkit::Tone::good]; };
+    support::writeBytes("Scenes/Fire/a.ogv", support::makeClip({.frames = 2}));
+    makeScene({"A"}, {"a.ogv"});
+    addAction(0, {}, "A");
+    show();
+    m_driver->native().setGeometry(platform::Rect::at(0, 0, 1600, 900));
+    ASSERT_TRUE(test::pumpUntil([&] { return isVisible(u"EmptyFindings"); }));
+    const platform::Bitmap picture = m_driver->picture();
+    const platform::Rect empty = m_driver->get(u"EmptyFindings").GetPos();
+    int left = empty.right;
+    for (int y = empty.top; y < empty.bottom; ++y) {
+        for (int x = empty.left; x < empty.right; ++x) {
+            left = picture.at(x, y) == good() ? std::min(left, x) : left;
+        }
+    }
+    EXPECT_LT(left, (empty.left + empty.right) / 2) << "left of the text";
+    const platform::Rect ground = m_driver->get(u"SignFindings").GetPos();
+    const int middle = (ground.top + ground.bottom) / 2;
+    EXPECT_EQ(picture.at(ground.left, middle), good());
+    for (const platform::Point corner :
+         {platform::Point{ground.left, ground.top}, {ground.right - 1, ground.bottom - 1}}) {
+        EXPECT_NE(picture.at(corner.x, corner.y), good());
+    }
 }
 
 TEST_F(FindingsTest, ANarrowWindowShowsTheListInPlaceOfTheColumn) {
