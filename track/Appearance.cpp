@@ -25,13 +25,16 @@ constexpr double kIndependent = 0.1; ///< share of samples that count: neighbour
 /// How far the motions may lie from the guess, as shares of the radius; and pixels for shifts.
 constexpr Motions kFreedom{0.1, 0.1, 0.06, 0.06, 0.01, 0.01, 0.005, 0.005};
 constexpr double kShiftFreedom = 6;
-constexpr double kGainFreedom = 0.5;
-constexpr double kLeastGain = 0.25;
+/// On layers finer than the compared one, where noise in the appearance itself makes every fitted
+/// gain too small: it stays as it is.
+constexpr double kHeldGainFreedom = 0.01;
+constexpr double kLeastGain = 0.1;
 constexpr double kMostGain = 4;
+constexpr double kGainChange = 1.3; ///< from picture to picture, at most
 
 /// 1 for no difference, half at an outlying one.
-float pullOf(double difference, double noise) {
-    const double bound = kOutlying * kOutlying * noise * noise;
+float pullOf(double difference, double variance) {
+    const double bound = kOutlying * kOutlying * variance;
     return static_cast<float>(bound / (bound + difference * difference));
 }
 
@@ -83,14 +86,14 @@ bool Appearance::step(const Seen& seen, const std::vector<float>& weights, doubl
         const double freedom = kFreedom[i] * m_frame.radius + (i < 2 ? kShiftFreedom : 0);
         equations.addPrior(i, -fit.moved[i], freedom);
     }
-    equations.addPrior(kMotions, 1 - fit.gain, kGainFreedom);
+    equations.addPrior(kMotions, fit.expectedGain - fit.gain, fit.gainFreedom);
     if (!equations.solve()) {
         return false;
     }
     Motions pixels{};
     std::copy_n(equations.right.begin(), kMotions, pixels.begin());
     fit.warp = fit.warp * m_frame.warpOf(pixels);
-    fit.gain = std::clamp(fit.gain + equations.right[kMotions], kLeastGain, kMostGain);
+    fit.gain = std::clamp(fit.gain + equations.right[kMotions], fit.leastGain, fit.mostGain);
     fit.offset += equations.right[kMotions + 1];
     double largest = 0;
     for (std::size_t i = 0; i < kMotions; ++i) {
@@ -106,6 +109,10 @@ bool Appearance::refine(const Pyramid& picture, std::size_t index, const Experie
     const bool isFinest = index + 1 == m_layers.size();
     const double mostNoise = experience.noise * (isFinest ? kFineNoise : kCoarseNoise);
     const double stillness = kStill * Pyramid::step(layer.level);
+    if (index > m_compared) {
+        fit.expectedGain = fit.gain;
+        fit.gainFreedom = kHeldGainFreedom;
+    }
     std::vector<float> weights;
     for (int i = 0; i < kMostSteps; ++i) {
         const Seen seen(picture, layer, fit.warp, experience.covered);
@@ -119,7 +126,9 @@ bool Appearance::refine(const Pyramid& picture, std::size_t index, const Experie
         const double noise = std::min(fit.noise, mostNoise);
         weights.resize(seen.values.size());
         for (std::size_t k = 0; k < weights.size(); ++k) {
-            const float pull = pullOf(seen.difference(k, fit.gain, fit.offset), noise);
+            const double slack = fit.gain * static_cast<double>(seen.samples[k]->slack);
+            const float pull =
+                pullOf(seen.difference(k, fit.gain, fit.offset), noise * noise + slack * slack);
             const auto sample = static_cast<std::size_t>(seen.samples[k] - layer.samples.data());
             const float trust = experience.trust.empty() ? 1 : experience.trust[index][sample];
             const bool counts = !experience.isInnerOnly || seen.samples[k]->isInner;
@@ -144,7 +153,7 @@ Trust Appearance::agreement(const Pyramid& picture, const Fit& fit) const {
         const double noise = seen.noise(fit.gain, offset);
         for (std::size_t i = 0; i < seen.values.size(); ++i) {
             const auto sample = static_cast<std::size_t>(seen.samples[i] - layer.samples.data());
-            agreed.back()[sample] = pullOf(seen.difference(i, fit.gain, offset), noise);
+            agreed.back()[sample] = pullOf(seen.difference(i, fit.gain, offset), noise * noise);
         }
     }
     return agreed;
@@ -172,12 +181,15 @@ Appearance::Found Appearance::find(const Pyramid& picture, const Warp& guess,
                                    const Experience& experience) const {
     Fit fit;
     fit.warp = guess;
+    fit.gain = fit.expectedGain = experience.gain;
+    fit.leastGain = std::max(kLeastGain, experience.gain / kGainChange);
+    fit.mostGain = std::min(kMostGain, experience.gain * kGainChange);
     for (std::size_t i = 0; i < m_layers.size(); ++i) {
         if (!refine(picture, i, experience, fit)) {
-            return {guess, {}, 0, 0, {}};
+            return {guess, {}, 0, 0, 1, {}};
         }
     }
-    Found found{fit.warp, {}, fit.noise, 0, agreement(picture, fit)};
+    Found found{fit.warp, {}, fit.noise, 0, fit.gain, agreement(picture, fit)};
     compare(picture, fit, experience, found);
     return found;
 }

@@ -21,6 +21,7 @@ struct Match {
     /// For each part, in samples' worth: how much of it is there, and how much there could be.
     std::array<double, kBlocks> agreed{};
     std::array<double, kBlocks> possible{};
+    double told = 0;   ///< share of its places that would differ on any other picture
     double inside = 0; ///< share of it that lies in the picture
     Blocks covered;    ///< the parts that are not there
 };
@@ -33,7 +34,8 @@ struct Experience {
     /// What differs by several times as much is something else.
     double noise = std::numeric_limits<double>::infinity();
     double comparedNoise = std::numeric_limits<double>::infinity();
-    Blocks covered; ///< parts that were not there
+    double gain = 1; ///< of the grey values, which change little from picture to picture
+    Blocks covered;  ///< parts that were not there
     /// How well each sample of each layer has agreed lately, from 0 to 1: ground in the band around
     /// the thing, which moves in another way, soon counts no more. Empty: all agree.
     Trust trust;
@@ -59,6 +61,7 @@ public:
         Match match;
         double noise = 0; ///< as in Experience
         double comparedNoise = 0;
+        double gain = 1;
         Trust agreed; ///< this time, from 0 to 1; 0 for samples outside the picture
     };
     /// Looks for the thing from `guess` on, which stays where the picture says nothing else.
@@ -77,6 +80,10 @@ private:
     struct Fit {
         Warp warp;
         double gain = 1;
+        double expectedGain = 1; ///< give or take its freedom
+        double gainFreedom = 0.5;
+        double leastGain = 0;
+        double mostGain = 0;
         double offset = 0; ///< the grey value where the appearance has its mean
         double noise = 0;
         Motions moved{}; ///< from the guess

@@ -57,6 +57,7 @@ Match compareParts(const Layer& layer, const Seen& seen, double gain, double off
             match.seen += possible;
         }
     }
+    match.told = all / static_cast<double>(layer.samples.size());
     match.likeness /= std::max(all, 1e-9);
     match.seen /= std::max(all, 1e-9);
     return match;

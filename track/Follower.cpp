@@ -24,9 +24,10 @@ constexpr double kSure = 0.95;     ///< of the usual likeness: no need to look a
 /// Of what a view is distorted by, which goes back where the picture says nothing about it.
 constexpr double kStraightened = 0.03;
 constexpr double kDoubtful = 0.5;   ///< of the usual likeness: gone when it lasts
-constexpr double kCertain = 0.7;    ///< of the usual likeness: doubts are over
+constexpr double kCertain = 0.7;    ///< the same where it jumps, and until doubts are over
 constexpr double kGone = 0.3;       ///< of the usual likeness
 constexpr double kLeastSeen = 0.22; ///< of the thing, where the rest is hidden
+constexpr double kLeastTold = 0.3;  ///< of what it told at its best, for its likeness to count
 constexpr int kOpen = 2; ///< steps after which a part counts as one with nothing in front
 /// How far the rest may be from where it was expected: pixels, and a share of the diagonal.
 constexpr double kJump = 2;
@@ -140,7 +141,7 @@ Warp Follower::expected(const Warp& motion) const {
 
 Appearance::Found Follower::best(const Motion& motion, Point shift) const {
     const std::array<Warp, 3> guesses{motion.warp, m_last, Warp::translation(shift.x, shift.y)};
-    Appearance::Found best{expected(motion.warp), {}, 0, 0, {}};
+    Appearance::Found best{expected(motion.warp), {}, 0, 0, 1, {}};
     for (const Warp& guess : guesses) {
         const Appearance::Found found = m_reference.find(m_now, expected(guess), m_experience);
         if (found.match.likeness > best.match.likeness && isLikely(found.warp)) {
@@ -185,9 +186,12 @@ Sight Follower::judge(const Match& match, bool isSteady) {
     }
     const double usual = std::max(m_usual, kLeastLikeness);
     const double open = isSteady ? likenessOfOpen(match) : 0;
-    const double share = std::max(match.likeness, open) / usual;
+    // What shows next to nothing is like everything.
+    const double telling = m_told > 0 ? std::min(1.0, match.told / (kLeastTold * m_told)) : 1;
+    const double share = std::max(match.likeness, open) / usual * telling;
+    const bool jumped = !isSteady && share < kCertain;
     m_doubts = share < (m_doubts > 0 ? kCertain : kDoubtful) ? m_doubts + 1 : 0;
-    m_step.isDoubtful = m_doubts > 0;
+    m_step.isDoubtful = m_doubts > 0 || jumped;
     return m_steps > 1 && (share < kGone || m_doubts >= kMostDoubts) ? Sight::covered : Sight::kept;
 }
 
@@ -224,6 +228,8 @@ void Follower::learn(const Appearance::Found& found) {
             trust[i] += kTrusting * (found.agreed[layer][i] - trust[i]);
         }
     }
+    m_experience.gain = found.gain;
+    m_told = std::max(m_told, found.match.told);
     const auto towards = [](double& usual, double now) { usual += kForgetting * (now - usual); };
     if (m_steps == 1) {
         m_usual = found.match.likeness;
@@ -251,6 +257,8 @@ void Follower::renewReference(const Match& match) {
         m_reference = std::move(renewed);
         m_toReference = m_toNow;
         m_experience.covered.reset();
+        m_experience.gain = 1;
+        m_told = 0;
         m_seenFor.fill(kOpen);
         m_experience.trust.clear();
     }

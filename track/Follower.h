@@ -80,6 +80,7 @@ private:
     Warp m_toNow;       ///< from the first picture
     Warp m_last;        ///< the last motion
     double m_usual = 0; ///< likeness where all is well; less than 1 with noise
+    double m_told = 0;  ///< by the reference, at its best
     Experience m_experience;
     /// Steps since something was in front of each part, at most those after which it counts.
     std::array<int, kBlocks> m_seenFor{};

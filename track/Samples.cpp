@@ -13,6 +13,7 @@ constexpr double kLeastNoise = 1.5;    ///< grey values
 constexpr double kRim = 0.1;           ///< of the smaller side: what is near the outline
 constexpr double kSoft = 0.75;         ///< of the steepness kept on a level of half the size
 constexpr double kMostLooked = 1500;   ///< pixels
+constexpr float kSlack = 0.5F;         ///< pixels of a layer
 
 struct Gradient {
     float x = 0;
@@ -99,6 +100,7 @@ Sample sampleAt(const Plane& plane, int level, const Pixel& pixel, const Frame& 
     sample.at = placeOf(pixel.x, pixel.y, level);
     sample.value = plane.row(pixel.y)[pixel.x];
     sample.block = frame.blockAt(sample.at);
+    sample.slack = kSlack * std::sqrt(pixel.gradient.squared());
     const auto u = static_cast<float>((sample.at.x - frame.centre.x) / frame.radius);
     const auto v = static_cast<float>((sample.at.y - frame.centre.y) / frame.radius);
     const float gx = pixel.gradient.x / static_cast<float>(Pyramid::step(level));

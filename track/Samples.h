@@ -38,6 +38,9 @@ struct Sample {
     Point at;        ///< on level 0
     float value = 0; ///< grey, relative to the layer's mean
     std::size_t block = 0;
+    /// Grey values by which it may differ because it is not exactly there: steep edges must not let
+    /// go for that.
+    float slack = 0;
     bool isInner = false; ///< well inside the polygon, where nothing of the ground can be
     std::array<float, kMotions> change{}; ///< of the value for a pixel of each motion
 };

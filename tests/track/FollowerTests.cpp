@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -91,6 +92,47 @@ TEST(FollowerTest, SightIsLostWhenSomethingSlidesOverTheThing) {
         const track::Step after = follower.follow(clip.picture(0));
         EXPECT_EQ(after.sight, Sight::covered);
         EXPECT_EQ(after.shape, step.shape);
+    }
+}
+
+TEST(FollowerTest, SightIsLostAtACutAndWhenThePictureFadesToBlack) {
+    for (const std::uint32_t seed : {105U, 108U}) {
+        FollowedClip clip(ClipKind::shift, seed);
+        FollowedClip other(ClipKind::shift, seed + 50);
+        track::Follower follower(clip.picture(0), clip.zone(0));
+        ASSERT_EQ(follower.follow(clip.picture(1)).sight, Sight::kept);
+        for (int frame = 2; frame < 4; ++frame) {
+            (void)follower.follow(other.picture(frame));
+        }
+        EXPECT_EQ(follower.follow(other.picture(4)).sight, Sight::covered) << seed;
+    }
+    FollowedClip clip(ClipKind::shift, 103);
+    track::Follower follower(clip.picture(0), clip.zone(0));
+    int frame = 1;
+    for (Sight sight = Sight::kept; sight == Sight::kept && frame < 25; ++frame) {
+        track::GreyView picture = clip.picture(frame);
+        std::vector<std::uint8_t> dark(picture.pixels,
+                                       picture.pixels + picture.rowBytes * picture.height);
+        for (std::uint8_t& pixel : dark) {
+            pixel = static_cast<std::uint8_t>(pixel * std::max(0, 16 - frame) / 16);
+        }
+        picture.pixels = dark.data();
+        sight = follower.follow(picture).sight;
+    }
+    EXPECT_GT(frame, 8) << "half as bright is the same thing still";
+    EXPECT_LT(frame, 20);
+}
+
+TEST(FollowerTest, SteepEdgesHoldAPlaneThatTurnsAwayAndNoiseIsNoLossOfContrast) {
+    for (const auto& [kind, seed, end] : {std::tuple{ClipKind::away, 7003U, FollowedClip::kFrames},
+                                          std::tuple{ClipKind::noise, 7004U, 15}}) {
+        FollowedClip clip(kind, seed);
+        track::Follower follower(clip.picture(0), clip.zone(0));
+        for (int frame = 1; frame < end; ++frame) {
+            const track::Step step = follower.follow(clip.picture(frame));
+            ASSERT_EQ(step.sight, Sight::kept) << nameOf(kind) << " " << frame;
+            ASSERT_GE(bench::overlap(step.shape, clip.zone(frame)), 0.75) << frame;
+        }
     }
 }
 
