@@ -1,9 +1,11 @@
-// Random edits of shapes over many frames, against a model that keeps each frame by itself and
-// blends in whole numbers. After each the zone files are the model's, byte for byte; all are taken
-// back and done again.
+// Random edits of shapes over many frames, against a model that keeps each frame by itself, blends
+// straight in whole numbers and smoothly by Bezier curves. After each the zone files are the
+// model's, byte for byte; all are taken back and done again.
 #include <algorithm>
 #include <cmath>
+#include <complex>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <iterator>
 #include <memory>
@@ -33,9 +35,55 @@ struct Frame {
     bool active = true;
 };
 
-/// `from` plus `part` / `whole` of the way to `to`, halves up.
+/// `from` plus `part` / `whole` of the way to `to`, halves away from zero.
 int between(int from, int to, int part, int whole) {
-    return (2 * (from * whole + (to - from) * part) + whole) / (2 * whole);
+    const std::int64_t parts = std::int64_t{from} * (whole - part) + std::int64_t{to} * part;
+    const std::int64_t size = (2 * std::abs(parts) + whole) / (2 * whole);
+    return static_cast<int>(parts < 0 ? -size : size);
+}
+
+/// `held` where that is the value rounded, halves either way.
+int rounded(double value, int held) {
+    return std::abs(value - held) < 0.5 + 1e-6 ? held : static_cast<int>(std::lround(value));
+}
+
+using Place = std::complex<double>;
+
+Place placeOf(Point point) {
+    return {static_cast<double>(point.x), static_cast<double>(point.y)};
+}
+Point rounded(Place place, Point held) {
+    return {rounded(place.real(), held.x), rounded(place.imag(), held.y)};
+}
+
+/// A coordinate at some frames; no frame stands for a missing one at either end.
+struct Mark {
+    int frame = -1;
+    double value = 0;
+};
+
+/// Between the second and the third, by halving lines.
+double smoothAt(const Mark (&marks)[4], int frame) {
+    const auto rise = [&](int from, int to) {
+        return (marks[to].value - marks[from].value) / (marks[to].frame - marks[from].frame);
+    };
+    const double length = marks[2].frame - marks[1].frame;
+    const auto slope = [&](int outer, int key) {
+        if (marks[outer].frame < 0) {
+            return rise(1, 2);
+        }
+        const double least = std::min(std::abs(rise(outer, key)), std::abs(rise(1, 2)));
+        const bool goesOn = rise(outer, key) * rise(1, 2) > 0;
+        return goesOn ? std::clamp(rise(outer, 3 - key), -3 * least, 3 * least) : 0;
+    };
+    double line[] = {marks[1].value, marks[1].value + slope(0, 1) * length / 3,
+                     marks[2].value - slope(3, 2) * length / 3, marks[2].value};
+    for (int left = 3; left > 0; --left) {
+        for (int i = 0; i < left; ++i) {
+            line[i] = std::lerp(line[i], line[i + 1], (frame - marks[1].frame) / length);
+        }
+    }
+    return line[0];
 }
 
 class ShapeEditTest : public ZoneTest {
@@ -59,7 +107,10 @@ protected:
     }
     std::string plainBytes() {
         Lines shapes;
-        for (const Frame& frame : m_plain) {
+        for (Frame frame : m_plain) {
+            for (Point& point : frame.points) { // as files round: one half up, then toward zero
+                point = {point.x + (point.x < 0 ? 1 : 0), point.y + (point.y < 0 ? 1 : 0)};
+            }
             shapes.push_back(shapeBytes(frame.points, frame.active ? 1 : 0));
         }
         return zoneBytes("Z", shapes);
@@ -80,6 +131,41 @@ protected:
             }
         }
     }
+    /// The same smoothly where `way` says so, as far as shapes beside the gap can tell the course.
+    void blendPlain(const std::vector<int>& keys, std::size_t gap, BlendWay way) {
+        const int from = keys[gap];
+        const int to = keys[gap + 1];
+        const std::size_t size = plain(from).points.size();
+        blendPlain(from, to);
+        if (way == BlendWay::straight || plain(to).points.size() != size) {
+            return;
+        }
+        const auto beside = [&](bool isThere, std::size_t key) {
+            return isThere && plain(keys[key]).points.size() == size ? keys[key] : -1;
+        };
+        const int around[] = {beside(gap > 0, gap - 1), from, to,
+                              beside(gap + 2 < keys.size(), gap + 2)};
+        for (int frame = from + 1; frame < to; ++frame) {
+            for (std::size_t i = 0; i < size; ++i) {
+                for (int Point::*side : {&Point::x, &Point::y}) {
+                    Mark marks[4];
+                    for (std::size_t k = 0; k < 4; ++k) {
+                        if (around[k] >= 0) {
+                            marks[k] = {around[k],
+                                        static_cast<double>(plain(around[k]).points[i].*side)};
+                        }
+                    }
+                    int& value = plain(frame).points[i].*side;
+                    value = rounded(smoothAt(marks, frame), heldPoint(frame, i).*side);
+                }
+            }
+        }
+    }
+    [[nodiscard]] Point heldPoint(int frame, std::size_t index) const {
+        const auto points = held().outline(frame);
+        return index < points.size() ? points[index] : Point{};
+    }
+    BlendWay randomWay() { return m_random.below(2) == 0 ? BlendWay::straight : BlendWay::smooth; }
     Points randomPoints(int most) {
         Points points;
         for (int left = m_random.below(most + 1); left > 0; --left) {
@@ -100,10 +186,13 @@ protected:
         return {std::min(one, other), std::max(one, other) + 1};
     }
     void interpolate();
+    void fillGaps();
+    void deleteKeys();
     void drag();
     void applyShape();
     void setFlags();
     void removePoint();
+    void addPoint();
     void match();
 
     std::vector<Frame> m_plain;
@@ -113,7 +202,8 @@ protected:
 
 void ShapeEditTest::interpolate() {
     const std::vector<int> keys = randomKeys();
-    const auto stretch = zone::blendedShapes(held(), keys, BlendWay::straight);
+    const BlendWay way = randomWay();
+    const auto stretch = zone::blendedShapes(held(), keys, way);
     const bool areEqual = std::ranges::all_of(keys, [&](int key) {
         return plain(key).points.size() == plain(keys.front()).points.size();
     });
@@ -121,33 +211,96 @@ void ShapeEditTest::interpolate() {
     if (stretch) {
         replace(Name::interpolate, {*stretch});
         for (std::size_t i = 1; i < keys.size(); ++i) {
-            blendPlain(keys[i - 1], keys[i]);
+            blendPlain(keys, i - 1, way);
         }
     }
 }
 
-/// Of a point or the whole shape, carried or filled.
+void ShapeEditTest::fillGaps() {
+    const std::vector<int> keys = randomKeys();
+    const BlendWay way = randomWay();
+    replace(Name::interpolate, {zone::filledGaps(held(), keys, way)});
+    for (std::size_t i = 1; i < keys.size(); ++i) {
+        blendPlain(keys, i - 1, way);
+    }
+}
+
+void ShapeEditTest::deleteKeys() {
+    const std::vector<int> keys = randomKeys();
+    const FrameRange range = randomRange();
+    const BlendWay way = randomWay();
+    const auto result = zone::withoutKeys(held(), keys, range, way);
+    std::vector<int> before;
+    std::vector<int> behind;
+    for (const int key : keys) {
+        if (key < range.first) {
+            before.push_back(key);
+        } else if (key >= range.end) {
+            behind.push_back(key);
+        }
+    }
+    std::vector<int> beside(before.size() > 2 ? before.end() - 2 : before.begin(), before.end());
+    const std::size_t last = beside.empty() ? 0 : beside.size() - 1;
+    beside.insert(beside.end(), behind.begin(),
+                  behind.size() > 2 ? behind.begin() + 2 : behind.end());
+    const bool isBetween = !before.empty() && !behind.empty();
+    const bool areEqual = std::ranges::all_of(beside, [&](int key) {
+        return plain(key).points.size() == plain(beside.front()).points.size();
+    });
+    ASSERT_EQ(result.has_value(), !beside.empty() && (!isBetween || areEqual));
+    if (!result) {
+        return;
+    }
+    replace(Name::fill, *result);
+    if (isBetween) {
+        blendPlain(beside, last, way);
+        return;
+    }
+    const int shown = before.empty() ? behind.front() : before.back();
+    for (int at = before.empty() ? 0 : shown; at < (before.empty() ? shown : count()); ++at) {
+        plain(at).points = plain(shown).points;
+    }
+}
+
+/// Of a point or the whole shape, by hand, by a factor, or by pasting another; carried or filled.
 void ShapeEditTest::drag() {
     const int frame = m_random.below(count());
     const bool carries = m_random.below(2) == 0;
     const bool fills = m_random.below(2) == 0;
     const std::vector<int> keys = randomKeys();
-    const int index = m_random.below(5) - 1;
+    const int index = m_random.below(7) - 3;
     const Point to{m_random.below(400), m_random.below(300)};
     const zone::EditReach reach = fills ? zone::fillReach(held(), frame, keys, carries)
                                         : zone::plainReach(held(), frame, carries);
-    replace(
-        Name::movePoint,
-        zone::reshaped(held(), reach, index < 0 ? zone::shifted(to) : zone::movedPoint(index, to)));
+    const double factor = m_random.oneOf({0.5, 0.8, 1.25});
+    const double degrees = m_random.below(720) - 360;
+    const bool grows = m_random.below(2) == 0;
+    const Points pasted = randomPoints(4);
+    replace(Name::movePoint, zone::reshaped(held(), reach,
+                                            index >= 0    ? zone::movedPoint(index, to)
+                                            : index == -1 ? zone::shifted(to)
+                                            : index == -2 ? zone::replaced(pasted)
+                                            : grows       ? zone::scaled(factor)
+                                                          : zone::rotated(degrees)));
+    const Place turn = grows ? Place(factor) : std::polar(1.0, std::acos(-1.0) / 180 * degrees);
     EXPECT_TRUE(m_session->editingOf(0).shapedFrames.contains(frame));
     const auto behind = std::ranges::upper_bound(keys, frame);
     const auto before = std::ranges::lower_bound(keys, frame);
     const bool spreads = carries && (!fills || behind == keys.end());
     for (int at = frame; at < (spreads ? count() : frame + 1); ++at) {
+        Place middle;
+        for (const Point& point : plain(at).points) {
+            middle += placeOf(point) / static_cast<double>(plain(at).points.size());
+        }
+        if (index == -2) {
+            plain(at).points = pasted;
+        }
         for (std::size_t i = 0; i < plain(at).points.size(); ++i) {
             Point& point = plain(at).points[i];
-            if (index < 0) {
+            if (index == -1) {
                 point = {point.x + to.x, point.y + to.y};
+            } else if (index == -3) {
+                point = rounded(middle + (placeOf(point) - middle) * turn, heldPoint(at, i));
             } else if (static_cast<int>(i) == index) {
                 point = to;
             }
@@ -189,6 +342,37 @@ void ShapeEditTest::removePoint() {
     for (Frame& frame : m_plain) {
         if (index < static_cast<int>(frame.points.size())) {
             frame.points.erase(frame.points.begin() + index);
+        }
+    }
+}
+
+/// On an edge, and with it wherever it goes; `everywhere`, also where that is missing.
+void ShapeEditTest::addPoint() {
+    const int frame = m_random.below(count());
+    const Points shape = plain(frame).points;
+    if (shape.empty()) {
+        return;
+    }
+    const auto index = static_cast<std::size_t>(m_random.below(static_cast<int>(shape.size())));
+    const Point from = shape[index];
+    const Point to = shape[(index + 1) % shape.size()];
+    const Point at{(from.x + to.x) / 2 + m_random.below(7) - 3,
+                   (from.y + to.y) / 2 + m_random.below(7) - 3};
+    const bool everywhere = m_random.below(2) == 0;
+    const auto add = everywhere ? zone::withPointEverywhere : zone::withPointOnEdge;
+    replace(Name::addPoint, add(held(), frame, static_cast<int>(index), at));
+    const Place way = placeOf(to) - placeOf(from);
+    const Place offset = placeOf(at) - placeOf(from);
+    for (int other = 0; other < count(); ++other) {
+        Points& points = plain(other).points;
+        if (index < points.size() && (everywhere || points.size() > 1)) {
+            const Place start = placeOf(points[index]);
+            const Place own = placeOf(points[(index + 1) % points.size()]) - start;
+            const Place place = start + (way == Place() ? offset : offset / way * own);
+            points.insert(points.begin() + static_cast<std::ptrdiff_t>(index) + 1,
+                          rounded(place, heldPoint(other, index + 1)));
+        } else if (everywhere) {
+            points.push_back(at);
         }
     }
 }
@@ -246,11 +430,12 @@ TEST_F(ShapeEditTest, RandomEditsSaveWhatAPlainModelOfTheirRulesDoesAndAreTakenB
         Lines states{saved()};
         std::vector<std::set<int>> shaped{{}};
         for (int step = 0; step < 30; ++step) {
-            const std::function<void()> edits[] = {[&] { interpolate(); }, [&] { drag(); },
-                                                   [&] { applyShape(); },  [&] { setFlags(); },
-                                                   [&] { removePoint(); }, [&] { match(); }};
+            const std::function<void()> edits[] = {
+                [&] { interpolate(); }, [&] { fillGaps(); },    [&] { deleteKeys(); },
+                [&] { drag(); },        [&] { applyShape(); },  [&] { setFlags(); },
+                [&] { addPoint(); },    [&] { removePoint(); }, [&] { match(); }};
             const std::size_t steps = m_session->history().size();
-            edits[m_random.below(step % 5 == 0 ? 6 : 4)]();
+            edits[m_random.below(step % 5 == 0 ? 9 : 6)]();
             ASSERT_EQ(saved(), plainBytes()) << round << ", " << step;
             if (m_session->history().size() > steps) {
                 states.push_back(saved());
