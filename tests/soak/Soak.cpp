@@ -169,8 +169,8 @@ void Soak::session(int number) {
     (void)std::fflush(stdout);
 }
 
-/// The second quarter against the last one: the first sessions fill caches. The least of each counts:
-/// what a size or language of the windows needs comes and goes, what leaks stays.
+/// The second quarter against the last one: the first sessions fill caches. The least of each
+/// counts: what a size or language of the windows needs comes and goes, what leaks stays.
 bool Soak::judge() const {
     const std::size_t quarter = m_figures.size() / 4;
     if (quarter < 2) {
