@@ -32,6 +32,10 @@ double distanceTo(const QScreen& screen, Point at) {
 
 } // namespace
 
+double ratioBetween(const QScreen& from, const QScreen& to) {
+    return ratioOf(to) / ratioOf(from);
+}
+
 Point onScreen(Point at, const QScreen& from, const QScreen& to) {
     const double ratio = ratioOf(from) / ratioOf(to);
     const auto counted = [&](int value, int start, int end) {

@@ -11,6 +11,8 @@ namespace platform::qt {
 
 /// The place that a window on `from` counts as `at`, as one on `to` counts it.
 [[nodiscard]] Point onScreen(Point at, const QScreen& from, const QScreen& to);
+/// Pixels of a window on `to` for one of a window on `from`, in the size of the screens' own.
+[[nodiscard]] double ratioBetween(const QScreen& from, const QScreen& to);
 /// The screen at the place that a window on `from` counts as `at`; else the nearest.
 [[nodiscard]] const QScreen& screenAt(Point at, const QScreen& from);
 /// The work area of `screen`, as a window on `from` counts it.

@@ -115,7 +115,7 @@ const QtWindow* QtWindow::popupOwner() const {
 
 double QtWindow::unit() const {
     const QtWindow* owner = popupOwner();
-    return owner != nullptr ? owner->scale() / m_ratio : m_host.zoom() * m_fit;
+    return owner != nullptr ? owner->unit() / m_toOwner : m_host.zoom() * m_fit;
 }
 
 double QtWindow::scale() const {
@@ -191,7 +191,7 @@ Point QtWindow::placePopup(const QtWindow& owner, const Rect& place) {
     const QScreen& home = homeScreen();
     const Point corner = toSystem(place.topLeft(), owner.unit());
     const QScreen& screen = screenAt(corner, home);
-    m_ratio = screen.devicePixelRatio();
+    m_toOwner = ratioBetween(home, screen);
     return onScreen(corner, home, screen);
 }
 
@@ -225,7 +225,11 @@ Rect QtWindow::geometry() const {
 }
 
 Rect QtWindow::workArea(Point point) const {
-    return QtWindowHost::workArea(point, unit(), *m_surface->screen());
+    // Where a hidden window is about to stand, the screen there counts the place.
+    const QScreen* screen =
+        m_surface->isVisible() ? nullptr : QGuiApplication::screenAt(toQt(toSystem(point, unit())));
+    return screen != nullptr ? toLayout(fromQt(screen->availableGeometry()), unit())
+                             : QtWindowHost::workArea(point, unit(), *m_surface->screen());
 }
 
 void QtWindow::setState(WindowState state) {

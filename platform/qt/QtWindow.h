@@ -101,9 +101,10 @@ private:
     int m_cornerRadius;
     KeptSize m_content;
     double m_fit = 1;
-    double m_ratio = 1;  ///< the screen's pixels for one of Qt's, where it is or is to be
-    Rect m_normal;       ///< in Qt's pixels
-    Rect m_formerNormal; ///< before the last change of m_normal
+    double m_toOwner = 1; ///< a popup's pixels for one of its owner's
+    double m_ratio = 1;   ///< the screen's pixels for one of Qt's, where it is or is to be
+    Rect m_normal;        ///< in Qt's pixels
+    Rect m_formerNormal;  ///< before the last change of m_normal
     KeptSize m_formerContent;
     bool m_enabled = true;
     bool m_takesFiles = false;

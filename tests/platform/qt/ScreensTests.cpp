@@ -93,6 +93,12 @@ TEST_F(Screens, APopupOpensWhereItsAnchorIsWithTheScaleOfItsOwner) {
     }
 }
 
+// The place that a window had there, as it counted it, is looked for before it is shown again.
+TEST_F(Screens, TheScreenThatAHiddenWindowWillStandOnCountsItsPlace) {
+    test::TestWindow window({900, 600}, nullptr, platform::WindowKind::normal, {300, 200});
+    EXPECT_EQ(window.native().workArea({3000, 500}), (Rect{1920, 0, 3840, 1080}));
+}
+
 TEST_F(Screens, WhatLiesBeyondAllOfThemBelongsToTheNearest) {
     test::TestWindow window({900, 600}, nullptr, platform::WindowKind::normal, {300, 200});
     window.native().setGeometry(Rect::at(2400, 800, 900, 600));
