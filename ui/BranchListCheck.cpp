@@ -69,6 +69,7 @@ void BranchList::showPlace(const check::Finding& finding, bool opens) {
         Close(1);
         return;
     }
+    m_parts->strip.forgetRemedy();
     m_parts->imports.offerRemedy(finding);
     if (finding.branch < 0) {
         return;

@@ -118,6 +118,14 @@ TEST_F(FindingsTest, TheMenuOfAFindingHasWhatMendsItAndLeadsOn) {
     EXPECT_EQ(findings().GetCurSel(), 1) << "the one that was pressed";
     m_driver->press(Key::escape);
     m_driver->click(*findings().GetItemAt(0)); // the missing branch
+    m_driver->click(*findings().GetItemAt(1)); // has nothing to do with it
+    m_driver->manager().SetFocus(&findings());
+    m_driver->press(Key::f10, {.shift = true});
+    m_driver->type(u"a");
+    m_driver->press(Key::enter);
+    EXPECT_EQ(session().branchCount(), 3);
+    m_driver->press(Key::escape);
+    m_driver->click(*findings().GetItemAt(0));
     m_driver->manager().SetFocus(&findings());
     m_driver->press(Key::f10, {.shift = true});
     m_driver->type(u"a");

@@ -219,8 +219,11 @@ bool ImportPresenter::offerRemedy(const check::Finding& finding) {
             m_parts.openWindow();
         }
     };
-    m_parts.strip.offer(
-        StripOffer{text, {{kConvertButton, convert}}, core::tr("Convert It"_tr), {}, true});
+    m_parts.strip.offer({.text = text,
+                         .answers = {{kConvertButton, convert}},
+                         .fix = core::tr("Convert It"_tr),
+                         .isFault = true,
+                         .isRemedy = true});
     return true;
 }
 

@@ -99,12 +99,12 @@ StripOffer targetOffer(scene::SceneSession& session, int branch, int action,
         session.renameBranch(added, name);
         gesture.commit();
     };
-    return {
-        text,
-        {{branch_list::kFixButton, add}, {branch_list::kFixOtherButton, std::move(chooseOther)}},
-        core::tr("AddNamed|Add \"{0}\""_tr, name),
-        {},
-        true};
+    return {.text = text,
+            .answers = {{branch_list::kFixButton, add},
+                        {branch_list::kFixOtherButton, std::move(chooseOther)}},
+            .fix = core::tr("AddNamed|Add \"{0}\""_tr, name),
+            .isFault = true,
+            .isRemedy = true};
 }
 
 } // namespace ui

@@ -27,6 +27,7 @@ struct StripOffer {
     std::function<StripOffer()> next{};
     bool isFault = false;       ///< something is wrong
     bool coversProblem = false; ///< it says what the problem on show says, and offers more
+    bool isRemedy = false;      ///< of a finding, until another one is chosen
 };
 
 /// To bring back the branch `name`, which has just been removed: until the next step.

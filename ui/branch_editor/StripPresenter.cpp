@@ -88,6 +88,13 @@ void StripPresenter::offer(StripOffer offer) {
     update();
 }
 
+void StripPresenter::forgetRemedy() {
+    if (m_offer && m_offer->isRemedy) {
+        m_offer.reset();
+        update();
+    }
+}
+
 std::u16string StripPresenter::textOfNextTrue(std::optional<StripOffer>& offer) {
     std::u16string text;
     while (offer && (text = offer->text()).empty()) {

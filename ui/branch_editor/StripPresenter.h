@@ -43,6 +43,8 @@ public:
     /// Shows an offer in place of the one before, and of everything but copies, notes and problems.
     /// One that is not true, nor any after it, changes nothing.
     void offer(StripOffer offer);
+    /// Another finding is chosen: what would have mended the one before goes.
+    void forgetRemedy();
     /// An offer that lies under all others: it comes back when they are gone.
     void setStanding(StripOffer offer);
     /// What the offers say may have changed, though the scene has not.
