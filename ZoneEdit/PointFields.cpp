@@ -61,7 +61,7 @@ std::u16string PointFields::textOf(std::u16string_view field) const {
 bool PointFields::isTyped(std::u16string_view field) const {
     const toolkit::CControlUI* edit = m_controls.find(field);
     const auto shown = m_shown.find(field);
-    return edit != nullptr && shown != m_shown.end() && edit->GetText() != shown->second;
+    return edit != nullptr && (shown == m_shown.end() || edit->GetText() != shown->second);
 }
 
 void PointFields::showNumber(std::u16string_view field) {
@@ -78,6 +78,8 @@ void PointFields::show() {
         m_controls.setEnabled(field, isOfPoint ? m_editor.handlePlace().has_value() : count > 0);
         if (!m_controls.hasFocus(field) || !isTyped(field)) {
             showNumber(field);
+        } else {
+            m_shown.erase(field); // whatever else is typed is meant for what is on show now
         }
     }
     const bool isPoint = handle >= 0 && static_cast<std::size_t>(handle) < count;

@@ -196,11 +196,16 @@ bool ZoomPresenter::handle(const platform::Event& event) {
     }
     case EventKind::mouseMove:
         return m_from && move(event.position);
-    case EventKind::mouseUp: {
-        const bool isOurs = m_from && release(event);
-        m_isLeftHeld = m_isLeftHeld && event.button != MouseButton::left;
-        return isOurs;
-    }
+    case EventKind::mouseUp:
+        if (m_isLeftHeld && event.button == MouseButton::left) {
+            m_isLeftHeld = false;
+            if (m_from) {
+                m_from.reset();
+                m_controls.manager().ReleaseCapture(); // not every tool held it
+            }
+            return false;
+        }
+        return m_from && release(event);
     case EventKind::mouseWheel:
         return wheel(event);
     case EventKind::keyDown:
@@ -253,10 +258,6 @@ bool ZoomPresenter::move(Point at) {
 }
 
 bool ZoomPresenter::release(const platform::Event& event) {
-    if (event.button == MouseButton::left && m_isLeftHeld) {
-        m_from.reset(); // with the drag, which takes the capture along
-        return false;
-    }
     if (event.button == m_button) {
         m_from.reset();
         if (!m_isLeftHeld) {

@@ -383,6 +383,11 @@ TEST_F(ZoneEditRange, AFieldThatNobodyTypedInChangesNothingWhereverTheWheelLeads
     EXPECT_EQ(m_driver->textOf(u"EditPointX"), u"280") << "typed";
     m_driver->press(Key::tab);
     EXPECT_EQ(points(0, 4)[2].x, 280) << "the frame on show";
+    m_driver->retype(u"EditPointX", u"270");
+    wheel(1);
+    m_driver->retype(u"EditPointX", u"280"); // what the frame before has
+    m_driver->press(Key::tab);
+    EXPECT_EQ(points(0, 3)[2].x, 280);
 }
 
 } // namespace
