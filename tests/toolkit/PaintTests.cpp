@@ -113,6 +113,24 @@ TEST_F(Paint, RoundsTheCornersOfAFillThatHasARadius) {
     }
 }
 
+TEST_F(Paint, RoundsTheCornersOfABorderOfABoxWithARadius) {
+    open(R"(<Control pos="10,10,20,20" bkradius="6" bordercolor="#FFFF0000" bordersize="2"/>)",
+         "bkcolor=\"#FFFFFFFF\"");
+    const platform::Bitmap picture = driver().picture();
+    for (const platform::Point at : {platform::Point{10, 10}, {29, 10}, {10, 29}, {29, 29}}) {
+        EXPECT_EQ(picture.at(at.x, at.y), 0xFFFFFFFF) << at.x << "," << at.y;
+    }
+    for (const int along : {20, 23}) {
+        for (const int edge : {10, 11, 28, 29}) {
+            EXPECT_EQ(picture.at(edge, along), 0xFFFF0000) << edge << "," << along;
+            EXPECT_EQ(picture.at(along, edge), 0xFFFF0000) << along << "," << edge;
+        }
+        for (const int beside : {9, 12, 27, 30}) {
+            EXPECT_EQ(picture.at(beside, along), 0xFFFFFFFF) << beside << "," << along;
+        }
+    }
+}
+
 TEST_F(Paint, ShowsTheStateOfButtonsAndOptions) {
     std::string look;
     std::uint32_t color = 0xFF000000;

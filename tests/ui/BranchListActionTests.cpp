@@ -1,5 +1,6 @@
 // The action list of the branch editor: rows, what they offer, and how they write back.
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <iterator>
 #include <string>
@@ -151,6 +152,26 @@ TEST_F(ActionList, EachRowWritesItsOwnAction) {
     EXPECT_EQ(actions[2]->Type(), 3);
     m_driver->click(immediate(2));
     EXPECT_FALSE(actions[2]->Immediate());
+}
+
+TEST_F(ActionList, FramesTheTargetBoxWhileItsBranchIsMissing) {
+    addAction(0, "", "gone");
+    addAction(0, "", "Lift");
+    addAction(0);
+    show();
+    const auto edge = [this](int row) {
+        const platform::Rect box = combo(row, u"ComboBranches").GetPos();
+        return m_driver->pixel({(box.left + box.right) / 2, box.top + 1});
+    };
+    const std::uint32_t usual = edge(1);
+    EXPECT_NE(edge(0), usual);
+    EXPECT_EQ(edge(2), usual) << "no branch chosen yet";
+    m_driver->pick(combo(0, u"ComboBranches"), 0);
+    m_driver->click(u"EditBranchName"); // no highlight on the box
+    EXPECT_EQ(edge(0), usual);
+    scene().renameBranch(1, "Stairs");
+    show();
+    EXPECT_NE(edge(1), usual);
 }
 
 TEST_F(ActionList, WhatIsPickedIsStoredByteForByte) {

@@ -276,7 +276,12 @@ void CControlUI::paintBackground(platform::Canvas& canvas) {
 
 void CControlUI::paintBorder(platform::Canvas& canvas) {
     const platform::Color edge = paletteColor(m_borderColor);
-    if (platform::alphaOf(edge) != 0 && m_borderSize != Rect{}) {
+    if (platform::alphaOf(edge) == 0 || m_borderSize == Rect{}) {
+        return;
+    }
+    if (m_backRadius > 0) {
+        frameRoundBox(canvas, m_pos, m_backRadius, m_borderSize.left, edge);
+    } else {
         canvas.fillFrame(m_pos, m_borderSize, edge);
     }
 }

@@ -224,6 +224,8 @@ void ActionPresenter::chooseTarget(CControlUI& sender) {
                             storedChoice(m_choices.branches.stored, edit.combo->GetCurSel(),
                                          edit.combo->GetText()));
         edited(edit.action);
+        markTarget(*sender.GetParent(), m_shown[static_cast<std::size_t>(edit.action)].action,
+                   m_choices);
     }
 }
 

@@ -74,7 +74,10 @@ std::unique_ptr<CControlUI> makeActionRow(int number, const scene::Action& actio
     item->Add(
         makeCombo(kConditionCombo, "Action condition"_tr, kConditionDrop, choices.conditions));
     item->Add(makeCombo(kParameterCombo, "Action parameter"_tr, kLongDrop, {}));
-    item->Add(makeCombo(kTargetCombo, "Branch to activate"_tr, kLongDrop, choices.branches));
+    auto targets = makeCombo(kTargetCombo, "Branch to activate"_tr, kLongDrop, choices.branches);
+    targets->SetAttribute(u"bordercolor", u"danger");
+    targets->SetAttribute(u"bkradius", u"3");
+    item->Add(std::move(targets));
     item->Add(makeImmediate());
     auto row = std::make_unique<toolkit::CListContainerElementUI>();
     row->SetName(kRow);
@@ -97,8 +100,15 @@ void showAction(const CControlUI& row, const scene::Action& action, const RowCho
         indexOfText(choices.parameters(action.Type()).stored, action.Parameter()));
     rowCombo(row, kTargetCombo)
         ->SelectItem(indexOfText(choices.branches.stored, action.BranchID()));
+    markTarget(row, action, choices);
     toolkit::controlCast<toolkit::COptionUI>(row.FindSubControl(kImmediateCheck))
         ->Selected(action.Immediate());
+}
+
+void markTarget(const CControlUI& row, const scene::Action& action, const RowChoices& choices) {
+    const std::string& target = action.BranchID();
+    const bool isMissing = !target.empty() && indexOfText(choices.branches.stored, target) < 0;
+    rowCombo(row, kTargetCombo)->SetAttribute(u"bordersize", isMissing ? u"2" : u"0");
 }
 
 void showNoParameter(const CControlUI& row) {

@@ -34,6 +34,9 @@ void showAction(const toolkit::CControlUI& row, const scene::Action& action,
                 const RowChoices& choices);
 /// Chooses nothing in its parameter list.
 void showNoParameter(const toolkit::CControlUI& row);
+/// Frames the target box when the action names a branch that is not in the scene.
+void markTarget(const toolkit::CControlUI& row, const scene::Action& action,
+                const RowChoices& choices);
 /// Makes it the row of action `number`.
 void numberRow(const toolkit::CControlUI& row, int number);
 
