@@ -9,6 +9,7 @@
 #include "core/Log.h"
 #include "platform/Canvas.h"
 #include "platform/Geometry.h"
+#include "platform/PictureFit.h"
 #include "platform/Window.h"
 #include "platform/WindowParts.h"
 #include "toolkit/input/TEventUI.h"
@@ -303,7 +304,8 @@ bool CVideoUI::DoEvent(const toolkit::TEventUI& event) {
 }
 
 void CVideoUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
-    const Rect picture = pictureRect();
+    const Rect picture =
+        isFit() ? platform::withoutSlivers(pictureRect(), GetPos()) : pictureRect();
     if (picture != GetPos()) {
         paintBeside(canvas, m_video && m_backBuffer ? picture : Rect{});
     }
@@ -315,7 +317,8 @@ void CVideoUI::DoPaint(platform::Canvas& canvas, const Rect& dirty) {
     Rect target = shown.toWindow(Rect::at(0, 0, m_displaySize.width, m_displaySize.height));
     if (isFit()) { // whatever part is painted shows the whole picture
         target = paint;
-        shown.offset = paint.topLeft();
+        shown.offset.x += paint.left - picture.left;
+        shown.offset.y += paint.top - picture.top;
     }
     paintPicture(canvas, target, shown.scale != 1);
     for (ShownLayer& entry : m_layers) {

@@ -1,5 +1,6 @@
 // What the zone editor shows and how: zoom, the parts that are shown on demand, by real events.
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -8,9 +9,13 @@
 #include <vector>
 
 #include "core/EditorSettings.h"
+#include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "toolkit/controls/CListUI.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/WindowLook.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
 
@@ -126,6 +131,23 @@ TEST_F(ZoneEditView, ThePictureIsSmoothWhereItIsNotOneToOne) {
     m_driver->pick(u"ComboZoom", 0);
     resize({1600, 1000});
     EXPECT_GT(changes(), 3 * support::ClipSpec().width);
+}
+
+TEST_F(ZoneEditView, NoLineOfTheStageStaysBesideAPictureThatFits) {
+    show(5, 1);
+    resize({1600, 900});
+    const platform::Size room = video().GetPos().size();
+    const std::uint32_t stage = m_driver->manager().look().palette()[toolkit::Tone::stage];
+    for (const int more : {0, 1, 2, 3}) {
+        resize({1600, 900 - room.height + room.width * 9 / 16 + more});
+        const platform::Rect box = video().GetPos();
+        const Point middle = box.centred({1, 1}).topLeft();
+        for (const Point edge : {Point{box.left, middle.y}, Point{box.right - 1, middle.y},
+                                 Point{middle.x, box.top}, Point{middle.x, box.bottom - 1}}) {
+            EXPECT_NE(m_driver->pixel(edge), stage)
+                << box.height() << ": " << edge.x << "," << edge.y;
+        }
+    }
 }
 
 TEST_F(ZoneEditView, TheMiddleButtonAndSpaceMoveThePicture) {

@@ -27,6 +27,9 @@
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/controls/CMenuUI.h"
 #include "toolkit/controls/MenuPopup.h"
+#include "toolkit/skin/Palette.h"
+#include "toolkit/skin/WindowLook.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/FigureTexts.h"
 
 namespace {
@@ -406,6 +409,25 @@ TEST_F(PreviewTest, ADragOfThePlaceEndsWithTheClip) {
     mouse(platform::EventKind::mouseMove, {bar.left + bar.width() / 2, middle});
     EXPECT_EQ(m_driver->get(u"SliderPreview").accessibleValue(), u"1 of 30")
         << "nothing is pressed any more";
+}
+
+TEST_F(PreviewTest, NoLineOfTheStageStaysBesideAPictureThatFits) {
+    m_gui.soundSystem = &m_sound;
+    const support::ClipSpec spec{.width = 256, .height = 144, .frames = 2};
+    support::writeBytes("Scenes/Fire/a.ogv", support::makeClip(spec));
+    makeScene({"Alarm"}, {"a.ogv"});
+    show();
+    for (const int width : {1366, 1600, 1601, 1602, 1603, 1604}) {
+        m_driver->native().setGeometry(platform::Rect::at(0, 0, width, 900));
+        m_driver->press(Key::f5);
+        ASSERT_TRUE(comesUp(2));
+        const platform::Rect box = m_driver->get(u"VideoPreview").GetPos();
+        const std::uint32_t stage = m_driver->manager().look().palette()[toolkit::Tone::stage];
+        const int middle = (box.top + box.bottom) / 2;
+        EXPECT_NE(m_driver->pixel({box.left, middle}), stage) << width;
+        EXPECT_NE(m_driver->pixel({box.right - 1, middle}), stage) << width;
+        m_driver->press(Key::escape);
+    }
 }
 
 TEST_F(PreviewTest, SpeedSoundOutlinesAndPlaceCanBeChosen) {

@@ -10,6 +10,7 @@
 #include "platform/FontSet.h"
 #include "platform/Geometry.h"
 #include "platform/Path.h"
+#include "platform/PictureFit.h"
 #include "player/Clip.h"
 #include "toolkit/skin/Palette.h"
 #include "toolkit/skin/RoundBox.h"
@@ -96,9 +97,10 @@ VideoPreview::Rect VideoPreview::pictureRect() const {
     const Size picture = m_picture.isEmpty() ? player::kZoneArea : m_picture.size();
     const std::int64_t byWidth = std::int64_t{box.width} * picture.height;
     const std::int64_t byHeight = std::int64_t{box.height} * picture.width;
-    return GetPos().centred(byWidth <= byHeight
-                                ? Size{box.width, static_cast<int>(byWidth / picture.width)}
-                                : Size{static_cast<int>(byHeight / picture.height), box.height});
+    const Size size = byWidth <= byHeight
+                          ? Size{box.width, static_cast<int>(byWidth / picture.width)}
+                          : Size{static_cast<int>(byHeight / picture.height), box.height};
+    return platform::withoutSlivers(GetPos().centred(size), GetPos());
 }
 
 VideoPreview::Point VideoPreview::zonePixel(Point at) const {
