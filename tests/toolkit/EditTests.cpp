@@ -9,10 +9,12 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "platform/Bitmap.h"
 #include "tests/support/Random.h"
 #include "tests/toolkit/ToolkitTest.h"
 #include "toolkit/controls/CEditUI.h"
 #include "toolkit/text/EditModel.h"
+#include "toolkit/text/TextPaint.h"
 
 using namespace toolkit_test;
 using platform::Key;
@@ -185,6 +187,32 @@ TEST_F(Edits, ThatAreReadOnlyLetCopyButNotChange) {
     commit(u"z");
     expectText(kText);
     expectNotes("nothing changed", {});
+}
+
+TEST_F(Edits, ThatAreReadOnlyEndInAnEllipsisWhereTheyAreTooNarrow) {
+    const std::u16string path = u"/home/anna/.local/share/quorvel/Programs/Scenes";
+    const auto shown = [this](const std::u16string& text) {
+        edit().SetText(text);
+        return driver().picture();
+    };
+    const auto isAlike = [](const platform::Bitmap& one, const platform::Bitmap& other) {
+        for (int y = 20; y < 45; ++y) {
+            for (int x = 20; x < 220; ++x) {
+                if (one.at(x, y) != other.at(x, y)) {
+                    return false;
+                }
+            }
+        }
+        return true;
+    };
+    const std::u16string cut = toolkit::fittedText(path, 190, 0, test::gui().fonts());
+    ASSERT_LT(cut.size(), path.size());
+    EXPECT_FALSE(isAlike(shown(path), shown(cut))) << "more may be written";
+    edit().SetReadOnly(true);
+    EXPECT_TRUE(isAlike(shown(path), shown(cut)));
+    driver().click(at(3));
+    driver().press(Key::end);
+    EXPECT_FALSE(isAlike(shown(path), shown(cut))) << "all of it can be read and copied";
 }
 
 TEST_F(Edits, TakeTextFromInputMethods) {

@@ -10,6 +10,7 @@
 #include "toolkit/layout/AttributeTable.h"
 #include "toolkit/layout/AttributeText.h"
 #include "toolkit/skin/WindowLook.h"
+#include "toolkit/text/TextPaint.h"
 #include "toolkit/window/CPaintManagerUI.h"
 
 namespace toolkit {
@@ -183,6 +184,12 @@ void CEditUI::paintText(platform::Canvas& canvas) {
     }
     const platform::ClipScope scope(canvas, box);
     const CPaintManagerUI& manager = *GetManager();
+    if (m_readOnly && !IsFocused()) { // nobody writes on: what is too long ends as in a label
+        paintTextLine(
+            canvas, manager.fonts(), shownText(), textRect(),
+            {.font = manager.look().GetFont(GetFont()), .color = paletteColor(currentTextColor())});
+        return;
+    }
     const std::vector<int> positions = shownPositions();
     const Rect caret = caretRect();
     const int origin = textRect().left - m_scroll;
