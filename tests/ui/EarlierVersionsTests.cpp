@@ -151,6 +151,7 @@ TEST_F(EarlierVersionsTest, AVersionIsShownAsAMapUntilItsActionsAreWanted) {
     EXPECT_EQ(map().accessibleValue(), u"Alarm, first branch, 2 actions, 2 errors");
     m_driver->press(Key::right);
     EXPECT_EQ(map().accessibleValue(), u"Lift, 0 actions, 1 error");
+    m_driver->press(Key::digit0, {.control = true});
     const platform::Rect alarm = map().placeOf(0);
     m_driver->press(Key::minus, {.control = true});
     EXPECT_LT(map().placeOf(0).width(), alarm.width());

@@ -31,7 +31,8 @@ constexpr std::array<Step, 7> kSteps{{{35, NodeForm::name, 1},
                                       {125, NodeForm::whole, 1.25},
                                       {150, NodeForm::whole, 1.5}}};
 constexpr int kUsualStep = 4;
-constexpr int kLeastAtFirst = 2;
+constexpr StepRange kStepsAtFirst{2, kUsualStep};
+constexpr StepRange kAllSteps{0, static_cast<int>(kSteps.size()) - 1};
 constexpr int kMargin = 16;
 
 std::size_t at(int index) {
@@ -70,7 +71,7 @@ void SceneMap::show(std::shared_ptr<const map::MapScene> scene, std::shared_ptr<
     const Rect before = placeOf(kept.before);
     const bool isNew = chosen != kept.now;
     const bool refits = isNew && m_isFitted && fitsInto(room());
-    const int leastFitted = m_scene != nullptr ? m_leastFitted : kLeastAtFirst;
+    const StepRange steps = m_scene != nullptr ? m_fittedSteps : kStepsAtFirst;
     m_scene = std::move(scene);
     m_layouts = std::move(layouts);
     m_chosen = chosen;
@@ -83,7 +84,7 @@ void SceneMap::show(std::shared_ptr<const map::MapScene> scene, std::shared_ptr<
     m_backLines.reset();
     const Rect now = placeOf(kept.now);
     if (before.width() == 0 || now.width() == 0 || refits) {
-        fitDownTo(leastFitted);
+        fitWithin(steps);
     } else {
         const Point by{now.left - before.left, now.top - before.top};
         m_view = {m_view.x + by.x, m_view.y + by.y};
@@ -182,7 +183,7 @@ int SceneMap::actionAt(int branch, Point point) const {
 }
 
 void SceneMap::fit() {
-    fitDownTo(0);
+    fitWithin(kAllSteps);
 }
 
 SceneMap::Size SceneMap::room() const {
@@ -193,14 +194,13 @@ bool SceneMap::fitsInto(const Size& room) const {
     return layout().width * scale() <= room.width && layout().height * scale() <= room.height;
 }
 
-void SceneMap::fitDownTo(int step) {
-    m_leastFitted = step;
+void SceneMap::fitWithin(StepRange steps) {
+    m_fittedSteps = steps;
     const Size room = this->room();
     m_backLines.reset();
-    for (m_step = static_cast<int>(kSteps.size()) - 1; m_step > step; --m_step) {
-        if (m_step <= kUsualStep && fitsInto(room)) {
-            break;
-        }
+    m_step = steps.most;
+    while (m_step > steps.least && !fitsInto(room)) {
+        --m_step;
     }
     const auto shift = [this](int length, int window) {
         const double free = window - length * scale();
@@ -279,7 +279,7 @@ void SceneMap::SetPos(const Rect& pos) {
     const bool isNew = pos.size() != GetPos().size();
     CControlUI::SetPos(pos);
     if (isNew && m_isFitted) {
-        fitDownTo(m_leastFitted);
+        fitWithin(m_fittedSteps);
     }
 }
 

@@ -27,6 +27,12 @@
 
 namespace ui {
 
+/// Steps of its zoom, of which 0 is the smallest.
+struct StepRange {
+    int least = 0;
+    int most = 0;
+};
+
 class SceneMap final : public toolkit::CControlUI {
 public:
     using Picture = std::shared_ptr<const platform::Bitmap>;
@@ -56,6 +62,7 @@ public:
 
     /// To the next step; `by` above 0 enlarges.
     void zoom(int by);
+    /// To the largest step of all that shows the whole scene.
     void fit();
     [[nodiscard]] int zoomPercent() const;
     /// Called whenever the zoom has changed.
@@ -105,7 +112,8 @@ private:
     [[nodiscard]] toolkit::Tone toneOf(const map::MapLine& line) const;
     /// The action of the branch whose row is there; -1 for none.
     [[nodiscard]] int actionAt(int branch, Point point) const;
-    void fitDownTo(int step);
+    /// To the largest of these steps that shows all, or to the least.
+    void fitWithin(StepRange steps);
     [[nodiscard]] Size room() const;
     [[nodiscard]] bool fitsInto(const Size& room) const;
     [[nodiscard]] std::u16string textOf(int branch) const;
@@ -157,7 +165,7 @@ private:
     int m_step; ///< of the zoom
     View m_view;
     bool m_isFitted = false; ///< nobody has moved the view since
-    int m_leastFitted = 0;   ///< step
+    StepRange m_fittedSteps;
     std::u16string m_toldValue;
     int m_linked = -1; ///< action of the chosen branch that is pressed
     Point m_pointer;   ///< while pressed
