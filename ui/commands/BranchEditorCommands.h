@@ -231,7 +231,7 @@ inline constexpr Command kBranchEditorCommands[] = {
      u"ButtonRetarget",
      "Change the old name in all of them"_tr},
     kCloseNoticeCommand,
-    {.id = command::kTour, .group = kBranchEditor, .text = "Tour"_tr},
+    {.id = command::kTour, .group = kBranchEditor, .text = "Tour"_tr, .icon = u"First"},
     {command::kTourLeave, {}, "Leave"_tr, u"ButtonTourLeave", "Leave the tour (Esc)"_tr},
     {command::kTourBack, {}, "Back"_tr, u"ButtonTourBack", "The step before"_tr},
     {command::kTourNext, {}, "Next"_tr, u"ButtonTourNext", "The next step"_tr},
