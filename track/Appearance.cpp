@@ -25,6 +25,13 @@ constexpr double kIndependent = 0.1; ///< share of samples that count: neighbour
 /// How far the motions may lie from the guess, as shares of the radius; and pixels for shifts.
 constexpr Motions kFreedom{0.1, 0.1, 0.06, 0.06, 0.01, 0.01, 0.005, 0.005};
 constexpr double kShiftFreedom = 6;
+constexpr std::size_t kShifts = 2; ///< the first motions
+constexpr std::size_t kPlain = 6;  ///< those in front of the perspectives
+/// Things smaller than this have too few places to tell turns and stretches from noise: they lose
+/// that freedom by this power of their area.
+constexpr double kHeldArea = 1024;
+constexpr double kHolding = 1.5;
+constexpr double kMostHeld = 0.01;
 /// On layers finer than the compared one, where noise in the appearance itself makes every fitted
 /// gain too small: it stays as it is.
 constexpr double kHeldGainFreedom = 0.01;
@@ -69,6 +76,10 @@ Appearance::Appearance(const Pyramid& picture, const Polygon& polygon) : m_frame
     m_compared = m_layers.empty() ? 0 : std::min(m_compared, m_layers.size() - 1);
 }
 
+double Appearance::freedomOf(std::size_t motion) const {
+    return kFreedom[motion] * m_frame.radius + (motion < kShifts ? kShiftFreedom : 0);
+}
+
 bool Appearance::step(const Seen& seen, const std::vector<float>& weights, double stillness,
                       Fit& fit) const {
     Equations<kMotions + 2> equations; // the last two: gain and offset
@@ -82,14 +93,23 @@ bool Appearance::step(const Seen& seen, const std::vector<float>& weights, doubl
         equations.add(row, -seen.difference(i, fit.gain, fit.offset),
                       kIndependent * static_cast<double>(weights[i]));
     }
+    Equations<kMotions + 2> open = equations;
+    const double area = m_frame.box.width() * m_frame.box.height();
+    const double held = std::clamp(std::pow(area / kHeldArea, kHolding), kMostHeld, 1.0);
     for (std::size_t i = 0; i < kMotions; ++i) {
-        const double freedom = kFreedom[i] * m_frame.radius + (i < 2 ? kShiftFreedom : 0);
-        equations.addPrior(i, -fit.moved[i], freedom);
+        equations.addPrior(i, -fit.moved[i], freedomOf(i) * (i < kShifts ? 1 : held));
+        open.addPrior(i, 0, freedomOf(i));
     }
     equations.addPrior(kMotions, fit.expectedGain - fit.gain, fit.gainFreedom);
-    if (!equations.solve()) {
+    open.addPrior(kMotions, 0, fit.gainFreedom);
+    if (!equations.solve() || !open.solve()) {
         return false;
     }
+    double variance = 0;
+    for (std::size_t i = 0; i < kPlain; ++i) {
+        variance += open.variance(i);
+    }
+    fit.spread = std::sqrt(variance);
     Motions pixels{};
     std::copy_n(equations.right.begin(), kMotions, pixels.begin());
     fit.warp = fit.warp * m_frame.warpOf(pixels);
@@ -186,10 +206,11 @@ Appearance::Found Appearance::find(const Pyramid& picture, const Warp& guess,
     fit.mostGain = std::min(kMostGain, experience.gain * kGainChange);
     for (std::size_t i = 0; i < m_layers.size(); ++i) {
         if (!refine(picture, i, experience, fit)) {
-            return {guess, {}, 0, 0, 1, {}};
+            return {guess, {}, 0, 0, 1, {}, 0};
         }
     }
-    Found found{fit.warp, {}, fit.noise, 0, fit.gain, agreement(picture, fit)};
+    Found found{
+        fit.warp, {}, fit.noise, 0, fit.gain, agreement(picture, fit), fit.spread / m_frame.radius};
     compare(picture, fit, experience, found);
     return found;
 }

@@ -63,6 +63,9 @@ public:
         double comparedNoise = 0;
         double gain = 1;
         Trust agreed; ///< this time, from 0 to 1; 0 for samples outside the picture
+        /// Standard deviation of its rim, as a share of the radius: what few or flat samples leave
+        /// open however well they agree.
+        double spread = 0;
     };
     /// Looks for the thing from `guess` on, which stays where the picture says nothing else.
     ///
@@ -86,9 +89,12 @@ private:
         double mostGain = 0;
         double offset = 0; ///< the grey value where the appearance has its mean
         double noise = 0;
-        Motions moved{}; ///< from the guess
+        Motions moved{};   ///< from the guess
+        double spread = 0; ///< in pixels
     };
 
+    /// How far a motion may lie from the guess, in pixels.
+    [[nodiscard]] double freedomOf(std::size_t motion) const;
     /// False when too little of the thing is in the picture.
     bool refine(const Pyramid& picture, std::size_t layer, const Experience& experience,
                 Fit& fit) const;

@@ -62,6 +62,21 @@ struct Equations {
         }
         return true;
     }
+
+    /// How uncertain x[i] is, once solved: its place on the diagonal of the inverse.
+    [[nodiscard]] double variance(std::size_t i) const {
+        std::array<double, N> row{};
+        row[i] = 1;
+        double sum = 0;
+        for (std::size_t k = i; k < N; ++k) {
+            for (std::size_t j = i; j < k; ++j) {
+                row[k] -= matrix[k * N + j] * row[j];
+            }
+            row[k] /= matrix[k * N + k];
+            sum += row[k] * row[k];
+        }
+        return sum;
+    }
 };
 
 } // namespace track

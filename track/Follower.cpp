@@ -27,6 +27,7 @@ constexpr double kDoubtful = 0.5;   ///< of the usual likeness: gone when it las
 constexpr double kCertain = 0.7;    ///< the same where it jumps, and until doubts are over
 constexpr double kGone = 0.3;       ///< of the usual likeness
 constexpr double kLeastSeen = 0.22; ///< of the thing, where the rest is hidden
+constexpr double kVague = 0.08;     ///< of the radius: what is no more exact is no place
 constexpr double kLeastTold = 0.3;  ///< of what it told at its best, for its likeness to count
 constexpr int kOpen = 2; ///< steps after which a part counts as one with nothing in front
 /// How far the rest may be from where it was expected: pixels, and a share of the diagonal.
@@ -82,7 +83,7 @@ Step Follower::follow(const GreyView& picture) {
     m_step.agreement = motion.agreement;
     m_step.seen = found.match.seen;
     m_step.match = std::min(1.0, found.match.likeness / std::max(m_usual, kLeastLikeness));
-    m_step.sight = judge(found.match, isSteady(found.warp, motion));
+    m_step.sight = judge(found, isSteady(found.warp, motion));
     if (m_step.sight != Sight::kept) {
         return m_step;
     }
@@ -141,7 +142,7 @@ Warp Follower::expected(const Warp& motion) const {
 
 Appearance::Found Follower::best(const Motion& motion, Point shift) const {
     const std::array<Warp, 3> guesses{motion.warp, m_last, Warp::translation(shift.x, shift.y)};
-    Appearance::Found best{expected(motion.warp), {}, 0, 0, 1, {}};
+    Appearance::Found best{expected(motion.warp), {}, 0, 0, 1, {}, 0};
     for (const Warp& guess : guesses) {
         const Appearance::Found found = m_reference.find(m_now, expected(guess), m_experience);
         if (found.match.likeness > best.match.likeness && isLikely(found.warp)) {
@@ -177,11 +178,13 @@ bool Follower::isSteady(const Warp& fromReference, const Motion& motion) const {
            (motion.agreement >= kAgreeing && isNear(expected(motion.warp)));
 }
 
-Sight Follower::judge(const Match& match, bool isSteady) {
+Sight Follower::judge(const Appearance::Found& found, bool isSteady) {
+    const Match& match = found.match;
+    const bool isVague = found.spread > kVague;
     if (match.inside < kLeastInside) {
         return Sight::left;
     }
-    if (m_steps == 1 && match.likeness < kLeastLikeness) {
+    if (m_steps == 1 && (isVague || match.likeness < kLeastLikeness)) {
         return Sight::plain;
     }
     const double usual = std::max(m_usual, kLeastLikeness);
@@ -190,7 +193,8 @@ Sight Follower::judge(const Match& match, bool isSteady) {
     const double telling = m_told > 0 ? std::min(1.0, match.told / (kLeastTold * m_told)) : 1;
     const double share = std::max(match.likeness, open) / usual * telling;
     const bool jumped = !isSteady && share < kCertain;
-    m_doubts = share < (m_doubts > 0 ? kCertain : kDoubtful) ? m_doubts + 1 : 0;
+    const bool isUnlike = share < (m_doubts > 0 ? kCertain : kDoubtful);
+    m_doubts = isVague || isUnlike ? m_doubts + 1 : 0;
     m_step.isDoubtful = m_doubts > 0 || jumped;
     return m_steps > 1 && (share < kGone || m_doubts >= kMostDoubts) ? Sight::covered : Sight::kept;
 }

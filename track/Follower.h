@@ -62,7 +62,7 @@ private:
     [[nodiscard]] bool isLikely(const Warp& fromReference) const;
     /// Whether it lies where its last motion, or that of most corners, led to.
     [[nodiscard]] bool isSteady(const Warp& fromReference, const Motion& motion) const;
-    [[nodiscard]] Sight judge(const Match& match, bool isSteady);
+    [[nodiscard]] Sight judge(const Appearance::Found& found, bool isSteady);
     /// Of the parts that nothing has been in front of for some steps, as far as they are still
     /// there. 0: these are too few to tell.
     [[nodiscard]] double likenessOfOpen(const Match& match) const;

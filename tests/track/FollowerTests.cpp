@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <random>
 #include <tuple>
 #include <vector>
 
@@ -134,6 +135,76 @@ TEST(FollowerTest, SteepEdgesHoldAPlaneThatTurnsAwayAndNoiseIsNoLossOfContrast) 
             ASSERT_GE(bench::overlap(step.shape, clip.zone(frame)), 0.75) << frame;
         }
     }
+}
+
+/// A square of 12 pixels that moves over ground.
+class TinyClip {
+public:
+    explicit TinyClip(std::uint32_t seed)
+        : m_random(seed), m_ground{m_random, part(3, 12), part(8, 40)}, m_thing{m_random,
+                                                                                part(3, 9),
+                                                                                part(15, 40)},
+          m_dx(part(-3, 3)), m_dy(part(-1, 1)) {}
+
+    [[nodiscard]] track::Polygon zone(int frame) const {
+        const double x = 180 + m_dx * frame;
+        const double y = 100 + m_dy * frame;
+        return {{x, y}, {x + 11, y}, {x + 11, y + 11}, {x, y + 11}};
+    }
+    track::GreyView picture(int frame) {
+        const track::Point at = zone(frame)[0];
+        for (int y = 0; y < kHeight; ++y) {
+            for (int x = 0; x < kWidth; ++x) {
+                const double u = x - at.x;
+                const double v = y - at.y;
+                const bool isThing = u >= 0 && v >= 0 && u < 12 && v < 12;
+                const float grey =
+                    isThing ? 110 + m_thing.at(u, v) : 130 + m_ground.at(x + 0.5 * frame, y);
+                m_bytes[static_cast<std::size_t>(y * kWidth + x)] =
+                    static_cast<std::uint8_t>(grey + static_cast<float>(part(-2, 2)));
+            }
+        }
+        return {m_bytes.data(), kWidth, kHeight, kWidth};
+    }
+
+private:
+    static constexpr int kWidth = 360;
+    static constexpr int kHeight = 200;
+    double part(double least, double most) {
+        return least + (most - least) * (static_cast<double>(m_random()) / 4294967296.0);
+    }
+
+    std::mt19937 m_random;
+    bench::Texture m_ground;
+    bench::Texture m_thing;
+    double m_dx;
+    double m_dy;
+    std::vector<std::uint8_t> m_bytes = std::vector<std::uint8_t>(std::size_t{kWidth} * kHeight);
+};
+
+TEST(FollowerTest, ATinyThingIsFollowedOrLostButNothingElseIsTakenForIt) {
+    int followed = 0;
+    for (std::uint32_t seed = 1; seed <= 16; ++seed) {
+        TinyClip clip(seed);
+        track::Follower follower(clip.picture(0), clip.zone(0));
+        double least = 1;
+        double doubtful = 1; // counts when sight is kept behind it
+        int frame = 1;
+        for (; frame < 50; ++frame) {
+            const track::Step step = follower.follow(clip.picture(frame));
+            if (step.sight != Sight::kept) {
+                break;
+            }
+            doubtful = std::min(doubtful, bench::overlap(step.shape, clip.zone(frame)));
+            if (!step.isDoubtful) {
+                least = std::min(least, doubtful);
+                doubtful = 1;
+            }
+        }
+        EXPECT_GE(least, 0.5) << seed << " " << frame;
+        followed += frame == 50 ? 1 : 0;
+    }
+    EXPECT_GE(followed, 6);
 }
 
 TEST(FollowerTest, WhatPassesInFrontOfHalfOfAThingDoesNotEndIt) {
