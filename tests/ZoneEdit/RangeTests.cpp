@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <initializer_list>
+#include <memory>
 #include <ranges>
 #include <string>
 #include <string_view>
@@ -257,6 +258,25 @@ TEST_F(ZoneEditRange, GapsAreFilledKeysDeletedAndTheRangeIsDraggedInOneStepEach)
     goTo(2); // beside the range: as ever
     m_driver->drag({at(220, 200), at(230, 200)});
     EXPECT_EQ(xs(), (std::vector<int>{0, 50, 100, 150, 110, 60, 10}));
+}
+
+TEST_F(ZoneEditRange, TheWayOfInterpolatingIsRememberedByTheNextStart) {
+    for (const bool isFirst : {true, false}) {
+        m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+        show(21, 1);
+        drawTriangle();
+        shift(10, 0, 100);
+        shift(20, 100, 120);
+        mark(0, 20); // a gap alone has no other keys to go through
+        press(Key::i);
+        EXPECT_EQ(xAt(5) == 50, isFirst) << xAt(5);
+        if (isFirst) {
+            choose(u"ButtonInterpolateMenu", u"Smooth");
+            EXPECT_EQ(core::EditorSettings("Editor.ini").getString("interpolation", ""), "smooth");
+            press(Key::i);
+        }
+        EXPECT_GT(xAt(5), 52) << "slower behind the key, so faster before";
+    }
 }
 
 TEST_F(ZoneEditRange, WhileFillingADragBlendsUpToTheKeysBesideItAndIsCarriedBehindTheLast) {
