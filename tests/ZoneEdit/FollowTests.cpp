@@ -337,6 +337,50 @@ TEST_F(ZoneEditFollow, WhileItRunsItCanBeStoppedAcceptedAndGivenUpByAnyStep) {
     EXPECT_EQ(m_window->session().history().position(), steps) << "nor does it come later";
 }
 
+TEST_F(ZoneEditFollow, ANextKeyWithOtherPointsEndsItButIsNotMet) {
+    showBox(40);
+    drawZone();
+    goTo(30);
+    const Point corner = points(0, 30)[2];
+    m_driver->drag({at(corner.x, corner.y), at(corner.x + 60, corner.y + 40)});
+    m_driver->click(u"OptionDeletePoint");
+    m_driver->click(at(corner.x + 60, corner.y + 40));
+    const auto key = points(0, 30);
+    ASSERT_EQ(key.size(), 3U);
+    goTo(0);
+    press(Key::f);
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(m_driver->textOf(u"LabelFollow"), u"Followed to frame 29.");
+    m_driver->click(u"ButtonFollowAccept");
+    EXPECT_EQ(points(0, 30), key);
+    for (const int frame : {1, 15, 29}) {
+        EXPECT_GE(overlapOn(frame), 0.85) << frame;
+    }
+}
+
+TEST_F(ZoneEditFollow, WhatIsFoundBelongsToItsZoneWhateverIsChosenOrPlayedMeanwhile) {
+    showBox(300);
+    drawZone();
+    addZone(); // an empty one
+    m_driver->pick(u"ComboZone", 0);
+    m_driver->manager().SetFocus(nullptr);
+    press(Key::space);
+    ASSERT_EQ(m_driver->get(u"ButtonPlayVideo").accessibleName(), u"Pause");
+    press(Key::space);
+    ASSERT_TRUE(startAndSeeItRun());
+    press(Key::space); // plays
+    m_driver->pick(u"ComboZone", 1);
+    goTo(200);
+    EXPECT_TRUE(panelShows());
+    m_driver->click(u"ButtonFollowStop");
+    ASSERT_TRUE(waitForEnd());
+    m_driver->click(u"ButtonFollowAccept");
+    EXPECT_FALSE(panelShows());
+    EXPECT_GE(overlapOn(1), 0.85);
+    EXPECT_NE(points(0, 1), points(0, 0)) << "it has moved";
+    EXPECT_TRUE(points(1, 1).empty());
+}
+
 TEST_F(ZoneEditFollow, EscAndStopEndItAtOnceAndTheWindowMayCloseMeanwhile) {
     showBox(300);
     drawZone();
