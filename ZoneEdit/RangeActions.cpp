@@ -66,7 +66,8 @@ void RangeActions::interpolate() {
     const auto keys = keysOfGap();
     if (!keys) {
         m_notice.refuse(core::tr(kNeedsKeys));
-    } else if (const auto blend = zone::blendedShapes(zone(), *keys, m_editor.way())) {
+    } else if (const auto blend =
+                   zone::blendedShapes(zone(), *keys, m_editor.way(), m_editor.keys())) {
         replace(Name::interpolate, {*blend});
     } else {
         refuse(*keys);

@@ -69,14 +69,16 @@ bool isSame(const Zone& zone, int one, int other) {
     return std::ranges::equal(zone.outline(one), zone.outline(other));
 }
 
-/// The frames from the first key to the last, whose shapes all have as many points.
-void addBlends(ShapeStretch& stretch, const Zone& zone, std::span<const int> keys, BlendWay way) {
+/// The frames from `start` to `last`, each between two of the keys or on one. The shapes of all
+/// keys have as many points.
+void addBlends(ShapeStretch& stretch, const Zone& zone, std::span<const int> keys, BlendWay way,
+               int start, int last) {
     std::vector<KeyShape> shapes;
     for (const int key : keys) {
         shapes.push_back({key, zone.outline(key)});
     }
     std::size_t gap = 0;
-    for (int frame = keys.front(); frame <= keys.back(); ++frame) {
+    for (int frame = start; frame <= last; ++frame) {
         gap += gap + 2 < keys.size() && frame >= keys[gap + 1] ? 1 : 0;
         // What a key has to know of others are its neighbours.
         const std::size_t first = gap > 0 ? gap - 1 : 0;
@@ -135,12 +137,26 @@ bool canBlend(const Zone& zone, std::span<const int> keys) {
     return points <= kMaxEditedPoints;
 }
 
-std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int> keys,
-                                          BlendWay way) {
+std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int> keys, BlendWay way,
+                                          std::span<const int> all) {
     if (keys.size() < 2 || unequalKeys(zone, keys) || !canBlend(zone, keys)) {
         return std::nullopt;
     }
-    return filledGaps(zone, keys, way);
+    std::vector<int> course(keys.begin(), keys.end());
+    const auto isAlike = [&](int key) {
+        return zone.outline(key).size() == zone.outline(keys.front()).size();
+    };
+    const auto next = std::ranges::upper_bound(all, keys.back());
+    if (next != all.end() && isAlike(*next)) {
+        course.push_back(*next);
+    }
+    const auto first = std::ranges::lower_bound(all, keys.front());
+    if (first != all.begin() && isAlike(*std::prev(first))) {
+        course.insert(course.begin(), *std::prev(first));
+    }
+    ShapeStretch stretch(keys.front());
+    addBlends(stretch, zone, course, way, keys.front(), keys.back());
+    return stretch;
 }
 
 ShapeStretch filledGaps(const Zone& zone, std::span<const int> keys, BlendWay way) {
@@ -151,7 +167,7 @@ ShapeStretch filledGaps(const Zone& zone, std::span<const int> keys, BlendWay wa
         while (end < keys.size() && zone.outline(keys[end]).size() == points) {
             ++end;
         }
-        addBlends(stretch, zone, keys.subspan(first, end - first), way);
+        addBlends(stretch, zone, keys.subspan(first, end - first), way, keys[first], keys[end - 1]);
         for (int frame = keys[end - 1] + 1; end < keys.size() && frame < keys[end]; ++frame) {
             stretch.add(zone.outline(frame), zone.isActive(frame));
         }

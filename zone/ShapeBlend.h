@@ -39,9 +39,10 @@ struct KeyShape {
 [[nodiscard]] bool canBlend(const Zone& zone, std::span<const int> keys);
 /// The zone's frames from the first key to the last, blended; each keeps its active flag. None when
 /// there are fewer than two keys, their numbers of points differ (see unequalKeys()) or there would
-/// be too many of them (see canBlend()).
+/// be too many of them (see canBlend()). A smooth course goes on as through those of `all` that are
+/// next to them, so that gaps filled one by one are those filled together.
 [[nodiscard]] std::optional<ShapeStretch> blendedShapes(const Zone& zone, std::span<const int> keys,
-                                                        BlendWay way);
+                                                        BlendWay way, std::span<const int> all);
 /// The same between all neighbouring keys that have as many points; frames elsewhere stay. There
 /// is at least one key.
 [[nodiscard]] ShapeStretch filledGaps(const Zone& zone, std::span<const int> keys, BlendWay way);

@@ -203,7 +203,7 @@ protected:
 void ShapeEditTest::interpolate() {
     const std::vector<int> keys = randomKeys();
     const BlendWay way = randomWay();
-    const auto stretch = zone::blendedShapes(held(), keys, way);
+    const auto stretch = zone::blendedShapes(held(), keys, way, {});
     const bool areEqual = std::ranges::all_of(keys, [&](int key) {
         return plain(key).points.size() == plain(keys.front()).points.size();
     });
@@ -527,9 +527,9 @@ TEST_F(ShapeEditTest, ASmoothCourseMeetsItsKeysTurnsGentlyAndNeverLeavesTheirRan
         frames[static_cast<std::size_t>(frame)].points = {circle(frame)};
     }
     begin(frames);
+    const int keys[] = {0, 10, 20, 30, 40};
     const auto worst = [&](BlendWay way) {
-        const int keys[] = {0, 10, 20, 30, 40};
-        const auto stretch = zone::blendedShapes(held(), keys, way);
+        const auto stretch = zone::blendedShapes(held(), keys, way, {});
         double most = 0;
         for (int frame = 0; frame <= 40; ++frame) {
             const Point at = stretch->shapes().points(stretch->shapes().indexOf(frame))[0];
@@ -547,6 +547,17 @@ TEST_F(ShapeEditTest, ASmoothCourseMeetsItsKeysTurnsGentlyAndNeverLeavesTheirRan
     };
     EXPECT_GT(worst(BlendWay::straight), 80);
     EXPECT_LT(worst(BlendWay::smooth), 40);
+    // Gap by gap it is the same course.
+    const auto whole = zone::blendedShapes(held(), keys, BlendWay::smooth, {});
+    for (std::size_t first = 0; first < 4; ++first) {
+        const auto gap = std::span(keys).subspan(first, 2);
+        const auto part = zone::blendedShapes(held(), gap, BlendWay::smooth, keys);
+        for (int frame = gap[0]; frame <= gap[1]; ++frame) {
+            EXPECT_EQ(part->shapes().points(part->shapes().indexOf(frame - gap[0]))[0],
+                      whole->shapes().points(whole->shapes().indexOf(frame))[0])
+                << frame;
+        }
+    }
 }
 
 TEST_F(ShapeEditTest, APointOnAnEdgeFollowsItsNeighboursAndTheKeysOfAnAuthorAreWhereHeShaped) {
