@@ -274,6 +274,13 @@ void CControlUI::paintBackground(platform::Canvas& canvas) {
     drawImage(canvas, m_foreImage);
 }
 
+void CControlUI::SetBorderSize(const Rect& size) {
+    if (m_borderSize != size) {
+        m_borderSize = size;
+        Invalidate();
+    }
+}
+
 void CControlUI::paintBorder(platform::Canvas& canvas) {
     const platform::Color edge = paletteColor(m_borderColor);
     if (platform::alphaOf(edge) == 0 || m_borderSize == Rect{}) {

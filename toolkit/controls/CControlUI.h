@@ -56,6 +56,9 @@ public:
     [[nodiscard]] const std::u16string& GetUserData() const { return m_userData; }
     void SetUserData(std::u16string_view text) { m_userData = text; }
 
+    /// The width of the border on each side, which takes no room from what is inside.
+    void SetBorderSize(const Rect& size);
+
     /// True when neither the control nor anything around it is disabled.
     [[nodiscard]] bool IsEnabled() const;
     /// A disabled control loses the focus, without a notification.

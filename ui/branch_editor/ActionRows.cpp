@@ -108,7 +108,8 @@ void showAction(const CControlUI& row, const scene::Action& action, const RowCho
 void markTarget(const CControlUI& row, const scene::Action& action, const RowChoices& choices) {
     const std::string& target = action.BranchID();
     const bool isMissing = !target.empty() && indexOfText(choices.branches.stored, target) < 0;
-    rowCombo(row, kTargetCombo)->SetAttribute(u"bordersize", isMissing ? u"2" : u"0");
+    const int width = isMissing ? 2 : 0;
+    rowCombo(row, kTargetCombo)->SetBorderSize({width, width, width, width});
 }
 
 void showNoParameter(const CControlUI& row) {
