@@ -224,6 +224,8 @@ void RandomUser::pressKey() {
     if (key == Key::f4 && modifiers.alt && !oneIn(5)) {
         modifiers.alt = false;
     }
+    // The system's menu of the window has a loop of its own, which these events do not end.
+    modifiers.alt = modifiers.alt && key != Key::space;
     m_input->key(native(), EventKind::keyDown, key, key == Key::space ? u" " : u"", modifiers);
     m_input->key(native(), EventKind::keyUp, key, {}, modifiers);
 }
