@@ -22,6 +22,7 @@
 #include "ui/branch_editor/ZoneVisit.h"
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandSet.h"
+#include "ui/commands/MapCommands.h"
 #include "ui/map/MapPresenter.h"
 
 namespace ui {

@@ -11,6 +11,7 @@
 #include "toolkit/controls/CListHeader.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
+#include "ui/map/SceneMap.h"
 
 namespace screenshots {
 
@@ -30,6 +31,9 @@ bool same(const platform::Bitmap& a, const platform::Bitmap& b) {
 
 void wipe(toolkit::CControlUI& control) {
     control.SetText(u"");
+    if (toolkit::controlCast<ui::SceneMap>(&control) != nullptr) { // writes by itself
+        control.SetVisible(false);
+    }
     if (auto* list = toolkit::controlCast<toolkit::CListUI>(&control)) {
         if (list->GetHeader() != nullptr) {
             wipe(*list->GetHeader());

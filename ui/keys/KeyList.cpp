@@ -10,6 +10,7 @@
 #include "ui/commands/BranchEditorCommands.h"
 #include "ui/commands/CommandTables.h"
 #include "ui/commands/CommonCommands.h"
+#include "ui/commands/MapCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
 
 namespace ui {

@@ -10,9 +10,7 @@
 
 #include "platform/Geometry.h"
 #include "platform/Window.h"
-#include "platform/qt/QtConvert.h"
 #include "platform/qt/QtWindow.h"
-#include "tests/support/gui/TestGui.h"
 #include "tests/support/gui/TestWindow.h"
 
 namespace {

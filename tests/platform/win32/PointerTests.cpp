@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
