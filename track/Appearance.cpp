@@ -206,11 +206,14 @@ Appearance::Found Appearance::find(const Pyramid& picture, const Warp& guess,
     fit.mostGain = std::min(kMostGain, experience.gain * kGainChange);
     for (std::size_t i = 0; i < m_layers.size(); ++i) {
         if (!refine(picture, i, experience, fit)) {
-            return {guess, {}, 0, 0, 1, {}, 0};
+            return {.warp = guess};
         }
     }
-    Found found{
-        fit.warp, {}, fit.noise, 0, fit.gain, agreement(picture, fit), fit.spread / m_frame.radius};
+    Found found{.warp = fit.warp,
+                .noise = fit.noise,
+                .gain = fit.gain,
+                .agreed = agreement(picture, fit),
+                .spread = fit.spread / m_frame.radius};
     compare(picture, fit, experience, found);
     return found;
 }

@@ -58,11 +58,11 @@ public:
 
     struct Found {
         Warp warp; ///< from the appearance's picture to the other one
-        Match match;
+        Match match{};
         double noise = 0; ///< as in Experience
         double comparedNoise = 0;
         double gain = 1;
-        Trust agreed; ///< this time, from 0 to 1; 0 for samples outside the picture
+        Trust agreed{}; ///< this time, from 0 to 1; 0 for samples outside the picture
         /// Standard deviation of its rim, as a share of the radius: what few or flat samples leave
         /// open however well they agree.
         double spread = 0;

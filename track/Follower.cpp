@@ -142,7 +142,7 @@ Warp Follower::expected(const Warp& motion) const {
 
 Appearance::Found Follower::best(const Motion& motion, Point shift) const {
     const std::array<Warp, 3> guesses{motion.warp, m_last, Warp::translation(shift.x, shift.y)};
-    Appearance::Found best{expected(motion.warp), {}, 0, 0, 1, {}, 0};
+    Appearance::Found best{.warp = expected(motion.warp)};
     for (const Warp& guess : guesses) {
         const Appearance::Found found = m_reference.find(m_now, expected(guess), m_experience);
         if (found.match.likeness > best.match.likeness && isLikely(found.warp)) {
