@@ -64,10 +64,12 @@ void takeEarlierVersions(Photographer& photographer) {
     photographer.open(window);
     const test::WindowDriver driver(window);
     const auto& list = driver.get<toolkit::CListUI>(u"ListVersions");
-    photographer.require(test::pumpUntil([&list] { return list.GetCount() > 5; }));
+    photographer.require(test::pumpUntil([&list] { return list.GetCount() > 5; }),
+                         "the earlier versions");
     driver.click(*list.GetItemAt(2));
     photographer.require(
-        test::pumpUntil([&driver] { return driver.get(u"ButtonRestoreVersion").IsEnabled(); }));
+        test::pumpUntil([&driver] { return driver.get(u"ButtonRestoreVersion").IsEnabled(); }),
+        "what a version holds");
     photographer.shoot("EarlierVersions", window);
     std::filesystem::remove_all("Backups");
 }
@@ -88,7 +90,8 @@ void takeImportVideo(Photographer& photographer) {
         const auto window = openImport(photographer, {});
         const test::WindowDriver driver(*window);
         photographer.require(
-            test::pumpUntil([&] { return driver.get(u"PaneMissing").IsVisible(); }));
+            test::pumpUntil([&] { return driver.get(u"PaneMissing").IsVisible(); }),
+            "the pane without a converter");
         photographer.shoot("ImportVideo-missing", *window);
     }
     const auto window = openImport(photographer, {"/usr/bin/ffmpeg", "/usr/bin/ffprobe"});

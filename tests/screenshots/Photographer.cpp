@@ -39,8 +39,15 @@ Photographer::Photographer(std::filesystem::path folder, bool plain)
     m_isGood = app::createServices(m_services, m_state);
 }
 
+void Photographer::require(bool works, std::string_view what) {
+    if (!works) {
+        std::cerr << "screenshots: did not come: " << what << '\n';
+        m_isGood = false;
+    }
+}
+
 void Photographer::loadDemo() {
-    require(session().load(kScene));
+    require(session().load(kScene), "the demo scene");
 }
 
 void Photographer::startStills() {
@@ -64,9 +71,11 @@ void Photographer::makeStills() {
     stills::StillClient client(*m_services.stills, [](const auto& /*request*/) {});
     client.want(wanted);
     require(test::pumpUntil([&] {
-        return std::all_of(wanted.begin(), wanted.end(),
-                           [&](const auto& request) { return client.find(request) != nullptr; });
-    }));
+                return std::all_of(wanted.begin(), wanted.end(), [&](const auto& request) {
+                    return client.find(request) != nullptr;
+                });
+            }),
+            "the stills of the scene");
 }
 
 void Photographer::useLowScreen() {
@@ -78,7 +87,8 @@ void Photographer::setSuffix(std::string suffix) {
 }
 
 void Photographer::open(toolkit::WindowImplBase& window, platform::NativeWindow* owner) {
-    require(window.Create(owner, u"Quorvel", ui::kScreenStyle, ui::kScreenExtendedStyle));
+    require(window.Create(owner, u"Quorvel", ui::kScreenStyle, ui::kScreenExtendedStyle),
+            "a window");
     test::WindowDriver driver(window);
     driver.show();
     driver.hover(platform::Point{1, 1}); // away from whatever the pointer happened to rest on

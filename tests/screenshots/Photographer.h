@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "app/state/ScreenState.h"
 #include "app/state/SharedServices.h"
@@ -34,8 +35,8 @@ public:
     [[nodiscard]] scene::SceneSession& session() { return *m_services.sceneSession; }
     [[nodiscard]] ui::WindowContext context() { return {m_gui, m_state, m_services}; }
 
-    /// Notes whether something that the pictures depend on has worked.
-    void require(bool works) { m_isGood = works && m_isGood; }
+    /// Notes whether something that the pictures depend on has come, and says what has not.
+    void require(bool works, std::string_view what);
     /// Whether all of it has.
     [[nodiscard]] bool isGood() const { return m_isGood; }
 

@@ -23,7 +23,8 @@ void takeStart(Photographer& photographer, const std::u16string& newScene) {
              ++row) {
             const auto& still = driver.getIn<toolkit::CPictureUI>(*list.GetItemAt(row), u"Still");
             photographer.require(
-                test::pumpUntil([&still] { return still.GetPicture() != nullptr; }));
+                test::pumpUntil([&still] { return still.GetPicture() != nullptr; }),
+                "the still of a scene");
         }
     });
     photographer.take<ui::NewScene>("NewScene", [&newScene](test::WindowDriver& driver) {

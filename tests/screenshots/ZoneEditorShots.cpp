@@ -91,7 +91,8 @@ void followSign(Photographer& photographer, const test::WindowDriver& driver) {
     driver.press(platform::Key::escape);
     driver.press(platform::Key::f);
     photographer.require(
-        test::pumpUntil([&driver] { return driver.get(u"ButtonFollowDiscard").IsVisible(); }));
+        test::pumpUntil([&driver] { return driver.get(u"ButtonFollowDiscard").IsVisible(); }),
+        "the end of following");
     showFrame(driver, kFrame);
 }
 
