@@ -1,4 +1,5 @@
 // What the zone editor shows and how: zoom, the parts that are shown on demand, by real events.
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
@@ -12,6 +13,7 @@
 #include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
+#include "tests/support/gui/TestWindow.h"
 #include "toolkit/controls/CListUI.h"
 #include "toolkit/skin/Palette.h"
 #include "toolkit/skin/WindowLook.h"
@@ -209,6 +211,28 @@ TEST_F(ZoneEditView, ThePictureMayMoveInTheMiddleOfADragWhicheverButtonEndsFirst
         EXPECT_FALSE(isMoving(at(420, 320), at(400, 300)));
         EXPECT_EQ(chosen(), after);
         EXPECT_FALSE(m_window->session().inGesture());
+    }
+}
+
+TEST_F(ZoneEditView, APressThatDragsNothingGivesThePointerBackToOtherWindows) {
+    show(5, 1);
+    drawTriangle();
+    m_driver->click(u"OptionDeletePoint");
+    for (const bool leftFirst : {false, true}) {
+        const MouseButton first = leftFirst ? MouseButton::left : MouseButton::middle;
+        const MouseButton last = leftFirst ? MouseButton::middle : MouseButton::left;
+        mouse(EventKind::mouseDown, at(600, 500), MouseButton::left); // where no point is
+        mouse(EventKind::mouseDown, at(600, 500), MouseButton::middle);
+        mouse(EventKind::mouseUp, at(600, 500), first);
+        mouse(EventKind::mouseUp, at(600, 500), last);
+        test::TestWindow other;
+        other.show();
+        test::input().mouse(other.native(), EventKind::mouseDown, {50, 50}, MouseButton::left);
+        test::pump();
+        const std::vector<std::string> events = other.takeEvents();
+        EXPECT_TRUE(std::ranges::any_of(events, [](const std::string& event) {
+            return event.starts_with("down");
+        })) << leftFirst;
     }
 }
 

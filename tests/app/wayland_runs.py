@@ -173,10 +173,19 @@ class WaylandCase(unittest.TestCase):
         (left, top), (_, bottom) = places[0], places[-1]
         return (left, top, left + width, bottom + 1) if bottom > top else None
 
+    def follows(self, before):
+        """Whether the mouse takes the window along: only when its program has asked for that."""
+        self.do("mousemove_relative", "--sync", "--", "0", "9")
+        there = self.changed(before)
+        self.do("mousemove_relative", "--sync", "--", "0", "-9")
+        return there and there[2] - there[0] > WIDTH // 4
+
     def drag(self, box, x, y):
         """Moves the window so far, by its caption; its box then."""
         self.hover(box, CAPTION)
+        before = self.picture()
         self.do("mousedown", "1")
+        wait_for("a window that follows the mouse", lambda: self.follows(before))
         for step in range(8):
             by = [way * (step + 1) // 8 - way * step // 8 for way in (x, y)]
             self.do("mousemove_relative", "--sync", "--", *map(str, by))
