@@ -126,11 +126,14 @@ TEST_F(Skins, ThatAreZippedShowTheirLayoutsAndImages) {
 
 TEST_F(Skins, WithADarkFolderGetDarkAtOnceAndOthersStayAsTheyAre) {
     constexpr const char* kLayout =
-        R"(<Window size="40,30"><Control pos="0,0,20,30" bkcolor="band"/>
-        <Control pos="20,0,20,30" bkimage="A.bmp"/></Window>)";
+        R"(<Window size="60,30"><Control pos="0,0,20,30" bkcolor="band"/>
+        <Control pos="20,0,20,30" bkimage="A.bmp"/>
+        <Control pos="40,0,20,30" bkimage="B.bmp"/></Window>)";
     const std::vector<ZipEntry> light{{"Test.xml", kLayout},
                                       {"A.bmp", bmp(2, 2, 0xFFFF0000)},
-                                      {"Dark/A.bmp", bmp(2, 2, 0xFF00FF00)}};
+                                      {"B.bmp", bmp(2, 2, 0xFF0000FF)},
+                                      {"Dark/A.bmp", bmp(2, 2, 0xFF00FF00)},
+                                      {"Dark/B.bmp", "no image"}};
     using Colors = std::pair<std::uint32_t, std::uint32_t>;
     const Colors own{0xFFE6EBF1, 0xFFFF0000};
     for (const bool canBeDark : {true, false}) {
@@ -149,7 +152,10 @@ TEST_F(Skins, WithADarkFolderGetDarkAtOnceAndOthersStayAsTheyAre) {
                 test::gui().windows().setAppearance(wanted);
                 return Colors{driver().pixel({10, 15}), driver().pixel({30, 15})};
             };
-            EXPECT_EQ(shown(platform::Appearance::light), own);
+            EXPECT_EQ(shown(isZip ? platform::Appearance::light : platform::Appearance::dark),
+                      !isZip && canBeDark ? Colors(0xFF112233, 0xFF00FF00) : own)
+                << "as it is opened";
+            EXPECT_EQ(driver().pixel({50, 15}), 0xFF0000FF);
             EXPECT_EQ(shown(platform::Appearance::dark),
                       canBeDark ? Colors(0xFF112233, 0xFF00FF00) : own);
             EXPECT_EQ(shown(platform::Appearance::light), own);

@@ -130,7 +130,8 @@ const std::shared_ptr<const platform::Bitmap>& IconSet::sheet(int percent) const
     const auto [place, isNew] = m_sheets.try_emplace(percent);
     if (isNew) {
         const std::string file = "Icons" + std::to_string(percent) + ".png";
-        place->second = ImageCache::get().load(*m_skin, m_isDark ? m_skin->darkFile(file) : file);
+        ImageCache& cache = ImageCache::get();
+        place->second = m_isDark ? cache.loadDark(*m_skin, file) : cache.load(*m_skin, file);
     }
     return place->second;
 }

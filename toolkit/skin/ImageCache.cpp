@@ -53,6 +53,13 @@ std::shared_ptr<const platform::Bitmap> ImageCache::load(const Skin& skin,
     return image.bitmap;
 }
 
+std::shared_ptr<const platform::Bitmap> ImageCache::loadDark(const Skin& skin,
+                                                             const std::string& file) {
+    const std::string dark = skin.darkFile(file);
+    auto bitmap = load(skin, dark);
+    return bitmap != nullptr || dark == file ? bitmap : load(skin, file);
+}
+
 void ImageCache::forgetUnused() {
     std::size_t unused = 0;
     for (const auto& [key, image] : m_images) {

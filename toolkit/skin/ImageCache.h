@@ -25,6 +25,8 @@ public:
     /// Null when the file is missing or not an image, or there are kMaxBytes; that is remembered
     /// too, and logged once.
     std::shared_ptr<const platform::Bitmap> load(const Skin& skin, const std::string& file);
+    /// What stands for it in the dark skin; the file itself where that is no image.
+    std::shared_ptr<const platform::Bitmap> loadDark(const Skin& skin, const std::string& file);
     /// Forgets everything, so that changed files are read again.
     void clear() {
         m_images.clear();

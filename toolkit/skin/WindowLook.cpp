@@ -33,7 +33,8 @@ void WindowLook::SetDark(bool isDark) {
 
 std::shared_ptr<const platform::Bitmap> WindowLook::loadImage(const std::u16string& file) {
     const std::string name = core::storedText(file);
-    return ImageCache::get().load(*m_skin, m_isDark ? m_skin->darkFile(name) : name);
+    ImageCache& cache = ImageCache::get();
+    return m_isDark ? cache.loadDark(*m_skin, name) : cache.load(*m_skin, name);
 }
 
 void WindowLook::Clear() {
