@@ -85,6 +85,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The skin names this font; Qt's plugin for X comes with its library.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS fonts-dejavu-core)
-# The converter of Import Video; what opens manual and scenes from the desktop's menu.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ffmpeg, xdg-utils")
+# The converter of Import Video; the words of file dialogs; what opens manual and scenes from the
+# desktop's menu.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ffmpeg, qt6-translations-l10n, xdg-utils")
 include(CPack)

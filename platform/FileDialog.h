@@ -15,6 +15,8 @@ struct OpenFilesRequest {
     std::string filterName;        ///< "Theora Video Files"
     std::string filterPatterns;    ///< separated by ";", compared without case: "*.ogg;*.ogv"
     std::string initialFolder;
+    /// "de": for the dialog's own words, where they are not the system's. Empty: English.
+    std::string language;
 };
 
 struct OpenFilesResult {
@@ -26,6 +28,7 @@ struct FolderRequest {
     NativeWindow* owner = nullptr; ///< not owned; takes no input meanwhile
     std::string title;             ///< UTF-8
     std::string initialFolder;
+    std::string language; ///< as above
 };
 
 class FileDialog {

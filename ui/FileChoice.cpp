@@ -5,6 +5,7 @@
 #include "core/EditorSettings.h"
 #include "core/Paths.h"
 #include "core/Services.h"
+#include "core/Texts.h"
 #include "platform/FileSystem.h"
 
 namespace ui {
@@ -22,6 +23,11 @@ private:
     std::string m_folder;
 };
 
+/// Of the windows, as systems name languages.
+std::string languageCode() {
+    return core::trStored("Language.Code|en"_tr);
+}
+
 } // namespace
 
 std::optional<platform::OpenFilesResult> chooseFiles(platform::Gui& gui,
@@ -33,6 +39,7 @@ std::optional<platform::OpenFilesResult> chooseFiles(platform::Gui& gui,
     if (!last.empty() && core::isFolder(last)) {
         request.initialFolder = last;
     }
+    request.language = languageCode();
     auto chosen = gui.fileDialog().openFiles(request);
     if (chosen && settings != nullptr && chosen->folder != last) {
         settings->set(key, chosen->folder);
@@ -40,9 +47,9 @@ std::optional<platform::OpenFilesResult> chooseFiles(platform::Gui& gui,
     return chosen;
 }
 
-std::optional<std::string> chooseFolder(platform::Gui& gui,
-                                        const platform::FolderRequest& request) {
+std::optional<std::string> chooseFolder(platform::Gui& gui, platform::FolderRequest request) {
     const KeptDirectory kept;
+    request.language = languageCode();
     return gui.fileDialog().chooseFolder(request);
 }
 

@@ -21,6 +21,6 @@ namespace ui {
 chooseFiles(platform::Gui& gui, core::EditorSettings* settings, std::string_view key,
             platform::OpenFilesRequest request);
 [[nodiscard]] std::optional<std::string> chooseFolder(platform::Gui& gui,
-                                                      const platform::FolderRequest& request);
+                                                      platform::FolderRequest request);
 
 } // namespace ui

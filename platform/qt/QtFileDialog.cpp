@@ -1,7 +1,11 @@
 #include "platform/qt/QtFileDialog.h"
 
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 #include <QWindow>
 #include <string>
 
@@ -60,6 +64,20 @@ private:
     QFileDialog& m_dialog;
 };
 
+/// Qt's own words in a language ("de"), where Qt's translations are installed.
+class Words {
+public:
+    explicit Words(const std::string& language) {
+        if (m_words.load(QLocale(QString::fromStdString(language)), QStringLiteral("qtbase"),
+                         QStringLiteral("_"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+            QCoreApplication::installTranslator(&m_words);
+        }
+    }
+
+private:
+    QTranslator m_words; ///< leaves the application as it ends
+};
+
 /// What is chosen in it; empty when it is cancelled.
 template <class Request>
 QStringList choose(QFileDialog& dialog, const Request& request) {
@@ -82,6 +100,7 @@ QStringList choose(QFileDialog& dialog, const Request& request) {
 }
 
 std::optional<OpenFilesResult> ask(const OpenFilesRequest& request) {
+    const Words words(request.language);
     QFileDialog dialog;
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setNameFilter(nameFilter(request));
@@ -89,6 +108,7 @@ std::optional<OpenFilesResult> ask(const OpenFilesRequest& request) {
 }
 
 std::optional<std::string> ask(const FolderRequest& request) {
+    const Words words(request.language);
     QFileDialog dialog;
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);

@@ -1,5 +1,5 @@
-// The dialog for choosing files, drawn by Qt itself, so that it is the same on every desktop and
-// works without one.
+// The dialogs for choosing files and folders, drawn by Qt itself, so that they are the same on every
+// desktop and work without one.
 #pragma once
 
 #include <optional>

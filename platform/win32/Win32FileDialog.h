@@ -1,4 +1,4 @@
-// The common dialog for choosing files.
+// The system's dialogs for choosing files and folders.
 #pragma once
 
 #include <optional>

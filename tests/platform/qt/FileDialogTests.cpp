@@ -1,10 +1,12 @@
 // The file dialog, driven through the keyboard as a person would.
 #include <QAbstractItemModel>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTreeView>
 #include <algorithm>
 #include <optional>
@@ -65,6 +67,21 @@ TEST_F(FileDialogTest, GivesTheFolderAndTheNamesOfWhatWasChosen) {
         ASSERT_TRUE(result.has_value()) << typed;
         EXPECT_EQ(result->folder, m_folder.path());
         EXPECT_EQ(result->names, names);
+    }
+}
+
+TEST_F(FileDialogTest, SpeaksTheLanguageOfTheWindowsWhileItIsOpen) {
+    for (const auto& [language, word] : {std::pair("de", "Abbrechen"), std::pair("fr", "Annuler"),
+                                         std::pair("", "Cancel"), std::pair("../de", "Cancel")}) {
+        m_asked.language = language;
+        whenOpen([word = word](QFileDialog& dialog) {
+            const auto* buttons = dialog.findChild<QDialogButtonBox*>();
+            QString shown = buttons->button(QDialogButtonBox::Cancel)->text();
+            EXPECT_EQ(shown.remove(u'&'), QString(word));
+            dialog.reject();
+            return true;
+        });
+        EXPECT_EQ(test::gui().fileDialog().openFiles(m_asked), std::nullopt);
     }
 }
 
