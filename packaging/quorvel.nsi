@@ -76,7 +76,8 @@ Page custom showChoice leaveChoice
 !insertmacro MUI_PAGE_INSTFILES
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_FUNCTION runEditor
-!define MUI_FINISHPAGE_SHOWREADME "${EDITOR}\Manual\index.html"
+!define MUI_FINISHPAGE_SHOWREADME
+!define MUI_FINISHPAGE_SHOWREADME_FUNCTION openManual
 !define MUI_FINISHPAGE_SHOWREADME_TEXT "$(textManual)"
 !define MUI_FINISHPAGE_SHOWREADME_NOTCHECKED
 !insertmacro MUI_PAGE_FINISH
@@ -92,6 +93,19 @@ Page custom showChoice leaveChoice
 !insertmacro MUI_LANGUAGE "Dutch"
 !include "${ROOT}/packaging/texts.nsh"
 !include "${TEXTS}"
+
+; $0: the page of the manual, in the user's language where there is a translation.
+!macro findManual
+  StrCpy $0 "${EDITOR}\Manual\index.html"
+  ${If} $LANGUAGE == ${LANG_GERMAN}
+    StrCpy $0 "${EDITOR}\Manual\German\index.html"
+  ${EndIf}
+!macroend
+
+Function openManual
+  !insertmacro findManual
+  ExecShell "open" "$0"
+FunctionEnd
 
 Function runEditor
   ${If} $forAll == 1
@@ -507,13 +521,15 @@ Section "Quorvel"
 
   ClearErrors
   CreateDirectory "${MENU}"
+  Delete "${MENU}\*.lnk" ; perhaps in another language
   SetOutPath "${EDITOR}" ; a shortcut keeps the current folder as its program's working folder
   CreateShortcut "${MENU}\Quorvel.lnk" "${EDITOR}\Quorvel.exe"
   ${If} $forAll != 1
-    CreateShortcut "${MENU}\Quorvel scenes.lnk" "${EDITOR}\Scenes"
+    CreateShortcut "${MENU}\$(textMenuScenes).lnk" "${EDITOR}\Scenes"
   ${EndIf}
-  CreateShortcut "${MENU}\Quorvel manual.lnk" "${EDITOR}\Manual\index.html"
-  CreateShortcut "${MENU}\Uninstall Quorvel.lnk" "$INSTDIR\Uninstall.exe"
+  !insertmacro findManual
+  CreateShortcut "${MENU}\$(textMenuManual).lnk" "$0"
+  CreateShortcut "${MENU}\$(textMenuRemoval).lnk" "$INSTDIR\Uninstall.exe"
   WriteRegStr SHCTX "${REGISTRY}" "Folder" "$INSTDIR"
   WriteRegStr SHCTX "${UNINSTALL}" "DisplayName" "Quorvel"
   WriteRegStr SHCTX "${UNINSTALL}" "DisplayVersion" "${VERSION}"
@@ -544,8 +560,8 @@ Section "Uninstall"
   !insertmacro refuseWhileRuns "quorvel-inspect.exe"
   SetOutPath "$TEMP" ; a folder that is current somewhere cannot be removed
   ClearErrors
-  ; The user's work stays: Scenes, Drafts, Backups and Published, Editor.ini and Recent.txt. The program
-  ; first: when it cannot be removed, it stays usable.
+  ; The user's work stays: Scenes, Drafts, Backups and Published, Editor.ini, Recent.txt and Settings.ini.
+  ; The program first: when it cannot be removed, it stays usable.
   Delete "${EDITOR}\Quorvel.exe"
   !insertmacro stopIfNotRemoved
   ${If} ${FileExists} "${EDITOR}\UI\*.*"
@@ -570,8 +586,6 @@ Section "Uninstall"
     ${If} ${FileExists} "$INSTDIR\Template\*.*"
       RMDir /r "$INSTDIR\Template"
     ${EndIf}
-  ${Else}
-    Delete "$INSTDIR\Settings\Settings.ini"
   ${EndIf}
   Delete "$INSTDIR\CHANGELOG.txt"
   Delete "$INSTDIR\README.txt"
@@ -589,10 +603,7 @@ Section "Uninstall"
     Delete "$INSTDIR\Uninstall.exe"
   ${EndIf}
   !insertmacro removeIfEmpty
-  Delete "${MENU}\Quorvel.lnk"
-  Delete "${MENU}\Quorvel scenes.lnk"
-  Delete "${MENU}\Quorvel manual.lnk"
-  Delete "${MENU}\Uninstall Quorvel.lnk"
+  Delete "${MENU}\*.lnk"
   RMDir "${MENU}"
   DeleteRegKey SHCTX "${UNINSTALL}"
   DeleteRegKey SHCTX "${REGISTRY}"

@@ -13,6 +13,9 @@ LangString textNotRemoved ${LANG_ENGLISH} \
 LangString textScenesStay ${LANG_ENGLISH} \
   "Your scenes, drafts, earlier versions and settings stay where they are, in Scenes and beside it:$\n$INSTDIR\Programs\Quorvel\Scenes"
 LangString textManual ${LANG_ENGLISH} "Open the manual"
+LangString textMenuScenes ${LANG_ENGLISH} "Quorvel scenes"
+LangString textMenuManual ${LANG_ENGLISH} "Quorvel manual"
+LangString textMenuRemoval ${LANG_ENGLISH} "Uninstall Quorvel"
 LangString textForWhom ${LANG_ENGLISH} "For whom is Quorvel?"
 LangString textForWhomHint ${LANG_ENGLISH} "In both cases, everybody has their own scenes and settings."
 LangString textForMe ${LANG_ENGLISH} "For me only"
