@@ -85,6 +85,13 @@ std::string_view cutUtf8(std::string_view text, std::size_t maxBytes) {
     return text.substr(0, isTrail(text[end]) ? maxBytes : end);
 }
 
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t\r");
+    return first == std::string_view::npos
+               ? std::string_view()
+               : text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
 int convertStringToInt(const std::string& text) {
     if (text.empty()) {
         return 0;

@@ -20,6 +20,9 @@ namespace core {
 /// At most `maxBytes` bytes of `text`, cut between UTF-8 sequences.
 [[nodiscard]] std::string_view cutUtf8(std::string_view text, std::size_t maxBytes);
 
+/// Without the blanks at both ends: spaces, tabs and carriage returns.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
 /// Decimal, 32-bit; accepts leading white space and a sign, ignores trailing text. 0 if empty; 0
 /// and the log line "convertStringToInt: Error ..." if there are no digits or the number is out of
 /// range.
@@ -31,6 +34,10 @@ namespace core {
 
 /// Changes ASCII letters only.
 [[nodiscard]] std::string lowerCase(std::string_view text);
+/// Whether it is an ASCII control character, DEL included.
+[[nodiscard]] constexpr bool isControl(char c) {
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
 /// Whether it is "true", ignoring case.
 [[nodiscard]] bool toBool(std::string_view text);
 

@@ -70,7 +70,8 @@ bool Translations::loadFile(const std::string& path) {
     const std::optional<std::string> text = readWholeFile(path, kMaxFileBytes);
     if (!text) {
         writeStandardError("Translations cannot be read: \"" + path + "\", looked for as \"" +
-                           services().fileSystem->fullPath(path) + "\"");
+                           services().fileSystem->fullPath(path) + "\"" +
+                           (isFile(path) ? ". It may have 4 MB at most." : ""));
         return false;
     }
     readIniText(*text, path,
@@ -78,7 +79,11 @@ bool Translations::loadFile(const std::string& path) {
                     if (lowerCase(section.substr(0, kSectionPrefix.size())) != kSectionPrefix) {
                         return;
                     }
-                    const std::string_view language = section.substr(kSectionPrefix.size());
+                    const std::string_view language =
+                        trimmed(section.substr(kSectionPrefix.size()));
+                    if (language.empty()) {
+                        return;
+                    }
                     m_languages.emplace(language);
                     m_texts.emplace(lookupKey(language, key), value);
                 });

@@ -73,7 +73,8 @@ TEST_F(TranslationsTest, AnOverlongLineIsCutBetweenCharactersAndReported) {
 
 TEST_F(TranslationsTest, AFolderGivesAllItsFilesAndTheFirstWins) {
     support::writeBytes("texts/b.ini", "[Language:English]\nZone=from b\nRandom=b\n");
-    support::writeBytes("texts/A.INI", "[Language:english]\nZone=A\n[Language:Dutch]\nZone=Z\n");
+    support::writeBytes("texts/A.INI", "[Language:english]\nZone=A\n[Language: Dutch ]\nZone=Z\n"
+                                       "[Language:]\nZone=nobody's\n");
     support::writeBytes("texts/c.txt", "[Language:English]\nDefault=no\n");
     const auto translations = core::Translations::create("texts", "English");
     ASSERT_TRUE(translations);
