@@ -23,8 +23,10 @@ std::u16string ownNameOf(const std::string& language) {
 std::string chosenLanguage(const app_state::SharedServices& services) {
     const std::string spoken =
         services.translations ? services.translations->language() : std::string();
-    return services.editorSettings ? services.editorSettings->getString(core::kLanguageKey, spoken)
-                                   : spoken;
+    const std::string chosen = services.editorSettings
+                                   ? services.editorSettings->getString(core::kLanguageKey, {})
+                                   : std::string();
+    return chosen.empty() ? spoken : chosen;
 }
 
 bool isLanguageNew(const app_state::SharedServices& services) {

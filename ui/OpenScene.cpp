@@ -212,7 +212,7 @@ void OpenScene::Notify(toolkit::TNotifyUI& message) {
 bool OpenScene::MessageHandler(const platform::Event& event) {
     using platform::Key;
     if (event.kind == platform::EventKind::activated && isLanguageNew(context().services) &&
-        !companions().has<SettingsWindow>()) {
+        !companions().has<SettingsWindow>() && !(m_duplicate && m_duplicate->isCopying())) {
         context().state.openSceneRequest = true;
         Close(1);
         return true;

@@ -1,5 +1,7 @@
 #include "ui/ScenesPlace.h"
 
+#include <algorithm>
+#include <string>
 #include <string_view>
 
 #include "app/state/Installation.h"
@@ -23,8 +25,18 @@ constexpr std::u16string_view kField = u"EditScenesFolder";
 constexpr std::u16string_view kButton = u"ButtonScenesFolder";
 constexpr std::u16string_view kHint = u"LabelScenesFolder";
 
-/// The tree that the author means by a folder: one that is there, or a new one in it.
+/// The tree that the author means by a folder: the one that it is or lies in, or a new one in it.
 std::string treeIn(const std::string& folder) {
+    std::string inLower = core::lowerCase(folder);
+    std::replace(inLower.begin(), inLower.end(), '\\', '/');
+    const std::string working = core::lowerCase(std::string("/") + app_state::kTreeWorkingFolder);
+    const std::string scenes = core::lowerCase(working + "/" + scene::kScenesFolder);
+    for (const std::string& inner : {scenes, working}) {
+        if (inLower.size() > inner.size() && inLower.ends_with(inner)) {
+            const std::string tree = folder.substr(0, folder.size() - inner.size());
+            return tree.ends_with(':') ? core::withSeparator(tree) : tree; // the root of a drive
+        }
+    }
     const bool isTree =
         core::lowerCase(core::fileName(folder)) == core::lowerCase(app_state::kProductTree) ||
         core::isFolder(core::withSeparator(folder) + app_state::kTreeWorkingFolder);

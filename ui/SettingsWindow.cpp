@@ -193,7 +193,8 @@ void SettingsWindow::OnItemSelect(toolkit::TNotifyUI& message) {
     // What cannot be kept counts for this run; the log says why.
     const auto chosen = static_cast<std::size_t>(combo->GetCurSel());
     if (combo->GetName() == kComboLanguage) {
-        if (m_languages.at(chosen) != chosenLanguage(context().services)) {
+        if (core::lowerCase(m_languages.at(chosen)) !=
+            core::lowerCase(chosenLanguage(context().services))) {
             settings->set(core::kLanguageKey, m_languages.at(chosen));
         }
     } else if (combo->GetName() == kComboSkin &&

@@ -40,7 +40,17 @@ std::u16string dateText(std::int64_t time, const std::array<core::Text, 12>& mon
                                  : core::tr("Date.Whole|{0} {1} {2}"_tr, day, month, at.year);
 }
 
-constexpr std::int64_t kSecondsOfDay = 86'400;
+bool isSameDay(const platform::LocalTime& one, const platform::LocalTime& other) {
+    return one.year == other.year && one.month == other.month && one.day == other.day;
+}
+
+/// Counted from two hours before midnight: a day on which clocks change is an hour longer or
+/// shorter.
+bool isYesterday(std::int64_t time) {
+    const platform::LocalTime at = now();
+    const std::int64_t passed = (std::int64_t{at.hour} * 60 + at.minute) * 60 + at.second;
+    return isSameDay(local(time), local(core::services().clock->now() - passed - 2 * 60 * 60));
+}
 
 } // namespace
 
@@ -66,17 +76,15 @@ std::u16string dayText(std::int64_t time) {
     if (isToday(time)) {
         return core::tr("Today"_tr);
     }
-    return isToday(time + kSecondsOfDay) ? core::tr("Yesterday"_tr) : dateText(time, kMonths);
+    return isYesterday(time) ? core::tr("Yesterday"_tr) : dateText(time, kMonths);
 }
 
 bool isRecentDay(std::int64_t time) {
-    return isToday(time) || isToday(time + kSecondsOfDay);
+    return isToday(time) || isYesterday(time);
 }
 
 bool isToday(std::int64_t time) {
-    const platform::LocalTime at = local(time);
-    const platform::LocalTime today = now();
-    return at.year == today.year && at.month == today.month && at.day == today.day;
+    return isSameDay(local(time), now());
 }
 
 } // namespace ui

@@ -1,12 +1,16 @@
 // The two lists of the open scene window: what they show, finding, and copies of scenes.
+#include <atomic>
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
+#include "core/EditorSettings.h"
 #include "core/Services.h"
 #include "core/Text.h"
 #include "platform/Clock.h"
@@ -17,6 +21,7 @@
 #include "stills/StillService.h"
 #include "tests/support/ClipMaker.h"
 #include "tests/support/FaultyFileSystem.h"
+#include "tests/support/gui/WindowDriver.h"
 #include "tests/support/windows/EditorTest.h"
 #include "toolkit/controls/CPictureUI.h"
 #include "ui/OpenScene.h"
@@ -186,6 +191,36 @@ TEST_F(SceneListsTest, ACopyIsTheWholeFolderUnderItsOwnName) {
         EXPECT_TRUE(test::pumpUntil([&] { return isVisible(u"LabelProblem"); }));
         EXPECT_FALSE(support::exists("Scenes/x"));
     }
+}
+
+TEST_F(SceneListsTest, AnotherLanguageDoesNotStopACopy) {
+    std::atomic<bool> goesOn = false;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    m_files.setRule(
+        [&](const support::Call& call) {
+            while (call.operation == "write" && call.path.find("Fire 2") != std::string::npos &&
+                   !goesOn && std::chrono::steady_clock::now() < end) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+            return support::Fault::none;
+        },
+        0);
+    m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+    show();
+    m_driver->click(*list(u"SceneList").GetItemAt(1));
+    duplicate({});
+    m_driver->click(u"ButtonMenu");
+    m_driver->press(Key::end);
+    m_driver->press(Key::up);
+    m_driver->press(Key::enter);
+    test::pump();
+    const test::WindowDriver settings(test::topWindow());
+    settings.pick(u"ComboLanguage", 2);
+    settings.press(Key::escape);
+    test::pump();
+    EXPECT_FALSE(isClosed(*m_window));
+    goesOn = true;
+    EXPECT_TRUE(test::pumpUntil([&] { return list(u"SceneList").GetCount() == 4; }));
 }
 
 } // namespace

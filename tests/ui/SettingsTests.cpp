@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/EditorSettings.h"
+#include "core/Services.h"
 #include "core/Text.h"
 #include "core/Texts.h"
 #include "core/Translations.h"
@@ -18,6 +19,7 @@
 #include "platform/Geometry.h"
 #include "platform/Window.h"
 #include "recovery/Drafts.h"
+#include "tests/support/FixedClock.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/gui/WindowDriver.h"
 #include "tests/support/windows/EditorTest.h"
@@ -213,8 +215,12 @@ TEST_F(BranchEditorMenu, TheSettingsShowWhereScenesAreAndChangeItForASharedInsta
     const struct {
         std::optional<std::string> chosen;
         std::string tree; ///< in the file
-    } cases[] = {
-        {std::nullopt, ""}, {"new", "new/Quorvel"}, {"a/quorvel", "a/quorvel"}, {"old", "old"}};
+    } cases[] = {{std::nullopt, ""},
+                 {"new", "new/Quorvel"},
+                 {"a/quorvel", "a/quorvel"},
+                 {"old", "old"},
+                 {"old/Programs/Quorvel", "old"},
+                 {"old/Programs/Quorvel/Scenes", "old"}};
     test::WindowDriver settings = openSettings();
     for (const auto& [chosen, tree] : cases) {
         m_gui.dialog.folder = chosen ? m_folder.path() + *chosen : chosen;
@@ -283,6 +289,33 @@ TEST_F(BranchEditorMenu, TheTimeOfSavingFollowsTheLanguage) {
         EXPECT_EQ(m_driver->textOf(u"LabelStatus").substr(0, shown.size()), shown);
     }
     core::setTexts(nullptr);
+}
+
+TEST_F(OpenSceneMenu, TheDayBeforeIsYesterdayHoweverLongItWas) {
+    support::FixedClock clock;
+    core::ServicesOverride stopped{{core::services().fileSystem, &clock, core::services().process}};
+    constexpr std::int64_t kHour = 60 * 60;
+    const std::int64_t midnight = 1'699'920'000; // of the 14th, of Greenwich
+    clock.summerEnd = midnight + kHour;          // so that the 14th has 25 hours
+    clock.time = midnight + 24 * kHour + kHour / 2;
+    EXPECT_EQ(ui::dayText(midnight + 24 * kHour), u"Today");
+    EXPECT_EQ(ui::dayText(midnight + 24 * kHour - 1), u"Yesterday");
+    EXPECT_EQ(ui::dayText(midnight - kHour), u"Yesterday") << "its first second";
+    EXPECT_EQ(ui::dayText(midnight - kHour - 1), u"13 November");
+}
+
+TEST_F(BranchEditorMenu, OpeningTheSettingsChoosesNoLanguage) {
+    m_services.translations = m_services.translations->in("german");
+    m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+    makeScene({"A"});
+    show();
+    test::WindowDriver settings = openSettings();
+    EXPECT_EQ(settings.get<toolkit::CComboUI>(u"ComboLanguage").GetText(), u"Deutsch");
+    settings.press(Key::escape);
+    EXPECT_EQ(m_services.editorSettings->getString(core::kLanguageKey, "none"), "none");
+    support::writeBytes("Editor.ini", "language =\n");
+    m_services.editorSettings = std::make_shared<core::EditorSettings>("Editor.ini");
+    EXPECT_FALSE(ui::isLanguageNew(m_services)) << "no choice either";
 }
 
 TEST_F(OpenSceneMenu, FiguresFollowTheLanguage) {

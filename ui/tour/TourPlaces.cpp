@@ -38,7 +38,8 @@ Rect panelAt(const Rect& ring, Side side, Size panel) {
 /// `panel` is as near to the ring's middle as the room allows: the pointer stays on its edge.
 Rect pointerAt(const Rect& ring, Side side, const Rect& panel) {
     const auto along = [](int middle, int from, int to) {
-        return std::clamp(middle - kPointerWidth / 2, from + kCorner, to - kCorner - kPointerWidth);
+        return std::clamp(middle - kPointerWidth / 2, from + kCorner,
+                          std::max(from + kCorner, to - kCorner - kPointerWidth));
     };
     const int x = along((ring.left + ring.right) / 2, panel.left, panel.right);
     const int y = along((ring.top + ring.bottom) / 2, panel.top, panel.bottom);

@@ -65,6 +65,13 @@ bool isDemo(const std::string& scene) {
     return std::find(kDemoScenes.begin(), kDemoScenes.end(), scene) != kDemoScenes.end();
 }
 
+/// Whether it says neither where it leads to nor what it waits for.
+bool isUnfinished(const scene::Action& action) {
+    const bool waits = action.Type() == scene::Action::kZoneAction ||
+                       action.Type() == scene::Action::kKeypressAction;
+    return action.BranchID().empty() || (waits && action.Parameter().empty());
+}
+
 std::u16string textOf(const scene::Action& action) {
     switch (action.Type()) {
     case scene::Action::kZoneAction:
@@ -220,7 +227,7 @@ std::u16string TourPresenter::text() const {
     const int branch = m_branches.shown();
     const std::vector<scene::Action> actions =
         branch >= 0 ? m_session.actions(branch) : std::vector<scene::Action>();
-    return actions.empty() || actions.front().BranchID().empty()
+    return actions.empty() || isUnfinished(actions.front())
                ? core::tr(
                      "An action leads to another branch: after a click, after a key, by chance "
                      "or when the clip ends. Add Action makes one."_tr)
