@@ -44,10 +44,6 @@ bool holdsEntity(std::string_view text) {
     return false;
 }
 
-bool isControl(char c) {
-    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
-
 bool isBlank(char16_t c) {
     return c == u' ' || c == u'\t' || c == u'\u00A0';
 }
@@ -83,7 +79,7 @@ std::optional<Finding> checkBranch(const scene::Branch& branch, int number) {
 } // namespace
 
 std::optional<NameFault> faultOf(std::string_view name) {
-    const auto isSuspect = [](char c) { return c == '<' || c == '&' || isControl(c); };
+    const auto isSuspect = [](char c) { return c == '<' || c == '&' || core::isControl(c); };
     if (std::none_of(name.begin(), name.end(), isSuspect)) {
         return std::nullopt; // as nearly all of the thousands in a scene
     }
@@ -93,8 +89,9 @@ std::optional<NameFault> faultOf(std::string_view name) {
     if (holdsEntity(name)) {
         return NameFault::entity;
     }
-    return std::any_of(name.begin(), name.end(), isControl) ? std::optional(NameFault::control)
-                                                            : std::nullopt;
+    return std::any_of(name.begin(), name.end(), core::isControl)
+               ? std::optional(NameFault::control)
+               : std::nullopt;
 }
 
 bool breaksFile(std::string_view text) {

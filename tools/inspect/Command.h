@@ -15,8 +15,8 @@ namespace inspect {
 
 /// Exit codes.
 constexpr int kSuccess = 0;
-constexpr int kFindings = 1;
-constexpr int kUnreadable = 2; ///< also for bad usage
+constexpr int kFindings = 1;   ///< also when something was not made
+constexpr int kUnreadable = 2; ///< also for bad usage; map and publish return 1 for both
 
 /// What follows the command's name. UTF-8.
 using Arguments = std::vector<std::string>;
@@ -38,7 +38,8 @@ struct Command {
 void printKinds(std::ostream& out);
 /// frames FILE [--sequential] [N | A-B | random:SEED:COUNT]...
 [[nodiscard]] int runFrames(const Arguments& arguments, std::ostream& out);
-/// import FILE... --into DIR [--quality small|standard|high] [--no-sound] [--json]
+/// import FILE... --into DIR [--quality small|standard|high] [--no-sound] [--keep-both]
+///     [--readable] [--converter FILE] [--json]
 [[nodiscard]] int runImport(const Arguments& arguments, std::ostream& out);
 /// map DIR [--svg FILE] [--dot FILE]
 [[nodiscard]] int runMap(const Arguments& arguments, std::ostream& out);

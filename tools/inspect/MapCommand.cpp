@@ -12,8 +12,6 @@
 namespace inspect {
 namespace {
 
-constexpr int kFailed = 1;
-
 bool write(const std::string& path, const std::string& text) {
     core::SafeSave save(core::SafeSave::Failures::silent);
     if (save.open(path, "wb") && save.file().writeString(text) && save.prepare() && save.commit()) {
@@ -32,16 +30,16 @@ int runMap(const Arguments& arguments, std::ostream& /*out*/) {
     if (!takeOption(rest, "--svg", svg) || !takeOption(rest, "--dot", dot) || rest.size() != 1 ||
         rest.front().empty() || (svg.empty() && dot.empty())) {
         static_cast<void>(badUsage("map", "one folder and a file to write are needed"));
-        return kFailed;
+        return kFindings;
     }
     const std::shared_ptr<scene::SceneManager> scene = readScene(rest.front());
     if (!scene) {
-        return kFailed;
+        return kFindings;
     }
     const map::MapScene content = map::readMap(*scene);
     const bool isWritten = (svg.empty() || write(svg, map::svgText(content))) &&
                            (dot.empty() || write(dot, map::dotText(content)));
-    return isWritten ? kSuccess : kFailed;
+    return isWritten ? kSuccess : kFindings;
 }
 
 } // namespace inspect

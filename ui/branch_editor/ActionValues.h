@@ -7,15 +7,17 @@
 #include <string_view>
 #include <vector>
 
+#include "scene/Action.h"
+
 namespace ui {
 
 /// Translation keys of the conditions; the index is the action's type number.
 inline constexpr std::array<const char*, 4> kConditionKeys{"Default", "Keypress", "Zone", "Random"};
 
-inline constexpr int kConditionDefault = 0;
-inline constexpr int kConditionKeypress = 1;
-inline constexpr int kConditionZone = 2;
-inline constexpr int kConditionRandom = 3;
+inline constexpr int kConditionDefault = scene::Action::kDefaultAction;
+inline constexpr int kConditionKeypress = scene::Action::kKeypressAction;
+inline constexpr int kConditionZone = scene::Action::kZoneAction;
+inline constexpr int kConditionRandom = scene::Action::kRandomAction;
 
 /// What a row's parameter list does for a condition.
 enum class ParameterKind {

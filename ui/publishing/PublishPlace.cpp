@@ -15,10 +15,6 @@ namespace {
 
 constexpr const char* kPublished = "Published";
 
-bool isControl(char sign) {
-    return static_cast<unsigned char>(sign) < 0x20 || sign == 0x7F;
-}
-
 /// Whether it could be what another name is encoded as.
 bool looksEncoded(std::string_view name) {
     return name.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789+-_%") ==
@@ -37,7 +33,8 @@ bool isDevice(const std::string& name) {
 bool isFileName(const std::string& name) {
     constexpr std::string_view kForbidden = "<>:\"/\\|?*~"; // the last begins a second, short name
     return !name.empty() && name.size() <= recovery::kMaxEncodedBytes &&
-           core::validUtf8(name) == name && std::none_of(name.begin(), name.end(), isControl) &&
+           core::validUtf8(name) == name &&
+           std::none_of(name.begin(), name.end(), core::isControl) &&
            name.find_first_of(kForbidden) == std::string::npos && name.front() != ' ' &&
            name.front() != '.' && name.back() != ' ' && name.back() != '.' && !isDevice(name) &&
            name.find(".quorvel-") == std::string::npos && // beside the folder, while it is made
