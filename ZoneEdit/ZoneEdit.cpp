@@ -110,8 +110,8 @@ void ZoneEdit::InitWindow() {
     if (context().state.zoneEditResumes) {
         resume();
     }
-    if (m_loaded) { // its offer comes after what the caption has to say, which it stands in front
-                    // of
+    // Its offer comes after what the caption has to say, which it stands in front of.
+    if (m_loaded) {
         m_draft->keep(context().state.zoneEditVideo);
     }
     commands().showEnabled();

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] int scale() const { return getInt(kScale, 100, 50, 400); }
     bool setScale(int percent) { return set(kScale, std::to_string(percent)); }
 
-    // Any key, for settings to come. `usual` is what an absent or odd value counts as.
+    // Any key; who uses one names it. `usual` is what an absent or odd value counts as.
     [[nodiscard]] bool getBool(std::string_view key, bool usual) const;
     [[nodiscard]] int getInt(std::string_view key, int usual, int least, int most) const;
     [[nodiscard]] std::string getString(std::string_view key, std::string_view usual) const;

@@ -9,6 +9,7 @@
 // collects the texts and checks the catalogue. Any thread.
 #pragma once
 
+#include <concepts> // IWYU pragma: keep
 #include <cstddef>
 #include <initializer_list>
 #include <memory>

@@ -48,8 +48,7 @@ public:
                 m_history->run(std::move(operation), m_mark);
             }
         }
-        /// Notifies listeners of the changes so far, for gestures that span
-        /// several events.
+        /// Notifies listeners of the changes so far, for gestures that span several events.
         void announce() {
             if (isOpen()) {
                 m_history->m_announcements.announceIfAny();

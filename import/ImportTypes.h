@@ -42,8 +42,8 @@ enum class Failure {
     vanished,     ///< "the file is not there any more."
     diskFull,     ///< "the disk is full."
     notWritable,  ///< "the scene's folder cannot be written."
-    nameTaken,    ///< 'a video "%s" is in the scene already.'; keepBoth() takes another name
-    stopped,      ///< "the converter stopped (%d)."; `details` is its last line
+    nameTaken,    ///< 'a video "{0}" is in the scene already.'; keepBoth() takes another name
+    stopped,      ///< "the converter stopped ({0})."; `details` is its last line
     stuck,        ///< "the converter made no progress."
     tooLarge,     ///< "the result would be too large."
     noConverter,  ///< "the converter is not installed."

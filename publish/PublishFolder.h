@@ -32,7 +32,7 @@ enum class PublishFailure {
     inUse,           ///< "the folder is in use by another program."
     busy,            ///< "it is being published already."
     noConverter,     ///< "the converter is not installed."
-    notConverted,    ///< '%s: %s', a video and a reason
+    notConverted,    ///< a video, a colon and a reason
     noMemory,        ///< "there is not enough memory."
 };
 

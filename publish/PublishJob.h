@@ -1,6 +1,6 @@
-// Publishes a saved scene as a web page: one folder that plays in any browser, from a disk or a
-// server. On the calling thread. Findings of the scene never keep it from being published: a branch
-// whose video is missing or unreadable stops the page there, as it stops the preview.
+// Publishes a saved scene as a web page: one folder that plays in current browsers, from a disk or
+// a server. On the calling thread. Findings of the scene never keep it from being published: a
+// branch whose video is missing or unreadable stops the page there, as it stops the preview.
 #pragma once
 
 #include <cstdint>

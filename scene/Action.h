@@ -1,5 +1,5 @@
 // One rule of a branch that chooses the branch to play next. A Branch owns an ordered list of them.
-// Main thread only.
+// One thread at a time: the main thread, or the one that reads a scene.
 #pragma once
 
 #include <memory>

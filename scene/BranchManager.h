@@ -1,5 +1,5 @@
 // The ordered list of a scene's branches: names new ones and checks every index. Owned by the
-// SceneManager, which forwards calls to it. Main thread only.
+// SceneManager, which forwards calls to it. One thread at a time, as that.
 //
 // An index outside 0 .. count-1 is logged as "..\BranchManager.cpp:LINE Invalid branch index" with
 // the operation's own fixed number; nothing changes and the result is empty.

@@ -22,7 +22,7 @@ struct ListedScene {
 /// newer scene has replaced it. Empty when "Scenes/" cannot be read.
 [[nodiscard]] std::vector<ListedScene> listScenesAndTimes();
 
-/// The folder of all scenes, ending in "/". The Add Video dialog starts here.
+/// The folder of all scenes, ending in "/". Dialogs for videos begin here the first time.
 [[nodiscard]] std::string scenesFolderPath();
 
 /// Whether a scene saved as `name` has a folder of its own right below "Scenes/", as all that

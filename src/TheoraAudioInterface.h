@@ -1,4 +1,4 @@
-// Where a clip's sound goes. The program attaches none, so its clips are silent; a player would.
+// Where a clip's sound goes. A clip that has none of these is silent.
 #pragma once
 
 #include <memory>

@@ -1,5 +1,5 @@
-// The one exception type of the playback library. It leaves the library only from loading a clip
-// and from setOutputMode; nothing is thrown out of a worker thread.
+// The one exception type of the playback library. It leaves the library only from loading a clip,
+// from setOutputMode and from making a LumaReader; nothing is thrown out of a worker thread.
 #pragma once
 
 #include <exception>
@@ -15,9 +15,7 @@ public:
 
     /// The message alone.
     [[nodiscard]] const std::string& getMessage() const noexcept { return m_message; }
-    [[nodiscard]] const std::string& getType() const noexcept { return m_type; }
     [[nodiscard]] const std::string& getFile() const noexcept { return m_file; }
-    [[nodiscard]] int getLine() const noexcept { return m_line; }
     /// "[TheoraGenericException: src\TheoraDataSource.cpp:40] - message".
     [[nodiscard]] const std::string& getErrorText() const noexcept { return m_errorText; }
     /// The error text.

@@ -1,5 +1,5 @@
-// What all windows of the editor share: their skin folder, how they end the message loop that runs
-// them, and finding controls. Base of the four screens and the confirmation dialog. UI thread only.
+// What all windows of the editor share: skin, commands and keys, menus, where they stand, and how
+// they end the message loop that runs them. Base of all screens and dialogs. UI thread only.
 #pragma once
 
 #include <cstdint>
@@ -38,9 +38,9 @@ public:
     explicit EditorWindow(const WindowContext& context, const WindowTables& tables = {});
 
     /// Creates the native window with its layout, shows it, and runs a message loop until it is
-    /// closed. It stands where the author left it, else in the middle. The
-    /// outcome stands in shared flags by then. False, and nothing was shown, when the window or its
-    /// layout cannot be made (the log names the layout).
+    /// closed. It stands where the author left it, else in the middle. The outcome stands in shared
+    /// flags by then. False, and nothing was shown, when the window or its layout cannot be made
+    /// (the log names the layout).
     [[nodiscard]] bool runScreen(std::u16string_view title);
 
     /// Creates and shows the window above `owner`, to work in the loop that runs. `onEnd` is called
@@ -68,8 +68,8 @@ protected:
     virtual void windowSized() {}
     /// Tool tips name the keys that the author has chosen, now and when these change.
     void controlsReady() override;
-    /// Shows the created window and runs its message loop. When the system ends the
-    /// program meanwhile, the quit flag is set: every screen is left as by Exit then.
+    /// Shows the created window and runs its message loop. When the system ends the program
+    /// meanwhile, the quit flag is set: every screen is left as by Exit then.
     void runLoop();
     [[nodiscard]] const WindowContext& context() const { return m_context; }
     [[nodiscard]] CommandSet& commands() { return m_commands; }

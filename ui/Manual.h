@@ -7,7 +7,7 @@ namespace ui {
 
 struct WindowContext;
 
-/// Opens it in the user's browser, in the editor's language if it is there in that, else in
+/// Opens it in the user's browser, in the editor's language where there is a translation, else in
 /// English, at the page about `window` if it has one; a message box says when that fails.
 void openManual(const WindowContext& context, const std::string& window);
 

@@ -1,4 +1,5 @@
-// The screen where the author names a new scene and chooses what it begins with.
+// The screen where the author names a new scene and chooses what it begins with. UI thread
+// only.
 #pragma once
 
 #include <memory>

@@ -1,6 +1,6 @@
 // The first screen: lists the scenes twice, as the folder does and the last ones first, and lets
 // the author open one, copy one, start a new one or leave. A choice in one list is one in the
-// other.
+// other. UI thread only.
 #pragma once
 
 #include <memory>

@@ -1,5 +1,5 @@
-// Where the author's scenes are, as Settings shows it, and the choice of another folder, which
-// there is where all users of a computer share the installation. UI thread only.
+// Where the author's scenes are, as Settings shows it; and the choice of another folder, in an
+// installation that all users of a computer share. UI thread only.
 #pragma once
 
 #include <string>

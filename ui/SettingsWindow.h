@@ -1,5 +1,6 @@
 // What the author can choose for this editor; stands beside the window it was opened from. Each
-// change counts at once.
+// change counts at once, but the language (when it closes) and the folder of the scenes (from the
+// next start). UI thread only.
 #pragma once
 
 #include <memory>

@@ -1,5 +1,5 @@
-// The dialogs for choosing files and folders, drawn by Qt itself, so that they are the same on every
-// desktop and work without one.
+// The dialogs for choosing files and folders, drawn by Qt itself, so that they are the same on
+// every desktop and work without one.
 #pragma once
 
 #include <optional>

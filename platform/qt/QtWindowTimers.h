@@ -1,3 +1,4 @@
+// The timers of a window, on Qt's.
 #pragma once
 
 #include <map>

@@ -1,3 +1,4 @@
+// The timers of a window, on the system's.
 #pragma once
 
 #include <set>

@@ -124,7 +124,8 @@ void printHelp(std::ostream& out) {
            "\n"
            "Results go to standard output, messages to standard error.\n"
            "Exit status: 0 all is well, 1 a frame is missing, a check found errors or something\n"
-           "was not written, 2 a file cannot be read or the command line is wrong. What a command's\n"
+           "was not written, 2 a file cannot be read or the command line is wrong. What a "
+           "command's\n"
            "own help says of it comes first.\n";
     printKinds(out);
 }

@@ -9,7 +9,7 @@ namespace ui {
 
 /// 'Zone "Fire" clicked, immediate'.
 [[nodiscard]] std::u16string reasonText(const player::Reason& reason);
-/// 'Ended: "%s" has no action that applies.'; empty while it plays.
+/// 'Ended: "Exit" has no action that applies.'; empty while it plays.
 [[nodiscard]] std::u16string endText(const player::Player& player);
 /// "At the end, in 0:01.80". `secondsLeft`: of the clip; below 0 if unknown.
 [[nodiscard]] std::u16string choiceText(const player::Player& player, const player::Choice& choice,
