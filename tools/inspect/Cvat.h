@@ -21,7 +21,8 @@ class ZoneManager;
 namespace inspect {
 
 inline constexpr std::size_t kMaxCvatBytes = std::size_t{32} * 1024 * 1024; ///< of a file
-inline constexpr std::size_t kLeastCvatPoints = 3;                          ///< of a polygon
+inline constexpr const char* kCvatTooLarge = "the file is larger than 32 MB";
+inline constexpr std::size_t kLeastCvatPoints = 3; ///< of a polygon
 
 /// What a file of tracks has to fit.
 struct CvatClip {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <sstream>
+#include <string>
 #include <variant>
 #include <vector>
 
@@ -20,6 +21,7 @@
 #include "src/TheoraVideoManager.h"
 #include "tools/inspect/Command.h"
 #include "tools/inspect/Cvat.h"
+#include "zone/LoadReport.h"
 #include "zone/Scale.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
@@ -72,23 +74,39 @@ std::optional<CvatClip> clipOf(const CvatRequest& request) {
 }
 
 int exportZones(const CvatRequest& request, const CvatClip& clip) {
-    // In the video's own pixels.
+    // In the video's own pixels, and with the frames that the clip does not have.
     const auto zones =
-        zone::ZoneManager::create(request.base, clip.frameCount, true, zone::Scale{});
+        zone::ZoneManager::create(request.base, zone::kStoredFrameCount, true, zone::Scale{});
     if (!zones) {
         return kUnreadable; // the log says why
     }
-    std::ostringstream text;
-    for (const std::string& lost : writeCvat(text, *zones, clip)) {
+    std::ostringstream out;
+    std::vector<std::string> losses = writeCvat(out, *zones, clip);
+    const std::string text = out.str();
+    const zone::LoadReport& report = zones->loadReport();
+    if (report.problem == zone::LoadProblem::binaryForeign) {
+        losses.emplace_back("parts of the pair that are no zones");
+    } else if (report.problem != zone::LoadProblem::none) {
+        losses.push_back("parts of the pair that cannot be read; whole zones: " +
+                         std::to_string(report.wholeZones) + " of " + std::to_string(report.zones));
+    }
+    for (const std::string& lost : losses) {
         core::writeStandardError("not in the file: " + lost);
     }
+    if (text.size() > kMaxCvatBytes) {
+        core::writeStandardError(std::string(kCvatTooLarge) + ", which no import takes");
+    }
     core::SafeSave save(core::SafeSave::Failures::silent);
-    const bool isWritten = save.open(request.file, "wb") && save.file().writeString(text.str()) &&
+    const bool isWritten = save.open(request.file, "wb") && save.file().writeString(text) &&
                            save.prepare() && save.commit();
     return isWritten ? kSuccess : fail("cannot write " + request.file);
 }
 
 int importZones(const CvatRequest& request, const CvatClip& clip) {
+    const auto file = core::services().fileSystem->info(request.file);
+    if (file && file->size > kMaxCvatBytes) {
+        return fail(request.file + ": " + kCvatTooLarge);
+    }
     const std::optional<std::string> text = core::readWholeFile(request.file, kMaxCvatBytes);
     if (!text) {
         return fail("cannot read " + request.file);

@@ -23,7 +23,7 @@ public:
     std::vector<CvatTrack> read(std::string_view text) {
         tinyxml2::XMLDocument document;
         if (text.size() > kMaxCvatBytes) {
-            throw CvatProblem{0, "the file is larger than 32 MB"};
+            throw CvatProblem{0, kCvatTooLarge};
         }
         if (!core::areTagsModest(text)) {
             throw CvatProblem{0, "a tag has too many attributes"};
@@ -34,6 +34,9 @@ public:
         const tinyxml2::XMLElement* root = document.RootElement();
         if (root == nullptr || std::string_view(root->Name()) != "annotations") {
             throw CvatProblem{root ? root->GetLineNum() : 0, "<annotations> is missing"};
+        }
+        if (const auto* second = root->NextSiblingElement()) {
+            fail(*second, "<" + std::string(second->Name()) + "> stands behind <annotations>");
         }
         std::vector<CvatTrack> tracks;
         for (const auto* child = root->FirstChildElement(); child != nullptr;
@@ -85,6 +88,9 @@ private:
         if (task == nullptr) {
             task = meta.FirstChildElement("job");
         }
+        if (const auto* project = meta.FirstChildElement("project")) {
+            task = taskOf(*project);
+        }
         if (task != nullptr) {
             checkNumber(task->FirstChildElement("size"), m_clip.frameCount, "the number of frames");
         }
@@ -96,6 +102,16 @@ private:
             checkNumber(size->FirstChildElement("width"), m_clip.size.width, "the width");
             checkNumber(size->FirstChildElement("height"), m_clip.size.height, "the height");
         }
+    }
+
+    /// Its only task; those of several would be of several clips.
+    static const tinyxml2::XMLElement* taskOf(const tinyxml2::XMLElement& project) {
+        const tinyxml2::XMLElement* tasks = project.FirstChildElement("tasks");
+        const tinyxml2::XMLElement* task = tasks ? tasks->FirstChildElement("task") : nullptr;
+        if (task != nullptr && task->NextSiblingElement("task") != nullptr) {
+            fail(*task->NextSiblingElement("task"), "a project of several tasks cannot be read");
+        }
+        return task;
     }
 
     CvatTrack readTrack(const tinyxml2::XMLElement& element) {

@@ -178,6 +178,10 @@ std::vector<std::string> writeCvat(std::ostream& out, const zone::ZoneManager& z
             lost.push_back(name + frames(losses.outsidePoints) +
                            " with points outside of the picture");
         }
+        if (zone.frameCount() > clip.frameCount) {
+            lost.push_back(name + frames(zone.frameCount() - clip.frameCount) +
+                           " behind the end of the clip");
+        }
     }
     xml.CloseElement();
     out.write(xml.CStr(), xml.CStrSize() - 1);

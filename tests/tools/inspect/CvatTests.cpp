@@ -61,6 +61,49 @@ TEST_F(CvatTest, WhatTheFormatCannotHoldIsListed) {
     EXPECT_EQ(exchange("A/clip", "--import"), inspect::kSuccess) << "at the edge of the picture";
 }
 
+TEST_F(CvatTest, FramesBehindTheClipAndPartsThatCannotBeReadAreListedToo) {
+    const std::string still = shapeBytes({{10, 20}, {640, 360}, {0, 0}});
+    const std::string six =
+        zone_tests::zoneBytes("Six", {still, still, still, still, still, still});
+    const std::string one = zone_tests::zoneBytes("One", {still});
+    const struct {
+        std::string binary;
+        const char* listed;
+    } cases[] = {
+        {six + one, "zone \"Six\": 2 frames behind the end of the clip\n"},
+        {one + six.substr(0, six.size() - 40),
+         "parts of the pair that cannot be read; whole zones: 1 of 2\n"},
+        {one + zone_tests::chunkBytes(7, "foreign", 7), "parts of the pair that are no zones\n"},
+    };
+    for (const auto& item : cases) {
+        givePair(item.binary, {});
+        EXPECT_EQ(exchange("A/clip", "--export", 4), inspect::kSuccess);
+        EXPECT_EQ(m_errors, std::string("not in the file: ") + item.listed);
+    }
+    givePair(one + six, {"One", "Six"}); // a zone of fewer frames keeps its last shape
+    EXPECT_EQ(exchange("A/clip", "--export"), inspect::kSuccess);
+    EXPECT_EQ(m_errors, "");
+    ASSERT_EQ(exchange("A/copy", "--import"), inspect::kSuccess) << m_errors;
+    EXPECT_EQ(support::readBytes("A/copy-ZoneInfo.bin"),
+              zone_tests::zoneBytes("One", {still, still, still, still, still, still}) + six);
+}
+
+TEST_F(CvatTest, FilesOfMoreThanThirtyTwoMegabytesAreNamedAsSuch) {
+    support::writeBytes("A/tracks.xml", "<annotations>" + std::string(inspect::kMaxCvatBytes, ' ') +
+                                            "</annotations>");
+    EXPECT_EQ(exchange("A/copy", "--import"), inspect::kUnreadable);
+    EXPECT_NE(m_errors.find("A/tracks.xml: the file is larger than 32 MB\n"), std::string::npos)
+        << m_errors;
+    zone_tests::Lines shapes; // a polygon on each frame
+    for (int frame = 0; frame < 170'000; ++frame) {
+        shapes.push_back(shapeBytes({{frame % 100, 0}, {640, 360}, {0, 340}}));
+    }
+    const int frames = static_cast<int>(shapes.size());
+    givePair(zone_tests::zoneBytes("A", shapes) + zone_tests::zoneBytes("B", shapes), {"A", "B"});
+    EXPECT_EQ(exchange("A/clip", "--export", frames), inspect::kSuccess);
+    EXPECT_EQ(m_errors, "the file is larger than 32 MB, which no import takes\n");
+}
+
 TEST_F(CvatTest, ShapesBetweenPolygonsAreMixedUnlessOneIsOutside) {
     const std::string text =
         "<annotations><version>1.1</version><track id=\"0\" label=\"Door\">\n"
@@ -125,6 +168,14 @@ TEST_F(CvatTest, WhatDoesNotFitIsRefusedByItsLineAndNothingIsWritten) {
         {"<annotations><meta><original_size>\n<width>9</width></original_size></meta></"
          "annotations>",
          ":2: the width is 9, the clip's 640"},
+        {"<annotations/>\n<annotations>\n<track label=\"Door\"/></annotations>",
+         ":2: <annotations> stands behind <annotations>"},
+        {"<annotations><meta><project><tasks><task/>\n<task/></tasks></project></meta>"
+         "</annotations>",
+         ":2: a project of several tasks cannot be read"},
+        {"<annotations><meta><project><tasks><task>\n<size>7</size></task></tasks></project></meta>"
+         "</annotations>",
+         ":2: the number of frames is 7, the clip's 6"},
     };
     for (const auto& item : cases) {
         support::writeBytes("A/tracks.xml", item.text);
