@@ -181,10 +181,11 @@ void RangeActions::paste() {
         m_session.endGesture();
         m_editor.reshapeAll(Name::paste, zone::replaced(*copiedShape()));
     } else {
-        m_notice.offer(core::tr("The copied shape has {0} points, this zone {1}: paste it as a new "
-                                "zone?"_tr,
-                                copiedShape()->size(), here),
-                       {kNewZoneButton});
+        m_notice.offer(
+            core::tr("The copied shape has {0} point, this zone {1}: paste it as a new zone?|"
+                     "The copied shape has {0} points, this zone {1}: paste it as a new zone?"_trn,
+                     copiedShape()->size(), here),
+            {kNewZoneButton});
     }
 }
 
