@@ -175,8 +175,10 @@ void RangeActions::paste() {
     }
     const std::size_t here = m_editor.points().size();
     const bool isEmptyZone = !zone().hasPoints();
-    if (isEmptyZone) {
-        replace(Name::paste, {pastedZone(), m_editor.place()->frame});
+    if (isEmptyZone) { // everywhere; it may be switched off on some frames already
+        const int frame = m_editor.place()->frame;
+        replace(Name::paste, zone::reshaped(zone(), {frame, {0, zone().frameCount()}, {}},
+                                            zone::replaced(*copiedShape())));
     } else if (here == copiedShape()->size()) {
         m_session.endGesture();
         m_editor.reshapeAll(Name::paste, zone::replaced(*copiedShape()));

@@ -308,6 +308,19 @@ TEST_F(ZoneEditRange, WhileFillingADragBlendsUpToTheKeysBesideItAndIsCarriedBehi
     EXPECT_EQ(xAt(14), 60) << "no longer";
 }
 
+TEST_F(ZoneEditRange, APastedFirstShapeLeavesTheFlagsOfAnEmptyZone) {
+    press(Key::c, kControl);
+    addZone();
+    mark(5, 10);
+    choose(u"ButtonApplyShape", u"Active from B to E only");
+    press(Key::v, kControl);
+    EXPECT_EQ(points(1, 0), kTriangle);
+    EXPECT_EQ(points(1, 20), kTriangle);
+    for (int frame = 0; frame < 21; ++frame) {
+        EXPECT_EQ(zones().isActive(1, frame), frame >= 5 && frame <= 10) << frame;
+    }
+}
+
 TEST_F(ZoneEditRange, AShapeIsCopiedToOtherFramesZonesAndVideos) {
     press(Key::c, kControl);
     shift(10, 0, 100);
