@@ -92,7 +92,10 @@ std::optional<follow::Request> FollowPresenter::request(const ShapeEditor::Place
 
 void FollowPresenter::setGoal(follow::Request& request, const ShapeEditor::Place& place) const {
     zone::FrameRange range{0, m_links.video.frameCount()};
-    if (const auto marked = m_links.editor.range(); marked && marked->contains(place.frame)) {
+    if (const auto marked = m_links.editor.range()) {
+        if (!marked->contains(place.frame)) {
+            return;
+        }
         range = *marked;
     }
     const bool isBackwards = place.frame == range.end - 1;
@@ -149,6 +152,7 @@ void FollowPresenter::finish(const follow::Outcome& outcome) {
     }
     const bool isFarAlone = outcome.shapes.empty() && !outcome.shapesBeyond.empty();
     const int last = isFarAlone ? m_request.last : frame;
+        m_links.barChanged(); // another may begin now
     frame = m_request.last;
     for (const follow::Points& shape : outcome.shapesBeyond) {
         shapes.emplace(frame, shape);

@@ -125,6 +125,9 @@ std::u16string followedText(int frame) {
 }
 
 std::u16string followedMatchText(int frames, double leastMatch) {
+    if (frames == 0) {
+        return {};
+    }
     return core::tr("{0} frame, least match {1} %|{0} frames, least match {1} %"_trn,
                     static_cast<std::size_t>(frames), percentOf(leastMatch));
 }

@@ -40,7 +40,7 @@ inline constexpr core::Text kDrawZoneFirst = "Draw the zone on this frame first.
 [[nodiscard]] std::u16string matchText(double match);
 /// "Followed to frame 85."
 [[nodiscard]] std::u16string followedText(int frame);
-/// "40 frames, least match 88 %"
+/// "40 frames, least match 88 %"; empty for none.
 [[nodiscard]] std::u16string followedMatchText(int frames, double leastMatch);
 /// "Lost sight at frame 62: 31 frames found."
 [[nodiscard]] std::u16string lostText(int frame, int frames);

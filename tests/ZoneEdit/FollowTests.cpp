@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "ZoneEdit/ZoneTexts.h"
 #include "bench/FollowedClip.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "tests/support/BoxClip.h"
@@ -198,14 +199,19 @@ TEST_F(ZoneEditFollow, ItStopsAtTheNextKeyAndMeetsIt) {
     for (const int frame : {1, 10, 20, 29}) {
         EXPECT_GE(overlapOn(frame), 0.85) << frame;
     }
-    // A range of one frame leads nowhere, whatever keys are in front of it.
+    // A range of one frame leads nowhere, whatever keys are in front of it, and no range to frames
+    // outside of it.
     goTo(35);
     press(Key::b);
     press(Key::e);
-    press(Key::f);
-    EXPECT_FALSE(panelShows());
-    EXPECT_EQ(m_driver->textOf(u"LabelNotice"),
-              u"There is no frame to follow to: the next one is a key, or the range ends here.");
+    for (const int frame : {35, 32}) {
+        goTo(frame);
+        press(Key::f);
+        EXPECT_FALSE(panelShows()) << frame;
+        EXPECT_EQ(
+            m_driver->textOf(u"LabelNotice"),
+            u"There is no frame to follow to: the next one is a key, or the range ends here.");
+    }
 }
 
 TEST_F(ZoneEditFollow, WhatWasFollowedIsCorrectedAndFollowedAgain) {
@@ -310,6 +316,7 @@ TEST_F(ZoneEditFollow, LostSightIsSaidAndWhatWasFoundIsOffered) {
     ASSERT_TRUE(waitForEnd());
     m_driver->click(u"ButtonUndo");
     EXPECT_FALSE(panelShows());
+    EXPECT_EQ(zoneedit::followedMatchText(0, 1), u"") << "of no frame";
 }
 
 TEST_F(ZoneEditFollow, WhileItRunsItCanBeStoppedAcceptedAndGivenUpByAnyStep) {
@@ -329,9 +336,14 @@ TEST_F(ZoneEditFollow, WhileItRunsItCanBeStoppedAcceptedAndGivenUpByAnyStep) {
     EXPECT_EQ(m_window->session().history().position(), steps + 1);
     EXPECT_NE(points(0, 1), drawn);
     EXPECT_EQ(points(0, 299), drawn) << "it had not come to its end";
+    goTo(0);
+    press(Key::b);
+    goTo(299);
+    press(Key::e);
     ASSERT_TRUE(startAndSeeItRun());
     m_driver->click(u"ButtonUndo");
     EXPECT_FALSE(panelShows());
+    EXPECT_TRUE(test::pumpUntil([&] { return m_driver->get(u"ButtonFollow").IsEnabled(); }));
     EXPECT_EQ(points(0, 1), drawn);
     test::pump();
     EXPECT_EQ(m_window->session().history().position(), steps) << "nor does it come later";

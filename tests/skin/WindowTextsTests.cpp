@@ -353,14 +353,16 @@ TEST_P(WindowTexts, OfTheZoneEditor) {
     }
     driver.press(Key::b);
     driver.enter(u"EditCurrentFrame", u"20");
+    driver.manager().SetFocus(nullptr);
     driver.press(Key::e);
-    EXPECT_TRUE(driver.get(u"PanelRange").IsVisible());
+    EXPECT_EQ(driver.textOf(u"EditRangeTo"), u"20");
     expectTexts(driver, "a range");
     resize(driver, {1920, 1040});
     expectTexts(driver, "a range in the band");
     driver.click(u"ButtonInterpolate");
     expectTexts(driver, "interpolated");
     driver.click(u"ButtonFollow");
+    EXPECT_TRUE(driver.get(u"PanelFollow").IsVisible());
     expectTexts(driver, "followed");
     resize(driver, {1024, 712});
     expectTexts(driver, "small");
