@@ -1,5 +1,6 @@
 #include "ZoneEdit/FollowPresenter.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 #include <utility>
@@ -26,6 +27,15 @@ namespace {
 constexpr std::size_t kLeastPoints = 3;
 /// Each frame that is found keeps them all.
 constexpr std::size_t kMostPoints = 2000;
+
+/// Whether the points of `first` stay where they are up to `last`.
+bool holds(const zone::Zone& zone, int first, int last) {
+    int frame = zone.sameUntil(first);
+    while (frame <= last && std::ranges::equal(zone.outline(first), zone.outline(frame))) {
+        frame = zone.sameUntil(frame);
+    }
+    return frame > last;
+}
 
 } // namespace
 
@@ -108,7 +118,7 @@ void FollowPresenter::setGoal(follow::Request& request, const ShapeEditor::Place
     // The next one on the way. A shape that is only held up to this frame was not made on that one.
     std::optional<int> key;
     for (const int each : keys) {
-        const bool isNext = isBackwards ? each < place.frame && zone->sameUntil(each) <= place.frame
+        const bool isNext = isBackwards ? each < place.frame && !holds(*zone, each, place.frame)
                                         : each > place.frame && !key;
         key = isNext ? each : key;
     }
@@ -142,6 +152,7 @@ void FollowPresenter::showNews(const follow::News& news) {
 
 void FollowPresenter::finish(const follow::Outcome& outcome) {
     if (!m_isOpen) {
+        m_links.barChanged(); // another may begin now
         return;
     }
     const int step = m_request.step();
@@ -152,7 +163,6 @@ void FollowPresenter::finish(const follow::Outcome& outcome) {
     }
     const bool isFarAlone = outcome.shapes.empty() && !outcome.shapesBeyond.empty();
     const int last = isFarAlone ? m_request.last : frame;
-        m_links.barChanged(); // another may begin now
     frame = m_request.last;
     for (const follow::Points& shape : outcome.shapesBeyond) {
         shapes.emplace(frame, shape);

@@ -9,9 +9,11 @@
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Texts.h"
+#include "zone/NewShapes.h"
 #include "zone/PointMatching.h"
 #include "zone/ShapeBlend.h"
 #include "zone/ShapeEdits.h"
+#include "zone/ShapeKeys.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
 
@@ -48,11 +50,17 @@ std::optional<std::vector<int>> RangeActions::keysOfGap() const {
     const std::vector<int> all = m_editor.keys();
     std::vector<int> keys;
     if (const auto range = m_editor.range()) {
+        const int ends[] = {range->first, range->end - 1};
         std::ranges::copy_if(all, std::back_inserter(keys),
-                             [&](int key) { return range->contains(key); });
-        if (keys.empty() || keys.front() != range->first || keys.back() != range->end - 1) {
+                             [&](int key) { return ends[0] < key && key < ends[1]; });
+        const auto isKey = [&](int frame) {
+            return std::ranges::binary_search(all, frame) || m_editor.markedKeys().contains(frame);
+        };
+        if (ends[0] == ends[1] || !std::ranges::all_of(ends, isKey)) {
             return std::nullopt;
         }
+        keys.insert(keys.begin(), ends[0]);
+        keys.push_back(ends[1]);
     } else {
         keys = zone::keysAround(all, m_editor.place().value().frame);
     }
@@ -68,7 +76,9 @@ void RangeActions::interpolate() {
         m_notice.refuse(core::tr(kNeedsKeys));
     } else if (const auto blend =
                    zone::blendedShapes(zone(), *keys, m_editor.way(), m_editor.keys())) {
-        replace(Name::interpolate, {*blend});
+        zone::NewShapes shapes{*blend};
+        shapes.filled = zone::blendedGaps(zone(), *keys);
+        replace(Name::interpolate, shapes);
     } else {
         refuse(*keys);
     }
@@ -103,7 +113,9 @@ void RangeActions::interpolateAll() {
     }
     const bool canBlend = zone::canBlend(zone(), keys);
     if (canBlend) {
-        replace(Name::interpolate, {zone::filledGaps(zone(), keys, m_editor.way())});
+        zone::NewShapes shapes{zone::filledGaps(zone(), keys, m_editor.way())};
+        shapes.filled = zone::blendedGaps(zone(), keys);
+        replace(Name::interpolate, shapes);
     }
     if (!canBlend || zone::unequalKeys(zone(), keys)) {
         refuse(keys);
@@ -153,6 +165,11 @@ void RangeActions::deleteKeys() {
     }
     const std::vector<int> keys = m_editor.keys();
     const zone::FrameRange range = *m_editor.range();
+    const auto isInRange = [&range](int key) { return range.contains(key); };
+    if (std::ranges::none_of(keys, isInRange) &&
+        std::ranges::none_of(m_editor.markedKeys().frames(), isInRange)) {
+        return;
+    }
     if (const auto shapes = zone::withoutKeys(zone(), keys, range, m_editor.way())) {
         replace(Name::interpolate, *shapes);
     } else if (const std::vector<int> beside = zone::keysBeside(keys, range); !beside.empty()) {

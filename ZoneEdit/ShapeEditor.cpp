@@ -78,9 +78,11 @@ std::optional<Point> ShapeEditor::handlePlace() const {
 
 std::vector<int> ShapeEditor::keys() const {
     const auto at = place();
-    return at ? zone::authoredKeys(*m_session.zones().zone(at->zone), m_keys.of(at->zone).frames(),
-                                   m_session.editingOf(at->zone).shapedFrames)
-              : std::vector<int>();
+    if (!at) {
+        return {};
+    }
+    const auto zone = m_session.zones().zone(at->zone);
+    return authored(markedKeys().through(*zone, m_session.editingOf(at->zone).knownKeys()));
 }
 
 std::vector<int> ShapeEditor::keysOfAuthor() const {
@@ -89,7 +91,27 @@ std::vector<int> ShapeEditor::keysOfAuthor() const {
         return {};
     }
     const zone::ZoneEditing& editing = m_session.editingOf(at->zone);
-    return zone::keysSetByHand(keys(), editing.shapedFrames, editing.followed);
+    const auto zone = m_session.zones().zone(at->zone);
+    std::vector<int> keys =
+        zone::keysSetByHand(authored(zone::courseKeys(*zone, editing.knownKeys())),
+                            editing.shapedFrames, editing.followed);
+    if (editing.isNew && !editing.shapedFrames.contains(0)) {
+        std::erase(keys, 0);
+    }
+    return keys;
+}
+
+std::vector<int> ShapeEditor::authored(std::vector<int> keys) const {
+    const int zone = place().value().zone;
+    const zone::ZoneEditing& editing = m_session.editingOf(zone);
+    std::erase_if(keys, [&editing](int key) {
+        return !editing.shapedFrames.contains(key) && editing.isBlended(key);
+    });
+    return zone::authoredKeys(*m_session.zones().zone(zone), keys, editing.shapedFrames);
+}
+
+const zone::ShapeKeys& ShapeEditor::markedKeys() const {
+    return m_keys.of(m_session.context().currentZone);
 }
 
 std::optional<ShapeEditor::Start> ShapeEditor::start(bool isWhole, bool isMove) const {

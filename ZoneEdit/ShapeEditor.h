@@ -54,8 +54,11 @@ public:
     [[nodiscard]] std::optional<platform::Point> handlePlace() const;
     /// The keys that the author would name, of the zone that is edited.
     [[nodiscard]] std::vector<int> keys() const;
-    /// Those without what only looks like a key where something was followed.
+    /// Those at which the author has put the shape: without what only looks like a key where
+    /// something was followed, and without mere changes of the active flag.
     [[nodiscard]] std::vector<int> keysOfAuthor() const;
+    /// Those that the timeline marks. Valid until the next call.
+    [[nodiscard]] const zone::ShapeKeys& markedKeys() const;
     [[nodiscard]] std::optional<zone::FrameRange> range() const { return m_range(); }
 
     /// What an edit begins with. Each of its steps is worked out from this anew.
@@ -84,6 +87,8 @@ public:
     void reshapeAll(zone::StepLabel::Name name, const zone::Reshape& reshape);
 
 private:
+    /// Those of `keys`, in order, that the author would name.
+    [[nodiscard]] std::vector<int> authored(std::vector<int> keys) const;
     /// Edits of the whole shape change the marked range, if the frame on show is one of it.
     [[nodiscard]] std::optional<Start> start(bool isWhole, bool isMove) const;
 

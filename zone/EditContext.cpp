@@ -35,6 +35,33 @@ int ZoneEditing::sameCenterUntil(int frame, int end) const {
     return end;
 }
 
+std::set<int> ZoneEditing::knownKeys() const {
+    std::set<int> keys = shapedFrames;
+    for (const FilledGaps& step : filled) {
+        for (const FrameRange& gap : step.gaps) {
+            for (const int end : {gap.first, gap.end}) {
+                if (step.isFilled && !keys.contains(end) && placeOf(end) == Place::atEnd) {
+                    keys.insert(end);
+                }
+            }
+        }
+    }
+    return keys;
+}
+
+ZoneEditing::Place ZoneEditing::placeOf(int frame) const {
+    for (auto step = filled.rbegin(); step != filled.rend(); ++step) {
+        const auto gap = std::ranges::lower_bound(step->gaps, frame, {}, &FrameRange::end);
+        if (gap != step->gaps.end() && gap->first <= frame) {
+            if (!step->isFilled) {
+                return Place::anywhere;
+            }
+            return gap->first < frame && frame < gap->end ? Place::inside : Place::atEnd;
+        }
+    }
+    return Place::anywhere;
+}
+
 void ZoneEditing::noteShown(const Zone& zone, int frame) {
     if (const auto points = zone.points(frame)) {
         centers[frame] = shapeCenter(*points);

@@ -22,6 +22,17 @@ struct FollowedFrames {
     bool isFollowed = true; ///< else the author has chosen their shapes
 };
 
+/// Gaps that one step has blended, and where one has put other shapes. Of those that hold a frame,
+/// the last tells.
+struct FilledGaps {
+    /// Ascending. Blended ones lead from the key `first` to the key `end`, which the next one may
+    /// begin with.
+    std::vector<FrameRange> gaps;
+    bool isFilled = true;
+
+    bool operator==(const FilledGaps&) const = default;
+};
+
 /// What belongs to one zone.
 struct ZoneEditing {
     /// A point's index, the point count for the centre handle, or -1; one for all frames.
@@ -34,7 +45,17 @@ struct ZoneEditing {
     /// Stretches that got their shapes by following, and those that got others at once, in the
     /// order of the steps.
     std::vector<FollowedFrames> followed;
+    /// In the order of the steps.
+    std::vector<FilledGaps> filled;
+    /// Whether it had no points at some time since the zones were opened: no frame has a shape of
+    /// an earlier visit then.
+    bool isNew = false;
 
+    /// Whether the frame has its shape from the keys on either side of a gap.
+    [[nodiscard]] bool isBlended(int frame) const { return placeOf(frame) == Place::inside; }
+    /// The frames that are keys whatever the shapes look like: those that the author has shaped,
+    /// and the ends of gaps that were blended.
+    [[nodiscard]] std::set<int> knownKeys() const;
     /// (0, 0) for a frame that was never shown.
     [[nodiscard]] platform::Point centerOf(int frame) const;
     /// The first frame behind `frame`, at most `end`, whose centre differs from its own.
@@ -42,6 +63,11 @@ struct ZoneEditing {
     /// Notes the centre of a frame that is shown now: clicks and drags of the centre handle use
     /// it until the frame is shown again. Nothing for a frame without a shape.
     void noteShown(const Zone& zone, int frame);
+
+private:
+    enum class Place { anywhere, atEnd, inside };
+    /// With regard to the gaps.
+    [[nodiscard]] Place placeOf(int frame) const;
 };
 
 struct EditContext {

@@ -176,6 +176,17 @@ ShapeStretch filledGaps(const Zone& zone, std::span<const int> keys, BlendWay wa
     return stretch;
 }
 
+std::vector<FrameRange> blendedGaps(const Zone& zone, std::span<const int> keys) {
+    std::vector<FrameRange> gaps;
+    for (std::size_t index = 1; index < keys.size(); ++index) {
+        const FrameRange gap{keys[index - 1], keys[index]};
+        if (zone.outline(gap.first).size() == zone.outline(gap.end).size()) {
+            gaps.push_back(gap);
+        }
+    }
+    return gaps;
+}
+
 std::vector<int> authoredKeys(const Zone& zone, std::span<const int> keys,
                               const std::set<int>& shaped) {
     std::vector<int> all(keys.begin(), keys.end());
@@ -190,6 +201,11 @@ std::vector<int> authoredKeys(const Zone& zone, std::span<const int> keys,
         const bool jumpedHere = hasBefore && all[index - 1] == frame - 1;
         // The last frame that holds the key before it.
         if (hasBefore && (jumpsNext || !hasNext) && isSame(zone, all[index - 1], frame)) {
+            return false;
+        }
+        // What the first frame held as well, before that one alone was shaped.
+        if (jumpedHere && frame == 1 && shaped.contains(0) &&
+            zone.outline(0).size() == zone.outline(1).size()) {
             return false;
         }
         // Back to what was held in front of a single other frame.

@@ -46,6 +46,8 @@ struct KeyShape {
 /// The same between all neighbouring keys that have as many points; frames elsewhere stay. There
 /// is at least one key.
 [[nodiscard]] ShapeStretch filledGaps(const Zone& zone, std::span<const int> keys, BlendWay way);
+/// Those gaps, or the ones that blendedShapes() fills.
+[[nodiscard]] std::vector<FrameRange> blendedGaps(const Zone& zone, std::span<const int> keys);
 /// The numbers of points of the first two neighbouring keys that differ in it.
 [[nodiscard]] std::optional<std::pair<int, int>> unequalKeys(const Zone& zone,
                                                              std::span<const int> keys);

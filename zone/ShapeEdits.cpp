@@ -133,8 +133,14 @@ EditReach fillReach(const Zone& zone, int frame, std::span<const int> keys, bool
     if (!std::ranges::binary_search(reach.keys, frame)) {
         reach.keys.insert(std::ranges::upper_bound(reach.keys, frame), frame);
     }
+    int end = zone.frameCount();
+    if (const int next = reach.keys.back();
+        next > frame && zone.outline(next).size() != zone.outline(frame).size()) {
+        reach.keys.pop_back();
+        end = next;
+    }
     const bool isLast = reach.keys.back() == frame;
-    reach.frames = {frame, isLast && carries ? zone.frameCount() : frame + 1};
+    reach.frames = {frame, isLast && carries ? end : frame + 1};
     return reach;
 }
 
@@ -156,6 +162,7 @@ NewShapes reshaped(const Zone& zone, const EditReach& reach, const Reshape& resh
     NewShapes result{ShapeStretch(fromKey ? reach.keys.front() : reach.frames.first), reach.frame};
     if (fromKey) {
         const int key = reach.keys.front();
+        result.filled.push_back({key, reach.frame});
         result.stretch.add(zone.outline(key), zone.isActive(key));
         addBlend(result.stretch, zone, {key, zone.outline(key)}, {reach.frame, edited});
     }
@@ -168,6 +175,7 @@ NewShapes reshaped(const Zone& zone, const EditReach& reach, const Reshape& resh
     });
     if (toKey) {
         const int key = reach.keys.back();
+        result.filled.push_back({reach.frame, key});
         addBlend(result.stretch, zone, {reach.frame, edited}, {key, zone.outline(key)});
     }
     return result;
@@ -228,12 +236,7 @@ std::vector<int> keysBeside(std::span<const int> keys, FrameRange range) {
     if (first == keys.begin() || behind == keys.end()) {
         return {};
     }
-    std::vector<int> beside;
-    std::copy(first - std::min<std::ptrdiff_t>(2, first - keys.begin()), first,
-              std::back_inserter(beside));
-    std::copy(behind, behind + std::min<std::ptrdiff_t>(2, keys.end() - behind),
-              std::back_inserter(beside));
-    return beside;
+    return {*std::prev(first), *behind};
 }
 
 std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys, FrameRange range,
@@ -243,20 +246,16 @@ std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys
     const bool hasBefore = first != keys.begin();
     const bool hasBehind = behind != keys.end();
     if (hasBefore && hasBehind) {
-        const std::vector<int> beside = keysBeside(keys, range);
-        const int ends[] = {*std::prev(first), *behind};
-        if (unequalKeys(zone, beside) || !canBlend(zone, ends)) {
+        const std::vector<int> ends = keysBeside(keys, range);
+        std::vector<int> left(keys.begin(), first);
+        left.insert(left.end(), behind, keys.end());
+        auto blend = blendedShapes(zone, ends, way, left);
+        if (!blend) {
             return std::nullopt;
         }
-        std::vector<KeyShape> shapes;
-        for (const int key : beside) {
-            shapes.push_back({key, zone.outline(key)});
-        }
-        NewShapes result{ShapeStretch(ends[0])};
-        for (int frame = ends[0]; frame <= ends[1]; ++frame) {
-            result.stretch.add(blended(shapes, frame, way), zone.isActive(frame));
-        }
+        NewShapes result{std::move(*blend)};
         result.released = range;
+        result.filled = blendedGaps(zone, ends);
         return result;
     }
     if (!hasBefore && !hasBehind) {

@@ -29,7 +29,8 @@ struct EditReach {
 
 /// An edit of one frame, and of all behind it if changes are carried forward.
 [[nodiscard]] EditReach plainReach(const Zone& zone, int frame, bool carries);
-/// An edit that blends up to the neighbouring ones of `keys`; behind the last key it is carried.
+/// An edit that blends up to the neighbouring ones of `keys`; behind the last key, or the last one
+/// before keys of other numbers of points, it is carried.
 [[nodiscard]] EditReach fillReach(const Zone& zone, int frame, std::span<const int> keys,
                                   bool carries);
 
@@ -54,8 +55,8 @@ using Reshape = std::function<void(Points&)>;
 /// The flag of `frames`; with `only`, all others get the opposite one.
 [[nodiscard]] NewShapes flagged(const Zone& zone, FrameRange frames, bool active,
                                 bool only = false);
-/// The keys that shape the frames of `range` once those within it are gone: two on either side, the
-/// further ones for the direction of a smooth course. None where a side has no key.
+/// The keys on either side that shape the frames of `range` once those within it are gone. None
+/// where a side has no key.
 [[nodiscard]] std::vector<int> keysBeside(std::span<const int> keys, FrameRange range);
 /// Without the keys in `range`: frames from the key in front of it to the one behind it are blended
 /// anew; where there is none, the other one is held. None when there is neither, when those beside

@@ -91,16 +91,26 @@ private:
 /// Goes from key to key.
 class KeyWalk {
 public:
-    explicit KeyWalk(const ShapeTrack& track) : m_track(track) {}
+    explicit KeyWalk(const ShapeTrack& track, bool heedsFlags = true)
+        : m_track(track), m_heedsFlags(heedsFlags) {}
 
-    /// The key behind the key `key`; the frame count behind the last frame.
-    [[nodiscard]] int next(int key) {
+    /// The key behind the key `key`, at most `end`; the frame count behind the last frame.
+    [[nodiscard]] int next(int key, int end = std::numeric_limits<int>::max()) {
+        return std::min(find(key, end), end);
+    }
+
+private:
+    /// The same, but may go beyond `limit`.
+    [[nodiscard]] int find(int key, int limit) {
         std::size_t run = m_track.indexOf(key);
         start(run);
         // The rest of the key's own run lies on a line that stands still.
         pass(run, key, key + 1, m_track.endFrame(run));
         while (++run < m_track.runCount()) {
             const int first = m_track.run(run).firstFrame;
+            if (first > limit) {
+                return limit;
+            }
             if (m_track.points(run).size() != m_track.points(run - 1).size()) {
                 return first - 1 > key ? first - 1 : first;
             }
@@ -108,7 +118,7 @@ public:
             if (last < first) {
                 return last;
             }
-            if (isActive(run) != isActive(run - 1)) {
+            if (m_heedsFlags && isActive(run) != isActive(run - 1)) {
                 return first;
             }
             const int end = m_track.endFrame(run);
@@ -120,8 +130,6 @@ public:
         const int lastFrame = m_track.frameCount() - 1;
         return key < lastFrame ? lastFrame : m_track.frameCount();
     }
-
-private:
     [[nodiscard]] bool isActive(std::size_t run) const {
         return !m_track.run(run).present || m_track.run(run).active;
     }
@@ -158,8 +166,30 @@ private:
     }
 
     const ShapeTrack& m_track;
+    bool m_heedsFlags;
     std::vector<Cone> m_cones;
 };
+
+/// Those of `fixed` and the ones that the walk finds between them. From a frame that is among
+/// `known` on, these are what it would find.
+std::vector<int> keysThrough(KeyWalk walk, int frameCount, const std::set<int>& fixed,
+                             const std::vector<int>& known) {
+    std::vector<int> keys;
+    auto from = known.begin();
+    for (int key = 0; key < frameCount;) {
+        const auto next = fixed.upper_bound(key);
+        const int end = next != fixed.end() ? std::min(*next, frameCount) : frameCount;
+        from = std::lower_bound(from, known.end(), key);
+        if (from != known.end() && *from == key) {
+            keys.insert(keys.end(), from, std::lower_bound(from, known.end(), end));
+            key = end;
+        } else {
+            keys.push_back(key);
+            key = walk.next(key, end);
+        }
+    }
+    return keys;
+}
 
 } // namespace
 
@@ -206,6 +236,14 @@ void ShapeKeys::update(const Zone& zone, FrameRange changed) {
 
 bool ShapeKeys::contains(int frame) const {
     return std::binary_search(m_frames.begin(), m_frames.end(), frame);
+}
+
+std::vector<int> ShapeKeys::through(const Zone& zone, const std::set<int>& fixed) const {
+    return keysThrough(KeyWalk(zone.track()), zone.frameCount(), fixed, m_frames);
+}
+
+std::vector<int> courseKeys(const Zone& zone, const std::set<int>& fixed) {
+    return keysThrough(KeyWalk(zone.track(), false), zone.frameCount(), fixed, {});
 }
 
 std::optional<int> ShapeKeys::before(int frame) const {

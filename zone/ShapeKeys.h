@@ -11,6 +11,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "zone/ShapeStretch.h"
@@ -34,10 +35,15 @@ public:
     /// The key nearest to `frame` before it, or behind it.
     [[nodiscard]] std::optional<int> before(int frame) const;
     [[nodiscard]] std::optional<int> after(int frame) const;
+    /// The keys when those of `fixed` are keys in any case: from each, the next one is found anew.
+    [[nodiscard]] std::vector<int> through(const Zone& zone, const std::set<int>& fixed) const;
 
 private:
     std::vector<int> m_frames;
 };
+
+/// The same of the points alone: changes of the active flag make no key.
+[[nodiscard]] std::vector<int> courseKeys(const Zone& zone, const std::set<int>& fixed);
 
 /// The frames that have a shape and on which it is active, as few runs as can be, ascending.
 [[nodiscard]] std::vector<FrameRange> activeRuns(const Zone& zone);

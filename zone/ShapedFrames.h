@@ -17,6 +17,8 @@ struct ShapedFrames {
     FrameRange leave = {};
     /// These were followed.
     FrameRange followed = {};
+    /// These were blended; see FilledGaps.
+    std::vector<FrameRange> filled = {};
 
     [[nodiscard]] bool tellsFollowed() const { return followed.count() > 0 || leave.count() > 0; }
 

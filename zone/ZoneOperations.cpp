@@ -24,7 +24,12 @@ void EditShapes::apply(ZoneModel& model) {
     if (m_edit) {
         m_selectedBefore = selected;
         m_shapedChange.prepare(editing.shapedFrames, m_shaped);
-        noteFollowed(editing);
+        m_gaps = gapsOf(editing);
+        m_tellsGaps = !m_gaps.gaps.empty();
+        m_makesNew = !editing.isNew && !zone.hasPoints();
+        editing.filled.reserve(editing.filled.size() + 1);
+        editing.followed.reserve(editing.followed.size() + 1);
+        note(editing);
         m_shapedChange.swap(editing.shapedFrames);
         try {
             std::exchange(m_edit, nullptr)(*model.zones, model.context, &m_changes);
@@ -35,8 +40,8 @@ void EditShapes::apply(ZoneModel& model) {
         m_selectedAfter = selected;
         model.counts += m_changes.counts();
     } else {
-        noteFollowed(editing);
         zone.redo(m_changes);
+        note(editing);
         selected = m_selectedAfter;
         m_shapedChange.swap(editing.shapedFrames);
     }
@@ -51,15 +56,45 @@ void EditShapes::revert(ZoneModel& model) noexcept {
     if (tellsFollowed()) {
         editing.followed.pop_back();
     }
+    if (m_tellsGaps) {
+        m_gaps = std::move(editing.filled.back());
+        editing.filled.pop_back();
+    }
+    editing.isNew = editing.isNew && !m_makesNew;
     model.context.noteShown(*model.zones);
 }
 
-// A redo needs no memory: revert() has left the room.
-void EditShapes::noteFollowed(ZoneEditing& editing) const {
+// Needs no memory: there is room, which revert() leaves.
+void EditShapes::note(ZoneEditing& editing) noexcept {
     if (tellsFollowed()) {
         const bool isFollowed = m_shaped.followed.count() > 0;
         editing.followed.push_back({isFollowed ? m_shaped.followed : m_shaped.leave, isFollowed});
     }
+    if (m_tellsGaps) {
+        editing.filled.push_back(std::move(m_gaps));
+    }
+    editing.isNew = editing.isNew || m_makesNew;
+}
+
+FilledGaps EditShapes::gapsOf(const ZoneEditing& editing) const {
+    if (m_isRepetition) {
+        return {};
+    }
+    if (!m_shaped.filled.empty()) {
+        return {m_shaped.filled, true};
+    }
+    if (editing.filled.empty()) {
+        return {};
+    }
+    // Beside its frames the course may jump now.
+    const FrameRange all{m_frames.first - 1, m_frames.end};
+    if (tellsFollowed()) {
+        return {{all}, false};
+    }
+    if (m_shaped.joins >= 0) {
+        return {{{all.first, m_frames.first}, {m_frames.end - 1, all.end}}, false};
+    }
+    return {};
 }
 
 std::vector<ZoneChange> EditShapes::changes() const {

@@ -62,14 +62,17 @@ public:
     void revert(ZoneModel& model) noexcept;
     [[nodiscard]] std::vector<ZoneChange> changes() const;
     [[nodiscard]] std::size_t bytes() const {
-        return sizeof *this + m_changes.bytes() + m_shapedChange.bytes();
+        return sizeof *this + m_changes.bytes() + m_shapedChange.bytes() +
+               2 * m_shaped.filled.capacity() * sizeof(FrameRange);
     }
     bool absorb(EditShapes& next) noexcept;
 
 private:
     /// Repetitions tell what the first has told.
     [[nodiscard]] bool tellsFollowed() const { return !m_isRepetition && m_shaped.tellsFollowed(); }
-    void noteFollowed(ZoneEditing& editing) const;
+    /// The step's part of what editing remembers beside the shaped frames.
+    void note(ZoneEditing& editing) noexcept;
+    [[nodiscard]] FilledGaps gapsOf(const ZoneEditing& editing) const;
 
     int m_zone;
     FrameRange m_frames;
@@ -80,6 +83,9 @@ private:
     int m_selectedAfter = -1;
     ShapedFrames m_shaped;
     ShapedFramesChange m_shapedChange; ///< made with the first apply
+    FilledGaps m_gaps;                 ///< that it tells of, while they are not in the context
+    bool m_tellsGaps = false;
+    bool m_makesNew = false; ///< the zone
 };
 
 class RenameZone {
@@ -101,8 +107,11 @@ private:
 /// Puts a zone into the list and makes it the current one, or takes one out.
 class ListZone {
 public:
-    /// An empty `added` removes the zone at `index`.
-    ListZone(int index, std::shared_ptr<Zone> added) : m_index(index), m_zone(std::move(added)) {}
+    /// An empty `added` removes the zone at `index`; `isNew` is ZoneEditing's.
+    ListZone(int index, std::shared_ptr<Zone> added, bool isNew = false)
+        : m_index(index), m_zone(std::move(added)) {
+        m_editing.isNew = isNew;
+    }
 
     void apply(ZoneModel& model);
     void revert(ZoneModel& model) noexcept;

@@ -135,7 +135,7 @@ void ZoneSession::addZone(const std::string& name, int frameCount, const ShapeSt
         zone->replaceShapes({untouched}, *shapes);
     }
     const int index = zones().zoneCount();
-    runAlone({Name::addZone, index}, ListZone(index, zone));
+    runAlone({Name::addZone, index}, ListZone(index, zone, true));
 }
 
 void ZoneSession::removeZone(int zone) {
@@ -226,13 +226,16 @@ void ZoneSession::addPoint(int zone, int frame, int x, int y) {
     }
     noteLastPoint(zone, frame, {x, y});
     const int index = m_lastPoint.index;
+    // Where the first one is drawn, the author has a thing in sight.
+    const bool isFirst = isThere(zone, frame) && !zones().zone(zone)->hasPoints();
     edit({Name::addPoint, zone, frame}, allFrames(zone),
          [=](ZoneManager& zones, EditContext& context, TrackChanges* changes) {
              zones.addPoint(context, zone, frame, x, y, changes);
              if (changes != nullptr && index > 0) {
                  changes->counts().strays = strayFrames(*zones.zone(zone), frame, index);
              }
-         });
+         },
+         TrackChanges::Keep::all, {isFirst ? frame : -1});
 }
 
 void ZoneSession::deletePoint(int zone, int frame, int x, int y) {
@@ -252,7 +255,7 @@ void ZoneSession::replaceShapes(const StepLabel& label, NewShapes shapes) {
     if (!isThere(zone, frames.first) || frames.end > allFrames(zone).end || frames.count() < 1) {
         return;
     }
-    const ShapedFrames shaped{shapes.shapedFrame, shapes.released, shapes.followed};
+    const ShapedFrames shaped{shapes.shapedFrame, shapes.released, shapes.followed, shapes.filled};
     if (!m_gesture && changesNothing(zone, shapes)) {
         return;
     }

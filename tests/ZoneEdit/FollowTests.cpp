@@ -214,6 +214,60 @@ TEST_F(ZoneEditFollow, ItStopsAtTheNextKeyAndMeetsIt) {
     }
 }
 
+TEST_F(ZoneEditFollow, KeysThatTheAuthorDidNotPutThereDoNotEndIt) {
+    const auto expectFollowed = [this](const char16_t* end) {
+        press(Key::f);
+        ASSERT_TRUE(panelShows()) << core::wideToNarrow(m_driver->textOf(u"LabelNotice"));
+        ASSERT_TRUE(waitForEnd());
+        EXPECT_EQ(m_driver->textOf(u"LabelFollow"), end);
+        m_driver->click(u"ButtonFollowDiscard");
+    };
+    const auto dragCorner = [this](int frame) {
+        const Point corner = points(0, frame)[0];
+        m_driver->drag({at(corner.x, corner.y), at(corner.x - 6, corner.y - 4)});
+    };
+    showBox(40); // switched off on the later frames
+    drawZone();
+    goTo(20);
+    press(Key::a);
+    goTo(0);
+    expectFollowed(u"Followed to frame 39.");
+
+    showBox(40); // a first drawing that was adjusted at once
+    goTo(30);
+    drawZone(30);
+    dragCorner(30);
+    press(Key::e);
+    goTo(0);
+    press(Key::b);
+    goTo(30);
+    expectFollowed(u"Followed to frame 0.");
+
+    showBox(40); // but where it was drawn is one
+    goTo(30);
+    drawZone(30);
+    goTo(29);
+    press(Key::f);
+    EXPECT_FALSE(panelShows());
+
+    showBox(40); // on one frame
+    m_driver->click(u"OptionProgressChanges");
+    drawZone();
+    dragCorner(0);
+    ASSERT_NE(points(0, 1), points(0, 0));
+    expectFollowed(u"Followed to frame 39.");
+
+    m_clip.place = [](int frame) { return Point{40 + frame / 2, 160}; };
+    showBox(40); // filled up to a frame where the line to the next one is as good
+    drawZone();
+    m_driver->manager().SetFocus(nullptr);
+    test::press(m_driver->native(), Key::i, {.shift = true});
+    goTo(20);
+    const Point from = boxOn(0)[0];
+    m_driver->drag({at(from.x + 29, from.y + 28), at(from.x + 49, from.y + 28)});
+    expectFollowed(u"Followed to frame 39.");
+}
+
 TEST_F(ZoneEditFollow, WhatWasFollowedIsCorrectedAndFollowedAgain) {
     showBox(60); // on a curve: nearly every frame is a key
     drawZone();

@@ -152,7 +152,7 @@ TEST_F(ZoneEditRange, TheOfferToMatchPointsHelpsWhereverUnequalKeysStoodInTheWay
     while (steps() > before) {
         m_driver->press(Key::z, kControl);
     }
-    mark(12, 14); // the keys beside it
+    mark(8, 9); // the keys beside it
     choose(u"ButtonInterpolateMenu", u"Delete the Keys of the Range");
     expectAllAreMatched({0, 10, 20});
     m_driver->press(Key::z, kControl);
@@ -239,7 +239,7 @@ TEST_F(ZoneEditRange, GapsAreFilledKeysDeletedAndTheRangeIsDraggedInOneStepEach)
     } cuts[] = {{8, 12, {0, 0, 0, 0, 0, 0, 0}},          // blended from 0 to 20
                 {10, 20, {0, 0, 0, 0, 0, 0, 0}},         // nothing behind: the one before holds
                 {0, 3, {100, 100, 100, 100, 60, 50, 0}}, // nothing in front
-                {4, 5, {0, 40, 50, 100, 60, 50, 0}}};    // no key in it
+                {4, 5, {0, 40, 50, 100, 60, 50, 0}}};    // no key in it: nothing is blended anew
     for (const auto& cut : cuts) {
         mark(cut.begin, cut.end);
         choose(u"ButtonInterpolateMenu", u"Delete the Keys of the Range");
@@ -306,6 +306,89 @@ TEST_F(ZoneEditRange, WhileFillingADragBlendsUpToTheKeysBesideItAndIsCarriedBehi
     press(Key::i, kShift);
     shift(15, 50, 60);
     EXPECT_EQ(xAt(14), 60) << "no longer";
+}
+
+TEST_F(ZoneEditRange, AKeyIsAdjustedAgainWhereTheCourseCouldTurnAFrameLaterAsWell) {
+    press(Key::i, kShift);
+    shift(10, 0, 10); // the line to frame 11 is as good, to a pixel
+    shift(10, 10, 14);
+    press(Key::right, kControl);
+    press(Key::right, kControl);
+    EXPECT_EQ(xAt(5), 8);
+    EXPECT_EQ(xAt(11), 16);
+    EXPECT_EQ(xAt(20), 16) << "carried behind the last key";
+    shift(20, 16, 26);
+    shift(10, 16, 20);
+    EXPECT_EQ(xAt(11), 21) << "up to the next key";
+    mark(9, 10);
+    choose(u"ButtonInterpolateMenu", u"Delete the Keys of the Range");
+    EXPECT_EQ(xAt(10), 13);
+    EXPECT_EQ(xAt(11), 14);
+}
+
+TEST_F(ZoneEditRange, WhatTheEditorBlendedIsNoKeyOfTheAuthorsUntilHeShapesItOtherwise) {
+    shift(10, 0, 100);
+    shift(20, 100, 120);
+    choose(u"ButtonMenu", u"Interpolate All Gaps");
+    mark(0, 20);
+    choose(u"ButtonInterpolateMenu", u"Smooth");
+    m_driver->click(u"ButtonInterpolate");
+    ASSERT_GT(xAt(5), 52);
+    choose(u"ButtonInterpolateMenu", u"Straight");
+    press(Key::escape);
+    goTo(5);
+    press(Key::i);
+    EXPECT_EQ(xAt(5), 50);
+    EXPECT_EQ(xAt(8), 80);
+    const int curved = xAt(15);
+    EXPECT_NE(curved, 110) << "the other gap";
+    m_driver->press(Key::z, kControl);
+    m_driver->press(Key::y, kControl);
+    press(Key::i, kShift);
+    shift(15, curved, 90);
+    EXPECT_EQ(xAt(11), 98) << "straight, from key to key";
+    EXPECT_EQ(xAt(19), 114);
+    m_driver->press(Key::z, kControl);
+    press(Key::i, kShift);
+    // A part that was moved away by itself keeps its ends.
+    mark(13, 17);
+    shift(15, curved, curved + 100);
+    press(Key::escape);
+    press(Key::i, kShift);
+    const int beside = xAt(12);
+    const int end = xAt(13);
+    shift(14, xAt(14), 0);
+    EXPECT_EQ(xAt(12), beside);
+    EXPECT_EQ(xAt(13), end);
+}
+
+TEST_F(ZoneEditRange, AFillEndsWhereTheNumberOfPointsChangesAndIsCarriedThere) {
+    shift(10, 0, 40);
+    goTo(10);
+    m_driver->click(u"OptionDeletePoint");
+    m_driver->click(at(340, 100)); // where frames 10 to 20 have it
+    m_driver->click(u"OptionMovePoint");
+    press(Key::i, kShift);
+    shift(5, 0, 50);
+    EXPECT_EQ(xAt(4), 40);
+    EXPECT_EQ(xAt(9), 50);
+    EXPECT_EQ(points(0, 10), (Points{{140, 100}, {240, 400}}));
+}
+
+TEST_F(ZoneEditRange, AnEndOfTheRangeIsAKeyWhereTheTimelineMarksOneAndNothingElseIsDeleted) {
+    shift(10, 0, 100);
+    mark(3, 6);
+    const std::size_t before = steps();
+    choose(u"ButtonInterpolateMenu", u"Delete the Keys of the Range");
+    EXPECT_EQ(steps(), before) << "there is none in it";
+    press(Key::home);
+    press(Key::b);
+    press(Key::end);
+    press(Key::e);
+    press(Key::i);
+    EXPECT_EQ(notice(), u"");
+    EXPECT_EQ(xAt(5), 50);
+    EXPECT_EQ(xAt(15), 100);
 }
 
 TEST_F(ZoneEditRange, APastedFirstShapeLeavesTheFlagsOfAnEmptyZone) {
