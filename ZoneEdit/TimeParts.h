@@ -53,6 +53,7 @@ public:
     bool typed(std::u16string_view field);
     // For Esc. False when there was nothing to do.
     bool restoreText();
+    bool cancelDrag() { return m_timeline.cancelDrag(); }
     bool stopPlaying();
 
     [[nodiscard]] FramesPresenter& frames() { return m_frames; }

@@ -103,6 +103,8 @@ platform::PointerShape Timeline::pointerShapeAt(Point point) const {
 }
 
 void Timeline::press(const Event& event) {
+    m_pressFrame = m_frame;
+    m_pressRange = m_range;
     m_drag = gripAt(event.position);
     if (m_drag != Drag::none) {
         m_anchor = m_drag == Drag::begin ? m_range->last : m_range->first;
@@ -119,6 +121,19 @@ void Timeline::release() {
     if (std::exchange(m_drag, Drag::none) == Drag::frame) {
         m_listener->frameChosen();
     }
+}
+
+bool Timeline::cancel() {
+    const Drag drag = std::exchange(m_drag, Drag::none);
+    if (drag == Drag::frame) {
+        m_listener->frameWanted(m_pressFrame);
+        m_listener->frameChosen();
+    } else if (drag != Drag::none && m_pressRange) {
+        m_listener->rangeMarked(m_pressRange->first, m_pressRange->last);
+    } else if (drag != Drag::none) {
+        m_listener->rangeCleared();
+    }
+    return drag != Drag::none;
 }
 
 void Timeline::dragTo(int x) {

@@ -37,6 +37,7 @@ public:
         virtual void frameChosen() = 0;
         virtual void steps(int frames) = 0;
         virtual void rangeMarked(int one, int other) = 0;
+        virtual void rangeCleared() = 0;
         /// What to paint now. Valid until the next call.
         [[nodiscard]] virtual const TimelineMarks& marks() = 0;
     };
@@ -53,6 +54,9 @@ public:
     void showOffered(const zone::FrameRange& frames);
     /// Shows the whole clip.
     void fit();
+    /// Takes back the drag that is going on: the frame, or the range, of its press is back. False
+    /// when there is none.
+    bool cancel();
     [[nodiscard]] const TimeScale& scale() const { return m_scale; }
 
     void SetPos(const Rect& pos) override;
@@ -89,7 +93,10 @@ private:
     zone::FrameRange m_offered;
     Drag m_drag = Drag::none;
     int m_anchor = 0; ///< the end of the range that stays
-    int m_wheel = 0;  ///< of a notch, not used yet
+    // What the press found.
+    int m_pressFrame = 0;
+    std::optional<FrameSpan> m_pressRange;
+    int m_wheel = 0; ///< of a notch, not used yet
 };
 
 } // namespace zoneedit

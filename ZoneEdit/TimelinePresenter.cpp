@@ -108,10 +108,19 @@ void TimelinePresenter::rangeMarked(int one, int other) {
     m_selection.mark(one, other);
 }
 
+void TimelinePresenter::rangeCleared() {
+    m_selection.clear();
+}
+
 void TimelinePresenter::showRange() {
     if (Timeline* line = timeline()) {
         line->showRange(m_selection.span());
     }
+}
+
+bool TimelinePresenter::cancelDrag() {
+    Timeline* line = timeline();
+    return line != nullptr && line->cancel();
 }
 
 void TimelinePresenter::goTo(const std::optional<int>& frame) {

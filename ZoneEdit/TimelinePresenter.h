@@ -40,12 +40,15 @@ public:
     void keyBefore();
     void nextKey();
     void fit();
+    /// Takes back the drag that is going on. False when there is none.
+    bool cancelDrag();
 
 private:
     void frameWanted(int frame) override;
     void frameChosen() override;
     void steps(int frames) override;
     void rangeMarked(int one, int other) override;
+    void rangeCleared() override;
     [[nodiscard]] const TimelineMarks& marks() override;
 
     void note(const std::vector<zone::ZoneChange>& changes);

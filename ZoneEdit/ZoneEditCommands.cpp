@@ -77,7 +77,7 @@ void ZoneEdit::bindHistory() {
 void ZoneEdit::stop() {
     const bool wasTyping =
         m_time->restoreText() || m_zones->restoreText() || m_editing->restoreText();
-    if (wasTyping || m_editing->cancelDrag() || m_time->stopPlaying()) {
+    if (wasTyping || m_editing->cancelDrag() || m_time->cancelDrag() || m_time->stopPlaying()) {
         return;
     }
     if (m_notice->isShown()) {

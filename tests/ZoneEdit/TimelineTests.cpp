@@ -209,6 +209,53 @@ TEST_F(ZoneEditTimeline, ARangeIsMarkedByShiftByKeysByItsGripsAndByItsFields) {
     EXPECT_EQ(range(), u"-");
 }
 
+TEST_F(ZoneEditTimeline, EscTakesADragBackAndNothingElse) {
+    constexpr int kFrames = 60;
+    show(kFrames, 1);
+    goTo(8);
+    m_driver->press(Key::digit3);
+    const auto grip = [&](int frame, int beside) {
+        const platform::Rect pos = m_driver->get(u"Timeline").GetPos();
+        return Point{atFrame(frame, kFrames).x + beside, pos.top + pos.height() / 2};
+    };
+    const struct {
+        bool isMarked; ///< 10 to 20 beforehand
+        Point press;
+        bool shift;
+        std::u16string frame; ///< while it is dragged to 40
+        std::u16string range;
+    } cases[] = {{true, atFrame(30, kFrames), true, u"8", u"30-40"},
+                 {true, grip(20, 4), false, u"8", u"10-40"},
+                 {true, grip(10, -4), false, u"8", u"20-40"},
+                 {true, atFrame(30, kFrames), false, u"40", u"10-20"},
+                 {false, atFrame(30, kFrames), true, u"8", u"30-40"}};
+    for (const auto& c : cases) {
+        if (c.isMarked) {
+            shiftDrag(atFrame(10, kFrames), atFrame(20, kFrames));
+        }
+        const std::u16string before = range();
+        const auto mouse = [&](EventKind kind, Point at) {
+            test::input().mouse(m_driver->native(), kind, at, platform::MouseButton::left,
+                                {.shift = c.shift});
+            test::pump();
+        };
+        mouse(EventKind::mouseDown, c.press);
+        mouse(EventKind::mouseMove, atFrame(40, kFrames));
+        EXPECT_TRUE(test::pumpUntil([&] { return frameText() == c.frame; }));
+        EXPECT_EQ(range(), c.range);
+        m_driver->press(Key::escape);
+        mouse(EventKind::mouseMove, atFrame(45, kFrames));
+        mouse(EventKind::mouseUp, atFrame(45, kFrames));
+        EXPECT_EQ(range(), before);
+        EXPECT_EQ(frameText(), u"8");
+        EXPECT_TRUE(test::isChecked(*m_driver, u"OptionAddMultiPoint"));
+        m_driver->press(Key::escape); // ends adding
+        m_driver->press(Key::escape);
+        EXPECT_EQ(range(), u"-");
+        m_driver->press(Key::digit3);
+    }
+}
+
 TEST_F(ZoneEditTimeline, ItZoomsAboutThePointerMovesAndShowsAllAgain) {
     constexpr int kFrames = 400;
     show(kFrames);
