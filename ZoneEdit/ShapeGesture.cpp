@@ -60,7 +60,7 @@ void ShapeGesture::begin(Kind kind, Point at) {
 
 void ShapeGesture::move(Point to) {
     // Keys work while the button is down: one has edited something else, or shows another frame.
-    if (m_start && (!m_session.inGesture() || m_editor.place() != m_start->place)) {
+    if (m_start && !isInPlace()) {
         m_session.endGesture();
         close();
     }
@@ -88,15 +88,22 @@ void ShapeGesture::move(Point to) {
 
 void ShapeGesture::startDrag() {
     m_isDragged = true;
-    if (m_kind == Kind::rectangle) {
+    const bool draws = m_kind == Kind::rectangle;
+    m_start = draws || !m_editor.points().empty() ? m_editor.start() : std::nullopt;
+    if (!m_start) {
         return;
     }
-    m_start = m_editor.points().empty() ? std::nullopt : m_editor.start();
-    if (m_start) {
+    if (!draws) {
         m_layer->showBefore(m_editor.points());
-        m_session.beginGesture({m_kind == Kind::scale ? Name::scale : Name::rotate,
-                                m_start->place.zone, m_start->place.frame});
     }
+    m_session.beginGesture({draws                   ? Name::rectangle
+                            : m_kind == Kind::scale ? Name::scale
+                                                    : Name::rotate,
+                            m_start->place.zone, m_start->place.frame});
+}
+
+bool ShapeGesture::isInPlace() const {
+    return m_start && m_session.inGesture() && m_editor.place() == m_start->place;
 }
 
 void ShapeGesture::turnOrScale(Point to) {
@@ -134,7 +141,7 @@ zone::Points ShapeGesture::rectangleTo(Point to) const {
 
 bool ShapeGesture::end() {
     const bool wasDragged = m_isDragged;
-    if (wasDragged && m_kind == Kind::rectangle) {
+    if (wasDragged && m_kind == Kind::rectangle && isInPlace()) {
         addRectangle();
     }
     m_session.endGesture();
@@ -143,14 +150,10 @@ bool ShapeGesture::end() {
 }
 
 void ShapeGesture::addRectangle() {
-    const auto place = m_editor.place();
-    if (!place) {
-        return;
-    }
-    m_session.beginGesture({Name::rectangle, place->zone, place->frame});
+    const auto [zone, frame] = m_start->place;
     try {
         for (const Point& corner : rectangleTo(m_at)) {
-            m_session.addPoint(place->zone, place->frame, corner.x, corner.y);
+            m_session.addPoint(zone, frame, corner.x, corner.y);
         }
     } catch (...) {
         m_session.cancelGesture();

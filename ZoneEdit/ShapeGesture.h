@@ -39,6 +39,8 @@ private:
     void startDrag();
     void turnOrScale(platform::Point to);
     [[nodiscard]] zone::Points rectangleTo(platform::Point to) const;
+    /// Whether the session's step is still this drag's, and what it began on is on show.
+    [[nodiscard]] bool isInPlace() const;
     void addRectangle();
     void showLabel(const std::u16string& text, platform::Point at);
     void close();

@@ -302,6 +302,35 @@ TEST_F(ZoneEditGesture, ADragWithCtrlEndsOnTheFrameItBeganOn) {
     EXPECT_EQ(points(0, 1), square);
 }
 
+TEST_F(ZoneEditGesture, ARectangleIsDrawnWhereItBeganOrNowhere) {
+    show(5, 2);
+    m_driver->click(u"OptionAddMultiPoint");
+    const std::size_t steps = m_window->session().history().size();
+    mouse(EventKind::mouseDown, on(500, 300), kControl);
+    mouse(EventKind::mouseMove, on(540, 340), kControl);
+    m_driver->press(Key::z, kControl); // would take the second zone back
+    ASSERT_EQ(zones().zoneCount(), 2);
+    mouse(EventKind::mouseMove, on(580, 380), kControl);
+    mouse(EventKind::mouseUp, on(580, 380), kControl);
+    EXPECT_EQ(points(1, 4).size(), 4U);
+    EXPECT_EQ(m_window->session().history().size(), steps + 1);
+    for (const bool moves : {false, true}) {
+        for (const Key elsewhere : {Key::n, Key::right}) {
+            mouse(EventKind::mouseDown, on(600, 300), kControl);
+            mouse(EventKind::mouseMove, on(640, 340), kControl);
+            press(elsewhere);
+            if (moves) {
+                mouse(EventKind::mouseMove, on(680, 380), {});
+            }
+            mouse(EventKind::mouseUp, on(680, 380), {});
+            EXPECT_FALSE(isVisible(u"LabelGesture"));
+            EXPECT_TRUE(points(0, 0).empty());
+            EXPECT_EQ(points(1, 0).size(), 4U);
+        }
+    }
+    EXPECT_EQ(m_window->session().history().size(), steps + 1);
+}
+
 TEST_F(ZoneEditGesture, ADragWithCtrlKeepsThePlaceOfItsPressWhileTheWheelZooms) {
     show(5, 1);
     const auto zoomIn = [this](Point about) {
