@@ -96,7 +96,8 @@ bool PointTools::press(const platform::Event& event) {
         return beginGesture(*kind, position);
     }
     const video::PictureView view = control->view();
-    const Point at = view.toDisplay(position);
+    // The last pixel of a scaled picture may lie partly beyond the area.
+    const Point at = m_session.clamped(view.toDisplay(position));
     if (event.kind == EventKind::mouseDoubleClick && m_choice.tool() == Tool::movePoint &&
         m_editor.insertOnEdge(place, at, kEdgeReach / view.scale)) {
         m_video.repaintZoneNow();
@@ -201,7 +202,8 @@ void PointTools::releaseGesture(Point position) {
         return;
     }
     if (const auto place = m_editor.place()) { // a click as one without Ctrl
-        (void)pressTool(*place, m_video.control()->view().toDisplay(position));
+        const Point at = m_video.control()->view().toDisplay(position);
+        (void)pressTool(*place, m_session.clamped(at)); // it may have gone over the edge
         endStep();
         m_controls.manager().ReleaseCapture();
     }

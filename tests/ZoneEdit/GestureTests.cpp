@@ -331,6 +331,24 @@ TEST_F(ZoneEditGesture, ARectangleIsDrawnWhereItBeganOrNowhere) {
     EXPECT_EQ(m_window->session().history().size(), steps + 1);
 }
 
+TEST_F(ZoneEditGesture, PointsAreAddedInThePictureAreaHoweverItsEdgeIsHit) {
+    show(5, 1);
+    m_driver->click(u"OptionAddMultiPoint");
+    drag({on(0, 300), {on(0, 300).x - 2, on(0, 300).y}}, kControl); // a click
+    EXPECT_EQ(points(0, 0), (Points{{0, 300}}));
+    m_gui.host.screenHeight = 700;
+    show(5, 1);
+    for (const int width : {1024, 1100}) {
+        resize({width, 728}); // the last column of the picture lies partly beside the area
+        const platform::Rect picture = m_driver->get<video::CVideoUI>(u"Video").pictureRect();
+        for (const auto* tool : {u"OptionAddPoint", u"OptionAddMultiPoint"}) {
+            m_driver->click(tool);
+            m_driver->click(Point{picture.right - 1, picture.bottom - 1});
+            EXPECT_EQ(points(0, 0).at(static_cast<std::size_t>(selected())), (Point{1023, 599}));
+        }
+    }
+}
+
 TEST_F(ZoneEditGesture, ADragWithCtrlKeepsThePlaceOfItsPressWhileTheWheelZooms) {
     show(5, 1);
     const auto zoomIn = [this](Point about) {
