@@ -11,6 +11,7 @@ namespace zoneedit {
 
 inline constexpr core::Text kNoPointHere = "There is no point here"_tr;
 inline constexpr core::Text kNoZoneYet = "Add a zone first: press +"_tr;
+inline constexpr core::Text kNoPointChosen = "Choose a point first, with Move"_tr;
 
 class HintPresenter {
 public:

@@ -26,7 +26,7 @@ using platform::Point;
 PointTools::PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
                        ShapeEditor& editor, HintPresenter& hints)
     : m_controls(controls), m_video(video), m_session(session), m_editor(editor), m_hints(hints),
-      m_choice(controls, video, session, hints), m_gesture(controls, video, session, editor),
+      m_choice(controls, video, session, hints), m_gesture(controls, video, session, editor, hints),
       m_step(session, editor) {
     if (video::CVideoUI* control = m_video.control()) {
         control->setPointerShape([this](Point at) { return m_choice.pointerAt(at, m_held); });
@@ -119,9 +119,10 @@ bool PointTools::pressTool(Place place, Point at) {
     if (m_isHeld) {
         m_controls.manager().SetCapture(); // may lose it at once: then this is a click
     }
+    core::Text reason;
     try {
         m_step.begin(rule.step, place, at);
-        use(place, at);
+        reason = use(place, at);
     } catch (...) { // out of memory: the next edit must not become part of this step
         cancelStep();
         throw;
@@ -132,11 +133,15 @@ bool PointTools::pressTool(Place place, Point at) {
     if (rule.next != m_choice.tool()) {
         m_choice.choose(rule.next);
     }
+    if (!reason.empty()) { // after what the next tool has to say
+        m_hints.explain(reason);
+    }
     m_video.repaintZoneNow();
     return true;
 }
 
-void PointTools::use(Place place, Point at) {
+core::Text PointTools::use(Place place, Point at) {
+    core::Text reason;
     switch (m_choice.tool()) {
     case Tool::movePoint:
         m_session.hitTest(place.zone, place.frame, at.x, at.y);
@@ -144,15 +149,15 @@ void PointTools::use(Place place, Point at) {
         break;
     case Tool::addPoint:
     case Tool::addMultiPoint:
+        reason = m_session.takesPoint(place.zone) ? reason : kNoPointChosen;
         m_session.addPoint(place.zone, place.frame, at.x, at.y);
         break;
     case Tool::deletePoint:
-        if (!m_session.hasPointAt(place.zone, at.x, at.y)) {
-            m_hints.explain(kNoPointHere);
-        }
+        reason = m_session.hasPointAt(place.zone, at.x, at.y) ? reason : kNoPointHere;
         m_session.deletePoint(place.zone, place.frame, at.x, at.y);
         break;
     }
+    return reason;
 }
 
 bool PointTools::move(Point position) {

@@ -13,6 +13,7 @@
 #include "ZoneEdit/ShapeEditor.h"
 #include "ZoneEdit/ShapeGesture.h"
 #include "ZoneEdit/ToolChoice.h"
+#include "core/Texts.h"
 #include "platform/Event.h"
 #include "platform/Geometry.h"
 #include "ui/Controls.h"
@@ -54,7 +55,8 @@ private:
     bool press(const platform::Event& event);
     bool pressTool(Place place, platform::Point at);
     bool beginGesture(ShapeGesture::Kind kind, platform::Point position);
-    void use(Place place, platform::Point at);
+    /// Why it did nothing; empty where it did, or where nothing was to be expected.
+    core::Text use(Place place, platform::Point at);
     bool move(platform::Point position);
     bool release(platform::Point position);
     void releaseGesture(platform::Point position);

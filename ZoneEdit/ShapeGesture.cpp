@@ -44,8 +44,8 @@ Vector middleOf(const zone::Points& points) {
 } // namespace
 
 ShapeGesture::ShapeGesture(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
-                           ShapeEditor& editor)
-    : m_controls(controls), m_video(video), m_session(session), m_editor(editor) {
+                           ShapeEditor& editor, HintPresenter& hints)
+    : m_controls(controls), m_video(video), m_session(session), m_editor(editor), m_hints(hints) {
     if (video::CVideoUI* control = m_video.control()) {
         control->AddLayer(m_layer);
     }
@@ -151,6 +151,10 @@ bool ShapeGesture::end() {
 
 void ShapeGesture::addRectangle() {
     const auto [zone, frame] = m_start->place;
+    if (!m_session.takesPoint(zone)) {
+        m_hints.explain(kNoPointChosen);
+        return;
+    }
     try {
         for (const Point& corner : rectangleTo(m_at)) {
             m_session.addPoint(zone, frame, corner.x, corner.y);

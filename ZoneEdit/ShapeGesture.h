@@ -9,6 +9,7 @@
 
 #include "ZoneEdit/EditedVideo.h"
 #include "ZoneEdit/GestureLayer.h"
+#include "ZoneEdit/HintPresenter.h"
 #include "ZoneEdit/ShapeEditor.h"
 #include "platform/Geometry.h"
 #include "ui/Controls.h"
@@ -24,7 +25,7 @@ public:
 
     /// All outlive it. Its layer becomes one of the video's.
     ShapeGesture(ui::Controls controls, EditedVideo& video, zone::ZoneSession& session,
-                 ShapeEditor& editor);
+                 ShapeEditor& editor, HintPresenter& hints);
 
     /// At a point of the window.
     void begin(Kind kind, platform::Point at);
@@ -49,6 +50,7 @@ private:
     EditedVideo& m_video;
     zone::ZoneSession& m_session;
     ShapeEditor& m_editor;
+    HintPresenter& m_hints;
     std::shared_ptr<GestureLayer> m_layer = std::make_shared<GestureLayer>();
     std::optional<Kind> m_kind;
     bool m_isDragged = false;

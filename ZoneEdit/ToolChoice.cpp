@@ -67,7 +67,8 @@ PointerShape ToolChoice::pointerAt(Point position, platform::Modifiers held) con
     if (zone < 0 || frame < 0) {
         return PointerShape::notAllowed;
     }
-    if (const auto kind = gestureOf(held)) {
+    const auto kind = gestureOf(held);
+    if (kind && (kind != ShapeGesture::Kind::rectangle || m_session.takesPoint(zone))) {
         constexpr PointerShape kShapes[] = {PointerShape::rectangle, PointerShape::scale,
                                             PointerShape::rotate};
         return kShapes[static_cast<std::size_t>(*kind)];

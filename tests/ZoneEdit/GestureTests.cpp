@@ -523,6 +523,37 @@ TEST_F(ZoneEditGesture, ANarrowWindowShowsTheHintInPlaceOfTheVideoWhileItIsNew) 
     EXPECT_TRUE(isVisible(u"LabelVideo"));
 }
 
+TEST_F(ZoneEditGesture, HintsTellWhyNoPointWasAdded) {
+    show(5, 1);
+    const auto expectNothingAdded = [this](std::size_t count) {
+        EXPECT_EQ(hint(), u"Choose a point first, with Move");
+        EXPECT_EQ(points(0, 0).size(), count);
+    };
+    m_driver->click(u"OptionAddMultiPoint");
+    for (const Point at : {on(500, 300), on(600, 300), on(550, 400)}) {
+        m_driver->click(at);
+    }
+    press(Key::digit4);
+    m_driver->click(on(550, 400)); // the chosen one
+    press(Key::digit3);
+    m_driver->click(on(550, 400));
+    expectNothingAdded(2);
+    m_driver->click(u"ButtonUndo");
+
+    press(Key::digit1);
+    m_driver->drag({on(550, 333), on(560, 333)}); // by its centre
+    press(Key::digit2);
+    m_driver->click(on(700, 300));
+    expectNothingAdded(3);
+    EXPECT_TRUE(isChecked(*m_driver, u"OptionMovePoint"));
+    m_driver->click(on(560, 333)); // its centre
+    press(Key::digit3);
+    mouse(EventKind::mouseMove, on(700, 300), kControl);
+    EXPECT_EQ(m_driver->manager().mouse().shape(), platform::PointerShape::notAllowed);
+    drag({on(700, 300), on(800, 400)}, kControl);
+    expectNothingAdded(3);
+}
+
 TEST_F(ZoneEditGesture, EnterAndEscEndAddManyAndHintsTellWhyAClickDidNothing) {
     show(5);
     m_driver->click(on(600, 300));
