@@ -30,7 +30,7 @@ EditingParts::EditingParts(ui::CommandSet& commands, const Links& links)
                           : std::nullopt;
           },
           links.settings),
-      m_hints(links.controls),
+      m_hints(links.controls, links.notice),
       m_tools(links.controls, links.video, links.session, m_editor, m_hints),
       m_pointKeys(links.video, links.session, m_editor),
       m_fields(links.controls, links.session, m_editor),

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Texts.h"
 #include "platform/Window.h"
@@ -68,6 +69,10 @@ void HintPresenter::showHeld(platform::Modifiers held, bool isDragging) {
 }
 
 void HintPresenter::explain(core::Text reason) {
+    if (!m_isAllowed) {
+        m_notice.refuse(core::tr(reason));
+        return;
+    }
     m_reason = reason;
     startNews();
     show();

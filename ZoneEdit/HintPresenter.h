@@ -13,16 +13,20 @@ inline constexpr core::Text kNoPointHere = "There is no point here"_tr;
 inline constexpr core::Text kNoZoneYet = "Add a zone first: press +"_tr;
 inline constexpr core::Text kNoPointChosen = "Choose a point first, with Move"_tr;
 
+class NoticePresenter;
+
 class HintPresenter {
 public:
-    explicit HintPresenter(ui::Controls controls) : m_controls(controls) {}
+    /// Both outlive it.
+    HintPresenter(ui::Controls controls, NoticePresenter& notice)
+        : m_controls(controls), m_notice(notice) {}
 
     /// By its number.
     void showTool(int tool);
     /// As the author chose it.
     void chooseTool(int tool);
     void showHeld(platform::Modifiers held, bool isDragging);
-    /// Why a click did nothing.
+    /// Why a click did nothing. On the bar where the caption has something more important to say.
     void explain(core::Text reason);
     /// Whether the caption has nothing more important to say.
     void allow(bool isAllowed);
@@ -40,6 +44,7 @@ private:
     void startNews();
 
     ui::Controls m_controls;
+    NoticePresenter& m_notice;
     int m_tool = 0;
     platform::Modifiers m_held;
     bool m_isDragging = false;

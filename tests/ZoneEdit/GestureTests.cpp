@@ -554,6 +554,32 @@ TEST_F(ZoneEditGesture, HintsTellWhyNoPointWasAdded) {
     expectNothingAdded(3);
 }
 
+TEST_F(ZoneEditGesture, WhyAClickDidNothingIsSaidOnTheBarWhereTheCaptionSaysMore) {
+    show(5, 1);
+    widen();
+    const auto expectReason = [this](bool isOnBar) {
+        m_driver->click(u"OptionDeletePoint");
+        m_driver->click(on(600, 300));
+        EXPECT_EQ(isVisible(u"PanelNotice"), isOnBar);
+        EXPECT_EQ(isVisible(u"LabelHint"), !isOnBar);
+        EXPECT_EQ(m_driver->textOf(isOnBar ? u"LabelNotice" : u"LabelHint"),
+                  u"There is no point here");
+        platform::Event event;
+        event.kind = EventKind::timer;
+        event.timerId = 0x7FFFFFFF;
+        (void)m_window->HandleMessage(event);
+        EXPECT_FALSE(isVisible(u"PanelNotice"));
+    };
+    expectReason(false);
+    m_driver->click(u"ButtonSave");
+    expectReason(true);
+    EXPECT_EQ(m_driver->textOf(u"LabelNote").substr(0, 8), u"Saved at");
+    m_driver->enter(u"EditZone", u""); // a hint about names
+    expectReason(true);
+    m_driver->enter(u"EditZone", u"Door");
+    expectReason(false);
+}
+
 TEST_F(ZoneEditGesture, EnterAndEscEndAddManyAndHintsTellWhyAClickDidNothing) {
     show(5);
     m_driver->click(on(600, 300));
