@@ -1,5 +1,8 @@
 #include "ZoneEdit/PointKeys.h"
 
+#include <utility>
+
+#include "zone/NewShapes.h"
 #include "zone/PointSums.h"
 #include "zone/ShapeEdits.h"
 #include "zone/StepLabel.h"
@@ -55,11 +58,11 @@ void PointKeys::remove() {
     if (!place || !canRemove()) {
         return;
     }
-    const int number = m_editor.handle();
+    zone::NewShapes without =
+        zone::withoutPoint(*m_session.zones().zone(place->zone), m_editor.handle());
+    without.choosesNone = true;
     m_session.endGesture();
-    m_session.replaceShapes({Name::deletePoint, place->zone, place->frame},
-                            zone::withoutPoint(*m_session.zones().zone(place->zone), number));
-    m_session.chooseNoPoint(place->zone);
+    m_session.replaceShapes({Name::deletePoint, place->zone, place->frame}, std::move(without));
     m_video.repaintZone();
 }
 

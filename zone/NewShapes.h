@@ -21,6 +21,8 @@ struct NewShapes {
     std::vector<FrameRange> filled = {};
     /// Later frames in the stretch that had a shape of their own; see StepReach.
     int ownFrames = 0;
+    /// No point is chosen afterwards.
+    bool choosesNone = false;
 };
 
 } // namespace zone

@@ -269,6 +269,9 @@ void ZoneSession::replaceShapes(const StepLabel& label, NewShapes shapes) {
                 changes->counts().own += shapes.ownFrames;
             }
             zones.replaceShapes(context, zone, shapes.stretch, changes);
+            if (shapes.choosesNone) {
+                context.zone(zone).selectedPoint = -1;
+            }
         },
         repeats ? TrackChanges::Keep::nothingTwice : TrackChanges::Keep::all, shaped);
     if (m_gesture) {

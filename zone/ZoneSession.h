@@ -57,7 +57,6 @@ public:
     void setHandleReach(double reach) { m_model.context.handleReach = reach; }
     /// Selects the handle at (x, y), or none; true when there is one.
     bool hitTest(int zone, int frame, int x, int y);
-    void chooseNoPoint(int zone) { m_model.context.zone(zone).selectedPoint = -1; }
     // What a press would do; they log nothing.
     [[nodiscard]] bool isHandleAt(int zone, int frame, int x, int y) const;
     [[nodiscard]] bool takesPoint(int zone) const;

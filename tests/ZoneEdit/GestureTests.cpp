@@ -399,6 +399,26 @@ TEST_F(ZoneEditGesture, ADoubleClickOnALineAddsAPointThereOnEveryFrame) {
     EXPECT_EQ(points(0, 0).size(), 4U) << "none is chosen now";
 }
 
+TEST_F(ZoneEditGesture, AfterDeleteNoPointIsChosenAndThePanelSaysSo) {
+    show(5, 1);
+    drawSquare();
+    const auto expectChosen = [this](int point, const char16_t* place, const char16_t* x) {
+        EXPECT_EQ(selected(), point);
+        EXPECT_EQ(m_driver->textOf(u"LabelPoint"), place);
+        EXPECT_EQ(m_driver->textOf(u"EditPointX"), x);
+        EXPECT_EQ(m_driver->get(u"EditPointX").IsEnabled(), *x != 0);
+    };
+    m_driver->click(on(580, 300));
+    expectChosen(1, u"2 of 4", u"580");
+    press(Key::del);
+    ASSERT_EQ(points(0, 4).size(), 3U);
+    expectChosen(-1, u"", u"");
+    m_driver->press(Key::z, kControl);
+    expectChosen(1, u"2 of 4", u"580");
+    m_driver->press(Key::y, kControl);
+    expectChosen(-1, u"", u"");
+}
+
 TEST_F(ZoneEditGesture, CtrlWithArrowsMovesTheChosenPointInOneStepForEachPress) {
     show(5, 1);
     drawSquare();
