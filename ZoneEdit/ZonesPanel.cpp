@@ -118,9 +118,10 @@ void ZonesPanel::refresh() {
     if (rows == nullptr) {
         return;
     }
-    {
+    // A row that is chosen already stays where the author has scrolled it.
+    if (const int zone = m_session.context().currentZone; zone != rows->GetCurSel()) {
         const ui::FlagScope showing(m_isShowing);
-        rows->SelectItem(m_session.context().currentZone);
+        rows->SelectItem(zone);
     }
     for (int zone = 0; zone < rows->GetCount(); ++zone) {
         if (CControlUI* row = rows->madeRow(zone)) {

@@ -364,6 +364,29 @@ TEST_F(ZoneEditZonesPanel, ARowTellsAndChoosesItsZone) {
     EXPECT_EQ(zones().zoneCount(), 4);
 }
 
+TEST_F(ZoneEditZonesPanel, TheListStaysWhereItWasScrolledUntilAnotherZoneIsChosen) {
+    for (int zone = 2; zone < 40; ++zone) {
+        addZone();
+    }
+    m_driver->pick(u"ComboZone", 1);
+    auto& list = m_driver->get<toolkit::CListUI>(u"ListZones");
+    const auto offset = [&list] { return list.GetScrollBar().model().offset(); };
+    wheel(test::WindowDriver::middleOf(list), -5, {});
+    const int scrolled = offset();
+    ASSERT_GT(scrolled, 60) << "the chosen row is out of view";
+    m_driver->manager().SetFocus(nullptr);
+    m_driver->press(Key::right);
+    m_driver->press(Key::a);
+    EXPECT_EQ(row(1), u"Zone 2, not active, shown");
+    m_driver->drag({at(700, 200), at(700, 100)});
+    const int last = list.GetPos().height() / 30 + scrolled / 30 - 2; // in view
+    m_driver->click(part(last, u"CheckRowOutline"));
+    EXPECT_EQ(row(last).substr(row(last).size() - 6), u"hidden");
+    EXPECT_EQ(offset(), scrolled);
+    m_driver->press(Key::n);
+    EXPECT_LT(offset(), scrolled) << "the row of the zone that is edited comes into view";
+}
+
 TEST_F(ZoneEditZonesPanel, OutlinesAndTagsShowAndChooseOtherZones) {
     const Point tag{210, 185};
     EXPECT_EQ(count({250, 199}, {350, 201}, kFirstOther), 0);
