@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <utility>
 
 #include "ZoneEdit/TimelinePainter.h"
@@ -22,6 +23,7 @@ constexpr int kNotch = 120;
 constexpr double kZoomStep = 1.25;
 constexpr double kMoveStep = 0.1; // of what is shown
 constexpr int kGripReach = 2;     // pixels beside a grip that take a press as well
+constexpr int kPlayheadReach = 1; // beside its middle
 
 } // namespace
 
@@ -84,7 +86,10 @@ void Timeline::fit() {
 }
 
 Timeline::Drag Timeline::gripAt(Point point) const {
-    if (!m_range || !GetPos().contains(point)) {
+    const Rect head = playhead(GetPos(), m_scale, m_frame);
+    const bool isOnPlayhead =
+        std::abs(point.x - head.left - head.width() / 2) <= kPlayheadReach; // which lies on top
+    if (!m_range || isOnPlayhead || !GetPos().contains(point)) {
         return Drag::none;
     }
     const auto isAt = [point](const Rect& grip) {

@@ -1,5 +1,6 @@
 // The timeline of the zone editor, operated by real keys, drags and turns of the wheel; playing on
 // a clock that stands between two steps of the test.
+#include <cmath>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -253,6 +254,44 @@ TEST_F(ZoneEditTimeline, EscTakesADragBackAndNothingElse) {
         m_driver->press(Key::escape);
         EXPECT_EQ(range(), u"-");
         m_driver->press(Key::digit3);
+    }
+}
+
+TEST_F(ZoneEditTimeline, ThePlayheadIsDraggedAwayFromTheEndsOfARange) {
+    constexpr int kFrames = 60;
+    show(kFrames);
+    const auto on = [&](int frame, int beside) {
+        const auto& line = m_driver->get<zoneedit::Timeline>(u"Timeline");
+        return Point{static_cast<int>(std::lround(line.scale().xOf(frame))) + beside,
+                     line.GetPos().top + line.GetPos().height() / 2};
+    };
+    const struct {
+        int from; ///< where B and E are pressed
+        int to;
+        bool atBegin;
+    } ranges[] = {{20, 40, false}, {20, 40, true}, {30, 30, false}};
+    for (const auto& range : ranges) {
+        for (const int beside : {-1, 0, 1}) {
+            goTo(range.from);
+            m_driver->press(Key::b);
+            goTo(range.to);
+            m_driver->press(Key::e);
+            goTo(range.atBegin ? range.from : range.to);
+            const std::u16string marked = this->range();
+            m_driver->drag({on(range.atBegin ? range.from : range.to, beside), on(50, 0)});
+            EXPECT_EQ(frameText(), u"50");
+            EXPECT_EQ(this->range(), marked);
+        }
+    }
+    for (const int beside : {-1, 2}) { // the playhead is elsewhere, and beside it
+        m_driver->press(Key::b);
+        m_driver->press(Key::e);
+        if (beside < 0) {
+            goTo(0);
+        }
+        m_driver->drag({on(50, beside), on(55, 0)});
+        EXPECT_EQ(this->range(), u"50-55") << beside;
+        goTo(50);
     }
 }
 
