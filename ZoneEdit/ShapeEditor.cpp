@@ -173,7 +173,7 @@ bool ShapeEditor::insertOnEdge(Place place, Point at, double reach) {
     }
     const auto held = m_session.zones().zone(place.zone);
     m_session.replaceShapes({Name::addPoint, place.zone, place.frame},
-                            zone::withPointOnEdge(*held, place.frame, edge, at));
+                            zone::withPointEverywhere(*held, place.frame, edge, at));
     m_session.hitTest(place.zone, place.frame, at.x, at.y);
     return true;
 }

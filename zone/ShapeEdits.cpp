@@ -269,18 +269,6 @@ std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys
     return result;
 }
 
-NewShapes withPointOnEdge(const Zone& zone, int frame, int index, Point at) {
-    const auto first = static_cast<std::size_t>(index);
-    const Beside place(edgeOf(zone.outline(frame), first), at);
-    return {stretchOf(zone, allOf(zone), [&](int other) {
-        Points points = pointsOf(zone, other);
-        if (points.size() > first && points.size() >= 2 && points.size() < kMaxPoints) {
-            points.insert(points.begin() + index + 1, place.on(edgeOf(points, first)));
-        }
-        return points;
-    })};
-}
-
 NewShapes withPointEverywhere(const Zone& zone, int frame, int index, Point at) {
     const auto first = static_cast<std::size_t>(index);
     const Beside place(edgeOf(zone.outline(frame), first), at);

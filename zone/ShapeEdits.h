@@ -63,10 +63,8 @@ using Reshape = std::function<void(Points&)>;
 /// it have other numbers of points, or when there would be too many: see canBlend().
 [[nodiscard]] std::optional<NewShapes> withoutKeys(const Zone& zone, std::span<const int> keys,
                                                    FrameRange range, BlendWay way);
-/// A point behind point `index` of `frame`, at `at`. On other frames it goes where the line between
-/// its neighbours takes it; where these are missing, none is added.
-[[nodiscard]] NewShapes withPointOnEdge(const Zone& zone, int frame, int index, platform::Point at);
-/// The same on every frame: where the neighbours are missing, it becomes the last one, at `at`.
+/// A point behind point `index` of `frame`, at `at`, and on every other frame: where the line
+/// between its neighbours takes it, or as the last one, at `at`, where these are missing.
 [[nodiscard]] NewShapes withPointEverywhere(const Zone& zone, int frame, int index,
                                             platform::Point at);
 /// The frames on which point number `index`, which `frame` has, is not where its neighbours would

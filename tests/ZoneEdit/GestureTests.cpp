@@ -399,6 +399,23 @@ TEST_F(ZoneEditGesture, ADoubleClickOnALineAddsAPointThereOnEveryFrame) {
     EXPECT_EQ(points(0, 0).size(), 4U) << "none is chosen now";
 }
 
+TEST_F(ZoneEditGesture, ADoubleClickOnALineAddsAPointWhereThatLineIsMissingToo) {
+    show(5, 1);
+    drawSquare();
+    goTo(3);
+    m_driver->click(u"OptionProgressChanges"); // off
+    m_driver->drag({on(580, 380), on(600, 400)});
+    m_driver->click(u"OptionDeletePoint");
+    m_driver->click(on(600, 400)); // on this frame alone
+    ASSERT_EQ(points(0, 3).size(), 3U);
+    m_driver->click(u"OptionMovePoint");
+    goTo(0);
+    m_driver->doubleClick(on(500, 340)); // from the fourth point to the first
+    EXPECT_EQ(points(0, 0).size(), 5U);
+    EXPECT_EQ(points(0, 3).size(), 4U);
+    EXPECT_EQ(points(0, 3).back(), (Point{500, 340}));
+}
+
 TEST_F(ZoneEditGesture, AfterDeleteNoPointIsChosenAndThePanelSaysSo) {
     show(5, 1);
     drawSquare();

@@ -354,7 +354,7 @@ void ShapeEditTest::removePoint() {
     }
 }
 
-/// On an edge, and with it wherever it goes; `everywhere`, also where that is missing.
+/// On an edge, and with it wherever it goes.
 void ShapeEditTest::addPoint() {
     const int frame = m_random.below(count());
     const Points shape = plain(frame).points;
@@ -366,20 +366,18 @@ void ShapeEditTest::addPoint() {
     const Point to = shape[(index + 1) % shape.size()];
     const Point at{(from.x + to.x) / 2 + m_random.below(7) - 3,
                    (from.y + to.y) / 2 + m_random.below(7) - 3};
-    const bool everywhere = m_random.below(2) == 0;
-    const auto add = everywhere ? zone::withPointEverywhere : zone::withPointOnEdge;
-    replace(Name::addPoint, add(held(), frame, static_cast<int>(index), at));
+    replace(Name::addPoint, zone::withPointEverywhere(held(), frame, static_cast<int>(index), at));
     const Place way = placeOf(to) - placeOf(from);
     const Place offset = placeOf(at) - placeOf(from);
     for (int other = 0; other < count(); ++other) {
         Points& points = plain(other).points;
-        if (index < points.size() && (everywhere || points.size() > 1)) {
+        if (index < points.size()) {
             const Place start = placeOf(points[index]);
             const Place own = placeOf(points[(index + 1) % points.size()]) - start;
             const Place place = start + (way == Place() ? offset : offset / way * own);
             points.insert(points.begin() + static_cast<std::ptrdiff_t>(index) + 1,
                           rounded(place, heldPoint(other, index + 1)));
-        } else if (everywhere) {
+        } else {
             points.push_back(at);
         }
     }
@@ -595,10 +593,10 @@ TEST_F(ShapeEditTest, APointOnAnEdgeFollowsItsNeighboursAndTheKeysOfAnAuthorAreW
     EXPECT_EQ(zone::edgeAt(frames[0].points, {25, 3}, 4), 0);
     EXPECT_EQ(zone::edgeAt(frames[0].points, {52, 50}, 4), 2) << "the closing line";
     EXPECT_EQ(zone::edgeAt(frames[0].points, {25, 5}, 4), -1);
-    replace(Name::addPoint, zone::withPointOnEdge(held(), 2, 0, {25, -4}));
+    replace(Name::addPoint, zone::withPointEverywhere(held(), 2, 0, {25, -4}));
     EXPECT_EQ(held().shape(2)->points[1], (Point{25, -4}));
     EXPECT_EQ(held().shape(12)->points[1], (Point{308, 50}));
-    EXPECT_EQ(held().shape(15)->points.size(), 1U) << "no edge there";
+    EXPECT_EQ(held().shape(15)->points.size(), 2U) << "no edge there";
 }
 
 } // namespace
