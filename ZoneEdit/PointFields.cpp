@@ -100,9 +100,10 @@ bool PointFields::typed(std::u16string_view field) {
     }
     const auto number = numberFrom(edit->GetText());
     if (number && isTyped(field) && edit->GetText() != textOf(field)) {
-        if (field == kShapeWidthEdit && *number > 0 && *number <= kMostPercent) {
+        // What leaves every shape as it is leaves no step.
+        if (field == kShapeWidthEdit && *number != 100 && *number > 0 && *number <= kMostPercent) {
             m_editor.reshapeAll(Name::scale, zone::scaled(*number / 100));
-        } else if (field == kShapeAngleEdit) {
+        } else if (field == kShapeAngleEdit && std::fmod(*number, 360) != 0) {
             m_editor.reshapeAll(Name::rotate, zone::rotated(*number));
         } else if (field == kPointXEdit || field == kPointYEdit) {
             movePoint(field, static_cast<int>(std::lround(*number)));
@@ -117,9 +118,14 @@ void PointFields::movePoint(std::u16string_view field, int value) {
     if (!start || !m_editor.handlePlace()) {
         return;
     }
+    const platform::Point to =
+        m_editor.reachable(field == kPointXEdit ? platform::Point{value, start->at.y}
+                                                : platform::Point{start->at.x, value});
+    if (to == start->at) {
+        return;
+    }
     m_session.beginGesture({ShapeEditor::moveName(*start), start->place.zone, start->place.frame});
-    m_editor.move(*start, field == kPointXEdit ? platform::Point{value, start->at.y}
-                                               : platform::Point{start->at.x, value});
+    m_editor.move(*start, to);
     m_session.endGesture();
 }
 

@@ -25,15 +25,19 @@ void PointKeys::nudge(platform::Point by) {
     if (!canNudge()) {
         return;
     }
+    const platform::Point at = m_editor.handlePlace().value_or(platform::Point());
+    const platform::Point to = m_editor.reachable(zone::sumOf(at, by));
+    if (to == at) { // at the border: no step
+        return;
+    }
     if (!m_start || !m_session.inGesture() || m_editor.place() != m_start->place ||
         m_editor.handle() != m_start->handle) {
         begin();
     }
-    const platform::Point at = m_editor.handlePlace().value_or(platform::Point());
     if (m_start && m_start->isPlain) {
-        m_editor.move(*m_start, zone::sumOf(at, by));
+        m_editor.move(*m_start, to);
     } else if (m_start) {
-        m_by = zone::sumOf(m_by, by);
+        m_by = zone::sumOf(m_by, zone::differenceOf(to, at));
         m_editor.move(*m_start, zone::sumOf(m_start->at, m_by));
     }
     m_video.repaintZoneNow();

@@ -141,8 +141,16 @@ std::optional<ShapeEditor::Start> ShapeEditor::start(bool isWhole, bool isMove) 
     return start;
 }
 
+bool ShapeEditor::isCentreChosen() const {
+    return handle() == static_cast<int>(points().size());
+}
+
+Point ShapeEditor::reachable(Point to) const {
+    return isCentreChosen() ? to : m_session.clamped(to);
+}
+
 std::optional<ShapeEditor::Start> ShapeEditor::startMove() const {
-    return start(handle() == static_cast<int>(points().size()), true);
+    return start(isCentreChosen(), true);
 }
 
 void ShapeEditor::reshape(const Start& start, Name name, const zone::Reshape& reshape) {

@@ -76,6 +76,8 @@ public:
     [[nodiscard]] std::optional<Start> startMove() const;
     /// The zone becomes what `reshape` makes of the start.
     void reshape(const Start& start, zone::StepLabel::Name name, const zone::Reshape& reshape);
+    /// Where move() gets the chosen handle to: points stay in the picture area.
+    [[nodiscard]] platform::Point reachable(platform::Point to) const;
     /// Puts the chosen handle there.
     void move(const Start& start, platform::Point to);
     /// The name of the step that such a move is.
@@ -89,6 +91,7 @@ public:
 private:
     /// Those of `keys`, in order, that the author would name.
     [[nodiscard]] std::vector<int> authored(std::vector<int> keys) const;
+    [[nodiscard]] bool isCentreChosen() const;
     /// Edits of the whole shape change the marked range, if the frame on show is one of it.
     [[nodiscard]] std::optional<Start> start(bool isWhole, bool isMove) const;
 

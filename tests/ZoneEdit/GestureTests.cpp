@@ -10,6 +10,7 @@
 
 #include "ZoneEdit/Timeline.h"
 #include "core/EditorSettings.h"
+#include "core/Text.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "video/CVideoUI.h"
 #include "video/PictureView.h"
@@ -463,6 +464,44 @@ TEST_F(ZoneEditGesture, CtrlWithArrowsMovesTheChosenPointInOneStepForEachPress) 
     EXPECT_EQ(frameText(), u"1");
     m_driver->press(Key::right);
     EXPECT_EQ(frameText(), u"2") << "without Ctrl they step as ever";
+}
+
+TEST_F(ZoneEditGesture, WhatMovesNothingIsNoStepAndLeavesWhatWasTakenBack) {
+    show(5, 1);
+    drawSquare(1190, 300, 80);
+    m_driver->click(u"CheckPanel");
+    test::pump();
+    m_driver->click(on(1270, 300));
+    for (int press = 0; press < 2; ++press) {
+        m_driver->press(Key::right, kBoth); // to the border at 1279
+    }
+    m_driver->click(u"OptionToggleActive");
+    m_driver->press(Key::z, kControl);
+    const auto& history = m_window->session().history();
+    const std::size_t steps = history.position();
+    m_driver->press(Key::right, kControl);
+    m_driver->press(Key::right, kBoth);
+    for (const auto& [field, text] : {std::pair{u"EditPointX", u"5000"},
+                                      {u"EditPointX", u"01279"},
+                                      {u"EditPointY", u"300.2"},
+                                      {u"EditShapeWidth", u"100.0"},
+                                      {u"EditShapeAngle", u"360"},
+                                      {u"EditShapeAngle", u"-720"}}) {
+        m_driver->enter(field, text);
+        EXPECT_EQ(history.position(), steps) << core::storedText(text);
+    }
+    EXPECT_EQ(m_driver->textOf(u"EditPointX"), u"1279");
+    EXPECT_NE(history.redoLabel(), nullptr) << "it can be done again";
+
+    m_driver->press(Key::i, kShift); // blends up to the keys
+    m_driver->press(Key::right, kBoth);
+    EXPECT_EQ(history.position(), steps);
+    key(EventKind::keyDown, Key::left, kControl);
+    key(EventKind::keyDown, Key::right, kBoth);
+    key(EventKind::keyDown, Key::left, kControl);
+    EXPECT_EQ(points(0, 0)[1].x, 1278) << "counted from the border";
+    key(EventKind::keyUp, Key::left, kControl);
+    EXPECT_EQ(history.position(), steps + 1);
 }
 
 TEST_F(ZoneEditGesture, APointThatLiesFarAwayInTheFileIsMovedIntoThePicture) {
