@@ -52,10 +52,14 @@ void FramesPresenter::goToTyped() {
     if (control == nullptr || !control->video() || edit == nullptr) {
         return;
     }
+    // A number that nobody typed may be behind the clip, which went on playing.
     const std::optional<int> target =
-        frameFrom(edit->GetText(), std::max(m_video.frameCount() - 1, 0));
+        edit->GetText() == m_shownText
+            ? m_video.frame()
+            : frameFrom(edit->GetText(), std::max(m_video.frameCount() - 1, 0));
     m_header.showNotice(target ? std::u16string() : core::tr(kNoFrameNumber));
     show(target.value_or(m_video.frame()));
+    showNumber();
 }
 
 void FramesPresenter::beginMove() {
@@ -66,7 +70,7 @@ void FramesPresenter::beginMove() {
 }
 
 void FramesPresenter::followPlaying() {
-    showFrame();
+    showFrame(m_controls.hasFocus(kFrameEdit)); // its caret and selection would go each time
     m_video.paintNow();
 }
 
@@ -110,20 +114,28 @@ void FramesPresenter::stepBy(int frames) {
 }
 
 bool FramesPresenter::restoreText() {
-    const toolkit::CControlUI* edit = m_controls.find(kFrameEdit);
-    const bool differs = edit != nullptr && edit->GetText() != frameText();
-    m_controls.setText(kFrameEdit, frameText());
-    return differs;
+    const bool wasTyped = editText() != m_shownText;
+    showNumber();
+    return wasTyped;
 }
 
-void FramesPresenter::showFrame() {
-    m_controls.setText(kFrameEdit, frameText());
+void FramesPresenter::showFrame(bool keepsText) {
+    const bool isTyped = m_controls.hasFocus(kFrameEdit) && editText() != m_shownText;
+    if (!isTyped && !keepsText) {
+        showNumber();
+    }
     m_session.showFrame(m_video.frame());
     m_shown();
 }
 
-std::u16string FramesPresenter::frameText() const {
-    return numberText(m_video.frame());
+std::u16string FramesPresenter::editText() const {
+    const toolkit::CControlUI* edit = m_controls.find(kFrameEdit);
+    return edit != nullptr ? edit->GetText() : std::u16string();
+}
+
+void FramesPresenter::showNumber() {
+    m_shownText = numberText(m_video.frame());
+    m_controls.setText(kFrameEdit, m_shownText);
 }
 
 } // namespace zoneedit

@@ -50,9 +50,12 @@ public:
 
 private:
     void step(void (video::CVideoUI::*move)());
-    void showFrame();
+    /// `keepsText`: of the edit, as a typed one is kept.
+    void showFrame(bool keepsText = false);
     void beginMove();
-    [[nodiscard]] std::u16string frameText() const;
+    /// What the edit shows; none without it.
+    [[nodiscard]] std::u16string editText() const;
+    void showNumber();
 
     ui::Controls m_controls;
     EditedVideo& m_video;
@@ -60,6 +63,7 @@ private:
     HeaderPresenter& m_header;
     std::function<void()> m_shown;
     std::function<void()> m_moves;
+    std::u16string m_shownText; ///< in the edit, unless the author types
     std::optional<int> m_wanted;
     std::int64_t m_askedAt = 0; ///< when m_wanted's predecessor was asked for, in ticks
 };

@@ -350,6 +350,13 @@ protected:
     }
     int frameNow() { return m_window->session().context().shownFrame; }
     bool isPlaying() { return m_driver->get(u"ButtonPlayVideo").accessibleName() == u"Pause"; }
+    /// Time passes until that frame, or one behind it, is on show.
+    bool runsTo(int frame) {
+        return test::pumpUntil([&] {
+            m_clock.passed += 10;
+            return frameNow() >= frame;
+        });
+    }
     /// Time passes, and the picture stays.
     bool stands() {
         const int frame = shownFrame();
@@ -387,6 +394,49 @@ TEST_F(ZoneEditPlaying, SpacePlaysFromTheFrameOnShowToTheEndAndThenFromTheStart)
     EXPECT_TRUE(playsTo(3));
     m_window->Close();
     test::pump();
+}
+
+TEST_F(ZoneEditPlaying, AFrameNumberIsTypedWhileTheClipPlays) {
+    m_driver->click(u"ButtonPlayVideo");
+    ASSERT_TRUE(playsTo(2));
+    m_driver->click(u"EditCurrentFrame");
+    ASSERT_TRUE(runsTo(3));
+    m_driver->press(Key::a, {.control = true});
+    ASSERT_TRUE(runsTo(4)); // what is selected stays so
+    m_driver->type(u"1");
+    ASSERT_TRUE(runsTo(5));
+    m_driver->type(u"2");
+    ASSERT_TRUE(runsTo(6));
+    EXPECT_EQ(frameText(), u"12");
+    m_driver->press(Key::escape); // what stood there
+    EXPECT_EQ(frameText(), number(frameNow()));
+    EXPECT_TRUE(isPlaying());
+    m_driver->retype(u"EditCurrentFrame", u"12");
+    ASSERT_TRUE(runsTo(7));
+    m_driver->press(Key::enter);
+    EXPECT_TRUE(waitForFrame(12));
+    EXPECT_EQ(frameText(), u"12");
+    EXPECT_TRUE(stands());
+
+    m_driver->press(Key::home);
+    ASSERT_TRUE(waitForFrame(0));
+    m_driver->click(u"ButtonPlayVideo");
+    m_driver->click(u"EditCurrentFrame");
+    ASSERT_TRUE(runsTo(5));
+    m_driver->press(Key::tab); // nothing was typed
+    EXPECT_GE(frameNow(), 5);
+    EXPECT_EQ(frameText(), number(frameNow()));
+    m_driver->click(at(5, 5));
+    m_driver->press(Key::home);
+    m_driver->click(u"ButtonPlayVideo");
+    m_driver->click(u"EditCurrentFrame");
+    ASSERT_TRUE(runsTo(3));
+    m_driver->type(u"7");
+    EXPECT_TRUE(test::pumpUntil([&] { // to the end
+        m_clock.passed += 10;
+        return !isPlaying();
+    }));
+    EXPECT_NE(frameText(), u"19") << "typed";
 }
 
 TEST_F(ZoneEditPlaying, WhateverEditsOrGoesToAFrameStopsOnTheFrameThatWasSeen) {
