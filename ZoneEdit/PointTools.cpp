@@ -29,7 +29,7 @@ PointTools::PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSess
       m_choice(controls, video, session, hints), m_gesture(controls, video, session, editor, hints),
       m_step(session, editor) {
     if (video::CVideoUI* control = m_video.control()) {
-        control->setPointerShape([this](Point at) { return m_choice.pointerAt(at, m_held); });
+        control->setPointerShape([this](Point at) { return m_choice.pointerAt(at, countedHeld()); });
     }
 }
 
@@ -40,8 +40,14 @@ PointTools::~PointTools() {
 }
 
 bool PointTools::handle(const platform::Event& event) {
-    const bool left = event.button == platform::MouseButton::left;
     noteHeld(event);
+    const bool isHandled = act(event);
+    m_hints.showHeld(countedHeld(), m_isHeld);
+    return isHandled;
+}
+
+bool PointTools::act(const platform::Event& event) {
+    const bool left = event.button == platform::MouseButton::left;
     switch (event.kind) {
     case EventKind::mouseDown:
     case EventKind::mouseDoubleClick: // two quick clicks are two clicks
@@ -72,9 +78,15 @@ void PointTools::noteHeld(const platform::Event& event) {
         m_held = {};
         break;
     default:
-        return;
+        break;
     }
-    m_hints.showHeld(m_held, m_isHeld);
+}
+
+platform::Modifiers PointTools::countedHeld() const {
+    if (m_gesture.isOpen()) {
+        return m_gestureHeld;
+    }
+    return m_isHeld ? platform::Modifiers{.shift = m_held.shift} : m_held;
 }
 
 bool PointTools::press(const platform::Event& event) {
@@ -93,7 +105,7 @@ bool PointTools::press(const platform::Event& event) {
         return false;
     }
     if (const auto kind = m_choice.gestureOf(event.modifiers)) {
-        return beginGesture(*kind, position);
+        return beginGesture(*kind, event);
     }
     const video::PictureView view = control->view();
     // The last pixel of a scaled picture may lie partly beyond the area.
@@ -106,10 +118,11 @@ bool PointTools::press(const platform::Event& event) {
     return pressTool(place, at);
 }
 
-bool PointTools::beginGesture(ShapeGesture::Kind kind, Point position) {
+bool PointTools::beginGesture(ShapeGesture::Kind kind, const platform::Event& event) {
     m_isHeld = true;
+    m_gestureHeld = event.modifiers;
     m_controls.manager().SetCapture(); // may lose it at once: then this is a click
-    m_gesture.begin(kind, position);
+    m_gesture.begin(kind, event.position);
     return true;
 }
 

@@ -52,9 +52,12 @@ private:
     using Place = ShapeEditor::Place;
 
     void noteHeld(const platform::Event& event);
+    /// What counts as held: a drag goes on as it began, whichever keys follow.
+    [[nodiscard]] platform::Modifiers countedHeld() const;
+    bool act(const platform::Event& event);
     bool press(const platform::Event& event);
     bool pressTool(Place place, platform::Point at);
-    bool beginGesture(ShapeGesture::Kind kind, platform::Point position);
+    bool beginGesture(ShapeGesture::Kind kind, const platform::Event& event);
     /// Why it did nothing; empty where it did, or where nothing was to be expected.
     core::Text use(Place place, platform::Point at);
     bool move(platform::Point position);
@@ -75,6 +78,7 @@ private:
     std::function<bool(platform::Point)> m_controlClick;
     bool m_isHeld = false; ///< the button is down, and the mouse ours
     platform::Modifiers m_held;
+    platform::Modifiers m_gestureHeld; ///< when it began
 };
 
 } // namespace zoneedit

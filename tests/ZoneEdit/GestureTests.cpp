@@ -265,6 +265,77 @@ TEST_F(ZoneEditGesture, ADragWithCtrlTellsItsMeasureAndEscTakesItBack) {
     EXPECT_EQ(m_window->session().history().size(), steps);
 }
 
+TEST_F(ZoneEditGesture, HintAndPointerTellWhatADragDoesWhicheverKeysFollow) {
+    using platform::PointerShape;
+    show(5, 1);
+    drawSquare();
+    const struct {
+        const char16_t* tool;
+        Point press;
+        Modifiers held;
+        Modifiers then;
+        const char16_t* hint;
+        PointerShape shape;
+    } cases[] = {
+        {u"OptionMovePoint",
+         {640, 340},
+         kControl,
+         {},
+         u"Drag: scale about the centre",
+         PointerShape::scale},
+        {u"OptionMovePoint",
+         {640, 340},
+         kControl,
+         kBoth,
+         u"Drag: scale about the centre",
+         PointerShape::scale},
+        {u"OptionMovePoint",
+         {640, 340},
+         kBoth,
+         kControl,
+         u"Drag: rotate about the centre",
+         PointerShape::rotate},
+        {u"OptionMovePoint",
+         {580, 300},
+         {},
+         kControl,
+         u"Ctrl: scale, Ctrl + Shift: rotate",
+         PointerShape::move},
+        {u"OptionMovePoint",
+         {580, 300},
+         kShift,
+         kBoth,
+         u"Straight across or down",
+         PointerShape::move},
+        {u"OptionAddMultiPoint",
+         {640, 340},
+         kControl,
+         {},
+         u"Drag: a rectangle",
+         PointerShape::rectangle},
+        {u"OptionAddMultiPoint",
+         {640, 340},
+         {},
+         kControl,
+         u"Click: a point. Ctrl: rectangle",
+         PointerShape::addPoint},
+    };
+    for (const auto& c : cases) {
+        m_driver->click(c.tool);
+        mouse(EventKind::mouseMove, on(c.press.x, c.press.y), c.held);
+        mouse(EventKind::mouseDown, on(c.press.x, c.press.y), c.held);
+        mouse(EventKind::mouseMove, on(c.press.x + 20, c.press.y), c.held);
+        key(EventKind::keyDown, Key::other, c.then);
+        mouse(EventKind::mouseMove, on(c.press.x + 40, c.press.y), c.then);
+        EXPECT_EQ(hint(), c.hint);
+        EXPECT_EQ(m_driver->manager().mouse().shape(), c.shape) << &c - cases;
+        mouse(EventKind::mouseUp, on(c.press.x + 40, c.press.y), {});
+        EXPECT_TRUE(hint().starts_with(u"Ctrl: scale") || hint().starts_with(u"Click: a point."))
+            << "at rest";
+        m_driver->click(u"ButtonUndo");
+    }
+}
+
 TEST_F(ZoneEditGesture, ShiftKeepsADragOnItsAxisWhileItIsHeld) {
     show(5, 1);
     drawSquare();
