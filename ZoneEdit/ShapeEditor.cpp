@@ -6,6 +6,7 @@
 #include "core/EditorSettings.h"
 #include "zone/EditContext.h"
 #include "zone/PointSums.h"
+#include "zone/ShapeGeometry.h"
 #include "zone/ShapeKeys.h"
 #include "zone/Zone.h"
 #include "zone/ZoneManager.h"
@@ -71,6 +72,9 @@ std::optional<Point> ShapeEditor::handlePlace() const {
     const auto index = static_cast<std::size_t>(chosen);
     if (index < all.size()) {
         return all[index];
+    }
+    if (chosen < zone::kMinimumOutline) { // chosen by its number, before points were removed
+        return std::nullopt;
     }
     const Place at = place().value_or(Place());
     return m_session.editingOf(at.zone).centerOf(at.frame);

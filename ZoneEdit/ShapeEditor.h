@@ -50,7 +50,7 @@ public:
     [[nodiscard]] zone::Points points() const;
     /// The handle that is chosen there: a point's index, their number for the centre, or -1.
     [[nodiscard]] int handle() const;
-    /// Where it is; none without.
+    /// Where it is; none without. Shapes of fewer than three points have no centre to take hold of.
     [[nodiscard]] std::optional<platform::Point> handlePlace() const;
     /// The keys that the author would name, of the zone that is edited.
     [[nodiscard]] std::vector<int> keys() const;

@@ -508,6 +508,29 @@ TEST_F(ZoneEditGesture, AfterDeleteNoPointIsChosenAndThePanelSaysSo) {
     expectChosen(-1, u"", u"");
 }
 
+TEST_F(ZoneEditGesture, ThePanelKnowsNoCentreOfLessThanThreePoints) {
+    show(5, 1);
+    m_driver->click(u"OptionAddMultiPoint");
+    const Points triangle{{500, 300}, {600, 300}, {550, 400}};
+    for (std::size_t count = 1; count <= triangle.size(); ++count) {
+        for (std::size_t added = points(0, 0).size(); added < count; ++added) {
+            m_driver->click(u"OptionMovePoint");
+            m_driver->click(on(700, 600)); // none is chosen
+            m_driver->click(u"OptionAddMultiPoint");
+            m_driver->click(on(triangle[added].x, triangle[added].y));
+        }
+        EXPECT_EQ(m_driver->textOf(u"EditPointX"),
+                  core::displayText(std::to_string(triangle[count - 1].x)));
+        m_driver->click(u"OptionDeletePoint"); // leaves its number chosen
+        m_driver->click(on(triangle[count - 1].x, triangle[count - 1].y));
+        ASSERT_EQ(points(0, 0).size(), count - 1);
+        EXPECT_EQ(m_driver->textOf(u"LabelPoint"), u"");
+        EXPECT_EQ(m_driver->textOf(u"EditPointX"), u"");
+        m_driver->press(Key::right, kControl);
+        EXPECT_EQ(lastStep(), "delete point") << "nothing to move";
+    }
+}
+
 TEST_F(ZoneEditGesture, CtrlWithArrowsMovesTheChosenPointInOneStepForEachPress) {
     show(5, 1);
     drawSquare();
