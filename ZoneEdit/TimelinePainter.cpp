@@ -24,6 +24,7 @@ constexpr Color kMarkedShare = 0x33; // alpha of what lies in a range
 constexpr int kRulerFrom = 40;       // pixels of height
 constexpr int kMargin = 4;           // beside the bar, for half a key
 constexpr int kEdge = 2;             // thickness of a range's ends
+constexpr int kLeastRun = 2;         // pixels of what is one frame long
 constexpr double kApart = 6;         // pixels between two keys that are told apart
 constexpr double kKeyReach = 5.0;
 constexpr double kKeyInside = 3.2;
@@ -87,7 +88,10 @@ int TimelinePainter::x(double frame) const {
 Rect TimelinePainter::onBar(double first, double last) const {
     Rect box = m_bar;
     box.left = std::max(x(first), m_bar.left);
-    box.right = std::min(std::max(x(last), x(first) + 2), m_bar.right);
+    box.right = std::min(std::max(x(last), x(first) + kLeastRun), m_bar.right);
+    if (x(first) <= m_bar.right) { // the last frame has its place at the bar's end
+        box.left = std::min(box.left, m_bar.right - kLeastRun);
+    }
     return box;
 }
 

@@ -295,6 +295,33 @@ TEST_F(ZoneEditTimeline, ThePlayheadIsDraggedAwayFromTheEndsOfARange) {
     }
 }
 
+TEST_F(ZoneEditTimeline, AZoneThatIsActiveOnTheLastFrameAloneShowsIt) {
+    constexpr int kFrames = 400;
+    show(kFrames, 1);
+    drawTriangle();
+    m_driver->click(u"OptionToggleActive"); // on no frame
+    const platform::Rect pos = m_driver->get(u"Timeline").GetPos();
+    const auto runPixels = [&](int right) {
+        const platform::Bitmap picture = m_driver->picture();
+        int found = 0;
+        for (int x = right - 12; x < pos.right; ++x) {
+            for (int y = pos.top; y < pos.bottom; ++y) {
+                found += picture.at(x, y) == kRun ? 1 : 0;
+            }
+        }
+        return found;
+    };
+    EXPECT_EQ(runPixels(pos.right), 0);
+    goTo(kFrames - 1);
+    m_driver->click(u"OptionToggleActive");
+    ASSERT_EQ(value(), u"399 of 399, 0:15.96, active, key");
+    goTo(0);
+    EXPECT_GT(runPixels(pos.right), 0);
+    const Point middle = atFrame(200, kFrames);
+    wheel(middle, 3, {.control = true});
+    EXPECT_EQ(runPixels(pos.right), 0) << "not in view";
+}
+
 TEST_F(ZoneEditTimeline, ItZoomsAboutThePointerMovesAndShowsAllAgain) {
     constexpr int kFrames = 400;
     show(kFrames);
