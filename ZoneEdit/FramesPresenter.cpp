@@ -40,7 +40,6 @@ void FramesPresenter::step(void (video::CVideoUI::*move)()) {
     if (video::CVideoUI* control = m_video.checkedControl(kStepLine)) {
         beginMove();
         (control->*move)();
-        m_header.showNotice({});
         showFrame();
         m_video.repaintDueFrame();
     }
@@ -57,9 +56,11 @@ void FramesPresenter::goToTyped() {
         edit->GetText() == m_shownText
             ? m_video.frame()
             : frameFrom(edit->GetText(), std::max(m_video.frameCount() - 1, 0));
-    m_header.showNotice(target ? std::u16string() : core::tr(kNoFrameNumber));
     show(target.value_or(m_video.frame()));
     showNumber();
+    if (!target) {
+        m_header.showNotice(core::tr(kNoFrameNumber));
+    }
 }
 
 void FramesPresenter::beginMove() {
@@ -124,6 +125,7 @@ void FramesPresenter::showFrame(bool keepsText) {
     if (!isTyped && !keepsText) {
         showNumber();
     }
+    m_header.showNotice({});
     m_session.showFrame(m_video.frame());
     m_shown();
 }

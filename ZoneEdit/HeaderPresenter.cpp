@@ -12,13 +12,22 @@
 #include "core/Text.h"
 #include "core/Texts.h"
 #include "edit/History.h"
+#include "platform/Window.h"
+#include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/SceneHints.h"
 #include "zone/LoadReport.h"
 #include "zone/ZoneManager.h"
 #include "zone/ZoneOperations.h"
 
 namespace zoneedit {
+namespace {
+
+constexpr int kNoticeMs = 4000;
+constexpr unsigned kTimer = 0x7FFFFFFC;
+
+} // namespace
 
 HeaderPresenter::HeaderPresenter(ui::Controls controls, const EditedVideo& video,
                                  zone::ZoneSession& session, NoticePresenter& notice,
@@ -37,6 +46,21 @@ void HeaderPresenter::showNotice(std::u16string_view text) {
         m_notice = text;
         show();
     }
+    platform::NativeWindow* window = m_controls.manager().GetWindow();
+    if (window != nullptr && !text.empty()) {
+        window->timers().start(kTimer, kNoticeMs);
+    }
+}
+
+bool HeaderPresenter::timeIsUp(unsigned timer) {
+    if (timer != kTimer) {
+        return false;
+    }
+    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
+        window->timers().stop(kTimer);
+    }
+    showNotice({});
+    return true;
 }
 
 void HeaderPresenter::save() {

@@ -25,8 +25,11 @@ public:
     /// Called with whether the hint may show, which is so while nothing else is said.
     void setHintUse(std::function<void(bool)> allow) { m_allowHint = std::move(allow); }
     void showAll();
-    /// In place of what is said otherwise, in front of a failed save; empty: no longer.
+    /// In place of what is said otherwise, in front of a failed save, for some seconds; empty: no
+    /// longer.
     void showNotice(std::u16string_view text);
+    /// For a timer of the window. False when it is not its own.
+    bool timeIsUp(unsigned timer);
     /// Saves the zones and says what became of it, until the next change.
     void save();
 

@@ -3,15 +3,18 @@
 #include <optional>
 #include <string>
 
+#include "ZoneEdit/HeaderPresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneTexts.h"
 #include "core/Text.h"
+#include "core/Texts.h"
 #include "toolkit/controls/CControlUI.h"
 
 namespace zoneedit {
 
-RangePresenter::RangePresenter(ui::Controls controls, EditedVideo& video, FrameSelection& selection)
-    : m_controls(controls), m_video(video), m_selection(selection),
+RangePresenter::RangePresenter(ui::Controls controls, EditedVideo& video, FrameSelection& selection,
+                               HeaderPresenter& header)
+    : m_controls(controls), m_video(video), m_selection(selection), m_header(header),
       m_changes(selection.observe([this] { show(); })) {}
 
 void RangePresenter::show() {
@@ -37,6 +40,8 @@ bool RangePresenter::typed(std::u16string_view field) {
             isBegin ? m_selection.beginAt(*frame) : m_selection.endAt(*frame);
         } else if (text.empty()) {
             m_selection.clear();
+        } else {
+            m_header.showNotice(core::tr(kNoFrameNumber));
         }
     }
     show();

@@ -11,10 +11,13 @@
 
 namespace zoneedit {
 
+class HeaderPresenter;
+
 class RangePresenter {
 public:
     /// All outlive it.
-    RangePresenter(ui::Controls controls, EditedVideo& video, FrameSelection& selection);
+    RangePresenter(ui::Controls controls, EditedVideo& video, FrameSelection& selection,
+                   HeaderPresenter& header);
 
     // At the frame on show.
     void begin() { m_selection.beginAt(m_video.frame()); }
@@ -30,6 +33,7 @@ private:
     ui::Controls m_controls;
     EditedVideo& m_video;
     FrameSelection& m_selection;
+    HeaderPresenter& m_header;
     edit::Subscription m_changes;
 };
 

@@ -15,7 +15,8 @@ TimeParts::TimeParts(ui::CommandSet& commands, const Links& links)
                    m_timeline.showFrame();
                    frameShown();
                }),
-      m_selection(links.video.frameCount()), m_range(links.controls, links.video, m_selection),
+      m_selection(links.video.frameCount()),
+      m_range(links.controls, links.video, m_selection, links.header),
       m_timeline(links.controls, links.video, links.session, links.keys, m_selection, m_frames) {
     if (m_video.control() != nullptr) {
         m_video.control()->setPictureListener([this] { m_frames.pictureShown(); });

@@ -244,9 +244,10 @@ bool ZoneEdit::HandleMessage(const platform::Event& event) {
     if (event.kind == platform::EventKind::closeRequest && isAsking()) {
         return true;
     }
-    const bool isHandled = isReady() && event.kind == platform::EventKind::timer &&
-                           (m_time->handle(event) || m_notice->timeIsUp(event.timerId) ||
-                            m_editing->hints().timeIsUp(event.timerId));
+    const bool isHandled =
+        isReady() && event.kind == platform::EventKind::timer &&
+        (m_time->handle(event) || m_notice->timeIsUp(event.timerId) ||
+         m_header->timeIsUp(event.timerId) || m_editing->hints().timeIsUp(event.timerId));
     return isHandled || EditorWindow::HandleMessage(event);
 }
 

@@ -112,6 +112,25 @@ TEST_F(ZoneEditFrames, ATypedFrameIsGoneToWhenTheEditIsLeft) {
     EXPECT_TRUE(waitForFrame(20));
 }
 
+TEST_F(ZoneEditFrames, WhatIsNoFrameNumberIsSaidForSomeSecondsAndUntilAnotherFrameShows) {
+    show(30);
+    resize({1900, 900});
+    ASSERT_TRUE(isVisible(u"EditRangeFrom"));
+    platform::Event time;
+    time.kind = platform::EventKind::timer;
+    time.timerId = 0x7FFFFFFC;
+    for (const auto* field : {u"EditCurrentFrame", u"EditRangeFrom", u"EditRangeTo"}) {
+        for (const bool byTime : {true, false}) {
+            m_driver->enter(field, u"x");
+            EXPECT_EQ(m_driver->textOf(u"LabelNote"), u"Not a frame number");
+            byTime ? (void)m_window->HandleMessage(time) : m_driver->press(Key::end);
+            EXPECT_EQ(m_driver->textOf(u"LabelNote"), u"");
+            m_driver->press(Key::home);
+        }
+    }
+    EXPECT_EQ(m_driver->textOf(u"EditRangeFrom"), u"");
+}
+
 TEST_F(ZoneEditFrames, TheArrowsBelongToAnEditAndToAnOpenList) {
     show(30, 1);
     for (const auto* control : {u"EditCurrentFrame", u"ComboZone"}) {
