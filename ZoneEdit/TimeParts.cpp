@@ -1,6 +1,7 @@
 #include "ZoneEdit/TimeParts.h"
 
 #include "ZoneEdit/ZoneEditControls.h"
+#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/commands/CommandSet.h"
 #include "ui/commands/CommonCommands.h"
 #include "ui/commands/ZoneEditorCommands.h"
@@ -51,7 +52,10 @@ void TimeParts::showAll() {
 }
 
 void TimeParts::note(const platform::Event& event) {
-    if (m_player && event.kind == platform::EventKind::mouseDown && m_video.shows(event.position)) {
+    const bool isLeft = event.button == platform::MouseButton::left;
+    if (m_player && event.kind == platform::EventKind::mouseDown && isLeft &&
+        m_video.shows(event.position) &&
+        m_controls.manager().FindControl(event.position) == m_video.control()) {
         m_player->pause();
     }
 }

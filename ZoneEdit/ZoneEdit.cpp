@@ -234,8 +234,11 @@ bool ZoneEdit::MessageHandler(const platform::Event& event) {
     if (!isReady()) {
         return EditorWindow::MessageHandler(event);
     }
+    if (m_view->handle(event)) { // another part of the picture: the clip may go on playing
+        return true;
+    }
     m_time->note(event);
-    return m_view->handle(event) || m_zones->handle(event) || m_editing->handle(event) ||
+    return m_zones->handle(event) || m_editing->handle(event) ||
            EditorWindow::MessageHandler(event);
 }
 

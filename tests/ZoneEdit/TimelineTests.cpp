@@ -466,6 +466,34 @@ TEST_F(ZoneEditPlaying, AFrameNumberIsTypedWhileTheClipPlays) {
     EXPECT_NE(frameText(), u"19") << "typed";
 }
 
+TEST_F(ZoneEditPlaying, TheClipGoesOnWhileThePictureIsMovedAndAMessageClosed) {
+    m_driver->pick(u"ComboZoom", 4); // 400 %
+    m_driver->click(u"Video");
+    m_driver->get(u"PanelNotice").SetVisible(true);
+    test::pump();
+    const auto click = [&](platform::MouseButton button, Point at) {
+        test::input().mouse(m_driver->native(), EventKind::mouseDown, at, button);
+        test::input().mouse(m_driver->native(), EventKind::mouseUp, at, button);
+        test::pump();
+    };
+    const auto middleOf = [&](const char16_t* name) {
+        return test::WindowDriver::middleOf(m_driver->get(name));
+    };
+    m_driver->click(u"ButtonPlayVideo");
+    ASSERT_TRUE(runsTo(1));
+    click(platform::MouseButton::middle, middleOf(u"Video"));
+    test::input().key(m_driver->native(), EventKind::keyDown, Key::space, {}, {});
+    m_driver->drag({middleOf(u"Video"), {middleOf(u"Video").x + 30, middleOf(u"Video").y}});
+    test::input().key(m_driver->native(), EventKind::keyUp, Key::space, {}, {});
+    test::pump();
+    click(platform::MouseButton::left, middleOf(u"Overview"));
+    click(platform::MouseButton::left, middleOf(u"ButtonCloseNotice"));
+    EXPECT_TRUE(isPlaying());
+    EXPECT_TRUE(runsTo(3));
+    click(platform::MouseButton::left, middleOf(u"Video"));
+    EXPECT_FALSE(isPlaying());
+}
+
 TEST_F(ZoneEditPlaying, WhateverEditsOrGoesToAFrameStopsOnTheFrameThatWasSeen) {
     const std::function<void()> actions[] = {
         [&] { clickPicture(100, 100); },
