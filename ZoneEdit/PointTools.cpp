@@ -29,7 +29,10 @@ PointTools::PointTools(ui::Controls controls, EditedVideo& video, zone::ZoneSess
       m_choice(controls, video, session, hints), m_gesture(controls, video, session, editor, hints),
       m_step(session, editor) {
     if (video::CVideoUI* control = m_video.control()) {
-        control->setPointerShape([this](Point at) { return m_choice.pointerAt(at, countedHeld()); });
+        control->setPointerShape([this](Point at) {
+            return !m_isHeld && m_covered && m_covered(at) ? platform::PointerShape::hand
+                                                           : m_choice.pointerAt(at, countedHeld());
+        });
     }
 }
 

@@ -43,6 +43,10 @@ public:
     void setControlClick(std::function<bool(platform::Point)> click) {
         m_controlClick = std::move(click);
     }
+    /// Whether a press at a point of the window is for something else, which lies on the picture.
+    void setCovered(std::function<bool(platform::Point)> covered) {
+        m_covered = std::move(covered);
+    }
     /// Takes back the drag that is going on. False when there is none.
     bool cancelDrag();
     [[nodiscard]] bool isAddingMany() const { return m_choice.tool() == Tool::addMultiPoint; }
@@ -76,6 +80,7 @@ private:
     PointStep m_step;
     std::function<bool()> m_keepsDistance;
     std::function<bool(platform::Point)> m_controlClick;
+    std::function<bool(platform::Point)> m_covered;
     bool m_isHeld = false; ///< the button is down, and the mouse ours
     platform::Modifiers m_held;
     platform::Modifiers m_gestureHeld; ///< when it began

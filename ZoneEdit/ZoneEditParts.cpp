@@ -56,6 +56,7 @@ void ZoneEdit::makeParts() {
     m_editing->tools().setKeepsDistance([this] { return m_view->keepsGrabDistance(); });
     m_editing->tools().setControlClick(
         [this](platform::Point at) { return m_zones->chooseInside(at); });
+    m_editing->tools().setCovered([this](platform::Point at) { return m_zones->isTagAt(at); });
     m_history = std::make_unique<HistoryPresenter>(controls, session, m_zones->list(),
                                                    m_time->frames(), core::withoutExtension(path));
     makeFollow();

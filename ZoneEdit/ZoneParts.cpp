@@ -116,16 +116,19 @@ bool ZoneParts::handle(const platform::Event& event) {
     }
     const bool isPress = event.kind == platform::EventKind::mouseDown;
     m_isTagPressed = m_isTagPressed && !isPress;
-    if (!isPress || !m_links.outlines ||
-        m_links.controls.manager().FindControl(event.position) != control) {
+    if (!isPress || m_links.controls.manager().FindControl(event.position) != control) {
         return false;
     }
-    const int zone = m_links.outlines->tagAt(event.position, m_links.video.frame());
+    const int zone = tagAt(event.position);
     m_isTagPressed = zone >= 0;
     if (m_isTagPressed) {
         m_zones.show(zone);
     }
     return m_isTagPressed;
+}
+
+int ZoneParts::tagAt(platform::Point at) const {
+    return m_links.outlines ? m_links.outlines->tagAt(at, m_links.video.frame()) : -1;
 }
 
 bool ZoneParts::chooseInside(platform::Point at) {

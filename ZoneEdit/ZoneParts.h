@@ -56,6 +56,8 @@ public:
     bool restoreText();
     /// Chooses the zone whose name was pressed over the picture. True when the event was handled.
     bool handle(const platform::Event& event);
+    /// Whether a click at that point of the window chooses a zone by its name.
+    [[nodiscard]] bool isTagAt(platform::Point at) const { return tagAt(at) >= 0; }
     /// Chooses the next zone, but the edited one, that has that point of the window inside. False:
     /// there is none.
     bool chooseInside(platform::Point at);
@@ -65,6 +67,8 @@ public:
     [[nodiscard]] ZonesPresenter& list() { return m_zones; }
 
 private:
+    /// The zone whose name is there; -1 for none.
+    [[nodiscard]] int tagAt(platform::Point at) const;
     void bind(ui::CommandSet& commands);
     void chooseBeside(int by);
     void startRename();

@@ -400,6 +400,14 @@ TEST_F(ZoneEditZonesPanel, OutlinesAndTagsShowAndChooseOtherZones) {
     EXPECT_EQ(count({250, 199}, {350, 201}, kFirstOther), 0);
     m_driver->click(part(0, u"CheckRowOutline"));
     EXPECT_EQ(edited(), 1) << "an eye chooses nothing but itself";
+    const auto shapeAt = [this](Point place) {
+        m_driver->hover(at(place.x, place.y));
+        return m_driver->manager().mouse().shape();
+    };
+    m_driver->press(Key::digit3);
+    EXPECT_EQ(shapeAt(tag), platform::PointerShape::hand);
+    EXPECT_EQ(shapeAt({tag.x, tag.y + 40}), platform::PointerShape::addPoint);
+    m_driver->press(Key::digit1);
     clickPicture(tag.x, tag.y);
     EXPECT_EQ(edited(), 0);
     m_driver->click(u"OptionToggleActive");
