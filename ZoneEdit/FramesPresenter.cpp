@@ -51,11 +51,12 @@ void FramesPresenter::goToTyped() {
     if (control == nullptr || !control->video() || edit == nullptr) {
         return;
     }
-    // A number that nobody typed may be behind the clip, which went on playing.
+    if (edit->GetText() == m_shownText) { // nobody typed it: a clip that plays goes on
+        showNumber();
+        return;
+    }
     const std::optional<int> target =
-        edit->GetText() == m_shownText
-            ? m_video.frame()
-            : frameFrom(edit->GetText(), std::max(m_video.frameCount() - 1, 0));
+        frameFrom(edit->GetText(), std::max(m_video.frameCount() - 1, 0));
     show(target.value_or(m_video.frame()));
     showNumber();
     if (!target) {

@@ -453,6 +453,9 @@ TEST_F(ZoneEditPlaying, AFrameNumberIsTypedWhileTheClipPlays) {
     m_driver->press(Key::tab); // nothing was typed
     EXPECT_GE(frameNow(), 5);
     EXPECT_EQ(frameText(), number(frameNow()));
+    m_driver->click(u"EditCurrentFrame");
+    m_driver->click(u"ButtonPlayVideo");
+    EXPECT_FALSE(isPlaying()) << "stopped once, not twice";
     m_driver->click(at(5, 5));
     m_driver->press(Key::home);
     m_driver->click(u"ButtonPlayVideo");
