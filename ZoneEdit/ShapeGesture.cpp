@@ -155,6 +155,7 @@ void ShapeGesture::addRectangle() {
         m_hints.explain(kNoPointChosen);
         return;
     }
+    m_session.beginGesture({Name::rectangle, zone, frame}); // a key may have begun another step
     try {
         for (const Point& corner : rectangleTo(m_at)) {
             m_session.addPoint(zone, frame, corner.x, corner.y);
