@@ -93,7 +93,8 @@ def exit_by_click(process, opened=None):
     manual by its key, which writes the file `opened`, when one is given."""
     window = wait_for("first window", lambda: find_first_window() or process.poll())
     if process.poll():
-        raise AssertionError(f"the program ended with {process.returncode}")
+        told = process.communicate()[1]
+        raise AssertionError(f"the program ended with {process.returncode}: {told}")
     window = window[-1]
     x, y = middle_of_exit_button()
 
@@ -555,13 +556,15 @@ class Windows(PackageTest):
             self.put(tree, name)
         for name, picture in (("top", "Header/win"), ("side", "Wizard/win")):
             shutil.copy(f"/usr/share/nsis/Contrib/Graphics/{picture}.bmp", os.path.join(self.place, name + ".bmp"))
+        texts = self.put("", "texts.nsh", run(os.path.join(ROOT, "tools", "texts"), "--installer"))
         source = pathlib.Path(ROOT, "packaging", "quorvel.nsi").read_text(encoding="utf-8")
         question = "UserInfo::GetAccountType\n"
         self.assertEqual(source.count(question), 1)
         for account in ("Admin", "User"):
             script = self.put("", account + ".nsi", source.replace(question, f"Push {account}\n"))
             run("makensis", "-V1", "-INPUTCHARSET", "UTF8", f"-DVERSION={VERSION}", f"-DTREE={tree}",
-                f"-DPICTURES={self.place}", f"-DROOT={ROOT}", f"-DOUTPUT={self.place}/{account}.exe", script)
+                f"-DPICTURES={self.place}", f"-DTEXTS={texts}", f"-DROOT={ROOT}",
+                f"-DOUTPUT={self.place}/{account}.exe", script)
         user = os.path.join(self.place, "User.exe")
         self.assertEqual(self.exit_code(user, "/S", "/ALLUSERS"), 6)
         self.assertFalse(os.path.exists(self.shared()))
