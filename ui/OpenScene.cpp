@@ -69,12 +69,12 @@ OpenScene::OpenScene(const WindowContext& context)
 }
 
 void OpenScene::bindCommands() {
-    const auto free = [this] { return !m_duplicate || !m_duplicate->isCopying(); };
-    const auto hasScene = [this, free] { return free() && chosenRow() >= 0; };
+    const auto free = [this] { return isFree(); };
+    const auto hasScene = [this] { return isFree() && chosenRow() >= 0; };
     CommandSet& commands = this->commands();
     commands.bind(
         command::kOpenScene, [this] { loadScene(); },
-        [this, free] { return free() && !m_scenes.empty(); });
+        [this] { return isFree() && !m_scenes.empty(); });
     commands.bind(
         command::kNewScene, [this] { newScene(); }, free);
     commands.bind(command::kMenu, [this] { showMenu(kOpenSceneMenu); });
@@ -92,6 +92,19 @@ void OpenScene::bindCommands() {
         command::kStop, [this] { stop(); },
         [this] { return m_duplicate->isShown() || controls().hasFocus(kFind); });
     bindFind(kFind);
+}
+
+bool OpenScene::isFree() const {
+    return !m_duplicate || !m_duplicate->isCopying();
+}
+
+bool OpenScene::takeNewLanguage() {
+    if (!isLanguageNew(context().services) || !isFree() || companions().has<SettingsWindow>()) {
+        return false;
+    }
+    context().state.openSceneRequest = true;
+    Close(1);
+    return true;
 }
 
 void OpenScene::InitWindow() {
@@ -211,10 +224,7 @@ void OpenScene::Notify(toolkit::TNotifyUI& message) {
 
 bool OpenScene::MessageHandler(const platform::Event& event) {
     using platform::Key;
-    if (event.kind == platform::EventKind::activated && isLanguageNew(context().services) &&
-        !companions().has<SettingsWindow>() && !(m_duplicate && m_duplicate->isCopying())) {
-        context().state.openSceneRequest = true;
-        Close(1);
+    if (event.kind == platform::EventKind::activated && takeNewLanguage()) {
         return true;
     }
     const bool isDown = event.kind == platform::EventKind::keyDown;
@@ -294,6 +304,7 @@ void OpenScene::showDuplicate(const std::string& name) {
                                    [&](const auto& scene) { return scene.name == name; });
     choose(made != m_scenes.end() ? static_cast<int>(made - m_scenes.begin()) : 0);
     controls().setFocus(kSceneList);
+    (void)takeNewLanguage(); // chosen while the copy was made
 }
 
 void OpenScene::openFolder() {

@@ -35,6 +35,10 @@ public:
 
 private:
     void bindCommands();
+    /// Whether no scene is being copied.
+    [[nodiscard]] bool isFree() const;
+    /// Closes the window, to be shown again, where another language is chosen and it is free.
+    bool takeNewLanguage();
     /// Lists what the folder has now.
     void fillLists();
     /// Why this window is back although a scene or unsaved work was chosen.
