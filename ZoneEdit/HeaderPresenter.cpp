@@ -12,10 +12,7 @@
 #include "core/Text.h"
 #include "core/Texts.h"
 #include "edit/History.h"
-#include "platform/Window.h"
-#include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
-#include "toolkit/window/CPaintManagerUI.h"
 #include "ui/SceneHints.h"
 #include "zone/LoadReport.h"
 #include "zone/ZoneManager.h"
@@ -25,7 +22,6 @@ namespace zoneedit {
 namespace {
 
 constexpr int kNoticeMs = 4000;
-constexpr unsigned kTimer = 0x7FFFFFFC;
 
 } // namespace
 
@@ -46,21 +42,17 @@ void HeaderPresenter::showNotice(std::u16string_view text) {
         m_notice = text;
         show();
     }
-    platform::NativeWindow* window = m_controls.manager().GetWindow();
-    if (window != nullptr && !text.empty()) {
-        window->timers().start(kTimer, kNoticeMs);
+    if (!text.empty()) {
+        m_timer.start(kNoticeMs);
     }
 }
 
 bool HeaderPresenter::timeIsUp(unsigned timer) {
-    if (timer != kTimer) {
-        return false;
+    const bool isUp = m_timer.isUp(timer);
+    if (isUp) {
+        showNotice({});
     }
-    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
-        window->timers().stop(kTimer);
-    }
-    showNotice({});
-    return true;
+    return isUp;
 }
 
 void HeaderPresenter::save() {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "ZoneEdit/EditedVideo.h"
+#include "ZoneEdit/WindowTimer.h"
 #include "edit/Observers.h"
 #include "ui/Controls.h"
 #include "zone/ZoneSession.h"
@@ -43,6 +44,7 @@ private:
     [[nodiscard]] std::u16string problemText(const std::u16string& notice) const;
 
     ui::Controls m_controls;
+    WindowTimer m_timer{m_controls, kHeaderTimer};
     const EditedVideo& m_video;
     zone::ZoneSession& m_session;
     NoticePresenter& m_bar;

@@ -6,8 +6,6 @@
 #include "ZoneEdit/NoticePresenter.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "core/Texts.h"
-#include "platform/Window.h"
-#include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
 #include "toolkit/controls/CLabelUI.h"
 #include "toolkit/window/CPaintManagerUI.h"
@@ -16,7 +14,6 @@ namespace zoneedit {
 namespace {
 
 constexpr int kNewsMs = 4000;
-constexpr unsigned kTimer = 0x7FFFFFFD;
 /// From this width on there is room for it beside the video's name.
 constexpr int kWide = 1240;
 constexpr core::Text kAtRest[] = {
@@ -55,9 +52,7 @@ void HintPresenter::allow(bool isAllowed) {
 
 void HintPresenter::startNews() {
     m_isNews = true;
-    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
-        window->timers().start(kTimer, kNewsMs);
-    }
+    m_timer.start(kNewsMs);
 }
 
 void HintPresenter::showHeld(platform::Modifiers held, bool isDragging) {
@@ -82,16 +77,13 @@ void HintPresenter::explain(core::Text reason) {
 }
 
 bool HintPresenter::timeIsUp(unsigned timer) {
-    if (timer != kTimer) {
-        return false;
+    const bool isUp = m_timer.isUp(timer);
+    if (isUp) {
+        m_reason = {};
+        m_isNews = false;
+        show();
     }
-    m_reason = {};
-    m_isNews = false;
-    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
-        window->timers().stop(kTimer);
-    }
-    show();
-    return true;
+    return isUp;
 }
 
 core::Text HintPresenter::usual() const {

@@ -3,6 +3,7 @@
 // the video's name, while there is something new to say. Part of the zone editor. UI thread only.
 #pragma once
 
+#include "ZoneEdit/WindowTimer.h"
 #include "core/Texts.h"
 #include "platform/Event.h"
 #include "ui/Controls.h"
@@ -44,6 +45,7 @@ private:
     void startNews();
 
     ui::Controls m_controls;
+    WindowTimer m_timer{m_controls, kHintTimer};
     NoticePresenter& m_notice;
     int m_tool = 0;
     platform::Modifiers m_held;

@@ -5,17 +5,13 @@
 
 #include "ZoneEdit/ZoneEditControls.h"
 #include "ZoneEdit/ZoneTexts.h"
-#include "platform/Window.h"
-#include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
-#include "toolkit/window/CPaintManagerUI.h"
 #include "zone/StepReach.h"
 
 namespace zoneedit {
 namespace {
 
 constexpr int kRefusalMs = 3000;
-constexpr unsigned kTimer = 0x7FFFFFFF;
 
 } // namespace
 
@@ -30,9 +26,7 @@ void NoticePresenter::offer(std::u16string_view text, std::vector<std::u16string
 void NoticePresenter::refuse(std::u16string_view text) {
     m_refusal = {std::u16string(text), {}};
     show();
-    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
-        window->timers().start(kTimer, kRefusalMs);
-    }
+    m_timer.start(kRefusalMs);
 }
 
 void NoticePresenter::showCaption(std::u16string_view text, bool isProblem) {
@@ -54,12 +48,12 @@ void NoticePresenter::close() {
 }
 
 bool NoticePresenter::timeIsUp(unsigned timer) {
-    if (timer != kTimer) {
-        return false;
+    const bool isUp = m_timer.isUp(timer);
+    if (isUp) {
+        endRefusal();
+        show();
     }
-    endRefusal();
-    show();
-    return true;
+    return isUp;
 }
 
 void NoticePresenter::changed() {
@@ -123,9 +117,7 @@ void NoticePresenter::show() {
 
 void NoticePresenter::endRefusal() {
     m_refusal = {};
-    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
-        window->timers().stop(kTimer);
-    }
+    m_timer.stop();
 }
 
 } // namespace zoneedit

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "ZoneEdit/WindowTimer.h"
 #include "edit/Observers.h"
 #include "ui/Controls.h"
 #include "ui/NoticeLook.h"
@@ -49,6 +50,7 @@ private:
     void show();
 
     ui::Controls m_controls;
+    WindowTimer m_timer{m_controls, kNoticeTimer};
     zone::ZoneSession& m_session;
     Line m_refusal;
     Line m_offer;

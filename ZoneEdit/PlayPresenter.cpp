@@ -7,10 +7,7 @@
 #include "core/Services.h"
 #include "core/Texts.h"
 #include "platform/Geometry.h"
-#include "platform/Window.h"
-#include "platform/WindowParts.h"
 #include "toolkit/controls/CControlUI.h"
-#include "toolkit/window/CPaintManagerUI.h"
 
 namespace zoneedit {
 namespace {
@@ -43,22 +40,19 @@ void PlayPresenter::play(int from) {
         m_clip = playback::OpenClip::open(m_path, *core::services().fileSystem,
                                           playback::OpenClip::Zones::left);
     }
-    platform::NativeWindow* window = m_controls.manager().GetWindow();
-    if (!m_clip || window == nullptr) {
+    if (!m_clip) {
         return;
     }
     m_clip->seek(from);
     m_run.begin(*m_clip, from);
-    window->timers().start(kTimer, kTickMs);
+    m_timer.start(kTickMs);
     m_isPlaying = true;
     showButton();
 }
 
 void PlayPresenter::stop() {
     m_run.end();
-    if (platform::NativeWindow* window = m_controls.manager().GetWindow()) {
-        window->timers().stop(kTimer);
-    }
+    m_timer.stop();
     m_isPlaying = false;
     showButton();
 }

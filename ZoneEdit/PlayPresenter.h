@@ -6,6 +6,7 @@
 #include <string>
 
 #include "ZoneEdit/EditedVideo.h"
+#include "ZoneEdit/WindowTimer.h"
 #include "edit/Observers.h"
 #include "platform/Gui.h"
 #include "playback/ClipRun.h"
@@ -31,9 +32,8 @@ public:
     void toggle();
     void pause();
     [[nodiscard]] bool isPlaying() const { return m_isPlaying; }
-    /// For the window's timer of this number.
+    /// For kPlayTimer.
     void tick();
-    static constexpr unsigned kTimer = 0x7FFFFFFE;
 
 private:
     void play(int from);
@@ -41,6 +41,7 @@ private:
     void showButton();
 
     ui::Controls m_controls;
+    WindowTimer m_timer{m_controls, kPlayTimer};
     EditedVideo& m_video;
     FramesPresenter& m_frames;
     std::string m_path;

@@ -92,6 +92,10 @@ platform::Modifiers PointTools::countedHeld() const {
     return m_isHeld ? platform::Modifiers{.shift = m_held.shift} : m_held;
 }
 
+Point PointTools::pixelAt(Point position) const {
+    return m_session.clamped(m_video.control()->view().toDisplay(position));
+}
+
 bool PointTools::press(const platform::Event& event) {
     const Point position = event.position;
     const video::CVideoUI* control = m_video.checkedControl(kMouseDownLine);
@@ -110,11 +114,9 @@ bool PointTools::press(const platform::Event& event) {
     if (const auto kind = m_choice.gestureOf(event.modifiers)) {
         return beginGesture(*kind, event);
     }
-    const video::PictureView view = control->view();
-    // The last pixel of a scaled picture may lie partly beyond the area.
-    const Point at = m_session.clamped(view.toDisplay(position));
+    const Point at = pixelAt(position);
     if (event.kind == EventKind::mouseDoubleClick && m_choice.tool() == Tool::movePoint &&
-        m_editor.insertOnEdge(place, at, kEdgeReach / view.scale)) {
+        m_editor.insertOnEdge(place, at, kEdgeReach / control->view().scale)) {
         m_video.repaintZoneNow();
         return true;
     }
@@ -223,8 +225,7 @@ void PointTools::releaseGesture(Point position) {
         return;
     }
     if (const auto place = m_editor.place()) { // a click as one without Ctrl
-        const Point at = m_video.control()->view().toDisplay(position);
-        (void)pressTool(*place, m_session.clamped(at)); // it may have gone over the edge
+        (void)pressTool(*place, pixelAt(position));
         endStep();
         m_controls.manager().ReleaseCapture();
     }

@@ -59,6 +59,9 @@ private:
     /// What counts as held: a drag goes on as it began, whichever keys follow.
     [[nodiscard]] platform::Modifiers countedHeld() const;
     bool act(const platform::Event& event);
+    /// Of the area, that shows at a point of the window: the last one of a scaled picture may lie
+    /// partly beyond it, and a mouse that was pressed has perhaps left it.
+    [[nodiscard]] platform::Point pixelAt(platform::Point position) const;
     bool press(const platform::Event& event);
     bool pressTool(Place place, platform::Point at);
     bool beginGesture(ShapeGesture::Kind kind, const platform::Event& event);

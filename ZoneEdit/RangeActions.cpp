@@ -76,9 +76,7 @@ void RangeActions::interpolate() {
         m_notice.refuse(core::tr(kNeedsKeys));
     } else if (const auto blend =
                    zone::blendedShapes(zone(), *keys, m_editor.way(), m_editor.keys())) {
-        zone::NewShapes shapes{*blend};
-        shapes.filled = zone::blendedGaps(zone(), *keys);
-        replace(Name::interpolate, shapes);
+        replace(Name::interpolate, {.stretch = *blend, .filled = zone::blendedGaps(zone(), *keys)});
     } else {
         refuse(*keys);
     }
@@ -113,9 +111,8 @@ void RangeActions::interpolateAll() {
     }
     const bool canBlend = zone::canBlend(zone(), keys);
     if (canBlend) {
-        zone::NewShapes shapes{zone::filledGaps(zone(), keys, m_editor.way())};
-        shapes.filled = zone::blendedGaps(zone(), keys);
-        replace(Name::interpolate, shapes);
+        replace(Name::interpolate, {.stretch = zone::filledGaps(zone(), keys, m_editor.way()),
+                                    .filled = zone::blendedGaps(zone(), keys)});
     }
     if (!canBlend || zone::unequalKeys(zone(), keys)) {
         refuse(keys);

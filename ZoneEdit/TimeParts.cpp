@@ -1,5 +1,6 @@
 #include "ZoneEdit/TimeParts.h"
 
+#include "ZoneEdit/WindowTimer.h"
 #include "ZoneEdit/ZoneEditControls.h"
 #include "toolkit/window/CPaintManagerUI.h"
 #include "ui/commands/CommandSet.h"
@@ -61,8 +62,8 @@ void TimeParts::note(const platform::Event& event) {
 }
 
 bool TimeParts::handle(const platform::Event& event) {
-    const bool isTick = m_player && event.kind == platform::EventKind::timer &&
-                        event.timerId == PlayPresenter::kTimer;
+    const bool isTick =
+        m_player && event.kind == platform::EventKind::timer && event.timerId == kPlayTimer;
     if (isTick) {
         m_player->tick();
     }

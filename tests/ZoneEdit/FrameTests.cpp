@@ -8,6 +8,7 @@
 #include <tuple>
 #include <vector>
 
+#include "ZoneEdit/WindowTimer.h"
 #include "core/Services.h"
 #include "core/Text.h"
 #include "platform/FileSystem.h"
@@ -118,7 +119,7 @@ TEST_F(ZoneEditFrames, WhatIsNoFrameNumberIsSaidForSomeSecondsAndUntilAnotherFra
     ASSERT_TRUE(isVisible(u"EditRangeFrom"));
     platform::Event time;
     time.kind = platform::EventKind::timer;
-    time.timerId = 0x7FFFFFFC;
+    time.timerId = zoneedit::kHeaderTimer;
     for (const auto* field : {u"EditCurrentFrame", u"EditRangeFrom", u"EditRangeTo"}) {
         for (const bool byTime : {true, false}) {
             m_driver->enter(field, u"x");

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "ZoneEdit/WindowTimer.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "tests/support/TempFolder.h"
 
@@ -393,7 +394,7 @@ TEST_F(ZoneEditUndo, TheBarSaysWhatTheCaptionHasNoRoomFor) {
     EXPECT_EQ(notice(), Texts{u"Not a frame number"});
     platform::Event time;
     time.kind = EventKind::timer;
-    time.timerId = 0x7FFFFFFF;
+    time.timerId = zoneedit::kNoticeTimer;
     m_window->HandleMessage(time);
     EXPECT_EQ(notice(), offer) << "it never goes by time";
     m_driver->enter(u"EditCurrentFrame", u"y");
