@@ -46,7 +46,7 @@ class Parent {
 public:
     Parent(platform::FileSystem& files, const std::string& path)
         : m_files(files), m_path(core::withSeparator(path)) {
-        m_files.list(path, m_entries); // none is as good as an empty one
+        (void)m_files.list(path, m_entries); // none is as good as an empty one
     }
 
     [[nodiscard]] bool hasPage(const std::string& name) const {
