@@ -26,17 +26,4 @@ inline constexpr int kFrameBytesPerPixel = 3;
     }
 }
 
-/// A pixel and the one behind it, by one load of eight bytes.
-inline void readPixelPair(const std::uint8_t* bytes, std::uint32_t& first, std::uint32_t& second) {
-    if constexpr (std::endian::native == std::endian::little) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, bytes, sizeof word);
-        first = static_cast<std::uint32_t>(word) | 0xFF000000U;
-        second = static_cast<std::uint32_t>(word >> 24U) | 0xFF000000U;
-    } else {
-        first = readPixel(bytes);
-        second = readPixel(bytes + kFrameBytesPerPixel);
-    }
-}
-
 } // namespace platform::raster

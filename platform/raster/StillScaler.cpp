@@ -4,8 +4,13 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 #include <vector>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 #include "platform/raster/Blend.h"
 #include "platform/raster/FramePixels.h"
@@ -39,37 +44,33 @@ std::uint32_t mix(std::uint32_t first, std::uint32_t second, std::uint32_t share
     return ((odd >> 8U) & 0x00FF00FFU) | (even & 0xFF00FF00U);
 }
 
-/// mix() for whole rows; `shareOf` has the second one's share for each byte. By bytes: compilers
-/// turn that into far fewer instructions for many pixels.
-template <class ShareOf>
-void mixRows(const std::uint32_t* first, const std::uint32_t* second, std::size_t count,
-             const ShareOf& shareOf, std::uint32_t* to) {
-    const auto* firstBytes = reinterpret_cast<const std::uint8_t*>(first);
-    const auto* secondBytes = reinterpret_cast<const std::uint8_t*>(second);
-    auto* mixed = reinterpret_cast<std::uint8_t*>(to);
-    for (std::size_t i = 0; i < count * sizeof *to; ++i) {
-        const std::uint16_t share = shareOf(i);
+/// mix() for whole rows, by bytes: compilers turn that into far fewer instructions for many pixels.
+void mixBytes(const std::uint8_t* first, const std::uint8_t* second, std::size_t count,
+              std::uint32_t share, std::uint8_t* to) {
+    const auto secondShare = static_cast<std::uint16_t>(share);
+    for (std::size_t i = 0; i < count; ++i) {
         const auto sum =
-            static_cast<std::uint16_t>(firstBytes[i] * (256 - share) + secondBytes[i] * share);
-        mixed[i] = static_cast<std::uint8_t>(sum >> 8U);
+            static_cast<std::uint16_t>(first[i] * (256 - secondShare) + second[i] * secondShare);
+        to[i] = static_cast<std::uint8_t>(sum >> 8U);
     }
 }
 
 /// A bitmap as what is scaled.
 class BitmapPixels {
 public:
+    static constexpr int kBytes = sizeof(std::uint32_t);
+    static constexpr bool kOpaque = false;
+
     explicit BitmapPixels(const Bitmap& bitmap) : m_bitmap(bitmap) {}
 
     [[nodiscard]] Size size() const { return m_bitmap.size(); }
-    [[nodiscard]] std::uint32_t at(int x, int y) const { return m_bitmap.at(x, y); }
-    /// Both neighbours of each column in row y.
-    void fetch(int y, const std::vector<Between>& columns, std::uint32_t* first,
-               std::uint32_t* second) const {
-        const std::uint32_t* row = m_bitmap.row(y);
-        for (const Between& column : columns) {
-            *first++ = row[column.first];
-            *second++ = row[column.second];
-        }
+    [[nodiscard]] const std::uint8_t* row(int y) const {
+        return reinterpret_cast<const std::uint8_t*>(m_bitmap.row(y));
+    }
+    static std::uint32_t read(const std::uint8_t* bytes) {
+        std::uint32_t pixel = 0;
+        std::memcpy(&pixel, bytes, sizeof pixel);
+        return pixel;
     }
 
 private:
@@ -79,40 +80,29 @@ private:
 /// A video picture, of which no copy as a bitmap is made.
 class FramePixels {
 public:
-    explicit FramePixels(const FrameBuffer& frame)
-        : m_frame(frame), m_rowBytes(static_cast<std::size_t>(frame.rowBytes())) {}
+    static constexpr int kBytes = kFrameBytesPerPixel;
+    static constexpr bool kOpaque = true;
 
-    [[nodiscard]] Size size() const { return m_frame.size(); }
-    [[nodiscard]] std::uint32_t at(int x, int y) const { return readPixel(bytesAt(row(y), x)); }
-    void fetch(int y, const std::vector<Between>& columns, std::uint32_t* first,
-               std::uint32_t* second) const {
-        const std::uint8_t* from = row(y);
-        // One load has both neighbours, and two bytes more, which the end of a row may not have.
-        const auto pairs = static_cast<std::size_t>(
-            std::partition_point(
-                columns.begin(), columns.end(),
-                [last = size().width - 2](const Between& column) { return column.first < last; }) -
-            columns.begin());
-        for (std::size_t i = 0; i < pairs; ++i) {
-            readPixelPair(bytesAt(from, columns[i].first), first[i], second[i]);
-        }
-        for (std::size_t i = pairs; i < columns.size(); ++i) {
-            first[i] = readPixel(bytesAt(from, columns[i].first));
-            second[i] = readPixel(bytesAt(from, columns[i].second));
-        }
+    explicit FramePixels(const FrameBuffer& frame)
+        : m_size(frame.size()), m_bits(frame.bits()),
+          m_rowBytes(static_cast<std::size_t>(frame.rowBytes())) {}
+
+    [[nodiscard]] Size size() const { return m_size; }
+    [[nodiscard]] const std::uint8_t* row(int y) const {
+        return m_bits + static_cast<std::size_t>(m_size.height - 1 - y) * m_rowBytes;
     }
+    static std::uint32_t read(const std::uint8_t* bytes) { return readPixel(bytes); }
 
 private:
-    [[nodiscard]] const std::uint8_t* row(int y) const {
-        return m_frame.bits() + static_cast<std::size_t>(size().height - 1 - y) * m_rowBytes;
-    }
-    static const std::uint8_t* bytesAt(const std::uint8_t* row, int x) {
-        return row + static_cast<std::ptrdiff_t>(x) * kFrameBytesPerPixel;
-    }
-
-    const FrameBuffer& m_frame;
+    Size m_size;
+    const std::uint8_t* m_bits;
     std::size_t m_rowBytes;
 };
+
+template <class Pixels>
+std::uint32_t pixelAt(const std::uint8_t* row, int x) {
+    return Pixels::read(row + static_cast<std::ptrdiff_t>(x) * Pixels::kBytes);
+}
 
 /// Each pixel from four; at an odd side the last ones count twice.
 template <class Pixels>
@@ -120,103 +110,165 @@ Bitmap halved(const Pixels& still) {
     const Size size = still.size();
     Bitmap half({(size.width + 1) / 2, (size.height + 1) / 2});
     for (int y = 0; y < half.size().height; ++y) {
-        const int upper = 2 * y;
-        const int lower = std::min(upper + 1, size.height - 1);
+        const std::uint8_t* upper = still.row(2 * y);
+        const std::uint8_t* lower = still.row(std::min(2 * y + 1, size.height - 1));
         for (int x = 0; x < half.size().width; ++x) {
             const int left = 2 * x;
             const int right = std::min(left + 1, size.width - 1);
-            half.row(y)[x] = mix(mix(still.at(left, upper), still.at(right, upper), 128),
-                                 mix(still.at(left, lower), still.at(right, lower), 128), 128);
+            half.row(y)[x] =
+                mix(mix(pixelAt<Pixels>(upper, left), pixelAt<Pixels>(upper, right), 128),
+                    mix(pixelAt<Pixels>(lower, left), pixelAt<Pixels>(lower, right), 128), 128);
         }
     }
     return half;
 }
 
-/// The rows of a still, each scaled to the width of a place. Of neighbouring rows of the place most
-/// lie between the same two, so each is scaled once.
+/// Scales rows to the visible columns of a place.
 template <class Pixels>
-class ScaledRows {
+class Columns {
 public:
+    Columns(int stillWidth, const Rect& place, const Rect& visible) {
+        const std::int64_t left = place.left;
+        for (int x = visible.left; x < visible.right; ++x) {
+            const Between column = between(x - left, stillWidth, place.right - left);
+            m_columns.push_back(column);
+            Weights weights;
+            std::fill_n(weights.lanes.begin(), kBytes,
+                        static_cast<std::uint16_t>(256 - column.share));
+            std::fill_n(weights.lanes.begin() + kBytes, kBytes,
+                        static_cast<std::uint16_t>(column.share));
+            m_weights.push_back(weights);
+            m_readableAtOnce += column.first * kBytes + kAtOnce <= stillWidth * kBytes ? 1 : 0;
+        }
+    }
+
+    [[nodiscard]] std::size_t count() const { return m_columns.size(); }
+    /// The bytes of a row that are looked at: from the first up to, not including, the second.
+    [[nodiscard]] std::pair<std::size_t, std::size_t> needed() const {
+        return {static_cast<std::size_t>(m_columns.front().first) * kBytes,
+                static_cast<std::size_t>(m_columns.back().second + 1) * kBytes};
+    }
+    /// `row`: a whole one of the still. Returns whether all pixels are opaque.
+    bool scale(const std::uint8_t* row, std::uint32_t* to) const {
+        std::size_t done = 0;
+#ifdef __SSE2__
+        for (; done + 2 <= m_readableAtOnce; done += 2) {
+            const __m128i both =
+                _mm_unpacklo_epi64(sumOfNeighbours(row, done), sumOfNeighbours(row, done + 1));
+            const __m128i mixed = _mm_packus_epi16(_mm_srli_epi16(both, 8), _mm_setzero_si128());
+            _mm_storel_epi64(reinterpret_cast<__m128i*>(to + done),
+                             Pixels::kOpaque ? _mm_or_si128(mixed, _mm_set1_epi32(kAlpha)) : mixed);
+        }
+#endif
+        for (; done < count(); ++done) {
+            const Between& column = m_columns[done];
+            to[done] = mix(pixelAt<Pixels>(row, column.first), pixelAt<Pixels>(row, column.second),
+                           column.share);
+        }
+        return Pixels::kOpaque || std::all_of(to, to + count(), [](std::uint32_t pixel) {
+                   return pixel >> 24U == 0xFFU;
+               });
+    }
+
+private:
+    static constexpr int kBytes = Pixels::kBytes;
+    static constexpr int kAtOnce = 8; ///< bytes of one load, which has both neighbours
+    static constexpr int kAlpha = -0x1000000;
+
+    /// For each of these bytes.
+    struct alignas(16) Weights {
+        std::array<std::uint16_t, kAtOnce> lanes{};
+    };
+
+#ifdef __SSE2__
+    /// Of each channel, in 256ths: one lane each.
+    [[nodiscard]] __m128i sumOfNeighbours(const std::uint8_t* row, std::size_t index) const {
+        const std::uint8_t* from = row + std::ptrdiff_t{m_columns[index].first} * kBytes;
+        const __m128i neighbours = _mm_unpacklo_epi8(
+            _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from)), _mm_setzero_si128());
+        const __m128i weighed = _mm_mullo_epi16(
+            neighbours,
+            _mm_load_si128(reinterpret_cast<const __m128i*>(m_weights[index].lanes.data())));
+        return _mm_add_epi16(weighed, _mm_srli_si128(weighed, 2 * kBytes));
+    }
+#endif
+
+    std::vector<Between> m_columns;
+    std::vector<Weights> m_weights;
+    std::size_t m_readableAtOnce = 0; ///< those before the end of the row is near
+};
+
+/// `isOpaque`: `mixed` is.
+void put(const std::vector<std::uint32_t>& mixed, bool isOpaque, std::uint32_t* to) {
+    if (isOpaque) {
+        std::ranges::copy(mixed, to);
+        return;
+    }
+    for (const std::uint32_t pixel : mixed) {
+        *to = blendPixel(pixel, *to);
+        ++to;
+    }
+}
+
+/// Each row of the place lies between rows of its own: mixes those first, then scales what results
+/// to the width.
+template <class Pixels>
+void drawReduced(const Pixels& still, PixelView target, const Rect& place, const Rect& visible) {
+    const Columns<Pixels> columns(still.size().width, place, visible);
+    const auto [from, end] = columns.needed();
+    std::vector<std::uint8_t> row(static_cast<std::size_t>(still.size().width) * Pixels::kBytes);
+    std::vector<std::uint32_t> mixed(columns.count());
+    const std::int64_t top = place.top;
+    for (int y = visible.top; y < visible.bottom; ++y) {
+        const Between rows = between(y - top, still.size().height, place.bottom - top);
+        mixBytes(still.row(rows.first) + from, still.row(rows.second) + from, end - from,
+                 rows.share, row.data() + from);
+        const bool isOpaque = columns.scale(row.data(), mixed.data());
+        put(mixed, isOpaque, target.row(y) + visible.left);
+    }
+}
+
+/// Most neighbouring rows of the place lie between the same two of the still, which are scaled to
+/// the width once.
+template <class Pixels>
+void drawEnlarged(const Pixels& still, PixelView target, const Rect& place, const Rect& visible) {
     struct Row {
         std::vector<std::uint32_t> pixels;
         int number = -1;
         bool isOpaque = false;
     };
-
-    ScaledRows(const Pixels& still, std::vector<Between> columns)
-        : m_still(still), m_columns(std::move(columns)), m_first(m_columns.size()),
-          m_second(m_columns.size()) {
-        for (Row& row : m_rows) {
-            row.pixels.resize(m_columns.size());
+    const Columns<Pixels> columns(still.size().width, place, visible);
+    Row upper{std::vector<std::uint32_t>(columns.count())};
+    Row lower{upper};
+    const auto scale = [&](int number, Row& row) {
+        if (row.number != number) {
+            row.number = number;
+            row.isOpaque = columns.scale(still.row(number), row.pixels.data());
         }
-        m_shares.reserve(m_columns.size() * sizeof(std::uint32_t));
-        for (const Between& column : m_columns) {
-            m_shares.insert(m_shares.end(), sizeof(std::uint32_t),
-                            static_cast<std::uint16_t>(column.share));
+    };
+    std::vector<std::uint32_t> mixed(columns.count());
+    const std::int64_t top = place.top;
+    for (int y = visible.top; y < visible.bottom; ++y) {
+        const Between rows = between(y - top, still.size().height, place.bottom - top);
+        if (lower.number == rows.first) {
+            std::swap(upper, lower);
         }
+        scale(rows.first, upper);
+        scale(rows.second, lower);
+        mixBytes(reinterpret_cast<const std::uint8_t*>(upper.pixels.data()),
+                 reinterpret_cast<const std::uint8_t*>(lower.pixels.data()),
+                 mixed.size() * sizeof mixed.front(), rows.share,
+                 reinterpret_cast<std::uint8_t*>(mixed.data()));
+        put(mixed, upper.isOpaque && lower.isOpaque, target.row(y) + visible.left);
     }
-
-    /// Valid until a third row is asked for.
-    const Row& row(int number) {
-        const std::size_t kept = m_rows[0].number == number   ? 0
-                                 : m_rows[1].number == number ? 1
-                                                              : scale(number);
-        m_older = 1 - kept;
-        return m_rows[kept];
-    }
-
-private:
-    std::size_t scale(int number) {
-        Row& row = m_rows[m_older];
-        m_still.fetch(number, m_columns, m_first.data(), m_second.data());
-        mixRows(
-            m_first.data(), m_second.data(), m_columns.size(),
-            [shares = m_shares.data()](std::size_t byte) { return shares[byte]; },
-            row.pixels.data());
-        std::uint32_t all = 0xFF000000U;
-        for (const std::uint32_t pixel : row.pixels) {
-            all &= pixel;
-        }
-        row.number = number;
-        row.isOpaque = all >> 24U == 0xFFU;
-        return m_older;
-    }
-
-    const Pixels& m_still;
-    std::vector<Between> m_columns;
-    std::vector<std::uint32_t> m_first;  ///< of the row being scaled: the left neighbours,
-    std::vector<std::uint32_t> m_second; ///< and the right ones
-    std::vector<std::uint16_t> m_shares; ///< of the right ones, for each byte
-    std::array<Row, 2> m_rows;
-    std::size_t m_older = 0;
-};
+}
 
 template <class Pixels>
 void drawNear(const Pixels& still, PixelView target, const Rect& place, const Rect& visible) {
-    const std::int64_t left = place.left;
-    const std::int64_t top = place.top;
-    std::vector<Between> columns;
-    for (int x = visible.left; x < visible.right; ++x) {
-        columns.push_back(between(x - left, still.size().width, place.right - left));
-    }
-    const std::size_t count = columns.size();
-    ScaledRows<Pixels> scaled(still, std::move(columns));
-    std::vector<std::uint32_t> mixed(count);
-    for (int y = visible.top; y < visible.bottom; ++y) {
-        const Between rows = between(y - top, still.size().height, place.bottom - top);
-        const auto& upper = scaled.row(rows.first);
-        const auto& lower = scaled.row(rows.second);
-        std::uint32_t* to = target.row(y) + visible.left;
-        const bool isOpaque = upper.isOpaque && lower.isOpaque;
-        mixRows(
-            upper.pixels.data(), lower.pixels.data(), count,
-            [share = static_cast<std::uint16_t>(rows.share)](std::size_t /*byte*/) {
-                return share;
-            },
-            isOpaque ? to : mixed.data());
-        for (std::size_t i = 0; !isOpaque && i < count; ++i) {
-            to[i] = blendPixel(mixed[i], to[i]);
-        }
+    if (still.size().height > std::int64_t{place.bottom} - place.top) {
+        drawReduced(still, target, place, visible);
+    } else {
+        drawEnlarged(still, target, place, visible);
     }
 }
 
