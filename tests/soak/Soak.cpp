@@ -30,6 +30,7 @@
 #include "tests/support/ClipMaker.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/TempFolder.h"
+#include "toolkit/skin/ImageCache.h"
 #include "tools/tour/Ticker.h"
 
 namespace fs = std::filesystem;
@@ -160,6 +161,8 @@ void Soak::session(int number) {
     core::Log::get();
     const Course course = play(number);
     core::Log::release();
+    // Which of the images it may keep are there depends on the size of the last windows.
+    toolkit::ImageCache::get().clear();
     m_figures.push_back(support::processFigures());
     const ProcessFigures& now = m_figures.back();
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;

@@ -19,6 +19,15 @@ using namespace support;
     return memory;
 }
 
+// Its memory, too, goes to the delete below, and not every runtime asks the operator above for it.
+[[gnu::noinline]] void* operator new(std::size_t bytes, const std::nothrow_t& /*tag*/) noexcept {
+    try {
+        return ::operator new(bytes);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
