@@ -65,6 +65,9 @@ class WaylandCase(unittest.TestCase):
         shutil.copy(os.path.join(DATA, "Translations.ini"), self.folder)
         self.environment = {"HOME": str(self.place), "XDG_RUNTIME_DIR": str(self.place), "LC_ALL": "C.UTF-8",
                             "PATH": os.environ["PATH"]}
+        for name in ("LSAN_OPTIONS", "QT_LOGGING_RULES", "__EGL_VENDOR_LIBRARY_FILENAMES"):
+            if name in os.environ:
+                self.environment[name] = os.environ[name]
         self.environment["DISPLAY"] = self.start_display()
         self.start_compositor()
         self.environment.update(WAYLAND_DISPLAY=SOCKET, QT_QPA_PLATFORM="wayland")
