@@ -21,6 +21,7 @@ constexpr double kStill = 0.02;      ///< pixels; steps below end the search
 constexpr double kCoarseNoise = 4;   ///< times the usual noise, before the place is exact
 constexpr double kFineNoise = 2;     ///< the same on the finest layer
 constexpr double kOutlying = 2.5;    ///< times the noise: half the pull
+constexpr double kInexact = 0.3;     ///< share of a sample's slack that is noise of its own
 constexpr double kIndependent = 0.1; ///< share of samples that count: neighbours tell the same
 /// How far the motions may lie from the guess, as shares of the radius; and pixels for shifts.
 constexpr Motions kFreedom{0.1, 0.1, 0.06, 0.06, 0.01, 0.01, 0.005, 0.005};
@@ -152,7 +153,10 @@ bool Appearance::refine(const Pyramid& picture, std::size_t index, const Experie
             const auto sample = static_cast<std::size_t>(seen.samples[k] - layer.samples.data());
             const float trust = experience.trust.empty() ? 1 : experience.trust[index][sample];
             const bool counts = !experience.isInnerOnly || seen.samples[k]->isInner;
-            weights[k] = counts ? trust * pull * pull / static_cast<float>(noise * noise) : 0;
+            const double inexact = kInexact * slack;
+            weights[k] =
+                counts ? trust * pull * pull / static_cast<float>(noise * noise + inexact * inexact)
+                       : 0;
         }
         if (!step(seen, weights, stillness, fit)) {
             break;

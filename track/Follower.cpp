@@ -92,6 +92,7 @@ Step Follower::follow(const GreyView& picture) {
     m_last = m_toNow * before.inverse();
     m_shape = warped(m_toNow, m_first);
     m_step.shape = warped(m_toNow, m_polygon);
+    noteCovered(found.match);
     if (m_doubts == 0) {
         learn(found);
         renewReference(found.match);
@@ -223,7 +224,6 @@ void Follower::noteCovered(const Match& match) {
 
 void Follower::learn(const Appearance::Found& found) {
     m_experience.covered = found.match.covered;
-    noteCovered(found.match);
     m_experience.trust.resize(found.agreed.size());
     for (std::size_t layer = 0; layer < found.agreed.size(); ++layer) {
         std::vector<float>& trust = m_experience.trust[layer];

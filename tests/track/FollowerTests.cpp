@@ -220,6 +220,16 @@ TEST(FollowerTest, WhatPassesInFrontOfHalfOfAThingDoesNotEndIt) {
     EXPECT_GT(mostHidden, 0.45);
 }
 
+TEST(FollowerTest, FewSteepPlacesDoNotOutweighWhatTheyEnclose) {
+    FollowedClip clip(ClipKind::plain, 12005);
+    track::Follower follower(clip.picture(0), clip.zone(0));
+    for (int frame = 1; frame < 50; ++frame) {
+        const track::Step step = follower.follow(clip.picture(frame));
+        ASSERT_EQ(step.sight, Sight::kept) << frame;
+        ASSERT_GE(bench::overlap(step.shape, clip.zone(frame)), 0.9) << frame;
+    }
+}
+
 TEST(FollowerTest, BackwardsFromTheEndAsWell) {
     FollowedClip clip(ClipKind::turn, 3);
     track::Follower follower(clip.picture(kFrames), clip.zone(kFrames));
