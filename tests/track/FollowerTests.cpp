@@ -220,6 +220,14 @@ TEST(FollowerTest, WhatPassesInFrontOfHalfOfAThingDoesNotEndIt) {
     EXPECT_GT(mostHidden, 0.45);
 }
 
+TEST(FollowerTest, WhatIsHiddenWhileInDoubtIsNotMissedAfterwards) {
+    FollowedClip clip(ClipKind::part, 5008);
+    track::Follower follower(clip.picture(0), clip.zone(0));
+    for (int frame = 1; frame < 70; ++frame) {
+        ASSERT_EQ(follower.follow(clip.picture(frame)).sight, Sight::kept) << frame;
+    }
+}
+
 TEST(FollowerTest, FewSteepPlacesDoNotOutweighWhatTheyEnclose) {
     FollowedClip clip(ClipKind::plain, 12005);
     track::Follower follower(clip.picture(0), clip.zone(0));

@@ -17,7 +17,8 @@ class ImageCache {
 public:
     /// What all images together may take, so that no skin can exhaust the memory.
     static constexpr std::size_t kMaxBytes = std::size_t{128} << 20U;
-    /// What images that nobody holds may take: the icons for one scale, not those for all.
+    /// What images that nobody holds may take: the icons for one scale, not those for all. What
+    /// windows held stays after them until the next image is read.
     static constexpr std::size_t kMaxUnusedBytes = std::size_t{2} << 20U;
 
     static ImageCache& get();
