@@ -69,11 +69,22 @@ int windowCount() {
     return count;
 }
 
+/// The pictures of a standard pointer come into being when it is first loaded and stay as long as
+/// the process: with all of them loaded, the figures do not depend on where the mouse has been.
+void loadStandardPointers() {
+    for (const wchar_t* name :
+         {IDC_ARROW, IDC_IBEAM, IDC_WAIT, IDC_CROSS, IDC_UPARROW, IDC_SIZENWSE, IDC_SIZENESW,
+          IDC_SIZEWE, IDC_SIZENS, IDC_SIZEALL, IDC_NO, IDC_HAND, IDC_APPSTARTING, IDC_HELP}) {
+        LoadCursorW(nullptr, name);
+    }
+}
+
 } // namespace
 
 const std::size_t kHeapTolerance = std::size_t{1} * 1024 * 1024;
 
 ProcessFigures processFigures() {
+    loadStandardPointers();
     DWORD handles = 0;
     GetProcessHandleCount(GetCurrentProcess(), &handles);
     const DWORD user = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
