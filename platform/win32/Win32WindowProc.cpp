@@ -23,6 +23,10 @@ const wchar_t* Win32Window::registerClass(const std::wstring& name) {
         description.lpfnWndProc = receive;
         description.hInstance = GetModuleHandleW(nullptr);
         description.hIcon = LoadIconW(description.hInstance, MAKEINTRESOURCEW(1));
+        // One for all classes; the system would make and keep another one for each.
+        description.hIconSm = static_cast<HICON>(
+            LoadImageW(description.hInstance, MAKEINTRESOURCEW(1), IMAGE_ICON,
+                       GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), LR_SHARED));
         description.lpszClassName = place->c_str();
         RegisterClassExW(&description);
     }
