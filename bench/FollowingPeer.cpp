@@ -1,10 +1,9 @@
 #include "bench/FollowingPeer.h"
 
-#include <cstdint>
-
 #ifdef QUORVEL_HAVE_OPENCV
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include <opencv2/calib3d.hpp>
