@@ -6,10 +6,13 @@
 
 #include <windows.h>
 
+#include "platform/Window.h"
 #include "platform/win32/Win32Window.h"
 #include "tests/ZoneEdit/ZoneEditFixture.h"
 #include "tests/platform/win32/ScreenReader.h"
 #include "tests/support/ProcessFigures.h"
+#include "tests/support/gui/TestGui.h"
+#include "tests/support/gui/TestWindow.h"
 #include "toolkit/controls/CComboUI.h"
 #include "toolkit/window/ToolTipWindow.h"
 #include "ui/BranchList.h"
@@ -185,6 +188,25 @@ TEST_F(EditorWindows, LeaveNoHandleBehindInAHundredVisits) {
     constexpr int kRounds = 20; // of five windows
     for (int round = 0; round < kRounds; ++round) {
         visitAll(work);
+    }
+    EXPECT_LE(support::processFigures().handles, before);
+}
+
+TEST_F(EditorWindows, OfANewClassLeaveNoHandleBehind) {
+    const auto visit = [](const std::u16string& className) {
+        test::TestWindow events;
+        platform::WindowOptions options;
+        options.className = className;
+        options.style = ui::kScreenStyle;
+        options.size = {200, 100};
+        const auto window = test::gui().windows().createWindow(options, events);
+        window->show(true);
+        test::pump();
+    };
+    visit(u"First");
+    const int before = support::processFigures().handles;
+    for (const std::u16string className : {u"Second", u"Third"}) {
+        visit(className);
     }
     EXPECT_LE(support::processFigures().handles, before);
 }
