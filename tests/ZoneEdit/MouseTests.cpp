@@ -23,6 +23,7 @@ protected:
     ZoneEditMouse() { show(20, 1); }
     void TearDown() override {
         EXPECT_EQ(m_log.errors(), test::kNoZones) << "no tool writes to the log";
+        ZoneEditTest::TearDown();
     }
 
     int selected() { return editing().zones.at(0).selectedPoint; }

@@ -220,10 +220,12 @@ TEST_F(DraftTest, SurvivesEveryFaultOfAWriting) {
     edit(*document, "before");
     wait();
     until([] { return isOnDisk("before"); });
+    m_drafts->settle(); // a writing goes on after its file is there
     m_files.forgetCalls();
     edit(*document, "between");
     wait();
     until([] { return isOnDisk("between") && !isOnDisk("before"); });
+    m_drafts->settle();
     const auto calls = static_cast<int>(m_files.calls().size());
     ASSERT_GT(calls, 5);
     for (int call = 1; call <= calls; ++call) {
@@ -241,6 +243,7 @@ TEST_F(DraftTest, SurvivesEveryFaultOfAWriting) {
         edit(*document, "between");
         wait();
         until([&] { return m_drafts->failure().empty() && isOnDisk("between"); });
+        m_drafts->settle();
     }
     document = nullptr;
     m_drafts.reset();

@@ -52,10 +52,9 @@ protected:
             },
             0);
     }
-    ~BranchVideos() override {
-        m_gate.open();
-        m_driver.reset();
-        m_window.reset();
+    void TearDown() override {
+        m_gate.open(); // the window waits for its copies
+        BranchEditorTest::TearDown();
     }
     toolkit::CComboUI& videos() { return combo(u"ComboVideoName"); }
     Texts listed() { return itemsOf(videos()); }

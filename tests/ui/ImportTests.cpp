@@ -64,11 +64,7 @@ protected:
                            : imports::Converter();
             });
     }
-    ~Importing() override {
-        m_driver.reset();
-        m_window.reset();
-        m_services.sceneImports.reset();
-    }
+    ~Importing() override { m_services.sceneImports.reset(); }
     ui::SceneImports& imports() { return *m_services.sceneImports; }
     Texts videos() { return itemsOf(combo(u"ComboVideoName")); }
     std::vector<std::string> from(const std::vector<std::string>& names) {

@@ -53,10 +53,6 @@ protected:
         writeBytes("Scenes/Fire/clip.ogv", support::makeClip({}));
         writeBytes("Scenes/Über/Scene.xml", std::string("<Scene><Branch/></Scene>"));
     }
-    ~SceneListsTest() override {
-        m_driver.reset();
-        m_window.reset();
-    }
     toolkit::CListUI& list(std::u16string_view name) {
         return m_driver->get<toolkit::CListUI>(name);
     }

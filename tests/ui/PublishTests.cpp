@@ -60,11 +60,7 @@ protected:
         EXPECT_TRUE(pumpUntil([this] { return m_services.sceneImports->converter().isFound(); }));
         EXPECT_TRUE(session().save(sceneFolder("Fire")));
     }
-    ~Publishing() override {
-        m_driver.reset();
-        m_window.reset();
-        m_services.sceneImports.reset();
-    }
+    ~Publishing() override { m_services.sceneImports.reset(); }
     /// Opens the window from the branch editor's menu; `act` closes it in the end.
     void publish(const std::function<void(const WindowDriver&)>& act) {
         if (!m_driver) {

@@ -87,6 +87,12 @@ protected:
 template <class Window>
 class WindowTest : public EditorTest {
 protected:
+    /// While the files of the fixture that the window's threads use are still there.
+    void TearDown() override {
+        m_driver.reset();
+        m_window.reset();
+        EditorTest::TearDown();
+    }
     /// Replaces the previous window.
     template <class... Results>
     WindowDriver& show(const Results&... returned) {
