@@ -237,8 +237,7 @@ TEST_F(BranchVideos, AWindowThatClosesDuringACopyEndsIt) {
     EXPECT_TRUE(isClosed(*m_window));
     // The copy is held at the gate; the window's end cancels it and waits.
     std::thread opener([this] { m_gate.open(); });
-    m_driver.reset();
-    m_window.reset();
+    endWindow();
     opener.join();
     test::pump();
     EXPECT_EQ(support::filesBelow("Scenes"), std::vector<std::string>{});

@@ -174,8 +174,7 @@ TEST_F(Importing, GoesOnWithoutTheWindowAndEndsWithTheProgram) {
     ASSERT_TRUE(waitFor(1, ImportState::done)) << "the rest goes on";
     addFiles(again, {"hangs.mov", "dies.mov"});
     ASSERT_TRUE(waitFor(2, ImportState::converting));
-    m_driver.reset();
-    m_window.reset();
+    endWindow();
     m_services.sceneImports.reset();
     EXPECT_EQ(sceneFiles(), (std::vector<std::string>{"first.ogv", "hall.ogv", "other.ogv"}));
 }

@@ -192,9 +192,9 @@ TEST_F(EditorWindows, LeaveNoHandleBehindInAHundredVisits) {
     EXPECT_LE(support::processFigures().handles, before);
 }
 
-TEST_F(EditorWindows, OfANewClassLeaveNoHandleBehind) {
-    const auto visit = [](const std::u16string& className) {
-        test::TestWindow events;
+TEST(WindowsOfANewClass, LeaveNoHandleBehind) {
+    test::TestWindow events;
+    const auto visit = [&events](const std::u16string& className) {
         platform::WindowOptions options;
         options.className = className;
         options.style = ui::kScreenStyle;
@@ -205,9 +205,8 @@ TEST_F(EditorWindows, OfANewClassLeaveNoHandleBehind) {
     };
     visit(u"First");
     const int before = support::processFigures().handles;
-    for (const std::u16string className : {u"Second", u"Third"}) {
-        visit(className);
-    }
+    visit(u"Second");
+    visit(u"Third");
     EXPECT_LE(support::processFigures().handles, before);
 }
 

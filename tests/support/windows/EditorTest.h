@@ -87,17 +87,20 @@ protected:
 template <class Window>
 class WindowTest : public EditorTest {
 protected:
-    /// While the files of the fixture that the window's threads use are still there.
+    /// Ends the window while what its threads may use of the fixture is still there.
     void TearDown() override {
+        endWindow();
+        EditorTest::TearDown();
+    }
+    /// Waits for its threads.
+    void endWindow() {
         m_driver.reset();
         m_window.reset();
-        EditorTest::TearDown();
     }
     /// Replaces the previous window.
     template <class... Results>
     WindowDriver& show(const Results&... returned) {
-        m_driver.reset();
-        m_window.reset();
+        endWindow();
         m_window = open<Window>(returned...);
         m_driver = std::make_unique<WindowDriver>(*m_window);
         return *m_driver;
