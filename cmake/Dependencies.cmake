@@ -38,7 +38,7 @@ add_library(deps::stb INTERFACE IMPORTED GLOBAL)
 target_include_directories(deps::stb SYSTEM INTERFACE "${STB_INCLUDE_DIR}")
 
 if(QUORVEL_GUI AND NOT WIN32)
-  find_package(Qt6 REQUIRED COMPONENTS Gui Widgets)
+  find_package(Qt6 REQUIRED COMPONENTS DBus Gui Widgets)
 endif()
 if(QUORVEL_TESTS)
   find_package(GTest REQUIRED)

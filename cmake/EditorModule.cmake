@@ -36,8 +36,8 @@ endif()
 #
 # One test executable for a module, each case a ctest entry of its own. GUI tests run on a headless
 # screen: on Linux Qt's offscreen platform, a screen for each test, which FILE of tests/support
-# describes; on Windows the one display, whose pointer and active window they would take from one
-# another, so one at a time.
+# describes, and no bus to the desktop; on Windows the one display, whose pointer and active window
+# they would take from one another, so one at a time.
 function(editor_test name)
   cmake_parse_arguments(arg "GUI" "SCREENS" "SOURCES;DEPS" ${ARGN})
   if(NOT arg_SCREENS)
@@ -48,7 +48,8 @@ function(editor_test name)
   set(properties TIMEOUT 120)
   if(arg_GUI)
     list(APPEND properties ENVIRONMENT
-      "QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/${arg_SCREENS}")
+      "QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/${arg_SCREENS}"
+      DBUS_SESSION_BUS_ADDRESS=disabled:)
     if(WIN32)
       list(APPEND properties RESOURCE_LOCK display)
     endif()

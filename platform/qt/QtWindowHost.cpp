@@ -5,6 +5,7 @@
 #include <QPalette>
 #include <QScreen>
 #include <algorithm>
+#include <optional>
 
 #include "platform/Event.h"
 #include "platform/Guard.h"
@@ -55,15 +56,22 @@ void QtWindowHost::forEachWindow(const std::function<void(QtWindow&)>& act) {
 
 void QtWindowHost::setAppearance(Appearance appearance) {
     m_appearance = appearance;
+    if (m_appearance == Appearance::asSystem && !m_colorScheme) {
+        m_colorScheme.emplace([this] { systemColorsChanged(); });
+    }
     systemColorsChanged();
 }
 
 void QtWindowHost::systemColorsChanged() {
     constexpr int kHalf = 128;
-    const bool isSystemDark =
-        QGuiApplication::palette().color(QPalette::Window).lightness() < kHalf;
-    const bool isDark =
-        m_appearance == Appearance::dark || (m_appearance == Appearance::asSystem && isSystemDark);
+    const auto isSystemDark = [this] {
+        const std::optional<bool> preference =
+            m_colorScheme ? m_colorScheme->isDark() : std::nullopt;
+        return preference.value_or(QGuiApplication::palette().color(QPalette::Window).lightness() <
+                                   kHalf);
+    };
+    const bool isDark = m_appearance == Appearance::dark ||
+                        (m_appearance == Appearance::asSystem && isSystemDark());
     if (m_isDark == isDark) {
         return;
     }

@@ -3,12 +3,14 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/Geometry.h"
 #include "platform/Window.h"
+#include "platform/qt/QtColorScheme.h"
 #include "platform/qt/QtTextPainter.h"
 
 class QScreen;
@@ -58,6 +60,7 @@ private:
     QtTextPainter m_textPainter;
     double m_zoom = 1;
     Appearance m_appearance = Appearance::light;
+    std::optional<QtColorScheme> m_colorScheme; ///< from the first need of it on
     bool m_isDark = false;
     std::vector<QtWindow*> m_windows;   ///< living ones, oldest first; not owned
     QtWindowInput* m_capture = nullptr; ///< of one of m_windows

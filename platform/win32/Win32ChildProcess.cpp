@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -25,8 +26,18 @@ using std::chrono::steady_clock;
 /// Pipes without a name cannot be waited for, so they are looked at: soon at first, later this
 /// often.
 constexpr milliseconds kSlice{10};
+/// Before a start that failed is tried again: a virus scanner holds a new program for a moment, and
+/// a busy system may refuse one.
+constexpr std::array<milliseconds, 2> kPauses{milliseconds(100), milliseconds(200)};
 /// Ends of programs by a fault of theirs have the severity "error" in their number.
 constexpr DWORD kFaultBits = 0xC0000000;
+
+bool isLasting(DWORD error) {
+    constexpr std::array<DWORD, 6> kErrors{ERROR_FILE_NOT_FOUND,    ERROR_PATH_NOT_FOUND,
+                                           ERROR_INVALID_PARAMETER, ERROR_INVALID_NAME,
+                                           ERROR_DIRECTORY,         ERROR_BAD_EXE_FORMAT};
+    return std::find(kErrors.begin(), kErrors.end(), error) != kErrors.end();
+}
 
 struct PipeEnds {
     win32::UniqueKernelObject ours;
@@ -244,14 +255,19 @@ void Win32ChildProcess::endJob() {
 } // namespace
 
 std::unique_ptr<ChildProcess> startChild(const ChildRequest& request, int& error) {
-    auto child = std::make_unique<Win32ChildProcess>();
-    if (!child->start(request)) {
+    for (std::size_t attempt = 0;; ++attempt) {
+        auto child = std::make_unique<Win32ChildProcess>();
+        if (child->start(request)) {
+            error = 0;
+            return child;
+        }
         const DWORD code = GetLastError();
-        error = code != 0 ? static_cast<int>(code) : ERROR_GEN_FAILURE;
-        return nullptr;
+        if (attempt == kPauses.size() || isLasting(code)) {
+            error = code != 0 ? static_cast<int>(code) : ERROR_GEN_FAILURE;
+            return nullptr;
+        }
+        std::this_thread::sleep_for(kPauses[attempt]);
     }
-    error = 0;
-    return child;
 }
 
 } // namespace platform

@@ -110,7 +110,8 @@ TEST_F(ImportTest, WithoutMemoryForItsJobAFileGoesOnWaiting) {
     bool isRefused = true;
     for (int allocations = 0; isRefused; ++allocations) {
         const int id = m_queue->add(source("hall.mp4"));
-        ASSERT_EQ(finish(id).failure.kind, Failure::nameTaken);
+        const imports::ImportFailure& failure = finish(id).failure;
+        ASSERT_EQ(failure.kind, Failure::nameTaken) << failure.details;
         isRefused = false;
         support::allocationsLeft = allocations;
         try {

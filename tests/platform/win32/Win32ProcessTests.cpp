@@ -3,9 +3,14 @@
 #include <string>
 #include <thread>
 
+#include <windows.h>
+
 #include <gtest/gtest.h>
 
+#include "platform/ChildProcess.h"
 #include "platform/Process.h"
+#include "platform/win32/Handles.h"
+#include "platform/win32/Win32Path.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -41,6 +46,23 @@ TEST_F(Win32ProcessTest, WhatCannotRunIsAFailure) {
          {m_folder.path() + "missing.exe", m_folder.path() + "text.exe", std::string()}) {
         EXPECT_FALSE(platform::nativeProcess().launch({program, "", m_folder.path()})) << program;
     }
+}
+
+TEST_F(Win32ProcessTest, AChildStartsOnceItsProgramIsNoLongerHeld) {
+    const std::string path = m_folder.path() + "child.exe";
+    support::writeBytes("child.exe", support::readBytes(CHILD_PROGRAM));
+    platform::win32::UniqueFile held(CreateFileW(platform::win32::widePath(path).c_str(),
+                                                 GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0,
+                                                 nullptr));
+    ASSERT_TRUE(held);
+    int error = 0;
+    EXPECT_FALSE(platform::startChild({path, {}}, error));
+    EXPECT_EQ(error, ERROR_SHARING_VIOLATION);
+    const std::jthread release([&held] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        held.reset();
+    });
+    EXPECT_TRUE(platform::startChild({path, {}}, error)) << error;
 }
 
 } // namespace
