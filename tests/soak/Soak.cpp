@@ -172,8 +172,9 @@ void Soak::session(int number) {
     (void)std::fflush(stdout);
 }
 
-/// The second quarter against the last one: the first sessions fill caches. The least of each
-/// counts: what a size or language of the windows needs comes and goes, what leaks stays.
+/// The last three quarters of the sessions: the first ones fill caches. A figure must have grown
+/// twice, because what comes once and stays, as with the first window of its kind, is no leak. The
+/// least of each quarter counts: what a size or language of the windows needs comes and goes.
 bool Soak::judge() const {
     const std::size_t quarter = m_figures.size() / 4;
     if (quarter < 2) {
@@ -189,9 +190,10 @@ bool Soak::judge() const {
             return static_cast<std::size_t>(value);
         };
         const std::size_t before = least(quarter);
+        const std::size_t between = least(2 * quarter);
         const std::size_t after = least(m_figures.size() - quarter);
-        std::printf("%s: %zu, at the end %zu\n", what, before, after);
-        return after > before + allowance;
+        std::printf("%s: %zu, then %zu, at the end %zu\n", what, before, between, after);
+        return before < between && between < after && after > before + allowance;
     };
     const bool memory = grows("bytes", support::kHeapTolerance, &ProcessFigures::heapBytes);
     const bool threads = grows("threads", 0, &ProcessFigures::threads);
