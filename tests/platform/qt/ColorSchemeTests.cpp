@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <atomic>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -111,7 +112,8 @@ TEST(ColorScheme, TheDesktopsWishCountsBeforeTheColoursOfQt) {
     for (const auto& [scheme, isDark] :
          {std::pair(2U, false), {1U, true}, {0U, false}, {1U, true}}) {
         portal.change(scheme);
-        EXPECT_TRUE(test::pumpUntil([&] { return windows.isDark() == isDark; })) << scheme;
+        EXPECT_TRUE(test::pumpUntil([&windows, dark = isDark] { return windows.isDark() == dark; }))
+            << scheme;
         const std::vector<std::string> events = window.takeEvents();
         EXPECT_EQ(std::count(events.begin(), events.end(), "appearance"), 1) << scheme;
     }
