@@ -49,7 +49,7 @@ function(editor_test name)
   if(arg_GUI)
     list(APPEND properties ENVIRONMENT
       "QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/${arg_SCREENS}"
-      DBUS_SESSION_BUS_ADDRESS=disabled:)
+      ENVIRONMENT_MODIFICATION DBUS_SESSION_BUS_ADDRESS=set:disabled:)
     if(WIN32)
       list(APPEND properties RESOURCE_LOCK display)
     endif()
