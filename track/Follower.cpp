@@ -34,6 +34,8 @@ constexpr int kOpen = 2; ///< steps after which a part counts as one with nothin
 constexpr double kJump = 2;
 constexpr double kJumpShare = 0.01;
 constexpr double kAgreeing = 0.5; ///< of the corners, which then tell where to expect it
+constexpr double kAstray = 0.1;   ///< by the corners, as the logarithm of an area
+constexpr double kLately = 0.8;   ///< share of it that is left after a step
 constexpr int kMostDoubts = 3;    ///< steps in a row
 constexpr double kLeastInside = 0.4;
 constexpr double kLeastLikeness = 0.25; ///< of the first step, else nothing can be followed
@@ -84,6 +86,7 @@ Step Follower::follow(const GreyView& picture) {
     m_step.seen = found.match.seen;
     m_step.match = std::min(1.0, found.match.likeness / std::max(m_usual, kLeastLikeness));
     m_step.sight = judge(found, isSteady(found.warp, motion));
+    m_step.isDoubtful = isAstray(found.warp, motion) || m_step.isDoubtful;
     if (m_step.sight != Sight::kept) {
         return m_step;
     }
@@ -156,7 +159,7 @@ Appearance::Found Follower::best(const Motion& motion, Point shift) const {
     if (best.match.likeness < kSure * std::max(m_usual, kLeastLikeness)) {
         Experience inner = m_experience;
         inner.isInnerOnly = true;
-        const Appearance::Found found = m_reference.find(m_now, expected(m_last), inner);
+        Appearance::Found found = m_reference.find(m_now, expected(m_last), inner);
         if (found.match.likeness > best.match.likeness && isLikely(found.warp)) {
             return found;
         }
@@ -177,6 +180,24 @@ bool Follower::isSteady(const Warp& fromReference, const Motion& motion) const {
     };
     return isNear(expected(m_last)) ||
            (motion.agreement >= kAgreeing && isNear(expected(motion.warp)));
+}
+
+bool Follower::isAstray(const Warp& fromReference, const Motion& motion) {
+    m_astray *= kLately;
+    if (motion.agreement >= kAgreeing) {
+        const Box box = boundsOf(m_shape);
+        const Polygon before{{box.left, box.top},
+                             {box.right, box.top},
+                             {box.right, box.bottom},
+                             {box.left, box.bottom}};
+        const Warp step = fromReference * m_toReference * m_toNow.inverse();
+        const double apart =
+            std::log(signedArea(warped(step, before)) / signedArea(warped(motion.warp, before)));
+        m_astray += std::isfinite(apart) ? apart : 0; // a shape may be a line
+    }
+    // What went astray counts again once it agrees well.
+    m_isAstray = std::abs(m_astray) > kAstray || (m_isAstray && m_step.match < kGood);
+    return m_isAstray;
 }
 
 Sight Follower::judge(const Appearance::Found& found, bool isSteady) {

@@ -66,6 +66,9 @@ private:
     /// Of the parts that nothing has been in front of for some steps, as far as they are still
     /// there. 0: these are too few to tell.
     [[nodiscard]] double likenessOfOpen(const Match& match) const;
+    /// Whether its size has changed lately in another way than the distances between its corners:
+    /// the edge of what comes in front of a thing squeezes the appearance, but moves no corner.
+    [[nodiscard]] bool isAstray(const Warp& fromReference, const Motion& motion);
     void noteCovered(const Match& match);
     void learn(const Appearance::Found& found);
     void renewReference(const Match& match);
@@ -85,7 +88,9 @@ private:
     /// Steps since something was in front of each part, at most those after which it counts.
     std::array<int, kBlocks> m_seenFor{};
     int m_steps = 0;
-    int m_doubts = 0; ///< in a row
+    int m_doubts = 0;    ///< in a row
+    double m_astray = 0; ///< lately, as the logarithm of an area
+    bool m_isAstray = false;
     Step m_step;
 };
 

@@ -220,6 +220,26 @@ TEST(FollowerTest, WhatPassesInFrontOfHalfOfAThingDoesNotEndIt) {
     EXPECT_GT(mostHidden, 0.45);
 }
 
+TEST(FollowerTest, AShapeThatACoverHasSqueezedIsDoubtful) {
+    for (const std::uint32_t seed : {12006U, 14008U}) {
+        FollowedClip clip(ClipKind::part, seed);
+        track::Follower follower(clip.picture(0), clip.zone(0));
+        double least = 1;
+        double doubtful = 1;
+        for (int frame = 1; frame < FollowedClip::kFrames; ++frame) {
+            const track::Step step = follower.follow(clip.picture(frame));
+            if (step.sight != Sight::kept) {
+                break;
+            }
+            const double overlap = bench::overlap(step.shape, clip.zone(frame));
+            double& which = step.isDoubtful ? doubtful : least;
+            which = std::min(which, overlap);
+        }
+        EXPECT_GE(least, 0.85) << seed;
+        EXPECT_LT(doubtful, 0.7) << seed << " squeezes nothing";
+    }
+}
+
 TEST(FollowerTest, WhatIsHiddenWhileInDoubtIsNotMissedAfterwards) {
     FollowedClip clip(ClipKind::part, 5008);
     track::Follower follower(clip.picture(0), clip.zone(0));
