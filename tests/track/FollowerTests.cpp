@@ -160,7 +160,7 @@ public:
                 const bool isThing = u >= 0 && v >= 0 && u < 12 && v < 12;
                 const float grey =
                     isThing ? 110 + m_thing.at(u, v) : 130 + m_ground.at(x + 0.5 * frame, y);
-                m_bytes[static_cast<std::size_t>(y * kWidth + x)] =
+                m_bytes[static_cast<std::size_t>(y) * kWidth + static_cast<std::size_t>(x)] =
                     static_cast<std::uint8_t>(grey + static_cast<float>(part(-2, 2)));
             }
         }
@@ -270,11 +270,11 @@ TEST(FollowerTest, BackwardsFromTheEndAsWell) {
 
 /// A picture of `side` pixels with a box at (x, y) in it.
 std::vector<std::uint8_t> boxAt(int side, int x, int y, int size) {
-    std::vector<std::uint8_t> pixels(
-        static_cast<std::size_t>(side) * static_cast<std::size_t>(side), 120);
+    const auto width = static_cast<std::size_t>(side);
+    std::vector<std::uint8_t> pixels(width * width, 120);
     for (int row = std::max(0, y); row < std::min(side, y + size); ++row) {
         for (int column = std::max(0, x); column < std::min(side, x + size); ++column) {
-            pixels[static_cast<std::size_t>(row * side + column)] =
+            pixels[static_cast<std::size_t>(row) * width + static_cast<std::size_t>(column)] =
                 static_cast<std::uint8_t>(170 + 8 * ((row - y) / 10 + (column - x) / 10));
         }
     }
