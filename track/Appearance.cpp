@@ -222,4 +222,23 @@ Appearance::Found Appearance::find(const Pyramid& picture, const Warp& guess,
     return found;
 }
 
+void Appearance::average(const Pyramid& picture, const Found& found, int count) {
+    for (Layer& layer : m_layers) {
+        const Seen seen(picture, layer, found.warp, found.match.covered);
+        if (seen.values.size() < kLeastSamples) {
+            continue;
+        }
+        const double offset = seen.offset(found.gain);
+        const double most = kOutlying * seen.noise(found.gain, offset);
+        for (std::size_t i = 0; i < seen.values.size(); ++i) {
+            const double difference = seen.difference(i, found.gain, offset);
+            if (std::abs(difference) < most) {
+                Sample& sample =
+                    layer.samples[static_cast<std::size_t>(seen.samples[i] - layer.samples.data())];
+                sample.value += static_cast<float>(difference / (found.gain * (count + 1)));
+            }
+        }
+    }
+}
+
 } // namespace track

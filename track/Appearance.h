@@ -78,6 +78,10 @@ public:
     [[nodiscard]] Found find(const Pyramid& picture, const Warp& guess,
                              const Experience& experience) const;
 
+    /// Averages the values with what a later picture shows where the thing was found, so that they
+    /// hold less noise. `count`: of these pictures until now, this one included.
+    void average(const Pyramid& picture, const Found& found, int count);
+
 private:
     /// State of one search.
     struct Fit {

@@ -41,6 +41,8 @@ constexpr double kLeastInside = 0.4;
 constexpr double kLeastLikeness = 0.25; ///< of the first step, else nothing can be followed
 constexpr int kLearning = 3;            ///< steps until the usual likeness is known
 constexpr double kForgetting = 0.05;
+/// Pictures behind a reference that are averaged with it: few, as all have to show it alike.
+constexpr int kAveraged = 8;
 constexpr float kTrusting = 0.25F;        ///< share of what the last step says about a sample
 constexpr double kRenewed = 0.25;         ///< change of scale, as a logarithm, for a new reference
 constexpr double kWhole = 0.85;           ///< of the thing seen, for a new reference
@@ -98,6 +100,9 @@ Step Follower::follow(const GreyView& picture) {
     noteCovered(found.match);
     if (m_doubts == 0) {
         learn(found);
+        if (m_averaged < kAveraged) {
+            m_reference.average(m_now, found, ++m_averaged);
+        }
         renewReference(found.match);
     }
     return m_step;
@@ -281,6 +286,7 @@ void Follower::renewReference(const Match& match) {
     if (renewed.showsAnything()) {
         m_reference = std::move(renewed);
         m_toReference = m_toNow;
+        m_averaged = 0;
         m_experience.covered.reset();
         m_experience.gain = 1;
         m_told = 0;

@@ -88,6 +88,7 @@ private:
     /// Steps since something was in front of each part, at most those after which it counts.
     std::array<int, kBlocks> m_seenFor{};
     int m_steps = 0;
+    int m_averaged = 0;  ///< pictures, with the reference
     int m_doubts = 0;    ///< in a row
     double m_astray = 0; ///< lately, as the logarithm of an area
     bool m_isAstray = false;

@@ -72,6 +72,15 @@ TEST(FollowerTest, SoftThingsDoNotDrift) {
     EXPECT_GE(bench::overlap(step.shape, clip.zone(FollowedClip::kFrames - 1)), 0.93);
 }
 
+TEST(FollowerTest, NoiseInTheFirstPictureIsNotKept) {
+    FollowedClip clip(ClipKind::mixed, 5000);
+    track::Follower follower(clip.picture(0), clip.zone(0));
+    for (int frame = 1; frame < FollowedClip::kFrames; ++frame) {
+        const track::Step step = follower.follow(clip.picture(frame));
+        ASSERT_GE(bench::overlap(step.shape, clip.zone(frame)), 0.85) << frame;
+    }
+}
+
 TEST(FollowerTest, SightIsLostWhenSomethingSlidesOverTheThing) {
     for (const std::uint32_t seed : {41U, 44U, 2016U}) {
         FollowedClip clip(ClipKind::covered, seed);
