@@ -156,6 +156,8 @@ Appearance::Found Follower::best(const Motion& motion, Point shift) const {
         const Appearance::Found found = m_reference.find(m_now, expected(guess), m_experience);
         if (found.match.likeness > best.match.likeness && isLikely(found.warp)) {
             best = found;
+        } else { // what is not there may still lie within the picture
+            best.match.inside = std::max(best.match.inside, found.match.inside);
         }
         if (best.match.likeness > kGood * std::max(m_usual, kLeastLikeness)) {
             break;

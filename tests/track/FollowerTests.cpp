@@ -329,4 +329,10 @@ TEST(FollowerTest, EmptyAndOddPicturesShowNothingToFollow) {
     }
 }
 
+TEST(FollowerTest, WhatTellsNothingIsPlainEvenWhereItHasGradients) {
+    FollowedClip clip(ClipKind::soft, 22007);
+    track::Follower follower(clip.picture(0), clip.zone(0));
+    EXPECT_EQ(follower.follow(clip.picture(1)).sight, Sight::plain) << "it has not left";
+}
+
 } // namespace
